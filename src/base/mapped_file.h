@@ -1,0 +1,33 @@
+// A read-only view of a whole file. Knows no formats.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace tarnwick {
+
+/// Regular files are mapped into memory, pipes and devices read to their end. The bytes live as long as the object.
+class MappedFile {
+ public:
+  /// Throws FileError (missing, a folder, not readable) with the system's reason.
+  explicit MappedFile(const std::filesystem::path& path);
+  /// Everything from the standard input.
+  static MappedFile StandardInput();
+  ~MappedFile();
+  MappedFile(MappedFile&& other) noexcept;
+  MappedFile& operator=(MappedFile&& other) noexcept;
+
+  std::string_view Bytes() const;
+
+ private:
+  MappedFile() = default;
+  void Release() noexcept;
+
+  const char* mapping_ = nullptr;  // null when the bytes were read into contents_
+  std::size_t mapped_size_ = 0;
+  std::string contents_;
+};
+
+}  // namespace tarnwick

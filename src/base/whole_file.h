@@ -1,0 +1,43 @@
+// Writes a file whole or not at all: into a temporary file beside the target, renamed when complete. Knows no formats.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace tarnwick {
+
+/// One file being written. Until Commit the target stays as it was; without Commit nothing remains. A symbolic link is
+/// followed, the target's permissions are kept. A target that is no regular file (a pipe, a device) is written straight.
+class WholeFile {
+ public:
+  /// Creates the temporary file. Throws FileError with the system's reason.
+  explicit WholeFile(const std::filesystem::path& path);
+  ~WholeFile();
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+
+  /// Appends bytes. Throws FileError.
+  void Write(std::string_view bytes);
+  /// Brings everything to the disk and gives the file its name. Throws FileError; the target is then as it was.
+  void Commit();
+
+  /// The temporary file (the target itself when that is no regular file), for libraries that write by name.
+  const std::filesystem::path& TemporaryPath() const { return temporary_; }
+
+ private:
+  [[noreturn]] void Fail(int reason) const;
+  void FlushBuffer();
+
+  std::filesystem::path shown_;      // as given, for messages
+  std::filesystem::path target_;     // links resolved
+  std::filesystem::path temporary_;  // equal to target_ when written straight
+  std::string buffer_;
+  int descriptor_ = -1;
+  bool committed_ = false;
+};
+
+/// Writes `contents` as the whole file `path`. Throws FileError; the old file then stays.
+void WriteWholeFile(const std::filesystem::path& path, std::string_view contents);
+
+}  // namespace tarnwick
