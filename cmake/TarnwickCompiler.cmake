@@ -1,0 +1,33 @@
+# Compiler settings that hold for every target: language level, warnings, sanitizers, where programs go.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(TARNWICK_CCACHE ccache)
+if(TARNWICK_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${TARNWICK_CCACHE}")
+endif()
+
+add_library(tarnwick_compiler INTERFACE)
+target_compile_options(tarnwick_compiler INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+    # GCC keeps sign conversions out of -Wconversion; both compilers shall judge alike.
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>)
+target_link_options(tarnwick_compiler INTERFACE -Wl,--as-needed)
+
+if(TARNWICK_SANITIZE)
+    add_compile_options(-fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer
+                        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${TARNWICK_SANITIZE})
+endif()
+
+set(TARNWICK_BIN_DIR "${CMAKE_BINARY_DIR}/bin")

@@ -1,0 +1,25 @@
+# tarnwick_tests(<folder> MAIN <plain|gui|widgets> [LINK <library>...])
+#
+# The test binary <folder>_tests made of the folder's *_test.cpp files and its layer's library, with one of the test mains
+# of tests/support, registered as one test. Its results are also written as JSON into tests/results/.
+function(tarnwick_tests folder)
+    cmake_parse_arguments(PARSE_ARGV 1 test "" "MAIN" "LINK")
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*_test.cpp")
+    if(NOT sources)
+        return()
+    endif()
+    file(GLOB helpers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+    list(REMOVE_ITEM helpers ${sources})
+
+    set(target ${folder}_tests)
+    add_executable(${target} ${sources} ${helpers})
+    target_link_libraries(${target} PRIVATE ${test_LINK} tarnwick_test_main_${test_MAIN} GTest::gmock)
+    target_compile_definitions(${target} PRIVATE
+        TARNWICK_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+        TARNWICK_EXAMPLES_DIR="${CMAKE_SOURCE_DIR}/examples"
+        TARNWICK_BIN_DIR="${TARNWICK_BIN_DIR}")
+    add_test(NAME ${target}
+             COMMAND ${target} --gtest_brief=1
+                     --gtest_output=json:${CMAKE_BINARY_DIR}/tests/results/${target}.json)
+    set_tests_properties(${target} PROPERTIES TIMEOUT 600)
+endfunction()
