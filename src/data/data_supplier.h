@@ -1,0 +1,74 @@
+// The reader of rows and columns over one data source. Knows where values stand and what a column is called; knows no
+// DataSet, no row choice and no sampling (those are the loader's).
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/progress.h"
+#include "data/ds_info.h"
+
+namespace tarnwick {
+
+/// The pseudo column that holds the number of each data row, from 1. It is called kRowNumberName unless the source has
+/// a column of that name, and gives X to sources with one column only.
+inline constexpr std::int32_t kRowNumberColumn = std::numeric_limits<std::int32_t>::max();
+inline constexpr std::string_view kRowNumberName = "Row number";
+
+class TDataSupplier {
+ public:
+  virtual ~TDataSupplier() = default;
+  TDataSupplier(const TDataSupplier&) = delete;
+  TDataSupplier& operator=(const TDataSupplier&) = delete;
+
+  /// The row the supplier stands on, counted from 1; header rows of a text file count, those already passed do not.
+  /// One more than RowCount() at the end.
+  virtual std::int32_t CurrentRow() const = 0;
+  /// Header rows that lie before row 1 because the supplier itself has read them.
+  virtual std::int32_t HeaderRowsPassed() const = 0;
+  /// True behind the last row: no value can be read here.
+  virtual bool AtEnd() const = 0;
+  /// Moves to the next row; true when that is the end.
+  virtual bool NextRow() = 0;
+  virtual void FirstRow() = 0;
+  /// Moves `rows` rows ahead, at most to the end. Nothing happens when `rows` is not positive.
+  virtual void SkipRows(std::int32_t rows) = 0;
+  /// The finite number at `column` of the current row, or nothing when there is none.
+  virtual std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) = 0;
+  /// True when the current row has a text (or a stored value) at `column`, readable or not.
+  virtual bool HasValue(std::int32_t column) = 0;
+  /// All rows, header rows of a text file among them.
+  virtual std::int32_t RowCount() = 0;
+  /// The position of a column by its exact name, else by its name without regard to case, else by "#" and its position
+  /// from 0; negative when there is no such column.
+  virtual std::int32_t ColumnIndex(std::string_view name);
+  /// UTF-8, in order.
+  virtual const std::vector<std::string>& ColumnNames() = 0;
+  /// True when the names come from a line of the source in which no name was missing or a number.
+  virtual bool HasNamesLine() = 0;
+
+  /// Does beforehand what RowCount() needs, in cancellable steps. False: cancelled.
+  virtual bool CountRows(Progress& progress);
+  /// The source's own name for messages and progress windows: a file name.
+  virtual const std::string& Describe() const = 0;
+  /// The current row's place in the source for messages, e.g. "line 12".
+  virtual std::string Place() const = 0;
+  /// Line of the current row in a text source from 1, else the number of the record.
+  virtual std::int64_t Line() const = 0;
+
+ protected:
+  TDataSupplier() = default;
+};
+
+/// Opens the file that `path` names ("-": standard input) as a TFileSupplier when its second line begins with
+/// "@Unformatted", else as a TTxtSupplier that reads by the settings of `info`. Throws FileError when the file is
+/// missing, empty, unreadable, or no text.
+std::unique_ptr<TDataSupplier> OpenSupplier(const TDSInfo& info, const std::filesystem::path& path);
+
+}  // namespace tarnwick
