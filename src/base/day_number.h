@@ -50,8 +50,8 @@ std::string FormatDay(double day, std::string_view format);
 enum class SlashDate { MonthFirst, DayFirst };
 
 /// The day number that the whole of `text` means: yyyy-mm-dd, yyyy/mm/dd, dd.mm.yyyy, mm/dd/yyyy (or dd/mm/yyyy), each
-/// alone or followed by a blank or "T" and a time; or a time alone, hh:mm[:ss[.fff]], with am or pm if need be. A final
-/// "Z" after a time is passed over. Years of two digits after dots or slashes: 69 to 99 are 19xx, 00 to 68 20xx.
+/// alone or followed by a blank or "T" and a time; or a time alone, hh:mm[:ss[.fff]], with am or pm if need be. A time zone
+/// ("Z", +02:00) after a time is passed over: the clock time as written counts. Years of two digits after dots or slashes: 69 to 99 are 19xx, 00 to 68 20xx.
 /// Nothing when the text is none of these or the date does not exist.
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date = SlashDate::MonthFirst);
 

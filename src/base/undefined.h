@@ -10,6 +10,8 @@ namespace tarnwick {
 inline constexpr double kUndefined = std::bit_cast<double>(~std::uint64_t{0});
 
 /// True for every NaN, whatever its bits.
-constexpr bool IsUndefined(double value) { return value != value; }
+constexpr bool IsUndefined(double value) {
+  return value != value;
+}
 
 }  // namespace tarnwick

@@ -45,10 +45,11 @@ struct AllowedRange {
 
 template <class Owner>
 struct Field {
-  using Access =
-      std::variant<std::string Owner::*, std::int32_t Owner::*, std::uint8_t Owner::*, double Owner::*, bool Owner::*,
-                   Color Owner::*, Font Owner::*, Property<Owner, std::string>, Property<Owner, std::int32_t>,
-                   Property<Owner, double>, Property<Owner, bool>, Property<Owner, Color>, Property<Owner, Font>>;
+  using Access = std::variant<std::string Owner::*, std::int32_t Owner::*, std::uint8_t Owner::*,
+                              double Owner::*, bool Owner::*, Color Owner::*, Font Owner::*,
+                              Property<Owner, std::string>, Property<Owner, std::int32_t>,
+                              Property<Owner, double>, Property<Owner, bool>,
+                              Property<Owner, Color>, Property<Owner, Font>>;
 
   int number = 0;        ///< 1 to 99
   std::string_view key;  ///< the name, seen in text mode and listings
@@ -81,7 +82,8 @@ inline constexpr int kSectionNameKey = 99;
 
 /// The type letter of a value: colours are integers.
 char LetterOf(const FieldValue& value);
-void WriteFieldValue(SectionWriter& writer, int number, std::string_view key, const FieldValue& value);
+void WriteFieldValue(SectionWriter& writer, int number, std::string_view key,
+                     const FieldValue& value);
 /// Reads the pending value as the type that `shape` holds.
 FieldValue ReadFieldValue(SectionReader& reader, const FieldValue& shape);
 /// Equal values; undefined equals undefined.
@@ -108,7 +110,8 @@ constexpr auto& Follow(Owner& owner) {
 
 /// How a member's type travels: enums and integers as std::int32_t, the rest as itself.
 template <class Member>
-using Stored = std::conditional_t<(std::is_enum_v<Member> || std::is_integral_v<Member>)&&!std::is_same_v<Member, bool>,
+using Stored = std::conditional_t<(std::is_enum_v<Member> ||
+                                   std::is_integral_v<Member>)&&!std::is_same_v<Member, bool>,
                                   std::int32_t, Member>;
 
 template <class Integer>
@@ -190,14 +193,15 @@ void WriteField(SectionWriter& writer, const Field<Owner>& field, const Owner& o
 
 /// Every field of the table, without the section's name and end mark.
 template <class Owner>
-void WriteFields(SectionWriter& writer, std::type_identity_t<FieldTable<Owner>> table, const Owner& owner) {
+void WriteFields(SectionWriter& writer, std::type_identity_t<FieldTable<Owner>> table,
+                 const Owner& owner) {
   for (const Field<Owner>& field : table) WriteField(writer, field, owner);
 }
 
 /// A whole section: key 99 with its name, the fields, the end mark.
 template <class Owner>
-void WriteSection(SectionWriter& writer, const SectionName& name, std::type_identity_t<FieldTable<Owner>> table,
-                  const Owner& owner) {
+void WriteSection(SectionWriter& writer, const SectionName& name,
+                  std::type_identity_t<FieldTable<Owner>> table, const Owner& owner) {
   writer.WriteString(kSectionNameKey, name.key, name.value);
   WriteFields<Owner>(writer, table, owner);
   writer.WriteEndOfSection();
@@ -205,7 +209,8 @@ void WriteSection(SectionWriter& writer, const SectionName& name, std::type_iden
 
 /// The row that reads key `number`, or null.
 template <class Owner>
-const Field<Owner>* FindField(std::type_identity_t<FieldTable<Owner>> table, int number, const Owner& owner) {
+const Field<Owner>* FindField(std::type_identity_t<FieldTable<Owner>> table, int number,
+                              const Owner& owner) {
   const Field<Owner>* found = nullptr;
   for (const Field<Owner>& field : table) {
     if (field.number != number) continue;
@@ -217,7 +222,8 @@ const Field<Owner>* FindField(std::type_identity_t<FieldTable<Owner>> table, int
 
 /// Reads the pending value of key `number` into the owner. False: no such field, the value is still pending.
 template <class Owner>
-bool ReadField(SectionReader& reader, int number, std::type_identity_t<FieldTable<Owner>> table, Owner& owner) {
+bool ReadField(SectionReader& reader, int number, std::type_identity_t<FieldTable<Owner>> table,
+               Owner& owner) {
   const Field<Owner>* field = FindField<Owner>(table, number, owner);
   if (field == nullptr) return false;
   SetField(*field, owner, ReadFieldValue(reader, GetField(*field, owner)));
@@ -226,7 +232,8 @@ bool ReadField(SectionReader& reader, int number, std::type_identity_t<FieldTabl
 
 /// Reads keys to the end mark, passing over those that the table does not know (the section's name, key 99, too).
 template <class Owner>
-void ReadSection(SectionReader& reader, std::type_identity_t<FieldTable<Owner>> table, Owner& owner) {
+void ReadSection(SectionReader& reader, std::type_identity_t<FieldTable<Owner>> table,
+                 Owner& owner) {
   for (int number = reader.ReadKey(); number != 0; number = reader.ReadKey()) {
     if (!ReadField<Owner>(reader, number, table, owner)) reader.SkipValue();
   }
@@ -234,7 +241,8 @@ void ReadSection(SectionReader& reader, std::type_identity_t<FieldTable<Owner>> 
 
 /// Calls `visitor(const FieldView&)` for every field in the table's order, those under a condition too.
 template <class Owner, class Visitor>
-void VisitFields(std::type_identity_t<FieldTable<Owner>> table, const Owner& owner, Visitor&& visitor) {
+void VisitFields(std::type_identity_t<FieldTable<Owner>> table, const Owner& owner,
+                 Visitor&& visitor) {
   for (const Field<Owner>& field : table) {
     const FieldValue value = GetField(field, owner);
     visitor(FieldView{field.number, field.key, LetterOf(value), value});
@@ -243,7 +251,8 @@ void VisitFields(std::type_identity_t<FieldTable<Owner>> table, const Owner& own
 
 /// True when every field of the table has the same value in both.
 template <class Owner>
-bool FieldsEqual(std::type_identity_t<FieldTable<Owner>> table, const Owner& left, const Owner& right) {
+bool FieldsEqual(std::type_identity_t<FieldTable<Owner>> table, const Owner& left,
+                 const Owner& right) {
   for (const Field<Owner>& field : table) {
     if (!SameValue(GetField(field, left), GetField(field, right))) return false;
   }

@@ -30,12 +30,13 @@ class SectionReader {
   char Letter() const { return letter_; }
 
   // The pending value, converted by its letter.
-  std::string ReadAsString();         ///< UTF-8
-  std::int32_t ReadAsInteger();       ///< from "D": rounded to the nearest, halves away from zero, saturating; NaN is 0
+  std::string ReadAsString();  ///< UTF-8
+  std::int32_t
+  ReadAsInteger();  ///< from "D": rounded to the nearest, halves away from zero, saturating; NaN is 0
   double ReadAsFloat();
   /// From "S" true exactly for "true", from "I" for 1. From "D": false, and the float's bytes stay unread.
   bool ReadAsBoolean();
-  Font ReadFont();                    ///< only from "F"
+  Font ReadFont();  ///< only from "F"
   void SkipValue();
 
   /// The number of points that follow; never more than the bytes left can hold.

@@ -18,11 +18,11 @@ class ValueReader {
   /// Reads `bytes`, which must outlive the reader and the strings it answers.
   explicit ValueReader(std::string_view bytes) : bytes_(bytes) {}
 
-  std::int32_t ReadInteger();       ///< any of the three integer kinds
-  double ReadFloat();               ///< narrowed to 64 bits
+  std::int32_t ReadInteger();  ///< any of the three integer kinds
+  double ReadFloat();          ///< narrowed to 64 bits
   bool ReadBoolean();
-  std::string_view ReadString();    ///< either string kind; 8-bit text as it stands
-  std::int32_t ReadRawInteger();    ///< four bytes little-endian, without a kind
+  std::string_view ReadString();  ///< either string kind; 8-bit text as it stands
+  std::int32_t ReadRawInteger();  ///< four bytes little-endian, without a kind
 
   std::size_t Position() const { return position_; }
   std::size_t Left() const { return bytes_.size() - position_; }

@@ -25,11 +25,12 @@ class ValueWriter {
   /// Appends to `out`, which must outlive the writer.
   explicit ValueWriter(std::string& out) : out_(out) {}
 
-  void WriteInteger(std::int32_t value);       ///< in the smallest kind that holds it
-  void WriteFloat(double value);               ///< widened to 80 bits
+  void WriteInteger(std::int32_t value);  ///< in the smallest kind that holds it
+  void WriteFloat(double value);          ///< widened to 80 bits
   void WriteBoolean(bool value);
-  void WriteString(std::string_view bytes);    ///< 8-bit text as it stands; up to 255 bytes short, else long
-  void WriteRawInteger(std::int32_t value);    ///< four bytes little-endian, without a kind
+  void WriteString(
+      std::string_view bytes);  ///< 8-bit text as it stands; up to 255 bytes short, else long
+  void WriteRawInteger(std::int32_t value);  ///< four bytes little-endian, without a kind
 
  private:
   void WriteKind(ValueKind kind);

@@ -1,0 +1,109 @@
+#include "base/mapped_file.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+#include "base/error.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kBlockSize = std::size_t{1} << 16;
+
+[[noreturn]] void Fail(const std::filesystem::path& path, int reason) {
+  throw FileError("Cannot read the file", path.string(), std::generic_category().message(reason));
+}
+
+class Descriptor {
+ public:
+  explicit Descriptor(int value) : value_(value) {}
+  ~Descriptor() {
+    if (value_ >= 0) ::close(value_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int Value() const { return value_; }
+
+ private:
+  int value_;
+};
+
+std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
+  std::string contents;
+  std::size_t used = 0;
+  while (true) {
+    if (contents.size() - used < kBlockSize) contents.resize(contents.size() * 2 + kBlockSize);
+    const ssize_t count = ::read(descriptor, contents.data() + used, contents.size() - used);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) Fail(path, errno);
+    if (count == 0) break;
+    used += static_cast<std::size_t>(count);
+  }
+  contents.resize(used);
+  contents.shrink_to_fit();
+  return contents;
+}
+
+}  // namespace
+
+MappedFile::MappedFile(const std::filesystem::path& path) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (file.Value() < 0) Fail(path, errno);
+  struct stat status {};
+  if (::fstat(file.Value(), &status) != 0) Fail(path, errno);
+  if (S_ISDIR(status.st_mode)) Fail(path, EISDIR);
+  // Files the system makes up say size 0 and still hold text: those are read.
+  if (S_ISREG(status.st_mode) && status.st_size > 0) {
+    const auto size = static_cast<std::size_t>(status.st_size);
+    void* mapping = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.Value(), 0);
+    if (mapping != MAP_FAILED) {
+      mapping_ = static_cast<const char*>(mapping);
+      mapped_size_ = size;
+      return;
+    }
+  }
+  contents_ = ReadToEnd(file.Value(), path);
+}
+
+MappedFile MappedFile::StandardInput() {
+  MappedFile file;
+  file.contents_ = ReadToEnd(STDIN_FILENO, "standard input");
+  return file;
+}
+
+MappedFile::~MappedFile() {
+  Release();
+}
+
+MappedFile::MappedFile(MappedFile&& other) noexcept
+    : mapping_(std::exchange(other.mapping_, nullptr)),
+      mapped_size_(std::exchange(other.mapped_size_, 0)),
+      contents_(std::move(other.contents_)) {}
+
+MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
+  if (this != &other) {
+    Release();
+    mapping_ = std::exchange(other.mapping_, nullptr);
+    mapped_size_ = std::exchange(other.mapped_size_, 0);
+    contents_ = std::move(other.contents_);
+  }
+  return *this;
+}
+
+std::string_view MappedFile::Bytes() const {
+  return mapping_ != nullptr ? std::string_view(mapping_, mapped_size_)
+                             : std::string_view(contents_);
+}
+
+void MappedFile::Release() noexcept {
+  if (mapping_ != nullptr) ::munmap(const_cast<char*>(mapping_), mapped_size_);
+  mapping_ = nullptr;
+}
+
+}  // namespace tarnwick
