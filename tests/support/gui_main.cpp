@@ -5,9 +5,9 @@
 
 // Tests below the desktop draw into images: they need Qt's fonts and painters, never a display.
 int main(int argc, char** argv) {
-    ::testing::InitGoogleTest(&argc, argv);
-    tarnwick::testing::WatchQtWarnings();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    return tarnwick::testing::RunTests();
+  ::testing::InitGoogleTest(&argc, argv);
+  tarnwick::testing::WatchQtWarnings();
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  return tarnwick::testing::RunTests();
 }

@@ -1,7 +1,6 @@
-#pragma once
-
 // Makes every Qt warning a test did not announce a failure of that test. Knows Qt's message handler and GoogleTest's
 // events; knows nothing of what is tested.
+#pragma once
 
 #include <string_view>
 
@@ -15,4 +14,4 @@ void WatchQtWarnings();
 // (ECMAScript). Matching warnings are accepted until the test ends; a test that ends without one fails.
 void ExpectQtWarning(std::string_view pattern);
 
-} // namespace tarnwick::testing
+}  // namespace tarnwick::testing
