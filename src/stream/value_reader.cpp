@@ -1,7 +1,6 @@
 #include "stream/value_reader.h"
 
-#include <algorithm>
-#include <array>
+#include <cstring>
 
 #include "stream/extended_float.h"
 
@@ -65,8 +64,7 @@ double ValueReader::ReadFloat() {
   if (PeekKind() != ValueKind::Float) throw StreamError(kUnexpectedValue);
   ExtendedFloat extended;
   const std::string_view data = Peek(kKindSize, extended.size());
-  std::transform(data.begin(), data.end(), extended.begin(),
-                 [](char c) { return static_cast<std::uint8_t>(c); });
+  std::memcpy(extended.data(), data.data(), extended.size());
   position_ += kKindSize + extended.size();
   return DoubleFromExtended(extended);
 }
