@@ -1,0 +1,29 @@
+// Where an axis has its ticks, and their labels: numeric, logarithmic and calendar. Never more than a few hundred ticks,
+// whatever the range and step. Knows no pixels and no fonts; thinning labels that collide is the layout's work.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "graph/axis_state.h"
+#include "graph/nice_step.h"
+
+namespace tarnwick {
+
+/// One tick: where, and its label ("" for an unlabelled tick).
+struct Tick {
+  double value = 0;
+  std::string label;
+  bool major = true;
+  bool operator==(const Tick&) const = default;
+};
+
+/// Most major ticks that MakeTicks answers with; a finer step is coarsened to a multiple of it.
+inline constexpr int kMostTicks = 200;
+
+/// The ticks of the axis' visible range in rising order: multiples of StepSize; the divisions of each decade on a
+/// logarithmic axis (decades major, minor ticks between them where divisions are not labelled); calendar units, on their
+/// first day or minute, on a time axis. Empty when the range is empty or not finite.
+std::vector<Tick> MakeTicks(const AxisState& axis, const StepLimits& limits);
+
+}  // namespace tarnwick
