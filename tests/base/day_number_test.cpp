@@ -1,0 +1,130 @@
+#include "base/day_number.h"
+
+#include <gtest/gtest.h>
+
+#include "base/undefined.h"
+
+namespace tarnwick {
+namespace {
+
+TEST(DayNumber, SplitsAndJoinsKnownMoments) {
+  const struct {
+    double day;
+    DateTime parts;
+    int weekday;
+  } rows[] = {
+      {0, {1899, 12, 30}, 7},
+      {1, {1899, 12, 31}, 1},
+      {25569, {1970, 1, 1}, 5},
+      {36585, {2000, 2, 29}, 3},
+      {45352, {2024, 3, 1}, 6},
+      {-0.75, {1899, 12, 29, 6}, 6},
+      {45352.5 + 0.001 / 86400, {2024, 3, 1, 12, 0, 0, 1}, 6},
+      {-693593, {1, 1, 1}, 2},
+      {2958465, {9999, 12, 31}, 6},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(SplitDay(row.day), row.parts) << row.day;
+    EXPECT_DOUBLE_EQ(JoinDay(row.parts), row.day);
+    EXPECT_EQ(DayOfWeek(row.day), row.weekday) << row.day;
+  }
+}
+
+TEST(DayNumber, EveryDayOfTheCalendarReturns) {
+  for (double day = -693593; day < 2958466; day += 1) {
+    ASSERT_EQ(JoinDay(SplitDay(day)), day);
+  }
+}
+
+TEST(DayNumber, RoundsToTheMillisecondWithCarry) {
+  EXPECT_EQ(SplitDay(45352 - 1e-9), (DateTime{2024, 3, 1}));
+  EXPECT_EQ(SplitDay(1e300), SplitDay(2958466 - 1.0 / 86400000));
+  EXPECT_EQ(SplitDay(-1e300), SplitDay(-693593));
+  EXPECT_EQ(SplitDay(kUndefined), SplitDay(0));
+  EXPECT_FALSE(IsCalendarDay(2958466));
+  EXPECT_FALSE(IsCalendarDay(kUndefined));
+}
+
+TEST(DayNumber, CarriesPartsAndMonths) {
+  EXPECT_EQ(JoinDay({2023, 14, 1}), JoinDay({2024, 2, 1}));
+  EXPECT_EQ(JoinDay({2024, 0, 1}), JoinDay({2023, 12, 1}));
+  EXPECT_EQ(JoinDay({2024, 3, 0, 24}), JoinDay({2024, 3, 1}));
+  EXPECT_EQ(AddMonths(JoinDay({2024, 1, 31, 6}), 1), JoinDay({2024, 2, 29, 6}));
+  EXPECT_EQ(AddMonths(JoinDay({2024, 1, 31}), -2), JoinDay({2023, 11, 30}));
+  EXPECT_TRUE(IsUndefined(AddMonths(kUndefined, 1)));
+  EXPECT_EQ(DaysInMonth(1900, 2), 28);
+  EXPECT_EQ(DaysInMonth(2000, 2), 29);
+}
+
+TEST(DayNumber, FormatsByLetters) {
+  const double day = JoinDay({2024, 3, 5, 15, 7, 9, 42});
+  const double midnight = JoinDay({2024, 3, 5});
+  const struct {
+    double day;
+    const char* format;
+    const char* text;
+  } rows[] = {
+      {day, "dd-mmm", "05-Mar"},
+      {day, "d/m/yy", "5/3/24"},
+      {day, "dddd, d mmmm yyyy", "Tuesday, 5 March 2024"},
+      {day, "ddd DDD", "Tue Tue"},
+      {day, "hh:mm:ss", "15:07:09"},
+      {day, "h:m", "15:7"},
+      {day, "mm:ss", "07:09"},
+      {day, "m/d h:mm", "3/5 15:07"},
+      {day, "h mmm", "15 Mar"},
+      {day, "nn.ss,zzz z", "07.09,042 42"},
+      {day, "h:nn am/pm", "3:07 pm"},
+      {day, "hAMPM", "3PM"},
+      {day, "h A/P", "3 P"},
+      {midnight, "h:nn am/pm", "12:00 am"},
+      {day, "'day 'd\" month \"m", "day 5 month 3"},
+      {day, "yyyy'", "2024"},
+      {day, "c", "2024-03-05 15:07:09"},
+      {midnight, "c", "2024-03-05"},
+      {day, "yyyy-mm-ddThh", "2024-03-05T15"},
+      {day, "", ""},
+      {kUndefined, "yyyy", ""},
+      {1e9, "yyyy", ""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(FormatDay(row.day, row.format), row.text) << row.format;
+}
+
+TEST(DayNumber, ParsesDatesAndTimes) {
+  const double day = JoinDay({2024, 3, 5});
+  const struct {
+    const char* text;
+    double day;
+  } rows[] = {
+      {"2024-03-05", day},
+      {"2024/3/5", day},
+      {" 05.03.2024 ", day},
+      {"3/5/2024", day},
+      {"5.3.24", day},
+      {"1.1.69", JoinDay({1969, 1, 1})},
+      {"2024-03-05T06:00", day + 0.25},
+      {"2024-03-05 06:00:00.000Z", day + 0.25},
+      {"2024-03-05T06:00:00+02:00", day + 0.25},
+      {"05.03.2024  18:00", day + 0.75},
+      {"3/5/2024 6:00 PM", day + 0.75},
+      {"12:00 am", 0},
+      {"6:00", 0.25},
+      {"06:00:00,5", (6 * 3600 + 0.5) / 86400},
+  };
+  for (const auto& row : rows) {
+    const auto read = ParseDay(row.text);
+    ASSERT_TRUE(read.has_value()) << row.text;
+    EXPECT_EQ(*read, row.day) << row.text;
+  }
+  EXPECT_EQ(ParseDay("5/3/2024", SlashDate::DayFirst), day);
+  for (const char* text :
+       {"",           "12",         "1.5",         "2024",     "2024-02-30",  "2023-02-29",
+        "2024-13-01", "13/13/2024", "0.1.2024",    "24:00",    "6:60",        "6:0",
+        "6:00:60",    "13:00 pm",   "2024-03-05x", "5-3-2024", "2024-03-05T", "2024-03/05",
+        "0000-01-01", "1.1.123",    "99999-01-01", "6:00:00."}) {
+    EXPECT_FALSE(ParseDay(text).has_value()) << text;
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
