@@ -1,0 +1,26 @@
+// DataSets computed from a DataSet: integral, running sum, probability density, derivative. Each clears its target, fills it
+// and names its columns. Knows no graph; a source may be its own target.
+#pragma once
+
+#include <cstdint>
+
+#include "data/data_series.h"
+
+namespace tarnwick {
+
+/// Running trapezoid integral between points and base line, at every X but the first.
+void Integral(const TDataSeries& source, TDataSeries& target);
+
+/// Running sum of corrected Y, at every X.
+void RunningSum(const TDataSeries& source, TDataSeries& target);
+
+/// Density of corrected Y over `bins` bins of width (max - min) / (bins - 1), integrating to 1. The target stays empty when
+/// bins < 3 or all values are equal. Undefined and infinite values are left out.
+void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int32_t bins);
+
+/// Slope between neighbours with rising X, less the base line's, at the middle of each pair. Walks the regression curve where
+/// the regression has one, else the points; uses regression values when there is a regression, which is brought up to
+/// date first (its errors come through).
+void Derivative(TDataSeries& source, TDataSeries& target);
+
+}  // namespace tarnwick

@@ -1,0 +1,67 @@
+// Where a DataSet's points come from and how to pick them: the data-source description. A plain value saved with its
+// DataSet; knows no file and no reader.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tarnwick {
+
+/// Kinds of data source, as stored (key 9 of a DataSet section).
+enum class DataSourceKind : std::uint8_t {
+  Manual = 0,       ///< points typed, pasted or computed; nothing to re-read
+  Text = 1,         ///< delimited or fixed-width text file
+  Unformatted = 2,  ///< binary "@Unformatted" data file
+  Database = 3,     ///< database table
+  Dde = 8,          ///< live link
+};
+
+/// Which rows of the source are loaded. V1, V2 are RowChoiceValue1 and RowChoiceValue2.
+enum class RowChoice : std::int32_t {
+  All = 0,
+  UntilX = 1,     ///< stop at the first row whose X > V2
+  FromX = 2,      ///< start at the first row whose X >= V1
+  BetweenX = 3,   ///< both
+  FirstRows = 4,  ///< stop after the row whose number exceeds V2
+  SkipRows = 5,   ///< skip trunc(V1) rows after the headers
+  DropLast = 6,   ///< drop the last V1 rows
+};
+
+/// How the text of a column becomes a number.
+enum class ColumnFormat : std::uint8_t {
+  Automatic = 0,      ///< a number, else a date or time in one of the forms of ParseDay
+  Number = 1,         ///< number with "." (or a lone ",") as the decimal separator
+  DecimalComma = 2,   ///< number with "," as the decimal separator, "." grouping thousands
+  DateTime = 3,       ///< day number from a date, a time or both, year first or day first with dots
+  DateDayFirst = 4,   ///< as DateTime, but 03/04/2024 is 3 April
+  DateMonthFirst = 5  ///< as DateTime, but 03/04/2024 is 4 March
+};
+
+/// The data-source description of one DataSet, with the values of a new one.
+struct TDSInfo {
+  DataSourceKind DataSource = DataSourceKind::Manual;
+  std::string DatasourceInfo;  ///< file name, table or link (UTF-8)
+  bool active = false;         ///< loading does nothing while false; never stored
+  bool DivideTextByWidth = false;
+  std::int32_t FileHasHeaders = 0;  ///< header lines before the first data row
+  std::string TextSeparators = "\t,";
+  std::string TextMarkers = "'\"";
+  std::string XDataColumn = "X Column";
+  std::string YDataColumn = "Y Column";
+  std::int32_t RowSamplingFrequency = 1;  ///< take one row, then skip this many minus one
+  bool AutoRowHitFreq = true;             ///< compute RowSamplingFrequency from the row count
+  std::int32_t ColumnWidth = 10;          ///< characters per column when DivideTextByWidth
+  RowChoice RowChoiceMode = RowChoice::All;
+  double RowChoiceValue1 = 0;
+  double RowChoiceValue2 = 0;
+  ColumnFormat XFormat = ColumnFormat::Automatic;
+  ColumnFormat YFormat = ColumnFormat::Automatic;
+  bool MergeSeparators =
+      true;  ///< a run of separators counts as one (key 48, written only when false)
+  std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
+  std::int32_t y_column_index = -1;
+
+  bool operator==(const TDSInfo&) const = default;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,134 @@
+// The points of one DataSet: a chunked, sorted, copy-on-write sequence. Knows order, chunks and ids; knows nothing of
+// tolerance, duplicates, base lines or listeners (those are the DataSet's).
+//
+// A copy shares everything with the original until one side is edited, and may be read in another thread meanwhile. An edit
+// copies one chunk, its group's directory and the root when they are shared.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "data/cow_ptr.h"
+#include "data/point_chunk.h"
+
+namespace tarnwick {
+
+/// A run of neighbouring points, contiguous in memory. Valid until the chain it came from changes or dies.
+struct ChunkView {
+  std::size_t first_index = 0;         ///< 0-based position of the first point in the whole chain
+  std::span<const double> x;           ///< ascending
+  std::span<const double> y;           ///< same length as x
+  std::span<const double> regression;  ///< same length as x, or empty when every value is 0
+};
+
+class PointChain {
+ public:
+  /// A place in the chain; valid until the chain changes. The end is {number of groups, 0, 0}.
+  struct Place {
+    std::size_t group = 0;
+    std::size_t chunk = 0;
+    std::size_t offset = 0;
+    bool operator==(const Place&) const = default;
+  };
+
+  PointChain();
+
+  // --- reading. Every index is below Size(), every chunk number below ChunkCount().
+  std::size_t Size() const { return size_; }
+  bool Empty() const { return size_ == 0; }
+  std::size_t ChunkCount() const;
+  ChunkView Chunk(std::size_t number) const;
+  /// Extremes of stored Y of one chunk: O(1) after the first time.
+  YExtremes ChunkExtremes(std::size_t number) const;
+  std::size_t ChunkOfIndex(std::size_t index) const;
+  Point At(std::size_t index) const;
+  Point Front() const { return At(0); }
+  Point Back() const { return At(size_ - 1); }
+  /// X of the last point; the chain must not be empty.
+  double LastX() const { return last_x_; }
+  std::int32_t IdAt(std::size_t index) const { return At(index).id; }
+  /// Index of the first point with X >= x; Size() when there is none.
+  std::size_t LowerBound(double x) const;
+  /// Index of the first point with X > x; Size() when there is none.
+  std::size_t UpperBound(double x) const;
+  /// Quick where ids rise with X, as they do in imported DataSets.
+  std::optional<std::size_t> IndexOfId(std::int32_t id) const;
+  /// Calls visitor(ChunkView) for every chunk in order.
+  template <class Visitor>
+  void ForEachChunk(Visitor&& visitor) const;
+  /// Calls visitor(x, y) for every point in order.
+  template <class Visitor>
+  void ForEachPoint(Visitor&& visitor) const;
+  std::vector<double> XValues() const;
+  std::vector<double> YValues() const;
+  std::vector<std::int32_t> Ids() const;
+  /// True when both are copies of one chain, neither edited since.
+  bool SharesAllWith(const PointChain& other) const { return root_.Get() == other.root_.Get(); }
+
+  // --- places
+  Place Begin() const { return {}; }
+  Place End() const { return {root_->groups.size(), 0, 0}; }
+  Place LowerPlace(double x) const;  ///< of the first point with X >= x
+  Place PlaceOf(std::size_t index) const;
+  std::size_t IndexOf(const Place& place) const;
+  Place Next(Place place) const;
+  double X(const Place& place) const { return ChunkAt(place).X()[place.offset]; }
+  Point At(const Place& place) const { return ChunkAt(place).At(place.offset); }
+
+  // --- editing. The caller keeps X ascending; ids are its business too.
+  void Append(std::int32_t id, double x, double y);
+  /// Appends points with the ids first_id, first_id + 1, … ; x ascending and not below LastX().
+  void AppendRun(std::int32_t first_id, std::span<const double> x, std::span<const double> y);
+  /// Inserts a point directly before `place`.
+  void Insert(const Place& place, const Point& point);
+  /// Overwrites X and Y of a point that keeps its id and its place.
+  void Set(const Place& place, double x, double y);
+  void Erase(const Place& place);
+  void Clear();
+  /// Adds dx to every X.
+  void ShiftX(double dx);
+  /// Lets `fill` write the regression values chunk by chunk, in order; the span has the length of the chunk.
+  void FillRegression(const std::function<void(const ChunkView&, std::span<double>)>& fill);
+  void ClearRegression();
+
+ private:
+  const PointChunk& ChunkAt(const Place& place) const {
+    return *root_->groups[place.group]->chunks[place.chunk];
+  }
+  Place PlaceOfChunk(std::size_t number) const;
+  ChunkView View(const Place& place) const;
+  PointChunk& EditChunk(const Place& place);
+  PointChunk& ChunkForAppend();
+  void PointsChanged(const Place& place, std::ptrdiff_t change);
+  void FirstXChanged(const Place& place);
+  void SplitChunk(const Place& place);
+  void SplitGroup(std::size_t group);
+  void RemoveChunk(const Place& place);
+  void UpdateLastX();
+
+  CowPtr<ChunkRoot> root_;
+  std::size_t size_ = 0;
+  double last_x_ = 0;
+};
+
+template <class Visitor>
+void PointChain::ForEachChunk(Visitor&& visitor) const {
+  for (std::size_t group = 0; group < root_->groups.size(); ++group) {
+    for (std::size_t chunk = 0; chunk < root_->groups[group]->chunks.size(); ++chunk) {
+      visitor(View({group, chunk, 0}));
+    }
+  }
+}
+
+template <class Visitor>
+void PointChain::ForEachPoint(Visitor&& visitor) const {
+  ForEachChunk([&visitor](const ChunkView& chunk) {
+    for (std::size_t i = 0; i < chunk.x.size(); ++i) visitor(chunk.x[i], chunk.y[i]);
+  });
+}
+
+}  // namespace tarnwick
