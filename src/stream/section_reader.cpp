@@ -164,7 +164,7 @@ std::int32_t SectionReader::ReadPointBlockHeader() {
   entries_per_point_ = ReadAsInteger();
   typed_points_ = values_.ReadString() == "D";
   if (count < 0) throw StreamError(kUnexpectedValue);
-  const auto surplus = static_cast<std::uint64_t>(std::max(entries_per_point_ - 2, 0));
+  const auto surplus = static_cast<std::uint64_t>(std::max(entries_per_point_, 2) - 2);
   const std::uint64_t point_size =
       2 * (typed_points_ ? kSmallestFloat : kSmallestString) + surplus * kSmallestString;
   if (static_cast<std::uint64_t>(count) > values_.Left() / point_size) {

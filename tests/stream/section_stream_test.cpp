@@ -207,6 +207,7 @@ TEST(SectionStream, PointBlocks) {
       {6, 2, "S", two_floats, kUnexpectedEnd},
       {1, 0x7FFFFFFF, "D", two_floats, kUnexpectedEnd},
       {2000000000, -7, "x", two_floats, kUnexpectedEnd},
+      {1, -2147483647 - 1, "D", two_floats, "no error"},  // surplus must not be counted below zero
       {-1, 2, "D", two_floats, kUnexpectedValue},
   };
   for (const auto& row : rows) {
