@@ -1,0 +1,39 @@
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/input_graph.h"
+#include "cli/save_output.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  SaveArguments save;
+  std::string dataset;
+  bool text_mode = false;
+};
+
+void Run(const Options& options, Output& output) {
+  CheckOverwrite(options.save);
+  const InputGraph input = ReadInput(options.input);
+  const std::size_t index =
+      input.graph->SeriesCount() == 0 ? 0 : ChooseSeries(*input.graph, options.dataset);
+  SaveOutput(*input.graph, index, options.save, output,
+             options.text_mode ? WriterMode::Text : WriterMode::Typed);
+}
+
+}  // namespace
+
+void DeclareConvert(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  command.add_option("OUT", options->save.file, "The new file, its kind by extension")->required();
+  command.add_flag("--overwrite", options->save.overwrite, "Replace the file if it exists");
+  command.add_flag("--text-mode", options->text_mode,
+                   "Write graph files with readable keys and values");
+  AddDataset(command, options->dataset);
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

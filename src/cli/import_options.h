@@ -1,0 +1,34 @@
+// The options that say how a text file is read, shared by every command that reads a FILE.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+#include <vector>
+
+#include "data/import_file.h"
+
+namespace tarnwick::cli {
+
+/// The options as typed.
+struct ImportArguments {
+  std::string x_column;
+  std::vector<std::string> y_columns;
+  std::optional<int> headers;
+  std::optional<std::string> separators;
+  std::optional<std::string> markers;
+  std::optional<int> width;
+  std::string rows;
+  std::string every = "auto";
+  std::string x_format;
+  std::string y_format;
+  double tolerance = 0;
+  bool duplicates = false;
+  std::optional<bool> merge_separators;
+};
+
+void AddImportOptions(CLI::App& command, ImportArguments& arguments);
+
+/// The engine's options. Throws UsageError when a text means nothing.
+ImportOptions ToImportOptions(const ImportArguments& arguments);
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,23 @@
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/info_json.h"
+#include "cli/input_graph.h"
+
+namespace tarnwick::cli {
+namespace {
+
+void Run(const InputArguments& arguments, Output& output) {
+  const InputGraph input = ReadInput(arguments);
+  PrintInfo(*input.graph, input.reports, output);
+}
+
+}  // namespace
+
+void DeclareInfo(CLI::App& command, Action& action) {
+  auto arguments = std::make_shared<InputArguments>();
+  AddInput(command, *arguments);
+  OnCommand(command, action, arguments, &Run);
+}
+
+}  // namespace tarnwick::cli

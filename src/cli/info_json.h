@@ -1,0 +1,20 @@
+// Everything a graph holds, as the "info" and "import" commands print it. Goes by the field tables: a new field shows up
+// by itself.
+#pragma once
+
+#include <vector>
+
+#include "cli/output.h"
+#include "data/load_report.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick::cli {
+
+/// The document of "info". `reports` (of a file just imported, one per DataSet, else empty) add how many rows gave no
+/// point and why.
+Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports);
+
+/// Prints the document, or its text for people.
+void PrintInfo(const TxyGraph& graph, const std::vector<LoadReport>& reports, Output& output);
+
+}  // namespace tarnwick::cli

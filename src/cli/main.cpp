@@ -1,0 +1,8 @@
+#include <iostream>
+
+#include "cli/run_cli.h"
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+  return tarnwick::cli::RunCli(argc, argv, std::cout, std::cerr);
+}

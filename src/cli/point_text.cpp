@@ -1,0 +1,60 @@
+#include "cli/point_text.h"
+
+#include <string>
+
+#include "base/number_text.h"
+
+namespace tarnwick::cli {
+namespace {
+
+/// Calls `visit(Point)` for every point in order.
+template <class Visit>
+void ForEachPoint(const PointChain& chain, Visit&& visit) {
+  for (std::size_t i = 0; i < chain.Size(); ++i) visit(chain.At(i));
+}
+
+std::string PointLine(const TDataSeries& series, const Point& point) {
+  return std::to_string(point.id) + ',' + ShortestText(point.x) + ',' + ShortestText(point.y) +
+         ',' + ShortestText(series.CorrectedY(point.x, point.y)) + ',' +
+         ShortestText(point.regression) + '\n';
+}
+
+Json PointJson(const TDataSeries& series, const Point& point) {
+  return {{"id", point.id},
+          {"x", JsonNumber(point.x)},
+          {"y", JsonNumber(point.y)},
+          {"corrected", JsonNumber(series.CorrectedY(point.x, point.y))},
+          {"regression", JsonNumber(point.regression)}};
+}
+
+}  // namespace
+
+void PrintPoints(const TDataSeries& series, Output& output) {
+  if (output.IsJson()) {
+    Json points = Json::array();
+    ForEachPoint(series.Points(),
+                 [&](const Point& point) { points.push_back(PointJson(series, point)); });
+    output.Document({{"points", std::move(points)}});
+    return;
+  }
+  output.Text() << "id,x,y,corrected,regression\n";
+  ForEachPoint(series.Points(),
+               [&](const Point& point) { output.Text() << PointLine(series, point); });
+}
+
+void PrintCurve(const TDataSeries& series, Output& output) {
+  if (output.IsJson()) {
+    Json curve = Json::array();
+    ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
+      curve.push_back({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
+    });
+    output.Document({{"curve", std::move(curve)}});
+    return;
+  }
+  output.Text() << "x,value\n";
+  ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
+    output.Text() << ShortestText(sample.x) << ',' << ShortestText(sample.regression) << '\n';
+  });
+}
+
+}  // namespace tarnwick::cli

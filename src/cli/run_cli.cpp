@@ -1,0 +1,64 @@
+#include "cli/run_cli.h"
+
+#include <algorithm>
+#include <new>
+#include <string>
+
+#include "base/error.h"
+#include "base/version.h"
+#include "cli/command.h"
+
+namespace tarnwick::cli {
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+int Fail(std::ostream& err, std::string message) {
+  std::replace(message.begin(), message.end(), '\n', ' ');
+  err << "tarnwick-cli: " << message << '\n';
+  return kFailed;
+}
+
+int RunAction(const Action& action, Output& output, std::ostream& out, std::ostream& err) {
+  try {
+    action(output);
+  } catch (const UsageError& error) {
+    err << "tarnwick-cli: " << error.what() << '\n';
+    return kWrongUsage;
+  } catch (const Error& error) {
+    return Fail(err, error.what());
+  } catch (const std::bad_alloc&) {
+    return Fail(err, "not enough memory");
+  }
+  out.flush();
+  return out ? 0 : Fail(err, "the answer cannot be written");
+}
+
+}  // namespace
+
+int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
+  CLI::App app("Tarnwick without a window: plots and analyses X-Y data from scripts.",
+               "tarnwick-cli");
+  app.set_version_flag("--version", "tarnwick-cli " + std::string(kVersion));
+  app.require_subcommand(1);
+  app.fallthrough();
+  bool json = false;
+  app.add_flag("--json", json, "Answer with one JSON document");
+
+  Action action;
+  for (const CommandRow& row : Commands()) {
+    CLI::App& command = *app.add_subcommand(row.name, row.purpose);
+    row.declare(command, action);
+  }
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    const int status = app.exit(error, out, err);
+    return status == 0 ? 0 : kWrongUsage;
+  }
+  Output output(out, err, json ? Output::Form::Json : Output::Form::Text);
+  return RunAction(action, output, out, err);
+}
+
+}  // namespace tarnwick::cli

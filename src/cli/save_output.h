@@ -1,0 +1,30 @@
+// OUT on the command line: where a graph goes, by extension, whole or not at all.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+
+#include "cli/output.h"
+#include "graph/xy_graph.h"
+#include "stream/section_writer.h"
+
+namespace tarnwick::cli {
+
+struct SaveArguments {
+  std::string file;  ///< empty: nothing is saved; "-": text to standard output
+  bool overwrite = false;
+
+  bool Wanted() const { return !file.empty(); }
+};
+
+/// Declares -o and --overwrite.
+void AddSave(CLI::App& command, SaveArguments& arguments);
+
+/// Throws Error when `file` exists and may not be overwritten, or when it stands for no writable kind of `extensions`.
+void CheckOverwrite(const SaveArguments& arguments);
+
+/// Writes the graph as .tgr, .ttp, .tds (DataSet `series` alone), .dat or .csv. Throws Error for another extension.
+void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
+                Output& output, WriterMode mode = WriterMode::Typed);
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,20 @@
+// "--size WxH" and "--pixel X,Y" as typed.
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace tarnwick::cli {
+
+struct PictureSize {
+  int width = 800;
+  int height = 600;
+};
+
+/// "800x600", each 1 to 32000. Throws UsageError.
+PictureSize ParseSize(const std::string& text);
+
+/// "1.5,-2". Throws UsageError.
+std::pair<double, double> ParsePair(const std::string& text);
+
+}  // namespace tarnwick::cli

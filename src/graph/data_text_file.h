@@ -1,0 +1,27 @@
+// A graph's DataSets as a table of text: one column of X, one of Y for each DataSet. Knows no graph file.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tarnwick {
+
+class TDataSeries;
+class TxyGraph;
+
+struct DataTextOptions {
+  std::string x_heading = "X";
+  std::string separators =
+      "\t";  ///< the first character separates; empty throws "No Text Separators supplied"
+  double x_tolerance = 1e-12;  ///< X values of different DataSets that near share a row
+};
+
+/// The table: a line of names, then rows in ascending X; a DataSet without a point at a row's X has an empty field there.
+/// Numbers in their shortest text that reads back; names that hold a separator are quoted. Stored Y, not corrected.
+std::string DataText(const std::vector<const TDataSeries*>& series, const DataTextOptions& options);
+
+/// Writes all DataSets of a graph (".dat"): X headed "Time" on a time axis, else "Time (hours)".
+void SaveDataText(const TxyGraph& graph, const std::filesystem::path& path);
+
+}  // namespace tarnwick
