@@ -17,11 +17,11 @@ Json JsonNumber(const std::optional<double>& value);
 
 class Output {
  public:
-  enum class Form { Text, Json };
+  enum class Form { Text, Document };
 
   Output(std::ostream& out, std::ostream& err, Form form) : out_(out), err_(err), form_(form) {}
 
-  bool IsJson() const { return form_ == Form::Json; }
+  bool IsJson() const { return form_ == Form::Document; }
   std::ostream& Text() { return out_; }
   /// For remarks beside the answer; never part of it.
   std::ostream& Remarks() { return err_; }

@@ -57,7 +57,7 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
     const int status = app.exit(error, out, err);
     return status == 0 ? 0 : kWrongUsage;
   }
-  Output output(out, err, json ? Output::Form::Json : Output::Form::Text);
+  Output output(out, err, json ? Output::Form::Document : Output::Form::Text);
   return RunAction(action, output, out, err);
 }
 
