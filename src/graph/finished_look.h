@@ -1,0 +1,29 @@
+// The look of a graph nobody has arranged yet. Knows what makes a balanced picture; changes settings, never data.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <QSizeF>
+
+namespace tarnwick {
+
+class TextMetrics;
+class TxyGraph;
+
+/// The look of a graph made without file or template: title `name`, cross at zero off, every axis sizing, stepping and
+/// titling itself, the second Y axis shown, Arial fonts of 8, 10 bold and 9 bold points, margins 50, title offset 16,
+/// bordered vertical legend at the plot's top left corner.
+void DefaultAppearance(TxyGraph& graph, std::string_view name);
+
+struct FinishedLookOptions {
+  std::string title;  ///< of the graph; empty leaves it
+};
+
+/// Arranges a freshly imported graph for a picture of `size`: margins that fit labels and titles, the second Y axis only
+/// when something is drawn against it, the legend for more than one DataSet and in the corner that covers fewest points,
+/// lines for dense data and symbols for sparse. Recomputes the scales.
+void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
+                       const FinishedLookOptions& options = {});
+
+}  // namespace tarnwick

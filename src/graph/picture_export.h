@@ -1,0 +1,29 @@
+// Pictures of a graph: images in memory and picture files. Knows the picture formats; the drawing is PaintPlot's.
+#pragma once
+
+#include <filesystem>
+
+#include <QImage>
+
+namespace tarnwick {
+
+class TxyGraph;
+
+/// Size in device pixels; everything measured in points or screen pixels scales by dpi / 96.
+struct PictureOptions {
+  int width = 800;
+  int height = 600;
+  int dpi = 96;
+  /// Throws Error on a size outside 1 to 30000 pixels or a resolution outside 10 to 2400.
+  void Validate() const;
+};
+
+/// The picture as an image. Needs a QGuiApplication. Throws Error when the options are not valid.
+QImage RenderImage(const TxyGraph& graph, const PictureOptions& options = {});
+
+/// Writes the picture by the file's extension: .png, .jpg (quality 95), .bmp, .svg, .pdf. The file is written whole or not
+/// at all. Throws Error naming an unknown extension, FileError when writing fails.
+void WritePicture(const TxyGraph& graph, const std::filesystem::path& path,
+                  const PictureOptions& options = {});
+
+}  // namespace tarnwick

@@ -1,0 +1,37 @@
+// A DataSet as a graph draws it: the drawing attributes beside the data. Knows no painter.
+#pragma once
+
+#include "data/data_series.h"
+#include "graph/series_style.h"
+
+namespace tarnwick {
+
+class TxyGraph;
+
+/// The drawing subclass of the DataSet: owned by one graph, which it tells of every change.
+class TSeries : public TDataSeries {
+ public:
+  TSeries() = default;
+  ~TSeries() override;
+
+  const SeriesStyle& Style() const { return style_; }
+  /// Stores the style; tells the graph when anything changed. A style set before the DataSet joins a graph is kept there.
+  void SetStyle(const SeriesStyle& style);
+  /// True once SetStyle was called: the graph then leaves the style alone.
+  bool HasOwnStyle() const { return has_own_style_; }
+
+  /// True when the last question about too many points was answered for the points as they are.
+  bool ThinningSettled() const { return thinning_settled_; }
+
+  /// Tells the listeners, then the graph.
+  void Change(ChangeCode code) override;
+
+ private:
+  friend class TxyGraph;
+  SeriesStyle style_;
+  TxyGraph* graph_ = nullptr;
+  bool has_own_style_ = false;
+  bool thinning_settled_ = false;
+};
+
+}  // namespace tarnwick
