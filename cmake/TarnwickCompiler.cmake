@@ -30,4 +30,9 @@ if(TARNWICK_SANITIZE)
     add_link_options(-fsanitize=${TARNWICK_SANITIZE})
 endif()
 
+if(TARNWICK_FUZZ)
+    # A fuzzer steers by the coverage of the code it feeds, so every layer is instrumented.
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 set(TARNWICK_BIN_DIR "${CMAKE_BINARY_DIR}/bin")
