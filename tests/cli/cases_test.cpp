@@ -1,0 +1,153 @@
+// Runs the batch program as a process over the case files beside this one. A case file reads:
+//
+//   == what the case shows
+//   << name            a file follows, to the line "end" (\t \r \xHH understood)
+//   $ arguments        runs tarnwick-cli with them, in a fresh folder, through the shell
+//   = status           its exit status; the lines to the next empty line or key are its whole answer
+//   ~ text             its answer holds this text
+//   ! text             standard error holds this text
+//   ? file             this file exists now; "?! file": it does not
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::ReadFile;
+using testing::TemporaryFolder;
+
+struct Result {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+Result RunProgram(const TemporaryFolder& folder, const std::string& arguments) {
+  const std::string command = "cd '" + folder.Path().string() +
+                              "' && '" TARNWICK_BIN_DIR "/tarnwick-cli' " + arguments +
+                              " >.out 2>.err </dev/null";
+  const int status = std::system(command.c_str());
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder.File(".out")),
+          ReadFile(folder.File(".err"))};
+}
+
+std::string Unescaped(const std::string& line) {
+  std::string bytes;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] != '\\' || i + 1 == line.size()) {
+      bytes += line[i];
+    } else if (line[++i] == 'x') {
+      bytes += static_cast<char>(std::stoi(line.substr(i + 1, 2), nullptr, 16));
+      i += 2;
+    } else {
+      bytes += line[i] == 't' ? '\t' : line[i] == 'r' ? '\r' : line[i];
+    }
+  }
+  return bytes;
+}
+
+/// One case file being played, line by line.
+class Script {
+ public:
+  explicit Script(const std::filesystem::path& path)
+      : lines_(path.string()), text_(ReadFile(path)) {}
+
+  void Play() {
+    std::string line;
+    while (std::getline(text_, line)) {
+      ++number_;
+      const ::testing::ScopedTrace trace(lines_.c_str(), number_, title_);
+      PlayLine(line);
+    }
+    EXPECT_GT(runs_, 0) << lines_ << " runs nothing";
+  }
+
+ private:
+  void PlayLine(const std::string& line) {
+    const std::string key = line.substr(0, line.find(' '));
+    const std::string rest = line.size() > key.size() ? line.substr(key.size() + 1) : "";
+    if (key == "==") {
+      title_ = rest;
+      folder_ = std::make_unique<TemporaryFolder>();
+    } else if (key == "<<") {
+      static_cast<void>(folder_->Write(rest, Block("end", /*escapes=*/true)));
+    } else if (key == "$") {
+      result_ = RunProgram(*folder_, rest);
+      ++runs_;
+    } else if (key == "=") {
+      EXPECT_EQ(result_.status, std::stoi(rest)) << result_.err;
+      const std::string expected = Block("", /*escapes=*/false);
+      if (!expected.empty()) EXPECT_EQ(result_.out, expected);
+    } else if (key == "~") {
+      EXPECT_NE(result_.out.find(rest), std::string::npos) << rest << "\nis not in\n"
+                                                           << result_.out;
+    } else if (key == "!") {
+      EXPECT_NE(result_.err.find(rest), std::string::npos) << rest << "\nis not in\n"
+                                                           << result_.err;
+    } else if (key == "?") {
+      EXPECT_TRUE(std::filesystem::exists(folder_->File(rest)));
+    } else if (key == "?!") {
+      EXPECT_FALSE(std::filesystem::exists(folder_->File(rest)));
+    } else {
+      EXPECT_TRUE(line.empty() || line[0] == '#') << "what is \"" << line << "\"?";
+    }
+  }
+
+  /// The lines up to `closing`; for an empty one also up to a line that is a key.
+  std::string Block(const std::string& closing, bool escapes) {
+    std::string block;
+    std::string line;
+    for (auto place = text_.tellg(); std::getline(text_, line); place = text_.tellg()) {
+      if (closing.empty() && line.size() > 1 && line[1] == ' ' &&
+          std::string("$~!?").find(line[0]) != std::string::npos) {
+        text_.seekg(place);
+        break;
+      }
+      ++number_;
+      if (line == closing) break;
+      block += (escapes ? Unescaped(line) : line) + '\n';
+    }
+    return block;
+  }
+
+  std::string lines_;
+  std::istringstream text_;
+  int number_ = 0;
+  int runs_ = 0;
+  std::string title_;
+  std::unique_ptr<TemporaryFolder> folder_;
+  Result result_;
+};
+
+class CliCases : public ::testing::TestWithParam<std::filesystem::path> {};
+
+TEST_P(CliCases, AnswerAsWritten) {
+  Script(GetParam()).Play();
+}
+
+std::vector<std::filesystem::path> CaseFiles() {
+  std::vector<std::filesystem::path> files;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(TARNWICK_SOURCE_DIR "/tests/cli/cases")) {
+    if (entry.path().extension() == ".case") files.push_back(entry.path());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, CliCases, ::testing::ValuesIn(CaseFiles()),
+                         [](const auto& row) { return row.param.stem().string(); });
+
+}  // namespace
+}  // namespace tarnwick
