@@ -55,6 +55,9 @@ class TDataSupplier {
 
   /// Does beforehand what RowCount() needs, in cancellable steps. False: cancelled.
   virtual bool CountRows(Progress& progress);
+  /// The source's size and the current row's place in it, in a unit of the source's own: bytes of text, or records.
+  virtual std::int64_t Size() const = 0;
+  virtual std::int64_t Position() const = 0;
   /// The source's own name for messages and progress windows: a file name.
   virtual const std::string& Describe() const = 0;
   /// The current row's place in the source for messages, e.g. "line 12".

@@ -18,8 +18,10 @@ namespace tarnwick {
 
 /// What the user says about a file; everything left out is guessed (text) or known (binary).
 struct ImportOptions {
-  std::optional<std::string> x_column;  ///< a name or "#N" from 0; default: the first column that holds numbers
-  std::vector<std::string> y_columns;   ///< one DataSet each; default: every other column that holds numbers
+  std::optional<std::string>
+      x_column;  ///< a name or "#N" from 0; default: the first column that holds numbers
+  std::vector<std::string>
+      y_columns;  ///< one DataSet each; default: every other column that holds numbers
   std::optional<std::int32_t> headers;
   std::optional<std::string> separators;
   std::optional<std::string> markers;
@@ -45,11 +47,12 @@ using SeriesFactory = std::function<std::unique_ptr<TDataSeries>()>;
 std::unique_ptr<TDataSeries> MakeDataSeries();
 
 struct ImportResult {
-  std::vector<std::unique_ptr<TDataSeries>> series;  ///< in the order of their columns; loaded, named after them
-  std::vector<LoadReport> reports;                   ///< one per DataSet
-  std::string x_name;                                ///< for the axis title
-  bool x_is_date = false;                            ///< the X axis should show its values as time
-  bool y_is_date = false;                            ///< so should the Y axis
+  std::vector<std::unique_ptr<TDataSeries>>
+      series;                       ///< in the order of their columns; loaded, named after them
+  std::vector<LoadReport> reports;  ///< one per DataSet
+  std::string x_name;               ///< for the axis title
+  bool x_is_date = false;           ///< the X axis should show its values as time
+  bool y_is_date = false;           ///< so should the Y axis
   bool cancelled = false;
 };
 
@@ -61,7 +64,8 @@ ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& 
 struct ColumnSummary {
   std::int32_t index = 0;
   std::string name;
-  std::vector<std::optional<double>> values;  ///< of the first five rows; nothing where there is no number
+  std::vector<std::optional<double>>
+      values;  ///< of the first five rows; nothing where there is no number
 };
 
 struct SourceSummary {

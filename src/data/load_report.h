@@ -10,15 +10,17 @@ namespace tarnwick {
 enum class SkipReason : std::uint8_t { XMissing, YMissing, XNotNumber, YNotNumber };
 
 struct LoadReport {
-  bool loaded = false;          ///< false: source not active or a column missing; the old points stay
-  bool cancelled = false;       ///< the points read until then are in the DataSet
-  std::int64_t rows_read = 0;   ///< rows looked at, good or not
-  std::int64_t points = 0;      ///< points in the DataSet afterwards
-  std::int64_t x_missing = 0;   ///< rows skipped because X is empty or not there
+  bool loaded = false;     ///< false: source not active or a column missing; the old points stay
+  bool cancelled = false;  ///< the points read until then are in the DataSet
+  std::int64_t rows_read = 0;  ///< rows looked at, good or not
+  std::int64_t points = 0;     ///< points in the DataSet afterwards
+  std::int64_t x_missing = 0;  ///< rows skipped because X is empty or not there
   std::int64_t y_missing = 0;
-  std::int64_t x_not_number = 0;  ///< rows skipped because the text at X cannot be read as a finite number
+  std::int64_t x_not_number =
+      0;  ///< rows skipped because the text at X cannot be read as a finite number
   std::int64_t y_not_number = 0;
-  std::int64_t first_skipped_line = 0;  ///< line (record) of the first skipped row from 1; 0 when none was skipped
+  std::int64_t first_skipped_line =
+      0;  ///< line (record) of the first skipped row from 1; 0 when none was skipped
   SkipReason first_reason = SkipReason::XMissing;
   std::int32_t sampled_every = 1;  ///< the sampling frequency used
 

@@ -35,13 +35,15 @@ struct LoadOptions {
   Progress* progress = nullptr;  ///< shown from the start when given
   int threads = 0;               ///< for large text; 0 = as many as help on this machine
   TransformFactory transforms;   ///< empty: raw X and Y
-  bool value_by_value = false;   ///< only the one-value-at-a-time interface: the reference of the fast road
+  bool value_by_value =
+      false;  ///< only the one-value-at-a-time interface: the reference of the fast road
 };
 
 /// Replaces the points of `series` by those its description picks from `supplier`. Keeps the old points (and answers
 /// loaded = false) when the source is not active or a column is missing. Stores the sampling frequency and row bounds
 /// it computed in the description.
-LoadReport LoadDataSet(TDataSeries& series, TDataSupplier& supplier, const LoadOptions& options = {});
+LoadReport LoadDataSet(TDataSeries& series, TDataSupplier& supplier,
+                       const LoadOptions& options = {});
 
 /// The same for several DataSets in one pass over the rows, each with its own columns, row choice and sampling, and the
 /// same result as loading each alone. The progress window ("Loading data") begins only when a DataSet passes
@@ -52,6 +54,7 @@ std::vector<LoadReport> LoadShared(std::span<TDataSeries* const> all, TDataSuppl
 /// Re-reads every DataSet from its text or binary file, each file once. DataSets of other kinds are left alone
 /// (loaded = false). A file that cannot be opened throws its FileError before any DataSet of that file changes; the
 /// DataSets of the files before it are loaded by then.
-std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const LoadOptions& options = {});
+std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all,
+                                   const LoadOptions& options = {});
 
 }  // namespace tarnwick

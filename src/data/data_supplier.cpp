@@ -1,0 +1,55 @@
+#include "data/data_supplier.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "data/file_supplier.h"
+#include "data/text_source.h"
+#include "data/text_supplier.h"
+
+namespace tarnwick {
+namespace {
+
+template <class Matches>
+std::int32_t Find(const std::vector<std::string>& names, Matches matches) {
+  const auto found = std::find_if(names.begin(), names.end(), matches);
+  return found == names.end() ? -1 : static_cast<std::int32_t>(found - names.begin());
+}
+
+std::int32_t NumberedColumn(std::string_view name, std::size_t columns) {
+  if (!name.starts_with('#')) return -1;
+  const std::optional<std::int32_t> position = ParseInteger(name.substr(1));
+  const bool exists = position && *position >= 0 && static_cast<std::size_t>(*position) < columns;
+  return exists ? *position : -1;
+}
+
+}  // namespace
+
+std::int32_t TDataSupplier::ColumnIndex(std::string_view name) {
+  const std::vector<std::string>& names = ColumnNames();
+  std::int32_t column = Find(names, [&](const std::string& n) { return n == name; });
+  if (column >= 0) return column;
+  if (name == kRowNumberName) return kRowNumberColumn;
+  const std::string lower = LowerAscii(name);
+  column = Find(names, [&](const std::string& n) { return LowerAscii(n) == lower; });
+  return column >= 0 ? column : NumberedColumn(name, names.size());
+}
+
+bool TDataSupplier::CountRows(Progress& progress) {
+  return !progress.Cancelled();
+}
+
+std::unique_ptr<TDataSupplier> OpenSupplier(const TDSInfo& info,
+                                            const std::filesystem::path& path) {
+  MappedFile file = OpenSourceFile(path);
+  if (IsUnformatted(file.Bytes())) {
+    return std::make_unique<TFileSupplier>(std::move(file), path.string());
+  }
+  auto source = std::make_shared<const TextSource>(std::move(file), path.string());
+  return std::make_unique<TTxtSupplier>(info, std::move(source));
+}
+
+}  // namespace tarnwick

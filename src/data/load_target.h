@@ -1,0 +1,71 @@
+// One DataSet while it is being loaded: its chosen rows, its points on their way into it, its report. Knows values of rows;
+// knows no source.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "data/data_series.h"
+#include "data/load_report.h"
+#include "data/loader.h"
+#include "data/row_block.h"
+#include "data/row_chooser.h"
+
+namespace tarnwick {
+
+/// Where a value of a row came from and what it is; NaN tells kMissingValue from kNotNumberValue.
+struct RowValues {
+  double x = kMissingValue;
+  double y = kMissingValue;
+};
+
+class LoadTarget {
+ public:
+  /// Clears the DataSet, whose update has begun. `rows`: number of rows behind the headers, when known.
+  LoadTarget(TDataSeries& series, std::optional<std::int64_t> rows, std::int32_t point_limit,
+             ColumnTransforms transforms);
+
+  const TDSInfo& Info() const { return series_.Source(); }
+  const RowChooser& Chooser() const { return chooser_; }
+  LoadReport& Report() { return report_; }
+  /// Points so far, those on their way among them.
+  std::int64_t Points() const;
+
+  /// Decides over the row Chooser().NextRow(); `line` answers its line and is asked for the first skipped row only.
+  template <class LineOf>
+  void Take(const RowValues& values, LineOf&& line);
+  /// True when whole columns can be taken.
+  bool TakesColumns() const;
+  void TakeColumns(std::span<const double> x, std::span<const double> y);
+  /// Puts the last points into the DataSet and completes the report.
+  void Finish();
+
+ private:
+  std::optional<SkipReason> AddPoint(const RowValues& values);
+  void FlushWhenWorthwhile();
+  void Flush();
+
+  TDataSeries& series_;
+  RowChooser chooser_;
+  ColumnTransforms transforms_;
+  LoadReport report_;
+  std::vector<double> x_;  // points not yet in the DataSet
+  std::vector<double> y_;
+};
+
+SkipReason ReasonOf(const RowValues& values);
+
+template <class LineOf>
+void LoadTarget::Take(const RowValues& values, LineOf&& line) {
+  const RowVerdict verdict = chooser_.Take(values.x, values.y);
+  if (verdict == RowVerdict::Passed) return;
+  ++report_.rows_read;
+  std::optional<SkipReason> skipped;
+  if (verdict == RowVerdict::Skipped) skipped = ReasonOf(values);
+  if (verdict == RowVerdict::Point) skipped = AddPoint(values);
+  if (skipped) report_.AddSkipped(*skipped, report_.Skipped() == 0 ? line() : 0);
+}
+
+}  // namespace tarnwick

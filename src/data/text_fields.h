@@ -1,0 +1,71 @@
+// How one line of text is cut into fields. Knows separators, markers and widths; knows no numbers and no files.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "data/ds_info.h"
+
+namespace tarnwick {
+
+/// Blanks, tabs, returns and every other control count as blank at the ends of a field.
+constexpr bool IsBlankByte(char c) {
+  return static_cast<unsigned char>(c) <= ' ';
+}
+std::string_view TrimBlankBytes(std::string_view text);
+
+/// The text settings of a description, made ready for reading lines.
+struct TextLayout {
+  enum Kind : std::uint8_t { kPlain = 0, kSeparator = 1, kMarker = 2, kComment = 4 };
+
+  TextLayout(const TDSInfo& info, char line_end_byte);
+
+  bool IsSeparator(char c) const { return (Of(c) & kSeparator) != 0; }
+  bool IsMarker(char c) const { return (Of(c) & kMarker) != 0; }
+  bool IsComment(char c) const { return (Of(c) & kComment) != 0; }
+  std::uint8_t Of(char c) const { return kinds[static_cast<unsigned char>(c)]; }
+
+  std::array<std::uint8_t, 256> kinds{};
+  bool merge = true;
+  std::int32_t width = 0;  ///< characters per field; 0 = by separators
+  char line_end = '\n';
+};
+
+/// True when a line behind the headers is a row of data: it is not blank and its first character that is no blank is
+/// neither "#" nor "%" (unless these separate or enclose fields).
+bool IsDataLine(std::string_view line, const TextLayout& layout);
+
+/// Takes the fields off a line, one at a time. A field is given as it stands on the line, markers included. A field that
+/// begins with a marker goes on to the marker that closes it, whatever stands between; a doubled marker inside is not
+/// the end; a marker that is never closed is a plain character.
+class FieldCursor {
+ public:
+  FieldCursor(std::string_view line, const TextLayout& layout);
+  std::optional<std::string_view> Next();
+
+ private:
+  std::string_view NextByWidth();
+  const char* FieldEnd(const char* begin) const;
+
+  const TextLayout& layout_;
+  const char* at_;
+  const char* end_;
+  bool more_;
+  bool characters_are_bytes_ = true;
+};
+
+/// The field at a position from 0, or nothing behind the last.
+std::optional<std::string_view> FieldAt(std::string_view line, const TextLayout& layout,
+                                        std::int32_t column);
+
+/// How many fields a line has, counting at most `limit`.
+std::int32_t CountFields(std::string_view line, const TextLayout& layout, std::int32_t limit);
+
+/// A field without its markers (a doubled marker inside becomes one) and without blanks at its ends. The answer views
+/// the field itself, or `buffer` when characters had to be dropped.
+std::string_view FieldText(std::string_view field, const TextLayout& layout, std::string& buffer);
+
+}  // namespace tarnwick

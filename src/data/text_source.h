@@ -1,0 +1,43 @@
+// The text of one source as UTF-8 or 8-bit bytes, mapped where it can be. Knows encodings, byte order marks and line
+// ends; knows no fields.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/mapped_file.h"
+
+namespace tarnwick {
+
+class TextSource {
+ public:
+  /// Reads what `file` holds. UTF-16 (with a byte order mark, or plainly so without) is turned into UTF-8 once; all
+  /// else is used in place. Throws FileError when there is nothing, or no text.
+  TextSource(MappedFile file, std::string name);
+  /// The same for bytes that came another way.
+  TextSource(std::string bytes, std::string name);
+  TextSource(const TextSource&) = delete;
+  TextSource& operator=(const TextSource&) = delete;
+
+  /// Without byte order mark.
+  std::string_view Text() const { return text_; }
+  /// '\n', or '\r' when the text has no other line ends.
+  char LineEnd() const { return line_end_; }
+  const std::string& Name() const { return name_; }
+
+ private:
+  void Recognise(std::string_view bytes);
+
+  std::optional<MappedFile> file_;
+  std::string converted_;
+  std::string name_;
+  std::string_view text_;
+  char line_end_ = '\n';
+};
+
+/// Opens the file, or the standard input when the path is "-". Throws FileError.
+MappedFile OpenSourceFile(const std::filesystem::path& path);
+
+}  // namespace tarnwick
