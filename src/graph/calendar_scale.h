@@ -2,6 +2,7 @@
 // no axis.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "graph/axis_state.h"
@@ -11,14 +12,11 @@ namespace tarnwick {
 /// Days of a unit as a step (a month 30, a year 365, ...); 0 for Automatic.
 double StepDays(DateTickType type);
 
-/// Units of the table that have a rounding rule: all but Automatic.
-double RoundDownToUnit(double day, DateTickType type);
-/// The upper end for `o_max`. Weeks are counted from the day of the week of `o_min`; a decade or century goes by the
-/// year rounded down.
-double RoundUpToUnit(double o_max, double o_min, DateTickType type);
-
-/// The first unit boundary strictly after `day`, `count` units on when day is itself a boundary.
-double NextUnit(double day, DateTickType type, int count);
+/// The number of the unit that `day` lies in, counted from a fixed origin: weeks begin on Sunday, a two-month unit in an
+/// odd month, a quarter in January, April, July or October, decades and centuries in years divisible by 10 and 100.
+std::int64_t UnitIndex(double day, DateTickType type);
+/// The day number at which a unit begins.
+double UnitStart(std::int64_t index, DateTickType type);
 
 struct CalendarRange {
   double min = 0;

@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// The stored count for a requested one: 0, 1, 2, 5, 7 or 9, the greatest that is not above it.
+/// The stored count for a requested one: 0, 1, 2 (also for 3), 5 (from 4 to 6), 7 (and 8), 9 from there on.
 std::int32_t SnapLogDivisions(std::int32_t requested);
 
 /// Mantissas inside a decade, ending with 10, for a stored count (snapped first).

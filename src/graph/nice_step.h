@@ -37,12 +37,14 @@ class StepGrid {
   /// Digits after the point that every multiple needs, and significant digits of the step itself.
   int Decimals() const { return decimals_; }
   int SignificantDigits() const { return digits_; }
+  /// The power of ten of the step's last digit: -2 for 0.25, 3 for 25000.
+  int LastDigit() const { return last_digit_; }
 
  private:
   double step_;
   std::int64_t mantissa_ =
       0;  ///< step = mantissa x 10^exponent, 0 when the step has too many digits
-  int exponent_ = 0;
+  int last_digit_ = 0;
   int decimals_ = 0;
   int digits_ = 0;
 };

@@ -18,7 +18,7 @@ struct Tick {
   bool operator==(const Tick&) const = default;
 };
 
-/// Most major ticks that MakeTicks answers with; a finer step is coarsened to a multiple of it.
+/// Most ticks that a step or calendar unit may give; a finer one is replaced by a nice step or a coarser unit.
 inline constexpr int kMostTicks = 200;
 
 /// The ticks of the axis' visible range in rising order: multiples of StepSize; the divisions of each decade on a

@@ -1,0 +1,167 @@
+#include "graph/tick.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include "base/day_number.h"
+#include "graph/calendar_scale.h"
+#include "graph/log_divisions.h"
+#include "graph/tick_label.h"
+
+namespace tarnwick {
+namespace {
+
+using Ticks = std::vector<Tick>;
+
+/// Whole multiples of a step within a range, both ends included.
+struct Multiples {
+  long double first = 0;
+  long double last = -1;
+  long double Count() const { return last - first + 1; }
+};
+
+Multiples MultiplesWithin(double min, double max, double step) {
+  // Bounds that were meant to lie on a multiple may miss it by the last digit.
+  constexpr long double kRounding = 1e-9L;
+  if (!(step > 0) || !std::isfinite(step)) return {};
+  const long double low = static_cast<long double>(min) / step;
+  const long double high = static_cast<long double>(max) / step;
+  return {std::ceil(low - kRounding), std::floor(high + kRounding)};
+}
+
+/// The step that is drawn: the axis' own unless it gives too many ticks, or fewer than a scale can be read from.
+double DrawnStep(const AxisState& axis, const StepLimits& limits) {
+  const Multiples own = MultiplesWithin(axis.Min, axis.Max, axis.StepSize);
+  if (own.Count() >= 2 && own.Count() <= kMostTicks) return axis.StepSize;
+  return NiceStep(axis.Min, axis.Max, limits.min_steps);
+}
+
+Ticks LinearTicks(const AxisState& axis, const StepLimits& limits) {
+  AxisState drawn = axis;
+  drawn.LogScale = false;
+  drawn.StepSize = DrawnStep(axis, limits);
+  if (drawn.StepSize != axis.StepSize && axis.AdjustDecPlaces) drawn.LabelDecimals = 0;
+  const StepGrid grid(drawn.StepSize);
+  const Multiples multiples = MultiplesWithin(axis.Min, axis.Max, drawn.StepSize);
+  const int count = static_cast<int>(std::clamp<long double>(multiples.Count(), 0, kMostTicks));
+  Ticks ticks;
+  for (int i = 0; i < count; ++i) {
+    const double value = std::clamp(grid.At(multiples.first + i), axis.Min, axis.Max);
+    // A step finer than the doubles around it repeats values.
+    if (!ticks.empty() && ticks.back().value == value) continue;
+    ticks.push_back({value, TickLabelText(drawn, value), true});
+  }
+  return ticks;
+}
+
+/// Every how many decades one is drawn, so that a range of hundreds of them stays readable.
+int DecadeStride(int decades) {
+  constexpr std::array kStrides{1, 2, 5, 10, 20, 50};
+  constexpr int kMostDecades = 40;
+  return *std::find_if(kStrides.begin(), kStrides.end() - 1,
+                       [&](int stride) { return decades / stride <= kMostDecades; });
+}
+
+void AddLogTick(const AxisState& axis, const Tick& tick, Ticks& ticks) {
+  if (tick.value >= axis.Min && tick.value <= axis.Max) ticks.push_back(tick);
+}
+
+/// The divisions of one decade, and minor ticks at the whole mantissas that are no divisions.
+void AddDecade(const AxisState& axis, int exponent, bool with_minor, Ticks& ticks) {
+  const auto table = LogDivisionTable(axis.LogCycleDivisions);
+  for (const double mantissa : table.first(table.size() - 1)) {
+    const double value = ScaledByTen(std::llround(mantissa * 10), exponent - 1);
+    const bool labelled = mantissa == 1 || axis.DivisionLabels;
+    AddLogTick(axis, {value, labelled ? TickLabelText(axis, value) : "", true}, ticks);
+  }
+  for (int whole = 2; with_minor && whole < 10; ++whole) {
+    if (std::find(table.begin(), table.end(), whole) != table.end()) continue;
+    AddLogTick(axis, {ScaledByTen(whole, exponent), "", false}, ticks);
+  }
+}
+
+Ticks LogTicks(const AxisState& axis) {
+  constexpr int kMostDecadesWithMinor = 12;
+  const int first = SplitDecimal(axis.Min).exponent;
+  const int last = SplitDecimal(axis.Max).exponent;
+  const int stride = DecadeStride(last - first);
+  Ticks ticks;
+  for (int exponent = first; exponent <= last; ++exponent) {
+    if (stride == 1) {
+      AddDecade(axis, exponent, last - first <= kMostDecadesWithMinor, ticks);
+    } else if (exponent % stride == 0) {
+      const double value = ScaledByTen(1, exponent);
+      AddLogTick(axis, {value, TickLabelText(axis, value), true}, ticks);
+    }
+  }
+  std::sort(ticks.begin(), ticks.end(),
+            [](const Tick& left, const Tick& right) { return left.value < right.value; });
+  return ticks;
+}
+
+/// Linear bounds have linear ticks; so has a range that holds less than two labelled divisions.
+bool ReadsLinearly(const AxisState& axis, const Ticks& log_ticks) {
+  constexpr double kDecade = 10;
+  if (axis.NarrowLogRange && axis.Max / axis.Min <= kDecade) return true;
+  return std::count_if(log_ticks.begin(), log_ticks.end(),
+                       [](const Tick& tick) { return !tick.label.empty(); }) < 2;
+}
+
+Ticks UnitTicks(const AxisState& axis, DateTickType type) {
+  // Half a millisecond: the resolution of day numbers' texts.
+  constexpr double kRounding = 0.5 / 86'400'000;
+  Ticks ticks;
+  const std::int64_t last = UnitIndex(axis.Max, type);
+  for (std::int64_t index = UnitIndex(axis.Min, type); index <= last; ++index) {
+    const double value = UnitStart(index, type);
+    if (value < axis.Min - kRounding || value > axis.Max + kRounding) continue;
+    ticks.push_back({std::clamp(value, axis.Min, axis.Max), TickLabelText(axis, value), true});
+  }
+  return ticks;
+}
+
+DateTickType Coarser(DateTickType type) {
+  return static_cast<DateTickType>(static_cast<int>(type) + 1);
+}
+
+DateTickType Finer(DateTickType type) {
+  return static_cast<DateTickType>(static_cast<int>(type) - 1);
+}
+
+/// Ticks of the axis' unit; of a coarser one where there would be too many, of a finer one where there would be none to
+/// read a scale from (a format made for the coarser unit would then repeat itself, so one that fits is taken).
+Ticks CalendarTicks(const AxisState& axis) {
+  const double span = axis.Max - axis.Min;
+  DateTickType type = axis.TickType;
+  while (type < DateTickType::Century && span > kMostTicks * StepDays(type)) type = Coarser(type);
+  Ticks ticks = UnitTicks(axis, type);
+  if (ticks.size() >= 2) return ticks;
+  AxisState finer = axis;
+  finer.DateTimeFormat = SuggestDateFormat(axis.Min, axis.Max);
+  while (type > DateTickType::Minute && ticks.size() < 2) {
+    type = Finer(type);
+    ticks = UnitTicks(finer, type);
+  }
+  return ticks;
+}
+
+}  // namespace
+
+std::vector<Tick> MakeTicks(const AxisState& axis, const StepLimits& limits) {
+  if (!(axis.Min < axis.Max) || !std::isfinite(axis.Min) || !std::isfinite(axis.Max)) return {};
+  Ticks ticks;
+  if (axis.LogScale) {
+    if (axis.Min <= 0) return {};
+    ticks = LogTicks(axis);
+    return ReadsLinearly(axis, ticks) ? LinearTicks(axis, limits) : ticks;
+  }
+  const bool calendar = axis.ShowAsTime && axis.TickType < DateTickType::Automatic &&
+                        IsCalendarDay(axis.Min) && IsCalendarDay(axis.Max);
+  if (calendar) ticks = CalendarTicks(axis);
+  return ticks.size() < 2 ? LinearTicks(axis, limits) : ticks;
+}
+
+}  // namespace tarnwick
