@@ -94,7 +94,8 @@ class TDataSeries {
 
   // --- figures (computed when first asked for, kept until the next change)
   double CorrectedY(double x, double y) const;
-  /// After an edit that could narrow them, Y extremes come from a pass over all points in single precision.
+  /// After an edit that could narrow them, Y extremes come from a pass over all points in single precision. Undefined Y are
+  /// left out; Y extremes are undefined when there is no other.
   Extremes GetExtremes() const;
   /// The smallest X (or corrected Y) above 0, in single precision where that can hold it; the minimum when there is none.
   double SmallestPositiveX() const;
@@ -122,28 +123,31 @@ class TDataSeries {
     std::shared_ptr<const Listener> call;  // null: removed while listeners are being called
   };
   struct StatisticsCaches {
-    std::optional<StatisticsRecord> x, y, residuals;
+    std::optional<StatisticsRecord> x, y;
   };
 
   void Raise(ChangeCode code);
   void PointsChanged();
   void BaseLineChanged();
   void RegressionSettingChanged();
+
   void PlacePoint(double x, double y);
   void OverwritePoint(const PointChain::Place& place, double x, double y);
-  void InsertNewPoint(const PointChain::Place& place, double x, double y);
   std::int32_t NewId();
-  void NotePlacedPoint(double x, double y, bool only_point);
-  bool AppendAscending(std::span<const double> x, std::span<const double> y, std::size_t& done);
-  bool BatchCanBeMerged(std::size_t added) const;
-  void MergeBatch(std::span<const double> x, std::span<const double> y);
+  void TakeIntoAccount(double x, double y, std::size_t points);
+  std::size_t AppendAscending(std::span<const double> x, std::span<const double> y);
+  bool ShouldMerge(std::span<const double> x) const;
+  void MergePoints(std::span<const double> x, std::span<const double> y);
   void RemoveDuplicates();
+
   void EnsureExtremes() const;
   void RecomputeExtremes() const;
+  void FindYExtremes() const;
   void SettleAutoZero() const;
+  void RunRegression();
 
-  mutable DataSettings
-      settings_;  // ZeroValue and BaseLineSlope follow AutoZero when figures are asked for
+  // ZeroValue and BaseLineSlope follow AutoZero when figures are asked for.
+  mutable DataSettings settings_;
   PointChain points_;
   PointChain regression_curve_;
   std::int32_t id_counter_ = 0;
@@ -151,6 +155,7 @@ class TDataSeries {
   bool close_points_ = false;
   mutable Extremes extremes_;
   mutable bool extremes_stale_ = false;
+  mutable std::optional<double> smallest_positive_y_;
   bool regression_stale_ = true;
   mutable StatisticsCaches statistics_;
 

@@ -81,6 +81,7 @@ class PointChain {
 
   // --- editing. The caller keeps X ascending; ids are its business too.
   void Append(std::int32_t id, double x, double y);
+  void Append(const Point& point);
   /// Appends points with the ids first_id, first_id + 1, … ; x ascending and not below LastX().
   void AppendRun(std::int32_t first_id, std::span<const double> x, std::span<const double> y);
   /// Inserts a point directly before `place`.
@@ -108,7 +109,6 @@ class PointChain {
   void SplitChunk(const Place& place);
   void SplitGroup(std::size_t group);
   void RemoveChunk(const Place& place);
-  void UpdateLastX();
 
   CowPtr<ChunkRoot> root_;
   std::size_t size_ = 0;

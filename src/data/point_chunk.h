@@ -59,7 +59,6 @@ class PointChunk : public CowCounted {
   void AppendRun(std::int32_t first_id, const double* x, const double* y, std::size_t count);
   void Insert(std::size_t offset, const Point& point);
   void Set(std::size_t offset, double x, double y);
-  void SetRegression(std::size_t offset, double value);
   void Erase(std::size_t offset);
   /// Cuts the points from `offset` on off into the returned chunk.
   std::unique_ptr<PointChunk> SplitAt(std::size_t offset);

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "data/point_chain.h"
-#include "data/statistics.h"
 
 namespace tarnwick {
 
@@ -31,9 +30,9 @@ Quadratic FitParabola(const PointChain& points);
 /// Least-squares straight line (a = 0); the mean for one X. Undefined without points.
 Quadratic FitLine(const PointChain& points);
 
-/// Tukey's resistant line: the slope makes the median residuals of the outer thirds equal, the intercept is the median of
-/// all residuals, taken from their statistics, which are handed out in `residuals`.
-Quadratic FitRobustLine(const PointChain& points, double tolerance, StatisticsRecord& residuals);
+/// Tukey's resistant line: its slope makes the median residuals of the outer thirds equal, its intercept makes the median
+/// of all residuals 0. The mean's place is taken by the median for one X. Undefined without points.
+Quadratic FitRobustLine(const PointChain& points);
 
 /// R(first) = Y(first), R(i) = alpha Y(i) + (1 - alpha) R(i - 1), into the regression values.
 void SmoothExponentially(PointChain& points, double alpha);

@@ -1,0 +1,130 @@
+#include "data/data_series_file.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+#include <vector>
+
+namespace tarnwick {
+
+namespace {
+
+using S = TDataSeries;
+using Texts = Property<S, std::string>;
+using Integers = Property<S, std::int32_t>;
+using Floats = Property<S, double>;
+using Booleans = Property<S, bool>;
+
+// Access to a member of the data-source description; enums travel as integers.
+template <auto Member>
+constexpr auto OfSource() {
+  using Held = std::remove_cvref_t<decltype(std::declval<TDSInfo&>().*Member)>;
+  using Value = std::conditional_t<std::is_enum_v<Held>, std::int32_t, Held>;
+  return Property<S, Value>{
+      [](const S& series) { return static_cast<Value>(series.Source().*Member); },
+      [](S& series, Value value) {
+        series.Source().*Member = static_cast<Held>(std::move(value));
+      }};
+}
+
+constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+constexpr AllowedRange kByte = {0, 255};
+constexpr AllowedRange kFormats = {0, static_cast<std::int32_t>(ColumnFormat::DateMonthFirst)};
+constexpr AllowedRange kModes = {0, static_cast<std::int32_t>(RowChoice::DropLast)};
+
+const Field<S> kFields[] = {
+    {1, "SeriesName",
+     Texts{[](const S& s) { return s.SeriesName(); },
+           [](S& s, std::string v) { s.SetSeriesName(std::move(v)); }}},
+    {2, "NumericalTolerance",
+     Floats{[](const S& s) { return s.NumericalTolerance(); },
+            [](S& s, double v) { s.SetNumericalTolerance(v); }}},
+    {3, "DuplicatesAllowed",
+     Booleans{[](const S& s) { return s.DuplicatesAllowed(); },
+              [](S& s, bool v) { s.SetDuplicatesAllowed(v); }}},
+    {4, "AutoZero",
+     Booleans{[](const S& s) { return s.AutoZero(); }, [](S& s, bool v) { s.SetAutoZero(v); }}},
+    {5, "ZeroValue",
+     Floats{[](const S& s) { return s.ZeroValue(); }, [](S& s, double v) { s.SetZeroValue(v); }}},
+    {6, "RegressionType",
+     Integers{[](const S& s) { return static_cast<std::int32_t>(s.RegressionType()); },
+              [](S& s, std::int32_t v) { s.SetRegressionType(static_cast<RegressionType>(v)); }},
+     kByte},
+    {7, "RegressionControlValue1",
+     Integers{[](const S& s) { return s.RegressionSteps(); },
+              [](S& s, std::int32_t v) { s.SetRegressionSteps(v); }}},
+    {8, "RegressionControlValue1",
+     Floats{[](const S& s) { return s.RegressionAlpha(); },
+            [](S& s, double v) { s.SetRegressionAlpha(v); }}},
+    {9, "DataSource", OfSource<&TDSInfo::DataSource>(), kByte},
+    {10, "DatasourceInfo", OfSource<&TDSInfo::DatasourceInfo>()},
+    {12, "DivideTextByWidth", OfSource<&TDSInfo::DivideTextByWidth>()},
+    {13, "FileHasHeaders", OfSource<&TDSInfo::FileHasHeaders>(), {0, kMost}},
+    {14, "TextSeparators", OfSource<&TDSInfo::TextSeparators>()},
+    {15, "TextMarkers", OfSource<&TDSInfo::TextMarkers>()},
+    {16, "XDataColumn", OfSource<&TDSInfo::XDataColumn>()},
+    {17, "YDataColumn", OfSource<&TDSInfo::YDataColumn>()},
+    {18, "RowSamplingFrequency", OfSource<&TDSInfo::RowSamplingFrequency>(), {1, kMost}},
+    {19, "ColumnWidth", OfSource<&TDSInfo::ColumnWidth>(), {1, kMost}},
+    {20, "RowChoiceMode", OfSource<&TDSInfo::RowChoiceMode>(), kModes},
+    {21, "RowChoiceValue1", OfSource<&TDSInfo::RowChoiceValue1>()},
+    {22, "RowChoiceValue2", OfSource<&TDSInfo::RowChoiceValue2>()},
+    {23, "XFormat", OfSource<&TDSInfo::XFormat>(), kFormats},
+    {24, "YFormat", OfSource<&TDSInfo::YFormat>(), kFormats},
+    {42, "BaseLineSlope",
+     Floats{[](const S& s) { return s.BaseLineSlope(); },
+            [](S& s, double v) { s.SetBaseLineSlope(v); }}},
+    {44, "AutoRowHitFreq", OfSource<&TDSInfo::AutoRowHitFreq>()},
+    {46, "XColExpr",
+     Texts{[](const S& s) { return s.XColExpr(); },
+           [](S& s, std::string v) { s.SetXColExpr(std::move(v)); }}},
+    {47, "YColExpr",
+     Texts{[](const S& s) { return s.YColExpr(); },
+           [](S& s, std::string v) { s.SetYColExpr(std::move(v)); }}},
+    // Absent from a file means true, what files without this key expect.
+    {48,
+     "MergeSeparators",
+     OfSource<&TDSInfo::MergeSeparators>(),
+     {},
+     [](const S& s) { return !s.Source().MergeSeparators; }},
+};
+
+}  // namespace
+
+FieldTable<TDataSeries> DataSeriesFields() {
+  return kFields;
+}
+
+void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoints with_points) {
+  WriteFields<TDataSeries>(writer, DataSeriesFields(), series);
+  writer.WriteEndOfSection();
+  if (with_points == WithPoints::No) {
+    writer.WritePointBlockHeader(0);
+    return;
+  }
+  writer.WritePointBlockHeader(series.PointCount());
+  series.Points().ForEachPoint([&writer](double x, double y) { writer.WritePoint(x, y); });
+}
+
+void ReadDataSeries(SectionReader& reader, TDataSeries& series) {
+  ReadSection<TDataSeries>(reader, DataSeriesFields(), series);
+  // Blocks bound the memory beside the DataSet; their result is that of single points.
+  constexpr std::size_t kBlock = 65536;
+  auto left = static_cast<std::size_t>(std::max(0, reader.ReadPointBlockHeader()));
+  std::vector<double> x;
+  std::vector<double> y;
+  while (left > 0) {
+    const std::size_t count = std::min(left, kBlock);
+    x.clear();
+    y.clear();
+    for (std::size_t i = 0; i < count; ++i) {
+      const StreamPoint point = reader.ReadPoint();
+      x.push_back(point.x);
+      y.push_back(point.y);
+    }
+    series.AddPoints(x, y);
+    left -= count;
+  }
+}
+
+}  // namespace tarnwick

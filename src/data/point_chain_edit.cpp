@@ -1,0 +1,255 @@
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "data/point_chain.h"
+
+namespace tarnwick {
+
+namespace {
+
+// A chunk into which points are inserted is kept this small, so that an insert moves little. Appended chunks fill up.
+constexpr std::size_t kInsertCapacity = 128;
+// Small DataSets stay small: the first chunk grows in steps.
+constexpr std::size_t kFirstCapacity = 16;
+
+template <class T>
+typename std::vector<T>::iterator IteratorAt(std::vector<T>& values, std::size_t offset) {
+  return values.begin() + static_cast<typename std::vector<T>::difference_type>(offset);
+}
+
+void MakeRoom(PointChunk& chunk) {
+  if (chunk.Size() < chunk.X().capacity()) return;
+  std::size_t room = kFirstCapacity;
+  while (room <= chunk.Size()) room *= 2;
+  if (room > kFirstCapacity && room < kInsertCapacity) room = kInsertCapacity;
+  chunk.Reserve(room);
+}
+
+}  // namespace
+
+PointChunk& PointChain::EditChunk(const Place& place) {
+  return root_.Edit().groups[place.group].Edit().chunks[place.chunk].Edit();
+}
+
+// The last chunk if it has room for another point, else a new one behind it, whose first X the caller notes.
+PointChunk& PointChain::ChunkForAppend() {
+  ChunkRoot& root = root_.Edit();
+  if (!root.groups.empty()) {
+    ChunkGroup& last = root.groups.back().Edit();
+    if (last.chunks.back()->Size() < PointChunk::kCapacity) {
+      PointChunk& chunk = last.chunks.back().Edit();
+      if (chunk.X().capacity() < PointChunk::kCapacity) MakeRoom(chunk);
+      return chunk;
+    }
+    // Whoever draws wants a full chunk's extremes sooner or later; now its values are still in the cache.
+    last.chunks.back()->Extremes();
+  }
+  if (root.groups.empty() || root.groups.back()->chunks.size() == ChunkGroup::kCapacity) {
+    root.first_x.push_back(0);
+    root.start.push_back(size_);
+    root.first_chunk.push_back(ChunkCount());
+    root.groups.emplace_back(std::make_unique<ChunkGroup>());
+  }
+  ChunkGroup& group = root.groups.back().Edit();
+  group.first_x.push_back(0);
+  group.start.push_back(group.points);
+  group.chunks.emplace_back(std::make_unique<PointChunk>());
+  PointChunk& chunk = group.chunks.back().Edit();
+  chunk.Reserve(size_ == 0 ? kFirstCapacity : PointChunk::kCapacity);
+  return chunk;
+}
+
+void PointChain::Append(std::int32_t id, double x, double y) {
+  PointChunk& chunk = ChunkForAppend();
+  chunk.Append(id, x, y);
+  ChunkRoot& root = root_.Edit();
+  ChunkGroup& group = root.groups.back().Edit();
+  if (chunk.Size() == 1) {
+    group.first_x.back() = x;
+    if (group.chunks.size() == 1) root.first_x.back() = x;
+  }
+  ++group.points;
+  ++size_;
+  last_x_ = x;
+}
+
+void PointChain::Append(const Point& point) {
+  Append(point.id, point.x, point.y);
+  if (point.regression == 0) return;
+  const Place last = PlaceOf(size_ - 1);
+  EditChunk(last).EditRegression()[last.offset] = point.regression;
+}
+
+void PointChain::AppendRun(std::int32_t first_id, std::span<const double> x,
+                           std::span<const double> y) {
+  std::size_t done = 0;
+  while (done < x.size()) {
+    // The first point of each chunk goes the ordinary way, which sees to the directory.
+    Append(first_id + static_cast<std::int32_t>(done), x[done], y[done]);
+    ++done;
+    ChunkGroup& group = root_.Edit().groups.back().Edit();
+    PointChunk& chunk = group.chunks.back().Edit();
+    const std::size_t count = std::min(x.size() - done, PointChunk::kCapacity - chunk.Size());
+    if (count == 0) continue;
+    if (chunk.Size() + count > chunk.X().capacity()) chunk.Reserve(PointChunk::kCapacity);
+    chunk.AppendRun(first_id + static_cast<std::int32_t>(done), x.data() + done, y.data() + done,
+                    count);
+    group.points += static_cast<std::uint32_t>(count);
+    size_ += count;
+    done += count;
+    last_x_ = x[done - 1];
+  }
+}
+
+void PointChain::Insert(const Place& place, const Point& point) {
+  if (place == End()) {
+    Append(point);
+    return;
+  }
+  const std::size_t index = IndexOf(place);
+  Place at = place;
+  while (ChunkAt(at).Size() >= kInsertCapacity) {
+    SplitChunk(at);
+    at = PlaceOf(index);
+  }
+  PointChunk& chunk = EditChunk(at);
+  MakeRoom(chunk);
+  chunk.Insert(at.offset, point);
+  if (at.offset == 0) FirstXChanged(at);
+  PointsChanged(at, 1);
+}
+
+void PointChain::Set(const Place& place, double x, double y) {
+  EditChunk(place).Set(place.offset, x, y);
+  if (place.offset == 0) FirstXChanged(place);
+  if (IndexOf(place) + 1 == size_) last_x_ = x;
+}
+
+void PointChain::Erase(const Place& place) {
+  PointChunk& chunk = EditChunk(place);
+  chunk.Erase(place.offset);
+  const bool emptied = chunk.Size() == 0;
+  if (!emptied && place.offset == 0) FirstXChanged(place);
+  PointsChanged(place, -1);
+  if (emptied) RemoveChunk(place);
+  last_x_ = size_ == 0 ? 0 : root_->groups.back()->chunks.back()->X().back();
+}
+
+void PointChain::Clear() {
+  *this = PointChain();
+}
+
+void PointChain::ShiftX(double dx) {
+  ChunkRoot& root = root_.Edit();
+  for (auto& shared_group : root.groups) {
+    ChunkGroup& group = shared_group.Edit();
+    for (auto& chunk : group.chunks) chunk.Edit().Shift(dx);
+    for (double& x : group.first_x) x += dx;
+  }
+  for (double& x : root.first_x) x += dx;
+  last_x_ += dx;
+}
+
+void PointChain::FillRegression(
+    const std::function<void(const ChunkView&, std::span<double>)>& fill) {
+  for (std::size_t group = 0; group < root_->groups.size(); ++group) {
+    for (std::size_t chunk = 0; chunk < root_->groups[group]->chunks.size(); ++chunk) {
+      const Place place{group, chunk, 0};
+      std::vector<double>& values = EditChunk(place).EditRegression();
+      fill(View(place), values);
+      EditChunk(place).TidyRegression();
+    }
+  }
+}
+
+void PointChain::ClearRegression() {
+  for (std::size_t group = 0; group < root_->groups.size(); ++group) {
+    for (std::size_t chunk = 0; chunk < root_->groups[group]->chunks.size(); ++chunk) {
+      const Place place{group, chunk, 0};
+      if (!ChunkAt(place).Regression().empty()) EditChunk(place).ClearRegression();
+    }
+  }
+}
+
+// Keeps the first indices behind `place` and the counts right after points came or went in its chunk.
+void PointChain::PointsChanged(const Place& place, std::ptrdiff_t change) {
+  ChunkRoot& root = root_.Edit();
+  ChunkGroup& group = root.groups[place.group].Edit();
+  const auto step =
+      static_cast<std::uint32_t>(change);  // wraps for a negative change, and so do the sums
+  group.points += step;
+  for (std::size_t i = place.chunk + 1; i < group.start.size(); ++i) group.start[i] += step;
+  const auto wide_step = static_cast<std::size_t>(change);
+  for (std::size_t i = place.group + 1; i < root.start.size(); ++i) root.start[i] += wide_step;
+  size_ += wide_step;
+}
+
+void PointChain::FirstXChanged(const Place& place) {
+  ChunkRoot& root = root_.Edit();
+  const double x = ChunkAt(place).X().front();
+  root.groups[place.group].Edit().first_x[place.chunk] = x;
+  if (place.chunk == 0) root.first_x[place.group] = x;
+}
+
+// Cuts a chunk into halves, its group too when that is full.
+void PointChain::SplitChunk(const Place& place) {
+  Place at = place;
+  if (root_->groups[at.group]->chunks.size() == ChunkGroup::kCapacity) {
+    SplitGroup(at.group);
+    const std::size_t kept = root_->groups[at.group]->chunks.size();
+    if (at.chunk >= kept) at = {at.group + 1, at.chunk - kept, 0};
+  }
+  PointChunk& head = EditChunk(at);
+  std::unique_ptr<PointChunk> tail = head.SplitAt(head.Size() / 2);
+  ChunkRoot& root = root_.Edit();
+  ChunkGroup& group = root.groups[at.group].Edit();
+  const auto start = group.start[at.chunk] + static_cast<std::uint32_t>(head.Size());
+  group.first_x.insert(IteratorAt(group.first_x, at.chunk + 1), tail->X().front());
+  group.start.insert(IteratorAt(group.start, at.chunk + 1), start);
+  group.chunks.insert(IteratorAt(group.chunks, at.chunk + 1), CowPtr(std::move(tail)));
+  for (std::size_t i = at.group + 1; i < root.first_chunk.size(); ++i) ++root.first_chunk[i];
+}
+
+void PointChain::SplitGroup(std::size_t number) {
+  ChunkRoot& root = root_.Edit();
+  ChunkGroup& head = root.groups[number].Edit();
+  const std::size_t half = head.chunks.size() / 2;
+  auto tail = std::make_unique<ChunkGroup>();
+  const std::uint32_t kept_points = head.start[half];
+  tail->first_x.assign(IteratorAt(head.first_x, half), head.first_x.end());
+  for (std::size_t i = half; i < head.start.size(); ++i) {
+    tail->start.push_back(head.start[i] - kept_points);
+  }
+  tail->chunks.assign(IteratorAt(head.chunks, half), head.chunks.end());
+  tail->points = head.points - kept_points;
+  head.first_x.resize(half);
+  head.start.resize(half);
+  head.chunks.resize(half);
+  head.points = kept_points;
+  root.first_x.insert(IteratorAt(root.first_x, number + 1), tail->first_x.front());
+  root.start.insert(IteratorAt(root.start, number + 1), root.start[number] + kept_points);
+  root.first_chunk.insert(IteratorAt(root.first_chunk, number + 1),
+                          root.first_chunk[number] + half);
+  root.groups.insert(IteratorAt(root.groups, number + 1), CowPtr(std::move(tail)));
+}
+
+// Takes an empty chunk out, and its group when that was the last one in it.
+void PointChain::RemoveChunk(const Place& place) {
+  ChunkRoot& root = root_.Edit();
+  ChunkGroup& group = root.groups[place.group].Edit();
+  group.first_x.erase(IteratorAt(group.first_x, place.chunk));
+  group.start.erase(IteratorAt(group.start, place.chunk));
+  group.chunks.erase(IteratorAt(group.chunks, place.chunk));
+  for (std::size_t i = place.group + 1; i < root.first_chunk.size(); ++i) --root.first_chunk[i];
+  if (!group.chunks.empty()) {
+    root.first_x[place.group] = group.first_x.front();
+    return;
+  }
+  root.first_x.erase(IteratorAt(root.first_x, place.group));
+  root.start.erase(IteratorAt(root.start, place.group));
+  root.first_chunk.erase(IteratorAt(root.first_chunk, place.group));
+  root.groups.erase(IteratorAt(root.groups, place.group));
+}
+
+}  // namespace tarnwick
