@@ -157,15 +157,15 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout,
       line.fields.clear();
       columns = rows;
     }
-    const auto fits = [&](const Line& other) {
-      return static_cast<std::int32_t>(other.fields.size()) == rows && NamesAll(other.fields);
-    };
-    for (auto at = opening.header.rbegin(); at != opening.header.rend(); ++at) {
-      Line candidate = ReadLine(*at, layout, rows);
-      if (!fits(candidate)) continue;
-      line = std::move(candidate);
+    for (const std::string_view header : opening.header) {
+      Line candidate = ReadLine(header, layout, rows);
+      const bool fits =
+          static_cast<std::int32_t>(candidate.fields.size()) == rows && NamesAll(candidate.fields);
+      if (!fits) continue;
       columns = rows;
-      break;
+      line = std::move(candidate);
+      // Units may follow a plain line of names; of comments the one nearest to the rows names them.
+      if (!line.comment) break;
     }
   }
 

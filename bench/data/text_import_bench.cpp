@@ -1,0 +1,181 @@
+// Import of a large text file beside its limit: a bare loop over the mapped file that reads the same numbers with the same
+// parser, and "wc -l" for automatic sampling. Figures to compare: import / limit (at most 1.5 on one thread, 0.9 on two),
+// sampled / wc (at most 3), and bytes_per_point (at most 30, beyond the mapped file).
+#include <benchmark/benchmark.h>
+#include <fast_float/fast_float.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/mapped_file.h"
+#include "base/progress.h"
+#include "data/format_guess.h"
+#include "data/import_file.h"
+
+namespace {
+
+using namespace tarnwick;
+
+/// A file of `rows` rows of two columns, about 19 bytes each, made once and removed at the end.
+class TableFile {
+ public:
+  explicit TableFile(int rows)
+      : path_(std::filesystem::temp_directory_path() /
+              ("tarnwick_bench_" + std::to_string(rows) + ".csv")) {
+    std::FILE* const file = std::fopen(path_.c_str(), "w");
+    if (file == nullptr) std::abort();
+    std::fputs("time,signal\n", file);
+    for (int i = 0; i < rows; ++i) {
+      std::fprintf(file, "%.3f,%.6f\n", i * 0.001, 2 + std::sin(i * 1e-4));
+    }
+    std::fclose(file);
+  }
+  ~TableFile() { std::filesystem::remove(path_); }
+  TableFile(const TableFile&) = delete;
+  TableFile& operator=(const TableFile&) = delete;
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+const std::filesystem::path& Large() {
+  static const TableFile file(10'000'000);
+  return file.Path();
+}
+
+const std::filesystem::path& Small() {
+  static const TableFile file(100'000);
+  return file.Path();
+}
+
+/// Memory of the process that is no mapped file, in bytes.
+std::int64_t AnonymousBytes() {
+  std::ifstream status("/proc/self/status");
+  for (std::string word; status >> word;) {
+    if (word != "RssAnon:") continue;
+    std::int64_t kilobytes = 0;
+    status >> kilobytes;
+    return kilobytes * 1024;
+  }
+  return 0;
+}
+
+/// Notes the most memory used at any step.
+class MemoryWatch final : public Progress {
+ public:
+  MemoryWatch() : before_(AnonymousBytes()) {}
+  void Begin(std::string_view, std::string_view, std::int64_t) override {}
+  bool Advance(std::int64_t) override {
+    if (++steps_ % 16 == 0) Note();
+    return true;
+  }
+  bool Cancelled() const override { return false; }
+  void Note() { most_ = std::max(most_, AnonymousBytes()); }
+  std::int64_t Most() const { return most_ - before_; }
+
+ private:
+  std::int64_t before_;
+  std::int64_t most_ = 0;
+  int steps_ = 0;
+};
+
+void LimitLoop(benchmark::State& state) {
+  const std::filesystem::path& path = Large();
+  for (auto _ : state) {
+    const MappedFile file(path);
+    const char* at = file.Bytes().data();
+    const char* const end = at + file.Bytes().size();
+    at = std::find(at, end, '\n') + 1;
+    std::vector<double> x;
+    std::vector<double> y;
+    x.reserve(10'000'000);
+    y.reserve(10'000'000);
+    while (at < end) {
+      double value = 0;
+      at = fast_float::from_chars(at, end, value).ptr + 1;
+      x.push_back(value);
+      at = fast_float::from_chars(at, end, value).ptr + 1;
+      y.push_back(value);
+    }
+    benchmark::DoNotOptimize(x.data());
+    benchmark::DoNotOptimize(y.data());
+  }
+}
+BENCHMARK(LimitLoop)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+
+void ImportEveryRow(benchmark::State& state) {
+  const std::filesystem::path& path = Large();
+  ImportOptions options;
+  options.every = 1;
+  std::int64_t points = 0;
+  for (auto _ : state) {
+    LoadOptions load;
+    load.threads = static_cast<int>(state.range(0));
+    const ImportResult result = ImportFile(path, options, load);
+    points = result.reports.front().points;
+  }
+  if (points != 10'000'000) state.SkipWithError("points are missing");
+}
+BENCHMARK(ImportEveryRow)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
+
+void ImportMemory(benchmark::State& state) {
+  const std::filesystem::path& path = Large();
+  ImportOptions options;
+  options.every = 1;
+  double bytes = 0;
+  for (auto _ : state) {
+    MemoryWatch watch;
+    LoadOptions load;
+    load.progress = &watch;
+    const ImportResult result = ImportFile(path, options, load);
+    watch.Note();
+    bytes = static_cast<double>(watch.Most()) / static_cast<double>(result.reports.front().points);
+  }
+  state.counters["bytes_per_point"] = bytes;
+}
+BENCHMARK(ImportMemory)->Iterations(1)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void CountLinesWithWc(benchmark::State& state) {
+  const std::string command = "wc -l " + Large().string() + " > /dev/null";
+  for (auto _ : state) {
+    if (std::system(command.c_str()) != 0) state.SkipWithError("wc failed");
+  }
+}
+BENCHMARK(CountLinesWithWc)->Unit(benchmark::kMillisecond)->MinTime(1)->UseRealTime();
+
+void ImportSampled(benchmark::State& state) {
+  const std::filesystem::path& path = Large();
+  for (auto _ : state) {
+    const ImportResult result = ImportFile(path);
+    benchmark::DoNotOptimize(result.series.front()->PointCount());
+  }
+}
+BENCHMARK(ImportSampled)->Unit(benchmark::kMillisecond)->MinTime(1)->UseRealTime();
+
+void ImportHundredThousandRows(benchmark::State& state) {
+  const std::filesystem::path& path = Small();
+  ImportOptions options;
+  if (state.range(0) > 0) options.every = static_cast<std::int32_t>(state.range(0));
+  for (auto _ : state) {
+    const ImportResult result = ImportFile(path, options);
+    benchmark::DoNotOptimize(result.series.front()->PointCount());
+  }
+}
+BENCHMARK(ImportHundredThousandRows)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+void GuessFormat(benchmark::State& state) {
+  const MappedFile file(Small());
+  for (auto _ : state) benchmark::DoNotOptimize(GuessTextFormat(file.Bytes()).columns.data());
+}
+BENCHMARK(GuessFormat)->Unit(benchmark::kMillisecond);
+
+}  // namespace
