@@ -70,7 +70,7 @@ TEST(MakeTicks, LabelsMultiplesDecadesAndCalendarUnits) {
       {"divisions", Logarithmic(0.2, 50, 2), "0.2 0.5 1 2 5 10 20 50"},
       {"fine divisions", Logarithmic(1, 10, 5), "1.0 1.5 2.0 3.0 5.0 7.0 10"},
       {"bare divisions", Logarithmic(0.1, 10, 1, false), "0.1 - 1 - 10"},
-      {"within one division", Logarithmic(2.2, 3.1, 2), "2.2 2.4 2.6 2.8 3.0"},
+      {"within one division", Logarithmic(2.2, 3.1, 2), "2.2 2.3 2.4 2.5 2.6 2.7 2.8 2.9 3.0 3.1"},
       {"months", Time("2024-01-01", "2024-05-01", Month, "dd-mmm"),
        "01-Jan 01-Feb 01-Mar 01-Apr 01-May"},
       {"quarters", Time("2023-12-15", "2024-08-01", Quarter, "yyyy-mm"), "2024-01 2024-04 2024-07"},
