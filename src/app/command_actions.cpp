@@ -1,0 +1,128 @@
+#include "app/command_actions.h"
+
+#include <QAction>
+#include <QKeySequence>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <algorithm>
+
+#include "app/command_table.h"
+#include "app/ink_icon.h"
+#include "app/menu_table.h"
+#include "app/text.h"
+
+namespace tarnwick {
+namespace {
+
+/// "New (Ctrl+N)"
+QString ToolTip(const Command& command) {
+  QString tip = ToQt(ShortHint(command)).trimmed();
+  if (!command.shortcut.empty()) {
+    const QKeySequence keys(ToQt(command.shortcut), QKeySequence::PortableText);
+    tip += " (" + keys.toString(QKeySequence::NativeText) + ")";
+  }
+  return tip;
+}
+
+}  // namespace
+
+CommandActions::CommandActions(QMainWindow& window, MakeContext make_context)
+    : QObject(&window), window_(window), make_context_(std::move(make_context)) {
+  MakeActions();
+  MakeMenus();
+  MakeToolBar();
+}
+
+void CommandActions::MakeActions() {
+  for (const Command* command : CommandTable()) {
+    auto* action = new QAction(InkIcon(command->icon), ToQt(command->caption), &window_);
+    action->setObjectName(ToQt(command->name));
+    action->setToolTip(ToolTip(*command));
+    action->setStatusTip(ToQt(LongHint(*command)));
+    if (!command->shortcut.empty()) {
+      action->setShortcut(QKeySequence(ToQt(command->shortcut), QKeySequence::PortableText));
+    }
+    // The platform's guesses from captions ("Quit", "About") would move entries to other menus.
+    action->setMenuRole(QAction::NoRole);
+    connect(action, &QAction::triggered, this, [this, command] { Run(*command); });
+    window_.addAction(action);
+    entries_.push_back({command, action});
+  }
+}
+
+void CommandActions::MakeMenus() {
+  for (const MenuRow& row : MenuTable()) {
+    auto* menu = new QMenu(ToQt(row.caption), &window_);
+    int group = -1;
+    for (const Entry& entry : entries_) {
+      if (entry.command->menu != row.menu) continue;
+      if (group >= 0 && entry.command->group != group) menu->addSeparator();
+      group = entry.command->group;
+      menu->addAction(entry.action);
+    }
+    menus_[row.menu] = menu;
+  }
+  const auto rows = MenuTable();
+  // Submenus stand after their parents, so going backwards fills parents before they are judged.
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+    QMenu* menu = menus_[row->menu];
+    if (menu->isEmpty()) {
+      delete menu;
+      menus_.erase(row->menu);
+    } else if (row->parent != Menu::None) {
+      QMenu* parent = menus_[row->parent];
+      parent->insertMenu(parent->actions().value(0), menu);
+    }
+  }
+  for (const MenuRow& row : rows) {
+    if (row.parent == Menu::None && menus_.contains(row.menu)) {
+      window_.menuBar()->addMenu(menus_[row.menu]);
+    }
+  }
+}
+
+void CommandActions::MakeToolBar() {
+  auto* bar = new QToolBar(tr("Tool Bar"), &window_);
+  bar->setObjectName("ToolBar");
+  bar->setIconSize({20, 20});
+  bar->setMovable(false);
+  for (const ToolGroup group :
+       {ToolGroup::File, ToolGroup::Data, ToolGroup::Zoom, ToolGroup::Show}) {
+    if (!bar->actions().isEmpty()) bar->addSeparator();
+    for (const Entry& entry : entries_) {
+      if (entry.command->tool == group) bar->addAction(entry.action);
+    }
+  }
+  window_.addToolBar(bar);
+}
+
+void CommandActions::Run(const Command& command) {
+  CommandContext context = make_context_();
+  RunCommand(command, context);
+  Update();
+}
+
+void CommandActions::Update() {
+  const CommandContext context = make_context_();
+  for (const Entry& entry : entries_) {
+    entry.action->setEnabled(!entry.command->enabled || entry.command->enabled(context));
+    if (!entry.command->caption_now) continue;
+    entry.action->setText(ToQt(context.document ? entry.command->caption_now(*context.document)
+                                                : entry.command->caption));
+  }
+}
+
+QMenu* CommandActions::MenuOf(Menu menu) const {
+  const auto found = menus_.find(menu);
+  return found == menus_.end() ? nullptr : found->second;
+}
+
+QAction* CommandActions::ActionOf(std::string_view name) const {
+  const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& entry) { return entry.command->name == name; });
+  return found == entries_.end() ? nullptr : found->action;
+}
+
+}  // namespace tarnwick

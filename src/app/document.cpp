@@ -1,0 +1,223 @@
+#include "app/document.h"
+
+#include <numeric>
+#include <system_error>
+#include <utility>
+
+#include "app/text.h"
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "graph/finished_look.h"
+#include "graph/plot_metrics.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr const char* kDefaultTemplateName = "default.ttp";
+
+std::filesystem::path FolderOf(const std::filesystem::path& path) {
+  return std::filesystem::absolute(path).parent_path();
+}
+
+bool Exists(const std::filesystem::path& path) {
+  std::error_code ignored;  // a path that cannot be looked at cannot be read either
+  return std::filesystem::exists(path, ignored);
+}
+
+}  // namespace
+
+Document::Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent)
+    : QObject(parent), name_(std::move(name)), caption_(name_), work_(work), prompt_(prompt) {
+  DefaultAppearance(graph_, name_);
+  graph_.SetChanged(false);
+  graph_.SetListener([this](GraphChange change) { emit graphChanged(change); });
+}
+
+void Document::SetChanged(bool changed) {
+  graph_.SetChanged(changed);
+  emit stateChanged();
+}
+
+bool Document::Begin(const DocumentFiles& files) {
+  const std::string extension = LowerExtension(files.graph_or_template);
+  if (extension == ".ttp") template_ = files.graph_or_template;
+  if (extension == ".tgr") graph_file_ = files.graph_or_template;
+  data_folder_ = std::filesystem::current_path();
+  if (files.graph_or_template.empty() && !files.default_template.empty()) {
+    LoadDefaultTemplate(files.default_template);
+  } else {
+    Reload();
+    if (!files.graph_or_template.empty()) data_folder_ = FolderOf(files.graph_or_template);
+  }
+  try {
+    if (!files.data.empty()) loaded_successfully_ = ReadDataFile(files.data);
+    if (!files.data_set.empty()) loaded_successfully_ = LoadDataFromFile(files.data_set);
+  } catch (...) {
+    loaded_successfully_ = false;
+    throw;
+  }
+  return loaded_successfully_;
+}
+
+void Document::LoadDefaultTemplate(const std::filesystem::path& path) {
+  try {
+    LoadGraphFile(path);
+  } catch (const FileError& error) {
+    prompt_.Tell(error.what());
+    Reload();
+  }
+}
+
+void Document::Reload() {
+  if (!graph_file_.empty()) {
+    LoadGraphFile(graph_file_);
+  } else if (!template_.empty()) {
+    LoadGraphFile(template_);
+  } else {
+    DefaultAppearance(graph_, name_);
+  }
+  note_.clear();
+  SetChanged(false);
+}
+
+void Document::LoadGraphFile(const std::filesystem::path& path) {
+  zoom_.Clear();
+  if (!Exists(path)) {
+    DefaultAppearance(graph_, name_);
+    SetChanged(false);
+    return;
+  }
+  TakeState(Read([path](Progress&) { return ReadGraph(path); }));
+  KeepLook();
+  const std::string extension = LowerExtension(path);
+  if (extension == ".tgr") graph_file_ = path;
+  if (extension == ".ttp") {
+    template_ = path;
+    if (LowerAscii(path.filename().string()) == kDefaultTemplateName) {
+      Appearance appearance = graph_.GetAppearance();
+      appearance.title_of_graph = name_;
+      graph_.SetAppearance(appearance);
+    }
+  }
+  ShowPath(path);
+  SettleTooManyPoints();
+  SetChanged(false);
+}
+
+bool Document::ReadDataFile(const std::filesystem::path& path) {
+  const GraphState before = graph_.State();
+  const ReadResult result =
+      Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
+  if (result.cancelled) return false;
+  look_unfinished_ = true;
+  data_file_ = path;
+  data_folder_ = FolderOf(path);
+  TakeState(result);
+  SettleTooManyPoints();
+  SetChanged(true);
+  return true;
+}
+
+bool Document::LoadDataFromFile(const std::filesystem::path& path) {
+  const std::string extension = LowerExtension(path);
+  if (extension == ".tgr" || extension == ".ttp") {
+    LoadGraphFile(path);
+    return true;
+  }
+  if (extension != ".tds") return ReadDataFile(path);
+  const GraphState before = graph_.State();
+  TakeState(Read([before, path](Progress&) { return ReadDataSet(before, path); }));
+  data_folder_ = FolderOf(path);
+  SettleTooManyPoints();
+  SetChanged(true);
+  return true;
+}
+
+bool Document::Refresh() {
+  std::vector<std::size_t> all(graph_.SeriesCount());
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  if (!RefreshSome(all)) return false;
+  SettleTooManyPoints();
+  SetChanged(true);
+  return true;
+}
+
+bool Document::RefreshSome(const std::vector<std::size_t>& which) {
+  const GraphState before = graph_.State();
+  const ReadResult result =
+      Read([before, which](Progress& progress) { return Refreshed(before, which, progress); });
+  if (result.cancelled) return false;
+  TakeState(result);
+  return true;
+}
+
+void Document::SaveGraphFile(const std::filesystem::path& path) {
+  Write([state = graph_.State(), path] { WriteGraph(state, path); });
+  (LowerExtension(path) == ".ttp" ? template_ : graph_file_) = path;
+  ShowPath(path);
+  SetChanged(false);
+}
+
+void Document::SaveDataFile(const std::filesystem::path& path) {
+  Write([state = graph_.State(), path] { WriteDataText(state, path); });
+  data_file_ = path;
+  data_folder_ = FolderOf(path);
+}
+
+void Document::SaveDataSetFile(const std::filesystem::path& path) {
+  Write([state = graph_.State(), path] { WriteDataSet(state, path); });
+}
+
+void Document::SavePicture(const std::filesystem::path& path) {
+  // Fonts are measured, which is the window thread's business.
+  WritePictureOf(graph_.State(), path, graph_.ClientWidth(), graph_.ClientHeight());
+}
+
+void Document::FinishLook(QSizeF size) {
+  if (look_is_own_ || !look_unfinished_ || !graph_.HasPoints()) return;
+  look_unfinished_ = false;
+  const bool changed = graph_.Changed();
+  FinishedLookOptions options;
+  options.title = data_file_.stem().string();
+  ApplyFinishedLook(graph_, size, TextMetrics(), options);
+  graph_.SetChanged(changed);
+}
+
+ReadResult Document::Read(const std::function<ReadResult(Progress&)>& reading) {
+  ReadResult result;
+  work_.Run({"Loading data"}, [&](Progress& progress) { result = reading(progress); });
+  return result;
+}
+
+void Document::Write(const std::function<void()>& writing) {
+  work_.Run({"Saving Graph File", Cancellable::No}, [&](Progress&) { writing(); });
+}
+
+void Document::TakeState(const ReadResult& result) {
+  graph_.SetState(result.state);
+  note_ = result.note;
+}
+
+void Document::SettleTooManyPoints() {
+  std::vector<std::size_t> switched;
+  graph_.SettleTooManyPoints(prompt_, [&](TSeries& series) {
+    for (std::size_t i = 0; i < graph_.SeriesCount(); ++i) {
+      if (&graph_.Series(i) == &series) switched.push_back(i);
+    }
+  });
+  if (switched.empty()) return;
+  try {
+    RefreshSome(switched);
+  } catch (const FileError& error) {
+    // What was loaded stands; only its thinning has to wait for the source.
+    prompt_.Tell(error.what());
+  }
+}
+
+void Document::ShowPath(const std::filesystem::path& path) {
+  data_folder_ = FolderOf(path);
+  caption_ = name_ + " ( " + path.string() + " )";
+  emit captionChanged();
+}
+
+}  // namespace tarnwick

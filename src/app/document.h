@@ -1,0 +1,114 @@
+// One graph as a document: the graph itself, the files it came from, its changed flag, loading and saving. Knows no
+// widget; asks through Prompt, works long through LongWork.
+#pragma once
+
+#include <QObject>
+#include <QSizeF>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "app/document_io.h"
+#include "app/long_work.h"
+#include "app/zoom_stack.h"
+#include "base/prompt.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+
+/// The files a document begins with; empty paths for none.
+struct DocumentFiles {
+  std::filesystem::path graph_or_template;
+  std::filesystem::path
+      default_template;  ///< used when nothing else is given; a damaged one is told and left out
+  std::filesystem::path data;
+  std::filesystem::path data_set;
+};
+
+class Document final : public QObject {
+  Q_OBJECT
+
+ public:
+  /// An empty graph called `name` ("Graph_1"). `work` and `prompt` outlive the document.
+  Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent = nullptr);
+
+  const std::string& Name() const { return name_; }
+  TxyGraph& Graph() { return graph_; }
+  const TxyGraph& Graph() const { return graph_; }
+  ZoomStack& Zoom() { return zoom_; }
+  const ZoomStack& Zoom() const { return zoom_; }
+  /// The name, and after loading or saving a graph file or template its path.
+  const std::string& Caption() const { return caption_; }
+  /// What the last loading has to say (rows skipped, sampling); empty for nothing.
+  const std::string& Note() const { return note_; }
+
+  const std::filesystem::path& GraphFileName() const { return graph_file_; }
+  const std::filesystem::path& TemplateName() const { return template_; }
+  const std::filesystem::path& DataFileName() const { return data_file_; }
+  /// Where file dialogs start.
+  const std::filesystem::path& DataFolder() const { return data_folder_; }
+  void SetDataFolder(std::filesystem::path folder) { data_folder_ = std::move(folder); }
+
+  bool Changed() const { return graph_.Changed(); }
+  void SetChanged(bool changed);
+  /// False once reading the data file failed: such a document has nothing worth saving.
+  bool LoadedSuccessfully() const { return loaded_successfully_; }
+
+  // Loading. All throw FileError and then leave the graph as it was; false when nothing was read (cancelled, or a kind of
+  // file that cannot be loaded).
+  /// What creating a graph window does: the graph or template, then the data.
+  bool Begin(const DocumentFiles& files);
+  /// The graph file again, else the template, else the default appearance; the changed flag is cleared.
+  void Reload();
+  /// A path that does not exist gives the default appearance.
+  void LoadGraphFile(const std::filesystem::path& path);
+  bool ReadDataFile(const std::filesystem::path& path);
+  /// By extension: graph, template, DataSet file; anything else is tried as data.
+  bool LoadDataFromFile(const std::filesystem::path& path);
+  /// Reads the outside sources of all DataSets again.
+  bool Refresh();
+
+  // Saving. All throw FileError; the old file then stays.
+  void SaveGraphFile(const std::filesystem::path& path);
+  void SaveDataFile(const std::filesystem::path& path);
+  void SaveDataSetFile(const std::filesystem::path& path);
+  void SavePicture(const std::filesystem::path& path);
+
+  /// Arranges a graph that came from data alone for a picture of this size; does nothing until there is new data to
+  /// arrange, nor once a file or the user has decided the look.
+  void FinishLook(QSizeF size);
+  /// From now on the look is the user's own.
+  void KeepLook() { look_is_own_ = true; }
+
+ signals:
+  void graphChanged(tarnwick::GraphChange change);
+  void captionChanged();
+  /// Files, changed flag or note are other ones.
+  void stateChanged();
+
+ private:
+  void LoadDefaultTemplate(const std::filesystem::path& path);
+  ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
+  void Write(const std::function<void()>& writing);
+  void TakeState(const ReadResult& result);
+  bool RefreshSome(const std::vector<std::size_t>& which);
+  void SettleTooManyPoints();
+  void ShowPath(const std::filesystem::path& path);
+
+  std::string name_;
+  std::string caption_;
+  std::string note_;
+  LongWork& work_;
+  Prompt& prompt_;
+  TxyGraph graph_;
+  ZoomStack zoom_;
+  std::filesystem::path graph_file_;
+  std::filesystem::path template_;
+  std::filesystem::path data_file_;
+  std::filesystem::path data_folder_;
+  bool loaded_successfully_ = true;
+  bool look_is_own_ = false;      // decided by a file or the user
+  bool look_unfinished_ = false;  // data came in since the look was arranged
+};
+
+}  // namespace tarnwick

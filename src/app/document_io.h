@@ -1,0 +1,44 @@
+// Files into and out of a graph's state: the one place where documents meet the file formats. Plain functions on values,
+// fit for a worker thread; they know no document and ask nothing.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "base/progress.h"
+#include "graph/graph_state.h"
+
+namespace tarnwick {
+
+/// A state read, and what there is to say about the reading.
+struct ReadResult {
+  GraphState state;
+  std::string note;  ///< rows skipped, sampling; may be empty
+  bool cancelled = false;
+};
+
+/// Extension of a path in lower case, with its point.
+std::string LowerExtension(const std::filesystem::path& path);
+
+/// Throws FileError.
+ReadResult ReadGraph(const std::filesystem::path& path);
+/// `into` with the DataSets of a text or binary data file added. Throws FileError.
+ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, Progress& progress);
+/// `into` with its current DataSet (or a first one) replaced by that of a DataSet file. Throws FileError.
+ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path);
+/// `state` with the DataSets at these positions read again, where they come from a file. Throws FileError.
+ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
+                     Progress& progress);
+
+/// Saves a graph (".tgr"), or without points a template (".ttp"). Throws FileError.
+void WriteGraph(const GraphState& state, const std::filesystem::path& path);
+/// All DataSets as a table of text. Throws FileError.
+void WriteDataText(const GraphState& state, const std::filesystem::path& path);
+/// The current DataSet as a DataSet file. Throws FileError, and Error "No DataSet found!".
+void WriteDataSet(const GraphState& state, const std::filesystem::path& path);
+/// A picture of that size in pixels, by extension. Throws FileError, and Error for a format that is not written.
+void WritePictureOf(const GraphState& state, const std::filesystem::path& path, int width,
+                    int height);
+
+}  // namespace tarnwick

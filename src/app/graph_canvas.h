@@ -1,0 +1,71 @@
+// Shows one document's graph and turns wheel, mouse and keys into what the present mode makes of them. Knows layout,
+// painter and read-out; holds no decision about files.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QWidget>
+#include <memory>
+#include <optional>
+
+#include "app/canvas_mode.h"
+#include "app/document.h"
+#include "graph/picking.h"
+#include "graph/plot_layout.h"
+
+namespace tarnwick {
+
+class GraphCanvas final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// `document` outlives the canvas.
+  explicit GraphCanvas(Document& document, QWidget* parent = nullptr);
+  ~GraphCanvas() override;
+
+  Document& GetDocument() const { return document_; }
+  /// Where everything of the picture is, at its present size.
+  const PlotLayout& Layout() const { return layout_; }
+  /// Ends the present mode.
+  void SetMode(std::unique_ptr<CanvasMode> mode);
+
+  QSize sizeHint() const override { return {640, 440}; }
+  QSize minimumSizeHint() const override { return {160, 120}; }
+
+ signals:
+  /// The status line's text for where the mouse is.
+  void readOutChanged(const QString& text);
+  /// The mouse button was let go: what hangs on the graph's state may be other now.
+  void mouseReleased();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+
+ private:
+  void Redraw();
+  void RenderPicture();
+  void FollowMouse(QPointF position);
+  void PaintHoveredPoint(QPainter& painter) const;
+  void ZoomAt(QPointF position, Qt::KeyboardModifiers modifiers, double factor);
+
+  Document& document_;
+  std::unique_ptr<CanvasMode> mode_;
+  std::unique_ptr<CanvasMode> ended_mode_;  // kept until the event it ended in is over
+  QImage picture_;
+  PlotLayout layout_;
+  bool picture_stale_ = true;
+  std::optional<PickedPoint> hovered_;
+  QElapsedTimer last_zoom_;  // wheel steps close in time are one zoom to return from
+};
+
+}  // namespace tarnwick

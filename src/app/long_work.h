@@ -1,0 +1,31 @@
+// Work that may take long, done so that the program stays alive: an interface, so that documents need no window.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "base/progress.h"
+
+namespace tarnwick {
+
+enum class Cancellable { No, Yes };
+
+struct WorkTitle {
+  std::string text;  ///< "Loading data"
+  Cancellable cancellable = Cancellable::Yes;
+};
+
+class LongWork {
+ public:
+  virtual ~LongWork() = default;
+  /// Answers when `work` is done, and throws what it threw. `work` may run on another thread, so it touches only what it
+  /// was given by value, and nothing else runs on that until then.
+  virtual void Run(const WorkTitle& title, const std::function<void(Progress&)>& work) = 0;
+
+ protected:
+  LongWork() = default;
+  LongWork(const LongWork&) = default;
+  LongWork& operator=(const LongWork&) = default;
+};
+
+}  // namespace tarnwick

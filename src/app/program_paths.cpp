@@ -1,0 +1,51 @@
+#include "app/program_paths.h"
+
+#include <QCoreApplication>
+#include <QStandardPaths>
+#include <algorithm>
+#include <system_error>
+
+#include "app/text.h"
+
+namespace tarnwick {
+namespace {
+
+bool IsFile(const std::filesystem::path& path) {
+  std::error_code ignored;  // unreadable means not there
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
+std::filesystem::path FindTemplate(const std::filesystem::path& program) {
+  const std::filesystem::path user =
+      ToPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+  for (const auto& folder : {program, program / "../share/tarnwick", user / "tarnwick"}) {
+    if (IsFile(folder / "default.ttp")) return folder / "default.ttp";
+  }
+  return {};
+}
+
+std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) {
+  std::vector<std::filesystem::path> files;
+  std::error_code missing;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, missing)) {
+    if (entry.is_regular_file(missing)) files.push_back(entry.path().lexically_normal());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+}  // namespace
+
+ProgramPaths FindProgramPaths() {
+  const std::filesystem::path program = ToPath(QCoreApplication::applicationDirPath());
+  ProgramPaths paths;
+  paths.default_template = FindTemplate(program);
+  // Installed: share/tarnwick; from a build: the source tree around build/PRESET/bin.
+  for (const char* folder : {"../share/tarnwick/examples", "../../../examples"}) {
+    paths.examples = FilesIn(program / folder);
+    if (!paths.examples.empty()) break;
+  }
+  return paths;
+}
+
+}  // namespace tarnwick

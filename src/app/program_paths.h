@@ -1,0 +1,18 @@
+// Where the program finds what belongs to it. Knows the folders of an installation and of a build.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+namespace tarnwick {
+
+struct ProgramPaths {
+  std::filesystem::path default_template;  ///< empty when there is none
+  std::vector<std::filesystem::path>
+      examples;  ///< shipped example files; empty when they are not found
+};
+
+/// Looks beside the program, in its data folder and in the user's. Needs the application object.
+ProgramPaths FindProgramPaths();
+
+}  // namespace tarnwick

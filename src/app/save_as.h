@@ -1,0 +1,21 @@
+// Saving a document under a name the user gives, in the kind of file that its extension means. Knows no window.
+#pragma once
+
+#include <filesystem>
+
+namespace tarnwick {
+
+class Document;
+class FileChooser;
+class Prompt;
+
+/// What came of saving under a name.
+struct SaveOutcome {
+  bool saved = false;            ///< something was written
+  std::filesystem::path recent;  ///< the file for the list of recent files; empty for none
+};
+
+/// Asks for a name, and before it replaces a file. Extensions without a meaning write nothing. Throws FileError.
+SaveOutcome SaveDocumentAs(Document& document, FileChooser& chooser, Prompt& prompt);
+
+}  // namespace tarnwick
