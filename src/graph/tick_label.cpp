@@ -117,9 +117,11 @@ int LogDecimals(const AxisState& axis, double value) {
 /// A step such as 0.25 needs more digits than its size tells.
 int LinearDecimals(const AxisState& axis) {
   constexpr int kMeantDigits = 4;
+  constexpr int kAnyDecimals = 99;
   const StepGrid grid(axis.StepSize);
-  if (!axis.AdjustDecPlaces || grid.SignificantDigits() > kMeantDigits) return axis.LabelDecimals;
-  return std::max(axis.LabelDecimals, grid.Decimals());
+  const int asked = std::clamp(axis.LabelDecimals, 0, kAnyDecimals);
+  if (!axis.AdjustDecPlaces || grid.SignificantDigits() > kMeantDigits) return asked;
+  return std::max(asked, grid.Decimals());
 }
 
 bool TakesCommonFactor(const AxisState& axis) {

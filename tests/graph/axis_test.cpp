@@ -5,12 +5,16 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
+#include <variant>
+#include <vector>
 
 #include "base/day_number.h"
 #include "base/error.h"
 #include "base/undefined.h"
 #include "graph/axis_fields.h"
+#include "graph/tick_label.h"
 
 namespace tarnwick {
 namespace {
@@ -218,6 +222,53 @@ TEST_F(AxisTest, MapsValuesToPixels) {
     if (std::abs(row.value) > 1e6) continue;
     EXPECT_NEAR(tested.PixelToValue(row.position), row.value, 1e-9);
   }
+}
+
+TEST_F(AxisTest, DrawsOrRefusesAnyStoredState) {
+  constexpr double kAny[] = {0,
+                             -1,
+                             1,
+                             1e300,
+                             -1e308,
+                             1.7e308,
+                             5e-324,
+                             0.01,
+                             45000.3,
+                             2.9e6,
+                             7,
+                             kUndefined,
+                             std::numeric_limits<double>::infinity()};
+  constexpr std::int32_t kIntegers[] = {std::numeric_limits<std::int32_t>::min(), 0, 3,
+                                        std::numeric_limits<std::int32_t>::max()};
+  std::mt19937 engine{3};
+  int drawn = 0;
+  for (int i = 0; i < 20000; ++i) {
+    AxisState state;
+    for (const Field<AxisState>& field : AxisFields()) {
+      FieldValue value = GetField(field, state);
+      if (auto* number = std::get_if<double>(&value)) *number = kAny[engine() % std::size(kAny)];
+      if (auto* flag = std::get_if<bool>(&value)) *flag = engine() % 2 == 0;
+      if (auto* integer = std::get_if<std::int32_t>(&value)) {
+        *integer = engine() % 2 == 0 ? kIntegers[engine() % 4] : static_cast<int>(engine() % 13);
+      }
+      SetField(field, state, value);
+    }
+    axis.SetState(state);
+    axis.SetDataExtremes(kAny[engine() % std::size(kAny)], kAny[engine() % std::size(kAny)]);
+    graph.in_use = engine() % 4 != 0;
+    try {
+      axis.UpdateScale();
+      axis.CalcScale();
+    } catch (const Error&) {
+      continue;
+    }
+    ++drawn;
+    const std::vector<Tick> ticks = axis.Ticks();
+    ASSERT_LE(ticks.size(), 500U) << i;
+    ASSERT_EQ(CompactLabels(axis.State(), ticks).labels.size(), ticks.size());
+    ASSERT_FALSE(std::isnan(axis.Scale().Position(axis.Max()))) << i;
+  }
+  EXPECT_GT(drawn, 5000);
 }
 
 TEST_F(AxisTest, StoresItsFieldsInOrder) {
