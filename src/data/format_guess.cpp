@@ -119,7 +119,7 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   ColumnGuess guess;
   const int days = std::max(counts.days_month_first, counts.days_day_first);
   const int numbers = std::max(counts.numbers, counts.decimal_commas);
-  guess.has_numbers = 2 * std::max(days, numbers) > counts.filled;
+  guess.has_numbers = counts.filled > 0 && 2 * std::max(days, numbers) >= counts.filled;
   if (!guess.has_numbers) return guess;
   guess.is_date = days > numbers;
   if (guess.is_date && counts.days_day_first > counts.days_month_first) {

@@ -1,15 +1,18 @@
 #include "data/import_file.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "base/error.h"
 #include "data/import_source.h"
+#include "data/row_pipeline.h"
+#include "data/text_supplier.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::int64_t kSummaryRows = 5;
+constexpr int kSummaryRows = 5;
 
 bool IsDateFormat(ColumnFormat format) {
   return format == ColumnFormat::DateTime || format == ColumnFormat::DateDayFirst ||
@@ -75,6 +78,27 @@ void RequirePoints(const ImportResult& result, const ImportOptions& options,
                   result.reports.front().Message());
 }
 
+void CountRows(const ImportSource& source, SourceSummary& summary) {
+  std::vector<ColumnRequest> requests;
+  for (const std::int32_t column : source.NumberColumns()) {
+    requests.push_back({column, source.Guess(column).format});
+  }
+  const auto count = [&summary](const RowBlock& block) {
+    summary.rows += block.rows;
+    for (std::size_t row = 0; row < static_cast<std::size_t>(block.rows); ++row) {
+      const auto unread = [row](const auto& column) { return std::isnan(column[row]); };
+      if (std::any_of(block.values.begin(), block.values.end(), unread)) ++summary.skipped;
+    }
+    return true;
+  };
+  if (const auto* const text = dynamic_cast<const TTxtSupplier*>(source.supplier.get())) {
+    ReadRowBlocks(text->Body(), text->Layout(), requests, 0, count);
+  } else {
+    // Every record of a binary file is whole.
+    summary.rows = source.supplier->RowCount();
+  }
+}
+
 }  // namespace
 
 void ImportOptions::Validate() const {
@@ -121,21 +145,14 @@ SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptio
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     summary.columns.push_back({static_cast<std::int32_t>(i), supplier.ColumnNames()[i], {}});
   }
-  const std::vector<std::int32_t> numbers = source.NumberColumns();
   supplier.FirstRow();
   supplier.SkipRows(source.info.FileHasHeaders - supplier.HeaderRowsPassed());
-  for (; !supplier.AtEnd(); supplier.NextRow(), ++summary.rows) {
-    if (summary.rows < kSummaryRows) {
-      for (ColumnSummary& column : summary.columns) {
-        column.values.push_back(
-            supplier.ReadValue(column.index, source.Guess(column.index).format));
-      }
+  for (int row = 0; row < kSummaryRows && !supplier.AtEnd(); ++row, supplier.NextRow()) {
+    for (ColumnSummary& column : summary.columns) {
+      column.values.push_back(supplier.ReadValue(column.index, source.Guess(column.index).format));
     }
-    const auto unread = [&](std::int32_t column) {
-      return !supplier.ReadValue(column, source.Guess(column).format);
-    };
-    if (std::any_of(numbers.begin(), numbers.end(), unread)) ++summary.skipped;
   }
+  CountRows(source, summary);
   return summary;
 }
 

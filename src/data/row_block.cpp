@@ -25,8 +25,8 @@ class RowReader {
     std::stable_sort(order_.begin(), order_.end(), [&](std::size_t a, std::size_t b) {
       return requests[a].column < requests[b].column;
     });
-    plain_allowed_ =
-        layout.width == 0 && !requests.empty() && EachColumnOnce() && MarksAreOrdinary();
+    plain_allowed_ = layout.width == 0 && !requests.empty() && EachColumnOnce() &&
+                     FormatsArePlain() && MarksAreOrdinary();
   }
 
   bool AtEnd() const { return at_ == end_; }
@@ -48,6 +48,15 @@ class RowReader {
       if (requests_[order_[i]].column == requests_[order_[i - 1]].column) return false;
     }
     return true;
+  }
+
+  /// Every column holds numbers whose decimal separator separates no fields.
+  bool FormatsArePlain() const {
+    return std::all_of(requests_.begin(), requests_.end(), [&](const ColumnRequest& request) {
+      using enum ColumnFormat;
+      if (request.format == DecimalComma) return layout_.Of(',') == TextLayout::kPlain;
+      return request.format == Automatic || request.format == Number;
+    });
   }
 
   /// No character of a number or line end separates or encloses fields.

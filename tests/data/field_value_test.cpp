@@ -1,0 +1,55 @@
+#include "data/field_value.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "base/day_number.h"
+
+namespace tarnwick {
+namespace {
+
+double Day(int year, int month, int day, int hour = 0) {
+  return JoinDay({year, month, day, hour, 0, 0, 0});
+}
+
+TEST(FieldValue, ReadsByFormat) {
+  struct Row {
+    const char* text;
+    ColumnFormat format;
+    std::optional<double> value;
+  };
+  using enum ColumnFormat;
+  const Row rows[] = {
+      {"1.5", Automatic, 1.5},
+      {" 1,5 ", Automatic, 1.5},
+      {"2024-03-04", Automatic, Day(2024, 3, 4)},
+      {"03/04/2024", Automatic, Day(2024, 3, 4)},
+      {"12:00", Automatic, 0.5},
+      {"12 mg", Automatic, std::nullopt},
+      {"", Automatic, std::nullopt},
+      {"NaN", Automatic, std::nullopt},
+      {"inf", Number, std::nullopt},
+      {"1e999", Number, std::nullopt},
+      {"2024-03-04", Number, std::nullopt},
+      {"1.234.567,5", DecimalComma, 1234567.5},
+      {"-1.234", DecimalComma, -1234},
+      {"1.5", DecimalComma, std::nullopt},
+      {"1234.567", DecimalComma, std::nullopt},
+      {"1,5.000", DecimalComma, std::nullopt},
+      {"1.2345", DecimalComma, std::nullopt},
+      {"3/4/2024 12:00", DateDayFirst, Day(2024, 4, 3, 12)},
+      {"3-4-2024", DateDayFirst, Day(2024, 4, 3)},
+      {"3-4-2024", DateMonthFirst, Day(2024, 3, 4)},
+      {"13/04/2024", DateMonthFirst, std::nullopt},
+      {"45000", DateTime, std::nullopt},
+      {"1.5", static_cast<ColumnFormat>(99), 1.5},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(FieldValue(row.text, row.format), row.value)
+        << row.text << " by format " << static_cast<int>(row.format);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick

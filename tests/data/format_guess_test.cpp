@@ -1,0 +1,101 @@
+#include "data/format_guess.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tarnwick {
+namespace {
+
+/// One letter per column: n number, c decimal comma, d date, e date with the day first, - no numbers.
+std::string Letters(const TextFormat& format) {
+  std::string letters;
+  for (const ColumnGuess& column : format.columns) {
+    const bool comma = column.format == ColumnFormat::DecimalComma;
+    const bool day_first = column.format == ColumnFormat::DateDayFirst;
+    letters += !column.has_numbers ? '-'
+               : column.is_date    ? (day_first ? 'e' : 'd')
+               : comma             ? 'c'
+                                   : 'n';
+  }
+  return letters;
+}
+
+TEST(FormatGuess, RecognisesHowTablesAreWritten) {
+  struct Row {
+    const char* what;
+    std::string text;
+    std::string separators;
+    bool merge;
+    int headers;
+    std::string columns;
+  };
+  const Row rows[] = {
+      {"comma", "x,y\n1,2\n3,4\n", ",", true, 1, "nn"},
+      {"no header", "1,2\n3,4\n", ",", true, 0, "nn"},
+      {"comma and blank", "x, y\n1, 2\n3, 4\n", ",", true, 1, "nn"},
+      {"tab", "x\ty\n1\t2\n3\t4\n", "\t", true, 1, "nn"},
+      {"blanks", "  x   y\n  1   2\n 30  40\n", " \t", true, 1, "nn"},
+      {"semicolon, decimal comma", "x;y\n1,5;2\n2,5;3\n", ";", true, 1, "cn"},
+      {"tab, decimal comma", "1,5\t2,5\n2,5\t1.234,5\n", "\t", true, 0, "cc"},
+      {"blanks, decimal comma", "1,5 2,5\n2,5 3,5\n3,5 4,5\n", " \t", true, 0, "cc"},
+      {"returns only", "x;y\r1;2\r3;4\r", ";", true, 1, "nn"},
+      {"quoted", "\"x, m\",\"y\"\n\"1\",\"2\"\n", ",", true, 1, "nn"},
+      {"labels with blanks", "sample 1\t3.4\nsample 2\t3.5\n", "\t", true, 0, "-n"},
+      {"comments", "# x y\n% two\n1 2\n3 4\n", " \t", true, 2, "nn"},
+      {"title, blank line, names, units", "A title\n\nx y\ns m\n1 2\n2 3\n3 4\n4 5\n", " \t", true,
+       4, "nn"},
+      {"a name that is a number", "time,7,temp\n1,2,3\n4,5,6\n", ",", true, 1, "nnn"},
+      {"years as names", "x,2019,2020\n1,2,3\n4,5,6\n", ",", true, 1, "nnn"},
+      {"a bad value in the first row", "x,y\n1,oops\n2,3\n3,4\n", ",", true, 1, "nn"},
+      {"a placeholder in the first row", "x,y\n1,NA\n2,3\n3,4\n", ",", true, 1, "nn"},
+      {"gaps", "a\tb\tc\n1\t\t3\n2\t5\t6\n", "\t", false, 1, "nnn"},
+      {"an empty column", "a,b,c\n1,,3\n2,,6\n", ",", false, 1, "n-n"},
+      {"a first column with gaps", "a;b;c\n1;2;3\n;2;3\n", ";", false, 1, "nnn"},
+      {"ragged rows", "1,2,3\n1,2\n1,2,3\n", ",", true, 0, "nnn"},
+      {"doubled separators throughout", ",,1.5,,2.5,\n,,3,,4,\n", ",", true, 0, "nn"},
+      {"dates", "day,v\n2024-01-05,1\n2024-01-06,2\n", ",", true, 1, "dn"},
+      {"day first", "03/04/2024;1\n13/04/2024;2\n", ";", true, 0, "en"},
+      {"date and time by blanks", "2024-01-05 12:00 5\n2024-01-06 12:00 6\n", " \t", true, 0,
+       "ddn"},
+      {"date and time in one field", "5.1.2024 12:00;5\n6.1.2024 12:00;6\n", ";", true, 0, "dn"},
+      {"one column", "y\n1\n2\n", "\t,", true, 1, "n"},
+      {"no numbers", "hello\nworld\n", "\t,", true, 0, "-"},
+  };
+  for (const Row& row : rows) {
+    const TextFormat format = GuessTextFormat(row.text);
+    EXPECT_EQ(format.separators, row.separators) << row.what;
+    EXPECT_EQ(format.merge_separators, row.merge) << row.what;
+    EXPECT_EQ(format.header_lines, row.headers) << row.what;
+    EXPECT_EQ(Letters(format), row.columns) << row.what;
+  }
+}
+
+TEST(FormatGuess, FindsGapsFarBehindTheFirstLines) {
+  std::string text = "a;b;c\n";
+  for (int i = 0; i < 200'000; ++i) text += i > 150'000 ? "1;;3\n" : "1;2;3\n";
+  EXPECT_FALSE(GuessTextFormat(text).merge_separators);
+}
+
+TEST(FormatGuess, TakesTheUsersWord) {
+  GuessHints hints;
+  hints.separators = ";";
+  hints.header_lines = 2;
+  hints.merge_separators = false;
+  const TextFormat format = GuessTextFormat("1,5;2\n2,5;3\n3,5;4\n", hints);
+  EXPECT_EQ(format.separators, ";");
+  EXPECT_EQ(format.header_lines, 2);
+  EXPECT_FALSE(format.merge_separators);
+  EXPECT_EQ(Letters(format), "cn");
+
+  GuessHints width;
+  width.column_width = 3;
+  const TextFormat fixed = GuessTextFormat("x  y\n1  2\n10 20\n", width);
+  EXPECT_TRUE(fixed.divide_by_width);
+  EXPECT_EQ(fixed.header_lines, 1);
+  EXPECT_EQ(Letters(fixed), "nn");
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,347 @@
+#include "data/loader.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "base/error.h"
+#include "support/temporary_folder.h"
+#include "text_supplier_maker.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::SupplierOf;
+
+/// Rows "1,1" to "N,N" under a line of names.
+std::string Counting(int rows) {
+  std::string text = "x,y\n";
+  for (int i = 1; i <= rows; ++i) text += std::to_string(i) + "," + std::to_string(i) + "\n";
+  return text;
+}
+
+std::unique_ptr<TDataSeries> SeriesOf(const TDSInfo& info) {
+  auto series = std::make_unique<TDataSeries>();
+  series->Source() = info;
+  return series;
+}
+
+TDSInfo EveryRow() {
+  TDSInfo info;
+  info.active = true;
+  info.FileHasHeaders = 1;
+  info.XDataColumn = "x";
+  info.YDataColumn = "y";
+  info.AutoRowHitFreq = false;
+  return info;
+}
+
+std::vector<double> Xs(const TDataSeries& series) {
+  return series.Points().XValues();
+}
+
+std::vector<double> Range(int first, int last, int step = 1) {
+  std::vector<double> values;
+  for (int i = first; i <= last; i += step) values.push_back(i);
+  return values;
+}
+
+LoadOptions ValueByValue() {
+  LoadOptions options;
+  options.value_by_value = true;
+  return options;
+}
+
+TEST(Loader, ChoosesRows) {
+  struct Row {
+    const char* what;
+    RowChoice mode;
+    double v1;
+    double v2;
+    int every;
+    std::vector<double> x;  // of the rows 1 to 30
+  };
+  using enum RowChoice;
+  const Row rows[] = {
+      {"all", All, 0, 0, 1, Range(1, 30)},
+      {"every third", All, 0, 0, 3, Range(1, 30, 3)},
+      {"until X", UntilX, 0, 20, 1, Range(1, 20)},
+      {"from X", FromX, 10, 0, 1, Range(10, 30)},
+      {"from X tests the first row", FromX, 1, 0, 1, Range(1, 30)},
+      {"from X beyond the end", FromX, 31, 0, 1, {}},
+      {"between", BetweenX, 10, 20, 1, Range(10, 20)},
+      {"between, every third", BetweenX, 10, 20, 3, Range(10, 20, 3)},
+      {"first rows end behind the row that exceeds", FirstRows, 0, 10, 1, Range(1, 11)},
+      {"the row reached by skipping counts", FirstRows, 0, 10, 3, Range(1, 10, 3)},
+      {"skip truncates", SkipRows, 2.9, 0, 1, Range(3, 30)},
+      {"skip nothing", SkipRows, -5, 0, 1, Range(1, 30)},
+      {"skip everything", SkipRows, 1e300, 0, 1, {}},
+      {"drop rounds", DropLast, 4.6, 0, 1, Range(1, 25)},
+      {"drop nothing", DropLast, 0, 0, 1, Range(1, 30)},
+      {"drop all but one", DropLast, 29, 0, 1, {1}},
+      {"drop all", DropLast, 30, 0, 1, {}},
+  };
+  for (const Row& row : rows) {
+    for (const LoadOptions& options : {LoadOptions(), ValueByValue()}) {
+      TDSInfo info = EveryRow();
+      info.RowChoiceMode = row.mode;
+      info.RowChoiceValue1 = row.v1;
+      info.RowChoiceValue2 = row.v2;
+      info.RowSamplingFrequency = row.every;
+      const auto supplier = SupplierOf(info, Counting(30));
+      const auto series = SeriesOf(info);
+      EXPECT_TRUE(LoadDataSet(*series, *supplier, options).loaded) << row.what;
+      EXPECT_EQ(Xs(*series), row.x) << row.what;
+    }
+  }
+}
+
+TEST(Loader, SamplesAutomatically) {
+  struct Row {
+    int rows;
+    bool reduced;
+    int every;
+    int points;
+  };
+  const Row rows[] = {{4999, false, 1, 4999}, {5000, false, 2, 2500}, {12000, false, 3, 4000},
+                      {12000, true, 25, 480}, {100, true, 1, 100},    {200000, false, 41, 4879}};
+  for (const Row& row : rows) {
+    TDSInfo info = EveryRow();
+    info.AutoRowHitFreq = true;
+    const auto supplier = SupplierOf(info, Counting(row.rows));
+    const auto series = SeriesOf(info);
+    LoadOptions options;
+    options.reduced_points = row.reduced;
+    const LoadReport report = LoadDataSet(*series, *supplier, options);
+    EXPECT_EQ(series->PointCount(), row.points);
+    EXPECT_EQ(series->Source().RowSamplingFrequency, row.every);
+    EXPECT_EQ(report.sampled_every, row.every);
+    EXPECT_EQ(Xs(*series).back(), 1 + (row.points - 1) * row.every);
+  }
+}
+
+TEST(Loader, CountsSkippedRowsAndTellsWhy) {
+  TDSInfo info = EveryRow();
+  info.MergeSeparators = false;
+  const auto supplier = SupplierOf(info, "x,y\n1,1\n# note\n,2\n3\n4,abc\n\nabc,5\n6,6\n");
+  const auto series = SeriesOf(info);
+  const LoadReport report = LoadDataSet(*series, *supplier);
+  EXPECT_EQ(Xs(*series), (std::vector<double>{1, 6}));
+  EXPECT_EQ(report.rows_read, 6);
+  EXPECT_EQ(report.Message(),
+            "2 points; 4 rows skipped (1 X empty, 1 Y empty, 1 X not a number, 1 Y not a number; "
+            "first at line 4)");
+}
+
+TEST(Loader, KeepsThePointsWhereAColumnIsMissingOrTheSourceIsNotActive) {
+  for (const bool active : {true, false}) {
+    TDSInfo info = EveryRow();
+    info.active = active;
+    if (active) info.YDataColumn = "nothing of the kind";
+    const auto supplier = SupplierOf(info, Counting(5));
+    const auto series = SeriesOf(info);
+    series->AddPoint(7, 8);
+    EXPECT_FALSE(LoadDataSet(*series, *supplier).loaded);
+    EXPECT_EQ(Xs(*series), std::vector<double>{7});
+  }
+}
+
+TEST(Loader, RefusesExpressionsNobodyEvaluates) {
+  const auto supplier = SupplierOf(EveryRow(), Counting(3));
+  const auto series = SeriesOf(EveryRow());
+  series->SetYColExpr("Y*2");
+  EXPECT_THROW(LoadDataSet(*series, *supplier), Error);
+  LoadOptions options;
+  options.transforms = [](const TDataSeries&) {
+    return ColumnTransforms{{}, [](double x, double y) -> std::optional<double> {
+                              return x == 2 ? std::nullopt : std::optional(2 * y);
+                            }};
+  };
+  const LoadReport report = LoadDataSet(*series, *supplier, options);
+  EXPECT_EQ(series->Points().YValues(), (std::vector<double>{2, 6}));
+  EXPECT_EQ(report.y_not_number, 1);
+}
+
+class CancelAfter final : public Progress {
+ public:
+  explicit CancelAfter(int steps) : left_(steps) {}
+  void Begin(std::string_view title, std::string_view subject, std::int64_t) override {
+    shown_ = std::string(title) + ": " + std::string(subject);
+  }
+  bool Advance(std::int64_t) override { return --left_ > 0; }
+  bool Cancelled() const override { return left_ <= 0; }
+  const std::string& Shown() const { return shown_; }
+
+ private:
+  int left_;
+  std::string shown_;
+};
+
+TEST(Loader, StopsWhenCancelled) {
+  const std::string text = Counting(300'000);
+  for (const int every : {1, 20}) {
+    TDSInfo info = EveryRow();
+    info.RowSamplingFrequency = every;
+    const auto supplier = SupplierOf(info, text);
+    const auto series = SeriesOf(info);
+    CancelAfter progress(3);
+    LoadOptions options;
+    options.progress = &progress;
+    EXPECT_TRUE(LoadDataSet(*series, *supplier, options).cancelled);
+    EXPECT_EQ(progress.Shown(), "Loading data: UnNamed Series, a text");
+    EXPECT_GT(series->PointCount(), 0);
+    EXPECT_LT(series->PointCount(), 300'000 / every);
+  }
+}
+
+TEST(Loader, ShowsProgressOfASharedPassOnlyWhenLarge) {
+  for (const int rows : {4000, 40'000}) {
+    const auto supplier = SupplierOf(EveryRow(), Counting(rows));
+    const auto series = SeriesOf(EveryRow());
+    TDataSeries* const all[] = {series.get()};
+    CancelAfter progress(1'000'000);
+    LoadOptions options;
+    options.progress = &progress;
+    LoadShared(all, *supplier, options);
+    EXPECT_EQ(progress.Shown(), rows > 5000 ? "Loading data: a text" : "");
+    EXPECT_EQ(series->PointCount(), rows);
+  }
+}
+
+/// A table that is hard to read: gaps, words, dates, blanks, comments, markers, lines of every length.
+std::string RandomTable(std::mt19937& random, const std::string& line_end) {
+  const char* const fields[] = {"1",   "-2.5",    "3e5",  "4,5",        "",     " 6 ",
+                                "'7'", "\"8,9\"", "word", "2024-01-05", "1.50", "NaN",
+                                "1e",  "+3",      "12 5", "1.234,5",    "0x1",  "# 3",
+                                "\"4", "5\t6",    "- 7",  ".5",         "5.",   "1e400"};
+  const char* const separators[] = {",", ",", ";", " ", "\t", ",,", ", "};
+  std::string text;
+  for (int line = 0; line < 400; ++line) {
+    const auto kind = random() % 20;
+    if (kind == 0) text += "# a comment";
+    if (kind == 1) text += "  ";
+    for (auto left = kind < 3 ? 0 : random() % 5; left > 0; --left) {
+      const bool plain = random() % 3 != 0;
+      text += plain ? std::to_string(random() % 100) : fields[random() % std::size(fields)];
+      text += left > 1 || random() % 4 == 0 ? separators[random() % std::size(separators)] : "";
+    }
+    text += line_end;
+  }
+  return text;
+}
+
+TDSInfo RandomInfo(std::mt19937& random) {
+  const char* const separators[] = {",", "\t,", " \t", ";", ",; ", ""};
+  TDSInfo info = EveryRow();
+  info.TextSeparators = separators[random() % std::size(separators)];
+  info.MergeSeparators = random() % 2 == 0;
+  info.TextMarkers = random() % 3 == 0 ? "" : "'\"";
+  info.DivideTextByWidth = random() % 6 == 0;
+  info.ColumnWidth = 1 + static_cast<int>(random() % 6);
+  info.FileHasHeaders = static_cast<int>(random() % 4);
+  info.XDataColumn = "#" + std::to_string(random() % 3);
+  info.YDataColumn =
+      random() % 5 == 0 ? std::string(kRowNumberName) : "#" + std::to_string(random() % 3);
+  info.XFormat = static_cast<ColumnFormat>(random() % 6);
+  info.YFormat = static_cast<ColumnFormat>(random() % 6);
+  info.RowChoiceMode = static_cast<RowChoice>(random() % 7);
+  info.RowChoiceValue1 = static_cast<double>(random() % 30);
+  info.RowChoiceValue2 = static_cast<double>(random() % 300);
+  info.RowSamplingFrequency = random() % 3 == 0 ? 1 + static_cast<int>(random() % 20) : 1;
+  info.AutoRowHitFreq = random() % 6 == 0;
+  return info;
+}
+
+void ExpectSame(const TDataSeries& a, const LoadReport& ra, const TDataSeries& b,
+                const LoadReport& rb, const std::string& what) {
+  EXPECT_EQ(a.Points().XValues(), b.Points().XValues()) << what;
+  EXPECT_EQ(a.Points().YValues(), b.Points().YValues()) << what;
+  EXPECT_EQ(a.Points().Ids(), b.Points().Ids()) << what;
+  EXPECT_EQ(a.Source(), b.Source()) << what;
+  EXPECT_EQ(ra.Message(), rb.Message()) << what;
+  EXPECT_EQ(ra.rows_read, rb.rows_read) << what;
+}
+
+TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
+  std::mt19937 random(20240105);
+  std::size_t points = 0;
+  for (int round = 0; round < 600; ++round) {
+    const char* const line_ends[] = {"\n", "\r\n", "\r"};
+    const TDSInfo info = RandomInfo(random);
+    TDSInfo other = RandomInfo(random);
+    other.FileHasHeaders = info.FileHasHeaders;
+    const auto supplier = SupplierOf(info, RandomTable(random, line_ends[random() % 3]));
+    const auto reference = SeriesOf(info);
+    const auto blocks = SeriesOf(info);
+    const auto shared = SeriesOf(info);
+    const auto companion = SeriesOf(other);
+    const LoadReport expected = LoadDataSet(*reference, *supplier, ValueByValue());
+    const LoadReport got = LoadDataSet(*blocks, *supplier);
+    TDataSeries* const all[] = {shared.get(), companion.get()};
+    const std::vector<LoadReport> both = LoadShared(all, *supplier);
+    const std::string what = "round " + std::to_string(round);
+    ExpectSame(*reference, expected, *blocks, got, what);
+    ExpectSame(*reference, expected, *shared, both[0], what + ", shared");
+    points += reference->Points().Size();
+  }
+  EXPECT_GT(points, 3000u);
+}
+
+TEST(Loader, ThreadsGiveTheSamePointsInTheSameOrder) {
+  std::mt19937 random(7);
+  std::string text = "x,y\n";
+  while (text.size() < 6'000'000) {
+    for (int i = 0; i < 5000; ++i) text += std::to_string(random() % 1000) + ",5.25\n";
+    text += RandomTable(random, "\n");
+  }
+  const auto load = [&](int threads, bool value_by_value) {
+    auto series = SeriesOf(EveryRow());
+    series->SetDuplicatesAllowed(true);
+    LoadOptions options;
+    options.threads = threads;
+    options.value_by_value = value_by_value;
+    const auto supplier = SupplierOf(EveryRow(), text);
+    LoadReport report = LoadDataSet(*series, *supplier, options);
+    return std::pair(std::move(series), report);
+  };
+  const auto [expected, expected_report] = load(1, true);
+  EXPECT_GT(expected->PointCount(), 500'000);
+  for (const int threads : {1, 4}) {
+    const auto [got, report] = load(threads, false);
+    ExpectSame(*expected, expected_report, *got, report, std::to_string(threads) + " threads");
+  }
+}
+
+TEST(RefreshAll, ReadsEachFileOnceForAllItsDataSets) {
+  const testing::TemporaryFolder folder;
+  TDSInfo info = EveryRow();
+  info.active = false;
+  info.DataSource = DataSourceKind::Text;
+  info.DatasourceInfo = folder.Write("a.csv", "x,y,z\n1,2,3\n4,5,6\n").string();
+  const auto y = SeriesOf(info);
+  info.YDataColumn = "z";
+  const auto z = SeriesOf(info);
+  const auto typed = std::make_unique<TDataSeries>();
+  typed->AddPoint(1, 1);
+  TDataSeries* const all[] = {typed.get(), y.get(), z.get()};
+  const std::vector<LoadReport> reports = RefreshAll(all);
+  EXPECT_FALSE(reports[0].loaded);
+  EXPECT_EQ(typed->PointCount(), 1);
+  EXPECT_EQ(y->Points().YValues(), (std::vector<double>{2, 5}));
+  EXPECT_EQ(z->Points().YValues(), (std::vector<double>{3, 6}));
+
+  // The columns may have changed places since.
+  folder.Write("a.csv", "z,x,y\n3,1,2\n");
+  RefreshAll(all);
+  EXPECT_EQ(z->Points().YValues(), std::vector<double>{3});
+  std::filesystem::remove(folder.File("a.csv"));
+  EXPECT_THROW(RefreshAll(all), FileError);
+  EXPECT_EQ(z->PointCount(), 1);
+}
+
+}  // namespace
+}  // namespace tarnwick

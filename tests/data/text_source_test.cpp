@@ -1,0 +1,85 @@
+#include "data/text_source.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/error.h"
+#include "data/data_supplier.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+using namespace std::string_literals;
+
+std::string Utf16(std::string_view ascii, bool big) {
+  std::string bytes;
+  for (const char c : ascii) bytes += big ? std::string{'\0', c} : std::string{c, '\0'};
+  return bytes;
+}
+
+TEST(TextSource, FindsTheTextInEveryEncoding) {
+  struct Row {
+    std::string bytes;
+    std::string text;
+    char line_end;
+  };
+  const Row rows[] = {
+      {"a,b\n1,2", "a,b\n1,2", '\n'},
+      {"\xEF\xBB\xBF"
+       "1\n",
+       "1\n", '\n'},
+      {"1\r\n2\r\n", "1\r\n2\r\n", '\n'},
+      {"1\r2\r", "1\r2\r", '\r'},
+      {"\xE9\n1", "\xE9\n1", '\n'},
+      {"\xFF\xFE" + Utf16("1;2\n", false), "1;2\n", '\n'},
+      {"\xFE\xFF" + Utf16("1;2\n", true), "1;2\n", '\n'},
+      {Utf16("time;temp\n1;2\n", false), "time;temp\n1;2\n", '\n'},
+      {Utf16("time;temp\n1;2\n", true), "time;temp\n1;2\n", '\n'},
+  };
+  for (const Row& row : rows) {
+    const TextSource source(row.bytes, "name");
+    EXPECT_EQ(source.Text(), row.text);
+    EXPECT_EQ(source.LineEnd(), row.line_end);
+  }
+}
+
+TEST(TextSource, RefusesWhatIsNoText) {
+  struct Row {
+    std::string bytes;
+    const char* message;
+  };
+  const Row rows[] = {
+      {"", "The file is empty: data.txt"},
+      {"\xEF\xBB\xBF", "The file is empty: data.txt"},
+      {"ab\0\1\0\0\0c"s, "The file is binary, not text: it holds a zero byte: data.txt, byte 3"},
+      {"\xFF\xFE"
+       "1\0"
+       "2"s,
+       "The UTF-16 text breaks off in the middle of a character: data.txt, byte 5"},
+  };
+  for (const Row& row : rows) {
+    try {
+      const TextSource source(row.bytes, "data.txt");
+      ADD_FAILURE() << "accepted: " << row.message;
+    } catch (const FileError& error) {
+      EXPECT_STREQ(error.what(), row.message);
+    }
+  }
+}
+
+TEST(OpenSupplier, NamesTheFileThatIsMissingOrAFolder) {
+  const testing::TemporaryFolder folder;
+  for (const std::filesystem::path& path : {folder.File("none.txt"), folder.Path()}) {
+    try {
+      OpenSupplier({}, path);
+      ADD_FAILURE() << path;
+    } catch (const FileError& error) {
+      EXPECT_NE(std::string(error.what()).find(path.string()), std::string::npos);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
