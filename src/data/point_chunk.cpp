@@ -30,16 +30,18 @@ YExtremes ScanExtremes(const std::vector<double>& values) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   double min[kLanes] = {kInfinity, kInfinity, kInfinity, kInfinity};
   double max[kLanes] = {-kInfinity, -kInfinity, -kInfinity, -kInfinity};
+  bool gaps = false;
   const auto widen = [&](std::size_t lane, double value) {
     min[lane] = value < min[lane] ? value : min[lane];
     max[lane] = value > max[lane] ? value : max[lane];
+    gaps |= value != value;
   };
   std::size_t i = 0;
   for (; i + kLanes <= values.size(); i += kLanes) {
     for (std::size_t lane = 0; lane < kLanes; ++lane) widen(lane, values[i + lane]);
   }
   for (; i < values.size(); ++i) widen(0, values[i]);
-  return {*std::min_element(min, min + kLanes), *std::max_element(max, max + kLanes)};
+  return {*std::min_element(min, min + kLanes), *std::max_element(max, max + kLanes), gaps};
 }
 
 }  // namespace
@@ -70,9 +72,11 @@ YExtremes PointChunk::Extremes() const {
     const YExtremes found = ScanExtremes(y_);
     y_min_.store(found.min, std::memory_order_relaxed);
     y_max_.store(found.max, std::memory_order_relaxed);
+    y_gaps_.store(found.gaps, std::memory_order_relaxed);
     extremes_known_.store(true, std::memory_order_release);
   }
-  return {y_min_.load(std::memory_order_relaxed), y_max_.load(std::memory_order_relaxed)};
+  return {y_min_.load(std::memory_order_relaxed), y_max_.load(std::memory_order_relaxed),
+          y_gaps_.load(std::memory_order_relaxed)};
 }
 
 void PointChunk::Reserve(std::size_t points) {

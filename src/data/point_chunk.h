@@ -23,6 +23,7 @@ struct Point {
 struct YExtremes {
   double min = 0;
   double max = 0;
+  bool gaps = false;  ///< some Y is NaN
 };
 
 /// A run of neighbouring points as a structure of arrays.
@@ -90,6 +91,7 @@ class PointChunk : public CowCounted {
   mutable std::atomic<bool> extremes_known_{false};
   mutable std::atomic<double> y_min_{0};
   mutable std::atomic<double> y_max_{0};
+  mutable std::atomic<bool> y_gaps_{false};
 };
 
 /// Neighbouring chunks with what a search needs of them side by side.

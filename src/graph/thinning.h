@@ -38,16 +38,15 @@ class PixelMap {
   bool log_ = false;
 };
 
-/// Which of a point's values is drawn.
-enum class Ordinate { CorrectedY, Regression };
+/// Which of a point's values is drawn; either is corrected by the base line.
+enum class Ordinate { Y, Regression };
 
 /// What is drawn where.
 struct ThinningView {
   PixelMap x;  ///< must rise with the value
   PixelMap y;
-  Ordinate ordinate = Ordinate::CorrectedY;
-  double zero_value =
-      0;  ///< the base line at abscissa X is zero_value + base_line_slope X; unused for Regression
+  Ordinate ordinate = Ordinate::Y;
+  double zero_value = 0;  ///< the base line at abscissa X is zero_value + base_line_slope X
   double base_line_slope = 0;
   int first_column = 0;  ///< device pixel columns that are seen
   int last_column = 0;   ///< included

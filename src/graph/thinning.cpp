@@ -1,0 +1,294 @@
+#include "graph/thinning.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <span>
+
+#include "graph/value_scan.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double kDensePointsPerColumn = 2;  // below this every point is kept
+constexpr std::size_t kDenseCell = 3;        // points that make a column a bar
+
+// Points of one column without a gap, in values.
+struct Cell {
+  int column = 0;
+  std::size_t points = 0;
+  double first_x = 0, first_y = 0, last_x = 0, last_y = 0;
+  double min = 0, max = 0;
+  bool after_gap = true;
+};
+
+// Puts cells, in order, together to polylines and runs of columns.
+class LineAssembler {
+ public:
+  LineAssembler(ThinnedLine& line, const ThinningView& view) : line_(line), view_(view) {}
+
+  void Add(const Cell& cell) {
+    const PixelPoint first = Place(cell.first_x, cell.first_y);
+    const PixelPoint last = cell.points == 1 ? first : Place(cell.last_x, cell.last_y);
+    const bool joined = !cell.after_gap && has_previous_;
+    const bool follows = joined && InColumns() && line_.columns.back().column + 1 == cell.column;
+    if (cell.points >= kDenseCell || (follows && cell.points == 2)) {
+      if (!follows) {
+        if (joined) AddVertex(first, joined);
+        OpenPart(LinePart::Kind::Columns, line_.columns.size());
+      }
+      const double low = view_.y.At(cell.min), high = view_.y.At(cell.max);
+      line_.columns.push_back({cell.column, first, last, std::min(low, high), std::max(low, high)});
+      line_.parts.back().end = line_.columns.size();
+    } else {
+      AddVertex(first, joined);
+      if (cell.points > 1) AddVertex(last, true);
+    }
+    previous_ = last;
+    has_previous_ = true;
+  }
+
+  void AddVertex(PixelPoint point, bool joined) {
+    const bool in_polyline =
+        !line_.parts.empty() && line_.parts.back().kind == LinePart::Kind::Polyline;
+    if (!joined || !in_polyline) {
+      OpenPart(LinePart::Kind::Polyline, line_.points.size());
+      if (joined) line_.points.push_back(previous_);
+    }
+    line_.points.push_back(point);
+    line_.parts.back().end = line_.points.size();
+    previous_ = point;
+    has_previous_ = true;
+  }
+
+  PixelPoint Place(double x, double y) const { return {view_.x.At(x), view_.y.At(y)}; }
+
+ private:
+  bool InColumns() const {
+    return !line_.parts.empty() && line_.parts.back().kind == LinePart::Kind::Columns;
+  }
+  void OpenPart(LinePart::Kind kind, std::size_t begin) {
+    line_.parts.push_back({kind, begin, begin});
+  }
+
+  ThinnedLine& line_;
+  const ThinningView& view_;
+  PixelPoint previous_;
+  bool has_previous_ = false;
+};
+
+// Gathers runs of points into cells.
+class CellBuilder {
+ public:
+  CellBuilder(LineAssembler& out, const ThinningView& view) : out_(out), values_(view) {}
+
+  void SetColumn(int column) {
+    if (cell_.points != 0 && column != cell_.column) Flush();
+    column_ = column;
+  }
+
+  void AddScanned(const ChunkView& chunk, std::size_t begin, std::size_t end) {
+    if (begin == end) return;
+    const ValueRange range = values_.Scan(chunk, begin, end);
+    if (range.gaps) {
+      AddOneByOne(chunk, begin, end);
+    } else {
+      Add(chunk.x[begin], values_.At(chunk, begin), end - begin, range);
+      SetLast(chunk.x[end - 1], values_.At(chunk, end - 1));
+    }
+  }
+
+  // A whole chunk within the column, through its extremes where they hold. The last of several must be given to NoteEndOf.
+  void AddWhole(const PointChain& points, std::size_t number) {
+    ValueRange range;
+    if (cell_.points != 0 && values_.FromExtremes(points, number, range)) {
+      Add(0, 0, PointChunk::kCapacity, range);
+      return;
+    }
+    const ChunkView chunk = points.Chunk(number);
+    AddScanned(chunk, 0, chunk.x.size());
+  }
+
+  void AddGap() {
+    Flush();
+    after_gap_ = true;
+  }
+
+  void Flush() {
+    if (cell_.points == 0) return;
+    out_.Add(cell_);
+    cell_.points = 0;
+    after_gap_ = false;
+  }
+
+  void NoteEndOf(const ChunkView& chunk) {
+    const double y = values_.At(chunk, chunk.x.size() - 1);
+    if (values_.HasPlace(y)) SetLast(chunk.x.back(), y);
+  }
+
+ private:
+  void SetLast(double x, double y) {
+    cell_.last_x = x;
+    cell_.last_y = y;
+  }
+
+  void Add(double x, double y, std::size_t points, const ValueRange& range) {
+    if (cell_.points == 0) {
+      cell_ = {column_, 0, x, y, x, y, range.min, range.max, after_gap_};
+    }
+    cell_.points += points;
+    cell_.min = std::min(cell_.min, range.min);
+    cell_.max = std::max(cell_.max, range.max);
+  }
+
+  void AddOneByOne(const ChunkView& chunk, std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      const double y = values_.At(chunk, i);
+      if (!values_.HasPlace(y)) {
+        AddGap();
+        continue;
+      }
+      Add(chunk.x[i], y, 1, {y, y, false});
+      SetLast(chunk.x[i], y);
+    }
+  }
+
+  LineAssembler& out_;
+  ValueScan values_;
+  Cell cell_;
+  int column_ = 0;
+  bool after_gap_ = true;
+};
+
+struct IndexRange {
+  std::size_t begin = 0, end = 0;
+};
+
+// The points seen and one neighbour on either side.
+IndexRange SeenPoints(const PointChain& points, const ThinningView& view) {
+  const std::size_t first_placed = view.x.Log() ? points.UpperBound(0) : 0;
+  const std::size_t first = points.LowerBound(view.x.ValueAt(view.first_column));
+  const std::size_t end = points.UpperBound(view.x.ValueAt(view.last_column + 1));
+  IndexRange range{first == 0 ? 0 : first - 1, std::min(end + 1, points.Size())};
+  range.begin = std::max(range.begin, first_placed);
+  range.end = std::max(range.begin, range.end);
+  return range;
+}
+
+void KeepEveryPoint(const PointChain& points, IndexRange range, const ValueScan& values,
+                    LineAssembler& out) {
+  bool joined = false;
+  for (std::size_t index = range.begin; index < range.end;) {
+    const ChunkView chunk = points.Chunk(points.ChunkOfIndex(index));
+    const std::size_t end = std::min(chunk.x.size(), range.end - chunk.first_index);
+    for (std::size_t i = index - chunk.first_index; i < end; ++i) {
+      const double y = values.At(chunk, i);
+      if (values.HasPlace(y)) out.AddVertex(out.Place(chunk.x[i], y), joined);
+      joined = values.HasPlace(y);
+    }
+    index = chunk.first_index + end;
+  }
+}
+
+// Walks the columns from left to right, chunk by chunk.
+class ColumnWalk {
+ public:
+  ColumnWalk(const PointChain& points, IndexRange range, const ThinningView& view, CellBuilder& out)
+      : points_(points), view_(view), out_(out), end_(range.end) {
+    GoTo(range.begin);
+  }
+
+  void Run() {
+    while (index_ < end_) {
+      const int column = ColumnOf(chunk_.x[index_ - chunk_.first_index]);
+      out_.SetColumn(column);
+      const double border = column >= view_.last_column + 1
+                                ? std::numeric_limits<double>::infinity()
+                                : view_.x.ValueAt(column + 1);
+      TakeUpTo(border);
+    }
+    out_.Flush();
+  }
+
+ private:
+  int ColumnOf(double x) const {
+    const double column = std::floor(view_.x.At(x));
+    return static_cast<int>(
+        std::clamp<double>(column, view_.first_column - 1, view_.last_column + 1));
+  }
+
+  void GoTo(std::size_t index) {
+    index_ = index;
+    if (index >= end_) return;
+    number_ = points_.ChunkOfIndex(index);
+    chunk_ = points_.Chunk(number_);
+  }
+
+  // Takes the points with X < border, at least one.
+  void TakeUpTo(double border) {
+    const std::size_t offset = index_ - chunk_.first_index;
+    const std::size_t limit = std::min(chunk_.x.size(), end_ - chunk_.first_index);
+    if (limit == chunk_.x.size() && chunk_.x.back() < border) {
+      out_.AddScanned(chunk_, offset, limit);
+      TakeFollowingChunks(border);
+      return;
+    }
+    const auto from = chunk_.x.begin() + static_cast<std::ptrdiff_t>(offset) + 1;
+    const auto to = chunk_.x.begin() + static_cast<std::ptrdiff_t>(limit);
+    const auto stop =
+        static_cast<std::size_t>(std::lower_bound(from, to, border) - chunk_.x.begin());
+    out_.AddScanned(chunk_, offset, stop);
+    index_ = chunk_.first_index + stop;
+    if (stop == chunk_.x.size()) GoTo(index_);
+  }
+
+  // Takes whole chunks by their extremes and the beginning of the one that crosses the border.
+  void TakeFollowingChunks(double border) {
+    const std::size_t stop = std::min(points_.LowerBound(border), end_);
+    const std::size_t after = chunk_.first_index + chunk_.x.size();
+    if (stop <= after) {
+      GoTo(after);
+      return;
+    }
+    const std::size_t last_number = points_.ChunkOfIndex(stop - 1);
+    for (std::size_t number = number_ + 1; number < last_number; ++number) {
+      out_.AddWhole(points_, number);
+    }
+    if (last_number > number_ + 1) out_.NoteEndOf(points_.Chunk(last_number - 1));
+    GoTo(stop - 1);
+    out_.AddScanned(chunk_, 0, stop - chunk_.first_index);
+    index_ = stop;
+    if (stop == chunk_.first_index + chunk_.x.size()) GoTo(stop);
+  }
+
+  const PointChain& points_;
+  const ThinningView& view_;
+  CellBuilder& out_;
+  std::size_t end_ = 0;
+  std::size_t index_ = 0;
+  std::size_t number_ = 0;
+  ChunkView chunk_;
+};
+
+}  // namespace
+
+ThinnedLine ThinLine(const PointChain& points, const ThinningView& view) {
+  ThinnedLine line;
+  if (points.Empty() || view.last_column < view.first_column || !view.x.Usable() ||
+      !view.y.Usable() || !view.x.Rising()) {
+    return line;
+  }
+  LineAssembler assembler(line, view);
+  const IndexRange range = SeenPoints(points, view);
+  const double columns = view.last_column - view.first_column + 1;
+  if (static_cast<double>(range.end - range.begin) < kDensePointsPerColumn * columns) {
+    KeepEveryPoint(points, range, ValueScan(view), assembler);
+    return line;
+  }
+  CellBuilder cells(assembler, view);
+  ColumnWalk(points, range, view, cells).Run();
+  return line;
+}
+
+}  // namespace tarnwick

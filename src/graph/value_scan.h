@@ -1,0 +1,39 @@
+// The drawn values of a DataSet's points and their extremes over runs of points. Knows chunks and base line; no pixels.
+#pragma once
+
+#include <cstddef>
+
+#include "data/point_chain.h"
+
+namespace tarnwick {
+
+struct ThinningView;
+
+/// Extremes of drawn values; `gaps` when some value has no place in the picture (min and max then say nothing).
+struct ValueRange {
+  double min = 0;
+  double max = 0;
+  bool gaps = false;
+};
+
+class ValueScan {
+ public:
+  explicit ValueScan(const ThinningView& view);
+
+  /// The drawn value of the chunk's i-th point.
+  double At(const ChunkView& chunk, std::size_t i) const;
+  bool HasPlace(double value) const { return log_ ? value > 0 : value == value; }
+  /// Over the points begin <= i < end, of which there is at least one.
+  ValueRange Scan(const ChunkView& chunk, std::size_t begin, std::size_t end) const;
+  /// The range of a whole chunk by the extremes kept with it. False when they do not tell: a sloping base line, regression
+  /// values, gaps.
+  bool FromExtremes(const PointChain& points, std::size_t number, ValueRange& range) const;
+
+ private:
+  double zero_value_ = 0;
+  double slope_ = 0;
+  bool regression_ = false;
+  bool log_ = false;
+};
+
+}  // namespace tarnwick
