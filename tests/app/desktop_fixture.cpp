@@ -1,0 +1,118 @@
+#include "desktop_fixture.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUrl>
+#include <QWheelEvent>
+#include <cstdlib>
+
+#include "app/command_actions.h"
+#include "app/command_line.h"
+
+namespace tarnwick::testing {
+
+std::vector<std::filesystem::path> ScriptedChooser::FilesToOpen(const std::filesystem::path&) {
+  std::vector<std::filesystem::path> files(to_open.begin(), to_open.end());
+  to_open.clear();
+  return files;
+}
+
+std::optional<std::filesystem::path> ScriptedChooser::FileToSave(const SaveProposal& proposal) {
+  proposed = proposal;
+  if (to_save.empty()) return std::nullopt;
+  const std::filesystem::path file = to_save.front();
+  to_save.pop_front();
+  return file;
+}
+
+void DesktopTest::SetUp() {
+  ShellParts parts;
+  auto prompt = std::make_unique<CollectingPrompt>();
+  auto chooser = std::make_unique<ScriptedChooser>();
+  prompt_ = prompt.get();
+  chooser_ = chooser.get();
+  parts.prompt = std::move(prompt);
+  parts.chooser = std::move(chooser);
+  parts.settings = std::make_unique<QSettings>(
+      QString::fromStdString(folder_.File("settings.ini").string()), QSettings::IniFormat);
+  parts.paths.examples = {Example("decay.dat")};
+  form_ = std::make_unique<T_MainForm>(std::move(parts));
+}
+
+void DesktopTest::TearDown() {
+  for (const std::string& text : TakeTold()) ADD_FAILURE() << "unexpected text: " << text;
+  for (TGraphWindow* window : form_->GraphWindows()) window->GetDocument().SetChanged(false);
+  form_.reset();
+}
+
+std::filesystem::path DesktopTest::Example(const char* name) {
+  return std::filesystem::path(TARNWICK_EXAMPLES_DIR) / name;
+}
+
+void DesktopTest::Start(const std::vector<std::filesystem::path>& files) {
+  std::vector<std::string> words;
+  for (const auto& file : files) words.push_back(file.string());
+  form_->ProcessCommandLine(JoinWords(words));
+  form_->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(form_.get()));
+  QCoreApplication::processEvents();
+}
+
+void DesktopTest::Run(const char* command) {
+  QAction* action = form_->Actions().ActionOf(command);
+  ASSERT_NE(action, nullptr) << command;
+  action->trigger();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+Document& DesktopTest::ActiveDocument() {
+  return form_->ActiveGraphWindow()->GetDocument();
+}
+
+GraphCanvas& DesktopTest::ActiveCanvas() {
+  return form_->ActiveGraphWindow()->Canvas();
+}
+
+QString DesktopTest::StatusText(const char* label) {
+  return form_->findChild<QLabel*>(label)->text();
+}
+
+void DesktopTest::Wheel(QPointF place, int notches, Qt::KeyboardModifiers modifiers) {
+  QWheelEvent event(place, ActiveCanvas().mapToGlobal(place), {}, {0, 120 * notches}, Qt::NoButton,
+                    modifiers, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&ActiveCanvas(), &event);
+}
+
+void DesktopTest::Drop(QWidget& target, const std::vector<std::filesystem::path>& files) {
+  QMimeData data;
+  QList<QUrl> urls;
+  for (const auto& file : files)
+    urls.append(QUrl::fromLocalFile(QString::fromStdString(file.string())));
+  data.setUrls(urls);
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&target, &enter);
+  ASSERT_TRUE(enter.isAccepted());
+  QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&target, &drop);
+}
+
+int PixelsOf(const QImage& picture, const QColor& color) {
+  constexpr int kTolerance = 24;
+  int count = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      const QColor pixel = picture.pixelColor(x, y);
+      count += std::abs(pixel.red() - color.red()) < kTolerance &&
+               std::abs(pixel.green() - color.green()) < kTolerance &&
+               std::abs(pixel.blue() - color.blue()) < kTolerance;
+    }
+  }
+  return count;
+}
+
+}  // namespace tarnwick::testing

@@ -1,0 +1,42 @@
+#include "app/recent_files.h"
+
+#include <QSettings>
+
+#include <gtest/gtest.h>
+
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+class RecentFilesTest : public ::testing::Test {
+ protected:
+  testing::TemporaryFolder folder_;
+  QSettings settings_{QString::fromStdString(folder_.File("settings.ini").string()),
+                      QSettings::IniFormat};
+};
+
+TEST_F(RecentFilesTest, ATenthFileDropsTheOldestAndAListedOneMovesUp) {
+  {
+    RecentFiles recent(settings_);
+    for (int i = 0; i <= 9; ++i) recent.Add("/data/" + std::to_string(i));
+    recent.Add("/data/4");
+  }
+  const RecentFiles read(settings_);
+  const QStringList expected = {"/data/4", "/data/9", "/data/8", "/data/7", "/data/6",
+                                "/data/5", "/data/3", "/data/2", "/data/1"};
+  EXPECT_EQ(QStringList(read.Entries().begin(), read.Entries().end()), expected);
+}
+
+TEST_F(RecentFilesTest, ANameStoredTwiceCountsOnce) {
+  settings_.setValue("Tarnwick/File1", "/a");
+  settings_.setValue("Tarnwick/File2", "/a");
+  settings_.setValue("Tarnwick/File3", "/b");
+  const RecentFiles recent(settings_);
+  EXPECT_EQ(recent.Entries()[0], "/a");
+  EXPECT_EQ(recent.Entries()[1], "/b");
+  EXPECT_EQ(recent.Entries()[8], "");
+}
+
+}  // namespace
+}  // namespace tarnwick
