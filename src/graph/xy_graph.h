@@ -99,6 +99,8 @@ class TxyGraph : public AxisOwner {
   /// inconsistent axis leaves its text in ScaleError().
   void UpdateScales();
   const std::string& ScaleError() const { return scale_error_; }
+  /// Why the last regression line of some DataSet could not be computed; empty when all could.
+  const std::string& RegressionError() const { return regression_error_; }
 
   /// Asks about every drawn DataSet with more than kMaxPlottedPoints points whether its source shall go to the automatic
   /// hit frequency: Yes for this DataSet, Yes to All for every one from now on without asking, No to leave it. Asked once
@@ -137,11 +139,15 @@ class TxyGraph : public AxisOwner {
  private:
   friend class TSeries;
   void SeriesChanged(TSeries& series, ChangeCode code);
+  void StyleChanged();
+  void SettleRegression(TSeries& series);
+  void TakeIndices(const Appearance& from);
   void Adopt(TSeries& series);
   void Tell(GraphChange change);
   void CollectExtremes();
   void AssembleTitles();
   void PlaceChildren();
+  std::string AutoTitle(AxisId id) const;
 
   Appearance appearance_;
   Dimensions dimensions_;
@@ -153,6 +159,7 @@ class TxyGraph : public AxisOwner {
   int width_ = 640;
   int height_ = 480;
   std::string scale_error_;
+  std::string regression_error_;
   std::function<void(GraphChange)> listener_;
   bool plots_against_x_source_ = false;
   bool ask_before_thinning_ = true;

@@ -1,0 +1,329 @@
+#include "graph/xy_graph.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/error.h"
+#include "base/prompt.h"
+#include "graph/nice_step.h"
+#include "graph/palette.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::array kAxisIds = {AxisId::X, AxisId::Y, AxisId::Y2};
+
+/// What is left of `whole` pixels without the rest, for any stored margins.
+int Remaining(int whole, std::int64_t taken) {
+  return static_cast<int>(std::clamp<std::int64_t>(whole - taken, -1'000'000, 1'000'000));
+}
+
+std::int32_t ValidIndex(std::int32_t index, std::size_t count) {
+  if (index < 0 || count == 0) return -1;
+  return static_cast<std::size_t>(index) < count ? index : 0;
+}
+
+/// Where an index points after the element `deleted` is gone.
+std::int32_t IndexAfterDelete(std::int32_t index, std::size_t deleted, std::size_t left) {
+  if (index > static_cast<std::int32_t>(deleted)) --index;
+  return std::min(index, static_cast<std::int32_t>(left) - 1);
+}
+
+}  // namespace
+
+TxyGraph::TxyGraph() {
+  for (const AxisId id : kAxisIds) {
+    axes_[static_cast<std::size_t>(id)] = std::make_unique<TAxis>(*this, id);
+    Axis(id).SetState(DefaultAxisState(id));
+  }
+}
+
+TxyGraph::~TxyGraph() {
+  for (const auto& series : series_) series->graph_ = nullptr;
+}
+
+void TxyGraph::SetAppearance(Appearance appearance) {
+  StepLimits limits = {appearance_.min_steps, appearance_.max_steps};
+  // Twice, because either limit may stand in the way of the other.
+  for (int round = 0; round < 2; ++round) {
+    limits = WithMaxSteps(WithMinSteps(limits, appearance.min_steps), appearance.max_steps);
+  }
+  appearance.min_steps = limits.min_steps;
+  appearance.max_steps = limits.max_steps;
+  appearance_ = std::move(appearance);
+  TakeIndices(appearance_);
+  UpdateScales();
+  Tell(GraphChange::Redraw);
+}
+
+void TxyGraph::TakeIndices(const Appearance& from) {
+  appearance_.current_series_index = ValidIndex(from.current_series_index, series_.size());
+  appearance_.x_axis_series_index = ValidIndex(from.x_axis_series_index, series_.size());
+}
+
+void TxyGraph::SetMinSteps(std::int32_t steps) {
+  appearance_.min_steps =
+      WithMinSteps({appearance_.min_steps, appearance_.max_steps}, steps).min_steps;
+  UpdateScales();
+  Tell(GraphChange::Redraw);
+}
+
+void TxyGraph::SetMaxSteps(std::int32_t steps) {
+  appearance_.max_steps =
+      WithMaxSteps({appearance_.min_steps, appearance_.max_steps}, steps).max_steps;
+  UpdateScales();
+  Tell(GraphChange::Redraw);
+}
+
+void TxyGraph::SetDimensions(const Dimensions& dimensions) {
+  dimensions_ = dimensions;
+  UpdateScales();
+  Tell(GraphChange::Scales);
+}
+
+void TxyGraph::SetLegend(const Legend& legend) {
+  legend_ = legend;
+  Tell(GraphChange::Redraw);
+}
+
+AxisId TxyGraph::YAxisOf(const TSeries& series) const {
+  return series.Style().first_axis ? AxisId::Y : AxisId::Y2;
+}
+
+void TxyGraph::Adopt(TSeries& series) {
+  if (!series.has_own_style_) {
+    const std::size_t position = series_.size();
+    series.style_.line_color = PaletteColor(position);
+    series.style_.symbol_color = series.style_.line_color;
+    series.style_.symbol = PaletteSymbol(position);
+    series.has_own_style_ = true;
+  }
+  series.graph_ = this;
+}
+
+TSeries& TxyGraph::AddSeries(std::unique_ptr<TSeries> series) {
+  Adopt(*series);
+  series_.push_back(std::move(series));
+  TSeries& added = *series_.back();
+  if (series_.size() == 1) {
+    appearance_.current_series_index = 0;
+    appearance_.x_axis_series_index = 0;
+  }
+  if (appearance_.current_series_index < 0) appearance_.current_series_index = 0;
+  SettleRegression(added);
+  UpdateScales();
+  Tell(GraphChange::SeriesList);
+  return added;
+}
+
+void TxyGraph::DeleteSeries(std::size_t index) {
+  if (index >= series_.size()) return;
+  series_[index]->graph_ = nullptr;
+  series_.erase(series_.begin() + static_cast<std::ptrdiff_t>(index));
+  appearance_.current_series_index =
+      IndexAfterDelete(appearance_.current_series_index, index, series_.size());
+  appearance_.x_axis_series_index =
+      IndexAfterDelete(appearance_.x_axis_series_index, index, series_.size());
+  UpdateScales();
+  Tell(GraphChange::SeriesList);
+}
+
+const TSeries* TxyGraph::CurrentSeries() const {
+  const std::int32_t index = appearance_.current_series_index;
+  if (index < 0 || static_cast<std::size_t>(index) >= series_.size()) return nullptr;
+  return series_[static_cast<std::size_t>(index)].get();
+}
+
+TSeries* TxyGraph::CurrentSeries() {
+  return const_cast<TSeries*>(std::as_const(*this).CurrentSeries());
+}
+
+void TxyGraph::SetCurrentSeriesIndex(std::int32_t index) {
+  if (index < -1 || index >= static_cast<std::int32_t>(series_.size())) return;
+  appearance_.current_series_index = index;
+  Tell(GraphChange::CurrentSeries);
+}
+
+const TSeries* TxyGraph::XSource() const {
+  const std::int32_t index = appearance_.x_axis_series_index;
+  if (index < 0 || static_cast<std::size_t>(index) >= series_.size()) return nullptr;
+  return series_[static_cast<std::size_t>(index)].get();
+}
+
+void TxyGraph::SetXAxisSerIndex(std::int32_t index) {
+  if (index < -1 || index >= static_cast<std::int32_t>(series_.size())) return;
+  appearance_.x_axis_series_index = index;
+  UpdateScales();
+  Tell(GraphChange::Scales);
+}
+
+void TxyGraph::SetPlotsAgainstXSource(bool on) {
+  plots_against_x_source_ = on;
+  UpdateScales();
+  Tell(GraphChange::Scales);
+}
+
+bool TxyGraph::IsDrawn(const TSeries& series) const {
+  return series.Style().visible && !(plots_against_x_source_ && &series == XSource());
+}
+
+bool TxyGraph::HasPoints() const {
+  return std::any_of(series_.begin(), series_.end(),
+                     [](const auto& series) { return series->PointCount() > 0; });
+}
+
+void TxyGraph::MarksChanged() {
+  Tell(GraphChange::Marks);
+}
+
+TxyChildGr& TxyGraph::AddChild() {
+  auto child = std::make_unique<TxyChildGr>();
+  Dimensions place = child->GetDimensions();
+  place.hor_position = 0.55;
+  place.ver_position = 0.1;
+  place.hor_size = 0.35;
+  place.ver_size = 0.35;
+  child->SetDimensions(place);
+  child->SetListener([this](GraphChange) { Tell(GraphChange::Children); });
+  children_.push_back(std::move(child));
+  PlaceChildren();
+  Tell(GraphChange::Children);
+  return *children_.back();
+}
+
+void TxyGraph::DeleteChild(std::size_t index) {
+  if (index >= children_.size()) return;
+  children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(index));
+  Tell(GraphChange::Children);
+}
+
+void TxyGraph::Resize(int width, int height) {
+  width_ = std::clamp(width, 0, 1'000'000);
+  height_ = std::clamp(height, 0, 1'000'000);
+  PlaceChildren();
+  UpdateScales();
+  Tell(GraphChange::Scales);
+}
+
+void TxyGraph::PlaceChildren() {
+  for (const auto& child : children_) {
+    const TxyChildGr::Place place = child->PlaceIn(width_, height_);
+    child->Resize(place.width, place.height);
+  }
+}
+
+void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload) {
+  for (const auto& series : series_) {
+    if (!IsDrawn(*series) || series->PointCount() <= kMaxPlottedPoints) continue;
+    if (series->thinning_settled_) continue;
+    if (ask_before_thinning_) {
+      const Question question = {
+          "Maximum number of plotted points = " + std::to_string(kMaxPlottedPoints) +
+              "  was exceeded for dataSet \"" + series->SeriesName() +
+              "\".\nTo fix, change Hit Frequency to the automatic mode?",
+          {Answer::Yes, Answer::No, Answer::YesToAll}};
+      const Answer answer = prompt.Ask(question);
+      if (answer == Answer::YesToAll) ask_before_thinning_ = false;
+      if (answer != Answer::Yes && answer != Answer::YesToAll) {
+        series->thinning_settled_ = true;
+        continue;
+      }
+    }
+    series->Source().AutoRowHitFreq = true;
+    if (reload) reload(*series);
+    series->thinning_settled_ = true;
+  }
+  for (const auto& child : children_) child->SettleTooManyPoints(prompt, reload);
+}
+
+void TxyGraph::SetListener(std::function<void(GraphChange)> listener) {
+  listener_ = std::move(listener);
+}
+
+void TxyGraph::BeginUpdate() {
+  ++updates_;
+}
+
+void TxyGraph::EndUpdate() {
+  if (updates_ == 0 || --updates_ > 0) return;
+  UpdateScales();
+  Tell(GraphChange::Everything);
+}
+
+void TxyGraph::Tell(GraphChange change) {
+  if (updates_ == 0 && !scaling_ && listener_) listener_(change);
+}
+
+void TxyGraph::SeriesChanged(TSeries& series, ChangeCode code) {
+  if (code == ChangeCode::Destroyed) return;
+  if (series.PointCount() <= kMaxPlottedPoints) series.thinning_settled_ = false;
+  SettleRegression(series);
+  if (code == ChangeCode::Regression || code == ChangeCode::Fit) {
+    Tell(GraphChange::Redraw);
+    return;
+  }
+  UpdateScales();
+  Tell(GraphChange::Scales);
+}
+
+void TxyGraph::StyleChanged() {
+  UpdateScales();
+  Tell(GraphChange::Scales);
+}
+
+void TxyGraph::SettleRegression(TSeries& series) {
+  // Painting may not compute, so the line is brought up to date as soon as its points change.
+  regression_error_.clear();
+  if (series.RegressionType() == RegressionType::None || series.PointCount() == 0) return;
+  try {
+    series.UpdateRegression();
+  } catch (const Error& error) {
+    regression_error_ = error.what();
+  }
+}
+
+void TxyGraph::AxisChanged() {
+  Tell(GraphChange::Redraw);
+}
+
+void TxyGraph::AxisRangeChanged() {
+  if (scaling_) return;
+  UpdateScales();
+  Tell(GraphChange::Scales);
+}
+
+bool TxyGraph::AxisInUse(AxisId axis) const {
+  return std::any_of(series_.begin(), series_.end(), [&](const auto& series) {
+    return series->PointCount() > 0 &&
+           (axis == AxisId::X || (series->Style().visible && YAxisOf(*series) == axis));
+  });
+}
+
+int TxyGraph::PixelLength(AxisId axis) const {
+  const std::int64_t frame = 2 * std::int64_t{FrameOffset()};
+  if (axis == AxisId::X) {
+    return Remaining(width_,
+                     std::int64_t{dimensions_.left_margin} + dimensions_.right_margin + frame);
+  }
+  return Remaining(height_,
+                   std::int64_t{dimensions_.top_margin} + dimensions_.bottom_margin + frame);
+}
+
+int TxyGraph::PixelOrigin(AxisId axis) const {
+  const std::int32_t margin = axis == AxisId::X ? dimensions_.left_margin : dimensions_.top_margin;
+  return Remaining(FrameOffset(), -std::int64_t{margin});
+}
+
+TxyChildGr::Place TxyChildGr::PlaceIn(int parent_width, int parent_height) const {
+  const auto part = [](double fraction, int whole, double fallback) {
+    const double used = std::isfinite(fraction) ? fraction : fallback;
+    return static_cast<int>(std::lround(std::clamp(used, -10.0, 10.0) * whole));
+  };
+  const Dimensions& place = GetDimensions();
+  return {part(place.hor_position, parent_width, 0), part(place.ver_position, parent_height, 0),
+          std::max(part(place.hor_size, parent_width, 0.35), 0),
+          std::max(part(place.ver_size, parent_height, 0.35), 0)};
+}
+
+}  // namespace tarnwick

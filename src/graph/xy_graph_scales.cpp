@@ -1,0 +1,107 @@
+#include <algorithm>
+#include <cmath>
+
+#include "base/error.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::array kAxisIds = {AxisId::X, AxisId::Y, AxisId::Y2};
+
+/// Names in an automatic title before it ends in "…".
+constexpr std::size_t kTitleNames = 3;
+
+/// Smallest and largest value so far; untouched while `seen` is false.
+struct Range {
+  double min = 0;
+  double max = 0;
+  bool seen = false;
+
+  void Add(double low, double high) {
+    if (!std::isfinite(low) || !std::isfinite(high)) return;
+    min = seen ? std::min(min, low) : low;
+    max = seen ? std::max(max, high) : high;
+    seen = true;
+  }
+};
+
+std::string JoinNames(const std::vector<std::string>& names) {
+  std::string joined;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (i > 0) joined += ", ";
+    if (i == kTitleNames && names.size() > kTitleNames) return joined + "…";
+    joined += names[i];
+  }
+  return joined;
+}
+
+}  // namespace
+
+void TxyGraph::CollectExtremes() {
+  std::array<Range, 3> ranges;
+  Range hidden;
+  for (const auto& series : series_) {
+    if (series->PointCount() == 0) continue;
+    const Extremes extremes = series->GetExtremes();
+    hidden.Add(extremes.x_min, extremes.x_max);
+    if (!series->Style().visible) continue;
+    ranges[0].Add(extremes.x_min, extremes.x_max);
+    ranges[static_cast<std::size_t>(YAxisOf(*series))].Add(extremes.y_min, extremes.y_max);
+  }
+  // Hidden DataSets count for the X axis when nothing else does, so that showing one again does not jump.
+  if (!ranges[0].seen) ranges[0] = hidden;
+  for (const AxisId id : kAxisIds) {
+    const Range& range = ranges[static_cast<std::size_t>(id)];
+    if (range.seen) Axis(id).SetDataExtremes(range.min, range.max);
+  }
+}
+
+std::string TxyGraph::AutoTitle(AxisId id) const {
+  const TDSInfo unnamed;
+  if (id == AxisId::X) {
+    const TSeries* source = XSource();
+    if (source == nullptr) return {};
+    const std::string& name = source->Source().XDataColumn;
+    return name == unnamed.XDataColumn ? std::string() : name;
+  }
+  std::vector<std::string> names;
+  for (const auto& series : series_) {
+    if (series->PointCount() == 0 || !IsDrawn(*series) || YAxisOf(*series) != id) continue;
+    const std::string& column = series->Source().YDataColumn;
+    const std::string& name =
+        column.empty() || column == unnamed.YDataColumn ? series->SeriesName() : column;
+    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+      names.push_back(name);
+    }
+  }
+  return JoinNames(names);
+}
+
+void TxyGraph::AssembleTitles() {
+  for (const AxisId id : kAxisIds) {
+    if (!Axis(id).EnableAutoTitle()) continue;
+    const std::string title = AutoTitle(id);
+    if (!title.empty() && title != Axis(id).Title()) Axis(id).SetTitle(title);
+  }
+}
+
+void TxyGraph::UpdateScales() {
+  if (updates_ > 0 || scaling_) return;
+  // Axes tell their owner about every value they compute; those calls must not start another round.
+  scaling_ = true;
+  scale_error_.clear();
+  AssembleTitles();
+  CollectExtremes();
+  for (const AxisId id : kAxisIds) {
+    try {
+      Axis(id).UpdateScale();
+      Axis(id).CalcScale();
+    } catch (const Error& error) {
+      if (scale_error_.empty()) scale_error_ = error.what();
+    }
+  }
+  scaling_ = false;
+}
+
+}  // namespace tarnwick
