@@ -1,0 +1,56 @@
+#include "graph/read_out.h"
+
+#include "base/day_number.h"
+#include "base/number_text.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kDigits = 8;
+
+/// The axis that the current DataSet's values are read on.
+AxisId CurrentYAxis(const TxyGraph& graph) {
+  const TSeries* series = graph.CurrentSeries();
+  return series == nullptr ? AxisId::Y : graph.YAxisOf(*series);
+}
+
+std::string PairText(const TxyGraph& graph, double x, double y) {
+  return ValueText(graph.Axis(AxisId::X), x) + ", " + ValueText(graph.Axis(CurrentYAxis(graph)), y);
+}
+
+}  // namespace
+
+std::string ValueText(const TAxis& axis, double value) {
+  if (axis.ShowAsTime()) {
+    std::string day = FormatDay(value, "yyyy-mm-dd hh:nn:ss");
+    if (!day.empty()) return day;
+  }
+  return GeneralText(value, kDigits);
+}
+
+std::string MouseText(const TxyGraph& graph, double x, double y) {
+  const char* caption = CurrentYAxis(graph) == AxisId::Y2 ? "Mouse X,Y2: " : "Mouse X,Y: ";
+  return caption + PairText(graph, x, y);
+}
+
+std::string PointText(const TxyGraph& graph, const std::optional<PickedPoint>& point) {
+  if (!point) return "Point Not Found";
+  const char* caption = CurrentYAxis(graph) == AxisId::Y2 ? "  X,Y2: " : "  X,Y: ";
+  return "pnt#" + std::to_string(point->number) + caption + PairText(graph, point->x, point->y);
+}
+
+ReadOut ReadOutAt(const TxyGraph& graph, int px, int py) {
+  const double x = graph.Axis(AxisId::X).PixelToValue(px);
+  const double y = graph.Axis(CurrentYAxis(graph)).PixelToValue(py);
+  ReadOut read_out;
+  read_out.point = PickPoint(graph, x);
+  read_out.text = MouseText(graph, x, y) + "; " + PointText(graph, read_out.point);
+  return read_out;
+}
+
+std::string IdleReadOut() {
+  return "Mouse X,Y:   ; Point#   X,Y :        ";
+}
+
+}  // namespace tarnwick
