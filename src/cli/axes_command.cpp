@@ -67,6 +67,7 @@ void ApplySteps(TxyGraph& graph, const Options& options) {
 Json AxisJson(const AxisName& name, const TAxis& axis) {
   Json ticks = Json::array();
   for (const Tick& tick : axis.Ticks()) {
+    if (!tick.major) continue;
     ticks.push_back({{"value", JsonNumber(tick.value)},
                      {"pixel", axis.ValueToPixel(tick.value)},
                      {"label", tick.label}});
@@ -99,6 +100,7 @@ void PrintText(const TxyGraph& graph, const Options& options, std::ostream& out)
         << ", step " << ShortestText(axis.StepSize()) << (axis.LogScale() ? ", logarithmic" : "")
         << '\n';
     for (const Tick& tick : axis.Ticks()) {
+      if (!tick.major) continue;
       out << "  " << ShortestText(tick.value) << " at " << axis.ValueToPixel(tick.value);
       if (!tick.label.empty()) out << " \"" << tick.label << '"';
       out << '\n';
