@@ -6,18 +6,20 @@ namespace tarnwick {
 
 namespace {
 
-// How many of the ascending values stand before x. The loop has no branch to mispredict.
+// How many of the ascending values stand before x. Two short counting loops instead of halving: their loads wait neither for
+// a guessed branch nor for each other, which is what a search in memory costs.
 template <class Before>
 std::size_t CountBefore(const std::vector<double>& values, Before before) {
-  if (values.empty()) return 0;
-  const double* base = values.data();
-  std::size_t length = values.size();
-  while (length > 1) {
-    const std::size_t half = length / 2;
-    base += before(base[half - 1]) ? half : 0;
-    length -= half;
-  }
-  return static_cast<std::size_t>(base - values.data()) + (before(*base) ? 1 : 0);
+  constexpr std::size_t kStride = 8;
+  const double* const data = values.data();
+  const std::size_t strides = values.size() / kStride;
+  std::size_t passed = 0;
+  for (std::size_t i = 0; i < strides; ++i) passed += before(data[(i + 1) * kStride - 1]) ? 1 : 0;
+  const std::size_t begin = passed * kStride;
+  const std::size_t end = std::min(begin + kStride, values.size());
+  std::size_t count = begin;
+  for (std::size_t i = begin; i < end; ++i) count += before(data[i]) ? 1 : 0;
+  return count;
 }
 
 template <class Before>

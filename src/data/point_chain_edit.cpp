@@ -9,7 +9,7 @@ namespace tarnwick {
 namespace {
 
 // A chunk into which points are inserted is kept this small, so that an insert moves little. Appended chunks fill up.
-constexpr std::size_t kInsertCapacity = 128;
+constexpr std::size_t kInsertCapacity = 96;
 // Small DataSets stay small: the first chunk grows in steps.
 constexpr std::size_t kFirstCapacity = 16;
 

@@ -1,0 +1,233 @@
+#include "data/regression.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "base/error.h"
+#include "base/undefined.h"
+#include "data/data_series.h"
+
+namespace tarnwick {
+namespace {
+
+void Fill(TDataSeries& series, const std::vector<double>& x, const std::vector<double>& y) {
+  series.Clear();
+  series.AddPoints(x, y);
+}
+
+std::vector<double> Regression(TDataSeries& series, RegressionType type) {
+  series.SetRegressionType(type);
+  series.UpdateRegression();
+  std::vector<double> values;
+  for (std::size_t i = 0; i < series.Points().Size(); ++i) {
+    values.push_back(series.Points().At(i).regression);
+  }
+  return values;
+}
+
+void ExpectNear(const std::vector<double>& values, const std::vector<double>& expected,
+                double tolerance) {
+  ASSERT_EQ(values.size(), expected.size());
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    EXPECT_NEAR(values[i], expected[i], tolerance) << i;
+  }
+}
+
+TEST(Regression, PolynomialsReproduceWhatTheyCanAndKeepDigitsFarFromZero) {
+  for (const double origin : {0.0, 45000.0, -1e7}) {
+    TDataSeries series;
+    std::vector<double> x;
+    std::vector<double> parabola;
+    std::vector<double> line;
+    for (int i = 0; i < 20; ++i) {
+      const double u = 0.5 * i;
+      x.push_back(origin + u);
+      parabola.push_back(3 - 2 * u + 0.25 * u * u);
+      line.push_back(3 - 2 * u);
+    }
+    Fill(series, x, parabola);
+    ExpectNear(Regression(series, RegressionType::Parabola), parabola, 1e-12);
+    Fill(series, x, line);
+    ExpectNear(Regression(series, RegressionType::Line), line, 1e-12);
+    ExpectNear(Regression(series, RegressionType::RobustLine), line, 1e-9);
+  }
+}
+
+TEST(Regression, LeastSquaresOfALineAndOfAParabola) {
+  TDataSeries series;
+  Fill(series, {0, 1, 2, 3}, {1, 3, 2, 6});
+  ExpectNear(Regression(series, RegressionType::Line), {0.9, 2.3, 3.7, 5.1}, 1e-13);
+  ExpectNear(Regression(series, RegressionType::Parabola), {1.4, 1.8, 3.2, 5.6}, 1e-13);
+}
+
+TEST(Regression, PolynomialsOfFewPoints) {
+  TDataSeries series;
+  Fill(series, {5}, {7});
+  ExpectNear(Regression(series, RegressionType::Parabola), {7}, 0);
+  ExpectNear(Regression(series, RegressionType::RobustLine), {7}, 0);
+  Fill(series, {5, 6}, {7, 9});
+  ExpectNear(Regression(series, RegressionType::RobustLine), {7, 9}, 1e-13);
+  ExpectNear(Regression(series, RegressionType::Parabola), {7, 9}, 1e-13);
+  Fill(series, {1, 2, 3, 4}, {1, kUndefined, 3, 4});
+  ExpectNear(Regression(series, RegressionType::Line), {1, 2, 3, 4}, 1e-13);
+  series.Clear();
+  EXPECT_TRUE(Regression(series, RegressionType::Parabola).empty());
+}
+
+TEST(Regression, TheRobustLineIgnoresOutliers) {
+  TDataSeries series;
+  std::vector<double> x;
+  std::vector<double> y;
+  for (int i = 0; i < 90; ++i) {
+    x.push_back(i);
+    y.push_back(i % 9 == 4 ? 1000 : 2 * i + 1);
+  }
+  Fill(series, x, y);
+  const std::vector<double> line = Regression(series, RegressionType::RobustLine);
+  EXPECT_NEAR(line.front(), 1, 1e-9);
+  EXPECT_NEAR(line.back(), 179, 1e-9);
+}
+
+TEST(Regression, SmoothingsFollowTheirRecurrences) {
+  TDataSeries series;
+  Fill(series, {1, 2, 3, 4}, {4, 8, kUndefined, 2});
+  series.SetRegressionAlpha(0.25);
+  ExpectNear(Regression(series, RegressionType::ExponentialSmoothing), {4, 5, 5, 4.25}, 1e-15);
+  Fill(series, {1, 2, 3, 4}, {4, 8, 3, 1});
+  series.SetRegressionAlpha(0.4);  // a window of 2
+  ExpectNear(Regression(series, RegressionType::RunningAverage), {4, 6, 5.5, 2}, 1e-15);
+  series.SetRegressionAlpha(-0.1);  // counts as a window without end
+  ExpectNear(Regression(series, RegressionType::RunningAverage), {4, 6, 5, 4}, 1e-15);
+}
+
+TEST(Regression, RefusalsHaveFixedTextsAndClearTheStaleFlag) {
+  const struct {
+    int type;
+    double alpha;
+    std::string text;
+  } cases[] = {
+      {0, 0.05, "internal error: regression"}, {8, 0.05, "Unknown regression type"},
+      {200, 0.05, "Unknown regression type"},  {7, 0.6, "Invalid Running Average limit"},
+      {7, 1, "Invalid Running Average limit"}, {7, kUndefined, "Invalid Running Average limit"}};
+  for (const auto& c : cases) {
+    TDataSeries series;
+    series.AddPoint(1, 1);
+    series.SetRegressionType(static_cast<RegressionType>(c.type));
+    series.SetRegressionAlpha(c.alpha);
+    try {
+      series.UpdateRegression();
+      ADD_FAILURE() << c.text;
+    } catch (const Error& error) {
+      EXPECT_EQ(error.what(), c.text);
+    }
+    EXPECT_FALSE(series.RegressionStale());
+    EXPECT_NO_THROW(series.UpdateRegression());
+  }
+}
+
+// The cubic through its own points with its own end slopes is the spline.
+TEST(Regression, AClampedSplineReproducesACubic) {
+  const auto cubic = [](double x) { return x * x * x - 2 * x * x + 3; };  // slope 0 at 0 and 4/3
+  TDataSeries series;
+  std::vector<double> x;
+  std::vector<double> y;
+  for (const double at : {0.0, 0.2, 0.5, 0.9, 4.0 / 3}) {
+    x.push_back(at);
+    y.push_back(cubic(at));
+  }
+  Fill(series, x, y);
+  series.SetRegressionAlpha(0);
+  series.SetRegressionSteps(10);
+  const std::vector<double> second = Regression(series, RegressionType::Spline);
+  EXPECT_NEAR(second[2], 6 * 0.5 - 4, 1e-12);
+  const PointChain& curve = series.RegressionCurve();
+  ASSERT_EQ(curve.Size(), 11u);
+  for (std::size_t i = 0; i < curve.Size(); ++i) {
+    EXPECT_NEAR(curve.At(i).regression, cubic(curve.At(i).x), 1e-12);
+    EXPECT_EQ(curve.At(i).y, curve.At(i).regression);
+  }
+  EXPECT_EQ(curve.Back().x, 4.0 / 3);
+}
+
+TEST(Regression, ANaturalSplineHasNoCurvatureAtItsEnds) {
+  TDataSeries series;
+  Fill(series, {0, 1, 2}, {0, 1, 0});
+  series.SetRegressionAlpha(1e30);
+  series.SetRegressionSteps(4);
+  ExpectNear(Regression(series, RegressionType::Spline), {0, -3, 0}, 1e-14);
+  EXPECT_NEAR(series.RegressionCurve().At(1).y, 0.6875, 1e-14);
+}
+
+TEST(Regression, CurvesAreEmptyWhereNothingCanBeSampled) {
+  const struct {
+    std::string name;
+    std::vector<double> x;
+    std::int32_t steps;
+    bool duplicates;
+  } cases[] = {{"no points", {}, 100, false},
+               {"one point", {1}, 100, false},
+               {"no steps", {1, 2, 3}, 0, false},
+               {"negative steps", {1, 2, 3}, -5, false},
+               {"infinite range", {1, 2, HUGE_VAL}, 100, false},
+               {"one abscissa", {1, 1}, 100, true}};
+  for (const auto& c : cases) {
+    for (const RegressionType type : {RegressionType::Spline, RegressionType::Smoother}) {
+      TDataSeries series;
+      series.SetDuplicatesAllowed(c.duplicates);
+      series.SetRegressionSteps(c.steps);
+      Fill(series, c.x, c.x);
+      Regression(series, type);
+      EXPECT_TRUE(series.RegressionCurve().Empty()) << c.name;
+    }
+  }
+  TDataSeries series;
+  series.SetDuplicatesAllowed(true);
+  Fill(series, {1, 2, 3}, {1, 2, 3});
+  Regression(series, RegressionType::Spline);
+  EXPECT_TRUE(series.RegressionCurve().Empty());
+  Regression(series, RegressionType::Smoother);
+  EXPECT_EQ(series.RegressionCurve().Size(), 101u);
+  Regression(series, RegressionType::Line);
+  EXPECT_TRUE(series.RegressionCurve().Empty());
+}
+
+// Against the sum over all points, and across a gap many steps wide.
+TEST(Regression, TheSmootherIsTheKernelWeightedMean) {
+  TDataSeries series;
+  std::mt19937 random(5);
+  std::uniform_real_distribution<double> uniform(0, 10);
+  std::vector<double> x;
+  std::vector<double> y;
+  for (int i = 0; i < 200; ++i) {
+    x.push_back(uniform(random));
+    y.push_back(std::sin(x.back()));
+  }
+  Fill(series, x, y);
+  series.SetRegressionSteps(30);
+  Regression(series, RegressionType::Smoother);
+  const PointChain& curve = series.RegressionCurve();
+  const double h = (series.Points().LastX() - series.Points().Front().x) / 30;
+  for (std::size_t i = 0; i < curve.Size(); ++i) {
+    double weights = 0;
+    double sum = 0;
+    for (std::size_t k = 0; k < x.size(); ++k) {
+      const double u = (x[k] - curve.At(i).x) / h;
+      weights += std::exp(-0.5 * u * u);
+      sum += y[k] * std::exp(-0.5 * u * u);
+    }
+    EXPECT_NEAR(curve.At(i).y, sum / weights, 1e-5);
+  }
+  Fill(series, {0, 1000}, {1, 2});
+  series.SetRegressionSteps(100);
+  Regression(series, RegressionType::Smoother);
+  EXPECT_EQ(series.RegressionCurve().At(20).y, 1);
+  EXPECT_EQ(series.RegressionCurve().At(50).y, 1.5);
+  EXPECT_EQ(series.RegressionCurve().At(80).y, 2);
+}
+
+}  // namespace
+}  // namespace tarnwick
