@@ -71,7 +71,7 @@ ValueRange ValueScan::Scan(const ChunkView& chunk, std::size_t begin, std::size_
       });
     }
   }
-  if (log_ && !(range.min > 0)) range.gaps = true;
+  if (log_ ? !(range.min > 0) : !(range.min <= range.max)) range.gaps = true;
   return range;
 }
 
@@ -81,7 +81,7 @@ bool ValueScan::FromExtremes(const PointChain& points, std::size_t number,
   const YExtremes stored = points.ChunkExtremes(number);
   if (stored.gaps) return false;
   range = {stored.min - zero_value_, stored.max - zero_value_, false};
-  return !log_ || range.min > 0;
+  return log_ ? range.min > 0 : range.min <= range.max;
 }
 
 }  // namespace tarnwick

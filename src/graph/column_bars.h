@@ -1,0 +1,30 @@
+// Turns neighbouring pixel columns of a dense line into rectangles with coverage: what an anti-aliased stroke of the line would
+// cover, at the price of a few filled rectangles a column. Pure arithmetic on whole pixels.
+#pragma once
+
+#include <array>
+#include <span>
+#include <vector>
+
+#include <QRect>
+
+#include "graph/thinning.h"
+
+namespace tarnwick {
+
+/// Rectangles by coverage: level n covers its pixels to n / kLevels.
+struct ColumnBars {
+  static constexpr int kLevels = 16;
+  std::array<std::vector<QRect>, kLevels + 1> rects;
+};
+
+/// Adds the bars of a line `width` pixels wide (1 or more) over one run of columns, inside `clip`. A column reaches from its
+/// highest to its lowest point, on to where the line crosses into the next column, and half the width further; a wide line
+/// covers the neighbouring columns likewise.
+void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRect& clip,
+                   ColumnBars& bars);
+
+/// Mean pixel height of the columns, as far as inside `clip`.
+double MeanHeight(std::span<const PixelColumn> columns, const QRect& clip);
+
+}  // namespace tarnwick

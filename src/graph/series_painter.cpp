@@ -1,0 +1,192 @@
+#include "graph/series_painter.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include <QPaintEngine>
+#include <QPainter>
+
+#include "graph/curve_painter.h"
+#include "graph/series.h"
+#include "graph/symbol_cells.h"
+#include "graph/symbol_sprite.h"
+#include "graph/thinning.h"
+
+namespace tarnwick {
+
+namespace {
+
+constexpr double kVectorPixels = 4;  // cells a logical pixel that a vector device is given
+
+QColor ToQt(Color color) {
+  return QColor(color.Red(), color.Green(), color.Blue());
+}
+
+// The painter with one unit for each cell that points are thinned by: the device pixel, or a fine grid on a vector device.
+class DeviceSpace {
+ public:
+  DeviceSpace(QPainter& painter, const SeriesFrame& frame) : painter_(painter) {
+    painter_.save();
+    painter_.setClipRect(frame.clip, Qt::IntersectClip);
+    const QTransform device = painter.deviceTransform();
+    raster_ = painter.paintEngine() != nullptr &&
+              painter.paintEngine()->type() == QPaintEngine::Raster &&
+              device.type() <= QTransform::TxScale && device.m11() > 0 && device.m22() > 0;
+    to_cells_ = raster_ ? device : QTransform::fromScale(kVectorPixels, kVectorPixels);
+    painter_.setWorldTransform(to_cells_.inverted(), true);
+  }
+  ~DeviceSpace() { painter_.restore(); }
+  DeviceSpace(const DeviceSpace&) = delete;
+  DeviceSpace& operator=(const DeviceSpace&) = delete;
+
+  QPainter& Painter() { return painter_; }
+  bool Raster() const { return raster_; }
+  double Scale() const { return to_cells_.m11(); }
+  QRectF Map(const QRectF& rect) const { return to_cells_.mapRect(rect); }
+  PixelMap MapX(const AxisScale& scale) const { return {scale, to_cells_.m11(), to_cells_.dx()}; }
+  PixelMap MapY(const AxisScale& scale) const { return {scale, to_cells_.m22(), to_cells_.dy()}; }
+
+ private:
+  QPainter& painter_;
+  bool raster_ = false;
+  QTransform to_cells_;
+};
+
+ThinningView ViewOf(const DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
+  const QRect columns = space.Map(frame.clip).toAlignedRect();
+  return {.x = space.MapX(frame.x),
+          .y = space.MapY(frame.y),
+          .ordinate = Ordinate::Y,
+          .zero_value = series.ZeroValue(),
+          .base_line_slope = series.BaseLineSlope(),
+          .first_column = columns.left(),
+          .last_column = columns.right()};
+}
+
+// Half pixels put odd widths, whole pixels even widths onto whole device pixels.
+double Crisp(double pixel, double width) {
+  return std::lround(width) % 2 == 1 ? std::floor(pixel) + 0.5 : std::round(pixel);
+}
+
+void PaintLine(DeviceSpace& space, const PointChain& points, const ThinningView& view,
+               const CurvePen& pen, const SeriesFrame& frame) {
+  DrawCurve(space.Painter(), ThinLine(points, view), pen, space.Map(frame.clip),
+            space.Raster() ? DenseLine::Bars : DenseLine::Polyline);
+}
+
+struct Bounds {
+  std::optional<double> upper, lower;
+};
+
+// Corrected Y of the bound lines: as they stand, in sample standard deviations from the mean, or in percent of the mean's
+// size from the mean.
+Bounds BoundsOf(const TSeries& series) {
+  const SeriesStyle& style = series.Style();
+  double center = 0, up = style.upper_bound, down = style.lower_bound;
+  if (style.bounds_mode != BoundsMode::Absolute) {
+    const StatisticsRecord y = series.YStatistics();
+    if (!y.mean || !y.variance || !series.XStatistics().mean) return {};
+    center = series.CorrectedY(*series.XStatistics().mean, *y.mean);
+    const double unit = style.bounds_mode == BoundsMode::StandardDeviations
+                            ? std::sqrt(*y.variance)
+                            : std::abs(center) / 100;
+    up *= unit;
+    down *= -unit;
+  }
+  Bounds bounds;
+  if (style.bound_line_mode != BoundLineMode::Lower) bounds.upper = center + up;
+  if (style.bound_line_mode != BoundLineMode::Upper) bounds.lower = center + down;
+  return bounds;
+}
+
+void PaintBoundLines(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
+  const SeriesStyle& style = series.Style();
+  if (style.bound_line_mode == BoundLineMode::None) return;
+  const Bounds bounds = BoundsOf(series);
+  const QRectF plot = space.Map(frame.plot);
+  const CurvePen pen{ToQt(style.bound_line_color), space.Scale(), style.bound_line_style};
+  for (const std::optional<double>& bound : {bounds.upper, bounds.lower}) {
+    if (!bound) continue;
+    const double y = space.MapY(frame.y).At(*bound);
+    if (!(y >= plot.top() && y <= plot.bottom())) continue;
+    const double level = space.Raster() ? Crisp(y, pen.width) : y;
+    space.Painter().setPen(MakePen(pen));
+    space.Painter().drawLine(QPointF(plot.left(), level), QPointF(plot.right(), level));
+  }
+}
+
+void PaintRegression(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
+  if (series.RegressionType() == RegressionType::None || series.RegressionStale()) return;
+  ThinningView view = ViewOf(space, series, frame);
+  view.ordinate = Ordinate::Regression;
+  const PointChain& points =
+      HasRegressionCurve(series.RegressionType()) ? series.RegressionCurve() : series.Points();
+  const SeriesStyle& style = series.Style();
+  const double width = std::clamp(style.line_width, 1, 200) * space.Scale();
+  PaintLine(space, points, view,
+            {ToQt(style.regression_line_color), width, style.regression_line_style}, frame);
+}
+
+void PaintSymbols(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
+  const SymbolLook look = LookOf(series.Style());
+  const int reach = static_cast<int>(std::ceil(look.size * space.Scale()));
+  const QRect area = space.Map(frame.clip).toAlignedRect().adjusted(-reach, -reach, reach, reach);
+  const std::vector<QPoint> pixels =
+      OccupiedPixels(series.Points(), ViewOf(space, series, frame), area);
+  QPainter& painter = space.Painter();
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (space.Raster()) {
+    const SymbolSprite sprite = MakeSprite(look, space.Scale());
+    const QPoint hot_spot(sprite.hot_spot, sprite.hot_spot);
+    for (const QPoint& pixel : pixels) painter.drawImage(pixel - hot_spot, sprite.image);
+    return;
+  }
+  for (const QPoint& pixel : pixels) {
+    PaintSymbol(painter, QPointF(pixel) + QPointF(0.5, 0.5), look, space.Scale());
+  }
+}
+
+CurvePen LinePenOf(const SeriesStyle& style, double scale) {
+  return {ToQt(style.line_color), std::clamp(style.line_width, 1, 200) * scale, style.line_style};
+}
+
+}  // namespace
+
+void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& frame) {
+  const SeriesStyle& style = series.Style();
+  if (!style.visible || frame.plot.isEmpty() || frame.clip.isEmpty()) return;
+  DeviceSpace space(painter, frame);
+  // A DataSet of points has no body beyond its lines and symbols: drawing starts with the bound lines.
+  PaintBoundLines(space, series, frame);
+  if (series.Points().Empty()) return;
+  PaintRegression(space, series, frame);
+  if (style.connect_points) {
+    PaintLine(space, series.Points(), ViewOf(space, series, frame), LinePenOf(style, space.Scale()),
+              frame);
+  }
+  if (style.show_symbols) PaintSymbols(space, series, frame);
+}
+
+void PaintSeriesSample(QPainter& painter, const QRectF& rect, const SeriesStyle& style) {
+  painter.save();
+  painter.setClipRect(rect, Qt::IntersectClip);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (style.connect_points) {
+    const CurvePen pen = LinePenOf(style, 1);
+    const double y = Crisp(rect.center().y(), pen.width);
+    painter.setPen(MakePen(pen));
+    painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
+  }
+  if (style.show_symbols) {
+    SymbolLook look = LookOf(style);
+    look.size = std::min(look.size, std::min(rect.width(), rect.height()));
+    const double y =
+        style.connect_points ? Crisp(rect.center().y(), style.line_width) : rect.center().y();
+    PaintSymbol(painter, QPointF(rect.center().x(), y), look);
+  }
+  painter.restore();
+}
+
+}  // namespace tarnwick
