@@ -40,7 +40,7 @@ const QStringList& OpenFilters() {
 
 std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
     const std::filesystem::path& folder) {
-  QFileDialog dialog(parent_, QObject::tr("Open"), ToQt(folder));
+  QFileDialog dialog(parent_, QObject::tr("Open"), PathText(folder));
   dialog.setFileMode(QFileDialog::ExistingFiles);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setNameFilters(OpenFilters());
@@ -53,7 +53,7 @@ std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
 }
 
 std::optional<std::filesystem::path> DialogFileChooser::FileToSave(const SaveProposal& proposal) {
-  QFileDialog dialog(parent_, QObject::tr("Save As"), ToQt(proposal.folder));
+  QFileDialog dialog(parent_, QObject::tr("Save As"), PathText(proposal.folder));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
@@ -62,7 +62,7 @@ std::optional<std::filesystem::path> DialogFileChooser::FileToSave(const SavePro
   for (const SaveFilter& filter : kSaveFilters) filters.append(filter.text);
   dialog.setNameFilters(filters);
   dialog.setDefaultSuffix(kSaveFilters[0].extension);
-  dialog.selectFile(ToQt(proposal.graph_name));
+  dialog.selectFile(PathText(proposal.graph_name));
 
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& chosen) {
     const auto shown = [&](qsizetype index) {
@@ -72,7 +72,7 @@ std::optional<std::filesystem::path> DialogFileChooser::FileToSave(const SavePro
       if (!shown(i)) continue;
       dialog.setDefaultSuffix(kSaveFilters[i].extension);
       const bool data_set = i == kDataSetFilter && !proposal.data_set_name.empty();
-      dialog.selectFile(ToQt(data_set ? proposal.data_set_name : proposal.graph_name));
+      dialog.selectFile(PathText(data_set ? proposal.data_set_name : proposal.graph_name));
     }
   });
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;

@@ -30,12 +30,9 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   if (QMenu* menu = systemMenu()) {
     for (QAction* action : menu->actions()) action->setShortcut({});
   }
-  const auto show_caption = [this] { setWindowTitle(ToQt(document_->Caption()) + "[*]"); };
+  const auto show_caption = [this] { setWindowTitle(ToQt(document_->Caption())); };
   show_caption();
   connect(document_.get(), &Document::captionChanged, this, show_caption);
-  connect(document_.get(), &Document::stateChanged, this,
-          [this] { setWindowModified(document_->Changed()); });
-  setWindowModified(document_->Changed());
 }
 
 TGraphWindow::~TGraphWindow() {

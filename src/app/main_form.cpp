@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QDropEvent>
+#include <QLayout>
 #include <QMdiArea>
 #include <QMimeData>
 #include <QStackedWidget>
@@ -18,6 +19,7 @@
 #include "app/start_page.h"
 #include "app/text.h"
 #include "app/threaded_work.h"
+#include "app/window_placement.h"
 #include "graph/read_out.h"
 
 namespace tarnwick {
@@ -85,6 +87,7 @@ void T_MainForm::BuildStatusBar() {
   note_ = new ElidedLabel(Qt::AlignRight, this);
   read_out_->setObjectName("ReadOut");
   note_->setObjectName("Note");
+  read_out_->setContentsMargins(6, 0, 0, 0);
   statusBar()->addWidget(read_out_, 3);
   statusBar()->addPermanentWidget(note_, 2);
 }
@@ -154,11 +157,9 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   connect(&window->Canvas(), &GraphCanvas::mouseReleased, this, &T_MainForm::refreshMenu);
   area_->addSubWindow(window);
   centre_->setCurrentWidget(area_);
-  if (fills) {
-    window->showMaximized();
-  } else {
-    window->show();
-  }
+  // Before the first showing the workspace has no size yet that shares could be taken of.
+  if (!shown_) layout()->activate();
+  ShowPlaced(*window, fills ? Otherwise::FillWorkspace : Otherwise::OwnPlace);
   window->Canvas().setFocus();
   updateMenu();
   return window;

@@ -12,6 +12,7 @@
 #include "app/main_form.h"
 #include "app/save_as.h"
 #include "app/text.h"
+#include "app/window_placement.h"
 #include "base/error.h"
 #include "base/version.h"
 
@@ -52,6 +53,7 @@ void T_MainForm::TellFileError(const std::filesystem::path& path, const std::str
 
 bool T_MainForm::Save(Document& document) {
   if (document.GraphFileName().empty()) return SaveAs(document);
+  StorePlacement(*WindowOf(document));
   try {
     document.SaveGraphFile(document.GraphFileName());
     return true;
@@ -62,6 +64,7 @@ bool T_MainForm::Save(Document& document) {
 }
 
 bool T_MainForm::SaveAs(Document& document) {
+  StorePlacement(*WindowOf(document));
   try {
     const SaveOutcome outcome = SaveDocumentAs(document, *parts_.chooser, *parts_.prompt);
     if (!outcome.recent.empty()) recent_.Add(outcome.recent);

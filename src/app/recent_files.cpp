@@ -24,7 +24,7 @@ RecentFiles::RecentFiles(QSettings& settings) : settings_(settings) {
 }
 
 void RecentFiles::Add(const std::filesystem::path& path) {
-  const QString file = ToQt(std::filesystem::absolute(path).lexically_normal());
+  const QString file = PathText(std::filesystem::absolute(path).lexically_normal());
   auto place = std::find(entries_.begin(), entries_.end(), file);
   if (place == entries_.end()) place = std::prev(entries_.end());
   *place = file;

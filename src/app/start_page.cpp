@@ -32,6 +32,12 @@ QPushButton* BigButton(const QString& text, std::string_view icon, QWidget* pare
   return button;
 }
 
+QLabel* Subdued(const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setForegroundRole(QPalette::PlaceholderText);
+  return label;
+}
+
 void Empty(QVBoxLayout& column) {
   while (QLayoutItem* item = column.takeAt(0)) {
     delete item->widget();
@@ -59,8 +65,7 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent), recent_(Column()), exam
   buttons->addWidget(open);
   buttons->addWidget(new_graph);
   buttons->addStretch();
-  auto* hint = new QLabel(tr("Open a data file, or drop files here."), this);
-  hint->setEnabled(false);
+  auto* hint = Subdued(tr("Open a data file, or drop files here."), this);
 
   auto* grid = new QGridLayout;
   grid->setHorizontalSpacing(40);
@@ -68,8 +73,9 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent), recent_(Column()), exam
   grid->addWidget(Heading(tr("Tarnwick"), 1.9, this), 0, 0, 1, 2);
   grid->addWidget(hint, 1, 0, 1, 2);
   grid->addLayout(buttons, 2, 0, 1, 2);
-  grid->addLayout(recent_, 3, 0, Qt::AlignTop);
-  grid->addLayout(examples_, 3, 1, Qt::AlignTop);
+  grid->setRowMinimumHeight(3, 6);
+  grid->addLayout(recent_, 4, 0, Qt::AlignTop);
+  grid->addLayout(examples_, 4, 1, Qt::AlignTop);
   grid->setColumnMinimumWidth(0, kColumnWidth);
   grid->setColumnMinimumWidth(1, kColumnWidth);
 
@@ -94,15 +100,13 @@ void StartPage::ShowColumn(QVBoxLayout& column, const QString& heading, const QS
   Empty(column);
   column.addWidget(Heading(heading, 1.1, this));
   if (files.empty()) {
-    auto* label = new QLabel(none, this);
-    label->setEnabled(false);
-    column.addWidget(label);
+    column.addWidget(Subdued(none, this));
   }
   for (const auto& file : files) {
-    const QString path = ToQt(file);
+    const QString path = PathText(file);
     auto* button = new QToolButton(this);
     button->setText(
-        fontMetrics().elidedText(ToQt(file.filename()), Qt::ElideMiddle, kColumnWidth - 40));
+        fontMetrics().elidedText(PathText(file.filename()), Qt::ElideMiddle, kColumnWidth - 40));
     button->setIcon(InkIcon("graph"));
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     button->setAutoRaise(true);

@@ -11,7 +11,7 @@ inline QString ToQt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-inline QString ToQt(const std::filesystem::path& path) {
+inline QString PathText(const std::filesystem::path& path) {
   return QString::fromStdString(path.string());
 }
 
