@@ -27,7 +27,7 @@ std::optional<double> ParseDayInOrder(std::string_view text, SlashDate order) {
   const std::size_t first = text.find('-');
   if (first == text.npos || first == 0 || first > 2 || text.size() > 64) return std::nullopt;
   const std::size_t second = text.find('-', first + 1);
-  if (second == text.npos || second > 5) return std::nullopt;
+  if (second > 5) return std::nullopt;
   std::string slashed(text);
   slashed[first] = slashed[second] = '/';
   return ParseDay(slashed, order);

@@ -131,12 +131,13 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   return guess;
 }
 
-/// Columns as the rows from `first` on show them.
+/// Columns as the rows show them.
 std::vector<ColumnGuess> JudgeColumns(const std::vector<std::string_view>& rows,
                                       const TextLayout& layout) {
   std::vector<ColumnCounts> counts;
   for (const std::string_view row : rows) CountFields(row, layout, counts);
   std::vector<ColumnGuess> columns;
+  columns.reserve(counts.size());
   for (const ColumnCounts& column : counts) columns.push_back(Judge(column));
   return columns;
 }
@@ -196,7 +197,7 @@ bool HasGaps(const std::vector<std::string_view>& lines, const TextLayout& layou
   return fields_differ;
 }
 
-/// The rows behind the headers and, when asked for, the line right before them (the names, if there are any).
+/// The rows behind the headers.
 std::vector<std::string_view> Rows(const GuessLines& lines, const TextLayout& layout,
                                    std::int32_t headers) {
   std::vector<std::string_view> rows;

@@ -41,7 +41,7 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   }
   if (chosen.y.empty()) {
     throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
-                    "looked at " + std::to_string(source.columns.size()) + " columns");
+                    "columns: " + std::to_string(source.columns.size()));
   }
   return chosen;
 }

@@ -8,8 +8,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr std::int32_t kDensestSampling = 16;  // up to here reading every row beats skipping
-
 double BlockOrRowNumber(const RowBlock& block, std::size_t request, std::int64_t row,
                         std::int64_t number) {
   if (request >= block.values.size()) return static_cast<double>(number);

@@ -11,6 +11,8 @@ namespace tarnwick {
 namespace {
 
 constexpr std::string_view kTitle = "Loading data";
+constexpr std::int64_t kLargeSource = 64
+                                      << 20;  // worth a progress window before any point is there
 
 /// Ends the update that it began, whatever happens in between.
 class UpdateScope {
@@ -108,9 +110,12 @@ std::vector<ColumnTransforms> LoadRun::PrepareTransforms() const {
 /// False when cancelled: then nothing is loaded and the old points stay.
 bool LoadRun::CountRows() {
   const auto needs = [&](const Member& m) {
-    return RowChooser::NeedsRowCount(all_[m.number]->Source());
+    const TDSInfo& info = all_[m.number]->Source();
+    // With the rows indexed, sampling can leap.
+    return RowChooser::NeedsRowCount(info) || info.RowSamplingFrequency > kDensestSampling;
   };
   if (std::none_of(members_.begin(), members_.end(), needs)) return true;
+  if (supplier_.Size() > kLargeSource) progress_.Begin(kTitle, subject_, supplier_.Size());
   if (!supplier_.CountRows(progress_)) {
     for (LoadReport& report : reports_) report.cancelled = true;
     return false;

@@ -17,6 +17,9 @@
 
 namespace tarnwick {
 
+/// Up to this sampling frequency reading every row of a text beats skipping.
+inline constexpr std::int32_t kDensestSampling = 16;
+
 /// Progress that begins when there is something to show, and may never begin.
 class LoadProgress final : public Progress {
  public:

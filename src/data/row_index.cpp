@@ -98,7 +98,7 @@ bool RowIndex::Build(Progress& progress) {
       rows_ = 0;
       return false;
     }
-    rows_before_.push_back(static_cast<std::uint32_t>(rows_));
+    rows_before_.push_back(rows_);
     rows_ += CountRows(text_, from, std::min(from + kStride, text_.size()), layout_);
   }
   return true;

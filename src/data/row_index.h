@@ -32,7 +32,7 @@ class RowIndex {
   std::string_view text_;
   const TextLayout& layout_;
   std::int64_t rows_ = 0;
-  std::vector<std::uint32_t> rows_before_;  // rows that begin before each stride of the text
+  std::vector<std::int64_t> rows_before_;  // rows that begin before each stride of the text
 };
 
 }  // namespace tarnwick

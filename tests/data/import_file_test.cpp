@@ -106,7 +106,7 @@ TEST(ImportFile, SaysWhatIsWrongWithAFile) {
   const TemporaryFolder folder;
   const auto words = folder.Write("words.txt", "hello\nworld\n");
   EXPECT_EQ(ErrorOf(words),
-            "The file holds no numbers to plot: " + words.string() + ", looked at 1 columns");
+            "The file holds no numbers to plot: " + words.string() + ", columns: 1");
   const auto good = folder.Write("good.txt", "x,y\n1,2\n");
   ImportOptions options;
   options.y_columns = {"z"};
@@ -120,9 +120,9 @@ TEST(ImportFile, SaysWhatIsWrongWithAFile) {
   ImportOptions wrong;
   wrong.every = 0;
   EXPECT_EQ(ErrorOf(good, wrong), "The sampling frequency must be 1 or more");
-  EXPECT_EQ(ErrorOf(folder.Write("line.txt", std::string(3'000'000, 'x'))),
-            "The file holds no numbers to plot: " + folder.File("line.txt").string() +
-                ", looked at 1 columns");
+  EXPECT_EQ(
+      ErrorOf(folder.Write("line.txt", std::string(3'000'000, 'x'))),
+      "The file holds no numbers to plot: " + folder.File("line.txt").string() + ", columns: 1");
 }
 
 TEST(SummarizeFile, ListsColumnsAndCountsRows) {
