@@ -44,7 +44,9 @@ struct AxisLayout {
   std::vector<AxisTick> ticks;
   std::vector<QLineF> grid;
   std::vector<PlacedText> labels;
-  std::optional<PlacedText> factor;  ///< the power of ten taken out of all labels
+  double labels_side = 1;            ///< +1: labels below or right of the line, -1: above or left
+  int exponent = 0;                  ///< power of ten taken out of all labels
+  std::optional<PlacedText> factor;  ///< "×10" and that exponent
   std::optional<PlacedText> title;
 };
 
@@ -73,6 +75,7 @@ struct ChildFrame;
 struct PlotLayout {
   QSizeF size;
   QRectF plot;                        ///< by the stored margins; empty when they leave no room
+  bool has_scales = false;            ///< false: there is nothing to draw against, only the message
   std::optional<PlacedText> message;  ///< shown instead of axes and DataSets
   std::array<AxisLayout, 3> axes;     ///< X, Y, Y2
   std::optional<PlacedText> title;

@@ -30,7 +30,13 @@ class TextMetrics {
   QString Elided(const QString& text, const Font& font, double width) const;
 };
 
-/// Font of a superscript.
+/// Font of a superscript, and how far its baseline is raised, as a share of the text's ascent.
 QFont SuperscriptFont(const QFont& font);
+constexpr double SuperscriptRise() {
+  return 0.4;
+}
+
+/// Minus signs instead of hyphens, for numbers.
+QString WithMinusSigns(QString number);
 
 }  // namespace tarnwick

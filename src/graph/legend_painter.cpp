@@ -1,0 +1,31 @@
+#include "graph/legend_painter.h"
+
+#include "graph/plot_layout.h"
+#include "graph/plot_pen.h"
+#include "graph/series_painter.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+
+void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box,
+                 PaintTarget target) {
+  const Legend& legend = graph.GetLegend();
+  CrispPen pen(painter, target);
+  painter.fillRect(pen.Snapped(box.frame), QtColor(legend.color));
+  if (legend.border_style != 0) {
+    // A shade of the axes' colour, so that the frame stays behind the data.
+    QColor border = QtColor(graph.GetAppearance().axes_color);
+    border.setAlphaF(0.35F);
+    pen.DrawFrame(box.frame, border);
+  }
+  painter.save();
+  painter.setClipRect(box.frame, Qt::IntersectClip);
+  for (const LegendRow& row : box.rows) {
+    PaintSeriesSample(painter, row.sample, graph.Series(row.series).Style());
+    PaintText(painter, row.name);
+  }
+  if (box.more) PaintText(painter, *box.more);
+  painter.restore();
+}
+
+}  // namespace tarnwick

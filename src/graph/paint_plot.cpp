@@ -1,0 +1,73 @@
+#include "graph/paint_plot.h"
+
+#include <QPainter>
+
+#include "graph/axis_painter.h"
+#include "graph/legend_painter.h"
+#include "graph/mark_painter.h"
+#include "graph/plot_layout.h"
+#include "graph/plot_pen.h"
+#include "graph/series_painter.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+void PaintBackground(QPainter& painter, const TxyGraph& graph, const PlotLayout& layout,
+                     PaintTarget target) {
+  const Appearance& appearance = graph.GetAppearance();
+  if (target == PaintTarget::Paper && !appearance.print_with_background) return;
+  const CrispPen pen(painter, target);
+  painter.fillRect(QRectF(QPointF(0, 0), layout.size), QtColor(appearance.margin_color));
+  painter.fillRect(pen.Snapped(layout.plot), QtColor(appearance.color));
+}
+
+void PaintAllSeries(QPainter& painter, const TxyGraph& graph, const PlotLayout& layout) {
+  const QRectF everywhere(QPointF(0, 0), layout.size);
+  const bool outside = graph.GetAppearance().show_points_outside_plot_area;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (!graph.IsDrawn(series)) continue;
+    PaintSeries(painter, series,
+                {layout.Axis(AxisId::X).scale, layout.Axis(graph.YAxisOf(series)).scale,
+                 layout.plot, outside ? everywhere : layout.plot});
+  }
+}
+
+void PaintChildren(QPainter& painter, const TxyGraph& graph, const PlotLayout& layout,
+                   PaintTarget target) {
+  for (const ChildFrame& child : layout.children) {
+    const TxyGraph& inserted = *graph.Children().at(child.child);
+    painter.save();
+    painter.setClipRect(child.frame, Qt::IntersectClip);
+    painter.translate(child.frame.topLeft());
+    PaintPlot(painter, inserted, child.layout, target);
+    CrispPen(painter, target)
+        .DrawFrame(QRectF(QPointF(0, 0), child.frame.size()),
+                   QtColor(inserted.GetAppearance().axes_color), TxyChildGr::kBorderWidth);
+    painter.restore();
+  }
+}
+
+}  // namespace
+
+void PaintPlot(QPainter& painter, const TxyGraph& graph, const PlotLayout& layout,
+               PaintTarget target) {
+  painter.save();
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+  PaintBackground(painter, graph, layout, target);
+  if (layout.has_scales) {
+    const Appearance& appearance = graph.GetAppearance();
+    PaintGrid(painter, appearance, layout, target);
+    PaintAllSeries(painter, graph, layout);
+    PaintMarks(painter, layout, target);
+    PaintAxes(painter, appearance, layout, target);
+    if (layout.title) PaintText(painter, *layout.title);
+    if (layout.legend) PaintLegend(painter, graph, *layout.legend, target);
+    PaintChildren(painter, graph, layout, target);
+  }
+  if (layout.message) PaintText(painter, *layout.message);
+  painter.restore();
+}
+
+}  // namespace tarnwick

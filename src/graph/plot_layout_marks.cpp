@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "graph/line_clip.h"
+#include "graph/plot_layout_parts.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr double kGap = 4;
+constexpr double kSmallestRadius = 2;
+constexpr double kLargestRadius = 100;
+constexpr double kDefaultWidth = 8;
+
+/// Half the stored width ("Point Width", pixels).
+double RadiusOf(const Mark& mark) {
+  const double width = std::isfinite(mark.x2) && mark.x2 > 0 ? mark.x2 : kDefaultWidth;
+  return std::clamp(width / 2, kSmallestRadius, kLargestRadius);
+}
+
+/// Geometry of a mark; false when nothing of it can be seen.
+bool PlaceMark(const QRectF& plot, const AxisScale& x, const AxisScale& y, MarkItem& item) {
+  const Mark& mark = item.mark;
+  const QPointF first(x.Position(mark.x1), y.Position(mark.y1));
+  const auto within = [](double value, double low, double high) {
+    return value >= low && value <= high;
+  };
+  switch (mark.type) {
+    case MarkType::Vertical:
+      item.line = {first.x(), plot.bottom(), first.x(), plot.top()};
+      return within(first.x(), plot.left(), plot.right());
+    case MarkType::Horizontal:
+      item.line = {plot.left(), first.y(), plot.right(), first.y()};
+      return within(first.y(), plot.top(), plot.bottom());
+    case MarkType::Point:
+      item.point = first;
+      item.radius = RadiusOf(mark);
+      return plot.contains(first);
+    case MarkType::Line:
+      item.line = {first, QPointF(x.Position(mark.x2), y.Position(mark.y2))};
+      return std::isfinite(item.line.x1()) && std::isfinite(item.line.y1()) &&
+             std::isfinite(item.line.x2()) && std::isfinite(item.line.y2());
+  }
+  return false;
+}
+
+/// The part of a segment inside the plot.
+std::optional<QLineF> Clipped(const QLineF& line, const QRectF& plot) {
+  const std::array<PixelPoint, 2> ends = {{{line.x1(), line.y1()}, {line.x2(), line.y2()}}};
+  const std::vector<QPolygonF> pieces = ClipPolyline(ends, plot);
+  if (pieces.empty() || pieces.front().size() < 2) return std::nullopt;
+  return QLineF(pieces.front().front(), pieces.front().back());
+}
+
+/// Places worth trying for a caption of `size`, the best first.
+std::vector<QPointF> CaptionPlaces(const MarkItem& item, const QRectF& plot, QSizeF size) {
+  constexpr int kRows = 12;
+  const double half_width = size.width() / 2;
+  const double half_height = size.height() / 2;
+  std::vector<QPointF> places;
+  const auto add = [&](double x, double y) { places.emplace_back(x, y); };
+  if (item.mark.type == MarkType::Vertical) {
+    for (int row = 0; row < kRows; ++row) {
+      const double y = plot.top() + kGap + half_height + row * size.height();
+      add(item.line.x1() + kGap + half_width, y);
+      add(item.line.x1() - kGap - half_width, y);
+    }
+  } else if (item.mark.type == MarkType::Horizontal) {
+    for (int column = 0; column < kRows; ++column) {
+      const double x = plot.right() - kGap - half_width - column * (size.width() + kGap);
+      add(x, item.line.y1() - 1 - half_height);
+      add(x, item.line.y1() + 1 + half_height);
+    }
+  } else {
+    const QPointF anchor = item.mark.type == MarkType::Point ? item.point : item.line.center();
+    const double away = item.radius + kGap;
+    for (const double sideways : {1.0, -1.0}) {
+      for (const double up : {-1.0, 1.0, 0.0}) {
+        add(anchor.x() + sideways * (away + half_width),
+            anchor.y() + up * (item.radius + half_height));
+      }
+    }
+    add(anchor.x(), anchor.y() - away - half_height);
+    add(anchor.x(), anchor.y() + away + half_height);
+  }
+  return places;
+}
+
+void PlaceCaption(const LayoutContext& context, const QRectF& plot, MarkItem& item) {
+  const Font& base = context.graph.GetAppearance().font_for_labels;
+  const QString text = QString::fromStdString(item.mark.caption).simplified();
+  if (text.isEmpty()) return;
+  Font font = base;
+  font.color = item.mark.color;
+  PlacedText caption =
+      MakeText({context.metrics.Elided(text, font, plot.width() / 2), {}}, font, context.metrics);
+  for (const QPointF& place : CaptionPlaces(item, plot, caption.size)) {
+    caption.center = place;
+    if (!plot.contains(caption.Box()) || !context.room.TryTake(caption)) continue;
+    item.caption = caption;
+    return;
+  }
+}
+
+}  // namespace
+
+void LayoutMarks(const LayoutContext& context, PlotLayout& layout) {
+  if (!context.graph.GetAppearance().marks_are_shown) return;
+  for (const Mark& mark : context.graph.Marks().All()) {
+    if (mark.status == MarkStatus::NotDrawn) continue;
+    const AxisId y_axis = mark.status == MarkStatus::XAndY ? AxisId::Y : AxisId::Y2;
+    MarkItem item;
+    item.mark = mark;
+    if (!PlaceMark(layout.plot, layout.Axis(AxisId::X).scale, layout.Axis(y_axis).scale, item)) {
+      continue;
+    }
+    if (mark.type == MarkType::Line) {
+      const std::optional<QLineF> seen = Clipped(item.line, layout.plot);
+      if (!seen) continue;
+      item.line = *seen;
+    }
+    layout.marks.push_back(std::move(item));
+  }
+  // Captions after all marks, so that every mark is drawn even where captions find no room.
+  for (MarkItem& item : layout.marks) PlaceCaption(context, layout.plot, item);
+}
+
+}  // namespace tarnwick
