@@ -14,11 +14,14 @@ struct DataTextOptions {
   std::string x_heading = "X";
   std::string separators =
       "\t";  ///< the first character separates; empty throws "No Text Separators supplied"
-  double x_tolerance = 1e-12;  ///< X values of different DataSets that near share a row
+  /// X values of different DataSets share a row when they differ by no more than this, and by no more than this part of
+  /// their size (else values all smaller than the tolerance would fall together).
+  double x_tolerance = 1e-12;
 };
 
 /// The table: a line of names, then rows in ascending X; a DataSet without a point at a row's X has an empty field there.
-/// Numbers in their shortest text that reads back; names that hold a separator are quoted. Stored Y, not corrected.
+/// Numbers in their shortest text that reads back; names that hold a separator are quoted, a DataSet without a name has
+/// "(col N)", its column from 0. Stored Y, not corrected. Throws Error.
 std::string DataText(const std::vector<const TDataSeries*>& series, const DataTextOptions& options);
 
 /// Writes all DataSets of a graph (".dat"): X headed "Time" on a time axis, else "Time (hours)".
