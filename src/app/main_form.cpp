@@ -88,8 +88,10 @@ void T_MainForm::BuildStatusBar() {
   read_out_->setObjectName("ReadOut");
   note_->setObjectName("Note");
   read_out_->setContentsMargins(6, 0, 0, 0);
-  statusBar()->addWidget(read_out_, 3);
-  statusBar()->addPermanentWidget(note_, 2);
+  // The read-out gets the room it needs, the note what is left.
+  read_out_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+  statusBar()->addWidget(read_out_);
+  statusBar()->addPermanentWidget(note_, 1);
 }
 
 TGraphWindow* T_MainForm::ActiveGraphWindow() const {

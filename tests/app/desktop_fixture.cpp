@@ -5,6 +5,7 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <QUrl>
@@ -80,6 +81,13 @@ GraphCanvas& DesktopTest::ActiveCanvas() {
 
 QString DesktopTest::StatusText(const char* label) {
   return form_->findChild<QLabel*>(label)->text();
+}
+
+void DesktopTest::MoveMouse(QPointF place, Qt::MouseButtons held) {
+  // Not QTest::mouseMove, which moves the pointer of the screen and so depends on what else is on it.
+  QMouseEvent move(QEvent::MouseMove, place, ActiveCanvas().mapToGlobal(place), Qt::NoButton, held,
+                   Qt::NoModifier);
+  QCoreApplication::sendEvent(&ActiveCanvas(), &move);
 }
 
 void DesktopTest::Wheel(QPointF place, int notches, Qt::KeyboardModifiers modifiers) {

@@ -60,6 +60,8 @@ class DesktopTest : public ::testing::Test {
   void Expect(const std::string& text, Answer answer) { prompt_->script.Expect(text, answer); }
   /// What was told since the last call; telling what no test takes is a failure.
   std::vector<std::string> TakeTold() { return std::exchange(prompt_->told, {}); }
+  /// Moves the mouse to a place of the active canvas.
+  void MoveMouse(QPointF place, Qt::MouseButtons held = Qt::NoButton);
   /// Turns the wheel over a place of the active canvas.
   void Wheel(QPointF place, int notches, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   /// Drops files on a widget as a file manager does.

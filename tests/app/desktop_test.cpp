@@ -31,8 +31,7 @@ TEST_F(DesktopTest, TheStatusLineFollowsTheMouse) {
   Start({Example("decay.dat")});
   EXPECT_EQ(StatusText("ReadOut").toStdString(), IdleReadOut());
   const QPoint place = ActiveCanvas().Layout().plot.center().toPoint();
-  QTest::mouseMove(&ActiveCanvas(), place);
-  QCoreApplication::processEvents();
+  MoveMouse(place);
   const TxyGraph& graph = ActiveDocument().Graph();
   const auto point = PickPoint(graph, graph.Axis(AxisId::X).PixelToValue(place.x()));
   ASSERT_TRUE(point);
@@ -41,9 +40,7 @@ TEST_F(DesktopTest, TheStatusLineFollowsTheMouse) {
   EXPECT_NE(text.find("; pnt#" + std::to_string(point->number) + "  X,Y: "), std::string::npos)
       << text;
 
-  const QPoint margin(2, place.y());
-  QTest::mouseMove(&ActiveCanvas(), margin);
-  QCoreApplication::processEvents();
+  MoveMouse({2.0, 1.0 * place.y()});
   EXPECT_TRUE(StatusText("ReadOut").endsWith("Point Not Found"));
 }
 
@@ -100,9 +97,7 @@ TEST_F(DesktopTest, TheMiddleButtonPans) {
   const QPoint place = ActiveCanvas().Layout().plot.center().toPoint();
   const double grabbed = x.PixelToValue(place.x());
   QTest::mousePress(&ActiveCanvas(), Qt::MiddleButton, {}, place);
-  QMouseEvent move(QEvent::MouseMove, place + QPoint(60, 0), ActiveCanvas().mapToGlobal(place),
-                   Qt::NoButton, Qt::MiddleButton, Qt::NoModifier);
-  QCoreApplication::sendEvent(&ActiveCanvas(), &move);
+  MoveMouse(place + QPoint(60, 0), Qt::MiddleButton);
   QTest::mouseRelease(&ActiveCanvas(), Qt::MiddleButton, {}, place + QPoint(60, 0));
   EXPECT_NEAR(x.PixelToValue(place.x() + 60), grabbed, (x.Max() - x.Min()) * 1e-9);
   Run("GraphResetZoom1");
@@ -130,7 +125,12 @@ TEST_F(DesktopTest, SavedAndOpenedAgainTheGraphIsTheSame) {
   EXPECT_EQ(opened.legend, saved.legend);
   ASSERT_EQ(opened.series.size(), saved.series.size());
   EXPECT_EQ(opened.series[0].style, saved.series[0].style);
-  EXPECT_EQ(opened.series[0].data.settings, saved.series[0].data.settings);
+  DataSettings settings = saved.series[0].data.settings;
+  settings.source.active =
+      opened.series[0].data.settings.source.active;  // not stored, as the two after it
+  settings.source.x_column_index = opened.series[0].data.settings.source.x_column_index;
+  settings.source.y_column_index = opened.series[0].data.settings.source.y_column_index;
+  EXPECT_EQ(opened.series[0].data.settings, settings);
   QCoreApplication::processEvents();
   EXPECT_EQ(ActiveCanvas().grab().toImage(), picture);
 }
@@ -249,6 +249,18 @@ TEST_F(DesktopTest, RefreshReadsTheSourcesAgain) {
   folder_.Write("live.dat", "x,y\n1,10\n2,20\n3,30\n4,40\n");
   Run("editRefresh1");
   EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 4);
+
+  // The graph file remembers the source.
+  const auto graph = folder_.File("live.tgr");
+  chooser_->to_save = {graph};
+  Run("FileSave1");
+  Run("FileClose1");
+  folder_.Write("live.dat", "x,y\n1,10\n2,20\n3,30\n4,40\n5,50\n");
+  chooser_->to_open = {graph};
+  Run("FileOpen1");
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 4);
+  Run("editRefresh1");
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 5);
 }
 
 TEST_F(DesktopTest, SaveAsAsksBeforeItReplacesAndPassesOverUnknownExtensions) {
