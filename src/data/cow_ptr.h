@@ -9,7 +9,7 @@
 
 namespace tarnwick {
 
-/// Base of what CowPtr holds. A copy starts with a count of its own.
+/// Base of what CowPtr holds: a type with `std::unique_ptr<T> Clone() const`. A copy starts with a count of its own.
 class CowCounted {
  public:
   CowCounted() = default;
@@ -52,7 +52,7 @@ class CowPtr {
   T& Edit() {
     // The acquire pairs with the release of the holder that let go last, whose reads must be over.
     if (value_->holders_.load(std::memory_order_acquire) != 1) {
-      *this = CowPtr(std::make_unique<T>(std::as_const(*value_)));
+      *this = CowPtr(std::as_const(*value_).Clone());
     }
     return *value_;
   }

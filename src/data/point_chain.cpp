@@ -9,7 +9,7 @@ namespace {
 // How many of the ascending values stand before x. Two short counting loops instead of halving: their loads wait neither for
 // a guessed branch nor for each other, which is what a search in memory costs.
 template <class Before>
-std::size_t CountBefore(const std::vector<double>& values, Before before) {
+std::size_t CountBefore(std::span<const double> values, Before before) {
   constexpr std::size_t kStride = 8;
   const double* const data = values.data();
   const std::size_t strides = values.size() / kStride;
@@ -29,10 +29,13 @@ PointChain::Place FirstPlaceNot(const ChunkRoot& root, Before before) {
   const std::size_t group = groups - 1;
   const ChunkGroup& chunks = *root.groups[group];
   const std::size_t chunk = CountBefore(chunks.first_x, before) - 1;
-  const PointChunk& points = *chunks.chunks[chunk];
-  const std::size_t offset = CountBefore(points.X(), before);
-  if (offset < points.Size()) return {group, chunk, offset};
-  if (chunk + 1 < chunks.chunks.size()) return {group, chunk + 1, 0};
+  // The number of points is taken from here, not from the chunk, whose memory is slow to come.
+  const bool last = chunk + 1 == chunks.start.size();
+  const std::size_t points = (last ? chunks.points : chunks.start[chunk + 1]) - chunks.start[chunk];
+  chunks.chunks[chunk]->Prefetch(points);
+  const std::size_t offset = CountBefore({chunks.chunks[chunk]->XData(), points}, before);
+  if (offset < points) return {group, chunk, offset};
+  if (!last) return {group, chunk + 1, 0};
   return {group + 1, 0, 0};
 }
 

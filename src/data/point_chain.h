@@ -103,7 +103,8 @@ class PointChain {
   Place PlaceOfChunk(std::size_t number) const;
   ChunkView View(const Place& place) const;
   PointChunk& EditChunk(const Place& place);
-  PointChunk& ChunkForAppend();
+  PointChunk& EditRoomyChunk(const Place& place, IdRoom id_room);
+  void AddChunk(std::size_t room, IdRoom id_room);
   void PointsChanged(const Place& place, std::ptrdiff_t change);
   void FirstXChanged(const Place& place);
   void SplitChunk(const Place& place);
@@ -113,6 +114,7 @@ class PointChain {
   CowPtr<ChunkRoot> root_;
   std::size_t size_ = 0;
   double last_x_ = 0;
+  IdRoom last_id_room_ = IdRoom::No;  // what appended chunks are opened with
 };
 
 template <class Visitor>

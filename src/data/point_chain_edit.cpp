@@ -8,8 +8,6 @@ namespace tarnwick {
 
 namespace {
 
-// A chunk into which points are inserted is kept this small, so that an insert moves little. Appended chunks fill up.
-constexpr std::size_t kInsertCapacity = 96;
 // Small DataSets stay small: the first chunk grows in steps.
 constexpr std::size_t kFirstCapacity = 16;
 
@@ -18,12 +16,10 @@ typename std::vector<T>::iterator IteratorAt(std::vector<T>& values, std::size_t
   return values.begin() + static_cast<typename std::vector<T>::difference_type>(offset);
 }
 
-void MakeRoom(PointChunk& chunk) {
-  if (chunk.Size() < chunk.X().capacity()) return;
-  std::size_t room = kFirstCapacity;
-  while (room <= chunk.Size()) room *= 2;
-  if (room > kFirstCapacity && room < kInsertCapacity) room = kInsertCapacity;
-  chunk.Reserve(room);
+// The room to give a chunk that has too little for one more of `points`.
+std::size_t NextRoom(std::size_t points) {
+  if (points < kFirstCapacity) return kFirstCapacity;
+  return points < PointChunk::kInsertCapacity ? PointChunk::kInsertCapacity : PointChunk::kCapacity;
 }
 
 }  // namespace
@@ -32,40 +28,49 @@ PointChunk& PointChain::EditChunk(const Place& place) {
   return root_.Edit().groups[place.group].Edit().chunks[place.chunk].Edit();
 }
 
-// The last chunk if it has room for another point, else a new one behind it, whose first X the caller notes.
-PointChunk& PointChain::ChunkForAppend() {
+// The chunk for editing, with room for one more point and, when asked for, for ids.
+PointChunk& PointChain::EditRoomyChunk(const Place& place, IdRoom id_room) {
+  CowPtr<PointChunk>& chunk = root_.Edit().groups[place.group].Edit().chunks[place.chunk];
+  const bool full = chunk->Size() == chunk->Room();
+  if (!full && (id_room == IdRoom::No || chunk->HasIdRoom() == IdRoom::Yes)) return chunk.Edit();
+  const std::size_t room = full ? NextRoom(chunk->Size()) : chunk->Room();
+  chunk = CowPtr(chunk->Clone(room, id_room));
+  return chunk.Edit();
+}
+
+// Opens a chunk behind all others, whose first X the caller notes.
+void PointChain::AddChunk(std::size_t room, IdRoom id_room) {
   ChunkRoot& root = root_.Edit();
-  if (!root.groups.empty()) {
-    ChunkGroup& last = root.groups.back().Edit();
-    if (last.chunks.back()->Size() < PointChunk::kCapacity) {
-      PointChunk& chunk = last.chunks.back().Edit();
-      if (chunk.X().capacity() < PointChunk::kCapacity) MakeRoom(chunk);
-      return chunk;
-    }
-    // Whoever draws wants a full chunk's extremes sooner or later; now its values are still in the cache.
-    last.chunks.back()->Extremes();
-  }
+  // Whoever draws wants a full chunk's extremes sooner or later; now its values are still in the cache.
+  if (!root.groups.empty()) root.groups.back()->chunks.back()->Extremes();
   if (root.groups.empty() || root.groups.back()->chunks.size() == ChunkGroup::kCapacity) {
+    const std::size_t chunks = ChunkCount();
     root.first_x.push_back(0);
     root.start.push_back(size_);
-    root.first_chunk.push_back(ChunkCount());
+    root.first_chunk.push_back(chunks);
     root.groups.emplace_back(std::make_unique<ChunkGroup>());
   }
   ChunkGroup& group = root.groups.back().Edit();
   group.first_x.push_back(0);
   group.start.push_back(group.points);
-  group.chunks.emplace_back(std::make_unique<PointChunk>());
-  PointChunk& chunk = group.chunks.back().Edit();
-  chunk.Reserve(size_ == 0 ? kFirstCapacity : PointChunk::kCapacity);
-  return chunk;
+  group.chunks.emplace_back(PointChunk::Make(room, id_room));
 }
 
 void PointChain::Append(std::int32_t id, double x, double y) {
-  PointChunk& chunk = ChunkForAppend();
-  chunk.Append(id, x, y);
+  const bool starts_chunk =
+      size_ == 0 || root_->groups.back()->chunks.back()->Size() == PointChunk::kCapacity;
+  if (starts_chunk) AddChunk(size_ == 0 ? kFirstCapacity : PointChunk::kCapacity, last_id_room_);
   ChunkRoot& root = root_.Edit();
   ChunkGroup& group = root.groups.back().Edit();
-  if (chunk.Size() == 1) {
+  CowPtr<PointChunk>& last = group.chunks.back();
+  PointChunk* chunk = &last.Edit();
+  const IdRoom id_room = chunk->IdFollows(id) ? IdRoom::No : IdRoom::Yes;
+  if (chunk->Size() == chunk->Room() || id_room > chunk->HasIdRoom()) {
+    last_id_room_ = id_room;
+    chunk = &EditRoomyChunk({root.groups.size() - 1, group.chunks.size() - 1, 0}, id_room);
+  }
+  chunk->Append(id, x, y);
+  if (starts_chunk) {
     group.first_x.back() = x;
     if (group.chunks.size() == 1) root.first_x.back() = x;
   }
@@ -89,12 +94,15 @@ void PointChain::AppendRun(std::int32_t first_id, std::span<const double> x,
     Append(first_id + static_cast<std::int32_t>(done), x[done], y[done]);
     ++done;
     ChunkGroup& group = root_.Edit().groups.back().Edit();
-    PointChunk& chunk = group.chunks.back().Edit();
-    const std::size_t count = std::min(x.size() - done, PointChunk::kCapacity - chunk.Size());
+    CowPtr<PointChunk>& last = group.chunks.back();
+    const std::size_t count = std::min(x.size() - done, PointChunk::kCapacity - last->Size());
     if (count == 0) continue;
-    if (chunk.Size() + count > chunk.X().capacity()) chunk.Reserve(PointChunk::kCapacity);
-    chunk.AppendRun(first_id + static_cast<std::int32_t>(done), x.data() + done, y.data() + done,
-                    count);
+    const auto next_id = first_id + static_cast<std::int32_t>(done);
+    if (last->Size() + count > last->Room()) {
+      last = CowPtr(
+          last->Clone(PointChunk::kCapacity, last->IdFollows(next_id) ? IdRoom::No : IdRoom::Yes));
+    }
+    last.Edit().AppendRun(next_id, x.data() + done, y.data() + done, count);
     group.points += static_cast<std::uint32_t>(count);
     size_ += count;
     done += count;
@@ -109,13 +117,11 @@ void PointChain::Insert(const Place& place, const Point& point) {
   }
   const std::size_t index = IndexOf(place);
   Place at = place;
-  while (ChunkAt(at).Size() >= kInsertCapacity) {
+  while (ChunkAt(at).Size() >= PointChunk::kInsertCapacity) {
     SplitChunk(at);
     at = PlaceOf(index);
   }
-  PointChunk& chunk = EditChunk(at);
-  MakeRoom(chunk);
-  chunk.Insert(at.offset, point);
+  EditRoomyChunk(at, IdRoom::Yes).Insert(at.offset, point);
   if (at.offset == 0) FirstXChanged(at);
   PointsChanged(at, 1);
 }
@@ -127,7 +133,8 @@ void PointChain::Set(const Place& place, double x, double y) {
 }
 
 void PointChain::Erase(const Place& place) {
-  PointChunk& chunk = EditChunk(place);
+  const bool in_the_middle = place.offset > 0 && place.offset + 1 < ChunkAt(place).Size();
+  PointChunk& chunk = EditRoomyChunk(place, in_the_middle ? IdRoom::Yes : IdRoom::No);
   chunk.Erase(place.offset);
   const bool emptied = chunk.Size() == 0;
   if (!emptied && place.offset == 0) FirstXChanged(place);
@@ -200,11 +207,13 @@ void PointChain::SplitChunk(const Place& place) {
     const std::size_t kept = root_->groups[at.group]->chunks.size();
     if (at.chunk >= kept) at = {at.group + 1, at.chunk - kept, 0};
   }
-  PointChunk& head = EditChunk(at);
-  std::unique_ptr<PointChunk> tail = head.SplitAt(head.Size() / 2);
   ChunkRoot& root = root_.Edit();
   ChunkGroup& group = root.groups[at.group].Edit();
-  const auto start = group.start[at.chunk] + static_cast<std::uint32_t>(head.Size());
+  CowPtr<PointChunk>& whole = group.chunks[at.chunk];
+  const std::size_t half = whole->Size() / 2;
+  std::unique_ptr<PointChunk> tail = whole->Part(half, whole->Size(), NextRoom(half));
+  whole = CowPtr(whole->Part(0, half, NextRoom(half)));
+  const auto start = group.start[at.chunk] + static_cast<std::uint32_t>(half);
   group.first_x.insert(IteratorAt(group.first_x, at.chunk + 1), tail->X().front());
   group.start.insert(IteratorAt(group.start, at.chunk + 1), start);
   group.chunks.insert(IteratorAt(group.chunks, at.chunk + 1), CowPtr(std::move(tail)));

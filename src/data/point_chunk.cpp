@@ -1,31 +1,31 @@
 #include "data/point_chunk.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
+#include <new>
 #include <numeric>
 
 namespace tarnwick {
 
 namespace {
 
-using Difference = std::vector<double>::difference_type;
+// X of the first point starts a line of the processor's cache.
+constexpr std::align_val_t kAlignment{64};
 
+// Moves the values from `offset` to the end of `size` values one place back.
 template <class T>
-typename std::vector<T>::iterator IteratorAt(std::vector<T>& values, std::size_t offset) {
-  return values.begin() + static_cast<Difference>(offset);
+void OpenGap(T* values, std::size_t offset, std::size_t size) {
+  std::memmove(values + offset + 1, values + offset, (size - offset) * sizeof(T));
 }
 
 template <class T>
-std::vector<T> TakeTail(std::vector<T>& values, std::size_t offset) {
-  if (values.empty()) return {};
-  std::vector<T> tail(IteratorAt(values, offset), values.end());
-  values.resize(offset);
-  if (values.capacity() > 4 * offset) values.shrink_to_fit();
-  return tail;
+void CloseGap(T* values, std::size_t offset, std::size_t size) {
+  std::memmove(values + offset, values + offset + 1, (size - offset - 1) * sizeof(T));
 }
 
 // Four independent runs keep the comparisons from waiting for each other. A comparison with NaN is false.
-YExtremes ScanExtremes(const std::vector<double>& values) {
+YExtremes ScanExtremes(std::span<const double> values) {
   constexpr std::size_t kLanes = 4;
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   double min[kLanes] = {kInfinity, kInfinity, kInfinity, kInfinity};
@@ -46,30 +46,61 @@ YExtremes ScanExtremes(const std::vector<double>& values) {
 
 }  // namespace
 
-PointChunk::PointChunk(const PointChunk& other)
-    : CowCounted(other),
-      x_(other.x_),
-      y_(other.y_),
-      regression_(other.regression_),
-      ids_(other.ids_),
-      first_id_(other.first_id_) {}
+std::unique_ptr<PointChunk> PointChunk::Make(std::size_t room, IdRoom id_room) {
+  static_assert(sizeof(PointChunk) == 64);
+  const std::size_t per_point =
+      2 * sizeof(double) + (id_room == IdRoom::Yes ? sizeof(std::int32_t) : 0);
+  void* const memory = ::operator new(sizeof(PointChunk) + room * per_point, kAlignment);
+  return std::unique_ptr<PointChunk>(::new (memory) PointChunk(room, id_room));
+}
+
+void PointChunk::operator delete(void* memory) {
+  ::operator delete(memory, kAlignment);
+}
+
+std::unique_ptr<PointChunk> PointChunk::Clone(std::size_t room, IdRoom id_room) const {
+  auto copy = Make(room, ids_spelled_ ? IdRoom::Yes : id_room);
+  copy->size_ = size_;
+  copy->first_id_ = first_id_;
+  copy->ids_spelled_ = ids_spelled_;
+  copy->regression_ = regression_;
+  std::copy_n(X().data(), size_, copy->Doubles());
+  std::copy_n(Y().data(), size_, copy->Doubles() + room);
+  if (ids_spelled_) std::copy_n(Ids(), size_, copy->Ids());
+  return copy;
+}
+
+std::unique_ptr<PointChunk> PointChunk::Part(std::size_t begin, std::size_t end,
+                                             std::size_t room) const {
+  auto part = Make(room, IdRoom::Yes);
+  part->size_ = static_cast<std::uint32_t>(end - begin);
+  part->first_id_ = Id(begin);
+  part->ids_spelled_ = ids_spelled_;
+  std::copy_n(X().data() + begin, end - begin, part->Doubles());
+  std::copy_n(Y().data() + begin, end - begin, part->Doubles() + room);
+  if (ids_spelled_) std::copy_n(Ids() + begin, end - begin, part->Ids());
+  if (!regression_.empty()) {
+    const auto values = Regression().subspan(begin, end - begin);
+    part->regression_.assign(values.begin(), values.end());
+  }
+  return part;
+}
 
 Point PointChunk::At(std::size_t offset) const {
-  return {Id(offset), x_[offset], y_[offset], regression_.empty() ? 0 : regression_[offset]};
+  return {Id(offset), X()[offset], Y()[offset], regression_.empty() ? 0 : regression_[offset]};
 }
 
 std::size_t PointChunk::OffsetOfId(std::int32_t id) const {
-  if (ids_.empty()) {
+  if (!ids_spelled_) {
     const std::int64_t offset = std::int64_t{id} - first_id_;
-    const auto size = static_cast<std::int64_t>(Size());
-    return static_cast<std::size_t>(offset >= 0 && offset < size ? offset : size);
+    return offset >= 0 && offset < size_ ? static_cast<std::size_t>(offset) : size_;
   }
-  return static_cast<std::size_t>(std::find(ids_.begin(), ids_.end(), id) - ids_.begin());
+  return static_cast<std::size_t>(std::find(Ids(), Ids() + size_, id) - Ids());
 }
 
 YExtremes PointChunk::Extremes() const {
   if (!extremes_known_.load(std::memory_order_acquire)) {
-    const YExtremes found = ScanExtremes(y_);
+    const YExtremes found = ScanExtremes(Y());
     y_min_.store(found.min, std::memory_order_relaxed);
     y_max_.store(found.max, std::memory_order_relaxed);
     y_gaps_.store(found.gaps, std::memory_order_relaxed);
@@ -79,37 +110,32 @@ YExtremes PointChunk::Extremes() const {
           y_gaps_.load(std::memory_order_relaxed)};
 }
 
-void PointChunk::Reserve(std::size_t points) {
-  x_.reserve(points);
-  y_.reserve(points);
-  if (!regression_.empty()) regression_.reserve(points);
-  if (!ids_.empty()) ids_.reserve(points);
-}
-
 void PointChunk::AppendRun(std::int32_t first_id, const double* x, const double* y,
                            std::size_t count) {
-  if (count == 0) return;
-  NoteId(first_id);
-  for (std::size_t i = 1; !ids_.empty() && i < count; ++i) {
-    ids_.push_back(first_id + static_cast<std::int32_t>(i));
+  if (size_ == 0) {
+    first_id_ = first_id;
+  } else if (!IdFollows(first_id)) {
+    SpellOutIds();
+    std::iota(Ids() + size_, Ids() + size_ + count, first_id);
   }
-  x_.insert(x_.end(), x, x + count);
-  y_.insert(y_.end(), y, y + count);
-  if (!regression_.empty()) regression_.resize(x_.size());
+  std::copy_n(x, count, Doubles() + size_);
+  std::copy_n(y, count, Doubles() + room_ + size_);
+  size_ += static_cast<std::uint32_t>(count);
+  if (!regression_.empty()) regression_.resize(size_);
   extremes_known_.store(false, std::memory_order_relaxed);
 }
 
 void PointChunk::Insert(std::size_t offset, const Point& point) {
-  if (offset == Size()) {
-    NoteId(point.id);
-  } else {
-    SpellOutIds();
-    ids_.insert(IteratorAt(ids_, offset), point.id);
-  }
-  x_.insert(IteratorAt(x_, offset), point.x);
-  y_.insert(IteratorAt(y_, offset), point.y);
+  SpellOutIds();
+  OpenGap(Doubles(), offset, size_);
+  OpenGap(Doubles() + room_, offset, size_);
+  OpenGap(Ids(), offset, size_);
+  Doubles()[offset] = point.x;
+  Doubles()[room_ + offset] = point.y;
+  Ids()[offset] = point.id;
+  ++size_;
   if (!regression_.empty()) {
-    regression_.insert(IteratorAt(regression_, offset), point.regression);
+    regression_.insert(regression_.begin() + static_cast<std::ptrdiff_t>(offset), point.regression);
   } else if (point.regression != 0) {
     EditRegression()[offset] = point.regression;
   }
@@ -117,37 +143,29 @@ void PointChunk::Insert(std::size_t offset, const Point& point) {
 }
 
 void PointChunk::Set(std::size_t offset, double x, double y) {
-  x_[offset] = x;
-  y_[offset] = y;
+  Doubles()[offset] = x;
+  Doubles()[room_ + offset] = y;
   extremes_known_.store(false, std::memory_order_relaxed);
 }
 
 void PointChunk::Erase(std::size_t offset) {
-  if (offset == 0 && ids_.empty()) {
+  if (!ids_spelled_ && offset == 0) {
     ++first_id_;
-  } else if (offset + 1 < Size()) {
+  } else if (offset + 1 < size_) {
     SpellOutIds();
   }
-  if (!ids_.empty()) ids_.erase(IteratorAt(ids_, offset));
-  x_.erase(IteratorAt(x_, offset));
-  y_.erase(IteratorAt(y_, offset));
-  if (!regression_.empty()) regression_.erase(IteratorAt(regression_, offset));
+  CloseGap(Doubles(), offset, size_);
+  CloseGap(Doubles() + room_, offset, size_);
+  if (ids_spelled_) CloseGap(Ids(), offset, size_);
+  if (!regression_.empty()) {
+    regression_.erase(regression_.begin() + static_cast<std::ptrdiff_t>(offset));
+  }
+  --size_;
   extremes_known_.store(false, std::memory_order_relaxed);
-}
-
-std::unique_ptr<PointChunk> PointChunk::SplitAt(std::size_t offset) {
-  auto tail = std::make_unique<PointChunk>();
-  tail->first_id_ = Id(offset);
-  tail->x_ = TakeTail(x_, offset);
-  tail->y_ = TakeTail(y_, offset);
-  tail->regression_ = TakeTail(regression_, offset);
-  tail->ids_ = TakeTail(ids_, offset);
-  extremes_known_.store(false, std::memory_order_relaxed);
-  return tail;
 }
 
 void PointChunk::Shift(double dx) {
-  for (double& x : x_) x += dx;
+  for (std::size_t i = 0; i < size_; ++i) Doubles()[i] += dx;
 }
 
 std::vector<double>& PointChunk::EditRegression() {
@@ -161,10 +179,9 @@ void PointChunk::TidyRegression() {
 }
 
 void PointChunk::SpellOutIds() {
-  if (!ids_.empty()) return;
-  ids_.reserve(x_.capacity());
-  ids_.resize(x_.size());
-  std::iota(ids_.begin(), ids_.end(), first_id_);
+  if (ids_spelled_) return;
+  std::iota(Ids(), Ids() + size_, first_id_);
+  ids_spelled_ = true;
 }
 
 }  // namespace tarnwick

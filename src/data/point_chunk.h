@@ -5,6 +5,8 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <vector>
 
 #include "data/cow_ptr.h"
@@ -26,21 +28,45 @@ struct YExtremes {
   bool gaps = false;  ///< some Y is NaN
 };
 
-/// A run of neighbouring points as a structure of arrays.
+/// Whether a chunk has room for an id of its own for every point.
+enum class IdRoom : std::uint8_t { No, Yes };
+
+/// A run of neighbouring points as a structure of arrays. X, Y and ids lie right behind the object in the same block of memory,
+/// so that a search meets one distant place in memory, not four. The room of a chunk is fixed: for more, clone it.
 class PointChunk : public CowCounted {
  public:
-  static constexpr std::size_t kCapacity = 512;
+  static constexpr std::size_t kCapacity = 512;  ///< the most points a chunk is given
+  /// A chunk into which points are inserted is kept this small, so that an insert moves little. Appended chunks fill up.
+  static constexpr std::size_t kInsertCapacity = 96;
 
-  PointChunk() = default;
-  PointChunk(const PointChunk& other);
+  static std::unique_ptr<PointChunk> Make(std::size_t room, IdRoom id_room);
+  static void operator delete(void* memory);
+  PointChunk(const PointChunk&) = delete;
+  std::unique_ptr<PointChunk> Clone() const { return Clone(room_, HasIdRoom()); }
+  /// A copy with room for `room` points, at least Size().
+  std::unique_ptr<PointChunk> Clone(std::size_t room, IdRoom id_room) const;
 
-  std::size_t Size() const { return x_.size(); }
-  const std::vector<double>& X() const { return x_; }
-  const std::vector<double>& Y() const { return y_; }
+  /// Asks for the chunk's memory ahead of a search and, most likely, an insert. `points` is Size(), which is not read.
+  void Prefetch(std::size_t points) const {
+    constexpr std::size_t kLine = 64;
+    if (points > kInsertCapacity) return;
+    const auto* const bytes = reinterpret_cast<const char*>(this);
+    constexpr std::size_t kPerPoint = 2 * sizeof(double) + sizeof(std::int32_t);
+    for (std::size_t i = 0; i < sizeof(PointChunk) + kInsertCapacity * kPerPoint; i += kLine) {
+      __builtin_prefetch(bytes + i);
+    }
+  }
+
+  std::size_t Size() const { return size_; }
+  std::size_t Room() const { return room_; }
+  IdRoom HasIdRoom() const { return id_room_; }
+  const double* XData() const { return Doubles(); }
+  std::span<const double> X() const { return {Doubles(), size_}; }
+  std::span<const double> Y() const { return {Doubles() + room_, size_}; }
   /// Empty while every value is 0.
-  const std::vector<double>& Regression() const { return regression_; }
+  std::span<const double> Regression() const { return regression_; }
   std::int32_t Id(std::size_t offset) const {
-    return ids_.empty() ? first_id_ + static_cast<std::int32_t>(offset) : ids_[offset];
+    return ids_spelled_ ? Ids()[offset] : first_id_ + static_cast<std::int32_t>(offset);
   }
   Point At(std::size_t offset) const;
   /// The offset of the point with that id; Size() when there is none.
@@ -48,11 +74,21 @@ class PointChunk : public CowCounted {
   /// Computed when first asked for; safe to ask from several threads.
   YExtremes Extremes() const;
 
-  void Reserve(std::size_t points);
+  // Editing. Adding needs room for the points; an id that does not follow the one before, inserting and erasing in the
+  // middle need room for ids.
+  bool IdFollows(std::int32_t id) const {
+    return size_ == 0 || (!ids_spelled_ && id == first_id_ + static_cast<std::int32_t>(size_));
+  }
   void Append(std::int32_t id, double x, double y) {
-    NoteId(id);
-    x_.push_back(x);
-    y_.push_back(y);
+    if (size_ == 0) {
+      first_id_ = id;
+    } else if (!IdFollows(id)) {
+      SpellOutIds();
+      Ids()[size_] = id;
+    }
+    Doubles()[size_] = x;
+    Doubles()[room_ + size_] = y;
+    ++size_;
     if (!regression_.empty()) regression_.push_back(0);
     extremes_known_.store(false, std::memory_order_relaxed);
   }
@@ -61,8 +97,8 @@ class PointChunk : public CowCounted {
   void Insert(std::size_t offset, const Point& point);
   void Set(std::size_t offset, double x, double y);
   void Erase(std::size_t offset);
-  /// Cuts the points from `offset` on off into the returned chunk.
-  std::unique_ptr<PointChunk> SplitAt(std::size_t offset);
+  /// A new chunk with the points from `begin` to `end` and room for more.
+  std::unique_ptr<PointChunk> Part(std::size_t begin, std::size_t end, std::size_t room) const;
   void Shift(double dx);
   /// The regression values for writing, all of them present.
   std::vector<double>& EditRegression();
@@ -71,31 +107,35 @@ class PointChunk : public CowCounted {
   void ClearRegression() { regression_ = {}; }
 
  private:
-  void NoteId(std::int32_t id) {
-    if (x_.empty()) {
-      first_id_ = id;
-    } else if (!ids_.empty()) {
-      ids_.push_back(id);
-    } else if (id != first_id_ + static_cast<std::int32_t>(x_.size())) {
-      SpellOutIds();
-      ids_.push_back(id);
-    }
+  PointChunk(std::size_t room, IdRoom id_room)
+      : room_(static_cast<std::uint32_t>(room)), id_room_(id_room) {}
+
+  // The memory behind the object: X, then Y, then the ids, each for room_ points.
+  double* Doubles() { return reinterpret_cast<double*>(this + 1); }
+  const double* Doubles() const { return reinterpret_cast<const double*>(this + 1); }
+  std::int32_t* Ids() {
+    return reinterpret_cast<std::int32_t*>(Doubles() + 2 * std::size_t{room_});
+  }
+  const std::int32_t* Ids() const {
+    return reinterpret_cast<const std::int32_t*>(Doubles() + 2 * std::size_t{room_});
   }
   void SpellOutIds();
 
-  std::vector<double> x_;
-  std::vector<double> y_;
-  std::vector<double> regression_;
-  std::vector<std::int32_t> ids_;  // empty while the ids are first_id_, first_id_ + 1, …
+  std::uint32_t size_ = 0;
+  std::uint32_t room_;
   std::int32_t first_id_ = 0;
+  IdRoom id_room_;
+  bool ids_spelled_ = false;  // else they are first_id_, first_id_ + 1, …
   mutable std::atomic<bool> extremes_known_{false};
+  mutable std::atomic<bool> y_gaps_{false};
   mutable std::atomic<double> y_min_{0};
   mutable std::atomic<double> y_max_{0};
-  mutable std::atomic<bool> y_gaps_{false};
+  std::vector<double> regression_;
 };
 
 /// Neighbouring chunks with what a search needs of them side by side.
 struct ChunkGroup : CowCounted {
+  std::unique_ptr<ChunkGroup> Clone() const { return std::make_unique<ChunkGroup>(*this); }
   static constexpr std::size_t kCapacity = 128;
 
   std::vector<double> first_x;       ///< X of each chunk's first point
@@ -106,6 +146,7 @@ struct ChunkGroup : CowCounted {
 
 /// All groups, with the same figures one floor up.
 struct ChunkRoot : CowCounted {
+  std::unique_ptr<ChunkRoot> Clone() const { return std::make_unique<ChunkRoot>(*this); }
   std::vector<double> first_x;
   std::vector<std::size_t> start;        ///< index of each group's first point
   std::vector<std::size_t> first_chunk;  ///< number of each group's first chunk
