@@ -1,0 +1,113 @@
+// DataSets as text, and that our own import reads the same points back.
+#include "graph/data_text_file.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/error.h"
+#include "data/import_file.h"
+#include "graph/xy_graph.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+struct Column {
+  std::string name;
+  std::vector<double> x;
+  std::vector<double> y;
+};
+
+std::vector<std::unique_ptr<TSeries>> MakeSeries(const std::vector<Column>& columns) {
+  std::vector<std::unique_ptr<TSeries>> all;
+  for (const Column& column : columns) {
+    all.push_back(std::make_unique<TSeries>());
+    all.back()->SetSeriesName(column.name);
+    all.back()->SetDuplicatesAllowed(true);
+    all.back()->AddPoints(column.x, column.y);
+  }
+  return all;
+}
+
+std::string TextOf(const std::vector<Column>& columns, const DataTextOptions& options = {}) {
+  std::vector<const TDataSeries*> borrowed;
+  const auto all = MakeSeries(columns);
+  for (const auto& series : all) borrowed.push_back(series.get());
+  return DataText(borrowed, options);
+}
+
+TEST(DataText, JoinsDataSetsByTheirX) {
+  struct Row {
+    std::vector<Column> columns;
+    DataTextOptions options;
+    std::string expected;
+  };
+  const std::vector<double> one = {1};
+  const Row rows[] = {
+      {{}, {}, "X\n"},
+      {{{"a", {1, 2}, {10, 20}}, {"b", {2, 3}, {0.1, -3e-8}}},
+       {},
+       "X\ta\tb\n1\t10\t\n2\t20\t0.1\n3\t\t-3E-8\n"},
+      {{{"a", {1, 1}, {10, 20}}, {"b", one, {5}}}, {}, "X\ta\tb\n1\t10\t5\n1\t20\t\n"},
+      {{{"a,b", one, one}, {"", one, one}, {"'x'", one, one}, {"5\" tube", one, one}},
+       {"t", ",", 0},
+       "t,\"a,b\",(col 2),\"'x'\",5\" tube\n1,1,1,1,1\n"},
+      {{{"two\nlines\tin \"one\"", one, one}}, {}, "X\t\"two lines\tin \"\"one\"\"\"\n1\t1\n"},
+      // Near in the sense of both the tolerance and the size of X.
+      {{{"a", {1}, {1}}, {"b", {1 + 5e-13}, {2}}}, {}, "X\ta\tb\n1\t1\t2\n"},
+      {{{"a", {1e-13}, {1}}, {"b", {2e-13}, {2}}}, {}, "X\ta\tb\n1E-13\t1\t\n2E-13\t\t2\n"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(TextOf(row.columns, row.options), row.expected);
+  EXPECT_THROW(TextOf({}, {"X", "", 0}), Error);
+}
+
+TEST(DataText, ReadsBackThroughTheImport) {
+  std::vector<double> many;
+  for (int i = 0; i < 2000; ++i) many.push_back(1.0 / (2000 - i));
+  const std::vector<Column> files[] = {
+      {{"a", {1, 2, 4}, {0.1, 0.2, 1e300}}, {"b", {2, 3, 5}, {-1e-300, 5e-324, 7}}},
+      {{"alpha, beta", {1, 2, 3}, {1, 2, 3}},
+       {"it's; 'so'", {1, 2, 3}, {4, 5, 6}},
+       {"\"quoted\"", {1, 3}, {7, 9}}},
+      {{"twice", {1, 1, 1, 2}, {3, 1, 2, 0}}, {"once", {1, 2}, {8, 9}}},
+      {{"tiny", {1e-13, 2e-13, 3e-13}, {1, 2, 3}}, {"other", {1.5e-13, 2e-13}, {4, 5}}},
+      {{"", {1, 2}, {3, 4}}, {"second", {1, 2}, {5, 6}}},
+      {{"many", many, many},
+       {"first half", {many.begin(), many.begin() + 1000}, {many.begin(), many.begin() + 1000}}},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& columns : files) {
+    SCOPED_TRACE(columns.front().name);
+    TxyGraph graph;
+    for (auto& series : MakeSeries(columns)) graph.AddSeries(std::move(series));
+    SaveDataText(graph, folder.File("table.dat"));
+    ImportOptions options;
+    options.duplicates_allowed = true;
+    options.every = 1;
+    const ImportResult result = ImportFile(folder.File("table.dat"), options);
+    EXPECT_EQ(result.x_name, "Time (hours)");
+    ASSERT_EQ(result.series.size(), columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      EXPECT_EQ(result.series[i]->SeriesName(),
+                columns[i].name.empty() ? "(col 1)" : columns[i].name);
+      EXPECT_EQ(result.series[i]->Points().XValues(), columns[i].x);
+      EXPECT_EQ(result.series[i]->Points().YValues(), columns[i].y);
+    }
+  }
+}
+
+TEST(DataText, HeadsATimeAxis) {
+  const testing::TemporaryFolder folder;
+  TxyGraph graph;
+  graph.Axis(AxisId::X).SetShowAsTime(true);
+  graph.AddSeries(std::make_unique<TSeries>()).AddPoint(40000, 1);
+  SaveDataText(graph, folder.File("days.dat"));
+  EXPECT_EQ(testing::ReadFile(folder.File("days.dat")), "Time\tUnNamed Series\n40000\t1\n");
+}
+
+}  // namespace
+}  // namespace tarnwick
