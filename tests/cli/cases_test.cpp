@@ -88,7 +88,9 @@ class Script {
     } else if (key == "=") {
       EXPECT_EQ(result_.status, std::stoi(rest)) << result_.err;
       const std::string expected = Block("", /*escapes=*/false);
-      if (!expected.empty()) EXPECT_EQ(result_.out, expected);
+      if (!expected.empty()) {
+        EXPECT_EQ(result_.out, expected);
+      }
     } else if (key == "~") {
       EXPECT_NE(result_.out.find(rest), std::string::npos) << rest << "\nis not in\n"
                                                            << result_.out;
@@ -104,13 +106,16 @@ class Script {
     }
   }
 
+  static bool IsKey(const std::string& word) {
+    return word == "$" || word == "~" || word == "!" || word == "?" || word == "?!";
+  }
+
   /// The lines up to `closing`; for an empty one also up to a line that is a key.
   std::string Block(const std::string& closing, bool escapes) {
     std::string block;
     std::string line;
     for (auto place = text_.tellg(); std::getline(text_, line); place = text_.tellg()) {
-      if (closing.empty() && line.size() > 1 && line[1] == ' ' &&
-          std::string("$~!?").find(line[0]) != std::string::npos) {
+      if (closing.empty() && IsKey(line.substr(0, line.find(' ')))) {
         text_.seekg(place);
         break;
       }
