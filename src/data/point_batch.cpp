@@ -17,36 +17,61 @@ struct Entry {
   std::uint32_t index;
 };
 
+constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+
 std::uint64_t OrderedKey(double x) {
-  constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
   const auto bits = std::bit_cast<std::uint64_t>(x + 0.0);  // both zeros are one abscissa
   return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
-// Stable sort by key, least significant digit first (H. H. Seward, 1954).
-void SortByKey(std::vector<Entry>& entries) {
-  constexpr std::size_t kDigits = 8;
-  constexpr std::size_t kSmall = 2048;
-  if (entries.size() < kSmall) {
-    std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
-      return std::pair(left.key, left.index) < std::pair(right.key, right.index);
-    });
-    return;
-  }
-  const auto digit = [](const Entry& entry, std::size_t d) {
-    return static_cast<std::size_t>((entry.key >> (8 * d)) & 0xFF);
+double XOfKey(std::uint64_t key) {
+  return std::bit_cast<double>((key & kSign) != 0 ? key & ~kSign : ~key);
+}
+
+constexpr std::size_t kSmall = 256;  // up to here a comparison sort is quicker
+
+void SortByComparing(std::span<Entry> entries) {
+  std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+    return std::pair(left.key, left.index) < std::pair(right.key, right.index);
+  });
+}
+
+// One half of the key's bytes, 0 being the lower, in four stable passes (H. H. Seward, 1954). `other` is as long as `entries`.
+void SortByHalf(std::span<Entry> entries, std::span<Entry> other, std::size_t half) {
+  constexpr std::size_t kDigits = 4;
+  const auto digit = [half](const Entry& entry, std::size_t d) {
+    return static_cast<std::size_t>((entry.key >> (8 * (half * kDigits + d))) & 0xFF);
   };
   std::array<std::array<std::size_t, 256>, kDigits> counts{};
   for (const Entry& entry : entries) {
     for (std::size_t d = 0; d < kDigits; ++d) ++counts[d][digit(entry, d)];
   }
-  std::vector<Entry> other(entries.size());
+  std::span<Entry> from = entries;
+  std::span<Entry> to = other;
   for (std::size_t d = 0; d < kDigits; ++d) {
-    if (counts[d][digit(entries.front(), d)] == entries.size()) continue;
+    if (counts[d][digit(from.front(), d)] == entries.size()) continue;
     std::array<std::size_t, 256> place{};
     for (std::size_t i = 1; i < place.size(); ++i) place[i] = place[i - 1] + counts[d][i - 1];
-    for (const Entry& entry : entries) other[place[digit(entry, d)]++] = entry;
-    entries.swap(other);
+    for (const Entry& entry : from) to[place[digit(entry, d)]++] = entry;
+    std::swap(from, to);
+  }
+  if (from.data() != entries.data()) std::copy(from.begin(), from.end(), entries.begin());
+}
+
+// Stable sort by key: by the upper half, then each run with one upper half by the lower. Such runs are mostly short.
+void SortByKey(std::vector<Entry>& entries) {
+  if (entries.size() <= kSmall) return SortByComparing(entries);
+  std::vector<Entry> other(entries.size());
+  SortByHalf(entries, other, 1);
+  const auto upper = [&](std::size_t i) { return entries[i].key >> 32; };
+  for (std::size_t begin = 0, end = 0; begin < entries.size(); begin = end) {
+    for (end = begin + 1; end < entries.size() && upper(end) == upper(begin);) ++end;
+    const std::span<Entry> run(entries.data() + begin, end - begin);
+    if (run.size() > kSmall) {
+      SortByHalf(run, std::span(other).first(run.size()), 0);
+    } else if (run.size() > 1) {
+      SortByComparing(run);
+    }
   }
 }
 
@@ -112,7 +137,14 @@ class Merge {
   }
   void MarkOverwriting();
   void GiveIds();
-  void AppendNew(std::size_t index) { chain_.Append({ids_[index], x_[index], y_[index], 0}); }
+  // X itself: the key has no sign of zero. For any other X it saves a walk to a distant place in memory.
+  double XOf(const Entry& entry) const {
+    const double x = XOfKey(entry.key);
+    return x == 0 ? x_[entry.index] : x;
+  }
+  void AppendNew(const Entry& entry) {
+    chain_.Append(ids_[entry.index], XOf(entry), y_[entry.index]);
+  }
 
   PointChain& chain_;
   const PointChain before_;
@@ -120,7 +152,7 @@ class Merge {
   std::span<const double> x_;
   std::span<const double> y_;
   std::vector<Entry> entries_;
-  std::vector<std::int32_t> ids_;
+  std::vector<std::int32_t> ids_;  // for each value of the batch; 0 where it makes no point
   BatchOutcome outcome_;
 };
 
@@ -128,7 +160,7 @@ void Merge::GiveIds() {
   ids_.reserve(x_.size());
   for (const std::uint8_t made : outcome_.made_point) {
     outcome_.last_id += made;
-    ids_.push_back(outcome_.last_id);
+    ids_.push_back(made != 0 ? outcome_.last_id : 0);
   }
 }
 
@@ -137,7 +169,7 @@ void Merge::MarkOverwriting() {
   OldPoints old(before_);
   for (std::size_t begin = 0, end = 0; begin < entries_.size(); begin = end) {
     end = RunEnd(begin);
-    const double x = x_[entries_[begin].index];
+    const double x = XOfKey(entries_[begin].key);
     while (!old.AtEnd() && old.X() < x) old.Take();
     const bool known = !old.AtEnd() && old.X() == x;
     for (std::size_t i = known ? begin : begin + 1; i < end; ++i) {
@@ -152,17 +184,17 @@ BatchOutcome Merge::Overwriting() {
   chain_.Clear();
   for (std::size_t begin = 0, end = 0; begin < entries_.size(); begin = end) {
     end = RunEnd(begin);
-    const std::size_t first = entries_[begin].index;
-    const std::size_t last = entries_[end - 1].index;
-    TakeOldWhile([&](double x) { return x < x_[first]; });
+    const double here = XOfKey(entries_[begin].key);
+    TakeOldWhile([&](double x) { return x < here; });
+    const std::int32_t new_id = ids_[entries_[begin].index];
     Point point;
-    if (outcome_.made_point[first] != 0) {
-      point.id = ids_[first];
+    if (new_id != 0) {
+      point.id = new_id;
     } else {
       point = old_.Take();
     }
-    point.x = x_[last];
-    point.y = y_[last];
+    point.x = XOf(entries_[end - 1]);
+    point.y = y_[entries_[end - 1].index];
     chain_.Append(point);
   }
   TakeOldWhile([](double) { return true; });
@@ -182,14 +214,14 @@ BatchOutcome Merge::KeepingAll() {
   chain_.Clear();
   for (std::size_t begin = 0, end = 0; begin < entries_.size(); begin = end) {
     end = RunEnd(begin);
-    const double here = x_[entries_[begin].index];
+    const double here = XOfKey(entries_[begin].key);
     TakeOldWhile([&](double x) { return x < here; });
     for (std::size_t i = end; i-- > begin;) {
-      if (was_last[entries_[i].index] == 0) AppendNew(entries_[i].index);
+      if (was_last[entries_[i].index] == 0) AppendNew(entries_[i]);
     }
     TakeOldWhile([&](double x) { return x == here; });
     for (std::size_t i = begin; i < end; ++i) {
-      if (was_last[entries_[i].index] != 0) AppendNew(entries_[i].index);
+      if (was_last[entries_[i].index] != 0) AppendNew(entries_[i]);
     }
   }
   TakeOldWhile([](double) { return true; });
