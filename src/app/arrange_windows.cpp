@@ -2,12 +2,15 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
+#include <algorithm>
 #include <cmath>
 
 namespace tarnwick {
 namespace {
 
 constexpr int kMostStrips = 4;
+constexpr double kCascadeShare = 0.7;
 
 QList<QMdiSubWindow*> OpenWindows(QMdiArea& area) {
   QList<QMdiSubWindow*> open;
@@ -45,6 +48,22 @@ void Tile(QMdiArea& area, Qt::Orientation strips) {
   }
 }
 
+/// Windows of most of the room, each a title bar further down and right; a new pile begins where the room ends.
+void Cascade(QMdiArea& area) {
+  const QSize room = area.viewport()->size();
+  const QSize size = room * kCascadeShare;
+  const int step = area.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const int pile =
+      std::max(1, std::min(room.width() - size.width(), room.height() - size.height()) / step + 1);
+  const QList<QMdiSubWindow*> windows = OpenWindows(area);
+  for (int i = 0; i < windows.size(); ++i) {
+    const int shift = step * (i % pile);
+    windows[i]->showNormal();
+    windows[i]->setGeometry({{shift, shift}, size});
+    windows[i]->raise();
+  }
+}
+
 void LineUpIcons(QMdiArea& area) {
   int left = 0;
   int bottom = area.viewport()->height();
@@ -58,12 +77,20 @@ void LineUpIcons(QMdiArea& area) {
   }
 }
 
+void MinimizeAll(QMdiArea& area) {
+  const QList<QMdiSubWindow*> windows = OpenWindows(area);
+  // A maximised window hands its state on to the next one when it is minimised, so all become normal first.
+  for (QMdiSubWindow* window : windows) window->showNormal();
+  for (QMdiSubWindow* window : windows) window->showMinimized();
+  LineUpIcons(area);
+}
+
 }  // namespace
 
 void ArrangeWindows(QMdiArea& area, WindowArrangement arrangement) {
   switch (arrangement) {
     case WindowArrangement::Cascade:
-      area.cascadeSubWindows();
+      Cascade(area);
       break;
     case WindowArrangement::TileHorizontally:
       Tile(area, Qt::Horizontal);
@@ -72,8 +99,7 @@ void ArrangeWindows(QMdiArea& area, WindowArrangement arrangement) {
       Tile(area, Qt::Vertical);
       break;
     case WindowArrangement::MinimizeAll:
-      for (QMdiSubWindow* window : OpenWindows(area)) window->showMinimized();
-      LineUpIcons(area);
+      MinimizeAll(area);
       break;
     case WindowArrangement::ArrangeIcons:
       LineUpIcons(area);

@@ -7,7 +7,7 @@ class QMdiArea;
 
 namespace tarnwick {
 
-/// Cascade and icons as usual; tiling horizontally stacks windows in full-width rows, vertically sets them side by side in
+/// Cascading piles windows of most of the workspace, each a title bar further down; tiling horizontally stacks windows in full-width rows, vertically sets them side by side in
 /// full-height columns (from five windows on, in a grid). Minimised windows are left as they are, but by MinimizeAll.
 void ArrangeWindows(QMdiArea& area, WindowArrangement arrangement);
 

@@ -109,7 +109,7 @@ bool Document::ReadDataFile(const std::filesystem::path& path) {
   const ReadResult result =
       Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
   if (result.cancelled) return false;
-  look_unfinished_ = true;
+  look_size_ = {};
   data_file_ = path;
   data_folder_ = FolderOf(path);
   TakeState(result);
@@ -174,8 +174,8 @@ void Document::SavePicture(const std::filesystem::path& path) {
 }
 
 void Document::FinishLook(QSizeF size) {
-  if (look_is_own_ || !look_unfinished_ || !graph_.HasPoints()) return;
-  look_unfinished_ = false;
+  if (look_is_own_ || look_size_ == size || !graph_.HasPoints()) return;
+  look_size_ = size;
   const bool changed = graph_.Changed();
   FinishedLookOptions options;
   options.title = data_file_.stem().string();

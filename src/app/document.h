@@ -74,8 +74,8 @@ class Document final : public QObject {
   void SaveDataSetFile(const std::filesystem::path& path);
   void SavePicture(const std::filesystem::path& path);
 
-  /// Arranges a graph that came from data alone for a picture of this size; does nothing until there is new data to
-  /// arrange, nor once a file or the user has decided the look.
+  /// Arranges a graph that came from data alone for a picture of this size; does nothing when it was arranged for that
+  /// size already, nor once a file or the user has decided the look.
   void FinishLook(QSizeF size);
   /// From now on the look is the user's own.
   void KeepLook() { look_is_own_ = true; }
@@ -107,8 +107,8 @@ class Document final : public QObject {
   std::filesystem::path data_file_;
   std::filesystem::path data_folder_;
   bool loaded_successfully_ = true;
-  bool look_is_own_ = false;      // decided by a file or the user
-  bool look_unfinished_ = false;  // data came in since the look was arranged
+  bool look_is_own_ = false;  // decided by a file or the user
+  QSizeF look_size_;          // that the look was arranged for; empty when data came in since
 };
 
 }  // namespace tarnwick

@@ -20,6 +20,7 @@ constexpr double kZoomPerNotch = 0.8;
 constexpr double kUnitsPerNotch = 120;
 constexpr qint64 kOneZoomMs = 700;
 constexpr double kHoverRadius = 6;
+constexpr int kRestMs = 150;
 
 /// The axes that the wheel moves: the one under the pointer, or those of the plot that the modifiers leave.
 struct WheelAxes {
@@ -57,9 +58,13 @@ GraphCanvas::GraphCanvas(Document& document, QWidget* parent)
   setCursor(mode_->Cursor());
   setAccessibleName(tr("Graph"));
   connect(&document, &Document::graphChanged, this, &GraphCanvas::Redraw);
-  connect(&document, &Document::stateChanged, this, [this] {
+  const auto finish_look = [this] {
     if (isVisible()) document_.FinishLook(size());
-  });
+  };
+  connect(&document, &Document::stateChanged, this, finish_look);
+  look_timer_.setSingleShot(true);
+  look_timer_.setInterval(kRestMs);
+  connect(&look_timer_, &QTimer::timeout, this, finish_look);
 }
 
 GraphCanvas::~GraphCanvas() = default;
@@ -105,7 +110,7 @@ void GraphCanvas::PaintHoveredPoint(QPainter& painter) const {
   if (!layout_.plot.contains(center)) return;
   const Color line = series->Style().line_color;
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(Qt::white, 4));
+  painter.setPen(QPen(QColor(255, 255, 255, 160), 4));
   painter.drawEllipse(center, kHoverRadius, kHoverRadius);
   painter.setPen(QPen(QColor(line.Red(), line.Green(), line.Blue()), 2));
   painter.drawEllipse(center, kHoverRadius, kHoverRadius);
@@ -114,6 +119,7 @@ void GraphCanvas::PaintHoveredPoint(QPainter& painter) const {
 void GraphCanvas::resizeEvent(QResizeEvent*) {
   document_.Graph().Resize(width(), height());
   Redraw();
+  if (isVisible()) look_timer_.start();
 }
 
 void GraphCanvas::showEvent(QShowEvent*) {

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <optional>
@@ -65,6 +66,7 @@ class GraphCanvas final : public QWidget {
   PlotLayout layout_;
   bool picture_stale_ = true;
   std::optional<PickedPoint> hovered_;
+  QTimer look_timer_;        // a window being dragged to another size is arranged when it rests
   QElapsedTimer last_zoom_;  // wheel steps close in time are one zoom to return from
 };
 

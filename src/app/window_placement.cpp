@@ -9,6 +9,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double kSmallestShare = 0.05;  // below it a window could not be found again
+constexpr double kOwnShare = 0.7;        // of a window without a place
 
 bool IsPlace(const Dimensions& dimensions) {
   const auto share = [](double value) { return value >= kSmallestShare && value <= 1; };
@@ -57,6 +58,7 @@ void ShowPlaced(TGraphWindow& window, Otherwise otherwise) {
                        Pixels(dimensions.hor_size, room.width()),
                        Pixels(dimensions.ver_size, room.height()));
   }
+  if (!placed) window.resize(window.mdiArea()->viewport()->size() * kOwnShare);
   window.show();
 }
 

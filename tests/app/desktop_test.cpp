@@ -1,9 +1,16 @@
 // The road of a file through the desktop, driven by the events that a user brings about.
 #include <QAction>
-#include <QMdiArea>
+#include <QApplication>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
+#include <chrono>
+#include <thread>
 
 #include "app/command_actions.h"
+#include "app/threaded_work.h"
+#include "base/error.h"
 #include "desktop_fixture.h"
 #include "graph/read_out.h"
 
@@ -227,6 +234,32 @@ TEST_F(DesktopTest, CommandsFollowTheActiveGraph) {
   }
 }
 
+TEST_F(DesktopTest, WindowsAreArrangedInsideTheWorkspace) {
+  Start({Example("decay.dat"), Example("pendulum.csv"), Example("diode.txt")});
+  struct Row {
+    const char* command;
+    bool apart;
+    bool icons;
+  };
+  const Row rows[] = {{"WindowCascade1", false, false},
+                      {"WindowTileHorizontal1", true, false},
+                      {"WindowMinimizeAll1", true, true},
+                      {"WindowTileVertical1", true, true}};  // icons stay icons
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.command);
+    Run(row.command);
+    const auto windows = form_->GraphWindows();
+    for (const TGraphWindow* window : windows) {
+      EXPECT_EQ(window->isMinimized(), row.icons);
+      EXPECT_TRUE(window->parentWidget()->rect().contains(window->geometry()));
+      for (const TGraphWindow* other : windows) {
+        if (other == window || !row.apart) continue;
+        EXPECT_FALSE(window->geometry().intersects(other->geometry()));
+      }
+    }
+  }
+}
+
 TEST_F(DesktopTest, DiscardChangesGoesBackToTheFile) {
   Start({Example("decay.dat")});
   const auto file = folder_.File("kept.tgr");
@@ -275,6 +308,31 @@ TEST_F(DesktopTest, SaveAsAsksBeforeItReplacesAndPassesOverUnknownExtensions) {
   Run("FileSaveAs1");
   EXPECT_FALSE(std::filesystem::exists(text));
   EXPECT_EQ(chooser_->proposed.graph_name, "decay");
+}
+
+TEST(ThreadedWorkTest, LongWorkShowsItsProgressAndCanBeCancelled) {
+  QTimer::singleShot(ThreadedWork::kPatienceMs + 200, [] {
+    auto* window = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->labelText(), "Loading data\nrun.dat");
+    EXPECT_NEAR(window->value(), window->maximum() / 2, 2);
+    window->findChild<QPushButton*>()->click();
+  });
+  bool cancelled = false;
+  ThreadedWork(nullptr).Run({"Loading data"}, [&](Progress& progress) {
+    progress.Begin("Loading", "run.dat", 4000);
+    for (int i = 0; i < 1000 && !cancelled; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+      cancelled = !progress.Advance(2000);
+    }
+  });
+  EXPECT_TRUE(cancelled);
+}
+
+TEST(ThreadedWorkTest, WhatTheWorkThrowsArrives) {
+  EXPECT_THROW(ThreadedWork(nullptr).Run(
+                   {"Loading data"}, [](Progress&) { throw FileError("no", "a.dat", "line 1"); }),
+               FileError);
 }
 
 }  // namespace
