@@ -87,7 +87,7 @@ void CountRows(const ImportSource& source, SourceSummary& summary) {
     summary.rows += block.rows;
     for (std::size_t row = 0; row < static_cast<std::size_t>(block.rows); ++row) {
       const auto unread = [row](const auto& column) { return std::isnan(column[row]); };
-      if (std::any_of(block.values.begin(), block.values.end(), unread)) ++summary.skipped;
+      if (std::any_of(block.storage.begin(), block.storage.end(), unread)) ++summary.skipped;
     }
     return true;
   };

@@ -10,8 +10,8 @@ namespace {
 
 double BlockOrRowNumber(const RowBlock& block, std::size_t request, std::int64_t row,
                         std::int64_t number) {
-  if (request >= block.values.size()) return static_cast<double>(number);
-  return block.values[request][static_cast<std::size_t>(row)];
+  if (request >= block.storage.size()) return static_cast<double>(number);
+  return block.storage[request][static_cast<std::size_t>(row)];
 }
 
 }  // namespace
@@ -63,7 +63,7 @@ void LoadRun::TakeBlock(Member& member, const RowBlock& block, std::int64_t firs
   const bool stored = member.x_request != kRowNumbers && member.y_request != kRowNumbers;
   if (stored && target.TakesColumns() && target.Chooser().NextRow() == first_row &&
       block.complete[member.x_request] != 0 && block.complete[member.y_request] != 0) {
-    target.TakeColumns(block.values[member.x_request], block.values[member.y_request]);
+    target.TakeColumns(block.Column(member.x_request), block.Column(member.y_request));
     return;
   }
   const std::int64_t end = first_row + block.rows;

@@ -32,7 +32,7 @@ class RowReader {
   bool AtEnd() const { return at_ == end_; }
 
   /// Reads the line at hand into `row`; false when it is no row.
-  bool ReadLine(std::vector<double>& row) {
+  bool ReadLine(std::span<double> row) {
     if (plain_allowed_ && ReadPlainRow(row)) return true;
     const char* const stop = FindLineEnd(at_, end_, layout_.line_end);
     const std::string_view line = LineView(at_, stop);
@@ -74,11 +74,12 @@ class RowReader {
   /// Reads the number at `at`, which a separator or the line's end must follow; null when anything is out of the way.
   const char* ReadPlainNumber(const char* at, ColumnFormat format, double& value) const {
     while (at < end_ && (*at == ' ' || *at == '\t') && !layout_.IsSeparator(*at)) ++at;
-    if (at == end_ || !(*at == '-' || (*at >= '0' && *at <= '9'))) return nullptr;
+    const char* const digit = at < end_ && *at == '-' ? at + 1 : at;
+    if (digit >= end_ || *digit < '0' || *digit > '9') return nullptr;
     const char point = format == ColumnFormat::DecimalComma ? ',' : '.';
     const auto result = fast_float::from_chars_advanced(
         at, end_, value, fast_float::parse_options{fast_float::chars_format::general, point});
-    if (result.ec != std::errc() || !std::isfinite(value)) return nullptr;
+    if (result.ec != std::errc()) return nullptr;
     at = result.ptr;
     while (at < end_ && (*at == ' ' || *at == '\t') && !layout_.IsSeparator(*at)) ++at;
     return at == end_ || layout_.IsSeparator(*at) || IsLineEnd(at) ? at : nullptr;
@@ -110,7 +111,7 @@ class RowReader {
     return at < end_ && !IsBlankByte(*at) && !layout_.IsComment(*at);
   }
 
-  bool ReadPlainRow(std::vector<double>& row) {
+  bool ReadPlainRow(std::span<double> row) {
     if (!StartsRow()) return false;
     const char* at = at_;
     if (layout_.merge) {
@@ -133,7 +134,7 @@ class RowReader {
     return true;
   }
 
-  void ReadAnyRow(std::string_view line, std::vector<double>& row) {
+  void ReadAnyRow(std::string_view line, std::span<double> row) {
     FieldCursor cursor(line, layout_);
     std::optional<std::string_view> field;
     std::int32_t taken = 0;
@@ -154,6 +155,27 @@ class RowReader {
   bool plain_allowed_ = false;
   std::string buffer_;
 };
+
+constexpr std::size_t kRowsPerGrowth = 1024;
+
+void GrowTo(std::size_t rows, RowBlock& block) {
+  for (std::vector<double>& column : block.storage) {
+    if (column.size() < rows) column.resize(std::max(rows, 2 * column.size()));
+  }
+}
+
+/// Numbers beyond the range of a double are no numbers. True when every value is one.
+bool SettleInfinities(std::span<double> values) {
+  bool all_finite = true;
+  for (const double value : values) {
+    all_finite &= std::abs(value) <= std::numeric_limits<double>::max();
+  }
+  if (all_finite) return true;
+  for (double& value : values) {
+    if (std::isinf(value)) value = kNotNumberValue;
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -199,17 +221,19 @@ void ReadRowBlock(std::string_view lines, const TextLayout& layout,
   block.text = lines;
   block.rows = 0;
   block.lines = 0;
-  block.values.resize(requests.size());
-  block.complete.assign(requests.size(), 1);
-  for (std::vector<double>& column : block.values) column.clear();
+  block.storage.resize(requests.size());
   std::vector<double> row(requests.size());
+  std::size_t rows = 0;
   for (RowReader reader(lines, layout, requests); !reader.AtEnd(); ++block.lines) {
     if (!reader.ReadLine(row)) continue;
-    ++block.rows;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      block.values[i].push_back(row[i]);
-      if (std::isnan(row[i])) block.complete[i] = 0;
-    }
+    if (rows % kRowsPerGrowth == 0) GrowTo(rows + kRowsPerGrowth, block);
+    for (std::size_t i = 0; i < row.size(); ++i) block.storage[i][rows] = row[i];
+    ++rows;
+  }
+  block.rows = static_cast<std::int64_t>(rows);
+  block.complete.clear();
+  for (std::vector<double>& column : block.storage) {
+    block.complete.push_back(SettleInfinities(std::span(column).first(rows)) ? 1 : 0);
   }
 }
 

@@ -35,12 +35,16 @@ double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
 
 /// The values of the rows of some neighbouring lines.
 struct RowBlock {
-  std::string_view text;                    ///< the lines, the last one whole
-  std::vector<std::vector<double>> values;  ///< one column per request, one value per row
-  std::vector<char> complete;               ///< per request: 1 when every value of it is a number
+  std::string_view text;  ///< the lines, the last one whole
   std::int64_t rows = 0;
-  std::int64_t lines = 0;  ///< rows, comments and blank lines
+  std::int64_t lines = 0;                    ///< rows, comments and blank lines
+  std::vector<std::vector<double>> storage;  ///< one column per request; as long as ever needed
+  std::vector<char> complete;                ///< per request: 1 when every value of it is a number
 
+  /// The values of one request, one per row.
+  std::span<const double> Column(std::size_t request) const {
+    return std::span(storage[request]).first(static_cast<std::size_t>(rows));
+  }
   /// The line within the block, from 0, on which a row of it stands.
   std::int64_t LineOfRow(std::int64_t row, const TextLayout& layout) const;
 };
