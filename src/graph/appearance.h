@@ -82,8 +82,10 @@ struct Legend {
   Color color = Color::FromRgb(0xFF, 0xFF, 0xFF);
   std::int32_t border_style = 1;  ///< 0 none, 1 single line
   LegendLayout layout_mode = LegendLayout::Vertical;
-  std::int32_t top = 10;
-  std::int32_t left = 10;
+  std::int32_t top =
+      10;  ///< from the client's top edge; negative: of the lower edge from the client's lower edge
+  std::int32_t left =
+      10;  ///< likewise from the left; negative from the right, so that it stays there on resizing
   std::int32_t width = 0;  ///< 0: client width - 20
   std::int32_t height = 20;
   Font font;

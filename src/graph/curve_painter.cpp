@@ -13,7 +13,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr double kCheapHeight = 4;  // mean pixels a column up to which a stroke is as quick as bars
+constexpr double kSmooth = 2;  // mean pixels of wander in a column up to which a line is stroked
 constexpr qsizetype kFewPoints = 200;  // up to which joins are worth their time
 
 std::span<const PixelColumn> ColumnsOf(const ThinnedLine& line, const LinePart& part) {
@@ -142,7 +142,7 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
       continue;
     }
     const std::span<const PixelColumn> columns = ColumnsOf(line, part);
-    if (dense == DenseLine::Bars && MeanHeight(columns, pixels) > kCheapHeight) {
+    if (dense == DenseLine::Bars && MeanWander(columns, pixels) > kSmooth) {
       AddColumnBars(columns, std::max(1.0, curve_pen.width), pixels, bars);
     } else {
       DrawPolyline(painter, WithoutStraightVertices(VerticesOf(columns)), pen, area);

@@ -14,9 +14,11 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kEdge = 8;                    // pixels kept free around everything
-constexpr int kInset = 10;                  // of the legend from the plot's edges
-constexpr std::int32_t kDensePoints = 200;  // more than these are a line, fewer have symbols
+constexpr int kEdge = 8;                   // pixels kept free around everything
+constexpr int kInset = 10;                 // of the legend from the plot's edges
+constexpr std::int32_t kDensePoints = 80;  // more than these are a line, fewer have symbols
+constexpr std::int32_t kBroadPoints =
+    2000;                            // up to these a line without symbols is two pixels wide
 constexpr int kSampledPoints = 400;  // looked at per DataSet when the legend's corner is chosen
 
 Font MakeFont(int size, bool bold) {
@@ -26,39 +28,58 @@ Font MakeFont(int size, bool bold) {
   return font;
 }
 
+/// A legend beside the plot takes at most this share of the picture's width.
+constexpr double kLargestLegendShare = 0.25;
+
 /// Largest share of the picture that the two margins of one direction may take.
 constexpr double kLargestMarginShare = 0.6;
 
-/// Margins as wide as their contents: measured on a layout with room for everything.
-Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
-  Dimensions dimensions = graph.GetDimensions();
-  dimensions.left_margin = dimensions.right_margin = static_cast<int>(size.width() * 0.28);
-  dimensions.top_margin = dimensions.bottom_margin = static_cast<int>(size.height() * 0.28);
-  graph.SetDimensions(dimensions);
-  const PlotLayout layout = LayoutPlot(graph, size, metrics);
-  if (!layout.has_scales) return Dimensions{};
+/// The box around all labels and titles of the axes, and the plot.
+QRectF ContentOf(const PlotLayout& layout) {
   QRectF content = layout.plot;
   for (const AxisLayout& axis : layout.axes) {
     if (!axis.shown) continue;
     for (const PlacedText& label : axis.labels) content = content.united(label.Box());
     if (axis.title) content = content.united(axis.title->Box());
+    if (axis.factor) content = content.united(axis.factor->Box());
   }
-  const double line = metrics.LineHeight(graph.GetAppearance().font_for_title);
-  const bool above =
-      std::any_of(layout.axes.begin(), layout.axes.end(),
-                  [](const AxisLayout& axis) { return axis.shown && axis.exponent != 0; });
-  const double factor = above ? metrics.LineHeight(graph.GetAppearance().font_for_labels) + 4 : 0;
-  dimensions.left_margin = kEdge + static_cast<int>(std::ceil(layout.plot.left() - content.left()));
-  dimensions.right_margin =
-      2 * kEdge + static_cast<int>(std::ceil(content.right() - layout.plot.right()));
-  dimensions.bottom_margin =
-      kEdge + static_cast<int>(std::ceil(content.bottom() - layout.plot.bottom()));
-  const bool titled = !graph.GetAppearance().title_of_graph.empty();
-  dimensions.graph_title_offset = kEdge + static_cast<int>(std::ceil(line / 2 + factor));
-  dimensions.top_margin =
-      titled ? dimensions.graph_title_offset + static_cast<int>(std::ceil(line / 2)) + kEdge
-             : 2 * kEdge + static_cast<int>(factor);
-  return dimensions;
+  return content;
+}
+
+int RoundedUp(double pixels) {
+  return static_cast<int>(std::ceil(pixels));
+}
+
+/// Margins as wide as their contents: measured on layouts with room for everything, first the sides, then, with the
+/// sides in place, what stands below.
+Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+  constexpr double kAmpleShare = 0.28;
+  Dimensions margins = graph.GetDimensions();
+  margins.left_margin = margins.right_margin = static_cast<int>(size.width() * kAmpleShare);
+  margins.top_margin = margins.bottom_margin = static_cast<int>(size.height() * kAmpleShare);
+  for (const bool sides : {true, false}) {
+    graph.SetDimensions(margins);
+    const PlotLayout layout = LayoutPlot(graph, size, metrics);
+    if (!layout.has_scales) return Dimensions{};
+    const QRectF content = ContentOf(layout);
+    if (sides) {
+      margins.left_margin = kEdge + RoundedUp(layout.plot.left() - content.left());
+      margins.right_margin = 2 * kEdge + RoundedUp(content.right() - layout.plot.right());
+    } else {
+      margins.bottom_margin = kEdge + RoundedUp(content.bottom() - layout.plot.bottom());
+    }
+  }
+  const auto has_factor = [&](AxisId id) {
+    return LayoutPlot(graph, size, metrics).Axis(id).factor.has_value();
+  };
+  const bool above = has_factor(AxisId::Y) || has_factor(AxisId::Y2);
+  const Appearance& appearance = graph.GetAppearance();
+  const double factor = above ? metrics.LineHeight(appearance.font_for_labels) + kEdge / 2 : 0;
+  const double title = metrics.LineHeight(appearance.font_for_title);
+  margins.graph_title_offset = kEdge + RoundedUp(title / 2 + factor);
+  margins.top_margin = 2 * kEdge + RoundedUp(factor);
+  if (!appearance.title_of_graph.empty()) margins.top_margin += RoundedUp(title);
+  return margins;
 }
 
 /// Small pictures keep a plot: margins shrink together.
@@ -91,28 +112,51 @@ std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layo
   return pixels;
 }
 
-/// Puts the legend into the corner of the plot where it covers the fewest points.
+/// The legend beside the plot, whose right margin makes room for it.
+void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout) {
+  Dimensions dimensions = graph.GetDimensions();
+  dimensions.right_margin += RoundedUp(layout.legend->frame.width()) + kEdge;
+  graph.SetDimensions(dimensions);
+  Legend legend = graph.GetLegend();
+  legend.left = -kEdge;
+  legend.top = RoundedUp(layout.plot.top());
+  graph.SetLegend(legend);
+}
+
+/// Puts the legend into the corner of the plot where it covers the fewest points, or beside the plot when every corner
+/// has some and the picture is wide enough.
 void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   const PlotLayout layout = LayoutPlot(graph, size, metrics);
   if (!layout.legend) return;
   const QSizeF box = layout.legend->frame.size();
-  const QRectF inside =
-      layout.plot.adjusted(kInset, kInset, -kInset - box.width(), -kInset - box.height());
+  const QRectF& plot = layout.plot;
   const std::vector<QPointF> pixels = SampledPixels(graph, layout);
-  const std::array corners = {
-      QPointF(inside.right(), inside.top()), QPointF(inside.left(), inside.top()),
-      QPointF(inside.left(), inside.bottom()), QPointF(inside.right(), inside.bottom())};
-  const auto covered = [&](const QPointF& corner) {
-    const QRectF frame = QRectF(corner, box).adjusted(-3, -3, 3, 3);
+  struct Corner {
+    bool right;
+    bool bottom;
+  };
+  constexpr std::array<Corner, 4> kCorners = {
+      {{true, false}, {false, false}, {false, true}, {true, true}}};
+  const auto covered = [&](const Corner& corner) {
+    const QPointF at(corner.right ? plot.right() - kInset - box.width() : plot.left() + kInset,
+                     corner.bottom ? plot.bottom() - kInset - box.height() : plot.top() + kInset);
+    const QRectF frame = QRectF(at, box).adjusted(-3, -3, 3, 3);
     return std::count_if(pixels.begin(), pixels.end(),
                          [&](const QPointF& pixel) { return frame.contains(pixel); });
   };
-  const auto best =
-      std::min_element(corners.begin(), corners.end(),
-                       [&](const auto& a, const auto& b) { return covered(a) < covered(b); });
+  const Corner best =
+      *std::min_element(kCorners.begin(), kCorners.end(),
+                        [&](const auto& a, const auto& b) { return covered(a) < covered(b); });
+  if (covered(best) > 0 && box.width() < kLargestLegendShare * size.width()) {
+    PlaceLegendOutside(graph, layout);
+    return;
+  }
   Legend legend = graph.GetLegend();
-  legend.left = static_cast<std::int32_t>(std::lround(best->x()));
-  legend.top = static_cast<std::int32_t>(std::lround(best->y()));
+  const auto inset = [](double edge) {
+    return static_cast<std::int32_t>(std::lround(edge)) + kInset;
+  };
+  legend.left = best.right ? -inset(size.width() - plot.right()) : inset(plot.left());
+  legend.top = best.bottom ? -inset(size.height() - plot.bottom()) : inset(plot.top());
   graph.SetLegend(legend);
 }
 
@@ -122,6 +166,7 @@ void ChooseStyles(TxyGraph& graph) {
     SeriesStyle style = series.Style();
     style.connect_points = true;
     style.show_symbols = series.PointCount() <= kDensePoints;
+    style.line_width = !style.show_symbols && series.PointCount() <= kBroadPoints ? 2 : 1;
     series.SetStyle(style);
   }
 }
@@ -170,7 +215,11 @@ void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   appearance.font_for_axes_titles = MakeFont(9, true);
   appearance.font_for_title = MakeFont(11, true);
   graph.SetAppearance(appearance);
-  graph.Axis(AxisId::Y2).SetShowAxis(graph.AxisInUse(AxisId::Y2));
+  TAxis& second = graph.Axis(AxisId::Y2);
+  second.SetShowAxis(graph.AxisInUse(AxisId::Y2));
+  second.SetAutoSizing(true);
+  second.SetAdjustDecPlaces(true);
+  second.SetEnableAutoTitle(true);
   Legend legend = graph.GetLegend();
   legend.visible = graph.SeriesCount() > 1;
   legend.font = MakeFont(9, false);

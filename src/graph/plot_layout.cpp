@@ -104,6 +104,13 @@ PlotLayout LayoutAtDepth(const TxyGraph& graph, QSizeF size, const TextMetrics& 
 
 }  // namespace
 
+QPolygonF PlacedText::Ink() const {
+  constexpr double kLetters = 0.8;
+  PlacedText letters = *this;
+  letters.size.rheight() *= kLetters;
+  return letters.Outline();
+}
+
 QPolygonF PlacedText::Outline() const {
   const QRectF box(-size.width() / 2, -size.height() / 2, size.width(), size.height());
   return QTransform().translate(center.x(), center.y()).rotate(-angle).map(QPolygonF(box));
@@ -139,7 +146,7 @@ bool TextRoom::IsInside(const PlacedText& text) const {
 
 bool TextRoom::IsFree(const PlacedText& text) const {
   if (!IsInside(text)) return false;
-  const QPolygonF outline = text.Outline();
+  const QPolygonF outline = text.Ink();
   return std::none_of(taken_.begin(), taken_.end(),
                       [&](const QPolygonF& other) { return Overlap(outline, other); });
 }

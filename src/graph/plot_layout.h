@@ -29,6 +29,8 @@ struct PlacedText {
   QSizeF size;
   double angle = 0;  ///< degrees counter-clockwise: 0, 45 or 90
   QPolygonF Outline() const;
+  /// The outline without the strips above and below the letters, which may overlap a neighbour's.
+  QPolygonF Ink() const;
   QRectF Box() const { return Outline().boundingRect(); }
 };
 

@@ -203,10 +203,9 @@ bool LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
   if (!context_.room.IsInside(text)) return false;
   PlacedText wider = text;
   wider.size += QSizeF(2 * gap, 0);
-  const QPolygonF outline = wider.Outline();
-  const bool clear =
-      std::none_of(layout.labels.begin(), layout.labels.end(),
-                   [&](const auto& other) { return Overlap(outline, other.Outline()); });
+  const QPolygonF outline = wider.Ink();
+  const bool clear = std::none_of(layout.labels.begin(), layout.labels.end(),
+                                  [&](const auto& other) { return Overlap(outline, other.Ink()); });
   if (!clear || !context_.room.TryTake(text)) return false;
   layout.labels.push_back(std::move(text));
   return true;

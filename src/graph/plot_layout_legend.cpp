@@ -8,6 +8,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double kLargestShareOfWidth = 0.45;
+constexpr double kNarrowestLegend = 120;  // where the plot is that wide
 constexpr double kLargestShareOfHeight = 0.6;
 constexpr double kNarrowestName = 16;
 constexpr double kColumnGap = 10;
@@ -86,7 +87,8 @@ Limits LegendFlow::Bounds() const {
     case LegendLayout::Vertical:
       break;
   }
-  return {layout_.plot.width() * kLargestShareOfWidth,
+  return {std::max(layout_.plot.width() * kLargestShareOfWidth,
+                   std::min(kNarrowestLegend, layout_.plot.width())),
           layout_.plot.height() * kLargestShareOfHeight};
 }
 
@@ -138,11 +140,13 @@ void LegendFlow::AddMore(std::size_t hidden, LegendBox& box) {
   }
 }
 
-/// The stored corner, moved as far as the picture's edges ask.
+/// The stored corner (negative: measured from the far edges), moved as far as the picture's edges ask.
 QPointF LegendFlow::Corner(QSizeF size) const {
   const double right = std::max(layout_.size.width() - size.width(), 0.0);
   const double bottom = std::max(layout_.size.height() - size.height(), 0.0);
-  return {std::clamp<double>(legend_.left, 0, right), std::clamp<double>(legend_.top, 0, bottom)};
+  const double left = legend_.left < 0 ? right + legend_.left : legend_.left;
+  const double top = legend_.top < 0 ? bottom + legend_.top : legend_.top;
+  return {std::clamp(left, 0.0, right), std::clamp(top, 0.0, bottom)};
 }
 
 std::optional<LegendBox> LegendFlow::Build() {

@@ -16,7 +16,7 @@ class TextRoom {
   bool IsInside(const PlacedText& text) const;
   /// Inside the picture and clear of every text placed before.
   bool IsFree(const PlacedText& text) const;
-  void Take(const PlacedText& text) { taken_.push_back(text.Outline()); }
+  void Take(const PlacedText& text) { taken_.push_back(text.Ink()); }
   void Take(const QRectF& box) { taken_.push_back(QPolygonF(box)); }
   /// Takes the place when it is free.
   bool TryTake(const PlacedText& text);

@@ -15,7 +15,7 @@ RichText FactorText(int exponent) {
   return {QStringLiteral("\u00d710"), WithMinusSigns(QString::number(exponent))};
 }
 
-/// The box around an axis' line and labels.
+/// The box around an axis' line, ticks and labels.
 QRectF Extent(const AxisLayout& axis) {
   QRectF box(axis.line.p1(), axis.line.p2());
   box = box.normalized();
@@ -53,6 +53,8 @@ class TitlePlacer {
   void PlaceBesideY(AxisId id);
   void PlaceAboveY(AxisId id);
   void PlaceGraphTitle();
+  /// The plot with the labels of all axes: titles stand outside it, also where an axis crosses the plot.
+  QRectF ExtentOfAll() const;
   double TopOfPlot() const;
   std::optional<PlacedText> InLine(const RichText& text, const Font& font, double& from, double to,
                                    double bottom, double side);
@@ -66,7 +68,7 @@ void TitlePlacer::PlaceX() {
   AxisLayout& axis = Axis(AxisId::X);
   if (!axis.shown) return;
   const Font& font = appearance_.font_for_axes_titles;
-  const QRectF extent = Extent(axis);
+  const QRectF extent = ExtentOfAll();
   const double gap =
       std::clamp(context_.graph.GetDimensions().x_axis_title_offset, 0, kLargestOffset);
   // The factor stands at the axis' end, in the line of its title.
@@ -111,7 +113,7 @@ void TitlePlacer::PlaceBesideY(AxisId id) {
                               font, context_.metrics);
   if (title.size.width() > layout_.plot.height() || title.size.width() < 1) return;
   title.angle = 90;
-  const QRectF extent = Extent(axis);
+  const QRectF extent = ExtentOfAll();
   for (const double offset : {gap, gap / 2, 0.0}) {
     const double away = offset + title.size.height() / 2;
     title.center = {axis.labels_side > 0 ? extent.right() + away : extent.left() - away,
@@ -122,13 +124,17 @@ void TitlePlacer::PlaceBesideY(AxisId id) {
   }
 }
 
-/// The highest line that something of the Y axes' labels reaches.
-double TitlePlacer::TopOfPlot() const {
-  double top = layout_.plot.top();
+QRectF TitlePlacer::ExtentOfAll() const {
+  QRectF box = layout_.plot;
   for (const AxisLayout& axis : layout_.axes) {
-    if (axis.shown) top = std::min(top, Extent(axis).top());
+    if (axis.shown) box = box.united(Extent(axis));
   }
-  return top - 1;
+  return box;
+}
+
+/// The lowest line above all labels.
+double TitlePlacer::TopOfPlot() const {
+  return ExtentOfAll().top() - 1;
 }
 
 void TitlePlacer::PlaceGraphTitle() {

@@ -185,6 +185,9 @@ TxyChildGr& TxyGraph::AddChild() {
   place.hor_size = 0.35;
   place.ver_size = 0.35;
   child->SetDimensions(place);
+  Legend legend = child->GetLegend();
+  legend.visible = false;
+  child->SetLegend(legend);
   child->SetListener([this](GraphChange) { Tell(GraphChange::Children); });
   children_.push_back(std::move(child));
   PlaceChildren();
@@ -247,6 +250,7 @@ void TxyGraph::BeginUpdate() {
 
 void TxyGraph::EndUpdate() {
   if (updates_ == 0 || --updates_ > 0) return;
+  for (const auto& series : series_) SettleRegression(*series);
   UpdateScales();
   Tell(GraphChange::Everything);
 }
@@ -258,6 +262,7 @@ void TxyGraph::Tell(GraphChange change) {
 void TxyGraph::SeriesChanged(TSeries& series, ChangeCode code) {
   if (code == ChangeCode::Destroyed) return;
   if (series.PointCount() <= kMaxPlottedPoints) series.thinning_settled_ = false;
+  if (updates_ > 0) return;
   SettleRegression(series);
   if (code == ChangeCode::Regression || code == ChangeCode::Fit) {
     Tell(GraphChange::Redraw);

@@ -1,0 +1,261 @@
+#include "graph/plot_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "graph/finished_look.h"
+#include "graph/plot_layout_parts.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+struct Scene {
+  const char* name;
+  double x_min, x_max, y_min, y_max;
+  bool log_x = false;
+  bool log_y = false;
+  bool dates = false;
+  bool second = false;
+  bool crossing = false;
+};
+
+constexpr Scene kScenes[] = {
+    {"plain", 0, 10, -3, 120},
+    {"tiny", 0, 3e-9, -2e-7, 5e-7},
+    {"huge", -4e12, 6e12, 1e15, 4e15},
+    {"offset", 1e6, 1e6 + 0.001, 123456.78, 123456.79},
+    {"log", 1e-3, 1e3, 2, 60, true, true},
+    {"many decades", 1e-12, 1e9, 1e-30, 1e40, true, true},
+    {"dates", 45000, 45300, 0, 1, false, false, true},
+    {"second axis", 0, 10, 0, 1e5, false, false, false, true},
+    {"crossing", -5, 5, -1, 1, false, false, false, false, true},
+};
+
+void FillScene(const Scene& scene, TxyGraph& graph) {
+  constexpr int kPoints = 20;
+  for (const bool second : {false, true}) {
+    if (second && !scene.second) break;
+    auto series = std::make_unique<TSeries>();
+    for (int i = 0; i < kPoints; ++i) {
+      const double part = i / (kPoints - 1.0);
+      series->AddPoint(scene.x_min + part * (scene.x_max - scene.x_min),
+                       scene.y_min + part * part * (scene.y_max - scene.y_min));
+    }
+    series->Source().XDataColumn = "Elapsed time of the measurement (s)";
+    series->Source().YDataColumn = second ? "Pressure" : "Intensity";
+    SeriesStyle style;
+    style.first_axis = !second;
+    series->SetStyle(style);
+    graph.AddSeries(std::move(series));
+  }
+  TAxis& x = graph.Axis(AxisId::X);
+  x.SetLogScale(scene.log_x);
+  x.SetAutoSizing(true);
+  graph.Axis(AxisId::Y).SetLogScale(scene.log_y);
+  graph.Axis(AxisId::Y).SetAutoSizing(true);
+  x.SetShowAsTime(scene.dates);
+  if (scene.dates) {
+    x.SetDateTickType(DateTickType::Month);
+    x.SetDateTimeFormat("dd mmmm yyyy");
+  }
+  if (scene.crossing) {
+    x.SetOffsetType(OffsetType::Value);
+    graph.Axis(AxisId::Y).SetOffsetType(OffsetType::Value);
+  }
+}
+
+std::vector<PlacedText> TextsOf(const PlotLayout& layout) {
+  std::vector<PlacedText> texts;
+  if (layout.title) texts.push_back(*layout.title);
+  for (const AxisLayout& axis : layout.axes) {
+    texts.insert(texts.end(), axis.labels.begin(), axis.labels.end());
+    if (axis.title) texts.push_back(*axis.title);
+    if (axis.factor) texts.push_back(*axis.factor);
+  }
+  for (const MarkItem& mark : layout.marks) {
+    if (mark.caption) texts.push_back(*mark.caption);
+  }
+  return texts;
+}
+
+/// What is wrong with the texts of a layout; empty when nothing is.
+std::string Faults(const PlotLayout& layout) {
+  std::string faults;
+  const QRectF picture = QRectF(QPointF(0, 0), layout.size).adjusted(-1, -1, 1, 1);
+  const std::vector<PlacedText> texts = TextsOf(layout);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const std::string name = texts[i].text.text.toStdString();
+    if (!picture.contains(texts[i].Box())) faults += "'" + name + "' is cut off; ";
+    for (std::size_t j = 0; j < i; ++j) {
+      if (Overlap(texts[i].Ink(), texts[j].Ink())) {
+        faults += "'" + name + "' covers '" + texts[j].text.text.toStdString() + "'; ";
+      }
+    }
+  }
+  return faults;
+}
+
+class LayoutSweep : public ::testing::TestWithParam<Scene> {};
+
+TEST_P(LayoutSweep, TextsNeitherOverlapNorLeaveThePicture) {
+  const TextMetrics metrics;
+  TxyGraph graph;
+  DefaultAppearance(graph, "A graph with quite a long title, such as people write");
+  FillScene(GetParam(), graph);
+  for (const QSizeF size :
+       {QSizeF(90, 70), QSizeF(300, 200), QSizeF(641, 477), QSizeF(2000, 1200)}) {
+    graph.Resize(static_cast<int>(size.width()), static_cast<int>(size.height()));
+    for (const int margin : {0, 12, 40, 90}) {
+      for (const int points : {1, 8, 14, 60}) {
+        Dimensions dimensions = graph.GetDimensions();
+        dimensions.left_margin = dimensions.bottom_margin = margin;
+        dimensions.right_margin = dimensions.top_margin = margin / 2;
+        graph.SetDimensions(dimensions);
+        Appearance appearance = graph.GetAppearance();
+        appearance.font_for_labels.size = appearance.font_for_axes_titles.size = points;
+        graph.SetAppearance(appearance);
+        const PlotLayout layout = LayoutPlot(graph, size, metrics);
+        EXPECT_EQ(Faults(layout), "") << size.width() << " margin " << margin << " font " << points;
+        if (layout.plot.isEmpty()) continue;
+        EXPECT_DOUBLE_EQ(layout.plot.left(), margin);
+        EXPECT_DOUBLE_EQ(layout.plot.bottom(), size.height() - margin);
+      }
+    }
+  }
+}
+
+TEST_P(LayoutSweep, FinishedLookShowsLabelsAndTitlesOfEveryAxis) {
+  const TextMetrics metrics;
+  const QSizeF size(800, 600);
+  TxyGraph graph;
+  DefaultAppearance(graph, "Graph_1");
+  FillScene(GetParam(), graph);
+  graph.Resize(800, 600);
+  ApplyFinishedLook(graph, size, metrics, {"Data"});
+  const PlotLayout layout = LayoutPlot(graph, size, metrics);
+  EXPECT_EQ(Faults(layout), "");
+  EXPECT_TRUE(layout.title.has_value());
+  for (const AxisLayout& axis : layout.axes) {
+    if (!axis.shown) continue;
+    EXPECT_GE(axis.labels.size(), 3U);
+    EXPECT_TRUE(axis.title.has_value());
+  }
+  EXPECT_EQ(layout.axes[2].shown, GetParam().second);
+  EXPECT_EQ(layout.legend.has_value(), GetParam().second);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenes, LayoutSweep, ::testing::ValuesIn(kScenes), [](const auto& scene) {
+  std::string name = scene.param.name;
+  std::erase(name, ' ');
+  return name;
+});
+
+TEST(PlotLayout, AgreesWithTheAxesConversionsAtTheClientSize) {
+  TxyGraph graph;
+  FillScene(kScenes[0], graph);
+  graph.Resize(500, 400);
+  for (const AxisId id : {AxisId::X, AxisId::Y}) {
+    const AxisScale scale = ScaleAt(graph, id, QSizeF(500, 400));
+    for (const double part : {0.0, 0.3, 1.0}) {
+      const TAxis& axis = graph.Axis(id);
+      const double value = axis.Min() + part * (axis.Max() - axis.Min());
+      EXPECT_EQ(scale.PixelOf(value), axis.ValueToPixel(value));
+    }
+  }
+}
+
+TEST(PlotLayout, NarrowMarginPutsTheYTitleAboveTheAxis) {
+  const TextMetrics metrics;
+  TxyGraph graph;
+  FillScene(kScenes[0], graph);
+  graph.Resize(400, 300);
+  const auto angle = [&](int margin) {
+    Dimensions dimensions = graph.GetDimensions();
+    dimensions.left_margin = margin;
+    graph.SetDimensions(dimensions);
+    const PlotLayout layout = LayoutPlot(graph, QSizeF(400, 300), metrics);
+    return layout.Axis(AxisId::Y).title ? layout.Axis(AxisId::Y).title->angle : -1;
+  };
+  EXPECT_EQ(angle(80), 90);
+  EXPECT_EQ(angle(30), 0);
+}
+
+TEST(PlotLayout, LegendKeepsToItsShareAndCountsTheRest) {
+  const TextMetrics metrics;
+  TxyGraph graph;
+  for (int i = 0; i < 40; ++i) {
+    auto series = std::make_unique<TSeries>();
+    series->SetSeriesName("A DataSet with a name that no legend has room for, number " +
+                          std::to_string(i));
+    series->AddPoint(i, i);
+    graph.AddSeries(std::move(series));
+  }
+  graph.Resize(500, 400);
+  for (const LegendLayout mode :
+       {LegendLayout::Vertical, LegendLayout::Horizontal, LegendLayout::Free}) {
+    Legend legend = graph.GetLegend();
+    legend.layout_mode = mode;
+    legend.height = 100;
+    legend.left = -5;
+    graph.SetLegend(legend);
+    const PlotLayout layout = LayoutPlot(graph, QSizeF(500, 400), metrics);
+    ASSERT_TRUE(layout.legend && layout.legend->more);
+    EXPECT_EQ(layout.legend->more->text.text.toStdString(),
+              "+" + std::to_string(40 - layout.legend->rows.size()) + " more");
+    EXPECT_TRUE(QRectF(0, 0, 500, 400).contains(layout.legend->frame));
+    for (const LegendRow& row : layout.legend->rows) {
+      EXPECT_TRUE(layout.legend->frame.contains(row.name.Box()));
+    }
+  }
+}
+
+TEST(PlotLayout, SurvivesEveryHostileSetting) {
+  constexpr int kHuge = std::numeric_limits<std::int32_t>::max();
+  const TextMetrics metrics;
+  TxyGraph graph;
+  FillScene(kScenes[0], graph);
+  Mark mark;
+  for (const double value : {std::nan(""), HUGE_VAL, -HUGE_VAL, 1e300}) {
+    mark.x1 = mark.y1 = mark.x2 = mark.y2 = value;
+    for (const MarkType type :
+         {MarkType::Vertical, MarkType::Horizontal, MarkType::Point, MarkType::Line}) {
+      mark.type = type;
+      graph.Marks().AddMark(mark);
+    }
+  }
+  for (const int margin : {-kHuge - 1, -1000, 300, kHuge}) {
+    Dimensions dimensions;
+    dimensions.left_margin = dimensions.top_margin = margin;
+    dimensions.tick_length = dimensions.x_axis_label_offset = dimensions.y_axis_title_offset =
+        margin;
+    graph.SetDimensions(dimensions);
+    Legend legend;
+    legend.left = legend.top = legend.width = legend.height = legend.x_margin = margin;
+    graph.SetLegend(legend);
+    for (const int size : {0, 1, 400}) {
+      graph.Resize(size, size);
+      const PlotLayout layout = LayoutPlot(graph, QSizeF(size, size), metrics);
+      EXPECT_EQ(Faults(layout), "");
+    }
+  }
+}
+
+TEST(PlotLayout, SaysWhatKeepsThePlotAway) {
+  const TextMetrics metrics;
+  TxyGraph graph;
+  const auto message = [&] {
+    const PlotLayout layout = LayoutPlot(graph, QSizeF(640, 480), metrics);
+    return layout.message ? layout.message->text.text.toStdString() : "";
+  };
+  EXPECT_EQ(message(), "Waiting for the data...");
+  FillScene(kScenes[0], graph);
+  EXPECT_EQ(message(), "");
+  graph.Axis(AxisId::Y).SetMin(1e9);
+  EXPECT_EQ(message(), "MAX/MIN VALUES INCONSISTENT");
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,206 @@
+#include "graph/xy_graph.h"
+
+#include <gtest/gtest.h>
+
+#include "graph/appearance_fields.h"
+#include "graph/palette.h"
+#include "support/scripted_prompt.h"
+
+namespace tarnwick {
+namespace {
+
+std::unique_ptr<TSeries> MakeSeries(const std::string& name, int points, double factor = 1) {
+  auto series = std::make_unique<TSeries>();
+  series->SetSeriesName(name);
+  std::vector<double> x;
+  std::vector<double> y;
+  for (int i = 0; i < points; ++i) {
+    x.push_back(i);
+    y.push_back(i * factor);
+  }
+  series->AddPoints(x, y);
+  return series;
+}
+
+TEST(XyGraph, FirstSeriesBecomesCurrentAndIndicesFollowDeletions) {
+  TxyGraph graph;
+  EXPECT_EQ(graph.CurrentSeries(), nullptr);
+  for (const char* name : {"a", "b", "c"}) graph.AddSeries(MakeSeries(name, 3));
+  EXPECT_EQ(graph.CurrentSeriesIndex(), 0);
+  EXPECT_EQ(graph.Series(1).Style().line_color, PaletteColor(1));
+  graph.SetCurrentSeriesIndex(2);
+  graph.SetCurrentSeriesIndex(7);
+  graph.DeleteSeries(0);
+  EXPECT_EQ(graph.CurrentSeries()->SeriesName(), "c");
+  EXPECT_EQ(graph.XSource()->SeriesName(), "b");
+  graph.DeleteSeries(1);
+  EXPECT_EQ(graph.CurrentSeries()->SeriesName(), "b");
+  graph.DeleteSeries(0);
+  EXPECT_EQ(graph.CurrentSeriesIndex(), -1);
+}
+
+TEST(XyGraph, ScalesFollowTheVisibleDataOfEachAxis) {
+  TxyGraph graph;
+  graph.AddSeries(MakeSeries("small", 11, 0.5));
+  TSeries& large = graph.AddSeries(MakeSeries("large", 11, 1000));
+  EXPECT_GE(graph.Axis(AxisId::Y).Max(), 10000);
+  SeriesStyle style = large.Style();
+  style.first_axis = false;
+  graph.Axis(AxisId::Y2).SetAutoSizing(true);
+  large.SetStyle(style);
+  EXPECT_LT(graph.Axis(AxisId::Y).Max(), 10);
+  EXPECT_GE(graph.Axis(AxisId::Y2).Max(), 10000);
+  style.visible = false;
+  large.SetStyle(style);
+  EXPECT_FALSE(graph.AxisInUse(AxisId::Y2));
+  graph.Series(0).AddPoint(100, 50);
+  EXPECT_GE(graph.Axis(AxisId::X).Max(), 100);
+  EXPECT_EQ(graph.ScaleError(), "");
+}
+
+TEST(XyGraph, TitlesComeFromColumnsAndEndEarly) {
+  TxyGraph graph;
+  for (const char* name : {"A", "B", "B", "C", "D"}) {
+    auto series = MakeSeries(name, 2);
+    series->Source().XDataColumn = "Time";
+    graph.AddSeries(std::move(series));
+  }
+  EXPECT_EQ(graph.Axis(AxisId::X).Title(), "Time");
+  EXPECT_EQ(graph.Axis(AxisId::Y).Title(), "A, B, C, …");
+  EXPECT_EQ(graph.Axis(AxisId::Y2).Title(), "Y2 axis");
+  graph.Series(0).Source().YDataColumn = "Volts";
+  graph.UpdateScales();
+  EXPECT_EQ(graph.Axis(AxisId::Y).Title(), "Volts, B, C, …");
+}
+
+TEST(XyGraph, StepLimitsAreRefusedByTheirRule) {
+  struct Row {
+    std::int32_t min, max, expected_min, expected_max;
+  };
+  for (const Row& row : {Row{0, 50, 5, 50}, Row{5, 91, 5, 50}, Row{5, 90, 5, 90},
+                         Row{35, 90, 35, 90}, Row{36, 90, 5, 90}, Row{2, 6, 2, 6}}) {
+    TxyGraph graph;
+    Appearance appearance = graph.GetAppearance();
+    appearance.min_steps = row.min;
+    appearance.max_steps = row.max;
+    graph.SetAppearance(appearance);
+    EXPECT_EQ(graph.MinSteps(), row.expected_min) << row.min << " " << row.max;
+    EXPECT_EQ(graph.MaxSteps(), row.expected_max) << row.min << " " << row.max;
+  }
+}
+
+TEST(XyGraph, TooManyPointsAreAskedAboutOnce) {
+  const std::string text =
+      "Maximum number of plotted points = 30000  was exceeded for dataSet \"big\".\n"
+      "To fix, change Hit Frequency to the automatic mode?";
+  TxyGraph graph;
+  for (const int points : {30000, 30001, 30001, 30002}) {
+    graph.AddSeries(MakeSeries("big", points)).Source().AutoRowHitFreq = false;
+  }
+  std::vector<TSeries*> reloaded;
+  const auto settle = [&](const std::vector<Answer>& answers) {
+    reloaded.clear();
+    testing::ScriptedPrompt prompt;
+    for (const Answer answer : answers) prompt.Expect(text, answer);
+    graph.SettleTooManyPoints(prompt, [&](TSeries& series) { reloaded.push_back(&series); });
+  };
+  settle({Answer::No, Answer::YesToAll});
+  EXPECT_EQ(reloaded, (std::vector{&graph.Series(2), &graph.Series(3)}));
+  EXPECT_FALSE(graph.Series(1).Source().AutoRowHitFreq);
+  EXPECT_TRUE(graph.Series(3).Source().AutoRowHitFreq);
+  EXPECT_FALSE(graph.AskBeforeThinning());
+  settle({});
+  EXPECT_TRUE(reloaded.empty());
+}
+
+TEST(XyGraph, StateGoesOutAndInAgain) {
+  TxyGraph graph;
+  graph.AddSeries(MakeSeries("a", 5));
+  graph.AddSeries(MakeSeries("b", 7));
+  graph.SetCurrentSeriesIndex(1);
+  graph.Marks().AddMark({});
+  graph.AddChild().AddSeries(MakeSeries("inner", 3));
+  graph.Axis(AxisId::X).SetMax(3.5);
+  const GraphState before = graph.State();
+  graph.DeleteSeries(0);
+  graph.Series(0).Clear();
+  graph.Marks().ClearMarks();
+  graph.DeleteChild(0);
+  int told = 0;
+  graph.SetListener([&](GraphChange change) {
+    ++told;
+    EXPECT_EQ(change, GraphChange::Everything);
+  });
+  graph.SetState(before);
+  EXPECT_EQ(told, 1);
+  EXPECT_EQ(graph.SeriesCount(), 2U);
+  EXPECT_EQ(graph.Series(1).PointCount(), 7);
+  EXPECT_TRUE(graph.Series(1).Points().SharesAllWith(before.series[1].data.points));
+  EXPECT_EQ(graph.CurrentSeries()->SeriesName(), "b");
+  EXPECT_EQ(graph.Marks(), before.marks);
+  EXPECT_EQ(graph.Children().at(0)->Series(0).PointCount(), 3);
+  EXPECT_EQ(graph.Axis(AxisId::X).Max(), 3.5);
+}
+
+TEST(XyGraph, XSourceIsNotDrawnWhileTheViewPlotsAgainstIt) {
+  TxyGraph graph;
+  graph.AddSeries(MakeSeries("x", 3));
+  graph.AddSeries(MakeSeries("y", 3));
+  EXPECT_TRUE(graph.IsDrawn(graph.Series(0)));
+  graph.SetPlotsAgainstXSource(true);
+  EXPECT_FALSE(graph.IsDrawn(graph.Series(0)));
+  EXPECT_TRUE(graph.IsDrawn(graph.Series(1)));
+}
+
+TEST(MarkList, FillsGapsAndStaysInOrder) {
+  MarkList marks;
+  for (int i = 0; i < 3; ++i) marks.AddMark({});
+  EXPECT_TRUE(marks.DeleteMark(2));
+  EXPECT_FALSE(marks.DeleteMark(2));
+  EXPECT_EQ(marks.AddMark({}), 2);
+  EXPECT_EQ(marks.CurrentId(), 2);
+  EXPECT_EQ(marks.All()[1].caption, "2");
+  Mark moved = *marks.FindMark(3);
+  moved.caption = "moved";
+  marks.SetMark(moved);
+  EXPECT_EQ(marks.All().size(), 3U);
+  EXPECT_EQ(marks.FindMark(3)->caption, "moved");
+}
+
+/// A field table forgets no member and mixes none up: every stored value comes back, other than the default.
+template <class Owner>
+void ExpectRoundTrip(FieldTable<Owner> table) {
+  Owner changed;
+  for (const Field<Owner>& field : table) {
+    FieldValue value = GetField(field, changed);
+    if (auto* text = std::get_if<std::string>(&value))
+      *text = "text " + std::to_string(field.number);
+    if (auto* integer = std::get_if<std::int32_t>(&value)) *integer = *integer == 1 ? 2 : 1;
+    if (auto* number = std::get_if<double>(&value)) *number += field.number;
+    if (auto* flag = std::get_if<bool>(&value)) *flag = !*flag;
+    if (auto* color = std::get_if<Color>(&value)) color->value = field.number;
+    if (auto* font = std::get_if<Font>(&value)) font->size = field.number + 20;
+    EXPECT_TRUE(SetField(field, changed, value)) << field.number;
+  }
+  std::string bytes;
+  SectionWriter writer(bytes);
+  WriteFields<Owner>(writer, table, changed);
+  writer.WriteEndOfSection();
+  ValueReader values(bytes);
+  SectionReader reader(values);
+  Owner back;
+  ReadSection<Owner>(reader, table, back);
+  EXPECT_TRUE(back == changed);
+  EXPECT_FALSE(back == Owner());
+}
+
+TEST(GraphFields, ComeBackAsWritten) {
+  ExpectRoundTrip<Appearance>(AppearanceFields());
+  ExpectRoundTrip<Dimensions>(DimensionsFields());
+  ExpectRoundTrip<Legend>(LegendFields());
+  ExpectRoundTrip<SeriesStyle>(SeriesFields());
+  ExpectRoundTrip<Mark>(MarkFields());
+}
+
+}  // namespace
+}  // namespace tarnwick
