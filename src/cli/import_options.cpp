@@ -93,8 +93,10 @@ void AddImportOptions(CLI::App& command, ImportArguments& arguments) {
   command.add_option("--markers", arguments.markers, "Characters that quote a column")
       ->group(group);
   command
-      .add_flag("--merge-separators,!--no-merge-separators", arguments.merge_separators,
-                "A run of separators counts as one, or each counts")
+      .add_flag_function(
+          "--merge-separators,!--no-merge-separators",
+          [&arguments](std::int64_t count) { arguments.merge_separators = count > 0; },
+          "A run of separators counts as one, or each counts")
       ->group(group);
   command
       .add_option("--width", arguments.width,
