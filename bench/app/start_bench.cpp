@@ -58,18 +58,14 @@ class Server {
     pid_ = Spawn({"Xvfb", "-displayfd", "3", "-screen", "0", "1600x1200x24", "-noreset"}, actions);
     posix_spawn_file_actions_destroy(&actions);
     close(ends[1]);
-    char text[16] = {};
-    if (read(ends[0], text, sizeof text - 1) <= 0) throw std::runtime_error("no X server");
+    std::string number;
+    for (char letter = 0; read(ends[0], &letter, 1) == 1 && letter != '\n';) number += letter;
     close(ends[0]);
-    setenv("DISPLAY", (":" + std::to_string(std::atoi(text))).c_str(), 1);
+    if (number.empty()) throw std::runtime_error("no X server");
+    setenv("DISPLAY", (":" + number).c_str(), 1);
     setenv("QT_QPA_PLATFORM", "xcb", 1);
     connection_ = xcb_connect(nullptr, nullptr);
-    for (int tries = 0; xcb_connection_has_error(connection_) && tries < 50; ++tries) {
-      xcb_disconnect(connection_);
-      usleep(20'000);  // the number is told a moment before the server listens
-      connection_ = xcb_connect(nullptr, nullptr);
-    }
-    if (xcb_connection_has_error(connection_)) throw std::runtime_error("the X server is deaf");
+    if (xcb_connection_has_error(connection_)) throw std::runtime_error("no X server at " + number);
     root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
     const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &events);
