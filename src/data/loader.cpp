@@ -4,10 +4,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
-#include <utility>
 
-#include "base/error.h"
-#include "base/text_encoding.h"
 #include "data/load_run.h"
 
 namespace tarnwick {
@@ -61,10 +58,10 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
       source.active = true;
       source.x_column_index = source.y_column_index = -1;
     }
-    std::vector<LoadReport> loaded = series.size() == 1
-                                         ? std::vector{LoadDataSet(*series[0], *supplier, options)}
-                                         : LoadShared(series, *supplier, options);
-    for (std::size_t i = 0; i < group.size(); ++i) reports[group[i]] = std::move(loaded[i]);
+    const std::vector<LoadReport> loaded =
+        series.size() == 1 ? std::vector{LoadDataSet(*series[0], *supplier, options)}
+                           : LoadShared(series, *supplier, options);
+    for (std::size_t i = 0; i < group.size(); ++i) reports[group[i]] = loaded[i];
   }
   return reports;
 }
