@@ -95,7 +95,8 @@ FieldTable<TDataSeries> DataSeriesFields() {
   return kFields;
 }
 
-void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoints with_points) {
+void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoints with_points,
+                     const std::function<void()>& after_block) {
   WriteFields<TDataSeries>(writer, DataSeriesFields(), series);
   writer.WriteEndOfSection();
   if (with_points == WithPoints::No) {
@@ -103,7 +104,10 @@ void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoint
     return;
   }
   writer.WritePointBlockHeader(series.PointCount());
-  series.Points().ForEachPoint([&writer](double x, double y) { writer.WritePoint(x, y); });
+  series.Points().ForEachChunk([&](const ChunkView& chunk) {
+    for (std::size_t i = 0; i < chunk.x.size(); ++i) writer.WritePoint(chunk.x[i], chunk.y[i]);
+    if (after_block) after_block();
+  });
 }
 
 void ReadDataSeries(SectionReader& reader, TDataSeries& series) {

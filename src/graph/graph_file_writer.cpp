@@ -71,7 +71,7 @@ class Writer {
     SectionWriter writer(bytes_, options_.mode);
     for (const TSeries* series : all) {
       WriteSection(writer, kSeriesSection, SeriesFields(), series->Style());
-      WriteDataSeries(writer, *series, options_.points);
+      WriteDataSeries(writer, *series, options_.points, [this] { sink_(bytes_); });
       sink_(bytes_);
     }
   }

@@ -19,7 +19,7 @@ inline constexpr const char* kMarkFilingError = "internal filing error2: TxyGrap
 /// Gets each piece of the bytes; the string is to be left empty.
 using ByteSink = std::function<void(std::string& bytes)>;
 
-/// Hands the bytes of a whole graph file to `sink` in pieces of about one DataSet. Throws Error kNestedTooDeep.
+/// Hands the bytes of a whole graph file to `sink` in small pieces. Throws Error kNestedTooDeep.
 void WriteGraphPieces(const TxyGraph& graph, const GraphFileOptions& options, const ByteSink& sink);
 
 /// The same of the graph with the DataSet `index` alone, which is current and titles the X axis; without marks and child
