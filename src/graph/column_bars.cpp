@@ -7,6 +7,10 @@ namespace tarnwick {
 
 namespace {
 
+// Strokes through a column reach half the width into its neighbours and beyond its extremes, but only those nearest to the
+// border or the extreme do so: in the mean this much less is covered. Measured on strokes through noise and random walks.
+constexpr double kFringe = 0.25;
+
 struct Interval {
   double top = 0, bottom = 0;
 };
@@ -133,7 +137,7 @@ void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRe
                    ColumnBars& bars) {
   if (columns.empty()) return;
   const std::vector<Interval> joined = JoinedIntervals(columns);
-  const double side = std::max(0.0, (width - 1) / 2);
+  const double side = width / 2 - kFringe;
   const auto reach = static_cast<std::ptrdiff_t>(side);
   const double part = side - static_cast<double>(reach);
   const std::ptrdiff_t outer = part > 0 ? reach + 1 : reach;
@@ -142,25 +146,27 @@ void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRe
     const int column = columns[0].column + static_cast<int>(i);
     const Interval full = Hull(joined, i, reach);
     const bool has_full = full.top <= full.bottom;
-    if (has_full) writer.Add(column, full.top - width / 2, full.bottom + width / 2, 1);
+    if (has_full) writer.Add(column, full.top - side, full.bottom + side, 1);
     if (outer == reach) continue;
     const Interval wide = Hull(joined, i, outer);
-    const double top = wide.top - width / 2, bottom = wide.bottom + width / 2;
+    const double top = wide.top - side, bottom = wide.bottom + side;
     if (!has_full) {
       writer.Add(column, top, bottom, part);
     } else {
-      writer.Add(column, top, full.top - width / 2, part);
-      writer.Add(column, full.bottom + width / 2, bottom, part);
+      writer.Add(column, top, full.top - side, part);
+      writer.Add(column, full.bottom + side, bottom, part);
     }
   }
 }
 
-double MeanHeight(std::span<const PixelColumn> columns, const QRect& clip) {
+double MeanWander(std::span<const PixelColumn> columns, const QRect& clip) {
+  const auto inside = [&clip](double y) {
+    return std::clamp<double>(y, clip.top(), clip.bottom() + 1);
+  };
   double sum = 0;
   for (const PixelColumn& column : columns) {
-    const double top = std::max<double>(column.top, clip.top());
-    const double bottom = std::min<double>(column.bottom, clip.bottom() + 1);
-    sum += std::max(0.0, bottom - top);
+    sum += inside(column.bottom) - inside(column.top) -
+           std::abs(inside(column.last.y) - inside(column.first.y));
   }
   return columns.empty() ? 0 : sum / static_cast<double>(columns.size());
 }

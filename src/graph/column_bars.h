@@ -19,12 +19,13 @@ struct ColumnBars {
 };
 
 /// Adds the bars of a line `width` pixels wide (1 or more) over one run of columns, inside `clip`. A column reaches from its
-/// highest to its lowest point, on to where the line crosses into the next column, and half the width further; a wide line
+/// highest to its lowest point, on to where the line crosses into the next column, and about half the width further; it
 /// covers the neighbouring columns likewise.
 void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRect& clip,
                    ColumnBars& bars);
 
-/// Mean pixel height of the columns, as far as inside `clip`.
-double MeanHeight(std::span<const PixelColumn> columns, const QRect& clip);
+/// By how many pixels the columns, as far as inside `clip`, reach in the mean beyond the way from their first to their last
+/// point: 0 for a smooth line, however steep.
+double MeanWander(std::span<const PixelColumn> columns, const QRect& clip);
 
 }  // namespace tarnwick

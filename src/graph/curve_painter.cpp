@@ -13,7 +13,7 @@ namespace tarnwick {
 
 namespace {
 
-constexpr double kSmooth = 2;  // mean pixels of wander in a column up to which a line is stroked
+constexpr double kSmooth = 1;  // mean pixels of wander in a column up to which a line is stroked
 constexpr qsizetype kFewPoints = 200;  // up to which joins are worth their time
 
 std::span<const PixelColumn> ColumnsOf(const ThinnedLine& line, const LinePart& part) {

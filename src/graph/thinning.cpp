@@ -12,6 +12,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double kDensePointsPerColumn = 2;  // below this every point is kept
+constexpr int kPiecesOfColumn = 4;           // told apart in one column
 constexpr std::size_t kDenseCell = 3;        // points that make a column a bar
 
 // Points of one column without a gap, in values.
@@ -84,7 +85,11 @@ class CellBuilder {
   CellBuilder(LineAssembler& out, const ThinningView& view) : out_(out), values_(view) {}
 
   void SetColumn(int column) {
-    if (cell_.points != 0 && column != cell_.column) Flush();
+    if (column == column_) return;
+    Flush();
+    if (bridged_gap_) after_gap_ = true;
+    bridged_gap_ = false;
+    pieces_ = 0;
     column_ = column;
   }
 
@@ -110,7 +115,12 @@ class CellBuilder {
     AddScanned(chunk, 0, chunk.x.size());
   }
 
+  // Many gaps within one column are not told apart by the eye; they must not cost a piece each.
   void AddGap() {
+    if (pieces_ >= kPiecesOfColumn) {
+      bridged_gap_ = true;
+      return;
+    }
     Flush();
     after_gap_ = true;
   }
@@ -120,6 +130,7 @@ class CellBuilder {
     out_.Add(cell_);
     cell_.points = 0;
     after_gap_ = false;
+    ++pieces_;
   }
 
   void NoteEndOf(const ChunkView& chunk) {
@@ -137,6 +148,7 @@ class CellBuilder {
     if (cell_.points == 0) {
       cell_ = {column_, 0, x, y, x, y, range.min, range.max, after_gap_};
     }
+    bridged_gap_ = false;
     cell_.points += points;
     cell_.min = std::min(cell_.min, range.min);
     cell_.max = std::max(cell_.max, range.max);
@@ -157,8 +169,10 @@ class CellBuilder {
   LineAssembler& out_;
   ValueScan values_;
   Cell cell_;
-  int column_ = 0;
+  int column_ = std::numeric_limits<int>::min();
+  int pieces_ = 0;  // of this column so far
   bool after_gap_ = true;
+  bool bridged_gap_ = false;  // the column's last value had no place, and its cell goes on
 };
 
 struct IndexRange {

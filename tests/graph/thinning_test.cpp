@@ -1,0 +1,198 @@
+#include "graph/thinning.h"
+
+#include <cmath>
+#include <limits>
+#include <map>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "data/data_series.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr int kColumns = 400;
+constexpr int kRows = 300;
+
+AxisScale Scale(double min, double max, bool log, PixelDirection direction, double pixels) {
+  const double extent = log ? std::log(max) - std::log(min) : max - min;
+  return {min, max, pixels / extent, 0, log, direction};
+}
+
+ThinningView View(const AxisScale& x, const AxisScale& y) {
+  return {.x = {x, 1, 0}, .y = {y, 1, 0}, .first_column = 0, .last_column = kColumns - 1};
+}
+
+struct Extent {
+  double top = 1e300, bottom = -1e300;
+  void Take(double y) {
+    top = std::min(top, y);
+    bottom = std::max(bottom, y);
+  }
+};
+
+// The extent of what is drawn in each pixel column, by its vertices.
+std::map<int, Extent> ExtentsOf(const ThinnedLine& line) {
+  std::map<int, Extent> extents;
+  for (const PixelPoint& point : line.points) {
+    extents[static_cast<int>(std::floor(point.x))].Take(point.y);
+  }
+  for (const PixelColumn& column : line.columns) {
+    extents[column.column].Take(column.top);
+    extents[column.column].Take(column.bottom);
+  }
+  return extents;
+}
+
+struct Line {
+  std::vector<double> x, y;
+};
+
+Line MakeLine(std::size_t points, const std::string& kind) {
+  std::mt19937_64 random(points);
+  std::normal_distribution<double> normal(0, 1);
+  std::uniform_real_distribution<double> uniform(0, 1);
+  Line line;
+  double x = 0, walk = 0;
+  for (std::size_t i = 0; i < points; ++i) {
+    // "bursts": most points in a few places, long stretches with none
+    x += kind == "bursts" ? (i % 1000 == 0 ? 1 : 1e-6) : uniform(random);
+    walk += normal(random);
+    double y = kind == "walk" ? walk : normal(random);
+    if (kind == "gaps" && i % 701 < 3) y = kNan;
+    if (kind == "huge" && i % 977 == 0) y = i % 2 == 0 ? 1e300 : -kInfinity;
+    line.x.push_back(x);
+    line.y.push_back(kind == "positive" ? std::exp(normal(random)) : y);
+  }
+  return line;
+}
+
+struct Case {
+  const char* kind;
+  std::size_t points;
+  double from, to;  // part of the X range seen
+  bool log_x = false, log_y = false;
+  double slope = 0;
+};
+
+// Every column shows exactly the extent of its points, however many they are and whatever is kept of them.
+TEST(ThinLine, EveryColumnReachesToItsExtremes) {
+  const Case kCases[] = {
+      {"noise", 100, 0, 1},
+      {"noise", 3'000, 0, 1},
+      {"noise", 200'000, 0, 1},
+      {"noise", 200'000, 0.3, 0.35},
+      {"noise", 200'000, 0.5, 0.5001},
+      {"walk", 100'000, -0.5, 2},
+      {"bursts", 100'000, 0, 1},
+      {"gaps", 50'000, 0, 1},
+      {"gaps", 900'000, 0, 1},
+      {"huge", 100'000, 0, 1},
+      {"positive", 100'000, 1e-4, 1, true, true},
+      {"positive", 900'000, 0, 1, false, true},
+      {"noise", 400'000, 0, 1, false, true},  // half of the values have no place
+      {"noise", 300'000, 0.1, 0.9, false, false, 3e-4},
+  };
+  for (const Case& row : kCases) {
+    SCOPED_TRACE(testing::Message() << row.kind << ' ' << row.points << ' ' << row.from);
+    const Line data = MakeLine(row.points, row.kind);
+    TDataSeries series;
+    series.AddPoints(data.x, data.y);
+    const double end = data.x.back();
+    ThinningView view =
+        View(Scale(row.from * end, row.to * end, row.log_x, PixelDirection::Rightward, kColumns),
+             row.log_y ? Scale(0.01, 100, true, PixelDirection::Upward, kRows)
+                       : Scale(-4, 4, false, PixelDirection::Upward, kRows));
+    view.zero_value = 0.125 * (row.slope != 0);
+    view.base_line_slope = row.slope;
+
+    std::map<int, Extent> expected;
+    for (std::size_t i = 0; i < data.x.size(); ++i) {
+      const double x = view.x.At(data.x[i]);
+      const double y = view.y.At(data.y[i] - view.zero_value - row.slope * data.x[i]);
+      const bool on_border = std::abs(x - std::round(x)) < 1e-9;  // either column is right
+      if (x >= 0 && x < kColumns && y == y && !on_border) {
+        expected[static_cast<int>(std::floor(x))].Take(y);
+      }
+    }
+    const ThinnedLine line = ThinLine(series.Points(), view);
+    std::map<int, Extent> drawn = ExtentsOf(line);
+    for (const auto& [column, extent] : expected) {
+      ASSERT_NEAR(drawn[column].top, extent.top, 1e-6) << column;
+      ASSERT_NEAR(drawn[column].bottom, extent.bottom, 1e-6) << column;
+    }
+    EXPECT_LE(line.points.size() + line.columns.size(), 25 * kColumns);
+  }
+}
+
+TEST(ThinLine, OneSpikeAmongMillionsIsFound) {
+  constexpr std::size_t kPoints = 1'000'000;
+  Line data;
+  for (std::size_t i = 0; i < kPoints; ++i) {
+    data.x.push_back(static_cast<double>(i));
+    data.y.push_back(0);
+  }
+  for (const std::size_t spike : {std::size_t{0}, std::size_t{511}, kPoints / 3, kPoints - 1}) {
+    data.y[spike] = 3;
+    TDataSeries series;
+    series.AddPoints(data.x, data.y);
+    const ThinningView view = View(Scale(0, kPoints, false, PixelDirection::Rightward, kColumns),
+                                   Scale(-4, 4, false, PixelDirection::Upward, kRows));
+    std::map<int, Extent> drawn = ExtentsOf(ThinLine(series.Points(), view));
+    const int column = static_cast<int>(view.x.At(data.x[spike]));
+    for (const auto& [here, extent] : drawn) {
+      EXPECT_NEAR(extent.top, here == column ? kRows / 8.0 : kRows / 2.0, 1e-9) << here;
+    }
+    data.y[spike] = 0;
+  }
+}
+
+// An undefined value between two plateaus: nothing may join them, whether its column is drawn point by point or by extremes.
+TEST(ThinLine, GapsBreakTheLine) {
+  for (const std::size_t points : {11, 10'001, 1'000'001}) {
+    Line data;
+    for (std::size_t i = 0; i < points; ++i) {
+      data.x.push_back(static_cast<double>(i));
+      data.y.push_back(i == points / 2 ? kNan : i < points / 2 ? 1 : -1);
+    }
+    TDataSeries series;
+    series.AddPoints(data.x, data.y);
+    const ThinnedLine line = ThinLine(
+        series.Points(),
+        View(Scale(0, static_cast<double>(points), false, PixelDirection::Rightward, kColumns),
+             Scale(-4, 4, false, PixelDirection::Upward, kRows)));
+    ASSERT_EQ(line.parts.size(), 2u) << points;
+    for (const PixelColumn& column : line.columns) EXPECT_EQ(column.top, column.bottom);
+  }
+}
+
+TEST(ThinLine, NeighboursOutsideTheViewAreKept) {
+  TDataSeries series;
+  for (const double x : {0.0, 1.0, 100.0, 101.0}) series.AddPoint(x, x);
+  const ThinnedLine line =
+      ThinLine(series.Points(), View(Scale(40, 60, false, PixelDirection::Rightward, kColumns),
+                                     Scale(0, 100, false, PixelDirection::Upward, kRows)));
+  ASSERT_EQ(line.points.size(), 2u);
+  EXPECT_LT(line.points[0].x, 0);
+  EXPECT_GT(line.points[1].x, kColumns);
+}
+
+TEST(ThinLine, AxesWithoutExtentGiveNothing) {
+  TDataSeries series;
+  series.AddPoint(1, 1);
+  const AxisScale good = Scale(0, 2, false, PixelDirection::Rightward, kColumns);
+  for (const double factor : {0.0, kNan, kInfinity}) {
+    AxisScale bad = good;
+    bad.pixels_per_unit = factor;
+    EXPECT_TRUE(ThinLine(series.Points(), View(bad, good)).parts.empty());
+    EXPECT_TRUE(ThinLine(series.Points(), View(good, bad)).parts.empty());
+  }
+  EXPECT_TRUE(ThinLine(PointChain(), View(good, good)).parts.empty());
+}
+
+}  // namespace
+}  // namespace tarnwick
