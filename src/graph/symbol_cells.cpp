@@ -42,22 +42,31 @@ std::vector<QPoint> OccupiedPixels(const PointChain& points, const ThinningView&
   }
   const ValueScan values(view);
   ColumnPixels column_pixels(area.height());
+  const double bottom = area.bottom() + 1;
   int column = area.left() - 1;
   std::size_t index = points.LowerBound(view.x.ValueAt(area.left()));
   while (index < points.Size()) {
     const ChunkView chunk = points.Chunk(points.ChunkOfIndex(index));
-    for (std::size_t i = index - chunk.first_index; i < chunk.x.size(); ++i) {
+    std::size_t i = index - chunk.first_index;
+    while (i < chunk.x.size()) {
       const double x = view.x.At(chunk.x[i]);
       if (x >= area.right() + 1) return pixels;
-      const double y = view.y.At(values.At(chunk, i));
-      if (!(x >= area.left() && y >= area.top() && y < area.bottom() + 1)) continue;
+      if (!(x >= area.left())) {  // the border's point by rounding, or one without a place
+        ++i;
+        continue;
+      }
       const int here = static_cast<int>(std::floor(x));
-      const int row = static_cast<int>(std::floor(y));
       if (here != column) {
         column = here;
         column_pixels.Begin();
       }
-      if (column_pixels.Take(row - area.top())) pixels.emplace_back(here, row);
+      const double border = view.x.ValueAt(here + 1);
+      do {
+        const double y = view.y.At(values.At(chunk, i));
+        if (!(y >= area.top() && y < bottom)) continue;
+        const int row = static_cast<int>(y - area.top());
+        if (column_pixels.Take(row)) pixels.emplace_back(here, row + area.top());
+      } while (++i < chunk.x.size() && chunk.x[i] < border);
     }
     index = chunk.first_index + chunk.x.size();
   }

@@ -24,7 +24,12 @@ class PixelMap {
   /// The axis' pixels times `factor` plus `offset` are device pixels.
   PixelMap(const AxisScale& scale, double factor, double offset);
 
-  double At(double value) const;
+  double At(double value) const {
+    if (log_) value = LogOf(value);
+    // The difference of two huge values may overflow; an infinity lands on the right side all the same.
+    const double pixel = origin_ + (value - reference_) * slope_;
+    return pixel < -kFarPixel ? -kFarPixel : pixel > kFarPixel ? kFarPixel : pixel;
+  }
   double ValueAt(double pixel) const;
   bool Log() const { return log_; }
   /// False when the axis has no extent or is not finite: nothing can be drawn against it.
@@ -32,6 +37,8 @@ class PixelMap {
   bool Rising() const { return slope_ > 0; }
 
  private:
+  static double LogOf(double value);
+
   double reference_ = 0;  // value (its logarithm on a logarithmic axis) at pixel origin_
   double origin_ = 0;
   double slope_ = 1;  // pixels per unit

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -14,11 +13,8 @@ PixelMap::PixelMap(const AxisScale& scale, double factor, double offset) : log_(
   slope_ = (rightward ? scale.pixels_per_unit : -scale.pixels_per_unit) * factor;
 }
 
-double PixelMap::At(double value) const {
-  if (log_) value = value > 0 ? std::log(value) : std::numeric_limits<double>::quiet_NaN();
-  // The difference of two huge values may overflow; an infinity lands on the right side all the same.
-  const double pixel = origin_ + (value - reference_) * slope_;
-  return pixel < -kFarPixel ? -kFarPixel : pixel > kFarPixel ? kFarPixel : pixel;
+double PixelMap::LogOf(double value) {
+  return value > 0 ? std::log(value) : std::numeric_limits<double>::quiet_NaN();
 }
 
 double PixelMap::ValueAt(double pixel) const {

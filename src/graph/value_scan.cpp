@@ -47,13 +47,6 @@ ValueScan::ValueScan(const ThinningView& view)
       regression_(view.ordinate == Ordinate::Regression),
       log_(view.y.Log()) {}
 
-double ValueScan::At(const ChunkView& chunk, std::size_t i) const {
-  const double stored = !regression_               ? chunk.y[i]
-                        : chunk.regression.empty() ? 0
-                                                   : chunk.regression[i];
-  return stored - zero_value_ - (slope_ == 0 ? 0 : slope_ * chunk.x[i]);
-}
-
 ValueRange ValueScan::Scan(const ChunkView& chunk, std::size_t begin, std::size_t end) const {
   ValueRange range;
   if (regression_ && chunk.regression.empty()) {

@@ -21,7 +21,12 @@ class ValueScan {
   explicit ValueScan(const ThinningView& view);
 
   /// The drawn value of the chunk's i-th point.
-  double At(const ChunkView& chunk, std::size_t i) const;
+  double At(const ChunkView& chunk, std::size_t i) const {
+    const double stored = !regression_               ? chunk.y[i]
+                          : chunk.regression.empty() ? 0
+                                                     : chunk.regression[i];
+    return stored - zero_value_ - (slope_ == 0 ? 0 : slope_ * chunk.x[i]);
+  }
   bool HasPlace(double value) const { return log_ ? value > 0 : value == value; }
   /// Over the points begin <= i < end, of which there is at least one.
   ValueRange Scan(const ChunkView& chunk, std::size_t begin, std::size_t end) const;
