@@ -1,0 +1,31 @@
+// What the expression engine throws. Knows a message and the place in the expression that it is about.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "base/error.h"
+
+namespace tarnwick {
+
+/// An expression that cannot be compiled, or a word that cannot be made. The message is a fixed text.
+class EParserException : public Error {
+ public:
+  explicit EParserException(const std::string& message, std::optional<std::size_t> place = {})
+      : Error(message), place_(place) {}
+
+  /// The byte of the expression, from 0, where the trouble stands; nothing when it has no place.
+  std::optional<std::size_t> Place() const { return place_; }
+
+ private:
+  std::optional<std::size_t> place_;
+};
+
+/// An integer division that has no result: by zero, or of the smallest integer by -1.
+class EIntegerDivision : public Error {
+ public:
+  using Error::Error;
+};
+
+}  // namespace tarnwick
