@@ -175,6 +175,8 @@ void Document::SavePicture(const std::filesystem::path& path) {
 
 void Document::FinishLook(QSizeF size) {
   if (look_is_own_ || look_size_ == size || !graph_.HasPoints()) return;
+  // What the user has zoomed into is not disturbed by a window's new size.
+  if (!look_size_.isEmpty() && !zoom_.IsEmpty()) return;
   look_size_ = size;
   const bool changed = graph_.Changed();
   FinishedLookOptions options;

@@ -1,6 +1,8 @@
 #include "app/document_io.h"
 
 #include <algorithm>
+#include <numeric>
+#include <set>
 #include <vector>
 
 #include "base/error.h"
@@ -15,17 +17,19 @@
 namespace tarnwick {
 namespace {
 
-/// What the reports say, each text once: DataSets of one file mostly share it.
-std::string Summary(const std::vector<LoadReport>& reports) {
-  std::vector<std::string> texts;
-  for (const LoadReport& report : reports) {
-    if (!report.loaded) continue;
-    const std::string text = report.Message();
-    if (std::find(texts.begin(), texts.end(), text) == texts.end()) texts.push_back(text);
+/// What the reports say, DataSet by DataSet, or once where they all say the same. The reports are those of the DataSets
+/// `which`.
+std::string Summary(const std::vector<LoadReport>& reports, const TxyGraph& graph,
+                    const std::vector<std::size_t>& which) {
+  std::set<std::string> different;
+  std::string named;
+  for (std::size_t i = 0; i < reports.size(); ++i) {
+    if (!reports[i].loaded) continue;
+    const std::string text = reports[i].Message();
+    different.insert(text);
+    named += (named.empty() ? "" : ";  ") + graph.Series(which[i]).SeriesName() + ": " + text;
   }
-  std::string summary;
-  for (const std::string& text : texts) summary += (summary.empty() ? "" : "; ") + text;
-  return summary;
+  return different.size() == 1 ? *different.begin() : named;
 }
 
 bool WasCancelled(const std::vector<LoadReport>& reports) {
@@ -48,8 +52,12 @@ ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, P
   graph.SetState(into);
   LoadOptions load;
   load.progress = &progress;
+  const std::size_t before = graph.SeriesCount();
   const std::vector<LoadReport> reports = ImportIntoGraph(graph, path, {}, load);
-  return {graph.State(), Summary(reports), WasCancelled(reports) || progress.Cancelled()};
+  if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
+  std::vector<std::size_t> added(reports.size());
+  std::iota(added.begin(), added.end(), before);
+  return {graph.State(), Summary(reports, graph, added)};
 }
 
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path) {
@@ -68,7 +76,8 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
   LoadOptions load;
   load.progress = &progress;
   const std::vector<LoadReport> reports = RefreshAll(all, load);
-  return {graph.State(), Summary(reports), WasCancelled(reports) || progress.Cancelled()};
+  if (WasCancelled(reports) || progress.Cancelled()) return {state, {}, true};
+  return {graph.State(), Summary(reports, graph, which)};
 }
 
 void WriteGraph(const GraphState& state, const std::filesystem::path& path) {

@@ -88,6 +88,7 @@ void T_MainForm::BuildStatusBar() {
   read_out_->setObjectName("ReadOut");
   note_->setObjectName("Note");
   read_out_->setContentsMargins(6, 0, 0, 0);
+  note_->setContentsMargins(16, 0, 0, 0);
   // The read-out gets the room it needs, the note what is left.
   read_out_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   statusBar()->addWidget(read_out_);
