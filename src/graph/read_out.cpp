@@ -31,6 +31,7 @@ std::string ValueText(const TAxis& axis, double value) {
 
 std::string MouseText(const TxyGraph& graph, double x, double y) {
   const char* caption = CurrentYAxis(graph) == AxisId::Y2 ? "Mouse X,Y2: " : "Mouse X,Y: ";
+  if (graph.CurrentSeries() == nullptr) caption = "Mouse X,Y:   ";
   return caption + PairText(graph, x, y);
 }
 
