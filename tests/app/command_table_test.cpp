@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QKeySequence>
-#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
@@ -10,13 +9,15 @@
 
 #include <gtest/gtest.h>
 
-#include "app/command_actions.h"
 #include "app/ink_icon.h"
 #include "app/menu_table.h"
 #include "app/text.h"
+#include "desktop_fixture.h"
 
 namespace tarnwick {
 namespace {
+
+using testing::DesktopTest;
 
 TEST(CommandTable, RowsHoldTogether) {
   InkIcon("new");  // brings the drawings in
@@ -44,12 +45,7 @@ TEST(CommandTable, HintsFallIntoToolTipAndStatusText) {
   EXPECT_EQ(LongHint(*FindCommand("WindowCascade1")), "Cascade");  // no bar
 }
 
-TEST(CommandTable, OnlyMenusThatHoldSomethingAreShownInOrder) {
-  QMainWindow window;
-  new CommandActions(window, [] {
-    return CommandContext{*static_cast<Workspace*>(nullptr), *static_cast<Prompt*>(nullptr),
-                          *static_cast<FileChooser*>(nullptr)};
-  });
+TEST_F(DesktopTest, OnlyMenusThatHoldSomethingAreShownInOrder) {
   QStringList expected;
   for (const MenuRow& row : MenuTable()) {
     const bool filled =
@@ -61,7 +57,7 @@ TEST(CommandTable, OnlyMenusThatHoldSomethingAreShownInOrder) {
     if (row.parent == Menu::None && filled) expected.append(ToQt(row.caption));
   }
   QStringList shown;
-  for (const QAction* action : window.menuBar()->actions()) {
+  for (const QAction* action : form_->menuBar()->actions()) {
     shown.append(action->text());
     EXPECT_FALSE(action->menu()->isEmpty());
   }
