@@ -4,6 +4,7 @@
 #include <limits>
 #include <random>
 #include <set>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -171,7 +172,7 @@ TEST(PaintSeries, NothingLeavesTheClip) {
 }
 
 TEST(PaintSeries, SymbolsSitOnTheirPointsAndDiffer) {
-  std::set<std::vector<uchar>> pictures;
+  std::set<std::string> pictures;
   for (int shape = 0; shape <= 8; ++shape) {
     for (const bool filled : {true, false}) {
       TSeries series;
@@ -189,7 +190,8 @@ TEST(PaintSeries, SymbolsSitOnTheirPointsAndDiffer) {
       EXPECT_NEAR(TotalInk(image, QRect(center - QPoint(8, 8), QSize(8, 17))),
                   TotalInk(image, QRect(center + QPoint(1, -8), QSize(8, 17))), 0.02 * ink)
           << shape;
-      pictures.emplace(image.constBits(), image.constBits() + image.sizeInBytes());
+      pictures.emplace(reinterpret_cast<const char*>(image.constBits()),
+                       static_cast<std::size_t>(image.sizeInBytes()));
     }
   }
   EXPECT_EQ(pictures.size(), 9u + 5u);  // plus, cross, star and dot cannot be filled
