@@ -27,7 +27,7 @@ class TExpressionParser {
   int CompileExpression(std::string_view text);
 
   /// The value of the current expression; undefined when there is none. Allocates nothing. Throws EIntegerDivision.
-  double Evaluate() const;
+  double Evaluate();
 
   /// Binds `name` (whatever its case) to the caller's double, in place of any word of that name, built-in ones too. The
   /// double must live while an expression using it may be evaluated. Expressions compiled before keep what they had.
@@ -61,18 +61,19 @@ class TExpressionParser {
 
  private:
   struct CompiledExpression {
-    std::string text;
+    std::string lower_text;
     std::vector<TExprRec> chain;  // never resized: records point at each other
   };
 
-  std::vector<TExprRec> Compile(std::string_view text);
+  std::vector<TExprRec> Compile(std::string_view lower);
+  void Retire(std::unique_ptr<TExprWord> word);
 
   TExpressList word_list_;
   TOCollection<TExprWord> const_list_;
   std::vector<CompiledExpression> expressions_;
   // Words that left the dictionary while expressions may still refer to them.
   TOCollection<TExprWord> retired_;
-  const TExprRec* current_rec_ = nullptr;
+  TExprRec* current_rec_ = nullptr;
   std::string current_text_;
   bool filled_ = false;
 };

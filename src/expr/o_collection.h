@@ -33,6 +33,12 @@ class TOCollection {
     item.release();  // NOLINT(bugprone-unused-return-value): the list holds it now
   }
 
+  /// Hands every item over to the end of `other`.
+  void MoveTo(TOCollection& other) {
+    other.items_.insert(other.items_.end(), items_.begin(), items_.end());
+    items_.clear();
+  }
+
   /// Frees every item in the order of the list, then empties it.
   void Clear() {
     for (T* const item : items_) FreeItem(item);

@@ -5,7 +5,6 @@
 #include <iterator>
 #include <memory>
 #include <optional>
-#include <type_traits>
 #include <utility>
 
 #include "expr/o_collection.h"
@@ -18,10 +17,26 @@ struct SearchResult {
   std::size_t index = 0;
 };
 
-template <class T, class Key = const T&>
-class TSortedCollection : public TOCollection<T> {
+/// The part of TSortedCollection that says what an item's key is.
+template <class T, class Key>
+class KeyedCollection : public TOCollection<T> {
  public:
   using TOCollection<T>::TOCollection;
+  virtual Key KeyOf(const T& item) const = 0;
+};
+
+/// Where no other key type is named, the item itself is the key.
+template <class T>
+class KeyedCollection<T, const T&> : public TOCollection<T> {
+ public:
+  using TOCollection<T>::TOCollection;
+  virtual const T& KeyOf(const T& item) const { return item; }
+};
+
+template <class T, class Key = const T&>
+class TSortedCollection : public KeyedCollection<T, Key> {
+ public:
+  using KeyedCollection<T, Key>::KeyedCollection;
 
   bool Duplicates() const { return duplicates_; }
   /// Whether several items of one key may stand in the list.
@@ -32,7 +47,7 @@ class TSortedCollection : public TOCollection<T> {
 
   /// The position of this very item (with Duplicates) or of one with its key; nothing when there is none.
   virtual std::optional<std::size_t> IndexOf(const T& item) const {
-    SearchResult place = Search(KeyOf(item));
+    SearchResult place = Search(this->KeyOf(item));
     if (!place.found) return std::nullopt;
     if (!duplicates_) return place.index;
     while (place.index < this->Count() && this->items_[place.index] != &item) ++place.index;
@@ -42,7 +57,7 @@ class TSortedCollection : public TOCollection<T> {
   /// Puts the item in its place. Where its key is taken and duplicates are not allowed, the list stays as it is and the
   /// item is given back.
   virtual std::unique_ptr<T> Insert(std::unique_ptr<T> item) {
-    const SearchResult place = Search(KeyOf(*item));
+    const SearchResult place = Search(this->KeyOf(*item));
     if (place.found && !duplicates_) return item;
     this->items_.insert(Position(place.index), item.get());
     item.release();  // NOLINT(bugprone-unused-return-value): the list holds it now
@@ -51,19 +66,10 @@ class TSortedCollection : public TOCollection<T> {
 
   /// Puts the item in the place of one with its key, which is given back, or inserts it when there is none.
   virtual std::unique_ptr<T> Replace(std::unique_ptr<T> item) {
-    const SearchResult place = Search(KeyOf(*item));
+    const SearchResult place = Search(this->KeyOf(*item));
     std::unique_ptr<T> old = place.found ? Detach(place.index) : nullptr;
     Insert(std::move(item));
     return old;
-  }
-
-  /// The item itself where the key is one.
-  virtual Key KeyOf(const T& item) const {
-    if constexpr (std::is_same_v<Key, const T&>) {
-      return item;
-    } else {
-      return Key(item);
-    }
   }
 
   /// Binary search. With Duplicates the index is that of the first item with the key.
@@ -73,7 +79,7 @@ class TSortedCollection : public TOCollection<T> {
     std::ptrdiff_t high = std::ssize(this->items_) - 1;
     while (low <= high) {
       const std::ptrdiff_t middle = (low + high) / 2;
-      const int order = Compare(KeyOf(*this->items_[static_cast<std::size_t>(middle)]), key);
+      const int order = Compare(this->KeyOf(*this->items_[static_cast<std::size_t>(middle)]), key);
       if (order < 0) {
         low = middle + 1;
         continue;

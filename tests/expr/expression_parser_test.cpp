@@ -1,0 +1,362 @@
+#include "expr/expression_parser.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <new>
+#include <string>
+
+#include "base/undefined.h"
+#include "expr/parser_exception.h"
+
+namespace {
+
+std::size_t allocations = 0;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  ++allocations;
+  if (void* const memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+  std::free(memory);
+}
+
+namespace tarnwick {
+namespace {
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+double Value(const std::string& text) {
+  TExpressionParser parser;
+  parser.CompileExpression(text);
+  return parser.Evaluate();
+}
+
+struct ValueRow {
+  const char* text;
+  double value;  // NaN stands for undefined
+};
+
+TEST(ExpressionParser, GivesTheValueOf) {
+  const ValueRow rows[] = {
+      // Words and their oddities.
+      {"1<1", 1},
+      {"1>1", 0},
+      {"2<1", 0},
+      {"1=1.00000000000000000001", 1},
+      {"1<>2", 1},
+      {"1<>1", 0},
+      {"1>=1", 1},
+      {"1<=0", 0},
+      {"1+1e-19>=1", 1},
+      {"0>=1e-21", 1},
+      {"1e-21<=0", 1},
+      {"not 2", 3},
+      {"not 0", 1},
+      {"not 257", 0},
+      {"2 and 256", 0},
+      {"0 or 256", 0},
+      {"0 or 1", 1},
+      {"3 xor 1", 2},
+      {"(-1) xor 0", 255},
+      {"5!", 120},
+      {"1.4!", 1},
+      {"(-3)!", 1},
+      {"2.5!", 2},
+      {"171!", kInf},
+      {"1e15!", kInf},
+      {"50%", 0.5},
+      {"1/0", kUndefined},
+      {"ln(0)", kUndefined},
+      {"log10(1000)", 3},
+      {"logn(10, 1000)", 3},
+      {"logN(-1,2)", kUndefined},
+      {"exp(710)", kUndefined},
+      {"exp(-745)", 0},
+      {"exp(0)", 1},
+      {"sqrt(0-1)", kUndefined},
+      {"sqr(3)", 9},
+      {"abs(0-3)", 3},
+      {"7 div 2", 3},
+      {"-7 mod 2", -1},
+      {"2.5 div 1", 2},
+      {"3.5 div 1", 4},
+      {"(-7) div 2", -3},
+      {"1e300 div 1", kUndefined},
+      {"round(2.5)", 2},
+      {"round(1e19)", kUndefined},
+      {"trunc(0-2.7)", -2},
+      {"max(1, 2)", 2},
+      {"min(1, 2)", 1},
+      {"arctan2(1, 0)", 1.5707963267948966},
+      {"arcsin(2)", kUndefined},
+      {"degtorad(180)", 3.141592653589793},
+      {"radtodeg(pi)", 180},
+      {"sinh(0)+cosh(0)+tanh(0)", 1},
+      {"arcsinh(0)+arccosh(1)+arctanh(0)", 0},
+      {"pow(0, 0-1)", kInf},
+      {"intpower(2, 9.5)", 1024},
+      {"intpower(2, 0-2)", 0.25},
+      {"power(2, 0.5)", 1.4142135623730951},
+      {"0/0 = 0/0", 0},
+      {"0/0 <> 0/0", 0},
+      {"round(0/0)", kUndefined},
+      {"PI", 3.141592653589793},
+      // Numbers.
+      {"1e5", 1e5},
+      {".5", 0.5},
+      {"5.", 5},
+      {"1.5E-3", 0.0015},
+      {"1e+2", 100},
+      {"1e999", kInf},
+      // Priorities, signs, powers.
+      {"1+2*3", 7},
+      {"2^3^2", 64},
+      {"8/2/2", 2},
+      {"-2^2", 4},
+      {"1--3", 4},
+      {"2*-+-3", 6},
+      {"--3", 3},
+      {"not not 1", 1},
+      {"not not not 0", 1},
+      {"not not -1", -1},
+      {"1 - -1", 2},
+      {"(-(-2))", 2},
+      {"2^0.5", 1.4142135623730951},
+      {"2^5e-1", 1},
+      {"2^-1", 0.5},
+      {"(-8)^3", -512},
+      {"(-2)^3.0", -8},
+      {"2^3!", 64},
+      {"-3!", 1},
+      {"1+2<4 and 1", 1},
+      {"not 1 = 1", 0},
+      {"2>1 xor 2>1", 0},
+      {"((((7))))", 7},
+      {"(1)+(2)", 3},
+      {" 2 * 3 ", 6},
+      // Dropped operands and surplus arguments.
+      {"2 sin(0)", 0},
+      {"2 3 sin(0)", 0},
+      {"sin(1,2)", std::sin(1.0)},
+      {"sin(0) cos(0)", 1},
+      {"abs(2) 3", 2},
+      {"3! 4", 6},
+      {"max(1) 2", 2},
+      {"(q:=5) abs(1) + q*0", kUndefined},
+      // Strings.
+      {"'abc'<'abd'", 1},
+      {"'ABC'='abc'", 1},
+      {"'b'>'a'", 1},
+      {"'a'>='b'", 0},
+      {"'a'<='a'", 1},
+      {"'a'<'a'", 0},
+      {"('a'='a')+1", 2},
+      {"'a '='a'", 0},
+      {"'a'='a", 0},
+      {"''=''", 1},
+      // Names nobody defined.
+      {"y", kUndefined},
+      {"@", kUndefined},
+      {"y:=3", 3},
+      {"(y:=3)+y", 6},
+      {"a:=2*3>5", 1},
+      {"2:=7", 7},
+      {"(1+1):=7", 7},
+  };
+  for (const ValueRow& row : rows) {
+    double value = 0;
+    ASSERT_NO_THROW(value = Value(row.text)) << row.text;
+    if (IsUndefined(row.value)) {
+      EXPECT_TRUE(IsUndefined(value)) << row.text << " gives " << value;
+    } else {
+      EXPECT_DOUBLE_EQ(value, row.value) << row.text;
+    }
+  }
+}
+
+struct ErrorRow {
+  const char* text;
+  const char* message;  // "" stands for the syntax error with the text
+  std::size_t place;
+};
+
+TEST(ExpressionParser, RefusesWithMessageAndPlace) {
+  const ErrorRow rows[] = {
+      {"(1+2", "Unequal brackets", 0},
+      {"1+(2*(3)", "Unequal brackets", 2},
+      {"1)", "Unequal brackets", 1},
+      {"'a'<>'b'", "<> is not a valid string operand", 3},
+      {"1 2", "", 0},
+      {"X y", "", 0},
+      {"(1)(2)", "", 0},
+      {")1(", "", 0},
+      {"   ", "", 3},
+      {"()", "", 1},
+      {"sin()", "", 4},
+      {"sin", "", 0},
+      {"sin 1", "", 0},
+      {"max(1)", "", 0},
+      {"max(1,-2)", "", 6},
+      {"max(1,,2)", "", 6},
+      {"max(1,2,3,4,5,6,7)", "", 16},
+      {"1+", "", 1},
+      {"*2", "", 0},
+      {"1 + 2 * ", "", 6},
+      {",", "", 0},
+      {"(1,2)", "", 1},
+      {"'abc'", "", 0},
+      {"1+'abc'", "", 2},
+      {"sin('a')", "", 4},
+      {"1+2e", "", 2},
+      {"1 + .", "", 4},
+      {"1.2.3", "", 0},
+      {"pi()", "", 0},
+      {"-not 1", "", 0},
+      {"a :b", "", 0},
+  };
+  for (const ErrorRow& row : rows) {
+    const std::string message =
+        *row.message ? row.message : "Syntax error in expression " + std::string(row.text);
+    try {
+      const double value = Value(row.text);
+      ADD_FAILURE() << row.text << " gives " << value;
+    } catch (const EParserException& error) {
+      EXPECT_EQ(error.what(), message);
+      EXPECT_EQ(error.Place(), row.place) << row.text;
+    }
+  }
+}
+
+TEST(ExpressionParser, ReportsIntegerDivisionsWithoutResult) {
+  for (const char* const text :
+       {"1 div 0", "1 mod 0", "5 div 0.5", "(-9223372036854775808) div (-1)"}) {
+    EXPECT_THROW(Value(text), EIntegerDivision) << text;
+  }
+  EXPECT_EQ(Value("(-9223372036854775808) mod (-1)"), 0);
+}
+
+TEST(ExpressionParser, KeepsExpressionsAndVariablesApart) {
+  TExpressionParser parser;
+  double x = 3;
+  EXPECT_EQ(parser.CompileExpression(""), -1);
+  EXPECT_TRUE(IsUndefined(parser.Evaluate()));
+  parser.DefineVariable("X", &x);
+  EXPECT_EQ(parser.CompileExpression("2*x"), 0);
+  EXPECT_EQ(parser.Evaluate(), 6);
+  x = 5;
+  EXPECT_EQ(parser.Evaluate(), 10);
+  EXPECT_EQ(parser.CompileExpression("y:=3"), 1);
+  EXPECT_EQ(parser.Evaluate(), 3);
+  EXPECT_EQ(parser.CompileExpression("Y+1"), 2);
+  EXPECT_EQ(parser.Evaluate(), 4);
+  EXPECT_EQ(parser.CompileExpression("2*X"), 0);
+  EXPECT_EQ(parser.CompileExpression("2* x"), 3);
+  EXPECT_EQ(parser.CompileExpression(""), -1);
+  EXPECT_EQ(parser.Evaluate(), 10);
+  EXPECT_THROW(parser.CompileExpression("1 2"), EParserException);
+  EXPECT_EQ(parser.CurrentText(), "1 2");
+  EXPECT_EQ(parser.Evaluate(), 10);
+  parser.ClearExpressions();
+  EXPECT_TRUE(IsUndefined(parser.Evaluate()));
+  EXPECT_EQ(parser.CompileExpression("y"), 0);
+  EXPECT_EQ(parser.Evaluate(), 3);
+}
+
+TEST(ExpressionParser, KeepsOldBindingsInOldExpressions) {
+  TExpressionParser parser;
+  double first = 1;
+  double second = 2;
+  parser.DefineVariable("sin", &first);
+  parser.DefineVariable("b", &second);
+  parser.CompileExpression("sin+b");
+  parser.DefineVariable("B", &first);
+  EXPECT_EQ(parser.Evaluate(), 3);
+  parser.CompileExpression("sin + b");
+  EXPECT_EQ(parser.Evaluate(), 2);
+  std::vector<std::reference_wrapper<const TDoubleVariable>> variables;
+  parser.GetVariables(variables);
+  ASSERT_EQ(variables.size(), 2U);
+  EXPECT_EQ(variables[0].get().Name(), "b");
+  EXPECT_FALSE(parser.RemoveVariable("cos"));
+  EXPECT_TRUE(parser.RemoveVariable("B"));
+  EXPECT_FALSE(parser.RemoveVariable("b"));
+  parser.CompileExpression("b + 0*first");
+  EXPECT_TRUE(IsUndefined(parser.Evaluate()));
+  ASSERT_EQ(parser.GeneratedVariables().size(), 2U);
+  parser.RemoveAllVariables();
+  parser.GetVariables(variables);
+  EXPECT_TRUE(variables.empty());
+  EXPECT_EQ(parser.GeneratedVariables().size(), 2U);
+}
+
+TEST(ExpressionParser, LetsAHeirAddWords) {
+  class Heir : public TExpressionParser {
+    void FillExpressList() override {
+      TExpressionParser::FillExpressList();
+      WordList().Insert(std::make_unique<TFunction>(
+          "twice", 0, Notation::Function, 1, [](TExprRec& rec) { rec.Res = 2 * *rec.Args[0]; }));
+    }
+  } parser;
+  parser.CompileExpression("Twice(4)");
+  EXPECT_EQ(parser.Evaluate(), 8);
+}
+
+TEST(ExpressionParser, AllocatesNothingDuringEvaluation) {
+  TExpressionParser parser;
+  double x = 1.5;
+  parser.DefineVariable("x", &x);
+  parser.CompileExpression(
+      "y := ('a'<'b')*exp(-x^2)/max(x,2)+5!+(3 div 2) xor not random > logn(2,x)");
+  parser.Evaluate();
+  const std::size_t before = allocations;
+  for (int i = 0; i < 1000; ++i) parser.Evaluate();
+  EXPECT_EQ(allocations, before);
+}
+
+TEST(ExpressionParser, DrawsRandomNumbersFromTheUnitInterval) {
+  TExpressionParser parser;
+  parser.CompileExpression("random");
+  double sum = 0;
+  for (int i = 0; i < 10000; ++i) {
+    const double value = parser.Evaluate();
+    ASSERT_TRUE(value >= 0 && value < 1);
+    sum += value;
+  }
+  EXPECT_NEAR(sum / 10000, 0.5, 0.02);
+}
+
+std::string Repeated(const std::string& part, int times) {
+  std::string text;
+  for (int i = 0; i < times; ++i) text += part;
+  return text;
+}
+
+TEST(ExpressionParser, BoundsDepthAndNotLength) {
+  constexpr int kMany = 200000;
+  EXPECT_EQ(Value("0" + Repeated("+1", kMany)), kMany);
+  EXPECT_EQ(Value(Repeated("(", kMany) + "7" + Repeated(")", kMany)), 7);
+  EXPECT_EQ(Value(Repeated("-", kMany) + "1"), 1);
+  EXPECT_EQ(Value("0" + Repeated("+('a'='a')", kMany / 10)), kMany / 10);
+  EXPECT_EQ(Value(Repeated("abs(", 900) + "7" + Repeated(")", 900)), 7);
+  for (const std::string& deep : {Repeated("abs(", kMany) + "7" + Repeated(")", kMany),
+                                  Repeated("(1+", kMany) + "7" + Repeated(")", kMany)}) {
+    try {
+      Value(deep);
+      ADD_FAILURE() << "a nesting without bound";
+    } catch (const EParserException& error) {
+      EXPECT_STREQ(error.what(), "The expression is nested more than 1000 deep");
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
