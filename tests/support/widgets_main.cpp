@@ -1,5 +1,6 @@
 #include "support/qt_warnings.h"
 #include "support/run_tests.h"
+#include "support/runtime_folder.h"
 
 #include <QApplication>
 
@@ -7,6 +8,7 @@
 // at all through Qt's off-screen platform.
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
+  const tarnwick::testing::RuntimeFolder runtime_folder;
   tarnwick::testing::WatchQtWarnings();
   if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
