@@ -151,6 +151,12 @@ bool TextRoom::IsFree(const PlacedText& text) const {
                       [&](const QPolygonF& other) { return Overlap(outline, other); });
 }
 
+bool TextRoom::IsFree(const QRectF& box) const {
+  const QPolygonF outline(box);
+  return std::none_of(taken_.begin(), taken_.end(),
+                      [&](const QPolygonF& other) { return Overlap(outline, other); });
+}
+
 bool TextRoom::TryTake(const PlacedText& text) {
   if (!IsFree(text)) return false;
   Take(text);

@@ -17,6 +17,7 @@ constexpr double kLineGap = 2;
 constexpr int kLargestMargin = 60;
 constexpr int kLargestSample = 200;
 constexpr int kDefaultWidthInset = 20;
+constexpr double kPlotInset = 8;  // of a legend that gives way into the plot
 
 /// Room that the legend may take, by its layout mode.
 struct Limits {
@@ -149,6 +150,15 @@ QPointF LegendFlow::Corner(QSizeF size) const {
   return {std::clamp(left, 0.0, right), std::clamp(top, 0.0, bottom)};
 }
 
+void MoveBy(QPointF shift, LegendBox& box) {
+  box.frame.translate(shift);
+  for (LegendRow& row : box.rows) {
+    row.sample.translate(shift);
+    row.name.center += shift;
+  }
+  if (box.more) box.more->center += shift;
+}
+
 std::optional<LegendBox> LegendFlow::Build() {
   LegendBox box;
   const std::vector<std::size_t> entries = Entries();
@@ -160,14 +170,16 @@ std::optional<LegendBox> LegendFlow::Build() {
   for (const LegendRow& row : box.rows) right = std::max(right, row.name.Box().right());
   QSizeF size(right + margin_x_, Top(line_ + 1) + margin_y_);
   if (legend_.layout_mode == LegendLayout::Free) size = {limits_.width, limits_.height};
-  const QPointF corner = Corner(size);
-  box.frame = QRectF(corner, size);
-  for (LegendRow& row : box.rows) {
-    row.sample.translate(corner);
-    row.name.center += corner;
-  }
-  if (box.more) box.more->center += corner;
+  box.frame = QRectF(QPointF(0, 0), size);
+  MoveBy(Corner(size), box);
   return box;
+}
+
+/// A legend that would cover labels or titles stands in the plot's upper left corner instead; a freely placed one stays.
+void GiveWay(const LayoutContext& context, const QRectF& plot, LegendBox& box) {
+  if (context.graph.GetLegend().layout_mode == LegendLayout::Free) return;
+  if (context.room.IsFree(box.frame)) return;
+  MoveBy(plot.topLeft() + QPointF(kPlotInset, kPlotInset) - box.frame.topLeft(), box);
 }
 
 }  // namespace
@@ -175,7 +187,9 @@ std::optional<LegendBox> LegendFlow::Build() {
 void LayoutLegend(const LayoutContext& context, PlotLayout& layout) {
   if (!context.graph.GetLegend().visible) return;
   layout.legend = LegendFlow(context, layout).Build();
-  if (layout.legend) context.room.Take(layout.legend->frame);
+  if (!layout.legend) return;
+  GiveWay(context, layout.plot, *layout.legend);
+  context.room.Take(layout.legend->frame);
 }
 
 }  // namespace tarnwick

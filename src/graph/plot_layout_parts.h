@@ -16,6 +16,8 @@ class TextRoom {
   bool IsInside(const PlacedText& text) const;
   /// Inside the picture and clear of every text placed before.
   bool IsFree(const PlacedText& text) const;
+  /// Clear of every text placed before.
+  bool IsFree(const QRectF& box) const;
   void Take(const PlacedText& text) { taken_.push_back(text.Ink()); }
   void Take(const QRectF& box) { taken_.push_back(QPolygonF(box)); }
   /// Takes the place when it is free.
