@@ -72,6 +72,7 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
   TxyGraph graph;
   graph.SetState(state);
   std::vector<TDataSeries*> all;
+  all.reserve(which.size());
   for (const std::size_t index : which) all.push_back(&graph.Series(index));
   LoadOptions load;
   load.progress = &progress;
