@@ -16,6 +16,13 @@ namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 16;
 
+/// Half of the machine's memory: growing the buffer needs half as much again.
+std::size_t MostBytesRead() {
+  const long pages = ::sysconf(_SC_PHYS_PAGES);
+  const long page_size = ::sysconf(_SC_PAGESIZE);
+  return static_cast<std::size_t>(pages) / 2 * static_cast<std::size_t>(page_size);
+}
+
 [[noreturn]] void Fail(const std::filesystem::path& path, int reason) {
   throw FileError("Cannot read the file", path.string(), std::generic_category().message(reason));
 }
@@ -35,9 +42,11 @@ class Descriptor {
 };
 
 std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
+  const std::size_t most = MostBytesRead();
   std::string contents;
   std::size_t used = 0;
   while (true) {
+    if (used > most) Fail(path, EFBIG);
     if (contents.size() - used < kBlockSize) contents.resize(contents.size() * 2 + kBlockSize);
     const ssize_t count = ::read(descriptor, contents.data() + used, contents.size() - used);
     if (count < 0 && errno == EINTR) continue;

@@ -17,6 +17,7 @@ constexpr std::size_t kBufferSize = std::size_t{1} << 18;
 constexpr const char* kText = "Cannot write the file";
 constexpr mode_t kUsualMode = 0666;  // narrowed by the umask
 constexpr int kMostLinks = 40;
+constexpr const char* kOpenFiles = "/proc/self/fd/";  // where a nameless file can be reached
 
 // A link to a file that does not exist yet is followed too, so that writing does not replace the link.
 std::filesystem::path FollowLinks(std::filesystem::path path) {
@@ -34,6 +35,7 @@ std::filesystem::path FollowLinks(std::filesystem::path path) {
 WholeFile::WholeFile(const std::filesystem::path& path) : shown_(path), target_(FollowLinks(path)) {
   struct stat old {};
   const bool exists = ::stat(target_.c_str(), &old) == 0;
+  if (!exists && errno != ENOENT) Fail(errno);
   if (exists && S_ISDIR(old.st_mode)) Fail(EISDIR);
   if (exists && !S_ISREG(old.st_mode)) {
     temporary_ = target_;
@@ -43,12 +45,10 @@ WholeFile::WholeFile(const std::filesystem::path& path) : shown_(path), target_(
   }
   // Renaming would replace even a file that may not be written.
   if (exists && ::access(target_.c_str(), W_OK) != 0) Fail(errno);
-  for (int attempt = 0; descriptor_ < 0; ++attempt) {
-    temporary_ = target_.parent_path() /
-                 ('.' + std::to_string(::getpid()) + '-' + std::to_string(attempt) + ".part");
-    descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kUsualMode);
-    if (descriptor_ < 0 && errno != EEXIST) Fail(errno);
-  }
+  const std::filesystem::path folder = target_.has_parent_path() ? target_.parent_path() : ".";
+  if (::access(kOpenFiles, X_OK) == 0)
+    descriptor_ = ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kUsualMode);
+  if (descriptor_ < 0) OpenNamed();
   if (exists) {
     // Where the owner cannot be kept (another user's file), the file is ours from now on.
     [[maybe_unused]] const int owner = ::fchown(descriptor_, old.st_uid, old.st_gid);
@@ -58,7 +58,41 @@ WholeFile::WholeFile(const std::filesystem::path& path) : shown_(path), target_(
 
 WholeFile::~WholeFile() {
   if (descriptor_ >= 0) ::close(descriptor_);
-  if (!committed_ && temporary_ != target_) ::unlink(temporary_.c_str());
+  if (!committed_ && !temporary_.empty() && temporary_ != target_) ::unlink(temporary_.c_str());
+}
+
+std::filesystem::path WholeFile::TemporaryName(int attempt) const {
+  return target_.parent_path() /
+         ('.' + std::to_string(::getpid()) + '-' + std::to_string(attempt) + ".part");
+}
+
+void WholeFile::OpenNamed() {
+  for (int attempt = 0; descriptor_ < 0; ++attempt) {
+    const std::filesystem::path name = TemporaryName(attempt);
+    descriptor_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kUsualMode);
+    if (descriptor_ < 0 && errno != EEXIST) Fail(errno);
+    if (descriptor_ >= 0) temporary_ = name;
+  }
+}
+
+/// False when the name is taken.
+bool WholeFile::LinkAs(const std::filesystem::path& name) const {
+  const std::string open_file = kOpenFiles + std::to_string(descriptor_);
+  if (::linkat(AT_FDCWD, open_file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
+    return true;
+  if (errno != EEXIST) Fail(errno);
+  return false;
+}
+
+/// Gives the complete file the target's name. A link never replaces a file, a rename does.
+void WholeFile::Name() {
+  if (temporary_.empty()) {
+    if (LinkAs(target_)) return;
+    int attempt = 0;
+    while (!LinkAs(TemporaryName(attempt))) ++attempt;
+    temporary_ = TemporaryName(attempt);
+  }
+  if (::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
 }
 
 void WholeFile::Fail(int reason) const {
@@ -87,11 +121,11 @@ void WholeFile::Commit() {
   FlushBuffer();
   const bool straight = temporary_ == target_;
   if (!straight && ::fsync(descriptor_) != 0) Fail(errno);
+  if (!straight) Name();
+  committed_ = true;
   const int closed = ::close(descriptor_);
   descriptor_ = -1;
-  if (closed != 0) Fail(errno);
-  if (!straight && ::rename(temporary_.c_str(), target_.c_str()) != 0) Fail(errno);
-  committed_ = true;
+  if (straight && closed != 0) Fail(errno);  // of a file, fsync has told all there is to tell
 }
 
 void WriteWholeFile(const std::filesystem::path& path, std::string_view contents) {

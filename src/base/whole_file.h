@@ -1,4 +1,5 @@
-// Writes a file whole or not at all: into a temporary file beside the target, renamed when complete. Knows no formats.
+// Writes a file whole or not at all: into a nameless file in the target's folder, which gets its name when complete.
+// Knows no formats.
 #pragma once
 
 #include <filesystem>
@@ -7,11 +8,13 @@
 
 namespace tarnwick {
 
-/// One file being written. Until Commit the target stays as it was; without Commit nothing remains. A symbolic link is
-/// followed, the target's permissions are kept. A target that is no regular file (a pipe, a device) is written straight.
+/// One file being written. Until Commit the target stays as it was; without Commit nothing remains, not even when the
+/// process is killed. (A file system without nameless files gets a hidden file beside the target, which only a killed
+/// process leaves.) A symbolic link is followed, the target's permissions are kept. A target that is no regular file (a
+/// pipe, a device) is written straight.
 class WholeFile {
  public:
-  /// Creates the temporary file. Throws FileError with the system's reason.
+  /// Opens the file to be. Throws FileError with the system's reason.
   explicit WholeFile(const std::filesystem::path& path);
   ~WholeFile();
   WholeFile(const WholeFile&) = delete;
@@ -22,16 +25,17 @@ class WholeFile {
   /// Brings everything to the disk and gives the file its name. Throws FileError; the target is then as it was.
   void Commit();
 
-  /// The temporary file (the target itself when that is no regular file), for libraries that write by name.
-  const std::filesystem::path& TemporaryPath() const { return temporary_; }
-
  private:
   [[noreturn]] void Fail(int reason) const;
+  std::filesystem::path TemporaryName(int attempt) const;
+  void OpenNamed();
+  bool LinkAs(const std::filesystem::path& name) const;
+  void Name();
   void FlushBuffer();
 
   std::filesystem::path shown_;      // as given, for messages
   std::filesystem::path target_;     // links resolved
-  std::filesystem::path temporary_;  // equal to target_ when written straight
+  std::filesystem::path temporary_;  // empty: nameless; equal to target_ when written straight
   std::string buffer_;
   int descriptor_ = -1;
   bool committed_ = false;

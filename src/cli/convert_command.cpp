@@ -21,6 +21,7 @@ void Run(const Options& options, Output& output) {
       input.graph->SeriesCount() == 0 ? 0 : ChooseSeries(*input.graph, options.dataset);
   SaveOutput(*input.graph, index, options.save, output,
              options.text_mode ? WriterMode::Text : WriterMode::Typed);
+  PrintSaved(options.save, output);
 }
 
 }  // namespace

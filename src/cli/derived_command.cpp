@@ -75,6 +75,7 @@ void Run(const Options& options, Output& output) {
   style.first_axis = options.axis == "main";
   added.SetStyle(style);
   SaveOutput(*input.graph, input.graph->SeriesCount() - 1, options.save, output);
+  PrintSaved(options.save, output);
 }
 
 std::shared_ptr<Options> Declare(CLI::App& command, Action& action,

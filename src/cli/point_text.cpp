@@ -27,14 +27,26 @@ Json PointJson(const TDataSeries& series, const Point& point) {
           {"regression", JsonNumber(point.regression)}};
 }
 
+Json PointsJson(const TDataSeries& series) {
+  Json points = Json::array();
+  ForEachPoint(series.Points(),
+               [&](const Point& point) { points.push_back(PointJson(series, point)); });
+  return points;
+}
+
+Json CurveJson(const TDataSeries& series) {
+  Json curve = Json::array();
+  ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
+    curve.push_back({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
+  });
+  return curve;
+}
+
 }  // namespace
 
 void PrintPoints(const TDataSeries& series, Output& output) {
   if (output.IsJson()) {
-    Json points = Json::array();
-    ForEachPoint(series.Points(),
-                 [&](const Point& point) { points.push_back(PointJson(series, point)); });
-    output.Document({{"points", std::move(points)}});
+    output.Document({{"points", PointsJson(series)}});
     return;
   }
   output.Text() << "id,x,y,corrected,regression\n";
@@ -44,17 +56,23 @@ void PrintPoints(const TDataSeries& series, Output& output) {
 
 void PrintCurve(const TDataSeries& series, Output& output) {
   if (output.IsJson()) {
-    Json curve = Json::array();
-    ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
-      curve.push_back({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
-    });
-    output.Document({{"curve", std::move(curve)}});
+    output.Document({{"curve", CurveJson(series)}});
     return;
   }
   output.Text() << "x,value\n";
   ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
     output.Text() << ShortestText(sample.x) << ',' << ShortestText(sample.regression) << '\n';
   });
+}
+
+void PrintRegression(const TDataSeries& series, Output& output) {
+  if (!HasRegressionCurve(series.RegressionType())) {
+    PrintPoints(series, output);
+  } else if (output.IsJson()) {
+    output.Document({{"points", PointsJson(series)}, {"curve", CurveJson(series)}});
+  } else {
+    PrintCurve(series, output);
+  }
 }
 
 }  // namespace tarnwick::cli

@@ -10,5 +10,7 @@ namespace tarnwick::cli {
 void PrintPoints(const TDataSeries& series, Output& output);
 /// `x,value`, one sample of the regression curve a line, or the JSON list "curve".
 void PrintCurve(const TDataSeries& series, Output& output);
+/// What the DataSet's regression computes: the curve for those that have one (as JSON the points too), else the points.
+void PrintRegression(const TDataSeries& series, Output& output);
 
 }  // namespace tarnwick::cli

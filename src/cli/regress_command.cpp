@@ -32,9 +32,10 @@ void Run(const Options& options, Output& output) {
   input.graph->EndUpdate();
   if (options.save.Wanted()) {
     SaveOutput(*input.graph, index, options.save, output);
+    PrintSaved(options.save, output);
     return;
   }
-  series.RegressionCurve().Empty() ? PrintPoints(series, output) : PrintCurve(series, output);
+  PrintRegression(series, output);
 }
 
 }  // namespace

@@ -20,19 +20,29 @@ int Fail(std::ostream& err, std::string message) {
   return kFailed;
 }
 
+int WrongUsage(std::ostream& err, const std::string& message) {
+  Fail(err, message + " (--help tells more)");
+  return kWrongUsage;
+}
+
+int Finish(std::ostream& out, std::ostream& err) {
+  out.flush();
+  return out ? 0 : Fail(err, "the answer cannot be written");
+}
+
 int RunAction(const Action& action, Output& output, std::ostream& out, std::ostream& err) {
   try {
     action(output);
   } catch (const UsageError& error) {
-    err << "tarnwick-cli: " << error.what() << '\n';
-    return kWrongUsage;
+    return WrongUsage(err, error.what());
   } catch (const Error& error) {
     return Fail(err, error.what());
   } catch (const std::bad_alloc&) {
     return Fail(err, "not enough memory");
+  } catch (const std::exception& error) {
+    return Fail(err, std::string("internal error: ") + error.what());
   }
-  out.flush();
-  return out ? 0 : Fail(err, "the answer cannot be written");
+  return Finish(out, err);
 }
 
 }  // namespace
@@ -41,7 +51,6 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
   CLI::App app("Tarnwick without a window: plots and analyses X-Y data from scripts.",
                "tarnwick-cli");
   app.set_version_flag("--version", "tarnwick-cli " + std::string(kVersion));
-  app.require_subcommand(1);
   app.fallthrough();
   bool json = false;
   app.add_flag("--json", json, "Answer with one JSON document");
@@ -53,10 +62,13 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
   }
   try {
     app.parse(argc, argv);
+  } catch (const CLI::Success& answer) {  // help or version was asked for
+    app.exit(answer, out, err);
+    return Finish(out, err);
   } catch (const CLI::ParseError& error) {
-    const int status = app.exit(error, out, err);
-    return status == 0 ? 0 : kWrongUsage;
+    return WrongUsage(err, error.what());
   }
+  if (!action) return WrongUsage(err, "A command is required");
   Output output(out, err, json ? Output::Form::Document : Output::Form::Text);
   return RunAction(action, output, out, err);
 }

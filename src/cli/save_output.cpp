@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "base/whole_file.h"
+#include "cli/command.h"
 #include "graph/data_text_file.h"
 #include "graph/graph_file.h"
 
@@ -77,6 +78,7 @@ void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& 
                 Output& output, WriterMode mode) {
   CheckOverwrite(arguments);
   if (arguments.file == "-") {
+    if (output.IsJson()) throw UsageError("standard output cannot hold the data and a document");
     output.Text() << CsvText(graph);
     return;
   }
@@ -90,6 +92,10 @@ void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& 
   }
   throw Error("no kind of file ends in \"" + extension +
               "\"; .tgr, .ttp, .tds, .dat and .csv do: " + arguments.file);
+}
+
+void PrintSaved(const SaveArguments& arguments, Output& output) {
+  if (output.IsJson()) output.Document({{"file", arguments.file}});
 }
 
 }  // namespace tarnwick::cli

@@ -27,4 +27,7 @@ void CheckOverwrite(const SaveArguments& arguments);
 void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
                 Output& output, WriterMode mode = WriterMode::Typed);
 
+/// The document of a command whose whole answer is the saved file; nothing as text.
+void PrintSaved(const SaveArguments& arguments, Output& output);
+
 }  // namespace tarnwick::cli

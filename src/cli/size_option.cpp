@@ -8,7 +8,7 @@
 namespace tarnwick::cli {
 namespace {
 
-constexpr int kLargestSide = 32000;
+constexpr int kLargestSide = 30000;
 
 }  // namespace
 

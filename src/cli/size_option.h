@@ -11,7 +11,7 @@ struct PictureSize {
   int height = 600;
 };
 
-/// "800x600", each 1 to 32000. Throws UsageError.
+/// "800x600", each 1 to 30000. Throws UsageError.
 PictureSize ParseSize(const std::string& text);
 
 /// "1.5,-2". Throws UsageError.

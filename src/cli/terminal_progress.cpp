@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 
 namespace tarnwick::cli {
@@ -13,22 +12,12 @@ constexpr std::chrono::seconds kPatience{1};
 constexpr std::chrono::milliseconds kRedraw{100};
 constexpr int kBarWidth = 40;
 
-// A signal handler can reach nothing but static storage.
-volatile std::sig_atomic_t interrupted = 0;
-
-void OnInterrupt(int) {
-  interrupted = 1;
-}
-
 }  // namespace
 
 TerminalProgress::TerminalProgress()
-    : started_(Clock::now()), drawn_(started_), is_terminal_(isatty(STDERR_FILENO) == 1) {
-  previous_handler_ = std::signal(SIGINT, OnInterrupt);
-}
+    : started_(Clock::now()), drawn_(started_), is_terminal_(isatty(STDERR_FILENO) == 1) {}
 
 TerminalProgress::~TerminalProgress() {
-  std::signal(SIGINT, previous_handler_);
   if (bar_shown_) std::fputs("\r\033[K", stderr);
 }
 
@@ -46,11 +35,7 @@ bool TerminalProgress::Advance(std::int64_t done) {
       Draw(done);
     }
   }
-  return !Cancelled();
-}
-
-bool TerminalProgress::Cancelled() const {
-  return interrupted != 0;
+  return true;
 }
 
 void TerminalProgress::Draw(std::int64_t done) const {

@@ -1,4 +1,5 @@
-// Progress for a terminal: a bar on standard error once work lasts longer than a second, and a clean stop on Ctrl+C.
+// Progress for a terminal: a bar on standard error once work lasts longer than a second. Never cancels: Ctrl+C ends the
+// whole process.
 #pragma once
 
 #include <chrono>
@@ -10,7 +11,6 @@ namespace tarnwick::cli {
 
 class TerminalProgress final : public Progress {
  public:
-  /// From now until destruction Ctrl+C cancels instead of ending the process.
   TerminalProgress();
   ~TerminalProgress() override;
   TerminalProgress(const TerminalProgress&) = delete;
@@ -18,7 +18,7 @@ class TerminalProgress final : public Progress {
 
   void Begin(std::string_view title, std::string_view subject, std::int64_t total) override;
   bool Advance(std::int64_t done) override;
-  bool Cancelled() const override;
+  bool Cancelled() const override { return false; }
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -30,7 +30,6 @@ class TerminalProgress final : public Progress {
   Clock::time_point drawn_;
   bool is_terminal_ = false;
   bool bar_shown_ = false;
-  void (*previous_handler_)(int) = nullptr;
 };
 
 }  // namespace tarnwick::cli

@@ -23,7 +23,9 @@ GuessHints HintsOf(const ImportOptions& options) {
 /// Where the file is found again from any folder; nothing for what cannot be read twice.
 std::string Location(const std::filesystem::path& path) {
   if (path == kStandardInput) return {};
-  return std::filesystem::absolute(path).lexically_normal().string();
+  std::error_code error;  // a folder that was removed meanwhile has no name
+  const std::filesystem::path whole = std::filesystem::absolute(path, error);
+  return (error ? path : whole).lexically_normal().string();
 }
 
 void ApplyRows(const ImportOptions& options, TDSInfo& info) {

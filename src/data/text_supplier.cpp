@@ -76,11 +76,14 @@ std::int32_t TTxtSupplier::CurrentRow() const {
   return RowNumber(row_);
 }
 
-std::string_view TTxtSupplier::CurrentLine() const {
-  return LineView(at_, FindLineEnd(at_, end_, layout_.line_end));
+std::string_view TTxtSupplier::CurrentLine() {
+  // Kept for the row's other fields: a line may be as long as the file.
+  if (measured_ != at_) line_ = LineView(at_, FindLineEnd(at_, end_, layout_.line_end));
+  measured_ = at_;
+  return line_;
 }
 
-std::optional<std::string_view> TTxtSupplier::CurrentField(std::int32_t column) const {
+std::optional<std::string_view> TTxtSupplier::CurrentField(std::int32_t column) {
   if (AtEnd()) return std::nullopt;
   return FieldAt(CurrentLine(), layout_, column);
 }

@@ -45,8 +45,8 @@ class TTxtSupplier final : public TDataSupplier {
 
  private:
   void GoToBody(std::int64_t row);
-  std::string_view CurrentLine() const;
-  std::optional<std::string_view> CurrentField(std::int32_t column) const;
+  std::string_view CurrentLine();
+  std::optional<std::string_view> CurrentField(std::int32_t column);
   void ReadNames();
 
   std::shared_ptr<const TextSource> source_;
@@ -54,6 +54,8 @@ class TTxtSupplier final : public TDataSupplier {
   const char* end_;
   const char* body_;
   const char* at_;
+  const char* measured_ = nullptr;  // the line that line_ is
+  std::string_view line_;
   std::int64_t row_ = 1;
   std::int32_t header_rows_ = 0;
   std::optional<RowIndex> index_;
