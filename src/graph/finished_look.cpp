@@ -74,7 +74,7 @@ Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metri
   };
   const bool above = has_factor(AxisId::Y) || has_factor(AxisId::Y2);
   const Appearance& appearance = graph.GetAppearance();
-  const double factor = above ? metrics.LineHeight(appearance.font_for_labels) + kEdge / 2 : 0;
+  const double factor = above ? metrics.LineHeight(appearance.font_for_labels) + kEdge / 2.0 : 0;
   const double title = metrics.LineHeight(appearance.font_for_title);
   margins.graph_title_offset = kEdge + RoundedUp(title / 2 + factor);
   margins.top_margin = 2 * kEdge + RoundedUp(factor);
