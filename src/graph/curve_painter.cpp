@@ -119,7 +119,8 @@ QPen MakePen(const CurvePen& pen) {
   const auto style = static_cast<std::size_t>(pen.style);
   QPen made(pen.color, pen.width);
   made.setStyle(style < std::size(kStyles) ? kStyles[style] : Qt::NoPen);
-  made.setJoinStyle(Qt::RoundJoin);
+  // Round joins of nearly straight segments overlap themselves: the rasterizer counts their edges twice and dots the line.
+  made.setJoinStyle(Qt::BevelJoin);
   made.setCapStyle(made.style() == Qt::SolidLine ? Qt::RoundCap : Qt::FlatCap);
   return made;
 }
