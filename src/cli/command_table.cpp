@@ -4,6 +4,8 @@ namespace tarnwick::cli {
 namespace {
 
 constexpr CommandRow kCommands[] = {
+    {"calc", "The values of expressions", &DeclareCalc},
+    {"functions", "The words that expressions may use", &DeclareFunctions},
     {"import", "Read text or binary data into DataSets", &DeclareImport},
     {"columns", "The columns of a data file: names and first values", &DeclareColumns},
     {"info", "Everything a file holds", &DeclareInfo},

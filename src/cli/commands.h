@@ -5,6 +5,8 @@
 
 namespace tarnwick::cli {
 
+void DeclareCalc(CLI::App& command, Action& action);
+void DeclareFunctions(CLI::App& command, Action& action);
 void DeclareImport(CLI::App& command, Action& action);
 void DeclareColumns(CLI::App& command, Action& action);
 void DeclareInfo(CLI::App& command, Action& action);
