@@ -175,11 +175,17 @@ std::optional<LegendBox> LegendFlow::Build() {
   return box;
 }
 
-/// A legend that would cover labels or titles stands in the plot's upper left corner instead; a freely placed one stays.
-void GiveWay(const LayoutContext& context, const QRectF& plot, LegendBox& box) {
+/// A legend that would cover labels or titles stands in the plot's upper left corner instead, nearer to the picture's
+/// edge when it is too wide for that; a freely placed one stays.
+void GiveWay(const LayoutContext& context, const PlotLayout& layout, LegendBox& box) {
   if (context.graph.GetLegend().layout_mode == LegendLayout::Free) return;
   if (context.room.IsFree(box.frame)) return;
-  MoveBy(plot.topLeft() + QPointF(kPlotInset, kPlotInset) - box.frame.topLeft(), box);
+  const QPointF inset = layout.plot.topLeft() + QPointF(kPlotInset, kPlotInset);
+  const QPointF farthest(layout.size.width() - box.frame.width(),
+                         layout.size.height() - box.frame.height());
+  const QPointF corner(std::max(0.0, std::min(inset.x(), farthest.x())),
+                       std::max(0.0, std::min(inset.y(), farthest.y())));
+  MoveBy(corner - box.frame.topLeft(), box);
 }
 
 }  // namespace
@@ -188,7 +194,7 @@ void LayoutLegend(const LayoutContext& context, PlotLayout& layout) {
   if (!context.graph.GetLegend().visible) return;
   layout.legend = LegendFlow(context, layout).Build();
   if (!layout.legend) return;
-  GiveWay(context, layout.plot, *layout.legend);
+  GiveWay(context, layout, *layout.legend);
   context.room.Take(layout.legend->frame);
 }
 

@@ -188,8 +188,10 @@ TEST(PlotLayout, LegendKeepsToItsShareAndCountsTheRest) {
   TxyGraph graph;
   for (int i = 0; i < 40; ++i) {
     auto series = std::make_unique<TSeries>();
-    series->SetSeriesName("A DataSet with a name that no legend has room for, number " +
-                          std::to_string(i));
+    series->SetSeriesName(
+        "A DataSet with a name that no legend has room for in any font, be it "
+        "as narrow and small as a label may become, number " +
+        std::to_string(i));
     series->AddPoint(i, i);
     graph.AddSeries(std::move(series));
   }
