@@ -31,7 +31,8 @@ void ForEachSample(const PointChain& points, Visit visit) {
 // Count, mean of X and Y, and the greatest distance of an X from the mean.
 struct Frame {
   long double count = 0;
-  double center = 0;
+  // Extended: the polynomials are orthogonal only about the mean itself.
+  long double center = 0;
   double scale = 1;
   long double mean_y = 0;
 };
@@ -46,12 +47,12 @@ Frame FrameOf(const PointChain& points) {
     sum_y += y;
   });
   if (frame.count == 0) return frame;
-  frame.center = static_cast<double>(sum_x / frame.count);
+  frame.center = sum_x / frame.count;
   frame.mean_y = sum_y / frame.count;
-  double reach = 0;
+  long double reach = 0;
   ForEachSample(points,
                 [&](double x, double) { reach = std::max(reach, std::abs(x - frame.center)); });
-  if (reach > 0) frame.scale = reach;
+  if (reach > 0) frame.scale = static_cast<double>(reach);
   return frame;
 }
 
@@ -73,8 +74,18 @@ LineSums SumsOf(const PointChain& points, const Frame& frame) {
   return sums;
 }
 
+bool HasThreeX(const PointChain& points) {
+  int different = 0;
+  double last = 0;
+  ForEachSample(points, [&](double x, double) {
+    if (different == 0 || x != last) ++different;
+    last = x;
+  });
+  return different > 2;
+}
+
 Quadratic Constant(const Frame& frame) {
-  return {frame.center, frame.scale, 0, 0,
+  return {static_cast<double>(frame.center), frame.scale, 0, 0,
           frame.count == 0 ? kUndefined : static_cast<double>(frame.mean_y)};
 }
 
@@ -176,8 +187,7 @@ Quadratic FitParabola(const PointChain& points) {
   });
   const long double slope = sums.with_y / sums.square;
   // Two different X leave nothing but rounding of p2.
-  constexpr long double kRounding = 1e-26L;
-  const long double curvature = square > kRounding * frame.count ? with_y / square : 0;
+  const long double curvature = HasThreeX(points) && square > 0 ? with_y / square : 0;
   result.a = static_cast<double>(curvature);
   result.b = static_cast<double>(slope - curvature * gamma);
   result.c = static_cast<double>(frame.mean_y - curvature * delta);
@@ -186,12 +196,11 @@ Quadratic FitParabola(const PointChain& points) {
 
 Quadratic FitRobustLine(const PointChain& points) {
   Samples samples;
-  const Frame frame = FrameOf(points);
+  Quadratic line = Constant(FrameOf(points));
   ForEachSample(points, [&](double x, double y) {
-    samples.x.push_back((x - frame.center) / frame.scale);
+    samples.x.push_back((x - line.center) / line.scale);
     samples.y.push_back(y);
   });
-  Quadratic line = Constant(frame);
   if (samples.x.empty()) return line;
   line.b = ResistantSlope(OuterThirds(samples));
   std::vector<double>& residuals = samples.y;

@@ -72,6 +72,10 @@ TEST(Regression, PolynomialsOfFewPoints) {
   Fill(series, {5, 6}, {7, 9});
   ExpectNear(Regression(series, RegressionType::RobustLine), {7, 9}, 1e-13);
   ExpectNear(Regression(series, RegressionType::Parabola), {7, 9}, 1e-13);
+  // Far from zero the mean of X is rounded, which once made a curvature out of nothing.
+  Fill(series, {45001.147277702905, 45004.05058139132}, {1000000.5180169021, 1000000.4396148982});
+  ExpectNear(Regression(series, RegressionType::Parabola), {1000000.5180169021, 1000000.4396148982},
+             1e-9);
   Fill(series, {1, 2, 3, 4}, {1, kUndefined, 3, 4});
   ExpectNear(Regression(series, RegressionType::Line), {1, 2, 3, 4}, 1e-13);
   series.Clear();
@@ -193,6 +197,18 @@ TEST(Regression, CurvesAreEmptyWhereNothingCanBeSampled) {
   EXPECT_EQ(series.RegressionCurve().Size(), 101u);
   Regression(series, RegressionType::Line);
   EXPECT_TRUE(series.RegressionCurve().Empty());
+}
+
+// Two thousand million steps, as a damaged file may ask for, must not take the memory of so many.
+TEST(Regression, CurvesHaveAMillionStepsAtMost) {
+  for (const RegressionType type : {RegressionType::Spline, RegressionType::Smoother}) {
+    TDataSeries series;
+    series.SetRegressionSteps(2'000'000'000);
+    Fill(series, {1, 2, 3}, {1, 4, 9});
+    Regression(series, type);
+    EXPECT_EQ(series.RegressionCurve().Size(), 1'000'001u);
+    EXPECT_NEAR(series.RegressionCurve().LastX(), 3, 1e-9);
+  }
 }
 
 // Against the sum over all points, and across a gap many steps wide.
