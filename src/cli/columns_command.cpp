@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "cli/commands.h"
 #include "cli/input_graph.h"
+#include "cli/terminal_progress.h"
 #include "data/import_file.h"
 
 namespace tarnwick::cli {
@@ -28,7 +29,9 @@ void PrintText(const SourceSummary& summary, std::ostream& out) {
 void Run(const InputArguments& arguments, Output& output) {
   if (IsGraphFile(arguments.file))
     throw UsageError("columns reads data files; info reads " + arguments.file);
-  const SourceSummary summary = SummarizeFile(arguments.file, ToImportOptions(arguments.import));
+  TerminalProgress progress;
+  const SourceSummary summary =
+      SummarizeFile(arguments.file, ToImportOptions(arguments.import), progress);
   if (!output.IsJson()) {
     PrintText(summary, output.Text());
     return;

@@ -43,6 +43,8 @@ class TDataSupplier {
   virtual std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) = 0;
   /// True when the current row has a text (or a stored value) at `column`, readable or not.
   virtual bool HasValue(std::int32_t column) = 0;
+  /// True when behind the last row stands the beginning of one that the source does not hold to its end.
+  virtual bool EndsIncomplete() const { return false; }
   /// All rows, header rows of a text file among them.
   virtual std::int32_t RowCount() = 0;
   /// The position of a column by its exact name, else by its name without regard to case, else by "#" and its position

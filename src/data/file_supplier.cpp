@@ -95,6 +95,10 @@ bool TFileSupplier::HasValue(std::int32_t column) {
          (column == kRowNumberColumn || static_cast<std::size_t>(column) < names_.size());
 }
 
+bool TFileSupplier::EndsIncomplete() const {
+  return records_.size() % (kValueBytes * names_.size()) != 0;
+}
+
 std::int32_t TFileSupplier::RowCount() {
   return static_cast<std::int32_t>(
       std::min<std::int64_t>(rows_, std::numeric_limits<std::int32_t>::max() - 1));

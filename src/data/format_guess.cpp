@@ -5,7 +5,9 @@
 
 #include "base/number_text.h"
 #include "data/field_value.h"
+#include "data/format_guess_gaps.h"
 #include "data/format_guess_lines.h"
+#include "data/text_lines.h"
 #include "data/text_names.h"
 
 namespace tarnwick {
@@ -184,19 +186,6 @@ std::int32_t CountHeaderLines(const std::vector<std::string_view>& lines, const 
   return 0;
 }
 
-/// True when the lines agree on the number of separators but not on the number of fields: a table with gaps.
-bool HasGaps(const std::vector<std::string_view>& lines, const TextLayout& layout) {
-  if (lines.size() < 2) return false;
-  const LineShape first = ShapeOf(lines.front(), layout);
-  bool fields_differ = false;
-  for (const std::string_view line : lines) {
-    const LineShape shape = ShapeOf(line, layout);
-    if (shape.separators != first.separators) return false;
-    fields_differ = fields_differ || shape.fields != first.fields;
-  }
-  return fields_differ;
-}
-
 /// The rows behind the headers.
 std::vector<std::string_view> Rows(const GuessLines& lines, const TextLayout& layout,
                                    std::int32_t headers) {
@@ -214,20 +203,26 @@ bool IsBlankSeparated(const TextFormat& format) {
   return format.separators.find(' ') != std::string::npos;
 }
 
-void ChooseMerge(const GuessLines& lines, const TextLayout& layout, TextFormat& format) {
-  if (format.divide_by_width || IsBlankSeparated(format)) return;
-  std::vector<std::string_view> rows = Rows(lines, layout, format.header_lines);
-  if (HasGaps(rows, layout)) {
-    format.merge_separators = false;
-    return;
-  }
+/// The text behind its first lines.
+std::string_view BehindLines(std::string_view text, std::int32_t lines, char line_end) {
+  LineWalker walker(text, line_end);
+  for (; lines > 0 && !walker.AtEnd(); --lines) walker.Next();
+  return text.substr(static_cast<std::size_t>(walker.Position() - text.data()));
+}
+
+/// True when rows that agree on the number of separators do not agree on the number of fields: a table with gaps. A
+/// single gap anywhere shifts columns, so every row counts, not only those that the rest is guessed from.
+bool HasGaps(std::string_view text, const GuessLines& lines, const TextLayout& layout,
+             std::int32_t headers, Progress& progress) {
+  const std::optional<LineCount> common = CommonCount(Rows(lines, layout, headers), text, layout);
+  if (!common) return false;
   // A column that is empty throughout shows only beside the line of names.
-  const auto before = static_cast<std::size_t>(format.header_lines);
-  if (before == 0 || before > lines.first.size() || rows.empty()) return;
-  const std::string_view names = lines.first[before - 1];
-  if (!IsDataLine(names, layout)) return;
-  rows.push_back(names);
-  if (HasGaps(rows, layout)) format.merge_separators = false;
+  const auto before = static_cast<std::size_t>(headers);
+  if (before > 0 && before <= lines.first.size()) {
+    const std::string_view names = lines.first[before - 1];
+    if (IsDataLine(names, layout) && IsGapBeside(CountLine(names, layout), *common)) return true;
+  }
+  return HasGapBeside(*common, BehindLines(text, headers, layout.line_end), layout, progress);
 }
 
 }  // namespace
@@ -242,6 +237,11 @@ void TextFormat::ApplyTo(TDSInfo& info) const {
 }
 
 TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints) {
+  NoProgress unseen;
+  return GuessTextFormat(text, hints, unseen);
+}
+
+TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints, Progress& progress) {
   TextFormat format;
   const GuessLines lines = CollectGuessLines(text);
   const char line_end = GuessLineEnd(text);
@@ -263,8 +263,9 @@ TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints) {
   const std::vector<ColumnGuess> rough = JudgeColumns(RowsToScore(lines, apart), apart);
   format.header_lines = hints.header_lines.value_or(CountHeaderLines(lines.first, apart, rough));
   if (!hints.merge_separators) {
-    format.merge_separators = true;
-    ChooseMerge(lines, apart, format);
+    // Blanks align columns; elsewhere a doubled separator may be an empty field.
+    const bool merged = blanks || format.divide_by_width;
+    format.merge_separators = merged || !HasGaps(text, lines, apart, format.header_lines, progress);
   }
 
   const TextLayout layout = LayoutOf(format, line_end);

@@ -1,5 +1,4 @@
-// Guesses from its first lines how a text file is laid out. Knows how tables of numbers are written; knows no DataSet
-// and opens no file.
+// Guesses how a text file is laid out. Knows how tables of numbers are written; knows no DataSet and opens no file.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/progress.h"
 #include "data/ds_info.h"
 
 namespace tarnwick {
@@ -44,8 +44,11 @@ struct GuessHints {
   std::optional<std::int32_t> header_lines;
 };
 
-/// The layout of `text` (UTF-8 or 8-bit without byte order mark). Reads the first lines and a few places further on,
-/// so its time does not grow with the text. A text with no numbers gives columns without has_numbers.
+/// The layout of `text` (UTF-8 or 8-bit without byte order mark). Reads the first lines and a few places further on;
+/// unless `hints` settle the merging of separators, the whole text is searched for gaps, with progress by bytes, and
+/// when that is cancelled the gaps behind that place do not count. A text with no numbers gives columns without
+/// has_numbers.
+TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints, Progress& progress);
 TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints = {});
 
 }  // namespace tarnwick

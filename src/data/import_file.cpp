@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <utility>
 
 #include "base/error.h"
@@ -13,6 +14,7 @@ namespace tarnwick {
 namespace {
 
 constexpr int kSummaryRows = 5;
+constexpr std::int64_t kRecordsPerAdvance = 1 << 16;
 
 bool IsDateFormat(ColumnFormat format) {
   return format == ColumnFormat::DateTime || format == ColumnFormat::DateDayFirst ||
@@ -78,24 +80,48 @@ void RequirePoints(const ImportResult& result, const ImportOptions& options,
                   result.reports.front().Message());
 }
 
-void CountRows(const ImportSource& source, SourceSummary& summary) {
-  std::vector<ColumnRequest> requests;
-  for (const std::int32_t column : source.NumberColumns()) {
-    requests.push_back({column, source.Guess(column).format});
-  }
-  const auto count = [&summary](const RowBlock& block) {
+void CountTextRows(const TTxtSupplier& text, std::span<const ColumnRequest> requests,
+                   SourceSummary& summary, Progress& progress) {
+  const char* const begin = text.Text().data();
+  ReadRowBlocks(text.Body(), text.Layout(), requests, 0, [&](const RowBlock& block) {
     summary.rows += block.rows;
     for (std::size_t row = 0; row < static_cast<std::size_t>(block.rows); ++row) {
       const auto unread = [row](const auto& column) { return std::isnan(column[row]); };
       if (std::any_of(block.storage.begin(), block.storage.end(), unread)) ++summary.skipped;
     }
-    return true;
+    summary.cancelled = !block.text.empty() && !progress.Advance(block.text.data() - begin);
+    return !summary.cancelled;
+  });
+}
+
+void CountRecords(TDataSupplier& records, std::span<const ColumnRequest> requests,
+                  SourceSummary& summary, Progress& progress) {
+  const auto unread = [&](const ColumnRequest& request) {
+    return !records.ReadValue(request.column, request.format);
   };
+  for (records.FirstRow(); !records.AtEnd(); records.NextRow()) {
+    if (summary.rows % kRecordsPerAdvance == 0 && !progress.Advance(records.Position())) {
+      summary.cancelled = true;
+      return;
+    }
+    ++summary.rows;
+    if (std::any_of(requests.begin(), requests.end(), unread)) ++summary.skipped;
+  }
+  if (!records.EndsIncomplete()) return;
+  ++summary.rows;
+  ++summary.skipped;
+}
+
+void CountRows(const ImportSource& source, SourceSummary& summary, Progress& progress) {
+  std::vector<ColumnRequest> requests;
+  for (const std::int32_t column : source.NumberColumns()) {
+    requests.push_back({column, source.Guess(column).format});
+  }
+  progress.Begin("Loading data", source.supplier->Describe(), source.supplier->Size());
   if (const auto* const text = dynamic_cast<const TTxtSupplier*>(source.supplier.get())) {
-    ReadRowBlocks(text->Body(), text->Layout(), requests, 0, count);
+    CountTextRows(*text, requests, summary, progress);
   } else {
-    // Every record of a binary file is whole.
-    summary.rows = source.supplier->RowCount();
+    CountRecords(*source.supplier, requests, summary, progress);
   }
 }
 
@@ -117,7 +143,9 @@ std::unique_ptr<TDataSeries> MakeDataSeries() {
 
 ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options,
                         const LoadOptions& load, const SeriesFactory& make) {
-  const ImportSource source = OpenImportSource(path, options);
+  NoProgress unseen;
+  const ImportSource source =
+      OpenImportSource(path, options, load.progress != nullptr ? *load.progress : unseen);
   const ChosenColumns columns = ChooseColumns(source, options);
   ImportResult result;
   std::vector<TDataSeries*> series;
@@ -137,8 +165,9 @@ ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& 
   return result;
 }
 
-SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options) {
-  const ImportSource source = OpenImportSource(path, options);
+SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
+                            Progress& progress) {
+  const ImportSource source = OpenImportSource(path, options, progress);
   TDataSupplier& supplier = *source.supplier;
   SourceSummary summary;
   summary.names_line = supplier.HasNamesLine();
@@ -152,7 +181,7 @@ SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptio
       column.values.push_back(supplier.ReadValue(column.index, source.Guess(column.index).format));
     }
   }
-  CountRows(source, summary);
+  CountRows(source, summary, progress);
   return summary;
 }
 

@@ -72,10 +72,13 @@ struct SourceSummary {
   std::int64_t rows = 0;     ///< data rows, skipped ones among them
   std::int64_t skipped = 0;  ///< rows in which some column that holds numbers cannot be read
   bool names_line = false;
+  bool cancelled = false;  ///< the rows were not counted to the end
   std::vector<ColumnSummary> columns;
 };
 
-/// What a file holds, read to its end. Throws as ImportFile does, but for columns that do not exist.
-SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options = {});
+/// What a file holds, read to its end unless `progress` cancels. Throws as ImportFile does, but for columns that do not
+/// exist.
+SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
+                            Progress& progress);
 
 }  // namespace tarnwick

@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "data/file_supplier.h"
 #include "data/import_file.h"
+#include "data/load_run.h"
 #include "data/text_source.h"
 #include "data/text_supplier.h"
 
@@ -13,6 +14,8 @@ namespace tarnwick {
 namespace {
 
 constexpr std::string_view kStandardInput = "-";
+constexpr std::string_view kTitle = "Loading data";
+constexpr std::size_t kLargeText = 64 << 20;  // worth a progress window
 constexpr std::size_t kNamesInMessage = 12;
 
 GuessHints HintsOf(const ImportOptions& options) {
@@ -52,9 +55,12 @@ void OpenBinary(MappedFile file, const std::string& name, const ImportOptions& o
 }
 
 void OpenText(MappedFile file, const std::string& name, const ImportOptions& options,
-              ImportSource& source) {
+              ImportSource& source, Progress& progress) {
   auto text = std::make_shared<const TextSource>(std::move(file), name);
-  const TextFormat format = GuessTextFormat(text->Text(), HintsOf(options));
+  LoadProgress examining(&progress);
+  const std::string_view all = text->Text();
+  if (all.size() > kLargeText) examining.Begin(kTitle, name, static_cast<std::int64_t>(all.size()));
+  const TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
   source.info.DataSource = DataSourceKind::Text;
   format.ApplyTo(source.info);
   source.columns = format.columns;
@@ -64,7 +70,8 @@ void OpenText(MappedFile file, const std::string& name, const ImportOptions& opt
 
 }  // namespace
 
-ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options) {
+ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
+                              Progress& progress) {
   options.Validate();
   ImportSource source;
   const std::string name = path == kStandardInput ? "standard input" : path.string();
@@ -72,7 +79,7 @@ ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOpt
   if (IsUnformatted(file.Bytes())) {
     OpenBinary(std::move(file), name, options, source);
   } else {
-    OpenText(std::move(file), name, options, source);
+    OpenText(std::move(file), name, options, source, progress);
   }
   source.info.DatasourceInfo = Location(path);
   source.info.active = true;

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/progress.h"
 #include "data/data_supplier.h"
 #include "data/ds_info.h"
 #include "data/format_guess.h"
@@ -33,6 +34,8 @@ struct ImportSource {
 };
 
 /// Opens and examines a file. Throws Error for options that cannot be used and FileError for files that cannot be read.
-ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options);
+/// Examining a large text progresses by bytes.
+ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
+                              Progress& progress);
 
 }  // namespace tarnwick

@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/column_expression.h"
 
 namespace tarnwick {
 namespace {
@@ -96,7 +97,8 @@ std::vector<ColumnTransforms> LoadRun::PrepareTransforms() const {
   std::vector<ColumnTransforms> transforms;
   for (const Member& member : members_) {
     const TDataSeries& series = *all_[member.number];
-    transforms.push_back(options_.transforms ? options_.transforms(series) : ColumnTransforms());
+    transforms.push_back(options_.transforms ? options_.transforms(series)
+                                             : CompileColumnExpressions(series));
     const std::pair<const std::string&, bool> columns[] = {
         {series.XColExpr(), transforms.back().x || IsRawColumn(series.XColExpr(), "x")},
         {series.YColExpr(), transforms.back().y || IsRawColumn(series.YColExpr(), "y")}};
@@ -141,6 +143,12 @@ void LoadRun::FinishTargets() {
     LoadReport& report = reports_[member.number];
     report = member.target->Report();
     report.cancelled = cancelled_;
+    const bool reached_end =
+        !cancelled_ && member.target->Chooser().NextRow() != RowChooser::kNoRow;
+    if (reached_end && supplier_.EndsIncomplete()) {
+      ++report.rows_read;
+      report.AddSkipped(SkipReason::XMissing, supplier_.Size() + 1);
+    }
   }
 }
 

@@ -72,10 +72,50 @@ TEST(FormatGuess, RecognisesHowTablesAreWritten) {
   }
 }
 
-TEST(FormatGuess, FindsGapsFarBehindTheFirstLines) {
-  std::string text = "a;b;c\n";
-  for (int i = 0; i < 200'000; ++i) text += i > 150'000 ? "1;;3\n" : "1;2;3\n";
-  EXPECT_FALSE(GuessTextFormat(text).merge_separators);
+TEST(FormatGuess, FindsASingleGapAnywhere) {
+  struct Row {
+    const char* what;
+    std::string usual;
+    std::string odd;
+    bool merge;
+  };
+  const Row rows[] = {
+      {"gap", "1,2,3\n", "1,,3\n", false},
+      {"leading gap", "1;2;3\n", ";2;3\n", false},
+      {"trailing gap", "1\t2\t3\n", "1\t2\t\n", false},
+      {"trailing gap before a return", "1,2,3\r\n", "1,2,\r\n", false},
+      {"returns only", "1,2,3\r", "1,2,\r", false},
+      {"gap beside a quoted separator", "1,\"a,b\",3\n", "1,\"a,b\",\n", false},
+      {"a value where all others have a gap", "1,,3\n", "1,2,3\n", false},
+      {"a gap where the others have another", "1,,3,4\n", "1,,3,\n", false},
+      {"quoted doubled separators", "1,\"a,b\",3\n", "1,\"a,,b\",3\n", true},
+      {"a row of separators only", "1,2,3\n", ",,\n", true},
+      {"another number of separators", "1,2,3\n", "1,2,3,\n", true},
+      {"a comment", "1,2,3\n", "# 1,,3\n", true},
+      {"regular padding", ",,1.5,,2.5,\n", ",,3,,4,\n", true},
+      {"padding left out", ",,1.5,,2.5,\n", "1.5,2.5\n", true},
+  };
+  constexpr int kRows = 20'011;
+  for (const Row& row : rows) {
+    for (const int at : {1, 401, 5000, 12'345, kRows}) {
+      std::string text;
+      for (int i = 1; i <= kRows; ++i) text += i == at ? row.odd : row.usual;
+      EXPECT_EQ(GuessTextFormat(text).merge_separators, row.merge) << row.what << " in row " << at;
+      while (text.back() == '\n' || text.back() == '\r') text.pop_back();
+      EXPECT_EQ(GuessTextFormat(text).merge_separators, row.merge)
+          << row.what << ", end cut, " << at;
+    }
+  }
+}
+
+TEST(FormatGuess, FindsAGapAtEveryPlaceOfAWord) {
+  for (std::size_t shift = 0; shift < 64; ++shift) {
+    const std::string text = std::string(shift, '1') + "1,2,3\n4,5,6\n7,8,9\n1,2,3\n4,5,6\n";
+    EXPECT_TRUE(GuessTextFormat(text).merge_separators) << shift;
+    EXPECT_FALSE(GuessTextFormat(text + ",8,9\n").merge_separators) << shift;
+    EXPECT_FALSE(GuessTextFormat(text + "7,,9\n4,5,6").merge_separators) << shift;
+    EXPECT_FALSE(GuessTextFormat(text + "7,8,").merge_separators) << shift;
+  }
 }
 
 TEST(FormatGuess, TakesTheUsersWord) {

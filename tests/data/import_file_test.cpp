@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -97,6 +98,8 @@ TEST(ImportFile, ReadsUnformattedFiles) {
   EXPECT_EQ(series.Source().DataSource, DataSourceKind::Unformatted);
   EXPECT_EQ(series.Source().RowSamplingFrequency, 3);
   EXPECT_EQ(series.Points().Back().y, 11'997 / 2.0);
+  EXPECT_EQ(result.reports.at(0).Message(),
+            "4000 points, every 3rd row; 1 row skipped (1 X empty; first at line 12001)");
 
   const auto unnamed = folder.Write("u.dat", "\n@unformatted\n" + Single(1) + Single(2));
   EXPECT_EQ(ImportFile(unnamed).series.at(0)->SeriesName(), "(col 2)");
@@ -129,7 +132,9 @@ TEST(SummarizeFile, ListsColumnsAndCountsRows) {
   const TemporaryFolder folder;
   std::string text = "x,note,y\n";
   for (int i = 0; i < 50'000; ++i) text += std::to_string(i) + (i % 100 == 7 ? ",n,?\n" : ",n,2\n");
-  const SourceSummary summary = SummarizeFile(folder.Write("t.csv", text));
+  const auto path = folder.Write("t.csv", text);
+  NoProgress unseen;
+  const SourceSummary summary = SummarizeFile(path, {}, unseen);
   EXPECT_EQ(summary.rows, 50'000);
   EXPECT_EQ(summary.skipped, 500);
   EXPECT_TRUE(summary.names_line);
@@ -138,6 +143,26 @@ TEST(SummarizeFile, ListsColumnsAndCountsRows) {
   using Values = std::vector<std::optional<double>>;
   EXPECT_EQ(summary.columns[0].values, (Values{0, 1, 2, 3, 4}));
   EXPECT_EQ(summary.columns[1].values, Values(5));
+
+  class Refusal final : public Progress {
+   public:
+    void Begin(std::string_view, std::string_view, std::int64_t) override {}
+    bool Advance(std::int64_t) override { return false; }
+    bool Cancelled() const override { return true; }
+  } refusal;
+  const SourceSummary broken_off = SummarizeFile(path, {}, refusal);
+  EXPECT_TRUE(broken_off.cancelled);
+  EXPECT_LT(broken_off.rows, summary.rows);
+}
+
+TEST(SummarizeFile, CountsRecordsThatCannotBeRead) {
+  const TemporaryFolder folder;
+  const std::string bytes = "x,y\n@Unformatted\n" + Single(1) + Single(2) + Single(3) +
+                            Single(std::numeric_limits<float>::quiet_NaN()) + Single(5);
+  NoProgress unseen;
+  const SourceSummary summary = SummarizeFile(folder.Write("t.dat", bytes), {}, unseen);
+  EXPECT_EQ(summary.rows, 3);
+  EXPECT_EQ(summary.skipped, 2);
 }
 
 }  // namespace
