@@ -46,7 +46,8 @@ class BlockEvaluator {
   /// Values and derivatives at up to kBlockLength X. Throws EIntegerDivision.
   BlockResult Derivatives(std::span<const double> x);
 
-  /// The values at any number of X, written to `values` of the same length. Throws EIntegerDivision.
+  /// The values at any number of X, written to `values` of the same length, which must lie apart from `x`. Throws
+  /// EIntegerDivision.
   void Values(std::span<const double> x, std::span<double> values);
 
  private:

@@ -1,7 +1,6 @@
 #include "expr/expression_parser.h"
 
 #include <algorithm>
-#include <optional>
 #include <typeinfo>
 #include <utility>
 
@@ -129,9 +128,12 @@ void TExpressionParser::ClearExpressions() {
   retired_.Clear();
 }
 
-bool TExpressionParser::IsConstant(const double* address) const {
-  return std::any_of(const_list_.begin(), const_list_.end(),
-                     [address](TExprWord* word) { return word->AsPointer() == address; });
+std::vector<const double*> TExpressionParser::ConstantAddresses() const {
+  std::vector<const double*> addresses;
+  for (TExprWord* const word : const_list_) {
+    if (const double* const address = word->AsPointer()) addresses.push_back(address);
+  }
+  return addresses;
 }
 
 }  // namespace tarnwick

@@ -49,8 +49,8 @@ class TExpressionParser {
   /// The first record of the current expression; null when there is none.
   const TExprRec* CurrentRec() const { return current_rec_; }
   std::size_t ExpressionCount() const { return expressions_.size(); }
-  /// Whether `address` is the storage of a number written in an expression.
-  bool IsConstant(const double* address) const;
+  /// The storage of every number written in an expression.
+  std::vector<const double*> ConstantAddresses() const;
 
  protected:
   /// Puts the built-in words into WordList(); a derived class may add its own. Called once, before the first use of any

@@ -1,0 +1,202 @@
+// Elementary functions on vectors, one step per processor's instruction set: included once for each of them. Knows only
+// vectors; special cases follow the words of expressions (undefined out of the domain).
+#if defined(TARNWICK_VECTOR_MATH_INL) == defined(HWY_TARGET_TOGGLE)
+#ifdef TARNWICK_VECTOR_MATH_INL
+#undef TARNWICK_VECTOR_MATH_INL
+#else
+#define TARNWICK_VECTOR_MATH_INL
+#endif
+
+#include <hwy/highway.h>
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "base/undefined.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace tarnwick::HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Lanes = hn::ScalableTag<double>;
+using Vec = hn::Vec<Lanes>;
+using Bits = hn::RebindToSigned<Lanes>;
+
+HWY_INLINE Vec Number(double value) {
+  return hn::Set(Lanes(), value);
+}
+
+/// Added and taken away again, rounds numbers below 2^51 to whole ones; the sum's low bits are that whole number.
+inline constexpr double kRounder = 0x1.8p52;
+
+/// c0 + c1 x + ... by pairs of pairs, so that the multiplications run beside each other.
+template <std::size_t N>
+HWY_INLINE Vec Polynomial(const double (&c)[N], Vec x) {
+  const Vec x2 = hn::Mul(x, x);
+  const Vec x4 = hn::Mul(x2, x2);
+  const auto at = [&c](std::size_t i) { return i < N ? c[i] : 0.0; };
+  const auto pair = [&](std::size_t i) {
+    if (i + 1 >= N) return Number(at(i));
+    return hn::MulAdd(Number(at(i + 1)), x, Number(at(i)));
+  };
+  const auto four = [&](std::size_t i) {
+    return i + 2 >= N ? pair(i) : hn::MulAdd(pair(i + 2), x2, pair(i));
+  };
+  const auto eight = [&](std::size_t i) {
+    return i + 4 >= N ? four(i) : hn::MulAdd(four(i + 4), x4, four(i));
+  };
+  static_assert(N > 4 && N <= 12);
+  if constexpr (N <= 8) {
+    return eight(0);
+  } else {
+    return hn::MulAdd(four(8), hn::Mul(x4, x4), eight(0));
+  }
+}
+
+/// `function` applied lane by lane: the way out for arguments that the fast road does not serve.
+HWY_NOINLINE inline Vec ByLanes(double (*function)(double), Vec x) {
+  const Lanes lanes;
+  HWY_ALIGN double values[hn::MaxLanes(lanes)];
+  hn::Store(x, lanes, values);
+  for (std::size_t i = 0; i < hn::Lanes(lanes); ++i) values[i] = function(values[i]);
+  return hn::Load(lanes, values);
+}
+
+// e^x = 2^n e^r with n = round(x / ln 2), r = x - n ln 2 in two parts (Cody, Waite: Software Manual for the Elementary
+// Functions, 1980); e^r = 1 + r + r^2 P(r), P interpolating at Chebyshev nodes, its relative error below 1e-18.
+inline constexpr double kExpCoefficients[] = {
+    0.5,
+    0.16666666666666671,
+    0.041666666666666671,
+    0.0083333333333261358,
+    0.0013888888888883748,
+    0.00019841269874820627,
+    2.4801587325547743e-05,
+    2.7557255400206422e-06,
+    2.7557273643110297e-07,
+    2.5105217004720745e-08,
+    2.0914686968086876e-09,
+};
+
+HWY_INLINE Vec ExpVec(Vec x) {
+  const Lanes lanes;
+  const Bits bits;
+  const Vec sum = hn::MulAdd(x, Number(1.4426950408889634), Number(kRounder));
+  const Vec n = hn::Sub(sum, Number(kRounder));
+  Vec r = hn::NegMulAdd(n, Number(0x1.62e42fee00000p-1), x);
+  r = hn::NegMulAdd(n, Number(0x1.a39ef35793c76p-33), r);
+  const Vec fraction =
+      hn::Add(hn::MulAdd(Polynomial(kExpCoefficients, r), hn::Mul(r, r), r), Number(1));
+  // Where the result is a normal number its exponent can be raised in place.
+  const auto plain = hn::And(hn::Gt(x, Number(-708)), hn::Lt(x, Number(709.75)));
+  if (HWY_LIKELY(hn::AllTrue(lanes, plain)))
+    return hn::BitCast(
+        lanes, hn::Add(hn::BitCast(bits, fraction), hn::ShiftLeft<52>(hn::BitCast(bits, sum))));
+  // Else in two steps by powers of two that are normal for every x that is not replaced below.
+  const auto whole = hn::Sub(hn::BitCast(bits, sum), hn::BitCast(bits, Number(kRounder)));
+  const auto half = hn::ShiftRight<1>(whole);
+  const auto power = [&](auto exponent) {
+    return hn::BitCast(lanes, hn::ShiftLeft<52>(hn::Add(exponent, hn::Set(bits, 1023))));
+  };
+  const Vec scaled = hn::Mul(hn::Mul(fraction, power(half)), power(hn::Sub(whole, half)));
+  const Vec vanishing = hn::IfThenZeroElse(hn::Le(x, Number(-744.44)), scaled);
+  const Vec guarded = hn::IfThenElse(hn::Ge(x, Number(709.75)), Number(kUndefined), vanishing);
+  return hn::IfThenElse(hn::Eq(x, x), guarded, x);
+}
+
+// ln x = k ln 2 + ln(1 + f), 1 + f from sqrt(1/2) to sqrt 2; with s = f / (2 + f): ln(1 + f) = f - f^2/2 +
+// s (f^2/2 + s^2 P(s^2)), which keeps the low bits (K. C. Ng's method in fdlibm, Sun Microsystems, 1993). P interpolates at
+// Chebyshev nodes, its relative error below 1e-18.
+inline constexpr double kLnCoefficients[] = {
+    0.66666666666666663, 0.4000000000000089,  0.28571428570795937, 0.22222222393452629,
+    0.181817954545265,   0.15386249788196105, 0.1326850331279476,  0.13089445145246312,
+};
+
+inline double ScalarLn(double x) {
+  return x <= 0 ? kUndefined : std::log(x);
+}
+
+HWY_INLINE Vec LnVec(Vec x) {
+  const Lanes lanes;
+  const Bits bits;
+  const auto plain =
+      hn::And(hn::Ge(x, Number(0x1p-1022)), hn::Le(x, Number(0x1.fffffffffffffp1023)));
+  if (HWY_UNLIKELY(!hn::AllTrue(lanes, plain))) return ByLanes(&ScalarLn, x);
+  // The exponent that leaves a fraction from sqrt(1/2) on.
+  const auto raised = hn::Sub(hn::BitCast(bits, x), hn::Set(bits, 0x3FE6A09E667F3BCD));
+  const auto exponent =
+      hn::And(raised, hn::Set(bits, static_cast<std::int64_t>(0xFFF0000000000000U)));
+  const Vec fraction = hn::BitCast(lanes, hn::Sub(hn::BitCast(bits, x), exponent));
+  // The exponent as a number, by way of one large enough to hold it beside its low bits.
+  const auto biased =
+      hn::Add(hn::BitCast(bits, hn::ShiftRight<52>(hn::BitCast(
+                                    hn::RebindToUnsigned<Lanes>(),
+                                    hn::Add(exponent, hn::Set(bits, std::int64_t{1023} << 52))))),
+              hn::BitCast(bits, Number(0x1p52)));
+  const Vec k = hn::Sub(hn::BitCast(lanes, biased), Number(0x1p52 + 1023));
+  const Vec f = hn::Sub(fraction, Number(1));
+  const Vec s = hn::Div(f, hn::Add(f, Number(2)));
+  const Vec z = hn::Mul(s, s);
+  const Vec p = hn::Mul(z, Polynomial(kLnCoefficients, z));
+  const Vec half_square = hn::Mul(Number(0.5), hn::Mul(f, f));
+  const Vec low = hn::MulAdd(s, hn::Add(half_square, p), hn::Mul(k, Number(0x1.a39ef35793c76p-33)));
+  return hn::MulAdd(k, Number(0x1.62e42fee00000p-1), hn::Sub(f, hn::Sub(half_square, low)));
+}
+
+// sin x = +-sin r, r = x - q pi with pi in four parts whose products with q are exact (Cody, Waite); sin r = r + r^3 P(r^2),
+// P interpolating at Chebyshev nodes, its relative error below 1e-16.
+inline constexpr double kSinCoefficients[] = {
+    -0.16666666666666666,    0.0083333333333333332,   -0.00019841269841269806,
+    2.7557319223971247e-06,  -2.5052108382388368e-08, 1.6059043479134437e-10,
+    -7.6471391073076923e-13, 2.8104683856171073e-15,  -8.0060275185243492e-18,
+};
+// q stays below 2^20.
+inline constexpr double kLargestPlainAngle = 3e6;
+
+/// sin(x - q pi), its sign turned where the last bit of `turns` is set.
+HWY_INLINE Vec ReducedSin(Vec x, Vec q, hn::Vec<Bits> turns) {
+  const Lanes lanes;
+  Vec r = hn::NegMulAdd(q, Number(0x1.921fb54000000p+1), x);
+  r = hn::NegMulAdd(q, Number(0x1.10b4610000000p-29), r);
+  r = hn::NegMulAdd(q, Number(0x1.a626330000000p-57), r);
+  r = hn::NegMulAdd(q, Number(0x1.45c06e0e68948p-85), r);
+  const Vec y = hn::Mul(r, r);
+  const Vec sine = hn::MulAdd(Polynomial(kSinCoefficients, y), hn::Mul(y, r), r);
+  return hn::Xor(sine, hn::BitCast(lanes, hn::ShiftLeft<63>(turns)));
+}
+
+HWY_INLINE bool ArePlainAngles(Vec x) {
+  return hn::AllTrue(Lanes(), hn::Lt(hn::Abs(x), Number(kLargestPlainAngle)));
+}
+
+inline double ScalarSin(double x) {
+  return std::sin(x);
+}
+inline double ScalarCos(double x) {
+  return std::cos(x);
+}
+
+HWY_INLINE Vec SinVec(Vec x) {
+  if (HWY_UNLIKELY(!ArePlainAngles(x))) return ByLanes(&ScalarSin, x);
+  const Vec sum = hn::MulAdd(x, Number(0.31830988618379067), Number(kRounder));
+  const Vec sine = ReducedSin(x, hn::Sub(sum, Number(kRounder)), hn::BitCast(Bits(), sum));
+  // Keeps the sign of zero.
+  return hn::IfThenElse(hn::Eq(x, Number(0)), x, sine);
+}
+
+/// cos x = sin(x + pi/2): reduced by odd multiples of pi/2.
+HWY_INLINE Vec CosVec(Vec x) {
+  if (HWY_UNLIKELY(!ArePlainAngles(x))) return ByLanes(&ScalarCos, x);
+  const Vec sum =
+      hn::Add(hn::MulAdd(x, Number(0.31830988618379067), Number(-0.5)), Number(kRounder));
+  const Vec q = hn::Add(hn::Sub(sum, Number(kRounder)), Number(0.5));
+  const auto turns = hn::Add(hn::BitCast(Bits(), sum), hn::Set(Bits(), 1));
+  return ReducedSin(x, q, turns);
+}
+
+}  // namespace tarnwick::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif  // include guard per instruction set
