@@ -34,7 +34,7 @@ struct LoadOptions {
   bool reduced_points = false;   ///< the owning graph is in its reduced-points mode
   Progress* progress = nullptr;  ///< shown from the start when given
   int threads = 0;               ///< for large text; 0 = as many as help on this machine
-  TransformFactory transforms;   ///< empty: raw X and Y
+  TransformFactory transforms;   ///< empty: CompileColumnExpressions
   bool value_by_value =
       false;  ///< only the one-value-at-a-time interface: the reference of the fast road
 };

@@ -154,8 +154,9 @@ TEST(Loader, RefusesExpressionsNobodyEvaluates) {
   const auto supplier = SupplierOf(EveryRow(), Counting(3));
   const auto series = SeriesOf(EveryRow());
   series->SetYColExpr("Y*2");
-  EXPECT_THROW(LoadDataSet(*series, *supplier), Error);
   LoadOptions options;
+  options.transforms = [](const TDataSeries&) { return ColumnTransforms(); };
+  EXPECT_THROW(LoadDataSet(*series, *supplier, options), Error);
   options.transforms = [](const TDataSeries&) {
     return ColumnTransforms{{}, [](double x, double y) -> std::optional<double> {
                               return x == 2 ? std::nullopt : std::optional(2 * y);
