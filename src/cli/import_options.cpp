@@ -111,6 +111,11 @@ void AddImportOptions(CLI::App& command, ImportArguments& arguments) {
       ->group(group);
   command.add_option("--y-format", arguments.y_format, "The same for Y")->group(group);
   command
+      .add_option("--x-expr", arguments.x_expression,
+                  "What becomes of X: an expression in the row's X and Y")
+      ->group(group);
+  command.add_option("--y-expr", arguments.y_expression, "The same for Y")->group(group);
+  command
       .add_option("--tolerance", arguments.tolerance, "X distance within which two points are one")
       ->group(group)
       ->check(CLI::NonNegativeNumber);
@@ -131,6 +136,8 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   options.every = SamplingNamed(arguments.every);
   options.x_format = FormatNamed(arguments.x_format);
   options.y_format = FormatNamed(arguments.y_format);
+  options.x_expression = arguments.x_expression;
+  options.y_expression = arguments.y_expression;
   options.tolerance = arguments.tolerance;
   options.duplicates_allowed = arguments.duplicates;
   return options;

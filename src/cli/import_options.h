@@ -21,6 +21,8 @@ struct ImportArguments {
   std::string every = "auto";
   std::string x_format;
   std::string y_format;
+  std::optional<std::string> x_expression;
+  std::optional<std::string> y_expression;
   double tolerance = 0;
   bool duplicates = false;
   std::optional<bool> merge_separators;
