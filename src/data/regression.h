@@ -51,7 +51,7 @@ struct CurveSampling {
   std::int32_t steps = 0;
 
   /// No more samples than this are taken, whatever `steps` says.
-  static constexpr std::int32_t kMostSteps = 10'000'000;
+  static constexpr std::int32_t kMostSteps = 1'000'000;
   /// The distance of samples; not positive or undefined when there is nothing to sample.
   double Step() const;
   /// x_min, x_min + h, … while X <= x_max + 1e-5 h; empty when the step is not positive.
