@@ -28,7 +28,6 @@ PointChain::Place FirstPlaceNot(const ChunkRoot& root, Before before) {
   if (groups == 0) return {};
   const std::size_t group = groups - 1;
   const ChunkGroup& chunks = *root.groups[group];
-  chunks.Prefetch();
   const std::size_t chunk = CountBefore(chunks.first_x, before) - 1;
   // The number of points is taken from here, not from the chunk, whose memory is slow to come.
   const bool last = chunk + 1 == chunks.start.size();
@@ -41,8 +40,8 @@ PointChain::Place FirstPlaceNot(const ChunkRoot& root, Before before) {
 }
 
 // The entry that holds `position`, given the ascending first position of each; `guess` is tried first.
-template <class Positions>
-std::size_t EntryOf(const Positions& start, std::size_t position, std::size_t guess) {
+template <class T>
+std::size_t EntryOf(const std::vector<T>& start, std::size_t position, std::size_t guess) {
   const auto holds = [&](std::size_t i) {
     return start[i] <= position && (i + 1 == start.size() || position < start[i + 1]);
   };

@@ -11,9 +11,9 @@ namespace {
 // Small DataSets stay small: the first chunk grows in steps.
 constexpr std::size_t kFirstCapacity = 16;
 
-template <class List>
-typename List::iterator IteratorAt(List& values, std::size_t offset) {
-  return values.begin() + static_cast<std::ptrdiff_t>(offset);
+template <class T>
+typename std::vector<T>::iterator IteratorAt(std::vector<T>& values, std::size_t offset) {
+  return values.begin() + static_cast<typename std::vector<T>::difference_type>(offset);
 }
 
 // The room to give a chunk that has too little for one more of `points`.
@@ -53,7 +53,7 @@ void PointChain::AddChunk(std::size_t room, IdRoom id_room) {
   ChunkGroup& group = root.groups.back().Edit();
   group.first_x.push_back(0);
   group.start.push_back(group.points);
-  group.chunks.push_back(CowPtr(PointChunk::Make(room, id_room)));
+  group.chunks.emplace_back(PointChunk::Make(room, id_room));
 }
 
 void PointChain::Append(std::int32_t id, double x, double y) {
@@ -115,13 +115,11 @@ void PointChain::Insert(const Place& place, const Point& point) {
     Append(point);
     return;
   }
+  const std::size_t index = IndexOf(place);
   Place at = place;
-  if (ChunkAt(at).Size() >= PointChunk::kInsertCapacity) {
-    const std::size_t index = IndexOf(place);
-    do {
-      SplitChunk(at);
-      at = PlaceOf(index);
-    } while (ChunkAt(at).Size() >= PointChunk::kInsertCapacity);
+  while (ChunkAt(at).Size() >= PointChunk::kInsertCapacity) {
+    SplitChunk(at);
+    at = PlaceOf(index);
   }
   EditRoomyChunk(at, IdRoom::Yes).Insert(at.offset, point);
   if (at.offset == 0) FirstXChanged(at);
@@ -228,15 +226,15 @@ void PointChain::SplitGroup(std::size_t number) {
   const std::size_t half = head.chunks.size() / 2;
   auto tail = std::make_unique<ChunkGroup>();
   const std::uint32_t kept_points = head.start[half];
-  for (std::size_t i = half; i < head.chunks.size(); ++i) {
-    tail->first_x.push_back(head.first_x[i]);
+  tail->first_x.assign(IteratorAt(head.first_x, half), head.first_x.end());
+  for (std::size_t i = half; i < head.start.size(); ++i) {
     tail->start.push_back(head.start[i] - kept_points);
-    tail->chunks.push_back(head.chunks[i]);
   }
+  tail->chunks.assign(IteratorAt(head.chunks, half), head.chunks.end());
   tail->points = head.points - kept_points;
-  head.first_x.shrink(half);
-  head.start.shrink(half);
-  head.chunks.shrink(half);
+  head.first_x.resize(half);
+  head.start.resize(half);
+  head.chunks.resize(half);
   head.points = kept_points;
   root.first_x.insert(IteratorAt(root.first_x, number + 1), tail->first_x.front());
   root.start.insert(IteratorAt(root.start, number + 1), root.start[number] + kept_points);

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "data/cow_ptr.h"
-#include "data/inline_vector.h"
 
 namespace tarnwick {
 
@@ -136,22 +135,13 @@ class PointChunk : public CowCounted {
 
 /// Neighbouring chunks with what a search needs of them side by side.
 struct ChunkGroup : CowCounted {
-  static constexpr std::size_t kCapacity = 128;
-  template <class T>
-  using PerChunk = InlineVector<T, kCapacity>;
-
   std::unique_ptr<ChunkGroup> Clone() const { return std::make_unique<ChunkGroup>(*this); }
-  /// Asks for all that an insert will look at, so that it waits for memory once.
-  void Prefetch() const {
-    constexpr std::size_t kLine = 64;
-    const auto* const bytes = reinterpret_cast<const char*>(this);
-    for (std::size_t i = 0; i < sizeof(ChunkGroup); i += kLine) __builtin_prefetch(bytes + i);
-  }
+  static constexpr std::size_t kCapacity = 128;
 
+  std::vector<double> first_x;       ///< X of each chunk's first point
+  std::vector<std::uint32_t> start;  ///< index of each chunk's first point within the group
+  std::vector<CowPtr<PointChunk>> chunks;
   std::uint32_t points = 0;
-  PerChunk<double> first_x;       ///< X of each chunk's first point
-  PerChunk<std::uint32_t> start;  ///< index of each chunk's first point within the group
-  PerChunk<CowPtr<PointChunk>> chunks;
 };
 
 /// All groups, with the same figures one floor up.
