@@ -1,0 +1,55 @@
+// The residuals of one model over fixed points, r(x) = f(x; p) - y, reduced in one pass: to their sum of squares, or with
+// the Jacobian to a small triangle. Knows no DataSet, no margin and no minimiser.
+#pragma once
+
+#include <Eigen/Dense>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "fit/curve_fit.h"
+
+namespace tarnwick {
+
+/// Contiguous points of the same length; y with its base line taken off.
+struct FitPoints {
+  std::span<const double> x;
+  std::span<const double> y;
+};
+
+/// What one pass leaves of residuals r and Jacobian J (points x k): enough for any step, the covariance and the verdict.
+struct ReducedJacobian {
+  double sum_of_squares = 0;  ///< of the defined residuals
+  Eigen::MatrixXd r;    ///< k x k upper triangle R with J'J = R'R, J's columns in parameter order
+  Eigen::VectorXd qtr;  ///< Q'r, so that J'r = R' qtr
+  std::int64_t undefined =
+      0;  ///< points where residual or derivative have no value; left out of R and qtr
+};
+
+/// How the Jacobian is reduced: through J'J (fast, half the digits) or by orthogonal blocks (all digits).
+enum class Reduction { NormalEquations, Orthogonal };
+
+class ModelResiduals {
+ public:
+  /// `model` must be prepared (TCurFit::Prepare), `points` must outlive this. Differentiates by the parameters with Vary set,
+  /// in order. `threads`: 0 = as many as help. Sums do not depend on the number of threads.
+  ModelResiduals(TCurFit& model, FitPoints points, int threads = 0);
+  ~ModelResiduals();
+
+  std::size_t ParameterCount() const;
+  /// The present values of the varied parameters.
+  std::vector<double> Start() const;
+  /// Undefined (NaN) when any residual is. Throws EIntegerDivision.
+  double SumOfSquares(std::span<const double> p);
+  ReducedJacobian Reduce(std::span<const double> p, Reduction how);
+  /// Sets the model's varied parameters through their setters.
+  void StoreInModel(std::span<const double> p);
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace tarnwick
