@@ -27,7 +27,7 @@ class TCurFit final : public TExpressionParser {
   const std::string& Expression() const { return settings_.Expression; }
   void SetExpression(const std::string& text);
   FitStatus Status() const { return settings_.Status; }
-  void SetStatus(FitStatus status);
+  void SetStatus(FitStatus status);  ///< a matter of display: tells, but Modified and result stay
   FitProcType ProcType() const { return settings_.ProcType; }
   void SetProcType(FitProcType type);
   bool LeftMarginUsed() const { return settings_.LeftMarginUsed; }
@@ -39,7 +39,7 @@ class TCurFit final : public TExpressionParser {
   double RightMargin() const { return settings_.RightMargin; }
   void SetRightMargin(double x);  ///< notifies only while the margin is used
   std::int32_t NPoints() const { return settings_.NPoints; }
-  void SetNPoints(std::int32_t points);
+  void SetNPoints(std::int32_t points);  ///< ignored unless greater than 0
   double Tolerance() const { return settings_.Tolerance; }
   void SetTolerance(double tolerance);  ///< ignored unless greater than 0
   std::int32_t IterMax() const { return settings_.IterMax; }
@@ -61,6 +61,7 @@ class TCurFit final : public TExpressionParser {
   }
   /// Throws Error (text as TDBLParameter::SetName) on a name already used; the parameter is then gone.
   void AddParameter(std::unique_ptr<TDBLParameter> parameter);
+  // What was compiled read the values that go: there is nothing to evaluate until the next Prepare.
   void DeleteParameter(std::int32_t i);  ///< out of range does nothing
   void ClearParameters();
   /// Copies the values position by position and notifies; nothing when the numbers of parameters differ.
@@ -69,6 +70,7 @@ class TCurFit final : public TExpressionParser {
   // --- templates, in the order added
   const std::vector<TemplateSettings>& Templates() const { return settings_.templates; }
   std::int32_t NTemplates() const { return static_cast<std::int32_t>(Templates().size()); }
+  // They work from the next Prepare on and tell nobody; the result goes.
   void AddTemplate(TemplateSettings text);
   void ClearTemplates();
 
@@ -84,7 +86,8 @@ class TCurFit final : public TExpressionParser {
   // --- the model as a value
   void Reset();  ///< a fresh model; notifies
   FitSettings Settings() const;
-  /// Takes over all settings without compiling; drops the result; notifies with Modified as given.
+  /// Takes over all settings without compiling; drops the result; notifies with Modified as given. Of parameters of one
+  /// name only the first is taken.
   void SetSettings(const FitSettings& settings, bool modified);
   /// Settings by way of the stored form, then Prepare. Throws EParserException.
   void Assign(const TCurFit& other);
@@ -106,16 +109,31 @@ class TCurFit final : public TExpressionParser {
   void Change(bool modified);
   void SetOnChange(std::function<void()> on_change) { on_change_ = std::move(on_change); }
   /// The points changed: Modified is set and the result dropped, without calling OnChange.
-  void DataChanged();
+  void DataChanged() {
+    modified_ = true;
+    if (result_ != nullptr) result_.reset();
+  }
 
   /// The result of the last fit; null when there was none or points, values or settings changed since.
   const FitResult* Result() const { return result_.get(); }
   /// Keeps a result for the present values until the next change.
   void SetResult(std::shared_ptr<const FitResult> result) { result_ = std::move(result); }
+  /// The same, for whoever keeps it.
+  std::shared_ptr<const FitResult> SharedResult() const { return result_; }
 
  private:
   friend class TDBLParameter;
-  bool NameInUse(const std::string& name) const;
+  void CheckNameIsFree(const std::string& name) const;
+  /// A change that the result does not outlive.
+  void Edited();
+  /// Replaces `held` and tells, unless it is the same.
+  template <class Held>
+  void Store(Held& held, const Held& value);
+  void StoreMargin(double& margin, double x, bool used);
+  void AdoptParameters(const std::vector<ParameterSettings>& parameters);
+  void ForgetCompiled();
+  void RestoreBuiltinWords();
+  std::string ExpressionWithTemplates() const;
 
   FitSettings settings_;  // its parameters stay empty: params_ holds them
   std::vector<std::unique_ptr<TDBLParameter>> params_;
