@@ -41,6 +41,9 @@ void LoadRun::LoadBlocks(const TTxtSupplier& text) {
   for (Member& member : members_) {
     member.x_request = Request(member.x_column, member.target->Info().XFormat);
     member.y_request = Request(member.y_column, member.target->Info().YFormat);
+    for (const std::int32_t column : member.target->Columns()) {
+      member.column_requests.push_back(Request(column, FormatOf(member, column)));
+    }
   }
   std::int64_t first_row = 1;
   std::int64_t first_line = 1 + text.HeaderRows();
@@ -73,6 +76,10 @@ void LoadRun::TakeBlock(Member& member, const RowBlock& block, std::int64_t firs
     RowValues values;
     values.x = BlockOrRowNumber(block, member.x_request, row, number);
     values.y = BlockOrRowNumber(block, member.y_request, row, number);
+    for (std::size_t i = 0; i < member.columns.size(); ++i) {
+      member.columns[i] = BlockOrRowNumber(block, member.column_requests[i], row, number);
+    }
+    values.columns = member.columns;
     target.Take(values, [&] { return first_line + block.LineOfRow(row, layout); });
   }
 }

@@ -38,11 +38,16 @@ bool LoadRun::GoToNextWantedRow() {
   return !supplier_.AtEnd();
 }
 
-RowValues LoadRun::ReadRow(const Member& member) const {
+RowValues LoadRun::ReadRow(Member& member) const {
   const TDSInfo& info = member.target->Info();
   RowValues values;
   values.x = ReadCode(member.x_column, info.XFormat);
   if (!IsUndefined(values.x)) values.y = ReadCode(member.y_column, info.YFormat);
+  const std::vector<std::int32_t>& columns = member.target->Columns();
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    member.columns[i] = ReadCode(columns[i], FormatOf(member, columns[i]));
+  }
+  values.columns = member.columns;
   return values;
 }
 

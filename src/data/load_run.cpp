@@ -97,8 +97,9 @@ std::vector<ColumnTransforms> LoadRun::PrepareTransforms() const {
   std::vector<ColumnTransforms> transforms;
   for (const Member& member : members_) {
     const TDataSeries& series = *all_[member.number];
-    transforms.push_back(options_.transforms ? options_.transforms(series)
-                                             : CompileColumnExpressions(series));
+    const TransformFactory compile =
+        options_.transforms ? options_.transforms : CompileColumnExpressions;
+    transforms.push_back(compile(series, supplier_.ColumnNames()));
     const std::pair<const std::string&, bool> columns[] = {
         {series.XColExpr(), transforms.back().x || IsRawColumn(series.XColExpr(), "x")},
         {series.YColExpr(), transforms.back().y || IsRawColumn(series.YColExpr(), "y")}};
@@ -134,6 +135,7 @@ void LoadRun::BeginTargets(std::vector<ColumnTransforms> transforms) {
     if (rows) *rows -= member.headers;
     member.target =
         std::make_unique<LoadTarget>(*all_[member.number], rows, limit, std::move(transforms[i]));
+    member.columns.resize(member.target->Columns().size());
   }
 }
 
@@ -150,6 +152,17 @@ void LoadRun::FinishTargets() {
       report.AddSkipped(SkipReason::XMissing, supplier_.Size() + 1);
     }
   }
+}
+
+/// How a column that a column expression reads becomes a number. The description keeps formats for X and Y only: other
+/// columns are read automatically, but with a decimal comma where X or Y have one.
+ColumnFormat LoadRun::FormatOf(const Member& member, std::int32_t column) {
+  const TDSInfo& info = member.target->Info();
+  if (column == member.x_column) return info.XFormat;
+  if (column == member.y_column) return info.YFormat;
+  const bool comma =
+      info.XFormat == ColumnFormat::DecimalComma || info.YFormat == ColumnFormat::DecimalComma;
+  return comma ? ColumnFormat::DecimalComma : ColumnFormat::Automatic;
 }
 
 bool LoadRun::AdvanceProgress(std::int64_t done) {

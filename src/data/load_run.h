@@ -53,6 +53,8 @@ class LoadRun {
     std::unique_ptr<LoadTarget> target;
     std::size_t x_request = 0;  // among the columns of a block; kRowNumbers = the row's number
     std::size_t y_request = 0;
+    std::vector<std::size_t> column_requests;  // of what its column expressions read
+    std::vector<double> columns;               // their values in the row at hand
   };
   static constexpr std::size_t kRowNumbers = ~std::size_t{0};
 
@@ -62,13 +64,14 @@ class LoadRun {
   void BeginTargets(std::vector<ColumnTransforms> transforms);
   void FinishTargets();
 
+  static ColumnFormat FormatOf(const Member& member, std::int32_t column);
   bool AdvanceProgress(std::int64_t done);
   bool AllDone() const;
 
   // Row by row
   void LoadRows();
   bool GoToNextWantedRow();
-  RowValues ReadRow(const Member& member) const;
+  RowValues ReadRow(Member& member) const;
   double ReadCode(std::int32_t column, ColumnFormat format) const;
 
   // Block by block

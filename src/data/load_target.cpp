@@ -4,8 +4,6 @@
 #include <cmath>
 #include <utility>
 
-#include "base/undefined.h"
-
 namespace tarnwick {
 namespace {
 
@@ -14,6 +12,16 @@ constexpr std::size_t kPointsPerFlush = 8192;
 bool RisesFrom(const PointChain& points, std::span<const double> x) {
   if (x.empty()) return true;
   return (points.Empty() || x.front() >= points.LastX()) && std::is_sorted(x.begin(), x.end());
+}
+
+/// What a column expression makes of a row; NaN as in RowValues where that is no number.
+double Transformed(const ColumnTransform& transform, const RowValues& values, double raw,
+                   std::span<const double> columns) {
+  if (!transform) return raw;
+  for (const double column : columns) {
+    if (std::isnan(column)) return column;
+  }
+  return transform.value(values.x, values.y, columns).value_or(kNotNumberValue);
 }
 
 }  // namespace
@@ -29,7 +37,9 @@ LoadTarget::LoadTarget(TDataSeries& series, std::optional<std::int64_t> rows,
                        std::int32_t point_limit, ColumnTransforms transforms)
     : series_(series),
       chooser_(series.Source(), rows, point_limit),
-      transforms_(std::move(transforms)) {
+      transforms_(std::move(transforms)),
+      columns_(transforms_.x.columns) {
+  columns_.insert(columns_.end(), transforms_.y.columns.begin(), transforms_.y.columns.end());
   series_.Clear();
   report_.loaded = true;
 }
@@ -56,15 +66,13 @@ void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> 
 }
 
 std::optional<SkipReason> LoadTarget::AddPoint(const RowValues& values) {
-  const auto apply = [&](const ColumnTransform& transform, double raw) {
-    return transform ? transform(values.x, values.y).value_or(kUndefined) : raw;
-  };
-  const double x = apply(transforms_.x, values.x);
-  const double y = apply(transforms_.y, values.y);
-  if (std::isnan(x)) return SkipReason::XNotNumber;
-  if (std::isnan(y)) return SkipReason::YNotNumber;
-  x_.push_back(x);
-  y_.push_back(y);
+  const std::size_t x_columns = transforms_.x.columns.size();
+  const RowValues point{
+      Transformed(transforms_.x, values, values.x, values.columns.first(x_columns)),
+      Transformed(transforms_.y, values, values.y, values.columns.subspan(x_columns))};
+  if (std::isnan(point.x) || std::isnan(point.y)) return ReasonOf(point);
+  x_.push_back(point.x);
+  y_.push_back(point.y);
   if (x_.size() % kPointsPerFlush == 0) FlushWhenWorthwhile();
   return std::nullopt;
 }

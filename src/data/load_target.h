@@ -15,10 +15,11 @@
 
 namespace tarnwick {
 
-/// Where a value of a row came from and what it is; NaN tells kMissingValue from kNotNumberValue.
+/// The values of a row; NaN tells kMissingValue from kNotNumberValue.
 struct RowValues {
   double x = kMissingValue;
   double y = kMissingValue;
+  std::span<const double> columns = {};  ///< those of LoadTarget::Columns()
 };
 
 class LoadTarget {
@@ -30,6 +31,8 @@ class LoadTarget {
   const TDSInfo& Info() const { return series_.Source(); }
   const RowChooser& Chooser() const { return chooser_; }
   LoadReport& Report() { return report_; }
+  /// The columns beside X and Y that its column expressions read: those for X, then those for Y.
+  const std::vector<std::int32_t>& Columns() const { return columns_; }
   /// Points so far, those on their way among them.
   std::int64_t Points() const;
 
@@ -50,6 +53,7 @@ class LoadTarget {
   TDataSeries& series_;
   RowChooser chooser_;
   ColumnTransforms transforms_;
+  std::vector<std::int32_t> columns_;
   LoadReport report_;
   std::vector<double> x_;  // points not yet in the DataSet
   std::vector<double> y_;

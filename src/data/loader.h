@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,15 +17,25 @@
 
 namespace tarnwick {
 
-/// What a column expression makes of a row's raw X and Y; nothing when the result is undefined.
-using ColumnTransform = std::function<std::optional<double>(double x, double y)>;
+/// What a column expression makes of a row. An empty one stands for "take the raw value" (the texts "X" and "Y").
+struct ColumnTransform {
+  /// The value, or nothing when it is undefined. `columns`: the values of `columns` below, all of them numbers.
+  using Function =
+      std::function<std::optional<double>(double x, double y, std::span<const double> columns)>;
 
-/// Compiles XColExpr and YColExpr. An empty function stands for "take the raw value" (the texts "X" and "Y").
+  Function value;
+  std::vector<std::int32_t> columns = {};  ///< what it reads beside the raw X and Y, by position
+
+  explicit operator bool() const { return static_cast<bool>(value); }
+};
+
 struct ColumnTransforms {
   ColumnTransform x;
   ColumnTransform y;
 };
-using TransformFactory = std::function<ColumnTransforms(const TDataSeries&)>;
+/// Compiles XColExpr and YColExpr for a source with these columns.
+using TransformFactory = std::function<ColumnTransforms(
+    const TDataSeries&, const std::vector<std::string>& column_names)>;
 
 /// Points that automatic sampling lets through.
 inline constexpr std::int32_t kPointLimit = 5000;

@@ -7,6 +7,7 @@
 #include "base/text_encoding.h"
 #include "base/undefined.h"
 #include "expr/builtin_words.h"
+#include "expr/evaluation_procedures.h"
 #include "expr/expr_collection.h"
 #include "expr/expr_scanner.h"
 #include "expr/expression_tree.h"
@@ -118,6 +119,23 @@ void TExpressionParser::GetVariables(
 std::vector<std::reference_wrapper<const TGeneratedVariable>>
 TExpressionParser::GeneratedVariables() {
   return WordsOf<TGeneratedVariable>(WordList());
+}
+
+std::vector<std::string> TExpressionParser::UnassignedNames() {
+  std::vector<const double*> assigned;
+  for (const CompiledExpression& expression : expressions_) {
+    for (const TExprRec& rec : expression.chain) {
+      if (rec.Oper == &Assign) assigned.push_back(rec.Args[0]);
+    }
+  }
+  std::vector<std::string> names;
+  for (TExprWord* const word : WordList()) {
+    if (typeid(*word) != typeid(TGeneratedVariable)) continue;
+    const bool known =
+        std::find(assigned.begin(), assigned.end(), word->AsPointer()) != assigned.end();
+    if (!known) names.push_back(word->Name());
+  }
+  return names;
 }
 
 void TExpressionParser::ClearExpressions() {

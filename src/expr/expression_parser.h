@@ -40,6 +40,8 @@ class TExpressionParser {
   void GetVariables(std::vector<std::reference_wrapper<const TDoubleVariable>>& list);
   /// The variables that expressions use and nobody defined, in alphabetical order.
   std::vector<std::reference_wrapper<const TGeneratedVariable>> GeneratedVariables();
+  /// The names among them that no compiled expression assigns: they stay undefined.
+  std::vector<std::string> UnassignedNames();
 
   /// Forgets every compiled expression; there is no current one then.
   void ClearExpressions();

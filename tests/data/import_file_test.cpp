@@ -103,6 +103,13 @@ TEST(ImportFile, ReadsUnformattedFiles) {
 
   const auto unnamed = folder.Write("u.dat", "\n@unformatted\n" + Single(1) + Single(2));
   EXPECT_EQ(ImportFile(unnamed).series.at(0)->SeriesName(), "(col 2)");
+
+  ImportOptions options;
+  options.y_columns = {"v"};
+  options.y_expression = "V - w";
+  const auto wide =
+      folder.Write("w.dat", "t,v,w\n@Unformatted\n" + Single(1) + Single(9) + Single(2));
+  EXPECT_EQ(ImportFile(wide, options).series.at(0)->Points().Back().y, 7);
 }
 
 TEST(ImportFile, SaysWhatIsWrongWithAFile) {

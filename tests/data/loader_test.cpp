@@ -155,16 +155,47 @@ TEST(Loader, RefusesExpressionsNobodyEvaluates) {
   const auto series = SeriesOf(EveryRow());
   series->SetYColExpr("Y*2");
   LoadOptions options;
-  options.transforms = [](const TDataSeries&) { return ColumnTransforms(); };
+  options.transforms = [](const TDataSeries&, const std::vector<std::string>&) {
+    return ColumnTransforms();
+  };
   EXPECT_THROW(LoadDataSet(*series, *supplier, options), Error);
-  options.transforms = [](const TDataSeries&) {
-    return ColumnTransforms{{}, [](double x, double y) -> std::optional<double> {
-                              return x == 2 ? std::nullopt : std::optional(2 * y);
-                            }};
+  options.transforms = [](const TDataSeries&, const std::vector<std::string>&) {
+    return ColumnTransforms{
+        {}, {[](double x, double y, std::span<const double>) -> std::optional<double> {
+          return x == 2 ? std::nullopt : std::optional(2 * y);
+        }}};
   };
   const LoadReport report = LoadDataSet(*series, *supplier, options);
   EXPECT_EQ(series->Points().YValues(), (std::vector<double>{2, 6}));
   EXPECT_EQ(report.y_not_number, 1);
+}
+
+TEST(Loader, ReadsTheColumnsThatExpressionsName) {
+  const std::string text =
+      "x,y,Temp (C),n\n1,10,100,a\n2,20,,a\n3,30,warm,a\n,40,100,a\n5,50,100,a\n6,60,200,a\n";
+  for (const LoadOptions& options : {LoadOptions(), ValueByValue()}) {
+    for (const ColumnFormat format : {ColumnFormat::Automatic, ColumnFormat::DecimalComma}) {
+      TDSInfo info = EveryRow();
+      info.MergeSeparators = false;
+      info.YFormat = format;
+      const auto supplier = SupplierOf(info, text);
+      const auto series = SeriesOf(info);
+      series->SetXColExpr("X + row_number");
+      series->SetYColExpr("col2*col0 + Y");
+      const auto other = SeriesOf(info);
+      other->SetXColExpr("temp__c_ div (X - 5)");
+      TDataSeries* const all[] = {series.get(), other.get()};
+      const std::vector<LoadReport> reports = LoadShared(all, *supplier, options);
+      EXPECT_EQ(Xs(*series), (std::vector<double>{2, 10, 12}));
+      EXPECT_EQ(series->Points().YValues(), (std::vector<double>{110, 550, 1260}));
+      EXPECT_EQ(
+          reports[0].Message(),
+          "3 points; 3 rows skipped (1 X empty, 1 Y empty, 1 Y not a number; first at line 3)");
+      EXPECT_EQ(Xs(*other), (std::vector<double>{-25, 200}));
+      EXPECT_EQ(reports[1].Message(),
+                "2 points; 4 rows skipped (2 X empty, 2 X not a number; first at line 3)");
+    }
+  }
 }
 
 class CancelAfter final : public Progress {
@@ -280,6 +311,9 @@ TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
     const auto blocks = SeriesOf(info);
     const auto shared = SeriesOf(info);
     const auto companion = SeriesOf(other);
+    for (TDataSeries* const series : {reference.get(), blocks.get(), shared.get()}) {
+      if (round % 3 == 0) series->SetYColExpr("Y*2 - col0 + row_number");
+    }
     const LoadReport expected = LoadDataSet(*reference, *supplier, ValueByValue());
     const LoadReport got = LoadDataSet(*blocks, *supplier);
     TDataSeries* const all[] = {shared.get(), companion.get()};
