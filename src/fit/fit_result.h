@@ -26,6 +26,9 @@ struct FitStatistics {
   std::vector<double> standard_errors;  ///< k, in the order of the varied parameters
   std::vector<double> covariance;       ///< k x k, row by row
   std::vector<double> correlation;      ///< k x k, row by row
+  /// k x k: the covariance within the directions that the data determine, zero along the others. Equal to `covariance`
+  /// when all are determined; the bands of the curve need no more.
+  std::vector<double> determined_covariance;
 };
 
 /// A direction in the space of the varied parameters that the data do not determine: which parameters trade against each

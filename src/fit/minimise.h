@@ -5,6 +5,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/progress.h"
@@ -13,6 +14,9 @@ namespace tarnwick {
 
 /// At most this many parameters may be varied in one fit.
 inline constexpr std::int32_t kMaxVariedParameters = 32;
+/// The message of a run with more.
+inline constexpr std::string_view kTooManyParametersText =
+    "Error: Maximum Number of Varied Parameters Nmax = 32 Exceeded!";
 
 /// The sum of squares at `p`; undefined (NaN) where the model has no value.
 using ScalarObjective = std::function<double(std::span<const double> p)>;
@@ -26,12 +30,13 @@ enum class StopReason {
   TooManyParameters,  ///< more than kMaxVariedParameters: nothing was done
   UndefinedAtStart,   ///< the objective has no value at the start: nothing was done
   BadModel,           ///< the model could not be evaluated (its text is in `message`)
+  NoPoints,           ///< no point to fit: nothing was done
 };
 
 /// True when the parameters must go back to what they were.
 constexpr bool Failed(StopReason why) {
   return why == StopReason::TooManyParameters || why == StopReason::UndefinedAtStart ||
-         why == StopReason::BadModel;
+         why == StopReason::BadModel || why == StopReason::NoPoints;
 }
 
 struct MinimiseOptions {

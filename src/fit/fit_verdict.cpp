@@ -1,0 +1,269 @@
+#include "fit/fit_verdict.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "base/number_text.h"
+#include "base/undefined.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kDigits = 6;
+// Nearer to the best fit than this many standard errors, a difference means nothing.
+constexpr double kNearEnough = 0.1;
+// A gain in the sum of squares below this share is the rounding of its last digits.
+constexpr double kGainWorthNaming = 1e-9;
+constexpr double kStrongCorrelation = 0.99;
+constexpr std::size_t kCorrelationsNamed = 3;
+
+std::string Number(double value) {
+  return GeneralText(value, kDigits);
+}
+
+std::string Counted(std::int64_t count, const std::string& thing) {
+  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
+/// "a", "a and b", "a, b and c".
+std::string Listed(const std::vector<std::string>& words) {
+  std::string text;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (i > 0) text += i + 1 == words.size() ? " and " : ", ";
+    text += words[i];
+  }
+  return text;
+}
+
+std::vector<std::string> NamesOf(const FitResult& result, const std::vector<std::int32_t>& which) {
+  std::vector<std::string> names;
+  names.reserve(which.size());
+  for (const std::int32_t i : which) names.push_back(result.names.at(static_cast<std::size_t>(i)));
+  return names;
+}
+
+bool Ran(const FitResult& result) {
+  switch (result.outcome.why) {
+    case StopReason::Converged:
+    case StopReason::NoFurtherDescent:
+    case StopReason::IterationLimit:
+    case StopReason::Cancelled:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Settled(const FitResult& result) {
+  return result.outcome.why == StopReason::Converged ||
+         result.outcome.why == StopReason::NoFurtherDescent;
+}
+
+bool TooFewPoints(const FitResult& result) {
+  return result.statistics.points < result.statistics.varied;
+}
+
+bool NoBetterThanMean(const FitResult& result) {
+  return result.statistics.r_squared <= 0;
+}
+
+bool AllDetermined(const FitResult& result) {
+  return result.singular_directions.empty() && result.unmoved.empty();
+}
+
+// --- the summary
+
+std::string UndefinedStart(const FitCircumstances& about) {
+  if (!about.unknown_names.empty()) {
+    return "The fit did not start: " + Listed(about.unknown_names) +
+           (about.unknown_names.size() == 1 ? " is neither the variable nor a parameter."
+                                            : " are neither the variable nor parameters.");
+  }
+  std::string text = "The fit did not start: with the starting values the model has no value";
+  if (about.first_undefined_x) text += " at X = " + Number(*about.first_undefined_x);
+  const std::int64_t others = about.undefined_at_start - 1;
+  if (others > 0) text += " and at " + Counted(others, "other point");
+  return text + ".";
+}
+
+/// Why a fit did nothing.
+std::string Refusal(const FitResult& result, const FitCircumstances& about) {
+  switch (result.outcome.why) {
+    case StopReason::NothingVaried:
+      return "Nothing was fitted: no parameter is set to vary.";
+    case StopReason::NoPoints:
+      return result.undefined_points > 0
+                 ? "Nothing was fitted: none of the points has a finite Y."
+                 : "Nothing was fitted: there is no point between the margins.";
+    case StopReason::UndefinedAtStart:
+      return UndefinedStart(about);
+    default:
+      return result.outcome.message;
+  }
+}
+
+std::string Limit(const FitCircumstances& about) {
+  return about.method == FitProcType::cfp_Simplex
+             ? Counted(about.max_iterations, "evaluation") + " a parameter"
+             : Counted(about.max_iterations, "iteration");
+}
+
+std::string HowItEnded(const FitResult& result, const FitCircumstances& about) {
+  const std::string iterations = Counted(result.outcome.iterations, "iteration");
+  switch (result.outcome.why) {
+    case StopReason::IterationLimit:
+      return "Stopped at the limit of " + Limit(about) + " before the fit had settled";
+    case StopReason::Cancelled:
+      return "Cancelled after " + iterations;
+    case StopReason::NoFurtherDescent:
+      return "Settled after " + iterations + " where no step improves the fit any more";
+    default:
+      return "Converged after " + iterations;
+  }
+}
+
+/// What is to be said of the values, beginning with the colon or comma that joins it to how the fit ended.
+std::string WhatTheDataSay(const FitResult& result) {
+  if (TooFewPoints(result)) {
+    return ", but " + Counted(result.statistics.points, "point") + " cannot determine " +
+           Counted(result.statistics.varied, "parameter") + ".";
+  }
+  if (!result.singular_directions.empty()) {
+    return ", but the data cannot tell " +
+           Listed(NamesOf(result, result.singular_directions.front().parameters)) + " apart.";
+  }
+  if (!result.unmoved.empty()) {
+    return ", but the data do not depend on " + Listed(NamesOf(result, result.unmoved)) + ".";
+  }
+  if (NoBetterThanMean(result))
+    return ", but the curve fits no better than a horizontal line would.";
+  if (!Settled(result)) return ": the values are the best met so far.";
+  if (DistanceToBestFit(result) > kNearEnough)
+    return ", but short of the best fit: a finishing Newton-type step improves it.";
+  if (result.statistics.degrees_of_freedom == 0)
+    return ": there are as many points as parameters, so no errors can be stated.";
+  if (result.undefined_points > 0) return ", but not every point could be used.";
+  return ": the parameters are determined by the data.";
+}
+
+// --- the notes
+
+void NoteUndetermined(const FitResult& result, std::vector<std::string>& notes) {
+  for (const SingularDirection& direction : result.singular_directions) {
+    notes.push_back(Listed(NamesOf(result, direction.parameters)) +
+                    " trade against each other: the data determine only a combination of them, "
+                    "so that one should be held fixed.");
+  }
+  if (!result.unmoved.empty()) {
+    notes.push_back(Listed(NamesOf(result, result.unmoved)) +
+                    " never moved the curve: the sum of squares does not depend on " +
+                    (result.unmoved.size() == 1 ? "it" : "them") +
+                    " here, so that the starting values may be far off.");
+  }
+}
+
+/// Parameters that kept their starting value to the last bit while others moved.
+void NoteStuck(const FitResult& result, std::vector<std::string>& notes) {
+  if (!result.outcome.changed || result.start.size() != result.values.size()) return;
+  std::vector<std::int32_t> stuck;
+  for (std::size_t i = 0; i < result.values.size(); ++i) {
+    const auto index = static_cast<std::int32_t>(i);
+    const bool unmoved =
+        std::find(result.unmoved.begin(), result.unmoved.end(), index) != result.unmoved.end();
+    if (!unmoved && result.values[i] == result.start[i]) stuck.push_back(index);
+  }
+  if (stuck.empty()) return;
+  notes.push_back(Listed(NamesOf(result, stuck)) + " kept " +
+                  (stuck.size() == 1 ? "its starting value." : "their starting values."));
+}
+
+void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) {
+  struct Pair {
+    std::size_t first, second;
+    double correlation;
+  };
+  std::vector<Pair> pairs;
+  const std::size_t k = result.names.size();
+  const std::vector<double>& correlation = result.statistics.correlation;
+  for (std::size_t i = 0; correlation.size() == k * k && i < k; ++i) {
+    for (std::size_t j = i + 1; j < k; ++j) {
+      const double value = correlation[i * k + j];
+      if (std::abs(value) > kStrongCorrelation) pairs.push_back({i, j, value});
+    }
+  }
+  std::stable_sort(pairs.begin(), pairs.end(), [](const Pair& a, const Pair& b) {
+    return std::abs(a.correlation) > std::abs(b.correlation);
+  });
+  for (std::size_t i = 0; i < std::min(pairs.size(), kCorrelationsNamed); ++i) {
+    notes.push_back(result.names[pairs[i].first] + " and " + result.names[pairs[i].second] +
+                    " are strongly correlated (" + Number(pairs[i].correlation) +
+                    "): an error of one is made up for by the other.");
+  }
+  if (pairs.size() > kCorrelationsNamed) {
+    notes.push_back(
+        Counted(static_cast<std::int64_t>(pairs.size() - kCorrelationsNamed), "more pair") +
+        " of parameters with strong correlation.");
+  }
+}
+
+void NoteFinishingStep(const FitResult& result, std::vector<std::string>& notes) {
+  if (!result.newton_sum_of_squares) return;
+  const double gain = result.outcome.value - *result.newton_sum_of_squares;
+  if (!(gain > kGainWorthNaming * result.outcome.value)) return;
+  notes.push_back("A finishing Newton-type step lowers the sum of squares from " +
+                  Number(result.outcome.value) + " to " + Number(*result.newton_sum_of_squares) +
+                  " (by " + GeneralText(100 * gain / result.outcome.value, 3) + " %).");
+}
+
+void NotePoints(const FitResult& result, const FitCircumstances& about,
+                std::vector<std::string>& notes) {
+  if (about.regression_curve) {
+    notes.emplace_back(
+        "The points of the regression curve were fitted, as long as the DataSet shows one.");
+  }
+  if (result.undefined_points > 0) {
+    notes.push_back(Counted(result.undefined_points, "point") +
+                    " left out: Y or the model has no value there.");
+  }
+  if (result.points_used < result.points_in_range) {
+    notes.push_back(std::to_string(result.points_used) + " of " +
+                    std::to_string(result.points_in_range) +
+                    " points used: the model thins them by its number of points (" +
+                    std::to_string(about.thinned_to) + "). All points can be asked for.");
+  }
+}
+
+}  // namespace
+
+double DistanceToBestFit(const FitResult& result) {
+  if (!result.newton_sum_of_squares) return 0;
+  const double best = *result.newton_sum_of_squares;
+  const double gain = result.outcome.value - best;
+  if (!(gain > kGainWorthNaming * result.outcome.value)) return 0;
+  const double variance =
+      best / static_cast<double>(std::max<std::int64_t>(result.statistics.degrees_of_freedom, 1));
+  return variance > 0 ? std::sqrt(gain / variance) : std::numeric_limits<double>::infinity();
+}
+
+FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstances) {
+  FitVerdict verdict;
+  if (!Ran(result)) {
+    verdict.summary = Refusal(result, circumstances);
+    NotePoints(result, circumstances, verdict.notes);
+    return verdict;
+  }
+  verdict.trustworthy = Settled(result) && AllDetermined(result) && !TooFewPoints(result) &&
+                        !NoBetterThanMean(result) && result.undefined_points == 0 &&
+                        result.statistics.degrees_of_freedom > 0 &&
+                        DistanceToBestFit(result) <= kNearEnough;
+  verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result);
+  NoteUndetermined(result, verdict.notes);
+  NoteStuck(result, verdict.notes);
+  NoteFinishingStep(result, verdict.notes);
+  NoteCorrelations(result, verdict.notes);
+  NotePoints(result, circumstances, verdict.notes);
+  return verdict;
+}
+
+}  // namespace tarnwick
