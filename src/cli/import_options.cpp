@@ -112,7 +112,7 @@ void AddImportOptions(CLI::App& command, ImportArguments& arguments) {
   command.add_option("--y-format", arguments.y_format, "The same for Y")->group(group);
   command
       .add_option("--x-expr", arguments.x_expression,
-                  "What becomes of X: an expression in the row's X and Y")
+                  "What becomes of X: an expression in the row's X, Y and columns")
       ->group(group);
   command.add_option("--y-expr", arguments.y_expression, "The same for Y")->group(group);
   command
