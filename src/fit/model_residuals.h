@@ -19,6 +19,9 @@ struct FitPoints {
   std::span<const double> y;
 };
 
+/// How the Jacobian is reduced: through J'J (fast, half the digits) or by orthogonal blocks (all digits).
+enum class Reduction { NormalEquations, Orthogonal };
+
 /// What one pass leaves of residuals r and Jacobian J (points x k): enough for any step, the covariance and the verdict.
 struct ReducedJacobian {
   double sum_of_squares = 0;  ///< of the defined residuals
@@ -26,10 +29,8 @@ struct ReducedJacobian {
   Eigen::VectorXd qtr;  ///< Q'r, so that J'r = R' qtr
   std::int64_t undefined =
       0;  ///< points where residual or derivative have no value; left out of R and qtr
+  Reduction how = Reduction::Orthogonal;  ///< how it was made in the end
 };
-
-/// How the Jacobian is reduced: through J'J (fast, half the digits) or by orthogonal blocks (all digits).
-enum class Reduction { NormalEquations, Orthogonal };
 
 class ModelResiduals {
  public:
@@ -39,10 +40,16 @@ class ModelResiduals {
   ~ModelResiduals();
 
   std::size_t ParameterCount() const;
+  std::size_t PointCount() const;
+  /// The square root of the sum of the squares of y: what rounding errors of the residuals are measured against.
+  double NormOfY() const;
+  /// False when the expression does not lend itself to blocks: derivatives are then central differences, to some ten digits.
+  bool HasExactDerivatives() const;
   /// The present values of the varied parameters.
   std::vector<double> Start() const;
   /// Undefined (NaN) when any residual is. Throws EIntegerDivision.
   double SumOfSquares(std::span<const double> p);
+  /// Asked for NormalEquations, makes another, Orthogonal pass where J'J has lost too many digits. Throws EIntegerDivision.
   ReducedJacobian Reduce(std::span<const double> p, Reduction how);
   /// Sets the model's varied parameters through their setters.
   void StoreInModel(std::span<const double> p);
