@@ -3,32 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <limits>
-#include <new>
 #include <string>
 
 #include "base/undefined.h"
 #include "expr/parser_exception.h"
-
-namespace {
-
-std::size_t allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* const memory = std::malloc(size)) return memory;
-  throw std::bad_alloc();
-}
-// Inlined where the matching new is not, these look to GCC like the wrong function for the memory.
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept {
-  std::free(memory);
-}
 
 namespace tarnwick {
 namespace {
@@ -309,18 +288,6 @@ TEST(ExpressionParser, LetsAHeirAddWords) {
   } parser;
   parser.CompileExpression("Twice(4)");
   EXPECT_EQ(parser.Evaluate(), 8);
-}
-
-TEST(ExpressionParser, AllocatesNothingDuringEvaluation) {
-  TExpressionParser parser;
-  double x = 1.5;
-  parser.DefineVariable("x", &x);
-  parser.CompileExpression(
-      "y := ('a'<'b')*exp(-x^2)/max(x,2)+5!+(3 div 2) xor not random > logn(2,x)");
-  parser.Evaluate();
-  const std::size_t before = allocations;
-  for (int i = 0; i < 1000; ++i) parser.Evaluate();
-  EXPECT_EQ(allocations, before);
 }
 
 TEST(ExpressionParser, DrawsRandomNumbersFromTheUnitInterval) {
