@@ -7,7 +7,9 @@
 
 namespace tarnwick {
 
-TDataSeries::TDataSeries() = default;
+TDataSeries::TDataSeries() {
+  fit_.SetOnChange([this] { Raise(ChangeCode::Fit); });
+}
 
 TDataSeries::~TDataSeries() {
   TDataSeries::Change(ChangeCode::Destroyed);
@@ -74,11 +76,13 @@ void TDataSeries::PointsChanged() {
   statistics_.x.reset();
   statistics_.y.reset();
   smallest_positive_y_.reset();
+  fit_.DataChanged();
 }
 
 void TDataSeries::BaseLineChanged() {
   extremes_stale_ = true;
   smallest_positive_y_.reset();
+  fit_.DataChanged();
   Raise(ChangeCode::BaseLine);
 }
 
@@ -137,12 +141,14 @@ void TDataSeries::SetRegressionType(tarnwick::RegressionType value) {
 void TDataSeries::SetRegressionSteps(std::int32_t value) {
   if (value == settings_.regression_steps) return;
   settings_.regression_steps = value;
+  fit_.DataChanged();
   RegressionSettingChanged();
 }
 
 void TDataSeries::SetRegressionAlpha(double value) {
   if (value == settings_.regression_alpha) return;
   settings_.regression_alpha = value;
+  fit_.DataChanged();
   RegressionSettingChanged();
 }
 
@@ -189,8 +195,8 @@ void TDataSeries::RunRegression() {
 
 DataState TDataSeries::State() const {
   SettleAutoZero();
-  return {settings_, points_,         regression_curve_, id_counter_,
-          extremes_, extremes_stale_, regression_stale_};
+  return {settings_,       points_,           regression_curve_, id_counter_,        extremes_,
+          extremes_stale_, regression_stale_, fit_.Settings(),   fit_.SharedResult()};
 }
 
 void TDataSeries::SetState(const DataState& state) {
@@ -203,6 +209,8 @@ void TDataSeries::SetState(const DataState& state) {
   extremes_stale_ = state.extremes_stale;
   regression_stale_ = state.regression_stale;
   close_points_ = true;
+  if (state.fit != fit_.Settings()) fit_.SetSettings(state.fit, true);
+  fit_.SetResult(state.fit_result);
   Raise(ChangeCode::Data);
 }
 

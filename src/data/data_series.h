@@ -1,5 +1,5 @@
-// The DataSet: a named series of points with base line, statistics, regression and source description, telling its
-// listeners what changed. Knows nothing of drawing, axes, files' layout or windows.
+// The DataSet: a named series of points with base line, statistics, regression, fitting model and source description,
+// telling its listeners what changed. Knows nothing of drawing, axes, files' layout or windows.
 #pragma once
 
 #include <cstdint>
@@ -15,6 +15,7 @@
 #include "data/point_chain.h"
 #include "data/regression_type.h"
 #include "data/statistics.h"
+#include "fit/curve_fit.h"
 
 namespace tarnwick {
 
@@ -72,6 +73,9 @@ class TDataSeries {
   void SetYColExpr(std::string text) { settings_.YColExpr = std::move(text); }
   TDSInfo& Source() { return settings_.source; }
   const TDSInfo& Source() const { return settings_.source; }
+  /// The model. It is told of every change of points and base line; its own changes raise Fit.
+  TCurFit& Fit() { return fit_; }
+  const TCurFit& Fit() const { return fit_; }
 
   // --- points
   const PointChain& Points() const { return points_; }
@@ -115,7 +119,7 @@ class TDataSeries {
 
   // --- the state as a value
   DataState State() const;
-  void SetState(const DataState& state);  ///< raises Data
+  void SetState(const DataState& state);  ///< raises Data; Fit before it when the model differs
 
  private:
   struct ListenerEntry {
@@ -158,6 +162,7 @@ class TDataSeries {
   mutable std::optional<double> smallest_positive_y_;
   bool regression_stale_ = true;
   mutable StatisticsCaches statistics_;
+  TCurFit fit_;
 
   std::vector<ListenerEntry> listeners_;
   int calling_listeners_ = 0;

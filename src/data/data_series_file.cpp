@@ -1,9 +1,12 @@
 #include "data/data_series_file.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 #include <vector>
+
+#include "fit/curve_fit_file.h"
 
 namespace tarnwick {
 
@@ -89,6 +92,32 @@ const Field<S> kFields[] = {
      [](const S& s) { return !s.Source().MergeSeparators; }},
 };
 
+// The model's sections go between the fields, by their numbers.
+void WriteKeys(SectionWriter& writer, const TDataSeries& series) {
+  constexpr std::array kFitSections = {kModelSection, kRunSection, kTemplateSection};
+  const FitSettings fit = series.Fit().Settings();
+  auto section = kFitSections.begin();
+  for (const Field<S>& field : kFields) {
+    for (; section != kFitSections.end() && *section < field.number; ++section) {
+      WriteCurveFitKeys(writer, *section, fit);
+    }
+    WriteField(writer, field, series);
+  }
+}
+
+void ReadKeys(SectionReader& reader, TDataSeries& series) {
+  CurveFitReader fit;
+  for (int number = reader.ReadKey(); number != 0; number = reader.ReadKey()) {
+    if (CurveFitReader::Knows(number)) {
+      fit.Take(number, reader);
+    } else if (!ReadField<TDataSeries>(reader, number, kFields, series)) {
+      reader.SkipValue();
+    }
+  }
+  // Not compiled here: a model that cannot be compiled leaves the rest of the file as good as it is.
+  series.Fit().SetSettings(fit.Finish(), false);
+}
+
 }  // namespace
 
 FieldTable<TDataSeries> DataSeriesFields() {
@@ -97,7 +126,7 @@ FieldTable<TDataSeries> DataSeriesFields() {
 
 void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoints with_points,
                      const std::function<void()>& after_block) {
-  WriteFields<TDataSeries>(writer, DataSeriesFields(), series);
+  WriteKeys(writer, series);
   writer.WriteEndOfSection();
   if (with_points == WithPoints::No) {
     writer.WritePointBlockHeader(0);
@@ -111,7 +140,7 @@ void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoint
 }
 
 void ReadDataSeries(SectionReader& reader, TDataSeries& series) {
-  ReadSection<TDataSeries>(reader, DataSeriesFields(), series);
+  ReadKeys(reader, series);
   // Blocks bound the memory beside the DataSet; their result is that of single points.
   constexpr std::size_t kBlock = 65536;
   auto left = static_cast<std::size_t>(std::max(0, reader.ReadPointBlockHeader()));

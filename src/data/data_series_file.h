@@ -13,7 +13,8 @@ namespace tarnwick {
 
 enum class WithPoints { No, Yes };
 
-/// Keys 1 to 10, 12 to 24, 42, 44, 46, 47, 48, in writing order. Setting goes through the DataSet's setters.
+/// Keys 1 to 10, 12 to 24, 42, 44, 46, 47, 48, in writing order. Setting goes through the DataSet's setters. The model's
+/// keys (39, 43, 45; curve_fit_file.h) stand among them in the order of their numbers.
 FieldTable<TDataSeries> DataSeriesFields();
 
 /// The keys, the end mark and the point block (of count 0 without points). `after_block`, when given, is called after every

@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "data/ds_info.h"
 #include "data/point_chain.h"
 #include "data/regression_type.h"
+#include "fit/fit_result.h"
+#include "fit/fit_settings.h"
 
 namespace tarnwick {
 
@@ -44,9 +47,11 @@ struct DataState {
   Extremes extremes;
   bool extremes_stale = false;
   bool regression_stale = true;
+  FitSettings fit;
+  std::shared_ptr<const FitResult> fit_result;  ///< null when the model has none that holds
 };
 
-/// True when both states have the same settings and share their points: nothing was edited between them.
+/// True when both states have the same settings and model and share their points: nothing was edited between them.
 bool SameState(const DataState& left, const DataState& right);
 
 }  // namespace tarnwick

@@ -243,6 +243,9 @@ TEST(DataSeries, RaisesTheCodeOfEachChangeAndNoneWithoutAChange) {
   series.SetRegressionAlpha(0.5);
   series.SetRegressionAlpha(0.5);
   EXPECT_THAT(codes.Take(), ElementsAre(4, 4, 4));
+  series.Fit().SetExpression("x");
+  series.Fit().SetExpression("x");
+  EXPECT_THAT(codes.Take(), ElementsAre(5));
   series.ShiftX(1);
   series.ShiftX(kUndefined);
   EXPECT_TRUE(series.DeletePoint(1));
@@ -312,6 +315,43 @@ TEST(DataSeries, SmallestPositiveValuesServeLogarithmicAxes) {
   EXPECT_EQ(series.SmallestPositiveY(), double{0.2F});
   series.ShiftX(1e-200 + 1);
   EXPECT_EQ(series.SmallestPositiveX(), 1);
+}
+
+TEST(DataSeries, AModelsResultHoldsUntilPointsOrBaseLineChange) {
+  struct Row {
+    const char* name;
+    void (*edit)(TDataSeries&);
+    bool keeps;
+  };
+  const Row rows[] = {
+      {"add", [](TDataSeries& s) { s.AddPoint(3, 1); }, false},
+      {"batch", [](TDataSeries& s) { s.AddPoints(std::vector{3.0}, std::vector{1.0}); }, false},
+      {"set", [](TDataSeries& s) { s.SetY(1, 7); }, false},
+      {"delete", [](TDataSeries& s) { s.DeletePoint(1); }, false},
+      {"shift", [](TDataSeries& s) { s.ShiftX(1); }, false},
+      {"clear", [](TDataSeries& s) { s.Clear(); }, false},
+      {"zero", [](TDataSeries& s) { s.SetZeroValue(1); }, false},
+      {"slope", [](TDataSeries& s) { s.SetBaseLineSlope(1); }, false},
+      {"steps", [](TDataSeries& s) { s.SetRegressionSteps(7); }, false},
+      {"model", [](TDataSeries& s) { s.Fit().SetExpression("x"); }, false},
+      {"name", [](TDataSeries& s) { s.SetSeriesName("x"); }, true},
+      {"regression", [](TDataSeries& s) { s.SetRegressionType(RegressionType::Line); }, true},
+      {"status", [](TDataSeries& s) { s.Fit().SetStatus(FitStatus::cf_Function); }, true},
+  };
+  for (const Row& row : rows) {
+    TDataSeries series;
+    series.AddPoint(1, 2);
+    series.AddPoint(2, 3);
+    const auto result = std::make_shared<const FitResult>();
+    series.Fit().SetResult(result);
+    const DataState state = series.State();
+    row.edit(series);
+    EXPECT_EQ(series.Fit().Result() != nullptr, row.keeps) << row.name;
+    EXPECT_FALSE(SameState(state, series.State())) << row.name;
+    series.SetState(state);
+    EXPECT_EQ(series.Fit().Result(), result.get()) << row.name;
+    EXPECT_TRUE(SameState(state, series.State())) << row.name;
+  }
 }
 
 TEST(DataSeries, AStateBringsEverythingBack) {
