@@ -17,6 +17,17 @@ AxisState DefaultAxisState(AxisId id) {
   return state;
 }
 
+void TakeScale(AxisState& target, const AxisState& from) {
+  target.Min = from.Min;
+  target.Max = from.Max;
+  target.StepSize = from.StepSize;
+  target.AutoSizing = from.AutoSizing;
+  target.AutoStepping = from.AutoStepping;
+  target.NarrowLogRange = from.NarrowLogRange;
+  target.DivisionLabels = from.DivisionLabels;
+  if (target.AdjustDecPlaces) target.LabelDecimals = from.LabelDecimals;
+}
+
 double CrossingValue(const AxisState& axis, const AxisState& other) {
   switch (axis.Offset_type) {
     case OffsetType::OtherMax:

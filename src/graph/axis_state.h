@@ -75,6 +75,10 @@ struct AxisState {
 /// What a new graph gives to its axis `id`.
 AxisState DefaultAxisState(AxisId id);
 
+/// Gives `target` the range and tick step that `from` has, with the switches that keep them automatic. Everything else of
+/// `target`, logarithmic scale included, stays.
+void TakeScale(AxisState& target, const AxisState& from);
+
 /// The value of the other axis at which this axis' line stands (OffsetType rule).
 double CrossingValue(const AxisState& axis, const AxisState& other);
 

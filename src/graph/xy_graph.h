@@ -120,7 +120,8 @@ class TxyGraph : public AxisOwner {
 
   // --- the state as a value
   GraphState State() const;
-  /// Takes over a state, keeping the DataSet objects of equal position; tells Everything.
+  /// Takes over a state, keeping the DataSet objects of equal position; tells Everything. A DataSet that is in that state
+  /// already tells its listeners nothing, and nothing is computed for it.
   void SetState(const GraphState& state);
 
   // --- what the axes ask (AxisOwner)

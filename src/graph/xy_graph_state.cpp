@@ -32,7 +32,10 @@ void TxyGraph::SetState(const GraphState& state) {
       AddSeries(std::move(added));
     }
     series_[i]->SetStyle(state.series[i].style);
-    series_[i]->SetState(state.series[i].data);
+    // A DataSet that shares its points with the state is left in peace, and so are its listeners.
+    if (!SameState(series_[i]->State(), state.series[i].data)) {
+      series_[i]->SetState(state.series[i].data);
+    }
   }
   SetAppearance(state.appearance);
   dimensions_ = state.dimensions;

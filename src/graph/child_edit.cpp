@@ -1,0 +1,64 @@
+#include "graph/child_edit.h"
+
+#include <algorithm>
+#include <string>
+
+#include "graph/finished_look.h"
+
+namespace tarnwick {
+namespace {
+
+/// Where a side of that length may begin so that enough of it can be seen.
+int WithinReach(int begin, int length, int whole) {
+  const int seen = std::min(kSmallestChild, whole);
+  return std::clamp(begin, seen - length, whole - seen);
+}
+
+}  // namespace
+
+std::size_t InsertChild(TxyGraph& graph, const std::string& title) {
+  graph.BeginUpdate();
+  TxyChildGr& child = graph.AddChild();
+  const Dimensions dimensions = child.GetDimensions();
+  DefaultAppearance(child, title);
+  child.SetDimensions(dimensions);  // its narrower margins leave room for a plot
+  graph.EndUpdate();
+  return graph.Children().size() - 1;
+}
+
+void SetChildPlace(TxyGraph& graph, std::size_t index, TxyChildGr::Place place) {
+  const int width = graph.ClientWidth();
+  const int height = graph.ClientHeight();
+  if (index >= graph.Children().size() || width <= 0 || height <= 0) return;
+  TxyChildGr& child = *graph.Children()[index];
+  place.width = std::clamp(place.width, kSmallestChild, std::max(width, kSmallestChild));
+  place.height = std::clamp(place.height, kSmallestChild, std::max(height, kSmallestChild));
+  place.left = WithinReach(place.left, place.width, width);
+  place.top = WithinReach(place.top, place.height, height);
+  Dimensions dimensions = child.GetDimensions();
+  dimensions.hor_position = static_cast<double>(place.left) / width;
+  dimensions.ver_position = static_cast<double>(place.top) / height;
+  dimensions.hor_size = static_cast<double>(place.width) / width;
+  dimensions.ver_size = static_cast<double>(place.height) / height;
+  child.BeginUpdate();
+  child.SetDimensions(dimensions);
+  child.Resize(place.width, place.height);
+  child.EndUpdate();
+}
+
+void MoveChild(TxyGraph& graph, std::size_t index, int right, int down) {
+  if (index >= graph.Children().size()) return;
+  TxyChildGr::Place place =
+      graph.Children()[index]->PlaceIn(graph.ClientWidth(), graph.ClientHeight());
+  place.left += right;
+  place.top += down;
+  SetChildPlace(graph, index, place);
+}
+
+void ClearChildren(TxyGraph& graph) {
+  graph.BeginUpdate();
+  while (!graph.Children().empty()) graph.DeleteChild(graph.Children().size() - 1);
+  graph.EndUpdate();
+}
+
+}  // namespace tarnwick

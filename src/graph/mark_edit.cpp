@@ -1,0 +1,134 @@
+#include "graph/mark_edit.h"
+
+#include <cmath>
+
+#include "base/error.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr const char* kNoMarkFound = "No Mark Found!";
+
+double Moved(const AxisScale& scale, double value, double pixels) {
+  const double moved = scale.ValueAt(scale.Position(value) + pixels);
+  return std::isfinite(value) && std::isfinite(moved) ? moved : value;
+}
+
+void CheckSelection(const TxyGraph& graph) {
+  if (graph.Marks().CurrentId() == 0) throw Error("No Mark Selected!");
+  if (graph.CurrentSeries() == nullptr) throw Error("No DataSet Selected!");
+}
+
+void ShiftMark(Mark& mark, double shift) {
+  if (mark.type == MarkType::Horizontal) return;
+  mark.x1 += shift;
+  if (mark.type == MarkType::Line) mark.x2 += shift;
+}
+
+}  // namespace
+
+const Mark* CurrentMark(const TxyGraph& graph) {
+  return graph.Marks().FindMark(graph.Marks().CurrentId());
+}
+
+void SetCurrentMark(TxyGraph& graph, std::int32_t id) {
+  if (graph.Marks().FindMark(id) == nullptr) return;
+  graph.Marks().SetCurrentId(id);
+  graph.MarksChanged();
+}
+
+std::int32_t AddMark(TxyGraph& graph, const Mark& mark) {
+  const std::int32_t id = graph.Marks().AddMark(mark);
+  graph.MarksChanged();
+  return id;
+}
+
+void SetMark(TxyGraph& graph, const Mark& mark) {
+  graph.Marks().SetMark(mark);
+  graph.MarksChanged();
+}
+
+bool DeleteMark(TxyGraph& graph, std::int32_t id) {
+  const bool deleted = graph.Marks().DeleteMark(id);
+  graph.MarksChanged();
+  return deleted;
+}
+
+void ClearMarks(TxyGraph& graph) {
+  graph.Marks().ClearMarks();
+  graph.MarksChanged();
+}
+
+Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way) {
+  const AxisScale x = graph.Axis(AxisId::X).Scale();
+  const AxisScale y =
+      graph.Axis(mark.status == MarkStatus::XAndY2 ? AxisId::Y2 : AxisId::Y).Scale();
+  Mark moved = mark;
+  if (mark.type != MarkType::Horizontal) moved.x1 = Moved(x, mark.x1, way.right);
+  if (mark.type != MarkType::Vertical) moved.y1 = Moved(y, mark.y1, way.down);
+  if (mark.type == MarkType::Line) {
+    moved.x2 = Moved(x, mark.x2, way.right);
+    moved.y2 = Moved(y, mark.y2, way.down);
+  }
+  return moved;
+}
+
+bool MoveMark(TxyGraph& graph, std::int32_t id, const PixelWay& way) {
+  const Mark* mark = graph.Marks().FindMark(id);
+  if (mark == nullptr) return false;
+  SetMark(graph, MovedMark(graph, *mark, way));
+  return true;
+}
+
+void SetBaseLine(TSeries& series, const Mark* mark) {
+  if (mark == nullptr) throw Error(kNoMarkFound);
+  double slope = 0;
+  double zero = mark->y1;
+  if (mark->type == MarkType::Line) {
+    slope = (mark->y2 - mark->y1) / (mark->x2 - mark->x1);
+    zero = (mark->y1 * mark->x2 - mark->y2 * mark->x1) / (mark->x2 - mark->x1);
+    if (!std::isfinite(slope) || !std::isfinite(zero)) {
+      throw Error("Mark Can Not be a Vertical Line");
+    }
+  } else if (mark->type != MarkType::Horizontal) {
+    throw Error("Mark must be Either Linier or Horizontal");
+  }
+  series.BeginUpdate();
+  // Automatic zero would move the line away again with the next edit.
+  series.SetAutoZero(false);
+  series.SetBaseLineSlope(slope);
+  series.SetZeroValue(zero);
+  series.EndUpdate();
+}
+
+void SetBaseLineFromCurrentMark(TxyGraph& graph) {
+  CheckSelection(graph);
+  TSeries& series = *graph.CurrentSeries();
+  if (graph.YAxisOf(series) != AxisId::Y) throw Error("DataSet must be Plotted in Main Axes!");
+  SetBaseLine(series, CurrentMark(graph));
+}
+
+void MoveXOrigin(TxyGraph& graph, const Mark* mark) {
+  if (mark == nullptr) throw Error(kNoMarkFound);
+  if (mark->type != MarkType::Vertical || !std::isfinite(mark->x1)) {
+    throw Error("Mark must be a Vertical Line");
+  }
+  const double shift = -mark->x1;
+  if (shift == 0) return;
+  graph.BeginUpdate();
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) graph.Series(i).ShiftX(shift);
+  const std::vector<Mark> marks = graph.Marks().All();
+  for (Mark moved : marks) {
+    ShiftMark(moved, shift);
+    graph.Marks().SetMark(moved);
+  }
+  graph.EndUpdate();
+}
+
+void MoveXOriginToCurrentMark(TxyGraph& graph) {
+  CheckSelection(graph);
+  MoveXOrigin(graph, CurrentMark(graph));
+}
+
+}  // namespace tarnwick

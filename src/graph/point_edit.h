@@ -1,0 +1,41 @@
+// Edits of single points of a DataSet in a graph: move, insert, delete, and the questions asked before. Points are given
+// where they are drawn, that is corrected by the base line. Knows no mouse and asks nothing itself.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tarnwick {
+
+class TSeries;
+class TxyGraph;
+
+/// A place on the plot in data units; y corrected by the DataSet's base line.
+struct PlotPoint {
+  double x = 0;
+  double y = 0;
+};
+
+/// "Delete Point Voltage.# 3  X,Y: 1, 2 ?" ("  X,Y2: " on the second Y axis). Empty when no point has that id.
+std::string DeletePointQuestion(const TxyGraph& graph, const TSeries& series, std::int32_t id);
+/// "Move Point Voltage.# 3  X,Y: 1, 2 to 1.5, 2.5 ?". Empty when no point has that id.
+std::string MovePointQuestion(const TxyGraph& graph, const TSeries& series, std::int32_t id,
+                              const PlotPoint& to);
+
+/// Throws Error "Can not Move to Negative Values in Log Scale!" when an axis of the DataSet is logarithmic and the place has
+/// no positive value there, and Error for a place that is not finite.
+void CheckMove(const TxyGraph& graph, const TSeries& series, const PlotPoint& to);
+
+/// Moves a point, which keeps its id wherever it comes to stand in the order. Where duplicates are not allowed it takes
+/// the place of a point within the tolerance of its new X. False when no point has that id. Throws as CheckMove does.
+bool MovePoint(const TxyGraph& graph, TSeries& series, std::int32_t id, const PlotPoint& to);
+
+/// Throws Error "This option is valid only for dataSet with manual source" for any other DataSet.
+void CheckInsert(const TSeries& series);
+
+/// Adds a point by the DataSet's rules; answers its id, or that of the point it overwrote. Throws as CheckInsert does, and
+/// Error for a place that is not finite.
+std::int32_t InsertPoint(TSeries& series, const PlotPoint& at);
+
+}  // namespace tarnwick

@@ -1,0 +1,62 @@
+#include "graph/child_edit.h"
+
+#include <gtest/gtest.h>
+
+namespace tarnwick {
+namespace {
+
+TEST(ChildEdit, PlacesAreKeptWithinReachAndGoAlongWithTheParent) {
+  struct Row {
+    TxyChildGr::Place asked, given;
+  };
+  const Row rows[] = {
+      {{100, 50, 200, 100}, {100, 50, 200, 100}},
+      {{-150, -90, 200, 100}, {-150, -76, 200, 100}},  // a strip stays in sight
+      {{399, 400, 200, 100}, {376, 276, 200, 100}},    // at the other corner too
+      {{10, 10, 1, -5}, {10, 10, kSmallestChild, kSmallestChild}},
+      {{0, 0, 9000, 9000}, {0, 0, 400, 300}},
+  };
+  for (const Row& row : rows) {
+    TxyGraph graph;
+    graph.Resize(400, 300);
+    const std::size_t index = InsertChild(graph, "Inset");
+    SetChildPlace(graph, index, row.asked);
+    const TxyChildGr& child = *graph.Children()[index];
+    const TxyChildGr::Place place = child.PlaceIn(400, 300);
+    EXPECT_EQ(place.left, row.given.left);
+    EXPECT_EQ(place.top, row.given.top);
+    EXPECT_EQ(place.width, row.given.width);
+    EXPECT_EQ(place.height, row.given.height);
+    EXPECT_EQ(child.ClientWidth(), row.given.width);
+    graph.Resize(800, 600);
+    EXPECT_EQ(child.ClientWidth(), 2 * row.given.width);
+  }
+}
+
+TEST(ChildEdit, ChildrenAreInsertedMovedAndCleared) {
+  TxyGraph graph;
+  graph.Resize(400, 300);
+  EXPECT_EQ(InsertChild(graph, "First"), 0u);
+  EXPECT_EQ(InsertChild(graph, "Second"), 1u);
+  EXPECT_EQ(graph.Children()[1]->GetAppearance().title_of_graph, "Second");
+  EXPECT_GT(graph.Children()[1]->PixelLength(AxisId::X), 40);
+  const TxyChildGr::Place before = graph.Children()[1]->PlaceIn(400, 300);
+  int told = 0;
+  graph.SetListener([&](GraphChange change) { told += change == GraphChange::Children; });
+  MoveChild(graph, 1, 15, -10);
+  MoveChild(graph, 7, 15, -10);
+  EXPECT_EQ(told, 1);
+  const TxyChildGr::Place after = graph.Children()[1]->PlaceIn(400, 300);
+  EXPECT_EQ(after.left, before.left + 15);
+  EXPECT_EQ(after.top, before.top - 10);
+  EXPECT_EQ(after.width, before.width);
+  graph.Resize(0, 0);
+  MoveChild(graph, 1, 15, -10);  // no size to move in
+  graph.Resize(400, 300);
+  EXPECT_EQ(graph.Children()[1]->PlaceIn(400, 300).left, after.left);
+  ClearChildren(graph);
+  EXPECT_TRUE(graph.Children().empty());
+}
+
+}  // namespace
+}  // namespace tarnwick

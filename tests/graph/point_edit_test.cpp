@@ -1,0 +1,139 @@
+#include "graph/point_edit.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "base/error.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+/// What an engine function refuses with; empty when it refuses nothing.
+std::string Refusal(const std::function<void()>& edit) {
+  try {
+    edit();
+  } catch (const Error& error) {
+    return error.what();
+  }
+  return {};
+}
+
+/// "Volts": X 1, 2, 4 with Y 10, 20, 40 and the ids 1 to 3.
+TSeries& FillGraph(TxyGraph& graph) {
+  auto series = std::make_unique<TSeries>();
+  series->SetSeriesName("Volts");
+  for (const double x : {1.0, 2.0, 4.0}) series->AddPoint(x, 10 * x);
+  return graph.AddSeries(std::move(series));
+}
+
+std::string PointsText(const TSeries& series) {
+  std::string text;
+  for (std::size_t i = 0; i < series.Points().Size(); ++i) {
+    const Point point = series.Points().At(i);
+    text += std::to_string(point.id) + ":" + std::to_string(std::lround(point.x)) + "," +
+            std::to_string(std::lround(point.y)) + " ";
+  }
+  return text;
+}
+
+TEST(PointEdit, MovedPointsKeepTheirIdsAndTheOrderOfX) {
+  struct Row {
+    std::int32_t id;
+    PlotPoint to;
+    bool duplicates;
+    const char* points;
+  };
+  const Row rows[] = {{2, {2, 5}, false, "1:1,10 2:2,5 3:4,40 "},    // straight down
+                      {1, {9, 0}, false, "2:2,20 3:4,40 1:9,0 "},    // behind all others
+                      {3, {-1, 1}, false, "3:-1,1 1:1,10 2:2,20 "},  // before all others
+                      {1, {4, 7}, false, "2:2,20 1:4,7 "},  // onto another, whose place it takes
+                      {1, {4, 7}, true, "2:2,20 1:4,7 3:4,40 "},     // or stands beside it
+                      {4, {1, 1}, false, "1:1,10 2:2,20 3:4,40 "}};  // no such point
+  for (const Row& row : rows) {
+    TxyGraph graph;
+    TSeries& series = FillGraph(graph);
+    series.SetDuplicatesAllowed(row.duplicates);
+    EXPECT_EQ(MovePoint(graph, series, row.id, row.to), row.id != 4);
+    EXPECT_EQ(PointsText(series), row.points);
+  }
+}
+
+TEST(PointEdit, AMovedPointBringsFiguresAndScalesUpToDate) {
+  TxyGraph graph;
+  TSeries& series = FillGraph(graph);
+  MovePoint(graph, series, 3, {3, 15});
+  const Extremes extremes{1, 3, 10, 20};
+  EXPECT_EQ(series.GetExtremes(), extremes);
+  EXPECT_LT(graph.Axis(AxisId::X).Max(), 4);
+  series.SetZeroValue(100);
+  series.SetBaseLineSlope(2);
+  MovePoint(graph, series, 3, {3, 15});
+  EXPECT_EQ(*series.GetY(3), 121);
+  EXPECT_EQ(InsertPoint(series, {2.5, 0}), 4);
+  EXPECT_EQ(*series.GetY(4), 105);
+}
+
+TEST(PointEdit, PlacesThatAnAxisCannotShowAreRefused) {
+  constexpr const char* kNegative = "Can not Move to Negative Values in Log Scale!";
+  constexpr const char* kNotFinite = "A point needs a finite X and Y";
+  struct Row {
+    bool log_x, log_y, log_y2;
+    PlotPoint to;
+    const char* refusal;
+  };
+  const Row rows[] = {
+      {false, false, false, {-1, -1}, ""},
+      {true, false, false, {-1, 1}, kNegative},
+      {true, false, false, {1, -1}, ""},
+      {false, true, false, {1, -1}, kNegative},
+      {false, true, false, {1, 0}, kNegative},
+      {false, false, true, {1, -1}, ""},  // not the DataSet's axis
+      {false, false, false, {std::nan(""), 1}, kNotFinite},
+      {false, false, false, {1, INFINITY}, kNotFinite},
+  };
+  for (const Row& row : rows) {
+    TxyGraph graph;
+    TSeries& series = FillGraph(graph);
+    graph.Axis(AxisId::X).SetLogScale(row.log_x);
+    graph.Axis(AxisId::Y).SetLogScale(row.log_y);
+    graph.Axis(AxisId::Y2).SetLogScale(row.log_y2);
+    EXPECT_EQ(Refusal([&] { MovePoint(graph, series, 1, row.to); }), row.refusal);
+    const bool refused = *row.refusal != 0;
+    EXPECT_EQ(PointsText(series) == "1:1,10 2:2,20 3:4,40 ", refused);
+  }
+}
+
+TEST(PointEdit, PointsAreInsertedIntoManualDataSetsOnly) {
+  TxyGraph graph;
+  TSeries& series = FillGraph(graph);
+  EXPECT_EQ(InsertPoint(series, {3, 1}), 4);
+  EXPECT_EQ(InsertPoint(series, {2, 7}), 2);  // overwritten
+  EXPECT_EQ(PointsText(series), "1:1,10 2:2,7 4:3,1 3:4,40 ");
+  series.Source().DataSource = DataSourceKind::Text;
+  EXPECT_EQ(Refusal([&] {
+              InsertPoint(series, {9, 9});
+            }),
+            "This option is valid only for dataSet with manual source");
+  EXPECT_EQ(series.PointCount(), 4);
+}
+
+TEST(PointEdit, QuestionsNameDataSetNumberAndValues) {
+  TxyGraph graph;
+  TSeries& series = FillGraph(graph);
+  series.SetZeroValue(5);
+  EXPECT_EQ(DeletePointQuestion(graph, series, 2), "Delete Point Volts.# 2  X,Y: 2, 15 ?");
+  EXPECT_EQ(MovePointQuestion(graph, series, 2, {2.5, -1}),
+            "Move Point Volts.# 2  X,Y: 2, 15 to 2.5, -1 ?");
+  SeriesStyle style = series.Style();
+  style.first_axis = false;
+  series.SetStyle(style);
+  EXPECT_EQ(DeletePointQuestion(graph, series, 1), "Delete Point Volts.# 1  X,Y2: 1, 5 ?");
+  EXPECT_EQ(DeletePointQuestion(graph, series, 9), "");
+  EXPECT_EQ(MovePointQuestion(graph, series, 9, {}), "");
+}
+
+}  // namespace
+}  // namespace tarnwick
