@@ -79,6 +79,11 @@ YExtremes PointChain::ChunkExtremes(std::size_t number) const {
   return ChunkAt(PlaceOfChunk(number)).Extremes();
 }
 
+double PointChain::ChunkFirstX(std::size_t number) const {
+  const Place place = PlaceOfChunk(number);
+  return root_->groups[place.group]->first_x[place.chunk];
+}
+
 std::size_t PointChain::ChunkOfIndex(std::size_t index) const {
   const Place place = PlaceOf(index);
   return root_->first_chunk[place.group] + place.chunk;

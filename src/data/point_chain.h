@@ -44,6 +44,8 @@ class PointChain {
   ChunkView Chunk(std::size_t number) const;
   /// Extremes of stored Y of one chunk: O(1) after the first time.
   YExtremes ChunkExtremes(std::size_t number) const;
+  /// X of the chunk's first point, without a look into the chunk.
+  double ChunkFirstX(std::size_t number) const;
   std::size_t ChunkOfIndex(std::size_t index) const;
   Point At(std::size_t index) const;
   Point Front() const { return At(0); }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <numeric>
 
@@ -22,26 +21,6 @@ void OpenGap(T* values, std::size_t offset, std::size_t size) {
 template <class T>
 void CloseGap(T* values, std::size_t offset, std::size_t size) {
   std::memmove(values + offset, values + offset + 1, (size - offset - 1) * sizeof(T));
-}
-
-// Four independent runs keep the comparisons from waiting for each other. A comparison with NaN is false.
-YExtremes ScanExtremes(std::span<const double> values) {
-  constexpr std::size_t kLanes = 4;
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  double min[kLanes] = {kInfinity, kInfinity, kInfinity, kInfinity};
-  double max[kLanes] = {-kInfinity, -kInfinity, -kInfinity, -kInfinity};
-  bool gaps = false;
-  const auto widen = [&](std::size_t lane, double value) {
-    min[lane] = value < min[lane] ? value : min[lane];
-    max[lane] = value > max[lane] ? value : max[lane];
-    gaps |= value != value;
-  };
-  std::size_t i = 0;
-  for (; i + kLanes <= values.size(); i += kLanes) {
-    for (std::size_t lane = 0; lane < kLanes; ++lane) widen(lane, values[i + lane]);
-  }
-  for (; i < values.size(); ++i) widen(0, values[i]);
-  return {*std::min_element(min, min + kLanes), *std::max_element(max, max + kLanes), gaps};
 }
 
 }  // namespace
@@ -100,7 +79,7 @@ std::size_t PointChunk::OffsetOfId(std::int32_t id) const {
 
 YExtremes PointChunk::Extremes() const {
   if (!extremes_known_.load(std::memory_order_acquire)) {
-    const YExtremes found = ScanExtremes(Y());
+    const YExtremes found = ExtremesOf(Y());
     y_min_.store(found.min, std::memory_order_relaxed);
     y_max_.store(found.max, std::memory_order_relaxed);
     y_gaps_.store(found.gaps, std::memory_order_relaxed);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "data/cow_ptr.h"
+#include "data/y_extremes.h"
 
 namespace tarnwick {
 
@@ -19,13 +20,6 @@ struct Point {
   double x = 0;
   double y = 0;
   double regression = 0;
-};
-
-/// Smallest and largest stored Y of a run of points, with NaN left out (`min > max` when nothing was left).
-struct YExtremes {
-  double min = 0;
-  double max = 0;
-  bool gaps = false;  ///< some Y is NaN
 };
 
 /// Whether a chunk has room for an id of its own for every point.

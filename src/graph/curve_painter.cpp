@@ -8,6 +8,7 @@
 
 #include "graph/column_bars.h"
 #include "graph/line_clip.h"
+#include "graph/raster_surface.h"
 
 namespace tarnwick {
 
@@ -99,15 +100,19 @@ void DrawPolyline(QPainter& painter, std::span<const PixelPoint> points, const Q
   }
 }
 
-void FillBars(QPainter& painter, const ColumnBars& bars, QColor color) {
+void FillBars(QPainter& painter, RasterSurface* surface, const ColumnBars& bars, QColor color) {
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setPen(Qt::NoPen);
   for (int level = 1; level <= ColumnBars::kLevels; ++level) {
     const std::vector<QRect>& rects = bars.rects[static_cast<std::size_t>(level)];
     if (rects.empty()) continue;
     color.setAlpha(level * 255 / ColumnBars::kLevels);
-    painter.setBrush(color);
-    painter.drawRects(rects.data(), static_cast<int>(rects.size()));
+    if (surface != nullptr) {
+      surface->Fill(rects, color.rgba());
+    } else {
+      painter.setBrush(color);
+      painter.drawRects(rects.data(), static_cast<int>(rects.size()));
+    }
   }
 }
 
@@ -126,7 +131,7 @@ QPen MakePen(const CurvePen& pen) {
 }
 
 void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve_pen,
-               const QRectF& clip, DenseLine dense) {
+               const QRectF& clip, DenseLine dense, RasterSurface* surface) {
   const QPen pen = MakePen(curve_pen);
   if (pen.style() == Qt::NoPen) return;
   const double margin = curve_pen.width + 2;
@@ -149,7 +154,7 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
       DrawPolyline(painter, WithoutStraightVertices(VerticesOf(columns)), pen, area);
     }
   }
-  FillBars(painter, bars, curve_pen.color);
+  FillBars(painter, surface, bars, curve_pen.color);
 }
 
 }  // namespace tarnwick

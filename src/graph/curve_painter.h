@@ -12,6 +12,8 @@ class QPainter;
 
 namespace tarnwick {
 
+class RasterSurface;
+
 struct CurvePen {
   QColor color;
   double width = 1;  ///< in the painter's pixels
@@ -25,8 +27,9 @@ QPen MakePen(const CurvePen& pen);
 enum class DenseLine { Bars, Polyline };
 
 /// Draws the line inside `clip` (the painter's pixels, which are the line's). Long stretches that jump up and down within a
-/// column are drawn as bars, where the device takes them; those are solid whatever the pen's style.
+/// column are drawn as bars, where the device takes them; those are solid whatever the pen's style. They go straight to
+/// `surface`, the painter's own, where there is one.
 void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& pen, const QRectF& clip,
-               DenseLine dense);
+               DenseLine dense, RasterSurface* surface = nullptr);
 
 }  // namespace tarnwick

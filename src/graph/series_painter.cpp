@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include "graph/curve_painter.h"
+#include "graph/raster_surface.h"
 #include "graph/series.h"
 #include "graph/symbol_cells.h"
 #include "graph/symbol_sprite.h"
@@ -29,8 +30,11 @@ class DeviceSpace {
  public:
   DeviceSpace(QPainter& painter, const SeriesFrame& frame) : painter_(painter) {
     painter_.save();
-    painter_.setClipRect(frame.clip, Qt::IntersectClip);
     const QTransform device = painter.deviceTransform();
+    if (device.type() <= QTransform::TxScale) {
+      surface_ = RasterSurface::Of(painter, device.mapRect(frame.clip));
+    }
+    painter_.setClipRect(frame.clip, Qt::IntersectClip);
     raster_ = painter.paintEngine() != nullptr &&
               painter.paintEngine()->type() == QPaintEngine::Raster &&
               device.type() <= QTransform::TxScale && device.m11() > 0 && device.m22() > 0;
@@ -43,6 +47,7 @@ class DeviceSpace {
 
   QPainter& Painter() { return painter_; }
   bool Raster() const { return raster_; }
+  RasterSurface* Surface() { return surface_ ? &*surface_ : nullptr; }
   double Scale() const { return to_cells_.m11(); }
   QRectF Map(const QRectF& rect) const { return to_cells_.mapRect(rect); }
   PixelMap MapX(const AxisScale& scale) const { return {scale, to_cells_.m11(), to_cells_.dx()}; }
@@ -51,6 +56,7 @@ class DeviceSpace {
  private:
   QPainter& painter_;
   bool raster_ = false;
+  std::optional<RasterSurface> surface_;
   QTransform to_cells_;
 };
 
@@ -73,7 +79,7 @@ double Crisp(double pixel, double width) {
 void PaintLine(DeviceSpace& space, const PointChain& points, const ThinningView& view,
                const CurvePen& pen, const SeriesFrame& frame) {
   DrawCurve(space.Painter(), ThinLine(points, view), pen, space.Map(frame.clip),
-            space.Raster() ? DenseLine::Bars : DenseLine::Polyline);
+            space.Raster() ? DenseLine::Bars : DenseLine::Polyline, space.Surface());
 }
 
 struct Bounds {

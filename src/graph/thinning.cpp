@@ -104,15 +104,13 @@ class CellBuilder {
     }
   }
 
-  // A whole chunk within the column, through its extremes where they hold. The last of several must be given to NoteEndOf.
-  void AddWhole(const PointChain& points, std::size_t number) {
+  // A whole chunk within the column through its extremes alone. False, and nothing done, where they do not tell enough.
+  // The last of several in a row must be given to NoteEndOf.
+  bool AddUnread(const PointChain& points, std::size_t number) {
     ValueRange range;
-    if (cell_.points != 0 && values_.FromExtremes(points, number, range)) {
-      Add(0, 0, PointChunk::kCapacity, range);
-      return;
-    }
-    const ChunkView chunk = points.Chunk(number);
-    AddScanned(chunk, 0, chunk.x.size());
+    if (cell_.points == 0 || !values_.FromExtremes(points, number, range)) return false;
+    Add(0, 0, PointChunk::kCapacity, range);
+    return true;
   }
 
   // Many gaps within one column are not told apart by the eye; they must not cost a piece each.
@@ -205,22 +203,47 @@ void KeepEveryPoint(const PointChain& points, IndexRange range, const ValueScan&
   }
 }
 
+// The first of the ascending values that is not below `bound`; in the neighbourhood of `guess` it is found at once.
+std::size_t FirstNotBelow(std::span<const double> values, double bound, std::size_t guess) {
+  std::size_t below = 0, end = values.size();  // the answer lies in [below, end]
+  guess = std::min(guess, end);
+  for (std::size_t step = 1; guess > below && !(values[guess - 1] < bound); step *= 2) {
+    end = guess - 1;
+    guess = end - std::min(step, end - below);
+  }
+  below = guess;
+  for (std::size_t step = 1; guess < end && values[guess] < bound; step *= 2) {
+    below = guess + 1;
+    guess = below + std::min(step, end - below);
+  }
+  end = std::min(end, guess);
+  const auto first = values.begin();
+  return static_cast<std::size_t>(std::lower_bound(first + static_cast<std::ptrdiff_t>(below),
+                                                   first + static_cast<std::ptrdiff_t>(end),
+                                                   bound) -
+                                  first);
+}
+
 // Walks the columns from left to right, chunk by chunk.
 class ColumnWalk {
  public:
   ColumnWalk(const PointChain& points, IndexRange range, const ThinningView& view, CellBuilder& out)
-      : points_(points), view_(view), out_(out), end_(range.end) {
-    GoTo(range.begin);
+      : points_(points), view_(view), out_(out) {
+    if (range.begin == range.end) return;
+    last_number_ = points.ChunkOfIndex(range.end - 1);
+    last_limit_ = range.end - points.Chunk(last_number_).first_index;
+    number_ = points.ChunkOfIndex(range.begin);
+    chunk_ = points.Chunk(number_);
+    offset_ = range.begin - chunk_.first_index;
+    more_ = true;
   }
 
   void Run() {
-    while (index_ < end_) {
-      const int column = ColumnOf(chunk_.x[index_ - chunk_.first_index]);
+    while (more_) {
+      const int column = ColumnOf(chunk_.x[offset_]);
       out_.SetColumn(column);
-      const double border = column >= view_.last_column + 1
-                                ? std::numeric_limits<double>::infinity()
-                                : view_.x.ValueAt(column + 1);
-      TakeUpTo(border);
+      TakeUpTo(column > view_.last_column ? std::numeric_limits<double>::infinity()
+                                          : view_.x.ValueAt(column + 1));
     }
     out_.Flush();
   }
@@ -232,57 +255,58 @@ class ColumnWalk {
         std::clamp<double>(column, view_.first_column - 1, view_.last_column + 1));
   }
 
-  void GoTo(std::size_t index) {
-    index_ = index;
-    if (index >= end_) return;
-    number_ = points_.ChunkOfIndex(index);
-    chunk_ = points_.Chunk(number_);
+  bool ChunkEndsBefore(double border) const {
+    return number_ != last_number_ && points_.ChunkFirstX(number_ + 1) < border;
   }
 
   // Takes the points with X < border, at least one.
   void TakeUpTo(double border) {
-    const std::size_t offset = index_ - chunk_.first_index;
-    const std::size_t limit = std::min(chunk_.x.size(), end_ - chunk_.first_index);
-    if (limit == chunk_.x.size() && chunk_.x.back() < border) {
-      out_.AddScanned(chunk_, offset, limit);
-      TakeFollowingChunks(border);
-      return;
+    if (ChunkEndsBefore(border)) {
+      out_.AddScanned(chunk_, offset_, chunk_.x.size());
+      ++number_;
+      TakeWholeChunks(border);
+      chunk_ = points_.Chunk(number_);
+      offset_ = 0;
     }
-    const auto from = chunk_.x.begin() + static_cast<std::ptrdiff_t>(offset) + 1;
-    const auto to = chunk_.x.begin() + static_cast<std::ptrdiff_t>(limit);
-    const auto stop =
-        static_cast<std::size_t>(std::lower_bound(from, to, border) - chunk_.x.begin());
-    out_.AddScanned(chunk_, offset, stop);
-    index_ = chunk_.first_index + stop;
-    if (stop == chunk_.x.size()) GoTo(index_);
+    const std::size_t limit = number_ == last_number_ ? last_limit_ : chunk_.x.size();
+    const std::size_t from = offset_ + 1;
+    const std::size_t stop =
+        from + FirstNotBelow(chunk_.x.subspan(from, limit - from), border, usual_count_);
+    usual_count_ = stop - from;
+    out_.AddScanned(chunk_, offset_, stop);
+    offset_ = stop;
+    if (stop < limit) return;
+    more_ = number_ != last_number_;
+    if (!more_) return;
+    chunk_ = points_.Chunk(++number_);
+    offset_ = 0;
   }
 
-  // Takes whole chunks by their extremes and the beginning of the one that crosses the border.
-  void TakeFollowingChunks(double border) {
-    const std::size_t stop = std::min(points_.LowerBound(border), end_);
-    const std::size_t after = chunk_.first_index + chunk_.x.size();
-    if (stop <= after) {
-      GoTo(after);
-      return;
+  void TakeWholeChunks(double border) {
+    bool unread = false;
+    for (; ChunkEndsBefore(border); ++number_) {
+      if (out_.AddUnread(points_, number_)) {
+        unread = true;
+        continue;
+      }
+      if (unread) out_.NoteEndOf(points_.Chunk(number_ - 1));
+      unread = false;
+      const ChunkView chunk = points_.Chunk(number_);
+      out_.AddScanned(chunk, 0, chunk.x.size());
     }
-    const std::size_t last_number = points_.ChunkOfIndex(stop - 1);
-    for (std::size_t number = number_ + 1; number < last_number; ++number) {
-      out_.AddWhole(points_, number);
-    }
-    if (last_number > number_ + 1) out_.NoteEndOf(points_.Chunk(last_number - 1));
-    GoTo(stop - 1);
-    out_.AddScanned(chunk_, 0, stop - chunk_.first_index);
-    index_ = stop;
-    if (stop == chunk_.first_index + chunk_.x.size()) GoTo(stop);
+    if (unread) out_.NoteEndOf(points_.Chunk(number_ - 1));
   }
 
   const PointChain& points_;
   const ThinningView& view_;
   CellBuilder& out_;
-  std::size_t end_ = 0;
-  std::size_t index_ = 0;
+  std::size_t last_number_ = 0;  // chunk of the last point seen
+  std::size_t last_limit_ = 0;   // its points seen
   std::size_t number_ = 0;
+  std::size_t offset_ = 0;
   ChunkView chunk_;
+  std::size_t usual_count_ = 0;  // points of the column before
+  bool more_ = false;
 };
 
 }  // namespace

@@ -54,9 +54,8 @@ ValueRange ValueScan::Scan(const ChunkView& chunk, std::size_t begin, std::size_
   } else {
     const double* const values = regression_ ? chunk.regression.data() : chunk.y.data();
     if (slope_ == 0) {
-      range = RangeOf(begin, end, [values](std::size_t i) { return values[i]; });
-      range.min -= zero_value_;
-      range.max -= zero_value_;
+      const YExtremes stored = ExtremesOf({values + begin, end - begin});
+      range = {stored.min - zero_value_, stored.max - zero_value_, stored.gaps};
     } else {
       const double* const x = chunk.x.data();
       range = RangeOf(begin, end, [values, x, zero = zero_value_, slope = slope_](std::size_t i) {

@@ -1,0 +1,17 @@
+// Smallest and largest value of a run of ordinates, at the speed of memory. Knows numbers only.
+#pragma once
+
+#include <span>
+
+namespace tarnwick {
+
+/// Smallest and largest stored Y of a run of points, with NaN left out (`min > max` when nothing was left).
+struct YExtremes {
+  double min = 0;
+  double max = 0;
+  bool gaps = false;  ///< some Y is NaN
+};
+
+YExtremes ExtremesOf(std::span<const double> values);
+
+}  // namespace tarnwick
