@@ -1,0 +1,41 @@
+// The work of one fit as plain values, picked from a DataSet. Knows DataSets; no minimiser and no result.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "data/data_series.h"
+#include "fit/fit_settings.h"
+
+namespace tarnwick {
+
+/// Which of the points between the margins enter: thinned by NPoints, or every one.
+enum class FitPointChoice { Thinned, All };
+/// Whether a method other than the Newton-type one is followed by it.
+enum class FinishingStep { No, Yes };
+/// What the points are: the DataSet's own, or those of the spline or smoothed curve that it shows in their place.
+enum class FitPointSource { Points, RegressionCurve };
+
+struct FitRunOptions {
+  FitPointChoice points = FitPointChoice::Thinned;
+  FinishingStep finish = FinishingStep::No;
+  int threads = 0;  ///< 0 = as many as help; the result does not depend on it
+};
+
+/// A fit as plain values, taken from a DataSet: runs on any thread.
+struct FitJob {
+  FitSettings settings;
+  std::vector<double> x;  ///< points that enter
+  std::vector<double> y;  ///< with the base line taken off; finite
+  std::int64_t points_in_range = 0;
+  std::int64_t points_chosen = 0;  ///< after thinning, those without a finite Y among them
+  FitPointSource source = FitPointSource::Points;
+  FitRunOptions options;
+};
+
+/// Picks the points by the model's margins: LeftMargin <= x < RightMargin, then the first and of the following one in
+/// (count + 1) / NPoints + 1, the quotient truncated. All when NPoints is not above 0. A DataSet with a spline or a smoothed
+/// curve (RegressionType 4 or 5) gives the points of that. Points whose Y is not finite are left out.
+FitJob PrepareFit(const TDataSeries& series, const FitRunOptions& options = {});
+
+}  // namespace tarnwick

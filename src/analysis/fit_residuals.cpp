@@ -1,0 +1,53 @@
+#include "analysis/fit_residuals.h"
+
+#include <cmath>
+#include <vector>
+
+#include "analysis/fit_job.h"
+#include "expr/block_evaluator.h"
+
+namespace tarnwick {
+namespace {
+
+std::vector<double> ModelValues(TCurFit& model, const std::vector<double>& x) {
+  std::vector<double> values(x.size());
+  if (const auto blocks = BlockEvaluator::Make(model, model.XValue())) {
+    blocks->Load();
+    blocks->Values(x, values);
+  } else {
+    for (std::size_t i = 0; i < x.size(); ++i) values[i] = model.Value(x[i]);
+  }
+  return values;
+}
+
+}  // namespace
+
+void FitResiduals(const TDataSeries& source, TDataSeries& target) {
+  FitRunOptions options;
+  options.points = FitPointChoice::All;
+  const FitJob job = PrepareFit(source, options);
+  TCurFit model;
+  model.SetSettings(job.settings, false);
+  model.Prepare();
+  const std::vector<double> values = ModelValues(model, job.x);
+
+  std::vector<double> x;
+  std::vector<double> y;
+  for (std::size_t i = 0; i < job.x.size(); ++i) {
+    const double residual = job.y[i] - values[i];
+    if (!std::isfinite(residual)) continue;
+    x.push_back(job.x[i]);
+    y.push_back(residual);
+  }
+  const bool duplicates_allowed = source.DuplicatesAllowed();
+  const TDSInfo columns = source.Source();
+  target.BeginUpdate();
+  target.Clear();
+  target.SetDuplicatesAllowed(duplicates_allowed);
+  target.Source().XDataColumn = columns.XDataColumn;
+  target.Source().YDataColumn = "RES of " + columns.YDataColumn;
+  target.AddPoints(x, y);
+  target.EndUpdate();
+}
+
+}  // namespace tarnwick
