@@ -11,6 +11,7 @@
 #include "expr/expr_collection.h"
 #include "expr/expr_scanner.h"
 #include "expr/expression_tree.h"
+#include "expr/parser_exception.h"
 
 namespace tarnwick {
 namespace {
@@ -52,6 +53,10 @@ TExpressList& TExpressionParser::WordList() {
 
 int TExpressionParser::CompileExpression(std::string_view text) {
   if (text.empty()) return -1;
+  if (text.size() > kLongestExpression) {
+    throw EParserException("The expression is longer than " + std::to_string(kLongestExpression) +
+                           " characters");
+  }
   current_text_ = text;
   const std::string lower = LowerAscii(text);
   const auto known =

@@ -14,6 +14,9 @@
 
 namespace tarnwick {
 
+/// The longest text in bytes that is compiled: no formula comes near it, and it bounds time and memory for any text.
+inline constexpr std::size_t kLongestExpression = 250'000;
+
 class TExpressionParser {
  public:
   TExpressionParser();

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "base/undefined.h"
 #include "expr/parser_exception.h"
@@ -308,20 +309,26 @@ std::string Repeated(const std::string& part, int times) {
   return text;
 }
 
-TEST(ExpressionParser, BoundsDepthAndNotLength) {
-  constexpr int kMany = 200000;
+TEST(ExpressionParser, BoundsDepthAndLength) {
+  constexpr int kMany = 100000;
   EXPECT_EQ(Value("0" + Repeated("+1", kMany)), kMany);
   EXPECT_EQ(Value(Repeated("(", kMany) + "7" + Repeated(")", kMany)), 7);
   EXPECT_EQ(Value(Repeated("-", kMany) + "1"), 1);
+  EXPECT_EQ(Value("1" + Repeated("^1", kMany)), 1);
   EXPECT_EQ(Value("0" + Repeated("+('a'='a')", kMany / 10)), kMany / 10);
   EXPECT_EQ(Value(Repeated("abs(", 900) + "7" + Repeated(")", 900)), 7);
-  for (const std::string& deep : {Repeated("abs(", kMany) + "7" + Repeated(")", kMany),
-                                  Repeated("(1+", kMany) + "7" + Repeated(")", kMany)}) {
+  const std::string deep = "The expression is nested more than 1000 deep";
+  const std::pair<std::string, std::string> rows[] = {
+      {Repeated("abs(", kMany / 3) + "7" + Repeated(")", kMany / 3), deep},
+      {Repeated("(1+", kMany / 3) + "7" + Repeated(")", kMany / 3), deep},
+      {Repeated("-(", kMany / 2) + "7" + Repeated(")", kMany / 2), deep},
+      {"1" + Repeated("+1", kMany + kMany / 2), "The expression is longer than 250000 characters"}};
+  for (const auto& [text, message] : rows) {
     try {
-      Value(deep);
-      ADD_FAILURE() << "a nesting without bound";
+      Value(text);
+      ADD_FAILURE() << "compiled " << text.substr(0, 20);
     } catch (const EParserException& error) {
-      EXPECT_STREQ(error.what(), "The expression is nested more than 1000 deep");
+      EXPECT_EQ(error.what(), message);
     }
   }
 }
