@@ -16,6 +16,9 @@ constexpr double kSmallestChange = 1e-10;
 // Balances rounding (eps / h) against the third derivative (h^2) of a central difference.
 const double kRelativeDifferenceStep = std::cbrt(std::numeric_limits<double>::epsilon());
 
+// A promise of more than this many times the tolerance contradicts the stop test.
+constexpr double kGreatPromise = 1000;
+
 class NumericalGradient {
  public:
   NumericalGradient(MinimiseRun& run, std::span<const double> start)
@@ -24,33 +27,41 @@ class NumericalGradient {
   // Writes the gradient at `p`, where the objective is `value`.
   void At(std::span<const double> p, double value, std::span<double> gradient) {
     std::ranges::copy(p, trial_.begin());
-    for (std::size_t i = 0; i < p.size(); ++i) gradient[i] = Derivative(p[i], value, i);
+    promise_ = 0;
+    for (std::size_t i = 0; i < p.size(); ++i) gradient[i] = Derivative({p[i], value}, i);
   }
+
+  // The decrease that a step along the best axis should bring, by the parabola through the points of the last difference.
+  double Promise() const { return promise_; }
 
  private:
-  double Derivative(double at, double value, std::size_t i) {
-    const double scale = std::max(std::abs(at), std::abs(start_[i]));
+  double Derivative(const LinePoint& middle, std::size_t i) {
+    const double scale = std::max(std::abs(middle.step), std::abs(start_[i]));
     const double step = kRelativeDifferenceStep * (scale == 0 ? 1.0 : scale);
     const auto side = [&](double offset) {
-      trial_[i] = at + offset;
-      const double there = run_.Value(trial_);
-      return std::isfinite(there) ? Side{trial_[i], there} : Side{at, value};
+      trial_[i] = middle.step + offset;
+      const LinePoint point{trial_[i], run_.Value(trial_)};
+      return std::isfinite(point.value) ? point : middle;
     };
-    const Side above = side(step);
-    const Side below = side(-step);
-    trial_[i] = at;
+    const LinePoint above = side(step);
+    const LinePoint below = side(-step);
+    trial_[i] = middle.step;
+    KeepPromise(below.value, middle.value, above.value);
     // Divided by what the steps really are after rounding.
-    return above.p == below.p ? 0.0 : (above.value - below.value) / (above.p - below.p);
+    return above.step == below.step ? 0.0 : (above.value - below.value) / (above.step - below.step);
   }
 
-  struct Side {
-    double p;
-    double value;
-  };
+  void KeepPromise(double below, double middle, double above) {
+    constexpr double kNoise = 8 * std::numeric_limits<double>::epsilon();
+    const double slope = 0.5 * (above - below);
+    const double curvature = std::max(above - 2 * middle + below, kNoise * std::abs(middle));
+    if (slope != 0) promise_ = std::max(promise_, 0.5 * slope * slope / curvature);
+  }
 
   MinimiseRun& run_;
   std::span<const double> start_;
   std::vector<double> trial_;
+  double promise_ = 0;
 };
 
 double SumOfSquares(std::span<const double> values) {
@@ -69,15 +80,16 @@ double OldDirectionShare(std::span<const double> negative_old, std::span<const d
   return std::isfinite(share) ? share : 0.0;
 }
 
-// Where the gradient is not 0 and yet nothing is lower, the guards of the line search may have been too coarse for it.
-MinimiseOutcome FinishSmallChange(MinimiseRun& run, double before, double value,
-                                  std::span<const double> g) {
-  if (value < before || SumOfSquares(g) == 0) {
-    return run.FinishByTest(
-        "a line minimisation changed the sum of squares by less than Tolerance");
+// A parameter space of very unlike sizes makes steps along the gradient too coarse or too short: the stop test then holds far
+// from any minimum.
+MinimiseOutcome FinishSmallChange(MinimiseRun& run, double value, double promise,
+                                  double tolerance) {
+  if (promise > kGreatPromise * tolerance * (std::abs(value) + kSmallestChange)) {
+    return run.Finish(StopReason::NoFurtherDescent,
+                      "a line minimisation brought next to nothing, although the slope promises "
+                      "more");
   }
-  return run.Finish(StopReason::NoFurtherDescent,
-                    "the line minimisation found nothing lower, although the gradient is not 0");
+  return run.FinishByTest("a line minimisation changed the sum of squares by less than Tolerance");
 }
 
 }  // namespace
@@ -106,7 +118,7 @@ MinimiseOutcome MinimiseConjugateGradient(const ScalarObjective& objective,
     value = line.Minimise(p, value, travelled);
     if (line.Endless()) return run.FinishEndless();
     if (ChangeIsSmall(before, value, options.tolerance, kSmallestChange)) {
-      return FinishSmallChange(run, before, value, g);
+      return FinishSmallChange(run, value, gradient_of.Promise(), options.tolerance);
     }
     gradient_of.At(p, value, gradient);
     if (SumOfSquares(g) == 0) return run.FinishByTest("the gradient is 0");
