@@ -164,6 +164,10 @@ std::string StoredModel(const FitSettings& settings, WriterMode mode) {
 
 FitSettings ReadStoredModel(std::string_view bytes) {
   ValueReader values(bytes);
+  return ReadStoredModel(values);
+}
+
+FitSettings ReadStoredModel(ValueReader& values) {
   SectionReader reader(values);
   CurveFitReader model;
   for (int number = reader.ReadKey(); number != 0; number = reader.ReadKey()) {

@@ -53,5 +53,7 @@ std::string StoredModel(const FitSettings& settings, WriterMode mode);
 /// What StoredModel wrote, in either mode; keys of other numbers are passed over. Throws StreamError on bytes that are no
 /// model: without a model section, cut off, or with anything behind the end mark.
 FitSettings ReadStoredModel(std::string_view bytes);
+/// The same from a reader of all the bytes, whose position is that of the trouble then.
+FitSettings ReadStoredModel(ValueReader& values);
 
 }  // namespace tarnwick
