@@ -39,7 +39,7 @@ enum class Menu : std::uint8_t {
 };
 
 /// Groups of the tool bar, kept apart by separators. None: no button.
-enum class ToolGroup : std::uint8_t { None, File, Data, Zoom, Show };
+enum class ToolGroup : std::uint8_t { None, File, Edit, Data, Zoom, Show };
 
 struct Command {
   std::string_view name;      ///< of the action, for settings, help and tests
@@ -70,6 +70,7 @@ void RunCommand(const Command& command, CommandContext& context);
 
 // The rows, one function for each file of commands.
 std::span<const Command> FileCommands();
+std::span<const Command> EditCommands();
 std::span<const Command> WindowCommands();
 std::span<const Command> ViewCommands();
 std::span<const Command> DataCommands();

@@ -89,7 +89,7 @@ void CommandActions::MakeToolBar() {
   bar->setIconSize({20, 20});
   bar->setMovable(false);
   for (const ToolGroup group :
-       {ToolGroup::File, ToolGroup::Data, ToolGroup::Zoom, ToolGroup::Show}) {
+       {ToolGroup::File, ToolGroup::Edit, ToolGroup::Data, ToolGroup::Zoom, ToolGroup::Show}) {
     if (!bar->actions().isEmpty()) bar->addSeparator();
     for (const Entry& entry : entries_) {
       if (entry.command->tool == group) bar->addAction(entry.action);

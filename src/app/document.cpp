@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/open_edit.h"
 #include "app/text.h"
 #include "base/error.h"
 #include "base/text_encoding.h"
@@ -19,6 +20,22 @@ std::filesystem::path FolderOf(const std::filesystem::path& path) {
   return std::filesystem::absolute(path).parent_path();
 }
 
+std::string CaptionOf(const char* command, const std::string& step) {
+  return step.empty() ? command : command + (' ' + step);
+}
+
+/// Puts off telling until its end.
+class GraphUpdate {
+ public:
+  explicit GraphUpdate(TxyGraph& graph) : graph_(graph) { graph_.BeginUpdate(); }
+  ~GraphUpdate() { graph_.EndUpdate(); }
+  GraphUpdate(const GraphUpdate&) = delete;
+  GraphUpdate& operator=(const GraphUpdate&) = delete;
+
+ private:
+  TxyGraph& graph_;
+};
+
 bool Exists(const std::filesystem::path& path) {
   std::error_code ignored;  // a path that cannot be looked at cannot be read either
   return std::filesystem::exists(path, ignored);
@@ -29,13 +46,41 @@ bool Exists(const std::filesystem::path& path) {
 Document::Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent)
     : QObject(parent), name_(std::move(name)), caption_(name_), work_(work), prompt_(prompt) {
   DefaultAppearance(graph_, name_);
-  graph_.SetChanged(false);
   graph_.SetListener([this](GraphChange change) { emit graphChanged(change); });
+  connect(&history_, &EditHistory::moved, this, &Document::HistoryMoved);
+  HistoryMoved();
 }
 
-void Document::SetChanged(bool changed) {
-  graph_.SetChanged(changed);
+bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,
+                    Merging merging) {
+  OpenEdit step(*this, name, merging);
+  {
+    const GraphUpdate update(graph_);
+    change(graph_);
+  }
+  return step.Finish();
+}
+
+void Document::Undo() {
+  note_.clear();
+  history_.Undo();
+}
+
+void Document::Redo() {
+  note_.clear();
+  history_.Redo();
+}
+
+void Document::HistoryMoved() {
+  graph_.SetChanged(Changed());
+  undo_caption_ = CaptionOf("&Undo", history_.UndoName());
+  redo_caption_ = CaptionOf("&Redo", history_.RedoName());
   emit stateChanged();
+}
+
+void Document::Forget(bool changed) {
+  history_.Clear();
+  SetChanged(changed);
 }
 
 bool Document::Begin(const DocumentFiles& files) {
@@ -56,6 +101,7 @@ bool Document::Begin(const DocumentFiles& files) {
     loaded_successfully_ = false;
     throw;
   }
+  Forget(Changed());  // how a window begins is no step
   return loaded_successfully_;
 }
 
@@ -77,14 +123,14 @@ void Document::Reload() {
     DefaultAppearance(graph_, name_);
   }
   note_.clear();
-  SetChanged(false);
+  Forget(false);
 }
 
 void Document::LoadGraphFile(const std::filesystem::path& path) {
   zoom_.Clear();
   if (!Exists(path)) {
     DefaultAppearance(graph_, name_);
-    SetChanged(false);
+    Forget(false);
     return;
   }
   TakeState(Read([path](Progress&) { return ReadGraph(path); }));
@@ -101,7 +147,7 @@ void Document::LoadGraphFile(const std::filesystem::path& path) {
   }
   ShowPath(path);
   SettleTooManyPoints();
-  SetChanged(false);
+  Forget(false);
 }
 
 bool Document::ReadDataFile(const std::filesystem::path& path) {
@@ -109,12 +155,13 @@ bool Document::ReadDataFile(const std::filesystem::path& path) {
   const ReadResult result =
       Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
   if (result.cancelled) return false;
-  look_size_ = {};
   data_file_ = path;
   data_folder_ = FolderOf(path);
+  OpenEdit step(*this, "Load Data");
+  look_.arranged_for = {};
   TakeState(result);
   SettleTooManyPoints();
-  SetChanged(true);
+  step.Finish();
   return true;
 }
 
@@ -126,29 +173,25 @@ bool Document::LoadDataFromFile(const std::filesystem::path& path) {
   }
   if (extension != ".tds") return ReadDataFile(path);
   const GraphState before = graph_.State();
-  TakeState(Read([before, path](Progress&) { return ReadDataSet(before, path); }));
+  const ReadResult result = Read([before, path](Progress&) { return ReadDataSet(before, path); });
   data_folder_ = FolderOf(path);
-  SettleTooManyPoints();
-  SetChanged(true);
+  TakeStep("Load DataSet", result);
   return true;
 }
 
 bool Document::Refresh() {
   std::vector<std::size_t> all(graph_.SeriesCount());
   std::iota(all.begin(), all.end(), std::size_t{0});
-  if (!RefreshSome(all)) return false;
-  SettleTooManyPoints();
-  SetChanged(true);
+  const ReadResult result = ReadAgain(all);
+  if (result.cancelled) return false;
+  // Data refreshed time and again would fill the memory with their past.
+  TakeStep("Refresh Data", result, Merging::WithLikeStep);
   return true;
 }
 
-bool Document::RefreshSome(const std::vector<std::size_t>& which) {
+ReadResult Document::ReadAgain(const std::vector<std::size_t>& which) {
   const GraphState before = graph_.State();
-  const ReadResult result =
-      Read([before, which](Progress& progress) { return Refreshed(before, which, progress); });
-  if (result.cancelled) return false;
-  TakeState(result);
-  return true;
+  return Read([before, which](Progress& progress) { return Refreshed(before, which, progress); });
 }
 
 void Document::SaveGraphFile(const std::filesystem::path& path) {
@@ -174,15 +217,13 @@ void Document::SavePicture(const std::filesystem::path& path) {
 }
 
 void Document::FinishLook(QSizeF size) {
-  if (look_is_own_ || look_size_ == size || !graph_.HasPoints()) return;
+  if (look_.own || look_.arranged_for == size || !graph_.HasPoints()) return;
   // What the user has zoomed into is not disturbed by a window's new size.
-  if (!look_size_.isEmpty() && !zoom_.IsEmpty()) return;
-  look_size_ = size;
-  const bool changed = graph_.Changed();
+  if (!look_.arranged_for.isEmpty() && !zoom_.IsEmpty()) return;
+  look_.arranged_for = size;
   FinishedLookOptions options;
   options.title = data_file_.stem().string();
   ApplyFinishedLook(graph_, size, TextMetrics(), options);
-  graph_.SetChanged(changed);
 }
 
 ReadResult Document::Read(const std::function<ReadResult(Progress&)>& reading) {
@@ -200,6 +241,13 @@ void Document::TakeState(const ReadResult& result) {
   note_ = result.note;
 }
 
+void Document::TakeStep(const std::string& name, const ReadResult& result, Merging merging) {
+  OpenEdit step(*this, name, merging);
+  TakeState(result);
+  SettleTooManyPoints();
+  step.Finish();
+}
+
 void Document::SettleTooManyPoints() {
   std::vector<std::size_t> switched;
   graph_.SettleTooManyPoints(prompt_, [&](TSeries& series) {
@@ -209,7 +257,8 @@ void Document::SettleTooManyPoints() {
   });
   if (switched.empty()) return;
   try {
-    RefreshSome(switched);
+    const ReadResult result = ReadAgain(switched);
+    if (!result.cancelled) TakeState(result);
   } catch (const FileError& error) {
     // What was loaded stands; only its thinning has to wait for the source.
     prompt_.Tell(error.what());

@@ -7,8 +7,10 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "app/document_io.h"
+#include "app/edit_history.h"
 #include "app/long_work.h"
 #include "app/zoom_stack.h"
 #include "base/prompt.h"
@@ -49,13 +51,29 @@ class Document final : public QObject {
   const std::filesystem::path& DataFolder() const { return data_folder_; }
   void SetDataFolder(std::filesystem::path folder) { data_folder_ = std::move(folder); }
 
-  bool Changed() const { return graph_.Changed(); }
-  void SetChanged(bool changed);
+  // Editing. What changes the graph for good is a step: the state before and after, to be undone and redone without limit.
+  // Zooming is no step, and neither is choosing a current DataSet or mark.
+  /// Makes one step of what `change` does to the graph; `name` as it is read after "Undo": "Move Point". Listeners are told
+  /// once. When `change` throws, the graph is as before and the exception goes on. False when nothing changed.
+  bool Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,
+            Merging merging = Merging::No);
+  bool CanUndo() const { return history_.CanUndo(); }
+  bool CanRedo() const { return history_.CanRedo(); }
+  void Undo();
+  void Redo();
+  /// "&Undo Move Point", or "&Undo" when there is no step. Valid until the next step.
+  std::string_view UndoCaption() const { return undo_caption_; }
+  std::string_view RedoCaption() const { return redo_caption_; }
+  EditHistory& History() { return history_; }
+
+  /// Follows the steps: undone back to the state that was saved, a document is unchanged.
+  bool Changed() const { return history_.Changed(); }
+  void SetChanged(bool changed) { history_.SetChanged(changed); }
   /// False once reading the data file failed: such a document has nothing worth saving.
   bool LoadedSuccessfully() const { return loaded_successfully_; }
 
   // Loading. All throw FileError and then leave the graph as it was; false when nothing was read (cancelled, or a kind of
-  // file that cannot be loaded).
+  // file that cannot be loaded). A graph file or template begins a new history, data are a step of the present one.
   /// What creating a graph window does: the graph or template, then the data.
   bool Begin(const DocumentFiles& files);
   /// The graph file again, else the template, else the default appearance; the changed flag is cleared.
@@ -78,7 +96,7 @@ class Document final : public QObject {
   /// size already, nor once a file or the user has decided the look.
   void FinishLook(QSizeF size);
   /// From now on the look is the user's own.
-  void KeepLook() { look_is_own_ = true; }
+  void KeepLook() { look_.own = true; }
 
  signals:
   void graphChanged(tarnwick::GraphChange change);
@@ -91,7 +109,10 @@ class Document final : public QObject {
   ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
   void Write(const std::function<void()>& writing);
   void TakeState(const ReadResult& result);
-  bool RefreshSome(const std::vector<std::size_t>& which);
+  void TakeStep(const std::string& name, const ReadResult& result, Merging merging = Merging::No);
+  void Forget(bool changed);
+  void HistoryMoved();
+  ReadResult ReadAgain(const std::vector<std::size_t>& which);
   void SettleTooManyPoints();
   void ShowPath(const std::filesystem::path& path);
 
@@ -107,8 +128,10 @@ class Document final : public QObject {
   std::filesystem::path data_file_;
   std::filesystem::path data_folder_;
   bool loaded_successfully_ = true;
-  bool look_is_own_ = false;  // decided by a file or the user
-  QSizeF look_size_;          // that the look was arranged for; empty when data came in since
+  Look look_;
+  EditHistory history_{graph_, look_};
+  std::string undo_caption_;
+  std::string redo_caption_;
 };
 
 }  // namespace tarnwick

@@ -28,18 +28,23 @@ void ZoomBack(CommandContext& context) {
 }
 
 void ToggleLegend(CommandContext& context) {
-  Legend legend = context.document->Graph().GetLegend();
-  legend.visible = !legend.visible;
-  context.document->Graph().SetLegend(legend);
-  context.document->KeepLook();
-  context.document->SetChanged(true);
+  Document& document = *context.document;
+  const bool shown = document.Graph().GetLegend().visible;
+  document.Edit(shown ? "Hide Legend" : "Show Legend", [&](TxyGraph& graph) {
+    Legend legend = graph.GetLegend();
+    legend.visible = !shown;
+    graph.SetLegend(legend);
+    document.KeepLook();
+  });
 }
 
 void ToggleMarks(CommandContext& context) {
-  Appearance appearance = context.document->Graph().GetAppearance();
-  appearance.marks_are_shown = !appearance.marks_are_shown;
-  context.document->Graph().SetAppearance(appearance);
-  context.document->SetChanged(true);
+  const bool shown = context.document->Graph().GetAppearance().marks_are_shown;
+  context.document->Edit(shown ? "Hide Marks" : "Show Marks", [&](TxyGraph& graph) {
+    Appearance appearance = graph.GetAppearance();
+    appearance.marks_are_shown = !shown;
+    graph.SetAppearance(appearance);
+  });
 }
 
 std::string_view LegendCaption(const Document& document) {

@@ -39,9 +39,7 @@ void StorePlacement(TGraphWindow& window) {
   dimensions.ver_position = place.y() / room.height();
   dimensions.hor_size = place.width() / room.width();
   dimensions.ver_size = place.height() / room.height();
-  const bool changed = document.Changed();
   document.Graph().SetDimensions(dimensions);
-  document.SetChanged(changed);
 }
 
 void ShowPlaced(TGraphWindow& window, Otherwise otherwise) {

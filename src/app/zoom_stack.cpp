@@ -33,12 +33,7 @@ void ZoomStack::GoBack(TxyGraph& graph) {
   for (std::size_t i = 0; i < kAxes.size(); ++i) {
     // Only the scale goes back: a title or format given since then stays.
     AxisState state = graph.Axis(kAxes[i]).State();
-    state.Min = scales[i].Min;
-    state.Max = scales[i].Max;
-    state.StepSize = scales[i].StepSize;
-    state.AutoSizing = scales[i].AutoSizing;
-    state.AutoStepping = scales[i].AutoStepping;
-    state.LabelDecimals = scales[i].LabelDecimals;
+    TakeScale(state, scales[i]);
     graph.Axis(kAxes[i]).SetState(state);
   }
   graph.EndUpdate();

@@ -1,0 +1,81 @@
+// The steps of a document's editing: states before and after, sharing all points that no step changed. Knows the graph and
+// how its look came about; knows no file, no zooming and no window.
+#pragma once
+
+#include <QObject>
+#include <QSizeF>
+#include <QUndoStack>
+#include <memory>
+#include <string>
+
+#include "graph/graph_state.h"
+
+namespace tarnwick {
+
+class TxyGraph;
+
+/// How the look of a document's graph came about.
+struct Look {
+  bool own = false;     ///< decided by a file or the user
+  QSizeF arranged_for;  ///< the size it was arranged for otherwise; empty when data came in since
+};
+
+/// What an edit keeps of a document.
+struct EditState {
+  GraphState graph;
+  Look look;
+};
+
+/// Whether a step of the same name straight after is taken for one with it.
+enum class Merging { No, WithLikeStep };
+
+class EditHistory final : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Both outlive the history.
+  EditHistory(TxyGraph& graph, Look& look, QObject* parent = nullptr);
+
+  /// The present state; the one kept last when nothing changed since.
+  std::shared_ptr<const EditState> Present() const;
+  /// While steps are open nothing can be undone, and what is closed inside another belongs to that.
+  void Open() { ++open_; }
+  /// Remembers a step from `before` to the present state. False when both are the same or another step is open.
+  bool Close(const std::string& name, Merging merging,
+             const std::shared_ptr<const EditState>& before);
+  /// Ends an open step by going back to the state before it.
+  void TakeBack(const EditState& before);
+
+  bool CanUndo() const { return open_ == 0 && stack_.canUndo(); }
+  bool CanRedo() const { return open_ == 0 && stack_.canRedo(); }
+  /// Nothing happens when there is no such step. The scales that the user has zoomed to stay, unless the step changed
+  /// scales itself.
+  void Undo();
+  void Redo();
+  /// Of the step that would be undone or redone; empty for none.
+  std::string UndoName() const { return stack_.undoText().toStdString(); }
+  std::string RedoName() const { return stack_.redoText().toStdString(); }
+
+  /// Forgets every step.
+  void Clear();
+  /// Whether the present state is another than the one that was called unchanged last.
+  bool Changed() const { return !stack_.isClean(); }
+  void SetChanged(bool changed);
+
+ signals:
+  /// Steps or changed flag are other ones.
+  void moved();
+
+ private:
+  friend class EditStep;
+  void Restore(const EditState& state);
+  void GoTo(const EditState& target, const EditState& before, const EditState& after);
+
+  TxyGraph& graph_;
+  Look& look_;
+  QUndoStack stack_;
+  std::shared_ptr<const EditState> last_;
+  int open_ = 0;
+};
+
+}  // namespace tarnwick
