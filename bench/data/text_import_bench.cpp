@@ -145,6 +145,26 @@ void ImportEveryRow(benchmark::State& state) {
 }
 BENCHMARK(ImportEveryRow)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
 
+/// The same with Y computed from the columns of the row: one of them, or several.
+void ImportWithExpression(benchmark::State& state) {
+  const std::filesystem::path& path = Large();
+  ImportOptions options;
+  options.every = 1;
+  options.y_expression = state.range(0) == 1 ? "ln(Y)/ln(10)" : "(signal - 0.5)*X + time^2";
+  LoadOptions load;
+  load.threads = 1;
+  for (auto _ : state) {
+    const ImportResult result = ImportFile(path, options, load);
+    if (result.reports.front().points != 10'000'000) state.SkipWithError("points are missing");
+  }
+}
+BENCHMARK(ImportWithExpression)
+    ->Arg(1)
+    ->Arg(4)
+    ->Unit(benchmark::kMillisecond)
+    ->MinTime(2)
+    ->UseRealTime();
+
 void CountLinesWithWc(benchmark::State& state) {
   const std::string command = "wc -l " + Large().string() + " > /dev/null";
   for (auto _ : state) {
