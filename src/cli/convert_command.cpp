@@ -1,8 +1,11 @@
 #include <memory>
 
+#include "base/error.h"
 #include "cli/commands.h"
+#include "cli/function_input.h"
 #include "cli/input_graph.h"
 #include "cli/save_output.h"
+#include "fit/fit_function_file.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -14,13 +17,22 @@ struct Options {
   bool text_mode = false;
 };
 
+void ConvertFunction(const Options& options, WriterMode mode, Output& output) {
+  if (!IsFitFunctionFile(options.save.file)) {
+    throw Error("a fitting function is no graph; it converts to .tfn only: " + options.save.file);
+  }
+  SaveFitFunction(options.save.file, LoadFitFunction(options.input.file), mode);
+  PrintSaved(options.save, output);
+}
+
 void Run(const Options& options, Output& output) {
   CheckOverwrite(options.save);
+  const WriterMode mode = options.text_mode ? WriterMode::Text : WriterMode::Typed;
+  if (IsFitFunctionFile(options.input.file)) return ConvertFunction(options, mode, output);
   const InputGraph input = ReadInput(options.input);
   const std::size_t index =
       input.graph->SeriesCount() == 0 ? 0 : ChooseSeries(*input.graph, options.dataset);
-  SaveOutput(*input.graph, index, options.save, output,
-             options.text_mode ? WriterMode::Text : WriterMode::Typed);
+  SaveOutput(*input.graph, index, options.save, output, mode);
   PrintSaved(options.save, output);
 }
 
@@ -32,7 +44,7 @@ void DeclareConvert(CLI::App& command, Action& action) {
   command.add_option("OUT", options->save.file, "The new file, its kind by extension")->required();
   command.add_flag("--overwrite", options->save.overwrite, "Replace the file if it exists");
   command.add_flag("--text-mode", options->text_mode,
-                   "Write graph files with readable keys and values");
+                   "Write graph and function files with readable keys and values");
   AddDataset(command, options->dataset);
   OnCommand(command, action, options, &Run);
 }

@@ -1,13 +1,18 @@
 #include <memory>
 
 #include "cli/commands.h"
+#include "cli/function_input.h"
 #include "cli/info_json.h"
 #include "cli/input_graph.h"
+#include "fit/fit_function_file.h"
 
 namespace tarnwick::cli {
 namespace {
 
 void Run(const InputArguments& arguments, Output& output) {
+  if (IsFitFunctionFile(arguments.file)) {
+    return PrintFunctionInfo(LoadFitFunction(arguments.file), output);
+  }
   const InputGraph input = ReadInput(arguments);
   PrintInfo(*input.graph, input.reports, output);
 }

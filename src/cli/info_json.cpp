@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "base/number_text.h"
+#include "cli/function_input.h"
 #include "data/data_series_file.h"
 #include "graph/appearance_fields.h"
 #include "graph/axis_fields.h"
@@ -97,7 +98,8 @@ Json DataSetJson(const TSeries& series) {
           {"regression_steps", settings.regression_steps},
           {"regression_alpha", JsonNumber(settings.regression_alpha)},
           {"source", SourceJson(series)},
-          {"series", TableJson<SeriesStyle>(SeriesFields(), series.Style())}};
+          {"series", TableJson<SeriesStyle>(SeriesFields(), series.Style())},
+          {"fit", FitJson(series.Fit().Settings())}};
 }
 
 void PrintValue(const Json& value, int depth, std::ostream& out);
@@ -131,6 +133,14 @@ void PrintValue(const Json& value, int depth, std::ostream& out) {
   }
 }
 
+void Print(const Json& document, Output& output) {
+  if (output.IsJson()) {
+    output.Document(document);
+  } else {
+    PrintObject(document, 0, output.Text());
+  }
+}
+
 }  // namespace
 
 Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports) {
@@ -160,12 +170,11 @@ Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports) {
 }
 
 void PrintInfo(const TxyGraph& graph, const std::vector<LoadReport>& reports, Output& output) {
-  const Json document = InfoJson(graph, reports);
-  if (output.IsJson()) {
-    output.Document(document);
-  } else {
-    PrintObject(document, 0, output.Text());
-  }
+  Print(InfoJson(graph, reports), output);
+}
+
+void PrintFunctionInfo(const FitSettings& function, Output& output) {
+  Print({{"kind", "function"}, {"fit", FitJson(function)}}, output);
 }
 
 }  // namespace tarnwick::cli

@@ -1,4 +1,4 @@
-// Everything a graph holds, as the "info" and "import" commands print it. Goes by the field tables: a new field shows up
+// Everything a graph or a fitting-function file holds, as the "info" and "import" commands print it. Goes by the field tables: a new field shows up
 // by itself.
 #pragma once
 
@@ -6,6 +6,7 @@
 
 #include "cli/output.h"
 #include "data/load_report.h"
+#include "fit/fit_settings.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick::cli {
@@ -16,5 +17,7 @@ Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports);
 
 /// Prints the document, or its text for people.
 void PrintInfo(const TxyGraph& graph, const std::vector<LoadReport>& reports, Output& output);
+/// The same of a fitting-function file.
+void PrintFunctionInfo(const FitSettings& function, Output& output);
 
 }  // namespace tarnwick::cli

@@ -3,6 +3,7 @@
 //   == what the case shows
 //   << name            a file follows, to the line "end" (\t \r \xHH understood)
 //   $ arguments        runs tarnwick-cli with them, in a fresh folder, through the shell
+//                      ($TFN: the folder of the ready-made fitting functions)
 //   = status           its exit status; the lines to the next empty line or key are its whole answer
 //   ~ text             its answer holds this text
 //   ! text             standard error holds this text
@@ -35,8 +36,9 @@ struct Result {
 
 Result RunProgram(const TemporaryFolder& folder, const std::string& arguments) {
   const std::string command = "cd '" + folder.Path().string() +
-                              "' && '" TARNWICK_BIN_DIR "/tarnwick-cli' " + arguments +
-                              " >.out 2>.err </dev/null";
+                              "' && TFN='" TARNWICK_SOURCE_DIR "/TFN' && '" TARNWICK_BIN_DIR
+                              "/tarnwick-cli' " +
+                              arguments + " >.out 2>.err </dev/null";
   const int status = std::system(command.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder.File(".out")),
           ReadFile(folder.File(".err"))};
