@@ -23,7 +23,7 @@ using ScalarObjective = std::function<double(std::span<const double> p)>;
 
 enum class StopReason {
   Converged,         ///< the stop test of the method held
-  NoFurtherDescent,  ///< no step improves any more at working precision, without the stop test
+  NoFurtherDescent,  ///< no step improves, but the stop test failed or proves nothing: see stop_test
   IterationLimit,
   Cancelled,          ///< by Progress, after the iteration under way; values so far are kept
   NothingVaried,      ///< no parameter to change: nothing was done

@@ -168,7 +168,7 @@ MinimiseOutcome MinimiseSimplex(const ScalarObjective& objective, std::span<cons
 MinimiseOutcome MinimiseSimplexPowell(const ScalarObjective& objective,
                                       std::span<const double> start, const MinimiseOptions& options,
                                       Progress& progress) {
-  const MinimiseOutcome first = MinimiseSimplex(objective, start, options, progress);
+  MinimiseOutcome first = MinimiseSimplex(objective, start, options, progress);
   if (Failed(first.why) || first.why == StopReason::NothingVaried ||
       first.why == StopReason::Cancelled) {
     return first;

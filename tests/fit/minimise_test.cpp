@@ -105,7 +105,7 @@ MinimiseOutcome RunChecked(const MinimiseMethod& method, const ScalarObjective& 
                            const Point& start, const MinimiseOptions& options) {
   Recorder recorder(objective);
   NoProgress progress;
-  const MinimiseOutcome outcome = method.minimise(recorder.Objective(), start, options, progress);
+  MinimiseOutcome outcome = method.minimise(recorder.Objective(), start, options, progress);
   EXPECT_EQ(outcome.evaluations, static_cast<std::int64_t>(recorder.points.size()));
   EXPECT_EQ(outcome.changed, outcome.p != start);
   EXPECT_FALSE(outcome.stop_test.empty());
