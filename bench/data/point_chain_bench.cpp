@@ -56,7 +56,34 @@ void RandomOrderOneByOne(benchmark::State& state) {
   for (auto _ : state) {
     TDataSeries series;
     for (const double value : x) series.AddPoint(value, value);
-    benchmark::DoNotOptimize(series.PointCount());
+    benchmark::DoNotOptimize(series.Points().Front());
+  }
+  CountPoints(state, x.size());
+}
+
+// Somebody looks at the points after every so many, which are merged by then.
+void RandomOrderLookedAt(benchmark::State& state) {
+  const std::vector<double> x = RandomX();
+  const auto look_every = static_cast<std::size_t>(state.range(0));
+  for (auto _ : state) {
+    TDataSeries series;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      series.AddPoint(x[i], x[i]);
+      if (i % look_every == 0) benchmark::DoNotOptimize(series.Points().At(i / 2));
+    }
+  }
+  CountPoints(state, x.size());
+}
+
+// A part of the abscissae comes again and overwrites.
+void RandomOrderSomeEqual(benchmark::State& state) {
+  std::vector<double> x = RandomX();
+  const auto repeat_every = static_cast<std::size_t>(state.range(0));
+  for (std::size_t i = repeat_every; i < x.size(); i += repeat_every) x[i] = x[i / 2];
+  for (auto _ : state) {
+    TDataSeries series;
+    for (const double value : x) series.AddPoint(value, value);
+    benchmark::DoNotOptimize(series.Points().Front());
   }
   CountPoints(state, x.size());
 }
@@ -130,6 +157,8 @@ void CopyStateThenEditOnePoint(benchmark::State& state) {
 
 BENCHMARK(RandomOrderLimitSort)->Unit(benchmark::kMillisecond);
 BENCHMARK(RandomOrderOneByOne)->Unit(benchmark::kMillisecond);
+BENCHMARK(RandomOrderLookedAt)->Arg(1)->Arg(1000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(RandomOrderSomeEqual)->Arg(2)->Arg(100)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(RandomOrderBatch)->Unit(benchmark::kMillisecond);
 BENCHMARK(RisingOrderLimitVector)->Unit(benchmark::kMillisecond);
 BENCHMARK(RisingOrderOneByOne)->Unit(benchmark::kMillisecond);

@@ -136,6 +136,7 @@ class TDataSeries {
   void RegressionSettingChanged();
 
   void PlacePoint(double x, double y);
+  bool PlaceLate(double x, double y);
   void OverwritePoint(const PointChain::Place& place, double x, double y);
   std::int32_t NewId();
   void TakeIntoAccount(double x, double y, std::size_t points);

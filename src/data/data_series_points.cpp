@@ -65,6 +65,7 @@ void TDataSeries::AddPoints(std::span<const double> x, std::span<const double> y
 void TDataSeries::PlacePoint(double x, double y) {
   const double tolerance = settings_.NumericalTolerance;
   const bool overwrites = !settings_.DuplicatesAllowed;
+  if (PlaceLate(x, y)) return;
   if (points_.Empty()) {
     points_.Append(NewId(), x, y);
   } else if (x >= points_.LastX()) {
@@ -82,6 +83,19 @@ void TDataSeries::PlacePoint(double x, double y) {
       points_.Insert(place, {NewId(), x, y, 0});
     }
   }
+}
+
+// Lets a point in the middle wait where only an equal X can be in its way; false when it did not.
+bool TDataSeries::PlaceLate(double x, double y) {
+  const bool overwrites = !settings_.DuplicatesAllowed;
+  const double last = points_.LastX();
+  const bool inside = x < last || (overwrites && x == last);
+  if (!inside || points_.Empty() || (overwrites && settings_.NumericalTolerance != 0)) return false;
+  if (id_counter_ == std::numeric_limits<std::int32_t>::max()) return false;
+  const auto duplicates = overwrites ? Duplicates::Forbidden : Duplicates::Allowed;
+  const PointChain::Late outcome = points_.PlaceLate(id_counter_ + 1, x, y, duplicates);
+  if (outcome == PointChain::Late::Inserted) ++id_counter_;
+  return outcome != PointChain::Late::NotTaken;
 }
 
 // A tolerance that grew after the points came lets an X pass its neighbour; the point moves there with its id.

@@ -10,8 +10,6 @@
 
 namespace tarnwick {
 
-enum class Duplicates { Forbidden, Allowed };
-
 /// What became of the points of a batch.
 struct BatchOutcome {
   std::int32_t last_id = 0;  ///< the last id given out

@@ -55,14 +55,24 @@ std::size_t EntryOf(const std::vector<T>& start, std::size_t position, std::size
 
 PointChain::PointChain() : root_(std::make_unique<ChunkRoot>()) {}
 
+PointChain::PointChain(const PointChain& other)
+    : root_((other.Settle(), other.root_)),
+      size_(other.size_),
+      last_x_(other.last_x_),
+      last_id_room_(other.last_id_room_) {}
+
+PointChain& PointChain::operator=(const PointChain& other) {
+  return *this = PointChain(other);
+}
+
 std::size_t PointChain::ChunkCount() const {
-  if (root_->groups.empty()) return 0;
-  return root_->first_chunk.back() + root_->groups.back()->chunks.size();
+  if (Root().groups.empty()) return 0;
+  return Root().first_chunk.back() + Root().groups.back()->chunks.size();
 }
 
 PointChain::Place PointChain::PlaceOfChunk(std::size_t number) const {
-  const std::size_t group = EntryOf(root_->first_chunk, number, number / ChunkGroup::kCapacity);
-  return {group, number - root_->first_chunk[group], 0};
+  const std::size_t group = EntryOf(Root().first_chunk, number, number / ChunkGroup::kCapacity);
+  return {group, number - Root().first_chunk[group], 0};
 }
 
 ChunkView PointChain::View(const Place& place) const {
@@ -86,7 +96,7 @@ double PointChain::ChunkFirstX(std::size_t number) const {
 
 std::size_t PointChain::ChunkOfIndex(std::size_t index) const {
   const Place place = PlaceOf(index);
-  return root_->first_chunk[place.group] + place.chunk;
+  return Root().first_chunk[place.group] + place.chunk;
 }
 
 Point PointChain::At(std::size_t index) const {
@@ -98,31 +108,35 @@ std::size_t PointChain::LowerBound(double x) const {
 }
 
 std::size_t PointChain::UpperBound(double x) const {
-  return IndexOf(FirstPlaceNot(*root_, [x](double value) { return value <= x; }));
+  return IndexOf(FirstPlaceNot(Root(), [x](double value) { return value <= x; }));
 }
 
 PointChain::Place PointChain::LowerPlace(double x) const {
-  return FirstPlaceNot(*root_, [x](double value) { return value < x; });
+  return LowerPlaceIn(Root(), x);
+}
+
+PointChain::Place PointChain::LowerPlaceIn(const ChunkRoot& root, double x) {
+  return FirstPlaceNot(root, [x](double value) { return value < x; });
 }
 
 PointChain::Place PointChain::PlaceOf(std::size_t index) const {
   if (index >= size_) return End();
   constexpr std::size_t kFullGroup = ChunkGroup::kCapacity * PointChunk::kCapacity;
-  const std::size_t group = EntryOf(root_->start, index, index / kFullGroup);
-  const std::size_t in_group = index - root_->start[group];
-  const ChunkGroup& chunks = *root_->groups[group];
+  const std::size_t group = EntryOf(Root().start, index, index / kFullGroup);
+  const std::size_t in_group = index - Root().start[group];
+  const ChunkGroup& chunks = *Root().groups[group];
   const std::size_t chunk = EntryOf(chunks.start, in_group, in_group / PointChunk::kCapacity);
   return {group, chunk, in_group - chunks.start[chunk]};
 }
 
 std::size_t PointChain::IndexOf(const Place& place) const {
-  if (place.group == root_->groups.size()) return size_;
-  return root_->start[place.group] + root_->groups[place.group]->start[place.chunk] + place.offset;
+  if (place.group == Root().groups.size()) return size_;
+  return Root().start[place.group] + Root().groups[place.group]->start[place.chunk] + place.offset;
 }
 
 PointChain::Place PointChain::Next(Place place) const {
   if (++place.offset < ChunkAt(place).Size()) return place;
-  if (place.chunk + 1 < root_->groups[place.group]->chunks.size()) {
+  if (place.chunk + 1 < Root().groups[place.group]->chunks.size()) {
     return {place.group, place.chunk + 1, 0};
   }
   return {place.group + 1, 0, 0};
@@ -167,7 +181,7 @@ std::vector<double> PointChain::YValues() const {
 std::vector<std::int32_t> PointChain::Ids() const {
   std::vector<std::int32_t> ids;
   ids.reserve(size_);
-  for (const auto& group : root_->groups) {
+  for (const auto& group : Root().groups) {
     for (const auto& chunk : group->chunks) {
       for (std::size_t i = 0; i < chunk->Size(); ++i) ids.push_back(chunk->Id(i));
     }

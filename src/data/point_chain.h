@@ -1,8 +1,11 @@
 // The points of one DataSet: a chunked, sorted, copy-on-write sequence. Knows order, chunks and ids; knows nothing of
-// tolerance, duplicates, base lines or listeners (those are the DataSet's).
+// tolerance, base lines or listeners (those are the DataSet's).
 //
 // A copy shares everything with the original until one side is edited, and may be read in another thread meanwhile. An edit
 // copies one chunk, its group's directory and the root when they are shared.
+//
+// Points handed to PlaceLate wait until somebody asks for more than the chain's size and end; then all are merged into the
+// order at once. No answer tells the difference. Several threads may read one chain, waiting points or not.
 #pragma once
 
 #include <cstddef>
@@ -13,6 +16,7 @@
 #include <vector>
 
 #include "data/cow_ptr.h"
+#include "data/late_points.h"
 #include "data/point_chunk.h"
 
 namespace tarnwick {
@@ -36,6 +40,11 @@ class PointChain {
   };
 
   PointChain();
+  PointChain(const PointChain& other);
+  PointChain(PointChain&&) noexcept = default;
+  PointChain& operator=(const PointChain& other);
+  PointChain& operator=(PointChain&&) noexcept = default;
+  ~PointChain() = default;
 
   // --- reading. Every index is below Size(), every chunk number below ChunkCount().
   std::size_t Size() const { return size_; }
@@ -69,11 +78,11 @@ class PointChain {
   std::vector<double> YValues() const;
   std::vector<std::int32_t> Ids() const;
   /// True when both are copies of one chain, neither edited since.
-  bool SharesAllWith(const PointChain& other) const { return root_.Get() == other.root_.Get(); }
+  bool SharesAllWith(const PointChain& other) const { return &Root() == &other.Root(); }
 
   // --- places
   Place Begin() const { return {}; }
-  Place End() const { return {root_->groups.size(), 0, 0}; }
+  Place End() const { return {Root().groups.size(), 0, 0}; }
   Place LowerPlace(double x) const;  ///< of the first point with X >= x
   Place PlaceOf(std::size_t index) const;
   std::size_t IndexOf(const Place& place) const;
@@ -88,6 +97,12 @@ class PointChain {
   void AppendRun(std::int32_t first_id, std::span<const double> x, std::span<const double> y);
   /// Inserts a point directly before `place`.
   void Insert(const Place& place, const Point& point);
+  /// What became of a point given to PlaceLate.
+  enum class Late { NotTaken, Inserted, Overwrote };
+  /// Inserts a point before the first one with X >= x, at a time of the chain's choosing; x is not above LastX(). Where
+  /// duplicates are forbidden it overwrites X and Y of the first point with that X, if there is one, and `id` is not used.
+  /// A point that is not taken has to be placed in the ordinary way.
+  Late PlaceLate(std::int32_t id, double x, double y, Duplicates duplicates);
   /// Overwrites X and Y of a point that keeps its id and its place.
   void Set(const Place& place, double x, double y);
   void Erase(const Place& place);
@@ -99,9 +114,28 @@ class PointChain {
   void ClearRegression();
 
  private:
-  const PointChunk& ChunkAt(const Place& place) const {
-    return *root_->groups[place.group]->chunks[place.chunk];
+  // Everything that reads goes through here, so that no point waits any longer.
+  const ChunkRoot& Root() const {
+    Settle();
+    return *root_;
   }
+  ChunkRoot& EditRoot() {
+    Settle();
+    return root_.Edit();
+  }
+  void Settle() const {
+    if (late_ != nullptr && late_->IsOpen()) SettleLate();
+  }
+  void SettleLate() const;
+  void OpenLate(Duplicates duplicates);
+  bool AppendLate(std::int32_t id, double x, double y);
+  void AddLate(std::int32_t id, double x, double y);
+  bool OverwriteLate(double x, double y);
+
+  const PointChunk& ChunkAt(const Place& place) const {
+    return *Root().groups[place.group]->chunks[place.chunk];
+  }
+  static Place LowerPlaceIn(const ChunkRoot& root, double x);
   Place PlaceOfChunk(std::size_t number) const;
   ChunkView View(const Place& place) const;
   PointChunk& EditChunk(const Place& place);
@@ -113,16 +147,18 @@ class PointChain {
   void SplitGroup(std::size_t group);
   void RemoveChunk(const Place& place);
 
-  CowPtr<ChunkRoot> root_;
-  std::size_t size_ = 0;
+  mutable CowPtr<ChunkRoot> root_;    // changed in reading only by merging the points that wait
+  std::unique_ptr<LatePoints> late_;  // null until points come out of order
+  std::size_t size_ = 0;              // with those that wait, and so is last_x_
   double last_x_ = 0;
   IdRoom last_id_room_ = IdRoom::No;  // what appended chunks are opened with
 };
 
 template <class Visitor>
 void PointChain::ForEachChunk(Visitor&& visitor) const {
-  for (std::size_t group = 0; group < root_->groups.size(); ++group) {
-    for (std::size_t chunk = 0; chunk < root_->groups[group]->chunks.size(); ++chunk) {
+  const ChunkRoot& root = Root();
+  for (std::size_t group = 0; group < root.groups.size(); ++group) {
+    for (std::size_t chunk = 0; chunk < root.groups[group]->chunks.size(); ++chunk) {
       visitor(View({group, chunk, 0}));
     }
   }

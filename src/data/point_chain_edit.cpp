@@ -25,12 +25,12 @@ std::size_t NextRoom(std::size_t points) {
 }  // namespace
 
 PointChunk& PointChain::EditChunk(const Place& place) {
-  return root_.Edit().groups[place.group].Edit().chunks[place.chunk].Edit();
+  return EditRoot().groups[place.group].Edit().chunks[place.chunk].Edit();
 }
 
 // The chunk for editing, with room for one more point and, when asked for, for ids.
 PointChunk& PointChain::EditRoomyChunk(const Place& place, IdRoom id_room) {
-  CowPtr<PointChunk>& chunk = root_.Edit().groups[place.group].Edit().chunks[place.chunk];
+  CowPtr<PointChunk>& chunk = EditRoot().groups[place.group].Edit().chunks[place.chunk];
   const bool full = chunk->Size() == chunk->Room();
   if (!full && (id_room == IdRoom::No || chunk->HasIdRoom() == IdRoom::Yes)) return chunk.Edit();
   const std::size_t room = full ? NextRoom(chunk->Size()) : chunk->Room();
@@ -57,6 +57,8 @@ void PointChain::AddChunk(std::size_t room, IdRoom id_room) {
 }
 
 void PointChain::Append(std::int32_t id, double x, double y) {
+  if (late_ != nullptr && late_->IsOpen() && AppendLate(id, x, y)) return;
+  Settle();
   const bool starts_chunk =
       size_ == 0 || root_->groups.back()->chunks.back()->Size() == PointChunk::kCapacity;
   if (starts_chunk) AddChunk(size_ == 0 ? kFirstCapacity : PointChunk::kCapacity, last_id_room_);
@@ -93,7 +95,7 @@ void PointChain::AppendRun(std::int32_t first_id, std::span<const double> x,
     // The first point of each chunk goes the ordinary way, which sees to the directory.
     Append(first_id + static_cast<std::int32_t>(done), x[done], y[done]);
     ++done;
-    ChunkGroup& group = root_.Edit().groups.back().Edit();
+    ChunkGroup& group = EditRoot().groups.back().Edit();
     CowPtr<PointChunk>& last = group.chunks.back();
     const std::size_t count = std::min(x.size() - done, PointChunk::kCapacity - last->Size());
     if (count == 0) continue;
@@ -140,7 +142,7 @@ void PointChain::Erase(const Place& place) {
   if (!emptied && place.offset == 0) FirstXChanged(place);
   PointsChanged(place, -1);
   if (emptied) RemoveChunk(place);
-  last_x_ = size_ == 0 ? 0 : root_->groups.back()->chunks.back()->X().back();
+  last_x_ = size_ == 0 ? 0 : Root().groups.back()->chunks.back()->X().back();
 }
 
 void PointChain::Clear() {
@@ -148,7 +150,7 @@ void PointChain::Clear() {
 }
 
 void PointChain::ShiftX(double dx) {
-  ChunkRoot& root = root_.Edit();
+  ChunkRoot& root = EditRoot();
   for (auto& shared_group : root.groups) {
     ChunkGroup& group = shared_group.Edit();
     for (auto& chunk : group.chunks) chunk.Edit().Shift(dx);
@@ -160,8 +162,8 @@ void PointChain::ShiftX(double dx) {
 
 void PointChain::FillRegression(
     const std::function<void(const ChunkView&, std::span<double>)>& fill) {
-  for (std::size_t group = 0; group < root_->groups.size(); ++group) {
-    for (std::size_t chunk = 0; chunk < root_->groups[group]->chunks.size(); ++chunk) {
+  for (std::size_t group = 0; group < Root().groups.size(); ++group) {
+    for (std::size_t chunk = 0; chunk < Root().groups[group]->chunks.size(); ++chunk) {
       const Place place{group, chunk, 0};
       std::vector<double>& values = EditChunk(place).EditRegression();
       fill(View(place), values);
@@ -171,8 +173,8 @@ void PointChain::FillRegression(
 }
 
 void PointChain::ClearRegression() {
-  for (std::size_t group = 0; group < root_->groups.size(); ++group) {
-    for (std::size_t chunk = 0; chunk < root_->groups[group]->chunks.size(); ++chunk) {
+  for (std::size_t group = 0; group < Root().groups.size(); ++group) {
+    for (std::size_t chunk = 0; chunk < Root().groups[group]->chunks.size(); ++chunk) {
       const Place place{group, chunk, 0};
       if (!ChunkAt(place).Regression().empty()) EditChunk(place).ClearRegression();
     }
@@ -181,7 +183,7 @@ void PointChain::ClearRegression() {
 
 // Keeps the first indices behind `place` and the counts right after points came or went in its chunk.
 void PointChain::PointsChanged(const Place& place, std::ptrdiff_t change) {
-  ChunkRoot& root = root_.Edit();
+  ChunkRoot& root = EditRoot();
   ChunkGroup& group = root.groups[place.group].Edit();
   const auto step =
       static_cast<std::uint32_t>(change);  // wraps for a negative change, and so do the sums
@@ -193,7 +195,7 @@ void PointChain::PointsChanged(const Place& place, std::ptrdiff_t change) {
 }
 
 void PointChain::FirstXChanged(const Place& place) {
-  ChunkRoot& root = root_.Edit();
+  ChunkRoot& root = EditRoot();
   const double x = ChunkAt(place).X().front();
   root.groups[place.group].Edit().first_x[place.chunk] = x;
   if (place.chunk == 0) root.first_x[place.group] = x;
@@ -202,12 +204,12 @@ void PointChain::FirstXChanged(const Place& place) {
 // Cuts a chunk into halves, its group too when that is full.
 void PointChain::SplitChunk(const Place& place) {
   Place at = place;
-  if (root_->groups[at.group]->chunks.size() == ChunkGroup::kCapacity) {
+  if (Root().groups[at.group]->chunks.size() == ChunkGroup::kCapacity) {
     SplitGroup(at.group);
-    const std::size_t kept = root_->groups[at.group]->chunks.size();
+    const std::size_t kept = Root().groups[at.group]->chunks.size();
     if (at.chunk >= kept) at = {at.group + 1, at.chunk - kept, 0};
   }
-  ChunkRoot& root = root_.Edit();
+  ChunkRoot& root = EditRoot();
   ChunkGroup& group = root.groups[at.group].Edit();
   CowPtr<PointChunk>& whole = group.chunks[at.chunk];
   const std::size_t half = whole->Size() / 2;
@@ -221,7 +223,7 @@ void PointChain::SplitChunk(const Place& place) {
 }
 
 void PointChain::SplitGroup(std::size_t number) {
-  ChunkRoot& root = root_.Edit();
+  ChunkRoot& root = EditRoot();
   ChunkGroup& head = root.groups[number].Edit();
   const std::size_t half = head.chunks.size() / 2;
   auto tail = std::make_unique<ChunkGroup>();
@@ -245,7 +247,7 @@ void PointChain::SplitGroup(std::size_t number) {
 
 // Takes an empty chunk out, and its group when that was the last one in it.
 void PointChain::RemoveChunk(const Place& place) {
-  ChunkRoot& root = root_.Edit();
+  ChunkRoot& root = EditRoot();
   ChunkGroup& group = root.groups[place.group].Edit();
   group.first_x.erase(IteratorAt(group.first_x, place.chunk));
   group.start.erase(IteratorAt(group.start, place.chunk));
