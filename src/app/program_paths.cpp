@@ -45,6 +45,11 @@ ProgramPaths FindProgramPaths() {
     paths.examples = FilesIn(program / folder);
     if (!paths.examples.empty()) break;
   }
+  for (const char* folder : {"TFN", "../share/tarnwick/TFN", "../../../TFN"}) {
+    paths.fit_functions = FilesIn(program / folder);
+    std::erase_if(paths.fit_functions, [](const auto& file) { return file.extension() != ".tfn"; });
+    if (!paths.fit_functions.empty()) break;
+  }
   return paths;
 }
 

@@ -10,6 +10,8 @@ struct ProgramPaths {
   std::filesystem::path default_template;  ///< empty when there is none
   std::vector<std::filesystem::path>
       examples;  ///< shipped example files; empty when they are not found
+  std::vector<std::filesystem::path>
+      fit_functions;  ///< ready-made fitting functions (.tfn) by name; empty when there are none
 };
 
 /// Looks beside the program, in its data folder and in the user's. Needs the application object.
