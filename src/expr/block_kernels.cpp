@@ -12,27 +12,61 @@
 HWY_BEFORE_NAMESPACE();
 namespace tarnwick::HWY_NAMESPACE {
 
-struct OfArrays {
-  static Vec First(const double* a, std::size_t i) { return hn::LoadU(Lanes(), a + i); }
-  static Vec Second(const double* b, std::size_t i) { return hn::LoadU(Lanes(), b + i); }
+/// An argument with a value of its own at every place.
+class Array {
+ public:
+  explicit Array(const double* values) : values_(values) {}
+  HWY_INLINE Vec At(std::size_t i) const { return hn::LoadU(Lanes(), values_ + i); }
+
+ private:
+  const double* values_;
 };
-struct OfUniformFirst : OfArrays {
-  static Vec First(const double* a, std::size_t /*i*/) { return Number(*a); }
+
+/// An argument with one value for all places.
+class Uniform {
+ public:
+  explicit Uniform(const double* value) : value_(Number(*value)) {}
+  HWY_INLINE Vec At(std::size_t /*i*/) const { return value_; }
+
+ private:
+  Vec value_;
 };
-struct OfUniformSecond : OfArrays {
-  static Vec Second(const double* b, std::size_t /*i*/) { return Number(*b); }
-};
+
+inline constexpr std::size_t kLanes = hn::MaxLanes(Lanes());
+inline constexpr std::size_t kUnrolled = 4 * kLanes;
+static_assert(kBlockPadding % kLanes == 0);
+
+/// `step`, a short one, at every vector's place below `count`: several to a turn of the loop.
+template <class Step>
+HWY_INLINE void ForEachVector(std::size_t count, Step step) {
+  std::size_t i = 0;
+  for (; i + kUnrolled <= count; i += kUnrolled) {
+    for (std::size_t k = i; k < i + kUnrolled; k += kLanes) step(k);
+  }
+  for (; i < count; i += kLanes) step(i);
+}
 
 template <class Operation>
 void Unary(const double* a, const double* /*b*/, double* out, std::size_t count) {
-  for (std::size_t i = 0; i < count; i += hn::Lanes(Lanes()))
-    hn::StoreU(Operation::Of(OfArrays::First(a, i)), Lanes(), out + i);
+  const Array first(a);
+  ForEachVector(count,
+                [&](std::size_t i) { hn::StoreU(Operation::Of(first.At(i)), Lanes(), out + i); });
 }
 
-template <class Operation, class Access>
+/// The same for a long operation, which gains nothing from unrolling.
+template <class Operation>
+void Function(const double* a, const double* /*b*/, double* out, std::size_t count) {
+  for (std::size_t i = 0; i < count; i += kLanes)
+    hn::StoreU(Operation::Of(hn::LoadU(Lanes(), a + i)), Lanes(), out + i);
+}
+
+template <class Operation, class First, class Second>
 void Binary(const double* a, const double* b, double* out, std::size_t count) {
-  for (std::size_t i = 0; i < count; i += hn::Lanes(Lanes()))
-    hn::StoreU(Operation::Of(Access::First(a, i), Access::Second(b, i)), Lanes(), out + i);
+  const First first(a);
+  const Second second(b);
+  ForEachVector(count, [&](std::size_t i) {
+    hn::StoreU(Operation::Of(first.At(i), second.At(i)), Lanes(), out + i);
+  });
 }
 
 template <class Condition>
@@ -98,18 +132,22 @@ constexpr BlockKernels OneArgument() {
   return {&Unary<Operation>, nullptr, nullptr};
 }
 template <class Operation>
+constexpr BlockKernels LongFunction() {
+  return {&Function<Operation>, nullptr, nullptr};
+}
+template <class Operation>
 constexpr BlockKernels TwoArguments() {
-  return {&Binary<Operation, OfArrays>, &Binary<Operation, OfUniformFirst>,
-          &Binary<Operation, OfUniformSecond>};
+  return {&Binary<Operation, Array, Array>, &Binary<Operation, Uniform, Array>,
+          &Binary<Operation, Array, Uniform>};
 }
 
 const BlockKernelTable* Table() {
   // In the order of BlockOp.
   static constexpr BlockKernelTable kTable = {
       OneArgument<NegateOp>(),       OneArgument<AbsoluteOp>(),
-      OneArgument<SquareRootOp>(),   OneArgument<ExpOp>(),
-      OneArgument<LnOp>(),           OneArgument<SinOp>(),
-      OneArgument<CosOp>(),          OneArgument<TanOp>(),
+      LongFunction<SquareRootOp>(),  LongFunction<ExpOp>(),
+      LongFunction<LnOp>(),          LongFunction<SinOp>(),
+      LongFunction<CosOp>(),         LongFunction<TanOp>(),
       TwoArguments<AddOp>(),         TwoArguments<SubtractOp>(),
       TwoArguments<MultiplyOp>(),    TwoArguments<DivideOp>(),
       TwoArguments<QuotientOp>(),    TwoArguments<MaskedOp>(),
