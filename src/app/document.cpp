@@ -134,7 +134,7 @@ void Document::LoadGraphFile(const std::filesystem::path& path) {
     return;
   }
   TakeState(Read([path](Progress&) { return ReadGraph(path); }));
-  KeepLook();
+  look_.own = true;
   const std::string extension = LowerExtension(path);
   if (extension == ".tgr") graph_file_ = path;
   if (extension == ".ttp") {

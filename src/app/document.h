@@ -93,10 +93,8 @@ class Document final : public QObject {
   void SavePicture(const std::filesystem::path& path);
 
   /// Arranges a graph that came from data alone for a picture of this size; does nothing when it was arranged for that
-  /// size already, nor once a file or the user has decided the look.
+  /// size already, nor once a file or an edit has decided the look.
   void FinishLook(QSizeF size);
-  /// From now on the look is the user's own.
-  void KeepLook() { look_.own = true; }
 
  signals:
   void graphChanged(tarnwick::GraphChange change);

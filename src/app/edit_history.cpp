@@ -70,6 +70,7 @@ void EditHistory::GoTo(const EditState& target, const EditState& before, const E
 
 bool EditHistory::Close(const std::string& name, Merging merging, const StatePointer& before) {
   if (--open_ > 0) return false;
+  if (!SameLook(before->graph, graph_.State())) look_.own = true;
   StatePointer after = Present();
   last_ = after;
   if (SameState(before->graph, after->graph)) return false;

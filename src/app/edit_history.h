@@ -40,7 +40,8 @@ class EditHistory final : public QObject {
   std::shared_ptr<const EditState> Present() const;
   /// While steps are open nothing can be undone, and what is closed inside another belongs to that.
   void Open() { ++open_; }
-  /// Remembers a step from `before` to the present state. False when both are the same or another step is open.
+  /// Remembers a step from `before` to the present state; when it changed the look, that is the user's own from now on.
+  /// False when both are the same or another step is open.
   bool Close(const std::string& name, Merging merging,
              const std::shared_ptr<const EditState>& before);
   /// Ends an open step by going back to the state before it.

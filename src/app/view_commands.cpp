@@ -28,13 +28,11 @@ void ZoomBack(CommandContext& context) {
 }
 
 void ToggleLegend(CommandContext& context) {
-  Document& document = *context.document;
-  const bool shown = document.Graph().GetLegend().visible;
-  document.Edit(shown ? "Hide Legend" : "Show Legend", [&](TxyGraph& graph) {
+  const bool shown = context.document->Graph().GetLegend().visible;
+  context.document->Edit(shown ? "Hide Legend" : "Show Legend", [&](TxyGraph& graph) {
     Legend legend = graph.GetLegend();
     legend.visible = !shown;
     graph.SetLegend(legend);
-    document.KeepLook();
   });
 }
 

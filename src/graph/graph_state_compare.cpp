@@ -20,6 +20,13 @@ bool SameChildren(const GraphState& left, const GraphState& right) {
                     [](const auto& a, const auto& b) { return a == b || SameState(*a, *b); });
 }
 
+void TakePlace(Dimensions& target, const Dimensions& from) {
+  target.hor_position = from.hor_position;
+  target.ver_position = from.ver_position;
+  target.hor_size = from.hor_size;
+  target.ver_size = from.ver_size;
+}
+
 void KeepScales(GraphState& target, const GraphState& present, const StateChange& edit) {
   for (std::size_t i = 0; i < target.axes.size(); ++i) {
     const bool edited = !SameScaleSettings(edit.before.axes[i], edit.after.axes[i]);
@@ -66,6 +73,24 @@ bool SameState(const GraphState& left, const GraphState& right) {
          SameMarks(left.marks, right.marks) && SameChildren(left, right);
 }
 
+bool SameLook(const GraphState& left, const GraphState& right) {
+  Appearance appearance = left.appearance;
+  appearance.current_series_index = right.appearance.current_series_index;
+  appearance.x_axis_series_index = right.appearance.x_axis_series_index;
+  Dimensions dimensions = left.dimensions;
+  TakePlace(dimensions, right.dimensions);
+  const auto same_style = [](const SeriesState& a, const SeriesState& b) {
+    return FieldsEqual(SeriesFields(), a.style, b.style);
+  };
+  constexpr auto kY2 = static_cast<std::size_t>(AxisId::Y2);
+  return FieldsEqual(AppearanceFields(), appearance, right.appearance) &&
+         FieldsEqual(DimensionsFields(), dimensions, right.dimensions) &&
+         FieldsEqual(LegendFields(), left.legend, right.legend) &&
+         left.axes[kY2].ShowAxis == right.axes[kY2].ShowAxis &&
+         (left.series.size() != right.series.size() ||
+          std::equal(left.series.begin(), left.series.end(), right.series.begin(), same_style));
+}
+
 bool SameScaleSettings(const AxisState& left, const AxisState& right) {
   const bool same_range =
       left.AutoSizing || (SameValue(left.Min, right.Min) && SameValue(left.Max, right.Max));
@@ -78,10 +103,7 @@ bool SameScaleSettings(const AxisState& left, const AxisState& right) {
 void KeepView(GraphState& target, const GraphState& present, const StateChange& edit) {
   KeepScales(target, present, edit);
   KeepScalesOfChildren(target, present, edit);
-  target.dimensions.hor_position = present.dimensions.hor_position;
-  target.dimensions.ver_position = present.dimensions.ver_position;
-  target.dimensions.hor_size = present.dimensions.hor_size;
-  target.dimensions.ver_size = present.dimensions.ver_size;
+  TakePlace(target.dimensions, present.dimensions);
 }
 
 }  // namespace tarnwick

@@ -11,6 +11,10 @@ namespace tarnwick {
 bool SameState(const SeriesState& left, const SeriesState& right);
 bool SameState(const GraphState& left, const GraphState& right);
 
+/// True when both graphs are drawn alike apart from their data and scales: appearance, margins, legend, and as long as
+/// both have equally many DataSets how these are drawn.
+bool SameLook(const GraphState& left, const GraphState& right);
+
 /// True when both axes are scaled by the same settings: the switches, and of range and step what is not automatic.
 bool SameScaleSettings(const AxisState& left, const AxisState& right);
 

@@ -55,6 +55,33 @@ TEST(GraphStateCompare, EveryPartOfAGraphCounts) {
   }
 }
 
+TEST(GraphStateCompare, TheLookIsAllButDataScalesAndSelection) {
+  struct Row {
+    std::function<void(GraphState&)> change;
+    bool same;
+  };
+  const Row rows[] = {
+      {[](GraphState& state) { state.appearance.title_of_graph = "other"; }, false},
+      {[](GraphState& state) { state.dimensions.left_margin = 1; }, false},
+      {[](GraphState& state) { state.legend.top = 1; }, false},
+      {[](GraphState& state) { state.series[0].style.line_width = 3; }, false},
+      {[](GraphState& state) { state.axes[2].ShowAxis = true; }, false},
+      {[](GraphState& state) { state.appearance.current_series_index = -1; }, true},
+      {[](GraphState& state) { state.dimensions.hor_size = 1; }, true},
+      {[](GraphState& state) { state.axes[0].Max = 1e6; }, true},
+      {[](GraphState& state) { state.series[0].data.points.Clear(); }, true},
+      {[](GraphState& state) { state.series.emplace_back(); }, true},
+  };
+  TxyGraph graph;
+  Fill(graph);
+  const GraphState state = graph.State();
+  for (const Row& row : rows) {
+    GraphState changed = state;
+    row.change(changed);
+    EXPECT_EQ(SameLook(state, changed), row.same) << &row - rows;
+  }
+}
+
 TEST(GraphStateCompare, ASharedDataSetIsLeftInPeace) {
   TxyGraph graph;
   Fill(graph);

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <functional>
+#include <set>
 
 #include "base/error.h"
 #include "graph/xy_graph.h"
@@ -74,6 +75,23 @@ TEST(PointEdit, AMovedPointBringsFiguresAndScalesUpToDate) {
   EXPECT_EQ(*series.GetY(3), 121);
   EXPECT_EQ(InsertPoint(series, {2.5, 0}), 4);
   EXPECT_EQ(*series.GetY(4), 105);
+}
+
+TEST(PointEdit, AMoveAmongManyPointsCopiesButItsNeighbours) {
+  TxyGraph graph;
+  TSeries& series = FillGraph(graph);
+  const std::vector<double> more(50'000, 7);
+  series.SetDuplicatesAllowed(true);
+  series.AddPoints(more, more);
+  const DataState before = series.State();
+  MovePoint(graph, series, 30'000, {7, 8});
+  std::set<const double*> old_chunks;
+  before.points.ForEachChunk([&](const ChunkView& chunk) { old_chunks.insert(chunk.x.data()); });
+  std::size_t copied = 0;
+  series.Points().ForEachChunk(
+      [&](const ChunkView& chunk) { copied += old_chunks.contains(chunk.x.data()) ? 0 : 1; });
+  EXPECT_LE(copied, 10u);
+  EXPECT_GT(old_chunks.size(), 90u);
 }
 
 TEST(PointEdit, PlacesThatAnAxisCannotShowAreRefused) {
