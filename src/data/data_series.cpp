@@ -1,5 +1,6 @@
 #include "data/data_series.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/error.h"
@@ -161,7 +162,8 @@ void TDataSeries::UpdateRegression() {
 
 void TDataSeries::RunRegression() {
   const double alpha = settings_.regression_alpha;
-  CurveSampling sampling{0, 0, settings_.regression_steps};
+  CurveSampling sampling;
+  sampling.steps = std::min(settings_.regression_steps, CurveSampling::MostSteps(points_.Size()));
   if (!points_.Empty()) {
     sampling.x_min = points_.Front().x;
     sampling.x_max = points_.LastX();

@@ -2,6 +2,7 @@
 // sources: docs/regression.md. Points with an undefined or infinite value take no part in any of them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -50,8 +51,9 @@ struct CurveSampling {
   double x_max = 0;
   std::int32_t steps = 0;
 
-  /// No more samples than this are taken, whatever `steps` says.
-  static constexpr std::int32_t kMostSteps = 1'000'000;
+  /// The most steps worth taking over so many points: 10000 and 10 for each point, a million at most. So the memory of a
+  /// curve is bounded by that of its points, whatever number of steps a file names.
+  static std::int32_t MostSteps(std::size_t points);
   /// The distance of samples; not positive or undefined when there is nothing to sample.
   double Step() const;
   /// x_min, x_min + h, … while X <= x_max + 1e-5 h; empty when the step is not positive.

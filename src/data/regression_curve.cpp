@@ -117,7 +117,14 @@ double WeightedMean(const Knots& knots, std::size_t begin, std::size_t end, doub
 }  // namespace
 
 double CurveSampling::Step() const {
-  return (x_max - x_min) / std::min(steps, kMostSteps);
+  return (x_max - x_min) / steps;
+}
+
+std::int32_t CurveSampling::MostSteps(std::size_t points) {
+  constexpr std::size_t kAlways = 10'000;
+  constexpr std::size_t kPerPoint = 10;
+  constexpr std::size_t kMost = 1'000'000;
+  return static_cast<std::int32_t>(std::min(kAlways + kPerPoint * std::min(points, kMost), kMost));
 }
 
 std::vector<double> CurveSampling::Abscissae() const {
@@ -125,7 +132,7 @@ std::vector<double> CurveSampling::Abscissae() const {
   const double h = Step();
   if (steps <= 0 || !(h > 0) || !std::isfinite(h)) return x;
   const double end = x_max + 1e-5 * h;
-  for (std::int32_t k = 0; k <= std::min(steps, kMostSteps); ++k) {
+  for (std::int32_t k = 0; k <= steps; ++k) {
     const double here = x_min + k * h;
     if (here > end) break;
     x.push_back(here);

@@ -199,15 +199,29 @@ TEST(Regression, CurvesAreEmptyWhereNothingCanBeSampled) {
   EXPECT_TRUE(series.RegressionCurve().Empty());
 }
 
-// Two thousand million steps, as a damaged file may ask for, must not take the memory of so many.
-TEST(Regression, CurvesHaveAMillionStepsAtMost) {
-  for (const RegressionType type : {RegressionType::Spline, RegressionType::Smoother}) {
-    TDataSeries series;
-    series.SetRegressionSteps(2'000'000'000);
-    Fill(series, {1, 2, 3}, {1, 4, 9});
-    Regression(series, type);
-    EXPECT_EQ(series.RegressionCurve().Size(), 1'000'001u);
-    EXPECT_NEAR(series.RegressionCurve().LastX(), 3, 1e-9);
+// A damaged file may ask for two thousand million steps, and for many curves of a million: each stays in proportion to its
+// points.
+TEST(Regression, CurvesAreBoundedByTheirPoints) {
+  const struct {
+    std::size_t points;
+    std::int32_t steps;
+    std::size_t samples;
+  } cases[] = {{3, 10'000, 10'001},
+               {3, 1'000'000, 10'031},
+               {3, 2'000'000'000, 10'031},
+               {50'000, 400'000, 400'001},
+               {200'000, 2'000'000'000, 1'000'001}};
+  for (const auto& c : cases) {
+    std::vector<double> x(c.points);
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<double>(i);
+    for (const RegressionType type : {RegressionType::Spline, RegressionType::Smoother}) {
+      TDataSeries series;
+      series.SetRegressionSteps(c.steps);
+      Fill(series, x, x);
+      Regression(series, type);
+      EXPECT_EQ(series.RegressionCurve().Size(), c.samples);
+      EXPECT_NEAR(series.RegressionCurve().LastX(), x.back(), 1e-6);
+    }
   }
 }
 
