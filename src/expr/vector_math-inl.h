@@ -14,6 +14,7 @@
 #include <cstdint>
 
 #include "base/undefined.h"
+#include "expr/exp_table.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace tarnwick::HWY_NAMESPACE {
@@ -72,30 +73,75 @@ inline constexpr double kExpCoefficients[] = {
     2.7620088445409746e-07, 2.510038549551032e-08,
 };
 
-HWY_INLINE Vec ExpVec(Vec x) {
-  const Lanes lanes;
-  const Bits bits;
+/// e^x for small r, and the number whose low bits are n.
+struct ExpParts {
+  Vec fraction;
+  Vec sum;
+};
+
+HWY_INLINE ExpParts SplitExp(Vec x) {
   const Vec sum = hn::MulAdd(x, Number(1.4426950408889634), Number(kRounder));
   const Vec n = hn::Sub(sum, Number(kRounder));
   Vec r = hn::NegMulAdd(n, Number(0x1.62e42fee00000p-1), x);
   r = hn::NegMulAdd(n, Number(0x1.a39ef35793c76p-33), r);
-  const Vec fraction =
-      hn::Add(hn::MulAdd(Polynomial(kExpCoefficients, r), hn::Mul(r, r), r), Number(1));
-  // Where the result is a normal number its exponent can be raised in place.
-  const auto plain = hn::And(hn::Gt(x, Number(-708)), hn::Lt(x, Number(709.75)));
-  if (HWY_LIKELY(hn::AllTrue(lanes, plain)))
-    return hn::BitCast(
-        lanes, hn::Add(hn::BitCast(bits, fraction), hn::ShiftLeft<52>(hn::BitCast(bits, sum))));
-  // Else in two steps by powers of two that are normal for every x that is not replaced below.
-  const auto whole = hn::Sub(hn::BitCast(bits, sum), hn::BitCast(bits, Number(kRounder)));
+  const Vec p = Polynomial(kExpCoefficients, r);
+  return {hn::Add(hn::MulAdd(p, hn::Mul(r, r), r), Number(1)), sum};
+}
+
+/// e^x for every x: raised in two steps by powers of two that are normal for every x that is not replaced.
+HWY_NOINLINE inline Vec GuardedExp(Vec x) {
+  const Lanes lanes;
+  const Bits bits;
+  const ExpParts parts = SplitExp(x);
+  const auto whole = hn::Sub(hn::BitCast(bits, parts.sum), hn::BitCast(bits, Number(kRounder)));
   const auto half = hn::ShiftRight<1>(whole);
   const auto power = [&](auto exponent) {
     return hn::BitCast(lanes, hn::ShiftLeft<52>(hn::Add(exponent, hn::Set(bits, 1023))));
   };
-  const Vec scaled = hn::Mul(hn::Mul(fraction, power(half)), power(hn::Sub(whole, half)));
+  const Vec scaled = hn::Mul(hn::Mul(parts.fraction, power(half)), power(hn::Sub(whole, half)));
   const Vec vanishing = hn::IfThenZeroElse(hn::Le(x, Number(-744.44)), scaled);
   const Vec guarded = hn::IfThenElse(hn::Ge(x, Number(709.75)), Number(kUndefined), vanishing);
   return hn::IfThenElse(hn::Eq(x, x), guarded, x);
+}
+
+#if HWY_TARGET <= HWY_SSSE3 && HWY_TARGET >= HWY_SSE4
+// Without fused multiplication the polynomial is what takes long: e^x = 2^(k/128) e^r with k = round(128 x / ln 2), the
+// power from a table, e^r by its series to the fifth power, the rest below 1e-18 (P. T. P. Tang: Table-driven
+// implementation of the exponential function, ACM TOMS 15, 1989).
+HWY_INLINE Vec PlainExp(Vec x) {
+  const Lanes lanes;
+  const Bits bits;
+  const Vec sum = hn::MulAdd(x, Number(184.6649652337873), Number(kRounder));
+  const Vec k = hn::Sub(sum, Number(kRounder));
+  Vec r = hn::NegMulAdd(k, Number(0x1.62e42fee00000p-8), x);
+  r = hn::NegMulAdd(k, Number(0x1.a39ef35793c76p-40), r);
+  const auto places = hn::BitCast(bits, sum);
+  const auto entry = [&](std::size_t lane) {
+    return Number(
+        kExpTable[static_cast<std::size_t>(hn::ExtractLane(places, lane)) % kExpTable.size()]);
+  };
+  const Vec table = hn::InterleaveLower(lanes, entry(0), entry(1));
+  const Vec power =
+      hn::BitCast(lanes, hn::Add(hn::BitCast(bits, table), hn::ShiftLeft<45>(places)));
+  const Vec r2 = hn::Mul(r, r);
+  const Vec low = hn::MulAdd(Number(1.0 / 6), r, Number(0.5));
+  const Vec high = hn::MulAdd(Number(1.0 / 120), r, Number(1.0 / 24));
+  const Vec growth = hn::MulAdd(hn::MulAdd(high, r2, low), r2, r);
+  return hn::MulAdd(power, growth, power);
+}
+#else
+HWY_INLINE Vec PlainExp(Vec x) {
+  const Bits bits;
+  const ExpParts parts = SplitExp(x);
+  return hn::BitCast(Lanes(), hn::Add(hn::BitCast(bits, parts.fraction),
+                                      hn::ShiftLeft<52>(hn::BitCast(bits, parts.sum))));
+}
+#endif
+
+HWY_INLINE Vec ExpVec(Vec x) {
+  // There the result is a normal number, whose exponent can be raised in place.
+  const bool plain = hn::AllTrue(Lanes(), hn::Lt(hn::Abs(x), Number(708)));
+  return HWY_LIKELY(plain) ? PlainExp(x) : GuardedExp(x);
 }
 
 // ln x = k ln 2 + ln(1 + f), 1 + f from sqrt(1/2) to sqrt 2; with s = f / (2 + f): ln(1 + f) = f - f^2/2 +
