@@ -78,7 +78,7 @@ PointChain::Place PointChain::PlaceOfChunk(std::size_t number) const {
 ChunkView PointChain::View(const Place& place) const {
   const PointChunk& chunk = ChunkAt(place);
   return {root_->start[place.group] + root_->groups[place.group]->start[place.chunk], chunk.X(),
-          chunk.Y(), chunk.Regression()};
+          chunk.Y(), chunk.Regression(), &chunk};
 }
 
 ChunkView PointChain::Chunk(std::size_t number) const {

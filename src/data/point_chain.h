@@ -27,6 +27,12 @@ struct ChunkView {
   std::span<const double> x;           ///< ascending
   std::span<const double> y;           ///< same length as x
   std::span<const double> regression;  ///< same length as x, or empty when every value is 0
+  const PointChunk* chunk = nullptr;   ///< where they lie
+
+  /// Extremes of stored Y over the points begin <= i < end.
+  YExtremes Extremes(std::size_t begin, std::size_t end) const {
+    return chunk->Extremes(begin, end);
+  }
 };
 
 class PointChain {

@@ -27,9 +27,9 @@ void CloseGap(T* values, std::size_t offset, std::size_t size) {
 
 std::unique_ptr<PointChunk> PointChunk::Make(std::size_t room, IdRoom id_room) {
   static_assert(sizeof(PointChunk) == 64);
-  const std::size_t per_point =
-      2 * sizeof(double) + (id_room == IdRoom::Yes ? sizeof(std::int32_t) : 0);
-  void* const memory = ::operator new(sizeof(PointChunk) + room * per_point, kAlignment);
+  const std::size_t bytes =
+      sizeof(PointChunk) + BytesOfPoints(room, id_room) + 2 * BlockCount(room) * sizeof(double);
+  void* const memory = ::operator new(bytes, kAlignment);
   return std::unique_ptr<PointChunk>(::new (memory) PointChunk(room, id_room));
 }
 
@@ -78,15 +78,43 @@ std::size_t PointChunk::OffsetOfId(std::int32_t id) const {
 }
 
 YExtremes PointChunk::Extremes() const {
-  if (!extremes_known_.load(std::memory_order_acquire)) {
-    const YExtremes found = ExtremesOf(Y());
-    y_min_.store(found.min, std::memory_order_relaxed);
-    y_max_.store(found.max, std::memory_order_relaxed);
-    y_gaps_.store(found.gaps, std::memory_order_relaxed);
-    extremes_known_.store(true, std::memory_order_release);
+  if (extremes_kept_.load(std::memory_order_acquire) != Kept::Yes) return KeepExtremes();
+  return {y_min_, y_max_, y_gaps_};
+}
+
+// Another thread may be at it: then it is left to that one.
+YExtremes PointChunk::KeepExtremes() const {
+  Kept expected = Kept::No;
+  if (!extremes_kept_.compare_exchange_strong(expected, Kept::BeingWritten,
+                                              std::memory_order_acquire)) {
+    return ExtremesOf(Y());
   }
-  return {y_min_.load(std::memory_order_relaxed), y_max_.load(std::memory_order_relaxed),
-          y_gaps_.load(std::memory_order_relaxed)};
+  YExtremes all = ExtremesOf({});
+  for (std::size_t begin = 0; begin < size_; begin += kBlock) {
+    const YExtremes block = ExtremesOf(Y().subspan(begin, std::min(kBlock, size_ - begin)));
+    all.Widen(block);
+    if (BlockCount(room_) == 0) continue;
+    BlockLows()[begin / kBlock] = block.min;
+    BlockHighs()[begin / kBlock] = block.max;
+  }
+  y_min_ = all.min;
+  y_max_ = all.max;
+  y_gaps_ = all.gaps;
+  extremes_kept_.store(Kept::Yes, std::memory_order_release);
+  return all;
+}
+
+YExtremes PointChunk::Extremes(std::size_t begin, std::size_t end) const {
+  const std::size_t first = (begin + kBlock - 1) / kBlock, last = end / kBlock;
+  const bool kept = BlockCount(room_) != 0 && first + 1 < last && !Extremes().gaps &&
+                    extremes_kept_.load(std::memory_order_acquire) == Kept::Yes;
+  if (!kept) return ExtremesOf(Y().subspan(begin, end - begin));
+  YExtremes range = ExtremesOf(Y().subspan(begin, first * kBlock - begin));
+  range.Widen(ExtremesOf(Y().subspan(last * kBlock, end - last * kBlock)));
+  for (std::size_t block = first; block < last; ++block) {
+    range.Widen({BlockLows()[block], BlockHighs()[block], false});
+  }
+  return range;
 }
 
 void PointChunk::AppendRun(std::int32_t first_id, const double* x, const double* y,
@@ -101,7 +129,7 @@ void PointChunk::AppendRun(std::int32_t first_id, const double* x, const double*
   std::copy_n(y, count, Doubles() + room_ + size_);
   size_ += static_cast<std::uint32_t>(count);
   if (!regression_.empty()) regression_.resize(size_);
-  extremes_known_.store(false, std::memory_order_relaxed);
+  ForgetExtremes();
 }
 
 void PointChunk::Insert(std::size_t offset, const Point& point) {
@@ -118,13 +146,13 @@ void PointChunk::Insert(std::size_t offset, const Point& point) {
   } else if (point.regression != 0) {
     EditRegression()[offset] = point.regression;
   }
-  extremes_known_.store(false, std::memory_order_relaxed);
+  ForgetExtremes();
 }
 
 void PointChunk::Set(std::size_t offset, double x, double y) {
   Doubles()[offset] = x;
   Doubles()[room_ + offset] = y;
-  extremes_known_.store(false, std::memory_order_relaxed);
+  ForgetExtremes();
 }
 
 void PointChunk::Erase(std::size_t offset) {
@@ -140,7 +168,7 @@ void PointChunk::Erase(std::size_t offset) {
     regression_.erase(regression_.begin() + static_cast<std::ptrdiff_t>(offset));
   }
   --size_;
-  extremes_known_.store(false, std::memory_order_relaxed);
+  ForgetExtremes();
 }
 
 void PointChunk::Shift(double dx) {

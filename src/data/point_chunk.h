@@ -67,6 +67,8 @@ class PointChunk : public CowCounted {
   std::size_t OffsetOfId(std::int32_t id) const;
   /// Computed when first asked for; safe to ask from several threads.
   YExtremes Extremes() const;
+  /// Over the points begin <= i < end, for most of them by what Extremes() keeps.
+  YExtremes Extremes(std::size_t begin, std::size_t end) const;
 
   // Editing. Adding needs room for the points; an id that does not follow the one before, inserting and erasing in the
   // middle need room for ids.
@@ -84,7 +86,7 @@ class PointChunk : public CowCounted {
     Doubles()[room_ + size_] = y;
     ++size_;
     if (!regression_.empty()) regression_.push_back(0);
-    extremes_known_.store(false, std::memory_order_relaxed);
+    ForgetExtremes();
   }
   /// Points with the ids first_id, first_id + 1, …
   void AppendRun(std::int32_t first_id, const double* x, const double* y, std::size_t count);
@@ -104,7 +106,20 @@ class PointChunk : public CowCounted {
   PointChunk(std::size_t room, IdRoom id_room)
       : room_(static_cast<std::uint32_t>(room)), id_room_(id_room) {}
 
-  // The memory behind the object: X, then Y, then the ids, each for room_ points.
+  enum class Kept : std::uint8_t { No, BeingWritten, Yes };
+  static constexpr std::size_t kBlock = 32;  // points whose extremes are kept together
+
+  // Small chunks are read as fast as their blocks would be.
+  static constexpr std::size_t BlockCount(std::size_t room) {
+    return room <= kInsertCapacity ? 0 : (room + kBlock - 1) / kBlock;
+  }
+  static constexpr std::size_t BytesOfPoints(std::size_t room, IdRoom id_room) {
+    const std::size_t ids = id_room == IdRoom::Yes ? (room + 1) / 2 : 0;
+    return (2 * room + ids) * sizeof(double);
+  }
+
+  // The memory behind the object: X, then Y, then the ids, each for room_ points; then the lowest Y of each block, then the
+  // highest.
   double* Doubles() { return reinterpret_cast<double*>(this + 1); }
   const double* Doubles() const { return reinterpret_cast<const double*>(this + 1); }
   std::int32_t* Ids() {
@@ -113,6 +128,14 @@ class PointChunk : public CowCounted {
   const std::int32_t* Ids() const {
     return reinterpret_cast<const std::int32_t*>(Doubles() + 2 * std::size_t{room_});
   }
+  double* BlockLows() const {
+    const auto* const end =
+        reinterpret_cast<const char*>(this + 1) + BytesOfPoints(room_, id_room_);
+    return const_cast<double*>(reinterpret_cast<const double*>(end));
+  }
+  double* BlockHighs() const { return BlockLows() + BlockCount(room_); }
+  YExtremes KeepExtremes() const;
+  void ForgetExtremes() { extremes_kept_.store(Kept::No, std::memory_order_relaxed); }
   void SpellOutIds();
 
   std::uint32_t size_ = 0;
@@ -120,10 +143,10 @@ class PointChunk : public CowCounted {
   std::int32_t first_id_ = 0;
   IdRoom id_room_;
   bool ids_spelled_ = false;  // else they are first_id_, first_id_ + 1, …
-  mutable std::atomic<bool> extremes_known_{false};
-  mutable std::atomic<bool> y_gaps_{false};
-  mutable std::atomic<double> y_min_{0};
-  mutable std::atomic<double> y_max_{0};
+  mutable std::atomic<Kept> extremes_kept_{Kept::No};
+  mutable bool y_gaps_ = false;  // this and what follows say something when the extremes are kept
+  mutable double y_min_ = 0;
+  mutable double y_max_ = 0;
   std::vector<double> regression_;
 };
 

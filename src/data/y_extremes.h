@@ -10,6 +10,12 @@ struct YExtremes {
   double min = 0;
   double max = 0;
   bool gaps = false;  ///< some Y is NaN
+
+  void Widen(const YExtremes& other) {
+    min = other.min < min ? other.min : min;
+    max = other.max > max ? other.max : max;
+    gaps |= other.gaps;
+  }
 };
 
 YExtremes ExtremesOf(std::span<const double> values);

@@ -11,6 +11,8 @@ namespace {
 // border or the extreme do so: in the mean this much less is covered. Measured on strokes through noise and random walks.
 constexpr double kFringe = 0.25;
 
+constexpr std::size_t kUsualBars = 6;  // that a column makes
+
 struct Interval {
   double top = 0, bottom = 0;
 };
@@ -54,58 +56,70 @@ Interval Hull(std::span<const Interval> intervals, std::ptrdiff_t center, std::p
 // Puts full bars of neighbouring columns together: a wide rectangle fills faster than many narrow ones.
 class FullBars {
  public:
-  explicit FullBars(std::vector<QRect>& out) : out_(out) {}
+  explicit FullBars(std::vector<ColumnBar>& out) : out_(out) {}
   ~FullBars() { Flush(); }
   FullBars(const FullBars&) = delete;
   FullBars& operator=(const FullBars&) = delete;
 
   void Add(int column, int top, int end) {
-    const bool neighbour = !group_.empty() && column == group_.back().x() + 1;
-    if (!neighbour || group_.size() == kGroup) Flush();
-    group_.emplace_back(column, top, 1, end - top);
+    if (count_ == kGroup || (count_ != 0 && column != column_ + count_)) Flush();
+    if (count_ == 0) {
+      column_ = column;
+      top_ = top;
+      end_ = end;
+    }
+    // Bars that leave too little in common are not worth a group.
+    if (std::min(end_, end) - std::max(top_, top) < kWorthwhile && count_ != 0) {
+      Flush();
+      Add(column, top, end);
+      return;
+    }
+    top_ = std::max(top_, top);
+    end_ = std::min(end_, end);
+    ends_[count_++] = {top, end};
   }
 
  private:
-  static constexpr std::size_t kGroup = 16;
+  static constexpr int kGroup = 16;
   static constexpr int kWorthwhile = 8;  // shared rows
+  struct Ends {
+    int top, end;
+  };
 
   void Flush() {
-    if (group_.empty()) return;
-    int top = group_[0].top(), end = group_[0].top() + group_[0].height();
-    for (const QRect& bar : group_) {
-      top = std::max(top, bar.top());
-      end = std::min(end, bar.top() + bar.height());
+    if (count_ == 0) return;
+    Emit(column_, top_, count_, end_ - top_);
+    for (int i = 0; i < count_; ++i) {
+      const Ends& bar = ends_[i];
+      if (bar.top < top_) Emit(column_ + i, bar.top, 1, top_ - bar.top);
+      if (bar.end > end_) Emit(column_ + i, end_, 1, bar.end - end_);
     }
-    if (end - top < kWorthwhile) {
-      out_.insert(out_.end(), group_.begin(), group_.end());
-    } else {
-      out_.emplace_back(group_[0].x(), top, static_cast<int>(group_.size()), end - top);
-      for (const QRect& bar : group_) {
-        const int bar_end = bar.top() + bar.height();
-        if (bar.top() < top) out_.emplace_back(bar.x(), bar.top(), 1, top - bar.top());
-        if (bar_end > end) out_.emplace_back(bar.x(), end, 1, bar_end - end);
-      }
-    }
-    group_.clear();
+    count_ = 0;
+  }
+  void Emit(int column, int top, int width, int height) {
+    out_.push_back({QRect(column, top, width, height), ColumnBar::kLevels});
   }
 
-  std::vector<QRect>& out_;
-  std::vector<QRect> group_;
+  std::vector<ColumnBar>& out_;
+  int column_ = 0, count_ = 0;
+  int top_ = 0, end_ = 0;  // the rows that all bars of the group share
+  Ends ends_[kGroup] = {};
 };
 
 // Adds one column's interval with the given coverage, its ends by their share of the pixel.
 class BarWriter {
  public:
-  BarWriter(ColumnBars& bars, const QRect& clip)
-      : bars_(bars), clip_(clip), full_(bars.rects[ColumnBars::kLevels]) {}
+  BarWriter(std::vector<ColumnBar>& bars, const QRect& clip)
+      : bars_(bars), clip_(clip), rows_(clip.height()), full_(bars) {}
 
   void Add(int column, double top, double bottom, double coverage) {
     if (column < clip_.left() || column > clip_.right()) return;
-    top = std::max<double>(top, clip_.top());
-    bottom = std::min<double>(bottom, clip_.bottom() + 1);
+    // Rows are counted from the clip: positive, so that cutting off their fraction is rounding down.
+    top = std::max(top - clip_.top(), 0.0);
+    bottom = std::min(bottom - clip_.top(), rows_);
     if (!(top < bottom)) return;
-    const int first = static_cast<int>(std::floor(top));
-    const int last = static_cast<int>(std::floor(bottom));
+    const int first = static_cast<int>(top);
+    const int last = static_cast<int>(bottom);
     if (first == last) {
       AddPixels(column, first, first + 1, coverage * (bottom - top));
       return;
@@ -117,25 +131,27 @@ class BarWriter {
 
  private:
   void AddPixels(int column, int top, int end, double coverage) {
-    const int level = static_cast<int>(std::lround(coverage * ColumnBars::kLevels));
+    const int level = static_cast<int>(coverage * ColumnBar::kLevels + 0.5);
     if (level == 0 || top >= end) return;
-    if (level == ColumnBars::kLevels && end - top > 1) {
-      full_.Add(column, top, end);
+    if (level == ColumnBar::kLevels && end - top > 1) {
+      full_.Add(column, top + clip_.top(), end + clip_.top());
     } else {
-      bars_.rects[static_cast<std::size_t>(level)].emplace_back(column, top, 1, end - top);
+      bars_.push_back({QRect(column, top + clip_.top(), 1, end - top), level});
     }
   }
 
-  ColumnBars& bars_;
+  std::vector<ColumnBar>& bars_;
   QRect clip_;
+  double rows_;
   FullBars full_;
 };
 
 }  // namespace
 
 void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRect& clip,
-                   ColumnBars& bars) {
+                   std::vector<ColumnBar>& bars) {
   if (columns.empty()) return;
+  bars.reserve(bars.size() + kUsualBars * columns.size());
   const std::vector<Interval> joined = JoinedIntervals(columns);
   const double side = width / 2 - kFringe;
   const auto reach = static_cast<std::ptrdiff_t>(side);

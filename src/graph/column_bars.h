@@ -2,7 +2,6 @@
 // cover, at the price of a few filled rectangles a column. Pure arithmetic on whole pixels.
 #pragma once
 
-#include <array>
 #include <span>
 #include <vector>
 
@@ -12,17 +11,18 @@
 
 namespace tarnwick {
 
-/// Rectangles by coverage: level n covers its pixels to n / kLevels.
-struct ColumnBars {
+/// A rectangle whose pixels are covered to level / kLevels.
+struct ColumnBar {
   static constexpr int kLevels = 16;
-  std::array<std::vector<QRect>, kLevels + 1> rects;
+  QRect rect;
+  int level = kLevels;
 };
 
 /// Adds the bars of a line `width` pixels wide (1 or more) over one run of columns, inside `clip`. A column reaches from its
 /// highest to its lowest point, on to where the line crosses into the next column, and about half the width further; it
 /// covers the neighbouring columns likewise.
 void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRect& clip,
-                   ColumnBars& bars);
+                   std::vector<ColumnBar>& bars);
 
 /// By how many pixels the columns, as far as inside `clip`, reach in the mean beyond the way from their first to their last
 /// point: 0 for a smooth line, however steep.

@@ -1,6 +1,7 @@
 #include "graph/curve_painter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -100,19 +101,29 @@ void DrawPolyline(QPainter& painter, std::span<const PixelPoint> points, const Q
   }
 }
 
-void FillBars(QPainter& painter, RasterSurface* surface, const ColumnBars& bars, QColor color) {
+QColor WithLevel(QColor color, int level) {
+  color.setAlpha(level * 255 / ColumnBar::kLevels);
+  return color;
+}
+
+void FillBars(RasterSurface& surface, std::span<const ColumnBar> bars, const QColor& color) {
+  std::array<RasterInk, ColumnBar::kLevels + 1> inks;
+  for (int level = 0; level <= ColumnBar::kLevels; ++level) {
+    inks[static_cast<std::size_t>(level)] = RasterInk(WithLevel(color, level).rgba());
+  }
+  for (const ColumnBar& bar : bars) {
+    surface.Fill(bar.rect, inks[static_cast<std::size_t>(bar.level)]);
+  }
+}
+
+void FillBars(QPainter& painter, std::span<const ColumnBar> bars, const QColor& color) {
+  std::array<QList<QRect>, ColumnBar::kLevels + 1> rects;
+  for (const ColumnBar& bar : bars) rects[static_cast<std::size_t>(bar.level)].append(bar.rect);
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setPen(Qt::NoPen);
-  for (int level = 1; level <= ColumnBars::kLevels; ++level) {
-    const std::vector<QRect>& rects = bars.rects[static_cast<std::size_t>(level)];
-    if (rects.empty()) continue;
-    color.setAlpha(level * 255 / ColumnBars::kLevels);
-    if (surface != nullptr) {
-      surface->Fill(rects, color.rgba());
-    } else {
-      painter.setBrush(color);
-      painter.drawRects(rects.data(), static_cast<int>(rects.size()));
-    }
+  for (int level = 1; level <= ColumnBar::kLevels; ++level) {
+    painter.setBrush(WithLevel(color, level));
+    painter.drawRects(rects[static_cast<std::size_t>(level)]);
   }
 }
 
@@ -137,7 +148,7 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
   const double margin = curve_pen.width + 2;
   const QRectF area = clip.adjusted(-margin, -margin, margin, margin);
   const QRect pixels = clip.toAlignedRect();
-  ColumnBars bars;
+  std::vector<ColumnBar> bars;
   painter.setRenderHint(QPainter::Antialiasing, true);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(pen);
@@ -154,7 +165,11 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
       DrawPolyline(painter, WithoutStraightVertices(VerticesOf(columns)), pen, area);
     }
   }
-  FillBars(painter, surface, bars, curve_pen.color);
+  if (surface != nullptr) {
+    FillBars(*surface, bars, curve_pen.color);
+  } else {
+    FillBars(painter, bars, curve_pen.color);
+  }
 }
 
 }  // namespace tarnwick

@@ -50,20 +50,20 @@ RasterSurface::RasterSurface(QImage& image, const QRect& clip)
       row_(image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb))),
       clip_(clip) {}
 
-void RasterSurface::Fill(std::span<const QRect> rects, QRgb color) {
-  const QRgb source = qPremultiply(color);
-  const QRgb rest = 255U - static_cast<QRgb>(qAlpha(color));
-  for (const QRect& whole : rects) {
-    const QRect rect = whole.intersected(clip_);
-    if (rect.isEmpty()) continue;
-    QRgb* row = pixels_ + rect.top() * row_ + rect.left();
-    for (int y = rect.top(); y <= rect.bottom(); ++y, row += row_) {
-      if (rest == 0) {
-        std::fill_n(row, rect.width(), source);
-      } else {
-        std::transform(row, row + rect.width(), row,
-                       [=](QRgb below) { return source + Scaled(below, rest); });
-      }
+void RasterSurface::Fill(const QRect& rect, const RasterInk& ink) {
+  const int left = std::max(rect.left(), clip_.left()),
+            right = std::min(rect.right(), clip_.right());
+  const int top = std::max(rect.top(), clip_.top());
+  const int bottom = std::min(rect.bottom(), clip_.bottom());
+  if (left > right) return;
+  const int width = right - left + 1;
+  QRgb* row = pixels_ + top * row_ + left;
+  for (int y = top; y <= bottom; ++y, row += row_) {
+    if (ink.rest == 0) {
+      std::fill_n(row, width, ink.source);
+    } else {
+      std::transform(row, row + width, row,
+                     [&ink](QRgb below) { return ink.source + Scaled(below, ink.rest); });
     }
   }
 }

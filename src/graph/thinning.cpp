@@ -203,10 +203,11 @@ void KeepEveryPoint(const PointChain& points, IndexRange range, const ValueScan&
   }
 }
 
-// The first of the ascending values that is not below `bound`; in the neighbourhood of `guess` it is found at once.
-std::size_t FirstNotBelow(std::span<const double> values, double bound, std::size_t guess) {
-  std::size_t below = 0, end = values.size();  // the answer lies in [below, end]
-  guess = std::min(guess, end);
+// The first of the ascending values, from `below` on, that is not below `bound`. Near to `guess` it is found at once.
+std::size_t FirstNotBelow(std::span<const double> values, std::size_t below, double bound,
+                          std::size_t guess) {
+  std::size_t end = values.size();  // the answer lies in [below, end]
+  guess = std::clamp(guess, below, end);
   for (std::size_t step = 1; guess > below && !(values[guess - 1] < bound); step *= 2) {
     end = guess - 1;
     guess = end - std::min(step, end - below);
@@ -232,7 +233,7 @@ class ColumnWalk {
     if (range.begin == range.end) return;
     last_number_ = points.ChunkOfIndex(range.end - 1);
     last_limit_ = range.end - points.Chunk(last_number_).first_index;
-    number_ = points.ChunkOfIndex(range.begin);
+    GoTo(points.ChunkOfIndex(range.begin));
     chunk_ = points.Chunk(number_);
     offset_ = range.begin - chunk_.first_index;
     more_ = true;
@@ -255,36 +256,61 @@ class ColumnWalk {
         std::clamp<double>(column, view_.first_column - 1, view_.last_column + 1));
   }
 
+  void GoTo(std::size_t number) {
+    number_ = number;
+    if (number != last_number_) next_first_x_ = points_.ChunkFirstX(number + 1);
+  }
+
   bool ChunkEndsBefore(double border) const {
-    return number_ != last_number_ && points_.ChunkFirstX(number_ + 1) < border;
+    return number_ != last_number_ && next_first_x_ < border;
+  }
+
+  // Asks ahead for what will be read where the next border most likely lies.
+  void Prefetch(std::size_t offset) const {
+    constexpr std::size_t kLine = 64 / sizeof(double), kLines = 4;
+    if (offset >= chunk_.x.size()) return;
+    __builtin_prefetch(&chunk_.x[offset]);
+    const std::size_t first = offset - std::min(offset, kLine * kLines / 2);
+    for (std::size_t line = 0; line < kLines; ++line) {
+      __builtin_prefetch(&chunk_.y[std::min(first + line * kLine, chunk_.y.size() - 1)]);
+    }
+  }
+
+  // Where the border lies when X are spaced evenly.
+  std::size_t GuessOf(double border) const {
+    if (number_ == last_number_) return offset_ + usual_count_;
+    const double first = chunk_.x[0], size = static_cast<double>(chunk_.x.size());
+    const double guess = (border - first) / (next_first_x_ - first) * size;
+    return guess > 0 ? static_cast<std::size_t>(std::min(guess, size)) : 0;
   }
 
   // Takes the points with X < border, at least one.
   void TakeUpTo(double border) {
     if (ChunkEndsBefore(border)) {
       out_.AddScanned(chunk_, offset_, chunk_.x.size());
-      ++number_;
+      GoTo(number_ + 1);
       TakeWholeChunks(border);
       chunk_ = points_.Chunk(number_);
       offset_ = 0;
     }
     const std::size_t limit = number_ == last_number_ ? last_limit_ : chunk_.x.size();
     const std::size_t from = offset_ + 1;
-    const std::size_t stop =
-        from + FirstNotBelow(chunk_.x.subspan(from, limit - from), border, usual_count_);
-    usual_count_ = stop - from;
+    const std::size_t stop = FirstNotBelow(chunk_.x.first(limit), from, border, GuessOf(border));
+    usual_count_ = stop - offset_;
+    Prefetch(stop + usual_count_);
     out_.AddScanned(chunk_, offset_, stop);
     offset_ = stop;
     if (stop < limit) return;
     more_ = number_ != last_number_;
     if (!more_) return;
-    chunk_ = points_.Chunk(++number_);
+    GoTo(number_ + 1);
+    chunk_ = points_.Chunk(number_);
     offset_ = 0;
   }
 
   void TakeWholeChunks(double border) {
     bool unread = false;
-    for (; ChunkEndsBefore(border); ++number_) {
+    for (; ChunkEndsBefore(border); GoTo(number_ + 1)) {
       if (out_.AddUnread(points_, number_)) {
         unread = true;
         continue;
@@ -303,6 +329,7 @@ class ColumnWalk {
   std::size_t last_number_ = 0;  // chunk of the last point seen
   std::size_t last_limit_ = 0;   // its points seen
   std::size_t number_ = 0;
+  double next_first_x_ = 0;  // of the chunk behind, unless this is the last
   std::size_t offset_ = 0;
   ChunkView chunk_;
   std::size_t usual_count_ = 0;  // points of the column before

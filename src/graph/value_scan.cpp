@@ -52,9 +52,10 @@ ValueRange ValueScan::Scan(const ChunkView& chunk, std::size_t begin, std::size_
   if (regression_ && chunk.regression.empty()) {
     range = RangeOf(begin, end, [&](std::size_t i) { return At(chunk, i); });
   } else {
-    const double* const values = regression_ ? chunk.regression.data() : chunk.y.data();
+    const std::span<const double> values = regression_ ? chunk.regression : chunk.y;
     if (slope_ == 0) {
-      const YExtremes stored = ExtremesOf({values + begin, end - begin});
+      const YExtremes stored =
+          regression_ ? ExtremesOf(values.subspan(begin, end - begin)) : chunk.Extremes(begin, end);
       range = {stored.min - zero_value_, stored.max - zero_value_, stored.gaps};
     } else {
       const double* const x = chunk.x.data();

@@ -171,5 +171,34 @@ TEST(PointChain, ExtremesFollowEditsAndLeaveUndefinedOut) {
   EXPECT_GT(chain.ChunkExtremes(0).min, chain.ChunkExtremes(0).max);
 }
 
+TEST(PointChain, ExtremesOfAnyPartOfAChunk) {
+  std::mt19937 random(9);
+  PointChain chain;
+  std::vector<double> values;
+  for (std::int32_t i = 0; i < 500; ++i) {
+    values.push_back(static_cast<double>(random() % 100000));
+    chain.Append(i + 1, i, values.back());
+  }
+  for (const bool gap : {false, true}) {
+    if (gap) chain.Set(chain.PlaceOf(77), 77, values[77] = kUndefined);
+    const ChunkView chunk = chain.Chunk(0);
+    for (std::size_t begin = 0; begin < values.size(); begin += 1 + random() % 9) {
+      for (std::size_t end = begin + 1; end <= values.size(); end += 1 + random() % 9) {
+        YExtremes expected{1e300, -1e300, false};
+        for (std::size_t i = begin; i < end; ++i) {
+          expected.min = std::fmin(expected.min, values[i]);
+          expected.max = std::fmax(expected.max, values[i]);
+          expected.gaps |= std::isnan(values[i]);
+        }
+        const YExtremes found = chunk.Extremes(begin, end);
+        ASSERT_EQ(found.gaps, expected.gaps) << begin << ' ' << end;
+        if (found.min > found.max && expected.min > expected.max) continue;
+        ASSERT_EQ(found.min, expected.min) << begin << ' ' << end;
+        ASSERT_EQ(found.max, expected.max) << begin << ' ' << end;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick

@@ -46,7 +46,7 @@ TEST(RasterSurface, FillsThePixelsThatAPainterFills) {
       QPainter below(&ours);
       auto surface = RasterSurface::Of(below, clip);
       ASSERT_TRUE(surface);
-      surface->Fill(rects, qRgba(200, 30, 99, alpha));
+      for (const QRect& rect : rects) surface->Fill(rect, RasterInk(qRgba(200, 30, 99, alpha)));
       below.end();
       EXPECT_EQ(ours, reference) << format << ' ' << alpha;
     }
