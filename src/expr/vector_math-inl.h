@@ -32,28 +32,18 @@ HWY_INLINE Vec Number(double value) {
 /// Added and taken away again, rounds numbers below 2^51 to whole ones; the sum's low bits are that whole number.
 inline constexpr double kRounder = 0x1.8p52;
 
-/// c0 + c1 x + ... by pairs of pairs, so that the multiplications run beside each other.
+/// c0 + c1 x + ...: even and odd powers apart, so that two chains of multiplications run beside each other.
 template <std::size_t N>
 HWY_INLINE Vec Polynomial(const double (&c)[N], Vec x) {
+  static_assert(N > 2);
+  constexpr std::size_t kHighestEven = (N - 1) / 2 * 2;
+  constexpr std::size_t kHighestOdd = N / 2 * 2 - 1;
   const Vec x2 = hn::Mul(x, x);
-  const Vec x4 = hn::Mul(x2, x2);
-  const auto at = [&c](std::size_t i) { return i < N ? c[i] : 0.0; };
-  const auto pair = [&](std::size_t i) {
-    if (i + 1 >= N) return Number(at(i));
-    return hn::MulAdd(Number(at(i + 1)), x, Number(at(i)));
-  };
-  const auto four = [&](std::size_t i) {
-    return i + 2 >= N ? pair(i) : hn::MulAdd(pair(i + 2), x2, pair(i));
-  };
-  const auto eight = [&](std::size_t i) {
-    return i + 4 >= N ? four(i) : hn::MulAdd(four(i + 4), x4, four(i));
-  };
-  static_assert(N > 4 && N <= 12);
-  if constexpr (N <= 8) {
-    return eight(0);
-  } else {
-    return hn::MulAdd(four(8), hn::Mul(x4, x4), eight(0));
-  }
+  Vec even = Number(c[kHighestEven]);
+  Vec odd = Number(c[kHighestOdd]);
+  for (std::size_t i = kHighestEven; i >= 2; i -= 2) even = hn::MulAdd(even, x2, Number(c[i - 2]));
+  for (std::size_t i = kHighestOdd; i >= 3; i -= 2) odd = hn::MulAdd(odd, x2, Number(c[i - 2]));
+  return hn::MulAdd(odd, x, even);
 }
 
 /// `function` applied lane by lane: the way out for arguments that the fast road does not serve.
