@@ -14,10 +14,8 @@ namespace tarnwick {
 
 namespace {
 
-// Far above what anybody writes; templates that repeat each other's names double the text with every one of them.
-constexpr std::size_t kMaxExpandedText = 100'000;
-
 /// `text` with every occurrence of `name`, whatever its case, replaced by `by`; what is put in is not searched again.
+/// Throws Error when that is longer than an expression may be: templates that repeat names double it with every one.
 std::string ReplacedIgnoringCase(const std::string& text, const std::string& name,
                                  const std::string& by) {
   const std::string lower_text = LowerAscii(text);
@@ -28,9 +26,9 @@ std::string ReplacedIgnoringCase(const std::string& text, const std::string& nam
        at = lower_text.find(lower_name, from)) {
     replaced.append(text, from, at - from).append(by);
     from = at + name.size();
-    if (replaced.size() + (text.size() - from) > kMaxExpandedText) {
+    if (replaced.size() + (text.size() - from) > kLongestExpression) {
       throw Error("The templates make the expression longer than " +
-                  std::to_string(kMaxExpandedText) + " characters");
+                  std::to_string(kLongestExpression) + " characters");
     }
   }
   return replaced.append(text, from);
