@@ -21,7 +21,12 @@ void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box,
   painter.save();
   painter.setClipRect(box.frame, Qt::IntersectClip);
   for (const LegendRow& row : box.rows) {
-    PaintSeriesSample(painter, row.sample, graph.Series(row.series).Style());
+    const TSeries& series = graph.Series(row.series);
+    if (row.entry == LegendEntry::ModelCurve) {
+      PaintModelCurveSample(painter, row.sample, series);
+    } else {
+      PaintSeriesSample(painter, row.sample, series.Style());
+    }
     PaintText(painter, row.name);
   }
   if (box.more) PaintText(painter, *box.more);

@@ -28,9 +28,10 @@ void PaintAllSeries(QPainter& painter, const TxyGraph& graph, const PlotLayout& 
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
     if (!graph.IsDrawn(series)) continue;
-    PaintSeries(painter, series,
-                {layout.Axis(AxisId::X).scale, layout.Axis(graph.YAxisOf(series)).scale,
-                 layout.plot, outside ? everywhere : layout.plot});
+    const SeriesFrame frame{layout.Axis(AxisId::X).scale, layout.Axis(graph.YAxisOf(series)).scale,
+                            layout.plot, outside ? everywhere : layout.plot};
+    PaintSeries(painter, series, frame);
+    PaintModelCurve(painter, series, frame);
   }
 }
 

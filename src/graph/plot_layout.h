@@ -52,7 +52,11 @@ struct AxisLayout {
   std::optional<PlacedText> title;
 };
 
+/// What a legend's row stands for: a DataSet, or the curve of its model.
+enum class LegendEntry { DataSet, ModelCurve };
+
 struct LegendRow {
+  LegendEntry entry = LegendEntry::DataSet;
   std::size_t series = 0;  ///< index in the graph
   QRectF sample;           ///< of line and symbol
   PlacedText name;

@@ -25,6 +25,19 @@ struct Limits {
   double height = 0;
 };
 
+struct Entry {
+  LegendEntry kind = LegendEntry::DataSet;
+  std::size_t series = 0;
+};
+
+/// "Rate", "Fit: Rate", "Model: Rate"
+QString NameOf(const Entry& entry, const TSeries& series) {
+  const QString name = QString::fromStdString(series.SeriesName()).simplified();
+  if (entry.kind == LegendEntry::DataSet) return name;
+  const bool function = series.Fit().Status() == FitStatus::cf_Function;
+  return (function ? QStringLiteral("Model: %1") : QStringLiteral("Fit: %1")).arg(name);
+}
+
 /// A legend under construction, in coordinates of its own: entries flow down (vertical, free) or across (horizontal).
 class LegendFlow {
  public:
@@ -42,7 +55,7 @@ class LegendFlow {
   std::optional<LegendBox> Build();
 
  private:
-  std::vector<std::size_t> Entries() const;
+  std::vector<Entry> Entries() const;
   Limits Bounds() const;
   bool Across() const { return legend_.layout_mode == LegendLayout::Horizontal; }
   double Inner() const { return limits_.width - 2 * margin_x_; }
@@ -50,7 +63,7 @@ class LegendFlow {
   double Top(int line) const { return margin_y_ + line * row_; }
   /// Takes a place `width` wide behind what is placed; false when the lines are used up.
   bool Advance(double width);
-  bool AddRow(std::size_t series, LegendBox& box);
+  bool AddRow(const Entry& entry, LegendBox& box);
   void AddMore(std::size_t hidden, LegendBox& box);
   void RemoveLastRow(LegendBox& box);
   QPointF Corner(QSizeF size) const;
@@ -67,11 +80,13 @@ class LegendFlow {
   int line_ = -1;  // of the last entry
 };
 
-std::vector<std::size_t> LegendFlow::Entries() const {
-  std::vector<std::size_t> entries;
+std::vector<Entry> LegendFlow::Entries() const {
+  std::vector<Entry> entries;
   for (std::size_t i = 0; i < context_.graph.SeriesCount(); ++i) {
     const TSeries& series = context_.graph.Series(i);
-    if (series.Style().show_in_legend != 0 && context_.graph.IsDrawn(series)) entries.push_back(i);
+    if (series.Style().show_in_legend == 0 || !context_.graph.IsDrawn(series)) continue;
+    entries.push_back({LegendEntry::DataSet, i});
+    if (!series.Curve().Points().Empty()) entries.push_back({LegendEntry::ModelCurve, i});
   }
   return entries;
 }
@@ -103,18 +118,17 @@ bool LegendFlow::Advance(double width) {
   return true;
 }
 
-bool LegendFlow::AddRow(std::size_t series, LegendBox& box) {
+bool LegendFlow::AddRow(const Entry& entry, LegendBox& box) {
   const double room = Inner() - sample_ - kSampleGap;
   if (room < kNarrowestName) return false;
-  const QString name =
-      QString::fromStdString(context_.graph.Series(series).SeriesName()).simplified();
+  const QString name = NameOf(entry, context_.graph.Series(entry.series));
   PlacedText text = MakeText({context_.metrics.Elided(name, legend_.font, room), {}}, legend_.font,
                              context_.metrics);
   const double width = sample_ + kSampleGap + text.size.width();
   if (!Advance(width)) return false;
   const double left = margin_x_ + x_;
   text.center = {left + width - text.size.width() / 2, Top(line_) + row_ / 2};
-  box.rows.push_back({series, QRectF(left, Top(line_), sample_, row_), text});
+  box.rows.push_back({entry.kind, entry.series, QRectF(left, Top(line_), sample_, row_), text});
   x_ += width + kColumnGap;
   return true;
 }
@@ -161,7 +175,7 @@ void MoveBy(QPointF shift, LegendBox& box) {
 
 std::optional<LegendBox> LegendFlow::Build() {
   LegendBox box;
-  const std::vector<std::size_t> entries = Entries();
+  const std::vector<Entry> entries = Entries();
   std::size_t shown = 0;
   while (shown < entries.size() && AddRow(entries[shown], box)) ++shown;
   AddMore(entries.size() - shown, box);

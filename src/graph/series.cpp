@@ -13,6 +13,11 @@ void TSeries::SetStyle(const SeriesStyle& style) {
   if (graph_ != nullptr) graph_->StyleChanged();
 }
 
+Color TSeries::ModelCurveColor() const {
+  return style_.model_curve_color == SeriesStyle().model_curve_color ? Fit().CurveColor()
+                                                                     : style_.model_curve_color;
+}
+
 void TSeries::Change(ChangeCode code) {
   TDataSeries::Change(code);
   if (graph_ != nullptr) graph_->SeriesChanged(*this, code);

@@ -1,7 +1,9 @@
 // A DataSet as a graph draws it: the drawing attributes beside the data. Knows no painter.
 #pragma once
 
+#include "base/color.h"
 #include "data/data_series.h"
+#include "graph/model_curve.h"
 #include "graph/series_style.h"
 
 namespace tarnwick {
@@ -23,12 +25,22 @@ class TSeries : public TDataSeries {
   /// True when the last question about too many points was answered for the points as they are.
   bool ThinningSettled() const { return thinning_settled_; }
 
+  /// True while the model's curve is to be drawn with the DataSet.
+  bool ShowsModelCurve() const {
+    return Fit().Status() != FitStatus::cf_None && Fit().CurveShown() && style_.visible;
+  }
+  /// The model's curve along the graph's X axis; empty unless it is shown. Kept up to date by the graph.
+  const ModelCurve& Curve() const { return curve_; }
+  /// The model's own colour, unless the style has been given another than it starts with.
+  Color ModelCurveColor() const;
+
   /// Tells the listeners, then the graph.
   void Change(ChangeCode code) override;
 
  private:
   friend class TxyGraph;
   SeriesStyle style_;
+  ModelCurve curve_;
   TxyGraph* graph_ = nullptr;
   bool has_own_style_ = false;
   bool thinning_settled_ = false;

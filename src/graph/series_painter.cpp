@@ -158,6 +158,11 @@ CurvePen LinePenOf(const SeriesStyle& style, double scale) {
   return {ToQt(style.line_color), std::clamp(style.line_width, 1, 200) * scale, style.line_style};
 }
 
+CurvePen ModelPenOf(const TSeries& series, double scale) {
+  return {ToQt(series.ModelCurveColor()), std::clamp(series.Fit().CurveWidth(), 1, 200) * scale,
+          static_cast<LineStyle>(series.Fit().CurveStyle())};
+}
+
 }  // namespace
 
 void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& frame) {
@@ -173,6 +178,26 @@ void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& fr
               frame);
   }
   if (style.show_symbols) PaintSymbols(space, series, frame);
+}
+
+void PaintModelCurve(QPainter& painter, const TSeries& series, const SeriesFrame& frame) {
+  if (series.Curve().Points().Empty() || frame.plot.isEmpty() || frame.clip.isEmpty()) return;
+  DeviceSpace space(painter, frame);
+  ThinningView view = ViewOf(space, series, frame);
+  // The model was fitted to what is drawn: Y less the base line.
+  view.zero_value = view.base_line_slope = 0;
+  PaintLine(space, series.Curve().Points(), view, ModelPenOf(series, space.Scale()), frame);
+}
+
+void PaintModelCurveSample(QPainter& painter, const QRectF& rect, const TSeries& series) {
+  painter.save();
+  painter.setClipRect(rect, Qt::IntersectClip);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const CurvePen pen = ModelPenOf(series, 1);
+  const double y = Crisp(rect.center().y(), pen.width);
+  painter.setPen(MakePen(pen));
+  painter.drawLine(QPointF(rect.left(), y), QPointF(rect.right(), y));
+  painter.restore();
 }
 
 void PaintSeriesSample(QPainter& painter, const QRectF& rect, const SeriesStyle& style) {

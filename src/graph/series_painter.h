@@ -27,6 +27,12 @@ struct SeriesFrame {
 /// updated before. The painter's state is restored.
 void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& frame);
 
+/// Draws the curve of the DataSet's model in the same way; nothing when it is not shown.
+void PaintModelCurve(QPainter& painter, const TSeries& series, const SeriesFrame& frame);
+
+/// The sample of that curve for the legend.
+void PaintModelCurveSample(QPainter& painter, const QRectF& rect, const TSeries& series);
+
 /// The DataSet's sample of line and symbol for the legend, centred in `rect`.
 void PaintSeriesSample(QPainter& painter, const QRectF& rect, const SeriesStyle& style);
 

@@ -264,6 +264,7 @@ void TxyGraph::SeriesChanged(TSeries& series, ChangeCode code) {
   if (series.PointCount() <= kMaxPlottedPoints) series.thinning_settled_ = false;
   if (updates_ > 0) return;
   SettleRegression(series);
+  if (code == ChangeCode::Fit) UpdateModelCurve(series);
   if (code == ChangeCode::Regression || code == ChangeCode::Fit) {
     Tell(GraphChange::Redraw);
     return;

@@ -101,6 +101,8 @@ class TxyGraph : public AxisOwner {
   const std::string& ScaleError() const { return scale_error_; }
   /// Why the last regression line of some DataSet could not be computed; empty when all could.
   const std::string& RegressionError() const { return regression_error_; }
+  /// Why the curve of some DataSet's model cannot be drawn; empty when all can.
+  std::string FitError() const;
 
   /// Asks about every drawn DataSet with more than kMaxPlottedPoints points whether its source shall go to the automatic
   /// hit frequency: Yes for this DataSet, Yes to All for every one from now on without asking, No to leave it. Asked once
@@ -142,6 +144,7 @@ class TxyGraph : public AxisOwner {
   void SeriesChanged(TSeries& series, ChangeCode code);
   void StyleChanged();
   void SettleRegression(TSeries& series);
+  void UpdateModelCurve(TSeries& series);
   void TakeIndices(const Appearance& from);
   void Adopt(TSeries& series);
   void Tell(GraphChange change);

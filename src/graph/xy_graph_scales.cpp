@@ -102,6 +102,26 @@ void TxyGraph::UpdateScales() {
     }
   }
   scaling_ = false;
+  for (const auto& series : series_) UpdateModelCurve(*series);
+}
+
+void TxyGraph::UpdateModelCurve(TSeries& series) {
+  if (!series.ShowsModelCurve()) {
+    series.curve_.Clear();
+    return;
+  }
+  const TAxis& x = Axis(AxisId::X);
+  const CurveSpan axis{x.Min(), x.Max(),
+                       x.LogScale() ? CurveSpacing::Geometric : CurveSpacing::Linear};
+  const FitSettings model = series.Fit().Settings();
+  series.curve_.Update(model, WithinMargins(axis, model));
+}
+
+std::string TxyGraph::FitError() const {
+  for (const auto& series : series_) {
+    if (!series->Curve().Error().empty()) return series->Curve().Error();
+  }
+  return {};
 }
 
 }  // namespace tarnwick
