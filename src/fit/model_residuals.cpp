@@ -51,6 +51,7 @@ std::optional<ReducedJacobian> FromProducts(const PartialReduction& sum, Eigen::
   ReducedJacobian reduced;
   const auto lower = scaled.triangularView<Eigen::Lower>();
   reduced.qtr = lower.solve(gram.col(k).head(k).cwiseQuotient(lengths));
+  reduced.rest = std::sqrt(std::max(sum.sum_of_squares.Value() - reduced.qtr.squaredNorm(), 0.0));
   reduced.r = Eigen::MatrixXd(lower).transpose() * lengths.asDiagonal();
   reduced.how = Reduction::NormalEquations;
   return reduced;
@@ -61,6 +62,7 @@ ReducedJacobian FromTriangle(const PartialReduction& sum, Eigen::Index k) {
   ReducedJacobian reduced;
   reduced.r = triangle.topLeftCorner(k, k).triangularView<Eigen::Upper>();
   reduced.qtr = triangle.col(k).head(k);
+  reduced.rest = std::abs(triangle(k, k));
   return reduced;
 }
 
@@ -181,6 +183,40 @@ std::vector<double> ModelResiduals::Start() const {
   std::vector<double> values;
   for (const double* place : impl_->places) values.push_back(*place);
   return values;
+}
+
+// An undefined parameter makes undefined whatever depends on it: so it shows which derivatives change with it.
+std::vector<bool> ModelResiduals::LinearParameters(std::span<const double> p) {
+  const std::size_t k = ParameterCount();
+  std::vector<bool> linear(k, false);
+  if (!HasExactDerivatives() || PointCount() == 0) return linear;
+  const std::span<const double> x =
+      impl_->points.x.first(std::min(impl_->points.x.size(), kBlockLength));
+  ModelBlocks& blocks = *impl_->workers.front().blocks;
+  const auto undefined_columns = [&] {
+    std::vector<bool> undefined(k);
+    const BlockResult block = blocks.Derivatives(x);
+    for (std::size_t i = 0; i < k; ++i)
+      undefined[i] =
+          std::any_of(block.derivatives[i], block.derivatives[i] + x.size(), IsUndefined);
+    return undefined;
+  };
+
+  std::vector<std::vector<bool>> depends(k);  // [j][i]: the derivative by i on parameter j
+  std::vector<double> poisoned(p.begin(), p.end());
+  for (std::size_t j = 0; j < k; ++j) {
+    poisoned[j] = kUndefined;
+    blocks.Load(poisoned);
+    depends[j] = undefined_columns();
+    poisoned[j] = p[j];
+  }
+  for (std::size_t j = 0; j < k; ++j) {
+    linear[j] = !depends[j][j];
+    for (std::size_t i = 0; i < j; ++i) {
+      if (linear[i] && (depends[i][j] || depends[j][i])) linear[j] = false;
+    }
+  }
+  return linear;
 }
 
 double ModelResiduals::SumOfSquares(std::span<const double> p) {

@@ -27,6 +27,8 @@ struct ReducedJacobian {
   double sum_of_squares = 0;  ///< of the defined residuals
   Eigen::MatrixXd r;    ///< k x k upper triangle R with J'J = R'R, J's columns in parameter order
   Eigen::VectorXd qtr;  ///< Q'r, so that J'r = R' qtr
+  double rest =
+      0;  ///< the length of the residuals' part that no combination of J's columns reaches
   std::int64_t undefined =
       0;  ///< points where residual or derivative have no value; left out of R and qtr
   Reduction how = Reduction::Orthogonal;  ///< how it was made in the end
@@ -47,6 +49,9 @@ class ModelResiduals {
   bool HasExactDerivatives() const;
   /// The present values of the varied parameters.
   std::vector<double> Start() const;
+  /// Parameters in which, all together, the model is linear while the others stand still (a and c of a*exp(-b*x)+c); none
+  /// without exact derivatives. Where an expression compares with a parameter, this may be wrong. Throws EIntegerDivision.
+  std::vector<bool> LinearParameters(std::span<const double> p);
   /// Undefined (NaN) when any residual is. Throws EIntegerDivision.
   double SumOfSquares(std::span<const double> p);
   /// Asked for NormalEquations, makes another, Orthogonal pass where J'J has lost too many digits. Throws EIntegerDivision.
