@@ -3,22 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 
-#include "base/error.h"
 #include "graph/xy_graph.h"
+#include "support/refusal.h"
 
 namespace tarnwick {
 namespace {
 
-std::string Refusal(const std::function<void()>& edit) {
-  try {
-    edit();
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return {};
-}
+using testing::Refusal;
 
 Mark MakeMark(MarkType type, double x1, double y1, double x2 = 0, double y2 = 0) {
   Mark mark;

@@ -3,24 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <set>
 
-#include "base/error.h"
 #include "graph/xy_graph.h"
+#include "support/refusal.h"
 
 namespace tarnwick {
 namespace {
 
-/// What an engine function refuses with; empty when it refuses nothing.
-std::string Refusal(const std::function<void()>& edit) {
-  try {
-    edit();
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return {};
-}
+using testing::Refusal;
 
 /// "Volts": X 1, 2, 4 with Y 10, 20, 40 and the ids 1 to 3.
 TSeries& FillGraph(TxyGraph& graph) {
