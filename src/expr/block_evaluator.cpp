@@ -140,11 +140,13 @@ struct BlockEvaluator::Workspace {
   void Run(const BlockListing& listing, std::size_t count) const {
     const std::size_t padded = Padded(count);
     for (const BlockInstruction& instruction : listing.instructions) {
-      if (instruction.kernel == nullptr) {
-        CallEach(instruction, padded);
+      double* const out = arrays[Index(instruction.array)];
+      if (instruction.fused != nullptr) {
+        instruction.fused(At(instruction.a), At(instruction.b), At(instruction.c), out, padded);
+      } else if (instruction.kernel != nullptr) {
+        instruction.kernel(At(instruction.a), At(instruction.b), out, padded);
       } else {
-        instruction.kernel(At(instruction.a), At(instruction.b), arrays[Index(instruction.array)],
-                           padded);
+        CallEach(instruction, padded);
       }
     }
   }

@@ -159,6 +159,47 @@ const BlockKernelTable* Table() {
   return &kTable;
 }
 
+struct SubtractFromOp {
+  static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::Sub(b, a); }
+};
+
+template <class Inner, class Outer, class A, class B, class C>
+void Fused(const double* a, const double* b, const double* c, double* out, std::size_t count) {
+  const A first(a);
+  const B second(b);
+  const C third(c);
+  ForEachVector(count, [&](std::size_t i) {
+    hn::StoreU(Outer::Of(Inner::Of(first.At(i), second.At(i)), third.At(i)), Lanes(), out + i);
+  });
+}
+
+template <class Inner, class Outer, class A, class B>
+FusedKernel FusedByThird(const FusedOperation& operation) {
+  return operation.uniform_c ? &Fused<Inner, Outer, A, B, Uniform>
+                             : &Fused<Inner, Outer, A, B, Array>;
+}
+
+template <class Inner, class Outer>
+FusedKernel FusedByArguments(const FusedOperation& operation) {
+  if (operation.uniform_a) return FusedByThird<Inner, Outer, Uniform, Array>(operation);
+  if (operation.uniform_b) return FusedByThird<Inner, Outer, Array, Uniform>(operation);
+  return FusedByThird<Inner, Outer, Array, Array>(operation);
+}
+
+template <class Inner>
+FusedKernel FusedByOuter(const FusedOperation& operation) {
+  if (operation.outer == BlockOp::Add) return FusedByArguments<Inner, AddOp>(operation);
+  if (operation.outer == BlockOp::Multiply) return FusedByArguments<Inner, MultiplyOp>(operation);
+  return operation.inner_second ? FusedByArguments<Inner, SubtractFromOp>(operation)
+                                : FusedByArguments<Inner, SubtractOp>(operation);
+}
+
+FusedKernel FusedFor(const FusedOperation& operation) {
+  if (operation.inner == BlockOp::Add) return FusedByOuter<AddOp>(operation);
+  if (operation.inner == BlockOp::Multiply) return FusedByOuter<MultiplyOp>(operation);
+  return FusedByOuter<SubtractOp>(operation);
+}
+
 }  // namespace tarnwick::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -169,6 +210,12 @@ HWY_EXPORT(Table);
 
 const BlockKernelTable& BestBlockKernels() {
   return *HWY_DYNAMIC_DISPATCH(Table)();
+}
+
+HWY_EXPORT(FusedFor);
+
+FusedKernel BestFusedKernel(const FusedOperation& operation) {
+  return HWY_DYNAMIC_DISPATCH(FusedFor)(operation);
 }
 
 }  // namespace tarnwick

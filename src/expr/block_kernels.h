@@ -28,4 +28,20 @@ using BlockKernelTable = std::array<BlockKernels, kBlockOpCount>;
 /// The table for this processor.
 const BlockKernelTable& BestBlockKernels();
 
+/// Computes two operations at once, each rounded by itself, as BlockKernel does.
+using FusedKernel = void (*)(const double* a, const double* b, const double* c, double* out,
+                             std::size_t count);
+
+/// Two sums, differences or products: (a inner b) outer c, or c outer (a inner b).
+struct FusedOperation {
+  BlockOp inner = BlockOp::Add;
+  BlockOp outer = BlockOp::Add;
+  bool inner_second = false;  ///< the inner result is the second argument of the outer operation
+  bool uniform_a = false;     ///< one number for all
+  bool uniform_b = false;     ///< not both of a and b are one
+  bool uniform_c = false;
+};
+
+FusedKernel BestFusedKernel(const FusedOperation& operation);
+
 }  // namespace tarnwick

@@ -17,11 +17,14 @@ struct BlockPlace {
   int number = 0;  ///< of the array or the uniform
 };
 
+/// One of `fused`, `kernel` and, where both are null, `func`, value by value.
 struct BlockInstruction {
-  BlockKernel kernel = nullptr;  ///< null: `func`, value by value
+  FusedKernel fused = nullptr;  ///< takes `c`, too
+  BlockKernel kernel = nullptr;
   ExprFunc func = nullptr;
   BlockPlace a;
   BlockPlace b;
+  BlockPlace c;
   int array = 0;  ///< takes the result
 };
 
