@@ -1,6 +1,7 @@
 #include "analysis/fit_residuals.h"
 
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "analysis/fit_job.h"
@@ -40,12 +41,13 @@ void FitResiduals(const TDataSeries& source, TDataSeries& target) {
     y.push_back(residual);
   }
   const bool duplicates_allowed = source.DuplicatesAllowed();
-  const TDSInfo columns = source.Source();
+  const std::string x_column = source.Source().XDataColumn;
+  const std::string y_column = "RES of " + source.Source().YDataColumn;
   target.BeginUpdate();
   target.Clear();
   target.SetDuplicatesAllowed(duplicates_allowed);
-  target.Source().XDataColumn = columns.XDataColumn;
-  target.Source().YDataColumn = "RES of " + columns.YDataColumn;
+  target.Source().XDataColumn = x_column;
+  target.Source().YDataColumn = y_column;
   target.AddPoints(x, y);
   target.EndUpdate();
 }

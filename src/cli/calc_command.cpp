@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "cli/commands.h"
+#include "cli/expression_error.h"
 #include "expr/expression_parser.h"
 #include "expr/parser_exception.h"
 
@@ -28,23 +29,12 @@ std::pair<std::string, double> ReadVariable(const std::string& text) {
   return {name, *value};
 }
 
-/// The character of a UTF-8 text, from 1, that the byte `place` belongs to.
-std::size_t CharacterAt(std::string_view text, std::size_t place) {
-  std::size_t character = 1;
-  for (const char c : text.substr(0, place))
-    character += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-  return character;
-}
-
 double Calculate(TExpressionParser& parser, const std::string& expression) {
   try {
     if (parser.CompileExpression(expression) < 0) throw UsageError("an expression is empty");
     return parser.Evaluate();
   } catch (const EParserException& error) {
-    if (!error.Place()) throw;
-    throw Error(std::string(error.what()) + " (character " +
-                std::to_string(CharacterAt(expression, *error.Place())) + " of \"" + expression +
-                "\")");
+    throw Error(MessageWithPlace(error, expression));
   } catch (const EIntegerDivision& error) {
     throw Error(std::string(error.what()) + " in \"" + expression + "\"");
   }

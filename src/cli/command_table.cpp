@@ -18,6 +18,8 @@ constexpr CommandRow kCommands[] = {
     {"differentiate", "The derivative of a DataSet", &DeclareDifferentiate},
     {"area", "The area between a DataSet and its base line", &DeclareArea},
     {"total", "The sum of a DataSet's points, base line subtracted", &DeclareTotal},
+    {"fit", "Fit a model to a DataSet: values, errors, verdict", &DeclareFit},
+    {"report", "The fitting model of a file or DataSet, as text", &DeclareReport},
     {"axes", "The three axes after autoscaling, their ticks and pixels", &DeclareAxes},
     {"render", "The picture that the desktop program would draw", &DeclareRender},
     {"convert", "One kind of file into another", &DeclareConvert},

@@ -117,7 +117,9 @@ std::string HowItEnded(const FitResult& result, const FitCircumstances& about) {
     case StopReason::Cancelled:
       return "Cancelled after " + iterations;
     case StopReason::NoFurtherDescent:
-      return "Settled after " + iterations + " where no step improves the fit any more";
+      return HasConverged(result)
+                 ? "Settled after " + iterations + " where no step improves the fit any more"
+                 : "Stopped after " + iterations + " where this method finds nothing better";
     default:
       return "Converged after " + iterations;
   }
@@ -136,11 +138,11 @@ std::string WhatTheDataSay(const FitResult& result) {
   if (!result.unmoved.empty()) {
     return ", but the data do not depend on " + Listed(NamesOf(result, result.unmoved)) + ".";
   }
-  if (NoBetterThanMean(result))
-    return ", but the curve fits no better than a horizontal line would.";
   if (!Settled(result)) return ": the values are the best met so far.";
   if (DistanceToBestFit(result) > kNearEnough)
     return ", but short of the best fit: a finishing Newton-type step improves it.";
+  if (NoBetterThanMean(result))
+    return ", but the curve fits no better than a horizontal line would.";
   if (result.statistics.degrees_of_freedom == 0)
     return ": there are as many points as parameters, so no errors can be stated.";
   if (result.undefined_points > 0) return ", but not every point could be used.";
@@ -246,6 +248,10 @@ double DistanceToBestFit(const FitResult& result) {
   return variance > 0 ? std::sqrt(gain / variance) : std::numeric_limits<double>::infinity();
 }
 
+bool HasConverged(const FitResult& result) {
+  return Settled(result) && DistanceToBestFit(result) <= kNearEnough;
+}
+
 FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstances) {
   FitVerdict verdict;
   if (!Ran(result)) {
@@ -253,10 +259,9 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
     NotePoints(result, circumstances, verdict.notes);
     return verdict;
   }
-  verdict.trustworthy = Settled(result) && AllDetermined(result) && !TooFewPoints(result) &&
+  verdict.trustworthy = HasConverged(result) && AllDetermined(result) && !TooFewPoints(result) &&
                         !NoBetterThanMean(result) && result.undefined_points == 0 &&
-                        result.statistics.degrees_of_freedom > 0 &&
-                        DistanceToBestFit(result) <= kNearEnough;
+                        result.statistics.degrees_of_freedom > 0;
   verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result);
   NoteUndetermined(result, verdict.notes);
   NoteStuck(result, verdict.notes);

@@ -29,6 +29,9 @@ struct FitCircumstances {
 /// not tried or would not improve, infinite when it would leave nothing of the sum of squares.
 double DistanceToBestFit(const FitResult& result);
 
+/// The fit has settled, and a finishing Newton-type run, where it was tried, found nothing better that matters.
+bool HasConverged(const FitResult& result);
+
 /// Needs everything of `result` but its verdict.
 FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstances);
 

@@ -1,0 +1,230 @@
+#include "analysis/fit_run.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <utility>
+
+#include "base/undefined.h"
+#include "expr/parser_exception.h"
+#include "fit/fit_statistics.h"
+#include "fit/fit_verdict.h"
+#include "fit/minimise_method.h"
+#include "fit/minimise_newton.h"
+#include "fit/model_blocks.h"
+#include "fit/model_residuals.h"
+
+namespace tarnwick {
+namespace {
+
+using EveryStep = std::function<void(std::span<const double>)>;
+
+/// A try whether more is to be had ends here at the latest.
+constexpr std::int32_t kProbeIterations = 50;
+/// Central differences stand in for exact derivatives with this relative accuracy.
+constexpr double kDifferenceAccuracy =
+    8 * ModelBlocks::kDifferenceStep * ModelBlocks::kDifferenceStep;
+
+/// For work after the fit itself: it can be cancelled but does not count.
+class SilentProgress final : public Progress {
+ public:
+  explicit SilentProgress(Progress& shown) : shown_(shown) {}
+  void Begin(std::string_view, std::string_view, std::int64_t) override {}
+  bool Advance(std::int64_t) override { return !shown_.Cancelled(); }
+  bool Cancelled() const override { return shown_.Cancelled(); }
+
+ private:
+  Progress& shown_;
+};
+
+MinimiseOutcome Refused(StopReason why, std::string message = {}) {
+  MinimiseOutcome outcome;
+  outcome.why = why;
+  outcome.message = std::move(message);
+  outcome.start_value = outcome.value = kUndefined;
+  return outcome;
+}
+
+/// One run, on a model of its own.
+class FitRun {
+ public:
+  FitRun(const FitJob& job, Progress& progress, const EveryStep& every_step);
+  FitResult Run();
+
+ private:
+  std::optional<MinimiseOutcome> Refusal() const;
+  void Minimise();
+  void FinishByNewton();
+  void ProbeByNewton();
+  void MeasureStart();
+  void MeasureEnd();
+  MinimiseOptions Options(std::int32_t iterations) const;
+  bool ByNewton() const { return job_.settings.ProcType == FitProcType::cfp_Newton; }
+
+  const FitJob& job_;
+  Progress& progress_;
+  const EveryStep& every_step_;
+  TCurFit model_;
+  std::unique_ptr<ModelResiduals> residuals_;
+  FitResult result_;
+  FitCircumstances about_;
+  std::optional<ReducedJacobian> jacobian_;  // at the last values, when a method left it
+};
+
+FitRun::FitRun(const FitJob& job, Progress& progress, const EveryStep& every_step)
+    : job_(job), progress_(progress), every_step_(every_step) {
+  model_.SetSettings(job.settings, false);
+  model_.Prepare();
+  for (std::int32_t i = 1; i <= model_.NParams(); ++i) {
+    if (!model_.Param(i).Vary()) continue;
+    result_.names.push_back(model_.Param(i).Name());
+    result_.start.push_back(model_.Param(i).Value());
+  }
+  result_.points_in_range = job.points_in_range;
+  result_.points_used = job.points_chosen;
+  result_.undefined_points = job.points_chosen - static_cast<std::int64_t>(job.x.size());
+  about_.method = job.settings.ProcType;
+  about_.max_iterations = job.settings.IterMax;
+  about_.thinned_to = job.settings.NPoints;
+  about_.regression_curve = job.source == FitPointSource::RegressionCurve;
+}
+
+/// What keeps the fit from beginning, before any point is looked at.
+std::optional<MinimiseOutcome> FitRun::Refusal() const {
+  if (result_.start.size() > static_cast<std::size_t>(kMaxVariedParameters))
+    return Refused(StopReason::TooManyParameters, std::string(kTooManyParametersText));
+  if (model_.CurrentRec() == nullptr)
+    return Refused(StopReason::BadModel, "The model has no expression.");
+  if (job_.x.empty()) return Refused(StopReason::NoPoints);
+  return std::nullopt;
+}
+
+MinimiseOptions FitRun::Options(std::int32_t iterations) const {
+  MinimiseOptions options;
+  options.tolerance = job_.settings.Tolerance;
+  options.max_iterations = iterations;
+  return options;
+}
+
+/// The one place that knows which method is run how.
+void FitRun::Minimise() {
+  MinimiseOptions options = Options(job_.settings.IterMax);
+  options.every_step = every_step_;
+  const MinimiseMethod* const method = FindScalarMinimiseMethod(job_.settings.ProcType);
+  if (method == nullptr) {
+    NewtonOutcome newton = MinimiseNewton(*residuals_, result_.start, options, progress_);
+    result_.outcome = std::move(newton.outcome);
+    jacobian_ = std::move(newton.reduced);
+    return;
+  }
+  const ScalarObjective objective = [this](std::span<const double> p) {
+    return residuals_->SumOfSquares(p);
+  };
+  result_.outcome = method->minimise(objective, result_.start, options, progress_);
+}
+
+/// Goes on from the values found; the outcome becomes that of both runs.
+void FitRun::FinishByNewton() {
+  MinimiseOptions options = Options(job_.settings.IterMax);
+  options.every_step = every_step_;
+  NewtonOutcome newton = MinimiseNewton(*residuals_, result_.outcome.p, options, progress_);
+  const MinimiseOutcome& first = result_.outcome;
+  newton.outcome.start_value = first.start_value;
+  newton.outcome.iterations += first.iterations;
+  newton.outcome.evaluations += first.evaluations;
+  newton.outcome.changed = newton.outcome.changed || first.changed;
+  result_.outcome = std::move(newton.outcome);
+  jacobian_ = std::move(newton.reduced);
+}
+
+/// What FinishByNewton would reach; nothing is kept but its sum of squares.
+void FitRun::ProbeByNewton() {
+  SilentProgress silent(progress_);
+  const NewtonOutcome newton =
+      MinimiseNewton(*residuals_, result_.outcome.p, Options(kProbeIterations), silent);
+  if (newton.outcome.why != StopReason::Cancelled && !Failed(newton.outcome.why))
+    result_.newton_sum_of_squares = std::min(newton.outcome.value, result_.outcome.value);
+}
+
+/// Where the model has no value at the start, for the verdict.
+void FitRun::MeasureStart() {
+  for (const TGeneratedVariable& variable : model_.GeneratedVariables()) {
+    if (IsUndefined(variable.Value())) about_.unknown_names.emplace_back(variable.Name());
+  }
+  for (const double x : job_.x) {
+    if (std::isfinite(model_.Value(x))) continue;
+    if (about_.undefined_at_start++ == 0) about_.first_undefined_x = x;
+  }
+}
+
+/// Statistics at the values that now hold.
+void FitRun::MeasureEnd() {
+  ReducedJacobian none;
+  none.r.resize(0, 0);
+  if (result_.values.empty()) {
+    none.sum_of_squares = residuals_->SumOfSquares({});
+    result_.outcome.start_value = result_.outcome.value = none.sum_of_squares;
+    jacobian_ = std::move(none);
+  } else if (!jacobian_) {
+    jacobian_ = residuals_->Reduce(result_.values, Reduction::Orthogonal);
+  }
+  FittedPoints points;
+  points.count = static_cast<std::int64_t>(job_.x.size()) - jacobian_->undefined;
+  points.sum_about_mean = SumAboutMean(job_.y);
+  if (!residuals_->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
+  FitFigures figures = ComputeFitFigures(*jacobian_, points);
+  result_.statistics = std::move(figures.statistics);
+  result_.singular_directions = std::move(figures.singular_directions);
+  result_.unmoved = std::move(figures.unmoved);
+  result_.undefined_points += jacobian_->undefined;
+}
+
+FitResult FitRun::Run() {
+  result_.outcome.p = result_.values = result_.start;
+  if (std::optional<MinimiseOutcome> refusal = Refusal()) {
+    result_.outcome = *std::move(refusal);
+  } else {
+    try {
+      residuals_ =
+          std::make_unique<ModelResiduals>(model_, FitPoints{job_.x, job_.y}, job_.options.threads);
+      if (!result_.start.empty()) Minimise();
+      const StopReason why = result_.outcome.why;
+      if (Failed(why)) {
+        MeasureStart();
+      } else {
+        const bool more = why != StopReason::Cancelled && why != StopReason::NothingVaried;
+        if (more && !ByNewton() && job_.options.finish == FinishingStep::Yes) FinishByNewton();
+        result_.values = result_.outcome.p;
+        MeasureEnd();
+        if (more && !ByNewton() && job_.options.finish == FinishingStep::No) ProbeByNewton();
+      }
+    } catch (const EIntegerDivision& error) {
+      result_.outcome = Refused(StopReason::BadModel, error.what());
+    }
+  }
+  if (Failed(result_.outcome.why)) result_.outcome.p = result_.values = result_.start;
+  result_.verdict = JudgeFit(result_, about_);
+  return std::move(result_);
+}
+
+}  // namespace
+
+FitResult RunFit(const FitJob& job, Progress& progress, const EveryStep& every_step) {
+  progress.Begin("Fitting Data....", "", job.settings.IterMax);
+  return FitRun(job, progress, every_step).Run();
+}
+
+void ApplyFit(TDataSeries& series, const FitResult& result) {
+  TCurFit& fit = series.Fit();
+  std::vector<std::int32_t> varied;
+  for (std::int32_t i = 1; i <= fit.NParams(); ++i) {
+    if (fit.Param(i).Vary()) varied.push_back(i);
+  }
+  if (!Failed(result.outcome.why) && varied.size() == result.values.size()) {
+    for (std::size_t i = 0; i < varied.size(); ++i) fit.Param(varied[i]).SetValue(result.values[i]);
+  }
+  fit.SetResult(std::make_shared<const FitResult>(result));
+  fit.Change(false);
+}
+
+}  // namespace tarnwick

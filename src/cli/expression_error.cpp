@@ -1,0 +1,23 @@
+#include "cli/expression_error.h"
+
+namespace tarnwick::cli {
+namespace {
+
+/// The character of a UTF-8 text, from 1, that the byte `place` belongs to.
+std::size_t CharacterAt(std::string_view text, std::size_t place) {
+  std::size_t character = 1;
+  for (const char c : text.substr(0, place))
+    character += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  return character;
+}
+
+}  // namespace
+
+std::string MessageWithPlace(const EParserException& error, std::string_view expression) {
+  if (!error.Place()) return error.what();
+  return std::string(error.what()) + " (character " +
+         std::to_string(CharacterAt(expression, *error.Place())) + " of \"" +
+         std::string(expression) + "\")";
+}
+
+}  // namespace tarnwick::cli

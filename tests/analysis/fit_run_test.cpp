@@ -1,0 +1,263 @@
+#include "analysis/fit_run.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/undefined.h"
+#include "expr/parser_exception.h"
+
+namespace tarnwick {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+ParameterSettings Varied(const std::string& name, double value) {
+  ParameterSettings settings;
+  settings.Name = name;
+  settings.Value = value;
+  settings.Vary = true;
+  return settings;
+}
+
+/// Points of 3 exp(-0.5 x) + 1 with a ripple that no parameter follows.
+void FillDecay(TDataSeries& series, int points = 200) {
+  std::vector<double> x;
+  std::vector<double> y;
+  for (int i = 0; i < points; ++i) {
+    x.push_back(i / 20.0);
+    y.push_back(3 * std::exp(-0.5 * x.back()) + 1 + 0.01 * std::cos(1000.0 * i));
+  }
+  series.AddPoints(x, y);
+}
+
+FitSettings Decay(FitProcType method) {
+  FitSettings settings;
+  settings.Expression = "a*exp(-b*x)+c";
+  settings.ProcType = method;
+  settings.NPoints = 100000;
+  settings.parameters = {Varied("a", 1), Varied("b", 1), Varied("c", 0)};
+  return settings;
+}
+
+FitResult Fit(const TDataSeries& series, FinishingStep finish = FinishingStep::No) {
+  FitRunOptions options;
+  options.finish = finish;
+  NoProgress progress;
+  return RunFit(PrepareFit(series, options), progress);
+}
+
+constexpr FitProcType kMethods[] = {FitProcType::cfp_Powell, FitProcType::cfp_Simplex,
+                                    FitProcType::cfp_ConjGrad, FitProcType::cfp_Newton,
+                                    FitProcType::cfp_SimplexPowell};
+
+TEST(RunFit, EveryMethodAndItsFinishMeetTheSameMinimum) {
+  TDataSeries series;
+  FillDecay(series);
+  series.Fit().SetSettings(Decay(FitProcType::cfp_Newton), true);
+  const FitResult best = Fit(series);
+  ASSERT_TRUE(best.verdict.trustworthy) << best.verdict.summary;
+  EXPECT_THAT(best.values,
+              ElementsAre(::testing::DoubleNear(3, 0.01), ::testing::DoubleNear(0.5, 0.01),
+                          ::testing::DoubleNear(1, 0.01)));
+  for (const FitProcType method : kMethods) {
+    SCOPED_TRACE(NameOf(method));
+    series.Fit().SetSettings(Decay(method), true);
+    const FitResult plain = Fit(series);
+    EXPECT_FALSE(Failed(plain.outcome.why));
+    EXPECT_GE(plain.outcome.value, best.outcome.value * (1 - 1e-12));
+    if (method == FitProcType::cfp_Simplex) {
+      // It begins as small as its tolerance, and such a simplex passes its stop test at once.
+      EXPECT_THAT(plain.verdict.summary, HasSubstr("a finishing Newton-type step improves it"));
+    } else {
+      EXPECT_LT(plain.outcome.value, plain.outcome.start_value / 100);
+    }
+    EXPECT_EQ(plain.newton_sum_of_squares.has_value(), method != FitProcType::cfp_Newton);
+    const FitResult finished = Fit(series, FinishingStep::Yes);
+    EXPECT_NEAR(finished.outcome.value / best.outcome.value, 1, 1e-12);
+    EXPECT_EQ(finished.outcome.start_value, plain.outcome.start_value);
+    EXPECT_FALSE(finished.newton_sum_of_squares.has_value());
+    for (std::size_t i = 0; i < 3; ++i) {
+      EXPECT_NEAR(finished.values[i] / best.values[i], 1, 1e-9);
+      EXPECT_NEAR(finished.statistics.standard_errors[i] / best.statistics.standard_errors[i], 1,
+                  1e-6);
+    }
+  }
+}
+
+struct Trouble {
+  const char* name;
+  std::string expression;
+  std::vector<ParameterSettings> parameters;
+  StopReason why;
+  const char* says;  ///< in the verdict's summary
+};
+
+std::vector<ParameterSettings> Many(int count) {
+  std::vector<ParameterSettings> parameters;
+  for (int i = 0; i < count; ++i) parameters.push_back(Varied("p" + std::to_string(i), 1));
+  return parameters;
+}
+
+const Trouble kTroubles[] = {
+    {"33 varied", "p0*x", Many(33), StopReason::TooManyParameters,
+     "Error: Maximum Number of Varied Parameters Nmax = 32 Exceeded!"},
+    {"nothing varied", "2*x", {}, StopReason::NothingVaried, "no parameter is set to vary"},
+    {"no expression", "", {Varied("a", 1)}, StopReason::BadModel, "The model has no expression."},
+    {"undefined at start",
+     "a*ln(x-a)",
+     {Varied("a", 1)},
+     StopReason::UndefinedAtStart,
+     "no value at X = 0 and at "},
+    {"unknown name",
+     "a*x+offset",
+     {Varied("a", 1)},
+     StopReason::UndefinedAtStart,
+     "offset is neither the variable nor a parameter"},
+    {"overflow at start",
+     "a*exp(1000*(x+1))",
+     {Varied("a", 1)},
+     StopReason::UndefinedAtStart,
+     "no value at X = 0 "},
+    {"integer division", "a*(x div 0)", {Varied("a", 1)}, StopReason::BadModel, "ivision"},
+};
+
+TEST(RunFit, RefusesWithAReasonAndKeepsTheValues) {
+  for (const FitProcType method : kMethods) {
+    for (const Trouble& row : kTroubles) {
+      SCOPED_TRACE(std::string(row.name) + " " + std::string(NameOf(method)));
+      TDataSeries series;
+      FillDecay(series);
+      FitSettings settings = Decay(method);
+      settings.Expression = row.expression;
+      settings.parameters = row.parameters;
+      series.Fit().SetSettings(settings, true);
+      const FitResult result = Fit(series);
+      EXPECT_EQ(result.outcome.why, row.why);
+      EXPECT_THAT(result.verdict.summary, HasSubstr(row.says));
+      EXPECT_FALSE(result.verdict.trustworthy);
+      EXPECT_EQ(result.values, result.start);
+      ApplyFit(series, result);
+      EXPECT_EQ(series.Fit().Settings(), settings);
+      EXPECT_FALSE(series.Fit().Modified());
+    }
+  }
+}
+
+TEST(RunFit, ABadExpressionThrows) {
+  TDataSeries series;
+  FillDecay(series);
+  FitSettings settings = Decay(FitProcType::cfp_Newton);
+  settings.Expression = "a*(x";
+  series.Fit().SetSettings(settings, true);
+  EXPECT_THROW(Fit(series), EParserException);
+}
+
+TEST(RunFit, FewPointsGetAnHonestVerdict) {
+  for (const FitProcType method : kMethods) {
+    for (const int points : {0, 1, 2, 3}) {
+      SCOPED_TRACE(std::string(NameOf(method)) + " " + std::to_string(points));
+      TDataSeries series;
+      FillDecay(series, points);
+      series.Fit().SetSettings(Decay(method), true);
+      const FitResult result = Fit(series);
+      EXPECT_FALSE(result.verdict.trustworthy) << result.verdict.summary;
+      if (points == 0) {
+        EXPECT_EQ(result.outcome.why, StopReason::NoPoints);
+      } else {
+        EXPECT_EQ(result.statistics.degrees_of_freedom, 0);
+        for (const double error : result.statistics.standard_errors)
+          EXPECT_TRUE(IsUndefined(error));
+      }
+    }
+  }
+}
+
+TEST(RunFit, NamesWhatTheDataCannotTell) {
+  TDataSeries series;
+  FillDecay(series);
+  FitSettings settings = Decay(FitProcType::cfp_Newton);
+  settings.Expression = "a*k*exp(-b*x)+c+0*d";
+  settings.parameters.push_back(Varied("k", 2));
+  settings.parameters.push_back(Varied("d", 2));
+  series.Fit().SetSettings(settings, true);
+  const FitResult result = Fit(series);
+  ASSERT_EQ(result.singular_directions.size(), 1U);
+  EXPECT_THAT(result.singular_directions[0].parameters, ::testing::UnorderedElementsAre(0, 3));
+  EXPECT_THAT(result.unmoved, ElementsAre(4));
+  EXPECT_FALSE(IsUndefined(result.statistics.standard_errors[1]));
+  EXPECT_TRUE(IsUndefined(result.statistics.standard_errors[0]));
+  EXPECT_FALSE(result.verdict.trustworthy);
+}
+
+/// Cancels at a given call of Advance.
+class Stopper final : public Progress {
+ public:
+  explicit Stopper(int calls) : left_(calls) {}
+  void Begin(std::string_view title, std::string_view, std::int64_t) override { title_ = title; }
+  bool Advance(std::int64_t) override {
+    cancelled_ = cancelled_ || --left_ <= 0;
+    return !cancelled_;
+  }
+  bool Cancelled() const override { return cancelled_; }
+  const std::string& Title() const { return title_; }
+
+ private:
+  int left_;
+  bool cancelled_ = false;
+  std::string title_;
+};
+
+TEST(RunFit, EndsAfterTheIterationUnderWayAndKeepsTheBest) {
+  TDataSeries series;
+  FillDecay(series);
+  for (const FitProcType method : kMethods) {
+    SCOPED_TRACE(NameOf(method));
+    series.Fit().SetSettings(Decay(method), true);
+    Stopper progress(3);
+    int shown = 0;
+    const FitResult result = RunFit(PrepareFit(series), progress, [&](std::span<const double> p) {
+      EXPECT_EQ(p.size(), 3U);
+      ++shown;
+    });
+    EXPECT_EQ(progress.Title(), "Fitting Data....");
+    EXPECT_EQ(result.outcome.why, StopReason::Cancelled);
+    EXPECT_EQ(result.outcome.iterations, 2);
+    EXPECT_EQ(shown, 3);
+    EXPECT_LT(result.outcome.value, result.outcome.start_value);
+    EXPECT_EQ(result.values, result.outcome.p);
+  }
+}
+
+TEST(ApplyFit, PutsValuesAndResultIntoTheModelAndTells) {
+  TDataSeries series;
+  FillDecay(series);
+  FitSettings settings = Decay(FitProcType::cfp_Newton);
+  ParameterSettings held = Varied("x0", 0);
+  held.Vary = false;
+  settings.parameters.insert(settings.parameters.begin(), held);
+  series.Fit().SetSettings(settings, true);
+  const std::vector<double> y_before = series.Points().YValues();
+  const FitResult result = Fit(series);
+  int told = 0;
+  series.SetListener(1, [&](TDataSeries&, ChangeCode code) { told += code == ChangeCode::Fit; });
+  ApplyFit(series, result);
+  EXPECT_GE(told, 1);
+  EXPECT_EQ(series.Fit().Param(1).Value(), 0);
+  EXPECT_EQ(series.Fit().Param(2).Value(), result.values[0]);
+  EXPECT_EQ(series.Fit().Param(4).Value(), result.values[2]);
+  EXPECT_FALSE(series.Fit().Modified());
+  ASSERT_NE(series.Fit().Result(), nullptr);
+  EXPECT_EQ(series.Fit().Result()->values, result.values);
+  EXPECT_EQ(series.Points().YValues(), y_before);
+  series.AddPoint(-1, 0);
+  EXPECT_EQ(series.Fit().Result(), nullptr);
+}
+
+}  // namespace
+}  // namespace tarnwick
