@@ -9,8 +9,17 @@ std::size_t Index(int number) {
   return static_cast<std::size_t>(number);
 }
 
-bool IsFusible(const BlockNode& node) {
-  return node.kind == BlockNodeKind::Operation && !node.uniform && IsFusible(node.op);
+bool MayBeInner(const BlockNode& node) {
+  const bool fits =
+      node.op == BlockOp::Add || node.op == BlockOp::Subtract || node.op == BlockOp::Multiply;
+  return fits && node.kind == BlockNodeKind::Operation && !node.uniform;
+}
+
+/// Whether the operation can compute its argument `place` along with it.
+bool MayTakeInner(const BlockNode& node, std::size_t place) {
+  if (MayBeInner(node)) return true;
+  if (node.kind != BlockNodeKind::Operation || node.uniform || place != 0) return false;
+  return node.op == BlockOp::Divide || node.op == BlockOp::Negate;
 }
 
 /// How often each node is used by nodes that are needed, and as a result.
@@ -29,10 +38,6 @@ std::vector<int> UseCounts(const BlockGraph& graph, std::span<const int> needed,
 
 }  // namespace
 
-bool IsFusible(BlockOp op) {
-  return op == BlockOp::Add || op == BlockOp::Subtract || op == BlockOp::Multiply;
-}
-
 BlockFusion FuseOperations(const BlockGraph& graph, std::span<const int> needed,
                            std::span<const int> results) {
   const std::size_t count = graph.Nodes().size();
@@ -40,9 +45,12 @@ BlockFusion FuseOperations(const BlockGraph& graph, std::span<const int> needed,
   std::vector<int> uses = UseCounts(graph, needed, results);
   for (const int result : results) uses[Index(result)] = 2;  // must be left somewhere
   for (std::size_t i = 0; i < count; ++i) {
-    if (needed[i] == kNone || !IsFusible(graph.Nodes()[i])) continue;
-    for (const int argument : graph.Nodes()[i].args) {
-      const bool free = IsFusible(graph.Node(argument)) && uses[Index(argument)] == 1 &&
+    if (needed[i] == kNone) continue;
+    const BlockNode& node = graph.Nodes()[i];
+    for (std::size_t place = 0; place < node.args.size(); ++place) {
+      const int argument = node.args[place];
+      if (argument == kNone || !MayTakeInner(node, place)) continue;
+      const bool free = MayBeInner(graph.Node(argument)) && uses[Index(argument)] == 1 &&
                         fusion.inner_of[Index(argument)] == kNone;
       if (!free) continue;
       fusion.outer_of[Index(argument)] = static_cast<int>(i);

@@ -15,10 +15,7 @@ struct BlockFusion {
   std::vector<int> inner_of;  ///< the operation that this one computes, too
 };
 
-/// True for the operations that can be fused: sums, differences and products.
-bool IsFusible(BlockOp op);
-
-/// Chooses pairs among the nodes that `needed` tells (not kNone where a node is needed). Results are nobody's inner operation.
+/// Chooses pairs (sums, differences and products within these, within negations, and as dividends) among the nodes that `needed` tells (not kNone where a node is needed). Results are nobody's inner operation.
 BlockFusion FuseOperations(const BlockGraph& graph, std::span<const int> needed,
                            std::span<const int> results);
 

@@ -163,6 +163,10 @@ struct SubtractFromOp {
   static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::Sub(b, a); }
 };
 
+struct NegateFirstOp {
+  static HWY_INLINE Vec Of(Vec a, Vec /*b*/) { return hn::Neg(a); }
+};
+
 template <class Inner, class Outer, class A, class B, class C>
 void Fused(const double* a, const double* b, const double* c, double* out, std::size_t count) {
   const A first(a);
@@ -188,10 +192,19 @@ FusedKernel FusedByArguments(const FusedOperation& operation) {
 
 template <class Inner>
 FusedKernel FusedByOuter(const FusedOperation& operation) {
-  if (operation.outer == BlockOp::Add) return FusedByArguments<Inner, AddOp>(operation);
-  if (operation.outer == BlockOp::Multiply) return FusedByArguments<Inner, MultiplyOp>(operation);
-  return operation.inner_second ? FusedByArguments<Inner, SubtractFromOp>(operation)
-                                : FusedByArguments<Inner, SubtractOp>(operation);
+  switch (operation.outer) {
+    case BlockOp::Add:
+      return FusedByArguments<Inner, AddOp>(operation);
+    case BlockOp::Multiply:
+      return FusedByArguments<Inner, MultiplyOp>(operation);
+    case BlockOp::Divide:
+      return FusedByArguments<Inner, DivideOp>(operation);
+    case BlockOp::Negate:
+      return FusedByArguments<Inner, NegateFirstOp>(operation);
+    default:
+      return operation.inner_second ? FusedByArguments<Inner, SubtractFromOp>(operation)
+                                    : FusedByArguments<Inner, SubtractOp>(operation);
+  }
 }
 
 FusedKernel FusedFor(const FusedOperation& operation) {

@@ -32,7 +32,8 @@ const BlockKernelTable& BestBlockKernels();
 using FusedKernel = void (*)(const double* a, const double* b, const double* c, double* out,
                              std::size_t count);
 
-/// Two sums, differences or products: (a inner b) outer c, or c outer (a inner b).
+/// (a inner b) outer c, or c outer (a inner b). The inner operation is Add, Subtract or Multiply, the outer one these, Divide
+/// (not with inner_second) or Negate, which only needs a readable c.
 struct FusedOperation {
   BlockOp inner = BlockOp::Add;
   BlockOp outer = BlockOp::Add;

@@ -144,6 +144,25 @@ TEST(BlockEvaluator, AgreesWithTheReferenceInEveryWord) {
   EXPECT_EQ(words, 51);
 }
 
+TEST(BlockEvaluator, FusesOperationsToTheSameBits) {
+  const std::string operands[] = {"x", "p"};
+  std::vector<std::string> texts = {"(x*x)*(x-p)", "(x+p)*(x+p)", "x*p-x*q+x*x*p", "-(-(x*p)-q)"};
+  for (const std::string inner : {"+", "-", "*"}) {
+    for (int which = 0; which < 8; ++which) {
+      const std::string pair = "(" + operands[which & 1] + inner + operands[which >> 1 & 1] + ")";
+      const std::string& third = operands[which >> 2];
+      texts.push_back("-" + pair);
+      for (const std::string outer : {"+", "-", "*", "/"}) {
+        texts.push_back(pair + outer + third);
+        texts.push_back(third + outer + pair);
+      }
+    }
+  }
+  ForEachInstructionSet([&] {
+    for (const std::string& text : texts) ExpectAgreement(text, 1.7, -0.3, 0);
+  });
+}
+
 TEST(BlockEvaluator, AgreesInWholeExpressions) {
   for (const char* const text : {"p*x^2+q*x+3",
                                  "x^8",
