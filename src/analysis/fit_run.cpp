@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "base/undefined.h"
+#include "expr/expr_rec.h"
+#include "expr/expr_word.h"
 #include "expr/parser_exception.h"
 #include "fit/fit_statistics.h"
 #include "fit/fit_verdict.h"
@@ -43,6 +45,24 @@ MinimiseOutcome Refused(StopReason why, std::string message = {}) {
   outcome.message = std::move(message);
   outcome.start_value = outcome.value = kUndefined;
   return outcome;
+}
+
+const TExprRec* RecordOf(const TExprRec* first, const double* result) {
+  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
+    if (&record->Res == result) return record;
+  }
+  return nullptr;
+}
+
+/// True for an even whole power of something with a minus before it.
+bool SignBeforeEvenPower(const TExprRec* first) {
+  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
+    if (record->Word == nullptr || record->Word->Name() != "^@") continue;
+    const TExprRec* const base = RecordOf(first, record->Args[0]);
+    if (base == nullptr || base->Word == nullptr || base->Word->Name() != "-@") continue;
+    if (record->Args[1] != nullptr && std::fmod(*record->Args[1], 2) == 0) return true;
+  }
+  return false;
 }
 
 /// One run, on a model of its own.
@@ -86,6 +106,7 @@ FitRun::FitRun(const FitJob& job, Progress& progress, const EveryStep& every_ste
   about_.method = job.settings.ProcType;
   about_.max_iterations = job.settings.IterMax;
   about_.thinned_to = job.settings.NPoints;
+  about_.sign_before_power = SignBeforeEvenPower(model_.CurrentRec());
   about_.regression_curve = job.source == FitPointSource::RegressionCurve;
 }
 

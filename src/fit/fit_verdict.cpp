@@ -15,6 +15,8 @@ constexpr int kDigits = 6;
 constexpr double kNearEnough = 0.1;
 // A gain in the sum of squares below this share is the rounding of its last digits.
 constexpr double kGainWorthNaming = 1e-9;
+// A finishing run that moves the parameters by less than this is not worth a word.
+constexpr double kDistanceWorthNaming = 0.01;
 constexpr double kStrongCorrelation = 0.99;
 constexpr std::size_t kCorrelationsNamed = 3;
 
@@ -80,8 +82,14 @@ std::string UndefinedStart(const FitCircumstances& about) {
            (about.unknown_names.size() == 1 ? " is neither the variable nor a parameter."
                                             : " are neither the variable nor parameters.");
   }
-  std::string text = "The fit did not start: with the starting values the model has no value";
-  if (about.first_undefined_x) text += " at X = " + Number(*about.first_undefined_x);
+  if (!about.first_undefined_x) {
+    return "The fit did not start: the starting values are so far off that the sum of squares is "
+           "beyond all numbers.";
+  }
+  std::string text =
+      "The fit did not start: with the starting values the model has no value at "
+      "X = " +
+      Number(*about.first_undefined_x);
   const std::int64_t others = about.undefined_at_start - 1;
   if (others > 0) text += " and at " + Counted(others, "other point");
   return text + ".";
@@ -210,9 +218,8 @@ void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) 
 }
 
 void NoteFinishingStep(const FitResult& result, std::vector<std::string>& notes) {
-  if (!result.newton_sum_of_squares) return;
+  if (DistanceToBestFit(result) < kDistanceWorthNaming) return;
   const double gain = result.outcome.value - *result.newton_sum_of_squares;
-  if (!(gain > kGainWorthNaming * result.outcome.value)) return;
   notes.push_back("A finishing Newton-type step lowers the sum of squares from " +
                   Number(result.outcome.value) + " to " + Number(*result.newton_sum_of_squares) +
                   " (by " + GeneralText(100 * gain / result.outcome.value, 3) + " %).");
@@ -236,6 +243,14 @@ void NotePoints(const FitResult& result, const FitCircumstances& about,
   }
 }
 
+/// A trap worth a hint when something is wrong: the sign that was meant to stay is squared away.
+void NoteSignBeforePower(const FitCircumstances& about, FitVerdict& verdict) {
+  if (verdict.trustworthy || !about.sign_before_power) return;
+  verdict.notes.emplace_back(
+      "A sign binds tighter than a power: -u^2 in the expression is (-u)^2. Write 0-u^2 where "
+      "-(u^2) is meant.");
+}
+
 }  // namespace
 
 double DistanceToBestFit(const FitResult& result) {
@@ -256,6 +271,7 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
   FitVerdict verdict;
   if (!Ran(result)) {
     verdict.summary = Refusal(result, circumstances);
+    NoteSignBeforePower(circumstances, verdict);
     NotePoints(result, circumstances, verdict.notes);
     return verdict;
   }
@@ -263,6 +279,7 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
                         !NoBetterThanMean(result) && result.undefined_points == 0 &&
                         result.statistics.degrees_of_freedom > 0;
   verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result);
+  NoteSignBeforePower(circumstances, verdict);
   NoteUndetermined(result, verdict.notes);
   NoteStuck(result, verdict.notes);
   NoteFinishingStep(result, verdict.notes);

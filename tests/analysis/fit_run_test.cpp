@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <string>
@@ -193,6 +194,28 @@ TEST(RunFit, NamesWhatTheDataCannotTell) {
   EXPECT_FALSE(IsUndefined(result.statistics.standard_errors[1]));
   EXPECT_TRUE(IsUndefined(result.statistics.standard_errors[0]));
   EXPECT_FALSE(result.verdict.trustworthy);
+}
+
+TEST(RunFit, HintsAtASignBeforeAPower) {
+  struct Row {
+    const char* expression;
+    bool hint;
+  };
+  for (const Row& row : {Row{"0*a+1e9*-x^2", true}, Row{"0*a+1e9*(0-x^2)", false},
+                         Row{"0*a+1e9*exp(-((x-1)/2)^2)", true}, Row{"0*a+1e9*-x^3", false}}) {
+    SCOPED_TRACE(row.expression);
+    TDataSeries series;
+    FillDecay(series);
+    FitSettings settings = Decay(FitProcType::cfp_Newton);
+    settings.Expression = row.expression;
+    settings.parameters.resize(1);
+    series.Fit().SetSettings(settings, true);
+    const std::vector<std::string> notes = Fit(series).verdict.notes;
+    const bool hint = std::any_of(notes.begin(), notes.end(), [](const std::string& note) {
+      return note.find("A sign binds tighter") != std::string::npos;
+    });
+    EXPECT_EQ(hint, row.hint);
+  }
 }
 
 /// Cancels at a given call of Advance.

@@ -115,9 +115,11 @@ const Situation kSituations[] = {
      "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
      "improves it.",
      "lowers the sum of squares from 2 to 1.5 (by 25 %)."},
-    {"near the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 1e-6; }, true,
+    {"near the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 4e-5; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.",
      "lowers the sum of squares"},
+    {"as good as the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 1e-7; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.", ""},
     {"at the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.", ""},
     {"exact model", [](FitResult& r, auto&) { r.newton_sum_of_squares = 0; }, false,
@@ -149,6 +151,22 @@ const Situation kSituations[] = {
      "The fit did not start: with the starting values the model has no value at X = -1.5 and at 12 "
      "other points.",
      ""},
+    {"overflow at start",
+     [](FitResult& r, FitCircumstances&) { r.outcome.why = StopReason::UndefinedAtStart; }, false,
+     "The fit did not start: the starting values are so far off that the sum of squares is beyond "
+     "all numbers.",
+     ""},
+    {"a sign before a power, and a bad fit",
+     [](FitResult& r, FitCircumstances& c) {
+       r.statistics.r_squared = -1;
+       c.sign_before_power = true;
+     },
+     false,
+     "Converged after 9 iterations, but the curve fits no better than a horizontal line would.",
+     "-u^2 in the expression is (-u)^2"},
+    {"a sign before a power, and a good fit",
+     [](auto&, FitCircumstances& c) { c.sign_before_power = true; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.", ""},
     {"unknown name",
      [](FitResult& r, FitCircumstances& c) {
        r.outcome.why = StopReason::UndefinedAtStart;
