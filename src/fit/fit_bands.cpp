@@ -50,6 +50,31 @@ double CurveVariance(const BlockResult& block, std::size_t at,
   return variance < 0 ? 0 : variance;  // rounding only
 }
 
+struct BlockCurve {
+  std::vector<double> value;
+  std::vector<double> variance;
+};
+
+/// Where a derivative has no value though the model has one (a power at X = 0), differences take its place.
+BlockCurve CurveOver(ModelBlocks& blocks, std::span<const double> x,
+                     const FitStatistics& statistics) {
+  BlockCurve curve;
+  const BlockResult exact = blocks.Derivatives(x);
+  bool gaps = false;
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    curve.value.push_back(exact.values[i]);
+    curve.variance.push_back(CurveVariance(exact, i, statistics.determined_covariance));
+    gaps = gaps || (IsUndefined(curve.variance[i]) && !IsUndefined(curve.value[i]));
+  }
+  if (!gaps) return curve;
+  const BlockResult differences = blocks.Differences(x);
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    if (IsUndefined(curve.variance[i]))
+      curve.variance[i] = CurveVariance(differences, i, statistics.determined_covariance);
+  }
+  return curve;
+}
+
 }  // namespace
 
 double StudentQuantile(std::int64_t degrees_of_freedom, double level) {
@@ -67,12 +92,12 @@ FitBands ComputeFitBands(TCurFit& model, const FitStatistics& statistics, std::s
   blocks->Load(varied.values);
   for (std::size_t from = 0; from < x.size(); from += kBlockLength) {
     const std::size_t count = std::min(kBlockLength, x.size() - from);
-    const BlockResult block = blocks->Derivatives(x.subspan(from, count));
+    const BlockCurve curve = CurveOver(*blocks, x.subspan(from, count), statistics);
     for (std::size_t i = 0; i < count; ++i) {
-      const double variance = CurveVariance(block, i, statistics.determined_covariance);
-      bands.value.push_back(block.values[i]);
-      bands.confidence.push_back(quantile * std::sqrt(variance));
-      bands.prediction.push_back(quantile * std::sqrt(statistics.reduced_chi_squared + variance));
+      bands.value.push_back(curve.value[i]);
+      bands.confidence.push_back(quantile * std::sqrt(curve.variance[i]));
+      bands.prediction.push_back(quantile *
+                                 std::sqrt(statistics.reduced_chi_squared + curve.variance[i]));
     }
   }
   return bands;
