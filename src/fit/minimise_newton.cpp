@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/undefined.h"
 #include "fit/linearised_problem.h"
 #include "fit/step_acceleration.h"
 
@@ -20,6 +21,11 @@ constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
 constexpr double kFirstRadius = 1;
 /// A step is taken when it gains this part of what was predicted.
 constexpr double kLeastGain = 1e-4;
+/// A step that gains less than this part of what was predicted is in trouble.
+constexpr double kPoorGain = 0.25;
+/// Linear parameters are left free at trouble within so many iterations, or after so many troubles.
+constexpr int kOpening = 2;
+constexpr int kMostTroubles = 3;
 /// The part of the residuals that a last full step may still take away: far below what a standard error would show.
 constexpr double kOffsetGoal = 1e-10;
 /// Up to this many points all passes are orthogonal: it costs next to nothing.
@@ -28,8 +34,12 @@ constexpr std::size_t kFewPoints = 512;
 constexpr double kWorthCorrecting = 0.1;
 /// Full steps are accelerated where they promise to take away less than this part of the sum of squares.
 constexpr double kAccelerated = 0.01;
-/// A smaller ratio of singular values is worth an orthogonal pass at the end.
-constexpr double kWellConditioned = 1e-3;
+
+// Stop tests, as reports name them.
+constexpr auto kIsStationary = "no parameter can take any more away from the residuals";
+constexpr auto kReductionIsSmall = "what was left to gain lay below Tolerance before the last step";
+constexpr auto kSumIsRounding = "the sum of squares changes by rounding errors alone";
+constexpr auto kStepIsRounding = "the step is below the precision of the parameters";
 
 using Vector = Eigen::VectorXd;
 
@@ -66,10 +76,16 @@ class NewtonRun {
   Place Evaluate(const Vector& p);
   bool Begin();
   void Linearise();
+  void StartRegion();
+  bool MayFree() const;
+  bool FreeLinear();
+  bool IsTrouble(double gain);
   bool IsStationary() const;
   bool IsLastStep(const TrialStep& trial) const;
   TrialStep NextTrial();
+  bool BeginIteration();
   bool Iterate();
+  bool StartWasBetter() const;
   void UpdateRadius(const TrialStep& trial, double actual, double gain);
   Place Corrected(Place place, const PartedJacobian& parted, double limit);
   bool Accept(Place place, const PartedJacobian& parted, const TrialStep& trial);
@@ -77,6 +93,7 @@ class NewtonRun {
   double ScaledLength() const {
     return scale_.cwiseProduct(here_.p(problem_->Parted().bound)).norm();
   }
+  bool RegionIsLost() const { return radius_ <= kEpsilon * ScaledLength(); }
   bool Finish(StopReason why, std::string stop_test);
 
   ModelResiduals& residuals_;
@@ -86,12 +103,14 @@ class NewtonRun {
   Vector start_;
 
   MinimiseOutcome outcome_;
+  Place begin_;
   Place here_;
-  std::vector<bool> free_;
+  std::vector<bool> linear_;  // parameters that may be left free
+  std::vector<bool> free_;    // those that are
+  int troubles_ = 0;
   Vector scale_;
   std::optional<LinearisedProblem> problem_;
   double radius_ = 0;
-  bool moved_ = false;
   bool rejected_ = false;  // the last trial
   StepAcceleration acceleration_;
   /// How much smaller the last step, a full one, made the offset; 1 after any other.
@@ -113,7 +132,7 @@ bool NewtonRun::Finish(StopReason why, std::string stop_test) {
 
 // Rounding of the residuals lets their sum of squares waver by this, relative to it.
 double NewtonRun::Noise(double sum_of_squares) const {
-  return 4 * kEpsilon * (1 + residuals_.NormOfY() / std::sqrt(sum_of_squares));
+  return 16 * kEpsilon * (1 + residuals_.NormOfY() / std::sqrt(sum_of_squares));
 }
 
 void NewtonRun::Linearise() {
@@ -127,20 +146,56 @@ void NewtonRun::Linearise() {
   problem_.emplace(std::move(parted), scale_);
 }
 
-bool NewtonRun::Begin() {
-  outcome_.p.assign(start_.begin(), start_.end());
-  if (start_.size() == 0) return Finish(StopReason::NothingVaried, "");
-  if (start_.size() > kMaxVariedParameters) return Finish(StopReason::TooManyParameters, "");
-  here_ = Evaluate(start_);
-  outcome_.start_value = here_.reduced.sum_of_squares;
-  if (!here_.Defined()) return Finish(StopReason::UndefinedAtStart, "");
-  free_ = residuals_.LinearParameters(AsSpan(start_));
-  const PartedJacobian parted(here_.reduced, free_);
-  here_ = Corrected(std::move(here_), parted, here_.reduced.sum_of_squares);
+void NewtonRun::StartRegion() {
+  scale_.resize(0);
   Linearise();
   const double length = ScaledLength();
   radius_ = kFirstRadius * (length > 0 ? length : 1);
+  acceleration_.Clear();
+  contraction_ = 1;
+}
+
+bool NewtonRun::Begin() {
+  outcome_.p.assign(start_.begin(), start_.end());
+  if (start_.size() == 0) return Finish(StopReason::NothingVaried, "no parameter is varied");
+  if (start_.size() > kMaxVariedParameters) {
+    outcome_.message = kTooManyParametersText;
+    return Finish(StopReason::TooManyParameters, "too many parameters are varied");
+  }
+  here_ = Evaluate(start_);
+  outcome_.start_value = here_.reduced.sum_of_squares;
+  if (!here_.Defined()) {
+    outcome_.start_value = here_.reduced.sum_of_squares = kUndefined;
+    outcome_.message = "The sum of squares has no value at the start.";
+    return Finish(StopReason::UndefinedAtStart, "the sum of squares has no value at the start");
+  }
+  begin_ = here_;
+  linear_ = residuals_.LinearParameters(AsSpan(start_));
+  free_.assign(linear_.size(), false);
+  StartRegion();
   return true;
+}
+
+bool NewtonRun::MayFree() const {
+  return std::find(linear_.begin(), linear_.end(), true) != linear_.end();
+}
+
+// From here on the linear parameters follow the others (variable projection: Golub & Pereyra 1973, with the derivatives of
+// Kaufman 1975), from the start again if they alone can do better there. False when there are none, or they are free already.
+bool NewtonRun::FreeLinear() {
+  if (!MayFree()) return false;
+  free_ = std::exchange(linear_, std::vector<bool>(linear_.size(), false));
+  const double best_of_start = PartedJacobian(begin_.reduced, free_).BestOfFree();
+  if (here_.reduced.sum_of_squares > best_of_start) here_ = begin_;
+  const PartedJacobian parted(here_.reduced, free_);
+  here_ = Corrected(std::move(here_), parted, here_.reduced.sum_of_squares);
+  StartRegion();
+  return true;
+}
+
+bool NewtonRun::IsTrouble(double gain) {
+  if (gain < kPoorGain) troubles_ += outcome_.iterations <= kOpening ? kMostTroubles : 1;
+  return gain < kPoorGain && troubles_ >= kMostTroubles;
 }
 
 bool NewtonRun::IsStationary() const {
@@ -174,7 +229,6 @@ Place NewtonRun::Corrected(Place place, const PartedJacobian& parted, double lim
   const Vector rest = Vector::Zero(static_cast<Eigen::Index>(parted.bound.size()));
   Place corrected = Evaluate(place.p + parted.Complete(rest));
   if (corrected.Defined() && corrected.reduced.sum_of_squares < place.reduced.sum_of_squares) {
-    moved_ = true;
     return corrected;
   }
   free_.assign(free_.size(), false);
@@ -192,7 +246,6 @@ bool NewtonRun::Accept(Place place, const PartedJacobian& parted, const TrialSte
     return false;
   }
   here_ = std::move(place);
-  moved_ = true;
   rejected_ = false;
   Linearise();
   contraction_ =
@@ -213,64 +266,76 @@ TrialStep NewtonRun::NextTrial() {
   return trial;
 }
 
+// False when it was the last.
 bool NewtonRun::Iterate() {
-  if (IsStationary()) return Finish(StopReason::Converged, "stationary");
+  if (IsStationary()) return Finish(StopReason::Converged, kIsStationary);
   const TrialStep trial = NextTrial();
   if (outcome_.iterations == 1) radius_ = std::min(radius_, trial.length);
   const bool last = IsLastStep(trial);
   const Vector p = here_.p + trial.step;
-  if (p == here_.p) return Finish(StopReason::Converged, "step");
+  if (p == here_.p) return Finish(StopReason::Converged, kStepIsRounding);
 
   Place there = Evaluate(p);
   rejected_ = true;
   if (!there.Defined()) {
+    if (FreeLinear()) return true;
     radius_ = 0.1 * std::min(radius_, trial.length);
-    if (radius_ <= kEpsilon * ScaledLength())
-      return Finish(StopReason::NoFurtherDescent, "undefined all around");
-    return true;
+    return !RegionIsLost() ||
+           Finish(StopReason::NoFurtherDescent, "the model has no value at any step from here");
   }
   const PartedJacobian parted(there.reduced, free_);
   const double before = problem_->Parted().BestOfFree();
   const double predicted = trial.PredictedReduction();
-  const double actual = 1 - parted.BestOfFree() / before;
+  const double actual = before > 0 ? 1 - parted.BestOfFree() / before : 0;
   const double noise = Noise(before);
   if (predicted <= noise && std::abs(actual) <= noise) {
     // Sums of squares cannot tell any more; the offset can.
     if (parted.Offset() >= problem_->Parted().Offset())
-      return Finish(StopReason::Converged, "rounding");
-    Accept(std::move(there), parted, trial);
-    return !last || Finish(StopReason::Converged, "reduction");
+      return Finish(StopReason::Converged, kSumIsRounding);
+    return !(Accept(std::move(there), parted, trial) && last) ||
+           Finish(StopReason::Converged, kReductionIsSmall);
   }
-  const double gain = predicted > 0 ? actual / predicted : 0;
+  if (predicted <= noise) return Finish(StopReason::Converged, kSumIsRounding);
+
+  const double gain = actual / predicted;
   UpdateRadius(trial, actual, gain);
+  const bool trouble = IsTrouble(gain);
   if (gain >= kLeastGain) {
-    if (Accept(std::move(there), parted, trial) && last)
-      return Finish(StopReason::Converged, "reduction");
-    return true;
+    const bool accepted = Accept(std::move(there), parted, trial);
+    if (accepted && last) return Finish(StopReason::Converged, kReductionIsSmall);
   }
-  if (predicted <= noise) return Finish(StopReason::Converged, "rounding");
-  if (radius_ <= kEpsilon * ScaledLength()) return Finish(StopReason::NoFurtherDescent, "radius");
+  if (trouble && FreeLinear()) return true;
+  return !RegionIsLost() ||
+         Finish(StopReason::NoFurtherDescent, "no step from here lowers the sum of squares");
+}
+
+bool NewtonRun::BeginIteration() {
+  if (options_.every_step) options_.every_step(AsSpan(here_.p));
+  if (!progress_.Advance(outcome_.iterations) || progress_.Cancelled())
+    return Finish(StopReason::Cancelled, "cancelled");
+  if (outcome_.iterations >= options_.max_iterations)
+    return Finish(StopReason::IterationLimit, "the greatest number of iterations was reached");
+  ++outcome_.iterations;
   return true;
+}
+
+// Where the linear parameters alone can do better at the start, what was found is no minimum worth the name.
+bool NewtonRun::StartWasBetter() const {
+  return MayFree() && outcome_.why != StopReason::Cancelled &&
+         outcome_.why != StopReason::IterationLimit &&
+         here_.reduced.sum_of_squares > PartedJacobian(begin_.reduced, linear_).BestOfFree();
 }
 
 NewtonOutcome NewtonRun::Run() {
   if (Begin()) {
     do {
-      if (options_.every_step) options_.every_step(AsSpan(here_.p));
-      if (!progress_.Advance(outcome_.iterations)) {
-        Finish(StopReason::Cancelled, "");
-        break;
+      while (BeginIteration() && Iterate()) {
       }
-      if (outcome_.iterations >= options_.max_iterations) {
-        Finish(StopReason::IterationLimit, "");
-        break;
-      }
-      ++outcome_.iterations;
-    } while (Iterate());
+    } while (StartWasBetter() && FreeLinear());
+    outcome_.p.assign(here_.p.begin(), here_.p.end());
+    outcome_.changed = here_.p != start_;
   }
   outcome_.value = here_.reduced.sum_of_squares;
-  outcome_.p.assign(here_.p.begin(), here_.p.end());
-  outcome_.changed = moved_;
   return {std::move(outcome_), std::move(here_.reduced)};
 }
 

@@ -19,8 +19,8 @@ namespace {
 constexpr std::size_t kTaskLength = 32 * kBlockLength;
 /// Below this a thread costs more than it brings.
 constexpr std::size_t kTasksPerThread = 3;
-/// Squared sines of the angles between scaled columns below this: J'J has lost a third of the digits and more.
-constexpr double kLeastPivot = 1e-10;
+/// A column's squared sine with those before it, below which J'J has lost half the digits.
+constexpr double kLeastPivot = 1e-8;
 
 /// One thread's memory.
 struct Worker {
