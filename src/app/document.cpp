@@ -46,17 +46,59 @@ bool Exists(const std::filesystem::path& path) {
 Document::Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent)
     : QObject(parent), name_(std::move(name)), caption_(name_), work_(work), prompt_(prompt) {
   DefaultAppearance(graph_, name_);
-  graph_.SetListener([this](GraphChange change) { emit graphChanged(change); });
+  graph_.SetListener([this](GraphChange change) { TellChange(change); });
   connect(&history_, &EditHistory::moved, this, &Document::HistoryMoved);
   HistoryMoved();
+}
+
+void Document::TellChange(GraphChange change) {
+  const std::size_t children = graph_.Children().size();
+  if (zooms_.size() != children + 1) {
+    zooms_.resize(1);  // whose scales the others are cannot be told any more
+    zooms_.resize(children + 1);
+  }
+  selected_child_ = SelectedChild();
+  emit graphChanged(change);
+}
+
+std::optional<std::size_t> Document::SelectedChild() const {
+  const bool there = selected_child_ && *selected_child_ < graph_.Children().size();
+  return there ? selected_child_ : std::nullopt;
+}
+
+void Document::SelectChild(std::optional<std::size_t> child) {
+  if (child == SelectedChild() || (child && *child >= graph_.Children().size())) return;
+  selected_child_ = child;
+  TellChange(GraphChange::CurrentSeries);
+}
+
+const TxyGraph& Document::Graph() const {
+  const std::optional<std::size_t> child = SelectedChild();
+  if (!child) return graph_;
+  return *graph_.Children()[*child];
+}
+
+TxyGraph& Document::Graph() {
+  return const_cast<TxyGraph&>(std::as_const(*this).Graph());
+}
+
+ZoomStack& Document::ZoomOf(std::optional<std::size_t> child) {
+  return zooms_.at(child && *child + 1 < zooms_.size() ? *child + 1 : 0);
+}
+
+const ZoomStack& Document::Zoom() const {
+  return const_cast<Document*>(this)->Zoom();
 }
 
 bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,
                     Merging merging) {
   OpenEdit step(*this, name, merging);
   {
-    const GraphUpdate update(graph_);
-    change(graph_);
+    const GraphUpdate whole(graph_);
+    TxyGraph& graph = Graph();
+    std::optional<GraphUpdate> part;
+    if (&graph != &graph_) part.emplace(graph);
+    change(graph);
   }
   return step.Finish();
 }
@@ -115,6 +157,7 @@ void Document::LoadDefaultTemplate(const std::filesystem::path& path) {
 }
 
 void Document::Reload() {
+  SelectChild(std::nullopt);
   if (!graph_file_.empty()) {
     LoadGraphFile(graph_file_);
   } else if (!template_.empty()) {
@@ -127,7 +170,8 @@ void Document::Reload() {
 }
 
 void Document::LoadGraphFile(const std::filesystem::path& path) {
-  zoom_.Clear();
+  SelectChild(std::nullopt);
+  for (ZoomStack& zoom : zooms_) zoom.Clear();
   if (!Exists(path)) {
     DefaultAppearance(graph_, name_);
     Forget(false);
@@ -151,16 +195,17 @@ void Document::LoadGraphFile(const std::filesystem::path& path) {
 }
 
 bool Document::ReadDataFile(const std::filesystem::path& path) {
-  const GraphState before = graph_.State();
+  const GraphState before = Graph().State();
   const ReadResult result =
       Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
   if (result.cancelled) return false;
   data_file_ = path;
   data_folder_ = FolderOf(path);
   OpenEdit step(*this, "Load Data");
-  look_.arranged_for = {};
+  if (!SelectedChild()) look_.arranged_for = {};
   TakeState(result);
   SettleTooManyPoints();
+  if (SelectedChild() && before.series.empty()) ArrangeChild();
   step.Finish();
   return true;
 }
@@ -168,29 +213,58 @@ bool Document::ReadDataFile(const std::filesystem::path& path) {
 bool Document::LoadDataFromFile(const std::filesystem::path& path) {
   const std::string extension = LowerExtension(path);
   if (extension == ".tgr" || extension == ".ttp") {
-    LoadGraphFile(path);
+    SelectedChild() ? LoadGraphIntoChild(path) : LoadGraphFile(path);
     return true;
   }
   if (extension != ".tds") return ReadDataFile(path);
-  const GraphState before = graph_.State();
+  const GraphState before = Graph().State();
   const ReadResult result = Read([before, path](Progress&) { return ReadDataSet(before, path); });
   data_folder_ = FolderOf(path);
   TakeStep("Load DataSet", result);
   return true;
 }
 
+void Document::LoadGraphIntoChild(const std::filesystem::path& path) {
+  ReadResult result = Read([path](Progress&) { return ReadGraph(path); });
+  // The place that the file stores is a window's.
+  const Dimensions place = Graph().GetDimensions();
+  result.state.dimensions.hor_position = place.hor_position;
+  result.state.dimensions.ver_position = place.ver_position;
+  result.state.dimensions.hor_size = place.hor_size;
+  result.state.dimensions.ver_size = place.ver_size;
+  TakeStep("Load Graph", result);
+}
+
+void Document::ArrangeChild() {
+  const QSizeF size(Graph().ClientWidth(), Graph().ClientHeight());
+  ApplyFinishedLook(Graph(), size, TextMetrics());
+}
+
 bool Document::Refresh() {
-  std::vector<std::size_t> all(graph_.SeriesCount());
-  std::iota(all.begin(), all.end(), std::size_t{0});
-  const ReadResult result = ReadAgain(all);
-  if (result.cancelled) return false;
+  const auto refreshed = [this](const TxyGraph& graph) {
+    std::vector<std::size_t> all(graph.SeriesCount());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    return ReadAgain(graph, all);
+  };
+  const ReadResult whole = refreshed(graph_);
+  std::vector<ReadResult> parts;
+  bool cancelled = whole.cancelled;
+  for (const auto& child : graph_.Children()) {
+    if (!cancelled) cancelled = parts.emplace_back(refreshed(*child)).cancelled;
+  }
+  if (cancelled) return false;
   // Data refreshed time and again would fill the memory with their past.
-  TakeStep("Refresh Data", result, Merging::WithLikeStep);
+  OpenEdit step(*this, "Refresh Data", Merging::WithLikeStep);
+  graph_.SetState(whole.state);
+  for (std::size_t i = 0; i < parts.size(); ++i) graph_.Children()[i]->SetState(parts[i].state);
+  note_ = whole.note;
+  SettleTooManyPoints();
+  step.Finish();
   return true;
 }
 
-ReadResult Document::ReadAgain(const std::vector<std::size_t>& which) {
-  const GraphState before = graph_.State();
+ReadResult Document::ReadAgain(const TxyGraph& graph, const std::vector<std::size_t>& which) {
+  const GraphState before = graph.State();
   return Read([before, which](Progress& progress) { return Refreshed(before, which, progress); });
 }
 
@@ -208,7 +282,7 @@ void Document::SaveDataFile(const std::filesystem::path& path) {
 }
 
 void Document::SaveDataSetFile(const std::filesystem::path& path) {
-  Write([state = graph_.State(), path] { WriteDataSet(state, path); });
+  Write([state = Graph().State(), path] { WriteDataSet(state, path); });
 }
 
 void Document::SavePicture(const std::filesystem::path& path) {
@@ -219,7 +293,7 @@ void Document::SavePicture(const std::filesystem::path& path) {
 void Document::FinishLook(QSizeF size) {
   if (look_.own || look_.arranged_for == size || !graph_.HasPoints()) return;
   // What the user has zoomed into is not disturbed by a window's new size.
-  if (!look_.arranged_for.isEmpty() && !zoom_.IsEmpty()) return;
+  if (!look_.arranged_for.isEmpty() && !zooms_.front().IsEmpty()) return;
   look_.arranged_for = size;
   FinishedLookOptions options;
   options.title = data_file_.stem().string();
@@ -237,7 +311,7 @@ void Document::Write(const std::function<void()>& writing) {
 }
 
 void Document::TakeState(const ReadResult& result) {
-  graph_.SetState(result.state);
+  Graph().SetState(result.state);
   note_ = result.note;
 }
 
@@ -250,14 +324,15 @@ void Document::TakeStep(const std::string& name, const ReadResult& result, Mergi
 
 void Document::SettleTooManyPoints() {
   std::vector<std::size_t> switched;
-  graph_.SettleTooManyPoints(prompt_, [&](TSeries& series) {
-    for (std::size_t i = 0; i < graph_.SeriesCount(); ++i) {
-      if (&graph_.Series(i) == &series) switched.push_back(i);
+  TxyGraph& graph = Graph();
+  graph.SettleTooManyPoints(prompt_, [&](TSeries& series) {
+    for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+      if (&graph.Series(i) == &series) switched.push_back(i);
     }
   });
   if (switched.empty()) return;
   try {
-    const ReadResult result = ReadAgain(switched);
+    const ReadResult result = ReadAgain(graph, switched);
     if (!result.cancelled) TakeState(result);
   } catch (const FileError& error) {
     // What was loaded stands; only its thinning has to wait for the source.

@@ -6,8 +6,10 @@
 #include <QSizeF>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/document_io.h"
 #include "app/edit_history.h"
@@ -35,10 +37,25 @@ class Document final : public QObject {
   Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent = nullptr);
 
   const std::string& Name() const { return name_; }
-  TxyGraph& Graph() { return graph_; }
-  const TxyGraph& Graph() const { return graph_; }
-  ZoomStack& Zoom() { return zoom_; }
-  const ZoomStack& Zoom() const { return zoom_; }
+
+  // An inserted graph may be selected. It is then what commands, mouse and loading work on, until another is selected or
+  // it is gone; files, pictures and steps are always of the whole.
+  /// The graph worked on: the selected inserted graph, else the whole.
+  TxyGraph& Graph();
+  const TxyGraph& Graph() const;
+  TxyGraph& WholeGraph() { return graph_; }
+  const TxyGraph& WholeGraph() const { return graph_; }
+  std::optional<std::size_t> SelectedChild() const;
+  /// Nothing: the whole graph. Ignored when there is no such inserted graph.
+  void SelectChild(std::optional<std::size_t> child);
+
+  /// What works long on the document's behalf.
+  LongWork& Work() { return work_; }
+  /// The way back through the scales of the graph worked on.
+  ZoomStack& Zoom() { return ZoomOf(SelectedChild()); }
+  const ZoomStack& Zoom() const;
+  /// That of an inserted graph, or of the whole.
+  ZoomStack& ZoomOf(std::optional<std::size_t> child);
   /// The name, and after loading or saving a graph file or template its path.
   const std::string& Caption() const { return caption_; }
   /// What the last loading has to say (rows skipped, sampling); empty for nothing.
@@ -53,8 +70,8 @@ class Document final : public QObject {
 
   // Editing. What changes the graph for good is a step: the state before and after, to be undone and redone without limit.
   // Zooming is no step, and neither is choosing a current DataSet or mark.
-  /// Makes one step of what `change` does to the graph; `name` as it is read after "Undo": "Move Point". Listeners are told
-  /// once. When `change` throws, the graph is as before and the exception goes on. False when nothing changed.
+  /// Makes one step of what `change` does to the graph worked on, which it must not delete; `name` as it is read after
+  /// "Undo": "Move Point". Listeners are told once. When `change` throws, the graph is as before and the exception goes on. False when nothing changed.
   bool Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,
             Merging merging = Merging::No);
   bool CanUndo() const { return history_.CanUndo(); }
@@ -110,7 +127,10 @@ class Document final : public QObject {
   void TakeStep(const std::string& name, const ReadResult& result, Merging merging = Merging::No);
   void Forget(bool changed);
   void HistoryMoved();
-  ReadResult ReadAgain(const std::vector<std::size_t>& which);
+  void LoadGraphIntoChild(const std::filesystem::path& path);
+  void ArrangeChild();
+  ReadResult ReadAgain(const TxyGraph& graph, const std::vector<std::size_t>& which);
+  void TellChange(GraphChange change);
   void SettleTooManyPoints();
   void ShowPath(const std::filesystem::path& path);
 
@@ -120,7 +140,9 @@ class Document final : public QObject {
   LongWork& work_;
   Prompt& prompt_;
   TxyGraph graph_;
-  ZoomStack zoom_;
+  std::vector<ZoomStack> zooms_ =
+      std::vector<ZoomStack>(1);  // of the whole and each inserted graph
+  std::optional<std::size_t> selected_child_;
   std::filesystem::path graph_file_;
   std::filesystem::path template_;
   std::filesystem::path data_file_;

@@ -1,14 +1,19 @@
 #include "app/graph_canvas.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
 
 #include "app/axis_zoom.h"
+#include "app/child_grip.h"
 #include "app/rest_mode.h"
 #include "app/text.h"
+#include "base/error.h"
+#include "base/prompt.h"
 #include "graph/paint_plot.h"
 #include "graph/plot_metrics.h"
 #include "graph/read_out.h"
@@ -19,7 +24,7 @@ namespace {
 constexpr double kZoomPerNotch = 0.8;
 constexpr double kUnitsPerNotch = 120;
 constexpr qint64 kOneZoomMs = 700;
-constexpr double kHoverRadius = 6;
+constexpr double kPickedRadius = 4;
 constexpr int kRestMs = 150;
 
 /// The axes that the wheel moves: the one under the pointer, or those of the plot that the modifiers leave.
@@ -50,13 +55,18 @@ void ZoomAxis(TAxis& axis, double pixel, double factor) {
 
 }  // namespace
 
-GraphCanvas::GraphCanvas(Document& document, QWidget* parent)
-    : QWidget(parent), document_(document), mode_(std::make_unique<RestMode>()) {
+GraphCanvas::GraphCanvas(Document& document, Prompt& prompt, QWidget* parent)
+    : QWidget(parent),
+      document_(document),
+      prompt_(prompt),
+      mode_(MakeMode(MouseMode::Rest)),
+      selection_(document.Graph()) {
+  InstallCanvasAccessible();
   setAttribute(Qt::WA_OpaquePaintEvent);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setCursor(mode_->Cursor());
-  setAccessibleName(tr("Graph"));
+  NameForAssistance();
   connect(&document, &Document::graphChanged, this, &GraphCanvas::Redraw);
   const auto finish_look = [this] {
     if (isVisible()) document_.FinishLook(size());
@@ -67,18 +77,41 @@ GraphCanvas::GraphCanvas(Document& document, QWidget* parent)
   connect(&look_timer_, &QTimer::timeout, this, finish_look);
 }
 
-GraphCanvas::~GraphCanvas() = default;
+GraphCanvas::~GraphCanvas() {
+  // A mode may take back what it began, and the canvas hears of that.
+  mode_.reset();
+}
 
 void GraphCanvas::SetMode(std::unique_ptr<CanvasMode> mode) {
-  ended_mode_ = std::move(mode_);
+  ended_modes_.push_back(std::move(mode_));
   mode_ = std::move(mode);
   setCursor(mode_->Cursor());
   update();
+  emit modeChanged();
+}
+
+void GraphCanvas::StartMode(MouseMode mode) {
+  SetMode(MakeMode(mode));
+}
+
+void GraphCanvas::BeginMode(std::unique_ptr<CanvasMode> mode, QMouseEvent& press) {
+  SetMode(std::move(mode));
+  mode_->MousePress(*this, press);
+}
+
+void GraphCanvas::AtTheEdge(const std::function<void()>& work) {
+  ended_modes_.clear();
+  try {
+    work();
+  } catch (const Error& error) {
+    prompt_.Tell(error.what());
+  }
 }
 
 void GraphCanvas::Redraw() {
   picture_stale_ = true;
   hovered_.reset();
+  selection_.Refresh();
   update();
 }
 
@@ -87,9 +120,9 @@ void GraphCanvas::RenderPicture() {
   const QSize pixels = (QSizeF(size()) * ratio).toSize();
   if (picture_.size() != pixels) picture_ = QImage(pixels, QImage::Format_RGB32);
   picture_.setDevicePixelRatio(ratio);
-  layout_ = LayoutPlot(document_.Graph(), size(), TextMetrics());
+  layout_ = LayoutPlot(document_.WholeGraph(), size(), TextMetrics());
   QPainter painter(&picture_);
-  PaintPlot(painter, document_.Graph(), layout_);
+  PaintPlot(painter, document_.WholeGraph(), layout_);
   picture_stale_ = false;
 }
 
@@ -97,27 +130,48 @@ void GraphCanvas::paintEvent(QPaintEvent*) {
   if (picture_stale_ || picture_.devicePixelRatio() != devicePixelRatioF()) RenderPicture();
   QPainter painter(this);
   painter.drawImage(0, 0, picture_);
-  PaintHoveredPoint(painter);
+  if (const ChildFrame* selected = FrameOf(document_.SelectedChild())) {
+    PaintGrips(painter, selected->frame);
+  }
+  painter.translate(Origin());
+  traces_.Paint(painter, layout_);
+  PaintPickedPoint(painter);
+  if (mode_->ShowsNearestPoint()) PaintHoveredPoint(painter);
   mode_->PaintOverlay(painter, *this);
 }
 
-void GraphCanvas::PaintHoveredPoint(QPainter& painter) const {
+std::optional<QPointF> GraphCanvas::PlaceInPlot(const PickedPoint& point) const {
   const TSeries* series = document_.Graph().CurrentSeries();
-  if (!hovered_ || !series) return;
+  if (!series) return std::nullopt;
   const AxisId y_axis = document_.Graph().YAxisOf(*series);
-  const QPointF center(layout_.Axis(AxisId::X).scale.Position(hovered_->x),
-                       layout_.Axis(y_axis).scale.Position(hovered_->y));
-  if (!layout_.plot.contains(center)) return;
-  const Color line = series->Style().line_color;
+  const QPointF place(layout_.Axis(AxisId::X).scale.Position(point.x),
+                      layout_.Axis(y_axis).scale.Position(point.y));
+  return layout_.plot.contains(place) ? std::optional(place) : std::nullopt;
+}
+
+void GraphCanvas::PaintHoveredPoint(QPainter& painter) const {
+  const auto place = hovered_ ? PlaceInPlot(*hovered_) : std::nullopt;
+  if (!place) return;
+  const Color line = document_.Graph().CurrentSeries()->Style().line_color;
+  DrawRing(painter, *place, QColor(line.Red(), line.Green(), line.Blue()));
+}
+
+void GraphCanvas::PaintPickedPoint(QPainter& painter) const {
+  const auto place = Picked() ? PlaceInPlot(*Picked()) : std::nullopt;
+  if (!place) return;
+  const QRectF& plot = layout_.plot;
+  painter.setPen(QPen(QColor(0, 0, 0, 70), 1, Qt::DashLine));
+  painter.drawLine(QPointF(place->x(), plot.top()), QPointF(place->x(), plot.bottom()));
+  painter.drawLine(QPointF(plot.left(), place->y()), QPointF(plot.right(), place->y()));
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(QColor(255, 255, 255, 160), 4));
-  painter.drawEllipse(center, kHoverRadius, kHoverRadius);
-  painter.setPen(QPen(QColor(line.Red(), line.Green(), line.Blue()), 2));
-  painter.drawEllipse(center, kHoverRadius, kHoverRadius);
+  painter.setPen(QPen(Qt::white, 2));
+  painter.setBrush(kOverlayRed);
+  painter.drawEllipse(*place, kPickedRadius + 1, kPickedRadius + 1);
+  painter.setBrush(Qt::NoBrush);
 }
 
 void GraphCanvas::resizeEvent(QResizeEvent*) {
-  document_.Graph().Resize(width(), height());
+  document_.WholeGraph().Resize(width(), height());
   Redraw();
   if (isVisible()) look_timer_.start();
 }
@@ -133,18 +187,22 @@ void GraphCanvas::changeEvent(QEvent* event) {
 
 void GraphCanvas::mousePressEvent(QMouseEvent* event) {
   ended_mode_.reset();
-  mode_->MousePress(*this, *event);
+  if (event->buttons() == event->button()) SelectGraphAt(event->position());
+  QMouseEvent shifted = Shifted(*event);
+  mode_->MousePress(*this, shifted);
 }
 
 void GraphCanvas::mouseMoveEvent(QMouseEvent* event) {
   ended_mode_.reset();
-  mode_->MouseMove(*this, *event);
+  QMouseEvent shifted = Shifted(*event);
+  mode_->MouseMove(*this, shifted);
   FollowMouse(event->position());
 }
 
 void GraphCanvas::mouseReleaseEvent(QMouseEvent* event) {
   ended_mode_.reset();
-  mode_->MouseRelease(*this, *event);
+  QMouseEvent shifted = Shifted(*event);
+  mode_->MouseRelease(*this, shifted);
   emit mouseReleased();
 }
 
@@ -155,7 +213,7 @@ void GraphCanvas::leaveEvent(QEvent*) {
 }
 
 void GraphCanvas::FollowMouse(QPointF position) {
-  const QPoint pixel = position.toPoint();
+  const QPoint pixel = (position - Origin()).toPoint();
   const ReadOut read_out = ReadOutAt(document_.Graph(), pixel.x(), pixel.y());
   hovered_ = read_out.point;
   update();
@@ -172,26 +230,108 @@ void GraphCanvas::wheelEvent(QWheelEvent* event) {
 }
 
 void GraphCanvas::ZoomAt(QPointF position, Qt::KeyboardModifiers modifiers, double factor) {
-  TxyGraph& graph = document_.Graph();
+  const std::optional<std::size_t> child = ChildAt(position);
+  const ChildFrame* frame = FrameOf(child);
+  TxyGraph& graph = child ? *document_.WholeGraph().Children()[*child] : document_.WholeGraph();
+  const QPointF at = frame ? position - frame->frame.topLeft() : position;
+  ZoomStack& zoom = document_.ZoomOf(child);
   const bool same_zoom = last_zoom_.isValid() && last_zoom_.elapsed() < kOneZoomMs;
-  if (!same_zoom || document_.Zoom().IsEmpty()) document_.Zoom().Remember(graph);
+  if (!same_zoom || zoom.IsEmpty()) zoom.Remember(graph);
   last_zoom_.start();
-  const WheelAxes axes = AxesAt(layout_, position, modifiers);
+  const WheelAxes axes = AxesAt(frame ? frame->layout : layout_, at, modifiers);
   graph.BeginUpdate();
-  if (axes.x) ZoomAxis(graph.Axis(AxisId::X), position.x(), factor);
-  if (axes.y) ZoomAxis(graph.Axis(AxisId::Y), position.y(), factor);
-  if (axes.y2) ZoomAxis(graph.Axis(AxisId::Y2), position.y(), factor);
+  if (axes.x) ZoomAxis(graph.Axis(AxisId::X), at.x(), factor);
+  if (axes.y) ZoomAxis(graph.Axis(AxisId::Y), at.y(), factor);
+  if (axes.y2) ZoomAxis(graph.Axis(AxisId::Y2), at.y(), factor);
   graph.EndUpdate();
 }
 
+bool GraphCanvas::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      mode_->TakesKey(*this, static_cast<const QKeyEvent*>(event)->key())) {
+    event->accept();
+    return true;
+  }
+  return QWidget::event(event);
+}
+
 void GraphCanvas::keyPressEvent(QKeyEvent* event) {
-  ended_mode_.reset();
-  if (!mode_->KeyPress(*this, *event)) QWidget::keyPressEvent(event);
+  bool meant = false;
+  AtTheEdge([&] {
+    meant = true;  // also when it fails
+    meant = mode_->KeyPress(*this, *event) || WalkByKey(*event) || ChangeDataSetByKey(*event);
+  });
+  if (!meant) QWidget::keyPressEvent(event);
 }
 
 void GraphCanvas::keyReleaseEvent(QKeyEvent* event) {
-  ended_mode_.reset();
-  if (!mode_->KeyRelease(*this, *event)) QWidget::keyReleaseEvent(event);
+  bool meant = false;
+  AtTheEdge([&] { meant = mode_->KeyRelease(*this, *event); });
+  if (!meant) QWidget::keyReleaseEvent(event);
+}
+
+bool GraphCanvas::WalkByKey(const QKeyEvent& event) {
+  struct Row {
+    int key;
+    PointWalk walk;
+  };
+  static constexpr Row kRows[] = {
+      {Qt::Key_Left, PointWalk::Left},       {Qt::Key_Right, PointWalk::Right},
+      {Qt::Key_PageUp, PointWalk::PageLeft}, {Qt::Key_PageDown, PointWalk::PageRight},
+      {Qt::Key_Home, PointWalk::First},      {Qt::Key_End, PointWalk::Last},
+  };
+  for (const Row& row : kRows) {
+    if (row.key != event.key()) continue;
+    if (selection_.Walk(row.walk)) ShowPicked();
+    return true;
+  }
+  return false;
+}
+
+bool GraphCanvas::ChangeDataSetByKey(const QKeyEvent& event) {
+  const bool up = event.key() == Qt::Key_Up;
+  if (!up && event.key() != Qt::Key_Down) return false;
+  TxyGraph& graph = document_.Graph();
+  const auto picked = Picked();
+  const std::int32_t next = graph.CurrentSeriesIndex() + (up ? -1 : 1);
+  if (next < 0 || next >= static_cast<std::int32_t>(graph.SeriesCount())) return true;
+  graph.SetCurrentSeriesIndex(next);
+  Pick(picked ? PickPoint(graph, picked->x) : std::nullopt);
+  return true;
+}
+
+void GraphCanvas::Pick(const std::optional<PickedPoint>& point) {
+  selection_.Take(point);
+  ShowPicked();
+}
+
+QString GraphCanvas::PickedText() const {
+  return Picked() ? ToQt(PointText(document_.Graph(), Picked())) : QString();
+}
+
+void GraphCanvas::ShowPicked() {
+  update();
+  if (Picked()) {
+    TAxis& axis = document_.Graph().Axis(AxisId::X);
+    if (const auto range = RangeShowing(axis.Scale(), Picked()->x)) {
+      document_.Zoom().Remember(document_.Graph());
+      document_.Graph().BeginUpdate();
+      axis.SetMin(range->min);
+      axis.SetMax(range->max);
+      document_.Graph().EndUpdate();
+    }
+    emit readOutChanged(ToQt(IdleMouseText()) + "; " + PickedText());
+  }
+  NameForAssistance();
+  QAccessibleValueChangeEvent spoken(this, PickedText());
+  QAccessible::updateAccessibility(&spoken);
+}
+
+void GraphCanvas::NameForAssistance() {
+  const TSeries* series = document_.Graph().CurrentSeries();
+  QString name = tr("Graph %1").arg(ToQt(document_.Name()));
+  if (Picked() && series) name += ", " + ToQt(series->SeriesName()) + " " + PickedText();
+  setAccessibleName(name);  // tells that it changed, which screen readers speak
 }
 
 }  // namespace tarnwick

@@ -8,9 +8,12 @@
 #include <QWidget>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "app/canvas_mode.h"
 #include "app/document.h"
+#include "app/point_selection.h"
+#include "app/trace_layer.h"
 #include "graph/picking.h"
 #include "graph/plot_layout.h"
 
@@ -25,8 +28,16 @@ class GraphCanvas final : public QWidget {
   ~GraphCanvas() override;
 
   Document& GetDocument() const { return document_; }
-  /// Where everything of the picture is, at its present size.
-  const PlotLayout& Layout() const { return layout_; }
+  /// Where everything of the whole picture is, at its present size.
+  const PlotLayout& WholeLayout() const { return layout_; }
+  /// The same of the graph worked on. Modes get the mouse in its pixels and draw in them.
+  const PlotLayout& Layout() const;
+  /// Where those pixels begin on the canvas: at the frame of the selected inserted graph.
+  QPointF Origin() const;
+  /// The frame of an inserted graph; null while it is not drawn.
+  const ChildFrame* FrameOf(std::optional<std::size_t> child) const;
+  /// The topmost inserted graph there.
+  std::optional<std::size_t> ChildAt(QPointF place) const;
   /// Ends the present mode.
   void SetMode(std::unique_ptr<CanvasMode> mode);
 
@@ -38,8 +49,11 @@ class GraphCanvas final : public QWidget {
   void readOutChanged(const QString& text);
   /// The mouse button was let go: what hangs on the graph's state may be other now.
   void mouseReleased();
+  /// What mouse and keys mean is another thing now.
+  void modeChanged();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
@@ -57,11 +71,24 @@ class GraphCanvas final : public QWidget {
   void RenderPicture();
   void FollowMouse(QPointF position);
   void PaintHoveredPoint(QPainter& painter) const;
+  void PaintPickedPoint(QPainter& painter) const;
+  std::optional<QPointF> PlaceInPlot(const PickedPoint& point) const;
+  bool WalkByKey(const QKeyEvent& event);
+  bool ChangeDataSetByKey(const QKeyEvent& event);
+  void ShowPicked();
+  void NameForAssistance();
+  /// Does what an event asks for; an Error is told the user.
+  void AtTheEdge(const std::function<void()>& work);
+  void SelectGraphAt(QPointF place);
+  QMouseEvent Shifted(const QMouseEvent& event) const;
   void ZoomAt(QPointF position, Qt::KeyboardModifiers modifiers, double factor);
 
   Document& document_;
+  Prompt& prompt_;
   std::unique_ptr<CanvasMode> mode_;
-  std::unique_ptr<CanvasMode> ended_mode_;  // kept until the event it ended in is over
+  std::vector<std::unique_ptr<CanvasMode>> ended_modes_;  // kept until the event they ended in is over
+  PointSelection selection_;
+  TraceLayer traces_;
   QImage picture_;
   PlotLayout layout_;
   bool picture_stale_ = true;

@@ -33,17 +33,17 @@ void StorePlacement(TGraphWindow& window) {
   if (!area || window.isMinimized() || !window.isVisible()) return;
   const QSizeF room = area->viewport()->size();
   Document& document = window.GetDocument();
-  Dimensions dimensions = document.Graph().GetDimensions();
+  Dimensions dimensions = document.WholeGraph().GetDimensions();
   const QRectF place = window.isMaximized() ? QRectF({0, 0}, room) : QRectF(window.geometry());
   dimensions.hor_position = place.x() / room.width();
   dimensions.ver_position = place.y() / room.height();
   dimensions.hor_size = place.width() / room.width();
   dimensions.ver_size = place.height() / room.height();
-  document.Graph().SetDimensions(dimensions);
+  document.WholeGraph().SetDimensions(dimensions);
 }
 
 void ShowPlaced(TGraphWindow& window, Otherwise otherwise) {
-  const Dimensions& dimensions = window.GetDocument().Graph().GetDimensions();
+  const Dimensions& dimensions = window.GetDocument().WholeGraph().GetDimensions();
   const bool placed = IsPlace(dimensions);
   if (placed ? FillsAll(dimensions) : otherwise == Otherwise::FillWorkspace) {
     window.showMaximized();
