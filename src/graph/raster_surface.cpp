@@ -56,15 +56,19 @@ void RasterSurface::Fill(const QRect& rect, const RasterInk& ink) {
   const int top = std::max(rect.top(), clip_.top());
   const int bottom = std::min(rect.bottom(), clip_.bottom());
   if (left > right) return;
-  const int width = right - left + 1;
-  QRgb* row = pixels_ + top * row_ + left;
-  for (int y = top; y <= bottom; ++y, row += row_) {
-    if (ink.rest == 0) {
-      std::fill_n(row, width, ink.source);
-    } else {
-      std::transform(row, row + width, row,
-                     [&ink](QRgb below) { return ink.source + Scaled(below, ink.rest); });
+  QRgb* const first = pixels_ + top * row_ + left;
+  const int width = right - left + 1, height = bottom - top + 1;
+  if (ink.rest != 0) {
+    const auto over = [&ink](QRgb below) { return ink.source + Scaled(below, ink.rest); };
+    for (int column = 0; column < width; ++column) {
+      QRgb* pixel = first + column;
+      for (int row = height; row > 0; --row, pixel += row_) *pixel = over(*pixel);
     }
+  } else if (width == 1) {
+    QRgb* pixel = first;
+    for (int row = height; row > 0; --row, pixel += row_) *pixel = ink.source;
+  } else {
+    for (int row = 0; row < height; ++row) std::fill_n(first + row * row_, width, ink.source);
   }
 }
 

@@ -351,6 +351,7 @@ ThinnedLine ThinLine(const PointChain& points, const ThinningView& view) {
     KeepEveryPoint(points, range, ValueScan(view), assembler);
     return line;
   }
+  line.columns.reserve(static_cast<std::size_t>(columns) + 2);
   CellBuilder cells(assembler, view);
   ColumnWalk(points, range, view, cells).Run();
   return line;
