@@ -5,24 +5,9 @@
 #include <vector>
 
 #include "analysis/fit_job.h"
-#include "expr/block_evaluator.h"
+#include "fit/model_values.h"
 
 namespace tarnwick {
-namespace {
-
-std::vector<double> ModelValues(TCurFit& model, const std::vector<double>& x) {
-  std::vector<double> values(x.size());
-  if (const auto blocks = BlockEvaluator::Make(model, model.XValue())) {
-    blocks->Load();
-    blocks->Values(x, values);
-  } else {
-    for (std::size_t i = 0; i < x.size(); ++i) values[i] = model.Value(x[i]);
-  }
-  return values;
-}
-
-}  // namespace
-
 void FitResiduals(const TDataSeries& source, TDataSeries& target) {
   FitRunOptions options;
   options.points = FitPointChoice::All;

@@ -15,6 +15,7 @@
 #include "fit/minimise_newton.h"
 #include "fit/model_blocks.h"
 #include "fit/model_residuals.h"
+#include "fit/model_values.h"
 
 namespace tarnwick {
 namespace {
@@ -23,6 +24,10 @@ using EveryStep = std::function<void(std::span<const double>)>;
 
 /// A try whether more is to be had ends here at the latest.
 constexpr std::int32_t kProbeIterations = 50;
+/// Points that are enough to see whether residuals follow a pattern.
+constexpr std::size_t kPatternPoints = 4096;
+/// Residuals below this share of Y are rounding.
+constexpr double kRounding = 1e-12;
 /// Central differences stand in for exact derivatives with this relative accuracy.
 constexpr double kDifferenceAccuracy =
     8 * ModelBlocks::kDifferenceStep * ModelBlocks::kDifferenceStep;
@@ -78,6 +83,7 @@ class FitRun {
   void ProbeByNewton();
   void MeasureStart();
   void MeasureEnd();
+  double MeasurePattern();
   MinimiseOptions Options(std::int32_t iterations) const;
   bool ByNewton() const { return job_.settings.ProcType == FitProcType::cfp_Newton; }
 
@@ -195,9 +201,34 @@ void FitRun::MeasureEnd() {
   if (!residuals_->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
   FitFigures figures = ComputeFitFigures(*jacobian_, points);
   result_.statistics = std::move(figures.statistics);
+  result_.statistics.residual_correlation = MeasurePattern();
   result_.singular_directions = std::move(figures.singular_directions);
   result_.unmoved = std::move(figures.unmoved);
   result_.undefined_points += jacobian_->undefined;
+}
+
+/// Over evenly chosen points: a pattern shows in some thousand as well as in all. Undefined where the residuals are but the
+/// rounding of Y.
+double FitRun::MeasurePattern() {
+  const std::size_t step = job_.x.size() / kPatternPoints + 1;
+  std::vector<double> x;
+  std::vector<double> y;
+  x.reserve(kPatternPoints);
+  y.reserve(kPatternPoints);
+  for (std::size_t i = 0; i < job_.x.size(); i += step) {
+    x.push_back(job_.x[i]);
+    y.push_back(job_.y[i]);
+  }
+  residuals_->StoreInModel(result_.values);
+  std::vector<double> rest = ModelValues(model_, x);
+  double size = 0;
+  double greatest = 0;
+  for (std::size_t i = 0; i < rest.size(); ++i) {
+    rest[i] = y[i] - rest[i];
+    greatest = std::max(greatest, std::abs(rest[i]));
+    size = std::max(size, std::abs(y[i]));
+  }
+  return greatest > kRounding * size ? NeighbourCorrelation(rest) : kUndefined;
 }
 
 FitResult FitRun::Run() {

@@ -66,7 +66,8 @@ std::vector<Figure> Figures(const FitStatistics& statistics) {
           {"r_squared", statistics.r_squared},
           {"adjusted_r_squared", statistics.adjusted_r_squared},
           {"aic", statistics.aic},
-          {"bic", statistics.bic}};
+          {"bic", statistics.bic},
+          {"residual_correlation", statistics.residual_correlation}};
 }
 
 // --- the document

@@ -23,6 +23,8 @@ struct FitStatistics {
   double adjusted_r_squared = 0;
   double aic = 0;
   double bic = 0;
+  /// Of neighbouring residuals along X: near 0 where they scatter, near 1 where they follow a pattern.
+  double residual_correlation = 0;
   std::vector<double> standard_errors;  ///< k, in the order of the varied parameters
   std::vector<double> covariance;       ///< k x k, row by row
   std::vector<double> correlation;      ///< k x k, row by row

@@ -235,6 +235,14 @@ FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints
   return figures;
 }
 
+double NeighbourCorrelation(std::span<const double> residuals) {
+  if (residuals.size() < 2) return kUndefined;
+  double products = 0;
+  for (std::size_t i = 1; i < residuals.size(); ++i) products += residuals[i - 1] * residuals[i];
+  const double squares = SumOf(residuals, [](double value) { return value * value; });
+  return squares > 0 ? products / squares : kUndefined;
+}
+
 double SumAboutMean(std::span<const double> y) {
   if (y.empty()) return 0;
   const double mean = SumOf(y, [](double value) { return value; }) / static_cast<double>(y.size());

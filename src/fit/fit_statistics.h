@@ -36,6 +36,10 @@ struct FitFigures {
 /// Figures that do not exist (dof = 0, tss = 0, a parameter that is not determined) are undefined.
 FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints& points);
 
+/// Sum of products of neighbours over the sum of squares: the lag-one correlation of residuals in the order of X. Undefined
+/// for fewer than two or when all are zero.
+double NeighbourCorrelation(std::span<const double> residuals);
+
 /// Sum of (y - mean y)^2 in two passes.
 double SumAboutMean(std::span<const double> y);
 

@@ -18,6 +18,9 @@ constexpr double kGainWorthNaming = 1e-9;
 // A finishing run that moves the parameters by less than this is not worth a word.
 constexpr double kDistanceWorthNaming = 0.01;
 constexpr double kStrongCorrelation = 0.99;
+// Neighbouring residuals more alike than this, and by more standard errors than that, follow a pattern.
+constexpr double kPattern = 0.5;
+constexpr double kPatternCertainty = 4;
 constexpr std::size_t kCorrelationsNamed = 3;
 
 std::string Number(double value) {
@@ -217,6 +220,15 @@ void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) 
   }
 }
 
+void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
+  const double correlation = result.statistics.residual_correlation;
+  const double points = static_cast<double>(result.statistics.points);
+  if (!(correlation > kPattern && correlation * std::sqrt(points) > kPatternCertainty)) return;
+  notes.emplace_back(
+      "The residuals follow a pattern along X instead of scattering: the model leaves something "
+      "out, or other starting values lead to a better fit.");
+}
+
 void NoteFinishingStep(const FitResult& result, std::vector<std::string>& notes) {
   if (DistanceToBestFit(result) < kDistanceWorthNaming) return;
   const double gain = result.outcome.value - *result.newton_sum_of_squares;
@@ -283,6 +295,7 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
   NoteUndetermined(result, verdict.notes);
   NoteStuck(result, verdict.notes);
   NoteFinishingStep(result, verdict.notes);
+  NotePattern(result, verdict.notes);
   NoteCorrelations(result, verdict.notes);
   NotePoints(result, circumstances, verdict.notes);
   return verdict;

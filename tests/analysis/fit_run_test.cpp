@@ -218,6 +218,22 @@ TEST(RunFit, HintsAtASignBeforeAPower) {
   }
 }
 
+TEST(RunFit, TellsAPatternFromScatter) {
+  for (const bool line : {true, false}) {
+    TDataSeries series;
+    FillDecay(series, 10000);
+    FitSettings settings = Decay(FitProcType::cfp_Newton);
+    if (line) settings.Expression = "a+b*x+0*c";
+    series.Fit().SetSettings(settings, true);
+    const double correlation = Fit(series).statistics.residual_correlation;
+    if (line) {
+      EXPECT_GT(correlation, 0.9);
+    } else {
+      EXPECT_LT(correlation, 0.5);
+    }
+  }
+}
+
 /// Cancels at a given call of Advance.
 class Stopper final : public Progress {
  public:

@@ -131,6 +131,13 @@ TEST(FitStatistics, NothingVariedStillHasQuality) {
   EXPECT_THAT(figures.statistics.standard_errors, IsEmpty());
 }
 
+TEST(FitStatistics, NeighboursTellScatterFromPattern) {
+  EXPECT_NEAR(NeighbourCorrelation(std::vector<double>{1, -1, 1, -1}), -0.75, 1e-15);
+  EXPECT_NEAR(NeighbourCorrelation(std::vector<double>{1, 1, -1, -1}), 0.25, 1e-15);
+  EXPECT_TRUE(IsUndefined(NeighbourCorrelation(std::vector<double>{0, 0})));
+  EXPECT_TRUE(IsUndefined(NeighbourCorrelation(std::vector<double>{1})));
+}
+
 TEST(FitStatistics, SumAboutTheMeanKeepsItsDigitsFarFromZero) {
   std::vector<double> y;
   for (int i = 0; i < 3001; ++i) y.push_back(1e9 + (i % 2 == 0 ? 0.5 : -0.5));

@@ -111,6 +111,15 @@ const Situation kSituations[] = {
     {"correlated", [](FitResult& r, auto&) { r.statistics.correlation[5] = -0.9975; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.",
      "b and c are strongly correlated (-0.9975)"},
+    {"pattern", [](FitResult& r, auto&) { r.statistics.residual_correlation = 0.8; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "The residuals follow a pattern along X"},
+    {"pattern of a few",
+     [](FitResult& r, auto&) {
+       r.statistics.residual_correlation = 0.8;
+       r.statistics.points = 20;
+     },
+     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
     {"short of the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 1.5; }, false,
      "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
      "improves it.",
