@@ -8,6 +8,10 @@
 namespace tarnwick {
 namespace {
 
+/// Graphs inserted one after the other do not hide each other: each stands this share of the parent further on.
+constexpr double kCascadeStep = 0.05;
+constexpr std::size_t kCascade = 8;
+
 /// Where a side of that length may begin so that enough of it can be seen.
 int WithinReach(int begin, int length, int whole) {
   const int seen = std::min(kSmallestChild, whole);
@@ -19,7 +23,10 @@ int WithinReach(int begin, int length, int whole) {
 std::size_t InsertChild(TxyGraph& graph, const std::string& title) {
   graph.BeginUpdate();
   TxyChildGr& child = graph.AddChild();
-  const Dimensions dimensions = child.GetDimensions();
+  Dimensions dimensions = child.GetDimensions();
+  const std::size_t step = (graph.Children().size() - 1) % kCascade;
+  dimensions.hor_position -= kCascadeStep * static_cast<double>(step);
+  dimensions.ver_position += kCascadeStep * static_cast<double>(step);
   DefaultAppearance(child, title);
   child.SetDimensions(dimensions);  // its narrower margins leave room for a plot
   graph.EndUpdate();

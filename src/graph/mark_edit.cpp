@@ -109,12 +109,7 @@ void SetBaseLineFromCurrentMark(TxyGraph& graph) {
   SetBaseLine(series, CurrentMark(graph));
 }
 
-void MoveXOrigin(TxyGraph& graph, const Mark* mark) {
-  if (mark == nullptr) throw Error(kNoMarkFound);
-  if (mark->type != MarkType::Vertical || !std::isfinite(mark->x1)) {
-    throw Error("Mark must be a Vertical Line");
-  }
-  const double shift = -mark->x1;
+void ShiftGraphX(TxyGraph& graph, double shift) {
   if (shift == 0) return;
   graph.BeginUpdate();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) graph.Series(i).ShiftX(shift);
@@ -124,6 +119,14 @@ void MoveXOrigin(TxyGraph& graph, const Mark* mark) {
     graph.Marks().SetMark(moved);
   }
   graph.EndUpdate();
+}
+
+void MoveXOrigin(TxyGraph& graph, const Mark* mark) {
+  if (mark == nullptr) throw Error(kNoMarkFound);
+  if (mark->type != MarkType::Vertical || !std::isfinite(mark->x1)) {
+    throw Error("Mark must be a Vertical Line");
+  }
+  ShiftGraphX(graph, -mark->x1);
 }
 
 void MoveXOriginToCurrentMark(TxyGraph& graph) {

@@ -44,6 +44,8 @@ void SetBaseLine(TSeries& series, const Mark* mark);
 /// must be Plotted in Main Axes!".
 void SetBaseLineFromCurrentMark(TxyGraph& graph);
 
+/// Moves every DataSet in X, and the marks along: vertical lines, points and both ends of lines.
+void ShiftGraphX(TxyGraph& graph, double shift);
 /// Moves every DataSet and every mark in X so that a vertical mark comes to stand at 0. Throws Error "No Mark Found!" (null)
 /// and "Mark must be a Vertical Line"; nothing is changed then.
 void MoveXOrigin(TxyGraph& graph, const Mark* mark);

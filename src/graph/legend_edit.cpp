@@ -1,0 +1,38 @@
+#include "graph/legend_edit.h"
+
+#include <cmath>
+
+#include "graph/plot_layout.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+
+void ResetLegend(TxyGraph& graph) {
+  Legend legend;
+  legend.font = graph.GetLegend().font;
+  legend.left = graph.PixelOrigin(AxisId::X);
+  legend.top = graph.PixelOrigin(AxisId::Y);
+  legend.height = 24;
+  graph.SetLegend(legend);
+}
+
+void SetLegendLayout(TxyGraph& graph, LegendLayout mode, const TextMetrics& metrics) {
+  Legend legend = graph.GetLegend();
+  legend.visible = true;
+  const QSizeF size(graph.ClientWidth(), graph.ClientHeight());
+  const PlotLayout layout = LayoutPlot(graph, size, metrics);
+  if (mode == LegendLayout::Free && layout.legend) {
+    const QRectF& frame = layout.legend->frame;
+    const auto whole = [](double pixels) { return static_cast<std::int32_t>(std::ceil(pixels)); };
+    legend.left = static_cast<std::int32_t>(std::lround(frame.left()));
+    legend.top = static_cast<std::int32_t>(std::lround(frame.top()));
+    legend.width = whole(frame.width());
+    legend.height = whole(frame.height());
+  } else if (legend.layout_mode == LegendLayout::Free) {
+    legend.width = 0;  // a width of its own would squeeze the others
+  }
+  legend.layout_mode = mode;
+  graph.SetLegend(legend);
+}
+
+}  // namespace tarnwick
