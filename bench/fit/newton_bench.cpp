@@ -1,0 +1,270 @@
+// Whole fits beside their limit: a hand-written Levenberg-Marquardt method with analytic derivatives that accumulates its
+// normal equations in one pass, one thread; and beside cminpack and GSL on hand-written residuals and derivatives. Figures to
+// compare, time by Limit: Newton/0/1 at most 1.5 and Newton/0/2 (two threads) at most 0.8, Newton/1/1 at most 2, Newton/2/1 at
+// most 4. Each reports its evaluations.
+#include <benchmark/benchmark.h>
+#include <cminpack-1/cminpack.h>
+#include <gsl/gsl_multifit_nlinear.h>
+
+#include <Eigen/Dense>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fit/curve_fit.h"
+#include "fit/minimise_newton.h"
+
+namespace {
+
+using namespace tarnwick;
+
+/// Gaussian peaks (height, place, width each) on a line (slope, offset).
+double Peaks(double x, const double* p, int peaks, double* derivatives) {
+  double value = 0;
+  for (int k = 0; k < peaks; ++k, p += 3, derivatives += 3) {
+    const double t = (x - p[1]) / p[2];
+    const double g = std::exp(-t * t);
+    value += p[0] * g;
+    derivatives[0] = g;
+    derivatives[1] = 2 * p[0] * g * t / p[2];
+    derivatives[2] = derivatives[1] * t;
+  }
+  derivatives[0] = x;
+  derivatives[1] = 1;
+  return value + p[0] * x + p[1];
+}
+
+struct Problem {
+  int peaks;
+  int parameters;
+  std::vector<double> start;
+  std::vector<double> x;
+  std::vector<double> y;
+  std::string expression;
+};
+
+Problem MakeProblem(int peaks, std::size_t points) {
+  Problem problem;
+  problem.peaks = peaks;
+  problem.parameters = 3 * peaks + 2;
+  std::vector<double> truth;
+  for (int k = 0; k < peaks; ++k) {
+    const double place = (k + 0.5) * 10 / peaks;
+    const double width = 2.5 / peaks;
+    truth.insert(truth.end(), {3.0 + k, place, width});
+    problem.start.insert(problem.start.end(), {3.5 + 0.8 * k, place + 0.2 * width, 1.2 * width});
+    const std::string n = std::to_string(k);
+    problem.expression += "a" + n + "*exp(0-((x-b" + n + ")/c" + n + ")^2)+";
+  }
+  truth.insert(truth.end(), {0.3, 1});
+  problem.start.insert(problem.start.end(), {0.1, 0.5});
+  problem.expression += "d*x+e";
+
+  std::vector<double> unused(truth.size());
+  unsigned state = 1;
+  for (std::size_t i = 0; i < points; ++i) {
+    state = state * 1664525U + 1013904223U;
+    const double x = 10 * static_cast<double>(i) / static_cast<double>(points);
+    problem.x.push_back(x);
+    problem.y.push_back(Peaks(x, truth.data(), peaks, unused.data()) +
+                        0.2 * (static_cast<double>(state) / 4294967296.0 - 0.5));
+  }
+  return problem;
+}
+
+const Problem& ProblemNumber(std::int64_t number) {
+  static const Problem problems[] = {MakeProblem(1, 1'000'000), MakeProblem(5, 100'000),
+                                     MakeProblem(1, 1'000)};
+  return problems[number];
+}
+
+// --- the limit
+
+template <int kPeaks>
+struct Sums {
+  static constexpr int kCount = 3 * kPeaks + 2;
+  double jj[kCount * kCount] = {};
+  double jr[kCount] = {};
+  double rr = 0;
+
+  void Accumulate(const Problem& problem, const double* p) {
+    double j[kCount];
+    *this = {};
+    for (std::size_t i = 0; i < problem.x.size(); ++i) {
+      const double r = Peaks(problem.x[i], p, kPeaks, j) - problem.y[i];
+      rr += r * r;
+      for (int a = 0; a < kCount; ++a) {
+        jr[a] += j[a] * r;
+        for (int b = 0; b <= a; ++b) jj[a * kCount + b] += j[a] * j[b];
+      }
+    }
+  }
+};
+
+template <int kPeaks>
+int FitByHand(const Problem& problem, std::vector<double>& p) {
+  constexpr int kCount = Sums<kPeaks>::kCount;
+  using Square = Eigen::Matrix<double, kCount, kCount, Eigen::RowMajor>;
+  using Vector = Eigen::Matrix<double, kCount, 1>;
+  auto here = std::make_unique<Sums<kPeaks>>();
+  auto there = std::make_unique<Sums<kPeaks>>();
+  here->Accumulate(problem, p.data());
+  int evaluations = 1;
+  double damping = 1e-3;
+  for (int i = 0; i < 100; ++i) {
+    Square matrix = Eigen::Map<const Square>(here->jj);
+    matrix.diagonal() *= 1 + damping;
+    const Vector step =
+        matrix.template selfadjointView<Eigen::Lower>().llt().solve(Eigen::Map<Vector>(here->jr));
+    std::vector<double> q = p;
+    for (int k = 0; k < kCount; ++k) q[static_cast<std::size_t>(k)] -= step[k];
+    there->Accumulate(problem, q.data());
+    ++evaluations;
+    if (!(there->rr < here->rr)) {
+      if (std::abs(there->rr - here->rr) <= 1e-10 * here->rr) break;
+      damping *= 10;
+      continue;
+    }
+    const bool done = here->rr - there->rr <= 1.5e-8 * here->rr;
+    p = q;
+    std::swap(here, there);
+    damping /= 10;
+    if (done) break;
+  }
+  return evaluations;
+}
+
+void Limit(benchmark::State& state) {
+  const Problem& problem = ProblemNumber(state.range(0));
+  int evaluations = 0;
+  for (auto _ : state) {
+    std::vector<double> p = problem.start;
+    evaluations = problem.peaks == 1 ? FitByHand<1>(problem, p) : FitByHand<5>(problem, p);
+    benchmark::DoNotOptimize(p.data());
+  }
+  state.counters["evaluations"] = evaluations;
+}
+BENCHMARK(Limit)->DenseRange(0, 2)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+// --- ours, everything included: a model made, compiled, fitted and given its values
+
+void Newton(benchmark::State& state) {
+  const Problem& problem = ProblemNumber(state.range(0));
+  double evaluations = 0;
+  for (auto _ : state) {
+    TCurFit model;
+    for (std::size_t j = 0; j < problem.start.size(); ++j) {
+      ParameterSettings parameter;
+      const bool of_line = j + 2 >= problem.start.size();
+      parameter.Name = of_line ? (j + 1 == problem.start.size() ? "e" : "d")
+                               : std::string(1, "abc"[j % 3]) + std::to_string(j / 3);
+      parameter.Value = problem.start[j];
+      parameter.Vary = true;
+      model.AddParameter(std::make_unique<TDBLParameter>(parameter));
+    }
+    model.SetExpression(problem.expression);
+    model.Prepare();
+    ModelResiduals residuals(model, {problem.x, problem.y}, static_cast<int>(state.range(1)));
+    NoProgress progress;
+    const NewtonOutcome fit = MinimiseNewton(residuals, residuals.Start(), {}, progress);
+    residuals.StoreInModel(fit.outcome.p);
+    if (fit.outcome.why != StopReason::Converged) state.SkipWithError("not converged");
+    evaluations = static_cast<double>(fit.outcome.evaluations);
+  }
+  state.counters["evaluations"] = evaluations;
+}
+BENCHMARK(Newton)->ArgsProduct({{0, 1, 2}, {1, 2}})->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+// --- peers
+
+struct Counted {
+  const Problem& problem;
+  int evaluations = 0;
+};
+
+int MinpackFunction(void* data, int m, int n, const double* p, double* r, double* jacobian, int ld,
+                    int flag) {
+  auto& counted = *static_cast<Counted*>(data);
+  const Problem& problem = counted.problem;
+  double j[32];
+  if (flag == 1) ++counted.evaluations;
+  for (int i = 0; i < m; ++i) {
+    const auto at = static_cast<std::size_t>(i);
+    const double value = Peaks(problem.x[at], p, problem.peaks, j);
+    if (flag == 1) {
+      r[i] = value - problem.y[at];
+    } else {
+      for (int k = 0; k < n; ++k) jacobian[i + k * ld] = j[k];
+    }
+  }
+  return 0;
+}
+
+void Cminpack(benchmark::State& state) {
+  const Problem& problem = ProblemNumber(state.range(0));
+  const auto m = static_cast<int>(problem.x.size());
+  const int n = problem.parameters;
+  Counted counted{problem};
+  for (auto _ : state) {
+    counted.evaluations = 0;
+    std::vector<double> p = problem.start;
+    std::vector<double> r(problem.x.size());
+    std::vector<double> jacobian(problem.x.size() * p.size());
+    std::vector<int> pivots(p.size());
+    std::vector<double> work(5 * p.size() + problem.x.size());
+    const int info = lmder1(&MinpackFunction, &counted, m, n, p.data(), r.data(), jacobian.data(),
+                            m, 1.5e-8, pivots.data(), work.data(), static_cast<int>(work.size()));
+    if (info < 1 || info > 3) state.SkipWithError("not converged");
+  }
+  state.counters["evaluations"] = counted.evaluations;
+}
+BENCHMARK(Cminpack)->DenseRange(0, 2)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+int GslResiduals(const gsl_vector* p, void* data, gsl_vector* r) {
+  auto& counted = *static_cast<Counted*>(data);
+  double j[32];
+  ++counted.evaluations;
+  for (std::size_t i = 0; i < counted.problem.x.size(); ++i)
+    gsl_vector_set(
+        r, i,
+        Peaks(counted.problem.x[i], p->data, counted.problem.peaks, j) - counted.problem.y[i]);
+  return GSL_SUCCESS;
+}
+
+int GslJacobian(const gsl_vector* p, void* data, gsl_matrix* jacobian) {
+  const auto& counted = *static_cast<Counted*>(data);
+  for (std::size_t i = 0; i < counted.problem.x.size(); ++i)
+    Peaks(counted.problem.x[i], p->data, counted.problem.peaks, gsl_matrix_ptr(jacobian, i, 0));
+  return GSL_SUCCESS;
+}
+
+void Gsl(benchmark::State& state) {
+  const Problem& problem = ProblemNumber(state.range(0));
+  Counted counted{problem};
+  for (auto _ : state) {
+    counted.evaluations = 0;
+    gsl_multifit_nlinear_fdf fdf = {};
+    fdf.f = &GslResiduals;
+    fdf.df = &GslJacobian;
+    fdf.n = problem.x.size();
+    fdf.p = problem.start.size();
+    fdf.params = &counted;
+    const gsl_multifit_nlinear_parameters parameters = gsl_multifit_nlinear_default_parameters();
+    gsl_multifit_nlinear_workspace* const work =
+        gsl_multifit_nlinear_alloc(gsl_multifit_nlinear_trust, &parameters, fdf.n, fdf.p);
+    const gsl_vector_const_view start =
+        gsl_vector_const_view_array(problem.start.data(), problem.start.size());
+    gsl_multifit_nlinear_init(&start.vector, &fdf, work);
+    int info = 0;
+    if (gsl_multifit_nlinear_driver(100, 1e-8, 1e-8, 1e-8, nullptr, nullptr, &info, work) !=
+        GSL_SUCCESS)
+      state.SkipWithError("not converged");
+    gsl_multifit_nlinear_free(work);
+  }
+  state.counters["evaluations"] = counted.evaluations;
+}
+BENCHMARK(Gsl)->DenseRange(0, 2)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+}  // namespace
