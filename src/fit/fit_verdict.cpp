@@ -73,6 +73,12 @@ bool NoBetterThanMean(const FitResult& result) {
   return result.statistics.r_squared <= 0;
 }
 
+bool FollowsPattern(const FitResult& result) {
+  const double correlation = result.statistics.residual_correlation;
+  const auto points = static_cast<double>(result.statistics.points);
+  return correlation > kPattern && correlation * std::sqrt(points) > kPatternCertainty;
+}
+
 bool AllDetermined(const FitResult& result) {
   return result.singular_directions.empty() && result.unmoved.empty();
 }
@@ -157,6 +163,8 @@ std::string WhatTheDataSay(const FitResult& result) {
   if (result.statistics.degrees_of_freedom == 0)
     return ": there are as many points as parameters, so no errors can be stated.";
   if (result.undefined_points > 0) return ", but not every point could be used.";
+  if (FollowsPattern(result))
+    return ": the parameters are determined by the data, but the residuals follow a pattern.";
   return ": the parameters are determined by the data.";
 }
 
@@ -221,9 +229,7 @@ void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) 
 }
 
 void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
-  const double correlation = result.statistics.residual_correlation;
-  const double points = static_cast<double>(result.statistics.points);
-  if (!(correlation > kPattern && correlation * std::sqrt(points) > kPatternCertainty)) return;
+  if (!FollowsPattern(result)) return;
   notes.emplace_back(
       "The residuals follow a pattern along X instead of scattering: the model leaves something "
       "out, or other starting values lead to a better fit.");

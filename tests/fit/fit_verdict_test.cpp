@@ -112,7 +112,8 @@ const Situation kSituations[] = {
      "Converged after 9 iterations: the parameters are determined by the data.",
      "b and c are strongly correlated (-0.9975)"},
     {"pattern", [](FitResult& r, auto&) { r.statistics.residual_correlation = 0.8; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
+     "Converged after 9 iterations: the parameters are determined by the data, but the residuals "
+     "follow a pattern.",
      "The residuals follow a pattern along X"},
     {"pattern of a few",
      [](FitResult& r, auto&) {
