@@ -18,6 +18,8 @@ constexpr CommandRow kCommands[] = {
     {"differentiate", "The derivative of a DataSet", &DeclareDifferentiate},
     {"area", "The area between a DataSet and its base line", &DeclareArea},
     {"total", "The sum of a DataSet's points, base line subtracted", &DeclareTotal},
+    {"baseline", "A DataSet's base line, by numbers or from a mark", &DeclareBaseline},
+    {"shift", "Move a graph in X, by a number or to a mark", &DeclareShift},
     {"fit", "Fit a model to a DataSet: values, errors, verdict", &DeclareFit},
     {"report", "The fitting model of a file or DataSet, as text", &DeclareReport},
     {"axes", "The three axes after autoscaling, their ticks and pixels", &DeclareAxes},

@@ -19,6 +19,8 @@ void DeclareHistogram(CLI::App& command, Action& action);
 void DeclareDifferentiate(CLI::App& command, Action& action);
 void DeclareArea(CLI::App& command, Action& action);
 void DeclareTotal(CLI::App& command, Action& action);
+void DeclareBaseline(CLI::App& command, Action& action);
+void DeclareShift(CLI::App& command, Action& action);
 void DeclareFit(CLI::App& command, Action& action);
 void DeclareAxes(CLI::App& command, Action& action);
 void DeclareReport(CLI::App& command, Action& action);

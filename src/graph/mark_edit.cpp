@@ -81,25 +81,28 @@ bool MoveMark(TxyGraph& graph, std::int32_t id, const PixelWay& way) {
   return true;
 }
 
+void SetBaseLine(TSeries& series, const BaseLine& line) {
+  series.BeginUpdate();
+  // Automatic zero would move the line away again with the next edit.
+  series.SetAutoZero(false);
+  series.SetBaseLineSlope(line.slope);
+  series.SetZeroValue(line.offset);
+  series.EndUpdate();
+}
+
 void SetBaseLine(TSeries& series, const Mark* mark) {
   if (mark == nullptr) throw Error(kNoMarkFound);
-  double slope = 0;
-  double zero = mark->y1;
+  BaseLine line{mark->y1, 0};
   if (mark->type == MarkType::Line) {
-    slope = (mark->y2 - mark->y1) / (mark->x2 - mark->x1);
-    zero = (mark->y1 * mark->x2 - mark->y2 * mark->x1) / (mark->x2 - mark->x1);
-    if (!std::isfinite(slope) || !std::isfinite(zero)) {
+    line.slope = (mark->y2 - mark->y1) / (mark->x2 - mark->x1);
+    line.offset = (mark->y1 * mark->x2 - mark->y2 * mark->x1) / (mark->x2 - mark->x1);
+    if (!std::isfinite(line.slope) || !std::isfinite(line.offset)) {
       throw Error("Mark Can Not be a Vertical Line");
     }
   } else if (mark->type != MarkType::Horizontal) {
     throw Error("Mark must be Either Linier or Horizontal");
   }
-  series.BeginUpdate();
-  // Automatic zero would move the line away again with the next edit.
-  series.SetAutoZero(false);
-  series.SetBaseLineSlope(slope);
-  series.SetZeroValue(zero);
-  series.EndUpdate();
+  SetBaseLine(series, line);
 }
 
 void SetBaseLineFromCurrentMark(TxyGraph& graph) {

@@ -36,6 +36,13 @@ Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way);
 /// Moves a mark so; false when no mark has that ID.
 bool MoveMark(TxyGraph& graph, std::int32_t id, const PixelWay& way);
 
+/// The line offset + slope * X.
+struct BaseLine {
+  double offset = 0;
+  double slope = 0;
+};
+/// Gives a DataSet that base line; its automatic zero goes off.
+void SetBaseLine(TSeries& series, const BaseLine& line);
 /// Makes a horizontal or line mark the base line of a DataSet, whose automatic zero goes off. Throws Error "No Mark Found!"
 /// (null), "Mark Can Not be a Vertical Line" (a segment that is one), "Mark must be Either Linier or Horizontal"; nothing
 /// is changed then.
