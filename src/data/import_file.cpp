@@ -125,6 +125,31 @@ void CountRows(const ImportSource& source, SourceSummary& summary, Progress& pro
   }
 }
 
+ImportResult LoadColumns(const ImportSource& source, const ImportOptions& options,
+                         const LoadOptions& load, const SeriesFactory& make) {
+  const ChosenColumns columns = ChooseColumns(source, options);
+  ImportResult result;
+  std::vector<TDataSeries*> series;
+  for (const std::int32_t y : columns.y) {
+    result.series.push_back(make());
+    series.push_back(result.series.back().get());
+    Describe(*series.back(), source, options, columns.x, y);
+  }
+  result.reports = series.size() == 1
+                       ? std::vector{LoadDataSet(*series.front(), *source.supplier, load)}
+                       : LoadShared(series, *source.supplier, load);
+  result.x_name = source.NameOf(columns.x);
+  result.x_is_date = IsDate(source, columns.x, options.x_format);
+  result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
+  result.cancelled = result.reports.front().cancelled;
+  RequirePoints(result, options, source.supplier->Describe());
+  return result;
+}
+
+Progress& ProgressOf(const LoadOptions& load, Progress& unseen) {
+  return load.progress != nullptr ? *load.progress : unseen;
+}
+
 }  // namespace
 
 void ImportOptions::Validate() const {
@@ -144,25 +169,15 @@ std::unique_ptr<TDataSeries> MakeDataSeries() {
 ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options,
                         const LoadOptions& load, const SeriesFactory& make) {
   NoProgress unseen;
-  const ImportSource source =
-      OpenImportSource(path, options, load.progress != nullptr ? *load.progress : unseen);
-  const ChosenColumns columns = ChooseColumns(source, options);
-  ImportResult result;
-  std::vector<TDataSeries*> series;
-  for (const std::int32_t y : columns.y) {
-    result.series.push_back(make());
-    series.push_back(result.series.back().get());
-    Describe(*series.back(), source, options, columns.x, y);
-  }
-  result.reports = series.size() == 1
-                       ? std::vector{LoadDataSet(*series.front(), *source.supplier, load)}
-                       : LoadShared(series, *source.supplier, load);
-  result.x_name = source.NameOf(columns.x);
-  result.x_is_date = IsDate(source, columns.x, options.x_format);
-  result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
-  result.cancelled = result.reports.front().cancelled;
-  RequirePoints(result, options, source.supplier->Describe());
-  return result;
+  return LoadColumns(OpenImportSource(path, options, ProgressOf(load, unseen)), options, load,
+                     make);
+}
+
+ImportResult ImportText(std::string text, const std::string& name, const ImportOptions& options,
+                        const LoadOptions& load, const SeriesFactory& make) {
+  NoProgress unseen;
+  return LoadColumns(ExamineText(std::move(text), name, options, ProgressOf(load, unseen)), options,
+                     load, make);
 }
 
 SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,

@@ -61,6 +61,12 @@ struct ImportResult {
 ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options = {},
                         const LoadOptions& load = {}, const SeriesFactory& make = MakeDataSeries);
 
+/// The same for a text that is no file's (UTF-8, or what a text file may be): nothing is read again. `name` is for
+/// messages.
+ImportResult ImportText(std::string text, const std::string& name,
+                        const ImportOptions& options = {}, const LoadOptions& load = {},
+                        const SeriesFactory& make = MakeDataSeries);
+
 struct ColumnSummary {
   std::int32_t index = 0;
   std::string name;

@@ -54,12 +54,13 @@ void OpenBinary(MappedFile file, const std::string& name, const ImportOptions& o
   if (options.headers) source.info.FileHasHeaders = *options.headers;
 }
 
-void OpenText(MappedFile file, const std::string& name, const ImportOptions& options,
+void OpenText(std::shared_ptr<const TextSource> text, const ImportOptions& options,
               ImportSource& source, Progress& progress) {
-  auto text = std::make_shared<const TextSource>(std::move(file), name);
   LoadProgress examining(&progress);
   const std::string_view all = text->Text();
-  if (all.size() > kLargeText) examining.Begin(kTitle, name, static_cast<std::int64_t>(all.size()));
+  if (all.size() > kLargeText) {
+    examining.Begin(kTitle, text->Name(), static_cast<std::int64_t>(all.size()));
+  }
   const TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
   source.info.DataSource = DataSourceKind::Text;
   format.ApplyTo(source.info);
@@ -79,9 +80,19 @@ ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOpt
   if (IsUnformatted(file.Bytes())) {
     OpenBinary(std::move(file), name, options, source);
   } else {
-    OpenText(std::move(file), name, options, source, progress);
+    OpenText(std::make_shared<const TextSource>(std::move(file), name), options, source, progress);
   }
   source.info.DatasourceInfo = Location(path);
+  source.info.active = true;
+  ApplyRows(options, source.info);
+  return source;
+}
+
+ImportSource ExamineText(std::string text, const std::string& name, const ImportOptions& options,
+                         Progress& progress) {
+  options.Validate();
+  ImportSource source;
+  OpenText(std::make_shared<const TextSource>(std::move(text), name), options, source, progress);
   source.info.active = true;
   ApplyRows(options, source.info);
   return source;

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -37,5 +38,9 @@ struct ImportSource {
 /// Examining a large text progresses by bytes.
 ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
                               Progress& progress);
+
+/// The same for a text that is no file's, which nothing can read again. `name` is for messages.
+ImportSource ExamineText(std::string text, const std::string& name, const ImportOptions& options,
+                         Progress& progress);
 
 }  // namespace tarnwick

@@ -35,11 +35,11 @@ void MakeTimeAxis(TAxis& axis, const Range& range) {
   axis.SetDateTimeFormat(SuggestDateFormat(range.min, range.max));
 }
 
-}  // namespace
+std::unique_ptr<TDataSeries> MakeSeries() {
+  return std::make_unique<TSeries>();
+}
 
-std::vector<LoadReport> ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
-                                        const ImportOptions& options, const LoadOptions& load) {
-  ImportResult result = ImportFile(path, options, load, [] { return std::make_unique<TSeries>(); });
+std::vector<LoadReport> AddToGraph(TxyGraph& graph, ImportResult result) {
   if (result.cancelled) return std::move(result.reports);
   graph.BeginUpdate();
   if (result.x_is_date) {
@@ -49,11 +49,25 @@ std::vector<LoadReport> ImportIntoGraph(TxyGraph& graph, const std::filesystem::
     MakeTimeAxis(graph.Axis(AxisId::Y), RangeOf(result, &Extremes::y_min, &Extremes::y_max));
   }
   for (auto& series : result.series) {
-    // The factory above made nothing but TSeries.
+    // MakeSeries made nothing but TSeries.
     graph.AddSeries(std::unique_ptr<TSeries>(static_cast<TSeries*>(series.release())));
   }
   graph.EndUpdate();
   return std::move(result.reports);
+}
+
+}  // namespace
+
+std::vector<LoadReport> ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
+                                        const ImportOptions& options, const LoadOptions& load) {
+  return AddToGraph(graph, ImportFile(path, options, load, MakeSeries));
+}
+
+std::vector<LoadReport> ImportTextIntoGraph(TxyGraph& graph, std::string text,
+                                            const std::string& name, const LoadOptions& load) {
+  ImportOptions options;
+  options.every = 1;
+  return AddToGraph(graph, ImportText(std::move(text), name, options, load, MakeSeries));
 }
 
 }  // namespace tarnwick

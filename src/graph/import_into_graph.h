@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "data/import_file.h"
@@ -17,5 +18,10 @@ class TxyGraph;
 std::vector<LoadReport> ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
                                         const ImportOptions& options = {},
                                         const LoadOptions& load = {});
+
+/// The same for a text that is no file's, as a spreadsheet puts it on the clipboard: its DataSets are manual ones with
+/// every row. `name` is for messages.
+std::vector<LoadReport> ImportTextIntoGraph(TxyGraph& graph, std::string text,
+                                            const std::string& name, const LoadOptions& load = {});
 
 }  // namespace tarnwick
