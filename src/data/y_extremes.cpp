@@ -31,7 +31,7 @@ struct Run {
   void Take(Pair values) {
     min = values < min ? values : min;
     max = values > max ? values : max;
-    whole &= values == values;
+    whole &= values >= Pair{-kInfinity, -kInfinity};
   }
   void Take(const Run& other) {
     min = other.min < min ? other.min : min;

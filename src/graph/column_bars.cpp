@@ -131,7 +131,7 @@ class BarWriter {
 
  private:
   void AddPixels(int column, int top, int end, double coverage) {
-    const int level = static_cast<int>(coverage * ColumnBar::kLevels + 0.5);
+    const int level = static_cast<int>(2 * coverage * ColumnBar::kLevels + 1) / 2;  // rounded
     if (level == 0 || top >= end) return;
     if (level == ColumnBar::kLevels && end - top > 1) {
       full_.Add(column, top + clip_.top(), end + clip_.top());
