@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "base/number_text.h"
 
@@ -14,12 +15,13 @@ namespace {
 
 constexpr double kCertifiedDigits = 11;
 
-/// The rows after the header, two columns.
+/// The rows after the header, two columns, in the order of X.
 void ReadPoints(const std::filesystem::path& file, int header_lines, bool y_first,
                 CertifiedProblem& problem) {
   std::ifstream in(file);
   std::string line;
   for (int i = 0; i < header_lines; ++i) std::getline(in, line);
+  std::vector<std::pair<double, double>> points;
   while (std::getline(in, line)) {
     std::istringstream fields(line);
     std::string first;
@@ -28,8 +30,12 @@ void ReadPoints(const std::filesystem::path& file, int header_lines, bool y_firs
     const std::optional<double> a = ParseNumber(first);
     const std::optional<double> b = ParseNumber(second);
     if (!a || !b) throw std::runtime_error(file.string() + " holds no numbers: " + line);
-    problem.x.push_back(y_first ? *b : *a);
-    problem.y.push_back(y_first ? *a : *b);
+    points.emplace_back(y_first ? *b : *a, y_first ? *a : *b);
+  }
+  std::ranges::stable_sort(points, {}, &std::pair<double, double>::first);
+  for (const auto& [x, y] : points) {
+    problem.x.push_back(x);
+    problem.y.push_back(y);
   }
 }
 
