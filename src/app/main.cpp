@@ -6,11 +6,13 @@
 #include "app/command_line.h"
 #include "app/ink_icon.h"
 #include "app/main_form.h"
+#include "graph/gif/gif_format.h"
 
 int main(int argc, char** argv) {
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   const QApplication application(argc, argv);
+  tarnwick::RegisterGifFormat();
   QApplication::setApplicationName("Tarnwick");
   QGuiApplication::setDesktopFileName("tarnwick");
   QApplication::setWindowIcon(tarnwick::InkIcon("tarnwick"));

@@ -2,9 +2,11 @@
 
 #include "cli/interrupt.h"
 #include "cli/run_cli.h"
+#include "graph/gif/gif_format.h"
 
 int main(int argc, char** argv) {
   tarnwick::cli::EndOnInterrupt();
+  tarnwick::RegisterGifFormat();
   std::ios::sync_with_stdio(false);
   return tarnwick::cli::RunCli(argc, argv, std::cout, std::cerr);
 }

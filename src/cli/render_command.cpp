@@ -6,6 +6,7 @@
 #include "cli/input_graph.h"
 #include "cli/save_output.h"
 #include "cli/size_option.h"
+#include "graph/background_image.h"
 #include "graph/finished_look.h"
 #include "graph/picture_export.h"
 #include "graph/plot_metrics.h"
@@ -21,7 +22,7 @@ struct Options {
 };
 
 void Run(const Options& options, Output& output) {
-  const PictureSize size = ParseSize(options.size);
+  const PictureSize size = ParseSize(options.size, options.dpi);
   CheckOverwrite(options.save);
   const InputGraph input = ReadInput(options.input);
   const HeadlessGui gui;
@@ -37,6 +38,9 @@ void Run(const Options& options, Output& output) {
     ApplyFinishedLook(*input.graph, QSizeF(size.width * scale, size.height * scale), TextMetrics(),
                       look);
   }
+  if (const std::string& missing = input.graph->Background().Error(); !missing.empty()) {
+    output.Remarks() << "tarnwick-cli: " << missing << '\n';
+  }
   WritePicture(*input.graph, options.save.file, picture);
   if (output.IsJson()) {
     output.Document(
@@ -51,7 +55,7 @@ void DeclareRender(CLI::App& command, Action& action) {
   AddInput(command, options->input);
   AddSave(command, options->save);
   command.get_option("--output")->required();
-  command.add_option("--size", options->size, "Size in pixels, WxH");
+  command.add_option("--size", options->size, "Size in pixels, WxH, or in millimetres, WxHmm");
   command.add_option("--dpi", options->dpi, "Dots per inch: how large texts and lines are")
       ->check(CLI::Range(10, 2400));
   OnCommand(command, action, options, &Run);

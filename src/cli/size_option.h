@@ -11,8 +11,9 @@ struct PictureSize {
   int height = 600;
 };
 
-/// "800x600", each 1 to 30000. Throws UsageError.
-PictureSize ParseSize(const std::string& text);
+/// "800x600" in pixels or "160x120mm" in millimetres, which become the nearest whole pixels at this resolution; each side 1 to
+/// 30000 pixels. Throws UsageError.
+PictureSize ParseSize(const std::string& text, int dpi = 96);
 
 /// "1.5,-2". Throws UsageError.
 std::pair<double, double> ParsePair(const std::string& text);

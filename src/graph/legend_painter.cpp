@@ -25,7 +25,10 @@ void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box,
     if (row.entry == LegendEntry::ModelCurve) {
       PaintModelCurveSample(painter, row.sample, series);
     } else {
-      PaintSeriesSample(painter, row.sample, series.Style());
+      SeriesStyle style = series.Style();
+      if (style.line_style == LineStyle::Solid)
+        style.line_style = SolidLineStyle(graph.GetAppearance(), row.series, target);
+      PaintSeriesSample(painter, row.sample, style);
     }
     PaintText(painter, row.name);
   }

@@ -1,6 +1,7 @@
 #include "graph/paint_plot.h"
 
 #include <QPainter>
+#include <array>
 
 #include "graph/axis_painter.h"
 #include "graph/legend_painter.h"
@@ -20,16 +21,21 @@ void PaintBackground(QPainter& painter, const TxyGraph& graph, const PlotLayout&
   const CrispPen pen(painter, target);
   painter.fillRect(QRectF(QPointF(0, 0), layout.size), QtColor(appearance.margin_color));
   painter.fillRect(pen.Snapped(layout.plot), QtColor(appearance.color));
+  if (!layout.background) return;
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(layout.background->target, layout.background->image, layout.background->source);
 }
 
-void PaintAllSeries(QPainter& painter, const TxyGraph& graph, const PlotLayout& layout) {
+void PaintAllSeries(QPainter& painter, const TxyGraph& graph, const PlotLayout& layout,
+                    PaintTarget target) {
   const QRectF everywhere(QPointF(0, 0), layout.size);
   const bool outside = graph.GetAppearance().show_points_outside_plot_area;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
     if (!graph.IsDrawn(series)) continue;
     const SeriesFrame frame{layout.Axis(AxisId::X).scale, layout.Axis(graph.YAxisOf(series)).scale,
-                            layout.plot, outside ? everywhere : layout.plot};
+                            layout.plot, outside ? everywhere : layout.plot,
+                            SolidLineStyle(graph.GetAppearance(), i, target)};
     PaintSeries(painter, series, frame);
     PaintModelCurve(painter, series, frame);
   }
@@ -52,6 +58,14 @@ void PaintChildren(QPainter& painter, const TxyGraph& graph, const PlotLayout& l
 
 }  // namespace
 
+LineStyle SolidLineStyle(const Appearance& appearance, std::size_t series, PaintTarget target) {
+  constexpr std::array kStyles = {LineStyle::Solid, LineStyle::Dash, LineStyle::Dot,
+                                  LineStyle::DashDot, LineStyle::DashDotDot};
+  const bool printed = target == PaintTarget::Paper || target == PaintTarget::Metafile;
+  return printed && appearance.print_style_for_lines ? kStyles[series % kStyles.size()]
+                                                     : LineStyle::Solid;
+}
+
 void PaintPlot(QPainter& painter, const TxyGraph& graph, const PlotLayout& layout,
                PaintTarget target) {
   painter.save();
@@ -60,7 +74,7 @@ void PaintPlot(QPainter& painter, const TxyGraph& graph, const PlotLayout& layou
   if (layout.has_scales) {
     const Appearance& appearance = graph.GetAppearance();
     PaintGrid(painter, appearance, layout, target);
-    PaintAllSeries(painter, graph, layout);
+    PaintAllSeries(painter, graph, layout, target);
     PaintMarks(painter, layout, target);
     PaintAxes(painter, appearance, layout, target);
     if (layout.title) PaintText(painter, *layout.title);

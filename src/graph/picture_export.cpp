@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSvgGenerator>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -15,6 +16,8 @@
 #include "base/text_encoding.h"
 #include "base/whole_file.h"
 #include "graph/fast_png.h"
+#include "graph/gif/gif_file.h"
+#include "graph/metafile/metafile_picture.h"
 #include "graph/paint_plot.h"
 #include "graph/plot_layout.h"
 #include "graph/plot_metrics.h"
@@ -70,6 +73,15 @@ std::string BmpBytes(const TxyGraph& graph, const PictureOptions& options) {
   return EncodeByPlugin(RenderImage(graph, options), "bmp");
 }
 
+std::string GifBytes(const TxyGraph& graph, const PictureOptions& options) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  const QString error = WriteGif(buffer, RenderImage(graph, options));
+  if (!error.isEmpty()) throw Error("Can not write the picture: " + error.toStdString());
+  return BytesOf(bytes);
+}
+
 std::string SvgBytes(const TxyGraph& graph, const PictureOptions& options) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -103,12 +115,22 @@ std::string PdfBytes(const TxyGraph& graph, const PictureOptions& options) {
   return BytesOf(bytes);
 }
 
+std::string WmfBytes(const TxyGraph& graph, const PictureOptions& options) {
+  MetafilePicture picture(QSize(options.width, options.height), options.dpi);
+  QPainter painter(&picture);
+  PaintScaled(painter, graph, options, PaintTarget::Metafile);
+  painter.end();
+  return picture.Bytes();
+}
+
 struct PictureFormat {
   std::string_view extension;
   std::string (*encode)(const TxyGraph&, const PictureOptions&);
 };
 
-constexpr std::array<PictureFormat, 6> kFormats = {{{".png", &PngBytes},
+constexpr std::array<PictureFormat, 8> kFormats = {{{".png", &PngBytes},
+                                                    {".gif", &GifBytes},
+                                                    {".wmf", &WmfBytes},
                                                     {".jpg", &JpegBytes},
                                                     {".jpeg", &JpegBytes},
                                                     {".bmp", &BmpBytes},
@@ -127,6 +149,11 @@ void PictureOptions::Validate() const {
   }
 }
 
+int WholePixels(double millimetres, int dpi) {
+  constexpr double kMost = 1e9;
+  return static_cast<int>(std::lround(std::clamp(millimetres / kInchMillimetres * dpi, 0.0, kMost)));
+}
+
 QImage RenderImage(const TxyGraph& graph, const PictureOptions& options) {
   options.Validate();
   QImage image(options.width, options.height, QImage::Format_RGB32);
@@ -140,18 +167,20 @@ QImage RenderImage(const TxyGraph& graph, const PictureOptions& options) {
   return image;
 }
 
+std::string EncodePicture(const TxyGraph& graph, std::string_view extension,
+                          const PictureOptions& options) {
+  options.Validate();
+  for (const PictureFormat& format : kFormats) {
+    if (format.extension == extension) return format.encode(graph, options);
+  }
+  throw Error("no kind of picture ends in \"" + std::string(extension) +
+              "\"; .png, .jpg, .bmp, .gif, .wmf, .svg and .pdf do");
+}
+
 void WritePicture(const TxyGraph& graph, const std::filesystem::path& path,
                   const PictureOptions& options) {
-  options.Validate();
   const std::string extension = LowerAscii(path.extension().string());
-  for (const PictureFormat& format : kFormats) {
-    if (format.extension == extension) {
-      WriteWholeFile(path, format.encode(graph, options));
-      return;
-    }
-  }
-  throw Error("no kind of picture ends in \"" + extension +
-              "\"; .png, .jpg, .bmp, .svg and .pdf do: " + path.string());
+  WriteWholeFile(path, EncodePicture(graph, extension, options));
 }
 
 }  // namespace tarnwick

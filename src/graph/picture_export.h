@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <string_view>
 
 #include <QImage>
 
@@ -18,10 +20,18 @@ struct PictureOptions {
   void Validate() const;
 };
 
+/// Millimetres in dots, to the nearest whole one; never beyond the range of an int.
+int WholePixels(double millimetres, int dpi);
+
 /// The picture as an image. Needs a QGuiApplication. Throws Error when the options are not valid.
 QImage RenderImage(const TxyGraph& graph, const PictureOptions& options = {});
 
-/// Writes the picture by the file's extension: .png, .jpg (quality 95), .bmp, .svg, .pdf. The file is written whole or not
+/// The bytes that a picture file with this extension (".svg", in lower case) holds. Throws Error naming an unknown
+/// extension.
+std::string EncodePicture(const TxyGraph& graph, std::string_view extension,
+                          const PictureOptions& options = {});
+
+/// Writes the picture by the file's extension: .png, .jpg (quality 95), .bmp, .gif, .wmf, .svg, .pdf. The file is written whole or not
 /// at all. Throws Error naming an unknown extension, FileError when writing fails.
 void WritePicture(const TxyGraph& graph, const std::filesystem::path& path,
                   const PictureOptions& options = {});

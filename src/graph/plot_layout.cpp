@@ -7,6 +7,7 @@
 
 #include <QTransform>
 
+#include "graph/background_image.h"
 #include "graph/plot_layout_parts.h"
 #include "graph/xy_graph.h"
 
@@ -34,6 +35,20 @@ bool IsDrawable(const AxisState& axis) {
 bool AllDrawable(const TxyGraph& graph) {
   return std::all_of(kAxisIds.begin(), kAxisIds.end(),
                      [&](AxisId id) { return IsDrawable(graph.Axis(id).State()); });
+}
+
+/// Stretched over the plot, or in its own size in the plot's middle.
+void LayoutBackground(const TxyGraph& graph, PlotLayout& layout) {
+  const QImage& image = graph.Background().Image();
+  if (image.isNull()) return;
+  PlacedImage placed{image, layout.plot, QRectF(image.rect())};
+  if (!graph.GetAppearance().stretch_background) {
+    QRectF whole = placed.source;
+    whole.moveCenter(layout.plot.center());
+    placed.target = whole.intersected(layout.plot);
+    placed.source = placed.target.translated(-whole.topLeft());
+  }
+  layout.background = placed;
 }
 
 void LayoutMessage(const LayoutContext& context, const char* text, PlotLayout& layout) {
@@ -80,6 +95,7 @@ PlotLayout LayoutAtDepth(const TxyGraph& graph, QSizeF size, const TextMetrics& 
     layout.plot = QRectF();
     return layout;
   }
+  LayoutBackground(graph, layout);
   TextRoom room(size);
   const LayoutContext context = {graph, metrics, room};
   if (!graph.ScaleError().empty() || !AllDrawable(graph)) {

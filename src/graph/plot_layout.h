@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include <QImage>
 #include <QLineF>
 #include <QPolygonF>
 #include <QRectF>
@@ -32,6 +33,13 @@ struct PlacedText {
   /// The outline without the strips above and below the letters, which may overlap a neighbour's.
   QPolygonF Ink() const;
   QRectF Box() const { return Outline().boundingRect(); }
+};
+
+/// An image at its place; only the part `source` of it, in its own pixels, is seen.
+struct PlacedImage {
+  QImage image;
+  QRectF target;
+  QRectF source;
 };
 
 struct AxisTick {
@@ -80,7 +88,8 @@ struct ChildFrame;
 
 struct PlotLayout {
   QSizeF size;
-  QRectF plot;                        ///< by the stored margins; empty when they leave no room
+  QRectF plot;  ///< by the stored margins; empty when they leave no room
+  std::optional<PlacedImage> background;
   bool has_scales = false;            ///< false: there is nothing to draw against, only the message
   std::optional<PlacedText> message;  ///< shown instead of axes and DataSets
   std::array<AxisLayout, 3> axes;     ///< X, Y, Y2

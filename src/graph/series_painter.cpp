@@ -174,8 +174,9 @@ void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& fr
   if (series.Points().Empty()) return;
   PaintRegression(space, series, frame);
   if (style.connect_points) {
-    PaintLine(space, series.Points(), ViewOf(space, series, frame), LinePenOf(style, space.Scale()),
-              frame);
+    CurvePen pen = LinePenOf(style, space.Scale());
+    if (pen.style == LineStyle::Solid) pen.style = frame.solid_line;
+    PaintLine(space, series.Points(), ViewOf(space, series, frame), pen, frame);
   }
   if (style.show_symbols) PaintSymbols(space, series, frame);
 }

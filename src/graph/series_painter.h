@@ -4,6 +4,7 @@
 
 #include <QRectF>
 
+#include "graph/appearance.h"
 #include "graph/axis_scale.h"
 
 class QPainter;
@@ -20,6 +21,7 @@ struct SeriesFrame {
   QRectF plot;  ///< the plot rectangle: bound lines span it
   QRectF
       clip;  ///< nothing is drawn outside: the plot rectangle, or more when points outside it are shown
+  LineStyle solid_line = LineStyle::Solid;  ///< what connecting lines of solid style are drawn in
 };
 
 /// Draws the DataSet, when it is visible, with the painter's transformation (translation and scaling; line widths and symbols

@@ -6,6 +6,7 @@
 
 #include "base/error.h"
 #include "base/prompt.h"
+#include "graph/background_image.h"
 #include "graph/nice_step.h"
 #include "graph/palette.h"
 
@@ -32,7 +33,7 @@ std::int32_t IndexAfterDelete(std::int32_t index, std::size_t deleted, std::size
 
 }  // namespace
 
-TxyGraph::TxyGraph() {
+TxyGraph::TxyGraph() : background_(std::make_unique<BackgroundImage>()) {
   for (const AxisId id : kAxisIds) {
     axes_[static_cast<std::size_t>(id)] = std::make_unique<TAxis>(*this, id);
     Axis(id).SetState(DefaultAxisState(id));
@@ -55,6 +56,15 @@ void TxyGraph::SetAppearance(Appearance appearance) {
   TakeIndices(appearance_);
   UpdateScales();
   Tell(GraphChange::Redraw);
+}
+
+const BackgroundImage& TxyGraph::Background() const {
+  // An empty directory leaves the name as it is, and so does an absolute name.
+  background_->Update(appearance_.background_image_file.empty()
+                          ? std::filesystem::path()
+                          : std::filesystem::path(appearance_.data_directory) /
+                                appearance_.background_image_file);
+  return *background_;
 }
 
 void TxyGraph::TakeIndices(const Appearance& from) {

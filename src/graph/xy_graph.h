@@ -18,6 +18,7 @@
 
 namespace tarnwick {
 
+class BackgroundImage;
 class Prompt;
 class TxyChildGr;
 
@@ -42,6 +43,9 @@ class TxyGraph : public AxisOwner {
   const Appearance& GetAppearance() const { return appearance_; }
   /// Stores all but minimum and maximum steps, which go by the rules of SetMinSteps and SetMaxSteps.
   void SetAppearance(Appearance appearance);
+  /// The appearance's background image, read when it was not yet; a relative name is looked for in the data directory, where
+  /// one is stored. Not to be asked by two threads at once.
+  const BackgroundImage& Background() const;
   /// Accepted when not 0 and less than MaxSteps / 2.5, else ignored; tells Redraw either way.
   void SetMinSteps(std::int32_t steps);
   /// Accepted when greater than MinSteps x 2.5 and at most 90, else ignored; tells Redraw either way.
@@ -169,6 +173,7 @@ class TxyGraph : public AxisOwner {
   bool ask_before_thinning_ = true;
   bool changed_ = false;
   bool scaling_ = false;
+  std::unique_ptr<BackgroundImage> background_;
   int updates_ = 0;
 };
 
