@@ -100,16 +100,22 @@ double LinearisedProblem::LengthAt(double damping) const {
       .norm();
 }
 
-// Newton's method on 1/length - 1/radius, which is nearly linear and concave in the damping: it converges from the left.
-TrialStep LinearisedProblem::StepWithin(double radius) const {
-  double damping = 0;
-  for (int i = 0; i < kMostDampings; ++i) {
+// Newton's method on 1/length - 1/radius, which is nearly linear and concave in the damping: from the left it never goes too
+// far, so that its first step from 0 bounds the damping from below.
+TrialStep LinearisedProblem::StepWithin(double radius, double damping_guess) const {
+  if (LengthAt(0) <= (1 + kRadiusTolerance) * radius) return FullStep();
+  const auto next = [this, radius](double damping) {
     const double length = LengthAt(damping);
-    if (length <= (1 + kRadiusTolerance) * radius) break;
     const auto denominator = singular_.array().square() + damping;
     const double slope =
         (singular_.array().square() * projected_.array().square() / denominator.cube()).sum();
-    damping += (length - radius) / radius * length * length / slope;
+    return damping + (length - radius) / radius * length * length / slope;
+  };
+  const double least = next(0);
+  double damping = std::max(least, damping_guess);
+  for (int i = 0; i < kMostDampings; ++i) {
+    if (std::abs(LengthAt(damping) - radius) <= kRadiusTolerance * radius) break;
+    damping = std::max(least, next(damping));
   }
   return Damped(damping);
 }

@@ -54,8 +54,9 @@ class LinearisedProblem {
   const PartedJacobian& Parted() const { return parted_; }
   /// The step to the minimum; the shortest one where that is not a single point.
   TrialStep FullStep() const { return Damped(0); }
-  /// The step to the least value at a distance of `radius` at most (a tenth more or less).
-  TrialStep StepWithin(double radius) const;
+  /// The step to the least value at a distance of `radius` at most, a tenth more or less. Where the step that `damping_guess`
+  /// leads to is that long, it is taken.
+  TrialStep StepWithin(double radius, double damping_guess = 0) const;
 
  private:
   TrialStep Damped(double damping) const;

@@ -111,6 +111,7 @@ class NewtonRun {
   Vector scale_;
   std::optional<LinearisedProblem> problem_;
   double radius_ = 0;
+  double damping_guess_ = 0;
   bool rejected_ = false;  // the last trial
   StepAcceleration acceleration_;
   /// How much smaller the last step, a full one, made the offset; 1 after any other.
@@ -151,6 +152,7 @@ void NewtonRun::StartRegion() {
   Linearise();
   const double length = ScaledLength();
   radius_ = kFirstRadius * (length > 0 ? length : 1);
+  damping_guess_ = 0;
   acceleration_.Clear();
   contraction_ = 1;
 }
@@ -216,8 +218,10 @@ void NewtonRun::UpdateRadius(const TrialStep& trial, double actual, double gain)
     double factor = actual >= 0 ? 0.5 : 0.5 * slope / (slope + 0.5 * actual);
     if (!(factor >= 0.1) || actual < -99) factor = 0.1;
     radius_ = factor * std::min(radius_, trial.length / 0.1);
+    damping_guess_ = trial.damping / factor;
   } else if (trial.damping == 0 || gain >= 0.75) {
     radius_ = 2 * trial.length;
+    damping_guess_ = trial.damping / 2;
   }
 }
 
@@ -254,7 +258,7 @@ bool NewtonRun::Accept(Place place, const PartedJacobian& parted, const TrialSte
 }
 
 TrialStep NewtonRun::NextTrial() {
-  TrialStep trial = problem_->StepWithin(radius_);
+  TrialStep trial = problem_->StepWithin(radius_, damping_guess_);
   const double offset = problem_->Parted().Offset();
   const bool full =
       trial.damping == 0 && offset * offset <= kAccelerated * here_.reduced.sum_of_squares;

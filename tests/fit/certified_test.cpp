@@ -3,7 +3,9 @@
 
 #include <Eigen/Dense>
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <map>
 #include <sstream>
 
 #include "certificate/certified_problem.h"
@@ -53,6 +55,18 @@ bool IsExact(const CertifiedProblem& problem) {
   return problem.sum_of_squares < 1e-20;
 }
 
+/// Evaluations that a plain trust-region method takes from both starts (cminpack's lmder, exact derivatives, tolerances
+/// 1.5e-8), to some five digits. It never gets to the minimum of MGH17 from the first.
+const std::map<std::string, std::array<int, 2>>& PlainEvaluations() {
+  static const std::map<std::string, std::array<int, 2>> kEvaluations = {
+      {"Misra1a", {19, 5}},  {"Misra1b", {23, 7}},  {"Chwirut1", {10, 6}}, {"Chwirut2", {10, 6}},
+      {"Lanczos3", {83, 9}}, {"Gauss1", {5, 5}},    {"Gauss2", {6, 6}},    {"DanWood", {6, 5}},
+      {"Kirby2", {8, 6}},    {"Hahn1", {11, 11}},   {"MGH17", {100, 18}},  {"Lanczos1", {79, 9}},
+      {"MGH09", {497, 18}},  {"Eckerle4", {18, 7}},
+  };
+  return kEvaluations;
+}
+
 TEST(CertifiedProblems, NewtonReachesTheCertifiedDigitsFromBothStarts) {
   const std::vector<CertifiedProblem> problems =
       LoadCertifiedProblems(TARNWICK_SOURCE_DIR "/tests/fit/certified");
@@ -69,7 +83,8 @@ TEST(CertifiedProblems, NewtonReachesTheCertifiedDigitsFromBothStarts) {
       EXPECT_GE(score.parameters, 9) << report.str();
       EXPECT_GE(score.deviations, IsExact(problem) ? 2 : 9) << report.str();
       EXPECT_GE(score.sum_of_squares, IsExact(problem) ? 2 : 10) << report.str();
-      EXPECT_LE(score.fit.outcome.evaluations, 60) << report.str();
+      const auto plain = PlainEvaluations().at(problem.name)[static_cast<std::size_t>(start)];
+      EXPECT_LE(score.fit.outcome.evaluations, plain + 3) << report.str();
     }
   }
 }
