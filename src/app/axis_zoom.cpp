@@ -8,6 +8,8 @@ namespace {
 
 /// Relative length below which ticks and pixels of a range fall together.
 constexpr double kShortestRange = 1e-12;
+/// How far from the end a value comes to stand that was brought into range.
+constexpr double kShareFromEnd = 0.1;
 
 double Along(const AxisScale& scale, double value) {
   return scale.log ? std::log(value) : value;
@@ -38,6 +40,22 @@ std::optional<AxisRange> DraggedRange(const AxisScale& scale, double pixels) {
   const double signed_shift = scale.direction == PixelDirection::Rightward ? -shift : shift;
   return RangeAlong(scale, Along(scale, scale.min) + signed_shift,
                     Along(scale, scale.max) + signed_shift);
+}
+
+std::optional<AxisRange> SpannedRange(const AxisScale& scale, double first, double second) {
+  const double one = Along(scale, scale.ValueAt(first));
+  const double other = Along(scale, scale.ValueAt(second));
+  return RangeAlong(scale, std::min(one, other), std::max(one, other));
+}
+
+std::optional<AxisRange> RangeShowing(const AxisScale& scale, double value) {
+  if (value >= scale.min && value <= scale.max) return std::nullopt;
+  const double low = Along(scale, scale.min);
+  const double length = Along(scale, scale.max) - low;
+  const double wanted = Along(scale, value);
+  const double begin =
+      value < scale.min ? wanted - kShareFromEnd * length : wanted - (1 - kShareFromEnd) * length;
+  return RangeAlong(scale, begin, begin + length);
 }
 
 }  // namespace tarnwick

@@ -19,4 +19,11 @@ std::optional<AxisRange> ZoomedRange(const AxisScale& scale, double pixel, doubl
 /// The range after dragging the picture by so many pixels (right and down are positive). Nothing as above.
 std::optional<AxisRange> DraggedRange(const AxisScale& scale, double pixels);
 
+/// The range between two pixels of the axis, in either order. Nothing as above.
+std::optional<AxisRange> SpannedRange(const AxisScale& scale, double first, double second);
+
+/// The range of the same length in which the value can be seen, a tenth of the length from the nearer end; nothing when it
+/// is in range already, and as above.
+std::optional<AxisRange> RangeShowing(const AxisScale& scale, double value);
+
 }  // namespace tarnwick

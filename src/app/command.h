@@ -53,7 +53,8 @@ struct Command {
   bool (*enabled)(const CommandContext&) = nullptr;  ///< null: always
   void (*run)(CommandContext&) = nullptr;            ///< may throw Error
   std::string_view (*caption_now)(const Document&) =
-      nullptr;  ///< a caption that follows the active document
+      nullptr;                                       ///< a caption that follows the active document
+  bool (*checked)(const CommandContext&) = nullptr;  ///< null: the entry has no check mark
 };
 
 /// The part of a hint before the bar, or all of it: the tool tip.
@@ -71,6 +72,7 @@ void RunCommand(const Command& command, CommandContext& context);
 // The rows, one function for each file of commands.
 std::span<const Command> FileCommands();
 std::span<const Command> EditCommands();
+std::span<const Command> ModeCommands();
 std::span<const Command> WindowCommands();
 std::span<const Command> ViewCommands();
 std::span<const Command> DataCommands();

@@ -44,6 +44,7 @@ void CommandActions::MakeActions() {
     if (!command->shortcut.empty()) {
       action->setShortcut(QKeySequence(ToQt(command->shortcut), QKeySequence::PortableText));
     }
+    action->setCheckable(command->checked != nullptr);
     // The platform's guesses from captions ("Quit", "About") would move entries to other menus.
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, command] { Run(*command); });
@@ -108,6 +109,7 @@ void CommandActions::Update() {
   const CommandContext context = make_context_();
   for (const Entry& entry : entries_) {
     entry.action->setEnabled(!entry.command->enabled || entry.command->enabled(context));
+    if (entry.command->checked) entry.action->setChecked(entry.command->checked(context));
     if (!entry.command->caption_now) continue;
     entry.action->setText(ToQt(context.document ? entry.command->caption_now(*context.document)
                                                 : entry.command->caption));

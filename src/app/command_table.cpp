@@ -7,7 +7,7 @@ namespace tarnwick {
 const std::vector<const Command*>& CommandTable() {
   static const std::vector<const Command*> kTable = [] {
     std::vector<const Command*> table;
-    for (const auto rows : {FileCommands(), EditCommands(), WindowCommands(), ViewCommands(),
+    for (const auto rows : {FileCommands(), EditCommands(), ModeCommands(), WindowCommands(), ViewCommands(),
                             DataCommands(), HelpCommands()}) {
       for (const Command& row : rows) table.push_back(&row);
     }

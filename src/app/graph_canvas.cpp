@@ -1,7 +1,5 @@
 #include "app/graph_canvas.h"
 
-#include <QAccessible>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -9,8 +7,10 @@
 #include <cmath>
 
 #include "app/axis_zoom.h"
+#include "app/canvas_accessible.h"
 #include "app/child_grip.h"
-#include "app/rest_mode.h"
+#include "app/make_mode.h"
+#include "app/overlay.h"
 #include "app/text.h"
 #include "base/error.h"
 #include "base/prompt.h"
@@ -60,11 +60,12 @@ GraphCanvas::GraphCanvas(Document& document, Prompt& prompt, QWidget* parent)
       document_(document),
       prompt_(prompt),
       mode_(MakeMode(MouseMode::Rest)),
-      selection_(document.Graph()) {
+      selection_(document) {
   InstallCanvasAccessible();
   setAttribute(Qt::WA_OpaquePaintEvent);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
+  setContextMenuPolicy(Qt::CustomContextMenu);
   setCursor(mode_->Cursor());
   NameForAssistance();
   connect(&document, &Document::graphChanged, this, &GraphCanvas::Redraw);
@@ -115,6 +116,45 @@ void GraphCanvas::Redraw() {
   update();
 }
 
+const PlotLayout& GraphCanvas::Layout() const {
+  const ChildFrame* frame = FrameOf(document_.SelectedChild());
+  return frame ? frame->layout : layout_;
+}
+
+QPointF GraphCanvas::Origin() const {
+  const ChildFrame* frame = FrameOf(document_.SelectedChild());
+  return frame ? frame->frame.topLeft() : QPointF();
+}
+
+const ChildFrame* GraphCanvas::FrameOf(std::optional<std::size_t> child) const {
+  if (!child) return nullptr;
+  const auto found = std::find_if(layout_.children.begin(), layout_.children.end(),
+                                  [&](const ChildFrame& frame) { return frame.child == *child; });
+  return found == layout_.children.end() ? nullptr : &*found;
+}
+
+std::optional<std::size_t> GraphCanvas::ChildAt(QPointF place) const {
+  const auto found =
+      std::find_if(layout_.children.rbegin(), layout_.children.rend(),
+                   [&](const ChildFrame& frame) { return frame.frame.contains(place); });
+  return found == layout_.children.rend() ? std::nullopt : std::optional(found->child);
+}
+
+void GraphCanvas::SelectGraphAt(QPointF place) {
+  const ChildFrame* selected = FrameOf(document_.SelectedChild());
+  // Half of every handle lies outside the frame.
+  if (selected && GripAt(selected->frame, place) != ChildGrip::None) return;
+  document_.SelectChild(ChildAt(place));
+}
+
+QMouseEvent GraphCanvas::Shifted(const QMouseEvent& event) const {
+  return {event.type(),          event.position() - Origin(),
+          event.scenePosition(), event.globalPosition(),
+          event.button(),        event.buttons(),
+          event.modifiers(),     event.source(),
+          event.pointingDevice()};
+}
+
 void GraphCanvas::RenderPicture() {
   const double ratio = devicePixelRatioF();
   const QSize pixels = (QSizeF(size()) * ratio).toSize();
@@ -133,20 +173,31 @@ void GraphCanvas::paintEvent(QPaintEvent*) {
   if (const ChildFrame* selected = FrameOf(document_.SelectedChild())) {
     PaintGrips(painter, selected->frame);
   }
+  PaintTraces(painter);
   painter.translate(Origin());
-  traces_.Paint(painter, layout_);
   PaintPickedPoint(painter);
   if (mode_->ShowsNearestPoint()) PaintHoveredPoint(painter);
   mode_->PaintOverlay(painter, *this);
+}
+
+void GraphCanvas::PaintTraces(QPainter& painter) const {
+  traces_.Paint(painter, layout_, std::nullopt);
+  for (const ChildFrame& child : layout_.children) {
+    painter.save();
+    painter.translate(child.frame.topLeft());
+    traces_.Paint(painter, child.layout, child.child);
+    painter.restore();
+  }
 }
 
 std::optional<QPointF> GraphCanvas::PlaceInPlot(const PickedPoint& point) const {
   const TSeries* series = document_.Graph().CurrentSeries();
   if (!series) return std::nullopt;
   const AxisId y_axis = document_.Graph().YAxisOf(*series);
-  const QPointF place(layout_.Axis(AxisId::X).scale.Position(point.x),
-                      layout_.Axis(y_axis).scale.Position(point.y));
-  return layout_.plot.contains(place) ? std::optional(place) : std::nullopt;
+  const PlotLayout& layout = Layout();
+  const QPointF place(layout.Axis(AxisId::X).scale.Position(point.x),
+                      layout.Axis(y_axis).scale.Position(point.y));
+  return layout.plot.contains(place) ? std::optional(place) : std::nullopt;
 }
 
 void GraphCanvas::PaintHoveredPoint(QPainter& painter) const {
@@ -159,7 +210,7 @@ void GraphCanvas::PaintHoveredPoint(QPainter& painter) const {
 void GraphCanvas::PaintPickedPoint(QPainter& painter) const {
   const auto place = Picked() ? PlaceInPlot(*Picked()) : std::nullopt;
   if (!place) return;
-  const QRectF& plot = layout_.plot;
+  const QRectF& plot = Layout().plot;
   painter.setPen(QPen(QColor(0, 0, 0, 70), 1, Qt::DashLine));
   painter.drawLine(QPointF(place->x(), plot.top()), QPointF(place->x(), plot.bottom()));
   painter.drawLine(QPointF(plot.left(), place->y()), QPointF(plot.right(), place->y()));
@@ -186,23 +237,20 @@ void GraphCanvas::changeEvent(QEvent* event) {
 }
 
 void GraphCanvas::mousePressEvent(QMouseEvent* event) {
-  ended_mode_.reset();
   if (event->buttons() == event->button()) SelectGraphAt(event->position());
   QMouseEvent shifted = Shifted(*event);
-  mode_->MousePress(*this, shifted);
+  AtTheEdge([&] { mode_->MousePress(*this, shifted); });
 }
 
 void GraphCanvas::mouseMoveEvent(QMouseEvent* event) {
-  ended_mode_.reset();
   QMouseEvent shifted = Shifted(*event);
-  mode_->MouseMove(*this, shifted);
-  FollowMouse(event->position());
+  AtTheEdge([&] { mode_->MouseMove(*this, shifted); });
+  ShowReadOutAt(event->position() - Origin());
 }
 
 void GraphCanvas::mouseReleaseEvent(QMouseEvent* event) {
-  ended_mode_.reset();
   QMouseEvent shifted = Shifted(*event);
-  mode_->MouseRelease(*this, shifted);
+  AtTheEdge([&] { mode_->MouseRelease(*this, shifted); });
   emit mouseReleased();
 }
 
@@ -212,8 +260,8 @@ void GraphCanvas::leaveEvent(QEvent*) {
   emit readOutChanged(ToQt(IdleReadOut()));
 }
 
-void GraphCanvas::FollowMouse(QPointF position) {
-  const QPoint pixel = (position - Origin()).toPoint();
+void GraphCanvas::ShowReadOutAt(QPointF place) {
+  const QPoint pixel = place.toPoint();
   const ReadOut read_out = ReadOutAt(document_.Graph(), pixel.x(), pixel.y());
   hovered_ = read_out.point;
   update();
@@ -225,8 +273,14 @@ void GraphCanvas::wheelEvent(QWheelEvent* event) {
   const int units = turn.y() != 0 ? turn.y() : turn.x();
   if (units == 0) return;
   ZoomAt(event->position(), event->modifiers(), std::pow(kZoomPerNotch, units / kUnitsPerNotch));
-  FollowMouse(event->position());
+  ShowReadOutAt(event->position() - Origin());
   event->accept();
+}
+
+void GraphCanvas::RememberScales(ZoomStack& zoom, const TxyGraph& graph) {
+  const bool same_zoom = last_zoom_.isValid() && last_zoom_.elapsed() < kOneZoomMs;
+  if (!same_zoom || zoom.IsEmpty()) zoom.Remember(graph);
+  last_zoom_.start();
 }
 
 void GraphCanvas::ZoomAt(QPointF position, Qt::KeyboardModifiers modifiers, double factor) {
@@ -234,104 +288,13 @@ void GraphCanvas::ZoomAt(QPointF position, Qt::KeyboardModifiers modifiers, doub
   const ChildFrame* frame = FrameOf(child);
   TxyGraph& graph = child ? *document_.WholeGraph().Children()[*child] : document_.WholeGraph();
   const QPointF at = frame ? position - frame->frame.topLeft() : position;
-  ZoomStack& zoom = document_.ZoomOf(child);
-  const bool same_zoom = last_zoom_.isValid() && last_zoom_.elapsed() < kOneZoomMs;
-  if (!same_zoom || zoom.IsEmpty()) zoom.Remember(graph);
-  last_zoom_.start();
+  RememberScales(document_.ZoomOf(child), graph);
   const WheelAxes axes = AxesAt(frame ? frame->layout : layout_, at, modifiers);
   graph.BeginUpdate();
   if (axes.x) ZoomAxis(graph.Axis(AxisId::X), at.x(), factor);
   if (axes.y) ZoomAxis(graph.Axis(AxisId::Y), at.y(), factor);
   if (axes.y2) ZoomAxis(graph.Axis(AxisId::Y2), at.y(), factor);
   graph.EndUpdate();
-}
-
-bool GraphCanvas::event(QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride &&
-      mode_->TakesKey(*this, static_cast<const QKeyEvent*>(event)->key())) {
-    event->accept();
-    return true;
-  }
-  return QWidget::event(event);
-}
-
-void GraphCanvas::keyPressEvent(QKeyEvent* event) {
-  bool meant = false;
-  AtTheEdge([&] {
-    meant = true;  // also when it fails
-    meant = mode_->KeyPress(*this, *event) || WalkByKey(*event) || ChangeDataSetByKey(*event);
-  });
-  if (!meant) QWidget::keyPressEvent(event);
-}
-
-void GraphCanvas::keyReleaseEvent(QKeyEvent* event) {
-  bool meant = false;
-  AtTheEdge([&] { meant = mode_->KeyRelease(*this, *event); });
-  if (!meant) QWidget::keyReleaseEvent(event);
-}
-
-bool GraphCanvas::WalkByKey(const QKeyEvent& event) {
-  struct Row {
-    int key;
-    PointWalk walk;
-  };
-  static constexpr Row kRows[] = {
-      {Qt::Key_Left, PointWalk::Left},       {Qt::Key_Right, PointWalk::Right},
-      {Qt::Key_PageUp, PointWalk::PageLeft}, {Qt::Key_PageDown, PointWalk::PageRight},
-      {Qt::Key_Home, PointWalk::First},      {Qt::Key_End, PointWalk::Last},
-  };
-  for (const Row& row : kRows) {
-    if (row.key != event.key()) continue;
-    if (selection_.Walk(row.walk)) ShowPicked();
-    return true;
-  }
-  return false;
-}
-
-bool GraphCanvas::ChangeDataSetByKey(const QKeyEvent& event) {
-  const bool up = event.key() == Qt::Key_Up;
-  if (!up && event.key() != Qt::Key_Down) return false;
-  TxyGraph& graph = document_.Graph();
-  const auto picked = Picked();
-  const std::int32_t next = graph.CurrentSeriesIndex() + (up ? -1 : 1);
-  if (next < 0 || next >= static_cast<std::int32_t>(graph.SeriesCount())) return true;
-  graph.SetCurrentSeriesIndex(next);
-  Pick(picked ? PickPoint(graph, picked->x) : std::nullopt);
-  return true;
-}
-
-void GraphCanvas::Pick(const std::optional<PickedPoint>& point) {
-  selection_.Take(point);
-  ShowPicked();
-}
-
-QString GraphCanvas::PickedText() const {
-  return Picked() ? ToQt(PointText(document_.Graph(), Picked())) : QString();
-}
-
-void GraphCanvas::ShowPicked() {
-  update();
-  if (Picked()) {
-    TAxis& axis = document_.Graph().Axis(AxisId::X);
-    if (const auto range = RangeShowing(axis.Scale(), Picked()->x)) {
-      document_.Zoom().Remember(document_.Graph());
-      document_.Graph().BeginUpdate();
-      axis.SetMin(range->min);
-      axis.SetMax(range->max);
-      document_.Graph().EndUpdate();
-    }
-    emit readOutChanged(ToQt(IdleMouseText()) + "; " + PickedText());
-  }
-  NameForAssistance();
-  QAccessibleValueChangeEvent spoken(this, PickedText());
-  QAccessible::updateAccessibility(&spoken);
-}
-
-void GraphCanvas::NameForAssistance() {
-  const TSeries* series = document_.Graph().CurrentSeries();
-  QString name = tr("Graph %1").arg(ToQt(document_.Name()));
-  if (Picked() && series) name += ", " + ToQt(series->SeriesName()) + " " + PickedText();
-  setAccessibleName(name);  // tells that it changed, which screen readers speak
 }
 
 }  // namespace tarnwick

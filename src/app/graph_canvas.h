@@ -23,11 +23,13 @@ class GraphCanvas final : public QWidget {
   Q_OBJECT
 
  public:
-  /// `document` outlives the canvas.
-  explicit GraphCanvas(Document& document, QWidget* parent = nullptr);
+  /// `document` and `prompt` outlive the canvas.
+  GraphCanvas(Document& document, Prompt& prompt, QWidget* parent = nullptr);
   ~GraphCanvas() override;
 
   Document& GetDocument() const { return document_; }
+  /// What modes ask through.
+  Prompt& GetPrompt() const { return prompt_; }
   /// Where everything of the whole picture is, at its present size.
   const PlotLayout& WholeLayout() const { return layout_; }
   /// The same of the graph worked on. Modes get the mouse in its pixels and draw in them.
@@ -38,8 +40,24 @@ class GraphCanvas final : public QWidget {
   const ChildFrame* FrameOf(std::optional<std::size_t> child) const;
   /// The topmost inserted graph there.
   std::optional<std::size_t> ChildAt(QPointF place) const;
+
+  const CanvasMode& Mode() const { return *mode_; }
   /// Ends the present mode.
   void SetMode(std::unique_ptr<CanvasMode> mode);
+  void StartMode(MouseMode mode);
+  /// Ends the present mode and gives the new one the press of a button that began it.
+  void BeginMode(std::unique_ptr<CanvasMode> mode, QMouseEvent& press);
+
+  /// The point that was picked by a click or the keys.
+  const std::optional<PickedPoint>& Picked() const { return selection_.Point(); }
+  /// Picks a point of the current DataSet: shows it, reads it out and tells assistive technology.
+  void Pick(const std::optional<PickedPoint>& point);
+  /// "pnt#3  X,Y: 1, 2", empty when none is picked.
+  QString PickedText() const;
+  /// Reads out a place of the picture as for the mouse, in the pixels of the graph worked on.
+  void ShowReadOutAt(QPointF place);
+  TraceLayer& Traces() { return traces_; }
+  const TraceLayer& Traces() const { return traces_; }
 
   QSize sizeHint() const override { return {640, 440}; }
   QSize minimumSizeHint() const override { return {160, 120}; }
@@ -69,7 +87,7 @@ class GraphCanvas final : public QWidget {
  private:
   void Redraw();
   void RenderPicture();
-  void FollowMouse(QPointF position);
+  void PaintTraces(QPainter& painter) const;
   void PaintHoveredPoint(QPainter& painter) const;
   void PaintPickedPoint(QPainter& painter) const;
   std::optional<QPointF> PlaceInPlot(const PickedPoint& point) const;
@@ -81,12 +99,15 @@ class GraphCanvas final : public QWidget {
   void AtTheEdge(const std::function<void()>& work);
   void SelectGraphAt(QPointF place);
   QMouseEvent Shifted(const QMouseEvent& event) const;
+  /// Keeps the scales to come back to, once for steps close in time.
+  void RememberScales(ZoomStack& zoom, const TxyGraph& graph);
   void ZoomAt(QPointF position, Qt::KeyboardModifiers modifiers, double factor);
 
   Document& document_;
   Prompt& prompt_;
   std::unique_ptr<CanvasMode> mode_;
-  std::vector<std::unique_ptr<CanvasMode>> ended_modes_;  // kept until the event they ended in is over
+  std::vector<std::unique_ptr<CanvasMode>>
+      ended_modes_;  // kept until the event they ended in is over
   PointSelection selection_;
   TraceLayer traces_;
   QImage picture_;

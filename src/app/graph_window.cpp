@@ -20,7 +20,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
       document_(std::move(document)),
       workspace_(workspace),
       prompt_(prompt),
-      canvas_(new GraphCanvas(*document_, this)) {
+      canvas_(new GraphCanvas(*document_, prompt, this)) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName(ToQt(document_->Name()));
   setWindowIcon(InkIcon("graph"));

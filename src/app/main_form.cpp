@@ -158,6 +158,9 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   connect(&window->Canvas(), &GraphCanvas::readOutChanged, this,
           [this](const QString& text) { read_out_->ShowText(text); });
   connect(&window->Canvas(), &GraphCanvas::mouseReleased, this, &T_MainForm::refreshMenu);
+  connect(&window->Canvas(), &GraphCanvas::modeChanged, this, &T_MainForm::refreshMenu);
+  connect(&window->Canvas(), &GraphCanvas::customContextMenuRequested, this,
+          [this, window](QPoint place) { ShowPopup(*window, place); });
   area_->addSubWindow(window);
   centre_->setCurrentWidget(area_);
   // Before the first showing the workspace has no size yet that shares could be taken of.
@@ -186,7 +189,12 @@ void T_MainForm::updateMenu() {
 
 void T_MainForm::refreshMenu() {
   const TGraphWindow* active = ActiveGraphWindow();
-  const QString note = active ? ToQt(active->GetDocument().Note()) : QString();
+  QString note;
+  if (active) {
+    const CanvasMode& mode = active->Canvas().Mode();
+    note = ToQt(active->GetDocument().Note());
+    if (note.isEmpty() || mode.Kind() != MouseMode::Rest) note = ToQt(mode.Hint());
+  }
   note_->ShowText(note);
   actions_->Update();
 }

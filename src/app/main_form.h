@@ -64,6 +64,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool SaveAs(Document& document) override;
   std::vector<Document*> Documents() const override;
   bool Close(Document& document) override;
+  void SwitchMode(Document& document, MouseMode mode) override;
+  MouseMode ModeOf(const Document& document) const override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
   void ShowAbout() override;
@@ -78,6 +80,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   std::string LowestFreeName() const;
   TGraphWindow* WindowOf(const Document& document) const;
   void TellFileError(const std::filesystem::path& path, const std::string& reason);
+  void ShowPopup(TGraphWindow& window, QPoint place);
   void updateMenu();
   void refreshMenu();
   void closingGraphWindow(TGraphWindow* window);

@@ -8,6 +8,8 @@
 #include "app/arrange_windows.h"
 #include "app/command_actions.h"
 #include "app/document.h"
+#include "app/graph_canvas.h"
+#include "app/graph_popup.h"
 #include "app/graph_window.h"
 #include "app/main_form.h"
 #include "app/save_as.h"
@@ -84,6 +86,22 @@ std::vector<Document*> T_MainForm::Documents() const {
 bool T_MainForm::Close(Document& document) {
   TGraphWindow* window = WindowOf(document);
   return window && window->close();
+}
+
+void T_MainForm::SwitchMode(Document& document, MouseMode mode) {
+  GraphCanvas& canvas = WindowOf(document)->Canvas();
+  canvas.StartMode(canvas.Mode().Kind() == mode ? MouseMode::Rest : mode);
+  canvas.setFocus();
+}
+
+MouseMode T_MainForm::ModeOf(const Document& document) const {
+  return WindowOf(document)->Canvas().Mode().Kind();
+}
+
+void T_MainForm::ShowPopup(TGraphWindow& window, QPoint place) {
+  QMenu menu;
+  FillGraphPopup(menu, window.GetDocument(), *actions_);
+  menu.exec(window.Canvas().mapToGlobal(place));
 }
 
 void T_MainForm::Arrange(WindowArrangement arrangement) {

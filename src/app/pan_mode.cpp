@@ -1,11 +1,10 @@
 #include "app/pan_mode.h"
 
 #include <QMouseEvent>
-#include <memory>
+#include <array>
 
 #include "app/axis_zoom.h"
 #include "app/graph_canvas.h"
-#include "app/rest_mode.h"
 
 namespace tarnwick {
 namespace {
@@ -14,17 +13,30 @@ constexpr std::array kAxes = {AxisId::X, AxisId::Y, AxisId::Y2};
 
 }  // namespace
 
-PanMode::PanMode(Document& document, QPointF start) : start_(start) {
+PanMode::PanMode(const Document& document, QPointF start) : one_drag_(true) {
+  Grasp(document, start);
+}
+
+void PanMode::Grasp(const Document& document, QPointF start) {
+  start_ = start;
+  moved_ = false;
   for (std::size_t i = 0; i < kAxes.size(); ++i) {
     scales_[i] = document.Graph().Axis(kAxes[i]).Scale();
   }
 }
 
+void PanMode::MousePress(GraphCanvas& canvas, QMouseEvent& event) {
+  if (start_ || event.button() != Qt::LeftButton) return;
+  Grasp(canvas.GetDocument(), event.position());
+  canvas.setCursor(Cursor());
+}
+
 void PanMode::MouseMove(GraphCanvas& canvas, QMouseEvent& event) {
+  if (!start_) return;
   Document& document = canvas.GetDocument();
   if (!moved_) document.Zoom().Remember(document.Graph());
   moved_ = true;
-  const QPointF way = event.position() - start_;
+  const QPointF way = event.position() - *start_;
   document.Graph().BeginUpdate();
   for (std::size_t i = 0; i < kAxes.size(); ++i) {
     const double pixels = kAxes[i] == AxisId::X ? way.x() : way.y();
@@ -37,7 +49,12 @@ void PanMode::MouseMove(GraphCanvas& canvas, QMouseEvent& event) {
 }
 
 void PanMode::MouseRelease(GraphCanvas& canvas, QMouseEvent&) {
-  canvas.SetMode(std::make_unique<RestMode>());
+  if (one_drag_) {
+    canvas.StartMode(MouseMode::Rest);
+    return;
+  }
+  start_.reset();
+  canvas.setCursor(Cursor());
 }
 
 }  // namespace tarnwick

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <vector>
 
+#include "app/mouse_mode.h"
+
 namespace tarnwick {
 
 class Document;
@@ -36,6 +38,9 @@ class Workspace {
 
   /// Closes the document's window, which asks what it has to; false when it stays.
   virtual bool Close(Document& document) = 0;
+  /// Gives the mouse another meaning on the document's graph; a mode that is on already ends instead.
+  virtual void SwitchMode(Document& document, MouseMode mode) = 0;
+  virtual MouseMode ModeOf(const Document& document) const = 0;
   virtual void Arrange(WindowArrangement arrangement) = 0;
   virtual void ExitProgram() = 0;
   virtual void ShowAbout() = 0;

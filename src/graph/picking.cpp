@@ -12,6 +12,18 @@ bool IsShownThroughCurve(const TSeries& series) {
          !style.connect_points && !style.show_symbols;
 }
 
+const PointChain& PickablePoints(const TSeries& series) {
+  return IsShownThroughCurve(series) ? series.RegressionCurve() : series.Points();
+}
+
+PickedPoint PickedPointAt(const TSeries& series, std::size_t index) {
+  const Point point = PickablePoints(series).At(index);
+  if (IsShownThroughCurve(series)) {
+    return {static_cast<std::int32_t>(index) + 1, point.x, point.regression, true};
+  }
+  return {point.id, point.x, series.CorrectedY(point.x, point.y), false};
+}
+
 std::optional<std::size_t> NearestIndex(const PointChain& points, double x) {
   if (points.Empty() || std::isnan(x)) return std::nullopt;
   const std::size_t found = points.LowerBound(x);
@@ -28,14 +40,9 @@ std::optional<std::size_t> NearestIndex(const PointChain& points, double x) {
 std::optional<PickedPoint> PickPointOf(const TxyGraph& graph, const TSeries& series, double x) {
   const TAxis& axis = graph.Axis(AxisId::X);
   if (!(x >= axis.Min() && x <= axis.Max())) return std::nullopt;
-  const bool on_curve = IsShownThroughCurve(series);
-  const PointChain& points = on_curve ? series.RegressionCurve() : series.Points();
-  const std::optional<std::size_t> index = NearestIndex(points, x);
+  const std::optional<std::size_t> index = NearestIndex(PickablePoints(series), x);
   if (!index) return std::nullopt;
-  const Point point = points.At(*index);
-  if (on_curve)
-    return PickedPoint{static_cast<std::int32_t>(*index) + 1, point.x, point.regression, true};
-  return PickedPoint{point.id, point.x, series.CorrectedY(point.x, point.y), false};
+  return PickedPointAt(series, *index);
 }
 
 std::optional<PickedPoint> PickPoint(const TxyGraph& graph, double x) {

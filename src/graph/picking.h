@@ -22,6 +22,12 @@ struct PickedPoint {
 /// them are drawn.
 bool IsShownThroughCurve(const TSeries& series);
 
+/// The points of a DataSet that are picked from: those of its regression curve where it is shown through that alone.
+const PointChain& PickablePoints(const TSeries& series);
+
+/// The one of them at a 0-based position below their number.
+PickedPoint PickedPointAt(const TSeries& series, std::size_t index);
+
 /// The 0-based position of the point nearest to `x` (a tie goes to the left); nothing when the chain is empty or x NaN.
 std::optional<std::size_t> NearestIndex(const PointChain& points, double x);
 

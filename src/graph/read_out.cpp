@@ -8,6 +8,7 @@ namespace tarnwick {
 namespace {
 
 constexpr int kDigits = 8;
+constexpr const char* kNoMouse = "Mouse X,Y:   ; ";
 
 /// The axis that the current DataSet's values are read on.
 AxisId CurrentYAxis(const TxyGraph& graph) {
@@ -50,8 +51,12 @@ ReadOut ReadOutAt(const TxyGraph& graph, int px, int py) {
   return read_out;
 }
 
+std::string PickedReadOut(const TxyGraph& graph, const std::optional<PickedPoint>& point) {
+  return kNoMouse + PointText(graph, point);
+}
+
 std::string IdleReadOut() {
-  return "Mouse X,Y:   ; Point#   X,Y :        ";
+  return std::string(kNoMouse) + "Point#   X,Y :        ";
 }
 
 }  // namespace tarnwick

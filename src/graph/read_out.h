@@ -29,6 +29,9 @@ struct ReadOut {
 /// What the status line says for the client pixel (px, py).
 ReadOut ReadOutAt(const TxyGraph& graph, int px, int py);
 
+/// What the status line says of a point picked without the mouse: "Mouse X,Y:   ; pnt#3  X,Y: 1, 2".
+std::string PickedReadOut(const TxyGraph& graph, const std::optional<PickedPoint>& point);
+
 /// While the mouse is elsewhere: "Mouse X,Y:   ; Point#   X,Y :        ".
 std::string IdleReadOut();
 

@@ -1,0 +1,44 @@
+#include "app/delete_point_mode.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "app/canvas_cursor.h"
+#include "app/graph_canvas.h"
+#include "app/point_modes.h"
+#include "base/prompt.h"
+#include "graph/point_edit.h"
+
+namespace tarnwick {
+namespace {
+
+void AskAndDelete(GraphCanvas& canvas, const std::optional<PickedPoint>& point) {
+  if (!point) return;
+  CheckEditable(*point);
+  Document& document = canvas.GetDocument();
+  const std::int32_t id = point->number;
+  const Question question{
+      DeletePointQuestion(document.Graph(), *document.Graph().CurrentSeries(), id),
+      {Answer::Yes, Answer::No}};
+  if (canvas.GetPrompt().Ask(question) != Answer::Yes) return;
+  document.Edit("Delete Point", [id](TxyGraph& graph) { graph.CurrentSeries()->DeletePoint(id); });
+}
+
+}  // namespace
+
+void DeletePointMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
+  if (event.button() != Qt::LeftButton) return;
+  AskAndDelete(canvas, PointUnder(canvas, event.position()));
+}
+
+bool DeletePointMode::KeyPress(GraphCanvas& canvas, QKeyEvent& event) {
+  if (!IsReturn(event)) return CanvasMode::KeyPress(canvas, event);
+  AskAndDelete(canvas, canvas.Picked());
+  return true;
+}
+
+QCursor DeletePointMode::Cursor() const {
+  return DrawnCursor(CanvasCursor::PointDel);
+}
+
+}  // namespace tarnwick

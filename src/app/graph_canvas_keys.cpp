@@ -1,0 +1,100 @@
+// The keys of a graph's canvas, and the point that they walk to.
+#include <QAccessible>
+#include <QKeyEvent>
+
+#include "app/axis_zoom.h"
+#include "app/graph_canvas.h"
+#include "app/text.h"
+#include "graph/read_out.h"
+
+namespace tarnwick {
+
+bool GraphCanvas::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      mode_->TakesKey(*this, static_cast<const QKeyEvent*>(event)->key())) {
+    event->accept();
+    return true;
+  }
+  return QWidget::event(event);
+}
+
+void GraphCanvas::keyPressEvent(QKeyEvent* event) {
+  bool meant = false;
+  AtTheEdge([&] {
+    meant = true;  // also when it fails
+    meant = mode_->KeyPress(*this, *event) || WalkByKey(*event) || ChangeDataSetByKey(*event);
+  });
+  if (!meant) QWidget::keyPressEvent(event);
+}
+
+void GraphCanvas::keyReleaseEvent(QKeyEvent* event) {
+  bool meant = false;
+  AtTheEdge([&] { meant = mode_->KeyRelease(*this, *event); });
+  if (!meant) QWidget::keyReleaseEvent(event);
+}
+
+bool GraphCanvas::WalkByKey(const QKeyEvent& event) {
+  struct Row {
+    int key;
+    PointWalk walk;
+  };
+  static constexpr Row kRows[] = {
+      {Qt::Key_Left, PointWalk::Left},       {Qt::Key_Right, PointWalk::Right},
+      {Qt::Key_PageUp, PointWalk::PageLeft}, {Qt::Key_PageDown, PointWalk::PageRight},
+      {Qt::Key_Home, PointWalk::First},      {Qt::Key_End, PointWalk::Last},
+  };
+  for (const Row& row : kRows) {
+    if (row.key != event.key()) continue;
+    if (selection_.Walk(row.walk)) ShowPicked();
+    return true;
+  }
+  return false;
+}
+
+bool GraphCanvas::ChangeDataSetByKey(const QKeyEvent& event) {
+  const bool up = event.key() == Qt::Key_Up;
+  if (!up && event.key() != Qt::Key_Down) return false;
+  TxyGraph& graph = document_.Graph();
+  const auto picked = Picked();
+  const std::int32_t next = graph.CurrentSeriesIndex() + (up ? -1 : 1);
+  if (next < 0 || next >= static_cast<std::int32_t>(graph.SeriesCount())) return true;
+  graph.SetCurrentSeriesIndex(next);
+  Pick(picked ? PickPoint(graph, picked->x) : std::nullopt);
+  return true;
+}
+
+void GraphCanvas::Pick(const std::optional<PickedPoint>& point) {
+  selection_.Take(point);
+  ShowPicked();
+}
+
+QString GraphCanvas::PickedText() const {
+  return Picked() ? ToQt(PointText(document_.Graph(), Picked())) : QString();
+}
+
+void GraphCanvas::ShowPicked() {
+  update();
+  if (Picked()) {
+    TAxis& axis = document_.Graph().Axis(AxisId::X);
+    if (const auto range = RangeShowing(axis.Scale(), Picked()->x)) {
+      RememberScales(document_.Zoom(), document_.Graph());
+      document_.Graph().BeginUpdate();
+      axis.SetMin(range->min);
+      axis.SetMax(range->max);
+      document_.Graph().EndUpdate();
+    }
+    emit readOutChanged(ToQt(PickedReadOut(document_.Graph(), Picked())));
+  }
+  NameForAssistance();
+  QAccessibleValueChangeEvent spoken(this, PickedText());
+  QAccessible::updateAccessibility(&spoken);
+}
+
+void GraphCanvas::NameForAssistance() {
+  const TSeries* series = document_.Graph().CurrentSeries();
+  QString name = tr("Graph %1").arg(ToQt(document_.Name()));
+  if (Picked() && series) name += ", " + ToQt(series->SeriesName()) + " " + PickedText();
+  setAccessibleName(name);  // tells that it changed, which screen readers speak
+}
+
+}  // namespace tarnwick

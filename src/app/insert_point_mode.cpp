@@ -1,0 +1,24 @@
+#include "app/insert_point_mode.h"
+
+#include <QMouseEvent>
+
+#include "app/canvas_cursor.h"
+#include "app/graph_canvas.h"
+#include "app/point_modes.h"
+
+namespace tarnwick {
+
+void InsertPointMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
+  Document& document = canvas.GetDocument();
+  const bool placed = event.button() == Qt::LeftButton && IsInPlot(canvas, event.position());
+  if (!placed || !document.Graph().CurrentSeries()) return;
+  const PlotPoint value = ValueAt(canvas, event.position());
+  document.Edit("Insert Point",
+                [&](TxyGraph& graph) { InsertPoint(*graph.CurrentSeries(), value); });
+}
+
+QCursor InsertPointMode::Cursor() const {
+  return DrawnCursor(CanvasCursor::DownArrow);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,48 @@
+#include "app/point_modes.h"
+
+#include <QKeyEvent>
+
+#include "app/graph_canvas.h"
+#include "base/error.h"
+
+namespace tarnwick {
+namespace {
+
+AxisScale YScale(const GraphCanvas& canvas) {
+  const TxyGraph& graph = canvas.GetDocument().Graph();
+  const TSeries* series = graph.CurrentSeries();
+  return graph.Axis(series ? graph.YAxisOf(*series) : AxisId::Y).Scale();
+}
+
+AxisScale XScale(const GraphCanvas& canvas) {
+  return canvas.GetDocument().Graph().Axis(AxisId::X).Scale();
+}
+
+}  // namespace
+
+bool IsInPlot(const GraphCanvas& canvas, QPointF place) {
+  return canvas.Layout().plot.contains(place);
+}
+
+std::optional<PickedPoint> PointUnder(const GraphCanvas& canvas, QPointF place) {
+  if (!IsInPlot(canvas, place)) return std::nullopt;
+  return PickPoint(canvas.GetDocument().Graph(), XScale(canvas).ValueAt(place.x()));
+}
+
+void CheckEditable(const PickedPoint& point) {
+  if (point.on_curve) throw Error("Show the points of the DataSet to edit them");
+}
+
+PlotPoint ValueAt(const GraphCanvas& canvas, QPointF place) {
+  return {XScale(canvas).ValueAt(place.x()), YScale(canvas).ValueAt(place.y())};
+}
+
+QPointF PlaceOf(const GraphCanvas& canvas, const PlotPoint& value) {
+  return {XScale(canvas).Position(value.x), YScale(canvas).Position(value.y)};
+}
+
+bool IsReturn(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+}  // namespace tarnwick
