@@ -1,0 +1,89 @@
+#include "graph/paste_edit.h"
+
+#include <gtest/gtest.h>
+
+#include "base/error.h"
+#include "graph/child_edit.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+void AddLine(TxyGraph& graph, const std::string& name) {
+  auto series = std::make_unique<TSeries>();
+  series->SetSeriesName(name);
+  series->AddPoint(1, 2);
+  graph.AddSeries(std::move(series));
+}
+
+void SetTitle(TxyGraph& graph, const std::string& title) {
+  Appearance appearance = graph.GetAppearance();
+  appearance.title_of_graph = title;
+  graph.SetAppearance(appearance);
+}
+
+TEST(PasteEdit, AnEmptyGraphBecomesThePastedOneAtItsOwnPlace) {
+  TxyGraph source, target;
+  AddLine(source, "A");
+  SetTitle(source, "Copied");
+  source.Marks().AddMark({});
+  Dimensions place;
+  place.hor_size = 0.5;
+  target.SetDimensions(place);
+  PasteGraph(target, source.State());
+  EXPECT_EQ(target.GetAppearance().title_of_graph, "Copied");
+  EXPECT_EQ(target.Marks().All().size(), 1u);
+  EXPECT_EQ(target.GetDimensions().hor_size, 0.5);
+}
+
+TEST(PasteEdit, AGraphInUseGetsTheDataSetsToldApart) {
+  TxyGraph source, target;
+  AddLine(source, "A");
+  AddLine(source, "B");
+  AddLine(target, "C");
+  SetTitle(target, "Own");
+  PasteGraph(target, source.State());
+  ASSERT_EQ(target.SeriesCount(), 3u);
+  EXPECT_EQ(target.GetAppearance().title_of_graph, "Own");
+  EXPECT_EQ(target.CurrentSeries()->SeriesName(), "A");
+  EXPECT_EQ(target.Series(2).SeriesName(), "B");
+  for (std::size_t i = 0; i < 3; ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      EXPECT_NE(target.Series(i).Style().line_color, target.Series(j).Style().line_color);
+    }
+  }
+  EXPECT_THROW(PasteGraph(target, GraphState()), Error);
+}
+
+TEST(PasteEdit, TheCurrentDataSetIsTakenAlone) {
+  TxyGraph graph;
+  EXPECT_THROW(StateOfCurrentDataSet(graph), Error);
+  AddLine(graph, "A");
+  AddLine(graph, "B");
+  InsertChild(graph, "Inset");
+  graph.SetCurrentSeriesIndex(1);
+  const GraphState alone = StateOfCurrentDataSet(graph);
+  ASSERT_EQ(alone.series.size(), 1u);
+  EXPECT_EQ(alone.series[0].data.settings.SeriesName, "B");
+  EXPECT_EQ(alone.appearance.current_series_index, 0);
+  EXPECT_TRUE(alone.children.empty());
+}
+
+TEST(PasteEdit, AChildComesBackToItsPlaceOrBesideTheOneThere) {
+  TxyGraph graph;
+  graph.Resize(400, 300);
+  AddLine(*graph.Children()[InsertChild(graph, "Inset")], "A");
+  const GraphState copied = graph.Children()[0]->State();
+  const TxyChildGr::Place place = graph.Children()[0]->PlaceIn(400, 300);
+  const TxyGraph& beside = *graph.Children()[PasteChild(graph, copied)];
+  EXPECT_EQ(beside.Series(0).SeriesName(), "A");
+  EXPECT_EQ(graph.Children()[1]->PlaceIn(400, 300).left, place.left + 20);
+  graph.DeleteChild(0);
+  graph.DeleteChild(0);
+  PasteChild(graph, copied);
+  EXPECT_EQ(graph.Children()[0]->PlaceIn(400, 300).left, place.left);
+  EXPECT_EQ(graph.Children()[0]->PlaceIn(400, 300).width, place.width);
+}
+
+}  // namespace
+}  // namespace tarnwick
