@@ -1,7 +1,9 @@
 // The commands baseline and shift: what marks and numbers do to the data of a graph.
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "cli/commands.h"
 #include "cli/input_graph.h"
@@ -27,11 +29,17 @@ struct ShiftOptions {
   std::optional<int> mark;
 };
 
+void CheckFinite(const std::optional<double>& number, const char* option) {
+  if (number && !std::isfinite(*number)) throw UsageError(std::string(option) + " needs a number");
+}
+
 void RunBaseline(const BaselineOptions& options, Output& output) {
   const bool numbers = options.offset || options.slope;
   if (numbers == options.mark.has_value()) {
     throw UsageError("baseline needs either --offset and --slope, or --mark");
   }
+  CheckFinite(options.offset, "--offset");
+  CheckFinite(options.slope, "--slope");
   CheckOverwrite(options.save);
   const InputGraph input = ReadInput(options.input);
   TxyGraph& graph = *input.graph;
@@ -50,6 +58,7 @@ void RunShift(const ShiftOptions& options, Output& output) {
   if (options.by.has_value() == options.mark.has_value()) {
     throw UsageError("shift needs either --by or --mark");
   }
+  CheckFinite(options.by, "--by");
   CheckOverwrite(options.save);
   const InputGraph input = ReadInput(options.input);
   TxyGraph& graph = *input.graph;
