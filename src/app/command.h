@@ -32,6 +32,7 @@ enum class Menu : std::uint8_t {
   Zoom,
   Data,
   RefreshData,
+  XAxisShift,
   Mark,
   Insert,
   Analysis,
@@ -75,6 +76,9 @@ std::span<const Command> EditCommands();
 std::span<const Command> ModeCommands();
 std::span<const Command> WindowCommands();
 std::span<const Command> ViewCommands();
+std::span<const Command> LegendCommands();
+std::span<const Command> MarkCommands();
+std::span<const Command> InsertCommands();
 std::span<const Command> DataCommands();
 std::span<const Command> HelpCommands();
 

@@ -8,7 +8,7 @@ const std::vector<const Command*>& CommandTable() {
   static const std::vector<const Command*> kTable = [] {
     std::vector<const Command*> table;
     for (const auto rows : {FileCommands(), EditCommands(), ModeCommands(), WindowCommands(), ViewCommands(),
-                            DataCommands(), HelpCommands()}) {
+                            LegendCommands(), MarkCommands(), InsertCommands(), DataCommands(), HelpCommands()}) {
       for (const Command& row : rows) table.push_back(&row);
     }
     return table;

@@ -66,6 +66,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool Close(Document& document) override;
   void SwitchMode(Document& document, MouseMode mode) override;
   MouseMode ModeOf(const Document& document) const override;
+  void EditMarks(Document& document) override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
   void ShowAbout() override;

@@ -12,11 +12,13 @@
 #include "app/graph_popup.h"
 #include "app/graph_window.h"
 #include "app/main_form.h"
+#include "app/mark_editor.h"
 #include "app/save_as.h"
 #include "app/text.h"
 #include "app/window_placement.h"
 #include "base/error.h"
 #include "base/version.h"
+#include "graph/mark_edit.h"
 
 namespace tarnwick {
 
@@ -102,6 +104,14 @@ void T_MainForm::ShowPopup(TGraphWindow& window, QPoint place) {
   QMenu menu;
   FillGraphPopup(menu, window.GetDocument(), *actions_);
   menu.exec(window.Canvas().mapToGlobal(place));
+}
+
+void T_MainForm::EditMarks(Document& document) {
+  const Mark* current = CurrentMark(document.Graph());
+  TxyMark editor(document, current ? current->id : -1, *parts_.prompt, this);
+  editor.exec();
+  const std::optional<Mark> edited = editor.EditedMark();
+  if (edited) SetCurrentMark(document.Graph(), edited->id);
 }
 
 void T_MainForm::Arrange(WindowArrangement arrangement) {

@@ -1,4 +1,4 @@
-// Commands that change what a graph shows: scales, legend, marks.
+// Commands that change the scales of a graph.
 #include <initializer_list>
 
 #include "app/command.h"
@@ -27,39 +27,10 @@ void ZoomBack(CommandContext& context) {
   context.document->Zoom().GoBack(context.document->Graph());
 }
 
-void ToggleLegend(CommandContext& context) {
-  const bool shown = context.document->Graph().GetLegend().visible;
-  context.document->Edit(shown ? "Hide Legend" : "Show Legend", [&](TxyGraph& graph) {
-    Legend legend = graph.GetLegend();
-    legend.visible = !shown;
-    graph.SetLegend(legend);
-  });
-}
-
-void ToggleMarks(CommandContext& context) {
-  const bool shown = context.document->Graph().GetAppearance().marks_are_shown;
-  context.document->Edit(shown ? "Hide Marks" : "Show Marks", [&](TxyGraph& graph) {
-    Appearance appearance = graph.GetAppearance();
-    appearance.marks_are_shown = !shown;
-    graph.SetAppearance(appearance);
-  });
-}
-
-std::string_view LegendCaption(const Document& document) {
-  return document.Graph().GetLegend().visible ? "Hide &Legend" : "Show &Legend";
-}
-
-std::string_view MarksCaption(const Document& document) {
-  return document.Graph().GetAppearance().marks_are_shown ? "Hide &Marks" : "Show &Marks";
-}
-
 }  // namespace
 
 std::span<const Command> ViewCommands() {
   static constexpr Command kRows[] = {
-      {"GraphLegend1", "Show/Hide &Legend", "",
-       "Show/Hide Legend |Show/Hide Legend for Current Graph", "legend", Menu::Legend, 0,
-       ToolGroup::Show, HasDocument, ToggleLegend, LegendCaption},
       {"GraphZoomAll1", "&All Axes", "", "Zoom All|Set AutoScale on All Axes", "zoom-all",
        Menu::Zoom, 0, ToolGroup::Zoom, HasDocument,
        AutoScaleAxes<AxisId::X, AxisId::Y, AxisId::Y2>},
@@ -71,8 +42,6 @@ std::span<const Command> ViewCommands() {
        Menu::Zoom, 0, ToolGroup::None, HasDocument, AutoScaleAxes<AxisId::Y2>},
       {"GraphResetZoom1", "&Undo Zoom", "", "Undo Zoom|Return to Previous Scales", "zoom-back",
        Menu::Zoom, 1, ToolGroup::Zoom, CanZoomBack, ZoomBack},
-      {"MarkShowHide1", "Show/Hide &Marks", "", "Hide/Show Marks|Hide/Show Marks in Current Window",
-       "marks", Menu::Mark, 0, ToolGroup::Show, HasDocument, ToggleMarks, MarksCaption},
   };
   return kRows;
 }

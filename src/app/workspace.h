@@ -41,6 +41,8 @@ class Workspace {
   /// Gives the mouse another meaning on the document's graph; a mode that is on already ends instead.
   virtual void SwitchMode(Document& document, MouseMode mode) = 0;
   virtual MouseMode ModeOf(const Document& document) const = 0;
+  /// Shows the mark editor for the graph that the document is working on. What was edited last becomes the current mark.
+  virtual void EditMarks(Document& document) = 0;
   virtual void Arrange(WindowArrangement arrangement) = 0;
   virtual void ExitProgram() = 0;
   virtual void ShowAbout() = 0;
