@@ -37,7 +37,8 @@ bool PlaceMark(const QRectF& plot, const AxisScale& x, const AxisScale& y, MarkI
     case MarkType::Point:
       item.point = first;
       item.radius = RadiusOf(mark);
-      return plot.contains(first);
+      // A rectangle holds even what is no number.
+      return std::isfinite(first.x()) && std::isfinite(first.y()) && plot.contains(first);
     case MarkType::Line:
       item.line = {first, QPointF(x.Position(mark.x2), y.Position(mark.y2))};
       return std::isfinite(item.line.x1()) && std::isfinite(item.line.y1()) &&

@@ -1,15 +1,19 @@
 #include "graph/picture_export.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QImage>
 #include <QImageReader>
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <limits>
 
 #include "base/error.h"
+#include "graph/background_image.h"
+#include "graph/paint_plot.h"
 #include "graph/xy_graph.h"
 #include "support/temporary_folder.h"
 
@@ -149,6 +153,7 @@ TEST(Picture, FilesAreOfTheirKindAndSize) {
   FillGraph(graph);
   const testing::TemporaryFolder folder;
   for (const Row& row : {Row{"a.png", "\x89PNG"}, Row{"a.JPG", "\xFF\xD8\xFF"}, Row{"a.bmp", "BM"},
+                         Row{"a.gif", "GIF89a"}, Row{"a.wmf", "\xD7\xCD\xC6\x9A"},
                          Row{"a.svg", "<?xml"}, Row{"a.pdf", "%PDF"}}) {
     const std::filesystem::path path = folder.File(row.name);
     WritePicture(graph, path, {300, 200, 96});
@@ -156,7 +161,7 @@ TEST(Picture, FilesAreOfTheirKindAndSize) {
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     EXPECT_TRUE(bytes.starts_with(row.magic)) << row.name;
     EXPECT_LT(bytes.size(), 250'000U) << row.name;
-    if (path.extension() == ".pdf") continue;
+    if (path.extension() == ".pdf" || path.extension() == ".wmf") continue;
     if (path.extension() == ".svg") {
       EXPECT_NE(bytes.find("viewBox=\"0 0 300 200\""), std::string::npos);
       continue;
@@ -171,6 +176,116 @@ TEST(Picture, FilesAreOfTheirKindAndSize) {
     EXPECT_NE(std::string(error.what()).find(".tiff"), std::string::npos);
   }
   EXPECT_FALSE(std::filesystem::exists(folder.Path() / "a.tiff"));
+}
+
+TEST(Picture, FilesHoldTheirResolution) {
+  TxyGraph graph;
+  FillGraph(graph);
+  const testing::TemporaryFolder folder;
+  for (const char* name : {"a.png", "a.jpg", "a.bmp"}) {
+    WritePicture(graph, folder.File(name), {WholePixels(60, 300), WholePixels(40, 300), 300});
+    const QImage image(QString::fromStdString(folder.File(name).string()));
+    EXPECT_EQ(image.size(), QSize(709, 472)) << name;
+    EXPECT_NEAR(image.dotsPerMeterX() * 0.0254, 300, 0.02) << name;
+  }
+}
+
+TEST(Picture, BackgroundImageFillsThePlotOrStandsInItsMiddle) {
+  TxyGraph graph;
+  FillGraph(graph);
+  const testing::TemporaryFolder folder;
+  QImage image(20, 10, QImage::Format_RGB32);
+  image.fill(QColor(1, 2, 3));
+  ASSERT_TRUE(image.save(QString::fromStdString(folder.File("b.png").string())));
+  Appearance appearance = graph.GetAppearance();
+  appearance.data_directory = folder.Path().string();
+  appearance.background_image_file = "b.png";
+  graph.SetAppearance(appearance);
+  const QRgb ink = qRgb(1, 2, 3);
+  QImage picture = RenderImage(graph, {400, 300});
+  EXPECT_EQ(picture.pixel(205, 147), ink);
+  EXPECT_EQ(picture.pixel(215, 147), Rgb(kPlot));
+  appearance.stretch_background = true;
+  graph.SetAppearance(appearance);
+  picture = RenderImage(graph, {400, 300});
+  EXPECT_EQ(picture.pixel(60, 60), ink);
+  EXPECT_EQ(picture.pixel(40, 60), Rgb(kMargin));
+
+  std::ofstream(folder.File("none.png")) << "no picture at all";
+  for (const char* none : {"none.png", "missing.png", ".", "/dev/zero"}) {
+    appearance.background_image_file = none;
+    graph.SetAppearance(appearance);
+    EXPECT_EQ(RenderImage(graph, {400, 300}).pixel(60, 60), Rgb(kPlot)) << none;
+    EXPECT_NE(graph.Background().Error().find("Cannot read the picture: "), std::string::npos);
+  }
+}
+
+TEST(Picture, LineStylesTellDataSetsApartOnPaperOnly) {
+  Appearance appearance;
+  EXPECT_EQ(SolidLineStyle(appearance, 1, PaintTarget::Paper), LineStyle::Solid);
+  appearance.print_style_for_lines = true;
+  EXPECT_EQ(SolidLineStyle(appearance, 1, PaintTarget::Screen), LineStyle::Solid);
+  EXPECT_EQ(SolidLineStyle(appearance, 1, PaintTarget::Metafile), LineStyle::Dash);
+  TxyGraph graph;
+  FillGraph(graph);
+  graph.AddSeries(std::make_unique<TSeries>()).AddPoint(0, 2);
+  graph.Series(1).AddPoint(10, 2);
+  const std::size_t solid = EncodePicture(graph, ".wmf", {400, 300}).size();
+  appearance = graph.GetAppearance();
+  appearance.print_style_for_lines = true;
+  graph.SetAppearance(appearance);
+  EXPECT_GT(EncodePicture(graph, ".wmf", {400, 300}).size(), solid + 500) << "one record a dash";
+}
+
+constexpr const char* kExtensions[] = {".png", ".jpg", ".bmp", ".gif", ".wmf", ".svg", ".pdf"};
+
+TEST(Picture, EveryKindTakesMarksBeyondNumbersAndPlotsWithoutRoom) {
+  TxyGraph graph;
+  FillGraph(graph);
+  const double bad[] = {std::numeric_limits<double>::infinity(),
+                        -std::numeric_limits<double>::infinity(),
+                        std::numeric_limits<double>::quiet_NaN(), 1e308};
+  for (const MarkType type :
+       {MarkType::Vertical, MarkType::Horizontal, MarkType::Point, MarkType::Line}) {
+    for (const double value : bad) {
+      Mark mark;
+      mark.type = type;
+      mark.x1 = mark.y2 = value;
+      mark.y1 = mark.x2 = -value;
+      graph.Marks().AddMark(mark);
+    }
+  }
+  for (const int margin : {50, 200, 100'000, -50'000}) {
+    Dimensions dimensions = graph.GetDimensions();
+    dimensions.left_margin = dimensions.top_margin = margin;
+    graph.SetDimensions(dimensions);
+    for (const char* extension : kExtensions)
+      EXPECT_FALSE(EncodePicture(graph, extension, {400, 300}).empty()) << extension << margin;
+  }
+}
+
+TEST(Picture, WhatCannotBeWrittenIsToldAndTheOldFileStays) {
+  TxyGraph graph;
+  FillGraph(graph);
+  const testing::TemporaryFolder folder;
+  for (const std::string extension : kExtensions) {
+    EXPECT_THROW(WritePicture(graph, folder.Path() / "gone" / ("a" + extension)), FileError);
+    const std::filesystem::path full = folder.Path() / ("full" + extension);
+    std::filesystem::create_symlink("/dev/full", full);
+    EXPECT_THROW(WritePicture(graph, full), FileError) << extension;
+    // A disk that takes no more than 100 bytes of a file.
+    const std::filesystem::path path = folder.File("old" + extension);
+    std::ofstream(path) << "old";
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    const rlimit small{100, usual.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_THROW(WritePicture(graph, path), FileError) << extension;
+    setrlimit(RLIMIT_FSIZE, &usual);
+    std::signal(SIGXFSZ, before);
+    EXPECT_EQ(std::filesystem::file_size(path), 3U) << extension;
+  }
 }
 
 }  // namespace

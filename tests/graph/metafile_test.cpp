@@ -1,0 +1,186 @@
+#include <gtest/gtest.h>
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <fstream>
+#include <limits>
+#include <set>
+
+#include "graph/metafile/metafile_picture.h"
+#include "graph/metafile/metafile_shapes.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kHeaders = 22 + 18;
+
+unsigned WordAt(const std::string& bytes, std::size_t at) {
+  return static_cast<unsigned char>(bytes.at(at)) |
+         static_cast<unsigned>(static_cast<unsigned char>(bytes.at(at + 1))) << 8;
+}
+
+struct Record {
+  unsigned function = 0;
+  std::string parameters;
+};
+
+/// The records, checked as a strict reader would: lengths, checksum, objects made before use and at most as many as stated.
+std::vector<Record> RecordsOf(const std::string& file) {
+  unsigned checksum = 0;
+  for (std::size_t i = 0; i < 20; i += 2) checksum ^= WordAt(file, i);
+  EXPECT_EQ(WordAt(file, 20), checksum);
+  EXPECT_EQ((WordAt(file, 28) | WordAt(file, 30) << 16) * 2, file.size() - 22);
+  const std::size_t most_objects = WordAt(file, 32);
+  const std::size_t longest = WordAt(file, 34) | WordAt(file, 36) << 16;
+  std::vector<Record> records;
+  std::set<unsigned> made;
+  for (std::size_t at = kHeaders; at < file.size();) {
+    const std::size_t words = WordAt(file, at) | WordAt(file, at + 2) << 16;
+    EXPECT_LE(words, longest);
+    if (words < 3 || at + words * 2 > file.size()) {
+      ADD_FAILURE() << "a record of " << words << " words";
+      break;
+    }
+    records.push_back({WordAt(file, at + 4), file.substr(at + 6, words * 2 - 6)});
+    at += words * 2;
+    const Record& record = records.back();
+    if ((record.function & 0xFF) >= 0xFA && record.function >> 8 == 2) {
+      unsigned free = 0;
+      while (made.contains(free)) ++free;
+      made.insert(free);
+      EXPECT_LE(made.size(), most_objects);
+    } else if (record.function == 0x012D) {
+      EXPECT_TRUE(made.contains(WordAt(record.parameters, 0)));
+    } else if (record.function == 0x01F0) {
+      EXPECT_EQ(made.erase(WordAt(record.parameters, 0)), 1U);
+    }
+  }
+  EXPECT_EQ(records.back().function, 0U) << "the end is missing";
+  return records;
+}
+
+std::string Painted(const std::function<void(QPainter&)>& paint) {
+  MetafilePicture picture(QSize(400, 300), 96);
+  QPainter painter(&picture);
+  paint(painter);
+  painter.end();
+  return picture.Bytes();
+}
+
+std::ptrdiff_t CountOf(const std::vector<Record>& records, unsigned function) {
+  return std::count_if(records.begin(), records.end(),
+                       [&](const Record& record) { return record.function == function; });
+}
+
+TEST(Metafile, RecordsAreWellFormedWhateverIsPainted) {
+  const std::vector<Record> records = RecordsOf(Painted([](QPainter& painter) {
+    const double infinite = std::numeric_limits<double>::infinity();
+    for (int i = 0; i < 20; ++i) {
+      painter.save();
+      painter.setClipRect(QRectF(10 + i, 20, 300, 200), Qt::IntersectClip);
+      painter.setPen(QPen(QColor(i * 10, 0, 200, i * 12), i, Qt::PenStyle(i % 6)));
+      painter.setBrush(i % 2 == 0 ? QBrush(QColor(0, i, 0)) : QBrush());
+      painter.rotate(i);
+      painter.drawLine(QPointF(-1e9, i), QPointF(1e9, infinite));
+      painter.drawLine(QPointF(-1e9, -1e9 + i), QPointF(1e9, 1e9));
+      painter.drawEllipse(QPointF(i * 1e3, 50), 4e4, std::nan(""));
+      painter.drawEllipse(QPointF(150, 100), 40, 4e5);
+      painter.drawText(QPointF(50 + i, 100), i % 3 == 0 ? "text" : "χ² ∈ ℝ");
+      painter.drawPoint(QPointF(50, 50));
+      painter.drawImage(QRectF(0, 0, 50, infinite), QImage(3, 3, QImage::Format_ARGB32));
+      painter.restore();
+    }
+  }));
+  EXPECT_GT(CountOf(records, 0x0325), 20);
+  EXPECT_EQ(CountOf(records, 0x0A32), 3) << "texts of Windows-1252, where there is a pen";
+}
+
+TEST(Metafile, LongLinesAndManyColoursKeepTheirPieces) {
+  QPolygonF zigzag;
+  for (int i = 0; i < 20000; ++i) zigzag << QPointF(10 + i * 0.01, i % 2 == 0 ? 10 : 90);
+  const std::vector<Record> records = RecordsOf(Painted([&](QPainter& painter) {
+    painter.setPen(Qt::red);
+    painter.drawPolyline(zigzag);
+  }));
+  std::size_t points = 0;
+  for (const Record& record : records) {
+    if (record.function == 0x0325) points += WordAt(record.parameters, 0) - 1;
+  }
+  EXPECT_EQ(points + 1, 20000U);
+}
+
+TEST(Metafile, LibwmfReadsLinesTextsAndAreasAtTheirPlaces) {
+  const std::string bytes = Painted([](QPainter& painter) {
+    painter.fillRect(QRectF(0, 0, 400, 300), QColor(0, 0, 255));
+    painter.setPen(QPen(QColor(255, 0, 0), 2));
+    painter.drawLine(QPointF(100, 150), QPointF(300, 75));
+    QFont font("Arial");
+    font.setPixelSize(20);
+    painter.setFont(font);
+    painter.setPen(QColor(0, 128, 0));
+    painter.drawText(QPointF(200, 225), "level");
+    painter.translate(40, 150);
+    painter.rotate(-90);
+    painter.drawText(QPointF(0, 0), "upright");
+  });
+  const testing::TemporaryFolder folder;
+  const std::filesystem::path path = folder.File("a.wmf");
+  std::ofstream(path, std::ios::binary) << bytes;
+  QProcess reader;
+  reader.start("wmf2svg", {QString::fromStdString(path.string())});
+  ASSERT_TRUE(reader.waitForFinished()) << "wmf2svg of libwmf-bin is needed";
+  const QString svg = QString::fromLatin1(reader.readAllStandardOutput());
+  const auto numbers = [&](const char* pattern) {
+    const auto match =
+        QRegularExpression(pattern, QRegularExpression::DotMatchesEverythingOption).match(svg);
+    EXPECT_TRUE(match.hasMatch()) << pattern << " in " << svg.toStdString();
+    std::vector<double> found;
+    for (const QString& text : match.capturedTexts().mid(1)) found.push_back(text.toDouble());
+    found.resize(4);
+    return found;
+  };
+  const double scale = numbers("<svg width=\"(\\d+)\"")[0] / 400;
+  const auto expect = [&](const std::vector<double>& found, const std::vector<double>& pixels,
+                          double tolerance) {
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+      EXPECT_NEAR(found[i], pixels[i] * scale, tolerance) << i;
+  };
+  expect(numbers("<polyline points=\"([\\d.]+),([\\d.]+)\\s+([\\d.]+),([\\d.]+)[^/]*stroke:red"),
+         {100, 150, 300, 75}, 0.3);
+  expect(numbers("<polygon points=\"([\\d.]+),([\\d.]+)[^/]*fill:blue"), {0, 0}, 0.5);
+  expect(numbers("matrix\\(1\\.0[^)]* ([\\d.]+) ([\\d.]+)\\)\"\\s*>level"), {200, 225}, 4);
+  expect(numbers("font-size:([\\d.]+)[^>]*>level"), {20}, 1);
+  EXPECT_TRUE(svg.contains(QRegularExpression("matrix\\(-?0\\.0[^)]*\\)\"\\s*>upright")));
+}
+
+TEST(MetafileShapes, PolygonsAreCutAndDashesKeepTheirLengths) {
+  const QRectF area(0, 0, 10, 10);
+  const QPolygonF square = QRectF(5, -5, 100, 10);
+  EXPECT_EQ(ClipPolygon(square, area).boundingRect(), QRectF(5, 0, 5, 5));
+  EXPECT_TRUE(ClipPolygon(square, QRectF(200, 0, 10, 10)).isEmpty());
+
+  struct Row {
+    const char* name;
+    QList<qreal> pattern;
+    double shortened;
+    QList<double> begins_and_ends;
+  };
+  for (const Row& row : {Row{"dashes", {4, 2}, 0, {0, 4, 6, 10, 12, 14}},
+                         Row{"dashes for round ends", {4, 2}, 1, {1, 3, 7, 9, 12.8, 13.2}},
+                         Row{"dots keep a rest", {1, 5}, 2, {0.4, 0.6, 6.4, 6.6, 12.4, 12.6}},
+                         Row{"no extent", {0, 0}, 1, {0, 14}}}) {
+    QList<double> found;
+    for (const QPolygonF& dash : CutIntoDashes({{{0, 1}, {14, 1}}}, row.pattern, row.shortened))
+      found << dash.front().x() << dash.back().x();
+    ASSERT_EQ(found.size(), row.begins_and_ends.size()) << row.name;
+    for (qsizetype i = 0; i < found.size(); ++i)
+      EXPECT_NEAR(found[i], row.begins_and_ends[i], 1e-9) << row.name;
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
