@@ -25,8 +25,12 @@ bool HasDataSet(const CommandContext& context) {
 
 void RunCommand(const Command& command, CommandContext& context) {
   if (command.enabled && !command.enabled(context)) return;
+  RunAsCommand(command.run, context);
+}
+
+void RunAsCommand(const std::function<void(CommandContext&)>& work, CommandContext& context) {
   try {
-    command.run(context);
+    work(context);
   } catch (const Error& error) {
     context.prompt.Tell(error.what());
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 
@@ -32,6 +33,7 @@ enum class Menu : std::uint8_t {
   Zoom,
   Data,
   RefreshData,
+  CurveFitting,
   XAxisShift,
   Mark,
   Insert,
@@ -69,6 +71,8 @@ bool HasDataSet(const CommandContext& context);
 
 /// Runs the command when it is enabled. An Error that it throws is told to the user: this is the commands' edge.
 void RunCommand(const Command& command, CommandContext& context);
+/// The same for what no row stands for: a file in a menu, a button of a panel.
+void RunAsCommand(const std::function<void(CommandContext&)>& work, CommandContext& context);
 
 // The rows, one function for each file of commands.
 std::span<const Command> FileCommands();
@@ -80,6 +84,7 @@ std::span<const Command> LegendCommands();
 std::span<const Command> MarkCommands();
 std::span<const Command> InsertCommands();
 std::span<const Command> DataCommands();
+std::span<const Command> FitCommands();
 std::span<const Command> HelpCommands();
 
 }  // namespace tarnwick

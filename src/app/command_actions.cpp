@@ -105,6 +105,12 @@ void CommandActions::Run(const Command& command) {
   Update();
 }
 
+void CommandActions::RunAsCommand(const std::function<void(CommandContext&)>& work) {
+  CommandContext context = make_context_();
+  tarnwick::RunAsCommand(work, context);
+  Update();
+}
+
 void CommandActions::Update() {
   const CommandContext context = make_context_();
   for (const Entry& entry : entries_) {

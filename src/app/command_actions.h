@@ -27,6 +27,8 @@ class CommandActions final : public QObject {
 
   /// Brings captions and enabling up to date. Called when the active document or its state changed.
   void Update();
+  /// Does `work` in the present context as a command is done: an Error is told to the user.
+  void RunAsCommand(const std::function<void(CommandContext&)>& work);
   /// The menu of the menu bar or submenu; null when nothing is in it.
   QMenu* MenuOf(Menu menu) const;
   /// The action of that command; null when there is none.

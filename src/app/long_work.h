@@ -13,6 +13,7 @@ enum class Cancellable { No, Yes };
 struct WorkTitle {
   std::string text;  ///< "Loading data"
   Cancellable cancellable = Cancellable::Yes;
+  std::string caption = {};  ///< of the progress window; empty: the text
 };
 
 class LongWork {

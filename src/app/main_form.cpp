@@ -1,6 +1,7 @@
 #include "app/main_form.h"
 
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QDropEvent>
 #include <QLayout>
 #include <QMdiArea>
@@ -13,6 +14,7 @@
 #include "app/document.h"
 #include "app/dropped_files.h"
 #include "app/elided_label.h"
+#include "app/fit_panel.h"
 #include "app/graph_canvas.h"
 #include "app/graph_window.h"
 #include "app/message_box_prompt.h"
@@ -52,6 +54,8 @@ T_MainForm::T_MainForm(ShellParts parts)
   });
   BuildRecentMenu();
   BuildWindowMenu();
+  BuildFunctionMenu();
+  BuildFitPanel();
   updateMenu();
 }
 
@@ -59,6 +63,7 @@ T_MainForm::~T_MainForm() {
   recent_.Write();
   // Windows tell this window of their end, so they go while it is whole.
   disconnect(area_, nullptr, this, nullptr);
+  fit_dock_->disconnect(this);
   delete area_;
 }
 
@@ -196,6 +201,7 @@ void T_MainForm::refreshMenu() {
     if (note.isEmpty() || mode.Kind() != MouseMode::Rest) note = ToQt(mode.Hint());
   }
   note_->ShowText(note);
+  fit_panel_->Follow(active ? &active->GetDocument() : nullptr);
   actions_->Update();
 }
 

@@ -14,6 +14,7 @@
 #include "app/workspace.h"
 #include "base/prompt.h"
 
+class QDockWidget;
 class QMdiArea;
 class QStackedWidget;
 
@@ -21,6 +22,7 @@ namespace tarnwick {
 
 class CommandActions;
 class ElidedLabel;
+class FitPanel;
 class StartPage;
 class TGraphWindow;
 
@@ -67,6 +69,9 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void SwitchMode(Document& document, MouseMode mode) override;
   MouseMode ModeOf(const Document& document) const override;
   void EditMarks(Document& document) override;
+  void ShowFitResult(bool shown) override;
+  bool FitResultIsShown() const override;
+  void EditFitModel(Document& document, FitPage page) override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
   void ShowAbout() override;
@@ -75,6 +80,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void BuildStatusBar();
   void BuildRecentMenu();
   void BuildWindowMenu();
+  void BuildFunctionMenu();
+  void BuildFitPanel();
   /// A window for these files; null, with the reason told, when they cannot be read.
   TGraphWindow* OpenGraphWindow(const std::filesystem::path& file);
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
@@ -94,6 +101,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   QMdiArea* area_ = nullptr;
   ElidedLabel* read_out_ = nullptr;
   ElidedLabel* note_ = nullptr;
+  QDockWidget* fit_dock_ = nullptr;
+  FitPanel* fit_panel_ = nullptr;
   bool shown_ = false;
   bool start_failed_ = false;
   bool closing_allowed_ = true;

@@ -12,6 +12,7 @@ std::span<const MenuRow> MenuTable() {
       {Menu::Zoom, "&Zoom", Menu::View},
       {Menu::Data, "&Data"},
       {Menu::RefreshData, "&Refresh Data", Menu::Data},
+      {Menu::CurveFitting, "Curve &Fitting", Menu::Data},
       {Menu::XAxisShift, "&X-Axis Shift", Menu::Data},
       {Menu::Mark, "&Mark"},
       {Menu::Insert, "&Insert"},

@@ -33,7 +33,7 @@ void ShowWhile(QEventLoop& loop, QWidget* parent, const WorkTitle& title,
                SharedProgress& progress) {
   const QString text = ToQt(title.text);
   QProgressDialog window(parent);
-  window.setWindowTitle(text);
+  window.setWindowTitle(title.caption.empty() ? text : ToQt(title.caption));
   window.setWindowModality(Qt::ApplicationModal);
   window.setAutoClose(false);
   window.setAutoReset(false);

@@ -11,6 +11,9 @@ namespace tarnwick {
 
 class Document;
 
+/// What of a fitting model is edited first.
+enum class FitPage { Function, Settings };
+
 enum class WindowArrangement {
   Cascade,
   TileHorizontally,
@@ -43,6 +46,11 @@ class Workspace {
   virtual MouseMode ModeOf(const Document& document) const = 0;
   /// Shows the mark editor for the graph that the document is working on. What was edited last becomes the current mark.
   virtual void EditMarks(Document& document) = 0;
+  /// Shows the panel that says what the fit of the current DataSet found, or hides it.
+  virtual void ShowFitResult(bool shown) = 0;
+  virtual bool FitResultIsShown() const = 0;
+  /// Lets the user edit the model of the document's current DataSet, which it must have.
+  virtual void EditFitModel(Document& document, FitPage page) = 0;
   virtual void Arrange(WindowArrangement arrangement) = 0;
   virtual void ExitProgram() = 0;
   virtual void ShowAbout() = 0;

@@ -41,8 +41,14 @@ void DesktopTest::SetUp() {
   parts.chooser = std::move(chooser);
   parts.settings = std::make_unique<QSettings>(
       QString::fromStdString(folder_.File("settings.ini").string()), QSettings::IniFormat);
-  parts.paths.examples = {Example("decay.dat")};
+  parts.paths = Paths();
   form_ = std::make_unique<T_MainForm>(std::move(parts));
+}
+
+ProgramPaths DesktopTest::Paths() {
+  ProgramPaths paths;
+  paths.examples = {Example("decay.dat")};
+  return paths;
 }
 
 void DesktopTest::TearDown() {

@@ -48,6 +48,8 @@ class DesktopTest : public ::testing::Test {
  protected:
   void SetUp() override;
   void TearDown() override;
+  /// Where the program under test finds what belongs to it.
+  virtual ProgramPaths Paths();
 
   static std::filesystem::path Example(const char* name);
   /// Shows the window with these files on its command line.

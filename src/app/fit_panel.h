@@ -1,0 +1,77 @@
+// The panel that tells what the fit of the current DataSet found: verdict, parameters, statistics, correlations, and what
+// can be done with them. Knows documents and results; fits nothing itself.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+#include <string>
+
+#include "fit/fit_result.h"
+#include "fit/fit_settings.h"
+
+class QDoubleSpinBox;
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QTableWidget;
+
+namespace tarnwick {
+
+class CommandActions;
+class Document;
+
+class FitPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// `actions` runs what the buttons ask for and outlives the panel.
+  explicit FitPanel(CommandActions& actions, QWidget* parent = nullptr);
+
+  /// Shows the fit of the document's current DataSet. A result that no longer holds stays, greyed, until there is another
+  /// or another DataSet is looked at. Cheap when nothing changed.
+  void Follow(Document* document);
+
+  QSize sizeHint() const override { return {340, 480}; }
+
+ private:
+  /// Whose result is shown, and what it is.
+  struct Shown {
+    QPointer<Document> document;
+    std::string data_set;
+    FitSettings model;
+    std::shared_ptr<const FitResult> result;
+  };
+  enum class State { Nothing, Valid, Outdated };
+
+  QWidget* MakeContent();
+  QWidget* MakeButtons();
+  QPushButton* AddButton(QGridLayout& grid, int row, int column, const QString& text,
+                         const QString& tip);
+  void ShowVerdict();
+  void ShowParameters();
+  void ShowFigures();
+  void ShowCorrelations();
+  void SetState(State state);
+
+  CommandActions& actions_;
+  Shown shown_;
+  State state_ = State::Nothing;
+  QLabel* hint_ = nullptr;
+  QLabel* outdated_ = nullptr;
+  QWidget* content_ = nullptr;
+  QWidget* buttons_ = nullptr;
+  QLabel* verdict_icon_ = nullptr;
+  QLabel* verdict_ = nullptr;
+  QLabel* notes_ = nullptr;
+  QTableWidget* parameters_ = nullptr;
+  QTableWidget* figures_ = nullptr;
+  QLabel* correlations_title_ = nullptr;
+  QTableWidget* correlations_ = nullptr;
+  QPushButton* all_points_ = nullptr;
+  QPushButton* finish_ = nullptr;
+  QPushButton* bands_ = nullptr;
+  QDoubleSpinBox* level_ = nullptr;
+};
+
+}  // namespace tarnwick

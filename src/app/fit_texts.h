@@ -1,0 +1,48 @@
+// The numbers of a fit as people read them: rounded as the errors tell, in lines, in a table. Knows results; no widget.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fit/fit_result.h"
+#include "fit/fit_settings.h"
+
+namespace tarnwick {
+
+/// A value and its standard error with the same decimals, two significant digits of the error: "398.2", "1.5". Without a
+/// usable error the value has six digits and the error is empty.
+struct RoundedValue {
+  std::string value;
+  std::string error;
+  int exponent = 0;  ///< power of ten taken out of both; 0 for none
+};
+RoundedValue Rounded(double value, double error);
+
+/// "398.2 ± 1.5", "(1.204 ± 0.012)×10⁻⁹", and the units behind.
+std::string PlusMinusText(double value, double error, const std::string& units);
+
+/// One parameter of a fitted model; the error is undefined where there is none.
+struct FittedParameter {
+  ParameterSettings settings;
+  double error = 0;
+};
+std::vector<FittedParameter> FittedParameters(const FitSettings& model, const FitResult& result);
+
+/// The value, rounded as its error tells: "1.204×10⁻⁹".
+std::string ValueText(const FittedParameter& parameter);
+/// What of a parameter stands in its error column: rounded, "fixed" or "not determined".
+std::string ErrorText(const FittedParameter& parameter);
+
+/// Label and value of each statistic that has one, the most asked for first.
+std::vector<std::pair<std::string, std::string>> FitFigures(const FitResult& result);
+
+/// Everything, for a notebook or a letter.
+std::string FitAsText(const std::string& data_set, const FitSettings& model,
+                      const FitResult& result);
+/// Parameters, statistics and correlations in all digits, columns kept apart by tabs, for a spreadsheet.
+std::string FitAsTable(const FitSettings& model, const FitResult& result);
+
+inline constexpr const char* kErrorModel = "unit weights, errors scaled by the residuals";
+
+}  // namespace tarnwick

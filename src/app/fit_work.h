@@ -1,0 +1,38 @@
+// What the user does with the fitting model of a document's current DataSet: choosing a function, fitting, taking results
+// over into the graph. Each is one step to be undone. Knows documents; no window and no menu.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "analysis/fit_job.h"
+#include "fit/fit_result.h"
+#include "fit/fit_settings.h"
+
+namespace tarnwick {
+
+class Document;
+class Prompt;
+class TSeries;
+
+/// The current DataSet. Throws Error "No DataSet Found!".
+TSeries& CurrentDataSet(Document& document);
+
+/// Makes the model show what `status` says. A final result or every step is fitted for first, where the DataSet has points
+/// and the model changed since its last fit; true then. Throws Error, also when there is no current DataSet or no
+/// expression to show; everything is then as before.
+bool ShowFit(Document& document, FitStatus status, Prompt& prompt);
+
+/// Fits whatever the model's state, and shows the result. Throws as ShowFit.
+void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt);
+
+/// Puts the function of a file in place of the model and draws it. Throws Error: "Wrong File Format!", "No DataSet
+/// Found!", or why the function cannot be compiled.
+void ApplyFitFunction(Document& document, const std::filesystem::path& file);
+
+/// Puts edited settings in place of the model's; what only concerns the look of curve or report leaves the result valid.
+/// No step of its own.
+void TakeFitSettings(TSeries& series, const FitSettings& settings);
+
+}  // namespace tarnwick

@@ -1,0 +1,32 @@
+// The parameters of a model as a table to edit. Knows their settings and no expression.
+#pragma once
+
+#include <QTableWidget>
+#include <optional>
+#include <vector>
+
+#include "fit/fit_settings.h"
+
+namespace tarnwick {
+
+class ParameterTable final : public QTableWidget {
+  Q_OBJECT
+
+ public:
+  explicit ParameterTable(QWidget* parent = nullptr);
+
+  void SetParameters(const std::vector<ParameterSettings>& parameters);
+  /// Nothing while a cell holds no number.
+  std::optional<std::vector<ParameterSettings>> Parameters() const;
+  void Add(const ParameterSettings& parameter);
+  void DeleteCurrent();
+
+ signals:
+  void edited();
+
+ private:
+  void PutRow(int row, const ParameterSettings& parameter);
+  void CheckCell(QTableWidgetItem* item);
+};
+
+}  // namespace tarnwick
