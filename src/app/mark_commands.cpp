@@ -41,13 +41,13 @@ void ShiftToMark(CommandContext& context) {
 std::span<const Command> MarkCommands() {
   static constexpr Command kRows[] = {
       {"MarkDelete1", "&Delete", "", "Delete Mark|Delete Current Mark", "mark-delete", Menu::Mark,
-       1, ToolGroup::None, HasDocument, DeleteCurrentMark},
+       2, ToolGroup::None, HasDocument, DeleteCurrentMark},
       {"MarkShowHide1", "Show/Hide &Marks", "", "Hide/Show Marks|Hide/Show Marks in Current Window",
-       "marks", Menu::Mark, 1, ToolGroup::Show, HasDocument, ToggleMarks, MarksCaption},
+       "marks", Menu::Mark, 2, ToolGroup::Show, HasDocument, ToggleMarks, MarksCaption},
       {"MarkBaseLine1", "Set as &BaseLine", "",
        "Set as Baseline for Current DataSet|Set Current Mark as Baseline", "mark-base-line",
-       Menu::Mark, 2, ToolGroup::None, HasDocument, TakeBaseLine},
-      {"MarkEdit1", "&Edit Marks", "", "Mark Editor|Run Mark Editor", "mark-edit", Menu::Mark, 2,
+       Menu::Mark, 3, ToolGroup::None, HasDocument, TakeBaseLine},
+      {"MarkEdit1", "&Edit Marks", "", "Mark Editor|Run Mark Editor", "mark-edit", Menu::Mark, 3,
        ToolGroup::None, HasDocument, [](CommandContext& c) { c.workspace.EditMarks(*c.document); }},
       {"editXShift1", "To Current &Mark", "", "Set Mark as Zero Time|Set Current Mark as Zero Time",
        "mark-origin", Menu::XAxisShift, 0, ToolGroup::None, HasDocument, ShiftToMark},

@@ -168,7 +168,9 @@ QWidget* TxyMark::MakePosition() {
     field.number = kNumbers[i];
     field.edit = new QLineEdit;
     field.edit->setObjectName(kEditNames[i]);
-    field.edit->setMinimumWidth(140);
+    // Room for the longest number.
+    field.edit->setMinimumWidth(
+        field.edit->fontMetrics().horizontalAdvance("-0.12345678901234567E-300"));
     field.label = MakeLabel(tr(kTypes.back().labels[i]), field.edit);
     const int row = static_cast<int>(i);
     grid->addWidget(field.label, row, 0);
@@ -244,6 +246,7 @@ void TxyMark::ShowMark() {
   caption_->setText(ToQt(shown.caption));
   for (const PositionField& field : position_) {
     field.edit->setText(mark ? ToQt(ShortestText(shown.*field.number)) : QString());
+    field.edit->setCursorPosition(0);
     MarkWrong(*field.edit, {});
   }
   ShowPositionFields(shown.type);

@@ -6,12 +6,17 @@
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr int kInset = 8;  // of the standard legend from the plot's edges
+
+}  // namespace
 
 void ResetLegend(TxyGraph& graph) {
   Legend legend;
   legend.font = graph.GetLegend().font;
-  legend.left = graph.PixelOrigin(AxisId::X);
-  legend.top = graph.PixelOrigin(AxisId::Y);
+  legend.left = graph.PixelOrigin(AxisId::X) + kInset;
+  legend.top = graph.PixelOrigin(AxisId::Y) + kInset;
   legend.height = 24;
   graph.SetLegend(legend);
 }
