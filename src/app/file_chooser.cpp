@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 
+#include "app/picture_size_dialog.h"
 #include "app/text.h"
 
 namespace tarnwick {
@@ -77,6 +78,23 @@ std::optional<std::filesystem::path> DialogFileChooser::FileToSave(const SavePro
   });
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   return ToPath(dialog.selectedFiles().front());
+}
+
+std::optional<std::filesystem::path> DialogFileChooser::FileToPrint(const SaveProposal& proposal) {
+  QFileDialog dialog(parent_, QObject::tr("Print into File"), PathText(proposal.folder));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setNameFilter(QObject::tr("PDF File (*.pdf)"));
+  dialog.setDefaultSuffix("pdf");
+  dialog.selectFile(PathText(proposal.graph_name) + ".pdf");
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return ToPath(dialog.selectedFiles().front());
+}
+
+std::optional<PictureOptions> DialogFileChooser::SizeOfPicture(const PictureOptions& proposal) {
+  PictureSizeDialog dialog(proposal, parent_);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Options();
 }
 
 }  // namespace tarnwick

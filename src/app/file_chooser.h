@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "graph/picture_export.h"
+
 class QWidget;
 
 namespace tarnwick {
@@ -24,6 +26,13 @@ class FileChooser {
   virtual std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path& folder) = 0;
   /// The name chosen, with an extension; nothing when the user cancels. It does not ask about existing files.
   virtual std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) = 0;
+  /// The PDF file chosen, which may exist; nothing when the user cancels.
+  virtual std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) = 0;
+
+  /// How large a picture is to be; nothing when the user cancels. Where nobody can be asked, as proposed.
+  virtual std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) {
+    return proposal;
+  }
 
  protected:
   FileChooser() = default;
@@ -37,6 +46,8 @@ class DialogFileChooser final : public FileChooser {
   explicit DialogFileChooser(QWidget* parent) : parent_(parent) {}
   std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path& folder) override;
   std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) override;
+  std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) override;
+  std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) override;
 
  private:
   QWidget* parent_;

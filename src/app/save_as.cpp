@@ -5,27 +5,63 @@
 
 #include "app/document.h"
 #include "app/file_chooser.h"
+#include "graph/picture_export.h"
 
 namespace tarnwick {
 namespace {
 
 enum class Recent { No, Yes };
 
-/// What an extension saves.
+/// What saving is done with.
+struct SaveTask {
+  Document& document;
+  FileChooser& chooser;
+  std::filesystem::path path;
+};
+
+/// What an extension saves; `save` answers false when the user changed his mind.
 struct SaveKind {
   std::string_view extension;
-  void (Document::*save)(const std::filesystem::path&);
+  bool (*save)(const SaveTask&);
   Recent recent;
 };
 
+template <void (Document::*kSave)(const std::filesystem::path&)>
+bool SaveBy(const SaveTask& task) {
+  (task.document.*kSave)(task.path);
+  return true;
+}
+
+/// The whole graph, as its window shows it unless another size is chosen.
+bool SavePicture(const SaveTask& task) {
+  constexpr double kScreenDpi = 96;
+  const TxyGraph& shown = task.document.WholeGraph();
+  PictureOptions proposal;
+  proposal.width = std::max(1, shown.ClientWidth());
+  proposal.height = std::max(1, shown.ClientHeight());
+  const std::optional<PictureOptions> options = task.chooser.SizeOfPicture(proposal);
+  if (!options) return false;
+  // Inserted graphs have their places by the size of the whole.
+  const double scale = kScreenDpi / options->dpi;
+  TxyGraph graph;
+  graph.Resize(qRound(options->width * scale), qRound(options->height * scale));
+  graph.SetState(shown.State());
+  WritePicture(graph, task.path, *options);
+  return true;
+}
+
 constexpr SaveKind kSaveKinds[] = {
-    {".dat", &Document::SaveDataFile, Recent::Yes},
-    {".tgr", &Document::SaveGraphFile, Recent::Yes},
-    {".ttp", &Document::SaveGraphFile, Recent::Yes},
-    {".tds", &Document::SaveDataSetFile, Recent::No},
-    {".wmf", &Document::SavePicture, Recent::No},
-    {".bmp", &Document::SavePicture, Recent::No},
-    {".jpg", &Document::SavePicture, Recent::No},
+    {".dat", &SaveBy<&Document::SaveDataFile>, Recent::Yes},
+    {".tgr", &SaveBy<&Document::SaveGraphFile>, Recent::Yes},
+    {".ttp", &SaveBy<&Document::SaveGraphFile>, Recent::Yes},
+    {".tds", &SaveBy<&Document::SaveDataSetFile>, Recent::No},
+    {".wmf", &SavePicture, Recent::No},
+    {".bmp", &SavePicture, Recent::No},
+    {".jpg", &SavePicture, Recent::No},
+    {".png", &SavePicture, Recent::No},
+    {".gif", &SavePicture, Recent::No},
+    {".svg", &SavePicture, Recent::No},
+    {".pdf", &SavePicture, Recent::No},
 };
 
 SaveProposal ProposalFor(const Document& document) {
@@ -58,7 +94,7 @@ SaveOutcome SaveDocumentAs(Document& document, FileChooser& chooser, Prompt& pro
   const auto* kind = std::find_if(std::begin(kSaveKinds), std::end(kSaveKinds),
                                   [&](const SaveKind& row) { return row.extension == extension; });
   if (kind == std::end(kSaveKinds)) return {};
-  (document.*kind->save)(*path);
+  if (!kind->save({document, chooser, *path})) return {};
   return {true, kind->recent == Recent::Yes ? *path : std::filesystem::path()};
 }
 

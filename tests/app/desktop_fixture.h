@@ -28,6 +28,9 @@ class ScriptedChooser final : public FileChooser {
  public:
   std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path&) override;
   std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) override;
+  std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) override {
+    return FileToSave(proposal);
+  }
 
   std::deque<std::filesystem::path> to_open;
   std::deque<std::filesystem::path> to_save;
