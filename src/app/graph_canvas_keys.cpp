@@ -73,6 +73,7 @@ QString GraphCanvas::PickedText() const {
 }
 
 void GraphCanvas::ShowPicked() {
+  hovered_.reset();
   update();
   if (Picked()) {
     TAxis& axis = document_.Graph().Axis(AxisId::X);

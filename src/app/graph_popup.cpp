@@ -46,6 +46,18 @@ void AddMarks(QMenu& menu, Document& document) {
   menu.addSeparator();
 }
 
+void AddInsertedGraphs(QMenu& menu, Document& document) {
+  const auto& children = document.WholeGraph().Children();
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    QAction* item =
+        AddItem(menu, NumberedCaption(i + 1, children[i]->GetAppearance().title_of_graph),
+                document.SelectedChild() == i);
+    QObject::connect(item, &QAction::triggered, &document,
+                     [&document, i] { document.SelectChild(i); });
+  }
+  menu.addSeparator();
+}
+
 }  // namespace
 
 void FillGraphPopup(QMenu& menu, Document& document, const CommandActions& actions) {
@@ -54,6 +66,7 @@ void FillGraphPopup(QMenu& menu, Document& document, const CommandActions& actio
       "EditMovePoint1", "editInsertPoint1", nullptr,           "GraphLegend1", "MarkShowHide1"};
   AddDataSets(menu, document);
   AddMarks(menu, document);
+  AddInsertedGraphs(menu, document);
   for (const char* name : kCommands) {
     if (name == nullptr) {
       menu.addSeparator();

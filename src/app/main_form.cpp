@@ -198,7 +198,8 @@ void T_MainForm::refreshMenu() {
   if (active) {
     const CanvasMode& mode = active->Canvas().Mode();
     note = ToQt(active->GetDocument().Note());
-    if (note.isEmpty() || mode.Kind() != MouseMode::Rest) note = ToQt(mode.Hint());
+    const bool both = mode.Kind() == MouseMode::Rest && !note.isEmpty();
+    note = both ? note + QStringLiteral("  \u2022  ") + ToQt(mode.Hint()) : ToQt(mode.Hint());
   }
   note_->ShowText(note);
   fit_panel_->Follow(active ? &active->GetDocument() : nullptr);

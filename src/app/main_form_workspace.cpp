@@ -1,5 +1,6 @@
 // The main window as the workspace of its commands, and the menus whose entries are files and windows.
 #include <QAction>
+#include <QGuiApplication>
 #include <QMdiArea>
 #include <QMenu>
 #include <memory>
@@ -101,6 +102,7 @@ MouseMode T_MainForm::ModeOf(const Document& document) const {
 }
 
 void T_MainForm::ShowPopup(TGraphWindow& window, QPoint place) {
+  if (QGuiApplication::mouseButtons() & Qt::LeftButton) return;  // something is being dragged
   QMenu menu;
   FillGraphPopup(menu, window.GetDocument(), *actions_);
   menu.exec(window.Canvas().mapToGlobal(place));

@@ -28,10 +28,15 @@ std::size_t Stepped(std::size_t index, std::size_t count, PointWalk walk) {
   return index;
 }
 
+bool IsBackwards(PointWalk walk) {
+  return walk == PointWalk::Left || walk == PointWalk::PageLeft;
+}
+
 }  // namespace
 
 void PointSelection::Take(const std::optional<PickedPoint>& point) {
   point_ = point;
+  gone_ = false;
   child_ = document_.SelectedChild();
   series_ = document_.Graph().CurrentSeriesIndex();
   const TSeries* series = document_.Graph().CurrentSeries();
@@ -40,11 +45,13 @@ void PointSelection::Take(const std::optional<PickedPoint>& point) {
   index_ = IndexOfPoint().value_or(index_);
 }
 
+bool PointSelection::IsSameSeries() const {
+  return child_ == document_.SelectedChild() && series_ == document_.Graph().CurrentSeriesIndex();
+}
+
 std::optional<std::size_t> PointSelection::IndexOfPoint() const {
   const TSeries* series = document_.Graph().CurrentSeries();
-  const bool same_series =
-      child_ == document_.SelectedChild() && series_ == document_.Graph().CurrentSeriesIndex();
-  if (!series || !point_ || !same_series) return std::nullopt;
+  if (!series || !point_ || !IsSameSeries()) return std::nullopt;
   const PointChain& points = PickablePoints(*series);
   if (point_->on_curve != IsShownThroughCurve(*series)) return std::nullopt;
   if (point_->on_curve) {
@@ -59,7 +66,7 @@ std::optional<std::size_t> PointSelection::IndexOfPoint() const {
 std::size_t PointSelection::FirstIndex(PointWalk walk) const {
   const PointChain& points = PickablePoints(*document_.Graph().CurrentSeries());
   const TAxis& axis = document_.Graph().Axis(AxisId::X);
-  const bool backwards = walk == PointWalk::Left || walk == PointWalk::PageLeft;
+  const bool backwards = IsBackwards(walk);
   const double edge = backwards ? axis.Max() : axis.Min();
   const std::size_t found = points.LowerBound(edge);
   if (backwards && found > 0 && (found == points.Size() || points.At(found).x > edge)) {
@@ -74,9 +81,18 @@ bool PointSelection::Walk(PointWalk walk) {
   const std::size_t count = PickablePoints(*series).Size();
   const auto present = IndexOfPoint();
   const bool to_end = walk == PointWalk::First || walk == PointWalk::Last;
-  index_ = present || to_end ? Stepped(present.value_or(0), count, walk) : FirstIndex(walk);
+  if (present || to_end) {
+    index_ = Stepped(present.value_or(0), count, walk);
+  } else if (gone_ && IsSameSeries()) {
+    // Where the point was stands the one that followed it.
+    if (IsBackwards(walk)) index_ -= std::min<std::size_t>(index_, 1);
+    index_ = std::min(index_, count - 1);
+  } else {
+    index_ = FirstIndex(walk);
+  }
   child_ = document_.SelectedChild();
   series_ = document_.Graph().CurrentSeriesIndex();
+  gone_ = false;
   point_ = PickedPointAt(*series, index_);
   return true;
 }
@@ -89,6 +105,7 @@ void PointSelection::Refresh() {
     point_ = PickedPointAt(*document_.Graph().CurrentSeries(), index_);
   } else {
     point_.reset();
+    gone_ = true;
   }
 }
 

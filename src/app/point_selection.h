@@ -22,7 +22,8 @@ class PointSelection {
   const std::optional<PickedPoint>& Point() const { return point_; }
   /// Takes a point of the current DataSet.
   void Take(const std::optional<PickedPoint>& point);
-  /// Goes on from the picked point, or from the edge of what the X axis shows when none is picked; stops at the ends.
+  /// Goes on from the picked point, from where it was when it is gone, or from the edge of what the X axis shows when none
+  /// was picked; stops at the ends.
   /// False when the current DataSet has no points.
   bool Walk(PointWalk walk);
   /// Looks the point up again after the graph changed: its values may be others, and without it nothing is picked.
@@ -30,6 +31,7 @@ class PointSelection {
 
  private:
   std::optional<std::size_t> IndexOfPoint() const;
+  bool IsSameSeries() const;
   std::size_t FirstIndex(PointWalk walk) const;
 
   const Document& document_;
@@ -37,6 +39,7 @@ class PointSelection {
   std::optional<std::size_t> child_;  // the graph and DataSet it was picked in
   std::int32_t series_ = -1;
   std::size_t index_ = 0;  // where it stood when last looked up
+  bool gone_ = false;      // it was deleted
 };
 
 }  // namespace tarnwick

@@ -227,10 +227,10 @@ TEST_F(ModesTest, CtrlMovesLegendAndMarks) {
   const std::int32_t id = AddMark(Graph(), mark_at_20);
   ActiveCanvas().grab();
   const QRectF legend = ActiveCanvas().Layout().legend->frame;
-  Drag(legend.center().toPoint(), legend.center().toPoint() + QPoint(-60, 90), Qt::ControlModifier);
+  Drag(legend.center().toPoint(), legend.center().toPoint() + QPoint(60, 90), Qt::ControlModifier);
   EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Legend");
   const QRectF moved = ActiveCanvas().Layout().legend->frame;
-  EXPECT_NEAR(moved.left(), legend.left() - 60, 1);
+  EXPECT_NEAR(moved.left(), legend.left() + 60, 1);
   EXPECT_NEAR(moved.top(), legend.top() + 90, 1);
 
   const QPoint mark = Place(20, 60);
@@ -303,6 +303,8 @@ TEST_F(ModesTest, KeysWalkFromPointToPointAndAreSpoken) {
   EXPECT_NEAR(Graph().Axis(AxisId::X).Max() - Graph().Axis(AxisId::X).Min(), 10, 0.2);
   Graph().Series(0).DeletePoint(40);
   EXPECT_FALSE(ActiveCanvas().Picked());
+  Press(Qt::Key_Left);
+  EXPECT_EQ(ActiveCanvas().Picked()->number, 39);
 }
 
 TEST_F(ModesTest, PointsAreMovedAndDeletedWithoutAMouse) {
