@@ -33,8 +33,8 @@ enum class Menu : std::uint8_t {
   Zoom,
   Data,
   RefreshData,
-  CurveFitting,
   XAxisShift,
+  CurveFitting,
   Mark,
   Insert,
   Analysis,
@@ -51,7 +51,7 @@ struct Command {
   std::string_view hint;      ///< "tool tip|status bar text"
   std::string_view icon;      ///< name of a drawing under icons/; empty for none
   Menu menu = Menu::None;
-  int group = 0;  ///< a separator stands between entries of different groups of one menu
+  int group = 0;  ///< entries of a menu stand by group, with separators between groups
   ToolGroup tool = ToolGroup::None;
   bool (*enabled)(const CommandContext&) = nullptr;  ///< null: always
   void (*run)(CommandContext&) = nullptr;            ///< may throw Error
@@ -78,6 +78,8 @@ void RunAsCommand(const std::function<void(CommandContext&)>& work, CommandConte
 std::span<const Command> FileCommands();
 std::span<const Command> EditCommands();
 std::span<const Command> ModeCommands();
+std::span<const Command> ClipboardCommands();
+std::span<const Command> PrintCommands();
 std::span<const Command> WindowCommands();
 std::span<const Command> ViewCommands();
 std::span<const Command> LegendCommands();

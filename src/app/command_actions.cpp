@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 #include <algorithm>
+#include <iterator>
 
 #include "app/command_table.h"
 #include "app/ink_icon.h"
@@ -56,12 +57,15 @@ void CommandActions::MakeActions() {
 void CommandActions::MakeMenus() {
   for (const MenuRow& row : MenuTable()) {
     auto* menu = new QMenu(ToQt(row.caption), &window_);
-    int group = -1;
-    for (const Entry& entry : entries_) {
-      if (entry.command->menu != row.menu) continue;
-      if (group >= 0 && entry.command->group != group) menu->addSeparator();
-      group = entry.command->group;
-      menu->addAction(entry.action);
+    std::vector<Entry> entries;
+    std::copy_if(entries_.begin(), entries_.end(), std::back_inserter(entries),
+                 [&](const Entry& entry) { return entry.command->menu == row.menu; });
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+      return left.command->group < right.command->group;
+    });
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      if (i > 0 && entries[i].command->group != entries[i - 1].command->group) menu->addSeparator();
+      menu->addAction(entries[i].action);
     }
     menus_[row.menu] = menu;
   }

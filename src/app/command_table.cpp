@@ -7,9 +7,10 @@ namespace tarnwick {
 const std::vector<const Command*>& CommandTable() {
   static const std::vector<const Command*> kTable = [] {
     std::vector<const Command*> table;
-    for (const auto rows : {FileCommands(), EditCommands(), ModeCommands(), WindowCommands(),
-                            ViewCommands(), LegendCommands(), MarkCommands(), InsertCommands(),
-                            DataCommands(), FitCommands(), HelpCommands()}) {
+    for (const auto rows :
+         {FileCommands(), EditCommands(), ClipboardCommands(), PrintCommands(), ModeCommands(),
+          WindowCommands(), ViewCommands(), LegendCommands(), MarkCommands(), InsertCommands(),
+          DataCommands(), FitCommands(), HelpCommands()}) {
       for (const Command& row : rows) table.push_back(&row);
     }
     return table;

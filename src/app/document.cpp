@@ -9,6 +9,7 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "graph/finished_look.h"
+#include "graph/graph_state_compare.h"
 #include "graph/plot_metrics.h"
 
 namespace tarnwick {
@@ -201,13 +202,29 @@ bool Document::ReadDataFile(const std::filesystem::path& path) {
   if (result.cancelled) return false;
   data_file_ = path;
   data_folder_ = FolderOf(path);
-  OpenEdit step(*this, "Load Data");
+  TakeNewData("Load Data", before, result);
+  return true;
+}
+
+bool Document::AddData(const std::string& step,
+                       const std::function<ReadResult(const GraphState&, Progress&)>& reading) {
+  const GraphState before = Graph().State();
+  const ReadResult result =
+      Read([&before, &reading](Progress& progress) { return reading(before, progress); });
+  if (result.cancelled) return false;
+  TakeNewData(step, before, result);
+  return true;
+}
+
+void Document::TakeNewData(const std::string& step, const GraphState& before,
+                           const ReadResult& result) {
+  OpenEdit edit(*this, step);
   if (!SelectedChild()) look_.arranged_for = {};
   TakeState(result);
   SettleTooManyPoints();
-  if (SelectedChild() && before.series.empty()) ArrangeChild();
-  step.Finish();
-  return true;
+  const bool data_alone = before.series.empty() && SameLook(before, result.state);
+  if (SelectedChild() && data_alone) ArrangeChild();
+  edit.Finish();
 }
 
 bool Document::LoadDataFromFile(const std::filesystem::path& path) {

@@ -98,6 +98,10 @@ class Document final : public QObject {
   /// A path that does not exist gives the default appearance.
   void LoadGraphFile(const std::filesystem::path& path);
   bool ReadDataFile(const std::filesystem::path& path);
+  /// One step called `step` of what `reading` makes of the graph worked on and data from elsewhere. It runs as all reading
+  /// does, maybe on another thread.
+  bool AddData(const std::string& step,
+               const std::function<ReadResult(const GraphState&, Progress&)>& reading);
   /// By extension: graph, template, DataSet file; anything else is tried as data.
   bool LoadDataFromFile(const std::filesystem::path& path);
   /// Reads the outside sources of all DataSets again.
@@ -124,6 +128,7 @@ class Document final : public QObject {
   ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
   void Write(const std::function<void()>& writing);
   void TakeState(const ReadResult& result);
+  void TakeNewData(const std::string& step, const GraphState& before, const ReadResult& result);
   void TakeStep(const std::string& name, const ReadResult& result, Merging merging = Merging::No);
   void Forget(bool changed);
   void HistoryMoved();

@@ -1,6 +1,7 @@
 #include "app/document_io.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <set>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "graph/data_text_file.h"
 #include "graph/graph_file.h"
 #include "graph/import_into_graph.h"
+#include "graph/paste_edit.h"
 #include "graph/picture_export.h"
 #include "graph/xy_graph.h"
 
@@ -37,6 +39,21 @@ bool WasCancelled(const std::vector<LoadReport>& reports) {
                      [](const LoadReport& report) { return report.cancelled; });
 }
 
+using AddData = std::function<std::vector<LoadReport>(TxyGraph&, const LoadOptions&)>;
+
+ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddData& add) {
+  TxyGraph graph;
+  graph.SetState(into);
+  LoadOptions load;
+  load.progress = &progress;
+  const std::size_t before = graph.SeriesCount();
+  const std::vector<LoadReport> reports = add(graph, load);
+  if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
+  std::vector<std::size_t> added(reports.size());
+  std::iota(added.begin(), added.end(), before);
+  return {graph.State(), Summary(reports, graph, added)};
+}
+
 }  // namespace
 
 std::string LowerExtension(const std::filesystem::path& path) {
@@ -48,16 +65,23 @@ ReadResult ReadGraph(const std::filesystem::path& path) {
 }
 
 ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, Progress& progress) {
+  return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
+    return ImportIntoGraph(graph, path, {}, load);
+  });
+}
+
+ReadResult ReadDataText(const GraphState& into, const std::string& text, const std::string& name,
+                        Progress& progress) {
+  return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
+    return ImportTextIntoGraph(graph, text, name, load);
+  });
+}
+
+ReadResult PastedGraph(const GraphState& into, const GraphState& pasted) {
   TxyGraph graph;
   graph.SetState(into);
-  LoadOptions load;
-  load.progress = &progress;
-  const std::size_t before = graph.SeriesCount();
-  const std::vector<LoadReport> reports = ImportIntoGraph(graph, path, {}, load);
-  if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
-  std::vector<std::size_t> added(reports.size());
-  std::iota(added.begin(), added.end(), before);
-  return {graph.State(), Summary(reports, graph, added)};
+  PasteGraph(graph, pasted);
+  return {graph.State(), {}};
 }
 
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path) {

@@ -25,6 +25,11 @@ std::string LowerExtension(const std::filesystem::path& path);
 ReadResult ReadGraph(const std::filesystem::path& path);
 /// `into` with the DataSets of a text or binary data file added. Throws FileError.
 ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, Progress& progress);
+/// `into` with the DataSets of a text that is no file's added; `name` is for messages. Throws FileError.
+ReadResult ReadDataText(const GraphState& into, const std::string& text, const std::string& name,
+                        Progress& progress);
+/// `into` with another graph pasted into it. Throws Error.
+ReadResult PastedGraph(const GraphState& into, const GraphState& pasted);
 /// `into` with its current DataSet (or a first one) replaced by that of a DataSet file. Throws FileError.
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path);
 /// `state` with the DataSets at these positions read again, where they come from a file. Throws FileError.

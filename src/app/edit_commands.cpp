@@ -56,9 +56,9 @@ std::span<const Command> EditCommands() {
        Menu::Edit, 0, ToolGroup::Edit, CanRedo, [](CommandContext& c) { c.document->Redo(); },
        [](const Document& document) { return document.RedoCaption(); }},
       {"EditClearSer1", "C&lear DataSet", "", "Clear Data|Clear Data in Current DataSet",
-       "clear-data", Menu::Edit, 1, ToolGroup::None, HasDataSet, ClearDataSet},
+       "clear-data", Menu::Edit, 2, ToolGroup::None, HasDataSet, ClearDataSet},
       {"EditDeleteSeries1", "&Delete DataSet", "",
-       "Delete Current DataSet|Delete Current DataSet Permanently", "delete-data", Menu::Edit, 1,
+       "Delete Current DataSet|Delete Current DataSet Permanently", "delete-data", Menu::Edit, 2,
        ToolGroup::None, HasDataSet, DeleteDataSet},
   };
   return kRows;

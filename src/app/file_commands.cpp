@@ -82,7 +82,7 @@ std::span<const Command> FileCommands() {
       {"FileSaveAs1", "Save &As...", "", "Save As|Save Current Window with different Name",
        "save-as", Menu::File, 3, ToolGroup::File, HasDocument,
        [](CommandContext& c) { c.workspace.SaveAs(*c.document); }},
-      {"FileExit1", "E&xit", "Alt+F4", "Exit|Exit Program", "exit", Menu::File, 4, ToolGroup::None,
+      {"FileExit1", "E&xit", "Alt+F4", "Exit|Exit Program", "exit", Menu::File, 5, ToolGroup::None,
        nullptr, [](CommandContext& c) { c.workspace.ExitProgram(); }},
       {"FileEscExit1", "", "Esc", "", "", Menu::None, 0, ToolGroup::None, nullptr, EscapeExit},
   };

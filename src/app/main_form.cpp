@@ -6,6 +6,7 @@
 #include <QLayout>
 #include <QMdiArea>
 #include <QMimeData>
+#include <QPrinter>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <algorithm>

@@ -16,6 +16,7 @@
 
 class QDockWidget;
 class QMdiArea;
+class QPrinter;
 class QStackedWidget;
 
 namespace tarnwick {
@@ -64,14 +65,16 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool LoadInto(Document& document, const std::filesystem::path& path) override;
   bool Save(Document& document) override;
   bool SaveAs(Document& document) override;
+  void Print(Document& document) override;
+  void SetUpPrinter() override;
   std::vector<Document*> Documents() const override;
   bool Close(Document& document) override;
-  void SwitchMode(Document& document, MouseMode mode) override;
-  MouseMode ModeOf(const Document& document) const override;
-  void EditMarks(Document& document) override;
   void ShowFitResult(bool shown) override;
   bool FitResultIsShown() const override;
   void EditFitModel(Document& document, FitPage page) override;
+  void SwitchMode(Document& document, MouseMode mode) override;
+  MouseMode ModeOf(const Document& document) const override;
+  void EditMarks(Document& document) override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
   void ShowAbout() override;
@@ -79,6 +82,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void BuildCentre();
   void BuildStatusBar();
   void BuildRecentMenu();
+  QPrinter& Printer();
   void BuildWindowMenu();
   void BuildFunctionMenu();
   void BuildFitPanel();
@@ -95,6 +99,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
 
   ShellParts parts_;
   RecentFiles recent_;
+  std::unique_ptr<QPrinter> printer_;
   CommandActions* actions_ = nullptr;
   QStackedWidget* centre_ = nullptr;
   StartPage* start_page_ = nullptr;

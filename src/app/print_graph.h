@@ -1,0 +1,31 @@
+// A graph onto a printer or into a PDF file, and the paper that the user prints on. Knows printers and settings; shows
+// nothing.
+#pragma once
+
+#include <QPageLayout>
+#include <QRectF>
+#include <QString>
+#include <filesystem>
+
+class QPrinter;
+class QSettings;
+
+namespace tarnwick {
+
+class TxyGraph;
+
+/// The part of the printer's page within its margins, in the units of a painter on it.
+QRectF SheetOf(const QPrinter& printer);
+
+/// Prints one page on the printer of that name. Throws Error when it cannot be reached or does not take the page.
+void PrintOn(QPrinter& printer, const QString& name, const TxyGraph& graph);
+
+/// Writes the page as a PDF file, whole or not at all. Throws FileError.
+void PrintIntoFile(const std::filesystem::path& path, const QPageLayout& page,
+                   const TxyGraph& graph);
+
+/// Gives the printer the paper that was used last; nothing happens when there was none.
+void RestorePaper(const QSettings& settings, QPrinter& printer);
+void StorePaper(const QPrinter& printer, QSettings& settings);
+
+}  // namespace tarnwick

@@ -1,0 +1,90 @@
+// The window that prints, through its widgets.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QPrinter>
+#include <QPushButton>
+#include <QSpinBox>
+
+#include "app/document.h"
+#include "app/print_dialog.h"
+#include "app/print_graph.h"
+#include "desktop_fixture.h"
+
+namespace tarnwick {
+namespace {
+
+class PrintTest : public testing::DesktopTest {
+ protected:
+  void Open() {
+    Start({Example("decay.dat")});
+    printer_.setOutputFormat(QPrinter::PdfFormat);
+    dialog_ =
+        std::make_unique<PrintDialog>(ActiveDocument(), printer_, *chooser_, *prompt_, form_.get());
+    dialog_->show();
+    auto& target = *dialog_->findChild<QComboBox*>("Target");
+    target.setCurrentIndex(target.count() - 1);  // the PDF file
+  }
+  void TearDown() override {
+    dialog_.reset();
+    DesktopTest::TearDown();
+  }
+  void Press(const char* name) { dialog_->findChild<QPushButton*>(name)->click(); }
+  void Choose() {
+    dialog_->findChild<QSpinBox*>("Scale")->setValue(50);
+    dialog_->findChild<QCheckBox*>("LineStyles")->setChecked(true);
+  }
+  const Dimensions& Placement() { return ActiveDocument().WholeGraph().GetDimensions(); }
+
+  QPrinter printer_;
+  std::unique_ptr<PrintDialog> dialog_;
+};
+
+TEST_F(PrintTest, DecisionsAreOneStepOrTakenBack) {
+  Open();
+  Choose();
+  EXPECT_EQ(Placement().print_scale_pct, 50);
+  dialog_->reject();
+  EXPECT_EQ(Placement().print_scale_pct, 90);
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+
+  Open();
+  Choose();
+  Press("Keep");
+  EXPECT_TRUE(ActiveDocument().WholeGraph().GetAppearance().print_style_for_lines);
+  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Print Settings");
+  Run("EditUndo1");
+  EXPECT_EQ(Placement().print_scale_pct, 90);
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+}
+
+TEST_F(PrintTest, PrintingIntoAFileThatCanNotBeIsToldAndCanBeTriedAgain) {
+  Open();
+  const auto file = folder_.File("page.pdf");
+  chooser_->to_save = {folder_.File("nowhere") / "page.pdf", file};
+  Press("PrintNow");
+  ASSERT_EQ(TakeTold().size(), 1u);
+  EXPECT_TRUE(dialog_->isVisible());
+  Press("PrintNow");
+  EXPECT_FALSE(dialog_->isVisible());
+  EXPECT_TRUE(testing::ReadFile(file).starts_with("%PDF"));
+}
+
+TEST_F(PrintTest, PaperIsRememberedAndNonsenseIsNot) {
+  QSettings settings(QString::fromStdString(folder_.File("paper.ini").string()),
+                     QSettings::IniFormat);
+  const QPageLayout chosen(QPageSize(QPageSize::A5), QPageLayout::Landscape,
+                           QMarginsF(10, 20, 30, 15), QPageLayout::Millimeter);
+  printer_.setPageLayout(chosen);
+  StorePaper(printer_, settings);
+  QPrinter next;
+  RestorePaper(settings, next);
+  EXPECT_TRUE(next.pageLayout().isEquivalentTo(chosen));
+  settings.setValue("Paper/Width", "wide");
+  QPrinter other;
+  const QPageLayout before = other.pageLayout();
+  RestorePaper(settings, other);
+  EXPECT_EQ(other.pageLayout(), before);
+}
+
+}  // namespace
+}  // namespace tarnwick
