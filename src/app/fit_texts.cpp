@@ -148,7 +148,9 @@ std::string FitAsTable(const FitSettings& model, const FitResult& result) {
             one.settings.Units + "\t" + (one.settings.Vary ? "Yes" : "No") + "\n";
   }
   text += "\n";
-  for (const auto& [label, value] : FitFigures(result)) text += label + "\t" + value + "\n";
+  for (const auto& [label, value] : FitFigures(result)) {
+    text.append(label).append("\t").append(value).append("\n");
+  }
   const std::size_t k = result.names.size();
   if (k < 2 || result.statistics.correlation.size() != k * k) return text;
   text += "\nCorrelation";

@@ -15,10 +15,12 @@ bool IsFile(const std::filesystem::path& path) {
   return std::filesystem::is_regular_file(path, ignored);
 }
 
+std::filesystem::path UserFolder() {
+  return ToPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)) / "tarnwick";
+}
+
 std::filesystem::path FindTemplate(const std::filesystem::path& program) {
-  const std::filesystem::path user =
-      ToPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-  for (const auto& folder : {program, program / "../share/tarnwick", user / "tarnwick"}) {
+  for (const auto& folder : {program, program / "../share/tarnwick", UserFolder()}) {
     if (IsFile(folder / "default.ttp")) return folder / "default.ttp";
   }
   return {};
@@ -34,6 +36,12 @@ std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) 
   return files;
 }
 
+std::vector<std::filesystem::path> FunctionsIn(const std::filesystem::path& folder) {
+  std::vector<std::filesystem::path> files = FilesIn(folder);
+  std::erase_if(files, [](const auto& file) { return file.extension() != ".tfn"; });
+  return files;
+}
+
 }  // namespace
 
 ProgramPaths FindProgramPaths() {
@@ -46,10 +54,10 @@ ProgramPaths FindProgramPaths() {
     if (!paths.examples.empty()) break;
   }
   for (const char* folder : {"TFN", "../share/tarnwick/TFN", "../../../TFN"}) {
-    paths.fit_functions = FilesIn(program / folder);
-    std::erase_if(paths.fit_functions, [](const auto& file) { return file.extension() != ".tfn"; });
+    paths.fit_functions = FunctionsIn(program / folder);
     if (!paths.fit_functions.empty()) break;
   }
+  for (auto& own : FunctionsIn(UserFolder() / "TFN")) paths.fit_functions.push_back(own);
   return paths;
 }
 

@@ -11,7 +11,7 @@ struct ProgramPaths {
   std::vector<std::filesystem::path>
       examples;  ///< shipped example files; empty when they are not found
   std::vector<std::filesystem::path>
-      fit_functions;  ///< ready-made fitting functions (.tfn) by name; empty when there are none
+      fit_functions;  ///< fitting functions (.tfn): the ready-made ones by name, then the user's own
 };
 
 /// Looks beside the program, in its data folder and in the user's. Needs the application object.

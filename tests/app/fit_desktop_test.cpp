@@ -18,6 +18,7 @@
 #include "analysis/fit_run.h"
 #include "app/command_actions.h"
 #include "app/fit_texts.h"
+#include "app/model_check.h"
 #include "base/undefined.h"
 #include "desktop_fixture.h"
 #include "fit/fit_function_file.h"
@@ -239,6 +240,31 @@ TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
   Run("editFunction1");
   EXPECT_EQ(Series().Fit().Settings(), before);
   EXPECT_EQ(Series().Fit().SharedResult(), result);
+}
+
+TEST(ModelCheck, SaysWhatIsTheMatter) {
+  struct Row {
+    const char* expression;
+    const char* error;
+    std::vector<std::string> unknown;
+  };
+  const Row rows[] = {
+      {"", "", {}},
+      {"a*x", "", {}},
+      {"a*x+b+c1", "", {"b", "c1"}},
+      {"a*(x", "Unequal brackets", {}},
+  };
+  for (const Row& row : rows) {
+    FitSettings model;
+    model.Expression = row.expression;
+    model.parameters.resize(1);
+    model.parameters[0].Name = "a";
+    const ModelCheck check = CheckModel(model);
+    EXPECT_EQ(check.error.substr(0, check.error.find(',')), row.error);
+    EXPECT_EQ(check.unknown_names, row.unknown) << row.expression;
+    model.parameters.push_back(model.parameters[0]);
+    EXPECT_EQ(CheckModel(model).error, "Parameter \"a\" Already Defined!");
+  }
 }
 
 TEST(FitTexts, RoundAValueAsItsErrorTells) {
