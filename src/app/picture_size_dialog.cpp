@@ -77,6 +77,7 @@ PictureSizeDialog::PictureSizeDialog(const PictureOptions& proposal, QWidget* pa
   connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
   ShowSize();
+  width_->selectAll();
 }
 
 PictureSizeDialog::Unit PictureSizeDialog::ShownUnit() const {

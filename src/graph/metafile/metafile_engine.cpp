@@ -91,6 +91,7 @@ void MetafileEngine::SettleClip() {
 QPoint MetafileEngine::Units(QPointF device) const {
   constexpr double kFarthest = 32767;
   const auto unit = [&](double pixel) {
+    if (std::isnan(pixel)) return 0;
     return static_cast<int>(
         std::lround(std::clamp(pixel * units_per_pixel_, -kFarthest, kFarthest)));
   };
