@@ -79,6 +79,9 @@ class FitRun {
  private:
   std::optional<MinimiseOutcome> Refusal() const;
   void Minimise();
+  NewtonOutcome NewtonFromValues(const MinimiseOptions& options, Progress& progress);
+  bool LedAstray(const NewtonOutcome& newton) const;
+  FittedPoints Points(std::int64_t undefined) const;
   void FinishByNewton();
   void ProbeByNewton();
   void MeasureStart();
@@ -150,11 +153,43 @@ void FitRun::Minimise() {
   result_.outcome = method->minimise(objective, result_.start, options, progress_);
 }
 
-/// Goes on from the values found; the outcome becomes that of both runs.
+FittedPoints FitRun::Points(std::int64_t undefined) const {
+  FittedPoints points;
+  points.count = static_cast<std::int64_t>(job_.x.size()) - undefined;
+  points.sum_about_mean = SumAboutMean(job_.y);
+  if (!residuals_->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
+  return points;
+}
+
+/// True where the data do not hold the parameters, or a constant would do better: no place to trust.
+bool FitRun::LedAstray(const NewtonOutcome& newton) const {
+  if (Failed(newton.outcome.why)) return true;
+  const FitFigures figures = ComputeFitFigures(newton.reduced, Points(newton.reduced.undefined));
+  return !figures.singular_directions.empty() || !figures.unmoved.empty() ||
+         figures.statistics.r_squared <= 0;
+}
+
+/// Goes on from the values found, and where that leads nowhere, because the method before went astray, from the start;
+/// the better of both.
+NewtonOutcome FitRun::NewtonFromValues(const MinimiseOptions& options, Progress& progress) {
+  NewtonOutcome here = MinimiseNewton(*residuals_, result_.outcome.p, options, progress);
+  if (!result_.outcome.changed || progress.Cancelled() || !LedAstray(here)) return here;
+  NewtonOutcome again = MinimiseNewton(*residuals_, result_.start, options, progress);
+  const bool better = !Failed(again.outcome.why) &&
+                      (Failed(here.outcome.why) || again.outcome.value < here.outcome.value);
+  NewtonOutcome& chosen = better ? again : here;
+  const NewtonOutcome& other = better ? here : again;
+  chosen.outcome.iterations += other.outcome.iterations;
+  chosen.outcome.evaluations += other.outcome.evaluations;
+  chosen.outcome.changed = true;
+  return std::move(chosen);
+}
+
+/// The outcome becomes that of both runs.
 void FitRun::FinishByNewton() {
   MinimiseOptions options = Options(job_.settings.IterMax);
   options.every_step = every_step_;
-  NewtonOutcome newton = MinimiseNewton(*residuals_, result_.outcome.p, options, progress_);
+  NewtonOutcome newton = NewtonFromValues(options, progress_);
   const MinimiseOutcome& first = result_.outcome;
   newton.outcome.start_value = first.start_value;
   newton.outcome.iterations += first.iterations;
@@ -167,8 +202,7 @@ void FitRun::FinishByNewton() {
 /// What FinishByNewton would reach; nothing is kept but its sum of squares.
 void FitRun::ProbeByNewton() {
   SilentProgress silent(progress_);
-  const NewtonOutcome newton =
-      MinimiseNewton(*residuals_, result_.outcome.p, Options(kProbeIterations), silent);
+  const NewtonOutcome newton = NewtonFromValues(Options(kProbeIterations), silent);
   if (newton.outcome.why != StopReason::Cancelled && !Failed(newton.outcome.why))
     result_.newton_sum_of_squares = std::min(newton.outcome.value, result_.outcome.value);
 }
@@ -195,11 +229,7 @@ void FitRun::MeasureEnd() {
   } else if (!jacobian_) {
     jacobian_ = residuals_->Reduce(result_.values, Reduction::Orthogonal);
   }
-  FittedPoints points;
-  points.count = static_cast<std::int64_t>(job_.x.size()) - jacobian_->undefined;
-  points.sum_about_mean = SumAboutMean(job_.y);
-  if (!residuals_->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
-  FitFigures figures = ComputeFitFigures(*jacobian_, points);
+  FitFigures figures = ComputeFitFigures(*jacobian_, Points(jacobian_->undefined));
   result_.statistics = std::move(figures.statistics);
   result_.statistics.residual_correlation = MeasurePattern();
   result_.singular_directions = std::move(figures.singular_directions);

@@ -91,6 +91,25 @@ TEST(RunFit, EveryMethodAndItsFinishMeetTheSameMinimum) {
   }
 }
 
+// Conjugate gradients throw the slope of a growth curve far away, where no step leads back.
+TEST(RunFit, TheFinishStartsAgainWhereTheMethodBeforeWentAstray) {
+  TDataSeries series;
+  series.AddPoints(std::vector<double>{9, 14, 21, 28, 42, 57, 63, 70, 79},
+                   std::vector<double>{8.9, 10.8, 18.6, 22.3, 39.4, 56.1, 61.7, 64.6, 67.1});
+  FitSettings growth;
+  growth.Expression = "a/(1+exp(b-c*x))";
+  growth.parameters = {Varied("a", 100), Varied("b", 1), Varied("c", 0.1)};
+  growth.ProcType = FitProcType::cfp_Newton;
+  series.Fit().SetSettings(growth, true);
+  const double best = Fit(series).outcome.value;
+  growth.ProcType = FitProcType::cfp_ConjGrad;
+  series.Fit().SetSettings(growth, true);
+  const FitResult plain = Fit(series);
+  EXPECT_GT(plain.outcome.value, 1000 * best);
+  EXPECT_NEAR(plain.newton_sum_of_squares.value_or(0), best, 1e-6 * best);
+  EXPECT_NEAR(Fit(series, FinishingStep::Yes).outcome.value, best, 1e-6 * best);
+}
+
 struct Trouble {
   const char* name;
   std::string expression;
