@@ -302,11 +302,6 @@ void Document::SaveDataSetFile(const std::filesystem::path& path) {
   Write([state = Graph().State(), path] { WriteDataSet(state, path); });
 }
 
-void Document::SavePicture(const std::filesystem::path& path) {
-  // Fonts are measured, which is the window thread's business.
-  WritePictureOf(graph_.State(), path, graph_.ClientWidth(), graph_.ClientHeight());
-}
-
 void Document::FinishLook(QSizeF size) {
   if (look_.own || look_.arranged_for == size || !graph_.HasPoints()) return;
   // What the user has zoomed into is not disturbed by a window's new size.

@@ -111,7 +111,6 @@ class Document final : public QObject {
   void SaveGraphFile(const std::filesystem::path& path);
   void SaveDataFile(const std::filesystem::path& path);
   void SaveDataSetFile(const std::filesystem::path& path);
-  void SavePicture(const std::filesystem::path& path);
 
   /// Arranges a graph that came from data alone for a picture of this size; does nothing when it was arranged for that
   /// size already, nor once a file or an edit has decided the look.

@@ -13,7 +13,6 @@
 #include "graph/graph_file.h"
 #include "graph/import_into_graph.h"
 #include "graph/paste_edit.h"
-#include "graph/picture_export.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -124,17 +123,6 @@ void WriteDataSet(const GraphState& state, const std::filesystem::path& path) {
   graph.SetState(state);
   if (!graph.CurrentSeries()) throw Error("No DataSet found!");
   SaveDataSetFile(graph, static_cast<std::size_t>(graph.CurrentSeriesIndex()), path);
-}
-
-void WritePictureOf(const GraphState& state, const std::filesystem::path& path, int width,
-                    int height) {
-  TxyGraph graph;
-  graph.Resize(width, height);
-  graph.SetState(state);
-  PictureOptions options;
-  options.width = width;
-  options.height = height;
-  WritePicture(graph, path, options);
 }
 
 }  // namespace tarnwick

@@ -42,8 +42,5 @@ void WriteGraph(const GraphState& state, const std::filesystem::path& path);
 void WriteDataText(const GraphState& state, const std::filesystem::path& path);
 /// The current DataSet as a DataSet file. Throws FileError, and Error "No DataSet found!".
 void WriteDataSet(const GraphState& state, const std::filesystem::path& path);
-/// A picture of that size in pixels, by extension. Throws FileError, and Error for a format that is not written.
-void WritePictureOf(const GraphState& state, const std::filesystem::path& path, int width,
-                    int height);
 
 }  // namespace tarnwick
