@@ -92,7 +92,10 @@ TxyMark::TxyMark(Document& document, std::int32_t id, Prompt& prompt, QWidget* p
   list_->setFocus();
 }
 
-TxyMark::~TxyMark() = default;
+TxyMark::~TxyMark() {
+  hide();  // a field that loses the focus later would tell an editor that is gone
+  EndTyping();
+}
 
 QWidget* TxyMark::MakeList() {
   auto* side = new QWidget;
