@@ -112,7 +112,9 @@ void GraphCanvas::AtTheEdge(const std::function<void()>& work) {
 void GraphCanvas::Redraw() {
   picture_stale_ = true;
   hovered_.reset();
+  const bool picked = Picked().has_value();
   selection_.Refresh();
+  if (picked && !Picked()) NameForAssistance();
   update();
 }
 
@@ -134,9 +136,12 @@ const ChildFrame* GraphCanvas::FrameOf(std::optional<std::size_t> child) const {
 }
 
 std::optional<std::size_t> GraphCanvas::ChildAt(QPointF place) const {
-  const auto found =
-      std::find_if(layout_.children.rbegin(), layout_.children.rend(),
-                   [&](const ChildFrame& frame) { return frame.frame.contains(place); });
+  const auto found = std::find_if(layout_.children.rbegin(), layout_.children.rend(),
+                                  [&](const ChildFrame& frame) {
+                                    // What was deleted stays in the picture until it is drawn again.
+                                    return frame.child < document_.WholeGraph().Children().size() &&
+                                           frame.frame.contains(place);
+                                  });
   return found == layout_.children.rend() ? std::nullopt : std::optional(found->child);
 }
 

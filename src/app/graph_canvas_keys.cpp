@@ -85,6 +85,8 @@ void GraphCanvas::ShowPicked() {
       document_.Graph().EndUpdate();
     }
     emit readOutChanged(ToQt(PickedReadOut(document_.Graph(), Picked())));
+  } else {
+    emit readOutChanged(ToQt(IdleReadOut()));
   }
   NameForAssistance();
   QAccessibleValueChangeEvent spoken(this, PickedText());

@@ -33,7 +33,8 @@ void PlaceLegend(TxyGraph& graph, const QRectF& frame, QSizeF picture) {
 
 std::variant<QRectF, Mark> StateOf(const GraphCanvas& canvas, const PictureObject& object) {
   const TxyGraph& graph = canvas.GetDocument().Graph();
-  if (object.kind == PictureObject::Kind::Mark) return *graph.Marks().FindMark(object.id);
+  const Mark* mark = graph.Marks().FindMark(object.id);
+  if (object.kind == PictureObject::Kind::Mark && mark) return *mark;
   return OutlineOf(canvas.Layout(), object).boundingRect();
 }
 
@@ -48,7 +49,8 @@ MoveObjectMode::MoveObjectMode(GraphCanvas& canvas, const PictureObject& object,
 void MoveObjectMode::MoveTo(GraphCanvas& canvas, QPointF place) const {
   TxyGraph& graph = canvas.GetDocument().Graph();
   const QPointF way = place - start_;
-  if (const auto* frame = std::get_if<QRectF>(&before_)) {
+  const auto* frame = std::get_if<QRectF>(&before_);
+  if (frame && object_.kind == PictureObject::Kind::Legend) {
     PlaceLegend(graph, frame->translated(way), canvas.Layout().size);
   } else if (const auto* mark = std::get_if<Mark>(&before_)) {
     SetMark(graph, MovedMark(graph, *mark, {way.x(), way.y()}));

@@ -65,10 +65,12 @@ void MovePointMode::LetGo(GraphCanvas& canvas) {
   }
   Document& document = canvas.GetDocument();
   const PlotPoint target = ValueAt(canvas, to_);
-  const TSeries& series = *document.Graph().CurrentSeries();
-  CheckMove(document.Graph(), series, target);
-  const Question question{MovePointQuestion(document.Graph(), series, point.number, target),
+  const TSeries* series = document.Graph().CurrentSeries();
+  if (!series) return;  // deleted while the point was held
+  CheckMove(document.Graph(), *series, target);
+  const Question question{MovePointQuestion(document.Graph(), *series, point.number, target),
                           {Answer::Yes, Answer::No}};
+  if (question.text.empty()) return;  // as above
   if (canvas.GetPrompt().Ask(question) != Answer::Yes) return;
   document.Edit("Move Point", [&](TxyGraph& graph) {
     MovePoint(graph, *graph.CurrentSeries(), point.number, target);

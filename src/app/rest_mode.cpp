@@ -97,9 +97,9 @@ bool RestMode::KeyPress(GraphCanvas& canvas, QKeyEvent& event) {
     canvas.GetDocument().Zoom().GoBack(canvas.GetDocument().Graph());
     return true;
   }
-  if (event.key() == Qt::Key_Escape && !canvas.Traces().IsEmpty()) {
+  if (TakesKey(canvas, event.key())) {
     canvas.Traces().Clear();
-    canvas.update();
+    canvas.Pick(std::nullopt);
     return true;
   }
   const Held held = HeldBy(event.key());
@@ -115,7 +115,7 @@ bool RestMode::KeyRelease(GraphCanvas& canvas, QKeyEvent& event) {
 }
 
 bool RestMode::TakesKey(const GraphCanvas& canvas, int key) const {
-  return key == Qt::Key_Escape && !canvas.Traces().IsEmpty();
+  return key == Qt::Key_Escape && (canvas.Picked() || !canvas.Traces().IsEmpty());
 }
 
 void RestMode::PaintOverlay(QPainter& painter, const GraphCanvas& canvas) const {

@@ -305,6 +305,9 @@ TEST_F(ModesTest, KeysWalkFromPointToPointAndAreSpoken) {
   EXPECT_FALSE(ActiveCanvas().Picked());
   Press(Qt::Key_Left);
   EXPECT_EQ(ActiveCanvas().Picked()->number, 39);
+  Press(Qt::Key_Escape);
+  EXPECT_FALSE(ActiveCanvas().Picked());
+  EXPECT_EQ(spoken->text(QAccessible::Name), "Graph Graph_1");
 }
 
 TEST_F(ModesTest, PointsAreMovedAndDeletedWithoutAMouse) {
