@@ -1,9 +1,9 @@
 // The main window's part in printing: its printer, the window that prints, the window about paper.
-#include <QPageSetupDialog>
 #include <QPrinter>
 
 #include "app/document.h"
 #include "app/main_form.h"
+#include "app/page_dialog.h"
 #include "app/print_dialog.h"
 #include "app/print_graph.h"
 
@@ -25,8 +25,10 @@ void T_MainForm::Print(Document& document) {
 }
 
 void T_MainForm::SetUpPrinter() {
-  QPageSetupDialog dialog(&Printer(), this);
-  if (dialog.exec() == QDialog::Accepted) StorePaper(Printer(), *parts_.settings);
+  PageDialog dialog(Printer().pageLayout(), this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  SetPaper(Printer(), dialog.Page());
+  StorePaper(Printer(), *parts_.settings);
 }
 
 }  // namespace tarnwick

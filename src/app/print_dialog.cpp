@@ -7,7 +7,6 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -19,6 +18,7 @@
 
 #include "app/document.h"
 #include "app/file_chooser.h"
+#include "app/page_dialog.h"
 #include "app/print_graph.h"
 #include "base/error.h"
 #include "base/prompt.h"
@@ -179,8 +179,9 @@ void PrintDialog::ShowPaper() {
 }
 
 void PrintDialog::SetUpPage() {
-  QPageSetupDialog dialog(&printer_, this);
+  PageDialog dialog(printer_.pageLayout(), this);
   if (dialog.exec() != QDialog::Accepted) return;
+  SetPaper(printer_, dialog.Page());
   ShowPaper();
   preview_->updatePreview();
 }

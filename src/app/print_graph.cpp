@@ -42,10 +42,16 @@ QRectF SheetOf(const QPrinter& printer) {
   return {QPointF(0, 0), printer.pageLayout().paintRectPixels(printer.resolution()).size()};
 }
 
+void SetPaper(QPrinter& printer, const QPageLayout& page) {
+  printer.setPageSize(page.pageSize());
+  printer.setPageOrientation(page.orientation());
+  printer.setPageMargins(page.margins(QPageLayout::Millimeter), QPageLayout::Millimeter);
+}
+
 void PrintOn(QPrinter& printer, const QString& name, const TxyGraph& graph) {
   const QPageLayout page = printer.pageLayout();
   printer.setPrinterName(name);
-  printer.setPageLayout(page);
+  SetPaper(printer, page);
   printer.setDocName(QString::fromStdString(graph.GetAppearance().title_of_graph));
   QPainter painter;
   bool printed = painter.begin(&printer);
@@ -65,10 +71,8 @@ void RestorePaper(const QSettings& settings, QPrinter& printer) {
   const QPageSize size = StoredSize(settings);
   if (!size.isValid()) return;
   const bool landscape = settings.value(kLandscapeKey).toBool();
-  // Margins that leave no room are refused by the printer, which then keeps its own.
-  printer.setPageSize(size);
-  printer.setPageOrientation(landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-  printer.setPageMargins(StoredMargins(settings), QPageLayout::Millimeter);
+  SetPaper(printer, QPageLayout(size, landscape ? QPageLayout::Landscape : QPageLayout::Portrait,
+                                StoredMargins(settings), QPageLayout::Millimeter));
 }
 
 void StorePaper(const QPrinter& printer, QSettings& settings) {

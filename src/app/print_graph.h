@@ -17,6 +17,9 @@ class TxyGraph;
 /// The part of the printer's page within its margins, in the units of a painter on it.
 QRectF SheetOf(const QPrinter& printer);
 
+/// Gives the printer another paper. What it can not print on (margins that are too narrow) it leaves as it is.
+void SetPaper(QPrinter& printer, const QPageLayout& page);
+
 /// Prints one page on the printer of that name. Throws Error when it cannot be reached or does not take the page.
 void PrintOn(QPrinter& printer, const QString& name, const TxyGraph& graph);
 

@@ -1,11 +1,14 @@
 // The window that prints, through its widgets.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
 #include <QPrinter>
 #include <QPushButton>
 #include <QSpinBox>
 
 #include "app/document.h"
+#include "app/page_dialog.h"
 #include "app/print_dialog.h"
 #include "app/print_graph.h"
 #include "desktop_fixture.h"
@@ -84,6 +87,18 @@ TEST_F(PrintTest, PaperIsRememberedAndNonsenseIsNot) {
   const QPageLayout before = other.pageLayout();
   RestorePaper(settings, other);
   EXPECT_EQ(other.pageLayout(), before);
+}
+
+TEST_F(PrintTest, MarginsThatLeaveNoRoomAreNotTaken) {
+  PageDialog page(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()));
+  const auto& ok = *page.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+  page.findChild<QDoubleSpinBox*>("MarginLeft")->setValue(200);
+  EXPECT_FALSE(ok.isEnabled());
+  EXPECT_FALSE(page.findChild<QLabel*>("WhyNot")->text().isEmpty());
+  page.findChild<QComboBox*>("PaperOrientation")->setCurrentIndex(1);
+  EXPECT_TRUE(ok.isEnabled());
+  page.findChild<QComboBox*>("PaperSize")->setCurrentText("A3");
+  EXPECT_EQ(page.Page().paintRect(QPageLayout::Millimeter), QRectF(200, 0, 220, 297));
 }
 
 }  // namespace

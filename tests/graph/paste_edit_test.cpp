@@ -55,20 +55,6 @@ TEST(PasteEdit, AGraphInUseGetsTheDataSetsToldApart) {
   EXPECT_THROW(PasteGraph(target, GraphState()), Error);
 }
 
-TEST(PasteEdit, TheCurrentDataSetIsTakenAlone) {
-  TxyGraph graph;
-  EXPECT_THROW(StateOfCurrentDataSet(graph), Error);
-  AddLine(graph, "A");
-  AddLine(graph, "B");
-  InsertChild(graph, "Inset");
-  graph.SetCurrentSeriesIndex(1);
-  const GraphState alone = StateOfCurrentDataSet(graph);
-  ASSERT_EQ(alone.series.size(), 1u);
-  EXPECT_EQ(alone.series[0].data.settings.SeriesName, "B");
-  EXPECT_EQ(alone.appearance.current_series_index, 0);
-  EXPECT_TRUE(alone.children.empty());
-}
-
 TEST(PasteEdit, AChildComesBackToItsPlaceOrBesideTheOneThere) {
   TxyGraph graph;
   graph.Resize(400, 300);
