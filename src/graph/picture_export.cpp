@@ -27,8 +27,6 @@ namespace tarnwick {
 namespace {
 
 constexpr int kLargestSide = 30000;
-constexpr int kLowestDpi = 10;
-constexpr int kHighestDpi = 2400;
 constexpr double kScreenDpi = 96;
 constexpr double kInchMillimetres = 25.4;
 constexpr int kJpegQuality = 95;

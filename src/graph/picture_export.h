@@ -13,6 +13,8 @@ class TxyGraph;
 
 /// Size in device pixels; everything measured in points or screen pixels scales by dpi / 96.
 struct PictureOptions {
+  static constexpr int kLowestDpi = 10;
+  static constexpr int kHighestDpi = 2400;
   int width = 800;
   int height = 600;
   int dpi = 96;
