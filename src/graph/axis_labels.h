@@ -2,6 +2,7 @@
 // ticks and texts, no pixels.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "graph/axis_state.h"
@@ -18,8 +19,11 @@ struct LabelSet {
 /// The forms worth trying, the preferred one first; at least one.
 std::vector<LabelSet> LabelSets(const AxisState& axis, const std::vector<Tick>& ticks);
 
+/// The strides worth trying, ascending from 1: such as lead to full hours, days and years on a time axis.
+std::span<const int> LabelStrides(const AxisState& axis, const std::vector<Tick>& ticks);
+
 /// The labelled ticks that stay when every `stride`th does: round numbers (zero among them) on a linear axis, round
-/// exponents on a logarithmic one.
+/// exponents on a logarithmic one, full units on a time axis.
 std::vector<std::size_t> KeptTicks(const AxisState& axis, const std::vector<Tick>& ticks,
                                    int stride);
 

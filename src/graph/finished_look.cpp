@@ -1,12 +1,15 @@
 #include "graph/finished_look.h"
 
+#include <QLineF>
 #include <QPointF>
 #include <QRectF>
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <vector>
 
+#include "graph/palette.h"
 #include "graph/plot_layout.h"
 #include "graph/plot_metrics.h"
 #include "graph/xy_graph.h"
@@ -69,6 +72,11 @@ Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metri
       margins.bottom_margin = kEdge + RoundedUp(content.bottom() - layout.plot.bottom());
     }
   }
+  // A wider plot may have a label at its very end that the narrow one had no room for.
+  graph.SetDimensions(margins);
+  const QRectF content = ContentOf(LayoutPlot(graph, size, metrics));
+  const int beyond = RoundedUp(content.right() + kEdge - size.width());
+  if (beyond > 0) margins.right_margin += beyond;
   const auto has_factor = [&](AxisId id) {
     return LayoutPlot(graph, size, metrics).Axis(id).factor.has_value();
   };
@@ -94,7 +102,17 @@ void LimitMargins(Dimensions& dimensions, QSizeF size) {
   limit(dimensions.top_margin, dimensions.bottom_margin, size.height());
 }
 
-/// Where points of the drawn DataSets lie in the picture, a sample of each.
+/// Places on the way between two points, dense enough to be seen in a legend's box.
+void AddLine(QPointF from, QPointF to, std::vector<QPointF>& pixels) {
+  constexpr double kApart = 8;
+  constexpr double kLongest = 4000;  // beyond any picture that a corner is chosen for
+  const double length = QLineF(from, to).length();
+  if (!(length > kApart && length < kLongest)) return;
+  const int parts = static_cast<int>(length / kApart);
+  for (int i = 1; i < parts; ++i) pixels.push_back(from + (to - from) * i / parts);
+}
+
+/// Where points and lines of the drawn DataSets lie in the picture, a sample of each.
 std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout) {
   std::vector<QPointF> pixels;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
@@ -103,10 +121,14 @@ std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layo
     const PointChain& points = series.Points();
     const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
     const AxisScale& y_scale = layout.Axis(graph.YAxisOf(series)).scale;
+    std::optional<QPointF> before;
     for (std::size_t at = 0; at < points.Size(); at += step) {
       const Point point = points.At(at);
-      pixels.emplace_back(layout.Axis(AxisId::X).scale.Position(point.x),
+      const QPointF pixel(layout.Axis(AxisId::X).scale.Position(point.x),
                           y_scale.Position(series.CorrectedY(point.x, point.y)));
+      if (before && series.Style().connect_points) AddLine(*before, pixel, pixels);
+      pixels.push_back(pixel);
+      before = pixel;
     }
   }
   return pixels;
@@ -160,12 +182,20 @@ void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   graph.SetLegend(legend);
 }
 
+/// Lines of one colour, without symbols, are told apart by their styles.
+LineStyle StyleOfRound(std::size_t series) {
+  constexpr std::array kStyles = {LineStyle::Solid, LineStyle::Dash, LineStyle::DashDot,
+                                  LineStyle::Dot, LineStyle::DashDotDot};
+  return kStyles[series / kPaletteSize % kStyles.size()];
+}
+
 void ChooseStyles(TxyGraph& graph) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     TSeries& series = graph.Series(i);
     SeriesStyle style = series.Style();
     style.connect_points = true;
     style.show_symbols = series.PointCount() <= kDensePoints;
+    style.line_style = style.show_symbols ? LineStyle::Solid : StyleOfRound(i);
     style.line_width = !style.show_symbols && series.PointCount() <= kBroadPoints ? 2 : 1;
     series.SetStyle(style);
   }

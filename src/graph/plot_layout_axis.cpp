@@ -11,7 +11,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr std::array kStrides = {1, 2, 5, 10, 20, 50, 100, 200};
 constexpr int kLongestTick = 40;
 constexpr int kLargestOffset = 200;
 constexpr double kClosestTicks = 4;  // pixels between ticks that can still be told apart
@@ -26,6 +25,8 @@ struct AxisPlace {
   double side = 1;     ///< direction of ticks and labels: +1 down or right, -1 up or left
   double tick = 0;     ///< length
   double labels = 0;   ///< coordinate at which labels begin
+  std::vector<double>
+      crossings;  ///< along the axis: where lines of other axes go through it within the plot
 
   QPointF At(double along, double away) const {
     return across ? QPointF(along, line + side * away) : QPointF(line + side * away, along);
@@ -61,6 +62,19 @@ AxisPlace PlaceOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
   return place;
 }
 
+/// Where shown axes of the other direction cross this one, their ends at the plot's edges apart.
+std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
+  std::vector<double> crossings;
+  const double first = id == AxisId::X ? layout.plot.left() : layout.plot.top();
+  const double last = id == AxisId::X ? layout.plot.right() : layout.plot.bottom();
+  for (const AxisId other : {AxisId::X, AxisId::Y, AxisId::Y2}) {
+    if ((other == AxisId::X) == (id == AxisId::X) || !graph.Axis(other).ShowAxis()) continue;
+    const double line = PlaceOf(graph, other, layout).line;
+    if (line > first + 1 && line < last - 1) crossings.push_back(line);
+  }
+  return crossings;
+}
+
 /// Chooses and places the labels of one axis.
 class LabelPlacer {
  public:
@@ -86,6 +100,7 @@ class LabelPlacer {
   LabelChoice Choose() const;
   PlacedText TextAt(std::size_t set, std::size_t tick, double angle) const;
   void ShiftInside(PlacedText& text) const;
+  void ShiftBesideCrossing(PlacedText& text) const;
   bool TryTake(PlacedText text, double gap, AxisLayout& layout);
 
   const LayoutContext& context_;
@@ -156,7 +171,7 @@ LabelChoice LabelPlacer::Best(double angle, double extra) const {
   LabelChoice best;
   for (std::size_t set = 0; set < sets_.size(); ++set) {
     if (!HasRoom(set, angle, extra)) continue;
-    for (const int stride : kStrides) {
+    for (const int stride : LabelStrides(axis_, ticks_)) {
       if (best.count > 0 && stride >= best.stride) break;
       const std::size_t count = KeptTicks(axis_, ticks_, stride).size();
       if (count == 0 || !Fits(set, stride, angle)) continue;
@@ -198,8 +213,24 @@ void LabelPlacer::ShiftInside(PlacedText& text) const {
   text.center += place_.across ? QPointF(shift, 0) : QPointF(0, shift);
 }
 
+/// A label through which the line of another axis would go stands left of it or above it.
+void LabelPlacer::ShiftBesideCrossing(PlacedText& text) const {
+  constexpr double kBeside = 3;
+  const QRectF box = text.Box();
+  for (const double crossing : place_.crossings) {
+    if (place_.across && box.left() < crossing && crossing < box.right()) {
+      text.center.rx() = crossing - kBeside - box.width() / 2;
+    } else if (!place_.across && box.top() < crossing && crossing < box.bottom()) {
+      text.center.ry() = crossing - box.height() / 2;
+    }
+  }
+}
+
 bool LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
-  if (text.angle == 0) ShiftInside(text);
+  if (text.angle == 0) {
+    ShiftBesideCrossing(text);
+    ShiftInside(text);
+  }
   if (!context_.room.IsInside(text)) return false;
   PlacedText wider = text;
   wider.size += QSizeF(2 * gap, 0);
@@ -271,7 +302,8 @@ void AddMinorTicks(const AxisState& axis, const AxisPlace& place, const std::vec
 
 void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   const TAxis& axis = context.graph.Axis(id);
-  const AxisPlace place = PlaceOf(context.graph, id, layout);
+  AxisPlace place = PlaceOf(context.graph, id, layout);
+  place.crossings = CrossingsOf(context.graph, id, layout);
   AxisLayout& result = layout.axes[static_cast<std::size_t>(id)];
   result.shown = axis.ShowAxis();
   const QRectF& plot = layout.plot;

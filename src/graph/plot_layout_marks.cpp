@@ -89,7 +89,20 @@ std::vector<QPointF> CaptionPlaces(const MarkItem& item, const QRectF& plot, QSi
   return places;
 }
 
-void PlaceCaption(const LayoutContext& context, const QRectF& plot, MarkItem& item) {
+/// True when a mark would strike the text through.
+bool IsStruckOut(const QRectF& box, const std::vector<MarkItem>& marks) {
+  return std::any_of(marks.begin(), marks.end(), [&](const MarkItem& item) {
+    if (item.mark.type == MarkType::Point) {
+      return box.intersects(QRectF(item.point, QSizeF())
+                                .adjusted(-item.radius, -item.radius, item.radius, item.radius));
+    }
+    return Clipped(item.line, box.adjusted(1, 1, -1, -1)).has_value();
+  });
+}
+
+/// At the first free place where no mark goes through it, or at the first free one.
+void PlaceCaption(const LayoutContext& context, const QRectF& plot,
+                  const std::vector<MarkItem>& marks, MarkItem& item) {
   const Font& base = context.graph.GetAppearance().font_for_labels;
   const QString text = QString::fromStdString(item.mark.caption).simplified();
   if (text.isEmpty()) return;
@@ -99,10 +112,12 @@ void PlaceCaption(const LayoutContext& context, const QRectF& plot, MarkItem& it
       MakeText({context.metrics.Elided(text, font, plot.width() / 2), {}}, font, context.metrics);
   for (const QPointF& place : CaptionPlaces(item, plot, caption.size)) {
     caption.center = place;
-    if (!plot.contains(caption.Box()) || !context.room.TryTake(caption)) continue;
-    item.caption = caption;
-    return;
+    if (!plot.contains(caption.Box()) || !context.room.IsFree(caption)) continue;
+    const bool clear = !IsStruckOut(caption.Box(), marks);
+    if (clear || !item.caption) item.caption = caption;
+    if (clear) break;
   }
+  if (item.caption) context.room.Take(*item.caption);
 }
 
 }  // namespace
@@ -125,7 +140,7 @@ void LayoutMarks(const LayoutContext& context, PlotLayout& layout) {
     layout.marks.push_back(std::move(item));
   }
   // Captions after all marks, so that every mark is drawn even where captions find no room.
-  for (MarkItem& item : layout.marks) PlaceCaption(context, layout.plot, item);
+  for (MarkItem& item : layout.marks) PlaceCaption(context, layout.plot, layout.marks, item);
 }
 
 }  // namespace tarnwick

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <string>
 
 #include "base/day_number.h"
@@ -24,12 +25,17 @@ struct Multiples {
 };
 
 Multiples MultiplesWithin(double min, double max, double step) {
-  // Bounds that were meant to lie on a multiple may miss it by the last digit.
+  // Bounds that were meant to lie on a multiple may miss it by the last digit; that is much where the step is small beside them.
   constexpr long double kRounding = 1e-9L;
+  constexpr long double kLastDigit = std::numeric_limits<double>::epsilon();
+  constexpr long double kMostRounding = 0.1L;
   if (!(step > 0) || !std::isfinite(step)) return {};
   const long double low = static_cast<long double>(min) / step;
   const long double high = static_cast<long double>(max) / step;
-  return {std::ceil(low - kRounding), std::floor(high + kRounding)};
+  const auto rounding = [&](long double multiple) {
+    return std::clamp(std::abs(multiple) * kLastDigit, kRounding, kMostRounding);
+  };
+  return {std::ceil(low - rounding(low)), std::floor(high + rounding(high))};
 }
 
 /// The step that is drawn: the axis' own unless it gives too many ticks, or fewer than a scale can be read from.
