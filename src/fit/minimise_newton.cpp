@@ -10,6 +10,7 @@
 
 #include "base/undefined.h"
 #include "fit/linearised_problem.h"
+#include "fit/start_search.h"
 #include "fit/step_acceleration.h"
 
 namespace tarnwick {
@@ -34,6 +35,9 @@ constexpr std::size_t kFewPoints = 512;
 constexpr double kWorthCorrecting = 0.1;
 /// Full steps are accelerated where they promise to take away less than this part of the sum of squares.
 constexpr double kAccelerated = 0.01;
+
+/// A run that ends where a full step promises more than this part of the residuals ends on a plateau.
+constexpr double kPlateauOffset = 1e-4;
 
 // Stop tests, as reports name them.
 constexpr auto kIsStationary = "no parameter can take any more away from the residuals";
@@ -343,11 +347,34 @@ NewtonOutcome NewtonRun::Run() {
   return {std::move(outcome_), std::move(here_.reduced)};
 }
 
+// Where the parameters ran away together, or lie on a plateau that no step leaves, another start may hold them.
+bool WentAstray(const NewtonOutcome& newton, double norm_of_y) {
+  const StopReason why = newton.outcome.why;
+  if (Failed(why) || why == StopReason::Cancelled || why == StopReason::NothingVaried) return false;
+  const double offset = newton.reduced.qtr.norm();
+  const bool stationary = why == StopReason::IterationLimit ||
+                          offset <= kPlateauOffset * std::sqrt(newton.outcome.value) ||
+                          offset <= kPlateauOffset * norm_of_y;
+  return !stationary || IsNearlySingular(newton.reduced);
+}
+
 }  // namespace
 
 NewtonOutcome MinimiseNewton(ModelResiduals& residuals, std::span<const double> start,
                              const MinimiseOptions& options, Progress& progress) {
-  return NewtonRun(residuals, start, options, progress).Run();
+  NewtonOutcome first = NewtonRun(residuals, start, options, progress).Run();
+  if (!WentAstray(first, residuals.NormOfY())) return first;
+  const FoundStart found = SearchStart(residuals, start, progress);
+  NewtonOutcome second = NewtonRun(residuals, found.p, options, progress).Run();
+  const bool better = !Failed(second.outcome.why) && second.outcome.value < first.outcome.value;
+  NewtonOutcome& chosen = better ? second : first;
+  const NewtonOutcome& other = better ? first : second;
+  chosen.outcome.start_value = first.outcome.start_value;
+  chosen.outcome.iterations += other.outcome.iterations;
+  chosen.outcome.evaluations += other.outcome.evaluations + found.evaluations;
+  chosen.outcome.changed =
+      !std::equal(start.begin(), start.end(), chosen.outcome.p.begin(), chosen.outcome.p.end());
+  return std::move(chosen);
 }
 
 }  // namespace tarnwick
