@@ -149,7 +149,8 @@ void PictureOptions::Validate() const {
 
 int WholePixels(double millimetres, int dpi) {
   constexpr double kMost = 1e9;
-  return static_cast<int>(std::lround(std::clamp(millimetres / kInchMillimetres * dpi, 0.0, kMost)));
+  return static_cast<int>(
+      std::lround(std::clamp(millimetres / kInchMillimetres * dpi, 0.0, kMost)));
 }
 
 QImage RenderImage(const TxyGraph& graph, const PictureOptions& options) {
