@@ -117,6 +117,14 @@ YExtremes PointChunk::Extremes(std::size_t begin, std::size_t end) const {
   return range;
 }
 
+PointChunk::Blocks PointChunk::KeptBlocks() const {
+  if (BlockCount(room_) == 0) return {};
+  Extremes();
+  if (extremes_kept_.load(std::memory_order_acquire) != Kept::Yes) return {};
+  const std::size_t count = (size_ + kBlock - 1) / kBlock;
+  return {{BlockLows(), count}, {BlockHighs(), count}};
+}
+
 void PointChunk::AppendRun(std::int32_t first_id, const double* x, const double* y,
                            std::size_t count) {
   if (size_ == 0) {

@@ -69,6 +69,14 @@ class PointChunk : public CowCounted {
   YExtremes Extremes() const;
   /// Over the points begin <= i < end, for most of them by what Extremes() keeps.
   YExtremes Extremes(std::size_t begin, std::size_t end) const;
+  static constexpr std::size_t kBlock = 32;  ///< points whose extremes are kept together
+  /// The lowest and the highest Y, NaN left out, of each kBlock points in turn; the last block may have fewer.
+  struct Blocks {
+    std::span<const double> lows;
+    std::span<const double> highs;
+  };
+  /// Both empty for a small chunk, or while another thread works them out.
+  Blocks KeptBlocks() const;
 
   // Editing. Adding needs room for the points; an id that does not follow the one before, inserting and erasing in the
   // middle need room for ids.
@@ -107,7 +115,6 @@ class PointChunk : public CowCounted {
       : room_(static_cast<std::uint32_t>(room)), id_room_(id_room) {}
 
   enum class Kept : std::uint8_t { No, BeingWritten, Yes };
-  static constexpr std::size_t kBlock = 32;  // points whose extremes are kept together
 
   // Small chunks are read as fast as their blocks would be.
   static constexpr std::size_t BlockCount(std::size_t room) {

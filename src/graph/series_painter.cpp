@@ -135,22 +135,70 @@ void PaintRegression(DeviceSpace& space, const TSeries& series, const SeriesFram
             {ToQt(style.regression_line_color), width, style.regression_line_style}, frame);
 }
 
-void PaintSymbols(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
-  const SymbolLook look = LookOf(series.Style());
+// Rows between two filled symbols whose bodies close over whatever lies between them.
+int HiddenRows(const SymbolLook& look, double scale) {
+  const bool filled = look.fill == SymbolFill::Filled && !IsOpenSymbol(look.shape);
+  return filled && look.shape != SymbolShape::Dot ? static_cast<int>(look.size * scale / 3) : 1;
+}
+
+std::vector<QPoint> SymbolPixels(const DeviceSpace& space, const TSeries& series,
+                                 const SeriesFrame& frame, const SymbolLook& look) {
   const int reach = static_cast<int>(std::ceil(look.size * space.Scale()));
   const QRect area = space.Map(frame.clip).toAlignedRect().adjusted(-reach, -reach, reach, reach);
-  const std::vector<QPoint> pixels =
-      OccupiedPixels(series.Points(), ViewOf(space, series, frame), area);
+  return OccupiedPixels(series.Points(), ViewOf(space, series, frame), area,
+                        {HiddenRows(look, space.Scale())});
+}
+
+void PaintSprites(DeviceSpace& space, const std::vector<QPoint>& pixels, const SymbolLook& look) {
+  const SymbolSprite sprite = MakeSprite(look, space.Scale());
+  const QPoint hot_spot(sprite.hot_spot, sprite.hot_spot);
+  if (RasterSurface* const surface = space.Surface()) {
+    const RasterStamp stamp(sprite.image);
+    for (const QPoint& pixel : pixels) surface->Lay(stamp, pixel - hot_spot);
+  } else {
+    for (const QPoint& pixel : pixels) space.Painter().drawImage(pixel - hot_spot, sprite.image);
+  }
+}
+
+// Symbols in such numbers are a cloud: a picture file takes them as one image.
+void PaintSymbolImage(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame,
+                      const SymbolLook& look) {
+  constexpr double kDotsPerPixel = 3;  // about 300 dots an inch
+  const QSize size = (frame.clip.size() * kDotsPerPixel).toSize().expandedTo(QSize(1, 1));
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  if (image.isNull()) return;
+  image.fill(Qt::transparent);
+  {
+    QPainter on_image(&image);
+    on_image.scale(size.width() / frame.clip.width(), size.height() / frame.clip.height());
+    on_image.translate(-frame.clip.topLeft());
+    DeviceSpace dots(on_image, frame);
+    PaintSprites(dots, SymbolPixels(dots, series, frame, look), look);
+  }
+  space.Painter().setRenderHint(QPainter::LosslessImageRendering);
+  space.Painter().drawImage(space.Map(frame.clip), image);
+}
+
+bool TakesImages(const QPainter& painter) {
+  const QPaintEngine* const engine = painter.paintEngine();
+  return engine != nullptr &&
+         (engine->type() == QPaintEngine::Pdf || engine->type() == QPaintEngine::SVG);
+}
+
+void PaintSymbols(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
+  constexpr std::size_t kManySymbols = 10'000;
+  const SymbolLook look = LookOf(series.Style());
+  const std::vector<QPoint> pixels = SymbolPixels(space, series, frame, look);
   QPainter& painter = space.Painter();
   painter.setRenderHint(QPainter::Antialiasing);
   if (space.Raster()) {
-    const SymbolSprite sprite = MakeSprite(look, space.Scale());
-    const QPoint hot_spot(sprite.hot_spot, sprite.hot_spot);
-    for (const QPoint& pixel : pixels) painter.drawImage(pixel - hot_spot, sprite.image);
-    return;
-  }
-  for (const QPoint& pixel : pixels) {
-    PaintSymbol(painter, QPointF(pixel) + QPointF(0.5, 0.5), look, space.Scale());
+    PaintSprites(space, pixels, look);
+  } else if (pixels.size() > kManySymbols && TakesImages(painter)) {
+    PaintSymbolImage(space, series, frame, look);
+  } else {
+    for (const QPoint& pixel : pixels) {
+      PaintSymbol(painter, QPointF(pixel) + QPointF(0.5, 0.5), look, space.Scale());
+    }
   }
 }
 

@@ -30,10 +30,6 @@ QPainterPath Strokes(int count, double start, double radius) {
   return path;
 }
 
-bool IsOpen(SymbolShape shape) {
-  return shape == SymbolShape::Plus || shape == SymbolShape::Cross || shape == SymbolShape::Star;
-}
-
 double StrokeWidth(const SymbolLook& look) {
   return std::clamp(look.size * 0.16, 1.0, 3.0);
 }
@@ -78,9 +74,13 @@ QPainterPath SymbolPath(SymbolShape shape, double size) {
   return circle;
 }
 
+bool IsOpenSymbol(SymbolShape shape) {
+  return shape == SymbolShape::Plus || shape == SymbolShape::Cross || shape == SymbolShape::Star;
+}
+
 void PaintSymbol(QPainter& painter, QPointF center, const SymbolLook& look, double scale) {
   const double size = std::clamp(look.size, 1.0, 200.0) * scale;
-  const bool open = IsOpen(look.shape);
+  const bool open = IsOpenSymbol(look.shape);
   const bool filled = !open && (look.fill == SymbolFill::Filled || look.shape == SymbolShape::Dot);
   const double width = StrokeWidth(look) * scale;
   // A hollow shape keeps its outline within its size.

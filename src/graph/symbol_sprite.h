@@ -27,6 +27,9 @@ SymbolLook LookOf(const SeriesStyle& style);
 /// The shape's outline around (0, 0), `size` across. Plus, cross and star are open strokes.
 QPainterPath SymbolPath(SymbolShape shape, double size);
 
+/// A shape of strokes only.
+bool IsOpenSymbol(SymbolShape shape);
+
 /// Draws the symbol at `center`, scaled by `scale`, with the painter's transformation.
 void PaintSymbol(QPainter& painter, QPointF center, const SymbolLook& look, double scale = 1);
 

@@ -259,20 +259,25 @@ TEST(PaintSeries, RegressionLineIsDrawnWhenItIsUpToDate) {
 }
 
 TEST(PaintSeries, VectorPicturesStaySmall) {
-  TSeries series;
-  std::mt19937_64 random(1);
-  std::normal_distribution<double> normal(0, 1);
-  for (int i = 0; i < 200'000; ++i) series.AddPoint(i, normal(random));
-  series.SetStyle(LineStyleOf(1));
-  QBuffer buffer;
-  buffer.open(QIODevice::WriteOnly);
-  {
-    QPdfWriter writer(&buffer);
-    QPainter painter(&writer);
-    PaintSeries(painter, series, Frame(0, 200'000, -5, 5));
+  for (const bool symbols : {false, true}) {
+    TSeries series;
+    std::mt19937_64 random(1);
+    std::normal_distribution<double> normal(0, 1);
+    for (int i = 0; i < 200'000; ++i) series.AddPoint(i, normal(random));
+    SeriesStyle style = LineStyleOf(1);
+    style.connect_points = !symbols;
+    style.show_symbols = symbols;
+    series.SetStyle(style);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    {
+      QPdfWriter writer(&buffer);
+      QPainter painter(&writer);
+      PaintSeries(painter, series, Frame(0, 200'000, -5, 5));
+    }
+    EXPECT_GT(buffer.size(), 2'000);
+    EXPECT_LT(buffer.size(), 60'000);
   }
-  EXPECT_GT(buffer.size(), 2'000);
-  EXPECT_LT(buffer.size(), 60'000);
 }
 
 TEST(EncodePng, KeepsPixelsAndResolution) {
