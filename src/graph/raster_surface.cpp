@@ -28,24 +28,6 @@ QRgb Scaled(QRgb color, QRgb alpha) {
 
 }  // namespace
 
-RasterStamp::RasterStamp(const QImage& image) {
-  for (int y = 0; y < image.height(); ++y) {
-    const auto* const line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-    int begin = 0, end = image.width();
-    while (begin < end && line[begin] == 0) ++begin;
-    while (begin < end && line[end - 1] == 0) --end;
-    if (begin == end) continue;
-    const auto opaque = [line](int x) { return qAlpha(line[x]) == 255; };
-    int solid = begin;
-    while (solid < end && !opaque(solid)) ++solid;
-    int solid_end = solid;
-    while (solid_end < end && opaque(solid_end)) ++solid_end;
-    rows_.push_back(
-        {QPoint(begin, y), pixels_.size(), end - begin, solid - begin, solid_end - begin});
-    pixels_.insert(pixels_.end(), line + begin, line + end);
-  }
-}
-
 std::optional<RasterSurface> RasterSurface::Of(const QPainter& painter, const QRectF& clip) {
   const QPaintEngine* const engine = painter.paintEngine();
   if (engine == nullptr || engine->type() != QPaintEngine::Raster || !DrawsPlainly(painter) ||
@@ -87,27 +69,6 @@ void RasterSurface::Fill(const QRect& rect, const RasterInk& ink) {
     for (int row = height; row > 0; --row, pixel += row_) *pixel = ink.source;
   } else {
     for (int row = 0; row < height; ++row) std::fill_n(first + row * row_, width, ink.source);
-  }
-}
-
-void RasterSurface::Lay(const RasterStamp& stamp, QPoint corner) {
-  for (const RasterStamp::Row& row : stamp.rows_) {
-    const QPoint start = corner + row.start;
-    if (start.y() < clip_.top() || start.y() > clip_.bottom()) continue;
-    const int begin = std::max(clip_.left() - start.x(), 0);
-    const int end = std::min(clip_.right() + 1 - start.x(), row.count);
-    const QRgb* const source = stamp.pixels_.data() + row.first;
-    QRgb* const below = pixels_ + start.y() * row_ + start.x();
-    const auto blend = [source, below](int from, int to) {
-      for (int i = from; i < to; ++i) {
-        below[i] = source[i] + Scaled(below[i], 255U - static_cast<QRgb>(qAlpha(source[i])));
-      }
-    };
-    blend(begin, std::min(row.solid, end));
-    for (int i = std::max(row.solid, begin); i < std::min(row.solid_end, end); ++i) {
-      below[i] = source[i];
-    }
-    blend(std::max(row.solid_end, begin), end);
   }
 }
 

@@ -3,9 +3,7 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
-#include <QPoint>
 #include <QRect>
 #include <QRgb>
 
@@ -24,24 +22,6 @@ struct RasterInk {
   QRgb rest = 255;  ///< what is left of the pixel below, of 255
 };
 
-/// A small picture prepared for being laid over pixels again and again: its rows without the transparent margins.
-class RasterStamp {
- public:
-  /// The image is Format_ARGB32_Premultiplied.
-  explicit RasterStamp(const QImage& image);
-
- private:
-  friend class RasterSurface;
-  struct Row {
-    QPoint start;       // in the image
-    std::size_t first;  // in pixels_
-    int count;
-    int solid, solid_end;  // the first run of opaque pixels
-  };
-  std::vector<QRgb> pixels_;
-  std::vector<Row> rows_;
-};
-
 class RasterSurface {
  public:
   /// The painter's image, written inside `clip` (device pixels) only. None when the painter draws on anything but an image
@@ -50,8 +30,6 @@ class RasterSurface {
 
   /// Lays the ink over a rectangle, the same pixels as the painter's. Only between two calls of the painter.
   void Fill(const QRect& rect, const RasterInk& ink);
-  /// Lays a stamp with its image's corner at `corner`, the same pixels as the painter's.
-  void Lay(const RasterStamp& stamp, QPoint corner);
 
  private:
   RasterSurface(QImage& image, const QRect& clip);

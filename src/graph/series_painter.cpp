@@ -152,12 +152,7 @@ std::vector<QPoint> SymbolPixels(const DeviceSpace& space, const TSeries& series
 void PaintSprites(DeviceSpace& space, const std::vector<QPoint>& pixels, const SymbolLook& look) {
   const SymbolSprite sprite = MakeSprite(look, space.Scale());
   const QPoint hot_spot(sprite.hot_spot, sprite.hot_spot);
-  if (RasterSurface* const surface = space.Surface()) {
-    const RasterStamp stamp(sprite.image);
-    for (const QPoint& pixel : pixels) surface->Lay(stamp, pixel - hot_spot);
-  } else {
-    for (const QPoint& pixel : pixels) space.Painter().drawImage(pixel - hot_spot, sprite.image);
-  }
+  for (const QPoint& pixel : pixels) space.Painter().drawImage(pixel - hot_spot, sprite.image);
 }
 
 // Symbols in such numbers are a cloud: a picture file takes them as one image.

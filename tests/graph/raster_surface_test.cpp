@@ -53,31 +53,6 @@ TEST(RasterSurface, FillsThePixelsThatAPainterFills) {
   }
 }
 
-TEST(RasterSurface, LaysThePixelsThatAPainterLays) {
-  QImage sprite(13, 11, QImage::Format_ARGB32_Premultiplied);
-  sprite.fill(Qt::transparent);
-  QPainter on_sprite(&sprite);
-  on_sprite.setRenderHint(QPainter::Antialiasing);
-  on_sprite.setBrush(QColor(10, 200, 60, 140));
-  on_sprite.setPen(QPen(QColor(90, 0, 200), 1.7));
-  on_sprite.drawEllipse(QRectF(1.2, 0.6, 9, 8));
-  on_sprite.end();
-  const QRectF clip(10.2, 5.7, 90.4, 100.1);
-  QImage ours = Background(QImage::Format_RGB32), reference = ours;
-  QPainter painter(&reference), below(&ours);
-  auto surface = RasterSurface::Of(below, clip);
-  ASSERT_TRUE(surface);
-  painter.setClipRect(clip);
-  const RasterStamp stamp(sprite);
-  for (const QRect& rect : Rects()) {
-    painter.drawImage(rect.topLeft(), sprite);
-    surface->Lay(stamp, rect.topLeft());
-  }
-  painter.end();
-  below.end();
-  EXPECT_EQ(ours, reference);
-}
-
 TEST(RasterSurface, LeavesToThePainterWhatOnlyAPainterCanDo) {
   const QRectF clip(0, 0, kSide, kSide);
   const auto surface_of = [&](QImage::Format format, auto prepare) {
