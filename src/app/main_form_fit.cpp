@@ -58,7 +58,9 @@ void T_MainForm::BuildFunctionMenu() {
   int number = 0;
   for (const auto& file : parts_.paths.fit_functions) {
     const QString name = PathText(file.stem()).replace("&", "&&");
-    QAction* item = menu->addAction(QStringLiteral("&%1 %2").arg(++number).arg(name));
+    // From 10 on the first digit would be the key of two functions, and neither ran at once.
+    const QString key = ++number < 10 ? QStringLiteral("&") : QString();
+    QAction* item = menu->addAction(key + QStringLiteral("%1 %2").arg(number).arg(name));
     item->setStatusTip(tr("Use the function of %1 for the current DataSet").arg(PathText(file)));
     connect(item, &QAction::triggered, this, [this, file] {
       actions_->RunAsCommand([&](CommandContext& context) {
