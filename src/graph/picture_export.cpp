@@ -3,8 +3,9 @@
 #include <QBuffer>
 #include <QByteArray>
 #include <QImageWriter>
+#include <QPageLayout>
+#include <QPageSize>
 #include <QPainter>
-#include <QPdfWriter>
 #include <QSvgGenerator>
 #include <algorithm>
 #include <array>
@@ -19,6 +20,7 @@
 #include "graph/gif/gif_file.h"
 #include "graph/metafile/metafile_picture.h"
 #include "graph/paint_plot.h"
+#include "graph/pdf_page.h"
 #include "graph/plot_layout.h"
 #include "graph/plot_metrics.h"
 #include "graph/xy_graph.h"
@@ -96,21 +98,13 @@ std::string SvgBytes(const TxyGraph& graph, const PictureOptions& options) {
 }
 
 std::string PdfBytes(const TxyGraph& graph, const PictureOptions& options) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  QPdfWriter writer(&buffer);
-  writer.setCreator("Tarnwick");
-  writer.setTitle(QString::fromStdString(graph.GetAppearance().title_of_graph));
-  writer.setResolution(options.dpi);
   const QSizeF millimetres = QSizeF(options.width, options.height) * kInchMillimetres / options.dpi;
-  writer.setPageSize(
-      QPageSize(millimetres, QPageSize::Millimeter, QString(), QPageSize::ExactMatch));
-  writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-  QPainter painter(&writer);
-  PaintScaled(painter, graph, options, PaintTarget::Vector);
-  painter.end();
-  return BytesOf(bytes);
+  const QPageLayout page(
+      QPageSize(millimetres, QPageSize::Millimeter, QString(), QPageSize::ExactMatch),
+      QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
+  return PdfOfOnePage(graph, page, options.dpi, [&](QPainter& painter) {
+    PaintScaled(painter, graph, options, PaintTarget::Vector);
+  });
 }
 
 std::string WmfBytes(const TxyGraph& graph, const PictureOptions& options) {

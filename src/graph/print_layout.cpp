@@ -1,12 +1,10 @@
 #include "graph/print_layout.h"
 
-#include <QBuffer>
 #include <QPainter>
-#include <QPdfWriter>
 #include <algorithm>
 
-#include "base/error.h"
 #include "graph/paint_plot.h"
+#include "graph/pdf_page.h"
 #include "graph/plot_layout.h"
 #include "graph/plot_metrics.h"
 #include "graph/xy_graph.h"
@@ -55,20 +53,9 @@ void PaintOnPaper(QPainter& painter, const TxyGraph& graph, const QRectF& sheet)
 }
 
 std::string PrintedPdf(const TxyGraph& graph, const QPageLayout& page) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  QPdfWriter writer(&buffer);
-  writer.setCreator("Tarnwick");
-  writer.setTitle(QString::fromStdString(graph.GetAppearance().title_of_graph));
-  writer.setResolution(kPdfDpi);
-  writer.setPageLayout(page);
-  QPainter painter;
-  if (!painter.begin(&writer)) throw Error("The graph can not be printed on this page");
-  PaintOnPaper(painter, graph,
-               QRectF(QPointF(0, 0), writer.pageLayout().paintRectPixels(kPdfDpi).size()));
-  painter.end();
-  return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+  return PdfOfOnePage(graph, page, kPdfDpi, [&](QPainter& painter) {
+    PaintOnPaper(painter, graph, QRectF(QPointF(0, 0), page.paintRectPixels(kPdfDpi).size()));
+  });
 }
 
 }  // namespace tarnwick
