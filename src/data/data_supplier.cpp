@@ -1,14 +1,9 @@
 #include "data/data_supplier.h"
 
 #include <algorithm>
-#include <memory>
-#include <utility>
 
 #include "base/number_text.h"
 #include "base/text_encoding.h"
-#include "data/file_supplier.h"
-#include "data/text_source.h"
-#include "data/text_supplier.h"
 
 namespace tarnwick {
 namespace {
@@ -40,16 +35,6 @@ std::int32_t TDataSupplier::ColumnIndex(std::string_view name) {
 
 bool TDataSupplier::CountRows(Progress& progress) {
   return !progress.Cancelled();
-}
-
-std::unique_ptr<TDataSupplier> OpenSupplier(const TDSInfo& info,
-                                            const std::filesystem::path& path) {
-  MappedFile file = OpenSourceFile(path);
-  if (IsUnformatted(file.Bytes())) {
-    return std::make_unique<TFileSupplier>(std::move(file), path.string());
-  }
-  auto source = std::make_shared<const TextSource>(std::move(file), path.string());
-  return std::make_unique<TTxtSupplier>(info, std::move(source));
 }
 
 }  // namespace tarnwick

@@ -3,9 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <limits>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -70,10 +68,5 @@ class TDataSupplier {
  protected:
   TDataSupplier() = default;
 };
-
-/// Opens the file that `path` names ("-": standard input) as a TFileSupplier when its second line begins with
-/// "@Unformatted", else as a TTxtSupplier that reads by the settings of `info`. Throws FileError when the file is
-/// missing, empty, unreadable, or no text.
-std::unique_ptr<TDataSupplier> OpenSupplier(const TDSInfo& info, const std::filesystem::path& path);
 
 }  // namespace tarnwick

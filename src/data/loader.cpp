@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "data/load_run.h"
+#include "data/open_supplier.h"
 
 namespace tarnwick {
 namespace {

@@ -6,6 +6,7 @@
 
 #include "base/error.h"
 #include "data/data_supplier.h"
+#include "data/open_supplier.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
