@@ -73,7 +73,9 @@ NumericRange FitSingleValue(double value, const StepLimits& limits) {
   NumericRange range{std::min(wide, 0.0), std::max(wide, 0.0), 0};
   range.step = NiceStep(range.min, range.max, limits.min_steps);
   const StepGrid grid(range.step);
-  long double count = std::trunc(static_cast<long double>(range.max) / range.step);
+  // Six fifths of a round value are whole steps, whatever the last binary digit says.
+  constexpr long double kRounding = 1e-12L;
+  long double count = std::trunc(static_cast<long double>(range.max) / range.step + kRounding);
   // With very few steps the truncated bound could lie below the value itself.
   if (grid.At(count) < value) ++count;
   range.max = std::min(grid.At(count), kLargest);

@@ -72,6 +72,7 @@ TEST(FitNumericRange, FollowsTheRules) {
       {"attracted to zero", 0.13, 0.87, 1, kAuto, 0, 0.9, 0.1},
       {"one value", 5, 5, 1, kAuto, 0, 6, 1},
       {"one value, truncated", 4, 4, 1, kAuto, 0, 4.5, 0.5},
+      {"one value, whole steps by its decimals", 1, 1, 1, kAuto, 0, 1.2, 0.2},
       {"one value, negative", -5, -5, 1, kAuto, -6, 0, 1},
       {"one value, zero", 0, 0, 1, kAuto, -1, 1, 0.2},
       {"on step boundaries", 20, 30, 1, kAuto, 18, 32, 2},
