@@ -135,19 +135,24 @@ CalendarRange FitCalendarRange(double o_min, double o_max, DateTickType type) {
 }
 
 DateTickType SuggestDateTickType(double o_min, double o_max) {
-  // Decades and centuries can end before the data do, and two months are no natural choice.
-  constexpr std::array kCandidates{DateTickType::Minute,   DateTickType::FiveMinutes,
-                                   DateTickType::HalfHour, DateTickType::Hour,
-                                   DateTickType::Day,      DateTickType::Week,
-                                   DateTickType::Month,    DateTickType::Quarter};
+  struct Candidate {
+    DateTickType type;
+    double longest_days;
+  };
+  // Each unit as long as rounding to the next would leave much of the axis empty. Decades and centuries can end before
+  // the data do, and two months are no natural choice.
+  constexpr std::array kCandidates{
+      Candidate{DateTickType::Minute, 1.0 / 48},  Candidate{DateTickType::FiveMinutes, 1.0 / 8},
+      Candidate{DateTickType::HalfHour, 1.0 / 2}, Candidate{DateTickType::Hour, 4},
+      Candidate{DateTickType::Day, 50},           Candidate{DateTickType::Week, 120},
+      Candidate{DateTickType::Month, 3 * 366},    Candidate{DateTickType::Quarter, 6 * 366}};
   constexpr double kFewestUnits = 3;
-  constexpr double kMostUnits = 24;
   const double span = o_max - o_min;
   if (!IsCalendarRange(o_min, o_max) || span < kFewestUnits * StepDays(DateTickType::Minute)) {
     return DateTickType::Automatic;
   }
-  for (const DateTickType type : kCandidates) {
-    if (span <= kMostUnits * StepDays(type)) return type;
+  for (const Candidate& candidate : kCandidates) {
+    if (span <= candidate.longest_days) return candidate.type;
   }
   return DateTickType::Year;
 }
@@ -161,7 +166,7 @@ std::string SuggestDateFormat(double o_min, double o_max) {
                                 Row{15.0 / 1440, "hh:nn:ss"},
                                 Row{1, "hh:nn"},
                                 Row{4, "dd-mmm hh:nn"},
-                                Row{200, "dd-mmm"},
+                                Row{120, "dd-mmm"},
                                 Row{6 * 366, "mmm yyyy"}};
   const double span = o_max - o_min;
   for (const Row& row : kFormats) {

@@ -30,7 +30,7 @@ bool IsCalendarRange(double o_min, double o_max);
 /// type other than Automatic.
 CalendarRange FitCalendarRange(double o_min, double o_max, DateTickType type);
 
-/// A unit for freshly imported time data, so that five to some fifty ticks show; Automatic where the calendar autoscale
+/// A unit for freshly imported time data, so that some three to a hundred of them show; Automatic where the calendar autoscale
 /// does not apply (one value, times of day alone).
 DateTickType SuggestDateTickType(double o_min, double o_max);
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 
 #include "base/day_number.h"
@@ -16,6 +17,9 @@ namespace tarnwick {
 namespace {
 
 using Ticks = std::vector<Tick>;
+
+/// In days: the resolution of day numbers' texts.
+constexpr double kHalfMillisecond = 0.5 / 86'400'000;
 
 /// Whole multiples of a step within a range, both ends included.
 struct Multiples {
@@ -117,13 +121,11 @@ bool ReadsLinearly(const AxisState& axis, const Ticks& log_ticks) {
 }
 
 Ticks UnitTicks(const AxisState& axis, DateTickType type) {
-  // Half a millisecond: the resolution of day numbers' texts.
-  constexpr double kRounding = 0.5 / 86'400'000;
   Ticks ticks;
   const std::int64_t last = UnitIndex(axis.Max, type);
   for (std::int64_t index = UnitIndex(axis.Min, type); index <= last; ++index) {
     const double value = UnitStart(index, type);
-    if (value < axis.Min - kRounding || value > axis.Max + kRounding) continue;
+    if (value < axis.Min - kHalfMillisecond || value > axis.Max + kHalfMillisecond) continue;
     ticks.push_back({std::clamp(value, axis.Min, axis.Max), TickLabelText(axis, value), true});
   }
   return ticks;
@@ -154,7 +156,63 @@ Ticks CalendarTicks(const AxisState& axis) {
   return ticks;
 }
 
+/// A step of the clock in milliseconds, or of the calendar in months; the other is 0.
+struct ClockStep {
+  std::int64_t milliseconds = 0;
+  std::int64_t months = 0;
+
+  double Days() const {
+    constexpr double kDaysInMonth = 365.2425 / 12;
+    constexpr double kMillisecondsInDay = 86'400'000;
+    return months > 0 ? static_cast<double>(months) * kDaysInMonth
+                      : static_cast<double>(milliseconds) / kMillisecondsInDay;
+  }
+  /// The number of the step that `day` lies in: of months since the year 0, of days since a Sunday.
+  std::int64_t IndexOf(double day) const {
+    if (months > 0) return UnitIndex(day, DateTickType::Month) / months;
+    return static_cast<std::int64_t>(std::floor((day - 1) / Days()));
+  }
+  double Moment(std::int64_t index) const {
+    if (months > 0) return UnitStart(index * months, DateTickType::Month);
+    return 1 + static_cast<double>(index) * Days();
+  }
+};
+
+/// The longest step that `most_days` hold; none below a millisecond.
+std::optional<ClockStep> ClockStepWithin(double most_days) {
+  constexpr std::array<int, 13> kMonths{12000, 6000, 2400, 1200, 600, 240, 120,
+                                        60,    24,   12,   6,    3,   1};
+  constexpr std::array<int, 15> kSeconds{604800, 172800, 86400, 43200, 21600, 10800, 7200, 3600,
+                                         1800,   900,    600,   300,   120,   60,    30};
+  constexpr std::array<int, 14> kMilliseconds{15000, 10000, 5000, 2000, 1000, 500, 200,
+                                              100,   50,    20,   10,   5,    2,   1};
+  std::vector<ClockStep> steps;
+  for (const int months : kMonths) steps.push_back({0, months});
+  for (const int seconds : kSeconds) steps.push_back({seconds * std::int64_t{1000}, 0});
+  for (const int milliseconds : kMilliseconds) steps.push_back({milliseconds, 0});
+  const auto found = std::find_if(steps.begin(), steps.end(),
+                                  [&](const ClockStep& step) { return step.Days() <= most_days; });
+  return found == steps.end() ? std::nullopt : std::optional(*found);
+}
+
 }  // namespace
+
+std::vector<Tick> ClockTicks(const AxisState& axis, const StepLimits& limits) {
+  if (!axis.ShowAsTime || axis.LogScale || axis.TickType < DateTickType::Automatic) return {};
+  const double min = std::max(axis.Min, JoinDay({.year = 1, .month = 1, .day = 1}));
+  const double max = std::min(axis.Max, JoinDay({.year = 9999, .month = 12, .day = 31}));
+  const std::optional<ClockStep> step =
+      ClockStepWithin((max - min) / std::max(limits.min_steps, 1));
+  if (!(min < max) || !step) return {};
+  Ticks ticks;
+  for (std::int64_t index = step->IndexOf(min);; ++index) {
+    const double value = step->Moment(index);
+    if (value > max + kHalfMillisecond) break;
+    if (value < min - kHalfMillisecond) continue;
+    ticks.push_back({std::clamp(value, min, max), TickLabelText(axis, value), true});
+  }
+  return ticks.size() < 2 ? Ticks{} : ticks;
+}
 
 std::vector<Tick> MakeTicks(const AxisState& axis, const StepLimits& limits) {
   if (!(axis.Min < axis.Max) || !std::isfinite(axis.Min) || !std::isfinite(axis.Max)) return {};

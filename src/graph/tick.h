@@ -26,4 +26,8 @@ inline constexpr int kMostTicks = 200;
 /// first day or minute, on a time axis. Empty when the range is empty or not finite.
 std::vector<Tick> MakeTicks(const AxisState& axis, const StepLimits& limits);
 
+/// Ticks to be drawn on a time axis of the unit "automatic", whose own step is a decimal fraction of days that no clock
+/// shows: full seconds, minutes, hours, days, months or years, at least MinSteps of them. Empty where there are none.
+std::vector<Tick> ClockTicks(const AxisState& axis, const StepLimits& limits);
+
 }  // namespace tarnwick

@@ -17,6 +17,10 @@ namespace {
 
 constexpr double kLogToDecimal = 0.4342944818;
 constexpr int kGeneralDigits = 12;
+/// From here on the decimal text of a double shows digits that nobody wrote.
+constexpr int kMostDigits = 16;
+/// A step of more digits is no decimal number someone meant.
+constexpr int kMeantDigits = 4;
 /// Beyond these a fixed text would be a row of zeros.
 constexpr double kLargestFixed = 1e15;
 constexpr int kMostDecimals = 15;
@@ -34,15 +38,25 @@ std::string ScientificText(double value, int decimals) {
   return text.substr(0, mark) + "E" + std::to_string(exponent);
 }
 
-std::string PlainText(double value, int decimals) {
-  if (!(std::abs(value) < kLargestFixed) || decimals > kMostDecimals) {
-    return GeneralText(value, kGeneralDigits);
-  }
-  return FixedText(value, std::max(decimals, 0));
+/// How exactly a label is written.
+struct Precision {
+  int decimals = 0;
+  int digits = kGeneralDigits;  ///< significant ones, where the general format is used
+};
+
+std::string DigitsText(double value, int digits) {
+  return digits < kMostDigits ? GeneralText(value, digits) : ShortestText(value);
 }
 
-std::string ThousandsText(double value, int decimals) {
-  std::string text = PlainText(value, decimals);
+std::string PlainText(double value, const Precision& precision) {
+  if (!(std::abs(value) < kLargestFixed) || precision.decimals > kMostDecimals) {
+    return DigitsText(value, precision.digits);
+  }
+  return FixedText(value, std::max(precision.decimals, 0));
+}
+
+std::string ThousandsText(double value, const Precision& precision) {
+  std::string text = PlainText(value, precision);
   if (text.find('E') != std::string::npos) return text;
   const std::size_t first = text.starts_with('-') ? 1 : 0;
   std::size_t end = std::min(text.find('.'), text.size());
@@ -71,8 +85,8 @@ std::string EngineeringText(double value) {
   return text + "E" + std::to_string(3 * thousands);
 }
 
-std::string PercentText(double value, int decimals) {
-  return PlainText(value * 100, decimals - 2) + "%";
+std::string PercentText(double value, const Precision& precision) {
+  return PlainText(value * 100, {precision.decimals - 2, precision.digits}) + "%";
 }
 
 std::string HexadecimalText(double value) {
@@ -88,24 +102,24 @@ std::string HexadecimalText(double value) {
   return text;
 }
 
-std::string NumberLabel(LabelFormat format, double value, int decimals) {
+std::string NumberLabel(LabelFormat format, double value, const Precision& precision) {
   switch (format) {
     case LabelFormat::General:
-      return GeneralText(value, kGeneralDigits);
+      return DigitsText(value, precision.digits);
     case LabelFormat::Scientific:
-      return ScientificText(value, decimals);
+      return ScientificText(value, precision.decimals);
     case LabelFormat::Thousands:
-      return ThousandsText(value, decimals);
+      return ThousandsText(value, precision);
     case LabelFormat::Engineering:
       return EngineeringText(value);
     case LabelFormat::Percent:
-      return PercentText(value, decimals);
+      return PercentText(value, precision);
     case LabelFormat::Hexadecimal:
       return HexadecimalText(value);
     case LabelFormat::Fixed:
       break;
   }
-  return PlainText(value, decimals);
+  return PlainText(value, precision);
 }
 
 int LogDecimals(const AxisState& axis, double value) {
@@ -116,12 +130,21 @@ int LogDecimals(const AxisState& axis, double value) {
 
 /// A step such as 0.25 needs more digits than its size tells.
 int LinearDecimals(const AxisState& axis) {
-  constexpr int kMeantDigits = 4;
   constexpr int kAnyDecimals = 99;
   const StepGrid grid(axis.StepSize);
   const int asked = std::clamp(axis.LabelDecimals, 0, kAnyDecimals);
   if (!axis.AdjustDecPlaces || grid.SignificantDigits() > kMeantDigits) return asked;
   return std::max(asked, grid.Decimals());
+}
+
+/// Digits that tell a value from its neighbours one step away.
+int LinearDigits(const AxisState& axis, double value) {
+  const StepGrid grid(axis.StepSize);
+  if (value == 0 || !std::isfinite(value) || grid.SignificantDigits() == 0) return kGeneralDigits;
+  const int last = grid.SignificantDigits() > kMeantDigits
+                       ? SplitDecimal(axis.StepSize).exponent - kMeantDigits
+                       : grid.LastDigit();
+  return std::max(SplitDecimal(std::abs(value)).exponent - last + 1, kGeneralDigits);
 }
 
 bool TakesCommonFactor(const AxisState& axis) {
@@ -138,12 +161,11 @@ std::size_t LongestOf(const std::vector<std::string>& labels) {
 
 /// The decimals that the axis' step needs after division by 10^exponent.
 int ScaledDecimals(const AxisState& axis, int exponent) {
-  constexpr int kMeantDigits = 4;
   const StepGrid grid(axis.StepSize);
   const int decimals = grid.SignificantDigits() == 0 || grid.SignificantDigits() > kMeantDigits
                            ? LinearDecimals(axis) + exponent
                            : exponent - grid.LastDigit();
-  return std::clamp(decimals, 0, kMostDecimals);
+  return std::max(decimals, 0);
 }
 
 }  // namespace
@@ -160,8 +182,10 @@ std::string TickLabelText(const AxisState& axis, double value) {
     const std::string text = FormatDay(value, axis.DateTimeFormat);
     return text.empty() && !IsCalendarDay(value) ? GeneralText(value, kGeneralDigits) : text;
   }
-  const int decimals = axis.LogScale ? LogDecimals(axis, value) : LinearDecimals(axis);
-  return NumberLabel(axis.Label_format, value, decimals);
+  const Precision precision = axis.LogScale
+                                  ? Precision{LogDecimals(axis, value)}
+                                  : Precision{LinearDecimals(axis), LinearDigits(axis, value)};
+  return NumberLabel(axis.Label_format, value, precision);
 }
 
 CompactLabelSet CompactLabels(const AxisState& axis, const std::vector<Tick>& ticks) {
@@ -177,6 +201,7 @@ CompactLabelSet CompactLabels(const AxisState& axis, const std::vector<Tick>& ti
   if (taken == 0) return plain;
   CompactLabelSet compact;
   const int decimals = ScaledDecimals(axis, taken);
+  if (decimals > kMostDecimals) return plain;
   const long double power = std::pow(10.0L, static_cast<long double>(taken));
   for (const Tick& tick : ticks) {
     const auto scaled = static_cast<double>(tick.value / power);

@@ -85,8 +85,10 @@ TEST(SuggestDateTickType, GivesSomeTicksButNotTooMany) {
                              {0.01, DateTickType::Minute, "hh:nn:ss"},
                              {0.5, DateTickType::HalfHour, "hh:nn"},
                              {1, DateTickType::Hour, "hh:nn"},
+                             {1.3, DateTickType::Hour, "dd-mmm hh:nn"},
                              {20, DateTickType::Day, "dd-mmm"},
                              {100, DateTickType::Week, "dd-mmm"},
+                             {150, DateTickType::Month, "mmm yyyy"},
                              {700, DateTickType::Month, "mmm yyyy"},
                              {20000, DateTickType::Year, "yyyy"}};
   for (const Span& span : kSpans) {

@@ -40,14 +40,18 @@ AxisState Time(const char* min, const char* max, DateTickType type, const char* 
 }
 
 /// Labels of the major ticks, "-" for a bare one.
-std::string Labels(const AxisState& axis) {
+std::string Joined(const std::vector<Tick>& ticks) {
   std::string text;
-  for (const Tick& tick : MakeTicks(axis, {})) {
+  for (const Tick& tick : ticks) {
     if (!tick.major) continue;
     if (!text.empty()) text += " ";
     text += tick.label.empty() ? "-" : tick.label;
   }
   return text;
+}
+
+std::string Labels(const AxisState& axis) {
+  return Joined(MakeTicks(axis, {}));
 }
 
 TEST(MakeTicks, LabelsMultiplesDecadesAndCalendarUnits) {
@@ -66,6 +70,8 @@ TEST(MakeTicks, LabelsMultiplesDecadesAndCalendarUnits) {
       {"step far too fine", Linear(0, 10, 1e-9), "0 2 4 6 8 10"},
       {"step not positive", Linear(0, 10, 0), "0 2 4 6 8 10"},
       {"huge", Linear(0, 2e20, 1e20, 0), "0 1E20 2E20"},
+      {"last digits", Linear(1e16, 1e16 + 8, 4),
+       "1E16 1.0000000000000004E16 1.0000000000000008E16"},
       {"decades", Logarithmic(0.01, 100, 0), "0.01 0.1 1 10 100"},
       {"divisions", Logarithmic(0.2, 50, 2), "0.2 0.5 1 2 5 10 20 50"},
       {"fine divisions", Logarithmic(1, 10, 5), "1.0 1.5 2.0 3.0 5.0 7.0 10"},
@@ -87,6 +93,25 @@ TEST(MakeTicks, DrawsAutomaticDatesByTheNumericStep) {
   AxisState axis = Time("2024-03-01", "2024-03-03", DateTickType::Automatic, "dd hh:nn");
   axis.StepSize = 0.5;
   EXPECT_EQ(Labels(axis), "01 00:00 01 12:00 02 00:00 02 12:00 03 00:00");
+}
+
+TEST(ClockTicks, StandOnFullUnitsOfTheClock) {
+  constexpr auto kAutomatic = DateTickType::Automatic;
+  struct Row {
+    AxisState axis;
+    const char* labels;
+  };
+  AxisState beyond = Time("0001-01-01", "0012-06-01", kAutomatic, "yyyy");
+  beyond.Min = -700000;
+  const Row rows[] = {
+      {Time("2024-03-01 10:00:02.4", "2024-03-01 10:00:08", kAutomatic, "ss"), "03 04 05 06 07 08"},
+      {Time("2024-02-28 09:00", "2024-03-03", kAutomatic, "dd hh"),
+       "28 12 29 00 29 12 01 00 01 12 02 00 02 12 03 00"},
+      {Time("1850-06-01", "2000-03-01", kAutomatic, "yyyy"),
+       "1860 1880 1900 1920 1940 1960 1980 2000"},
+      {beyond, "0002 0004 0006 0008 0010 0012"},
+      {Time("2024-03-01", "2024-03-02", DateTickType::Hour, "hh"), ""}};
+  for (const Row& row : rows) EXPECT_EQ(Joined(ClockTicks(row.axis, {})), row.labels);
 }
 
 TEST(MakeTicks, FillsDecadesWithMinorTicks) {
