@@ -15,6 +15,7 @@ constexpr int kLongestTick = 40;
 constexpr int kLargestOffset = 200;
 constexpr double kClosestTicks = 4;  // pixels between ticks that can still be told apart
 constexpr double kClosestMinorTicks = 5;
+constexpr double kClosestGridLines = 16;  // lines without a label that are closer hide the data
 constexpr double kMinorShare = 0.6;       // of a major tick's length
 constexpr std::size_t kFewestLabels = 3;  // below that another direction is worth trying
 
@@ -89,7 +90,7 @@ class LabelPlacer {
         sets_(LabelSets(axis_, ticks)),
         height_(context.metrics.LineHeight(font_)) {}
 
-  /// Places the labels into `layout` and answers which ticks have one.
+  /// Places the labels into `layout` and answers the ticks that were chosen to have one.
   std::vector<std::size_t> Place(AxisLayout& layout, int& exponent);
 
  private:
@@ -101,7 +102,7 @@ class LabelPlacer {
   PlacedText TextAt(std::size_t set, std::size_t tick, double angle) const;
   void ShiftInside(PlacedText& text) const;
   void ShiftBesideCrossing(PlacedText& text) const;
-  bool TryTake(PlacedText text, double gap, AxisLayout& layout);
+  void TryTake(PlacedText text, double gap, AxisLayout& layout);
 
   const LayoutContext& context_;
   const AxisState& axis_;
@@ -226,44 +227,41 @@ void LabelPlacer::ShiftBesideCrossing(PlacedText& text) const {
   }
 }
 
-bool LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
+void LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
   if (text.angle == 0) {
     ShiftBesideCrossing(text);
     ShiftInside(text);
   }
-  if (!context_.room.IsInside(text)) return false;
+  if (!context_.room.IsInside(text)) return;
   PlacedText wider = text;
   wider.size += QSizeF(2 * gap, 0);
   const QPolygonF outline = wider.Ink();
   const bool clear = std::none_of(layout.labels.begin(), layout.labels.end(),
                                   [&](const auto& other) { return Overlap(outline, other.Ink()); });
-  if (!clear || !context_.room.TryTake(text)) return false;
-  layout.labels.push_back(std::move(text));
-  return true;
+  if (clear && context_.room.TryTake(text)) layout.labels.push_back(std::move(text));
 }
 
 std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout, int& exponent) {
-  std::vector<std::size_t> placed;
-  LabelChoice choice = Choose();
+  const LabelChoice choice = Choose();
   const double gap = place_.across ? height_ * 0.25 : 0;
   // Labels of a logarithmic axis stand unevenly: decades first, the divisions between them where they find room.
   if (axis_.LogScale && HasRoom(choice.set, 0, 0)) {
-    std::vector<std::size_t> all =
+    const std::vector<std::size_t> chosen =
         KeptTicks(axis_, ticks_, WantsPowerLabels(axis_) ? choice.stride : 1);
+    std::vector<std::size_t> all = chosen;
     std::stable_partition(all.begin(), all.end(), [&](std::size_t tick) {
       return SplitDecimal(ticks_[tick].value).mantissa == 1;
     });
-    for (const std::size_t tick : all) {
-      if (TryTake(TextAt(choice.set, tick, 0), gap, layout)) placed.push_back(tick);
-    }
-    return placed;
+    for (const std::size_t tick : all) TryTake(TextAt(choice.set, tick, 0), gap, layout);
+    return chosen;
   }
-  if (choice.count == 0) return placed;
-  for (const std::size_t tick : KeptTicks(axis_, ticks_, choice.stride)) {
-    if (TryTake(TextAt(choice.set, tick, choice.angle), 0, layout)) placed.push_back(tick);
+  if (choice.count == 0) return {};
+  std::vector<std::size_t> chosen = KeptTicks(axis_, ticks_, choice.stride);
+  for (const std::size_t tick : chosen) {
+    TryTake(TextAt(choice.set, tick, choice.angle), 0, layout);
   }
-  if (!placed.empty()) exponent = sets_[choice.set].exponent;
-  return placed;
+  if (!layout.labels.empty()) exponent = sets_[choice.set].exponent;
+  return chosen;
 }
 
 /// Smallest distance in pixels between neighbours.
@@ -298,6 +296,12 @@ void AddMinorTicks(const AxisState& axis, const AxisPlace& place, const std::vec
   }
 }
 
+std::vector<Tick> DrawnTicks(const TxyGraph& graph, const TAxis& axis) {
+  const Appearance& appearance = graph.GetAppearance();
+  std::vector<Tick> ticks = ClockTicks(axis.State(), {appearance.min_steps, appearance.max_steps});
+  return ticks.empty() ? axis.Ticks() : ticks;
+}
+
 }  // namespace
 
 void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
@@ -310,7 +314,7 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   result.line = place.across ? QLineF(plot.left(), place.line, plot.right(), place.line)
                              : QLineF(place.line, plot.bottom(), place.line, plot.top());
   result.labels_side = place.side;
-  const std::vector<Tick> ticks = axis.Ticks();
+  const std::vector<Tick> ticks = DrawnTicks(context.graph, axis);
   std::vector<std::size_t> labelled;
   if (result.shown && context.graph.GetAppearance().grid_labels_shown) {
     LabelPlacer placer(context, id, place, ticks, result.scale);
@@ -323,13 +327,15 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
     values.push_back(tick.value);
     along.push_back(result.scale.Position(tick.value));
   }
-  const bool crowded = ClosestOf(along) < kClosestTicks;
+  const double closest = ClosestOf(along);
+  const bool crowded = closest < kClosestTicks;
   for (std::size_t i = 0; i < ticks.size(); ++i) {
     const double position = result.scale.Position(ticks[i].value);
-    const bool kept = std::find(labelled.begin(), labelled.end(), i) != labelled.end();
+    const bool kept = std::binary_search(labelled.begin(), labelled.end(), i);
     if (crowded && !kept) continue;
-    if (place.tick > 0) AddTick(place, position, ticks[i].major ? 1 : kMinorShare, result);
-    if (!axis.Gridlines() || !ticks[i].major) continue;
+    const bool major = ticks[i].major && (kept || labelled.empty());
+    if (place.tick > 0) AddTick(place, position, major ? 1 : kMinorShare, result);
+    if (!axis.Gridlines() || !(major || (ticks[i].major && closest >= kClosestGridLines))) continue;
     result.grid.push_back(place.across ? QLineF(position, plot.top(), position, plot.bottom())
                                        : QLineF(plot.left(), position, plot.right(), position));
   }

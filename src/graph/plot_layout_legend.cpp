@@ -51,7 +51,7 @@ class LegendFlow {
         row_(context.metrics.LineHeight(legend_.font) + kLineGap),
         limits_(Bounds()) {}
 
-  /// Nothing when there is no entry or no room for one.
+  /// Nothing when there is no entry or no room for one: "+3 more" alone would hide data and tell nothing.
   std::optional<LegendBox> Build();
 
  private:
@@ -122,8 +122,10 @@ bool LegendFlow::AddRow(const Entry& entry, LegendBox& box) {
   const double room = Inner() - sample_ - kSampleGap;
   if (room < kNarrowestName) return false;
   const QString name = NameOf(entry, context_.graph.Series(entry.series));
-  PlacedText text = MakeText({context_.metrics.Elided(name, legend_.font, room), {}}, legend_.font,
-                             context_.metrics);
+  // Names of one family differ at their ends as often as at their beginnings.
+  PlacedText text =
+      MakeText({context_.metrics.Elided(name, legend_.font, room, Qt::ElideMiddle), {}},
+               legend_.font, context_.metrics);
   const double width = sample_ + kSampleGap + text.size.width();
   if (!Advance(width)) return false;
   const double left = margin_x_ + x_;
@@ -179,7 +181,7 @@ std::optional<LegendBox> LegendFlow::Build() {
   std::size_t shown = 0;
   while (shown < entries.size() && AddRow(entries[shown], box)) ++shown;
   AddMore(entries.size() - shown, box);
-  if (box.rows.empty() && !box.more) return std::nullopt;
+  if (box.rows.empty()) return std::nullopt;
   double right = box.more ? box.more->Box().right() : 0;
   for (const LegendRow& row : box.rows) right = std::max(right, row.name.Box().right());
   QSizeF size(right + margin_x_, Top(line_ + 1) + margin_y_);

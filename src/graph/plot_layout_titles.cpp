@@ -27,6 +27,24 @@ QRectF Extent(const AxisLayout& axis) {
   return box;
 }
 
+/// Where both Y axes have data, the title of one that a single DataSet is drawn against has that DataSet's colour.
+Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
+  Font font = graph.GetAppearance().font_for_axes_titles;
+  const bool both = graph.AxisInUse(AxisId::Y) && graph.AxisInUse(AxisId::Y2);
+  if (!both || !graph.Axis(AxisId::Y2).ShowAxis() || !graph.Axis(id).EnableAutoTitle()) return font;
+  const TSeries* only = nullptr;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (!graph.IsDrawn(series) || graph.YAxisOf(series) != id) continue;
+    if (only != nullptr) return font;
+    only = &series;
+  }
+  if (only == nullptr) return font;
+  const SeriesStyle& style = only->Style();
+  font.color = style.connect_points ? style.line_color : style.symbol_color;
+  return font;
+}
+
 class TitlePlacer {
  public:
   TitlePlacer(const LayoutContext& context, PlotLayout& layout)
@@ -105,7 +123,7 @@ void TitlePlacer::PlaceX() {
 void TitlePlacer::PlaceBesideY(AxisId id) {
   AxisLayout& axis = Axis(id);
   if (!HasTitle(id)) return;
-  const Font& font = appearance_.font_for_axes_titles;
+  const Font font = FontOfYTitle(context_.graph, id);
   const double gap =
       std::clamp(context_.graph.GetDimensions().y_axis_title_offset, 0, kLargestOffset);
   const QString whole = TitleOf(id);
@@ -201,7 +219,7 @@ void TitlePlacer::PlaceAboveY(AxisId id) {
     factor_room = context_.metrics.SizeOf(factor, appearance_.font_for_labels).width() + kGap;
   }
   if (HasTitle(id) && !axis.title) {
-    axis.title = InLine({TitleOf(id), {}}, appearance_.font_for_axes_titles, from,
+    axis.title = InLine({TitleOf(id), {}}, FontOfYTitle(context_.graph, id), from,
                         to + side * factor_room, bottom, side);
   }
   if (axis.exponent != 0) {

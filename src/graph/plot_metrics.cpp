@@ -52,9 +52,10 @@ double TextMetrics::LineHeight(const Font& font) const {
   return SizeOf({QStringLiteral("0"), {}}, font).height();
 }
 
-QString TextMetrics::Elided(const QString& text, const Font& font, double width) const {
+QString TextMetrics::Elided(const QString& text, const Font& font, double width,
+                            Qt::TextElideMode mode) const {
   if (SizeOf({text, {}}, font).width() <= width) return text;
-  return QFontMetricsF(QtFont(font)).elidedText(text, Qt::ElideRight, width);
+  return QFontMetricsF(QtFont(font)).elidedText(text, mode, width);
 }
 
 QString WithMinusSigns(QString number) {

@@ -26,8 +26,9 @@ class TextMetrics {
   /// Advance width and line height.
   virtual QSizeF SizeOf(const RichText& text, const Font& font) const;
   double LineHeight(const Font& font) const;
-  /// The text itself when it fits into `width`, else its beginning and "…".
-  QString Elided(const QString& text, const Font& font, double width) const;
+  /// The text itself when it fits into `width`, else its beginning and "…" (or beginning, "…" and end).
+  QString Elided(const QString& text, const Font& font, double width,
+                 Qt::TextElideMode mode = Qt::ElideRight) const;
 };
 
 /// Font of a superscript, and how far its baseline is raised, as a share of the text's ascent.
