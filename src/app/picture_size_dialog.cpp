@@ -145,6 +145,7 @@ PictureOptions PictureSizeDialog::Options() const {
   options.dpi = resolution_->value();
   options.width = WholePixels(millimetres_.width(), options.dpi);
   options.height = WholePixels(millimetres_.height(), options.dpi);
+  if (ShownUnit() == Unit::Millimetres) options.millimetres = millimetres_;
   return options;
 }
 

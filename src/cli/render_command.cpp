@@ -30,6 +30,7 @@ void Run(const Options& options, Output& output) {
   picture.width = size.width;
   picture.height = size.height;
   picture.dpi = options.dpi;
+  picture.millimetres = size.millimetres;
   // A data file has no look of its own: it gets the one that the desktop program gives it.
   if (input.from_data) {
     const double scale = 96.0 / options.dpi;

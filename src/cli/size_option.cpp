@@ -14,15 +14,11 @@ namespace {
 constexpr int kLargestSide = 30000;
 constexpr std::string_view kMillimetres = "mm";
 
-std::optional<int> PixelsOf(std::string_view text) {
-  const std::optional<std::int32_t> pixels = ParseInteger(text);
-  return pixels ? std::optional<int>(*pixels) : std::nullopt;
-}
-
-std::optional<int> PixelsOfMillimetres(std::string_view text, int dpi) {
+/// One side as typed: whole pixels, or positive millimetres.
+std::optional<double> SideOf(std::string_view text, bool metric) {
+  if (!metric) return ParseInteger(text);
   const std::optional<double> millimetres = ParseNumber(text);
-  if (!millimetres || !(*millimetres > 0)) return std::nullopt;
-  return WholePixels(*millimetres, dpi);
+  return millimetres && *millimetres > 0 ? millimetres : std::nullopt;
 }
 
 }  // namespace
@@ -33,14 +29,18 @@ PictureSize ParseSize(const std::string& text, int dpi) {
   if (metric) sides.remove_suffix(kMillimetres.size());
   const std::size_t cross = sides.find_first_of("xX");
   if (cross != std::string_view::npos) {
-    const auto side = [&](std::string_view digits) {
-      return metric ? PixelsOfMillimetres(digits, dpi) : PixelsOf(digits);
-    };
-    const std::optional<int> width = side(sides.substr(0, cross));
-    const std::optional<int> height = side(sides.substr(cross + 1));
-    if (width && height && std::min(*width, *height) > 0 &&
-        std::max(*width, *height) <= kLargestSide) {
-      return {*width, *height};
+    const std::optional<double> width = SideOf(sides.substr(0, cross), metric);
+    const std::optional<double> height = SideOf(sides.substr(cross + 1), metric);
+    if (width && height) {
+      const auto pixels = [&](double side) {
+        return metric ? WholePixels(side, dpi) : static_cast<int>(side);
+      };
+      const PictureSize size{pixels(*width), pixels(*height),
+                             metric ? QSizeF(*width, *height) : QSizeF()};
+      if (std::min(size.width, size.height) > 0 &&
+          std::max(size.width, size.height) <= kLargestSide) {
+        return size;
+      }
     }
   }
   throw UsageError("\"" + text + "\" is no size; WxH in pixels or WxHmm in millimetres is, 1 to " +

@@ -1,6 +1,7 @@
 // "--size WxH" and "--pixel X,Y" as typed.
 #pragma once
 
+#include <QSizeF>
 #include <string>
 #include <utility>
 
@@ -9,6 +10,7 @@ namespace tarnwick::cli {
 struct PictureSize {
   int width = 800;
   int height = 600;
+  QSizeF millimetres = QSizeF();  ///< empty when pixels were given
 };
 
 /// "800x600" in pixels or "160x120mm" in millimetres, which become the nearest whole pixels at this resolution; each side 1 to

@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "base/whole_file.h"
 #include "graph/fast_png.h"
@@ -33,19 +34,12 @@ constexpr double kScreenDpi = 96;
 constexpr double kInchMillimetres = 25.4;
 constexpr int kJpegQuality = 95;
 
-double ScaleOf(const PictureOptions& options) {
-  return options.dpi / kScreenDpi;
-}
-
-QSizeF LogicalSize(const PictureOptions& options) {
-  return QSizeF(options.width, options.height) / ScaleOf(options);
-}
-
 /// Paints the graph in logical pixels onto a painter of device pixels.
-void PaintScaled(QPainter& painter, const TxyGraph& graph, const PictureOptions& options,
+void PaintScaled(QPainter& painter, const TxyGraph& graph, QSizeF dots, int dpi,
                  PaintTarget target) {
-  painter.scale(ScaleOf(options), ScaleOf(options));
-  PaintPlot(painter, graph, LayoutPlot(graph, LogicalSize(options), TextMetrics()), target);
+  const double scale = dpi / kScreenDpi;
+  painter.scale(scale, scale);
+  PaintPlot(painter, graph, LayoutPlot(graph, dots / scale, TextMetrics()), target);
 }
 
 std::string BytesOf(const QByteArray& bytes) {
@@ -82,35 +76,70 @@ std::string GifBytes(const TxyGraph& graph, const PictureOptions& options) {
   return BytesOf(bytes);
 }
 
+/// Qt writes an SVG's size with six digits, from which a viewer may make a pixel more.
+QByteArray WithExactSize(QByteArray svg, const PictureOptions& options) {
+  const auto side = [&](double dots, double millimetres) {
+    const std::string text = options.millimetres.isEmpty()
+                                 ? ShortestText(dots * kScreenDpi / options.dpi)
+                                 : ShortestText(millimetres) + "mm";
+    return QByteArray::fromStdString('"' + text + '"');
+  };
+  const qsizetype from = svg.indexOf("<svg width=");
+  const qsizetype to = svg.indexOf("viewBox", from);
+  if (from < 0 || to < 0) throw Error("Can not write the picture: no size");
+  return svg.replace(from, to - from,
+                     "<svg width=" + side(options.width, options.millimetres.width()) +
+                         " height=" + side(options.height, options.millimetres.height()) + ' ');
+}
+
 std::string SvgBytes(const TxyGraph& graph, const PictureOptions& options) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   QSvgGenerator generator;
   generator.setOutputDevice(&buffer);
   generator.setSize(QSize(options.width, options.height));
-  generator.setViewBox(QRectF(0, 0, options.width, options.height));
+  generator.setViewBox(QRectF(QPointF(0, 0), options.Dots()));
   generator.setResolution(options.dpi);
   generator.setTitle(QString::fromStdString(graph.GetAppearance().title_of_graph));
   QPainter painter(&generator);
-  PaintScaled(painter, graph, options, PaintTarget::Vector);
+  PaintScaled(painter, graph, options.Dots(), options.dpi, PaintTarget::Vector);
   painter.end();
-  return BytesOf(bytes);
+  return BytesOf(WithExactSize(bytes, options));
+}
+
+/// Qt makes pages of whole points only, and writes them with digits to spare: the exact size takes their place.
+void CutPage(QSizeF points, std::string& pdf) {
+  constexpr std::string_view kBox = "/MediaBox [0 0 ";
+  const std::size_t from = pdf.find(kBox);
+  const std::size_t to = pdf.find(']', from);
+  if (from == std::string::npos || to == std::string::npos) return;
+  const std::size_t room = to - from - kBox.size();
+  std::string size = FixedText(points.width(), 4) + ' ' + FixedText(points.height(), 4);
+  if (size.size() > room) return;
+  size.resize(room, ' ');
+  pdf.replace(from + kBox.size(), room, size);
 }
 
 std::string PdfBytes(const TxyGraph& graph, const PictureOptions& options) {
-  const QSizeF millimetres = QSizeF(options.width, options.height) * kInchMillimetres / options.dpi;
-  const QPageLayout page(
-      QPageSize(millimetres, QPageSize::Millimeter, QString(), QPageSize::ExactMatch),
-      QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
-  return PdfOfOnePage(graph, page, options.dpi, [&](QPainter& painter) {
-    PaintScaled(painter, graph, options, PaintTarget::Vector);
+  constexpr double kInchPoints = 72;
+  const QSizeF points = options.Dots() * kInchPoints / options.dpi;
+  const QSizeF whole(std::ceil(points.width()), std::ceil(points.height()));
+  const QPageLayout page(QPageSize(whole, QPageSize::Point, QString(), QPageSize::ExactMatch),
+                         QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
+  std::string pdf = PdfOfOnePage(graph, page, options.dpi, [&](QPainter& painter) {
+    // A page is measured from its lower left corner.
+    painter.translate(0, (whole.height() - points.height()) * options.dpi / kInchPoints);
+    PaintScaled(painter, graph, options.Dots(), options.dpi, PaintTarget::Vector);
   });
+  CutPage(points, pdf);
+  return pdf;
 }
 
 std::string WmfBytes(const TxyGraph& graph, const PictureOptions& options) {
   MetafilePicture picture(QSize(options.width, options.height), options.dpi);
   QPainter painter(&picture);
-  PaintScaled(painter, graph, options, PaintTarget::Metafile);
+  PaintScaled(painter, graph, QSizeF(options.width, options.height), options.dpi,
+              PaintTarget::Metafile);
   painter.end();
   return picture.Bytes();
 }
@@ -130,6 +159,10 @@ constexpr std::array<PictureFormat, 8> kFormats = {{{".png", &PngBytes},
                                                     {".pdf", &PdfBytes}}};
 
 }  // namespace
+
+QSizeF PictureOptions::Dots() const {
+  return millimetres.isEmpty() ? QSizeF(width, height) : millimetres * dpi / kInchMillimetres;
+}
 
 void PictureOptions::Validate() const {
   if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide) {
@@ -156,7 +189,8 @@ QImage RenderImage(const TxyGraph& graph, const PictureOptions& options) {
   image.setDotsPerMeterY(dots_per_metre);
   image.fill(Qt::white);
   QPainter painter(&image);
-  PaintScaled(painter, graph, options, PaintTarget::Screen);
+  PaintScaled(painter, graph, QSizeF(options.width, options.height), options.dpi,
+              PaintTarget::Screen);
   return image;
 }
 

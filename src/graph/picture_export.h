@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <QImage>
+#include <QSizeF>
 
 namespace tarnwick {
 
@@ -18,6 +19,10 @@ struct PictureOptions {
   int width = 800;
   int height = 600;
   int dpi = 96;
+  /// The size that was asked for in millimetres, which .svg and .pdf keep exactly; empty when pixels were asked for.
+  QSizeF millimetres = QSizeF();
+  /// Exact size in dots, whole ones unless it comes from millimetres.
+  QSizeF Dots() const;
   /// Throws Error on a size outside 1 to 30000 pixels or a resolution outside 10 to 2400.
   void Validate() const;
 };

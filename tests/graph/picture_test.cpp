@@ -144,6 +144,10 @@ TEST(Picture, HostileSettingsGiveAFrameAndNoCrash) {
   EXPECT_THROW(RenderImage(graph, {0, 10}), Error);
 }
 
+bool Holds(const std::string& bytes, std::string_view part) {
+  return bytes.find(part) != std::string::npos;
+}
+
 TEST(Picture, FilesAreOfTheirKindAndSize) {
   struct Row {
     const char* name;
@@ -161,9 +165,13 @@ TEST(Picture, FilesAreOfTheirKindAndSize) {
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     EXPECT_TRUE(bytes.starts_with(row.magic)) << row.name;
     EXPECT_LT(bytes.size(), 250'000U) << row.name;
-    if (path.extension() == ".pdf" || path.extension() == ".wmf") continue;
+    if (path.extension() == ".wmf") continue;
     if (path.extension() == ".svg") {
-      EXPECT_NE(bytes.find("viewBox=\"0 0 300 200\""), std::string::npos);
+      EXPECT_TRUE(Holds(bytes, "<svg width=\"300\" height=\"200\" viewBox=\"0 0 300 200\""));
+      continue;
+    }
+    if (path.extension() == ".pdf") {
+      EXPECT_TRUE(Holds(bytes, "/MediaBox [0 0 225.0000 150.0000"));
       continue;
     }
     EXPECT_EQ(QImageReader(QString::fromStdString(path.string())).size(), QSize(300, 200))
@@ -181,6 +189,10 @@ TEST(Picture, FilesAreOfTheirKindAndSize) {
 TEST(Picture, FilesHoldTheirResolution) {
   TxyGraph graph;
   FillGraph(graph);
+  PictureOptions metric{WholePixels(60, 300), WholePixels(40, 300), 300, QSizeF(60, 40)};
+  EXPECT_TRUE(Holds(EncodePicture(graph, ".svg", metric),
+                    "<svg width=\"60mm\" height=\"40mm\" viewBox=\"0 0 708.661 472.441\""));
+  EXPECT_TRUE(Holds(EncodePicture(graph, ".pdf", metric), "/MediaBox [0 0 170.0787 113.3858"));
   const testing::TemporaryFolder folder;
   for (const char* name : {"a.png", "a.jpg", "a.bmp"}) {
     WritePicture(graph, folder.File(name), {WholePixels(60, 300), WholePixels(40, 300), 300});
