@@ -246,7 +246,7 @@ std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout, int& exponent) {
   const double gap = place_.across ? height_ * 0.25 : 0;
   // Labels of a logarithmic axis stand unevenly: decades first, the divisions between them where they find room.
   if (axis_.LogScale && HasRoom(choice.set, 0, 0)) {
-    const std::vector<std::size_t> chosen =
+    std::vector<std::size_t> chosen =
         KeptTicks(axis_, ticks_, WantsPowerLabels(axis_) ? choice.stride : 1);
     std::vector<std::size_t> all = chosen;
     std::stable_partition(all.begin(), all.end(), [&](std::size_t tick) {

@@ -187,6 +187,7 @@ std::optional<ClockStep> ClockStepWithin(double most_days) {
   constexpr std::array<int, 14> kMilliseconds{15000, 10000, 5000, 2000, 1000, 500, 200,
                                               100,   50,    20,   10,   5,    2,   1};
   std::vector<ClockStep> steps;
+  steps.reserve(kMonths.size() + kSeconds.size() + kMilliseconds.size());
   for (const int months : kMonths) steps.push_back({0, months});
   for (const int seconds : kSeconds) steps.push_back({seconds * std::int64_t{1000}, 0});
   for (const int milliseconds : kMilliseconds) steps.push_back({milliseconds, 0});

@@ -20,7 +20,7 @@ constexpr QPaintEngine::PaintEngineFeatures kFeatures = QPaintEngine::AllFeature
 
 /// The text in Windows-1252; nothing when that lacks one of its letters.
 std::optional<std::string> WindowsText(QString text) {
-  text.replace(u'\u2212', u'\u2013');  // the minus sign, as the dash of its length
+  text.replace(u'\u2212', u'-');  // readers that know no dashes would drop the minus of a number
   std::string bytes = EightBitFromUtf8(text.toStdString());
   if (bytes.starts_with("\xEF\xBB\xBF")) return std::nullopt;
   return bytes;
