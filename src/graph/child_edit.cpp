@@ -1,9 +1,15 @@
 #include "graph/child_edit.h"
 
+#include <QRectF>
+#include <QSizeF>
 #include <algorithm>
+#include <array>
+#include <optional>
 #include <string>
 
 #include "graph/finished_look.h"
+#include "graph/plot_layout.h"
+#include "graph/plot_metrics.h"
 
 namespace tarnwick {
 namespace {
@@ -18,12 +24,55 @@ int WithinReach(int begin, int length, int whole) {
   return std::clamp(begin, seen - length, whole - seen);
 }
 
+/// Where a new graph may begin, as shares of the parent; the first is the usual place.
+struct Corner {
+  double left;
+  double top;
+};
+
+/// Captions of marks and inserted graphs that a frame would hide.
+std::ptrdiff_t HiddenBy(const QRectF& frame, const PlotLayout& layout) {
+  return std::count_if(layout.marks.begin(), layout.marks.end(),
+                       [&](const MarkItem& mark) {
+                         return mark.caption && mark.caption->Box().intersects(frame);
+                       }) +
+         std::count_if(layout.children.begin(), layout.children.end(),
+                       [&](const ChildFrame& other) { return other.frame.intersects(frame); });
+}
+
+/// The child's own corner, or the one that hides least of what was written into the graph laid out without it.
+Corner QuietCorner(const PlotLayout& layout, const Dimensions& child) {
+  const Corner usual{child.hor_position, child.ver_position};
+  constexpr double kLeft = 0.12;
+  constexpr double kTop = 0.5;
+  const std::array<Corner, 4> corners = {
+      {usual, {usual.left, kTop}, {kLeft, kTop}, {kLeft, usual.top}}};
+  const auto hidden = [&](const Corner& corner) {
+    const QSizeF& whole = layout.size;
+    return HiddenBy({corner.left * whole.width(), corner.top * whole.height(),
+                     child.hor_size * whole.width(), child.ver_size * whole.height()},
+                    layout);
+  };
+  return *std::min_element(
+      corners.begin(), corners.end(),
+      [&](const Corner& one, const Corner& other) { return hidden(one) < hidden(other); });
+}
+
 }  // namespace
 
 std::size_t InsertChild(TxyGraph& graph, const std::string& title) {
+  std::optional<PlotLayout> layout;
+  if (!graph.Marks().All().empty()) {
+    layout = LayoutPlot(graph, QSizeF(graph.ClientWidth(), graph.ClientHeight()), TextMetrics());
+  }
   graph.BeginUpdate();
   TxyChildGr& child = graph.AddChild();
   Dimensions dimensions = child.GetDimensions();
+  if (layout) {
+    const Corner corner = QuietCorner(*layout, dimensions);
+    dimensions.hor_position = corner.left;
+    dimensions.ver_position = corner.top;
+  }
   const std::size_t step = (graph.Children().size() - 1) % kCascade;
   dimensions.hor_position -= kCascadeStep * static_cast<double>(step);
   dimensions.ver_position += kCascadeStep * static_cast<double>(step);

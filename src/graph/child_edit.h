@@ -11,7 +11,8 @@ namespace tarnwick {
 /// An inserted graph is not made smaller than so many pixels either way, nor moved further out than that.
 inline constexpr int kSmallestChild = 24;
 
-/// Inserts an empty graph with the default appearance and this title; answers its index.
+/// Inserts an empty graph with the default appearance and this title; answers its index. It stands in another corner than
+/// usual where it would hide captions of marks there. Needs a QGuiApplication when there are marks.
 std::size_t InsertChild(TxyGraph& graph, const std::string& title);
 
 /// Gives a child graph a place, in pixels of the parent as large as it is now; it is kept as fractions, so that it goes

@@ -55,6 +55,14 @@ std::optional<QLineF> Clipped(const QLineF& line, const QRectF& plot) {
   return QLineF(pieces.front().front(), pieces.front().back());
 }
 
+/// True for a line so short that it stands before its caption as a sample does in a legend.
+bool IsDash(const MarkItem& item, QSizeF caption) {
+  constexpr double kLongest = 2;  // heights of the caption
+  return item.mark.type == MarkType::Line &&
+         std::abs(item.line.dx()) <= kLongest * caption.height() &&
+         std::abs(item.line.dy()) <= caption.height() / 2;
+}
+
 /// Places worth trying for a caption of `size`, the best first.
 std::vector<QPointF> CaptionPlaces(const MarkItem& item, const QRectF& plot, QSizeF size) {
   constexpr int kRows = 12;
@@ -75,6 +83,10 @@ std::vector<QPointF> CaptionPlaces(const MarkItem& item, const QRectF& plot, QSi
       add(x, item.line.y1() + 1 + half_height);
     }
   } else {
+    if (IsDash(item, size)) {
+      const double right = std::max(item.line.x1(), item.line.x2());
+      add(right + kGap + half_width, item.line.center().y());
+    }
     const QPointF anchor = item.mark.type == MarkType::Point ? item.point : item.line.center();
     const double away = item.radius + kGap;
     for (const double sideways : {1.0, -1.0}) {

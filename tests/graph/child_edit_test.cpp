@@ -56,6 +56,18 @@ TEST(ChildEdit, ChildrenAreInsertedMovedAndCleared) {
   EXPECT_EQ(graph.Children()[1]->PlaceIn(400, 300).left, after.left);
   ClearChildren(graph);
   EXPECT_TRUE(graph.Children().empty());
+
+  // What was written into the usual corner stays to be read.
+  graph.Resize(800, 600);
+  Mark written;
+  written.type = MarkType::Line;
+  written.x1 = written.x2 = 0.7;
+  written.y1 = written.y2 = 0.8;
+  written.x2 += 0.01;
+  written.caption = "k = 3";
+  graph.Marks().AddMark(written);
+  InsertChild(graph, "Third");
+  EXPECT_GT(graph.Children()[0]->PlaceIn(800, 600).top, 250);
 }
 
 }  // namespace
