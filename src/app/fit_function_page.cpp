@@ -115,9 +115,10 @@ QWidget* FitFunctionPage::MakeTemplates() {
   templates_->setHorizontalHeaderLabels({tr("Name"), tr("Text"), tr("Description")});
   templates_->horizontalHeader()->setStretchLastSection(true);
   templates_->verticalHeader()->hide();
+  templates_->setTabKeyNavigation(false);  // the tab key leaves the table; in a cell it goes on
   templates_->setColumnWidth(1, 280);
   auto* add = new QPushButton(tr("A&dd"), box);
-  auto* remove = new QPushButton(tr("De&lete"), box);
+  auto* remove = new QPushButton(tr("Dele&te"), box);
   auto* hint = new QLabel(tr("Every occurrence of a template's name in the expression is replaced "
                              "by its text before the expression is compiled."),
                           box);

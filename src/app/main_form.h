@@ -91,6 +91,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
   std::string LowestFreeName() const;
   TGraphWindow* WindowOf(const Document& document) const;
+  bool UseFunction(const std::filesystem::path& path);
   void TellFileError(const std::filesystem::path& path, const std::string& reason);
   void ShowPopup(TGraphWindow& window, QPoint place);
   void updateMenu();

@@ -9,6 +9,7 @@
 #include "app/arrange_windows.h"
 #include "app/command_actions.h"
 #include "app/document.h"
+#include "app/fit_work.h"
 #include "app/graph_canvas.h"
 #include "app/graph_popup.h"
 #include "app/graph_window.h"
@@ -22,6 +23,11 @@
 #include "graph/mark_edit.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr const char* kFunctionExtension = ".tfn";
+
+}  // namespace
 
 void T_MainForm::NewGraph() {
   OpenGraphWindow({});
@@ -33,6 +39,7 @@ bool T_MainForm::OpenFile(const std::filesystem::path& path) {
     parts_.prompt->Tell("File \"" + path.string() + "\" is not found!");
     return false;
   }
+  if (LowerExtension(path) == kFunctionExtension) return UseFunction(path);
   try {
     return OpenGraphWindow(path) != nullptr;
   } catch (const Error& error) {
@@ -43,11 +50,23 @@ bool T_MainForm::OpenFile(const std::filesystem::path& path) {
 
 bool T_MainForm::LoadInto(Document& document, const std::filesystem::path& path) {
   try {
-    return document.LoadDataFromFile(path);
+    if (LowerExtension(path) != kFunctionExtension) return document.LoadDataFromFile(path);
+    ApplyFitFunction(document, path);
+    return true;
   } catch (const Error& error) {
     TellFileError(path, error.what());
     return false;
   }
+}
+
+/// A fitting function is for the DataSet being looked at.
+bool T_MainForm::UseFunction(const std::filesystem::path& path) {
+  if (const TGraphWindow* active = ActiveGraphWindow()) {
+    return LoadInto(active->GetDocument(), path);
+  }
+  parts_.prompt->Tell("\"" + path.filename().string() +
+                      "\" is a fitting function: open the data to fit first.");
+  return false;
 }
 
 void T_MainForm::TellFileError(const std::filesystem::path& path, const std::string& reason) {

@@ -47,6 +47,7 @@ ParameterTable::ParameterTable(QWidget* parent) : QTableWidget(parent) {
   horizontalHeader()->setMinimumSectionSize(52);
   verticalHeader()->hide();
   setWordWrap(false);
+  setTabKeyNavigation(false);  // the tab key leaves the table; in a cell it goes on to the next
   setSelectionBehavior(QAbstractItemView::SelectItems);
   setSelectionMode(QAbstractItemView::SingleSelection);
   setEditTriggers(QAbstractItemView::AllEditTriggers);

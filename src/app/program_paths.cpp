@@ -39,6 +39,9 @@ std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) 
 std::vector<std::filesystem::path> FunctionsIn(const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> files = FilesIn(folder);
   std::erase_if(files, [](const auto& file) { return file.extension() != ".tfn"; });
+  // By what the menu shows: "Gaussian" before "Gaussian with base line".
+  std::sort(files.begin(), files.end(),
+            [](const auto& one, const auto& other) { return one.stem() < other.stem(); });
   return files;
 }
 

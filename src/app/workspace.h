@@ -28,9 +28,11 @@ class Workspace {
 
   /// A graph window from the default template.
   virtual void NewGraph() = 0;
-  /// A graph window for `path`. A file that cannot be read is told to the user and opens nothing; false then.
+  /// A graph window for `path`; a fitting function goes to the active window instead. A file that cannot be read is told
+  /// to the user and opens nothing; false then.
   virtual bool OpenFile(const std::filesystem::path& path) = 0;
-  /// Loads `path` into an open document and tells what is wrong with it. False when nothing was loaded.
+  /// Loads `path` into an open document, a fitting function into its current DataSet, and tells what is wrong with it.
+  /// False when nothing was loaded.
   virtual bool LoadInto(Document& document, const std::filesystem::path& path) = 0;
   /// Saves under the document's graph file name, else asks for one. False when nothing was saved.
   virtual bool Save(Document& document) = 0;
