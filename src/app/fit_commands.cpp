@@ -16,9 +16,8 @@ Document& DocumentWithDataSet(const CommandContext& context) {
 
 template <FitStatus kStatus>
 void Show(CommandContext& context) {
-  if (ShowFit(DocumentWithDataSet(context), kStatus, context.prompt)) {
-    context.workspace.ShowFitResult(true);
-  }
+  ShowFit(DocumentWithDataSet(context), kStatus, context.prompt);
+  if (IsFitted(kStatus)) context.workspace.ShowFitResult(true);
 }
 
 /// The choice follows the current DataSet.

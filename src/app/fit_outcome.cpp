@@ -11,6 +11,7 @@
 #include "app/document.h"
 #include "app/fit_texts.h"
 #include "app/fit_work.h"
+#include "app/residual_band.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
@@ -22,10 +23,13 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int32_t kSecondAxisMargin = 55;
+/// Points of a band at most: more are not seen, and every one is kept with the graph.
+constexpr std::int32_t kBandPoints = 300;
 constexpr double kPrintInset = 12;      // pixels between plot edge and printed parameters
 constexpr double kPrintedWidth = 0.42;  // of the plot, that printed parameters may cover
-constexpr double kDashLength = 8;       // of the line before each
+constexpr double kDashLength = 16;      // of the line before each
 constexpr double kLineSpacing = 1.8;    // of the label font's height
+constexpr std::size_t kWorseThanAnyPoints = 1'000'000'000'000;
 
 const FitResult& ResultOf(const TSeries& series) {
   const FitResult* result = series.Fit().Result();
@@ -37,14 +41,14 @@ const FitResult& ResultOf(const TSeries& series) {
 }
 
 /// Takes the place of a DataSet of the same name, unless that is the current one.
-void PutSeries(TxyGraph& graph, std::unique_ptr<TSeries> series) {
+const TSeries& PutSeries(TxyGraph& graph, std::unique_ptr<TSeries> series) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     if (&graph.Series(i) == graph.CurrentSeries()) continue;
     if (graph.Series(i).SeriesName() != series->SeriesName()) continue;
     graph.DeleteSeries(i);
     break;
   }
-  graph.AddSeries(std::move(series));
+  return graph.AddSeries(std::move(series));
 }
 
 void ShowSecondAxis(TxyGraph& graph) {
@@ -123,7 +127,18 @@ std::size_t PointsWithin(const TSeries& series, const AxisScale& x, const AxisSc
   return count;
 }
 
-/// The corner of the plot where a text of this size covers fewest points and no legend.
+/// What of the picture a text must not hide, nor be hidden by.
+bool IsTaken(const PlotLayout& layout, const QRectF& area) {
+  const auto crosses = [&](const QRectF& box) { return box.intersects(area); };
+  return (layout.legend && crosses(layout.legend->frame)) ||
+         std::any_of(layout.children.begin(), layout.children.end(),
+                     [&](const ChildFrame& child) { return crosses(child.frame); }) ||
+         std::any_of(layout.marks.begin(), layout.marks.end(), [&](const MarkItem& mark) {
+           return mark.caption && crosses(mark.caption->Box());
+         });
+}
+
+/// The corner of the plot where a text of this size covers fewest points, and nothing else that is to be read.
 QPointF QuietCorner(const PlotLayout& layout, const TSeries& series, const AxisScale& y,
                     QSizeF size) {
   const QRectF plot = layout.plot.adjusted(kPrintInset, kPrintInset, -kPrintInset, -kPrintInset);
@@ -133,11 +148,21 @@ QPointF QuietCorner(const PlotLayout& layout, const TSeries& series, const AxisS
                                           QPointF(plot.left(), bottom), plot.topLeft()};
   const auto cost = [&](QPointF corner) {
     const QRectF area(corner, size);
-    const bool legend = layout.legend && layout.legend->frame.intersects(area);
-    return PointsWithin(series, layout.Axis(AxisId::X).scale, y, area) + (legend ? 1'000'000 : 0);
+    return PointsWithin(series, layout.Axis(AxisId::X).scale, y, area) +
+           (IsTaken(layout, area) ? kWorseThanAnyPoints : 0);
   };
   return *std::min_element(corners.begin(), corners.end(),
                            [&](QPointF left, QPointF other) { return cost(left) < cost(other); });
+}
+
+/// What the line of a parameter begins with. Of several fitted DataSets each line names its own.
+std::string BeginningOf(const std::string& parameter, const TSeries& series,
+                        const TxyGraph& graph) {
+  int fitted = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    fitted += graph.Series(i).Fit().Expression().empty() ? 0 : 1;
+  }
+  return (fitted > 1 ? series.SeriesName() + ": " : std::string()) + parameter + " = ";
 }
 
 /// Where a line of an earlier printing stands.
@@ -163,8 +188,9 @@ void AddResiduals(Document& document) {
   style.first_axis = false;
   residuals->SetStyle(style);
   document.Edit("Residuals", [&](TxyGraph& graph) {
-    PutSeries(graph, std::move(residuals));
+    const TSeries& put = PutSeries(graph, std::move(residuals));
     ShowSecondAxis(graph);
+    GiveResidualsABand(graph, put);
   });
 }
 
@@ -174,7 +200,8 @@ void AddBands(Document& document, double level) {
   TCurFit model;
   model.Assign(source.Fit());
   ModelCurve curve;
-  const FitSettings settings = model.Settings();
+  FitSettings settings = model.Settings();
+  settings.NPoints = std::min(settings.NPoints, kBandPoints);
   curve.Update(settings, WithinMargins(SpanOfPoints(source, document.Graph()), settings));
   const std::vector<double> x = curve.Points().XValues();
   const FitBands bands = ComputeFitBands(model, statistics, x, level);
@@ -209,7 +236,7 @@ void PrintFitOnGraph(Document& document, QSizeF size) {
         layout, series, y,
         {layout.plot.width() * kPrintedWidth, height * static_cast<double>(printed.size())});
     for (const FittedParameter& one : printed) {
-      const std::string beginning = one.settings.Name + " = ";
+      const std::string beginning = BeginningOf(one.settings.Name, series, graph);
       place.ry() += height;
       Mark mark;
       if (const Mark* earlier = EarlierLine(graph, beginning)) {

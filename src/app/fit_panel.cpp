@@ -4,11 +4,11 @@
 #include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QTableWidget>
 #include <QVBoxLayout>
 #include <cmath>
 
@@ -18,6 +18,7 @@
 #include "app/fit_outcome.h"
 #include "app/fit_texts.h"
 #include "app/fit_work.h"
+#include "app/full_table.h"
 #include "app/ink_icon.h"
 #include "app/text.h"
 #include "base/number_text.h"
@@ -45,41 +46,6 @@ QLabel* Heading(const QString& text, QWidget* parent) {
   return label;
 }
 
-QTableWidget* Table(const QString& name, QWidget* parent) {
-  auto* table = new QTableWidget(parent);
-  table->setAccessibleName(name);
-  table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  table->setSelectionMode(QAbstractItemView::ContiguousSelection);
-  table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  table->verticalHeader()->hide();
-  table->horizontalHeader()->setHighlightSections(false);
-  table->setAlternatingRowColors(true);
-  table->setTabKeyNavigation(false);
-  return table;
-}
-
-QTableWidgetItem* Put(QTableWidget& table, int row, int column, const QString& text,
-                      Qt::Alignment alignment = Qt::AlignLeft) {
-  auto* item = new QTableWidgetItem(text);
-  item->setTextAlignment(alignment | Qt::AlignVCenter);
-  table.setItem(row, column, item);
-  return item;
-}
-
-/// The table as high as its rows; what is around it scrolls.
-void FitHeight(QTableWidget& table) {
-  table.resizeColumnsToContents();
-  table.resizeRowsToContents();
-  int height = 2 * table.frameWidth();
-  if (!table.horizontalHeader()->isHidden())
-    height += table.horizontalHeader()->sizeHint().height();
-  for (int row = 0; row < table.rowCount(); ++row) height += table.rowHeight(row);
-  const bool scrolls = table.horizontalScrollBarPolicy() != Qt::ScrollBarAlwaysOff &&
-                       table.horizontalHeader()->length() > table.viewport()->width();
-  if (scrolls) height += table.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  table.setFixedHeight(height);
-}
-
 const char* IconOf(const FitResult& result) {
   if (Failed(result.outcome.why)) return "verdict-failed";
   return result.verdict.trustworthy ? "verdict-good" : "verdict-doubtful";
@@ -97,21 +63,26 @@ FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : QWidget(parent), 
   auto* column = new QVBoxLayout(this);
   hint_ = Wrapped(this);
   hint_->setAlignment(Qt::AlignTop);
-  hint_->setText(
-      tr("The current DataSet has not been fitted.\n\nChoose a function in the menu Data, Curve "
-         "Fitting, then Show Final Curve."));
+  hint_->setObjectName("FitHint");
   outdated_ = Heading(tr("Values changed since this fit."), this);
   outdated_->setObjectName("FitOutdated");
-  column->addWidget(outdated_);
+  outdated_->setWordWrap(true);
+  again_ = new QPushButton(tr("Fit A&gain"), this);
+  again_->setToolTip(tr("Fit the function to the points as they now are"));
+  auto* again_row = new QHBoxLayout;
+  again_row->addWidget(outdated_, 1);
+  again_row->addWidget(again_);
+  column->addLayout(again_row);
   column->addWidget(hint_, 1);
-  auto* scroll = new QScrollArea(this);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidget(MakeContent());
-  content_ = scroll;
-  column->addWidget(scroll, 1);
+  scroll_ = new QScrollArea(this);
+  scroll_->setWidgetResizable(true);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setWidget(MakeContent());
+  column->addWidget(scroll_, 1);
   buttons_ = MakeButtons();
   column->addWidget(buttons_);
+  connect(again_, &QPushButton::clicked, this, [this] { FitFromHere(FinishingStep::No); });
+  ShowHint(nullptr);
   SetState(State::Nothing);
 }
 
@@ -130,23 +101,22 @@ QWidget* FitPanel::MakeContent() {
   verdict_row->addWidget(verdict_icon_, 0, Qt::AlignTop);
   verdict_row->addWidget(verdict_, 1);
   notes_ = Wrapped(content);
-  parameters_ = Table(tr("Parameters"), content);
+  parameters_ = new FullTable(tr("Parameters"), FullTable::Width::Whole, content);
   parameters_->setObjectName("FitParameters");
-  figures_ = Table(tr("Statistics"), content);
+  figures_ = new FullTable(tr("Statistics"), FullTable::Width::Whole, content);
   figures_->setObjectName("FitFigures");
   figures_->horizontalHeader()->hide();
   figures_->setShowGrid(false);
-  figures_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   correlations_title_ = Heading(tr("Correlations"), content);
-  correlations_ = Table(tr("Correlations"), content);
+  correlations_ = new FullTable(tr("Correlations"), FullTable::Width::OfContents, content);
   column->addLayout(verdict_row);
   column->addWidget(notes_);
   column->addWidget(Heading(tr("Parameters"), content));
   column->addWidget(parameters_);
-  auto* model = new QLabel(tr("Errors: %1").arg(ToQt(kErrorModel)), content);
-  model->setWordWrap(true);
-  model->setForegroundRole(QPalette::PlaceholderText);
-  column->addWidget(model);
+  error_model_ = new QLabel(tr("Errors: %1").arg(ToQt(kErrorModel)), content);
+  error_model_->setWordWrap(true);
+  error_model_->setForegroundRole(QPalette::PlaceholderText);
+  column->addWidget(error_model_);
   column->addWidget(Heading(tr("Statistics"), content));
   column->addWidget(figures_);
   column->addWidget(correlations_title_);
@@ -174,8 +144,8 @@ QWidget* FitPanel::MakeButtons() {
   auto* text = AddButton(*grid, 1, 0, tr("Copy as &Text"), tr("Copy everything as it is read"));
   auto* table =
       AddButton(*grid, 1, 1, tr("Copy as Ta&ble"), tr("Copy all digits for a spreadsheet"));
-  auto* residuals = AddButton(*grid, 2, 0, tr("&Residuals"),
-                              tr("Data less model, as a new DataSet against the second Y axis"));
+  residuals_ = AddButton(*grid, 2, 0, tr("&Residuals"),
+                         tr("Data less model, as a new DataSet against the second Y axis"));
   auto* print =
       AddButton(*grid, 2, 1, tr("&Print on Graph"), tr("Write the fitted parameters on the graph"));
   bands_ = AddButton(*grid, 3, 0, tr("&Confidence Bands"),
@@ -194,13 +164,7 @@ QWidget* FitPanel::MakeButtons() {
     options.points = FitPointChoice::All;
     actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
   });
-  connect(finish_, &QPushButton::clicked, this, [this] {
-    FitRunOptions options;
-    options.finish = FinishingStep::Yes;
-    if (shown_.result && shown_.result->points_used == shown_.result->points_in_range)
-      options.points = FitPointChoice::All;
-    actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
-  });
+  connect(finish_, &QPushButton::clicked, this, [this] { FitFromHere(FinishingStep::Yes); });
   connect(text, &QPushButton::clicked, this, [this] {
     QApplication::clipboard()->setText(
         ToQt(FitAsText(shown_.data_set, shown_.model, *shown_.result)));
@@ -208,7 +172,7 @@ QWidget* FitPanel::MakeButtons() {
   connect(table, &QPushButton::clicked, this, [this] {
     QApplication::clipboard()->setText(ToQt(FitAsTable(shown_.model, *shown_.result)));
   });
-  connect(residuals, &QPushButton::clicked, this,
+  connect(residuals_, &QPushButton::clicked, this,
           [this] { actions_.RunAsCommand([](CommandContext& c) { AddResiduals(*c.document); }); });
   connect(print, &QPushButton::clicked, this, [this] {
     actions_.RunAsCommand([](CommandContext& c) {
@@ -223,6 +187,15 @@ QWidget* FitPanel::MakeButtons() {
   return box;
 }
 
+/// Takes all points again where the fit shown did.
+void FitPanel::FitFromHere(FinishingStep finish) {
+  FitRunOptions options;
+  options.finish = finish;
+  if (shown_.result && shown_.result->points_used == shown_.result->points_in_range)
+    options.points = FitPointChoice::All;
+  actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
+}
+
 void FitPanel::Follow(Document* document) {
   const TSeries* series = document ? document->Graph().CurrentSeries() : nullptr;
   const bool same = shown_.result && series && shown_.document == document &&
@@ -230,8 +203,13 @@ void FitPanel::Follow(Document* document) {
   const std::shared_ptr<const FitResult> result =
       series ? series->Fit().SharedResult() : std::shared_ptr<const FitResult>();
   if (!result) {
-    SetState(same ? State::Outdated : State::Nothing);
-    if (!same) shown_ = {};
+    // A result of a function that is gone says nothing.
+    const bool of_function = same && series->Fit().Expression() == shown_.model.Expression;
+    if (!of_function) {
+      shown_ = {};
+      ShowHint(series);
+    }
+    SetState(of_function ? State::Outdated : State::Nothing);
     return;
   }
   FitSettings model = series->Fit().Settings();
@@ -245,19 +223,34 @@ void FitPanel::Follow(Document* document) {
   SetState(State::Valid);
 }
 
+void FitPanel::ShowHint(const TSeries* series) {
+  const bool has_function = series != nullptr && !series->Fit().Expression().empty();
+  can_fit_ = has_function && series->PointCount() > 0;
+  hint_->setText(has_function
+                     ? tr("There is no result of a fit for DataSet \"%1\" yet. Its function "
+                          "is:\n\n%2")
+                           .arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression()))
+                     : tr("The current DataSet has not been fitted.\n\nChoose a function in the "
+                          "menu Data, Curve Fitting, then Show Final Curve."));
+}
+
 void FitPanel::SetState(State state) {
-  state_ = state;
   hint_->setVisible(state == State::Nothing);
   outdated_->setVisible(state == State::Outdated);
-  content_->setVisible(state != State::Nothing);
-  content_->setEnabled(state == State::Valid);
+  again_->setVisible(state == State::Outdated || (state == State::Nothing && can_fit_));
+  again_->setText(state == State::Outdated ? tr("Fit A&gain") : tr("Fi&t"));
+  scroll_->setVisible(state != State::Nothing);
+  scroll_->widget()->setEnabled(state == State::Valid);
   buttons_->setVisible(state != State::Nothing);
   buttons_->setEnabled(state == State::Valid);
   if (state != State::Valid) return;
   const FitResult& result = *shown_.result;
   all_points_->setEnabled(result.points_used < result.points_in_range);
   finish_->setEnabled(shown_.model.ProcType != FitProcType::cfp_Newton);
-  bands_->setEnabled(!Failed(result.outcome.why) && result.statistics.degrees_of_freedom > 0);
+  const bool failed = Failed(result.outcome.why);
+  residuals_->setEnabled(!failed);
+  bands_->setEnabled(!failed && result.statistics.degrees_of_freedom > 0);
+  level_->setEnabled(bands_->isEnabled());
 }
 
 void FitPanel::ShowVerdict() {
@@ -273,25 +266,24 @@ void FitPanel::ShowVerdict() {
 
 void FitPanel::ShowParameters() {
   const std::vector<FittedParameter> fitted = FittedParameters(shown_.model, *shown_.result);
+  const bool failed = Failed(shown_.result->outcome.why);
+  error_model_->setVisible(!failed);
   parameters_->setColumnCount(4);
   parameters_->setHorizontalHeaderLabels(
       {tr("Parameter"), tr("Value"), tr("Standard error"), tr("Units")});
   parameters_->setRowCount(static_cast<int>(fitted.size()));
   int row = 0;
   for (const FittedParameter& one : fitted) {
-    Put(*parameters_, row, 0, ToQt(one.settings.Name))->setToolTip(ToQt(one.settings.Description));
-    Put(*parameters_, row, 1, ToQt(ValueText(one)), Qt::AlignRight)
+    parameters_->Put(row, 0, ToQt(one.settings.Name))->setToolTip(ToQt(one.settings.Description));
+    parameters_->Put(row, 1, ToQt(ValueText(one)), Qt::AlignRight)
         ->setToolTip(ToQt(ShortestText(one.settings.Value)));
-    QTableWidgetItem* error = Put(*parameters_, row, 2, ToQt(ErrorText(one)), Qt::AlignRight);
+    QTableWidgetItem* error =
+        parameters_->Put(row, 2, failed ? QString() : ToQt(ErrorText(one)), Qt::AlignRight);
     if (std::isfinite(one.error)) error->setToolTip(ToQt(ShortestText(one.error)));
-    Put(*parameters_, row, 3, ToQt(one.settings.Units));
+    parameters_->Put(row, 3, ToQt(one.settings.Units));
     ++row;
   }
-  parameters_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  parameters_->horizontalHeader()->setMinimumSectionSize(36);
-  parameters_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  parameters_->horizontalHeader()->setSectionResizeMode(3, QHeaderView::Stretch);
-  FitHeight(*parameters_);
+  parameters_->FitContents();
 }
 
 void FitPanel::ShowFigures() {
@@ -300,12 +292,11 @@ void FitPanel::ShowFigures() {
   figures_->setRowCount(static_cast<int>(figures.size()));
   int row = 0;
   for (const auto& [label, value] : figures) {
-    Put(*figures_, row, 0, ToQt(label));
-    Put(*figures_, row, 1, ToQt(value), Qt::AlignRight);
+    figures_->Put(row, 0, ToQt(label));
+    figures_->Put(row, 1, ToQt(value), Qt::AlignRight);
     ++row;
   }
-  figures_->horizontalHeader()->setStretchLastSection(true);
-  FitHeight(*figures_);
+  figures_->FitContents();
 }
 
 void FitPanel::ShowCorrelations() {
@@ -322,18 +313,18 @@ void FitPanel::ShowCorrelations() {
   correlations_->setRowCount(static_cast<int>(k));
   correlations_->setHorizontalHeaderLabels(header);
   for (std::size_t i = 0; i < k; ++i) {
-    Put(*correlations_, static_cast<int>(i), 0, ToQt(names[i]));
+    correlations_->Put(static_cast<int>(i), 0, ToQt(names[i]));
     for (std::size_t j = 0; j < k; ++j) {
       const double value = correlation[i * k + j];
       const QString text = std::isfinite(value) ? ToQt(FixedText(value, 3)) : QString();
       QTableWidgetItem* item =
-          Put(*correlations_, static_cast<int>(i), static_cast<int>(j + 1), text, Qt::AlignRight);
+          correlations_->Put(static_cast<int>(i), static_cast<int>(j + 1), text, Qt::AlignRight);
       QFont font = correlations_->font();
       font.setBold(i != j && std::abs(value) > kStrong);
       item->setFont(font);
     }
   }
-  FitHeight(*correlations_);
+  correlations_->FitContents();
 }
 
 }  // namespace tarnwick

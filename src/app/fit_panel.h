@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "analysis/fit_job.h"
 #include "fit/fit_result.h"
 #include "fit/fit_settings.h"
 
@@ -14,12 +15,14 @@ class QDoubleSpinBox;
 class QGridLayout;
 class QLabel;
 class QPushButton;
-class QTableWidget;
+class QScrollArea;
 
 namespace tarnwick {
 
 class CommandActions;
 class Document;
+class FullTable;
+class TSeries;
 
 class FitPanel final : public QWidget {
   Q_OBJECT
@@ -28,8 +31,8 @@ class FitPanel final : public QWidget {
   /// `actions` runs what the buttons ask for and outlives the panel.
   explicit FitPanel(CommandActions& actions, QWidget* parent = nullptr);
 
-  /// Shows the fit of the document's current DataSet. A result that no longer holds stays, greyed, until there is another
-  /// or another DataSet is looked at. Cheap when nothing changed.
+  /// Shows the fit of the document's current DataSet. A result that no longer holds stays, greyed, until there is another,
+  /// its function is gone or another DataSet is looked at. Cheap when nothing changed.
   void Follow(Document* document);
 
   QSize sizeHint() const override { return {340, 480}; }
@@ -52,24 +55,29 @@ class FitPanel final : public QWidget {
   void ShowParameters();
   void ShowFigures();
   void ShowCorrelations();
+  void ShowHint(const TSeries* series);
   void SetState(State state);
+  void FitFromHere(FinishingStep finish);
 
   CommandActions& actions_;
   Shown shown_;
-  State state_ = State::Nothing;
+  bool can_fit_ = false;  // with nothing shown
   QLabel* hint_ = nullptr;
   QLabel* outdated_ = nullptr;
-  QWidget* content_ = nullptr;
+  QPushButton* again_ = nullptr;
+  QScrollArea* scroll_ = nullptr;
   QWidget* buttons_ = nullptr;
   QLabel* verdict_icon_ = nullptr;
   QLabel* verdict_ = nullptr;
   QLabel* notes_ = nullptr;
-  QTableWidget* parameters_ = nullptr;
-  QTableWidget* figures_ = nullptr;
+  FullTable* parameters_ = nullptr;
+  QLabel* error_model_ = nullptr;
+  FullTable* figures_ = nullptr;
   QLabel* correlations_title_ = nullptr;
-  QTableWidget* correlations_ = nullptr;
+  FullTable* correlations_ = nullptr;
   QPushButton* all_points_ = nullptr;
   QPushButton* finish_ = nullptr;
+  QPushButton* residuals_ = nullptr;
   QPushButton* bands_ = nullptr;
   QDoubleSpinBox* level_ = nullptr;
 };

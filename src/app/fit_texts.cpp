@@ -11,6 +11,10 @@ namespace {
 
 constexpr int kDigitsWithoutError = 6;
 constexpr int kMostDecimals = 14;
+constexpr int kDigitsOfError = 2;
+/// A value that its error leaves fewer digits than this is written with digits of its own.
+constexpr int kLeastDigitsLeft = 2;
+constexpr int kDigitsOfSwallowed = 3;
 /// Decimal exponents that are written out.
 constexpr int kSmallestPlain = -4;
 constexpr int kGreatestPlain = 6;
@@ -30,6 +34,20 @@ std::string Superscript(int number) {
 
 std::string PowerOfTen(int exponent) {
   return "×10" + Superscript(exponent);
+}
+
+/// The exponent to take out of numbers of this size; 0 where they are written out.
+int ExponentOutside(int size) {
+  return size < kSmallestPlain || size > kGreatestPlain ? size : 0;
+}
+
+/// So many significant digits, with a power of ten of its own where the number is far from 1.
+std::string SignificantText(double value, int digits) {
+  const int size = DecimalExponent(value);
+  const int exponent = ExponentOutside(size);
+  const int decimals = std::clamp(digits - 1 - (size - exponent), 0, kMostDecimals);
+  const std::string text = FixedText(value / std::pow(10.0, exponent), decimals);
+  return exponent == 0 ? text : text + PowerOfTen(exponent);
 }
 
 /// Letters of a UTF-8 text, for columns of equal width.
@@ -60,11 +78,16 @@ RoundedValue Rounded(double value, double error) {
   const bool has_error = std::isfinite(error) && error > 0 && std::isfinite(value);
   if (!has_error) return {GeneralText(value, kDigitsWithoutError), {}, 0};
   RoundedValue rounded;
-  const int size = DecimalExponent(value == 0 ? error : std::max(std::abs(value), error));
-  if (size < kSmallestPlain || size > kGreatestPlain) rounded.exponent = size;
+  rounded.exponent = ExponentOutside(DecimalExponent(std::max(std::abs(value), error)));
   const double unit = std::pow(10.0, rounded.exponent);
   const double scaled_error = error / unit;
-  const int decimals = std::clamp(1 - DecimalExponent(scaled_error), 0, kMostDecimals);
+  const int decimals =
+      std::clamp(kDigitsOfError - 1 - DecimalExponent(scaled_error), 0, kMostDecimals);
+  const bool swallowed =
+      value != 0 && DecimalExponent(value / unit) + 1 + decimals < kLeastDigitsLeft;
+  if (swallowed) {
+    return {SignificantText(value, kDigitsOfSwallowed), SignificantText(error, kDigitsOfError), 0};
+  }
   rounded.value = FixedText(value / unit, decimals);
   rounded.error = FixedText(scaled_error, decimals);
   return rounded;
@@ -105,14 +128,16 @@ std::string ErrorText(const FittedParameter& parameter) {
 std::vector<std::pair<std::string, std::string>> FitFigures(const FitResult& result) {
   const FitStatistics& s = result.statistics;
   std::vector<std::pair<std::string, std::string>> figures;
-  AppendFigure("R²", s.r_squared, figures);
-  AppendFigure("Adjusted R²", s.adjusted_r_squared, figures);
-  AppendFigure("Reduced χ²", s.reduced_chi_squared, figures);
-  AppendFigure("Residual deviation", s.residual_deviation, figures);
-  AppendFigure("Sum of squares", s.sum_of_squares, figures);
-  figures.emplace_back("Degrees of freedom", std::to_string(s.degrees_of_freedom));
-  AppendFigure("AIC", s.aic, figures);
-  AppendFigure("BIC", s.bic, figures);
+  if (!Failed(result.outcome.why)) {
+    AppendFigure("R²", s.r_squared, figures);
+    AppendFigure("Adjusted R²", s.adjusted_r_squared, figures);
+    AppendFigure("Reduced χ²", s.reduced_chi_squared, figures);
+    AppendFigure("Residual deviation", s.residual_deviation, figures);
+    AppendFigure("Sum of squares", s.sum_of_squares, figures);
+    figures.emplace_back("Degrees of freedom", std::to_string(s.degrees_of_freedom));
+    AppendFigure("AIC", s.aic, figures);
+    AppendFigure("BIC", s.bic, figures);
+  }
   figures.emplace_back("Points used", std::to_string(result.points_used) + " of " +
                                           std::to_string(result.points_in_range));
   figures.emplace_back("Iterations", std::to_string(result.outcome.iterations));

@@ -10,8 +10,9 @@
 
 namespace tarnwick {
 
-/// A value and its standard error with the same decimals, two significant digits of the error: "398.2", "1.5". Without a
-/// usable error the value has six digits and the error is empty.
+/// A value and its standard error with the same decimals, two significant digits of the error: "398.2", "1.5". A value that
+/// this would leave hardly a digit has three of its own: "0.0312", "40". Without a usable error the value has six digits and
+/// the error is empty.
 struct RoundedValue {
   std::string value;
   std::string error;
@@ -34,7 +35,7 @@ std::string ValueText(const FittedParameter& parameter);
 /// What of a parameter stands in its error column: rounded, "fixed" or "not determined".
 std::string ErrorText(const FittedParameter& parameter);
 
-/// Label and value of each statistic that has one, the most asked for first.
+/// Label and value of each statistic that has one, the most asked for first; of a fit that failed what it went through.
 std::vector<std::pair<std::string, std::string>> FitFigures(const FitResult& result);
 
 /// Everything, for a notebook or a letter.

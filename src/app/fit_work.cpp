@@ -22,10 +22,6 @@ namespace {
 /// How long a step of a fit is seen before the next one is made.
 constexpr std::chrono::milliseconds kStepSeen{20};
 
-bool IsFitted(FitStatus status) {
-  return status == FitStatus::cf_FinResult || status == FitStatus::cf_EveryStep;
-}
-
 void PutVariedValues(TCurFit& model, std::span<const double> values) {
   std::size_t next = 0;
   for (std::int32_t i = 1; i <= model.NParams() && next < values.size(); ++i) {
@@ -95,6 +91,11 @@ void CheckHasExpression(const TSeries& series) {
               "under Edit.");
 }
 
+void CheckHasPoints(const TSeries& series) {
+  if (series.PointCount() > 0) return;
+  throw Error("DataSet \"" + series.SeriesName() + "\" has no points to fit.");
+}
+
 }  // namespace
 
 TSeries& CurrentDataSet(Document& document) {
@@ -103,23 +104,23 @@ TSeries& CurrentDataSet(Document& document) {
   return *series;
 }
 
-bool ShowFit(Document& document, FitStatus status, Prompt& prompt) {
+void ShowFit(Document& document, FitStatus status, Prompt& prompt) {
   TSeries& series = CurrentDataSet(document);
   if (status != FitStatus::cf_None) CheckHasExpression(series);
-  if (IsFitted(status) && series.PointCount() > 0 && series.Fit().Modified()) {
-    Fit(document, status, {}, prompt);
-    return true;
+  if (IsFitted(status)) CheckHasPoints(series);
+  if (IsFitted(status) && series.Fit().Modified()) {
+    return Fit(document, status, {}, prompt);
   }
   document.Edit(status == FitStatus::cf_None ? "Hide Curve" : "Show Curve",
                 [&](TxyGraph&) { series.Fit().SetStatus(status); });
   const std::string error = document.Graph().FitError();
   if (status != FitStatus::cf_None && !error.empty()) prompt.Tell(error);
-  return false;
 }
 
 void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt) {
   TSeries& series = CurrentDataSet(document);
   CheckHasExpression(series);
+  CheckHasPoints(series);
   const FitStatus status = series.Fit().Status();
   Fit(document, IsFitted(status) ? status : FitStatus::cf_FinResult, options, prompt);
 }

@@ -16,13 +16,18 @@ class Document;
 class Prompt;
 class TSeries;
 
+/// True for what shows the outcome of a fit.
+constexpr bool IsFitted(FitStatus status) {
+  return status == FitStatus::cf_FinResult || status == FitStatus::cf_EveryStep;
+}
+
 /// The current DataSet. Throws Error "No DataSet Found!".
 TSeries& CurrentDataSet(Document& document);
 
-/// Makes the model show what `status` says. A final result or every step is fitted for first, where the DataSet has points
-/// and the model changed since its last fit; true then. Throws Error, also when there is no current DataSet or no
-/// expression to show; everything is then as before.
-bool ShowFit(Document& document, FitStatus status, Prompt& prompt);
+/// Makes the model show what `status` says. A final result or every step is fitted for first, where the model or the points
+/// changed since its last fit. Throws Error, also when there is no current DataSet, no expression to show or no
+/// point to fit; everything is then as before.
+void ShowFit(Document& document, FitStatus status, Prompt& prompt);
 
 /// Fits whatever the model's state, and shows the result. Throws as ShowFit.
 void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt);

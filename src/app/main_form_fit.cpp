@@ -2,6 +2,8 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QMenu>
+#include <QScreen>
+#include <QSettings>
 #include <memory>
 #include <vector>
 
@@ -16,6 +18,11 @@
 #include "base/error.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr const char* kDialogSizeKey = "FitSettings/Size";
+
+}  // namespace
 
 void T_MainForm::BuildFitPanel() {
   fit_dock_ = new QDockWidget(tr("Fit Result"), this);
@@ -43,8 +50,11 @@ void T_MainForm::EditFitModel(Document& document, FitPage page) {
     FitSettingsDialog dialog(ToQt(series.SeriesName()), series.Fit().Settings(), page, this);
     connect(&dialog, &FitSettingsDialog::changed, this,
             [&](const FitSettings& model) { TakeFitSettings(series, model); });
+    const QSize size = parts_.settings->value(kDialogSizeKey, dialog.size()).toSize();
+    dialog.resize(size.boundedTo(screen()->availableSize()));
     // What is not finished here is taken back.
     if (dialog.exec() == QDialog::Accepted) step.Finish();
+    parts_.settings->setValue(kDialogSizeKey, dialog.size());
     fit_wanted = dialog.FitWanted();
   }
   if (!fit_wanted) return;

@@ -114,6 +114,8 @@ TEST_F(FitDesktopTest, AFileThatIsNoFunctionChangesNothing) {
   EXPECT_EQ(TakeTold(), std::vector<std::string>{"Wrong File Format!"});
   EXPECT_EQ(Series().Fit().Settings(), FitSettings());
   EXPECT_FALSE(ActiveDocument().CanUndo());
+  Drop(ActiveCanvas(), {folder_.File("Decay.tfn")});  // a file of its own: once taken for data
+  EXPECT_EQ(Series().Fit().Expression(), Decay().Expression);
 }
 
 TEST_F(FitDesktopTest, AFunctionIsDrawnThenFittedAsTheEngineDoes) {
@@ -144,9 +146,28 @@ TEST_F(FitDesktopTest, AFunctionIsDrawnThenFittedAsTheEngineDoes) {
   EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
   EXPECT_EQ(Series().Fit().Status(), FitStatus::cf_Function);
   EXPECT_TRUE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
+  Run("EditUndo1");  // the function is gone, and with it all that was said of it
+  EXPECT_TRUE(form_->findChild<QLabel*>("FitHint")->isVisible());
+  Run("EditRedo1");
   Run("EditRedo1");
   EXPECT_EQ(Series().Fit().SharedResult(), first);
   EXPECT_FALSE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
+}
+
+TEST_F(FitDesktopTest, WhatCannotBeFittedIsSaidWithoutFigures) {
+  Start({Example("decay.dat")});
+  Choose("&2 Decay");
+  ActiveDocument().Edit("Model", [&](TxyGraph&) { Series().Fit().Param(2).SetValue(-1e6); });
+  Run("FitCurve1");  // overflows at the start
+  EXPECT_EQ(TakeTold().size(), 1u);
+  EXPECT_EQ(Table("FitFigures")->item(0, 0)->text(), "Points used");
+  EXPECT_FALSE(Button("&Residuals")->isEnabled());
+  ActiveDocument().Edit("Clear", [&](TxyGraph&) { Series().Clear(); });
+  EXPECT_TRUE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
+  Button("Fit A&gain")->click();
+  Run("FitCurve1");
+  const std::string empty = "DataSet \"" + Series().SeriesName() + "\" has no points to fit.";
+  EXPECT_EQ(TakeTold(), (std::vector<std::string>{empty, empty}));
 }
 
 TEST_F(FitDesktopTest, EveryStepMovesTheCurve) {
@@ -196,9 +217,16 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
   Button("&Residuals")->click();
   ASSERT_EQ(graph.SeriesCount(), 2u);
   EXPECT_EQ(graph.Series(1).PointCount(), Series().PointCount());
+  const TAxis& second = graph.Axis(AxisId::Y2);
+  const TAxis& first = graph.Axis(AxisId::Y);
+  const Extremes of_residuals = graph.Series(1).GetExtremes();
+  const double band = (of_residuals.y_max - second.Min()) / (second.Max() - second.Min());
+  EXPECT_LE(band, 0.25);  // below all data
+  EXPECT_GE((Series().GetExtremes().y_min - first.Min()) / (first.Max() - first.Min()), band);
   Button("&Confidence Bands")->click();
   Button("&Confidence Bands")->click();  // takes the place of the first
   ASSERT_EQ(graph.SeriesCount(), 6u);
+  EXPECT_LE(graph.Series(2).PointCount(), 300);  // each is saved with the graph
   const Point upper = graph.Series(2).Points().Front();
   const Point lower = graph.Series(3).Points().Front();
   Series().Fit().Prepare();
@@ -215,6 +243,15 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
 
   Button("Copy as Ta&ble")->click();
   EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Parameter\tValue\tStandard error"));
+
+  // Of two fitted DataSets neither takes the other's lines.
+  ActiveDocument().Edit("Model", [&](TxyGraph& edited) {
+    edited.Series(1).Fit().SetSettings(Decay(), true);
+    edited.SetCurrentSeriesIndex(1);
+  });
+  Run("FitPrint1");
+  EXPECT_EQ(graph.Marks().All().size(), 6u);
+  EXPECT_EQ(graph.Marks().All()[0].caption, caption);
 }
 
 TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
@@ -278,6 +315,9 @@ TEST(FitTexts, RoundAValueAsItsErrorTells) {
       {1.2345e-9, 1.2e-11, "(1.234 ± 0.012)×10⁻⁹ V"},
       {-5.4321e12, 3e10, "(-5.432 ± 0.030)×10¹² V"},
       {12, 340, "12 ± 340 V"},
+      {0.0312, 40, "0.0312 ± 40 V"},  // once "0 ± 40"
+      {1.234e-7, 5e8, "1.23×10⁻⁷ ± 5.0×10⁸ V"},
+      {0, 0.012, "0.000 ± 0.012 V"},
       {3.25, kUndefined, "3.25 V"},
       {3.25, 0, "3.25 V"},
   };
