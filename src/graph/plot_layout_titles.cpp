@@ -31,7 +31,7 @@ QRectF Extent(const AxisLayout& axis) {
 Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   Font font = graph.GetAppearance().font_for_axes_titles;
   const bool both = graph.AxisInUse(AxisId::Y) && graph.AxisInUse(AxisId::Y2);
-  if (!both || !graph.Axis(AxisId::Y2).ShowAxis() || !graph.Axis(id).EnableAutoTitle()) return font;
+  if (!both || !graph.Axis(AxisId::Y2).ShowAxis()) return font;
   const TSeries* only = nullptr;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
