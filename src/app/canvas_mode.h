@@ -30,6 +30,7 @@ class CanvasMode {
   /// True when the key was meant for the mode. Esc ends every mode.
   virtual bool KeyPress(GraphCanvas& canvas, QKeyEvent& event);
   virtual bool KeyRelease(GraphCanvas&, QKeyEvent&) { return false; }
+  virtual void FocusLost(GraphCanvas&) {}
   /// True when the mode wants that key even where it is the shortcut of a command.
   virtual bool TakesKey(const GraphCanvas& canvas, int key) const;
 

@@ -15,6 +15,7 @@ namespace {
 void AskAndDelete(GraphCanvas& canvas, const std::optional<PickedPoint>& point) {
   if (!point) return;
   CheckEditable(*point);
+  canvas.Pick(point);  // seen while it is asked about
   Document& document = canvas.GetDocument();
   const std::int32_t id = point->number;
   const Question question{

@@ -83,6 +83,7 @@ class GraphCanvas final : public QWidget {
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   void Redraw();
@@ -93,6 +94,7 @@ class GraphCanvas final : public QWidget {
   std::optional<QPointF> PlaceInPlot(const PickedPoint& point) const;
   bool WalkByKey(const QKeyEvent& event);
   bool ChangeDataSetByKey(const QKeyEvent& event);
+  bool MoveByKey(const QKeyEvent& event);
   void ShowPicked();
   void NameForAssistance();
   /// Does what an event asks for; an Error is told the user.

@@ -1,10 +1,14 @@
-// The keys of a graph's canvas, and the point that they walk to.
+// The keys of a graph's canvas: the point that they walk to, and what they move.
 #include <QAccessible>
 #include <QKeyEvent>
 
 #include "app/axis_zoom.h"
 #include "app/graph_canvas.h"
+#include "app/open_edit.h"
+#include "app/point_modes.h"
 #include "app/text.h"
+#include "graph/child_edit.h"
+#include "graph/mark_edit.h"
 #include "graph/read_out.h"
 
 namespace tarnwick {
@@ -22,7 +26,8 @@ void GraphCanvas::keyPressEvent(QKeyEvent* event) {
   bool meant = false;
   AtTheEdge([&] {
     meant = true;  // also when it fails
-    meant = mode_->KeyPress(*this, *event) || WalkByKey(*event) || ChangeDataSetByKey(*event);
+    meant = mode_->KeyPress(*this, *event) || MoveByKey(*event) || WalkByKey(*event) ||
+            ChangeDataSetByKey(*event);
   });
   if (!meant) QWidget::keyPressEvent(event);
 }
@@ -31,6 +36,30 @@ void GraphCanvas::keyReleaseEvent(QKeyEvent* event) {
   bool meant = false;
   AtTheEdge([&] { meant = mode_->KeyRelease(*this, *event); });
   if (!meant) QWidget::keyReleaseEvent(event);
+}
+
+void GraphCanvas::focusOutEvent(QFocusEvent* event) {
+  mode_->FocusLost(*this);
+  QWidget::focusOutEvent(event);
+}
+
+bool GraphCanvas::MoveByKey(const QKeyEvent& event) {
+  const QPoint way = ArrowWay(event);
+  if (way.isNull() || !(event.modifiers() & Qt::ControlModifier)) return false;
+  const auto child = document_.SelectedChild();
+  const Mark* mark = CurrentMark(document_.Graph());
+  if (!child && !mark) return false;
+  // Steps of one and the same thing are one; another's are told apart by its number.
+  const std::string name = child ? "Move Inserted Graph " + std::to_string(*child + 1)
+                                 : "Move Mark " + std::to_string(mark->id);
+  OpenEdit step(document_, name, Merging::WithLikeStep);
+  if (child) {
+    MoveChild(document_.WholeGraph(), *child, way.x(), way.y());
+  } else {
+    MoveMark(document_.Graph(), mark->id, {1.0 * way.x(), 1.0 * way.y()});
+  }
+  step.Finish();
+  return true;
 }
 
 bool GraphCanvas::WalkByKey(const QKeyEvent& event) {

@@ -15,6 +15,7 @@ void InsertPointMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
   const PlotPoint value = ValueAt(canvas, event.position());
   document.Edit("Insert Point",
                 [&](TxyGraph& graph) { InsertPoint(*graph.CurrentSeries(), value); });
+  canvas.ShowReadOutAt(event.position());  // the new point is the nearest now
 }
 
 QCursor InsertPointMode::Cursor() const {

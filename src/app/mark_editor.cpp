@@ -57,6 +57,17 @@ QComboBox* MakeChoice(const char* object_name, const Names& names) {
   return choice;
 }
 
+/// The width of the longest label of a position.
+int WidestLabel(const QFontMetrics& font) {
+  int widest = 0;
+  for (const TypeRow& row : kTypes) {
+    for (const char* label : row.labels) {
+      if (label) widest = std::max(widest, font.horizontalAdvance(QObject::tr(label)));
+    }
+  }
+  return widest;
+}
+
 /// A label that leads to its field for keyboard and screen reader.
 QLabel* MakeLabel(const QString& text, QWidget* field) {
   auto* label = new QLabel(text);
@@ -184,7 +195,8 @@ QWidget* TxyMark::MakePosition() {
   }
   grid->setColumnStretch(1, 1);
   grid->setRowStretch(static_cast<int>(position_.size()), 1);
-  // As high as with all of them, so that the window keeps its size from type to type.
+  // As wide and high as with all of them, so that the window keeps its size from type to type.
+  grid->setColumnMinimumWidth(0, WidestLabel(fontMetrics()));
   group->setMinimumHeight(group->sizeHint().height());
   return group;
 }

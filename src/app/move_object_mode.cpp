@@ -31,10 +31,15 @@ void PlaceLegend(TxyGraph& graph, const QRectF& frame, QSizeF picture) {
   graph.SetLegend(legend);
 }
 
+MarkPart PartOf(PictureObject::Kind kind) {
+  if (kind == PictureObject::Kind::MarkOrigin) return MarkPart::Origin;
+  return kind == PictureObject::Kind::MarkEnd ? MarkPart::End : MarkPart::Whole;
+}
+
 std::variant<QRectF, Mark> StateOf(const GraphCanvas& canvas, const PictureObject& object) {
   const TxyGraph& graph = canvas.GetDocument().Graph();
   const Mark* mark = graph.Marks().FindMark(object.id);
-  if (object.kind == PictureObject::Kind::Mark && mark) return *mark;
+  if (object.IsOfMark() && mark) return *mark;
   return OutlineOf(canvas.Layout(), object).boundingRect();
 }
 
@@ -53,7 +58,7 @@ void MoveObjectMode::MoveTo(GraphCanvas& canvas, QPointF place) const {
   if (frame && object_.kind == PictureObject::Kind::Legend) {
     PlaceLegend(graph, frame->translated(way), canvas.Layout().size);
   } else if (const auto* mark = std::get_if<Mark>(&before_)) {
-    SetMark(graph, MovedMark(graph, *mark, {way.x(), way.y()}));
+    SetMark(graph, MovedMark(graph, *mark, {way.x(), way.y()}, PartOf(object_.kind)));
   }
 }
 

@@ -1,4 +1,4 @@
-// Dragging an object of the picture: the legend or a mark. One step when the button is let go; Esc puts
+// Dragging an object of the picture: the legend, a mark or an end of one. One step when the button is let go; Esc puts
 // the object back.
 #pragma once
 

@@ -2,8 +2,6 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <cmath>
-#include <utility>
 
 #include "app/canvas_cursor.h"
 #include "app/graph_canvas.h"
@@ -16,21 +14,15 @@ namespace {
 
 constexpr double kLeastDrag = 3;
 
-QPointF WayOf(const QKeyEvent& event) {
-  const double step = event.modifiers() & Qt::ShiftModifier ? 10 : 1;
-  switch (event.key()) {
-    case Qt::Key_Left:
-      return {-step, 0};
-    case Qt::Key_Right:
-      return {step, 0};
-    case Qt::Key_Up:
-      return {0, -step};
-    case Qt::Key_Down:
-      return {0, step};
-    default:
-      return {};
+/// Lets go of the point at its end: its way is seen as long as it is asked about.
+struct LettingGo {
+  GraphCanvas& canvas;
+  std::optional<PickedPoint>& held;
+  ~LettingGo() {
+    held.reset();
+    canvas.update();
   }
-}
+};
 
 }  // namespace
 
@@ -57,8 +49,8 @@ void MovePointMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
 }
 
 void MovePointMode::LetGo(GraphCanvas& canvas) {
-  const PickedPoint point = *std::exchange(held_, std::nullopt);
-  canvas.update();
+  const PickedPoint point = *held_;
+  const LettingGo at_the_end{canvas, held_};
   if (QLineF(from_, to_).length() < kLeastDrag) {
     canvas.Pick(point);
     return;
@@ -93,7 +85,7 @@ bool MovePointMode::KeyPress(GraphCanvas& canvas, QKeyEvent& event) {
     canvas.update();
     return true;
   }
-  const QPointF way = WayOf(event);
+  const QPoint way = ArrowWay(event);
   if (!held_ || way.isNull()) return CanvasMode::KeyPress(canvas, event);
   to_ += way;
   canvas.ShowReadOutAt(to_);

@@ -41,6 +41,22 @@ QPointF PlaceOf(const GraphCanvas& canvas, const PlotPoint& value) {
   return {XScale(canvas).Position(value.x), YScale(canvas).Position(value.y)};
 }
 
+QPoint ArrowWay(const QKeyEvent& event) {
+  const int step = event.modifiers() & Qt::ShiftModifier ? 10 : 1;
+  switch (event.key()) {
+    case Qt::Key_Left:
+      return {-step, 0};
+    case Qt::Key_Right:
+      return {step, 0};
+    case Qt::Key_Up:
+      return {0, -step};
+    case Qt::Key_Down:
+      return {0, step};
+    default:
+      return {};
+  }
+}
+
 bool IsReturn(const QKeyEvent& event) {
   return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }

@@ -1,6 +1,7 @@
 // What the modes that edit points share: the point and the place under the mouse.
 #pragma once
 
+#include <QPoint>
 #include <QPointF>
 #include <optional>
 
@@ -21,6 +22,8 @@ void CheckEditable(const PickedPoint& point);
 PlotPoint ValueAt(const GraphCanvas& canvas, QPointF place);
 QPointF PlaceOf(const GraphCanvas& canvas, const PlotPoint& value);
 bool IsInPlot(const GraphCanvas& canvas, QPointF place);
+/// The way that an arrow key stands for: a pixel, ten with SHIFT; null for any other key.
+QPoint ArrowWay(const QKeyEvent& event);
 /// The key that does what a click would do.
 bool IsReturn(const QKeyEvent& event);
 

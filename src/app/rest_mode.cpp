@@ -69,7 +69,7 @@ void RestMode::PressOnPicture(GraphCanvas& canvas, const QMouseEvent& event) {
   const std::optional<PictureObject> object = ObjectAt(canvas.Layout(), place);
   if (object && moves) {
     canvas.SetMode(std::make_unique<MoveObjectMode>(canvas, *object, place));
-  } else if (object && object->kind == PictureObject::Kind::Mark) {
+  } else if (object && object->IsOfMark()) {
     SetCurrentMark(canvas.GetDocument().Graph(), object->id);
   } else if (IsInPlot(canvas, place) && !moves) {
     if (!object) canvas.Pick(PointUnder(canvas, place));
@@ -112,6 +112,11 @@ bool RestMode::KeyRelease(GraphCanvas& canvas, QKeyEvent& event) {
   if (event.isAutoRepeat() || HeldBy(event.key()) == Held::Nothing) return false;
   SetHeld(canvas, Held::Nothing);
   return true;
+}
+
+void RestMode::FocusLost(GraphCanvas& canvas) {
+  // Whoever has the keys now also gets the release of one held.
+  SetHeld(canvas, Held::Nothing);
 }
 
 bool RestMode::TakesKey(const GraphCanvas& canvas, int key) const {

@@ -20,6 +20,7 @@ class RestMode final : public CanvasMode {
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;
   bool KeyPress(GraphCanvas& canvas, QKeyEvent& event) override;
   bool KeyRelease(GraphCanvas& canvas, QKeyEvent& event) override;
+  void FocusLost(GraphCanvas& canvas) override;
   /// Esc while there are traces to wipe off or a point is picked.
   bool TakesKey(const GraphCanvas& canvas, int key) const override;
   void PaintOverlay(QPainter& painter, const GraphCanvas& canvas) const override;

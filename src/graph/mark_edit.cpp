@@ -60,14 +60,16 @@ void ClearMarks(TxyGraph& graph) {
   graph.MarksChanged();
 }
 
-Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way) {
+Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way, MarkPart part) {
   const AxisScale x = graph.Axis(AxisId::X).Scale();
   const AxisScale y =
       graph.Axis(mark.status == MarkStatus::XAndY2 ? AxisId::Y2 : AxisId::Y).Scale();
+  const bool origin = mark.type != MarkType::Line || part != MarkPart::End;
+  const bool end = mark.type == MarkType::Line && part != MarkPart::Origin;
   Mark moved = mark;
-  if (mark.type != MarkType::Horizontal) moved.x1 = Moved(x, mark.x1, way.right);
-  if (mark.type != MarkType::Vertical) moved.y1 = Moved(y, mark.y1, way.down);
-  if (mark.type == MarkType::Line) {
+  if (origin && mark.type != MarkType::Horizontal) moved.x1 = Moved(x, mark.x1, way.right);
+  if (origin && mark.type != MarkType::Vertical) moved.y1 = Moved(y, mark.y1, way.down);
+  if (end) {
     moved.x2 = Moved(x, mark.x2, way.right);
     moved.y2 = Moved(y, mark.y2, way.down);
   }

@@ -30,9 +30,13 @@ struct PixelWay {
   double down = 0;
 };
 
+/// What of a mark is moved: only a line has an origin and an end of its own.
+enum class MarkPart { Whole, Origin, End };
+
 /// The mark after moving it across the picture. What its type has no use for stays, and so does a coordinate that is not
 /// in the picture's map (not finite, or not positive on a logarithmic axis).
-Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way);
+Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way,
+               MarkPart part = MarkPart::Whole);
 /// Moves a mark so; false when no mark has that ID.
 bool MoveMark(TxyGraph& graph, std::int32_t id, const PixelWay& way);
 

@@ -59,6 +59,7 @@ TEST_F(ChildGraphTest, TheGraphClickedIsTheOneWorkedOn) {
   EXPECT_EQ(document.SelectedChild(), 0u);
   EXPECT_TRUE(document.LoadDataFromFile(Example("decay.dat")));
   EXPECT_EQ(document.WholeGraph().SeriesCount(), 1u);
+  EXPECT_EQ(document.DataFileName().filename(), "pendulum.csv");  // the window's own data
   const TxyGraph& child = *document.WholeGraph().Children().at(0);
   EXPECT_EQ(child.SeriesCount(), 1u);
   const QRectF frame = Frame();
@@ -96,6 +97,13 @@ TEST_F(ChildGraphTest, FramesAreMovedAndSizedInStepsAndDeleted) {
   Run("EditUndo1");
   EXPECT_EQ(Frame(), inserted);
   EXPECT_EQ(document.SelectedChild(), 0u);
+  for (const Qt::KeyboardModifiers modifiers :
+       {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::ShiftModifier}) {
+    QTest::keyClick(&ActiveCanvas(), Qt::Key_Left, modifiers);
+  }
+  EXPECT_EQ(Frame(), inserted.translated(-11, 0));
+  Run("EditUndo1");
+  EXPECT_EQ(Frame(), inserted);
   Run("InsertNewGraph1");
   Run("InsertDelete1");
   EXPECT_EQ(document.WholeGraph().Children().size(), 1u);

@@ -243,6 +243,29 @@ TEST_F(ModesTest, CtrlMovesLegendAndMarks) {
   EXPECT_FALSE(ActiveDocument().CanUndo());
   ActiveCanvas().grab();
 
+  // An end of a line is moved alone, keys move the current mark.
+  Mark line;
+  line.type = MarkType::Line;
+  line.x1 = 25, line.y1 = 300, line.x2 = 35, line.y2 = 100;
+  const std::int32_t line_id = AddMark(Graph(), line);
+  ActiveCanvas().grab();
+  Drag(Place(35, 100), Place(38, 150), Qt::ControlModifier);
+  const auto moved_line = [&] { return *Graph().Marks().FindMark(line_id); };
+  EXPECT_EQ(moved_line().x1, 25);
+  EXPECT_EQ(moved_line().y1, 300);
+  EXPECT_NEAR(moved_line().x2, 38, 0.1);
+  EXPECT_NEAR(moved_line().y2, 150, 1);
+  ActiveDocument().Undo();
+  for (int i = 0; i < 2; ++i) {
+    QTest::keyClick(&ActiveCanvas(), Qt::Key_Right, Qt::ControlModifier);
+  }
+  EXPECT_NEAR(Place(moved_line().x1, 300).x(), Place(25, 300).x() + 2, 1);
+  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Mark " + std::to_string(line_id));
+  ActiveDocument().Undo();
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+  DeleteMark(Graph(), line_id);
+  ActiveCanvas().grab();
+
   QTest::mousePress(&ActiveCanvas(), Qt::LeftButton, Qt::ControlModifier, mark);
   MoveMouse(Place(25, 60), Qt::LeftButton);
   EXPECT_NEAR(Graph().Marks().FindMark(id)->x1, 25, 0.1);
