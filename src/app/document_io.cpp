@@ -53,6 +53,20 @@ ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddDa
   return {graph.State(), Summary(reports, graph, added)};
 }
 
+/// "Pasted 2 DataSets, 1 mark"
+std::string NoteOf(const PastedParts& parts) {
+  std::string note;
+  const auto tell = [&note](std::size_t count, const char* one) {
+    if (count == 0) return;
+    note += (note.empty() ? "Pasted " : ", ") + std::to_string(count) + ' ' + one;
+    if (count > 1) note += 's';
+  };
+  tell(parts.data_sets, "DataSet");
+  tell(parts.marks, "mark");
+  tell(parts.graphs, "inserted graph");
+  return note;
+}
+
 }  // namespace
 
 std::string LowerExtension(const std::filesystem::path& path) {
@@ -76,11 +90,12 @@ ReadResult ReadDataText(const GraphState& into, const std::string& text, const s
   });
 }
 
-ReadResult PastedGraph(const GraphState& into, const GraphState& pasted) {
+ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize size) {
   TxyGraph graph;
+  graph.Resize(size.width(), size.height());
   graph.SetState(into);
-  PasteGraph(graph, pasted);
-  return {graph.State(), {}};
+  const std::string note = NoteOf(PasteGraph(graph, pasted));
+  return {graph.State(), note};
 }
 
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path) {

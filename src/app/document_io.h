@@ -2,6 +2,7 @@
 // fit for a worker thread; they know no document and ask nothing.
 #pragma once
 
+#include <QSize>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -28,8 +29,8 @@ ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, P
 /// `into` with the DataSets of a text that is no file's added; `name` is for messages. Throws FileError.
 ReadResult ReadDataText(const GraphState& into, const std::string& text, const std::string& name,
                         Progress& progress);
-/// `into` with another graph pasted into it. Throws Error.
-ReadResult PastedGraph(const GraphState& into, const GraphState& pasted);
+/// `into`, a graph of that size, with another one pasted into it. Throws Error.
+ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize size);
 /// `into` with its current DataSet (or a first one) replaced by that of a DataSet file. Throws FileError.
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path);
 /// `state` with the DataSets at these positions read again, where they come from a file. Throws FileError.

@@ -55,8 +55,9 @@ bool Paste(Document& document, const QMimeData& data) {
     const QByteArray bytes = data.data(kGraphFormat);
     RequireSize(bytes.size());
     if (data.hasFormat(kChildGraphFormat)) return PasteAsChild(document, bytes);
-    return document.AddData(kStep, [&bytes](const GraphState& into, Progress&) {
-      return PastedGraph(into, ReadGraphState(View(bytes), kClipboard));
+    const QSize size(document.Graph().ClientWidth(), document.Graph().ClientHeight());
+    return document.AddData(kStep, [&bytes, size](const GraphState& into, Progress&) {
+      return PastedGraph(into, ReadGraphState(View(bytes), kClipboard), size);
     });
   }
   const QString text = data.text();

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "base/error.h"
 #include "graph/child_edit.h"
+#include "graph/mark_edit.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -50,6 +53,20 @@ void PasteSeries(TxyGraph& graph, const SeriesState& pasted) {
   series.SetState(pasted.data);
 }
 
+/// False when the graph has such a mark already, as when it is pasted into the graph that it came from.
+bool PasteMark(TxyGraph& graph, Mark mark) {
+  const std::string own_id = std::to_string(mark.id);
+  const auto& all = graph.Marks().All();
+  const bool there = std::any_of(all.begin(), all.end(), [&](Mark other) {
+    other.id = mark.id;
+    return other == mark;
+  });
+  if (there) return false;
+  if (mark.caption == own_id) mark.caption.clear();  // it is called by the ID that it gets
+  AddMark(graph, mark);
+  return true;
+}
+
 bool SamePlace(const Dimensions& left, const Dimensions& right) {
   return left.hor_position == right.hor_position && left.ver_position == right.ver_position;
 }
@@ -68,19 +85,26 @@ GraphState StateOfCurrentDataSet(const TxyGraph& graph) {
   return state;
 }
 
-void PasteGraph(TxyGraph& graph, const GraphState& pasted) {
+PastedParts PasteGraph(TxyGraph& graph, const GraphState& pasted) {
+  const std::vector<Mark>& marks = pasted.marks.All();
   if (HoldsNothing(graph)) {
     GraphState state = pasted;
     KeepPlace(state.dimensions, graph.GetDimensions());
     graph.SetState(state);
-    return;
+    return {pasted.series.size(), marks.size(), pasted.children.size()};
   }
-  if (pasted.series.empty()) throw Error("The graph on the clipboard holds no DataSet to add");
+  if (pasted.series.empty() && marks.empty() && pasted.children.empty()) {
+    throw Error("The graph on the clipboard is empty");
+  }
   const auto first = static_cast<std::int32_t>(graph.SeriesCount());
   graph.BeginUpdate();
   for (const SeriesState& series : pasted.series) PasteSeries(graph, series);
-  graph.SetCurrentSeriesIndex(first);
+  if (!pasted.series.empty()) graph.SetCurrentSeriesIndex(first);
+  const auto added = std::count_if(marks.begin(), marks.end(),
+                                   [&](const Mark& mark) { return PasteMark(graph, mark); });
+  for (const auto& child : pasted.children) PasteChild(graph, *child);
   graph.EndUpdate();
+  return {pasted.series.size(), static_cast<std::size_t>(added), pasted.children.size()};
 }
 
 std::size_t PasteChild(TxyGraph& graph, const GraphState& pasted) {

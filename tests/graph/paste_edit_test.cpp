@@ -36,13 +36,28 @@ TEST(PasteEdit, AnEmptyGraphBecomesThePastedOneAtItsOwnPlace) {
   EXPECT_EQ(target.GetDimensions().hor_size, 0.5);
 }
 
-TEST(PasteEdit, AGraphInUseGetsTheDataSetsToldApart) {
+TEST(PasteEdit, AGraphInUseGetsTheDataSetsToldApartAndMarksAndInsertedGraphs) {
   TxyGraph source, target;
   AddLine(source, "A");
   AddLine(source, "B");
+  Mark there;
+  there.x1 = 3;
+  Mark another;
+  another.x1 = 4;
+  for (const Mark& mark : {there, another}) source.Marks().AddMark(mark);
+  InsertChild(source, "Inset");
   AddLine(target, "C");
+  there.caption = "1";
+  for (const Mark& mark : {Mark{}, there}) target.Marks().AddMark(mark);
   SetTitle(target, "Own");
-  PasteGraph(target, source.State());
+  const PastedParts parts = PasteGraph(target, source.State());
+  EXPECT_EQ(parts.data_sets, 2u);
+  EXPECT_EQ(parts.marks, 1u);  // the graph has the other one already
+  EXPECT_EQ(parts.graphs, 1u);
+  EXPECT_EQ(target.Marks().All().size(), 3u);
+  EXPECT_EQ(target.Marks().FindMark(3)->x1, 4);
+  EXPECT_EQ(target.Marks().FindMark(3)->caption, "3");
+  EXPECT_EQ(target.Children().at(0)->GetAppearance().title_of_graph, "Inset");
   ASSERT_EQ(target.SeriesCount(), 3u);
   EXPECT_EQ(target.GetAppearance().title_of_graph, "Own");
   EXPECT_EQ(target.CurrentSeries()->SeriesName(), "A");
