@@ -1,4 +1,4 @@
-// Commands that change the scales of a graph.
+// Commands that change the scales of a graph, and where its grid is.
 #include <initializer_list>
 
 #include "app/command.h"
@@ -27,6 +27,19 @@ void ZoomBack(CommandContext& context) {
   context.document->Zoom().GoBack(context.document->Graph());
 }
 
+bool IsGridLast(const CommandContext& context) {
+  return context.document && context.document->Graph().GetAppearance().grid_drawn_last;
+}
+
+void ToggleGridLast(CommandContext& context) {
+  const bool last = !IsGridLast(context);
+  context.document->Edit(last ? "Bring Grid to Front" : "Send Grid to Back", [&](TxyGraph& graph) {
+    Appearance appearance = graph.GetAppearance();
+    appearance.grid_drawn_last = last;
+    graph.SetAppearance(appearance);
+  });
+}
+
 }  // namespace
 
 std::span<const Command> ViewCommands() {
@@ -42,6 +55,9 @@ std::span<const Command> ViewCommands() {
        Menu::Zoom, 0, ToolGroup::None, HasDocument, AutoScaleAxes<AxisId::Y2>},
       {"GraphResetZoom1", "&Undo Zoom", "", "Undo Zoom|Return to Previous Scales", "zoom-back",
        Menu::Zoom, 1, ToolGroup::Zoom, CanZoomBack, ZoomBack},
+      {"GraphGridLast1", "&Grid over DataSets", "",
+       "Grid over DataSets|Draw the Grid over the DataSets or behind Them", "grid-front",
+       Menu::View, 0, ToolGroup::None, HasDocument, ToggleGridLast, nullptr, IsGridLast},
   };
   return kRows;
 }

@@ -50,6 +50,7 @@ struct Appearance {
   std::string background_image_file;
   bool stretch_background = false;
   std::string data_directory;
+  bool grid_drawn_last = false;  ///< over the DataSets instead of behind them
   bool operator==(const Appearance&) const = default;
 };
 

@@ -32,6 +32,11 @@ constexpr Field<Appearance> kAppearanceFields[] = {
     {38, "bkgdImageFile", &Appearance::background_image_file},
     {39, "stretchBkgd", &Appearance::stretch_background},
     {40, "dataDirectory", &Appearance::data_directory},
+    {41,
+     "GridDrawnLast",
+     &Appearance::grid_drawn_last,
+     {},
+     [](const Appearance& appearance) { return appearance.grid_drawn_last; }},
 };
 
 constexpr Field<Dimensions> kDimensionsFields[] = {

@@ -145,8 +145,8 @@ void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout) {
   graph.SetLegend(legend);
 }
 
-/// Puts the legend into the corner of the plot where it covers the fewest points, or beside the plot when every corner
-/// has some and the picture is wide enough.
+/// Puts the legend into the corner of the plot where it covers the fewest points and no inserted graph covers it, or beside
+/// the plot when every corner has some and the picture is wide enough.
 void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   const PlotLayout layout = LayoutPlot(graph, size, metrics);
   if (!layout.legend) return;
@@ -163,8 +163,12 @@ void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
     const QPointF at(corner.right ? plot.right() - kInset - box.width() : plot.left() + kInset,
                      corner.bottom ? plot.bottom() - kInset - box.height() : plot.top() + kInset);
     const QRectF frame = QRectF(at, box).adjusted(-3, -3, 3, 3);
-    return std::count_if(pixels.begin(), pixels.end(),
-                         [&](const QPointF& pixel) { return frame.contains(pixel); });
+    const auto points = std::count_if(pixels.begin(), pixels.end(),
+                                      [&](const QPointF& pixel) { return frame.contains(pixel); });
+    const bool hidden =
+        std::any_of(layout.children.begin(), layout.children.end(),
+                    [&](const ChildFrame& child) { return child.frame.intersects(frame); });
+    return points + (hidden ? std::ssize(pixels) : 0);
   };
   const Corner best =
       *std::min_element(kCorners.begin(), kCorners.end(),

@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box,
-                 PaintTarget target) {
+void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box, PaintTarget target,
+                 const Appearance& whole) {
   const Legend& legend = graph.GetLegend();
   CrispPen pen(painter, target);
   painter.fillRect(pen.Snapped(box.frame), QtColor(legend.color));
@@ -27,7 +27,7 @@ void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box,
     } else {
       SeriesStyle style = series.Style();
       if (style.line_style == LineStyle::Solid)
-        style.line_style = SolidLineStyle(graph.GetAppearance(), row.series, target);
+        style.line_style = SolidLineStyle(whole, row.series, target);
       PaintSeriesSample(painter, row.sample, style);
     }
     PaintText(painter, row.name);

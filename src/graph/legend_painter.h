@@ -7,7 +7,8 @@ namespace tarnwick {
 
 struct LegendBox;
 
-void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box,
-                 PaintTarget target);
+/// `whole` is the appearance that decides on line styles for print: that of the graph, or of the one it is inserted into.
+void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box, PaintTarget target,
+                 const Appearance& whole);
 
 }  // namespace tarnwick

@@ -13,6 +13,7 @@
 
 #include "base/error.h"
 #include "graph/background_image.h"
+#include "graph/graph_file.h"
 #include "graph/paint_plot.h"
 #include "graph/xy_graph.h"
 #include "support/temporary_folder.h"
@@ -229,6 +230,23 @@ TEST(Picture, BackgroundImageFillsThePlotOrStandsInItsMiddle) {
     graph.SetAppearance(appearance);
     EXPECT_EQ(RenderImage(graph, {400, 300}).pixel(60, 60), Rgb(kPlot)) << none;
     EXPECT_NE(graph.Background().Error().find("Cannot read the picture: "), std::string::npos);
+  }
+}
+
+TEST(Picture, TheGridLiesBehindTheDataSetsOrOverThem) {
+  TxyGraph graph;
+  FillGraph(graph);
+  graph.Axis(AxisId::X).SetGridlines(true);
+  Appearance appearance = graph.GetAppearance();
+  appearance.grid_color = Color::FromRgb(0, 0, 255);
+  for (const bool last : {false, true}) {
+    appearance.grid_drawn_last = last;
+    graph.SetAppearance(appearance);
+    EXPECT_EQ(DecodeGraph(EncodeGraph(graph), "g")->GetAppearance().grid_drawn_last, last);
+    const QImage image = RenderImage(graph, {400, 300});
+    int blue = 0;
+    for (int x = 60; x < 340; ++x) blue += image.pixel(x, 150) == qRgb(0, 0, 255) ? 1 : 0;
+    EXPECT_EQ(blue > 0, last);  // on the red line
   }
 }
 

@@ -103,6 +103,24 @@ TEST(PrintLayout, APageHoldsThePictureAtItsPlaceWithTheBackgroundWanted) {
   EXPECT_EQ(line.left(), BoundsOf(plain, kRed).left());
   EXPECT_TRUE(picture.contains(line));
   EXPECT_GT(line.width(), picture.width() * 2 / 3);
+
+  // With or without the background, nothing is seen through an inserted graph.
+  TxyChildGr& child = graph.AddChild();
+  Dimensions place = child.GetDimensions();
+  place.hor_position = 0.4, place.hor_size = 0.3;
+  place.ver_position = 0.2, place.ver_size = 0.6;
+  child.SetDimensions(place);
+  for (const bool with : {false, true}) {
+    appearance.print_with_background = with;
+    graph.SetAppearance(appearance);
+    const QImage printed = Printed(graph, page);
+    const auto has_red = [&](double share) {
+      const int x = picture.left() + qRound(share * picture.width());
+      return !BoundsOf(printed.copy(x, 0, 1, printed.height()), kRed).isEmpty();
+    };
+    EXPECT_TRUE(has_red(0.3));
+    EXPECT_FALSE(has_red(0.52));
+  }
 }
 
 }  // namespace
