@@ -8,6 +8,7 @@
 #include "app/text.h"
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "graph/background_image.h"
 #include "graph/finished_look.h"
 #include "graph/graph_state_compare.h"
 #include "graph/plot_metrics.h"
@@ -101,6 +102,7 @@ bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)
     if (&graph != &graph_) part.emplace(graph);
     change(graph);
   }
+  note_.clear();  // what was said of the data read may hold no more
   return step.Finish();
 }
 
@@ -192,6 +194,8 @@ void Document::LoadGraphFile(const std::filesystem::path& path) {
   }
   ShowPath(path);
   SettleTooManyPoints();
+  told_.clear();
+  TellMissingPictures(graph_);
   Forget(false);
 }
 
@@ -200,7 +204,7 @@ bool Document::ReadDataFile(const std::filesystem::path& path) {
   const ReadResult result =
       Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
   if (result.cancelled) return false;
-  data_file_ = path;
+  if (!SelectedChild()) data_file_ = path;  // the window is called by its own data
   data_folder_ = FolderOf(path);
   TakeNewData("Load Data", before, result);
   return true;
@@ -225,6 +229,7 @@ void Document::TakeNewData(const std::string& step, const GraphState& before,
   const bool data_alone = before.series.empty() && SameLook(before, result.state);
   if (SelectedChild() && data_alone) ArrangeChild();
   edit.Finish();
+  TellMissingPictures(graph_);
 }
 
 bool Document::LoadDataFromFile(const std::filesystem::path& path) {
@@ -250,6 +255,7 @@ void Document::LoadGraphIntoChild(const std::filesystem::path& path) {
   result.state.dimensions.hor_size = place.hor_size;
   result.state.dimensions.ver_size = place.ver_size;
   TakeStep("Load Graph", result);
+  TellMissingPictures(graph_);
 }
 
 void Document::ArrangeChild() {
@@ -350,6 +356,12 @@ void Document::SettleTooManyPoints() {
     // What was loaded stands; only its thinning has to wait for the source.
     prompt_.Tell(error.what());
   }
+}
+
+void Document::TellMissingPictures(const TxyGraph& graph) {
+  const std::string& trouble = graph.Background().Error();
+  if (!trouble.empty() && told_.insert(trouble).second) prompt_.Tell(trouble);
+  for (const auto& child : graph.Children()) TellMissingPictures(*child);
 }
 
 void Document::ShowPath(const std::filesystem::path& path) {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -136,6 +137,7 @@ class Document final : public QObject {
   ReadResult ReadAgain(const TxyGraph& graph, const std::vector<std::size_t>& which);
   void TellChange(GraphChange change);
   void SettleTooManyPoints();
+  void TellMissingPictures(const TxyGraph& graph);
   void ShowPath(const std::filesystem::path& path);
 
   std::string name_;
@@ -156,6 +158,7 @@ class Document final : public QObject {
   EditHistory history_{graph_, look_};
   std::string undo_caption_;
   std::string redo_caption_;
+  std::set<std::string> told_;  // of background pictures that cannot be read
 };
 
 }  // namespace tarnwick

@@ -99,6 +99,9 @@ void T_MainForm::BuildStatusBar() {
   read_out_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   statusBar()->addWidget(read_out_);
   statusBar()->addPermanentWidget(note_, 1);
+  // A hint is shown in the room beside it, where there would be none.
+  connect(statusBar(), &QStatusBar::messageChanged, note_,
+          [this](const QString& hint) { note_->setVisible(hint.isEmpty()); });
 }
 
 TGraphWindow* T_MainForm::ActiveGraphWindow() const {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 #include <QTimer>
 #include <chrono>
@@ -13,6 +14,7 @@
 #include "app/threaded_work.h"
 #include "base/error.h"
 #include "desktop_fixture.h"
+#include "graph/graph_file.h"
 #include "graph/read_out.h"
 
 namespace tarnwick {
@@ -50,6 +52,13 @@ TEST_F(DesktopTest, TheStatusLineFollowsTheMouse) {
 
   MoveMouse({2.0, 1.0 * place.y()});
   EXPECT_TRUE(StatusText("ReadOut").endsWith("Point Not Found"));
+
+  // A command's hint needs the room of what stands at the right.
+  const auto* note = form_->findChild<QWidget*>("Note");
+  form_->statusBar()->showMessage("Open a File");
+  EXPECT_FALSE(note->isVisible());
+  form_->statusBar()->clearMessage();
+  EXPECT_TRUE(note->isVisible());
 }
 
 TEST_F(DesktopTest, TheWheelZoomsAboutThePointerAndBackspaceReturns) {
@@ -260,6 +269,19 @@ TEST_F(DesktopTest, ABadFileIsToldAndLeavesTheOthersAlone) {
   }
   ASSERT_EQ(ActiveDocument().Graph().SeriesCount(), before.series.size());
   EXPECT_TRUE(SameState(ActiveDocument().Graph().State().series[0].data, before.series[0].data));
+}
+
+TEST_F(DesktopTest, ABackgroundThatIsNoPictureIsTold) {
+  TxyGraph graph;
+  Appearance appearance = graph.GetAppearance();
+  appearance.background_image_file = folder_.Write("none.png", "no picture at all").string();
+  graph.SetAppearance(appearance);
+  SaveGraph(graph, folder_.File("graph.tgr"));
+  Start({folder_.File("graph.tgr")});
+  const std::vector<std::string> told = TakeTold();
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_EQ(told[0].find("Cannot read the picture: "), 0u) << told[0];
+  EXPECT_EQ(form_->GraphWindows().size(), 1u);
 }
 
 TEST_F(DesktopTest, AStartWhoseOnlyFileCannotBeReadFails) {
