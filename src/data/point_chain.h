@@ -57,6 +57,8 @@ class PointChain {
   bool Empty() const { return size_ == 0; }
   std::size_t ChunkCount() const;
   ChunkView Chunk(std::size_t number) const;
+  /// The chunk itself, nothing of which has been read yet: for asking for its memory.
+  const PointChunk& ChunkToCome(std::size_t number) const { return ChunkAt(PlaceOfChunk(number)); }
   /// Extremes of stored Y of one chunk: O(1) after the first time.
   YExtremes ChunkExtremes(std::size_t number) const;
   /// X of the chunk's first point, without a look into the chunk.

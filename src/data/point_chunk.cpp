@@ -77,11 +77,6 @@ std::size_t PointChunk::OffsetOfId(std::int32_t id) const {
   return static_cast<std::size_t>(std::find(Ids(), Ids() + size_, id) - Ids());
 }
 
-YExtremes PointChunk::Extremes() const {
-  if (extremes_kept_.load(std::memory_order_acquire) != Kept::Yes) return KeepExtremes();
-  return {y_min_, y_max_, y_gaps_};
-}
-
 // Another thread may be at it: then it is left to that one.
 YExtremes PointChunk::KeepExtremes() const {
   Kept expected = Kept::No;
@@ -102,19 +97,6 @@ YExtremes PointChunk::KeepExtremes() const {
   y_gaps_ = all.gaps;
   extremes_kept_.store(Kept::Yes, std::memory_order_release);
   return all;
-}
-
-YExtremes PointChunk::Extremes(std::size_t begin, std::size_t end) const {
-  const std::size_t first = (begin + kBlock - 1) / kBlock, last = end / kBlock;
-  const bool kept = BlockCount(room_) != 0 && first + 1 < last && !Extremes().gaps &&
-                    extremes_kept_.load(std::memory_order_acquire) == Kept::Yes;
-  if (!kept) return ExtremesOf(Y().subspan(begin, end - begin));
-  YExtremes range = ExtremesOf(Y().subspan(begin, first * kBlock - begin));
-  range.Widen(ExtremesOf(Y().subspan(last * kBlock, end - last * kBlock)));
-  for (std::size_t block = first; block < last; ++block) {
-    range.Widen({BlockLows()[block], BlockHighs()[block], false});
-  }
-  return range;
 }
 
 PointChunk::Blocks PointChunk::KeptBlocks() const {

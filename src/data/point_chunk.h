@@ -2,6 +2,7 @@
 // Knows how points lie in memory; knows neither how a chain is searched nor when it is split.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -51,6 +52,27 @@ class PointChunk : public CowCounted {
     }
   }
 
+  /// Asks for X at the offset and some Y on either side. The chunk, of which nothing is read, is taken to have that room.
+  void PrefetchAround(std::size_t offset, std::size_t room) const {
+    constexpr std::size_t kLine = 64 / sizeof(double), kLines = 4;
+    if (room < kLine * kLines) return;
+    const double* const x = Doubles();
+    __builtin_prefetch(x + std::min(offset, room - 1));
+    const std::size_t before = offset - std::min(offset, kLine * kLines / 2);
+    const double* const y = x + room + std::min(before, room - kLine * kLines);
+    for (std::size_t line = 0; line < kLines; ++line) __builtin_prefetch(y + line * kLine);
+  }
+  /// Likewise for what tells the extremes of parts of it.
+  void PrefetchExtremes(std::size_t room, IdRoom id_room) const {
+    constexpr std::size_t kLine = 64;
+    __builtin_prefetch(this);
+    const auto* const bytes =
+        reinterpret_cast<const char*>(this + 1) + BytesOfPoints(room, id_room);
+    for (std::size_t i = 0; i < 2 * BlockCount(room) * sizeof(double); i += kLine) {
+      __builtin_prefetch(bytes + i);
+    }
+  }
+
   std::size_t Size() const { return size_; }
   std::size_t Room() const { return room_; }
   IdRoom HasIdRoom() const { return id_room_; }
@@ -66,9 +88,17 @@ class PointChunk : public CowCounted {
   /// The offset of the point with that id; Size() when there is none.
   std::size_t OffsetOfId(std::int32_t id) const;
   /// Computed when first asked for; safe to ask from several threads.
-  YExtremes Extremes() const;
+  YExtremes Extremes() const {
+    if (extremes_kept_.load(std::memory_order_acquire) != Kept::Yes) return KeepExtremes();
+    return {y_min_, y_max_, y_gaps_};
+  }
   /// Over the points begin <= i < end, for most of them by what Extremes() keeps.
-  YExtremes Extremes(std::size_t begin, std::size_t end) const;
+  YExtremes Extremes(std::size_t begin, std::size_t end) const {
+    if (end - begin > 2 * kBlock && BlockCount(room_) != 0) Extremes();
+    const bool kept = extremes_kept_.load(std::memory_order_acquire) == Kept::Yes;
+    return kept && !y_gaps_ ? PlainExtremesOf(begin, end)
+                            : ExtremesOf(Y().subspan(begin, end - begin));
+  }
   static constexpr std::size_t kBlock = 32;  ///< points whose extremes are kept together
   /// The lowest and the highest Y, NaN left out, of each kBlock points in turn; the last block may have fewer.
   struct Blocks {
@@ -142,6 +172,19 @@ class PointChunk : public CowCounted {
   }
   double* BlockHighs() const { return BlockLows() + BlockCount(room_); }
   YExtremes KeepExtremes() const;
+  YExtremes PlainExtremesOf(std::size_t begin, std::size_t end) const {
+    PlainExtremes range;
+    const std::size_t first = (begin + kBlock - 1) / kBlock, last = end / kBlock;
+    const double* const y = Y().data();
+    if (first >= last || BlockCount(room_) == 0) {
+      range.Take(y + begin, end - begin);
+    } else {
+      range.Take(y + begin, first * kBlock - begin);
+      range.Take(BlockLows() + first, BlockHighs() + first, last - first);
+      range.Take(y + last * kBlock, end - last * kBlock);
+    }
+    return range.Result();
+  }
   void ForgetExtremes() { extremes_kept_.store(Kept::No, std::memory_order_relaxed); }
   void SpellOutIds();
 

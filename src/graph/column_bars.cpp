@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tarnwick {
 
@@ -12,67 +13,117 @@ namespace {
 constexpr double kFringe = 0.25;
 
 constexpr std::size_t kUsualBars = 6;  // that a column makes
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-struct Interval {
-  double top = 0, bottom = 0;
-};
-
-void Widen(Interval& interval, double y) {
-  interval.top = std::min(interval.top, y);
-  interval.bottom = std::max(interval.bottom, y);
+// std::clamp, as two machine instructions.
+double Clamped(double value, double low, double high) {
+  value = low > value ? low : value;
+  return high < value ? high : value;
 }
 
-// Every column up to the borders it shares with its neighbours.
-std::vector<Interval> JoinedIntervals(std::span<const PixelColumn> columns) {
-  std::vector<Interval> joined(columns.size());
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    joined[i] = {columns[i].top, columns[i].bottom};
+struct Interval {
+  double top = kInfinity, bottom = -kInfinity;
+
+  void Widen(double y) { Widen({y, y}); }
+  void Widen(const Interval& other) {
+    top = other.top < top ? other.top : top;
+    bottom = other.bottom > bottom ? other.bottom : bottom;
   }
-  for (std::size_t i = 0; i + 1 < columns.size(); ++i) {
+};
+
+// Every column up to the borders it shares with its neighbours, with `margin` empty ones before and behind.
+std::vector<Interval> JoinedIntervals(std::span<const PixelColumn> columns, std::size_t margin) {
+  std::vector<Interval> joined(columns.size() + 2 * margin);
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    Interval& here = joined[margin + i];
+    here.Widen({columns[i].top, columns[i].bottom});
+    if (i + 1 == columns.size()) break;
     const PixelPoint a = columns[i].last, b = columns[i + 1].first;
     const double border = columns[i + 1].column;
-    const double t = b.x > a.x ? std::clamp((border - a.x) / (b.x - a.x), 0.0, 1.0) : 0.5;
+    const double t = b.x > a.x ? Clamped((border - a.x) / (b.x - a.x), 0, 1) : 0.5;
     const double y = a.y + (b.y - a.y) * t;
-    Widen(joined[i], y);
-    Widen(joined[i + 1], y);
+    here.Widen(y);
+    joined[margin + i + 1].Widen(y);
   }
   return joined;
 }
 
 // Intervals of neighbouring columns touch, therefore the stroke over several of them is one interval too.
-Interval Hull(std::span<const Interval> intervals, std::ptrdiff_t center, std::ptrdiff_t reach) {
-  const std::ptrdiff_t count = std::ssize(intervals);
-  const std::ptrdiff_t begin = std::max<std::ptrdiff_t>(center - reach, 0);
-  const std::ptrdiff_t end = std::min(center + reach + 1, count);
-  if (begin >= end) return {1, -1};
-  Interval hull = intervals[static_cast<std::size_t>(begin)];
-  for (std::ptrdiff_t i = begin + 1; i < end; ++i) {
-    Widen(hull, intervals[static_cast<std::size_t>(i)].top);
-    Widen(hull, intervals[static_cast<std::size_t>(i)].bottom);
-  }
+Interval Hull(const Interval* begin, const Interval* end) {
+  Interval hull = *begin;
+  while (++begin != end) hull.Widen(*begin);
   return hull;
 }
 
+// Takes bars as a list.
+class BarList {
+ public:
+  BarList(std::vector<ColumnBar>& bars, const QRect& clip) : bars_(bars), clip_(clip) {}
+
+  bool Shows(int column) const { return column >= clip_.left() && column <= clip_.right(); }
+  void Pixel(int column, int row, int level) {
+    if (level != 0) bars_.push_back({QRect(column, row, 1, 1), level});
+  }
+  void Run(int column, int top, int end, int level) {
+    bars_.push_back({QRect(column, top, 1, end - top), level});
+  }
+  void Block(const QRect& rect) { bars_.push_back({rect, ColumnBar::kLevels}); }
+
+ private:
+  std::vector<ColumnBar>& bars_;
+  QRect clip_;
+};
+
+// Lays bars over a surface.
+class BarInks {
+ public:
+  BarInks(RasterSurface& surface, const QRect& clip, const ColumnInks& inks)
+      : surface_(surface), clip_(clip & surface.Clip()), inks_(inks) {}
+
+  bool Shows(int column) const { return column >= clip_.left() && column <= clip_.right(); }
+  // Without a branch, which would often be guessed wrong: the ink of level 0 changes nothing.
+  void Pixel(int column, int row, int level) {
+    const int inside = std::clamp(row, clip_.top(), clip_.bottom());
+    surface_.Lay(column, inside, InkOf(inside == row ? level : 0));
+  }
+  void Run(int column, int top, int end, int level) {
+    top = std::max(top, clip_.top());
+    end = std::min(end, clip_.bottom() + 1);
+    if (top < end) surface_.LayRun(column, top, end, InkOf(level));
+  }
+  void Block(const QRect& rect) { surface_.Fill(rect, InkOf(ColumnBar::kLevels)); }
+
+ private:
+  const RasterInk& InkOf(int level) const { return inks_[static_cast<std::size_t>(level)]; }
+
+  RasterSurface& surface_;
+  QRect clip_;
+  const ColumnInks& inks_;
+};
+
 // Puts full bars of neighbouring columns together: a wide rectangle fills faster than many narrow ones.
+template <class Taker>
 class FullBars {
  public:
-  explicit FullBars(std::vector<ColumnBar>& out) : out_(out) {}
+  explicit FullBars(Taker& out) : out_(out) {}
   ~FullBars() { Flush(); }
   FullBars(const FullBars&) = delete;
   FullBars& operator=(const FullBars&) = delete;
 
   void Add(int column, int top, int end) {
-    if (count_ == kGroup || (count_ != 0 && column != column_ + count_)) Flush();
+    if (end - top < kTall) {
+      out_.Run(column, top, end, ColumnBar::kLevels);
+      return;
+    }
+    // Bars that leave too little in common are not worth a group.
+    if (count_ != 0 && (column % kGroup == 0 || column != column_ + count_ ||
+                        std::min(end_, end) - std::max(top_, top) < kTall / 2)) {
+      Flush();
+    }
     if (count_ == 0) {
       column_ = column;
       top_ = top;
       end_ = end;
-    }
-    // Bars that leave too little in common are not worth a group.
-    if (std::min(end_, end) - std::max(top_, top) < kWorthwhile && count_ != 0) {
-      Flush();
-      Add(column, top, end);
-      return;
     }
     top_ = std::max(top_, top);
     end_ = std::min(end_, end);
@@ -80,91 +131,89 @@ class FullBars {
   }
 
  private:
-  static constexpr int kGroup = 16;
-  static constexpr int kWorthwhile = 8;  // shared rows
+  static constexpr int kGroup = 16;  // pixels in a line of the processor's cache
+  static constexpr int kTall = 96;   // rows that make a bar worth a group
   struct Ends {
     int top, end;
   };
 
   void Flush() {
     if (count_ == 0) return;
-    Emit(column_, top_, count_, end_ - top_);
+    out_.Block(QRect(column_, top_, count_, end_ - top_));
     for (int i = 0; i < count_; ++i) {
       const Ends& bar = ends_[i];
-      if (bar.top < top_) Emit(column_ + i, bar.top, 1, top_ - bar.top);
-      if (bar.end > end_) Emit(column_ + i, end_, 1, bar.end - end_);
+      if (bar.top < top_) out_.Run(column_ + i, bar.top, top_, ColumnBar::kLevels);
+      if (bar.end > end_) out_.Run(column_ + i, end_, bar.end, ColumnBar::kLevels);
     }
     count_ = 0;
   }
-  void Emit(int column, int top, int width, int height) {
-    out_.push_back({QRect(column, top, width, height), ColumnBar::kLevels});
-  }
 
-  std::vector<ColumnBar>& out_;
+  Taker& out_;
   int column_ = 0, count_ = 0;
   int top_ = 0, end_ = 0;  // the rows that all bars of the group share
   Ends ends_[kGroup] = {};
 };
 
 // Adds one column's interval with the given coverage, its ends by their share of the pixel.
+template <class Taker>
 class BarWriter {
  public:
-  BarWriter(std::vector<ColumnBar>& bars, const QRect& clip)
-      : bars_(bars), clip_(clip), rows_(clip.height()), full_(bars) {}
+  BarWriter(Taker& out, const QRect& clip)
+      : out_(out), clip_top_(clip.top()), rows_(clip.height()), full_(out) {}
 
   void Add(int column, double top, double bottom, double coverage) {
-    if (column < clip_.left() || column > clip_.right()) return;
     // Rows are counted from the clip: positive, so that cutting off their fraction is rounding down.
-    top = std::max(top - clip_.top(), 0.0);
-    bottom = std::min(bottom - clip_.top(), rows_);
-    if (!(top < bottom)) return;
+    top = Clamped(top - clip_top_, 0, rows_);
+    bottom = Clamped(bottom - clip_top_, top, rows_);
     const int first = static_cast<int>(top);
     const int last = static_cast<int>(bottom);
-    if (first == last) {
-      AddPixels(column, first, first + 1, coverage * (bottom - top));
-      return;
-    }
-    AddPixels(column, first, first + 1, coverage * (first + 1 - top));
-    AddPixels(column, first + 1, last, coverage);
-    AddPixels(column, last, last + 1, coverage * (bottom - last));
+    const double first_share = (bottom < first + 1 ? bottom : first + 1) - top;
+    const double last_share = first == last ? 0 : bottom - last;
+    out_.Pixel(column, first + clip_top_, LevelOf(coverage * first_share));
+    if (first + 1 < last)
+      AddRun(column, first + 1 + clip_top_, last + clip_top_, LevelOf(coverage));
+    out_.Pixel(column, last + clip_top_, LevelOf(coverage * last_share));
   }
 
  private:
-  void AddPixels(int column, int top, int end, double coverage) {
-    const int level = static_cast<int>(2 * coverage * ColumnBar::kLevels + 1) / 2;  // rounded
-    if (level == 0 || top >= end) return;
-    if (level == ColumnBar::kLevels && end - top > 1) {
-      full_.Add(column, top + clip_.top(), end + clip_.top());
-    } else {
-      bars_.push_back({QRect(column, top + clip_.top(), 1, end - top), level});
+  static int LevelOf(double coverage) {
+    return static_cast<int>(2 * coverage * ColumnBar::kLevels + 1) / 2;  // rounded
+  }
+  void AddRun(int column, int top, int end, int level) {
+    if (level == ColumnBar::kLevels) {
+      full_.Add(column, top, end);
+    } else if (level != 0) {
+      out_.Run(column, top, end, level);
     }
   }
 
-  std::vector<ColumnBar>& bars_;
-  QRect clip_;
+  Taker& out_;
+  int clip_top_;
   double rows_;
-  FullBars full_;
+  FullBars<Taker> full_;
 };
 
-}  // namespace
-
-void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRect& clip,
-                   std::vector<ColumnBar>& bars) {
+template <class Taker>
+void WriteBars(std::span<const PixelColumn> columns, double width, const QRect& clip, Taker& out) {
   if (columns.empty()) return;
-  bars.reserve(bars.size() + kUsualBars * columns.size());
-  const std::vector<Interval> joined = JoinedIntervals(columns);
   const double side = width / 2 - kFringe;
   const auto reach = static_cast<std::ptrdiff_t>(side);
   const double part = side - static_cast<double>(reach);
   const std::ptrdiff_t outer = part > 0 ? reach + 1 : reach;
-  BarWriter writer(bars, clip);
-  for (std::ptrdiff_t i = -outer; i < std::ssize(joined) + outer; ++i) {
+  const std::vector<Interval> joined =
+      JoinedIntervals(columns, static_cast<std::size_t>(2 * outer));
+  BarWriter<Taker> writer(out, clip);
+  for (std::ptrdiff_t i = -outer; i < std::ssize(columns) + outer; ++i) {
     const int column = columns[0].column + static_cast<int>(i);
-    const Interval full = Hull(joined, i, reach);
+    if (!out.Shows(column)) continue;
+    const Interval* const here = joined.data() + (i + 2 * outer);
+    const Interval full = Hull(here - reach, here + reach + 1);
     const bool has_full = full.top <= full.bottom;
     if (has_full) writer.Add(column, full.top - side, full.bottom + side, 1);
     if (outer == reach) continue;
-    const Interval wide = Hull(joined, i, outer);
+    Interval wide = full;
+    wide.Widen(here[-outer]);
+    wide.Widen(here[outer]);
     const double top = wide.top - side, bottom = wide.bottom + side;
     if (!has_full) {
       writer.Add(column, top, bottom, part);
@@ -175,9 +224,24 @@ void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRe
   }
 }
 
+}  // namespace
+
+void AddColumnBars(std::span<const PixelColumn> columns, double width, const QRect& clip,
+                   std::vector<ColumnBar>& bars) {
+  bars.reserve(bars.size() + kUsualBars * columns.size());
+  BarList list(bars, clip);
+  WriteBars(columns, width, clip, list);
+}
+
+void FillColumnBars(std::span<const PixelColumn> columns, double width, const QRect& clip,
+                    const ColumnInks& inks, RasterSurface& surface) {
+  BarInks laid(surface, clip, inks);
+  WriteBars(columns, width, clip, laid);
+}
+
 double MeanWander(std::span<const PixelColumn> columns, const QRect& clip) {
-  const auto inside = [&clip](double y) {
-    return std::clamp<double>(y, clip.top(), clip.bottom() + 1);
+  const auto inside = [low = double(clip.top()), high = double(clip.bottom() + 1)](double y) {
+    return Clamped(y, low, high);
   };
   double sum = 0;
   for (const PixelColumn& column : columns) {

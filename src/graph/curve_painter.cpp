@@ -106,14 +106,12 @@ QColor WithLevel(QColor color, int level) {
   return color;
 }
 
-void FillBars(RasterSurface& surface, std::span<const ColumnBar> bars, const QColor& color) {
-  std::array<RasterInk, ColumnBar::kLevels + 1> inks;
+ColumnInks InksOf(const QColor& color) {
+  ColumnInks inks;
   for (int level = 0; level <= ColumnBar::kLevels; ++level) {
     inks[static_cast<std::size_t>(level)] = RasterInk(WithLevel(color, level).rgba());
   }
-  for (const ColumnBar& bar : bars) {
-    surface.Fill(bar.rect, inks[static_cast<std::size_t>(bar.level)]);
-  }
+  return inks;
 }
 
 void FillBars(QPainter& painter, std::span<const ColumnBar> bars, const QColor& color) {
@@ -125,6 +123,20 @@ void FillBars(QPainter& painter, std::span<const ColumnBar> bars, const QColor& 
     painter.setBrush(WithLevel(color, level));
     painter.drawRects(rects[static_cast<std::size_t>(level)]);
   }
+}
+
+void FillDense(QPainter& painter, std::span<const std::span<const PixelColumn>> parts,
+               const CurvePen& pen, const QRect& clip, RasterSurface* surface) {
+  if (parts.empty()) return;
+  const double width = std::max(1.0, pen.width);
+  if (surface != nullptr) {
+    const ColumnInks inks = InksOf(pen.color);
+    for (const auto& columns : parts) FillColumnBars(columns, width, clip, inks, *surface);
+    return;
+  }
+  std::vector<ColumnBar> bars;
+  for (const auto& columns : parts) AddColumnBars(columns, width, clip, bars);
+  FillBars(painter, bars, pen.color);
 }
 
 }  // namespace
@@ -148,7 +160,7 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
   const double margin = curve_pen.width + 2;
   const QRectF area = clip.adjusted(-margin, -margin, margin, margin);
   const QRect pixels = clip.toAlignedRect();
-  std::vector<ColumnBar> bars;
+  std::vector<std::span<const PixelColumn>> dense_parts;
   painter.setRenderHint(QPainter::Antialiasing, true);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(pen);
@@ -160,16 +172,12 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
     }
     const std::span<const PixelColumn> columns = ColumnsOf(line, part);
     if (dense == DenseLine::Bars && MeanWander(columns, pixels) > kSmooth) {
-      AddColumnBars(columns, std::max(1.0, curve_pen.width), pixels, bars);
+      dense_parts.push_back(columns);
     } else {
       DrawPolyline(painter, WithoutStraightVertices(VerticesOf(columns)), pen, area);
     }
   }
-  if (surface != nullptr) {
-    FillBars(*surface, bars, curve_pen.color);
-  } else {
-    FillBars(painter, bars, curve_pen.color);
-  }
+  FillDense(painter, dense_parts, curve_pen, pixels, surface);
 }
 
 }  // namespace tarnwick

@@ -15,17 +15,6 @@ bool DrawsPlainly(const QPainter& painter) {
          painter.opacity() == 1 && !painter.hasClipping();
 }
 
-// Each channel times alpha / 255, rounded; two channels at a time.
-QRgb Scaled(QRgb color, QRgb alpha) {
-  constexpr QRgb kEven = 0xFF00FF, kHalf = 0x800080;
-  const auto times = [](QRgb channels, QRgb factor) {
-    const QRgb product = channels * factor;
-    return product + ((product >> 8) & kEven) + kHalf;
-  };
-  return ((times(color & kEven, alpha) >> 8) & kEven) |
-         (times((color >> 8) & kEven, alpha) & ~kEven);
-}
-
 }  // namespace
 
 std::optional<RasterSurface> RasterSurface::Of(const QPainter& painter, const QRectF& clip) {
@@ -51,24 +40,35 @@ RasterSurface::RasterSurface(QImage& image, const QRect& clip)
       clip_(clip) {}
 
 void RasterSurface::Fill(const QRect& rect, const RasterInk& ink) {
-  const int left = std::max(rect.left(), clip_.left()),
-            right = std::min(rect.right(), clip_.right());
-  const int top = std::max(rect.top(), clip_.top());
-  const int bottom = std::min(rect.bottom(), clip_.bottom());
-  if (left > right) return;
-  QRgb* const first = pixels_ + top * row_ + left;
-  const int width = right - left + 1, height = bottom - top + 1;
-  if (ink.rest != 0) {
-    const auto over = [&ink](QRgb below) { return ink.source + Scaled(below, ink.rest); };
-    for (int column = 0; column < width; ++column) {
-      QRgb* pixel = first + column;
-      for (int row = height; row > 0; --row, pixel += row_) *pixel = over(*pixel);
+  const QRect seen = rect & clip_;
+  if (seen.isEmpty()) return;
+  const int width = seen.width(), end = seen.bottom() + 1;
+  if (ink.rest == 0 && width > 1) {
+    QRgb* first = PixelAt(seen.left(), seen.top());
+    for (int row = seen.top(); row < end; ++row, first += row_) {
+      std::fill_n(first, width, ink.source);
     }
-  } else if (width == 1) {
-    QRgb* pixel = first;
-    for (int row = height; row > 0; --row, pixel += row_) *pixel = ink.source;
-  } else {
-    for (int row = 0; row < height; ++row) std::fill_n(first + row * row_, width, ink.source);
+    return;
+  }
+  for (int column = seen.left(); column <= seen.right(); ++column) {
+    LayRun(column, seen.top(), end, ink);
+  }
+}
+
+void RasterSurface::LayRun(int column, int top, int end, const RasterInk& ink) {
+  QRgb* pixel = PixelAt(column, top);
+  if (ink.rest == 0) {
+    for (int row = top; row < end; ++row, pixel += row_) *pixel = ink.source;
+    return;
+  }
+  // What lies below is mostly of one colour.
+  QRgb below = *pixel, laid = ink.Over(below);
+  for (int row = top; row < end; ++row, pixel += row_) {
+    if (*pixel != below) {
+      below = *pixel;
+      laid = ink.Over(below);
+    }
+    *pixel = laid;
   }
 }
 

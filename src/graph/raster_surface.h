@@ -2,6 +2,7 @@
 // the pixels cost. Knows pixel formats and one clip rectangle; no pens, lines or DataSets.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 
 #include <QRect>
@@ -18,8 +19,23 @@ struct RasterInk {
   explicit RasterInk(QRgb color)
       : source(qPremultiply(color)), rest(255U - static_cast<QRgb>(qAlpha(color))) {}
 
+  /// What the pixel becomes.
+  QRgb Over(QRgb below) const { return source + Scaled(below, rest); }
+
   QRgb source = 0;  ///< premultiplied
   QRgb rest = 255;  ///< what is left of the pixel below, of 255
+
+ private:
+  // Each channel times alpha / 255, rounded; two channels at a time.
+  static QRgb Scaled(QRgb color, QRgb alpha) {
+    constexpr QRgb kEven = 0xFF00FF, kHalf = 0x800080;
+    const auto times = [](QRgb channels, QRgb factor) {
+      const QRgb product = channels * factor;
+      return product + ((product >> 8) & kEven) + kHalf;
+    };
+    return ((times(color & kEven, alpha) >> 8) & kEven) |
+           (times((color >> 8) & kEven, alpha) & ~kEven);
+  }
 };
 
 class RasterSurface {
@@ -31,8 +47,20 @@ class RasterSurface {
   /// Lays the ink over a rectangle, the same pixels as the painter's. Only between two calls of the painter.
   void Fill(const QRect& rect, const RasterInk& ink);
 
+  /// The pixels that may be written.
+  const QRect& Clip() const { return clip_; }
+  /// Lays the ink over one pixel inside Clip().
+  void Lay(int column, int row, const RasterInk& ink) {
+    QRgb& pixel = *PixelAt(column, row);
+    pixel = ink.Over(pixel);
+  }
+  /// Lays the ink over the rows top <= row < end of a column, at least one, all inside Clip().
+  void LayRun(int column, int top, int end, const RasterInk& ink);
+
  private:
   RasterSurface(QImage& image, const QRect& clip);
+
+  QRgb* PixelAt(int column, int row) const { return pixels_ + row * row_ + column; }
 
   QRgb* pixels_;
   std::ptrdiff_t row_;  // pixels from one row to the next

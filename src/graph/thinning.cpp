@@ -5,6 +5,7 @@
 #include <limits>
 #include <span>
 
+#include "graph/line_assembler.h"
 #include "graph/value_scan.h"
 
 namespace tarnwick {
@@ -13,71 +14,7 @@ namespace {
 
 constexpr double kDensePointsPerColumn = 2;  // below this every point is kept
 constexpr int kPiecesOfColumn = 4;           // told apart in one column
-constexpr std::size_t kDenseCell = 3;        // points that make a column a bar
-
-// Points of one column without a gap, in values.
-struct Cell {
-  int column = 0;
-  std::size_t points = 0;
-  double first_x = 0, first_y = 0, last_x = 0, last_y = 0;
-  double min = 0, max = 0;
-  bool after_gap = true;
-};
-
-// Puts cells, in order, together to polylines and runs of columns.
-class LineAssembler {
- public:
-  LineAssembler(ThinnedLine& line, const ThinningView& view) : line_(line), view_(view) {}
-
-  void Add(const Cell& cell) {
-    const PixelPoint first = Place(cell.first_x, cell.first_y);
-    const PixelPoint last = cell.points == 1 ? first : Place(cell.last_x, cell.last_y);
-    const bool joined = !cell.after_gap && has_previous_;
-    const bool follows = joined && InColumns() && line_.columns.back().column + 1 == cell.column;
-    if (cell.points >= kDenseCell || (follows && cell.points == 2)) {
-      if (!follows) {
-        if (joined) AddVertex(first, joined);
-        OpenPart(LinePart::Kind::Columns, line_.columns.size());
-      }
-      const double low = view_.y.At(cell.min), high = view_.y.At(cell.max);
-      line_.columns.push_back({cell.column, first, last, std::min(low, high), std::max(low, high)});
-      line_.parts.back().end = line_.columns.size();
-    } else {
-      AddVertex(first, joined);
-      if (cell.points > 1) AddVertex(last, true);
-    }
-    previous_ = last;
-    has_previous_ = true;
-  }
-
-  void AddVertex(PixelPoint point, bool joined) {
-    const bool in_polyline =
-        !line_.parts.empty() && line_.parts.back().kind == LinePart::Kind::Polyline;
-    if (!joined || !in_polyline) {
-      OpenPart(LinePart::Kind::Polyline, line_.points.size());
-      if (joined) line_.points.push_back(previous_);
-    }
-    line_.points.push_back(point);
-    line_.parts.back().end = line_.points.size();
-    previous_ = point;
-    has_previous_ = true;
-  }
-
-  PixelPoint Place(double x, double y) const { return {view_.x.At(x), view_.y.At(y)}; }
-
- private:
-  bool InColumns() const {
-    return !line_.parts.empty() && line_.parts.back().kind == LinePart::Kind::Columns;
-  }
-  void OpenPart(LinePart::Kind kind, std::size_t begin) {
-    line_.parts.push_back({kind, begin, begin});
-  }
-
-  ThinnedLine& line_;
-  const ThinningView& view_;
-  PixelPoint previous_;
-  bool has_previous_ = false;
-};
+constexpr std::size_t kColumnsAhead = 2;     // whose points are asked for before they are read
 
 // Gathers runs of points into cells.
 class CellBuilder {
@@ -143,10 +80,17 @@ class CellBuilder {
   }
 
   void Add(double x, double y, std::size_t points, const ValueRange& range) {
-    if (cell_.points == 0) {
-      cell_ = {column_, 0, x, y, x, y, range.min, range.max, after_gap_};
-    }
     bridged_gap_ = false;
+    if (cell_.points == 0) {
+      cell_.column = column_;
+      cell_.points = points;
+      cell_.first_x = x;
+      cell_.first_y = y;
+      cell_.min = range.min;
+      cell_.max = range.max;
+      cell_.after_gap = after_gap_;
+      return;
+    }
     cell_.points += points;
     cell_.min = std::min(cell_.min, range.min);
     cell_.max = std::max(cell_.max, range.max);
@@ -196,16 +140,16 @@ void KeepEveryPoint(const PointChain& points, IndexRange range, const ValueScan&
     const std::size_t end = std::min(chunk.x.size(), range.end - chunk.first_index);
     for (std::size_t i = index - chunk.first_index; i < end; ++i) {
       const double y = values.At(chunk, i);
-      if (values.HasPlace(y)) out.AddVertex(out.Place(chunk.x[i], y), joined);
+      if (values.HasPlace(y)) out.AddVertex(chunk.x[i], y, joined);
       joined = values.HasPlace(y);
     }
     index = chunk.first_index + end;
   }
 }
 
-// The first of the ascending values, from `below` on, that is not below `bound`. Near to `guess` it is found at once.
-std::size_t FirstNotBelow(std::span<const double> values, std::size_t below, double bound,
-                          std::size_t guess) {
+// The first of the ascending values, from `below` on, that is not below `bound`; sought outwards from `guess`.
+std::size_t SearchNear(std::span<const double> values, std::size_t below, double bound,
+                       std::size_t guess) {
   std::size_t end = values.size();  // the answer lies in [below, end]
   guess = std::clamp(guess, below, end);
   for (std::size_t step = 1; guess > below && !(values[guess - 1] < bound); step *= 2) {
@@ -225,6 +169,14 @@ std::size_t FirstNotBelow(std::span<const double> values, std::size_t below, dou
                                   first);
 }
 
+// The same; where X are spaced evenly the guess is right.
+std::size_t FirstNotBelow(std::span<const double> values, std::size_t below, double bound,
+                          std::size_t guess) {
+  const bool right = guess > below && guess < values.size() && values[guess - 1] < bound &&
+                     !(values[guess] < bound);
+  return right ? guess : SearchNear(values, below, bound, guess);
+}
+
 // Walks the columns from left to right, chunk by chunk.
 class ColumnWalk {
  public:
@@ -234,14 +186,15 @@ class ColumnWalk {
     last_number_ = points.ChunkOfIndex(range.end - 1);
     last_limit_ = range.end - points.Chunk(last_number_).first_index;
     GoTo(points.ChunkOfIndex(range.begin));
-    chunk_ = points.Chunk(number_);
+    Open();
     offset_ = range.begin - chunk_.first_index;
     more_ = true;
   }
 
   void Run() {
+    int column = view_.first_column - 2;
     while (more_) {
-      const int column = ColumnOf(chunk_.x[offset_]);
+      column = ColumnOf(chunk_.x[offset_], column + 1);
       out_.SetColumn(column);
       TakeUpTo(column > view_.last_column ? std::numeric_limits<double>::infinity()
                                           : view_.x.ValueAt(column + 1));
@@ -250,10 +203,15 @@ class ColumnWalk {
   }
 
  private:
-  int ColumnOf(double x) const {
-    const double column = std::floor(view_.x.At(x));
-    return static_cast<int>(
-        std::clamp<double>(column, view_.first_column - 1, view_.last_column + 1));
+  // Where the likely column is the right one, nothing after it waits for X.
+  int ColumnOf(double x, int likely) const {
+    const double pixel = view_.x.At(x);  // far inside the range of int
+    if (pixel >= likely && pixel < likely + 1 && likely <= view_.last_column) [[likely]] {
+      return std::max(likely, view_.first_column - 1);
+    }
+    const int whole = static_cast<int>(pixel);
+    const int column = whole > pixel ? whole - 1 : whole;
+    return std::clamp(column, view_.first_column - 1, view_.last_column + 1);
   }
 
   void GoTo(std::size_t number) {
@@ -261,27 +219,37 @@ class ColumnWalk {
     if (number != last_number_) next_first_x_ = points_.ChunkFirstX(number + 1);
   }
 
+  // Starts to read the chunk gone to.
+  void Open() {
+    chunk_ = points_.Chunk(number_);
+    offset_ = 0;
+    const bool last = number_ == last_number_;
+    limit_ = last ? last_limit_ : chunk_.x.size();
+    const double extent = (last ? chunk_.x[limit_ - 1] : next_first_x_) - chunk_.x[0];
+    points_per_x_ = static_cast<double>(last ? limit_ - 1 : limit_) / extent;
+    next_ = last ? nullptr : &points_.ChunkToCome(number_ + 1);
+    if (next_ != nullptr) next_->PrefetchExtremes(chunk_.chunk->Room(), chunk_.chunk->HasIdRoom());
+  }
+
   bool ChunkEndsBefore(double border) const {
     return number_ != last_number_ && next_first_x_ < border;
   }
 
-  // Asks ahead for what will be read where the next border most likely lies.
+  // Asks ahead for what will be read where a border to come most likely lies.
   void Prefetch(std::size_t offset) const {
-    constexpr std::size_t kLine = 64 / sizeof(double), kLines = 4;
-    if (offset >= chunk_.x.size()) return;
-    __builtin_prefetch(&chunk_.x[offset]);
-    const std::size_t first = offset - std::min(offset, kLine * kLines / 2);
-    for (std::size_t line = 0; line < kLines; ++line) {
-      __builtin_prefetch(&chunk_.y[std::min(first + line * kLine, chunk_.y.size() - 1)]);
+    if (offset < limit_) {
+      chunk_.chunk->PrefetchAround(offset, chunk_.chunk->Room());
+    } else if (next_ != nullptr) {
+      next_->PrefetchAround(offset - limit_, chunk_.chunk->Room());
     }
   }
 
-  // Where the border lies when X are spaced evenly.
+  // The first point not before the border when X are spaced evenly.
   std::size_t GuessOf(double border) const {
-    if (number_ == last_number_) return offset_ + usual_count_;
-    const double first = chunk_.x[0], size = static_cast<double>(chunk_.x.size());
-    const double guess = (border - first) / (next_first_x_ - first) * size;
-    return guess > 0 ? static_cast<std::size_t>(std::min(guess, size)) : 0;
+    const double before = (border - chunk_.x[0]) * points_per_x_;
+    return before >= 0
+               ? static_cast<std::size_t>(std::min<double>(before, PointChunk::kCapacity)) + 1
+               : 0;
   }
 
   // Takes the points with X < border, at least one.
@@ -290,22 +258,18 @@ class ColumnWalk {
       out_.AddScanned(chunk_, offset_, chunk_.x.size());
       GoTo(number_ + 1);
       TakeWholeChunks(border);
-      chunk_ = points_.Chunk(number_);
-      offset_ = 0;
+      Open();
     }
-    const std::size_t limit = number_ == last_number_ ? last_limit_ : chunk_.x.size();
-    const std::size_t from = offset_ + 1;
-    const std::size_t stop = FirstNotBelow(chunk_.x.first(limit), from, border, GuessOf(border));
-    usual_count_ = stop - offset_;
-    Prefetch(stop + usual_count_);
+    const std::size_t stop =
+        FirstNotBelow(chunk_.x.first(limit_), offset_ + 1, border, GuessOf(border));
+    Prefetch(stop + kColumnsAhead * (stop - offset_));
     out_.AddScanned(chunk_, offset_, stop);
     offset_ = stop;
-    if (stop < limit) return;
+    if (stop < limit_) return;
     more_ = number_ != last_number_;
     if (!more_) return;
     GoTo(number_ + 1);
-    chunk_ = points_.Chunk(number_);
-    offset_ = 0;
+    Open();
   }
 
   void TakeWholeChunks(double border) {
@@ -330,9 +294,11 @@ class ColumnWalk {
   std::size_t last_limit_ = 0;   // its points seen
   std::size_t number_ = 0;
   double next_first_x_ = 0;  // of the chunk behind, unless this is the last
-  std::size_t offset_ = 0;
   ChunkView chunk_;
-  std::size_t usual_count_ = 0;  // points of the column before
+  const PointChunk* next_ = nullptr;  // not read yet
+  std::size_t limit_ = 0;             // of the chunk's points seen
+  double points_per_x_ = 0;           // in the mean of the chunk
+  std::size_t offset_ = 0;
   bool more_ = false;
 };
 
@@ -354,6 +320,7 @@ ThinnedLine ThinLine(const PointChain& points, const ThinningView& view) {
   line.columns.reserve(static_cast<std::size_t>(columns) + 2);
   CellBuilder cells(assembler, view);
   ColumnWalk(points, range, view, cells).Run();
+  assembler.Finish();
   return line;
 }
 

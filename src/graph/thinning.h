@@ -6,6 +6,7 @@
 // them, so that after the first time the cost grows with the columns, not with the points.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -27,10 +28,14 @@ class PixelMap {
   double At(double value) const {
     if (log_) value = LogOf(value);
     // The difference of two huge values may overflow; an infinity lands on the right side all the same.
-    const double pixel = origin_ + (value - reference_) * slope_;
-    return pixel < -kFarPixel ? -kFarPixel : pixel > kFarPixel ? kFarPixel : pixel;
+    double pixel = origin_ + (value - reference_) * slope_;
+    pixel = -kFarPixel > pixel ? -kFarPixel : pixel;
+    return kFarPixel < pixel ? kFarPixel : pixel;
   }
-  double ValueAt(double pixel) const;
+  double ValueAt(double pixel) const {
+    const double value = reference_ + (pixel - origin_) / slope_;
+    return log_ ? std::exp(value) : value;
+  }
   bool Log() const { return log_; }
   /// False when the axis has no extent or is not finite: nothing can be drawn against it.
   bool Usable() const;

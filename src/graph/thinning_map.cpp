@@ -17,11 +17,6 @@ double PixelMap::LogOf(double value) {
   return value > 0 ? std::log(value) : std::numeric_limits<double>::quiet_NaN();
 }
 
-double PixelMap::ValueAt(double pixel) const {
-  const double value = reference_ + (pixel - origin_) / slope_;
-  return log_ ? std::exp(value) : value;
-}
-
 bool PixelMap::Usable() const {
   return std::isfinite(reference_) && std::isfinite(origin_) && std::isfinite(slope_) &&
          slope_ != 0;

@@ -44,25 +44,21 @@ ValueRange RangeOf(std::size_t begin, std::size_t end, const ValueAt& value_at) 
 ValueScan::ValueScan(const ThinningView& view)
     : zero_value_(view.zero_value),
       slope_(view.base_line_slope),
+      plain_(view.ordinate == Ordinate::Y && slope_ == 0),
       regression_(view.ordinate == Ordinate::Regression),
       log_(view.y.Log()) {}
 
-ValueRange ValueScan::Scan(const ChunkView& chunk, std::size_t begin, std::size_t end) const {
+ValueRange ValueScan::Read(const ChunkView& chunk, std::size_t begin, std::size_t end) const {
   ValueRange range;
   if (regression_ && chunk.regression.empty()) {
     range = RangeOf(begin, end, [&](std::size_t i) { return At(chunk, i); });
   } else {
     const std::span<const double> values = regression_ ? chunk.regression : chunk.y;
-    if (slope_ == 0) {
-      const YExtremes stored =
-          regression_ ? ExtremesOf(values.subspan(begin, end - begin)) : chunk.Extremes(begin, end);
-      range = {stored.min - zero_value_, stored.max - zero_value_, stored.gaps};
-    } else {
-      const double* const x = chunk.x.data();
-      range = RangeOf(begin, end, [values, x, zero = zero_value_, slope = slope_](std::size_t i) {
-        return values[i] - zero - slope * x[i];
-      });
-    }
+    if (slope_ == 0) return Placed(ExtremesOf(values.subspan(begin, end - begin)));
+    const double* const x = chunk.x.data();
+    range = RangeOf(begin, end, [values, x, zero = zero_value_, slope = slope_](std::size_t i) {
+      return values[i] - zero - slope * x[i];
+    });
   }
   if (log_ ? !(range.min > 0) : !(range.min <= range.max)) range.gaps = true;
   return range;
@@ -70,11 +66,9 @@ ValueRange ValueScan::Scan(const ChunkView& chunk, std::size_t begin, std::size_
 
 bool ValueScan::FromExtremes(const PointChain& points, std::size_t number,
                              ValueRange& range) const {
-  if (regression_ || slope_ != 0) return false;
-  const YExtremes stored = points.ChunkExtremes(number);
-  if (stored.gaps) return false;
-  range = {stored.min - zero_value_, stored.max - zero_value_, false};
-  return log_ ? range.min > 0 : range.min <= range.max;
+  if (!plain_) return false;
+  range = Placed(points.ChunkExtremes(number));
+  return !range.gaps;
 }
 
 }  // namespace tarnwick

@@ -29,14 +29,25 @@ class ValueScan {
   }
   bool HasPlace(double value) const { return log_ ? value > 0 : value == value; }
   /// Over the points begin <= i < end, of which there is at least one.
-  ValueRange Scan(const ChunkView& chunk, std::size_t begin, std::size_t end) const;
+  ValueRange Scan(const ChunkView& chunk, std::size_t begin, std::size_t end) const {
+    return plain_ ? Placed(chunk.Extremes(begin, end)) : Read(chunk, begin, end);
+  }
   /// The range of a whole chunk by the extremes kept with it. False when they do not tell: a sloping base line, regression
   /// values, gaps.
   bool FromExtremes(const PointChain& points, std::size_t number, ValueRange& range) const;
 
  private:
+  // The range of drawn values whose stored ones reach that far.
+  ValueRange Placed(const YExtremes& stored) const {
+    ValueRange range{stored.min - zero_value_, stored.max - zero_value_, stored.gaps};
+    if (log_ ? !(range.min > 0) : !(range.min <= range.max)) range.gaps = true;
+    return range;
+  }
+  ValueRange Read(const ChunkView& chunk, std::size_t begin, std::size_t end) const;
+
   double zero_value_ = 0;
   double slope_ = 0;
+  bool plain_ = true;  // stored Y less a constant is what is drawn
   bool regression_ = false;
   bool log_ = false;
 };
