@@ -157,7 +157,14 @@ void TDataSeries::UpdateRegression() {
   if (!regression_stale_) return;
   regression_stale_ = false;
   regression_curve_.Clear();
-  RunRegression();
+  regression_failure_.clear();
+  try {
+    RunRegression();
+  } catch (const Error& error) {
+    points_.ClearRegression();  // what stands there is of another regression
+    regression_failure_ = error.what();
+    throw;
+  }
 }
 
 void TDataSeries::RunRegression() {
@@ -197,8 +204,10 @@ void TDataSeries::RunRegression() {
 
 DataState TDataSeries::State() const {
   SettleAutoZero();
-  return {settings_,       points_,           regression_curve_, id_counter_,        extremes_,
-          extremes_stale_, regression_stale_, fit_.Settings(),   fit_.SharedResult()};
+  // Who takes over a regression that failed is to hear why.
+  const bool regression_stale = regression_stale_ || !regression_failure_.empty();
+  return {settings_,       points_,          regression_curve_, id_counter_,        extremes_,
+          extremes_stale_, regression_stale, fit_.Settings(),   fit_.SharedResult()};
 }
 
 void TDataSeries::SetState(const DataState& state) {
@@ -210,6 +219,7 @@ void TDataSeries::SetState(const DataState& state) {
   extremes_ = state.extremes;
   extremes_stale_ = state.extremes_stale;
   regression_stale_ = state.regression_stale;
+  regression_failure_.clear();
   close_points_ = true;
   if (state.fit != fit_.Settings()) fit_.SetSettings(state.fit, true);
   fit_.SetResult(state.fit_result);

@@ -114,6 +114,8 @@ class TDataSeries {
   /// "Invalid Running Average limit".
   void UpdateRegression();
   bool RegressionStale() const { return regression_stale_; }
+  /// What the last run threw, which later updates do not throw again; empty when it went well.
+  const std::string& RegressionFailure() const { return regression_failure_; }
   /// Filled by the spline and the smoother only: X and the value, which stands in both `y` and `regression`.
   const PointChain& RegressionCurve() const { return regression_curve_; }
 
@@ -162,6 +164,7 @@ class TDataSeries {
   mutable bool extremes_stale_ = false;
   mutable std::optional<double> smallest_positive_y_;
   bool regression_stale_ = true;
+  std::string regression_failure_;
   mutable StatisticsCaches statistics_;
   TCurFit fit_;
 

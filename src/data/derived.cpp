@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/error.h"
+
 namespace tarnwick {
 
 namespace {
@@ -128,7 +130,10 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
 
 void Derivative(TDataSeries& source, TDataSeries& target) {
   const RegressionType type = source.RegressionType();
-  if (type != RegressionType::None) source.UpdateRegression();
+  if (type != RegressionType::None) {
+    source.UpdateRegression();
+    if (!source.RegressionFailure().empty()) throw Error(source.RegressionFailure());
+  }
   Result result = Prepare(source, "DIF of ");
   const PointChain& walked = HasRegressionCurve(type) ? source.RegressionCurve() : source.Points();
   const double base_line = source.BaseLineSlope();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 #include "base/undefined.h"
@@ -130,12 +131,18 @@ struct SlopeAt {
   double difference = 0;
 };
 
-// The slope at which the difference of the median residuals vanishes, by regula falsi with the Illinois weights.
+// The slope at which the difference of the median residuals vanishes, by regula falsi with the Illinois weights. Rounding
+// may leave a difference at the very slope; of all that were tried the one with the least is taken.
 double ResistantSlope(const OuterThirds& thirds) {
   constexpr int kMostSteps = 100;
   const double distance = thirds.Distance();
   if (!(distance > 0)) return 0;
-  const auto at = [&](double slope) { return SlopeAt{slope, thirds.Difference(slope)}; };
+  SlopeAt best{0, std::numeric_limits<double>::infinity()};
+  const auto at = [&](double slope) {
+    const SlopeAt tried{slope, thirds.Difference(slope)};
+    if (std::abs(tried.difference) < std::abs(best.difference)) best = tried;
+    return tried;
+  };
   SlopeAt low = at(0);
   double step = low.difference / distance;
   SlopeAt high = at(low.slope + step);
@@ -156,7 +163,7 @@ double ResistantSlope(const OuterThirds& thirds) {
     }
     high = next;
   }
-  return low.difference == 0 ? low.slope : high.slope;
+  return best.slope;
 }
 
 }  // namespace

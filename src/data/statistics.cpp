@@ -52,16 +52,28 @@ std::optional<double> FindMode(std::span<const double> ascending, double toleran
   return mode;
 }
 
+// A second pass takes away what the first one rounded: equal values have exactly their value as the mean.
+long double MeanOf(std::span<const double> values) {
+  const auto n = static_cast<long double>(values.size());
+  long double sum = 0;
+  for (const double value : values) sum += value;
+  const long double mean = sum / n;
+  if (!std::isfinite(mean)) return mean;
+  long double rest = 0;
+  for (const double value : values) rest += value - mean;
+  return mean + rest / n;
+}
+
 // Sums of powers of the deviations from the mean: the textbook sums of the values lose all digits where the mean is large
 // against the deviations; those of the deviations give the same figures and keep them.
-void FindMoments(std::span<const double> values, double mean, StatisticsRecord& record) {
+void FindMoments(std::span<const double> values, long double mean, StatisticsRecord& record) {
   const auto n = static_cast<long double>(values.size());
   long double sum1 = 0;
   long double sum2 = 0;
   long double sum3 = 0;
   long double sum4 = 0;
   for (const double value : values) {
-    const long double d = static_cast<long double>(value) - mean;
+    const long double d = value - mean;
     const long double square = d * d;
     sum1 += d;
     sum2 += square;
@@ -98,13 +110,10 @@ StatisticsRecord ComputeStatistics(std::span<const double> ascending, double tol
     record.unavailable = true;
     return record;
   }
-  long double sum = 0;
-  for (const double value : ascending) sum += value;
-  const auto n = static_cast<long double>(ascending.size());
-  const auto mean = static_cast<double>(sum / n);
+  const long double mean = MeanOf(ascending);
   record.count = static_cast<std::int32_t>(ascending.size());
-  record.sum = static_cast<double>(sum);
-  record.mean = mean;
+  record.sum = static_cast<double>(mean * static_cast<long double>(ascending.size()));
+  record.mean = static_cast<double>(mean);
   FindQuantiles(ascending, record);
   record.mode = FindMode(ascending, tolerance);
   FindMoments(ascending, mean, record);

@@ -200,7 +200,7 @@ TxyChildGr& TxyGraph::AddChild() {
   child->SetLegend(legend);
   child->SetListener([this](GraphChange) { Tell(GraphChange::Children); });
   children_.push_back(std::move(child));
-  PlaceChildren();
+  PlaceChild(*children_.back());
   Tell(GraphChange::Children);
   return *children_.back();
 }
@@ -219,11 +219,13 @@ void TxyGraph::Resize(int width, int height) {
   Tell(GraphChange::Scales);
 }
 
+void TxyGraph::PlaceChild(TxyChildGr& child) const {
+  const TxyChildGr::Place place = child.PlaceIn(width_, height_);
+  child.Resize(place.width, place.height);
+}
+
 void TxyGraph::PlaceChildren() {
-  for (const auto& child : children_) {
-    const TxyChildGr::Place place = child->PlaceIn(width_, height_);
-    child->Resize(place.width, place.height);
-  }
+  for (const auto& child : children_) PlaceChild(*child);
 }
 
 void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload) {

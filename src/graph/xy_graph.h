@@ -154,6 +154,7 @@ class TxyGraph : public AxisOwner {
   void Tell(GraphChange change);
   void CollectExtremes();
   void AssembleTitles();
+  void PlaceChild(TxyChildGr& child) const;
   void PlaceChildren();
   std::string AutoTitle(AxisId id) const;
 

@@ -67,6 +67,7 @@ std::string TxyGraph::AutoTitle(AxisId id) const {
   }
   std::vector<std::string> names;
   for (const auto& series : series_) {
+    if (names.size() > kTitleNames) break;
     if (series->PointCount() == 0 || !IsDrawn(*series) || YAxisOf(*series) != id) continue;
     const std::string& column = series->Source().YDataColumn;
     const std::string& name =

@@ -10,6 +10,7 @@
 #include "base/error.h"
 #include "base/undefined.h"
 #include "data/data_series.h"
+#include "data/derived.h"
 
 namespace tarnwick {
 namespace {
@@ -76,6 +77,10 @@ TEST(Regression, PolynomialsOfFewPoints) {
   Fill(series, {45001.147277702905, 45004.05058139132}, {1000000.5180169021, 1000000.4396148982});
   ExpectNear(Regression(series, RegressionType::Parabola), {1000000.5180169021, 1000000.4396148982},
              1e-9);
+  // A line whose outer medians differ by a rounding error at its very slope.
+  Fill(series, {45000.5, 45001.5}, {-4.041253110817072, 0.7778939413900122});
+  ExpectNear(Regression(series, RegressionType::RobustLine),
+             {-4.041253110817072, 0.7778939413900122}, 1e-9);
   Fill(series, {1, 2, 3, 4}, {1, kUndefined, 3, 4});
   ExpectNear(Regression(series, RegressionType::Line), {1, 2, 3, 4}, 1e-13);
   series.Clear();
@@ -130,7 +135,22 @@ TEST(Regression, RefusalsHaveFixedTextsAndClearTheStaleFlag) {
     }
     EXPECT_FALSE(series.RegressionStale());
     EXPECT_NO_THROW(series.UpdateRegression());
+    EXPECT_EQ(series.RegressionFailure(), c.text);
+    TDataSeries copy;
+    copy.SetState(series.State());
+    EXPECT_THROW(copy.UpdateRegression(), Error);
   }
+}
+
+TEST(Regression, AFailureLeavesNoValuesOfTheRegressionBefore) {
+  TDataSeries series;
+  Fill(series, {1, 2, 3}, {4, 8, 3});
+  Regression(series, RegressionType::RunningAverage);
+  series.SetRegressionAlpha(0.6);
+  EXPECT_THROW(series.UpdateRegression(), Error);
+  EXPECT_EQ(series.Points().At(0).regression, 0);
+  TDataSeries target;
+  EXPECT_THROW(Derivative(series, target), Error);
 }
 
 // The cubic through its own points with its own end slopes is the spline.

@@ -57,6 +57,9 @@ TEST(Statistics, MomentsFollowTheirFormulas) {
   // A large mean costs no digits.
   const std::vector<double> shifted = {1e9 + 1, 1e9 + 2, 1e9 + 2, 1e9 + 5};
   EXPECT_DOUBLE_EQ(*ComputeStatistics(shifted, 0).variance, 3);
+  // Nor does a mean that no double holds tilt what is symmetric.
+  const std::vector<double> close = {1, 1.001};
+  EXPECT_EQ(ComputeStatistics(close, 0).skew, 0);
 }
 
 TEST(Statistics, SaysWhyFiguresAreMissing) {
@@ -68,8 +71,10 @@ TEST(Statistics, SaysWhyFiguresAreMissing) {
   const std::vector<double> one = {5};
   EXPECT_TRUE(ComputeStatistics(one, 0).unavailable);
   EXPECT_EQ(ComputeStatistics(one, 0).mean, std::nullopt);
-  const std::vector<double> equal = {0.1, 0.1, 0.1};
+  // So many that a plain sum is rounded.
+  const std::vector<double> equal(100'000, 0.1);
   const StatisticsRecord flat = ComputeStatistics(equal, 0);
+  EXPECT_EQ(flat.mean, 0.1);
   EXPECT_EQ(flat.message,
             "No skew/kurtosis are available because there is no deviance in the data");
   EXPECT_EQ(flat.skew, 0);
