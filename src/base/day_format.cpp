@@ -9,9 +9,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr std::array<std::string_view, 12> kMonths = {
-    "January", "February", "March",     "April",   "May",      "June",
-    "July",    "August",   "September", "October", "November", "December"};
 constexpr std::array<std::string_view, 7> kDays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                                    "Thursday", "Friday", "Saturday"};
 constexpr std::size_t kShortName = 3;
@@ -140,7 +137,7 @@ class Formatter {
       case Part::Day:
         return NumberOrName(parts_.day, kDays[static_cast<std::size_t>(weekday_ - 1)], letters);
       case Part::Month:
-        return NumberOrName(parts_.month, kMonths[static_cast<std::size_t>(parts_.month - 1)],
+        return NumberOrName(parts_.month, kMonthNames[static_cast<std::size_t>(parts_.month - 1)],
                             letters);
       case Part::Year:
         return letters <= 2 ? Padded(parts_.year % 100, 2) : Padded(parts_.year, 4);

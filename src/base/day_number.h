@@ -3,11 +3,16 @@
 // Algorithms". English names only.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace tarnwick {
+
+inline constexpr std::array<std::string_view, 12> kMonthNames = {
+    "January", "February", "March",     "April",   "May",      "June",
+    "July",    "August",   "September", "October", "November", "December"};
 
 /// A moment split into its calendar parts.
 struct DateTime {
@@ -49,10 +54,12 @@ std::string FormatDay(double day, std::string_view format);
 /// Which part comes first in a date written with slashes.
 enum class SlashDate { MonthFirst, DayFirst };
 
-/// The day number that the whole of `text` means: yyyy-mm-dd, yyyy/mm/dd, dd.mm.yyyy, mm/dd/yyyy (or dd/mm/yyyy), each
-/// alone or followed by a blank or "T" and a time; or a time alone, hh:mm[:ss[.fff]], with am or pm if need be. A time zone
-/// ("Z", +02:00) after a time is passed over: the clock time as written counts. Years of two digits after dots or slashes: 69 to 99 are 19xx, 00 to 68 20xx.
-/// Nothing when the text is none of these or the date does not exist.
+/// The day number that the whole of `text` means: yyyy-mm-dd, yyyy/mm/dd, dd.mm.yyyy, mm/dd/yyyy (or dd/mm/yyyy),
+/// dd-mmm-yyyy with the month's name or its first three letters (blanks may stand for the dashes), each alone or followed
+/// by a blank or "T" and a time; or a time alone, hh:mm[:ss[.fff]], with am or pm if need be. The hours of a time alone may
+/// run to 9999, as in a time that has passed. A time zone ("Z", +02:00) after a time is passed over: the clock time as
+/// written counts. Years of two digits behind day and month: 69 to 99 are 19xx, 00 to 68 20xx. Nothing when the text is
+/// none of these or the date does not exist.
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date = SlashDate::MonthFirst);
 
 }  // namespace tarnwick

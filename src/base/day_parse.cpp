@@ -10,9 +10,15 @@ namespace tarnwick {
 namespace {
 
 constexpr double kSecondsPerDay = 86400;
+constexpr int kMostHoursOfDay = 23;
+constexpr int kMostHoursPassed = 9999;
+constexpr std::size_t kShortName = 3;
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
+}
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 struct Digits {
@@ -50,6 +56,16 @@ class Scanner {
     rest_.remove_prefix(digits.size);
     return digits;
   }
+  /// A month's name, whole or its first letters; no digits when none stands there.
+  Digits TakeMonthName() {
+    if (!IsLetter(Next())) return {};
+    for (std::size_t i = 0; i < kMonthNames.size(); ++i) {
+      const std::string name = LowerAscii(kMonthNames[i]);
+      if (!TakeWord(name) && !TakeWord(std::string_view(name).substr(0, kShortName))) continue;
+      return {static_cast<int>(i) + 1, 2};
+    }
+    return {};
+  }
   /// The value of ".123" or ",123"; nothing when neither a mark nor digits stand there.
   std::optional<double> TakeFraction() {
     if (Next() != '.' && Next() != ',') return 0;
@@ -85,9 +101,12 @@ std::optional<double> DayOf(std::optional<int> year, const Digits& month, const 
 std::optional<double> TakeDate(Scanner& scanner, const Digits& first, SlashDate slash_date) {
   const char separator = scanner.Next();
   scanner.Take(separator);
-  const Digits second = scanner.TakeDigits();
+  const Digits named = scanner.TakeMonthName();
+  const Digits second = named.size > 0 ? named : scanner.TakeDigits();
   if (second.size == 0 || !scanner.Take(separator)) return std::nullopt;
   const Digits third = scanner.TakeDigits();
+  if (named.size > 0 && first.size <= 2) return DayOf(FullYear(third), named, first);
+  if (separator == ' ') return std::nullopt;
   const bool year_first = first.size == 4 && separator != '.';
   if (year_first) return DayOf(FullYear(first), second, third);
   if (separator == '-') return std::nullopt;
@@ -114,10 +133,8 @@ bool TakeZone(Scanner& scanner) {
 }
 
 // The seconds of the day, of a time whose hour is read already; to the end of the text.
-std::optional<double> TakeTime(Scanner& scanner, const Digits& hours) {
-  if (hours.size == 0 || hours.size > 2 || hours.value > 23 || !scanner.Take(':')) {
-    return std::nullopt;
-  }
+std::optional<double> TakeTime(Scanner& scanner, const Digits& hours, int most_hours) {
+  if (hours.size == 0 || hours.value > most_hours || !scanner.Take(':')) return std::nullopt;
   const Digits minutes = scanner.TakeDigits();
   if (minutes.size != 2 || minutes.value > 59) return std::nullopt;
   Digits seconds;
@@ -140,15 +157,17 @@ std::optional<double> ParseDay(std::string_view text, SlashDate slash_date) {
   if (first.size == 0) return std::nullopt;
   double date = 0;
   Digits hours = first;
+  int most_hours = kMostHoursPassed;
   const char separator = scanner.Next();
-  if (separator == '-' || separator == '/' || separator == '.') {
+  if (separator == '-' || separator == '/' || separator == '.' || separator == ' ') {
     const std::optional<double> read = TakeDate(scanner, first, slash_date);
     if (!read || scanner.AtEnd()) return read;
     date = *read;
     if (!scanner.SkipBlanks() && !scanner.Take('T') && !scanner.Take('t')) return std::nullopt;
     hours = scanner.TakeDigits();
+    most_hours = kMostHoursOfDay;
   }
-  const std::optional<double> seconds = TakeTime(scanner, hours);
+  const std::optional<double> seconds = TakeTime(scanner, hours, most_hours);
   if (!seconds) return std::nullopt;
   // One division, as in JoinDay.
   return (date * kSecondsPerDay + *seconds) / kSecondsPerDay;

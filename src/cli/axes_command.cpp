@@ -115,6 +115,8 @@ void PrintText(const TxyGraph& graph, const Options& options, std::ostream& out)
 
 void Run(const Options& options, Output& output) {
   const PictureSize size = ParseSize(options.size);
+  // Refused before anything is printed.
+  for (const std::string& text : options.pixels) static_cast<void>(ParsePair(text));
   const InputGraph input = ReadInput(options.input);
   TxyGraph& graph = *input.graph;
   ApplySteps(graph, options);

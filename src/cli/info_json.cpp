@@ -77,6 +77,7 @@ Json SkippedJson(const LoadReport& report) {
           {"y_missing", report.y_missing},
           {"x_not_number", report.x_not_number},
           {"y_not_number", report.y_not_number},
+          {"replaced", report.replaced},
           {"message", report.Message()}};
 }
 

@@ -32,7 +32,7 @@ constexpr auto OfSource() {
 
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 constexpr AllowedRange kByte = {0, 255};
-constexpr AllowedRange kFormats = {0, static_cast<std::int32_t>(ColumnFormat::DateMonthFirst)};
+constexpr AllowedRange kFormats = {0, static_cast<std::int32_t>(ColumnFormat::GroupedThousands)};
 constexpr AllowedRange kModes = {0, static_cast<std::int32_t>(RowChoice::DropLast)};
 
 const Field<S> kFields[] = {

@@ -29,12 +29,13 @@ enum class RowChoice : std::int32_t {
 
 /// How the text of a column becomes a number.
 enum class ColumnFormat : std::uint8_t {
-  Automatic = 0,      ///< a number, else a date or time in one of the forms of ParseDay
-  Number = 1,         ///< number with "." (or a lone ",") as the decimal separator
-  DecimalComma = 2,   ///< number with "," as the decimal separator, "." grouping thousands
-  DateTime = 3,       ///< day number from a date, a time or both, year first or day first with dots
-  DateDayFirst = 4,   ///< as DateTime, but 03/04/2024 is 3 April
-  DateMonthFirst = 5  ///< as DateTime, but 03/04/2024 is 4 March
+  Automatic = 0,     ///< a number, else a date or time in one of the forms of ParseDay
+  Number = 1,        ///< number with "." (or a lone ",") as the decimal separator
+  DecimalComma = 2,  ///< number with "," as the decimal separator, "." grouping thousands
+  DateTime = 3,      ///< day number from a date, a time or both, year first or day first with dots
+  DateDayFirst = 4,  ///< as DateTime, but 03/04/2024 is 3 April
+  DateMonthFirst = 5,   ///< as DateTime, but 03/04/2024 is 4 March
+  GroupedThousands = 6  ///< number with "." as the decimal separator, "," grouping thousands
 };
 
 /// The data-source description of one DataSet, with the values of a new one.

@@ -1,5 +1,6 @@
 #include "data/field_value.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <string>
@@ -47,7 +48,73 @@ bool GroupsThrees(std::string_view whole) {
   return true;
 }
 
+/// The marks that only some programs write in numbers, beside the text that stands for each in a plain number.
+struct NumberMark {
+  std::string_view written;
+  char plain;  // '\0': groups digits
+};
+constexpr NumberMark kNumberMarks[] = {
+    {"d", 'e'},
+    {"D", 'e'},             // exponents of FORTRAN
+    {"\xE2\x88\x92", '-'},  // the true minus sign
+    {"'", '\0'},
+    {"\xC2\xA0", '\0'},  // the blanks that are not broken at, also in eight bits
+    {"\xA0", '\0'},
+    {"\xE2\x80\xAF", '\0'},
+    {"\xE2\x80\x89", '\0'},
+    {"\xE2\x80\x99", '\0'},  // the apostrophe of typography
+};
+
+const NumberMark* MarkAt(std::string_view text) {
+  for (const NumberMark& mark : kNumberMarks) {
+    if (text.starts_with(mark.written)) return &mark;
+  }
+  return nullptr;
+}
+
+/// "1'234.5", "1.5D+03" and the like as plain numbers are written; groups must have three digits. Nothing when `text` holds
+/// no such mark, or something else. The plain blank groups nothing: it may separate columns.
+std::optional<std::string> PlainlyWritten(std::string_view text) {
+  constexpr std::string_view kOrdinary = "0123456789.,+-eE";
+  const auto begins_mark = [](char c) {
+    return c == 'd' || c == 'D' || c == '\'' || static_cast<unsigned char>(c) >= 0x80;
+  };
+  if (text.size() > kLongestGroupedNumber || std::none_of(text.begin(), text.end(), begins_mark))
+    return std::nullopt;
+  std::string plain;
+  bool grouped = false;
+  std::size_t digits = 0;  // since the last mark
+  while (!text.empty()) {
+    const char c = text.front();
+    const NumberMark* const mark = MarkAt(text);
+    const bool groups = mark != nullptr && mark->plain == '\0';
+    if (mark == nullptr && kOrdinary.find(c) == kOrdinary.npos) return std::nullopt;
+    if (!groups && !IsDigit(c) && grouped && digits != 3) return std::nullopt;
+    if (groups && (digits == 0 || digits > 3 || (grouped && digits != 3))) return std::nullopt;
+    grouped = groups || (grouped && IsDigit(c));
+    digits = IsDigit(c) ? digits + 1 : 0;
+    if (!groups) plain += mark != nullptr ? mark->plain : c;
+    text.remove_prefix(mark != nullptr ? mark->written.size() : 1);
+  }
+  return !grouped || digits == 3 ? std::optional(plain) : std::nullopt;
+}
+
+/// What `parse` makes of the number, however it is written.
+std::optional<double> ReadNumber(std::string_view text,
+                                 std::optional<double> (*parse)(std::string_view)) {
+  if (const std::optional<double> value = parse(text)) return value;
+  const std::optional<std::string> plain = PlainlyWritten(text);
+  return plain ? parse(*plain) : std::nullopt;
+}
+
 }  // namespace
+
+std::optional<double> ParseGroupedThousands(std::string_view text) {
+  if (text.size() > kLongestGroupedNumber) return std::nullopt;
+  std::string swapped(text);
+  for (char& c : swapped) c = c == ',' ? '.' : c == '.' ? ',' : c;
+  return ParseDecimalComma(swapped);
+}
 
 std::optional<double> ParseDecimalComma(std::string_view text) {
   if (text.find('.') == text.npos) return ParseNumber(text);
@@ -67,9 +134,11 @@ std::optional<double> FieldValue(std::string_view text, ColumnFormat format) {
   text = TrimBlankBytes(text);
   switch (format) {
     case ColumnFormat::Number:
-      return Finite(ParseNumber(text));
+      return Finite(ReadNumber(text, &ParseNumber));
     case ColumnFormat::DecimalComma:
-      return Finite(ParseDecimalComma(text));
+      return Finite(ReadNumber(text, &ParseDecimalComma));
+    case ColumnFormat::GroupedThousands:
+      return Finite(ReadNumber(text, &ParseGroupedThousands));
     case ColumnFormat::DateTime:
     case ColumnFormat::DateMonthFirst:
       return ParseDayInOrder(text, SlashDate::MonthFirst);
@@ -79,7 +148,7 @@ std::optional<double> FieldValue(std::string_view text, ColumnFormat format) {
       break;
   }
   // A value outside the list comes from a damaged file; it reads like the automatic format.
-  if (const std::optional<double> number = ParseNumber(text)) return Finite(number);
+  if (const std::optional<double> number = ReadNumber(text, &ParseNumber)) return Finite(number);
   return ParseDay(text);
 }
 

@@ -91,6 +91,8 @@ struct ColumnCounts {
   int numbers = 0;         ///< with "." or a lone ","
   int commas = 0;          ///< fields that hold a comma
   int decimal_commas = 0;  ///< fields that read by the decimal comma format
+  int grouped = 0;         ///< fields that read with commas grouping thousands
+  int groupings = 0;       ///< of these, fields that read so and no other way
   int days_month_first = 0;
   int days_day_first = 0;
 };
@@ -110,7 +112,11 @@ void CountFields(std::string_view line, const TextLayout& layout,
     const bool number = FieldValue(text, ColumnFormat::Number).has_value();
     column.numbers += number ? 1 : 0;
     column.commas += text.find(',') != text.npos ? 1 : 0;
-    column.decimal_commas += ParseDecimalComma(text) ? 1 : 0;
+    const bool decimal_comma = FieldValue(text, ColumnFormat::DecimalComma).has_value();
+    const bool grouped = FieldValue(text, ColumnFormat::GroupedThousands).has_value();
+    column.decimal_commas += decimal_comma ? 1 : 0;
+    column.grouped += grouped ? 1 : 0;
+    column.groupings += grouped && !number && !decimal_comma ? 1 : 0;
     if (number) continue;
     column.days_month_first += FieldValue(text, ColumnFormat::DateMonthFirst) ? 1 : 0;
     column.days_day_first += FieldValue(text, ColumnFormat::DateDayFirst) ? 1 : 0;
@@ -120,14 +126,18 @@ void CountFields(std::string_view line, const TextLayout& layout,
 ColumnGuess Judge(const ColumnCounts& counts) {
   ColumnGuess guess;
   const int days = std::max(counts.days_month_first, counts.days_day_first);
-  const int numbers = std::max(counts.numbers, counts.decimal_commas);
+  const bool groups = counts.groupings > 0 && counts.grouped >= counts.numbers &&
+                      counts.grouped > counts.decimal_commas;
+  const int numbers = groups ? counts.grouped : std::max(counts.numbers, counts.decimal_commas);
   guess.has_numbers = counts.filled > 0 && 2 * std::max(days, numbers) >= counts.filled;
   if (!guess.has_numbers) return guess;
   guess.is_date = days > numbers;
   if (guess.is_date && counts.days_day_first > counts.days_month_first) {
     guess.format = ColumnFormat::DateDayFirst;
   }
-  if (!guess.is_date && counts.commas > 0 && counts.decimal_commas >= counts.numbers) {
+  if (!guess.is_date && groups) {
+    guess.format = ColumnFormat::GroupedThousands;
+  } else if (!guess.is_date && counts.commas > 0 && counts.decimal_commas >= counts.numbers) {
     guess.format = ColumnFormat::DecimalComma;
   }
   return guess;

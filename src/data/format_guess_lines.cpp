@@ -81,7 +81,9 @@ LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
 }
 
 bool IsAnyValue(std::string_view text) {
-  return FieldValue(text, ColumnFormat::Automatic) || ParseDecimalComma(text) ||
+  return FieldValue(text, ColumnFormat::Automatic) ||
+         FieldValue(text, ColumnFormat::DecimalComma) ||
+         FieldValue(text, ColumnFormat::GroupedThousands) ||
          FieldValue(text, ColumnFormat::DateMonthFirst) ||
          FieldValue(text, ColumnFormat::DateDayFirst);
 }

@@ -62,6 +62,8 @@ std::string LoadReport::Message() const {
     }
     text += list + "; first at line " + std::to_string(first_skipped_line) + ")";
   }
+  if (replaced > 0)
+    text += "; " + Counted(replaced, "row") + " replaced by later ones at the same X";
   if (cancelled) text += "; cancelled";
   return text;
 }

@@ -14,6 +14,7 @@ struct LoadReport {
   bool cancelled = false;  ///< the points read until then are in the DataSet
   std::int64_t rows_read = 0;  ///< rows looked at, good or not
   std::int64_t points = 0;     ///< points in the DataSet afterwards
+  std::int64_t replaced = 0;   ///< rows whose point gave way to a later one at the same X
   std::int64_t x_missing = 0;  ///< rows skipped because X is empty or not there
   std::int64_t y_missing = 0;
   std::int64_t x_not_number =
@@ -27,7 +28,7 @@ struct LoadReport {
   std::int64_t Skipped() const;
   void AddSkipped(SkipReason reason, std::int64_t line);
   /// One sentence for a status bar, e.g. "4000 points, every 3rd row; 2 rows skipped (1 X empty, 1 Y not a number; first
-  /// at line 17)".
+  /// at line 17); 2 rows replaced by later ones at the same X".
   std::string Message() const;
 };
 

@@ -155,14 +155,16 @@ void LoadRun::FinishTargets() {
 }
 
 /// How a column that a column expression reads becomes a number. The description keeps formats for X and Y only: other
-/// columns are read automatically, but with a decimal comma where X or Y have one.
+/// columns are read automatically, but with a decimal comma or grouping commas where X or Y have them.
 ColumnFormat LoadRun::FormatOf(const Member& member, std::int32_t column) {
   const TDSInfo& info = member.target->Info();
   if (column == member.x_column) return info.XFormat;
   if (column == member.y_column) return info.YFormat;
-  const bool comma =
-      info.XFormat == ColumnFormat::DecimalComma || info.YFormat == ColumnFormat::DecimalComma;
-  return comma ? ColumnFormat::DecimalComma : ColumnFormat::Automatic;
+  for (const ColumnFormat format : {info.XFormat, info.YFormat}) {
+    if (format == ColumnFormat::DecimalComma || format == ColumnFormat::GroupedThousands)
+      return format;
+  }
+  return ColumnFormat::Automatic;
 }
 
 bool LoadRun::AdvanceProgress(std::int64_t done) {

@@ -56,6 +56,7 @@ void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> 
   const auto rows = static_cast<std::int64_t>(x.size());
   chooser_.PassTaken(rows);
   report_.rows_read += rows;
+  added_ += rows;
   if (x_.empty() && RisesFrom(series_.Points(), x)) {
     series_.AddPoints(x, y);
     return;
@@ -71,6 +72,7 @@ std::optional<SkipReason> LoadTarget::AddPoint(const RowValues& values) {
       Transformed(transforms_.x, values, values.x, values.columns.first(x_columns)),
       Transformed(transforms_.y, values, values.y, values.columns.subspan(x_columns))};
   if (std::isnan(point.x) || std::isnan(point.y)) return ReasonOf(point);
+  ++added_;
   x_.push_back(point.x);
   y_.push_back(point.y);
   if (x_.size() % kPointsPerFlush == 0) FlushWhenWorthwhile();
@@ -93,6 +95,7 @@ void LoadTarget::Flush() {
 void LoadTarget::Finish() {
   if (!x_.empty()) Flush();
   report_.points = series_.PointCount();
+  report_.replaced = added_ - report_.points;
   report_.sampled_every = std::max(series_.Source().RowSamplingFrequency, 1);
 }
 

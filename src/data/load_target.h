@@ -55,7 +55,8 @@ class LoadTarget {
   ColumnTransforms transforms_;
   std::vector<std::int32_t> columns_;
   LoadReport report_;
-  std::vector<double> x_;  // points not yet in the DataSet
+  std::int64_t added_ = 0;  // points given to the DataSet, or on their way
+  std::vector<double> x_;   // points not yet in the DataSet
   std::vector<double> y_;
 };
 

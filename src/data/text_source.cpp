@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <utility>
+#include <vector>
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "data/quoted_lines.h"
 
 namespace tarnwick {
 namespace {
@@ -74,7 +76,19 @@ void TextSource::Recognise(std::string_view bytes) {
                     "byte " + std::to_string(zero + 1));
   }
   if (text_.empty()) throw FileError("The file is empty", name_, "");
+  JoinQuotedLines();
   line_end_ = FindLineEnd(text_);
+}
+
+void TextSource::JoinQuotedLines() {
+  // Who quotes fields does so from the line of names on: texts without quotes are spared the search.
+  if (text_.substr(0, kHeadBytes).find('"') == text_.npos) return;
+  const std::vector<std::size_t> line_ends = LineEndsInQuotes(text_);
+  if (line_ends.empty()) return;
+  std::string joined(text_);
+  for (const std::size_t place : line_ends) joined[place] = ' ';
+  converted_ = std::move(joined);
+  text_ = converted_;
 }
 
 MappedFile OpenSourceFile(const std::filesystem::path& path) {

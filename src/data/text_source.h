@@ -14,7 +14,8 @@ namespace tarnwick {
 class TextSource {
  public:
   /// Reads what `file` holds. UTF-16 (with a byte order mark, or plainly so without) is turned into UTF-8 once; all
-  /// else is used in place. Throws FileError when there is nothing, or no text.
+  /// else is used in place, unless quoted fields run over several lines: they are joined to one, so that line numbers
+  /// behind them count less. Throws FileError when there is nothing, or no text.
   TextSource(MappedFile file, std::string name);
   /// The same for bytes that came another way.
   TextSource(std::string bytes, std::string name);
@@ -29,6 +30,7 @@ class TextSource {
 
  private:
   void Recognise(std::string_view bytes);
+  void JoinQuotedLines();
 
   std::optional<MappedFile> file_;
   std::string converted_;

@@ -97,7 +97,8 @@ TExprWord& NewConstant(std::unique_ptr<TExprWord> constant, TOCollection<TExprWo
 
 void ScanExpression(std::string_view text, std::string_view shown_text, TExpressList& words,
                     TOCollection<TExprWord>& constants, TExprCollection& tokens) {
-  Scanner scanner(text);
+  // A string that is never closed ends with the text, whose outer blanks count for nothing.
+  Scanner scanner(text.substr(0, text.find_last_not_of(' ') + 1));
   while (true) {
     scanner.SkipBlanks();
     if (scanner.AtEnd()) return;

@@ -44,6 +44,21 @@ TEST(FieldValue, ReadsByFormat) {
       {"13/04/2024", DateMonthFirst, std::nullopt},
       {"45000", DateTime, std::nullopt},
       {"1.5", static_cast<ColumnFormat>(99), 1.5},
+      {"1,234.5", Automatic, std::nullopt},
+      {"-1,234,567.5", GroupedThousands, -1234567.5},
+      {"2,000", GroupedThousands, 2000},
+      {"1,23", GroupedThousands, std::nullopt},
+      {"-1.5D+03", Automatic, -1500},
+      {"1d", Number, std::nullopt},
+      {"\u22121,5e\u22122", DecimalComma, -0.015},
+      {"1'234'567.5", Number, 1234567.5},
+      {"12'34", Number, std::nullopt},
+      {"1234'567", Number, std::nullopt},
+      {"1\u00A0234,5", DecimalComma, 1234.5},
+      {"1\xA0"
+       "234",
+       Automatic, 1234},
+      {"12 345", Automatic, std::nullopt},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(FieldValue(row.text, row.format), row.value)

@@ -8,13 +8,15 @@
 namespace tarnwick {
 namespace {
 
-/// One letter per column: n number, c decimal comma, d date, e date with the day first, - no numbers.
+/// One letter per column: n number, c decimal comma, g grouping commas, d date, e date with the day first, - no numbers.
 std::string Letters(const TextFormat& format) {
   std::string letters;
   for (const ColumnGuess& column : format.columns) {
     const bool comma = column.format == ColumnFormat::DecimalComma;
     const bool day_first = column.format == ColumnFormat::DateDayFirst;
+    const bool groups = column.format == ColumnFormat::GroupedThousands;
     letters += !column.has_numbers ? '-'
+               : groups            ? 'g'
                : column.is_date    ? (day_first ? 'e' : 'd')
                : comma             ? 'c'
                                    : 'n';
@@ -60,6 +62,8 @@ TEST(FormatGuess, RecognisesHowTablesAreWritten) {
       {"date and time by blanks", "2024-01-05 12:00 5\n2024-01-06 12:00 6\n", " \t", true, 0,
        "ddn"},
       {"date and time in one field", "5.1.2024 12:00;5\n6.1.2024 12:00;6\n", ";", true, 0, "dn"},
+      {"grouping commas", "x,y\n1,\"1,234.5\"\n2,999.5\n3,\"2,000\"\n", ",", true, 1, "ng"},
+      {"three digits before a decimal comma", "0,12 400,5\n0,13 401,5\n", " \t", true, 0, "cc"},
       {"one column", "y\n1\n2\n", "\t,", true, 1, "n"},
       {"no numbers", "hello\nworld\n", "\t,", true, 0, "-"},
   };

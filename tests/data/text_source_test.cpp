@@ -38,6 +38,15 @@ TEST(TextSource, FindsTheTextInEveryEncoding) {
       {"\xFE\xFF" + Utf16("1;2\n", true), "1;2\n", '\n'},
       {Utf16("time;temp\n1;2\n", false), "time;temp\n1;2\n", '\n'},
       {Utf16("time;temp\n1;2\n", true), "time;temp\n1;2\n", '\n'},
+      // Quoted fields over several lines become one line.
+      {"\"a\n(s)\",\"b\"\n1,\"x\"\"\ny\" \n", "\"a (s)\",\"b\"\n1,\"x\"\" y\" \n", '\n'},
+      {Utf16("1;\"a\rb\"\n", false), "1;\"a b\"\n", '\n'},
+      {"1,\"oops\n2,\"fine\"\n", "1,\"oops\n2,\"fine\"\n", '\n'},
+      {"5\",1\n6\",2\n", "5\",1\n6\",2\n", '\n'},
+      {"# a, \"b\n1,2,\"c\"\n", "# a, \"b\n1,2,\"c\"\n", '\n'},
+      {"# a, \"b\n1,2\"\n", "# a, \"b\n1,2\"\n", '\n'},
+      {"1,\"" + std::string(9000, 'x') + "\n\"\n", "1,\"" + std::string(9000, 'x') + "\n\"\n",
+       '\n'},
   };
   for (const Row& row : rows) {
     const TextSource source(row.bytes, "name");

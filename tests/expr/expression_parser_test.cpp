@@ -144,6 +144,7 @@ TEST(ExpressionParser, GivesTheValueOf) {
       {"'a '='a'", 0},
       {"'a'='a", 0},
       {"''=''", 1},
+      {"''=' ", 1},
       // Names nobody defined.
       {"y", kUndefined},
       {"@", kUndefined},
