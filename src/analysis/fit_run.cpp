@@ -84,6 +84,7 @@ class FitRun {
   FittedPoints Points(std::int64_t undefined) const;
   void FinishByNewton();
   void ProbeByNewton();
+  void Conclude();
   void MeasureStart();
   void MeasureEnd();
   double MeasurePattern();
@@ -209,12 +210,17 @@ void FitRun::ProbeByNewton() {
 
 /// Where the model has no value at the start, for the verdict.
 void FitRun::MeasureStart() {
-  for (const TGeneratedVariable& variable : model_.GeneratedVariables()) {
-    if (IsUndefined(variable.Value())) about_.unknown_names.emplace_back(variable.Name());
-  }
   for (const double x : job_.x) {
     if (std::isfinite(model_.Value(x))) continue;
     if (about_.undefined_at_start++ == 0) about_.first_undefined_x = x;
+  }
+  // Only evaluating shows which names get their value by an assignment.
+  for (const TGeneratedVariable& variable : model_.GeneratedVariables()) {
+    if (IsUndefined(variable.Value())) about_.unknown_names.emplace_back(variable.Name());
+  }
+  for (std::int32_t i = 1; i <= model_.NParams(); ++i) {
+    const TDBLParameter& parameter = model_.Param(i);
+    if (!std::isfinite(parameter.Value())) about_.infinite_names.push_back(parameter.Name());
   }
 }
 
@@ -261,6 +267,16 @@ double FitRun::MeasurePattern() {
   return greatest > kRounding * size ? NeighbourCorrelation(rest) : kUndefined;
 }
 
+/// What follows a run that did not fail: a finishing one, or a try whether that would pay, and the statistics.
+void FitRun::Conclude() {
+  const StopReason why = result_.outcome.why;
+  const bool more = why != StopReason::Cancelled && why != StopReason::NothingVaried && !ByNewton();
+  if (more && job_.options.finish == FinishingStep::Yes) FinishByNewton();
+  result_.values = result_.outcome.p;
+  MeasureEnd();
+  if (more && job_.options.finish == FinishingStep::No) ProbeByNewton();
+}
+
 FitResult FitRun::Run() {
   result_.outcome.p = result_.values = result_.start;
   if (std::optional<MinimiseOutcome> refusal = Refusal()) {
@@ -269,17 +285,14 @@ FitResult FitRun::Run() {
     try {
       residuals_ =
           std::make_unique<ModelResiduals>(model_, FitPoints{job_.x, job_.y}, job_.options.threads);
-      if (!result_.start.empty()) Minimise();
-      const StopReason why = result_.outcome.why;
-      if (Failed(why)) {
+      if (result_.start.empty()) {
         MeasureStart();
+        if (!about_.unknown_names.empty()) result_.outcome = Refused(StopReason::UndefinedAtStart);
       } else {
-        const bool more = why != StopReason::Cancelled && why != StopReason::NothingVaried;
-        if (more && !ByNewton() && job_.options.finish == FinishingStep::Yes) FinishByNewton();
-        result_.values = result_.outcome.p;
-        MeasureEnd();
-        if (more && !ByNewton() && job_.options.finish == FinishingStep::No) ProbeByNewton();
+        Minimise();
+        if (Failed(result_.outcome.why)) MeasureStart();
       }
+      if (!Failed(result_.outcome.why)) Conclude();
     } catch (const EIntegerDivision& error) {
       result_.outcome = Refused(StopReason::BadModel, error.what());
     }

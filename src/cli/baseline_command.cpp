@@ -40,7 +40,7 @@ void RunBaseline(const BaselineOptions& options, Output& output) {
   }
   CheckFinite(options.offset, "--offset");
   CheckFinite(options.slope, "--slope");
-  CheckOverwrite(options.save);
+  CheckSave(options.save);
   const InputGraph input = ReadInput(options.input);
   TxyGraph& graph = *input.graph;
   const std::size_t index = ChooseSeries(graph, options.dataset);
@@ -59,7 +59,7 @@ void RunShift(const ShiftOptions& options, Output& output) {
     throw UsageError("shift needs either --by or --mark");
   }
   CheckFinite(options.by, "--by");
-  CheckOverwrite(options.save);
+  CheckSave(options.save);
   const InputGraph input = ReadInput(options.input);
   TxyGraph& graph = *input.graph;
   if (options.mark) {

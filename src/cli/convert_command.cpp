@@ -21,14 +21,15 @@ void ConvertFunction(const Options& options, WriterMode mode, Output& output) {
   if (!IsFitFunctionFile(options.save.file)) {
     throw Error("a fitting function is no graph; it converts to .tfn only: " + options.save.file);
   }
+  CheckOverwrite(options.save);
   SaveFitFunction(options.save.file, LoadFitFunction(options.input.file), mode);
   PrintSaved(options.save, output);
 }
 
 void Run(const Options& options, Output& output) {
-  CheckOverwrite(options.save);
   const WriterMode mode = options.text_mode ? WriterMode::Text : WriterMode::Typed;
   if (IsFitFunctionFile(options.input.file)) return ConvertFunction(options, mode, output);
+  CheckSave(options.save);
   const InputGraph input = ReadInput(options.input);
   const std::size_t index =
       input.graph->SeriesCount() == 0 ? 0 : ChooseSeries(*input.graph, options.dataset);

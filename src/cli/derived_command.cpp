@@ -3,6 +3,7 @@
 
 #include "cli/commands.h"
 #include "cli/input_graph.h"
+#include "cli/number_check.h"
 #include "cli/point_text.h"
 #include "cli/save_output.h"
 #include "data/derived.h"
@@ -58,7 +59,7 @@ std::string FreeName(const TxyGraph& graph, const std::string& wanted) {
 
 template <const Kind& kKind>
 void Run(const Options& options, Output& output) {
-  if (options.save.Wanted()) CheckOverwrite(options.save);
+  if (options.save.Wanted()) CheckSave(options.save);
   const InputGraph input = ReadInput(options.input);
   TSeries& source = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
   auto target = std::make_unique<TSeries>();
@@ -105,7 +106,7 @@ void DeclareDifferentiate(CLI::App& command, Action& action) {
 
 void DeclareHistogram(CLI::App& command, Action& action) {
   const std::shared_ptr<Options> options = Declare(command, action, &Run<kHistogram>);
-  command.add_option("--bins", options->bins, "Number of bins")->check(CLI::PositiveNumber);
+  command.add_option("--bins", options->bins, "Number of bins")->check(PositiveNumber());
 }
 
 }  // namespace tarnwick::cli

@@ -1,20 +1,24 @@
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "analysis/fit_residuals.h"
 #include "analysis/fit_run.h"
 #include "base/error.h"
+#include "base/text_encoding.h"
+#include "base/whole_file.h"
 #include "cli/commands.h"
 #include "cli/expression_error.h"
 #include "cli/fit_model.h"
 #include "cli/fit_text.h"
 #include "cli/input_graph.h"
+#include "cli/number_check.h"
 #include "cli/save_output.h"
 #include "cli/terminal_progress.h"
 #include "data/load_report.h"
 #include "expr/parser_exception.h"
-#include "fit/fit_function_file.h"
+#include "fit/curve_fit_file.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -32,12 +36,26 @@ struct Options {
   std::string save_function;
 };
 
+bool SameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+  std::error_code ignored;  // what cannot be followed is compared as it stands
+  return std::filesystem::weakly_canonical(std::filesystem::absolute(one, ignored), ignored) ==
+         std::filesystem::weakly_canonical(std::filesystem::absolute(other, ignored), ignored);
+}
+
+bool IsDataSetFile(const std::filesystem::path& file) {
+  return LowerAscii(file.extension().string()) == ".tds";
+}
+
 /// Everything that can be refused before the work.
 void Check(const Options& options) {
-  if (options.save.Wanted()) CheckOverwrite(options.save);
+  if (options.save.Wanted()) CheckSave(options.save);
   if (!options.residuals.empty() && !options.save.Wanted())
     throw UsageError("--residuals needs -o: the new DataSet is saved with the graph");
+  if (!options.residuals.empty() && IsDataSetFile(options.save.file))
+    throw UsageError("--residuals needs -o with a graph: a DataSet file holds one DataSet");
   if (options.save_function.empty()) return;
+  if (options.save.Wanted() && SameFile(options.save_function, options.save.file))
+    throw UsageError("-o and --save-function name the same file");
   SaveArguments function;
   function.file = options.save_function;
   function.overwrite = options.save.overwrite;
@@ -123,6 +141,22 @@ void AddResiduals(const std::string& name, const TDataSeries& source, TxyGraph& 
   added.SetStyle(style);
 }
 
+/// Both files or none: the function's is complete before the graph is written and gets its name afterwards.
+void Save(const Options& options, const InputGraph& input, std::size_t index,
+          const FitAnswer& answer, Output& output) {
+  std::optional<WholeFile> function;
+  if (!options.save_function.empty())
+    function.emplace(options.save_function).Write(StoredModel(answer.model, WriterMode::Typed));
+  if (options.save.Wanted()) {
+    TSeries& series = input.graph->Series(index);
+    if (!options.residuals.empty()) AddResiduals(options.residuals, series, *input.graph);
+    if (series.Fit().Status() == FitStatus::cf_None)
+      series.Fit().SetStatus(FitStatus::cf_FinResult);
+    SaveOutput(*input.graph, index, options.save, output);
+  }
+  if (function) function->Commit();
+}
+
 void Run(const Options& options, Output& output) {
   Check(options);
   const InputGraph input = Read(options);
@@ -133,15 +167,8 @@ void Run(const Options& options, Output& output) {
   ApplyFit(series, result);
   NoteOptions(input, index, result);
   const FitAnswer answer = Answer(options, job, series, std::move(result));
-  if (!options.save_function.empty()) SaveFitFunction(options.save_function, answer.model);
-  if (options.save.Wanted()) {
-    if (!options.residuals.empty()) AddResiduals(options.residuals, series, *input.graph);
-    if (series.Fit().Status() == FitStatus::cf_None)
-      series.Fit().SetStatus(FitStatus::cf_FinResult);
-    SaveOutput(*input.graph, index, options.save, output);
-    if (options.save.file == "-") return;
-  }
-  PrintFit(answer, output);
+  Save(options, input, index, answer, output);
+  if (options.save.file != "-") PrintFit(answer, output);
 }
 
 }  // namespace
@@ -155,7 +182,7 @@ void DeclareFit(CLI::App& command, Action& action) {
       .add_option("--x-tolerance", options->input.import.tolerance,
                   "X distance within which two points are one")
       ->group("Reading a text file")
-      ->check(CLI::NonNegativeNumber);
+      ->check(NonNegativeNumber());
   AddDataset(command, options->dataset);
   AddFitModel(command, options->model);
   command.add_flag("--all-points", options->all_points,
@@ -163,7 +190,7 @@ void DeclareFit(CLI::App& command, Action& action) {
   command.add_flag("--finish", options->finish,
                    "A Newton-type run goes on from what another method found");
   command.add_option("--level", options->level, "Level of intervals and bands (0.95)")
-      ->check(CLI::Range(1e-9, 1 - 1e-9));
+      ->check(ProperFraction());
   command.add_option("--bands", options->bands, "Confidence and prediction bands at this many X")
       ->check(CLI::Range(2, 1000000));
   command.add_option("--residuals", options->residuals,

@@ -7,6 +7,7 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "cli/command.h"
+#include "cli/number_check.h"
 #include "fit/fit_function_file.h"
 
 namespace tarnwick::cli {
@@ -71,6 +72,8 @@ void SetParameters(const FitModelArguments& arguments, FitSettings& settings) {
   const bool new_ones = !arguments.expression.empty();
   for (const std::string& text : arguments.parameters) {
     const Assignment assignment = ReadAssignment(text);
+    if (new_ones && LowerAscii(assignment.name) == LowerAscii(settings.XVarName))
+      throw UsageError("\"" + assignment.name + "\" is the variable of the expression");
     ParameterSettings* parameter = FindParameter(settings, assignment.name);
     if (parameter == nullptr) {
       if (!new_ones) throw UsageError("the model has no parameter \"" + assignment.name + "\"");
@@ -129,15 +132,20 @@ void AddFitModel(CLI::App& command, FitModelArguments& arguments) {
   command.add_option("--left", arguments.left, "Smallest X that enters")->group(group);
   command.add_option("--right", arguments.right, "X from which on points are left out")
       ->group(group);
-  command.add_option("--points", arguments.points, "About how many points enter (150)")
+  command
+      .add_option("--points", arguments.points, "About how many points enter (the model's, or 150)")
       ->group(group)
-      ->check(CLI::PositiveNumber);
-  command.add_option("--tolerance", arguments.tolerance, "Convergence tolerance (3E-8)")
+      ->check(PositiveNumber());
+  command
+      .add_option("--tolerance", arguments.tolerance,
+                  "Convergence tolerance (the model's, or 3E-8)")
       ->group(group)
-      ->check(CLI::PositiveNumber);
-  command.add_option("--max-iterations", arguments.max_iterations, "Limit of iterations (200)")
+      ->check(PositiveNumber());
+  command
+      .add_option("--max-iterations", arguments.max_iterations,
+                  "Limit of iterations (the model's, or 200)")
       ->group(group)
-      ->check(CLI::PositiveNumber);
+      ->check(PositiveNumber());
 }
 
 FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own) {

@@ -5,17 +5,19 @@
 
 #include "base/number_text.h"
 #include "cli/command.h"
+#include "cli/number_check.h"
 
 namespace tarnwick::cli {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, ColumnFormat>, 6> kFormats = {{
+constexpr std::array<std::pair<std::string_view, ColumnFormat>, 7> kFormats = {{
     {"auto", ColumnFormat::Automatic},
     {"number", ColumnFormat::Number},
     {"comma", ColumnFormat::DecimalComma},
     {"date", ColumnFormat::DateTime},
     {"day-first", ColumnFormat::DateDayFirst},
     {"month-first", ColumnFormat::DateMonthFirst},
+    {"thousands", ColumnFormat::GroupedThousands},
 }};
 
 /// A name of the table or its position in it.
@@ -24,9 +26,9 @@ std::optional<ColumnFormat> FormatNamed(const std::string& text) {
   for (std::size_t i = 0; i < kFormats.size(); ++i) {
     if (text == kFormats[i].first || text == std::to_string(i)) return kFormats[i].second;
   }
-  throw UsageError(
-      "\"" + text +
-      "\" is no column format; auto, number, comma, date, day-first and month-first are");
+  throw UsageError("\"" + text +
+                   "\" is no column format; auto, number, comma, date, day-first, month-first and "
+                   "thousands are");
 }
 
 /// "\t" stands for a tab, "\\" for a backslash.
@@ -85,7 +87,7 @@ void AddImportOptions(CLI::App& command, ImportArguments& arguments) {
       ->expected(1);
   command.add_option("--headers", arguments.headers, "Lines before the first row")
       ->group(group)
-      ->check(CLI::NonNegativeNumber);
+      ->check(NonNegativeNumber());
   command
       .add_option("--separators", arguments.separators,
                   "Characters between columns, \\t is the tab")
@@ -102,12 +104,12 @@ void AddImportOptions(CLI::App& command, ImportArguments& arguments) {
       .add_option("--width", arguments.width,
                   "Columns of this many characters instead of separators")
       ->group(group)
-      ->check(CLI::PositiveNumber);
+      ->check(PositiveNumber());
   command.add_option("--rows", arguments.rows, "Which rows: MODE[,V1[,V2]]")->group(group);
   command.add_option("--every", arguments.every, "Take one row of N, or auto")->group(group);
   command
       .add_option("--x-format", arguments.x_format,
-                  "auto, number, comma, date, day-first or month-first")
+                  "auto, number, comma, date, day-first, month-first or thousands")
       ->group(group);
   command.add_option("--y-format", arguments.y_format, "The same for Y")->group(group);
   command
@@ -118,7 +120,7 @@ void AddImportOptions(CLI::App& command, ImportArguments& arguments) {
   command
       .add_option("--tolerance", arguments.tolerance, "X distance within which two points are one")
       ->group(group)
-      ->check(CLI::NonNegativeNumber);
+      ->check(NonNegativeNumber());
   command.add_flag("--duplicates", arguments.duplicates, "Allow several points at one X")
       ->group(group);
 }

@@ -19,7 +19,7 @@ struct Options {
 };
 
 void Run(const Options& options, Output& output) {
-  if (options.save.Wanted()) CheckOverwrite(options.save);
+  if (options.save.Wanted()) CheckSave(options.save);
   const InputGraph input = ReadInput(options.input);
   const std::size_t index = ChooseSeries(*input.graph, options.dataset);
   TSeries& series = input.graph->Series(index);

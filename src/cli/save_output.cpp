@@ -58,6 +58,15 @@ constexpr std::array<Kind, 5> kKinds = {{{".tgr", &SaveGraphKind},
                                          {".dat", &SaveTextKind},
                                          {".csv", &SaveCsvKind}}};
 
+const Kind& KindOf(const std::string& file) {
+  const std::string extension = LowerAscii(std::filesystem::path(file).extension().string());
+  for (const Kind& kind : kKinds) {
+    if (kind.extension == extension) return kind;
+  }
+  throw Error("no kind of file ends in \"" + extension +
+              "\"; .tgr, .ttp, .tds, .dat and .csv do: " + file);
+}
+
 }  // namespace
 
 void AddSave(CLI::App& command, SaveArguments& arguments) {
@@ -74,6 +83,11 @@ void CheckOverwrite(const SaveArguments& arguments) {
   }
 }
 
+void CheckSave(const SaveArguments& arguments) {
+  if (arguments.file != "-") KindOf(arguments.file);
+  CheckOverwrite(arguments);
+}
+
 void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
                 Output& output, WriterMode mode) {
   CheckOverwrite(arguments);
@@ -82,16 +96,7 @@ void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& 
     output.Text() << CsvText(graph);
     return;
   }
-  const std::string extension =
-      LowerAscii(std::filesystem::path(arguments.file).extension().string());
-  for (const Kind& kind : kKinds) {
-    if (kind.extension == extension) {
-      kind.save({graph, series, arguments.file, mode});
-      return;
-    }
-  }
-  throw Error("no kind of file ends in \"" + extension +
-              "\"; .tgr, .ttp, .tds, .dat and .csv do: " + arguments.file);
+  KindOf(arguments.file).save({graph, series, arguments.file, mode});
 }
 
 void PrintSaved(const SaveArguments& arguments, Output& output) {

@@ -20,8 +20,11 @@ struct SaveArguments {
 /// Declares -o and --overwrite.
 void AddSave(CLI::App& command, SaveArguments& arguments);
 
-/// Throws Error when `file` exists and may not be overwritten, or when it stands for no writable kind of `extensions`.
+/// Throws Error when `file` exists and may not be overwritten.
 void CheckOverwrite(const SaveArguments& arguments);
+
+/// Throws Error, before any work, when SaveOutput cannot write a file of this kind or may not overwrite it.
+void CheckSave(const SaveArguments& arguments);
 
 /// Writes the graph as .tgr, .ttp, .tds (DataSet `series` alone), .dat or .csv. Throws Error for another extension.
 void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/undefined.h"
@@ -11,6 +12,9 @@ namespace tarnwick {
 namespace {
 
 constexpr int kDigits = 6;
+constexpr int kShareDigits = 3;
+// From here on a share in percent says less and less.
+constexpr double kMostPercent = 0.99;
 // Nearer to the best fit than this many standard errors, a difference means nothing.
 constexpr double kNearEnough = 0.1;
 // A gain in the sum of squares below this share is the rounding of its last digits.
@@ -83,14 +87,53 @@ bool AllDetermined(const FitResult& result) {
   return result.singular_directions.empty() && result.unmoved.empty();
 }
 
+/// Parameters that trade against each other, in as many independent directions.
+struct TradingGroup {
+  std::vector<std::int32_t> parameters;
+  std::size_t directions = 1;
+
+  bool Shares(const TradingGroup& other) const {
+    return std::ranges::find_first_of(parameters, other.parameters) != parameters.end();
+  }
+  void Take(const TradingGroup& other) {
+    parameters.insert(parameters.end(), other.parameters.begin(), other.parameters.end());
+    std::ranges::sort(parameters);
+    parameters.erase(std::unique(parameters.begin(), parameters.end()), parameters.end());
+    directions += other.directions;
+  }
+};
+
+/// The singular directions, those that share a parameter as one.
+std::vector<TradingGroup> TradingGroups(const FitResult& result) {
+  std::vector<TradingGroup> groups;
+  for (const SingularDirection& direction : result.singular_directions) {
+    TradingGroup group{direction.parameters};
+    for (auto other = groups.begin(); other != groups.end();) {
+      if (other->Shares(group)) {
+        group.Take(*other);
+        other = groups.erase(other);
+      } else {
+        ++other;
+      }
+    }
+    groups.push_back(std::move(group));
+  }
+  return groups;
+}
+
 // --- the summary
 
 std::string UndefinedStart(const FitCircumstances& about) {
-  if (!about.unknown_names.empty()) {
-    return "The fit did not start: " + Listed(about.unknown_names) +
-           (about.unknown_names.size() == 1 ? " is neither the variable nor a parameter."
-                                            : " are neither the variable nor parameters.");
-  }
+  const auto sentence = [](const std::vector<std::string>& names, const char* of_one,
+                           const char* of_many) {
+    return "The fit did not start: " + Listed(names) + (names.size() == 1 ? of_one : of_many);
+  };
+  if (!about.unknown_names.empty())
+    return sentence(about.unknown_names, " is neither the variable nor a parameter.",
+                    " are neither the variable nor parameters.");
+  if (!about.infinite_names.empty())
+    return sentence(about.infinite_names, " has no finite value to start from.",
+                    " have no finite values to start from.");
   if (!about.first_undefined_x) {
     return "The fit did not start: the starting values are so far off that the sum of squares is "
            "beyond all numbers.";
@@ -150,7 +193,7 @@ std::string WhatTheDataSay(const FitResult& result) {
   }
   if (!result.singular_directions.empty()) {
     return ", but the data cannot tell " +
-           Listed(NamesOf(result, result.singular_directions.front().parameters)) + " apart.";
+           Listed(NamesOf(result, TradingGroups(result).front().parameters)) + " apart.";
   }
   if (!result.unmoved.empty()) {
     return ", but the data do not depend on " + Listed(NamesOf(result, result.unmoved)) + ".";
@@ -171,10 +214,14 @@ std::string WhatTheDataSay(const FitResult& result) {
 // --- the notes
 
 void NoteUndetermined(const FitResult& result, std::vector<std::string>& notes) {
-  for (const SingularDirection& direction : result.singular_directions) {
-    notes.push_back(Listed(NamesOf(result, direction.parameters)) +
-                    " trade against each other: the data determine only a combination of them, "
-                    "so that one should be held fixed.");
+  for (const TradingGroup& group : TradingGroups(result)) {
+    notes.push_back(Listed(NamesOf(result, group.parameters)) +
+                    " trade against each other: the data determine " +
+                    (group.directions == 1
+                         ? "only a combination of them, so that one should be held fixed."
+                         : "only combinations of them, so that " +
+                               std::to_string(group.directions) +
+                               " of them should be held fixed."));
   }
   if (!result.unmoved.empty()) {
     notes.push_back(Listed(NamesOf(result, result.unmoved)) +
@@ -235,12 +282,20 @@ void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
       "out, or other starting values lead to a better fit.");
 }
 
+/// By how much `best` lies below `value`: "from 2 to 1.5 (by 25 %)", "from 2 to 1E-6, 2E6 times less".
+std::string Lowering(double value, double best) {
+  const double share = (value - best) / value;
+  const std::string percent = GeneralText(100 * share, kShareDigits) + " %";
+  const std::string ends = "from " + Number(value) + " to " + Number(best);
+  if (Number(value) == Number(best)) return "by " + percent;
+  if (share < kMostPercent) return ends + " (by " + percent + ")";
+  return best > 0 ? ends + ", " + GeneralText(value / best, kShareDigits) + " times less" : ends;
+}
+
 void NoteFinishingStep(const FitResult& result, std::vector<std::string>& notes) {
   if (DistanceToBestFit(result) < kDistanceWorthNaming) return;
-  const double gain = result.outcome.value - *result.newton_sum_of_squares;
-  notes.push_back("A finishing Newton-type step lowers the sum of squares from " +
-                  Number(result.outcome.value) + " to " + Number(*result.newton_sum_of_squares) +
-                  " (by " + GeneralText(100 * gain / result.outcome.value, 3) + " %).");
+  notes.push_back("A finishing Newton-type step lowers the sum of squares " +
+                  Lowering(result.outcome.value, *result.newton_sum_of_squares) + ".");
 }
 
 void NotePoints(const FitResult& result, const FitCircumstances& about,

@@ -25,6 +25,8 @@ struct FitCircumstances {
   bool sign_before_power = false;
   /// Names in the expression that are neither its variable nor a parameter.
   std::vector<std::string> unknown_names;
+  /// Parameters, varied or not, whose value at the start is no finite number.
+  std::vector<std::string> infinite_names;
 };
 
 /// How far a finishing Newton-type run would move the parameters, in standard errors (of all of them together); 0 when it was

@@ -82,7 +82,14 @@ const Situation kSituations[] = {
        r.singular_directions = {{1e-17, {2, 0, 1}}};
      },
      false, "Converged after 9 iterations, but the data cannot tell c, a and b apart.",
-     "c, a and b trade against each other"},
+     "c, a and b trade against each other: the data determine only a combination"},
+    {"two directions through one parameter",
+     [](FitResult& r, auto&) {
+       r.singular_directions = {{1e-16, {1, 2}}, {1e-17, {1, 0}}};
+     },
+     false, "Converged after 9 iterations, but the data cannot tell a, b and c apart.",
+     "a, b and c trade against each other: the data determine only combinations of them, so that 2 "
+     "of them should be held fixed."},
     {"unmoved", [](FitResult& r, auto&) { r.unmoved = {1}; }, false,
      "Converged after 9 iterations, but the data do not depend on b.", "b never moved the curve"},
     {"stuck", [](FitResult& r, auto&) { r.values[0] = 1; }, true,
@@ -127,7 +134,11 @@ const Situation kSituations[] = {
      "lowers the sum of squares from 2 to 1.5 (by 25 %)."},
     {"near the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 4e-5; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.",
-     "lowers the sum of squares"},
+     "lowers the sum of squares from 2 to 1.99996 (by 0.002 %)."},
+    {"far from the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 1e-6; }, false,
+     "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
+     "improves it.",
+     "from 2 to 1E-6, 2E6 times less."},
     {"as good as the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 1e-7; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.", ""},
     {"at the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2; }, true,
@@ -135,7 +146,7 @@ const Situation kSituations[] = {
     {"exact model", [](FitResult& r, auto&) { r.newton_sum_of_squares = 0; }, false,
      "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
      "improves it.",
-     "from 2 to 0 (by 100 %)."},
+     "from 2 to 0."},
     {"thinned", [](FitResult& r, auto&) { r.points_in_range = 700; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.",
      "100 of 700 points used: the model thins them by its number of points (150)."},
@@ -184,6 +195,13 @@ const Situation kSituations[] = {
        c.first_undefined_x = 1;
      },
      false, "The fit did not start: q is neither the variable nor a parameter.", ""},
+    {"no number to start from",
+     [](FitResult& r, FitCircumstances& c) {
+       r.outcome.why = StopReason::UndefinedAtStart;
+       c.infinite_names = {"a", "b"};
+       c.first_undefined_x = 1;
+     },
+     false, "The fit did not start: a and b have no finite values to start from.", ""},
     {"regression curve", [](auto&, FitCircumstances& c) { c.regression_curve = true; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.",
      "regression curve were fitted"},
