@@ -5,7 +5,7 @@
 
 #include "app/canvas_cursor.h"
 #include "app/graph_canvas.h"
-#include "app/point_modes.h"
+#include "app/canvas_points.h"
 #include "base/prompt.h"
 #include "graph/point_edit.h"
 

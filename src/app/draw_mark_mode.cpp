@@ -6,7 +6,7 @@
 #include "app/canvas_cursor.h"
 #include "app/graph_canvas.h"
 #include "app/overlay.h"
-#include "app/point_modes.h"
+#include "app/canvas_points.h"
 #include "graph/mark_edit.h"
 
 namespace tarnwick {

@@ -5,7 +5,7 @@
 #include "app/axis_zoom.h"
 #include "app/graph_canvas.h"
 #include "app/open_edit.h"
-#include "app/point_modes.h"
+#include "app/canvas_points.h"
 #include "app/text.h"
 #include "graph/child_edit.h"
 #include "graph/mark_edit.h"

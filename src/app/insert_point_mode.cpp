@@ -4,7 +4,7 @@
 
 #include "app/canvas_cursor.h"
 #include "app/graph_canvas.h"
-#include "app/point_modes.h"
+#include "app/canvas_points.h"
 
 namespace tarnwick {
 

@@ -11,7 +11,7 @@
 #include "app/move_object_mode.h"
 #include "app/overlay.h"
 #include "app/pan_mode.h"
-#include "app/point_modes.h"
+#include "app/canvas_points.h"
 #include "app/trace_mode.h"
 #include "app/zoom_window_mode.h"
 #include "graph/mark_edit.h"

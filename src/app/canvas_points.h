@@ -1,4 +1,4 @@
-// What the modes that edit points share: the point and the place under the mouse.
+// What the keys and the modes that edit points share: the point and the place under the mouse.
 #pragma once
 
 #include <QPoint>

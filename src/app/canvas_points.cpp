@@ -1,4 +1,4 @@
-#include "app/point_modes.h"
+#include "app/canvas_points.h"
 
 #include <QKeyEvent>
 
