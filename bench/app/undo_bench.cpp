@@ -7,8 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "app/document.h"
-#include "graph/point_edit.h"
+#include "app/document/document.h"
+#include "graph/edit/point_edit.h"
 #include "graph/xy_graph.h"
 
 namespace {

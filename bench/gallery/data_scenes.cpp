@@ -5,7 +5,7 @@
 #include "base/day_number.h"
 #include "base/error.h"
 #include "base/undefined.h"
-#include "graph/import_into_graph.h"
+#include "graph/files/import_into_graph.h"
 #include "scene.h"
 
 namespace tarnwick::gallery {

@@ -10,7 +10,7 @@
 
 #include "base/error.h"
 #include "contact_sheet.h"
-#include "graph/picture_export.h"
+#include "graph/pictures/picture_export.h"
 #include "scene.h"
 
 namespace {

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "app/command_line.h"
-#include "app/main_form.h"
+#include "app/window/command_line.h"
+#include "app/window/main_form.h"
 
 namespace {
 

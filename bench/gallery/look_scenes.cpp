@@ -1,10 +1,10 @@
 #include <array>
 #include <cmath>
 
-#include "graph/child_edit.h"
-#include "graph/finished_look.h"
-#include "graph/import_into_graph.h"
-#include "graph/plot_metrics.h"
+#include "graph/axes/plot_metrics.h"
+#include "graph/edit/child_edit.h"
+#include "graph/files/import_into_graph.h"
+#include "graph/layout/finished_look.h"
 #include "scene.h"
 
 namespace tarnwick::gallery {

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "graph/finished_look.h"
-#include "graph/plot_metrics.h"
+#include "graph/axes/plot_metrics.h"
+#include "graph/layout/finished_look.h"
 
 namespace tarnwick::gallery {
 

@@ -13,9 +13,9 @@
 #include <QImage>
 #include <QPainter>
 
-#include "graph/fast_png.h"
+#include "graph/paint/series_painter.h"
+#include "graph/pictures/fast_png.h"
 #include "graph/series.h"
-#include "graph/series_painter.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "base/error.h"
-#include "data/format_guess.h"
-#include "data/loader.h"
-#include "data/text_supplier.h"
+#include "data/import/loader.h"
+#include "data/text/format_guess.h"
+#include "data/text/text_supplier.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "base/error.h"
-#include "graph/graph_file.h"
-#include "graph/graph_file_reader.h"
+#include "graph/files/graph_file.h"
+#include "graph/files/graph_file_reader.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {

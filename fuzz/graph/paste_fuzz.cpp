@@ -10,12 +10,12 @@
 #include <utility>
 
 #include "base/error.h"
-#include "graph/graph_file.h"
-#include "graph/graph_file_reader.h"
+#include "graph/edit/paste_edit.h"
+#include "graph/files/graph_file.h"
+#include "graph/files/graph_file_reader.h"
+#include "graph/files/import_into_graph.h"
 #include "graph/graph_state_compare.h"
-#include "graph/import_into_graph.h"
-#include "graph/paste_edit.h"
-#include "graph/picture_export.h"
+#include "graph/pictures/picture_export.h"
 #include "graph/xy_graph.h"
 
 namespace {

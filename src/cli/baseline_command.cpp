@@ -8,7 +8,7 @@
 #include "cli/commands.h"
 #include "cli/input_graph.h"
 #include "cli/save_output.h"
-#include "graph/mark_edit.h"
+#include "graph/edit/mark_edit.h"
 
 namespace tarnwick::cli {
 namespace {

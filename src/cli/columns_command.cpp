@@ -4,7 +4,7 @@
 #include "cli/commands.h"
 #include "cli/input_graph.h"
 #include "cli/terminal_progress.h"
-#include "data/import_file.h"
+#include "data/import/import_file.h"
 
 namespace tarnwick::cli {
 namespace {

@@ -16,7 +16,7 @@
 #include "cli/number_check.h"
 #include "cli/save_output.h"
 #include "cli/terminal_progress.h"
-#include "data/load_report.h"
+#include "data/import/load_report.h"
 #include "expr/parser_exception.h"
 #include "fit/curve_fit_file.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "data/import_file.h"
+#include "data/import/import_file.h"
 
 namespace tarnwick::cli {
 

@@ -9,8 +9,8 @@
 #include "cli/function_input.h"
 #include "data/data_series_file.h"
 #include "graph/appearance_fields.h"
-#include "graph/axis_fields.h"
-#include "graph/graph_file.h"
+#include "graph/axes/axis_fields.h"
+#include "graph/files/graph_file.h"
 #include "graph/graph_state.h"
 
 namespace tarnwick::cli {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "cli/output.h"
-#include "data/load_report.h"
+#include "data/import/load_report.h"
 #include "fit/fit_settings.h"
 #include "graph/xy_graph.h"
 

@@ -6,8 +6,8 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "cli/terminal_progress.h"
-#include "graph/graph_file.h"
-#include "graph/import_into_graph.h"
+#include "graph/files/graph_file.h"
+#include "graph/files/import_into_graph.h"
 
 namespace tarnwick::cli {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/import_options.h"
-#include "data/load_report.h"
+#include "data/import/load_report.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick::cli {

@@ -6,10 +6,10 @@
 #include "cli/input_graph.h"
 #include "cli/save_output.h"
 #include "cli/size_option.h"
+#include "graph/axes/plot_metrics.h"
 #include "graph/background_image.h"
-#include "graph/finished_look.h"
-#include "graph/picture_export.h"
-#include "graph/plot_metrics.h"
+#include "graph/layout/finished_look.h"
+#include "graph/pictures/picture_export.h"
 
 namespace tarnwick::cli {
 namespace {

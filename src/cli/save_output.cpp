@@ -8,8 +8,8 @@
 #include "base/text_encoding.h"
 #include "base/whole_file.h"
 #include "cli/command.h"
-#include "graph/data_text_file.h"
-#include "graph/graph_file.h"
+#include "graph/files/data_text_file.h"
+#include "graph/files/graph_file.h"
 
 namespace tarnwick::cli {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "base/number_text.h"
 #include "cli/command.h"
-#include "graph/picture_export.h"
+#include "graph/pictures/picture_export.h"
 
 namespace tarnwick::cli {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "data/data_state.h"
 #include "data/ds_info.h"
-#include "data/point_chain.h"
+#include "data/points/point_chain.h"
 #include "data/regression_type.h"
 #include "data/statistics.h"
 #include "fit/curve_fit.h"

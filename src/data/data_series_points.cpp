@@ -7,7 +7,7 @@
 #include "base/error.h"
 #include "base/undefined.h"
 #include "data/data_series.h"
-#include "data/point_batch.h"
+#include "data/points/point_batch.h"
 
 namespace tarnwick {
 

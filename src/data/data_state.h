@@ -6,7 +6,7 @@
 #include <string>
 
 #include "data/ds_info.h"
-#include "data/point_chain.h"
+#include "data/points/point_chain.h"
 #include "data/regression_type.h"
 #include "fit/fit_result.h"
 #include "fit/fit_settings.h"

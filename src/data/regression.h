@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "data/point_chain.h"
+#include "data/points/point_chain.h"
 
 namespace tarnwick {
 

@@ -8,7 +8,7 @@
 
 #include "data/data_state.h"
 #include "graph/appearance.h"
-#include "graph/axis_state.h"
+#include "graph/axes/axis_state.h"
 #include "graph/mark.h"
 #include "graph/series_style.h"
 

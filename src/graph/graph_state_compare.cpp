@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "graph/appearance_fields.h"
-#include "graph/axis_fields.h"
+#include "graph/axes/axis_fields.h"
 
 namespace tarnwick {
 namespace {

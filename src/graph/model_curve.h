@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "data/point_chain.h"
+#include "data/points/point_chain.h"
 #include "expr/block_evaluator.h"
 #include "fit/curve_fit.h"
 

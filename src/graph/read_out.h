@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "graph/axis.h"
+#include "graph/axes/axis.h"
 #include "graph/picking.h"
 
 namespace tarnwick {

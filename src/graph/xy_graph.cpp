@@ -6,8 +6,8 @@
 
 #include "base/error.h"
 #include "base/prompt.h"
+#include "graph/axes/nice_step.h"
 #include "graph/background_image.h"
-#include "graph/nice_step.h"
 #include "graph/palette.h"
 
 namespace tarnwick {

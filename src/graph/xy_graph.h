@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "graph/appearance.h"
-#include "graph/axis.h"
+#include "graph/axes/axis.h"
 #include "graph/graph_state.h"
 #include "graph/mark.h"
 #include "graph/series.h"

@@ -1,4 +1,4 @@
-#include "app/axis_zoom.h"
+#include "app/canvas/axis_zoom.h"
 
 #include <cmath>
 

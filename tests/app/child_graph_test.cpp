@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/child_grip.h"
+#include "app/canvas/child_grip.h"
 #include "desktop_fixture.h"
-#include "graph/child_edit.h"
+#include "graph/edit/child_edit.h"
 
 namespace tarnwick {
 namespace {

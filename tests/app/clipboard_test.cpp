@@ -4,11 +4,11 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "app/document.h"
-#include "app/graph_mime_data.h"
+#include "app/document/document.h"
+#include "app/document/graph_mime_data.h"
 #include "desktop_fixture.h"
-#include "graph/child_edit.h"
-#include "graph/graph_file.h"
+#include "graph/edit/child_edit.h"
+#include "graph/files/graph_file.h"
 
 namespace tarnwick {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/command_table.h"
+#include "app/commands/command_table.h"
 
 #include <QFile>
 #include <QKeySequence>
@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include "app/ink_icon.h"
-#include "app/menu_table.h"
-#include "app/text.h"
+#include "app/commands/menu_table.h"
+#include "app/widgets/ink_icon.h"
+#include "app/widgets/text.h"
 #include "desktop_fixture.h"
 
 namespace tarnwick {

@@ -12,8 +12,8 @@
 #include <QWheelEvent>
 #include <cstdlib>
 
-#include "app/command_actions.h"
-#include "app/command_line.h"
+#include "app/commands/command_actions.h"
+#include "app/window/command_line.h"
 
 namespace tarnwick::testing {
 

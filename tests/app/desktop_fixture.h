@@ -14,10 +14,10 @@
 
 #include <gtest/gtest.h>
 
-#include "app/file_chooser.h"
-#include "app/graph_canvas.h"
-#include "app/graph_window.h"
-#include "app/main_form.h"
+#include "app/canvas/graph_canvas.h"
+#include "app/dialogs/file_chooser.h"
+#include "app/window/graph_window.h"
+#include "app/window/main_form.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
 

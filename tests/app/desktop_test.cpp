@@ -10,11 +10,11 @@
 #include <cstdlib>
 #include <thread>
 
-#include "app/command_actions.h"
-#include "app/threaded_work.h"
+#include "app/commands/command_actions.h"
+#include "app/widgets/threaded_work.h"
 #include "base/error.h"
 #include "desktop_fixture.h"
-#include "graph/graph_file.h"
+#include "graph/files/graph_file.h"
 #include "graph/read_out.h"
 
 namespace tarnwick {

@@ -4,14 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include "app/document.h"
-#include "app/open_edit.h"
+#include "app/document/document.h"
+#include "app/document/open_edit.h"
 #include "base/error.h"
 #include "base/progress.h"
-#include "graph/child_edit.h"
-#include "graph/graph_file.h"
-#include "graph/mark_edit.h"
-#include "graph/point_edit.h"
+#include "graph/edit/child_edit.h"
+#include "graph/edit/mark_edit.h"
+#include "graph/edit/point_edit.h"
+#include "graph/files/graph_file.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
 

@@ -16,9 +16,9 @@
 #include <fstream>
 
 #include "analysis/fit_run.h"
-#include "app/command_actions.h"
-#include "app/fit_texts.h"
-#include "app/model_check.h"
+#include "app/commands/command_actions.h"
+#include "app/fit/fit_texts.h"
+#include "app/fit/model_check.h"
 #include "base/undefined.h"
 #include "desktop_fixture.h"
 #include "fit/fit_function_file.h"

@@ -1,4 +1,4 @@
-#include "app/mark_editor.h"
+#include "app/dialogs/mark_editor.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -12,7 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "desktop_fixture.h"
-#include "graph/mark_edit.h"
+#include "graph/edit/mark_edit.h"
 
 namespace tarnwick {
 namespace {

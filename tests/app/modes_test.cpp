@@ -6,10 +6,10 @@
 #include <QTest>
 #include <functional>
 
-#include "app/command_actions.h"
+#include "app/commands/command_actions.h"
 #include "desktop_fixture.h"
-#include "graph/mark_edit.h"
-#include "graph/point_edit.h"
+#include "graph/edit/mark_edit.h"
+#include "graph/edit/point_edit.h"
 
 namespace tarnwick {
 namespace {

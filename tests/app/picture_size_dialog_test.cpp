@@ -1,4 +1,4 @@
-#include "app/picture_size_dialog.h"
+#include "app/dialogs/picture_size_dialog.h"
 
 #include <gtest/gtest.h>
 

@@ -7,10 +7,10 @@
 #include <QPushButton>
 #include <QSpinBox>
 
-#include "app/document.h"
-#include "app/page_dialog.h"
-#include "app/print_dialog.h"
-#include "app/print_graph.h"
+#include "app/dialogs/page_dialog.h"
+#include "app/dialogs/print_dialog.h"
+#include "app/dialogs/print_graph.h"
+#include "app/document/document.h"
 #include "desktop_fixture.h"
 
 namespace tarnwick {

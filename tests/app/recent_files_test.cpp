@@ -1,4 +1,4 @@
-#include "app/recent_files.h"
+#include "app/window/recent_files.h"
 
 #include <QSettings>
 

@@ -1,4 +1,4 @@
-#include "data/column_expression.h"
+#include "data/import/column_expression.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "base/error.h"
-#include "data/column_variables.h"
 #include "data/data_supplier.h"
+#include "data/import/column_variables.h"
 
 namespace tarnwick {
 namespace {

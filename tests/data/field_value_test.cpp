@@ -1,4 +1,4 @@
-#include "data/field_value.h"
+#include "data/text/field_value.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "data/format_guess.h"
+#include "data/text/format_guess.h"
 
 #include <gtest/gtest.h>
 

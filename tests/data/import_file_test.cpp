@@ -1,4 +1,4 @@
-#include "data/import_file.h"
+#include "data/import/import_file.h"
 
 #include <gtest/gtest.h>
 

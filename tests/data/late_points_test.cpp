@@ -1,4 +1,4 @@
-#include "data/late_points.h"
+#include "data/points/late_points.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "data/point_chain.h"
+#include "data/points/point_chain.h"
 
 namespace tarnwick {
 namespace {

@@ -1,4 +1,4 @@
-#include "data/loader.h"
+#include "data/import/loader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "data/point_chain.h"
+#include "data/points/point_chain.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "data/text_fields.h"
+#include "data/text/text_fields.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "data/text_names.h"
+#include "data/text/text_names.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "data/text_source.h"
+#include "data/text/text_source.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include "base/error.h"
 #include "data/data_supplier.h"
-#include "data/open_supplier.h"
+#include "data/import/open_supplier.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {

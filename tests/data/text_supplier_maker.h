@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "data/text_supplier.h"
+#include "data/text/text_supplier.h"
 
 namespace tarnwick::testing {
 

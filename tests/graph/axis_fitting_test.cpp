@@ -7,8 +7,8 @@
 #include <string>
 
 #include "base/error.h"
-#include "graph/log_divisions.h"
-#include "graph/nice_step.h"
+#include "graph/axes/log_divisions.h"
+#include "graph/axes/nice_step.h"
 
 namespace tarnwick {
 namespace {

@@ -1,5 +1,5 @@
 // The axis itself: setters and their side effects, rescaling, pixels, stored fields.
-#include "graph/axis.h"
+#include "graph/axes/axis.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,8 @@
 #include "base/day_number.h"
 #include "base/error.h"
 #include "base/undefined.h"
-#include "graph/axis_fields.h"
-#include "graph/tick_label.h"
+#include "graph/axes/axis_fields.h"
+#include "graph/axes/tick_label.h"
 
 namespace tarnwick {
 namespace {

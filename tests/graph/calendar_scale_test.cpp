@@ -1,5 +1,5 @@
 // The calendar autoscale, row by row of its table.
-#include "graph/calendar_scale.h"
+#include "graph/axes/calendar_scale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "graph/child_edit.h"
+#include "graph/edit/child_edit.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // DataSets as text, and that our own import reads the same points back.
-#include "graph/data_text_file.h"
+#include "graph/files/data_text_file.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/error.h"
-#include "data/import_file.h"
+#include "data/import/import_file.h"
 #include "graph/xy_graph.h"
 #include "support/temporary_folder.h"
 

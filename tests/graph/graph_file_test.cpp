@@ -1,5 +1,5 @@
 // Graph files: what is written, that it reads back, and how damaged files are refused.
-#include "graph/graph_file.h"
+#include "graph/files/graph_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@
 
 #include "base/error.h"
 #include "graph/appearance_fields.h"
-#include "graph/axis_fields.h"
-#include "graph/graph_file_writer.h"
+#include "graph/axes/axis_fields.h"
+#include "graph/files/graph_file_writer.h"
 #include "graph/xy_graph.h"
 #include "stream/stream_error.h"
 #include "support/temporary_folder.h"

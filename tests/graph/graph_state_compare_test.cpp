@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "base/undefined.h"
-#include "graph/child_edit.h"
-#include "graph/mark_edit.h"
+#include "graph/edit/child_edit.h"
+#include "graph/edit/mark_edit.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {

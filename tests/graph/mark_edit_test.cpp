@@ -1,4 +1,4 @@
-#include "graph/mark_edit.h"
+#include "graph/edit/mark_edit.h"
 
 #include <gtest/gtest.h>
 

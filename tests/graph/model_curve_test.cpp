@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "graph/plot_layout.h"
+#include "graph/layout/plot_layout.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {

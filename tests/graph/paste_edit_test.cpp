@@ -1,9 +1,9 @@
-#include "graph/paste_edit.h"
+#include "graph/edit/paste_edit.h"
 
 #include <gtest/gtest.h>
 
 #include "base/error.h"
-#include "graph/child_edit.h"
+#include "graph/edit/child_edit.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {

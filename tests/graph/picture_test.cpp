@@ -1,4 +1,4 @@
-#include "graph/picture_export.h"
+#include "graph/pictures/picture_export.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -13,8 +13,8 @@
 
 #include "base/error.h"
 #include "graph/background_image.h"
-#include "graph/graph_file.h"
-#include "graph/paint_plot.h"
+#include "graph/files/graph_file.h"
+#include "graph/paint/paint_plot.h"
 #include "graph/xy_graph.h"
 #include "support/temporary_folder.h"
 

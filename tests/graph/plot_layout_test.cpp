@@ -1,12 +1,12 @@
-#include "graph/plot_layout.h"
+#include "graph/layout/plot_layout.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "graph/finished_look.h"
-#include "graph/plot_layout_parts.h"
+#include "graph/layout/finished_look.h"
+#include "graph/layout/plot_layout_parts.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {

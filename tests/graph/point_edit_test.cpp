@@ -1,4 +1,4 @@
-#include "graph/point_edit.h"
+#include "graph/edit/point_edit.h"
 
 #include <gtest/gtest.h>
 

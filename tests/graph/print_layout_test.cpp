@@ -1,4 +1,4 @@
-#include "graph/print_layout.h"
+#include "graph/pictures/print_layout.h"
 
 #include <QImage>
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "graph/raster_surface.h"
+#include "graph/thinning/raster_surface.h"
 
 #include <random>
 #include <vector>

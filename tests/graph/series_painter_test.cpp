@@ -1,4 +1,4 @@
-#include "graph/series_painter.h"
+#include "graph/paint/series_painter.h"
 
 #include <cmath>
 #include <limits>
@@ -13,8 +13,8 @@
 #include <QPainter>
 #include <QPdfWriter>
 
-#include "graph/fast_png.h"
 #include "graph/palette.h"
+#include "graph/pictures/fast_png.h"
 #include "graph/series.h"
 
 namespace tarnwick {

@@ -1,4 +1,4 @@
-#include "graph/symbol_cells.h"
+#include "graph/thinning/symbol_cells.h"
 
 #include <cmath>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "graph/thinning.h"
+#include "graph/thinning/thinning.h"
 
 #include <cmath>
 #include <limits>

@@ -1,5 +1,5 @@
 // Ticks and their labels.
-#include "graph/tick.h"
+#include "graph/axes/tick.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 #include "base/day_number.h"
 #include "base/number_text.h"
-#include "graph/tick_label.h"
+#include "graph/axes/tick_label.h"
 
 namespace tarnwick {
 namespace {

@@ -1,5 +1,5 @@
 // Reads every source file and holds its includes against the table of layers: an include may only point down, and Qt
-// stays where it is allowed.
+// stays where it is allowed. The folders inside a layer have an order too: no chain of includes leads back into one.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -142,28 +143,58 @@ TEST(IncludeDirection, TellsGoodIncludesFromBadOnes) {
   }
 }
 
-TEST(IncludeDirection, NoFileIncludesWhatItsLayerMayNotUse) {
+struct Include {
+  std::filesystem::path file;  // seen from src/, as is what it includes
+  std::string header;          // with its opening quote or bracket
+  int line;
+};
+
+std::vector<Include> AllIncludes() {
   const std::filesystem::path root = std::filesystem::path(TARNWICK_SOURCE_DIR) / "src";
-  std::size_t includes = 0;
+  std::vector<Include> includes;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
     const std::filesystem::path path = entry.path();
     if (path.extension() != ".cpp" && path.extension() != ".h") continue;
-    const std::filesystem::path relative = std::filesystem::relative(path, root);
-    const Layer* layer = FindLayer(relative.begin()->string());
-    ASSERT_NE(layer, nullptr) << relative << " lies in a folder that is no layer";
     std::istringstream lines(testing::ReadFile(path));
     int number = 0;
     for (std::string line; std::getline(lines, line);) {
       ++number;
-      const auto include = IncludedHeader(line);
-      if (!include) continue;
-      ++includes;
-      const std::string objection = Objection(*layer, *include);
-      EXPECT_TRUE(objection.empty())
-          << relative.string() << ':' << number << ": " << line << ": " << objection;
+      if (const auto header = IncludedHeader(line))
+        includes.push_back({std::filesystem::relative(path, root), *header, number});
     }
   }
-  EXPECT_GT(includes, 0U) << "no source file found under " << root;
+  return includes;
+}
+
+TEST(IncludeDirection, NoFileIncludesWhatItsLayerMayNotUse) {
+  const std::vector<Include> includes = AllIncludes();
+  ASSERT_FALSE(includes.empty());
+  for (const Include& include : includes) {
+    const Layer* layer = FindLayer(include.file.begin()->string());
+    ASSERT_NE(layer, nullptr) << include.file << " lies in a folder that is no layer";
+    const std::string objection = Objection(*layer, include.header);
+    EXPECT_TRUE(objection.empty()) << include.file.string() << ':' << include.line << ": "
+                                   << include.header << ": " << objection;
+  }
+}
+
+TEST(IncludeDirection, NoFoldersIncludeEachOtherInACircle) {
+  std::map<std::string, std::set<std::string>> uses;  // by folder
+  for (const Include& include : AllIncludes()) {
+    if (!include.header.starts_with('"') || include.header.find('/') == std::string::npos) continue;
+    const std::string folder = include.file.parent_path().string();
+    const std::string used = std::filesystem::path(include.header.substr(1)).parent_path().string();
+    if (used != folder) uses[folder].insert(used);
+  }
+  // A folder all of whose used folders are known to be in order is in order itself.
+  const auto in_order = [&](const auto& folder) {
+    return std::ranges::none_of(folder.second,
+                                [&](const auto& used) { return uses.contains(used); });
+  };
+  while (std::erase_if(uses, in_order) > 0) {
+  }
+  for (const auto& [folder, used] : uses)
+    ADD_FAILURE() << folder << " is in a circle, or uses one: " << ::testing::PrintToString(used);
 }
 
 }  // namespace

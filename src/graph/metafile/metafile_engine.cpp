@@ -6,8 +6,8 @@
 #include <numbers>
 
 #include "base/text_encoding.h"
-#include "graph/line_clip.h"
 #include "graph/metafile/metafile_shapes.h"
+#include "graph/thinning/line_clip.h"
 
 namespace tarnwick {
 namespace {

@@ -1,0 +1,16 @@
+// The Data menu's commands.
+#include "app/commands/command.h"
+#include "app/document/document.h"
+
+namespace tarnwick {
+
+std::span<const Command> DataCommands() {
+  static constexpr Command kRows[] = {
+      {"editRefresh1", "&Current Window", "F5",
+       "Refresh Data|Refresh DataSets from External Sources", "refresh", Menu::RefreshData, 0,
+       ToolGroup::Data, HasDocument, [](CommandContext& c) { c.document->Refresh(); }},
+  };
+  return kRows;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,79 @@
+#include "app/commands/graph_popup.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include "app/commands/command_actions.h"
+#include "app/document/document.h"
+#include "app/widgets/text.h"
+#include "graph/edit/mark_edit.h"
+
+namespace tarnwick {
+namespace {
+
+/// "&3 Voltage"
+QString NumberedCaption(std::size_t number, const std::string& text) {
+  return QStringLiteral("&%1 %2").arg(number).arg(ToQt(text).simplified().replace("&", "&&"));
+}
+
+QAction* AddItem(QMenu& menu, const QString& caption, bool checked) {
+  QAction* item = menu.addAction(caption);
+  item->setCheckable(true);
+  item->setChecked(checked);
+  return item;
+}
+
+void AddDataSets(QMenu& menu, Document& document) {
+  const TxyGraph& graph = document.Graph();
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const auto index = static_cast<std::int32_t>(i);
+    QAction* item = AddItem(menu, NumberedCaption(i + 1, graph.Series(i).SeriesName()),
+                            index == graph.CurrentSeriesIndex());
+    QObject::connect(item, &QAction::triggered, &document,
+                     [&document, index] { document.Graph().SetCurrentSeriesIndex(index); });
+  }
+  menu.addSeparator();
+}
+
+void AddMarks(QMenu& menu, Document& document) {
+  const MarkList& marks = document.Graph().Marks();
+  for (const Mark& mark : marks.All()) {
+    QAction* item = AddItem(menu, NumberedCaption(static_cast<std::size_t>(mark.id), mark.caption),
+                            mark.id == marks.CurrentId());
+    QObject::connect(item, &QAction::triggered, &document,
+                     [&document, id = mark.id] { SetCurrentMark(document.Graph(), id); });
+  }
+  menu.addSeparator();
+}
+
+void AddInsertedGraphs(QMenu& menu, Document& document) {
+  const auto& children = document.WholeGraph().Children();
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    QAction* item =
+        AddItem(menu, NumberedCaption(i + 1, children[i]->GetAppearance().title_of_graph),
+                document.SelectedChild() == i);
+    QObject::connect(item, &QAction::triggered, &document,
+                     [&document, i] { document.SelectChild(i); });
+  }
+  menu.addSeparator();
+}
+
+}  // namespace
+
+void FillGraphPopup(QMenu& menu, Document& document, const CommandActions& actions) {
+  static constexpr const char* kCommands[] = {
+      "GraphZoom1",     "GraphZoomAll1",    "GraphResetZoom1", nullptr,        "EditDelPoint1",
+      "EditMovePoint1", "editInsertPoint1", nullptr,           "GraphLegend1", "MarkShowHide1"};
+  AddDataSets(menu, document);
+  AddMarks(menu, document);
+  AddInsertedGraphs(menu, document);
+  for (const char* name : kCommands) {
+    if (name == nullptr) {
+      menu.addSeparator();
+    } else if (QAction* action = actions.ActionOf(name)) {
+      menu.addAction(action);
+    }
+  }
+}
+
+}  // namespace tarnwick

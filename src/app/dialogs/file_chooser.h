@@ -1,0 +1,56 @@
+// Asking the user for file names, as an interface: dialogs on the desktop, a script in tests.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "graph/pictures/picture_export.h"
+
+class QWidget;
+
+namespace tarnwick {
+
+/// What the Save dialog starts with. The filter chosen there decides which of the two names is proposed.
+struct SaveProposal {
+  std::filesystem::path folder;
+  std::filesystem::path graph_name;  ///< without extension
+  std::filesystem::path
+      data_set_name;  ///< for the DataSet file filter; empty without a current DataSet
+};
+
+class FileChooser {
+ public:
+  virtual ~FileChooser() = default;
+  /// The files chosen, none when the user cancels. An empty folder means the current one.
+  virtual std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path& folder) = 0;
+  /// The name chosen, with an extension; nothing when the user cancels. It does not ask about existing files.
+  virtual std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) = 0;
+  /// The PDF file chosen, which may exist; nothing when the user cancels.
+  virtual std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) = 0;
+
+  /// How large a picture is to be; nothing when the user cancels. Where nobody can be asked, as proposed.
+  virtual std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) {
+    return proposal;
+  }
+
+ protected:
+  FileChooser() = default;
+  FileChooser(const FileChooser&) = default;
+  FileChooser& operator=(const FileChooser&) = default;
+};
+
+/// The desktop's file dialogs, before `parent`.
+class DialogFileChooser final : public FileChooser {
+ public:
+  explicit DialogFileChooser(QWidget* parent) : parent_(parent) {}
+  std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path& folder) override;
+  std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) override;
+  std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) override;
+  std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) override;
+
+ private:
+  QWidget* parent_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,214 @@
+#include "app/fit/fit_function_page.h"
+
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "app/fit/parameter_table.h"
+#include "app/widgets/checked_field.h"
+#include "app/widgets/text.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kExpressionLines = 3;
+
+QPlainTextEdit* ExpressionEdit(QWidget* parent) {
+  auto* edit = new QPlainTextEdit(parent);
+  edit->setObjectName("ExpressionEdit");
+  edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  edit->setTabChangesFocus(true);
+  edit->setFixedHeight(kExpressionLines * edit->fontMetrics().lineSpacing() + 14);
+  return edit;
+}
+
+std::string CellText(const QTableWidget& table, int row, int column) {
+  const QTableWidgetItem* item = table.item(row, column);
+  return item ? item->text().trimmed().toStdString() : std::string();
+}
+
+/// Buttons below one another, right of a table.
+QVBoxLayout* ButtonColumn(std::initializer_list<QPushButton*> buttons) {
+  auto* column = new QVBoxLayout;
+  for (QPushButton* button : buttons) {
+    button->setAutoDefault(false);
+    column->addWidget(button);
+  }
+  column->addStretch(1);
+  return column;
+}
+
+}  // namespace
+
+FitFunctionPage::FitFunctionPage(QWidget* parent)
+    : QWidget(parent),
+      expression_(ExpressionEdit(this)),
+      x_name_(new QLineEdit(this)),
+      message_(new QLabel(this)),
+      add_unknown_(new QPushButton(tr("Ma&ke Parameters"), this)) {
+  auto* label = new QLabel(tr("&Mathematical or logical expression:"), this);
+  label->setBuddy(expression_);
+  auto* x_label = new QLabel(tr("Independent &variable:"), this);
+  x_label->setBuddy(x_name_);
+  x_name_->setMaximumWidth(90);
+  message_->setObjectName("ExpressionMessage");
+  message_->setWordWrap(true);
+  message_->setTextFormat(Qt::PlainText);
+  message_->setMinimumHeight(add_unknown_->sizeHint().height());
+  add_unknown_->setAutoDefault(false);
+  auto* top = new QHBoxLayout;
+  top->addWidget(label, 1);
+  top->addWidget(x_label);
+  top->addWidget(x_name_);
+  auto* below = new QHBoxLayout;
+  below->addWidget(message_, 1);
+  below->addWidget(add_unknown_, 0, Qt::AlignTop);
+  auto* tabs = new QTabWidget(this);
+  tabs->addTab(MakeParameters(), tr("Parameters"));
+  tabs->addTab(MakeTemplates(), tr("Templates"));
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(top);
+  column->addWidget(expression_);
+  column->addLayout(below);
+  column->addWidget(tabs, 1);
+  connect(expression_, &QPlainTextEdit::textChanged, this, &FitFunctionPage::edited);
+  connect(x_name_, &QLineEdit::textChanged, this, &FitFunctionPage::edited);
+  connect(add_unknown_, &QPushButton::clicked, this, &FitFunctionPage::AddUnknownNames);
+}
+
+QWidget* FitFunctionPage::MakeParameters() {
+  auto* box = new QWidget(this);
+  parameters_ = new ParameterTable(box);
+  auto* add = new QPushButton(tr("&Add"), box);
+  add->setObjectName("AddParameter");
+  auto* remove = new QPushButton(tr("&Delete"), box);
+  remove->setObjectName("DeleteParameter");
+  auto* row = new QHBoxLayout(box);
+  row->addWidget(parameters_, 1);
+  row->addLayout(ButtonColumn({add, remove}));
+  connect(add, &QPushButton::clicked, this, [this] {
+    ParameterSettings parameter;
+    FitSettings present;
+    Take(present);
+    parameter.Name = FreeParameterName(present.parameters);
+    parameter.Description = "Parameter " + parameter.Name;
+    parameter.Vary = true;
+    parameters_->Add(parameter);
+  });
+  connect(remove, &QPushButton::clicked, parameters_, &ParameterTable::DeleteCurrent);
+  connect(parameters_, &ParameterTable::edited, this, &FitFunctionPage::edited);
+  return box;
+}
+
+QWidget* FitFunctionPage::MakeTemplates() {
+  auto* box = new QWidget(this);
+  templates_ = new QTableWidget(0, 3, box);
+  templates_->setObjectName("TemplateTable");
+  templates_->setAccessibleName(tr("Templates"));
+  templates_->setHorizontalHeaderLabels({tr("Name"), tr("Text"), tr("Description")});
+  templates_->horizontalHeader()->setStretchLastSection(true);
+  templates_->verticalHeader()->hide();
+  templates_->setTabKeyNavigation(false);  // the tab key leaves the table; in a cell it goes on
+  templates_->setColumnWidth(1, 280);
+  auto* add = new QPushButton(tr("A&dd"), box);
+  auto* remove = new QPushButton(tr("Dele&te"), box);
+  auto* hint = new QLabel(tr("Every occurrence of a template's name in the expression is replaced "
+                             "by its text before the expression is compiled."),
+                          box);
+  hint->setWordWrap(true);
+  hint->setForegroundRole(QPalette::PlaceholderText);
+  auto* row = new QHBoxLayout;
+  row->addWidget(templates_, 1);
+  row->addLayout(ButtonColumn({add, remove}));
+  auto* column = new QVBoxLayout(box);
+  column->addWidget(hint);
+  column->addLayout(row, 1);
+  connect(add, &QPushButton::clicked, this, [this] {
+    const int last = templates_->rowCount();
+    templates_->insertRow(last);
+    templates_->setCurrentCell(last, 0);
+    templates_->setFocus();
+  });
+  connect(remove, &QPushButton::clicked, this, [this] {
+    if (templates_->currentRow() < 0) return;
+    templates_->removeRow(templates_->currentRow());
+    emit edited();
+  });
+  connect(templates_, &QTableWidget::itemChanged, this, &FitFunctionPage::edited);
+  return box;
+}
+
+void FitFunctionPage::Put(const FitSettings& model) {
+  const QSignalBlocker quiet(this);
+  expression_->setPlainText(ToQt(model.Expression));
+  x_name_->setText(ToQt(model.XVarName));
+  parameters_->SetParameters(model.parameters);
+  templates_->setRowCount(static_cast<int>(model.templates.size()));
+  int row = 0;
+  for (const TemplateSettings& one : model.templates) {
+    templates_->setItem(row, 0, new QTableWidgetItem(ToQt(one.Name)));
+    templates_->setItem(row, 1, new QTableWidgetItem(ToQt(one.Text)));
+    templates_->setItem(row, 2, new QTableWidgetItem(ToQt(one.Description)));
+    ++row;
+  }
+}
+
+bool FitFunctionPage::Take(FitSettings& model) const {
+  auto parameters = parameters_->Parameters();
+  if (!parameters) return false;
+  model.parameters = *std::move(parameters);
+  // An expression is one line, however it was typed.
+  const std::string text = expression_->toPlainText().replace('\n', ' ').toStdString();
+  // An emptied field leaves what was there.
+  if (!text.empty()) model.Expression = text;
+  const std::string x_name = x_name_->text().trimmed().toStdString();
+  if (!x_name.empty()) model.XVarName = x_name;
+  model.templates.clear();
+  for (int row = 0; row < templates_->rowCount(); ++row) {
+    TemplateSettings one{CellText(*templates_, row, 0), CellText(*templates_, row, 1),
+                         CellText(*templates_, row, 2)};
+    if (!one.Name.empty()) model.templates.push_back(one);
+  }
+  return true;
+}
+
+void FitFunctionPage::ShowCheck(const ModelCheck& check) {
+  check_ = check;
+  QString text = ToQt(check.error);
+  if (check.error.empty() && !check.unknown_names.empty()) {
+    QStringList names;
+    for (const std::string& name : check.unknown_names) names.append(ToQt(name));
+    text = tr("Neither the variable nor a parameter: %1").arg(names.join(", "));
+  }
+  MarkWrong(*expression_, ToQt(check.error));
+  message_->setText(text);
+  QPalette palette;
+  if (!check.error.empty()) palette.setColor(QPalette::WindowText, QColor(176, 32, 32));
+  message_->setPalette(palette);
+  add_unknown_->setVisible(check.error.empty() && !check.unknown_names.empty());
+}
+
+void FitFunctionPage::FocusExpression() {
+  expression_->setFocus();
+}
+
+void FitFunctionPage::AddUnknownNames() {
+  const std::vector<std::string> names = check_.unknown_names;
+  for (const std::string& name : names) {
+    ParameterSettings parameter;
+    parameter.Name = name;
+    parameter.Value = 1;
+    parameter.Vary = true;
+    parameter.Description = "Parameter " + name;
+    parameters_->Add(parameter);
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,49 @@
+// The page of a model's expression, parameters and templates. Knows how they are checked; no DataSet.
+#pragma once
+
+#include <QWidget>
+
+#include "app/fit/model_check.h"
+#include "fit/fit_settings.h"
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QTableWidget;
+
+namespace tarnwick {
+
+class ParameterTable;
+
+class FitFunctionPage final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FitFunctionPage(QWidget* parent = nullptr);
+
+  void Put(const FitSettings& model);
+  /// Puts the page's values into `model`; false, with nothing put, while a cell holds no number.
+  bool Take(FitSettings& model) const;
+  /// Shows what is the matter with the model, and offers to take unknown names for parameters.
+  void ShowCheck(const ModelCheck& check);
+  void FocusExpression();
+
+ signals:
+  void edited();
+
+ private:
+  QWidget* MakeParameters();
+  QWidget* MakeTemplates();
+  void AddUnknownNames();
+
+  QPlainTextEdit* expression_;
+  QLineEdit* x_name_;
+  QLabel* message_;
+  QPushButton* add_unknown_;
+  ParameterTable* parameters_;
+  QTableWidget* templates_;
+  ModelCheck check_;
+};
+
+}  // namespace tarnwick

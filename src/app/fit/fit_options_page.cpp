@@ -1,0 +1,175 @@
+#include "app/fit/fit_options_page.h"
+
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <limits>
+
+#include "app/widgets/checked_field.h"
+
+namespace tarnwick {
+namespace {
+
+QSpinBox* Count(int least, QWidget* parent) {
+  auto* box = new QSpinBox(parent);
+  box->setRange(least, std::numeric_limits<int>::max());
+  box->setGroupSeparatorShown(false);
+  box->setMaximumWidth(160);
+  return box;
+}
+
+QColor ToQColor(Color color) {
+  return {color.Red(), color.Green(), color.Blue()};
+}
+
+}  // namespace
+
+FitOptionsPage::FitOptionsPage(QWidget* parent) : QWidget(parent) {
+  auto* fit = new QGroupBox(tr("Fit"), this);
+  auto* fit_form = new QFormLayout(fit);
+  AddFitFields(*fit_form);
+  auto* curve = new QGroupBox(tr("Curve"), this);
+  auto* curve_form = new QFormLayout(curve);
+  AddCurveFields(*curve_form);
+  auto* row = new QHBoxLayout(this);
+  row->addWidget(fit, 3);
+  row->addWidget(curve, 2);
+}
+
+void FitOptionsPage::AddMargin(QFormLayout& form, const QString& caption, QCheckBox*& used,
+                               NumberEdit*& margin) {
+  used = new QCheckBox(caption, this);
+  margin = new NumberEdit(NumberEdit::Accepts::AnyNumber, this);
+  margin->setAccessibleName(QString(caption).remove('&'));
+  form.addRow(used, margin);
+  connect(used, &QCheckBox::toggled, margin, &QWidget::setEnabled);
+  connect(used, &QCheckBox::toggled, this, &FitOptionsPage::edited);
+  connect(margin, &QLineEdit::textChanged, this, &FitOptionsPage::edited);
+}
+
+void FitOptionsPage::AddFitFields(QFormLayout& form) {
+  method_ = new QComboBox(this);
+  method_->setObjectName("FitMethod");
+  // In the order of FitProcType.
+  method_->addItems({tr("Powell"), tr("Simplex"), tr("Conjugate gradient"), tr("Newton-type"),
+                     tr("Simplex, then Powell")});
+  tolerance_ = new NumberEdit(NumberEdit::Accepts::AboveZero, this);
+  tolerance_->setObjectName("FitTolerance");
+  iterations_ = Count(1, this);
+  points_ = Count(1, this);
+  points_->setObjectName("FitNPoints");
+  points_->setToolTip(
+      tr("Points of the drawn curve. A fit takes about as many of the data, unless "
+         "all points are asked for."));
+  all_points_ = new QCheckBox(tr("Use &all points, not about as many as the curve has"), this);
+  finish_ = new QCheckBox(tr("Fi&nish with a Newton-type step"), this);
+  form.addRow(tr("M&ethod"), method_);
+  form.addRow(tr("&Tolerance"), tolerance_);
+  form.addRow(tr("Max .# of &Iterations"), iterations_);
+  form.addRow(tr("# of &Points"), points_);
+  AddMargin(form, tr("Left Mar&gin"), left_used_, left_);
+  AddMargin(form, tr("&Right Margin"), right_used_, right_);
+  form.addRow(all_points_);
+  form.addRow(finish_);
+  connect(method_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    finish_->setEnabled(index != static_cast<int>(FitProcType::cfp_Newton));
+    emit edited();
+  });
+  connect(tolerance_, &QLineEdit::textChanged, this, &FitOptionsPage::edited);
+  connect(iterations_, &QSpinBox::valueChanged, this, &FitOptionsPage::edited);
+  connect(points_, &QSpinBox::valueChanged, this, &FitOptionsPage::edited);
+}
+
+void FitOptionsPage::AddCurveFields(QFormLayout& form) {
+  shown_ = new QCheckBox(tr("&Shown"), this);
+  color_button_ = new QPushButton(this);
+  color_button_->setAutoDefault(false);
+  color_button_->setAccessibleName(tr("Colour of the curve"));
+  style_ = new QComboBox(this);
+  // In the order of LineStyle.
+  style_->addItems(
+      {tr("Solid"), tr("Dash"), tr("Dot"), tr("Dash dot"), tr("Dash dot dot"), tr("None")});
+  width_ = new QSpinBox(this);
+  width_->setRange(1, 20);
+  width_->setSuffix(tr(" px"));
+  form.addRow(shown_);
+  form.addRow(tr("&Colour"), color_button_);
+  form.addRow(tr("St&yle"), style_);
+  form.addRow(tr("&Width"), width_);
+  connect(shown_, &QCheckBox::toggled, this, &FitOptionsPage::edited);
+  connect(style_, &QComboBox::currentIndexChanged, this, &FitOptionsPage::edited);
+  connect(width_, &QSpinBox::valueChanged, this, &FitOptionsPage::edited);
+  connect(color_button_, &QPushButton::clicked, this, [this] {
+    const QColor chosen = QColorDialog::getColor(ToQColor(color_), this, tr("Colour of the curve"));
+    if (!chosen.isValid()) return;
+    color_ = Color::FromRgb(chosen.red(), chosen.green(), chosen.blue());
+    ShowColor();
+    emit edited();
+  });
+}
+
+void FitOptionsPage::ShowColor() {
+  QPixmap patch(40, 14);
+  patch.fill(ToQColor(color_));
+  color_button_->setIconSize(patch.size());
+  color_button_->setIcon(patch);
+}
+
+void FitOptionsPage::Put(const FitSettings& model) {
+  const QSignalBlocker quiet(this);
+  method_->setCurrentIndex(static_cast<int>(model.ProcType));
+  finish_->setEnabled(model.ProcType != FitProcType::cfp_Newton);
+  tolerance_->SetNumber(model.Tolerance);
+  iterations_->setValue(model.IterMax);
+  points_->setValue(model.NPoints);
+  left_used_->setChecked(model.LeftMarginUsed);
+  left_->SetNumber(model.LeftMargin);
+  left_->setEnabled(model.LeftMarginUsed);
+  right_used_->setChecked(model.RightMarginUsed);
+  right_->SetNumber(model.RightMargin);
+  right_->setEnabled(model.RightMarginUsed);
+  shown_->setChecked(model.CurveShown);
+  style_->setCurrentIndex(model.CurveStyle);
+  width_->setValue(model.CurveWidth);
+  color_ = model.CurveColor;
+  ShowColor();
+}
+
+bool FitOptionsPage::Take(FitSettings& model) const {
+  const std::optional<double> tolerance = tolerance_->Number();
+  const std::optional<double> left = left_->Number();
+  const std::optional<double> right = right_->Number();
+  if (!tolerance || (left_used_->isChecked() && !left) || (right_used_->isChecked() && !right)) {
+    return false;
+  }
+  if (method_->currentIndex() >= 0) {
+    model.ProcType = static_cast<FitProcType>(method_->currentIndex());
+  }
+  model.Tolerance = *tolerance;
+  model.IterMax = iterations_->value();
+  model.NPoints = points_->value();
+  model.LeftMarginUsed = left_used_->isChecked();
+  if (left) model.LeftMargin = *left;
+  model.RightMarginUsed = right_used_->isChecked();
+  if (right) model.RightMargin = *right;
+  model.CurveShown = shown_->isChecked();
+  model.CurveColor = color_;
+  if (style_->currentIndex() >= 0) model.CurveStyle = style_->currentIndex();
+  model.CurveWidth = width_->value();
+  return true;
+}
+
+FitRunOptions FitOptionsPage::RunOptions() const {
+  FitRunOptions options;
+  if (all_points_->isChecked()) options.points = FitPointChoice::All;
+  if (finish_->isChecked()) options.finish = FinishingStep::Yes;
+  return options;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,330 @@
+#include "app/fit/fit_panel.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDoubleSpinBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "app/commands/command.h"
+#include "app/commands/command_actions.h"
+#include "app/document/document.h"
+#include "app/fit/fit_outcome.h"
+#include "app/fit/fit_texts.h"
+#include "app/fit/fit_work.h"
+#include "app/widgets/full_table.h"
+#include "app/widgets/ink_icon.h"
+#include "app/widgets/text.h"
+#include "base/number_text.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kIconSize = 26;
+/// Correlations beyond this are shown in bold.
+constexpr double kStrong = 0.95;
+
+QLabel* Wrapped(QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setWordWrap(true);
+  label->setTextFormat(Qt::PlainText);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
+QLabel* Heading(const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  QFont font = label->font();
+  font.setBold(true);
+  label->setFont(font);
+  return label;
+}
+
+const char* IconOf(const FitResult& result) {
+  if (Failed(result.outcome.why)) return "verdict-failed";
+  return result.verdict.trustworthy ? "verdict-good" : "verdict-doubtful";
+}
+
+const char* NameOfIcon(const FitResult& result) {
+  if (Failed(result.outcome.why)) return "failed";
+  return result.verdict.trustworthy ? "good" : "doubtful";
+}
+
+}  // namespace
+
+FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : QWidget(parent), actions_(actions) {
+  setObjectName("FitPanel");
+  auto* column = new QVBoxLayout(this);
+  hint_ = Wrapped(this);
+  hint_->setAlignment(Qt::AlignTop);
+  hint_->setObjectName("FitHint");
+  outdated_ = Heading(tr("Values changed since this fit."), this);
+  outdated_->setObjectName("FitOutdated");
+  outdated_->setWordWrap(true);
+  again_ = new QPushButton(tr("Fit A&gain"), this);
+  again_->setToolTip(tr("Fit the function to the points as they now are"));
+  auto* again_row = new QHBoxLayout;
+  again_row->addWidget(outdated_, 1);
+  again_row->addWidget(again_);
+  column->addLayout(again_row);
+  column->addWidget(hint_, 1);
+  scroll_ = new QScrollArea(this);
+  scroll_->setWidgetResizable(true);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setWidget(MakeContent());
+  column->addWidget(scroll_, 1);
+  buttons_ = MakeButtons();
+  column->addWidget(buttons_);
+  connect(again_, &QPushButton::clicked, this, [this] { FitFromHere(FinishingStep::No); });
+  ShowHint(nullptr);
+  SetState(State::Nothing);
+}
+
+QWidget* FitPanel::MakeContent() {
+  auto* content = new QWidget(this);
+  auto* column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 4, 0);
+  auto* verdict_row = new QHBoxLayout;
+  verdict_icon_ = new QLabel(content);
+  verdict_icon_->setObjectName("FitVerdictIcon");
+  verdict_ = Wrapped(content);
+  verdict_->setObjectName("FitVerdict");
+  QFont bold = verdict_->font();
+  bold.setBold(true);
+  verdict_->setFont(bold);
+  verdict_row->addWidget(verdict_icon_, 0, Qt::AlignTop);
+  verdict_row->addWidget(verdict_, 1);
+  notes_ = Wrapped(content);
+  parameters_ = new FullTable(tr("Parameters"), FullTable::Width::Whole, content);
+  parameters_->setObjectName("FitParameters");
+  figures_ = new FullTable(tr("Statistics"), FullTable::Width::Whole, content);
+  figures_->setObjectName("FitFigures");
+  figures_->horizontalHeader()->hide();
+  figures_->setShowGrid(false);
+  correlations_title_ = Heading(tr("Correlations"), content);
+  correlations_ = new FullTable(tr("Correlations"), FullTable::Width::OfContents, content);
+  column->addLayout(verdict_row);
+  column->addWidget(notes_);
+  column->addWidget(Heading(tr("Parameters"), content));
+  column->addWidget(parameters_);
+  error_model_ = new QLabel(tr("Errors: %1").arg(ToQt(kErrorModel)), content);
+  error_model_->setWordWrap(true);
+  error_model_->setForegroundRole(QPalette::PlaceholderText);
+  column->addWidget(error_model_);
+  column->addWidget(Heading(tr("Statistics"), content));
+  column->addWidget(figures_);
+  column->addWidget(correlations_title_);
+  column->addWidget(correlations_);
+  column->addStretch(1);
+  return content;
+}
+
+QPushButton* FitPanel::AddButton(QGridLayout& grid, int row, int column, const QString& text,
+                                 const QString& tip) {
+  auto* button = new QPushButton(text, this);
+  button->setToolTip(tip);
+  grid.addWidget(button, row, column);
+  return button;
+}
+
+QWidget* FitPanel::MakeButtons() {
+  auto* box = new QWidget(this);
+  auto* grid = new QGridLayout(box);
+  grid->setContentsMargins(0, 0, 0, 0);
+  all_points_ =
+      AddButton(*grid, 0, 0, tr("Use &All Points"), tr("Fit again without thinning the points"));
+  finish_ = AddButton(*grid, 0, 1, tr("Finish with &Newton Step"),
+                      tr("Fit on from here by the Newton-type method"));
+  auto* text = AddButton(*grid, 1, 0, tr("Copy as &Text"), tr("Copy everything as it is read"));
+  auto* table =
+      AddButton(*grid, 1, 1, tr("Copy as Ta&ble"), tr("Copy all digits for a spreadsheet"));
+  residuals_ = AddButton(*grid, 2, 0, tr("&Residuals"),
+                         tr("Data less model, as a new DataSet against the second Y axis"));
+  auto* print =
+      AddButton(*grid, 2, 1, tr("&Print on Graph"), tr("Write the fitted parameters on the graph"));
+  bands_ = AddButton(*grid, 3, 0, tr("&Confidence Bands"),
+                     tr("Confidence and prediction bands as DataSets"));
+  level_ = new QDoubleSpinBox(box);
+  level_->setRange(50, 99.99);
+  level_->setDecimals(2);
+  level_->setValue(95);
+  level_->setPrefix(tr("at "));
+  level_->setSuffix(tr(" %"));
+  level_->setAccessibleName(tr("Level of the bands"));
+  grid->addWidget(level_, 3, 1);
+
+  connect(all_points_, &QPushButton::clicked, this, [this] {
+    FitRunOptions options;
+    options.points = FitPointChoice::All;
+    actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
+  });
+  connect(finish_, &QPushButton::clicked, this, [this] { FitFromHere(FinishingStep::Yes); });
+  connect(text, &QPushButton::clicked, this, [this] {
+    QApplication::clipboard()->setText(
+        ToQt(FitAsText(shown_.data_set, shown_.model, *shown_.result)));
+  });
+  connect(table, &QPushButton::clicked, this, [this] {
+    QApplication::clipboard()->setText(ToQt(FitAsTable(shown_.model, *shown_.result)));
+  });
+  connect(residuals_, &QPushButton::clicked, this,
+          [this] { actions_.RunAsCommand([](CommandContext& c) { AddResiduals(*c.document); }); });
+  connect(print, &QPushButton::clicked, this, [this] {
+    actions_.RunAsCommand([](CommandContext& c) {
+      const TxyGraph& graph = c.document->Graph();
+      PrintFitOnGraph(*c.document, QSizeF(graph.ClientWidth(), graph.ClientHeight()));
+    });
+  });
+  connect(bands_, &QPushButton::clicked, this, [this] {
+    const double level = level_->value() / 100;
+    actions_.RunAsCommand([=](CommandContext& c) { AddBands(*c.document, level); });
+  });
+  return box;
+}
+
+/// Takes all points again where the fit shown did.
+void FitPanel::FitFromHere(FinishingStep finish) {
+  FitRunOptions options;
+  options.finish = finish;
+  if (shown_.result && shown_.result->points_used == shown_.result->points_in_range)
+    options.points = FitPointChoice::All;
+  actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
+}
+
+void FitPanel::Follow(Document* document) {
+  const TSeries* series = document ? document->Graph().CurrentSeries() : nullptr;
+  const bool same = shown_.result && series && shown_.document == document &&
+                    shown_.data_set == series->SeriesName();
+  const std::shared_ptr<const FitResult> result =
+      series ? series->Fit().SharedResult() : std::shared_ptr<const FitResult>();
+  if (!result) {
+    // A result of a function that is gone says nothing.
+    const bool of_function = same && series->Fit().Expression() == shown_.model.Expression;
+    if (!of_function) {
+      shown_ = {};
+      ShowHint(series);
+    }
+    SetState(of_function ? State::Outdated : State::Nothing);
+    return;
+  }
+  FitSettings model = series->Fit().Settings();
+  if (!same || result != shown_.result || model != shown_.model) {
+    shown_ = {document, series->SeriesName(), std::move(model), result};
+    ShowVerdict();
+    ShowParameters();
+    ShowFigures();
+    ShowCorrelations();
+  }
+  SetState(State::Valid);
+}
+
+void FitPanel::ShowHint(const TSeries* series) {
+  const bool has_function = series != nullptr && !series->Fit().Expression().empty();
+  can_fit_ = has_function && series->PointCount() > 0;
+  hint_->setText(has_function
+                     ? tr("There is no result of a fit for DataSet \"%1\" yet. Its function "
+                          "is:\n\n%2")
+                           .arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression()))
+                     : tr("The current DataSet has not been fitted.\n\nChoose a function in the "
+                          "menu Data, Curve Fitting, then Show Final Curve."));
+}
+
+void FitPanel::SetState(State state) {
+  hint_->setVisible(state == State::Nothing);
+  outdated_->setVisible(state == State::Outdated);
+  again_->setVisible(state == State::Outdated || (state == State::Nothing && can_fit_));
+  again_->setText(state == State::Outdated ? tr("Fit A&gain") : tr("Fi&t"));
+  scroll_->setVisible(state != State::Nothing);
+  scroll_->widget()->setEnabled(state == State::Valid);
+  buttons_->setVisible(state != State::Nothing);
+  buttons_->setEnabled(state == State::Valid);
+  if (state != State::Valid) return;
+  const FitResult& result = *shown_.result;
+  all_points_->setEnabled(result.points_used < result.points_in_range);
+  finish_->setEnabled(shown_.model.ProcType != FitProcType::cfp_Newton);
+  const bool failed = Failed(result.outcome.why);
+  residuals_->setEnabled(!failed);
+  bands_->setEnabled(!failed && result.statistics.degrees_of_freedom > 0);
+  level_->setEnabled(bands_->isEnabled());
+}
+
+void FitPanel::ShowVerdict() {
+  const FitResult& result = *shown_.result;
+  verdict_icon_->setPixmap(InkIcon(IconOf(result)).pixmap(kIconSize, kIconSize));
+  verdict_icon_->setAccessibleName(tr(NameOfIcon(result)));
+  verdict_->setText(ToQt(result.verdict.summary));
+  QStringList notes;
+  for (const std::string& note : result.verdict.notes) notes.append("• " + ToQt(note));
+  notes_->setText(notes.join("\n"));
+  notes_->setVisible(!notes.isEmpty());
+}
+
+void FitPanel::ShowParameters() {
+  const std::vector<FittedParameter> fitted = FittedParameters(shown_.model, *shown_.result);
+  const bool failed = Failed(shown_.result->outcome.why);
+  error_model_->setVisible(!failed);
+  parameters_->setColumnCount(4);
+  parameters_->setHorizontalHeaderLabels(
+      {tr("Parameter"), tr("Value"), tr("Standard error"), tr("Units")});
+  parameters_->setRowCount(static_cast<int>(fitted.size()));
+  int row = 0;
+  for (const FittedParameter& one : fitted) {
+    parameters_->Put(row, 0, ToQt(one.settings.Name))->setToolTip(ToQt(one.settings.Description));
+    parameters_->Put(row, 1, ToQt(ValueText(one)), Qt::AlignRight)
+        ->setToolTip(ToQt(ShortestText(one.settings.Value)));
+    QTableWidgetItem* error =
+        parameters_->Put(row, 2, failed ? QString() : ToQt(ErrorText(one)), Qt::AlignRight);
+    if (std::isfinite(one.error)) error->setToolTip(ToQt(ShortestText(one.error)));
+    parameters_->Put(row, 3, ToQt(one.settings.Units));
+    ++row;
+  }
+  parameters_->FitContents();
+}
+
+void FitPanel::ShowFigures() {
+  const auto figures = FitFigures(*shown_.result);
+  figures_->setColumnCount(2);
+  figures_->setRowCount(static_cast<int>(figures.size()));
+  int row = 0;
+  for (const auto& [label, value] : figures) {
+    figures_->Put(row, 0, ToQt(label));
+    figures_->Put(row, 1, ToQt(value), Qt::AlignRight);
+    ++row;
+  }
+  figures_->FitContents();
+}
+
+void FitPanel::ShowCorrelations() {
+  const std::vector<std::string>& names = shown_.result->names;
+  const std::vector<double>& correlation = shown_.result->statistics.correlation;
+  const std::size_t k = names.size();
+  const bool any = k > 1 && correlation.size() == k * k;
+  correlations_title_->setVisible(any);
+  correlations_->setVisible(any);
+  if (!any) return;
+  QStringList header{QString()};
+  for (const std::string& name : names) header.append(ToQt(name));
+  correlations_->setColumnCount(static_cast<int>(k + 1));
+  correlations_->setRowCount(static_cast<int>(k));
+  correlations_->setHorizontalHeaderLabels(header);
+  for (std::size_t i = 0; i < k; ++i) {
+    correlations_->Put(static_cast<int>(i), 0, ToQt(names[i]));
+    for (std::size_t j = 0; j < k; ++j) {
+      const double value = correlation[i * k + j];
+      const QString text = std::isfinite(value) ? ToQt(FixedText(value, 3)) : QString();
+      QTableWidgetItem* item =
+          correlations_->Put(static_cast<int>(i), static_cast<int>(j + 1), text, Qt::AlignRight);
+      QFont font = correlations_->font();
+      font.setBold(i != j && std::abs(value) > kStrong);
+      item->setFont(font);
+    }
+  }
+  correlations_->FitContents();
+}
+
+}  // namespace tarnwick

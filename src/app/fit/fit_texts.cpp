@@ -1,0 +1,194 @@
+#include "app/fit/fit_texts.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/number_text.h"
+#include "base/undefined.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kDigitsWithoutError = 6;
+constexpr int kMostDecimals = 14;
+constexpr int kDigitsOfError = 2;
+/// A value that its error leaves fewer digits than this is written with digits of its own.
+constexpr int kLeastDigitsLeft = 2;
+constexpr int kDigitsOfSwallowed = 3;
+/// Decimal exponents that are written out.
+constexpr int kSmallestPlain = -4;
+constexpr int kGreatestPlain = 6;
+
+int DecimalExponent(double value) {
+  return static_cast<int>(std::floor(std::log10(std::abs(value))));
+}
+
+std::string Superscript(int number) {
+  constexpr const char* kDigits[] = {"⁰", "¹", "²", "³", "⁴", "⁵", "⁶", "⁷", "⁸", "⁹"};
+  std::string text;
+  for (const char letter : std::to_string(number)) {
+    text += letter == '-' ? "⁻" : kDigits[letter - '0'];
+  }
+  return text;
+}
+
+std::string PowerOfTen(int exponent) {
+  return "×10" + Superscript(exponent);
+}
+
+/// The exponent to take out of numbers of this size; 0 where they are written out.
+int ExponentOutside(int size) {
+  return size < kSmallestPlain || size > kGreatestPlain ? size : 0;
+}
+
+/// So many significant digits, with a power of ten of its own where the number is far from 1.
+std::string SignificantText(double value, int digits) {
+  const int size = DecimalExponent(value);
+  const int exponent = ExponentOutside(size);
+  const int decimals = std::clamp(digits - 1 - (size - exponent), 0, kMostDecimals);
+  const std::string text = FixedText(value / std::pow(10.0, exponent), decimals);
+  return exponent == 0 ? text : text + PowerOfTen(exponent);
+}
+
+/// Letters of a UTF-8 text, for columns of equal width.
+std::size_t LetterCount(const std::string& text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
+  }));
+}
+
+std::string Padded(std::string text, std::size_t width) {
+  const std::size_t letters = LetterCount(text);
+  if (letters < width) text.append(width - letters, ' ');
+  return text;
+}
+
+void AppendFigure(const char* label, double value,
+                  std::vector<std::pair<std::string, std::string>>& figures) {
+  if (!IsUndefined(value)) figures.emplace_back(label, GeneralText(value, kDigitsWithoutError));
+}
+
+std::string Exact(double value) {
+  return IsUndefined(value) ? std::string() : ShortestText(value);
+}
+
+}  // namespace
+
+RoundedValue Rounded(double value, double error) {
+  const bool has_error = std::isfinite(error) && error > 0 && std::isfinite(value);
+  if (!has_error) return {GeneralText(value, kDigitsWithoutError), {}, 0};
+  RoundedValue rounded;
+  rounded.exponent = ExponentOutside(DecimalExponent(std::max(std::abs(value), error)));
+  const double unit = std::pow(10.0, rounded.exponent);
+  const double scaled_error = error / unit;
+  const int decimals =
+      std::clamp(kDigitsOfError - 1 - DecimalExponent(scaled_error), 0, kMostDecimals);
+  const bool swallowed =
+      value != 0 && DecimalExponent(value / unit) + 1 + decimals < kLeastDigitsLeft;
+  if (swallowed) {
+    return {SignificantText(value, kDigitsOfSwallowed), SignificantText(error, kDigitsOfError), 0};
+  }
+  rounded.value = FixedText(value / unit, decimals);
+  rounded.error = FixedText(scaled_error, decimals);
+  return rounded;
+}
+
+std::string PlusMinusText(double value, double error, const std::string& units) {
+  const RoundedValue rounded = Rounded(value, error);
+  std::string text = rounded.error.empty() ? rounded.value : rounded.value + " ± " + rounded.error;
+  if (rounded.exponent != 0) text = "(" + text + ")" + PowerOfTen(rounded.exponent);
+  return units.empty() ? text : text + " " + units;
+}
+
+std::vector<FittedParameter> FittedParameters(const FitSettings& model, const FitResult& result) {
+  std::vector<FittedParameter> parameters;
+  const std::vector<double>& errors = result.statistics.standard_errors;
+  std::size_t varied = 0;
+  for (const ParameterSettings& settings : model.parameters) {
+    FittedParameter one{settings, kUndefined};
+    if (settings.Vary && varied < errors.size()) one.error = errors[varied++];
+    parameters.push_back(one);
+  }
+  return parameters;
+}
+
+std::string ValueText(const FittedParameter& parameter) {
+  const RoundedValue rounded = Rounded(parameter.settings.Value, parameter.error);
+  return rounded.exponent == 0 ? rounded.value : rounded.value + PowerOfTen(rounded.exponent);
+}
+
+std::string ErrorText(const FittedParameter& parameter) {
+  if (!parameter.settings.Vary) return "fixed";
+  if (!std::isfinite(parameter.error)) return "not determined";
+  const RoundedValue rounded = Rounded(parameter.settings.Value, parameter.error);
+  if (rounded.error.empty()) return GeneralText(parameter.error, 2);
+  return rounded.exponent == 0 ? rounded.error : rounded.error + PowerOfTen(rounded.exponent);
+}
+
+std::vector<std::pair<std::string, std::string>> FitFigures(const FitResult& result) {
+  const FitStatistics& s = result.statistics;
+  std::vector<std::pair<std::string, std::string>> figures;
+  if (!Failed(result.outcome.why)) {
+    AppendFigure("R²", s.r_squared, figures);
+    AppendFigure("Adjusted R²", s.adjusted_r_squared, figures);
+    AppendFigure("Reduced χ²", s.reduced_chi_squared, figures);
+    AppendFigure("Residual deviation", s.residual_deviation, figures);
+    AppendFigure("Sum of squares", s.sum_of_squares, figures);
+    figures.emplace_back("Degrees of freedom", std::to_string(s.degrees_of_freedom));
+    AppendFigure("AIC", s.aic, figures);
+    AppendFigure("BIC", s.bic, figures);
+  }
+  figures.emplace_back("Points used", std::to_string(result.points_used) + " of " +
+                                          std::to_string(result.points_in_range));
+  figures.emplace_back("Iterations", std::to_string(result.outcome.iterations));
+  figures.emplace_back("Evaluations", std::to_string(result.outcome.evaluations));
+  return figures;
+}
+
+std::string FitAsText(const std::string& data_set, const FitSettings& model,
+                      const FitResult& result) {
+  std::string text = "Fit of DataSet \"" + data_set + "\"\n" + model.Expression + "\n\n" +
+                     result.verdict.summary + "\n";
+  for (const std::string& note : result.verdict.notes) text += note + "\n";
+  text += "\n";
+  std::size_t width = 0;
+  for (const auto& one : model.parameters) width = std::max(width, LetterCount(one.Name));
+  for (const FittedParameter& one : FittedParameters(model, result)) {
+    text += Padded(one.settings.Name, width) + " = " +
+            PlusMinusText(one.settings.Value, one.error, one.settings.Units);
+    if (!one.settings.Vary) text += " (fixed)";
+    text += "\n";
+  }
+  text += "(" + std::string(kErrorModel) + ")\n\n";
+  for (const auto& [label, value] : FitFigures(result)) {
+    text += Padded(label, 20) + value + "\n";
+  }
+  return text;
+}
+
+std::string FitAsTable(const FitSettings& model, const FitResult& result) {
+  std::string text = "Parameter\tValue\tStandard error\tUnits\tVaried\n";
+  for (const FittedParameter& one : FittedParameters(model, result)) {
+    text += one.settings.Name + "\t" + Exact(one.settings.Value) + "\t" + Exact(one.error) + "\t" +
+            one.settings.Units + "\t" + (one.settings.Vary ? "Yes" : "No") + "\n";
+  }
+  text += "\n";
+  for (const auto& [label, value] : FitFigures(result)) {
+    text.append(label).append("\t").append(value).append("\n");
+  }
+  const std::size_t k = result.names.size();
+  if (k < 2 || result.statistics.correlation.size() != k * k) return text;
+  text += "\nCorrelation";
+  for (const std::string& name : result.names) text += "\t" + name;
+  text += "\n";
+  for (std::size_t i = 0; i < k; ++i) {
+    text += result.names[i];
+    for (std::size_t j = 0; j < k; ++j) {
+      text += "\t" + Exact(result.statistics.correlation[i * k + j]);
+    }
+    text += "\n";
+  }
+  return text;
+}
+
+}  // namespace tarnwick

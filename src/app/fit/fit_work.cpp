@@ -1,0 +1,168 @@
+#include "app/fit/fit_work.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QMetaObject>
+#include <QThread>
+#include <chrono>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "analysis/fit_run.h"
+#include "app/document/document.h"
+#include "app/document/open_edit.h"
+#include "base/error.h"
+#include "base/prompt.h"
+#include "fit/fit_function_file.h"
+
+namespace tarnwick {
+namespace {
+
+/// How long a step of a fit is seen before the next one is made.
+constexpr std::chrono::milliseconds kStepSeen{20};
+
+void PutVariedValues(TCurFit& model, std::span<const double> values) {
+  std::size_t next = 0;
+  for (std::int32_t i = 1; i <= model.NParams() && next < values.size(); ++i) {
+    if (model.Param(i).Vary()) model.Param(i).SetValue(values[next++]);
+  }
+}
+
+/// Draws the model with these values, now.
+void DrawStep(Document& document, std::size_t series, const std::vector<double>& values) {
+  if (series >= document.Graph().SeriesCount()) return;
+  PutVariedValues(document.Graph().Series(series).Fit(), values);
+  // Waiting for the event loop would let steps go by unseen.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
+}
+
+/// Shows the steps of a fit that runs on another thread.
+std::function<void(std::span<const double>)> StepShower(Document& document, std::size_t series) {
+  return [&document, series](std::span<const double> p) {
+    const std::vector<double> values(p.begin(), p.end());
+    const auto draw = [&] { DrawStep(document, series, values); };
+    if (QThread::currentThread() == document.thread()) {
+      draw();
+      return;
+    }
+    QMetaObject::invokeMethod(&document, draw, Qt::BlockingQueuedConnection);
+    std::this_thread::sleep_for(kStepSeen);
+  };
+}
+
+void TellFailure(const FitResult& result, Prompt& prompt) {
+  if (!Failed(result.outcome.why)) return;
+  prompt.Tell(result.outcome.why == StopReason::TooManyParameters
+                  ? std::string(kTooManyParametersText)
+                  : result.verdict.summary);
+}
+
+/// The fit itself: the values go into the model only at the end, unless every step is to be seen.
+FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& options) {
+  const FitJob job = PrepareFit(series, options);
+  std::function<void(std::span<const double>)> every_step;
+  if (series.Fit().Status() == FitStatus::cf_EveryStep) {
+    every_step =
+        StepShower(document, static_cast<std::size_t>(document.Graph().CurrentSeriesIndex()));
+  }
+  FitResult result;
+  document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing..."},
+                      [&](Progress& progress) { result = RunFit(job, progress, every_step); });
+  // Steps that were shown are no state to go on from.
+  TakeFitSettings(series, job.settings);
+  return result;
+}
+
+void Fit(Document& document, FitStatus status, const FitRunOptions& options, Prompt& prompt) {
+  TSeries& series = CurrentDataSet(document);
+  OpenEdit step(document, "Curve Fit");
+  series.Fit().SetStatus(status);
+  const FitResult result = RunFitOf(document, series, options);
+  ApplyFit(series, result);
+  step.Finish();
+  TellFailure(result, prompt);
+}
+
+void CheckHasExpression(const TSeries& series) {
+  if (!series.Fit().Expression().empty()) return;
+  throw Error("DataSet \"" + series.SeriesName() +
+              "\" has no fitting function yet: choose one in the menu Curve Fitting, or write one "
+              "under Edit.");
+}
+
+void CheckHasPoints(const TSeries& series) {
+  if (series.PointCount() > 0) return;
+  throw Error("DataSet \"" + series.SeriesName() + "\" has no points to fit.");
+}
+
+}  // namespace
+
+TSeries& CurrentDataSet(Document& document) {
+  TSeries* series = document.Graph().CurrentSeries();
+  if (series == nullptr) throw Error("No DataSet Found!");
+  return *series;
+}
+
+void ShowFit(Document& document, FitStatus status, Prompt& prompt) {
+  TSeries& series = CurrentDataSet(document);
+  if (status != FitStatus::cf_None) CheckHasExpression(series);
+  if (IsFitted(status)) CheckHasPoints(series);
+  if (IsFitted(status) && series.Fit().Modified()) {
+    return Fit(document, status, {}, prompt);
+  }
+  document.Edit(status == FitStatus::cf_None ? "Hide Curve" : "Show Curve",
+                [&](TxyGraph&) { series.Fit().SetStatus(status); });
+  const std::string error = document.Graph().FitError();
+  if (status != FitStatus::cf_None && !error.empty()) prompt.Tell(error);
+}
+
+void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt) {
+  TSeries& series = CurrentDataSet(document);
+  CheckHasExpression(series);
+  CheckHasPoints(series);
+  const FitStatus status = series.Fit().Status();
+  Fit(document, IsFitted(status) ? status : FitStatus::cf_FinResult, options, prompt);
+}
+
+void ApplyFitFunction(Document& document, const std::filesystem::path& file) {
+  TSeries& series = CurrentDataSet(document);
+  TCurFit function;
+  try {
+    function.SetSettings(LoadFitFunction(file), false);
+  } catch (const FileError& error) {
+    // The fixed text stands alone: the file is the one just chosen.
+    if (error.Text() == kWrongFileFormat) throw Error(kWrongFileFormat);
+    throw;
+  }
+  document.Edit("Choose Function", [&](TxyGraph&) {
+    series.Fit().Assign(function);
+    series.Fit().SetStatus(FitStatus::cf_Function);
+  });
+}
+
+void TakeFitSettings(TSeries& series, const FitSettings& settings) {
+  TCurFit& model = series.Fit();
+  const FitSettings present = model.Settings();
+  if (settings == present) return;
+  // The same in all that a fit depends on?
+  FitSettings same = settings;
+  same.Status = present.Status;
+  same.CurveShown = present.CurveShown;
+  same.CurveColor = present.CurveColor;
+  same.CurveStyle = present.CurveStyle;
+  same.CurveWidth = present.CurveWidth;
+  const std::size_t count = std::min(same.parameters.size(), present.parameters.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    same.parameters[i].Printed = present.parameters[i].Printed;
+    same.parameters[i].Description = present.parameters[i].Description;
+    same.parameters[i].Units = present.parameters[i].Units;
+  }
+  const std::shared_ptr<const FitResult> result = model.SharedResult();
+  const bool modified = model.Modified();
+  const bool look_only = same == present;
+  model.SetSettings(settings, look_only ? modified : true);
+  if (look_only && result) model.SetResult(result);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,62 @@
+#include "app/fit/model_check.h"
+
+#include <algorithm>
+
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "expr/parser_exception.h"
+#include "fit/curve_fit.h"
+
+namespace tarnwick {
+namespace {
+
+std::string NameTrouble(const std::vector<ParameterSettings>& parameters) {
+  std::vector<std::string> seen;
+  for (const ParameterSettings& one : parameters) {
+    const std::string lower = LowerAscii(one.Name);
+    if (lower.empty()) return "A parameter has no name";
+    if (std::find(seen.begin(), seen.end(), lower) != seen.end()) {
+      return "Parameter \"" + one.Name + "\" Already Defined!";
+    }
+    seen.push_back(lower);
+  }
+  return {};
+}
+
+}  // namespace
+
+ModelCheck CheckModel(const FitSettings& model) {
+  ModelCheck check;
+  check.error = NameTrouble(model.parameters);
+  if (!check.error.empty() || model.Expression.empty()) return check;
+  TCurFit compiled;
+  compiled.SetSettings(model, false);
+  try {
+    compiled.Prepare();
+  } catch (const EParserException& error) {
+    check.error = error.what();
+    // With templates the place is in a text that the user does not see.
+    if (error.Place() && model.templates.empty()) {
+      check.error += ", at character " + std::to_string(*error.Place() + 1);
+    }
+    return check;
+  } catch (const Error& error) {
+    check.error = error.what();
+    return check;
+  }
+  check.unknown_names = compiled.UnassignedNames();
+  return check;
+}
+
+std::string FreeParameterName(const std::vector<ParameterSettings>& parameters) {
+  const std::string prefix = ParameterSettings().Name;
+  for (int number = 1;; ++number) {
+    std::string name = prefix + std::to_string(number);
+    const bool taken = std::any_of(
+        parameters.begin(), parameters.end(),
+        [&](const ParameterSettings& one) { return LowerAscii(one.Name) == LowerAscii(name); });
+    if (!taken) return name;
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,140 @@
+#include "app/fit/parameter_table.h"
+
+#include <QHeaderView>
+#include <QSignalBlocker>
+#include <cmath>
+
+#include "app/widgets/checked_field.h"
+#include "app/widgets/text.h"
+#include "base/number_text.h"
+
+namespace tarnwick {
+namespace {
+
+/// The columns, in order.
+enum Column { kName, kValue, kUnits, kVary, kStartDev, kFinalDev, kPrinted, kDescription };
+
+bool HoldsNumber(int column) {
+  return column == kValue || column == kStartDev || column == kFinalDev;
+}
+
+bool IsCheck(int column) {
+  return column == kVary || column == kPrinted;
+}
+
+std::optional<double> NumberIn(const QTableWidgetItem* item) {
+  return ParseNumber(item->text().toStdString());
+}
+
+}  // namespace
+
+ParameterTable::ParameterTable(QWidget* parent) : QTableWidget(parent) {
+  setObjectName("ParameterTable");
+  setAccessibleName(tr("Parameters"));
+  const QStringList header = {tr("Name"),
+                              tr("Value"),
+                              tr("Units:"),
+                              tr("Vary"),
+                              tr("Starting Deviation:"),
+                              tr("Final Deviation:"),
+                              tr("Printed"),
+                              tr("Description")};
+  setColumnCount(static_cast<int>(header.size()));
+  setHorizontalHeaderLabels(header);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  horizontalHeader()->setStretchLastSection(true);
+  horizontalHeader()->setMinimumSectionSize(52);
+  verticalHeader()->hide();
+  setWordWrap(false);
+  setTabKeyNavigation(false);  // the tab key leaves the table; in a cell it goes on to the next
+  setSelectionBehavior(QAbstractItemView::SelectItems);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::AllEditTriggers);
+  connect(this, &QTableWidget::itemChanged, this, &ParameterTable::CheckCell);
+}
+
+void ParameterTable::SetParameters(const std::vector<ParameterSettings>& parameters) {
+  {
+    const QSignalBlocker quiet(this);
+    setRowCount(static_cast<int>(parameters.size()));
+    int row = 0;
+    for (const ParameterSettings& one : parameters) PutRow(row++, one);
+  }
+  emit edited();
+}
+
+void ParameterTable::Add(const ParameterSettings& parameter) {
+  const int row = rowCount();
+  {
+    const QSignalBlocker quiet(this);
+    insertRow(row);
+    PutRow(row, parameter);
+  }
+  setCurrentCell(row, kName);
+  emit edited();
+}
+
+void ParameterTable::DeleteCurrent() {
+  if (currentRow() < 0) return;
+  removeRow(currentRow());
+  emit edited();
+}
+
+void ParameterTable::PutRow(int row, const ParameterSettings& parameter) {
+  const auto put = [&](Column column, const QString& text, Qt::Alignment alignment) {
+    auto* item = new QTableWidgetItem(text);
+    item->setTextAlignment(alignment | Qt::AlignVCenter);
+    setItem(row, column, item);
+  };
+  const auto check = [&](Column column, bool on) {
+    auto* item = new QTableWidgetItem;
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+    item->setCheckState(on ? Qt::Checked : Qt::Unchecked);
+    setItem(row, column, item);
+  };
+  put(kName, ToQt(parameter.Name), Qt::AlignLeft);
+  put(kValue, ToQt(ShortestText(parameter.Value)), Qt::AlignRight);
+  put(kUnits, ToQt(parameter.Units), Qt::AlignLeft);
+  check(kVary, parameter.Vary);
+  put(kStartDev, ToQt(ShortestText(parameter.StartDev)), Qt::AlignRight);
+  put(kFinalDev, ToQt(ShortestText(parameter.FinalDev)), Qt::AlignRight);
+  check(kPrinted, parameter.Printed);
+  put(kDescription, ToQt(parameter.Description), Qt::AlignLeft);
+}
+
+void ParameterTable::CheckCell(QTableWidgetItem* item) {
+  if (HoldsNumber(item->column())) {
+    const QSignalBlocker quiet(this);
+    const bool good = NumberIn(item).has_value();
+    item->setBackground(good ? QBrush() : QBrush(WrongColor()));
+    item->setToolTip(good ? QString() : tr("This is no number."));
+  } else if (!IsCheck(item->column()) && item->text() != item->text().trimmed()) {
+    const QSignalBlocker quiet(this);
+    item->setText(item->text().trimmed());
+  }
+  emit edited();
+}
+
+std::optional<std::vector<ParameterSettings>> ParameterTable::Parameters() const {
+  std::vector<ParameterSettings> parameters;
+  for (int row = 0; row < rowCount(); ++row) {
+    const auto value = NumberIn(item(row, kValue));
+    const auto start = NumberIn(item(row, kStartDev));
+    const auto final_dev = NumberIn(item(row, kFinalDev));
+    if (!value || !start || !final_dev) return std::nullopt;
+    ParameterSettings one;
+    one.Name = item(row, kName)->text().toStdString();
+    one.Value = *value;
+    one.StartDev = *start;
+    one.FinalDev = *final_dev;
+    one.Vary = item(row, kVary)->checkState() == Qt::Checked;
+    one.Printed = item(row, kPrinted)->checkState() == Qt::Checked;
+    one.Description = item(row, kDescription)->text().toStdString();
+    one.Units = item(row, kUnits)->text().toStdString();
+    parameters.push_back(one);
+  }
+  return parameters;
+}
+
+}  // namespace tarnwick

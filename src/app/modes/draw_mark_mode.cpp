@@ -1,0 +1,125 @@
+#include "app/modes/draw_mark_mode.h"
+
+#include <QMouseEvent>
+#include <string>
+
+#include "app/canvas/canvas_cursor.h"
+#include "app/canvas/canvas_points.h"
+#include "app/canvas/graph_canvas.h"
+#include "app/canvas/overlay.h"
+#include "graph/edit/mark_edit.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr double kLeastDrag = 4;
+constexpr double kPointWidth = 8;
+
+struct Words {
+  MouseMode mode;
+  std::string_view hint;
+  const char* step;  // the name of the edit
+};
+
+Words WordsOf(MarkType type) {
+  switch (type) {
+    case MarkType::Vertical:
+      return {MouseMode::VerticalMark, "Click where the Vertical Mark is to be",
+              "Draw Vertical Mark"};
+    case MarkType::Horizontal:
+      return {MouseMode::HorizontalMark, "Click where the Horizontal Mark is to be",
+              "Draw Horizontal Mark"};
+    case MarkType::Point:
+      return {MouseMode::PointMark, "Click where the Point Mark is to be", "Draw Point Mark"};
+    case MarkType::Line:
+      break;
+  }
+  return {MouseMode::LineMark, "Drag from the Origin of the Line Mark to its End",
+          "Draw Linear Mark"};
+}
+
+/// Adds the mark so that it can be seen.
+void AddShownMark(TxyGraph& graph, Mark mark) {
+  graph.BeginUpdate();
+  Appearance appearance = graph.GetAppearance();
+  mark.color = appearance.axes_color;
+  appearance.marks_are_shown = true;
+  graph.SetAppearance(appearance);
+  AddMark(graph, mark);
+  graph.EndUpdate();
+}
+
+}  // namespace
+
+MouseMode DrawMarkMode::Kind() const {
+  return WordsOf(type_).mode;
+}
+
+std::string_view DrawMarkMode::Hint() const {
+  return WordsOf(type_).hint;
+}
+
+void DrawMarkMode::MousePress(GraphCanvas& canvas, QMouseEvent& event) {
+  if (event.button() != Qt::LeftButton || !IsInPlot(canvas, event.position())) return;
+  if (!start_) start_ = event.position();
+}
+
+void DrawMarkMode::MouseMove(GraphCanvas& canvas, QMouseEvent& event) {
+  place_.reset();
+  if (start_ || IsInPlot(canvas, event.position())) place_ = event.position();
+}
+
+void DrawMarkMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
+  if (event.button() != Qt::LeftButton || !start_) return;
+  place_ = event.position();
+  const bool only_begun = type_ == MarkType::Line && QLineF(*start_, *place_).length() < kLeastDrag;
+  if (only_begun) return;
+  Draw(canvas);
+  canvas.StartMode(MouseMode::Rest);
+}
+
+void DrawMarkMode::Draw(GraphCanvas& canvas) const {
+  Document& document = canvas.GetDocument();
+  const TSeries* series = document.Graph().CurrentSeries();
+  const bool second = series && document.Graph().YAxisOf(*series) == AxisId::Y2;
+  const PlotPoint end = ValueAt(canvas, *place_);
+  const PlotPoint begin = type_ == MarkType::Line ? ValueAt(canvas, *start_) : end;
+  Mark mark;
+  mark.type = type_;
+  mark.status = second ? MarkStatus::XAndY2 : MarkStatus::XAndY;
+  if (type_ != MarkType::Horizontal) mark.x1 = begin.x;
+  if (type_ != MarkType::Vertical) mark.y1 = begin.y;
+  if (type_ == MarkType::Point) mark.x2 = kPointWidth;
+  if (type_ == MarkType::Line) mark.x2 = end.x, mark.y2 = end.y;
+  document.Edit(WordsOf(type_).step, [&](TxyGraph& graph) { AddShownMark(graph, mark); });
+}
+
+void DrawMarkMode::PaintOverlay(QPainter& painter, const GraphCanvas& canvas) const {
+  if (!place_) return;
+  const QRectF& plot = canvas.Layout().plot;
+  const double x = place_->x();
+  const double y = place_->y();
+  painter.save();
+  painter.setClipRect(plot);
+  switch (type_) {
+    case MarkType::Vertical:
+      DrawOverlayLine(painter, {x, plot.top()}, {x, plot.bottom()}, kOverlayBlue);
+      break;
+    case MarkType::Horizontal:
+      DrawOverlayLine(painter, {plot.left(), y}, {plot.right(), y}, kOverlayBlue);
+      break;
+    case MarkType::Point:
+      DrawRing(painter, *place_, kOverlayBlue);
+      break;
+    case MarkType::Line:
+      if (start_) DrawOverlayLine(painter, *start_, *place_, kOverlayBlue);
+      break;
+  }
+  painter.restore();
+}
+
+QCursor DrawMarkMode::Cursor() const {
+  return DrawnCursor(CanvasCursor::MarkBox);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,31 @@
+// Drawing one mark with the mouse: a click places it, a line mark is dragged or takes two clicks. Ends when it is drawn.
+#pragma once
+
+#include <QPointF>
+#include <optional>
+
+#include "app/canvas/canvas_mode.h"
+#include "graph/mark.h"
+
+namespace tarnwick {
+
+class DrawMarkMode final : public CanvasMode {
+ public:
+  explicit DrawMarkMode(MarkType type) : type_(type) {}
+  MouseMode Kind() const override;
+  std::string_view Hint() const override;
+  void MousePress(GraphCanvas& canvas, QMouseEvent& event) override;
+  void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;
+  void MouseRelease(GraphCanvas& canvas, QMouseEvent& event) override;
+  void PaintOverlay(QPainter& painter, const GraphCanvas& canvas) const override;
+  QCursor Cursor() const override;
+
+ private:
+  void Draw(GraphCanvas& canvas) const;
+
+  MarkType type_;
+  std::optional<QPointF> start_;  // of a line
+  std::optional<QPointF> place_;  // of the mouse
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,81 @@
+#include "app/window/graph_window.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QMenu>
+#include <QMimeData>
+
+#include "app/canvas/graph_canvas.h"
+#include "app/commands/workspace.h"
+#include "app/document/dropped_files.h"
+#include "app/widgets/ink_icon.h"
+#include "app/widgets/text.h"
+
+namespace tarnwick {
+
+TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& workspace, Prompt& prompt,
+                           QWidget* parent)
+    : QMdiSubWindow(parent),
+      document_(std::move(document)),
+      workspace_(workspace),
+      prompt_(prompt),
+      canvas_(new GraphCanvas(*document_, prompt, this)) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  setObjectName(ToQt(document_->Name()));
+  setWindowIcon(InkIcon("graph"));
+  setAcceptDrops(true);
+  setWidget(canvas_);
+  // The frame's own menu brings Ctrl+W along, which belongs to a command.
+  if (QMenu* menu = systemMenu()) {
+    for (QAction* action : menu->actions()) action->setShortcut({});
+  }
+  const auto show_caption = [this] { setWindowTitle(ToQt(document_->Caption())); };
+  show_caption();
+  connect(document_.get(), &Document::captionChanged, this, show_caption);
+}
+
+TGraphWindow::~TGraphWindow() {
+  // The canvas looks at the document until its end.
+  delete canvas_;
+}
+
+bool TGraphWindow::MayClose() {
+  if (!document_->Changed() || !document_->LoadedSuccessfully()) return true;
+  if (isMinimized()) showNormal();
+  raise();
+  setFocus();
+  const Question question{"Save changes to " + document_->Name() + " ?",
+                          {Answer::Yes, Answer::No, Answer::Cancel}};
+  switch (prompt_.Ask(question)) {
+    case Answer::Yes:
+      return workspace_.Save(*document_);
+    case Answer::No:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void TGraphWindow::closeEvent(QCloseEvent* event) {
+  if (!MayClose()) {
+    event->ignore();
+    emit closingRefused();
+    return;
+  }
+  emit closing(this);
+  QMdiSubWindow::closeEvent(event);
+}
+
+void TGraphWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DroppedFiles(*event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+void TGraphWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  for (const auto& path : DroppedFiles(*event->mimeData())) {
+    workspace_.LoadInto(*document_, path);
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,257 @@
+#include "app/window/main_form.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QDropEvent>
+#include <QLayout>
+#include <QMdiArea>
+#include <QMimeData>
+#include <QPrinter>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <algorithm>
+
+#include "app/canvas/graph_canvas.h"
+#include "app/commands/command_actions.h"
+#include "app/dialogs/message_box_prompt.h"
+#include "app/document/document.h"
+#include "app/document/dropped_files.h"
+#include "app/fit/fit_panel.h"
+#include "app/widgets/elided_label.h"
+#include "app/widgets/text.h"
+#include "app/widgets/threaded_work.h"
+#include "app/window/graph_window.h"
+#include "app/window/start_page.h"
+#include "app/window/window_placement.h"
+#include "graph/read_out.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr QRect kFirstGeometry(100, 100, 790, 500);
+
+ShellParts Complete(ShellParts parts, QWidget* window) {
+  if (!parts.prompt) parts.prompt = std::make_unique<MessageBoxPrompt>(window);
+  if (!parts.chooser) parts.chooser = std::make_unique<DialogFileChooser>(window);
+  if (!parts.work) parts.work = std::make_unique<ThreadedWork>(window);
+  if (!parts.settings) parts.settings = std::make_unique<QSettings>("Software", "Tarnwick");
+  return parts;
+}
+
+}  // namespace
+
+T_MainForm::T_MainForm(ShellParts parts)
+    : parts_(Complete(std::move(parts), this)), recent_(*parts_.settings) {
+  setObjectName("T_MainForm");
+  setWindowTitle("Tarnwick: Control Panel");
+  setGeometry(kFirstGeometry);
+  setAcceptDrops(true);
+  BuildCentre();
+  BuildStatusBar();
+  actions_ = new CommandActions(*this, [this] {
+    const TGraphWindow* active = ActiveGraphWindow();
+    return CommandContext{*this, *parts_.prompt, *parts_.chooser,
+                          active ? &active->GetDocument() : nullptr};
+  });
+  BuildRecentMenu();
+  BuildWindowMenu();
+  BuildFunctionMenu();
+  BuildFitPanel();
+  updateMenu();
+}
+
+T_MainForm::~T_MainForm() {
+  recent_.Write();
+  // Windows tell this window of their end, so they go while it is whole.
+  disconnect(area_, nullptr, this, nullptr);
+  fit_dock_->disconnect(this);
+  delete area_;
+}
+
+void T_MainForm::BuildCentre() {
+  start_page_ = new StartPage(this);
+  connect(start_page_, &StartPage::newWanted, this, [this] { NewGraph(); });
+  connect(start_page_, &StartPage::openWanted, this,
+          [this] { actions_->ActionOf("FileOpen1")->trigger(); });
+  connect(start_page_, &StartPage::fileChosen, this,
+          [this](const QString& path) { OpenFile(ToPath(path)); });
+
+  area_ = new QMdiArea(this);
+  area_->setBackground(palette().brush(QPalette::Dark));
+  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  connect(area_, &QMdiArea::subWindowActivated, this, &T_MainForm::updateMenu);
+
+  centre_ = new QStackedWidget(this);
+  centre_->addWidget(start_page_);
+  centre_->addWidget(area_);
+  setCentralWidget(centre_);
+}
+
+void T_MainForm::BuildStatusBar() {
+  read_out_ = new ElidedLabel(Qt::AlignLeft, this);
+  note_ = new ElidedLabel(Qt::AlignRight, this);
+  read_out_->setObjectName("ReadOut");
+  note_->setObjectName("Note");
+  read_out_->setContentsMargins(6, 0, 0, 0);
+  note_->setContentsMargins(16, 0, 0, 0);
+  // The read-out gets the room it needs, the note what is left.
+  read_out_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+  statusBar()->addWidget(read_out_);
+  statusBar()->addPermanentWidget(note_, 1);
+  // A hint is shown in the room beside it, where there would be none.
+  connect(statusBar(), &QStatusBar::messageChanged, note_,
+          [this](const QString& hint) { note_->setVisible(hint.isEmpty()); });
+}
+
+TGraphWindow* T_MainForm::ActiveGraphWindow() const {
+  // The current one stays so while another program has the focus.
+  return qobject_cast<TGraphWindow*>(area_->currentSubWindow());
+}
+
+std::vector<TGraphWindow*> T_MainForm::GraphWindows() const {
+  std::vector<TGraphWindow*> windows;
+  for (QMdiSubWindow* window : area_->subWindowList()) {
+    if (auto* graph_window = qobject_cast<TGraphWindow*>(window)) windows.push_back(graph_window);
+  }
+  return windows;
+}
+
+TGraphWindow* T_MainForm::WindowOf(const Document& document) const {
+  for (TGraphWindow* window : GraphWindows()) {
+    if (&window->GetDocument() == &document) return window;
+  }
+  return nullptr;
+}
+
+std::string T_MainForm::LowestFreeName() const {
+  const std::vector<Document*> documents = Documents();
+  for (int number = 1;; ++number) {
+    std::string name = "Graph_" + std::to_string(number);
+    const bool taken =
+        std::any_of(documents.begin(), documents.end(),
+                    [&](const Document* document) { return document->Name() == name; });
+    if (!taken) return name;
+  }
+}
+
+TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file) {
+  const TGraphWindow* active = ActiveGraphWindow();
+  const std::filesystem::path folder = active ? active->GetDocument().DataFolder() : "";
+  const std::string extension = LowerExtension(file);
+  DocumentFiles files;
+  files.default_template = parts_.paths.default_template;
+  if (extension == ".tgr" || extension == ".ttp") {
+    files.graph_or_template = file;
+  } else {
+    (extension == ".tds" ? files.data_set : files.data) = file;
+  }
+  auto document = std::make_unique<Document>(LowestFreeName(), *parts_.work, *parts_.prompt);
+  if (!document->Begin(files)) return nullptr;
+  if (file.empty()) {
+    if (!folder.empty()) document->SetDataFolder(folder);
+  } else if (file != parts_.paths.default_template && extension != ".tmp") {
+    recent_.Add(file);
+  }
+  return ShowGraphWindow(std::move(document));
+}
+
+TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
+  const TGraphWindow* active = ActiveGraphWindow();
+  const bool fills = !active || active->isMaximized();
+  auto* window = new TGraphWindow(std::move(document), *this, *parts_.prompt);
+  connect(window, &TGraphWindow::closing, this, &T_MainForm::closingGraphWindow);
+  connect(window, &TGraphWindow::closingRefused, this, [this] { closing_allowed_ = false; });
+  connect(&window->GetDocument(), &Document::graphChanged, this, &T_MainForm::refreshMenu);
+  connect(&window->GetDocument(), &Document::stateChanged, this, &T_MainForm::refreshMenu);
+  connect(&window->Canvas(), &GraphCanvas::readOutChanged, this,
+          [this](const QString& text) { read_out_->ShowText(text); });
+  connect(&window->Canvas(), &GraphCanvas::mouseReleased, this, &T_MainForm::refreshMenu);
+  connect(&window->Canvas(), &GraphCanvas::modeChanged, this, &T_MainForm::refreshMenu);
+  connect(&window->Canvas(), &GraphCanvas::customContextMenuRequested, this,
+          [this, window](QPoint place) { ShowPopup(*window, place); });
+  area_->addSubWindow(window);
+  centre_->setCurrentWidget(area_);
+  // Before the first showing the workspace has no size yet that shares could be taken of.
+  if (!shown_) layout()->activate();
+  ShowPlaced(*window, fills ? Otherwise::FillWorkspace : Otherwise::OwnPlace);
+  window->Canvas().setFocus();
+  updateMenu();
+  return window;
+}
+
+void T_MainForm::updateMenu() {
+  const TGraphWindow* active = ActiveGraphWindow();
+  if (GraphWindows().empty() && centre_->currentWidget() != start_page_) {
+    centre_->setCurrentWidget(start_page_);
+  }
+  if (centre_->currentWidget() == start_page_) {
+    std::vector<std::filesystem::path> recent;
+    for (const QString& file : recent_.Entries()) {
+      if (!file.isEmpty()) recent.push_back(ToPath(file));
+    }
+    start_page_->ShowFiles(recent, parts_.paths.examples);
+  }
+  read_out_->ShowText(active ? ToQt(IdleReadOut()) : QString());
+  refreshMenu();
+}
+
+void T_MainForm::refreshMenu() {
+  const TGraphWindow* active = ActiveGraphWindow();
+  QString note;
+  if (active) {
+    const CanvasMode& mode = active->Canvas().Mode();
+    note = ToQt(active->GetDocument().Note());
+    const bool both = mode.Kind() == MouseMode::Rest && !note.isEmpty();
+    note = both ? note + QStringLiteral("  \u2022  ") + ToQt(mode.Hint()) : ToQt(mode.Hint());
+  }
+  note_->ShowText(note);
+  fit_panel_->Follow(active ? &active->GetDocument() : nullptr);
+  actions_->Update();
+}
+
+void T_MainForm::closingGraphWindow(TGraphWindow* window) {
+  area_->removeSubWindow(window);
+  window->deleteLater();
+  updateMenu();
+}
+
+void T_MainForm::ProcessCommandLine(const std::string& joined) {
+  const CommandLine line = ParseCommandLine(joined);
+  bool failed = false;
+  for (const auto& file : line.files) {
+    if (!OpenFile(file)) failed = true;
+  }
+  start_failed_ = !shown_ && failed && GraphWindows().empty();
+}
+
+void T_MainForm::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  shown_ = true;
+}
+
+void T_MainForm::closeEvent(QCloseEvent* event) {
+  closing_allowed_ = true;
+  std::vector<TGraphWindow*> windows = GraphWindows();
+  std::stable_partition(windows.begin(), windows.end(),
+                        [](const TGraphWindow* window) { return window->GetDocument().Changed(); });
+  for (TGraphWindow* window : windows) {
+    window->close();
+    if (!closing_allowed_) {
+      event->ignore();
+      return;
+    }
+  }
+  event->accept();
+}
+
+void T_MainForm::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DroppedFiles(*event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+void T_MainForm::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  for (const auto& path : DroppedFiles(*event->mimeData())) OpenFile(path);
+}
+
+}  // namespace tarnwick

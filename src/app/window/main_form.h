@@ -1,0 +1,117 @@
+// The main window: assembles menus, workspace, status bar and start page, and is the workspace that commands see. What
+// commands do stands in their rows, what documents do in Document.
+#pragma once
+
+#include <QMainWindow>
+#include <QSettings>
+#include <memory>
+
+#include "app/commands/workspace.h"
+#include "app/dialogs/file_chooser.h"
+#include "app/widgets/long_work.h"
+#include "app/widgets/program_paths.h"
+#include "app/window/command_line.h"
+#include "app/window/recent_files.h"
+#include "base/prompt.h"
+
+class QDockWidget;
+class QMdiArea;
+class QPrinter;
+class QStackedWidget;
+
+namespace tarnwick {
+
+class CommandActions;
+class ElidedLabel;
+class FitPanel;
+class StartPage;
+class TGraphWindow;
+
+/// What the main window asks, chooses and works with: dialogs on the desktop, scripts in tests.
+struct ShellParts {
+  std::unique_ptr<Prompt> prompt;
+  std::unique_ptr<FileChooser> chooser;
+  std::unique_ptr<LongWork> work;
+  std::unique_ptr<QSettings> settings;
+  ProgramPaths paths;
+};
+
+class T_MainForm final : public QMainWindow, private Workspace {
+  Q_OBJECT
+
+ public:
+  /// Parts left out are the desktop's own.
+  explicit T_MainForm(ShellParts parts = {});
+  ~T_MainForm() override;
+
+  /// Opens the files of a command line. Called before the first showing and for every hand-over later.
+  void ProcessCommandLine(const std::string& joined);
+  /// True once a start found nothing it could show: its only file could not be read.
+  bool StartFailed() const { return start_failed_; }
+  TGraphWindow* ActiveGraphWindow() const;
+  std::vector<TGraphWindow*> GraphWindows() const;
+  CommandActions& Actions() { return *actions_; }
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  // Workspace
+  void NewGraph() override;
+  bool OpenFile(const std::filesystem::path& path) override;
+  bool LoadInto(Document& document, const std::filesystem::path& path) override;
+  bool Save(Document& document) override;
+  bool SaveAs(Document& document) override;
+  void Print(Document& document) override;
+  void SetUpPrinter() override;
+  std::vector<Document*> Documents() const override;
+  bool Close(Document& document) override;
+  void ShowFitResult(bool shown) override;
+  bool FitResultIsShown() const override;
+  void EditFitModel(Document& document, FitPage page) override;
+  void SwitchMode(Document& document, MouseMode mode) override;
+  MouseMode ModeOf(const Document& document) const override;
+  void EditMarks(Document& document) override;
+  void Arrange(WindowArrangement arrangement) override;
+  void ExitProgram() override;
+  void ShowAbout() override;
+
+  void BuildCentre();
+  void BuildStatusBar();
+  void BuildRecentMenu();
+  QPrinter& Printer();
+  void BuildWindowMenu();
+  void BuildFunctionMenu();
+  void BuildFitPanel();
+  /// A window for these files; null, with the reason told, when they cannot be read.
+  TGraphWindow* OpenGraphWindow(const std::filesystem::path& file);
+  TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
+  std::string LowestFreeName() const;
+  TGraphWindow* WindowOf(const Document& document) const;
+  bool UseFunction(const std::filesystem::path& path);
+  void TellFileError(const std::filesystem::path& path, const std::string& reason);
+  void ShowPopup(TGraphWindow& window, QPoint place);
+  void updateMenu();
+  void refreshMenu();
+  void closingGraphWindow(TGraphWindow* window);
+
+  ShellParts parts_;
+  RecentFiles recent_;
+  std::unique_ptr<QPrinter> printer_;
+  CommandActions* actions_ = nullptr;
+  QStackedWidget* centre_ = nullptr;
+  StartPage* start_page_ = nullptr;
+  QMdiArea* area_ = nullptr;
+  ElidedLabel* read_out_ = nullptr;
+  ElidedLabel* note_ = nullptr;
+  QDockWidget* fit_dock_ = nullptr;
+  FitPanel* fit_panel_ = nullptr;
+  bool shown_ = false;
+  bool start_failed_ = false;
+  bool closing_allowed_ = true;
+};
+
+}  // namespace tarnwick

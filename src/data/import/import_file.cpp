@@ -1,0 +1,203 @@
+#include "data/import/import_file.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+#include <utility>
+
+#include "base/error.h"
+#include "data/import/import_source.h"
+#include "data/text/row_pipeline.h"
+#include "data/text/text_supplier.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kSummaryRows = 5;
+constexpr std::int64_t kRecordsPerAdvance = 1 << 16;
+
+bool IsDateFormat(ColumnFormat format) {
+  return format == ColumnFormat::DateTime || format == ColumnFormat::DateDayFirst ||
+         format == ColumnFormat::DateMonthFirst;
+}
+
+struct ChosenColumns {
+  std::int32_t x = kRowNumberColumn;
+  std::vector<std::int32_t> y;
+};
+
+/// What the user names, else the first column that holds numbers against every other. A file with one such column is
+/// plotted over the number of the row.
+ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options) {
+  const std::vector<std::int32_t> numbers = source.NumberColumns();
+  ChosenColumns chosen;
+  for (const std::string& name : options.y_columns) chosen.y.push_back(source.Column(name));
+  if (options.x_column) {
+    chosen.x = source.Column(*options.x_column);
+  } else if (numbers.size() > 1) {
+    chosen.x = numbers.front();
+  }
+  if (!chosen.y.empty()) return chosen;
+  for (const std::int32_t column : numbers) {
+    if (column != chosen.x) chosen.y.push_back(column);
+  }
+  if (chosen.y.empty()) {
+    throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
+                    "columns: " + std::to_string(source.columns.size()));
+  }
+  return chosen;
+}
+
+void Describe(TDataSeries& series, const ImportSource& source, const ImportOptions& options,
+              std::int32_t x, std::int32_t y) {
+  TDSInfo& info = series.Source();
+  info = source.info;
+  if (info.DatasourceInfo.empty()) info.DataSource = DataSourceKind::Manual;
+  info.XDataColumn = source.ReferenceTo(x);
+  info.YDataColumn = source.ReferenceTo(y);
+  info.x_column_index = x;
+  info.y_column_index = y;
+  info.XFormat = options.x_format.value_or(source.Guess(x).format);
+  info.YFormat = options.y_format.value_or(source.Guess(y).format);
+  series.SetSeriesName(source.NameOf(y));
+  series.SetNumericalTolerance(options.tolerance);
+  series.SetDuplicatesAllowed(options.duplicates_allowed);
+  if (options.x_expression) series.SetXColExpr(*options.x_expression);
+  if (options.y_expression) series.SetYColExpr(*options.y_expression);
+}
+
+bool IsDate(const ImportSource& source, std::int32_t column, std::optional<ColumnFormat> format) {
+  return format ? IsDateFormat(*format) : source.Guess(column).is_date;
+}
+
+/// A file from which no row could be read is no data file, unless the user asked for rows that it may not have.
+void RequirePoints(const ImportResult& result, const ImportOptions& options,
+                   const std::string& file) {
+  const auto has_points = [](const LoadReport& r) { return r.points > 0; };
+  if (result.cancelled || options.row_choice.value_or(RowChoice::All) != RowChoice::All) return;
+  if (std::any_of(result.reports.begin(), result.reports.end(), has_points)) return;
+  throw FileError("The file holds no row with a number for X and Y", file,
+                  result.reports.front().Message());
+}
+
+void CountTextRows(const TTxtSupplier& text, std::span<const ColumnRequest> requests,
+                   SourceSummary& summary, Progress& progress) {
+  const char* const begin = text.Text().data();
+  ReadRowBlocks(text.Body(), text.Layout(), requests, 0, [&](const RowBlock& block) {
+    summary.rows += block.rows;
+    for (std::size_t row = 0; row < static_cast<std::size_t>(block.rows); ++row) {
+      const auto unread = [row](const auto& column) { return std::isnan(column[row]); };
+      if (std::any_of(block.storage.begin(), block.storage.end(), unread)) ++summary.skipped;
+    }
+    summary.cancelled = !block.text.empty() && !progress.Advance(block.text.data() - begin);
+    return !summary.cancelled;
+  });
+}
+
+void CountRecords(TDataSupplier& records, std::span<const ColumnRequest> requests,
+                  SourceSummary& summary, Progress& progress) {
+  const auto unread = [&](const ColumnRequest& request) {
+    return !records.ReadValue(request.column, request.format);
+  };
+  for (records.FirstRow(); !records.AtEnd(); records.NextRow()) {
+    if (summary.rows % kRecordsPerAdvance == 0 && !progress.Advance(records.Position())) {
+      summary.cancelled = true;
+      return;
+    }
+    ++summary.rows;
+    if (std::any_of(requests.begin(), requests.end(), unread)) ++summary.skipped;
+  }
+  if (!records.EndsIncomplete()) return;
+  ++summary.rows;
+  ++summary.skipped;
+}
+
+void CountRows(const ImportSource& source, SourceSummary& summary, Progress& progress) {
+  std::vector<ColumnRequest> requests;
+  for (const std::int32_t column : source.NumberColumns()) {
+    requests.push_back({column, source.Guess(column).format});
+  }
+  progress.Begin("Loading data", source.supplier->Describe(), source.supplier->Size());
+  if (const auto* const text = dynamic_cast<const TTxtSupplier*>(source.supplier.get())) {
+    CountTextRows(*text, requests, summary, progress);
+  } else {
+    CountRecords(*source.supplier, requests, summary, progress);
+  }
+}
+
+ImportResult LoadColumns(const ImportSource& source, const ImportOptions& options,
+                         const LoadOptions& load, const SeriesFactory& make) {
+  const ChosenColumns columns = ChooseColumns(source, options);
+  ImportResult result;
+  std::vector<TDataSeries*> series;
+  for (const std::int32_t y : columns.y) {
+    result.series.push_back(make());
+    series.push_back(result.series.back().get());
+    Describe(*series.back(), source, options, columns.x, y);
+  }
+  result.reports = series.size() == 1
+                       ? std::vector{LoadDataSet(*series.front(), *source.supplier, load)}
+                       : LoadShared(series, *source.supplier, load);
+  result.x_name = source.NameOf(columns.x);
+  result.x_is_date = IsDate(source, columns.x, options.x_format);
+  result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
+  result.cancelled = result.reports.front().cancelled;
+  RequirePoints(result, options, source.supplier->Describe());
+  return result;
+}
+
+Progress& ProgressOf(const LoadOptions& load, Progress& unseen) {
+  return load.progress != nullptr ? *load.progress : unseen;
+}
+
+}  // namespace
+
+void ImportOptions::Validate() const {
+  if (headers && *headers < 0) throw Error("The number of header lines must not be negative");
+  if (width && *width < 1) throw Error("The column width must be 1 or more");
+  if (every && *every < 1) throw Error("The sampling frequency must be 1 or more");
+  if (separators && separators->empty()) throw Error("No Text Separators supplied");
+  const auto mode = row_choice ? static_cast<std::int32_t>(*row_choice) : 0;
+  if (mode < 0 || mode > 6) throw Error("The row choice mode must be 0 to 6");
+  if (!(tolerance >= 0)) throw Error("The tolerance must not be negative");
+}
+
+std::unique_ptr<TDataSeries> MakeDataSeries() {
+  return std::make_unique<TDataSeries>();
+}
+
+ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options,
+                        const LoadOptions& load, const SeriesFactory& make) {
+  NoProgress unseen;
+  return LoadColumns(OpenImportSource(path, options, ProgressOf(load, unseen)), options, load,
+                     make);
+}
+
+ImportResult ImportText(std::string text, const std::string& name, const ImportOptions& options,
+                        const LoadOptions& load, const SeriesFactory& make) {
+  NoProgress unseen;
+  return LoadColumns(ExamineText(std::move(text), name, options, ProgressOf(load, unseen)), options,
+                     load, make);
+}
+
+SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
+                            Progress& progress) {
+  const ImportSource source = OpenImportSource(path, options, progress);
+  TDataSupplier& supplier = *source.supplier;
+  SourceSummary summary;
+  summary.names_line = supplier.HasNamesLine();
+  for (std::size_t i = 0; i < source.columns.size(); ++i) {
+    summary.columns.push_back({static_cast<std::int32_t>(i), supplier.ColumnNames()[i], {}});
+  }
+  supplier.FirstRow();
+  supplier.SkipRows(source.info.FileHasHeaders - supplier.HeaderRowsPassed());
+  for (int row = 0; row < kSummaryRows && !supplier.AtEnd(); ++row, supplier.NextRow()) {
+    for (ColumnSummary& column : summary.columns) {
+      column.values.push_back(supplier.ReadValue(column.index, source.Guess(column.index).format));
+    }
+  }
+  CountRows(source, summary, progress);
+  return summary;
+}
+
+}  // namespace tarnwick

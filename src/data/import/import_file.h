@@ -1,0 +1,90 @@
+// From a file's name to finished DataSets, and to a summary of its columns. Knows the guess, the suppliers and the
+// loader; knows no graph and prints nothing.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "data/data_series.h"
+#include "data/import/load_report.h"
+#include "data/import/loader.h"
+
+namespace tarnwick {
+
+/// What the user says about a file; everything left out is guessed (text) or known (binary).
+struct ImportOptions {
+  std::optional<std::string>
+      x_column;  ///< a name or "#N" from 0; default: the first column that holds numbers
+  std::vector<std::string>
+      y_columns;  ///< one DataSet each; default: every other column that holds numbers
+  std::optional<std::int32_t> headers;
+  std::optional<std::string> separators;
+  std::optional<std::string> markers;
+  std::optional<bool> merge_separators;
+  std::optional<std::int32_t> width;  ///< given: columns of this many characters
+  std::optional<RowChoice> row_choice;
+  double row_value1 = 0;
+  double row_value2 = 0;
+  std::optional<std::int32_t> every;  ///< sampling frequency; default: automatic
+  std::optional<ColumnFormat> x_format;
+  std::optional<ColumnFormat> y_format;
+  std::optional<std::string> x_expression;
+  std::optional<std::string> y_expression;
+  double tolerance = 0;
+  bool duplicates_allowed = false;
+
+  /// Throws Error when a value cannot be used (a negative number of headers, an unknown row choice, …).
+  void Validate() const;
+};
+
+/// Makes the DataSets: graphs pass one that makes their own kind.
+using SeriesFactory = std::function<std::unique_ptr<TDataSeries>()>;
+std::unique_ptr<TDataSeries> MakeDataSeries();
+
+struct ImportResult {
+  std::vector<std::unique_ptr<TDataSeries>>
+      series;                       ///< in the order of their columns; loaded, named after them
+  std::vector<LoadReport> reports;  ///< one per DataSet
+  std::string x_name;               ///< for the axis title
+  bool x_is_date = false;           ///< the X axis should show its values as time
+  bool y_is_date = false;           ///< so should the Y axis
+  bool cancelled = false;
+};
+
+/// Reads `path` ("-": standard input) into DataSets that remember how, so that RefreshAll reads them again. Throws
+/// FileError (missing, empty, no text, no numbers, no such column) with file, place and reason.
+ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options = {},
+                        const LoadOptions& load = {}, const SeriesFactory& make = MakeDataSeries);
+
+/// The same for a text that is no file's (UTF-8, or what a text file may be): nothing is read again. `name` is for
+/// messages.
+ImportResult ImportText(std::string text, const std::string& name,
+                        const ImportOptions& options = {}, const LoadOptions& load = {},
+                        const SeriesFactory& make = MakeDataSeries);
+
+struct ColumnSummary {
+  std::int32_t index = 0;
+  std::string name;
+  std::vector<std::optional<double>>
+      values;  ///< of the first five rows; nothing where there is no number
+};
+
+struct SourceSummary {
+  std::int64_t rows = 0;     ///< data rows, skipped ones among them
+  std::int64_t skipped = 0;  ///< rows in which some column that holds numbers cannot be read
+  bool names_line = false;
+  bool cancelled = false;  ///< the rows were not counted to the end
+  std::vector<ColumnSummary> columns;
+};
+
+/// What a file holds, read to its end unless `progress` cancels. Throws as ImportFile does, but for columns that do not
+/// exist.
+SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
+                            Progress& progress);
+
+}  // namespace tarnwick

@@ -1,0 +1,46 @@
+// A file opened for import: its supplier, its layout, its columns. Knows the guess and the user's word over it; knows no
+// DataSet.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/progress.h"
+#include "data/data_supplier.h"
+#include "data/ds_info.h"
+#include "data/text/format_guess.h"
+
+namespace tarnwick {
+
+struct ImportOptions;
+
+struct ImportSource {
+  TDSInfo info;  ///< everything but the columns and their formats; active
+  std::unique_ptr<TDataSupplier> supplier;
+  std::vector<ColumnGuess> columns;  ///< one per column name
+
+  /// The column that the user names. Throws FileError when there is none.
+  std::int32_t Column(std::string_view name) const;
+  /// What finds the column again: its name, or "#N" where another column has that name too.
+  std::string ReferenceTo(std::int32_t column) const;
+  /// The name to show.
+  std::string NameOf(std::int32_t column) const;
+  /// What is known of a column; numbers for kRowNumberColumn.
+  ColumnGuess Guess(std::int32_t column) const;
+  /// Columns that hold numbers, in order.
+  std::vector<std::int32_t> NumberColumns() const;
+};
+
+/// Opens and examines a file. Throws Error for options that cannot be used and FileError for files that cannot be read.
+/// Examining a large text progresses by bytes.
+ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
+                              Progress& progress);
+
+/// The same for a text that is no file's, which nothing can read again. `name` is for messages.
+ImportSource ExamineText(std::string text, const std::string& name, const ImportOptions& options,
+                         Progress& progress);
+
+}  // namespace tarnwick

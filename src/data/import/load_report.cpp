@@ -1,0 +1,71 @@
+#include "data/import/load_report.h"
+
+#include <string_view>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+std::string Counted(std::int64_t count, std::string_view what) {
+  return std::to_string(count) + " " + std::string(what) + (count == 1 ? "" : "s");
+}
+
+std::string Ordinal(std::int32_t number) {
+  const std::int32_t tens = number % 100;
+  const bool teen = tens >= 11 && tens <= 13;
+  const char* const endings[] = {"th", "st", "nd", "rd"};
+  return std::to_string(number) + (!teen && number % 10 <= 3 ? endings[number % 10] : "th");
+}
+
+}  // namespace
+
+std::int64_t LoadReport::Skipped() const {
+  return x_missing + y_missing + x_not_number + y_not_number;
+}
+
+void LoadReport::AddSkipped(SkipReason reason, std::int64_t line) {
+  if (Skipped() == 0) {
+    first_reason = reason;
+    first_skipped_line = line;
+  }
+  switch (reason) {
+    case SkipReason::XMissing:
+      ++x_missing;
+      break;
+    case SkipReason::YMissing:
+      ++y_missing;
+      break;
+    case SkipReason::XNotNumber:
+      ++x_not_number;
+      break;
+    case SkipReason::YNotNumber:
+      ++y_not_number;
+      break;
+  }
+}
+
+std::string LoadReport::Message() const {
+  if (!loaded) return cancelled ? "Cancelled, nothing was loaded" : "Nothing was loaded";
+  std::string text = Counted(points, "point");
+  if (sampled_every > 1) text += ", every " + Ordinal(sampled_every) + " row";
+  if (Skipped() > 0) {
+    text += "; " + Counted(Skipped(), "row") + " skipped (";
+    const std::pair<std::int64_t, const char*> reasons[] = {{x_missing, "X empty"},
+                                                            {y_missing, "Y empty"},
+                                                            {x_not_number, "X not a number"},
+                                                            {y_not_number, "Y not a number"}};
+    std::string list;
+    for (const auto& [count, reason] : reasons) {
+      if (count == 0) continue;
+      if (!list.empty()) list += ", ";
+      list += std::to_string(count) + " " + reason;
+    }
+    text += list + "; first at line " + std::to_string(first_skipped_line) + ")";
+  }
+  if (replaced > 0)
+    text += "; " + Counted(replaced, "row") + " replaced by later ones at the same X";
+  if (cancelled) text += "; cancelled";
+  return text;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,96 @@
+// One pass over a supplier that fills one or several DataSets. Knows two roads: row by row through any supplier, and block
+// by block over a text; both give the same points.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/undefined.h"
+#include "data/import/load_target.h"
+#include "data/import/loader.h"
+#include "data/text/row_block.h"
+#include "data/text/text_supplier.h"
+
+namespace tarnwick {
+
+/// Up to this sampling frequency reading every row of a text beats skipping.
+inline constexpr std::int32_t kDensestSampling = 16;
+
+/// Progress that begins when there is something to show, and may never begin.
+class LoadProgress final : public Progress {
+ public:
+  explicit LoadProgress(Progress* shown) : shown_(shown) {}
+  void Begin(std::string_view title, std::string_view subject, std::int64_t total) override;
+  bool Advance(std::int64_t done) override;
+  bool Cancelled() const override { return begun_ && shown_->Cancelled(); }
+  bool Begun() const { return begun_; }
+
+ private:
+  Progress* shown_;
+  bool begun_ = false;
+};
+
+class LoadRun {
+ public:
+  LoadRun(std::span<TDataSeries* const> all, TDataSupplier& supplier, const LoadOptions& options);
+
+  /// Shows progress from the start. Otherwise it begins when a DataSet passes kPointLimit points.
+  void ShowProgress(const std::string& subject);
+  /// Loads everything; throws Error, before any DataSet changes, when a column expression cannot be evaluated.
+  std::vector<LoadReport> Load();
+
+ private:
+  /// A DataSet that takes part, and where its values are found.
+  struct Member {
+    std::size_t number = 0;  // among the DataSets given
+    std::int32_t x_column = 0;
+    std::int32_t y_column = 0;
+    std::int32_t headers = 0;  // header rows still ahead of its first row
+    std::unique_ptr<LoadTarget> target;
+    std::size_t x_request = 0;  // among the columns of a block; kRowNumbers = the row's number
+    std::size_t y_request = 0;
+    std::vector<std::size_t> column_requests;  // of what its column expressions read
+    std::vector<double> columns;               // their values in the row at hand
+  };
+  static constexpr std::size_t kRowNumbers = ~std::size_t{0};
+
+  void ResolveColumns();
+  std::vector<ColumnTransforms> PrepareTransforms() const;
+  bool CountRows();
+  void BeginTargets(std::vector<ColumnTransforms> transforms);
+  void FinishTargets();
+
+  static ColumnFormat FormatOf(const Member& member, std::int32_t column);
+  bool AdvanceProgress(std::int64_t done);
+  bool AllDone() const;
+
+  // Row by row
+  void LoadRows();
+  bool GoToNextWantedRow();
+  RowValues ReadRow(Member& member) const;
+  double ReadCode(std::int32_t column, ColumnFormat format) const;
+
+  // Block by block
+  const TTxtSupplier* BlockSource() const;
+  void LoadBlocks(const TTxtSupplier& text);
+  std::size_t Request(std::int32_t column, ColumnFormat format);
+  void TakeBlock(Member& member, const RowBlock& block, std::int64_t first_row,
+                 std::int64_t first_line, const TextLayout& layout) const;
+
+  std::span<TDataSeries* const> all_;
+  TDataSupplier& supplier_;
+  const LoadOptions& options_;
+  LoadProgress progress_;
+  std::string subject_;
+  std::vector<Member> members_;
+  std::vector<ColumnRequest> requests_;
+  std::vector<LoadReport> reports_;
+  std::optional<std::int64_t> rows_;
+  bool cancelled_ = false;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,76 @@
+// One DataSet while it is being loaded: its chosen rows, its points on their way into it, its report. Knows values of rows;
+// knows no source.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "data/data_series.h"
+#include "data/import/load_report.h"
+#include "data/import/loader.h"
+#include "data/import/row_chooser.h"
+#include "data/text/row_block.h"
+
+namespace tarnwick {
+
+/// The values of a row; NaN tells kMissingValue from kNotNumberValue.
+struct RowValues {
+  double x = kMissingValue;
+  double y = kMissingValue;
+  std::span<const double> columns = {};  ///< those of LoadTarget::Columns()
+};
+
+class LoadTarget {
+ public:
+  /// Clears the DataSet, whose update has begun. `rows`: number of rows behind the headers, when known.
+  LoadTarget(TDataSeries& series, std::optional<std::int64_t> rows, std::int32_t point_limit,
+             ColumnTransforms transforms);
+
+  const TDSInfo& Info() const { return series_.Source(); }
+  const RowChooser& Chooser() const { return chooser_; }
+  LoadReport& Report() { return report_; }
+  /// The columns beside X and Y that its column expressions read: those for X, then those for Y.
+  const std::vector<std::int32_t>& Columns() const { return columns_; }
+  /// Points so far, those on their way among them.
+  std::int64_t Points() const;
+
+  /// Decides over the row Chooser().NextRow(); `line` answers its line and is asked for the first skipped row only.
+  template <class LineOf>
+  void Take(const RowValues& values, LineOf&& line);
+  /// True when whole columns can be taken.
+  bool TakesColumns() const;
+  void TakeColumns(std::span<const double> x, std::span<const double> y);
+  /// Puts the last points into the DataSet and completes the report.
+  void Finish();
+
+ private:
+  std::optional<SkipReason> AddPoint(const RowValues& values);
+  void FlushWhenWorthwhile();
+  void Flush();
+
+  TDataSeries& series_;
+  RowChooser chooser_;
+  ColumnTransforms transforms_;
+  std::vector<std::int32_t> columns_;
+  LoadReport report_;
+  std::int64_t added_ = 0;  // points given to the DataSet, or on their way
+  std::vector<double> x_;   // points not yet in the DataSet
+  std::vector<double> y_;
+};
+
+SkipReason ReasonOf(const RowValues& values);
+
+template <class LineOf>
+void LoadTarget::Take(const RowValues& values, LineOf&& line) {
+  const RowVerdict verdict = chooser_.Take(values.x, values.y);
+  if (verdict == RowVerdict::Passed) return;
+  ++report_.rows_read;
+  std::optional<SkipReason> skipped;
+  if (verdict == RowVerdict::Skipped) skipped = ReasonOf(values);
+  if (verdict == RowVerdict::Point) skipped = AddPoint(values);
+  if (skipped) report_.AddSkipped(*skipped, report_.Skipped() == 0 ? line() : 0);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,240 @@
+#include "data/text/row_block.h"
+
+#include <fast_float/fast_float.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "data/text/field_value.h"
+#include "data/text/text_lines.h"
+
+namespace tarnwick {
+namespace {
+
+/// Reads rows one after the other. A row written plainly (numbers between separators, nothing else in the columns that
+/// are wanted) is read in one pass without looking for its end first; every other row goes the general way.
+class RowReader {
+ public:
+  RowReader(std::string_view lines, const TextLayout& layout,
+            std::span<const ColumnRequest> requests)
+      : layout_(layout), requests_(requests), at_(lines.data()), end_(lines.data() + lines.size()) {
+    order_.resize(requests.size());
+    std::iota(order_.begin(), order_.end(), std::size_t{0});
+    std::stable_sort(order_.begin(), order_.end(), [&](std::size_t a, std::size_t b) {
+      return requests[a].column < requests[b].column;
+    });
+    plain_allowed_ = layout.width == 0 && !requests.empty() && EachColumnOnce() &&
+                     FormatsArePlain() && MarksAreOrdinary();
+  }
+
+  bool AtEnd() const { return at_ == end_; }
+
+  /// Reads the line at hand into `row`; false when it is no row.
+  bool ReadLine(std::span<double> row) {
+    if (plain_allowed_ && ReadPlainRow(row)) return true;
+    const char* const stop = FindLineEnd(at_, end_, layout_.line_end);
+    const std::string_view line = LineView(at_, stop);
+    at_ = stop == end_ ? end_ : stop + 1;
+    if (!IsDataLine(line, layout_)) return false;
+    ReadAnyRow(line, row);
+    return true;
+  }
+
+ private:
+  bool EachColumnOnce() const {
+    for (std::size_t i = 1; i < order_.size(); ++i) {
+      if (requests_[order_[i]].column == requests_[order_[i - 1]].column) return false;
+    }
+    return true;
+  }
+
+  /// Every column holds numbers whose decimal separator separates no fields.
+  bool FormatsArePlain() const {
+    return std::all_of(requests_.begin(), requests_.end(), [&](const ColumnRequest& request) {
+      using enum ColumnFormat;
+      if (request.format == DecimalComma) return layout_.Of(',') == TextLayout::kPlain;
+      return request.format == Automatic || request.format == Number;
+    });
+  }
+
+  /// No character of a number or line end separates or encloses fields.
+  bool MarksAreOrdinary() const {
+    const std::string_view own = "0123456789+-.eE\n\r";
+    return std::all_of(own.begin(), own.end(),
+                       [&](char c) { return layout_.Of(c) == TextLayout::kPlain; });
+  }
+
+  bool IsLineEnd(const char* at) const {
+    return *at == layout_.line_end ||
+           (*at == '\r' && (at + 1 == end_ || at[1] == layout_.line_end));
+  }
+
+  /// Reads the number at `at`, which a separator or the line's end must follow; null when anything is out of the way.
+  const char* ReadPlainNumber(const char* at, ColumnFormat format, double& value) const {
+    while (at < end_ && (*at == ' ' || *at == '\t') && !layout_.IsSeparator(*at)) ++at;
+    const char* const digit = at < end_ && *at == '-' ? at + 1 : at;
+    if (digit >= end_ || *digit < '0' || *digit > '9') return nullptr;
+    const char point = format == ColumnFormat::DecimalComma ? ',' : '.';
+    const auto result = fast_float::from_chars_advanced(
+        at, end_, value, fast_float::parse_options{fast_float::chars_format::general, point});
+    if (result.ec != std::errc()) return nullptr;
+    at = result.ptr;
+    while (at < end_ && (*at == ' ' || *at == '\t') && !layout_.IsSeparator(*at)) ++at;
+    return at == end_ || layout_.IsSeparator(*at) || IsLineEnd(at) ? at : nullptr;
+  }
+
+  /// From the end of one field to the beginning of the next; null at the line's end.
+  const char* NextPlainField(const char* at) const {
+    if (at == end_ || !layout_.IsSeparator(*at)) return nullptr;
+    ++at;
+    if (layout_.merge) {
+      while (at < end_ && layout_.IsSeparator(*at)) ++at;
+    }
+    return at;
+  }
+
+  /// Over a field that is not wanted; null when it may hold markers or is the last.
+  const char* SkipPlainField(const char* at) const {
+    while (at < end_ && !layout_.IsSeparator(*at)) {
+      if (IsLineEnd(at) || layout_.IsMarker(*at)) return nullptr;
+      ++at;
+    }
+    return at;
+  }
+
+  /// The first character that is no blank belongs to a field of a row, not to a comment or a blank line.
+  bool StartsRow() const {
+    const char* at = at_;
+    while (at < end_ && (*at == ' ' || *at == '\t')) ++at;
+    return at < end_ && !IsBlankByte(*at) && !layout_.IsComment(*at);
+  }
+
+  bool ReadPlainRow(std::span<double> row) {
+    if (!StartsRow()) return false;
+    const char* at = at_;
+    if (layout_.merge) {
+      while (at < end_ && layout_.IsSeparator(*at)) ++at;
+    }
+    std::int32_t column = 0;
+    for (std::size_t i = 0; i < order_.size(); ++i) {
+      if (i > 0 && (at = NextPlainField(at)) == nullptr) return false;
+      const ColumnRequest& request = requests_[order_[i]];
+      for (column += i > 0 ? 1 : 0; column < request.column; ++column) {
+        at = SkipPlainField(at);
+        if (at == nullptr || (at = NextPlainField(at)) == nullptr) return false;
+      }
+      at = ReadPlainNumber(at, request.format, row[order_[i]]);
+      if (at == nullptr) return false;
+    }
+    const char* const stop =
+        at < end_ && *at == layout_.line_end ? at : FindLineEnd(at, end_, layout_.line_end);
+    at_ = stop == end_ ? end_ : stop + 1;
+    return true;
+  }
+
+  void ReadAnyRow(std::string_view line, std::span<double> row) {
+    FieldCursor cursor(line, layout_);
+    std::optional<std::string_view> field;
+    std::int32_t taken = 0;
+    for (const std::size_t which : order_) {
+      while (taken <= requests_[which].column) {
+        field = cursor.Next();
+        taken = field ? taken + 1 : std::numeric_limits<std::int32_t>::max();
+      }
+      row[which] = BlockValue(field, requests_[which].format, layout_, buffer_);
+    }
+  }
+
+  const TextLayout& layout_;
+  std::span<const ColumnRequest> requests_;
+  std::vector<std::size_t> order_;  // requests by ascending column
+  const char* at_;
+  const char* end_;
+  bool plain_allowed_ = false;
+  std::string buffer_;
+};
+
+constexpr std::size_t kRowsPerGrowth = 1024;
+
+void GrowTo(std::size_t rows, RowBlock& block) {
+  for (std::vector<double>& column : block.storage) {
+    if (column.size() < rows) column.resize(std::max(rows, 2 * column.size()));
+  }
+}
+
+/// Numbers beyond the range of a double are no numbers. True when every value is one.
+bool SettleInfinities(std::span<double> values) {
+  bool all_finite = true;
+  for (const double value : values) {
+    all_finite &= std::abs(value) <= std::numeric_limits<double>::max();
+  }
+  if (all_finite) return true;
+  for (double& value : values) {
+    if (std::isinf(value)) value = kNotNumberValue;
+  }
+  return false;
+}
+
+}  // namespace
+
+double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
+                  const TextLayout& layout, std::string& buffer) {
+  if (!field) return kMissingValue;
+  const std::string_view text = FieldText(*field, layout, buffer);
+  if (text.empty()) return kMissingValue;
+  return FieldValue(text, format).value_or(kNotNumberValue);
+}
+
+std::int64_t RowBlock::LineOfRow(std::int64_t row, const TextLayout& layout) const {
+  LineWalker walker(text, layout.line_end);
+  for (std::int64_t line = 0; !walker.AtEnd(); ++line) {
+    if (IsDataLine(walker.Next(), layout) && row-- == 0) return line;
+  }
+  return lines;
+}
+
+std::string_view LinesBeginningIn(std::string_view text, std::size_t from, std::size_t to,
+                                  char line_end) {
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  if (from >= text.size()) return {};
+  const char* first = begin;
+  if (from > 0) {
+    // A line that begins in the range has its predecessor's end there too, so no search leaves the range in vain.
+    const std::size_t found = text.substr(from - 1, to - from).find(line_end);
+    if (found == text.npos) return {};
+    first = begin + from + found;
+  }
+  if (first == end) return {};
+  const char* last = end;
+  if (to < text.size()) {
+    last = FindLineEnd(begin + to - 1, end, line_end);
+    if (last != end) ++last;
+  }
+  return {first, static_cast<std::size_t>(last - first)};
+}
+
+void ReadRowBlock(std::string_view lines, const TextLayout& layout,
+                  std::span<const ColumnRequest> requests, RowBlock& block) {
+  block.text = lines;
+  block.rows = 0;
+  block.lines = 0;
+  block.storage.resize(requests.size());
+  std::vector<double> row(requests.size());
+  std::size_t rows = 0;
+  for (RowReader reader(lines, layout, requests); !reader.AtEnd(); ++block.lines) {
+    if (!reader.ReadLine(row)) continue;
+    if (rows % kRowsPerGrowth == 0) GrowTo(rows + kRowsPerGrowth, block);
+    for (std::size_t i = 0; i < row.size(); ++i) block.storage[i][rows] = row[i];
+    ++rows;
+  }
+  block.rows = static_cast<std::int64_t>(rows);
+  block.complete.clear();
+  for (std::vector<double>& column : block.storage) {
+    block.complete.push_back(SettleInfinities(std::span(column).first(rows)) ? 1 : 0);
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,128 @@
+#include "data/text/text_fields.h"
+
+#include <algorithm>
+
+#include "base/text_encoding.h"
+
+namespace tarnwick {
+namespace {
+
+bool IsContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+/// Behind the marker that closes the one at `open`, or null when there is none.
+const char* BehindClosing(const char* open, const char* end) {
+  for (const char* at = open + 1; at < end; ++at) {
+    if (*at != *open) continue;
+    if (at + 1 == end || at[1] != *open) return at + 1;
+    ++at;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::string_view TrimBlankBytes(std::string_view text) {
+  while (!text.empty() && IsBlankByte(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlankByte(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+TextLayout::TextLayout(const TDSInfo& info, char line_end_byte)
+    : merge(info.MergeSeparators),
+      width(info.DivideTextByWidth ? std::max(info.ColumnWidth, 1) : 0),
+      line_end(line_end_byte) {
+  for (const char c : {'#', '%'}) kinds[static_cast<unsigned char>(c)] = kComment;
+  for (const char c : info.TextMarkers) kinds[static_cast<unsigned char>(c)] = kMarker;
+  for (const char c : info.TextSeparators) kinds[static_cast<unsigned char>(c)] = kSeparator;
+}
+
+bool IsDataLine(std::string_view line, const TextLayout& layout) {
+  const auto first = std::find_if_not(line.begin(), line.end(), IsBlankByte);
+  return first != line.end() && !layout.IsComment(*first);
+}
+
+FieldCursor::FieldCursor(std::string_view line, const TextLayout& layout)
+    : layout_(layout), at_(line.data()), end_(line.data() + line.size()), more_(!line.empty()) {
+  if (layout.width == 0) return;
+  const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  characters_are_bytes_ = std::all_of(line.begin(), line.end(), is_ascii) || !IsValidUtf8(line);
+}
+
+std::optional<std::string_view> FieldCursor::Next() {
+  if (!more_) return std::nullopt;
+  if (layout_.width > 0) return NextByWidth();
+  if (layout_.merge) {
+    while (at_ < end_ && layout_.IsSeparator(*at_)) ++at_;
+    if (at_ == end_) {
+      more_ = false;
+      return std::nullopt;
+    }
+  }
+  const char* const begin = at_;
+  const char* const field_end = FieldEnd(begin);
+  more_ = field_end < end_;
+  at_ = more_ ? field_end + 1 : end_;
+  return std::string_view(begin, static_cast<std::size_t>(field_end - begin));
+}
+
+std::string_view FieldCursor::NextByWidth() {
+  const char* const begin = at_;
+  if (characters_are_bytes_) {
+    at_ += std::min<std::ptrdiff_t>(layout_.width, end_ - at_);
+  } else {
+    for (std::int32_t i = 0; i < layout_.width && at_ < end_; ++i) {
+      do {
+        ++at_;
+      } while (at_ < end_ && IsContinuation(*at_));
+    }
+  }
+  more_ = at_ < end_;
+  return {begin, static_cast<std::size_t>(at_ - begin)};
+}
+
+const char* FieldCursor::FieldEnd(const char* begin) const {
+  const char* at = begin;
+  while (at < end_ && IsBlankByte(*at) && !layout_.IsSeparator(*at)) ++at;
+  if (at < end_ && layout_.IsMarker(*at)) {
+    const char* const closed = BehindClosing(at, end_);
+    if (closed != nullptr) at = closed;
+  }
+  while (at < end_ && !layout_.IsSeparator(*at)) ++at;
+  return at;
+}
+
+std::optional<std::string_view> FieldAt(std::string_view line, const TextLayout& layout,
+                                        std::int32_t column) {
+  if (column < 0) return std::nullopt;
+  FieldCursor cursor(line, layout);
+  std::optional<std::string_view> field = cursor.Next();
+  for (; field && column > 0; --column) field = cursor.Next();
+  return field;
+}
+
+std::int32_t CountFields(std::string_view line, const TextLayout& layout, std::int32_t limit) {
+  FieldCursor cursor(line, layout);
+  std::int32_t count = 0;
+  while (count < limit && cursor.Next()) ++count;
+  return count;
+}
+
+std::string_view FieldText(std::string_view field, const TextLayout& layout, std::string& buffer) {
+  const std::string_view text = TrimBlankBytes(field);
+  if (text.size() < 2 || !layout.IsMarker(text.front())) return text;
+  const char marker = text.front();
+  const char* const closed = BehindClosing(text.data(), text.data() + text.size());
+  if (closed != text.data() + text.size()) return text;
+  const std::string_view inside = text.substr(1, text.size() - 2);
+  if (inside.find(marker) == inside.npos) return TrimBlankBytes(inside);
+  buffer.clear();
+  for (std::size_t i = 0; i < inside.size(); ++i) {
+    buffer += inside[i];
+    if (inside[i] == marker) ++i;
+  }
+  return TrimBlankBytes(buffer);
+}
+
+}  // namespace tarnwick

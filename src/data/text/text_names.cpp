@@ -1,0 +1,189 @@
+#include "data/text/text_names.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "base/text_encoding.h"
+#include "data/text/field_value.h"
+#include "data/text/text_lines.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kLongestName = 255;
+constexpr std::int32_t kMostHeaderLines = 1000;  // looked at for names
+constexpr std::int32_t kMostLinesBeforeRows = 10000;
+
+using Fields = std::vector<std::string>;
+
+std::string NameText(std::string_view field, const TextLayout& layout) {
+  std::string buffer;
+  std::string_view text = FieldText(field, layout, buffer);
+  if (text.size() > kLongestName) {
+    std::size_t cut = kLongestName;
+    while (cut > kLongestName - 4 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) --cut;
+    text = text.substr(0, cut);
+  }
+  return IsValidUtf8(text) ? std::string(text) : Utf8FromEightBit(text);
+}
+
+Fields Split(std::string_view line, const TextLayout& layout) {
+  Fields fields;
+  FieldCursor cursor(line, layout);
+  while (static_cast<std::int32_t>(fields.size()) < kMostColumns) {
+    const std::optional<std::string_view> field = cursor.Next();
+    if (!field) break;
+    fields.push_back(NameText(*field, layout));
+  }
+  return fields;
+}
+
+std::string_view WithoutCommentMark(std::string_view line, const TextLayout& layout) {
+  line = TrimBlankBytes(line);
+  while (!line.empty() && (layout.IsComment(line.front()) || IsBlankByte(line.front()))) {
+    line.remove_prefix(1);
+  }
+  return line;
+}
+
+TextLayout WithSeparator(const TextLayout& layout, char separator) {
+  TextLayout changed = layout;
+  for (std::uint8_t& kind : changed.kinds) {
+    if (kind == TextLayout::kSeparator) kind = TextLayout::kPlain;
+  }
+  changed.kinds[static_cast<unsigned char>(separator)] = TextLayout::kSeparator;
+  changed.width = 0;
+  return changed;
+}
+
+/// The names of a comment line are often separated otherwise than the values: "# time, temperature" over columns of
+/// blanks. The separators of the rows come first, then whichever gives as many names as there are columns.
+Fields SplitComment(std::string_view line, const TextLayout& layout, std::int32_t columns) {
+  Fields fields = Split(line, layout);
+  if (static_cast<std::int32_t>(fields.size()) != columns) {
+    for (const char separator : {',', ';', '\t', '|'}) {
+      Fields others = Split(line, WithSeparator(layout, separator));
+      if (static_cast<std::int32_t>(others.size()) == columns) fields = std::move(others);
+    }
+  }
+  for (std::string& name : fields) {
+    while (!name.empty() && (name.back() == ',' || name.back() == ';')) name.pop_back();
+  }
+  return fields;
+}
+
+struct Line {
+  std::string_view text;
+  bool comment = false;
+  Fields fields;
+};
+
+bool NamesAll(const Fields& fields) {
+  return std::none_of(fields.begin(), fields.end(),
+                      [](const std::string& f) { return f.empty() || ReadsAsNumber(f); });
+}
+
+/// What is known of a text before its names are: the lines ahead of the rows, and the rows' number of fields.
+struct Opening {
+  std::vector<std::string_view> header;
+  std::int32_t row_columns = 0;
+};
+
+Opening ReadOpening(std::string_view text, const TextLayout& layout, std::int32_t header_lines) {
+  Opening opening;
+  LineWalker walker(text, layout.line_end);
+  std::int32_t rows = 0;
+  for (std::int32_t i = 0; rows < kColumnLines && !walker.AtEnd(); ++i) {
+    const std::string_view line = walker.Next();
+    const bool ahead = i < header_lines || !IsDataLine(line, layout);
+    if (ahead && i >= kMostLinesBeforeRows) break;
+    if (ahead && rows == 0 && static_cast<std::int32_t>(opening.header.size()) < kMostHeaderLines) {
+      opening.header.push_back(line);
+    }
+    if (ahead) continue;
+    opening.row_columns = std::max(opening.row_columns, CountFields(line, layout, kMostColumns));
+    ++rows;
+  }
+  return opening;
+}
+
+Line ReadLine(std::string_view text, const TextLayout& layout, std::int32_t columns) {
+  Line line{text, !IsDataLine(text, layout), {}};
+  line.fields = line.comment ? SplitComment(WithoutCommentMark(text, layout), layout, columns)
+                             : Split(text, layout);
+  return line;
+}
+
+/// The number of columns to the letter: over the first lines of the text, comments apart.
+std::int32_t CountColumns(std::string_view text, const TextLayout& layout) {
+  LineWalker walker(text, layout.line_end);
+  std::int32_t columns = 0;
+  for (std::int32_t i = 0; i < kColumnLines && !walker.AtEnd(); ++i) {
+    const std::string_view line = walker.Next();
+    if (IsDataLine(line, layout)) {
+      columns = std::max(columns, CountFields(line, layout, kMostColumns));
+    }
+  }
+  return columns;
+}
+
+}  // namespace
+
+std::string UnnamedColumn(std::int32_t column) {
+  return "(col " + std::to_string(column) + ")";
+}
+
+bool ReadsAsNumber(std::string_view field) {
+  std::string packed;
+  for (const char c : field) {
+    if (!IsBlankByte(c)) packed += c;
+  }
+  return packed >= "0" && packed <= "9";
+}
+
+TextNames ReadTextNames(std::string_view text, const TextLayout& layout,
+                        std::int32_t header_lines) {
+  const Opening opening = ReadOpening(text, layout, header_lines);
+  const std::int32_t rows = opening.row_columns;
+  LineWalker walker(text, layout.line_end);
+  Line line = ReadLine(walker.Next(), layout, rows);
+  std::int32_t columns = CountColumns(text, layout);
+
+  const auto size = static_cast<std::int32_t>(line.fields.size());
+  const bool title = rows > 1 && (size == 1 || size > rows);
+  if (line.comment || title) {
+    if (line.comment) {
+      line.fields.clear();
+      columns = rows;
+    }
+    for (const std::string_view header : opening.header) {
+      Line candidate = ReadLine(header, layout, rows);
+      const bool fits =
+          static_cast<std::int32_t>(candidate.fields.size()) == rows && NamesAll(candidate.fields);
+      if (!fits) continue;
+      columns = rows;
+      line = std::move(candidate);
+      // Units may follow a plain line of names; of comments the one nearest to the rows names them.
+      if (!line.comment) break;
+    }
+  }
+
+  // Without header lines the first line holds values, and no value is a name, whatever its first digit.
+  const bool first_is_row = header_lines == 0 && !line.comment && opening.header.empty();
+  TextNames read;
+  read.has_names_line = columns > 0;
+  for (std::int32_t i = 0; i < columns; ++i) {
+    const auto at = static_cast<std::size_t>(i);
+    std::string name = at < line.fields.size() ? std::move(line.fields[at]) : std::string();
+    const bool value = first_is_row && FieldValue(name, ColumnFormat::Automatic).has_value();
+    if (name.empty() || ReadsAsNumber(name) || value) {
+      name = UnnamedColumn(i);
+      read.has_names_line = false;
+    }
+    read.names.push_back(std::move(name));
+  }
+  return read;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,142 @@
+#include "data/text/text_supplier.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "data/text/row_block.h"
+#include "data/text/text_lines.h"
+#include "data/text/text_names.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::int64_t kIndexedSkip = 32;  // from here on the index finds a row sooner than walking
+constexpr std::int64_t kMostRows = std::numeric_limits<std::int32_t>::max() - 1;
+
+std::int32_t RowNumber(std::int64_t row) {
+  return static_cast<std::int32_t>(std::min(row, kMostRows));
+}
+
+}  // namespace
+
+TTxtSupplier::TTxtSupplier(const TDSInfo& info, std::shared_ptr<const TextSource> source)
+    : source_(std::move(source)),
+      layout_(info, source_->LineEnd()),
+      end_(source_->Text().data() + source_->Text().size()) {
+  LineWalker walker(source_->Text(), layout_.line_end);
+  for (; header_rows_ < info.FileHasHeaders && !walker.AtEnd(); ++header_rows_) walker.Next();
+  body_ = walker.Position();
+  FirstRow();
+}
+
+void TTxtSupplier::FirstRow() {
+  row_ = 1;
+  at_ = source_->Text().data();
+  if (header_rows_ == 0) GoToBody(0);
+}
+
+/// Goes to a row of the body from 0, or to the end when there are fewer.
+void TTxtSupplier::GoToBody(std::int64_t row) {
+  if (index_) {
+    at_ = row < index_->Rows() ? index_->RowBegin(row) : end_;
+    row_ = header_rows_ + std::min(row, index_->Rows()) + 1;
+    return;
+  }
+  LineWalker walker(Body(), layout_.line_end);
+  row_ = header_rows_ + 1;
+  for (at_ = body_; at_ != end_; at_ = walker.Position()) {
+    if (!IsDataLine(walker.Next(), layout_)) continue;
+    if (row-- == 0) return;
+    ++row_;
+  }
+}
+
+bool TTxtSupplier::NextRow() {
+  if (AtEnd()) return true;
+  LineWalker walker({at_, static_cast<std::size_t>(end_ - at_)}, layout_.line_end);
+  walker.Next();
+  ++row_;
+  for (at_ = walker.Position(); at_ != end_ && row_ > header_rows_; at_ = walker.Position()) {
+    if (IsDataLine(walker.Next(), layout_)) break;
+  }
+  return AtEnd();
+}
+
+void TTxtSupplier::SkipRows(std::int32_t rows) {
+  const std::int64_t target = row_ + rows - 1;  // from 0
+  if (index_ && rows >= kIndexedSkip && target >= header_rows_) {
+    GoToBody(target - header_rows_);
+    return;
+  }
+  for (; rows > 0 && !AtEnd(); --rows) NextRow();
+}
+
+std::int32_t TTxtSupplier::CurrentRow() const {
+  return RowNumber(row_);
+}
+
+std::string_view TTxtSupplier::CurrentLine() {
+  // Kept for the row's other fields: a line may be as long as the file.
+  if (measured_ != at_) line_ = LineView(at_, FindLineEnd(at_, end_, layout_.line_end));
+  measured_ = at_;
+  return line_;
+}
+
+std::optional<std::string_view> TTxtSupplier::CurrentField(std::int32_t column) {
+  if (AtEnd()) return std::nullopt;
+  return FieldAt(CurrentLine(), layout_, column);
+}
+
+std::optional<double> TTxtSupplier::ReadValue(std::int32_t column, ColumnFormat format) {
+  if (column == kRowNumberColumn && !AtEnd()) return static_cast<double>(row_ - header_rows_);
+  const double value = BlockValue(CurrentField(column), format, layout_, buffer_);
+  return std::isnan(value) ? std::nullopt : std::optional(value);
+}
+
+bool TTxtSupplier::HasValue(std::int32_t column) {
+  if (column == kRowNumberColumn) return !AtEnd();
+  const std::optional<std::string_view> field = CurrentField(column);
+  return field && !FieldText(*field, layout_, buffer_).empty();
+}
+
+bool TTxtSupplier::CountRows(Progress& progress) {
+  if (index_) return true;
+  RowIndex index(Body(), layout_);
+  if (!index.Build(progress)) return false;
+  index_.emplace(std::move(index));
+  return true;
+}
+
+std::int32_t TTxtSupplier::RowCount() {
+  NoProgress silent;
+  CountRows(silent);
+  return RowNumber(header_rows_ + index_->Rows());
+}
+
+const std::vector<std::string>& TTxtSupplier::ColumnNames() {
+  if (!names_) ReadNames();
+  return *names_;
+}
+
+bool TTxtSupplier::HasNamesLine() {
+  if (!names_) ReadNames();
+  return has_names_line_;
+}
+
+void TTxtSupplier::ReadNames() {
+  TextNames read = ReadTextNames(source_->Text(), layout_, header_rows_);
+  names_ = std::move(read.names);
+  has_names_line_ = read.has_names_line;
+}
+
+std::int64_t TTxtSupplier::Line() const {
+  const std::string_view text = source_->Text();
+  return 1 + std::count(text.data(), at_, layout_.line_end);
+}
+
+std::string TTxtSupplier::Place() const {
+  return "line " + std::to_string(Line());
+}
+
+}  // namespace tarnwick

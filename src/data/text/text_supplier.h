@@ -1,0 +1,67 @@
+// Rows and columns of a text. Knows lines, fields, headers and names; hands its text to the loader for reading many rows
+// at once.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "data/data_supplier.h"
+#include "data/text/row_index.h"
+#include "data/text/text_fields.h"
+#include "data/text/text_source.h"
+
+namespace tarnwick {
+
+/// The first FileHasHeaders lines are header rows whatever they hold. Behind them every line is a row but the blank ones
+/// and those that begin with "#" or "%".
+class TTxtSupplier final : public TDataSupplier {
+ public:
+  TTxtSupplier(const TDSInfo& info, std::shared_ptr<const TextSource> source);
+
+  std::int32_t CurrentRow() const override;
+  std::int32_t HeaderRowsPassed() const override { return 0; }
+  bool AtEnd() const override { return at_ == end_; }
+  bool NextRow() override;
+  void FirstRow() override;
+  void SkipRows(std::int32_t rows) override;
+  std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
+  bool HasValue(std::int32_t column) override;
+  std::int32_t RowCount() override;
+  const std::vector<std::string>& ColumnNames() override;
+  bool HasNamesLine() override;
+  bool CountRows(Progress& progress) override;
+  std::int64_t Size() const override { return end_ - source_->Text().data(); }
+  std::int64_t Position() const override { return at_ - source_->Text().data(); }
+  const std::string& Describe() const override { return source_->Name(); }
+  std::string Place() const override;
+  std::int64_t Line() const override;
+
+  const TextLayout& Layout() const { return layout_; }
+  /// The text behind the header lines, where rows and line numbers of blocks begin.
+  std::string_view Body() const { return {body_, static_cast<std::size_t>(end_ - body_)}; }
+  std::string_view Text() const { return source_->Text(); }
+  /// Lines before Body(); each is a row of the supplier.
+  std::int32_t HeaderRows() const { return header_rows_; }
+
+ private:
+  void GoToBody(std::int64_t row);
+  std::string_view CurrentLine();
+  std::optional<std::string_view> CurrentField(std::int32_t column);
+  void ReadNames();
+
+  std::shared_ptr<const TextSource> source_;
+  TextLayout layout_;
+  const char* end_;
+  const char* body_;
+  const char* at_;
+  const char* measured_ = nullptr;  // the line that line_ is
+  std::string_view line_;
+  std::int64_t row_ = 1;
+  std::int32_t header_rows_ = 0;
+  std::optional<RowIndex> index_;
+  std::optional<std::vector<std::string>> names_;
+  bool has_names_line_ = false;
+  std::string buffer_;
+};
+
+}  // namespace tarnwick

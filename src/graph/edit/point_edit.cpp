@@ -1,0 +1,99 @@
+#include "graph/edit/point_edit.h"
+
+#include <cmath>
+
+#include "base/error.h"
+#include "graph/read_out.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+void CheckPlace(const PlotPoint& place) {
+  if (!std::isfinite(place.x) || !std::isfinite(place.y)) {
+    throw Error("A point needs a finite X and Y");
+  }
+}
+
+double StoredY(const TSeries& series, const PlotPoint& place) {
+  const double slope = series.BaseLineSlope();
+  return place.y + series.ZeroValue() + (slope == 0 ? 0 : slope * place.x);
+}
+
+std::string PairText(const TxyGraph& graph, const TSeries& series, const PlotPoint& place) {
+  return ValueText(graph.Axis(AxisId::X), place.x) + ", " +
+         ValueText(graph.Axis(graph.YAxisOf(series)), place.y);
+}
+
+/// "Voltage.# 3  X,Y: 1, 2"
+std::optional<std::string> PointName(const TxyGraph& graph, const TSeries& series,
+                                     std::int32_t id) {
+  const std::optional<std::size_t> index = series.Points().IndexOfId(id);
+  if (!index) return std::nullopt;
+  const Point point = series.Points().At(*index);
+  const PlotPoint place{point.x, series.CorrectedY(point.x, point.y)};
+  const char* caption = graph.YAxisOf(series) == AxisId::Y2 ? "  X,Y2: " : "  X,Y: ";
+  return series.SeriesName() + ".# " + std::to_string(id) + caption +
+         PairText(graph, series, place);
+}
+
+void EraseNear(PointChain& points, double x, double tolerance) {
+  const PointChain::Place near = points.LowerPlace(x - tolerance);
+  if (near != points.End() && std::abs(points.X(near) - x) <= tolerance) points.Erase(near);
+}
+
+}  // namespace
+
+std::string DeletePointQuestion(const TxyGraph& graph, const TSeries& series, std::int32_t id) {
+  const auto name = PointName(graph, series, id);
+  return name ? "Delete Point " + *name + " ?" : std::string();
+}
+
+std::string MovePointQuestion(const TxyGraph& graph, const TSeries& series, std::int32_t id,
+                              const PlotPoint& to) {
+  const auto name = PointName(graph, series, id);
+  return name ? "Move Point " + *name + " to " + PairText(graph, series, to) + " ?" : std::string();
+}
+
+void CheckMove(const TxyGraph& graph, const TSeries& series, const PlotPoint& to) {
+  CheckPlace(to);
+  const bool off_x = graph.Axis(AxisId::X).LogScale() && !(to.x > 0);
+  const bool off_y = graph.Axis(graph.YAxisOf(series)).LogScale() && !(to.y > 0);
+  if (off_x || off_y) throw Error("Can not Move to Negative Values in Log Scale!");
+}
+
+bool MovePoint(const TxyGraph& graph, TSeries& series, std::int32_t id, const PlotPoint& to) {
+  CheckMove(graph, series, to);
+  const std::optional<std::size_t> index = series.Points().IndexOfId(id);
+  if (!index) return false;
+  const double y = StoredY(series, to);
+  DataState state = series.State();
+  PointChain& points = state.points;
+  const Point point = points.At(*index);
+  if (point.x == to.x && point.y == y) return true;
+  points.Erase(points.PlaceOf(*index));
+  if (!state.settings.DuplicatesAllowed) {
+    EraseNear(points, to.x, state.settings.NumericalTolerance);
+  }
+  points.Insert(points.LowerPlace(to.x), {id, to.x, y, 0});
+  state.extremes_stale = true;
+  state.regression_stale = true;
+  series.SetState(state);
+  return true;
+}
+
+void CheckInsert(const TSeries& series) {
+  if (series.Source().DataSource != DataSourceKind::Manual) {
+    throw Error("This option is valid only for dataSet with manual source");
+  }
+}
+
+std::int32_t InsertPoint(TSeries& series, const PlotPoint& at) {
+  CheckInsert(series);
+  CheckPlace(at);
+  const std::int32_t before = series.PointCount();
+  if (series.AddPoint(at.x, StoredY(series, at)) > before) return series.State().id_counter;
+  return series.Points().IdAt(series.Points().LowerBound(at.x));
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,141 @@
+#include "graph/files/data_text_file.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <string_view>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "base/whole_file.h"
+#include "data/text/text_names.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kPiece = std::size_t{1} << 16;
+constexpr std::string_view kMarkers = "'\"";
+constexpr char kMarker = '"';
+constexpr std::string_view kUsualSeparators = "\t,;|";
+
+/// Walks the points of one DataSet.
+class PointCursor {
+ public:
+  explicit PointCursor(const PointChain& points) : points_(points) { Settle(); }
+
+  bool AtEnd() const { return offset_ == view_.x.size(); }
+  double X() const { return view_.x[offset_]; }
+  double Y() const { return view_.y[offset_]; }
+  void Next() {
+    ++offset_;
+    Settle();
+  }
+
+ private:
+  void Settle() {
+    while (AtEnd() && next_chunk_ < points_.ChunkCount()) {
+      view_ = points_.Chunk(next_chunk_++);
+      offset_ = 0;
+    }
+  }
+
+  const PointChain& points_;
+  ChunkView view_;
+  std::size_t next_chunk_ = 0;
+  std::size_t offset_ = 0;
+};
+
+/// A name as one field of one line. Quoted where a reader would split it, or take a quote in it for its end.
+std::string NameField(std::string_view name, std::string_view separators) {
+  std::string text(name);
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+  const std::string_view trimmed = TrimBlankBytes(text);
+  const bool starts_with_marker =
+      !trimmed.empty() && kMarkers.find(trimmed.front()) != kMarkers.npos;
+  const bool splits = text.find_first_of(separators) != text.npos ||
+                      text.find_first_of(kUsualSeparators) != text.npos;
+  if (!starts_with_marker && !splits) return text;
+  std::string quoted(1, kMarker);
+  for (const char c : text) quoted.append(c == kMarker ? 2 : 1, c);
+  return quoted + kMarker;
+}
+
+/// The line of names. An empty name would shift those behind it.
+std::string NamesLine(const std::vector<const TDataSeries*>& series,
+                      const DataTextOptions& options) {
+  const auto field = [&](const std::string& name, std::int32_t column) {
+    const bool blank = TrimBlankBytes(name).empty();
+    return NameField(blank ? UnnamedColumn(column) : name, options.separators);
+  };
+  std::string line = field(options.x_heading, 0);
+  std::int32_t column = 0;
+  for (const TDataSeries* one : series) {
+    line += options.separators.front();
+    line += field(one->SeriesName(), ++column);
+  }
+  return line += '\n';
+}
+
+bool SharesRow(double x, double row_x, double tolerance) {
+  if (x == row_x) return true;
+  const double difference = std::abs(x - row_x);
+  return difference <= tolerance && difference <= tolerance * std::abs(row_x);
+}
+
+/// Hands the table to `sink`, a callable that takes a std::string& and empties it, in pieces.
+template <class Sink>
+void WriteTable(const std::vector<const TDataSeries*>& series, const DataTextOptions& options,
+                Sink&& sink) {
+  if (options.separators.empty()) throw Error("No Text Separators supplied");
+  std::string text = NamesLine(series, options);
+  std::vector<PointCursor> cursors;
+  cursors.reserve(series.size());
+  for (const TDataSeries* one : series) cursors.emplace_back(one->Points());
+  while (true) {
+    const PointCursor* first = nullptr;
+    for (const PointCursor& cursor : cursors) {
+      if (!cursor.AtEnd() && (first == nullptr || cursor.X() < first->X())) first = &cursor;
+    }
+    if (first == nullptr) break;
+    const double x = first->X();
+    text += ShortestText(x);
+    for (PointCursor& cursor : cursors) {
+      text += options.separators.front();
+      if (cursor.AtEnd() || !SharesRow(cursor.X(), x, options.x_tolerance)) continue;
+      text += ShortestText(cursor.Y());
+      cursor.Next();
+    }
+    text += '\n';
+    if (text.size() >= kPiece) sink(text);
+  }
+  sink(text);
+}
+
+}  // namespace
+
+std::string DataText(const std::vector<const TDataSeries*>& series,
+                     const DataTextOptions& options) {
+  std::string whole;
+  WriteTable(series, options, [&whole](std::string& text) {
+    whole += text;
+    text.clear();
+  });
+  return whole;
+}
+
+void SaveDataText(const TxyGraph& graph, const std::filesystem::path& path) {
+  std::vector<const TDataSeries*> series;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) series.push_back(&graph.Series(i));
+  DataTextOptions options;
+  options.x_heading = graph.Axis(AxisId::X).ShowAsTime() ? "Time" : "Time (hours)";
+  WholeFile file(path);
+  WriteTable(series, options, [&file](std::string& text) {
+    file.Write(text);
+    text.clear();
+  });
+  file.Commit();
+}
+
+}  // namespace tarnwick

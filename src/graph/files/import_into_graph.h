@@ -1,0 +1,27 @@
+// Text and binary data files into a graph: the road of one file, composed. Knows the import and the graph; knows no
+// window.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "data/import/import_file.h"
+
+namespace tarnwick {
+
+class TxyGraph;
+
+/// Adds the DataSets that `path` holds to the graph, sets up a time axis where X (Y) holds dates, makes the first new
+/// DataSet current when the graph had none, and rescales. Answers one report per DataSet. Throws what ImportFile throws;
+/// the graph is then as it was.
+std::vector<LoadReport> ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
+                                        const ImportOptions& options = {},
+                                        const LoadOptions& load = {});
+
+/// The same for a text that is no file's, as a spreadsheet puts it on the clipboard: its DataSets are manual ones with
+/// every row. `name` is for messages.
+std::vector<LoadReport> ImportTextIntoGraph(TxyGraph& graph, std::string text,
+                                            const std::string& name, const LoadOptions& load = {});
+
+}  // namespace tarnwick

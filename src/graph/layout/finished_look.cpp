@@ -1,0 +1,268 @@
+#include "graph/layout/finished_look.h"
+
+#include <QLineF>
+#include <QPointF>
+#include <QRectF>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+#include <vector>
+
+#include "graph/axes/plot_metrics.h"
+#include "graph/layout/plot_layout.h"
+#include "graph/palette.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kEdge = 8;                   // pixels kept free around everything
+constexpr int kInset = 10;                 // of the legend from the plot's edges
+constexpr std::int32_t kDensePoints = 80;  // more than these are a line, fewer have symbols
+constexpr std::int32_t kBroadPoints =
+    2000;                            // up to these a line without symbols is two pixels wide
+constexpr int kSampledPoints = 400;  // looked at per DataSet when the legend's corner is chosen
+
+Font MakeFont(int size, bool bold) {
+  Font font;
+  font.size = size;
+  font.bold = bold;
+  return font;
+}
+
+/// A legend beside the plot takes at most this share of the picture's width.
+constexpr double kLargestLegendShare = 0.25;
+
+/// Largest share of the picture that the two margins of one direction may take.
+constexpr double kLargestMarginShare = 0.6;
+
+/// The box around all labels and titles of the axes, and the plot.
+QRectF ContentOf(const PlotLayout& layout) {
+  QRectF content = layout.plot;
+  for (const AxisLayout& axis : layout.axes) {
+    if (!axis.shown) continue;
+    for (const PlacedText& label : axis.labels) content = content.united(label.Box());
+    if (axis.title) content = content.united(axis.title->Box());
+    if (axis.factor) content = content.united(axis.factor->Box());
+  }
+  return content;
+}
+
+int RoundedUp(double pixels) {
+  return static_cast<int>(std::ceil(pixels));
+}
+
+/// Margins as wide as their contents: measured on layouts with room for everything, first the sides, then, with the
+/// sides in place, what stands below.
+Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+  constexpr double kAmpleShare = 0.28;
+  Dimensions margins = graph.GetDimensions();
+  margins.left_margin = margins.right_margin = static_cast<int>(size.width() * kAmpleShare);
+  margins.top_margin = margins.bottom_margin = static_cast<int>(size.height() * kAmpleShare);
+  for (const bool sides : {true, false}) {
+    graph.SetDimensions(margins);
+    const PlotLayout layout = LayoutPlot(graph, size, metrics);
+    if (!layout.has_scales) return Dimensions{};
+    const QRectF content = ContentOf(layout);
+    if (sides) {
+      margins.left_margin = kEdge + RoundedUp(layout.plot.left() - content.left());
+      margins.right_margin = 2 * kEdge + RoundedUp(content.right() - layout.plot.right());
+    } else {
+      margins.bottom_margin = kEdge + RoundedUp(content.bottom() - layout.plot.bottom());
+    }
+  }
+  // A wider plot may have a label at its very end that the narrow one had no room for.
+  graph.SetDimensions(margins);
+  const QRectF content = ContentOf(LayoutPlot(graph, size, metrics));
+  const int beyond = RoundedUp(content.right() + kEdge - size.width());
+  if (beyond > 0) margins.right_margin += beyond;
+  const auto has_factor = [&](AxisId id) {
+    return LayoutPlot(graph, size, metrics).Axis(id).factor.has_value();
+  };
+  const bool above = has_factor(AxisId::Y) || has_factor(AxisId::Y2);
+  const Appearance& appearance = graph.GetAppearance();
+  const double factor = above ? metrics.LineHeight(appearance.font_for_labels) + kEdge / 2.0 : 0;
+  const double title = metrics.LineHeight(appearance.font_for_title);
+  margins.graph_title_offset = kEdge + RoundedUp(title / 2 + factor);
+  margins.top_margin = 2 * kEdge + RoundedUp(factor);
+  if (!appearance.title_of_graph.empty()) margins.top_margin += RoundedUp(title);
+  return margins;
+}
+
+/// Small pictures keep a plot: margins shrink together.
+void LimitMargins(Dimensions& dimensions, QSizeF size) {
+  const auto limit = [](std::int32_t& first, std::int32_t& second, double whole) {
+    const double share = (first + second) / (whole * kLargestMarginShare);
+    if (share <= 1) return;
+    first = static_cast<std::int32_t>(first / share);
+    second = static_cast<std::int32_t>(second / share);
+  };
+  limit(dimensions.left_margin, dimensions.right_margin, size.width());
+  limit(dimensions.top_margin, dimensions.bottom_margin, size.height());
+}
+
+/// Places on the way between two points, dense enough to be seen in a legend's box.
+void AddLine(QPointF from, QPointF to, std::vector<QPointF>& pixels) {
+  constexpr double kApart = 8;
+  constexpr double kLongest = 4000;  // beyond any picture that a corner is chosen for
+  const double length = QLineF(from, to).length();
+  if (!(length > kApart && length < kLongest)) return;
+  const int parts = static_cast<int>(length / kApart);
+  for (int i = 1; i < parts; ++i) pixels.push_back(from + (to - from) * i / parts);
+}
+
+/// Where points and lines of the drawn DataSets lie in the picture, a sample of each.
+std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout) {
+  std::vector<QPointF> pixels;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (!graph.IsDrawn(series)) continue;
+    const PointChain& points = series.Points();
+    const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
+    const AxisScale& y_scale = layout.Axis(graph.YAxisOf(series)).scale;
+    std::optional<QPointF> before;
+    for (std::size_t at = 0; at < points.Size(); at += step) {
+      const Point point = points.At(at);
+      const QPointF pixel(layout.Axis(AxisId::X).scale.Position(point.x),
+                          y_scale.Position(series.CorrectedY(point.x, point.y)));
+      if (before && series.Style().connect_points) AddLine(*before, pixel, pixels);
+      pixels.push_back(pixel);
+      before = pixel;
+    }
+  }
+  return pixels;
+}
+
+/// The legend beside the plot, whose right margin makes room for it.
+void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout) {
+  Dimensions dimensions = graph.GetDimensions();
+  dimensions.right_margin += RoundedUp(layout.legend->frame.width()) + kEdge;
+  graph.SetDimensions(dimensions);
+  Legend legend = graph.GetLegend();
+  legend.left = -kEdge;
+  legend.top = RoundedUp(layout.plot.top());
+  graph.SetLegend(legend);
+}
+
+/// Puts the legend into the corner of the plot where it covers the fewest points and no inserted graph covers it, or beside
+/// the plot when every corner has some and the picture is wide enough.
+void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+  const PlotLayout layout = LayoutPlot(graph, size, metrics);
+  if (!layout.legend) return;
+  const QSizeF box = layout.legend->frame.size();
+  const QRectF& plot = layout.plot;
+  const std::vector<QPointF> pixels = SampledPixels(graph, layout);
+  struct Corner {
+    bool right;
+    bool bottom;
+  };
+  constexpr std::array<Corner, 4> kCorners = {
+      {{true, false}, {false, false}, {false, true}, {true, true}}};
+  const auto covered = [&](const Corner& corner) {
+    const QPointF at(corner.right ? plot.right() - kInset - box.width() : plot.left() + kInset,
+                     corner.bottom ? plot.bottom() - kInset - box.height() : plot.top() + kInset);
+    const QRectF frame = QRectF(at, box).adjusted(-3, -3, 3, 3);
+    const auto points = std::count_if(pixels.begin(), pixels.end(),
+                                      [&](const QPointF& pixel) { return frame.contains(pixel); });
+    const bool hidden =
+        std::any_of(layout.children.begin(), layout.children.end(),
+                    [&](const ChildFrame& child) { return child.frame.intersects(frame); });
+    return points + (hidden ? std::ssize(pixels) : 0);
+  };
+  const Corner best =
+      *std::min_element(kCorners.begin(), kCorners.end(),
+                        [&](const auto& a, const auto& b) { return covered(a) < covered(b); });
+  if (covered(best) > 0 && box.width() < kLargestLegendShare * size.width()) {
+    PlaceLegendOutside(graph, layout);
+    return;
+  }
+  Legend legend = graph.GetLegend();
+  const auto inset = [](double edge) {
+    return static_cast<std::int32_t>(std::lround(edge)) + kInset;
+  };
+  legend.left = best.right ? -inset(size.width() - plot.right()) : inset(plot.left());
+  legend.top = best.bottom ? -inset(size.height() - plot.bottom()) : inset(plot.top());
+  graph.SetLegend(legend);
+}
+
+/// Lines of one colour, without symbols, are told apart by their styles.
+LineStyle StyleOfRound(std::size_t series) {
+  constexpr std::array kStyles = {LineStyle::Solid, LineStyle::Dash, LineStyle::DashDot,
+                                  LineStyle::Dot, LineStyle::DashDotDot};
+  return kStyles[series / kPaletteSize % kStyles.size()];
+}
+
+void ChooseStyles(TxyGraph& graph) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    TSeries& series = graph.Series(i);
+    SeriesStyle style = series.Style();
+    style.connect_points = true;
+    style.show_symbols = series.PointCount() <= kDensePoints;
+    style.line_style = style.show_symbols ? LineStyle::Solid : StyleOfRound(i);
+    style.line_width = !style.show_symbols && series.PointCount() <= kBroadPoints ? 2 : 1;
+    series.SetStyle(style);
+  }
+}
+
+}  // namespace
+
+void DefaultAppearance(TxyGraph& graph, std::string_view name) {
+  graph.BeginUpdate();
+  Appearance appearance = graph.GetAppearance();
+  appearance.title_of_graph = name;
+  appearance.show_cross_at_zero = false;
+  appearance.font_for_labels = MakeFont(8, false);
+  appearance.font_for_title = MakeFont(10, true);
+  appearance.font_for_axes_titles = MakeFont(9, true);
+  graph.SetAppearance(appearance);
+  for (const AxisId id : {AxisId::X, AxisId::Y, AxisId::Y2}) {
+    TAxis& axis = graph.Axis(id);
+    axis.SetAutoSizing(true);
+    axis.SetAutoStepping(true);
+    axis.SetEnableAutoTitle(true);
+  }
+  graph.Axis(AxisId::Y2).SetShowAxis(true);
+  Dimensions dimensions = graph.GetDimensions();
+  dimensions.left_margin = dimensions.right_margin = 50;
+  dimensions.top_margin = dimensions.bottom_margin = 50;
+  dimensions.graph_title_offset = 16;
+  graph.SetDimensions(dimensions);
+  Legend legend = graph.GetLegend();
+  legend.border_style = 1;
+  legend.layout_mode = LegendLayout::Vertical;
+  legend.left = dimensions.left_margin;
+  legend.top = dimensions.top_margin;
+  legend.height = 24;
+  legend.font = MakeFont(8, false);
+  graph.SetLegend(legend);
+  graph.EndUpdate();
+}
+
+void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
+                       const FinishedLookOptions& options) {
+  graph.BeginUpdate();
+  ChooseStyles(graph);
+  Appearance appearance = graph.GetAppearance();
+  if (!options.title.empty()) appearance.title_of_graph = options.title;
+  appearance.font_for_labels = MakeFont(9, false);
+  appearance.font_for_axes_titles = MakeFont(9, true);
+  appearance.font_for_title = MakeFont(11, true);
+  graph.SetAppearance(appearance);
+  TAxis& second = graph.Axis(AxisId::Y2);
+  second.SetShowAxis(graph.AxisInUse(AxisId::Y2));
+  second.SetAutoSizing(true);
+  second.SetAdjustDecPlaces(true);
+  second.SetEnableAutoTitle(true);
+  Legend legend = graph.GetLegend();
+  legend.visible = graph.SeriesCount() > 1;
+  legend.font = MakeFont(9, false);
+  graph.SetLegend(legend);
+  graph.EndUpdate();
+  Dimensions dimensions = FittingMargins(graph, size, metrics);
+  LimitMargins(dimensions, size);
+  graph.SetDimensions(dimensions);
+  PlaceLegend(graph, size, metrics);
+}
+
+}  // namespace tarnwick

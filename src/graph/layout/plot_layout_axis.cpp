@@ -1,0 +1,345 @@
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "graph/axes/axis_labels.h"
+#include "graph/axes/nice_step.h"
+#include "graph/axes/tick_label.h"
+#include "graph/layout/plot_layout_parts.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kLongestTick = 40;
+constexpr int kLargestOffset = 200;
+constexpr double kClosestTicks = 4;  // pixels between ticks that can still be told apart
+constexpr double kClosestMinorTicks = 5;
+constexpr double kClosestGridLines = 16;  // lines without a label that are closer hide the data
+constexpr double kMinorShare = 0.6;       // of a major tick's length
+constexpr std::size_t kFewestLabels = 3;  // below that another direction is worth trying
+
+/// The place of one axis: where its line stands and to which side its labels go.
+struct AxisPlace {
+  bool across = true;  ///< the X axis
+  double line = 0;     ///< y of the X axis' line, x of a Y axis' line
+  double side = 1;     ///< direction of ticks and labels: +1 down or right, -1 up or left
+  double tick = 0;     ///< length
+  double labels = 0;   ///< coordinate at which labels begin
+  std::vector<double>
+      crossings;  ///< along the axis: where lines of other axes go through it within the plot
+
+  QPointF At(double along, double away) const {
+    return across ? QPointF(along, line + side * away) : QPointF(line + side * away, along);
+  }
+};
+
+/// A way of writing the labels: which form, how many, how turned.
+struct LabelChoice {
+  std::size_t set = 0;
+  int stride = 1;
+  double angle = 0;
+  std::size_t count = 0;
+};
+
+AxisPlace PlaceOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
+  const AxisState& axis = graph.Axis(id).State();
+  const Dimensions& dimensions = graph.GetDimensions();
+  AxisPlace place;
+  place.across = id == AxisId::X;
+  const AxisId other = place.across ? AxisId::Y : AxisId::X;
+  const double crossing =
+      layout.Axis(other).scale.Position(CrossingValue(axis, graph.Axis(other).State()));
+  const QRectF& plot = layout.plot;
+  const double first = place.across ? plot.top() : plot.left();
+  const double last = place.across ? plot.bottom() : plot.right();
+  const double start = place.across ? plot.bottom() : plot.left();
+  place.line = std::isnan(crossing) ? start : std::clamp(crossing, first, last);
+  place.side = (place.across != axis.Reversed) ? 1 : -1;
+  const bool ticks = graph.GetAppearance().ticks_are_shown;
+  place.tick = ticks ? std::clamp(dimensions.tick_length, 0, kLongestTick) : 0;
+  const int offset = place.across ? dimensions.x_axis_label_offset : dimensions.y_axis_label_offset;
+  place.labels = place.tick + std::clamp(offset, 0, kLargestOffset);
+  return place;
+}
+
+/// Where shown axes of the other direction cross this one, their ends at the plot's edges apart.
+std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
+  std::vector<double> crossings;
+  const double first = id == AxisId::X ? layout.plot.left() : layout.plot.top();
+  const double last = id == AxisId::X ? layout.plot.right() : layout.plot.bottom();
+  for (const AxisId other : {AxisId::X, AxisId::Y, AxisId::Y2}) {
+    if ((other == AxisId::X) == (id == AxisId::X) || !graph.Axis(other).ShowAxis()) continue;
+    const double line = PlaceOf(graph, other, layout).line;
+    if (line > first + 1 && line < last - 1) crossings.push_back(line);
+  }
+  return crossings;
+}
+
+/// Chooses and places the labels of one axis.
+class LabelPlacer {
+ public:
+  LabelPlacer(const LayoutContext& context, AxisId id, const AxisPlace& place,
+              const std::vector<Tick>& ticks, const AxisScale& scale)
+      : context_(context),
+        axis_(context.graph.Axis(id).State()),
+        font_(context.graph.GetAppearance().font_for_labels),
+        place_(place),
+        ticks_(ticks),
+        scale_(scale),
+        sets_(LabelSets(axis_, ticks)),
+        height_(context.metrics.LineHeight(font_)) {}
+
+  /// Places the labels into `layout` and answers the ticks that were chosen to have one.
+  std::vector<std::size_t> Place(AxisLayout& layout, int& exponent);
+
+ private:
+  double RoomAway() const;
+  bool HasRoom(std::size_t set, double angle, double extra) const;
+  bool Fits(std::size_t set, int stride, double angle) const;
+  LabelChoice Best(double angle, double extra) const;
+  LabelChoice Choose() const;
+  PlacedText TextAt(std::size_t set, std::size_t tick, double angle) const;
+  void ShiftInside(PlacedText& text) const;
+  void ShiftBesideCrossing(PlacedText& text) const;
+  void TryTake(PlacedText text, double gap, AxisLayout& layout);
+
+  const LayoutContext& context_;
+  const AxisState& axis_;
+  const Font& font_;
+  const AxisPlace& place_;
+  const std::vector<Tick>& ticks_;
+  const AxisScale& scale_;
+  std::vector<LabelSet> sets_;
+  double height_;
+};
+
+double LabelPlacer::RoomAway() const {
+  const QRectF& picture = context_.room.Picture();
+  const double edge = place_.across ? (place_.side > 0 ? picture.bottom() : picture.top())
+                                    : (place_.side > 0 ? picture.right() : picture.left());
+  return std::abs(edge - place_.line) - place_.labels;
+}
+
+PlacedText LabelPlacer::TextAt(std::size_t set, std::size_t tick, double angle) const {
+  PlacedText text = MakeText(sets_[set].texts[tick], font_, context_.metrics);
+  text.angle = angle;
+  const double along = scale_.Position(ticks_[tick].value);
+  const double turn = angle * std::numbers::pi / 180;
+  if (!place_.across) {
+    text.center = place_.At(along, place_.labels + text.size.width() / 2);
+    return text;
+  }
+  const double half_height =
+      (text.size.width() * std::sin(turn) + text.size.height() * std::cos(turn)) / 2;
+  text.center = place_.At(along, place_.labels + half_height);
+  // A slanted label ends (below the axis) or begins (above it) at its tick.
+  if (angle > 0 && angle < 90) {
+    text.center.rx() -= place_.side * text.size.width() * std::cos(turn) / 2;
+  }
+  return text;
+}
+
+bool LabelPlacer::HasRoom(std::size_t set, double angle, double extra) const {
+  const double turn = angle * std::numbers::pi / 180;
+  double needed = 0;
+  for (const RichText& text : sets_[set].texts) {
+    const QSizeF size = context_.metrics.SizeOf(text, font_);
+    needed = std::max(needed, place_.across
+                                  ? size.width() * std::sin(turn) + size.height() * std::cos(turn)
+                                  : size.width());
+  }
+  return needed + extra <= RoomAway() + 0.5;
+}
+
+bool LabelPlacer::Fits(std::size_t set, int stride, double angle) const {
+  const double gap = place_.across && angle == 0 ? height_ * 0.5 : 1;
+  const PlacedText* before = nullptr;
+  PlacedText last;
+  for (const std::size_t tick : KeptTicks(axis_, ticks_, stride)) {
+    PlacedText text = TextAt(set, tick, angle);
+    PlacedText wider = text;
+    wider.size += place_.across ? QSizeF(angle == 0 ? 2 * gap : 0, angle == 0 ? 0 : 2 * gap)
+                                : QSizeF(0, 2 * gap);
+    if (before != nullptr && Overlap(wider.Outline(), before->Outline())) return false;
+    last = text;
+    before = &last;
+  }
+  return true;
+}
+
+LabelChoice LabelPlacer::Best(double angle, double extra) const {
+  LabelChoice best;
+  for (std::size_t set = 0; set < sets_.size(); ++set) {
+    if (!HasRoom(set, angle, extra)) continue;
+    for (const int stride : LabelStrides(axis_, ticks_)) {
+      if (best.count > 0 && stride >= best.stride) break;
+      const std::size_t count = KeptTicks(axis_, ticks_, stride).size();
+      if (count == 0 || !Fits(set, stride, angle)) continue;
+      best = {set, stride, angle, count};
+      break;
+    }
+  }
+  return best;
+}
+
+LabelChoice LabelPlacer::Choose() const {
+  const LabelChoice level = Best(0, 0);
+  const std::size_t all = KeptTicks(axis_, ticks_, 1).size();
+  if (!place_.across || level.count >= std::min(all, kFewestLabels)) return level;
+  const Appearance& appearance = context_.graph.GetAppearance();
+  const double title = context_.metrics.LineHeight(appearance.font_for_axes_titles);
+  for (const double angle : {45.0, 90.0}) {
+    const LabelChoice turned = Best(angle, title);
+    if (turned.count > level.count) return turned;
+  }
+  return level;
+}
+
+void LabelPlacer::ShiftInside(PlacedText& text) const {
+  // The last label of an axis may hang over the picture's edge by a little: it moves, but stays at its tick.
+  constexpr double kFarthestShare = 0.45;
+  const QRectF box = text.Box();
+  const QRectF& picture = context_.room.Picture();
+  const double reach = kFarthestShare * (place_.across ? box.width() : box.height());
+  double shift = 0;
+  if (place_.across) {
+    shift =
+        std::max(0.0, picture.left() - box.left()) - std::max(0.0, box.right() - picture.right());
+  } else {
+    shift =
+        std::max(0.0, picture.top() - box.top()) - std::max(0.0, box.bottom() - picture.bottom());
+  }
+  if (std::abs(shift) > reach) return;
+  text.center += place_.across ? QPointF(shift, 0) : QPointF(0, shift);
+}
+
+/// A label through which the line of another axis would go stands left of it or above it.
+void LabelPlacer::ShiftBesideCrossing(PlacedText& text) const {
+  constexpr double kBeside = 3;
+  const QRectF box = text.Box();
+  for (const double crossing : place_.crossings) {
+    if (place_.across && box.left() < crossing && crossing < box.right()) {
+      text.center.rx() = crossing - kBeside - box.width() / 2;
+    } else if (!place_.across && box.top() < crossing && crossing < box.bottom()) {
+      text.center.ry() = crossing - box.height() / 2;
+    }
+  }
+}
+
+void LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
+  if (text.angle == 0) {
+    ShiftBesideCrossing(text);
+    ShiftInside(text);
+  }
+  if (!context_.room.IsInside(text)) return;
+  PlacedText wider = text;
+  wider.size += QSizeF(2 * gap, 0);
+  const QPolygonF outline = wider.Ink();
+  const bool clear = std::none_of(layout.labels.begin(), layout.labels.end(),
+                                  [&](const auto& other) { return Overlap(outline, other.Ink()); });
+  if (clear && context_.room.TryTake(text)) layout.labels.push_back(std::move(text));
+}
+
+std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout, int& exponent) {
+  const LabelChoice choice = Choose();
+  const double gap = place_.across ? height_ * 0.25 : 0;
+  // Labels of a logarithmic axis stand unevenly: decades first, the divisions between them where they find room.
+  if (axis_.LogScale && HasRoom(choice.set, 0, 0)) {
+    std::vector<std::size_t> chosen =
+        KeptTicks(axis_, ticks_, WantsPowerLabels(axis_) ? choice.stride : 1);
+    std::vector<std::size_t> all = chosen;
+    std::stable_partition(all.begin(), all.end(), [&](std::size_t tick) {
+      return SplitDecimal(ticks_[tick].value).mantissa == 1;
+    });
+    for (const std::size_t tick : all) TryTake(TextAt(choice.set, tick, 0), gap, layout);
+    return chosen;
+  }
+  if (choice.count == 0) return {};
+  std::vector<std::size_t> chosen = KeptTicks(axis_, ticks_, choice.stride);
+  for (const std::size_t tick : chosen) {
+    TryTake(TextAt(choice.set, tick, choice.angle), 0, layout);
+  }
+  if (!layout.labels.empty()) exponent = sets_[choice.set].exponent;
+  return chosen;
+}
+
+/// Smallest distance in pixels between neighbours.
+double ClosestOf(const std::vector<double>& along) {
+  double closest = HUGE_VAL;
+  for (std::size_t i = 1; i < along.size(); ++i) {
+    closest = std::min(closest, std::abs(along[i] - along[i - 1]));
+  }
+  return closest;
+}
+
+void AddTick(const AxisPlace& place, double along, double share, AxisLayout& layout) {
+  layout.ticks.push_back({{place.At(along, 0), place.At(along, place.tick * share)}, share == 1});
+}
+
+/// Ticks between the major ones of a linear axis, where there is room for them.
+void AddMinorTicks(const AxisState& axis, const AxisPlace& place, const std::vector<double>& values,
+                   AxisLayout& layout) {
+  if (axis.LogScale || axis.ShowAsTime || values.size() < 2) return;
+  const double step = values[1] - values[0];
+  const double distance =
+      std::abs(layout.scale.Position(values[1]) - layout.scale.Position(values[0]));
+  const int parts = MinorParts(step, static_cast<int>(distance / kClosestMinorTicks));
+  if (parts < 2) return;
+  for (double base = values.front() - step; base < axis.Max; base += step) {
+    for (int part = 1; part < parts; ++part) {
+      const double value = base + step * part / parts;
+      if (value < axis.Min || value > axis.Max) continue;
+      AddTick(place, layout.scale.Position(value), kMinorShare, layout);
+    }
+    if (base + step <= base) return;
+  }
+}
+
+std::vector<Tick> DrawnTicks(const TxyGraph& graph, const TAxis& axis) {
+  const Appearance& appearance = graph.GetAppearance();
+  std::vector<Tick> ticks = ClockTicks(axis.State(), {appearance.min_steps, appearance.max_steps});
+  return ticks.empty() ? axis.Ticks() : ticks;
+}
+
+}  // namespace
+
+void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
+  const TAxis& axis = context.graph.Axis(id);
+  AxisPlace place = PlaceOf(context.graph, id, layout);
+  place.crossings = CrossingsOf(context.graph, id, layout);
+  AxisLayout& result = layout.axes[static_cast<std::size_t>(id)];
+  result.shown = axis.ShowAxis();
+  const QRectF& plot = layout.plot;
+  result.line = place.across ? QLineF(plot.left(), place.line, plot.right(), place.line)
+                             : QLineF(place.line, plot.bottom(), place.line, plot.top());
+  result.labels_side = place.side;
+  const std::vector<Tick> ticks = DrawnTicks(context.graph, axis);
+  std::vector<std::size_t> labelled;
+  if (result.shown && context.graph.GetAppearance().grid_labels_shown) {
+    LabelPlacer placer(context, id, place, ticks, result.scale);
+    labelled = placer.Place(result, result.exponent);
+  }
+  std::vector<double> along;
+  std::vector<double> values;
+  for (const Tick& tick : ticks) {
+    if (!tick.major) continue;
+    values.push_back(tick.value);
+    along.push_back(result.scale.Position(tick.value));
+  }
+  const double closest = ClosestOf(along);
+  const bool crowded = closest < kClosestTicks;
+  for (std::size_t i = 0; i < ticks.size(); ++i) {
+    const double position = result.scale.Position(ticks[i].value);
+    const bool kept = std::binary_search(labelled.begin(), labelled.end(), i);
+    if (crowded && !kept) continue;
+    const bool major = ticks[i].major && (kept || labelled.empty());
+    if (place.tick > 0) AddTick(place, position, major ? 1 : kMinorShare, result);
+    if (!axis.Gridlines() || !(major || (ticks[i].major && closest >= kClosestGridLines))) continue;
+    result.grid.push_back(place.across ? QLineF(position, plot.top(), position, plot.bottom())
+                                       : QLineF(plot.left(), position, plot.right(), position));
+  }
+  if (place.tick > 0 && !crowded) AddMinorTicks(axis.State(), place, values, result);
+}
+
+}  // namespace tarnwick

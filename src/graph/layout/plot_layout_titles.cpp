@@ -1,0 +1,236 @@
+#include <algorithm>
+
+#include "graph/layout/plot_layout_parts.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr double kEdge = 2;            // pixels kept free at the picture's edges
+constexpr double kGap = 4;             // between texts of one line
+constexpr double kShortestTitle = 24;  // an elided title narrower than this says nothing
+constexpr int kLargestOffset = 200;
+
+RichText FactorText(int exponent) {
+  return {QStringLiteral("\u00d710"), WithMinusSigns(QString::number(exponent))};
+}
+
+/// The box around an axis' line, ticks and labels.
+QRectF Extent(const AxisLayout& axis) {
+  QRectF box(axis.line.p1(), axis.line.p2());
+  box = box.normalized();
+  for (const AxisTick& tick : axis.ticks) {
+    box =
+        box.united(QRectF(tick.line.p1(), tick.line.p2()).normalized().adjusted(0, 0, 0.01, 0.01));
+  }
+  for (const PlacedText& label : axis.labels) box = box.united(label.Box());
+  return box;
+}
+
+/// Where both Y axes have data, the title of one that a single DataSet is drawn against has that DataSet's colour.
+Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
+  Font font = graph.GetAppearance().font_for_axes_titles;
+  const bool both = graph.AxisInUse(AxisId::Y) && graph.AxisInUse(AxisId::Y2);
+  if (!both || !graph.Axis(AxisId::Y2).ShowAxis()) return font;
+  const TSeries* only = nullptr;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (!graph.IsDrawn(series) || graph.YAxisOf(series) != id) continue;
+    if (only != nullptr) return font;
+    only = &series;
+  }
+  if (only == nullptr) return font;
+  const SeriesStyle& style = only->Style();
+  font.color = style.connect_points ? style.line_color : style.symbol_color;
+  return font;
+}
+
+class TitlePlacer {
+ public:
+  TitlePlacer(const LayoutContext& context, PlotLayout& layout)
+      : context_(context), layout_(layout), appearance_(context.graph.GetAppearance()) {}
+
+  void PlaceAll() {
+    PlaceX();
+    for (const AxisId id : {AxisId::Y, AxisId::Y2}) PlaceBesideY(id);
+    PlaceGraphTitle();
+    for (const AxisId id : {AxisId::Y, AxisId::Y2}) PlaceAboveY(id);
+  }
+
+ private:
+  AxisLayout& Axis(AxisId id) { return layout_.axes[static_cast<std::size_t>(id)]; }
+  QString TitleOf(AxisId id) const {
+    return QString::fromStdString(context_.graph.Axis(id).Title()).simplified();
+  }
+  bool HasTitle(AxisId id) const { return layout_.Axis(id).shown && !TitleOf(id).isEmpty(); }
+  bool NeedsLineAbove(AxisId id) const {
+    const AxisLayout& axis = layout_.Axis(id);
+    return axis.shown && (axis.exponent != 0 || (HasTitle(id) && !axis.title));
+  }
+  void PlaceX();
+  void PlaceBesideY(AxisId id);
+  void PlaceAboveY(AxisId id);
+  void PlaceGraphTitle();
+  /// The plot with the labels of all axes: titles stand outside it, also where an axis crosses the plot.
+  QRectF ExtentOfAll() const;
+  double TopOfPlot() const;
+  std::optional<PlacedText> InLine(const RichText& text, const Font& font, double& from, double to,
+                                   double bottom, double side);
+
+  const LayoutContext& context_;
+  PlotLayout& layout_;
+  const Appearance& appearance_;
+};
+
+void TitlePlacer::PlaceX() {
+  AxisLayout& axis = Axis(AxisId::X);
+  if (!axis.shown) return;
+  const Font& font = appearance_.font_for_axes_titles;
+  const QRectF extent = ExtentOfAll();
+  const double gap =
+      std::clamp(context_.graph.GetDimensions().x_axis_title_offset, 0, kLargestOffset);
+  // The factor stands at the axis' end, in the line of its title.
+  double reserved = 0;
+  const auto line_center = [&](const PlacedText& text, double offset) {
+    return axis.labels_side > 0 ? extent.bottom() + offset + text.size.height() / 2
+                                : extent.top() - offset - text.size.height() / 2;
+  };
+  if (axis.exponent != 0) {
+    PlacedText factor =
+        MakeText(FactorText(axis.exponent), appearance_.font_for_labels, context_.metrics);
+    for (const double offset : {gap, 0.0}) {
+      factor.center = {
+          std::min(layout_.plot.right(), layout_.size.width() - kEdge) - factor.size.width() / 2,
+          line_center(factor, offset)};
+      if (!context_.room.TryTake(factor)) continue;
+      axis.factor = factor;
+      reserved = factor.size.width() + kGap;
+      break;
+    }
+  }
+  if (!HasTitle(AxisId::X)) return;
+  const double width = std::max(layout_.plot.width() - 2 * reserved, 0.0);
+  PlacedText title = MakeText({context_.metrics.Elided(TitleOf(AxisId::X), font, width), {}}, font,
+                              context_.metrics);
+  for (const double offset : {gap, gap / 2, 0.0}) {
+    title.center = {layout_.plot.center().x(), line_center(title, offset)};
+    if (title.size.width() > width || !context_.room.TryTake(title)) continue;
+    axis.title = title;
+    return;
+  }
+}
+
+void TitlePlacer::PlaceBesideY(AxisId id) {
+  AxisLayout& axis = Axis(id);
+  if (!HasTitle(id)) return;
+  const Font font = FontOfYTitle(context_.graph, id);
+  const double gap =
+      std::clamp(context_.graph.GetDimensions().y_axis_title_offset, 0, kLargestOffset);
+  const QString whole = TitleOf(id);
+  PlacedText title = MakeText({context_.metrics.Elided(whole, font, layout_.plot.height()), {}},
+                              font, context_.metrics);
+  if (title.size.width() > layout_.plot.height() || title.size.width() < 1) return;
+  title.angle = 90;
+  const QRectF extent = ExtentOfAll();
+  for (const double offset : {gap, gap / 2, 0.0}) {
+    const double away = offset + title.size.height() / 2;
+    title.center = {axis.labels_side > 0 ? extent.right() + away : extent.left() - away,
+                    layout_.plot.center().y()};
+    if (!context_.room.TryTake(title)) continue;
+    axis.title = title;
+    return;
+  }
+}
+
+QRectF TitlePlacer::ExtentOfAll() const {
+  QRectF box = layout_.plot;
+  for (const AxisLayout& axis : layout_.axes) {
+    if (axis.shown) box = box.united(Extent(axis));
+  }
+  return box;
+}
+
+/// The lowest line above all labels.
+double TitlePlacer::TopOfPlot() const {
+  return ExtentOfAll().top() - 1;
+}
+
+void TitlePlacer::PlaceGraphTitle() {
+  const QString whole = QString::fromStdString(appearance_.title_of_graph).simplified();
+  if (whole.isEmpty()) return;
+  const Font& font = appearance_.font_for_title;
+  const double left = kEdge;
+  const double right = layout_.size.width() - kEdge;
+  PlacedText title =
+      MakeText({context_.metrics.Elided(whole, font, right - left), {}}, font, context_.metrics);
+  if (title.size.width() > right - left) return;
+  const double half_width = title.size.width() / 2;
+  const double half_height = title.size.height() / 2;
+  const double across = std::clamp(layout_.plot.center().x(), left + half_width,
+                                   std::max(left + half_width, right - half_width));
+  const double offset =
+      std::clamp(context_.graph.GetDimensions().graph_title_offset, 0, kLargestOffset);
+  double bottom = TopOfPlot();
+  if (NeedsLineAbove(AxisId::Y) || NeedsLineAbove(AxisId::Y2)) {
+    const double line = context_.metrics.LineHeight(appearance_.font_for_axes_titles);
+    if (bottom - line - 2 * half_height >= 0) bottom -= line;
+  }
+  double middle = layout_.plot.top() - offset;
+  middle = std::max(std::min(middle, bottom - half_height), half_height);
+  title.center = {across, middle};
+  if (context_.room.TryTake(title)) layout_.title = title;
+}
+
+/// Places a text in the line above the plot between `from` and `to`, on the side of its axis, and moves `from` behind it.
+std::optional<PlacedText> TitlePlacer::InLine(const RichText& text, const Font& font, double& from,
+                                              double to, double bottom, double side) {
+  const double room = std::abs(to - from);
+  RichText fitted = text;
+  if (text.superscript.isEmpty()) fitted.text = context_.metrics.Elided(text.text, font, room);
+  PlacedText placed = MakeText(fitted, font, context_.metrics);
+  const double width = placed.size.width();
+  if (width > room || (fitted.text != text.text && width < kShortestTitle)) return std::nullopt;
+  placed.center = {side > 0 ? from - width / 2 : from + width / 2,
+                   bottom - placed.size.height() / 2};
+  if (!context_.room.TryTake(placed)) return std::nullopt;
+  from += side > 0 ? -(width + kGap) : width + kGap;
+  return placed;
+}
+
+void TitlePlacer::PlaceAboveY(AxisId id) {
+  AxisLayout& axis = Axis(id);
+  if (!NeedsLineAbove(id)) return;
+  const double side = axis.line.x1() > layout_.plot.center().x() ? 1 : -1;
+  const QRectF extent = Extent(axis);
+  const double bottom = std::min(extent.top(), layout_.plot.top()) - 1;
+  double from = side > 0 ? std::min(extent.right(), layout_.size.width() - kEdge)
+                         : std::max(extent.left(), kEdge);
+  double to = layout_.plot.center().x() - side * kGap;
+  if (layout_.title) {
+    const QRectF title = layout_.title->Box();
+    const double line = context_.metrics.LineHeight(appearance_.font_for_axes_titles);
+    if (title.bottom() > bottom - line)
+      to = side > 0 ? std::max(to, title.right() + kGap) : std::min(to, title.left() - kGap);
+  }
+  if (side > 0 ? to > from : to < from) return;
+  double factor_room = 0;
+  const RichText factor = FactorText(axis.exponent);
+  if (axis.exponent != 0) {
+    factor_room = context_.metrics.SizeOf(factor, appearance_.font_for_labels).width() + kGap;
+  }
+  if (HasTitle(id) && !axis.title) {
+    axis.title = InLine({TitleOf(id), {}}, FontOfYTitle(context_.graph, id), from,
+                        to + side * factor_room, bottom, side);
+  }
+  if (axis.exponent != 0) {
+    axis.factor = InLine(factor, appearance_.font_for_labels, from, to, bottom, side);
+  }
+}
+
+}  // namespace
+
+void LayoutTitles(const LayoutContext& context, PlotLayout& layout) {
+  TitlePlacer(context, layout).PlaceAll();
+}
+
+}  // namespace tarnwick

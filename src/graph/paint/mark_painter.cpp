@@ -1,0 +1,36 @@
+#include "graph/paint/mark_painter.h"
+
+#include "graph/layout/plot_layout.h"
+#include "graph/paint/plot_pen.h"
+
+namespace tarnwick {
+namespace {
+
+void PaintPointMark(QPainter& painter, const MarkItem& item) {
+  const QPointF& center = item.point;
+  const double radius = item.radius;
+  painter.setPen(QPen(QtColor(item.mark.color), 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawEllipse(center, radius, radius);
+  painter.drawLine(center - QPointF(radius, 0), center + QPointF(radius, 0));
+  painter.drawLine(center - QPointF(0, radius), center + QPointF(0, radius));
+}
+
+}  // namespace
+
+void PaintMarks(QPainter& painter, const PlotLayout& layout, PaintTarget target) {
+  painter.save();
+  painter.setClipRect(layout.plot.adjusted(-1, -1, 1, 1), Qt::IntersectClip);
+  CrispPen pen(painter, target);
+  for (const MarkItem& item : layout.marks) {
+    if (item.mark.type == MarkType::Point) {
+      PaintPointMark(painter, item);
+    } else {
+      pen.Draw(item.line, QtColor(item.mark.color));
+    }
+    if (item.caption) PaintText(painter, *item.caption);
+  }
+  painter.restore();
+}
+
+}  // namespace tarnwick
