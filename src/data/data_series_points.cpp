@@ -89,7 +89,8 @@ void TDataSeries::PlacePoint(double x, double y) {
 bool TDataSeries::PlaceLate(double x, double y) {
   const bool overwrites = !settings_.DuplicatesAllowed;
   const double last = points_.LastX();
-  const bool inside = x < last || (overwrites && x == last);
+  // Of several points at the last X, the last one is overwritten.
+  const bool inside = x < last || (overwrites && x == last && !close_points_);
   if (!inside || points_.Empty() || (overwrites && settings_.NumericalTolerance != 0)) return false;
   if (id_counter_ == std::numeric_limits<std::int32_t>::max()) return false;
   const auto duplicates = overwrites ? Duplicates::Forbidden : Duplicates::Allowed;
