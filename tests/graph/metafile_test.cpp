@@ -169,12 +169,13 @@ TEST(MetafileShapes, PolygonsAreCutAndDashesKeepTheirLengths) {
     double shortened;
     QList<double> begins_and_ends;
   };
+  const QPolygonF line(QList<QPointF>{{0, 1}, {14, 1}});
   for (const Row& row : {Row{"dashes", {4, 2}, 0, {0, 4, 6, 10, 12, 14}},
                          Row{"dashes for round ends", {4, 2}, 1, {1, 3, 7, 9, 12.8, 13.2}},
                          Row{"dots keep a rest", {1, 5}, 2, {0.4, 0.6, 6.4, 6.6, 12.4, 12.6}},
                          Row{"no extent", {0, 0}, 1, {0, 14}}}) {
     QList<double> found;
-    for (const QPolygonF& dash : CutIntoDashes({{{0, 1}, {14, 1}}}, row.pattern, row.shortened))
+    for (const QPolygonF& dash : CutIntoDashes(line, row.pattern, row.shortened))
       found << dash.front().x() << dash.back().x();
     ASSERT_EQ(found.size(), row.begins_and_ends.size()) << row.name;
     for (qsizetype i = 0; i < found.size(); ++i)
