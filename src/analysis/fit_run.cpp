@@ -12,10 +12,10 @@
 #include "fit/fit_statistics.h"
 #include "fit/fit_verdict.h"
 #include "fit/minimise_method.h"
-#include "fit/minimise_newton.h"
 #include "fit/model_blocks.h"
 #include "fit/model_residuals.h"
-#include "fit/model_values.h"
+#include "fit/newton_fit.h"
+#include "fit/residual_pattern.h"
 
 namespace tarnwick {
 namespace {
@@ -24,25 +24,11 @@ using EveryStep = std::function<void(std::span<const double>)>;
 
 /// A try whether more is to be had ends here at the latest.
 constexpr std::int32_t kProbeIterations = 50;
-/// Points that are enough to see whether residuals follow a pattern.
-constexpr std::size_t kPatternPoints = 4096;
 /// Residuals below this share of Y are rounding.
 constexpr double kRounding = 1e-12;
 /// Central differences stand in for exact derivatives with this relative accuracy.
 constexpr double kDifferenceAccuracy =
     8 * ModelBlocks::kDifferenceStep * ModelBlocks::kDifferenceStep;
-
-/// For work after the fit itself: it can be cancelled but does not count.
-class SilentProgress final : public Progress {
- public:
-  explicit SilentProgress(Progress& shown) : shown_(shown) {}
-  void Begin(std::string_view, std::string_view, std::int64_t) override {}
-  bool Advance(std::int64_t) override { return !shown_.Cancelled(); }
-  bool Cancelled() const override { return shown_.Cancelled(); }
-
- private:
-  Progress& shown_;
-};
 
 MinimiseOutcome Refused(StopReason why, std::string message = {}) {
   MinimiseOutcome outcome;
@@ -143,7 +129,7 @@ void FitRun::Minimise() {
   options.every_step = every_step_;
   const MinimiseMethod* const method = FindScalarMinimiseMethod(job_.settings.ProcType);
   if (method == nullptr) {
-    NewtonOutcome newton = MinimiseNewton(*residuals_, result_.start, options, progress_);
+    NewtonOutcome newton = FitByNewton(*residuals_, result_.start, options, progress_);
     result_.outcome = std::move(newton.outcome);
     jacobian_ = std::move(newton.reduced);
     return;
@@ -173,9 +159,9 @@ bool FitRun::LedAstray(const NewtonOutcome& newton) const {
 /// Goes on from the values found, and where that leads nowhere, because the method before went astray, from the start;
 /// the better of both.
 NewtonOutcome FitRun::NewtonFromValues(const MinimiseOptions& options, Progress& progress) {
-  NewtonOutcome here = MinimiseNewton(*residuals_, result_.outcome.p, options, progress);
+  NewtonOutcome here = FitByNewton(*residuals_, result_.outcome.p, options, progress);
   if (!result_.outcome.changed || progress.Cancelled() || !LedAstray(here)) return here;
-  NewtonOutcome again = MinimiseNewton(*residuals_, result_.start, options, progress);
+  NewtonOutcome again = FitByNewton(*residuals_, result_.start, options, progress);
   const bool better = !Failed(again.outcome.why) &&
                       (Failed(here.outcome.why) || again.outcome.value < here.outcome.value);
   NewtonOutcome& chosen = better ? again : here;
@@ -202,8 +188,8 @@ void FitRun::FinishByNewton() {
 
 /// What FinishByNewton would reach; nothing is kept but its sum of squares.
 void FitRun::ProbeByNewton() {
-  SilentProgress silent(progress_);
-  const NewtonOutcome newton = NewtonFromValues(Options(kProbeIterations), silent);
+  QuietProgress quiet(progress_, result_.outcome.iterations);
+  const NewtonOutcome newton = NewtonFromValues(Options(kProbeIterations), quiet);
   if (newton.outcome.why != StopReason::Cancelled && !Failed(newton.outcome.why))
     result_.newton_sum_of_squares = std::min(newton.outcome.value, result_.outcome.value);
 }
@@ -243,28 +229,16 @@ void FitRun::MeasureEnd() {
   result_.undefined_points += jacobian_->undefined;
 }
 
-/// Over evenly chosen points: a pattern shows in some thousand as well as in all. Undefined where the residuals are but the
-/// rounding of Y.
+/// Undefined where the residuals are but the rounding of Y.
 double FitRun::MeasurePattern() {
-  const std::size_t step = job_.x.size() / kPatternPoints + 1;
-  std::vector<double> x;
-  std::vector<double> y;
-  x.reserve(kPatternPoints);
-  y.reserve(kPatternPoints);
-  for (std::size_t i = 0; i < job_.x.size(); i += step) {
-    x.push_back(job_.x[i]);
-    y.push_back(job_.y[i]);
-  }
-  residuals_->StoreInModel(result_.values);
-  std::vector<double> rest = ModelValues(model_, x);
-  double size = 0;
-  double greatest = 0;
-  for (std::size_t i = 0; i < rest.size(); ++i) {
-    rest[i] = y[i] - rest[i];
-    greatest = std::max(greatest, std::abs(rest[i]));
-    size = std::max(size, std::abs(y[i]));
-  }
-  return greatest > kRounding * size ? NeighbourCorrelation(rest) : kUndefined;
+  const std::vector<double> rest = residuals_->Residuals(result_.values, kPatternPoints);
+  const auto greatest = [](const std::vector<double>& values) {
+    double size = 0;
+    for (const double value : values) size = std::max(size, std::abs(value));
+    return size;
+  };
+  return greatest(rest) > kRounding * greatest(job_.y) ? FindPattern(rest).neighbour_correlation
+                                                       : kUndefined;
 }
 
 /// What follows a run that did not fail: a finishing one, or a try whether that would pay, and the statistics.

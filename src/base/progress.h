@@ -30,4 +30,17 @@ class NoProgress final : public Progress {
   bool Cancelled() const override { return false; }
 };
 
+/// For work inside another: shows nothing of its own, while the other stands still at `done`, and is cancelled with it.
+class QuietProgress final : public Progress {
+ public:
+  QuietProgress(Progress& shown, std::int64_t done) : shown_(shown), done_(done) {}
+  void Begin(std::string_view, std::string_view, std::int64_t) override {}
+  bool Advance(std::int64_t) override { return shown_.Advance(done_); }
+  bool Cancelled() const override { return shown_.Cancelled(); }
+
+ private:
+  Progress& shown_;
+  std::int64_t done_;
+};
+
 }  // namespace tarnwick

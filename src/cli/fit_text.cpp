@@ -142,6 +142,7 @@ Json DocumentOf(const FitAnswer& answer) {
                    {"method", MethodName(answer.model.ProcType)},
                    {"iterations", result.outcome.iterations},
                    {"evaluations", result.outcome.evaluations},
+                   {"search_evaluations", result.outcome.search_evaluations},
                    {"points", result.statistics.points},
                    {"points_used", result.points_used},
                    {"points_in_range", result.points_in_range},

@@ -235,12 +235,25 @@ FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints
   return figures;
 }
 
-double NeighbourCorrelation(std::span<const double> residuals) {
-  if (residuals.size() < 2) return kUndefined;
-  double products = 0;
-  for (std::size_t i = 1; i < residuals.size(); ++i) products += residuals[i - 1] * residuals[i];
-  const double squares = SumOf(residuals, [](double value) { return value * value; });
-  return squares > 0 ? products / squares : kUndefined;
+bool NoBetterThanMean(const FitStatistics& statistics) {
+  return statistics.r_squared <= 0 || statistics.adjusted_r_squared <= 0;
+}
+
+std::vector<std::int32_t> HardlyDetermined(const FitStatistics& statistics,
+                                           std::span<const double> values) {
+  std::vector<std::int32_t> found;
+  const std::size_t k = values.size();
+  if (statistics.correlation.size() != k * k || statistics.standard_errors.size() != k)
+    return found;
+  for (std::size_t i = 0; i < k; ++i) {
+    if (!(statistics.standard_errors[i] > std::abs(values[i]))) continue;
+    for (std::size_t j = 0; j < k; ++j) {
+      if (i == j || !(std::abs(statistics.correlation[i * k + j]) > kStrongCorrelation)) continue;
+      found.push_back(static_cast<std::int32_t>(i));
+      break;
+    }
+  }
+  return found;
 }
 
 double SumAboutMean(std::span<const double> y) {

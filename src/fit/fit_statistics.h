@@ -36,9 +36,16 @@ struct FitFigures {
 /// Figures that do not exist (dof = 0, tss = 0, a parameter that is not determined) are undefined.
 FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints& points);
 
-/// Sum of products of neighbours over the sum of squares: the lag-one correlation of residuals in the order of X. Undefined
-/// for fewer than two or when all are zero.
-double NeighbourCorrelation(std::span<const double> residuals);
+/// A constant would do as well: R squared, adjusted for the parameters spent, is not above 0. False when all Y are equal.
+bool NoBetterThanMean(const FitStatistics& statistics);
+
+/// From this correlation on an error of one parameter is made up for by another.
+inline constexpr double kStrongCorrelation = 0.99;
+
+/// Indices of varied parameters that the data hardly determine: their standard errors exceed their values, and each is strongly
+/// correlated with another.
+std::vector<std::int32_t> HardlyDetermined(const FitStatistics& statistics,
+                                           std::span<const double> values);
 
 /// Sum of (y - mean y)^2 in two passes.
 double SumAboutMean(std::span<const double> y);

@@ -7,6 +7,8 @@
 
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "fit/fit_statistics.h"
+#include "fit/residual_pattern.h"
 
 namespace tarnwick {
 namespace {
@@ -21,10 +23,6 @@ constexpr double kNearEnough = 0.1;
 constexpr double kGainWorthNaming = 1e-9;
 // A finishing run that moves the parameters by less than this is not worth a word.
 constexpr double kDistanceWorthNaming = 0.01;
-constexpr double kStrongCorrelation = 0.99;
-// Neighbouring residuals more alike than this, and by more standard errors than that, follow a pattern.
-constexpr double kPattern = 0.5;
-constexpr double kPatternCertainty = 4;
 constexpr std::size_t kCorrelationsNamed = 3;
 
 std::string Number(double value) {
@@ -74,17 +72,23 @@ bool TooFewPoints(const FitResult& result) {
 }
 
 bool NoBetterThanMean(const FitResult& result) {
-  return result.statistics.r_squared <= 0;
+  return NoBetterThanMean(result.statistics);
 }
 
 bool FollowsPattern(const FitResult& result) {
-  const double correlation = result.statistics.residual_correlation;
-  const auto points = static_cast<double>(result.statistics.points);
-  return correlation > kPattern && correlation * std::sqrt(points) > kPatternCertainty;
+  ResidualPattern pattern;
+  pattern.count = std::min(static_cast<std::size_t>(result.statistics.points), kPatternPoints);
+  pattern.neighbour_correlation = result.statistics.residual_correlation;
+  return IsClear(pattern);
+}
+
+std::vector<std::int32_t> HardlyDetermined(const FitResult& result) {
+  return HardlyDetermined(result.statistics, result.values);
 }
 
 bool AllDetermined(const FitResult& result) {
-  return result.singular_directions.empty() && result.unmoved.empty();
+  return result.singular_directions.empty() && result.unmoved.empty() &&
+         HardlyDetermined(result).empty();
 }
 
 /// Parameters that trade against each other, in as many independent directions.
@@ -191,6 +195,9 @@ std::string WhatTheDataSay(const FitResult& result) {
     return ", but " + Counted(result.statistics.points, "point") + " cannot determine " +
            Counted(result.statistics.varied, "parameter") + ".";
   }
+  if (result.outcome.why == StopReason::IterationLimit) {
+    return ": raise the limit, or fit again from these values, the best met so far.";
+  }
   if (!result.singular_directions.empty()) {
     return ", but the data cannot tell " +
            Listed(NamesOf(result, TradingGroups(result).front().parameters)) + " apart.";
@@ -206,8 +213,10 @@ std::string WhatTheDataSay(const FitResult& result) {
   if (result.statistics.degrees_of_freedom == 0)
     return ": there are as many points as parameters, so no errors can be stated.";
   if (result.undefined_points > 0) return ", but not every point could be used.";
-  if (FollowsPattern(result))
-    return ": the parameters are determined by the data, but the residuals follow a pattern.";
+  if (FollowsPattern(result)) return ", but the residuals follow a pattern instead of scattering.";
+  if (const std::vector<std::int32_t> hardly = HardlyDetermined(result); !hardly.empty()) {
+    return ", but the data hardly determine " + Listed(NamesOf(result, hardly)) + ".";
+  }
   return ": the parameters are determined by the data.";
 }
 
@@ -229,6 +238,17 @@ void NoteUndetermined(const FitResult& result, std::vector<std::string>& notes) 
                     (result.unmoved.size() == 1 ? "it" : "them") +
                     " here, so that the starting values may be far off.");
   }
+}
+
+void NoteHardlyDetermined(const FitResult& result, std::vector<std::string>& notes) {
+  const std::vector<std::int32_t> hardly = HardlyDetermined(result);
+  if (hardly.empty()) return;
+  notes.push_back(Listed(NamesOf(result, hardly)) +
+                  (hardly.size() == 1
+                       ? " has an error greater than its value, and another parameter makes up "
+                         "for it: hold one of them fixed, or take a simpler model."
+                       : " have errors greater than their values, and other parameters make up "
+                         "for them: hold some fixed, or take a simpler model."));
 }
 
 /// Parameters that kept their starting value to the last bit while others moved.
@@ -278,8 +298,8 @@ void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) 
 void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
   if (!FollowsPattern(result)) return;
   notes.emplace_back(
-      "The residuals follow a pattern along X instead of scattering: the model leaves something "
-      "out, or other starting values lead to a better fit.");
+      "The residuals follow a pattern along X: the model leaves something out, or other starting "
+      "values lead to a better fit. The errors stated are too small.");
 }
 
 /// By how much `best` lies below `value`: "from 2 to 1.5 (by 25 %)", "from 2 to 1E-6, 2E6 times less".
@@ -290,6 +310,18 @@ std::string Lowering(double value, double best) {
   if (Number(value) == Number(best)) return "by " + percent;
   if (share < kMostPercent) return ends + " (by " + percent + ")";
   return best > 0 ? ends + ", " + GeneralText(value / best, kShareDigits) + " times less" : ends;
+}
+
+/// That the values come from other starting values than those given, or that others were tried.
+void NoteSearch(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.outcome.left_minimum) {
+    notes.push_back(
+        "The starting values led into a poorer minimum; others, found by a search, lower the sum "
+        "of squares " +
+        Lowering(*result.outcome.left_minimum, result.outcome.value) + ".");
+  } else if (result.outcome.search_evaluations > 0) {
+    notes.emplace_back("A search for better starting values found none.");
+  }
 }
 
 void NoteFinishingStep(const FitResult& result, std::vector<std::string>& notes) {
@@ -350,11 +382,13 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
   }
   verdict.trustworthy = HasConverged(result) && AllDetermined(result) && !TooFewPoints(result) &&
                         !NoBetterThanMean(result) && result.undefined_points == 0 &&
-                        result.statistics.degrees_of_freedom > 0;
+                        !FollowsPattern(result) && result.statistics.degrees_of_freedom > 0;
   verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result);
   NoteSignBeforePower(circumstances, verdict);
   NoteUndetermined(result, verdict.notes);
   NoteStuck(result, verdict.notes);
+  NoteHardlyDetermined(result, verdict.notes);
+  NoteSearch(result, verdict.notes);
   NoteFinishingStep(result, verdict.notes);
   NotePattern(result, verdict.notes);
   NoteCorrelations(result, verdict.notes);

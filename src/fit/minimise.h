@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -51,11 +52,14 @@ struct MinimiseOutcome {
   std::string stop_test;  ///< which test held or failed, in words, for reports
   std::string message;    ///< of a failure, else empty
   std::int32_t iterations = 0;
-  std::int64_t evaluations = 0;  ///< of the objective (one with derivatives counts once)
-  double start_value = 0;        ///< objective at the start
-  double value = 0;              ///< objective at `p`
-  std::vector<double> p;         ///< the best parameters met; the start when nothing better was met
-  bool changed = false;          ///< `p` differs from the start
+  std::int64_t evaluations = 0;         ///< of the objective (one with derivatives counts once)
+  std::int64_t search_evaluations = 0;  ///< those of a search for a better start, in vain
+  /// The objective at the minimum next to the start, when the search found a lower one.
+  std::optional<double> left_minimum;
+  double start_value = 0;  ///< objective at the start
+  double value = 0;        ///< objective at `p`
+  std::vector<double> p;   ///< the best parameters met; the start when nothing better was met
+  bool changed = false;    ///< `p` differs from the start
 };
 
 }  // namespace tarnwick

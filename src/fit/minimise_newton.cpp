@@ -10,7 +10,6 @@
 
 #include "base/undefined.h"
 #include "fit/linearised_problem.h"
-#include "fit/start_search.h"
 #include "fit/step_acceleration.h"
 
 namespace tarnwick {
@@ -35,9 +34,6 @@ constexpr std::size_t kFewPoints = 512;
 constexpr double kWorthCorrecting = 0.1;
 /// Full steps are accelerated where they promise to take away less than this part of the sum of squares.
 constexpr double kAccelerated = 0.01;
-
-/// A run that ends where a full step promises more than this part of the residuals ends on a plateau.
-constexpr double kPlateauOffset = 1e-4;
 
 // Stop tests, as reports name them.
 constexpr auto kIsStationary = "no parameter can take any more away from the residuals";
@@ -74,7 +70,9 @@ class NewtonRun {
                                                   : Reduction::NormalEquations),
         start_(Eigen::Map<const Vector>(start.data(), static_cast<Eigen::Index>(start.size()))) {}
 
-  NewtonOutcome Run();
+  /// Goes on to the end, or until there were so many iterations in all.
+  void To(std::int32_t iterations);
+  NewtonOutcome Outcome() const { return {outcome_, here_.reduced}; }
 
  private:
   Place Evaluate(const Vector& p);
@@ -106,6 +104,9 @@ class NewtonRun {
   Reduction how_;
   Vector start_;
 
+  bool begun_ = false;
+  bool ended_ = false;
+  std::int32_t limit_ = 0;
   MinimiseOutcome outcome_;
   Place begin_;
   Place here_;
@@ -318,11 +319,11 @@ bool NewtonRun::Iterate() {
 }
 
 bool NewtonRun::BeginIteration() {
+  if (outcome_.iterations >= limit_)
+    return Finish(StopReason::IterationLimit, "the greatest number of iterations was reached");
   if (options_.every_step) options_.every_step(AsSpan(here_.p));
   if (!progress_.Advance(outcome_.iterations) || progress_.Cancelled())
     return Finish(StopReason::Cancelled, "cancelled");
-  if (outcome_.iterations >= options_.max_iterations)
-    return Finish(StopReason::IterationLimit, "the greatest number of iterations was reached");
   ++outcome_.iterations;
   return true;
 }
@@ -334,47 +335,51 @@ bool NewtonRun::StartWasBetter() const {
          here_.reduced.sum_of_squares > PartedJacobian(begin_.reduced, linear_).BestOfFree();
 }
 
-NewtonOutcome NewtonRun::Run() {
-  if (Begin()) {
+void NewtonRun::To(std::int32_t iterations) {
+  limit_ = iterations;
+  if (!std::exchange(begun_, true)) ended_ = !Begin();
+  if (!ended_) {
     do {
       while (BeginIteration() && Iterate()) {
       }
     } while (StartWasBetter() && FreeLinear());
     outcome_.p.assign(here_.p.begin(), here_.p.end());
     outcome_.changed = here_.p != start_;
+    ended_ = outcome_.why != StopReason::IterationLimit;
   }
   outcome_.value = here_.reduced.sum_of_squares;
-  return {std::move(outcome_), std::move(here_.reduced)};
-}
-
-// Where the parameters ran away together, or lie on a plateau that no step leaves, another start may hold them.
-bool WentAstray(const NewtonOutcome& newton, double norm_of_y) {
-  const StopReason why = newton.outcome.why;
-  if (Failed(why) || why == StopReason::Cancelled || why == StopReason::NothingVaried) return false;
-  const double offset = newton.reduced.qtr.norm();
-  const bool stationary = why == StopReason::IterationLimit ||
-                          offset <= kPlateauOffset * std::sqrt(newton.outcome.value) ||
-                          offset <= kPlateauOffset * norm_of_y;
-  return !stationary || IsNearlySingular(newton.reduced);
 }
 
 }  // namespace
 
+struct NewtonMinimiser::Impl {
+  Impl(MinimiseOptions given, ModelResiduals& residuals, std::span<const double> start,
+       Progress& progress)
+      : options(std::move(given)), run(residuals, start, options, progress) {}
+
+  MinimiseOptions options;
+  NewtonRun run;
+};
+
+NewtonMinimiser::NewtonMinimiser(ModelResiduals& residuals, std::span<const double> start,
+                                 MinimiseOptions options, Progress& progress)
+    : impl_(std::make_unique<Impl>(std::move(options), residuals, start, progress)) {}
+
+NewtonMinimiser::~NewtonMinimiser() = default;
+
+void NewtonMinimiser::RunTo(std::int32_t iterations) {
+  impl_->run.To(std::min(iterations, impl_->options.max_iterations));
+}
+
+NewtonOutcome NewtonMinimiser::Outcome() const {
+  return impl_->run.Outcome();
+}
+
 NewtonOutcome MinimiseNewton(ModelResiduals& residuals, std::span<const double> start,
                              const MinimiseOptions& options, Progress& progress) {
-  NewtonOutcome first = NewtonRun(residuals, start, options, progress).Run();
-  if (!WentAstray(first, residuals.NormOfY())) return first;
-  const FoundStart found = SearchStart(residuals, start, progress);
-  NewtonOutcome second = NewtonRun(residuals, found.p, options, progress).Run();
-  const bool better = !Failed(second.outcome.why) && second.outcome.value < first.outcome.value;
-  NewtonOutcome& chosen = better ? second : first;
-  const NewtonOutcome& other = better ? first : second;
-  chosen.outcome.start_value = first.outcome.start_value;
-  chosen.outcome.iterations += other.outcome.iterations;
-  chosen.outcome.evaluations += other.outcome.evaluations + found.evaluations;
-  chosen.outcome.changed =
-      !std::equal(start.begin(), start.end(), chosen.outcome.p.begin(), chosen.outcome.p.end());
-  return std::move(chosen);
+  NewtonRun run(residuals, start, options, progress);
+  run.To(options.max_iterations);
+  return run.Outcome();
 }
 
 }  // namespace tarnwick

@@ -28,6 +28,22 @@ struct Worker {
   BlockReducer reducer;
 };
 
+struct OwnPoints {
+  std::vector<double> x;
+  std::vector<double> y;
+};
+
+/// Every nth point, `most` at most.
+OwnPoints EveryNth(FitPoints points, std::size_t most) {
+  OwnPoints some;
+  const std::size_t step = points.x.empty() ? 1 : (points.x.size() - 1) / most + 1;
+  for (std::size_t i = 0; i < points.x.size(); i += step) {
+    some.x.push_back(points.x[i]);
+    some.y.push_back(points.y[i]);
+  }
+  return some;
+}
+
 Eigen::Map<const Eigen::MatrixXd> Square(const std::vector<double>& numbers, Eigen::Index width) {
   return {numbers.data(), width, width};
 }
@@ -70,6 +86,14 @@ ReducedJacobian FromTriangle(const PartialReduction& sum, Eigen::Index k) {
 
 struct ModelResiduals::Impl {
   Impl(TCurFit& fitted, FitPoints given, int threads) : model(fitted), points(given) {
+    Prepare(threads);
+  }
+  Impl(TCurFit& fitted, OwnPoints given)
+      : model(fitted), own(std::move(given)), points{own.x, own.y} {
+    Prepare(1);
+  }
+
+  void Prepare(int threads) {
     for (std::int32_t i = 1; i <= model.NParams(); ++i) {
       if (!model.Param(i).Vary()) continue;
       numbers.push_back(i);
@@ -106,6 +130,7 @@ struct ModelResiduals::Impl {
   void RunTask(Worker& worker, std::size_t task, PassKind kind);
 
   TCurFit& model;
+  OwnPoints own;  // when thinned
   FitPoints points;
   std::vector<std::int32_t> numbers;  // of the varied parameters
   std::vector<double*> places;        // of their values
@@ -161,7 +186,18 @@ PartialReduction& ModelResiduals::Impl::Pass(std::span<const double> p, PassKind
 ModelResiduals::ModelResiduals(TCurFit& model, FitPoints points, int threads)
     : impl_(std::make_unique<Impl>(model, points, threads)) {}
 
+ModelResiduals::ModelResiduals(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+
 ModelResiduals::~ModelResiduals() = default;
+
+FitPoints ModelResiduals::Points() const {
+  return impl_->points;
+}
+
+std::unique_ptr<ModelResiduals> ModelResiduals::Thinned(std::size_t most) const {
+  auto impl = std::make_unique<Impl>(impl_->model, EveryNth(impl_->points, most));
+  return std::unique_ptr<ModelResiduals>(new ModelResiduals(std::move(impl)));
+}
 
 std::size_t ModelResiduals::ParameterCount() const {
   return impl_->places.size();
@@ -233,6 +269,19 @@ ReducedJacobian ModelResiduals::Reduce(std::span<const double> p, Reduction how)
   reduced->sum_of_squares = impl_->whole.sum_of_squares.Value();
   reduced->undefined = std::max(impl_->whole.undefined, impl_->whole.undefined_residuals);
   return *std::move(reduced);
+}
+
+std::vector<double> ModelResiduals::Residuals(std::span<const double> p, std::size_t most) {
+  const OwnPoints some = EveryNth(impl_->points, most);
+  ModelBlocks& blocks = *impl_->workers.front().blocks;
+  blocks.Load(p);
+  std::vector<double> residuals = some.y;
+  for (std::size_t from = 0; from < residuals.size(); from += kBlockLength) {
+    const std::size_t count = std::min(kBlockLength, residuals.size() - from);
+    const BlockResult block = blocks.Values(std::span(some.x).subspan(from, count));
+    for (std::size_t i = 0; i < count; ++i) residuals[from + i] -= block.values[i];
+  }
+  return residuals;
 }
 
 void ModelResiduals::StoreInModel(std::span<const double> p) {

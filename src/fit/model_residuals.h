@@ -43,6 +43,9 @@ class ModelResiduals {
 
   std::size_t ParameterCount() const;
   std::size_t PointCount() const;
+  FitPoints Points() const;
+  /// The same model over every nth point, `most` at most.
+  std::unique_ptr<ModelResiduals> Thinned(std::size_t most) const;
   /// The square root of the sum of the squares of y: what rounding errors of the residuals are measured against.
   double NormOfY() const;
   /// False when the expression does not lend itself to blocks: derivatives are then central differences, to some ten digits.
@@ -54,6 +57,8 @@ class ModelResiduals {
   std::vector<bool> LinearParameters(std::span<const double> p);
   /// Undefined (NaN) when any residual is. Throws EIntegerDivision.
   double SumOfSquares(std::span<const double> p);
+  /// y - f at every nth point, `most` at most. Throws EIntegerDivision.
+  std::vector<double> Residuals(std::span<const double> p, std::size_t most);
   /// Asked for NormalEquations, makes another, Orthogonal pass where J'J has lost too many digits. Throws EIntegerDivision.
   ReducedJacobian Reduce(std::span<const double> p, Reduction how);
   /// Sets the model's varied parameters through their setters.
@@ -61,6 +66,7 @@ class ModelResiduals {
 
  private:
   struct Impl;
+  explicit ModelResiduals(std::unique_ptr<Impl> impl);
   std::unique_ptr<Impl> impl_;
 };
 

@@ -32,7 +32,7 @@ void FillDecay(TDataSeries& series, int points = 200) {
   std::vector<double> y;
   for (int i = 0; i < points; ++i) {
     x.push_back(i / 20.0);
-    y.push_back(3 * std::exp(-0.5 * x.back()) + 1 + 0.01 * std::cos(1000.0 * i));
+    y.push_back(3 * std::exp(-0.5 * x.back()) + 1 + 0.01 * std::cos(1000.0 * i * i));
   }
   series.AddPoints(x, y);
 }

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "base/undefined.h"
+#include "fit/residual_pattern.h"
 
 namespace tarnwick {
 namespace {
@@ -131,11 +132,27 @@ TEST(FitStatistics, NothingVariedStillHasQuality) {
   EXPECT_THAT(figures.statistics.standard_errors, IsEmpty());
 }
 
-TEST(FitStatistics, NeighboursTellScatterFromPattern) {
-  EXPECT_NEAR(NeighbourCorrelation(std::vector<double>{1, -1, 1, -1}), -0.75, 1e-15);
-  EXPECT_NEAR(NeighbourCorrelation(std::vector<double>{1, 1, -1, -1}), 0.25, 1e-15);
-  EXPECT_TRUE(IsUndefined(NeighbourCorrelation(std::vector<double>{0, 0})));
-  EXPECT_TRUE(IsUndefined(NeighbourCorrelation(std::vector<double>{1})));
+TEST(ResidualPattern, TellsScatterFromPattern) {
+  const auto correlation = [](const std::vector<double>& residuals) {
+    return FindPattern(residuals).neighbour_correlation;
+  };
+  EXPECT_NEAR(correlation({1e-200, -1e-200, 1e-200, -1e-200}), -0.75, 1e-15);
+  EXPECT_NEAR(correlation({1e200, 1e200, -1e200, -1e200}), 0.25, 1e-15);
+  EXPECT_TRUE(IsUndefined(correlation({0, 0})));
+  EXPECT_TRUE(IsUndefined(correlation({1})));
+  EXPECT_NEAR(FindPattern(std::vector<double>{1, -1, 3, 1}).greatest_share, 0.75, 1e-15);
+  struct Row {
+    ResidualPattern pattern;
+    bool suspicious, clear;
+  };
+  for (const Row& row : {Row{{100, 0.1, 0.06}, false, false}, Row{{100, 0.3, 0.06}, true, false},
+                         Row{{100, 0.4, 0.06}, true, true}, Row{{4096, 0.1, 0.003}, true, false},
+                         Row{{4096, 0.25, 0.003}, true, true}, Row{{20, 0.1, 0.2}, false, false},
+                         Row{{20, 0.3, 0.2}, true, false}, Row{{20, 0.1, 0.6}, true, false},
+                         Row{{20, 0.85, 0.2}, true, true}}) {
+    EXPECT_EQ(IsSuspicious(row.pattern), row.suspicious) << row.pattern.neighbour_correlation;
+    EXPECT_EQ(IsClear(row.pattern), row.clear) << row.pattern.neighbour_correlation;
+  }
 }
 
 TEST(FitStatistics, SumAboutTheMeanKeepsItsDigitsFarFromZero) {

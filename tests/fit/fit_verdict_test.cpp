@@ -27,7 +27,7 @@ FitResult GoodResult() {
   result.statistics.varied = 3;
   result.statistics.degrees_of_freedom = 97;
   result.statistics.sum_of_squares = 2;
-  result.statistics.r_squared = 0.98;
+  result.statistics.r_squared = result.statistics.adjusted_r_squared = 0.98;
   result.statistics.correlation = {1, .2, .3, .2, 1, -.5, .3, -.5, 1};
   return result;
 }
@@ -57,8 +57,8 @@ const Situation kSituations[] = {
      "determined by the data.",
      ""},
     {"limit", [](FitResult& r, auto&) { r.outcome.why = StopReason::IterationLimit; }, false,
-     "Stopped at the limit of 200 iterations before the fit had settled: the values are the best "
-     "met so far.",
+     "Stopped at the limit of 200 iterations before the fit had settled: raise the limit, or fit "
+     "again from these values, the best met so far.",
      ""},
     {"limit of the simplex",
      [](FitResult& r, FitCircumstances& c) {
@@ -66,8 +66,8 @@ const Situation kSituations[] = {
        c.method = FitProcType::cfp_Simplex;
      },
      false,
-     "Stopped at the limit of 200 evaluations a parameter before the fit had settled: the values "
-     "are the best met so far.",
+     "Stopped at the limit of 200 evaluations a parameter before the fit had settled: raise the "
+     "limit, or fit again from these values, the best met so far.",
      ""},
     {"cancelled", [](FitResult& r, auto&) { r.outcome.why = StopReason::Cancelled; }, false,
      "Cancelled after 9 iterations: the values are the best met so far.", ""},
@@ -118,13 +118,30 @@ const Situation kSituations[] = {
     {"correlated", [](FitResult& r, auto&) { r.statistics.correlation[5] = -0.9975; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.",
      "b and c are strongly correlated (-0.9975)"},
-    {"pattern", [](FitResult& r, auto&) { r.statistics.residual_correlation = 0.8; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data, but the residuals "
-     "follow a pattern.",
+    {"pattern", [](FitResult& r, auto&) { r.statistics.residual_correlation = 0.4; }, false,
+     "Converged after 9 iterations, but the residuals follow a pattern instead of scattering.",
      "The residuals follow a pattern along X"},
+    {"hardly determined",
+     [](FitResult& r, auto&) {
+       r.statistics.standard_errors = {2.5, 9, 0.1};
+       r.statistics.correlation[1] = r.statistics.correlation[3] = -0.999;
+     },
+     false, "Converged after 9 iterations, but the data hardly determine a and b.",
+     "a and b have errors greater than their values"},
+    {"a great error alone",
+     [](FitResult& r, auto&) {
+       r.statistics.standard_errors = {2.5, 9, 5};
+     },
+     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"another minimum", [](FitResult& r, auto&) { r.outcome.left_minimum = 8; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "led into a poorer minimum; others, found by a search, lower the sum of squares from 8 to 2"},
+    {"a search in vain", [](FitResult& r, auto&) { r.outcome.search_evaluations = 80; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "A search for better starting values found none."},
     {"pattern of a few",
      [](FitResult& r, auto&) {
-       r.statistics.residual_correlation = 0.8;
+       r.statistics.residual_correlation = 0.7;
        r.statistics.points = 20;
      },
      true, "Converged after 9 iterations: the parameters are determined by the data.", ""},

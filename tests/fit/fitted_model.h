@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "fit/curve_fit.h"
-#include "fit/minimise_newton.h"
+#include "fit/newton_fit.h"
 
 namespace tarnwick::testing {
 
@@ -56,7 +56,7 @@ inline Points MakePoints(std::size_t count, double first, double last, double no
 
 inline NewtonOutcome Fit(ModelResiduals& residuals, const MinimiseOptions& options = {}) {
   NoProgress progress;
-  return MinimiseNewton(residuals, residuals.Start(), options, progress);
+  return FitByNewton(residuals, residuals.Start(), options, progress);
 }
 
 }  // namespace tarnwick::testing

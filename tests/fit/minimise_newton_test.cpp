@@ -123,6 +123,54 @@ TEST(MinimiseNewton, HardShapesReachTheMinimumFromEveryStart) {
   }
 }
 
+/// Three peaks on a slope, and starts that lead a plain run into a poorer minimum.
+TEST(FitByNewton, SearchesWhereResidualsFollowAPattern) {
+  const auto peak = [](double x, double x0, double s) {
+    return std::exp(-0.5 * std::pow((x - x0) / s, 2));
+  };
+  const Points points = MakePoints(3000, 0, 40, 2, [&](double x) {
+    return 60 * peak(x, 8, 1.2) + 40 * peak(x, 19, 1) + 80 * peak(x, 31, 1.5) + 0.2 * x;
+  });
+  const auto fit = [&](int threads, Progress& progress) {
+    const auto model = MakeModel(
+        "a*exp(-0.5*((x-b)/c)^2)+d*exp(-0.5*((x-e)/f)^2)+g*exp(-0.5*((x-h)/k)^2)+l*x", {{"a", 20},
+                                                                                        {"b", 3},
+                                                                                        {"c", 4},
+                                                                                        {"d", 90},
+                                                                                        {"e", 9},
+                                                                                        {"f", 4},
+                                                                                        {"g", 10},
+                                                                                        {"h", 12},
+                                                                                        {"k", 0.5},
+                                                                                        {"l", 1}});
+    ModelResiduals residuals(*model, points.View(), threads);
+    return FitByNewton(residuals, residuals.Start(), {}, progress).outcome;
+  };
+  NoProgress progress;
+  const MinimiseOutcome one = fit(1, progress);
+  EXPECT_EQ(one.why, StopReason::Converged);
+  EXPECT_LT(one.value, 1.36 * 3000) << "errors of up to 2 have squares of 1.33 in the mean";
+  EXPECT_GT(one.left_minimum.value_or(0), 10 * one.value);
+  EXPECT_LE(one.iterations, 200);
+  const MinimiseOutcome two = fit(2, progress);
+  EXPECT_EQ(two.p, one.p);
+  EXPECT_EQ(two.evaluations, one.evaluations);
+}
+
+// A parabola leaves a pattern in an exponential that no start takes away.
+TEST(FitByNewton, TellsASearchInVainApart) {
+  const Points points = MakePoints(100, 0, 10, 0.01, [](double x) { return x * x + std::exp(x); });
+  const auto model = MakeModel("a*exp(b*x)", {{"a", 1}, {"b", 1.1}});
+  ModelResiduals residuals(*model, points.View());
+  NoProgress progress;
+  const MinimiseOutcome plain = MinimiseNewton(residuals, residuals.Start(), {}, progress).outcome;
+  const MinimiseOutcome fit = testing::Fit(residuals).outcome;
+  EXPECT_EQ(fit.p, plain.p);
+  EXPECT_EQ(fit.evaluations, plain.evaluations);
+  EXPECT_GT(fit.search_evaluations, 0);
+  EXPECT_FALSE(fit.left_minimum);
+}
+
 struct Refusal {
   const char* expression;
   std::vector<NamedValue> parameters;
