@@ -26,6 +26,8 @@ constexpr double kPoorGain = 0.25;
 /// Linear parameters are left free at trouble within so many iterations, or after so many troubles.
 constexpr int kOpening = 2;
 constexpr int kMostTroubles = 3;
+/// In the opening the start must promise to lower the sum of squares by this factor to be gone back to.
+constexpr double kWorthGoingBack = 4;
 /// The part of the residuals that a last full step may still take away: far below what a standard error would show.
 constexpr double kOffsetGoal = 1e-10;
 /// Up to this many points all passes are orthogonal: it costs next to nothing.
@@ -81,6 +83,7 @@ class NewtonRun {
   void StartRegion();
   bool MayFree() const;
   bool FreeLinear();
+  bool StartPromisesLittle() const;
   bool IsTrouble(double gain);
   bool IsStationary() const;
   bool IsLastStep(const TrialStep& trial) const;
@@ -200,9 +203,19 @@ bool NewtonRun::FreeLinear() {
   return true;
 }
 
+// To leave the linear parameters free in the opening can mean to go back to the start. That costs a few evaluations, and
+// where it promises little more than what was reached, a shorter step does as well.
+bool NewtonRun::StartPromisesLittle() const {
+  if (!MayFree()) return false;
+  const double best_of_start = PartedJacobian(begin_.reduced, linear_).BestOfFree();
+  const double here = here_.reduced.sum_of_squares;
+  return best_of_start < here && here < kWorthGoingBack * best_of_start;
+}
+
 bool NewtonRun::IsTrouble(double gain) {
-  if (gain < kPoorGain) troubles_ += outcome_.iterations <= kOpening ? kMostTroubles : 1;
-  return gain < kPoorGain && troubles_ >= kMostTroubles;
+  if (gain >= kPoorGain) return false;
+  troubles_ += outcome_.iterations <= kOpening && !StartPromisesLittle() ? kMostTroubles : 1;
+  return troubles_ >= kMostTroubles;
 }
 
 bool NewtonRun::IsStationary() const {
