@@ -9,6 +9,7 @@
 #include "graph/axes/plot_metrics.h"
 #include "graph/background_image.h"
 #include "graph/layout/finished_look.h"
+#include "graph/layout/second_quantity.h"
 #include "graph/pictures/picture_export.h"
 
 namespace tarnwick::cli {
@@ -36,6 +37,7 @@ void Run(const Options& options, Output& output) {
     const double scale = 96.0 / options.dpi;
     FinishedLookOptions look;
     look.title = std::filesystem::path(options.input.file).stem().string();
+    SeparateQuantities(*input.graph);
     ApplyFinishedLook(*input.graph, QSizeF(size.width * scale, size.height * scale), TextMetrics(),
                       look);
   }

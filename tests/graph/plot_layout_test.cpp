@@ -4,9 +4,12 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "graph/layout/finished_look.h"
 #include "graph/layout/plot_layout_parts.h"
+#include "graph/layout/second_quantity.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -152,6 +155,34 @@ INSTANTIATE_TEST_SUITE_P(Scenes, LayoutSweep, ::testing::ValuesIn(kScenes), [](c
   std::erase(name, ' ');
   return name;
 });
+
+TEST(SeparateQuantities, OnlyTwoUnitsOfWhichOneLooksFlatGetTwoAxes) {
+  struct Row {
+    std::vector<std::pair<const char*, double>> names_and_heights;
+    const char* axes;  // of each DataSet
+  };
+  const Row rows[] = {{{{"T (K)", 300}, {"p (bar)", 0.1}}, "12"},
+                      {{{"p [bar]", 0.1}, {"T / K", 300}, {"q / bar", 0.2}}, "121"},
+                      {{{"T (K)", 300}, {"p (bar)", 200}}, "11"},
+                      {{{"T (K)", 300}, {"dT (K)", 0.1}}, "11"},
+                      {{{"T (K)", 300}, {"p", 0.1}}, "11"},
+                      {{{"T (K)", 300}, {"p (bar)", 0.1}, {"U (V)", 0.1}}, "111"}};
+  for (const Row& row : rows) {
+    TxyGraph graph;
+    for (const auto& [name, height] : row.names_and_heights) {
+      auto series = std::make_unique<TSeries>();
+      series->SetSeriesName(name);
+      for (const double x : {0.0, 1.0}) series->AddPoint(x, x * height);
+      graph.AddSeries(std::move(series));
+    }
+    SeparateQuantities(graph);
+    std::string axes;
+    for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+      axes += graph.YAxisOf(graph.Series(i)) == AxisId::Y ? '1' : '2';
+    }
+    EXPECT_EQ(axes, row.axes) << row.names_and_heights.back().first;
+  }
+}
 
 TEST(PlotLayout, AgreesWithTheAxesConversionsAtTheClientSize) {
   TxyGraph graph;

@@ -12,6 +12,7 @@
 #include "graph/background_image.h"
 #include "graph/graph_state_compare.h"
 #include "graph/layout/finished_look.h"
+#include "graph/layout/second_quantity.h"
 
 namespace tarnwick {
 namespace {
@@ -260,6 +261,7 @@ void Document::LoadGraphIntoChild(const std::filesystem::path& path) {
 
 void Document::ArrangeChild() {
   const QSizeF size(Graph().ClientWidth(), Graph().ClientHeight());
+  SeparateQuantities(Graph());
   ApplyFinishedLook(Graph(), size, TextMetrics());
 }
 
@@ -312,6 +314,7 @@ void Document::FinishLook(QSizeF size) {
   if (look_.own || look_.arranged_for == size || !graph_.HasPoints()) return;
   // What the user has zoomed into is not disturbed by a window's new size.
   if (!look_.arranged_for.isEmpty() && !zooms_.front().IsEmpty()) return;
+  if (look_.arranged_for.isEmpty()) SeparateQuantities(graph_);
   look_.arranged_for = size;
   FinishedLookOptions options;
   options.title = data_file_.stem().string();

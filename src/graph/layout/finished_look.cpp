@@ -32,7 +32,7 @@ Font MakeFont(int size, bool bold) {
 }
 
 /// A legend beside the plot takes at most this share of the picture's width.
-constexpr double kLargestLegendShare = 0.25;
+constexpr double kLargestLegendShare = 1.0 / 3;
 
 /// Largest share of the picture that the two margins of one direction may take.
 constexpr double kLargestMarginShare = 0.6;
@@ -145,9 +145,12 @@ void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout) {
   graph.SetLegend(legend);
 }
 
-/// Puts the legend into the corner of the plot where it covers the fewest points and no inserted graph covers it, or beside
-/// the plot when every corner has some and the picture is wide enough.
-void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+enum class MayStandBeside { No, Yes };
+
+/// Puts the shown legend into the corner of the plot where it covers the fewest points and no inserted graph covers it, or
+/// beside the plot when every corner has some and the picture is wide enough and it may stand there.
+void PlaceShownLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
+                      MayStandBeside beside) {
   const PlotLayout layout = LayoutPlot(graph, size, metrics);
   if (!layout.legend) return;
   const QSizeF box = layout.legend->frame.size();
@@ -173,7 +176,8 @@ void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   const Corner best =
       *std::min_element(kCorners.begin(), kCorners.end(),
                         [&](const auto& a, const auto& b) { return covered(a) < covered(b); });
-  if (covered(best) > 0 && box.width() < kLargestLegendShare * size.width()) {
+  if (beside == MayStandBeside::Yes && covered(best) > 0 &&
+      box.width() < kLargestLegendShare * size.width()) {
     PlaceLegendOutside(graph, layout);
     return;
   }
@@ -184,6 +188,19 @@ void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   legend.left = best.right ? -inset(size.width() - plot.right()) : inset(plot.left());
   legend.top = best.bottom ? -inset(size.height() - plot.bottom()) : inset(plot.top());
   graph.SetLegend(legend);
+}
+
+/// A hidden legend has its place for when it is shown.
+void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+  const auto show = [&graph](bool visible) {
+    Legend legend = graph.GetLegend();
+    legend.visible = visible;
+    graph.SetLegend(legend);
+  };
+  const bool visible = graph.GetLegend().visible;
+  show(true);
+  PlaceShownLegend(graph, size, metrics, visible ? MayStandBeside::Yes : MayStandBeside::No);
+  show(visible);
 }
 
 /// Lines of one colour, without symbols, are told apart by their styles.

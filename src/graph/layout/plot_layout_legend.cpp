@@ -103,8 +103,10 @@ Limits LegendFlow::Bounds() const {
     case LegendLayout::Vertical:
       break;
   }
-  return {std::max(layout_.plot.width() * kLargestShareOfWidth,
-                   std::min(kNarrowestLegend, layout_.plot.width())),
+  // Beside the plot it may fill the margin made for it.
+  const double beside = picture.width() - layout_.plot.right() - 2 * kPlotInset;
+  return {std::max({layout_.plot.width() * kLargestShareOfWidth,
+                    std::min(kNarrowestLegend, layout_.plot.width()), beside}),
           layout_.plot.height() * kLargestShareOfHeight};
 }
 
