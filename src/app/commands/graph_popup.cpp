@@ -5,19 +5,16 @@
 
 #include "app/commands/command_actions.h"
 #include "app/document/document.h"
+#include "app/widgets/numbered_caption.h"
 #include "app/widgets/text.h"
 #include "graph/edit/mark_edit.h"
 
 namespace tarnwick {
 namespace {
 
-/// "&3 Voltage"
-QString NumberedCaption(std::size_t number, const std::string& text) {
-  return QStringLiteral("&%1 %2").arg(number).arg(ToQt(text).simplified().replace("&", "&&"));
-}
-
-QAction* AddItem(QMenu& menu, const QString& caption, bool checked) {
-  QAction* item = menu.addAction(caption);
+QAction* AddItem(QMenu& menu, std::size_t number, const std::string& text, bool checked) {
+  QAction* item =
+      menu.addAction(NumberedCaption(number, ToQt(text).simplified(), menu.fontMetrics()));
   item->setCheckable(true);
   item->setChecked(checked);
   return item;
@@ -27,8 +24,8 @@ void AddDataSets(QMenu& menu, Document& document) {
   const TxyGraph& graph = document.Graph();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const auto index = static_cast<std::int32_t>(i);
-    QAction* item = AddItem(menu, NumberedCaption(i + 1, graph.Series(i).SeriesName()),
-                            index == graph.CurrentSeriesIndex());
+    QAction* item =
+        AddItem(menu, i + 1, graph.Series(i).SeriesName(), index == graph.CurrentSeriesIndex());
     QObject::connect(item, &QAction::triggered, &document,
                      [&document, index] { document.Graph().SetCurrentSeriesIndex(index); });
   }
@@ -37,8 +34,9 @@ void AddDataSets(QMenu& menu, Document& document) {
 
 void AddMarks(QMenu& menu, Document& document) {
   const MarkList& marks = document.Graph().Marks();
+  if (!marks.All().empty()) menu.addSection(QObject::tr("Marks"));
   for (const Mark& mark : marks.All()) {
-    QAction* item = AddItem(menu, NumberedCaption(static_cast<std::size_t>(mark.id), mark.caption),
+    QAction* item = AddItem(menu, static_cast<std::size_t>(mark.id), mark.caption,
                             mark.id == marks.CurrentId());
     QObject::connect(item, &QAction::triggered, &document,
                      [&document, id = mark.id] { SetCurrentMark(document.Graph(), id); });
@@ -48,10 +46,10 @@ void AddMarks(QMenu& menu, Document& document) {
 
 void AddInsertedGraphs(QMenu& menu, Document& document) {
   const auto& children = document.WholeGraph().Children();
+  if (!children.empty()) menu.addSection(QObject::tr("Inserted Graphs"));
   for (std::size_t i = 0; i < children.size(); ++i) {
-    QAction* item =
-        AddItem(menu, NumberedCaption(i + 1, children[i]->GetAppearance().title_of_graph),
-                document.SelectedChild() == i);
+    QAction* item = AddItem(menu, i + 1, children[i]->GetAppearance().title_of_graph,
+                            document.SelectedChild() == i);
     QObject::connect(item, &QAction::triggered, &document,
                      [&document, i] { document.SelectChild(i); });
   }

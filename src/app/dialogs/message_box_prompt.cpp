@@ -44,6 +44,8 @@ QAbstractButton* AddButton(QMessageBox& box, Answer answer) {
 }  // namespace
 
 Answer MessageBoxPrompt::Ask(const Question& question) {
+  // A question on the way up needs its program behind it.
+  if (parent_ && !parent_->isVisible()) parent_->show();
   QMessageBox box(IconOf(question.kind), QObject::tr("Tarnwick"), ToQt(question.text),
                   QMessageBox::NoButton, parent_);
   box.setTextFormat(Qt::PlainText);

@@ -67,7 +67,7 @@ void FitOptionsPage::AddFitFields(QFormLayout& form) {
   points_->setToolTip(
       tr("Points of the drawn curve. A fit takes about as many of the data, unless "
          "all points are asked for."));
-  all_points_ = new QCheckBox(tr("Use &all points, not about as many as the curve has"), this);
+  all_points_ = new QCheckBox(tr("Use &all points, without thinning them"), this);
   finish_ = new QCheckBox(tr("Fi&nish with a Newton-type step"), this);
   form.addRow(tr("M&ethod"), method_);
   form.addRow(tr("&Tolerance"), tolerance_);

@@ -226,12 +226,19 @@ void FitPanel::Follow(Document* document) {
 void FitPanel::ShowHint(const TSeries* series) {
   const bool has_function = series != nullptr && !series->Fit().Expression().empty();
   can_fit_ = has_function && series->PointCount() > 0;
-  hint_->setText(has_function
-                     ? tr("There is no result of a fit for DataSet \"%1\" yet. Its function "
-                          "is:\n\n%2")
-                           .arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression()))
-                     : tr("The current DataSet has not been fitted.\n\nChoose a function in the "
-                          "menu Data, Curve Fitting, then Show Final Curve."));
+  if (!has_function) {
+    hint_->setText(
+        tr("The current DataSet has not been fitted.\n\nChoose a function in the menu Data, Curve "
+           "Fitting, then Show Final Curve."));
+    return;
+  }
+  // A file keeps the values found, not what was told of them.
+  const QString text =
+      IsFitted(series->Fit().Status())
+          ? tr("The curve of DataSet \"%1\" was fitted earlier. Fit it again to see errors and "
+               "statistics. Its function is:\n\n%2")
+          : tr("There is no result of a fit for DataSet \"%1\" yet. Its function is:\n\n%2");
+  hint_->setText(text.arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression())));
 }
 
 void FitPanel::SetState(State state) {
@@ -283,6 +290,9 @@ void FitPanel::ShowParameters() {
     parameters_->Put(row, 3, ToQt(one.settings.Units));
     ++row;
   }
+  const bool units = std::any_of(fitted.begin(), fitted.end(),
+                                 [](const auto& one) { return !one.settings.Units.empty(); });
+  parameters_->setColumnHidden(3, !units);
   parameters_->FitContents();
 }
 

@@ -137,6 +137,8 @@ void ApplyFitFunction(Document& document, const std::filesystem::path& file) {
   }
   document.Edit("Choose Function", [&](TxyGraph&) {
     series.Fit().Assign(function);
+    // A curve thinner than the line it describes is lost on it.
+    series.Fit().SetCurveWidth(std::max(function.CurveWidth(), series.Style().line_width));
     series.Fit().SetStatus(FitStatus::cf_Function);
   });
 }

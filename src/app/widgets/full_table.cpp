@@ -39,7 +39,8 @@ void FullTable::FitContents() {
   resizeRowsToContents();
   const QHeaderView& header = *horizontalHeader();
   const int room = width() - 2 * frameWidth();
-  const int last = columnCount() - 1;
+  int last = columnCount() - 1;
+  while (last > 0 && isColumnHidden(last)) --last;
   if (width_ == Width::Whole && header.length() < room) {
     setColumnWidth(last, columnWidth(last) + room - header.length());
   }

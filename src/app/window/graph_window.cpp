@@ -23,7 +23,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
       canvas_(new GraphCanvas(*document_, prompt, this)) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName(ToQt(document_->Name()));
-  setWindowIcon(InkIcon("graph"));
+  setWindowIcon(InkIcon("tarnwick"));
   setAcceptDrops(true);
   setWidget(canvas_);
   // The frame's own menu brings Ctrl+W along, which belongs to a command.

@@ -7,6 +7,7 @@
 #include <QMdiArea>
 #include <QMimeData>
 #include <QPrinter>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <algorithm>
@@ -75,6 +76,11 @@ void T_MainForm::BuildCentre() {
           [this] { actions_->ActionOf("FileOpen1")->trigger(); });
   connect(start_page_, &StartPage::fileChosen, this,
           [this](const QString& path) { OpenFile(ToPath(path)); });
+  // Hidden behind graphs it must not keep the window wide.
+  start_scroll_ = new QScrollArea(this);
+  start_scroll_->setFrameShape(QFrame::NoFrame);
+  start_scroll_->setWidgetResizable(true);
+  start_scroll_->setWidget(start_page_);
 
   area_ = new QMdiArea(this);
   area_->setBackground(palette().brush(QPalette::Dark));
@@ -83,7 +89,7 @@ void T_MainForm::BuildCentre() {
   connect(area_, &QMdiArea::subWindowActivated, this, &T_MainForm::updateMenu);
 
   centre_ = new QStackedWidget(this);
-  centre_->addWidget(start_page_);
+  centre_->addWidget(start_scroll_);
   centre_->addWidget(area_);
   setCentralWidget(centre_);
 }
@@ -182,10 +188,10 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
 
 void T_MainForm::updateMenu() {
   const TGraphWindow* active = ActiveGraphWindow();
-  if (GraphWindows().empty() && centre_->currentWidget() != start_page_) {
-    centre_->setCurrentWidget(start_page_);
+  if (GraphWindows().empty() && centre_->currentWidget() != start_scroll_) {
+    centre_->setCurrentWidget(start_scroll_);
   }
-  if (centre_->currentWidget() == start_page_) {
+  if (centre_->currentWidget() == start_scroll_) {
     std::vector<std::filesystem::path> recent;
     for (const QString& file : recent_.Entries()) {
       if (!file.isEmpty()) recent.push_back(ToPath(file));

@@ -17,6 +17,7 @@
 class QDockWidget;
 class QMdiArea;
 class QPrinter;
+class QScrollArea;
 class QStackedWidget;
 
 namespace tarnwick {
@@ -86,6 +87,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void BuildWindowMenu();
   void BuildFunctionMenu();
   void BuildFitPanel();
+  void MakeRoomForPanel();
   /// A window for these files; null, with the reason told, when they cannot be read.
   TGraphWindow* OpenGraphWindow(const std::filesystem::path& file);
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
@@ -103,6 +105,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   std::unique_ptr<QPrinter> printer_;
   CommandActions* actions_ = nullptr;
   QStackedWidget* centre_ = nullptr;
+  QScrollArea* start_scroll_ = nullptr;
   StartPage* start_page_ = nullptr;
   QMdiArea* area_ = nullptr;
   ElidedLabel* read_out_ = nullptr;

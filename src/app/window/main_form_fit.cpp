@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QScreen>
 #include <QSettings>
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -21,6 +22,7 @@ namespace tarnwick {
 namespace {
 
 constexpr const char* kDialogSizeKey = "FitSettings/Size";
+constexpr int kGraphsWidth = 700;  // pixels that graphs are read well in, beside the panel
 
 }  // namespace
 
@@ -35,7 +37,19 @@ void T_MainForm::BuildFitPanel() {
 }
 
 void T_MainForm::ShowFitResult(bool shown) {
+  if (shown && fit_dock_->isHidden()) MakeRoomForPanel();
   fit_dock_->setVisible(shown);
+}
+
+/// Widens the window, as far as the screen goes, where the panel would leave the graphs too little.
+void T_MainForm::MakeRoomForPanel() {
+  if (isMaximized() || isFullScreen() || fit_dock_->isFloating()) return;
+  const int panel = fit_dock_->sizeHint().width();
+  const int wanted = kGraphsWidth + panel - width();
+  const int room = screen()->availableGeometry().right() - frameGeometry().right();
+  const int more = std::clamp(wanted, 0, std::max(room, 0));
+  resize(width() + more, height());
+  resizeDocks({fit_dock_}, {panel}, Qt::Horizontal);
 }
 
 bool T_MainForm::FitResultIsShown() const {

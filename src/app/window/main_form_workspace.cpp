@@ -13,6 +13,7 @@
 #include "app/dialogs/save_as.h"
 #include "app/document/document.h"
 #include "app/fit/fit_work.h"
+#include "app/widgets/numbered_caption.h"
 #include "app/widgets/text.h"
 #include "app/window/arrange_windows.h"
 #include "app/window/graph_window.h"
@@ -161,14 +162,14 @@ void T_MainForm::BuildRecentMenu() {
             [this, item] { OpenFile(ToPath(item->data().toString())); });
     items.push_back(item);
   }
-  connect(menu, &QMenu::aboutToShow, this, [this, separator, items] {
+  connect(menu, &QMenu::aboutToShow, this, [this, menu, separator, items] {
     separator->setVisible(!recent_.Entries().front().isEmpty());
     for (std::size_t i = 0; i < items.size(); ++i) {
       const QString& path = recent_.Entries()[i];
       items[i]->setVisible(!path.isEmpty());
       items[i]->setData(path);
-      QString shown = path;
-      items[i]->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(shown.replace("&", "&&")));
+      items[i]->setText(NumberedCaption(i + 1, path, menu->fontMetrics()));
+      items[i]->setStatusTip(path);
     }
   });
 }
@@ -178,15 +179,15 @@ void T_MainForm::BuildWindowMenu() {
   auto items = std::make_shared<std::vector<std::unique_ptr<QAction>>>();
   connect(menu, &QMenu::aboutToShow, this, [this, menu, items] {
     items->clear();
-    int number = 0;
+    std::size_t number = 0;
     for (TGraphWindow* window : GraphWindows()) {
       if (number++ == 0) {
         items->push_back(std::make_unique<QAction>());
         items->back()->setSeparator(true);
         menu->addAction(items->back().get());
       }
-      const QString caption = ToQt(window->GetDocument().Caption()).replace("&", "&&");
-      auto item = std::make_unique<QAction>(QStringLiteral("&%1 %2").arg(number).arg(caption));
+      auto item = std::make_unique<QAction>(
+          NumberedCaption(number, ToQt(window->GetDocument().Caption()), menu->fontMetrics()));
       item->setCheckable(true);
       item->setChecked(window == ActiveGraphWindow());
       connect(item.get(), &QAction::triggered, window,
