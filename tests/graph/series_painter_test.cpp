@@ -1,10 +1,12 @@
 #include "graph/paint/series_painter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,6 +15,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include "graph/paint/symbol_sprite.h"
 #include "graph/palette.h"
 #include "graph/pictures/fast_png.h"
 #include "graph/series.h"
@@ -255,6 +258,45 @@ TEST(PaintSeries, RegressionLineIsDrawnWhenItIsUpToDate) {
     const QImage image = Painted(series, frame);
     const double y = frame.y.origin + 2.5 * frame.y.pixels_per_unit;  // about one half
     EXPECT_GT(TotalInk(image, QRect(150, static_cast<int>(y) - 4, 1, 9)), 0.8);
+  }
+}
+
+TEST(PaintSeries, CrowdedSymbolsLookAsDrawnOneByOne) {
+  const SeriesFrame frame = Frame(0, 100'000, -5, 5);
+  TSeries series;
+  std::mt19937_64 random(2);
+  std::normal_distribution<double> normal(0, 1);
+  for (int i = 0; i < 100'000; ++i) series.AddPoint(i, normal(random));
+  for (const SymbolShape shape : {SymbolShape::Circle, SymbolShape::Square, SymbolShape::Diamond,
+                                  SymbolShape::TriangleUp, SymbolShape::TriangleDown}) {
+    for (const int size : {6, 10, 25}) {
+      SeriesStyle style = LineStyleOf(1);
+      style.connect_points = false;
+      style.show_symbols = true;
+      style.symbol = shape;
+      style.symbol_size = size;
+      series.SetStyle(style);
+      QImage expected = Blank();
+      QPainter painter(&expected);
+      painter.setClipRect(kPlot);
+      const SymbolSprite sprite = MakeSprite(LookOf(style), 1);
+      std::set<std::pair<int, int>> drawn;
+      series.Points().ForEachPoint([&](double x, double y) {
+        const QPoint pixel(static_cast<int>(kPlot.left() + x * frame.x.pixels_per_unit),
+                           static_cast<int>(kPlot.bottom() - (y + 5) * frame.y.pixels_per_unit));
+        if (!drawn.emplace(pixel.x(), pixel.y()).second) return;
+        painter.drawImage(pixel - QPoint(sprite.hot_spot, sprite.hot_spot), sprite.image);
+      });
+      painter.end();
+      const QImage image = Painted(series, frame);
+      int worst = 0;
+      for (int y = 0; y < kHeight; ++y) {
+        for (int x = 0; x < kWidth; ++x) {
+          worst = std::max(worst, std::abs(Ink(image, x, y) - Ink(expected, x, y)));
+        }
+      }
+      EXPECT_LE(worst, 1) << static_cast<int>(shape) << ' ' << size;
+    }
   }
 }
 

@@ -49,29 +49,46 @@ Pixels Expected(const PointChain& chain, const ThinningView& view) {
   return pixels;
 }
 
+// Whether `pixels` has one in the box.
+bool Any(const Pixels& pixels, int left, int right, int top, int bottom) {
+  for (int column = left; column <= right; ++column) {
+    if (pixels.lower_bound({column, top}) != pixels.upper_bound({column, bottom})) return true;
+  }
+  return false;
+}
+
 TEST(OccupiedPixels, AreThoseOfAllPointsLessWhatIsHidden) {
+  constexpr int kGap = 3, kReach = 2;
   for (const std::size_t points : {50U, 5'000U, 300'000U}) {
     for (const bool log : {false, true}) {
       const PointChain chain = Noise(points);
       const ThinningView view = View(points, log);
       const Pixels all = Expected(chain, view);
-      const auto found = [&](int rows) {
-        const auto list = OccupiedPixels(chain, view, kArea, {rows});
+      const auto found = [&](SymbolHiding hiding) {
+        const SymbolPixels given = OccupiedPixels(chain, view, kArea, hiding);
         Pixels pixels;
-        for (const QPoint& pixel : list) pixels.emplace(pixel.x(), pixel.y());
-        EXPECT_EQ(pixels.size(), list.size());
+        for (const QPoint& pixel : given.symbols) pixels.emplace(pixel.x(), pixel.y());
+        EXPECT_EQ(pixels.size(), given.symbols.size());
+        for (const QRect& run : given.solid) {
+          for (int y = run.top(); y <= run.bottom(); ++y) pixels.emplace(run.left(), y);
+        }
         return pixels;
       };
-      EXPECT_EQ(found(1), all) << points << log;
-      const Pixels shown = found(3);
-      EXPECT_EQ(shown.size() < all.size(), points > 5'000) << points << log;
-      const auto any = [&shown](int column, int from, int to) {
-        return shown.lower_bound({column, from}) != shown.upper_bound({column, to});
-      };
-      for (const auto& [column, row] : all) {  // hidden between two that are shown
-        EXPECT_TRUE(any(column, row, row) ||
-                    (any(column, row - 2, row - 1) && any(column, row + 1, row + 2)))
-            << column << ' ' << row;
+      EXPECT_EQ(found({}), all) << points << log;
+      const Pixels symbols = found({kGap});
+      EXPECT_EQ(symbols.size() < all.size() / 2, points > 5'000) << points << log;
+      for (const Pixels& shown : {symbols, found({kGap, kReach})}) {
+        for (const auto& [x, y] : shown) {  // where a point is, or between two
+          EXPECT_TRUE(all.contains({x, y}) ||
+                      (Any(all, x, x, y - kGap + 1, y - 1) && Any(all, x, x, y + 1, y + kGap - 1)))
+              << x << ' ' << y;
+        }
+        for (const auto& [x, y] : all) {  // shown, or between shown ones on all sides
+          EXPECT_TRUE(Any(shown, x - kGap, x, y - kGap, y) &&
+                      Any(shown, x, x + kGap, y - kGap, y) &&
+                      Any(shown, x - kGap, x, y, y + kGap) && Any(shown, x, x + kGap, y, y + kGap))
+              << x << ' ' << y;
+        }
       }
     }
   }

@@ -16,6 +16,7 @@
 #include "graph/paint/symbol_sprite.h"
 #include "graph/series.h"
 #include "graph/thinning/raster_surface.h"
+#include "graph/thinning/raster_tile.h"
 #include "graph/thinning/symbol_cells.h"
 #include "graph/thinning/thinning.h"
 
@@ -139,24 +140,42 @@ void PaintRegression(DeviceSpace& space, const TSeries& series, const SeriesFram
             {ToQt(style.regression_line_color), width, style.regression_line_style}, frame);
 }
 
-// Rows between two filled symbols whose bodies close over whatever lies between them.
-int HiddenRows(const SymbolLook& look, double scale) {
+// Between two filled symbols that near their bodies close over whatever lies between them.
+SymbolHiding HidingOf(const DeviceSpace& space, const SymbolLook& look) {
+  const double size = look.size * space.Scale();
   const bool filled = look.fill == SymbolFill::Filled && !IsOpenSymbol(look.shape);
-  return filled && look.shape != SymbolShape::Dot ? static_cast<int>(look.size * scale / 3) : 1;
+  SymbolHiding hiding;
+  hiding.gap = filled && look.shape != SymbolShape::Dot ? static_cast<int>(size / 3) : 1;
+  if (space.Raster()) hiding.reach = static_cast<int>(std::ceil(0.6 * size)) + 1;
+  return hiding;
 }
 
-std::vector<QPoint> SymbolPixels(const DeviceSpace& space, const TSeries& series,
-                                 const SeriesFrame& frame, const SymbolLook& look) {
+SymbolPixels PixelsOf(const DeviceSpace& space, const TSeries& series, const SeriesFrame& frame,
+                      const SymbolLook& look) {
   const int reach = static_cast<int>(std::ceil(look.size * space.Scale()));
   const QRect area = space.Map(frame.clip).toAlignedRect().adjusted(-reach, -reach, reach, reach);
-  return OccupiedPixels(series.Points(), ViewOf(space, series, frame), area,
-                        {HiddenRows(look, space.Scale())});
+  return OccupiedPixels(series.Points(), ViewOf(space, series, frame), area, HidingOf(space, look));
 }
 
-void PaintSprites(DeviceSpace& space, const std::vector<QPoint>& pixels, const SymbolLook& look) {
+void PaintSprites(DeviceSpace& space, const SymbolPixels& pixels, const SymbolLook& look) {
+  QPainter& painter = space.Painter();
+  RasterSurface* const surface = space.Surface();
+  const RasterInk ink(look.color.rgb());
+  for (const QRect& rect : pixels.solid) {
+    if (surface != nullptr) {
+      surface->Fill(rect, ink);
+    } else {
+      painter.fillRect(rect, look.color);
+    }
+  }
   const SymbolSprite sprite = MakeSprite(look, space.Scale());
   const QPoint hot_spot(sprite.hot_spot, sprite.hot_spot);
-  for (const QPoint& pixel : pixels) space.Painter().drawImage(pixel - hot_spot, sprite.image);
+  const RasterTile tile(sprite.image);
+  for (const QPoint& pixel : pixels.symbols) {
+    const QPoint corner = pixel - hot_spot;
+    if (surface != nullptr && surface->Lay(corner, tile)) continue;
+    painter.drawImage(corner, sprite.image);
+  }
 }
 
 constexpr double kCloudDotsPerPixel = 3;  // about 300 dots an inch
@@ -171,7 +190,7 @@ QImage CloudImage(const TSeries& series, const SeriesFrame& frame, const SymbolL
     painter.scale(size.width() / frame.clip.width(), size.height() / frame.clip.height());
     painter.translate(-frame.clip.topLeft());
     DeviceSpace dots(painter, frame);
-    PaintSprites(dots, SymbolPixels(dots, series, frame, look), look);
+    PaintSprites(dots, PixelsOf(dots, series, frame, look), look);
   }
   return image;
 }
@@ -262,15 +281,15 @@ void PaintCloud(DeviceSpace& space, const TSeries& series, const SeriesFrame& fr
 void PaintSymbols(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
   constexpr std::size_t kManySymbols = 10'000;
   const SymbolLook look = LookOf(series.Style());
-  const std::vector<QPoint> pixels = SymbolPixels(space, series, frame, look);
+  const SymbolPixels pixels = PixelsOf(space, series, frame, look);
   QPainter& painter = space.Painter();
   painter.setRenderHint(QPainter::Antialiasing);
   if (space.Raster()) {
     PaintSprites(space, pixels, look);
-  } else if (pixels.size() > kManySymbols) {
+  } else if (pixels.symbols.size() > kManySymbols) {
     PaintCloud(space, series, frame, look);
   } else {
-    for (const QPoint& pixel : pixels) {
+    for (const QPoint& pixel : pixels.symbols) {
       PaintSymbol(painter, QPointF(pixel) + QPointF(0.5, 0.5), look, space.Scale());
     }
   }

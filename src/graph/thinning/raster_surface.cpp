@@ -6,6 +6,8 @@
 #include <QPaintEngine>
 #include <QPainter>
 
+#include "graph/thinning/raster_tile.h"
+
 namespace tarnwick {
 
 namespace {
@@ -53,6 +55,14 @@ void RasterSurface::Fill(const QRect& rect, const RasterInk& ink) {
   for (int column = seen.left(); column <= seen.right(); ++column) {
     LayRun(column, seen.top(), end, ink);
   }
+}
+
+bool RasterSurface::Lay(QPoint corner, const RasterTile& tile) {
+  QRect written = tile.Covers().translated(corner);
+  written.setWidth(tile.WrittenColumns());
+  if (!clip_.contains(written)) return false;
+  tile.LayOver(PixelAt(written.left(), written.top()), row_);
+  return true;
 }
 
 void RasterSurface::LayRun(int column, int top, int end, const RasterInk& ink) {

@@ -13,6 +13,8 @@ class QPainter;
 
 namespace tarnwick {
 
+class RasterTile;
+
 /// A colour prepared for being laid over pixels.
 struct RasterInk {
   RasterInk() = default;
@@ -56,6 +58,8 @@ class RasterSurface {
   }
   /// Lays the ink over the rows top <= row < end of a column, at least one, all inside Clip().
   void LayRun(int column, int top, int end, const RasterInk& ink);
+  /// Lays the tile with its image's upper left corner at the pixel. False, and nothing done, unless it lies inside Clip().
+  bool Lay(QPoint corner, const RasterTile& tile);
 
  private:
   RasterSurface(QImage& image, const QRect& clip);

@@ -4,95 +4,59 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
+#include <span>
+#include <utility>
 
+#include "graph/thinning/column_rows.h"
+#include "graph/thinning/symbol_crowd.h"
 #include "graph/thinning/value_scan.h"
 
 namespace tarnwick {
 
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kCrowd = 64;  // points a column
+constexpr double kCrowd = 64;            // points a column
+constexpr std::size_t kChunksAhead = 3;  // whose extremes are asked for before they are read
+constexpr std::size_t kBlock = PointChunk::kBlock;
 
-// The rows taken in one pixel column, cleared for the next: points come in order of X. Rows rise or fall with the value, so
-// that every value between those at the ends of a run of taken rows falls into the run.
-class ColumnRows {
- public:
-  ColumnRows(int rows, int gap)
-      : gap_(static_cast<std::size_t>(gap)), rows_(static_cast<std::size_t>(rows) + 2 * gap_) {}
-
-  void Begin() {
-    settled_low_ = kInfinity;
-    settled_high_ = -kInfinity;
-    settled_rows_ = 0;
-    if (++mark_ != 0) return;
-    rows_.assign(rows_.size(), {});
-    mark_ = 1;
-  }
-
-  /// Values of the longest run: nothing more is seen of them. NaN is none of them.
-  bool Settled(double value) const { return value >= settled_low_ && value <= settled_high_; }
-
-  bool Take(int row, double value) {
-    const std::size_t place = static_cast<std::size_t>(row) + gap_;
-    if (rows_[place].mark == mark_) return false;
-    rows_[place] = {value, place, mark_};
-    std::size_t first = place, last = place;
-    for (std::size_t step = 1; step <= gap_; ++step) {
-      if (first == place && Taken(place - step)) first = Join(place - step, place);
-      if (last == place && Taken(place + step)) last = Join(place + step, place);
-    }
-    rows_[first].other_end = last;
-    rows_[last].other_end = first;
-    if (last - first + 1 > settled_rows_) {
-      settled_rows_ = last - first + 1;
-      settled_low_ = std::min(rows_[first].value, rows_[last].value);
-      settled_high_ = std::max(rows_[first].value, rows_[last].value);
-    }
-    return true;
-  }
-
- private:
-  struct Row {
-    double value = 0;
-    std::size_t other_end = 0;  // of the run, when this row is an end of one
-    std::uint32_t mark = 0;     // of the column it was taken in
-  };
-
-  bool Taken(std::size_t place) const { return rows_[place].mark == mark_; }
-  // The far end of the run that ends at `end`; the rows up to `place` are hidden from now on.
-  std::size_t Join(std::size_t end, std::size_t place) {
-    for (std::size_t row = std::min(end, place) + 1; row < std::max(end, place); ++row) {
-      rows_[row].mark = mark_;
-    }
-    return rows_[end].other_end;
-  }
-
-  std::size_t gap_;
-  std::vector<Row> rows_;  // with `gap_` more at either end
-  std::uint32_t mark_ = 0;
-  std::size_t settled_rows_ = 0;
-  double settled_low_ = kInfinity, settled_high_ = -kInfinity;
+// Points of one pixel column that lie between two taken rows and may show.
+struct Block {
+  const double* y;
+  std::int32_t first_row, last_row;
 };
 
 class SymbolWalk {
  public:
-  SymbolWalk(const PointChain& points, const ThinningView& view, const QRect& area, int gap)
+  SymbolWalk(const PointChain& points, const ThinningView& view, const QRect& area,
+             SymbolHiding hiding)
       : points_(points),
         view_(view),
         area_(area),
         values_(view),
         by_blocks_(view.ordinate == Ordinate::Y && view.base_line_slope == 0),
-        rows_(area.height(), gap),
-        column_(area.left() - 1) {}
+        map_(view.y, area.top(), area.height()),
+        rows_(area.height(), hiding.gap),
+        column_(area.left() - 1) {
+    if (hiding.gap > 1) crowd_.emplace(area.width(), rows_, hiding);
+  }
 
-  std::vector<QPoint> Run(std::size_t index) {
+  SymbolPixels Run(std::size_t index) {
     while (index < points_.Size()) {
       const std::size_t number = points_.ChunkOfIndex(index);
       const ChunkView chunk = points_.Chunk(number);
+      if (by_blocks_ && number + kChunksAhead < points_.ChunkCount()) {
+        points_.ChunkToCome(number + kChunksAhead)
+            .PrefetchExtremes(chunk.chunk->Room(), chunk.chunk->HasIdRoom());
+      }
       if (!TakeChunk(chunk, number, index - chunk.first_index)) break;
       index = chunk.first_index + chunk.x.size();
     }
+    EndColumn();
+    if (crowd_) pixels_ = crowd_->TakeShown();
+    const QPoint corner = area_.topLeft() - QPoint(0, 1);
+    for (QPoint& pixel : pixels_.symbols) pixel += corner;
+    for (QRect& run : pixels_.solid) run.translate(corner);
     return std::move(pixels_);
   }
 
@@ -100,7 +64,7 @@ class SymbolWalk {
   // False when the chunk reaches beyond the area.
   bool TakeChunk(const ChunkView& chunk, std::size_t number, std::size_t begin) {
     while (begin < chunk.x.size()) {
-      const double x = view_.x.At(chunk.x[begin]);
+      const double x = view_.x.At(begin == 0 ? points_.ChunkFirstX(number) : chunk.x[begin]);
       if (x >= area_.right() + 1) return false;
       if (!(x >= area_.left())) {  // the border's point by rounding, or one without a place
         ++begin;
@@ -108,13 +72,13 @@ class SymbolWalk {
       }
       const int here = static_cast<int>(std::floor(x));
       if (here != column_) {
+        EndColumn();
         column_ = here;
-        rows_.Begin();
       }
       const double border = view_.x.ValueAt(here + 1);
       const std::size_t end = FirstNotBelow(chunk, number, begin + 1, border);
       const bool whole = begin == 0 && end == chunk.x.size() && by_blocks_;
-      if (!whole || !Unseen(points_.ChunkExtremes(number))) TakeRun(chunk, begin, end);
+      if (!whole || !TakeExtremes(points_.ChunkExtremes(number))) TakeRun(chunk, begin, end);
       begin = end;
     }
     return true;
@@ -122,24 +86,40 @@ class SymbolWalk {
 
   std::size_t FirstNotBelow(const ChunkView& chunk, std::size_t number, std::size_t begin,
                             double border) const {
-    const std::size_t size = chunk.x.size();
-    if (begin == size || !(chunk.x[begin] < border)) return begin;
-    const std::size_t next = number + 1;
+    const std::size_t size = chunk.x.size(), next = number + 1;
     if (next < points_.ChunkCount() && points_.ChunkFirstX(next) < border) return size;
+    if (begin == size || !(chunk.x[begin] < border)) return begin;
     const auto first = chunk.x.begin();
     const auto found =
         std::lower_bound(first + static_cast<std::ptrdiff_t>(begin), chunk.x.end(), border);
     return static_cast<std::size_t>(found - first);
   }
 
-  // Nothing of these stored Y would be seen. NaN never is.
-  bool Unseen(const YExtremes& stored) const {
-    const double low = stored.min - view_.zero_value, high = stored.max - view_.zero_value;
-    return (rows_.Settled(low) && rows_.Settled(high)) || low >= too_high_ || high <= too_low_;
+  void EndColumn() {
+    if (column_ < area_.left()) return;
+    rows_.Close();
+    if (!blocks_.empty()) ReadBlocks();
+    const int column = column_ - area_.left();
+    if (crowd_) {
+      crowd_->Add(column, rows_);
+    } else {
+      rows_.Taken().ForEach(
+          [&](std::size_t row) { pixels_.symbols.emplace_back(column, static_cast<int>(row)); });
+    }
+    rows_.Clear();
+    blocks_.clear();
+  }
+
+  bool TakeExtremes(const YExtremes& stored) {
+    if (!values_.HasPlace(stored.min - view_.zero_value)) return false;
+    const auto [first, last] = std::minmax(
+        {map_.At(stored.min - view_.zero_value), map_.At(stored.max - view_.zero_value)});
+    rows_.Take(first);
+    rows_.Take(last);
+    return rows_.Hidden(first, last);
   }
 
   void TakeRun(const ChunkView& chunk, std::size_t begin, std::size_t end) {
-    constexpr std::size_t kBlock = PointChunk::kBlock;
     const std::size_t first = (begin + kBlock - 1) / kBlock, last = end / kBlock;
     const PointChunk::Blocks kept =
         by_blocks_ && first < last ? chunk.chunk->KeptBlocks() : PointChunk::Blocks{};
@@ -148,32 +128,93 @@ class SymbolWalk {
       return;
     }
     TakePoints(chunk, begin, first * kBlock);
-    for (std::size_t block = first; block < last; ++block) {
-      if (!Unseen({kept.lows[block], kept.highs[block], false})) {
-        TakePoints(chunk, block * kBlock, (block + 1) * kBlock);
-      }
-    }
+    TakeBlocks(chunk, kept, first, last);
     TakePoints(chunk, last * kBlock, end);
+    rows_.Close();
+  }
+
+  // The extremes of blocks; what may show besides is left for the column's end.
+  void TakeBlocks(const ChunkView& chunk, const PointChunk::Blocks& kept, std::size_t first,
+                  std::size_t last) {
+    constexpr std::size_t kMost = PointChunk::kCapacity / kBlock;
+    std::int32_t lows[kMost], highs[kMost];
+    map_.All(kept.lows.data() + first, view_.zero_value, last - first, lows);
+    map_.All(kept.highs.data() + first, view_.zero_value, last - first, highs);
+    for (std::size_t block = first; block < last; ++block) {
+      const double* const y = chunk.y.data() + block * kBlock;
+      const auto [top, bottom] = std::minmax(lows[block - first], highs[block - first]);
+      if (!values_.HasPlace(kept.lows[block] - view_.zero_value)) {
+        TakeStored(y, kBlock);
+        continue;
+      }
+      rows_.Take(top);
+      rows_.Take(bottom);
+      if (!rows_.Hidden(top, bottom)) blocks_.push_back({y, top, bottom});
+    }
+  }
+
+  // Blocks that reach beyond what the extremes close have to be read; their other points close the middle so well that few
+  // of the rest have to.
+  void ReadBlocks() {
+    const auto outer_end = std::partition(
+        blocks_.begin(), blocks_.end(), [inner = ClosedByExtremes()](const Block& block) {
+          return block.first_row < inner.first || block.last_row > inner.second;
+        });
+    ReadAll({blocks_.begin(), outer_end});
+    constexpr std::ptrdiff_t kAtOnce = 16;
+    for (auto begin = outer_end; begin != blocks_.end();) {
+      rows_.Close();
+      const auto end = begin + std::min(kAtOnce, blocks_.end() - begin);
+      ReadAll({begin, std::remove_if(begin, end, [this](const Block& block) {
+                 return rows_.Hidden(block.first_row, block.last_row);
+               })});
+      begin = end;
+    }
+    rows_.Close();
+  }
+
+  // From the beginning of the closed rows around the mean first row to the end of those around the mean last row.
+  std::pair<std::int32_t, std::int32_t> ClosedByExtremes() const {
+    std::size_t first = 0, last = 0;
+    for (const Block& block : blocks_) {
+      first += static_cast<std::size_t>(block.first_row);
+      last += static_cast<std::size_t>(block.last_row);
+    }
+    first /= blocks_.size();
+    last /= blocks_.size();
+    const RowBits& closed = rows_.Closed();
+    if (!closed.AllSet(first, first) || !closed.AllSet(last, last)) {
+      return {0, std::numeric_limits<std::int32_t>::max()};
+    }
+    return {static_cast<std::int32_t>(closed.UnsetBefore(first)) + 1,
+            static_cast<std::int32_t>(closed.UnsetBehind(last)) - 1};
+  }
+
+  void ReadAll(std::span<const Block> blocks) {
+    constexpr std::size_t kAhead = 6, kLine = 64 / sizeof(double);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+      if (i + kAhead < blocks.size()) {
+        const double* const y = blocks[i + kAhead].y;
+        for (std::size_t k = 0; k < kBlock; k += kLine) __builtin_prefetch(y + k);
+      }
+      TakeStored(blocks[i].y, kBlock);
+    }
+  }
+
+  // At most kBlock points by their stored Y. Rows first, then what is taken: the first loop waits for nothing.
+  void TakeStored(const double* y, std::size_t count) {
+    std::int32_t rows[kBlock];
+    map_.All(y, view_.zero_value, count, rows);
+    for (std::size_t i = 0; i < count; ++i) rows_.Take(rows[i]);
   }
 
   void TakePoints(const ChunkView& chunk, std::size_t begin, std::size_t end) {
-    for (std::size_t i = begin; i < end; ++i) {
-      const double value = values_.At(chunk, i);
-      if (!rows_.Settled(value)) TakePoint(value);
-    }
-  }
-
-  void TakePoint(double value) {
-    const double y = view_.y.At(value);
-    if (y >= area_.top() && y < area_.bottom() + 1) {
-      const int row = static_cast<int>(y - area_.top());
-      if (rows_.Take(row, value)) pixels_.emplace_back(column_, row + area_.top());
-    } else if (y == y) {
-      if ((y < area_.top()) == view_.y.Rising()) {
-        too_low_ = std::max(too_low_, value);
-      } else {
-        too_high_ = std::min(too_high_, value);
+    if (by_blocks_) {
+      for (; begin < end; begin += kBlock) {
+        TakeStored(chunk.y.data() + begin, std::min(kBlock, end - begin));
       }
+    } else {
+      for (; begin < end; ++begin) rows_.Take(map_.At(values_.At(chunk, begin)));
     }
   }
 
@@ -182,16 +223,18 @@ class SymbolWalk {
   const QRect area_;
   ValueScan values_;
   bool by_blocks_;  // the extremes of stored Y tell those of what is drawn
+  RowMap map_;
   ColumnRows rows_;
+  std::optional<SymbolCrowd> crowd_;
   int column_;
-  double too_low_ = -kInfinity, too_high_ = kInfinity;  // beyond the area from here on
-  std::vector<QPoint> pixels_;
+  std::vector<Block> blocks_;  // of the column, not read yet
+  SymbolPixels pixels_;        // by column and row from 1 on, while the walk goes on
 };
 
 }  // namespace
 
-std::vector<QPoint> OccupiedPixels(const PointChain& points, const ThinningView& view,
-                                   const QRect& area, SymbolHiding hiding) {
+SymbolPixels OccupiedPixels(const PointChain& points, const ThinningView& view, const QRect& area,
+                            SymbolHiding hiding) {
   if (points.Empty() || area.isEmpty() || !view.x.Usable() || !view.y.Usable() ||
       !view.x.Rising()) {
     return {};
@@ -199,7 +242,8 @@ std::vector<QPoint> OccupiedPixels(const PointChain& points, const ThinningView&
   const std::size_t begin = points.LowerBound(view.x.ValueAt(area.left()));
   const std::size_t end = points.UpperBound(view.x.ValueAt(area.right() + 1));
   const bool crowd = static_cast<double>(end - std::min(begin, end)) > kCrowd * area.width();
-  return SymbolWalk(points, view, area, crowd ? std::max(hiding.rows, 1) : 1).Run(begin);
+  hiding.gap = crowd ? std::max(hiding.gap, 1) : 1;
+  return SymbolWalk(points, view, area, hiding).Run(begin);
 }
 
 }  // namespace tarnwick

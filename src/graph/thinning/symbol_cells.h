@@ -12,14 +12,21 @@ namespace tarnwick {
 
 /// What hides a symbol besides another one at the same pixel.
 struct SymbolHiding {
-  /// Where points crowd, one between two drawn ones of its pixel column that are at most this many rows apart is hidden; 1
-  /// hides none.
-  int rows = 1;
+  /// Where points crowd, one between drawn ones that are at most this many rows or columns apart is hidden; 1 hides none.
+  int gap = 1;
+  /// Whole pixels that a symbol reaches from its own, which it covers wholly. 0 makes no area of symbols.
+  int reach = 0;
 };
 
-/// The distinct pixels inside `area` (whole pixels of the view's maps) that show a point, in the order of the points.
-/// Where points crowd most are not read: the extremes kept with them tell that nothing new would be seen.
-std::vector<QPoint> OccupiedPixels(const PointChain& points, const ThinningView& view,
-                                   const QRect& area, SymbolHiding hiding = {});
+/// What shows a DataSet's points, in the order of the pixel columns.
+struct SymbolPixels {
+  std::vector<QPoint> symbols;  ///< pixels that a symbol is drawn at
+  std::vector<QRect> solid;     ///< pixels covered wholly by symbols, which are not drawn for it
+};
+
+/// The distinct pixels inside `area` (whole pixels of the view's maps) that show a point. Where points crowd most are not read:
+/// the extremes kept with them tell that nothing new would be seen.
+SymbolPixels OccupiedPixels(const PointChain& points, const ThinningView& view, const QRect& area,
+                            SymbolHiding hiding = {});
 
 }  // namespace tarnwick

@@ -26,11 +26,17 @@ class PixelMap {
   PixelMap(const AxisScale& scale, double factor, double offset);
 
   double At(double value) const {
-    if (log_) value = LogOf(value);
-    // The difference of two huge values may overflow; an infinity lands on the right side all the same.
-    double pixel = origin_ + (value - reference_) * slope_;
+    double pixel = Unheld(value);
     pixel = -kFarPixel > pixel ? -kFarPixel : pixel;
     return kFarPixel < pixel ? kFarPixel : pixel;
+  }
+  /// The same without holding far away positions.
+  double Unheld(double value) const { return UnheldLinear(log_ ? LogOf(value) : value); }
+  /// The same on a linear axis, for a number or a vector of them.
+  template <class Value>
+  Value UnheldLinear(Value value) const {
+    // The difference of two huge values may overflow; an infinity lands on the right side all the same.
+    return origin_ + (value - reference_) * slope_;
   }
   double ValueAt(double pixel) const {
     const double value = reference_ + (pixel - origin_) / slope_;
