@@ -21,39 +21,46 @@ namespace {
 using namespace tarnwick;
 
 constexpr std::size_t kPoints = 10'000'000;
-constexpr std::size_t kCurvePoints = 100'000;
 
-double Model(double x) {
-  return 3 * std::exp(-x * x) + 0.2 * x;
+// What the points are drawn as.
+enum Look { Line, Symbols };
+
+FitSettings Peak() {
+  FitSettings model;
+  model.Expression = "a*exp(-x*x)+b*x";
+  model.Status = FitStatus::cf_Function;
+  model.NPoints = 1'000;
+  model.parameters.resize(2);
+  model.parameters[0].Name = "a";
+  model.parameters[0].Value = 3;
+  model.parameters[1].Name = "b";
+  model.parameters[1].Value = 0.2;
+  return model;
 }
 
-template <class ValueAt>
-void AddLine(TxyGraph& graph, const char* name, std::size_t points, ValueAt value_at) {
-  std::vector<double> x, y;
-  for (std::size_t i = 0; i < points; ++i) {
-    x.push_back(static_cast<double>(i) / static_cast<double>(points) * 8 - 4);
-    y.push_back(value_at(x.back()));
-  }
-  auto series = std::make_unique<TSeries>();
-  series->SetSeriesName(name);
-  series->AddPoints(x, y);
-  TSeries& added = graph.AddSeries(std::move(series));
-  SeriesStyle style = added.Style();
-  style.show_symbols = false;
-  added.SetStyle(style);
-}
-
-// Noise around a peak and the curve through it.
-TxyGraph& Graph() {
+// Noise around a peak, and the peak as a fitted model's curve.
+TxyGraph& Graph(Look look) {
   static TxyGraph graph;
-  if (graph.SeriesCount() != 0) return graph;
-  std::mt19937_64 random(7);
-  std::normal_distribution<double> normal(0, 0.5);
-  AddLine(graph, "counts", kPoints, [&](double x) { return Model(x) + normal(random); });
-  AddLine(graph, "fit", kCurvePoints, Model);
-  Legend legend;
-  legend.visible = true;
-  graph.SetLegend(legend);
+  if (graph.SeriesCount() == 0) {
+    std::mt19937_64 random(7);
+    std::normal_distribution<double> normal(0, 0.5);
+    std::vector<double> x, y;
+    for (std::size_t i = 0; i < kPoints; ++i) {
+      x.push_back(static_cast<double>(i) / static_cast<double>(kPoints) * 8 - 4);
+      y.push_back(3 * std::exp(-x.back() * x.back()) + 0.2 * x.back() + normal(random));
+    }
+    auto series = std::make_unique<TSeries>();
+    series->SetSeriesName("counts");
+    series->AddPoints(x, y);
+    graph.AddSeries(std::move(series)).Fit().SetSettings(Peak(), true);
+    Legend legend;
+    legend.visible = true;
+    graph.SetLegend(legend);
+  }
+  SeriesStyle style = graph.Series(0).Style();
+  style.connect_points = look == Line;
+  style.show_symbols = look == Symbols;
+  graph.Series(0).SetStyle(style);
   return graph;
 }
 
@@ -63,8 +70,8 @@ void SetGrid(TxyGraph& graph) {
 
 // As the canvas of the desktop program does it: scales, layout and picture anew.
 void BM_Frame(benchmark::State& state) {
-  const int width = static_cast<int>(state.range(0)), height = static_cast<int>(state.range(1));
-  TxyGraph& graph = Graph();
+  const int width = static_cast<int>(state.range(1)), height = static_cast<int>(state.range(2));
+  TxyGraph& graph = Graph(static_cast<Look>(state.range(0)));
   graph.Resize(width, height);
   SetGrid(graph);
   QImage picture(width, height, QImage::Format_RGB32);
@@ -80,19 +87,20 @@ void BM_Frame(benchmark::State& state) {
     painter.end();
     benchmark::DoNotOptimize(picture.bits());
   }
+  if (graph.Series(0).Curve().Points().Empty()) state.SkipWithError("no fit curve");
   state.counters["limit_ms"] = 16;
 }
 BENCHMARK(BM_Frame)
-    ->ArgNames({"width", "height"})
-    ->Args({800, 600})
-    ->Args({1920, 1080})
-    ->Args({3840, 2160})
+    ->ArgNames({"symbols", "width", "height"})
+    ->ArgsProduct({{Line, Symbols}, {800}, {600}})
+    ->ArgsProduct({{Line, Symbols}, {1920}, {1080}})
+    ->ArgsProduct({{Line, Symbols}, {3840}, {2160}})
     ->Unit(benchmark::kMillisecond);
 
 void BM_PdfFile(benchmark::State& state) {
-  TxyGraph& graph = Graph();
+  TxyGraph& graph = Graph(static_cast<Look>(state.range(0)));
   SetGrid(graph);
-  const int dpi = static_cast<int>(state.range(0));
+  const int dpi = static_cast<int>(state.range(1));
   const std::filesystem::path path = std::filesystem::temp_directory_path() / "redraw_bench.pdf";
   const auto device = [dpi](double pixels) { return static_cast<int>(pixels * dpi / 96); };
   for (auto _ : state) WritePicture(graph, path, {device(800), device(600), dpi});
@@ -101,7 +109,10 @@ void BM_PdfFile(benchmark::State& state) {
   state.counters["limit_bytes"] = 2e6;
   std::filesystem::remove(path);
 }
-BENCHMARK(BM_PdfFile)->ArgName("dpi")->Arg(96)->Arg(300)->Arg(1200)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PdfFile)
+    ->ArgNames({"symbols", "dpi"})
+    ->ArgsProduct({{Line, Symbols}, {96, 300, 1200}})
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
