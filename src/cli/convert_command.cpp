@@ -1,10 +1,12 @@
 #include <memory>
 
 #include "base/error.h"
+#include "cli/command.h"
 #include "cli/commands.h"
 #include "cli/function_input.h"
 #include "cli/input_graph.h"
 #include "cli/save_output.h"
+#include "fit/curve_fit_file.h"
 #include "fit/fit_function_file.h"
 
 namespace tarnwick::cli {
@@ -18,11 +20,17 @@ struct Options {
 };
 
 void ConvertFunction(const Options& options, WriterMode mode, Output& output) {
+  const FitSettings settings = LoadFitFunction(options.input.file);
+  if (options.save.file == "-" && mode == WriterMode::Text) {
+    if (output.IsJson()) throw UsageError("standard output cannot hold the data and a document");
+    output.Text() << StoredModel(settings, mode);
+    return;
+  }
   if (!IsFitFunctionFile(options.save.file)) {
     throw Error("a fitting function is no graph; it converts to .tfn only: " + options.save.file);
   }
   CheckOverwrite(options.save);
-  SaveFitFunction(options.save.file, LoadFitFunction(options.input.file), mode);
+  SaveFitFunction(options.save.file, settings, mode);
   PrintSaved(options.save, output);
 }
 
@@ -45,7 +53,7 @@ void DeclareConvert(CLI::App& command, Action& action) {
   command.add_option("OUT", options->save.file, "The new file, its kind by extension")->required();
   command.add_flag("--overwrite", options->save.overwrite, "Replace the file if it exists");
   command.add_flag("--text-mode", options->text_mode,
-                   "Write graph and function files with readable keys and values");
+                   "Write graph and function files with readable keys and values; to - too");
   AddDataset(command, options->dataset);
   OnCommand(command, action, options, &Run);
 }

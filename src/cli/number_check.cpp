@@ -21,6 +21,10 @@ CLI::Validator Check(const char* name, std::string wanted, bool (*allowed)(doubl
 
 }  // namespace
 
+CLI::Validator FiniteNumber() {
+  return Check("FINITE", "a finite number", [](double value) { return std::isfinite(value); });
+}
+
 CLI::Validator PositiveNumber() {
   return Check("POSITIVE", "a finite number above 0",
                [](double value) { return value > 0 && std::isfinite(value); });

@@ -5,6 +5,8 @@
 
 namespace tarnwick::cli {
 
+/// A finite number.
+CLI::Validator FiniteNumber();
 /// A finite number above 0.
 CLI::Validator PositiveNumber();
 /// A finite number of at least 0.

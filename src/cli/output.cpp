@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
 
@@ -52,6 +53,10 @@ Json JsonNumber(double value) {
 
 Json JsonNumber(const std::optional<double>& value) {
   return value ? JsonNumber(*value) : Json(nullptr);
+}
+
+void Output::Flush() {
+  if (!out_.flush()) throw Error("the answer cannot be written");
 }
 
 void Output::Document(const Json& document) {

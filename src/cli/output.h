@@ -23,6 +23,8 @@ class Output {
 
   bool IsJson() const { return form_ == Form::Document; }
   std::ostream& Text() { return out_; }
+  /// Throws Error when what was written does not arrive.
+  void Flush();
   /// For remarks beside the answer; never part of it.
   std::ostream& Remarks() { return err_; }
   /// Writes the one document.

@@ -3,6 +3,7 @@
 
 #include "cli/commands.h"
 #include "cli/input_graph.h"
+#include "cli/number_check.h"
 #include "cli/point_text.h"
 #include "cli/save_output.h"
 
@@ -51,8 +52,9 @@ void DeclareRegress(CLI::App& command, Action& action) {
       ->required()
       ->check(CLI::Range(0, 7));
   command.add_option("--steps", options->steps, "Steps of the curve (types 4, 5)");
-  command.add_option("--alpha", options->alpha,
-                     "Smoothing factor (6), 1/window (7), end slope (4)");
+  command
+      .add_option("--alpha", options->alpha, "Smoothing factor (6), 1/window (7), end slope (4)")
+      ->check(FiniteNumber());
   AddSave(command, options->save);
   OnCommand(command, action, options, &Run);
 }

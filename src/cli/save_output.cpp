@@ -93,7 +93,9 @@ void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& 
   CheckOverwrite(arguments);
   if (arguments.file == "-") {
     if (output.IsJson()) throw UsageError("standard output cannot hold the data and a document");
-    output.Text() << CsvText(graph);
+    output.Text() << (mode == WriterMode::Text ? EncodeGraph(graph, {WithPoints::Yes, mode})
+                                               : CsvText(graph));
+    output.Flush();
     return;
   }
   KindOf(arguments.file).save({graph, series, arguments.file, mode});

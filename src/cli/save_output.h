@@ -26,7 +26,8 @@ void CheckOverwrite(const SaveArguments& arguments);
 /// Throws Error, before any work, when SaveOutput cannot write a file of this kind or may not overwrite it.
 void CheckSave(const SaveArguments& arguments);
 
-/// Writes the graph as .tgr, .ttp, .tds (DataSet `series` alone), .dat or .csv. Throws Error for another extension.
+/// Writes the graph as .tgr, .ttp, .tds (DataSet `series` alone), .dat or .csv; to standard output as .csv, in text mode as
+/// .tgr. Throws Error for another extension, or when standard output takes no more.
 void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
                 Output& output, WriterMode mode = WriterMode::Typed);
 
