@@ -31,8 +31,10 @@ Font MakeFont(int size, bool bold) {
   return font;
 }
 
-/// A legend beside the plot takes at most this share of the picture's width.
-constexpr double kLargestLegendShare = 1.0 / 3;
+/// A legend beside the plot takes at most this share of the picture's width, or the wide one where it would cover much.
+constexpr double kLargestLegendShare = 0.25;
+constexpr double kWideLegendShare = 1.0 / 3;
+constexpr double kMuchCovered = 0.03;  // of the points
 
 /// Largest share of the picture that the two margins of one direction may take.
 constexpr double kLargestMarginShare = 0.6;
@@ -176,8 +178,10 @@ void PlaceShownLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   const Corner best =
       *std::min_element(kCorners.begin(), kCorners.end(),
                         [&](const auto& a, const auto& b) { return covered(a) < covered(b); });
-  if (beside == MayStandBeside::Yes && covered(best) > 0 &&
-      box.width() < kLargestLegendShare * size.width()) {
+  const auto hidden = static_cast<double>(covered(best));
+  const bool much = hidden > kMuchCovered * static_cast<double>(pixels.size());
+  const double share = much ? kWideLegendShare : kLargestLegendShare;
+  if (beside == MayStandBeside::Yes && hidden > 0 && box.width() < share * size.width()) {
     PlaceLegendOutside(graph, layout);
     return;
   }
