@@ -26,6 +26,9 @@ using EveryStep = std::function<void(std::span<const double>)>;
 constexpr std::int32_t kProbeIterations = 50;
 /// Residuals below this share of Y are rounding.
 constexpr double kRounding = 1e-12;
+/// Squares of numbers beyond these, with what is multiplied to them, are no numbers any more.
+constexpr double kGreatest = 1e153;
+constexpr double kSmallest = 1e-140;
 /// Central differences stand in for exact derivatives with this relative accuracy.
 constexpr double kDifferenceAccuracy =
     8 * ModelBlocks::kDifferenceStep * ModelBlocks::kDifferenceStep;
@@ -36,6 +39,21 @@ MinimiseOutcome Refused(StopReason why, std::string message = {}) {
   outcome.message = std::move(message);
   outcome.start_value = outcome.value = kUndefined;
   return outcome;
+}
+
+double Greatest(const std::vector<double>& values) {
+  double greatest = 0;
+  for (const double value : values) greatest = std::max(greatest, std::abs(value));
+  return greatest;
+}
+
+/// Y or X whose squares, or those of what depends on them, are lost or overflow.
+std::optional<ExtremeData> FindExtreme(const FitJob& job) {
+  for (const ExtremeData& data :
+       {ExtremeData{'Y', Greatest(job.y)}, ExtremeData{'X', Greatest(job.x)}}) {
+    if (data.greatest > kGreatest || (data.greatest > 0 && data.greatest < kSmallest)) return data;
+  }
+  return std::nullopt;
 }
 
 const TExprRec* RecordOf(const TExprRec* first, const double* result) {
@@ -102,6 +120,7 @@ FitRun::FitRun(const FitJob& job, Progress& progress, const EveryStep& every_ste
   about_.method = job.settings.ProcType;
   about_.max_iterations = job.settings.IterMax;
   about_.thinned_to = job.settings.NPoints;
+  about_.extreme_data = FindExtreme(job);
   about_.sign_before_power = SignBeforeEvenPower(model_.CurrentRec());
   about_.regression_curve = job.source == FitPointSource::RegressionCurve;
 }
@@ -153,7 +172,7 @@ bool FitRun::LedAstray(const NewtonOutcome& newton) const {
   if (Failed(newton.outcome.why)) return true;
   const FitFigures figures = ComputeFitFigures(newton.reduced, Points(newton.reduced.undefined));
   return !figures.singular_directions.empty() || !figures.unmoved.empty() ||
-         figures.statistics.r_squared <= 0;
+         NoBetterThanMean(figures.statistics);
 }
 
 /// Goes on from the values found, and where that leads nowhere, because the method before went astray, from the start;
@@ -232,13 +251,8 @@ void FitRun::MeasureEnd() {
 /// Undefined where the residuals are but the rounding of Y.
 double FitRun::MeasurePattern() {
   const std::vector<double> rest = residuals_->Residuals(result_.values, kPatternPoints);
-  const auto greatest = [](const std::vector<double>& values) {
-    double size = 0;
-    for (const double value : values) size = std::max(size, std::abs(value));
-    return size;
-  };
-  return greatest(rest) > kRounding * greatest(job_.y) ? FindPattern(rest).neighbour_correlation
-                                                       : kUndefined;
+  const double rounding = std::max(kRounding * Greatest(job_.y), kSmallest);
+  return Greatest(rest) > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
 }
 
 /// What follows a run that did not fail: a finishing one, or a try whether that would pay, and the statistics.

@@ -17,6 +17,8 @@ using Eigen::VectorXd;
 
 // A parameter whose part in the undetermined directions is smaller has errors of its own.
 constexpr double kNoShare = 1e-6;
+// Of an F ratio: what chance alone reaches now and then.
+constexpr double kChanceRatio = 3;
 // A parameter with a smaller part than this, relative to the greatest, is not worth naming.
 constexpr double kNamedShare = 0.01;
 
@@ -236,7 +238,11 @@ FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints
 }
 
 bool NoBetterThanMean(const FitStatistics& statistics) {
-  return statistics.r_squared <= 0 || statistics.adjusted_r_squared <= 0;
+  const double explained = statistics.r_squared;
+  if (statistics.varied == 1) return explained < -kNoShare;
+  const auto dof = static_cast<double>(statistics.degrees_of_freedom);
+  const double needed = kChanceRatio * (1 - explained) * (statistics.varied - 1);
+  return explained <= 0 || (dof > 0 && explained * dof < needed);
 }
 
 std::vector<std::int32_t> HardlyDetermined(const FitStatistics& statistics,

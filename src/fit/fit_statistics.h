@@ -36,7 +36,8 @@ struct FitFigures {
 /// Figures that do not exist (dof = 0, tss = 0, a parameter that is not determined) are undefined.
 FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints& points);
 
-/// A constant would do as well: R squared, adjusted for the parameters spent, is not above 0. False when all Y are equal.
+/// A constant would do about as well: the F ratio of what the model explains, for each parameter beyond one, to what it leaves
+/// is below 3, as chance lets it be (Seber & Wild 1989, chapter 5.3). False when all Y are equal and for a constant itself.
 bool NoBetterThanMean(const FitStatistics& statistics);
 
 /// From this correlation on an error of one parameter is made up for by another.

@@ -9,6 +9,7 @@
 #include "base/undefined.h"
 #include "fit/fit_statistics.h"
 #include "fit/residual_pattern.h"
+#include "fit/trading_groups.h"
 
 namespace tarnwick {
 namespace {
@@ -91,41 +92,13 @@ bool AllDetermined(const FitResult& result) {
          HardlyDetermined(result).empty();
 }
 
-/// Parameters that trade against each other, in as many independent directions.
-struct TradingGroup {
-  std::vector<std::int32_t> parameters;
-  std::size_t directions = 1;
-
-  bool Shares(const TradingGroup& other) const {
-    return std::ranges::find_first_of(parameters, other.parameters) != parameters.end();
-  }
-  void Take(const TradingGroup& other) {
-    parameters.insert(parameters.end(), other.parameters.begin(), other.parameters.end());
-    std::ranges::sort(parameters);
-    parameters.erase(std::unique(parameters.begin(), parameters.end()), parameters.end());
-    directions += other.directions;
-  }
-};
-
-/// The singular directions, those that share a parameter as one.
-std::vector<TradingGroup> TradingGroups(const FitResult& result) {
-  std::vector<TradingGroup> groups;
-  for (const SingularDirection& direction : result.singular_directions) {
-    TradingGroup group{direction.parameters};
-    for (auto other = groups.begin(); other != groups.end();) {
-      if (other->Shares(group)) {
-        group.Take(*other);
-        other = groups.erase(other);
-      } else {
-        ++other;
-      }
-    }
-    groups.push_back(std::move(group));
-  }
-  return groups;
-}
-
 // --- the summary
+
+/// "Y is so great (3E200) that its squares cannot be summed: give it in other units"
+std::string Extreme(const ExtremeData& data) {
+  return std::string(1, data.axis) + " is so " + (data.greatest > 1 ? "great (" : "small (") +
+         Number(data.greatest) + ") that its squares cannot be summed: give it in other units";
+}
 
 std::string UndefinedStart(const FitCircumstances& about) {
   const auto sentence = [](const std::vector<std::string>& names, const char* of_one,
@@ -138,6 +111,7 @@ std::string UndefinedStart(const FitCircumstances& about) {
   if (!about.infinite_names.empty())
     return sentence(about.infinite_names, " has no finite value to start from.",
                     " have no finite values to start from.");
+  if (about.extreme_data) return "The fit did not start: " + Extreme(*about.extreme_data) + ".";
   if (!about.first_undefined_x) {
     return "The fit did not start: the starting values are so far off that the sum of squares is "
            "beyond all numbers.";
@@ -190,7 +164,8 @@ std::string HowItEnded(const FitResult& result, const FitCircumstances& about) {
 }
 
 /// What is to be said of the values, beginning with the colon or comma that joins it to how the fit ended.
-std::string WhatTheDataSay(const FitResult& result) {
+std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& about) {
+  if (about.extreme_data) return ", but " + Extreme(*about.extreme_data) + ".";
   if (TooFewPoints(result)) {
     return ", but " + Counted(result.statistics.points, "point") + " cannot determine " +
            Counted(result.statistics.varied, "parameter") + ".";
@@ -209,7 +184,7 @@ std::string WhatTheDataSay(const FitResult& result) {
   if (DistanceToBestFit(result) > kNearEnough)
     return ", but short of the best fit: a finishing Newton-type step improves it.";
   if (NoBetterThanMean(result))
-    return ", but the curve fits no better than a horizontal line would.";
+    return ", but the curve fits hardly better than a horizontal line would.";
   if (result.statistics.degrees_of_freedom == 0)
     return ": there are as many points as parameters, so no errors can be stated.";
   if (result.undefined_points > 0) return ", but not every point could be used.";
@@ -380,10 +355,11 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
     NotePoints(result, circumstances, verdict.notes);
     return verdict;
   }
-  verdict.trustworthy = HasConverged(result) && AllDetermined(result) && !TooFewPoints(result) &&
+  verdict.trustworthy = HasConverged(result) && !circumstances.extreme_data &&
+                        AllDetermined(result) && !TooFewPoints(result) &&
                         !NoBetterThanMean(result) && result.undefined_points == 0 &&
                         !FollowsPattern(result) && result.statistics.degrees_of_freedom > 0;
-  verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result);
+  verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result, circumstances);
   NoteSignBeforePower(circumstances, verdict);
   NoteUndetermined(result, verdict.notes);
   NoteStuck(result, verdict.notes);

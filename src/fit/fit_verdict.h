@@ -12,12 +12,19 @@
 
 namespace tarnwick {
 
+/// Coordinates whose squares, in units such as these, are beyond what a computer's numbers hold.
+struct ExtremeData {
+  char axis = 'Y';
+  double greatest = 0;  ///< their greatest absolute value
+};
+
 /// What the verdict needs beside the result: how the fit was asked for and what its run met.
 struct FitCircumstances {
   FitProcType method = FitProcType::cfp_Newton;
   std::int32_t max_iterations = 0;
   std::int32_t thinned_to = 0;    ///< the model's NPoints
   bool regression_curve = false;  ///< the points are those of the DataSet's regression curve
+  std::optional<ExtremeData> extreme_data;
   /// X of the first point without a value of the model at the start, and how many such points there are.
   std::optional<double> first_undefined_x;
   std::int64_t undefined_at_start = 0;

@@ -113,7 +113,7 @@ const Situation kSituations[] = {
      "stated.",
      ""},
     {"flat", [](FitResult& r, auto&) { r.statistics.r_squared = -1e-9; }, false,
-     "Converged after 9 iterations, but the curve fits no better than a horizontal line would.",
+     "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
      ""},
     {"correlated", [](FitResult& r, auto&) { r.statistics.correlation[5] = -0.9975; }, true,
      "Converged after 9 iterations: the parameters are determined by the data.",
@@ -121,6 +121,33 @@ const Situation kSituations[] = {
     {"pattern", [](FitResult& r, auto&) { r.statistics.residual_correlation = 0.4; }, false,
      "Converged after 9 iterations, but the residuals follow a pattern instead of scattering.",
      "The residuals follow a pattern along X"},
+    {"hardly better than a constant", [](FitResult& r, auto&) { r.statistics.r_squared = 0.04; },
+     false,
+     "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
+     ""},
+    {"a constant",
+     [](FitResult& r, auto&) {
+       r.statistics.r_squared = -1e-14;
+       r.statistics.varied = 1;
+     },
+     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"squares of Y lost",
+     [](auto&, FitCircumstances& c) {
+       c.extreme_data = {'Y', 3e-200};
+     },
+     false,
+     "Converged after 9 iterations, but Y is so small (3E-200) that its squares cannot be summed: "
+     "give it in other units.",
+     ""},
+    {"squares of Y overflow",
+     [](FitResult& r, FitCircumstances& c) {
+       r.outcome.why = StopReason::UndefinedAtStart;
+       c.extreme_data = {'Y', 3e200};
+     },
+     false,
+     "The fit did not start: Y is so great (3E200) that its squares cannot be summed: give it in "
+     "other units.",
+     ""},
     {"hardly determined",
      [](FitResult& r, auto&) {
        r.statistics.standard_errors = {2.5, 9, 0.1};
@@ -200,7 +227,7 @@ const Situation kSituations[] = {
        c.sign_before_power = true;
      },
      false,
-     "Converged after 9 iterations, but the curve fits no better than a horizontal line would.",
+     "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
      "-u^2 in the expression is (-u)^2"},
     {"a sign before a power, and a good fit",
      [](auto&, FitCircumstances& c) { c.sign_before_power = true; }, true,
