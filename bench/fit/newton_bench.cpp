@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "fit/curve_fit.h"
-#include "fit/minimise_newton.h"
+#include "fit/newton_fit.h"
 
 namespace {
 
@@ -168,7 +168,7 @@ void Newton(benchmark::State& state) {
     model.Prepare();
     ModelResiduals residuals(model, {problem.x, problem.y}, static_cast<int>(state.range(1)));
     NoProgress progress;
-    const NewtonOutcome fit = MinimiseNewton(residuals, residuals.Start(), {}, progress);
+    const NewtonOutcome fit = FitByNewton(residuals, residuals.Start(), {}, progress);
     residuals.StoreInModel(fit.outcome.p);
     if (fit.outcome.why != StopReason::Converged) state.SkipWithError("not converged");
     evaluations = static_cast<double>(fit.outcome.evaluations);
