@@ -190,7 +190,7 @@ void FitFunctionPage::ShowCheck(const ModelCheck& check) {
   MarkWrong(*expression_, ToQt(check.error));
   message_->setText(text);
   QPalette palette;
-  if (!check.error.empty()) palette.setColor(QPalette::WindowText, QColor(176, 32, 32));
+  if (!check.error.empty()) palette.setColor(QPalette::WindowText, WrongTextColor());
   message_->setPalette(palette);
   add_unknown_->setVisible(check.error.empty() && !check.unknown_names.empty());
 }

@@ -235,8 +235,8 @@ void FitPanel::ShowHint(const TSeries* series) {
   // A file keeps the values found, not what was told of them.
   const QString text =
       IsFitted(series->Fit().Status())
-          ? tr("The curve of DataSet \"%1\" was fitted earlier. Fit it again to see errors and "
-               "statistics. Its function is:\n\n%2")
+          ? tr("The curve of DataSet \"%1\" is drawn with the values it has; their errors are not "
+               "known. Fit it again to see them. Its function is:\n\n%2")
           : tr("There is no result of a fit for DataSet \"%1\" yet. Its function is:\n\n%2");
   hint_->setText(text.arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression())));
 }

@@ -67,7 +67,8 @@ FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& opt
         StepShower(document, static_cast<std::size_t>(document.Graph().CurrentSeriesIndex()));
   }
   FitResult result;
-  document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing..."},
+  const ProgressPlace place = every_step ? ProgressPlace::Aside : ProgressPlace::Centre;
+  document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing...", place},
                       [&](Progress& progress) { result = RunFit(job, progress, every_step); });
   // Steps that were shown are no state to go on from.
   TakeFitSettings(series, job.settings);

@@ -108,6 +108,7 @@ void ParameterTable::CheckCell(QTableWidgetItem* item) {
     const QSignalBlocker quiet(this);
     const bool good = NumberIn(item).has_value();
     item->setBackground(good ? QBrush() : QBrush(WrongColor()));
+    item->setForeground(good ? QBrush() : QBrush(Qt::black));
     item->setToolTip(good ? QString() : tr("This is no number."));
   } else if (!IsCheck(item->column()) && item->text() != item->text().trimmed()) {
     const QSignalBlocker quiet(this);

@@ -12,6 +12,11 @@ QColor WrongColor() {
   return {255, 205, 205};
 }
 
+QColor WrongTextColor() {
+  const bool dark = QPalette().color(QPalette::Window).lightness() < 128;
+  return dark ? QColor(255, 140, 140) : QColor(176, 32, 32);
+}
+
 void MarkWrong(QWidget& field, const QString& why) {
   QPalette palette;  // the ordinary one
   if (!why.isEmpty()) {

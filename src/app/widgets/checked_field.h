@@ -12,6 +12,9 @@ void MarkWrong(QWidget& field, const QString& why);
 /// The colour behind what cannot be used.
 QColor WrongColor();
 
+/// Of a text that says what is wrong, readable on the desktop's windows, light or dark.
+QColor WrongTextColor();
+
 /// A field for one number, "." or "," before its decimals.
 class NumberEdit final : public QLineEdit {
   Q_OBJECT

@@ -10,10 +10,14 @@ namespace tarnwick {
 
 enum class Cancellable { No, Yes };
 
+/// Of the progress window: before the middle of the program's, or where it hides little of what the work shows.
+enum class ProgressPlace { Centre, Aside };
+
 struct WorkTitle {
   std::string text;  ///< "Loading data"
   Cancellable cancellable = Cancellable::Yes;
   std::string caption = {};  ///< of the progress window; empty: the text
+  ProgressPlace place = ProgressPlace::Centre;
 };
 
 class LongWork {

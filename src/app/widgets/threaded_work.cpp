@@ -2,7 +2,9 @@
 
 #include <QEventLoop>
 #include <QProgressDialog>
+#include <QScreen>
 #include <QTimer>
+#include <algorithm>
 #include <exception>
 #include <thread>
 
@@ -28,6 +30,16 @@ void ShowReading(QProgressDialog& window, const QString& title,
   window.setValue(static_cast<int>(share * (kSteps - 1)));
 }
 
+/// Below the program's window, as far as the screen goes.
+void PutAside(QProgressDialog& window, const QWidget& parent) {
+  window.adjustSize();
+  const QRect program = parent.window()->frameGeometry();
+  const QRect screen = parent.screen()->availableGeometry();
+  constexpr int kTitleBar = 40;  // of which nothing is known before the window shows
+  const int lowest = screen.bottom() - window.height() - kTitleBar;
+  window.move(program.center().x() - window.width() / 2, std::min(program.bottom() + 1, lowest));
+}
+
 /// Shows the progress window until `loop` ends.
 void ShowWhile(QEventLoop& loop, QWidget* parent, const WorkTitle& title,
                SharedProgress& progress) {
@@ -46,6 +58,7 @@ void ShowWhile(QEventLoop& loop, QWidget* parent, const WorkTitle& title,
                    [&] { ShowReading(window, text, progress.Read()); });
   refresh.start(kRefreshMs);
   ShowReading(window, text, progress.Read());
+  if (title.place == ProgressPlace::Aside && parent) PutAside(window, *parent);
   window.show();
   loop.exec();
 }
