@@ -56,7 +56,7 @@ class RowMap {
   /// Of values[i] - zero.
   void All(const double* values, double zero, std::size_t count, std::int32_t* rows) const {
     for (; count > 1 && !y_.Log(); count -= 2, values += 2, rows += 2) {
-      Pair pair;
+      PixelPair pair;
       std::memcpy(&pair, values, sizeof(pair));
       const PairRows held = __builtin_convertvector(Held(y_.UnheldLinear(pair - zero)), PairRows);
       std::memcpy(rows, &held, sizeof(held));
@@ -65,8 +65,6 @@ class RowMap {
   }
 
  private:
-  // Compilers leave loops over minimum and maximum scalar for the sake of NaN; two values in one register say what is meant.
-  using Pair = double __attribute__((vector_size(16)));
   using PairRows = std::int32_t __attribute__((vector_size(8)));
 
   template <class Value>

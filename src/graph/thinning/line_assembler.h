@@ -63,11 +63,13 @@ class LineAssembler {
   void Finish() {
     const PixelMap x = view_.x, y = view_.y;
     for (PixelColumn& column : line_.columns) {
-      column.first = {x.At(column.first.x), y.At(column.first.y)};
-      column.last = {x.At(column.last.x), y.At(column.last.y)};
-      const double low = y.At(column.top), high = y.At(column.bottom);
-      column.top = low < high ? low : high;
-      column.bottom = low < high ? high : low;
+      const PixelPair abscissae = x.At(PixelPair{column.first.x, column.last.x});
+      const PixelPair ends = y.At(PixelPair{column.first.y, column.last.y});
+      const PixelPair extremes = y.At(PixelPair{column.top, column.bottom});
+      column.first = {abscissae[0], ends[0]};
+      column.last = {abscissae[1], ends[1]};
+      column.top = extremes[0] < extremes[1] ? extremes[0] : extremes[1];
+      column.bottom = extremes[0] < extremes[1] ? extremes[1] : extremes[0];
     }
   }
 

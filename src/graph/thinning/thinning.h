@@ -15,6 +15,9 @@
 
 namespace tarnwick {
 
+/// Two values in one register: compilers leave loops over minimum and maximum scalar for the sake of NaN.
+using PixelPair = double __attribute__((vector_size(16)));
+
 /// Value <-> device pixel along one axis, without rounding. Far away positions are held within +-kFarPixel, so that every
 /// finite or infinite value gives a usable coordinate; NaN stays NaN, as does a value <= 0 on a logarithmic axis.
 class PixelMap {
@@ -29,6 +32,14 @@ class PixelMap {
     double pixel = Unheld(value);
     pixel = -kFarPixel > pixel ? -kFarPixel : pixel;
     return kFarPixel < pixel ? kFarPixel : pixel;
+  }
+  /// The same for two values.
+  PixelPair At(PixelPair values) const {
+    constexpr PixelPair kFar{kFarPixel, kFarPixel};
+    if (log_) values = PixelPair{LogOf(values[0]), LogOf(values[1])};
+    PixelPair pixels = UnheldLinear(values);
+    pixels = -kFar > pixels ? -kFar : pixels;
+    return kFar < pixels ? kFar : pixels;
   }
   /// The same without holding far away positions.
   double Unheld(double value) const { return UnheldLinear(log_ ? LogOf(value) : value); }
