@@ -24,6 +24,12 @@ void ResetLegend(TxyGraph& graph) {
 void SetLegendLayout(TxyGraph& graph, LegendLayout mode, const TextMetrics& metrics) {
   Legend legend = graph.GetLegend();
   legend.visible = true;
+  if (mode == LegendLayout::Free && legend.layout_mode == LegendLayout::Horizontal) {
+    // Free entries flow down, and a box as low as the horizontal one would hide most.
+    legend.layout_mode = LegendLayout::Vertical;
+    legend.width = 0;
+    graph.SetLegend(legend);
+  }
   const QSizeF size(graph.ClientWidth(), graph.ClientHeight());
   const PlotLayout layout = LayoutPlot(graph, size, metrics);
   if (mode == LegendLayout::Free && layout.legend) {

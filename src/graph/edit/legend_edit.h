@@ -12,7 +12,7 @@ class TxyGraph;
 void ResetLegend(TxyGraph& graph);
 
 /// Vertical: as large as its entries, below each other. Horizontal: beside each other, as wide as the picture lets it.
-/// Free: a box of its own size, at first the one that it has.
+/// Free: a box of its own size, at first as large as its entries below each other.
 void SetLegendLayout(TxyGraph& graph, LegendLayout mode, const TextMetrics& metrics);
 
 }  // namespace tarnwick
