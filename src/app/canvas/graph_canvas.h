@@ -93,6 +93,7 @@ class GraphCanvas final : public QWidget {
   void PaintPickedPoint(QPainter& painter) const;
   std::optional<QPointF> PlaceInPlot(const PickedPoint& point) const;
   bool WalkByKey(const QKeyEvent& event);
+  bool MenuByKey(const QKeyEvent& event);
   bool ChangeDataSetByKey(const QKeyEvent& event);
   bool MoveByKey(const QKeyEvent& event);
   void ShowPicked();

@@ -27,9 +27,18 @@ void GraphCanvas::keyPressEvent(QKeyEvent* event) {
   AtTheEdge([&] {
     meant = true;  // also when it fails
     meant = mode_->KeyPress(*this, *event) || MoveByKey(*event) || WalkByKey(*event) ||
-            ChangeDataSetByKey(*event);
+            ChangeDataSetByKey(*event) || MenuByKey(*event);
   });
   if (!meant) QWidget::keyPressEvent(event);
+}
+
+/// The key of keyboards that have none for menus.
+bool GraphCanvas::MenuByKey(const QKeyEvent& event) {
+  if (event.key() != Qt::Key_F10 || event.modifiers() != Qt::ShiftModifier) return false;
+  // The menu stays open beyond this key's event.
+  QMetaObject::invokeMethod(
+      this, [this] { emit customContextMenuRequested(rect().center()); }, Qt::QueuedConnection);
+  return true;
 }
 
 void GraphCanvas::keyReleaseEvent(QKeyEvent* event) {

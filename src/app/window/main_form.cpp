@@ -80,6 +80,7 @@ void T_MainForm::BuildCentre() {
   start_scroll_ = new QScrollArea(this);
   start_scroll_->setFrameShape(QFrame::NoFrame);
   start_scroll_->setWidgetResizable(true);
+  start_scroll_->setFocusPolicy(Qt::NoFocus);
   start_scroll_->setWidget(start_page_);
 
   area_ = new QMdiArea(this);
