@@ -148,6 +148,13 @@ TEST_P(LayoutSweep, FinishedLookShowsLabelsAndTitlesOfEveryAxis) {
   }
   EXPECT_EQ(layout.axes[2].shown, GetParam().second);
   EXPECT_EQ(layout.legend.has_value(), GetParam().second);
+  // A hidden legend has its place, too: once it lay on the Y axis when it was shown.
+  Legend legend = graph.GetLegend();
+  legend.visible = true;
+  graph.SetLegend(legend);
+  const PlotLayout shown = LayoutPlot(graph, size, metrics);
+  ASSERT_TRUE(shown.legend.has_value());
+  EXPECT_GT(shown.legend->frame.left(), shown.plot.left());
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, LayoutSweep, ::testing::ValuesIn(kScenes), [](const auto& scene) {
