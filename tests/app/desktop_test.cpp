@@ -306,6 +306,19 @@ TEST_F(DesktopTest, CommandsFollowTheActiveGraph) {
   }
 }
 
+TEST_F(DesktopTest, BehindAClosedWindowLiesTheLastOneAsItWas) {
+  Start({Example("pendulum.csv"), Example("decay.dat")});
+  Run("FileNew1");
+  for (const int left : {2, 1}) {
+    const std::string before =
+        form_->GraphWindows()[static_cast<std::size_t>(left - 1)]->GetDocument().Name();
+    if (left == 1) Expect("Save changes to Graph_2 ?", Answer::No);
+    Run("FileClose1");
+    EXPECT_EQ(ActiveDocument().Name(), before);
+    EXPECT_TRUE(form_->ActiveGraphWindow()->isMaximized());
+  }
+}
+
 TEST_F(DesktopTest, WindowsAreArrangedInsideTheWorkspace) {
   Start({Example("decay.dat"), Example("pendulum.csv"), Example("diode.txt")});
   struct Row {

@@ -85,6 +85,8 @@ void T_MainForm::BuildCentre() {
 
   area_ = new QMdiArea(this);
   area_->setBackground(palette().brush(QPalette::Dark));
+  // Behind a closed window lies the one worked on before it.
+  area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   connect(area_, &QMdiArea::subWindowActivated, this, &T_MainForm::updateMenu);
@@ -218,8 +220,11 @@ void T_MainForm::refreshMenu() {
 }
 
 void T_MainForm::closingGraphWindow(TGraphWindow* window) {
+  const bool filled = window->isMaximized();
   area_->removeSubWindow(window);
   window->deleteLater();
+  // What lay behind it is seen as it was.
+  if (TGraphWindow* next = ActiveGraphWindow(); next && filled) next->showMaximized();
   updateMenu();
 }
 
