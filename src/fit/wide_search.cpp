@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "fit/minimise_newton.h"
+#include "fit/residual_pattern.h"
 #include "fit/start_trial.h"
 
 namespace tarnwick {
@@ -18,6 +19,8 @@ constexpr int kMostDraws = 512;
 /// From so many of the best draws a minimum is looked for.
 constexpr std::size_t kKept = 6;
 constexpr std::int32_t kShortRun = 40;
+/// From what was found the search goes on at most so many times.
+constexpr int kRepeats = 3;
 /// A gain in the sum of squares below this share is none.
 constexpr double kGain = 1e-6;
 
@@ -149,6 +152,7 @@ void WideSearch::ByDraws(std::span<const double> from) {
 /// The lowest minimum next to what was kept, when it is lower than `limit`.
 WideSearchResult WideSearch::Refined(double limit) {
   ends_.insert(ends_.end(), drawn_.begin(), drawn_.end());
+  drawn_.clear();
   MinimiseOptions options;
   options.max_iterations = kShortRun;
   WideSearchResult result;
@@ -161,6 +165,7 @@ WideSearchResult WideSearch::Refined(double limit) {
     limit = outcome.value;
     result.p = outcome.p;
   }
+  ends_.clear();
   result.evaluations = evaluations_ + trial_.Evaluations();
   return result;
 }
@@ -175,7 +180,18 @@ WideSearchResult SearchWidely(const ModelResiduals& residuals, std::span<const d
   search.AroundOneByOne(start);
   search.AroundOneByOne(found);
   search.ByDraws(start);
-  return search.Refined(some->SumOfSquares(found));
+  WideSearchResult best = search.Refined(some->SumOfSquares(found));
+  // One term after the other finds its place: what is left may show that of the next.
+  for (int i = 0; i < kRepeats && best.p; ++i) {
+    const std::vector<double> rest = some->Residuals(*best.p, kMostPoints);
+    if (!IsSuspicious(FindPattern(rest))) break;
+    search.AroundOneByOne(*best.p);
+    WideSearchResult next = search.Refined(some->SumOfSquares(*best.p));
+    best.evaluations = next.evaluations;
+    if (!next.p) break;
+    best = std::move(next);
+  }
+  return best;
 }
 
 }  // namespace tarnwick
