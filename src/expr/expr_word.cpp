@@ -4,6 +4,7 @@
 #include <random>
 
 #include "base/number_text.h"
+#include "base/split_mix.h"
 #include "base/text_encoding.h"
 #include "expr/evaluation_procedures.h"
 #include "expr/parser_exception.h"
@@ -48,19 +49,13 @@ TFunction::TFunction(std::string_view name, int priority, Notation notation, int
 TRandomFunction::TRandomFunction(std::string_view name)
     : TFunction(name, 0, Notation::Function, 0, &NextRandom) {}
 
-// SplitMix64 (Steele, Lea, Flood: Fast splittable pseudorandom number generators, 2014), its upper 53 bits.
 double TRandomFunction::Next() {
   if (!seeded_) {
     std::random_device device;
     state_ = (std::uint64_t{device()} << 32) | device();
     seeded_ = true;
   }
-  state_ += 0x9E3779B97F4A7C15;
-  std::uint64_t bits = state_;
-  bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9;
-  bits = (bits ^ (bits >> 27)) * 0x94D049BB133111EB;
-  bits ^= bits >> 31;
-  return static_cast<double>(bits >> 11) * 0x1p-53;
+  return NextSplitMix(state_);
 }
 
 TLogicalStringOper::TLogicalStringOper(std::string_view oper, const TExprWord& left,

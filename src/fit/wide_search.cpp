@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/split_mix.h"
 #include "fit/minimise_newton.h"
 #include "fit/residual_pattern.h"
 #include "fit/start_trial.h"
@@ -29,17 +30,11 @@ constexpr double kFactors[] = {1e-3, 1e-2, 0.1, 0.3, 3, 10, 100, 1e3, -1};
 constexpr double kWidths[] = {0.01, 0.03, 0.1, 0.3, 1};
 constexpr double kShapes[] = {0.5, 1, 2, 4};
 
-/// Numbers that look like chance and are the same in every run (splitmix64: Steele, Lea & Flood 2014).
+/// Numbers that look like chance and are the same in every run.
 class Draws {
  public:
   /// At least 0 and below 1.
-  double Next() {
-    state_ += 0x9e3779b97f4a7c15U;
-    std::uint64_t z = state_;
-    z = (z ^ (z >> 30U)) * 0xbf58476d1ce4e5b9U;
-    z = (z ^ (z >> 27U)) * 0x94d049bb133111ebU;
-    return static_cast<double>((z ^ (z >> 31U)) >> 11U) * 0x1p-53;
-  }
+  double Next() { return NextSplitMix(state_); }
   double Between(double low, double high) { return low + (high - low) * Next(); }
 
  private:

@@ -1,4 +1,4 @@
-#include "graph/thinning/raster_surface.h"
+#include "graph/raster/raster_surface.h"
 
 #include <random>
 #include <vector>

@@ -7,15 +7,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/split_mix.h"
+
 namespace tarnwick {
 
-/// 64 bits, all of them depending on all bits of x: the finishing step of SplitMix64 (G. Steele, D. Lea, C. Flood, 2014). The
-/// two zeros are one value.
+/// 64 bits, all of them depending on all bits of x. The two zeros are one value.
 inline std::uint64_t HashOfAbscissa(double x) {
-  auto bits = std::bit_cast<std::uint64_t>(x + 0.0);
-  bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9U;
-  bits = (bits ^ (bits >> 27)) * 0x94D049BB133111EBU;
-  return bits ^ (bits >> 31);
+  return MixBits(std::bit_cast<std::uint64_t>(x + 0.0));
 }
 
 /// A Bloom filter whose bits for one value lie in one line of the processor's cache: F. Putze, P. Sanders, J. Singler,

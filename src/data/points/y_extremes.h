@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 #include <limits>
 #include <span>
+
+#include "base/double_pair.h"
 
 namespace tarnwick {
 
@@ -29,45 +30,38 @@ class PlainExtremes {
  public:
   void Take(const double* lows, const double* highs, std::size_t count) {
     for (; count >= 2 * kPair; count -= 2 * kPair, lows += 2 * kPair, highs += 2 * kPair) {
-      Take(Load(lows), Load(highs));
-      TakeOther(Load(lows + kPair), Load(highs + kPair));
+      Take(LoadPair(lows), LoadPair(highs));
+      TakeOther(LoadPair(lows + kPair), LoadPair(highs + kPair));
     }
     if (count >= kPair) {
-      Take(Load(lows), Load(highs));
+      Take(LoadPair(lows), LoadPair(highs));
       count -= kPair, lows += kPair, highs += kPair;
     }
-    if (count != 0) Take(Pair{*lows, *lows}, Pair{*highs, *highs});
+    if (count != 0) Take(DoublePair{*lows, *lows}, DoublePair{*highs, *highs});
   }
   void Take(const double* values, std::size_t count) { Take(values, values, count); }
 
   YExtremes Result() const {
-    const Pair min = other_min_ < min_ ? other_min_ : min_;
-    const Pair max = other_max_ > max_ ? other_max_ : max_;
+    const DoublePair min = other_min_ < min_ ? other_min_ : min_;
+    const DoublePair max = other_max_ > max_ ? other_max_ : max_;
     return {min[1] < min[0] ? min[1] : min[0], max[1] > max[0] ? max[1] : max[0], false};
   }
 
  private:
-  // Compilers leave loops over minimum and maximum scalar for the sake of NaN; two values in one register say what is meant.
-  using Pair = double __attribute__((vector_size(16)));
   static constexpr std::size_t kPair = 2;
   static constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-  static Pair Load(const double* values) {
-    Pair pair;
-    std::memcpy(&pair, values, sizeof(pair));
-    return pair;
-  }
-  void Take(Pair lows, Pair highs) {
+  void Take(DoublePair lows, DoublePair highs) {
     min_ = lows < min_ ? lows : min_;
     max_ = highs > max_ ? highs : max_;
   }
-  void TakeOther(Pair lows, Pair highs) {
+  void TakeOther(DoublePair lows, DoublePair highs) {
     other_min_ = lows < other_min_ ? lows : other_min_;
     other_max_ = highs > other_max_ ? highs : other_max_;
   }
 
-  Pair min_{kInfinity, kInfinity}, other_min_ = min_;
-  Pair max_{-kInfinity, -kInfinity}, other_max_ = max_;
+  DoublePair min_{kInfinity, kInfinity}, other_min_ = min_;
+  DoublePair max_{-kInfinity, -kInfinity}, other_max_ = max_;
 };
 
 }  // namespace tarnwick

@@ -43,11 +43,10 @@ struct Quantity {
   double max = -std::numeric_limits<double>::infinity();
 
   void Take(const TSeries& series) {
-    series.Points().ForEachPoint([this](double /*x*/, double y) {
-      if (!std::isfinite(y)) return;
-      min = std::min(min, y);
-      max = std::max(max, y);
-    });
+    const Extremes extremes = series.GetExtremes();
+    if (!std::isfinite(extremes.y_min) || !std::isfinite(extremes.y_max)) return;
+    min = std::min(min, extremes.y_min);
+    max = std::max(max, extremes.y_max);
   }
 };
 

@@ -7,9 +7,9 @@
 
 #include <QPainter>
 
-#include "graph/thinning/column_bars.h"
+#include "graph/raster/column_bars.h"
+#include "graph/raster/raster_surface.h"
 #include "graph/thinning/line_clip.h"
-#include "graph/thinning/raster_surface.h"
 
 namespace tarnwick {
 

@@ -14,9 +14,9 @@
 
 #include "graph/paint/curve_painter.h"
 #include "graph/paint/symbol_sprite.h"
+#include "graph/raster/raster_surface.h"
+#include "graph/raster/raster_tile.h"
 #include "graph/series.h"
-#include "graph/thinning/raster_surface.h"
-#include "graph/thinning/raster_tile.h"
 #include "graph/thinning/symbol_cells.h"
 #include "graph/thinning/thinning.h"
 

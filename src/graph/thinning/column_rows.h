@@ -56,9 +56,8 @@ class RowMap {
   /// Of values[i] - zero.
   void All(const double* values, double zero, std::size_t count, std::int32_t* rows) const {
     for (; count > 1 && !y_.Log(); count -= 2, values += 2, rows += 2) {
-      PixelPair pair;
-      std::memcpy(&pair, values, sizeof(pair));
-      const PairRows held = __builtin_convertvector(Held(y_.UnheldLinear(pair - zero)), PairRows);
+      const DoublePair pair = LoadPair(values) - zero;
+      const PairRows held = __builtin_convertvector(Held(y_.UnheldLinear(pair)), PairRows);
       std::memcpy(rows, &held, sizeof(held));
     }
     for (; count != 0; --count) *rows++ = At(*values++ - zero);

@@ -63,9 +63,9 @@ class LineAssembler {
   void Finish() {
     const PixelMap x = view_.x, y = view_.y;
     for (PixelColumn& column : line_.columns) {
-      const PixelPair abscissae = x.At(PixelPair{column.first.x, column.last.x});
-      const PixelPair ends = y.At(PixelPair{column.first.y, column.last.y});
-      const PixelPair extremes = y.At(PixelPair{column.top, column.bottom});
+      const DoublePair abscissae = x.At(DoublePair{column.first.x, column.last.x});
+      const DoublePair ends = y.At(DoublePair{column.first.y, column.last.y});
+      const DoublePair extremes = y.At(DoublePair{column.top, column.bottom});
       column.first = {abscissae[0], ends[0]};
       column.last = {abscissae[1], ends[1]};
       column.top = extremes[0] < extremes[1] ? extremes[0] : extremes[1];

@@ -10,13 +10,11 @@
 #include <cstddef>
 #include <vector>
 
+#include "base/double_pair.h"
 #include "data/points/point_chain.h"
 #include "graph/axes/axis_scale.h"
 
 namespace tarnwick {
-
-/// Two values in one register: compilers leave loops over minimum and maximum scalar for the sake of NaN.
-using PixelPair = double __attribute__((vector_size(16)));
 
 /// Value <-> device pixel along one axis, without rounding. Far away positions are held within +-kFarPixel, so that every
 /// finite or infinite value gives a usable coordinate; NaN stays NaN, as does a value <= 0 on a logarithmic axis.
@@ -34,10 +32,10 @@ class PixelMap {
     return kFarPixel < pixel ? kFarPixel : pixel;
   }
   /// The same for two values.
-  PixelPair At(PixelPair values) const {
-    constexpr PixelPair kFar{kFarPixel, kFarPixel};
-    if (log_) values = PixelPair{LogOf(values[0]), LogOf(values[1])};
-    PixelPair pixels = UnheldLinear(values);
+  DoublePair At(DoublePair values) const {
+    constexpr DoublePair kFar{kFarPixel, kFarPixel};
+    if (log_) values = DoublePair{LogOf(values[0]), LogOf(values[1])};
+    DoublePair pixels = UnheldLinear(values);
     pixels = -kFar > pixels ? -kFar : pixels;
     return kFar < pixels ? kFar : pixels;
   }

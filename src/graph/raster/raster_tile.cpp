@@ -1,4 +1,4 @@
-#include "graph/thinning/raster_tile.h"
+#include "graph/raster/raster_tile.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "graph/thinning/column_bars.h"
+#include "graph/raster/column_bars.h"
 
 #include <algorithm>
 #include <cmath>

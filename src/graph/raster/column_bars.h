@@ -8,7 +8,7 @@
 
 #include <QRect>
 
-#include "graph/thinning/raster_surface.h"
+#include "graph/raster/raster_surface.h"
 #include "graph/thinning/thinning.h"
 
 namespace tarnwick {

@@ -1,4 +1,4 @@
-#include "graph/thinning/raster_surface.h"
+#include "graph/raster/raster_surface.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 
-#include "graph/thinning/raster_tile.h"
+#include "graph/raster/raster_tile.h"
 
 namespace tarnwick {
 
