@@ -7,7 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "app/document/document.h"
+#include "desk/document/document.h"
 #include "graph/edit/point_edit.h"
 #include "graph/xy_graph.h"
 

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "expr/block_evaluator.h"
+#include "expr/block/block_evaluator.h"
 #include "expr/expression_parser.h"
 
 namespace {

@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "fit/curve_fit.h"
-#include "fit/newton_fit.h"
+#include "fit/minimise/newton_fit.h"
+#include "fit/model/curve_fit.h"
 
 namespace {
 

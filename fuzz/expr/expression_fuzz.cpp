@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "base/undefined.h"
-#include "expr/block_evaluator.h"
+#include "expr/block/block_evaluator.h"
 #include "expr/expression_parser.h"
-#include "expr/parser_exception.h"
+#include "expr/words/parser_exception.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "base/error.h"
-#include "fit/curve_fit.h"
-#include "fit/curve_fit_file.h"
+#include "fit/model/curve_fit.h"
+#include "fit/model/curve_fit_file.h"
 #include "stream/stream_error.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "data/data_series.h"
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 namespace tarnwick {
 

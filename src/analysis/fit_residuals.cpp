@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "analysis/fit_job.h"
-#include "fit/model_values.h"
+#include "fit/model/model_values.h"
 
 namespace tarnwick {
 void FitResiduals(const TDataSeries& source, TDataSeries& target) {

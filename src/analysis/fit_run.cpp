@@ -6,16 +6,16 @@
 #include <utility>
 
 #include "base/undefined.h"
-#include "expr/expr_rec.h"
-#include "expr/expr_word.h"
-#include "expr/parser_exception.h"
-#include "fit/fit_statistics.h"
-#include "fit/fit_verdict.h"
-#include "fit/minimise_method.h"
-#include "fit/model_blocks.h"
-#include "fit/model_residuals.h"
-#include "fit/newton_fit.h"
-#include "fit/residual_pattern.h"
+#include "expr/words/expr_rec.h"
+#include "expr/words/expr_word.h"
+#include "expr/words/parser_exception.h"
+#include "fit/judge/fit_statistics.h"
+#include "fit/judge/fit_verdict.h"
+#include "fit/judge/residual_pattern.h"
+#include "fit/minimise/minimise_method.h"
+#include "fit/minimise/newton_fit.h"
+#include "fit/residuals/model_blocks.h"
+#include "fit/residuals/model_residuals.h"
 
 namespace tarnwick {
 namespace {

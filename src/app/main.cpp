@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "app/widgets/ink_icon.h"
 #include "app/window/command_line.h"
 #include "app/window/main_form.h"
+#include "desk/widgets/ink_icon.h"
 #include "graph/gif/gif_format.h"
 
 int main(int argc, char** argv) {

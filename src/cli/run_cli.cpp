@@ -6,7 +6,7 @@
 
 #include "base/error.h"
 #include "base/version.h"
-#include "cli/command.h"
+#include "cli/options/command.h"
 
 namespace tarnwick::cli {
 namespace {

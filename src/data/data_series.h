@@ -15,7 +15,7 @@
 #include "data/points/point_chain.h"
 #include "data/regression_type.h"
 #include "data/statistics.h"
-#include "fit/curve_fit.h"
+#include "fit/model/curve_fit.h"
 
 namespace tarnwick {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "fit/curve_fit_file.h"
+#include "fit/model/curve_fit_file.h"
 
 namespace tarnwick {
 

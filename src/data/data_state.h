@@ -9,7 +9,7 @@
 #include "data/points/point_chain.h"
 #include "data/regression_type.h"
 #include "fit/fit_result.h"
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 namespace tarnwick {
 

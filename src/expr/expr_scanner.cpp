@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/number_text.h"
-#include "expr/parser_exception.h"
+#include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {

@@ -3,10 +3,10 @@
 
 #include <string_view>
 
-#include "expr/expr_collection.h"
-#include "expr/expr_word.h"
-#include "expr/express_list.h"
-#include "expr/o_collection.h"
+#include "expr/words/expr_collection.h"
+#include "expr/words/expr_word.h"
+#include "expr/words/express_list.h"
+#include "expr/words/o_collection.h"
 
 namespace tarnwick {
 

@@ -6,12 +6,12 @@
 
 #include "base/text_encoding.h"
 #include "base/undefined.h"
-#include "expr/builtin_words.h"
-#include "expr/evaluation_procedures.h"
-#include "expr/expr_collection.h"
 #include "expr/expr_scanner.h"
 #include "expr/expression_tree.h"
-#include "expr/parser_exception.h"
+#include "expr/words/builtin_words.h"
+#include "expr/words/evaluation_procedures.h"
+#include "expr/words/expr_collection.h"
+#include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "expr/expr_rec.h"
-#include "expr/express_list.h"
+#include "expr/words/expr_rec.h"
+#include "expr/words/express_list.h"
 
 namespace tarnwick {
 

@@ -3,8 +3,8 @@
 #include <limits>
 #include <string>
 
-#include "expr/evaluation_procedures.h"
-#include "expr/parser_exception.h"
+#include "expr/words/evaluation_procedures.h"
+#include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "expr/expr_collection.h"
-#include "expr/expr_rec.h"
+#include "expr/words/expr_collection.h"
+#include "expr/words/expr_rec.h"
 
 namespace tarnwick {
 

@@ -9,7 +9,7 @@
 
 #include "base/error.h"
 #include "base/undefined.h"
-#include "expr/parser_exception.h"
+#include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "data/points/point_chain.h"
-#include "expr/block_evaluator.h"
-#include "fit/curve_fit.h"
+#include "expr/block/block_evaluator.h"
+#include "fit/model/curve_fit.h"
 
 namespace tarnwick {
 

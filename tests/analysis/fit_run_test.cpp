@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/undefined.h"
-#include "expr/parser_exception.h"
+#include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {

@@ -12,8 +12,8 @@
 #include <QWheelEvent>
 #include <cstdlib>
 
-#include "app/commands/command_actions.h"
 #include "app/window/command_line.h"
+#include "desk/commands/command_actions.h"
 
 namespace tarnwick::testing {
 

@@ -15,9 +15,9 @@
 #include <gtest/gtest.h>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/dialogs/file_chooser.h"
 #include "app/window/graph_window.h"
 #include "app/window/main_form.h"
+#include "desk/prompts/file_chooser.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
 

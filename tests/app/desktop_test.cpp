@@ -10,9 +10,9 @@
 #include <cstdlib>
 #include <thread>
 
-#include "app/commands/command_actions.h"
-#include "app/widgets/threaded_work.h"
 #include "base/error.h"
+#include "desk/commands/command_actions.h"
+#include "desk/work/threaded_work.h"
 #include "desktop_fixture.h"
 #include "graph/files/graph_file.h"
 #include "graph/read_out.h"

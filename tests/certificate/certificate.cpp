@@ -13,7 +13,7 @@
 #include "base/number_text.h"
 #include "base/whole_file.h"
 #include "certified_problem.h"
-#include "fit/fit_verdict.h"
+#include "fit/judge/fit_verdict.h"
 
 namespace tarnwick {
 namespace {

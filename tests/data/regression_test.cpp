@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "analysis/derived.h"
 #include "base/error.h"
 #include "base/undefined.h"
 #include "data/data_series.h"
-#include "data/derived.h"
 
 namespace tarnwick {
 namespace {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "base/undefined.h"
-#include "expr/parser_exception.h"
+#include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {

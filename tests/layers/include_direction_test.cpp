@@ -28,8 +28,10 @@ struct Layer {
 };
 
 const std::vector<Layer>& Layers() {
-  static const std::vector<std::string_view> kEngine = {"base", "expr",    "stream",   "fit",
-                                                        "data", "sources", "analysis", "graph"};
+  static const std::vector<std::string_view> kEngine = {
+      "base", "expr", "stream", "fit", "data", "sources", "analysis", "graph", "results"};
+  static const std::vector<std::string_view> kEngineAndDesk = {
+      "base", "expr", "stream", "fit", "data", "sources", "analysis", "graph", "results", "desk"};
   static const std::vector<Layer> kLayers = {
       {"base", {}, Qt::None},
       {"expr", {"base"}, Qt::None},
@@ -38,8 +40,11 @@ const std::vector<Layer>& Layers() {
       {"data", {"base", "expr", "stream", "fit"}, Qt::None},
       {"sources", {"base", "expr", "stream", "fit", "data"}, Qt::Core},
       {"analysis", {"base", "expr", "stream", "fit", "data"}, Qt::None},
-      {"graph", {"base", "expr", "stream", "fit", "data", "sources"}, Qt::Gui},
-      {"app", kEngine, Qt::Widgets},
+      {"graph", {"base", "expr", "stream", "fit", "data"}, Qt::Gui},
+      {"results", {"base", "expr", "stream", "fit", "data", "analysis", "graph"}, Qt::Gui},
+      {"desk", kEngine, Qt::Widgets},
+      {"app", kEngineAndDesk, Qt::Widgets},
+      {"editors", kEngineAndDesk, Qt::Widgets},
       {"cli", kEngine, Qt::Gui},
   };
   return kLayers;

@@ -13,7 +13,7 @@
 #include "app/canvas/canvas_mode.h"
 #include "app/canvas/point_selection.h"
 #include "app/canvas/trace_layer.h"
-#include "app/document/document.h"
+#include "desk/document/document.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/picking.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/document/document.h"
+#include "desk/document/document.h"
 
 namespace tarnwick {
 namespace {

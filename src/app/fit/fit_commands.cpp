@@ -1,10 +1,11 @@
 // The commands of the submenu Curve Fitting, and the panel that shows what a fit found.
-#include "app/commands/command.h"
-#include "app/commands/workspace.h"
-#include "app/document/document.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_work.h"
+#include "app/window/command_table.h"
+#include "app/window/workspace.h"
 #include "base/error.h"
+#include "desk/commands/command.h"
+#include "desk/document/document.h"
 
 namespace tarnwick {
 namespace {

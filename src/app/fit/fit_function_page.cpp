@@ -12,8 +12,8 @@
 #include <QVBoxLayout>
 
 #include "app/fit/parameter_table.h"
-#include "app/widgets/checked_field.h"
-#include "app/widgets/text.h"
+#include "desk/widgets/checked_field.h"
+#include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {

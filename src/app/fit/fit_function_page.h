@@ -4,7 +4,7 @@
 #include <QWidget>
 
 #include "app/fit/model_check.h"
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 class QLabel;
 class QLineEdit;

@@ -11,7 +11,7 @@
 #include <QSpinBox>
 #include <limits>
 
-#include "app/widgets/checked_field.h"
+#include "desk/widgets/checked_field.h"
 
 namespace tarnwick {
 namespace {

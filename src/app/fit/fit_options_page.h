@@ -4,7 +4,7 @@
 #include <QWidget>
 
 #include "analysis/fit_job.h"
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 class QCheckBox;
 class QComboBox;

@@ -8,14 +8,14 @@
 #include <vector>
 
 #include "analysis/fit_residuals.h"
-#include "app/document/document.h"
 #include "app/fit/fit_texts.h"
 #include "app/fit/fit_work.h"
 #include "app/fit/residual_band.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
-#include "fit/fit_bands.h"
+#include "desk/document/document.h"
+#include "fit/judge/fit_bands.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/layout/plot_layout.h"
 

@@ -12,16 +12,16 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "app/commands/command.h"
-#include "app/commands/command_actions.h"
-#include "app/document/document.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_texts.h"
 #include "app/fit/fit_work.h"
-#include "app/widgets/full_table.h"
-#include "app/widgets/ink_icon.h"
-#include "app/widgets/text.h"
 #include "base/number_text.h"
+#include "desk/commands/command.h"
+#include "desk/commands/command_actions.h"
+#include "desk/document/document.h"
+#include "desk/widgets/full_table.h"
+#include "desk/widgets/ink_icon.h"
+#include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "analysis/fit_job.h"
 #include "fit/fit_result.h"
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 class QDoubleSpinBox;
 class QGridLayout;

@@ -5,13 +5,13 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "app/dialogs/text_window.h"
 #include "app/fit/fit_function_page.h"
 #include "app/fit/fit_options_page.h"
 #include "app/fit/model_check.h"
-#include "app/widgets/text.h"
 #include "base/error.h"
-#include "fit/curve_fit.h"
+#include "desk/widgets/text.h"
+#include "desk/widgets/text_window.h"
+#include "fit/model/curve_fit.h"
 
 namespace tarnwick {
 namespace {

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "analysis/fit_job.h"
-#include "app/commands/workspace.h"
-#include "fit/fit_settings.h"
+#include "app/window/workspace.h"
+#include "fit/model/fit_settings.h"
 
 class QPushButton;
 class QTabWidget;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "fit/fit_result.h"
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 namespace tarnwick {
 

@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "analysis/fit_run.h"
-#include "app/document/document.h"
-#include "app/document/open_edit.h"
 #include "base/error.h"
 #include "base/prompt.h"
-#include "fit/fit_function_file.h"
+#include "desk/document/document.h"
+#include "desk/document/open_edit.h"
+#include "fit/model/fit_function_file.h"
 
 namespace tarnwick {
 namespace {

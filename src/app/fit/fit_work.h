@@ -8,7 +8,7 @@
 
 #include "analysis/fit_job.h"
 #include "fit/fit_result.h"
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 namespace tarnwick {
 

@@ -4,8 +4,8 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
-#include "expr/parser_exception.h"
-#include "fit/curve_fit.h"
+#include "expr/words/parser_exception.h"
+#include "fit/model/curve_fit.h"
 
 namespace tarnwick {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 namespace tarnwick {
 

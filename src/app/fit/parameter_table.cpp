@@ -4,9 +4,9 @@
 #include <QSignalBlocker>
 #include <cmath>
 
-#include "app/widgets/checked_field.h"
-#include "app/widgets/text.h"
 #include "base/number_text.h"
+#include "desk/widgets/checked_field.h"
+#include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "fit/fit_settings.h"
+#include "fit/model/fit_settings.h"
 
 namespace tarnwick {
 

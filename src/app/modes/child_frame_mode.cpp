@@ -5,7 +5,7 @@
 #include <QMouseEvent>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/document/open_edit.h"
+#include "desk/document/open_edit.h"
 #include "graph/edit/child_edit.h"
 
 namespace tarnwick {

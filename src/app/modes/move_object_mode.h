@@ -8,7 +8,7 @@
 
 #include "app/canvas/canvas_mode.h"
 #include "app/canvas/picture_object.h"
-#include "app/document/open_edit.h"
+#include "desk/document/open_edit.h"
 #include "graph/mark.h"
 
 namespace tarnwick {

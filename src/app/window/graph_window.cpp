@@ -7,10 +7,10 @@
 #include <QMimeData>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/commands/workspace.h"
-#include "app/document/dropped_files.h"
-#include "app/widgets/ink_icon.h"
-#include "app/widgets/text.h"
+#include "app/window/workspace.h"
+#include "desk/document/dropped_files.h"
+#include "desk/widgets/ink_icon.h"
+#include "desk/widgets/text.h"
 
 namespace tarnwick {
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-#include "app/document/document.h"
+#include "desk/document/document.h"
 
 namespace tarnwick {
 

@@ -13,17 +13,18 @@
 #include <algorithm>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/commands/command_actions.h"
-#include "app/dialogs/message_box_prompt.h"
-#include "app/document/document.h"
-#include "app/document/dropped_files.h"
 #include "app/fit/fit_panel.h"
-#include "app/widgets/elided_label.h"
-#include "app/widgets/text.h"
-#include "app/widgets/threaded_work.h"
+#include "app/window/command_table.h"
 #include "app/window/graph_window.h"
 #include "app/window/start_page.h"
 #include "app/window/window_placement.h"
+#include "desk/commands/command_actions.h"
+#include "desk/document/document.h"
+#include "desk/document/dropped_files.h"
+#include "desk/prompts/message_box_prompt.h"
+#include "desk/widgets/elided_label.h"
+#include "desk/widgets/text.h"
+#include "desk/work/threaded_work.h"
 #include "graph/read_out.h"
 
 namespace tarnwick {
@@ -49,7 +50,7 @@ T_MainForm::T_MainForm(ShellParts parts)
   setAcceptDrops(true);
   BuildCentre();
   BuildStatusBar();
-  actions_ = new CommandActions(*this, [this] {
+  actions_ = new CommandActions(*this, CommandTable(), [this] {
     const TGraphWindow* active = ActiveGraphWindow();
     return CommandContext{*this, *parts_.prompt, *parts_.chooser,
                           active ? &active->GetDocument() : nullptr};

@@ -6,13 +6,13 @@
 #include <QSettings>
 #include <memory>
 
-#include "app/commands/workspace.h"
-#include "app/dialogs/file_chooser.h"
-#include "app/widgets/long_work.h"
-#include "app/widgets/program_paths.h"
 #include "app/window/command_line.h"
 #include "app/window/recent_files.h"
+#include "app/window/workspace.h"
 #include "base/prompt.h"
+#include "desk/prompts/file_chooser.h"
+#include "desk/settings/program_paths.h"
+#include "desk/work/long_work.h"
 
 class QDockWidget;
 class QMdiArea;

@@ -8,15 +8,15 @@
 #include <memory>
 #include <vector>
 
-#include "app/commands/command_actions.h"
-#include "app/document/document.h"
-#include "app/document/open_edit.h"
 #include "app/fit/fit_panel.h"
 #include "app/fit/fit_settings_dialog.h"
 #include "app/fit/fit_work.h"
-#include "app/widgets/text.h"
 #include "app/window/main_form.h"
 #include "base/error.h"
+#include "desk/commands/command_actions.h"
+#include "desk/document/document.h"
+#include "desk/document/open_edit.h"
+#include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {

@@ -1,11 +1,11 @@
 // The main window's part in printing: its printer, the window that prints, the window about paper.
 #include <QPrinter>
 
-#include "app/dialogs/page_dialog.h"
-#include "app/dialogs/print_dialog.h"
-#include "app/dialogs/print_graph.h"
-#include "app/document/document.h"
+#include "app/print/page_dialog.h"
+#include "app/print/print_dialog.h"
+#include "app/print/print_graph.h"
 #include "app/window/main_form.h"
+#include "desk/document/document.h"
 
 namespace tarnwick {
 

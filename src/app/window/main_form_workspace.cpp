@@ -7,20 +7,20 @@
 #include <system_error>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/commands/command_actions.h"
-#include "app/commands/graph_popup.h"
-#include "app/dialogs/mark_editor.h"
-#include "app/dialogs/save_as.h"
-#include "app/document/document.h"
+#include "app/files/save_as.h"
 #include "app/fit/fit_work.h"
-#include "app/widgets/numbered_caption.h"
-#include "app/widgets/text.h"
+#include "app/marks/mark_editor.h"
 #include "app/window/arrange_windows.h"
+#include "app/window/graph_popup.h"
 #include "app/window/graph_window.h"
 #include "app/window/main_form.h"
 #include "app/window/window_placement.h"
 #include "base/error.h"
 #include "base/version.h"
+#include "desk/commands/command_actions.h"
+#include "desk/document/document.h"
+#include "desk/widgets/numbered_caption.h"
+#include "desk/widgets/text.h"
 #include "graph/edit/mark_edit.h"
 
 namespace tarnwick {

@@ -3,7 +3,7 @@
 #include <QSettings>
 #include <algorithm>
 
-#include "app/widgets/text.h"
+#include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {

@@ -6,8 +6,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "app/widgets/ink_icon.h"
-#include "app/widgets/text.h"
+#include "desk/widgets/ink_icon.h"
+#include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {

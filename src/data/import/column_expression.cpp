@@ -10,7 +10,7 @@
 #include "base/text_encoding.h"
 #include "data/import/column_variables.h"
 #include "expr/expression_parser.h"
-#include "expr/parser_exception.h"
+#include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {

@@ -5,7 +5,7 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/data_supplier.h"
-#include "expr/builtin_words.h"
+#include "expr/words/builtin_words.h"
 
 namespace tarnwick {
 namespace {

@@ -1,0 +1,149 @@
+#include "analysis/derived.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "base/error.h"
+
+namespace tarnwick {
+
+namespace {
+
+// The points of a result and what its axes are called. Complete before the target is touched, which may be the source.
+struct Result {
+  std::vector<double> x;
+  std::vector<double> y;
+  std::string x_column;
+  std::string y_column;
+  bool duplicates_allowed = false;
+
+  void Add(double x_value, double y_value) {
+    x.push_back(x_value);
+    y.push_back(y_value);
+  }
+};
+
+Result Prepare(const TDataSeries& source, const std::string& prefix) {
+  Result result;
+  result.x_column = source.Source().XDataColumn;
+  result.y_column = prefix + source.Source().YDataColumn;
+  result.duplicates_allowed = source.DuplicatesAllowed();
+  return result;
+}
+
+void Store(const Result& result, TDataSeries& target) {
+  target.BeginUpdate();
+  target.Clear();
+  target.SetDuplicatesAllowed(result.duplicates_allowed);
+  target.Source().XDataColumn = result.x_column;
+  target.Source().YDataColumn = result.y_column;
+  target.AddPoints(result.x, result.y);
+  target.EndUpdate();
+}
+
+// Calls visit(left, right) for every pair of neighbours.
+template <class Visit>
+void ForEachPair(const PointChain& points, Visit visit) {
+  bool first = true;
+  Point left;
+  points.ForEachChunk([&](const ChunkView& chunk) {
+    for (std::size_t i = 0; i < chunk.x.size(); ++i) {
+      const Point right{0, chunk.x[i], chunk.y[i],
+                        chunk.regression.empty() ? 0 : chunk.regression[i]};
+      if (!first) visit(left, right);
+      first = false;
+      left = right;
+    }
+  });
+}
+
+// Defined, finite corrected Y of all points.
+std::vector<double> CorrectedValues(const TDataSeries& source) {
+  std::vector<double> values;
+  values.reserve(source.Points().Size());
+  source.Points().ForEachPoint([&](double x, double y) {
+    const double value = source.CorrectedY(x, y);
+    if (std::isfinite(value)) values.push_back(value);
+  });
+  return values;
+}
+
+}  // namespace
+
+void Integral(const TDataSeries& source, TDataSeries& target) {
+  Result result = Prepare(source, "INT of ");
+  const long double zero = source.ZeroValue();
+  const long double slope = source.BaseLineSlope();
+  long double area = 0;
+  ForEachPair(source.Points(), [&](const Point& left, const Point& right) {
+    const long double width = static_cast<long double>(right.x) - left.x;
+    const long double sum_x = static_cast<long double>(left.x) + right.x;
+    const long double sum_y = static_cast<long double>(left.y) + right.y;
+    area += 0.5L * width * (sum_y - 2 * zero - slope * sum_x);
+    result.Add(right.x, static_cast<double>(area));
+  });
+  Store(result, target);
+}
+
+void RunningSum(const TDataSeries& source, TDataSeries& target) {
+  Result result = Prepare(source, "SUM of ");
+  long double sum = 0;
+  source.Points().ForEachPoint([&](double x, double y) {
+    sum += source.CorrectedY(x, y);
+    result.Add(x, static_cast<double>(sum));
+  });
+  Store(result, target);
+}
+
+void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int32_t bins) {
+  if (bins < 3) {
+    target.Clear();
+    return;
+  }
+  Result result;
+  result.x_column = source.Source().YDataColumn;
+  result.y_column = "Probability Density";
+  const std::vector<double> values = CorrectedValues(source);
+  std::vector<double> density;
+  if (!values.empty()) {
+    const auto [least, greatest] = std::minmax_element(values.begin(), values.end());
+    const double min = *least;
+    const double width = (*greatest - min) / (bins - 1);
+    if (width > 0 && std::isfinite(width)) {
+      density.assign(static_cast<std::size_t>(bins), 0);
+      const double share = 1 / (static_cast<double>(values.size()) * width);
+      for (const double value : values) {
+        density[static_cast<std::size_t>((value - min) / width)] += share;
+      }
+      for (std::int32_t bin = 1; bin <= bins; ++bin) result.Add(min + (bin - 0.5) * width, 0);
+    }
+  }
+  target.BeginUpdate();
+  Store(result, target);
+  for (std::size_t bin = 0; bin < density.size(); ++bin) {
+    target.SetY(static_cast<std::int32_t>(bin + 1), density[bin]);
+  }
+  target.EndUpdate();
+}
+
+void Derivative(TDataSeries& source, TDataSeries& target) {
+  const RegressionType type = source.RegressionType();
+  if (type != RegressionType::None) {
+    source.UpdateRegression();
+    if (!source.RegressionFailure().empty()) throw Error(source.RegressionFailure());
+  }
+  Result result = Prepare(source, "DIF of ");
+  const PointChain& walked = HasRegressionCurve(type) ? source.RegressionCurve() : source.Points();
+  const double base_line = source.BaseLineSlope();
+  ForEachPair(walked, [&](const Point& left, const Point& right) {
+    if (!(right.x > left.x)) return;
+    const double rise =
+        type == RegressionType::None ? right.y - left.y : right.regression - left.regression;
+    result.Add((left.x + right.x) * 0.5, rise / (right.x - left.x) - base_line);
+  });
+  Store(result, target);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,68 @@
+// The Edit menu's commands: steps back and forth, and what is done to the current DataSet as a whole.
+#include <string>
+
+#include "app/window/command_table.h"
+#include "base/prompt.h"
+#include "desk/commands/command.h"
+#include "desk/document/document.h"
+
+namespace tarnwick {
+namespace {
+
+bool CanUndo(const CommandContext& context) {
+  return context.document && context.document->CanUndo();
+}
+
+bool CanRedo(const CommandContext& context) {
+  return context.document && context.document->CanRedo();
+}
+
+/// "Clear DataSet   "Graph_1.Voltage" ?"
+std::string AboutCurrentDataSet(const char* verb, const Document& document) {
+  return std::string(verb) + " DataSet   \"" + document.Name() + "." +
+         document.Graph().CurrentSeries()->SeriesName() + "\" ?";
+}
+
+void ClearDataSet(CommandContext& context) {
+  Document& document = *context.document;
+  const Question question{AboutCurrentDataSet("Clear", document),
+                          {Answer::Yes, Answer::No, Answer::All}};
+  const Answer answer = context.prompt.Ask(question);
+  if (answer == Answer::Yes) {
+    document.Edit("Clear DataSet", [](TxyGraph& graph) { graph.CurrentSeries()->Clear(); });
+  } else if (answer == Answer::All) {
+    document.Edit("Clear All DataSets", [](TxyGraph& graph) {
+      for (std::size_t i = 0; i < graph.SeriesCount(); ++i) graph.Series(i).Clear();
+    });
+  }
+}
+
+void DeleteDataSet(CommandContext& context) {
+  Document& document = *context.document;
+  const Question question{AboutCurrentDataSet("Delete", document), {Answer::Yes, Answer::No}};
+  if (context.prompt.Ask(question) != Answer::Yes) return;
+  document.Edit("Delete DataSet", [](TxyGraph& graph) {
+    graph.DeleteSeries(static_cast<std::size_t>(graph.CurrentSeriesIndex()));
+  });
+}
+
+}  // namespace
+
+std::span<const Command> EditCommands() {
+  static constexpr Command kRows[] = {
+      {"EditUndo1", "&Undo", "Ctrl+Z", "Undo|Take Back the Last Change", "undo", Menu::Edit, 0,
+       ToolGroup::Edit, CanUndo, [](CommandContext& c) { c.document->Undo(); },
+       [](const Document& document) { return document.UndoCaption(); }},
+      {"EditRedo1", "&Redo", "Ctrl+Shift+Z", "Redo|Make the Change Taken Back Last Again", "redo",
+       Menu::Edit, 0, ToolGroup::Edit, CanRedo, [](CommandContext& c) { c.document->Redo(); },
+       [](const Document& document) { return document.RedoCaption(); }},
+      {"EditClearSer1", "C&lear DataSet", "", "Clear Data|Clear Data in Current DataSet",
+       "clear-data", Menu::Edit, 2, ToolGroup::None, HasDataSet, ClearDataSet},
+      {"EditDeleteSeries1", "&Delete DataSet", "",
+       "Delete Current DataSet|Delete Current DataSet Permanently", "delete-data", Menu::Edit, 2,
+       ToolGroup::None, HasDataSet, DeleteDataSet},
+  };
+  return kRows;
+}
+
+}  // namespace tarnwick

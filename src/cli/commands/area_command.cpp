@@ -1,0 +1,51 @@
+#include <memory>
+
+#include "base/number_text.h"
+#include "cli/commands/commands.h"
+#include "cli/options/input_graph.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  std::string dataset;
+};
+
+void RunArea(const Options& options, Output& output) {
+  const InputGraph input = ReadInput(options.input);
+  const double area = input.graph->Series(ChooseSeries(*input.graph, options.dataset)).Area();
+  if (output.IsJson()) {
+    output.Document({{"area", JsonNumber(area)}});
+  } else {
+    output.Text() << ShortestText(area) << '\n';
+  }
+}
+
+void RunTotal(const Options& options, Output& output) {
+  const InputGraph input = ReadInput(options.input);
+  const TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
+  if (output.IsJson()) {
+    output.Document({{"points", series.PointCount()}, {"sum", JsonNumber(series.Sum())}});
+  } else {
+    output.Text() << series.PointCount() << " points, sum " << ShortestText(series.Sum()) << '\n';
+  }
+}
+
+void Declare(CLI::App& command, Action& action, void (*run)(const Options&, Output&)) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  AddDataset(command, options->dataset);
+  OnCommand(command, action, options, run);
+}
+
+}  // namespace
+
+void DeclareArea(CLI::App& command, Action& action) {
+  Declare(command, action, &RunArea);
+}
+void DeclareTotal(CLI::App& command, Action& action) {
+  Declare(command, action, &RunTotal);
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,160 @@
+#include <array>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "cli/commands/commands.h"
+#include "cli/options/input_graph.h"
+#include "cli/options/size_option.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  std::string size = "800x600";
+  std::vector<std::string> log_axes;
+  std::vector<std::string> time_axes;  // AXIS=TYPE
+  std::optional<int> min_steps;
+  std::optional<int> max_steps;
+  std::vector<std::string> pixels;
+};
+
+struct AxisName {
+  std::string_view option;
+  std::string_view shown;
+  AxisId id;
+};
+constexpr std::array<AxisName, 3> kAxes = {
+    {{"x", "X", AxisId::X}, {"y", "Y", AxisId::Y}, {"y2", "Y2", AxisId::Y2}}};
+
+AxisId AxisNamed(const std::string& text) {
+  const std::string lower = LowerAscii(text);
+  for (const AxisName& axis : kAxes) {
+    if (axis.option == lower) return axis.id;
+  }
+  throw UsageError("\"" + text + "\" is no axis; x, y and y2 are");
+}
+
+void ApplyTime(TxyGraph& graph, const std::string& text) {
+  const std::size_t equals = text.find('=');
+  const std::optional<std::int32_t> type =
+      equals == std::string::npos ? std::nullopt : ParseInteger(text.substr(equals + 1));
+  if (!type || *type < 0 || *type > static_cast<int>(DateTickType::Automatic)) {
+    throw UsageError("--time takes AXIS=TYPE, TYPE 0 to 12");
+  }
+  TAxis& axis = graph.Axis(AxisNamed(text.substr(0, equals)));
+  axis.SetShowAsTime(true);
+  axis.SetDateTickType(static_cast<DateTickType>(*type));
+}
+
+void ApplySteps(TxyGraph& graph, const Options& options) {
+  Appearance appearance = graph.GetAppearance();
+  // The two rules refer to each other: whichever order lets both pass is the one that was meant.
+  for (int round = 0; round < 2; ++round) {
+    if (options.min_steps) appearance.min_steps = *options.min_steps;
+    graph.SetAppearance(appearance);
+    appearance = graph.GetAppearance();
+    if (options.max_steps) appearance.max_steps = *options.max_steps;
+    graph.SetAppearance(appearance);
+    appearance = graph.GetAppearance();
+  }
+}
+
+Json AxisJson(const AxisName& name, const TAxis& axis) {
+  Json ticks = Json::array();
+  for (const Tick& tick : axis.Ticks()) {
+    if (!tick.major) continue;
+    ticks.push_back({{"value", JsonNumber(tick.value)},
+                     {"pixel", axis.ValueToPixel(tick.value)},
+                     {"label", tick.label}});
+  }
+  return {{"name", name.shown},
+          {"min", JsonNumber(axis.Min())},
+          {"max", JsonNumber(axis.Max())},
+          {"step", JsonNumber(axis.StepSize())},
+          {"decimals", axis.LabelDecimals()},
+          {"log", axis.LogScale()},
+          {"log_divisions", axis.LogCycleDivisions()},
+          {"narrow_log", axis.NarrowLogRange()},
+          {"division_labels", axis.DivisionLabels()},
+          {"pixels_per_unit", JsonNumber(axis.PixelsPerUnit())},
+          {"ticks", std::move(ticks)}};
+}
+
+Json PixelJson(const TxyGraph& graph, const std::string& text) {
+  const auto [x, y] = ParsePair(text);
+  return {{"x", JsonNumber(x)},
+          {"y", JsonNumber(y)},
+          {"px", graph.Axis(AxisId::X).ValueToPixel(x)},
+          {"py", graph.Axis(AxisId::Y).ValueToPixel(y)}};
+}
+
+void PrintText(const TxyGraph& graph, const Options& options, std::ostream& out) {
+  for (const AxisName& name : kAxes) {
+    const TAxis& axis = graph.Axis(name.id);
+    out << name.shown << ": " << ShortestText(axis.Min()) << " to " << ShortestText(axis.Max())
+        << ", step " << ShortestText(axis.StepSize()) << (axis.LogScale() ? ", logarithmic" : "")
+        << '\n';
+    for (const Tick& tick : axis.Ticks()) {
+      if (!tick.major) continue;
+      out << "  " << ShortestText(tick.value) << " at " << axis.ValueToPixel(tick.value);
+      if (!tick.label.empty()) out << " \"" << tick.label << '"';
+      out << '\n';
+    }
+  }
+  for (const std::string& text : options.pixels) {
+    const auto [x, y] = ParsePair(text);
+    out << text << " at " << graph.Axis(AxisId::X).ValueToPixel(x) << ','
+        << graph.Axis(AxisId::Y).ValueToPixel(y) << '\n';
+  }
+}
+
+void Run(const Options& options, Output& output) {
+  const PictureSize size = ParseSize(options.size);
+  // Refused before anything is printed.
+  for (const std::string& text : options.pixels) static_cast<void>(ParsePair(text));
+  const InputGraph input = ReadInput(options.input);
+  TxyGraph& graph = *input.graph;
+  ApplySteps(graph, options);
+  for (const std::string& axis : options.log_axes) graph.Axis(AxisNamed(axis)).SetLogScale(true);
+  for (const std::string& axis : options.time_axes) ApplyTime(graph, axis);
+  graph.Resize(size.width, size.height);
+  graph.UpdateScales();
+  if (!graph.ScaleError().empty()) throw Error(graph.ScaleError());
+  if (!output.IsJson()) {
+    PrintText(graph, options, output.Text());
+    return;
+  }
+  Json axes = Json::array();
+  for (const AxisName& name : kAxes) axes.push_back(AxisJson(name, graph.Axis(name.id)));
+  Json pixels = Json::array();
+  for (const std::string& text : options.pixels) pixels.push_back(PixelJson(graph, text));
+  output.Document({{"axes", std::move(axes)}, {"pixels", std::move(pixels)}});
+}
+
+}  // namespace
+
+void DeclareAxes(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  command.add_option("--size", options->size, "Client size in pixels, WxH");
+  command.add_option("--log", options->log_axes, "Make an axis logarithmic: x, y or y2")
+      ->take_all()
+      ->expected(1);
+  command
+      .add_option("--time", options->time_axes, "Make an axis a time axis: AXIS=TYPE, TYPE 0 to 12")
+      ->take_all()
+      ->expected(1);
+  command.add_option("--min-steps", options->min_steps, "Fewest steps shown");
+  command.add_option("--max-steps", options->max_steps, "Most steps shown");
+  command.add_option("--pixel", options->pixels, "Data values X,Y to answer in pixels")
+      ->take_all()
+      ->expected(1);
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

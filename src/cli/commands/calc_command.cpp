@@ -1,0 +1,80 @@
+#include <deque>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "cli/commands/commands.h"
+#include "cli/output/expression_error.h"
+#include "expr/expression_parser.h"
+#include "expr/words/parser_exception.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  std::vector<std::string> variables;  // NAME=VALUE
+  std::vector<std::string> expressions;
+};
+
+std::pair<std::string, double> ReadVariable(const std::string& text) {
+  const std::size_t equals = text.find('=');
+  const std::string name(TrimBlanks(std::string_view(text).substr(0, equals)));
+  if (equals == std::string::npos || name.empty())
+    throw UsageError("\"" + text + "\" is no variable; -v takes NAME=VALUE");
+  const std::optional<double> value = ParseNumber(std::string_view(text).substr(equals + 1));
+  if (!value) throw UsageError("\"" + text + "\" gives " + name + " no number");
+  return {name, *value};
+}
+
+double Calculate(TExpressionParser& parser, const std::string& expression) {
+  try {
+    if (parser.CompileExpression(expression) < 0) throw UsageError("an expression is empty");
+    return parser.Evaluate();
+  } catch (const EParserException& error) {
+    throw Error(MessageWithPlace(error, expression));
+  } catch (const EIntegerDivision& error) {
+    throw Error(std::string(error.what()) + " in \"" + expression + "\"");
+  }
+}
+
+void RunCalc(const Options& options, Output& output) {
+  TExpressionParser parser;
+  std::deque<double> values;  // stay where they are
+  for (const std::string& text : options.variables) {
+    const auto [name, value] = ReadVariable(text);
+    parser.DefineVariable(name, &values.emplace_back(value));
+  }
+  Json results = Json::array();
+  std::string lines;
+  for (const std::string& expression : options.expressions) {
+    const double value = Calculate(parser, expression);
+    results.push_back({{"expression", expression}, {"value", JsonNumber(value)}});
+    lines += ShortestText(value) + '\n';
+  }
+  if (output.IsJson()) {
+    output.Document({{"results", results}});
+  } else {
+    output.Text() << lines;
+  }
+}
+
+}  // namespace
+
+void DeclareCalc(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  command.add_option("-v,--variable", options->variables, "NAME=VALUE; repeat for several")
+      ->take_all()
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->type_name("NAME=VALUE");
+  command
+      .add_option("EXPRESSION", options->expressions,
+                  "Computed in order, one value a line; y:=3 keeps y for what follows")
+      ->required();
+  OnCommand(command, action, options, &RunCalc);
+}
+
+}  // namespace tarnwick::cli

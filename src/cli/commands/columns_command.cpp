@@ -1,0 +1,55 @@
+#include <memory>
+
+#include "base/number_text.h"
+#include "cli/commands/commands.h"
+#include "cli/options/input_graph.h"
+#include "cli/output/terminal_progress.h"
+#include "data/import/import_file.h"
+
+namespace tarnwick::cli {
+namespace {
+
+Json ColumnJson(const ColumnSummary& column) {
+  Json values = Json::array();
+  for (const std::optional<double>& value : column.values) values.push_back(JsonNumber(value));
+  return {{"index", column.index}, {"name", column.name}, {"values", std::move(values)}};
+}
+
+void PrintText(const SourceSummary& summary, std::ostream& out) {
+  out << "rows: " << summary.rows << "\nskipped: " << summary.skipped
+      << "\nline of names: " << (summary.names_line ? "yes" : "no") << '\n';
+  for (const ColumnSummary& column : summary.columns) {
+    out << '#' << column.index << ' ' << column.name << ':';
+    for (const std::optional<double>& value : column.values)
+      out << ' ' << (value ? ShortestText(*value) : "-");
+    out << '\n';
+  }
+}
+
+void Run(const InputArguments& arguments, Output& output) {
+  if (IsGraphFile(arguments.file))
+    throw UsageError("columns reads data files; info reads " + arguments.file);
+  TerminalProgress progress;
+  const SourceSummary summary =
+      SummarizeFile(arguments.file, ToImportOptions(arguments.import), progress);
+  if (!output.IsJson()) {
+    PrintText(summary, output.Text());
+    return;
+  }
+  Json columns = Json::array();
+  for (const ColumnSummary& column : summary.columns) columns.push_back(ColumnJson(column));
+  output.Document({{"rows", summary.rows},
+                   {"skipped", summary.skipped},
+                   {"names_line", summary.names_line},
+                   {"columns", std::move(columns)}});
+}
+
+}  // namespace
+
+void DeclareColumns(CLI::App& command, Action& action) {
+  auto arguments = std::make_shared<InputArguments>();
+  AddInput(command, *arguments);
+  OnCommand(command, action, arguments, &Run);
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,36 @@
+#include "cli/commands/commands.h"
+
+namespace tarnwick::cli {
+namespace {
+
+constexpr CommandRow kCommands[] = {
+    {"calc", "The values of expressions", &DeclareCalc},
+    {"functions", "The words that expressions may use", &DeclareFunctions},
+    {"import", "Read text or binary data into DataSets", &DeclareImport},
+    {"columns", "The columns of a data file: names and first values", &DeclareColumns},
+    {"info", "Everything a file holds", &DeclareInfo},
+    {"points", "The points of a DataSet, or its regression curve", &DeclarePoints},
+    {"stats", "Statistics of a DataSet", &DeclareStats},
+    {"regress", "Set a DataSet's regression and compute it", &DeclareRegress},
+    {"integrate", "The running integral of a DataSet", &DeclareIntegrate},
+    {"sum", "The running sum of a DataSet", &DeclareSum},
+    {"histogram", "The probability density of a DataSet", &DeclareHistogram},
+    {"differentiate", "The derivative of a DataSet", &DeclareDifferentiate},
+    {"area", "The area between a DataSet and its base line", &DeclareArea},
+    {"total", "The sum of a DataSet's points, base line subtracted", &DeclareTotal},
+    {"baseline", "A DataSet's base line, by numbers or from a mark", &DeclareBaseline},
+    {"shift", "Move a graph in X, by a number or to a mark", &DeclareShift},
+    {"fit", "Fit a model to a DataSet: values, errors, verdict", &DeclareFit},
+    {"report", "The fitting model of a file or DataSet, as text", &DeclareReport},
+    {"axes", "The three axes after autoscaling, their ticks and pixels", &DeclareAxes},
+    {"render", "The picture that the desktop program would draw", &DeclareRender},
+    {"convert", "One kind of file into another", &DeclareConvert},
+};
+
+}  // namespace
+
+std::span<const CommandRow> Commands() {
+  return kCommands;
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,61 @@
+#include <memory>
+
+#include "base/error.h"
+#include "cli/commands/commands.h"
+#include "cli/options/command.h"
+#include "cli/options/function_input.h"
+#include "cli/options/input_graph.h"
+#include "cli/options/save_output.h"
+#include "fit/model/curve_fit_file.h"
+#include "fit/model/fit_function_file.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  SaveArguments save;
+  std::string dataset;
+  bool text_mode = false;
+};
+
+void ConvertFunction(const Options& options, WriterMode mode, Output& output) {
+  const FitSettings settings = LoadFitFunction(options.input.file);
+  if (options.save.file == "-" && mode == WriterMode::Text) {
+    if (output.IsJson()) throw UsageError("standard output cannot hold the data and a document");
+    output.Text() << StoredModel(settings, mode);
+    return;
+  }
+  if (!IsFitFunctionFile(options.save.file)) {
+    throw Error("a fitting function is no graph; it converts to .tfn only: " + options.save.file);
+  }
+  CheckOverwrite(options.save);
+  SaveFitFunction(options.save.file, settings, mode);
+  PrintSaved(options.save, output);
+}
+
+void Run(const Options& options, Output& output) {
+  const WriterMode mode = options.text_mode ? WriterMode::Text : WriterMode::Typed;
+  if (IsFitFunctionFile(options.input.file)) return ConvertFunction(options, mode, output);
+  CheckSave(options.save);
+  const InputGraph input = ReadInput(options.input);
+  const std::size_t index =
+      input.graph->SeriesCount() == 0 ? 0 : ChooseSeries(*input.graph, options.dataset);
+  SaveOutput(*input.graph, index, options.save, output, mode);
+  PrintSaved(options.save, output);
+}
+
+}  // namespace
+
+void DeclareConvert(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  command.add_option("OUT", options->save.file, "The new file, its kind by extension")->required();
+  command.add_flag("--overwrite", options->save.overwrite, "Replace the file if it exists");
+  command.add_flag("--text-mode", options->text_mode,
+                   "Write graph and function files with readable keys and values; to - too");
+  AddDataset(command, options->dataset);
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

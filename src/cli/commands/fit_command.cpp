@@ -1,0 +1,204 @@
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "analysis/fit_residuals.h"
+#include "analysis/fit_run.h"
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "base/whole_file.h"
+#include "cli/commands/commands.h"
+#include "cli/commands/fit_text.h"
+#include "cli/options/fit_model.h"
+#include "cli/options/input_graph.h"
+#include "cli/options/number_check.h"
+#include "cli/options/save_output.h"
+#include "cli/output/expression_error.h"
+#include "cli/output/terminal_progress.h"
+#include "data/import/load_report.h"
+#include "expr/words/parser_exception.h"
+#include "fit/model/curve_fit_file.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  FitModelArguments model;
+  SaveArguments save;
+  std::string dataset;
+  bool all_points = false;
+  bool finish = false;
+  double level = 0.95;
+  int bands = 0;
+  std::string residuals;
+  std::string save_function;
+};
+
+bool SameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+  std::error_code ignored;  // what cannot be followed is compared as it stands
+  return std::filesystem::weakly_canonical(std::filesystem::absolute(one, ignored), ignored) ==
+         std::filesystem::weakly_canonical(std::filesystem::absolute(other, ignored), ignored);
+}
+
+bool IsDataSetFile(const std::filesystem::path& file) {
+  return LowerAscii(file.extension().string()) == ".tds";
+}
+
+/// Everything that can be refused before the work.
+void Check(const Options& options) {
+  if (options.save.Wanted()) CheckSave(options.save);
+  if (!options.residuals.empty() && !options.save.Wanted())
+    throw UsageError("--residuals needs -o: the new DataSet is saved with the graph");
+  if (!options.residuals.empty() && IsDataSetFile(options.save.file))
+    throw UsageError("--residuals needs -o with a graph: a DataSet file holds one DataSet");
+  if (options.save_function.empty()) return;
+  if (options.save.Wanted() && SameFile(options.save_function, options.save.file))
+    throw UsageError("-o and --save-function name the same file");
+  SaveArguments function;
+  function.file = options.save_function;
+  function.overwrite = options.save.overwrite;
+  CheckOverwrite(function);
+}
+
+InputGraph Read(const Options& options) {
+  InputArguments input = options.input;
+  // Sampling at import would leave points out, too.
+  if (options.all_points && input.import.every == "auto") input.import.every = "1";
+  return ReadInput(input);
+}
+
+FitJob Prepare(const Options& options, TDataSeries& series) {
+  series.Fit().SetSettings(ChooseModel(options.model, series.Fit().Settings()), true);
+  FitRunOptions run;
+  run.points = options.all_points ? FitPointChoice::All : FitPointChoice::Thinned;
+  run.finish = options.finish ? FinishingStep::Yes : FinishingStep::No;
+  return PrepareFit(series, run);
+}
+
+FitResult Fit(const FitJob& job) {
+  TerminalProgress progress;
+  try {
+    FitResult result = RunFit(job, progress);
+    if (Failed(result.outcome.why)) throw Error(result.verdict.summary);
+    return result;
+  } catch (const EParserException& error) {
+    // Where templates stand in for names, the place is one of a text that nobody wrote.
+    if (!job.settings.templates.empty()) throw;
+    throw Error(MessageWithPlace(error, job.settings.Expression));
+  }
+}
+
+/// `count` X from the first fitted point to the last, evenly spaced.
+std::vector<double> BandPlaces(const FitJob& job, int count) {
+  std::vector<double> x(static_cast<std::size_t>(count), job.x.back());
+  const double step = (job.x.back() - job.x.front()) / (count - 1);
+  for (std::size_t i = 0; i + 1 < x.size(); ++i)
+    x[i] = job.x.front() + step * static_cast<double>(i);
+  return x;
+}
+
+FitAnswer Answer(const Options& options, const FitJob& job, TDataSeries& series, FitResult result) {
+  FitAnswer answer;
+  answer.model = series.Fit().Settings();
+  answer.level = options.level;
+  if (options.bands > 0) {
+    answer.band_x = BandPlaces(job, options.bands);
+    series.Fit().Prepare();
+    answer.bands = ComputeFitBands(series.Fit(), result.statistics, answer.band_x, options.level);
+  }
+  answer.result = std::move(result);
+  return answer;
+}
+
+/// What never reached the fit, and the options that would change it.
+void NoteOptions(const InputGraph& input, std::size_t series, FitResult& result) {
+  FitVerdict& verdict = result.verdict;
+  if (result.points_used < result.points_in_range)
+    verdict.notes.emplace_back("--all-points lets every point enter.");
+  if (series >= input.reports.size()) return;
+  const LoadReport& report = input.reports[series];
+  const std::int64_t merged = report.rows_read - report.Skipped() - report.points;
+  if (merged > 0) {
+    verdict.notes.push_back(std::to_string(merged) +
+                            " rows of the file have the X of another and took its place; "
+                            "--duplicates keeps them all.");
+  }
+  if (report.sampled_every > 1) {
+    verdict.notes.push_back("Only one of " + std::to_string(report.sampled_every) +
+                            " rows of the file was read; --all-points reads all.");
+  }
+}
+
+void AddResiduals(const std::string& name, const TDataSeries& source, TxyGraph& graph) {
+  auto target = std::make_unique<TSeries>();
+  target->SetSeriesName(name);
+  FitResiduals(source, *target);
+  TSeries& added = graph.AddSeries(std::move(target));
+  SeriesStyle style = added.Style();
+  style.first_axis = false;
+  added.SetStyle(style);
+}
+
+/// Both files or none: the function's is complete before the graph is written and gets its name afterwards.
+void Save(const Options& options, const InputGraph& input, std::size_t index,
+          const FitAnswer& answer, Output& output) {
+  std::optional<WholeFile> function;
+  if (!options.save_function.empty())
+    function.emplace(options.save_function).Write(StoredModel(answer.model, WriterMode::Typed));
+  if (options.save.Wanted()) {
+    TSeries& series = input.graph->Series(index);
+    if (!options.residuals.empty()) AddResiduals(options.residuals, series, *input.graph);
+    if (series.Fit().Status() == FitStatus::cf_None)
+      series.Fit().SetStatus(FitStatus::cf_FinResult);
+    SaveOutput(*input.graph, index, options.save, output);
+  }
+  if (function) function->Commit();
+}
+
+void Run(const Options& options, Output& output) {
+  Check(options);
+  const InputGraph input = Read(options);
+  const std::size_t index = ChooseSeries(*input.graph, options.dataset);
+  TSeries& series = input.graph->Series(index);
+  const FitJob job = Prepare(options, series);
+  FitResult result = Fit(job);
+  ApplyFit(series, result);
+  NoteOptions(input, index, result);
+  const FitAnswer answer = Answer(options, job, series, std::move(result));
+  Save(options, input, index, answer, output);
+  if (options.save.file != "-") PrintFit(answer, output);
+}
+
+}  // namespace
+
+void DeclareFit(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  // --tolerance is the fit's; the distance of points, which rarely matters here, gets a longer name.
+  command.remove_option(command.get_option("--tolerance"));
+  command
+      .add_option("--x-tolerance", options->input.import.tolerance,
+                  "X distance within which two points are one")
+      ->group("Reading a text file")
+      ->check(NonNegativeNumber());
+  AddDataset(command, options->dataset);
+  AddFitModel(command, options->model);
+  command.add_flag("--all-points", options->all_points,
+                   "Every point between the margins enters, and every row of a text");
+  command.add_flag("--finish", options->finish,
+                   "A Newton-type run goes on from what another method found");
+  command.add_option("--level", options->level, "Level of intervals and bands (0.95)")
+      ->check(ProperFraction());
+  command.add_option("--bands", options->bands, "Confidence and prediction bands at this many X")
+      ->check(CLI::Range(2, 1000000));
+  command.add_option("--residuals", options->residuals,
+                     "Adds the residuals as a DataSet of this name to the saved graph");
+  command.add_option("--save-function", options->save_function,
+                     "Writes the model with the values found (.tfn)");
+  AddSave(command, options->save);
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

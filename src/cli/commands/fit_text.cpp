@@ -1,0 +1,231 @@
+#include "cli/commands/fit_text.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/number_text.h"
+#include "base/undefined.h"
+#include "cli/options/fit_model.h"
+#include "fit/judge/fit_verdict.h"
+
+namespace tarnwick::cli {
+namespace {
+
+constexpr const char* kErrorModel = "unit weights, errors scaled by the residuals";
+
+const char* ReasonName(StopReason why) {
+  switch (why) {
+    case StopReason::Converged:
+      return "converged";
+    case StopReason::NoFurtherDescent:
+      return "no further descent";
+    case StopReason::IterationLimit:
+      return "iteration limit";
+    case StopReason::Cancelled:
+      return "cancelled";
+    case StopReason::NothingVaried:
+      return "nothing varied";
+    case StopReason::TooManyParameters:
+      return "too many parameters";
+    case StopReason::UndefinedAtStart:
+      return "undefined at start";
+    case StopReason::BadModel:
+      return "bad model";
+    case StopReason::NoPoints:
+      return "no points";
+  }
+  return "unknown";
+}
+
+/// Each parameter of the model with its error: undefined for one that was not varied.
+struct ParameterLine {
+  ParameterSettings settings;
+  double error = kUndefined;
+};
+
+std::vector<ParameterLine> ParameterLines(const FitAnswer& answer) {
+  std::vector<ParameterLine> lines;
+  const std::vector<double>& errors = answer.result.statistics.standard_errors;
+  std::size_t varied = 0;
+  for (const ParameterSettings& settings : answer.model.parameters) {
+    ParameterLine line{settings, kUndefined};
+    if (settings.Vary && varied < errors.size()) line.error = errors[varied++];
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+using Figure = std::pair<const char*, double>;
+
+std::vector<Figure> Figures(const FitStatistics& statistics) {
+  return {{"degrees_of_freedom", static_cast<double>(statistics.degrees_of_freedom)},
+          {"residual_deviation", statistics.residual_deviation},
+          {"reduced_chi_squared", statistics.reduced_chi_squared},
+          {"r_squared", statistics.r_squared},
+          {"adjusted_r_squared", statistics.adjusted_r_squared},
+          {"aic", statistics.aic},
+          {"bic", statistics.bic},
+          {"residual_correlation", statistics.residual_correlation}};
+}
+
+// --- the document
+
+Json SquareJson(const std::vector<double>& numbers, std::size_t width) {
+  Json rows = Json::array();
+  for (std::size_t i = 0; i + width <= numbers.size() && width > 0; i += width) {
+    Json row = Json::array();
+    for (std::size_t j = 0; j < width; ++j) row.push_back(JsonNumber(numbers[i + j]));
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+Json ParametersJson(const FitAnswer& answer) {
+  const double quantile =
+      StudentQuantile(answer.result.statistics.degrees_of_freedom, answer.level);
+  Json parameters = Json::array();
+  for (const ParameterLine& line : ParameterLines(answer)) {
+    Json parameter = {{"name", line.settings.Name},
+                      {"value", JsonNumber(line.settings.Value)},
+                      {"stderr", JsonNumber(line.error)},
+                      {"vary", line.settings.Vary}};
+    if (line.settings.Vary) {
+      parameter["lower"] = JsonNumber(line.settings.Value - quantile * line.error);
+      parameter["upper"] = JsonNumber(line.settings.Value + quantile * line.error);
+    }
+    parameters.push_back(parameter);
+  }
+  return parameters;
+}
+
+Json NamesJson(const FitResult& result, const std::vector<std::int32_t>& which) {
+  Json names = Json::array();
+  for (const std::int32_t i : which) names.push_back(result.names.at(static_cast<std::size_t>(i)));
+  return names;
+}
+
+Json SingularJson(const FitResult& result) {
+  Json directions = Json::array();
+  for (const SingularDirection& direction : result.singular_directions) {
+    directions.push_back(
+        {{"parameters", NamesJson(result, direction.parameters)},
+         {"relative_singular_value", JsonNumber(direction.relative_singular_value)}});
+  }
+  return directions;
+}
+
+Json BandsJson(const FitAnswer& answer) {
+  Json bands = Json::array();
+  const FitBands& band = answer.bands;
+  for (std::size_t i = 0; i < answer.band_x.size(); ++i) {
+    bands.push_back({{"x", JsonNumber(answer.band_x[i])},
+                     {"value", JsonNumber(band.value[i])},
+                     {"confidence_lower", JsonNumber(band.value[i] - band.confidence[i])},
+                     {"confidence_upper", JsonNumber(band.value[i] + band.confidence[i])},
+                     {"prediction_lower", JsonNumber(band.value[i] - band.prediction[i])},
+                     {"prediction_upper", JsonNumber(band.value[i] + band.prediction[i])}});
+  }
+  return bands;
+}
+
+Json DocumentOf(const FitAnswer& answer) {
+  const FitResult& result = answer.result;
+  const std::size_t varied = result.names.size();
+  Json document = {{"converged", HasConverged(result)},
+                   {"trustworthy", result.verdict.trustworthy},
+                   {"verdict", result.verdict.summary},
+                   {"notes", result.verdict.notes},
+                   {"reason", ReasonName(result.outcome.why)},
+                   {"stop_test", result.outcome.stop_test},
+                   {"method", MethodName(answer.model.ProcType)},
+                   {"iterations", result.outcome.iterations},
+                   {"evaluations", result.outcome.evaluations},
+                   {"search_evaluations", result.outcome.search_evaluations},
+                   {"points", result.statistics.points},
+                   {"points_used", result.points_used},
+                   {"points_in_range", result.points_in_range},
+                   {"undefined_points", result.undefined_points},
+                   {"rss", JsonNumber(result.statistics.sum_of_squares)},
+                   {"start_rss", JsonNumber(result.outcome.start_value)},
+                   {"finishing_rss", JsonNumber(result.newton_sum_of_squares)},
+                   {"parameters", ParametersJson(answer)},
+                   {"error_model", kErrorModel},
+                   {"level", answer.level}};
+  for (const auto& [name, value] : Figures(result.statistics)) document[name] = JsonNumber(value);
+  document["degrees_of_freedom"] = result.statistics.degrees_of_freedom;
+  document["covariance"] = SquareJson(result.statistics.covariance, varied);
+  document["correlation"] = SquareJson(result.statistics.correlation, varied);
+  document["singular_directions"] = SingularJson(result);
+  document["unmoved"] = NamesJson(result, result.unmoved);
+  if (!answer.band_x.empty()) document["bands"] = BandsJson(answer);
+  return document;
+}
+
+// --- the text
+
+/// Columns of equal width, the last without blanks after it.
+void PrintTable(const std::vector<std::vector<std::string>>& rows, std::ostream& out) {
+  std::vector<std::size_t> widths;
+  for (const auto& row : rows) {
+    widths.resize(std::max(widths.size(), row.size()));
+    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+  }
+  for (const auto& row : rows) {
+    std::string line;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      line += row[i];
+      if (i + 1 < row.size()) line.append(widths[i] - row[i].size() + 2, ' ');
+    }
+    out << line << '\n';
+  }
+}
+
+void PrintParameters(const FitAnswer& answer, std::ostream& out) {
+  if (answer.model.parameters.empty()) return;
+  std::vector<std::vector<std::string>> rows = {{"parameter", "value", "standard error"}};
+  for (const ParameterLine& line : ParameterLines(answer)) {
+    const std::string error = !line.settings.Vary       ? "fixed"
+                              : IsUndefined(line.error) ? "not determined"
+                                                        : ShortestText(line.error);
+    rows.push_back({line.settings.Name, ShortestText(line.settings.Value), error});
+    if (!line.settings.Units.empty()) rows.back().push_back(line.settings.Units);
+  }
+  PrintTable(rows, out);
+  out << "(" << kErrorModel << ")\n\n";
+}
+
+void PrintText(const FitAnswer& answer, std::ostream& out) {
+  const FitResult& result = answer.result;
+  out << result.verdict.summary << '\n';
+  for (const std::string& note : result.verdict.notes) out << note << '\n';
+  out << '\n';
+  PrintParameters(answer, out);
+  out << "points: " << result.statistics.points << '\n'
+      << "iterations: " << result.outcome.iterations << '\n'
+      << "evaluations: " << result.outcome.evaluations << '\n'
+      << "rss: " << ShortestText(result.statistics.sum_of_squares) << '\n';
+  for (const auto& [name, value] : Figures(result.statistics)) {
+    if (!IsUndefined(value)) out << name << ": " << ShortestText(value) << '\n';
+  }
+  if (answer.band_x.empty()) return;
+  out << "\nx,value,confidence,prediction\n";
+  const FitBands& bands = answer.bands;
+  for (std::size_t i = 0; i < answer.band_x.size(); ++i) {
+    out << ShortestText(answer.band_x[i]) << ',' << ShortestText(bands.value[i]) << ','
+        << ShortestText(bands.confidence[i]) << ',' << ShortestText(bands.prediction[i]) << '\n';
+  }
+}
+
+}  // namespace
+
+void PrintFit(const FitAnswer& answer, Output& output) {
+  if (output.IsJson()) {
+    output.Document(DocumentOf(answer));
+  } else {
+    PrintText(answer, output.Text());
+  }
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,24 @@
+// What a fit answers, as text for people and as a document. Knows results; runs nothing.
+#pragma once
+
+#include <optional>
+
+#include "cli/output/output.h"
+#include "fit/fit_result.h"
+#include "fit/judge/fit_bands.h"
+#include "fit/model/fit_settings.h"
+
+namespace tarnwick::cli {
+
+/// A finished fit and what was asked for beside it.
+struct FitAnswer {
+  FitSettings model;  ///< with the values found
+  FitResult result;
+  double level = 0.95;         ///< of intervals and bands
+  std::vector<double> band_x;  ///< where bands are wanted; may be empty
+  FitBands bands;              ///< at those X
+};
+
+void PrintFit(const FitAnswer& answer, Output& output);
+
+}  // namespace tarnwick::cli

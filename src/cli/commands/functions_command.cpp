@@ -1,0 +1,43 @@
+#include <iomanip>
+#include <memory>
+
+#include "cli/commands/commands.h"
+#include "expr/words/builtin_words.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {};
+
+Json AsJson(const BuiltinWord& word) {
+  return {{"name", word.name},
+          {"kind", word.Kind()},
+          {"priority", word.priority},
+          {"arguments", word.n_args},
+          {"help", word.help}};
+}
+
+void RunFunctions(const Options& /*options*/, Output& output) {
+  if (output.IsJson()) {
+    Json functions = Json::array();
+    for (const BuiltinWord& word : BuiltinWords()) functions.push_back(AsJson(word));
+    output.Document({{"functions", functions}});
+    return;
+  }
+  const auto row = [&output](const auto& name, const auto& kind, const auto& priority,
+                             const auto& arguments, const auto& help) {
+    output.Text() << std::left << std::setw(10) << name << std::setw(10) << kind << std::right
+                  << std::setw(8) << priority << std::setw(11) << arguments << "  " << help << '\n';
+  };
+  row("name", "kind", "priority", "arguments", "help");
+  for (const BuiltinWord& word : BuiltinWords())
+    row(word.name, word.Kind(), word.priority, word.n_args, word.help);
+}
+
+}  // namespace
+
+void DeclareFunctions(CLI::App& command, Action& action) {
+  OnCommand(command, action, std::make_shared<Options>(), &RunFunctions);
+}
+
+}  // namespace tarnwick::cli

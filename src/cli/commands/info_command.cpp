@@ -1,0 +1,28 @@
+#include <memory>
+
+#include "cli/commands/commands.h"
+#include "cli/commands/info_json.h"
+#include "cli/options/function_input.h"
+#include "cli/options/input_graph.h"
+#include "fit/model/fit_function_file.h"
+
+namespace tarnwick::cli {
+namespace {
+
+void Run(const InputArguments& arguments, Output& output) {
+  if (IsFitFunctionFile(arguments.file)) {
+    return PrintFunctionInfo(LoadFitFunction(arguments.file), output);
+  }
+  const InputGraph input = ReadInput(arguments);
+  PrintInfo(*input.graph, input.reports, output);
+}
+
+}  // namespace
+
+void DeclareInfo(CLI::App& command, Action& action) {
+  auto arguments = std::make_shared<InputArguments>();
+  AddInput(command, *arguments);
+  OnCommand(command, action, arguments, &Run);
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,33 @@
+#include <memory>
+
+#include "cli/commands/commands.h"
+#include "cli/options/input_graph.h"
+#include "cli/output/point_text.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  std::string dataset;
+  bool curve = false;
+};
+
+void Run(const Options& options, Output& output) {
+  const InputGraph input = ReadInput(options.input);
+  TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
+  if (series.RegressionType() != tarnwick::RegressionType::None) series.UpdateRegression();
+  options.curve ? PrintCurve(series, output) : PrintPoints(series, output);
+}
+
+}  // namespace
+
+void DeclarePoints(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  AddDataset(command, options->dataset);
+  command.add_flag("--curve", options->curve, "The regression curve instead of the points");
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,62 @@
+#include <memory>
+#include <optional>
+
+#include "cli/commands/commands.h"
+#include "cli/options/input_graph.h"
+#include "cli/options/number_check.h"
+#include "cli/options/save_output.h"
+#include "cli/output/point_text.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  SaveArguments save;
+  std::string dataset;
+  int type = 0;
+  std::optional<int> steps;
+  std::optional<double> alpha;
+};
+
+void Run(const Options& options, Output& output) {
+  if (options.save.Wanted()) CheckSave(options.save);
+  const InputGraph input = ReadInput(options.input);
+  const std::size_t index = ChooseSeries(*input.graph, options.dataset);
+  TSeries& series = input.graph->Series(index);
+  // The graph would settle the regression for drawing and keep its errors to itself.
+  input.graph->BeginUpdate();
+  if (options.steps) series.SetRegressionSteps(*options.steps);
+  if (options.alpha) series.SetRegressionAlpha(*options.alpha);
+  series.SetRegressionType(static_cast<tarnwick::RegressionType>(options.type));
+  if (series.RegressionType() != tarnwick::RegressionType::None) series.UpdateRegression();
+  input.graph->EndUpdate();
+  if (options.save.Wanted()) {
+    SaveOutput(*input.graph, index, options.save, output);
+    PrintSaved(options.save, output);
+    return;
+  }
+  PrintRegression(series, output);
+}
+
+}  // namespace
+
+void DeclareRegress(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  AddDataset(command, options->dataset);
+  command
+      .add_option("--type", options->type,
+                  "0 none, 1 parabola, 2 robust line, 3 line, 4 spline, 5 smoother, "
+                  "6 exponential smoothing, 7 running average")
+      ->required()
+      ->check(CLI::Range(0, 7));
+  command.add_option("--steps", options->steps, "Steps of the curve (types 4, 5)");
+  command
+      .add_option("--alpha", options->alpha, "Smoothing factor (6), 1/window (7), end slope (4)")
+      ->check(FiniteNumber());
+  AddSave(command, options->save);
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,59 @@
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/commands/commands.h"
+#include "cli/options/function_input.h"
+#include "cli/options/input_graph.h"
+#include "cli/output/expression_error.h"
+#include "fit/model/curve_fit.h"
+#include "fit/model/fit_function_file.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  std::string dataset;
+  bool settings = false;
+};
+
+FitSettings ReadModel(const Options& options) {
+  if (IsFitFunctionFile(options.input.file)) return LoadFitFunction(options.input.file);
+  const InputGraph input = ReadInput(options.input);
+  return input.graph->Series(ChooseSeries(*input.graph, options.dataset)).Fit().Settings();
+}
+
+/// The report shows the compiled text; the settings text needs none.
+std::vector<std::string> Lines(const Options& options) {
+  TCurFit fit;
+  fit.SetSettings(ReadModel(options), false);
+  if (options.settings) return fit.SettingsText();
+  try {
+    fit.Prepare();
+  } catch (const EParserException& error) {
+    throw Error(MessageWithPlace(error, fit.CurrentText()));
+  }
+  return fit.Report();
+}
+
+void Run(const Options& options, Output& output) {
+  const std::vector<std::string> lines = Lines(options);
+  if (output.IsJson()) {
+    output.Document({{"lines", lines}});
+    return;
+  }
+  for (const std::string& line : lines) output.Text() << line << '\n';
+}
+
+}  // namespace
+
+void DeclareReport(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  AddDataset(command, options->dataset);
+  command.add_flag("--settings", options->settings, "The short settings text");
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

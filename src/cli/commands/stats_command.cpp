@@ -1,0 +1,79 @@
+#include <memory>
+
+#include "base/number_text.h"
+#include "cli/commands/commands.h"
+#include "cli/options/input_graph.h"
+#include "data/statistics.h"
+
+namespace tarnwick::cli {
+namespace {
+
+struct Options {
+  InputArguments input;
+  std::string dataset;
+  std::string of = "y";
+};
+
+Json RecordJson(const StatisticsRecord& record) {
+  return {{"count", record.count ? Json(*record.count) : Json(nullptr)},
+          {"mean", JsonNumber(record.mean)},
+          {"median", JsonNumber(record.median)},
+          {"mode", JsonNumber(record.mode)},
+          {"sum", JsonNumber(record.sum)},
+          {"variance", JsonNumber(record.variance)},
+          {"skew", JsonNumber(record.skew)},
+          {"kurtosis", JsonNumber(record.kurtosis)},
+          {"lower_quintile", JsonNumber(record.lower_quintile)},
+          {"upper_quintile", JsonNumber(record.upper_quintile)},
+          {"lower_quartile", JsonNumber(record.lower_quartile)},
+          {"upper_quartile", JsonNumber(record.upper_quartile)},
+          {"message", record.message}};
+}
+
+void AddExtremes(const TDataSeries& series, Json& document) {
+  const Extremes extremes = series.GetExtremes();
+  document["xmin"] = JsonNumber(extremes.x_min);
+  document["xmax"] = JsonNumber(extremes.x_max);
+  document["ymin"] = JsonNumber(extremes.y_min);
+  document["ymax"] = JsonNumber(extremes.y_max);
+}
+
+void PrintText(const Json& document, std::ostream& out) {
+  for (const auto& [key, value] : document.items()) {
+    if (value.is_null()) continue;
+    if (value.is_string() && value.get_ref<const std::string&>().empty()) continue;
+    out << key << ": ";
+    if (value.is_number_float()) {
+      out << ShortestText(value.get<double>());
+    } else if (value.is_string()) {
+      out << value.get_ref<const std::string&>();
+    } else {
+      out << value;
+    }
+    out << '\n';
+  }
+}
+
+void Run(const Options& options, Output& output) {
+  const InputGraph input = ReadInput(options.input);
+  const TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
+  Json document = RecordJson(options.of == "x" ? series.XStatistics() : series.YStatistics());
+  AddExtremes(series, document);
+  if (output.IsJson()) {
+    output.Document(document);
+  } else {
+    PrintText(document, output.Text());
+  }
+}
+
+}  // namespace
+
+void DeclareStats(CLI::App& command, Action& action) {
+  auto options = std::make_shared<Options>();
+  AddInput(command, options->input);
+  AddDataset(command, options->dataset);
+  command.add_option("--of", options->of, "Which values: x or y")->check(CLI::IsMember({"x", "y"}));
+  OnCommand(command, action, options, &Run);
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,43 @@
+// What a command of the batch program is: a row with its name, its one-line purpose and the function that declares its
+// options. A new command is one file and one row of the table.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <functional>
+#include <span>
+#include <string>
+
+#include "cli/output/output.h"
+
+namespace tarnwick::cli {
+
+/// What was asked for; set by the options' callback, run once after parsing.
+using Action = std::function<void(Output&)>;
+
+struct CommandRow {
+  const char* name;
+  const char* purpose;
+  /// Declares options on `command` and arranges that parsing it stores the work in `action`.
+  void (*declare)(CLI::App& command, Action& action);
+};
+
+std::span<const CommandRow> Commands();
+
+/// Wrong usage that the option parser cannot see: exit status 2.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Declares a command's work: `options` lives as long as the parser, `run` gets them when the command was named.
+template <class Options>
+void OnCommand(CLI::App& command, Action& action, std::shared_ptr<Options> options,
+               void (*run)(const Options&, Output&)) {
+  command.callback([&action, options, run] {
+    action = [options, run](Output& output) { run(*options, output); };
+  });
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,35 @@
+// The model to fit as the command line names it: a function file, an expression with parameters, or the DataSet's own. Knows
+// no points.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fit/model/fit_settings.h"
+
+namespace tarnwick::cli {
+
+struct FitModelArguments {
+  std::string function;
+  std::string expression;
+  std::vector<std::string> parameters;  // NAME=VALUE[:fixed or :varied]
+  std::string method;                   // empty: the function's own; Newton-type for an expression
+  std::optional<double> left;
+  std::optional<double> right;
+  std::optional<int> points;
+  std::optional<double> tolerance;
+  std::optional<int> max_iterations;
+};
+
+void AddFitModel(CLI::App& command, FitModelArguments& arguments);
+
+/// `own` is the model of the DataSet. Throws UsageError when no model is named or a parameter means nothing, and what
+/// LoadFitFunction throws.
+FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own);
+
+/// The name of a method on the command line.
+std::string MethodName(FitProcType type);
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,58 @@
+#include "cli/options/function_input.h"
+
+#include <filesystem>
+
+#include "base/text_encoding.h"
+#include "fit/model/fit_function_file.h"
+
+namespace tarnwick::cli {
+namespace {
+
+Json ParameterJson(const ParameterSettings& parameter) {
+  return {{"Name", parameter.Name},
+          {"Value", JsonNumber(parameter.Value)},
+          {"StartDev", JsonNumber(parameter.StartDev)},
+          {"FinalDev", JsonNumber(parameter.FinalDev)},
+          {"Vary", parameter.Vary},
+          {"Printed", parameter.Printed},
+          {"Description", parameter.Description},
+          {"Units", parameter.Units}};
+}
+
+Json TemplateJson(const TemplateSettings& one) {
+  return {{"Name", one.Name}, {"Text", one.Text}, {"Description", one.Description}};
+}
+
+}  // namespace
+
+bool IsFitFunctionFile(const std::string& file) {
+  return LowerAscii(std::filesystem::path(file).extension().string()) == kFitFunctionExtension;
+}
+
+Json FitJson(const FitSettings& fit) {
+  Json parameters = Json::array();
+  for (const ParameterSettings& one : fit.parameters) parameters.push_back(ParameterJson(one));
+  Json templates = Json::array();
+  for (const TemplateSettings& one : fit.templates) templates.push_back(TemplateJson(one));
+  return {{"Status", static_cast<int>(fit.Status)},
+          {"XVarName", fit.XVarName},
+          {"Expression", fit.Expression},
+          {"NPoints", fit.NPoints},
+          {"CurveShown", fit.CurveShown},
+          {"CurveColor", fit.CurveColor.value},
+          {"CurveStyle", fit.CurveStyle},
+          {"CurveWidth", fit.CurveWidth},
+          {"NParams", fit.parameters.size()},
+          {"Params", std::move(parameters)},
+          {"Tolerance", JsonNumber(fit.Tolerance)},
+          {"LeftMarginUsed", fit.LeftMarginUsed},
+          {"RightMarginUsed", fit.RightMarginUsed},
+          {"LeftMargin", JsonNumber(fit.LeftMargin)},
+          {"RightMargin", JsonNumber(fit.RightMargin)},
+          {"IterMax", fit.IterMax},
+          {"ProcType", static_cast<int>(fit.ProcType)},
+          {"NTemplates", fit.templates.size()},
+          {"Templates", std::move(templates)}};
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,70 @@
+#include "cli/options/input_graph.h"
+
+#include <filesystem>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "cli/output/terminal_progress.h"
+#include "graph/files/graph_file.h"
+#include "graph/files/import_into_graph.h"
+
+namespace tarnwick::cli {
+namespace {
+
+InputGraph ImportData(const InputArguments& arguments) {
+  InputGraph input;
+  input.from_data = true;
+  input.graph = std::make_unique<TxyGraph>();
+  TerminalProgress progress;
+  LoadOptions load;
+  load.progress = &progress;
+  input.reports =
+      ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load);
+  return input;
+}
+
+}  // namespace
+
+void AddInput(CLI::App& command, InputArguments& arguments) {
+  command
+      .add_option("FILE", arguments.file,
+                  "Graph, template, DataSet file or text data; - reads standard input")
+      ->required();
+  AddImportOptions(command, arguments.import);
+}
+
+bool IsGraphFile(const std::string& file) {
+  const std::string extension = LowerAscii(std::filesystem::path(file).extension().string());
+  return extension == ".tgr" || extension == ".ttp" || extension == ".tds";
+}
+
+InputGraph ReadInput(const InputArguments& arguments) {
+  if (!IsGraphFile(arguments.file)) return ImportData(arguments);
+  InputGraph input;
+  input.graph = LoadGraph(arguments.file);
+  return input;
+}
+
+void AddDataset(CLI::App& command, std::string& dataset) {
+  command.add_option("--dataset", dataset, "DataSet by name, or by number from 1");
+}
+
+std::size_t ChooseSeries(TxyGraph& graph, const std::string& dataset) {
+  if (graph.SeriesCount() == 0) throw Error("No DataSet Found!");
+  if (dataset.empty()) {
+    const std::int32_t current = graph.GetAppearance().current_series_index;
+    const bool usable = current >= 0 && static_cast<std::size_t>(current) < graph.SeriesCount();
+    return usable ? static_cast<std::size_t>(current) : 0;
+  }
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (graph.Series(i).SeriesName() == dataset) return i;
+  }
+  const std::optional<std::int32_t> number = ParseInteger(dataset);
+  if (number && *number >= 1 && static_cast<std::size_t>(*number) <= graph.SeriesCount()) {
+    return static_cast<std::size_t>(*number) - 1;
+  }
+  throw Error("there is no DataSet \"" + dataset + "\"");
+}
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,40 @@
+// FILE on the command line: a graph, template or DataSet file, or a text data file with its import options.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/options/import_options.h"
+#include "data/import/load_report.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick::cli {
+
+struct InputArguments {
+  std::string file;
+  ImportArguments import;
+};
+
+struct InputGraph {
+  std::unique_ptr<TxyGraph> graph;
+  std::vector<LoadReport> reports;  ///< one per DataSet of a text file, else empty
+  bool from_data = false;           ///< read from a text or binary data file
+};
+
+/// Declares the positional FILE and the import options.
+void AddInput(CLI::App& command, InputArguments& arguments);
+
+/// True for ".tgr", ".ttp" and ".tds" in any case.
+bool IsGraphFile(const std::string& file);
+
+InputGraph ReadInput(const InputArguments& arguments);
+
+/// Declares --dataset.
+void AddDataset(CLI::App& command, std::string& dataset);
+
+/// The DataSet by name, or by number from 1; for an empty text the graph's current one, else the first. Throws Error.
+std::size_t ChooseSeries(TxyGraph& graph, const std::string& dataset);
+
+}  // namespace tarnwick::cli

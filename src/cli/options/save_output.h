@@ -1,0 +1,37 @@
+// OUT on the command line: where a graph goes, by extension, whole or not at all.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+
+#include "cli/output/output.h"
+#include "graph/xy_graph.h"
+#include "stream/section_writer.h"
+
+namespace tarnwick::cli {
+
+struct SaveArguments {
+  std::string file;  ///< empty: nothing is saved; "-": text to standard output
+  bool overwrite = false;
+
+  bool Wanted() const { return !file.empty(); }
+};
+
+/// Declares -o and --overwrite.
+void AddSave(CLI::App& command, SaveArguments& arguments);
+
+/// Throws Error when `file` exists and may not be overwritten.
+void CheckOverwrite(const SaveArguments& arguments);
+
+/// Throws Error, before any work, when SaveOutput cannot write a file of this kind or may not overwrite it.
+void CheckSave(const SaveArguments& arguments);
+
+/// Writes the graph as .tgr, .ttp, .tds (DataSet `series` alone), .dat or .csv; to standard output as .csv, in text mode as
+/// .tgr. Throws Error for another extension, or when standard output takes no more.
+void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
+                Output& output, WriterMode mode = WriterMode::Typed);
+
+/// The document of a command whose whole answer is the saved file; nothing as text.
+void PrintSaved(const SaveArguments& arguments, Output& output);
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,14 @@
+// Errors in expressions as the command line tells them: with the place. Knows texts only.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "expr/words/parser_exception.h"
+
+namespace tarnwick::cli {
+
+/// The error's message with the character of `expression` (UTF-8) that it is about, where it has a place.
+std::string MessageWithPlace(const EParserException& error, std::string_view expression);
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,78 @@
+#include "cli/output/point_text.h"
+
+#include <string>
+
+#include "base/number_text.h"
+
+namespace tarnwick::cli {
+namespace {
+
+/// Calls `visit(Point)` for every point in order.
+template <class Visit>
+void ForEachPoint(const PointChain& chain, Visit&& visit) {
+  for (std::size_t i = 0; i < chain.Size(); ++i) visit(chain.At(i));
+}
+
+std::string PointLine(const TDataSeries& series, const Point& point) {
+  return std::to_string(point.id) + ',' + ShortestText(point.x) + ',' + ShortestText(point.y) +
+         ',' + ShortestText(series.CorrectedY(point.x, point.y)) + ',' +
+         ShortestText(point.regression) + '\n';
+}
+
+Json PointJson(const TDataSeries& series, const Point& point) {
+  return {{"id", point.id},
+          {"x", JsonNumber(point.x)},
+          {"y", JsonNumber(point.y)},
+          {"corrected", JsonNumber(series.CorrectedY(point.x, point.y))},
+          {"regression", JsonNumber(point.regression)}};
+}
+
+Json PointsJson(const TDataSeries& series) {
+  Json points = Json::array();
+  ForEachPoint(series.Points(),
+               [&](const Point& point) { points.push_back(PointJson(series, point)); });
+  return points;
+}
+
+Json CurveJson(const TDataSeries& series) {
+  Json curve = Json::array();
+  ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
+    curve.push_back({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
+  });
+  return curve;
+}
+
+}  // namespace
+
+void PrintPoints(const TDataSeries& series, Output& output) {
+  if (output.IsJson()) {
+    output.Document({{"points", PointsJson(series)}});
+    return;
+  }
+  output.Text() << "id,x,y,corrected,regression\n";
+  ForEachPoint(series.Points(),
+               [&](const Point& point) { output.Text() << PointLine(series, point); });
+}
+
+void PrintCurve(const TDataSeries& series, Output& output) {
+  if (output.IsJson()) {
+    output.Document({{"curve", CurveJson(series)}});
+    return;
+  }
+  output.Text() << "x,value\n";
+  ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
+    output.Text() << ShortestText(sample.x) << ',' << ShortestText(sample.regression) << '\n';
+  });
+}
+
+void PrintRegression(const TDataSeries& series, Output& output) {
+  if (!HasRegressionCurve(series.RegressionType())) {
+    PrintPoints(series, output);
+  } else if (output.IsJson()) {
+    output.Document({{"points", PointsJson(series)}, {"curve", CurveJson(series)}});
+  } else {
+    PrintCurve(series, output);
+  }
+}
+
+}  // namespace tarnwick::cli

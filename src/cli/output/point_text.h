@@ -1,0 +1,16 @@
+// Points, curves and files as the batch program prints them.
+#pragma once
+
+#include "cli/output/output.h"
+#include "data/data_series.h"
+
+namespace tarnwick::cli {
+
+/// `id,x,y,corrected,regression`, one point a line, or the JSON list "points".
+void PrintPoints(const TDataSeries& series, Output& output);
+/// `x,value`, one sample of the regression curve a line, or the JSON list "curve".
+void PrintCurve(const TDataSeries& series, Output& output);
+/// What the DataSet's regression computes: the curve for those that have one (as JSON the points too), else the points.
+void PrintRegression(const TDataSeries& series, Output& output);
+
+}  // namespace tarnwick::cli

@@ -1,0 +1,77 @@
+// One user command as a row of data: menus, tool bar, tool tips, help and tests are made from these rows. Knows the
+// active document and the workspace, never a window.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string_view>
+
+namespace tarnwick {
+
+class Document;
+class FileChooser;
+class Prompt;
+class Workspace;
+
+/// What a command works with, made afresh for each run.
+struct CommandContext {
+  Workspace& workspace;
+  Prompt& prompt;
+  FileChooser& chooser;
+  Document* document = nullptr;  ///< of the active graph window; null without one
+};
+
+/// Menus and submenus in the order of the menu bar; menu_table.cpp says where each one hangs. None: no menu entry.
+enum class Menu : std::uint8_t {
+  None,
+  File,
+  Edit,
+  Window,
+  View,
+  Legend,
+  Zoom,
+  Data,
+  RefreshData,
+  XAxisShift,
+  CurveFitting,
+  Mark,
+  Insert,
+  Analysis,
+  Help
+};
+
+/// Groups of the tool bar, kept apart by separators. None: no button.
+enum class ToolGroup : std::uint8_t { None, File, Edit, Data, Zoom, Show };
+
+struct Command {
+  std::string_view name;      ///< of the action, for settings, help and tests
+  std::string_view caption;   ///< with its mnemonic; empty: reached by its shortcut alone
+  std::string_view shortcut;  ///< portable text, "Ctrl+N"; empty for none
+  std::string_view hint;      ///< "tool tip|status bar text"
+  std::string_view icon;      ///< name of a drawing under icons/; empty for none
+  Menu menu = Menu::None;
+  int group = 0;  ///< entries of a menu stand by group, with separators between groups
+  ToolGroup tool = ToolGroup::None;
+  bool (*enabled)(const CommandContext&) = nullptr;  ///< null: always
+  void (*run)(CommandContext&) = nullptr;            ///< may throw Error
+  std::string_view (*caption_now)(const Document&) =
+      nullptr;                                       ///< a caption that follows the active document
+  bool (*checked)(const CommandContext&) = nullptr;  ///< null: the entry has no check mark
+};
+
+/// The part of a hint before the bar, or all of it: the tool tip.
+std::string_view ShortHint(const Command& command);
+/// The part after the bar, or all of it: the status bar's text.
+std::string_view LongHint(const Command& command);
+
+/// Conditions shared by many rows.
+bool HasDocument(const CommandContext& context);
+bool HasDataSet(const CommandContext& context);
+
+/// Runs the command when it is enabled. An Error that it throws is told to the user: this is the commands' edge.
+void RunCommand(const Command& command, CommandContext& context);
+/// The same for what no row stands for: a file in a menu, a button of a panel.
+void RunAsCommand(const std::function<void(CommandContext&)>& work, CommandContext& context);
+
+}  // namespace tarnwick

@@ -1,0 +1,140 @@
+#include "desk/commands/command_actions.h"
+
+#include <QAction>
+#include <QKeySequence>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <algorithm>
+#include <iterator>
+
+#include "desk/commands/menu_table.h"
+#include "desk/widgets/ink_icon.h"
+#include "desk/widgets/text.h"
+
+namespace tarnwick {
+namespace {
+
+/// "New (Ctrl+N)"
+QString ToolTip(const Command& command) {
+  QString tip = ToQt(ShortHint(command)).trimmed();
+  if (!command.shortcut.empty()) {
+    const QKeySequence keys(ToQt(command.shortcut), QKeySequence::PortableText);
+    tip += " (" + keys.toString(QKeySequence::NativeText) + ")";
+  }
+  return tip;
+}
+
+}  // namespace
+
+CommandActions::CommandActions(QMainWindow& window, std::vector<const Command*> rows,
+                               MakeContext make_context)
+    : QObject(&window), window_(window), make_context_(std::move(make_context)) {
+  MakeActions(rows);
+  MakeMenus();
+  MakeToolBar();
+}
+
+void CommandActions::MakeActions(const std::vector<const Command*>& rows) {
+  for (const Command* command : rows) {
+    auto* action = new QAction(InkIcon(command->icon), ToQt(command->caption), &window_);
+    action->setObjectName(ToQt(command->name));
+    action->setToolTip(ToolTip(*command));
+    action->setStatusTip(ToQt(LongHint(*command)));
+    if (!command->shortcut.empty()) {
+      action->setShortcut(QKeySequence(ToQt(command->shortcut), QKeySequence::PortableText));
+    }
+    action->setCheckable(command->checked != nullptr);
+    // The platform's guesses from captions ("Quit", "About") would move entries to other menus.
+    action->setMenuRole(QAction::NoRole);
+    connect(action, &QAction::triggered, this, [this, command] { Run(*command); });
+    window_.addAction(action);
+    entries_.push_back({command, action});
+  }
+}
+
+void CommandActions::MakeMenus() {
+  for (const MenuRow& row : MenuTable()) {
+    auto* menu = new QMenu(ToQt(row.caption), &window_);
+    std::vector<Entry> entries;
+    std::copy_if(entries_.begin(), entries_.end(), std::back_inserter(entries),
+                 [&](const Entry& entry) { return entry.command->menu == row.menu; });
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+      return left.command->group < right.command->group;
+    });
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      if (i > 0 && entries[i].command->group != entries[i - 1].command->group) menu->addSeparator();
+      menu->addAction(entries[i].action);
+    }
+    menus_[row.menu] = menu;
+  }
+  const auto rows = MenuTable();
+  // Submenus stand after their parents, so going backwards fills parents before they are judged.
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+    QMenu* menu = menus_[row->menu];
+    if (menu->isEmpty()) {
+      delete menu;
+      menus_.erase(row->menu);
+    } else if (row->parent != Menu::None) {
+      QMenu* parent = menus_[row->parent];
+      parent->insertMenu(parent->actions().value(0), menu);
+    }
+  }
+  for (const MenuRow& row : rows) {
+    if (row.parent == Menu::None && menus_.contains(row.menu)) {
+      window_.menuBar()->addMenu(menus_[row.menu]);
+    }
+  }
+}
+
+void CommandActions::MakeToolBar() {
+  auto* bar = new QToolBar(tr("Tool Bar"), &window_);
+  bar->setObjectName("ToolBar");
+  bar->setIconSize({20, 20});
+  bar->setMovable(false);
+  for (const ToolGroup group :
+       {ToolGroup::File, ToolGroup::Edit, ToolGroup::Data, ToolGroup::Zoom, ToolGroup::Show}) {
+    if (!bar->actions().isEmpty()) bar->addSeparator();
+    for (const Entry& entry : entries_) {
+      if (entry.command->tool == group) bar->addAction(entry.action);
+    }
+  }
+  window_.addToolBar(bar);
+}
+
+void CommandActions::Run(const Command& command) {
+  CommandContext context = make_context_();
+  RunCommand(command, context);
+  Update();
+}
+
+void CommandActions::RunAsCommand(const std::function<void(CommandContext&)>& work) {
+  CommandContext context = make_context_();
+  tarnwick::RunAsCommand(work, context);
+  Update();
+}
+
+void CommandActions::Update() {
+  const CommandContext context = make_context_();
+  for (const Entry& entry : entries_) {
+    entry.action->setEnabled(!entry.command->enabled || entry.command->enabled(context));
+    if (entry.command->checked) entry.action->setChecked(entry.command->checked(context));
+    if (!entry.command->caption_now) continue;
+    entry.action->setText(ToQt(context.document ? entry.command->caption_now(*context.document)
+                                                : entry.command->caption));
+  }
+}
+
+QMenu* CommandActions::MenuOf(Menu menu) const {
+  const auto found = menus_.find(menu);
+  return found == menus_.end() ? nullptr : found->second;
+}
+
+QAction* CommandActions::ActionOf(std::string_view name) const {
+  const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& entry) { return entry.command->name == name; });
+  return found == entries_.end() ? nullptr : found->action;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,54 @@
+// The command table as actions: makes menus and tool bar from the rows and keeps captions and enabling in step with the
+// active document. Knows Qt's menus; decides nothing about commands.
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "desk/commands/command.h"
+
+class QAction;
+class QMainWindow;
+class QMenu;
+class QToolBar;
+
+namespace tarnwick {
+
+class CommandActions final : public QObject {
+  Q_OBJECT
+
+ public:
+  using MakeContext = std::function<CommandContext()>;
+
+  /// Fills the window's menu bar and a tool bar from the rows, which outlive this. `make_context` says what a command works with when it runs.
+  CommandActions(QMainWindow& window, std::vector<const Command*> rows, MakeContext make_context);
+
+  /// Brings captions and enabling up to date. Called when the active document or its state changed.
+  void Update();
+  /// Does `work` in the present context as a command is done: an Error is told to the user.
+  void RunAsCommand(const std::function<void(CommandContext&)>& work);
+  /// The menu of the menu bar or submenu; null when nothing is in it.
+  QMenu* MenuOf(Menu menu) const;
+  /// The action of that command; null when there is none.
+  QAction* ActionOf(std::string_view name) const;
+
+ private:
+  struct Entry {
+    const Command* command;
+    QAction* action;
+  };
+
+  void MakeActions(const std::vector<const Command*>& rows);
+  void MakeMenus();
+  void MakeToolBar();
+  void Run(const Command& command);
+
+  QMainWindow& window_;
+  MakeContext make_context_;
+  std::vector<Entry> entries_;
+  std::map<Menu, QMenu*> menus_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,143 @@
+#include "desk/document/document_io.h"
+
+#include <algorithm>
+#include <functional>
+#include <numeric>
+#include <set>
+#include <vector>
+
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "data/import/loader.h"
+#include "graph/edit/paste_edit.h"
+#include "graph/files/data_text_file.h"
+#include "graph/files/graph_file.h"
+#include "graph/files/import_into_graph.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+/// What the reports say, DataSet by DataSet, or once where they all say the same. The reports are those of the DataSets
+/// `which`.
+std::string Summary(const std::vector<LoadReport>& reports, const TxyGraph& graph,
+                    const std::vector<std::size_t>& which) {
+  std::set<std::string> different;
+  std::string named;
+  for (std::size_t i = 0; i < reports.size(); ++i) {
+    if (!reports[i].loaded) continue;
+    const std::string text = reports[i].Message();
+    different.insert(text);
+    named += (named.empty() ? "" : ";  ") + graph.Series(which[i]).SeriesName() + ": " + text;
+  }
+  return different.size() == 1 ? *different.begin() : named;
+}
+
+bool WasCancelled(const std::vector<LoadReport>& reports) {
+  return std::any_of(reports.begin(), reports.end(),
+                     [](const LoadReport& report) { return report.cancelled; });
+}
+
+using AddData = std::function<std::vector<LoadReport>(TxyGraph&, const LoadOptions&)>;
+
+ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddData& add) {
+  TxyGraph graph;
+  graph.SetState(into);
+  LoadOptions load;
+  load.progress = &progress;
+  const std::size_t before = graph.SeriesCount();
+  const std::vector<LoadReport> reports = add(graph, load);
+  if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
+  std::vector<std::size_t> added(reports.size());
+  std::iota(added.begin(), added.end(), before);
+  return {graph.State(), Summary(reports, graph, added)};
+}
+
+/// "Pasted 2 DataSets, 1 mark"
+std::string NoteOf(const PastedParts& parts) {
+  std::string note;
+  const auto tell = [&note](std::size_t count, const char* one) {
+    if (count == 0) return;
+    note += (note.empty() ? "Pasted " : ", ") + std::to_string(count) + ' ' + one;
+    if (count > 1) note += 's';
+  };
+  tell(parts.data_sets, "DataSet");
+  tell(parts.marks, "mark");
+  tell(parts.graphs, "inserted graph");
+  return note;
+}
+
+}  // namespace
+
+std::string LowerExtension(const std::filesystem::path& path) {
+  return LowerAscii(path.extension().string());
+}
+
+ReadResult ReadGraph(const std::filesystem::path& path) {
+  return {LoadGraph(path)->State(), {}};
+}
+
+ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, Progress& progress) {
+  return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
+    return ImportIntoGraph(graph, path, {}, load);
+  });
+}
+
+ReadResult ReadDataText(const GraphState& into, const std::string& text, const std::string& name,
+                        Progress& progress) {
+  return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
+    return ImportTextIntoGraph(graph, text, name, load);
+  });
+}
+
+ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize size) {
+  TxyGraph graph;
+  graph.Resize(size.width(), size.height());
+  graph.SetState(into);
+  const std::string note = NoteOf(PasteGraph(graph, pasted));
+  return {graph.State(), note};
+}
+
+ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path) {
+  TxyGraph graph;
+  graph.SetState(into);
+  LoadDataSetFile(path, graph);
+  return {graph.State(), {}};
+}
+
+ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
+                     Progress& progress) {
+  TxyGraph graph;
+  graph.SetState(state);
+  std::vector<TDataSeries*> all;
+  all.reserve(which.size());
+  for (const std::size_t index : which) all.push_back(&graph.Series(index));
+  LoadOptions load;
+  load.progress = &progress;
+  const std::vector<LoadReport> reports = RefreshAll(all, load);
+  if (WasCancelled(reports) || progress.Cancelled()) return {state, {}, true};
+  return {graph.State(), Summary(reports, graph, which)};
+}
+
+void WriteGraph(const GraphState& state, const std::filesystem::path& path) {
+  TxyGraph graph;
+  graph.SetState(state);
+  GraphFileOptions options;
+  options.points = LowerExtension(path) == ".ttp" ? WithPoints::No : WithPoints::Yes;
+  SaveGraph(graph, path, options);
+}
+
+void WriteDataText(const GraphState& state, const std::filesystem::path& path) {
+  TxyGraph graph;
+  graph.SetState(state);
+  SaveDataText(graph, path);
+}
+
+void WriteDataSet(const GraphState& state, const std::filesystem::path& path) {
+  TxyGraph graph;
+  graph.SetState(state);
+  if (!graph.CurrentSeries()) throw Error("No DataSet found!");
+  SaveDataSetFile(graph, static_cast<std::size_t>(graph.CurrentSeriesIndex()), path);
+}
+
+}  // namespace tarnwick

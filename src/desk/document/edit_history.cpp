@@ -1,0 +1,114 @@
+#include "desk/document/edit_history.h"
+
+#include <QUndoCommand>
+#include <utility>
+
+#include "graph/graph_state_compare.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+
+using StatePointer = std::shared_ptr<const EditState>;
+
+class EditStep final : public QUndoCommand {
+ public:
+  EditStep(EditHistory& history, const std::string& name, Merging merging, StatePointer before,
+           StatePointer after)
+      : QUndoCommand(QString::fromStdString(name)),
+        history_(history),
+        merging_(merging),
+        before_(std::move(before)),
+        after_(std::move(after)) {}
+
+  void undo() override { history_.GoTo(*before_, *before_, *after_); }
+  void redo() override {
+    // The stack begins with doing what is done already.
+    if (std::exchange(done_, true)) history_.GoTo(*after_, *before_, *after_);
+  }
+
+  int id() const override {
+    constexpr int kMergeable = 1;
+    return merging_ == Merging::WithLikeStep ? kMergeable : -1;
+  }
+  bool mergeWith(const QUndoCommand* next) override {
+    if (next->text() != text()) return false;
+    after_ = static_cast<const EditStep*>(next)->after_;
+    setObsolete(SameState(before_->graph, after_->graph));
+    return true;
+  }
+
+ private:
+  EditHistory& history_;
+  Merging merging_;
+  StatePointer before_;
+  StatePointer after_;
+  bool done_ = false;
+};
+
+EditHistory::EditHistory(TxyGraph& graph, Look& look, QObject* parent)
+    : QObject(parent), graph_(graph), look_(look) {}
+
+StatePointer EditHistory::Present() const {
+  EditState present{graph_.State(), look_};
+  const bool same = last_ && SameState(last_->graph, present.graph) &&
+                    last_->look.own == look_.own &&
+                    last_->look.arranged_for == look_.arranged_for &&
+                    last_->graph.marks.CurrentId() == present.graph.marks.CurrentId();
+  return same ? last_ : std::make_shared<const EditState>(std::move(present));
+}
+
+void EditHistory::Restore(const EditState& state) {
+  graph_.SetState(state.graph);
+  look_ = state.look;
+}
+
+void EditHistory::GoTo(const EditState& target, const EditState& before, const EditState& after) {
+  EditState state = target;
+  KeepView(state.graph, graph_.State(), {before.graph, after.graph});
+  Restore(state);
+}
+
+bool EditHistory::Close(const std::string& name, Merging merging, const StatePointer& before) {
+  if (--open_ > 0) return false;
+  if (!SameLook(before->graph, graph_.State())) look_.own = true;
+  StatePointer after = Present();
+  last_ = after;
+  if (SameState(before->graph, after->graph)) return false;
+  stack_.push(new EditStep(*this, name, merging, before, std::move(after)));
+  emit moved();
+  return true;
+}
+
+void EditHistory::TakeBack(const EditState& before) {
+  --open_;
+  Restore(before);
+}
+
+void EditHistory::Undo() {
+  if (!CanUndo()) return;
+  stack_.undo();
+  emit moved();
+}
+
+void EditHistory::Redo() {
+  if (!CanRedo()) return;
+  stack_.redo();
+  emit moved();
+}
+
+void EditHistory::Clear() {
+  stack_.clear();
+  last_.reset();
+  emit moved();
+}
+
+void EditHistory::SetChanged(bool changed) {
+  if (changed) {
+    stack_.resetClean();
+  } else {
+    stack_.setClean();
+  }
+  emit moved();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,42 @@
+#include "desk/document/zoom_stack.h"
+
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::array kAxes = {AxisId::X, AxisId::Y, AxisId::Y2};
+
+bool SameScale(const AxisState& left, const AxisState& right) {
+  return left.Min == right.Min && left.Max == right.Max && left.StepSize == right.StepSize &&
+         left.AutoSizing == right.AutoSizing && left.AutoStepping == right.AutoStepping &&
+         left.LogScale == right.LogScale;
+}
+
+}  // namespace
+
+void ZoomStack::Remember(const TxyGraph& graph) {
+  Scales scales;
+  bool changed = kept_.empty();
+  for (std::size_t i = 0; i < kAxes.size(); ++i) {
+    scales[i] = graph.Axis(kAxes[i]).State();
+    changed = changed || !SameScale(scales[i], kept_.back()[i]);
+  }
+  if (changed) kept_.push_back(scales);
+}
+
+void ZoomStack::GoBack(TxyGraph& graph) {
+  if (kept_.empty()) return;
+  const Scales scales = kept_.back();
+  kept_.pop_back();
+  graph.BeginUpdate();
+  for (std::size_t i = 0; i < kAxes.size(); ++i) {
+    // Only the scale goes back: a title or format given since then stays.
+    AxisState state = graph.Axis(kAxes[i]).State();
+    TakeScale(state, scales[i]);
+    graph.Axis(kAxes[i]).SetState(state);
+  }
+  graph.EndUpdate();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,73 @@
+#include "desk/prompts/message_box_prompt.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
+
+#include "desk/widgets/text.h"
+
+namespace tarnwick {
+namespace {
+
+QMessageBox::Icon IconOf(Question::Kind kind) {
+  switch (kind) {
+    case Question::Kind::Confirmation:
+      return QMessageBox::Question;
+    case Question::Kind::Warning:
+      return QMessageBox::Warning;
+    case Question::Kind::Error:
+      return QMessageBox::Critical;
+    case Question::Kind::Information:
+      return QMessageBox::Information;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QAbstractButton* AddButton(QMessageBox& box, Answer answer) {
+  switch (answer) {
+    case Answer::Yes:
+      return box.addButton(QMessageBox::Yes);
+    case Answer::No:
+      return box.addButton(QMessageBox::No);
+    case Answer::Cancel:
+      return box.addButton(QMessageBox::Cancel);
+    case Answer::YesToAll:
+      return box.addButton(QMessageBox::YesToAll);
+    case Answer::All:
+      return box.addButton(QObject::tr("&All"), QMessageBox::YesRole);
+    case Answer::Ok:
+      return box.addButton(QMessageBox::Ok);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+Answer MessageBoxPrompt::Ask(const Question& question) {
+  // A question on the way up needs its program behind it.
+  if (parent_ && !parent_->isVisible()) parent_->show();
+  QMessageBox box(IconOf(question.kind), QObject::tr("Tarnwick"), ToQt(question.text),
+                  QMessageBox::NoButton, parent_);
+  box.setTextFormat(Qt::PlainText);
+  std::vector<QAbstractButton*> buttons;
+  for (const Answer answer : question.answers) buttons.push_back(AddButton(box, answer));
+  box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
+  const auto cancel = std::find(question.answers.begin(), question.answers.end(), Answer::Cancel);
+  const auto escape = static_cast<std::size_t>(cancel == question.answers.end()
+                                                   ? std::ssize(buttons) - 1
+                                                   : cancel - question.answers.begin());
+  box.setEscapeButton(buttons[escape]);
+  box.exec();
+  const auto clicked = std::find(buttons.begin(), buttons.end(), box.clickedButton());
+  if (clicked == buttons.end()) return question.answers[escape];
+  return question.answers[static_cast<std::size_t>(clicked - buttons.begin())];
+}
+
+void MessageBoxPrompt::Tell(std::string_view text) {
+  QMessageBox box(QMessageBox::Warning, QObject::tr("Tarnwick"), ToQt(text), QMessageBox::Ok,
+                  parent_);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,67 @@
+#include "desk/settings/program_paths.h"
+
+#include <QCoreApplication>
+#include <QStandardPaths>
+#include <algorithm>
+#include <system_error>
+
+#include "desk/widgets/text.h"
+
+namespace tarnwick {
+namespace {
+
+bool IsFile(const std::filesystem::path& path) {
+  std::error_code ignored;  // unreadable means not there
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
+std::filesystem::path UserFolder() {
+  return ToPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)) / "tarnwick";
+}
+
+std::filesystem::path FindTemplate(const std::filesystem::path& program) {
+  for (const auto& folder : {program, program / "../share/tarnwick", UserFolder()}) {
+    if (IsFile(folder / "default.ttp")) return folder / "default.ttp";
+  }
+  return {};
+}
+
+std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) {
+  std::vector<std::filesystem::path> files;
+  std::error_code missing;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, missing)) {
+    if (entry.is_regular_file(missing)) files.push_back(entry.path().lexically_normal());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::vector<std::filesystem::path> FunctionsIn(const std::filesystem::path& folder) {
+  std::vector<std::filesystem::path> files = FilesIn(folder);
+  std::erase_if(files, [](const auto& file) { return file.extension() != ".tfn"; });
+  // By what the menu shows: "Gaussian" before "Gaussian with base line".
+  std::sort(files.begin(), files.end(),
+            [](const auto& one, const auto& other) { return one.stem() < other.stem(); });
+  return files;
+}
+
+}  // namespace
+
+ProgramPaths FindProgramPaths() {
+  const std::filesystem::path program = ToPath(QCoreApplication::applicationDirPath());
+  ProgramPaths paths;
+  paths.default_template = FindTemplate(program);
+  // Installed: share/tarnwick; from a build: the source tree around build/PRESET/bin.
+  for (const char* folder : {"../share/tarnwick/examples", "../../../examples"}) {
+    paths.examples = FilesIn(program / folder);
+    if (!paths.examples.empty()) break;
+  }
+  for (const char* folder : {"TFN", "../share/tarnwick/TFN", "../../../TFN"}) {
+    paths.fit_functions = FunctionsIn(program / folder);
+    if (!paths.fit_functions.empty()) break;
+  }
+  for (auto& own : FunctionsIn(UserFolder() / "TFN")) paths.fit_functions.push_back(own);
+  return paths;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,23 @@
+// Long work on a thread of its own, with a progress window once it takes longer than half a second.
+#pragma once
+
+#include "desk/work/long_work.h"
+
+class QWidget;
+
+namespace tarnwick {
+
+class ThreadedWork final : public LongWork {
+ public:
+  /// Half a second: shorter work is not worth a window.
+  static constexpr int kPatienceMs = 500;
+
+  explicit ThreadedWork(QWidget* parent) : parent_(parent) {}
+  /// Windows go on painting; what the user types or clicks meanwhile waits, or goes to the progress window.
+  void Run(const WorkTitle& title, const std::function<void(Progress&)>& work) override;
+
+ private:
+  QWidget* parent_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,260 @@
+#include "fit/model/curve_fit.h"
+
+#include <unordered_set>
+#include <utility>
+
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "base/undefined.h"
+#include "expr/words/builtin_words.h"
+#include "fit/model/curve_fit_file.h"
+#include "stream/stream_error.h"
+
+namespace tarnwick {
+
+namespace {
+
+/// `text` with every occurrence of `name`, whatever its case, replaced by `by`; what is put in is not searched again.
+/// Throws Error when that is longer than an expression may be: templates that repeat names double it with every one.
+std::string ReplacedIgnoringCase(const std::string& text, const std::string& name,
+                                 const std::string& by) {
+  const std::string lower_text = LowerAscii(text);
+  const std::string lower_name = LowerAscii(name);
+  std::string replaced;
+  std::size_t from = 0;
+  for (std::size_t at = lower_text.find(lower_name); at != std::string::npos;
+       at = lower_text.find(lower_name, from)) {
+    replaced.append(text, from, at - from).append(by);
+    from = at + name.size();
+    if (replaced.size() + (text.size() - from) > kLongestExpression) {
+      throw Error("The templates make the expression longer than " +
+                  std::to_string(kLongestExpression) + " characters");
+    }
+  }
+  return replaced.append(text, from);
+}
+
+bool Same(double left, double right) {
+  return left == right || (IsUndefined(left) && IsUndefined(right));
+}
+
+}  // namespace
+
+TCurFit::TCurFit() = default;
+
+// --- what changed
+
+void TCurFit::Change(bool modified) {
+  modified_ = modified;
+  if (on_change_) on_change_();
+}
+
+void TCurFit::Edited() {
+  result_.reset();
+  Change(true);
+}
+
+template <class Held>
+void TCurFit::Store(Held& held, const Held& value) {
+  if (value == held) return;
+  held = value;
+  Edited();
+}
+
+// --- the model
+
+void TCurFit::SetXVarName(const std::string& name) {
+  if (!name.empty()) Store(settings_.XVarName, name);
+}
+
+void TCurFit::SetExpression(const std::string& text) {
+  if (!text.empty()) Store(settings_.Expression, text);
+}
+
+void TCurFit::SetStatus(FitStatus status) {
+  if (status == settings_.Status) return;
+  settings_.Status = status;
+  Change(modified_);
+}
+
+void TCurFit::SetProcType(FitProcType type) {
+  Store(settings_.ProcType, type);
+}
+
+void TCurFit::SetLeftMarginUsed(bool used) {
+  Store(settings_.LeftMarginUsed, used);
+}
+
+void TCurFit::SetRightMarginUsed(bool used) {
+  Store(settings_.RightMarginUsed, used);
+}
+
+void TCurFit::SetLeftMargin(double x) {
+  StoreMargin(settings_.LeftMargin, x, settings_.LeftMarginUsed);
+}
+
+void TCurFit::SetRightMargin(double x) {
+  StoreMargin(settings_.RightMargin, x, settings_.RightMarginUsed);
+}
+
+void TCurFit::StoreMargin(double& margin, double x, bool used) {
+  if (Same(margin, x)) return;
+  margin = x;
+  if (used) Edited();
+}
+
+void TCurFit::SetNPoints(std::int32_t points) {
+  if (points > 0) Store(settings_.NPoints, points);
+}
+
+void TCurFit::SetTolerance(double tolerance) {
+  if (tolerance > 0) Store(settings_.Tolerance, tolerance);
+}
+
+void TCurFit::SetIterMax(std::int32_t iterations) {
+  if (iterations > 0) Store(settings_.IterMax, iterations);
+}
+
+// --- parameters and templates
+
+void TCurFit::CheckNameIsFree(const std::string& name) const {
+  const std::string lower = LowerAscii(name);
+  for (const auto& parameter : params_) {
+    if (LowerAscii(parameter->Name()) == lower) {
+      throw Error("Parameter \"" + name + "\" Already Defined!");
+    }
+  }
+}
+
+void TCurFit::AddParameter(std::unique_ptr<TDBLParameter> parameter) {
+  CheckNameIsFree(parameter->Name());
+  parameter->owner_ = this;
+  params_.push_back(std::move(parameter));
+  Edited();
+}
+
+void TCurFit::DeleteParameter(std::int32_t i) {
+  if (i < 1 || i > NParams()) return;
+  ForgetCompiled();
+  params_.erase(params_.begin() + (i - 1));
+  Edited();
+}
+
+void TCurFit::ClearParameters() {
+  ForgetCompiled();
+  params_.clear();
+  Edited();
+}
+
+// Not just the variable of the parameter's name: it may be bound under the name it had before.
+void TCurFit::ForgetCompiled() {
+  RemoveAllVariables();
+  ClearExpressions();
+}
+
+void TCurFit::CopyValues(const TCurFit& other) {
+  if (other.NParams() != NParams()) return;
+  for (std::size_t i = 0; i < params_.size(); ++i) *params_[i]->value_ = other.params_[i]->Value();
+  Edited();
+}
+
+void TCurFit::AddTemplate(TemplateSettings text) {
+  settings_.templates.push_back(std::move(text));
+  result_.reset();
+}
+
+void TCurFit::ClearTemplates() {
+  settings_.templates.clear();
+  result_.reset();
+}
+
+// --- evaluating
+
+void TCurFit::Prepare() {
+  ForgetCompiled();
+  RestoreBuiltinWords();
+  DefineVariable(settings_.XVarName, x_value_.get());
+  for (const auto& parameter : params_) {
+    DefineVariable(parameter->Name(), parameter->ValuePtr());
+  }
+  CompileExpression(ExpressionWithTemplates());
+}
+
+// A variable takes the place of a built-in word of its name; with the variable gone the word must be known again.
+void TCurFit::RestoreBuiltinWords() {
+  for (const BuiltinWord& word : BuiltinWords()) {
+    const TExprWord* const known = WordList().Find(word.name);
+    if (known == nullptr || dynamic_cast<const TGeneratedVariable*>(known) != nullptr) {
+      WordList().Replace(MakeWord(word));
+    }
+  }
+}
+
+std::string TCurFit::ExpressionWithTemplates() const {
+  std::string text = settings_.Expression;
+  for (auto one = settings_.templates.rbegin(); one != settings_.templates.rend(); ++one) {
+    if (!one->Name.empty()) text = ReplacedIgnoringCase(text, one->Name, one->Text);
+  }
+  return text;
+}
+
+double TCurFit::Value(double x) {
+  *x_value_ = x;
+  return Evaluate();
+}
+
+// --- the model as a value
+
+void TCurFit::Reset() {
+  SetSettings({}, true);
+}
+
+FitSettings TCurFit::Settings() const {
+  FitSettings settings = settings_;
+  settings.parameters.reserve(params_.size());
+  for (const auto& parameter : params_) settings.parameters.push_back(parameter->Settings());
+  return settings;
+}
+
+void TCurFit::SetSettings(const FitSettings& settings, bool modified) {
+  ForgetCompiled();
+  settings_ = settings;
+  settings_.parameters.clear();
+  AdoptParameters(settings.parameters);
+  result_.reset();
+  Change(modified);
+}
+
+void TCurFit::AdoptParameters(const std::vector<ParameterSettings>& parameters) {
+  params_.clear();
+  std::unordered_set<std::string> names;
+  for (const ParameterSettings& settings : parameters) {
+    auto parameter = std::make_unique<TDBLParameter>(settings);
+    if (!names.insert(LowerAscii(parameter->Name())).second) continue;
+    parameter->owner_ = this;
+    params_.push_back(std::move(parameter));
+  }
+}
+
+void TCurFit::Assign(const TCurFit& other) {
+  LoadFromStream(other.SaveToStream(), Compile::Yes);
+}
+
+// --- files
+
+std::string TCurFit::SaveToStream(WriterMode mode) const {
+  return StoredModel(Settings(), mode);
+}
+
+void TCurFit::LoadFromStream(std::string_view bytes, Compile compile) {
+  try {
+    SetSettings(ReadStoredModel(bytes), compile == Compile::Yes);
+  } catch (const StreamError&) {
+    ClearTemplates();
+    ClearParameters();
+    throw;
+  }
+  if (compile == Compile::Yes) Prepare();
+}
+
+}  // namespace tarnwick

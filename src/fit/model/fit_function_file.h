@@ -1,0 +1,22 @@
+// Fitting-function files (.tfn): one stored model and nothing else. Knows files and their one error text; nothing of
+// expressions, which whoever uses the model compiles.
+#pragma once
+
+#include <filesystem>
+
+#include "fit/model/fit_settings.h"
+#include "stream/section_writer.h"
+
+namespace tarnwick {
+
+inline constexpr const char* kWrongFileFormat = "Wrong File Format!";
+inline constexpr const char* kFitFunctionExtension = ".tfn";
+
+/// Reads either writer mode. Throws FileError: "Wrong File Format!" with file and place, or the system's reason.
+FitSettings LoadFitFunction(const std::filesystem::path& path);
+
+/// Writes the file whole or not at all. Throws FileError.
+void SaveFitFunction(const std::filesystem::path& path, const FitSettings& settings,
+                     WriterMode mode = WriterMode::Typed);
+
+}  // namespace tarnwick

@@ -1,0 +1,40 @@
+#include "fit/model/parameter.h"
+
+#include <utility>
+
+#include "base/undefined.h"
+#include "fit/model/curve_fit.h"
+
+namespace tarnwick {
+
+TDBLParameter::TDBLParameter(ParameterSettings settings) : settings_(std::move(settings)) {
+  if (settings_.Name.empty()) settings_.Name = ParameterSettings().Name;
+  *value_ = settings_.Value;
+}
+
+void TDBLParameter::SetName(const std::string& name) {
+  if (name.empty() || name == settings_.Name) return;
+  if (owner_ != nullptr) owner_->CheckNameIsFree(name);
+  settings_.Name = name;
+  if (owner_ != nullptr) owner_->Edited();
+}
+
+void TDBLParameter::SetValue(double value) {
+  if (value == *value_ || (IsUndefined(value) && IsUndefined(*value_))) return;
+  *value_ = value;
+  if (owner_ != nullptr) owner_->Edited();
+}
+
+void TDBLParameter::SetVary(bool vary) {
+  if (vary == settings_.Vary) return;
+  settings_.Vary = vary;
+  if (owner_ != nullptr) owner_->Edited();
+}
+
+ParameterSettings TDBLParameter::Settings() const {
+  ParameterSettings settings = settings_;
+  settings.Value = *value_;
+  return settings;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,291 @@
+#include "fit/residuals/model_residuals.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <exception>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "base/undefined.h"
+#include "fit/residuals/block_reduction.h"
+#include "fit/residuals/model_blocks.h"
+
+namespace tarnwick {
+namespace {
+
+/// Points that are summed as one part, whoever does it: the sums do not depend on the number of threads.
+constexpr std::size_t kTaskLength = 32 * kBlockLength;
+/// Below this a thread costs more than it brings.
+constexpr std::size_t kTasksPerThread = 3;
+/// A column's squared sine with those before it, below which J'J has lost half the digits.
+constexpr double kLeastPivot = 1e-8;
+
+/// One thread's memory.
+struct Worker {
+  std::unique_ptr<ModelBlocks> blocks;
+  BlockReducer reducer;
+};
+
+struct OwnPoints {
+  std::vector<double> x;
+  std::vector<double> y;
+};
+
+/// Every nth point, `most` at most.
+OwnPoints EveryNth(FitPoints points, std::size_t most) {
+  OwnPoints some;
+  const std::size_t step = points.x.empty() ? 1 : (points.x.size() - 1) / most + 1;
+  for (std::size_t i = 0; i < points.x.size(); i += step) {
+    some.x.push_back(points.x[i]);
+    some.y.push_back(points.y[i]);
+  }
+  return some;
+}
+
+Eigen::Map<const Eigen::MatrixXd> Square(const std::vector<double>& numbers, Eigen::Index width) {
+  return {numbers.data(), width, width};
+}
+
+/// R from J'J by Cholesky's decomposition, columns scaled to length 1. Nothing when that would lose digits.
+std::optional<ReducedJacobian> FromProducts(const PartialReduction& sum, Eigen::Index k) {
+  std::vector<double> numbers(sum.products.size());
+  std::ranges::transform(sum.products, numbers.begin(), &CompensatedSum::Value);
+  Eigen::MatrixXd gram = Square(numbers, k + 1);
+  if (!gram.diagonal().allFinite() || (gram.diagonal().head(k).array() <= 0).any())
+    return std::nullopt;
+
+  const Eigen::VectorXd lengths = gram.diagonal().head(k).cwiseSqrt();
+  Eigen::MatrixXd scaled = gram.topLeftCorner(k, k).transpose();
+  scaled = lengths.cwiseInverse().asDiagonal() * scaled * lengths.cwiseInverse().asDiagonal();
+  const Eigen::LLT<Eigen::Ref<Eigen::MatrixXd>, Eigen::Lower> cholesky(scaled);
+  if (cholesky.info() != Eigen::Success ||
+      !(scaled.diagonal().array().square() > kLeastPivot).all())
+    return std::nullopt;
+
+  ReducedJacobian reduced;
+  const auto lower = scaled.triangularView<Eigen::Lower>();
+  reduced.qtr = lower.solve(gram.col(k).head(k).cwiseQuotient(lengths));
+  reduced.rest = std::sqrt(std::max(sum.sum_of_squares.Value() - reduced.qtr.squaredNorm(), 0.0));
+  reduced.r = Eigen::MatrixXd(lower).transpose() * lengths.asDiagonal();
+  reduced.how = Reduction::NormalEquations;
+  return reduced;
+}
+
+ReducedJacobian FromTriangle(const PartialReduction& sum, Eigen::Index k) {
+  const auto triangle = Square(sum.triangle, k + 1);
+  ReducedJacobian reduced;
+  reduced.r = triangle.topLeftCorner(k, k).triangularView<Eigen::Upper>();
+  reduced.qtr = triangle.col(k).head(k);
+  reduced.rest = std::abs(triangle(k, k));
+  return reduced;
+}
+
+}  // namespace
+
+struct ModelResiduals::Impl {
+  Impl(TCurFit& fitted, FitPoints given, int threads) : model(fitted), points(given) {
+    Prepare(threads);
+  }
+  Impl(TCurFit& fitted, OwnPoints given)
+      : model(fitted), own(std::move(given)), points{own.x, own.y} {
+    Prepare(1);
+  }
+
+  void Prepare(int threads) {
+    for (std::int32_t i = 1; i <= model.NParams(); ++i) {
+      if (!model.Param(i).Vary()) continue;
+      numbers.push_back(i);
+      places.push_back(model.Param(i).ValuePtr());
+    }
+    CompensatedSum squares;
+    for (const double y : points.y) squares.Add(y * y);
+    norm_of_y = std::sqrt(squares.Value());
+
+    parts.resize((points.x.size() + kTaskLength - 1) / kTaskLength);
+    MakeWorkers(threads > 0 ? static_cast<std::size_t>(threads)
+                            : std::max(std::thread::hardware_concurrency(), 1U));
+  }
+
+  void MakeWorkers(std::size_t most) {
+    const std::vector<const double*> variables(places.begin(), places.end());
+    const std::unique_ptr<BlockEvaluator> evaluator =
+        BlockEvaluator::Make(model, model.XValue(), variables);
+    exact_derivatives = evaluator != nullptr;
+    if (!evaluator) {
+      workers.push_back(
+          {std::make_unique<RecordBlocks>(model, places), BlockReducer(places.size())});
+      return;
+    }
+    const std::size_t useful = std::max<std::size_t>(parts.size() / kTasksPerThread, 1);
+    for (std::size_t i = 0; i < std::min(most, useful); ++i)
+      workers.push_back(
+          {std::make_unique<EvaluatorBlocks>(*evaluator), BlockReducer(places.size())});
+  }
+
+  /// One pass over all points; its result.
+  PartialReduction& Pass(std::span<const double> p, PassKind kind);
+  void RunTasks(Worker& worker, std::span<const double> p, PassKind kind);
+  void RunTask(Worker& worker, std::size_t task, PassKind kind);
+
+  TCurFit& model;
+  OwnPoints own;  // when thinned
+  FitPoints points;
+  std::vector<std::int32_t> numbers;  // of the varied parameters
+  std::vector<double*> places;        // of their values
+  double norm_of_y = 0;
+  bool exact_derivatives = false;
+  std::vector<Worker> workers;
+  std::vector<PartialReduction> parts;  // one per task
+  PartialReduction whole;
+  std::atomic<std::size_t> next_task = 0;
+};
+
+void ModelResiduals::Impl::RunTask(Worker& worker, std::size_t task, PassKind kind) {
+  PartialReduction& part = parts[task];
+  part.Clear(kind, places.size() + 1);
+  const std::size_t begin = task * kTaskLength;
+  const std::size_t end = std::min(begin + kTaskLength, points.x.size());
+  for (std::size_t from = begin; from < end; from += kBlockLength) {
+    const std::size_t count = std::min(kBlockLength, end - from);
+    worker.reducer.Add(*worker.blocks, points.x.subspan(from, count), points.y.subspan(from, count),
+                       kind, part);
+  }
+}
+
+void ModelResiduals::Impl::RunTasks(Worker& worker, std::span<const double> p, PassKind kind) {
+  worker.blocks->Load(p);
+  for (std::size_t task = next_task++; task < parts.size(); task = next_task++)
+    RunTask(worker, task, kind);
+}
+
+PartialReduction& ModelResiduals::Impl::Pass(std::span<const double> p, PassKind kind) {
+  next_task = 0;
+  std::vector<std::exception_ptr> errors(workers.size());
+  const auto run = [&](std::size_t number) noexcept {
+    try {
+      RunTasks(workers[number], p, kind);
+    } catch (...) {
+      errors[number] = std::current_exception();
+    }
+  };
+  {
+    std::vector<std::jthread> others;
+    for (std::size_t i = 1; i < workers.size(); ++i) others.emplace_back(run, i);
+    run(0);
+  }
+  for (const std::exception_ptr& error : errors) {
+    if (error) std::rethrow_exception(error);
+  }
+  whole.Clear(kind, places.size() + 1);
+  for (PartialReduction& part : parts) workers.front().reducer.Append(part, kind, whole);
+  return whole;
+}
+
+ModelResiduals::ModelResiduals(TCurFit& model, FitPoints points, int threads)
+    : impl_(std::make_unique<Impl>(model, points, threads)) {}
+
+ModelResiduals::ModelResiduals(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+
+ModelResiduals::~ModelResiduals() = default;
+
+FitPoints ModelResiduals::Points() const {
+  return impl_->points;
+}
+
+std::unique_ptr<ModelResiduals> ModelResiduals::Thinned(std::size_t most) const {
+  auto impl = std::make_unique<Impl>(impl_->model, EveryNth(impl_->points, most));
+  return std::unique_ptr<ModelResiduals>(new ModelResiduals(std::move(impl)));
+}
+
+std::size_t ModelResiduals::ParameterCount() const {
+  return impl_->places.size();
+}
+
+std::size_t ModelResiduals::PointCount() const {
+  return impl_->points.x.size();
+}
+
+double ModelResiduals::NormOfY() const {
+  return impl_->norm_of_y;
+}
+
+bool ModelResiduals::HasExactDerivatives() const {
+  return impl_->exact_derivatives;
+}
+
+std::vector<double> ModelResiduals::Start() const {
+  std::vector<double> values;
+  for (const double* place : impl_->places) values.push_back(*place);
+  return values;
+}
+
+// An undefined parameter makes undefined whatever depends on it: so it shows which derivatives change with it.
+std::vector<bool> ModelResiduals::LinearParameters(std::span<const double> p) {
+  const std::size_t k = ParameterCount();
+  std::vector<bool> linear(k, false);
+  if (!HasExactDerivatives() || PointCount() == 0) return linear;
+  const std::span<const double> x =
+      impl_->points.x.first(std::min(impl_->points.x.size(), kBlockLength));
+  ModelBlocks& blocks = *impl_->workers.front().blocks;
+  const auto undefined_columns = [&] {
+    std::vector<bool> undefined(k);
+    const BlockResult block = blocks.Derivatives(x);
+    for (std::size_t i = 0; i < k; ++i)
+      undefined[i] =
+          std::any_of(block.derivatives[i], block.derivatives[i] + x.size(), IsUndefined);
+    return undefined;
+  };
+
+  std::vector<std::vector<bool>> depends(k);  // [j][i]: the derivative by i on parameter j
+  std::vector<double> poisoned(p.begin(), p.end());
+  for (std::size_t j = 0; j < k; ++j) {
+    poisoned[j] = kUndefined;
+    blocks.Load(poisoned);
+    depends[j] = undefined_columns();
+    poisoned[j] = p[j];
+  }
+  for (std::size_t j = 0; j < k; ++j) {
+    linear[j] = !depends[j][j];
+    for (std::size_t i = 0; i < j; ++i) {
+      if (linear[i] && (depends[i][j] || depends[j][i])) linear[j] = false;
+    }
+  }
+  return linear;
+}
+
+double ModelResiduals::SumOfSquares(std::span<const double> p) {
+  const PartialReduction& sum = impl_->Pass(p, PassKind::SumOfSquares);
+  return sum.undefined_residuals > 0 ? kUndefined : sum.sum_of_squares.Value();
+}
+
+ReducedJacobian ModelResiduals::Reduce(std::span<const double> p, Reduction how) {
+  const auto k = static_cast<Eigen::Index>(ParameterCount());
+  std::optional<ReducedJacobian> reduced;
+  if (how == Reduction::NormalEquations)
+    reduced = FromProducts(impl_->Pass(p, PassKind::NormalEquations), k);
+  if (!reduced) reduced = FromTriangle(impl_->Pass(p, PassKind::Orthogonal), k);
+  reduced->sum_of_squares = impl_->whole.sum_of_squares.Value();
+  reduced->undefined = std::max(impl_->whole.undefined, impl_->whole.undefined_residuals);
+  return *std::move(reduced);
+}
+
+std::vector<double> ModelResiduals::Residuals(std::span<const double> p, std::size_t most) {
+  const OwnPoints some = EveryNth(impl_->points, most);
+  ModelBlocks& blocks = *impl_->workers.front().blocks;
+  blocks.Load(p);
+  std::vector<double> residuals = some.y;
+  for (std::size_t from = 0; from < residuals.size(); from += kBlockLength) {
+    const std::size_t count = std::min(kBlockLength, residuals.size() - from);
+    const BlockResult block = blocks.Values(std::span(some.x).subspan(from, count));
+    for (std::size_t i = 0; i < count; ++i) residuals[from + i] -= block.values[i];
+  }
+  return residuals;
+}
+
+void ModelResiduals::StoreInModel(std::span<const double> p) {
+  for (std::size_t j = 0; j < p.size(); ++j) impl_->model.Param(impl_->numbers[j]).SetValue(p[j]);
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,328 @@
+// Fitting in the window, driven by menus, buttons and fields as a user does.
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QDialogButtonBox>
+#include <QDockWidget>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+#include <cmath>
+#include <fstream>
+
+#include "analysis/fit_run.h"
+#include "app/fit/fit_texts.h"
+#include "app/fit/model_check.h"
+#include "base/undefined.h"
+#include "desk/commands/command_actions.h"
+#include "desktop_fixture.h"
+#include "fit/model/fit_function_file.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::DesktopTest;
+
+class FitDesktopTest : public DesktopTest {
+ protected:
+  void SetUp() override {
+    WriteFunctions();
+    DesktopTest::SetUp();
+  }
+
+  /// The function of the menu's tests: starts near enough for every method.
+  static FitSettings Decay() {
+    FitSettings model;
+    model.Expression = "A*exp(-k*x)+B";
+    model.ProcType = FitProcType::cfp_Newton;
+    const auto add = [&](const char* name, double value) {
+      ParameterSettings one;
+      one.Name = name;
+      one.Value = value;
+      one.Vary = true;
+      model.parameters.push_back(one);
+    };
+    add("A", 300);
+    add("k", 0.01);
+    add("B", 20);
+    return model;
+  }
+
+  void WriteFunctions() {
+    SaveFitFunction(folder_.File("Decay.tfn"), Decay());
+    std::ofstream(folder_.File("Broken.tfn")) << "this is no model";
+  }
+
+  ProgramPaths Paths() override {
+    ProgramPaths paths = DesktopTest::Paths();
+    paths.fit_functions = {folder_.File("Broken.tfn"), folder_.File("Decay.tfn")};
+    return paths;
+  }
+
+  void Choose(const QString& caption) {
+    for (QAction* item : form_->Actions().MenuOf(Menu::CurveFitting)->actions()) {
+      if (item->text() == caption) return item->trigger();
+    }
+    FAIL() << "no entry " << caption.toStdString();
+  }
+
+  void OpenFitted(const char* method = "FitCurve1") {
+    Start({Example("decay.dat")});
+    Choose("&2 Decay");
+    Run(method);
+  }
+
+  TSeries& Series() { return *ActiveDocument().Graph().CurrentSeries(); }
+  QPushButton* Button(const QString& text) {
+    for (QPushButton* button : form_->findChildren<QPushButton*>()) {
+      if (button->text() == text) return button;
+    }
+    return nullptr;
+  }
+  QTableWidget* Table(const char* name) { return form_->findChild<QTableWidget*>(name); }
+};
+
+TEST_F(FitDesktopTest, EveryEntryOfTheMenuStandsInItsPlace) {
+  QStringList entries;
+  for (const QAction* item : form_->Actions().MenuOf(Menu::CurveFitting)->actions()) {
+    entries.append(item->isSeparator() ? "-" : item->text());
+  }
+  EXPECT_EQ(entries.join(" | ").toStdString(),
+            "&Edit | &None | Draw &Function | Show Final &Curve | Show Every &Step | - | "
+            "Se&ttings | &Print on Graph | - | &1 Broken | &2 Decay");
+}
+
+TEST_F(FitDesktopTest, WithoutADataSetEveryCommandSaysSo) {
+  Start({});
+  for (const char* command :
+       {"editFunction1", "FitNone1", "FitFunction1", "FitCurve1", "FitSettings1", "FitPrint1"}) {
+    Run(command);
+    EXPECT_EQ(TakeTold(), std::vector<std::string>{"No DataSet Found!"}) << command;
+  }
+  Choose("&2 Decay");
+  EXPECT_EQ(TakeTold(), std::vector<std::string>{"No DataSet Found!"});
+}
+
+TEST_F(FitDesktopTest, AFileThatIsNoFunctionChangesNothing) {
+  Start({Example("decay.dat")});
+  Choose("&1 Broken");
+  EXPECT_EQ(TakeTold(), std::vector<std::string>{"Wrong File Format!"});
+  EXPECT_EQ(Series().Fit().Settings(), FitSettings());
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+  Drop(ActiveCanvas(), {folder_.File("Decay.tfn")});  // a file of its own: once taken for data
+  EXPECT_EQ(Series().Fit().Expression(), Decay().Expression);
+}
+
+TEST_F(FitDesktopTest, AFunctionIsDrawnThenFittedAsTheEngineDoes) {
+  Start({Example("decay.dat")});
+  Choose("&2 Decay");
+  EXPECT_EQ(Series().Fit().Status(), FitStatus::cf_Function);
+  EXPECT_TRUE(form_->Actions().ActionOf("FitFunction1")->isChecked());
+  EXPECT_FALSE(Series().Curve().Points().Empty());
+
+  NoProgress quiet;
+  const FitResult expected = RunFit(PrepareFit(Series()), quiet);
+  Run("FitCurve1");
+  EXPECT_TRUE(form_->Actions().ActionOf("FitCurve1")->isChecked());
+  ASSERT_NE(Series().Fit().Result(), nullptr);
+  for (std::size_t i = 0; i < expected.values.size(); ++i) {
+    EXPECT_EQ(Series().Fit().Param(static_cast<int>(i) + 1).Value(), expected.values[i]);
+  }
+  EXPECT_TRUE(form_->findChild<QDockWidget*>("FitResult")->isVisible());
+  EXPECT_EQ(form_->findChild<QLabel*>("FitVerdict")->text().toStdString(),
+            expected.verdict.summary);
+  EXPECT_EQ(Table("FitParameters")->item(1, 0)->text(), "k");
+
+  const std::shared_ptr<const FitResult> first = Series().Fit().SharedResult();
+  Run("FitCurve1");  // nothing changed since: nothing is fitted
+  EXPECT_EQ(Series().Fit().SharedResult(), first);
+
+  Run("EditUndo1");
+  EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
+  EXPECT_EQ(Series().Fit().Status(), FitStatus::cf_Function);
+  EXPECT_TRUE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
+  Run("EditUndo1");  // the function is gone, and with it all that was said of it
+  EXPECT_TRUE(form_->findChild<QLabel*>("FitHint")->isVisible());
+  Run("EditRedo1");
+  Run("EditRedo1");
+  EXPECT_EQ(Series().Fit().SharedResult(), first);
+  EXPECT_FALSE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
+}
+
+TEST_F(FitDesktopTest, WhatCannotBeFittedIsSaidWithoutFigures) {
+  Start({Example("decay.dat")});
+  Choose("&2 Decay");
+  ActiveDocument().Edit("Model", [&](TxyGraph&) { Series().Fit().Param(2).SetValue(-1e6); });
+  Run("FitCurve1");  // overflows at the start
+  EXPECT_EQ(TakeTold().size(), 1u);
+  EXPECT_EQ(Table("FitFigures")->item(0, 0)->text(), "Points used");
+  EXPECT_FALSE(Button("&Residuals")->isEnabled());
+  ActiveDocument().Edit("Clear", [&](TxyGraph&) { Series().Clear(); });
+  EXPECT_TRUE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
+  Button("Fit A&gain")->click();
+  Run("FitCurve1");
+  const std::string empty = "DataSet \"" + Series().SeriesName() + "\" has no points to fit.";
+  EXPECT_EQ(TakeTold(), (std::vector<std::string>{empty, empty}));
+}
+
+TEST_F(FitDesktopTest, EveryStepMovesTheCurve) {
+  Start({Example("decay.dat")});
+  Choose("&2 Decay");
+  std::vector<double> values;
+  QObject listener;
+  QObject::connect(&ActiveDocument(), &Document::graphChanged, &listener,
+                   [&] { values.push_back(Series().Fit().Param(1).Value()); });
+  Run("FitEveryStep1");
+  std::sort(values.begin(), values.end());
+  const auto distinct = std::unique(values.begin(), values.end()) - values.begin();
+  EXPECT_GE(distinct, 3);
+  EXPECT_EQ(Series().Fit().Status(), FitStatus::cf_EveryStep);
+  ASSERT_NE(Series().Fit().Result(), nullptr);
+  EXPECT_EQ(Series().Fit().Result()->values[0], Series().Fit().Param(1).Value());
+}
+
+TEST_F(FitDesktopTest, CancelEndsTheFitAfterItsStep) {
+  Start({Example("decay.dat")});
+  FitSettings slow = Decay();
+  slow.ProcType = FitProcType::cfp_Simplex;
+  slow.IterMax = 1'000'000;
+  ActiveDocument().Edit("Model", [&](TxyGraph&) { Series().Fit().SetSettings(slow, true); });
+  QString caption;
+  QString text;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+    auto* window = form_->findChild<QProgressDialog*>();
+    if (!window || !window->isVisible()) return;
+    caption = window->windowTitle();
+    text = window->labelText();
+    window->findChild<QPushButton*>()->click();
+    watch.stop();
+  });
+  watch.start(20);
+  Run("FitEveryStep1");
+  EXPECT_EQ(caption, "Processing...");
+  EXPECT_EQ(text, "Fitting Data....");
+  ASSERT_NE(Series().Fit().Result(), nullptr);
+  EXPECT_EQ(Series().Fit().Result()->outcome.why, StopReason::Cancelled);
+}
+
+TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
+  OpenFitted();
+  const TxyGraph& graph = ActiveDocument().Graph();
+  Button("&Residuals")->click();
+  ASSERT_EQ(graph.SeriesCount(), 2u);
+  EXPECT_EQ(graph.Series(1).PointCount(), Series().PointCount());
+  const TAxis& second = graph.Axis(AxisId::Y2);
+  const TAxis& first = graph.Axis(AxisId::Y);
+  const Extremes of_residuals = graph.Series(1).GetExtremes();
+  const double band = (of_residuals.y_max - second.Min()) / (second.Max() - second.Min());
+  EXPECT_LE(band, 0.25);  // below all data
+  EXPECT_GE((Series().GetExtremes().y_min - first.Min()) / (first.Max() - first.Min()), band);
+  Button("&Confidence Bands")->click();
+  Button("&Confidence Bands")->click();  // takes the place of the first
+  ASSERT_EQ(graph.SeriesCount(), 6u);
+  EXPECT_LE(graph.Series(2).PointCount(), 300);  // each is saved with the graph
+  const Point upper = graph.Series(2).Points().Front();
+  const Point lower = graph.Series(3).Points().Front();
+  Series().Fit().Prepare();
+  const double middle = Series().Fit().Value(upper.x);
+  EXPECT_NEAR((upper.y + lower.y) / 2, middle, 1e-9 * middle);
+  EXPECT_GT(upper.y, middle);
+
+  Run("FitPrint1");
+  Run("FitPrint1");
+  ASSERT_EQ(graph.Marks().All().size(), 3u);
+  EXPECT_TRUE(Series().Fit().Param(1).Printed());
+  const std::string caption = graph.Marks().All()[0].caption;
+  EXPECT_TRUE(caption.starts_with("A = ") && caption.find(" ± ") != std::string::npos) << caption;
+
+  Button("Copy as Ta&ble")->click();
+  EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Parameter\tValue\tStandard error"));
+
+  // Of two fitted DataSets neither takes the other's lines.
+  ActiveDocument().Edit("Model", [&](TxyGraph& edited) {
+    edited.Series(1).Fit().SetSettings(Decay(), true);
+    edited.SetCurrentSeriesIndex(1);
+  });
+  Run("FitPrint1");
+  EXPECT_EQ(graph.Marks().All().size(), 6u);
+  EXPECT_EQ(graph.Marks().All()[0].caption, caption);
+}
+
+TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
+  OpenFitted();
+  const FitSettings before = Series().Fit().Settings();
+  const auto result = Series().Fit().SharedResult();
+  QTimer::singleShot(0, form_.get(), [&] {
+    auto* dialog = form_->findChild<QDialog*>("FitSettings");
+    ASSERT_NE(dialog, nullptr);
+    auto* expression = dialog->findChild<QPlainTextEdit*>("ExpressionEdit");
+    auto* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    expression->setPlainText("A*exp(-k*x");
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_FALSE(dialog->findChild<QLabel*>("ExpressionMessage")->text().isEmpty());
+    EXPECT_EQ(Series().Fit().Expression(), before.Expression);
+    expression->setPlainText("A*exp(-k*x)+B*x");
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_EQ(Series().Fit().Expression(), "A*exp(-k*x)+B*x");
+    dialog->findChild<QTableWidget*>("ParameterTable")->item(2, 1)->setText("0.5");
+    EXPECT_EQ(Series().Fit().Param(3).Value(), 0.5);
+    dialog->reject();
+  });
+  Run("editFunction1");
+  EXPECT_EQ(Series().Fit().Settings(), before);
+  EXPECT_EQ(Series().Fit().SharedResult(), result);
+}
+
+TEST(ModelCheck, SaysWhatIsTheMatter) {
+  struct Row {
+    const char* expression;
+    const char* error;
+    std::vector<std::string> unknown;
+  };
+  const Row rows[] = {
+      {"", "", {}},
+      {"a*x", "", {}},
+      {"a*x+b+c1", "", {"b", "c1"}},
+      {"a*(x", "Unequal brackets", {}},
+  };
+  for (const Row& row : rows) {
+    FitSettings model;
+    model.Expression = row.expression;
+    model.parameters.resize(1);
+    model.parameters[0].Name = "a";
+    const ModelCheck check = CheckModel(model);
+    EXPECT_EQ(check.error.substr(0, check.error.find(',')), row.error);
+    EXPECT_EQ(check.unknown_names, row.unknown) << row.expression;
+    model.parameters.push_back(model.parameters[0]);
+    EXPECT_EQ(CheckModel(model).error, "Parameter \"a\" Already Defined!");
+  }
+}
+
+TEST(FitTexts, RoundAValueAsItsErrorTells) {
+  struct Row {
+    double value, error;
+    const char* text;
+  };
+  const Row rows[] = {
+      {398.2468, 1.523, "398.2 ± 1.5 V"},
+      {0.00453211, 0.0000213, "0.004532 ± 0.000021 V"},
+      {1.2345e-9, 1.2e-11, "(1.234 ± 0.012)×10⁻⁹ V"},
+      {-5.4321e12, 3e10, "(-5.432 ± 0.030)×10¹² V"},
+      {12, 340, "12 ± 340 V"},
+      {0.0312, 40, "0.0312 ± 40 V"},  // once "0 ± 40"
+      {1.234e-7, 5e8, "1.23×10⁻⁷ ± 5.0×10⁸ V"},
+      {0, 0.012, "0.000 ± 0.012 V"},
+      {3.25, kUndefined, "3.25 V"},
+      {3.25, 0, "3.25 V"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(PlusMinusText(row.value, row.error, "V"), row.text);
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,356 @@
+// Mouse modes, modifier keys and the keyboard on a graph's canvas, by the events that a user brings about.
+#include <QAccessible>
+#include <QAction>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTest>
+#include <functional>
+
+#include "desk/commands/command_actions.h"
+#include "desktop_fixture.h"
+#include "graph/edit/mark_edit.h"
+#include "graph/edit/point_edit.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::int32_t kPoint = 4;  // the one clicked at
+
+class ModesTest : public testing::DesktopTest {
+ protected:
+  /// A window with a DataSet made by hand: points (1, 10), (2, 20), ... (40, 400).
+  void StartWithPoints() {
+    Start({});
+    Run("FileNew1");
+    auto series = std::make_unique<TSeries>();
+    series->SetSeriesName("Hand");
+    for (int i = 1; i <= 40; ++i) series->AddPoint(i, 10 * i);
+    Graph().AddSeries(std::move(series));
+    Graph().AddSeries(std::make_unique<TSeries>());
+    ActiveDocument().FinishLook(ActiveCanvas().size());
+    ActiveCanvas().grab();  // lays the picture out
+  }
+  TxyGraph& Graph() { return ActiveDocument().Graph(); }
+  const TSeries& Data() { return Graph().Series(0); }
+  QPoint Place(double x, double y) {
+    return QPointF(Graph().Axis(AxisId::X).Scale().Position(x),
+                   Graph().Axis(AxisId::Y).Scale().Position(y))
+        .toPoint();
+  }
+  /// Presses, moves in two steps and lets go; a click when both places are the same.
+  void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::mousePress(&ActiveCanvas(), Qt::LeftButton, modifiers, from);
+    for (const QPoint& place : {(from + to) / 2, to}) {
+      QMouseEvent move(QEvent::MouseMove, place, ActiveCanvas().mapToGlobal(place), Qt::NoButton,
+                       Qt::LeftButton, modifiers);
+      QCoreApplication::sendEvent(&ActiveCanvas(), &move);
+    }
+    QTest::mouseRelease(&ActiveCanvas(), Qt::LeftButton, modifiers, to);
+    ActiveCanvas().grab();
+  }
+  void Press(int key) { QTest::keyClick(&ActiveCanvas(), static_cast<Qt::Key>(key)); }
+  /// True when Esc goes to the canvas and not to the command that closes the window.
+  bool KeepsEsc() {
+    QKeyEvent event(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
+    event.ignore();
+    QCoreApplication::sendEvent(&ActiveCanvas(), &event);
+    return event.isAccepted();
+  }
+  MouseMode Mode() { return ActiveCanvas().Mode().Kind(); }
+};
+
+TEST_F(ModesTest, ModesEditThroughNamedSteps) {
+  StartWithPoints();
+  struct Row {
+    const char* command;
+    QPoint from;
+    QPoint to;
+    std::function<std::string()> question;  // empty: none is asked
+    Answer answer;
+    std::string undo;  // caption afterwards
+    MouseMode mode_afterwards;
+    std::function<bool()> holds;
+  };
+  const QPoint at = Place(kPoint, 10 * kPoint);
+  const QPoint away = Place(7.5, 200);
+  const auto value = [this](QPoint place) {
+    return PlotPoint{Graph().Axis(AxisId::X).PixelToValue(place.x()),
+                     Graph().Axis(AxisId::Y).PixelToValue(place.y())};
+  };
+  const auto deleting = [&] { return DeletePointQuestion(Graph(), Data(), kPoint); };
+  const auto moving = [&] { return MovePointQuestion(Graph(), Data(), kPoint, value(away)); };
+  const auto points = [this] { return Data().PointCount(); };
+  const auto mark = [this] { return Graph().Marks().All().at(0); };
+  const Row rows[] = {
+      {"EditDelPoint1", at, at, deleting, Answer::No, "&Undo", MouseMode::DeletePoint,
+       [&] { return points() == 40; }},
+      {"EditDelPoint1", at, at, deleting, Answer::Yes, "&Undo Delete Point", MouseMode::DeletePoint,
+       [&] { return points() == 39 && !Data().GetY(kPoint); }},
+      {"EditMovePoint1", at, away, moving, Answer::No, "&Undo", MouseMode::MovePoint,
+       [&] { return Data().GetY(kPoint) == 10 * kPoint; }},
+      {"EditMovePoint1", at, away, moving, Answer::Yes, "&Undo Move Point", MouseMode::MovePoint,
+       [&] { return Data().GetY(kPoint) == value(away).y && points() == 40; }},
+      {"EditMovePoint1",
+       at,
+       at,
+       {},
+       Answer::No,
+       "&Undo",
+       MouseMode::MovePoint,
+       [&] { return ActiveCanvas().Picked()->number == kPoint; }},
+      {"editInsertPoint1",
+       away,
+       away,
+       {},
+       Answer::No,
+       "&Undo Insert Point",
+       MouseMode::InsertPoint,
+       [&] { return points() == 41 && Data().GetY(41) == value(away).y; }},
+      {"MarkVert1",
+       away,
+       away,
+       {},
+       Answer::No,
+       "&Undo Draw Vertical Mark",
+       MouseMode::Rest,
+       [&] { return mark().type == MarkType::Vertical && mark().x1 == value(away).x; }},
+      {"MarkHor1",
+       away,
+       away,
+       {},
+       Answer::No,
+       "&Undo Draw Horizontal Mark",
+       MouseMode::Rest,
+       [&] { return mark().type == MarkType::Horizontal && mark().y1 == value(away).y; }},
+      {"MarkPoint1",
+       away,
+       away,
+       {},
+       Answer::No,
+       "&Undo Draw Point Mark",
+       MouseMode::Rest,
+       [&] { return mark().type == MarkType::Point && mark().caption == "1"; }},
+      {"MarkLine1",
+       at,
+       away,
+       {},
+       Answer::No,
+       "&Undo Draw Linear Mark",
+       MouseMode::Rest,
+       [&] { return mark().x1 == value(at).x && mark().y2 == value(away).y; }},
+      {"MarkLine1",
+       at,
+       at,
+       {},
+       Answer::No,
+       "&Undo",
+       MouseMode::LineMark,
+       [&] { return Graph().Marks().All().empty(); }},  // waits for the second click
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.command) + " -> " + row.undo);
+    Run(row.command);
+    if (row.question) Expect(row.question(), row.answer);
+    Drag(row.from, row.to);
+    EXPECT_EQ(ActiveDocument().UndoCaption(), row.undo);
+    EXPECT_EQ(Mode(), row.mode_afterwards);
+    EXPECT_TRUE(row.holds());
+    if (Mode() != MouseMode::Rest) Press(Qt::Key_Escape);
+    EXPECT_EQ(Mode(), MouseMode::Rest);
+    ActiveDocument().Undo();
+    ActiveCanvas().grab();
+    EXPECT_EQ(points(), 40);
+    EXPECT_TRUE(Graph().Marks().All().empty());
+  }
+}
+
+TEST_F(ModesTest, QuestionsNameDataSetNumberAndValues) {
+  StartWithPoints();
+  Run("EditDelPoint1");
+  Expect("Delete Point Hand.# 4  X,Y: 4, 40 ?", Answer::No);
+  Drag(Place(4, 40), Place(4, 40));
+}
+
+TEST_F(ModesTest, PointsAreOnlyInsertedByHandIntoWhatWasMadeByHand) {
+  StartWithPoints();
+  Graph().Series(0).Source().DataSource = DataSourceKind::Text;
+  Run("editInsertPoint1");
+  EXPECT_EQ(TakeTold(),
+            std::vector<std::string>{"This option is valid only for dataSet with manual source"});
+  EXPECT_EQ(Mode(), MouseMode::Rest);
+}
+
+TEST_F(ModesTest, AWindowIsZoomedByCommandAndByShift) {
+  StartWithPoints();
+  const TAxis& x = Graph().Axis(AxisId::X);
+  const TAxis& y = Graph().Axis(AxisId::Y);
+  struct Row {
+    const char* command;
+    Qt::KeyboardModifiers modifiers;
+    QPoint from;
+    QPoint to;
+    bool x_zooms;
+    bool y_zooms;
+  };
+  const QPoint low = Place(10, 100);
+  const QPoint high = Place(20, 300);
+  const Row rows[] = {
+      {"GraphZoom1", Qt::NoModifier, low, high, true, true},
+      {nullptr, Qt::ShiftModifier, high, low, true, true},
+      {nullptr, Qt::ShiftModifier, low, {high.x(), low.y() + 2}, true, false},
+      {nullptr, Qt::ShiftModifier, low, {low.x() + 2, high.y()}, false, true},
+      {nullptr, Qt::ShiftModifier, low, low + QPoint(2, 2), false, false},
+  };
+  for (const Row& row : rows) {
+    const double x_min = x.Min();
+    const double y_max = y.Max();
+    if (row.command) {
+      Run(row.command);
+      EXPECT_EQ(StatusText("Note"), "Drag Across the Area to Enlarge");
+    }
+    Drag(row.from, row.to, row.modifiers);
+    EXPECT_EQ(Mode(), MouseMode::Rest);
+    EXPECT_NEAR(x.Min(), row.x_zooms ? 10 : x_min, 0.1);
+    EXPECT_NEAR(y.Max(), row.y_zooms ? 300 : y_max, 1.5);
+    EXPECT_FALSE(ActiveDocument().CanUndo());  // zooming is no step
+    if (row.x_zooms || row.y_zooms) Run("GraphResetZoom1");
+    ActiveCanvas().grab();
+    EXPECT_DOUBLE_EQ(x.Min(), x_min);
+    EXPECT_DOUBLE_EQ(y.Max(), y_max);
+  }
+}
+
+TEST_F(ModesTest, CtrlMovesLegendAndMarks) {
+  StartWithPoints();
+  Mark mark_at_20;
+  mark_at_20.x1 = 20;
+  const std::int32_t id = AddMark(Graph(), mark_at_20);
+  ActiveCanvas().grab();
+  const QRectF legend = ActiveCanvas().Layout().legend->frame;
+  Drag(legend.center().toPoint(), legend.center().toPoint() + QPoint(60, 90), Qt::ControlModifier);
+  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Legend");
+  const QRectF moved = ActiveCanvas().Layout().legend->frame;
+  EXPECT_NEAR(moved.left(), legend.left() + 60, 1);
+  EXPECT_NEAR(moved.top(), legend.top() + 90, 1);
+
+  const QPoint mark = Place(20, 60);
+  Drag(mark, Place(30, 60), Qt::ControlModifier);
+  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Mark");
+  EXPECT_NEAR(Graph().Marks().FindMark(id)->x1, 30, 0.1);
+  ActiveDocument().Undo();
+  ActiveDocument().Undo();
+  EXPECT_EQ(Graph().Marks().FindMark(id)->x1, 20);
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+  ActiveCanvas().grab();
+
+  // An end of a line is moved alone, keys move the current mark.
+  Mark line;
+  line.type = MarkType::Line;
+  line.x1 = 25, line.y1 = 300, line.x2 = 35, line.y2 = 100;
+  const std::int32_t line_id = AddMark(Graph(), line);
+  ActiveCanvas().grab();
+  Drag(Place(35, 100), Place(38, 150), Qt::ControlModifier);
+  const auto moved_line = [&] { return *Graph().Marks().FindMark(line_id); };
+  EXPECT_EQ(moved_line().x1, 25);
+  EXPECT_EQ(moved_line().y1, 300);
+  EXPECT_NEAR(moved_line().x2, 38, 0.1);
+  EXPECT_NEAR(moved_line().y2, 150, 1);
+  ActiveDocument().Undo();
+  for (int i = 0; i < 2; ++i) {
+    QTest::keyClick(&ActiveCanvas(), Qt::Key_Right, Qt::ControlModifier);
+  }
+  EXPECT_NEAR(Place(moved_line().x1, 300).x(), Place(25, 300).x() + 2, 1);
+  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Mark " + std::to_string(line_id));
+  ActiveDocument().Undo();
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+  DeleteMark(Graph(), line_id);
+  ActiveCanvas().grab();
+
+  QTest::mousePress(&ActiveCanvas(), Qt::LeftButton, Qt::ControlModifier, mark);
+  MoveMouse(Place(25, 60), Qt::LeftButton);
+  EXPECT_NEAR(Graph().Marks().FindMark(id)->x1, 25, 0.1);
+  Press(Qt::Key_Escape);  // puts it back
+  EXPECT_EQ(Graph().Marks().FindMark(id)->x1, 20);
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+}
+
+TEST_F(ModesTest, ATraceStaysUntilEscAndChangesNothing) {
+  StartWithPoints();
+  Drag(Place(5, 100), Place(15, 300), Qt::AltModifier);
+  EXPECT_EQ(Mode(), MouseMode::Rest);
+  Run("GraphTrace1");
+  Drag(Place(5, 300), Place(15, 100));
+  Drag(Place(20, 300), Place(30, 100));
+  EXPECT_EQ(Mode(), MouseMode::Trace);
+  EXPECT_EQ(ActiveCanvas().Traces().Count(), 3u);
+  EXPECT_FALSE(ActiveDocument().CanUndo());
+  const QColor ink(0xc0, 0x39, 0x2b);
+  EXPECT_GT(testing::PixelsOf(ActiveCanvas().grab().toImage(), ink), 300);
+  Press(Qt::Key_Escape);  // ends the mode
+  EXPECT_EQ(ActiveCanvas().Traces().Count(), 3u);
+  EXPECT_TRUE(KeepsEsc());
+  Press(Qt::Key_Escape);  // wipes off
+  EXPECT_TRUE(ActiveCanvas().Traces().IsEmpty());
+  EXPECT_FALSE(KeepsEsc());  // it closes the window again
+}
+
+TEST_F(ModesTest, KeysWalkFromPointToPointAndAreSpoken) {
+  StartWithPoints();
+  Drag(Place(4.2, 300), Place(4.2, 300));
+  ASSERT_TRUE(ActiveCanvas().Picked());
+  EXPECT_EQ(ActiveCanvas().Picked()->number, 4);
+  struct Row {
+    int key;
+    int number;
+  };
+  const Row rows[] = {{Qt::Key_Right, 5}, {Qt::Key_PageDown, 15}, {Qt::Key_Left, 14},
+                      {Qt::Key_End, 40},  {Qt::Key_Right, 40},    {Qt::Key_PageUp, 30},
+                      {Qt::Key_Home, 1},  {Qt::Key_Left, 1}};
+  QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&ActiveCanvas());
+  ASSERT_NE(spoken, nullptr);
+  for (const Row& row : rows) {
+    Press(row.key);
+    const std::string text = "pnt#" + std::to_string(row.number) +
+                             "  X,Y: " + std::to_string(row.number) + ", " +
+                             std::to_string(10 * row.number);
+    EXPECT_EQ(StatusText("ReadOut").toStdString(), "Mouse X,Y:   ; " + text);
+    EXPECT_EQ(spoken->text(QAccessible::Value).toStdString(), text);
+    EXPECT_EQ(spoken->text(QAccessible::Name).toStdString(), "Graph Graph_1, Hand " + text);
+  }
+  EXPECT_EQ(spoken->role(), QAccessible::Chart);
+
+  // A point out of sight is brought into it, one that is deleted is picked no more.
+  Drag(Place(10, 100), Place(20, 300), Qt::ShiftModifier);
+  Press(Qt::Key_End);
+  EXPECT_GE(Graph().Axis(AxisId::X).Max(), 40);
+  EXPECT_NEAR(Graph().Axis(AxisId::X).Max() - Graph().Axis(AxisId::X).Min(), 10, 0.2);
+  Graph().Series(0).DeletePoint(40);
+  EXPECT_FALSE(ActiveCanvas().Picked());
+  Press(Qt::Key_Left);
+  EXPECT_EQ(ActiveCanvas().Picked()->number, 39);
+  Press(Qt::Key_Escape);
+  EXPECT_FALSE(ActiveCanvas().Picked());
+  EXPECT_EQ(spoken->text(QAccessible::Name), "Graph Graph_1");
+}
+
+TEST_F(ModesTest, PointsAreMovedAndDeletedWithoutAMouse) {
+  StartWithPoints();
+  Press(Qt::Key_Home);
+  Run("EditMovePoint1");
+  Press(Qt::Key_Return);
+  for (int i = 0; i < 30; ++i) Press(Qt::Key_Up);
+  const QPointF origin(Graph().Axis(AxisId::X).Scale().Position(1),
+                       Graph().Axis(AxisId::Y).Scale().Position(10));
+  const PlotPoint target{Graph().Axis(AxisId::X).PixelToValue(origin.x()),
+                         Graph().Axis(AxisId::Y).PixelToValue(origin.y() - 30)};
+  Expect(MovePointQuestion(Graph(), Data(), 1, target), Answer::Yes);
+  Press(Qt::Key_Return);
+  EXPECT_NEAR(*Data().GetY(1), target.y, 1e-9);
+  Run("EditDelPoint1");
+  Expect(DeletePointQuestion(Graph(), Data(), 1), Answer::Yes);
+  Press(Qt::Key_Return);
+  EXPECT_EQ(Data().PointCount(), 39);
+}
+
+}  // namespace
+}  // namespace tarnwick

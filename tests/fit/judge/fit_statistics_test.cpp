@@ -1,0 +1,167 @@
+#include "fit/judge/fit_statistics.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <Eigen/QR>
+#include <algorithm>
+#include <cmath>
+
+#include "base/undefined.h"
+#include "fit/judge/residual_pattern.h"
+
+namespace tarnwick {
+namespace {
+
+using Eigen::MatrixXd;
+using Eigen::VectorXd;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// Figures of linear least squares with this Jacobian and these y, at the solution.
+FitFigures Figures(const MatrixXd& jacobian, const VectorXd& y) {
+  const Eigen::Index k = jacobian.cols();
+  const VectorXd p = jacobian.completeOrthogonalDecomposition().solve(y);
+  ReducedJacobian reduced;
+  reduced.sum_of_squares = (jacobian * p - y).squaredNorm();
+  reduced.r = MatrixXd::Zero(k, k);
+  const Eigen::HouseholderQR<MatrixXd> qr(jacobian);
+  const Eigen::Index rows = std::min(jacobian.rows(), k);
+  reduced.r.topRows(rows) = qr.matrixQR().topRows(rows).triangularView<Eigen::Upper>();
+  reduced.qtr = VectorXd::Zero(k);
+  return ComputeFitFigures(
+      reduced, {jacobian.rows(), SumAboutMean({y.data(), static_cast<std::size_t>(y.size())})});
+}
+
+MatrixXd LineJacobian(const VectorXd& x) {
+  MatrixXd jacobian(x.size(), 2);
+  jacobian << x, VectorXd::Ones(x.size());
+  return jacobian;
+}
+
+TEST(FitStatistics, StraightLineHasTheTextbookFigures) {
+  VectorXd x(5);
+  VectorXd y(5);
+  x << 1, 2, 3, 4, 5;
+  y << 2.1, 3.9, 6.2, 7.8, 10.1;
+  const FitStatistics s = Figures(LineJacobian(x), y).statistics;
+  // Sxx = 10, slope 1.99, rss = Syy - slope^2 Sxx.
+  const double rss = 39.708 - 1.99 * 1.99 * 10;
+  EXPECT_EQ(s.degrees_of_freedom, 3);
+  EXPECT_NEAR(s.sum_of_squares, rss, 1e-12);
+  EXPECT_NEAR(s.standard_errors[0], std::sqrt(rss / 3 / 10), 1e-12);
+  EXPECT_NEAR(s.standard_errors[1], std::sqrt(rss / 3 * (1.0 / 5 + 9.0 / 10)), 1e-12);
+  EXPECT_NEAR(s.covariance[1], -3 * rss / 3 / 10, 1e-12);
+  EXPECT_NEAR(s.correlation[1], -std::sqrt(9.0 / 11), 1e-12);
+  EXPECT_NEAR(s.r_squared, 1 - rss / 39.708, 1e-12);
+  EXPECT_NEAR(s.adjusted_r_squared, 1 - (rss / 3) / (39.708 / 4), 1e-12);
+  EXPECT_NEAR(s.aic, 5 * std::log(rss / 5) + 6, 1e-9);
+  EXPECT_NEAR(s.bic, 5 * std::log(rss / 5) + 3 * std::log(5.0), 1e-9);
+  EXPECT_EQ(s.covariance, s.determined_covariance);
+}
+
+TEST(FitStatistics, ScaleOfAColumnScalesItsErrorAlone) {
+  const VectorXd x = VectorXd::LinSpaced(20, 0, 1);
+  const VectorXd y = (3 * x).array() + x.array().sin();
+  MatrixXd jacobian = LineJacobian(x);
+  const FitStatistics plain = Figures(jacobian, y).statistics;
+  jacobian.col(0) *= 1e-150;
+  const FitStatistics scaled = Figures(jacobian, y).statistics;
+  // The solver of this test gives the short column up, which changes the residuals: errors count per deviation.
+  const double deviations = scaled.residual_deviation / plain.residual_deviation;
+  EXPECT_NEAR(scaled.standard_errors[0] / plain.standard_errors[0] / 1e150 / deviations, 1, 1e-12);
+  EXPECT_NEAR(scaled.standard_errors[1] / plain.standard_errors[1] / deviations, 1, 1e-12);
+  EXPECT_NEAR(scaled.correlation[1], plain.correlation[1], 1e-12);
+}
+
+TEST(FitStatistics, DirectionsThatTradeAreSeparatedAndNamed) {
+  const VectorXd x = VectorXd::LinSpaced(50, 1, 7);
+  MatrixXd jacobian(50, 6);
+  jacobian.col(0) = x.array().sin();
+  jacobian.col(1) = x;
+  jacobian.col(2) = -3 * x.array().sin();  // trades with 0
+  jacobian.col(3) = VectorXd::Ones(50);
+  jacobian.col(4) = VectorXd::Zero(50);  // moves nothing
+  jacobian.col(5) = 1e-9 * x;            // trades with 1
+  const FitFigures figures = Figures(jacobian, x.array().sqrt());
+
+  ASSERT_EQ(figures.singular_directions.size(), 2U);
+  std::vector<std::vector<std::int32_t>> named;
+  for (const SingularDirection& direction : figures.singular_directions) {
+    EXPECT_LT(direction.relative_singular_value, 1e-13);
+    named.push_back(direction.parameters);
+    std::sort(named.back().begin(), named.back().end());
+  }
+  EXPECT_THAT(named, ::testing::UnorderedElementsAre(ElementsAre(0, 2), ElementsAre(1, 5)));
+  EXPECT_THAT(figures.unmoved, ElementsAre(4));
+  for (const std::size_t i : {0U, 1U, 2U, 4U, 5U})
+    EXPECT_TRUE(IsUndefined(figures.statistics.standard_errors[i])) << i;
+  // The one that is determined has the error that it has without the doubles.
+  MatrixXd alone(50, 3);
+  alone << jacobian.col(0), jacobian.col(1), jacobian.col(3);
+  FitStatistics reference = Figures(alone, x.array().sqrt()).statistics;
+  const double freedom = std::sqrt(47.0 / 44.0);
+  EXPECT_NEAR(figures.statistics.standard_errors[3] / reference.standard_errors[2], freedom, 1e-9);
+}
+
+TEST(FitStatistics, FewPointsLeaveNoErrors) {
+  struct Row {
+    int points;
+    std::size_t directions;
+  };
+  for (const Row& row : {Row{3, 0}, Row{2, 1}, Row{1, 2}}) {
+    SCOPED_TRACE(row.points);
+    const VectorXd x = VectorXd::LinSpaced(row.points, 1, 2);
+    MatrixXd jacobian(row.points, 3);
+    jacobian << x.array().square(), x, VectorXd::Ones(row.points);
+    const FitFigures figures = Figures(jacobian, x.array().exp());
+    EXPECT_EQ(figures.statistics.degrees_of_freedom, 0);
+    EXPECT_TRUE(IsUndefined(figures.statistics.reduced_chi_squared));
+    EXPECT_TRUE(IsUndefined(figures.statistics.adjusted_r_squared));
+    for (const double error : figures.statistics.standard_errors) EXPECT_TRUE(IsUndefined(error));
+    EXPECT_EQ(figures.singular_directions.size(), row.directions);
+  }
+}
+
+TEST(FitStatistics, NothingVariedStillHasQuality) {
+  ReducedJacobian none;
+  none.sum_of_squares = 2;
+  none.r.resize(0, 0);
+  const FitFigures figures = ComputeFitFigures(none, {10, 8});
+  EXPECT_EQ(figures.statistics.r_squared, 0.75);
+  EXPECT_THAT(figures.statistics.standard_errors, IsEmpty());
+}
+
+TEST(ResidualPattern, TellsScatterFromPattern) {
+  const auto correlation = [](const std::vector<double>& residuals) {
+    return FindPattern(residuals).neighbour_correlation;
+  };
+  EXPECT_NEAR(correlation({1e-200, -1e-200, 1e-200, -1e-200}), -0.75, 1e-15);
+  EXPECT_NEAR(correlation({1e200, 1e200, -1e200, -1e200}), 0.25, 1e-15);
+  EXPECT_TRUE(IsUndefined(correlation({0, 0})));
+  EXPECT_TRUE(IsUndefined(correlation({1})));
+  EXPECT_NEAR(FindPattern(std::vector<double>{1, -1, 3, 1}).greatest_share, 0.75, 1e-15);
+  struct Row {
+    ResidualPattern pattern;
+    bool suspicious, clear;
+  };
+  for (const Row& row : {Row{{100, 0.1, 0.06}, false, false}, Row{{100, 0.3, 0.06}, true, false},
+                         Row{{100, 0.4, 0.06}, true, true}, Row{{4096, 0.1, 0.003}, true, false},
+                         Row{{4096, 0.25, 0.003}, true, true}, Row{{20, 0.1, 0.2}, false, false},
+                         Row{{20, 0.3, 0.2}, true, false}, Row{{20, 0.1, 0.6}, true, false},
+                         Row{{20, 0.85, 0.2}, true, true}}) {
+    EXPECT_EQ(IsSuspicious(row.pattern), row.suspicious) << row.pattern.neighbour_correlation;
+    EXPECT_EQ(IsClear(row.pattern), row.clear) << row.pattern.neighbour_correlation;
+  }
+}
+
+TEST(FitStatistics, SumAboutTheMeanKeepsItsDigitsFarFromZero) {
+  std::vector<double> y;
+  for (int i = 0; i < 3001; ++i) y.push_back(1e9 + (i % 2 == 0 ? 0.5 : -0.5));
+  // 1501 above and 1500 below: n/4 - 1/(4n).
+  EXPECT_NEAR(SumAboutMean(y), 3001 / 4.0 - 1 / (4 * 3001.0), 1e-6);
+  EXPECT_EQ(SumAboutMean({}), 0);
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,283 @@
+#include "fit/judge/fit_verdict.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "base/undefined.h"
+
+namespace tarnwick {
+namespace {
+
+using ::testing::HasSubstr;
+
+/// A good fit of three parameters to 100 points.
+FitResult GoodResult() {
+  FitResult result;
+  result.outcome.why = StopReason::Converged;
+  result.outcome.iterations = 9;
+  result.outcome.changed = true;
+  result.outcome.value = 2;
+  result.names = {"a", "b", "c"};
+  result.start = {1, 1, 1};
+  result.values = {2, 3, 4};
+  result.points_in_range = result.points_used = 100;
+  result.statistics.points = 100;
+  result.statistics.varied = 3;
+  result.statistics.degrees_of_freedom = 97;
+  result.statistics.sum_of_squares = 2;
+  result.statistics.r_squared = result.statistics.adjusted_r_squared = 0.98;
+  result.statistics.correlation = {1, .2, .3, .2, 1, -.5, .3, -.5, 1};
+  return result;
+}
+
+FitCircumstances Usual() {
+  FitCircumstances about;
+  about.max_iterations = 200;
+  about.thinned_to = 150;
+  return about;
+}
+
+struct Situation {
+  const char* name;
+  std::function<void(FitResult&, FitCircumstances&)> make;
+  bool trustworthy;
+  std::string summary;  ///< whole
+  std::string note;     ///< a part of one of the notes; empty: there are no notes
+};
+
+const Situation kSituations[] = {
+    {"good", [](auto&, auto&) {}, true,
+     "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"one iteration", [](FitResult& r, auto&) { r.outcome.iterations = 1; }, true,
+     "Converged after 1 iteration: the parameters are determined by the data.", ""},
+    {"no descent", [](FitResult& r, auto&) { r.outcome.why = StopReason::NoFurtherDescent; }, true,
+     "Settled after 9 iterations where no step improves the fit any more: the parameters are "
+     "determined by the data.",
+     ""},
+    {"limit", [](FitResult& r, auto&) { r.outcome.why = StopReason::IterationLimit; }, false,
+     "Stopped at the limit of 200 iterations before the fit had settled: raise the limit, or fit "
+     "again from these values, the best met so far.",
+     ""},
+    {"limit of the simplex",
+     [](FitResult& r, FitCircumstances& c) {
+       r.outcome.why = StopReason::IterationLimit;
+       c.method = FitProcType::cfp_Simplex;
+     },
+     false,
+     "Stopped at the limit of 200 evaluations a parameter before the fit had settled: raise the "
+     "limit, or fit again from these values, the best met so far.",
+     ""},
+    {"cancelled", [](FitResult& r, auto&) { r.outcome.why = StopReason::Cancelled; }, false,
+     "Cancelled after 9 iterations: the values are the best met so far.", ""},
+    {"two trade",
+     [](FitResult& r, auto&) {
+       r.singular_directions = {{1e-17, {2, 0}}};
+     },
+     false, "Converged after 9 iterations, but the data cannot tell c and a apart.",
+     "c and a trade against each other"},
+    {"three trade",
+     [](FitResult& r, auto&) {
+       r.singular_directions = {{1e-17, {2, 0, 1}}};
+     },
+     false, "Converged after 9 iterations, but the data cannot tell c, a and b apart.",
+     "c, a and b trade against each other: the data determine only a combination"},
+    {"two directions through one parameter",
+     [](FitResult& r, auto&) {
+       r.singular_directions = {{1e-16, {1, 2}}, {1e-17, {1, 0}}};
+     },
+     false, "Converged after 9 iterations, but the data cannot tell a, b and c apart.",
+     "a, b and c trade against each other: the data determine only combinations of them, so that 2 "
+     "of them should be held fixed."},
+    {"unmoved", [](FitResult& r, auto&) { r.unmoved = {1}; }, false,
+     "Converged after 9 iterations, but the data do not depend on b.", "b never moved the curve"},
+    {"stuck", [](FitResult& r, auto&) { r.values[0] = 1; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "a kept its starting value."},
+    {"too few points",
+     [](FitResult& r, auto&) {
+       r.statistics.points = r.points_used = r.points_in_range = 2;
+       r.statistics.degrees_of_freedom = 0;
+       r.singular_directions = {{0, {0, 1, 2}}};
+     },
+     false, "Converged after 9 iterations, but 2 points cannot determine 3 parameters.",
+     "a, b and c trade"},
+    {"as many points",
+     [](FitResult& r, auto&) {
+       r.statistics.points = 3;
+       r.statistics.degrees_of_freedom = 0;
+     },
+     false,
+     "Converged after 9 iterations: there are as many points as parameters, so no errors can be "
+     "stated.",
+     ""},
+    {"flat", [](FitResult& r, auto&) { r.statistics.r_squared = -1e-9; }, false,
+     "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
+     ""},
+    {"correlated", [](FitResult& r, auto&) { r.statistics.correlation[5] = -0.9975; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "b and c are strongly correlated (-0.9975)"},
+    {"pattern", [](FitResult& r, auto&) { r.statistics.residual_correlation = 0.4; }, false,
+     "Converged after 9 iterations, but the residuals follow a pattern instead of scattering.",
+     "The residuals follow a pattern along X"},
+    {"hardly better than a constant", [](FitResult& r, auto&) { r.statistics.r_squared = 0.04; },
+     false,
+     "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
+     ""},
+    {"a constant",
+     [](FitResult& r, auto&) {
+       r.statistics.r_squared = -1e-14;
+       r.statistics.varied = 1;
+     },
+     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"squares of Y lost",
+     [](auto&, FitCircumstances& c) {
+       c.extreme_data = {'Y', 3e-200};
+     },
+     false,
+     "Converged after 9 iterations, but Y is so small (3E-200) that its squares cannot be summed: "
+     "give it in other units.",
+     ""},
+    {"squares of Y overflow",
+     [](FitResult& r, FitCircumstances& c) {
+       r.outcome.why = StopReason::UndefinedAtStart;
+       c.extreme_data = {'Y', 3e200};
+     },
+     false,
+     "The fit did not start: Y is so great (3E200) that its squares cannot be summed: give it in "
+     "other units.",
+     ""},
+    {"hardly determined",
+     [](FitResult& r, auto&) {
+       r.statistics.standard_errors = {2.5, 9, 0.1};
+       r.statistics.correlation[1] = r.statistics.correlation[3] = -0.999;
+     },
+     false, "Converged after 9 iterations, but the data hardly determine a and b.",
+     "a and b have errors greater than their values"},
+    {"a great error alone",
+     [](FitResult& r, auto&) {
+       r.statistics.standard_errors = {2.5, 9, 5};
+     },
+     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"another minimum", [](FitResult& r, auto&) { r.outcome.left_minimum = 8; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "led into a poorer minimum; others, found by a search, lower the sum of squares from 8 to 2"},
+    {"a search in vain", [](FitResult& r, auto&) { r.outcome.search_evaluations = 80; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "A search for better starting values found none."},
+    {"pattern of a few",
+     [](FitResult& r, auto&) {
+       r.statistics.residual_correlation = 0.7;
+       r.statistics.points = 20;
+     },
+     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"short of the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 1.5; }, false,
+     "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
+     "improves it.",
+     "lowers the sum of squares from 2 to 1.5 (by 25 %)."},
+    {"near the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 4e-5; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "lowers the sum of squares from 2 to 1.99996 (by 0.002 %)."},
+    {"far from the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 1e-6; }, false,
+     "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
+     "improves it.",
+     "from 2 to 1E-6, 2E6 times less."},
+    {"as good as the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 1e-7; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"at the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"exact model", [](FitResult& r, auto&) { r.newton_sum_of_squares = 0; }, false,
+     "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
+     "improves it.",
+     "from 2 to 0."},
+    {"thinned", [](FitResult& r, auto&) { r.points_in_range = 700; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "100 of 700 points used: the model thins them by its number of points (150)."},
+    {"lost points", [](FitResult& r, auto&) { r.undefined_points = 1; }, false,
+     "Converged after 9 iterations, but not every point could be used.", "1 point left out"},
+    {"nothing varied", [](FitResult& r, auto&) { r.outcome.why = StopReason::NothingVaried; },
+     false, "Nothing was fitted: no parameter is set to vary.", ""},
+    {"no point", [](FitResult& r, auto&) { r.outcome.why = StopReason::NoPoints; }, false,
+     "Nothing was fitted: there is no point between the margins.", ""},
+    {"33 varied",
+     [](FitResult& r, auto&) {
+       r.outcome.why = StopReason::TooManyParameters;
+       r.outcome.message = kTooManyParametersText;
+     },
+     false, "Error: Maximum Number of Varied Parameters Nmax = 32 Exceeded!", ""},
+    {"undefined at start",
+     [](FitResult& r, FitCircumstances& c) {
+       r.outcome.why = StopReason::UndefinedAtStart;
+       c.first_undefined_x = -1.5;
+       c.undefined_at_start = 13;
+     },
+     false,
+     "The fit did not start: with the starting values the model has no value at X = -1.5 and at 12 "
+     "other points.",
+     ""},
+    {"overflow at start",
+     [](FitResult& r, FitCircumstances&) { r.outcome.why = StopReason::UndefinedAtStart; }, false,
+     "The fit did not start: the starting values are so far off that the sum of squares is beyond "
+     "all numbers.",
+     ""},
+    {"a sign before a power, and a bad fit",
+     [](FitResult& r, FitCircumstances& c) {
+       r.statistics.r_squared = -1;
+       c.sign_before_power = true;
+     },
+     false,
+     "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
+     "-u^2 in the expression is (-u)^2"},
+    {"a sign before a power, and a good fit",
+     [](auto&, FitCircumstances& c) { c.sign_before_power = true; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"unknown name",
+     [](FitResult& r, FitCircumstances& c) {
+       r.outcome.why = StopReason::UndefinedAtStart;
+       c.unknown_names = {"q"};
+       c.first_undefined_x = 1;
+     },
+     false, "The fit did not start: q is neither the variable nor a parameter.", ""},
+    {"no number to start from",
+     [](FitResult& r, FitCircumstances& c) {
+       r.outcome.why = StopReason::UndefinedAtStart;
+       c.infinite_names = {"a", "b"};
+       c.first_undefined_x = 1;
+     },
+     false, "The fit did not start: a and b have no finite values to start from.", ""},
+    {"regression curve", [](auto&, FitCircumstances& c) { c.regression_curve = true; }, true,
+     "Converged after 9 iterations: the parameters are determined by the data.",
+     "regression curve were fitted"},
+};
+
+TEST(FitVerdict, SaysWhatTheNumbersMean) {
+  for (const Situation& situation : kSituations) {
+    SCOPED_TRACE(situation.name);
+    FitResult result = GoodResult();
+    FitCircumstances about = Usual();
+    situation.make(result, about);
+    const FitVerdict verdict = JudgeFit(result, about);
+    EXPECT_EQ(verdict.trustworthy, situation.trustworthy);
+    EXPECT_EQ(verdict.summary, situation.summary);
+    if (situation.note.empty()) {
+      EXPECT_THAT(verdict.notes, ::testing::IsEmpty());
+    } else {
+      EXPECT_THAT(verdict.notes, ::testing::Contains(HasSubstr(situation.note)));
+    }
+  }
+}
+
+TEST(FitVerdict, NamesThreeCorrelationsAtMost) {
+  FitResult result = GoodResult();
+  result.names = {"a", "b", "c", "d"};
+  result.statistics.correlation.assign(16, 0.999);
+  result.statistics.correlation[6] = -0.9999;  // b with c
+  const FitVerdict verdict = JudgeFit(result, Usual());
+  ASSERT_EQ(verdict.notes.size(), 4U);
+  EXPECT_THAT(verdict.notes[0], HasSubstr("b and c are strongly correlated (-0.9999)"));
+  EXPECT_EQ(verdict.notes[3], "3 more pairs of parameters with strong correlation.");
+}
+
+}  // namespace
+}  // namespace tarnwick
