@@ -14,10 +14,6 @@ function(tarnwick_tests folder)
     set(target ${folder}_tests)
     add_executable(${target} ${sources} ${helpers})
     target_link_libraries(${target} PRIVATE ${test_LINK} tarnwick_test_main_${test_MAIN} GTest::gmock)
-    target_compile_definitions(${target} PRIVATE
-        TARNWICK_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
-        TARNWICK_EXAMPLES_DIR="${CMAKE_SOURCE_DIR}/examples"
-        TARNWICK_BIN_DIR="${TARNWICK_BIN_DIR}")
     add_test(NAME ${target}
              COMMAND ${target} --gtest_brief=1
                      --gtest_output=json:${CMAKE_BINARY_DIR}/tests/results/${target}.json)

@@ -15,6 +15,8 @@
 #include "app/window/command_line.h"
 #include "desk/commands/command_actions.h"
 
+#include "support/project_paths.h"
+
 namespace tarnwick::testing {
 
 std::vector<std::filesystem::path> ScriptedChooser::FilesToOpen(const std::filesystem::path&) {
@@ -58,7 +60,7 @@ void DesktopTest::TearDown() {
 }
 
 std::filesystem::path DesktopTest::Example(const char* name) {
-  return std::filesystem::path(TARNWICK_EXAMPLES_DIR) / name;
+  return ExamplesFolder() / name;
 }
 
 void DesktopTest::Start(const std::vector<std::filesystem::path>& files) {

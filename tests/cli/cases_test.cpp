@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+#include "support/project_paths.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -35,9 +36,9 @@ struct Result {
 };
 
 Result RunProgram(const TemporaryFolder& folder, const std::string& arguments) {
-  const std::string command = "cd '" + folder.Path().string() +
-                              "' && TFN='" TARNWICK_SOURCE_DIR "/TFN' && '" TARNWICK_BIN_DIR
-                              "/tarnwick-cli' " +
+  const std::string command = "cd '" + folder.Path().string() + "' && TFN='" +
+                              (testing::SourceFolder() / "TFN").string() + "' && '" +
+                              (testing::ProgramFolder() / "tarnwick-cli").string() + "' " +
                               arguments + " >.out 2>.err </dev/null";
   const int status = std::system(command.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder.File(".out")),
@@ -146,7 +147,7 @@ TEST_P(CliCases, AnswerAsWritten) {
 std::vector<std::filesystem::path> CaseFiles() {
   std::vector<std::filesystem::path> files;
   for (const auto& entry :
-       std::filesystem::directory_iterator(TARNWICK_SOURCE_DIR "/tests/cli/cases")) {
+       std::filesystem::directory_iterator(testing::SourceFolder() / "tests/cli/cases")) {
     if (entry.path().extension() == ".case") files.push_back(entry.path());
   }
   std::sort(files.begin(), files.end());

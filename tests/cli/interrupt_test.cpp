@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 
+#include "support/project_paths.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -20,6 +21,7 @@ namespace {
 TEST(Interrupt, EndsTheWaitForStandardInput) {
   const testing::TemporaryFolder folder;
   const std::string out = folder.File("out.tgr").string();
+  const std::string program = (testing::ProgramFolder() / "tarnwick-cli").string();
   std::array<int, 2> input{};
   std::array<int, 2> errors{};
   ASSERT_EQ(::pipe2(input.data(), O_CLOEXEC), 0);
@@ -29,8 +31,7 @@ TEST(Interrupt, EndsTheWaitForStandardInput) {
     ::signal(SIGINT, SIG_DFL);
     ::dup2(input[0], STDIN_FILENO);
     ::dup2(errors[1], STDERR_FILENO);
-    ::execl(TARNWICK_BIN_DIR "/tarnwick-cli", "tarnwick-cli", "import", "-", "-o", out.c_str(),
-            nullptr);
+    ::execl(program.c_str(), "tarnwick-cli", "import", "-", "-o", out.c_str(), nullptr);
     ::_exit(127);
   }
   ::close(errors[1]);

@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "support/project_paths.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -155,7 +156,7 @@ struct Include {
 };
 
 std::vector<Include> AllIncludes() {
-  const std::filesystem::path root = std::filesystem::path(TARNWICK_SOURCE_DIR) / "src";
+  const std::filesystem::path root = testing::SourceFolder() / "src";
   std::vector<Include> includes;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
     const std::filesystem::path path = entry.path();

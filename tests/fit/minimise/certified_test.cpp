@@ -10,6 +10,7 @@
 
 #include "certificate/certified_problem.h"
 #include "fitted_model.h"
+#include "support/project_paths.h"
 
 namespace tarnwick {
 namespace {
@@ -69,7 +70,7 @@ const std::map<std::string, std::array<int, 2>>& PlainEvaluations() {
 
 TEST(CertifiedProblems, NewtonReachesTheCertifiedDigitsFromBothStarts) {
   const std::vector<CertifiedProblem> problems =
-      LoadCertifiedProblems(TARNWICK_SOURCE_DIR "/tests/fit/certified");
+      LoadCertifiedProblems(testing::SourceFolder() / "tests/fit/certified");
   ASSERT_EQ(problems.size(), 14U);
   for (const CertifiedProblem& problem : problems) {
     for (int start = 0; start < 2; ++start) {

@@ -12,6 +12,7 @@
 #include "fit/model/curve_fit.h"
 #include "fit/model/curve_fit_file.h"
 #include "fit/model/fit_function_file.h"
+#include "support/project_paths.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -19,7 +20,7 @@ namespace {
 
 using testing::ReadFile;
 
-const std::filesystem::path kFolder = TARNWICK_SOURCE_DIR "/TFN";
+const std::filesystem::path kFolder = testing::SourceFolder() / "TFN";
 // Thins the points of a fit beyond this number only; a curve of so many points is smooth at any zoom.
 constexpr std::int32_t kPoints = 10000;
 
