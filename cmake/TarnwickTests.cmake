@@ -13,6 +13,7 @@ function(tarnwick_tests folder)
 
     set(target ${folder}_tests)
     add_executable(${target} ${sources} ${helpers})
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}") # helpers beside the tests
     target_link_libraries(${target} PRIVATE ${test_LINK} tarnwick_test_main_${test_MAIN} GTest::gmock)
     add_test(NAME ${target}
              COMMAND ${target} --gtest_brief=1

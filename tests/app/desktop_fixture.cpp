@@ -14,7 +14,6 @@
 
 #include "app/window/command_line.h"
 #include "desk/commands/command_actions.h"
-
 #include "support/project_paths.h"
 
 namespace tarnwick::testing {
