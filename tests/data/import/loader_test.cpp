@@ -10,7 +10,7 @@
 
 #include "base/error.h"
 #include "support/temporary_folder.h"
-#include "text_supplier_maker.h"
+#include "text/text_supplier_maker.h"
 
 namespace tarnwick {
 namespace {
