@@ -54,7 +54,8 @@ ProgramPaths DesktopTest::Paths() {
 
 void DesktopTest::TearDown() {
   for (const std::string& text : TakeTold()) ADD_FAILURE() << "unexpected text: " << text;
-  for (TGraphWindow* window : form_->GraphWindows()) window->GetDocument().SetChanged(false);
+  for (TGraphWindow* window : form_->GraphWindows())
+    window->GetDocument().History().SetChanged(false);
   form_.reset();
 }
 

@@ -13,6 +13,7 @@
 #include "app/canvas/overlay.h"
 #include "base/error.h"
 #include "base/prompt.h"
+#include "desk/document/finish_look.h"
 #include "desk/widgets/text.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/paint/paint_plot.h"
@@ -70,7 +71,7 @@ GraphCanvas::GraphCanvas(Document& document, Prompt& prompt, QWidget* parent)
   NameForAssistance();
   connect(&document, &Document::graphChanged, this, &GraphCanvas::Redraw);
   const auto finish_look = [this] {
-    if (isVisible()) document_.FinishLook(size());
+    if (isVisible()) FinishLook(document_, size());
   };
   connect(&document, &Document::stateChanged, this, finish_look);
   look_timer_.setSingleShot(true);
@@ -233,7 +234,7 @@ void GraphCanvas::resizeEvent(QResizeEvent*) {
 }
 
 void GraphCanvas::showEvent(QShowEvent*) {
-  document_.FinishLook(size());
+  FinishLook(document_, size());
 }
 
 void GraphCanvas::changeEvent(QEvent* event) {
@@ -293,7 +294,7 @@ void GraphCanvas::ZoomAt(QPointF position, Qt::KeyboardModifiers modifiers, doub
   const ChildFrame* frame = FrameOf(child);
   TxyGraph& graph = child ? *document_.WholeGraph().Children()[*child] : document_.WholeGraph();
   const QPointF at = frame ? position - frame->frame.topLeft() : position;
-  RememberScales(document_.ZoomOf(child), graph);
+  RememberScales(document_.Zooms().Of(child), graph);
   const WheelAxes axes = AxesAt(frame ? frame->layout : layout_, at, modifiers);
   graph.BeginUpdate();
   if (axes.x) ZoomAxis(graph.Axis(AxisId::X), at.x(), factor);

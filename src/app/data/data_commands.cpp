@@ -9,7 +9,7 @@ std::span<const Command> DataCommands() {
   static constexpr Command kRows[] = {
       {"editRefresh1", "&Current Window", "F5",
        "Refresh Data|Refresh DataSets from External Sources", "refresh", Menu::RefreshData, 0,
-       ToolGroup::Data, HasDocument, [](CommandContext& c) { c.document->Refresh(); }},
+       ToolGroup::Data, HasDocument, [](CommandContext& c) { c.document->Files().Refresh(); }},
   };
   return kRows;
 }

@@ -10,11 +10,24 @@ namespace tarnwick {
 namespace {
 
 bool CanUndo(const CommandContext& context) {
-  return context.document && context.document->CanUndo();
+  return context.document && context.document->History().CanUndo();
 }
 
 bool CanRedo(const CommandContext& context) {
-  return context.document && context.document->CanRedo();
+  return context.document && context.document->History().CanRedo();
+}
+
+/// "&Undo Move Point", or "&Undo" when there is no step.
+std::string StepCaption(const char* command, const std::string& step) {
+  return step.empty() ? command : command + (' ' + step);
+}
+
+std::string UndoCaption(const Document& document) {
+  return StepCaption("&Undo", document.History().UndoName());
+}
+
+std::string RedoCaption(const Document& document) {
+  return StepCaption("&Redo", document.History().RedoName());
 }
 
 /// "Clear DataSet   "Graph_1.Voltage" ?"
@@ -51,11 +64,11 @@ void DeleteDataSet(CommandContext& context) {
 std::span<const Command> EditCommands() {
   static constexpr Command kRows[] = {
       {"EditUndo1", "&Undo", "Ctrl+Z", "Undo|Take Back the Last Change", "undo", Menu::Edit, 0,
-       ToolGroup::Edit, CanUndo, [](CommandContext& c) { c.document->Undo(); },
-       [](const Document& document) { return document.UndoCaption(); }},
+       ToolGroup::Edit, CanUndo, [](CommandContext& c) { c.document->History().Undo(); },
+       UndoCaption},
       {"EditRedo1", "&Redo", "Ctrl+Shift+Z", "Redo|Make the Change Taken Back Last Again", "redo",
-       Menu::Edit, 0, ToolGroup::Edit, CanRedo, [](CommandContext& c) { c.document->Redo(); },
-       [](const Document& document) { return document.RedoCaption(); }},
+       Menu::Edit, 0, ToolGroup::Edit, CanRedo,
+       [](CommandContext& c) { c.document->History().Redo(); }, RedoCaption},
       {"EditClearSer1", "C&lear DataSet", "", "Clear Data|Clear Data in Current DataSet",
        "clear-data", Menu::Edit, 2, ToolGroup::None, HasDataSet, ClearDataSet},
       {"EditDeleteSeries1", "&Delete DataSet", "",

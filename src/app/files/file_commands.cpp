@@ -13,7 +13,7 @@ namespace tarnwick {
 namespace {
 
 std::filesystem::path StartFolder(const CommandContext& context) {
-  return context.document ? context.document->DataFolder() : std::filesystem::path();
+  return context.document ? context.document->Files().DataFolder() : std::filesystem::path();
 }
 
 void Open(CommandContext& context) {
@@ -32,26 +32,26 @@ void CloseAll(CommandContext& context) {
   const std::vector<Document*> documents = context.workspace.Documents();
   std::string names;
   for (const Document* document : documents) {
-    if (document->Changed()) names += '"' + document->Name() + "\", ";
+    if (document->History().Changed()) names += '"' + document->Name() + "\", ";
   }
   if (!names.empty()) {
     Question question{"Discard changes in graph(s) " + names + "?", {Answer::Yes, Answer::No}};
     if (context.prompt.Ask(question) != Answer::Yes) return;
   }
   for (Document* document : documents) {
-    document->SetChanged(false);
+    document->History().SetChanged(false);
     context.workspace.Close(*document);
   }
 }
 
 void DiscardChanges(CommandContext& context) {
   Document& document = *context.document;
-  if (document.Changed()) {
+  if (document.History().Changed()) {
     Question question{"This will discard all changes. Reload " + document.Name() + " ?",
                       {Answer::Yes, Answer::No}};
     if (context.prompt.Ask(question) != Answer::Yes) return;
   }
-  document.Reload();
+  document.Files().Reload();
 }
 
 void EscapeExit(CommandContext& context) {

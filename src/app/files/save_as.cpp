@@ -26,9 +26,9 @@ struct SaveKind {
   Recent recent;
 };
 
-template <void (Document::*kSave)(const std::filesystem::path&)>
+template <void (DocumentFiles::*kSave)(const std::filesystem::path&)>
 bool SaveBy(const SaveTask& task) {
-  (task.document.*kSave)(task.path);
+  (task.document.Files().*kSave)(task.path);
   return true;
 }
 
@@ -51,10 +51,10 @@ bool SavePicture(const SaveTask& task) {
 }
 
 constexpr SaveKind kSaveKinds[] = {
-    {".dat", &SaveBy<&Document::SaveDataFile>, Recent::Yes},
-    {".tgr", &SaveBy<&Document::SaveGraphFile>, Recent::Yes},
-    {".ttp", &SaveBy<&Document::SaveGraphFile>, Recent::Yes},
-    {".tds", &SaveBy<&Document::SaveDataSetFile>, Recent::No},
+    {".dat", &SaveBy<&DocumentFiles::SaveDataFile>, Recent::Yes},
+    {".tgr", &SaveBy<&DocumentFiles::SaveGraphFile>, Recent::Yes},
+    {".ttp", &SaveBy<&DocumentFiles::SaveGraphFile>, Recent::Yes},
+    {".tds", &SaveBy<&DocumentFiles::SaveDataSetFile>, Recent::No},
     {".wmf", &SavePicture, Recent::No},
     {".bmp", &SavePicture, Recent::No},
     {".jpg", &SavePicture, Recent::No},
@@ -66,9 +66,9 @@ constexpr SaveKind kSaveKinds[] = {
 
 SaveProposal ProposalFor(const Document& document) {
   SaveProposal proposal;
-  proposal.folder = document.DataFolder();
-  proposal.graph_name = document.GraphFileName().stem();
-  if (proposal.graph_name.empty()) proposal.graph_name = document.DataFileName().stem();
+  proposal.folder = document.Files().DataFolder();
+  proposal.graph_name = document.Files().GraphFileName().stem();
+  if (proposal.graph_name.empty()) proposal.graph_name = document.Files().DataFileName().stem();
   if (const TSeries* series = document.Graph().CurrentSeries()) {
     std::string name = proposal.graph_name.string() + "_" + series->SeriesName();
     std::replace(name.begin(), name.end(), '/', '-');  // a name, not a folder

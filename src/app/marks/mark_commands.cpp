@@ -25,7 +25,7 @@ void ToggleMarks(CommandContext& context) {
   });
 }
 
-std::string_view MarksCaption(const Document& document) {
+std::string MarksCaption(const Document& document) {
   return document.Graph().GetAppearance().marks_are_shown ? "Hide &Marks" : "Show &Marks";
 }
 

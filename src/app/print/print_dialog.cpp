@@ -209,7 +209,7 @@ bool PrintDialog::Print() {
       return true;
     }
     SaveProposal proposal;
-    proposal.folder = document_.DataFolder();
+    proposal.folder = document_.Files().DataFolder();
     proposal.graph_name = document_.Name();
     const auto file = chooser_.FileToPrint(proposal);
     if (file) PrintIntoFile(*file, printer_.pageLayout(), graph);

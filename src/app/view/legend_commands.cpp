@@ -17,7 +17,7 @@ void ToggleLegend(CommandContext& context) {
   });
 }
 
-std::string_view LegendCaption(const Document& document) {
+std::string LegendCaption(const Document& document) {
   return document.Graph().GetLegend().visible ? "Hide &Legend" : "Show &Legend";
 }
 

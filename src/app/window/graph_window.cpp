@@ -30,7 +30,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   if (QMenu* menu = systemMenu()) {
     for (QAction* action : menu->actions()) action->setShortcut({});
   }
-  const auto show_caption = [this] { setWindowTitle(ToQt(document_->Caption())); };
+  const auto show_caption = [this] { setWindowTitle(ToQt(document_->Files().Caption())); };
   show_caption();
   connect(document_.get(), &Document::captionChanged, this, show_caption);
 }
@@ -41,7 +41,7 @@ TGraphWindow::~TGraphWindow() {
 }
 
 bool TGraphWindow::MayClose() {
-  if (!document_->Changed() || !document_->LoadedSuccessfully()) return true;
+  if (!document_->History().Changed() || !document_->Files().LoadedSuccessfully()) return true;
   if (isMinimized()) showNormal();
   raise();
   setFocus();

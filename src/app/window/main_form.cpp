@@ -147,9 +147,9 @@ std::string T_MainForm::LowestFreeName() const {
 
 TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file) {
   const TGraphWindow* active = ActiveGraphWindow();
-  const std::filesystem::path folder = active ? active->GetDocument().DataFolder() : "";
+  const std::filesystem::path folder = active ? active->GetDocument().Files().DataFolder() : "";
   const std::string extension = LowerExtension(file);
-  DocumentFiles files;
+  StartFiles files;
   files.default_template = parts_.paths.default_template;
   if (extension == ".tgr" || extension == ".ttp") {
     files.graph_or_template = file;
@@ -157,9 +157,9 @@ TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file) {
     (extension == ".tds" ? files.data_set : files.data) = file;
   }
   auto document = std::make_unique<Document>(LowestFreeName(), *parts_.work, *parts_.prompt);
-  if (!document->Begin(files)) return nullptr;
+  if (!document->Files().Begin(files)) return nullptr;
   if (file.empty()) {
-    if (!folder.empty()) document->SetDataFolder(folder);
+    if (!folder.empty()) document->Files().SetDataFolder(folder);
   } else if (file != parts_.paths.default_template && extension != ".tmp") {
     recent_.Add(file);
   }
@@ -211,7 +211,7 @@ void T_MainForm::refreshMenu() {
   QString note;
   if (active) {
     const CanvasMode& mode = active->Canvas().Mode();
-    note = ToQt(active->GetDocument().Note());
+    note = ToQt(active->GetDocument().Files().Note());
     const bool both = mode.Kind() == MouseMode::Rest && !note.isEmpty();
     note = both ? note + QStringLiteral("  \u2022  ") + ToQt(mode.Hint()) : ToQt(mode.Hint());
   }
@@ -246,8 +246,9 @@ void T_MainForm::showEvent(QShowEvent* event) {
 void T_MainForm::closeEvent(QCloseEvent* event) {
   closing_allowed_ = true;
   std::vector<TGraphWindow*> windows = GraphWindows();
-  std::stable_partition(windows.begin(), windows.end(),
-                        [](const TGraphWindow* window) { return window->GetDocument().Changed(); });
+  std::stable_partition(windows.begin(), windows.end(), [](const TGraphWindow* window) {
+    return window->GetDocument().History().Changed();
+  });
   for (TGraphWindow* window : windows) {
     window->close();
     if (!closing_allowed_) {

@@ -51,7 +51,7 @@ bool T_MainForm::OpenFile(const std::filesystem::path& path) {
 
 bool T_MainForm::LoadInto(Document& document, const std::filesystem::path& path) {
   try {
-    if (LowerExtension(path) != kFunctionExtension) return document.LoadDataFromFile(path);
+    if (LowerExtension(path) != kFunctionExtension) return document.Files().LoadDataFromFile(path);
     ApplyFitFunction(document, path);
     return true;
   } catch (const Error& error) {
@@ -77,10 +77,10 @@ void T_MainForm::TellFileError(const std::filesystem::path& path, const std::str
 }
 
 bool T_MainForm::Save(Document& document) {
-  if (document.GraphFileName().empty()) return SaveAs(document);
+  if (document.Files().GraphFileName().empty()) return SaveAs(document);
   StorePlacement(*WindowOf(document));
   try {
-    document.SaveGraphFile(document.GraphFileName());
+    document.Files().SaveGraphFile(document.Files().GraphFileName());
     return true;
   } catch (const Error& error) {
     parts_.prompt->Tell(error.what());
@@ -186,8 +186,8 @@ void T_MainForm::BuildWindowMenu() {
         items->back()->setSeparator(true);
         menu->addAction(items->back().get());
       }
-      auto item = std::make_unique<QAction>(
-          NumberedCaption(number, ToQt(window->GetDocument().Caption()), menu->fontMetrics()));
+      auto item = std::make_unique<QAction>(NumberedCaption(
+          number, ToQt(window->GetDocument().Files().Caption()), menu->fontMetrics()));
       item->setCheckable(true);
       item->setChecked(window == ActiveGraphWindow());
       connect(item.get(), &QAction::triggered, window,

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace tarnwick {
@@ -55,7 +56,7 @@ struct Command {
   ToolGroup tool = ToolGroup::None;
   bool (*enabled)(const CommandContext&) = nullptr;  ///< null: always
   void (*run)(CommandContext&) = nullptr;            ///< may throw Error
-  std::string_view (*caption_now)(const Document&) =
+  std::string (*caption_now)(const Document&) =
       nullptr;                                       ///< a caption that follows the active document
   bool (*checked)(const CommandContext&) = nullptr;  ///< null: the entry has no check mark
 };

@@ -121,8 +121,8 @@ void CommandActions::Update() {
     entry.action->setEnabled(!entry.command->enabled || entry.command->enabled(context));
     if (entry.command->checked) entry.action->setChecked(entry.command->checked(context));
     if (!entry.command->caption_now) continue;
-    entry.action->setText(ToQt(context.document ? entry.command->caption_now(*context.document)
-                                                : entry.command->caption));
+    entry.action->setText(context.document ? ToQt(entry.command->caption_now(*context.document))
+                                           : ToQt(entry.command->caption));
   }
 }
 

@@ -45,7 +45,7 @@ class EditStep final : public QUndoCommand {
   bool done_ = false;
 };
 
-EditHistory::EditHistory(TxyGraph& graph, Look& look, QObject* parent)
+EditHistory::EditHistory(TxyGraph& graph, LookOrigin& look, QObject* parent)
     : QObject(parent), graph_(graph), look_(look) {}
 
 StatePointer EditHistory::Present() const {
@@ -86,12 +86,14 @@ void EditHistory::TakeBack(const EditState& before) {
 
 void EditHistory::Undo() {
   if (!CanUndo()) return;
+  emit aboutToMove();
   stack_.undo();
   emit moved();
 }
 
 void EditHistory::Redo() {
   if (!CanRedo()) return;
+  emit aboutToMove();
   stack_.redo();
   emit moved();
 }

@@ -15,7 +15,7 @@ namespace tarnwick {
 class TxyGraph;
 
 /// How the look of a document's graph came about.
-struct Look {
+struct LookOrigin {
   bool own = false;     ///< decided by a file or the user
   QSizeF arranged_for;  ///< the size it was arranged for otherwise; empty when data came in since
 };
@@ -23,7 +23,7 @@ struct Look {
 /// What an edit keeps of a document.
 struct EditState {
   GraphState graph;
-  Look look;
+  LookOrigin look;
 };
 
 /// Whether a step of the same name straight after is taken for one with it.
@@ -34,7 +34,7 @@ class EditHistory final : public QObject {
 
  public:
   /// Both outlive the history.
-  EditHistory(TxyGraph& graph, Look& look, QObject* parent = nullptr);
+  EditHistory(TxyGraph& graph, LookOrigin& look, QObject* parent = nullptr);
 
   /// The present state; the one kept last when nothing changed since.
   std::shared_ptr<const EditState> Present() const;
@@ -53,17 +53,20 @@ class EditHistory final : public QObject {
   /// scales itself.
   void Undo();
   void Redo();
-  /// Of the step that would be undone or redone; empty for none.
+  /// Of the step that would be undone or redone, "Move Point"; empty for none.
   std::string UndoName() const { return stack_.undoText().toStdString(); }
   std::string RedoName() const { return stack_.redoText().toStdString(); }
 
   /// Forgets every step.
   void Clear();
-  /// Whether the present state is another than the one that was called unchanged last.
+  /// Whether the present state is another than the one that was called unchanged last: undone back to what was saved, a
+  /// document is unchanged.
   bool Changed() const { return !stack_.isClean(); }
   void SetChanged(bool changed);
 
  signals:
+  /// A step is about to be undone or made again.
+  void aboutToMove();
   /// Steps or changed flag are other ones.
   void moved();
 
@@ -73,7 +76,7 @@ class EditHistory final : public QObject {
   void GoTo(const EditState& target, const EditState& before, const EditState& after);
 
   TxyGraph& graph_;
-  Look& look_;
+  LookOrigin& look_;
   QUndoStack stack_;
   std::shared_ptr<const EditState> last_;
   int open_ = 0;

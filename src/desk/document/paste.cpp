@@ -40,7 +40,7 @@ bool PasteAsChild(Document& document, const QByteArray& bytes) {
 
 bool PasteText(Document& document, const std::string& text) {
   try {
-    return document.AddData(kStep, [&text](const GraphState& into, Progress& progress) {
+    return document.Files().AddData(kStep, [&text](const GraphState& into, Progress& progress) {
       return ReadDataText(into, text, kClipboard, progress);
     });
   } catch (const FileError& error) {
@@ -56,7 +56,7 @@ bool Paste(Document& document, const QMimeData& data) {
     RequireSize(bytes.size());
     if (data.hasFormat(kChildGraphFormat)) return PasteAsChild(document, bytes);
     const QSize size(document.Graph().ClientWidth(), document.Graph().ClientHeight());
-    return document.AddData(kStep, [&bytes, size](const GraphState& into, Progress&) {
+    return document.Files().AddData(kStep, [&bytes, size](const GraphState& into, Progress&) {
       return PastedGraph(into, ReadGraphState(View(bytes), kClipboard), size);
     });
   }

@@ -39,4 +39,18 @@ void ZoomStack::GoBack(TxyGraph& graph) {
   graph.EndUpdate();
 }
 
+ZoomStack& ZoomStacks::Of(std::optional<std::size_t> child) {
+  return stacks_.at(child && *child + 1 < stacks_.size() ? *child + 1 : 0);
+}
+
+void ZoomStacks::Clear() {
+  for (ZoomStack& stack : stacks_) stack.Clear();
+}
+
+void ZoomStacks::FollowChildren(std::size_t count) {
+  if (stacks_.size() == count + 1) return;
+  stacks_.resize(1);
+  stacks_.resize(count + 1);
+}
+
 }  // namespace tarnwick

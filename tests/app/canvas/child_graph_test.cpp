@@ -57,9 +57,9 @@ TEST_F(ChildGraphTest, TheGraphClickedIsTheOneWorkedOn) {
   Document& document = ActiveDocument();
   Run("InsertNewGraph1");
   EXPECT_EQ(document.SelectedChild(), 0u);
-  EXPECT_TRUE(document.LoadDataFromFile(Example("decay.dat")));
+  EXPECT_TRUE(document.Files().LoadDataFromFile(Example("decay.dat")));
   EXPECT_EQ(document.WholeGraph().SeriesCount(), 1u);
-  EXPECT_EQ(document.DataFileName().filename(), "pendulum.csv");  // the window's own data
+  EXPECT_EQ(document.Files().DataFileName().filename(), "pendulum.csv");  // the window's own data
   const TxyGraph& child = *document.WholeGraph().Children().at(0);
   EXPECT_EQ(child.SeriesCount(), 1u);
   const QRectF frame = Frame();
@@ -91,7 +91,7 @@ TEST_F(ChildGraphTest, FramesAreMovedAndSizedInStepsAndDeleted) {
   EXPECT_EQ(moved, inserted.translated(-60, 40));
   Drag(moved.bottomRight(), moved.bottomRight() + QPointF(20, 30));
   EXPECT_EQ(Frame(), moved.adjusted(0, 0, 20, 30));
-  EXPECT_EQ(document.UndoCaption(), "&Undo Size Inserted Graph");
+  EXPECT_EQ(document.History().UndoName(), "Size Inserted Graph");
   Run("EditUndo1");
   EXPECT_EQ(Frame(), moved);
   Run("EditUndo1");

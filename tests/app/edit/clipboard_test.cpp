@@ -86,7 +86,7 @@ TEST_F(ClipboardTest, ColumnsOfASpreadsheetBecomeDataSetsOfTheirOwn) {
   EXPECT_EQ(voltage.PointCount(), 6000);  // every row, whatever their number
   EXPECT_EQ(voltage.GetExtremes().y_max, 5999.5);
   EXPECT_EQ(voltage.Source().DataSource, DataSourceKind::Manual);
-  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Paste");
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Paste");
   Run("EditUndo1");
   EXPECT_EQ(Whole().SeriesCount(), 0u);
 }
@@ -134,7 +134,7 @@ TEST_F(ClipboardTest, WhatCanNotBePastedIsSaidAndChangesNothing) {
     EXPECT_EQ(TakeTold().size(), 1u) << size;
   }
   EXPECT_EQ(Encoded(), before);
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
 }
 
 }  // namespace

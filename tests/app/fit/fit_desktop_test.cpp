@@ -113,7 +113,7 @@ TEST_F(FitDesktopTest, AFileThatIsNoFunctionChangesNothing) {
   Choose("&1 Broken");
   EXPECT_EQ(TakeTold(), std::vector<std::string>{"Wrong File Format!"});
   EXPECT_EQ(Series().Fit().Settings(), FitSettings());
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
   Drop(ActiveCanvas(), {folder_.File("Decay.tfn")});  // a file of its own: once taken for data
   EXPECT_EQ(Series().Fit().Expression(), Decay().Expression);
 }

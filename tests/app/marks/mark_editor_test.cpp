@@ -121,14 +121,13 @@ TEST_F(MarkEditorTest, WhatIsTypedInOneFieldIsOneStep) {
   Press("O&K");
   EXPECT_EQ(editor_->result(), QDialog::Accepted);
   EXPECT_EQ(editor_->EditedMark()->x1, 12);
-  EXPECT_TRUE(ActiveDocument().Changed());
+  EXPECT_TRUE(ActiveDocument().History().Changed());
   std::vector<std::string> steps;
-  for (; ActiveDocument().CanUndo(); ActiveDocument().Undo()) {
-    steps.emplace_back(ActiveDocument().UndoCaption());
+  for (; ActiveDocument().History().CanUndo(); ActiveDocument().History().Undo()) {
+    steps.emplace_back(ActiveDocument().History().UndoName());
   }
-  EXPECT_EQ(steps,
-            (std::vector<std::string>{"&Undo Edit Mark", "&Undo Hide Marks", "&Undo Edit Mark",
-                                      "&Undo Edit Mark", "&Undo Edit Mark", "&Undo New Mark"}));
+  EXPECT_EQ(steps, (std::vector<std::string>{"Edit Mark", "Hide Marks", "Edit Mark", "Edit Mark",
+                                             "Edit Mark", "New Mark"}));
 }
 
 TEST_F(MarkEditorTest, MarksAreAddedDeletedAndCleared) {

@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "desk/commands/command_actions.h"
+#include "desk/document/finish_look.h"
 #include "desktop_fixture.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/edit/point_edit.h"
@@ -27,7 +28,7 @@ class ModesTest : public testing::DesktopTest {
     for (int i = 1; i <= 40; ++i) series->AddPoint(i, 10 * i);
     Graph().AddSeries(std::move(series));
     Graph().AddSeries(std::make_unique<TSeries>());
-    ActiveDocument().FinishLook(ActiveCanvas().size());
+    FinishLook(ActiveDocument(), ActiveCanvas().size());
     ActiveCanvas().grab();  // lays the picture out
   }
   TxyGraph& Graph() { return ActiveDocument().Graph(); }
@@ -67,7 +68,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
     QPoint to;
     std::function<std::string()> question;  // empty: none is asked
     Answer answer;
-    std::string undo;  // caption afterwards
+    std::string undo;  // name of the step afterwards
     MouseMode mode_afterwards;
     std::function<bool()> holds;
   };
@@ -82,20 +83,20 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
   const auto points = [this] { return Data().PointCount(); };
   const auto mark = [this] { return Graph().Marks().All().at(0); };
   const Row rows[] = {
-      {"EditDelPoint1", at, at, deleting, Answer::No, "&Undo", MouseMode::DeletePoint,
+      {"EditDelPoint1", at, at, deleting, Answer::No, "", MouseMode::DeletePoint,
        [&] { return points() == 40; }},
-      {"EditDelPoint1", at, at, deleting, Answer::Yes, "&Undo Delete Point", MouseMode::DeletePoint,
+      {"EditDelPoint1", at, at, deleting, Answer::Yes, "Delete Point", MouseMode::DeletePoint,
        [&] { return points() == 39 && !Data().GetY(kPoint); }},
-      {"EditMovePoint1", at, away, moving, Answer::No, "&Undo", MouseMode::MovePoint,
+      {"EditMovePoint1", at, away, moving, Answer::No, "", MouseMode::MovePoint,
        [&] { return Data().GetY(kPoint) == 10 * kPoint; }},
-      {"EditMovePoint1", at, away, moving, Answer::Yes, "&Undo Move Point", MouseMode::MovePoint,
+      {"EditMovePoint1", at, away, moving, Answer::Yes, "Move Point", MouseMode::MovePoint,
        [&] { return Data().GetY(kPoint) == value(away).y && points() == 40; }},
       {"EditMovePoint1",
        at,
        at,
        {},
        Answer::No,
-       "&Undo",
+       "",
        MouseMode::MovePoint,
        [&] { return ActiveCanvas().Picked()->number == kPoint; }},
       {"editInsertPoint1",
@@ -103,7 +104,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        away,
        {},
        Answer::No,
-       "&Undo Insert Point",
+       "Insert Point",
        MouseMode::InsertPoint,
        [&] { return points() == 41 && Data().GetY(41) == value(away).y; }},
       {"MarkVert1",
@@ -111,7 +112,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        away,
        {},
        Answer::No,
-       "&Undo Draw Vertical Mark",
+       "Draw Vertical Mark",
        MouseMode::Rest,
        [&] { return mark().type == MarkType::Vertical && mark().x1 == value(away).x; }},
       {"MarkHor1",
@@ -119,7 +120,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        away,
        {},
        Answer::No,
-       "&Undo Draw Horizontal Mark",
+       "Draw Horizontal Mark",
        MouseMode::Rest,
        [&] { return mark().type == MarkType::Horizontal && mark().y1 == value(away).y; }},
       {"MarkPoint1",
@@ -127,7 +128,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        away,
        {},
        Answer::No,
-       "&Undo Draw Point Mark",
+       "Draw Point Mark",
        MouseMode::Rest,
        [&] { return mark().type == MarkType::Point && mark().caption == "1"; }},
       {"MarkLine1",
@@ -135,7 +136,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        away,
        {},
        Answer::No,
-       "&Undo Draw Linear Mark",
+       "Draw Linear Mark",
        MouseMode::Rest,
        [&] { return mark().x1 == value(at).x && mark().y2 == value(away).y; }},
       {"MarkLine1",
@@ -143,7 +144,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        at,
        {},
        Answer::No,
-       "&Undo",
+       "",
        MouseMode::LineMark,
        [&] { return Graph().Marks().All().empty(); }},  // waits for the second click
   };
@@ -152,12 +153,12 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
     Run(row.command);
     if (row.question) Expect(row.question(), row.answer);
     Drag(row.from, row.to);
-    EXPECT_EQ(ActiveDocument().UndoCaption(), row.undo);
+    EXPECT_EQ(ActiveDocument().History().UndoName(), row.undo);
     EXPECT_EQ(Mode(), row.mode_afterwards);
     EXPECT_TRUE(row.holds());
     if (Mode() != MouseMode::Rest) Press(Qt::Key_Escape);
     EXPECT_EQ(Mode(), MouseMode::Rest);
-    ActiveDocument().Undo();
+    ActiveDocument().History().Undo();
     ActiveCanvas().grab();
     EXPECT_EQ(points(), 40);
     EXPECT_TRUE(Graph().Marks().All().empty());
@@ -212,7 +213,7 @@ TEST_F(ModesTest, AWindowIsZoomedByCommandAndByShift) {
     EXPECT_EQ(Mode(), MouseMode::Rest);
     EXPECT_NEAR(x.Min(), row.x_zooms ? 10 : x_min, 0.1);
     EXPECT_NEAR(y.Max(), row.y_zooms ? 300 : y_max, 1.5);
-    EXPECT_FALSE(ActiveDocument().CanUndo());  // zooming is no step
+    EXPECT_FALSE(ActiveDocument().History().CanUndo());  // zooming is no step
     if (row.x_zooms || row.y_zooms) Run("GraphResetZoom1");
     ActiveCanvas().grab();
     EXPECT_DOUBLE_EQ(x.Min(), x_min);
@@ -228,19 +229,19 @@ TEST_F(ModesTest, CtrlMovesLegendAndMarks) {
   ActiveCanvas().grab();
   const QRectF legend = ActiveCanvas().Layout().legend->frame;
   Drag(legend.center().toPoint(), legend.center().toPoint() + QPoint(60, 90), Qt::ControlModifier);
-  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Legend");
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Move Legend");
   const QRectF moved = ActiveCanvas().Layout().legend->frame;
   EXPECT_NEAR(moved.left(), legend.left() + 60, 1);
   EXPECT_NEAR(moved.top(), legend.top() + 90, 1);
 
   const QPoint mark = Place(20, 60);
   Drag(mark, Place(30, 60), Qt::ControlModifier);
-  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Mark");
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Move Mark");
   EXPECT_NEAR(Graph().Marks().FindMark(id)->x1, 30, 0.1);
-  ActiveDocument().Undo();
-  ActiveDocument().Undo();
+  ActiveDocument().History().Undo();
+  ActiveDocument().History().Undo();
   EXPECT_EQ(Graph().Marks().FindMark(id)->x1, 20);
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
   ActiveCanvas().grab();
 
   // An end of a line is moved alone, keys move the current mark.
@@ -255,14 +256,14 @@ TEST_F(ModesTest, CtrlMovesLegendAndMarks) {
   EXPECT_EQ(moved_line().y1, 300);
   EXPECT_NEAR(moved_line().x2, 38, 0.1);
   EXPECT_NEAR(moved_line().y2, 150, 1);
-  ActiveDocument().Undo();
+  ActiveDocument().History().Undo();
   for (int i = 0; i < 2; ++i) {
     QTest::keyClick(&ActiveCanvas(), Qt::Key_Right, Qt::ControlModifier);
   }
   EXPECT_NEAR(Place(moved_line().x1, 300).x(), Place(25, 300).x() + 2, 1);
-  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Move Mark " + std::to_string(line_id));
-  ActiveDocument().Undo();
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Move Mark " + std::to_string(line_id));
+  ActiveDocument().History().Undo();
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
   DeleteMark(Graph(), line_id);
   ActiveCanvas().grab();
 
@@ -271,7 +272,7 @@ TEST_F(ModesTest, CtrlMovesLegendAndMarks) {
   EXPECT_NEAR(Graph().Marks().FindMark(id)->x1, 25, 0.1);
   Press(Qt::Key_Escape);  // puts it back
   EXPECT_EQ(Graph().Marks().FindMark(id)->x1, 20);
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
 }
 
 TEST_F(ModesTest, ATraceStaysUntilEscAndChangesNothing) {
@@ -283,7 +284,7 @@ TEST_F(ModesTest, ATraceStaysUntilEscAndChangesNothing) {
   Drag(Place(20, 300), Place(30, 100));
   EXPECT_EQ(Mode(), MouseMode::Trace);
   EXPECT_EQ(ActiveCanvas().Traces().Count(), 3u);
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
   const QColor ink(0xc0, 0x39, 0x2b);
   EXPECT_GT(testing::PixelsOf(ActiveCanvas().grab().toImage(), ink), 300);
   Press(Qt::Key_Escape);  // ends the mode

@@ -48,16 +48,16 @@ TEST_F(PrintTest, DecisionsAreOneStepOrTakenBack) {
   EXPECT_EQ(Placement().print_scale_pct, 50);
   dialog_->reject();
   EXPECT_EQ(Placement().print_scale_pct, 90);
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
 
   Open();
   Choose();
   Press("Keep");
   EXPECT_TRUE(ActiveDocument().WholeGraph().GetAppearance().print_style_for_lines);
-  EXPECT_EQ(ActiveDocument().UndoCaption(), "&Undo Print Settings");
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Print Settings");
   Run("EditUndo1");
   EXPECT_EQ(Placement().print_scale_pct, 90);
-  EXPECT_FALSE(ActiveDocument().CanUndo());
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
 }
 
 TEST_F(PrintTest, PrintingIntoAFileThatCanNotBeIsToldAndCanBeTriedAgain) {

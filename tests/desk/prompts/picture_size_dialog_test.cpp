@@ -10,8 +10,6 @@
 #include <QPushButton>
 #include <QSpinBox>
 
-#include "desktop_fixture.h"
-
 namespace tarnwick {
 namespace {
 
@@ -55,25 +53,6 @@ TEST(PictureSizeDialog, SidesUnitsAndResolutionGoTogether) {
   fields.width.setValue(0);
   EXPECT_FALSE(fields.ok.isEnabled());
   EXPECT_EQ(fields.outcome.text(), "a picture's sides are 1 to 30000 pixels");
-}
-
-using DesktopPictures = testing::DesktopTest;
-
-TEST_F(DesktopPictures, SaveAsWritesEveryKindAndTellsWhatCannotBeWritten) {
-  Start({Example("decay.dat")});
-  for (const char* name : {"a.wmf", "a.bmp", "a.jpg", "a.png", "a.gif", "a.svg", "a.pdf"}) {
-    chooser_->to_save = {folder_.File(name)};
-    Run("FileSaveAs1");
-    EXPECT_GT(std::filesystem::file_size(folder_.File(name)), 1000U) << name;
-  }
-  EXPECT_EQ(QImage(QString::fromStdString(folder_.File("a.png").string())).size(),
-            ActiveCanvas().size());
-  EXPECT_TRUE(TakeTold().empty());
-  chooser_->to_save = {folder_.Path() / "gone" / "a.wmf"};
-  Run("FileSaveAs1");
-  const std::vector<std::string> told = TakeTold();
-  ASSERT_EQ(told.size(), 1U);
-  EXPECT_NE(told[0].find("gone/a.wmf"), std::string::npos) << told[0];
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ class DocumentEditTest : public ::testing::Test {
     for (int i = 1; i <= 40; ++i) series->AddPoint(i, (i % 7) + 1);
     document_.Graph().AddSeries(std::move(series));
     document_.Graph().Resize(600, 400);
-    document_.SetChanged(false);
+    document_.History().SetChanged(false);
   }
 
   bool SetTitle(const std::string& title, Merging merging = Merging::No) {
@@ -50,7 +50,7 @@ class DocumentEditTest : public ::testing::Test {
   const std::string& Title() { return document_.Graph().GetAppearance().title_of_graph; }
   /// What is saved of the graph now.
   std::string Saved() {
-    document_.SaveGraphFile(folder_.File("saved.tgr"));
+    document_.Files().SaveGraphFile(folder_.File("saved.tgr"));
     return testing::ReadFile(folder_.File("saved.tgr"));
   }
   std::string Encoded() { return EncodeGraph(document_.Graph()); }
@@ -179,33 +179,33 @@ TEST_F(DocumentEditTest, TwoHundredRandomEditsGoBackAndForthToTheByte) {
   }
   const std::string last = Saved();
   for (std::size_t i = states.size() - 1; i-- > 0;) {
-    document_.Undo();
+    document_.History().Undo();
     ASSERT_EQ(Encoded() == states[i], true) << "undone to " << i;
   }
-  EXPECT_FALSE(document_.CanUndo());
+  EXPECT_FALSE(document_.History().CanUndo());
   EXPECT_EQ(Saved() == first, true);
   for (std::size_t i = 1; i < states.size(); ++i) {
-    document_.Redo();
+    document_.History().Redo();
     ASSERT_EQ(Encoded() == states[i], true) << "made again to " << i;
   }
-  EXPECT_FALSE(document_.CanRedo());
+  EXPECT_FALSE(document_.History().CanRedo());
   EXPECT_EQ(Saved() == last, true);
 }
 
 TEST_F(DocumentEditTest, TheChangedFlagFollowsTheSteps) {
-  EXPECT_FALSE(document_.Changed());
+  EXPECT_FALSE(document_.History().Changed());
   SetTitle("one");
-  EXPECT_TRUE(document_.Changed());
-  document_.Undo();
-  EXPECT_FALSE(document_.Changed());
-  document_.Redo();
+  EXPECT_TRUE(document_.History().Changed());
+  document_.History().Undo();
+  EXPECT_FALSE(document_.History().Changed());
+  document_.History().Redo();
   Saved();
-  EXPECT_FALSE(document_.Changed());
-  document_.Undo();
-  EXPECT_TRUE(document_.Changed());
+  EXPECT_FALSE(document_.History().Changed());
+  document_.History().Undo();
+  EXPECT_TRUE(document_.History().Changed());
   SetTitle("two");  // what was saved cannot be reached any more
-  document_.Undo();
-  EXPECT_TRUE(document_.Changed());
+  document_.History().Undo();
+  EXPECT_TRUE(document_.History().Changed());
   EXPECT_EQ(document_.Graph().Changed(), true);
 }
 
@@ -223,13 +223,13 @@ TEST_F(DocumentEditTest, WhatChangesNothingOrFailsIsNoStep) {
   {
     OpenEdit drag(document_, "Drag");
     AddMark(document_.Graph(), {});
-    EXPECT_FALSE(document_.CanUndo());
+    EXPECT_FALSE(document_.History().CanUndo());
   }
   EXPECT_EQ(Encoded(), before);
-  EXPECT_FALSE(document_.CanUndo());
-  EXPECT_FALSE(document_.Changed());
-  document_.Undo();
-  document_.Redo();
+  EXPECT_FALSE(document_.History().CanUndo());
+  EXPECT_FALSE(document_.History().Changed());
+  document_.History().Undo();
+  document_.History().Redo();
   EXPECT_EQ(Encoded(), before);
 }
 
@@ -238,21 +238,21 @@ TEST_F(DocumentEditTest, OpenEditsAndLikeStepsAreOneStep) {
     OpenEdit dialog(document_, "Edit Marks");
     AddMark(document_.Graph(), {});
     EXPECT_FALSE(SetTitle("inner"));
-    EXPECT_FALSE(document_.CanUndo());
+    EXPECT_FALSE(document_.History().CanUndo());
     EXPECT_TRUE(dialog.Finish());
   }
-  EXPECT_EQ(document_.UndoCaption(), "&Undo Edit Marks");
+  EXPECT_EQ(document_.History().UndoName(), "Edit Marks");
   for (const char* title : {"a", "ab", "abc"}) SetTitle(title, Merging::WithLikeStep);
-  EXPECT_EQ(document_.UndoCaption(), "&Undo Change Title");
-  document_.Undo();
+  EXPECT_EQ(document_.History().UndoName(), "Change Title");
+  document_.History().Undo();
   EXPECT_EQ(Title(), "inner");
-  EXPECT_EQ(document_.RedoCaption(), "&Redo Change Title");
-  document_.Undo();
+  EXPECT_EQ(document_.History().RedoName(), "Change Title");
+  document_.History().Undo();
   EXPECT_EQ(Title(), "Graph_1");
   EXPECT_EQ(document_.Graph().Marks().All().size(), 0u);
-  EXPECT_EQ(document_.UndoCaption(), "&Undo");
+  EXPECT_EQ(document_.History().UndoName(), "");
   for (const char* title : {"x", "Graph_1"}) SetTitle(title, Merging::WithLikeStep);
-  EXPECT_FALSE(document_.CanUndo());  // there and back again
+  EXPECT_FALSE(document_.History().CanUndo());  // there and back again
 }
 
 TEST_F(DocumentEditTest, ZoomingStaysAndIsNoStep) {
@@ -262,44 +262,44 @@ TEST_F(DocumentEditTest, ZoomingStaysAndIsNoStep) {
   document_.Zoom().Remember(graph);
   graph.Axis(AxisId::X).SetMin(5);
   graph.Axis(AxisId::X).SetMax(12);
-  document_.Undo();
+  document_.History().Undo();
   EXPECT_EQ(graph.CurrentSeries()->Points().LastX(), 40);
   EXPECT_EQ(graph.Axis(AxisId::X).Min(), 5);
   EXPECT_EQ(graph.Axis(AxisId::X).Max(), 12);
-  EXPECT_FALSE(document_.CanUndo());
+  EXPECT_FALSE(document_.History().CanUndo());
   document_.Zoom().GoBack(graph);
   EXPECT_LT(graph.Axis(AxisId::X).Max(), 90);  // scaled to the points as they are now
-  document_.Redo();
+  document_.History().Redo();
   EXPECT_GE(graph.Axis(AxisId::X).Max(), 90);
   document_.Edit("Change Axis", [](TxyGraph& g) { g.Axis(AxisId::X).SetMax(7); });
   graph.Axis(AxisId::X).SetMax(70);
-  document_.Undo();
+  document_.History().Undo();
   EXPECT_TRUE(graph.Axis(AxisId::X).AutoSizing());  // that step did set the scale
 }
 
 TEST_F(DocumentEditTest, DataAreAStepAndAGraphFileBeginsAnew) {
   const auto data = folder_.Write("run.dat", "x,y\n1,10\n2,20\n3,30\n");
-  document_.ReadDataFile(data);
-  EXPECT_EQ(document_.UndoCaption(), "&Undo Load Data");
+  document_.Files().ReadDataFile(data);
+  EXPECT_EQ(document_.History().UndoName(), "Load Data");
   folder_.Write("run.dat", "x,y\n1,10\n2,20\n3,30\n4,40\n");
-  document_.Refresh();
-  document_.Refresh();
+  document_.Files().Refresh();
+  document_.Files().Refresh();
   EXPECT_EQ(document_.Graph().Series(1).PointCount(), 4);
-  document_.Undo();
+  document_.History().Undo();
   EXPECT_EQ(document_.Graph().Series(1).PointCount(), 3);
-  document_.Undo();
+  document_.History().Undo();
   EXPECT_EQ(document_.Graph().SeriesCount(), 1u);
-  document_.Redo();
-  document_.SaveGraphFile(folder_.File("run.tgr"));
+  document_.History().Redo();
+  document_.Files().SaveGraphFile(folder_.File("run.tgr"));
   SetTitle("lost");
-  document_.Reload();
+  document_.Files().Reload();
   EXPECT_EQ(Title(), "Graph_1");
-  EXPECT_FALSE(document_.CanUndo());
-  EXPECT_FALSE(document_.CanRedo());
-  EXPECT_FALSE(document_.Changed());
-  EXPECT_THROW(document_.ReadDataFile(folder_.Write("bad.txt", "no numbers\n")), Error);
-  EXPECT_FALSE(document_.CanUndo());
-  EXPECT_FALSE(document_.Changed());
+  EXPECT_FALSE(document_.History().CanUndo());
+  EXPECT_FALSE(document_.History().CanRedo());
+  EXPECT_FALSE(document_.History().Changed());
+  EXPECT_THROW(document_.Files().ReadDataFile(folder_.Write("bad.txt", "no numbers\n")), Error);
+  EXPECT_FALSE(document_.History().CanUndo());
+  EXPECT_FALSE(document_.History().Changed());
 }
 
 }  // namespace

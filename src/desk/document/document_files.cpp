@@ -1,0 +1,270 @@
+#include "desk/document/document_files.h"
+
+#include <numeric>
+#include <system_error>
+#include <utility>
+
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "desk/document/document.h"
+#include "desk/document/finish_look.h"
+#include "desk/document/open_edit.h"
+#include "graph/background_image.h"
+#include "graph/graph_state_compare.h"
+#include "graph/layout/finished_look.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr const char* kDefaultTemplateName = "default.ttp";
+
+std::filesystem::path FolderOf(const std::filesystem::path& path) {
+  return std::filesystem::absolute(path).parent_path();
+}
+
+bool Exists(const std::filesystem::path& path) {
+  std::error_code ignored;  // a path that cannot be looked at cannot be read either
+  return std::filesystem::exists(path, ignored);
+}
+
+}  // namespace
+
+std::string DocumentFiles::Caption() const {
+  return shown_.empty() ? document_.Name() : document_.Name() + " ( " + shown_.string() + " )";
+}
+
+void DocumentFiles::BeginHistory(bool changed) {
+  document_.History().Clear();
+  document_.History().SetChanged(changed);
+}
+
+bool DocumentFiles::Begin(const StartFiles& files) {
+  const std::string extension = LowerExtension(files.graph_or_template);
+  if (extension == ".ttp") template_ = files.graph_or_template;
+  if (extension == ".tgr") graph_file_ = files.graph_or_template;
+  data_folder_ = std::filesystem::current_path();
+  if (files.graph_or_template.empty() && !files.default_template.empty()) {
+    LoadDefaultTemplate(files.default_template);
+  } else {
+    Reload();
+    if (!files.graph_or_template.empty()) data_folder_ = FolderOf(files.graph_or_template);
+  }
+  try {
+    if (!files.data.empty()) loaded_successfully_ = ReadDataFile(files.data);
+    if (!files.data_set.empty()) loaded_successfully_ = LoadDataFromFile(files.data_set);
+  } catch (...) {
+    loaded_successfully_ = false;
+    throw;
+  }
+  BeginHistory(document_.History().Changed());  // how a window begins is no step
+  return loaded_successfully_;
+}
+
+void DocumentFiles::LoadDefaultTemplate(const std::filesystem::path& path) {
+  try {
+    LoadGraphFile(path);
+  } catch (const FileError& error) {
+    document_.GetPrompt().Tell(error.what());
+    Reload();
+  }
+}
+
+void DocumentFiles::Reload() {
+  document_.SelectChild(std::nullopt);
+  if (!graph_file_.empty()) {
+    LoadGraphFile(graph_file_);
+  } else if (!template_.empty()) {
+    LoadGraphFile(template_);
+  } else {
+    DefaultAppearance(document_.WholeGraph(), document_.Name());
+  }
+  note_.clear();
+  BeginHistory(false);
+}
+
+void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
+  document_.SelectChild(std::nullopt);
+  document_.Zooms().Clear();
+  if (!Exists(path)) {
+    DefaultAppearance(document_.WholeGraph(), document_.Name());
+    BeginHistory(false);
+    return;
+  }
+  TakeState(Read([path](Progress&) { return ReadGraph(path); }));
+  document_.Look().own = true;
+  const std::string extension = LowerExtension(path);
+  if (extension == ".tgr") graph_file_ = path;
+  if (extension == ".ttp") {
+    template_ = path;
+    if (LowerAscii(path.filename().string()) == kDefaultTemplateName) {
+      Appearance appearance = document_.WholeGraph().GetAppearance();
+      appearance.title_of_graph = document_.Name();
+      document_.WholeGraph().SetAppearance(appearance);
+    }
+  }
+  ShowPath(path);
+  SettleTooManyPoints();
+  told_.clear();
+  TellMissingPictures(document_.WholeGraph());
+  BeginHistory(false);
+}
+
+bool DocumentFiles::ReadDataFile(const std::filesystem::path& path) {
+  const GraphState before = document_.Graph().State();
+  const ReadResult result =
+      Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
+  if (result.cancelled) return false;
+  if (!document_.SelectedChild()) data_file_ = path;  // the window is called by its own data
+  data_folder_ = FolderOf(path);
+  TakeNewData("Load Data", before, result);
+  return true;
+}
+
+bool DocumentFiles::AddData(
+    const std::string& step,
+    const std::function<ReadResult(const GraphState&, Progress&)>& reading) {
+  const GraphState before = document_.Graph().State();
+  const ReadResult result =
+      Read([&before, &reading](Progress& progress) { return reading(before, progress); });
+  if (result.cancelled) return false;
+  TakeNewData(step, before, result);
+  return true;
+}
+
+void DocumentFiles::TakeNewData(const std::string& step, const GraphState& before,
+                                const ReadResult& result) {
+  OpenEdit edit(document_, step);
+  if (!document_.SelectedChild()) document_.Look().arranged_for = {};
+  TakeState(result);
+  SettleTooManyPoints();
+  const bool data_alone = before.series.empty() && SameLook(before, result.state);
+  if (document_.SelectedChild() && data_alone) ArrangeInsertedGraph(document_);
+  edit.Finish();
+  TellMissingPictures(document_.WholeGraph());
+}
+
+bool DocumentFiles::LoadDataFromFile(const std::filesystem::path& path) {
+  const std::string extension = LowerExtension(path);
+  if (extension == ".tgr" || extension == ".ttp") {
+    document_.SelectedChild() ? LoadGraphIntoChild(path) : LoadGraphFile(path);
+    return true;
+  }
+  if (extension != ".tds") return ReadDataFile(path);
+  const GraphState before = document_.Graph().State();
+  const ReadResult result = Read([before, path](Progress&) { return ReadDataSet(before, path); });
+  data_folder_ = FolderOf(path);
+  TakeStep("Load DataSet", result);
+  return true;
+}
+
+void DocumentFiles::LoadGraphIntoChild(const std::filesystem::path& path) {
+  ReadResult result = Read([path](Progress&) { return ReadGraph(path); });
+  // The place that the file stores is a window's.
+  const Dimensions place = document_.Graph().GetDimensions();
+  result.state.dimensions.hor_position = place.hor_position;
+  result.state.dimensions.ver_position = place.ver_position;
+  result.state.dimensions.hor_size = place.hor_size;
+  result.state.dimensions.ver_size = place.ver_size;
+  TakeStep("Load Graph", result);
+  TellMissingPictures(document_.WholeGraph());
+}
+
+bool DocumentFiles::Refresh() {
+  const auto refreshed = [this](const TxyGraph& graph) {
+    std::vector<std::size_t> all(graph.SeriesCount());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    return ReadAgain(graph, all);
+  };
+  const ReadResult whole = refreshed(document_.WholeGraph());
+  std::vector<ReadResult> parts;
+  bool cancelled = whole.cancelled;
+  for (const auto& child : document_.WholeGraph().Children()) {
+    if (!cancelled) cancelled = parts.emplace_back(refreshed(*child)).cancelled;
+  }
+  if (cancelled) return false;
+  // Data refreshed time and again would fill the memory with their past.
+  OpenEdit step(document_, "Refresh Data", Merging::WithLikeStep);
+  document_.WholeGraph().SetState(whole.state);
+  for (std::size_t i = 0; i < parts.size(); ++i)
+    document_.WholeGraph().Children()[i]->SetState(parts[i].state);
+  note_ = whole.note;
+  SettleTooManyPoints();
+  step.Finish();
+  return true;
+}
+
+ReadResult DocumentFiles::ReadAgain(const TxyGraph& graph, const std::vector<std::size_t>& which) {
+  const GraphState before = graph.State();
+  return Read([before, which](Progress& progress) { return Refreshed(before, which, progress); });
+}
+
+void DocumentFiles::SaveGraphFile(const std::filesystem::path& path) {
+  Write([state = document_.WholeGraph().State(), path] { WriteGraph(state, path); });
+  (LowerExtension(path) == ".ttp" ? template_ : graph_file_) = path;
+  ShowPath(path);
+  document_.History().SetChanged(false);
+}
+
+void DocumentFiles::SaveDataFile(const std::filesystem::path& path) {
+  Write([state = document_.WholeGraph().State(), path] { WriteDataText(state, path); });
+  data_file_ = path;
+  data_folder_ = FolderOf(path);
+}
+
+void DocumentFiles::SaveDataSetFile(const std::filesystem::path& path) {
+  Write([state = document_.Graph().State(), path] { WriteDataSet(state, path); });
+}
+
+ReadResult DocumentFiles::Read(const std::function<ReadResult(Progress&)>& reading) {
+  ReadResult result;
+  document_.Work().Run({"Loading data"}, [&](Progress& progress) { result = reading(progress); });
+  return result;
+}
+
+void DocumentFiles::Write(const std::function<void()>& writing) {
+  document_.Work().Run({"Saving Graph File", Cancellable::No}, [&](Progress&) { writing(); });
+}
+
+void DocumentFiles::TakeState(const ReadResult& result) {
+  document_.Graph().SetState(result.state);
+  note_ = result.note;
+}
+
+void DocumentFiles::TakeStep(const std::string& name, const ReadResult& result) {
+  OpenEdit step(document_, name);
+  TakeState(result);
+  SettleTooManyPoints();
+  step.Finish();
+}
+
+void DocumentFiles::SettleTooManyPoints() {
+  std::vector<std::size_t> switched;
+  TxyGraph& graph = document_.Graph();
+  graph.SettleTooManyPoints(document_.GetPrompt(), [&](TSeries& series) {
+    for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+      if (&graph.Series(i) == &series) switched.push_back(i);
+    }
+  });
+  if (switched.empty()) return;
+  try {
+    const ReadResult result = ReadAgain(graph, switched);
+    if (!result.cancelled) TakeState(result);
+  } catch (const FileError& error) {
+    // What was loaded stands; only its thinning has to wait for the source.
+    document_.GetPrompt().Tell(error.what());
+  }
+}
+
+void DocumentFiles::TellMissingPictures(const TxyGraph& graph) {
+  const std::string& trouble = graph.Background().Error();
+  if (!trouble.empty() && told_.insert(trouble).second) document_.GetPrompt().Tell(trouble);
+  for (const auto& child : graph.Children()) TellMissingPictures(*child);
+}
+
+void DocumentFiles::ShowPath(const std::filesystem::path& path) {
+  data_folder_ = FolderOf(path);
+  shown_ = path;
+  emit document_.captionChanged();
+}
+
+}  // namespace tarnwick

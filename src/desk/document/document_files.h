@@ -1,0 +1,94 @@
+// A document's files: those it was read from and written to, and the roads in and out. Knows documents and the file
+// formats' one place (document_io.h); works long through LongWork, asks through Prompt; knows no widget.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "desk/document/document_io.h"
+
+namespace tarnwick {
+
+class Document;
+class TxyGraph;
+
+/// The files a document begins with; empty paths for none.
+struct StartFiles {
+  std::filesystem::path graph_or_template;
+  std::filesystem::path
+      default_template;  ///< used when nothing else is given; a damaged one is told and left out
+  std::filesystem::path data;
+  std::filesystem::path data_set;
+};
+
+class DocumentFiles {
+ public:
+  /// Part of `document`, which is its owner.
+  explicit DocumentFiles(Document& document) : document_(document) {}
+
+  /// The document's name, and after loading or saving a graph file or template its path.
+  std::string Caption() const;
+  /// What the last loading has to say (rows skipped, sampling); empty for nothing.
+  const std::string& Note() const { return note_; }
+  void ForgetNote() { note_.clear(); }
+
+  const std::filesystem::path& GraphFileName() const { return graph_file_; }
+  const std::filesystem::path& DataFileName() const { return data_file_; }
+  /// Where file dialogs start.
+  const std::filesystem::path& DataFolder() const { return data_folder_; }
+  void SetDataFolder(std::filesystem::path folder) { data_folder_ = std::move(folder); }
+  /// False once reading the data file failed: such a document has nothing worth saving.
+  bool LoadedSuccessfully() const { return loaded_successfully_; }
+
+  // Loading. All throw FileError and then leave the graph as it was; false when nothing was read (cancelled, or a kind of
+  // file that cannot be loaded). A graph file or template begins a new history, data are a step of the present one.
+  /// What creating a graph window does: the graph or template, then the data.
+  bool Begin(const StartFiles& files);
+  /// The graph file again, else the template, else the default appearance; the changed flag is cleared.
+  void Reload();
+  /// A path that does not exist gives the default appearance.
+  void LoadGraphFile(const std::filesystem::path& path);
+  bool ReadDataFile(const std::filesystem::path& path);
+  /// One step called `step` of what `reading` makes of the graph worked on and data from elsewhere. It runs as all reading
+  /// does, maybe on another thread.
+  bool AddData(const std::string& step,
+               const std::function<ReadResult(const GraphState&, Progress&)>& reading);
+  /// By extension: graph, template, DataSet file; anything else is tried as data.
+  bool LoadDataFromFile(const std::filesystem::path& path);
+  /// Reads the outside sources of all DataSets again.
+  bool Refresh();
+
+  // Saving. All throw FileError; the old file then stays.
+  void SaveGraphFile(const std::filesystem::path& path);
+  void SaveDataFile(const std::filesystem::path& path);
+  void SaveDataSetFile(const std::filesystem::path& path);
+
+ private:
+  void LoadDefaultTemplate(const std::filesystem::path& path);
+  ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
+  void Write(const std::function<void()>& writing);
+  void TakeState(const ReadResult& result);
+  void TakeNewData(const std::string& step, const GraphState& before, const ReadResult& result);
+  void TakeStep(const std::string& name, const ReadResult& result);
+  void BeginHistory(bool changed);
+  void LoadGraphIntoChild(const std::filesystem::path& path);
+  ReadResult ReadAgain(const TxyGraph& graph, const std::vector<std::size_t>& which);
+  void SettleTooManyPoints();
+  void TellMissingPictures(const TxyGraph& graph);
+  void ShowPath(const std::filesystem::path& path);
+
+  Document& document_;
+  std::filesystem::path shown_;  // in the caption
+  std::string note_;
+  std::filesystem::path graph_file_;
+  std::filesystem::path template_;
+  std::filesystem::path data_file_;
+  std::filesystem::path data_folder_;
+  bool loaded_successfully_ = true;
+  std::set<std::string> told_;  // of background pictures that cannot be read
+};
+
+}  // namespace tarnwick

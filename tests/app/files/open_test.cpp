@@ -1,0 +1,111 @@
+// Files on their way in: opened, dropped, refreshed, told when they are bad.
+#include <QImage>
+
+#include "desktop_fixture.h"
+#include "graph/files/graph_file.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::DesktopTest;
+using testing::PixelsOf;
+
+TEST_F(DesktopTest, OpensADataFileAsAFinishedPlot) {
+  Start({Example("decay.dat")});
+  ASSERT_NE(form_->ActiveGraphWindow(), nullptr);
+  EXPECT_EQ(ActiveDocument().Files().Caption(), "Graph_1");
+  EXPECT_TRUE(ActiveDocument().History().Changed());
+  ASSERT_GE(ActiveDocument().Graph().SeriesCount(), 1u);
+
+  const Color line = ActiveDocument().Graph().Series(0).Style().line_color;
+  const QImage picture = ActiveCanvas().grab().toImage();
+  EXPECT_GT(PixelsOf(picture, QColor(line.Red(), line.Green(), line.Blue())), 100);
+  EXPECT_EQ(ActiveDocument().Graph().GetAppearance().title_of_graph, "decay");
+  EXPECT_TRUE(StatusText("Note").contains("points")) << StatusText("Note").toStdString();
+}
+
+TEST_F(DesktopTest, DroppedFilesOpenInTheWorkspaceOrLoadIntoAGraph) {
+  Start({});
+  Drop(*form_, {Example("decay.dat")});
+  ASSERT_EQ(form_->GraphWindows().size(), 1u);
+  const std::size_t before = ActiveDocument().Graph().SeriesCount();
+  Drop(*form_->ActiveGraphWindow(), {Example("pendulum.csv")});
+  EXPECT_EQ(form_->GraphWindows().size(), 1u);
+  EXPECT_GT(ActiveDocument().Graph().SeriesCount(), before);
+}
+
+TEST_F(DesktopTest, ABadFileIsToldAndLeavesTheOthersAlone) {
+  Start({Example("decay.dat")});
+  const GraphState before = ActiveDocument().Graph().State();
+  const auto graph = folder_.Write("broken.tgr", "not a graph at all");
+  const auto text = folder_.Write("words.txt", "no numbers\nin this file\n");
+  const auto gone = folder_.File("gone.dat");
+  struct Row {
+    std::filesystem::path file;
+    std::vector<std::string> pieces;  // in the message, in this order
+  };
+  const Row rows[] = {
+      {graph, {graph.string(), "File " + graph.string() + " has wrong format"}},
+      {text, {text.string()}},
+      {gone, {"File \"" + gone.string() + "\" is not found!"}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.file);
+    chooser_->to_open = {row.file};
+    Run("FileOpen1");
+    const std::vector<std::string> told = TakeTold();
+    ASSERT_EQ(told.size(), 1u);
+    std::size_t from = 0;
+    for (const std::string& piece : row.pieces) {
+      from = told.front().find(piece, from);
+      ASSERT_NE(from, std::string::npos) << told.front();
+    }
+    EXPECT_EQ(form_->GraphWindows().size(), 1u);
+  }
+  ASSERT_EQ(ActiveDocument().Graph().SeriesCount(), before.series.size());
+  EXPECT_TRUE(SameState(ActiveDocument().Graph().State().series[0].data, before.series[0].data));
+}
+
+TEST_F(DesktopTest, ABackgroundThatIsNoPictureIsTold) {
+  TxyGraph graph;
+  Appearance appearance = graph.GetAppearance();
+  appearance.background_image_file = folder_.Write("none.png", "no picture at all").string();
+  graph.SetAppearance(appearance);
+  SaveGraph(graph, folder_.File("graph.tgr"));
+  Start({folder_.File("graph.tgr")});
+  const std::vector<std::string> told = TakeTold();
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_EQ(told[0].find("Cannot read the picture: "), 0u) << told[0];
+  EXPECT_EQ(form_->GraphWindows().size(), 1u);
+}
+
+TEST_F(DesktopTest, AStartWhoseOnlyFileCannotBeReadFails) {
+  const auto text = folder_.Write("words.txt", "no numbers\nin this file\n");
+  form_->ProcessCommandLine(text.string());
+  EXPECT_EQ(TakeTold().size(), 1u);
+  EXPECT_TRUE(form_->StartFailed());
+}
+
+TEST_F(DesktopTest, RefreshReadsTheSourcesAgain) {
+  const auto file = folder_.Write("live.dat", "x,y\n1,10\n2,20\n3,30\n");
+  Start({file});
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 3);
+  folder_.Write("live.dat", "x,y\n1,10\n2,20\n3,30\n4,40\n");
+  Run("editRefresh1");
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 4);
+
+  // The graph file remembers the source.
+  const auto graph = folder_.File("live.tgr");
+  chooser_->to_save = {graph};
+  Run("FileSave1");
+  Run("FileClose1");
+  folder_.Write("live.dat", "x,y\n1,10\n2,20\n3,30\n4,40\n5,50\n");
+  chooser_->to_open = {graph};
+  Run("FileOpen1");
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 4);
+  Run("editRefresh1");
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 5);
+}
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,95 @@
+// Graph windows in their workspace: closing with its questions, arranging, commands that follow the active one.
+#include <QAction>
+
+#include "desk/commands/command_actions.h"
+#include "desktop_fixture.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::DesktopTest;
+
+TEST_F(DesktopTest, ClosingAsksBeforeChangesAreLost) {
+  Start({Example("decay.dat")});
+  Expect("Save changes to Graph_1 ?", Answer::Cancel);
+  form_->close();
+  EXPECT_TRUE(form_->isVisible());
+  ASSERT_EQ(form_->GraphWindows().size(), 1u);
+
+  // Yes without a name to save under, and no name given: the window stays too.
+  Expect("Save changes to Graph_1 ?", Answer::Yes);
+  Run("FileEscExit1");
+  EXPECT_EQ(form_->GraphWindows().size(), 1u);
+
+  Expect("Save changes to Graph_1 ?", Answer::No);
+  form_->close();
+  EXPECT_FALSE(form_->isVisible());
+}
+
+TEST_F(DesktopTest, CloseAllNamesWhatWouldBeLost) {
+  Start({Example("decay.dat"), Example("pendulum.csv")});
+  ASSERT_EQ(form_->GraphWindows().size(), 2u);
+  Expect("Discard changes in graph(s) \"Graph_1\", \"Graph_2\", ?", Answer::No);
+  Run("FileCloseAll1");
+  EXPECT_EQ(form_->GraphWindows().size(), 2u);
+  Expect("Discard changes in graph(s) \"Graph_1\", \"Graph_2\", ?", Answer::Yes);
+  Run("FileCloseAll1");
+  EXPECT_TRUE(form_->GraphWindows().empty());
+}
+
+TEST_F(DesktopTest, CommandsFollowTheActiveGraph) {
+  Start({});
+  CommandActions& actions = form_->Actions();
+  EXPECT_FALSE(actions.ActionOf("FileSave1")->isEnabled());
+  EXPECT_TRUE(actions.ActionOf("FileNew1")->isEnabled());
+  Run("FileNew1");
+  EXPECT_TRUE(actions.ActionOf("FileSave1")->isEnabled());
+  EXPECT_FALSE(actions.ActionOf("GraphResetZoom1")->isEnabled());
+  const bool legend = ActiveDocument().Graph().GetLegend().visible;
+  for (const bool shown : {!legend, legend}) {
+    Run("GraphLegend1");
+    EXPECT_EQ(actions.ActionOf("GraphLegend1")->text(), shown ? "Hide &Legend" : "Show &Legend");
+  }
+}
+
+TEST_F(DesktopTest, BehindAClosedWindowLiesTheLastOneAsItWas) {
+  Start({Example("pendulum.csv"), Example("decay.dat")});
+  Run("FileNew1");
+  for (const int left : {2, 1}) {
+    const std::string before =
+        form_->GraphWindows()[static_cast<std::size_t>(left - 1)]->GetDocument().Name();
+    if (left == 1) Expect("Save changes to Graph_2 ?", Answer::No);
+    Run("FileClose1");
+    EXPECT_EQ(ActiveDocument().Name(), before);
+    EXPECT_TRUE(form_->ActiveGraphWindow()->isMaximized());
+  }
+}
+
+TEST_F(DesktopTest, WindowsAreArrangedInsideTheWorkspace) {
+  Start({Example("decay.dat"), Example("pendulum.csv"), Example("diode.txt")});
+  struct Row {
+    const char* command;
+    bool apart;
+    bool icons;
+  };
+  const Row rows[] = {{"WindowCascade1", false, false},
+                      {"WindowTileHorizontal1", true, false},
+                      {"WindowMinimizeAll1", true, true},
+                      {"WindowTileVertical1", true, true}};  // icons stay icons
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.command);
+    Run(row.command);
+    const auto windows = form_->GraphWindows();
+    for (const TGraphWindow* window : windows) {
+      EXPECT_EQ(window->isMinimized(), row.icons);
+      EXPECT_TRUE(window->parentWidget()->rect().contains(window->geometry()));
+      for (const TGraphWindow* other : windows) {
+        if (other == window || !row.apart) continue;
+        EXPECT_FALSE(window->geometry().intersects(other->geometry()));
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
