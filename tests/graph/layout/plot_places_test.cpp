@@ -1,0 +1,424 @@
+// Where LayoutPlot puts what it shows: beside what, at which distance, on which side.
+#include "graph/layout/plot_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "graph/axes/axis_labels.h"
+#include "graph/layout/finished_look.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr QSizeF kSize(640, 480);
+const QRectF kPlot(90, 70, 440, 320);
+
+void Near(double value, double expected) {
+  EXPECT_NEAR(value, expected, 1e-9);
+}
+
+/// A graph whose axes show the given ranges as they are, in the picture kSize with the plot kPlot.
+class Places : public ::testing::Test {
+ protected:
+  Places() {
+    Dimensions margins;
+    margins.left_margin = 90, margins.top_margin = 70;
+    margins.right_margin = 110, margins.bottom_margin = 90;
+    margins.tick_length = 5, margins.graph_title_offset = 40;
+    margins.x_axis_label_offset = 3, margins.y_axis_label_offset = 6;
+    margins.x_axis_title_offset = 7, margins.y_axis_title_offset = 9;
+    graph.SetDimensions(margins);
+    graph.Resize(640, 480);
+    for (const bool first : {true, false}) {
+      auto series = std::make_unique<TSeries>();
+      for (const double x : {0.0, 10.0}) series->AddPoint(x, first ? 10 * x : x / 100);
+      series->SetSeriesName(first ? "first" : "second");
+      SeriesStyle style;
+      style.line_color = first ? Color() : kSecond;
+      style.first_axis = first;
+      series->SetStyle(style);
+      graph.AddSeries(std::move(series));
+    }
+    Show(AxisId::X, 0, 10, 1);
+    Show(AxisId::Y, 0, 100, 20);
+    Show(AxisId::Y2, 0, 0.1, 0.02);
+  }
+
+  void Show(AxisId id, double min, double max, double step) {
+    AxisState axis = graph.Axis(id).State();
+    axis.AutoSizing = axis.AutoStepping = axis.EnableAutoTitle = false;
+    axis.ShowAxis = axis.Gridlines = true;
+    axis.LabelDecimals = id == AxisId::Y2 ? 2 : 0;
+    axis.Min = min, axis.Max = max, axis.StepSize = step;
+    axis.Title = id == AxisId::X ? "Time" : id == AxisId::Y ? "Rate" : "Pressure";
+    graph.Axis(id).SetState(axis);
+    graph.UpdateScales();
+  }
+  template <class Change>
+  void Alter(AxisId id, Change change) {
+    AxisState axis = graph.Axis(id).State();
+    change(axis);
+    graph.Axis(id).SetState(axis);
+    graph.UpdateScales();
+  }
+  PlotLayout Layout() const { return LayoutPlot(graph, kSize, metrics); }
+
+  /// How far a box begins and ends from the plot on the side of an axis: below it, left of it, right of it.
+  struct Reach {
+    double from, to;
+  };
+  static Reach Beyond(const PlotLayout& layout, AxisId id, const QRectF& box) {
+    const QRectF& plot = layout.plot;
+    if (id == AxisId::X) return {box.top() - plot.bottom(), box.bottom() - plot.bottom()};
+    if (id == AxisId::Y) return {plot.left() - box.right(), plot.left() - box.left()};
+    return {box.left() - plot.right(), box.right() - plot.right()};
+  }
+  static QRectF LabelsBox(const AxisLayout& axis) {
+    QRectF box;
+    for (const PlacedText& label : axis.labels) box = box.united(label.Box());
+    return box;
+  }
+
+  static constexpr Color kSecond = Color::FromRgb(1, 2, 3);
+  TextMetrics metrics;
+  TxyGraph graph;
+};
+
+std::vector<std::string> TextsOf(const AxisLayout& axis) {
+  std::vector<std::string> texts;
+  for (const PlacedText& label : axis.labels) {
+    texts.push_back(label.text.text.toStdString() +
+                    (label.text.superscript.isEmpty()
+                         ? ""
+                         : "^" + label.text.superscript.toStdString()));
+  }
+  return texts;
+}
+
+TEST_F(Places, EveryTickHasItsLabelBesideIt) {
+  const PlotLayout layout = Layout();
+  ASSERT_EQ(layout.plot, kPlot);
+  const AxisLayout& x = layout.Axis(AxisId::X);
+  ASSERT_EQ(x.labels.size(), 11U);
+  for (std::size_t i = 0; i < 11; ++i) {
+    EXPECT_EQ(x.labels[i].text.text, QString::number(i));
+    EXPECT_DOUBLE_EQ(x.labels[i].center.x(), 90 + 44.0 * static_cast<double>(i));
+    EXPECT_DOUBLE_EQ(x.labels[i].Box().top(), 390 + 5 + 3);
+  }
+  EXPECT_EQ(x.line, QLineF(90, 390, 530, 390));
+  const AxisLayout& y = layout.Axis(AxisId::Y);
+  const AxisLayout& y2 = layout.Axis(AxisId::Y2);
+  ASSERT_EQ(y.labels.size(), 6U);
+  ASSERT_EQ(y2.labels.size(), 6U);
+  for (std::size_t i = 0; i < 6; ++i) {
+    EXPECT_EQ(y.labels[i].text.text, QString::number(20 * i));
+    EXPECT_EQ(y2.labels[i].text.text, QString::number(0.02 * static_cast<double>(i), 'f', 2));
+    EXPECT_DOUBLE_EQ(y.labels[i].center.y(), 390 - 64.0 * static_cast<double>(i));
+    EXPECT_DOUBLE_EQ(y2.labels[i].center.y(), 390 - 64.0 * static_cast<double>(i));
+    EXPECT_DOUBLE_EQ(y.labels[i].Box().right(), 90 - 5 - 6);
+    EXPECT_DOUBLE_EQ(y2.labels[i].Box().left(), 530 + 5 + 6);
+  }
+  EXPECT_EQ(y.line, QLineF(90, 390, 90, 70));
+  EXPECT_EQ(y2.line, QLineF(530, 390, 530, 70));
+}
+
+TEST_F(Places, TicksGoOutwardsAndMinorOnesDivideTheSteps) {
+  const PlotLayout layout = Layout();
+  struct Row {
+    AxisId axis;
+    QPointF first, along, outward;  // where the ticks begin, one part, which way they go
+    int parts;                      // of a step: of 1 by fives, of 2 by fours
+    int steps;
+  };
+  for (const Row& row : {Row{AxisId::X, {90, 390}, {8.8, 0}, {0, 5}, 5, 10},
+                         Row{AxisId::Y, {90, 390}, {0, -16}, {-5, 0}, 4, 5},
+                         Row{AxisId::Y2, {530, 390}, {0, -16}, {5, 0}, 4, 5}}) {
+    const AxisLayout& axis = layout.Axis(row.axis);
+    std::vector<AxisTick> ticks = axis.ticks;
+    ASSERT_EQ(ticks.size(), static_cast<std::size_t>(row.parts * row.steps + 1));
+    std::sort(ticks.begin(), ticks.end(), [&](const AxisTick& a, const AxisTick& b) {
+      return QPointF::dotProduct(a.line.p1() - b.line.p1(), row.along) < 0;
+    });
+    for (int i = 0; i < std::ssize(ticks); ++i) {
+      const AxisTick& tick = ticks[static_cast<std::size_t>(i)];
+      EXPECT_EQ(tick.major, i % row.parts == 0);
+      EXPECT_LT(QLineF(tick.line.p1(), row.first + i * row.along).length(), 1e-9);
+      const QPointF tip = tick.line.p1() + (tick.major ? 1 : 0.6) * row.outward;
+      EXPECT_LT(QLineF(tick.line.p2(), tip).length(), 1e-9);
+    }
+    EXPECT_EQ(axis.grid.size(), static_cast<std::size_t>(row.steps + 1));
+  }
+  EXPECT_EQ(layout.Axis(AxisId::X).grid[3], QLineF(222, 70, 222, 390));
+  EXPECT_EQ(layout.Axis(AxisId::Y2).grid[1], QLineF(90, 326, 530, 326));
+}
+
+TEST_F(Places, TitlesStandTheirOffsetsFromTheLabels) {
+  Appearance appearance = graph.GetAppearance();
+  appearance.title_of_graph = "Run 7";
+  graph.SetAppearance(appearance);
+  const PlotLayout layout = Layout();
+  for (const AxisId id : {AxisId::X, AxisId::Y, AxisId::Y2}) {
+    const AxisLayout& axis = layout.Axis(id);
+    ASSERT_TRUE(axis.title);
+    const bool across = id == AxisId::X;
+    EXPECT_EQ(axis.title->angle, across ? 0 : 90);
+    EXPECT_NEAR(Beyond(layout, id, axis.title->Box()).from,
+                Beyond(layout, id, LabelsBox(axis)).to + (across ? 7 : 9), 1e-9);
+    across ? Near(axis.title->center.x(), kPlot.center().x())
+           : Near(axis.title->center.y(), kPlot.center().y());
+  }
+  // Two Y axes with one DataSet each: each title in its DataSet's colour.
+  EXPECT_EQ(layout.Axis(AxisId::Y2).title->font.color, kSecond);
+  EXPECT_EQ(layout.Axis(AxisId::X).title->font.color, appearance.font_for_axes_titles.color);
+  ASSERT_TRUE(layout.title);
+  EXPECT_EQ(layout.title->center, QPointF(kPlot.center().x(), 70 - 40));
+}
+
+// The power of ten of the X labels ends where the plot does, in the line of the title; those of the Y axes stand over their
+// labels, before the titles that have no room beside the plot.
+TEST_F(Places, FactorsAndTitlesInTheLineAboveThePlot) {
+  Dimensions margins = graph.GetDimensions();
+  margins.left_margin = margins.right_margin = 34;
+  graph.SetDimensions(margins);
+  Show(AxisId::X, 0, 1e9, 1e8);
+  Show(AxisId::Y, 0, 1e-6, 2e-7);
+  Show(AxisId::Y2, 0, 1e7, 2e6);
+  const PlotLayout layout = Layout();
+  const AxisLayout& x = layout.Axis(AxisId::X);
+  ASSERT_TRUE(x.factor && x.title);
+  EXPECT_EQ(x.exponent, 9);
+  EXPECT_EQ(x.factor->text.superscript, "9");
+  EXPECT_DOUBLE_EQ(x.factor->Box().right(), layout.plot.right());
+  Near(Beyond(layout, AxisId::X, x.factor->Box()).from,
+       Beyond(layout, AxisId::X, LabelsBox(x)).to + 7);
+  for (const AxisId id : {AxisId::Y, AxisId::Y2}) {
+    const AxisLayout& axis = layout.Axis(id);
+    ASSERT_TRUE(axis.factor && axis.title);
+    EXPECT_EQ(axis.title->angle, 0);
+    const QRectF labels = LabelsBox(axis);
+    Near(axis.title->Box().bottom(), std::min(labels.top(), 70.0) - 1);
+    Near(axis.factor->Box().bottom(), std::min(labels.top(), 70.0) - 1);
+    const Reach title = Beyond(layout, id, axis.title->Box());
+    Near(title.to, Beyond(layout, id, labels).to);
+    Near(Beyond(layout, id, axis.factor->Box()).to, title.from - 4);
+  }
+}
+
+// Axes through the middle: labels that a line would strike through give way to its left or above it.
+TEST_F(Places, CrossingAxesShiftTheLabelsTheyMeet) {
+  Show(AxisId::X, -5, 5, 1);
+  Show(AxisId::Y, -100, 100, 50);
+  for (const AxisId id : {AxisId::X, AxisId::Y})
+    Alter(id, [](AxisState& axis) { axis.Offset_type = OffsetType::Value, axis.Offset = 0; });
+  Alter(AxisId::Y2, [](AxisState& axis) { axis.ShowAxis = false; });
+  const PlotLayout layout = Layout();
+  const AxisLayout& x = layout.Axis(AxisId::X);
+  const AxisLayout& y = layout.Axis(AxisId::Y);
+  EXPECT_EQ(x.line, QLineF(90, 230, 530, 230));
+  EXPECT_EQ(y.line, QLineF(310, 390, 310, 70));
+  for (const PlacedText& label : x.labels) {
+    const double at = 310 + 44 * QString(label.text.text).replace(u'\u2212', u'-').toDouble();
+    at == 310 ? Near(label.Box().right(), 307) : Near(label.center.x(), at);
+  }
+  for (const PlacedText& label : y.labels) {
+    if (label.text.text == "0") Near(label.Box().bottom(), 230);
+  }
+  Alter(AxisId::X, [](AxisState& axis) { axis.Reversed = true; });
+  EXPECT_DOUBLE_EQ(Layout().Axis(AxisId::X).labels.front().Box().bottom(), 230 - 5 - 3);
+}
+
+TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {
+  Show(AxisId::X, -3, 97, 1);
+  const auto labels = [&] { return TextsOf(Layout().Axis(AxisId::X)); };
+  EXPECT_EQ(labels(), (std::vector<std::string>{"0", "5", "10", "15", "20", "25", "30", "35", "40",
+                                                "45", "50", "55", "60", "65", "70", "75", "80",
+                                                "85", "90", "95"}));
+  Alter(AxisId::X, [](AxisState& axis) {
+    axis.Min = 1, axis.Max = 1e8, axis.LogScale = true, axis.LogCycleDivisions = 0;
+  });
+  EXPECT_EQ(labels().front(), "10^0");
+  EXPECT_EQ(labels().size(), 9U);
+  // A few long dates have room upright or slanted only, and then end at their ticks.
+  Alter(AxisId::X, [](AxisState& axis) {
+    axis.LogScale = false, axis.ShowAsTime = true, axis.TickType = DateTickType::Day;
+    axis.Min = 45000, axis.Max = 45006, axis.StepSize = 1;
+    axis.DateTimeFormat = "dd mmmm yyyy";
+  });
+  Dimensions margins = graph.GetDimensions();
+  margins.left_margin = 310;
+  graph.SetDimensions(margins);
+  const AxisLayout x = Layout().Axis(AxisId::X);
+  ASSERT_GT(x.labels.size(), 3U);
+  EXPECT_EQ(x.labels.front().angle, 45);
+  const PlacedText& slanted = x.labels.front();
+  EXPECT_NEAR(slanted.Box().top(), 398, 1e-9);
+  const double turn = std::sqrt(0.5);
+  EXPECT_NEAR(slanted.center.x() + slanted.size.width() * turn / 2, x.ticks.front().line.x1(), 1e-9);
+}
+
+struct Kept {
+  AxisState axis;
+  std::vector<int> strides;
+  int stride;
+  std::vector<double> values;
+};
+
+AxisState TimeAxis(DateTickType type, double min, double max) {
+  AxisState axis;
+  axis.ShowAsTime = true, axis.TickType = type;
+  axis.Min = min, axis.Max = max;
+  axis.DateTimeFormat = "yyyy-mm-dd hh:nn";
+  return axis;
+}
+
+TEST(AxisLabels, EveryStrideKeepsRoundOnes) {
+  AxisState linear;
+  linear.Min = -0.3, linear.Max = 0.5, linear.StepSize = 0.1;
+  AxisState decades;
+  decades.LogScale = true, decades.Min = 1e-3, decades.Max = 999, decades.LogCycleDivisions = 0;
+  const std::vector<int> decimal{1, 2, 5, 10, 20, 50, 100, 200};
+  const Kept rows[] = {
+      {linear, decimal, 1, {-0.3, -0.2, -0.1, 0, 0.1, 0.2, 0.3, 0.4, 0.5}},
+      {linear, decimal, 2, {-0.2, 0, 0.2, 0.4}},
+      {linear, decimal, 5, {0, 0.5}},
+      {TimeAxis(DateTickType::Hour, 45000.0 + 5 / 24.0, 45001), {1, 2, 3, 6, 12, 24, 48, 120, 240},
+       6, {45000.25, 45000.5, 45000.75, 45001}},
+      {TimeAxis(DateTickType::HalfHour, 45000.2, 45000.6), {1, 2, 4, 6, 12, 24, 48, 96}, 12,
+       {45000.25, 45000.5}},
+      {TimeAxis(DateTickType::Day, 45000, 45006), decimal, 2, {45000, 45002, 45004, 45006}},
+      {TimeAxis(DateTickType::Month, 44927, 45291), {1, 2, 3, 6, 12, 24, 60, 120, 240}, 6,
+       {44927, 45108}},
+      {TimeAxis(DateTickType::Quarter, 44562, 45291), {1, 2, 4, 8, 20, 40, 80}, 4, {44562, 44927}},
+  };
+  for (const Kept& row : rows) {
+    const std::vector<Tick> ticks = MakeTicks(row.axis, {});
+    const std::span<const int> strides = LabelStrides(row.axis, ticks);
+    EXPECT_EQ(std::vector<int>(strides.begin(), strides.end()), row.strides) << row.axis.Min;
+    std::vector<double> values;
+    for (const std::size_t i : KeptTicks(row.axis, ticks, row.stride))
+      values.push_back(std::round(ticks[i].value * 1e6) / 1e6);
+    EXPECT_EQ(values, row.values) << row.axis.Min << ' ' << row.stride;
+  }
+}
+
+TEST(AxisLabels, MinorTicksDivideAStepWithoutNewDigits) {
+  struct Row {
+    double step;
+    int most, parts;
+  };
+  for (const Row& row : {Row{1, 9, 5}, Row{1, 5, 5}, Row{1, 4, 2}, Row{1, 2, 2}, Row{1, 1, 1},
+                         Row{0.2, 4, 4}, Row{2e5, 3, 2}, Row{40, 9, 4}, Row{0.5, 5, 5},
+                         Row{50, 4, 1}, Row{3, 9, 1}, Row{0, 9, 1}, Row{HUGE_VAL, 9, 1}}) {
+    EXPECT_EQ(MinorParts(row.step, row.most), row.parts) << row.step << ' ' << row.most;
+  }
+}
+
+TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
+  Legend legend = graph.GetLegend();
+  legend.left = 200, legend.top = 100, legend.x_margin = 8, legend.y_margin = 3;
+  legend.space_for_symbols = 30;
+  for (const LegendLayout mode :
+       {LegendLayout::Vertical, LegendLayout::Horizontal, LegendLayout::Free}) {
+    legend.layout_mode = mode, legend.width = 250, legend.height = 90;
+    graph.SetLegend(legend);
+    const PlotLayout layout = Layout();
+    ASSERT_TRUE(layout.legend && layout.legend->rows.size() == 2 && !layout.legend->more);
+    const LegendBox& box = *layout.legend;
+    const double row = metrics.LineHeight(legend.font) + 2;
+    const double first = metrics.SizeOf({"first", {}}, legend.font).width();
+    const double second = metrics.SizeOf({"second", {}}, legend.font).width();
+    const bool across = mode == LegendLayout::Horizontal;
+    const QPointF next = across ? QPointF(30 + 5 + first + 10, 0) : QPointF(0, row);
+    EXPECT_EQ(box.rows[0].sample, QRectF(208, 103, 30, row));
+    EXPECT_EQ(box.rows[1].sample, QRectF(QPointF(208, 103) + next, QSizeF(30, row)));
+    EXPECT_NEAR(box.rows[1].name.Box().left(), 208 + next.x() + 35, 1e-9);
+    EXPECT_NEAR(box.rows[1].name.center.y(), 103 + next.y() + row / 2, 1e-9);
+    const double width = 8 + 35 + std::max(first, second) + 8;
+    EXPECT_EQ(box.frame.topLeft(), QPointF(200, 100));
+    EXPECT_NEAR(box.frame.width(),
+                across ? 8 + 35 + first + 10 + 35 + second + 8
+                       : mode == LegendLayout::Free ? 250 : width,
+                1e-9);
+    EXPECT_NEAR(box.frame.height(),
+                mode == LegendLayout::Free ? 90 : 6 + (across ? row : 2 * row), 1e-9);
+  }
+  // From the far edges; and over the labels it gives way into the plot's corner, unless it stands free.
+  legend.layout_mode = LegendLayout::Vertical;
+  legend.left = -120, legend.top = -100;
+  graph.SetLegend(legend);
+  EXPECT_EQ(Layout().legend->frame.bottomRight(), QPointF(520, 380));
+  legend.left = 60, legend.top = 375;
+  graph.SetLegend(legend);
+  EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(98, 78));
+  legend.layout_mode = LegendLayout::Free;
+  graph.SetLegend(legend);
+  EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(60, 375));
+}
+
+TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
+  const QSizeF caption = metrics.SizeOf({"here", {}}, graph.GetAppearance().font_for_labels);
+  const double w = caption.width() / 2, h = caption.height() / 2;
+  struct Row {
+    Mark mark;
+    QPointF center;
+    QLineF line;
+  };
+  const auto mark = [](MarkType type, double x1, double y1, double x2, double y2) {
+    return Mark{0, x1, y1, x2, y2, {}, "here", type, MarkStatus::XAndY};
+  };
+  const Row rows[] = {
+      {mark(MarkType::Vertical, 5, 0, 0, 0), {310 + 4 + w, 70 + 4 + h}, {310, 390, 310, 70}},
+      {mark(MarkType::Vertical, 9.9, 0, 0, 0), {525.6 - 4 - w, 70 + 4 + h}, {525.6, 390, 525.6, 70}},
+      {mark(MarkType::Horizontal, 0, 50, 0, 0), {530 - 4 - w, 230 - 1 - h}, {90, 230, 530, 230}},
+      {mark(MarkType::Horizontal, 0, 99, 0, 0), {530 - 4 - w, 73.2 + 1 + h}, {90, 73.2, 530, 73.2}},
+      {mark(MarkType::Point, 5, 50, 12, 0), {310 + 6 + 4 + w, 230 - 6 - h}, {}},
+      {mark(MarkType::Point, 9.8, 98, -1, 0), {521.2 - 4 - 4 - w, 76.4 + 4 + h}, {}},
+      {mark(MarkType::Line, 5, 50, 5.2, 50), {318.8 + 4 + w, 230}, {310, 230, 318.8, 230}},
+      {mark(MarkType::Line, -5, 0, 5, 100), {200 + 4 + w, 150 + h}, {90, 230, 310, 70}},
+  };
+  Legend legend;
+  legend.visible = false;
+  graph.SetLegend(legend);
+  for (const Row& row : rows) {
+    graph.Marks().ClearMarks();
+    graph.Marks().AddMark(row.mark);
+    const PlotLayout layout = Layout();
+    ASSERT_EQ(layout.marks.size(), 1U);
+    const MarkItem& item = layout.marks.front();
+    ASSERT_TRUE(item.caption);
+    EXPECT_LT(QLineF(item.caption->center, row.center).length(), 1e-6)
+        << row.mark.x1 << ',' << row.mark.y1 << ": " << item.caption->center.x() << ','
+        << item.caption->center.y();
+    if (row.line.isNull()) continue;
+    EXPECT_LT(QLineF(item.line.p1(), row.line.p1()).length(), 1e-6);
+    EXPECT_LT(QLineF(item.line.p2(), row.line.p2()).length(), 1e-6);
+  }
+  // Marks beyond the axes are none, and those for the second Y axis go by it.
+  graph.Marks().ClearMarks();
+  for (const double at : {-0.1, 10.1}) graph.Marks().AddMark(mark(MarkType::Vertical, at, 0, 0, 0));
+  Mark second = mark(MarkType::Horizontal, 0, 0.05, 0, 0);
+  second.status = MarkStatus::XAndY2;
+  graph.Marks().AddMark(second);
+  const PlotLayout layout = Layout();
+  ASSERT_EQ(layout.marks.size(), 1U);
+  EXPECT_DOUBLE_EQ(layout.marks[0].line.y1(), 230);
+}
+
+TEST_F(Places, TheCrossStandsAtZeroInsideThePlotOnly) {
+  Appearance appearance = graph.GetAppearance();
+  appearance.show_cross_at_zero = true;
+  graph.SetAppearance(appearance);
+  EXPECT_EQ(Layout().cross, QPointF(90, 390));
+  Show(AxisId::X, -4, 6, 1);
+  EXPECT_EQ(Layout().cross, QPointF(266, 390));
+  Show(AxisId::Y, 1, 101, 20);
+  EXPECT_FALSE(Layout().cross);
+}
+
+}  // namespace
+}  // namespace tarnwick
