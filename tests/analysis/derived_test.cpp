@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/error.h"
+
 namespace tarnwick {
 namespace {
 
@@ -103,6 +105,9 @@ TEST_F(Derived, DerivativeGoesByTheRegression) {
   source.SetRegressionSteps(30);
   Derivative(source, target);
   EXPECT_EQ(target.PointCount(), 30);
+  source.SetRegressionType(RegressionType::RunningAverage);
+  source.SetRegressionAlpha(0.6);  // no window is that short
+  EXPECT_THROW(Derivative(source, target), Error);
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "analysis/derived.h"
 #include "base/error.h"
 #include "base/undefined.h"
 #include "data/data_series.h"
@@ -149,8 +148,6 @@ TEST(Regression, AFailureLeavesNoValuesOfTheRegressionBefore) {
   series.SetRegressionAlpha(0.6);
   EXPECT_THROW(series.UpdateRegression(), Error);
   EXPECT_EQ(series.Points().At(0).regression, 0);
-  TDataSeries target;
-  EXPECT_THROW(Derivative(series, target), Error);
 }
 
 // The cubic through its own points with its own end slopes is the spline.
