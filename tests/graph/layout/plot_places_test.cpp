@@ -92,10 +92,9 @@ class Places : public ::testing::Test {
 std::vector<std::string> TextsOf(const AxisLayout& axis) {
   std::vector<std::string> texts;
   for (const PlacedText& label : axis.labels) {
-    texts.push_back(label.text.text.toStdString() +
-                    (label.text.superscript.isEmpty()
-                         ? ""
-                         : "^" + label.text.superscript.toStdString()));
+    texts.push_back(
+        label.text.text.toStdString() +
+        (label.text.superscript.isEmpty() ? "" : "^" + label.text.superscript.toStdString()));
   }
   return texts;
 }
@@ -235,9 +234,9 @@ TEST_F(Places, CrossingAxesShiftTheLabelsTheyMeet) {
 TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {
   Show(AxisId::X, -3, 97, 1);
   const auto labels = [&] { return TextsOf(Layout().Axis(AxisId::X)); };
-  EXPECT_EQ(labels(), (std::vector<std::string>{"0", "5", "10", "15", "20", "25", "30", "35", "40",
-                                                "45", "50", "55", "60", "65", "70", "75", "80",
-                                                "85", "90", "95"}));
+  EXPECT_EQ(labels(),
+            (std::vector<std::string>{"0",  "5",  "10", "15", "20", "25", "30", "35", "40", "45",
+                                      "50", "55", "60", "65", "70", "75", "80", "85", "90", "95"}));
   Alter(AxisId::X, [](AxisState& axis) {
     axis.Min = 1, axis.Max = 1e8, axis.LogScale = true, axis.LogCycleDivisions = 0;
   });
@@ -258,7 +257,8 @@ TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {
   const PlacedText& slanted = x.labels.front();
   EXPECT_NEAR(slanted.Box().top(), 398, 1e-9);
   const double turn = std::sqrt(0.5);
-  EXPECT_NEAR(slanted.center.x() + slanted.size.width() * turn / 2, x.ticks.front().line.x1(), 1e-9);
+  EXPECT_NEAR(slanted.center.x() + slanted.size.width() * turn / 2, x.ticks.front().line.x1(),
+              1e-9);
 }
 
 struct Kept {
@@ -286,12 +286,18 @@ TEST(AxisLabels, EveryStrideKeepsRoundOnes) {
       {linear, decimal, 1, {-0.3, -0.2, -0.1, 0, 0.1, 0.2, 0.3, 0.4, 0.5}},
       {linear, decimal, 2, {-0.2, 0, 0.2, 0.4}},
       {linear, decimal, 5, {0, 0.5}},
-      {TimeAxis(DateTickType::Hour, 45000.0 + 5 / 24.0, 45001), {1, 2, 3, 6, 12, 24, 48, 120, 240},
-       6, {45000.25, 45000.5, 45000.75, 45001}},
-      {TimeAxis(DateTickType::HalfHour, 45000.2, 45000.6), {1, 2, 4, 6, 12, 24, 48, 96}, 12,
+      {TimeAxis(DateTickType::Hour, 45000.0 + 5 / 24.0, 45001),
+       {1, 2, 3, 6, 12, 24, 48, 120, 240},
+       6,
+       {45000.25, 45000.5, 45000.75, 45001}},
+      {TimeAxis(DateTickType::HalfHour, 45000.2, 45000.6),
+       {1, 2, 4, 6, 12, 24, 48, 96},
+       12,
        {45000.25, 45000.5}},
       {TimeAxis(DateTickType::Day, 45000, 45006), decimal, 2, {45000, 45002, 45004, 45006}},
-      {TimeAxis(DateTickType::Month, 44927, 45291), {1, 2, 3, 6, 12, 24, 60, 120, 240}, 6,
+      {TimeAxis(DateTickType::Month, 44927, 45291),
+       {1, 2, 3, 6, 12, 24, 60, 120, 240},
+       6,
        {44927, 45108}},
       {TimeAxis(DateTickType::Quarter, 44562, 45291), {1, 2, 4, 8, 20, 40, 80}, 4, {44562, 44927}},
   };
@@ -341,11 +347,12 @@ TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
     const double width = 8 + 35 + std::max(first, second) + 8;
     EXPECT_EQ(box.frame.topLeft(), QPointF(200, 100));
     EXPECT_NEAR(box.frame.width(),
-                across ? 8 + 35 + first + 10 + 35 + second + 8
-                       : mode == LegendLayout::Free ? 250 : width,
+                across                       ? 8 + 35 + first + 10 + 35 + second + 8
+                : mode == LegendLayout::Free ? 250
+                                             : width,
                 1e-9);
-    EXPECT_NEAR(box.frame.height(),
-                mode == LegendLayout::Free ? 90 : 6 + (across ? row : 2 * row), 1e-9);
+    EXPECT_NEAR(box.frame.height(), mode == LegendLayout::Free ? 90 : 6 + (across ? row : 2 * row),
+                1e-9);
   }
   // From the far edges; and over the labels it gives way into the plot's corner, unless it stands free.
   legend.layout_mode = LegendLayout::Vertical;
@@ -373,7 +380,9 @@ TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
   };
   const Row rows[] = {
       {mark(MarkType::Vertical, 5, 0, 0, 0), {310 + 4 + w, 70 + 4 + h}, {310, 390, 310, 70}},
-      {mark(MarkType::Vertical, 9.9, 0, 0, 0), {525.6 - 4 - w, 70 + 4 + h}, {525.6, 390, 525.6, 70}},
+      {mark(MarkType::Vertical, 9.9, 0, 0, 0),
+       {525.6 - 4 - w, 70 + 4 + h},
+       {525.6, 390, 525.6, 70}},
       {mark(MarkType::Horizontal, 0, 50, 0, 0), {530 - 4 - w, 230 - 1 - h}, {90, 230, 530, 230}},
       {mark(MarkType::Horizontal, 0, 99, 0, 0), {530 - 4 - w, 73.2 + 1 + h}, {90, 73.2, 530, 73.2}},
       {mark(MarkType::Point, 5, 50, 12, 0), {310 + 6 + 4 + w, 230 - 6 - h}, {}},
