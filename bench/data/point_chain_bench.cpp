@@ -9,7 +9,7 @@
 #include <random>
 #include <vector>
 
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 namespace {

@@ -169,7 +169,9 @@ void Newton(benchmark::State& state) {
     ModelResiduals residuals(model, {problem.x, problem.y}, static_cast<int>(state.range(1)));
     NoProgress progress;
     const NewtonOutcome fit = FitByNewton(residuals, residuals.Start(), {}, progress);
-    residuals.StoreInModel(fit.outcome.p);
+    for (std::size_t j = 0; j < fit.outcome.p.size(); ++j) {
+      model.Param(static_cast<std::int32_t>(j + 1)).SetValue(fit.outcome.p[j]);
+    }
     if (fit.outcome.why != StopReason::Converged) state.SkipWithError("not converged");
     evaluations = static_cast<double>(fit.outcome.evaluations);
   }

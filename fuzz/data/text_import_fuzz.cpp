@@ -9,6 +9,7 @@
 
 #include "base/error.h"
 #include "data/import/loader.h"
+#include "data/points/point_columns.h"
 #include "data/text/format_guess.h"
 #include "data/text/text_supplier.h"
 
@@ -68,8 +69,8 @@ void RequireSameLoads(TDSInfo info, const std::shared_ptr<const TextSource>& sou
   TDataSeries blocks;
   const LoadReport expected = Load(info, source, true, reference);
   const LoadReport got = Load(info, source, false, blocks);
-  const bool same = reference.Points().XValues() == blocks.Points().XValues() &&
-                    reference.Points().YValues() == blocks.Points().YValues() &&
+  const bool same = XValues(reference.Points()) == XValues(blocks.Points()) &&
+                    YValues(reference.Points()) == YValues(blocks.Points()) &&
                     expected.Message() == got.Message();
   if (!same) std::abort();
 }

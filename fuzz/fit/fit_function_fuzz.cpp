@@ -9,6 +9,7 @@
 #include "base/error.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/curve_fit_file.h"
+#include "fit/model/model_report.h"
 #include "stream/stream_error.h"
 
 namespace {
@@ -33,14 +34,14 @@ void Use(const FitSettings& settings) {
   TCurFit fit;
   fit.SetSettings(settings, false);
   Require(static_cast<std::size_t>(fit.NParams()) <= settings.parameters.size());
-  fit.SettingsText();
+  SettingsText(fit);
   try {
     fit.Prepare();
     fit.Value(1.5);
   } catch (const Error&) {
     // it cannot be compiled or has no value, which its user is told
   }
-  fit.Report();
+  Report(fit);
 }
 
 }  // namespace

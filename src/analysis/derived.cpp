@@ -63,8 +63,9 @@ void ForEachPair(const PointChain& points, Visit visit) {
 std::vector<double> CorrectedValues(const TDataSeries& source) {
   std::vector<double> values;
   values.reserve(source.Points().Size());
+  const BaseLine line = source.GetBaseLine();
   source.Points().ForEachPoint([&](double x, double y) {
-    const double value = source.CorrectedY(x, y);
+    const double value = line.CorrectedY(x, y);
     if (std::isfinite(value)) values.push_back(value);
   });
   return values;
@@ -89,9 +90,10 @@ void Integral(const TDataSeries& source, TDataSeries& target) {
 
 void RunningSum(const TDataSeries& source, TDataSeries& target) {
   Result result = Prepare(source, "SUM of ");
+  const BaseLine line = source.GetBaseLine();
   long double sum = 0;
   source.Points().ForEachPoint([&](double x, double y) {
-    sum += source.CorrectedY(x, y);
+    sum += line.CorrectedY(x, y);
     result.Add(x, static_cast<double>(sum));
   });
   Store(result, target);
@@ -132,10 +134,10 @@ void Derivative(TDataSeries& source, TDataSeries& target) {
   const RegressionType type = source.RegressionType();
   if (type != RegressionType::None) {
     source.UpdateRegression();
-    if (!source.RegressionFailure().empty()) throw Error(source.RegressionFailure());
+    if (!source.Regression().failure.empty()) throw Error(source.Regression().failure);
   }
   Result result = Prepare(source, "DIF of ");
-  const PointChain& walked = HasRegressionCurve(type) ? source.RegressionCurve() : source.Points();
+  const PointChain& walked = HasRegressionCurve(type) ? source.Regression().curve : source.Points();
   const double base_line = source.BaseLineSlope();
   ForEachPair(walked, [&](const Point& left, const Point& right) {
     if (!(right.x > left.x)) return;

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 
 #include "base/undefined.h"
-#include "data/regression_type.h"
+#include "data/regression/regression_type.h"
 
 namespace tarnwick {
 namespace {
@@ -37,11 +37,11 @@ std::size_t SkipCount(std::size_t in_range, const FitSettings& settings, FitPoin
 /// The DataSet's curve where its regression has one, computed when it is stale.
 PointChain CurveInPlaceOfPoints(const TDataSeries& series) {
   if (!HasRegressionCurve(series.RegressionType())) return {};
-  if (!series.RegressionStale()) return series.RegressionCurve();
+  if (!series.Regression().stale) return series.Regression().curve;
   TDataSeries copy;  // shares the points
   copy.SetState(series.State());
   copy.UpdateRegression();
-  return copy.RegressionCurve();
+  return copy.Regression().curve;
 }
 
 /// Every `step`th point of the range, without the base line.

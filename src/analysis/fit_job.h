@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 #include "fit/model/fit_settings.h"
 
 namespace tarnwick {

@@ -1,7 +1,7 @@
 // What a model leaves of a DataSet, as a new DataSet. Knows DataSets and models; runs no fit.
 #pragma once
 
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 

@@ -7,7 +7,7 @@
 
 #include "analysis/fit_job.h"
 #include "base/progress.h"
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 #include "fit/fit_result.h"
 
 namespace tarnwick {

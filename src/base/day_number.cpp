@@ -1,6 +1,5 @@
 #include "base/day_number.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -93,16 +92,6 @@ int DaysInMonth(int year, int month) {
   const int next_year = month == 12 ? year + 1 : year;
   const int next_month = month == 12 ? 1 : month + 1;
   return static_cast<int>(DaysFromCivil(next_year, next_month, 1) - DaysFromCivil(year, month, 1));
-}
-
-double AddMonths(double day, int months) {
-  if (IsUndefined(day)) return kUndefined;
-  DateTime parts = SplitDay(day);
-  const std::int64_t total = std::int64_t{parts.year} * 12 + parts.month - 1 + months;
-  parts.year = static_cast<int>(FloorDivide(total, 12));
-  parts.month = static_cast<int>(total - std::int64_t{parts.year} * 12) + 1;
-  parts.day = std::min(parts.day, DaysInMonth(parts.year, parts.month));
-  return JoinDay(parts);
 }
 
 }  // namespace tarnwick

@@ -42,9 +42,6 @@ int DayOfWeek(double day);
 /// Days in a month (1 to 12) of a year.
 int DaysInMonth(int year, int month);
 
-/// The same time of day `months` later (or earlier); a day that the month lacks becomes the month's last.
-double AddMonths(double day, int months);
-
 /// Text of a day number by a format: d dd ddd dddd (day, name short and long), m mm mmm mmmm (month; m and mm right
 /// after h or before s are minutes), yy yyyy, h hh, n nn (minutes), s ss, z zzz (milliseconds), am/pm, a/p, ampm (turn h
 /// to 12 hours), c (date as yyyy-mm-dd, and hh:nn:ss when there is a time), '…' and "…" as they stand, and so every

@@ -49,6 +49,8 @@ struct TDSInfo {
   std::string TextMarkers = "'\"";
   std::string XDataColumn = "X Column";
   std::string YDataColumn = "Y Column";
+  std::string XColExpr = "X";  ///< X of a point from the columns read
+  std::string YColExpr = "Y";
   std::int32_t RowSamplingFrequency = 1;  ///< take one row, then skip this many minus one
   bool AutoRowHitFreq = true;             ///< compute RowSamplingFrequency from the row count
   std::int32_t ColumnWidth = 10;          ///< characters per column when DivideTextByWidth

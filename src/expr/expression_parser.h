@@ -53,7 +53,6 @@ class TExpressionParser {
   const std::string& CurrentText() const { return current_text_; }
   /// The first record of the current expression; null when there is none.
   const TExprRec* CurrentRec() const { return current_rec_; }
-  std::size_t ExpressionCount() const { return expressions_.size(); }
   /// The storage of every number written in an expression.
   std::vector<const double*> ConstantAddresses() const;
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "data/data_state.h"
+#include "data/series/data_state.h"
 #include "graph/appearance.h"
 #include "graph/axes/axis_state.h"
 #include "graph/mark.h"

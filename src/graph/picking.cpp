@@ -8,12 +8,12 @@ namespace tarnwick {
 
 bool IsShownThroughCurve(const TSeries& series) {
   const SeriesStyle& style = series.Style();
-  return HasRegressionCurve(series.RegressionType()) && !series.RegressionCurve().Empty() &&
+  return HasRegressionCurve(series.RegressionType()) && !series.Regression().curve.Empty() &&
          !style.connect_points && !style.show_symbols;
 }
 
 const PointChain& PickablePoints(const TSeries& series) {
-  return IsShownThroughCurve(series) ? series.RegressionCurve() : series.Points();
+  return IsShownThroughCurve(series) ? series.Regression().curve : series.Points();
 }
 
 PickedPoint PickedPointAt(const TSeries& series, std::size_t index) {
@@ -21,7 +21,7 @@ PickedPoint PickedPointAt(const TSeries& series, std::size_t index) {
   if (IsShownThroughCurve(series)) {
     return {static_cast<std::int32_t>(index) + 1, point.x, point.regression, true};
   }
-  return {point.id, point.x, series.CorrectedY(point.x, point.y), false};
+  return {point.id, point.x, series.GetBaseLine().CorrectedY(point.x, point.y), false};
 }
 
 std::optional<std::size_t> NearestIndex(const PointChain& points, double x) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/color.h"
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 #include "graph/model_curve.h"
 #include "graph/series_style.h"
 

@@ -91,7 +91,7 @@ TEST(PrepareFit, TakesTheBaseLineOffAndLeavesOutWhatIsNoNumber) {
   EXPECT_EQ(job.points_chosen, 5);
   EXPECT_EQ(job.x, (std::vector<double>{1, 3, 5}));
   EXPECT_EQ(job.y, (std::vector<double>{3, 19, 35}));
-  EXPECT_EQ(*series.GetY(3), 30);
+  EXPECT_EQ(*GetY(series, 3), 30);
 }
 
 TEST(PrepareFit, FollowsTheCurveThatStandsForThePoints) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/undefined.h"
+#include "data/points/point_columns.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick {
@@ -300,10 +301,11 @@ TEST(ApplyFit, PutsValuesAndResultIntoTheModelAndTells) {
   held.Vary = false;
   settings.parameters.insert(settings.parameters.begin(), held);
   series.Fit().SetSettings(settings, true);
-  const std::vector<double> y_before = series.Points().YValues();
+  const std::vector<double> y_before = YValues(series.Points());
   const FitResult result = Fit(series);
   int told = 0;
-  series.SetListener(1, [&](TDataSeries&, ChangeCode code) { told += code == ChangeCode::Fit; });
+  series.Listeners().Set(1,
+                         [&](TDataSeries&, ChangeCode code) { told += code == ChangeCode::Fit; });
   ApplyFit(series, result);
   EXPECT_GE(told, 1);
   EXPECT_EQ(series.Fit().Param(1).Value(), 0);
@@ -312,7 +314,7 @@ TEST(ApplyFit, PutsValuesAndResultIntoTheModelAndTells) {
   EXPECT_FALSE(series.Fit().Modified());
   ASSERT_NE(series.Fit().Result(), nullptr);
   EXPECT_EQ(series.Fit().Result()->values, result.values);
-  EXPECT_EQ(series.Points().YValues(), y_before);
+  EXPECT_EQ(YValues(series.Points()), y_before);
   series.AddPoint(-1, 0);
   EXPECT_EQ(series.Fit().Result(), nullptr);
 }

@@ -89,7 +89,7 @@ TEST(GraphStateCompare, ASharedDataSetIsLeftInPeace) {
   const GraphState before = graph.State();
   int told[2] = {0, 0};
   for (std::size_t i = 0; i < 2; ++i) {
-    graph.Series(i).SetListener(1, [&told, i](TDataSeries&, ChangeCode) { ++told[i]; });
+    graph.Series(i).Listeners().Set(1, [&told, i](TDataSeries&, ChangeCode) { ++told[i]; });
   }
   graph.Series(1).AddPoint(1, 1);
   graph.SetState(before);

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "data/points/point_columns.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/xy_graph.h"
 
@@ -39,7 +40,7 @@ TEST(ModelCurve, TakesItsAbscissaeFromTheSpan) {
     SCOPED_TRACE(row.name);
     ModelCurve curve;
     curve.Update(Model("a*x"), row.span);
-    const std::vector<double> x = curve.Points().XValues();
+    const std::vector<double> x = XValues(curve.Points());
     ASSERT_EQ(x.size(), row.x.size());
     for (std::size_t i = 0; i < x.size(); ++i) {
       EXPECT_NEAR(x[i], row.x[i], 1e-12 * std::abs(row.x[i]));
@@ -93,17 +94,17 @@ TEST_F(CurveOfAGraph, FollowsModelAxisAndMargins) {
   TAxis& x = graph_.Axis(AxisId::X);
   const PointChain& points = series_->Curve().Points();
   EXPECT_EQ(points.Front().x, x.Min());
-  EXPECT_EQ(points.Back().y, 2 * x.Max());
+  EXPECT_EQ(points.At(points.Size() - 1).y, 2 * x.Max());
 
   series_->Fit().Param(1).SetValue(-1);
-  EXPECT_EQ(points.Back().y, -x.Max());
+  EXPECT_EQ(points.At(points.Size() - 1).y, -x.Max());
 
   x.SetMax(7);
-  EXPECT_EQ(points.Back().x, 7);
+  EXPECT_EQ(points.LastX(), 7);
 
   series_->Fit().SetRightMarginUsed(true);
   series_->Fit().SetRightMargin(6);
-  EXPECT_EQ(points.Back().x, 6);
+  EXPECT_EQ(points.LastX(), 6);
 
   x.SetLogScale(true);
   EXPECT_NEAR(points.At(1).x / points.At(0).x, points.At(2).x / points.At(1).x, 1e-9);

@@ -63,7 +63,7 @@ TEST(Picking, CountsPositionsOnARegressionCurveShownAlone) {
   series.SetStyle(style);
   const auto last = PickPoint(graph, 10);
   ASSERT_TRUE(last && last->on_curve);
-  EXPECT_EQ(last->number, static_cast<int>(series.RegressionCurve().Size()));
+  EXPECT_EQ(last->number, static_cast<int>(series.Regression().curve.Size()));
 }
 
 TEST(ReadOut, TextsAreFixed) {

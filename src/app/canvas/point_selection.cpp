@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "data/points/point_columns.h"
 #include "desk/document/document.h"
 
 namespace tarnwick {
@@ -59,8 +60,8 @@ std::optional<std::size_t> PointSelection::IndexOfPoint() const {
     return index < points.Size() ? std::optional(index) : std::nullopt;
   }
   // Nearly always it stands where it stood; looking for an ID goes through the chain.
-  if (index_ < points.Size() && points.IdAt(index_) == point_->number) return index_;
-  return points.IndexOfId(point_->number);
+  if (index_ < points.Size() && points.At(index_).id == point_->number) return index_;
+  return IndexOfId(points, point_->number);
 }
 
 std::size_t PointSelection::FirstIndex(PointWalk walk) const {

@@ -14,8 +14,10 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "data/points/point_columns.h"
 #include "desk/document/document.h"
 #include "fit/judge/fit_bands.h"
+#include "fit/model/model_copy.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/layout/plot_layout.h"
 
@@ -32,7 +34,7 @@ constexpr double kLineSpacing = 1.8;    // of the label font's height
 constexpr std::size_t kWorseThanAnyPoints = 1'000'000'000'000;
 
 const FitResult& ResultOf(const TSeries& series) {
-  const FitResult* result = series.Fit().Result();
+  const FitResult* result = series.Fit().Result().get();
   if (result == nullptr || Failed(result->outcome.why)) {
     throw Error("DataSet \"" + series.SeriesName() +
                 "\" has no fit that holds: fit it first, with Show Final Curve.");
@@ -62,7 +64,7 @@ void ShowSecondAxis(TxyGraph& graph) {
 CurveSpan SpanOfPoints(const TSeries& series, const TxyGraph& graph) {
   const bool log = graph.Axis(AxisId::X).LogScale();
   const Extremes extremes = series.GetExtremes();
-  return {log ? series.SmallestPositiveX() : extremes.x_min, extremes.x_max,
+  return {log ? SmallestPositiveX(series.Points(), extremes) : extremes.x_min, extremes.x_max,
           log ? CurveSpacing::Geometric : CurveSpacing::Linear};
 }
 
@@ -107,7 +109,7 @@ std::vector<FittedParameter> PrintedParameters(TSeries& series) {
     model.Param(i).SetPrinted(model.Param(i).Vary());
   }
   const FitResult none;
-  const FitResult* result = model.Result();
+  const FitResult* result = model.Result().get();
   std::vector<FittedParameter> printed =
       FittedParameters(model.Settings(), result != nullptr ? *result : none);
   std::erase_if(printed, [](const FittedParameter& one) { return !one.settings.Printed; });
@@ -121,7 +123,7 @@ std::size_t PointsWithin(const TSeries& series, const AxisScale& x, const AxisSc
   for (std::size_t i = points.LowerBound(x.ValueAt(area.left()));
        i < points.Size() && points.At(i).x <= x.ValueAt(area.right()); ++i) {
     const Point point = points.At(i);
-    const double at = y.Position(series.CorrectedY(point.x, point.y));
+    const double at = y.Position(series.GetBaseLine().CorrectedY(point.x, point.y));
     count += at >= area.top() && at <= area.bottom();
   }
   return count;
@@ -198,12 +200,12 @@ void AddBands(Document& document, double level) {
   TSeries& source = CurrentDataSet(document);
   const FitStatistics statistics = ResultOf(source).statistics;
   TCurFit model;
-  model.Assign(source.Fit());
+  Assign(model, source.Fit());
   ModelCurve curve;
   FitSettings settings = model.Settings();
   settings.NPoints = std::min(settings.NPoints, kBandPoints);
   curve.Update(settings, WithinMargins(SpanOfPoints(source, document.Graph()), settings));
-  const std::vector<double> x = curve.Points().XValues();
+  const std::vector<double> x = XValues(curve.Points());
   const FitBands bands = ComputeFitBands(model, statistics, x, level);
   const std::string suffix = " " + GeneralText(100 * level, 6) + " % of " + source.SeriesName();
   const std::array<Band, 4> wanted = {

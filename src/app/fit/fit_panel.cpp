@@ -201,7 +201,7 @@ void FitPanel::Follow(Document* document) {
   const bool same = shown_.result && series && shown_.document == document &&
                     shown_.data_set == series->SeriesName();
   const std::shared_ptr<const FitResult> result =
-      series ? series->Fit().SharedResult() : std::shared_ptr<const FitResult>();
+      series ? series->Fit().Result() : std::shared_ptr<const FitResult>();
   if (!result) {
     // A result of a function that is gone says nothing.
     const bool of_function = same && series->Fit().Expression() == shown_.model.Expression;

@@ -12,6 +12,7 @@
 #include "desk/widgets/text.h"
 #include "desk/widgets/text_window.h"
 #include "fit/model/curve_fit.h"
+#include "fit/model/model_report.h"
 
 namespace tarnwick {
 namespace {
@@ -26,7 +27,7 @@ QString ReportOf(const FitSettings& settings) {
   } catch (const Error& error) {
     lines.append(ToQt(error.what()));
   }
-  for (const std::string& line : model.Report()) lines.append(ToQt(line));
+  for (const std::string& line : Report(model)) lines.append(ToQt(line));
   return lines.join("\n");
 }
 

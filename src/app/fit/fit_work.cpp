@@ -15,6 +15,7 @@
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
 #include "fit/model/fit_function_file.h"
+#include "fit/model/model_copy.h"
 
 namespace tarnwick {
 namespace {
@@ -137,7 +138,7 @@ void ApplyFitFunction(Document& document, const std::filesystem::path& file) {
     throw;
   }
   document.Edit("Choose Function", [&](TxyGraph&) {
-    series.Fit().Assign(function);
+    Assign(series.Fit(), function);
     // A curve thinner than the line it describes is lost on it.
     series.Fit().SetCurveWidth(std::max(function.CurveWidth(), series.Style().line_width));
     series.Fit().SetStatus(FitStatus::cf_Function);
@@ -161,7 +162,7 @@ void TakeFitSettings(TSeries& series, const FitSettings& settings) {
     same.parameters[i].Description = present.parameters[i].Description;
     same.parameters[i].Units = present.parameters[i].Units;
   }
-  const std::shared_ptr<const FitResult> result = model.SharedResult();
+  const std::shared_ptr<const FitResult> result = model.Result();
   const bool modified = model.Modified();
   const bool look_only = same == present;
   model.SetSettings(settings, look_only ? modified : true);

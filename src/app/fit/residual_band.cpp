@@ -42,7 +42,7 @@ Crowd CrowdIn(const TxyGraph& graph) {
     const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
     for (std::size_t at = 0; at < points.Size(); at += step, ++all) {
       const Point point = points.At(at);
-      const double height = HeightOn(axis, series.CorrectedY(point.x, point.y));
+      const double height = HeightOn(axis, series.GetBaseLine().CorrectedY(point.x, point.y));
       crowd.low += height < kBand ? 1 : 0;
       crowd.high += height > 1 - kBand ? 1 : 0;
     }

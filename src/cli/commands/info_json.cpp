@@ -7,7 +7,7 @@
 
 #include "base/number_text.h"
 #include "cli/options/function_input.h"
-#include "data/data_series_file.h"
+#include "data/series/data_series_file.h"
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"
 #include "graph/files/graph_file.h"

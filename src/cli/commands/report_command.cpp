@@ -8,6 +8,7 @@
 #include "cli/output/expression_error.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/fit_function_file.h"
+#include "fit/model/model_report.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -28,13 +29,13 @@ FitSettings ReadModel(const Options& options) {
 std::vector<std::string> Lines(const Options& options) {
   TCurFit fit;
   fit.SetSettings(ReadModel(options), false);
-  if (options.settings) return fit.SettingsText();
+  if (options.settings) return SettingsText(fit);
   try {
     fit.Prepare();
   } catch (const EParserException& error) {
     throw Error(MessageWithPlace(error, fit.CurrentText()));
   }
-  return fit.Report();
+  return Report(fit);
 }
 
 void Run(const Options& options, Output& output) {

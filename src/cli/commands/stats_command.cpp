@@ -3,7 +3,7 @@
 #include "base/number_text.h"
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
-#include "data/statistics.h"
+#include "data/series/statistics.h"
 
 namespace tarnwick::cli {
 namespace {

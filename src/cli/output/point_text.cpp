@@ -15,7 +15,7 @@ void ForEachPoint(const PointChain& chain, Visit&& visit) {
 
 std::string PointLine(const TDataSeries& series, const Point& point) {
   return std::to_string(point.id) + ',' + ShortestText(point.x) + ',' + ShortestText(point.y) +
-         ',' + ShortestText(series.CorrectedY(point.x, point.y)) + ',' +
+         ',' + ShortestText(series.GetBaseLine().CorrectedY(point.x, point.y)) + ',' +
          ShortestText(point.regression) + '\n';
 }
 
@@ -23,7 +23,7 @@ Json PointJson(const TDataSeries& series, const Point& point) {
   return {{"id", point.id},
           {"x", JsonNumber(point.x)},
           {"y", JsonNumber(point.y)},
-          {"corrected", JsonNumber(series.CorrectedY(point.x, point.y))},
+          {"corrected", JsonNumber(series.GetBaseLine().CorrectedY(point.x, point.y))},
           {"regression", JsonNumber(point.regression)}};
 }
 
@@ -36,7 +36,7 @@ Json PointsJson(const TDataSeries& series) {
 
 Json CurveJson(const TDataSeries& series) {
   Json curve = Json::array();
-  ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
+  ForEachPoint(series.Regression().curve, [&](const Point& sample) {
     curve.push_back({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
   });
   return curve;
@@ -60,7 +60,7 @@ void PrintCurve(const TDataSeries& series, Output& output) {
     return;
   }
   output.Text() << "x,value\n";
-  ForEachPoint(series.RegressionCurve(), [&](const Point& sample) {
+  ForEachPoint(series.Regression().curve, [&](const Point& sample) {
     output.Text() << ShortestText(sample.x) << ',' << ShortestText(sample.regression) << '\n';
   });
 }

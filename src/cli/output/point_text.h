@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/output/output.h"
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick::cli {
 

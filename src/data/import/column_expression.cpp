@@ -102,8 +102,8 @@ ColumnTransform Compile(const std::string& text, std::string_view raw_name,
 
 ColumnTransforms CompileColumnExpressions(const TDataSeries& series,
                                           const std::vector<std::string>& column_names) {
-  return {Compile(series.XColExpr(), "x", column_names),
-          Compile(series.YColExpr(), "y", column_names)};
+  return {Compile(series.Source().XColExpr, "x", column_names),
+          Compile(series.Source().YColExpr, "y", column_names)};
 }
 
 }  // namespace tarnwick

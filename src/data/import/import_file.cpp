@@ -62,8 +62,8 @@ void Describe(TDataSeries& series, const ImportSource& source, const ImportOptio
   series.SetSeriesName(source.NameOf(y));
   series.SetNumericalTolerance(options.tolerance);
   series.SetDuplicatesAllowed(options.duplicates_allowed);
-  if (options.x_expression) series.SetXColExpr(*options.x_expression);
-  if (options.y_expression) series.SetYColExpr(*options.y_expression);
+  if (options.x_expression) series.Source().XColExpr = *options.x_expression;
+  if (options.y_expression) series.Source().YColExpr = *options.y_expression;
 }
 
 bool IsDate(const ImportSource& source, std::int32_t column, std::optional<ColumnFormat> format) {

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "data/data_series.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 

@@ -101,8 +101,10 @@ std::vector<ColumnTransforms> LoadRun::PrepareTransforms() const {
         options_.transforms ? options_.transforms : CompileColumnExpressions;
     transforms.push_back(compile(series, supplier_.ColumnNames()));
     const std::pair<const std::string&, bool> columns[] = {
-        {series.XColExpr(), transforms.back().x || IsRawColumn(series.XColExpr(), "x")},
-        {series.YColExpr(), transforms.back().y || IsRawColumn(series.YColExpr(), "y")}};
+        {series.Source().XColExpr,
+         transforms.back().x || IsRawColumn(series.Source().XColExpr, "x")},
+        {series.Source().YColExpr,
+         transforms.back().y || IsRawColumn(series.Source().YColExpr, "y")}};
     for (const auto& [expression, served] : columns) {
       if (!served) throw Error("The column expression cannot be evaluated here: " + expression);
     }

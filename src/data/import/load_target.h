@@ -7,10 +7,10 @@
 #include <span>
 #include <vector>
 
-#include "data/data_series.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
 #include "data/import/row_chooser.h"
+#include "data/series/data_series.h"
 #include "data/text/row_block.h"
 
 namespace tarnwick {

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "base/progress.h"
-#include "data/data_series.h"
 #include "data/data_supplier.h"
 #include "data/import/load_report.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 

@@ -45,8 +45,6 @@ class CowPtr {
 
   const T& operator*() const { return *value_; }
   const T* operator->() const { return value_; }
-  const T* Get() const { return value_; }
-  explicit operator bool() const { return value_ != nullptr; }
 
   /// The value for editing; a copy of it first when others hold it too.
   T& Edit() {

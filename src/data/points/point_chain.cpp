@@ -1,57 +1,13 @@
 #include "data/points/point_chain.h"
 
 #include <algorithm>
+#include <memory>
+#include <mutex>
+#include <utility>
+
+#include "data/points/point_batch.h"
 
 namespace tarnwick {
-
-namespace {
-
-// How many of the ascending values stand before x. Two short counting loops instead of halving: their loads wait neither for
-// a guessed branch nor for each other, which is what a search in memory costs.
-template <class Before>
-std::size_t CountBefore(std::span<const double> values, Before before) {
-  constexpr std::size_t kStride = 8;
-  const double* const data = values.data();
-  const std::size_t strides = values.size() / kStride;
-  std::size_t passed = 0;
-  for (std::size_t i = 0; i < strides; ++i) passed += before(data[(i + 1) * kStride - 1]) ? 1 : 0;
-  const std::size_t begin = passed * kStride;
-  const std::size_t end = std::min(begin + kStride, values.size());
-  std::size_t count = begin;
-  for (std::size_t i = begin; i < end; ++i) count += before(data[i]) ? 1 : 0;
-  return count;
-}
-
-template <class Before>
-PointChain::Place FirstPlaceNot(const ChunkRoot& root, Before before) {
-  const std::size_t groups = CountBefore(root.first_x, before);
-  if (groups == 0) return {};
-  const std::size_t group = groups - 1;
-  const ChunkGroup& chunks = *root.groups[group];
-  const std::size_t chunk = CountBefore(chunks.first_x, before) - 1;
-  // The number of points is taken from here, not from the chunk, whose memory is slow to come.
-  const bool last = chunk + 1 == chunks.start.size();
-  const std::size_t points = (last ? chunks.points : chunks.start[chunk + 1]) - chunks.start[chunk];
-  chunks.chunks[chunk]->Prefetch(points);
-  const std::size_t offset = CountBefore({chunks.chunks[chunk]->XData(), points}, before);
-  if (offset < points) return {group, chunk, offset};
-  if (!last) return {group, chunk + 1, 0};
-  return {group + 1, 0, 0};
-}
-
-// The entry that holds `position`, given the ascending first position of each; `guess` is tried first.
-template <class T>
-std::size_t EntryOf(const std::vector<T>& start, std::size_t position, std::size_t guess) {
-  const auto holds = [&](std::size_t i) {
-    return start[i] <= position && (i + 1 == start.size() || position < start[i + 1]);
-  };
-  if (guess < start.size() && holds(guess)) return guess;
-  return static_cast<std::size_t>(std::upper_bound(start.begin(), start.end(), position) -
-                                  start.begin()) -
-         1;
-}
-
-}  // namespace
 
 PointChain::PointChain() : root_(std::make_unique<ChunkRoot>()) {}
 
@@ -65,32 +21,25 @@ PointChain& PointChain::operator=(const PointChain& other) {
   return *this = PointChain(other);
 }
 
-std::size_t PointChain::ChunkCount() const {
-  if (Root().groups.empty()) return 0;
-  return Root().first_chunk.back() + Root().groups.back()->chunks.size();
-}
-
-PointChain::Place PointChain::PlaceOfChunk(std::size_t number) const {
-  const std::size_t group = EntryOf(Root().first_chunk, number, number / ChunkGroup::kCapacity);
-  return {group, number - Root().first_chunk[group], 0};
-}
+// --- reading
 
 ChunkView PointChain::View(const Place& place) const {
-  const PointChunk& chunk = ChunkAt(place);
+  const PointChunk& chunk = ChunkAt(*root_, place);
   return {root_->start[place.group] + root_->groups[place.group]->start[place.chunk], chunk.X(),
           chunk.Y(), chunk.Regression(), &chunk};
 }
 
 ChunkView PointChain::Chunk(std::size_t number) const {
-  return View(PlaceOfChunk(number));
+  return View(PlaceOfChunk(Root(), number));
 }
 
-YExtremes PointChain::ChunkExtremes(std::size_t number) const {
-  return ChunkAt(PlaceOfChunk(number)).Extremes();
+const PointChunk& PointChain::ChunkToCome(std::size_t number) const {
+  const ChunkRoot& root = Root();
+  return ChunkAt(root, PlaceOfChunk(root, number));
 }
 
 double PointChain::ChunkFirstX(std::size_t number) const {
-  const Place place = PlaceOfChunk(number);
+  const Place place = PlaceOfChunk(Root(), number);
   return root_->groups[place.group]->first_x[place.chunk];
 }
 
@@ -99,94 +48,214 @@ std::size_t PointChain::ChunkOfIndex(std::size_t index) const {
   return Root().first_chunk[place.group] + place.chunk;
 }
 
-Point PointChain::At(std::size_t index) const {
-  return At(PlaceOf(index));
-}
-
-std::size_t PointChain::LowerBound(double x) const {
-  return IndexOf(LowerPlace(x));
-}
-
-std::size_t PointChain::UpperBound(double x) const {
-  return IndexOf(FirstPlaceNot(Root(), [x](double value) { return value <= x; }));
-}
-
-PointChain::Place PointChain::LowerPlace(double x) const {
-  return LowerPlaceIn(Root(), x);
-}
-
-PointChain::Place PointChain::LowerPlaceIn(const ChunkRoot& root, double x) {
-  return FirstPlaceNot(root, [x](double value) { return value < x; });
-}
-
 PointChain::Place PointChain::PlaceOf(std::size_t index) const {
-  if (index >= size_) return End();
-  constexpr std::size_t kFullGroup = ChunkGroup::kCapacity * PointChunk::kCapacity;
-  const std::size_t group = EntryOf(Root().start, index, index / kFullGroup);
-  const std::size_t in_group = index - Root().start[group];
-  const ChunkGroup& chunks = *Root().groups[group];
-  const std::size_t chunk = EntryOf(chunks.start, in_group, in_group / PointChunk::kCapacity);
-  return {group, chunk, in_group - chunks.start[chunk]};
+  return index < size_ ? PlaceOfPoint(Root(), index) : End();
 }
 
-std::size_t PointChain::IndexOf(const Place& place) const {
-  if (place.group == Root().groups.size()) return size_;
-  return Root().start[place.group] + Root().groups[place.group]->start[place.chunk] + place.offset;
-}
+// --- editing
 
-PointChain::Place PointChain::Next(Place place) const {
-  if (++place.offset < ChunkAt(place).Size()) return place;
-  if (place.chunk + 1 < Root().groups[place.group]->chunks.size()) {
-    return {place.group, place.chunk + 1, 0};
+void PointChain::Append(std::int32_t id, double x, double y) {
+  if (late_ != nullptr && late_->IsOpen() && AppendLate(id, x, y)) return;
+  Settle();
+  const bool starts_chunk =
+      size_ == 0 || root_->groups.back()->chunks.back()->Size() == PointChunk::kCapacity;
+  ChunkRoot& root = root_.Edit();
+  if (starts_chunk) AddChunk(root, last_id_room_);
+  ChunkGroup& group = root.groups.back().Edit();
+  CowPtr<PointChunk>& last = group.chunks.back();
+  PointChunk* chunk = &last.Edit();
+  const IdRoom id_room = chunk->IdFollows(id) ? IdRoom::No : IdRoom::Yes;
+  if (chunk->Size() == chunk->Room() || id_room > chunk->HasIdRoom()) {
+    last_id_room_ = id_room;
+    chunk = &EditRoomyChunk(root, {root.groups.size() - 1, group.chunks.size() - 1, 0}, id_room);
   }
-  return {place.group + 1, 0, 0};
-}
-
-std::optional<std::size_t> PointChain::IndexOfId(std::int32_t id) const {
-  if (size_ == 0 || id <= 0) return std::nullopt;
-  // Where points were only appended, and some deleted, the point stands at id - 1 or somewhat before.
-  const std::size_t guess = std::min(static_cast<std::size_t>(id) - 1, size_ - 1);
-  const std::size_t home = ChunkOfIndex(guess);
-  const auto index_in = [&](std::size_t number) -> std::optional<std::size_t> {
-    const Place place = PlaceOfChunk(number);
-    const std::size_t offset = ChunkAt(place).OffsetOfId(id);
-    if (offset == ChunkAt(place).Size()) return std::nullopt;
-    return IndexOf(place) + offset;
-  };
-  for (std::size_t number = home + 1; number-- > 0;) {
-    if (const auto index = index_in(number)) return index;
+  chunk->Append(id, x, y);
+  if (starts_chunk) {
+    group.first_x.back() = x;
+    if (group.chunks.size() == 1) root.first_x.back() = x;
   }
-  for (std::size_t number = home + 1; number < ChunkCount(); ++number) {
-    if (const auto index = index_in(number)) return index;
+  ++group.points;
+  ++size_;
+  last_x_ = x;
+}
+
+void PointChain::Append(const Point& point) {
+  Append(point.id, point.x, point.y);
+  if (point.regression == 0) return;
+  const Place last = PlaceOf(size_ - 1);
+  EditChunk(EditRoot(), last).EditRegression()[last.offset] = point.regression;
+}
+
+void PointChain::AppendRun(std::int32_t first_id, std::span<const double> x,
+                           std::span<const double> y) {
+  std::size_t done = 0;
+  while (done < x.size()) {
+    // The first point of each chunk goes the ordinary way, which sees to the directory.
+    Append(first_id + static_cast<std::int32_t>(done), x[done], y[done]);
+    ++done;
+    ChunkGroup& group = EditRoot().groups.back().Edit();
+    CowPtr<PointChunk>& last = group.chunks.back();
+    const std::size_t count = std::min(x.size() - done, PointChunk::kCapacity - last->Size());
+    if (count == 0) continue;
+    const auto next_id = first_id + static_cast<std::int32_t>(done);
+    if (last->Size() + count > last->Room()) {
+      last = CowPtr(
+          last->Clone(PointChunk::kCapacity, last->IdFollows(next_id) ? IdRoom::No : IdRoom::Yes));
+    }
+    last.Edit().AppendRun(next_id, x.data() + done, y.data() + done, count);
+    group.points += static_cast<std::uint32_t>(count);
+    size_ += count;
+    done += count;
+    last_x_ = x[done - 1];
   }
-  return std::nullopt;
 }
 
-std::vector<double> PointChain::XValues() const {
-  std::vector<double> values;
-  values.reserve(size_);
-  ForEachChunk(
-      [&](const ChunkView& chunk) { values.insert(values.end(), chunk.x.begin(), chunk.x.end()); });
-  return values;
+void PointChain::Insert(const Place& place, const Point& point) {
+  if (place == End()) return Append(point);
+  ChunkRoot& root = EditRoot();
+  const std::size_t index = IndexOfPlace(root, place);
+  Place at = place;
+  while (ChunkAt(root, at).Size() >= PointChunk::kInsertCapacity) {
+    SplitChunk(root, at);
+    at = PlaceOfPoint(root, index);
+  }
+  EditRoomyChunk(root, at, IdRoom::Yes).Insert(at.offset, point);
+  if (at.offset == 0) NoteFirstX(root, at);
+  NotePoints(root, at, 1);
+  ++size_;
 }
 
-std::vector<double> PointChain::YValues() const {
-  std::vector<double> values;
-  values.reserve(size_);
-  ForEachChunk(
-      [&](const ChunkView& chunk) { values.insert(values.end(), chunk.y.begin(), chunk.y.end()); });
-  return values;
+void PointChain::Set(const Place& place, double x, double y) {
+  ChunkRoot& root = EditRoot();
+  EditChunk(root, place).Set(place.offset, x, y);
+  if (place.offset == 0) NoteFirstX(root, place);
+  if (IndexOfPlace(root, place) + 1 == size_) last_x_ = x;
 }
 
-std::vector<std::int32_t> PointChain::Ids() const {
-  std::vector<std::int32_t> ids;
-  ids.reserve(size_);
-  for (const auto& group : Root().groups) {
-    for (const auto& chunk : group->chunks) {
-      for (std::size_t i = 0; i < chunk->Size(); ++i) ids.push_back(chunk->Id(i));
+void PointChain::Erase(const Place& place) {
+  ChunkRoot& root = EditRoot();
+  const bool in_the_middle = place.offset > 0 && place.offset + 1 < ChunkAt(root, place).Size();
+  PointChunk& chunk = EditRoomyChunk(root, place, in_the_middle ? IdRoom::Yes : IdRoom::No);
+  chunk.Erase(place.offset);
+  const bool emptied = chunk.Size() == 0;
+  if (!emptied && place.offset == 0) NoteFirstX(root, place);
+  NotePoints(root, place, -1);
+  --size_;
+  if (emptied) RemoveChunk(root, place);
+  last_x_ = size_ == 0 ? 0 : root.groups.back()->chunks.back()->X().back();
+}
+
+void PointChain::Clear() {
+  *this = PointChain();
+}
+
+void PointChain::ShiftX(double dx) {
+  ChunkRoot& root = EditRoot();
+  for (auto& shared_group : root.groups) {
+    ChunkGroup& group = shared_group.Edit();
+    for (auto& chunk : group.chunks) chunk.Edit().Shift(dx);
+    for (double& x : group.first_x) x += dx;
+  }
+  for (double& x : root.first_x) x += dx;
+  last_x_ += dx;
+}
+
+void PointChain::FillRegression(
+    const std::function<void(const ChunkView&, std::span<double>)>& fill) {
+  for (std::size_t number = 0; number < ChunkCount(); ++number) {
+    const Place place = PlaceOfChunk(Root(), number);
+    PointChunk& chunk = EditChunk(EditRoot(), place);
+    fill(View(place), chunk.EditRegression());
+    chunk.TidyRegression();
+  }
+}
+
+void PointChain::ClearRegression() {
+  for (std::size_t number = 0; number < ChunkCount(); ++number) {
+    const Place place = PlaceOfChunk(Root(), number);
+    if (!ChunkAt(Root(), place).Regression().empty()) {
+      EditChunk(EditRoot(), place).ClearRegression();
     }
   }
-  return ids;
+}
+
+// --- points that wait to be merged
+
+PointChain::Late PointChain::PlaceLate(std::int32_t id, double x, double y, Duplicates duplicates) {
+  if (late_ == nullptr) late_ = std::make_unique<LatePoints>();
+  if (late_->IsOpen() && late_->Full()) Settle();
+  if (!late_->IsOpen()) {
+    if (x == last_x_ || !late_->Due(size_)) return Late::NotTaken;
+    OpenLate(duplicates);
+  }
+  if (!late_->Takes(id)) return Late::NotTaken;
+  if (late_->ForbidsDuplicates()) {
+    const bool known = late_->Note(x);
+    if (known && duplicates == Duplicates::Forbidden && OverwriteLate(x, y)) return Late::Overwrote;
+  } else if (duplicates == Duplicates::Forbidden) {
+    return Late::NotTaken;
+  }
+  AddLate(id, x, y);
+  return Late::Inserted;
+}
+
+// For a point behind all others.
+bool PointChain::AppendLate(std::int32_t id, double x, double y) {
+  if (!late_->Takes(id)) return false;
+  if (late_->ForbidsDuplicates()) late_->Note(x);
+  AddLate(id, x, y);
+  return true;
+}
+
+void PointChain::AddLate(std::int32_t id, double x, double y) {
+  late_->Add(id, x, y);
+  ++size_;
+  if (x >= last_x_) last_x_ = x;
+}
+
+// The points go on waiting.
+bool PointChain::OverwriteLate(double x, double y) {
+  if (!late_->Overwrite(x, y)) {
+    const Place place = PlaceNotBelow(*root_, x);
+    if (place.group == root_->groups.size()) return false;
+    CowPtr<PointChunk>& chunk = root_.Edit().groups[place.group].Edit().chunks[place.chunk];
+    if (chunk->X()[place.offset] != x) return false;
+    chunk.Edit().Set(place.offset, x, y);
+  }
+  if (x == last_x_) last_x_ = x;
+  return true;
+}
+
+void PointChain::OpenLate(Duplicates duplicates) {
+  late_->Open(size_, duplicates);
+  if (!late_->ForbidsDuplicates()) return;
+  for (const auto& group : root_->groups) {
+    for (const auto& chunk : group->chunks) {
+      for (const double x : chunk->X()) late_->Note(x);
+    }
+  }
+}
+
+void PointChain::SettleLate() const {
+  const std::lock_guard lock(late_->Settling());
+  if (!late_->IsOpen()) return;  // another reader was quicker
+  const std::span<const double> x = late_->X();
+  PointChain placed;
+  std::swap(placed.root_, root_);
+  placed.size_ = size_ - x.size();
+  if (!placed.Empty()) placed.last_x_ = placed.At(placed.size_ - 1).x;
+  if (late_->AreMany()) {
+    // Where duplicates are forbidden there are none among those that wait.
+    MergeBatch(placed, x, late_->Y(), Duplicates::Allowed, late_->FirstId() - 1);
+  } else {
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      const std::int32_t id = late_->FirstId() + static_cast<std::int32_t>(i);
+      const bool behind = placed.Empty() || x[i] >= placed.last_x_;
+      placed.Insert(behind ? placed.End() : placed.LowerPlace(x[i]), {id, x[i], late_->Y()[i], 0});
+    }
+  }
+  std::swap(placed.root_, root_);
+  late_->Close();
 }
 
 }  // namespace tarnwick

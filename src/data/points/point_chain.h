@@ -11,13 +11,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <optional>
+#include <memory>
 #include <span>
-#include <vector>
 
+#include "data/points/chunk_directory.h"
 #include "data/points/cow_ptr.h"
 #include "data/points/late_points.h"
-#include "data/points/point_chunk.h"
 
 namespace tarnwick {
 
@@ -37,13 +36,7 @@ struct ChunkView {
 
 class PointChain {
  public:
-  /// A place in the chain; valid until the chain changes. The end is {number of groups, 0, 0}.
-  struct Place {
-    std::size_t group = 0;
-    std::size_t chunk = 0;
-    std::size_t offset = 0;
-    bool operator==(const Place&) const = default;
-  };
+  using Place = ChunkPlace;
 
   PointChain();
   PointChain(const PointChain& other);
@@ -55,48 +48,42 @@ class PointChain {
   // --- reading. Every index is below Size(), every chunk number below ChunkCount().
   std::size_t Size() const { return size_; }
   bool Empty() const { return size_ == 0; }
-  std::size_t ChunkCount() const;
+  std::size_t ChunkCount() const { return CountChunks(Root()); }
   ChunkView Chunk(std::size_t number) const;
   /// The chunk itself, nothing of which has been read yet: for asking for its memory.
-  const PointChunk& ChunkToCome(std::size_t number) const { return ChunkAt(PlaceOfChunk(number)); }
+  const PointChunk& ChunkToCome(std::size_t number) const;
   /// Extremes of stored Y of one chunk: O(1) after the first time.
-  YExtremes ChunkExtremes(std::size_t number) const;
+  YExtremes ChunkExtremes(std::size_t number) const { return ChunkToCome(number).Extremes(); }
   /// X of the chunk's first point, without a look into the chunk.
   double ChunkFirstX(std::size_t number) const;
   std::size_t ChunkOfIndex(std::size_t index) const;
-  Point At(std::size_t index) const;
+  Point At(std::size_t index) const { return At(PlaceOf(index)); }
   Point Front() const { return At(0); }
-  Point Back() const { return At(size_ - 1); }
   /// X of the last point; the chain must not be empty.
   double LastX() const { return last_x_; }
-  std::int32_t IdAt(std::size_t index) const { return At(index).id; }
   /// Index of the first point with X >= x; Size() when there is none.
-  std::size_t LowerBound(double x) const;
+  std::size_t LowerBound(double x) const { return IndexOf(LowerPlace(x)); }
   /// Index of the first point with X > x; Size() when there is none.
-  std::size_t UpperBound(double x) const;
-  /// Quick where ids rise with X, as they do in imported DataSets.
-  std::optional<std::size_t> IndexOfId(std::int32_t id) const;
+  std::size_t UpperBound(double x) const { return IndexOf(PlaceAbove(Root(), x)); }
   /// Calls visitor(ChunkView) for every chunk in order.
   template <class Visitor>
   void ForEachChunk(Visitor&& visitor) const;
   /// Calls visitor(x, y) for every point in order.
   template <class Visitor>
   void ForEachPoint(Visitor&& visitor) const;
-  std::vector<double> XValues() const;
-  std::vector<double> YValues() const;
-  std::vector<std::int32_t> Ids() const;
   /// True when both are copies of one chain, neither edited since.
   bool SharesAllWith(const PointChain& other) const { return &Root() == &other.Root(); }
 
   // --- places
-  Place Begin() const { return {}; }
   Place End() const { return {Root().groups.size(), 0, 0}; }
-  Place LowerPlace(double x) const;  ///< of the first point with X >= x
+  /// Of the first point with X >= x; the end when there is none.
+  Place LowerPlace(double x) const { return PlaceNotBelow(Root(), x); }
+  /// The end for an index that is none.
   Place PlaceOf(std::size_t index) const;
-  std::size_t IndexOf(const Place& place) const;
-  Place Next(Place place) const;
-  double X(const Place& place) const { return ChunkAt(place).X()[place.offset]; }
-  Point At(const Place& place) const { return ChunkAt(place).At(place.offset); }
+  std::size_t IndexOf(const Place& place) const { return IndexOfPlace(Root(), place); }
+  Place Next(const Place& place) const { return PlaceBehind(Root(), place); }
+  double X(const Place& place) const { return ChunkAt(Root(), place).X()[place.offset]; }
+  Point At(const Place& place) const { return ChunkAt(Root(), place).At(place.offset); }
 
   // --- editing. The caller keeps X ascending; ids are its business too.
   void Append(std::int32_t id, double x, double y);
@@ -140,20 +127,7 @@ class PointChain {
   void AddLate(std::int32_t id, double x, double y);
   bool OverwriteLate(double x, double y);
 
-  const PointChunk& ChunkAt(const Place& place) const {
-    return *Root().groups[place.group]->chunks[place.chunk];
-  }
-  static Place LowerPlaceIn(const ChunkRoot& root, double x);
-  Place PlaceOfChunk(std::size_t number) const;
   ChunkView View(const Place& place) const;
-  PointChunk& EditChunk(const Place& place);
-  PointChunk& EditRoomyChunk(const Place& place, IdRoom id_room);
-  void AddChunk(std::size_t room, IdRoom id_room);
-  void PointsChanged(const Place& place, std::ptrdiff_t change);
-  void FirstXChanged(const Place& place);
-  void SplitChunk(const Place& place);
-  void SplitGroup(std::size_t group);
-  void RemoveChunk(const Place& place);
 
   mutable CowPtr<ChunkRoot> root_;    // changed in reading only by merging the points that wait
   std::unique_ptr<LatePoints> late_;  // null until points come out of order

@@ -1,5 +1,5 @@
-// The storage below PointChain: chunks of neighbouring points, groups of neighbouring chunks, and the root over the groups.
-// Knows how points lie in memory; knows neither how a chain is searched nor when it is split.
+// The storage below PointChain: a chunk of neighbouring points. Knows how they lie in memory; knows neither the chunks beside
+// it nor when it is split.
 #pragma once
 
 #include <algorithm>
@@ -198,26 +198,6 @@ class PointChunk : public CowCounted {
   mutable double y_min_ = 0;
   mutable double y_max_ = 0;
   std::vector<double> regression_;
-};
-
-/// Neighbouring chunks with what a search needs of them side by side.
-struct ChunkGroup : CowCounted {
-  std::unique_ptr<ChunkGroup> Clone() const { return std::make_unique<ChunkGroup>(*this); }
-  static constexpr std::size_t kCapacity = 128;
-
-  std::vector<double> first_x;       ///< X of each chunk's first point
-  std::vector<std::uint32_t> start;  ///< index of each chunk's first point within the group
-  std::vector<CowPtr<PointChunk>> chunks;
-  std::uint32_t points = 0;
-};
-
-/// All groups, with the same figures one floor up.
-struct ChunkRoot : CowCounted {
-  std::unique_ptr<ChunkRoot> Clone() const { return std::make_unique<ChunkRoot>(*this); }
-  std::vector<double> first_x;
-  std::vector<std::size_t> start;        ///< index of each group's first point
-  std::vector<std::size_t> first_chunk;  ///< number of each group's first chunk
-  std::vector<CowPtr<ChunkGroup>> groups;
 };
 
 }  // namespace tarnwick

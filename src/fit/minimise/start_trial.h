@@ -23,7 +23,6 @@ class StartTrial {
 
   /// Nothing where the model has no value.
   std::optional<StartCandidate> Try(const std::vector<double>& p);
-  bool IsLinear(std::size_t parameter) const { return linear_[parameter]; }
   /// Parameters that are not.
   std::vector<std::size_t> Nonlinear() const;
   /// Passes with derivatives so far.

@@ -7,32 +7,11 @@
 #include "base/text_encoding.h"
 #include "base/undefined.h"
 #include "expr/words/builtin_words.h"
-#include "fit/model/curve_fit_file.h"
-#include "stream/stream_error.h"
+#include "fit/model/templates.h"
 
 namespace tarnwick {
 
 namespace {
-
-/// `text` with every occurrence of `name`, whatever its case, replaced by `by`; what is put in is not searched again.
-/// Throws Error when that is longer than an expression may be: templates that repeat names double it with every one.
-std::string ReplacedIgnoringCase(const std::string& text, const std::string& name,
-                                 const std::string& by) {
-  const std::string lower_text = LowerAscii(text);
-  const std::string lower_name = LowerAscii(name);
-  std::string replaced;
-  std::size_t from = 0;
-  for (std::size_t at = lower_text.find(lower_name); at != std::string::npos;
-       at = lower_text.find(lower_name, from)) {
-    replaced.append(text, from, at - from).append(by);
-    from = at + name.size();
-    if (replaced.size() + (text.size() - from) > kLongestExpression) {
-      throw Error("The templates make the expression longer than " +
-                  std::to_string(kLongestExpression) + " characters");
-    }
-  }
-  return replaced.append(text, from);
-}
 
 bool Same(double left, double right) {
   return left == right || (IsUndefined(left) && IsUndefined(right));
@@ -177,7 +156,7 @@ void TCurFit::Prepare() {
   for (const auto& parameter : params_) {
     DefineVariable(parameter->Name(), parameter->ValuePtr());
   }
-  CompileExpression(ExpressionWithTemplates());
+  CompileExpression(WithTemplates(settings_.Expression, settings_.templates));
 }
 
 // A variable takes the place of a built-in word of its name; with the variable gone the word must be known again.
@@ -190,24 +169,12 @@ void TCurFit::RestoreBuiltinWords() {
   }
 }
 
-std::string TCurFit::ExpressionWithTemplates() const {
-  std::string text = settings_.Expression;
-  for (auto one = settings_.templates.rbegin(); one != settings_.templates.rend(); ++one) {
-    if (!one->Name.empty()) text = ReplacedIgnoringCase(text, one->Name, one->Text);
-  }
-  return text;
-}
-
 double TCurFit::Value(double x) {
   *x_value_ = x;
   return Evaluate();
 }
 
 // --- the model as a value
-
-void TCurFit::Reset() {
-  SetSettings({}, true);
-}
 
 FitSettings TCurFit::Settings() const {
   FitSettings settings = settings_;
@@ -234,27 +201,6 @@ void TCurFit::AdoptParameters(const std::vector<ParameterSettings>& parameters) 
     parameter->owner_ = this;
     params_.push_back(std::move(parameter));
   }
-}
-
-void TCurFit::Assign(const TCurFit& other) {
-  LoadFromStream(other.SaveToStream(), Compile::Yes);
-}
-
-// --- files
-
-std::string TCurFit::SaveToStream(WriterMode mode) const {
-  return StoredModel(Settings(), mode);
-}
-
-void TCurFit::LoadFromStream(std::string_view bytes, Compile compile) {
-  try {
-    SetSettings(ReadStoredModel(bytes), compile == Compile::Yes);
-  } catch (const StreamError&) {
-    ClearTemplates();
-    ClearParameters();
-    throw;
-  }
-  if (compile == Compile::Yes) Prepare();
 }
 
 }  // namespace tarnwick

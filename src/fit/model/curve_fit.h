@@ -6,14 +6,12 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "expr/expression_parser.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"
 #include "fit/model/parameter.h"
-#include "stream/section_writer.h"
 
 namespace tarnwick {
 
@@ -21,35 +19,24 @@ class TCurFit final : public TExpressionParser {
  public:
   TCurFit();
 
-  // --- the model. Setters notify as their property says; texts that are empty or equal are ignored.
-  const std::string& XVarName() const { return settings_.XVarName; }
+  // --- the model; what is not read here stands in Settings(). Setters notify as their property says; texts that are empty or equal are ignored.
   void SetXVarName(const std::string& name);
   const std::string& Expression() const { return settings_.Expression; }
   void SetExpression(const std::string& text);
   FitStatus Status() const { return settings_.Status; }
   void SetStatus(FitStatus status);  ///< a matter of display: tells, but Modified and result stay
-  FitProcType ProcType() const { return settings_.ProcType; }
   void SetProcType(FitProcType type);
-  bool LeftMarginUsed() const { return settings_.LeftMarginUsed; }
   void SetLeftMarginUsed(bool used);
-  bool RightMarginUsed() const { return settings_.RightMarginUsed; }
   void SetRightMarginUsed(bool used);
-  double LeftMargin() const { return settings_.LeftMargin; }
-  void SetLeftMargin(double x);  ///< notifies only while the margin is used
-  double RightMargin() const { return settings_.RightMargin; }
-  void SetRightMargin(double x);  ///< notifies only while the margin is used
-  std::int32_t NPoints() const { return settings_.NPoints; }
-  void SetNPoints(std::int32_t points);  ///< ignored unless greater than 0
-  double Tolerance() const { return settings_.Tolerance; }
-  void SetTolerance(double tolerance);  ///< ignored unless greater than 0
-  std::int32_t IterMax() const { return settings_.IterMax; }
+  void SetLeftMargin(double x);              ///< notifies only while the margin is used
+  void SetRightMargin(double x);             ///< notifies only while the margin is used
+  void SetNPoints(std::int32_t points);      ///< ignored unless greater than 0
+  void SetTolerance(double tolerance);       ///< ignored unless greater than 0
   void SetIterMax(std::int32_t iterations);  ///< ignored unless greater than 0
   bool CurveShown() const { return settings_.CurveShown; }
   void SetCurveShown(bool shown) { settings_.CurveShown = shown; }
   Color CurveColor() const { return settings_.CurveColor; }
-  void SetCurveColor(Color color) { settings_.CurveColor = color; }
   std::int32_t CurveStyle() const { return settings_.CurveStyle; }
-  void SetCurveStyle(std::int32_t style) { settings_.CurveStyle = style; }
   std::int32_t CurveWidth() const { return settings_.CurveWidth; }
   void SetCurveWidth(std::int32_t width) { settings_.CurveWidth = width; }
 
@@ -68,8 +55,6 @@ class TCurFit final : public TExpressionParser {
   void CopyValues(const TCurFit& other);
 
   // --- templates, in the order added
-  const std::vector<TemplateSettings>& Templates() const { return settings_.templates; }
-  std::int32_t NTemplates() const { return static_cast<std::int32_t>(Templates().size()); }
   // They work from the next Prepare on and tell nobody; the result goes.
   void AddTemplate(TemplateSettings text);
   void ClearTemplates();
@@ -84,24 +69,10 @@ class TCurFit final : public TExpressionParser {
   const double* XValue() const { return x_value_.get(); }
 
   // --- the model as a value
-  void Reset();  ///< a fresh model; notifies
   FitSettings Settings() const;
   /// Takes over all settings without compiling; drops the result; notifies with Modified as given. Of parameters of one
   /// name only the first is taken.
   void SetSettings(const FitSettings& settings, bool modified);
-  /// Settings by way of the stored form, then Prepare. Throws EParserException.
-  void Assign(const TCurFit& other);
-
-  // --- files (the stored form stands in curve_fit_file.h)
-  std::string SaveToStream(WriterMode mode = WriterMode::Typed) const;
-  /// Replaces the model by a stored one. Throws StreamError on bytes that are none; parameters and templates are gone then.
-  /// Compile throws EParserException, too.
-  enum class Compile { No, Yes };
-  void LoadFromStream(std::string_view bytes, Compile compile);
-
-  // --- texts
-  std::vector<std::string> Report();
-  std::vector<std::string> SettingsText() const;
 
   // --- what changed
   bool Modified() const { return modified_; }
@@ -115,11 +86,9 @@ class TCurFit final : public TExpressionParser {
   }
 
   /// The result of the last fit; null when there was none or points, values or settings changed since.
-  const FitResult* Result() const { return result_.get(); }
+  const std::shared_ptr<const FitResult>& Result() const { return result_; }
   /// Keeps a result for the present values until the next change.
   void SetResult(std::shared_ptr<const FitResult> result) { result_ = std::move(result); }
-  /// The same, for whoever keeps it.
-  std::shared_ptr<const FitResult> SharedResult() const { return result_; }
 
  private:
   friend class TDBLParameter;
@@ -133,7 +102,6 @@ class TCurFit final : public TExpressionParser {
   void AdoptParameters(const std::vector<ParameterSettings>& parameters);
   void ForgetCompiled();
   void RestoreBuiltinWords();
-  std::string ExpressionWithTemplates() const;
 
   FitSettings settings_;  // its parameters stay empty: params_ holds them
   std::vector<std::unique_ptr<TDBLParameter>> params_;
@@ -142,10 +110,5 @@ class TCurFit final : public TExpressionParser {
   std::function<void()> on_change_;
   std::shared_ptr<const FitResult> result_;
 };
-
-/// "cf_None" ..., "Unknown".
-std::string_view NameOf(FitStatus status);
-/// "cfp_Powell" ..., "Unknown".
-std::string_view NameOf(FitProcType type);
 
 }  // namespace tarnwick

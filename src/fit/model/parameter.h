@@ -31,18 +31,10 @@ class TDBLParameter {
   bool Vary() const { return settings_.Vary; }
   void SetVary(bool vary);  ///< tells the owner when it differs
 
-  double StartDev() const { return settings_.StartDev; }
-  void SetStartDev(double value) { settings_.StartDev = value; }
-  double FinalDev() const { return settings_.FinalDev; }
-  void SetFinalDev(double value) { settings_.FinalDev = value; }
   bool Printed() const { return settings_.Printed; }
   void SetPrinted(bool printed) { settings_.Printed = printed; }
-  const std::string& Description() const { return settings_.Description; }
-  void SetDescription(std::string text) { settings_.Description = std::move(text); }
-  const std::string& Units() const { return settings_.Units; }
-  void SetUnits(std::string text) { settings_.Units = std::move(text); }
 
-  /// As stored, with the present value.
+  /// As stored, with the present value; what is not read here stands in it.
   ParameterSettings Settings() const;
 
  private:

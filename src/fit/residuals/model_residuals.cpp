@@ -96,7 +96,6 @@ struct ModelResiduals::Impl {
   void Prepare(int threads) {
     for (std::int32_t i = 1; i <= model.NParams(); ++i) {
       if (!model.Param(i).Vary()) continue;
-      numbers.push_back(i);
       places.push_back(model.Param(i).ValuePtr());
     }
     CompensatedSum squares;
@@ -132,8 +131,7 @@ struct ModelResiduals::Impl {
   TCurFit& model;
   OwnPoints own;  // when thinned
   FitPoints points;
-  std::vector<std::int32_t> numbers;  // of the varied parameters
-  std::vector<double*> places;        // of their values
+  std::vector<double*> places;  // of the varied parameters' values
   double norm_of_y = 0;
   bool exact_derivatives = false;
   std::vector<Worker> workers;
@@ -282,10 +280,6 @@ std::vector<double> ModelResiduals::Residuals(std::span<const double> p, std::si
     for (std::size_t i = 0; i < count; ++i) residuals[from + i] -= block.values[i];
   }
   return residuals;
-}
-
-void ModelResiduals::StoreInModel(std::span<const double> p) {
-  for (std::size_t j = 0; j < p.size(); ++j) impl_->model.Param(impl_->numbers[j]).SetValue(p[j]);
 }
 
 }  // namespace tarnwick

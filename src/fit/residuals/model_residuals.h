@@ -61,8 +61,6 @@ class ModelResiduals {
   std::vector<double> Residuals(std::span<const double> p, std::size_t most);
   /// Asked for NormalEquations, makes another, Orthogonal pass where J'J has lost too many digits. Throws EIntegerDivision.
   ReducedJacobian Reduce(std::span<const double> p, Reduction how);
-  /// Sets the model's varied parameters through their setters.
-  void StoreInModel(std::span<const double> p);
 
  private:
   struct Impl;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/error.h"
+#include "data/points/point_columns.h"
 #include "graph/read_out.h"
 #include "graph/xy_graph.h"
 
@@ -28,10 +29,10 @@ std::string PairText(const TxyGraph& graph, const TSeries& series, const PlotPoi
 /// "Voltage.# 3  X,Y: 1, 2"
 std::optional<std::string> PointName(const TxyGraph& graph, const TSeries& series,
                                      std::int32_t id) {
-  const std::optional<std::size_t> index = series.Points().IndexOfId(id);
+  const std::optional<std::size_t> index = IndexOfId(series.Points(), id);
   if (!index) return std::nullopt;
   const Point point = series.Points().At(*index);
-  const PlotPoint place{point.x, series.CorrectedY(point.x, point.y)};
+  const PlotPoint place{point.x, series.GetBaseLine().CorrectedY(point.x, point.y)};
   const char* caption = graph.YAxisOf(series) == AxisId::Y2 ? "  X,Y2: " : "  X,Y: ";
   return series.SeriesName() + ".# " + std::to_string(id) + caption +
          PairText(graph, series, place);
@@ -64,7 +65,7 @@ void CheckMove(const TxyGraph& graph, const TSeries& series, const PlotPoint& to
 
 bool MovePoint(const TxyGraph& graph, TSeries& series, std::int32_t id, const PlotPoint& to) {
   CheckMove(graph, series, to);
-  const std::optional<std::size_t> index = series.Points().IndexOfId(id);
+  const std::optional<std::size_t> index = IndexOfId(series.Points(), id);
   if (!index) return false;
   const double y = StoredY(series, to);
   DataState state = series.State();
@@ -93,7 +94,7 @@ std::int32_t InsertPoint(TSeries& series, const PlotPoint& at) {
   CheckPlace(at);
   const std::int32_t before = series.PointCount();
   if (series.AddPoint(at.x, StoredY(series, at)) > before) return series.State().id_counter;
-  return series.Points().IdAt(series.Points().LowerBound(at.x));
+  return series.Points().At(series.Points().LowerBound(at.x)).id;
 }
 
 }  // namespace tarnwick

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "data/data_series_file.h"
+#include "data/series/data_series_file.h"
 #include "stream/section_writer.h"
 
 namespace tarnwick {

@@ -127,7 +127,7 @@ std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layo
     for (std::size_t at = 0; at < points.Size(); at += step) {
       const Point point = points.At(at);
       const QPointF pixel(layout.Axis(AxisId::X).scale.Position(point.x),
-                          y_scale.Position(series.CorrectedY(point.x, point.y)));
+                          y_scale.Position(series.GetBaseLine().CorrectedY(point.x, point.y)));
       if (before && series.Style().connect_points) AddLine(*before, pixel, pixels);
       pixels.push_back(pixel);
       before = pixel;

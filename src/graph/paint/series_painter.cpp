@@ -99,7 +99,7 @@ Bounds BoundsOf(const TSeries& series) {
   if (style.bounds_mode != BoundsMode::Absolute) {
     const StatisticsRecord y = series.YStatistics();
     if (!y.mean || !y.variance || !series.XStatistics().mean) return {};
-    center = series.CorrectedY(*series.XStatistics().mean, *y.mean);
+    center = series.GetBaseLine().CorrectedY(*series.XStatistics().mean, *y.mean);
     const double unit = style.bounds_mode == BoundsMode::StandardDeviations
                             ? std::sqrt(*y.variance)
                             : std::abs(center) / 100;
@@ -129,11 +129,11 @@ void PaintBoundLines(DeviceSpace& space, const TSeries& series, const SeriesFram
 }
 
 void PaintRegression(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
-  if (series.RegressionType() == RegressionType::None || series.RegressionStale()) return;
+  if (series.RegressionType() == RegressionType::None || series.Regression().stale) return;
   ThinningView view = ViewOf(space, series, frame);
   view.ordinate = Ordinate::Regression;
   const PointChain& points =
-      HasRegressionCurve(series.RegressionType()) ? series.RegressionCurve() : series.Points();
+      HasRegressionCurve(series.RegressionType()) ? series.Regression().curve : series.Points();
   const SeriesStyle& style = series.Style();
   const double width = std::clamp(style.line_width, 1, 200) * space.Scale();
   PaintLine(space, points, view,

@@ -138,9 +138,9 @@ TEST_F(FitDesktopTest, AFunctionIsDrawnThenFittedAsTheEngineDoes) {
             expected.verdict.summary);
   EXPECT_EQ(Table("FitParameters")->item(1, 0)->text(), "k");
 
-  const std::shared_ptr<const FitResult> first = Series().Fit().SharedResult();
+  const std::shared_ptr<const FitResult> first = Series().Fit().Result();
   Run("FitCurve1");  // nothing changed since: nothing is fitted
-  EXPECT_EQ(Series().Fit().SharedResult(), first);
+  EXPECT_EQ(Series().Fit().Result(), first);
 
   Run("EditUndo1");
   EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
@@ -150,7 +150,7 @@ TEST_F(FitDesktopTest, AFunctionIsDrawnThenFittedAsTheEngineDoes) {
   EXPECT_TRUE(form_->findChild<QLabel*>("FitHint")->isVisible());
   Run("EditRedo1");
   Run("EditRedo1");
-  EXPECT_EQ(Series().Fit().SharedResult(), first);
+  EXPECT_EQ(Series().Fit().Result(), first);
   EXPECT_FALSE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
 }
 
@@ -257,7 +257,7 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
 TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
   OpenFitted();
   const FitSettings before = Series().Fit().Settings();
-  const auto result = Series().Fit().SharedResult();
+  const auto result = Series().Fit().Result();
   QTimer::singleShot(0, form_.get(), [&] {
     auto* dialog = form_->findChild<QDialog*>("FitSettings");
     ASSERT_NE(dialog, nullptr);
@@ -276,7 +276,7 @@ TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
   });
   Run("editFunction1");
   EXPECT_EQ(Series().Fit().Settings(), before);
-  EXPECT_EQ(Series().Fit().SharedResult(), result);
+  EXPECT_EQ(Series().Fit().Result(), result);
 }
 
 TEST(ModelCheck, SaysWhatIsTheMatter) {

@@ -86,11 +86,11 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
       {"EditDelPoint1", at, at, deleting, Answer::No, "", MouseMode::DeletePoint,
        [&] { return points() == 40; }},
       {"EditDelPoint1", at, at, deleting, Answer::Yes, "Delete Point", MouseMode::DeletePoint,
-       [&] { return points() == 39 && !Data().GetY(kPoint); }},
+       [&] { return points() == 39 && !GetY(Data(), kPoint); }},
       {"EditMovePoint1", at, away, moving, Answer::No, "", MouseMode::MovePoint,
-       [&] { return Data().GetY(kPoint) == 10 * kPoint; }},
+       [&] { return GetY(Data(), kPoint) == 10 * kPoint; }},
       {"EditMovePoint1", at, away, moving, Answer::Yes, "Move Point", MouseMode::MovePoint,
-       [&] { return Data().GetY(kPoint) == value(away).y && points() == 40; }},
+       [&] { return GetY(Data(), kPoint) == value(away).y && points() == 40; }},
       {"EditMovePoint1",
        at,
        at,
@@ -106,7 +106,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        Answer::No,
        "Insert Point",
        MouseMode::InsertPoint,
-       [&] { return points() == 41 && Data().GetY(41) == value(away).y; }},
+       [&] { return points() == 41 && GetY(Data(), 41) == value(away).y; }},
       {"MarkVert1",
        away,
        away,
@@ -346,7 +346,7 @@ TEST_F(ModesTest, PointsAreMovedAndDeletedWithoutAMouse) {
                          Graph().Axis(AxisId::Y).PixelToValue(origin.y() - 30)};
   Expect(MovePointQuestion(Graph(), Data(), 1, target), Answer::Yes);
   Press(Qt::Key_Return);
-  EXPECT_NEAR(*Data().GetY(1), target.y, 1e-9);
+  EXPECT_NEAR(*GetY(Data(), 1), target.y, 1e-9);
   Run("EditDelPoint1");
   Expect(DeletePointQuestion(Graph(), Data(), 1), Answer::Yes);
   Press(Qt::Key_Return);

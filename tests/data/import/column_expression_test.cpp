@@ -18,8 +18,8 @@ using Names = std::vector<std::string>;
 
 ColumnTransforms Compiled(const std::string& x, const std::string& y, const Names& names = {}) {
   TDataSeries series;
-  series.SetXColExpr(x);
-  series.SetYColExpr(y);
+  series.Source().XColExpr = x;
+  series.Source().YColExpr = y;
   return CompileColumnExpressions(series, names);
 }
 

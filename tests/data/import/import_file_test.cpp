@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "data/points/point_columns.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -41,19 +42,19 @@ TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {
   EXPECT_EQ(result.x_name, "day");
   const TDataSeries& a = *result.series[0];
   EXPECT_EQ(a.SeriesName(), "a");
-  EXPECT_EQ(a.Points().YValues(), (std::vector<double>{1.5, 2.5}));
+  EXPECT_EQ(YValues(a.Points()), (std::vector<double>{1.5, 2.5}));
   EXPECT_EQ(a.Source().DataSource, DataSourceKind::Text);
   EXPECT_EQ(a.Source().DatasourceInfo, path.string());
   EXPECT_EQ(a.Source().XDataColumn, "day");
   EXPECT_EQ(a.Source().YFormat, ColumnFormat::DecimalComma);
 
   // What was stored is enough to read it again.
-  const std::vector<double> before = a.Points().XValues();
+  const std::vector<double> before = XValues(a.Points());
   TDataSeries* const all[] = {result.series[0].get(), result.series[1].get()};
   for (TDataSeries* const series : all) series->Clear();
   RefreshAll(all);
-  EXPECT_EQ(a.Points().XValues(), before);
-  EXPECT_EQ(result.series[1]->Points().YValues(), (std::vector<double>{2, 3}));
+  EXPECT_EQ(XValues(a.Points()), before);
+  EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 3}));
 }
 
 TEST(ImportFile, TellsEqualNamesApart) {
@@ -67,7 +68,7 @@ TEST(ImportFile, NumbersTheRowsOfASingleColumn) {
   const TemporaryFolder folder;
   const ImportResult result = ImportFile(folder.Write("t.txt", "y\n5\n6\nx\n8\n"));
   EXPECT_EQ(result.x_name, "Row number");
-  EXPECT_EQ(result.series[0]->Points().XValues(), (std::vector<double>{1, 2, 4}));
+  EXPECT_EQ(XValues(result.series[0]->Points()), (std::vector<double>{1, 2, 4}));
 }
 
 TEST(ImportFile, TakesTheUsersOptions) {
@@ -82,8 +83,8 @@ TEST(ImportFile, TakesTheUsersOptions) {
   options.row_value2 = 2;
   const ImportResult result = ImportFile(path, options);
   ASSERT_EQ(result.series.size(), 2u);
-  EXPECT_EQ(result.series[0]->Points().XValues(), (std::vector<double>{20, 40}));
-  EXPECT_EQ(result.series[1]->Points().YValues(), (std::vector<double>{2, 2}));
+  EXPECT_EQ(XValues(result.series[0]->Points()), (std::vector<double>{20, 40}));
+  EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 2}));
   EXPECT_EQ(result.series[1]->Source().RowSamplingFrequency, 2);
 }
 
@@ -97,7 +98,7 @@ TEST(ImportFile, ReadsUnformattedFiles) {
   EXPECT_EQ(series.PointCount(), 4000);
   EXPECT_EQ(series.Source().DataSource, DataSourceKind::Unformatted);
   EXPECT_EQ(series.Source().RowSamplingFrequency, 3);
-  EXPECT_EQ(series.Points().Back().y, 11'997 / 2.0);
+  EXPECT_EQ(series.Points().At(3999).y, 11'997 / 2.0);
   EXPECT_EQ(result.reports.at(0).Message(),
             "4000 points, every 3rd row; 1 row skipped (1 X empty; first at line 12001)");
 
@@ -109,7 +110,7 @@ TEST(ImportFile, ReadsUnformattedFiles) {
   options.y_expression = "V - w";
   const auto wide =
       folder.Write("w.dat", "t,v,w\n@Unformatted\n" + Single(1) + Single(9) + Single(2));
-  EXPECT_EQ(ImportFile(wide, options).series.at(0)->Points().Back().y, 7);
+  EXPECT_EQ(YValues(ImportFile(wide, options).series.at(0)->Points()), std::vector<double>{7});
 }
 
 TEST(ImportFile, SaysWhatIsWrongWithAFile) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "data/points/point_columns.h"
 #include "support/temporary_folder.h"
 #include "text/text_supplier_maker.h"
 
@@ -41,7 +42,7 @@ TDSInfo EveryRow() {
 }
 
 std::vector<double> Xs(const TDataSeries& series) {
-  return series.Points().XValues();
+  return XValues(series.Points());
 }
 
 std::vector<double> Range(int first, int last, int step = 1) {
@@ -153,7 +154,7 @@ TEST(Loader, KeepsThePointsWhereAColumnIsMissingOrTheSourceIsNotActive) {
 TEST(Loader, RefusesExpressionsNobodyEvaluates) {
   const auto supplier = SupplierOf(EveryRow(), Counting(3));
   const auto series = SeriesOf(EveryRow());
-  series->SetYColExpr("Y*2");
+  series->Source().YColExpr = "Y*2";
   LoadOptions options;
   options.transforms = [](const TDataSeries&, const std::vector<std::string>&) {
     return ColumnTransforms();
@@ -166,7 +167,7 @@ TEST(Loader, RefusesExpressionsNobodyEvaluates) {
         }}};
   };
   const LoadReport report = LoadDataSet(*series, *supplier, options);
-  EXPECT_EQ(series->Points().YValues(), (std::vector<double>{2, 6}));
+  EXPECT_EQ(YValues(series->Points()), (std::vector<double>{2, 6}));
   EXPECT_EQ(report.y_not_number, 1);
 }
 
@@ -180,14 +181,14 @@ TEST(Loader, ReadsTheColumnsThatExpressionsName) {
       info.YFormat = format;
       const auto supplier = SupplierOf(info, text);
       const auto series = SeriesOf(info);
-      series->SetXColExpr("X + row_number");
-      series->SetYColExpr("col2*col0 + Y");
+      series->Source().XColExpr = "X + row_number";
+      series->Source().YColExpr = "col2*col0 + Y";
       const auto other = SeriesOf(info);
-      other->SetXColExpr("temp__c_ div (X - 5)");
+      other->Source().XColExpr = "temp__c_ div (X - 5)";
       TDataSeries* const all[] = {series.get(), other.get()};
       const std::vector<LoadReport> reports = LoadShared(all, *supplier, options);
       EXPECT_EQ(Xs(*series), (std::vector<double>{2, 10, 12}));
-      EXPECT_EQ(series->Points().YValues(), (std::vector<double>{110, 550, 1260}));
+      EXPECT_EQ(YValues(series->Points()), (std::vector<double>{110, 550, 1260}));
       EXPECT_EQ(
           reports[0].Message(),
           "3 points; 3 rows skipped (1 X empty, 1 Y empty, 1 Y not a number; first at line 3)");
@@ -290,9 +291,9 @@ TDSInfo RandomInfo(std::mt19937& random) {
 
 void ExpectSame(const TDataSeries& a, const LoadReport& ra, const TDataSeries& b,
                 const LoadReport& rb, const std::string& what) {
-  EXPECT_EQ(a.Points().XValues(), b.Points().XValues()) << what;
-  EXPECT_EQ(a.Points().YValues(), b.Points().YValues()) << what;
-  EXPECT_EQ(a.Points().Ids(), b.Points().Ids()) << what;
+  EXPECT_EQ(XValues(a.Points()), XValues(b.Points())) << what;
+  EXPECT_EQ(YValues(a.Points()), YValues(b.Points())) << what;
+  EXPECT_EQ(Ids(a.Points()), Ids(b.Points())) << what;
   EXPECT_EQ(a.Source(), b.Source()) << what;
   EXPECT_EQ(ra.Message(), rb.Message()) << what;
   EXPECT_EQ(ra.rows_read, rb.rows_read) << what;
@@ -312,7 +313,7 @@ TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
     const auto shared = SeriesOf(info);
     const auto companion = SeriesOf(other);
     for (TDataSeries* const series : {reference.get(), blocks.get(), shared.get()}) {
-      if (round % 3 == 0) series->SetYColExpr("Y*2 - col0 + row_number");
+      if (round % 3 == 0) series->Source().YColExpr = "Y*2 - col0 + row_number";
     }
     const LoadReport expected = LoadDataSet(*reference, *supplier, ValueByValue());
     const LoadReport got = LoadDataSet(*blocks, *supplier);
@@ -366,13 +367,13 @@ TEST(RefreshAll, ReadsEachFileOnceForAllItsDataSets) {
   const std::vector<LoadReport> reports = RefreshAll(all);
   EXPECT_FALSE(reports[0].loaded);
   EXPECT_EQ(typed->PointCount(), 1);
-  EXPECT_EQ(y->Points().YValues(), (std::vector<double>{2, 5}));
-  EXPECT_EQ(z->Points().YValues(), (std::vector<double>{3, 6}));
+  EXPECT_EQ(YValues(y->Points()), (std::vector<double>{2, 5}));
+  EXPECT_EQ(YValues(z->Points()), (std::vector<double>{3, 6}));
 
   // The columns may have changed places since.
   folder.Write("a.csv", "z,x,y\n3,1,2\n");
   RefreshAll(all);
-  EXPECT_EQ(z->Points().YValues(), std::vector<double>{3});
+  EXPECT_EQ(YValues(z->Points()), std::vector<double>{3});
   std::filesystem::remove(folder.File("a.csv"));
   EXPECT_THROW(RefreshAll(all), FileError);
   EXPECT_EQ(z->PointCount(), 1);

@@ -1,4 +1,5 @@
 #include "data/points/late_points.h"
+#include "data/points/point_columns.h"
 
 #include <gtest/gtest.h>
 
@@ -112,9 +113,9 @@ TEST(LatePoints, GiveWhatPlacingAtOnceGives) {
       }
     }
     const PointChain copy = late;
-    EXPECT_EQ(copy.Ids(), at_once.Ids());
-    EXPECT_EQ(copy.XValues(), at_once.XValues());
-    EXPECT_EQ(copy.YValues(), at_once.YValues());
+    EXPECT_EQ(Ids(copy), Ids(at_once));
+    EXPECT_EQ(XValues(copy), XValues(at_once));
+    EXPECT_EQ(YValues(copy), YValues(at_once));
     EXPECT_TRUE(copy.SharesAllWith(late));
     if (row.all_wait) {
       EXPECT_LT(copy.ChunkCount(), copy.Size() / PointChunk::kCapacity + 10);
@@ -141,7 +142,7 @@ TEST(LatePoints, SeveralThreadsMayBeTheFirstToLookAtWaitingPoints) {
   other.join();
   EXPECT_EQ(sums[0], 19999);
   EXPECT_EQ(sums[1], 19999);
-  EXPECT_TRUE(std::ranges::is_sorted(chain.XValues()));
+  EXPECT_TRUE(std::ranges::is_sorted(XValues(chain)));
 }
 
 }  // namespace

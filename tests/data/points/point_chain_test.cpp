@@ -1,4 +1,5 @@
 #include "data/points/point_chain.h"
+#include "data/points/point_columns.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,7 @@ using Model = std::vector<Point>;
 
 Model PointsOf(const PointChain& chain) {
   Model points;
-  const std::vector<std::int32_t> ids = chain.Ids();
+  const std::vector<std::int32_t> ids = Ids(chain);
   chain.ForEachChunk([&](const ChunkView& chunk) {
     EXPECT_EQ(chunk.first_index, points.size());
     EXPECT_FALSE(chunk.x.empty());
@@ -53,7 +54,7 @@ void ExpectAnswersMatch(const PointChain& chain, const Model& model, std::mt1993
   for (int i = 0; i < 200 && !model.empty(); ++i) {
     const std::size_t index = random() % model.size();
     EXPECT_EQ(chain.At(index).id, model[index].id);
-    EXPECT_EQ(chain.IndexOfId(model[index].id), index);
+    EXPECT_EQ(IndexOfId(chain, model[index].id), index);
     EXPECT_EQ(chain.IndexOf(chain.PlaceOf(index)), index);
     const ChunkView chunk = chain.Chunk(chain.ChunkOfIndex(index));
     EXPECT_EQ(chunk.x[index - chunk.first_index], model[index].x);
@@ -65,7 +66,7 @@ void ExpectAnswersMatch(const PointChain& chain, const Model& model, std::mt1993
     }
   }
   EXPECT_EQ(chain.LowerBound(std::numeric_limits<double>::infinity()), model.size());
-  EXPECT_EQ(chain.IndexOfId(std::numeric_limits<std::int32_t>::max()), std::nullopt);
+  EXPECT_EQ(IndexOfId(chain, std::numeric_limits<std::int32_t>::max()), std::nullopt);
   for (std::size_t number = 0; number < chain.ChunkCount(); ++number) {
     const ChunkView chunk = chain.Chunk(number);
     const YExtremes extremes = chain.ChunkExtremes(number);

@@ -89,7 +89,7 @@ class RandomEdits {
   }
   std::int32_t SomeId(const TSeries& series) {
     const std::size_t count = series.Points().Size();
-    return count == 0 ? 0 : series.Points().IdAt(Below(count));
+    return count == 0 ? 0 : series.Points().At(Below(count)).id;
   }
   std::int32_t SomeMark(const TxyGraph& graph) {
     const std::vector<Mark>& marks = graph.Marks().All();

@@ -11,6 +11,8 @@
 #include "base/undefined.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
+#include "fit/model/model_copy.h"
+#include "fit/model/model_report.h"
 #include "stream/stream_error.h"
 
 namespace tarnwick {
@@ -92,7 +94,7 @@ TEST(CurveFit, TellsOfRealChangesOnly) {
        },
        false, false, false},
       {"end of a fit", [](TCurFit& f) { f.Change(false); }, true, false, true},
-      {"reset", [](TCurFit& f) { f.Reset(); }, true, true, false},
+      {"reset", [](TCurFit& f) { Reset(f); }, true, true, false},
   };
   for (const Row& row : rows) {
     TCurFit fit;
@@ -188,7 +190,7 @@ TEST(CurveFit, EvaluatesWithThePresentValues) {
 TEST(CurveFit, ReportsItself) {
   TCurFit fresh;
   EXPECT_THAT(
-      fresh.Report(),
+      Report(fresh),
       ElementsAre("   C F   S E T T I N G S", "_______________________________", "Status = cf_None",
                   "XVarName = x", "Expression = ", "NPoints = 150", "Tolerance = 3E-8",
                   "ProcType = cfp_Powell", "LeftMargin = 0; used = No",
@@ -206,7 +208,7 @@ TEST(CurveFit, ReportsItself) {
   fit.SetSettings(settings, true);
   fit.Prepare();
   fit.Value(1);
-  const std::vector<std::string> report = fit.Report();
+  const std::vector<std::string> report = Report(fit);
   EXPECT_THAT(
       std::vector<std::string>(report.begin() + 7, report.end()),
       ElementsAre(
@@ -222,7 +224,7 @@ TEST(CurveFit, ReportsItself) {
           "_______________________________________________", "E X P R E S S I O N",
           "c:=a*1/(1+t^2)+b"));
   EXPECT_THAT(
-      fit.SettingsText(),
+      SettingsText(fit),
       ElementsAre("CURVE FITTING SETTINGS", "======================================",
                   "Expression = c:=a*LOR+b", "X Var Name = t; Margins : from -1.5 to NONE",
                   "*** Prm # 1 (Height, \xC2\xB5V) ***", "Name = a; Value = 2.5; Vary = Yes",
@@ -236,11 +238,11 @@ TEST(CurveFit, ComesBackFromItsStoredForm) {
     fit.SetSettings(settings, true);
     TCurFit back;
     back.AddParameter(Parameter("gone"));
-    back.LoadFromStream(fit.SaveToStream(mode), TCurFit::Compile::No);
+    LoadFromStream(back, SaveToStream(fit, mode), Compile::No);
     EXPECT_EQ(back.Settings(), settings);
     EXPECT_FALSE(back.Modified());
     TCurFit assigned;
-    assigned.Assign(fit);
+    Assign(assigned, fit);
     EXPECT_EQ(assigned.Settings(), settings);
     EXPECT_DOUBLE_EQ(assigned.Value(2), 0.5);
   }
@@ -270,7 +272,7 @@ TEST(CurveFit, PassesOverStoredValuesOutOfRange) {
   twice.parameters[1].Name = "p";
   twice.parameters[2].Name = "";
   TCurFit fit;
-  fit.LoadFromStream(StoredModel(twice, WriterMode::Typed), TCurFit::Compile::No);
+  LoadFromStream(fit, StoredModel(twice, WriterMode::Typed), Compile::No);
   EXPECT_EQ(fit.NParams(), 1);
 }
 
@@ -280,7 +282,7 @@ TEST(CurveFit, SurvivesDamageAnywhere) {
     TCurFit fit;
     fit.AddParameter(Parameter("gone"));
     try {
-      fit.LoadFromStream(bytes, TCurFit::Compile::Yes);
+      LoadFromStream(fit, bytes, Compile::Yes);
     } catch (const StreamError&) {
       EXPECT_EQ(fit.NParams(), 0);
       return true;

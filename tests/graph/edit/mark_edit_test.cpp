@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "data/points/point_columns.h"
 #include "graph/xy_graph.h"
 #include "support/refusal.h"
 
@@ -140,7 +141,7 @@ TEST(MarkEdit, TheOriginMovesToAVerticalMark) {
     const DataState before = series.State();
     MoveXOriginToCurrentMark(graph);
     EXPECT_EQ(SameState(before, series.State()), round == 1);
-    EXPECT_EQ(series.Points().XValues(), (std::vector<double>{-2, -1, 0, 1}));
+    EXPECT_EQ(XValues(series.Points()), (std::vector<double>{-2, -1, 0, 1}));
     const std::vector<Mark>& moved = graph.Marks().All();
     EXPECT_EQ(moved[0].x1, 0);
     EXPECT_EQ(moved[1].x1, 2);

@@ -63,9 +63,9 @@ TEST(PointEdit, AMovedPointBringsFiguresAndScalesUpToDate) {
   series.SetZeroValue(100);
   series.SetBaseLineSlope(2);
   MovePoint(graph, series, 3, {3, 15});
-  EXPECT_EQ(*series.GetY(3), 121);
+  EXPECT_EQ(*GetY(series, 3), 121);
   EXPECT_EQ(InsertPoint(series, {2.5, 0}), 4);
-  EXPECT_EQ(*series.GetY(4), 105);
+  EXPECT_EQ(*GetY(series, 4), 105);
 }
 
 TEST(PointEdit, AMoveAmongManyPointsCopiesButItsNeighbours) {

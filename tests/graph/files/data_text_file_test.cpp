@@ -1,5 +1,6 @@
 // DataSets as text, and that our own import reads the same points back.
 #include "graph/files/data_text_file.h"
+#include "data/points/point_columns.h"
 
 #include <gtest/gtest.h>
 
@@ -94,7 +95,7 @@ TEST(DataText, ReadsBackThroughTheImport) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
       EXPECT_EQ(result.series[i]->SeriesName(),
                 columns[i].name.empty() ? "(col 1)" : columns[i].name);
-      EXPECT_EQ(result.series[i]->Points().XValues(), columns[i].x);
+      EXPECT_EQ(XValues(result.series[i]->Points()), columns[i].x);
       EXPECT_EQ(result.series[i]->Points().YValues(), columns[i].y);
     }
   }

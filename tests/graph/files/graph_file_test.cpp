@@ -1,5 +1,6 @@
 // Graph files: what is written, that it reads back, and how damaged files are refused.
 #include "graph/files/graph_file.h"
+#include "data/points/point_columns.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -106,10 +107,10 @@ void ExpectSameGraph(const TxyGraph& left, const TxyGraph& right) {
   for (std::size_t i = 0; i < left.SeriesCount(); ++i) {
     EXPECT_EQ(left.Series(i).Style(), right.Series(i).Style());
     ExpectFieldsEqual<TDataSeries>(DataSeriesFields(), left.Series(i), right.Series(i));
-    EXPECT_EQ(left.Series(i).Points().XValues(), right.Series(i).Points().XValues());
-    EXPECT_THAT(left.Series(i).Points().YValues(),
-                ::testing::Pointwise(::testing::NanSensitiveDoubleEq(),
-                                     right.Series(i).Points().YValues()));
+    EXPECT_EQ(XValues(left.Series(i).Points()), XValues(right.Series(i).Points()));
+    EXPECT_THAT(
+        YValues(left.Series(i).Points()),
+        ::testing::Pointwise(::testing::NanSensitiveDoubleEq(), YValues(right.Series(i).Points())));
   }
   ASSERT_EQ(left.Children().size(), right.Children().size());
   for (std::size_t i = 0; i < left.Children().size(); ++i) {
@@ -380,7 +381,7 @@ TEST(GraphFile, KeepsOneDataSetInAFileOfItsOwn) {
   for (int round = 0; round < 2; ++round) {
     LoadDataSetFile(path, target);
     ASSERT_EQ(target.SeriesCount(), 1u);
-    EXPECT_EQ(target.CurrentSeries()->Points().XValues(), graph.Series(1).Points().XValues());
+    EXPECT_EQ(XValues(target.CurrentSeries()->Points()), XValues(graph.Series(1).Points()));
     EXPECT_EQ(target.CurrentSeries()->Style(), graph.Series(1).Style());
   }
   const std::string before = EncodeGraph(target);

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstddef>
 
 #include "base/undefined.h"
-#include "data/regression.h"
+#include "data/regression/regression.h"
 
 namespace tarnwick {
 

@@ -1,11 +1,11 @@
-#include "data/statistics.h"
+#include "data/series/statistics.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "base/undefined.h"
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 namespace {

@@ -1,4 +1,4 @@
-#include "data/statistics.h"
+#include "data/series/statistics.h"
 
 #include <algorithm>
 #include <cmath>

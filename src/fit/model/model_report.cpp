@@ -1,11 +1,8 @@
-// The texts that show a model to people.
+#include "fit/model/model_report.h"
 
 #include <initializer_list>
-#include <string>
-#include <vector>
 
 #include "base/number_text.h"
-#include "fit/model/curve_fit.h"
 
 namespace tarnwick {
 
@@ -75,27 +72,27 @@ void AppendTemplates(std::vector<std::string>& lines,
 
 }  // namespace
 
-std::vector<std::string> TCurFit::Report() {
+std::vector<std::string> Report(TCurFit& model) {
   std::vector<std::string> lines;
-  const FitSettings settings = Settings();
+  const FitSettings settings = model.Settings();
   AppendSettings(lines, settings);
   AppendParameters(lines, settings.parameters);
   AppendTemplates(lines, settings.templates);
   Append(lines, {kLongRule, "G E N E R A T E D   V A R I A B L E S", kLongRule});
   std::size_t i = 0;
-  for (const TGeneratedVariable& one : GeneratedVariables()) {
+  for (const TGeneratedVariable& one : model.GeneratedVariables()) {
     const bool text = one.ResultType() == WordKind::String;
     lines.push_back("Var # " + std::to_string(++i) + ": Name = " + one.Name() +
                     "; Value = " + (text ? std::string(one.AsString()) : Number(one.Value())));
   }
   // A model without an expression compiles nothing: the parser's text is then one of long ago.
   Append(lines, {kLongRule, "E X P R E S S I O N",
-                 settings.Expression.empty() ? std::string() : CurrentText()});
+                 settings.Expression.empty() ? std::string() : model.CurrentText()});
   return lines;
 }
 
-std::vector<std::string> TCurFit::SettingsText() const {
-  const FitSettings s = Settings();
+std::vector<std::string> SettingsText(const TCurFit& model) {
+  const FitSettings s = model.Settings();
   std::vector<std::string> lines = {
       "CURVE FITTING SETTINGS",
       "======================================", "Expression = " + s.Expression,

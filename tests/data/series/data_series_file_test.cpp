@@ -1,4 +1,5 @@
-#include "data/data_series_file.h"
+#include "data/series/data_series_file.h"
+#include "data/points/point_columns.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -40,8 +41,8 @@ void FillWithOddities(TDataSeries& series) {
   s.regression_type = RegressionType::Smoother;
   s.regression_steps = 50;
   s.regression_alpha = 0.1;
-  s.XColExpr = "X*2";
-  s.YColExpr = "Y-X";
+  s.source.XColExpr = "X*2";
+  s.source.YColExpr = "Y-X";
   TDSInfo& i = s.source;
   i.DataSource = DataSourceKind::Text;
   i.DatasourceInfo = "decay.dat";
@@ -77,8 +78,8 @@ TEST(DataSeriesFile, ComesBackAsItWas) {
       Read(Written(series, with_points, mode), read);
       EXPECT_EQ(read.Settings(), series.Settings());
       EXPECT_EQ(read.Fit().Settings(), series.Fit().Settings());
-      EXPECT_EQ(read.Points().XValues(),
-                with_points == WithPoints::Yes ? series.Points().XValues() : std::vector<double>{});
+      EXPECT_EQ(XValues(read.Points()),
+                with_points == WithPoints::Yes ? XValues(series.Points()) : std::vector<double>{});
     }
   }
 }
@@ -122,7 +123,7 @@ TEST(DataSeriesFile, SettersRunInFileOrderAndStrayValuesDoNoHarm) {
   EXPECT_EQ(static_cast<int>(series.RegressionType()), 200);
   EXPECT_EQ(series.BaseLineSlope(), 2);
   EXPECT_EQ(series.Source(), TDSInfo{});
-  EXPECT_EQ(series.Points().XValues(), (std::vector<double>{1.05, 3}));
+  EXPECT_EQ(XValues(series.Points()), (std::vector<double>{1.05, 3}));
 }
 
 // Damage is told or harmless; it never gets further than the reader.

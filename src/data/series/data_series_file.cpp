@@ -1,4 +1,4 @@
-#include "data/data_series_file.h"
+#include "data/series/data_series_file.h"
 
 #include <algorithm>
 #include <array>
@@ -54,10 +54,10 @@ const Field<S> kFields[] = {
               [](S& s, std::int32_t v) { s.SetRegressionType(static_cast<RegressionType>(v)); }},
      kByte},
     {7, "RegressionControlValue1",
-     Integers{[](const S& s) { return s.RegressionSteps(); },
+     Integers{[](const S& s) { return s.Settings().regression_steps; },
               [](S& s, std::int32_t v) { s.SetRegressionSteps(v); }}},
     {8, "RegressionControlValue1",
-     Floats{[](const S& s) { return s.RegressionAlpha(); },
+     Floats{[](const S& s) { return s.Settings().regression_alpha; },
             [](S& s, double v) { s.SetRegressionAlpha(v); }}},
     {9, "DataSource", OfSource<&TDSInfo::DataSource>(), kByte},
     {10, "DatasourceInfo", OfSource<&TDSInfo::DatasourceInfo>()},
@@ -78,12 +78,8 @@ const Field<S> kFields[] = {
      Floats{[](const S& s) { return s.BaseLineSlope(); },
             [](S& s, double v) { s.SetBaseLineSlope(v); }}},
     {44, "AutoRowHitFreq", OfSource<&TDSInfo::AutoRowHitFreq>()},
-    {46, "XColExpr",
-     Texts{[](const S& s) { return s.XColExpr(); },
-           [](S& s, std::string v) { s.SetXColExpr(std::move(v)); }}},
-    {47, "YColExpr",
-     Texts{[](const S& s) { return s.YColExpr(); },
-           [](S& s, std::string v) { s.SetYColExpr(std::move(v)); }}},
+    {46, "XColExpr", OfSource<&TDSInfo::XColExpr>()},
+    {47, "YColExpr", OfSource<&TDSInfo::YColExpr>()},
     // Absent from a file means true, what files without this key expect.
     {48,
      "MergeSeparators",

@@ -7,7 +7,7 @@
 
 #include "base/error.h"
 #include "base/undefined.h"
-#include "data/regression.h"
+#include "data/regression/regression.h"
 
 namespace tarnwick {
 

@@ -1,4 +1,4 @@
-#include "data/data_state.h"
+#include "data/series/data_state.h"
 
 namespace tarnwick {
 

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 #include "stream/field_table.h"
 #include "stream/section_reader.h"
 #include "stream/section_writer.h"

@@ -7,17 +7,12 @@
 
 #include "data/ds_info.h"
 #include "data/points/point_chain.h"
-#include "data/regression_type.h"
+#include "data/regression/regression_type.h"
+#include "data/series/extremes.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"
 
 namespace tarnwick {
-
-/// Smallest and largest X and corrected Y of a DataSet; all 0 when it has no points.
-struct Extremes {
-  double x_min = 0, x_max = 0, y_min = 0, y_max = 0;
-  bool operator==(const Extremes&) const = default;
-};
 
 /// The settings of a DataSet that are stored with it, apart from its points. A plain value.
 struct DataSettings {
@@ -33,8 +28,6 @@ struct DataSettings {
   /// The real control, stored as RegressionControlValue1: smoothing factor, 1/window, end slope.
   double regression_alpha = 0.05;
   TDSInfo source;
-  std::string XColExpr = "X";
-  std::string YColExpr = "Y";
   bool operator==(const DataSettings&) const = default;
 };
 

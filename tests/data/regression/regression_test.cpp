@@ -1,4 +1,4 @@
-#include "data/regression.h"
+#include "data/regression/regression.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 
 #include "base/error.h"
 #include "base/undefined.h"
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 namespace {
@@ -132,9 +132,9 @@ TEST(Regression, RefusalsHaveFixedTextsAndClearTheStaleFlag) {
     } catch (const Error& error) {
       EXPECT_EQ(error.what(), c.text);
     }
-    EXPECT_FALSE(series.RegressionStale());
+    EXPECT_FALSE(series.Regression().stale);
     EXPECT_NO_THROW(series.UpdateRegression());
-    EXPECT_EQ(series.RegressionFailure(), c.text);
+    EXPECT_EQ(series.Regression().failure, c.text);
     TDataSeries copy;
     copy.SetState(series.State());
     EXPECT_THROW(copy.UpdateRegression(), Error);
@@ -165,13 +165,13 @@ TEST(Regression, AClampedSplineReproducesACubic) {
   series.SetRegressionSteps(10);
   const std::vector<double> second = Regression(series, RegressionType::Spline);
   EXPECT_NEAR(second[2], 6 * 0.5 - 4, 1e-12);
-  const PointChain& curve = series.RegressionCurve();
+  const PointChain& curve = series.Regression().curve;
   ASSERT_EQ(curve.Size(), 11u);
   for (std::size_t i = 0; i < curve.Size(); ++i) {
     EXPECT_NEAR(curve.At(i).regression, cubic(curve.At(i).x), 1e-12);
     EXPECT_EQ(curve.At(i).y, curve.At(i).regression);
   }
-  EXPECT_EQ(curve.Back().x, 4.0 / 3);
+  EXPECT_EQ(curve.LastX(), 4.0 / 3);
 }
 
 TEST(Regression, ANaturalSplineHasNoCurvatureAtItsEnds) {
@@ -180,7 +180,7 @@ TEST(Regression, ANaturalSplineHasNoCurvatureAtItsEnds) {
   series.SetRegressionAlpha(1e30);
   series.SetRegressionSteps(4);
   ExpectNear(Regression(series, RegressionType::Spline), {0, -3, 0}, 1e-14);
-  EXPECT_NEAR(series.RegressionCurve().At(1).y, 0.6875, 1e-14);
+  EXPECT_NEAR(series.Regression().curve.At(1).y, 0.6875, 1e-14);
 }
 
 TEST(Regression, CurvesAreEmptyWhereNothingCanBeSampled) {
@@ -202,18 +202,18 @@ TEST(Regression, CurvesAreEmptyWhereNothingCanBeSampled) {
       series.SetRegressionSteps(c.steps);
       Fill(series, c.x, c.x);
       Regression(series, type);
-      EXPECT_TRUE(series.RegressionCurve().Empty()) << c.name;
+      EXPECT_TRUE(series.Regression().curve.Empty()) << c.name;
     }
   }
   TDataSeries series;
   series.SetDuplicatesAllowed(true);
   Fill(series, {1, 2, 3}, {1, 2, 3});
   Regression(series, RegressionType::Spline);
-  EXPECT_TRUE(series.RegressionCurve().Empty());
+  EXPECT_TRUE(series.Regression().curve.Empty());
   Regression(series, RegressionType::Smoother);
-  EXPECT_EQ(series.RegressionCurve().Size(), 101u);
+  EXPECT_EQ(series.Regression().curve.Size(), 101u);
   Regression(series, RegressionType::Line);
-  EXPECT_TRUE(series.RegressionCurve().Empty());
+  EXPECT_TRUE(series.Regression().curve.Empty());
 }
 
 // A damaged file may ask for two thousand million steps, and for many curves of a million: each stays in proportion to its
@@ -236,8 +236,8 @@ TEST(Regression, CurvesAreBoundedByTheirPoints) {
       series.SetRegressionSteps(c.steps);
       Fill(series, x, x);
       Regression(series, type);
-      EXPECT_EQ(series.RegressionCurve().Size(), c.samples);
-      EXPECT_NEAR(series.RegressionCurve().LastX(), x.back(), 1e-6);
+      EXPECT_EQ(series.Regression().curve.Size(), c.samples);
+      EXPECT_NEAR(series.Regression().curve.LastX(), x.back(), 1e-6);
     }
   }
 }
@@ -256,7 +256,7 @@ TEST(Regression, TheSmootherIsTheKernelWeightedMean) {
   Fill(series, x, y);
   series.SetRegressionSteps(30);
   Regression(series, RegressionType::Smoother);
-  const PointChain& curve = series.RegressionCurve();
+  const PointChain& curve = series.Regression().curve;
   const double h = (series.Points().LastX() - series.Points().Front().x) / 30;
   for (std::size_t i = 0; i < curve.Size(); ++i) {
     double weights = 0;
@@ -271,9 +271,9 @@ TEST(Regression, TheSmootherIsTheKernelWeightedMean) {
   Fill(series, {0, 1000}, {1, 2});
   series.SetRegressionSteps(100);
   Regression(series, RegressionType::Smoother);
-  EXPECT_EQ(series.RegressionCurve().At(20).y, 1);
-  EXPECT_EQ(series.RegressionCurve().At(50).y, 1.5);
-  EXPECT_EQ(series.RegressionCurve().At(80).y, 2);
+  EXPECT_EQ(series.Regression().curve.At(20).y, 1);
+  EXPECT_EQ(series.Regression().curve.At(50).y, 1.5);
+  EXPECT_EQ(series.Regression().curve.At(80).y, 2);
 }
 
 }  // namespace

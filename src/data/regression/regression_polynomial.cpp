@@ -6,7 +6,7 @@
 #include <numeric>
 
 #include "base/undefined.h"
-#include "data/regression.h"
+#include "data/regression/regression.h"
 
 namespace tarnwick {
 

@@ -1,0 +1,355 @@
+#include "data/series/data_series.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "base/error.h"
+#include "base/undefined.h"
+#include "data/points/point_columns.h"
+
+namespace tarnwick {
+
+TDataSeries::TDataSeries() {
+  fit_.SetOnChange([this] { Raise(ChangeCode::Fit); });
+}
+
+TDataSeries::~TDataSeries() {
+  TDataSeries::Change(ChangeCode::Destroyed);
+}
+
+void TDataSeries::Change(ChangeCode code) {
+  listeners_.Call(*this, code);
+}
+
+void TDataSeries::BeginUpdate() {
+  ++update_depth_;
+}
+
+void TDataSeries::EndUpdate() {
+  if (update_depth_ == 0 || --update_depth_ > 0) return;
+  if (std::exchange(changed_in_update_, false)) Change(ChangeCode::Data);
+}
+
+void TDataSeries::Raise(ChangeCode code) {
+  if (update_depth_ > 0) {
+    changed_in_update_ = true;
+  } else {
+    Change(code);
+  }
+}
+
+void TDataSeries::PointsChanged() {
+  regression_.stale = true;
+  if (statistics_.x) statistics_.x.reset();
+  if (statistics_.y) statistics_.y.reset();
+  fit_.DataChanged();
+}
+
+void TDataSeries::BaseLineChanged() {
+  extremes_stale_ = true;
+  fit_.DataChanged();
+  Raise(ChangeCode::BaseLine);
+}
+
+void TDataSeries::RegressionSettingChanged() {
+  regression_.stale = true;
+  Raise(ChangeCode::Regression);
+}
+
+const DataSettings& TDataSeries::Settings() const {
+  SettleAutoZero();
+  return settings_;
+}
+
+void TDataSeries::SetZeroValue(double value) {
+  if (value == settings_.ZeroValue) return;
+  settings_.ZeroValue = value;
+  BaseLineChanged();
+}
+
+void TDataSeries::SetBaseLineSlope(double value) {
+  if (value == settings_.BaseLineSlope) return;
+  settings_.BaseLineSlope = value;
+  BaseLineChanged();
+}
+
+void TDataSeries::SetAutoZero(bool value) {
+  if (value == settings_.AutoZero) return;
+  SettleAutoZero();
+  settings_.AutoZero = value;
+  BaseLineChanged();
+}
+
+void TDataSeries::SetNumericalTolerance(double value) {
+  if (value == settings_.NumericalTolerance) return;
+  settings_.NumericalTolerance = value;
+  points_.RulesChanged();
+  statistics_ = {};
+}
+
+void TDataSeries::SetDuplicatesAllowed(bool value) {
+  if (value == settings_.DuplicatesAllowed) return;
+  settings_.DuplicatesAllowed = value;
+  if (!value) RemoveDuplicates();
+}
+
+void TDataSeries::SetRegressionType(tarnwick::RegressionType value) {
+  if (value == settings_.regression_type) return;
+  settings_.regression_type = value;
+  if (value == RegressionType::None) {
+    points_.ChainForRegression().ClearRegression();
+    regression_.curve.Clear();
+  }
+  RegressionSettingChanged();
+}
+
+void TDataSeries::SetRegressionSteps(std::int32_t value) {
+  if (value == settings_.regression_steps) return;
+  settings_.regression_steps = value;
+  fit_.DataChanged();
+  RegressionSettingChanged();
+}
+
+void TDataSeries::SetRegressionAlpha(double value) {
+  if (value == settings_.regression_alpha) return;
+  settings_.regression_alpha = value;
+  fit_.DataChanged();
+  RegressionSettingChanged();
+}
+
+// --- points
+
+PlacingRules TDataSeries::Rules() const {
+  return {settings_.NumericalTolerance,
+          settings_.DuplicatesAllowed ? Duplicates::Allowed : Duplicates::Forbidden};
+}
+
+std::int32_t TDataSeries::AddPoint(double x, double y) {
+  if (IsUndefined(x)) return PointCount();
+  points_.Place(x, y, Rules());
+  TakeIntoAccount(x, y, Points().Size());
+  PointsChanged();
+  Raise(ChangeCode::PointAdded);
+  return PointCount();
+}
+
+void TDataSeries::AddPoints(std::span<const double> x, std::span<const double> y) {
+  const PlacingRules rules = Rules();
+  bool added = false;
+  bool asked_to_merge = false;
+  for (std::size_t i = 0; i < x.size();) {
+    const std::size_t run = AppendAscending(x.subspan(i), y.subspan(i));
+    i += run;
+    added = added || run > 0;
+    if (i == x.size()) break;
+    if (IsUndefined(x[i])) {
+      ++i;
+      continue;
+    }
+    added = true;
+    if (!asked_to_merge && x[i] < Points().LastX()) {
+      asked_to_merge = true;
+      if (points_.ShouldMerge(x.subspan(i), rules)) {
+        MergePoints(x.subspan(i), y.subspan(i));
+        break;
+      }
+    }
+    points_.Place(x[i], y[i], rules);
+    TakeIntoAccount(x[i], y[i], Points().Size());
+    ++i;
+  }
+  if (!added) return;
+  PointsChanged();
+  Raise(ChangeCode::PointAdded);
+}
+
+// What a placed point, the chain now holding `points`, does to base line and extremes.
+void TDataSeries::TakeIntoAccount(double x, double y, std::size_t points) {
+  if (points == 1) {
+    extremes_stale_ = settings_.AutoZero && !std::isfinite(y);
+    if (settings_.AutoZero && !extremes_stale_) LevelBaseLine(y);
+    const double corrected = LineAsItStands().CorrectedY(x, y);
+    extremes_ = {x, x, corrected, corrected};
+  } else if (settings_.AutoZero && y < settings_.ZeroValue && std::isfinite(y)) {
+    LevelBaseLine(y);
+    extremes_stale_ = true;
+  } else if (!extremes_stale_) {
+    Widen(extremes_.x_min, extremes_.x_max, x);
+    Widen(extremes_.y_min, extremes_.y_max, LineAsItStands().CorrectedY(x, y));
+  }
+}
+
+std::size_t TDataSeries::AppendAscending(std::span<const double> x, std::span<const double> y) {
+  const std::size_t before = Points().Size();
+  const std::size_t run = points_.AppendAscending(x, y, Rules());
+  for (std::size_t i = 0; i < run; ++i) TakeIntoAccount(x[i], y[i], before + i + 1);
+  return run;
+}
+
+void TDataSeries::MergePoints(std::span<const double> x, std::span<const double> y) {
+  std::vector<double> kept_x;
+  std::vector<double> kept_y;
+  if (std::any_of(x.begin(), x.end(), IsUndefined)) {
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      if (IsUndefined(x[i])) continue;
+      kept_x.push_back(x[i]);
+      kept_y.push_back(y[i]);
+    }
+    x = kept_x;
+    y = kept_y;
+  }
+  std::size_t points = Points().Size();
+  const BatchOutcome outcome = points_.Merge(x, y, Rules());
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    points += outcome.made_point[i];
+    TakeIntoAccount(x[i], y[i], points);
+  }
+}
+
+void TDataSeries::Clear() {
+  points_ = {};
+  regression_.curve.Clear();
+  extremes_ = {};
+  PointsChanged();
+  extremes_stale_ = true;
+  Raise(ChangeCode::Data);
+}
+
+bool TDataSeries::SetY(std::int32_t id, double y) {
+  const std::optional<std::size_t> index = IndexOfId(Points(), id);
+  double x = 0;
+  if (index) {
+    x = Points().At(*index).x;
+    points_.SetY(*index, y);
+  }
+  // Not a new point: only a count of 1 would reset the extremes.
+  if (settings_.AutoZero && y < settings_.ZeroValue && std::isfinite(y)) {
+    LevelBaseLine(y);
+    extremes_stale_ = true;
+  } else if (!extremes_stale_) {
+    Widen(extremes_.y_min, extremes_.y_max, LineAsItStands().CorrectedY(x, y));
+  }
+  PointsChanged();
+  Raise(ChangeCode::Data);
+  return index.has_value();
+}
+
+bool TDataSeries::DeletePoint(std::int32_t id) {
+  const std::optional<std::size_t> index = IndexOfId(Points(), id);
+  if (!index) return false;
+  points_.Erase(*index);
+  PointsChanged();
+  extremes_stale_ = true;
+  Raise(ChangeCode::Data);
+  return true;
+}
+
+void TDataSeries::ShiftX(double dx) {
+  if (Points().Empty() || !std::isfinite(dx)) return;
+  points_.ShiftX(dx);
+  PointsChanged();
+  extremes_stale_ = true;
+  Raise(ChangeCode::Data);
+}
+
+void TDataSeries::RemoveDuplicates() {
+  if (points_.RemoveDuplicates(settings_.NumericalTolerance)) {
+    PointsChanged();
+    extremes_stale_ = true;
+  }
+  if (extremes_stale_) Raise(ChangeCode::Data);
+}
+
+// --- figures
+
+void TDataSeries::LevelBaseLine(double zero) const {
+  settings_.ZeroValue = zero;
+  settings_.BaseLineSlope = 0;
+}
+
+BaseLine TDataSeries::GetBaseLine() const {
+  SettleAutoZero();
+  return LineAsItStands();
+}
+
+Extremes TDataSeries::GetExtremes() const {
+  EnsureExtremes();
+  return extremes_;
+}
+
+void TDataSeries::EnsureExtremes() const {
+  if (!extremes_stale_) return;
+  extremes_stale_ = false;
+  if (settings_.AutoZero) {
+    const double smallest = SmallestY(Points());
+    if (std::isfinite(smallest)) LevelBaseLine(smallest);
+  }
+  extremes_ = FindExtremes(Points(), LineAsItStands());
+}
+
+void TDataSeries::SettleAutoZero() const {
+  if (settings_.AutoZero) EnsureExtremes();
+}
+
+StatisticsRecord TDataSeries::XStatistics() const {
+  if (!statistics_.x) {
+    statistics_.x = ComputeStatistics(XValues(Points()), settings_.NumericalTolerance);
+  }
+  return *statistics_.x;
+}
+
+StatisticsRecord TDataSeries::YStatistics() const {
+  if (!statistics_.y) {
+    std::vector<double> values = YValues(Points());
+    SortValues(values);
+    statistics_.y = ComputeStatistics(values, settings_.NumericalTolerance);
+  }
+  return *statistics_.y;
+}
+
+void TDataSeries::UpdateRegression() {
+  if (!regression_.stale) return;
+  regression_ = {{}, false, {}};
+  PointChain& points = points_.ChainForRegression();
+  try {
+    regression_.curve =
+        RunRegression(points, {settings_.regression_type, settings_.regression_steps,
+                               settings_.regression_alpha, Rules().duplicates});
+  } catch (const Error& error) {
+    points.ClearRegression();  // what stands there is of another regression
+    regression_.failure = error.what();
+    throw;
+  }
+}
+
+// --- the state as a value
+
+DataState TDataSeries::State() const {
+  SettleAutoZero();
+  // Who takes over a regression that failed is to hear why.
+  const bool regression_stale = regression_.stale || !regression_.failure.empty();
+  return {settings_,       Points(),         regression_.curve, points_.LastId(), extremes_,
+          extremes_stale_, regression_stale, fit_.Settings(),   fit_.Result()};
+}
+
+void TDataSeries::SetState(const DataState& state) {
+  settings_ = state.settings;
+  points_.Assume(state.points, state.id_counter);
+  PointsChanged();
+  regression_ = {state.regression_curve, state.regression_stale, {}};
+  extremes_ = state.extremes;
+  extremes_stale_ = state.extremes_stale;
+  if (state.fit != fit_.Settings()) fit_.SetSettings(state.fit, true);
+  fit_.SetResult(state.fit_result);
+  Raise(ChangeCode::Data);
+}
+
+std::optional<double> GetY(const TDataSeries& series, std::int32_t id) {
+  const std::optional<std::size_t> index = IndexOfId(series.Points(), id);
+  if (!index) return std::nullopt;
+  return series.Points().At(*index).y;
+}
+
+}  // namespace tarnwick

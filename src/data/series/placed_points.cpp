@@ -1,0 +1,154 @@
+#include "data/series/placed_points.h"
+
+#include <cmath>
+#include <limits>
+
+#include "base/error.h"
+#include "base/undefined.h"
+
+namespace tarnwick {
+
+void PlacedPoints::Assume(const PointChain& chain, std::int32_t last_id) {
+  chain_ = chain;
+  last_id_ = last_id;
+  close_points_ = true;
+}
+
+std::size_t PlacedPoints::IdsLeft() const {
+  return static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - last_id_);
+}
+
+// Where the new point goes, or which point it overwrites. The point before which a new one goes is searched by X alone: a
+// tolerance must not break the order.
+void PlacedPoints::Place(double x, double y, const PlacingRules& rules) {
+  const double tolerance = rules.tolerance;
+  const bool overwrites = rules.Overwrites();
+  if (PlaceLate(x, y, rules)) return;
+  if (chain_.Empty()) {
+    chain_.Append(NewId(), x, y);
+  } else if (x >= chain_.LastX()) {
+    if (overwrites && x - tolerance <= chain_.LastX()) {
+      Overwrite(chain_.PlaceOf(chain_.Size() - 1), x, y);
+    } else {
+      chain_.Append(NewId(), x, y);
+    }
+  } else {
+    const PointChain::Place place = chain_.LowerPlace(x);
+    const PointChain::Place near = tolerance == 0 ? place : chain_.LowerPlace(x - tolerance);
+    if (overwrites && near != chain_.End() && std::abs(chain_.X(near) - x) <= tolerance) {
+      Overwrite(near, x, y);
+    } else {
+      chain_.Insert(place, {NewId(), x, y, 0});
+    }
+  }
+}
+
+// Lets a point in the middle wait where only an equal X can be in its way; false when it did not.
+bool PlacedPoints::PlaceLate(double x, double y, const PlacingRules& rules) {
+  const bool overwrites = rules.Overwrites();
+  const double last = chain_.LastX();
+  // Of several points at the last X, the last one is overwritten.
+  const bool inside = x < last || (overwrites && x == last && !close_points_);
+  if (!inside || chain_.Empty() || (overwrites && rules.tolerance != 0)) return false;
+  if (IdsLeft() == 0) return false;
+  const PointChain::Late outcome = chain_.PlaceLate(last_id_ + 1, x, y, rules.duplicates);
+  if (outcome == PointChain::Late::Inserted) ++last_id_;
+  return outcome != PointChain::Late::NotTaken;
+}
+
+// A tolerance that grew after the points came lets an X pass its neighbour; the point moves there with its id.
+void PlacedPoints::Overwrite(const PointChain::Place& place, double x, double y) {
+  const PointChain::Place next = chain_.Next(place);
+  if (next == chain_.End() || chain_.X(next) >= x) {
+    chain_.Set(place, x, y);
+    return;
+  }
+  Point point = chain_.At(place);
+  point.x = x;
+  point.y = y;
+  chain_.Erase(place);
+  chain_.Insert(chain_.LowerPlace(x), point);
+}
+
+std::int32_t PlacedPoints::NewId() {
+  if (IdsLeft() == 0) {
+    throw Error("A DataSet holds at most 2147483647 points");
+  }
+  return ++last_id_;
+}
+
+std::size_t PlacedPoints::AppendAscending(std::span<const double> x, std::span<const double> y,
+                                          const PlacingRules& rules) {
+  const double tolerance = rules.tolerance;
+  const bool overwrites = rules.Overwrites();
+  const std::size_t room = IdsLeft();
+  std::size_t run = 0;
+  bool first = chain_.Empty();
+  double last = chain_.LastX();
+  while (run < x.size() && run < room) {
+    const double here = x[run];
+    const bool behind = first || (here >= last && !(overwrites && here - tolerance <= last));
+    if (!behind || IsUndefined(here)) break;
+    first = false;
+    last = here;
+    ++run;
+  }
+  chain_.AppendRun(last_id_ + 1, x.first(run), y.first(run));
+  last_id_ += static_cast<std::int32_t>(run);
+  return run;
+}
+
+// Merging rewrites the whole chain: worth it when many values of the batch are out of order.
+bool PlacedPoints::ShouldMerge(std::span<const double> x, const PlacingRules& rules) const {
+  if (rules.Overwrites() && (rules.tolerance != 0 || close_points_)) {
+    return false;
+  }
+  if (x.size() > std::numeric_limits<std::uint32_t>::max() || x.size() > IdsLeft()) {
+    return false;
+  }
+  constexpr std::size_t kInsertsPerPoint =
+      40;  // one insert costs about as much as rewriting so many points
+  std::size_t inserts = 0;
+  double last = chain_.LastX();
+  for (const double here : x) {
+    if (here < last) {
+      ++inserts;
+    } else {
+      last = here;
+    }
+  }
+  return inserts * kInsertsPerPoint > chain_.Size() + x.size();
+}
+
+BatchOutcome PlacedPoints::Merge(std::span<const double> x, std::span<const double> y,
+                                 const PlacingRules& rules) {
+  BatchOutcome outcome = MergeBatch(chain_, x, y, rules.duplicates, last_id_);
+  last_id_ = outcome.last_id;
+  return outcome;
+}
+
+void PlacedPoints::SetY(std::size_t index, double y) {
+  const PointChain::Place place = chain_.PlaceOf(index);
+  chain_.Set(place, chain_.X(place), y);
+}
+
+void PlacedPoints::ShiftX(double dx) {
+  chain_.ShiftX(dx);
+  close_points_ = true;  // rounding may have made neighbours equal
+}
+
+bool PlacedPoints::RemoveDuplicates(double tolerance) {
+  PointChain kept;
+  for (PointChain::Place place; place != chain_.End(); place = chain_.Next(place)) {
+    const Point point = chain_.At(place);
+    const bool duplicate = !kept.Empty() && (std::abs(point.x - kept.LastX()) <= tolerance ||
+                                             (point.x == kept.LastX() && tolerance >= 0));
+    if (!duplicate) kept.Append(point);
+  }
+  close_points_ = close_points_ && !(tolerance >= 0);
+  if (kept.Size() == chain_.Size()) return false;
+  chain_ = std::move(kept);
+  return true;
+}
+
+}  // namespace tarnwick
