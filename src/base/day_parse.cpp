@@ -2,6 +2,7 @@
 #include <charconv>
 #include <cstddef>
 
+#include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
@@ -13,13 +14,6 @@ constexpr double kSecondsPerDay = 86400;
 constexpr int kMostHoursOfDay = 23;
 constexpr int kMostHoursPassed = 9999;
 constexpr std::size_t kShortName = 3;
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-bool IsLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
 
 struct Digits {
   int value = 0;

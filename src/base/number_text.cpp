@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <limits>
 
+#include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "base/undefined.h"
 
@@ -76,10 +77,6 @@ std::optional<double> ParseWord(std::string_view word) {
   if (lower == "nan") return kUndefined;
   if (lower == "inf" || lower == "infinity") return std::numeric_limits<double>::infinity();
   return std::nullopt;
-}
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 }  // namespace
@@ -155,6 +152,10 @@ std::optional<std::int32_t> ParseInteger(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return value;
+}
+
+std::string Counted(std::int64_t count, std::string_view thing) {
+  return std::to_string(count) + " " + std::string(thing) + (count == 1 ? "" : "s");
 }
 
 std::string_view TrimBlanks(std::string_view text) {

@@ -28,6 +28,9 @@ std::optional<double> ParseNumber(std::string_view text);
 /// does not fit.
 std::optional<std::int32_t> ParseInteger(std::string_view text);
 
+/// "1 point", "3 points" of "point".
+std::string Counted(std::int64_t count, std::string_view thing);
+
 /// `text` without the blanks and tabs at its ends.
 std::string_view TrimBlanks(std::string_view text);
 

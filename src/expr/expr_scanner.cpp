@@ -7,15 +7,13 @@
 #include <string>
 #include <utility>
 
+#include "base/ascii.h"
 #include "base/number_text.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick {
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 bool BeginsName(char c) {
   return (c >= 'a' && c <= 'z') || c == '_';
 }

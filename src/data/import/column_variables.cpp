@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/data_supplier.h"
@@ -11,10 +12,6 @@ namespace tarnwick {
 namespace {
 
 constexpr std::string_view kPositionPrefix = "col";
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool BelongsToName(char c) {
   return (c >= 'a' && c <= 'z') || IsDigit(c) || c == '_';

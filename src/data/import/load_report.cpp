@@ -3,12 +3,10 @@
 #include <string_view>
 #include <utility>
 
+#include "base/number_text.h"
+
 namespace tarnwick {
 namespace {
-
-std::string Counted(std::int64_t count, std::string_view what) {
-  return std::to_string(count) + " " + std::string(what) + (count == 1 ? "" : "s");
-}
 
 std::string Ordinal(std::int32_t number) {
   const std::int32_t tens = number % 100;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 
+#include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/number_text.h"
 #include "data/text/text_fields.h"
@@ -13,10 +14,6 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kLongestGroupedNumber = 400;
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 std::optional<double> Finite(std::optional<double> value) {
   return value && std::isfinite(*value) ? value : std::nullopt;

@@ -30,10 +30,6 @@ std::string Number(double value) {
   return GeneralText(value, kDigits);
 }
 
-std::string Counted(std::int64_t count, const std::string& thing) {
-  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 /// "a", "a and b", "a, b and c".
 std::string Listed(const std::vector<std::string>& words) {
   std::string text;

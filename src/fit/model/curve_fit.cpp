@@ -5,19 +5,10 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
-#include "base/undefined.h"
 #include "expr/words/builtin_words.h"
 #include "fit/model/templates.h"
 
 namespace tarnwick {
-
-namespace {
-
-bool Same(double left, double right) {
-  return left == right || (IsUndefined(left) && IsUndefined(right));
-}
-
-}  // namespace
 
 TCurFit::TCurFit() = default;
 
@@ -77,7 +68,7 @@ void TCurFit::SetRightMargin(double x) {
 }
 
 void TCurFit::StoreMargin(double& margin, double x, bool used) {
-  if (Same(margin, x)) return;
+  if (SameValue(margin, x)) return;
   margin = x;
   if (used) Edited();
 }

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "base/undefined.h"
 #include "fit/model/curve_fit.h"
 
 namespace tarnwick {
@@ -20,7 +19,7 @@ void TDBLParameter::SetName(const std::string& name) {
 }
 
 void TDBLParameter::SetValue(double value) {
-  if (value == *value_ || (IsUndefined(value) && IsUndefined(*value_))) return;
+  if (SameValue(value, *value_)) return;
   *value_ = value;
   if (owner_ != nullptr) owner_->Edited();
 }

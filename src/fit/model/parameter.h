@@ -5,11 +5,17 @@
 #include <memory>
 #include <string>
 
+#include "base/undefined.h"
 #include "fit/model/fit_settings.h"
 
 namespace tarnwick {
 
 class TCurFit;
+
+/// True when setting one for the other changes nothing.
+inline bool SameValue(double left, double right) {
+  return left == right || (IsUndefined(left) && IsUndefined(right));
+}
 
 class TDBLParameter {
  public:

@@ -96,7 +96,7 @@ TEST(DataText, ReadsBackThroughTheImport) {
       EXPECT_EQ(result.series[i]->SeriesName(),
                 columns[i].name.empty() ? "(col 1)" : columns[i].name);
       EXPECT_EQ(XValues(result.series[i]->Points()), columns[i].x);
-      EXPECT_EQ(result.series[i]->Points().YValues(), columns[i].y);
+      EXPECT_EQ(YValues(result.series[i]->Points()), columns[i].y);
     }
   }
 }
