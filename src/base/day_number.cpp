@@ -1,5 +1,6 @@
 #include "base/day_number.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
