@@ -11,7 +11,7 @@ double Sum(const TDataSeries& series) {
 
 double Area(const TDataSeries& series) {
   const BaseLine line = series.GetBaseLine();
-  const long double twice_zero = 2 * static_cast<long double>(line.zero);
+  const long double twice_zero = 2 * static_cast<long double>(line.offset);
   const long double slope = line.slope;
   long double twice_area = 0;
   bool first = true;

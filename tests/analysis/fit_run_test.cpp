@@ -12,6 +12,7 @@
 #include "base/undefined.h"
 #include "data/points/point_columns.h"
 #include "expr/words/parser_exception.h"
+#include "fit/model/model_report.h"
 
 namespace tarnwick {
 namespace {

@@ -24,8 +24,8 @@ Extremes FindExtremes(const PointChain& points, const BaseLine& line) {
     if (line.slope == 0) {
       const YExtremes chunk = points.ChunkExtremes(i);
       if (chunk.min > chunk.max) continue;
-      Widen(min, max, Single(chunk.min - line.zero));
-      Widen(min, max, Single(chunk.max - line.zero));
+      Widen(min, max, Single(chunk.min - line.offset));
+      Widen(min, max, Single(chunk.max - line.offset));
     } else {
       const ChunkView chunk = points.Chunk(i);
       for (std::size_t k = 0; k < chunk.x.size(); ++k) {

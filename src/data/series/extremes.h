@@ -6,14 +6,14 @@
 
 namespace tarnwick {
 
-/// y = zero + slope x.
+/// The line offset + slope * X.
 struct BaseLine {
-  double zero = 0;
+  double offset = 0;
   double slope = 0;  ///< Y units per X unit
 
   /// Y above the base line. An infinite X has one too, as long as the base line is level.
   double CorrectedY(double x, double y) const {
-    const double above_zero = y - zero;
+    const double above_zero = y - offset;
     return slope == 0 ? above_zero : above_zero - slope * x;
   }
 };

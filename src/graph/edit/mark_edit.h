@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "data/series/extremes.h"
 #include "graph/mark.h"
 
 namespace tarnwick {
@@ -40,11 +41,6 @@ Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way,
 /// Moves a mark so; false when no mark has that ID.
 bool MoveMark(TxyGraph& graph, std::int32_t id, const PixelWay& way);
 
-/// The line offset + slope * X.
-struct BaseLine {
-  double offset = 0;
-  double slope = 0;
-};
 /// Gives a DataSet that base line; its automatic zero goes off.
 void SetBaseLine(TSeries& series, const BaseLine& line);
 /// Makes a horizontal or line mark the base line of a DataSet, whose automatic zero goes off. Throws Error "No Mark Found!"
