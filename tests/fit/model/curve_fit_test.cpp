@@ -1,6 +1,5 @@
 #include "fit/model/curve_fit.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,45 +9,11 @@
 
 #include "base/undefined.h"
 #include "expr/words/parser_exception.h"
-#include "fit/model/curve_fit_file.h"
 #include "fit/model/model_copy.h"
-#include "fit/model/model_report.h"
-#include "stream/stream_error.h"
+#include "model/odd_model.h"
 
 namespace tarnwick {
 namespace {
-
-using testing::ElementsAre;
-
-// Every field away from its default.
-FitSettings OddSettings() {
-  FitSettings s;
-  s.XVarName = "t";
-  s.Expression = "a*LOR+b";
-  s.Status = FitStatus::cf_FinResult;
-  s.LeftMarginUsed = true;
-  s.LeftMargin = -1.5;
-  s.RightMargin = 1.0 / 3;
-  s.NPoints = 70000;
-  s.CurveShown = false;
-  s.CurveColor = Color::FromRgb(1, 2, 3);
-  s.CurveStyle = 2;
-  s.CurveWidth = 5;
-  s.Tolerance = 1e-12;
-  s.IterMax = 1000;
-  s.ProcType = FitProcType::cfp_Newton;
-  s.parameters = {{"a", 2.5, 0.1, 1e-9, true, true, "Height", "\xC2\xB5V"},
-                  {"b", -1e-300, 0, 0, false, false, std::string(300, 'd'), ""}};
-  s.templates = {{"lor", "1/(1+t^2)", "Lorentzian"}};
-  return s;
-}
-
-std::unique_ptr<TDBLParameter> Parameter(const std::string& name, double value = 0) {
-  ParameterSettings settings;
-  settings.Name = name;
-  settings.Value = value;
-  return std::make_unique<TDBLParameter>(settings);
-}
 
 TEST(CurveFit, TellsOfRealChangesOnly) {
   struct Row {
@@ -185,124 +150,6 @@ TEST(CurveFit, EvaluatesWithThePresentValues) {
   EXPECT_EQ(fit.Value(2), -1);
   fit.SetExpression("a*(");
   EXPECT_THROW(fit.Prepare(), EParserException);
-}
-
-TEST(CurveFit, ReportsItself) {
-  TCurFit fresh;
-  EXPECT_THAT(
-      Report(fresh),
-      ElementsAre("   C F   S E T T I N G S", "_______________________________", "Status = cf_None",
-                  "XVarName = x", "Expression = ", "NPoints = 150", "Tolerance = 3E-8",
-                  "ProcType = cfp_Powell", "LeftMargin = 0; used = No",
-                  "RightMargin = 0; used = No", "IterMax = 200", "Number of defined parameters: 0",
-                  "_______________________________", "***",
-                  "_______________________________________________",
-                  "G E N E R A T E D   V A R I A B L E S",
-                  "_______________________________________________",
-                  "_______________________________________________", "E X P R E S S I O N", ""));
-  TCurFit fit;
-  FitSettings settings = OddSettings();
-  settings.Expression = "c:=a*LOR+b";
-  settings.parameters[1].Description = "Zero";
-  settings.ProcType = FitProcType::cfp_SimplexPowell;
-  fit.SetSettings(settings, true);
-  fit.Prepare();
-  fit.Value(1);
-  const std::vector<std::string> report = Report(fit);
-  EXPECT_THAT(
-      std::vector<std::string>(report.begin() + 7, report.end()),
-      ElementsAre(
-          "ProcType = Unknown", "LeftMargin = -1.5; used = Yes",
-          "RightMargin = 0.333333333333333; used = No", "IterMax = 1000",
-          "Number of defined parameters: 2", "_______________________________",
-          "*** Prm # 1 (Height) ***", "       a = 2.5 \xC2\xB5V -> varied -> printed",
-          "*** Prm # 2 (Zero) ***", "       b = -1E-300", "***", "Number of defined templates: 1",
-          "_______________________________", "*** Tmpl # 1 (Lorentzian) ***",
-          "       lor = 1/(1+t^2)", "_______________________________________________",
-          "G E N E R A T E D   V A R I A B L E S",
-          "_______________________________________________", "Var # 1: Name = c; Value = 1.25",
-          "_______________________________________________", "E X P R E S S I O N",
-          "c:=a*1/(1+t^2)+b"));
-  EXPECT_THAT(
-      SettingsText(fit),
-      ElementsAre("CURVE FITTING SETTINGS", "======================================",
-                  "Expression = c:=a*LOR+b", "X Var Name = t; Margins : from -1.5 to NONE",
-                  "*** Prm # 1 (Height, \xC2\xB5V) ***", "Name = a; Value = 2.5; Vary = Yes",
-                  "*** Prm # 2 (Zero, ) ***", "Name = b; Value = -1E-300; Vary = No"));
-}
-
-TEST(CurveFit, ComesBackFromItsStoredForm) {
-  const FitSettings settings = OddSettings();
-  for (const WriterMode mode : {WriterMode::Typed, WriterMode::Text}) {
-    TCurFit fit;
-    fit.SetSettings(settings, true);
-    TCurFit back;
-    back.AddParameter(Parameter("gone"));
-    LoadFromStream(back, SaveToStream(fit, mode), Compile::No);
-    EXPECT_EQ(back.Settings(), settings);
-    EXPECT_FALSE(back.Modified());
-    TCurFit assigned;
-    Assign(assigned, fit);
-    EXPECT_EQ(assigned.Settings(), settings);
-    EXPECT_DOUBLE_EQ(assigned.Value(2), 0.5);
-  }
-  const std::string text = StoredModel({}, WriterMode::Text);
-  EXPECT_TRUE(
-      text.starts_with("\x06\x09"
-                       "CurFit39S\x06\x01"
-                       "0"))
-      << text;
-  EXPECT_TRUE(
-      text.ends_with("\x06\x06"
-                     "End 0S\x06\x05"
-                     "false"))
-      << text;
-}
-
-TEST(CurveFit, PassesOverStoredValuesOutOfRange) {
-  FitSettings wrong;
-  wrong.Status = static_cast<FitStatus>(4);
-  wrong.ProcType = static_cast<FitProcType>(5);
-  wrong.Tolerance = -1;
-  wrong.IterMax = 0;
-  wrong.NPoints = 0;
-  EXPECT_EQ(ReadStoredModel(StoredModel(wrong, WriterMode::Typed)), FitSettings());
-  FitSettings twice;
-  twice.parameters.resize(3);
-  twice.parameters[1].Name = "p";
-  twice.parameters[2].Name = "";
-  TCurFit fit;
-  LoadFromStream(fit, StoredModel(twice, WriterMode::Typed), Compile::No);
-  EXPECT_EQ(fit.NParams(), 1);
-}
-
-TEST(CurveFit, SurvivesDamageAnywhere) {
-  const std::string whole = StoredModel(OddSettings(), WriterMode::Typed);
-  const auto refused = [](const std::string& bytes) {
-    TCurFit fit;
-    fit.AddParameter(Parameter("gone"));
-    try {
-      LoadFromStream(fit, bytes, Compile::Yes);
-    } catch (const StreamError&) {
-      EXPECT_EQ(fit.NParams(), 0);
-      return true;
-    } catch (const Error&) {
-      return false;
-    }
-    EXPECT_LE(fit.NParams(), 2);
-    return false;
-  };
-  for (std::size_t size = 0; size < whole.size(); ++size) {
-    EXPECT_TRUE(refused(whole.substr(0, size))) << size;
-  }
-  EXPECT_TRUE(refused(whole + '\0'));
-  for (std::size_t i = 0; i < whole.size(); ++i) {
-    for (const int change : {0x01, 0x80, 0xFF}) {
-      std::string damaged = whole;
-      damaged[i] = static_cast<char>(damaged[i] ^ change);
-      refused(damaged);
-    }
-  }
 }
 
 }  // namespace
