@@ -71,31 +71,56 @@ std::vector<double> CorrectedValues(const TDataSeries& source) {
   return values;
 }
 
-}  // namespace
-
-void Integral(const TDataSeries& source, TDataSeries& target) {
-  Result result = Prepare(source, "INT of ");
-  const long double zero = source.ZeroValue();
-  const long double slope = source.BaseLineSlope();
+/// Calls visit(right, area): the trapezoid area between points and base line up to each point but the first.
+template <class Visit>
+void ForEachArea(const TDataSeries& source, Visit visit) {
+  const BaseLine line = source.GetBaseLine();
+  const long double zero = line.offset;
+  const long double slope = line.slope;
   long double area = 0;
   ForEachPair(source.Points(), [&](const Point& left, const Point& right) {
     const long double width = static_cast<long double>(right.x) - left.x;
     const long double sum_x = static_cast<long double>(left.x) + right.x;
     const long double sum_y = static_cast<long double>(left.y) + right.y;
     area += 0.5L * width * (sum_y - 2 * zero - slope * sum_x);
-    result.Add(right.x, static_cast<double>(area));
+    visit(right, static_cast<double>(area));
   });
+}
+
+/// Calls visit(x, sum): the sum of corrected Y up to each point.
+template <class Visit>
+void ForEachSum(const TDataSeries& source, Visit visit) {
+  const BaseLine line = source.GetBaseLine();
+  long double sum = 0;
+  source.Points().ForEachPoint([&](double x, double y) {
+    sum += line.CorrectedY(x, y);
+    visit(x, static_cast<double>(sum));
+  });
+}
+
+}  // namespace
+
+double AreaOf(const TDataSeries& source) {
+  double area = 0;
+  ForEachArea(source, [&](const Point&, double up_to_here) { area = up_to_here; });
+  return area;
+}
+
+double SumOf(const TDataSeries& source) {
+  double sum = 0;
+  ForEachSum(source, [&](double, double up_to_here) { sum = up_to_here; });
+  return sum;
+}
+
+void Integral(const TDataSeries& source, TDataSeries& target) {
+  Result result = Prepare(source, "INT of ");
+  ForEachArea(source, [&](const Point& point, double area) { result.Add(point.x, area); });
   Store(result, target);
 }
 
 void RunningSum(const TDataSeries& source, TDataSeries& target) {
   Result result = Prepare(source, "SUM of ");
-  const BaseLine line = source.GetBaseLine();
-  long double sum = 0;
-  source.Points().ForEachPoint([&](double x, double y) {
-    sum += line.CorrectedY(x, y);
-    result.Add(x, static_cast<double>(sum));
-  });
+  ForEachSum(source, [&](double x, double sum) { result.Add(x, sum); });
   Store(result, target);
 }
 
