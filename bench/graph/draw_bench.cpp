@@ -94,7 +94,8 @@ struct Column {
 std::vector<Column> LimitColumns(const Data& data, const SeriesFrame& frame) {
   constexpr std::size_t kBlock = 64, kLanes = 4;
   std::vector<Column> columns(kWidth);
-  const double factor = frame.x.pixels_per_unit, x0 = frame.x.min;
+  const auto factor = static_cast<double>(frame.x.pixels_per_unit);
+  const double x0 = frame.x.min;
   const auto column_of = [&](std::size_t i) {
     return std::clamp(static_cast<int>((data.x[i] - x0) * factor), 0, kWidth - 1);
   };
@@ -128,8 +129,8 @@ void DrawLimit(QPainter& painter, const Data& data, const SeriesFrame& frame) {
   double x = 0.5;
   for (const Column& column : LimitColumns(data, frame)) {
     if (column.low <= column.high) {
-      line.append({x, (frame.y.max - column.low) * frame.y.pixels_per_unit});
-      line.append({x, (frame.y.max - column.high) * frame.y.pixels_per_unit});
+      line.append({x, frame.y.Position(column.low)});
+      line.append({x, frame.y.Position(column.high)});
     }
     ++x;
   }

@@ -7,18 +7,9 @@
 
 #include "base/color.h"
 #include "base/font.h"
+#include "base/line_style.h"
 
 namespace tarnwick {
-
-/// Pen styles as stored wherever a line style is kept.
-enum class LineStyle : std::int32_t {
-  Solid = 0,
-  Dash = 1,
-  Dot = 2,
-  DashDot = 3,
-  DashDotDot = 4,
-  None = 5
-};
 
 /// Colours, grid, title, fonts and options of a graph.
 struct Appearance {

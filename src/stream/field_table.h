@@ -1,11 +1,11 @@
-// Field tables: each field of a section is declared once, and writing, reading, listing and comparing go by that table.
-// Knows nothing of what the fields mean.
+// Field tables: each field of a section is declared once, and writing, reading, listing, comparing and editing go by that
+// table. Knows nothing of what the fields mean.
 //
 //   inline constexpr Field<AxisState> kAxisFields[] = {
-//       {6, "Max", &AxisState::max},
-//       {15, "OffsetMode", kVia<&AxisState::offset_mode>, {0, 3}},                    // an enum, with the values allowed
+//       {6, "Max", &AxisState::Max, {"Maximum", "Range", control::kMoment}},
+//       {12, "TimeTickMode", kVia<&AxisState::TickType>, {"Unit", "Time", control::ChoiceOf(kUnits)}, {0, 12}},  // an enum
 //       {37, "FileHasHeaders", kVia<&DataState::source, &TDSInfo::FileHasHeaders>},    // a member of a member
-//       {48, "MergeSeparators", &S::merge, {}, [](const S& s) { return !s.merge; }},  // written only when false
+//       {48, "MergeSeparators", &S::merge, {}, {}, [](const S& s) { return !s.merge; }},  // written only when false
 //       {12, "Y", Property<S, double>{[](const S& s) { return s.Y(); }, [](S& s, double v) { s.SetY(v); }}},
 //   };
 #pragma once
@@ -22,6 +22,7 @@
 #include "base/color.h"
 #include "base/font.h"
 #include "base/undefined.h"
+#include "stream/field_control.h"
 #include "stream/section_reader.h"
 #include "stream/section_writer.h"
 
@@ -54,6 +55,7 @@ struct Field {
   int number = 0;        ///< 1 to 99
   std::string_view key;  ///< the name, seen in text mode and listings
   Access access;
+  FieldLook look = {};  ///< how an editor shows it
   AllowedRange allowed = {};
   /// Written only when this holds (always when null). Rows may share a number under conditions that exclude each other;
   /// reading takes the one whose condition holds for the owner as read so far, else the first.

@@ -41,11 +41,11 @@ constexpr Field<Thing> kThingFields[] = {
     {4, "Color", &Thing::color},
     {5, "Font", &Thing::font},
     {7, "Headers", kVia<&Thing::source, &Source::headers>},
-    {8, "Side", kVia<&Thing::source, &Source::side>, {0, 1}},
+    {8, "Side", kVia<&Thing::source, &Source::side>, {}, {0, 1}},
     {9, "Rate",
      Property<Thing, double>{[](const Thing& t) { return t.rate; },
                              [](Thing& t, double v) { t.SetRate(v); }}},
-    {48, "Merge", &Thing::merge, {}, [](const Thing& t) { return !t.merge; }},
+    {48, "Merge", &Thing::merge, {}, {}, [](const Thing& t) { return !t.merge; }},
 };
 
 Thing Unusual() {
@@ -118,8 +118,8 @@ TEST(FieldTable, ConditionsChooseAmongRowsOfOneNumber) {
   };
   static constexpr Field<Either> kFields[] = {
       {1, "ByCount", &Either::by_count},
-      {2, "Value", &Either::count, {}, [](const Either& e) { return e.by_count; }},
-      {2, "Value", &Either::factor, {}, [](const Either& e) { return !e.by_count; }},
+      {2, "Value", &Either::count, {}, {}, [](const Either& e) { return e.by_count; }},
+      {2, "Value", &Either::factor, {}, {}, [](const Either& e) { return !e.by_count; }},
   };
   for (const bool by_count : {false, true}) {
     std::string bytes;

@@ -36,7 +36,7 @@ std::optional<AxisRange> ZoomedRange(const AxisScale& scale, double pixel, doubl
 
 std::optional<AxisRange> DraggedRange(const AxisScale& scale, double pixels) {
   if (!(scale.pixels_per_unit > 0)) return std::nullopt;
-  const double shift = pixels / scale.pixels_per_unit;
+  const auto shift = static_cast<double>(pixels / scale.pixels_per_unit);
   const double signed_shift = scale.direction == PixelDirection::Rightward ? -shift : shift;
   return RangeAlong(scale, Along(scale, scale.min) + signed_shift,
                     Along(scale, scale.max) + signed_shift);

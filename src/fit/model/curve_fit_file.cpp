@@ -1,16 +1,17 @@
 #include "fit/model/curve_fit_file.h"
 
+#include <array>
 #include <limits>
 #include <utility>
 #include <vector>
 
-#include "stream/field_table.h"
 #include "stream/stream_error.h"
 
 namespace tarnwick {
 
 namespace {
 
+using namespace control;
 using S = FitSettings;
 using P = ParameterSettings;
 using T = TemplateSettings;
@@ -19,43 +20,76 @@ constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 constexpr std::string_view kModelName = "CurFit";
 constexpr std::string_view kCurveFitName = "CurveFit";
 
+constexpr std::array kStatuses = {
+    FieldChoice{FitStatus::cf_None, "Nothing"},
+    FieldChoice{FitStatus::cf_Function, "The function"},
+    FieldChoice{FitStatus::cf_FinResult, "The result of the fit"},
+    FieldChoice{FitStatus::cf_EveryStep, "Every step of the fit"},
+};
+
+constexpr std::array kMethods = {
+    FieldChoice{FitProcType::cfp_Powell, "Powell"},
+    FieldChoice{FitProcType::cfp_Simplex, "Simplex"},
+    FieldChoice{FitProcType::cfp_ConjGrad, "Conjugate gradient"},
+    FieldChoice{FitProcType::cfp_Newton, "Newton-type"},
+    FieldChoice{FitProcType::cfp_SimplexPowell, "Simplex, then Powell"},
+};
+
 // Each table in the order of the stream: a reader goes by the order, not by the numbers.
 const Field<S> kModelFields[] = {
-    {kModelSection, kModelName, kVia<&S::Status>, {0, 3}},
-    {kModelSection, kModelName, &S::XVarName},
-    {kModelSection, kModelName, &S::Expression},
-    {kModelSection, kModelName, &S::NPoints, {1, kMost}},
-    {kModelSection, kModelName, &S::CurveShown},
-    {kModelSection, kModelName, &S::CurveColor},
-    {kModelSection, kModelName, &S::CurveStyle},
-    {kModelSection, kModelName, &S::CurveWidth},
+    {kModelSection, kModelName, kVia<&S::Status>, {"Show", "Curve", ChoiceOf(kStatuses)}, {0, 3}},
+    {kModelSection, kModelName, &S::XVarName, {"Name of X", "Expression", kText}},
+    {kModelSection,
+     kModelName,
+     &S::Expression,
+     {"Mathematical or logical expression:", "Expression", kExpression}},
+    {kModelSection,
+     kModelName,
+     &S::NPoints,
+     {"# of Points", "Curve", WholeWithin(1, kMost)},
+     {1, kMost}},
+    {kModelSection, kModelName, &S::CurveShown, {"Show the curve", "Curve", kCheckBox}},
+    {kModelSection, kModelName, &S::CurveColor, {"Color", "Curve", kColor}},
+    {kModelSection, kModelName, &S::CurveStyle, {"Style", "Curve", kLineStyle}},
+    {kModelSection, kModelName, &S::CurveWidth, {"Width", "Curve", WholeWithin(1, 100, "px")}},
 };
 
 const Field<P> kParameterFields[] = {
-    {kModelSection, kModelName, &P::Name},        {kModelSection, kModelName, &P::Value},
-    {kModelSection, kModelName, &P::StartDev},    {kModelSection, kModelName, &P::FinalDev},
-    {kModelSection, kModelName, &P::Vary},        {kModelSection, kModelName, &P::Printed},
-    {kModelSection, kModelName, &P::Description}, {kModelSection, kModelName, &P::Units},
+    {kModelSection, kModelName, &P::Name, {"Name", "Parameter", kText}},
+    {kModelSection, kModelName, &P::Value, {"Value", "Parameter", kNumber}},
+    {kModelSection, kModelName, &P::StartDev, {"Starting Deviation:", "Parameter", kNumber}},
+    {kModelSection, kModelName, &P::FinalDev, {"Final Deviation:", "Parameter", kNumber}},
+    {kModelSection, kModelName, &P::Vary, {"Vary", "Parameter", kCheckBox}},
+    {kModelSection, kModelName, &P::Printed, {"Printed", "Parameter", kCheckBox}},
+    {kModelSection, kModelName, &P::Description, {"Description", "Parameter", kText}},
+    {kModelSection, kModelName, &P::Units, {"Units:", "Parameter", kText}},
 };
 
 const Field<S> kRunFields[] = {
-    {kRunSection, kCurveFitName,
+    {kRunSection,
+     kCurveFitName,
      Property<S, double>{[](const S& s) { return s.Tolerance; },
                          [](S& s, double v) {
                            if (v > 0) s.Tolerance = v;
-                         }}},
-    {kRunSection, kCurveFitName, &S::LeftMarginUsed},
-    {kRunSection, kCurveFitName, &S::RightMarginUsed},
-    {kRunSection, kCurveFitName, &S::LeftMargin},
-    {kRunSection, kCurveFitName, &S::RightMargin},
-    {kRunSection, kCurveFitName, &S::IterMax, {1, kMost}},
-    {kRunSection, kCurveFitName, kVia<&S::ProcType>, {0, 4}},
+                         }},
+     {"Tolerance", "Fit",
+      RealWithin(std::numeric_limits<double>::denorm_min(), std::numeric_limits<double>::max())}},
+    {kRunSection, kCurveFitName, &S::LeftMarginUsed, {"Use the left margin", "Fit", kCheckBox}},
+    {kRunSection, kCurveFitName, &S::RightMarginUsed, {"Use the right margin", "Fit", kCheckBox}},
+    {kRunSection, kCurveFitName, &S::LeftMargin, {"Left Margin", "Fit", kMoment}},
+    {kRunSection, kCurveFitName, &S::RightMargin, {"Right Margin", "Fit", kMoment}},
+    {kRunSection,
+     kCurveFitName,
+     &S::IterMax,
+     {"Max .# of Iterations", "Fit", WholeWithin(1, kMost)},
+     {1, kMost}},
+    {kRunSection, kCurveFitName, kVia<&S::ProcType>, {"Method", "Fit", ChoiceOf(kMethods)}, {0, 4}},
 };
 
 const Field<T> kTemplateFields[] = {
-    {kTemplateSection, kCurveFitName, &T::Name},
-    {kTemplateSection, kCurveFitName, &T::Text},
-    {kTemplateSection, kCurveFitName, &T::Description},
+    {kTemplateSection, kCurveFitName, &T::Name, {"Name", "Template", kText}},
+    {kTemplateSection, kCurveFitName, &T::Text, {"Stands for", "Template", kExpression}},
+    {kTemplateSection, kCurveFitName, &T::Description, {"Description", "Template", kText}},
 };
 
 template <class Owner>
@@ -104,6 +138,19 @@ void CheckComplete(const Progress& progress, std::size_t head, std::size_t per_i
 }
 
 }  // namespace
+
+FieldTable<FitSettings> CurveFitModelFields() {
+  return kModelFields;
+}
+FieldTable<FitSettings> CurveFitRunFields() {
+  return kRunFields;
+}
+FieldTable<ParameterSettings> ParameterFields() {
+  return kParameterFields;
+}
+FieldTable<TemplateSettings> TemplateFields() {
+  return kTemplateFields;
+}
 
 void WriteCurveFitKeys(SectionWriter& writer, int number, const FitSettings& settings) {
   switch (number) {

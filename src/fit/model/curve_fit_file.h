@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "fit/model/fit_settings.h"
+#include "stream/field_table.h"
 #include "stream/section_reader.h"
 #include "stream/section_writer.h"
 
@@ -17,6 +18,12 @@ namespace tarnwick {
 inline constexpr int kModelSection = 39;
 inline constexpr int kRunSection = 43;
 inline constexpr int kTemplateSection = 45;
+
+/// What is stored of a model, how a fit runs, of a parameter and of a template, each in the order of the stream.
+FieldTable<FitSettings> CurveFitModelFields();
+FieldTable<FitSettings> CurveFitRunFields();
+FieldTable<ParameterSettings> ParameterFields();
+FieldTable<TemplateSettings> TemplateFields();
 
 /// Writes every value of the section `number` (one of the three) as a key of that number.
 void WriteCurveFitKeys(SectionWriter& writer, int number, const FitSettings& settings);

@@ -257,21 +257,17 @@ void TAxis::AdjustDecimals() {
 }
 
 void TAxis::CalcScale() {
-  const bool drawable = std::isfinite(state_.Min) && std::isfinite(state_.Max) &&
-                        state_.Min < state_.Max && !(state_.LogScale && state_.Min <= 0);
-  if (!drawable) throw Error(state_.Title + "Axis MIN exceeds axis MAX");
-  const long double min = state_.Min;
-  const long double max = state_.Max;
-  const long double span = state_.LogScale ? std::log(max) - std::log(min) : max - min;
-  const long double length = std::max(1, owner_.PixelLength(id_));
+  if (!IsDrawable(state_)) throw Error(state_.Title + "Axis MIN exceeds axis MAX");
+  pixels_per_unit_ = tarnwick::PixelsPerUnit(state_, std::max(1, owner_.PixelLength(id_)));
+}
+
+double TAxis::PixelsPerUnit() const {
   constexpr long double kLargest = std::numeric_limits<double>::max();
-  pixels_per_unit_ = static_cast<double>(std::min(length / span, kLargest));
+  return static_cast<double>(std::min(pixels_per_unit_, kLargest));
 }
 
 AxisScale TAxis::Scale() const {
-  const auto direction = id_ == AxisId::X ? PixelDirection::Rightward : PixelDirection::Upward;
-  const double origin = owner_.PixelOrigin(id_);
-  return {state_.Min, state_.Max, pixels_per_unit_, origin, state_.LogScale, direction};
+  return ScaleOf(state_, id_, owner_.PixelOrigin(id_), pixels_per_unit_);
 }
 
 std::vector<Tick> TAxis::Ticks() const {

@@ -93,7 +93,7 @@ class TAxis {
   void SetEnableAutoTitle(bool on);
 
   // computed
-  double PixelsPerUnit() const { return pixels_per_unit_; }
+  double PixelsPerUnit() const;  ///< at most the largest double
   bool NarrowLogRange() const { return state_.NarrowLogRange; }
   bool DivisionLabels() const { return state_.DivisionLabels; }
   bool AxisInUse() const { return owner_.AxisInUse(id_); }
@@ -134,7 +134,7 @@ class TAxis {
   AxisOwner& owner_;
   AxisId id_;
   AxisState state_;
-  double pixels_per_unit_ = 1;
+  long double pixels_per_unit_ = 1;
 };
 
 }  // namespace tarnwick

@@ -20,23 +20,9 @@ RichText LabelText(const AxisState& axis, const std::string& label) {
   return {axis.ShowAsTime ? text : WithMinusSigns(text), {}};
 }
 
-/// True when neighbouring ticks cannot be told apart by their labels.
-bool LabelsRepeat(const std::vector<Tick>& ticks) {
-  return std::adjacent_find(ticks.begin(), ticks.end(), [](const Tick& left, const Tick& right) {
-           return !left.label.empty() && left.label == right.label;
-         }) != ticks.end();
-}
-
 LabelSet PlainSet(const AxisState& axis, const std::vector<Tick>& ticks) {
-  AxisState written = axis;
-  // A format of days says nothing at ticks of hours, after zooming in for instance.
-  const bool rewrite = axis.ShowAsTime && LabelsRepeat(ticks);
-  if (rewrite) written.DateTimeFormat = SuggestDateFormat(axis.Min, axis.Max);
   LabelSet set;
-  for (const Tick& tick : ticks) {
-    const bool again = rewrite && !tick.label.empty();
-    set.texts.push_back(LabelText(axis, again ? TickLabelText(written, tick.value) : tick.label));
-  }
+  for (const Tick& tick : ticks) set.texts.push_back(LabelText(axis, tick.label));
   return set;
 }
 

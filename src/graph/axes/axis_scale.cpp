@@ -51,4 +51,20 @@ double AxisScale::Position(double value) const {
   return origin + std::clamp(OffsetOf(*this, value), -kFarAway, kFarAway);
 }
 
+bool IsDrawable(const AxisState& axis) {
+  return std::isfinite(axis.Min) && std::isfinite(axis.Max) && axis.Min < axis.Max &&
+         !(axis.LogScale && axis.Min <= 0);
+}
+
+long double PixelsPerUnit(const AxisState& axis, double length) {
+  const long double min = axis.Min;
+  const long double max = axis.Max;
+  return length / (axis.LogScale ? std::log(max) - std::log(min) : max - min);
+}
+
+AxisScale ScaleOf(const AxisState& axis, AxisId id, double origin, long double pixels_per_unit) {
+  const auto direction = id == AxisId::X ? PixelDirection::Rightward : PixelDirection::Upward;
+  return {axis.Min, axis.Max, pixels_per_unit, origin, axis.LogScale, direction};
+}
+
 }  // namespace tarnwick

@@ -107,8 +107,9 @@ LogRange FitLogRange(double o_min, double o_max, const LogRange& current, StepCh
   range.min = o_min == o_max ? HalfOf(o_max) : o_min;
   range.max = o_max;
   const DecimalSplit low = SplitDecimal(range.min);
-  // An upper end of exactly 1 closes the decade below it; other powers of ten open their own.
-  const DecimalSplit high = range.max == 1 ? DecimalSplit{10, -1} : SplitDecimal(range.max);
+  DecimalSplit high = SplitDecimal(range.max);
+  // An upper end that is a power of ten closes the decade below it, rather than open an empty one.
+  if (high.mantissa == 1) high = {10, high.exponent - 1};
   if (choice == StepChoice::Automatic) {
     range.divisions = ChooseLogDivisions(range.min, range.max, limits.min_steps);
   }

@@ -30,7 +30,8 @@ struct LogRange {
   bool division_labels = true;
 };
 
-/// Fits data with 0 < o_min <= o_max: whole decades from a ratio of 30 on, divisions of a decade below, linear bounds
+/// Fits data with 0 < o_min <= o_max: whole decades from a ratio of 30 on (a power of ten at either end stays the end),
+/// divisions of a decade below, linear bounds
 /// below 4 (there min stays above zero: half of o_min where the linear rule would reach zero). With
 /// StepChoice::Automatic the divisions are chosen, else those of `current` are used.
 LogRange FitLogRange(double o_min, double o_max, const LogRange& current, StepChoice choice,

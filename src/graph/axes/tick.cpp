@@ -196,10 +196,8 @@ std::optional<ClockStep> ClockStepWithin(double most_days) {
   return found == steps.end() ? std::nullopt : std::optional(*found);
 }
 
-}  // namespace
-
-std::vector<Tick> ClockTicks(const AxisState& axis, const StepLimits& limits) {
-  if (!axis.ShowAsTime || axis.LogScale || axis.TickType < DateTickType::Automatic) return {};
+/// Those of a time axis of the unit "automatic"; none where fewer than two would show.
+Ticks ClockTicks(const AxisState& axis, const StepLimits& limits) {
   const double min = std::max(axis.Min, JoinDay({.year = 1, .month = 1, .day = 1}));
   const double max = std::min(axis.Max, JoinDay({.year = 9999, .month = 12, .day = 31}));
   const std::optional<ClockStep> step =
@@ -215,18 +213,47 @@ std::vector<Tick> ClockTicks(const AxisState& axis, const StepLimits& limits) {
   return ticks.size() < 2 ? Ticks{} : ticks;
 }
 
+Ticks TimeTicks(const AxisState& axis, const StepLimits& limits) {
+  if (axis.TickType >= DateTickType::Automatic) return ClockTicks(axis, limits);
+  return IsCalendarDay(axis.Min) && IsCalendarDay(axis.Max) ? CalendarTicks(axis) : Ticks{};
+}
+
+/// True when neighbouring ticks cannot be told apart by their labels.
+bool LabelsRepeat(const Ticks& ticks) {
+  return std::adjacent_find(ticks.begin(), ticks.end(), [](const Tick& left, const Tick& right) {
+           return !left.label.empty() && left.label == right.label;
+         }) != ticks.end();
+}
+
+/// A format of days says nothing at ticks of hours, after zooming in for instance.
+void TellMomentsApart(const AxisState& axis, Ticks& ticks) {
+  if (!axis.ShowAsTime || !LabelsRepeat(ticks)) return;
+  AxisState written = axis;
+  written.DateTimeFormat = SuggestDateFormat(axis.Min, axis.Max);
+  for (Tick& tick : ticks) {
+    if (!tick.label.empty()) tick.label = TickLabelText(written, tick.value);
+  }
+}
+
+Ticks LogOrLinearTicks(const AxisState& axis, const StepLimits& limits) {
+  if (axis.Min <= 0) return {};
+  const Ticks ticks = LogTicks(axis);
+  return ReadsLinearly(axis, ticks) ? LinearTicks(axis, limits) : ticks;
+}
+
+}  // namespace
+
 std::vector<Tick> MakeTicks(const AxisState& axis, const StepLimits& limits) {
   if (!(axis.Min < axis.Max) || !std::isfinite(axis.Min) || !std::isfinite(axis.Max)) return {};
   Ticks ticks;
   if (axis.LogScale) {
-    if (axis.Min <= 0) return {};
-    ticks = LogTicks(axis);
-    return ReadsLinearly(axis, ticks) ? LinearTicks(axis, limits) : ticks;
+    ticks = LogOrLinearTicks(axis, limits);
+  } else {
+    if (axis.ShowAsTime) ticks = TimeTicks(axis, limits);
+    if (ticks.size() < 2) ticks = LinearTicks(axis, limits);
   }
-  const bool calendar = axis.ShowAsTime && axis.TickType < DateTickType::Automatic &&
-                        IsCalendarDay(axis.Min) && IsCalendarDay(axis.Max);
-  if (calendar) ticks = CalendarTicks(axis);
-  return ticks.size() < 2 ? LinearTicks(axis, limits) : ticks;
+  TellMomentsApart(axis, ticks);
+  return ticks;
 }
 
 }  // namespace tarnwick

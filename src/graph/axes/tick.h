@@ -23,11 +23,9 @@ inline constexpr int kMostTicks = 200;
 
 /// The ticks of the axis' visible range in rising order: multiples of StepSize; the divisions of each decade on a
 /// logarithmic axis (decades major, minor ticks between them where divisions are not labelled); calendar units, on their
-/// first day or minute, on a time axis. Empty when the range is empty or not finite.
+/// first day or minute, on a time axis. One of the unit "automatic", whose own step is a decimal fraction of days that no
+/// clock shows, has at least MinSteps full seconds, minutes, hours, days, months or years. Empty when the range is empty or
+/// not finite.
 std::vector<Tick> MakeTicks(const AxisState& axis, const StepLimits& limits);
-
-/// Ticks to be drawn on a time axis of the unit "automatic", whose own step is a decimal fraction of days that no clock
-/// shows: full seconds, minutes, hours, days, months or years, at least MinSteps of them. Empty where there are none.
-std::vector<Tick> ClockTicks(const AxisState& axis, const StepLimits& limits);
 
 }  // namespace tarnwick

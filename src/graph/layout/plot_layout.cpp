@@ -27,11 +27,6 @@ QRectF PlotRect(const TxyGraph& graph, QSizeF size) {
           size.height() - taken_y};
 }
 
-bool IsDrawable(const AxisState& axis) {
-  return std::isfinite(axis.Min) && std::isfinite(axis.Max) && axis.Min < axis.Max &&
-         (!axis.LogScale || axis.Min > 0);
-}
-
 bool AllDrawable(const TxyGraph& graph) {
   return std::all_of(kAxisIds.begin(), kAxisIds.end(),
                      [&](AxisId id) { return IsDrawable(graph.Axis(id).State()); });
@@ -190,16 +185,9 @@ PlacedText MakeText(const RichText& text, const Font& font, const TextMetrics& m
 AxisScale ScaleAt(const TxyGraph& graph, AxisId axis, QSizeF size) {
   const QRectF plot = PlotRect(graph, size);
   const AxisState& state = graph.Axis(axis).State();
-  AxisScale scale;
-  scale.min = state.Min;
-  scale.max = state.Max;
-  scale.log = state.LogScale;
   const bool across = axis == AxisId::X;
-  scale.direction = across ? PixelDirection::Rightward : PixelDirection::Upward;
-  scale.origin = across ? plot.left() : plot.top();
-  const double span = scale.log ? std::log(state.Max) - std::log(state.Min) : state.Max - state.Min;
-  scale.pixels_per_unit = (across ? plot.width() : plot.height()) / span;
-  return scale;
+  return ScaleOf(state, axis, across ? plot.left() : plot.top(),
+                 PixelsPerUnit(state, across ? plot.width() : plot.height()));
 }
 
 PlotLayout LayoutPlot(const TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {

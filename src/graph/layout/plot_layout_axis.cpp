@@ -296,12 +296,6 @@ void AddMinorTicks(const AxisState& axis, const AxisPlace& place, const std::vec
   }
 }
 
-std::vector<Tick> DrawnTicks(const TxyGraph& graph, const TAxis& axis) {
-  const Appearance& appearance = graph.GetAppearance();
-  std::vector<Tick> ticks = ClockTicks(axis.State(), {appearance.min_steps, appearance.max_steps});
-  return ticks.empty() ? axis.Ticks() : ticks;
-}
-
 }  // namespace
 
 void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
@@ -314,7 +308,7 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   result.line = place.across ? QLineF(plot.left(), place.line, plot.right(), place.line)
                              : QLineF(place.line, plot.bottom(), place.line, plot.top());
   result.labels_side = place.side;
-  const std::vector<Tick> ticks = DrawnTicks(context.graph, axis);
+  const std::vector<Tick> ticks = axis.Ticks();
   std::vector<std::size_t> labelled;
   if (result.shown && context.graph.GetAppearance().grid_labels_shown) {
     LabelPlacer placer(context, id, place, ticks, result.scale);

@@ -45,10 +45,10 @@ class PixelMap {
   template <class Value>
   Value UnheldLinear(Value value) const {
     // The difference of two huge values may overflow; an infinity lands on the right side all the same.
-    return origin_ + (value - reference_) * slope_;
+    return origin_ + (value - reference_) * magnifier_ * slope_;
   }
   double ValueAt(double pixel) const {
-    const double value = reference_ + (pixel - origin_) / slope_;
+    const double value = reference_ + (pixel - origin_) / slope_ / magnifier_;
     return log_ ? std::exp(value) : value;
   }
   bool Log() const { return log_; }
@@ -61,7 +61,8 @@ class PixelMap {
 
   double reference_ = 0;  // value (its logarithm on a logarithmic axis) at pixel origin_
   double origin_ = 0;
-  double slope_ = 1;  // pixels per unit
+  double slope_ = 1;      // pixels per magnified unit
+  double magnifier_ = 1;  // a power of two, above 1 where pixels per unit exceed the doubles
   bool log_ = false;
 };
 

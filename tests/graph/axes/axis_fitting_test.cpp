@@ -162,7 +162,8 @@ TEST(FitLogRange, FollowsTheRules) {
   constexpr auto kManual = StepChoice::Manual;
   constexpr Row kRows[] = {
       {"whole decades", 0.13, 870, 2, kAuto, 0.1, 1000, 0, false, true},
-      {"a power of ten opens its decade", 10, 1000, 2, kAuto, 10, 10000, 1, false, true},
+      {"powers of ten got an empty decade above", 10, 1000, 2, kAuto, 10, 1000, 1, false, true},
+      {"so did those below one", 1e-5, 0.01, 2, kAuto, 1e-5, 0.01, 0, false, true},
       {"one closes its decade", 0.002, 1, 2, kAuto, 0.001, 1, 0, false, true},
       {"divisions below 30", 2.2, 44, 2, kManual, 2, 50, 2, false, true},
       {"closing ten", 2.2, 55, 2, kManual, 2, 100, 2, false, true},

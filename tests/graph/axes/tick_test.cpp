@@ -89,13 +89,7 @@ TEST(MakeTicks, LabelsMultiplesDecadesAndCalendarUnits) {
   for (const Row& row : rows) EXPECT_EQ(Labels(row.axis), row.labels) << row.why;
 }
 
-TEST(MakeTicks, DrawsAutomaticDatesByTheNumericStep) {
-  AxisState axis = Time("2024-03-01", "2024-03-03", DateTickType::Automatic, "dd hh:nn");
-  axis.StepSize = 0.5;
-  EXPECT_EQ(Labels(axis), "01 00:00 01 12:00 02 00:00 02 12:00 03 00:00");
-}
-
-TEST(ClockTicks, StandOnFullUnitsOfTheClock) {
+TEST(MakeTicks, StandOnFullUnitsOfTheClockForTheUnitAutomatic) {
   constexpr auto kAutomatic = DateTickType::Automatic;
   struct Row {
     AxisState axis;
@@ -110,8 +104,14 @@ TEST(ClockTicks, StandOnFullUnitsOfTheClock) {
       {Time("1850-06-01", "2000-03-01", kAutomatic, "yyyy"),
        "1860 1880 1900 1920 1940 1960 1980 2000"},
       {beyond, "0002 0004 0006 0008 0010 0012"},
-      {Time("2024-03-01", "2024-03-02", DateTickType::Hour, "hh"), ""}};
-  for (const Row& row : rows) EXPECT_EQ(Joined(ClockTicks(row.axis, {})), row.labels);
+      // Months and weeks: the batch program had ticks of 50 and of 10 days.
+      {Time("2024-01-20", "2024-08-10", kAutomatic, "mmm"), "Feb Mar Apr May Jun Jul Aug"},
+      {Time("2024-03-01", "2024-05-01", kAutomatic, "dd-mmm"),
+       "03-Mar 10-Mar 17-Mar 24-Mar 31-Mar 07-Apr 14-Apr 21-Apr 28-Apr"},
+      // A format of days repeated itself at ticks of hours.
+      {Time("2024-03-01", "2024-03-01 06:00", DateTickType::Hour, "dd"),
+       "00:00 01:00 02:00 03:00 04:00 05:00 06:00"}};
+  for (const Row& row : rows) EXPECT_EQ(Labels(row.axis), row.labels);
 }
 
 TEST(MakeTicks, FillsDecadesWithMinorTicks) {

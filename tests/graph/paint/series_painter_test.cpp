@@ -101,8 +101,7 @@ TEST(PaintSeries, ThinnedPictureLooksLikeTheWholeLine) {
       walk += shape.step * normal(random);
       const double y = walk + std::sin(6 * x) + shape.noise * normal(random);
       series.AddPoint(x, y);
-      whole.append({frame.x.origin + x * frame.x.pixels_per_unit,
-                    frame.y.origin + (3 - y) * frame.y.pixels_per_unit});
+      whole.append({frame.x.Position(x), frame.y.Position(y)});
     }
     series.SetStyle(LineStyleOf(shape.width));
     const QImage ours = Painted(series, frame);
@@ -137,8 +136,8 @@ TEST(PaintSeries, SpikeAmongTenMillionPointsIsDrawnAtItsPixel) {
   series.SetStyle(LineStyleOf(1));
   const SeriesFrame frame = Frame(0, 1e7, -3, 3);
   const QImage image = Painted(series, frame);
-  const int column = static_cast<int>(frame.x.origin + 4'000'000 * frame.x.pixels_per_unit);
-  const int top = static_cast<int>(frame.y.origin + 0.5 * frame.y.pixels_per_unit);
+  const int column = static_cast<int>(frame.x.Position(4'000'000));
+  const int top = static_cast<int>(frame.y.Position(2.5));
   EXPECT_GT(Ink(image, column, top + 2), 100);
   EXPECT_EQ(TotalInk(image, QRect(20, 10, column - 22, 60)), 0);
 }
@@ -232,7 +231,7 @@ TEST(PaintSeries, BoundLinesStandAtTheirLevels) {
     const SeriesFrame frame = Frame(0, 5, -3, 3);
     const QImage image = Painted(series, frame);
     for (const double level : row.levels) {
-      const double y = frame.y.origin + (3 - level) * frame.y.pixels_per_unit;
+      const double y = frame.y.Position(level);
       EXPECT_GT(Ink(image, 150, static_cast<int>(std::floor(y))), 120) << level;
     }
     const double gray = 127.0 / 255;
@@ -256,7 +255,7 @@ TEST(PaintSeries, RegressionLineIsDrawnWhenItIsUpToDate) {
     EXPECT_EQ(TotalInk(Painted(series, frame), QRect(0, 0, kWidth, kHeight)), 0);
     series.UpdateRegression();
     const QImage image = Painted(series, frame);
-    const double y = frame.y.origin + 2.5 * frame.y.pixels_per_unit;  // about one half
+    const double y = frame.y.Position(0.5);
     EXPECT_GT(TotalInk(image, QRect(150, static_cast<int>(y) - 4, 1, 9)), 0.8);
   }
 }

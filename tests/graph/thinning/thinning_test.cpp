@@ -181,6 +181,29 @@ TEST(ThinLine, NeighboursOutsideTheViewAreKept) {
   EXPECT_GT(line.points[1].x, kColumns);
 }
 
+// The curve was missing on ranges near the ends of the doubles, whose lengths or pixels per unit are none.
+TEST(PixelMap, PlacesTheValuesOfEveryRange) {
+  const std::pair<double, double> ranges[] = {{-1.7e308, 1.7e308}, {0, 1.7e308},
+                                              {-1e307, 1e306},     {0, 1e-307},
+                                              {-1e-307, 3e-307},   {0, 4e-323}};
+  for (const auto& [min, max] : ranges) {
+    AxisState axis;
+    axis.Min = min;
+    axis.Max = max;
+    const long double pixels_per_unit = PixelsPerUnit(axis, kColumns);
+    for (const AxisId id : {AxisId::X, AxisId::Y}) {
+      const PixelMap map(ScaleOf(axis, id, 40, pixels_per_unit), 1, 0);
+      ASSERT_TRUE(map.Usable()) << min << " to " << max;
+      for (const double share : {0.0, 0.25, 1.0}) {
+        const double value = min * (1 - share) + max * share;
+        const double pixel = 40 + kColumns * (id == AxisId::X ? share : 1 - share);
+        EXPECT_NEAR(map.At(value), pixel, 1e-9) << min << " to " << max;
+        EXPECT_NEAR(map.ValueAt(pixel) / max, value / max, 1e-12) << min << " to " << max;
+      }
+    }
+  }
+}
+
 TEST(ThinLine, AxesWithoutExtentGiveNothing) {
   TDataSeries series;
   series.AddPoint(1, 1);
