@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "base/error.h"
+#include "analysis/settled_regression.h"
 
 namespace tarnwick {
 
@@ -70,10 +70,9 @@ std::vector<double> CorrectedValues(const TDataSeries& source) {
   return values;
 }
 
-}  // namespace
-
-void Integral(const TDataSeries& source, TDataSeries& target) {
-  Result result = Prepare(source, "INT of ");
+/// Calls visit(right, area): the trapezoid area between points and base line up to each point but the first.
+template <class Visit>
+void ForEachArea(const TDataSeries& source, Visit visit) {
   const long double zero = source.ZeroValue();
   const long double slope = source.BaseLineSlope();
   long double area = 0;
@@ -82,18 +81,43 @@ void Integral(const TDataSeries& source, TDataSeries& target) {
     const long double sum_x = static_cast<long double>(left.x) + right.x;
     const long double sum_y = static_cast<long double>(left.y) + right.y;
     area += 0.5L * width * (sum_y - 2 * zero - slope * sum_x);
-    result.Add(right.x, static_cast<double>(area));
+    visit(right, static_cast<double>(area));
   });
+}
+
+/// Calls visit(x, sum): the sum of corrected Y up to each point.
+template <class Visit>
+void ForEachSum(const TDataSeries& source, Visit visit) {
+  long double sum = 0;
+  source.Points().ForEachPoint([&](double x, double y) {
+    sum += source.CorrectedY(x, y);
+    visit(x, static_cast<double>(sum));
+  });
+}
+
+}  // namespace
+
+double AreaOf(const TDataSeries& source) {
+  double area = 0;
+  ForEachArea(source, [&](const Point&, double up_to_here) { area = up_to_here; });
+  return area;
+}
+
+double SumOf(const TDataSeries& source) {
+  double sum = 0;
+  ForEachSum(source, [&](double, double up_to_here) { sum = up_to_here; });
+  return sum;
+}
+
+void Integral(const TDataSeries& source, TDataSeries& target) {
+  Result result = Prepare(source, "INT of ");
+  ForEachArea(source, [&](const Point& point, double area) { result.Add(point.x, area); });
   Store(result, target);
 }
 
 void RunningSum(const TDataSeries& source, TDataSeries& target) {
   Result result = Prepare(source, "SUM of ");
-  long double sum = 0;
-  source.Points().ForEachPoint([&](double x, double y) {
-    sum += source.CorrectedY(x, y);
-    result.Add(x, static_cast<double>(sum));
-  });
+  ForEachSum(source, [&](double x, double sum) { result.Add(x, sum); });
   Store(result, target);
 }
 
@@ -130,10 +154,7 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
 
 void Derivative(TDataSeries& source, TDataSeries& target) {
   const RegressionType type = source.RegressionType();
-  if (type != RegressionType::None) {
-    source.UpdateRegression();
-    if (!source.RegressionFailure().empty()) throw Error(source.RegressionFailure());
-  }
+  SettleRegression(source);
   Result result = Prepare(source, "DIF of ");
   const PointChain& walked = HasRegressionCurve(type) ? source.RegressionCurve() : source.Points();
   const double base_line = source.BaseLineSlope();

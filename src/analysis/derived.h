@@ -1,5 +1,6 @@
-// DataSets computed from a DataSet: integral, running sum, probability density, derivative. Each clears its target, fills it
-// and names its columns. Knows no graph; a source may be its own target.
+// What is computed from a DataSet's points: area and sum, and DataSets: integral, running sum, probability density,
+// derivative. Each of these clears its target, fills it and names its columns. Knows no graph; a source may be its own
+// target.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +8,11 @@
 #include "data/data_series.h"
 
 namespace tarnwick {
+
+/// Trapezoid area between the points and the base line; 0 for fewer than two points.
+double AreaOf(const TDataSeries& source);
+/// Sum of corrected Y.
+double SumOf(const TDataSeries& source);
 
 /// Running trapezoid integral between points and base line, at every X but the first.
 void Integral(const TDataSeries& source, TDataSeries& target);

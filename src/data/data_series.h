@@ -104,10 +104,6 @@ class TDataSeries {
   /// The smallest X (or corrected Y) above 0, in single precision where that can hold it; the minimum when there is none.
   double SmallestPositiveX() const;
   double SmallestPositiveY() const;
-  /// Sum of corrected Y.
-  double Sum() const;
-  /// Trapezoid area between the points and the base line; 0 for fewer than two points.
-  double Area() const;
   StatisticsRecord XStatistics() const;
   StatisticsRecord YStatistics() const;  ///< of stored Y
   /// Runs the regression when it is stale. Throws Error "internal error: regression", "Unknown regression type",

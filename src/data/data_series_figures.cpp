@@ -1,4 +1,4 @@
-// What a DataSet says about its points: extremes, sums, statistics.
+// What a DataSet says about its points: extremes and statistics.
 
 #include <cfloat>
 #include <cmath>
@@ -107,34 +107,6 @@ double TDataSeries::SmallestPositiveY() const {
     smallest_positive_y_ = IsUndefined(smallest) ? extremes.y_min : Single(smallest);
   }
   return *smallest_positive_y_;
-}
-
-double TDataSeries::Sum() const {
-  SettleAutoZero();
-  long double sum = 0;
-  points_.ForEachPoint([&](double x, double y) { sum += CorrectedY(x, y); });
-  return static_cast<double>(sum);
-}
-
-double TDataSeries::Area() const {
-  SettleAutoZero();
-  const long double twice_zero = 2 * static_cast<long double>(settings_.ZeroValue);
-  const long double slope = settings_.BaseLineSlope;
-  long double twice_area = 0;
-  bool first = true;
-  double last_x = 0;
-  double last_y = 0;
-  points_.ForEachPoint([&](double x, double y) {
-    if (!first) {
-      const long double sum_x = static_cast<long double>(last_x) + x;
-      const long double sum_y = static_cast<long double>(last_y) + y;
-      twice_area += (static_cast<long double>(x) - last_x) * (sum_y - twice_zero - slope * sum_x);
-    }
-    first = false;
-    last_x = x;
-    last_y = y;
-  });
-  return static_cast<double>(twice_area / 2);
 }
 
 StatisticsRecord TDataSeries::XStatistics() const {

@@ -35,6 +35,24 @@ class Derived : public testing::Test {
   TDataSeries target;
 };
 
+TEST_F(Derived, SumAndAreaMeasureFromTheBaseLine) {
+  EXPECT_EQ(AreaOf(source), 0);
+  source.AddPoint(0, 1);
+  EXPECT_EQ(AreaOf(source), 0);
+  Fill({0, 2, 3}, {1, 3, 5});
+  EXPECT_EQ(SumOf(source), 9);
+  EXPECT_EQ(AreaOf(source), 8);
+  source.SetZeroValue(1);
+  source.SetBaseLineSlope(1);
+  EXPECT_EQ(SumOf(source), 1);
+  EXPECT_EQ(AreaOf(source), 0.5);
+  source.AddPoint(4, std::nan(""));
+  EXPECT_TRUE(std::isnan(SumOf(source)));
+  source.DeletePoint(4);
+  source.SetAutoZero(true);
+  EXPECT_EQ(SumOf(source), 6);  // from 1, the smallest, with a level base line
+}
+
 TEST_F(Derived, IntegralMeasuresFromTheBaseLine) {
   Fill({0, 1, 3}, {1, 3, 1});
   Integral(source, target);

@@ -193,9 +193,6 @@ TEST(DataSeries, AutoZeroKeepsTheBaseLineAtTheSmallestY) {
   series.SetY(1, 6);
   series.DeletePoint(2);
   EXPECT_EQ(series.ZeroValue(), 6);
-  EXPECT_EQ(series.Sum() != series.Sum(), true);  // an undefined Y leaves the sum undefined
-  series.DeletePoint(3);
-  EXPECT_EQ(series.Sum(), 0);
 }
 
 TEST(DataSeries, SetYByIdRunsTheRestForAnUnknownId) {
@@ -287,21 +284,6 @@ TEST(DataSeries, ListenersAreCalledInOrderAndMayComeAndGoMeanwhile) {
     });
   }
   EXPECT_THAT(calls, ElementsAre("destroyed", "four"));
-}
-
-TEST(DataSeries, SumAndAreaMeasureFromTheBaseLine) {
-  TDataSeries series;
-  EXPECT_EQ(series.Area(), 0);
-  series.AddPoint(0, 1);
-  EXPECT_EQ(series.Area(), 0);
-  series.AddPoint(2, 3);
-  series.AddPoint(3, 5);
-  EXPECT_EQ(series.Sum(), 9);
-  EXPECT_EQ(series.Area(), 8);
-  series.SetZeroValue(1);
-  series.SetBaseLineSlope(1);
-  EXPECT_EQ(series.Sum(), 1);
-  EXPECT_EQ(series.Area(), 0.5);
 }
 
 TEST(DataSeries, SmallestPositiveValuesServeLogarithmicAxes) {

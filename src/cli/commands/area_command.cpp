@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "analysis/derived.h"
 #include "base/number_text.h"
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
@@ -14,7 +15,7 @@ struct Options {
 
 void RunArea(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input);
-  const double area = input.graph->Series(ChooseSeries(*input.graph, options.dataset)).Area();
+  const double area = AreaOf(input.graph->Series(ChooseSeries(*input.graph, options.dataset)));
   if (output.IsJson()) {
     output.Document({{"area", JsonNumber(area)}});
   } else {
@@ -25,10 +26,11 @@ void RunArea(const Options& options, Output& output) {
 void RunTotal(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input);
   const TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
+  const double sum = SumOf(series);
   if (output.IsJson()) {
-    output.Document({{"points", series.PointCount()}, {"sum", JsonNumber(series.Sum())}});
+    output.Document({{"points", series.PointCount()}, {"sum", JsonNumber(sum)}});
   } else {
-    output.Text() << series.PointCount() << " points, sum " << ShortestText(series.Sum()) << '\n';
+    output.Text() << series.PointCount() << " points, sum " << ShortestText(sum) << '\n';
   }
 }
 
