@@ -1,0 +1,11 @@
+// Room for what a computation draws against the second Y axis. Knows graphs and their margins.
+#pragma once
+
+namespace tarnwick {
+
+class TxyGraph;
+
+/// Shows the second Y axis, with a margin as wide as its labels need.
+void ShowSecondAxis(TxyGraph& graph);
+
+}  // namespace tarnwick
