@@ -51,11 +51,11 @@ TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
   Compute(kind, source, options.bins, *derived);
   derived->SetSeriesName(options.name.empty() ? DerivedName(graph, source, kind) : options.name);
   const GraphUpdate update(graph);
+  if (options.y_axis == AxisId::Y2) ShowSecondAxis(graph);
   TSeries& added = graph.AddSeries(std::move(derived));
   SeriesStyle style = added.Style();
   style.first_axis = options.y_axis != AxisId::Y2;
   added.SetStyle(style);
-  if (!style.first_axis && !graph.Axis(AxisId::Y2).ShowAxis()) ShowSecondAxis(graph);
   if (options.source == SourceAfter::Hidden) {
     SeriesStyle hidden = source.Style();
     hidden.visible = false;

@@ -110,8 +110,8 @@ TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string&
   residuals->SetStyle(style);
   // The band is measured on the scales of the data alone.
   const GraphUpdate update(graph);
-  TSeries& put = PutSeries(graph, source, std::move(residuals));
   ShowSecondAxis(graph);
+  TSeries& put = PutSeries(graph, source, std::move(residuals));
   GiveResidualsABand(graph, put);
   return put;
 }

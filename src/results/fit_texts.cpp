@@ -129,18 +129,18 @@ std::string ErrorText(const FittedParameter& parameter) {
   return rounded.exponent == 0 ? rounded.error : rounded.error + PowerOfTen(rounded.exponent);
 }
 
-std::vector<FitFigure> FiguresOf(const FitStatistics& s) {
+std::vector<FitFigure> FiguresOf(const FitStatistics& statistics) {
   return {
-      {"rss", "Sum of squares", s.sum_of_squares, 5},
-      {"degrees_of_freedom", "Degrees of freedom", static_cast<double>(s.degrees_of_freedom), 6,
-       FigureKind::Count},
-      {"residual_deviation", "Residual deviation", s.residual_deviation, 4},
-      {"reduced_chi_squared", "Reduced χ²", s.reduced_chi_squared, 3},
-      {"r_squared", "R²", s.r_squared, 1},
-      {"adjusted_r_squared", "Adjusted R²", s.adjusted_r_squared, 2},
-      {"aic", "AIC", s.aic, 7},
-      {"bic", "BIC", s.bic, 8},
-      {"residual_correlation", "", s.residual_correlation},
+      {"rss", "Sum of squares", statistics.sum_of_squares, 5},
+      {"degrees_of_freedom", "Degrees of freedom",
+       static_cast<double>(statistics.degrees_of_freedom), 6, FigureKind::Count},
+      {"residual_deviation", "Residual deviation", statistics.residual_deviation, 4},
+      {"reduced_chi_squared", "Reduced χ²", statistics.reduced_chi_squared, 3},
+      {"r_squared", "R²", statistics.r_squared, 1},
+      {"adjusted_r_squared", "Adjusted R²", statistics.adjusted_r_squared, 2},
+      {"aic", "AIC", statistics.aic, 7},
+      {"bic", "BIC", statistics.bic, 8},
+      {"residual_correlation", "", statistics.residual_correlation},
   };
 }
 

@@ -9,7 +9,13 @@ namespace tarnwick {
 
 void ShowSecondAxis(TxyGraph& graph) {
   constexpr std::int32_t kMargin = 55;
-  graph.Axis(AxisId::Y2).SetShowAxis(true);
+  TAxis& axis = graph.Axis(AxisId::Y2);
+  if (!graph.AxisInUse(AxisId::Y2) && !axis.ShowAxis()) {
+    axis.SetAutoSizing(true);
+    axis.SetAdjustDecPlaces(true);
+    axis.SetEnableAutoTitle(true);
+  }
+  axis.SetShowAxis(true);
   Dimensions dimensions = graph.GetDimensions();
   dimensions.right_margin = std::max(dimensions.right_margin, kMargin);
   graph.SetDimensions(dimensions);
