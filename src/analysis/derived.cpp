@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "base/error.h"
+#include "analysis/settled_regression.h"
 
 namespace tarnwick {
 
@@ -157,10 +157,7 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
 
 void Derivative(TDataSeries& source, TDataSeries& target) {
   const RegressionType type = source.RegressionType();
-  if (type != RegressionType::None) {
-    source.UpdateRegression();
-    if (!source.Regression().failure.empty()) throw Error(source.Regression().failure);
-  }
+  SettleRegression(source);
   Result result = Prepare(source, "DIF of ");
   const PointChain& walked = HasRegressionCurve(type) ? source.Regression().curve : source.Points();
   const double base_line = source.BaseLineSlope();

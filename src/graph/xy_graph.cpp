@@ -292,12 +292,11 @@ void TxyGraph::StyleChanged() {
 
 void TxyGraph::SettleRegression(TSeries& series) {
   // Painting may not compute, so the line is brought up to date as soon as its points change.
-  regression_error_.clear();
   if (series.RegressionType() == RegressionType::None || series.PointCount() == 0) return;
   try {
     series.UpdateRegression();
-  } catch (const Error& error) {
-    regression_error_ = error.what();
+  } catch (const Error&) {
+    // The DataSet keeps why, for who looks after the graph to tell.
   }
 }
 

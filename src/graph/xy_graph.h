@@ -103,8 +103,6 @@ class TxyGraph : public AxisOwner {
   /// inconsistent axis leaves its text in ScaleError().
   void UpdateScales();
   const std::string& ScaleError() const { return scale_error_; }
-  /// Why the last regression line of some DataSet could not be computed; empty when all could.
-  const std::string& RegressionError() const { return regression_error_; }
   /// Why the curve of some DataSet's model cannot be drawn; empty when all can.
   std::string FitError() const;
 
@@ -168,7 +166,6 @@ class TxyGraph : public AxisOwner {
   int width_ = 640;
   int height_ = 480;
   std::string scale_error_;
-  std::string regression_error_;
   std::function<void(GraphChange)> listener_;
   bool plots_against_x_source_ = false;
   bool ask_before_thinning_ = true;

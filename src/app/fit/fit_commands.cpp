@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "desk/commands/command.h"
 #include "desk/document/document.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick {
 namespace {
@@ -34,9 +35,7 @@ void EditModel(CommandContext& context) {
 }
 
 void Print(CommandContext& context) {
-  Document& document = DocumentWithDataSet(context);
-  PrintFitOnGraph(document,
-                  QSizeF(document.Graph().ClientWidth(), document.Graph().ClientHeight()));
+  PrintFitOnGraph(DocumentWithDataSet(context));
 }
 
 void ToggleResult(CommandContext& context) {

@@ -13,7 +13,6 @@
 #include <cmath>
 
 #include "app/fit/fit_outcome.h"
-#include "app/fit/fit_texts.h"
 #include "app/fit/fit_work.h"
 #include "base/number_text.h"
 #include "desk/commands/command.h"
@@ -22,6 +21,8 @@
 #include "desk/widgets/full_table.h"
 #include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
+#include "results/fit_texts.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick {
 namespace {
@@ -175,10 +176,7 @@ QWidget* FitPanel::MakeButtons() {
   connect(residuals_, &QPushButton::clicked, this,
           [this] { actions_.RunAsCommand([](CommandContext& c) { AddResiduals(*c.document); }); });
   connect(print, &QPushButton::clicked, this, [this] {
-    actions_.RunAsCommand([](CommandContext& c) {
-      const TxyGraph& graph = c.document->Graph();
-      PrintFitOnGraph(*c.document, QSizeF(graph.ClientWidth(), graph.ClientHeight()));
-    });
+    actions_.RunAsCommand([](CommandContext& c) { PrintFitOnGraph(*c.document); });
   });
   connect(bands_, &QPushButton::clicked, this, [this] {
     const double level = level_->value() / 100;
@@ -297,7 +295,7 @@ void FitPanel::ShowParameters() {
 }
 
 void FitPanel::ShowFigures() {
-  const auto figures = FitFigures(*shown_.result);
+  const auto figures = FigureTexts(*shown_.result);
   figures_->setColumnCount(2);
   figures_->setRowCount(static_cast<int>(figures.size()));
   int row = 0;

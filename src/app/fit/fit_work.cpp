@@ -15,7 +15,7 @@
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
 #include "fit/model/fit_function_file.h"
-#include "fit/model/model_copy.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick {
 namespace {
@@ -129,44 +129,15 @@ void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt) 
 
 void ApplyFitFunction(Document& document, const std::filesystem::path& file) {
   TSeries& series = CurrentDataSet(document);
-  TCurFit function;
+  FitSettings function;
   try {
-    function.SetSettings(LoadFitFunction(file), false);
+    function = LoadFitFunction(file);
   } catch (const FileError& error) {
     // The fixed text stands alone: the file is the one just chosen.
     if (error.Text() == kWrongFileFormat) throw Error(kWrongFileFormat);
     throw;
   }
-  document.Edit("Choose Function", [&](TxyGraph&) {
-    Assign(series.Fit(), function);
-    // A curve thinner than the line it describes is lost on it.
-    series.Fit().SetCurveWidth(std::max(function.CurveWidth(), series.Style().line_width));
-    series.Fit().SetStatus(FitStatus::cf_Function);
-  });
-}
-
-void TakeFitSettings(TSeries& series, const FitSettings& settings) {
-  TCurFit& model = series.Fit();
-  const FitSettings present = model.Settings();
-  if (settings == present) return;
-  // The same in all that a fit depends on?
-  FitSettings same = settings;
-  same.Status = present.Status;
-  same.CurveShown = present.CurveShown;
-  same.CurveColor = present.CurveColor;
-  same.CurveStyle = present.CurveStyle;
-  same.CurveWidth = present.CurveWidth;
-  const std::size_t count = std::min(same.parameters.size(), present.parameters.size());
-  for (std::size_t i = 0; i < count; ++i) {
-    same.parameters[i].Printed = present.parameters[i].Printed;
-    same.parameters[i].Description = present.parameters[i].Description;
-    same.parameters[i].Units = present.parameters[i].Units;
-  }
-  const std::shared_ptr<const FitResult> result = model.Result();
-  const bool modified = model.Modified();
-  const bool look_only = same == present;
-  model.SetSettings(settings, look_only ? modified : true);
-  if (look_only && result) model.SetResult(result);
+  document.Edit("Choose Function", [&](TxyGraph&) { TakeFitFunction(series, function); });
 }
 
 }  // namespace tarnwick

@@ -16,11 +16,6 @@ class Document;
 class Prompt;
 class TSeries;
 
-/// True for what shows the outcome of a fit.
-constexpr bool IsFitted(FitStatus status) {
-  return status == FitStatus::cf_FinResult || status == FitStatus::cf_EveryStep;
-}
-
 /// The current DataSet. Throws Error "No DataSet Found!".
 TSeries& CurrentDataSet(Document& document);
 
@@ -35,9 +30,5 @@ void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt);
 /// Puts the function of a file in place of the model and draws it. Throws Error: "Wrong File Format!", "No DataSet
 /// Found!", or why the function cannot be compiled.
 void ApplyFitFunction(Document& document, const std::filesystem::path& file);
-
-/// Puts edited settings in place of the model's; what only concerns the look of curve or report leaves the result valid.
-/// No step of its own.
-void TakeFitSettings(TSeries& series, const FitSettings& settings);
 
 }  // namespace tarnwick

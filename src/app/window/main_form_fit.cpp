@@ -17,6 +17,7 @@
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
 #include "desk/widgets/text.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick {
 namespace {

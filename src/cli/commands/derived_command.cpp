@@ -1,12 +1,11 @@
 #include <memory>
-#include <utility>
 
-#include "analysis/derived.h"
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
 #include "cli/options/number_check.h"
 #include "cli/options/save_output.h"
 #include "cli/output/point_text.h"
+#include "results/derived_series.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -18,63 +17,24 @@ struct Options {
   std::string name;
   std::string axis = "second";
   int bins = 100;
+  bool hide_source = false;
 };
 
-/// Fills `target` from `source`.
-using Derive = void (*)(TDataSeries& source, TDataSeries& target, const Options& options);
-
-struct Kind {
-  const char* suffix;
-  Derive derive;
-};
-
-constexpr Kind kIntegral = {"_INT", [](TDataSeries& source, TDataSeries& target, const Options&) {
-                              Integral(source, target);
-                            }};
-constexpr Kind kRunningSum = {"_SUM", [](TDataSeries& source, TDataSeries& target, const Options&) {
-                                RunningSum(source, target);
-                              }};
-constexpr Kind kHistogram = {"_HIS",
-                             [](TDataSeries& source, TDataSeries& target, const Options& options) {
-                               ProbabilityDensity(source, target, options.bins);
-                             }};
-constexpr Kind kDerivative = {"_DIF", [](TDataSeries& source, TDataSeries& target, const Options&) {
-                                Derivative(source, target);
-                              }};
-
-bool NameTaken(const TxyGraph& graph, const std::string& name) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (graph.Series(i).SeriesName() == name) return true;
-  }
-  return false;
-}
-
-/// The source's name and the suffix, with "_" and a number where that is taken.
-std::string FreeName(const TxyGraph& graph, const std::string& wanted) {
-  std::string name = wanted;
-  for (int number = 1; NameTaken(graph, name); ++number)
-    name = wanted + "_" + std::to_string(number);
-  return name;
-}
-
-template <const Kind& kKind>
+template <DerivedKind kKind>
 void Run(const Options& options, Output& output) {
   if (options.save.Wanted()) CheckSave(options.save);
   const InputGraph input = ReadInput(options.input);
   TSeries& source = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
-  auto target = std::make_unique<TSeries>();
-  target->SetSeriesName(options.name.empty()
-                            ? FreeName(*input.graph, source.SeriesName() + kKind.suffix)
-                            : options.name);
-  kKind.derive(source, *target, options);
+  DerivedOptions derived;
+  derived.name = options.name;
+  derived.y_axis = options.axis == "main" ? AxisId::Y : AxisId::Y2;
+  derived.source = options.hide_source ? SourceAfter::Hidden : SourceAfter::Shown;
+  derived.bins = options.bins;
+  const TSeries& added = AddDerived(*input.graph, source, kKind, derived);
   if (!options.save.Wanted()) {
-    PrintPoints(*target, output);
+    PrintPoints(added, output);
     return;
   }
-  TSeries& added = input.graph->AddSeries(std::move(target));
-  SeriesStyle style = added.Style();
-  style.first_axis = options.axis == "main";
-  added.SetStyle(style);
   SaveOutput(*input.graph, input.graph->SeriesCount() - 1, options.save, output);
   PrintSaved(options.save, output);
 }
@@ -87,6 +47,8 @@ std::shared_ptr<Options> Declare(CLI::App& command, Action& action,
   command.add_option("--name", options->name, "Name of the new DataSet");
   command.add_option("--axis", options->axis, "Y axis of the new DataSet: main or second")
       ->check(CLI::IsMember({"main", "second"}));
+  command.add_flag("--hide-source", options->hide_source,
+                   "The DataSet it is computed from is no longer drawn");
   AddSave(command, options->save);
   OnCommand(command, action, options, run);
   return options;
@@ -95,17 +57,17 @@ std::shared_ptr<Options> Declare(CLI::App& command, Action& action,
 }  // namespace
 
 void DeclareIntegrate(CLI::App& command, Action& action) {
-  Declare(command, action, &Run<kIntegral>);
+  Declare(command, action, &Run<DerivedKind::Integral>);
 }
 void DeclareSum(CLI::App& command, Action& action) {
-  Declare(command, action, &Run<kRunningSum>);
+  Declare(command, action, &Run<DerivedKind::RunningSum>);
 }
 void DeclareDifferentiate(CLI::App& command, Action& action) {
-  Declare(command, action, &Run<kDerivative>);
+  Declare(command, action, &Run<DerivedKind::Derivative>);
 }
 
 void DeclareHistogram(CLI::App& command, Action& action) {
-  const std::shared_ptr<Options> options = Declare(command, action, &Run<kHistogram>);
+  const std::shared_ptr<Options> options = Declare(command, action, &Run<DerivedKind::Histogram>);
   command.add_option("--bins", options->bins, "Number of bins")->check(PositiveNumber());
 }
 

@@ -3,25 +3,31 @@
 #include <optional>
 #include <utility>
 
-#include "analysis/fit_residuals.h"
 #include "analysis/fit_run.h"
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "base/whole_file.h"
 #include "cli/commands/commands.h"
 #include "cli/commands/fit_text.h"
+#include "cli/commands/headless_gui.h"
 #include "cli/options/fit_model.h"
 #include "cli/options/input_graph.h"
 #include "cli/options/number_check.h"
 #include "cli/options/save_output.h"
+#include "cli/options/size_option.h"
 #include "cli/output/expression_error.h"
 #include "cli/output/terminal_progress.h"
 #include "data/import/load_report.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
+#include "results/fit_print.h"
+#include "results/fit_series.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick::cli {
 namespace {
+
+constexpr const char* kNamedAfterSource = "Residuals of DATASET";
 
 struct Options {
   InputArguments input;
@@ -32,7 +38,10 @@ struct Options {
   bool finish = false;
   double level = 0.95;
   int bands = 0;
-  std::string residuals;
+  std::string residuals;  // their name, or kNamedAfterSource
+  bool band_curves = false;
+  bool print = false;
+  std::string size;
   std::string save_function;
 };
 
@@ -46,13 +55,24 @@ bool IsDataSetFile(const std::filesystem::path& file) {
   return LowerAscii(file.extension().string()) == ".tds";
 }
 
+/// What goes into the graph beside the model needs a file that keeps it.
+void CheckAdditions(const Options& options) {
+  const auto refuse = [&](const char* option) {
+    if (!options.save.Wanted())
+      throw UsageError(std::string(option) + " needs -o: what it adds is saved with the graph");
+    if (IsDataSetFile(options.save.file))
+      throw UsageError(std::string(option) +
+                       " needs -o with a graph: a DataSet file holds one DataSet");
+  };
+  if (!options.residuals.empty()) refuse("--residuals");
+  if (options.band_curves) refuse("--band-curves");
+  if (options.print) refuse("--print");
+}
+
 /// Everything that can be refused before the work.
 void Check(const Options& options) {
   if (options.save.Wanted()) CheckSave(options.save);
-  if (!options.residuals.empty() && !options.save.Wanted())
-    throw UsageError("--residuals needs -o: the new DataSet is saved with the graph");
-  if (!options.residuals.empty() && IsDataSetFile(options.save.file))
-    throw UsageError("--residuals needs -o with a graph: a DataSet file holds one DataSet");
+  CheckAdditions(options);
   if (options.save_function.empty()) return;
   if (options.save.Wanted() && SameFile(options.save_function, options.save.file))
     throw UsageError("-o and --save-function name the same file");
@@ -69,8 +89,13 @@ InputGraph Read(const Options& options) {
   return ReadInput(input);
 }
 
-FitJob Prepare(const Options& options, TDataSeries& series) {
-  series.Fit().SetSettings(ChooseModel(options.model, series.Fit().Settings()), true);
+FitJob Prepare(const Options& options, TSeries& series) {
+  const FitSettings model = ChooseModel(options.model, series.Fit().Settings());
+  if (options.model.function.empty()) {
+    series.Fit().SetSettings(model, true);
+  } else {
+    TakeFitFunction(series, model);
+  }
   FitRunOptions run;
   run.points = options.all_points ? FitPointChoice::All : FitPointChoice::Thinned;
   run.finish = options.finish ? FinishingStep::Yes : FinishingStep::No;
@@ -131,14 +156,16 @@ void NoteOptions(const InputGraph& input, std::size_t series, FitResult& result)
   }
 }
 
-void AddResiduals(const std::string& name, const TDataSeries& source, TxyGraph& graph) {
-  auto target = std::make_unique<TSeries>();
-  target->SetSeriesName(name);
-  FitResiduals(source, *target);
-  TSeries& added = graph.AddSeries(std::move(target));
-  SeriesStyle style = added.Style();
-  style.first_axis = false;
-  added.SetStyle(style);
+/// What the graph gets beside the fitted model.
+void AddToGraph(const Options& options, TSeries& series, TxyGraph& graph) {
+  if (!options.residuals.empty()) {
+    const bool named = options.residuals != kNamedAfterSource;
+    AddResiduals(graph, series, named ? options.residuals : ResidualsName(series));
+  }
+  if (options.band_curves) AddBands(graph, series, options.level);
+  if (!options.print) return;
+  const HeadlessGui gui;
+  PrintFitOnGraph(graph, series);
 }
 
 /// Both files or none: the function's is complete before the graph is written and gets its name afterwards.
@@ -148,10 +175,7 @@ void Save(const Options& options, const InputGraph& input, std::size_t index,
   if (!options.save_function.empty())
     function.emplace(options.save_function).Write(StoredModel(answer.model, WriterMode::Typed));
   if (options.save.Wanted()) {
-    TSeries& series = input.graph->Series(index);
-    if (!options.residuals.empty()) AddResiduals(options.residuals, series, *input.graph);
-    if (series.Fit().Status() == FitStatus::cf_None)
-      series.Fit().SetStatus(FitStatus::cf_FinResult);
+    AddToGraph(options, input.graph->Series(index), *input.graph);
     SaveOutput(*input.graph, index, options.save, output);
   }
   if (function) function->Commit();
@@ -159,12 +183,16 @@ void Save(const Options& options, const InputGraph& input, std::size_t index,
 
 void Run(const Options& options, Output& output) {
   Check(options);
+  std::optional<PictureSize> size;
+  if (!options.size.empty()) size = ParseSize(options.size);
   const InputGraph input = Read(options);
+  if (size) input.graph->Resize(size->width, size->height);
   const std::size_t index = ChooseSeries(*input.graph, options.dataset);
   TSeries& series = input.graph->Series(index);
   const FitJob job = Prepare(options, series);
   FitResult result = Fit(job);
   ApplyFit(series, result);
+  if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
   NoteOptions(input, index, result);
   const FitAnswer answer = Answer(options, job, series, std::move(result));
   Save(options, input, index, answer, output);
@@ -193,8 +221,18 @@ void DeclareFit(CLI::App& command, Action& action) {
       ->check(ProperFraction());
   command.add_option("--bands", options->bands, "Confidence and prediction bands at this many X")
       ->check(CLI::Range(2, 1000000));
-  command.add_option("--residuals", options->residuals,
-                     "Adds the residuals as a DataSet of this name to the saved graph");
+  command
+      .add_option("--residuals", options->residuals,
+                  "Adds the residuals to the saved graph, as a DataSet of this name")
+      ->expected(0, 1)
+      ->default_str(kNamedAfterSource)
+      ->type_name("NAME");
+  command.add_flag("--band-curves", options->band_curves,
+                   "Adds the bands to the saved graph, as DataSets");
+  command.add_flag("--print", options->print,
+                   "Prints the parameters on the saved graph, with their errors");
+  command.add_option("--size", options->size,
+                     "Size of the picture that scales and printed parameters are for, WxH");
   command.add_option("--save-function", options->save_function,
                      "Writes the model with the values found (.tfn)");
   AddSave(command, options->save);

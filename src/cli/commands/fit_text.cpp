@@ -1,19 +1,18 @@
 #include "cli/commands/fit_text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "cli/options/fit_model.h"
 #include "fit/judge/fit_verdict.h"
+#include "results/fit_texts.h"
 
 namespace tarnwick::cli {
 namespace {
-
-constexpr const char* kErrorModel = "unit weights, errors scaled by the residuals";
 
 const char* ReasonName(StopReason why) {
   switch (why) {
@@ -39,35 +38,10 @@ const char* ReasonName(StopReason why) {
   return "unknown";
 }
 
-/// Each parameter of the model with its error: undefined for one that was not varied.
-struct ParameterLine {
-  ParameterSettings settings;
-  double error = kUndefined;
-};
-
-std::vector<ParameterLine> ParameterLines(const FitAnswer& answer) {
-  std::vector<ParameterLine> lines;
-  const std::vector<double>& errors = answer.result.statistics.standard_errors;
-  std::size_t varied = 0;
-  for (const ParameterSettings& settings : answer.model.parameters) {
-    ParameterLine line{settings, kUndefined};
-    if (settings.Vary && varied < errors.size()) line.error = errors[varied++];
-    lines.push_back(line);
-  }
-  return lines;
-}
-
-using Figure = std::pair<const char*, double>;
-
-std::vector<Figure> Figures(const FitStatistics& statistics) {
-  return {{"degrees_of_freedom", static_cast<double>(statistics.degrees_of_freedom)},
-          {"residual_deviation", statistics.residual_deviation},
-          {"reduced_chi_squared", statistics.reduced_chi_squared},
-          {"r_squared", statistics.r_squared},
-          {"adjusted_r_squared", statistics.adjusted_r_squared},
-          {"aic", statistics.aic},
-          {"bic", statistics.bic},
-          {"residual_correlation", statistics.residual_correlation}};
+/// Counts stay whole numbers.
+Json FigureJson(const FitFigure& figure) {
+  if (figure.kind == FigureKind::Count) return static_cast<std::int64_t>(figure.value);
+  return JsonNumber(figure.value);
 }
 
 // --- the document
@@ -86,7 +60,7 @@ Json ParametersJson(const FitAnswer& answer) {
   const double quantile =
       StudentQuantile(answer.result.statistics.degrees_of_freedom, answer.level);
   Json parameters = Json::array();
-  for (const ParameterLine& line : ParameterLines(answer)) {
+  for (const FittedParameter& line : FittedParameters(answer.model, answer.result)) {
     Json parameter = {{"name", line.settings.Name},
                       {"value", JsonNumber(line.settings.Value)},
                       {"stderr", JsonNumber(line.error)},
@@ -147,14 +121,14 @@ Json DocumentOf(const FitAnswer& answer) {
                    {"points_used", result.points_used},
                    {"points_in_range", result.points_in_range},
                    {"undefined_points", result.undefined_points},
-                   {"rss", JsonNumber(result.statistics.sum_of_squares)},
+                   {"rss", nullptr},  // its place; the value comes with the other figures
                    {"start_rss", JsonNumber(result.outcome.start_value)},
                    {"finishing_rss", JsonNumber(result.newton_sum_of_squares)},
                    {"parameters", ParametersJson(answer)},
                    {"error_model", kErrorModel},
                    {"level", answer.level}};
-  for (const auto& [name, value] : Figures(result.statistics)) document[name] = JsonNumber(value);
-  document["degrees_of_freedom"] = result.statistics.degrees_of_freedom;
+  for (const FitFigure& figure : FiguresOf(result.statistics))
+    document[figure.key] = FigureJson(figure);
   document["covariance"] = SquareJson(result.statistics.covariance, varied);
   document["correlation"] = SquareJson(result.statistics.correlation, varied);
   document["singular_directions"] = SingularJson(result);
@@ -185,11 +159,10 @@ void PrintTable(const std::vector<std::vector<std::string>>& rows, std::ostream&
 void PrintParameters(const FitAnswer& answer, std::ostream& out) {
   if (answer.model.parameters.empty()) return;
   std::vector<std::vector<std::string>> rows = {{"parameter", "value", "standard error"}};
-  for (const ParameterLine& line : ParameterLines(answer)) {
-    const std::string error = !line.settings.Vary       ? "fixed"
-                              : IsUndefined(line.error) ? "not determined"
-                                                        : ShortestText(line.error);
-    rows.push_back({line.settings.Name, ShortestText(line.settings.Value), error});
+  for (const FittedParameter& line : FittedParameters(answer.model, answer.result)) {
+    const std::string without = WithoutErrorText(line);
+    rows.push_back({line.settings.Name, ShortestText(line.settings.Value),
+                    without.empty() ? ShortestText(line.error) : without});
     if (!line.settings.Units.empty()) rows.back().push_back(line.settings.Units);
   }
   PrintTable(rows, out);
@@ -204,10 +177,9 @@ void PrintText(const FitAnswer& answer, std::ostream& out) {
   PrintParameters(answer, out);
   out << "points: " << result.statistics.points << '\n'
       << "iterations: " << result.outcome.iterations << '\n'
-      << "evaluations: " << result.outcome.evaluations << '\n'
-      << "rss: " << ShortestText(result.statistics.sum_of_squares) << '\n';
-  for (const auto& [name, value] : Figures(result.statistics)) {
-    if (!IsUndefined(value)) out << name << ": " << ShortestText(value) << '\n';
+      << "evaluations: " << result.outcome.evaluations << '\n';
+  for (const FitFigure& figure : FiguresOf(result.statistics)) {
+    if (!IsUndefined(figure.value)) out << figure.key << ": " << ShortestText(figure.value) << '\n';
   }
   if (answer.band_x.empty()) return;
   out << "\nx,value,confidence,prediction\n";

@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "analysis/settled_regression.h"
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
 #include "cli/output/point_text.h"
@@ -16,7 +17,7 @@ struct Options {
 void Run(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input);
   TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
-  if (series.RegressionType() != tarnwick::RegressionType::None) series.UpdateRegression();
+  SettleRegression(series);
   options.curve ? PrintCurve(series, output) : PrintPoints(series, output);
 }
 

@@ -1,6 +1,7 @@
 #include <memory>
 #include <optional>
 
+#include "analysis/settled_regression.h"
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
 #include "cli/options/number_check.h"
@@ -24,13 +25,10 @@ void Run(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input);
   const std::size_t index = ChooseSeries(*input.graph, options.dataset);
   TSeries& series = input.graph->Series(index);
-  // The graph would settle the regression for drawing and keep its errors to itself.
-  input.graph->BeginUpdate();
   if (options.steps) series.SetRegressionSteps(*options.steps);
   if (options.alpha) series.SetRegressionAlpha(*options.alpha);
   series.SetRegressionType(static_cast<tarnwick::RegressionType>(options.type));
-  if (series.RegressionType() != tarnwick::RegressionType::None) series.UpdateRegression();
-  input.graph->EndUpdate();
+  SettleRegression(series);
   if (options.save.Wanted()) {
     SaveOutput(*input.graph, index, options.save, output);
     PrintSaved(options.save, output);

@@ -11,6 +11,7 @@
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
 #include "graph/pictures/picture_export.h"
+#include "results/regression_failures.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -43,6 +44,9 @@ void Run(const Options& options, Output& output) {
   }
   if (const std::string& missing = input.graph->Background().Error(); !missing.empty()) {
     output.Remarks() << "tarnwick-cli: " << missing << '\n';
+  }
+  for (const RegressionFailure& failure : RegressionFailures(*input.graph)) {
+    output.Remarks() << "tarnwick-cli: " << failure.data_set << ": " << failure.why << '\n';
   }
   WritePicture(*input.graph, options.save.file, picture);
   if (output.IsJson()) {

@@ -1,27 +1,14 @@
 #include "desk/document/document.h"
 
+#include <algorithm>
+#include <set>
 #include <utility>
 
 #include "desk/document/open_edit.h"
+#include "graph/graph_update.h"
 #include "graph/layout/finished_look.h"
 
 namespace tarnwick {
-namespace {
-
-/// Puts off telling until its end.
-class GraphUpdate {
- public:
-  explicit GraphUpdate(TxyGraph& graph) : graph_(graph) { graph_.BeginUpdate(); }
-  ~GraphUpdate() { graph_.EndUpdate(); }
-  GraphUpdate(const GraphUpdate&) = delete;
-  GraphUpdate& operator=(const GraphUpdate&) = delete;
-
- private:
-  TxyGraph& graph_;
-};
-
-}  // namespace
-
 Document::Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent)
     : QObject(parent), name_(std::move(name)), work_(work), prompt_(prompt) {
   DefaultAppearance(graph_, name_);
@@ -76,6 +63,18 @@ bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)
 void Document::HistoryMoved() {
   graph_.SetChanged(history_.Changed());
   emit stateChanged();
+  TellFailedRegressions();
+}
+
+/// Each once, until it has gone well again.
+void Document::TellFailedRegressions() {
+  const std::vector<RegressionFailure> before =
+      std::exchange(failed_regressions_, RegressionFailures(graph_));
+  std::set<std::string> texts;
+  for (const RegressionFailure& failure : failed_regressions_) {
+    if (std::find(before.begin(), before.end(), failure) == before.end()) texts.insert(failure.why);
+  }
+  for (const std::string& text : texts) prompt_.Tell(text);
 }
 
 }  // namespace tarnwick

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "base/prompt.h"
 #include "desk/document/document_files.h"
@@ -13,6 +14,7 @@
 #include "desk/document/zoom_stack.h"
 #include "desk/work/long_work.h"
 #include "graph/xy_graph.h"
+#include "results/regression_failures.h"
 
 namespace tarnwick {
 
@@ -58,6 +60,8 @@ class Document final : public QObject {
   /// What works long, and what asks, on the document's behalf.
   LongWork& Work() { return work_; }
   Prompt& GetPrompt() { return prompt_; }
+  /// Regressions that failed before are told anew: the graph is another one.
+  void ForgetFailedRegressions() { failed_regressions_.clear(); }
 
  signals:
   void graphChanged(tarnwick::GraphChange change);
@@ -68,6 +72,7 @@ class Document final : public QObject {
  private:
   void HistoryMoved();
   void TellChange(GraphChange change);
+  void TellFailedRegressions();
 
   std::string name_;
   LongWork& work_;
@@ -78,6 +83,7 @@ class Document final : public QObject {
   LookOrigin look_;
   EditHistory history_{graph_, look_};
   DocumentFiles files_{*this};
+  std::vector<RegressionFailure> failed_regressions_;  // that the user has been told of
 };
 
 }  // namespace tarnwick

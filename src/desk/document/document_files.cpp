@@ -105,6 +105,7 @@ void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
   ShowPath(path);
   SettleTooManyPoints();
   told_.clear();
+  document_.ForgetFailedRegressions();
   TellMissingPictures(document_.WholeGraph());
   BeginHistory(false);
 }

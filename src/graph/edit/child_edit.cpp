@@ -10,6 +10,7 @@
 #include "graph/axes/plot_metrics.h"
 #include "graph/layout/finished_look.h"
 #include "graph/layout/plot_layout.h"
+#include "graph/layout/quiet_corner.h"
 
 namespace tarnwick {
 namespace {
@@ -30,16 +31,6 @@ struct Corner {
   double top;
 };
 
-/// Captions of marks and inserted graphs that a frame would hide.
-std::ptrdiff_t HiddenBy(const QRectF& frame, const PlotLayout& layout) {
-  return std::count_if(layout.marks.begin(), layout.marks.end(),
-                       [&](const MarkItem& mark) {
-                         return mark.caption && mark.caption->Box().intersects(frame);
-                       }) +
-         std::count_if(layout.children.begin(), layout.children.end(),
-                       [&](const ChildFrame& other) { return other.frame.intersects(frame); });
-}
-
 /// The child's own corner, or the one that hides least of what was written into the graph laid out without it.
 Corner QuietCorner(const PlotLayout& layout, const Dimensions& child) {
   const Corner usual{child.hor_position, child.ver_position};
@@ -47,15 +38,15 @@ Corner QuietCorner(const PlotLayout& layout, const Dimensions& child) {
   constexpr double kTop = 0.5;
   const std::array<Corner, 4> corners = {
       {usual, {usual.left, kTop}, {kLeft, kTop}, {kLeft, usual.top}}};
-  const auto hidden = [&](const Corner& corner) {
-    const QSizeF& whole = layout.size;
-    return HiddenBy({corner.left * whole.width(), corner.top * whole.height(),
-                     child.hor_size * whole.width(), child.ver_size * whole.height()},
-                    layout);
-  };
-  return *std::min_element(
-      corners.begin(), corners.end(),
-      [&](const Corner& one, const Corner& other) { return hidden(one) < hidden(other); });
+  const QSizeF& whole = layout.size;
+  std::array<QRectF, corners.size()> frames;
+  std::transform(corners.begin(), corners.end(), frames.begin(), [&](const Corner& corner) {
+    return QRectF(corner.left * whole.width(), corner.top * whole.height(),
+                  child.hor_size * whole.width(), child.ver_size * whole.height());
+  });
+  PictureContents contents{CaptionBoxes(layout), {}};
+  for (const QRectF& other : ChildBoxes(layout)) contents.boxes.push_back(other);
+  return corners.at(FindQuietPlace(frames, contents).index);
 }
 
 }  // namespace

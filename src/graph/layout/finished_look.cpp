@@ -1,16 +1,15 @@
 #include "graph/layout/finished_look.h"
 
-#include <QLineF>
 #include <QPointF>
 #include <QRectF>
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 #include "graph/axes/plot_metrics.h"
 #include "graph/layout/plot_layout.h"
+#include "graph/layout/quiet_corner.h"
 #include "graph/palette.h"
 #include "graph/xy_graph.h"
 
@@ -21,8 +20,7 @@ constexpr int kEdge = 8;                   // pixels kept free around everything
 constexpr int kInset = 10;                 // of the legend from the plot's edges
 constexpr std::int32_t kDensePoints = 80;  // more than these are a line, fewer have symbols
 constexpr std::int32_t kBroadPoints =
-    2000;                            // up to these a line without symbols is two pixels wide
-constexpr int kSampledPoints = 400;  // looked at per DataSet when the legend's corner is chosen
+    2000;  // up to these a line without symbols is two pixels wide
 
 Font MakeFont(int size, bool bold) {
   Font font;
@@ -104,38 +102,6 @@ void LimitMargins(Dimensions& dimensions, QSizeF size) {
   limit(dimensions.top_margin, dimensions.bottom_margin, size.height());
 }
 
-/// Places on the way between two points, dense enough to be seen in a legend's box.
-void AddLine(QPointF from, QPointF to, std::vector<QPointF>& pixels) {
-  constexpr double kApart = 8;
-  constexpr double kLongest = 4000;  // beyond any picture that a corner is chosen for
-  const double length = QLineF(from, to).length();
-  if (!(length > kApart && length < kLongest)) return;
-  const int parts = static_cast<int>(length / kApart);
-  for (int i = 1; i < parts; ++i) pixels.push_back(from + (to - from) * i / parts);
-}
-
-/// Where points and lines of the drawn DataSets lie in the picture, a sample of each.
-std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout) {
-  std::vector<QPointF> pixels;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
-    if (!graph.IsDrawn(series)) continue;
-    const PointChain& points = series.Points();
-    const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
-    const AxisScale& y_scale = layout.Axis(graph.YAxisOf(series)).scale;
-    std::optional<QPointF> before;
-    for (std::size_t at = 0; at < points.Size(); at += step) {
-      const Point point = points.At(at);
-      const QPointF pixel(layout.Axis(AxisId::X).scale.Position(point.x),
-                          y_scale.Position(series.GetBaseLine().CorrectedY(point.x, point.y)));
-      if (before && series.Style().connect_points) AddLine(*before, pixel, pixels);
-      pixels.push_back(pixel);
-      before = pixel;
-    }
-  }
-  return pixels;
-}
-
 /// The legend beside the plot, whose right margin makes room for it.
 void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout) {
   Dimensions dimensions = graph.GetDimensions();
@@ -164,21 +130,20 @@ void PlaceShownLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   };
   constexpr std::array<Corner, 4> kCorners = {
       {{true, false}, {false, false}, {false, true}, {true, true}}};
-  const auto covered = [&](const Corner& corner) {
+  std::array<QRectF, kCorners.size()> frames;
+  std::transform(kCorners.begin(), kCorners.end(), frames.begin(), [&](const Corner& corner) {
     const QPointF at(corner.right ? plot.right() - kInset - box.width() : plot.left() + kInset,
                      corner.bottom ? plot.bottom() - kInset - box.height() : plot.top() + kInset);
-    const QRectF frame = QRectF(at, box).adjusted(-3, -3, 3, 3);
-    const auto points = std::count_if(pixels.begin(), pixels.end(),
-                                      [&](const QPointF& pixel) { return frame.contains(pixel); });
-    const bool hidden =
-        std::any_of(layout.children.begin(), layout.children.end(),
-                    [&](const ChildFrame& child) { return child.frame.intersects(frame); });
-    return points + (hidden ? std::ssize(pixels) : 0);
+    return QRectF(at, box).adjusted(-3, -3, 3, 3);
+  });
+  const auto points_in = [&pixels](const QRectF& frame) {
+    return static_cast<std::size_t>(std::count_if(
+        pixels.begin(), pixels.end(), [&](const QPointF& pixel) { return frame.contains(pixel); }));
   };
-  const Corner best =
-      *std::min_element(kCorners.begin(), kCorners.end(),
-                        [&](const auto& a, const auto& b) { return covered(a) < covered(b); });
-  const auto hidden = static_cast<double>(covered(best));
+  const QuietPlace place = FindQuietPlace(frames, {ChildBoxes(layout), points_in});
+  const Corner best = kCorners.at(place.index);
+  const std::size_t covered = place.hidden.points + (place.hidden.boxes > 0 ? pixels.size() : 0);
+  const auto hidden = static_cast<double>(covered);
   const bool much = hidden > kMuchCovered * static_cast<double>(pixels.size());
   const double share = much ? kWideLegendShare : kLargestLegendShare;
   if (beside == MayStandBeside::Yes && hidden > 0 && box.width() < share * size.width()) {

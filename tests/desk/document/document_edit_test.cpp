@@ -233,6 +233,26 @@ TEST_F(DocumentEditTest, WhatChangesNothingOrFailsIsNoStep) {
   EXPECT_EQ(Encoded(), before);
 }
 
+TEST_F(DocumentEditTest, ARegressionThatFailsIsToldOnce) {
+  const auto average = [this](double alpha) {
+    document_.Edit("Average", [alpha](TxyGraph& graph) {
+      graph.Series(0).SetRegressionAlpha(alpha);
+      graph.Series(0).SetRegressionType(RegressionType::RunningAverage);
+    });
+  };
+  average(0.5);
+  prompt_.ExpectTold("Invalid Running Average limit");
+  average(0.6);
+  average(0.7);
+  SetTitle("Other");
+  average(0.5);
+  prompt_.ExpectTold("Invalid Running Average limit");
+  average(0.6);
+  document_.Files().SaveGraphFile(folder_.File("failing.tgr"));
+  prompt_.ExpectTold("Invalid Running Average limit");
+  document_.Files().LoadGraphFile(folder_.File("failing.tgr"));
+}
+
 TEST_F(DocumentEditTest, OpenEditsAndLikeStepsAreOneStep) {
   {
     OpenEdit dialog(document_, "Edit Marks");

@@ -1,4 +1,5 @@
-// The numbers of a fit as people read them: rounded as the errors tell, in lines, in a table. Knows results; no widget.
+// The numbers of a fit as figures with their names, and as people read them: rounded as the errors tell, in lines, in a
+// table. Panel, print, clipboard and batch program all go by it. Knows results; no graph and no widget.
 #pragma once
 
 #include <string>
@@ -32,11 +33,26 @@ std::vector<FittedParameter> FittedParameters(const FitSettings& model, const Fi
 
 /// The value, rounded as its error tells: "1.204×10⁻⁹".
 std::string ValueText(const FittedParameter& parameter);
+/// Why a parameter has no error: "fixed" or "not determined"; empty when it has one.
+std::string WithoutErrorText(const FittedParameter& parameter);
 /// What of a parameter stands in its error column: rounded, "fixed" or "not determined".
 std::string ErrorText(const FittedParameter& parameter);
 
+enum class FigureKind { Measure, Count };
+
+/// One statistic of a fit under both its names.
+struct FitFigure {
+  const char* key = "";    ///< in documents and lists: "r_squared"
+  const char* label = "";  ///< in tables for people: "R²"; empty where those leave it out
+  double value = 0;        ///< undefined where the data cannot tell
+  int asked_for = 0;       ///< 1 for the one that tables for people begin with
+  FigureKind kind = FigureKind::Measure;
+};
+/// All statistics, in the order of documents.
+std::vector<FitFigure> FiguresOf(const FitStatistics& statistics);
+
 /// Label and value of each statistic that has one, the most asked for first; of a fit that failed what it went through.
-std::vector<std::pair<std::string, std::string>> FitFigures(const FitResult& result);
+std::vector<std::pair<std::string, std::string>> FigureTexts(const FitResult& result);
 
 /// Everything, for a notebook or a letter.
 std::string FitAsText(const std::string& data_set, const FitSettings& model,
@@ -44,6 +60,7 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
 /// Parameters, statistics and correlations in all digits, columns kept apart by tabs, for a spreadsheet.
 std::string FitAsTable(const FitSettings& model, const FitResult& result);
 
+/// What standard errors are founded on.
 inline constexpr const char* kErrorModel = "unit weights, errors scaled by the residuals";
 
 }  // namespace tarnwick

@@ -1,4 +1,4 @@
-#include "app/fit/fit_texts.h"
+#include "results/fit_texts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -63,9 +63,9 @@ std::string Padded(std::string text, std::size_t width) {
   return text;
 }
 
-void AppendFigure(const char* label, double value,
-                  std::vector<std::pair<std::string, std::string>>& figures) {
-  if (!IsUndefined(value)) figures.emplace_back(label, GeneralText(value, kDigitsWithoutError));
+std::string FigureText(const FitFigure& figure) {
+  return figure.kind == FigureKind::Count ? FixedText(figure.value, 0)
+                                          : GeneralText(figure.value, kDigitsWithoutError);
 }
 
 std::string Exact(double value) {
@@ -117,26 +117,43 @@ std::string ValueText(const FittedParameter& parameter) {
   return rounded.exponent == 0 ? rounded.value : rounded.value + PowerOfTen(rounded.exponent);
 }
 
-std::string ErrorText(const FittedParameter& parameter) {
+std::string WithoutErrorText(const FittedParameter& parameter) {
   if (!parameter.settings.Vary) return "fixed";
-  if (!std::isfinite(parameter.error)) return "not determined";
+  return std::isfinite(parameter.error) ? "" : "not determined";
+}
+
+std::string ErrorText(const FittedParameter& parameter) {
+  if (std::string without = WithoutErrorText(parameter); !without.empty()) return without;
   const RoundedValue rounded = Rounded(parameter.settings.Value, parameter.error);
   if (rounded.error.empty()) return GeneralText(parameter.error, 2);
   return rounded.exponent == 0 ? rounded.error : rounded.error + PowerOfTen(rounded.exponent);
 }
 
-std::vector<std::pair<std::string, std::string>> FitFigures(const FitResult& result) {
-  const FitStatistics& s = result.statistics;
+std::vector<FitFigure> FiguresOf(const FitStatistics& statistics) {
+  return {
+      {"rss", "Sum of squares", statistics.sum_of_squares, 5},
+      {"degrees_of_freedom", "Degrees of freedom",
+       static_cast<double>(statistics.degrees_of_freedom), 6, FigureKind::Count},
+      {"residual_deviation", "Residual deviation", statistics.residual_deviation, 4},
+      {"reduced_chi_squared", "Reduced χ²", statistics.reduced_chi_squared, 3},
+      {"r_squared", "R²", statistics.r_squared, 1},
+      {"adjusted_r_squared", "Adjusted R²", statistics.adjusted_r_squared, 2},
+      {"aic", "AIC", statistics.aic, 7},
+      {"bic", "BIC", statistics.bic, 8},
+      {"residual_correlation", "", statistics.residual_correlation},
+  };
+}
+
+std::vector<std::pair<std::string, std::string>> FigureTexts(const FitResult& result) {
   std::vector<std::pair<std::string, std::string>> figures;
   if (!Failed(result.outcome.why)) {
-    AppendFigure("R²", s.r_squared, figures);
-    AppendFigure("Adjusted R²", s.adjusted_r_squared, figures);
-    AppendFigure("Reduced χ²", s.reduced_chi_squared, figures);
-    AppendFigure("Residual deviation", s.residual_deviation, figures);
-    AppendFigure("Sum of squares", s.sum_of_squares, figures);
-    figures.emplace_back("Degrees of freedom", std::to_string(s.degrees_of_freedom));
-    AppendFigure("AIC", s.aic, figures);
-    AppendFigure("BIC", s.bic, figures);
+    std::vector<FitFigure> all = FiguresOf(result.statistics);
+    std::erase_if(
+        all, [](const FitFigure& one) { return *one.label == '\0' || IsUndefined(one.value); });
+    std::sort(all.begin(), all.end(), [](const FitFigure& left, const FitFigure& right) {
+      return left.asked_for < right.asked_for;
+    });
+    for (const FitFigure& one : all) figures.emplace_back(one.label, FigureText(one));
   }
   figures.emplace_back("Points used", std::to_string(result.points_used) + " of " +
                                           std::to_string(result.points_in_range));
@@ -160,7 +177,7 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
     text += "\n";
   }
   text += "(" + std::string(kErrorModel) + ")\n\n";
-  for (const auto& [label, value] : FitFigures(result)) {
+  for (const auto& [label, value] : FigureTexts(result)) {
     text += Padded(label, 20) + value + "\n";
   }
   return text;
@@ -173,7 +190,7 @@ std::string FitAsTable(const FitSettings& model, const FitResult& result) {
             one.settings.Units + "\t" + (one.settings.Vary ? "Yes" : "No") + "\n";
   }
   text += "\n";
-  for (const auto& [label, value] : FitFigures(result)) {
+  for (const auto& [label, value] : FigureTexts(result)) {
     text.append(label).append("\t").append(value).append("\n");
   }
   const std::size_t k = result.names.size();

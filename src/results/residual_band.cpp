@@ -1,4 +1,4 @@
-#include "app/fit/residual_band.h"
+#include "results/residual_band.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,0 +1,47 @@
+// The quietest of some places in a picture: where a box laid over it hides least. Legend, printed parameters and inserted
+// graphs are all placed by it. Knows layouts and points; changes nothing.
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+#include <compare>
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <vector>
+
+namespace tarnwick {
+
+class TxyGraph;
+struct PlotLayout;
+
+/// What of a picture counts when something is laid over it.
+struct PictureContents {
+  std::vector<QRectF> boxes;  ///< to be read: captions, the legend, inserted graphs
+  std::function<std::size_t(const QRectF&)> points_in;  ///< none: points do not count
+};
+
+/// What a box hides; boxes that are to be read weigh more than any number of points.
+struct Hidden {
+  std::size_t boxes = 0;
+  std::size_t points = 0;
+  auto operator<=>(const Hidden&) const = default;
+};
+
+struct QuietPlace {
+  std::size_t index = 0;  ///< among the places
+  Hidden hidden;
+};
+
+/// The first of the places (at least one) that hides least.
+QuietPlace FindQuietPlace(std::span<const QRectF> places, const PictureContents& contents);
+
+/// Boxes of the captions that marks have.
+std::vector<QRectF> CaptionBoxes(const PlotLayout& layout);
+/// Frames of the inserted graphs.
+std::vector<QRectF> ChildBoxes(const PlotLayout& layout);
+
+/// Where points and lines of the drawn DataSets lie in the picture, a sample of each.
+std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout);
+
+}  // namespace tarnwick

@@ -1,0 +1,67 @@
+#include "results/derived_series.h"
+
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "analysis/derived.h"
+#include "graph/graph_update.h"
+#include "graph/xy_graph.h"
+#include "results/second_axis.h"
+
+namespace tarnwick {
+namespace {
+
+/// In the order of DerivedKind.
+constexpr std::array kSuffixes = {"_INT", "_SUM", "_HIS", "_DIF"};
+
+bool NameTaken(const TxyGraph& graph, const std::string& name) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (graph.Series(i).SeriesName() == name) return true;
+  }
+  return false;
+}
+
+void Compute(DerivedKind kind, TDataSeries& source, std::int32_t bins, TDataSeries& target) {
+  switch (kind) {
+    case DerivedKind::Integral:
+      return Integral(source, target);
+    case DerivedKind::RunningSum:
+      return RunningSum(source, target);
+    case DerivedKind::Histogram:
+      return ProbabilityDensity(source, target, bins);
+    case DerivedKind::Derivative:
+      return Derivative(source, target);
+  }
+}
+
+}  // namespace
+
+std::string DerivedName(const TxyGraph& graph, const TSeries& source, DerivedKind kind) {
+  const std::string wanted = source.SeriesName() + kSuffixes.at(static_cast<std::size_t>(kind));
+  std::string name = wanted;
+  for (int number = 1; NameTaken(graph, name); ++number)
+    name = wanted + "_" + std::to_string(number);
+  return name;
+}
+
+TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
+                    const DerivedOptions& options) {
+  auto derived = std::make_unique<TSeries>();
+  Compute(kind, source, options.bins, *derived);
+  derived->SetSeriesName(options.name.empty() ? DerivedName(graph, source, kind) : options.name);
+  const GraphUpdate update(graph);
+  if (options.y_axis == AxisId::Y2) ShowSecondAxis(graph);
+  TSeries& added = graph.AddSeries(std::move(derived));
+  SeriesStyle style = added.Style();
+  style.first_axis = options.y_axis != AxisId::Y2;
+  added.SetStyle(style);
+  if (options.source == SourceAfter::Hidden) {
+    SeriesStyle hidden = source.Style();
+    hidden.visible = false;
+    source.SetStyle(hidden);
+  }
+  return added;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,15 @@
+// Fitted parameters written on the graph. Knows graphs, models and the picture's layout; no window.
+#pragma once
+
+namespace tarnwick {
+
+class TSeries;
+class TxyGraph;
+
+/// Prints the parameters marked so on the graph (all varied ones, which are marked then, if none is), each with its error, as
+/// marks where they cover few points of a picture of the graph's client size. A line printed before for the same parameter
+/// is written anew where it stands. The graph holds `series` and its scales are up to date; needs a QGuiApplication.
+/// Throws Error when there is nothing to print.
+void PrintFitOnGraph(TxyGraph& graph, TSeries& series);
+
+}  // namespace tarnwick

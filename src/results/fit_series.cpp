@@ -1,0 +1,143 @@
+#include "results/fit_series.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "analysis/fit_residuals.h"
+#include "base/error.h"
+#include "base/number_text.h"
+#include "data/points/point_columns.h"
+#include "fit/judge/fit_bands.h"
+#include "fit/model/model_copy.h"
+#include "graph/graph_update.h"
+#include "graph/xy_graph.h"
+#include "results/residual_band.h"
+#include "results/second_axis.h"
+
+namespace tarnwick {
+namespace {
+
+/// Points of a band at most: more are not seen, and every one is kept with the graph.
+constexpr std::int32_t kBandPoints = 300;
+
+const FitResult& ResultOf(const TSeries& series) {
+  const FitResult* result = series.Fit().Result().get();
+  if (result == nullptr || Failed(result->outcome.why)) {
+    throw Error("DataSet \"" + series.SeriesName() +
+                "\" has no fit that holds: fit it first, with Show Final Curve.");
+  }
+  if (result->statistics.degrees_of_freedom <= 0) {
+    throw Error(
+        "The fit of DataSet \"" + series.SeriesName() +
+        "\" has no more points than varied parameters: nothing tells how sure its curve is.");
+  }
+  return *result;
+}
+
+/// True when `one` was made as `other` is now.
+bool IsMadeAs(const TSeries& other, const TSeries& one) {
+  return one.SeriesName() == other.SeriesName() &&
+         one.Source().YDataColumn == other.Source().YDataColumn;
+}
+
+/// Takes the place of the DataSet that was made so before; never of `source`.
+TSeries& PutSeries(TxyGraph& graph, const TSeries& source, std::unique_ptr<TSeries> series) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (&graph.Series(i) == &source || !IsMadeAs(*series, graph.Series(i))) continue;
+    graph.DeleteSeries(i);
+    break;
+  }
+  return graph.AddSeries(std::move(series));
+}
+
+/// Not the whole axis: DataSets that fill it would make it grow.
+CurveSpan SpanOfPoints(const TSeries& series, const TxyGraph& graph) {
+  const bool log = graph.Axis(AxisId::X).LogScale();
+  const Extremes extremes = series.GetExtremes();
+  return {log ? SmallestPositiveX(series.Points(), extremes) : extremes.x_min, extremes.x_max,
+          log ? CurveSpacing::Geometric : CurveSpacing::Linear};
+}
+
+struct Band {
+  std::string name;
+  LineStyle style = LineStyle::Dash;
+  std::vector<double> y;
+  bool named = true;  // one of each pair stands in the legend
+};
+
+std::unique_ptr<TSeries> BandSeries(const Band& band, const std::vector<double>& x,
+                                    const TSeries& source) {
+  auto series = std::make_unique<TSeries>();
+  series->SetSeriesName(band.name);
+  SeriesStyle style;
+  style.show_symbols = false;
+  style.line_color = source.ModelCurveColor();
+  style.line_style = band.style;
+  style.first_axis = source.Style().first_axis;
+  style.show_in_legend = band.named ? 1 : 0;
+  style.selectable = false;
+  series->SetStyle(style);
+  series->Source().XDataColumn = source.Source().XDataColumn;
+  series->Source().YDataColumn = source.Source().YDataColumn;
+  series->AddPoints(x, band.y);
+  return series;
+}
+
+std::vector<double> Sum(const std::vector<double>& left, double factor,
+                        const std::vector<double>& right) {
+  std::vector<double> sum(left.size());
+  for (std::size_t i = 0; i < sum.size(); ++i) sum[i] = left[i] + factor * right[i];
+  return sum;
+}
+
+}  // namespace
+
+std::string ResidualsName(const TSeries& source) {
+  return "Residuals of " + source.SeriesName();
+}
+
+TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string& name) {
+  auto residuals = std::make_unique<TSeries>();
+  FitResiduals(source, *residuals);
+  residuals->SetSeriesName(name);
+  SeriesStyle style;
+  style.connect_points = false;
+  style.symbol_size = 5;
+  style.symbol = SymbolShape::Diamond;
+  style.symbol_color = style.line_color = Color::FromRgb(0x70, 0x70, 0x70);
+  style.first_axis = false;
+  residuals->SetStyle(style);
+  // The band is measured on the scales of the data alone.
+  const GraphUpdate update(graph);
+  ShowSecondAxis(graph);
+  TSeries& put = PutSeries(graph, source, std::move(residuals));
+  GiveResidualsABand(graph, put);
+  return put;
+}
+
+void AddBands(TxyGraph& graph, const TSeries& source, double level) {
+  const FitStatistics statistics = ResultOf(source).statistics;
+  TCurFit model;
+  Assign(model, source.Fit());
+  ModelCurve curve;
+  FitSettings settings = model.Settings();
+  settings.NPoints = std::min(settings.NPoints, kBandPoints);
+  curve.Update(settings, WithinMargins(SpanOfPoints(source, graph), settings));
+  const std::vector<double> x = XValues(curve.Points());
+  const FitBands bands = ComputeFitBands(model, statistics, x, level);
+  const std::string suffix = " " + GeneralText(100 * level, 6) + " % of " + source.SeriesName();
+  const std::array<Band, 4> wanted = {
+      {{"Confidence" + suffix, LineStyle::Dash, Sum(bands.value, 1, bands.confidence), true},
+       {"Confidence" + suffix + ", lower", LineStyle::Dash, Sum(bands.value, -1, bands.confidence),
+        false},
+       {"Prediction" + suffix, LineStyle::Dot, Sum(bands.value, 1, bands.prediction), true},
+       {"Prediction" + suffix + ", lower", LineStyle::Dot, Sum(bands.value, -1, bands.prediction),
+        false}}};
+  const GraphUpdate update(graph);
+  for (const Band& band : wanted) PutSeries(graph, source, BandSeries(band, x, source));
+}
+
+}  // namespace tarnwick

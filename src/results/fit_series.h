@@ -1,0 +1,24 @@
+// DataSets that a fit adds to its graph: what the model leaves, and how sure its curve is. Made again, they take the place of
+// what was made before. Knows graphs and models; runs no fit.
+#pragma once
+
+#include <string>
+
+namespace tarnwick {
+
+class TSeries;
+class TxyGraph;
+
+/// "Residuals of X" for the DataSet X.
+std::string ResidualsName(const TSeries& source);
+
+/// Adds Y less model, of every point between the margins, as a DataSet against the second Y axis, which is shown; where no
+/// other DataSet has that axis, the residuals get a band of the plot for themselves. The graph holds `source` and its
+/// scales are up to date. Throws Error, also when the model has no expression; the graph is then as it was.
+TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string& name);
+
+/// Adds confidence and prediction bands of the DataSet's fit as four DataSets; `level` lies between 0 and 1. The graph holds
+/// `source`. Throws Error, also when the model has no result that holds; the graph is then as it was.
+void AddBands(TxyGraph& graph, const TSeries& source, double level);
+
+}  // namespace tarnwick

@@ -1,0 +1,42 @@
+#include "results/fitted_model.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "graph/series.h"
+
+namespace tarnwick {
+
+void TakeFitFunction(TSeries& series, const FitSettings& function) {
+  TCurFit& model = series.Fit();
+  model.SetSettings(function, true);
+  // A curve thinner than the line it describes is lost on it.
+  model.SetCurveWidth(std::max(function.CurveWidth, series.Style().line_width));
+  model.SetStatus(FitStatus::cf_Function);
+}
+
+void TakeFitSettings(TSeries& series, const FitSettings& settings) {
+  TCurFit& model = series.Fit();
+  const FitSettings present = model.Settings();
+  if (settings == present) return;
+  // The same in all that a fit depends on?
+  FitSettings same = settings;
+  same.Status = present.Status;
+  same.CurveShown = present.CurveShown;
+  same.CurveColor = present.CurveColor;
+  same.CurveStyle = present.CurveStyle;
+  same.CurveWidth = present.CurveWidth;
+  const std::size_t count = std::min(same.parameters.size(), present.parameters.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    same.parameters[i].Printed = present.parameters[i].Printed;
+    same.parameters[i].Description = present.parameters[i].Description;
+    same.parameters[i].Units = present.parameters[i].Units;
+  }
+  const std::shared_ptr<const FitResult> result = model.Result();
+  const bool modified = model.Modified();
+  const bool look_only = same == present;
+  model.SetSettings(settings, look_only ? modified : true);
+  if (look_only && result) model.SetResult(result);
+}
+
+}  // namespace tarnwick

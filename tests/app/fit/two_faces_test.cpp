@@ -1,0 +1,109 @@
+// What a computation makes of a graph is the same from the window's documents and from the batch program: byte for byte.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/fit/fit_outcome.h"
+#include "app/fit/fit_work.h"
+#include "base/progress.h"
+#include "desk/document/document.h"
+#include "results/derived_series.h"
+#include "support/project_paths.h"
+#include "support/scripted_prompt.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::ReadFile;
+
+/// Works at once.
+class ImmediateWork final : public LongWork {
+ public:
+  void Run(const WorkTitle&, const std::function<void(Progress&)>& work) override {
+    NoProgress progress;
+    work(progress);
+  }
+};
+
+struct Row {
+  std::string name;
+  std::string command;  // of the batch program, with $TFN for the ready-made functions
+  std::function<void(Document&, Prompt&)> edits;
+};
+
+void FitWithAll(Document& document, Prompt& prompt) {
+  ApplyFitFunction(document, testing::SourceFolder() / "TFN/Exponential decay.tfn");
+  ShowFit(document, FitStatus::cf_FinResult, prompt);
+  for (int i = 0; i < 2; ++i) AddResiduals(document);  // the second takes the place of the first
+  AddBands(document, 0.9);
+  PrintFitOnGraph(document);
+}
+
+std::function<void(Document&, Prompt&)> Derive(DerivedKind kind, DerivedOptions options = {}) {
+  return [=](Document& document, Prompt&) {
+    document.Edit("Derive", [&](TxyGraph& graph) {
+      AddDerived(graph, *graph.CurrentSeries(), kind, options);
+    });
+  };
+}
+
+std::vector<Row> Rows() {
+  DerivedOptions on_main;
+  on_main.name = "Sums";
+  on_main.y_axis = AxisId::Y;
+  on_main.source = SourceAfter::Hidden;
+  DerivedOptions few_bins;
+  few_bins.bins = 12;
+  return {
+      {"Fit",
+       "fit --function \"$TFN/Exponential decay.tfn\" --residuals --band-curves --level 0.9 "
+       "--print",
+       FitWithAll},
+      {"Integral", "integrate", Derive(DerivedKind::Integral)},
+      {"RunningSum", "sum --name Sums --axis main --hide-source",
+       Derive(DerivedKind::RunningSum, on_main)},
+      {"Histogram", "histogram --bins 12", Derive(DerivedKind::Histogram, few_bins)},
+      {"Derivative", "differentiate", Derive(DerivedKind::Derivative)},
+  };
+}
+
+class TwoFaces : public ::testing::TestWithParam<Row> {
+ protected:
+  void Batch(const std::string& arguments) {
+    const std::string command = "cd '" + folder_.Path().string() + "' && TFN='" +
+                                (testing::SourceFolder() / "TFN").string() + "' && '" +
+                                (testing::ProgramFolder() / "tarnwick-cli").string() + "' " +
+                                arguments + " >.out";
+    ASSERT_EQ(std::system(command.c_str()), 0) << arguments;
+  }
+
+  testing::TemporaryFolder folder_;
+};
+
+TEST_P(TwoFaces, MakeOneGraph) {
+  const std::filesystem::path data = testing::SourceFolder() / "examples/decay.dat";
+  Batch("import '" + data.string() + "' -o start.tgr");
+  Batch(GetParam().command + " start.tgr -o batch.tgr");
+
+  ImmediateWork work;
+  testing::ScriptedPrompt prompt;
+  Document document("Graph_1", work, prompt);
+  document.Files().LoadGraphFile(folder_.File("start.tgr"));
+  GetParam().edits(document, prompt);
+  document.Files().SaveGraphFile(folder_.File("window.tgr"));
+
+  const std::string start = ReadFile(folder_.File("start.tgr"));
+  const std::string window = ReadFile(folder_.File("window.tgr"));
+  EXPECT_NE(window, start);
+  EXPECT_TRUE(window == ReadFile(folder_.File("batch.tgr")));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TwoFaces, ::testing::ValuesIn(Rows()),
+                         [](const auto& row) { return row.param.name; });
+
+}  // namespace
+}  // namespace tarnwick

@@ -1,0 +1,81 @@
+// What joins a graph when something is computed from its DataSets, beyond what both faces are compared for elsewhere.
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "base/error.h"
+#include "graph/xy_graph.h"
+#include "results/derived_series.h"
+#include "results/fit_series.h"
+
+namespace tarnwick {
+namespace {
+
+class ResultsOnGraph : public ::testing::Test {
+ protected:
+  ResultsOnGraph() : rate_(Add("Rate")) {
+    for (const double x : {1, 2, 3, 4}) rate_.AddPoint(x, 2 * x + 1 / x);
+  }
+
+  TSeries& Add(const char* name) {
+    auto series = std::make_unique<TSeries>();
+    series->SetSeriesName(name);
+    return graph_.AddSeries(std::move(series));
+  }
+
+  TxyGraph graph_;
+  TSeries& rate_;
+};
+
+TEST_F(ResultsOnGraph, DerivedDataSetsTakeFreeNames) {
+  struct NameRow {
+    DerivedKind kind;
+    const char* first;
+    const char* second;
+    const char* third;
+  };
+  constexpr NameRow kRows[] = {
+      {DerivedKind::Integral, "Rate_INT", "Rate_INT_1", "Rate_INT_2"},
+      {DerivedKind::RunningSum, "Rate_SUM", "Rate_SUM_1", "Rate_SUM_2"},
+      {DerivedKind::Histogram, "Rate_HIS", "Rate_HIS_1", "Rate_HIS_2"},
+      {DerivedKind::Derivative, "Rate_DIF", "Rate_DIF_1", "Rate_DIF_2"},
+  };
+  for (const NameRow& row : kRows) {
+    for (const char* name : {row.first, row.second, row.third})
+      EXPECT_EQ(AddDerived(graph_, rate_, row.kind, {}).SeriesName(), name);
+  }
+}
+
+TEST_F(ResultsOnGraph, NothingIsDrawnAgainstAHiddenAxis) {
+  rate_.Source().YDataColumn = "U";
+  graph_.Axis(AxisId::Y2).SetShowAxis(false);
+  DerivedOptions on_main;
+  on_main.y_axis = AxisId::Y;
+  AddDerived(graph_, rate_, DerivedKind::Integral, on_main);
+  EXPECT_FALSE(graph_.Axis(AxisId::Y2).ShowAxis());
+  AddDerived(graph_, rate_, DerivedKind::Integral, {});
+  EXPECT_TRUE(graph_.Axis(AxisId::Y2).ShowAxis());
+  EXPECT_EQ(graph_.Axis(AxisId::Y2).Title(), "INT of U");
+}
+
+TEST_F(ResultsOnGraph, ADerivativeThatFailsLeavesTheGraphAsItWas) {
+  rate_.SetRegressionAlpha(0.6);
+  rate_.SetRegressionType(RegressionType::RunningAverage);
+  EXPECT_THROW(AddDerived(graph_, rate_, DerivedKind::Derivative, {}), Error);
+  EXPECT_EQ(graph_.SeriesCount(), 1u);
+}
+
+TEST_F(ResultsOnGraph, ResidualsTakeThePlaceOfEarlierOnesAlone) {
+  FitSettings model;
+  model.Expression = "2*x";
+  rate_.Fit().SetSettings(model, true);
+  Add("Rest");  // measured, as it happens under that name
+  for (int i = 0; i < 2; ++i) AddResiduals(graph_, rate_, "Rest");
+  ASSERT_EQ(graph_.SeriesCount(), 3u);
+  EXPECT_EQ(graph_.Series(1).PointCount(), 0);
+  EXPECT_EQ(graph_.Series(2).GetY(4), 0.25);
+  EXPECT_THROW(AddBands(graph_, rate_, 0.95), Error);  // nothing was fitted
+}
+
+}  // namespace
+}  // namespace tarnwick
