@@ -122,6 +122,26 @@ TEST_F(CurveOfAGraph, IsNamedInTheLegendWhileItIsShown) {
   EXPECT_EQ(LegendNames(), (std::vector<std::string>{"Rate"}));
 }
 
+TEST_F(CurveOfAGraph, OnlyWhatMovesTheAxesTellsNewScales) {
+  std::vector<GraphChange> told;
+  graph_.SetListener([&](GraphChange change) { told.push_back(change); });
+  const auto told_by = [&](const auto& change) {
+    told.clear();
+    change();
+    return told.empty() ? GraphChange::Everything : told.front();
+  };
+  EXPECT_EQ(told_by([&] { series_->Fit().Param(1).SetValue(4); }), GraphChange::Redraw);
+  EXPECT_EQ(told_by([&] { series_->SetRegressionType(RegressionType::Line); }),
+            GraphChange::Redraw);
+  EXPECT_EQ(told_by([&] { series_->AddPoint(30, 1); }), GraphChange::Scales);
+  EXPECT_EQ(told_by([&] { series_->SetZeroValue(3); }), GraphChange::Scales);
+  graph_.BeginUpdate();
+  EXPECT_EQ(told_by([&] { series_->AddPoint(31, 1); }), GraphChange::Everything);
+  EXPECT_TRUE(told.empty());
+  graph_.EndUpdate();
+  EXPECT_EQ(told, std::vector<GraphChange>{GraphChange::Everything});
+}
+
 TEST_F(CurveOfAGraph, SaysWhyAModelCannotBeDrawn) {
   EXPECT_EQ(graph_.FitError(), "");
   series_->Fit().SetExpression("a*(x");

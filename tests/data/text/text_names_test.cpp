@@ -37,6 +37,7 @@ TEST(TextNames, ComeFromTheLineOfNames) {
       {"the last comment that fits", " ", 2, "# my file\n# x y\n1 2", {"x", "y"}, true},
       {"below a title", " ", 3, "Title\nx y\ns m\n1 2", {"x", "y"}, true},
       {"units below names", ",", 2, "x,y\ns,m\n1,2", {"x", "y"}, true},
+      {"one column", ",", 2, "t\nu\n1\n2", {"t"}, true},
       {"comments without names", " ", 1, "# made by a machine\n1 2", {"(col 0)", "(col 1)"}, false},
   };
   for (const Row& row : rows) {

@@ -142,6 +142,10 @@ TEST(CurveFit, EvaluatesWithThePresentValues) {
   other.AddParameter(Parameter("q", -2));
   fit.CopyValues(other);
   EXPECT_EQ(fit.Value(2), -4);
+  fit.AddParameter(Parameter("last", 6));
+  fit.DeleteParameter(3);
+  EXPECT_EQ(fit.NParams(), 2);
+  EXPECT_EQ(fit.Param(2).Name(), "min");
   // A deleted parameter's value is gone, and the built-in word that it hid is there again.
   fit.DeleteParameter(2);
   EXPECT_TRUE(IsUndefined(fit.Value(2)));

@@ -144,6 +144,26 @@ TEST_F(PaintPlotParts, AxesAndTicksAreOnePixelWideOnEveryScreen) {
   }
 }
 
+// A picture drawn between two pixels: lines stay on pixels, those where their places fall.
+TEST_F(PaintPlotParts, LinesAreCrispWhereverThePictureBegins) {
+  AlterAxis(AxisId::X, [](AxisState& axis) { axis.ShowAxis = true; });
+  QImage image(300, 200, QImage::Format_RGB32);
+  QPainter painter(&image);
+  painter.translate(-0.75, 0.75);
+  PaintPlot(painter, graph, LayoutPlot(graph, QSizeF(300, 200), TextMetrics()),
+            PaintTarget::Screen);
+  painter.end();
+  EXPECT_EQ(Of(Numbered(kAxes), image), (Pixels{200, QRect(49, 140, 200, 1)}));
+  EXPECT_EQ(Of(Numbered(kPlotArea), image).box, QRect(49, 41, 200, 99));
+  AlterAxis(AxisId::Y, [](AxisState& axis) { axis.ShowAxis = true; });
+  image.fill(Qt::white);
+  QPainter again(&image);
+  again.translate(-0.75, 0.75);
+  PaintPlot(again, graph, LayoutPlot(graph, QSizeF(300, 200), TextMetrics()), PaintTarget::Screen);
+  again.end();
+  EXPECT_EQ(Of(Numbered(kAxes), image), (Pixels{299, QRect(49, 41, 200, 100)}));
+}
+
 TEST_F(PaintPlotParts, GridLinesSpareTheAxesAndLieBehindTheDataUnlessDrawnLast) {
   AlterAxis(AxisId::Y, [](AxisState& axis) { axis.Gridlines = true; });
   Expect(kGrid, {11 * 200, QRect(50, 40, 200, 101)});
@@ -203,7 +223,18 @@ TEST_F(PaintPlotParts, TheLegendCoversWhatLiesUnderItsFrame) {
   const Pixels line = Of(Numbered(kLine), image);
   EXPECT_EQ(line.count, 120 + 28);
   EXPECT_EQ(line.box.left(), 66);
+  // With a model there is a second row, its sample in the colour of the model's curve alone.
+  graph.Series(0).Fit().SetExpression("5.05");
+  graph.Series(0).Fit().SetStatus(FitStatus::cf_Function);
+  graph.Series(0).Fit().SetCurveColor(Numbered(kMark));
   Legend legend = graph.GetLegend();
+  legend.height = 60, legend.width = 110;
+  graph.SetLegend(legend);
+  const QImage two = Painted();
+  EXPECT_EQ(Of(Numbered(kLine), two.copy(61, 51, 108, 58)).count, 28);
+  EXPECT_EQ(Of(Numbered(kMark), two.copy(61, 51, 108, 58)).count, 28);
+  graph.Series(0).Fit().SetStatus(FitStatus::cf_None);
+  legend.height = 30, legend.width = 70;
   legend.border_style = 1;
   graph.SetLegend(legend);
   const QImage framed = Painted();

@@ -1,5 +1,6 @@
 #include "graph/thinning/thinning.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -126,6 +127,102 @@ TEST(ThinLine, EveryColumnReachesToItsExtremes) {
       ASSERT_NEAR(drawn[column].bottom, extent.bottom, 1e-6) << column;
     }
     EXPECT_LE(line.points.size() + line.columns.size(), 25 * kColumns);
+  }
+}
+
+// The obvious way: points grouped by pixel column; three or more are a column, as are two right behind one; else vertices.
+ThinnedLine Grouped(const Line& data, std::size_t begin, std::size_t end,
+                    const ThinningView& view) {
+  ThinnedLine line;
+  const auto place = [&](std::size_t i) {
+    return PixelPoint{view.x.At(data.x[i]), view.y.At(data.y[i])};
+  };
+  const auto open = [&](LinePart::Kind kind, std::size_t at) {
+    line.parts.push_back({kind, at, at});
+  };
+  const auto vertex = [&](std::size_t i) {
+    if (line.parts.empty() || line.parts.back().kind != LinePart::Kind::Polyline) {
+      open(LinePart::Kind::Polyline, line.points.size());
+      if (i > begin) line.points.push_back(place(i - 1));
+    }
+    line.points.push_back(place(i));
+    line.parts.back().end = line.points.size();
+  };
+  for (std::size_t i = begin; i < end;) {
+    const auto column_of = [&](std::size_t k) {
+      return std::clamp(static_cast<int>(std::floor(place(k).x)), -1, kColumns);
+    };
+    std::size_t next = i;
+    PixelColumn column{column_of(i), place(i), {}, 1e300, -1e300};
+    for (; next < end && column_of(next) == column.column; ++next) {
+      column.last = place(next);
+      column.top = std::min(column.top, place(next).y);
+      column.bottom = std::max(column.bottom, place(next).y);
+    }
+    const bool in_columns =
+        !line.parts.empty() && line.parts.back().kind == LinePart::Kind::Columns;
+    const bool follows = in_columns && line.columns.back().column + 1 == column.column;
+    if (next - i >= 3 || (follows && next - i == 2)) {
+      if (!follows) {
+        if (i > begin) vertex(i);
+        open(LinePart::Kind::Columns, line.columns.size());
+      }
+      line.columns.push_back(column);
+      line.parts.back().end = line.columns.size();
+    } else {
+      vertex(i);
+      if (next - i > 1) vertex(next - 1);
+    }
+    i = next;
+  }
+  return line;
+}
+
+TEST(ThinLine, GivesWhatGroupingByColumnsGives) {
+  const Case kCases[] = {{"noise", 1'100, -0.01, 1.01},
+                         {"noise", 2'000, -0.01, 1.01},
+                         {"noise", 200'000, -0.01, 1.01},
+                         {"walk", 100'000, 0.31, 0.36},
+                         {"walk", 300'000, 0.5, 0.505},
+                         {"bursts", 100'000, -0.01, 1.01},
+                         {"bursts", 40'000, 0.2, 0.7},
+                         {"walk", 60'000, -0.5, 2},
+                         {"positive", 50'000, 0.01, 1.01, true, true}};
+  for (const Case& row : kCases) {
+    SCOPED_TRACE(testing::Message() << row.kind << ' ' << row.points << ' ' << row.from);
+    const Line data = MakeLine(row.points, row.kind);
+    TDataSeries series;
+    series.AddPoints(data.x, data.y);
+    const double from = row.from * data.x.back(), to = row.to * data.x.back();
+    const ThinningView view = View(Scale(from, to, row.log_x, PixelDirection::Rightward, kColumns),
+                                   row.log_y ? Scale(0.01, 100, true, PixelDirection::Upward, kRows)
+                                             : Scale(-4, 4, false, PixelDirection::Upward, kRows));
+    // The points in the view and one on either side.
+    const auto index = [&](auto found) { return static_cast<std::size_t>(found - data.x.begin()); };
+    const std::size_t first = index(std::lower_bound(data.x.begin(), data.x.end(), from));
+    const std::size_t behind = index(std::upper_bound(data.x.begin(), data.x.end(), to));
+    const ThinnedLine line = ThinLine(series.Points(), view);
+    const ThinnedLine expected =
+        Grouped(data, first == 0 ? 0 : first - 1, std::min(behind + 1, data.x.size()), view);
+    ASSERT_EQ(line.columns.size(), expected.columns.size());
+    ASSERT_EQ(line.points.size(), expected.points.size());
+    ASSERT_EQ(line.parts.size(), expected.parts.size());
+    const auto near = [](const PixelPoint& one, const PixelPoint& other) {
+      return std::abs(one.x - other.x) < 1e-6 && std::abs(one.y - other.y) < 1e-6;
+    };
+    for (std::size_t i = 0; i < line.columns.size(); ++i) {
+      const PixelColumn &one = line.columns[i], &other = expected.columns[i];
+      ASSERT_EQ(one.column, other.column);
+      ASSERT_TRUE(near(one.first, other.first) && near(one.last, other.last)) << one.column;
+      ASSERT_TRUE(near({one.top, one.bottom}, {other.top, other.bottom})) << one.column;
+    }
+    for (std::size_t i = 0; i < line.points.size(); ++i)
+      ASSERT_TRUE(near(line.points[i], expected.points[i])) << i;
+    for (std::size_t i = 0; i < line.parts.size(); ++i) {
+      ASSERT_EQ(line.parts[i].kind, expected.parts[i].kind);
+      ASSERT_EQ(line.parts[i].begin, expected.parts[i].begin);
+      ASSERT_EQ(line.parts[i].end, expected.parts[i].end);
+    }
   }
 }
 

@@ -1,0 +1,148 @@
+#include "graph/layout/finished_look.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "graph/axes/plot_metrics.h"
+#include "graph/layout/plot_layout.h"
+#include "graph/palette.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+using Points = std::vector<QPointF>;
+
+constexpr QSizeF kSize(800, 600);
+
+TSeries& Add(TxyGraph& graph, const Points& points, bool first_axis = true) {
+  auto series = std::make_unique<TSeries>();
+  for (const QPointF& point : points) series->AddPoint(point.x(), point.y());
+  series->SetSeriesName("Set " + std::to_string(graph.SeriesCount()));
+  SeriesStyle style;
+  style.first_axis = first_axis;
+  series->SetStyle(style);
+  return graph.AddSeries(std::move(series));
+}
+
+PlotLayout Finished(TxyGraph& graph, QSizeF size = kSize) {
+  const TextMetrics metrics;
+  graph.Resize(static_cast<int>(size.width()), static_cast<int>(size.height()));
+  ApplyFinishedLook(graph, size, metrics, {.title = "Cooling"});
+  return LayoutPlot(graph, size, metrics);
+}
+
+QRectF Content(const PlotLayout& layout) {
+  QRectF content = layout.plot;
+  for (const AxisLayout& axis : layout.axes) {
+    for (const PlacedText& label : axis.labels) content = content.united(label.Box());
+    for (const auto& text : {axis.title, axis.factor})
+      if (text) content = content.united(text->Box());
+  }
+  return content;
+}
+
+// Eight pixels are left free around texts, sixteen right of them, and less than one more by rounding.
+TEST(FinishedLook, MarginsAreAsWideAsTheirContents) {
+  for (const double height : {1.0, 1e7}) {
+    for (const double second : {0.0, 1.0, 1e-6}) {
+      SCOPED_TRACE(testing::Message() << height << ' ' << second);
+      TxyGraph graph;
+      Add(graph, {{0, 0}, {9.7, height}});
+      if (second > 0) Add(graph, {{0, 0}, {9.7, second}}, /*first_axis=*/false);
+      const PlotLayout layout = Finished(graph);
+      const QRectF content = Content(layout);
+      const bool factor = height > 1 || (second > 0 && second < 1);
+      const auto expect_margin = [](double free, double expected) {
+        EXPECT_GE(free, expected - 1e-9);
+        EXPECT_LT(free, expected + 1);
+      };
+      expect_margin(content.left(), 8);
+      expect_margin(600 - content.bottom(), 8);
+      if (!layout.legend) expect_margin(800 - content.right(), 16);
+      const TextMetrics metrics;
+      const Appearance& look = graph.GetAppearance();
+      const double line = factor ? metrics.LineHeight(look.font_for_labels) + 4 : 0;
+      const double title = metrics.LineHeight(look.font_for_title);
+      EXPECT_EQ(layout.plot.top(), 16 + std::ceil(line) + std::ceil(title));
+      ASSERT_TRUE(layout.title);
+      EXPECT_EQ(layout.plot.top() - layout.title->center.y(), 8 + std::ceil(title / 2 + line));
+      EXPECT_EQ(layout.Axis(AxisId::Y).factor.has_value(), height > 1);
+    }
+  }
+}
+
+TEST(FinishedLook, SmallPicturesKeepTwoFifthsForThePlot) {
+  TxyGraph graph;
+  Add(graph, {{0, 0}, {9.7, 12345}});
+  const PlotLayout layout = Finished(graph, QSizeF(60, 50));
+  EXPECT_NEAR(layout.plot.width(), 0.4 * 60, 2);
+  EXPECT_NEAR(layout.plot.height(), 0.4 * 50, 2);
+}
+
+TEST(FinishedLook, TheLegendTakesTheEmptyCornerOrStandsBeside) {
+  const Points corners = {{9.45, 9.6}, {0.45, 9.6}, {0.55, 0.4}, {9.55, 0.4}};
+  for (std::size_t free = 0; free <= corners.size(); ++free) {
+    SCOPED_TRACE(free);
+    TxyGraph graph;
+    for (int i = 0; i < 2; ++i) {
+      Points points;
+      for (std::size_t k = 0; k < corners.size(); ++k)
+        if (k != free) points.push_back(corners[k]);
+      for (int k = 0; k < 40; ++k) points.emplace_back(4.5 + 0.01 * k, 5);
+      std::sort(points.begin(), points.end(),
+                [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
+      Add(graph, points);
+    }
+    for (const AxisId id : {AxisId::X, AxisId::Y}) {
+      graph.Axis(id).SetMin(0);
+      graph.Axis(id).SetMax(10);
+    }
+    const PlotLayout layout = Finished(graph);
+    ASSERT_TRUE(layout.legend);
+    const QRectF& frame = layout.legend->frame;
+    const QRectF& plot = layout.plot;
+    if (free == corners.size()) {
+      EXPECT_EQ(frame.right(), 800 - 8);
+      EXPECT_GT(frame.left(), plot.right());
+      EXPECT_NEAR(frame.top(), plot.top(), 1);
+      continue;
+    }
+    const bool right = corners[free].x() > 5, bottom = corners[free].y() < 5;
+    EXPECT_NEAR(right ? plot.right() - frame.right() : frame.left() - plot.left(), 10, 1);
+    EXPECT_NEAR(bottom ? plot.bottom() - frame.bottom() : frame.top() - plot.top(), 10, 1);
+  }
+}
+
+TEST(FinishedLook, FewPointsAreSymbolsManyAThinLine) {
+  struct Row {
+    int points;
+    bool symbols;
+    int width;
+  };
+  for (const Row& row :
+       {Row{80, true, 1}, Row{81, false, 2}, Row{2000, false, 2}, Row{2001, false, 1}}) {
+    TxyGraph graph;
+    Points points;
+    for (int i = 0; i < row.points; ++i) points.emplace_back(i, i);
+    const TSeries& series = Add(graph, points);
+    Finished(graph);
+    EXPECT_EQ(series.Style().show_symbols, row.symbols) << row.points;
+    EXPECT_EQ(series.Style().line_width, row.width) << row.points;
+  }
+  // Colours come round; line styles tell the rounds apart.
+  TxyGraph graph;
+  Points points;
+  for (int i = 0; i < 90; ++i) points.emplace_back(i, i);
+  for (std::size_t i = 0; i < 2 * kPaletteSize; ++i) Add(graph, points);
+  Finished(graph);
+  EXPECT_EQ(graph.Series(kPaletteSize - 1).Style().line_style, LineStyle::Solid);
+  EXPECT_EQ(graph.Series(kPaletteSize).Style().line_style, LineStyle::Dash);
+}
+
+}  // namespace
+}  // namespace tarnwick
