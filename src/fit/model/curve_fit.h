@@ -19,7 +19,8 @@ class TCurFit final : public TExpressionParser {
  public:
   TCurFit();
 
-  // --- the model; what is not read here stands in Settings(). Setters notify as their property says; texts that are empty or equal are ignored.
+  // --- the model; what is not read here stands in Settings(). Setters notify as their property says; texts that are empty or
+  // equal are ignored.
   void SetXVarName(const std::string& name);
   const std::string& Expression() const { return settings_.Expression; }
   void SetExpression(const std::string& text);
