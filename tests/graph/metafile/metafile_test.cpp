@@ -1,12 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
 #include <QProcess>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <limits>
+#include <numbers>
 #include <set>
 
 #include "graph/metafile/metafile_picture.h"
@@ -155,6 +159,62 @@ TEST(Metafile, LibwmfReadsLinesTextsAndAreasAtTheirPlaces) {
   expect(numbers("matrix\\(1\\.0[^)]* ([\\d.]+) ([\\d.]+)\\)\"\\s*>level"), {200, 225}, 4);
   expect(numbers("font-size:([\\d.]+)[^>]*>level"), {20}, 1);
   EXPECT_TRUE(svg.contains(QRegularExpression("matrix\\(-?0\\.0[^)]*\\)\"\\s*>upright")));
+}
+
+/// The parameters' words of the first record with this function.
+std::vector<int> FirstOf(const std::vector<Record>& records, unsigned function, std::size_t words) {
+  std::vector<int> found;
+  for (const Record& record : records) {
+    if (record.function != function || !found.empty()) continue;
+    for (std::size_t i = 0; i < words; ++i)
+      found.push_back(static_cast<std::int16_t>(WordAt(record.parameters, 2 * i)));
+  }
+  return found;
+}
+
+TEST(Metafile, FontsFillRulesAndPlacesAreWrittenAsTheyAreSet) {
+  for (const bool odd_even : {true, false}) {
+    const std::string file = Painted([&](QPainter& painter) {
+      QPainterPath path;
+      path.addRect(100, 60, 200, 120);
+      path.setFillRule(odd_even ? Qt::OddEvenFill : Qt::WindingFill);
+      painter.fillPath(path, QColor(1, 2, 3));
+      QFont font("Arial", 12);
+      font.setBold(odd_even);
+      font.setUnderline(!odd_even);
+      painter.setFont(font);
+      painter.setPen(QColor(4, 5, 6));
+      painter.translate(200, 150);
+      painter.rotate(-30);
+      painter.scale(2, 2);
+      painter.drawText(QPointF(0, 0), "tilted");
+    });
+    const double units = WordAt(file, 10) / 400.0;
+    EXPECT_EQ(WordAt(file, 12), 300 * units);
+    EXPECT_EQ(WordAt(file, 14), 96 * units);
+    const std::vector<Record> records = RecordsOf(file);
+    EXPECT_EQ(FirstOf(records, 0x0106, 1), std::vector<int>{odd_even ? 1 : 2});
+    // 12 points are 16 pixels of 1/96 inch, here twice as large; angles are tenths of degrees.
+    const std::vector<int> font = FirstOf(records, 0x02FB, 6);
+    EXPECT_EQ(font, (std::vector<int>{-static_cast<int>(std::lround(32 * units)), 0, 300, 300,
+                                      odd_even ? 700 : 400, odd_even ? 0 : 0x100}));
+    const std::vector<int> text = FirstOf(records, 0x0A32, 4);
+    ASSERT_EQ(text.size(), 4U);
+    EXPECT_EQ(text[2], 6);
+    // The corner above the letters' beginning: the ascent away from (200, 150), left and up.
+    const double ascent = 2 * QFontMetricsF(QFont("Arial", 12)).ascent();
+    EXPECT_NEAR(text[0] / units, 150 - ascent * std::cos(std::numbers::pi / 6), 6);
+    EXPECT_NEAR(text[1] / units, 200 - ascent * std::sin(std::numbers::pi / 6), 6);
+    std::vector<int> x, y;
+    const std::vector<int> polygon = FirstOf(records, 0x0324, 9);
+    ASSERT_EQ(polygon.size(), 9U);
+    for (std::size_t i = 1; i < 9; i += 2) x.push_back(polygon[i]), y.push_back(polygon[i + 1]);
+    const auto [left, right] = std::minmax_element(x.begin(), x.end());
+    const auto [top, bottom] = std::minmax_element(y.begin(), y.end());
+    EXPECT_EQ((std::vector<int>{*left, *top, *right, *bottom}),
+              (std::vector<int>{static_cast<int>(100 * units), static_cast<int>(60 * units),
+                                static_cast<int>(300 * units), static_cast<int>(180 * units)}));
+  }
 }
 
 TEST(MetafileShapes, PolygonsAreCutAndDashesKeepTheirLengths) {
