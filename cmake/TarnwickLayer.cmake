@@ -1,10 +1,11 @@
-# tarnwick_layer(<name> [QT] [USES <layer>...] [LINK <library>...])
+# tarnwick_layer(<name> [QT] [PRECOMPILED <kind>] [USES <layer>...] [LINK <library>...])
 #
 # Declares the folder that calls it as one layer: the library tarnwick_<name>, made of every source in the folder except
 # main.cpp, seen from src/ and allowed to use only the named layers. A layer without sources is header-only. QT runs moc
-# and rcc over the folder.
+# and rcc over the folder. PRECOMPILED names the headers of TarnwickPrecompile its sources read, if not those for plain
+# layers.
 function(tarnwick_layer name)
-    cmake_parse_arguments(PARSE_ARGV 1 layer "QT" "" "USES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 layer "QT" "PRECOMPILED" "USES;LINK")
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
     list(REMOVE_ITEM sources "${CMAKE_CURRENT_SOURCE_DIR}/main.cpp")
     list(TRANSFORM layer_USES PREPEND tarnwick_)
@@ -19,6 +20,12 @@ function(tarnwick_layer name)
     endif()
     target_include_directories(${target} ${scope} "${CMAKE_SOURCE_DIR}/src")
     target_link_libraries(${target} ${scope} tarnwick_compiler ${layer_USES} ${layer_LINK})
+    if(sources)
+        if(NOT layer_PRECOMPILED)
+            set(layer_PRECOMPILED plain)
+        endif()
+        tarnwick_precompile(${target} ${layer_PRECOMPILED})
+    endif()
 
     if(layer_QT AND sources)
         file(GLOB_RECURSE headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.h"

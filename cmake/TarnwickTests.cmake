@@ -1,3 +1,8 @@
+# How the tests' own code is compiled: it shall be built soon rather than run soon, the layers under it stay as they are. As
+# code of libraries, so that it shares the helpers' precompiled headers.
+add_library(tarnwick_test_code INTERFACE)
+target_compile_options(tarnwick_test_code INTERFACE $<$<CONFIG:Release>:-O1> -fPIC)
+
 # tarnwick_tests(<folder> MAIN <plain|gui|widgets> [LINK <library>...])
 #
 # The test binary <folder>_tests made of the folder's *_test.cpp files (in its folders too) and its layer's library, with one of the test mains
@@ -14,7 +19,8 @@ function(tarnwick_tests folder)
     set(target ${folder}_tests)
     add_executable(${target} ${sources} ${helpers})
     target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}") # helpers beside the tests
-    target_link_libraries(${target} PRIVATE ${test_LINK} tarnwick_test_main_${test_MAIN} GTest::gmock)
+    target_link_libraries(${target} PRIVATE ${test_LINK} tarnwick_test_main_${test_MAIN} tarnwick_test_code GTest::gmock)
+    tarnwick_precompile(${target} test_${test_MAIN})
     add_test(NAME ${target}
              COMMAND ${target} --gtest_brief=1
                      --gtest_output=json:${CMAKE_BINARY_DIR}/tests/results/${target}.json)

@@ -1,0 +1,31 @@
+# Precompiled headers: what nearly every file of a kind of target reads, parsed once per kind. They change no meaning: each
+# file includes what it uses and must compile without them (the presets clang and lint build so).
+
+# Only GCC's are offered: ccache keeps them.
+set(tarnwick_precompile_default OFF)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    set(tarnwick_precompile_default ON)
+endif()
+option(TARNWICK_PRECOMPILE "Precompile the headers most files include" ${tarnwick_precompile_default})
+
+# tarnwick_precompiled(<kind> [LINK <library>...] HEADERS <header>...)
+#
+# Declares the precompiled headers <kind>, made as a target with these libraries would compile them.
+function(tarnwick_precompiled kind)
+    cmake_parse_arguments(PARSE_ARGV 1 pch "" "" "LINK;HEADERS")
+    if(NOT TARNWICK_PRECOMPILE)
+        return()
+    endif()
+    set(target tarnwick_precompiled_${kind})
+    file(CONFIGURE OUTPUT ${kind}_precompiled.cpp CONTENT "") # a target needs a source
+    add_library(${target} OBJECT EXCLUDE_FROM_ALL "${CMAKE_CURRENT_BINARY_DIR}/${kind}_precompiled.cpp")
+    target_link_libraries(${target} PRIVATE tarnwick_compiler ${pch_LINK})
+    target_precompile_headers(${target} PRIVATE ${pch_HEADERS})
+endfunction()
+
+# tarnwick_precompile(<target> <kind>): the target's sources read the precompiled headers <kind> first.
+function(tarnwick_precompile target kind)
+    if(TARNWICK_PRECOMPILE)
+        target_precompile_headers(${target} REUSE_FROM tarnwick_precompiled_${kind})
+    endif()
+endfunction()
