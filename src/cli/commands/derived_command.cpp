@@ -79,14 +79,14 @@ void Run(const Options& options, Output& output) {
   PrintSaved(options.save, output);
 }
 
-std::shared_ptr<Options> Declare(CLI::App& command, Action& action,
+std::shared_ptr<Options> Declare(Command& command, Action& action,
                                  void (*run)(const Options&, Output&)) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
-  command.add_option("--name", options->name, "Name of the new DataSet");
-  command.add_option("--axis", options->axis, "Y axis of the new DataSet: main or second")
-      ->check(CLI::IsMember({"main", "second"}));
+  command.Add("--name", options->name, "Name of the new DataSet");
+  command.Add("--axis", options->axis, "Y axis of the new DataSet: main or second")
+      .OneOf({"main", "second"});
   AddSave(command, options->save);
   OnCommand(command, action, options, run);
   return options;
@@ -94,19 +94,19 @@ std::shared_ptr<Options> Declare(CLI::App& command, Action& action,
 
 }  // namespace
 
-void DeclareIntegrate(CLI::App& command, Action& action) {
+void DeclareIntegrate(Command& command, Action& action) {
   Declare(command, action, &Run<kIntegral>);
 }
-void DeclareSum(CLI::App& command, Action& action) {
+void DeclareSum(Command& command, Action& action) {
   Declare(command, action, &Run<kRunningSum>);
 }
-void DeclareDifferentiate(CLI::App& command, Action& action) {
+void DeclareDifferentiate(Command& command, Action& action) {
   Declare(command, action, &Run<kDerivative>);
 }
 
-void DeclareHistogram(CLI::App& command, Action& action) {
+void DeclareHistogram(Command& command, Action& action) {
   const std::shared_ptr<Options> options = Declare(command, action, &Run<kHistogram>);
-  command.add_option("--bins", options->bins, "Number of bins")->check(PositiveNumber());
+  command.Add("--bins", options->bins, "Number of bins").Check(kPositiveNumber);
 }
 
 }  // namespace tarnwick::cli

@@ -173,30 +173,30 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareFit(CLI::App& command, Action& action) {
+void DeclareFit(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   // --tolerance is the fit's; the distance of points, which rarely matters here, gets a longer name.
-  command.remove_option(command.get_option("--tolerance"));
+  command.Remove("--tolerance");
   command
-      .add_option("--x-tolerance", options->input.import.tolerance,
-                  "X distance within which two points are one")
-      ->group("Reading a text file")
-      ->check(NonNegativeNumber());
+      .Add("--x-tolerance", options->input.import.tolerance,
+           "X distance within which two points are one")
+      .Group("Reading a text file")
+      .Check(kNonNegativeNumber);
   AddDataset(command, options->dataset);
   AddFitModel(command, options->model);
-  command.add_flag("--all-points", options->all_points,
-                   "Every point between the margins enters, and every row of a text");
-  command.add_flag("--finish", options->finish,
-                   "A Newton-type run goes on from what another method found");
-  command.add_option("--level", options->level, "Level of intervals and bands (0.95)")
-      ->check(ProperFraction());
-  command.add_option("--bands", options->bands, "Confidence and prediction bands at this many X")
-      ->check(CLI::Range(2, 1000000));
-  command.add_option("--residuals", options->residuals,
-                     "Adds the residuals as a DataSet of this name to the saved graph");
-  command.add_option("--save-function", options->save_function,
-                     "Writes the model with the values found (.tfn)");
+  command.AddFlag("--all-points", options->all_points,
+                  "Every point between the margins enters, and every row of a text");
+  command.AddFlag("--finish", options->finish,
+                  "A Newton-type run goes on from what another method found");
+  command.Add("--level", options->level, "Level of intervals and bands (0.95)")
+      .Check(kProperFraction);
+  command.Add("--bands", options->bands, "Confidence and prediction bands at this many X")
+      .Between(2, 1000000);
+  command.Add("--residuals", options->residuals,
+              "Adds the residuals as a DataSet of this name to the saved graph");
+  command.Add("--save-function", options->save_function,
+              "Writes the model with the values found (.tfn)");
   AddSave(command, options->save);
   OnCommand(command, action, options, &Run);
 }
