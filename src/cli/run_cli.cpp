@@ -48,26 +48,19 @@ int RunAction(const Action& action, Output& output, std::ostream& out, std::ostr
 }  // namespace
 
 int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
-  CLI::App app("Tarnwick without a window: plots and analyses X-Y data from scripts.",
-               "tarnwick-cli");
-  app.set_version_flag("--version", "tarnwick-cli " + std::string(kVersion));
-  app.fallthrough();
+  OptionParser parser("Tarnwick without a window: plots and analyses X-Y data from scripts.",
+                      "tarnwick-cli", "tarnwick-cli " + std::string(kVersion));
   bool json = false;
-  app.add_flag("--json", json, "Answer with one JSON document");
+  parser.Everywhere().AddFlag("--json", json, "Answer with one JSON document");
 
   Action action;
   for (const CommandRow& row : Commands()) {
-    CLI::App& command = *app.add_subcommand(row.name, row.purpose);
+    Command command = parser.AddCommand(row.name, row.purpose);
     row.declare(command, action);
   }
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::Success& answer) {  // help or version was asked for
-    app.exit(answer, out, err);
-    return Finish(out, err);
-  } catch (const CLI::ParseError& error) {
-    return WrongUsage(err, error.what());
-  }
+  const Parsed parsed = parser.Parse(argc, argv, out, err);
+  if (parsed.kind == Parsed::Kind::Answered) return Finish(out, err);
+  if (parsed.kind == Parsed::Kind::WrongUsage) return WrongUsage(err, parsed.refusal);
   if (!action) return WrongUsage(err, "A command is required");
   Output output(out, err, json ? Output::Form::Document : Output::Form::Text);
   return RunAction(action, output, out, err);

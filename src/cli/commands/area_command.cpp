@@ -34,7 +34,7 @@ void RunTotal(const Options& options, Output& output) {
   }
 }
 
-void Declare(CLI::App& command, Action& action, void (*run)(const Options&, Output&)) {
+void Declare(Command& command, Action& action, void (*run)(const Options&, Output&)) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
@@ -43,10 +43,10 @@ void Declare(CLI::App& command, Action& action, void (*run)(const Options&, Outp
 
 }  // namespace
 
-void DeclareArea(CLI::App& command, Action& action) {
+void DeclareArea(Command& command, Action& action) {
   Declare(command, action, &RunArea);
 }
-void DeclareTotal(CLI::App& command, Action& action) {
+void DeclareTotal(Command& command, Action& action) {
   Declare(command, action, &RunTotal);
 }
 

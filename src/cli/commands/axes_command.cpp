@@ -65,12 +65,12 @@ void ApplySteps(TxyGraph& graph, const Options& options) {
 }
 
 Json AxisJson(const AxisName& name, const TAxis& axis) {
-  Json ticks = Json::array();
+  Json ticks = Json::Array();
   for (const Tick& tick : axis.Ticks()) {
     if (!tick.major) continue;
-    ticks.push_back({{"value", JsonNumber(tick.value)},
-                     {"pixel", axis.ValueToPixel(tick.value)},
-                     {"label", tick.label}});
+    ticks.Append({{"value", JsonNumber(tick.value)},
+                  {"pixel", axis.ValueToPixel(tick.value)},
+                  {"label", tick.label}});
   }
   return {{"name", name.shown},
           {"min", JsonNumber(axis.Min())},
@@ -129,31 +129,25 @@ void Run(const Options& options, Output& output) {
     PrintText(graph, options, output.Text());
     return;
   }
-  Json axes = Json::array();
-  for (const AxisName& name : kAxes) axes.push_back(AxisJson(name, graph.Axis(name.id)));
-  Json pixels = Json::array();
-  for (const std::string& text : options.pixels) pixels.push_back(PixelJson(graph, text));
+  Json axes = Json::Array();
+  for (const AxisName& name : kAxes) axes.Append(AxisJson(name, graph.Axis(name.id)));
+  Json pixels = Json::Array();
+  for (const std::string& text : options.pixels) pixels.Append(PixelJson(graph, text));
   output.Document({{"axes", std::move(axes)}, {"pixels", std::move(pixels)}});
 }
 
 }  // namespace
 
-void DeclareAxes(CLI::App& command, Action& action) {
+void DeclareAxes(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
-  command.add_option("--size", options->size, "Client size in pixels, WxH");
-  command.add_option("--log", options->log_axes, "Make an axis logarithmic: x, y or y2")
-      ->take_all()
-      ->expected(1);
-  command
-      .add_option("--time", options->time_axes, "Make an axis a time axis: AXIS=TYPE, TYPE 0 to 12")
-      ->take_all()
-      ->expected(1);
-  command.add_option("--min-steps", options->min_steps, "Fewest steps shown");
-  command.add_option("--max-steps", options->max_steps, "Most steps shown");
-  command.add_option("--pixel", options->pixels, "Data values X,Y to answer in pixels")
-      ->take_all()
-      ->expected(1);
+  command.Add("--size", options->size, "Client size in pixels, WxH");
+  command.Add("--log", options->log_axes, "Make an axis logarithmic: x, y or y2").Repeated();
+  command.Add("--time", options->time_axes, "Make an axis a time axis: AXIS=TYPE, TYPE 0 to 12")
+      .Repeated();
+  command.Add("--min-steps", options->min_steps, "Fewest steps shown");
+  command.Add("--max-steps", options->max_steps, "Most steps shown");
+  command.Add("--pixel", options->pixels, "Data values X,Y to answer in pixels").Repeated();
   OnCommand(command, action, options, &Run);
 }
 

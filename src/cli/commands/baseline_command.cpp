@@ -72,29 +72,29 @@ void RunShift(const ShiftOptions& options, Output& output) {
   PrintSaved(options.save, output);
 }
 
-void AddWantedSave(CLI::App& command, SaveArguments& arguments) {
+void AddWantedSave(Command& command, SaveArguments& arguments) {
   AddSave(command, arguments);
-  command.get_option("-o")->required();
+  command.Find("-o").Required();
 }
 
 }  // namespace
 
-void DeclareBaseline(CLI::App& command, Action& action) {
+void DeclareBaseline(Command& command, Action& action) {
   auto options = std::make_shared<BaselineOptions>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
-  command.add_option("--offset", options->offset, "Value of the base line at X = 0");
-  command.add_option("--slope", options->slope, "Slope of the base line");
-  command.add_option("--mark", options->mark, "ID of a horizontal or line mark to take it from");
+  command.Add("--offset", options->offset, "Value of the base line at X = 0");
+  command.Add("--slope", options->slope, "Slope of the base line");
+  command.Add("--mark", options->mark, "ID of a horizontal or line mark to take it from");
   AddWantedSave(command, options->save);
   OnCommand(command, action, options, &RunBaseline);
 }
 
-void DeclareShift(CLI::App& command, Action& action) {
+void DeclareShift(Command& command, Action& action) {
   auto options = std::make_shared<ShiftOptions>();
   AddInput(command, options->input);
-  command.add_option("--by", options->by, "Added to every X, of DataSets and marks");
-  command.add_option("--mark", options->mark, "ID of a vertical mark that shall stand at X = 0");
+  command.Add("--by", options->by, "Added to every X, of DataSets and marks");
+  command.Add("--mark", options->mark, "ID of a vertical mark that shall stand at X = 0");
   AddWantedSave(command, options->save);
   OnCommand(command, action, options, &RunShift);
 }

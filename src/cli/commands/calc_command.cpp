@@ -47,11 +47,11 @@ void RunCalc(const Options& options, Output& output) {
     const auto [name, value] = ReadVariable(text);
     parser.DefineVariable(name, &values.emplace_back(value));
   }
-  Json results = Json::array();
+  Json results = Json::Array();
   std::string lines;
   for (const std::string& expression : options.expressions) {
     const double value = Calculate(parser, expression);
-    results.push_back({{"expression", expression}, {"value", JsonNumber(value)}});
+    results.Append({{"expression", expression}, {"value", JsonNumber(value)}});
     lines += ShortestText(value) + '\n';
   }
   if (output.IsJson()) {
@@ -63,17 +63,16 @@ void RunCalc(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareCalc(CLI::App& command, Action& action) {
+void DeclareCalc(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
-  command.add_option("-v,--variable", options->variables, "NAME=VALUE; repeat for several")
-      ->take_all()
-      ->expected(1)
-      ->allow_extra_args(false)
-      ->type_name("NAME=VALUE");
+  command.Add("-v,--variable", options->variables, "NAME=VALUE; repeat for several")
+      .Repeated()
+      .OneValueEach()
+      .ValueName("NAME=VALUE");
   command
-      .add_option("EXPRESSION", options->expressions,
-                  "Computed in order, one value a line; y:=3 keeps y for what follows")
-      ->required();
+      .Add("EXPRESSION", options->expressions,
+           "Computed in order, one value a line; y:=3 keeps y for what follows")
+      .Required();
   OnCommand(command, action, options, &RunCalc);
 }
 

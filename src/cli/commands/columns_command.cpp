@@ -10,8 +10,8 @@ namespace tarnwick::cli {
 namespace {
 
 Json ColumnJson(const ColumnSummary& column) {
-  Json values = Json::array();
-  for (const std::optional<double>& value : column.values) values.push_back(JsonNumber(value));
+  Json values = Json::Array();
+  for (const std::optional<double>& value : column.values) values.Append(JsonNumber(value));
   return {{"index", column.index}, {"name", column.name}, {"values", std::move(values)}};
 }
 
@@ -36,8 +36,8 @@ void Run(const InputArguments& arguments, Output& output) {
     PrintText(summary, output.Text());
     return;
   }
-  Json columns = Json::array();
-  for (const ColumnSummary& column : summary.columns) columns.push_back(ColumnJson(column));
+  Json columns = Json::Array();
+  for (const ColumnSummary& column : summary.columns) columns.Append(ColumnJson(column));
   output.Document({{"rows", summary.rows},
                    {"skipped", summary.skipped},
                    {"names_line", summary.names_line},
@@ -46,7 +46,7 @@ void Run(const InputArguments& arguments, Output& output) {
 
 }  // namespace
 
-void DeclareColumns(CLI::App& command, Action& action) {
+void DeclareColumns(Command& command, Action& action) {
   auto arguments = std::make_shared<InputArguments>();
   AddInput(command, *arguments);
   OnCommand(command, action, arguments, &Run);

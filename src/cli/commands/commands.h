@@ -5,26 +5,26 @@
 
 namespace tarnwick::cli {
 
-void DeclareCalc(CLI::App& command, Action& action);
-void DeclareFunctions(CLI::App& command, Action& action);
-void DeclareImport(CLI::App& command, Action& action);
-void DeclareColumns(CLI::App& command, Action& action);
-void DeclareInfo(CLI::App& command, Action& action);
-void DeclarePoints(CLI::App& command, Action& action);
-void DeclareStats(CLI::App& command, Action& action);
-void DeclareRegress(CLI::App& command, Action& action);
-void DeclareIntegrate(CLI::App& command, Action& action);
-void DeclareSum(CLI::App& command, Action& action);
-void DeclareHistogram(CLI::App& command, Action& action);
-void DeclareDifferentiate(CLI::App& command, Action& action);
-void DeclareArea(CLI::App& command, Action& action);
-void DeclareTotal(CLI::App& command, Action& action);
-void DeclareBaseline(CLI::App& command, Action& action);
-void DeclareShift(CLI::App& command, Action& action);
-void DeclareFit(CLI::App& command, Action& action);
-void DeclareAxes(CLI::App& command, Action& action);
-void DeclareReport(CLI::App& command, Action& action);
-void DeclareRender(CLI::App& command, Action& action);
-void DeclareConvert(CLI::App& command, Action& action);
+void DeclareCalc(Command& command, Action& action);
+void DeclareFunctions(Command& command, Action& action);
+void DeclareImport(Command& command, Action& action);
+void DeclareColumns(Command& command, Action& action);
+void DeclareInfo(Command& command, Action& action);
+void DeclarePoints(Command& command, Action& action);
+void DeclareStats(Command& command, Action& action);
+void DeclareRegress(Command& command, Action& action);
+void DeclareIntegrate(Command& command, Action& action);
+void DeclareSum(Command& command, Action& action);
+void DeclareHistogram(Command& command, Action& action);
+void DeclareDifferentiate(Command& command, Action& action);
+void DeclareArea(Command& command, Action& action);
+void DeclareTotal(Command& command, Action& action);
+void DeclareBaseline(Command& command, Action& action);
+void DeclareShift(Command& command, Action& action);
+void DeclareFit(Command& command, Action& action);
+void DeclareAxes(Command& command, Action& action);
+void DeclareReport(Command& command, Action& action);
+void DeclareRender(Command& command, Action& action);
+void DeclareConvert(Command& command, Action& action);
 
 }  // namespace tarnwick::cli

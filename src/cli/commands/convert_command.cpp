@@ -47,13 +47,13 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareConvert(CLI::App& command, Action& action) {
+void DeclareConvert(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
-  command.add_option("OUT", options->save.file, "The new file, its kind by extension")->required();
-  command.add_flag("--overwrite", options->save.overwrite, "Replace the file if it exists");
-  command.add_flag("--text-mode", options->text_mode,
-                   "Write graph and function files with readable keys and values; to - too");
+  command.Add("OUT", options->save.file, "The new file, its kind by extension").Required();
+  command.AddFlag("--overwrite", options->save.overwrite, "Replace the file if it exists");
+  command.AddFlag("--text-mode", options->text_mode,
+                  "Write graph and function files with readable keys and values; to - too");
   AddDataset(command, options->dataset);
   OnCommand(command, action, options, &Run);
 }

@@ -39,16 +39,16 @@ void Run(const Options& options, Output& output) {
   PrintSaved(options.save, output);
 }
 
-std::shared_ptr<Options> Declare(CLI::App& command, Action& action,
+std::shared_ptr<Options> Declare(Command& command, Action& action,
                                  void (*run)(const Options&, Output&)) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
-  command.add_option("--name", options->name, "Name of the new DataSet");
-  command.add_option("--axis", options->axis, "Y axis of the new DataSet: main or second")
-      ->check(CLI::IsMember({"main", "second"}));
-  command.add_flag("--hide-source", options->hide_source,
-                   "The DataSet it is computed from is no longer drawn");
+  command.Add("--name", options->name, "Name of the new DataSet");
+  command.Add("--axis", options->axis, "Y axis of the new DataSet: main or second")
+      .OneOf({"main", "second"});
+  command.AddFlag("--hide-source", options->hide_source,
+                  "The DataSet it is computed from is no longer drawn");
   AddSave(command, options->save);
   OnCommand(command, action, options, run);
   return options;
@@ -56,19 +56,19 @@ std::shared_ptr<Options> Declare(CLI::App& command, Action& action,
 
 }  // namespace
 
-void DeclareIntegrate(CLI::App& command, Action& action) {
+void DeclareIntegrate(Command& command, Action& action) {
   Declare(command, action, &Run<DerivedKind::Integral>);
 }
-void DeclareSum(CLI::App& command, Action& action) {
+void DeclareSum(Command& command, Action& action) {
   Declare(command, action, &Run<DerivedKind::RunningSum>);
 }
-void DeclareDifferentiate(CLI::App& command, Action& action) {
+void DeclareDifferentiate(Command& command, Action& action) {
   Declare(command, action, &Run<DerivedKind::Derivative>);
 }
 
-void DeclareHistogram(CLI::App& command, Action& action) {
+void DeclareHistogram(Command& command, Action& action) {
   const std::shared_ptr<Options> options = Declare(command, action, &Run<DerivedKind::Histogram>);
-  command.add_option("--bins", options->bins, "Number of bins")->check(PositiveNumber());
+  command.Add("--bins", options->bins, "Number of bins").Check(kPositiveNumber);
 }
 
 }  // namespace tarnwick::cli

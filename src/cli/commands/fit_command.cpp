@@ -201,40 +201,39 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareFit(CLI::App& command, Action& action) {
+void DeclareFit(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   // --tolerance is the fit's; the distance of points, which rarely matters here, gets a longer name.
-  command.remove_option(command.get_option("--tolerance"));
+  command.Remove("--tolerance");
   command
-      .add_option("--x-tolerance", options->input.import.tolerance,
-                  "X distance within which two points are one")
-      ->group("Reading a text file")
-      ->check(NonNegativeNumber());
+      .Add("--x-tolerance", options->input.import.tolerance,
+           "X distance within which two points are one")
+      .Group("Reading a text file")
+      .Check(kNonNegativeNumber);
   AddDataset(command, options->dataset);
   AddFitModel(command, options->model);
-  command.add_flag("--all-points", options->all_points,
-                   "Every point between the margins enters, and every row of a text");
-  command.add_flag("--finish", options->finish,
-                   "A Newton-type run goes on from what another method found");
-  command.add_option("--level", options->level, "Level of intervals and bands (0.95)")
-      ->check(ProperFraction());
-  command.add_option("--bands", options->bands, "Confidence and prediction bands at this many X")
-      ->check(CLI::Range(2, 1000000));
+  command.AddFlag("--all-points", options->all_points,
+                  "Every point between the margins enters, and every row of a text");
+  command.AddFlag("--finish", options->finish,
+                  "A Newton-type run goes on from what another method found");
+  command.Add("--level", options->level, "Level of intervals and bands (0.95)")
+      .Check(kProperFraction);
+  command.Add("--bands", options->bands, "Confidence and prediction bands at this many X")
+      .Between(2, 1000000);
   command
-      .add_option("--residuals", options->residuals,
-                  "Adds the residuals to the saved graph, as a DataSet of this name")
-      ->expected(0, 1)
-      ->default_str(kNamedAfterSource)
-      ->type_name("NAME");
-  command.add_flag("--band-curves", options->band_curves,
-                   "Adds the bands to the saved graph, as DataSets");
-  command.add_flag("--print", options->print,
-                   "Prints the parameters on the saved graph, with their errors");
-  command.add_option("--size", options->size,
-                     "Size of the picture that scales and printed parameters are for, WxH");
-  command.add_option("--save-function", options->save_function,
-                     "Writes the model with the values found (.tfn)");
+      .Add("--residuals", options->residuals,
+           "Adds the residuals to the saved graph, as a DataSet of this name")
+      .MayStandAlone(kNamedAfterSource)
+      .ValueName("NAME");
+  command.AddFlag("--band-curves", options->band_curves,
+                  "Adds the bands to the saved graph, as DataSets");
+  command.AddFlag("--print", options->print,
+                  "Prints the parameters on the saved graph, with their errors");
+  command.Add("--size", options->size,
+              "Size of the picture that scales and printed parameters are for, WxH");
+  command.Add("--save-function", options->save_function,
+              "Writes the model with the values found (.tfn)");
   AddSave(command, options->save);
   OnCommand(command, action, options, &Run);
 }

@@ -47,11 +47,11 @@ Json FigureJson(const FitFigure& figure) {
 // --- the document
 
 Json SquareJson(const std::vector<double>& numbers, std::size_t width) {
-  Json rows = Json::array();
+  Json rows = Json::Array();
   for (std::size_t i = 0; i + width <= numbers.size() && width > 0; i += width) {
-    Json row = Json::array();
-    for (std::size_t j = 0; j < width; ++j) row.push_back(JsonNumber(numbers[i + j]));
-    rows.push_back(row);
+    Json row = Json::Array();
+    for (std::size_t j = 0; j < width; ++j) row.Append(JsonNumber(numbers[i + j]));
+    rows.Append(row);
   }
   return rows;
 }
@@ -59,7 +59,7 @@ Json SquareJson(const std::vector<double>& numbers, std::size_t width) {
 Json ParametersJson(const FitAnswer& answer) {
   const double quantile =
       StudentQuantile(answer.result.statistics.degrees_of_freedom, answer.level);
-  Json parameters = Json::array();
+  Json parameters = Json::Array();
   for (const FittedParameter& line : FittedParameters(answer.model, answer.result)) {
     Json parameter = {{"name", line.settings.Name},
                       {"value", JsonNumber(line.settings.Value)},
@@ -69,37 +69,36 @@ Json ParametersJson(const FitAnswer& answer) {
       parameter["lower"] = JsonNumber(line.settings.Value - quantile * line.error);
       parameter["upper"] = JsonNumber(line.settings.Value + quantile * line.error);
     }
-    parameters.push_back(parameter);
+    parameters.Append(parameter);
   }
   return parameters;
 }
 
 Json NamesJson(const FitResult& result, const std::vector<std::int32_t>& which) {
-  Json names = Json::array();
-  for (const std::int32_t i : which) names.push_back(result.names.at(static_cast<std::size_t>(i)));
+  Json names = Json::Array();
+  for (const std::int32_t i : which) names.Append(result.names.at(static_cast<std::size_t>(i)));
   return names;
 }
 
 Json SingularJson(const FitResult& result) {
-  Json directions = Json::array();
+  Json directions = Json::Array();
   for (const SingularDirection& direction : result.singular_directions) {
-    directions.push_back(
-        {{"parameters", NamesJson(result, direction.parameters)},
-         {"relative_singular_value", JsonNumber(direction.relative_singular_value)}});
+    directions.Append({{"parameters", NamesJson(result, direction.parameters)},
+                       {"relative_singular_value", JsonNumber(direction.relative_singular_value)}});
   }
   return directions;
 }
 
 Json BandsJson(const FitAnswer& answer) {
-  Json bands = Json::array();
+  Json bands = Json::Array();
   const FitBands& band = answer.bands;
   for (std::size_t i = 0; i < answer.band_x.size(); ++i) {
-    bands.push_back({{"x", JsonNumber(answer.band_x[i])},
-                     {"value", JsonNumber(band.value[i])},
-                     {"confidence_lower", JsonNumber(band.value[i] - band.confidence[i])},
-                     {"confidence_upper", JsonNumber(band.value[i] + band.confidence[i])},
-                     {"prediction_lower", JsonNumber(band.value[i] - band.prediction[i])},
-                     {"prediction_upper", JsonNumber(band.value[i] + band.prediction[i])}});
+    bands.Append({{"x", JsonNumber(answer.band_x[i])},
+                  {"value", JsonNumber(band.value[i])},
+                  {"confidence_lower", JsonNumber(band.value[i] - band.confidence[i])},
+                  {"confidence_upper", JsonNumber(band.value[i] + band.confidence[i])},
+                  {"prediction_lower", JsonNumber(band.value[i] - band.prediction[i])},
+                  {"prediction_upper", JsonNumber(band.value[i] + band.prediction[i])}});
   }
   return bands;
 }

@@ -19,8 +19,8 @@ Json AsJson(const BuiltinWord& word) {
 
 void RunFunctions(const Options& /*options*/, Output& output) {
   if (output.IsJson()) {
-    Json functions = Json::array();
-    for (const BuiltinWord& word : BuiltinWords()) functions.push_back(AsJson(word));
+    Json functions = Json::Array();
+    for (const BuiltinWord& word : BuiltinWords()) functions.Append(AsJson(word));
     output.Document({{"functions", functions}});
     return;
   }
@@ -36,7 +36,7 @@ void RunFunctions(const Options& /*options*/, Output& output) {
 
 }  // namespace
 
-void DeclareFunctions(CLI::App& command, Action& action) {
+void DeclareFunctions(Command& command, Action& action) {
   OnCommand(command, action, std::make_shared<Options>(), &RunFunctions);
 }
 

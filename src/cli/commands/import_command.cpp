@@ -26,7 +26,7 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareImport(CLI::App& command, Action& action) {
+void DeclareImport(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddSave(command, options->save);

@@ -19,7 +19,7 @@ void Run(const InputArguments& arguments, Output& output) {
 
 }  // namespace
 
-void DeclareInfo(CLI::App& command, Action& action) {
+void DeclareInfo(Command& command, Action& action) {
   auto arguments = std::make_shared<InputArguments>();
   AddInput(command, *arguments);
   OnCommand(command, action, arguments, &Run);

@@ -51,7 +51,7 @@ Json ValueJson(const FieldValue& value) {
 
 template <class Owner>
 Json TableJson(FieldTable<Owner> table, const Owner& owner) {
-  Json object = Json::object();
+  Json object = Json::Object();
   VisitFields<Owner>(
       table, owner, [&](const FieldView& field) { object[KeyOf(field)] = ValueJson(field.value); });
   return object;
@@ -63,7 +63,7 @@ bool IsSourceKey(int number) {
 }
 
 Json SourceJson(const TDataSeries& series) {
-  Json object = Json::object();
+  Json object = Json::Object();
   VisitFields<TDataSeries>(DataSeriesFields(), series, [&](const FieldView& field) {
     if (IsSourceKey(field.number)) object[KeyOf(field)] = ValueJson(field.value);
   });
@@ -103,34 +103,36 @@ Json DataSetJson(const TSeries& series) {
           {"fit", FitJson(series.Fit().Settings())}};
 }
 
+std::string Indent(int depth) {
+  return std::string(static_cast<std::size_t>(depth) * 2, ' ');
+}
+
 void PrintValue(const Json& value, int depth, std::ostream& out);
 
-void PrintObject(const Json& object, int depth, std::ostream& out) {
-  for (const auto& [key, value] : object.items()) {
-    out << std::string(static_cast<std::size_t>(depth) * 2, ' ') << key << ':';
+void PrintMembers(const Json& object, int depth, std::ostream& out) {
+  for (const auto& [key, value] : std::get<Json::Members>(object.Get())) {
+    out << Indent(depth) << key << ':';
     PrintValue(value, depth + 1, out);
   }
 }
 
+void PrintItems(const Json::Items& items, int depth, std::ostream& out) {
+  out << (items.empty() ? " none\n" : "\n");
+  int number = 0;
+  for (const Json& item : items) {
+    out << Indent(depth) << '[' << ++number << "]\n";
+    PrintMembers(item, depth + 1, out);
+  }
+}
+
 void PrintValue(const Json& value, int depth, std::ostream& out) {
-  if (value.is_object()) {
+  if (std::holds_alternative<Json::Members>(value.Get())) {
     out << '\n';
-    PrintObject(value, depth, out);
-  } else if (value.is_array()) {
-    out << (value.empty() ? " none\n" : "\n");
-    int number = 0;
-    for (const Json& item : value) {
-      out << std::string(static_cast<std::size_t>(depth) * 2, ' ') << '[' << ++number << "]\n";
-      PrintObject(item, depth + 1, out);
-    }
-  } else if (value.is_number_float()) {
-    out << ' ' << ShortestText(value.get<double>()) << '\n';
-  } else if (value.is_string()) {
-    out << ' ' << value.get_ref<const std::string&>() << '\n';
-  } else if (value.is_null()) {
-    out << " NaN\n";
+    PrintMembers(value, depth, out);
+  } else if (const auto* items = std::get_if<Json::Items>(&value.Get())) {
+    PrintItems(*items, depth, out);
   } else {
-    out << ' ' << value << '\n';
+    out << ' ' << PlainText(value, "NaN") << '\n';
   }
 }
 
@@ -138,26 +140,26 @@ void Print(const Json& document, Output& output) {
   if (output.IsJson()) {
     output.Document(document);
   } else {
-    PrintObject(document, 0, output.Text());
+    PrintMembers(document, 0, output.Text());
   }
 }
 
 }  // namespace
 
 Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports) {
-  Json axes = Json::array();
+  Json axes = Json::Array();
   for (const AxisId id : {AxisId::X, AxisId::Y, AxisId::Y2}) {
-    axes.push_back(TableJson<AxisState>(AxisFields(), graph.Axis(id).State()));
+    axes.Append(TableJson<AxisState>(AxisFields(), graph.Axis(id).State()));
   }
-  Json datasets = Json::array();
+  Json datasets = Json::Array();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    datasets.push_back(DataSetJson(graph.Series(i)));
-    if (i < reports.size()) datasets.back()["import"] = SkippedJson(reports[i]);
+    Json& dataset = datasets.Append(DataSetJson(graph.Series(i)));
+    if (i < reports.size()) dataset["import"] = SkippedJson(reports[i]);
   }
-  Json marks = Json::array();
-  for (const Mark& mark : graph.Marks().All()) marks.push_back(TableJson<Mark>(MarkFields(), mark));
-  Json children = Json::array();
-  for (const auto& child : graph.Children()) children.push_back(InfoJson(*child, {}));
+  Json marks = Json::Array();
+  for (const Mark& mark : graph.Marks().All()) marks.Append(TableJson<Mark>(MarkFields(), mark));
+  Json children = Json::Array();
+  for (const auto& child : graph.Children()) children.Append(InfoJson(*child, {}));
   return {{"kind", "graph"},
           {"version", kGraphMagic},
           {"title", graph.GetAppearance().title_of_graph},

@@ -23,11 +23,11 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclarePoints(CLI::App& command, Action& action) {
+void DeclarePoints(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
-  command.add_flag("--curve", options->curve, "The regression curve instead of the points");
+  command.AddFlag("--curve", options->curve, "The regression curve instead of the points");
   OnCommand(command, action, options, &Run);
 }
 

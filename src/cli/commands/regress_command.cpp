@@ -39,20 +39,19 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareRegress(CLI::App& command, Action& action) {
+void DeclareRegress(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
   command
-      .add_option("--type", options->type,
-                  "0 none, 1 parabola, 2 robust line, 3 line, 4 spline, 5 smoother, "
-                  "6 exponential smoothing, 7 running average")
-      ->required()
-      ->check(CLI::Range(0, 7));
-  command.add_option("--steps", options->steps, "Steps of the curve (types 4, 5)");
-  command
-      .add_option("--alpha", options->alpha, "Smoothing factor (6), 1/window (7), end slope (4)")
-      ->check(FiniteNumber());
+      .Add("--type", options->type,
+           "0 none, 1 parabola, 2 robust line, 3 line, 4 spline, 5 smoother, "
+           "6 exponential smoothing, 7 running average")
+      .Required()
+      .Between(0, 7);
+  command.Add("--steps", options->steps, "Steps of the curve (types 4, 5)");
+  command.Add("--alpha", options->alpha, "Smoothing factor (6), 1/window (7), end slope (4)")
+      .Check(kFiniteNumber);
   AddSave(command, options->save);
   OnCommand(command, action, options, &Run);
 }

@@ -57,14 +57,14 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareRender(CLI::App& command, Action& action) {
+void DeclareRender(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddSave(command, options->save);
-  command.get_option("--output")->required();
-  command.add_option("--size", options->size, "Size in pixels, WxH, or in millimetres, WxHmm");
-  command.add_option("--dpi", options->dpi, "Dots per inch: how large texts and lines are")
-      ->check(CLI::Range(10, 2400));
+  command.Find("--output").Required();
+  command.Add("--size", options->size, "Size in pixels, WxH, or in millimetres, WxHmm");
+  command.Add("--dpi", options->dpi, "Dots per inch: how large texts and lines are")
+      .Between(10, 2400);
   OnCommand(command, action, options, &Run);
 }
 

@@ -49,11 +49,11 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareReport(CLI::App& command, Action& action) {
+void DeclareReport(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
-  command.add_flag("--settings", options->settings, "The short settings text");
+  command.AddFlag("--settings", options->settings, "The short settings text");
   OnCommand(command, action, options, &Run);
 }
 

@@ -39,18 +39,9 @@ void AddExtremes(const TDataSeries& series, Json& document) {
 }
 
 void PrintText(const Json& document, std::ostream& out) {
-  for (const auto& [key, value] : document.items()) {
-    if (value.is_null()) continue;
-    if (value.is_string() && value.get_ref<const std::string&>().empty()) continue;
-    out << key << ": ";
-    if (value.is_number_float()) {
-      out << ShortestText(value.get<double>());
-    } else if (value.is_string()) {
-      out << value.get_ref<const std::string&>();
-    } else {
-      out << value;
-    }
-    out << '\n';
+  for (const auto& [key, value] : std::get<Json::Members>(document.Get())) {
+    const std::string text = PlainText(value, "");
+    if (!text.empty()) out << key << ": " << text << '\n';
   }
 }
 
@@ -68,11 +59,11 @@ void Run(const Options& options, Output& output) {
 
 }  // namespace
 
-void DeclareStats(CLI::App& command, Action& action) {
+void DeclareStats(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
-  command.add_option("--of", options->of, "Which values: x or y")->check(CLI::IsMember({"x", "y"}));
+  command.Add("--of", options->of, "Which values: x or y").OneOf({"x", "y"});
   OnCommand(command, action, options, &Run);
 }
 

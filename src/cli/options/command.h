@@ -2,13 +2,12 @@
 // options. A new command is one file and one row of the table.
 #pragma once
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 #include <functional>
+#include <memory>
 #include <span>
-#include <string>
+#include <stdexcept>
 
+#include "cli/options/option_parser.h"
 #include "cli/output/output.h"
 
 namespace tarnwick::cli {
@@ -20,7 +19,7 @@ struct CommandRow {
   const char* name;
   const char* purpose;
   /// Declares options on `command` and arranges that parsing it stores the work in `action`.
-  void (*declare)(CLI::App& command, Action& action);
+  void (*declare)(Command& command, Action& action);
 };
 
 std::span<const CommandRow> Commands();
@@ -33,9 +32,9 @@ class UsageError : public std::runtime_error {
 
 /// Declares a command's work: `options` lives as long as the parser, `run` gets them when the command was named.
 template <class Options>
-void OnCommand(CLI::App& command, Action& action, std::shared_ptr<Options> options,
+void OnCommand(Command& command, Action& action, std::shared_ptr<Options> options,
                void (*run)(const Options&, Output&)) {
-  command.callback([&action, options, run] {
+  command.OnParsed([&action, options, run] {
     action = [options, run](Output& output) { run(*options, output); };
   });
 }

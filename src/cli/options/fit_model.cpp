@@ -105,47 +105,41 @@ FitSettings BaseModel(const FitModelArguments& arguments, const FitSettings& own
 
 }  // namespace
 
-void AddFitModel(CLI::App& command, FitModelArguments& arguments) {
+void AddFitModel(Command& command, FitModelArguments& arguments) {
   const char* group = "The model";
-  CLI::Option* const function =
-      command.add_option("--function", arguments.function, "Fitting-function file (.tfn)")
-          ->group(group);
+  const Option function =
+      command.Add("--function", arguments.function, "Fitting-function file (.tfn)").Group(group);
   command
-      .add_option("--expression", arguments.expression,
-                  "Expression in x and parameters; without either the DataSet's own model")
-      ->group(group)
-      ->excludes(function);
+      .Add("--expression", arguments.expression,
+           "Expression in x and parameters; without either the DataSet's own model")
+      .Group(group)
+      .Excludes(function);
   command
-      .add_option("--parameter", arguments.parameters,
-                  "NAME=VALUE where it starts; repeat. VALUE:fixed is not varied")
-      ->group(group)
-      ->take_all()
-      ->expected(1)
-      ->allow_extra_args(false)
-      ->type_name("NAME=VALUE");
+      .Add("--parameter", arguments.parameters,
+           "NAME=VALUE where it starts; repeat. VALUE:fixed is not varied")
+      .Group(group)
+      .Repeated()
+      .OneValueEach()
+      .ValueName("NAME=VALUE");
   std::vector<std::string> names;
   names.reserve(kMethods.size());
   for (const Method& method : kMethods) names.emplace_back(method.name);
-  command.add_option("--method", arguments.method, "How the sum of squares is minimised")
-      ->group(group)
-      ->check(CLI::IsMember(names));
-  command.add_option("--left", arguments.left, "Smallest X that enters")->group(group);
-  command.add_option("--right", arguments.right, "X from which on points are left out")
-      ->group(group);
+  command.Add("--method", arguments.method, "How the sum of squares is minimised")
+      .Group(group)
+      .OneOf(names);
+  command.Add("--left", arguments.left, "Smallest X that enters").Group(group);
+  command.Add("--right", arguments.right, "X from which on points are left out").Group(group);
+  command.Add("--points", arguments.points, "About how many points enter (the model's, or 150)")
+      .Group(group)
+      .Check(kPositiveNumber);
+  command.Add("--tolerance", arguments.tolerance, "Convergence tolerance (the model's, or 3E-8)")
+      .Group(group)
+      .Check(kPositiveNumber);
   command
-      .add_option("--points", arguments.points, "About how many points enter (the model's, or 150)")
-      ->group(group)
-      ->check(PositiveNumber());
-  command
-      .add_option("--tolerance", arguments.tolerance,
-                  "Convergence tolerance (the model's, or 3E-8)")
-      ->group(group)
-      ->check(PositiveNumber());
-  command
-      .add_option("--max-iterations", arguments.max_iterations,
-                  "Limit of iterations (the model's, or 200)")
-      ->group(group)
-      ->check(PositiveNumber());
+      .Add("--max-iterations", arguments.max_iterations,
+           "Limit of iterations (the model's, or 200)")
+      .Group(group)
+      .Check(kPositiveNumber);
 }
 
 FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own) {

@@ -2,7 +2,6 @@
 // no points.
 #pragma once
 
-#include <CLI/App.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +9,8 @@
 #include "fit/model/fit_settings.h"
 
 namespace tarnwick::cli {
+
+class Command;
 
 struct FitModelArguments {
   std::string function;
@@ -23,7 +24,7 @@ struct FitModelArguments {
   std::optional<int> max_iterations;
 };
 
-void AddFitModel(CLI::App& command, FitModelArguments& arguments);
+void AddFitModel(Command& command, FitModelArguments& arguments);
 
 /// `own` is the model of the DataSet. Throws UsageError when no model is named or a parameter means nothing, and what
 /// LoadFitFunction throws.

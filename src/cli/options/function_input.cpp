@@ -30,10 +30,10 @@ bool IsFitFunctionFile(const std::string& file) {
 }
 
 Json FitJson(const FitSettings& fit) {
-  Json parameters = Json::array();
-  for (const ParameterSettings& one : fit.parameters) parameters.push_back(ParameterJson(one));
-  Json templates = Json::array();
-  for (const TemplateSettings& one : fit.templates) templates.push_back(TemplateJson(one));
+  Json parameters = Json::Array();
+  for (const ParameterSettings& one : fit.parameters) parameters.Append(ParameterJson(one));
+  Json templates = Json::Array();
+  for (const TemplateSettings& one : fit.templates) templates.Append(TemplateJson(one));
   return {{"Status", static_cast<int>(fit.Status)},
           {"XVarName", fit.XVarName},
           {"Expression", fit.Expression},

@@ -78,51 +78,42 @@ std::optional<std::int32_t> SamplingNamed(const std::string& text) {
 
 }  // namespace
 
-void AddImportOptions(CLI::App& command, ImportArguments& arguments) {
+void AddImportOptions(Command& command, ImportArguments& arguments) {
   const char* group = "Reading a text file";
-  command.add_option("--x", arguments.x_column, "Column of X: a name, or #N from 0")->group(group);
-  command.add_option("--y", arguments.y_columns, "Column of Y; repeat for several DataSets")
-      ->group(group)
-      ->take_all()
-      ->expected(1);
-  command.add_option("--headers", arguments.headers, "Lines before the first row")
-      ->group(group)
-      ->check(NonNegativeNumber());
+  command.Add("--x", arguments.x_column, "Column of X: a name, or #N from 0").Group(group);
+  command.Add("--y", arguments.y_columns, "Column of Y; repeat for several DataSets")
+      .Group(group)
+      .Repeated();
+  command.Add("--headers", arguments.headers, "Lines before the first row")
+      .Group(group)
+      .Check(kNonNegativeNumber);
+  command.Add("--separators", arguments.separators, "Characters between columns, \\t is the tab")
+      .Group(group);
+  command.Add("--markers", arguments.markers, "Characters that quote a column").Group(group);
   command
-      .add_option("--separators", arguments.separators,
-                  "Characters between columns, \\t is the tab")
-      ->group(group);
-  command.add_option("--markers", arguments.markers, "Characters that quote a column")
-      ->group(group);
+      .AddChoice("--merge-separators,!--no-merge-separators", arguments.merge_separators,
+                 "A run of separators counts as one, or each counts")
+      .Group(group);
+  command.Add("--width", arguments.width, "Columns of this many characters instead of separators")
+      .Group(group)
+      .Check(kPositiveNumber);
+  command.Add("--rows", arguments.rows, "Which rows: MODE[,V1[,V2]]").Group(group);
+  command.Add("--every", arguments.every, "Take one row of N, or auto").Group(group);
   command
-      .add_flag_function(
-          "--merge-separators,!--no-merge-separators",
-          [&arguments](std::int64_t count) { arguments.merge_separators = count > 0; },
-          "A run of separators counts as one, or each counts")
-      ->group(group);
+      .Add("--x-format", arguments.x_format,
+           "auto, number, comma, date, day-first, month-first or thousands")
+      .Group(group);
+  command.Add("--y-format", arguments.y_format, "The same for Y").Group(group);
   command
-      .add_option("--width", arguments.width,
-                  "Columns of this many characters instead of separators")
-      ->group(group)
-      ->check(PositiveNumber());
-  command.add_option("--rows", arguments.rows, "Which rows: MODE[,V1[,V2]]")->group(group);
-  command.add_option("--every", arguments.every, "Take one row of N, or auto")->group(group);
-  command
-      .add_option("--x-format", arguments.x_format,
-                  "auto, number, comma, date, day-first, month-first or thousands")
-      ->group(group);
-  command.add_option("--y-format", arguments.y_format, "The same for Y")->group(group);
-  command
-      .add_option("--x-expr", arguments.x_expression,
-                  "What becomes of X: an expression in the row's X, Y and columns")
-      ->group(group);
-  command.add_option("--y-expr", arguments.y_expression, "The same for Y")->group(group);
-  command
-      .add_option("--tolerance", arguments.tolerance, "X distance within which two points are one")
-      ->group(group)
-      ->check(NonNegativeNumber());
-  command.add_flag("--duplicates", arguments.duplicates, "Allow several points at one X")
-      ->group(group);
+      .Add("--x-expr", arguments.x_expression,
+           "What becomes of X: an expression in the row's X, Y and columns")
+      .Group(group);
+  command.Add("--y-expr", arguments.y_expression, "The same for Y").Group(group);
+  command.Add("--tolerance", arguments.tolerance, "X distance within which two points are one")
+      .Group(group)
+      .Check(kNonNegativeNumber);
+  command.AddFlag("--duplicates", arguments.duplicates, "Allow several points at one X")
+      .Group(group);
 }
 
 ImportOptions ToImportOptions(const ImportArguments& arguments) {

@@ -1,13 +1,14 @@
 // The options that say how a text file is read, shared by every command that reads a FILE.
 #pragma once
 
-#include <CLI/App.hpp>
 #include <string>
 #include <vector>
 
 #include "data/import/import_file.h"
 
 namespace tarnwick::cli {
+
+class Command;
 
 /// The options as typed.
 struct ImportArguments {
@@ -28,7 +29,7 @@ struct ImportArguments {
   std::optional<bool> merge_separators;
 };
 
-void AddImportOptions(CLI::App& command, ImportArguments& arguments);
+void AddImportOptions(Command& command, ImportArguments& arguments);
 
 /// The engine's options. Throws UsageError when a text means nothing.
 ImportOptions ToImportOptions(const ImportArguments& arguments);

@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "cli/options/option_parser.h"
 #include "cli/output/terminal_progress.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
@@ -26,11 +27,11 @@ InputGraph ImportData(const InputArguments& arguments) {
 
 }  // namespace
 
-void AddInput(CLI::App& command, InputArguments& arguments) {
+void AddInput(Command& command, InputArguments& arguments) {
   command
-      .add_option("FILE", arguments.file,
-                  "Graph, template, DataSet file or text data; - reads standard input")
-      ->required();
+      .Add("FILE", arguments.file,
+           "Graph, template, DataSet file or text data; - reads standard input")
+      .Required();
   AddImportOptions(command, arguments.import);
 }
 
@@ -46,8 +47,8 @@ InputGraph ReadInput(const InputArguments& arguments) {
   return input;
 }
 
-void AddDataset(CLI::App& command, std::string& dataset) {
-  command.add_option("--dataset", dataset, "DataSet by name, or by number from 1");
+void AddDataset(Command& command, std::string& dataset) {
+  command.Add("--dataset", dataset, "DataSet by name, or by number from 1");
 }
 
 std::size_t ChooseSeries(TxyGraph& graph, const std::string& dataset) {

@@ -1,7 +1,6 @@
 // FILE on the command line: a graph, template or DataSet file, or a text data file with its import options.
 #pragma once
 
-#include <CLI/App.hpp>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +10,8 @@
 #include "graph/xy_graph.h"
 
 namespace tarnwick::cli {
+
+class Command;
 
 struct InputArguments {
   std::string file;
@@ -24,7 +25,7 @@ struct InputGraph {
 };
 
 /// Declares the positional FILE and the import options.
-void AddInput(CLI::App& command, InputArguments& arguments);
+void AddInput(Command& command, InputArguments& arguments);
 
 /// True for ".tgr", ".ttp" and ".tds" in any case.
 bool IsGraphFile(const std::string& file);
@@ -32,7 +33,7 @@ bool IsGraphFile(const std::string& file);
 InputGraph ReadInput(const InputArguments& arguments);
 
 /// Declares --dataset.
-void AddDataset(CLI::App& command, std::string& dataset);
+void AddDataset(Command& command, std::string& dataset);
 
 /// The DataSet by name, or by number from 1; for an empty text the graph's current one, else the first. Throws Error.
 std::size_t ChooseSeries(TxyGraph& graph, const std::string& dataset);

@@ -69,10 +69,9 @@ const Kind& KindOf(const std::string& file) {
 
 }  // namespace
 
-void AddSave(CLI::App& command, SaveArguments& arguments) {
-  command.add_option("-o,--output", arguments.file,
-                     "Where the result is written, its kind by extension");
-  command.add_flag("--overwrite", arguments.overwrite, "Replace the file if it exists");
+void AddSave(Command& command, SaveArguments& arguments) {
+  command.Add("-o,--output", arguments.file, "Where the result is written, its kind by extension");
+  command.AddFlag("--overwrite", arguments.overwrite, "Replace the file if it exists");
 }
 
 void CheckOverwrite(const SaveArguments& arguments) {

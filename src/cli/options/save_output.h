@@ -1,7 +1,6 @@
 // OUT on the command line: where a graph goes, by extension, whole or not at all.
 #pragma once
 
-#include <CLI/App.hpp>
 #include <string>
 
 #include "cli/output/output.h"
@@ -9,6 +8,8 @@
 #include "stream/section_writer.h"
 
 namespace tarnwick::cli {
+
+class Command;
 
 struct SaveArguments {
   std::string file;  ///< empty: nothing is saved; "-": text to standard output
@@ -18,7 +19,7 @@ struct SaveArguments {
 };
 
 /// Declares -o and --overwrite.
-void AddSave(CLI::App& command, SaveArguments& arguments);
+void AddSave(Command& command, SaveArguments& arguments);
 
 /// Throws Error when `file` exists and may not be overwritten.
 void CheckOverwrite(const SaveArguments& arguments);

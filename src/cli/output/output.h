@@ -1,19 +1,11 @@
-// Where a command's answer goes: text for people or one JSON document. Knows how the batch program writes numbers.
+// Where a command's answer goes: text for people or one JSON document.
 #pragma once
 
-#include <nlohmann/json.hpp>
-#include <optional>
 #include <ostream>
-#include <string>
+
+#include "cli/output/json.h"
 
 namespace tarnwick::cli {
-
-using Json = nlohmann::ordered_json;
-
-/// A number as JSON: undefined is null, infinities are the strings "INF" and "-INF".
-Json JsonNumber(double value);
-/// The same, null when there is no value.
-Json JsonNumber(const std::optional<double>& value);
 
 class Output {
  public:

@@ -28,16 +28,16 @@ Json PointJson(const TDataSeries& series, const Point& point) {
 }
 
 Json PointsJson(const TDataSeries& series) {
-  Json points = Json::array();
+  Json points = Json::Array();
   ForEachPoint(series.Points(),
-               [&](const Point& point) { points.push_back(PointJson(series, point)); });
+               [&](const Point& point) { points.Append(PointJson(series, point)); });
   return points;
 }
 
 Json CurveJson(const TDataSeries& series) {
-  Json curve = Json::array();
+  Json curve = Json::Array();
   ForEachPoint(series.Regression().curve, [&](const Point& sample) {
-    curve.push_back({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
+    curve.Append({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
   });
   return curve;
 }

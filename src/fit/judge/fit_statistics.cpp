@@ -1,12 +1,14 @@
 #include "fit/judge/fit_statistics.h"
 
-#include <Eigen/SVD>
+#include <Eigen/Core>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 #include "base/undefined.h"
+#include "fit/residuals/decompositions.h"
 
 namespace tarnwick {
 namespace {
@@ -55,9 +57,9 @@ ScaledTriangle Decompose(const MatrixXd& r, const FittedPoints& points) {
     scaled.lengths(i) = lengths(column);
     columns.col(i) = r.col(column) / lengths(column);
   }
-  const Eigen::JacobiSVD<MatrixXd> svd(columns, Eigen::ComputeThinV);
-  scaled.singular_values = svd.singularValues();
-  scaled.directions = svd.matrixV();
+  SingularParts parts = SingularDirectionsOf(columns);
+  scaled.singular_values = std::move(parts.values);
+  scaled.directions = std::move(parts.v);
   const double limit = RoundingShare(points, scaled.Count()) * scaled.singular_values(0);
   scaled.determined = (scaled.singular_values.array() > limit).count();
   return scaled;

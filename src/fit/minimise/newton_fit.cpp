@@ -1,12 +1,13 @@
 #include "fit/minimise/newton_fit.h"
 
-#include <Eigen/Dense>
+#include <Eigen/Core>
 #include <algorithm>
 #include <cmath>
 
 #include "fit/judge/fit_statistics.h"
 #include "fit/judge/residual_pattern.h"
 #include "fit/minimise/wide_search.h"
+#include "fit/residuals/decompositions.h"
 
 namespace tarnwick {
 namespace {
@@ -25,8 +26,8 @@ bool IsNearlySingular(const ReducedJacobian& reduced) {
   const Eigen::VectorXd lengths = reduced.r.colwise().norm().transpose();
   if (lengths.size() == 0 || !reduced.r.allFinite()) return false;
   if (lengths.minCoeff() == 0) return true;
-  const Eigen::MatrixXd scaled = reduced.r * lengths.cwiseInverse().asDiagonal();
-  const Eigen::VectorXd singular = Eigen::JacobiSVD<Eigen::MatrixXd>(scaled).singularValues();
+  const Eigen::VectorXd singular =
+      SingularValuesOf(reduced.r * lengths.cwiseInverse().asDiagonal());
   return singular[singular.size() - 1] < kNearlySingular * singular[0];
 }
 

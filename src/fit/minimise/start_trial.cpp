@@ -1,6 +1,6 @@
 #include "fit/minimise/start_trial.h"
 
-#include <Eigen/Dense>
+#include <Eigen/Core>
 #include <cmath>
 
 #include "fit/residuals/linearised_problem.h"

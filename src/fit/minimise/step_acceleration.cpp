@@ -1,5 +1,7 @@
 #include "fit/minimise/step_acceleration.h"
 
+#include "fit/residuals/decompositions.h"
+
 namespace tarnwick {
 namespace {
 
@@ -30,10 +32,9 @@ Eigen::VectorXd StepAcceleration::Accelerate(const Eigen::VectorXd& p, const Eig
   const Eigen::MatrixXd seen = metric * changed;
   Eigen::VectorXd lengths = seen.colwise().norm().transpose();
   lengths = (lengths.array() > 0).select(lengths, 1.0);
-  Eigen::ColPivHouseholderQR<Eigen::MatrixXd> qr;
-  qr.setThreshold(kAlike);
-  qr.compute(seen * lengths.cwiseInverse().asDiagonal());
-  const Eigen::VectorXd weights = qr.solve(metric * step).cwiseQuotient(lengths);
+  const Eigen::VectorXd weights =
+      SolveByColumns(seen * lengths.cwiseInverse().asDiagonal(), metric * step, kAlike)
+          .cwiseQuotient(lengths);
   Eigen::VectorXd accelerated = step - (moved + changed) * weights;
   const bool sound =
       accelerated.allFinite() && (metric * accelerated).norm() <= kLongest * (metric * step).norm();

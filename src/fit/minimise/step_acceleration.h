@@ -3,7 +3,7 @@
 // acceleration for fixed-point iterations, 2011). Costs no evaluation. Knows vectors; nothing of models.
 #pragma once
 
-#include <Eigen/Dense>
+#include <Eigen/Core>
 #include <cstddef>
 #include <deque>
 

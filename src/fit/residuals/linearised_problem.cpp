@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+#include "fit/residuals/decompositions.h"
+
 namespace tarnwick {
 namespace {
 
@@ -25,10 +27,7 @@ VectorXd ColumnScale(const MatrixXd& r) {
 
 /// The number of columns that are independent whatever their units.
 Index Rank(const MatrixXd& r) {
-  Eigen::ColPivHouseholderQR<MatrixXd> qr;
-  qr.setThreshold(kLost);
-  qr.compute(r * ColumnScale(r).cwiseInverse().asDiagonal());
-  return qr.rank();
+  return RankOf(r * ColumnScale(r).cwiseInverse().asDiagonal(), kLost);
 }
 
 }  // namespace
@@ -46,9 +45,7 @@ PartedJacobian::PartedJacobian(const ReducedJacobian& jacobian, const std::vecto
   }
   MatrixXd columns(jacobian.r.rows(), jacobian.r.cols());
   columns << jacobian.r(Eigen::all, free), jacobian.r(Eigen::all, bound);
-  const Eigen::HouseholderQR<MatrixXd> qr(columns);
-  const VectorXd qtr = qr.householderQ().transpose() * jacobian.qtr;
-  const MatrixXd r = qr.matrixQR().triangularView<Eigen::Upper>();
+  const auto [r, qtr] = TriangleOf(columns, jacobian.qtr);
   free_r = r.topLeftCorner(free_count, free_count);
   mixed_r = r.topRightCorner(free_count, bound_count);
   bound_r = r.bottomRightCorner(bound_count, bound_count);
@@ -61,10 +58,9 @@ VectorXd PartedJacobian::Complete(const VectorXd& bound_step) const {
   step(bound) = bound_step;
   if (free.empty()) return step;
   const VectorXd scale = ColumnScale(free_r);
-  Eigen::CompleteOrthogonalDecomposition<MatrixXd> solver;
-  solver.setThreshold(kLost);
-  solver.compute(free_r * scale.cwiseInverse().asDiagonal());
-  step(free) = -solver.solve(free_qtr + mixed_r * bound_step).cwiseQuotient(scale);
+  const VectorXd shortest = SolveShortest(free_r * scale.cwiseInverse().asDiagonal(),
+                                          free_qtr + mixed_r * bound_step, kLost);
+  step(free) = -shortest.cwiseQuotient(scale);
   return step;
 }
 
@@ -72,11 +68,11 @@ LinearisedProblem::LinearisedProblem(PartedJacobian parted, const VectorXd& scal
     : parted_(std::move(parted)), scale_(scale) {
   if (parted_.bound.empty()) return;
   const MatrixXd scaled = parted_.bound_r * scale.cwiseInverse().asDiagonal();
-  const Eigen::JacobiSVD<MatrixXd> svd(scaled, Eigen::ComputeFullU | Eigen::ComputeFullV);
-  const Index rank = std::min(Rank(parted_.bound_r), svd.nonzeroSingularValues());
-  singular_ = svd.singularValues().head(rank);
-  v_ = svd.matrixV().leftCols(rank);
-  projected_ = svd.matrixU().leftCols(rank).transpose() * parted_.bound_qtr;
+  const SingularParts parts = SingularPartsOf(scaled);
+  const Index rank = std::min(Rank(parted_.bound_r), parts.nonzero);
+  singular_ = parts.values.head(rank);
+  v_ = parts.v.leftCols(rank);
+  projected_ = parts.u.leftCols(rank).transpose() * parted_.bound_qtr;
 }
 
 TrialStep LinearisedProblem::Damped(double damping) const {

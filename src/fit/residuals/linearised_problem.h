@@ -2,7 +2,8 @@
 // scaled ball: its steps and what they promise. Knows a triangle and a scale; nothing of models and iterations.
 #pragma once
 
-#include <Eigen/Dense>
+#include <Eigen/Core>
+#include <cmath>
 #include <vector>
 
 #include "fit/residuals/model_residuals.h"

@@ -1,5 +1,6 @@
 #include "fit/residuals/model_residuals.h"
 
+#include <Eigen/Cholesky>
 #include <algorithm>
 #include <atomic>
 #include <cmath>

@@ -2,7 +2,7 @@
 // the Jacobian to a small triangle. Knows no DataSet, no margin and no minimiser.
 #pragma once
 
-#include <Eigen/Dense>
+#include <Eigen/Core>
 #include <cstdint>
 #include <memory>
 #include <span>

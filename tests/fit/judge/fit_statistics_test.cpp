@@ -3,12 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <Eigen/QR>
+#include <Eigen/Core>
 #include <algorithm>
 #include <cmath>
 
 #include "base/undefined.h"
 #include "fit/judge/residual_pattern.h"
+#include "fit/residuals/decompositions.h"
 
 namespace tarnwick {
 namespace {
@@ -21,13 +22,12 @@ using ::testing::IsEmpty;
 /// Figures of linear least squares with this Jacobian and these y, at the solution.
 FitFigures Figures(const MatrixXd& jacobian, const VectorXd& y) {
   const Eigen::Index k = jacobian.cols();
-  const VectorXd p = jacobian.completeOrthogonalDecomposition().solve(y);
+  const VectorXd p = SolveShortest(jacobian, y, 1e-14);
   ReducedJacobian reduced;
   reduced.sum_of_squares = (jacobian * p - y).squaredNorm();
   reduced.r = MatrixXd::Zero(k, k);
-  const Eigen::HouseholderQR<MatrixXd> qr(jacobian);
   const Eigen::Index rows = std::min(jacobian.rows(), k);
-  reduced.r.topRows(rows) = qr.matrixQR().topRows(rows).triangularView<Eigen::Upper>();
+  reduced.r.topRows(rows) = TriangleOf(jacobian, y).r.topRows(rows);
   reduced.qtr = VectorXd::Zero(k);
   return ComputeFitFigures(
       reduced, {jacobian.rows(), SumAboutMean({y.data(), static_cast<std::size_t>(y.size())})});
