@@ -6,7 +6,6 @@
 #include "analysis/fit_residuals.h"
 #include "analysis/fit_run.h"
 #include "base/error.h"
-#include "base/text_encoding.h"
 #include "base/whole_file.h"
 #include "cli/commands/commands.h"
 #include "cli/commands/fit_text.h"
@@ -19,6 +18,7 @@
 #include "data/import/load_report.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
+#include "graph/files/file_kinds.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -43,7 +43,7 @@ bool SameFile(const std::filesystem::path& one, const std::filesystem::path& oth
 }
 
 bool IsDataSetFile(const std::filesystem::path& file) {
-  return LowerAscii(file.extension().string()) == ".tds";
+  return KindOf(file).holds == FileHolds::DataSet;
 }
 
 /// Everything that can be refused before the work.

@@ -1,13 +1,12 @@
 #include "cli/options/input_graph.h"
 
-#include <filesystem>
-
 #include "base/error.h"
 #include "base/number_text.h"
-#include "base/text_encoding.h"
 #include "cli/output/terminal_progress.h"
+#include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
+#include "sources/all_source_kinds.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -19,6 +18,7 @@ InputGraph ImportData(const InputArguments& arguments) {
   TerminalProgress progress;
   LoadOptions load;
   load.progress = &progress;
+  load.kinds = AllSourceKinds();
   input.reports =
       ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load);
   return input;
@@ -35,8 +35,7 @@ void AddInput(CLI::App& command, InputArguments& arguments) {
 }
 
 bool IsGraphFile(const std::string& file) {
-  const std::string extension = LowerAscii(std::filesystem::path(file).extension().string());
-  return extension == ".tgr" || extension == ".ttp" || extension == ".tds";
+  return HoldsSections(KindToRead(file));
 }
 
 InputGraph ReadInput(const InputArguments& arguments) {

@@ -10,6 +10,7 @@
 #include "desk/document/document.h"
 #include "desk/document/finish_look.h"
 #include "desk/document/open_edit.h"
+#include "desk/settings/program_paths.h"
 #include "graph/background_image.h"
 #include "graph/files/file_kinds.h"
 #include "graph/graph_state_compare.h"
@@ -18,8 +19,6 @@
 
 namespace tarnwick {
 namespace {
-
-constexpr const char* kDefaultTemplateName = "default.ttp";
 
 std::filesystem::path FolderOf(const std::filesystem::path& path) {
   return std::filesystem::absolute(path).parent_path();

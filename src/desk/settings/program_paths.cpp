@@ -22,7 +22,7 @@ std::filesystem::path UserFolder() {
 
 std::filesystem::path FindTemplate(const std::filesystem::path& program) {
   for (const auto& folder : {program, program / "../share/tarnwick", UserFolder()}) {
-    if (IsFile(folder / "default.ttp")) return folder / "default.ttp";
+    if (IsFile(folder / kDefaultTemplateName)) return folder / kDefaultTemplateName;
   }
   return {};
 }
