@@ -11,9 +11,9 @@
 #include <QImage>
 #include <QPainter>
 
+#include "graph/files/file_kinds.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/paint/paint_plot.h"
-#include "graph/pictures/picture_export.h"
 #include "graph/xy_graph.h"
 
 namespace {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/progress.h"
+#include "data/block_source.h"
 #include "data/ds_info.h"
 
 namespace tarnwick {
@@ -53,6 +54,8 @@ class TDataSupplier {
   /// True when the names come from a line of the source in which no name was missing or a number.
   virtual bool HasNamesLine() = 0;
 
+  /// What reads many rows at once, as this supplier's own; null when it cannot.
+  virtual const BlockSource* Blocks() const { return nullptr; }
   /// Does beforehand what RowCount() needs, in cancellable steps. False: cancelled.
   virtual bool CountRows(Progress& progress);
   /// The source's size and the current row's place in it, in a unit of the source's own: bytes of text, or records.

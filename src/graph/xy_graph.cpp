@@ -229,17 +229,22 @@ void TxyGraph::PlaceChildren() {
 }
 
 void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload) {
+  SettleTooManyPoints(prompt, reload, ask_before_thinning_);
+}
+
+void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload,
+                                   bool& ask) {
   for (const auto& series : series_) {
     if (!IsDrawn(*series) || series->PointCount() <= kMaxPlottedPoints) continue;
     if (series->thinning_settled_) continue;
-    if (ask_before_thinning_) {
+    if (ask) {
       const Question question = {
           "Maximum number of plotted points = " + std::to_string(kMaxPlottedPoints) +
               "  was exceeded for dataSet \"" + series->SeriesName() +
               "\".\nTo fix, change Hit Frequency to the automatic mode?",
           {Answer::Yes, Answer::No, Answer::YesToAll}};
       const Answer answer = prompt.Ask(question);
-      if (answer == Answer::YesToAll) ask_before_thinning_ = false;
+      if (answer == Answer::YesToAll) ask = false;
       if (answer != Answer::Yes && answer != Answer::YesToAll) {
         series->thinning_settled_ = true;
         continue;
@@ -249,7 +254,7 @@ void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSer
     if (reload) reload(*series);
     series->thinning_settled_ = true;
   }
-  for (const auto& child : children_) child->SettleTooManyPoints(prompt, reload);
+  for (const auto& child : children_) child->SettleTooManyPoints(prompt, reload, ask);
 }
 
 void TxyGraph::SetListener(std::function<void(GraphChange)> listener) {

@@ -109,7 +109,7 @@ class TxyGraph : public AxisOwner {
   /// Asks about every drawn DataSet with more than kMaxPlottedPoints points whether its source shall go to the automatic
   /// hit frequency: Yes for this DataSet, Yes to All for every one from now on without asking, No to leave it. Asked once
   /// per DataSet until its points fall to the limit. `reload` is called for each DataSet switched, to read its source
-  /// again when a refresh of it is pending.
+  /// again when a refresh of it is pending. Inserted graphs are settled too, and this graph's setting is theirs.
   void SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload);
   bool AskBeforeThinning() const { return ask_before_thinning_; }
   void SetAskBeforeThinning(bool on) { ask_before_thinning_ = on; }
@@ -146,6 +146,7 @@ class TxyGraph : public AxisOwner {
   void SeriesChanged(TSeries& series, ChangeCode code);
   void StyleChanged();
   void SettleRegression(TSeries& series);
+  void SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload, bool& ask);
   void UpdateModelCurve(TSeries& series);
   void TakeIndices(const Appearance& from);
   void Adopt(TSeries& series);

@@ -1,68 +1,62 @@
 #include "app/files/save_as.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "desk/document/document.h"
 #include "desk/prompts/file_chooser.h"
-#include "graph/pictures/picture_export.h"
+#include "graph/files/file_kinds.h"
+#include "graph/xy_graph.h"
 
 namespace tarnwick {
 namespace {
 
-enum class Recent { No, Yes };
+using Path = std::filesystem::path;
 
-/// What saving is done with.
-struct SaveTask {
-  Document& document;
-  FileChooser& chooser;
-  std::filesystem::path path;
-};
-
-/// What an extension saves; `save` answers false when the user changed his mind.
-struct SaveKind {
-  std::string_view extension;
-  bool (*save)(const SaveTask&);
-  Recent recent;
-};
-
-template <void (DocumentFiles::*kSave)(const std::filesystem::path&)>
-bool SaveBy(const SaveTask& task) {
-  (task.document.Files().*kSave)(task.path);
-  return true;
+/// As the window shows it.
+PictureOptions PictureOf(const TxyGraph& shown) {
+  PictureOptions picture;
+  picture.width = std::max(1, shown.ClientWidth());
+  picture.height = std::max(1, shown.ClientHeight());
+  return picture;
 }
 
-/// The whole graph, as its window shows it unless another size is chosen.
-bool SavePicture(const SaveTask& task) {
+/// The whole graph, as its window shows it unless another size is chosen; false when the user changed his mind.
+bool SavePicture(const Document& document, FileChooser& chooser, const Path& path) {
   constexpr double kScreenDpi = 96;
-  const TxyGraph& shown = task.document.WholeGraph();
-  PictureOptions proposal;
-  proposal.width = std::max(1, shown.ClientWidth());
-  proposal.height = std::max(1, shown.ClientHeight());
-  const std::optional<PictureOptions> options = task.chooser.SizeOfPicture(proposal);
+  const TxyGraph& shown = document.WholeGraph();
+  const std::optional<PictureOptions> options = chooser.SizeOfPicture(PictureOf(shown));
   if (!options) return false;
   // Inserted graphs have their places by the size of the whole.
   const double scale = kScreenDpi / options->dpi;
   TxyGraph graph;
   graph.Resize(qRound(options->width * scale), qRound(options->height * scale));
   graph.SetState(shown.State());
-  WritePicture(graph, task.path, *options);
+  WritePicture(graph, path, *options);
   return true;
 }
 
-constexpr SaveKind kSaveKinds[] = {
-    {".dat", &SaveBy<&DocumentFiles::SaveDataFile>, Recent::Yes},
-    {".tgr", &SaveBy<&DocumentFiles::SaveGraphFile>, Recent::Yes},
-    {".ttp", &SaveBy<&DocumentFiles::SaveGraphFile>, Recent::Yes},
-    {".tds", &SaveBy<&DocumentFiles::SaveDataSetFile>, Recent::No},
-    {".wmf", &SavePicture, Recent::No},
-    {".bmp", &SavePicture, Recent::No},
-    {".jpg", &SavePicture, Recent::No},
-    {".png", &SavePicture, Recent::No},
-    {".gif", &SavePicture, Recent::No},
-    {".svg", &SavePicture, Recent::No},
-    {".pdf", &SavePicture, Recent::No},
-};
+/// False when nothing was written.
+bool Save(Document& document, FileChooser& chooser, const Path& path) {
+  const FileKind& kind = KindOf(path);
+  if (!kind.write) return false;
+  switch (kind.holds) {
+    case FileHolds::Graph:
+    case FileHolds::Template:
+      document.Files().SaveGraphFile(path);
+      return true;
+    case FileHolds::DataSet:
+      document.Files().SaveDataSetFile(path);
+      return true;
+    case FileHolds::Table:
+      document.Files().SaveDataFile(path);
+      return true;
+    case FileHolds::Picture:
+      return SavePicture(document, chooser, path);
+    case FileHolds::FitFunction:
+      return false;
+  }
+  return false;
+}
 
 SaveProposal ProposalFor(const Document& document) {
   SaveProposal proposal;
@@ -74,6 +68,7 @@ SaveProposal ProposalFor(const Document& document) {
     std::replace(name.begin(), name.end(), '/', '-');  // a name, not a folder
     proposal.data_set_name = name;
   }
+  proposal.picture = PictureOf(document.WholeGraph());
   return proposal;
 }
 
@@ -90,12 +85,9 @@ bool MayReplace(const std::filesystem::path& path, Prompt& prompt) {
 SaveOutcome SaveDocumentAs(Document& document, FileChooser& chooser, Prompt& prompt) {
   const auto path = chooser.FileToSave(ProposalFor(document));
   if (!path || !MayReplace(*path, prompt)) return {};
-  const std::string extension = LowerExtension(*path);
-  const auto* kind = std::find_if(std::begin(kSaveKinds), std::end(kSaveKinds),
-                                  [&](const SaveKind& row) { return row.extension == extension; });
-  if (kind == std::end(kSaveKinds)) return {};
-  if (!kind->save({document, chooser, *path})) return {};
-  return {true, kind->recent == Recent::Yes ? *path : std::filesystem::path()};
+  if (!Save(document, chooser, *path)) return {};
+  const bool recent = KindOf(*path).remembered == Remembered::Always;
+  return {true, recent ? *path : std::filesystem::path()};
 }
 
 }  // namespace tarnwick

@@ -25,6 +25,7 @@
 #include "desk/widgets/elided_label.h"
 #include "desk/widgets/text.h"
 #include "desk/work/threaded_work.h"
+#include "graph/files/file_kinds.h"
 #include "graph/read_out.h"
 
 namespace tarnwick {
@@ -148,19 +149,19 @@ std::string T_MainForm::LowestFreeName() const {
 TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file) {
   const TGraphWindow* active = ActiveGraphWindow();
   const std::filesystem::path folder = active ? active->GetDocument().Files().DataFolder() : "";
-  const std::string extension = LowerExtension(file);
+  const FileKind& kind = KindToRead(file);
   StartFiles files;
   files.default_template = parts_.paths.default_template;
-  if (extension == ".tgr" || extension == ".ttp") {
+  if (kind.holds == FileHolds::Graph || kind.holds == FileHolds::Template) {
     files.graph_or_template = file;
   } else {
-    (extension == ".tds" ? files.data_set : files.data) = file;
+    (kind.holds == FileHolds::DataSet ? files.data_set : files.data) = file;
   }
   auto document = std::make_unique<Document>(LowestFreeName(), *parts_.work, *parts_.prompt);
   if (!document->Files().Begin(files)) return nullptr;
   if (file.empty()) {
     if (!folder.empty()) document->Files().SetDataFolder(folder);
-  } else if (file != parts_.paths.default_template && extension != ".tmp") {
+  } else if (file != parts_.paths.default_template && kind.remembered != Remembered::Never) {
     recent_.Add(file);
   }
   return ShowGraphWindow(std::move(document));

@@ -22,11 +22,14 @@
 #include "desk/widgets/numbered_caption.h"
 #include "desk/widgets/text.h"
 #include "graph/edit/mark_edit.h"
+#include "graph/files/file_kinds.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr const char* kFunctionExtension = ".tfn";
+bool IsFunction(const std::filesystem::path& path) {
+  return KindToRead(path).holds == FileHolds::FitFunction;
+}
 
 }  // namespace
 
@@ -40,7 +43,7 @@ bool T_MainForm::OpenFile(const std::filesystem::path& path) {
     parts_.prompt->Tell("File \"" + path.string() + "\" is not found!");
     return false;
   }
-  if (LowerExtension(path) == kFunctionExtension) return UseFunction(path);
+  if (IsFunction(path)) return UseFunction(path);
   try {
     return OpenGraphWindow(path) != nullptr;
   } catch (const Error& error) {
@@ -51,7 +54,7 @@ bool T_MainForm::OpenFile(const std::filesystem::path& path) {
 
 bool T_MainForm::LoadInto(Document& document, const std::filesystem::path& path) {
   try {
-    if (LowerExtension(path) != kFunctionExtension) return document.Files().LoadDataFromFile(path);
+    if (!IsFunction(path)) return document.Files().LoadDataFromFile(path);
     ApplyFitFunction(document, path);
     return true;
   } catch (const Error& error) {
@@ -71,8 +74,7 @@ bool T_MainForm::UseFunction(const std::filesystem::path& path) {
 }
 
 void T_MainForm::TellFileError(const std::filesystem::path& path, const std::string& reason) {
-  const std::string extension = LowerExtension(path);
-  const bool graph = extension == ".tgr" || extension == ".ttp" || extension == ".tds";
+  const bool graph = HoldsSections(KindToRead(path));
   parts_.prompt->Tell(graph ? reason + "\n\nFile " + path.string() + " has wrong format" : reason);
 }
 

@@ -5,6 +5,7 @@
 #include "cli/options/input_graph.h"
 #include "cli/output/terminal_progress.h"
 #include "data/import/import_file.h"
+#include "sources/all_source_kinds.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -31,7 +32,7 @@ void Run(const InputArguments& arguments, Output& output) {
     throw UsageError("columns reads data files; info reads " + arguments.file);
   TerminalProgress progress;
   const SourceSummary summary =
-      SummarizeFile(arguments.file, ToImportOptions(arguments.import), progress);
+      SummarizeFile(arguments.file, ToImportOptions(arguments.import), progress, AllSourceKinds());
   if (!output.IsJson()) {
     PrintText(summary, output.Text());
     return;

@@ -5,7 +5,6 @@
 
 #include "analysis/fit_run.h"
 #include "base/error.h"
-#include "base/text_encoding.h"
 #include "base/whole_file.h"
 #include "cli/commands/commands.h"
 #include "cli/commands/fit_text.h"
@@ -20,6 +19,7 @@
 #include "data/import/load_report.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
+#include "graph/files/file_kinds.h"
 #include "results/fit_print.h"
 #include "results/fit_series.h"
 #include "results/fitted_model.h"
@@ -52,7 +52,7 @@ bool SameFile(const std::filesystem::path& one, const std::filesystem::path& oth
 }
 
 bool IsDataSetFile(const std::filesystem::path& file) {
-  return LowerAscii(file.extension().string()) == ".tds";
+  return KindOf(file).holds == FileHolds::DataSet;
 }
 
 /// What goes into the graph beside the model needs a file that keeps it.

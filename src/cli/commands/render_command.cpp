@@ -8,9 +8,9 @@
 #include "cli/options/size_option.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/background_image.h"
+#include "graph/files/file_kinds.h"
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
-#include "graph/pictures/picture_export.h"
 #include "results/regression_failures.h"
 
 namespace tarnwick::cli {

@@ -1,9 +1,6 @@
 #include "cli/options/function_input.h"
 
-#include <filesystem>
-
-#include "base/text_encoding.h"
-#include "fit/model/fit_function_file.h"
+#include "graph/files/file_kinds.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -26,7 +23,7 @@ Json TemplateJson(const TemplateSettings& one) {
 }  // namespace
 
 bool IsFitFunctionFile(const std::string& file) {
-  return LowerAscii(std::filesystem::path(file).extension().string()) == kFitFunctionExtension;
+  return KindToRead(file).holds == FileHolds::FitFunction;
 }
 
 Json FitJson(const FitSettings& fit) {

@@ -8,7 +8,7 @@
 
 namespace tarnwick::cli {
 
-/// True for ".tfn" in any case.
+/// True for the ending of fitting functions.
 bool IsFitFunctionFile(const std::string& file);
 
 /// Every stored value of the model by its name; enums as the numbers that files hold.

@@ -1,14 +1,13 @@
 #include "cli/options/input_graph.h"
 
-#include <filesystem>
-
 #include "base/error.h"
 #include "base/number_text.h"
-#include "base/text_encoding.h"
 #include "cli/options/option_parser.h"
 #include "cli/output/terminal_progress.h"
+#include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
+#include "sources/all_source_kinds.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -20,6 +19,7 @@ InputGraph ImportData(const InputArguments& arguments) {
   TerminalProgress progress;
   LoadOptions load;
   load.progress = &progress;
+  load.kinds = AllSourceKinds();
   input.reports =
       ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load);
   return input;
@@ -36,8 +36,7 @@ void AddInput(Command& command, InputArguments& arguments) {
 }
 
 bool IsGraphFile(const std::string& file) {
-  const std::string extension = LowerAscii(std::filesystem::path(file).extension().string());
-  return extension == ".tgr" || extension == ".ttp" || extension == ".tds";
+  return HoldsSections(KindToRead(file));
 }
 
 InputGraph ReadInput(const InputArguments& arguments) {

@@ -27,7 +27,7 @@ struct InputGraph {
 /// Declares the positional FILE and the import options.
 void AddInput(Command& command, InputArguments& arguments);
 
-/// True for ".tgr", ".ttp" and ".tds" in any case.
+/// True for graph files, templates and DataSet files.
 bool IsGraphFile(const std::string& file);
 
 InputGraph ReadInput(const InputArguments& arguments);

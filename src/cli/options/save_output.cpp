@@ -1,70 +1,27 @@
 #include "cli/options/save_output.h"
 
-#include <array>
 #include <filesystem>
-#include <vector>
 
 #include "base/error.h"
 #include "base/text_encoding.h"
-#include "base/whole_file.h"
 #include "cli/options/command.h"
 #include "graph/files/data_text_file.h"
+#include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
 
 namespace tarnwick::cli {
 namespace {
 
-struct Target {
-  const TxyGraph& graph;
-  std::size_t series;
-  const std::string& file;
-  WriterMode mode;
-};
-
-std::string CsvText(const TxyGraph& graph) {
-  std::vector<const TDataSeries*> all;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) all.push_back(&graph.Series(i));
-  DataTextOptions options;
-  options.separators = ",";
-  options.x_tolerance = 0;
-  if (!all.empty()) options.x_heading = all.front()->Source().XDataColumn;
-  return DataText(all, options);
+bool HoldsData(const FileKind& kind) {
+  return kind.write && kind.needs != FileNeeds::Size;
 }
 
-void SaveGraphKind(const Target& target) {
-  SaveGraph(target.graph, target.file, {WithPoints::Yes, target.mode});
-}
-void SaveTemplateKind(const Target& target) {
-  SaveGraph(target.graph, target.file, {WithPoints::No, target.mode});
-}
-void SaveDataSetKind(const Target& target) {
-  if (target.series >= target.graph.SeriesCount()) throw Error("No DataSet found!");
-  SaveDataSetFile(target.graph, target.series, target.file, target.mode);
-}
-void SaveTextKind(const Target& target) {
-  SaveDataText(target.graph, target.file);
-}
-void SaveCsvKind(const Target& target) {
-  WriteWholeFile(target.file, CsvText(target.graph));
-}
-
-struct Kind {
-  std::string_view extension;
-  void (*save)(const Target&);
-};
-constexpr std::array<Kind, 5> kKinds = {{{".tgr", &SaveGraphKind},
-                                         {".ttp", &SaveTemplateKind},
-                                         {".tds", &SaveDataSetKind},
-                                         {".dat", &SaveTextKind},
-                                         {".csv", &SaveCsvKind}}};
-
-const Kind& KindOf(const std::string& file) {
-  const std::string extension = LowerAscii(std::filesystem::path(file).extension().string());
-  for (const Kind& kind : kKinds) {
-    if (kind.extension == extension) return kind;
-  }
-  throw Error("no kind of file ends in \"" + extension +
-              "\"; .tgr, .ttp, .tds, .dat and .csv do: " + file);
+const FileKind& KindToSave(const std::string& file) {
+  const FileKind& kind = KindOf(file);
+  if (HoldsData(kind)) return kind;
+  const std::string ending = LowerAscii(std::filesystem::path(file).extension().string());
+  throw Error("no kind of file ends in \"" + ending + "\"; " + WrittenEndings(&HoldsData) +
+              " do: " + file);
 }
 
 }  // namespace
@@ -83,7 +40,7 @@ void CheckOverwrite(const SaveArguments& arguments) {
 }
 
 void CheckSave(const SaveArguments& arguments) {
-  if (arguments.file != "-") KindOf(arguments.file);
+  if (arguments.file != "-") KindToSave(arguments.file);
   CheckOverwrite(arguments);
 }
 
@@ -97,7 +54,8 @@ void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& 
     output.Flush();
     return;
   }
-  KindOf(arguments.file).save({graph, series, arguments.file, mode});
+  KindToSave(arguments.file)
+      .write(arguments.file, {.graph = graph, .series = series, .mode = mode});
 }
 
 void PrintSaved(const SaveArguments& arguments, Output& output) {

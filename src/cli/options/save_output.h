@@ -27,8 +27,9 @@ void CheckOverwrite(const SaveArguments& arguments);
 /// Throws Error, before any work, when SaveOutput cannot write a file of this kind or may not overwrite it.
 void CheckSave(const SaveArguments& arguments);
 
-/// Writes the graph as .tgr, .ttp, .tds (DataSet `series` alone), .dat or .csv; to standard output as .csv, in text mode as
-/// .tgr. Throws Error for another extension, or when standard output takes no more.
+/// Writes what a file with this ending keeps of the graph (where it keeps one DataSet, `series`); to standard output the
+/// points separated by commas, in text mode the whole graph. Throws Error for pictures and unknown endings, or when standard
+/// output takes no more.
 void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
                 Output& output, WriterMode mode = WriterMode::Typed);
 

@@ -7,8 +7,6 @@
 
 #include "base/error.h"
 #include "data/import/import_source.h"
-#include "data/text/row_pipeline.h"
-#include "data/text/text_supplier.h"
 
 namespace tarnwick {
 namespace {
@@ -52,7 +50,6 @@ void Describe(TDataSeries& series, const ImportSource& source, const ImportOptio
               std::int32_t x, std::int32_t y) {
   TDSInfo& info = series.Source();
   info = source.info;
-  if (info.DatasourceInfo.empty()) info.DataSource = DataSourceKind::Manual;
   info.XDataColumn = source.ReferenceTo(x);
   info.YDataColumn = source.ReferenceTo(y);
   info.x_column_index = x;
@@ -80,16 +77,15 @@ void RequirePoints(const ImportResult& result, const ImportOptions& options,
                   result.reports.front().Message());
 }
 
-void CountTextRows(const TTxtSupplier& text, std::span<const ColumnRequest> requests,
+void CountInBlocks(const BlockSource& blocks, std::span<const ColumnRequest> requests,
                    SourceSummary& summary, Progress& progress) {
-  const char* const begin = text.Text().data();
-  ReadRowBlocks(text.Body(), text.Layout(), requests, 0, [&](const RowBlock& block) {
+  blocks.ReadBlocks(requests, 0, [&](const RowBlock& block) {
     summary.rows += block.rows;
     for (std::size_t row = 0; row < static_cast<std::size_t>(block.rows); ++row) {
       const auto unread = [row](const auto& column) { return std::isnan(column[row]); };
       if (std::any_of(block.storage.begin(), block.storage.end(), unread)) ++summary.skipped;
     }
-    summary.cancelled = !block.text.empty() && !progress.Advance(block.text.data() - begin);
+    summary.cancelled = !progress.Advance(blocks.PositionOf(block));
     return !summary.cancelled;
   });
 }
@@ -118,8 +114,8 @@ void CountRows(const ImportSource& source, SourceSummary& summary, Progress& pro
     requests.push_back({column, source.Guess(column).format});
   }
   progress.Begin("Loading data", source.supplier->Describe(), source.supplier->Size());
-  if (const auto* const text = dynamic_cast<const TTxtSupplier*>(source.supplier.get())) {
-    CountTextRows(*text, requests, summary, progress);
+  if (const BlockSource* const blocks = source.supplier->Blocks()) {
+    CountInBlocks(*blocks, requests, summary, progress);
   } else {
     CountRecords(*source.supplier, requests, summary, progress);
   }
@@ -169,20 +165,20 @@ std::unique_ptr<TDataSeries> MakeDataSeries() {
 ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options,
                         const LoadOptions& load, const SeriesFactory& make) {
   NoProgress unseen;
-  return LoadColumns(OpenImportSource(path, options, ProgressOf(load, unseen)), options, load,
-                     make);
+  return LoadColumns(OpenImportSource(path, options, load.kinds, ProgressOf(load, unseen)), options,
+                     load, make);
 }
 
 ImportResult ImportText(std::string text, const std::string& name, const ImportOptions& options,
                         const LoadOptions& load, const SeriesFactory& make) {
   NoProgress unseen;
-  return LoadColumns(ExamineText(std::move(text), name, options, ProgressOf(load, unseen)), options,
-                     load, make);
+  return LoadColumns(TextImportSource(std::move(text), name, options, ProgressOf(load, unseen)),
+                     options, load, make);
 }
 
 SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
-                            Progress& progress) {
-  const ImportSource source = OpenImportSource(path, options, progress);
+                            Progress& progress, SourceKinds kinds) {
+  const ImportSource source = OpenImportSource(path, options, kinds, progress);
   TDataSupplier& supplier = *source.supplier;
   SourceSummary summary;
   summary.names_line = supplier.HasNamesLine();

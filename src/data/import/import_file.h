@@ -1,4 +1,4 @@
-// From a file's name to finished DataSets, and to a summary of its columns. Knows the guess, the suppliers and the
+// From a file's name to finished DataSets, and to a summary of its columns. Knows the kinds of sources and the
 // loader; knows no graph and prints nothing.
 #pragma once
 
@@ -85,6 +85,6 @@ struct SourceSummary {
 /// What a file holds, read to its end unless `progress` cancels. Throws as ImportFile does, but for columns that do not
 /// exist.
 SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
-                            Progress& progress);
+                            Progress& progress, SourceKinds kinds = BasicSourceKinds());
 
 }  // namespace tarnwick

@@ -4,24 +4,14 @@
 #include <utility>
 
 #include "base/error.h"
-#include "data/import/file_supplier.h"
+#include "data/import/data_files.h"
 #include "data/import/import_file.h"
-#include "data/import/load_run.h"
-#include "data/text/text_source.h"
-#include "data/text/text_supplier.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr std::string_view kStandardInput = "-";
-constexpr std::string_view kTitle = "Loading data";
-constexpr std::size_t kLargeText = 64 << 20;  // worth a progress window
 constexpr std::size_t kNamesInMessage = 12;
-
-GuessHints HintsOf(const ImportOptions& options) {
-  return {options.separators, options.markers, options.merge_separators, options.width,
-          options.headers};
-}
 
 /// Where the file is found again from any folder; nothing for what cannot be read twice.
 std::string Location(const std::filesystem::path& path) {
@@ -43,56 +33,28 @@ void ApplyRows(const ImportOptions& options, TDSInfo& info) {
   }
 }
 
-void OpenBinary(MappedFile file, const std::string& name, const ImportOptions& options,
-                ImportSource& source) {
-  auto supplier = std::make_unique<TFileSupplier>(std::move(file), name);
-  source.info.DataSource = DataSourceKind::Unformatted;
-  source.info.FileHasHeaders = supplier->HeaderRowsPassed();
-  source.info.RowSamplingFrequency = supplier->SamplingFrequency();
-  source.columns.assign(supplier->ColumnNames().size(), ColumnGuess{true, false, {}});
-  source.supplier = std::move(supplier);
-  if (options.headers) source.info.FileHasHeaders = *options.headers;
-}
-
-void OpenText(std::shared_ptr<const TextSource> text, const ImportOptions& options,
-              ImportSource& source, Progress& progress) {
-  LoadProgress examining(&progress);
-  const std::string_view all = text->Text();
-  if (all.size() > kLargeText) {
-    examining.Begin(kTitle, text->Name(), static_cast<std::int64_t>(all.size()));
-  }
-  const TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
-  source.info.DataSource = DataSourceKind::Text;
-  format.ApplyTo(source.info);
-  source.columns = format.columns;
-  source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));
-  source.columns.resize(source.supplier->ColumnNames().size());
-}
-
 }  // namespace
 
 ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
-                              Progress& progress) {
+                              SourceKinds kinds, Progress& progress) {
   options.Validate();
   ImportSource source;
   const std::string name = path == kStandardInput ? "standard input" : path.string();
   MappedFile file = OpenSourceFile(path);
-  if (IsUnformatted(file.Bytes())) {
-    OpenBinary(std::move(file), name, options, source);
-  } else {
-    OpenText(std::make_shared<const TextSource>(std::move(file), name), options, source, progress);
-  }
+  const SourceKind& kind = KindOfFile(kinds, file.Bytes(), name);
+  kind.examine({std::move(file), name, options, progress}, source);
   source.info.DatasourceInfo = Location(path);
+  if (!source.info.DatasourceInfo.empty()) source.info.DataSource = kind.kind;
   source.info.active = true;
   ApplyRows(options, source.info);
   return source;
 }
 
-ImportSource ExamineText(std::string text, const std::string& name, const ImportOptions& options,
-                         Progress& progress) {
+ImportSource TextImportSource(std::string text, const std::string& name,
+                              const ImportOptions& options, Progress& progress) {
   options.Validate();
   ImportSource source;
-  OpenText(std::make_shared<const TextSource>(std::move(text), name), options, source, progress);
+  ExamineText(std::make_shared<const TextSource>(std::move(text), name), options, progress, source);
   source.info.active = true;
   ApplyRows(options, source.info);
   return source;

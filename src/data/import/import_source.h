@@ -11,6 +11,7 @@
 #include "base/progress.h"
 #include "data/data_supplier.h"
 #include "data/ds_info.h"
+#include "data/import/source_kinds.h"
 #include "data/text/format_guess.h"
 
 namespace tarnwick {
@@ -34,13 +35,13 @@ struct ImportSource {
   std::vector<std::int32_t> NumberColumns() const;
 };
 
-/// Opens and examines a file. Throws Error for options that cannot be used and FileError for files that cannot be read.
-/// Examining a large text progresses by bytes.
+/// Opens and examines a file, of the first of `kinds` that recognises it. Throws Error for options that cannot be used and
+/// FileError for files that cannot be read.
 ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
-                              Progress& progress);
+                              SourceKinds kinds, Progress& progress);
 
 /// The same for a text that is no file's, which nothing can read again. `name` is for messages.
-ImportSource ExamineText(std::string text, const std::string& name, const ImportOptions& options,
-                         Progress& progress);
+ImportSource TextImportSource(std::string text, const std::string& name,
+                              const ImportOptions& options, Progress& progress);
 
 }  // namespace tarnwick

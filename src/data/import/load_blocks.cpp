@@ -1,9 +1,8 @@
-// Loading block by block over a text: every row is read, by fast loops and on several threads when the text is large.
+// Loading block by block: every row is read, as fast as its source can hand whole columns over.
 #include <algorithm>
 #include <cmath>
 
 #include "data/import/load_run.h"
-#include "data/text/row_pipeline.h"
 
 namespace tarnwick {
 namespace {
@@ -16,15 +15,15 @@ double BlockOrRowNumber(const RowBlock& block, std::size_t request, std::int64_t
 
 }  // namespace
 
-const TTxtSupplier* LoadRun::BlockSource() const {
-  const auto* const text = dynamic_cast<const TTxtSupplier*>(&supplier_);
-  if (text == nullptr || options_.value_by_value) return nullptr;
-  const auto same_headers = [&](const Member& m) { return m.headers == text->HeaderRows(); };
+const BlockSource* LoadRun::UsefulBlocks() const {
+  const BlockSource* const blocks = supplier_.Blocks();
+  if (blocks == nullptr || options_.value_by_value) return nullptr;
+  const auto same_headers = [&](const Member& m) { return m.headers == blocks->HeaderRows(); };
   const auto is_dense = [](const Member& m) {
     return m.target->Chooser().Every() <= kDensestSampling;
   };
   const bool all = std::all_of(members_.begin(), members_.end(), same_headers);
-  return all && std::any_of(members_.begin(), members_.end(), is_dense) ? text : nullptr;
+  return all && std::any_of(members_.begin(), members_.end(), is_dense) ? blocks : nullptr;
 }
 
 /// The column's place in the blocks; the same column is read once.
@@ -37,7 +36,7 @@ std::size_t LoadRun::Request(std::int32_t column, ColumnFormat format) {
   return place;
 }
 
-void LoadRun::LoadBlocks(const TTxtSupplier& text) {
+void LoadRun::LoadBlocks(const BlockSource& blocks) {
   for (Member& member : members_) {
     member.x_request = Request(member.x_column, member.target->Info().XFormat);
     member.y_request = Request(member.y_column, member.target->Info().YFormat);
@@ -45,34 +44,24 @@ void LoadRun::LoadBlocks(const TTxtSupplier& text) {
       member.column_requests.push_back(Request(column, FormatOf(member, column)));
     }
   }
-  std::int64_t first_row = 1;
-  std::int64_t first_line = 1 + text.HeaderRows();
-  const char* const begin = text.Text().data();
-  ReadRowBlocks(text.Body(), text.Layout(), requests_, options_.threads,
-                [&](const RowBlock& block) {
-                  for (Member& member : members_) {
-                    TakeBlock(member, block, first_row, first_line, text.Layout());
-                  }
-                  first_row += block.rows;
-                  first_line += block.lines;
-                  const bool any = !block.text.empty();
-                  return (!any || AdvanceProgress(block.text.data() - begin)) && !AllDone();
-                });
+  blocks.ReadBlocks(requests_, options_.threads, [&](const RowBlock& block) {
+    for (Member& member : members_) TakeBlock(member, block, blocks);
+    return AdvanceProgress(blocks.PositionOf(block)) && !AllDone();
+  });
 }
 
-void LoadRun::TakeBlock(Member& member, const RowBlock& block, std::int64_t first_row,
-                        std::int64_t first_line, const TextLayout& layout) const {
+void LoadRun::TakeBlock(Member& member, const RowBlock& block, const BlockSource& blocks) {
   LoadTarget& target = *member.target;
   const bool stored = member.x_request != kRowNumbers && member.y_request != kRowNumbers;
-  if (stored && target.TakesColumns() && target.Chooser().NextRow() == first_row &&
+  if (stored && target.TakesColumns() && target.Chooser().NextRow() == block.first_row &&
       block.complete[member.x_request] != 0 && block.complete[member.y_request] != 0) {
     target.TakeColumns(block.Column(member.x_request), block.Column(member.y_request));
     return;
   }
-  const std::int64_t end = first_row + block.rows;
+  const std::int64_t end = block.first_row + block.rows;
   for (std::int64_t number = target.Chooser().NextRow(); number < end;
        number = target.Chooser().NextRow()) {
-    const std::int64_t row = number - first_row;
+    const std::int64_t row = number - block.first_row;
     RowValues values;
     values.x = BlockOrRowNumber(block, member.x_request, row, number);
     values.y = BlockOrRowNumber(block, member.y_request, row, number);
@@ -80,7 +69,7 @@ void LoadRun::TakeBlock(Member& member, const RowBlock& block, std::int64_t firs
       member.columns[i] = BlockOrRowNumber(block, member.column_requests[i], row, number);
     }
     values.columns = member.columns;
-    target.Take(values, [&] { return first_line + block.LineOfRow(row, layout); });
+    target.Take(values, [&] { return blocks.LineOf(block, row); });
   }
 }
 

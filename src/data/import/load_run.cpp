@@ -67,8 +67,8 @@ std::vector<LoadReport> LoadRun::Load() {
   }
   if (CountRows()) {
     BeginTargets(std::move(transforms));
-    if (const TTxtSupplier* const text = BlockSource()) {
-      LoadBlocks(*text);
+    if (const BlockSource* const blocks = UsefulBlocks()) {
+      LoadBlocks(*blocks);
     } else {
       LoadRows();
     }

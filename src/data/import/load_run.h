@@ -1,5 +1,5 @@
 // One pass over a supplier that fills one or several DataSets. Knows two roads: row by row through any supplier, and block
-// by block over a text; both give the same points.
+// by block where the supplier offers it; both give the same points.
 #pragma once
 
 #include <cstdint>
@@ -12,12 +12,10 @@
 #include "base/undefined.h"
 #include "data/import/load_target.h"
 #include "data/import/loader.h"
-#include "data/text/row_block.h"
-#include "data/text/text_supplier.h"
 
 namespace tarnwick {
 
-/// Up to this sampling frequency reading every row of a text beats skipping.
+/// Up to this sampling frequency reading every row in blocks beats skipping.
 inline constexpr std::int32_t kDensestSampling = 16;
 
 /// Progress that begins when there is something to show, and may never begin.
@@ -75,11 +73,10 @@ class LoadRun {
   double ReadCode(std::int32_t column, ColumnFormat format) const;
 
   // Block by block
-  const TTxtSupplier* BlockSource() const;
-  void LoadBlocks(const TTxtSupplier& text);
+  const BlockSource* UsefulBlocks() const;
+  void LoadBlocks(const BlockSource& blocks);
   std::size_t Request(std::int32_t column, ColumnFormat format);
-  void TakeBlock(Member& member, const RowBlock& block, std::int64_t first_row,
-                 std::int64_t first_line, const TextLayout& layout) const;
+  static void TakeBlock(Member& member, const RowBlock& block, const BlockSource& blocks);
 
   std::span<TDataSeries* const> all_;
   TDataSupplier& supplier_;

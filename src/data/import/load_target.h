@@ -7,11 +7,11 @@
 #include <span>
 #include <vector>
 
+#include "data/block_source.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
 #include "data/import/row_chooser.h"
 #include "data/series/data_series.h"
-#include "data/text/row_block.h"
 
 namespace tarnwick {
 

@@ -1,28 +1,17 @@
 #include "data/import/loader.h"
 
-#include <algorithm>
-#include <optional>
 #include <string>
-#include <tuple>
 
 #include "data/import/load_run.h"
-#include "data/import/open_supplier.h"
 
 namespace tarnwick {
 namespace {
 
-/// What must agree for DataSets to be read from one supplier.
-auto SourceKey(const TDataSeries& series) {
+/// The kind of a DataSet whose source can be read again, else null.
+const SourceKind* KindToReload(SourceKinds kinds, const TDataSeries& series) {
   const TDSInfo& info = series.Source();
-  return std::tie(info.DatasourceInfo, info.DivideTextByWidth, info.FileHasHeaders,
-                  info.TextSeparators, info.TextMarkers, info.ColumnWidth, info.MergeSeparators);
-}
-
-bool ReadsFile(const TDataSeries& series) {
-  const TDSInfo& info = series.Source();
-  const bool file =
-      info.DataSource == DataSourceKind::Text || info.DataSource == DataSourceKind::Unformatted;
-  return file && !info.DatasourceInfo.empty();
+  const SourceKind* const kind = FindSourceKind(kinds, info.DataSource);
+  return kind != nullptr && kind->open != nullptr && !info.DatasourceInfo.empty() ? kind : nullptr;
 }
 
 }  // namespace
@@ -43,17 +32,17 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
   std::vector<LoadReport> reports(all.size());
   std::vector<bool> done(all.size(), false);
   for (std::size_t first = 0; first < all.size(); ++first) {
-    if (done[first] || !ReadsFile(*all[first])) continue;
+    const SourceKind* const kind = KindToReload(options.kinds, *all[first]);
+    if (done[first] || kind == nullptr) continue;
     std::vector<std::size_t> group;
     std::vector<TDataSeries*> series;
     for (std::size_t i = first; i < all.size(); ++i) {
-      if (!ReadsFile(*all[i]) || SourceKey(*all[i]) != SourceKey(*all[first])) continue;
+      if (done[i] || !ShareSource(*kind, *all[first], *all[i])) continue;
       group.push_back(i);
       series.push_back(all[i]);
       done[i] = true;
     }
-    const TDSInfo& info = all[first]->Source();
-    const std::unique_ptr<TDataSupplier> supplier = OpenSupplier(info, info.DatasourceInfo);
+    const std::unique_ptr<TDataSupplier> supplier = kind->open(all[first]->Source());
     for (TDataSeries* const one : series) {
       TDSInfo& source = one->Source();
       source.active = true;

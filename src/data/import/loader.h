@@ -13,6 +13,7 @@
 #include "base/progress.h"
 #include "data/data_supplier.h"
 #include "data/import/load_report.h"
+#include "data/import/source_kinds.h"
 #include "data/series/data_series.h"
 
 namespace tarnwick {
@@ -48,6 +49,7 @@ struct LoadOptions {
   TransformFactory transforms;   ///< empty: CompileColumnExpressions
   bool value_by_value =
       false;  ///< only the one-value-at-a-time interface: the reference of the fast road
+  SourceKinds kinds = BasicSourceKinds();  ///< what can be opened
 };
 
 /// Replaces the points of `series` by those its description picks from `supplier`. Keeps the old points (and answers
@@ -62,9 +64,9 @@ LoadReport LoadDataSet(TDataSeries& series, TDataSupplier& supplier,
 std::vector<LoadReport> LoadShared(std::span<TDataSeries* const> all, TDataSupplier& supplier,
                                    const LoadOptions& options = {});
 
-/// Re-reads every DataSet from its text or binary file, each file once. DataSets of other kinds are left alone
-/// (loaded = false). A file that cannot be opened throws its FileError before any DataSet of that file changes; the
-/// DataSets of the files before it are loaded by then.
+/// Re-reads every DataSet whose kind of source can be opened again, each source once. The others are left alone (loaded =
+/// false). A source that cannot be opened throws its Error before any DataSet of it changes; the DataSets of the sources
+/// before it are loaded by then.
 std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all,
                                    const LoadOptions& options = {});
 

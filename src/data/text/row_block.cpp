@@ -187,14 +187,6 @@ double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
   return FieldValue(text, format).value_or(kNotNumberValue);
 }
 
-std::int64_t RowBlock::LineOfRow(std::int64_t row, const TextLayout& layout) const {
-  LineWalker walker(text, layout.line_end);
-  for (std::int64_t line = 0; !walker.AtEnd(); ++line) {
-    if (IsDataLine(walker.Next(), layout) && row-- == 0) return line;
-  }
-  return lines;
-}
-
 std::string_view LinesBeginningIn(std::string_view text, std::size_t from, std::size_t to,
                                   char line_end) {
   const char* const begin = text.data();
@@ -235,6 +227,14 @@ void ReadRowBlock(std::string_view lines, const TextLayout& layout,
   for (std::vector<double>& column : block.storage) {
     block.complete.push_back(SettleInfinities(std::span(column).first(rows)) ? 1 : 0);
   }
+}
+
+std::int64_t LineInBlock(const RowBlock& block, std::int64_t row, const TextLayout& layout) {
+  LineWalker walker(block.text, layout.line_end);
+  for (std::int64_t line = 0; !walker.AtEnd(); ++line) {
+    if (IsDataLine(walker.Next(), layout) && row-- == 0) return line;
+  }
+  return block.lines;
 }
 
 }  // namespace tarnwick

@@ -46,8 +46,13 @@ class BlockReader {
 
   void Run(const BlockConsumer& consume) {
     for (; consumed_ < blocks_; Release()) {
-      Slot& slot = AwaitNext();
-      if (!consume(slot.block)) return;
+      RowBlock& block = AwaitNext().block;
+      if (block.text.empty()) continue;  // a line that began before is longer than the block
+      block.first_row = 1 + rows_;
+      block.first_line = lines_;
+      rows_ += block.rows;
+      lines_ += block.lines;
+      if (!consume(block)) return;
     }
   }
 
@@ -117,6 +122,8 @@ class BlockReader {
   std::condition_variable changed_;
   std::size_t taken_ = 0;
   std::size_t consumed_ = 0;
+  std::int64_t rows_ = 0;  // of the blocks consumed, and lines
+  std::int64_t lines_ = 0;
   bool stopped_ = false;
   std::exception_ptr failure_;
   std::vector<std::jthread> workers_;  // last: ended before what they use

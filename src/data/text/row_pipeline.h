@@ -1,16 +1,12 @@
 // Reads a text block by block on one or more threads and hands the blocks over in order. Knows threads; knows no DataSet.
 #pragma once
 
-#include <functional>
 #include <span>
 #include <string_view>
 
 #include "data/text/row_block.h"
 
 namespace tarnwick {
-
-/// Called in the caller's thread with every block in the order of the text; false ends the reading.
-using BlockConsumer = std::function<bool(const RowBlock&)>;
 
 /// Reads the rows of `text` on `threads` threads (the caller's among them; 0 = as many as help). What was thrown on any
 /// thread is thrown here.

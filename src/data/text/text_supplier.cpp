@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "data/text/row_block.h"
+#include "data/text/row_pipeline.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
 
@@ -133,6 +134,19 @@ void TTxtSupplier::ReadNames() {
 std::int64_t TTxtSupplier::Line() const {
   const std::string_view text = source_->Text();
   return 1 + std::count(text.data(), at_, layout_.line_end);
+}
+
+void TTxtSupplier::ReadBlocks(std::span<const ColumnRequest> requests, int threads,
+                              const BlockConsumer& consume) const {
+  ReadRowBlocks(Body(), layout_, requests, threads, consume);
+}
+
+std::int64_t TTxtSupplier::PositionOf(const RowBlock& block) const {
+  return block.text.data() - source_->Text().data();
+}
+
+std::int64_t TTxtSupplier::LineOf(const RowBlock& block, std::int64_t row) const {
+  return 1 + header_rows_ + block.first_line + LineInBlock(block, row, layout_);
 }
 
 std::string TTxtSupplier::Place() const {

@@ -1,5 +1,4 @@
-// Rows and columns of a text. Knows lines, fields, headers and names; hands its text to the loader for reading many rows
-// at once.
+// Rows and columns of a text. Knows lines, fields, headers and names; reads many rows at once too.
 #pragma once
 
 #include <memory>
@@ -14,7 +13,7 @@ namespace tarnwick {
 
 /// The first FileHasHeaders lines are header rows whatever they hold. Behind them every line is a row but the blank ones
 /// and those that begin with "#" or "%".
-class TTxtSupplier final : public TDataSupplier {
+class TTxtSupplier final : public TDataSupplier, private BlockSource {
  public:
   TTxtSupplier(const TDSInfo& info, std::shared_ptr<const TextSource> source);
 
@@ -36,14 +35,17 @@ class TTxtSupplier final : public TDataSupplier {
   std::string Place() const override;
   std::int64_t Line() const override;
 
-  const TextLayout& Layout() const { return layout_; }
-  /// The text behind the header lines, where rows and line numbers of blocks begin.
-  std::string_view Body() const { return {body_, static_cast<std::size_t>(end_ - body_)}; }
-  std::string_view Text() const { return source_->Text(); }
-  /// Lines before Body(); each is a row of the supplier.
-  std::int32_t HeaderRows() const { return header_rows_; }
+  const BlockSource* Blocks() const override { return this; }
 
  private:
+  std::int32_t HeaderRows() const override { return header_rows_; }
+  void ReadBlocks(std::span<const ColumnRequest> requests, int threads,
+                  const BlockConsumer& consume) const override;
+  std::int64_t PositionOf(const RowBlock& block) const override;
+  std::int64_t LineOf(const RowBlock& block, std::int64_t row) const override;
+
+  /// The text behind the header lines, where rows and line numbers of blocks begin.
+  std::string_view Body() const { return {body_, static_cast<std::size_t>(end_ - body_)}; }
   void GoToBody(std::int64_t row);
   std::string_view CurrentLine();
   std::optional<std::string_view> CurrentField(std::int32_t column);

@@ -1,5 +1,6 @@
 #include "desk/document/document_files.h"
 
+#include <algorithm>
 #include <numeric>
 #include <system_error>
 #include <utility>
@@ -9,14 +10,15 @@
 #include "desk/document/document.h"
 #include "desk/document/finish_look.h"
 #include "desk/document/open_edit.h"
+#include "desk/settings/program_paths.h"
 #include "graph/background_image.h"
+#include "graph/files/file_kinds.h"
 #include "graph/graph_state_compare.h"
 #include "graph/layout/finished_look.h"
+#include "graph/series_of_whole.h"
 
 namespace tarnwick {
 namespace {
-
-constexpr const char* kDefaultTemplateName = "default.ttp";
 
 std::filesystem::path FolderOf(const std::filesystem::path& path) {
   return std::filesystem::absolute(path).parent_path();
@@ -39,9 +41,9 @@ void DocumentFiles::BeginHistory(bool changed) {
 }
 
 bool DocumentFiles::Begin(const StartFiles& files) {
-  const std::string extension = LowerExtension(files.graph_or_template);
-  if (extension == ".ttp") template_ = files.graph_or_template;
-  if (extension == ".tgr") graph_file_ = files.graph_or_template;
+  const FileHolds holds = KindOf(files.graph_or_template).holds;
+  if (holds == FileHolds::Template) template_ = files.graph_or_template;
+  if (holds == FileHolds::Graph) graph_file_ = files.graph_or_template;
   data_folder_ = std::filesystem::current_path();
   if (files.graph_or_template.empty() && !files.default_template.empty()) {
     LoadDefaultTemplate(files.default_template);
@@ -92,9 +94,9 @@ void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
   }
   TakeState(Read([path](Progress&) { return ReadGraph(path); }));
   document_.Look().own = true;
-  const std::string extension = LowerExtension(path);
-  if (extension == ".tgr") graph_file_ = path;
-  if (extension == ".ttp") {
+  const FileHolds holds = KindOf(path).holds;
+  if (holds == FileHolds::Graph) graph_file_ = path;
+  if (holds == FileHolds::Template) {
     template_ = path;
     if (LowerAscii(path.filename().string()) == kDefaultTemplateName) {
       Appearance appearance = document_.WholeGraph().GetAppearance();
@@ -145,12 +147,12 @@ void DocumentFiles::TakeNewData(const std::string& step, const GraphState& befor
 }
 
 bool DocumentFiles::LoadDataFromFile(const std::filesystem::path& path) {
-  const std::string extension = LowerExtension(path);
-  if (extension == ".tgr" || extension == ".ttp") {
+  const FileHolds holds = KindToRead(path).holds;
+  if (holds == FileHolds::Graph || holds == FileHolds::Template) {
     document_.SelectedChild() ? LoadGraphIntoChild(path) : LoadGraphFile(path);
     return true;
   }
-  if (extension != ".tds") return ReadDataFile(path);
+  if (holds != FileHolds::DataSet) return ReadDataFile(path);
   const GraphState before = document_.Graph().State();
   const ReadResult result = Read([before, path](Progress&) { return ReadDataSet(before, path); });
   data_folder_ = FolderOf(path);
@@ -171,49 +173,38 @@ void DocumentFiles::LoadGraphIntoChild(const std::filesystem::path& path) {
 }
 
 bool DocumentFiles::Refresh() {
-  const auto refreshed = [this](const TxyGraph& graph) {
-    std::vector<std::size_t> all(graph.SeriesCount());
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    return ReadAgain(graph, all);
-  };
-  const ReadResult whole = refreshed(document_.WholeGraph());
-  std::vector<ReadResult> parts;
-  bool cancelled = whole.cancelled;
-  for (const auto& child : document_.WholeGraph().Children()) {
-    if (!cancelled) cancelled = parts.emplace_back(refreshed(*child)).cancelled;
-  }
-  if (cancelled) return false;
+  std::vector<std::size_t> all(SeriesOfWhole(document_.WholeGraph()).size());
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  const ReadResult result = ReadAgain(all);
+  if (result.cancelled) return false;
   // Data refreshed time and again would fill the memory with their past.
   OpenEdit step(document_, "Refresh Data", Merging::WithLikeStep);
-  document_.WholeGraph().SetState(whole.state);
-  for (std::size_t i = 0; i < parts.size(); ++i)
-    document_.WholeGraph().Children()[i]->SetState(parts[i].state);
-  note_ = whole.note;
+  TakeWhole(result);
   SettleTooManyPoints();
   step.Finish();
   return true;
 }
 
-ReadResult DocumentFiles::ReadAgain(const TxyGraph& graph, const std::vector<std::size_t>& which) {
-  const GraphState before = graph.State();
+ReadResult DocumentFiles::ReadAgain(const std::vector<std::size_t>& which) {
+  const GraphState before = document_.WholeGraph().State();
   return Read([before, which](Progress& progress) { return Refreshed(before, which, progress); });
 }
 
 void DocumentFiles::SaveGraphFile(const std::filesystem::path& path) {
-  Write([state = document_.WholeGraph().State(), path] { WriteGraph(state, path); });
-  (LowerExtension(path) == ".ttp" ? template_ : graph_file_) = path;
+  Write([state = document_.WholeGraph().State(), path] { WriteByKind(state, path); });
+  (KindOf(path).holds == FileHolds::Template ? template_ : graph_file_) = path;
   ShowPath(path);
   document_.History().SetChanged(false);
 }
 
 void DocumentFiles::SaveDataFile(const std::filesystem::path& path) {
-  Write([state = document_.WholeGraph().State(), path] { WriteDataText(state, path); });
+  Write([state = document_.WholeGraph().State(), path] { WriteByKind(state, path); });
   data_file_ = path;
   data_folder_ = FolderOf(path);
 }
 
 void DocumentFiles::SaveDataSetFile(const std::filesystem::path& path) {
-  Write([state = document_.Graph().State(), path] { WriteDataSet(state, path); });
+  Write([state = document_.Graph().State(), path] { WriteByKind(state, path); });
 }
 
 ReadResult DocumentFiles::Read(const std::function<ReadResult(Progress&)>& reading) {
@@ -231,6 +222,11 @@ void DocumentFiles::TakeState(const ReadResult& result) {
   note_ = result.note;
 }
 
+void DocumentFiles::TakeWhole(const ReadResult& result) {
+  document_.WholeGraph().SetState(result.state);
+  note_ = result.note;
+}
+
 void DocumentFiles::TakeStep(const std::string& name, const ReadResult& result) {
   OpenEdit step(document_, name);
   TakeState(result);
@@ -239,17 +235,17 @@ void DocumentFiles::TakeStep(const std::string& name, const ReadResult& result) 
 }
 
 void DocumentFiles::SettleTooManyPoints() {
+  const std::vector<TSeries*> whole = SeriesOfWhole(document_.WholeGraph());
   std::vector<std::size_t> switched;
-  TxyGraph& graph = document_.Graph();
-  graph.SettleTooManyPoints(document_.GetPrompt(), [&](TSeries& series) {
-    for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-      if (&graph.Series(i) == &series) switched.push_back(i);
-    }
-  });
+  const auto reload = [&](TSeries& series) {
+    const auto place = std::ranges::find(whole, &series) - whole.begin();
+    switched.push_back(static_cast<std::size_t>(place));
+  };
+  document_.WholeGraph().SettleTooManyPoints(document_.GetPrompt(), reload);
   if (switched.empty()) return;
   try {
-    const ReadResult result = ReadAgain(graph, switched);
-    if (!result.cancelled) TakeState(result);
+    const ReadResult result = ReadAgain(switched);
+    if (!result.cancelled) TakeWhole(result);
   } catch (const FileError& error) {
     // What was loaded stands; only its thinning has to wait for the source.
     document_.GetPrompt().Tell(error.what());

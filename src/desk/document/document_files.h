@@ -71,11 +71,13 @@ class DocumentFiles {
   ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
   void Write(const std::function<void()>& writing);
   void TakeState(const ReadResult& result);
+  void TakeWhole(const ReadResult& result);
   void TakeNewData(const std::string& step, const GraphState& before, const ReadResult& result);
   void TakeStep(const std::string& name, const ReadResult& result);
   void BeginHistory(bool changed);
   void LoadGraphIntoChild(const std::filesystem::path& path);
-  ReadResult ReadAgain(const TxyGraph& graph, const std::vector<std::size_t>& which);
+  /// The whole graph with the DataSets at these places of SeriesOfWhole read again.
+  ReadResult ReadAgain(const std::vector<std::size_t>& which);
   void SettleTooManyPoints();
   void TellMissingPictures(const TxyGraph& graph);
   void ShowPath(const std::filesystem::path& path);

@@ -2,35 +2,41 @@
 
 #include <algorithm>
 #include <functional>
-#include <numeric>
 #include <set>
 #include <vector>
 
 #include "base/error.h"
-#include "base/text_encoding.h"
 #include "data/import/loader.h"
 #include "graph/edit/paste_edit.h"
-#include "graph/files/data_text_file.h"
+#include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
+#include "graph/series_of_whole.h"
 #include "graph/xy_graph.h"
+#include "sources/all_source_kinds.h"
 
 namespace tarnwick {
 namespace {
 
-/// What the reports say, DataSet by DataSet, or once where they all say the same. The reports are those of the DataSets
-/// `which`.
-std::string Summary(const std::vector<LoadReport>& reports, const TxyGraph& graph,
-                    const std::vector<std::size_t>& which) {
+/// What the reports say of their DataSets, one by one, or once where they all say the same.
+std::string Summary(const std::vector<LoadReport>& reports,
+                    const std::vector<TDataSeries*>& series) {
   std::set<std::string> different;
   std::string named;
   for (std::size_t i = 0; i < reports.size(); ++i) {
     if (!reports[i].loaded) continue;
     const std::string text = reports[i].Message();
     different.insert(text);
-    named += (named.empty() ? "" : ";  ") + graph.Series(which[i]).SeriesName() + ": " + text;
+    named += (named.empty() ? "" : ";  ") + series[i]->SeriesName() + ": " + text;
   }
   return different.size() == 1 ? *different.begin() : named;
+}
+
+LoadOptions Loading(Progress& progress) {
+  LoadOptions load;
+  load.progress = &progress;
+  load.kinds = AllSourceKinds();
+  return load;
 }
 
 bool WasCancelled(const std::vector<LoadReport>& reports) {
@@ -43,14 +49,13 @@ using AddData = std::function<std::vector<LoadReport>(TxyGraph&, const LoadOptio
 ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddData& add) {
   TxyGraph graph;
   graph.SetState(into);
-  LoadOptions load;
-  load.progress = &progress;
+  const LoadOptions load = Loading(progress);
   const std::size_t before = graph.SeriesCount();
   const std::vector<LoadReport> reports = add(graph, load);
   if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
-  std::vector<std::size_t> added(reports.size());
-  std::iota(added.begin(), added.end(), before);
-  return {graph.State(), Summary(reports, graph, added)};
+  std::vector<TDataSeries*> added;
+  for (std::size_t i = 0; i < reports.size(); ++i) added.push_back(&graph.Series(before + i));
+  return {graph.State(), Summary(reports, added)};
 }
 
 /// "Pasted 2 DataSets, 1 mark"
@@ -68,10 +73,6 @@ std::string NoteOf(const PastedParts& parts) {
 }
 
 }  // namespace
-
-std::string LowerExtension(const std::filesystem::path& path) {
-  return LowerAscii(path.extension().string());
-}
 
 ReadResult ReadGraph(const std::filesystem::path& path) {
   return {LoadGraph(path)->State(), {}};
@@ -109,35 +110,24 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
                      Progress& progress) {
   TxyGraph graph;
   graph.SetState(state);
+  const std::vector<TSeries*> whole = SeriesOfWhole(graph);
   std::vector<TDataSeries*> all;
   all.reserve(which.size());
-  for (const std::size_t index : which) all.push_back(&graph.Series(index));
-  LoadOptions load;
-  load.progress = &progress;
+  for (const std::size_t place : which) all.push_back(whole.at(place));
+  const LoadOptions load = Loading(progress);
   const std::vector<LoadReport> reports = RefreshAll(all, load);
   if (WasCancelled(reports) || progress.Cancelled()) return {state, {}, true};
-  return {graph.State(), Summary(reports, graph, which)};
+  return {graph.State(), Summary(reports, all)};
 }
 
-void WriteGraph(const GraphState& state, const std::filesystem::path& path) {
+void WriteByKind(const GraphState& state, const std::filesystem::path& path) {
+  const FileKind& kind = KindOf(path);
+  if (!kind.write)
+    throw FileError("No kind of file with this ending is written", path.string(), "");
   TxyGraph graph;
   graph.SetState(state);
-  GraphFileOptions options;
-  options.points = LowerExtension(path) == ".ttp" ? WithPoints::No : WithPoints::Yes;
-  SaveGraph(graph, path, options);
-}
-
-void WriteDataText(const GraphState& state, const std::filesystem::path& path) {
-  TxyGraph graph;
-  graph.SetState(state);
-  SaveDataText(graph, path);
-}
-
-void WriteDataSet(const GraphState& state, const std::filesystem::path& path) {
-  TxyGraph graph;
-  graph.SetState(state);
-  if (!graph.CurrentSeries()) throw Error("No DataSet found!");
-  SaveDataSetFile(graph, static_cast<std::size_t>(graph.CurrentSeriesIndex()), path);
+  kind.write(path,
+             {.graph = graph, .series = static_cast<std::size_t>(graph.CurrentSeriesIndex())});
 }
 
 }  // namespace tarnwick

@@ -19,9 +19,6 @@ struct ReadResult {
   bool cancelled = false;
 };
 
-/// Extension of a path in lower case, with its point.
-std::string LowerExtension(const std::filesystem::path& path);
-
 /// Throws FileError.
 ReadResult ReadGraph(const std::filesystem::path& path);
 /// `into` with the DataSets of a text or binary data file added. Throws FileError.
@@ -33,15 +30,12 @@ ReadResult ReadDataText(const GraphState& into, const std::string& text, const s
 ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize size);
 /// `into` with its current DataSet (or a first one) replaced by that of a DataSet file. Throws FileError.
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path);
-/// `state` with the DataSets at these positions read again, where they come from a file. Throws FileError.
+/// `state` with the DataSets at these places of SeriesOfWhole read again, where they have a source. Throws FileError.
 ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
                      Progress& progress);
 
-/// Saves a graph (".tgr"), or without points a template (".ttp"). Throws FileError.
-void WriteGraph(const GraphState& state, const std::filesystem::path& path);
-/// All DataSets as a table of text. Throws FileError.
-void WriteDataText(const GraphState& state, const std::filesystem::path& path);
-/// The current DataSet as a DataSet file. Throws FileError, and Error "No DataSet found!".
-void WriteDataSet(const GraphState& state, const std::filesystem::path& path);
+/// Writes what a file of this name keeps of a graph; a DataSet file keeps the current one. Throws FileError, and Error "No
+/// DataSet found!".
+void WriteByKind(const GraphState& state, const std::filesystem::path& path);
 
 }  // namespace tarnwick

@@ -21,12 +21,12 @@ constexpr int kSharpness = 2;
 
 struct PictureForm {
   const char* format;
-  const char* extension;
+  std::string (*bytes)(const TxyGraph&, const PictureOptions&);
 };
 
-constexpr std::array kPictures = {PictureForm{"image/svg+xml", ".svg"},
-                                  PictureForm{"application/pdf", ".pdf"},
-                                  PictureForm{"image/x-wmf", ".wmf"}};
+constexpr std::array kPictures = {PictureForm{"image/svg+xml", &SvgBytes},
+                                  PictureForm{"application/pdf", &PdfBytes},
+                                  PictureForm{"image/x-wmf", &WmfBytes}};
 
 const SeriesState* CurrentSeries(const GraphState& state) {
   const auto index = static_cast<std::size_t>(state.appearance.current_series_index);
@@ -97,7 +97,7 @@ QVariant GraphMimeData::Make(const QString& format) const {
   if (format == kImage) return RenderImage(graph, PictureOf(graph, kSharpness));
   for (const PictureForm& picture : kPictures) {
     if (format != picture.format) continue;
-    return Bytes(EncodePicture(graph, picture.extension, PictureOf(graph, 1)));
+    return Bytes(picture.bytes(graph, PictureOf(graph, 1)));
   }
   return {};
 }

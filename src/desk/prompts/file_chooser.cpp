@@ -1,40 +1,21 @@
 #include "desk/prompts/file_chooser.h"
 
 #include <QFileDialog>
+#include <algorithm>
 
+#include "desk/prompts/file_filters.h"
 #include "desk/prompts/picture_size_dialog.h"
+#include "desk/prompts/save_dialog.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {
 
-/// One entry of the Save dialog's filter list and the extension that a name without one gets.
-struct SaveFilter {
-  const char* text;
-  const char* extension;
-};
-
-// The texts are shown as they stand; the patterns in the last parentheses are hidden.
-constexpr SaveFilter kSaveFilters[] = {
-    {"Tarnwick Graph File  (*.tgr) (*.tgr *.TGR)", "tgr"},
-    {"Tarnwick Graph Template (*.ttp) (*.ttp *.TTP)", "ttp"},
-    {"Tarnwick DataSet File (*.tds) (*.tds *.TDS)", "tds"},
-    {"Data File  (*.dat) (*.dat *.DAT)", "dat"},
-    {"Windows Metafile (*.wmf) (*.wmf *.WMF)", "wmf"},
-    {"Bitmap (*.bmp) (*.bmp *.BMP)", "bmp"},
-    {"JPEG Image (*jpg) (*.jpg *.JPG)", "jpg"},
-    {"All Files (*.*) (*)", "tgr"},
-};
-constexpr int kDataSetFilter = 2;
-
-const QStringList& OpenFilters() {
-  static const QStringList kFilters = {
-      "Tarnwick Graphs  (*.tgr) (*.tgr *.TGR)",
-      "Tarnwick Templates  (*.ttp) (*.ttp *.TTP)",
-      "Data Files (*.dat;*.txt) (*.dat *.txt *.DAT *.TXT)",
-      "All Files (*.*) (*)",
-  };
-  return kFilters;
+/// The entry under which every file is shown.
+QString EveryFile(const std::vector<FileFilter>& filters) {
+  const auto entry = std::ranges::find_if(
+      filters, [](const FileFilter& one) { return one.kinds.front()->ending.empty(); });
+  return FilterText(entry == filters.end() ? filters.back() : *entry);
 }
 
 }  // namespace
@@ -44,9 +25,10 @@ std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
   QFileDialog dialog(parent_, QObject::tr("Open"), PathText(folder));
   dialog.setFileMode(QFileDialog::ExistingFiles);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
-  dialog.setNameFilters(OpenFilters());
+  const std::vector<FileFilter> filters = OpenFilters();
+  dialog.setNameFilters(FilterTexts(filters));
   // Whoever opens a file for the first time has data, of whatever extension.
-  dialog.selectNameFilter(OpenFilters().back());
+  dialog.selectNameFilter(EveryFile(filters));
   std::vector<std::filesystem::path> chosen;
   if (dialog.exec() != QDialog::Accepted) return chosen;
   for (const QString& name : dialog.selectedFiles()) chosen.push_back(ToPath(name));
@@ -54,30 +36,8 @@ std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
 }
 
 std::optional<std::filesystem::path> DialogFileChooser::FileToSave(const SaveProposal& proposal) {
-  QFileDialog dialog(parent_, QObject::tr("Save As"), PathText(proposal.folder));
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setFileMode(QFileDialog::AnyFile);
-  dialog.setOption(QFileDialog::HideNameFilterDetails);
-  dialog.setOption(QFileDialog::DontConfirmOverwrite);
-  QStringList filters;
-  for (const SaveFilter& filter : kSaveFilters) filters.append(filter.text);
-  dialog.setNameFilters(filters);
-  dialog.setDefaultSuffix(kSaveFilters[0].extension);
-  dialog.selectFile(PathText(proposal.graph_name));
-
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& chosen) {
-    const auto shown = [&](qsizetype index) {
-      return filters[index] == chosen || filters[index].startsWith(chosen + " (");
-    };
-    for (qsizetype i = 0; i < filters.size(); ++i) {
-      if (!shown(i)) continue;
-      dialog.setDefaultSuffix(kSaveFilters[i].extension);
-      const bool data_set = i == kDataSetFilter && !proposal.data_set_name.empty();
-      dialog.selectFile(PathText(data_set ? proposal.data_set_name : proposal.graph_name));
-    }
-  });
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return ToPath(dialog.selectedFiles().front());
+  SaveDialog dialog(proposal, parent_);
+  return dialog.exec() == QDialog::Accepted ? dialog.Chosen() : std::nullopt;
 }
 
 std::optional<std::filesystem::path> DialogFileChooser::FileToPrint(const SaveProposal& proposal) {

@@ -16,7 +16,8 @@ struct SaveProposal {
   std::filesystem::path folder;
   std::filesystem::path graph_name;  ///< without extension
   std::filesystem::path
-      data_set_name;  ///< for the DataSet file filter; empty without a current DataSet
+      data_set_name;       ///< for the DataSet file filter; empty without a current DataSet
+  PictureOptions picture;  ///< as the graph is shown
 };
 
 class FileChooser {

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "desk/widgets/text.h"
+#include "graph/files/file_kinds.h"
 
 namespace tarnwick {
 namespace {
@@ -21,7 +22,7 @@ std::filesystem::path UserFolder() {
 
 std::filesystem::path FindTemplate(const std::filesystem::path& program) {
   for (const auto& folder : {program, program / "../share/tarnwick", UserFolder()}) {
-    if (IsFile(folder / "default.ttp")) return folder / "default.ttp";
+    if (IsFile(folder / kDefaultTemplateName)) return folder / kDefaultTemplateName;
   }
   return {};
 }
@@ -38,7 +39,8 @@ std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) 
 
 std::vector<std::filesystem::path> FunctionsIn(const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> files = FilesIn(folder);
-  std::erase_if(files, [](const auto& file) { return file.extension() != ".tfn"; });
+  std::erase_if(files,
+                [](const auto& file) { return KindOf(file).holds != FileHolds::FitFunction; });
   // By what the menu shows: "Gaussian" before "Gaussian with base line".
   std::sort(files.begin(), files.end(),
             [](const auto& one, const auto& other) { return one.stem() < other.stem(); });

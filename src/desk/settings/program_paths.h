@@ -6,6 +6,9 @@
 
 namespace tarnwick {
 
+/// What a new graph begins with, wherever it lies.
+inline constexpr const char* kDefaultTemplateName = "default.ttp";
+
 struct ProgramPaths {
   std::filesystem::path default_template;  ///< empty when there is none
   std::vector<std::filesystem::path>

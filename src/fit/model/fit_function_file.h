@@ -10,7 +10,6 @@
 namespace tarnwick {
 
 inline constexpr const char* kWrongFileFormat = "Wrong File Format!";
-inline constexpr const char* kFitFunctionExtension = ".tfn";
 
 /// Reads either writer mode. Throws FileError: "Wrong File Format!" with file and place, or the system's reason.
 FitSettings LoadFitFunction(const std::filesystem::path& path);

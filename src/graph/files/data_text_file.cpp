@@ -113,6 +113,12 @@ void WriteTable(const std::vector<const TDataSeries*>& series, const DataTextOpt
   sink(text);
 }
 
+std::vector<const TDataSeries*> AllSeries(const TxyGraph& graph) {
+  std::vector<const TDataSeries*> series;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) series.push_back(&graph.Series(i));
+  return series;
+}
+
 }  // namespace
 
 std::string DataText(const std::vector<const TDataSeries*>& series,
@@ -125,9 +131,17 @@ std::string DataText(const std::vector<const TDataSeries*>& series,
   return whole;
 }
 
+std::string CsvText(const TxyGraph& graph) {
+  const std::vector<const TDataSeries*> series = AllSeries(graph);
+  DataTextOptions options;
+  options.separators = ",";
+  options.x_tolerance = 0;
+  if (!series.empty()) options.x_heading = series.front()->Source().XDataColumn;
+  return DataText(series, options);
+}
+
 void SaveDataText(const TxyGraph& graph, const std::filesystem::path& path) {
-  std::vector<const TDataSeries*> series;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) series.push_back(&graph.Series(i));
+  const std::vector<const TDataSeries*> series = AllSeries(graph);
   DataTextOptions options;
   options.x_heading = graph.Axis(AxisId::X).ShowAsTime() ? "Time" : "Time (hours)";
   WholeFile file(path);

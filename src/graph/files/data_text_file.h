@@ -24,7 +24,10 @@ struct DataTextOptions {
 /// "(col N)", its column from 0. Stored Y, not corrected. Throws Error.
 std::string DataText(const std::vector<const TDataSeries*>& series, const DataTextOptions& options);
 
-/// Writes all DataSets of a graph (".dat"): X headed "Time" on a time axis, else "Time (hours)".
+/// All DataSets of a graph separated by commas, without tolerance: X headed by the first one's column.
+std::string CsvText(const TxyGraph& graph);
+
+/// Writes all DataSets of a graph separated by tabs: X headed "Time" on a time axis, else "Time (hours)".
 void SaveDataText(const TxyGraph& graph, const std::filesystem::path& path);
 
 }  // namespace tarnwick

@@ -116,8 +116,7 @@ class Reader {
       place_.part = "DataSet section " + std::to_string(i + 1);
       TDataSeries data;
       ReadDataSeries(reader, data);
-      const DataSourceKind kind = data.Source().DataSource;
-      data.Source().active = kind == DataSourceKind::Text || kind == DataSourceKind::Unformatted;
+      data.Source().active = data.Source().DataSource != DataSourceKind::Manual;
       series.data = data.State();
       all.push_back(std::move(series));
     }

@@ -8,15 +8,12 @@
 #include <QPainter>
 #include <QSvgGenerator>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <string>
 #include <string_view>
 
 #include "base/error.h"
 #include "base/number_text.h"
-#include "base/text_encoding.h"
-#include "base/whole_file.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/gif/gif_file.h"
 #include "graph/layout/plot_layout.h"
@@ -57,25 +54,6 @@ std::string EncodeByPlugin(const QImage& image, const char* format) {
   return BytesOf(bytes);
 }
 
-std::string PngBytes(const TxyGraph& graph, const PictureOptions& options) {
-  return EncodePng(RenderImage(graph, options));
-}
-std::string JpegBytes(const TxyGraph& graph, const PictureOptions& options) {
-  return EncodeByPlugin(RenderImage(graph, options), "jpg");
-}
-std::string BmpBytes(const TxyGraph& graph, const PictureOptions& options) {
-  return EncodeByPlugin(RenderImage(graph, options), "bmp");
-}
-
-std::string GifBytes(const TxyGraph& graph, const PictureOptions& options) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  const QString error = WriteGif(buffer, RenderImage(graph, options));
-  if (!error.isEmpty()) throw Error("Can not write the picture: " + error.toStdString());
-  return BytesOf(bytes);
-}
-
 /// Qt writes an SVG's size with six digits, from which a viewer may make a pixel more.
 QByteArray WithExactSize(QByteArray svg, const PictureOptions& options) {
   const auto side = [&](double dots, double millimetres) {
@@ -92,21 +70,6 @@ QByteArray WithExactSize(QByteArray svg, const PictureOptions& options) {
                          " height=" + side(options.height, options.millimetres.height()) + ' ');
 }
 
-std::string SvgBytes(const TxyGraph& graph, const PictureOptions& options) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  QSvgGenerator generator;
-  generator.setOutputDevice(&buffer);
-  generator.setSize(QSize(options.width, options.height));
-  generator.setViewBox(QRectF(QPointF(0, 0), options.Dots()));
-  generator.setResolution(options.dpi);
-  generator.setTitle(QString::fromStdString(graph.GetAppearance().title_of_graph));
-  QPainter painter(&generator);
-  PaintScaled(painter, graph, options.Dots(), options.dpi, PaintTarget::Vector);
-  painter.end();
-  return BytesOf(WithExactSize(bytes, options));
-}
-
 /// Qt makes pages of whole points only, and writes them with digits to spare: the exact size takes their place.
 void CutPage(QSizeF points, std::string& pdf) {
   constexpr std::string_view kBox = "/MediaBox [0 0 ";
@@ -119,44 +82,6 @@ void CutPage(QSizeF points, std::string& pdf) {
   size.resize(room, ' ');
   pdf.replace(from + kBox.size(), room, size);
 }
-
-std::string PdfBytes(const TxyGraph& graph, const PictureOptions& options) {
-  constexpr double kInchPoints = 72;
-  const QSizeF points = options.Dots() * kInchPoints / options.dpi;
-  const QSizeF whole(std::ceil(points.width()), std::ceil(points.height()));
-  const QPageLayout page(QPageSize(whole, QPageSize::Point, QString(), QPageSize::ExactMatch),
-                         QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
-  std::string pdf = PdfOfOnePage(graph, page, options.dpi, [&](QPainter& painter) {
-    // A page is measured from its lower left corner.
-    painter.translate(0, (whole.height() - points.height()) * options.dpi / kInchPoints);
-    PaintScaled(painter, graph, options.Dots(), options.dpi, PaintTarget::Vector);
-  });
-  CutPage(points, pdf);
-  return pdf;
-}
-
-std::string WmfBytes(const TxyGraph& graph, const PictureOptions& options) {
-  MetafilePicture picture(QSize(options.width, options.height), options.dpi);
-  QPainter painter(&picture);
-  PaintScaled(painter, graph, QSizeF(options.width, options.height), options.dpi,
-              PaintTarget::Metafile);
-  painter.end();
-  return picture.Bytes();
-}
-
-struct PictureFormat {
-  std::string_view extension;
-  std::string (*encode)(const TxyGraph&, const PictureOptions&);
-};
-
-constexpr std::array<PictureFormat, 8> kFormats = {{{".png", &PngBytes},
-                                                    {".gif", &GifBytes},
-                                                    {".wmf", &WmfBytes},
-                                                    {".jpg", &JpegBytes},
-                                                    {".jpeg", &JpegBytes},
-                                                    {".bmp", &BmpBytes},
-                                                    {".svg", &SvgBytes},
-                                                    {".pdf", &PdfBytes}}};
 
 }  // namespace
 
@@ -194,20 +119,67 @@ QImage RenderImage(const TxyGraph& graph, const PictureOptions& options) {
   return image;
 }
 
-std::string EncodePicture(const TxyGraph& graph, std::string_view extension,
-                          const PictureOptions& options) {
-  options.Validate();
-  for (const PictureFormat& format : kFormats) {
-    if (format.extension == extension) return format.encode(graph, options);
-  }
-  throw Error("no kind of picture ends in \"" + std::string(extension) +
-              "\"; .png, .jpg, .bmp, .gif, .wmf, .svg and .pdf do");
+std::string PngBytes(const TxyGraph& graph, const PictureOptions& options) {
+  return EncodePng(RenderImage(graph, options));
 }
 
-void WritePicture(const TxyGraph& graph, const std::filesystem::path& path,
-                  const PictureOptions& options) {
-  const std::string extension = LowerAscii(path.extension().string());
-  WriteWholeFile(path, EncodePicture(graph, extension, options));
+std::string JpegBytes(const TxyGraph& graph, const PictureOptions& options) {
+  return EncodeByPlugin(RenderImage(graph, options), "jpg");
+}
+
+std::string BmpBytes(const TxyGraph& graph, const PictureOptions& options) {
+  return EncodeByPlugin(RenderImage(graph, options), "bmp");
+}
+
+std::string GifBytes(const TxyGraph& graph, const PictureOptions& options) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  const QString error = WriteGif(buffer, RenderImage(graph, options));
+  if (!error.isEmpty()) throw Error("Can not write the picture: " + error.toStdString());
+  return BytesOf(bytes);
+}
+
+std::string SvgBytes(const TxyGraph& graph, const PictureOptions& options) {
+  options.Validate();
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  QSvgGenerator generator;
+  generator.setOutputDevice(&buffer);
+  generator.setSize(QSize(options.width, options.height));
+  generator.setViewBox(QRectF(QPointF(0, 0), options.Dots()));
+  generator.setResolution(options.dpi);
+  generator.setTitle(QString::fromStdString(graph.GetAppearance().title_of_graph));
+  QPainter painter(&generator);
+  PaintScaled(painter, graph, options.Dots(), options.dpi, PaintTarget::Vector);
+  painter.end();
+  return BytesOf(WithExactSize(bytes, options));
+}
+
+std::string PdfBytes(const TxyGraph& graph, const PictureOptions& options) {
+  options.Validate();
+  constexpr double kInchPoints = 72;
+  const QSizeF points = options.Dots() * kInchPoints / options.dpi;
+  const QSizeF whole(std::ceil(points.width()), std::ceil(points.height()));
+  const QPageLayout page(QPageSize(whole, QPageSize::Point, QString(), QPageSize::ExactMatch),
+                         QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
+  std::string pdf = PdfOfOnePage(graph, page, options.dpi, [&](QPainter& painter) {
+    // A page is measured from its lower left corner.
+    painter.translate(0, (whole.height() - points.height()) * options.dpi / kInchPoints);
+    PaintScaled(painter, graph, options.Dots(), options.dpi, PaintTarget::Vector);
+  });
+  CutPage(points, pdf);
+  return pdf;
+}
+
+std::string WmfBytes(const TxyGraph& graph, const PictureOptions& options) {
+  options.Validate();
+  MetafilePicture picture(QSize(options.width, options.height), options.dpi);
+  QPainter painter(&picture);
+  PaintScaled(painter, graph, QSizeF(options.width, options.height), options.dpi,
+              PaintTarget::Metafile);
+  painter.end();
+  return picture.Bytes();
 }
 
 }  // namespace tarnwick

@@ -1,9 +1,8 @@
-// Pictures of a graph: images in memory and picture files. Knows the picture formats; the drawing is PaintPlot's.
+// Pictures of a graph: images in memory and the bytes of picture files. Knows the picture formats; the drawing is
+// PaintPlot's.
 #pragma once
 
-#include <filesystem>
 #include <string>
-#include <string_view>
 
 #include <QImage>
 #include <QSizeF>
@@ -33,14 +32,13 @@ int WholePixels(double millimetres, int dpi);
 /// The picture as an image. Needs a QGuiApplication. Throws Error when the options are not valid.
 QImage RenderImage(const TxyGraph& graph, const PictureOptions& options = {});
 
-/// The bytes that a picture file with this extension (".svg", in lower case) holds. Throws Error naming an unknown
-/// extension.
-std::string EncodePicture(const TxyGraph& graph, std::string_view extension,
-                          const PictureOptions& options = {});
-
-/// Writes the picture by the file's extension: .png, .jpg (quality 95), .bmp, .gif, .wmf, .svg, .pdf. The file is written whole or not
-/// at all. Throws Error naming an unknown extension, FileError when writing fails.
-void WritePicture(const TxyGraph& graph, const std::filesystem::path& path,
-                  const PictureOptions& options = {});
+// The bytes of a picture file of each kind. All need a QGuiApplication, and throw Error when the options are not valid.
+std::string PngBytes(const TxyGraph& graph, const PictureOptions& options = {});
+std::string GifBytes(const TxyGraph& graph, const PictureOptions& options = {});
+std::string JpegBytes(const TxyGraph& graph, const PictureOptions& options = {});  ///< quality 95
+std::string BmpBytes(const TxyGraph& graph, const PictureOptions& options = {});
+std::string WmfBytes(const TxyGraph& graph, const PictureOptions& options = {});
+std::string SvgBytes(const TxyGraph& graph, const PictureOptions& options = {});
+std::string PdfBytes(const TxyGraph& graph, const PictureOptions& options = {});
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 #include <QImage>
 
 #include "desktop_fixture.h"
+#include "graph/files/file_kinds.h"
 
 namespace tarnwick {
 namespace {
@@ -55,23 +56,38 @@ TEST_F(DesktopTest, DiscardChangesGoesBackToTheFile) {
   EXPECT_FALSE(ActiveDocument().History().Changed());
 }
 
-TEST_F(DesktopTest, SaveAsAsksBeforeItReplacesAndPassesOverUnknownExtensions) {
+TEST_F(DesktopTest, SaveAsAsksBeforeItReplaces) {
   Start({Example("decay.dat")});
   const auto old = folder_.Write("old.dat", "keep");
   Expect("File " + old.string() + " exists. Overwrite?", Answer::No);
   chooser_->to_save = {old};
   Run("FileSaveAs1");
   EXPECT_EQ(testing::ReadFile(old), "keep");
-  const auto text = folder_.File("new.txt");
-  chooser_->to_save = {text};
-  Run("FileSaveAs1");
-  EXPECT_FALSE(std::filesystem::exists(text));
   EXPECT_EQ(chooser_->proposed.graph_name, "decay");
+}
+
+TEST_F(DesktopTest, AnUnknownEndingNeverCountsAsSaved) {
+  Start({Example("decay.dat")});
+  for (const char* name : {"a.txt", "a.5", "a."}) {
+    Expect("Save changes to Graph_1 ?", Answer::Yes);
+    chooser_->to_save = {folder_.File(name)};
+    Run("FileClose1");
+    ASSERT_EQ(form_->GraphWindows().size(), 1U) << name << ": its data are gone";
+    EXPECT_TRUE(ActiveDocument().History().Changed());
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(folder_.Path())) << "and nothing is written";
+  EXPECT_TRUE(TakeTold().empty());
+  Expect("Save changes to Graph_1 ?", Answer::Yes);
+  chooser_->to_save = {folder_.File("a.tgr")};
+  Run("FileClose1");
+  EXPECT_TRUE(form_->GraphWindows().empty());
 }
 
 TEST_F(DesktopTest, SaveAsWritesEveryKindAndTellsWhatCannotBeWritten) {
   Start({Example("decay.dat")});
-  for (const char* name : {"a.wmf", "a.bmp", "a.jpg", "a.png", "a.gif", "a.svg", "a.pdf"}) {
+  for (const FileKind& kind : FileKinds()) {
+    if (!kind.write) continue;
+    const std::string name = "a" + std::string(kind.ending);
     chooser_->to_save = {folder_.File(name)};
     Run("FileSaveAs1");
     EXPECT_GT(std::filesystem::file_size(folder_.File(name)), 1000U) << name;

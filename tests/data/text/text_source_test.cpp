@@ -5,9 +5,6 @@
 #include <string>
 
 #include "base/error.h"
-#include "data/data_supplier.h"
-#include "data/import/open_supplier.h"
-#include "support/temporary_folder.h"
 
 namespace tarnwick {
 namespace {
@@ -75,18 +72,6 @@ TEST(TextSource, RefusesWhatIsNoText) {
       ADD_FAILURE() << "accepted: " << row.message;
     } catch (const FileError& error) {
       EXPECT_STREQ(error.what(), row.message);
-    }
-  }
-}
-
-TEST(OpenSupplier, NamesTheFileThatIsMissingOrAFolder) {
-  const testing::TemporaryFolder folder;
-  for (const std::filesystem::path& path : {folder.File("none.txt"), folder.Path()}) {
-    try {
-      OpenSupplier({}, path);
-      ADD_FAILURE() << path;
-    } catch (const FileError& error) {
-      EXPECT_NE(std::string(error.what()).find(path.string()), std::string::npos);
     }
   }
 }

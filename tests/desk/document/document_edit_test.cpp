@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "base/error.h"
-#include "base/progress.h"
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
+#include "document/immediate_work.h"
 #include "graph/edit/child_edit.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/edit/point_edit.h"
@@ -17,15 +17,6 @@
 
 namespace tarnwick {
 namespace {
-
-/// Works at once.
-class ImmediateWork final : public LongWork {
- public:
-  void Run(const WorkTitle&, const std::function<void(Progress&)>& work) override {
-    NoProgress progress;
-    work(progress);
-  }
-};
 
 class DocumentEditTest : public ::testing::Test {
  protected:
@@ -57,7 +48,7 @@ class DocumentEditTest : public ::testing::Test {
 
   testing::TemporaryFolder folder_;
   testing::ScriptedPrompt prompt_;
-  ImmediateWork work_;
+  testing::ImmediateWork work_;
   Document document_{"Graph_1", work_, prompt_};
 };
 

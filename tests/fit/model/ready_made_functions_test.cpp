@@ -50,7 +50,7 @@ TEST(ReadyMadeFunctions, AreWhatTheirListSays) {
     const std::string name = function["name"];
     const ::testing::ScopedTrace trace(__FILE__, __LINE__, name);
     const std::filesystem::path& file =
-        *files.insert(kFolder / (name + kFitFunctionExtension)).first;
+        *files.insert(kFolder / (name + ".tfn")).first;
     const FitSettings settings = SettingsOf(function);
     if (std::getenv("TARNWICK_WRITE_FUNCTIONS") != nullptr) SaveFitFunction(file, settings);
     ASSERT_EQ(ReadFile(file), StoredModel(settings, WriterMode::Typed));
@@ -63,7 +63,7 @@ TEST(ReadyMadeFunctions, AreWhatTheirListSays) {
   }
   EXPECT_GE(files.size(), 30U);
   for (const auto& entry : std::filesystem::directory_iterator(kFolder)) {
-    if (entry.path().extension() == kFitFunctionExtension) {
+    if (entry.path().extension() == ".tfn") {
       EXPECT_TRUE(files.contains(entry.path())) << entry.path() << " is not in the list";
     }
   }

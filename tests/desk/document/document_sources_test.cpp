@@ -1,0 +1,89 @@
+// DataSets of documents and the sources they came from.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "desk/document/document.h"
+#include "document/immediate_work.h"
+#include "graph/files/graph_file.h"
+#include "graph/files/import_into_graph.h"
+#include "support/scripted_prompt.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kRows = 30'001;
+constexpr int kEverySeventh = 4286;  // 30001 / 5000 + 1 = 7
+
+std::string Table() {
+  std::string text = "x,y\n";
+  for (int i = 1; i <= kRows; ++i) text += std::to_string(i) + ",1\n";
+  return text;
+}
+
+std::string TooMany(const std::string& name) {
+  return "Maximum number of plotted points = 30000  was exceeded for dataSet \"" + name +
+         "\".\nTo fix, change Hit Frequency to the automatic mode?";
+}
+
+class DocumentSources : public ::testing::Test {
+ protected:
+  /// A graph file with every row of the table in the whole, in an inserted graph, and in one inserted into that.
+  std::filesystem::path SaveNested() {
+    const auto table = folder_.Write("table.csv", Table());
+    TxyGraph whole;
+    TxyGraph* graph = &whole;
+    for (const char* name : {"whole", "inserted", "innermost"}) {
+      if (name != std::string("whole")) graph = &graph->AddChild();
+      ImportOptions options;
+      options.every = 1;
+      ImportIntoGraph(*graph, table, options);
+      graph->Series(0).SetSeriesName(name);
+    }
+    SaveGraph(whole, folder_.File("nested.tgr"));
+    return folder_.File("nested.tgr");
+  }
+  /// Points of the whole's DataSet, the inserted one's and the innermost one's.
+  std::vector<int> Points() {
+    std::vector<int> points;
+    for (const TxyGraph* graph = &document_.WholeGraph();;
+         graph = graph->Children().front().get()) {
+      points.push_back(graph->Series(0).PointCount());
+      if (graph->Children().empty()) return points;
+    }
+  }
+
+  testing::TemporaryFolder folder_;
+  testing::ScriptedPrompt prompt_;
+  testing::ImmediateWork work_;
+  Document document_{"Graph_1", work_, prompt_};
+};
+
+TEST_F(DocumentSources, YesToAllReachesInsertedGraphsAndTheyAreReadAgain) {
+  prompt_.Expect(TooMany("whole"), Answer::YesToAll);
+  document_.Files().LoadGraphFile(SaveNested());
+  EXPECT_EQ(Points(), (std::vector{kEverySeventh, kEverySeventh, kEverySeventh}));
+}
+
+TEST_F(DocumentSources, EachDataSetIsThinnedAsAnswered) {
+  prompt_.Expect(TooMany("whole"), Answer::No);
+  prompt_.Expect(TooMany("inserted"), Answer::Yes);
+  prompt_.Expect(TooMany("innermost"), Answer::No);
+  document_.Files().LoadGraphFile(SaveNested());
+  EXPECT_EQ(Points(), (std::vector{kRows, kEverySeventh, kRows}));
+}
+
+TEST_F(DocumentSources, RefreshReadsInsertedGraphsOfEveryDepth) {
+  for (int i = 0; i < 3; ++i)
+    prompt_.Expect(TooMany(i == 0 ? "whole" : i == 1 ? "inserted" : "innermost"), Answer::No);
+  document_.Files().LoadGraphFile(SaveNested());
+  folder_.Write("table.csv", "x,y\n1,2\n3,4\n");
+  EXPECT_TRUE(document_.Files().Refresh());
+  EXPECT_EQ(Points(), (std::vector{2, 2, 2}));
+  document_.History().Undo();
+  EXPECT_EQ(Points(), (std::vector{kRows, kRows, kRows}));
+}
+
+}  // namespace
+}  // namespace tarnwick
