@@ -25,7 +25,7 @@ target_compile_options(tarnwick_compiler INTERFACE
     # GCC keeps sign conversions out of -Wconversion; both compilers shall judge alike.
     $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
     # GCC 12 sees overlapping and overlong copies in std::string's insert and + where there are none (its bug 105651).
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-stringop-overflow>)
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-stringop-overflow;-Wno-array-bounds>)
 target_link_options(tarnwick_compiler INTERFACE -Wl,--as-needed)
 
 if(TARNWICK_SANITIZE)

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include "data/data_series_file.h"
+#include "data/series/data_series_file.h"
 #include "fit/model/curve_fit_file.h"
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"

@@ -73,7 +73,7 @@ TEST_F(ResultsOnGraph, ResidualsTakeThePlaceOfEarlierOnesAlone) {
   for (int i = 0; i < 2; ++i) AddResiduals(graph_, rate_, "Rest");
   ASSERT_EQ(graph_.SeriesCount(), 3u);
   EXPECT_EQ(graph_.Series(1).PointCount(), 0);
-  EXPECT_EQ(graph_.Series(2).GetY(4), 0.25);
+  EXPECT_EQ(GetY(graph_.Series(2), 4), 0.25);
   EXPECT_THROW(AddBands(graph_, rate_, 0.95), Error);  // nothing was fitted
 }
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "base/error.h"
-#include "data/data_series.h"
-#include "data/data_series_file.h"
 #include "data/import/data_files.h"
 #include "data/import/file_supplier.h"
+#include "data/series/data_series.h"
+#include "data/series/data_series_file.h"
 
 namespace tarnwick {
 namespace {

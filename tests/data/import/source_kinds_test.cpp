@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "base/error.h"
-#include "data/data_series_file.h"
 #include "data/import/data_files.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
+#include "data/series/data_series_file.h"
 #include "support/temporary_folder.h"
 #include "text/text_supplier_maker.h"
 
@@ -101,7 +101,7 @@ TEST(SourceKinds, DataSetsOfAKindFromAboveAreReadTogetherWhereTheyMayBe) {
   Opened().clear();
   const std::vector<LoadReport> reports = RefreshAll(all, WithMadeUp());
   EXPECT_EQ(Opened(), (std::vector<std::string>{"one", "two", "one"}));
-  EXPECT_EQ(v->Points().Back().y, 300);
+  EXPECT_EQ(v->Points().At(v->Points().Size() - 1).y, 300);
   EXPECT_EQ(other_place->PointCount(), 3);
   EXPECT_FALSE(reports[3].loaded) << "it has no place to be read from";
   EXPECT_FALSE(reports[4].loaded) << "separated otherwise there is no column u";

@@ -224,9 +224,11 @@ TEST_F(PaintPlotParts, TheLegendCoversWhatLiesUnderItsFrame) {
   EXPECT_EQ(line.count, 120 + 28);
   EXPECT_EQ(line.box.left(), 66);
   // With a model there is a second row, its sample in the colour of the model's curve alone.
-  graph.Series(0).Fit().SetExpression("5.05");
-  graph.Series(0).Fit().SetStatus(FitStatus::cf_Function);
-  graph.Series(0).Fit().SetCurveColor(Numbered(kMark));
+  FitSettings model;
+  model.Expression = "5.05";
+  model.Status = FitStatus::cf_Function;
+  model.CurveColor = Numbered(kMark);
+  graph.Series(0).Fit().SetSettings(model, true);
   Legend legend = graph.GetLegend();
   legend.height = 60, legend.width = 110;
   graph.SetLegend(legend);
