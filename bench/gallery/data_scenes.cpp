@@ -123,8 +123,8 @@ void BuildLogLog(TxyGraph& graph, const Path&) {
   SetTitles(graph, "Frequency (Hz)", "Power density (V²/Hz)");
   graph.Axis(AxisId::X).SetLogScale(true);
   graph.Axis(AxisId::Y).SetLogScale(true);
-  graph.Axis(AxisId::X).SetGridlines(true);
-  graph.Axis(AxisId::Y).SetGridlines(true);
+  SetLook(graph.Axis(AxisId::X), &AxisLook::Gridlines, true);
+  SetLook(graph.Axis(AxisId::Y), &AxisLook::Gridlines, true);
   Finish(graph, "Noise of an amplifier");
 }
 

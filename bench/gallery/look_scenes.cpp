@@ -127,8 +127,8 @@ void BuildCrossing(TxyGraph& graph, const Path&) {
   SetTitles(graph, "x", "y");
   Finish(graph, "Axes through zero");
   for (const AxisId id : {AxisId::X, AxisId::Y}) {
-    graph.Axis(id).SetOffsetType(OffsetType::Value);
-    graph.Axis(id).SetOffset(0);
+    SetLook(graph.Axis(id), &AxisLook::Offset_type, OffsetType::Value);
+    SetLook(graph.Axis(id), &AxisLook::Offset, 0);
   }
 }
 
@@ -158,7 +158,8 @@ void BuildNight(TxyGraph& graph, const Path& examples) {
     style.line_color = style.symbol_color = kColors[i % kColors.size()];
     graph.Series(i).SetStyle(style);
   }
-  for (const AxisId id : {AxisId::X, AxisId::Y}) graph.Axis(id).SetGridlines(true);
+  for (const AxisId id : {AxisId::X, AxisId::Y})
+    SetLook(graph.Axis(id), &AxisLook::Gridlines, true);
 }
 
 /// As the desktop makes a graph before anybody arranged it.

@@ -45,8 +45,8 @@ void ShowSymbols(TSeries& series, int size) {
 void SetTitles(TxyGraph& graph, const std::string& x, const std::string& y, const std::string& y2) {
   const auto set = [&](AxisId id, const std::string& title) {
     if (title.empty()) return;
-    graph.Axis(id).SetEnableAutoTitle(false);
-    graph.Axis(id).SetTitle(title);
+    SetLook(graph.Axis(id), &AxisLook::EnableAutoTitle, false);
+    SetLook(graph.Axis(id), &AxisLook::Title, title);
   };
   set(AxisId::X, x);
   set(AxisId::Y, y);

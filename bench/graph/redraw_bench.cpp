@@ -65,7 +65,8 @@ TxyGraph& Graph(Look look) {
 }
 
 void SetGrid(TxyGraph& graph) {
-  for (const AxisId id : {AxisId::X, AxisId::Y}) graph.Axis(id).SetGridlines(true);
+  for (const AxisId id : {AxisId::X, AxisId::Y})
+    SetLook(graph.Axis(id), &AxisLook::Gridlines, true);
 }
 
 // As the canvas of the desktop program does it: scales, layout and picture anew.

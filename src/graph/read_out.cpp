@@ -2,6 +2,7 @@
 
 #include "base/day_number.h"
 #include "base/number_text.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -13,7 +14,7 @@ constexpr const char* kNoMouse = "Mouse X,Y:   ; ";
 /// The axis that the current DataSet's values are read on.
 AxisId CurrentYAxis(const TxyGraph& graph) {
   const TSeries* series = graph.CurrentSeries();
-  return series == nullptr ? AxisId::Y : graph.YAxisOf(*series);
+  return series == nullptr ? AxisId::Y : YAxisOf(*series);
 }
 
 std::string PairText(const TxyGraph& graph, double x, double y) {
@@ -43,8 +44,8 @@ std::string PointText(const TxyGraph& graph, const std::optional<PickedPoint>& p
 }
 
 ReadOut ReadOutAt(const TxyGraph& graph, int px, int py) {
-  const double x = graph.Axis(AxisId::X).PixelToValue(px);
-  const double y = graph.Axis(CurrentYAxis(graph)).PixelToValue(py);
+  const double x = graph.Axis(AxisId::X).Scale().ValueAt(px);
+  const double y = graph.Axis(CurrentYAxis(graph)).Scale().ValueAt(py);
   ReadOut read_out;
   read_out.point = PickPoint(graph, x);
   read_out.text = MouseText(graph, x, y) + "; " + PointText(graph, read_out.point);

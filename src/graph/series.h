@@ -19,12 +19,6 @@ class TSeries : public TDataSeries {
   const SeriesStyle& Style() const { return style_; }
   /// Stores the style; tells the graph when anything changed. A style set before the DataSet joins a graph is kept there.
   void SetStyle(const SeriesStyle& style);
-  /// True once SetStyle was called: the graph then leaves the style alone.
-  bool HasOwnStyle() const { return has_own_style_; }
-
-  /// True when the last question about too many points was answered for the points as they are.
-  bool ThinningSettled() const { return thinning_settled_; }
-
   /// True while the model's curve is to be drawn with the DataSet.
   bool ShowsModelCurve() const {
     return Fit().Status() != FitStatus::cf_None && Fit().CurveShown() && style_.visible;
@@ -42,8 +36,8 @@ class TSeries : public TDataSeries {
   SeriesStyle style_;
   ModelCurve curve_;
   TxyGraph* graph_ = nullptr;
-  bool has_own_style_ = false;
-  bool thinning_settled_ = false;
+  bool has_own_style_ = false;     // SetStyle was called: the graph leaves the style alone
+  bool thinning_settled_ = false;  // too many points were asked about, and are as they were then
 };
 
 }  // namespace tarnwick

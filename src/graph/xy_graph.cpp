@@ -9,6 +9,7 @@
 #include "graph/axes/nice_step.h"
 #include "graph/background_image.h"
 #include "graph/palette.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -72,20 +73,6 @@ void TxyGraph::TakeIndices(const Appearance& from) {
   appearance_.x_axis_series_index = ValidIndex(from.x_axis_series_index, series_.size());
 }
 
-void TxyGraph::SetMinSteps(std::int32_t steps) {
-  appearance_.min_steps =
-      WithMinSteps({appearance_.min_steps, appearance_.max_steps}, steps).min_steps;
-  UpdateScales();
-  Tell(GraphChange::Redraw);
-}
-
-void TxyGraph::SetMaxSteps(std::int32_t steps) {
-  appearance_.max_steps =
-      WithMaxSteps({appearance_.min_steps, appearance_.max_steps}, steps).max_steps;
-  UpdateScales();
-  Tell(GraphChange::Redraw);
-}
-
 void TxyGraph::SetDimensions(const Dimensions& dimensions) {
   dimensions_ = dimensions;
   UpdateScales();
@@ -95,10 +82,6 @@ void TxyGraph::SetDimensions(const Dimensions& dimensions) {
 void TxyGraph::SetLegend(const Legend& legend) {
   legend_ = legend;
   Tell(GraphChange::Redraw);
-}
-
-AxisId TxyGraph::YAxisOf(const TSeries& series) const {
-  return series.Style().first_axis ? AxisId::Y : AxisId::Y2;
 }
 
 void TxyGraph::Adopt(TSeries& series) {
@@ -155,32 +138,10 @@ void TxyGraph::SetCurrentSeriesIndex(std::int32_t index) {
   Tell(GraphChange::CurrentSeries);
 }
 
-const TSeries* TxyGraph::XSource() const {
-  const std::int32_t index = appearance_.x_axis_series_index;
-  if (index < 0 || static_cast<std::size_t>(index) >= series_.size()) return nullptr;
-  return series_[static_cast<std::size_t>(index)].get();
-}
-
-void TxyGraph::SetXAxisSerIndex(std::int32_t index) {
-  if (index < -1 || index >= static_cast<std::int32_t>(series_.size())) return;
-  appearance_.x_axis_series_index = index;
-  UpdateScales();
-  Tell(GraphChange::Scales);
-}
-
 void TxyGraph::SetPlotsAgainstXSource(bool on) {
   plots_against_x_source_ = on;
   UpdateScales();
   Tell(GraphChange::Scales);
-}
-
-bool TxyGraph::IsDrawn(const TSeries& series) const {
-  return series.Style().visible && !(plots_against_x_source_ && &series == XSource());
-}
-
-bool TxyGraph::HasPoints() const {
-  return std::any_of(series_.begin(), series_.end(),
-                     [](const auto& series) { return series->PointCount() > 0; });
 }
 
 void TxyGraph::MarksChanged() {
@@ -235,7 +196,7 @@ void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSer
 void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload,
                                    bool& ask) {
   for (const auto& series : series_) {
-    if (!IsDrawn(*series) || series->PointCount() <= kMaxPlottedPoints) continue;
+    if (!IsDrawn(*this, *series) || series->PointCount() <= kMaxPlottedPoints) continue;
     if (series->thinning_settled_) continue;
     if (ask) {
       const Question question = {
@@ -316,10 +277,7 @@ void TxyGraph::AxisRangeChanged() {
 }
 
 bool TxyGraph::AxisInUse(AxisId axis) const {
-  return std::any_of(series_.begin(), series_.end(), [&](const auto& series) {
-    return series->PointCount() > 0 &&
-           (axis == AxisId::X || (series->Style().visible && YAxisOf(*series) == axis));
-  });
+  return tarnwick::AxisInUse(*this, axis);
 }
 
 int TxyGraph::PixelLength(AxisId axis) const {

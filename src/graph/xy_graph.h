@@ -41,15 +41,11 @@ class TxyGraph : public AxisOwner {
 
   // --- appearance
   const Appearance& GetAppearance() const { return appearance_; }
-  /// Stores all but minimum and maximum steps, which go by the rules of SetMinSteps and SetMaxSteps.
+  /// Stores all but minimum and maximum steps that WithMinSteps and WithMaxSteps refuse.
   void SetAppearance(Appearance appearance);
   /// The appearance's background image, read when it was not yet; a relative name is looked for in the data directory, where
   /// one is stored. Not to be asked by two threads at once.
   const BackgroundImage& Background() const;
-  /// Accepted when not 0 and less than MaxSteps / 2.5, else ignored; tells Redraw either way.
-  void SetMinSteps(std::int32_t steps);
-  /// Accepted when greater than MinSteps x 2.5 and at most 90, else ignored; tells Redraw either way.
-  void SetMaxSteps(std::int32_t steps);
   const Dimensions& GetDimensions() const { return dimensions_; }
   /// New margins also recompute the scales.
   void SetDimensions(const Dimensions& dimensions);
@@ -57,8 +53,6 @@ class TxyGraph : public AxisOwner {
   void SetLegend(const Legend& legend);
   TAxis& Axis(AxisId id) { return *axes_[static_cast<std::size_t>(id)]; }
   const TAxis& Axis(AxisId id) const { return *axes_[static_cast<std::size_t>(id)]; }
-  /// The axis that a DataSet's Y values are drawn against.
-  AxisId YAxisOf(const TSeries& series) const;
 
   // --- DataSets, in drawing order
   std::size_t SeriesCount() const { return series_.size(); }
@@ -72,17 +66,10 @@ class TxyGraph : public AxisOwner {
   std::int32_t CurrentSeriesIndex() const { return appearance_.current_series_index; }
   /// From 0; -1 none. Ignored when there is no such DataSet.
   void SetCurrentSeriesIndex(std::int32_t index);
-  /// The DataSet that gives the X axis its title; nullptr when none.
-  const TSeries* XSource() const;
-  void SetXAxisSerIndex(std::int32_t index);
   /// Whether the view plots against its X source: the source then gives abscissae and is not drawn as a curve itself. Off
   /// in a new graph, since the index alone also names the DataSet that titles the X axis; not stored.
   bool PlotsAgainstXSource() const { return plots_against_x_source_; }
   void SetPlotsAgainstXSource(bool on);
-  /// True when the DataSet is to be drawn: visible, and not an X source that the view plots against.
-  bool IsDrawn(const TSeries& series) const;
-  /// True once some DataSet holds points.
-  bool HasPoints() const;
 
   // --- marks; changing the list through Marks() is told by MarksChanged()
   MarkList& Marks() { return marks_; }
@@ -103,16 +90,12 @@ class TxyGraph : public AxisOwner {
   /// inconsistent axis leaves its text in ScaleError().
   void UpdateScales();
   const std::string& ScaleError() const { return scale_error_; }
-  /// Why the curve of some DataSet's model cannot be drawn; empty when all can.
-  std::string FitError() const;
 
   /// Asks about every drawn DataSet with more than kMaxPlottedPoints points whether its source shall go to the automatic
   /// hit frequency: Yes for this DataSet, Yes to All for every one from now on without asking, No to leave it. Asked once
   /// per DataSet until its points fall to the limit. `reload` is called for each DataSet switched, to read its source
   /// again when a refresh of it is pending. Inserted graphs are settled too, and this graph's setting is theirs.
   void SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload);
-  bool AskBeforeThinning() const { return ask_before_thinning_; }
-  void SetAskBeforeThinning(bool on) { ask_before_thinning_ = on; }
 
   // --- listening
   void SetListener(std::function<void(GraphChange)> listener);
@@ -128,12 +111,7 @@ class TxyGraph : public AxisOwner {
   /// already tells its listeners nothing, and nothing is computed for it.
   void SetState(const GraphState& state);
 
-  // --- what the axes ask (AxisOwner)
-  void AxisChanged() override;
-  void AxisRangeChanged() override;
-  bool AxisInUse(AxisId axis) const override;
-  std::int32_t MinSteps() const override { return appearance_.min_steps; }
-  std::int32_t MaxSteps() const override { return appearance_.max_steps; }
+  // --- where the axes are within the client size
   int PixelLength(AxisId axis) const override;
   int PixelOrigin(AxisId axis) const override;
 
@@ -143,6 +121,11 @@ class TxyGraph : public AxisOwner {
 
  private:
   friend class TSeries;
+  void AxisChanged() override;
+  void AxisRangeChanged() override;
+  bool AxisInUse(AxisId axis) const override;
+  std::int32_t MinSteps() const override { return appearance_.min_steps; }
+  std::int32_t MaxSteps() const override { return appearance_.max_steps; }
   void SeriesChanged(TSeries& series, ChangeCode code);
   void StyleChanged();
   void SettleRegression(TSeries& series);

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "base/error.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -60,7 +61,7 @@ void TxyGraph::CollectExtremes() {
 std::string TxyGraph::AutoTitle(AxisId id) const {
   const TDSInfo unnamed;
   if (id == AxisId::X) {
-    const TSeries* source = XSource();
+    const TSeries* source = XSource(*this);
     if (source == nullptr) return {};
     const std::string& name = source->Source().XDataColumn;
     return name == unnamed.XDataColumn ? std::string() : name;
@@ -68,7 +69,7 @@ std::string TxyGraph::AutoTitle(AxisId id) const {
   std::vector<std::string> names;
   for (const auto& series : series_) {
     if (names.size() > kTitleNames) break;
-    if (series->PointCount() == 0 || !IsDrawn(*series) || YAxisOf(*series) != id) continue;
+    if (series->PointCount() == 0 || !IsDrawn(*this, *series) || YAxisOf(*series) != id) continue;
     const std::string& column = series->Source().YDataColumn;
     const std::string& name =
         column.empty() || column == unnamed.YDataColumn ? series->SeriesName() : column;
@@ -81,9 +82,10 @@ std::string TxyGraph::AutoTitle(AxisId id) const {
 
 void TxyGraph::AssembleTitles() {
   for (const AxisId id : kAxisIds) {
-    if (!Axis(id).EnableAutoTitle()) continue;
+    if (!Axis(id).Look().EnableAutoTitle) continue;
     const std::string title = AutoTitle(id);
-    if (!title.empty() && title != Axis(id).Title()) Axis(id).SetTitle(title);
+    if (!title.empty() && title != Axis(id).Look().Title)
+      SetLook(Axis(id), &AxisLook::Title, title);
   }
 }
 
@@ -116,13 +118,6 @@ void TxyGraph::UpdateModelCurve(TSeries& series) {
                        x.LogScale() ? CurveSpacing::Geometric : CurveSpacing::Linear};
   const FitSettings model = series.Fit().Settings();
   series.curve_.Update(model, WithinMargins(axis, model));
-}
-
-std::string TxyGraph::FitError() const {
-  for (const auto& series : series_) {
-    if (!series->Curve().Error().empty()) return series->Curve().Error();
-  }
-  return {};
 }
 
 }  // namespace tarnwick

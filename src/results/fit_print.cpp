@@ -13,6 +13,7 @@
 #include "graph/graph_update.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/layout/quiet_corner.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 #include "results/fit_texts.h"
 
@@ -119,7 +120,7 @@ void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
   }
   const QSizeF size(graph.ClientWidth(), graph.ClientHeight());
   const PlotLayout layout = LayoutPlot(graph, size, TextMetrics());
-  const AxisId y_axis = graph.YAxisOf(series);
+  const AxisId y_axis = YAxisOf(series);
   const double height =
       kLineSpacing * TextMetrics().LineHeight(graph.GetAppearance().font_for_labels);
   QPointF place =

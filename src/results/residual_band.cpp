@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "graph/axes/nice_step.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -37,7 +38,7 @@ Crowd CrowdIn(const TxyGraph& graph) {
   Crowd crowd;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
-    if (!graph.IsDrawn(series) || graph.YAxisOf(series) != AxisId::Y) continue;
+    if (!IsDrawn(graph, series) || YAxisOf(series) != AxisId::Y) continue;
     const PointChain& points = series.Points();
     const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
     for (std::size_t at = 0; at < points.Size(); at += step, ++all) {
@@ -66,8 +67,8 @@ void MakeRoomBelow(TAxis& axis) {
 bool SharesSecondAxis(const TxyGraph& graph, const TSeries& residuals) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
-    if (&series == &residuals || series.PointCount() == 0 || !graph.IsDrawn(series)) continue;
-    if (graph.YAxisOf(series) == AxisId::Y2) return true;
+    if (&series == &residuals || series.PointCount() == 0 || !IsDrawn(graph, series)) continue;
+    if (YAxisOf(series) == AxisId::Y2) return true;
   }
   return false;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -10,12 +11,12 @@ namespace tarnwick {
 void ShowSecondAxis(TxyGraph& graph) {
   constexpr std::int32_t kMargin = 55;
   TAxis& axis = graph.Axis(AxisId::Y2);
-  if (!graph.AxisInUse(AxisId::Y2) && !axis.ShowAxis()) {
+  if (!AxisInUse(graph, AxisId::Y2) && !axis.Look().ShowAxis) {
     axis.SetAutoSizing(true);
     axis.SetAdjustDecPlaces(true);
-    axis.SetEnableAutoTitle(true);
+    SetLook(axis, &AxisLook::EnableAutoTitle, true);
   }
-  axis.SetShowAxis(true);
+  SetLook(axis, &AxisLook::ShowAxis, true);
   Dimensions dimensions = graph.GetDimensions();
   dimensions.right_margin = std::max(dimensions.right_margin, kMargin);
   graph.SetDimensions(dimensions);

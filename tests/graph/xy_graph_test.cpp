@@ -4,6 +4,7 @@
 
 #include "graph/appearance_fields.h"
 #include "graph/palette.h"
+#include "graph/shown_series.h"
 #include "support/scripted_prompt.h"
 
 namespace tarnwick {
@@ -32,7 +33,7 @@ TEST(XyGraph, FirstSeriesBecomesCurrentAndIndicesFollowDeletions) {
   graph.SetCurrentSeriesIndex(7);
   graph.DeleteSeries(0);
   EXPECT_EQ(graph.CurrentSeries()->SeriesName(), "c");
-  EXPECT_EQ(graph.XSource()->SeriesName(), "b");
+  EXPECT_EQ(XSource(graph)->SeriesName(), "b");
   graph.DeleteSeries(1);
   EXPECT_EQ(graph.CurrentSeries()->SeriesName(), "b");
   graph.DeleteSeries(0);
@@ -52,7 +53,7 @@ TEST(XyGraph, ScalesFollowTheVisibleDataOfEachAxis) {
   EXPECT_GE(graph.Axis(AxisId::Y2).Max(), 10000);
   style.visible = false;
   large.SetStyle(style);
-  EXPECT_FALSE(graph.AxisInUse(AxisId::Y2));
+  EXPECT_FALSE(AxisInUse(graph, AxisId::Y2));
   graph.Series(0).AddPoint(100, 50);
   EXPECT_GE(graph.Axis(AxisId::X).Max(), 100);
   EXPECT_EQ(graph.ScaleError(), "");
@@ -65,12 +66,12 @@ TEST(XyGraph, TitlesComeFromColumnsAndEndEarly) {
     series->Source().XDataColumn = "Time";
     graph.AddSeries(std::move(series));
   }
-  EXPECT_EQ(graph.Axis(AxisId::X).Title(), "Time");
-  EXPECT_EQ(graph.Axis(AxisId::Y).Title(), "A, B, C, …");
-  EXPECT_EQ(graph.Axis(AxisId::Y2).Title(), "Y2 axis");
+  EXPECT_EQ(graph.Axis(AxisId::X).Look().Title, "Time");
+  EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "A, B, C, …");
+  EXPECT_EQ(graph.Axis(AxisId::Y2).Look().Title, "Y2 axis");
   graph.Series(0).Source().YDataColumn = "Volts";
   graph.UpdateScales();
-  EXPECT_EQ(graph.Axis(AxisId::Y).Title(), "Volts, B, C, …");
+  EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "Volts, B, C, …");
 }
 
 TEST(XyGraph, StepLimitsAreRefusedByTheirRule) {
@@ -84,8 +85,8 @@ TEST(XyGraph, StepLimitsAreRefusedByTheirRule) {
     appearance.min_steps = row.min;
     appearance.max_steps = row.max;
     graph.SetAppearance(appearance);
-    EXPECT_EQ(graph.MinSteps(), row.expected_min) << row.min << " " << row.max;
-    EXPECT_EQ(graph.MaxSteps(), row.expected_max) << row.min << " " << row.max;
+    EXPECT_EQ(graph.GetAppearance().min_steps, row.expected_min) << row.min << " " << row.max;
+    EXPECT_EQ(graph.GetAppearance().max_steps, row.expected_max) << row.min << " " << row.max;
   }
 }
 
@@ -108,7 +109,6 @@ TEST(XyGraph, TooManyPointsAreAskedAboutOnce) {
   EXPECT_EQ(reloaded, (std::vector{&graph.Series(2), &graph.Series(3)}));
   EXPECT_FALSE(graph.Series(1).Source().AutoRowHitFreq);
   EXPECT_TRUE(graph.Series(3).Source().AutoRowHitFreq);
-  EXPECT_FALSE(graph.AskBeforeThinning());
   settle({});
   EXPECT_TRUE(reloaded.empty());
 }
@@ -146,10 +146,10 @@ TEST(XyGraph, XSourceIsNotDrawnWhileTheViewPlotsAgainstIt) {
   TxyGraph graph;
   graph.AddSeries(MakeSeries("x", 3));
   graph.AddSeries(MakeSeries("y", 3));
-  EXPECT_TRUE(graph.IsDrawn(graph.Series(0)));
+  EXPECT_TRUE(IsDrawn(graph, graph.Series(0)));
   graph.SetPlotsAgainstXSource(true);
-  EXPECT_FALSE(graph.IsDrawn(graph.Series(0)));
-  EXPECT_TRUE(graph.IsDrawn(graph.Series(1)));
+  EXPECT_FALSE(IsDrawn(graph, graph.Series(0)));
+  EXPECT_TRUE(IsDrawn(graph, graph.Series(1)));
 }
 
 TEST(MarkList, FillsGapsAndStaysInOrder) {

@@ -48,14 +48,14 @@ TEST_F(ResultsOnGraph, DerivedDataSetsTakeFreeNames) {
 
 TEST_F(ResultsOnGraph, NothingIsDrawnAgainstAHiddenAxis) {
   rate_.Source().YDataColumn = "U";
-  graph_.Axis(AxisId::Y2).SetShowAxis(false);
+  SetLook(graph_.Axis(AxisId::Y2), &AxisLook::ShowAxis, false);
   DerivedOptions on_main;
   on_main.y_axis = AxisId::Y;
   AddDerived(graph_, rate_, DerivedKind::Integral, on_main);
-  EXPECT_FALSE(graph_.Axis(AxisId::Y2).ShowAxis());
+  EXPECT_FALSE(graph_.Axis(AxisId::Y2).Look().ShowAxis);
   AddDerived(graph_, rate_, DerivedKind::Integral, {});
-  EXPECT_TRUE(graph_.Axis(AxisId::Y2).ShowAxis());
-  EXPECT_EQ(graph_.Axis(AxisId::Y2).Title(), "INT of U");
+  EXPECT_TRUE(graph_.Axis(AxisId::Y2).Look().ShowAxis);
+  EXPECT_EQ(graph_.Axis(AxisId::Y2).Look().Title, "INT of U");
 }
 
 TEST_F(ResultsOnGraph, ADerivativeThatFailsLeavesTheGraphAsItWas) {

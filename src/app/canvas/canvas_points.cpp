@@ -4,6 +4,7 @@
 
 #include "app/canvas/graph_canvas.h"
 #include "base/error.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -11,7 +12,7 @@ namespace {
 AxisScale YScale(const GraphCanvas& canvas) {
   const TxyGraph& graph = canvas.GetDocument().Graph();
   const TSeries* series = graph.CurrentSeries();
-  return graph.Axis(series ? graph.YAxisOf(*series) : AxisId::Y).Scale();
+  return graph.Axis(series ? YAxisOf(*series) : AxisId::Y).Scale();
 }
 
 AxisScale XScale(const GraphCanvas& canvas) {

@@ -18,6 +18,7 @@
 #include "graph/axes/plot_metrics.h"
 #include "graph/paint/paint_plot.h"
 #include "graph/read_out.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -199,7 +200,7 @@ void GraphCanvas::PaintTraces(QPainter& painter) const {
 std::optional<QPointF> GraphCanvas::PlaceInPlot(const PickedPoint& point) const {
   const TSeries* series = document_.Graph().CurrentSeries();
   if (!series) return std::nullopt;
-  const AxisId y_axis = document_.Graph().YAxisOf(*series);
+  const AxisId y_axis = YAxisOf(*series);
   const PlotLayout& layout = Layout();
   const QPointF place(layout.Axis(AxisId::X).scale.Position(point.x),
                       layout.Axis(y_axis).scale.Position(point.y));

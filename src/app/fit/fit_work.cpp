@@ -15,6 +15,7 @@
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
 #include "fit/model/fit_function_file.h"
+#include "graph/shown_series.h"
 #include "results/fitted_model.h"
 
 namespace tarnwick {
@@ -115,7 +116,7 @@ void ShowFit(Document& document, FitStatus status, Prompt& prompt) {
   }
   document.Edit(status == FitStatus::cf_None ? "Hide Curve" : "Show Curve",
                 [&](TxyGraph&) { series.Fit().SetStatus(status); });
-  const std::string error = document.Graph().FitError();
+  const std::string error = FitError(document.Graph());
   if (status != FitStatus::cf_None && !error.empty()) prompt.Tell(error);
 }
 

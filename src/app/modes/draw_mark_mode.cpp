@@ -8,6 +8,7 @@
 #include "app/canvas/graph_canvas.h"
 #include "app/canvas/overlay.h"
 #include "graph/edit/mark_edit.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -81,7 +82,7 @@ void DrawMarkMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
 void DrawMarkMode::Draw(GraphCanvas& canvas) const {
   Document& document = canvas.GetDocument();
   const TSeries* series = document.Graph().CurrentSeries();
-  const bool second = series && document.Graph().YAxisOf(*series) == AxisId::Y2;
+  const bool second = series && YAxisOf(*series) == AxisId::Y2;
   const PlotPoint end = ValueAt(canvas, *place_);
   const PlotPoint begin = type_ == MarkType::Line ? ValueAt(canvas, *start_) : end;
   Mark mark;

@@ -7,6 +7,7 @@
 #include "app/canvas/canvas_cursor.h"
 #include "app/canvas/canvas_points.h"
 #include "app/canvas/graph_canvas.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -20,7 +21,7 @@ void TraceMode::MousePress(GraphCanvas& canvas, QMouseEvent& event) {
   const TxyGraph& graph = canvas.GetDocument().Graph();
   const TSeries* series = graph.CurrentSeries();
   canvas.Traces().Begin(canvas.GetDocument().SelectedChild(),
-                        series ? graph.YAxisOf(*series) : AxisId::Y);
+                        series ? YAxisOf(*series) : AxisId::Y);
   Add(canvas, event.position());
 }
 

@@ -69,18 +69,18 @@ Json AxisJson(const AxisName& name, const TAxis& axis) {
   for (const Tick& tick : axis.Ticks()) {
     if (!tick.major) continue;
     ticks.Append({{"value", JsonNumber(tick.value)},
-                  {"pixel", axis.ValueToPixel(tick.value)},
+                  {"pixel", axis.Scale().PixelOf(tick.value)},
                   {"label", tick.label}});
   }
   return {{"name", name.shown},
           {"min", JsonNumber(axis.Min())},
           {"max", JsonNumber(axis.Max())},
           {"step", JsonNumber(axis.StepSize())},
-          {"decimals", axis.LabelDecimals()},
+          {"decimals", axis.Look().LabelDecimals},
           {"log", axis.LogScale()},
           {"log_divisions", axis.LogCycleDivisions()},
-          {"narrow_log", axis.NarrowLogRange()},
-          {"division_labels", axis.DivisionLabels()},
+          {"narrow_log", axis.State().NarrowLogRange},
+          {"division_labels", axis.State().DivisionLabels},
           {"pixels_per_unit", JsonNumber(axis.PixelsPerUnit())},
           {"ticks", std::move(ticks)}};
 }
@@ -89,8 +89,8 @@ Json PixelJson(const TxyGraph& graph, const std::string& text) {
   const auto [x, y] = ParsePair(text);
   return {{"x", JsonNumber(x)},
           {"y", JsonNumber(y)},
-          {"px", graph.Axis(AxisId::X).ValueToPixel(x)},
-          {"py", graph.Axis(AxisId::Y).ValueToPixel(y)}};
+          {"px", graph.Axis(AxisId::X).Scale().PixelOf(x)},
+          {"py", graph.Axis(AxisId::Y).Scale().PixelOf(y)}};
 }
 
 void PrintText(const TxyGraph& graph, const Options& options, std::ostream& out) {
@@ -101,15 +101,15 @@ void PrintText(const TxyGraph& graph, const Options& options, std::ostream& out)
         << '\n';
     for (const Tick& tick : axis.Ticks()) {
       if (!tick.major) continue;
-      out << "  " << ShortestText(tick.value) << " at " << axis.ValueToPixel(tick.value);
+      out << "  " << ShortestText(tick.value) << " at " << axis.Scale().PixelOf(tick.value);
       if (!tick.label.empty()) out << " \"" << tick.label << '"';
       out << '\n';
     }
   }
   for (const std::string& text : options.pixels) {
     const auto [x, y] = ParsePair(text);
-    out << text << " at " << graph.Axis(AxisId::X).ValueToPixel(x) << ','
-        << graph.Axis(AxisId::Y).ValueToPixel(y) << '\n';
+    out << text << " at " << graph.Axis(AxisId::X).Scale().PixelOf(x) << ','
+        << graph.Axis(AxisId::Y).Scale().PixelOf(y) << '\n';
   }
 }
 

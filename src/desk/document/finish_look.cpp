@@ -4,13 +4,14 @@
 #include "graph/axes/plot_metrics.h"
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 
 void FinishLook(Document& document, QSizeF size) {
   LookOrigin& look = document.Look();
   TxyGraph& graph = document.WholeGraph();
-  if (look.own || look.arranged_for == size || !graph.HasPoints()) return;
+  if (look.own || look.arranged_for == size || !HasPoints(graph)) return;
   // What the user has zoomed into is not disturbed by a window's new size.
   if (!look.arranged_for.isEmpty() && !document.Zooms().Of(std::nullopt).IsEmpty()) return;
   if (look.arranged_for.isEmpty()) SeparateQuantities(graph);

@@ -54,7 +54,7 @@ QByteArray Bytes(const std::string& bytes) {
 
 QString PointsAsText(const TxyGraph& graph) {
   DataTextOptions options;
-  const std::string& title = graph.Axis(AxisId::X).Title();
+  const std::string& title = graph.Axis(AxisId::X).Look().Title;
   if (!title.empty()) options.x_heading = title;
   return ToQt(DataText({graph.CurrentSeries()}, options));
 }

@@ -35,43 +35,9 @@ void TAxis::SetState(const AxisState& state) {
   state_.LogCycleDivisions = SnapLogDivisions(state.LogCycleDivisions);
 }
 
-template <class Value>
-void TAxis::Store(Value AxisState::*field, const Value& value) {
-  state_.*field = value;
+void TAxis::SetLook(const AxisLook& look) {
+  static_cast<AxisLook&>(state_) = look;
   owner_.AxisChanged();
-}
-
-void TAxis::SetTitle(const std::string& title) {
-  Store(&AxisState::Title, title);
-}
-void TAxis::SetLabelDecimals(std::int32_t count) {
-  Store(&AxisState::LabelDecimals, count);
-}
-void TAxis::SetDateTimeFormat(const std::string& text) {
-  Store(&AxisState::DateTimeFormat, text);
-}
-void TAxis::SetShowAxis(bool on) {
-  Store(&AxisState::ShowAxis, on);
-}
-void TAxis::SetReversed(bool on) {
-  Store(&AxisState::Reversed, on);
-}
-void TAxis::SetOffset(double offset) {
-  Store(&AxisState::Offset, offset);
-}
-void TAxis::SetGridlines(bool on) {
-  Store(&AxisState::Gridlines, on);
-}
-void TAxis::SetEnableAutoTitle(bool on) {
-  Store(&AxisState::EnableAutoTitle, on);
-}
-
-void TAxis::SetLabelFormat(tarnwick::LabelFormat format) {
-  Store(&AxisState::Label_format, format);
-}
-
-void TAxis::SetOffsetType(tarnwick::OffsetType type) {
-  Store(&AxisState::Offset_type, type);
 }
 
 void TAxis::SetAdjustDecPlaces(bool on) {
@@ -82,7 +48,8 @@ void TAxis::SetAdjustDecPlaces(bool on) {
 
 void TAxis::SetLogCycleDivisions(std::int32_t divisions) {
   state_.DivisionLabels = true;
-  Store(&AxisState::LogCycleDivisions, SnapLogDivisions(divisions));
+  state_.LogCycleDivisions = SnapLogDivisions(divisions);
+  owner_.AxisChanged();
 }
 
 void TAxis::SetBound(double AxisState::*bound, double AxisState::*extreme, double value) {

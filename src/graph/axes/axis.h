@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <type_traits>
 #include <vector>
 
 #include "graph/axes/axis_scale.h"
@@ -41,9 +41,10 @@ class TAxis {
   /// Takes over a whole state without telling the owner, who rescales afterwards.
   void SetState(const AxisState& state);
 
-  // properties
-  const std::string& Title() const { return state_.Title; }
-  void SetTitle(const std::string& title);
+  const AxisLook& Look() const { return state_; }
+  void SetLook(const AxisLook& look);
+
+  // properties with rules of their own
   double Min() const { return state_.Min; }
   double Max() const { return state_.Max; }
   /// Switch AutoSizing off. An equal (or not finite) value is otherwise ignored; else AxisRangeChanged. On a time axis
@@ -66,36 +67,16 @@ class TAxis {
   double MinScaleLength() const { return state_.MinScaleLength; }
   /// Tells the owner only when the value changed or the range is now too short.
   void SetMinScaleLength(double length);
-  std::int32_t LabelDecimals() const { return state_.LabelDecimals; }
-  void SetLabelDecimals(std::int32_t decimals);
   bool AdjustDecPlaces() const { return state_.AdjustDecPlaces; }
   void SetAdjustDecPlaces(bool on);
-  tarnwick::LabelFormat LabelFormat() const { return state_.Label_format; }
-  void SetLabelFormat(tarnwick::LabelFormat format);
   bool ShowAsTime() const { return state_.ShowAsTime; }
   void SetShowAsTime(bool on);  ///< AxisRangeChanged: the autoscale is another one
-  const std::string& DateTimeFormat() const { return state_.DateTimeFormat; }
-  void SetDateTimeFormat(const std::string& format);
   tarnwick::DateTickType DateTickType() const { return state_.TickType; }
   void SetDateTickType(
       tarnwick::DateTickType type);  ///< AxisRangeChanged: the range rounds to the unit
-  bool ShowAxis() const { return state_.ShowAxis; }
-  void SetShowAxis(bool on);
-  bool Reversed() const { return state_.Reversed; }
-  void SetReversed(bool on);
-  tarnwick::OffsetType OffsetType() const { return state_.Offset_type; }
-  void SetOffsetType(tarnwick::OffsetType type);
-  double Offset() const { return state_.Offset; }
-  void SetOffset(double offset);
-  bool Gridlines() const { return state_.Gridlines; }
-  void SetGridlines(bool on);
-  bool EnableAutoTitle() const { return state_.EnableAutoTitle; }
-  void SetEnableAutoTitle(bool on);
 
   // computed
   double PixelsPerUnit() const;  ///< at most the largest double
-  bool NarrowLogRange() const { return state_.NarrowLogRange; }
-  bool DivisionLabels() const { return state_.DivisionLabels; }
   bool AxisInUse() const { return owner_.AxisInUse(id_); }
 
   /// The extremes of the data on this axis, given by the graph before a rescale.
@@ -113,17 +94,13 @@ class TAxis {
   /// drawn (Max not above Min, not finite, or a logarithmic axis that reaches zero).
   void CalcScale();
 
-  // pixels, valid after CalcScale
+  /// Valid after CalcScale.
   AxisScale Scale() const;
-  double PixelToValue(double pixel) const { return Scale().ValueAt(pixel); }
-  int ValueToPixel(double value) const { return Scale().PixelOf(value); }
 
   std::vector<Tick> Ticks() const;
 
  private:
   StepLimits Limits() const { return {owner_.MinSteps(), owner_.MaxSteps()}; }
-  template <class Value>
-  void Store(Value AxisState::*field, const Value& value);
   void SetBound(double AxisState::*bound, double AxisState::*extreme, double value);
   bool FitToData();
   void FitLog();
@@ -136,5 +113,13 @@ class TAxis {
   AxisState state_;
   long double pixels_per_unit_ = 1;
 };
+
+/// Changes one value of an axis' look.
+template <class Value>
+void SetLook(TAxis& axis, Value AxisLook::*property, const std::type_identity_t<Value>& value) {
+  AxisLook look = axis.Look();
+  look.*property = value;
+  axis.SetLook(look);
+}
 
 }  // namespace tarnwick

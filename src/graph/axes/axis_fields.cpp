@@ -22,6 +22,12 @@ constexpr Whole kOffsetMode{
       axis.Offset_type = static_cast<OffsetType>(value >= 1 && value <= 3 ? value : 0);
     }};
 
+constexpr Whole kLabelFormat{
+    [](const AxisState& axis) { return static_cast<std::int32_t>(axis.Label_format); },
+    [](AxisState& axis, std::int32_t value) {
+      axis.Label_format = static_cast<LabelFormat>(value);
+    }};
+
 constexpr std::array kDivisionSets = {
     FieldChoice{0, "Decades only"},
     FieldChoice{1, "1 5"},
@@ -85,11 +91,7 @@ const Field<AxisState> kFields[] = {
     {16, "OffSetValue", &A::Offset, {"Percentage or value", "Position", kNumber}},
     {17, "ShowGridlines", &A::Gridlines, {"Grid lines", "Grid", kCheckBox}},
     {20, "EnableAutoTitle", &A::EnableAutoTitle, {"Title from the data", "Title", kCheckBox}},
-    {21,
-     "LabelFormat",
-     kVia<&A::Label_format>,
-     {"Number format", "Labels", ChoiceOf(kLabelFormats)},
-     {0, 6}},
+    {21, "LabelFormat", kLabelFormat, {"Number format", "Labels", ChoiceOf(kLabelFormats)}, {0, 6}},
     {18, "AllowAutoSize", &A::AutoSizing, {"Range follows the data", "Range", kCheckBox}},
     {19, "AllowTickRescale", &A::AutoStepping, {"Step follows the range", "Ticks", kCheckBox}},
 };

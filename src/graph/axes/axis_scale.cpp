@@ -57,9 +57,11 @@ bool IsDrawable(const AxisState& axis) {
 }
 
 long double PixelsPerUnit(const AxisState& axis, double length) {
-  const long double min = axis.Min;
-  const long double max = axis.Max;
-  return length / (axis.LogScale ? std::log(max) - std::log(min) : max - min);
+  if (axis.LogScale) return length / (std::log(axis.Max) - std::log(axis.Min));
+  const double usual = length / (axis.Max - axis.Min);
+  if (usual > 0 && std::isfinite(usual)) return usual;
+  // The longest ranges and the pixels of the shortest are beyond the doubles.
+  return length / (static_cast<long double>(axis.Max) - axis.Min);
 }
 
 AxisScale ScaleOf(const AxisState& axis, AxisId id, double origin, long double pixels_per_unit) {

@@ -41,10 +41,23 @@ enum class DateTickType : std::uint8_t {
   Automatic
 };
 
-/// Everything an axis keeps, as a value. Stored fields first, computed ones after. Time values are day numbers.
-struct AxisState {
+/// How an axis looks where it stands: values that no other hangs on.
+struct AxisLook {
   std::string Title;
-  std::int32_t LabelDecimals = 1;
+  std::int32_t LabelDecimals = 1;  ///< renewed by every rescale while AdjustDecPlaces is on
+  LabelFormat Label_format = LabelFormat::Fixed;
+  std::string DateTimeFormat = "dd-mmm";
+  bool ShowAxis = true;
+  bool Reversed = false;
+  OffsetType Offset_type = OffsetType::OtherMin;
+  double Offset = 0;
+  bool Gridlines = true;
+  bool EnableAutoTitle = true;
+  bool operator==(const AxisLook&) const = default;
+};
+
+/// Everything an axis keeps, as a value. Stored fields first, computed ones after. Time values are day numbers.
+struct AxisState : AxisLook {
   bool AdjustDecPlaces = true;
   std::int32_t LogCycleDivisions = 2;  ///< one of 0, 1, 2, 5, 7, 9 (see SnapLogDivisions)
   bool LogScale = false;
@@ -53,15 +66,7 @@ struct AxisState {
   double StepSize = 0.2;  ///< data units, days on a time axis
   double MinScaleLength = 0;
   bool ShowAsTime = false;
-  std::string DateTimeFormat = "dd-mmm";
   DateTickType TickType = DateTickType::Minute;
-  bool ShowAxis = true;
-  bool Reversed = false;
-  OffsetType Offset_type = OffsetType::OtherMin;
-  double Offset = 0;
-  bool Gridlines = true;
-  bool EnableAutoTitle = true;
-  LabelFormat Label_format = LabelFormat::Fixed;
   bool AutoSizing = true;
   bool AutoStepping = true;
 

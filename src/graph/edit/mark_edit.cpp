@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/error.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -110,7 +111,7 @@ void SetBaseLine(TSeries& series, const Mark* mark) {
 void SetBaseLineFromCurrentMark(TxyGraph& graph) {
   CheckSelection(graph);
   TSeries& series = *graph.CurrentSeries();
-  if (graph.YAxisOf(series) != AxisId::Y) throw Error("DataSet must be Plotted in Main Axes!");
+  if (YAxisOf(series) != AxisId::Y) throw Error("DataSet must be Plotted in Main Axes!");
   SetBaseLine(series, CurrentMark(graph));
 }
 

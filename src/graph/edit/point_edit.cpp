@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "data/points/point_columns.h"
 #include "graph/read_out.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -23,7 +24,7 @@ double StoredY(const TSeries& series, const PlotPoint& place) {
 
 std::string PairText(const TxyGraph& graph, const TSeries& series, const PlotPoint& place) {
   return ValueText(graph.Axis(AxisId::X), place.x) + ", " +
-         ValueText(graph.Axis(graph.YAxisOf(series)), place.y);
+         ValueText(graph.Axis(YAxisOf(series)), place.y);
 }
 
 /// "Voltage.# 3  X,Y: 1, 2"
@@ -33,7 +34,7 @@ std::optional<std::string> PointName(const TxyGraph& graph, const TSeries& serie
   if (!index) return std::nullopt;
   const Point point = series.Points().At(*index);
   const PlotPoint place{point.x, series.GetBaseLine().CorrectedY(point.x, point.y)};
-  const char* caption = graph.YAxisOf(series) == AxisId::Y2 ? "  X,Y2: " : "  X,Y: ";
+  const char* caption = YAxisOf(series) == AxisId::Y2 ? "  X,Y2: " : "  X,Y: ";
   return series.SeriesName() + ".# " + std::to_string(id) + caption +
          PairText(graph, series, place);
 }
@@ -59,7 +60,7 @@ std::string MovePointQuestion(const TxyGraph& graph, const TSeries& series, std:
 void CheckMove(const TxyGraph& graph, const TSeries& series, const PlotPoint& to) {
   CheckPlace(to);
   const bool off_x = graph.Axis(AxisId::X).LogScale() && !(to.x > 0);
-  const bool off_y = graph.Axis(graph.YAxisOf(series)).LogScale() && !(to.y > 0);
+  const bool off_y = graph.Axis(YAxisOf(series)).LogScale() && !(to.y > 0);
   if (off_x || off_y) throw Error("Can not Move to Negative Values in Log Scale!");
 }
 

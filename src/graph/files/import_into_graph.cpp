@@ -32,7 +32,7 @@ Range RangeOf(const ImportResult& result, double Extremes::*low, double Extremes
 void MakeTimeAxis(TAxis& axis, const Range& range) {
   axis.SetShowAsTime(true);
   axis.SetDateTickType(SuggestDateTickType(range.min, range.max));
-  axis.SetDateTimeFormat(SuggestDateFormat(range.min, range.max));
+  SetLook(axis, &AxisLook::DateTimeFormat, SuggestDateFormat(range.min, range.max));
 }
 
 std::unique_ptr<TDataSeries> MakeSeries() {

@@ -11,6 +11,7 @@
 #include "graph/layout/plot_layout.h"
 #include "graph/layout/quiet_corner.h"
 #include "graph/palette.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -206,9 +207,9 @@ void DefaultAppearance(TxyGraph& graph, std::string_view name) {
     TAxis& axis = graph.Axis(id);
     axis.SetAutoSizing(true);
     axis.SetAutoStepping(true);
-    axis.SetEnableAutoTitle(true);
+    SetLook(axis, &AxisLook::EnableAutoTitle, true);
   }
-  graph.Axis(AxisId::Y2).SetShowAxis(true);
+  SetLook(graph.Axis(AxisId::Y2), &AxisLook::ShowAxis, true);
   Dimensions dimensions = graph.GetDimensions();
   dimensions.left_margin = dimensions.right_margin = 50;
   dimensions.top_margin = dimensions.bottom_margin = 50;
@@ -236,10 +237,10 @@ void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   appearance.font_for_title = MakeFont(11, true);
   graph.SetAppearance(appearance);
   TAxis& second = graph.Axis(AxisId::Y2);
-  second.SetShowAxis(graph.AxisInUse(AxisId::Y2));
+  SetLook(second, &AxisLook::ShowAxis, AxisInUse(graph, AxisId::Y2));
   second.SetAutoSizing(true);
   second.SetAdjustDecPlaces(true);
-  second.SetEnableAutoTitle(true);
+  SetLook(second, &AxisLook::EnableAutoTitle, true);
   Legend legend = graph.GetLegend();
   legend.visible = graph.SeriesCount() > 1;
   legend.font = MakeFont(9, false);

@@ -9,6 +9,7 @@
 
 #include "graph/background_image.h"
 #include "graph/layout/plot_layout_parts.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -103,7 +104,7 @@ PlotLayout LayoutAtDepth(const TxyGraph& graph, QSizeF size, const TextMetrics& 
   layout.has_scales = true;
   for (const AxisId id : kAxisIds) LayoutAxis(context, id, layout);
   LayoutTitles(context, layout);
-  if (!graph.HasPoints() && graph.Children().empty()) {
+  if (!HasPoints(graph) && graph.Children().empty()) {
     LayoutMessage(context, kWaitingCaption, layout);
   }
   LayoutCross(graph, layout);

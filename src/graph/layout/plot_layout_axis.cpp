@@ -69,7 +69,7 @@ std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const PlotLayo
   const double first = id == AxisId::X ? layout.plot.left() : layout.plot.top();
   const double last = id == AxisId::X ? layout.plot.right() : layout.plot.bottom();
   for (const AxisId other : {AxisId::X, AxisId::Y, AxisId::Y2}) {
-    if ((other == AxisId::X) == (id == AxisId::X) || !graph.Axis(other).ShowAxis()) continue;
+    if ((other == AxisId::X) == (id == AxisId::X) || !graph.Axis(other).Look().ShowAxis) continue;
     const double line = PlaceOf(graph, other, layout).line;
     if (line > first + 1 && line < last - 1) crossings.push_back(line);
   }
@@ -303,7 +303,7 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   AxisPlace place = PlaceOf(context.graph, id, layout);
   place.crossings = CrossingsOf(context.graph, id, layout);
   AxisLayout& result = layout.axes[static_cast<std::size_t>(id)];
-  result.shown = axis.ShowAxis();
+  result.shown = axis.Look().ShowAxis;
   const QRectF& plot = layout.plot;
   result.line = place.across ? QLineF(plot.left(), place.line, plot.right(), place.line)
                              : QLineF(place.line, plot.bottom(), place.line, plot.top());
@@ -329,7 +329,8 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
     if (crowded && !kept) continue;
     const bool major = ticks[i].major && (kept || labelled.empty());
     if (place.tick > 0) AddTick(place, position, major ? 1 : kMinorShare, result);
-    if (!axis.Gridlines() || !(major || (ticks[i].major && closest >= kClosestGridLines))) continue;
+    if (!axis.Look().Gridlines || !(major || (ticks[i].major && closest >= kClosestGridLines)))
+      continue;
     result.grid.push_back(place.across ? QLineF(position, plot.top(), position, plot.bottom())
                                        : QLineF(plot.left(), position, plot.right(), position));
   }

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "graph/layout/plot_layout_parts.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -84,7 +85,7 @@ std::vector<Entry> LegendFlow::Entries() const {
   std::vector<Entry> entries;
   for (std::size_t i = 0; i < context_.graph.SeriesCount(); ++i) {
     const TSeries& series = context_.graph.Series(i);
-    if (series.Style().show_in_legend == 0 || !context_.graph.IsDrawn(series)) continue;
+    if (series.Style().show_in_legend == 0 || !IsDrawn(context_.graph, series)) continue;
     entries.push_back({LegendEntry::DataSet, i});
     if (!series.Curve().Points().Empty()) entries.push_back({LegendEntry::ModelCurve, i});
   }

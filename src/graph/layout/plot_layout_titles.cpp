@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "graph/layout/plot_layout_parts.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -30,12 +31,12 @@ QRectF Extent(const AxisLayout& axis) {
 /// Where both Y axes have data, the title of one that a single DataSet is drawn against has that DataSet's colour.
 Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   Font font = graph.GetAppearance().font_for_axes_titles;
-  const bool both = graph.AxisInUse(AxisId::Y) && graph.AxisInUse(AxisId::Y2);
-  if (!both || !graph.Axis(AxisId::Y2).ShowAxis()) return font;
+  const bool both = AxisInUse(graph, AxisId::Y) && AxisInUse(graph, AxisId::Y2);
+  if (!both || !graph.Axis(AxisId::Y2).Look().ShowAxis) return font;
   const TSeries* only = nullptr;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
-    if (!graph.IsDrawn(series) || graph.YAxisOf(series) != id) continue;
+    if (!IsDrawn(graph, series) || YAxisOf(series) != id) continue;
     if (only != nullptr) return font;
     only = &series;
   }
@@ -60,7 +61,7 @@ class TitlePlacer {
  private:
   AxisLayout& Axis(AxisId id) { return layout_.axes[static_cast<std::size_t>(id)]; }
   QString TitleOf(AxisId id) const {
-    return QString::fromStdString(context_.graph.Axis(id).Title()).simplified();
+    return QString::fromStdString(context_.graph.Axis(id).Look().Title).simplified();
   }
   bool HasTitle(AxisId id) const { return layout_.Axis(id).shown && !TitleOf(id).isEmpty(); }
   bool NeedsLineAbove(AxisId id) const {

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "graph/layout/plot_layout.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -57,10 +58,10 @@ std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layo
   std::vector<QPointF> pixels;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
-    if (!graph.IsDrawn(series)) continue;
+    if (!IsDrawn(graph, series)) continue;
     const PointChain& points = series.Points();
     const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
-    const AxisScale& y_scale = layout.Axis(graph.YAxisOf(series)).scale;
+    const AxisScale& y_scale = layout.Axis(YAxisOf(series)).scale;
     std::optional<QPointF> before;
     for (std::size_t at = 0; at < points.Size(); at += step) {
       const Point point = points.At(at);

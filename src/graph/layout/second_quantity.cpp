@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -60,7 +61,7 @@ std::vector<Quantity> TwoQuantities(const TxyGraph& graph) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
     const std::string_view unit = UnitOf(series.SeriesName());
-    if (unit.empty() || graph.YAxisOf(series) != AxisId::Y) return {};
+    if (unit.empty() || YAxisOf(series) != AxisId::Y) return {};
     auto same = std::find_if(quantities.begin(), quantities.end(),
                              [&](const Quantity& one) { return one.unit == unit; });
     if (same == quantities.end()) {

@@ -9,6 +9,7 @@
 #include "graph/paint/mark_painter.h"
 #include "graph/paint/plot_pen.h"
 #include "graph/paint/series_painter.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -43,8 +44,8 @@ void PaintAllSeries(QPainter& painter, const TxyGraph& graph, const PlotLayout& 
   const bool outside = graph.GetAppearance().show_points_outside_plot_area;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
-    if (!graph.IsDrawn(series)) continue;
-    const SeriesFrame frame{layout.Axis(AxisId::X).scale, layout.Axis(graph.YAxisOf(series)).scale,
+    if (!IsDrawn(graph, series)) continue;
+    const SeriesFrame frame{layout.Axis(AxisId::X).scale, layout.Axis(YAxisOf(series)).scale,
                             layout.plot, outside ? everywhere : layout.plot,
                             SolidLineStyle(printing.whole, i, printing.target)};
     PaintSeries(painter, series, frame);

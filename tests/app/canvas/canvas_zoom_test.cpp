@@ -16,7 +16,7 @@ TEST_F(DesktopTest, TheStatusLineFollowsTheMouse) {
   const QPoint place = ActiveCanvas().Layout().plot.center().toPoint();
   MoveMouse(place);
   const TxyGraph& graph = ActiveDocument().Graph();
-  const auto point = PickPoint(graph, graph.Axis(AxisId::X).PixelToValue(place.x()));
+  const auto point = PickPoint(graph, graph.Axis(AxisId::X).Scale().ValueAt(place.x()));
   ASSERT_TRUE(point);
   const std::string text = StatusText("ReadOut").toStdString();
   EXPECT_EQ(text.find("Mouse X,Y: "), 0u) << text;
@@ -42,12 +42,12 @@ TEST_F(DesktopTest, TheWheelZoomsAboutThePointerAndBackspaceReturns) {
   const double x_length = x.Max() - x.Min();
   const double y_length = y.Max() - y.Min();
   const QPointF place = ActiveCanvas().Layout().plot.center() + QPointF(40, 25);
-  const double under_pointer = x.PixelToValue(place.x());
+  const double under_pointer = x.Scale().ValueAt(place.x());
 
   Wheel(place, 2);
   EXPECT_NEAR(x.Max() - x.Min(), x_length * 0.64, x_length * 1e-9);
   EXPECT_NEAR(y.Max() - y.Min(), y_length * 0.64, y_length * 1e-9);
-  EXPECT_NEAR(x.PixelToValue(place.x()), under_pointer, x_length * 1e-9);
+  EXPECT_NEAR(x.Scale().ValueAt(place.x()), under_pointer, x_length * 1e-9);
 
   QTest::keyClick(&ActiveCanvas(), Qt::Key_Backspace);
   EXPECT_DOUBLE_EQ(x.Max() - x.Min(), x_length);
@@ -85,13 +85,13 @@ TEST_F(DesktopTest, TheMiddleButtonPans) {
   Start({Example("decay.dat")});
   const TAxis& x = ActiveDocument().Graph().Axis(AxisId::X);
   const QPoint place = ActiveCanvas().Layout().plot.center().toPoint();
-  const double grabbed = x.PixelToValue(place.x());
+  const double grabbed = x.Scale().ValueAt(place.x());
   QTest::mousePress(&ActiveCanvas(), Qt::MiddleButton, {}, place);
   MoveMouse(place + QPoint(60, 0), Qt::MiddleButton);
   QTest::mouseRelease(&ActiveCanvas(), Qt::MiddleButton, {}, place + QPoint(60, 0));
-  EXPECT_NEAR(x.PixelToValue(place.x() + 60), grabbed, (x.Max() - x.Min()) * 1e-9);
+  EXPECT_NEAR(x.Scale().ValueAt(place.x() + 60), grabbed, (x.Max() - x.Min()) * 1e-9);
   Run("GraphResetZoom1");
-  EXPECT_NEAR(x.PixelToValue(place.x()), grabbed, (x.Max() - x.Min()) * 1e-9);
+  EXPECT_NEAR(x.Scale().ValueAt(place.x()), grabbed, (x.Max() - x.Min()) * 1e-9);
 }
 
 }  // namespace

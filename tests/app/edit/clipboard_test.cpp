@@ -9,6 +9,7 @@
 #include "desktop_fixture.h"
 #include "graph/edit/child_edit.h"
 #include "graph/files/graph_file.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -98,7 +99,7 @@ TEST_F(ClipboardTest, FilesOnTheClipboardAreLoaded) {
   data->setUrls({QUrl::fromLocalFile(QString::fromStdString(Example("decay.dat").string()))});
   Clipboard().setMimeData(data);
   Run("EditPaste1");
-  EXPECT_TRUE(Whole().HasPoints());
+  EXPECT_TRUE(HasPoints(Whole()));
 }
 
 TEST_F(ClipboardTest, WhatCanNotBePastedIsSaidAndChangesNothing) {

@@ -4,6 +4,7 @@
 #include "desk/commands/command_actions.h"
 #include "desk/document/finish_look.h"
 #include "desktop_fixture.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -27,7 +28,7 @@ TEST_F(DesktopTest, EditsAreUndoneByNameAndQuestionsNameTheDataSet) {
   EXPECT_FALSE(undo->isEnabled());
   Expect("Clear DataSet   " + name, Answer::All);
   Run("EditClearSer1");
-  EXPECT_FALSE(graph.HasPoints());
+  EXPECT_FALSE(HasPoints(graph));
   EXPECT_EQ(undo->text(), "&Undo Clear All DataSets");
   Expect("Delete DataSet   " + name, Answer::Yes);
   const std::size_t count = graph.SeriesCount();
@@ -41,7 +42,7 @@ TEST_F(DesktopTest, EditsAreUndoneByNameAndQuestionsNameTheDataSet) {
   EXPECT_FALSE(undo->isEnabled());
   EXPECT_EQ(ActiveCanvas().grab().toImage(), before);
   Run("EditRedo1");
-  EXPECT_FALSE(graph.HasPoints());
+  EXPECT_FALSE(HasPoints(graph));
 }
 
 TEST_F(DesktopTest, ALookOfTheUsersOwnIsUndoneTogetherWithItsEdit) {

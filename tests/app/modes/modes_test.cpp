@@ -75,8 +75,8 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
   const QPoint at = Place(kPoint, 10 * kPoint);
   const QPoint away = Place(7.5, 200);
   const auto value = [this](QPoint place) {
-    return PlotPoint{Graph().Axis(AxisId::X).PixelToValue(place.x()),
-                     Graph().Axis(AxisId::Y).PixelToValue(place.y())};
+    return PlotPoint{Graph().Axis(AxisId::X).Scale().ValueAt(place.x()),
+                     Graph().Axis(AxisId::Y).Scale().ValueAt(place.y())};
   };
   const auto deleting = [&] { return DeletePointQuestion(Graph(), Data(), kPoint); };
   const auto moving = [&] { return MovePointQuestion(Graph(), Data(), kPoint, value(away)); };
@@ -342,8 +342,8 @@ TEST_F(ModesTest, PointsAreMovedAndDeletedWithoutAMouse) {
   for (int i = 0; i < 30; ++i) Press(Qt::Key_Up);
   const QPointF origin(Graph().Axis(AxisId::X).Scale().Position(1),
                        Graph().Axis(AxisId::Y).Scale().Position(10));
-  const PlotPoint target{Graph().Axis(AxisId::X).PixelToValue(origin.x()),
-                         Graph().Axis(AxisId::Y).PixelToValue(origin.y() - 30)};
+  const PlotPoint target{Graph().Axis(AxisId::X).Scale().ValueAt(origin.x()),
+                         Graph().Axis(AxisId::Y).Scale().ValueAt(origin.y() - 30)};
   Expect(MovePointQuestion(Graph(), Data(), 1, target), Answer::Yes);
   Press(Qt::Key_Return);
   EXPECT_NEAR(*GetY(Data(), 1), target.y, 1e-9);

@@ -96,10 +96,10 @@ TEST_F(AxisTest, FitsItsDataOnlyWhenAutomatic) {
   EXPECT_TRUE(axis.UpdateScale());
   ExpectRange(0, 0.9);
   EXPECT_EQ(axis.StepSize(), 0.1);
-  EXPECT_EQ(axis.LabelDecimals(), 1);
+  EXPECT_EQ(axis.Look().LabelDecimals, 1);
   axis.SetDataExtremes(130, 870);
   axis.UpdateScale();
-  EXPECT_EQ(axis.LabelDecimals(), 0);
+  EXPECT_EQ(axis.Look().LabelDecimals, 0);
   axis.SetAutoSizing(false);
   axis.SetDataExtremes(5, 6);
   EXPECT_FALSE(axis.UpdateScale());
@@ -215,12 +215,12 @@ TEST_F(AxisTest, MapsValuesToPixels) {
     state.Max = row.log ? 100 : 101;
     tested.SetState(state);
     tested.CalcScale();
-    EXPECT_EQ(tested.ValueToPixel(row.value), row.pixel) << row.value;
+    EXPECT_EQ(tested.Scale().PixelOf(row.value), row.pixel) << row.value;
     EXPECT_EQ(IsUndefined(tested.Scale().Position(row.value)), IsUndefined(row.position));
     if (IsUndefined(row.position)) continue;
     EXPECT_NEAR(tested.Scale().Position(row.value), row.position, 1e-9) << row.value;
     if (std::abs(row.value) > 1e6) continue;
-    EXPECT_NEAR(tested.PixelToValue(row.position), row.value, 1e-9);
+    EXPECT_NEAR(tested.Scale().ValueAt(row.position), row.value, 1e-9);
   }
 }
 

@@ -14,6 +14,7 @@
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"
 #include "graph/files/graph_file_writer.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 #include "stream/stream_error.h"
 #include "support/temporary_folder.h"
@@ -149,7 +150,7 @@ TEST(GraphFile, ReadsBackWhatItWrote) {
   }
   const auto plan = DecodeGraph(EncodeGraph(graph, {WithPoints::No}), "rich.ttp");
   EXPECT_EQ(plan->SeriesCount(), 2u);
-  EXPECT_FALSE(plan->HasPoints() || plan->Children()[1]->HasPoints());
+  EXPECT_FALSE(HasPoints(*plan) || HasPoints(*plan->Children()[1]));
   EXPECT_EQ(plan->Series(0).Style(), graph.Series(0).Style());
 }
 
@@ -318,7 +319,7 @@ TEST(GraphFile, AcceptsWhatItDoesNotKnow) {
   const auto graph = DecodeGraph(bytes + Raw(0) + "anything behind", "old.tgr");
   EXPECT_EQ(graph->GetAppearance().title_of_graph, "kept");
   EXPECT_EQ(graph->CurrentSeries(), nullptr);
-  EXPECT_EQ(graph->XSource(), nullptr);
+  EXPECT_EQ(XSource(*graph), nullptr);
   EXPECT_TRUE(graph->Series(0).Source().active);
   EXPECT_EQ(graph->Series(0).Source().DatasourceInfo, "gone/away.csv");
   EXPECT_EQ(graph->Marks().All().front().id, 4);

@@ -10,6 +10,7 @@
 #include "graph/layout/finished_look.h"
 #include "graph/layout/plot_layout_parts.h"
 #include "graph/layout/second_quantity.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -62,11 +63,11 @@ void FillScene(const Scene& scene, TxyGraph& graph) {
   x.SetShowAsTime(scene.dates);
   if (scene.dates) {
     x.SetDateTickType(DateTickType::Month);
-    x.SetDateTimeFormat("dd mmmm yyyy");
+    SetLook(x, &AxisLook::DateTimeFormat, "dd mmmm yyyy");
   }
   if (scene.crossing) {
-    x.SetOffsetType(OffsetType::Value);
-    graph.Axis(AxisId::Y).SetOffsetType(OffsetType::Value);
+    SetLook(x, &AxisLook::Offset_type, OffsetType::Value);
+    SetLook(graph.Axis(AxisId::Y), &AxisLook::Offset_type, OffsetType::Value);
   }
 }
 
@@ -185,7 +186,7 @@ TEST(SeparateQuantities, OnlyTwoUnitsOfWhichOneLooksFlatGetTwoAxes) {
     SeparateQuantities(graph);
     std::string axes;
     for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-      axes += graph.YAxisOf(graph.Series(i)) == AxisId::Y ? '1' : '2';
+      axes += YAxisOf(graph.Series(i)) == AxisId::Y ? '1' : '2';
     }
     EXPECT_EQ(axes, row.axes) << row.names_and_heights.back().first;
   }
@@ -200,7 +201,7 @@ TEST(PlotLayout, AgreesWithTheAxesConversionsAtTheClientSize) {
     for (const double part : {0.0, 0.3, 1.0}) {
       const TAxis& axis = graph.Axis(id);
       const double value = axis.Min() + part * (axis.Max() - axis.Min());
-      EXPECT_EQ(scale.PixelOf(value), axis.ValueToPixel(value));
+      EXPECT_EQ(scale.PixelOf(value), axis.Scale().PixelOf(value));
     }
   }
 }

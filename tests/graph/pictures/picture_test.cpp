@@ -45,7 +45,7 @@ void FillGraph(TxyGraph& graph) {
   for (const AxisId id : {AxisId::X, AxisId::Y}) {
     graph.Axis(id).SetMin(0);
     graph.Axis(id).SetMax(10);
-    graph.Axis(id).SetGridlines(false);
+    SetLook(graph.Axis(id), &AxisLook::Gridlines, false);
   }
   Dimensions dimensions;
   dimensions.left_margin = dimensions.right_margin = 50;
@@ -230,7 +230,7 @@ TEST(Picture, BackgroundImageFillsThePlotOrStandsInItsMiddle) {
 TEST(Picture, TheGridLiesBehindTheDataSetsOrOverThem) {
   TxyGraph graph;
   FillGraph(graph);
-  graph.Axis(AxisId::X).SetGridlines(true);
+  SetLook(graph.Axis(AxisId::X), &AxisLook::Gridlines, true);
   Appearance appearance = graph.GetAppearance();
   appearance.grid_color = Color::FromRgb(0, 0, 255);
   for (const bool last : {false, true}) {

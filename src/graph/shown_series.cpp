@@ -1,0 +1,47 @@
+#include "graph/shown_series.h"
+
+#include <cstddef>
+
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+
+AxisId YAxisOf(const TSeries& series) {
+  return series.Style().first_axis ? AxisId::Y : AxisId::Y2;
+}
+
+bool AxisInUse(const TxyGraph& graph, AxisId axis) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (series.PointCount() == 0) continue;
+    if (axis == AxisId::X || (series.Style().visible && YAxisOf(series) == axis)) return true;
+  }
+  return false;
+}
+
+const TSeries* XSource(const TxyGraph& graph) {
+  const std::int32_t index = graph.GetAppearance().x_axis_series_index;
+  if (index < 0 || static_cast<std::size_t>(index) >= graph.SeriesCount()) return nullptr;
+  return &graph.Series(static_cast<std::size_t>(index));
+}
+
+bool IsDrawn(const TxyGraph& graph, const TSeries& series) {
+  return series.Style().visible && !(graph.PlotsAgainstXSource() && &series == XSource(graph));
+}
+
+bool HasPoints(const TxyGraph& graph) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (graph.Series(i).PointCount() > 0) return true;
+  }
+  return false;
+}
+
+std::string FitError(const TxyGraph& graph) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const std::string& error = graph.Series(i).Curve().Error();
+    if (!error.empty()) return error;
+  }
+  return {};
+}
+
+}  // namespace tarnwick
