@@ -22,7 +22,6 @@ namespace tarnwick {
 namespace {
 
 constexpr Color kRed = Color::FromRgb(255, 0, 0);
-constexpr Color kGreen = Color::FromRgb(0, 128, 0);
 constexpr Color kMargin = Color::FromRgb(200, 220, 240);
 constexpr Color kPlot = Color::FromRgb(250, 250, 230);
 
