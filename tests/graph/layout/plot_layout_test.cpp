@@ -206,22 +206,6 @@ TEST(PlotLayout, AgreesWithTheAxesConversionsAtTheClientSize) {
   }
 }
 
-TEST(PlotLayout, NarrowMarginPutsTheYTitleAboveTheAxis) {
-  const TextMetrics metrics;
-  TxyGraph graph;
-  FillScene(kScenes[0], graph);
-  graph.Resize(400, 300);
-  const auto angle = [&](int margin) {
-    Dimensions dimensions = graph.GetDimensions();
-    dimensions.left_margin = margin;
-    graph.SetDimensions(dimensions);
-    const PlotLayout layout = LayoutPlot(graph, QSizeF(400, 300), metrics);
-    return layout.Axis(AxisId::Y).title ? layout.Axis(AxisId::Y).title->angle : -1;
-  };
-  EXPECT_EQ(angle(80), 90);
-  EXPECT_EQ(angle(30), 0);
-}
-
 TEST(PlotLayout, LegendKeepsToItsShareAndCountsTheRest) {
   const TextMetrics metrics;
   TxyGraph graph;

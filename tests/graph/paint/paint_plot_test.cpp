@@ -255,6 +255,7 @@ TEST_F(PaintPlotParts, AnInsertedGraphCoversItsFrame) {
   look.axes_color = Numbered(kAxes);
   child.SetAppearance(look);
   Expect(kAxes, {2 * 75 + 2 * 48, QRect(150, 100, 75, 50)});
+  EXPECT_EQ(child.PixelOrigin(AxisId::X), child.GetDimensions().left_margin + 3);
   const QImage printed = Painted(PaintTarget::Paper);
   EXPECT_EQ(printed.pixel(200, 120), qRgb(255, 255, 255));
 }

@@ -125,23 +125,6 @@ TEST(PaintSeries, ThinnedPictureLooksLikeTheWholeLine) {
   }
 }
 
-TEST(PaintSeries, SpikeAmongTenMillionPointsIsDrawnAtItsPixel) {
-  TSeries series;
-  std::vector<double> x, y;
-  for (int i = 0; i < 10'000'000; ++i) {
-    x.push_back(i);
-    y.push_back(i == 4'000'000 ? 2.5 : 0);
-  }
-  series.AddPoints(x, y);
-  series.SetStyle(LineStyleOf(1));
-  const SeriesFrame frame = Frame(0, 1e7, -3, 3);
-  const QImage image = Painted(series, frame);
-  const int column = static_cast<int>(frame.x.Position(4'000'000));
-  const int top = static_cast<int>(frame.y.Position(2.5));
-  EXPECT_GT(Ink(image, column, top + 2), 100);
-  EXPECT_EQ(TotalInk(image, QRect(20, 10, column - 22, 60)), 0);
-}
-
 TEST(PaintSeries, NothingLeavesTheClip) {
   constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
   constexpr double kInfinity = std::numeric_limits<double>::infinity();

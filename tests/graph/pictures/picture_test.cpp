@@ -23,7 +23,6 @@ namespace tarnwick {
 namespace {
 
 constexpr Color kRed = Color::FromRgb(255, 0, 0);
-constexpr Color kGreen = Color::FromRgb(0, 128, 0);
 constexpr Color kMargin = Color::FromRgb(200, 220, 240);
 constexpr Color kPlot = Color::FromRgb(250, 250, 230);
 
@@ -79,50 +78,6 @@ TEST(Picture, PartsStandAtTheirPixelsAtEveryResolution) {
     // Sharp: nothing of the axis line in the next pixel column but one.
     EXPECT_EQ(image.pixel(at(53), at(100)), Rgb(kPlot)) << dpi;
   }
-}
-
-TEST(Picture, LaterPartsCoverEarlierOnes) {
-  TxyGraph graph;
-  FillGraph(graph);
-  Mark mark;
-  mark.x1 = 5;
-  mark.color = kGreen;
-  mark.caption = " ";
-  graph.Marks().AddMark(mark);
-  EXPECT_EQ(RenderImage(graph, {400, 300}).pixel(200, 150), Rgb(kGreen)) << "marks over DataSets";
-  Legend legend;
-  legend.layout_mode = LegendLayout::Free;
-  legend.left = 150;
-  legend.top = 120;
-  legend.width = 100;
-  legend.height = 60;
-  legend.color = kMargin;
-  graph.SetLegend(legend);
-  EXPECT_EQ(RenderImage(graph, {400, 300}).pixel(200, 150), Rgb(kMargin)) << "legend over marks";
-  Appearance appearance = graph.GetAppearance();
-  appearance.marks_are_shown = false;
-  graph.SetAppearance(appearance);
-  legend.visible = false;
-  graph.SetLegend(legend);
-  EXPECT_EQ(RenderImage(graph, {400, 300}).pixel(200, 150), Rgb(kRed));
-}
-
-TEST(Picture, ChildGraphsStayWithinTheirFrames) {
-  TxyGraph graph;
-  FillGraph(graph);
-  TxyChildGr& child = graph.AddChild();
-  Dimensions place = child.GetDimensions();
-  place.hor_position = place.ver_position = 0.25;
-  place.hor_size = place.ver_size = 0.5;
-  child.SetDimensions(place);
-  Appearance appearance = child.GetAppearance();
-  appearance.margin_color = kGreen;
-  child.SetAppearance(appearance);
-  graph.Resize(400, 300);
-  const QImage image = RenderImage(graph, {400, 300});
-  EXPECT_EQ(image.pixel(103, 78), Rgb(kGreen));
-  EXPECT_EQ(image.pixel(97, 78), Rgb(kPlot));
-  EXPECT_EQ(child.PixelOrigin(AxisId::X), child.GetDimensions().left_margin + 3);
 }
 
 TEST(Picture, HostileSettingsGiveAFrameAndNoCrash) {
@@ -224,23 +179,6 @@ TEST(Picture, BackgroundImageFillsThePlotOrStandsInItsMiddle) {
     graph.SetAppearance(appearance);
     EXPECT_EQ(RenderImage(graph, {400, 300}).pixel(60, 60), Rgb(kPlot)) << none;
     EXPECT_NE(graph.Background().Error().find("Cannot read the picture: "), std::string::npos);
-  }
-}
-
-TEST(Picture, TheGridLiesBehindTheDataSetsOrOverThem) {
-  TxyGraph graph;
-  FillGraph(graph);
-  SetLook(graph.Axis(AxisId::X), &AxisLook::Gridlines, true);
-  Appearance appearance = graph.GetAppearance();
-  appearance.grid_color = Color::FromRgb(0, 0, 255);
-  for (const bool last : {false, true}) {
-    appearance.grid_drawn_last = last;
-    graph.SetAppearance(appearance);
-    EXPECT_EQ(DecodeGraph(EncodeGraph(graph), "g")->GetAppearance().grid_drawn_last, last);
-    const QImage image = RenderImage(graph, {400, 300});
-    int blue = 0;
-    for (int x = 60; x < 340; ++x) blue += image.pixel(x, 150) == qRgb(0, 0, 255) ? 1 : 0;
-    EXPECT_EQ(blue > 0, last);  // on the red line
   }
 }
 

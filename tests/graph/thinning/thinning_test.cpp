@@ -226,28 +226,6 @@ TEST(ThinLine, GivesWhatGroupingByColumnsGives) {
   }
 }
 
-TEST(ThinLine, OneSpikeAmongMillionsIsFound) {
-  constexpr std::size_t kPoints = 1'000'000;
-  Line data;
-  for (std::size_t i = 0; i < kPoints; ++i) {
-    data.x.push_back(static_cast<double>(i));
-    data.y.push_back(0);
-  }
-  for (const std::size_t spike : {std::size_t{0}, std::size_t{511}, kPoints / 3, kPoints - 1}) {
-    data.y[spike] = 3;
-    TDataSeries series;
-    series.AddPoints(data.x, data.y);
-    const ThinningView view = View(Scale(0, kPoints, false, PixelDirection::Rightward, kColumns),
-                                   Scale(-4, 4, false, PixelDirection::Upward, kRows));
-    std::map<int, Extent> drawn = ExtentsOf(ThinLine(series.Points(), view));
-    const int column = static_cast<int>(view.x.At(data.x[spike]));
-    for (const auto& [here, extent] : drawn) {
-      EXPECT_NEAR(extent.top, here == column ? kRows / 8.0 : kRows / 2.0, 1e-9) << here;
-    }
-    data.y[spike] = 0;
-  }
-}
-
 // An undefined value between two plateaus: nothing may join them, whether its column is drawn point by point or by extremes.
 TEST(ThinLine, GapsBreakTheLine) {
   for (const std::size_t points : {11, 10'001, 1'000'001}) {
