@@ -3,7 +3,6 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
@@ -27,6 +26,9 @@ target_compile_options(tarnwick_compiler INTERFACE
     # GCC 12 sees overlapping and overlong copies in std::string's insert and + where there are none (its bug 105651).
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-stringop-overflow;-Wno-array-bounds>)
 target_link_options(tarnwick_compiler INTERFACE -Wl,--as-needed)
+# Names are visible for the libraries that a program loads at run time (tarnwick_host); none of them replaces what has a
+# name already, so that the compiler may inline and call it directly.
+add_compile_options(-fno-semantic-interposition)
 
 if(TARNWICK_SANITIZE)
     add_compile_options(-fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer

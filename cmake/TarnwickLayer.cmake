@@ -21,6 +21,7 @@ function(tarnwick_layer name)
     target_include_directories(${target} ${scope} "${CMAKE_SOURCE_DIR}/src")
     target_link_libraries(${target} ${scope} tarnwick_compiler ${layer_USES} ${layer_LINK})
     if(sources)
+        set_property(GLOBAL APPEND PROPERTY TARNWICK_LAYERS ${target})
         if(NOT layer_PRECOMPILED)
             set(layer_PRECOMPILED plain)
         endif()
@@ -46,4 +47,26 @@ function(tarnwick_program program layer)
     add_executable(${program} ${main})
     target_link_libraries(${program} PRIVATE tarnwick_${layer})
     set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${TARNWICK_BIN_DIR}")
+endfunction()
+
+# tarnwick_host(<program>)
+#
+# Makes the program a host of libraries loaded at run time: it holds every layer declared before it whole and shows it to
+# what it loads, so that all work with one copy of the engine and of desk.
+function(tarnwick_host program)
+    get_property(layers GLOBAL PROPERTY TARNWICK_LAYERS)
+    string(REPLACE ";" "," layers "${layers}")
+    set_target_properties(${program} PROPERTIES ENABLE_EXPORTS ON LINK_LIBRARY_OVERRIDE "WHOLE_ARCHIVE,${layers}")
+endfunction()
+
+# tarnwick_module(<module> [LINK <library>...] SOURCES <source>...)
+#
+# A library that a host loads at run time. It sees the layers' headers and links none of them: what it uses is the host's.
+# LINK names what is shared beside: Qt.
+function(tarnwick_module module)
+    cmake_parse_arguments(PARSE_ARGV 1 module "" "" "LINK;SOURCES")
+    add_library(${module} MODULE ${module_SOURCES})
+    target_include_directories(${module} PRIVATE "${CMAKE_SOURCE_DIR}/src")
+    target_link_libraries(${module} PRIVATE tarnwick_compiler Eigen3::Eigen hwy::hwy ${module_LINK})
+    set_target_properties(${module} PROPERTIES PREFIX "" AUTOMOC ON)
 endfunction()

@@ -8,54 +8,17 @@
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <set>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "layers/layer_table.h"
 #include "support/project_paths.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
 namespace {
-
-enum class Qt { None, Core, Gui, Widgets };
-
-struct Layer {
-  std::string_view name;
-  std::vector<std::string_view> uses;  // what may be included beside the layer's own files
-  Qt qt;
-};
-
-const std::vector<Layer>& Layers() {
-  static const std::vector<std::string_view> kEngine = {
-      "base", "expr", "stream", "fit", "data", "sources", "analysis", "graph", "results"};
-  static const std::vector<std::string_view> kEngineAndDesk = {
-      "base", "expr", "stream", "fit", "data", "sources", "analysis", "graph", "results", "desk"};
-  static const std::vector<Layer> kLayers = {
-      {"base", {}, Qt::None},
-      {"expr", {"base"}, Qt::None},
-      {"stream", {"base"}, Qt::None},
-      {"fit", {"base", "expr", "stream"}, Qt::None},
-      {"data", {"base", "expr", "stream", "fit"}, Qt::None},
-      {"sources", {"base", "expr", "stream", "fit", "data"}, Qt::Core},
-      {"analysis", {"base", "expr", "stream", "fit", "data"}, Qt::None},
-      {"graph", {"base", "expr", "stream", "fit", "data"}, Qt::Gui},
-      {"results", {"base", "expr", "stream", "fit", "data", "analysis", "graph"}, Qt::Gui},
-      {"desk", kEngine, Qt::Widgets},
-      {"app", kEngineAndDesk, Qt::Widgets},
-      {"editors", kEngineAndDesk, Qt::Widgets},
-      {"cli", kEngine, Qt::Gui},
-  };
-  return kLayers;
-}
-
-const Layer* FindLayer(std::string_view name) {
-  const auto found =
-      std::ranges::find_if(Layers(), [&](const Layer& layer) { return layer.name == name; });
-  return found == Layers().end() ? nullptr : &*found;
-}
 
 // The header named by an include line, with its opening quote or bracket.
 std::optional<std::string> IncludedHeader(std::string_view line) {
@@ -110,7 +73,7 @@ std::string Objection(const Layer& layer, std::string_view include) {
   if (slash == std::string_view::npos)
     return header.ends_with(".moc") ? "" : "not written from src/";
   const std::string_view target = header.substr(0, slash);
-  if (target == layer.name || std::ranges::find(layer.uses, target) != layer.uses.end()) return "";
+  if (layer.MayUse(target)) return "";
   return FindLayer(target) == nullptr ? "no such layer" : "points to a layer it may not use";
 }
 
@@ -185,22 +148,14 @@ TEST(IncludeDirection, NoFileIncludesWhatItsLayerMayNotUse) {
 }
 
 TEST(IncludeDirection, NoFoldersIncludeEachOtherInACircle) {
-  std::map<std::string, std::set<std::string>> uses;  // by folder
+  FolderUses uses;
   for (const Include& include : AllIncludes()) {
     if (!include.header.starts_with('"') || include.header.find('/') == std::string::npos) continue;
     const std::string folder = include.file.parent_path().string();
     const std::string used = std::filesystem::path(include.header.substr(1)).parent_path().string();
     if (used != folder) uses[folder].insert(used);
   }
-  // A folder all of whose used folders are known to be in order is in order itself.
-  const auto in_order = [&](const auto& folder) {
-    return std::ranges::none_of(folder.second,
-                                [&](const auto& used) { return uses.contains(used); });
-  };
-  while (std::erase_if(uses, in_order) > 0) {
-  }
-  for (const auto& [folder, used] : uses)
-    ADD_FAILURE() << folder << " is in a circle, or uses one: " << ::testing::PrintToString(used);
+  EXPECT_TRUE(InCircles(uses).empty()) << ::testing::PrintToString(InCircles(uses));
 }
 
 }  // namespace
