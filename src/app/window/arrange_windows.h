@@ -1,7 +1,7 @@
 // Places the windows of a workspace beside or above each other.
 #pragma once
 
-#include "app/window/workspace.h"
+#include "desk/commands/workspace.h"
 
 class QMdiArea;
 

@@ -45,7 +45,7 @@ void CommandActions::MakeActions(const std::vector<const Command*>& rows) {
     if (!command->shortcut.empty()) {
       action->setShortcut(QKeySequence(ToQt(command->shortcut), QKeySequence::PortableText));
     }
-    action->setCheckable(command->checked != nullptr);
+    action->setCheckable(IsCheckable(*command));
     // The platform's guesses from captions ("Quit", "About") would move entries to other menus.
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, command] { Run(*command); });
@@ -103,6 +103,34 @@ void CommandActions::MakeToolBar() {
   window_.addToolBar(bar);
 }
 
+void CommandActions::AddList(const MenuList& list) {
+  QMenu* menu = MenuOf(list.menu);
+  if (!menu) return;
+  using Items = std::vector<std::unique_ptr<QAction>>;
+  const auto shown = std::make_shared<Items>();
+  connect(menu, &QMenu::aboutToShow, this, [this, menu, shown, make = list.items] {
+    shown->clear();
+    const auto add = [&](std::unique_ptr<QAction> action) {
+      menu->addAction(action.get());
+      shown->push_back(std::move(action));
+    };
+    for (const MenuItem& item : make(make_context_(), menu->fontMetrics())) {
+      if (shown->empty()) {
+        auto separator = std::make_unique<QAction>();
+        separator->setSeparator(true);
+        add(std::move(separator));
+      }
+      auto action = std::make_unique<QAction>(item.caption);
+      action->setStatusTip(item.hint);
+      action->setCheckable(item.checked.has_value());
+      action->setChecked(item.checked.value_or(false));
+      connect(action.get(), &QAction::triggered, this,
+              [this, run = item.run] { RunAsCommand(run); });
+      add(std::move(action));
+    }
+  });
+}
+
 void CommandActions::Run(const Command& command) {
   CommandContext context = make_context_();
   RunCommand(command, context);
@@ -119,7 +147,7 @@ void CommandActions::Update() {
   const CommandContext context = make_context_();
   for (const Entry& entry : entries_) {
     entry.action->setEnabled(!entry.command->enabled || entry.command->enabled(context));
-    if (entry.command->checked) entry.action->setChecked(entry.command->checked(context));
+    if (IsCheckable(*entry.command)) entry.action->setChecked(IsChecked(*entry.command, context));
     if (!entry.command->caption_now) continue;
     entry.action->setText(context.document ? ToQt(entry.command->caption_now(*context.document))
                                            : ToQt(entry.command->caption));
