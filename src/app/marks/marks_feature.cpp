@@ -66,6 +66,7 @@ Feature MarksFeature() {
        .menu = Menu::Mark,
        .group = 2,
        .tool = ToolGroup::Show,
+       .popup = 3,
        .enabled = HasDocument,
        .run = ToggleMarks,
        .caption_now = MarksCaption},

@@ -45,6 +45,7 @@ std::span<const Command> LegendCommands() {
        .icon = "legend",
        .menu = Menu::Legend,
        .tool = ToolGroup::Show,
+       .popup = 3,
        .enabled = HasDocument,
        .run = ToggleLegend,
        .caption_now = LegendCaption},

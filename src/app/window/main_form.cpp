@@ -63,26 +63,26 @@ T_MainForm::~T_MainForm() {
   disconnect(area_, nullptr, this, nullptr);
   panels_->disconnect();
   delete area_;
+  panels_.reset();
 }
 
 void T_MainForm::BuildCommands() {
   actions_ = new CommandActions(*this, CommandsOf(parts_.features), [this] { return Context(); });
-  using List = std::vector<MenuItem> (T_MainForm::*)(const QFontMetrics&);
-  const auto own = [this](List list) {
-    return [this, list](const CommandContext&, const QFontMetrics& metrics) {
-      return (this->*list)(metrics);
-    };
-  };
-  actions_->AddList({Menu::File, own(&T_MainForm::RecentItems)});
-  actions_->AddList({Menu::Window, own(&T_MainForm::WindowItems)});
+  actions_->AddList({Menu::File, [this](const CommandContext&, const QFontMetrics& metrics) {
+                       return RecentItems(metrics);
+                     }});
+  actions_->AddList({Menu::Window, [this](const CommandContext&, const QFontMetrics& metrics) {
+                       return WindowItems(metrics);
+                     }});
   for (const Feature& feature : parts_.features) {
     for (const MenuList& list : feature.lists) actions_->AddList(list);
   }
 }
 
 void T_MainForm::BuildPanels() {
-  panels_ = new PanelDocks(*this, PanelsOf(parts_.features), {*actions_, settings_});
-  connect(panels_, &PanelDocks::shownChanged, actions_, &CommandActions::Update);
+  panels_ = std::make_unique<PanelDocks>(*this, PanelsOf(parts_.features),
+                                         PanelParts{*actions_, settings_});
+  connect(panels_.get(), &PanelDocks::shownChanged, actions_, &CommandActions::Update);
 }
 
 CommandContext T_MainForm::Context() {

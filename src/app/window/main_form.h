@@ -103,7 +103,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   QMdiArea* area_ = nullptr;
   ElidedLabel* read_out_ = nullptr;
   ElidedLabel* note_ = nullptr;
-  PanelDocks* panels_ = nullptr;
+  std::unique_ptr<PanelDocks> panels_;
   bool shown_ = false;
   bool start_failed_ = false;
   bool closing_allowed_ = true;

@@ -2,6 +2,7 @@
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMenu>
+#include <QPointer>
 #include <system_error>
 
 #include "app/canvas/graph_canvas.h"
@@ -129,11 +130,12 @@ std::vector<MenuItem> T_MainForm::WindowItems(const QFontMetrics& metrics) {
   std::vector<MenuItem> items;
   for (TGraphWindow* window : GraphWindows()) {
     const QString caption = ToQt(window->GetDocument().Files().Caption());
-    items.push_back(
-        {.caption = NumberedCaption(items.size() + 1, caption, metrics),
-         .hint = {},
-         .checked = window == ActiveGraphWindow(),
-         .run = [this, window](CommandContext&) { area_->setActiveSubWindow(window); }});
+    items.push_back({.caption = NumberedCaption(items.size() + 1, caption, metrics),
+                     .hint = {},
+                     .checked = window == ActiveGraphWindow(),
+                     .run = [this, shown = QPointer(window)](CommandContext&) {
+                       if (shown) area_->setActiveSubWindow(shown);
+                     }});
   }
   return items;
 }

@@ -68,6 +68,7 @@ struct Command {
   Menu menu = Menu::None;
   int group = 0;  ///< entries of a menu stand by group, with separators between groups
   ToolGroup tool = ToolGroup::None;
+  int popup = 0;  ///< group in the popup menu of a graph, from 1 on; 0: not there
   bool (*enabled)(const CommandContext&) = nullptr;  ///< null: always
   void (*run)(CommandContext&) = nullptr;            ///< may throw Error
   /// Makes the mode that the command switches on and, chosen again, off; it has a check mark while it is on. `run`, where

@@ -7,7 +7,6 @@
 #include <QMenuBar>
 #include <QToolBar>
 #include <algorithm>
-#include <iterator>
 
 #include "desk/commands/menu_table.h"
 #include "desk/widgets/ink_icon.h"
@@ -24,6 +23,16 @@ QString ToolTip(const Command& command) {
     tip += " (" + keys.toString(QKeySequence::NativeText) + ")";
   }
   return tip;
+}
+
+/// Actions by the group of a menu that they stand in.
+using Groups = std::map<int, QList<QAction*>>;
+
+void AddGroups(QMenu& menu, const Groups& groups) {
+  for (const auto& [group, actions] : groups) {
+    if (group != groups.begin()->first) menu.addSeparator();
+    menu.addActions(actions);
+  }
 }
 
 }  // namespace
@@ -57,16 +66,11 @@ void CommandActions::MakeActions(const std::vector<const Command*>& rows) {
 void CommandActions::MakeMenus() {
   for (const MenuRow& row : MenuTable()) {
     auto* menu = new QMenu(ToQt(row.caption), &window_);
-    std::vector<Entry> entries;
-    std::copy_if(entries_.begin(), entries_.end(), std::back_inserter(entries),
-                 [&](const Entry& entry) { return entry.command->menu == row.menu; });
-    std::stable_sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
-      return left.command->group < right.command->group;
-    });
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-      if (i > 0 && entries[i].command->group != entries[i - 1].command->group) menu->addSeparator();
-      menu->addAction(entries[i].action);
+    Groups groups;
+    for (const Entry& entry : entries_) {
+      if (entry.command->menu == row.menu) groups[entry.command->group].push_back(entry.action);
     }
+    AddGroups(*menu, groups);
     menus_[row.menu] = menu;
   }
   const auto rows = MenuTable();
@@ -129,6 +133,14 @@ void CommandActions::AddList(const MenuList& list) {
       add(std::move(action));
     }
   });
+}
+
+void CommandActions::AddPopupCommands(QMenu& menu) const {
+  Groups groups;
+  for (const Entry& entry : entries_) {
+    if (entry.command->popup > 0) groups[entry.command->popup].push_back(entry.action);
+  }
+  AddGroups(menu, groups);
 }
 
 void CommandActions::Run(const Command& command) {

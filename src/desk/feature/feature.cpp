@@ -1,7 +1,5 @@
 #include "desk/feature/feature.h"
 
-#include "desk/document/document_io.h"
-
 namespace tarnwick {
 
 std::vector<const Command*> CommandsOf(const std::vector<Feature>& features) {
@@ -23,10 +21,10 @@ std::vector<const PanelRow*> PanelsOf(const std::vector<Feature>& features) {
 }
 
 const TakenFile* TakerOf(const std::vector<Feature>& features, const std::filesystem::path& path) {
-  const std::string extension = LowerExtension(path);
+  const FileHolds holds = KindToRead(path).holds;
   for (const Feature& feature : features) {
     for (const TakenFile& file : feature.files) {
-      if (file.extension == extension) return &file;
+      if (file.holds == holds) return &file;
     }
   }
   return nullptr;

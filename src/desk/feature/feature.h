@@ -12,6 +12,7 @@
 #include "desk/commands/menu_list.h"
 #include "desk/panels/panel.h"
 #include "desk/settings/setting.h"
+#include "graph/files/file_kinds.h"
 
 namespace tarnwick {
 
@@ -19,9 +20,9 @@ class Document;
 
 /// A kind of file that opens no window but goes into the document that is looked at.
 struct TakenFile {
-  std::string_view extension;  ///< in lower case, with its point
-  std::string_view
-      without_document;  ///< what is told of "name.ext" when no document is open: "is a ..."
+  FileHolds holds = FileHolds::FitFunction;
+  /// What is told of "name.ext" when no document is open: "is a ..."
+  std::string_view without_document = {};
   void (*take)(Document& document, const std::filesystem::path& path) = nullptr;  ///< throws Error
 };
 
@@ -38,7 +39,7 @@ struct Feature {
 
 std::vector<const Command*> CommandsOf(const std::vector<Feature>& features);
 std::vector<const PanelRow*> PanelsOf(const std::vector<Feature>& features);
-/// The kind of file that a path's extension stands for; null when no feature takes it.
+/// Who takes the kind of file that a path means; null when no feature does.
 const TakenFile* TakerOf(const std::vector<Feature>& features, const std::filesystem::path& path);
 
 }  // namespace tarnwick

@@ -58,24 +58,26 @@ class PanelDock final : public QDockWidget {
 
 PanelDocks::PanelDocks(QMainWindow& window, const std::vector<const PanelRow*>& rows,
                        const PanelParts& parts)
-    : QObject(&window), window_(window) {
+    : window_(window) {
   for (const PanelRow* row : rows) {
     const auto make = [this, row, parts] {
       std::unique_ptr<Panel> panel = row->make(parts);
       panel->Follow(followed_, {});
       return panel;
     };
-    auto* dock = new PanelDock(*row, make, &window);
-    docks_.push_back(dock);
+    auto dock = std::make_unique<PanelDock>(*row, make, &window);
     dock->hide();
-    window.addDockWidget(AreaOf(row->side), dock);
-    connect(dock, &QDockWidget::visibilityChanged, this, &PanelDocks::shownChanged);
+    window.addDockWidget(AreaOf(row->side), dock.get());
+    connect(dock.get(), &QDockWidget::visibilityChanged, this, &PanelDocks::shownChanged);
+    docks_.push_back(std::move(dock));
   }
 }
 
+PanelDocks::~PanelDocks() = default;
+
 PanelDock& PanelDocks::DockOf(const PanelRow& panel) const {
   return **std::find_if(docks_.begin(), docks_.end(),
-                        [&](const PanelDock* dock) { return dock->Row().name == panel.name; });
+                        [&](const auto& dock) { return dock->Row().name == panel.name; });
 }
 
 void PanelDocks::Show(const PanelRow& panel) {
@@ -107,7 +109,7 @@ void PanelDocks::MakeRoomFor(PanelDock& dock) {
 
 void PanelDocks::Follow(Document* document, PanelChange change) {
   followed_ = document;
-  for (const PanelDock* dock : docks_) {
+  for (const auto& dock : docks_) {
     if (Panel* panel = dock->Content()) panel->Follow(document, change);
   }
 }

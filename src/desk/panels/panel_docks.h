@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <memory>
 #include <vector>
 
 #include "desk/document/document.h"
@@ -22,6 +23,8 @@ class PanelDocks final : public QObject, public PanelHost {
   /// Docks, hidden, for the rows, which outlive this.
   PanelDocks(QMainWindow& window, const std::vector<const PanelRow*>& rows,
              const PanelParts& parts);
+  /// Takes docks and panels along.
+  ~PanelDocks() override;
 
   /// Also widens the window, as far as the screen goes, where the panel would leave the graphs too little.
   void Show(const PanelRow& panel) override;
@@ -39,7 +42,7 @@ class PanelDocks final : public QObject, public PanelHost {
   void MakeRoomFor(PanelDock& dock);
 
   QMainWindow& window_;
-  std::vector<PanelDock*> docks_;
+  std::vector<std::unique_ptr<PanelDock>> docks_;
   QPointer<Document> followed_;
 };
 

@@ -1,5 +1,5 @@
-// A feature that the program knows nothing of, handed to the window through the list alone: its command, panel, mode,
-// setting, menu entries and kind of file work.
+// A feature that the program knows nothing of, handed to the window through the list alone in place of fitting: its command,
+// panel, mode, setting, menu entries and kind of file work.
 #include <QLabel>
 #include <QSettings>
 #include <QStatusBar>
@@ -63,7 +63,7 @@ Feature CountFeature() {
   static constexpr PanelRow kPanels[] = {kCount};
   static const SettingRow kSettings[] = {&kStep};
   static constexpr TakenFile kFiles[] = {
-      {.extension = ".count",
+      {.holds = FileHolds::FitFunction,
        .without_document = "is a count.",
        .take = [](Document& document, const std::filesystem::path&) {
          document.Edit("Count",
@@ -85,6 +85,7 @@ class MadeUpFeatureTest : public testing::DesktopTest {
  protected:
   std::vector<Feature> UsedFeatures() override {
     std::vector<Feature> features = Features();
+    std::erase_if(features, [](const Feature& feature) { return feature.name == "fit"; });
     features.push_back(CountFeature());
     return features;
   }
@@ -131,9 +132,9 @@ TEST_F(MadeUpFeatureTest, ItsModeGoesOnAndOff) {
 
 TEST_F(MadeUpFeatureTest, ItsSettingsEntriesAndFilesAreKnown) {
   Start({});
-  const auto file = folder_.Write("a.COUNT", "");
+  const auto file = folder_.Write("a.TFN", "");
   Drop(*form_, {file});
-  EXPECT_EQ(TakeTold(), std::vector<std::string>{"\"a.COUNT\" is a count."});
+  EXPECT_EQ(TakeTold(), std::vector<std::string>{"\"a.TFN\" is a count."});
   Run("CountStep1");
   EXPECT_EQ(Opened(Menu::Analysis).actions().back()->text(), "4");
   Opened(Menu::Analysis).actions().back()->trigger();
