@@ -78,8 +78,8 @@ void UndoThenRedo(benchmark::State& state) {
   constexpr int kSteps = 20;
   for (int i = 0; i < kSteps; ++i) subject.MoveSomePoint();
   for (auto _ : state) {
-    for (int i = 0; i < kSteps; ++i) subject.Get().Undo();
-    for (int i = 0; i < kSteps; ++i) subject.Get().Redo();
+    for (int i = 0; i < kSteps; ++i) subject.Get().History().Undo();
+    for (int i = 0; i < kSteps; ++i) subject.Get().History().Redo();
   }
   state.SetItemsProcessed(state.iterations() * 2 * kSteps);
 }

@@ -13,6 +13,7 @@
 #include <cstdlib>
 
 #include "app/window/command_line.h"
+#include "app/window/features.h"
 #include "desk/commands/command_actions.h"
 #include "support/project_paths.h"
 
@@ -43,6 +44,7 @@ void DesktopTest::SetUp() {
   parts.settings = std::make_unique<QSettings>(
       QString::fromStdString(folder_.File("settings.ini").string()), QSettings::IniFormat);
   parts.paths = Paths();
+  parts.features = UsedFeatures();
   form_ = std::make_unique<T_MainForm>(std::move(parts));
 }
 
@@ -57,6 +59,10 @@ void DesktopTest::TearDown() {
   for (TGraphWindow* window : form_->GraphWindows())
     window->GetDocument().History().SetChanged(false);
   form_.reset();
+}
+
+std::vector<Feature> DesktopTest::UsedFeatures() {
+  return Features();
 }
 
 std::filesystem::path DesktopTest::Example(const char* name) {
@@ -77,6 +83,12 @@ void DesktopTest::Run(const char* command) {
   ASSERT_NE(action, nullptr) << command;
   action->trigger();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+QMenu& DesktopTest::Opened(Menu menu) {
+  QMenu* opened = form_->Actions().MenuOf(menu);
+  emit opened->aboutToShow();
+  return *opened;
 }
 
 Document& DesktopTest::ActiveDocument() {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <QImage>
+#include <QMenu>
 #include <QString>
 
 #include <gtest/gtest.h>
@@ -53,11 +54,15 @@ class DesktopTest : public ::testing::Test {
   void TearDown() override;
   /// Where the program under test finds what belongs to it.
   virtual ProgramPaths Paths();
+  /// What its window is made from.
+  virtual std::vector<Feature> UsedFeatures();
 
   static std::filesystem::path Example(const char* name);
   /// Shows the window with these files on its command line.
   void Start(const std::vector<std::filesystem::path>& files);
   void Run(const char* command);
+  /// A menu as it is once it was opened.
+  QMenu& Opened(Menu menu);
   Document& ActiveDocument();
   GraphCanvas& ActiveCanvas();
   QString StatusText(const char* label);

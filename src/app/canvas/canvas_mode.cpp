@@ -8,7 +8,7 @@ namespace tarnwick {
 
 bool CanvasMode::KeyPress(GraphCanvas& canvas, QKeyEvent& event) {
   if (event.key() != Qt::Key_Escape) return false;
-  canvas.StartMode(MouseMode::Rest);
+  canvas.EndMode();
   return true;
 }
 

@@ -1,10 +1,12 @@
-// What mouse and keys mean on a graph's canvas just now: one small class for each way of working. Knows the canvas.
+// What mouse and keys mean on a graph's canvas just now: one small class for each way of working. Knows the canvas; which
+// modes there are, the canvas does not know.
 #pragma once
 
 #include <QCursor>
+#include <memory>
 #include <string_view>
 
-#include "app/canvas/mouse_mode.h"
+#include "desk/commands/mode_host.h"
 
 class QKeyEvent;
 class QMouseEvent;
@@ -18,7 +20,8 @@ class CanvasMode {
  public:
   virtual ~CanvasMode() = default;
 
-  virtual MouseMode Kind() const = 0;
+  /// What makes the mode, by which commands know it; null for one that no command begins.
+  virtual ModeMaker Maker() const { return nullptr; }
   /// What the status line says while the mode is on.
   virtual std::string_view Hint() const = 0;
 
@@ -45,5 +48,10 @@ class CanvasMode {
   CanvasMode(const CanvasMode&) = default;
   CanvasMode& operator=(const CanvasMode&) = default;
 };
+
+template <class Mode>
+std::unique_ptr<CanvasMode> MakeMode() {
+  return std::make_unique<Mode>();
+}
 
 }  // namespace tarnwick

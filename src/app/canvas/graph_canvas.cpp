@@ -9,7 +9,6 @@
 #include "app/canvas/axis_zoom.h"
 #include "app/canvas/canvas_accessible.h"
 #include "app/canvas/child_grip.h"
-#include "app/canvas/make_mode.h"
 #include "app/canvas/overlay.h"
 #include "base/error.h"
 #include "base/prompt.h"
@@ -57,11 +56,12 @@ void ZoomAxis(TAxis& axis, double pixel, double factor) {
 
 }  // namespace
 
-GraphCanvas::GraphCanvas(Document& document, Prompt& prompt, QWidget* parent)
+GraphCanvas::GraphCanvas(Document& document, Prompt& prompt, ModeMaker rest, QWidget* parent)
     : QWidget(parent),
       document_(document),
       prompt_(prompt),
-      mode_(MakeMode(MouseMode::Rest)),
+      rest_(rest),
+      mode_(rest()),
       selection_(document) {
   InstallCanvasAccessible();
   setAttribute(Qt::WA_OpaquePaintEvent);
@@ -93,8 +93,17 @@ void GraphCanvas::SetMode(std::unique_ptr<CanvasMode> mode) {
   emit modeChanged();
 }
 
-void GraphCanvas::StartMode(MouseMode mode) {
-  SetMode(MakeMode(mode));
+void GraphCanvas::EndMode() {
+  SetMode(rest_());
+}
+
+void GraphCanvas::SwitchMode(ModeMaker maker) {
+  SetMode(IsOn(maker) ? rest_() : maker());
+  setFocus();
+}
+
+bool GraphCanvas::IsOn(ModeMaker maker) const {
+  return mode_->Maker() == maker;
 }
 
 void GraphCanvas::BeginMode(std::unique_ptr<CanvasMode> mode, QMouseEvent& press) {

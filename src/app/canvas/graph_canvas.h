@@ -19,12 +19,12 @@
 
 namespace tarnwick {
 
-class GraphCanvas final : public QWidget {
+class GraphCanvas final : public QWidget, public ModeHost {
   Q_OBJECT
 
  public:
-  /// `document` and `prompt` outlive the canvas.
-  GraphCanvas(Document& document, Prompt& prompt, QWidget* parent = nullptr);
+  /// `document` and `prompt` outlive the canvas; `rest` makes the mode that it has while no other is on.
+  GraphCanvas(Document& document, Prompt& prompt, ModeMaker rest, QWidget* parent = nullptr);
   ~GraphCanvas() override;
 
   Document& GetDocument() const { return document_; }
@@ -42,9 +42,13 @@ class GraphCanvas final : public QWidget {
   std::optional<std::size_t> ChildAt(QPointF place) const;
 
   const CanvasMode& Mode() const { return *mode_; }
-  /// Ends the present mode.
+  void SwitchMode(ModeMaker maker) override;
+  bool IsOn(ModeMaker maker) const override;
+  bool AtRest() const { return IsOn(rest_); }
+  /// The canvas is at rest again.
+  void EndMode();
+  /// Puts another mode in place of the present one.
   void SetMode(std::unique_ptr<CanvasMode> mode);
-  void StartMode(MouseMode mode);
   /// Ends the present mode and gives the new one the press of a button that began it.
   void BeginMode(std::unique_ptr<CanvasMode> mode, QMouseEvent& press);
 
@@ -108,6 +112,7 @@ class GraphCanvas final : public QWidget {
 
   Document& document_;
   Prompt& prompt_;
+  ModeMaker rest_;
   std::unique_ptr<CanvasMode> mode_;
   std::vector<std::unique_ptr<CanvasMode>>
       ended_modes_;  // kept until the event they ended in is over

@@ -2,10 +2,9 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include "app/edit/edit_commands.h"
 
-#include "app/window/command_table.h"
-#include "app/window/workspace.h"
-#include "desk/commands/command.h"
+#include "desk/commands/workspace.h"
 #include "desk/document/document.h"
 #include "desk/document/dropped_files.h"
 #include "desk/document/graph_mime_data.h"
@@ -63,12 +62,36 @@ void PasteClipboard(CommandContext& context) {
 
 std::span<const Command> ClipboardCommands() {
   static constexpr Command kRows[] = {
-      {"EditCut1", "Cu&t", "Ctrl+X", "Cut|Cuts the selection and puts it on the Clipboard", "cut",
-       Menu::Edit, 1, ToolGroup::Edit, CanCut, Cut},
-      {"EditCopy1", "&Copy", "Ctrl+C", "Copy|Copies Graph Image on the Clipboard", "copy",
-       Menu::Edit, 1, ToolGroup::Edit, HasDocument, Copy},
-      {"EditPaste1", "&Paste", "Ctrl+V", "Paste|Inserts Clipboard contents", "paste", Menu::Edit, 1,
-       ToolGroup::Edit, HasDocument, PasteClipboard},
+      {.name = "EditCut1",
+       .caption = "Cu&t",
+       .shortcut = "Ctrl+X",
+       .hint = "Cut|Cuts the selection and puts it on the Clipboard",
+       .icon = "cut",
+       .menu = Menu::Edit,
+       .group = 1,
+       .tool = ToolGroup::Edit,
+       .enabled = CanCut,
+       .run = Cut},
+      {.name = "EditCopy1",
+       .caption = "&Copy",
+       .shortcut = "Ctrl+C",
+       .hint = "Copy|Copies Graph Image on the Clipboard",
+       .icon = "copy",
+       .menu = Menu::Edit,
+       .group = 1,
+       .tool = ToolGroup::Edit,
+       .enabled = HasDocument,
+       .run = Copy},
+      {.name = "EditPaste1",
+       .caption = "&Paste",
+       .shortcut = "Ctrl+V",
+       .hint = "Paste|Inserts Clipboard contents",
+       .icon = "paste",
+       .menu = Menu::Edit,
+       .group = 1,
+       .tool = ToolGroup::Edit,
+       .enabled = HasDocument,
+       .run = PasteClipboard},
   };
   return kRows;
 }

@@ -1,9 +1,8 @@
 // The Edit menu's commands: steps back and forth, and what is done to the current DataSet as a whole.
+#include "app/edit/edit_commands.h"
 #include <string>
 
-#include "app/window/command_table.h"
 #include "base/prompt.h"
-#include "desk/commands/command.h"
 #include "desk/document/document.h"
 
 namespace tarnwick {
@@ -63,17 +62,42 @@ void DeleteDataSet(CommandContext& context) {
 
 std::span<const Command> EditCommands() {
   static constexpr Command kRows[] = {
-      {"EditUndo1", "&Undo", "Ctrl+Z", "Undo|Take Back the Last Change", "undo", Menu::Edit, 0,
-       ToolGroup::Edit, CanUndo, [](CommandContext& c) { c.document->History().Undo(); },
-       UndoCaption},
-      {"EditRedo1", "&Redo", "Ctrl+Shift+Z", "Redo|Make the Change Taken Back Last Again", "redo",
-       Menu::Edit, 0, ToolGroup::Edit, CanRedo,
-       [](CommandContext& c) { c.document->History().Redo(); }, RedoCaption},
-      {"EditClearSer1", "C&lear DataSet", "", "Clear Data|Clear Data in Current DataSet",
-       "clear-data", Menu::Edit, 2, ToolGroup::None, HasDataSet, ClearDataSet},
-      {"EditDeleteSeries1", "&Delete DataSet", "",
-       "Delete Current DataSet|Delete Current DataSet Permanently", "delete-data", Menu::Edit, 2,
-       ToolGroup::None, HasDataSet, DeleteDataSet},
+      {.name = "EditUndo1",
+       .caption = "&Undo",
+       .shortcut = "Ctrl+Z",
+       .hint = "Undo|Take Back the Last Change",
+       .icon = "undo",
+       .menu = Menu::Edit,
+       .tool = ToolGroup::Edit,
+       .enabled = CanUndo,
+       .run = [](CommandContext& c) { c.document->History().Undo(); },
+       .caption_now = UndoCaption},
+      {.name = "EditRedo1",
+       .caption = "&Redo",
+       .shortcut = "Ctrl+Shift+Z",
+       .hint = "Redo|Make the Change Taken Back Last Again",
+       .icon = "redo",
+       .menu = Menu::Edit,
+       .tool = ToolGroup::Edit,
+       .enabled = CanRedo,
+       .run = [](CommandContext& c) { c.document->History().Redo(); },
+       .caption_now = RedoCaption},
+      {.name = "EditClearSer1",
+       .caption = "C&lear DataSet",
+       .hint = "Clear Data|Clear Data in Current DataSet",
+       .icon = "clear-data",
+       .menu = Menu::Edit,
+       .group = 2,
+       .enabled = HasDataSet,
+       .run = ClearDataSet},
+      {.name = "EditDeleteSeries1",
+       .caption = "&Delete DataSet",
+       .hint = "Delete Current DataSet|Delete Current DataSet Permanently",
+       .icon = "delete-data",
+       .menu = Menu::Edit,
+       .group = 2,
+       .enabled = HasDataSet,
+       .run = DeleteDataSet},
   };
   return kRows;
 }

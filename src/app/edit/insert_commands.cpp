@@ -1,9 +1,8 @@
 // The Insert menu's commands: graphs inserted into the graph of the window.
 #include <string>
+#include "app/edit/edit_commands.h"
 
-#include "app/window/command_table.h"
 #include "base/prompt.h"
-#include "desk/commands/command.h"
 #include "desk/document/document.h"
 #include "graph/edit/child_edit.h"
 
@@ -52,14 +51,37 @@ void ClearGraphs(CommandContext& context) {
 
 std::span<const Command> InsertCommands() {
   static constexpr Command kRows[] = {
-      {"InsertNewGraph1", "&New Graph", "", "Insert Graph|Insert a New Graph into Current Graph",
-       "graph-insert", Menu::Insert, 0, ToolGroup::None, HasDocument, InsertGraph},
-      {"InsertDelete1", "&Delete", "", "Delete Inserted Graph|Delete Selected Inserted Graph",
-       "graph-delete", Menu::Insert, 1, ToolGroup::None, HasSelectedChild, DeleteGraph},
-      {"InsertClear1", "&Clear", "", "Clear Inserted Graphs|Delete All Inserted Graphs",
-       "graph-clear", Menu::Insert, 1, ToolGroup::None, HasChildren, ClearGraphs},
-      {"InsertUnselect1", "&Unselect", "", "Unselect|Work on the Main Graph again",
-       "graph-unselect", Menu::Insert, 2, ToolGroup::None, HasSelectedChild, Unselect},
+      {.name = "InsertNewGraph1",
+       .caption = "&New Graph",
+       .hint = "Insert Graph|Insert a New Graph into Current Graph",
+       .icon = "graph-insert",
+       .menu = Menu::Insert,
+       .enabled = HasDocument,
+       .run = InsertGraph},
+      {.name = "InsertDelete1",
+       .caption = "&Delete",
+       .hint = "Delete Inserted Graph|Delete Selected Inserted Graph",
+       .icon = "graph-delete",
+       .menu = Menu::Insert,
+       .group = 1,
+       .enabled = HasSelectedChild,
+       .run = DeleteGraph},
+      {.name = "InsertClear1",
+       .caption = "&Clear",
+       .hint = "Clear Inserted Graphs|Delete All Inserted Graphs",
+       .icon = "graph-clear",
+       .menu = Menu::Insert,
+       .group = 1,
+       .enabled = HasChildren,
+       .run = ClearGraphs},
+      {.name = "InsertUnselect1",
+       .caption = "&Unselect",
+       .hint = "Unselect|Work on the Main Graph again",
+       .icon = "graph-unselect",
+       .menu = Menu::Insert,
+       .group = 2,
+       .enabled = HasSelectedChild,
+       .run = Unselect},
   };
   return kRows;
 }

@@ -59,7 +59,11 @@ const char* NameOfIcon(const FitResult& result) {
 
 }  // namespace
 
-FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : QWidget(parent), actions_(actions) {
+std::unique_ptr<Panel> MakeFitPanel(const PanelParts& parts) {
+  return std::make_unique<FitPanel>(parts.actions);
+}
+
+FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : Panel(parent), actions_(actions) {
   setObjectName("FitPanel");
   auto* column = new QVBoxLayout(this);
   hint_ = Wrapped(this);
@@ -194,7 +198,7 @@ void FitPanel::FitFromHere(FinishingStep finish) {
   actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
 }
 
-void FitPanel::Follow(Document* document) {
+void FitPanel::Follow(Document* document, PanelChange) {
   const TSeries* series = document ? document->Graph().CurrentSeries() : nullptr;
   const bool same = shown_.result && series && shown_.document == document &&
                     shown_.data_set == series->SeriesName();

@@ -3,11 +3,11 @@
 #pragma once
 
 #include <QPointer>
-#include <QWidget>
 #include <memory>
 #include <string>
 
 #include "analysis/fit_job.h"
+#include "desk/panels/panel.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"
 
@@ -19,12 +19,10 @@ class QScrollArea;
 
 namespace tarnwick {
 
-class CommandActions;
-class Document;
 class FullTable;
 class TSeries;
 
-class FitPanel final : public QWidget {
+class FitPanel final : public Panel {
   Q_OBJECT
 
  public:
@@ -32,8 +30,8 @@ class FitPanel final : public QWidget {
   explicit FitPanel(CommandActions& actions, QWidget* parent = nullptr);
 
   /// Shows the fit of the document's current DataSet. A result that no longer holds stays, greyed, until there is another,
-  /// its function is gone or another DataSet is looked at. Cheap when nothing changed.
-  void Follow(Document* document);
+  /// its function is gone or another DataSet is looked at.
+  void Follow(Document* document, PanelChange change) override;
 
   QSize sizeHint() const override { return {340, 480}; }
 
@@ -81,5 +79,7 @@ class FitPanel final : public QWidget {
   QPushButton* bands_ = nullptr;
   QDoubleSpinBox* level_ = nullptr;
 };
+
+std::unique_ptr<Panel> MakeFitPanel(const PanelParts& parts);
 
 }  // namespace tarnwick

@@ -6,7 +6,6 @@
 #include <optional>
 
 #include "analysis/fit_job.h"
-#include "app/window/workspace.h"
 #include "fit/model/fit_settings.h"
 
 class QPushButton;
@@ -16,6 +15,9 @@ namespace tarnwick {
 
 class FitFunctionPage;
 class FitOptionsPage;
+
+/// What of a fitting model is edited first.
+enum class FitPage { Function, Settings };
 
 class FitSettingsDialog final : public QDialog {
   Q_OBJECT

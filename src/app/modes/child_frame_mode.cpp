@@ -58,7 +58,7 @@ void ChildFrameMode::MouseMove(GraphCanvas& canvas, QMouseEvent& event) {
 void ChildFrameMode::MouseRelease(GraphCanvas& canvas, QMouseEvent&) {
   if (edit_) edit_->Finish();
   edit_.reset();
-  canvas.StartMode(MouseMode::Rest);
+  canvas.EndMode();
 }
 
 bool ChildFrameMode::KeyPress(GraphCanvas& canvas, QKeyEvent& event) {

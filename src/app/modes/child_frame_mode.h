@@ -24,7 +24,6 @@ class ChildFrameMode final : public CanvasMode {
   /// Takes back what was not finished.
   ~ChildFrameMode() override;
 
-  MouseMode Kind() const override { return MouseMode::MoveObject; }
   std::string_view Hint() const override { return "Drag the Object to its New Place"; }
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;
   void MouseRelease(GraphCanvas& canvas, QMouseEvent& event) override;

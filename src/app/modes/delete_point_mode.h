@@ -10,7 +10,7 @@ namespace tarnwick {
 
 class DeletePointMode final : public CanvasMode {
  public:
-  MouseMode Kind() const override { return MouseMode::DeletePoint; }
+  ModeMaker Maker() const override { return MakeMode<DeletePointMode>; }
   std::string_view Hint() const override { return "Click the Point to Delete. Esc ends"; }
   void MouseRelease(GraphCanvas& canvas, QMouseEvent& event) override;
   /// Return deletes the picked point.

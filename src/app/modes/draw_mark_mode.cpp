@@ -17,7 +17,7 @@ constexpr double kLeastDrag = 4;
 constexpr double kPointWidth = 8;
 
 struct Words {
-  MouseMode mode;
+  ModeMaker maker;
   std::string_view hint;
   const char* step;  // the name of the edit
 };
@@ -25,17 +25,18 @@ struct Words {
 Words WordsOf(MarkType type) {
   switch (type) {
     case MarkType::Vertical:
-      return {MouseMode::VerticalMark, "Click where the Vertical Mark is to be",
+      return {MakeDrawMarkMode<MarkType::Vertical>, "Click where the Vertical Mark is to be",
               "Draw Vertical Mark"};
     case MarkType::Horizontal:
-      return {MouseMode::HorizontalMark, "Click where the Horizontal Mark is to be",
+      return {MakeDrawMarkMode<MarkType::Horizontal>, "Click where the Horizontal Mark is to be",
               "Draw Horizontal Mark"};
     case MarkType::Point:
-      return {MouseMode::PointMark, "Click where the Point Mark is to be", "Draw Point Mark"};
+      return {MakeDrawMarkMode<MarkType::Point>, "Click where the Point Mark is to be",
+              "Draw Point Mark"};
     case MarkType::Line:
       break;
   }
-  return {MouseMode::LineMark, "Drag from the Origin of the Line Mark to its End",
+  return {MakeDrawMarkMode<MarkType::Line>, "Drag from the Origin of the Line Mark to its End",
           "Draw Linear Mark"};
 }
 
@@ -52,8 +53,8 @@ void AddShownMark(TxyGraph& graph, Mark mark) {
 
 }  // namespace
 
-MouseMode DrawMarkMode::Kind() const {
-  return WordsOf(type_).mode;
+ModeMaker DrawMarkMode::Maker() const {
+  return WordsOf(type_).maker;
 }
 
 std::string_view DrawMarkMode::Hint() const {
@@ -76,7 +77,7 @@ void DrawMarkMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
   const bool only_begun = type_ == MarkType::Line && QLineF(*start_, *place_).length() < kLeastDrag;
   if (only_begun) return;
   Draw(canvas);
-  canvas.StartMode(MouseMode::Rest);
+  canvas.EndMode();
 }
 
 void DrawMarkMode::Draw(GraphCanvas& canvas) const {

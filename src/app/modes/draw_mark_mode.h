@@ -12,7 +12,7 @@ namespace tarnwick {
 class DrawMarkMode final : public CanvasMode {
  public:
   explicit DrawMarkMode(MarkType type) : type_(type) {}
-  MouseMode Kind() const override;
+  ModeMaker Maker() const override;
   std::string_view Hint() const override;
   void MousePress(GraphCanvas& canvas, QMouseEvent& event) override;
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;
@@ -27,5 +27,10 @@ class DrawMarkMode final : public CanvasMode {
   std::optional<QPointF> start_;  // of a line
   std::optional<QPointF> place_;  // of the mouse
 };
+
+template <MarkType kType>
+std::unique_ptr<CanvasMode> MakeDrawMarkMode() {
+  return std::make_unique<DrawMarkMode>(kType);
+}
 
 }  // namespace tarnwick

@@ -7,7 +7,7 @@ namespace tarnwick {
 
 class InsertPointMode final : public CanvasMode {
  public:
-  MouseMode Kind() const override { return MouseMode::InsertPoint; }
+  ModeMaker Maker() const override { return MakeMode<InsertPointMode>; }
   std::string_view Hint() const override { return "Click where the New Point is to be. Esc ends"; }
   void MouseRelease(GraphCanvas& canvas, QMouseEvent& event) override;
   QCursor Cursor() const override;

@@ -70,7 +70,7 @@ void MoveObjectMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
   if (event.button() != Qt::LeftButton) return;
   if (event.position() != start_) MoveTo(canvas, event.position());
   edit_.Finish();
-  canvas.StartMode(MouseMode::Rest);
+  canvas.EndMode();
 }
 
 QCursor MoveObjectMode::Cursor() const {

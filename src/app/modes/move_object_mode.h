@@ -17,7 +17,6 @@ class MoveObjectMode final : public CanvasMode {
  public:
   /// Takes hold of an object of the canvas' picture at a place.
   MoveObjectMode(GraphCanvas& canvas, const PictureObject& object, QPointF start);
-  MouseMode Kind() const override { return MouseMode::MoveObject; }
   std::string_view Hint() const override { return "Drag the Object to its New Place"; }
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;
   void MouseRelease(GraphCanvas& canvas, QMouseEvent& event) override;

@@ -11,7 +11,7 @@ namespace tarnwick {
 
 class MovePointMode final : public CanvasMode {
  public:
-  MouseMode Kind() const override { return MouseMode::MovePoint; }
+  ModeMaker Maker() const override { return MakeMode<MovePointMode>; }
   std::string_view Hint() const override { return "Drag the Point to its New Place. Esc ends"; }
   void MousePress(GraphCanvas& canvas, QMouseEvent& event) override;
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;

@@ -50,7 +50,7 @@ void PanMode::MouseMove(GraphCanvas& canvas, QMouseEvent& event) {
 
 void PanMode::MouseRelease(GraphCanvas& canvas, QMouseEvent&) {
   if (one_drag_) {
-    canvas.StartMode(MouseMode::Rest);
+    canvas.EndMode();
     return;
   }
   start_.reset();

@@ -18,7 +18,7 @@ class PanMode final : public CanvasMode {
   PanMode() = default;
   /// One drag, begun at this place of the canvas; the scales before it can be returned to.
   PanMode(const Document& document, QPointF start);
-  MouseMode Kind() const override { return MouseMode::Pan; }
+  ModeMaker Maker() const override { return MakeMode<PanMode>; }
   std::string_view Hint() const override { return "Drag the Picture. Esc ends"; }
   void MousePress(GraphCanvas& canvas, QMouseEvent& event) override;
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;

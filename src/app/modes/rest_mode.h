@@ -12,7 +12,7 @@ namespace tarnwick {
 
 class RestMode final : public CanvasMode {
  public:
-  MouseMode Kind() const override { return MouseMode::Rest; }
+  ModeMaker Maker() const override { return MakeMode<RestMode>; }
   std::string_view Hint() const override {
     return "Hold down SHIFT to zoom window, CTRL to move object, ALT to draw trace";
   }

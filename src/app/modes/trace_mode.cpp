@@ -34,7 +34,7 @@ void TraceMode::MouseMove(GraphCanvas& canvas, QMouseEvent& event) {
 void TraceMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
   if (event.button() != Qt::LeftButton) return;
   last_.reset();
-  if (lasts_ == Lasts::OneTrace) canvas.StartMode(MouseMode::Rest);
+  if (lasts_ == Lasts::OneTrace) canvas.EndMode();
 }
 
 void TraceMode::Add(GraphCanvas& canvas, QPointF place) {

@@ -11,8 +11,8 @@ namespace tarnwick {
 class TraceMode final : public CanvasMode {
  public:
   enum class Lasts { OneTrace, UntilEsc };
-  explicit TraceMode(Lasts lasts) : lasts_(lasts) {}
-  MouseMode Kind() const override { return MouseMode::Trace; }
+  explicit TraceMode(Lasts lasts = Lasts::UntilEsc) : lasts_(lasts) {}
+  ModeMaker Maker() const override { return MakeMode<TraceMode>; }
   std::string_view Hint() const override { return "Drag to Draw a Trace. Esc wipes it off"; }
   void MousePress(GraphCanvas& canvas, QMouseEvent& event) override;
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;

@@ -55,7 +55,7 @@ void ZoomWindowMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
     ZoomTo(graph.Axis(AxisId::Y2), area->top(), area->bottom());
     graph.EndUpdate();
   }
-  canvas.StartMode(MouseMode::Rest);
+  canvas.EndMode();
 }
 
 void ZoomWindowMode::PaintOverlay(QPainter& painter, const GraphCanvas& canvas) const {

@@ -11,7 +11,7 @@ namespace tarnwick {
 
 class ZoomWindowMode final : public CanvasMode {
  public:
-  MouseMode Kind() const override { return MouseMode::ZoomWindow; }
+  ModeMaker Maker() const override { return MakeMode<ZoomWindowMode>; }
   std::string_view Hint() const override { return "Drag Across the Area to Enlarge"; }
   void MousePress(GraphCanvas& canvas, QMouseEvent& event) override;
   void MouseMove(GraphCanvas& canvas, QMouseEvent& event) override;

@@ -6,12 +6,15 @@
 #include <QRectF>
 #include <QString>
 #include <filesystem>
+#include <span>
+
+#include "desk/settings/setting.h"
 
 class QPrinter;
-class QSettings;
 
 namespace tarnwick {
 
+class Settings;
 class TxyGraph;
 
 /// The part of the printer's page within its margins, in the units of a painter on it.
@@ -27,8 +30,11 @@ void PrintOn(QPrinter& printer, const QString& name, const TxyGraph& graph);
 void PrintIntoFile(const std::filesystem::path& path, const QPageLayout& page,
                    const TxyGraph& graph);
 
+/// Those that the paper is kept in.
+std::span<const SettingRow> PaperSettings();
+
 /// Gives the printer the paper that was used last; nothing happens when there was none.
-void RestorePaper(const QSettings& settings, QPrinter& printer);
-void StorePaper(const QPrinter& printer, QSettings& settings);
+void RestorePaper(const Settings& settings, QPrinter& printer);
+void StorePaper(const QPrinter& printer, Settings& settings);
 
 }  // namespace tarnwick

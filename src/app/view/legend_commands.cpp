@@ -1,6 +1,5 @@
 // The Legend submenu's commands.
-#include "app/window/command_table.h"
-#include "desk/commands/command.h"
+#include "app/view/view_commands.h"
 #include "desk/document/document.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/edit/legend_edit.h"
@@ -40,21 +39,50 @@ bool IsLaidOut(const CommandContext& context) {
 
 std::span<const Command> LegendCommands() {
   static constexpr Command kRows[] = {
-      {"GraphLegend1", "Show/Hide &Legend", "",
-       "Show/Hide Legend |Show/Hide Legend for Current Graph", "legend", Menu::Legend, 0,
-       ToolGroup::Show, HasDocument, ToggleLegend, LegendCaption},
-      {"GraphResetLegend1", "&Reset Legend", "", "Reset Legend|Draw Standard Legend",
-       "legend-reset", Menu::Legend, 0, ToolGroup::None, HasDocument, DrawStandardLegend},
-      {"LegendVertical1", "&Verical", "", "Vertical Legend|Draw Legend Entries below Each Other",
-       "legend-vertical", Menu::Legend, 1, ToolGroup::None, HasDocument,
-       LayLegendOut<LegendLayout::Vertical>, nullptr, IsLaidOut<LegendLayout::Vertical>},
-      {"LegendHorizontal1", "&Horizontal", "",
-       "Horizontal Legend|Draw Legend Entries beside Each Other", "legend-horizontal", Menu::Legend,
-       1, ToolGroup::None, HasDocument, LayLegendOut<LegendLayout::Horizontal>, nullptr,
-       IsLaidOut<LegendLayout::Horizontal>},
-      {"LegendFree1", "&Free", "", "Free Legend|Keep Place and Size of the Legend as They Are",
-       "legend-free", Menu::Legend, 1, ToolGroup::None, HasDocument,
-       LayLegendOut<LegendLayout::Free>, nullptr, IsLaidOut<LegendLayout::Free>},
+      {.name = "GraphLegend1",
+       .caption = "Show/Hide &Legend",
+       .hint = "Show/Hide Legend |Show/Hide Legend for Current Graph",
+       .icon = "legend",
+       .menu = Menu::Legend,
+       .tool = ToolGroup::Show,
+       .popup = 3,
+       .enabled = HasDocument,
+       .run = ToggleLegend,
+       .caption_now = LegendCaption},
+      {.name = "GraphResetLegend1",
+       .caption = "&Reset Legend",
+       .hint = "Reset Legend|Draw Standard Legend",
+       .icon = "legend-reset",
+       .menu = Menu::Legend,
+       .enabled = HasDocument,
+       .run = DrawStandardLegend},
+      {.name = "LegendVertical1",
+       .caption = "&Verical",
+       .hint = "Vertical Legend|Draw Legend Entries below Each Other",
+       .icon = "legend-vertical",
+       .menu = Menu::Legend,
+       .group = 1,
+       .enabled = HasDocument,
+       .run = LayLegendOut<LegendLayout::Vertical>,
+       .checked = IsLaidOut<LegendLayout::Vertical>},
+      {.name = "LegendHorizontal1",
+       .caption = "&Horizontal",
+       .hint = "Horizontal Legend|Draw Legend Entries beside Each Other",
+       .icon = "legend-horizontal",
+       .menu = Menu::Legend,
+       .group = 1,
+       .enabled = HasDocument,
+       .run = LayLegendOut<LegendLayout::Horizontal>,
+       .checked = IsLaidOut<LegendLayout::Horizontal>},
+      {.name = "LegendFree1",
+       .caption = "&Free",
+       .hint = "Free Legend|Keep Place and Size of the Legend as They Are",
+       .icon = "legend-free",
+       .menu = Menu::Legend,
+       .group = 1,
+       .enabled = HasDocument,
+       .run = LayLegendOut<LegendLayout::Free>,
+       .checked = IsLaidOut<LegendLayout::Free>},
   };
   return kRows;
 }

@@ -1,8 +1,7 @@
 // Commands that change the scales of a graph, and where its grid is.
+#include "app/view/view_commands.h"
 #include <initializer_list>
 
-#include "app/window/command_table.h"
-#include "desk/commands/command.h"
 #include "desk/document/document.h"
 
 namespace tarnwick {
@@ -45,20 +44,56 @@ void ToggleGridLast(CommandContext& context) {
 
 std::span<const Command> ViewCommands() {
   static constexpr Command kRows[] = {
-      {"GraphZoomAll1", "&All Axes", "", "Zoom All|Set AutoScale on All Axes", "zoom-all",
-       Menu::Zoom, 0, ToolGroup::Zoom, HasDocument,
-       AutoScaleAxes<AxisId::X, AxisId::Y, AxisId::Y2>},
-      {"GraphZoomX1", "&X Axis", "", "Zoom X|Set AutoScale on X  Axis", "zoom-x", Menu::Zoom, 0,
-       ToolGroup::Zoom, HasDocument, AutoScaleAxes<AxisId::X>},
-      {"GraphZoomY1", "&Y Axis", "", "Zoom Y|Set AutoScale on Y Axis", "zoom-y", Menu::Zoom, 0,
-       ToolGroup::Zoom, HasDocument, AutoScaleAxes<AxisId::Y>},
-      {"GraphZoomY2_1", "Y&2 Axis", "", "Zoom Y2|Set AutoScale on Second Y Axis", "zoom-y2",
-       Menu::Zoom, 0, ToolGroup::None, HasDocument, AutoScaleAxes<AxisId::Y2>},
-      {"GraphResetZoom1", "&Undo Zoom", "", "Undo Zoom|Return to Previous Scales", "zoom-back",
-       Menu::Zoom, 1, ToolGroup::Zoom, CanZoomBack, ZoomBack},
-      {"GraphGridLast1", "&Grid over DataSets", "",
-       "Grid over DataSets|Draw the Grid over the DataSets or behind Them", "grid-front",
-       Menu::View, 0, ToolGroup::None, HasDocument, ToggleGridLast, nullptr, IsGridLast},
+      {.name = "GraphZoomAll1",
+       .caption = "&All Axes",
+       .hint = "Zoom All|Set AutoScale on All Axes",
+       .icon = "zoom-all",
+       .menu = Menu::Zoom,
+       .tool = ToolGroup::Zoom,
+       .popup = 1,
+       .enabled = HasDocument,
+       .run = AutoScaleAxes<AxisId::X, AxisId::Y, AxisId::Y2>},
+      {.name = "GraphZoomX1",
+       .caption = "&X Axis",
+       .hint = "Zoom X|Set AutoScale on X  Axis",
+       .icon = "zoom-x",
+       .menu = Menu::Zoom,
+       .tool = ToolGroup::Zoom,
+       .enabled = HasDocument,
+       .run = AutoScaleAxes<AxisId::X>},
+      {.name = "GraphZoomY1",
+       .caption = "&Y Axis",
+       .hint = "Zoom Y|Set AutoScale on Y Axis",
+       .icon = "zoom-y",
+       .menu = Menu::Zoom,
+       .tool = ToolGroup::Zoom,
+       .enabled = HasDocument,
+       .run = AutoScaleAxes<AxisId::Y>},
+      {.name = "GraphZoomY2_1",
+       .caption = "Y&2 Axis",
+       .hint = "Zoom Y2|Set AutoScale on Second Y Axis",
+       .icon = "zoom-y2",
+       .menu = Menu::Zoom,
+       .enabled = HasDocument,
+       .run = AutoScaleAxes<AxisId::Y2>},
+      {.name = "GraphResetZoom1",
+       .caption = "&Undo Zoom",
+       .hint = "Undo Zoom|Return to Previous Scales",
+       .icon = "zoom-back",
+       .menu = Menu::Zoom,
+       .group = 1,
+       .tool = ToolGroup::Zoom,
+       .popup = 1,
+       .enabled = CanZoomBack,
+       .run = ZoomBack},
+      {.name = "GraphGridLast1",
+       .caption = "&Grid over DataSets",
+       .hint = "Grid over DataSets|Draw the Grid over the DataSets or behind Them",
+       .icon = "grid-front",
+       .menu = Menu::View,
+       .enabled = HasDocument,
+       .run = ToggleGridLast,
+       .checked = IsGridLast},
   };
   return kRows;
 }

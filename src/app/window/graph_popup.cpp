@@ -59,19 +59,10 @@ void AddInsertedGraphs(QMenu& menu, Document& document) {
 }  // namespace
 
 void FillGraphPopup(QMenu& menu, Document& document, const CommandActions& actions) {
-  static constexpr const char* kCommands[] = {
-      "GraphZoom1",     "GraphZoomAll1",    "GraphResetZoom1", nullptr,        "EditDelPoint1",
-      "EditMovePoint1", "editInsertPoint1", nullptr,           "GraphLegend1", "MarkShowHide1"};
   AddDataSets(menu, document);
   AddMarks(menu, document);
   AddInsertedGraphs(menu, document);
-  for (const char* name : kCommands) {
-    if (name == nullptr) {
-      menu.addSeparator();
-    } else if (QAction* action = actions.ActionOf(name)) {
-      menu.addAction(action);
-    }
-  }
+  actions.AddPopupCommands(menu);
 }
 
 }  // namespace tarnwick

@@ -7,7 +7,8 @@
 #include <QMimeData>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/window/workspace.h"
+#include "app/modes/rest_mode.h"
+#include "desk/commands/workspace.h"
 #include "desk/document/dropped_files.h"
 #include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
@@ -20,7 +21,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
       document_(std::move(document)),
       workspace_(workspace),
       prompt_(prompt),
-      canvas_(new GraphCanvas(*document_, prompt, this)) {
+      canvas_(new GraphCanvas(*document_, prompt, MakeMode<RestMode>, this)) {
   setAttribute(Qt::WA_DeleteOnClose);
   setObjectName(ToQt(document_->Name()));
   setWindowIcon(InkIcon("tarnwick"));

@@ -1,26 +1,24 @@
 #include "app/window/main_form.h"
 
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QDropEvent>
 #include <QLayout>
 #include <QMdiArea>
 #include <QMimeData>
-#include <QPrinter>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <algorithm>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/fit/fit_panel.h"
-#include "app/window/command_table.h"
+#include "app/window/features.h"
 #include "app/window/graph_window.h"
 #include "app/window/start_page.h"
 #include "app/window/window_placement.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/document/dropped_files.h"
+#include "desk/panels/panel_docks.h"
 #include "desk/prompts/message_box_prompt.h"
 #include "desk/widgets/elided_label.h"
 #include "desk/widgets/text.h"
@@ -38,28 +36,24 @@ ShellParts Complete(ShellParts parts, QWidget* window) {
   if (!parts.chooser) parts.chooser = std::make_unique<DialogFileChooser>(window);
   if (!parts.work) parts.work = std::make_unique<ThreadedWork>(window);
   if (!parts.settings) parts.settings = std::make_unique<QSettings>("Software", "Tarnwick");
+  if (parts.features.empty()) parts.features = Features();
   return parts;
 }
 
 }  // namespace
 
 T_MainForm::T_MainForm(ShellParts parts)
-    : parts_(Complete(std::move(parts), this)), recent_(*parts_.settings) {
+    : parts_(Complete(std::move(parts), this)),
+      settings_(std::move(parts_.settings)),
+      recent_(settings_) {
   setObjectName("T_MainForm");
   setWindowTitle("Tarnwick: Control Panel");
   setGeometry(kFirstGeometry);
   setAcceptDrops(true);
   BuildCentre();
   BuildStatusBar();
-  actions_ = new CommandActions(*this, CommandTable(), [this] {
-    const TGraphWindow* active = ActiveGraphWindow();
-    return CommandContext{*this, *parts_.prompt, *parts_.chooser,
-                          active ? &active->GetDocument() : nullptr};
-  });
-  BuildRecentMenu();
-  BuildWindowMenu();
-  BuildFunctionMenu();
-  BuildFitPanel();
+  BuildCommands();
+  BuildPanels();
   updateMenu();
 }
 
@@ -67,8 +61,42 @@ T_MainForm::~T_MainForm() {
   recent_.Write();
   // Windows tell this window of their end, so they go while it is whole.
   disconnect(area_, nullptr, this, nullptr);
-  fit_dock_->disconnect(this);
+  panels_->disconnect();
   delete area_;
+  panels_.reset();
+}
+
+void T_MainForm::BuildCommands() {
+  actions_ = new CommandActions(*this, CommandsOf(parts_.features), [this] { return Context(); });
+  actions_->AddList({Menu::File, [this](const CommandContext&, const QFontMetrics& metrics) {
+                       return RecentItems(metrics);
+                     }});
+  actions_->AddList({Menu::Window, [this](const CommandContext&, const QFontMetrics& metrics) {
+                       return WindowItems(metrics);
+                     }});
+  for (const Feature& feature : parts_.features) {
+    for (const MenuList& list : feature.lists) actions_->AddList(list);
+  }
+}
+
+void T_MainForm::BuildPanels() {
+  panels_ = std::make_unique<PanelDocks>(*this, PanelsOf(parts_.features),
+                                         PanelParts{*actions_, settings_});
+  connect(panels_.get(), &PanelDocks::shownChanged, actions_, &CommandActions::Update);
+}
+
+CommandContext T_MainForm::Context() {
+  const TGraphWindow* active = ActiveGraphWindow();
+  return {.workspace = *this,
+          .prompt = *parts_.prompt,
+          .chooser = *parts_.chooser,
+          .panels = *panels_,
+          .settings = settings_,
+          .kept = kept_,
+          .paths = parts_.paths,
+          .dialog_parent = this,
+          .document = active ? &active->GetDocument() : nullptr,
+          .modes = active ? &active->Canvas() : nullptr};
 }
 
 void T_MainForm::BuildCentre() {
@@ -173,12 +201,17 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   auto* window = new TGraphWindow(std::move(document), *this, *parts_.prompt);
   connect(window, &TGraphWindow::closing, this, &T_MainForm::closingGraphWindow);
   connect(window, &TGraphWindow::closingRefused, this, [this] { closing_allowed_ = false; });
-  connect(&window->GetDocument(), &Document::graphChanged, this, &T_MainForm::refreshMenu);
-  connect(&window->GetDocument(), &Document::stateChanged, this, &T_MainForm::refreshMenu);
+  using What = PanelChange::What;
+  const auto view_changed = [this] { refreshMenu({What::View}); };
+  connect(&window->GetDocument(), &Document::graphChanged, this, [this](GraphChange change) {
+    refreshMenu({What::Graph, change});
+  });
+  connect(&window->GetDocument(), &Document::stateChanged, this,
+          [this] { refreshMenu({What::State}); });
   connect(&window->Canvas(), &GraphCanvas::readOutChanged, this,
           [this](const QString& text) { read_out_->ShowText(text); });
-  connect(&window->Canvas(), &GraphCanvas::mouseReleased, this, &T_MainForm::refreshMenu);
-  connect(&window->Canvas(), &GraphCanvas::modeChanged, this, &T_MainForm::refreshMenu);
+  connect(&window->Canvas(), &GraphCanvas::mouseReleased, this, view_changed);
+  connect(&window->Canvas(), &GraphCanvas::modeChanged, this, view_changed);
   connect(&window->Canvas(), &GraphCanvas::customContextMenuRequested, this,
           [this, window](QPoint place) { ShowPopup(*window, place); });
   area_->addSubWindow(window);
@@ -204,21 +237,27 @@ void T_MainForm::updateMenu() {
     start_page_->ShowFiles(recent, parts_.paths.examples);
   }
   read_out_->ShowText(active ? ToQt(IdleReadOut()) : QString());
-  refreshMenu();
+  refreshMenu({PanelChange::What::ActiveDocument});
 }
 
-void T_MainForm::refreshMenu() {
+void T_MainForm::refreshMenu(PanelChange change) {
   const TGraphWindow* active = ActiveGraphWindow();
+  ShowNote(active);
+  panels_->Follow(active ? &active->GetDocument() : nullptr, change);
+  actions_->Update();
+}
+
+/// What the last loading has to say, and what the mouse does.
+void T_MainForm::ShowNote(const TGraphWindow* active) {
   QString note;
   if (active) {
-    const CanvasMode& mode = active->Canvas().Mode();
+    const GraphCanvas& canvas = active->Canvas();
+    const QString hint = ToQt(canvas.Mode().Hint());
     note = ToQt(active->GetDocument().Files().Note());
-    const bool both = mode.Kind() == MouseMode::Rest && !note.isEmpty();
-    note = both ? note + QStringLiteral("  \u2022  ") + ToQt(mode.Hint()) : ToQt(mode.Hint());
+    const bool both = canvas.AtRest() && !note.isEmpty();
+    note = both ? note + QStringLiteral("  \u2022  ") + hint : hint;
   }
   note_->ShowText(note);
-  fit_panel_->Follow(active ? &active->GetDocument() : nullptr);
-  actions_->Update();
 }
 
 void T_MainForm::closingGraphWindow(TGraphWindow* window) {

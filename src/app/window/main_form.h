@@ -1,22 +1,22 @@
-// The main window: assembles menus, workspace, status bar and start page, and is the workspace that commands see. What
-// commands do stands in their rows, what documents do in Document.
+// The main window: assembles features, workspace, status bar and start page, and is the workspace that commands see. Knows
+// windows and files; what commands do stands in the rows of their features, what documents do in Document.
 #pragma once
 
 #include <QMainWindow>
-#include <QSettings>
 #include <memory>
 
 #include "app/window/command_line.h"
 #include "app/window/recent_files.h"
-#include "app/window/workspace.h"
 #include "base/prompt.h"
+#include "desk/commands/kept_state.h"
+#include "desk/commands/workspace.h"
+#include "desk/feature/feature.h"
 #include "desk/prompts/file_chooser.h"
 #include "desk/settings/program_paths.h"
+#include "desk/settings/settings.h"
 #include "desk/work/long_work.h"
 
-class QDockWidget;
 class QMdiArea;
-class QPrinter;
 class QScrollArea;
 class QStackedWidget;
 
@@ -24,7 +24,7 @@ namespace tarnwick {
 
 class CommandActions;
 class ElidedLabel;
-class FitPanel;
+class PanelDocks;
 class StartPage;
 class TGraphWindow;
 
@@ -35,6 +35,7 @@ struct ShellParts {
   std::unique_ptr<LongWork> work;
   std::unique_ptr<QSettings> settings;
   ProgramPaths paths;
+  std::vector<Feature> features = {};
 };
 
 class T_MainForm final : public QMainWindow, private Workspace {
@@ -66,43 +67,35 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool LoadInto(Document& document, const std::filesystem::path& path) override;
   bool Save(Document& document) override;
   bool SaveAs(Document& document) override;
-  void Print(Document& document) override;
-  void SetUpPrinter() override;
   std::vector<Document*> Documents() const override;
   bool Close(Document& document) override;
-  void ShowFitResult(bool shown) override;
-  bool FitResultIsShown() const override;
-  void EditFitModel(Document& document, FitPage page) override;
-  void SwitchMode(Document& document, MouseMode mode) override;
-  MouseMode ModeOf(const Document& document) const override;
-  void EditMarks(Document& document) override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
-  void ShowAbout() override;
 
   void BuildCentre();
   void BuildStatusBar();
-  void BuildRecentMenu();
-  QPrinter& Printer();
-  void BuildWindowMenu();
-  void BuildFunctionMenu();
-  void BuildFitPanel();
-  void MakeRoomForPanel();
+  void BuildCommands();
+  void BuildPanels();
+  CommandContext Context();
+  std::vector<MenuItem> RecentItems(const QFontMetrics& metrics);
+  std::vector<MenuItem> WindowItems(const QFontMetrics& metrics);
   /// A window for these files; null, with the reason told, when they cannot be read.
   TGraphWindow* OpenGraphWindow(const std::filesystem::path& file);
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
   std::string LowestFreeName() const;
   TGraphWindow* WindowOf(const Document& document) const;
-  bool UseFunction(const std::filesystem::path& path);
+  bool TakeFile(const TakenFile& kind, const std::filesystem::path& path);
   void TellFileError(const std::filesystem::path& path, const std::string& reason);
   void ShowPopup(TGraphWindow& window, QPoint place);
   void updateMenu();
-  void refreshMenu();
+  void refreshMenu(PanelChange change);
+  void ShowNote(const TGraphWindow* active);
   void closingGraphWindow(TGraphWindow* window);
 
   ShellParts parts_;
+  Settings settings_;
   RecentFiles recent_;
-  std::unique_ptr<QPrinter> printer_;
+  KeptState kept_;
   CommandActions* actions_ = nullptr;
   QStackedWidget* centre_ = nullptr;
   QScrollArea* start_scroll_ = nullptr;
@@ -110,8 +103,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   QMdiArea* area_ = nullptr;
   ElidedLabel* read_out_ = nullptr;
   ElidedLabel* note_ = nullptr;
-  QDockWidget* fit_dock_ = nullptr;
-  FitPanel* fit_panel_ = nullptr;
+  std::unique_ptr<PanelDocks> panels_;
   bool shown_ = false;
   bool start_failed_ = false;
   bool closing_allowed_ = true;

@@ -23,9 +23,22 @@ bool HasDataSet(const CommandContext& context) {
   return context.document && context.document->Graph().CurrentSeries();
 }
 
+bool IsCheckable(const Command& command) {
+  return command.checked || command.mode;
+}
+
+bool IsChecked(const Command& command, const CommandContext& context) {
+  if (command.mode) return context.modes && context.modes->IsOn(command.mode);
+  return command.checked && command.checked(context);
+}
+
 void RunCommand(const Command& command, CommandContext& context) {
   if (command.enabled && !command.enabled(context)) return;
-  RunAsCommand(command.run, context);
+  const auto work = [&command](CommandContext& present) {
+    if (command.run) command.run(present);
+    if (command.mode && present.modes) present.modes->SwitchMode(command.mode);
+  };
+  RunAsCommand(work, context);
 }
 
 void RunAsCommand(const std::function<void(CommandContext&)>& work, CommandContext& context) {

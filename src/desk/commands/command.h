@@ -1,5 +1,5 @@
-// One user command as a row of data: menus, tool bar, tool tips, help and tests are made from these rows. Knows the
-// active document and the workspace, never a window.
+// One user command as a row of data: menus, tool bar, tool tips, help and tests are made from these rows. Knows what a
+// command works with, never the main window.
 #pragma once
 
 #include <cstdint>
@@ -8,19 +8,33 @@
 #include <string>
 #include <string_view>
 
+#include "desk/commands/mode_host.h"
+
+class QWidget;
+
 namespace tarnwick {
 
 class Document;
 class FileChooser;
+class KeptState;
+class PanelHost;
 class Prompt;
+class Settings;
 class Workspace;
+struct ProgramPaths;
 
 /// What a command works with, made afresh for each run.
 struct CommandContext {
   Workspace& workspace;
   Prompt& prompt;
   FileChooser& chooser;
+  PanelHost& panels;
+  Settings& settings;
+  KeptState& kept;
+  const ProgramPaths& paths;
+  QWidget* dialog_parent = nullptr;
   Document* document = nullptr;  ///< of the active graph window; null without one
+  ModeHost* modes = nullptr;     ///< of the active graph window; null without one
 };
 
 /// Menus and submenus in the order of the menu bar; menu_table.cpp says where each one hangs. None: no menu entry.
@@ -46,19 +60,24 @@ enum class Menu : std::uint8_t {
 enum class ToolGroup : std::uint8_t { None, File, Edit, Data, Zoom, Show };
 
 struct Command {
-  std::string_view name;      ///< of the action, for settings, help and tests
-  std::string_view caption;   ///< with its mnemonic; empty: reached by its shortcut alone
-  std::string_view shortcut;  ///< portable text, "Ctrl+N"; empty for none
-  std::string_view hint;      ///< "tool tip|status bar text"
-  std::string_view icon;      ///< name of a drawing under icons/; empty for none
+  std::string_view name;           ///< of the action, for settings, help and tests
+  std::string_view caption = {};   ///< with its mnemonic; empty: reached by its shortcut alone
+  std::string_view shortcut = {};  ///< portable text, "Ctrl+N"; empty for none
+  std::string_view hint = {};      ///< "tool tip|status bar text"
+  std::string_view icon = {};      ///< name of a drawing under icons/; empty for none
   Menu menu = Menu::None;
   int group = 0;  ///< entries of a menu stand by group, with separators between groups
   ToolGroup tool = ToolGroup::None;
+  int popup = 0;  ///< group in the popup menu of a graph, from 1 on; 0: not there
   bool (*enabled)(const CommandContext&) = nullptr;  ///< null: always
   void (*run)(CommandContext&) = nullptr;            ///< may throw Error
+  /// Makes the mode that the command switches on and, chosen again, off; it has a check mark while it is on. `run`, where
+  /// there is one, is run before and may refuse by throwing.
+  ModeMaker mode = nullptr;
   std::string (*caption_now)(const Document&) =
-      nullptr;                                       ///< a caption that follows the active document
-  bool (*checked)(const CommandContext&) = nullptr;  ///< null: the entry has no check mark
+      nullptr;  ///< a caption that follows the active document
+  bool (*checked)(const CommandContext&) =
+      nullptr;  ///< null: the entry has no check mark, but for a mode's
 };
 
 /// The part of a hint before the bar, or all of it: the tool tip.
@@ -69,6 +88,10 @@ std::string_view LongHint(const Command& command);
 /// Conditions shared by many rows.
 bool HasDocument(const CommandContext& context);
 bool HasDataSet(const CommandContext& context);
+
+/// Whether the command's entry has a check mark at all, and now.
+bool IsCheckable(const Command& command);
+bool IsChecked(const Command& command, const CommandContext& context);
 
 /// Runs the command when it is enabled. An Error that it throws is told to the user: this is the commands' edge.
 void RunCommand(const Command& command, CommandContext& context);

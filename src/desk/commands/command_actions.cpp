@@ -7,7 +7,6 @@
 #include <QMenuBar>
 #include <QToolBar>
 #include <algorithm>
-#include <iterator>
 
 #include "desk/commands/menu_table.h"
 #include "desk/widgets/ink_icon.h"
@@ -24,6 +23,16 @@ QString ToolTip(const Command& command) {
     tip += " (" + keys.toString(QKeySequence::NativeText) + ")";
   }
   return tip;
+}
+
+/// Actions by the group of a menu that they stand in.
+using Groups = std::map<int, QList<QAction*>>;
+
+void AddGroups(QMenu& menu, const Groups& groups) {
+  for (const auto& [group, actions] : groups) {
+    if (group != groups.begin()->first) menu.addSeparator();
+    menu.addActions(actions);
+  }
 }
 
 }  // namespace
@@ -45,7 +54,7 @@ void CommandActions::MakeActions(const std::vector<const Command*>& rows) {
     if (!command->shortcut.empty()) {
       action->setShortcut(QKeySequence(ToQt(command->shortcut), QKeySequence::PortableText));
     }
-    action->setCheckable(command->checked != nullptr);
+    action->setCheckable(IsCheckable(*command));
     // The platform's guesses from captions ("Quit", "About") would move entries to other menus.
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, command] { Run(*command); });
@@ -57,16 +66,11 @@ void CommandActions::MakeActions(const std::vector<const Command*>& rows) {
 void CommandActions::MakeMenus() {
   for (const MenuRow& row : MenuTable()) {
     auto* menu = new QMenu(ToQt(row.caption), &window_);
-    std::vector<Entry> entries;
-    std::copy_if(entries_.begin(), entries_.end(), std::back_inserter(entries),
-                 [&](const Entry& entry) { return entry.command->menu == row.menu; });
-    std::stable_sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
-      return left.command->group < right.command->group;
-    });
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-      if (i > 0 && entries[i].command->group != entries[i - 1].command->group) menu->addSeparator();
-      menu->addAction(entries[i].action);
+    Groups groups;
+    for (const Entry& entry : entries_) {
+      if (entry.command->menu == row.menu) groups[entry.command->group].push_back(entry.action);
     }
+    AddGroups(*menu, groups);
     menus_[row.menu] = menu;
   }
   const auto rows = MenuTable();
@@ -103,6 +107,42 @@ void CommandActions::MakeToolBar() {
   window_.addToolBar(bar);
 }
 
+void CommandActions::AddList(const MenuList& list) {
+  QMenu* menu = MenuOf(list.menu);
+  if (!menu) return;
+  using Items = std::vector<std::unique_ptr<QAction>>;
+  const auto shown = std::make_shared<Items>();
+  connect(menu, &QMenu::aboutToShow, this, [this, menu, shown, make = list.items] {
+    shown->clear();
+    const auto add = [&](std::unique_ptr<QAction> action) {
+      menu->addAction(action.get());
+      shown->push_back(std::move(action));
+    };
+    for (const MenuItem& item : make(make_context_(), menu->fontMetrics())) {
+      if (shown->empty()) {
+        auto separator = std::make_unique<QAction>();
+        separator->setSeparator(true);
+        add(std::move(separator));
+      }
+      auto action = std::make_unique<QAction>(item.caption);
+      action->setStatusTip(item.hint);
+      action->setCheckable(item.checked.has_value());
+      action->setChecked(item.checked.value_or(false));
+      connect(action.get(), &QAction::triggered, this,
+              [this, run = item.run] { RunAsCommand(run); });
+      add(std::move(action));
+    }
+  });
+}
+
+void CommandActions::AddPopupCommands(QMenu& menu) const {
+  Groups groups;
+  for (const Entry& entry : entries_) {
+    if (entry.command->popup > 0) groups[entry.command->popup].push_back(entry.action);
+  }
+  AddGroups(menu, groups);
+}
+
 void CommandActions::Run(const Command& command) {
   CommandContext context = make_context_();
   RunCommand(command, context);
@@ -119,7 +159,7 @@ void CommandActions::Update() {
   const CommandContext context = make_context_();
   for (const Entry& entry : entries_) {
     entry.action->setEnabled(!entry.command->enabled || entry.command->enabled(context));
-    if (entry.command->checked) entry.action->setChecked(entry.command->checked(context));
+    if (IsCheckable(*entry.command)) entry.action->setChecked(IsChecked(*entry.command, context));
     if (!entry.command->caption_now) continue;
     entry.action->setText(context.document ? ToQt(entry.command->caption_now(*context.document))
                                            : ToQt(entry.command->caption));

@@ -5,9 +5,11 @@
 #include <QObject>
 #include <functional>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "desk/commands/command.h"
+#include "desk/commands/menu_list.h"
 
 class QAction;
 class QMainWindow;
@@ -22,9 +24,14 @@ class CommandActions final : public QObject {
  public:
   using MakeContext = std::function<CommandContext()>;
 
-  /// Fills the window's menu bar and a tool bar from the rows, which outlive this. `make_context` says what a command works with when it runs.
+  /// Fills the window's menu bar and a tool bar from the rows, which outlive this. `make_context` says what a command works
+  /// with when it runs.
   CommandActions(QMainWindow& window, std::vector<const Command*> rows, MakeContext make_context);
 
+  /// Adds entries that are looked up whenever their menu opens.
+  void AddList(const MenuList& list);
+  /// Adds the commands of a graph's popup menu, group by group, separators between.
+  void AddPopupCommands(QMenu& menu) const;
   /// Brings captions and enabling up to date. Called when the active document or its state changed.
   void Update();
   /// Does `work` in the present context as a command is done: an Error is told to the user.

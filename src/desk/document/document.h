@@ -41,7 +41,8 @@ class Document final : public QObject {
   // What changes the graph for good is a step: the state before and after, to be undone and redone without limit. Zooming
   // is no step, and neither is choosing a current DataSet or mark.
   /// Makes one step of what `change` does to the graph worked on, which it must not delete; `name` as it is read after
-  /// "Undo": "Move Point". Listeners are told once. When `change` throws, the graph is as before and the exception goes on. False when nothing changed.
+  /// "Undo": "Move Point". Listeners are told once. When `change` throws, the graph is as before and the exception goes on.
+  /// False when nothing changed.
   bool Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,
             Merging merging = Merging::No);
   EditHistory& History() { return history_; }

@@ -63,7 +63,7 @@ class FitDesktopTest : public DesktopTest {
   }
 
   void Choose(const QString& caption) {
-    for (QAction* item : form_->Actions().MenuOf(Menu::CurveFitting)->actions()) {
+    for (QAction* item : Opened(Menu::CurveFitting).actions()) {
       if (item->text() == caption) return item->trigger();
     }
     FAIL() << "no entry " << caption.toStdString();
@@ -87,7 +87,7 @@ class FitDesktopTest : public DesktopTest {
 
 TEST_F(FitDesktopTest, EveryEntryOfTheMenuStandsInItsPlace) {
   QStringList entries;
-  for (const QAction* item : form_->Actions().MenuOf(Menu::CurveFitting)->actions()) {
+  for (const QAction* item : Opened(Menu::CurveFitting).actions()) {
     entries.append(item->isSeparator() ? "-" : item->text());
   }
   EXPECT_EQ(entries.join(" | ").toStdString(),

@@ -6,6 +6,12 @@
 #include <QTest>
 #include <functional>
 
+#include "app/modes/delete_point_mode.h"
+#include "app/modes/draw_mark_mode.h"
+#include "app/modes/insert_point_mode.h"
+#include "app/modes/move_point_mode.h"
+#include "app/modes/rest_mode.h"
+#include "app/modes/trace_mode.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/finish_look.h"
 #include "desktop_fixture.h"
@@ -57,7 +63,6 @@ class ModesTest : public testing::DesktopTest {
     QCoreApplication::sendEvent(&ActiveCanvas(), &event);
     return event.isAccepted();
   }
-  MouseMode Mode() { return ActiveCanvas().Mode().Kind(); }
 };
 
 TEST_F(ModesTest, ModesEditThroughNamedSteps) {
@@ -69,7 +74,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
     std::function<std::string()> question;  // empty: none is asked
     Answer answer;
     std::string undo;  // name of the step afterwards
-    MouseMode mode_afterwards;
+    ModeMaker mode_afterwards;
     std::function<bool()> holds;
   };
   const QPoint at = Place(kPoint, 10 * kPoint);
@@ -83,13 +88,13 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
   const auto points = [this] { return Data().PointCount(); };
   const auto mark = [this] { return Graph().Marks().All().at(0); };
   const Row rows[] = {
-      {"EditDelPoint1", at, at, deleting, Answer::No, "", MouseMode::DeletePoint,
+      {"EditDelPoint1", at, at, deleting, Answer::No, "", MakeMode<DeletePointMode>,
        [&] { return points() == 40; }},
-      {"EditDelPoint1", at, at, deleting, Answer::Yes, "Delete Point", MouseMode::DeletePoint,
+      {"EditDelPoint1", at, at, deleting, Answer::Yes, "Delete Point", MakeMode<DeletePointMode>,
        [&] { return points() == 39 && !GetY(Data(), kPoint); }},
-      {"EditMovePoint1", at, away, moving, Answer::No, "", MouseMode::MovePoint,
+      {"EditMovePoint1", at, away, moving, Answer::No, "", MakeMode<MovePointMode>,
        [&] { return GetY(Data(), kPoint) == 10 * kPoint; }},
-      {"EditMovePoint1", at, away, moving, Answer::Yes, "Move Point", MouseMode::MovePoint,
+      {"EditMovePoint1", at, away, moving, Answer::Yes, "Move Point", MakeMode<MovePointMode>,
        [&] { return GetY(Data(), kPoint) == value(away).y && points() == 40; }},
       {"EditMovePoint1",
        at,
@@ -97,7 +102,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        {},
        Answer::No,
        "",
-       MouseMode::MovePoint,
+       MakeMode<MovePointMode>,
        [&] { return ActiveCanvas().Picked()->number == kPoint; }},
       {"editInsertPoint1",
        away,
@@ -105,7 +110,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        {},
        Answer::No,
        "Insert Point",
-       MouseMode::InsertPoint,
+       MakeMode<InsertPointMode>,
        [&] { return points() == 41 && GetY(Data(), 41) == value(away).y; }},
       {"MarkVert1",
        away,
@@ -113,7 +118,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        {},
        Answer::No,
        "Draw Vertical Mark",
-       MouseMode::Rest,
+       MakeMode<RestMode>,
        [&] { return mark().type == MarkType::Vertical && mark().x1 == value(away).x; }},
       {"MarkHor1",
        away,
@@ -121,7 +126,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        {},
        Answer::No,
        "Draw Horizontal Mark",
-       MouseMode::Rest,
+       MakeMode<RestMode>,
        [&] { return mark().type == MarkType::Horizontal && mark().y1 == value(away).y; }},
       {"MarkPoint1",
        away,
@@ -129,7 +134,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        {},
        Answer::No,
        "Draw Point Mark",
-       MouseMode::Rest,
+       MakeMode<RestMode>,
        [&] { return mark().type == MarkType::Point && mark().caption == "1"; }},
       {"MarkLine1",
        at,
@@ -137,7 +142,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        {},
        Answer::No,
        "Draw Linear Mark",
-       MouseMode::Rest,
+       MakeMode<RestMode>,
        [&] { return mark().x1 == value(at).x && mark().y2 == value(away).y; }},
       {"MarkLine1",
        at,
@@ -145,7 +150,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        {},
        Answer::No,
        "",
-       MouseMode::LineMark,
+       MakeDrawMarkMode<MarkType::Line>,
        [&] { return Graph().Marks().All().empty(); }},  // waits for the second click
   };
   for (const Row& row : rows) {
@@ -154,10 +159,10 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
     if (row.question) Expect(row.question(), row.answer);
     Drag(row.from, row.to);
     EXPECT_EQ(ActiveDocument().History().UndoName(), row.undo);
-    EXPECT_EQ(Mode(), row.mode_afterwards);
+    EXPECT_TRUE(ActiveCanvas().IsOn(row.mode_afterwards));
     EXPECT_TRUE(row.holds());
-    if (Mode() != MouseMode::Rest) Press(Qt::Key_Escape);
-    EXPECT_EQ(Mode(), MouseMode::Rest);
+    if (!ActiveCanvas().AtRest()) Press(Qt::Key_Escape);
+    EXPECT_TRUE(ActiveCanvas().AtRest());
     ActiveDocument().History().Undo();
     ActiveCanvas().grab();
     EXPECT_EQ(points(), 40);
@@ -178,7 +183,7 @@ TEST_F(ModesTest, PointsAreOnlyInsertedByHandIntoWhatWasMadeByHand) {
   Run("editInsertPoint1");
   EXPECT_EQ(TakeTold(),
             std::vector<std::string>{"This option is valid only for dataSet with manual source"});
-  EXPECT_EQ(Mode(), MouseMode::Rest);
+  EXPECT_TRUE(ActiveCanvas().AtRest());
 }
 
 TEST_F(ModesTest, AWindowIsZoomedByCommandAndByShift) {
@@ -210,7 +215,7 @@ TEST_F(ModesTest, AWindowIsZoomedByCommandAndByShift) {
       EXPECT_EQ(StatusText("Note"), "Drag Across the Area to Enlarge");
     }
     Drag(row.from, row.to, row.modifiers);
-    EXPECT_EQ(Mode(), MouseMode::Rest);
+    EXPECT_TRUE(ActiveCanvas().AtRest());
     EXPECT_NEAR(x.Min(), row.x_zooms ? 10 : x_min, 0.1);
     EXPECT_NEAR(y.Max(), row.y_zooms ? 300 : y_max, 1.5);
     EXPECT_FALSE(ActiveDocument().History().CanUndo());  // zooming is no step
@@ -278,11 +283,11 @@ TEST_F(ModesTest, CtrlMovesLegendAndMarks) {
 TEST_F(ModesTest, ATraceStaysUntilEscAndChangesNothing) {
   StartWithPoints();
   Drag(Place(5, 100), Place(15, 300), Qt::AltModifier);
-  EXPECT_EQ(Mode(), MouseMode::Rest);
+  EXPECT_TRUE(ActiveCanvas().AtRest());
   Run("GraphTrace1");
   Drag(Place(5, 300), Place(15, 100));
   Drag(Place(20, 300), Place(30, 100));
-  EXPECT_EQ(Mode(), MouseMode::Trace);
+  EXPECT_TRUE(ActiveCanvas().IsOn(MakeMode<TraceMode>));
   EXPECT_EQ(ActiveCanvas().Traces().Count(), 3u);
   EXPECT_FALSE(ActiveDocument().History().CanUndo());
   const QColor ink(0xc0, 0x39, 0x2b);

@@ -11,6 +11,7 @@
 #include "app/print/print_dialog.h"
 #include "app/print/print_graph.h"
 #include "desk/document/document.h"
+#include "desk/settings/settings.h"
 #include "desktop_fixture.h"
 
 namespace tarnwick {
@@ -73,8 +74,8 @@ TEST_F(PrintTest, PrintingIntoAFileThatCanNotBeIsToldAndCanBeTriedAgain) {
 }
 
 TEST_F(PrintTest, PaperIsRememberedAndNonsenseIsNot) {
-  QSettings settings(QString::fromStdString(folder_.File("paper.ini").string()),
-                     QSettings::IniFormat);
+  const QString file = QString::fromStdString(folder_.File("paper.ini").string());
+  Settings settings(std::make_unique<QSettings>(file, QSettings::IniFormat));
   const QPageLayout chosen(QPageSize(QPageSize::A5), QPageLayout::Landscape,
                            QMarginsF(10, 20, 30, 15), QPageLayout::Millimeter);
   printer_.setPageLayout(chosen);
@@ -82,7 +83,7 @@ TEST_F(PrintTest, PaperIsRememberedAndNonsenseIsNot) {
   QPrinter next;
   RestorePaper(settings, next);
   EXPECT_TRUE(next.pageLayout().isEquivalentTo(chosen));
-  settings.setValue("Paper/Width", "wide");
+  QSettings(file, QSettings::IniFormat).setValue("Paper/Width", "wide");
   QPrinter other;
   const QPageLayout before = other.pageLayout();
   RestorePaper(settings, other);

@@ -1,9 +1,8 @@
 #include "app/window/recent_files.h"
 
-#include <QSettings>
-
 #include <gtest/gtest.h>
 
+#include "desk/settings/settings.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -12,8 +11,11 @@ namespace {
 class RecentFilesTest : public ::testing::Test {
  protected:
   testing::TemporaryFolder folder_;
-  QSettings settings_{QString::fromStdString(folder_.File("settings.ini").string()),
-                      QSettings::IniFormat};
+  std::unique_ptr<QSettings> Store() const {
+    return std::make_unique<QSettings>(
+        QString::fromStdString(folder_.File("settings.ini").string()), QSettings::IniFormat);
+  }
+  Settings settings_{Store()};
 };
 
 TEST_F(RecentFilesTest, ATenthFileDropsTheOldestAndAListedOneMovesUp) {
@@ -29,9 +31,10 @@ TEST_F(RecentFilesTest, ATenthFileDropsTheOldestAndAListedOneMovesUp) {
 }
 
 TEST_F(RecentFilesTest, ANameStoredTwiceCountsOnce) {
-  settings_.setValue("Tarnwick/File1", "/a");
-  settings_.setValue("Tarnwick/File2", "/a");
-  settings_.setValue("Tarnwick/File3", "/b");
+  const auto store = Store();
+  store->setValue("Tarnwick/File1", "/a");
+  store->setValue("Tarnwick/File2", "/a");
+  store->setValue("Tarnwick/File3", "/b");
   const RecentFiles recent(settings_);
   EXPECT_EQ(recent.Entries()[0], "/a");
   EXPECT_EQ(recent.Entries()[1], "/b");

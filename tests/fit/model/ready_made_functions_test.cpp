@@ -49,8 +49,7 @@ TEST(ReadyMadeFunctions, AreWhatTheirListSays) {
   for (const nlohmann::json& function : nlohmann::json::parse(list)) {
     const std::string name = function["name"];
     const ::testing::ScopedTrace trace(__FILE__, __LINE__, name);
-    const std::filesystem::path& file =
-        *files.insert(kFolder / (name + ".tfn")).first;
+    const std::filesystem::path& file = *files.insert(kFolder / (name + ".tfn")).first;
     const FitSettings settings = SettingsOf(function);
     if (std::getenv("TARNWICK_WRITE_FUNCTIONS") != nullptr) SaveFitFunction(file, settings);
     ASSERT_EQ(ReadFile(file), StoredModel(settings, WriterMode::Typed));

@@ -1,0 +1,170 @@
+#include "app/fit/fit_feature.h"
+
+#include <QFontMetrics>
+#include <optional>
+
+#include "app/fit/fit_outcome.h"
+#include "app/fit/fit_panel.h"
+#include "app/fit/fit_settings_dialog.h"
+#include "app/fit/fit_work.h"
+#include "base/error.h"
+#include "desk/document/document.h"
+#include "desk/document/open_edit.h"
+#include "desk/settings/kept_size.h"
+#include "desk/settings/program_paths.h"
+#include "desk/widgets/text.h"
+#include "results/fitted_model.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr PanelRow kFitResult = {
+    .name = "FitResult", .caption = "Fit Result", .side = DockSide::Right, .make = MakeFitPanel};
+
+constexpr Setting<QSize> kDialogSize = {
+    .section = "FitSettings", .key = "Size", .label = "Size of the window of fit settings"};
+
+Document& DocumentWithDataSet(const CommandContext& context) {
+  if (!HasDataSet(context)) throw Error("No DataSet Found!");
+  return *context.document;
+}
+
+template <FitStatus kStatus>
+void Show(CommandContext& context) {
+  ShowFit(DocumentWithDataSet(context), kStatus, context.prompt);
+  if (IsFitted(kStatus)) context.panels.Show(kFitResult);
+}
+
+/// The choice follows the current DataSet.
+template <FitStatus kStatus>
+bool Shows(const CommandContext& context) {
+  return HasDataSet(context) &&
+         context.document->Graph().CurrentSeries()->Fit().Status() == kStatus;
+}
+
+template <FitPage kPage>
+void EditModel(CommandContext& context) {
+  Document& document = DocumentWithDataSet(context);
+  std::optional<FitRunOptions> fit_wanted;
+  {
+    OpenEdit step(document, "Fit Settings");
+    TSeries& series = CurrentDataSet(document);
+    FitSettingsDialog dialog(ToQt(series.SeriesName()), series.Fit().Settings(), kPage,
+                             context.dialog_parent);
+    QObject::connect(&dialog, &FitSettingsDialog::changed, &dialog,
+                     [&](const FitSettings& model) { TakeFitSettings(series, model); });
+    RestoreSize(dialog, context.settings, kDialogSize);
+    // What is not finished here is taken back.
+    if (dialog.exec() == QDialog::Accepted) step.Finish();
+    StoreSize(dialog, context.settings, kDialogSize);
+    fit_wanted = dialog.FitWanted();
+  }
+  if (!fit_wanted) return;
+  FitAgain(document, *fit_wanted, context.prompt);
+  context.panels.Show(kFitResult);
+}
+
+void Print(CommandContext& context) {
+  PrintFitOnGraph(DocumentWithDataSet(context));
+}
+
+void ToggleResult(CommandContext& context) {
+  Toggle(context.panels, kFitResult);
+}
+
+bool ResultIsShown(const CommandContext& context) {
+  return context.panels.IsShown(kFitResult);
+}
+
+/// The ready-made functions and the user's own.
+std::vector<MenuItem> FunctionItems(const CommandContext& context, const QFontMetrics&) {
+  std::vector<MenuItem> items;
+  int number = 0;
+  for (const auto& file : context.paths.fit_functions) {
+    // From 10 on the first digit would be the key of two functions, and neither ran at once.
+    const QString key = ++number < 10 ? QStringLiteral("&") : QString();
+    MenuItem item;
+    item.caption =
+        key + QStringLiteral("%1 %2").arg(number).arg(PathText(file.stem()).replace("&", "&&"));
+    item.hint = QObject::tr("Use the function of %1 for the current DataSet").arg(PathText(file));
+    item.run = [file](CommandContext& c) { ApplyFitFunction(DocumentWithDataSet(c), file); };
+    items.push_back(std::move(item));
+  }
+  return items;
+}
+
+}  // namespace
+
+Feature FitFeature() {
+  static constexpr Command kCommands[] = {
+      {.name = "editFunction1",
+       .caption = "&Edit",
+       .hint = "Curve Fitting Settings|Edit Curve Fitting Properties",
+       .icon = "fit-edit",
+       .menu = Menu::CurveFitting,
+       .run = EditModel<FitPage::Function>},
+      {.name = "FitNone1",
+       .caption = "&None",
+       .hint = "No Curve|Neither Draw Nor Fit the Model of the Current DataSet",
+       .icon = "fit-none",
+       .menu = Menu::CurveFitting,
+       .run = Show<FitStatus::cf_None>,
+       .checked = Shows<FitStatus::cf_None>},
+      {.name = "FitFunction1",
+       .caption = "Draw &Function",
+       .hint = "Draw Function|Draw the Model with Its Present Parameter Values",
+       .icon = "fit-function",
+       .menu = Menu::CurveFitting,
+       .run = Show<FitStatus::cf_Function>,
+       .checked = Shows<FitStatus::cf_Function>},
+      {.name = "FitCurve1",
+       .caption = "Show Final &Curve",
+       .hint = "Show Final Curve|Fit the Model to the Current DataSet and Show the Result",
+       .icon = "fit-curve",
+       .menu = Menu::CurveFitting,
+       .run = Show<FitStatus::cf_FinResult>,
+       .checked = Shows<FitStatus::cf_FinResult>},
+      {.name = "FitEveryStep1",
+       .caption = "Show Every &Step",
+       .hint = "Show Every Step|Fit the Model and Show the Curve at Every Step",
+       .icon = "fit-steps",
+       .menu = Menu::CurveFitting,
+       .run = Show<FitStatus::cf_EveryStep>,
+       .checked = Shows<FitStatus::cf_EveryStep>},
+      {.name = "FitSettings1",
+       .caption = "Se&ttings",
+       .hint = "Fit Settings|Margins, Method and Limits of the Current DataSet's Fit",
+       .icon = "fit-settings",
+       .menu = Menu::CurveFitting,
+       .group = 1,
+       .run = EditModel<FitPage::Settings>},
+      {.name = "FitPrint1",
+       .caption = "&Print on Graph",
+       .hint = "Print on Graph|Print the Fitted Parameters on the Graph",
+       .icon = "fit-print",
+       .menu = Menu::CurveFitting,
+       .group = 1,
+       .run = Print},
+      {.name = "ViewFitResult1",
+       .caption = "&Fit Result",
+       .hint = "Fit Result|Show or Hide What the Fit of the Current DataSet Found",
+       .icon = "fit-result",
+       .menu = Menu::View,
+       .run = ToggleResult,
+       .checked = ResultIsShown},
+  };
+  static constexpr PanelRow kPanels[] = {kFitResult};
+  static const SettingRow kSettings[] = {&kDialogSize};
+  static constexpr TakenFile kFiles[] = {
+      {.holds = FileHolds::FitFunction,
+       .without_document = "is a fitting function: open the data to fit first.",
+       .take = ApplyFitFunction}};
+  return {.name = "fit",
+          .commands = {kCommands},
+          .panels = kPanels,
+          .settings = kSettings,
+          .lists = {{Menu::CurveFitting, FunctionItems}},
+          .files = kFiles};
+}
+
+}  // namespace tarnwick

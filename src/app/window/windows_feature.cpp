@@ -1,0 +1,58 @@
+#include "app/window/windows_feature.h"
+#include "app/window/recent_files.h"
+#include "desk/commands/workspace.h"
+
+namespace tarnwick {
+namespace {
+
+template <WindowArrangement kArrangement>
+void Arrange(CommandContext& context) {
+  context.workspace.Arrange(kArrangement);
+}
+
+}  // namespace
+
+Feature WindowsFeature() {
+  static constexpr Command kCommands[] = {
+      {.name = "WindowCascade1",
+       .caption = "&Cascade",
+       .hint = "Cascade",
+       .icon = "cascade",
+       .menu = Menu::Window,
+       .enabled = HasDocument,
+       .run = Arrange<WindowArrangement::Cascade>},
+      {.name = "WindowTileHorizontal1",
+       .caption = "Tile &Horizontally",
+       .hint = "Tile Horizontally",
+       .icon = "tile-horizontal",
+       .menu = Menu::Window,
+       .enabled = HasDocument,
+       .run = Arrange<WindowArrangement::TileHorizontally>},
+      {.name = "WindowTileVertical1",
+       .caption = "Tile &Vertically",
+       .hint = "Tile Vertically",
+       .icon = "tile-vertical",
+       .menu = Menu::Window,
+       .enabled = HasDocument,
+       .run = Arrange<WindowArrangement::TileVertically>},
+      {.name = "WindowMinimizeAll1",
+       .caption = "&Minimize All",
+       .hint = "Minimize Al|Minimize all Graphs to Icons ",
+       .icon = "minimize-all",
+       .menu = Menu::Window,
+       .group = 1,
+       .enabled = HasDocument,
+       .run = Arrange<WindowArrangement::MinimizeAll>},
+      {.name = "WindowArrangeAll1",
+       .caption = "Arrange &Icons",
+       .hint = "Arrange All|Arranges all Icons ",
+       .icon = "arrange-icons",
+       .menu = Menu::Window,
+       .group = 1,
+       .enabled = HasDocument,
+       .run = Arrange<WindowArrangement::ArrangeIcons>},
+  };
+  return {.name = "window", .commands = {kCommands}, .settings = RecentSettings()};
+}
+
+}  // namespace tarnwick

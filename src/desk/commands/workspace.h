@@ -1,0 +1,48 @@
+// What commands may ask of the program around the active document: its windows and files. Knows documents, no widgets; the
+// main window stands behind it.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+namespace tarnwick {
+
+class Document;
+
+enum class WindowArrangement {
+  Cascade,
+  TileHorizontally,
+  TileVertically,
+  MinimizeAll,
+  ArrangeIcons
+};
+
+class Workspace {
+ public:
+  virtual ~Workspace() = default;
+
+  /// A graph window from the default template.
+  virtual void NewGraph() = 0;
+  /// A graph window for `path`; a kind of file that a feature takes goes to the active window instead. A file that cannot
+  /// be read is told to the user and opens nothing; false then.
+  virtual bool OpenFile(const std::filesystem::path& path) = 0;
+  /// Loads `path` into an open document and tells what is wrong with it. False when nothing was loaded.
+  virtual bool LoadInto(Document& document, const std::filesystem::path& path) = 0;
+  /// Saves under the document's graph file name, else asks for one. False when nothing was saved.
+  virtual bool Save(Document& document) = 0;
+  /// Asks for a name and saves by its extension. False when nothing was saved.
+  virtual bool SaveAs(Document& document) = 0;
+  /// The documents of all graph windows, in the order of their opening.
+  virtual std::vector<Document*> Documents() const = 0;
+  /// Closes the document's window, which asks what it has to; false when it stays.
+  virtual bool Close(Document& document) = 0;
+  virtual void Arrange(WindowArrangement arrangement) = 0;
+  virtual void ExitProgram() = 0;
+
+ protected:
+  Workspace() = default;
+  Workspace(const Workspace&) = default;
+  Workspace& operator=(const Workspace&) = default;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,39 @@
+#include "desk/settings/settings.h"
+
+#include <gtest/gtest.h>
+
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr Setting<double> kWidth = {
+    .section = "Paper", .key = "Width", .fallback = 7.5, .label = "Width"};
+constexpr Setting<bool> kShown = {
+    .section = "Panel", .key = "Shown", .fallback = true, .label = "Shown"};
+constexpr Setting<QSize> kSize = {
+    .section = "Panel", .key = "Size", .fallback = {3, 4}, .label = "Size"};
+
+TEST(Settings, WhatIsStoredIsReadAndNonsenseIsNot) {
+  const testing::TemporaryFolder folder;
+  const auto file =
+      folder.Write("settings.ini", "[Paper]\nWidth=wide\n[Panel]\nShown=false\nSize=@Size(5 6)\n");
+  const QString name = QString::fromStdString(file.string());
+  {
+    Settings settings(std::make_unique<QSettings>(name, QSettings::IniFormat));
+    EXPECT_EQ(settings.Read(kWidth), 7.5);
+    EXPECT_EQ(settings.Read(kShown), false);
+    EXPECT_EQ(settings.Read(kSize), QSize(5, 6));
+    settings.Write(kWidth, 0.1);
+    settings.Write(kShown, true);
+  }
+  EXPECT_EQ(testing::ReadFile(file),
+            "[Panel]\nShown=true\nSize=@Size(5 6)\n\n[Paper]\nWidth=0.1\n");
+  std::filesystem::remove(file);
+  const Settings none(std::make_unique<QSettings>(name, QSettings::IniFormat));
+  EXPECT_EQ(none.Read(kShown), true);
+  EXPECT_EQ(none.Read(kSize), QSize(3, 4));
+}
+
+}  // namespace
+}  // namespace tarnwick
