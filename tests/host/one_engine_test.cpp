@@ -24,7 +24,7 @@ class OneEngine : public ::testing::Test {
   void SetUp() override {
     library_.setFileName(QString::fromStdString(ProbeFile().string()));
     library_.setLoadHints(QLibrary::ResolveAllSymbolsHint);
-    const auto entry = reinterpret_cast<testing::TarnwickProbe>(library_.resolve("TarnwickProbe"));
+    const auto entry = reinterpret_cast<testing::ProbeFunction>(library_.resolve("TarnwickProbe"));
     ASSERT_NE(entry, nullptr) << library_.errorString().toStdString();
     probe_ = entry();
   }

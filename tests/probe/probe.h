@@ -16,6 +16,6 @@ struct Probe {
 };
 
 /// The one name the library exports: "TarnwickProbe".
-using TarnwickProbe = Probe (*)();
+using ProbeFunction = Probe (*)();
 
 }  // namespace tarnwick::testing
