@@ -124,6 +124,19 @@ TEST(Loader, SamplesAutomatically) {
   }
 }
 
+TEST(LoadReport, CountsInWords) {
+  const std::pair<int, const char*> rows[] = {
+      {2, "2nd"},   {3, "3rd"},   {4, "4th"},   {10, "10th"}, {11, "11th"},   {12, "12th"},
+      {13, "13th"}, {14, "14th"}, {21, "21st"}, {30, "30th"}, {101, "101st"}, {113, "113th"}};
+  for (const auto& [every, ordinal] : rows) {
+    LoadReport report;
+    report.loaded = true;
+    report.points = 1;
+    report.sampled_every = every;
+    EXPECT_EQ(report.Message(), "1 point, every " + std::string(ordinal) + " row");
+  }
+}
+
 TEST(Loader, CountsSkippedRowsAndTellsWhy) {
   TDSInfo info = EveryRow();
   info.MergeSeparators = false;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "graph/axes/plot_metrics.h"
+#include "graph/edit/legend_edit.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -302,6 +303,23 @@ TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
   legend.layout_mode = LegendLayout::Free;
   graph.SetLegend(legend);
   EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(60, 375));
+}
+
+TEST_F(Places, AFreeLegendBeginsAsLargeAsItsEntriesBelowEachOther) {
+  const auto look = [&] { return graph.GetLegend(); };
+  SetLegendLayout(graph, LegendLayout::Vertical, metrics);
+  const QRectF vertical = Layout().legend->frame;
+  SetLegendLayout(graph, LegendLayout::Horizontal, metrics);
+  EXPECT_EQ(look().width, 0);
+  const QRectF horizontal = Layout().legend->frame;
+  EXPECT_GT(horizontal.width(), vertical.width());
+  SetLegendLayout(graph, LegendLayout::Free, metrics);
+  EXPECT_EQ(look().width, std::ceil(vertical.width()));
+  EXPECT_EQ(look().height, std::ceil(vertical.height()));
+  EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(look().left, look().top));
+  SetLegendLayout(graph, LegendLayout::Horizontal, metrics);
+  EXPECT_EQ(look().width, 0) << "a width of its own would squeeze the others";
+  EXPECT_EQ(Layout().legend->frame.width(), horizontal.width());
 }
 
 TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
