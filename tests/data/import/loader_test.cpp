@@ -375,9 +375,14 @@ TEST(RefreshAll, ReadsEachFileOnceForAllItsDataSets) {
   const auto z = SeriesOf(info);
   const auto typed = std::make_unique<TDataSeries>();
   typed->AddPoint(1, 1);
-  TDataSeries* const all[] = {typed.get(), y.get(), z.get()};
+  info.DatasourceInfo = folder.Write("b.csv", "x,y,z\n7,8,9\n").string();
+  const auto other = SeriesOf(info);
+  // Between those of one file stand one of another and one without a file, from the same place once.
+  TDataSeries* const all[] = {y.get(), other.get(), typed.get(), z.get()};
+  typed->Source().DatasourceInfo = y->Source().DatasourceInfo;
   const std::vector<LoadReport> reports = RefreshAll(all);
-  EXPECT_FALSE(reports[0].loaded);
+  EXPECT_FALSE(reports[2].loaded);
+  EXPECT_EQ(other->Points().YValues(), std::vector<double>{9});
   EXPECT_EQ(typed->PointCount(), 1);
   EXPECT_EQ(y->Points().YValues(), (std::vector<double>{2, 5}));
   EXPECT_EQ(z->Points().YValues(), (std::vector<double>{3, 6}));

@@ -276,6 +276,7 @@ TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
     const double row = metrics.LineHeight(legend.font) + 2;
     const double first = metrics.SizeOf({"first", {}}, legend.font).width();
     const double second = metrics.SizeOf({"second", {}}, legend.font).width();
+    EXPECT_EQ(metrics.Elided("first", legend.font, first), "first") << "room for all of it";
     const bool across = mode == LegendLayout::Horizontal;
     const QPointF next = across ? QPointF(30 + 5 + first + 10, 0) : QPointF(0, row);
     EXPECT_EQ(box.rows[0].sample, QRectF(208, 103, 30, row));
