@@ -125,6 +125,19 @@ TEST(Loader, SamplesAutomatically) {
   }
 }
 
+TEST(LoadReport, CountsInWords) {
+  const std::pair<int, const char*> rows[] = {
+      {2, "2nd"},   {3, "3rd"},   {4, "4th"},   {10, "10th"}, {11, "11th"},   {12, "12th"},
+      {13, "13th"}, {14, "14th"}, {21, "21st"}, {30, "30th"}, {101, "101st"}, {113, "113th"}};
+  for (const auto& [every, ordinal] : rows) {
+    LoadReport report;
+    report.loaded = true;
+    report.points = 1;
+    report.sampled_every = every;
+    EXPECT_EQ(report.Message(), "1 point, every " + std::string(ordinal) + " row");
+  }
+}
+
 TEST(Loader, CountsSkippedRowsAndTellsWhy) {
   TDSInfo info = EveryRow();
   info.MergeSeparators = false;
@@ -363,9 +376,14 @@ TEST(RefreshAll, ReadsEachFileOnceForAllItsDataSets) {
   const auto z = SeriesOf(info);
   const auto typed = std::make_unique<TDataSeries>();
   typed->AddPoint(1, 1);
-  TDataSeries* const all[] = {typed.get(), y.get(), z.get()};
+  info.DatasourceInfo = folder.Write("b.csv", "x,y,z\n7,8,9\n").string();
+  const auto other = SeriesOf(info);
+  // Between those of one file stand one of another and one without a file, from the same place once.
+  TDataSeries* const all[] = {y.get(), other.get(), typed.get(), z.get()};
+  typed->Source().DatasourceInfo = y->Source().DatasourceInfo;
   const std::vector<LoadReport> reports = RefreshAll(all);
-  EXPECT_FALSE(reports[0].loaded);
+  EXPECT_FALSE(reports[2].loaded);
+  EXPECT_EQ(other->Points().YValues(), std::vector<double>{9});
   EXPECT_EQ(typed->PointCount(), 1);
   EXPECT_EQ(YValues(y->Points()), (std::vector<double>{2, 5}));
   EXPECT_EQ(YValues(z->Points()), (std::vector<double>{3, 6}));

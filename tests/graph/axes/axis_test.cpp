@@ -175,7 +175,8 @@ TEST_F(AxisTest, ReportsARangeThatCannotBeDrawn) {
     bool log;
     double min, max;
   };
-  for (const Row& row : {Row{false, 5, 4}, Row{false, kUndefined, 4}, Row{true, 0, 4}}) {
+  for (const Row& row :
+       {Row{false, 5, 4}, Row{false, 5, 5}, Row{false, kUndefined, 4}, Row{true, 0, 4}}) {
     AxisState state = axis.State();
     state.LogScale = row.log;
     state.Min = row.min;

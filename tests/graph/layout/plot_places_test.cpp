@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "graph/axes/plot_metrics.h"
+#include "graph/edit/legend_edit.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -275,6 +276,7 @@ TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
     const double row = metrics.LineHeight(legend.font) + 2;
     const double first = metrics.SizeOf({"first", {}}, legend.font).width();
     const double second = metrics.SizeOf({"second", {}}, legend.font).width();
+    EXPECT_EQ(metrics.Elided("first", legend.font, first), "first") << "room for all of it";
     const bool across = mode == LegendLayout::Horizontal;
     const QPointF next = across ? QPointF(30 + 5 + first + 10, 0) : QPointF(0, row);
     EXPECT_EQ(box.rows[0].sample, QRectF(208, 103, 30, row));
@@ -302,6 +304,23 @@ TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
   legend.layout_mode = LegendLayout::Free;
   graph.SetLegend(legend);
   EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(60, 375));
+}
+
+TEST_F(Places, AFreeLegendBeginsAsLargeAsItsEntriesBelowEachOther) {
+  const auto look = [&] { return graph.GetLegend(); };
+  SetLegendLayout(graph, LegendLayout::Vertical, metrics);
+  const QRectF vertical = Layout().legend->frame;
+  SetLegendLayout(graph, LegendLayout::Horizontal, metrics);
+  EXPECT_EQ(look().width, 0);
+  const QRectF horizontal = Layout().legend->frame;
+  EXPECT_GT(horizontal.width(), vertical.width());
+  SetLegendLayout(graph, LegendLayout::Free, metrics);
+  EXPECT_EQ(look().width, std::ceil(vertical.width()));
+  EXPECT_EQ(look().height, std::ceil(vertical.height()));
+  EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(look().left, look().top));
+  SetLegendLayout(graph, LegendLayout::Horizontal, metrics);
+  EXPECT_EQ(look().width, 0) << "a width of its own would squeeze the others";
+  EXPECT_EQ(Layout().legend->frame.width(), horizontal.width());
 }
 
 TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {

@@ -190,6 +190,7 @@ TEST(Metafile, FontsFillRulesAndPlacesAreWrittenAsTheyAreSet) {
       painter.drawText(QPointF(0, 0), "tilted");
     });
     const double units = WordAt(file, 10) / 400.0;
+    EXPECT_EQ(units, 50) << "4800 to the inch are fine enough";
     EXPECT_EQ(WordAt(file, 12), 300 * units);
     EXPECT_EQ(WordAt(file, 14), 96 * units);
     const std::vector<Record> records = RecordsOf(file);
