@@ -383,7 +383,7 @@ TEST(RefreshAll, ReadsEachFileOnceForAllItsDataSets) {
   typed->Source().DatasourceInfo = y->Source().DatasourceInfo;
   const std::vector<LoadReport> reports = RefreshAll(all);
   EXPECT_FALSE(reports[2].loaded);
-  EXPECT_EQ(other->Points().YValues(), std::vector<double>{9});
+  EXPECT_EQ(YValues(other->Points()), std::vector<double>{9});
   EXPECT_EQ(typed->PointCount(), 1);
   EXPECT_EQ(YValues(y->Points()), (std::vector<double>{2, 5}));
   EXPECT_EQ(YValues(z->Points()), (std::vector<double>{3, 6}));
