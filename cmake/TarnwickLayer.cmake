@@ -32,7 +32,9 @@ function(tarnwick_layer name)
         file(GLOB_RECURSE headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.h"
              "${CMAKE_CURRENT_SOURCE_DIR}/*.qrc")
         target_sources(${target} PRIVATE ${headers})
-        set_target_properties(${target} PROPERTIES AUTOMOC ON AUTORCC ON)
+        set_target_properties(${target} PROPERTIES AUTOMOC ON AUTORCC ON
+                              # moc reads headers alone: what a layer uses need not be built before.
+                              AUTOGEN_ORIGIN_DEPENDS OFF)
     endif()
 endfunction()
 
@@ -68,5 +70,5 @@ function(tarnwick_module module)
     add_library(${module} MODULE ${module_SOURCES})
     target_include_directories(${module} PRIVATE "${CMAKE_SOURCE_DIR}/src")
     target_link_libraries(${module} PRIVATE tarnwick_compiler Eigen3::Eigen hwy::hwy ${module_LINK})
-    set_target_properties(${module} PROPERTIES PREFIX "" AUTOMOC ON)
+    set_target_properties(${module} PROPERTIES PREFIX "" AUTOMOC ON AUTOGEN_ORIGIN_DEPENDS OFF)
 endfunction()

@@ -25,18 +25,10 @@ class Json {
   using Value = std::variant<std::nullptr_t, bool, std::int64_t, std::uint64_t, double, std::string,
                              Items, Members>;
 
-  Json(std::nullptr_t /*null*/) : value_(nullptr) {}
+  Json(std::nullptr_t /*null*/);
   template <std::integral Number>
-  Json(Number number) {
-    if constexpr (std::is_same_v<Number, bool>) {
-      value_ = number;
-    } else if constexpr (std::is_signed_v<Number>) {
-      value_ = static_cast<std::int64_t>(number);
-    } else {
-      value_ = static_cast<std::uint64_t>(number);
-    }
-  }
-  Json(double number) : value_(number) {}
+  Json(Number number);
+  Json(double number);
   Json(std::string text);
   Json(std::string_view text);
   Json(const char* text);
@@ -62,6 +54,22 @@ struct JsonMember {
   std::string name;
   Json value;
 };
+
+// Here, where members are known: what makes a value must be able to take it back.
+inline Json::Json(std::nullptr_t /*null*/) : value_(nullptr) {}
+
+template <std::integral Number>
+Json::Json(Number number) {
+  if constexpr (std::is_same_v<Number, bool>) {
+    value_ = number;
+  } else if constexpr (std::is_signed_v<Number>) {
+    value_ = static_cast<std::int64_t>(number);
+  } else {
+    value_ = static_cast<std::uint64_t>(number);
+  }
+}
+
+inline Json::Json(double number) : value_(number) {}
 
 /// A number as JSON: undefined is null, infinities are the strings "INF" and "-INF".
 Json JsonNumber(double value);
