@@ -21,6 +21,8 @@ function(tarnwick_precompiled kind)
     add_library(${target} OBJECT EXCLUDE_FROM_ALL "${CMAKE_CURRENT_BINARY_DIR}/${kind}_precompiled.cpp")
     target_link_libraries(${target} PRIVATE tarnwick_compiler ${pch_LINK})
     target_precompile_headers(${target} PRIVATE ${pch_HEADERS})
+    set_target_properties(${target} PROPERTIES CXX_COMPILER_LAUNCHER
+        "${CMAKE_SOURCE_DIR}/cmake/precompiled/compile-afresh;${CMAKE_CXX_COMPILER_LAUNCHER}")
 endfunction()
 
 # tarnwick_precompile(<target> <kind>): the target's sources read the precompiled headers <kind> first.
