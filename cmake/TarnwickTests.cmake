@@ -5,8 +5,8 @@ target_compile_options(tarnwick_test_code INTERFACE $<$<CONFIG:Release>:-O1> -fP
 
 # tarnwick_tests(<folder> MAIN <plain|gui|widgets> [LINK <library>...])
 #
-# The test binary <folder>_tests made of the folder's *_test.cpp files (in its folders too) and its layer's library, with one of the test mains
-# of tests/support, registered as one test. Its results are also written as JSON into tests/results/.
+# The test binary <folder>_tests made of the folder's *_test.cpp files (in its folders too) and its layer's library, with one
+# of the test mains of tests/support, registered as one test. Its results are also written as JSON into tests/results/.
 function(tarnwick_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 test "" "MAIN" "LINK")
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*_test.cpp")
