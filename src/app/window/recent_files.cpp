@@ -28,6 +28,7 @@ const std::array<RecentFile, RecentFiles::kCount> kFiles = {
 std::span<const SettingRow> RecentSettings() {
   static const std::vector<SettingRow> kRows = [] {
     std::vector<SettingRow> rows;
+    rows.reserve(kFiles.size());
     for (const RecentFile& file : kFiles) rows.emplace_back(&file);
     return rows;
   }();
