@@ -37,7 +37,7 @@ void AddGroups(QMenu& menu, const Groups& groups) {
 
 }  // namespace
 
-CommandActions::CommandActions(QMainWindow& window, std::vector<const Command*> rows,
+CommandActions::CommandActions(QMainWindow& window, const std::vector<const Command*>& rows,
                                MakeContext make_context)
     : QObject(&window), window_(window), make_context_(std::move(make_context)) {
   MakeActions(rows);

@@ -26,7 +26,8 @@ class CommandActions final : public QObject {
 
   /// Fills the window's menu bar and a tool bar from the rows, which outlive this. `make_context` says what a command works
   /// with when it runs.
-  CommandActions(QMainWindow& window, std::vector<const Command*> rows, MakeContext make_context);
+  CommandActions(QMainWindow& window, const std::vector<const Command*>& rows,
+                 MakeContext make_context);
 
   /// Adds entries that are looked up whenever their menu opens.
   void AddList(const MenuList& list);
