@@ -10,6 +10,7 @@
 
 #include "base/error.h"
 #include "data/points/point_columns.h"
+#include "support/cancelling_progress.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -22,15 +23,6 @@ std::string Single(float value) {
   std::string bytes;
   for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(bits >> shift & 0xFF);
   return bytes;
-}
-
-std::string ErrorOf(const std::filesystem::path& path, const ImportOptions& options = {}) {
-  try {
-    ImportFile(path, options);
-  } catch (const Error& error) {
-    return error.what();
-  }
-  return "no error";
 }
 
 TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {
@@ -55,37 +47,6 @@ TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {
   RefreshAll(all);
   EXPECT_EQ(XValues(a.Points()), before);
   EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 3}));
-}
-
-TEST(ImportFile, TellsEqualNamesApart) {
-  const TemporaryFolder folder;
-  const ImportResult result = ImportFile(folder.Write("t.csv", "x,v,v\n1,2,3\n2,3,4\n"));
-  EXPECT_EQ(result.series[1]->SeriesName(), "v");
-  EXPECT_EQ(result.series[1]->Source().YDataColumn, "#2");
-}
-
-TEST(ImportFile, NumbersTheRowsOfASingleColumn) {
-  const TemporaryFolder folder;
-  const ImportResult result = ImportFile(folder.Write("t.txt", "y\n5\n6\nx\n8\n"));
-  EXPECT_EQ(result.x_name, "Row number");
-  EXPECT_EQ(XValues(result.series[0]->Points()), (std::vector<double>{1, 2, 4}));
-}
-
-TEST(ImportFile, TakesTheUsersOptions) {
-  const TemporaryFolder folder;
-  const auto path = folder.Write("t.txt", "1 10 100\n2 20 200\n3 30 300\n2 40 400\n");
-  ImportOptions options;
-  options.x_column = "#1";
-  options.y_columns = {"#2", "#0"};
-  options.headers = 1;
-  options.every = 2;
-  options.row_choice = RowChoice::FirstRows;
-  options.row_value2 = 2;
-  const ImportResult result = ImportFile(path, options);
-  ASSERT_EQ(result.series.size(), 2u);
-  EXPECT_EQ(XValues(result.series[0]->Points()), (std::vector<double>{20, 40}));
-  EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 2}));
-  EXPECT_EQ(result.series[1]->Source().RowSamplingFrequency, 2);
 }
 
 TEST(ImportFile, ReadsUnformattedFiles) {
@@ -113,29 +74,6 @@ TEST(ImportFile, ReadsUnformattedFiles) {
   EXPECT_EQ(YValues(ImportFile(wide, options).series.at(0)->Points()), std::vector<double>{7});
 }
 
-TEST(ImportFile, SaysWhatIsWrongWithAFile) {
-  const TemporaryFolder folder;
-  const auto words = folder.Write("words.txt", "hello\nworld\n");
-  EXPECT_EQ(ErrorOf(words),
-            "The file holds no numbers to plot: " + words.string() + ", columns: 1");
-  const auto good = folder.Write("good.txt", "x,y\n1,2\n");
-  ImportOptions options;
-  options.y_columns = {"z"};
-  EXPECT_EQ(ErrorOf(good, options),
-            "There is no column \"z\": " + good.string() + ", columns: x, y");
-  ImportOptions apart;
-  apart.headers = 2;
-  apart.y_columns = {"y"};
-  EXPECT_EQ(ErrorOf(good, apart),
-            "The file holds no row with a number for X and Y: " + good.string() + ", 0 points");
-  ImportOptions wrong;
-  wrong.every = 0;
-  EXPECT_EQ(ErrorOf(good, wrong), "The sampling frequency must be 1 or more");
-  EXPECT_EQ(
-      ErrorOf(folder.Write("line.txt", std::string(3'000'000, 'x'))),
-      "The file holds no numbers to plot: " + folder.File("line.txt").string() + ", columns: 1");
-}
-
 TEST(SummarizeFile, ListsColumnsAndCountsRows) {
   const TemporaryFolder folder;
   std::string text = "x,note,y\n";
@@ -152,25 +90,10 @@ TEST(SummarizeFile, ListsColumnsAndCountsRows) {
   EXPECT_EQ(summary.columns[0].values, (Values{0, 1, 2, 3, 4}));
   EXPECT_EQ(summary.columns[1].values, Values(5));
 
-  class Refusal final : public Progress {
-   public:
-    void Begin(std::string_view, std::string_view, std::int64_t) override {}
-    bool Advance(std::int64_t) override { return false; }
-    bool Cancelled() const override { return true; }
-  } refusal;
+  testing::CancellingProgress refusal(0);
   const SourceSummary broken_off = SummarizeFile(path, {}, refusal);
   EXPECT_TRUE(broken_off.cancelled);
   EXPECT_LT(broken_off.rows, summary.rows);
-}
-
-TEST(SummarizeFile, CountsRecordsThatCannotBeRead) {
-  const TemporaryFolder folder;
-  const std::string bytes = "x,y\n@Unformatted\n" + Single(1) + Single(2) + Single(3) +
-                            Single(std::numeric_limits<float>::quiet_NaN()) + Single(5);
-  NoProgress unseen;
-  const SourceSummary summary = SummarizeFile(folder.Write("t.dat", bytes), {}, unseen);
-  EXPECT_EQ(summary.rows, 3);
-  EXPECT_EQ(summary.skipped, 2);
 }
 
 }  // namespace

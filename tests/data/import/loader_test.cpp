@@ -10,6 +10,7 @@
 
 #include "base/error.h"
 #include "data/points/point_columns.h"
+#include "support/cancelling_progress.h"
 #include "support/temporary_folder.h"
 #include "text/text_supplier_maker.h"
 
@@ -45,60 +46,10 @@ std::vector<double> Xs(const TDataSeries& series) {
   return XValues(series.Points());
 }
 
-std::vector<double> Range(int first, int last, int step = 1) {
-  std::vector<double> values;
-  for (int i = first; i <= last; i += step) values.push_back(i);
-  return values;
-}
-
 LoadOptions ValueByValue() {
   LoadOptions options;
   options.value_by_value = true;
   return options;
-}
-
-TEST(Loader, ChoosesRows) {
-  struct Row {
-    const char* what;
-    RowChoice mode;
-    double v1;
-    double v2;
-    int every;
-    std::vector<double> x;  // of the rows 1 to 30
-  };
-  using enum RowChoice;
-  const Row rows[] = {
-      {"all", All, 0, 0, 1, Range(1, 30)},
-      {"every third", All, 0, 0, 3, Range(1, 30, 3)},
-      {"until X", UntilX, 0, 20, 1, Range(1, 20)},
-      {"from X", FromX, 10, 0, 1, Range(10, 30)},
-      {"from X tests the first row", FromX, 1, 0, 1, Range(1, 30)},
-      {"from X beyond the end", FromX, 31, 0, 1, {}},
-      {"between", BetweenX, 10, 20, 1, Range(10, 20)},
-      {"between, every third", BetweenX, 10, 20, 3, Range(10, 20, 3)},
-      {"first rows end behind the row that exceeds", FirstRows, 0, 10, 1, Range(1, 11)},
-      {"the row reached by skipping counts", FirstRows, 0, 10, 3, Range(1, 10, 3)},
-      {"skip truncates", SkipRows, 2.9, 0, 1, Range(3, 30)},
-      {"skip nothing", SkipRows, -5, 0, 1, Range(1, 30)},
-      {"skip everything", SkipRows, 1e300, 0, 1, {}},
-      {"drop rounds", DropLast, 4.6, 0, 1, Range(1, 25)},
-      {"drop nothing", DropLast, 0, 0, 1, Range(1, 30)},
-      {"drop all but one", DropLast, 29, 0, 1, {1}},
-      {"drop all", DropLast, 30, 0, 1, {}},
-  };
-  for (const Row& row : rows) {
-    for (const LoadOptions& options : {LoadOptions(), ValueByValue()}) {
-      TDSInfo info = EveryRow();
-      info.RowChoiceMode = row.mode;
-      info.RowChoiceValue1 = row.v1;
-      info.RowChoiceValue2 = row.v2;
-      info.RowSamplingFrequency = row.every;
-      const auto supplier = SupplierOf(info, Counting(30));
-      const auto series = SeriesOf(info);
-      EXPECT_TRUE(LoadDataSet(*series, *supplier, options).loaded) << row.what;
-      EXPECT_EQ(Xs(*series), row.x) << row.what;
-    }
-  }
 }
 
 TEST(Loader, SamplesAutomatically) {
@@ -136,19 +87,6 @@ TEST(LoadReport, CountsInWords) {
     report.sampled_every = every;
     EXPECT_EQ(report.Message(), "1 point, every " + std::string(ordinal) + " row");
   }
-}
-
-TEST(Loader, CountsSkippedRowsAndTellsWhy) {
-  TDSInfo info = EveryRow();
-  info.MergeSeparators = false;
-  const auto supplier = SupplierOf(info, "x,y\n1,1\n# note\n,2\n3\n4,abc\n\nabc,5\n6,6\n");
-  const auto series = SeriesOf(info);
-  const LoadReport report = LoadDataSet(*series, *supplier);
-  EXPECT_EQ(Xs(*series), (std::vector<double>{1, 6}));
-  EXPECT_EQ(report.rows_read, 6);
-  EXPECT_EQ(report.Message(),
-            "2 points; 4 rows skipped (1 X empty, 1 Y empty, 1 X not a number, 1 Y not a number; "
-            "first at line 4)");
 }
 
 TEST(Loader, KeepsThePointsWhereAColumnIsMissingOrTheSourceIsNotActive) {
@@ -212,21 +150,6 @@ TEST(Loader, ReadsTheColumnsThatExpressionsName) {
   }
 }
 
-class CancelAfter final : public Progress {
- public:
-  explicit CancelAfter(int steps) : left_(steps) {}
-  void Begin(std::string_view title, std::string_view subject, std::int64_t) override {
-    shown_ = std::string(title) + ": " + std::string(subject);
-  }
-  bool Advance(std::int64_t) override { return --left_ > 0; }
-  bool Cancelled() const override { return left_ <= 0; }
-  const std::string& Shown() const { return shown_; }
-
- private:
-  int left_;
-  std::string shown_;
-};
-
 TEST(Loader, StopsWhenCancelled) {
   const std::string text = Counting(300'000);
   for (const int every : {1, 20}) {
@@ -234,7 +157,7 @@ TEST(Loader, StopsWhenCancelled) {
     info.RowSamplingFrequency = every;
     const auto supplier = SupplierOf(info, text);
     const auto series = SeriesOf(info);
-    CancelAfter progress(3);
+    testing::CancellingProgress progress(3);
     LoadOptions options;
     options.progress = &progress;
     EXPECT_TRUE(LoadDataSet(*series, *supplier, options).cancelled);
@@ -249,7 +172,7 @@ TEST(Loader, ShowsProgressOfASharedPassOnlyWhenLarge) {
     const auto supplier = SupplierOf(EveryRow(), Counting(rows));
     const auto series = SeriesOf(EveryRow());
     TDataSeries* const all[] = {series.get()};
-    CancelAfter progress(1'000'000);
+    testing::CancellingProgress progress(1'000'000);
     LoadOptions options;
     options.progress = &progress;
     LoadShared(all, *supplier, options);

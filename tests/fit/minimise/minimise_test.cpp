@@ -13,6 +13,7 @@
 
 #include "base/undefined.h"
 #include "fit/minimise/minimise_method.h"
+#include "support/cancelling_progress.h"
 
 namespace tarnwick {
 namespace {
@@ -138,14 +139,16 @@ struct Expected {
 // Where the first simplex, as small as the tolerance, already agrees to the tolerance.
 constexpr Expected kAtOnce{-99, StopReason::NoFurtherDescent};
 
+// Iterations and evaluations of the first three by a program of its own, written after the published methods; 0: not run.
+using Counts = std::array<std::array<int, 2>, 3>;
+
 struct Problem {
   const char* name;
   ScalarObjective objective;
   Point start;
   Point minimum;
   std::array<Expected, 4> expected;  // Powell, simplex, conjugate gradient, simplex and Powell
-  // Iterations and evaluations of the first three by a program of its own, written after the published methods; 0: not run.
-  std::array<std::array<int, 2>, 3> counts = {};
+  Counts counts;
 };
 
 void PrintTo(const Problem& problem, std::ostream* out) {
@@ -158,7 +161,7 @@ Point Counted(std::size_t n) {
   return p;
 }
 
-class MinimiseProblem : public testing::TestWithParam<Problem> {};
+class MinimiseProblem : public ::testing::TestWithParam<Problem> {};
 
 TEST_P(MinimiseProblem, IsSolvedToItsDigits) {
   const Problem& problem = GetParam();
@@ -182,65 +185,38 @@ TEST_P(MinimiseProblem, IsSolvedToItsDigits) {
 constexpr Expected kShrunk{12, StopReason::NoFurtherDescent};
 constexpr Expected kSlow{2, StopReason::IterationLimit};
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, MinimiseProblem,
-    testing::Values(Problem{"Rosenbrock",
-                            Rosenbrock,
-                            {-1.2, 1},
-                            {1, 1},
-                            {{{8}, kShrunk, {8}, kShrunk}},
-                            {{{29, 1260}, {246, 488}, {19, 346}}}},
-                    Problem{"Powell singular",
-                            PowellSingular,
-                            {3, -1, 0, 1},
-                            {0, 0, 0, 0},
-                            {{{6}, {-1}, kSlow, {6}}},
-                            {{{51, 2411}, {246, 408}, {1000, 15705}}}},
-                    Problem{"Beale",
-                            Beale,
-                            {1, 1},
-                            {3, 0.5},
-                            {{{8}, {8}, {8}, kShrunk}},
-                            {{{7, 277}, {214, 414}, {14, 221}}}},
-                    Problem{"Wood",
-                            Wood,
-                            {-3, -1, -3, -1},
-                            {1, 1, 1, 1},
-                            {{{8}, kAtOnce, {6}, {8}}},
-                            {{{30, 1199}, {0, 6}, {170, 3098}}}},
-                    Problem{"bowl of 1",
-                            Bowl,
-                            Point(1, 0.5),
-                            Counted(1),
-                            {{{8}, kAtOnce, {8}, {8}}},
-                            {{{2, 46}, {0, 3}, {2, 31}}}},
-                    Problem{"bowl of 2",
-                            Bowl,
-                            Point(2, 0.0),
-                            Counted(2),
-                            {{{8}, kAtOnce, {8}, {8}}},
-                            {{{3, 114}, {0, 4}, {3, 46}}}},
-                    Problem{"bowl of 7",
-                            Bowl,
-                            Point(7, -3.0),
-                            Counted(7),
-                            {{{4}, kAtOnce, {8}, {4}}},
-                            {{{6, 369}, {0, 9}, {7, 160}}}},
-                    Problem{"bowl of 32",
-                            Bowl,
-                            Point(32, 1.5),
-                            Counted(32),
-                            {{{4}, kAtOnce, {8}, {4}}},
-                            {{{15, 4102}, {0, 34}, {7, 511}}}},
-                    Problem{"undefined region", LogBowl, {0.6}, {2}, {{{7}, {4}, {7}, {7}}}},
-                    Problem{
-                        "infinite region", InfiniteFence, {-30}, {2}, {{{8}, kAtOnce, {8}, {8}}}},
-                    Problem{"minus infinity counts as undefined",
-                            MinusInfinityBeyond,
-                            {-30},
-                            {2},
-                            {{{8}, kAtOnce, {8}, {8}}}},
-                    Problem{"kink", Kink, {-7}, {3}, {{{8}, kAtOnce, {8}, {8}}}}));
+std::vector<Problem> Problems() {
+  std::vector<Problem> all;
+  const auto add = [&all](const char* name, const ScalarObjective& objective, const Point& start,
+                          const Point& minimum, const std::array<Expected, 4>& expected,
+                          const Counts& counts = {}) {
+    all.push_back({name, objective, start, minimum, expected, counts});
+  };
+  add("Rosenbrock", Rosenbrock, {-1.2, 1}, {1, 1}, {{{8}, kShrunk, {8}, kShrunk}},
+      {{{29, 1260}, {246, 488}, {19, 346}}});
+  add("Powell singular", PowellSingular, {3, -1, 0, 1}, {0, 0, 0, 0}, {{{6}, {-1}, kSlow, {6}}},
+      {{{51, 2411}, {246, 408}, {1000, 15705}}});
+  add("Beale", Beale, {1, 1}, {3, 0.5}, {{{8}, {8}, {8}, kShrunk}},
+      {{{7, 277}, {214, 414}, {14, 221}}});
+  add("Wood", Wood, {-3, -1, -3, -1}, {1, 1, 1, 1}, {{{8}, kAtOnce, {6}, {8}}},
+      {{{30, 1199}, {0, 6}, {170, 3098}}});
+  add("bowl of 1", Bowl, Point(1, 0.5), Counted(1), {{{8}, kAtOnce, {8}, {8}}},
+      {{{2, 46}, {0, 3}, {2, 31}}});
+  add("bowl of 2", Bowl, Point(2, 0.0), Counted(2), {{{8}, kAtOnce, {8}, {8}}},
+      {{{3, 114}, {0, 4}, {3, 46}}});
+  add("bowl of 7", Bowl, Point(7, -3.0), Counted(7), {{{4}, kAtOnce, {8}, {4}}},
+      {{{6, 369}, {0, 9}, {7, 160}}});
+  add("bowl of 32", Bowl, Point(32, 1.5), Counted(32), {{{4}, kAtOnce, {8}, {4}}},
+      {{{15, 4102}, {0, 34}, {7, 511}}});
+  add("undefined region", LogBowl, {0.6}, {2}, {{{7}, {4}, {7}, {7}}});
+  add("infinite region", InfiniteFence, {-30}, {2}, {{{8}, kAtOnce, {8}, {8}}});
+  add("minus infinity counts as undefined", MinusInfinityBeyond, {-30}, {2},
+      {{{8}, kAtOnce, {8}, {8}}});
+  add("kink", Kink, {-7}, {3}, {{{8}, kAtOnce, {8}, {8}}});
+  return all;
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, MinimiseProblem, ::testing::ValuesIn(Problems()));
 
 // Runs that end otherwise than at a minimum.
 struct Ending {
@@ -268,14 +244,14 @@ TEST(Minimise, SaysHowItEndedOtherwise) {
   };
   for (const Ending& ending : endings) {
     for (const MinimiseMethod& method : ScalarMinimiseMethods()) {
-      SCOPED_TRACE(testing::Message() << ending.name << ", " << method.name);
+      SCOPED_TRACE(::testing::Message() << ending.name << ", " << method.name);
       Recorder recorder(ending.objective);
       NoProgress progress;
       const MinimiseOutcome outcome =
           method.minimise(recorder.Objective(), ending.start, {}, progress);
       const bool simplex = method.type == FitProcType::cfp_Simplex;
       EXPECT_EQ(outcome.why, simplex ? ending.simplex_why : ending.why) << outcome.stop_test;
-      EXPECT_THAT(outcome.stop_test, testing::HasSubstr(simplex ? "" : ending.text));
+      EXPECT_THAT(outcome.stop_test, ::testing::HasSubstr(simplex ? "" : ending.text));
       EXPECT_LE(recorder.points.size(), 3000U);
       if (outcome.why == TooManyParameters) {
         EXPECT_EQ(outcome.message,
@@ -300,23 +276,11 @@ TEST(Minimise, LeavesAParameterWithoutInfluenceWhereItIs) {
   }
 }
 
-// Cancels when asked for the n-th time.
-class CancelAt final : public Progress {
- public:
-  explicit CancelAt(int iteration) : left_(iteration) {}
-  void Begin(std::string_view, std::string_view, std::int64_t) override {}
-  bool Advance(std::int64_t) override { return --left_ > 0; }
-  bool Cancelled() const override { return left_ <= 0; }
-
- private:
-  int left_;
-};
-
 TEST(Minimise, ShowsEachStepAndStopsAfterTheIterationUnderWay) {
   for (const MinimiseMethod& method : ScalarMinimiseMethods()) {
     SCOPED_TRACE(method.name);
     std::vector<Point> shown;
-    CancelAt progress(3);
+    testing::CancellingProgress progress(3);
     const MinimiseOptions options{
         .every_step = [&](Span p) { shown.emplace_back(p.begin(), p.end()); }};
     const MinimiseOutcome outcome = method.minimise(Rosenbrock, Point{-1.2, 1}, options, progress);
@@ -378,7 +342,7 @@ TEST(Simplex, ReflectsExpandsContractsAndShrinks) {
     SCOPED_TRACE(row.name);
     std::size_t next = 0;
     Recorder recorder([&](Span) { return next < row.values.size() ? row.values[next++] : 1e9; });
-    CancelAt progress(2);
+    testing::CancellingProgress progress(2);
     Method(FitProcType::cfp_Simplex)
         .minimise(recorder.Objective(), Point{0}, {.tolerance = 1, .every_step = {}}, progress);
     ASSERT_EQ(recorder.points.size(), 3 + row.trials.size());
@@ -393,7 +357,7 @@ TEST(Simplex, SaysWhichParameterItsToleranceCannotMove) {
   const MinimiseOutcome outcome =
       RunChecked(Method(FitProcType::cfp_Simplex), objective, {1.999, 1e12}, {});
   EXPECT_EQ(outcome.why, StopReason::NoFurtherDescent);
-  EXPECT_THAT(outcome.stop_test, testing::HasSubstr("varied parameter 2"));
+  EXPECT_THAT(outcome.stop_test, ::testing::HasSubstr("varied parameter 2"));
   EXPECT_EQ(outcome.p[1], 1e12);
 }
 
