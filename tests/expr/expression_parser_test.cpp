@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -26,194 +27,135 @@ struct ValueRow {
   double value;  // NaN stands for undefined
 };
 
+// Comparisons and logic.
+const ValueRow kComparisons[] = {
+    {"1<1", 1},    {"1>1", 0},     {"2<1", 0},         {"1<>2", 1},      {"1<>1", 0},
+    {"1>=1", 1},   {"1<=0", 0},    {"1+1e-19>=1", 1},  {"0>=1e-21", 1},  {"1e-21<=0", 1},
+    {"not 2", 3},  {"not 0", 1},   {"not 257", 0},     {"2 and 256", 0}, {"0 or 256", 0},
+    {"0 or 1", 1}, {"3 xor 1", 2}, {"(-1) xor 0", 255}};
+// Functions.
+const ValueRow kFunctions[] = {
+    {"5!", 120},           {"1.4!", 1},        {"(-3)!", 1},          {"2.5!", 2},
+    {"171!", kInf},        {"1e15!", kInf},    {"50%", 0.5},          {"1/0", kUndefined},
+    {"ln(0)", kUndefined}, {"log10(1000)", 3}, {"logn(10, 1000)", 3}, {"exp(710)", kUndefined},
+    {"exp(-745)", 0},      {"exp(0)", 1},      {"sqr(3)", 9},         {"abs(0-3)", 3}};
+// Whole numbers and the like.
+const ValueRow kIntegers[] = {{"7 div 2", 3},        {"-7 mod 2", -1},      {"2.5 div 1", 2},
+                              {"3.5 div 1", 4},      {"(-7) div 2", -3},    {"round(2.5)", 2},
+                              {"trunc(0-2.7)", -2},  {"max(1, 2)", 2},      {"min(1, 2)", 1},
+                              {"radtodeg(pi)", 180}, {"pow(0, 0-1)", kInf}, {"0/0 = 0/0", 0},
+                              {"0/0 <> 0/0", 0}};
+// Numbers.
+const ValueRow kNumbers[] = {{"1e5", 1e5},       {".5", 0.5},   {"5.", 5},
+                             {"1.5E-3", 0.0015}, {"1e+2", 100}, {"1e999", kInf}};
+// Priorities, signs, powers.
+const ValueRow kPriorities[] = {
+    {"1+2*3", 7},         {"2^3^2", 64},      {"8/2/2", 2},       {"-2^2", 4},
+    {"1--3", 4},          {"2*-+-3", 6},      {"--3", 3},         {"not not 1", 1},
+    {"not not not 0", 1}, {"not not -1", -1}, {"1 - -1", 2},      {"(-(-2))", 2},
+    {"2^5e-1", 1},        {"2^-1", 0.5},      {"(-8)^3", -512},   {"(-2)^3.0", -8},
+    {"2^3!", 64},         {"-3!", 1},         {"1+2<4 and 1", 1}, {"not 1 = 1", 0},
+    {"2>1 xor 2>1", 0},   {"((((7))))", 7},   {"(1)+(2)", 3},     {" 2 * 3 ", 6}};
+// Dropped operands and surplus arguments.
+const ValueRow kDropped[] = {{"2 sin(0)", 0}, {"2 3 sin(0)", 0}, {"sin(0) cos(0)", 1},
+                             {"abs(2) 3", 2}, {"3! 4", 6},       {"max(1) 2", 2}};
+// Strings.
+const ValueRow kStrings[] = {{"'abc'<'abd'", 1}, {"'ABC'='abc'", 1}, {"'b'>'a'", 1},
+                             {"'a'>='b'", 0},    {"'a'<='a'", 1},    {"'a'<'a'", 0},
+                             {"('a'='a')+1", 2}, {"'a '='a'", 0},    {"'a'='a", 0},
+                             {"''=''", 1},       {"''=' ", 1}};
+// Names nobody defined.
+const ValueRow kUnknownNames[] = {{"y", kUndefined}, {"@", kUndefined}, {"y:=3", 3},
+                                  {"(y:=3)+y", 6},   {"a:=2*3>5", 1},   {"2:=7", 7},
+                                  {"(1+1):=7", 7}};
+// Longer ones of all sorts.
+const ValueRow kLong[] = {{"1=1.00000000000000000001", 1},
+                          {"logN(-1,2)", kUndefined},
+                          {"sqrt(0-1)", kUndefined},
+                          {"1e300 div 1", kUndefined},
+                          {"round(1e19)", kUndefined},
+                          {"arctan2(1, 0)", 1.5707963267948966},
+                          {"arcsin(2)", kUndefined},
+                          {"degtorad(180)", 3.141592653589793},
+                          {"sinh(0)+cosh(0)+tanh(0)", 1},
+                          {"arcsinh(0)+arccosh(1)+arctanh(0)", 0},
+                          {"intpower(2, 9.5)", 1024},
+                          {"intpower(2, 0-2)", 0.25},
+                          {"power(2, 0.5)", 1.4142135623730951},
+                          {"round(0/0)", kUndefined},
+                          {"PI", 3.141592653589793},
+                          {"2^0.5", 1.4142135623730951},
+                          {"sin(1,2)", std::sin(1.0)},
+                          {"(q:=5) abs(1) + q*0", kUndefined}};
+
 TEST(ExpressionParser, GivesTheValueOf) {
-  const ValueRow rows[] = {
-      // Words and their oddities.
-      {"1<1", 1},
-      {"1>1", 0},
-      {"2<1", 0},
-      {"1=1.00000000000000000001", 1},
-      {"1<>2", 1},
-      {"1<>1", 0},
-      {"1>=1", 1},
-      {"1<=0", 0},
-      {"1+1e-19>=1", 1},
-      {"0>=1e-21", 1},
-      {"1e-21<=0", 1},
-      {"not 2", 3},
-      {"not 0", 1},
-      {"not 257", 0},
-      {"2 and 256", 0},
-      {"0 or 256", 0},
-      {"0 or 1", 1},
-      {"3 xor 1", 2},
-      {"(-1) xor 0", 255},
-      {"5!", 120},
-      {"1.4!", 1},
-      {"(-3)!", 1},
-      {"2.5!", 2},
-      {"171!", kInf},
-      {"1e15!", kInf},
-      {"50%", 0.5},
-      {"1/0", kUndefined},
-      {"ln(0)", kUndefined},
-      {"log10(1000)", 3},
-      {"logn(10, 1000)", 3},
-      {"logN(-1,2)", kUndefined},
-      {"exp(710)", kUndefined},
-      {"exp(-745)", 0},
-      {"exp(0)", 1},
-      {"sqrt(0-1)", kUndefined},
-      {"sqr(3)", 9},
-      {"abs(0-3)", 3},
-      {"7 div 2", 3},
-      {"-7 mod 2", -1},
-      {"2.5 div 1", 2},
-      {"3.5 div 1", 4},
-      {"(-7) div 2", -3},
-      {"1e300 div 1", kUndefined},
-      {"round(2.5)", 2},
-      {"round(1e19)", kUndefined},
-      {"trunc(0-2.7)", -2},
-      {"max(1, 2)", 2},
-      {"min(1, 2)", 1},
-      {"arctan2(1, 0)", 1.5707963267948966},
-      {"arcsin(2)", kUndefined},
-      {"degtorad(180)", 3.141592653589793},
-      {"radtodeg(pi)", 180},
-      {"sinh(0)+cosh(0)+tanh(0)", 1},
-      {"arcsinh(0)+arccosh(1)+arctanh(0)", 0},
-      {"pow(0, 0-1)", kInf},
-      {"intpower(2, 9.5)", 1024},
-      {"intpower(2, 0-2)", 0.25},
-      {"power(2, 0.5)", 1.4142135623730951},
-      {"0/0 = 0/0", 0},
-      {"0/0 <> 0/0", 0},
-      {"round(0/0)", kUndefined},
-      {"PI", 3.141592653589793},
-      // Numbers.
-      {"1e5", 1e5},
-      {".5", 0.5},
-      {"5.", 5},
-      {"1.5E-3", 0.0015},
-      {"1e+2", 100},
-      {"1e999", kInf},
-      // Priorities, signs, powers.
-      {"1+2*3", 7},
-      {"2^3^2", 64},
-      {"8/2/2", 2},
-      {"-2^2", 4},
-      {"1--3", 4},
-      {"2*-+-3", 6},
-      {"--3", 3},
-      {"not not 1", 1},
-      {"not not not 0", 1},
-      {"not not -1", -1},
-      {"1 - -1", 2},
-      {"(-(-2))", 2},
-      {"2^0.5", 1.4142135623730951},
-      {"2^5e-1", 1},
-      {"2^-1", 0.5},
-      {"(-8)^3", -512},
-      {"(-2)^3.0", -8},
-      {"2^3!", 64},
-      {"-3!", 1},
-      {"1+2<4 and 1", 1},
-      {"not 1 = 1", 0},
-      {"2>1 xor 2>1", 0},
-      {"((((7))))", 7},
-      {"(1)+(2)", 3},
-      {" 2 * 3 ", 6},
-      // Dropped operands and surplus arguments.
-      {"2 sin(0)", 0},
-      {"2 3 sin(0)", 0},
-      {"sin(1,2)", std::sin(1.0)},
-      {"sin(0) cos(0)", 1},
-      {"abs(2) 3", 2},
-      {"3! 4", 6},
-      {"max(1) 2", 2},
-      {"(q:=5) abs(1) + q*0", kUndefined},
-      // Strings.
-      {"'abc'<'abd'", 1},
-      {"'ABC'='abc'", 1},
-      {"'b'>'a'", 1},
-      {"'a'>='b'", 0},
-      {"'a'<='a'", 1},
-      {"'a'<'a'", 0},
-      {"('a'='a')+1", 2},
-      {"'a '='a'", 0},
-      {"'a'='a", 0},
-      {"''=''", 1},
-      {"''=' ", 1},
-      // Names nobody defined.
-      {"y", kUndefined},
-      {"@", kUndefined},
-      {"y:=3", 3},
-      {"(y:=3)+y", 6},
-      {"a:=2*3>5", 1},
-      {"2:=7", 7},
-      {"(1+1):=7", 7},
-  };
-  for (const ValueRow& row : rows) {
-    double value = 0;
-    ASSERT_NO_THROW(value = Value(row.text)) << row.text;
-    if (IsUndefined(row.value)) {
-      EXPECT_TRUE(IsUndefined(value)) << row.text << " gives " << value;
-    } else {
-      EXPECT_DOUBLE_EQ(value, row.value) << row.text;
+  using Rows = std::span<const ValueRow>;
+  for (const Rows rows :
+       {Rows(kComparisons), Rows(kFunctions), Rows(kIntegers), Rows(kNumbers), Rows(kPriorities),
+        Rows(kDropped), Rows(kStrings), Rows(kUnknownNames), Rows(kLong)}) {
+    for (const ValueRow& row : rows) {
+      double value = 0;
+      ASSERT_NO_THROW(value = Value(row.text)) << row.text;
+      if (IsUndefined(row.value)) {
+        EXPECT_TRUE(IsUndefined(value)) << row.text << " gives " << value;
+      } else {
+        EXPECT_DOUBLE_EQ(value, row.value) << row.text;
+      }
     }
   }
 }
 
 struct ErrorRow {
   const char* text;
-  const char* message;  // "" stands for the syntax error with the text
   std::size_t place;
+  const char* message = "";  // "" stands for the syntax error with the text
 };
 
+const ErrorRow kOtherErrors[] = {{"(1+2", 0, "Unequal brackets"},
+                                 {"1+(2*(3)", 2, "Unequal brackets"},
+                                 {"1)", 1, "Unequal brackets"},
+                                 {"'a'<>'b'", 3, "<> is not a valid string operand"}};
+const ErrorRow kSyntaxErrors[] = {{"1 2", 0},
+                                  {"X y", 0},
+                                  {"(1)(2)", 0},
+                                  {")1(", 0},
+                                  {"   ", 3},
+                                  {"()", 1},
+                                  {"sin()", 4},
+                                  {"sin", 0},
+                                  {"sin 1", 0},
+                                  {"max(1)", 0},
+                                  {"max(1,-2)", 6},
+                                  {"max(1,,2)", 6},
+                                  {"max(1,2,3,4,5,6,7)", 16},
+                                  {"1+", 1},
+                                  {"*2", 0},
+                                  {"1 + 2 * ", 6},
+                                  {",", 0},
+                                  {"(1,2)", 1},
+                                  {"'abc'", 0},
+                                  {"1+'abc'", 2},
+                                  {"sin('a')", 4},
+                                  {"1+2e", 2},
+                                  {"1 + .", 4},
+                                  {"1.2.3", 0},
+                                  {"pi()", 0},
+                                  {"-not 1", 0},
+                                  {"a :b", 0}};
+
 TEST(ExpressionParser, RefusesWithMessageAndPlace) {
-  const ErrorRow rows[] = {
-      {"(1+2", "Unequal brackets", 0},
-      {"1+(2*(3)", "Unequal brackets", 2},
-      {"1)", "Unequal brackets", 1},
-      {"'a'<>'b'", "<> is not a valid string operand", 3},
-      {"1 2", "", 0},
-      {"X y", "", 0},
-      {"(1)(2)", "", 0},
-      {")1(", "", 0},
-      {"   ", "", 3},
-      {"()", "", 1},
-      {"sin()", "", 4},
-      {"sin", "", 0},
-      {"sin 1", "", 0},
-      {"max(1)", "", 0},
-      {"max(1,-2)", "", 6},
-      {"max(1,,2)", "", 6},
-      {"max(1,2,3,4,5,6,7)", "", 16},
-      {"1+", "", 1},
-      {"*2", "", 0},
-      {"1 + 2 * ", "", 6},
-      {",", "", 0},
-      {"(1,2)", "", 1},
-      {"'abc'", "", 0},
-      {"1+'abc'", "", 2},
-      {"sin('a')", "", 4},
-      {"1+2e", "", 2},
-      {"1 + .", "", 4},
-      {"1.2.3", "", 0},
-      {"pi()", "", 0},
-      {"-not 1", "", 0},
-      {"a :b", "", 0},
-  };
-  for (const ErrorRow& row : rows) {
-    const std::string message =
-        *row.message ? row.message : "Syntax error in expression " + std::string(row.text);
-    try {
-      const double value = Value(row.text);
-      ADD_FAILURE() << row.text << " gives " << value;
-    } catch (const EParserException& error) {
-      EXPECT_EQ(error.what(), message);
-      EXPECT_EQ(error.Place(), row.place) << row.text;
+  using Rows = std::span<const ErrorRow>;
+  for (const Rows rows : {Rows(kOtherErrors), Rows(kSyntaxErrors)}) {
+    for (const ErrorRow& row : rows) {
+      const std::string message =
+          *row.message ? row.message : "Syntax error in expression " + std::string(row.text);
+      try {
+        const double value = Value(row.text);
+        ADD_FAILURE() << row.text << " gives " << value;
+      } catch (const EParserException& error) {
+        EXPECT_EQ(error.what(), message);
+        EXPECT_EQ(error.Place(), row.place) << row.text;
+      }
     }
   }
 }
