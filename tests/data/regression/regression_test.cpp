@@ -57,13 +57,6 @@ TEST(Regression, PolynomialsReproduceWhatTheyCanAndKeepDigitsFarFromZero) {
   }
 }
 
-TEST(Regression, LeastSquaresOfALineAndOfAParabola) {
-  TDataSeries series;
-  Fill(series, {0, 1, 2, 3}, {1, 3, 2, 6});
-  ExpectNear(Regression(series, RegressionType::Line), {0.9, 2.3, 3.7, 5.1}, 1e-13);
-  ExpectNear(Regression(series, RegressionType::Parabola), {1.4, 1.8, 3.2, 5.6}, 1e-13);
-}
-
 TEST(Regression, PolynomialsOfFewPoints) {
   TDataSeries series;
   Fill(series, {5}, {7});

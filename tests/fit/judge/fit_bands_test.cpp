@@ -36,36 +36,6 @@ void AddVaried(TCurFit& model, const char* name, double value) {
   model.AddParameter(std::make_unique<TDBLParameter>(settings));
 }
 
-TEST(FitBands, StraightLineHasTheTextbookBands) {
-  // Through 11 points x = 0 ... 10: mean 5, Sxx = 110; s = 0.5.
-  constexpr double kDeviation = 0.5;
-  constexpr double kVariance = kDeviation * kDeviation;
-  FitStatistics statistics;
-  statistics.degrees_of_freedom = 9;
-  statistics.reduced_chi_squared = kVariance;
-  statistics.determined_covariance = {kVariance / 110, -5 * kVariance / 110, -5 * kVariance / 110,
-                                      kVariance * (1.0 / 11 + 25.0 / 110)};
-  // The second is declined by the block evaluation, so that its derivatives are differences.
-  for (const char* expression : {"a*x+b", "(h:=a*x)+b"}) {
-    SCOPED_TRACE(expression);
-    TCurFit model;
-    AddVaried(model, "a", 2);
-    AddVaried(model, "b", -1);
-    model.SetExpression(expression);
-    model.Prepare();
-    std::vector<double> x;
-    for (int i = 0; i < 600; ++i) x.push_back(i / 30.0 - 5);
-    const FitBands bands = ComputeFitBands(model, statistics, x, 0.95);
-    ASSERT_EQ(bands.value.size(), x.size());
-    for (std::size_t i = 0; i < x.size(); i += 37) {
-      const double share = 1.0 / 11 + (x[i] - 5) * (x[i] - 5) / 110;
-      EXPECT_NEAR(bands.value[i], 2 * x[i] - 1, 1e-12);
-      EXPECT_NEAR(bands.confidence[i], 2.262157 * kDeviation * std::sqrt(share), 1e-6);
-      EXPECT_NEAR(bands.prediction[i], 2.262157 * kDeviation * std::sqrt(1 + share), 1e-6);
-    }
-  }
-}
-
 TEST(FitBands, HoldWhereADerivativeHasNoValue) {
   FitStatistics statistics;
   statistics.degrees_of_freedom = 9;

@@ -39,27 +39,6 @@ MatrixXd LineJacobian(const VectorXd& x) {
   return jacobian;
 }
 
-TEST(FitStatistics, StraightLineHasTheTextbookFigures) {
-  VectorXd x(5);
-  VectorXd y(5);
-  x << 1, 2, 3, 4, 5;
-  y << 2.1, 3.9, 6.2, 7.8, 10.1;
-  const FitStatistics s = Figures(LineJacobian(x), y).statistics;
-  // Sxx = 10, slope 1.99, rss = Syy - slope^2 Sxx.
-  const double rss = 39.708 - 1.99 * 1.99 * 10;
-  EXPECT_EQ(s.degrees_of_freedom, 3);
-  EXPECT_NEAR(s.sum_of_squares, rss, 1e-12);
-  EXPECT_NEAR(s.standard_errors[0], std::sqrt(rss / 3 / 10), 1e-12);
-  EXPECT_NEAR(s.standard_errors[1], std::sqrt(rss / 3 * (1.0 / 5 + 9.0 / 10)), 1e-12);
-  EXPECT_NEAR(s.covariance[1], -3 * rss / 3 / 10, 1e-12);
-  EXPECT_NEAR(s.correlation[1], -std::sqrt(9.0 / 11), 1e-12);
-  EXPECT_NEAR(s.r_squared, 1 - rss / 39.708, 1e-12);
-  EXPECT_NEAR(s.adjusted_r_squared, 1 - (rss / 3) / (39.708 / 4), 1e-12);
-  EXPECT_NEAR(s.aic, 5 * std::log(rss / 5) + 6, 1e-9);
-  EXPECT_NEAR(s.bic, 5 * std::log(rss / 5) + 3 * std::log(5.0), 1e-9);
-  EXPECT_EQ(s.covariance, s.determined_covariance);
-}
-
 TEST(FitStatistics, ScaleOfAColumnScalesItsErrorAlone) {
   const VectorXd x = VectorXd::LinSpaced(20, 0, 1);
   const VectorXd y = (3 * x).array() + x.array().sin();

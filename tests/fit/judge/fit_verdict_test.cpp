@@ -47,9 +47,15 @@ struct Situation {
   std::string note;     ///< a part of one of the notes; empty: there are no notes
 };
 
+const char* const kDetermined =
+    "Converged after 9 iterations: the parameters are determined by the data.";
+
+const char* const kShort =
+    "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
+    "improves it.";
+
 const Situation kSituations[] = {
-    {"good", [](auto&, auto&) {}, true,
-     "Converged after 9 iterations: the parameters are determined by the data.", ""},
+    {"good", [](auto&, auto&) {}, true, kDetermined, ""},
     {"one iteration", [](FitResult& r, auto&) { r.outcome.iterations = 1; }, true,
      "Converged after 1 iteration: the parameters are determined by the data.", ""},
     {"no descent", [](FitResult& r, auto&) { r.outcome.why = StopReason::NoFurtherDescent; }, true,
@@ -92,8 +98,7 @@ const Situation kSituations[] = {
      "of them should be held fixed."},
     {"unmoved", [](FitResult& r, auto&) { r.unmoved = {1}; }, false,
      "Converged after 9 iterations, but the data do not depend on b.", "b never moved the curve"},
-    {"stuck", [](FitResult& r, auto&) { r.values[0] = 1; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
+    {"stuck", [](FitResult& r, auto&) { r.values[0] = 1; }, true, kDetermined,
      "a kept its starting value."},
     {"too few points",
      [](FitResult& r, auto&) {
@@ -116,8 +121,7 @@ const Situation kSituations[] = {
      "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
      ""},
     {"correlated", [](FitResult& r, auto&) { r.statistics.correlation[5] = -0.9975; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
-     "b and c are strongly correlated (-0.9975)"},
+     kDetermined, "b and c are strongly correlated (-0.9975)"},
     {"pattern", [](FitResult& r, auto&) { r.statistics.residual_correlation = 0.4; }, false,
      "Converged after 9 iterations, but the residuals follow a pattern instead of scattering.",
      "The residuals follow a pattern along X"},
@@ -130,7 +134,7 @@ const Situation kSituations[] = {
        r.statistics.r_squared = -1e-14;
        r.statistics.varied = 1;
      },
-     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
+     true, kDetermined, ""},
     {"squares of Y lost",
      [](auto&, FitCircumstances& c) {
        c.extreme_data = {'Y', 3e-200};
@@ -159,40 +163,30 @@ const Situation kSituations[] = {
      [](FitResult& r, auto&) {
        r.statistics.standard_errors = {2.5, 9, 5};
      },
-     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
-    {"another minimum", [](FitResult& r, auto&) { r.outcome.left_minimum = 8; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
+     true, kDetermined, ""},
+    {"another minimum", [](FitResult& r, auto&) { r.outcome.left_minimum = 8; }, true, kDetermined,
      "led into a poorer minimum; others, found by a search, lower the sum of squares from 8 to 2"},
     {"a search in vain", [](FitResult& r, auto&) { r.outcome.search_evaluations = 80; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
-     "A search for better starting values found none."},
+     kDetermined, "A search for better starting values found none."},
     {"pattern of a few",
      [](FitResult& r, auto&) {
        r.statistics.residual_correlation = 0.7;
        r.statistics.points = 20;
      },
-     true, "Converged after 9 iterations: the parameters are determined by the data.", ""},
-    {"short of the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 1.5; }, false,
-     "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
-     "improves it.",
+     true, kDetermined, ""},
+    {"short of the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 1.5; }, false, kShort,
      "lowers the sum of squares from 2 to 1.5 (by 25 %)."},
     {"near the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 4e-5; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
-     "lowers the sum of squares from 2 to 1.99996 (by 0.002 %)."},
+     kDetermined, "lowers the sum of squares from 2 to 1.99996 (by 0.002 %)."},
     {"far from the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 1e-6; }, false,
-     "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
-     "improves it.",
-     "from 2 to 1E-6, 2E6 times less."},
+     kShort, "from 2 to 1E-6, 2E6 times less."},
     {"as good as the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2 - 1e-7; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.", ""},
-    {"at the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.", ""},
-    {"exact model", [](FitResult& r, auto&) { r.newton_sum_of_squares = 0; }, false,
-     "Converged after 9 iterations, but short of the best fit: a finishing Newton-type step "
-     "improves it.",
+     kDetermined, ""},
+    {"at the best", [](FitResult& r, auto&) { r.newton_sum_of_squares = 2; }, true, kDetermined,
+     ""},
+    {"exact model", [](FitResult& r, auto&) { r.newton_sum_of_squares = 0; }, false, kShort,
      "from 2 to 0."},
-    {"thinned", [](FitResult& r, auto&) { r.points_in_range = 700; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
+    {"thinned", [](FitResult& r, auto&) { r.points_in_range = 700; }, true, kDetermined,
      "100 of 700 points used: the model thins them by its number of points (150)."},
     {"lost points", [](FitResult& r, auto&) { r.undefined_points = 1; }, false,
      "Converged after 9 iterations, but not every point could be used.", "1 point left out"},
@@ -230,8 +224,7 @@ const Situation kSituations[] = {
      "Converged after 9 iterations, but the curve fits hardly better than a horizontal line would.",
      "-u^2 in the expression is (-u)^2"},
     {"a sign before a power, and a good fit",
-     [](auto&, FitCircumstances& c) { c.sign_before_power = true; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.", ""},
+     [](auto&, FitCircumstances& c) { c.sign_before_power = true; }, true, kDetermined, ""},
     {"unknown name",
      [](FitResult& r, FitCircumstances& c) {
        r.outcome.why = StopReason::UndefinedAtStart;
@@ -247,8 +240,7 @@ const Situation kSituations[] = {
      },
      false, "The fit did not start: a and b have no finite values to start from.", ""},
     {"regression curve", [](auto&, FitCircumstances& c) { c.regression_curve = true; }, true,
-     "Converged after 9 iterations: the parameters are determined by the data.",
-     "regression curve were fitted"},
+     kDetermined, "regression curve were fitted"},
 };
 
 TEST(FitVerdict, SaysWhatTheNumbersMean) {
