@@ -226,19 +226,8 @@ TEST_F(AxisTest, MapsValuesToPixels) {
 }
 
 TEST_F(AxisTest, DrawsOrRefusesAnyStoredState) {
-  constexpr double kAny[] = {0,
-                             -1,
-                             1,
-                             1e300,
-                             -1e308,
-                             1.7e308,
-                             5e-324,
-                             0.01,
-                             45000.3,
-                             2.9e6,
-                             7,
-                             kUndefined,
-                             std::numeric_limits<double>::infinity()};
+  constexpr double kAny[] = {0,    -1,      1,     1e300, -1e308,     1.7e308, 5e-324,
+                             0.01, 45000.3, 2.9e6, 7,     kUndefined, HUGE_VAL};
   constexpr std::int32_t kIntegers[] = {std::numeric_limits<std::int32_t>::min(), 0, 3,
                                         std::numeric_limits<std::int32_t>::max()};
   std::mt19937 engine{3};

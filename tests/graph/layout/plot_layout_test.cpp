@@ -192,20 +192,6 @@ TEST(SeparateQuantities, OnlyTwoUnitsOfWhichOneLooksFlatGetTwoAxes) {
   }
 }
 
-TEST(PlotLayout, AgreesWithTheAxesConversionsAtTheClientSize) {
-  TxyGraph graph;
-  FillScene(kScenes[0], graph);
-  graph.Resize(500, 400);
-  for (const AxisId id : {AxisId::X, AxisId::Y}) {
-    const AxisScale scale = ScaleAt(graph, id, QSizeF(500, 400));
-    for (const double part : {0.0, 0.3, 1.0}) {
-      const TAxis& axis = graph.Axis(id);
-      const double value = axis.Min() + part * (axis.Max() - axis.Min());
-      EXPECT_EQ(scale.PixelOf(value), axis.Scale().PixelOf(value));
-    }
-  }
-}
-
 TEST(PlotLayout, LegendKeepsToItsShareAndCountsTheRest) {
   const TextMetrics metrics;
   TxyGraph graph;

@@ -60,45 +60,17 @@ void FillGraph(TxyGraph& graph) {
   graph.Resize(400, 300);
 }
 
-TEST(Picture, PartsStandAtTheirPixelsAtEveryResolution) {
+TEST(Picture, EveryResolutionScalesAllOfIt) {
   TxyGraph graph;
   FillGraph(graph);
-  const QRgb axis = Rgb(graph.GetAppearance().axes_color);
   for (const int dpi : {96, 144, 192}) {
-    const double scale = dpi / 96.0;
-    const auto at = [&](double pixel) { return static_cast<int>(pixel * scale); };
-    const QImage image =
-        RenderImage(graph, {static_cast<int>(400 * scale), static_cast<int>(300 * scale), dpi});
-    EXPECT_EQ(image.width(), at(400));
+    const auto at = [&](double pixel) { return static_cast<int>(pixel * dpi / 96); };
+    const QImage image = RenderImage(graph, {at(400), at(300), dpi});
+    EXPECT_EQ(image.size(), QSize(at(400), at(300)));
     EXPECT_EQ(image.pixel(at(395), at(5)), Rgb(kMargin)) << dpi;
-    EXPECT_EQ(image.pixel(at(200), at(100)), Rgb(kPlot)) << dpi;
-    EXPECT_EQ(image.pixel(at(50), at(100)), axis) << dpi;
-    EXPECT_EQ(image.pixel(at(200), at(250)), axis) << dpi;
-    EXPECT_EQ(image.pixel(at(200), at(150)), Rgb(kRed)) << dpi;
-    // Sharp: nothing of the axis line in the next pixel column but one.
+    EXPECT_EQ(image.pixel(at(50), at(100)), Rgb(graph.GetAppearance().axes_color)) << dpi;
     EXPECT_EQ(image.pixel(at(53), at(100)), Rgb(kPlot)) << dpi;
   }
-}
-
-TEST(Picture, HostileSettingsGiveAFrameAndNoCrash) {
-  TxyGraph graph;
-  FillGraph(graph);
-  Appearance appearance = graph.GetAppearance();
-  appearance.color = Color{std::numeric_limits<std::int32_t>::min()};
-  appearance.axes_color = Color{-1};
-  appearance.font_for_labels.size = 10000;
-  appearance.font_for_title.size = 0;
-  appearance.title_of_graph = "title";
-  appearance.length_of_cross = std::numeric_limits<std::int32_t>::max();
-  appearance.show_cross_at_zero = true;
-  graph.SetAppearance(appearance);
-  for (const int size : {1, 2, 60, 101, 400}) {
-    graph.Resize(size, size);
-    EXPECT_EQ(RenderImage(graph, {size, size}).width(), size);
-  }
-  graph.Resize(80, 80);
-  EXPECT_EQ(RenderImage(graph, {80, 80}).pixel(40, 40), Rgb(kMargin)) << "margins leave no plot";
-  EXPECT_THROW(RenderImage(graph, {0, 10}), Error);
 }
 
 bool Holds(const std::string& bytes, std::string_view part) {
@@ -199,9 +171,17 @@ TEST(Picture, LineStylesTellDataSetsApartOnPaperOnly) {
   EXPECT_GT(WmfBytes(graph, {400, 300}).size(), solid + 500) << "one record a dash";
 }
 
-TEST(Picture, EveryKindTakesMarksBeyondNumbersAndPlotsWithoutRoom) {
+TEST(Picture, EveryKindTakesHostileSettings) {
   TxyGraph graph;
   FillGraph(graph);
+  Appearance appearance = graph.GetAppearance();
+  appearance.color = Color{std::numeric_limits<std::int32_t>::min()};
+  appearance.axes_color = Color{-1};
+  appearance.font_for_labels.size = 10000, appearance.font_for_title.size = 0;
+  appearance.title_of_graph = "title";
+  appearance.length_of_cross = std::numeric_limits<std::int32_t>::max();
+  appearance.show_cross_at_zero = true;
+  graph.SetAppearance(appearance);
   const double bad[] = {std::numeric_limits<double>::infinity(),
                         -std::numeric_limits<double>::infinity(),
                         std::numeric_limits<double>::quiet_NaN(), 1e308};
@@ -223,6 +203,9 @@ TEST(Picture, EveryKindTakesMarksBeyondNumbersAndPlotsWithoutRoom) {
          {&PngBytes, &JpegBytes, &BmpBytes, &GifBytes, &WmfBytes, &SvgBytes, &PdfBytes})
       EXPECT_FALSE(bytes(graph, {400, 300}).empty()) << margin;
   }
+  graph.SetDimensions({});
+  for (const int size : {1, 2, 60, 101}) EXPECT_EQ(RenderImage(graph, {size, size}).width(), size);
+  EXPECT_THROW(RenderImage(graph, {0, 10}), Error);
 }
 
 TEST(Picture, WhatCannotBeWrittenIsToldAndTheOldFileStays) {
