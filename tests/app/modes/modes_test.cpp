@@ -87,6 +87,7 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
   const auto moving = [&] { return MovePointQuestion(Graph(), Data(), kPoint, value(away)); };
   const auto points = [this] { return Data().PointCount(); };
   const auto mark = [this] { return Graph().Marks().All().at(0); };
+  const std::function<std::string()> none;
   const Row rows[] = {
       {"EditDelPoint1", at, at, deleting, Answer::No, "", MakeMode<DeletePointMode>,
        [&] { return points() == 40; }},
@@ -96,63 +97,20 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        [&] { return GetY(Data(), kPoint) == 10 * kPoint; }},
       {"EditMovePoint1", at, away, moving, Answer::Yes, "Move Point", MakeMode<MovePointMode>,
        [&] { return GetY(Data(), kPoint) == value(away).y && points() == 40; }},
-      {"EditMovePoint1",
-       at,
-       at,
-       {},
-       Answer::No,
-       "",
-       MakeMode<MovePointMode>,
+      {"EditMovePoint1", at, at, none, Answer::No, "", MakeMode<MovePointMode>,
        [&] { return ActiveCanvas().Picked()->number == kPoint; }},
-      {"editInsertPoint1",
-       away,
-       away,
-       {},
-       Answer::No,
-       "Insert Point",
-       MakeMode<InsertPointMode>,
+      {"editInsertPoint1", away, away, none, Answer::No, "Insert Point", MakeMode<InsertPointMode>,
        [&] { return points() == 41 && GetY(Data(), 41) == value(away).y; }},
-      {"MarkVert1",
-       away,
-       away,
-       {},
-       Answer::No,
-       "Draw Vertical Mark",
-       MakeMode<RestMode>,
+      {"MarkVert1", away, away, none, Answer::No, "Draw Vertical Mark", MakeMode<RestMode>,
        [&] { return mark().type == MarkType::Vertical && mark().x1 == value(away).x; }},
-      {"MarkHor1",
-       away,
-       away,
-       {},
-       Answer::No,
-       "Draw Horizontal Mark",
-       MakeMode<RestMode>,
+      {"MarkHor1", away, away, none, Answer::No, "Draw Horizontal Mark", MakeMode<RestMode>,
        [&] { return mark().type == MarkType::Horizontal && mark().y1 == value(away).y; }},
-      {"MarkPoint1",
-       away,
-       away,
-       {},
-       Answer::No,
-       "Draw Point Mark",
-       MakeMode<RestMode>,
+      {"MarkPoint1", away, away, none, Answer::No, "Draw Point Mark", MakeMode<RestMode>,
        [&] { return mark().type == MarkType::Point && mark().caption == "1"; }},
-      {"MarkLine1",
-       at,
-       away,
-       {},
-       Answer::No,
-       "Draw Linear Mark",
-       MakeMode<RestMode>,
+      {"MarkLine1", at, away, none, Answer::No, "Draw Linear Mark", MakeMode<RestMode>,
        [&] { return mark().x1 == value(at).x && mark().y2 == value(away).y; }},
-      {"MarkLine1",
-       at,
-       at,
-       {},
-       Answer::No,
-       "",
-       MakeDrawMarkMode<MarkType::Line>,
-       [&] { return Graph().Marks().All().empty(); }},  // waits for the second click
-  };
+      {"MarkLine1", at, at, none, Answer::No, "", MakeDrawMarkMode<MarkType::Line>,
+       [&] { return Graph().Marks().All().empty(); }}};  // the last one waits for the second click
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.command) + " -> " + row.undo);
     Run(row.command);
@@ -168,13 +126,6 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
     EXPECT_EQ(points(), 40);
     EXPECT_TRUE(Graph().Marks().All().empty());
   }
-}
-
-TEST_F(ModesTest, QuestionsNameDataSetNumberAndValues) {
-  StartWithPoints();
-  Run("EditDelPoint1");
-  Expect("Delete Point Hand.# 4  X,Y: 4, 40 ?", Answer::No);
-  Drag(Place(4, 40), Place(4, 40));
 }
 
 TEST_F(ModesTest, PointsAreOnlyInsertedByHandIntoWhatWasMadeByHand) {

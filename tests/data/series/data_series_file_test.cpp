@@ -126,29 +126,5 @@ TEST(DataSeriesFile, SettersRunInFileOrderAndStrayValuesDoNoHarm) {
   EXPECT_EQ(XValues(series.Points()), (std::vector<double>{1.05, 3}));
 }
 
-// Damage is told or harmless; it never gets further than the reader.
-TEST(DataSeriesFile, SurvivesDamageAtAnyByte) {
-  TDataSeries series;
-  FillWithOddities(series);
-  const std::string good = Written(series, WithPoints::Yes);
-  int refused = 0;
-  for (std::size_t i = 0; i < good.size(); ++i) {
-    for (const char damage : {'\0', '\xFF', '9'}) {
-      std::string bytes = good;
-      bytes[i] = damage;
-      TDataSeries read;
-      try {
-        Read(bytes, read);
-        EXPECT_LE(read.PointCount(), 4);
-      } catch (const StreamError&) {
-        ++refused;
-      }
-    }
-    TDataSeries read;
-    EXPECT_THROW(Read(good.substr(0, i), read), StreamError) << i;
-  }
-  EXPECT_GT(refused, 0);
-}
-
 }  // namespace
 }  // namespace tarnwick

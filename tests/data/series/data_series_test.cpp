@@ -56,63 +56,38 @@ class Codes {
   std::vector<int> seen_;
 };
 
-struct PlacingCase {
-  std::string name;
-  double tolerance;
-  Repeats repeats;
-  std::vector<std::pair<double, double>> added;
-  std::vector<PlacedPoint> expected;
-};
+void ExpectPlaced(const char* name, double tolerance, Repeats repeats,
+                  const std::vector<std::pair<double, double>>& added,
+                  const std::vector<PlacedPoint>& expected) {
+  TDataSeries series;
+  series.SetNumericalTolerance(tolerance);
+  series.SetDuplicatesAllowed(repeats == Repeats::Keep);
+  for (const auto& [x, y] : added) {
+    const std::int32_t count = series.AddPoint(x, y);
+    EXPECT_EQ(count, series.PointCount()) << name;
+  }
+  EXPECT_THAT(PointsOf(series), ElementsAreArray(expected)) << name;
+}
 
 TEST(DataSeries, PlacesPointsByToleranceAndDuplicates) {
-  const PlacingCase cases[] = {
-      {"same X overwrites, the id stays", 0, Repeats::Overwrite, {{1, 5}, {1, 7}}, {{1, 1, 7}}},
-      {"same X kept behind the last",
-       0,
-       Repeats::Keep,
-       {{1, 5}, {1, 7}, {1, 8}},
-       {{1, 1, 5}, {2, 1, 7}, {3, 1, 8}}},
-      {"same X kept before all of that X once a later one stands",
-       0,
-       Repeats::Keep,
-       {{1, 5}, {1, 7}, {3, 0}, {1, 8}},
-       {{4, 1, 8}, {1, 1, 5}, {2, 1, 7}, {3, 3, 0}}},
-      {"within the tolerance of the last",
-       0.1,
-       Repeats::Overwrite,
-       {{2, 1}, {2.05, 2}},
-       {{1, 2.05, 2}}},
-      {"within the tolerance of an earlier one",
-       0.1,
-       Repeats::Overwrite,
-       {{1, 1}, {2, 2}, {3, 3}, {1.95, 9}},
-       {{1, 1, 1}, {2, 1.95, 9}, {3, 3, 3}}},
-      {"a tolerance does not disturb the order where duplicates stay",
-       0.5,
-       Repeats::Keep,
-       {{1, 1}, {1.4, 2}, {3, 3}, {1.2, 4}},
-       {{1, 1, 1}, {4, 1.2, 4}, {2, 1.4, 2}, {3, 3, 3}}},
-      {"an undefined X has no place",
-       0,
-       Repeats::Overwrite,
-       {{1, 1}, {kUndefined, 2}, {2, 3}},
-       {{1, 1, 1}, {2, 2, 3}}},
-      {"infinite X are ordered",
-       0,
-       Repeats::Overwrite,
-       {{HUGE_VAL, 1}, {0, 2}, {-HUGE_VAL, 3}, {HUGE_VAL, 4}},
-       {{3, -HUGE_VAL, 3}, {2, 0, 2}, {1, HUGE_VAL, 4}}},
-  };
-  for (const PlacingCase& c : cases) {
-    TDataSeries series;
-    series.SetNumericalTolerance(c.tolerance);
-    series.SetDuplicatesAllowed(c.repeats == Repeats::Keep);
-    for (const auto& [x, y] : c.added) {
-      const std::int32_t count = series.AddPoint(x, y);
-      EXPECT_EQ(count, series.PointCount()) << c.name;
-    }
-    EXPECT_THAT(PointsOf(series), ElementsAreArray(c.expected)) << c.name;
-  }
+  using enum Repeats;
+  ExpectPlaced("same X overwrites, the id stays", 0, Overwrite, {{1, 5}, {1, 7}}, {{1, 1, 7}});
+  ExpectPlaced("same X kept behind the last", 0, Keep, {{1, 5}, {1, 7}, {1, 8}},
+               {{1, 1, 5}, {2, 1, 7}, {3, 1, 8}});
+  ExpectPlaced("same X kept before all of that X once a later one stands", 0, Keep,
+               {{1, 5}, {1, 7}, {3, 0}, {1, 8}}, {{4, 1, 8}, {1, 1, 5}, {2, 1, 7}, {3, 3, 0}});
+  ExpectPlaced("within the tolerance of the last", 0.1, Overwrite, {{2, 1}, {2.05, 2}},
+               {{1, 2.05, 2}});
+  ExpectPlaced("within the tolerance of an earlier one", 0.1, Overwrite,
+               {{1, 1}, {2, 2}, {3, 3}, {1.95, 9}}, {{1, 1, 1}, {2, 1.95, 9}, {3, 3, 3}});
+  ExpectPlaced("a tolerance does not disturb the order where duplicates stay", 0.5, Keep,
+               {{1, 1}, {1.4, 2}, {3, 3}, {1.2, 4}},
+               {{1, 1, 1}, {4, 1.2, 4}, {2, 1.4, 2}, {3, 3, 3}});
+  ExpectPlaced("an undefined X has no place", 0, Overwrite, {{1, 1}, {kUndefined, 2}, {2, 3}},
+               {{1, 1, 1}, {2, 2, 3}});
+  ExpectPlaced("infinite X are ordered", 0, Overwrite,
+               {{HUGE_VAL, 1}, {0, 2}, {-HUGE_VAL, 3}, {HUGE_VAL, 4}},
+               {{3, -HUGE_VAL, 3}, {2, 0, 2}, {1, HUGE_VAL, 4}});
 }
 
 TEST(DataSeries, AnOverwriteWithAGrownToleranceKeepsTheOrder) {
