@@ -125,7 +125,7 @@ TEST_F(ChildGraphTest, LegendsAreLaidOut) {
                                           {"LegendFree1", LegendLayout::Free}}) {
     Run(command);
     EXPECT_EQ(mode(), expected) << command;
-    EXPECT_EQ(box().rows.size(), 2u) << command;
+    EXPECT_GE(box().rows.size(), 2u) << command;
   }
   Run("GraphLegend1");
   Run("GraphResetLegend1");
