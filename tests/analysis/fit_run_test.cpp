@@ -5,11 +5,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "base/undefined.h"
 #include "data/points/point_columns.h"
 #include "fit/model/model_report.h"
 

@@ -1,5 +1,4 @@
 #include <QTest>
-#include <cmath>
 
 #include <gtest/gtest.h>
 

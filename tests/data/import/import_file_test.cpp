@@ -4,11 +4,9 @@
 
 #include <bit>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <vector>
 
-#include "base/error.h"
 #include "data/points/point_columns.h"
 #include "support/cancelling_progress.h"
 #include "support/temporary_folder.h"

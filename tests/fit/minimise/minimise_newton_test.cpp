@@ -6,7 +6,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "base/undefined.h"
 #include "fitted_model.h"
 #include "support/cancelling_progress.h"
 

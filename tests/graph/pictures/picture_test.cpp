@@ -6,7 +6,6 @@
 #include <QImage>
 #include <QImageReader>
 
-#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <limits>
