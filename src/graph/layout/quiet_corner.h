@@ -4,10 +4,10 @@
 
 #include <QPointF>
 #include <QRectF>
-#include <compare>
 #include <cstddef>
 #include <functional>
 #include <span>
+#include <tuple>
 #include <vector>
 
 namespace tarnwick {
@@ -25,7 +25,9 @@ struct PictureContents {
 struct Hidden {
   std::size_t boxes = 0;
   std::size_t points = 0;
-  auto operator<=>(const Hidden&) const = default;
+  bool operator<(const Hidden& other) const {
+    return std::tie(boxes, points) < std::tie(other.boxes, other.points);
+  }
 };
 
 struct QuietPlace {
