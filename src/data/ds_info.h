@@ -34,9 +34,13 @@ enum class ColumnFormat : std::uint8_t {
   DecimalComma = 2,  ///< number with "," as the decimal separator, "." grouping thousands
   DateTime = 3,      ///< day number from a date, a time or both, year first or day first with dots
   DateDayFirst = 4,  ///< as DateTime, but 03/04/2024 is 3 April
-  DateMonthFirst = 5,   ///< as DateTime, but 03/04/2024 is 4 March
-  GroupedThousands = 6  ///< number with "." as the decimal separator, "," grouping thousands
+  DateMonthFirst = 5,    ///< as DateTime, but 03/04/2024 is 4 March
+  GroupedThousands = 6,  ///< number with "." as the decimal separator, "," grouping thousands
+  NumberWithUnit = 7,    ///< number with a unit or "%" behind it: "12.5 mV" is 12.5, "40 %" is 40
+  UnixSeconds = 8,       ///< seconds since 1970-01-01 00:00 UTC, as a day number
+  UnixMilliseconds = 9   ///< the same in milliseconds
 };
+inline constexpr ColumnFormat kLastColumnFormat = ColumnFormat::UnixMilliseconds;
 
 /// The data-source description of one DataSet, with the values of a new one.
 struct TDSInfo {
@@ -60,7 +64,15 @@ struct TDSInfo {
   ColumnFormat XFormat = ColumnFormat::Automatic;
   ColumnFormat YFormat = ColumnFormat::Automatic;
   bool MergeSeparators =
-      true;  ///< a run of separators counts as one (key 48, written only when false)
+      true;              ///< a run of separators counts as one (key 48, written only when false)
+  bool AllRows = false;  ///< every row, whatever sampling says (key 49, written only when true)
+  std::int32_t NamesLine = 0;  ///< line of the columns' names from 1; 0: found by rule (key 53)
+  std::int32_t UnitsLine = 0;  ///< line of their units from 1; 0: none (key 54)
+  std::string CommentMarks = "# %";  ///< what begins a line that is no row; blanks between (key 55)
+  std::string
+      MissingValues;        ///< texts and numbers that stand for no value, blanks between (key 57)
+  std::string TimeColumns;  ///< columns that make X together, as JoinedTime reads them (key 58)
+  std::int32_t TableLines = 0;  ///< lines of the table behind the headers; 0: to the end (key 59)
   std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
   std::int32_t y_column_index = -1;
 

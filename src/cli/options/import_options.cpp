@@ -10,7 +10,7 @@
 namespace tarnwick::cli {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, ColumnFormat>, 7> kFormats = {{
+constexpr std::array<std::pair<std::string_view, ColumnFormat>, 10> kFormats = {{
     {"auto", ColumnFormat::Automatic},
     {"number", ColumnFormat::Number},
     {"comma", ColumnFormat::DecimalComma},
@@ -18,6 +18,9 @@ constexpr std::array<std::pair<std::string_view, ColumnFormat>, 7> kFormats = {{
     {"day-first", ColumnFormat::DateDayFirst},
     {"month-first", ColumnFormat::DateMonthFirst},
     {"thousands", ColumnFormat::GroupedThousands},
+    {"unit", ColumnFormat::NumberWithUnit},
+    {"unix", ColumnFormat::UnixSeconds},
+    {"unix-ms", ColumnFormat::UnixMilliseconds},
 }};
 
 /// A name of the table or its position in it.
@@ -27,8 +30,8 @@ std::optional<ColumnFormat> FormatNamed(const std::string& text) {
     if (text == kFormats[i].first || text == std::to_string(i)) return kFormats[i].second;
   }
   throw UsageError("\"" + text +
-                   "\" is no column format; auto, number, comma, date, day-first, month-first and "
-                   "thousands are");
+                   "\" is no column format; auto, number, comma, date, day-first, month-first, "
+                   "thousands, unit, unix and unix-ms are");
 }
 
 /// "\t" stands for a tab, "\\" for a backslash.
@@ -101,7 +104,7 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
   command.Add("--every", arguments.every, "Take one row of N, or auto").Group(group);
   command
       .Add("--x-format", arguments.x_format,
-           "auto, number, comma, date, day-first, month-first or thousands")
+           "auto, number, comma, date, day-first, month-first, thousands, unit, unix or unix-ms")
       .Group(group);
   command.Add("--y-format", arguments.y_format, "The same for Y").Group(group);
   command

@@ -21,7 +21,8 @@ InputGraph ImportData(const InputArguments& arguments) {
   load.progress = &progress;
   load.kinds = AllSourceKinds();
   input.reports =
-      ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load);
+      ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load)
+          .reports;
   return input;
 }
 

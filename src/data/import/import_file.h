@@ -53,6 +53,9 @@ struct ImportResult {
   std::string x_name;               ///< for the axis title
   bool x_is_date = false;           ///< the X axis should show its values as time
   bool y_is_date = false;           ///< so should the Y axis
+  /// What was decided about the file that is not certain, one clause each, without a full stop: "the table from line 449 on
+  /// is shown, another stands at line 21". Beside what the reports tell.
+  std::vector<std::string> notes;
   bool cancelled = false;
 };
 

@@ -20,12 +20,19 @@ constexpr SourceSetting kTextSettings[] = {
     {"TextMarkers", Opens},
     {"ColumnWidth", Opens},
     {"MergeSeparators", Opens},
+    {"NamesLine", Opens},
+    {"UnitsLine", Opens},
+    {"CommentMarks", Opens},
+    {"MissingValues", Opens},
+    {"TimeColumns", Opens},
+    {"TableLines", Opens},
     {"XDataColumn"},
     {"YDataColumn"},
     {"XFormat"},
     {"YFormat"},
     {"RowSamplingFrequency"},
     {"AutoRowHitFreq"},
+    {"AllRows"},
     {"RowChoiceMode"},
     {"RowChoiceValue1"},
     {"RowChoiceValue2"},
@@ -34,9 +41,9 @@ constexpr SourceSetting kTextSettings[] = {
 };
 
 constexpr SourceSetting kUnformattedSettings[] = {
-    {"FileHasHeaders"}, {"XDataColumn"},   {"YDataColumn"},     {"RowSamplingFrequency"},
-    {"AutoRowHitFreq"}, {"RowChoiceMode"}, {"RowChoiceValue1"}, {"RowChoiceValue2"},
-    {"XColExpr"},       {"YColExpr"},
+    {"FileHasHeaders"},  {"XDataColumn"}, {"YDataColumn"},   {"RowSamplingFrequency"},
+    {"AutoRowHitFreq"},  {"AllRows"},     {"RowChoiceMode"}, {"RowChoiceValue1"},
+    {"RowChoiceValue2"}, {"XColExpr"},    {"YColExpr"},
 };
 
 constexpr SourceKind kKinds[] = {

@@ -31,9 +31,15 @@ constexpr auto OfSource() {
       }};
 }
 
+/// True when a setting is not that of a new description.
+template <auto Member>
+bool Differs(const S& series) {
+  return series.Source().*Member != TDSInfo().*Member;
+}
+
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 constexpr AllowedRange kByte = {0, 255};
-constexpr AllowedRange kFormats = {0, static_cast<std::int32_t>(ColumnFormat::GroupedThousands)};
+constexpr AllowedRange kFormats = {0, static_cast<std::int32_t>(kLastColumnFormat)};
 constexpr AllowedRange kModes = {0, static_cast<std::int32_t>(RowChoice::DropLast)};
 
 constexpr std::array kRegressionTypes = {
@@ -65,6 +71,9 @@ constexpr std::array kColumnFormats = {
     FieldChoice{ColumnFormat::DateDayFirst, "Date and time, 3/4/2024 is 3 April"},
     FieldChoice{ColumnFormat::DateMonthFirst, "Date and time, 3/4/2024 is 4 March"},
     FieldChoice{ColumnFormat::GroupedThousands, "Number, 1,234.5"},
+    FieldChoice{ColumnFormat::NumberWithUnit, "Number with a unit, 1.5 mV"},
+    FieldChoice{ColumnFormat::UnixSeconds, "Seconds since 1970"},
+    FieldChoice{ColumnFormat::UnixMilliseconds, "Milliseconds since 1970"},
 };
 
 constexpr FieldControl kFormat = ChoiceOf(kColumnFormats);
@@ -180,6 +189,49 @@ const Field<S> kFields[] = {
      {"A run of separators counts as one", "Text", kCheckBox},
      {},
      [](const S& s) { return !s.Source().MergeSeparators; }},
+    // The keys from here on are written only where they differ from what readers without them take for granted.
+    {49,
+     "AllRows",
+     OfSource<&TDSInfo::AllRows>(),
+     {"Every row", "Rows", kCheckBox},
+     {},
+     &Differs<&TDSInfo::AllRows>},
+    {53,
+     "NamesLine",
+     OfSource<&TDSInfo::NamesLine>(),
+     {"Line of names, 0 finds it", "Text", WholeWithin(0, kMost)},
+     {0, kMost},
+     &Differs<&TDSInfo::NamesLine>},
+    {54,
+     "UnitsLine",
+     OfSource<&TDSInfo::UnitsLine>(),
+     {"Line of units, 0 is none", "Text", WholeWithin(0, kMost)},
+     {0, kMost},
+     &Differs<&TDSInfo::UnitsLine>},
+    {55,
+     "CommentMarks",
+     OfSource<&TDSInfo::CommentMarks>(),
+     {"Marks of comment lines", "Text", kText},
+     {},
+     &Differs<&TDSInfo::CommentMarks>},
+    {57,
+     "MissingValues",
+     OfSource<&TDSInfo::MissingValues>(),
+     {"Stand for no value", "Columns", kText},
+     {},
+     &Differs<&TDSInfo::MissingValues>},
+    {58,
+     "TimeColumns",
+     OfSource<&TDSInfo::TimeColumns>(),
+     {"Columns that make the time of X", "Columns", kText},
+     {},
+     &Differs<&TDSInfo::TimeColumns>},
+    {59,
+     "TableLines",
+     OfSource<&TDSInfo::TableLines>(),
+     {"Lines of the table, 0 is all", "Rows", WholeWithin(0, kMost)},
+     {0, kMost},
+     &Differs<&TDSInfo::TableLines>},
 };
 
 // The model's sections go between the fields, by their numbers.

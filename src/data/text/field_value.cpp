@@ -141,6 +141,9 @@ std::optional<double> FieldValue(std::string_view text, ColumnFormat format) {
       return ParseDayInOrder(text, SlashDate::MonthFirst);
     case ColumnFormat::DateDayFirst:
       return ParseDayInOrder(text, SlashDate::DayFirst);
+    case ColumnFormat::NumberWithUnit:
+    case ColumnFormat::UnixSeconds:
+    case ColumnFormat::UnixMilliseconds:
     case ColumnFormat::Automatic:
       break;
   }

@@ -44,14 +44,14 @@ bool WasCancelled(const std::vector<LoadReport>& reports) {
                      [](const LoadReport& report) { return report.cancelled; });
 }
 
-using AddData = std::function<std::vector<LoadReport>(TxyGraph&, const LoadOptions&)>;
+using AddData = std::function<ImportedData(TxyGraph&, const LoadOptions&)>;
 
 ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddData& add) {
   TxyGraph graph;
   graph.SetState(into);
   const LoadOptions load = Loading(progress);
   const std::size_t before = graph.SeriesCount();
-  const std::vector<LoadReport> reports = add(graph, load);
+  const std::vector<LoadReport> reports = add(graph, load).reports;
   if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
   std::vector<TDataSeries*> added;
   for (std::size_t i = 0; i < reports.size(); ++i) added.push_back(&graph.Series(before + i));

@@ -39,8 +39,8 @@ std::unique_ptr<TDataSeries> MakeSeries() {
   return std::make_unique<TSeries>();
 }
 
-std::vector<LoadReport> AddToGraph(TxyGraph& graph, ImportResult result) {
-  if (result.cancelled) return std::move(result.reports);
+ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
+  if (result.cancelled) return {std::move(result.reports), std::move(result.notes)};
   graph.BeginUpdate();
   if (result.x_is_date) {
     MakeTimeAxis(graph.Axis(AxisId::X), RangeOf(result, &Extremes::x_min, &Extremes::x_max));
@@ -53,18 +53,18 @@ std::vector<LoadReport> AddToGraph(TxyGraph& graph, ImportResult result) {
     graph.AddSeries(std::unique_ptr<TSeries>(static_cast<TSeries*>(series.release())));
   }
   graph.EndUpdate();
-  return std::move(result.reports);
+  return {std::move(result.reports), std::move(result.notes)};
 }
 
 }  // namespace
 
-std::vector<LoadReport> ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
-                                        const ImportOptions& options, const LoadOptions& load) {
+ImportedData ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
+                             const ImportOptions& options, const LoadOptions& load) {
   return AddToGraph(graph, ImportFile(path, options, load, MakeSeries));
 }
 
-std::vector<LoadReport> ImportTextIntoGraph(TxyGraph& graph, std::string text,
-                                            const std::string& name, const LoadOptions& load) {
+ImportedData ImportTextIntoGraph(TxyGraph& graph, std::string text, const std::string& name,
+                                 const LoadOptions& load) {
   ImportOptions options;
   options.every = 1;
   return AddToGraph(graph, ImportText(std::move(text), name, options, load, MakeSeries));

@@ -12,16 +12,20 @@ namespace tarnwick {
 
 class TxyGraph;
 
+/// What came into a graph, and what there is to tell of it.
+struct ImportedData {
+  std::vector<LoadReport> reports;  ///< one per DataSet added
+  std::vector<std::string> notes;   ///< as of ImportResult
+};
+
 /// Adds the DataSets that `path` holds to the graph, sets up a time axis where X (Y) holds dates, makes the first new
-/// DataSet current when the graph had none, and rescales. Answers one report per DataSet. Throws what ImportFile throws;
-/// the graph is then as it was.
-std::vector<LoadReport> ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
-                                        const ImportOptions& options = {},
-                                        const LoadOptions& load = {});
+/// DataSet current when the graph had none, and rescales. Throws what ImportFile throws; the graph is then as it was.
+ImportedData ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
+                             const ImportOptions& options = {}, const LoadOptions& load = {});
 
 /// The same for a text that is no file's, as a spreadsheet puts it on the clipboard: its DataSets are manual ones with
 /// every row. `name` is for messages.
-std::vector<LoadReport> ImportTextIntoGraph(TxyGraph& graph, std::string text,
-                                            const std::string& name, const LoadOptions& load = {});
+ImportedData ImportTextIntoGraph(TxyGraph& graph, std::string text, const std::string& name,
+                                 const LoadOptions& load = {});
 
 }  // namespace tarnwick
