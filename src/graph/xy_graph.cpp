@@ -104,7 +104,7 @@ TSeries& TxyGraph::AddSeries(std::unique_ptr<TSeries> series) {
     appearance_.x_axis_series_index = 0;
   }
   if (appearance_.current_series_index < 0) appearance_.current_series_index = 0;
-  SettleRegression(added);
+  RefreshRegression(added);
   UpdateScales();
   Tell(GraphChange::SeriesList);
   return added;
@@ -228,7 +228,7 @@ void TxyGraph::BeginUpdate() {
 
 void TxyGraph::EndUpdate() {
   if (updates_ == 0 || --updates_ > 0) return;
-  for (const auto& series : series_) SettleRegression(*series);
+  for (const auto& series : series_) RefreshRegression(*series);
   UpdateScales();
   Tell(GraphChange::Everything);
 }
@@ -241,7 +241,7 @@ void TxyGraph::SeriesChanged(TSeries& series, ChangeCode code) {
   if (code == ChangeCode::Destroyed) return;
   if (series.PointCount() <= kMaxPlottedPoints) series.thinning_settled_ = false;
   if (updates_ > 0) return;
-  SettleRegression(series);
+  RefreshRegression(series);
   if (code == ChangeCode::Fit) UpdateModelCurve(series);
   if (code == ChangeCode::Regression || code == ChangeCode::Fit) {
     Tell(GraphChange::Redraw);
@@ -256,7 +256,7 @@ void TxyGraph::StyleChanged() {
   Tell(GraphChange::Scales);
 }
 
-void TxyGraph::SettleRegression(TSeries& series) {
+void TxyGraph::RefreshRegression(TSeries& series) {
   // Painting may not compute, so the line is brought up to date as soon as its points change.
   if (series.RegressionType() == RegressionType::None || series.PointCount() == 0) return;
   try {

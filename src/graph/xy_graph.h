@@ -128,7 +128,7 @@ class TxyGraph : public AxisOwner {
   std::int32_t MaxSteps() const override { return appearance_.max_steps; }
   void SeriesChanged(TSeries& series, ChangeCode code);
   void StyleChanged();
-  void SettleRegression(TSeries& series);
+  void RefreshRegression(TSeries& series);
   void SettleTooManyPoints(Prompt& prompt, const std::function<void(TSeries&)>& reload, bool& ask);
   void UpdateModelCurve(TSeries& series);
   void TakeIndices(const Appearance& from);
