@@ -1,8 +1,10 @@
 // Graph windows in their workspace: closing with its questions, arranging, commands that follow the active one.
 #include <QAction>
 
+#include "app/window/graph_popup.h"
 #include "desk/commands/command_actions.h"
 #include "desktop_fixture.h"
+#include "graph/edit/mark_edit.h"
 
 namespace tarnwick {
 namespace {
@@ -50,6 +52,29 @@ TEST_F(DesktopTest, CommandsFollowTheActiveGraph) {
     Run("GraphLegend1");
     EXPECT_EQ(actions.ActionOf("GraphLegend1")->text(), shown ? "Hide &Legend" : "Show &Legend");
   }
+}
+
+TEST_F(DesktopTest, ThePopupMenuHoldsTheGraphsContentsThenItsCommands) {
+  Start({Example("pendulum.csv")});
+  Run("InsertNewGraph1");
+  ActiveDocument().SelectChild(std::nullopt);
+  TxyGraph& graph = ActiveDocument().Graph();
+  graph.AddSeries(std::make_unique<TSeries>()).SetSeriesName("R&D");
+  Mark mark;
+  mark.caption = "Peak";
+  AddMark(graph, mark);
+  QMenu popup;
+  FillGraphPopup(popup, ActiveDocument(), form_->Actions());
+  QStringList shown;
+  for (const QAction* action : popup.actions()) {
+    shown += (action->isSeparator() ? "-- " : action->isChecked() ? "*" : "") + action->text();
+  }
+  EXPECT_EQ(shown.join("|").toStdString(),
+            "*&1 Auslenkung [°]|&2 R&&D|-- |-- Marks|*&1 Peak|-- |"
+            "-- Inserted Graphs|&1 Inserted Graph 1|-- |Zoom &Window|&All Axes|&Undo Zoom|-- |"
+            "Delete &Bad Point|&Move Data Point|&Insert Data Point|-- |Show &Legend|Hide &Marks");
+  popup.actions()[1]->trigger();
+  EXPECT_EQ(graph.CurrentSeriesIndex(), 1);
 }
 
 TEST_F(DesktopTest, BehindAClosedWindowLiesTheLastOneAsItWas) {
