@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "expr/block/block_padding.h"
 #include "expr/block/block_program.h"
 #include "expr/expression_parser.h"
 
@@ -25,14 +26,6 @@ AlignedArray MakeArrays(std::size_t count) {
   AlignedArray memory(static_cast<double*>(::operator new[](length * sizeof(double), kAlignment)));
   std::fill_n(memory.get(), length, 0.0);
   return memory;
-}
-
-std::size_t Padded(std::size_t count) {
-  return (count + kBlockPadding - 1) / kBlockPadding * kBlockPadding;
-}
-
-std::size_t Index(int number) {
-  return static_cast<std::size_t>(number);
 }
 
 }  // namespace
@@ -113,7 +106,7 @@ struct BlockEvaluator::Workspace {
     if (values.size() % kBlockPadding == 0) return;
     std::copy(values.begin(), values.end(), padded_x);
     // Repeats the last X, so that what is computed beyond raises no error of its own.
-    std::fill(padded_x + values.size(), padded_x + Padded(values.size()), values.back());
+    std::fill(padded_x + values.size(), padded_x + PaddedLength(values.size()), values.back());
     x = padded_x;
   }
 
@@ -138,7 +131,7 @@ struct BlockEvaluator::Workspace {
   }
 
   void Run(const BlockListing& listing, std::size_t count) const {
-    const std::size_t padded = Padded(count);
+    const std::size_t padded = PaddedLength(count);
     for (const BlockInstruction& instruction : listing.instructions) {
       double* const out = arrays[Index(instruction.array)];
       if (instruction.fused != nullptr) {
@@ -156,7 +149,7 @@ struct BlockEvaluator::Workspace {
     const double* const values = At(place);
     if (place.kind != BlockPlace::Kind::Uniform) return values;
     double* const copies = broadcast + number * kBlockLength;
-    std::fill_n(copies, Padded(count), *values);
+    std::fill_n(copies, PaddedLength(count), *values);
     return copies;
   }
 };

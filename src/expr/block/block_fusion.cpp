@@ -5,10 +5,6 @@ namespace {
 
 constexpr int kNone = BlockGraph::kNone;
 
-std::size_t Index(int number) {
-  return static_cast<std::size_t>(number);
-}
-
 bool MayBeInner(const BlockNode& node) {
   const bool fits =
       node.op == BlockOp::Add || node.op == BlockOp::Subtract || node.op == BlockOp::Multiply;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <span>
@@ -13,6 +14,11 @@
 #include "expr/words/expr_rec.h"
 
 namespace tarnwick {
+
+/// A node's, variable's or array's number as an index.
+constexpr std::size_t Index(int number) {
+  return static_cast<std::size_t>(number);
+}
 
 enum class BlockNodeKind : std::uint8_t {
   Abscissa,   ///< the independent variable: one value per point
@@ -41,7 +47,7 @@ class BlockGraph {
   static constexpr int kNone = -1;
 
   std::span<const BlockNode> Nodes() const { return nodes_; }
-  const BlockNode& Node(int index) const { return nodes_[static_cast<std::size_t>(index)]; }
+  const BlockNode& Node(int index) const { return nodes_[Index(index)]; }
   bool IsConstant(int index) const { return Node(index).kind == BlockNodeKind::Constant; }
   bool IsConstant(int index, double value) const;
 

@@ -7,44 +7,11 @@
 // After foreach_target.h.
 #include <hwy/highway.h>
 
+#include "expr/block/block_loops-inl.h"
 #include "expr/block/vector_math-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace tarnwick::HWY_NAMESPACE {
-
-/// An argument with a value of its own at every place.
-class Array {
- public:
-  explicit Array(const double* values) : values_(values) {}
-  HWY_INLINE Vec At(std::size_t i) const { return hn::LoadU(Lanes(), values_ + i); }
-
- private:
-  const double* values_;
-};
-
-/// An argument with one value for all places.
-class Uniform {
- public:
-  explicit Uniform(const double* value) : value_(Number(*value)) {}
-  HWY_INLINE Vec At(std::size_t /*i*/) const { return value_; }
-
- private:
-  Vec value_;
-};
-
-inline constexpr std::size_t kLanes = hn::MaxLanes(Lanes());
-inline constexpr std::size_t kUnrolled = 4 * kLanes;
-static_assert(kBlockPadding % kLanes == 0);
-
-/// `step`, a short one, at every vector's place below `count`: several to a turn of the loop.
-template <class Step>
-HWY_INLINE void ForEachVector(std::size_t count, Step step) {
-  std::size_t i = 0;
-  for (; i + kUnrolled <= count; i += kUnrolled) {
-    for (std::size_t k = i; k < i + kUnrolled; k += kLanes) step(k);
-  }
-  for (; i < count; i += kLanes) step(i);
-}
 
 template <class Operation>
 void Unary(const double* a, const double* /*b*/, double* out, std::size_t count) {
@@ -84,17 +51,9 @@ struct SinOp { static HWY_INLINE Vec Of(Vec a) { return SinVec(a); } };
 struct CosOp { static HWY_INLINE Vec Of(Vec a) { return CosVec(a); } };
 struct TanOp { static HWY_INLINE Vec Of(Vec a) { return hn::Div(SinVec(a), CosVec(a)); } };
 
-struct AddOp { static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::Add(a, b); } };
-struct SubtractOp { static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::Sub(a, b); } };
-struct MultiplyOp { static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::Mul(a, b); } };
 struct QuotientOp { static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::Div(a, b); } };
 // clang-format on
 
-struct DivideOp {
-  static HWY_INLINE Vec Of(Vec a, Vec b) {
-    return hn::IfThenElse(hn::Eq(b, Number(0)), Number(kUndefined), hn::Div(a, b));
-  }
-};
 struct MaskedOp {
   static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::IfThenElseZero(hn::Ne(a, Number(0)), b); }
 };
@@ -159,60 +118,6 @@ const BlockKernelTable* Table() {
   return &kTable;
 }
 
-struct SubtractFromOp {
-  static HWY_INLINE Vec Of(Vec a, Vec b) { return hn::Sub(b, a); }
-};
-
-struct NegateFirstOp {
-  static HWY_INLINE Vec Of(Vec a, Vec /*b*/) { return hn::Neg(a); }
-};
-
-template <class Inner, class Outer, class A, class B, class C>
-void Fused(const double* a, const double* b, const double* c, double* out, std::size_t count) {
-  const A first(a);
-  const B second(b);
-  const C third(c);
-  ForEachVector(count, [&](std::size_t i) {
-    hn::StoreU(Outer::Of(Inner::Of(first.At(i), second.At(i)), third.At(i)), Lanes(), out + i);
-  });
-}
-
-template <class Inner, class Outer, class A, class B>
-FusedKernel FusedByThird(const FusedOperation& operation) {
-  return operation.uniform_c ? &Fused<Inner, Outer, A, B, Uniform>
-                             : &Fused<Inner, Outer, A, B, Array>;
-}
-
-template <class Inner, class Outer>
-FusedKernel FusedByArguments(const FusedOperation& operation) {
-  if (operation.uniform_a) return FusedByThird<Inner, Outer, Uniform, Array>(operation);
-  if (operation.uniform_b) return FusedByThird<Inner, Outer, Array, Uniform>(operation);
-  return FusedByThird<Inner, Outer, Array, Array>(operation);
-}
-
-template <class Inner>
-FusedKernel FusedByOuter(const FusedOperation& operation) {
-  switch (operation.outer) {
-    case BlockOp::Add:
-      return FusedByArguments<Inner, AddOp>(operation);
-    case BlockOp::Multiply:
-      return FusedByArguments<Inner, MultiplyOp>(operation);
-    case BlockOp::Divide:
-      return FusedByArguments<Inner, DivideOp>(operation);
-    case BlockOp::Negate:
-      return FusedByArguments<Inner, NegateFirstOp>(operation);
-    default:
-      return operation.inner_second ? FusedByArguments<Inner, SubtractFromOp>(operation)
-                                    : FusedByArguments<Inner, SubtractOp>(operation);
-  }
-}
-
-FusedKernel FusedFor(const FusedOperation& operation) {
-  if (operation.inner == BlockOp::Add) return FusedByOuter<AddOp>(operation);
-  if (operation.inner == BlockOp::Multiply) return FusedByOuter<MultiplyOp>(operation);
-  return FusedByOuter<SubtractOp>(operation);
-}
-
 }  // namespace tarnwick::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -223,12 +128,6 @@ HWY_EXPORT(Table);
 
 const BlockKernelTable& BestBlockKernels() {
   return *HWY_DYNAMIC_DISPATCH(Table)();
-}
-
-HWY_EXPORT(FusedFor);
-
-FusedKernel BestFusedKernel(const FusedOperation& operation) {
-  return HWY_DYNAMIC_DISPATCH(FusedFor)(operation);
 }
 
 }  // namespace tarnwick

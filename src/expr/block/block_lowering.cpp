@@ -118,7 +118,7 @@ class Lowering {
     const auto [a, b] = Graph().Node(node).args;
     std::vector<int> derivatives(variables_.size(), kNone);
     if (kind == BlockNodeKind::Chosen) {
-      derivatives[static_cast<std::size_t>(Graph().Node(node).chosen)] = Graph().Constant(1);
+      derivatives[Index(Graph().Node(node).chosen)] = Graph().Constant(1);
     } else if (kind == BlockNodeKind::Operation) {
       // Arguments of other records have theirs: only what this record was split into is still to do.
       Differentiate(a);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "expr/block/block_fusion.h"
 
@@ -9,10 +10,6 @@ namespace tarnwick {
 namespace {
 
 constexpr int kNone = BlockGraph::kNone;
-
-std::size_t Index(int number) {
-  return static_cast<std::size_t>(number);
-}
 
 /// For each node the last node that reads it, which is the outer one where the user is fused; the number of nodes where a
 /// result does; kNone where nothing does.
@@ -33,12 +30,16 @@ std::vector<int> LastUses(const BlockGraph& graph, std::span<const int> results,
   return last_use;
 }
 
-/// What an operation reads: its arguments, or those of its inner operation and the other one of its own.
+/// What an operation reads: its arguments, or those of its inner operation (a number for all second in a sum or product) and
+/// the other one of its own.
 std::array<int, 3> Operands(const BlockGraph& graph, int node, const BlockFusion& fusion) {
   const auto [a, b] = graph.Node(node).args;
   const int inner = fusion.inner_of[Index(node)];
   if (inner == kNone) return {a, b, kNone};
-  return {graph.Node(inner).args[0], graph.Node(inner).args[1], a == inner ? b : a};
+  auto [first, second] = graph.Node(inner).args;
+  if (graph.Node(inner).op != BlockOp::Subtract && graph.Node(first).uniform)
+    std::swap(first, second);
+  return {first, second, a == inner ? b : a};
 }
 
 BlockKernel KernelFor(const BlockNode& node, BlockPlace a, BlockPlace b) {

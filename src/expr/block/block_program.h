@@ -7,6 +7,7 @@
 
 #include "expr/block/block_kernels.h"
 #include "expr/block/block_lowering.h"
+#include "expr/block/fused_kernels.h"
 
 namespace tarnwick {
 

@@ -3,15 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "expr/block/block_padding.h"
+
 namespace tarnwick {
-namespace {
-
-std::size_t Padded(std::size_t count) {
-  return (count + kReductionPadding - 1) / kReductionPadding * kReductionPadding;
-}
-
-}  // namespace
-
 void PartialReduction::Clear(PassKind kind, std::size_t width) {
   sum_of_squares = {};
   undefined = 0;
@@ -50,13 +44,13 @@ void BlockReducer::Add(ModelBlocks& model, std::span<const double> x, std::span<
 void BlockReducer::AddValues(const double* values, std::span<const double> y,
                              PartialReduction& sum) {
   double* const residuals = copies_.back();
-  const std::size_t length = y.size() / kReductionPadding * kReductionPadding;
+  const std::size_t length = y.size() / kBlockPadding * kBlockPadding;
   double squares = kernels_.residuals(values, y.data(), residuals, length);
   for (std::size_t i = length; i < y.size(); ++i) {
     residuals[i] = values[i] - y[i];
     squares += residuals[i] * residuals[i];
   }
-  std::fill(residuals + y.size(), residuals + Padded(y.size()), 0.0);
+  std::fill(residuals + y.size(), residuals + PaddedLength(y.size()), 0.0);
   if (!std::isfinite(squares)) {
     squares = 0;
     for (std::size_t i = 0; i < y.size(); ++i) {
@@ -74,10 +68,10 @@ void BlockReducer::AddValues(const double* values, std::span<const double> y,
 void BlockReducer::TakeDerivatives(const BlockResult& block, std::size_t length) {
   std::ranges::copy(block.derivatives, columns_.begin());
   columns_.back() = copies_.back();
-  if (length % kReductionPadding == 0) return;
+  if (length % kBlockPadding == 0) return;
   for (std::size_t j = 0; j + 1 < width_; ++j) {
     std::copy_n(columns_[j], length, copies_[j]);
-    std::fill(copies_[j] + length, copies_[j] + Padded(length), 0.0);
+    std::fill(copies_[j] + length, copies_[j] + PaddedLength(length), 0.0);
     columns_[j] = copies_[j];
   }
 }
@@ -102,7 +96,7 @@ bool BlockReducer::Multiply(std::size_t padded) {
 
 void BlockReducer::AddProducts(ModelBlocks& model, std::span<const double> x,
                                PartialReduction& sum) {
-  const std::size_t padded = Padded(x.size());
+  const std::size_t padded = PaddedLength(x.size());
   if (!Multiply(padded)) {
     if (!CopyColumns(padded)) MendRows(model, x, sum);
     Multiply(padded);
@@ -115,7 +109,7 @@ void BlockReducer::AddProducts(ModelBlocks& model, std::span<const double> x,
 
 void BlockReducer::AddOrthogonal(ModelBlocks& model, std::span<const double> x,
                                  PartialReduction& sum) {
-  const std::size_t padded = Padded(x.size());
+  const std::size_t padded = PaddedLength(x.size());
   if (!CopyColumns(padded)) MendRows(model, x, sum);
   kernels_.eliminate(copies_.data(), width_, padded, sum.triangle.data());
 }
@@ -143,7 +137,7 @@ void BlockReducer::Append(PartialReduction& next, PassKind kind, PartialReductio
   for (std::size_t i = 0; i < next.products.size(); ++i) sum.products[i].Add(next.products[i]);
   if (kind != PassKind::Orthogonal) return;
   // The other triangle's rows are eliminated like those of a block.
-  const std::size_t padded = Padded(width_);
+  const std::size_t padded = PaddedLength(width_);
   for (std::size_t j = 0; j < width_; ++j) {
     std::copy_n(next.triangle.data() + j * width_, width_, copies_[j]);
     std::fill(copies_[j] + width_, copies_[j] + padded, 0.0);

@@ -10,13 +10,15 @@
 // After foreach_target.h.
 #include <hwy/highway.h>
 
+#include "expr/block/block_padding.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace tarnwick::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
 // No wider than the padding, and of a fixed size, so that vectors can stand in arrays.
-using Lanes = hn::CappedTag<double, kReductionPadding>;
+using Lanes = hn::CappedTag<double, kBlockPadding>;
 using Vec = hn::Vec<Lanes>;
 
 HWY_INLINE double Sum(Vec values) {

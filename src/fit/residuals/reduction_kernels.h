@@ -6,9 +6,7 @@
 
 namespace tarnwick {
 
-/// Lengths of blocks are multiples of this; what lies beyond a block's end is filled with zeros.
-inline constexpr std::size_t kReductionPadding = 8;
-
+/// Lengths are multiples of kBlockPadding; what lies beyond a block's end is filled with zeros.
 struct ReductionKernels {
   /// residuals[i] = values[i] - y[i]; answers the sum of their squares.
   double (*residuals)(const double* values, const double* y, double* residuals, std::size_t length);
