@@ -22,6 +22,7 @@ std::vector<XY> PointsOf(const TDataSeries& series) {
   return points;
 }
 
+// What needs no second DataSet of its own is compared through the batch program.
 class Derived : public testing::Test {
  protected:
   void Fill(const std::vector<double>& x, const std::vector<double>& y) {
@@ -35,39 +36,6 @@ class Derived : public testing::Test {
   TDataSeries target;
 };
 
-TEST_F(Derived, SumAndAreaMeasureFromTheBaseLine) {
-  EXPECT_EQ(AreaOf(source), 0);
-  source.AddPoint(0, 1);
-  EXPECT_EQ(AreaOf(source), 0);
-  Fill({0, 2, 3}, {1, 3, 5});
-  EXPECT_EQ(SumOf(source), 9);
-  EXPECT_EQ(AreaOf(source), 8);
-  source.SetZeroValue(1);
-  source.SetBaseLineSlope(1);
-  EXPECT_EQ(SumOf(source), 1);
-  EXPECT_EQ(AreaOf(source), 0.5);
-  source.AddPoint(4, std::nan(""));
-  EXPECT_TRUE(std::isnan(SumOf(source)));
-  source.DeletePoint(4);
-  source.SetAutoZero(true);
-  EXPECT_EQ(SumOf(source), 6);  // from 1, the smallest, with a level base line
-}
-
-TEST_F(Derived, IntegralMeasuresFromTheBaseLine) {
-  Fill({0, 1, 3}, {1, 3, 1});
-  Integral(source, target);
-  EXPECT_THAT(PointsOf(target), ElementsAre(XY{1, 2}, XY{3, 6}));
-  EXPECT_EQ(target.Source().XDataColumn, "t");
-  EXPECT_EQ(target.Source().YDataColumn, "INT of U");
-  source.SetZeroValue(1);
-  source.SetBaseLineSlope(1);
-  Integral(source, target);
-  EXPECT_THAT(PointsOf(target), ElementsAre(XY{1, 0.5}, XY{3, -1.5}));
-  Fill({5}, {1});
-  Integral(source, target);
-  EXPECT_THAT(PointsOf(target), IsEmpty());
-}
-
 TEST_F(Derived, RunningSumHasAPointForEveryPoint) {
   source.SetDuplicatesAllowed(true);
   Fill({0, 1, 1, 3}, {1, 3, 5, 1});
@@ -78,17 +46,6 @@ TEST_F(Derived, RunningSumHasAPointForEveryPoint) {
   EXPECT_TRUE(target.DuplicatesAllowed());
   RunningSum(source, source);
   EXPECT_EQ(PointsOf(source).back(), XY(3, 5));
-}
-
-TEST_F(Derived, DensityIntegratesToOne) {
-  Fill({1, 2, 3, 4, 5}, {0, 1, 2, 2, 4});
-  target.SetDuplicatesAllowed(true);
-  ProbabilityDensity(source, target, 5);
-  EXPECT_THAT(PointsOf(target),
-              ElementsAre(XY{0.5, 0.2}, XY{1.5, 0.2}, XY{2.5, 0.4}, XY{3.5, 0}, XY{4.5, 0.2}));
-  EXPECT_FALSE(target.DuplicatesAllowed());
-  EXPECT_EQ(target.Source().XDataColumn, "U");
-  EXPECT_EQ(target.Source().YDataColumn, "Probability Density");
 }
 
 TEST_F(Derived, DensityOfNothingToSpreadIsEmpty) {
@@ -103,14 +60,6 @@ TEST_F(Derived, DensityOfNothingToSpreadIsEmpty) {
   ProbabilityDensity(source, target, 10);
   EXPECT_THAT(PointsOf(target), IsEmpty());
   EXPECT_FALSE(target.DuplicatesAllowed());
-}
-
-TEST_F(Derived, DerivativeStandsBetweenThePointsAndSkipsEqualX) {
-  source.SetDuplicatesAllowed(true);
-  Fill({0, 1, 1, 3}, {1, 3, 5, 1});
-  source.SetBaseLineSlope(1);
-  Derivative(source, target);
-  EXPECT_THAT(PointsOf(target), ElementsAre(XY{0.5, 1}, XY{2, -3}));
 }
 
 TEST_F(Derived, DerivativeGoesByTheRegression) {

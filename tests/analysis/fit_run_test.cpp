@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -130,28 +129,6 @@ TEST(RunFit, RefusesWithAReasonAndKeepsTheValues) {
       EXPECT_EQ(series.Fit().Settings(), settings);
       EXPECT_FALSE(series.Fit().Modified());
     }
-  }
-}
-
-TEST(RunFit, HintsAtASignBeforeAPower) {
-  struct Row {
-    const char* expression;
-    bool hint;
-  };
-  for (const Row& row : {Row{"0*a+1e9*-x^2", true}, Row{"0*a+1e9*(0-x^2)", false},
-                         Row{"0*a+1e9*exp(-((x-1)/2)^2)", true}, Row{"0*a+1e9*-x^3", false}}) {
-    SCOPED_TRACE(row.expression);
-    TDataSeries series;
-    FillDecay(series);
-    FitSettings settings = Decay(FitProcType::cfp_Newton);
-    settings.Expression = row.expression;
-    settings.parameters.resize(1);
-    series.Fit().SetSettings(settings, true);
-    const std::vector<std::string> notes = Fit(series).verdict.notes;
-    const bool hint = std::any_of(notes.begin(), notes.end(), [](const std::string& note) {
-      return note.find("A sign binds tighter") != std::string::npos;
-    });
-    EXPECT_EQ(hint, row.hint);
   }
 }
 
