@@ -211,15 +211,23 @@ TEST(PlotLayout, LegendKeepsToItsShareAndCountsTheRest) {
     legend.layout_mode = mode;
     legend.height = 100;
     legend.left = -5;
+    legend.y_margin = 9;
     graph.SetLegend(legend);
     const PlotLayout layout = LayoutPlot(graph, QSizeF(500, 400), metrics);
     ASSERT_TRUE(layout.legend && layout.legend->more);
     EXPECT_EQ(layout.legend->more->text.text.toStdString(),
               "+" + std::to_string(40 - layout.legend->rows.size()) + " more");
-    EXPECT_TRUE(QRectF(0, 0, 500, 400).contains(layout.legend->frame));
+    const QRectF& frame = layout.legend->frame;
+    EXPECT_TRUE(QRectF(0, 0, 500, 400).contains(frame));
     for (const LegendRow& row : layout.legend->rows) {
-      EXPECT_TRUE(layout.legend->frame.contains(row.name.Box()));
+      EXPECT_TRUE(frame.contains(row.name.Box()));
     }
+    if (mode == LegendLayout::Horizontal) continue;
+    // As many lines as there is room for.
+    const double line = metrics.LineHeight(legend.font) + 2;
+    const double height = mode == LegendLayout::Free ? 100 : 0.6 * layout.plot.height();
+    const double last_line = std::floor((height - 2 * 9) / line) - 0.5;
+    EXPECT_NEAR(layout.legend->more->center.y(), frame.top() + 9 + last_line * line, 1e-9);
   }
 }
 

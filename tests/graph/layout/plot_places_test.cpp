@@ -177,6 +177,15 @@ TEST_F(Places, TitlesStandTheirOffsetsFromTheLabels) {
   EXPECT_EQ(layout.Axis(AxisId::X).title->font.color, appearance.font_for_axes_titles.color);
   ASSERT_TRUE(layout.title);
   EXPECT_EQ(layout.title->center, QPointF(kPlot.center().x(), 70 - 40));
+  // Never over the labels, and never beyond the picture.
+  Dimensions margins = graph.GetDimensions();
+  for (const int offset : {0, 200}) {
+    margins.graph_title_offset = offset;
+    graph.SetDimensions(margins);
+    const QRectF box = Layout().title->Box();
+    offset == 0 ? Near(box.bottom(), LabelsBox(layout.Axis(AxisId::Y)).top() - 1)
+                : Near(box.top(), 0);
+  }
 }
 
 // The power of ten of the X labels ends where the plot does, in the line of the title; those of the Y axes stand over their
@@ -362,6 +371,13 @@ TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
     if (row.line.isNull()) continue;
     EXPECT_LT(QLineF(item.line.p1(), row.line.p1()).length(), 1e-6);
     EXPECT_LT(QLineF(item.line.p2(), row.line.p2()).length(), 1e-6);
+  }
+  // Where a caption stands another gives way along its line.
+  for (const MarkType type : {MarkType::Horizontal, MarkType::Vertical}) {
+    graph.Marks().ClearMarks();
+    for (int i = 0; i < 3; ++i) graph.Marks().AddMark(mark(type, 5, 50, 0, 0));
+    const QPointF third = Layout().marks[2].caption->center;
+    type == MarkType::Vertical ? Near(third.y(), 70 + 4 + 3 * h) : Near(third.x(), 522 - 3 * w);
   }
   // Marks beyond the axes are none, and those for the second Y axis go by it.
   graph.Marks().ClearMarks();
