@@ -131,8 +131,26 @@ TEST(FitNumericRange, HoldsDataOfAnySize) {
     ASSERT_GE(range.max, high) << what;
     ASSERT_TRUE(std::isfinite(range.min) && std::isfinite(range.max) && range.step > 0) << what;
     if (low == high) continue;
+    const long double span = static_cast<long double>(high) - low;
     const long double steps = (static_cast<long double>(range.max) - range.min) / range.step;
     ASSERT_GE(steps, 4.9999999L) << what;
+    if (span < 1e-10 * std::max(std::abs(low), std::abs(high)) || span < 1e-300) continue;
+    // The largest step that gives five; bounds no farther than a step and its hundredth, or zero where that is near.
+    ASSERT_GE(span / range.step, 4.99999L) << what;
+    if (std::abs(std::log10(span)) < 90) {
+      ASSERT_LT(span / range.step, 5 * 2.51L) << what;
+    }
+    const long double far = 1.0101L * range.step;
+    const auto expect_bound = [&](long double nearer, long double distance, double bound) {
+      if (bound == 0 && distance > far) {
+        EXPECT_LT(nearer, 0.25L * (span + 2 * far)) << what;
+      } else {
+        EXPECT_LE(distance, far) << what;
+        EXPECT_FALSE(bound != 0 && nearer > 0 && nearer < 0.2499L * span) << what;
+      }
+    };
+    expect_bound(low, static_cast<long double>(low) - range.min, range.min);
+    expect_bound(-high, static_cast<long double>(range.max) - high, range.max);
   }
 }
 
@@ -200,6 +218,15 @@ TEST(FitLogRange, HoldsDataOfAnySizeAboveZero) {
     ASSERT_LT(range.min, range.max) << low << " to " << high;
     ASSERT_TRUE(range.min <= low && high <= range.max) << low << " to " << high;
     ASSERT_TRUE(std::isfinite(range.max)) << low << " to " << high;
+    const long double ratio = static_cast<long double>(high) / low;
+    ASSERT_EQ(range.narrow, low == high || ratio < 4) << low << " to " << high;
+    if (low == high || low < 1e-300 || high > 1e300) continue;
+    if (range.narrow) {
+      const NumericRange plain = FitNumericRange(low, high, 1, StepChoice::Automatic, {});
+      ASSERT_EQ(range.min, plain.min > 0 ? plain.min : low / 2) << low << " to " << high;
+    } else {
+      ASSERT_TRUE(low < 10 * range.min && range.max < 10 * high) << low << " to " << high;
+    }
   }
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <ctime>
 #include <limits>
 #include <random>
 #include <string>
@@ -52,6 +53,14 @@ class AxisTest : public ::testing::Test {
   TAxis axis{graph, AxisId::X};
   TAxis y{graph, AxisId::Y};
 };
+
+TEST_F(AxisTest, TodayIsTheDayOfTheClock) {
+  const std::time_t now = std::time(nullptr);  // seconds since day 25569
+  std::tm local{};
+  localtime_r(&now, &local);
+  const double day = 25569 + static_cast<double>(now + local.tm_gmtoff) / 86400;
+  EXPECT_NEAR(graph.AxisOwner::CurrentDay(), day, 10.0 / 86400);
+}
 
 TEST_F(AxisTest, BoundsSwitchAutoSizingOff) {
   axis.SetMin(0);

@@ -126,6 +126,8 @@ TEST(MakeTicks, FillsDecadesWithMinorTicks) {
 
 TEST(MakeTicks, StaysBoundedOnAnyRange) {
   constexpr double kMost = std::numeric_limits<double>::max();
+  AxisState hardly = Time("2024-01-01", "2024-01-02", DateTickType::Automatic, "c");
+  hardly.Max = hardly.Min + 1e-9;  // less than any step of the clock
   const AxisState ranges[] = {Linear(-kMost, kMost, 1e-300),
                               Linear(1e15, 1e15 + 1, 0.001),
                               Linear(0, 5e-324, 5e-324),
@@ -133,7 +135,8 @@ TEST(MakeTicks, StaysBoundedOnAnyRange) {
                               Logarithmic(5e-324, kMost, 9),
                               Logarithmic(1e-30, 1e30, 9),
                               Time("0001-01-01", "9999-12-31", DateTickType::Minute, "yyyy"),
-                              Time("2024-01-01", "2025-01-01", DateTickType::Minute, "c")};
+                              Time("2024-01-01", "2025-01-01", DateTickType::Minute, "c"),
+                              hardly};
   for (const AxisState& axis : ranges) {
     const std::vector<Tick> ticks = MakeTicks(axis, {});
     EXPECT_GE(ticks.size(), 2U) << axis.Min << " to " << axis.Max;

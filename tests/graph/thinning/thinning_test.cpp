@@ -72,70 +72,13 @@ Line MakeLine(std::size_t points, const std::string& kind) {
   return line;
 }
 
-struct Case {
-  const char* kind;
-  std::size_t points;
-  double from, to;  // part of the X range seen
-  bool log_x = false, log_y = false;
-  double slope = 0;
-};
-
-// Every column shows exactly the extent of its points, however many they are and whatever is kept of them.
-TEST(ThinLine, EveryColumnReachesToItsExtremes) {
-  const Case kCases[] = {
-      {"noise", 100, 0, 1},
-      {"noise", 3'000, 0, 1},
-      {"noise", 200'000, 0, 1},
-      {"noise", 200'000, 0.3, 0.35},
-      {"noise", 200'000, 0.5, 0.5001},
-      {"walk", 100'000, -0.5, 2},
-      {"bursts", 100'000, 0, 1},
-      {"gaps", 50'000, 0, 1},
-      {"gaps", 900'000, 0, 1},
-      {"huge", 100'000, 0, 1},
-      {"positive", 100'000, 1e-4, 1, true, true},
-      {"positive", 900'000, 0, 1, false, true},
-      {"noise", 400'000, 0, 1, false, true},  // half of the values have no place
-      {"noise", 300'000, 0.1, 0.9, false, false, 3e-4},
-  };
-  for (const Case& row : kCases) {
-    SCOPED_TRACE(testing::Message() << row.kind << ' ' << row.points << ' ' << row.from);
-    const Line data = MakeLine(row.points, row.kind);
-    TDataSeries series;
-    series.AddPoints(data.x, data.y);
-    const double end = data.x.back();
-    ThinningView view =
-        View(Scale(row.from * end, row.to * end, row.log_x, PixelDirection::Rightward, kColumns),
-             row.log_y ? Scale(0.01, 100, true, PixelDirection::Upward, kRows)
-                       : Scale(-4, 4, false, PixelDirection::Upward, kRows));
-    view.zero_value = 0.125 * (row.slope != 0);
-    view.base_line_slope = row.slope;
-
-    std::map<int, Extent> expected;
-    for (std::size_t i = 0; i < data.x.size(); ++i) {
-      const double x = view.x.At(data.x[i]);
-      const double y = view.y.At(data.y[i] - view.zero_value - row.slope * data.x[i]);
-      const bool on_border = std::abs(x - std::round(x)) < 1e-9;  // either column is right
-      if (x >= 0 && x < kColumns && y == y && !on_border) {
-        expected[static_cast<int>(std::floor(x))].Take(y);
-      }
-    }
-    const ThinnedLine line = ThinLine(series.Points(), view);
-    std::map<int, Extent> drawn = ExtentsOf(line);
-    for (const auto& [column, extent] : expected) {
-      ASSERT_NEAR(drawn[column].top, extent.top, 1e-6) << column;
-      ASSERT_NEAR(drawn[column].bottom, extent.bottom, 1e-6) << column;
-    }
-    EXPECT_LE(line.points.size() + line.columns.size(), 25 * kColumns);
-  }
-}
-
 // The obvious way: points grouped by pixel column; three or more are a column, as are two right behind one; else vertices.
 ThinnedLine Grouped(const Line& data, std::size_t begin, std::size_t end,
                     const ThinningView& view) {
   ThinnedLine line;
   const auto place = [&](std::size_t i) {
-    return PixelPoint{view.x.At(data.x[i]), view.y.At(data.y[i])};
+    const double base = view.zero_value + view.base_line_slope * data.x[i];
+    return PixelPoint{view.x.At(data.x[i]), view.y.At(data.y[i] - base)};
   };
   const auto open = [&](LinePart::Kind kind, std::size_t at) {
     line.parts.push_back({kind, at, at});
@@ -178,50 +121,93 @@ ThinnedLine Grouped(const Line& data, std::size_t begin, std::size_t end,
   return line;
 }
 
+struct Case {
+  const char* kind;
+  std::size_t points;
+  double from, to;      // part of the X range seen
+  bool grouped = true;  // no value is without a place, so that the line is one
+  bool log_x = false, log_y = false;
+  double slope = 0;
+};
+
+void ExpectSame(const ThinnedLine& line, const ThinnedLine& expected) {
+  ASSERT_EQ(line.columns.size(), expected.columns.size());
+  ASSERT_EQ(line.points.size(), expected.points.size());
+  ASSERT_EQ(line.parts.size(), expected.parts.size());
+  const auto near = [](const PixelPoint& one, const PixelPoint& other) {
+    return std::abs(one.x - other.x) < 1e-6 && std::abs(one.y - other.y) < 1e-6;
+  };
+  for (std::size_t i = 0; i < line.columns.size(); ++i) {
+    const PixelColumn &one = line.columns[i], &other = expected.columns[i];
+    ASSERT_EQ(one.column, other.column);
+    ASSERT_TRUE(near(one.first, other.first) && near(one.last, other.last)) << one.column;
+    ASSERT_TRUE(near({one.top, one.bottom}, {other.top, other.bottom})) << one.column;
+  }
+  for (std::size_t i = 0; i < line.points.size(); ++i)
+    ASSERT_TRUE(near(line.points[i], expected.points[i])) << i;
+  for (std::size_t i = 0; i < line.parts.size(); ++i) {
+    ASSERT_EQ(line.parts[i].kind, expected.parts[i].kind);
+    ASSERT_EQ(line.parts[i].begin, expected.parts[i].begin);
+    ASSERT_EQ(line.parts[i].end, expected.parts[i].end);
+  }
+}
+
+// Every column shows exactly the extent of its points, however many they are and whatever is kept of them.
 TEST(ThinLine, GivesWhatGroupingByColumnsGives) {
-  const Case kCases[] = {{"noise", 1'100, -0.01, 1.01},
-                         {"noise", 2'000, -0.01, 1.01},
-                         {"noise", 200'000, -0.01, 1.01},
-                         {"walk", 100'000, 0.31, 0.36},
-                         {"walk", 300'000, 0.5, 0.505},
-                         {"bursts", 100'000, -0.01, 1.01},
-                         {"bursts", 40'000, 0.2, 0.7},
-                         {"walk", 60'000, -0.5, 2},
-                         {"positive", 50'000, 0.01, 1.01, true, true}};
+  const Case kCases[] = {
+      {"noise", 100, 0, 1, false},
+      {"noise", 1'100, -0.01, 1.01},
+      {"noise", 2'000, -0.01, 1.01},
+      {"noise", 200'000, -0.01, 1.01},
+      {"noise", 200'000, 0.5, 0.5001, false},
+      {"walk", 100'000, 0.31, 0.36},
+      {"walk", 300'000, 0.5, 0.505},
+      {"walk", 60'000, -0.5, 2},
+      {"bursts", 100'000, -0.01, 1.01},
+      {"bursts", 40'000, 0.2, 0.7},
+      {"gaps", 50'000, 0, 1, false},
+      {"gaps", 900'000, 0, 1, false},
+      {"huge", 100'000, 0, 1, false},
+      {"positive", 50'000, 0.01, 1.01, true, true, true},
+      {"positive", 900'000, 0, 1, true, false, true},
+      {"noise", 400'000, 0, 1, false, false, true},  // half of the values have no place
+      {"noise", 300'000, 0.1, 0.9, true, false, false, 3e-4},
+  };
   for (const Case& row : kCases) {
     SCOPED_TRACE(testing::Message() << row.kind << ' ' << row.points << ' ' << row.from);
     const Line data = MakeLine(row.points, row.kind);
     TDataSeries series;
     series.AddPoints(data.x, data.y);
     const double from = row.from * data.x.back(), to = row.to * data.x.back();
-    const ThinningView view = View(Scale(from, to, row.log_x, PixelDirection::Rightward, kColumns),
-                                   row.log_y ? Scale(0.01, 100, true, PixelDirection::Upward, kRows)
-                                             : Scale(-4, 4, false, PixelDirection::Upward, kRows));
-    // The points in the view and one on either side.
-    const auto index = [&](auto found) { return static_cast<std::size_t>(found - data.x.begin()); };
-    const std::size_t first = index(std::lower_bound(data.x.begin(), data.x.end(), from));
-    const std::size_t behind = index(std::upper_bound(data.x.begin(), data.x.end(), to));
+    ThinningView view = View(Scale(from, to, row.log_x, PixelDirection::Rightward, kColumns),
+                             row.log_y ? Scale(0.01, 100, true, PixelDirection::Upward, kRows)
+                                       : Scale(-4, 4, false, PixelDirection::Upward, kRows));
+    view.zero_value = 0.125 * (row.slope != 0);
+    view.base_line_slope = row.slope;
     const ThinnedLine line = ThinLine(series.Points(), view);
-    const ThinnedLine expected =
-        Grouped(data, first == 0 ? 0 : first - 1, std::min(behind + 1, data.x.size()), view);
-    ASSERT_EQ(line.columns.size(), expected.columns.size());
-    ASSERT_EQ(line.points.size(), expected.points.size());
-    ASSERT_EQ(line.parts.size(), expected.parts.size());
-    const auto near = [](const PixelPoint& one, const PixelPoint& other) {
-      return std::abs(one.x - other.x) < 1e-6 && std::abs(one.y - other.y) < 1e-6;
-    };
-    for (std::size_t i = 0; i < line.columns.size(); ++i) {
-      const PixelColumn &one = line.columns[i], &other = expected.columns[i];
-      ASSERT_EQ(one.column, other.column);
-      ASSERT_TRUE(near(one.first, other.first) && near(one.last, other.last)) << one.column;
-      ASSERT_TRUE(near({one.top, one.bottom}, {other.top, other.bottom})) << one.column;
+    EXPECT_LE(line.points.size() + line.columns.size(), 25 * kColumns);
+    if (row.grouped) {
+      // The points in the view and one on either side.
+      const auto index = [&](auto found) {
+        return static_cast<std::size_t>(found - data.x.begin());
+      };
+      const std::size_t first = index(std::lower_bound(data.x.begin(), data.x.end(), from));
+      const std::size_t behind = index(std::upper_bound(data.x.begin(), data.x.end(), to));
+      ExpectSame(line, Grouped(data, first == 0 ? 0 : first - 1,
+                               std::min(behind + 1, data.x.size()), view));
+      continue;
     }
-    for (std::size_t i = 0; i < line.points.size(); ++i)
-      ASSERT_TRUE(near(line.points[i], expected.points[i])) << i;
-    for (std::size_t i = 0; i < line.parts.size(); ++i) {
-      ASSERT_EQ(line.parts[i].kind, expected.parts[i].kind);
-      ASSERT_EQ(line.parts[i].begin, expected.parts[i].begin);
-      ASSERT_EQ(line.parts[i].end, expected.parts[i].end);
+    std::map<int, Extent> expected, drawn = ExtentsOf(line);
+    for (std::size_t i = 0; i < data.x.size(); ++i) {
+      const double x = view.x.At(data.x[i]), y = view.y.At(data.y[i]);
+      const bool on_border = std::abs(x - std::round(x)) < 1e-9;  // either column is right
+      if (x >= 0 && x < kColumns && y == y && !on_border) {
+        expected[static_cast<int>(std::floor(x))].Take(y);
+      }
+    }
+    for (const auto& [column, extent] : expected) {
+      ASSERT_NEAR(drawn[column].top, extent.top, 1e-6) << column;
+      ASSERT_NEAR(drawn[column].bottom, extent.bottom, 1e-6) << column;
     }
   }
 }
