@@ -57,54 +57,6 @@ TEST(Regression, PolynomialsReproduceWhatTheyCanAndKeepDigitsFarFromZero) {
   }
 }
 
-TEST(Regression, PolynomialsOfFewPoints) {
-  TDataSeries series;
-  Fill(series, {5}, {7});
-  ExpectNear(Regression(series, RegressionType::Parabola), {7}, 0);
-  ExpectNear(Regression(series, RegressionType::RobustLine), {7}, 0);
-  Fill(series, {5, 6}, {7, 9});
-  ExpectNear(Regression(series, RegressionType::RobustLine), {7, 9}, 1e-13);
-  ExpectNear(Regression(series, RegressionType::Parabola), {7, 9}, 1e-13);
-  // Far from zero the mean of X is rounded, which once made a curvature out of nothing.
-  Fill(series, {45001.147277702905, 45004.05058139132}, {1000000.5180169021, 1000000.4396148982});
-  ExpectNear(Regression(series, RegressionType::Parabola), {1000000.5180169021, 1000000.4396148982},
-             1e-9);
-  // A line whose outer medians differ by a rounding error at its very slope.
-  Fill(series, {45000.5, 45001.5}, {-4.041253110817072, 0.7778939413900122});
-  ExpectNear(Regression(series, RegressionType::RobustLine),
-             {-4.041253110817072, 0.7778939413900122}, 1e-9);
-  Fill(series, {1, 2, 3, 4}, {1, kUndefined, 3, 4});
-  ExpectNear(Regression(series, RegressionType::Line), {1, 2, 3, 4}, 1e-13);
-  series.Clear();
-  EXPECT_TRUE(Regression(series, RegressionType::Parabola).empty());
-}
-
-TEST(Regression, TheRobustLineIgnoresOutliers) {
-  TDataSeries series;
-  std::vector<double> x;
-  std::vector<double> y;
-  for (int i = 0; i < 90; ++i) {
-    x.push_back(i);
-    y.push_back(i % 9 == 4 ? 1000 : 2 * i + 1);
-  }
-  Fill(series, x, y);
-  const std::vector<double> line = Regression(series, RegressionType::RobustLine);
-  EXPECT_NEAR(line.front(), 1, 1e-9);
-  EXPECT_NEAR(line.back(), 179, 1e-9);
-}
-
-TEST(Regression, SmoothingsFollowTheirRecurrences) {
-  TDataSeries series;
-  Fill(series, {1, 2, 3, 4}, {4, 8, kUndefined, 2});
-  series.SetRegressionAlpha(0.25);
-  ExpectNear(Regression(series, RegressionType::ExponentialSmoothing), {4, 5, 5, 4.25}, 1e-15);
-  Fill(series, {1, 2, 3, 4}, {4, 8, 3, 1});
-  series.SetRegressionAlpha(0.4);  // a window of 2
-  ExpectNear(Regression(series, RegressionType::RunningAverage), {4, 6, 5.5, 2}, 1e-15);
-  series.SetRegressionAlpha(-0.1);  // counts as a window without end
-  ExpectNear(Regression(series, RegressionType::RunningAverage), {4, 6, 5, 4}, 1e-15);
-}
-
 TEST(Regression, RefusalsHaveFixedTextsAndClearTheStaleFlag) {
   const struct {
     int type;
