@@ -9,8 +9,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr std::array<std::string_view, 7> kDays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                   "Thursday", "Friday", "Saturday"};
 constexpr std::size_t kShortName = 3;
 
 enum class Part { Literal, Day, Month, Year, Hour, Minute, Second, Millisecond, Both, HalfOfDay };
@@ -135,7 +133,8 @@ class Formatter {
       case Part::Literal:
         return std::string(token.text);
       case Part::Day:
-        return NumberOrName(parts_.day, kDays[static_cast<std::size_t>(weekday_ - 1)], letters);
+        return NumberOrName(parts_.day, kWeekdayNames[static_cast<std::size_t>(weekday_ - 1)],
+                            letters);
       case Part::Month:
         return NumberOrName(parts_.month, kMonthNames[static_cast<std::size_t>(parts_.month - 1)],
                             letters);

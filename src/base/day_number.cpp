@@ -1,7 +1,9 @@
 #include "base/day_number.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include "base/undefined.h"
@@ -90,9 +92,9 @@ int DayOfWeek(double day) {
 }
 
 int DaysInMonth(int year, int month) {
-  const int next_year = month == 12 ? year + 1 : year;
-  const int next_month = month == 12 ? 1 : month + 1;
-  return static_cast<int>(DaysFromCivil(next_year, next_month, 1) - DaysFromCivil(year, month, 1));
+  constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+  return kDays[static_cast<std::size_t>(month - 1)] + (leap && month == 2 ? 1 : 0);
 }
 
 }  // namespace tarnwick

@@ -1,5 +1,5 @@
 // Day numbers and the calendar: day 0 is 30 December 1899, the fraction is the time of day. Proleptic Gregorian
-// calendar, years 1 to 9999, no time zones. Calendar arithmetic after H. Hinnant, "chrono-Compatible Low-Level Date
+// calendar, years 1 to 9999; zones of texts are turned to UTC. Calendar arithmetic after H. Hinnant, "chrono-Compatible Low-Level Date
 // Algorithms". English names only.
 #pragma once
 
@@ -13,6 +13,8 @@ namespace tarnwick {
 inline constexpr std::array<std::string_view, 12> kMonthNames = {
     "January", "February", "March",     "April",   "May",      "June",
     "July",    "August",   "September", "October", "November", "December"};
+inline constexpr std::array<std::string_view, 7> kWeekdayNames = {
+    "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 
 /// A moment split into its calendar parts.
 struct DateTime {
@@ -51,12 +53,21 @@ std::string FormatDay(double day, std::string_view format);
 /// Which part comes first in a date written with slashes.
 enum class SlashDate { MonthFirst, DayFirst };
 
-/// The day number that the whole of `text` means: yyyy-mm-dd, yyyy/mm/dd, dd.mm.yyyy, mm/dd/yyyy (or dd/mm/yyyy),
-/// dd-mmm-yyyy with the month's name or its first three letters (blanks may stand for the dashes), each alone or followed
-/// by a blank or "T" and a time; or a time alone, hh:mm[:ss[.fff]], with am or pm if need be. The hours of a time alone may
-/// run to 9999, as in a time that has passed. A time zone ("Z", +02:00) after a time is passed over: the clock time as
-/// written counts. Years of two digits behind day and month: 69 to 99 are 19xx, 00 to 68 20xx. Nothing when the text is
-/// none of these or the date does not exist.
+/// The day number that the whole of `text` means, in UTC when it names a zone. A date is yyyy-mm-dd, yyyy/mm/dd,
+/// yyyy.mm.dd, dd.mm.yyyy, mm/dd/yyyy (or dd/mm/yyyy), dd-mmm-yyyy with the month's name or its first three letters or more
+/// (blanks, slashes or nothing may stand for the dashes), mmm dd, yyyy, or yyyymmdd where a time follows; a weekday's name
+/// may go before. Behind the date stands nothing, or a time after blanks, "T", ":", "_" or a comma and blanks; or the order is
+/// mmm dd time yyyy. A time is hh:mm[:ss[.fff]], with am or pm if need be, to 24:00 (behind yyyymmdd also hh, hhmm,
+/// hhmmss), or stands alone: the hours may then run to 9999, as in a time that has passed. Zones: Z, UTC, GMT, +02:00,
+/// +0200, +02, behind the time or the year. Years of two digits behind day and month: 69 to 99 are 19xx, 00 to 68 20xx.
+/// Nothing when the text is none of these or the date does not exist.
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date = SlashDate::MonthFirst);
+
+/// The day number of the digits yyyymmdd, yyyymmddhh, yyyymmddhhmm or yyyymmddhhmmss[.fff], a zone behind the time if need
+/// be: dates that ParseDay leaves to the numbers.
+std::optional<double> ParseCompactDay(std::string_view text);
+
+/// True when ParseDay reads `text`, in either order of day and month, and its time names a zone.
+bool HasZone(std::string_view text);
 
 }  // namespace tarnwick

@@ -1,24 +1,48 @@
 // The day number of a text.
-#include <charconv>
 #include <cstddef>
+#include <span>
 
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/number_text.h"
-#include "base/text_encoding.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr double kSecondsPerDay = 86400;
-constexpr int kMostHoursOfDay = 23;
+constexpr int kMostHoursOfDay = 24;
 constexpr int kMostHoursPassed = 9999;
+constexpr int kMostHoursAhead = 14;  // clocks are up to UTC+14
 constexpr std::size_t kShortName = 3;
+constexpr std::size_t kCompactDate = 8;  // yyyymmdd
 
 struct Digits {
   int value = 0;
   std::size_t size = 0;  // 0: none, or more than four
 };
+
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// True when `name` begins with `word`, in whatever case.
+bool Begins(std::string_view name, std::string_view word) {
+  if (word.size() > name.size()) return false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    if (Lower(name[i]) != Lower(word[i])) return false;
+  }
+  return true;
+}
+
+/// The digits that `text` begins with; five stand for any more.
+Digits DigitsOf(std::string_view text) {
+  Digits digits;
+  while (digits.size < text.size() && digits.size < 5 && IsDigit(text[digits.size])) {
+    digits.value = digits.value * 10 + (text[digits.size] - '0');
+    ++digits.size;
+  }
+  return digits;
+}
 
 class Scanner {
  public:
@@ -32,7 +56,7 @@ class Scanner {
     return true;
   }
   bool TakeWord(std::string_view word) {
-    if (LowerAscii(rest_.substr(0, word.size())) != word) return false;
+    if (!Begins(rest_, word)) return false;
     rest_.remove_prefix(word.size());
     return true;
   }
@@ -42,20 +66,23 @@ class Scanner {
     }
     return rest_.size() != before;
   }
+  /// Takes one such mark; a blank stands for a run of them.
+  bool TakeSeparator(char separator) { return separator == ' ' ? SkipBlanks() : Take(separator); }
   Digits TakeDigits() {
-    Digits digits;
-    while (digits.size < rest_.size() && IsDigit(rest_[digits.size])) ++digits.size;
+    const Digits digits = DigitsOf(rest_);
     if (digits.size > 4) return {};
-    std::from_chars(rest_.data(), rest_.data() + digits.size, digits.value);
     rest_.remove_prefix(digits.size);
     return digits;
   }
-  /// A month's name, whole or its first letters; no digits when none stands there.
-  Digits TakeMonthName() {
-    if (!IsLetter(Next())) return {};
-    for (std::size_t i = 0; i < kMonthNames.size(); ++i) {
-      const std::string name = LowerAscii(kMonthNames[i]);
-      if (!TakeWord(name) && !TakeWord(std::string_view(name).substr(0, kShortName))) continue;
+  std::string_view TakeDigitRun() { return TakeRun<&IsDigit>(); }
+  /// The place from 1 of a name that stands here, whole or its first letters.
+  Digits TakeName(std::span<const std::string_view> names) {
+    Scanner behind = *this;
+    const std::string_view word = behind.TakeRun<&IsLetter>();
+    if (word.size() < kShortName) return {};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (Lower(names[i].front()) != Lower(word.front()) || !Begins(names[i], word)) continue;
+      *this = behind;
       return {static_cast<int>(i) + 1, 2};
     }
     return {};
@@ -71,8 +98,33 @@ class Scanner {
   }
 
  private:
+  template <auto kIsOfRun>
+  std::string_view TakeRun() {
+    std::size_t size = 0;
+    while (size < rest_.size() && kIsOfRun(rest_[size])) ++size;
+    const std::string_view run = rest_.substr(0, size);
+    rest_.remove_prefix(size);
+    return run;
+  }
+
   std::string_view rest_;
 };
+
+/// A time of day, and whether it named its zone: the seconds are those of UTC then.
+struct Clock {
+  double seconds = 0;
+  bool has_zone = false;
+};
+
+struct Moment {
+  double day = 0;
+  bool has_zone = false;
+};
+
+Moment At(double date, const Clock& clock) {
+  // One division, as in JoinDay.
+  return {(date * kSecondsPerDay + clock.seconds) / kSecondsPerDay, clock.has_zone};
+}
 
 std::optional<int> FullYear(const Digits& digits) {
   if (digits.size == 4 && digits.value > 0) return digits.value;
@@ -91,43 +143,79 @@ std::optional<double> DayOf(std::optional<int> year, const Digits& month, const 
   return JoinDay({.year = *year, .month = month.value, .day = day.value});
 }
 
-// A date whose first number is read already.
+/// The year behind day and month. "5 Mar 06:00" holds none but a time.
+std::optional<int> TakeYear(Scanner& scanner) {
+  const Digits digits = scanner.TakeDigits();
+  return digits.size == 2 && scanner.Next() == ':' ? std::nullopt : FullYear(digits);
+}
+
+/// The rest of "14-Mar-2024", "14 March, 2024", "14MAR2024" or "2024-Mar-14", from the name on.
+std::optional<double> TakeNamedDate(Scanner& scanner, const Digits& first, char separator) {
+  const Digits month = scanner.TakeName(kMonthNames);
+  const bool joined = IsLetter(separator);
+  if (separator == ' ' && !scanner.Take('.')) scanner.Take(',');
+  if (month.size == 0 || (!joined && !scanner.TakeSeparator(separator))) return std::nullopt;
+  if (first.size == 4) return DayOf(FullYear(first), month, scanner.TakeDigits());
+  Scanner behind = scanner;
+  // Without separators a short year would make dates of codes such as "3dec12".
+  if (joined && behind.TakeDigits().size != 4) return std::nullopt;
+  return DayOf(TakeYear(scanner), month, first);
+}
+
+/// A date whose first number is read already.
 std::optional<double> TakeDate(Scanner& scanner, const Digits& first, SlashDate slash_date) {
   const char separator = scanner.Next();
-  scanner.Take(separator);
-  const Digits named = scanner.TakeMonthName();
-  const Digits second = named.size > 0 ? named : scanner.TakeDigits();
-  if (second.size == 0 || !scanner.Take(separator)) return std::nullopt;
+  if (!IsLetter(separator)) scanner.TakeSeparator(separator);
+  if (IsLetter(scanner.Next())) return TakeNamedDate(scanner, first, separator);
+  const Digits second = scanner.TakeDigits();
+  if (second.size == 0 || separator == ' ' || !scanner.Take(separator)) return std::nullopt;
   const Digits third = scanner.TakeDigits();
-  if (named.size > 0 && first.size <= 2) return DayOf(FullYear(third), named, first);
-  if (separator == ' ') return std::nullopt;
-  const bool year_first = first.size == 4 && separator != '.';
-  if (year_first) return DayOf(FullYear(first), second, third);
+  if (first.size == 4) return DayOf(FullYear(first), second, third);
   if (separator == '-') return std::nullopt;
   const bool day_first = separator == '.' || slash_date == SlashDate::DayFirst;
   return day_first ? DayOf(FullYear(third), second, first) : DayOf(FullYear(third), first, second);
 }
 
-// The hour on the 24-hour clock, am and pm taken.
+/// The hour on the 24-hour clock, am and pm taken.
 std::optional<int> TakeHalfOfDay(Scanner& scanner, int hour) {
-  scanner.SkipBlanks();
-  const bool morning = scanner.TakeWord("am");
-  const bool evening = !morning && scanner.TakeWord("pm");
+  Scanner behind = scanner;
+  behind.SkipBlanks();
+  const bool morning = behind.TakeWord("am");
+  const bool evening = !morning && behind.TakeWord("pm");
   if (!morning && !evening) return hour;
+  scanner = behind;
   if (hour < 1 || hour > 12) return std::nullopt;
   return hour % 12 + (evening ? 12 : 0);
 }
 
-bool TakeZone(Scanner& scanner) {
-  if (scanner.Take('Z') || scanner.Take('z')) return true;
-  if (!scanner.Take('+') && !scanner.Take('-')) return true;
-  const Digits hours = scanner.TakeDigits();
-  if (hours.size == 4) return true;
-  return hours.size == 2 && (!scanner.Take(':') || scanner.TakeDigits().size == 2);
+/// Turns the clock to UTC by the zone that stands here, if any; false when what stands here is none that exists.
+bool TakeZone(Scanner& scanner, Clock& clock) {
+  if (scanner.AtEnd()) return true;
+  Scanner behind = scanner;
+  behind.SkipBlanks();
+  clock.has_zone = behind.TakeWord("utc") || behind.TakeWord("gmt") || behind.TakeWord("z");
+  const bool west = behind.Next() == '-';
+  if (west || behind.Next() == '+') {
+    behind.Take(behind.Next());
+    Digits hours = behind.TakeDigits();
+    Digits minutes;
+    if (hours.size == 4) {
+      minutes = {hours.value % 100, 2};
+      hours = {hours.value / 100, 2};
+    } else if (behind.Take(':')) {
+      minutes = behind.TakeDigits();
+      if (minutes.size != 2) return false;
+    }
+    if (hours.size != 2 || hours.value > kMostHoursAhead || minutes.value > 59) return false;
+    clock.seconds -= (west ? -60 : 60) * (hours.value * 60 + minutes.value);
+    clock.has_zone = true;
+  }
+  if (clock.has_zone) scanner = behind;
+  return true;
 }
 
-// The seconds of the day, of a time whose hour is read already; to the end of the text.
-std::optional<double> TakeTime(Scanner& scanner, const Digits& hours, int most_hours) {
+/// A time whose hour is read already, with its zone.
+std::optional<Clock> TakeTime(Scanner& scanner, const Digits& hours, int most_hours) {
   if (hours.size == 0 || hours.value > most_hours || !scanner.Take(':')) return std::nullopt;
   const Digits minutes = scanner.TakeDigits();
   if (minutes.size != 2 || minutes.value > 59) return std::nullopt;
@@ -139,32 +227,139 @@ std::optional<double> TakeTime(Scanner& scanner, const Digits& hours, int most_h
     fraction = scanner.TakeFraction();
   }
   const std::optional<int> hour = TakeHalfOfDay(scanner, hours.value);
-  if (!fraction || !hour || !TakeZone(scanner) || !scanner.AtEnd()) return std::nullopt;
-  return *hour * 3600 + minutes.value * 60 + seconds.value + *fraction;
+  if (!fraction || !hour) return std::nullopt;
+  Clock clock{*hour * 3600 + minutes.value * 60 + seconds.value + *fraction};
+  if (most_hours == kMostHoursOfDay && clock.seconds > kSecondsPerDay) return std::nullopt;
+  return TakeZone(scanner, clock) ? std::optional(clock) : std::nullopt;
+}
+
+/// The time that the digits hh, hhmm or hhmmss[.f] mean, with its zone.
+std::optional<Clock> TakeCompactTime(Scanner& scanner, std::string_view digits) {
+  if (digits.size() != 2 && digits.size() != 4 && digits.size() != 6) return std::nullopt;
+  const auto pair = [digits](std::size_t at) {
+    return at < digits.size() ? DigitsOf(digits.substr(at, 2)).value : 0;
+  };
+  const std::optional<double> fraction = digits.size() == 6 ? scanner.TakeFraction() : 0;
+  if (!fraction || pair(2) > 59 || pair(4) > 59) return std::nullopt;
+  Clock clock{pair(0) * 3600 + pair(2) * 60 + pair(4) + *fraction};
+  if (clock.seconds > kSecondsPerDay) return std::nullopt;
+  return TakeZone(scanner, clock) ? std::optional(clock) : std::nullopt;
+}
+
+std::optional<double> CompactDate(std::string_view digits) {
+  return DayOf(FullYear(DigitsOf(digits.substr(0, 4))), DigitsOf(digits.substr(4, 2)),
+               DigitsOf(digits.substr(6, 2)));
+}
+
+/// True when a mark that may stand between date and time is taken.
+bool TakeMarkOfTime(Scanner& scanner) {
+  if (scanner.SkipBlanks()) return true;
+  if (scanner.Take(',')) return scanner.SkipBlanks();
+  return scanner.Take('T') || scanner.Take('t') || scanner.Take(':') || scanner.Take('_');
+}
+
+/// `date` with the time behind it, if any; to the end of the text.
+std::optional<Moment> WithTime(Scanner& scanner, std::optional<double> date) {
+  if (!date || scanner.AtEnd()) return date ? std::optional(Moment{*date}) : std::nullopt;
+  if (!TakeMarkOfTime(scanner)) return std::nullopt;
+  const Digits hours = scanner.TakeDigits();
+  const std::optional<Clock> clock = TakeTime(scanner, hours, kMostHoursOfDay);
+  return clock && scanner.AtEnd() ? std::optional(At(*date, *clock)) : std::nullopt;
+}
+
+/// "20240314T120506", "20240314 12:05", "20180101:0000". Without a time eight digits are a number.
+std::optional<Moment> ReadCompact(Scanner scanner) {
+  const std::string_view digits = scanner.TakeDigitRun();
+  if (digits.size() != kCompactDate || scanner.AtEnd()) return std::nullopt;
+  const std::optional<double> date = CompactDate(digits);
+  Scanner at_time = scanner;
+  if (!date || !TakeMarkOfTime(at_time)) return std::nullopt;
+  const std::string_view time = at_time.TakeDigitRun();
+  if (at_time.Next() == ':') return WithTime(scanner, date);
+  const std::optional<Clock> clock = TakeCompactTime(at_time, time);
+  return clock && at_time.AtEnd() ? std::optional(At(*date, *clock)) : std::nullopt;
+}
+
+/// "12:05:06 2024" behind month and day: the order of C's own clock texts.
+std::optional<Moment> ReadTimeAndYear(Scanner scanner, const Digits& month, const Digits& day) {
+  const Digits hours = scanner.TakeDigits();
+  std::optional<Clock> clock = TakeTime(scanner, hours, kMostHoursOfDay);
+  if (!clock || !scanner.SkipBlanks()) return std::nullopt;
+  const Digits year = scanner.TakeDigits();
+  const std::optional<double> date = DayOf(FullYear(year), month, day);
+  if (!date || year.size != 4) return std::nullopt;
+  if (!clock->has_zone && !TakeZone(scanner, *clock)) return std::nullopt;
+  return scanner.AtEnd() ? std::optional(At(*date, *clock)) : std::nullopt;
+}
+
+/// "Mar 14, 2024", "March 14 2024 12:05", "Mar 14 12:05:06 2024".
+std::optional<Moment> ReadMonthFirst(Scanner scanner) {
+  const Digits month = scanner.TakeName(kMonthNames);
+  if (month.size == 0) return std::nullopt;
+  scanner.Take('.');
+  const char separator = scanner.Next();
+  if (separator != ' ' && separator != '-' && separator != '/') return std::nullopt;
+  scanner.TakeSeparator(separator);
+  const Digits day = scanner.TakeDigits();
+  const bool comma = scanner.Take(',');
+  if (!scanner.TakeSeparator(separator) && !comma) return std::nullopt;
+  if (const auto moment = ReadTimeAndYear(scanner, month, day)) return moment;
+  const std::optional<int> year = TakeYear(scanner);
+  return WithTime(scanner, DayOf(year, month, day));
+}
+
+bool IsDateSeparator(char c) {
+  return c == '-' || c == '/' || c == '.' || c == ' ' || IsLetter(c);
+}
+
+/// A date whose first number is read already, with its time.
+std::optional<Moment> ReadDate(Scanner& scanner, const Digits& first, SlashDate slash_date) {
+  if (first.size == 0 || !IsDateSeparator(scanner.Next())) return std::nullopt;
+  const std::optional<double> date = TakeDate(scanner, first, slash_date);
+  return WithTime(scanner, date);
+}
+
+std::optional<Moment> ReadTimeAlone(Scanner& scanner, const Digits& hours) {
+  const std::optional<Clock> clock = TakeTime(scanner, hours, kMostHoursPassed);
+  return clock && scanner.AtEnd() ? std::optional(At(0, *clock)) : std::nullopt;
+}
+
+std::optional<Moment> ReadMoment(std::string_view text, SlashDate slash_date) {
+  Scanner scanner(TrimBlanks(text));
+  Digits first = scanner.TakeDigits();
+  if (first.size > 0 && scanner.Next() == ':') return ReadTimeAlone(scanner, first);
+  if (first.size > 0) return ReadDate(scanner, first, slash_date);
+  if (IsDigit(scanner.Next())) return ReadCompact(scanner);
+  if (scanner.TakeName(kWeekdayNames).size > 0) {
+    scanner.Take(',');
+    scanner.SkipBlanks();
+  }
+  if (IsLetter(scanner.Next())) return ReadMonthFirst(scanner);
+  first = scanner.TakeDigits();
+  return ReadDate(scanner, first, slash_date);
 }
 
 }  // namespace
 
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date) {
+  const std::optional<Moment> moment = ReadMoment(text, slash_date);
+  return moment ? std::optional(moment->day) : std::nullopt;
+}
+
+std::optional<double> ParseCompactDay(std::string_view text) {
   Scanner scanner(TrimBlanks(text));
-  const Digits first = scanner.TakeDigits();
-  if (first.size == 0) return std::nullopt;
-  double date = 0;
-  Digits hours = first;
-  int most_hours = kMostHoursPassed;
-  const char separator = scanner.Next();
-  if (separator == '-' || separator == '/' || separator == '.' || separator == ' ') {
-    const std::optional<double> read = TakeDate(scanner, first, slash_date);
-    if (!read || scanner.AtEnd()) return read;
-    date = *read;
-    if (!scanner.SkipBlanks() && !scanner.Take('T') && !scanner.Take('t')) return std::nullopt;
-    hours = scanner.TakeDigits();
-    most_hours = kMostHoursOfDay;
-  }
-  const std::optional<double> seconds = TakeTime(scanner, hours, most_hours);
-  if (!seconds) return std::nullopt;
-  // One division, as in JoinDay.
-  return (date * kSecondsPerDay + *seconds) / kSecondsPerDay;
+  const std::string_view digits = scanner.TakeDigitRun();
+  if (digits.size() < kCompactDate) return std::nullopt;
+  const std::optional<double> date = CompactDate(digits);
+  if (!date || (digits.size() == kCompactDate && scanner.AtEnd())) return date;
+  const std::optional<Clock> clock = TakeCompactTime(scanner, digits.substr(kCompactDate));
+  return clock && scanner.AtEnd() ? std::optional(At(*date, *clock).day) : std::nullopt;
+}
+
+bool HasZone(std::string_view text) {
+  std::optional<Moment> moment = ReadMoment(text, SlashDate::MonthFirst);
+  if (!moment) moment = ReadMoment(text, SlashDate::DayFirst);
+  return moment && moment->has_zone;
 }
 
 }  // namespace tarnwick

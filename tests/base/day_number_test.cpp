@@ -101,7 +101,7 @@ TEST(DayNumber, ParsesDatesAndTimes) {
       {"1.1.69", JoinDay({1969, 1, 1})},
       {"2024-03-05T06:00", day + 0.25},
       {"2024-03-05 06:00:00.000Z", day + 0.25},
-      {"2024-03-05T06:00:00+02:00", day + 0.25},
+      {"2024-03-05T06:00:00+02:00", day + 4 / 24.0},
       {"05.03.2024  18:00", day + 0.75},
       {"3/5/2024 6:00 PM", day + 0.75},
       {"12:00 am", 0},
@@ -110,6 +110,27 @@ TEST(DayNumber, ParsesDatesAndTimes) {
       {"124:30", 5 + 4.5 / 24},
       {"05-Mar-2024 06:00", day + 0.25},
       {"5 march 24", day},
+      {"2024.03.05", day},
+      {"2024-Mar-5", day},
+      {"5 Mar, 2024, 6:00 AM", day + 0.25},
+      {"05MAR2024:06:00", day + 0.25},
+      {"Mar 5, 2024", day},
+      {"March 5 2024 06:00", day + 0.25},
+      {"Sept. 5, 2024  06:00:00", JoinDay({2024, 9, 5, 6})},
+      {"Tue Mar  5 06:00:00 2024", day + 0.25},
+      {"Tue Mar 5 06:00:00 UTC 2024", day + 0.25},
+      {"Tue Mar 5 06:00:00 2024 -0600", day + 0.5},
+      {"Tuesday, 05 Mar 2024 06:00:00 GMT", day + 0.25},
+      {"20240305T060000", day + 0.25},
+      {"20240305 060000.5Z", day + (6 * 3600 + 0.5) / 86400},
+      {"20240305T06", day + 0.25},
+      {"20240305 06:00", day + 0.25},
+      {"20240305:2400", day + 1},
+      {"2024-03-05 24:00", day + 1},
+      {"2024-03-05 06:00 +06", day},
+      {"2024-03-05 06:00-05:30", day + 11.5 / 24},
+      {"2024-03-05_06:00:00,0 utc", day + 0.25},
+      {"01:00+02:00", -1 / 24.0},
   };
   for (const auto& row : rows) {
     const auto read = ParseDay(row.text);
@@ -141,8 +162,62 @@ TEST(DayNumber, ParsesDatesAndTimes) {
                            "6:00:00.",
                            "05 03 2024",
                            "12345:00",
-                           "2024-03-05 24:00"}) {
+                           "2024-03-05 24:01",
+                           "2024-03-05 06:00+15:00",
+                           "2024-03-05 06:00+02:60",
+                           "2024-03-05 06:00 CET",
+                           "31-Apr-2024",
+                           "Feb 30, 2024",
+                           "Feb 29 12:00:00 2023",
+                           "Mar 5",
+                           "Mar 5 06:00:00",
+                           "5 Mar 06:00:00",
+                           "Mar 5 2024 06:00 2024",
+                           "Ma 5, 2024",
+                           "Marx 5, 2024",
+                           "Tue",
+                           "Tue 06:00",
+                           "3dec12",
+                           "3e5",
+                           "20240305",
+                           "20240230T12",
+                           "20240305T1260",
+                           "20240305T2401",
+                           "20240305T1",
+                           "12345678901234567890T12",
+                           "2024.3",
+                           "T12:00"}) {
     EXPECT_FALSE(ParseDay(text).has_value()) << text;
+  }
+  for (const char letter : {'1', ' ', 'a', '.', '-', '\xB5'}) {
+    EXPECT_FALSE(ParseDay(std::string(1 << 20, letter)).has_value()) << letter;
+  }
+}
+
+TEST(DayNumber, ReadsDigitsAsDateAndTellsZones) {
+  const struct {
+    const char* text;
+    std::optional<double> day;
+  } rows[] = {
+      {"20240305", JoinDay({2024, 3, 5})},
+      {" 2024030506 ", JoinDay({2024, 3, 5, 6})},
+      {"202403050607", JoinDay({2024, 3, 5, 6, 7})},
+      {"20240305060708", JoinDay({2024, 3, 5, 6, 7, 8})},
+      {"20240305060708.25Z", JoinDay({2024, 3, 5, 6, 7, 8, 250})},
+      {"20240230", std::nullopt},
+      {"20241301", std::nullopt},
+      {"2024030", std::nullopt},
+      {"202403051", std::nullopt},
+      {"2024030525", std::nullopt},
+      {"20240305.5", std::nullopt},
+      {"2024-03-05", std::nullopt},
+  };
+  for (const auto& row : rows) EXPECT_EQ(ParseCompactDay(row.text), row.day) << row.text;
+  for (const char* text : {"31/12/2024 06:00Z", "6:00 +02", "Tue Mar 5 06:00:00 2024 GMT"}) {
+    EXPECT_TRUE(HasZone(text)) << text;
+  }
+  for (const char* text : {"2024-03-05 06:00", "2024-02-30 06:00Z", "Z", "5 dez 2024"}) {
+    EXPECT_FALSE(HasZone(text)) << text;
   }
 }
 
