@@ -16,10 +16,10 @@ struct Options {
   InputArguments input;
   SaveArguments save;
   std::string dataset;
-  bool text_mode = false;
 };
 
-void ConvertFunction(const Options& options, WriterMode mode, Output& output) {
+void ConvertFunction(const Options& options, Output& output) {
+  const WriterMode mode = options.save.Mode();
   const FitSettings settings = LoadFitFunction(options.input.file);
   if (options.save.file == "-" && mode == WriterMode::Text) {
     if (output.IsJson()) throw UsageError("standard output cannot hold the data and a document");
@@ -35,13 +35,12 @@ void ConvertFunction(const Options& options, WriterMode mode, Output& output) {
 }
 
 void Run(const Options& options, Output& output) {
-  const WriterMode mode = options.text_mode ? WriterMode::Text : WriterMode::Typed;
-  if (IsFitFunctionFile(options.input.file)) return ConvertFunction(options, mode, output);
+  if (IsFitFunctionFile(options.input.file)) return ConvertFunction(options, output);
   CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input);
+  const InputGraph input = ReadInput(options.input, options.save);
   const std::size_t index =
       input.graph->SeriesCount() == 0 ? 0 : ChooseSeries(*input.graph, options.dataset);
-  SaveOutput(*input.graph, index, options.save, output, mode);
+  SaveOutput(*input.graph, index, options.save, output);
   PrintSaved(options.save, output);
 }
 
@@ -52,7 +51,7 @@ void DeclareConvert(Command& command, Action& action) {
   AddInput(command, options->input);
   command.Add("OUT", options->save.file, "The new file, its kind by extension").Required();
   command.AddFlag("--overwrite", options->save.overwrite, "Replace the file if it exists");
-  command.AddFlag("--text-mode", options->text_mode,
+  command.AddFlag("--text-mode", options->save.text_mode,
                   "Write graph and function files with readable keys and values; to - too");
   AddDataset(command, options->dataset);
   OnCommand(command, action, options, &Run);

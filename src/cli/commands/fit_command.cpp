@@ -8,17 +8,18 @@
 #include "base/whole_file.h"
 #include "cli/commands/commands.h"
 #include "cli/commands/fit_text.h"
-#include "cli/commands/headless_gui.h"
 #include "cli/options/fit_model.h"
 #include "cli/options/input_graph.h"
 #include "cli/options/number_check.h"
 #include "cli/options/save_output.h"
 #include "cli/options/size_option.h"
 #include "cli/output/expression_error.h"
+#include "cli/output/headless_gui.h"
 #include "cli/output/terminal_progress.h"
 #include "data/import/load_report.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
+#include "fit/model/fit_function_file.h"
 #include "graph/files/file_kinds.h"
 #include "results/fit_print.h"
 #include "results/fit_series.h"
@@ -70,23 +71,26 @@ void CheckAdditions(const Options& options) {
 }
 
 /// Everything that can be refused before the work.
-void Check(const Options& options) {
+void Check(const Options& options, Output& output) {
   if (options.save.Wanted()) CheckSave(options.save);
   CheckAdditions(options);
   if (options.save_function.empty()) return;
-  if (options.save.Wanted() && SameFile(options.save_function, options.save.file))
-    throw UsageError("-o and --save-function name the same file");
   SaveArguments function;
-  function.file = options.save_function;
+  function.file = FitFunctionPath(options.save_function).string();
+  if (options.save.Wanted() && SameFile(function.file, options.save.file))
+    throw UsageError("-o and --save-function name the same file");
   function.overwrite = options.save.overwrite;
   CheckOverwrite(function);
+  if (function.file != options.save_function)
+    output.Remarks() << "tarnwick-cli: fitting functions end in .tfn: the model goes to "
+                     << function.file << '\n';
 }
 
-InputGraph Read(const Options& options) {
+InputGraph Read(const Options& options, const std::optional<PictureSize>& size) {
   InputArguments input = options.input;
   // Sampling at import would leave points out, too.
   if (options.all_points && input.import.every == "auto") input.import.every = "1";
-  return ReadInput(input);
+  return ReadInput(input, options.save, size.value_or(PictureSize()));
 }
 
 FitJob Prepare(const Options& options, TSeries& series) {
@@ -173,7 +177,8 @@ void Save(const Options& options, const InputGraph& input, std::size_t index,
           const FitAnswer& answer, Output& output) {
   std::optional<WholeFile> function;
   if (!options.save_function.empty())
-    function.emplace(options.save_function).Write(StoredModel(answer.model, WriterMode::Typed));
+    function.emplace(FitFunctionPath(options.save_function))
+        .Write(StoredModel(answer.model, WriterMode::Typed));
   if (options.save.Wanted()) {
     AddToGraph(options, input.graph->Series(index), *input.graph);
     SaveOutput(*input.graph, index, options.save, output);
@@ -182,10 +187,10 @@ void Save(const Options& options, const InputGraph& input, std::size_t index,
 }
 
 void Run(const Options& options, Output& output) {
-  Check(options);
+  Check(options, output);
   std::optional<PictureSize> size;
   if (!options.size.empty()) size = ParseSize(options.size);
-  const InputGraph input = Read(options);
+  const InputGraph input = Read(options, size);
   if (size) input.graph->Resize(size->width, size->height);
   const std::size_t index = ChooseSeries(*input.graph, options.dataset);
   TSeries& series = input.graph->Series(index);
@@ -233,7 +238,7 @@ void DeclareFit(Command& command, Action& action) {
   command.Add("--size", options->size,
               "Size of the picture that scales and printed parameters are for, WxH");
   command.Add("--save-function", options->save_function,
-              "Writes the model with the values found (.tfn)");
+              "Writes the model with the values found; its ending becomes .tfn");
   AddSave(command, options->save);
   OnCommand(command, action, options, &Run);
 }

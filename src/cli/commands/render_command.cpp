@@ -1,16 +1,12 @@
-#include <filesystem>
 #include <memory>
 
 #include "cli/commands/commands.h"
-#include "cli/commands/headless_gui.h"
 #include "cli/options/input_graph.h"
 #include "cli/options/save_output.h"
 #include "cli/options/size_option.h"
-#include "graph/axes/plot_metrics.h"
+#include "cli/output/headless_gui.h"
 #include "graph/background_image.h"
 #include "graph/files/file_kinds.h"
-#include "graph/layout/finished_look.h"
-#include "graph/layout/second_quantity.h"
 #include "results/regression_failures.h"
 
 namespace tarnwick::cli {
@@ -26,22 +22,14 @@ struct Options {
 void Run(const Options& options, Output& output) {
   const PictureSize size = ParseSize(options.size, options.dpi);
   CheckOverwrite(options.save);
-  const InputGraph input = ReadInput(options.input);
+  InputGraph input = ReadInput(options.input);
   const HeadlessGui gui;
   PictureOptions picture;
   picture.width = size.width;
   picture.height = size.height;
   picture.dpi = options.dpi;
   picture.millimetres = size.millimetres;
-  // A data file has no look of its own: it gets the one that the desktop program gives it.
-  if (input.from_data) {
-    const double scale = 96.0 / options.dpi;
-    FinishedLookOptions look;
-    look.title = std::filesystem::path(options.input.file).stem().string();
-    SeparateQuantities(*input.graph);
-    ApplyFinishedLook(*input.graph, QSizeF(size.width * scale, size.height * scale), TextMetrics(),
-                      look);
-  }
+  GiveLook(input, options.input, QSizeF(size.width, size.height) * (96.0 / options.dpi));
   if (const std::string& missing = input.graph->Background().Error(); !missing.empty()) {
     output.Remarks() << "tarnwick-cli: " << missing << '\n';
   }

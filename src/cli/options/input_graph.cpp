@@ -1,12 +1,19 @@
 #include "cli/options/input_graph.h"
 
+#include <filesystem>
+
 #include "base/error.h"
 #include "base/number_text.h"
 #include "cli/options/option_parser.h"
+#include "cli/options/save_output.h"
+#include "cli/output/headless_gui.h"
 #include "cli/output/terminal_progress.h"
+#include "graph/axes/plot_metrics.h"
 #include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
+#include "graph/layout/finished_look.h"
+#include "graph/layout/second_quantity.h"
 #include "sources/all_source_kinds.h"
 
 namespace tarnwick::cli {
@@ -45,6 +52,24 @@ InputGraph ReadInput(const InputArguments& arguments) {
   InputGraph input;
   input.graph = LoadGraph(arguments.file);
   return input;
+}
+
+InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
+                     const PictureSize& size) {
+  InputGraph input = ReadInput(arguments);
+  if (input.from_data && KeepsLook(save)) {
+    const HeadlessGui gui;
+    GiveLook(input, arguments, QSizeF(size.width, size.height));
+  }
+  return input;
+}
+
+void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size) {
+  if (!input.from_data) return;
+  FinishedLookOptions look;
+  if (arguments.file != "-") look.title = std::filesystem::path(arguments.file).stem().string();
+  SeparateQuantities(*input.graph);
+  ApplyFinishedLook(*input.graph, size, TextMetrics(), look);
 }
 
 void AddDataset(Command& command, std::string& dataset) {

@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "cli/options/import_options.h"
+#include "cli/options/size_option.h"
 #include "data/import/load_report.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick::cli {
 
 class Command;
+struct SaveArguments;
 
 struct InputArguments {
   std::string file;
@@ -31,6 +33,14 @@ void AddInput(Command& command, InputArguments& arguments);
 bool IsGraphFile(const std::string& file);
 
 InputGraph ReadInput(const InputArguments& arguments);
+
+/// The same for a command that saves what it made: in a file that keeps a look, data get theirs, for a picture of `size`.
+InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
+                     const PictureSize& size = {});
+
+/// Gives a graph that came from data alone, which has no look of its own, the one that the desktop program gives it in a
+/// window of this size; does nothing to others. Needs a HeadlessGui.
+void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size);
 
 /// Declares --dataset.
 void AddDataset(Command& command, std::string& dataset);

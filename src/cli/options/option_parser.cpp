@@ -3,12 +3,35 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <algorithm>
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 #include "base/number_text.h"
 
 namespace tarnwick::cli {
+namespace {
+
+// The library forgets "--" as soon as a command has one word. So what stands behind it is made to look like no option, and
+// a flag in its place ends the values of the option before it.
+constexpr const char* kOptionsEnd = "--end-of-options";
+constexpr char kWordMark = 1;
+
+std::vector<std::string> MarkedWords(int argc, const char* const* argv) {
+  std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+  const auto end = std::ranges::find(words, "--");
+  if (end == words.end()) return words;
+  *end = kOptionsEnd;
+  std::for_each(end + 1, words.end(), [](std::string& word) { word.insert(0, 1, kWordMark); });
+  return words;
+}
+
+std::string Unmarked(std::string word) {
+  return word.starts_with(kWordMark) ? word.substr(1) : word;
+}
+
+}  // namespace
 
 Option& Option::Required() {
   option_->required();
@@ -66,8 +89,10 @@ Option& Option::Excludes(const Option& other) {
 }
 
 Option Command::AddTarget(const std::string& names, OptionTarget target, const std::string& help) {
-  return std::visit([&](auto* value) { return Option(*command_->add_option(names, *value, help)); },
-                    target);
+  CLI::Option* const option =
+      std::visit([&](auto* value) { return command_->add_option(names, *value, help); }, target);
+  if (option->get_positional()) option->transform(&Unmarked);
+  return Option(*option);
 }
 
 Option Command::AddFlag(const std::string& names, bool& given, const std::string& help) {
@@ -97,6 +122,7 @@ OptionParser::OptionParser(const std::string& purpose, const std::string& progra
     : app_(std::make_unique<CLI::App>(purpose, program)) {
   app_->set_version_flag("--version", version);
   app_->fallthrough();
+  app_->add_flag(kOptionsEnd)->group("");
 }
 
 OptionParser::~OptionParser() = default;
@@ -112,12 +138,16 @@ Command OptionParser::AddCommand(const std::string& name, const std::string& pur
 Parsed OptionParser::Parse(int argc, const char* const* argv, std::ostream& out,
                            std::ostream& err) {
   try {
-    app_->parse(argc, argv);
+    std::vector<std::string> words = MarkedWords(argc, argv);
+    std::ranges::reverse(words);  // as the library takes a list
+    app_->parse(std::move(words));
   } catch (const CLI::Success& answer) {  // help or version was asked for
     app_->exit(answer, out, err);
     return {Parsed::Kind::Answered, {}};
   } catch (const CLI::ParseError& error) {
-    return {Parsed::Kind::WrongUsage, error.what()};
+    std::string refusal = error.what();
+    std::erase(refusal, kWordMark);
+    return {Parsed::Kind::WrongUsage, refusal};
   }
   return {};
 }

@@ -31,6 +31,11 @@ void AddSave(Command& command, SaveArguments& arguments) {
   command.AddFlag("--overwrite", arguments.overwrite, "Replace the file if it exists");
 }
 
+bool KeepsLook(const SaveArguments& arguments) {
+  if (arguments.file == "-") return arguments.text_mode;
+  return arguments.Wanted() && HoldsSections(KindOf(arguments.file));
+}
+
 void CheckOverwrite(const SaveArguments& arguments) {
   std::error_code ignored;  // what cannot be looked at will fail with its reason when it is written
   if (arguments.file != "-" && !arguments.overwrite &&
@@ -45,17 +50,17 @@ void CheckSave(const SaveArguments& arguments) {
 }
 
 void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
-                Output& output, WriterMode mode) {
+                Output& output) {
   CheckOverwrite(arguments);
   if (arguments.file == "-") {
     if (output.IsJson()) throw UsageError("standard output cannot hold the data and a document");
-    output.Text() << (mode == WriterMode::Text ? EncodeGraph(graph, {WithPoints::Yes, mode})
-                                               : CsvText(graph));
+    output.Text() << (arguments.text_mode ? EncodeGraph(graph, {WithPoints::Yes, arguments.Mode()})
+                                          : CsvText(graph));
     output.Flush();
     return;
   }
   KindToSave(arguments.file)
-      .write(arguments.file, {.graph = graph, .series = series, .mode = mode});
+      .write(arguments.file, {.graph = graph, .series = series, .mode = arguments.Mode()});
 }
 
 void PrintSaved(const SaveArguments& arguments, Output& output) {

@@ -14,9 +14,14 @@ class Command;
 struct SaveArguments {
   std::string file;  ///< empty: nothing is saved; "-": text to standard output
   bool overwrite = false;
+  bool text_mode = false;
 
   bool Wanted() const { return !file.empty(); }
+  WriterMode Mode() const { return text_mode ? WriterMode::Text : WriterMode::Typed; }
 };
+
+/// True when what is saved keeps how the graph looks.
+bool KeepsLook(const SaveArguments& arguments);
 
 /// Declares -o and --overwrite.
 void AddSave(Command& command, SaveArguments& arguments);
@@ -31,7 +36,7 @@ void CheckSave(const SaveArguments& arguments);
 /// points separated by commas, in text mode the whole graph. Throws Error for pictures and unknown endings, or when standard
 /// output takes no more.
 void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& arguments,
-                Output& output, WriterMode mode = WriterMode::Typed);
+                Output& output);
 
 /// The document of a command whose whole answer is the saved file; nothing as text.
 void PrintSaved(const SaveArguments& arguments, Output& output);

@@ -10,6 +10,10 @@
 
 namespace tarnwick {
 
+std::filesystem::path FitFunctionPath(std::filesystem::path chosen) {
+  return chosen.replace_extension(".tfn");
+}
+
 FitSettings LoadFitFunction(const std::filesystem::path& path) {
   const MappedFile file(path);
   ValueReader values(file.Bytes());

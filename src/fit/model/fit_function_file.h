@@ -11,6 +11,9 @@ namespace tarnwick {
 
 inline constexpr const char* kWrongFileFormat = "Wrong File Format!";
 
+/// The name under which a model asked to be saved as `chosen` is saved: the ending becomes ".tfn".
+std::filesystem::path FitFunctionPath(std::filesystem::path chosen);
+
 /// Reads either writer mode. Throws FileError: "Wrong File Format!" with file and place, or the system's reason.
 FitSettings LoadFitFunction(const std::filesystem::path& path);
 

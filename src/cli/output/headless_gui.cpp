@@ -1,4 +1,4 @@
-#include "cli/commands/headless_gui.h"
+#include "cli/output/headless_gui.h"
 
 #include <cstdio>
 
