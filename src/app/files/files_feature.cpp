@@ -3,10 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "app/files/load_place.h"
+#include "base/error.h"
 #include "base/prompt.h"
 #include "desk/commands/workspace.h"
 #include "desk/document/document.h"
 #include "desk/prompts/file_chooser.h"
+#include "desk/prompts/file_trouble.h"
 
 namespace tarnwick {
 namespace {
@@ -31,26 +34,30 @@ void CloseAll(CommandContext& context) {
   const std::vector<Document*> documents = context.workspace.Documents();
   std::string names;
   for (const Document* document : documents) {
-    if (document->History().Changed()) names += '"' + document->Name() + "\", ";
+    if (document->Files().ClosingLoses()) names += '"' + document->Name() + "\", ";
   }
   if (!names.empty()) {
     Question question{"Discard changes in graph(s) " + names + "?", {Answer::Yes, Answer::No}};
     if (context.prompt.Ask(question) != Answer::Yes) return;
   }
   for (Document* document : documents) {
-    document->History().SetChanged(false);
+    document->Files().GiveUp();
     context.workspace.Close(*document);
   }
 }
 
 void DiscardChanges(CommandContext& context) {
   Document& document = *context.document;
-  if (document.History().Changed()) {
-    Question question{"This will discard all changes. Reload " + document.Name() + " ?",
-                      {Answer::Yes, Answer::No}};
-    if (context.prompt.Ask(question) != Answer::Yes) return;
+  const std::filesystem::path file = document.Files().ReloadedFrom();
+  if (!file.empty() && TellIfMissing(file, context.prompt)) return;
+  if (document.History().Changed() && context.prompt.Ask(ReloadQuestion(document)) != Answer::Yes) {
+    return;
   }
-  document.Files().Reload();
+  try {
+    document.Files().Reload();
+  } catch (const FileError& error) {
+    TellFileError(file, error.what(), context.prompt);
+  }
 }
 
 void EscapeExit(CommandContext& context) {

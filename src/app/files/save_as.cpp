@@ -1,6 +1,7 @@
 #include "app/files/save_as.h"
 
 #include <algorithm>
+#include <system_error>
 
 #include "desk/document/document.h"
 #include "desk/prompts/file_chooser.h"
@@ -73,7 +74,8 @@ SaveProposal ProposalFor(const Document& document) {
 }
 
 bool MayReplace(const std::filesystem::path& path, Prompt& prompt) {
-  if (!std::filesystem::exists(path)) return true;
+  std::error_code ignored;  // what cannot be looked at will fail with its reason when it is written
+  if (!std::filesystem::is_regular_file(path, ignored)) return true;
   const Question question{"File " + path.string() + " exists. Overwrite?",
                           {Answer::Yes, Answer::No},
                           Question::Kind::Warning};

@@ -14,6 +14,20 @@
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
+namespace {
+
+/// What is asked before the window closes, and why when no change explains it; `saved`: something was saved, but not all.
+Question SaveQuestion(const Document& document, bool saved) {
+  std::string text = "Save changes to " + document.Name() + " ?";
+  if (!document.History().Changed()) {
+    text += "\n\nIt holds points that lie in no file. A graph file (.tgr) keeps them.";
+  } else if (saved) {
+    text += "\n\nWhat was saved does not keep the whole graph. A graph file (.tgr) does.";
+  }
+  return {text, {Answer::Yes, Answer::No, Answer::Cancel}};
+}
+
+}  // namespace
 
 TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& workspace, Prompt& prompt,
                            QWidget* parent)
@@ -42,20 +56,21 @@ TGraphWindow::~TGraphWindow() {
 }
 
 bool TGraphWindow::MayClose() {
-  if (!document_->History().Changed() || !document_->Files().LoadedSuccessfully()) return true;
-  if (isMinimized()) showNormal();
-  raise();
-  setFocus();
-  const Question question{"Save changes to " + document_->Name() + " ?",
-                          {Answer::Yes, Answer::No, Answer::Cancel}};
-  switch (prompt_.Ask(question)) {
-    case Answer::Yes:
-      return workspace_.Save(*document_);
-    case Answer::No:
-      return true;
-    default:
-      return false;
+  for (bool saved = false; document_->Files().ClosingLoses(); saved = true) {
+    if (isMinimized()) showNormal();
+    raise();
+    setFocus();
+    switch (prompt_.Ask(SaveQuestion(*document_, saved))) {
+      case Answer::Yes:
+        if (!workspace_.Save(*document_)) return false;
+        break;
+      case Answer::No:
+        return true;
+      default:
+        return false;
+    }
   }
+  return true;
 }
 
 void TGraphWindow::closeEvent(QCloseEvent* event) {

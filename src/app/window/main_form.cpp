@@ -286,6 +286,10 @@ void T_MainForm::showEvent(QShowEvent* event) {
 void T_MainForm::closeEvent(QCloseEvent* event) {
   closing_allowed_ = true;
   std::vector<TGraphWindow*> windows = GraphWindows();
+  // What asks comes first, changes before the rest: the others are still there when the program stays.
+  std::stable_partition(windows.begin(), windows.end(), [](const TGraphWindow* window) {
+    return window->GetDocument().Files().ClosingLoses();
+  });
   std::stable_partition(windows.begin(), windows.end(), [](const TGraphWindow* window) {
     return window->GetDocument().History().Changed();
   });

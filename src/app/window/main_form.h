@@ -85,7 +85,6 @@ class T_MainForm final : public QMainWindow, private Workspace {
   std::string LowestFreeName() const;
   TGraphWindow* WindowOf(const Document& document) const;
   bool TakeFile(const TakenFile& kind, const std::filesystem::path& path);
-  void TellFileError(const std::filesystem::path& path, const std::string& reason);
   void ShowPopup(TGraphWindow& window, QPoint place);
   void updateMenu();
   void refreshMenu(PanelChange change);

@@ -3,9 +3,9 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QPointer>
-#include <system_error>
 
 #include "app/canvas/graph_canvas.h"
+#include "app/files/load_place.h"
 #include "app/files/save_as.h"
 #include "app/window/arrange_windows.h"
 #include "app/window/graph_popup.h"
@@ -15,9 +15,9 @@
 #include "base/error.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
+#include "desk/prompts/file_trouble.h"
 #include "desk/widgets/numbered_caption.h"
 #include "desk/widgets/text.h"
-#include "graph/files/file_kinds.h"
 
 namespace tarnwick {
 
@@ -26,28 +26,28 @@ void T_MainForm::NewGraph() {
 }
 
 bool T_MainForm::OpenFile(const std::filesystem::path& path) {
-  std::error_code ignored;  // what cannot be looked at is not found
-  if (!std::filesystem::exists(path, ignored)) {
-    parts_.prompt->Tell("File \"" + path.string() + "\" is not found!");
-    return false;
-  }
+  if (TellIfMissing(path, *parts_.prompt)) return false;
   if (const TakenFile* kind = TakerOf(parts_.features, path)) return TakeFile(*kind, path);
   try {
     return OpenGraphWindow(path) != nullptr;
   } catch (const Error& error) {
-    TellFileError(path, error.what());
+    TellFileError(path, error.what(), *parts_.prompt);
     return false;
   }
 }
 
 bool T_MainForm::LoadInto(Document& document, const std::filesystem::path& path) {
+  if (TellIfMissing(path, *parts_.prompt)) return false;
+  const LoadPlace place = ChooseLoadPlace(document, path, *parts_.prompt);
+  if (place == LoadPlace::OwnWindow) return OpenFile(path);
+  if (place == LoadPlace::Nowhere) return false;
   try {
     const TakenFile* kind = TakerOf(parts_.features, path);
     if (!kind) return document.Files().LoadDataFromFile(path);
     kind->take(document, path);
     return true;
   } catch (const Error& error) {
-    TellFileError(path, error.what());
+    TellFileError(path, error.what(), *parts_.prompt);
     return false;
   }
 }
@@ -58,11 +58,6 @@ bool T_MainForm::TakeFile(const TakenFile& kind, const std::filesystem::path& pa
   }
   parts_.prompt->Tell("\"" + path.filename().string() + "\" " + std::string(kind.without_document));
   return false;
-}
-
-void T_MainForm::TellFileError(const std::filesystem::path& path, const std::string& reason) {
-  const bool graph = HoldsSections(KindToRead(path));
-  parts_.prompt->Tell(graph ? reason + "\n\nFile " + path.string() + " has wrong format" : reason);
 }
 
 bool T_MainForm::Save(Document& document) {

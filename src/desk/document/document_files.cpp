@@ -20,8 +20,10 @@
 namespace tarnwick {
 namespace {
 
+/// The folder that the program was started in may be gone.
 std::filesystem::path FolderOf(const std::filesystem::path& path) {
-  return std::filesystem::absolute(path).parent_path();
+  std::error_code ignored;
+  return std::filesystem::absolute(path, ignored).parent_path();
 }
 
 bool Exists(const std::filesystem::path& path) {
@@ -44,22 +46,22 @@ bool DocumentFiles::Begin(const StartFiles& files) {
   const FileHolds holds = KindOf(files.graph_or_template).holds;
   if (holds == FileHolds::Template) template_ = files.graph_or_template;
   if (holds == FileHolds::Graph) graph_file_ = files.graph_or_template;
-  data_folder_ = std::filesystem::current_path();
-  if (files.graph_or_template.empty() && !files.default_template.empty()) {
+  std::error_code ignored;
+  data_folder_ = std::filesystem::current_path(ignored);
+  if (!files.graph_or_template.empty()) {
+    LoadGraphFile(files.graph_or_template);
+    data_folder_ = FolderOf(files.graph_or_template);
+  } else if (!files.default_template.empty()) {
     LoadDefaultTemplate(files.default_template);
   } else {
     Reload();
-    if (!files.graph_or_template.empty()) data_folder_ = FolderOf(files.graph_or_template);
   }
-  try {
-    if (!files.data.empty()) loaded_successfully_ = ReadDataFile(files.data);
-    if (!files.data_set.empty()) loaded_successfully_ = LoadDataFromFile(files.data_set);
-  } catch (...) {
-    loaded_successfully_ = false;
-    throw;
-  }
+  nothing_to_save_ = true;
+  if (!files.data.empty() && !ReadDataFile(files.data)) return false;
+  if (!files.data_set.empty() && !LoadDataFromFile(files.data_set)) return false;
+  nothing_to_save_ = false;
   BeginHistory(document_.History().Changed());  // how a window begins is no step
-  return loaded_successfully_;
+  return true;
 }
 
 void DocumentFiles::LoadDefaultTemplate(const std::filesystem::path& path) {
@@ -71,13 +73,15 @@ void DocumentFiles::LoadDefaultTemplate(const std::filesystem::path& path) {
   }
 }
 
+const std::filesystem::path& DocumentFiles::ReloadedFrom() const {
+  return graph_file_.empty() ? template_ : graph_file_;
+}
+
 void DocumentFiles::Reload() {
-  document_.SelectChild(std::nullopt);
-  if (!graph_file_.empty()) {
-    LoadGraphFile(graph_file_);
-  } else if (!template_.empty()) {
-    LoadGraphFile(template_);
+  if (!ReloadedFrom().empty()) {
+    TakeGraphFile(std::filesystem::path(ReloadedFrom()));
   } else {
+    document_.SelectChild(std::nullopt);
     DefaultAppearance(document_.WholeGraph(), document_.Name());
   }
   note_.clear();
@@ -85,14 +89,18 @@ void DocumentFiles::Reload() {
 }
 
 void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
+  if (Exists(path)) return TakeGraphFile(path);
   document_.SelectChild(std::nullopt);
   document_.Zooms().Clear();
-  if (!Exists(path)) {
-    DefaultAppearance(document_.WholeGraph(), document_.Name());
-    BeginHistory(false);
-    return;
-  }
-  TakeState(Read([path](Progress&) { return ReadGraph(path); }));
+  DefaultAppearance(document_.WholeGraph(), document_.Name());
+  BeginHistory(false);
+}
+
+void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
+  const ReadResult result = Read([path](Progress&) { return ReadGraph(path); });
+  document_.SelectChild(std::nullopt);
+  document_.Zooms().Clear();
+  TakeState(result);
   document_.Look().own = true;
   const FileHolds holds = KindOf(path).holds;
   if (holds == FileHolds::Graph) graph_file_ = path;
@@ -191,20 +199,30 @@ ReadResult DocumentFiles::ReadAgain(const std::vector<std::size_t>& which) {
 }
 
 void DocumentFiles::SaveGraphFile(const std::filesystem::path& path) {
-  Write([state = document_.WholeGraph().State(), path] { WriteByKind(state, path); });
-  (KindOf(path).holds == FileHolds::Template ? template_ : graph_file_) = path;
+  const GraphState state = document_.WholeGraph().State();
+  Write([state, path] { WriteByKind(state, path); });
+  const bool look_only = KindOf(path).holds == FileHolds::Template;
+  (look_only ? template_ : graph_file_) = path;
+  filed_.Rewritten(path, look_only ? std::vector<PointsOfFile>() : PointsOfGraph(state, path));
   ShowPath(path);
   document_.History().SetChanged(false);
 }
 
 void DocumentFiles::SaveDataFile(const std::filesystem::path& path) {
   Write([state = document_.WholeGraph().State(), path] { WriteByKind(state, path); });
+  filed_.Rewritten(path, {});
   data_file_ = path;
   data_folder_ = FolderOf(path);
 }
 
 void DocumentFiles::SaveDataSetFile(const std::filesystem::path& path) {
   Write([state = document_.Graph().State(), path] { WriteByKind(state, path); });
+  filed_.Rewritten(path, {});
+}
+
+bool DocumentFiles::ClosingLoses() const {
+  if (nothing_to_save_) return false;
+  return document_.History().Changed() || !filed_.HoldAll(document_.WholeGraph().State());
 }
 
 ReadResult DocumentFiles::Read(const std::function<ReadResult(Progress&)>& reading) {
@@ -219,11 +237,13 @@ void DocumentFiles::Write(const std::function<void()>& writing) {
 
 void DocumentFiles::TakeState(const ReadResult& result) {
   document_.Graph().SetState(result.state);
+  filed_.Add(result.points, document_.WholeGraph().State());
   note_ = result.note;
 }
 
 void DocumentFiles::TakeWhole(const ReadResult& result) {
   document_.WholeGraph().SetState(result.state);
+  filed_.Add(result.points, document_.WholeGraph().State());
   note_ = result.note;
 }
 

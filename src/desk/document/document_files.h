@@ -40,14 +40,19 @@ class DocumentFiles {
   /// Where file dialogs start.
   const std::filesystem::path& DataFolder() const { return data_folder_; }
   void SetDataFolder(std::filesystem::path folder) { data_folder_ = std::move(folder); }
-  /// False once reading the data file failed: such a document has nothing worth saving.
-  bool LoadedSuccessfully() const { return loaded_successfully_; }
+  /// True when closing would lose something: changes, or points that lie in no file. Never once reading the data file
+  /// failed, or after GiveUp().
+  bool ClosingLoses() const;
+  /// The user does without what would be lost.
+  void GiveUp() { nothing_to_save_ = true; }
 
   // Loading. All throw FileError and then leave the graph as it was; false when nothing was read (cancelled, or a kind of
   // file that cannot be loaded). A graph file or template begins a new history, data are a step of the present one.
   /// What creating a graph window does: the graph or template, then the data.
   bool Begin(const StartFiles& files);
-  /// The graph file again, else the template, else the default appearance; the changed flag is cleared.
+  /// The file that Reload() reads: the graph file, else the template; empty for none.
+  const std::filesystem::path& ReloadedFrom() const;
+  /// That file again, which must be there, else the default appearance; the changed flag is cleared.
   void Reload();
   /// A path that does not exist gives the default appearance.
   void LoadGraphFile(const std::filesystem::path& path);
@@ -68,6 +73,7 @@ class DocumentFiles {
 
  private:
   void LoadDefaultTemplate(const std::filesystem::path& path);
+  void TakeGraphFile(const std::filesystem::path& path);
   ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
   void Write(const std::function<void()>& writing);
   void TakeState(const ReadResult& result);
@@ -89,7 +95,8 @@ class DocumentFiles {
   std::filesystem::path template_;
   std::filesystem::path data_file_;
   std::filesystem::path data_folder_;
-  bool loaded_successfully_ = true;
+  FiledPoints filed_;
+  bool nothing_to_save_ = false;
   std::set<std::string> told_;  // of background pictures that cannot be read
 };
 

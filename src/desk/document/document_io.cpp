@@ -44,6 +44,13 @@ bool WasCancelled(const std::vector<LoadReport>& reports) {
                      [](const LoadReport& report) { return report.cancelled; });
 }
 
+/// The points of a DataSet as those of its source; nothing for points of one's own.
+void AddPoints(std::vector<PointsOfFile>& points, const TDataSeries& series) {
+  const TDSInfo& source = series.Source();
+  if (source.DataSource == DataSourceKind::Manual) return;
+  points.push_back({source.DatasourceInfo, series.Points()});
+}
+
 using AddData = std::function<ImportedData(TxyGraph&, const LoadOptions&)>;
 
 ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddData& add) {
@@ -55,7 +62,9 @@ ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddDa
   if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
   std::vector<TDataSeries*> added;
   for (std::size_t i = 0; i < reports.size(); ++i) added.push_back(&graph.Series(before + i));
-  return {graph.State(), Summary(reports, added)};
+  ReadResult result{graph.State(), Summary(reports, added)};
+  for (const TDataSeries* series : added) AddPoints(result.points, *series);
+  return result;
 }
 
 /// "Pasted 2 DataSets, 1 mark"
@@ -75,7 +84,9 @@ std::string NoteOf(const PastedParts& parts) {
 }  // namespace
 
 ReadResult ReadGraph(const std::filesystem::path& path) {
-  return {LoadGraph(path)->State(), {}};
+  ReadResult result{LoadGraph(path)->State()};
+  result.points = PointsOfGraph(result.state, path);
+  return result;
 }
 
 ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, Progress& progress) {
@@ -103,7 +114,7 @@ ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path
   TxyGraph graph;
   graph.SetState(into);
   LoadDataSetFile(path, graph);
-  return {graph.State(), {}};
+  return {.state = graph.State(), .points = {{path, graph.CurrentSeries()->Points()}}};
 }
 
 ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
@@ -117,7 +128,11 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
   const LoadOptions load = Loading(progress);
   const std::vector<LoadReport> reports = RefreshAll(all, load);
   if (WasCancelled(reports) || progress.Cancelled()) return {state, {}, true};
-  return {graph.State(), Summary(reports, all)};
+  ReadResult result{graph.State(), Summary(reports, all)};
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (reports[i].loaded) AddPoints(result.points, *all[i]);
+  }
+  return result;
 }
 
 void WriteByKind(const GraphState& state, const std::filesystem::path& path) {

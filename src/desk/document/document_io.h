@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/progress.h"
+#include "desk/document/filed_points.h"
 #include "graph/graph_state.h"
 
 namespace tarnwick {
@@ -15,8 +16,9 @@ namespace tarnwick {
 /// A state read, and what there is to say about the reading.
 struct ReadResult {
   GraphState state;
-  std::string note;  ///< rows skipped, sampling; may be empty
+  std::string note = {};  ///< rows skipped, sampling; may be empty
   bool cancelled = false;
+  std::vector<PointsOfFile> points = {};  ///< those that came from files
 };
 
 /// Throws FileError.

@@ -34,6 +34,35 @@ TEST_F(DesktopTest, DroppedFilesOpenInTheWorkspaceOrLoadIntoAGraph) {
   EXPECT_GT(ActiveDocument().Graph().SeriesCount(), before);
 }
 
+TEST_F(DesktopTest, AGraphFileTakesNoGraphsPlaceUnasked) {
+  const auto one = folder_.File("one.tgr");
+  const auto other = folder_.File("other.tgr");
+  TxyGraph graph;
+  graph.AddSeries(std::make_unique<TSeries>()).AddPoint(1, 2);
+  SaveGraph(graph, one);
+  SaveGraph(graph, other);
+  Start({});
+  Run("FileNew1");
+  Drop(*form_->ActiveGraphWindow(), {one});  // there is nothing to lose
+  Drop(*form_->ActiveGraphWindow(), {one});
+  const std::string instead = ". Open it in a window of its own instead?";
+  const auto drop = [&](const std::filesystem::path& file, const std::string& question,
+                        Answer answer, const char* shown) {
+    Expect(question, answer);
+    Drop(*form_->ActiveGraphWindow(), {file});
+    EXPECT_EQ(ActiveDocument().Files().GraphFileName().filename(), shown) << question;
+  };
+  const std::string replaces = "Loading \"other.tgr\" takes the place of Graph_1" + instead;
+  drop(other, replaces, Answer::Cancel, "one.tgr");
+  drop(other, replaces, Answer::No, "other.tgr");
+  ActiveDocument().Edit("Delete", [](TxyGraph& changed) { changed.Series(0).DeletePoint(1); });
+  drop(other, "This will discard all changes. Reload Graph_1 ?", Answer::No, "other.tgr");
+  EXPECT_TRUE(ActiveDocument().History().Changed());
+  drop(one, "Loading \"one.tgr\" discards all changes in Graph_1" + instead, Answer::Yes,
+       "one.tgr");
+  EXPECT_EQ(form_->GraphWindows().size(), 2U);
+}
+
 TEST_F(DesktopTest, ABadFileIsToldAndLeavesTheOthersAlone) {
   Start({Example("decay.dat")});
   const GraphState before = ActiveDocument().Graph().State();

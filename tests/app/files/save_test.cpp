@@ -4,6 +4,7 @@
 
 #include "desktop_fixture.h"
 #include "graph/files/file_kinds.h"
+#include "graph/graph_state_compare.h"
 
 namespace tarnwick {
 namespace {
@@ -56,6 +57,30 @@ TEST_F(DesktopTest, DiscardChangesGoesBackToTheFile) {
   EXPECT_FALSE(ActiveDocument().History().Changed());
 }
 
+TEST_F(DesktopTest, AFileThatIsGoneOrDamagedLeavesTheGraphAsItIs) {
+  Start({Example("decay.dat")});
+  const auto file = folder_.File("kept.tgr");
+  chooser_->to_save = {file};
+  Run("FileSaveAs1");
+  chooser_->to_open = {Example("pendulum.csv")};
+  Run("FileLoadData1");
+  const auto reload = [&] {
+    const GraphState before = ActiveDocument().Graph().State();
+    Run("FileReload1");
+    EXPECT_TRUE(SameState(ActiveDocument().Graph().State(), before));
+    EXPECT_TRUE(ActiveDocument().History().Changed());
+    EXPECT_EQ(ActiveDocument().History().UndoName(), "Load Data");
+    return TakeTold();
+  };
+  folder_.Write("kept.tgr", testing::ReadFile(file).substr(0, 900));
+  Expect("This will discard all changes. Reload Graph_1 ?", Answer::Yes);
+  const std::vector<std::string> damaged = reload();
+  ASSERT_EQ(damaged.size(), 1U);
+  EXPECT_TRUE(damaged[0].ends_with("\n\nFile " + file.string() + " has wrong format"));
+  std::filesystem::remove(file);
+  EXPECT_EQ(reload(), std::vector{"File \"" + file.string() + "\" is not found!"});
+}
+
 TEST_F(DesktopTest, SaveAsAsksBeforeItReplaces) {
   Start({Example("decay.dat")});
   const auto old = folder_.Write("old.dat", "keep");
@@ -79,6 +104,31 @@ TEST_F(DesktopTest, AnUnknownEndingNeverCountsAsSaved) {
   EXPECT_TRUE(TakeTold().empty());
   Expect("Save changes to Graph_1 ?", Answer::Yes);
   chooser_->to_save = {folder_.File("a.tgr")};
+  Run("FileClose1");
+  EXPECT_TRUE(form_->GraphWindows().empty());
+}
+
+TEST_F(DesktopTest, WhatDoesNotKeepTheGraphNeverCountsAsSaved) {
+  Start({Example("decay.dat")});
+  ActiveDocument().Edit("Delete", [](TxyGraph& graph) { graph.Series(0).DeletePoint(1); });
+  const std::string question = "Save changes to Graph_1 ?";
+  Expect(question, Answer::Yes);
+  for (const char* name : {"a.png", "a.dat", "a.tds", "a.csv"}) {
+    chooser_->to_save.push_back(folder_.File(name));
+    Expect(question + "\n\nWhat was saved does not keep the whole graph. A graph file (.tgr) does.",
+           Answer::Yes);
+  }
+  chooser_->to_save.push_back(folder_.File("a.ttp"));
+  const std::string points =
+      question + "\n\nIt holds points that lie in no file. A graph file (.tgr) keeps them.";
+  Expect(points, Answer::Cancel);
+  form_->close();
+  ASSERT_EQ(form_->GraphWindows().size(), 1U);
+  EXPECT_FALSE(ActiveDocument().History().Changed()) << "a template clears the flag";
+  Expect("Discard changes in graph(s) \"Graph_1\", ?", Answer::No);
+  Run("FileCloseAll1");
+  chooser_->to_save = {folder_.File("a.tgr")};
+  Expect(points, Answer::Yes);
   Run("FileClose1");
   EXPECT_TRUE(form_->GraphWindows().empty());
 }

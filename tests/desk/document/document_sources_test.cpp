@@ -85,5 +85,57 @@ TEST_F(DocumentSources, RefreshReadsInsertedGraphsOfEveryDepth) {
   EXPECT_EQ(Points(), (std::vector{kRows, kRows, kRows}));
 }
 
+TEST_F(DocumentSources, ClosingLosesWhatLiesInNoFile) {
+  DocumentFiles& files = document_.Files();
+  const auto table = folder_.Write("small.csv", "x,y\n1,2\n3,4\n5,6\n");
+  double x = 7;
+  const auto edit = [&] {
+    document_.Edit("Add", [x](TxyGraph& graph) { graph.Series(0).AddPoint(x, 1); });
+    ++x;
+  };
+  struct Row {
+    const char* what;
+    std::function<void()> change;
+    bool loses;
+  };
+  const Row rows[] = {
+      {"data make a change", [&] { files.ReadDataFile(table); }, true},
+      {"template and source hold all", [&] { files.SaveGraphFile(folder_.File("a.ttp")); }, false},
+      {"source gone", [&] { std::filesystem::remove(table); }, true},
+      {"source back", [&] { folder_.Write("small.csv", "x,y\n1,2\n3,4\n5,6\n"); }, false},
+      {"edited", edit, true},
+      {"a template drops the edited points", [&] { files.SaveGraphFile(folder_.File("a.ttp")); },
+       true},
+      {"read again",
+       [&] {
+         files.Refresh();
+         files.SaveGraphFile(folder_.File("a.ttp"));
+       },
+       false},
+      {"undone",
+       [&] {
+         document_.History().Undo();
+         document_.History().SetChanged(false);
+       },
+       true},
+      {"graph file", [&] { files.SaveGraphFile(folder_.File("a.tgr")); }, false},
+      {"edited after that", edit, true},
+      {"its template", [&] { files.SaveGraphFile(folder_.File("a.ttp")); }, true},
+      {"the graph file again", [&] { files.LoadGraphFile(folder_.File("a.tgr")); }, false},
+      {"pasted",
+       [&] {
+         document_.Edit("Paste", [](TxyGraph& graph) {
+           graph.AddSeries(std::make_unique<TSeries>()).AddPoint(1, 1);
+         });
+       },
+       true},
+      {"given up", [&] { files.GiveUp(); }, false},
+  };
+  for (const Row& row : rows) {
+    row.change();
+    EXPECT_EQ(files.ClosingLoses(), row.loses) << row.what;
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick

@@ -1,0 +1,17 @@
+// What the user is told of files that cannot be opened, in the words that stand for it everywhere. Knows no document.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace tarnwick {
+
+class Prompt;
+
+/// Tells when there is no such file; true then.
+bool TellIfMissing(const std::filesystem::path& path, Prompt& prompt);
+
+/// Tells why `path` could not be read or taken.
+void TellFileError(const std::filesystem::path& path, const std::string& reason, Prompt& prompt);
+
+}  // namespace tarnwick
