@@ -114,10 +114,15 @@ void TxyGraph::UpdateModelCurve(TSeries& series) {
     return;
   }
   const TAxis& x = Axis(AxisId::X);
-  const CurveSpan axis{x.Min(), x.Max(),
-                       x.LogScale() ? CurveSpacing::Geometric : CurveSpacing::Linear};
+  CurveSpan span{x.Min(), x.Max(), x.LogScale() ? CurveSpacing::Geometric : CurveSpacing::Linear};
+  // Beyond its data a model says nothing; a single X has no width that it could be drawn over.
+  const Extremes data = series.PointCount() > 0 ? series.GetExtremes() : Extremes{};
+  if (data.x_min < data.x_max) {
+    span.from = std::max(span.from, data.x_min);
+    span.to = std::min(span.to, data.x_max);
+  }
   const FitSettings model = series.Fit().Settings();
-  series.curve_.Update(model, WithinMargins(axis, model));
+  series.curve_.Update(model, WithinMargins(span, model));
 }
 
 }  // namespace tarnwick

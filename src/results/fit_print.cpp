@@ -22,7 +22,6 @@ namespace {
 
 constexpr double kInset = 12;         // pixels between plot edge and printed parameters
 constexpr double kWidth = 0.42;       // of the plot, that printed parameters may cover
-constexpr double kDashLength = 16;    // of the line before each
 constexpr double kLineSpacing = 1.8;  // of the label font's height
 
 /// The parameters to print; marks the varied ones when none is marked.
@@ -90,14 +89,13 @@ const Mark* EarlierLine(const TxyGraph& graph, const std::string& beginning) {
   return nullptr;
 }
 
-/// A line that stands nowhere yet, from `place` on.
+/// A line of text that stands nowhere yet, from `place` on: a mark without extent, of which only the caption is seen.
 Mark NewLine(const PlotLayout& layout, AxisId y_axis, QPointF place) {
   const AxisScale& x = layout.Axis(AxisId::X).scale;
   Mark mark;
   mark.type = MarkType::Line;
   mark.status = y_axis == AxisId::Y ? MarkStatus::XAndY : MarkStatus::XAndY2;
-  mark.x1 = x.ValueAt(place.x());
-  mark.x2 = x.ValueAt(place.x() + kDashLength);
+  mark.x1 = mark.x2 = x.ValueAt(place.x());
   mark.y1 = mark.y2 = layout.Axis(y_axis).scale.ValueAt(place.y());
   return mark;
 }

@@ -6,6 +6,7 @@
 
 #include "base/day_number.h"
 #include "graph/axes/calendar_scale.h"
+#include "graph/axes/common_part.h"
 #include "graph/axes/nice_step.h"
 #include "graph/axes/tick_label.h"
 
@@ -30,6 +31,16 @@ LabelSet PlainSet(const AxisState& axis, const std::vector<Tick>& ticks) {
 bool HasPowers(const LabelSet& set) {
   return std::any_of(set.texts.begin(), set.texts.end(),
                      [](const RichText& text) { return text.text.contains(u'E'); });
+}
+
+/// With a power of ten taken out; without a common part when that makes nothing shorter.
+LabelSet CompactSet(const AxisState& axis, const std::vector<Tick>& ticks) {
+  const CompactLabelSet compact = CompactLabels(axis, ticks);
+  LabelSet set;
+  for (const std::string& label : compact.labels) set.texts.push_back(LabelText(axis, label));
+  if (compact.exponent == 0) return set;
+  set.common = {QStringLiteral("\u00d710"), WithMinusSigns(QString::number(compact.exponent))};
+  return set;
 }
 
 LabelSet PowerSet(const std::vector<Tick>& ticks) {
@@ -69,13 +80,25 @@ std::vector<LabelSet> LabelSets(const AxisState& axis, const std::vector<Tick>& 
     sets.push_back(PowerSet(ticks));
     return sets;
   }
-  const CompactLabelSet compact = CompactLabels(axis, ticks);
-  if (compact.exponent == 0) return sets;
-  LabelSet shorter;
-  shorter.exponent = compact.exponent;
-  for (const std::string& label : compact.labels) shorter.texts.push_back(LabelText(axis, label));
-  const bool preferred = LongestOf(sets.front()) > kLongLabel || HasPowers(sets.front());
-  sets.insert(preferred ? sets.begin() : sets.end(), std::move(shorter));
+  const auto reads_badly = [](const LabelSet& set) {
+    return LongestOf(set) > kLongLabel || HasPowers(set);
+  };
+  if (axis.ShowAsTime) {
+    sets.front().common.text = QString::fromStdString(CommonDate(axis, ticks));
+    return sets;
+  }
+  const OffsetLabels less = TakeOffset(axis, ticks);
+  if (!less.offset.empty() && reads_badly(sets.front())) {
+    LabelSet set = PlainSet(less.axis, less.ticks);
+    if (reads_badly(set)) set = CompactSet(less.axis, less.ticks);
+    set.common.text.prepend(LabelText(axis, less.offset).text +
+                            (set.common.IsEmpty() ? QString() : QStringLiteral("  ")));
+    sets.insert(sets.begin(), std::move(set));
+    return sets;
+  }
+  LabelSet shorter = CompactSet(axis, ticks);
+  if (shorter.common.IsEmpty()) return sets;
+  sets.insert(reads_badly(sets.front()) ? sets.begin() : sets.end(), std::move(shorter));
   return sets;
 }
 

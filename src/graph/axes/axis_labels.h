@@ -13,7 +13,7 @@ namespace tarnwick {
 
 struct LabelSet {
   std::vector<RichText> texts;  ///< one per tick, empty where the tick has no label
-  int exponent = 0;             ///< power of ten taken out of all of them
+  RichText common;  ///< what all of them leave out: "×10" and an exponent, "+1000000000", "2024"
 };
 
 /// The forms worth trying, the preferred one first; at least one.

@@ -180,13 +180,25 @@ double NiceStep(double min, double max, std::int32_t min_steps) {
   return std::clamp(ScaledByTen(divisor.mantissa, exponent + divisor.shift), kSmallest, kLargest);
 }
 
+double FinestStep(double min, double max) {
+  const double farthest = std::max(std::abs(min), std::abs(max));
+  const double spacing = farthest - std::nextafter(farthest, 0.0);
+  const double least = std::clamp(10 * spacing, kSmallest, kLargest);
+  const DecimalSplit split = SplitDecimal(least);
+  for (const int mantissa : {1, 2, 5}) {
+    if (mantissa >= split.mantissa) return ScaledByTen(mantissa, split.exponent);
+  }
+  return std::clamp(ScaledByTen(1, split.exponent + 1), kSmallest, kLargest);
+}
+
 NumericRange FitNumericRange(double o_min, double o_max, double step, StepChoice choice,
                              const StepLimits& limits) {
   if (!(o_min <= o_max)) throw Error("Impossible: oMin > oMax in SetMinMax!");
   if (o_min == o_max) return FitSingleValue(o_min, limits);
   const long double span = static_cast<long double>(o_max) - o_min;
   const bool keep = choice == StepChoice::Manual && KeepsStep(span, step, limits);
-  NumericRange range{o_min, o_max, keep ? step : NiceStep(o_min, o_max, limits.min_steps)};
+  const double nice = std::max(NiceStep(o_min, o_max, limits.min_steps), FinestStep(o_min, o_max));
+  NumericRange range{o_min, o_max, keep ? step : nice};
   const StepGrid grid(range.step);
   // Where a step is finer than the doubles around it, the data's own extremes are the tightest bounds.
   range.min = std::clamp(grid.At(LowerCount(o_min, grid, range.step)), -kLargest, o_min);

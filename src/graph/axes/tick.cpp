@@ -45,8 +45,14 @@ Multiples MultiplesWithin(double min, double max, double step) {
 /// The step that is drawn: the axis' own unless it gives too many ticks, or fewer than a scale can be read from.
 double DrawnStep(const AxisState& axis, const StepLimits& limits) {
   const Multiples own = MultiplesWithin(axis.Min, axis.Max, axis.StepSize);
-  if (own.Count() >= 2 && own.Count() <= kMostTicks) return axis.StepSize;
-  return NiceStep(axis.Min, axis.Max, limits.min_steps);
+  const bool usable = own.Count() >= 2 && own.Count() <= kMostTicks;
+  const double finest = FinestStep(axis.Min, axis.Max);
+  if (usable && axis.StepSize >= finest) return axis.StepSize;
+  const double nice = NiceStep(axis.Min, axis.Max, limits.min_steps);
+  const double coarse = std::max(nice, finest);
+  // In a range that holds no two ticks of the finest step a doubtful scale is better than none.
+  if (MultiplesWithin(axis.Min, axis.Max, coarse).Count() >= 2) return coarse;
+  return usable ? axis.StepSize : nice;
 }
 
 Ticks LinearTicks(const AxisState& axis, const StepLimits& limits) {

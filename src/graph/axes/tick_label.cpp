@@ -147,12 +147,6 @@ int LinearDigits(const AxisState& axis, double value) {
   return std::max(SplitDecimal(std::abs(value)).exponent - last + 1, kGeneralDigits);
 }
 
-bool TakesCommonFactor(const AxisState& axis) {
-  return !axis.ShowAsTime && !axis.LogScale &&
-         (axis.Label_format == LabelFormat::General || axis.Label_format == LabelFormat::Fixed ||
-          axis.Label_format == LabelFormat::Thousands);
-}
-
 std::size_t LongestOf(const std::vector<std::string>& labels) {
   std::size_t longest = 0;
   for (const std::string& label : labels) longest = std::max(longest, label.size());
@@ -177,6 +171,12 @@ int DecimalsFor(double x) {
   return decimal < 0 ? 1 - whole : -whole;
 }
 
+bool TakesCommonPart(const AxisState& axis) {
+  return !axis.ShowAsTime && !axis.LogScale &&
+         (axis.Label_format == LabelFormat::General || axis.Label_format == LabelFormat::Fixed ||
+          axis.Label_format == LabelFormat::Thousands);
+}
+
 std::string TickLabelText(const AxisState& axis, double value) {
   if (axis.ShowAsTime) {
     const std::string text = FormatDay(value, axis.DateTimeFormat);
@@ -195,7 +195,7 @@ CompactLabelSet CompactLabels(const AxisState& axis, const std::vector<Tick>& ti
     plain.labels.push_back(tick.label);
     if (!tick.label.empty()) largest = std::max(largest, std::abs(tick.value));
   }
-  if (!TakesCommonFactor(axis) || largest == 0 || !std::isfinite(largest)) return plain;
+  if (!TakesCommonPart(axis) || largest == 0 || !std::isfinite(largest)) return plain;
   const int exponent = SplitDecimal(largest).exponent;
   const int taken = 3 * ((exponent >= 0 ? exponent : exponent - 2) / 3);
   if (taken == 0) return plain;

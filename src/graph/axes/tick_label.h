@@ -26,8 +26,11 @@ struct CompactLabelSet {
   std::string factor;  ///< "×10³" in UTF-8 with superscript digits; "" when the exponent is 0
 };
 
-/// Takes a power of ten (a multiple of three) out of all labels of a linear axis when that makes them shorter. Time
-/// axes, logarithmic axes and formats other than General, Fixed and Thousands keep their labels.
+/// True for labels from which something common may be taken out: of a linear axis that shows no time, in the formats General,
+/// Fixed and Thousands.
+bool TakesCommonPart(const AxisState& axis);
+
+/// Takes a power of ten (a multiple of three) out of all labels of a linear axis when that makes them shorter.
 CompactLabelSet CompactLabels(const AxisState& axis, const std::vector<Tick>& ticks);
 
 /// A label as a power of ten: "10" with exponent "-3", or "2×10" with "5". Both empty for an unlabelled tick.

@@ -17,11 +17,14 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kEdge = 8;                   // pixels kept free around everything
-constexpr int kInset = 10;                 // of the legend from the plot's edges
-constexpr std::int32_t kDensePoints = 80;  // more than these are a line, fewer have symbols
-constexpr std::int32_t kBroadPoints =
-    2000;  // up to these a line without symbols is two pixels wide
+constexpr int kEdge = 8;                     // pixels kept free around everything
+constexpr int kInset = 10;                   // of the legend from the plot's edges
+constexpr std::int32_t kSparsePoints = 80;   // up to these have symbols of their usual size
+constexpr std::int32_t kDensePoints = 300;   // up to these have small ones, more are a line
+constexpr std::int32_t kBroadPoints = 2000;  // up to these such a line is two pixels wide
+constexpr std::int32_t kSmallSymbol = 4;     // pixels across
+constexpr std::int64_t kMostSymbols =
+    2400;  // in a picture, beyond which only lines can be told apart
 
 Font MakeFont(int size, bool bold) {
   Font font;
@@ -34,6 +37,10 @@ Font MakeFont(int size, bool bold) {
 constexpr double kLargestLegendShare = 0.25;
 constexpr double kWideLegendShare = 1.0 / 3;
 constexpr double kMuchCovered = 0.03;  // of the points
+constexpr double kNarrowestBeside = 110;
+
+/// In a picture narrower than this there is no room for what is said twice.
+constexpr double kSmallPicture = 400;
 
 /// Largest share of the picture that the two margins of one direction may take.
 constexpr double kLargestMarginShare = 0.6;
@@ -44,7 +51,13 @@ QRectF ContentOf(const PlotLayout& layout) {
   for (const AxisLayout& axis : layout.axes) {
     if (!axis.shown) continue;
     for (const PlacedText& label : axis.labels) content = content.united(label.Box());
-    if (axis.title) content = content.united(axis.title->Box());
+    if (axis.title) {
+      QRectF title = axis.title->Box();
+      // One beside the plot may be longer than that is high, which asks for no margin.
+      if (axis.title->angle != 0)
+        title.setTop(layout.plot.top()), title.setBottom(layout.plot.bottom());
+      content = content.united(title);
+    }
     if (axis.factor) content = content.united(axis.factor->Box());
   }
   return content;
@@ -58,6 +71,7 @@ int RoundedUp(double pixels) {
 /// sides in place, what stands below.
 Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   constexpr double kAmpleShare = 0.28;
+  constexpr double kSlack = 0.5;  // pixels
   Dimensions margins = graph.GetDimensions();
   margins.left_margin = margins.right_margin = static_cast<int>(size.width() * kAmpleShare);
   margins.top_margin = margins.bottom_margin = static_cast<int>(size.height() * kAmpleShare);
@@ -73,11 +87,17 @@ Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metri
       margins.bottom_margin = kEdge + RoundedUp(content.bottom() - layout.plot.bottom());
     }
   }
-  // A wider plot may have a label at its very end that the narrow one had no room for.
-  graph.SetDimensions(margins);
-  const QRectF content = ContentOf(LayoutPlot(graph, size, metrics));
-  const int beyond = RoundedUp(content.right() + kEdge - size.width());
-  if (beyond > 0) margins.right_margin += beyond;
+  // A wider plot may have labels at its very ends that the narrow one had no room for: they stand at their ticks, too.
+  constexpr int kRounds = 8;
+  for (int round = 0; round < kRounds; ++round) {
+    graph.SetDimensions(margins);
+    const QRectF content = ContentOf(LayoutPlot(graph, size, metrics));
+    const int left = std::max(RoundedUp(kEdge - content.left() - kSlack), 0);
+    const int right = std::max(RoundedUp(content.right() + kEdge - size.width() - kSlack), 0);
+    if (left == 0 && right == 0) break;
+    margins.left_margin += left;
+    margins.right_margin += right;
+  }
   const auto has_factor = [&](AxisId id) {
     return LayoutPlot(graph, size, metrics).Axis(id).factor.has_value();
   };
@@ -104,9 +124,9 @@ void LimitMargins(Dimensions& dimensions, QSizeF size) {
 }
 
 /// The legend beside the plot, whose right margin makes room for it.
-void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout) {
+void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout, double width) {
   Dimensions dimensions = graph.GetDimensions();
-  dimensions.right_margin += RoundedUp(layout.legend->frame.width()) + kEdge;
+  dimensions.right_margin += RoundedUp(width) + kEdge;
   graph.SetDimensions(dimensions);
   Legend legend = graph.GetLegend();
   legend.left = -kEdge;
@@ -146,9 +166,11 @@ void PlaceShownLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   const std::size_t covered = place.hidden.points + (place.hidden.boxes > 0 ? pixels.size() : 0);
   const auto hidden = static_cast<double>(covered);
   const bool much = hidden > kMuchCovered * static_cast<double>(pixels.size());
-  const double share = much ? kWideLegendShare : kLargestLegendShare;
-  if (beside == MayStandBeside::Yes && hidden > 0 && box.width() < share * size.width()) {
-    PlaceLegendOutside(graph, layout);
+  const bool crowded = much || layout.legend->more;
+  const double widest = (crowded ? kWideLegendShare : kLargestLegendShare) * size.width();
+  const bool fits = box.width() < widest || (crowded && widest >= kNarrowestBeside);
+  if (beside == MayStandBeside::Yes && hidden > 0 && fits) {
+    PlaceLegendOutside(graph, layout, std::min(box.width(), widest));
     return;
   }
   Legend legend = graph.GetLegend();
@@ -180,12 +202,26 @@ LineStyle StyleOfRound(std::size_t series) {
   return kStyles[series / kPaletteSize % kStyles.size()];
 }
 
+/// True when each of two DataSets has a Y axis of its own, whose title names it in its colour.
+bool TitlesNameAll(const TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+  if (graph.SeriesCount() != 2 || YAxisOf(graph.Series(0)) == YAxisOf(graph.Series(1)))
+    return false;
+  const PlotLayout layout = LayoutPlot(graph, size, metrics);
+  const auto titled = [&](AxisId id) {
+    return layout.Axis(id).title && graph.Axis(id).Look().EnableAutoTitle;
+  };
+  return titled(AxisId::Y) && titled(AxisId::Y2);
+}
+
 void ChooseStyles(TxyGraph& graph) {
+  std::int64_t points = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) points += graph.Series(i).PointCount();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     TSeries& series = graph.Series(i);
     SeriesStyle style = series.Style();
     style.connect_points = true;
-    style.show_symbols = series.PointCount() <= kDensePoints;
+    style.show_symbols = series.PointCount() <= kDensePoints && points <= kMostSymbols;
+    if (series.PointCount() > kSparsePoints) style.symbol_size = kSmallSymbol;
     style.line_style = style.show_symbols ? LineStyle::Solid : StyleOfRound(i);
     style.line_width = !style.show_symbols && series.PointCount() <= kBroadPoints ? 2 : 1;
     series.SetStyle(style);
@@ -249,6 +285,10 @@ void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   Dimensions dimensions = FittingMargins(graph, size, metrics);
   LimitMargins(dimensions, size);
   graph.SetDimensions(dimensions);
+  if (size.width() < kSmallPicture && TitlesNameAll(graph, size, metrics)) {
+    legend.visible = false;
+    graph.SetLegend(legend);
+  }
   PlaceLegend(graph, size, metrics);
 }
 

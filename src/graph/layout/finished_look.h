@@ -21,8 +21,9 @@ struct FinishedLookOptions {
 };
 
 /// Arranges a freshly imported graph for a picture of `size`: margins that fit labels and titles, the second Y axis only
-/// when something is drawn against it, the legend for more than one DataSet and in the corner that covers fewest points,
-/// lines for dense data and symbols for sparse. Recomputes the scales.
+/// when something is drawn against it, the legend for more than one DataSet (but not where it would only repeat the titles of
+/// a small picture) and in the corner that covers fewest points, lines for dense data and symbols for sparse. Recomputes the
+/// scales.
 void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
                        const FinishedLookOptions& options = {});
 

@@ -103,6 +103,7 @@ PlotLayout LayoutAtDepth(const TxyGraph& graph, QSizeF size, const TextMetrics& 
   }
   layout.has_scales = true;
   for (const AxisId id : kAxisIds) LayoutAxis(context, id, layout);
+  KeepGridOffLabels(layout);
   LayoutTitles(context, layout);
   if (!HasPoints(graph) && graph.Children().empty()) {
     LayoutMessage(context, kWaitingCaption, layout);

@@ -54,9 +54,9 @@ struct AxisLayout {
   std::vector<AxisTick> ticks;
   std::vector<QLineF> grid;
   std::vector<PlacedText> labels;
-  double labels_side = 1;            ///< +1: labels below or right of the line, -1: above or left
-  int exponent = 0;                  ///< power of ten taken out of all labels
-  std::optional<PlacedText> factor;  ///< "×10" and that exponent
+  double labels_side = 1;  ///< +1: labels below or right of the line, -1: above or left
+  RichText common;         ///< what all labels leave out: a power of ten, an offset, a date
+  std::optional<PlacedText> factor;  ///< that text at its place
   std::optional<PlacedText> title;
 };
 

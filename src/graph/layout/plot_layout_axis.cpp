@@ -63,15 +63,18 @@ AxisPlace PlaceOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
   return place;
 }
 
-/// Where shown axes of the other direction cross this one, their ends at the plot's edges apart.
-std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
+/// Where shown axes of the other direction cross this one; those at the plot's edges, too, where its labels stand within the plot.
+std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const AxisPlace& place,
+                                const PlotLayout& layout) {
   std::vector<double> crossings;
   const double first = id == AxisId::X ? layout.plot.left() : layout.plot.top();
   const double last = id == AxisId::X ? layout.plot.right() : layout.plot.bottom();
+  const bool within = layout.plot.contains(place.At((first + last) / 2, place.labels));
   for (const AxisId other : {AxisId::X, AxisId::Y, AxisId::Y2}) {
     if ((other == AxisId::X) == (id == AxisId::X) || !graph.Axis(other).Look().ShowAxis) continue;
     const double line = PlaceOf(graph, other, layout).line;
-    if (line > first + 1 && line < last - 1) crossings.push_back(line);
+    const bool at_edge = line <= first + 1 || line >= last - 1;
+    if (!at_edge || within) crossings.push_back(line);
   }
   return crossings;
 }
@@ -91,7 +94,7 @@ class LabelPlacer {
         height_(context.metrics.LineHeight(font_)) {}
 
   /// Places the labels into `layout` and answers the ticks that were chosen to have one.
-  std::vector<std::size_t> Place(AxisLayout& layout, int& exponent);
+  std::vector<std::size_t> Place(AxisLayout& layout);
 
  private:
   double RoomAway() const;
@@ -198,7 +201,7 @@ LabelChoice LabelPlacer::Choose() const {
 
 void LabelPlacer::ShiftInside(PlacedText& text) const {
   // The last label of an axis may hang over the picture's edge by a little: it moves, but stays at its tick.
-  constexpr double kFarthestShare = 0.45;
+  constexpr double kFarthestShare = 0.25;
   const QRectF box = text.Box();
   const QRectF& picture = context_.room.Picture();
   const double reach = kFarthestShare * (place_.across ? box.width() : box.height());
@@ -241,7 +244,7 @@ void LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
   if (clear && context_.room.TryTake(text)) layout.labels.push_back(std::move(text));
 }
 
-std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout, int& exponent) {
+std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout) {
   const LabelChoice choice = Choose();
   const double gap = place_.across ? height_ * 0.25 : 0;
   // Labels of a logarithmic axis stand unevenly: decades first, the divisions between them where they find room.
@@ -260,7 +263,7 @@ std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout, int& exponent) {
   for (const std::size_t tick : chosen) {
     TryTake(TextAt(choice.set, tick, choice.angle), 0, layout);
   }
-  if (!layout.labels.empty()) exponent = sets_[choice.set].exponent;
+  if (!layout.labels.empty()) layout.common = sets_[choice.set].common;
   return chosen;
 }
 
@@ -301,7 +304,7 @@ void AddMinorTicks(const AxisState& axis, const AxisPlace& place, const std::vec
 void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   const TAxis& axis = context.graph.Axis(id);
   AxisPlace place = PlaceOf(context.graph, id, layout);
-  place.crossings = CrossingsOf(context.graph, id, layout);
+  place.crossings = CrossingsOf(context.graph, id, place, layout);
   AxisLayout& result = layout.axes[static_cast<std::size_t>(id)];
   result.shown = axis.Look().ShowAxis;
   const QRectF& plot = layout.plot;
@@ -312,7 +315,7 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   std::vector<std::size_t> labelled;
   if (result.shown && context.graph.GetAppearance().grid_labels_shown) {
     LabelPlacer placer(context, id, place, ticks, result.scale);
-    labelled = placer.Place(result, result.exponent);
+    labelled = placer.Place(result);
   }
   std::vector<double> along;
   std::vector<double> values;

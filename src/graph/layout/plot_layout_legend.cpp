@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 
+#include "graph/layout/legend_names.h"
 #include "graph/layout/plot_layout_parts.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -19,6 +21,8 @@ constexpr int kLargestMargin = 60;
 constexpr int kLargestSample = 200;
 constexpr int kDefaultWidthInset = 20;
 constexpr double kPlotInset = 8;  // of a legend that gives way into the plot
+constexpr double kBesideGap =
+    6;  // between a legend beside the plot and what stands there, and the picture's edge
 
 /// Room that the legend may take, by its layout mode.
 struct Limits {
@@ -50,14 +54,18 @@ class LegendFlow {
         margin_y_(std::clamp(legend_.y_margin, 0, kLargestMargin)),
         sample_(std::clamp(legend_.space_for_symbols, 0, kLargestSample)),
         row_(context.metrics.LineHeight(legend_.font) + kLineGap),
-        limits_(Bounds()) {}
+        limits_(Bounds()),
+        entries_(Entries()),
+        names_(NamesOf(entries_)) {}
 
   /// Nothing when there is no entry or no room for one: "+3 more" alone would hide data and tell nothing.
   std::optional<LegendBox> Build();
 
  private:
   std::vector<Entry> Entries() const;
+  std::vector<QString> NamesOf(const std::vector<Entry>& entries) const;
   Limits Bounds() const;
+  std::optional<Limits> BoundsBeside() const;
   bool Across() const { return legend_.layout_mode == LegendLayout::Horizontal; }
   double Inner() const { return limits_.width - 2 * margin_x_; }
   int MostLines() const { return static_cast<int>((limits_.height - 2 * margin_y_) / row_); }
@@ -77,6 +85,8 @@ class LegendFlow {
   double sample_;
   double row_;
   Limits limits_;
+  std::vector<Entry> entries_;
+  LegendNames names_;
   double x_ = 0;   // where the next entry begins
   int line_ = -1;  // of the last entry
 };
@@ -92,6 +102,32 @@ std::vector<Entry> LegendFlow::Entries() const {
   return entries;
 }
 
+std::vector<QString> LegendFlow::NamesOf(const std::vector<Entry>& entries) const {
+  std::vector<QString> names;
+  names.reserve(entries.size());
+  for (const Entry& entry : entries)
+    names.push_back(NameOf(entry, context_.graph.Series(entry.series)));
+  return names;
+}
+
+/// The room right of the plot and of all that belongs to its axes, where a legend was put there and has some.
+std::optional<Limits> LegendFlow::BoundsBeside() const {
+  const QSizeF picture = layout_.size;
+  const bool from_right = legend_.left < 0;
+  double content = layout_.plot.right();
+  for (const AxisLayout& axis : layout_.axes) {
+    for (const PlacedText& label : axis.labels) content = std::max(content, label.Box().right());
+    if (axis.title) content = std::max(content, axis.title->Box().right());
+  }
+  const double left = from_right ? content + kBesideGap : legend_.left;
+  const double right = from_right ? picture.width() + legend_.left : picture.width() - kBesideGap;
+  if (left < content || right - left < 2 * margin_x_ + sample_ + kSampleGap + kNarrowestName)
+    return std::nullopt;
+  const double top = legend_.top < 0 ? kBesideGap : legend_.top;
+  const double bottom = picture.height() - (legend_.top < 0 ? -legend_.top : kBesideGap);
+  return Limits{right - left, bottom - top};
+}
+
 Limits LegendFlow::Bounds() const {
   const QSizeF picture = layout_.size;
   const double stored = legend_.width > 0 ? legend_.width : picture.width() - kDefaultWidthInset;
@@ -104,10 +140,9 @@ Limits LegendFlow::Bounds() const {
     case LegendLayout::Vertical:
       break;
   }
-  // Beside the plot it may fill the margin made for it.
-  const double beside = picture.width() - layout_.plot.right() - 2 * kPlotInset;
-  return {std::max({layout_.plot.width() * kLargestShareOfWidth,
-                    std::min(kNarrowestLegend, layout_.plot.width()), beside}),
+  if (const std::optional<Limits> beside = BoundsBeside()) return *beside;
+  return {std::max(layout_.plot.width() * kLargestShareOfWidth,
+                   std::min(kNarrowestLegend, layout_.plot.width())),
           layout_.plot.height() * kLargestShareOfHeight};
 }
 
@@ -124,11 +159,13 @@ bool LegendFlow::Advance(double width) {
 bool LegendFlow::AddRow(const Entry& entry, LegendBox& box) {
   const double room = Inner() - sample_ - kSampleGap;
   if (room < kNarrowestName) return false;
-  const QString name = NameOf(entry, context_.graph.Series(entry.series));
-  // Names of one family differ at their ends as often as at their beginnings.
-  PlacedText text =
-      MakeText({context_.metrics.Elided(name, legend_.font, room, Qt::ElideMiddle), {}},
-               legend_.font, context_.metrics);
+  const QString whole = NameOf(entry, context_.graph.Series(entry.series));
+  const auto fits = [&](const QString& text) {
+    return context_.metrics.SizeOf({text, {}}, legend_.font).width() <= room;
+  };
+  QString name = names_.Shortened(whole, fits);
+  if (name.isEmpty()) name = context_.metrics.Elided(whole, legend_.font, room, Qt::ElideMiddle);
+  PlacedText text = MakeText({name, {}}, legend_.font, context_.metrics);
   const double width = sample_ + kSampleGap + text.size.width();
   if (!Advance(width)) return false;
   const double left = margin_x_ + x_;
@@ -180,10 +217,9 @@ void MoveBy(QPointF shift, LegendBox& box) {
 
 std::optional<LegendBox> LegendFlow::Build() {
   LegendBox box;
-  const std::vector<Entry> entries = Entries();
   std::size_t shown = 0;
-  while (shown < entries.size() && AddRow(entries[shown], box)) ++shown;
-  AddMore(entries.size() - shown, box);
+  while (shown < entries_.size() && AddRow(entries_[shown], box)) ++shown;
+  AddMore(entries_.size() - shown, box);
   if (box.rows.empty()) return std::nullopt;
   double right = box.more ? box.more->Box().right() : 0;
   for (const LegendRow& row : box.rows) right = std::max(right, row.name.Box().right());
@@ -194,17 +230,25 @@ std::optional<LegendBox> LegendFlow::Build() {
   return box;
 }
 
-/// A legend that would cover labels or titles stands in the plot's upper left corner instead, nearer to the picture's
-/// edge when it is too wide for that; a freely placed one stays.
+/// A legend that would cover labels or titles stands in a free corner of the plot instead, the upper left one before the
+/// others and where none is free, nearer to the picture's edge when it is too wide for that; a freely placed one stays.
 void GiveWay(const LayoutContext& context, const PlotLayout& layout, LegendBox& box) {
   if (context.graph.GetLegend().layout_mode == LegendLayout::Free) return;
   if (context.room.IsFree(box.frame)) return;
-  const QPointF inset = layout.plot.topLeft() + QPointF(kPlotInset, kPlotInset);
-  const QPointF farthest(layout.size.width() - box.frame.width(),
-                         layout.size.height() - box.frame.height());
-  const QPointF corner(std::max(0.0, std::min(inset.x(), farthest.x())),
-                       std::max(0.0, std::min(inset.y(), farthest.y())));
-  MoveBy(corner - box.frame.topLeft(), box);
+  const QRectF inner = layout.plot.adjusted(kPlotInset, kPlotInset, -kPlotInset, -kPlotInset);
+  const QSizeF size = box.frame.size();
+  const double right = inner.right() - size.width();
+  const double bottom = inner.bottom() - size.height();
+  std::array<QPointF, 4> corners = {inner.topLeft(), QPointF(right, inner.top()),
+                                    QPointF(inner.left(), bottom), QPointF(right, bottom)};
+  for (QPointF& corner : corners) {
+    corner = {std::max(0.0, std::min(corner.x(), layout.size.width() - size.width())),
+              std::max(0.0, std::min(corner.y(), layout.size.height() - size.height()))};
+  }
+  const auto* free = std::find_if(corners.begin(), corners.end(), [&](QPointF corner) {
+    return context.room.IsFree(QRectF(corner, size));
+  });
+  MoveBy((free == corners.end() ? corners.front() : *free) - box.frame.topLeft(), box);
 }
 
 }  // namespace

@@ -47,15 +47,16 @@ bool PlaceMark(const QRectF& plot, const AxisScale& x, const AxisScale& y, MarkI
   return false;
 }
 
-/// The part of a segment inside the plot.
+/// The part of a segment inside the plot; a segment without extent is a place for a caption.
 std::optional<QLineF> Clipped(const QLineF& line, const QRectF& plot) {
+  if (line.isNull()) return plot.contains(line.p1()) ? std::optional(line) : std::nullopt;
   const std::array<PixelPoint, 2> ends = {{{line.x1(), line.y1()}, {line.x2(), line.y2()}}};
   const std::vector<QPolygonF> pieces = ClipPolyline(ends, plot);
   if (pieces.empty() || pieces.front().size() < 2) return std::nullopt;
   return QLineF(pieces.front().front(), pieces.front().back());
 }
 
-/// True for a line so short that it stands before its caption as a sample does in a legend.
+/// True for a line so short, or without extent, that it stands before its caption as a sample does in a legend.
 bool IsDash(const MarkItem& item, QSizeF caption) {
   constexpr double kLongest = 2;  // heights of the caption
   return item.mark.type == MarkType::Line &&
@@ -108,7 +109,7 @@ bool IsStruckOut(const QRectF& box, const std::vector<MarkItem>& marks) {
       return box.intersects(QRectF(item.point, QSizeF())
                                 .adjusted(-item.radius, -item.radius, item.radius, item.radius));
     }
-    return Clipped(item.line, box.adjusted(1, 1, -1, -1)).has_value();
+    return !item.line.isNull() && Clipped(item.line, box.adjusted(1, 1, -1, -1)).has_value();
   });
 }
 

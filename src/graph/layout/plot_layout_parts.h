@@ -1,4 +1,4 @@
-// The steps of LayoutPlot: axes, titles, legend, marks, each in a file of its own. For the layout's own files only.
+// The steps of LayoutPlot: axes, grid, titles, legend, marks, each in a file of its own. For the layout's own files only.
 #pragma once
 
 #include <vector>
@@ -42,6 +42,8 @@ bool Overlap(const QPolygonF& left, const QPolygonF& right);
 
 /// Axis line, ticks, grid and labels of one axis; `layout.plot` and all scales stand.
 void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout);
+/// Cuts the grid lines of all axes where they would strike through labels, such as those of an axis within the plot.
+void KeepGridOffLabels(PlotLayout& layout);
 /// Titles of graph and axes and the factors of their labels, where labels leave room.
 void LayoutTitles(const LayoutContext& context, PlotLayout& layout);
 void LayoutLegend(const LayoutContext& context, PlotLayout& layout);

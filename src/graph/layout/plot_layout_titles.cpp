@@ -10,11 +10,9 @@ namespace {
 constexpr double kEdge = 2;            // pixels kept free at the picture's edges
 constexpr double kGap = 4;             // between texts of one line
 constexpr double kShortestTitle = 24;  // an elided title narrower than this says nothing
+constexpr double kTallestCut =
+    120;  // a plot this high has room for what is left of a Y title that is cut
 constexpr int kLargestOffset = 200;
-
-RichText FactorText(int exponent) {
-  return {QStringLiteral("\u00d710"), WithMinusSigns(QString::number(exponent))};
-}
 
 /// The box around an axis' line, ticks and labels.
 QRectF Extent(const AxisLayout& axis) {
@@ -46,6 +44,15 @@ Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   return font;
 }
 
+/// The title, cut where it is longer than the room; empty when less than a word would be left.
+RichText TitleWithin(const QString& whole, const Font& font, double room,
+                     const TextMetrics& metrics) {
+  RichText title{metrics.Elided(whole, font, std::max(room, 0.0)), {}};
+  const double width = metrics.SizeOf(title, font).width();
+  if (width > room || (title.text != whole && width < kShortestTitle)) return {};
+  return title;
+}
+
 class TitlePlacer {
  public:
   TitlePlacer(const LayoutContext& context, PlotLayout& layout)
@@ -66,7 +73,7 @@ class TitlePlacer {
   bool HasTitle(AxisId id) const { return layout_.Axis(id).shown && !TitleOf(id).isEmpty(); }
   bool NeedsLineAbove(AxisId id) const {
     const AxisLayout& axis = layout_.Axis(id);
-    return axis.shown && (axis.exponent != 0 || (HasTitle(id) && !axis.title));
+    return axis.shown && (!axis.common.IsEmpty() || (HasTitle(id) && !axis.title));
   }
   void PlaceX();
   void PlaceBesideY(AxisId id);
@@ -77,6 +84,7 @@ class TitlePlacer {
   double TopOfPlot() const;
   std::optional<PlacedText> InLine(const RichText& text, const Font& font, double& from, double to,
                                    double bottom, double side);
+  void PlaceFactorWithin(AxisLayout& axis);
 
   const LayoutContext& context_;
   PlotLayout& layout_;
@@ -96,9 +104,8 @@ void TitlePlacer::PlaceX() {
     return axis.labels_side > 0 ? extent.bottom() + offset + text.size.height() / 2
                                 : extent.top() - offset - text.size.height() / 2;
   };
-  if (axis.exponent != 0) {
-    PlacedText factor =
-        MakeText(FactorText(axis.exponent), appearance_.font_for_labels, context_.metrics);
+  if (!axis.common.IsEmpty()) {
+    PlacedText factor = MakeText(axis.common, appearance_.font_for_labels, context_.metrics);
     for (const double offset : {gap, 0.0}) {
       factor.center = {
           std::min(layout_.plot.right(), layout_.size.width() - kEdge) - factor.size.width() / 2,
@@ -108,14 +115,18 @@ void TitlePlacer::PlaceX() {
       reserved = factor.size.width() + kGap;
       break;
     }
+    if (!axis.factor) PlaceFactorWithin(axis);
   }
   if (!HasTitle(AxisId::X)) return;
-  const double width = std::max(layout_.plot.width() - 2 * reserved, 0.0);
-  PlacedText title = MakeText({context_.metrics.Elided(TitleOf(AxisId::X), font, width), {}}, font,
-                              context_.metrics);
+  const double width = std::max(layout_.plot.width() - reserved, 0.0);
+  const RichText fitted = TitleWithin(TitleOf(AxisId::X), font, width, context_.metrics);
+  if (fitted.IsEmpty()) return;
+  PlacedText title = MakeText(fitted, font, context_.metrics);
+  const double half = title.size.width() / 2;
+  const double middle = std::min(layout_.plot.center().x(), layout_.plot.right() - reserved - half);
   for (const double offset : {gap, gap / 2, 0.0}) {
-    title.center = {layout_.plot.center().x(), line_center(title, offset)};
-    if (title.size.width() > width || !context_.room.TryTake(title)) continue;
+    title.center = {middle, line_center(title, offset)};
+    if (!context_.room.TryTake(title)) continue;
     axis.title = title;
     return;
   }
@@ -128,15 +139,22 @@ void TitlePlacer::PlaceBesideY(AxisId id) {
   const double gap =
       std::clamp(context_.graph.GetDimensions().y_axis_title_offset, 0, kLargestOffset);
   const QString whole = TitleOf(id);
-  PlacedText title = MakeText({context_.metrics.Elided(whole, font, layout_.plot.height()), {}},
-                              font, context_.metrics);
-  if (title.size.width() > layout_.plot.height() || title.size.width() < 1) return;
+  const double most = layout_.size.height() - 2 * kEdge;
+  const bool cut = context_.metrics.SizeOf({whole, {}}, font).width() > most;
+  const double height =
+      cut ? std::clamp(layout_.plot.height(), std::min(kTallestCut, most), most) : most;
+  const RichText fitted = TitleWithin(whole, font, height, context_.metrics);
+  if (fitted.IsEmpty()) return;
+  PlacedText title = MakeText(fitted, font, context_.metrics);
+  const double length = title.size.width();
   title.angle = 90;
   const QRectF extent = ExtentOfAll();
+  // A title longer than the plot is high goes as far beyond it as the picture's edges let it.
+  const double middle = std::clamp(layout_.plot.center().y(), kEdge + length / 2,
+                                   layout_.size.height() - kEdge - length / 2);
   for (const double offset : {gap, gap / 2, 0.0}) {
     const double away = offset + title.size.height() / 2;
-    title.center = {axis.labels_side > 0 ? extent.right() + away : extent.left() - away,
-                    layout_.plot.center().y()};
+    title.center = {axis.labels_side > 0 ? extent.right() + away : extent.left() - away, middle};
     if (!context_.room.TryTake(title)) continue;
     axis.title = title;
     return;
@@ -185,12 +203,9 @@ void TitlePlacer::PlaceGraphTitle() {
 /// Places a text in the line above the plot between `from` and `to`, on the side of its axis, and moves `from` behind it.
 std::optional<PlacedText> TitlePlacer::InLine(const RichText& text, const Font& font, double& from,
                                               double to, double bottom, double side) {
-  const double room = std::abs(to - from);
-  RichText fitted = text;
-  if (text.superscript.isEmpty()) fitted.text = context_.metrics.Elided(text.text, font, room);
-  PlacedText placed = MakeText(fitted, font, context_.metrics);
+  PlacedText placed = MakeText(text, font, context_.metrics);
   const double width = placed.size.width();
-  if (width > room || (fitted.text != text.text && width < kShortestTitle)) return std::nullopt;
+  if (width > std::abs(to - from)) return std::nullopt;
   placed.center = {side > 0 ? from - width / 2 : from + width / 2,
                    bottom - placed.size.height() / 2};
   if (!context_.room.TryTake(placed)) return std::nullopt;
@@ -213,19 +228,35 @@ void TitlePlacer::PlaceAboveY(AxisId id) {
     if (title.bottom() > bottom - line)
       to = side > 0 ? std::max(to, title.right() + kGap) : std::min(to, title.left() - kGap);
   }
-  if (side > 0 ? to > from : to < from) return;
   double factor_room = 0;
-  const RichText factor = FactorText(axis.exponent);
-  if (axis.exponent != 0) {
+  const RichText& factor = axis.common;
+  if (!axis.common.IsEmpty()) {
     factor_room = context_.metrics.SizeOf(factor, appearance_.font_for_labels).width() + kGap;
   }
   if (HasTitle(id) && !axis.title) {
-    axis.title = InLine({TitleOf(id), {}}, FontOfYTitle(context_.graph, id), from,
-                        to + side * factor_room, bottom, side);
+    const Font font = FontOfYTitle(context_.graph, id);
+    const double end = to + side * factor_room;
+    const RichText title = TitleWithin(TitleOf(id), font, side * (from - end), context_.metrics);
+    if (!title.IsEmpty()) axis.title = InLine(title, font, from, end, bottom, side);
   }
-  if (axis.exponent != 0) {
-    axis.factor = InLine(factor, appearance_.font_for_labels, from, to, bottom, side);
+  if (!axis.common.IsEmpty()) {
+    if (side * (from - to) > 0)
+      axis.factor = InLine(factor, appearance_.font_for_labels, from, to, bottom, side);
+    if (!axis.factor) PlaceFactorWithin(axis);
   }
+}
+
+/// At the axis' end within the plot, where there is no room outside: labels say nothing without it.
+void TitlePlacer::PlaceFactorWithin(AxisLayout& axis) {
+  PlacedText factor = MakeText(axis.common, appearance_.font_for_labels, context_.metrics);
+  const QRectF& plot = layout_.plot;
+  const bool across = axis.line.dy() == 0;
+  const QSizeF half = factor.size / 2;
+  const bool right = across || axis.line.x1() > plot.center().x();
+  const bool top = !across || axis.labels_side < 0;
+  factor.center = {right ? plot.right() - kGap - half.width() : plot.left() + kGap + half.width(),
+                   top ? plot.top() + half.height() : plot.bottom() - half.height()};
+  if (plot.contains(factor.Box()) && context_.room.TryTake(factor)) axis.factor = factor;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "graph/metafile/metafile_engine.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -29,6 +30,20 @@ std::optional<std::string> WindowsText(QString text) {
 std::string FamilyOf(const QFont& font) {
   const QString family = font.families().isEmpty() ? font.family() : font.families().front();
   return WindowsText(family).value_or("Arial");
+}
+
+/// Where each letter of the text ends, as differences: rounded, they add up to the text's own width.
+std::vector<int> Advances(const QString& text, const QFontMetricsF& metrics, double units) {
+  constexpr int kWidest = 32767;
+  std::vector<int> advances;
+  int before = 0;
+  for (qsizetype letters = 1; letters <= text.size(); ++letters) {
+    const double end = metrics.horizontalAdvance(text.left(letters)) * units;
+    const int here = std::clamp(static_cast<int>(std::lround(end)), before, before + kWidest);
+    advances.push_back(here - before);
+    before = here;
+  }
+  return advances;
 }
 
 bool IsFinite(QPointF point) {
@@ -204,6 +219,7 @@ void MetafileEngine::drawTextItem(const QPointF& position, const QTextItem& item
   const double size =
       font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * dpi_ / kPointsPerInch;
   const double height = size * std::hypot(transform_.m21(), transform_.m22());
+  const double along = std::hypot(transform_.m11(), transform_.m12()) * units_per_pixel_;
   // Device Y runs downwards: clockwise there is counterclockwise here.
   const double angle = -std::atan2(transform_.m12(), transform_.m11()) * 180 / std::numbers::pi;
   MetafileFont face;
@@ -215,7 +231,9 @@ void MetafileEngine::drawTextItem(const QPointF& position, const QTextItem& item
   face.underline = font.underline();
   face.strike_out = font.strikeOut();
   SettleClip();
-  records_.Text(Units(corner), *text, face, Opaque(pen_.color()));
+  records_.Text(Units(corner), *text,
+                Advances(item.text(), QFontMetricsF(font, paintDevice()), along), face,
+                Opaque(pen_.color()));
 }
 
 void MetafileEngine::drawPixmap(const QRectF& target, const QPixmap& pixmap, const QRectF& source) {

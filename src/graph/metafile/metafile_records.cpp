@@ -208,8 +208,8 @@ void MetafileRecords::Polygons(std::span<const std::vector<QPoint>> polygons, Me
   Record(several ? kPolyPolygon : kPolygon, bytes);
 }
 
-void MetafileRecords::Text(QPoint corner, std::string_view text, const MetafileFont& font,
-                           QRgb color) {
+void MetafileRecords::Text(QPoint corner, std::string_view text, std::span<const int> advances,
+                           const MetafileFont& font, QRgb color) {
   UseFont(font);
   if (text_color_ != color) {
     std::string bytes;
@@ -224,6 +224,7 @@ void MetafileRecords::Text(QPoint corner, std::string_view text, const MetafileF
   PutWord(bytes, 0);  // no rectangle
   bytes += text;
   PadToWord(bytes);
+  for (const int advance : advances) PutWord(bytes, advance);
   Record(kExtTextOut, bytes);
 }
 

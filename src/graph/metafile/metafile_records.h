@@ -45,8 +45,9 @@ class MetafileRecords {
   /// Closed polygons filled as one area, without an outline.
   void Polygons(std::span<const std::vector<QPoint>> polygons, MetafileFill fill, QRgb color);
   /// Windows-1252 text whose letters' upper left corner, before it is turned, is `corner`: not every reader minds another
-  /// alignment.
-  void Text(QPoint corner, std::string_view text, const MetafileFont& font, QRgb color);
+  /// alignment. `advances` holds each letter's width, so that another font in the named one's place takes the same room.
+  void Text(QPoint corner, std::string_view text, std::span<const int> advances,
+            const MetafileFont& font, QRgb color);
   /// The image, its sides at most 32767, stretched over `target`.
   void Image(const QRect& target, const QImage& image);
 

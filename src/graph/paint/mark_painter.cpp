@@ -25,7 +25,7 @@ void PaintMarks(QPainter& painter, const PlotLayout& layout, PaintTarget target)
   for (const MarkItem& item : layout.marks) {
     if (item.mark.type == MarkType::Point) {
       PaintPointMark(painter, item);
-    } else {
+    } else if (!item.line.isNull()) {
       pen.Draw(item.line, QtColor(item.mark.color));
     }
     if (item.caption) PaintText(painter, *item.caption);

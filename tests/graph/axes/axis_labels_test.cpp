@@ -59,6 +59,43 @@ TEST(AxisLabels, EveryStrideKeepsRoundOnes) {
   }
 }
 
+TEST(AxisLabels, WhatAllHaveInCommonStandsOnce) {
+  struct Row {
+    double min, max, step;
+    const char* labels;  // the first and the last
+    const char* common;
+  };
+  for (const Row& row : {Row{1e9, 1e9 + 50, 10, "0 50", "+1000000000"},
+                         Row{1e9 - 1, 1e9 + 6, 1, "\u22121 6", "+1000000000"},
+                         Row{-2000007, -2000003, 1, "\u22127 \u22123", "\u22122000000"},
+                         Row{1e15, 1e15 + 8, 2, "0 8", "+1000000000000000"},
+                         Row{123456.78, 123456.79, 0.002, "0.000 0.010", "+123456.78"},
+                         Row{1e9, 1e9 + 1e-4, 2e-5, "0 100", "+1000000000  \u00d710^\u22126"},
+                         Row{1e6, 1e6 + 1e4, 2000, "1.000 1.010", "\u00d710^6"},
+                         Row{2000, 2024, 4, "2000 2024", ""}}) {
+    AxisState axis;
+    axis.LabelDecimals = 0, axis.Min = row.min, axis.Max = row.max, axis.StepSize = row.step;
+    const LabelSet set = LabelSets(axis, MakeTicks(axis, {})).front();
+    EXPECT_EQ((set.texts.front().text + ' ' + set.texts.back().text).toStdString(), row.labels);
+    const QString raised = set.common.superscript.isEmpty() ? "" : '^' + set.common.superscript;
+    EXPECT_EQ((set.common.text + raised).toStdString(), row.common) << row.labels;
+  }
+  struct Dated {
+    double days;  // from noon of 31 December 2023 on
+    const char* format;
+    const char* common;
+  };
+  for (const Dated& row :
+       {Dated{0.4, "hh:nn", "2023-12-31"}, Dated{0.5, "hh:nn", "2023-12-31"},
+        Dated{0.6, "hh:nn", "2023-12-31 \u2013 2024-01-01"}, Dated{3, "dd-mmm", "2023\u20132024"},
+        Dated{9, "ddd", "2024-01-01 \u2013 2024-01-08"}, Dated{9, "yyyy-mm-dd", ""},
+        Dated{9, "d.m.yy", ""}}) {
+    AxisState axis = TimeAxis(DateTickType::Hour, 45291.5, 45291.5 + row.days);
+    axis.DateTimeFormat = row.format;
+    EXPECT_EQ(LabelSets(axis, MakeTicks(axis, {})).front().common.text.toStdString(), row.common);
+  }
+}
+
 TEST(AxisLabels, MinorTicksDivideAStepWithoutNewDigits) {
   struct Row {
     double step;

@@ -72,6 +72,8 @@ TEST(MakeTicks, LabelsMultiplesDecadesAndCalendarUnits) {
       {"huge", Linear(0, 2e20, 1e20, 0), "0 1E20 2E20"},
       {"last digits", Linear(1e16, 1e16 + 8, 4),
        "1E16 1.0000000000000004E16 1.0000000000000008E16"},
+      {"finer than ten last digits", Linear(1e15, 1e15 + 4, 0.2),
+       "1E15 1.000000000000002E15 1.000000000000004E15"},
       {"decades", Logarithmic(0.01, 100, 0), "0.01 0.1 1 10 100"},
       {"divisions", Logarithmic(0.2, 50, 2), "0.2 0.5 1 2 5 10 20 50"},
       {"fine divisions", Logarithmic(1, 10, 5), "1.0 1.5 2.0 3.0 5.0 7.0 10"},

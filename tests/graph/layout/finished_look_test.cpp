@@ -84,6 +84,32 @@ TEST(FinishedLook, SmallPicturesKeepTwoFifthsForThePlot) {
   EXPECT_NEAR(layout.plot.height(), 0.4 * 50, 2);
 }
 
+TEST(FinishedLook, ASmallPictureSaysNothingTwice) {
+  for (const bool two_axes : {true, false}) {
+    for (const int width : {200, 300, 399, 400}) {
+      TxyGraph graph;
+      Add(graph, {{0, 0}, {9.7, 3}});
+      Add(graph, {{0, 0}, {9.7, 300}}, !two_axes);
+      const PlotLayout layout = Finished(graph, QSizeF(width, 3 * width / 4.0));
+      EXPECT_EQ(layout.legend.has_value(), !two_axes || width == 400) << width;
+      ASSERT_TRUE(layout.Axis(AxisId::Y).title) << width;
+      EXPECT_NE(layout.Axis(AxisId::Y).title->text.text, "\u2026");
+    }
+  }
+}
+
+TEST(FinishedLook, ALegendOfManyFillsTheHeightBesideThePlot) {
+  TxyGraph graph;
+  for (int i = 0; i < 30; ++i)
+    Add(graph, {{0, 1.0 * i}, {9.7, 30.0 - i}})
+        .SetSeriesName("A quantity of quite a name, run " + std::to_string(i));
+  const PlotLayout layout = Finished(graph);
+  ASSERT_TRUE(layout.legend);
+  EXPECT_GT(layout.legend->frame.left(), layout.plot.right());
+  EXPECT_EQ(layout.legend->rows.size(), 30U);
+  EXPECT_TRUE(layout.legend->rows[7].name.text.text.endsWith(" 7"));
+}
+
 TEST(FinishedLook, TheLegendTakesTheEmptyCornerOrStandsBeside) {
   const Points corners = {{9.45, 9.6}, {0.45, 9.6}, {0.55, 0.4}, {9.55, 0.4}};
   for (std::size_t free = 0; free <= corners.size(); ++free) {
@@ -125,7 +151,7 @@ TEST(FinishedLook, FewPointsAreSymbolsManyAThinLine) {
     int width;
   };
   for (const Row& row :
-       {Row{80, true, 1}, Row{81, false, 2}, Row{2000, false, 2}, Row{2001, false, 1}}) {
+       {Row{300, true, 1}, Row{301, false, 2}, Row{2000, false, 2}, Row{2001, false, 1}}) {
     TxyGraph graph;
     Points points;
     for (int i = 0; i < row.points; ++i) points.emplace_back(i, i);
@@ -137,7 +163,7 @@ TEST(FinishedLook, FewPointsAreSymbolsManyAThinLine) {
   // Colours come round; line styles tell the rounds apart.
   TxyGraph graph;
   Points points;
-  for (int i = 0; i < 90; ++i) points.emplace_back(i, i);
+  for (int i = 0; i < 301; ++i) points.emplace_back(i, i);
   for (std::size_t i = 0; i < 2 * kPaletteSize; ++i) Add(graph, points);
   Finished(graph);
   EXPECT_EQ(graph.Series(kPaletteSize - 1).Style().line_style, LineStyle::Solid);

@@ -200,7 +200,6 @@ TEST_F(Places, FactorsAndTitlesInTheLineAboveThePlot) {
   const PlotLayout layout = Layout();
   const AxisLayout& x = layout.Axis(AxisId::X);
   ASSERT_TRUE(x.factor && x.title);
-  EXPECT_EQ(x.exponent, 9);
   EXPECT_EQ(x.factor->text.superscript, "9");
   EXPECT_DOUBLE_EQ(x.factor->Box().right(), layout.plot.right());
   Near(Beyond(layout, AxisId::X, x.factor->Box()).from,
@@ -239,6 +238,32 @@ TEST_F(Places, CrossingAxesShiftTheLabelsTheyMeet) {
   }
   Alter(AxisId::X, [](AxisState& axis) { axis.Reversed = true; });
   EXPECT_DOUBLE_EQ(Layout().Axis(AxisId::X).labels.front().Box().bottom(), 230 - 5 - 3);
+}
+
+// Labels within the plot: neither grid lines nor the other axis' line at its corner go through them.
+TEST_F(Places, NothingStrikesTheLabelsOfAFlippedAxis) {
+  for (const AxisId id : {AxisId::X, AxisId::Y})
+    Alter(id, [](AxisState& axis) { axis.Reversed = true; });
+  const PlotLayout layout = Layout();
+  int cut = 0;
+  for (const AxisId of : {AxisId::X, AxisId::Y}) {
+    EXPECT_FALSE(layout.Axis(of).labels.empty());
+    for (const PlacedText& label : layout.Axis(of).labels) {
+      const QRectF ink = label.Ink().boundingRect().adjusted(0.5, 0.5, -0.5, -0.5);
+      for (const AxisLayout& axis : layout.axes) {
+        for (const QLineF& line : axis.grid) {
+          EXPECT_FALSE(
+              ink.intersects(QRectF(line.p1(), line.p2()).normalized().adjusted(0, 0, 0.01, 0.01)))
+              << label.text.text.toStdString();
+          cut += line.length() < std::min(kPlot.width(), kPlot.height()) - 1;
+        }
+        EXPECT_FALSE(ink.intersects(
+            QRectF(axis.line.p1(), axis.line.p2()).normalized().adjusted(0, 0, 0.01, 0.01)))
+            << label.text.text.toStdString();
+      }
+    }
+  }
+  EXPECT_GT(cut, 0);
 }
 
 TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {

@@ -156,9 +156,14 @@ TEST(Metafile, LibwmfReadsLinesTextsAndAreasAtTheirPlaces) {
   expect(numbers("<polyline points=\"([\\d.]+),([\\d.]+)\\s+([\\d.]+),([\\d.]+)[^/]*stroke:red"),
          {100, 150, 300, 75}, 0.3);
   expect(numbers("<polygon points=\"([\\d.]+),([\\d.]+)[^/]*fill:blue"), {0, 0}, 0.5);
-  expect(numbers("matrix\\(1\\.0[^)]* ([\\d.]+) ([\\d.]+)\\)\"\\s*>level"), {200, 225}, 4);
-  expect(numbers("font-size:([\\d.]+)[^>]*>level"), {20}, 1);
-  EXPECT_TRUE(svg.contains(QRegularExpression("matrix\\(-?0\\.0[^)]*\\)\"\\s*>upright")));
+  // Letter by letter, each where its width puts it, whatever font the reader has.
+  QFont arial("Arial");
+  arial.setPixelSize(20);
+  const double before_v = QFontMetricsF(arial).horizontalAdvance("le");
+  expect(numbers("matrix\\(1\\.0[^)]* ([\\d.]+) ([\\d.]+)\\)\"\\s*>l<"), {200, 225}, 4);
+  expect(numbers("matrix\\(1\\.0[^)]* ([\\d.]+) ([\\d.]+)\\)\"\\s*>v<"), {200 + before_v, 225}, 4);
+  expect(numbers("font-size:([\\d.]+)[^>]*>l<"), {20}, 1);
+  EXPECT_TRUE(svg.contains(QRegularExpression("matrix\\(-?0\\.0[^)]*\\)\"\\s*>u<")));
 }
 
 /// The parameters' words of the first record with this function.
