@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/descriptor.h"
 #include "base/error.h"
 
 namespace tarnwick {
@@ -26,20 +27,6 @@ std::size_t MostBytesRead() {
 [[noreturn]] void Fail(const std::filesystem::path& path, int reason) {
   throw FileError("Cannot read the file", path.string(), std::generic_category().message(reason));
 }
-
-class Descriptor {
- public:
-  explicit Descriptor(int value) : value_(value) {}
-  ~Descriptor() {
-    if (value_ >= 0) ::close(value_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int Value() const { return value_; }
-
- private:
-  int value_;
-};
 
 std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
   const std::size_t most = MostBytesRead();
@@ -64,25 +51,39 @@ std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
 MappedFile::MappedFile(const std::filesystem::path& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.Value() < 0) Fail(path, errno);
+  Read(file.Value(), path);
+}
+
+MappedFile::MappedFile(const Descriptor& file, const std::filesystem::path& name) {
+  Read(file.Value(), name);
+}
+
+void MappedFile::Read(int descriptor, const std::filesystem::path& path) {
   struct stat status {};
-  if (::fstat(file.Value(), &status) != 0) Fail(path, errno);
+  if (::fstat(descriptor, &status) != 0) Fail(path, errno);
   if (S_ISDIR(status.st_mode)) Fail(path, EISDIR);
   // Files the system makes up say size 0 and still hold text: those are read.
   if (S_ISREG(status.st_mode) && status.st_size > 0) {
     const auto size = static_cast<std::size_t>(status.st_size);
-    void* mapping = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.Value(), 0);
+    void* mapping = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0);
     if (mapping != MAP_FAILED) {
       mapping_ = static_cast<const char*>(mapping);
       mapped_size_ = size;
       return;
     }
   }
-  contents_ = ReadToEnd(file.Value(), path);
+  contents_ = ReadToEnd(descriptor, path);
 }
 
 MappedFile MappedFile::StandardInput() {
   MappedFile file;
   file.contents_ = ReadToEnd(STDIN_FILENO, "standard input");
+  return file;
+}
+
+MappedFile MappedFile::Holding(std::string contents) {
+  MappedFile file;
+  file.contents_ = std::move(contents);
   return file;
 }
 

@@ -8,6 +8,8 @@
 
 namespace tarnwick {
 
+class Descriptor;
+
 /// Regular files are mapped into memory, pipes and devices read to their end. The bytes live as long as the object.
 class MappedFile {
  public:
@@ -15,6 +17,10 @@ class MappedFile {
   explicit MappedFile(const std::filesystem::path& path);
   /// Everything from the standard input.
   static MappedFile StandardInput();
+  /// Bytes that were made, not read.
+  static MappedFile Holding(std::string contents);
+  /// An open file, which may be closed afterwards; `name` is for messages. Throws FileError.
+  MappedFile(const Descriptor& file, const std::filesystem::path& name);
   ~MappedFile();
   MappedFile(MappedFile&& other) noexcept;
   MappedFile& operator=(MappedFile&& other) noexcept;
@@ -23,6 +29,7 @@ class MappedFile {
 
  private:
   MappedFile() = default;
+  void Read(int descriptor, const std::filesystem::path& path);
   void Release() noexcept;
 
   const char* mapping_ = nullptr;  // null when the bytes were read into contents_

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <system_error>
 
+#include "base/descriptor.h"
 #include "base/error.h"
 
 namespace tarnwick {
@@ -100,15 +101,7 @@ void WholeFile::Fail(int reason) const {
 }
 
 void WholeFile::FlushBuffer() {
-  std::string_view left = buffer_;
-  while (!left.empty()) {
-    const ssize_t written = ::write(descriptor_, left.data(), left.size());
-    if (written >= 0) {
-      left.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      Fail(errno);
-    }
-  }
+  if (const int reason = WriteAll(descriptor_, buffer_); reason != 0) Fail(reason);
   buffer_.clear();
 }
 

@@ -63,7 +63,8 @@ SaveProposal ProposalFor(const Document& document) {
   SaveProposal proposal;
   proposal.folder = document.Files().DataFolder();
   proposal.graph_name = document.Files().GraphFileName().stem();
-  if (proposal.graph_name.empty()) proposal.graph_name = document.Files().DataFileName().stem();
+  if (proposal.graph_name.empty())
+    proposal.graph_name = NameOfData(document.Files().DataFileName());
   if (const TSeries* series = document.Graph().CurrentSeries()) {
     std::string name = proposal.graph_name.string() + "_" + series->SeriesName();
     std::replace(name.begin(), name.end(), '/', '-');  // a name, not a folder

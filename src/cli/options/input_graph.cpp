@@ -67,7 +67,7 @@ InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
 void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size) {
   if (!input.from_data) return;
   FinishedLookOptions look;
-  if (arguments.file != "-") look.title = std::filesystem::path(arguments.file).stem().string();
+  if (arguments.file != "-") look.title = NameOfData(arguments.file);
   SeparateQuantities(*input.graph);
   ApplyFinishedLook(*input.graph, size, TextMetrics(), look);
 }

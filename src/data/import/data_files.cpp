@@ -21,8 +21,8 @@ GuessHints HintsOf(const ImportOptions& options) {
 
 }  // namespace
 
-std::unique_ptr<TDataSupplier> OpenDataFile(const TDSInfo& info) {
-  MappedFile file = OpenSourceFile(info.DatasourceInfo);
+std::unique_ptr<TDataSupplier> OpenDataFile(const TDSInfo& info, Progress& progress) {
+  MappedFile file = OpenSourceFile(info.DatasourceInfo, progress);
   if (IsUnformatted(file.Bytes())) {
     return std::make_unique<TFileSupplier>(std::move(file), info.DatasourceInfo);
   }

@@ -11,8 +11,8 @@ namespace tarnwick {
 
 /// Opens the file that a description names as a TFileSupplier when its second line begins with "@Unformatted", else as a
 /// TTxtSupplier that reads by the description's settings. Throws FileError when the file is missing, empty, unreadable, or
-/// no text.
-std::unique_ptr<TDataSupplier> OpenDataFile(const TDSInfo& info);
+/// no text, and UnpackingCancelled.
+std::unique_ptr<TDataSupplier> OpenDataFile(const TDSInfo& info, Progress& progress);
 
 /// Fill in what is known of a file opened for the first time. Throw FileError. Examining a large text progresses by bytes.
 void ExamineUnformatted(FileToExamine file, ImportSource& source);

@@ -7,6 +7,7 @@
 
 #include "base/error.h"
 #include "data/import/import_source.h"
+#include "data/packed/unpack.h"
 
 namespace tarnwick {
 namespace {
@@ -165,8 +166,14 @@ std::unique_ptr<TDataSeries> MakeDataSeries() {
 ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options,
                         const LoadOptions& load, const SeriesFactory& make) {
   NoProgress unseen;
-  return LoadColumns(OpenImportSource(path, options, load.kinds, ProgressOf(load, unseen)), options,
-                     load, make);
+  try {
+    return LoadColumns(OpenImportSource(path, options, load.kinds, ProgressOf(load, unseen)),
+                       options, load, make);
+  } catch (const UnpackingCancelled&) {
+    ImportResult nothing;
+    nothing.cancelled = true;
+    return nothing;
+  }
 }
 
 ImportResult ImportText(std::string text, const std::string& name, const ImportOptions& options,

@@ -56,7 +56,7 @@ struct ImportResult {
   /// What was decided about the file that is not certain, one clause each, without a full stop: "the table from line 449 on
   /// is shown, another stands at line 21". Beside what the reports tell.
   std::vector<std::string> notes;
-  bool cancelled = false;
+  bool cancelled = false;  ///< also while the file was unpacked: there are no DataSets then
 };
 
 /// Reads `path` ("-": standard input) into DataSets that remember how, so that RefreshAll reads them again. Throws
@@ -86,7 +86,7 @@ struct SourceSummary {
 };
 
 /// What a file holds, read to its end unless `progress` cancels. Throws as ImportFile does, but for columns that do not
-/// exist.
+/// exist, and UnpackingCancelled.
 SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
                             Progress& progress, SourceKinds kinds = BasicSourceKinds());
 

@@ -40,7 +40,7 @@ ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOpt
   options.Validate();
   ImportSource source;
   const std::string name = path == kStandardInput ? "standard input" : path.string();
-  MappedFile file = OpenSourceFile(path);
+  MappedFile file = OpenSourceFile(path, progress);
   const SourceKind& kind = KindOfFile(kinds, file.Bytes(), name);
   kind.examine({std::move(file), name, options, progress}, source);
   source.info.DatasourceInfo = Location(path);

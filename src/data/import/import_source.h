@@ -36,7 +36,7 @@ struct ImportSource {
 };
 
 /// Opens and examines a file, of the first of `kinds` that recognises it. Throws Error for options that cannot be used and
-/// FileError for files that cannot be read.
+/// FileError for files that cannot be read, and UnpackingCancelled.
 ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
                               SourceKinds kinds, Progress& progress);
 

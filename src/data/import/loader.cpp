@@ -3,6 +3,7 @@
 #include <string>
 
 #include "data/import/load_run.h"
+#include "data/packed/unpack.h"
 
 namespace tarnwick {
 namespace {
@@ -12,6 +13,17 @@ const SourceKind* KindToReload(SourceKinds kinds, const TDataSeries& series) {
   const TDSInfo& info = series.Source();
   const SourceKind* const kind = FindSourceKind(kinds, info.DataSource);
   return kind != nullptr && kind->open != nullptr && !info.DatasourceInfo.empty() ? kind : nullptr;
+}
+
+/// Null when the user cancelled.
+std::unique_ptr<TDataSupplier> Open(const SourceKind& kind, const TDSInfo& info,
+                                    const LoadOptions& options) {
+  NoProgress unseen;
+  try {
+    return kind.open(info, options.progress != nullptr ? *options.progress : unseen);
+  } catch (const UnpackingCancelled&) {
+    return nullptr;
+  }
 }
 
 }  // namespace
@@ -42,7 +54,11 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
       series.push_back(all[i]);
       done[i] = true;
     }
-    const std::unique_ptr<TDataSupplier> supplier = kind->open(all[first]->Source());
+    const std::unique_ptr<TDataSupplier> supplier = Open(*kind, all[first]->Source(), options);
+    if (!supplier) {
+      for (const std::size_t i : group) reports[i].cancelled = true;
+      break;
+    }
     for (TDataSeries* const one : series) {
       TDSInfo& source = one->Source();
       source.active = true;

@@ -7,6 +7,9 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "data/packed/packing.h"
+#include "data/packed/unpack.h"
+#include "data/text/known_binaries.h"
 #include "data/text/quoted_lines.h"
 
 namespace tarnwick {
@@ -59,6 +62,7 @@ TextSource::TextSource(std::string bytes, std::string name)
 
 void TextSource::Recognise(std::string_view bytes) {
   if (bytes.empty()) throw FileError("The file is empty", name_, "");
+  if (const std::string why = WhyNoText(bytes); !why.empty()) throw FileError(why, name_, "");
   text_ = bytes;
   if (const std::optional<ByteOrder> order = Utf16Order(bytes)) {
     if (bytes.size() % 2 != 0) {
@@ -91,8 +95,13 @@ void TextSource::JoinQuotedLines() {
   text_ = converted_;
 }
 
-MappedFile OpenSourceFile(const std::filesystem::path& path) {
-  return path == "-" ? MappedFile::StandardInput() : MappedFile(path);
+MappedFile OpenSourceFile(const std::filesystem::path& path, Progress& progress) {
+  const bool standard_input = path == "-";
+  MappedFile file = standard_input ? MappedFile::StandardInput() : MappedFile(path);
+  const Packing* const packing = PackingOf(file.Bytes());
+  if (packing == nullptr) return file;
+  return Unpack(*packing, file.Bytes(), standard_input ? "standard input" : path.string(),
+                progress);
 }
 
 }  // namespace tarnwick

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/mapped_file.h"
+#include "base/progress.h"
 
 namespace tarnwick {
 
@@ -39,7 +40,8 @@ class TextSource {
   char line_end_ = '\n';
 };
 
-/// Opens the file, or the standard input when the path is "-". Throws FileError.
-MappedFile OpenSourceFile(const std::filesystem::path& path);
+/// Opens the file, or the standard input when the path is "-"; what is packed (gzip, bzip2, xz, zstd) is unpacked as a whole,
+/// with progress. Throws FileError, and UnpackingCancelled.
+MappedFile OpenSourceFile(const std::filesystem::path& path, Progress& progress);
 
 }  // namespace tarnwick

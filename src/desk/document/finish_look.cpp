@@ -2,6 +2,7 @@
 
 #include "desk/document/document.h"
 #include "graph/axes/plot_metrics.h"
+#include "graph/files/file_kinds.h"
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
 #include "graph/shown_series.h"
@@ -17,7 +18,7 @@ void FinishLook(Document& document, QSizeF size) {
   if (look.arranged_for.isEmpty()) SeparateQuantities(graph);
   look.arranged_for = size;
   FinishedLookOptions options;
-  options.title = document.Files().DataFileName().stem().string();
+  options.title = NameOfData(document.Files().DataFileName());
   ApplyFinishedLook(graph, size, TextMetrics(), options);
 }
 

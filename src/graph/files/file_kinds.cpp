@@ -50,6 +50,10 @@ constexpr FileKind Picture(std::string_view ending, std::string_view filter, Wri
           .needs = FileNeeds::Size};
 }
 
+constexpr FileKind Packed(std::string_view ending) {
+  return {.ending = ending, .open_filter = kTables, .reads = true, .packed = true};
+}
+
 // The filters' texts are shown letter for letter. Those that dialogs have always had come first.
 constexpr FileKind kKinds[] = {
     {.ending = ".tgr",
@@ -100,6 +104,10 @@ constexpr FileKind kKinds[] = {
     Picture(".svg", "SVG Drawing (*.svg)", &WriteBytes<&SvgBytes>),
     Picture(".pdf", "PDF Page (*.pdf)", &WriteBytes<&PdfBytes>),
     Picture(".jpeg", "", &WriteBytes<&JpegBytes>),
+    Packed(".gz"),
+    Packed(".bz2"),
+    Packed(".xz"),
+    Packed(".zst"),
     {.ending = ".tmp", .reads = true, .remembered = Remembered::Never},
     {.ending = ".tfn", .holds = FileHolds::FitFunction, .reads = true},
 };
@@ -130,6 +138,10 @@ std::span<const FileKind> FileKinds() {
 
 const FileKind& KindOf(const Path& path) {
   return KindOfEnding(LowerAscii(path.extension().string()));
+}
+
+std::string NameOfData(const Path& path) {
+  return (KindOf(path).packed ? path.stem() : path).stem().string();
 }
 
 const FileKind& KindToRead(const Path& path) {

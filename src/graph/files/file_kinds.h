@@ -49,6 +49,7 @@ struct FileKind {
   std::string_view meaning = {};
   FileHolds holds = FileHolds::Table;
   bool reads = false;
+  bool packed = false;        ///< the ending of what is inside stands before
   WriteFile write = nullptr;  ///< null: never written
   FileNeeds needs = FileNeeds::Nothing;
   Remembered remembered = Remembered::WhenOpened;
@@ -59,6 +60,9 @@ std::span<const FileKind> FileKinds();
 /// The kind that the ending of `path` means, in any case. Every path has one: that of endings without a meaning is written
 /// by nobody.
 const FileKind& KindOf(const std::filesystem::path& path);
+
+/// What data of a file are called: its name without endings, "run" for "/data/run.csv.gz".
+std::string NameOfData(const std::filesystem::path& path);
 
 /// The kind as which `path` is read: KindOf, or a table where that kind cannot be read.
 const FileKind& KindToRead(const std::filesystem::path& path);

@@ -24,7 +24,7 @@ std::vector<std::string>& Opened() {
   return opened;
 }
 
-std::unique_ptr<TDataSupplier> OpenMadeUp(const TDSInfo& info) {
+std::unique_ptr<TDataSupplier> OpenMadeUp(const TDSInfo& info, Progress&) {
   Opened().push_back(info.DatasourceInfo);
   return testing::SupplierOf(info, "t,u,v\n1,10,100\n2,20,200\n3,30,300\n");
 }
@@ -125,7 +125,8 @@ TEST(SourceKinds, AMissingFileOrAFolderIsNamed) {
     TDSInfo info;
     info.DatasourceInfo = path.string();
     try {
-      OpenDataFile(info);
+      NoProgress unseen;
+      OpenDataFile(info, unseen);
       ADD_FAILURE() << path;
     } catch (const FileError& error) {
       EXPECT_NE(std::string(error.what()).find(path.string()), std::string::npos);

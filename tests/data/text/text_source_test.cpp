@@ -65,6 +65,19 @@ TEST(TextSource, RefusesWhatIsNoText) {
        "1\0"
        "2"s,
        "The UTF-16 text breaks off in the middle of a character: data.txt, byte 5"},
+      {"PK\3\4.....[Content_Types].xml...xl/workbook.xml",
+       "Spreadsheets cannot be read yet; save the sheet as CSV (comma-separated values) and open "
+       "that: "
+       "data.txt"},
+      {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1..W\0o\0r\0k\0b\0o\0o\0k\0"s,
+       "Spreadsheets cannot be read yet; save the sheet as CSV (comma-separated values) and open "
+       "that: "
+       "data.txt"},
+      {"PK\3\4...data.csv",
+       "The file is a zip archive; unpack it first and open the file wanted: data.txt"},
+      {"data.csv" + std::string(249, '\0') + "ustar",
+       "The file is a tar archive; unpack it first and open the file wanted: data.txt"},
+      {"%PDF-1.7\n", "The file is a PDF document, not text: data.txt"},
   };
   for (const Row& row : rows) {
     try {

@@ -60,6 +60,9 @@ TEST(FileKinds, EndingsAreFoundInAnyCaseAndMeanOneKindEach) {
     EXPECT_EQ(&KindOf(name), &kind) << name;
     EXPECT_EQ(&KindToRead(name), kind.reads ? &kind : &KindOf("")) << name;
   }
+  for (const char* packed : {"d/run.csv.gz", "run.txt.XZ", "run.zst", "run"}) {
+    EXPECT_EQ(NameOfData(packed), "run");
+  }
   for (const char* unknown : {"", "a", "a.tgrx", "a.tgr.bak", "a.5", ".tgr"}) {
     EXPECT_EQ(KindOf(unknown).write, nullptr) << unknown;
     EXPECT_EQ(KindToRead(unknown).holds, FileHolds::Table) << unknown;
