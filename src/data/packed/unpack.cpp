@@ -60,9 +60,9 @@ class Unpacking {
                           " GB or more, which is not read",
                       name_, "");
     }
-    if (size > limits_.in_memory && size / limits_.ratio > packed_.size()) {
+    if (size > limits_.in_memory && (size - limits_.in_memory) / limits_.ratio > Done()) {
       throw FileError("The file unpacks to more than " + std::to_string(limits_.ratio) +
-                          " times its size, as no table of numbers does",
+                          " times its size, which no table of numbers does",
                       name_, "");
     }
     unpacked_.Append(bytes);

@@ -18,7 +18,7 @@ struct UnpackLimits {
   /// Bytes that are kept in memory; what unpacks to more lies in `folder`, and is looked at twice.
   std::size_t in_memory = std::size_t{64} << 20;
   std::size_t gigabytes = 16;  ///< that come out at most
-  /// Times the packed size that come out at most, beyond `in_memory`: tables of numbers reach 50.
+  /// Times the packed bytes read so far that come out at most, beyond `in_memory`: tables of numbers reach 50.
   std::size_t ratio = 500;
   std::filesystem::path folder = {};  ///< empty: the system's for temporary files
 };

@@ -28,7 +28,7 @@ void UnpackedBytes::Append(std::string_view bytes) {
 void UnpackedBytes::OpenFile() {
   std::error_code error;
   if (folder_.empty()) folder_ = std::filesystem::temp_directory_path(error);
-  if (error) Fail(error.value());
+  if (error) folder_ = "/tmp";  // what TMPDIR names is no folder
   std::string name = (folder_ / "tarnwick-XXXXXX").string();
   file_ = std::make_unique<Descriptor>(::mkostemp(name.data(), O_CLOEXEC));
   if (file_->Value() < 0) Fail(errno);

@@ -33,6 +33,8 @@ constexpr Mark kMarks[] = {
     {0, "\x1F\x9D"sv, "a file packed by compress", kUnpackFirst},
     {0, "\x04\x22\x4D\x18"sv, "a file packed by lz4", kUnpackFirst},
     {0, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv, "an office document"},
+    {0, "\6\x09xyvk0"sv, "a graph, template or DataSet file",
+     "; it is read unpacked and with its ending (.tgr, .ttp, .tds)"},
     {0, "MATLAB 5.0 MAT-file"sv, "a MATLAB data file"},
     {0, "MATLAB 7.3 MAT-file"sv, "a MATLAB data file"},
     {0, "\x89HDF\r\n\x1A\n"sv, "an HDF5 file"},

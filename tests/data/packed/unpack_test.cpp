@@ -145,7 +145,7 @@ TEST(Unpack, SaysWhatIsWrong) {
        "The zstd data end before the file does, and something else follows: f, byte " +
            std::to_string(Zstd("").size() + 1)},
       {Gzip(zeros),
-       "The file unpacks to more than 500 times its size, as no table of numbers does: f",
+       "The file unpacks to more than 500 times its size, which no table of numbers does: f",
        {.in_memory = 1 << 16, .folder = folder.Path()}},
       {Bzip2(zeros), "The file unpacks to 0 GB or more, which is not read: f", {.gigabytes = 0}},
       {"\x28\xB5\x2F\xFD\x00\xA8\x01\x00\x00"s,
