@@ -132,13 +132,11 @@ BENCHMARK(LimitLoop)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
 
 void ImportEveryRow(benchmark::State& state) {
   const std::filesystem::path& path = Large();
-  ImportOptions options;
-  options.every = 1;
   std::int64_t points = 0;
   for (auto _ : state) {
     LoadOptions load;
     load.threads = static_cast<int>(state.range(0));
-    const ImportResult result = ImportFile(path, options, load);
+    const ImportResult result = ImportFile(path, {}, load);
     points = result.reports.front().points;
   }
   if (points != 10'000'000) state.SkipWithError("points are missing");
@@ -173,10 +171,16 @@ void CountLinesWithWc(benchmark::State& state) {
 }
 BENCHMARK(CountLinesWithWc)->Unit(benchmark::kMillisecond)->MinTime(1)->UseRealTime();
 
+ImportOptions Sampled() {
+  ImportOptions options;
+  options.automatic_sampling = true;
+  return options;
+}
+
 void ImportSampled(benchmark::State& state) {
   const std::filesystem::path& path = Large();
   for (auto _ : state) {
-    const ImportResult result = ImportFile(path);
+    const ImportResult result = ImportFile(path, Sampled());
     benchmark::DoNotOptimize(result.series.front()->PointCount());
   }
 }
@@ -184,8 +188,7 @@ BENCHMARK(ImportSampled)->Unit(benchmark::kMillisecond)->MinTime(1)->UseRealTime
 
 void ImportHundredThousandRows(benchmark::State& state) {
   const std::filesystem::path& path = Small();
-  ImportOptions options;
-  if (state.range(0) > 0) options.every = static_cast<std::int32_t>(state.range(0));
+  const ImportOptions options = state.range(0) == 0 ? Sampled() : ImportOptions();
   for (auto _ : state) {
     const ImportResult result = ImportFile(path, options);
     benchmark::DoNotOptimize(result.series.front()->PointCount());

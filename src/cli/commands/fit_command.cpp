@@ -89,7 +89,7 @@ void Check(const Options& options, Output& output) {
 InputGraph Read(const Options& options, const std::optional<PictureSize>& size) {
   InputArguments input = options.input;
   // Sampling at import would leave points out, too.
-  if (options.all_points && input.import.every == "auto") input.import.every = "1";
+  if (options.all_points && input.import.every.empty()) input.import.every = "1";
   return ReadInput(input, options.save, size.value_or(PictureSize()));
 }
 

@@ -72,11 +72,13 @@ void ReadRows(const std::string& text, ImportOptions& options) {
   if (parts.size() > 2) options.row_value2 = RowNumber(parts[2]);
 }
 
-std::optional<std::int32_t> SamplingNamed(const std::string& text) {
-  if (text == "auto") return std::nullopt;
-  const std::optional<std::int32_t> every = ParseInteger(text);
-  if (!every || *every < 1) throw UsageError("--every takes a whole number from 1, or auto");
-  return every;
+void ReadSampling(const std::string& text, ImportOptions& options) {
+  if (text.empty()) return;
+  options.automatic_sampling = text == "auto";
+  if (options.automatic_sampling) return;
+  options.every = ParseInteger(text);
+  if (!options.every || *options.every < 1)
+    throw UsageError("--every takes a whole number from 1, or auto");
 }
 
 }  // namespace
@@ -90,6 +92,20 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
   command.Add("--headers", arguments.headers, "Lines before the first row")
       .Group(group)
       .Check(kNonNegativeNumber);
+  command.Add("--names-line", arguments.names_line, "Line of the columns' names, from 1")
+      .Group(group)
+      .Check(kPositiveNumber);
+  command.Add("--units-line", arguments.units_line, "Line of the columns' units, from 1")
+      .Group(group)
+      .Check(kPositiveNumber);
+  command
+      .Add("--comment", arguments.comment_marks,
+           "What begins a line that is no row; several with blanks between")
+      .Group(group);
+  command
+      .Add("--missing", arguments.missing,
+           "Texts and numbers that stand for no value, with blanks between")
+      .Group(group);
   command.Add("--separators", arguments.separators, "Characters between columns, \\t is the tab")
       .Group(group);
   command.Add("--markers", arguments.markers, "Characters that quote a column").Group(group);
@@ -101,7 +117,8 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
       .Group(group)
       .Check(kPositiveNumber);
   command.Add("--rows", arguments.rows, "Which rows: MODE[,V1[,V2]]").Group(group);
-  command.Add("--every", arguments.every, "Take one row of N, or auto").Group(group);
+  command.Add("--every", arguments.every, "Take one row of N, or auto: about 5000 of them")
+      .Group(group);
   command
       .Add("--x-format", arguments.x_format,
            "auto, number, comma, date, day-first, month-first, thousands, unit, unix or unix-ms")
@@ -115,8 +132,16 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
   command.Add("--tolerance", arguments.tolerance, "X distance within which two points are one")
       .Group(group)
       .Check(kNonNegativeNumber);
-  command.AddFlag("--duplicates", arguments.duplicates, "Allow several points at one X")
-      .Group(group);
+  const Option duplicates =
+      command
+          .AddFlag("--duplicates", arguments.duplicates,
+                   "Allow several points at one X, as is done where the file repeats X")
+          .Group(group);
+  command
+      .AddFlag("--overwrite-equal", arguments.overwrite_equal,
+               "Of several rows at one X the last one counts")
+      .Group(group)
+      .Excludes(duplicates);
 }
 
 ImportOptions ToImportOptions(const ImportArguments& arguments) {
@@ -129,13 +154,19 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   options.merge_separators = arguments.merge_separators;
   options.width = arguments.width;
   ReadRows(arguments.rows, options);
-  options.every = SamplingNamed(arguments.every);
+  options.names_line = arguments.names_line;
+  options.units_line = arguments.units_line;
+  options.comment_marks = arguments.comment_marks;
+  options.missing = arguments.missing;
+  ReadSampling(arguments.every, options);
   options.x_format = FormatNamed(arguments.x_format);
   options.y_format = FormatNamed(arguments.y_format);
   options.x_expression = arguments.x_expression;
   options.y_expression = arguments.y_expression;
   options.tolerance = arguments.tolerance;
-  options.duplicates_allowed = arguments.duplicates;
+  if (arguments.duplicates || arguments.overwrite_equal) {
+    options.duplicates_allowed = arguments.duplicates;
+  }
   return options;
 }
 

@@ -19,13 +19,18 @@ struct ImportArguments {
   std::optional<std::string> markers;
   std::optional<int> width;
   std::string rows;
-  std::string every = "auto";
+  std::string every;
   std::string x_format;
   std::string y_format;
   std::optional<std::string> x_expression;
   std::optional<std::string> y_expression;
   double tolerance = 0;
   bool duplicates = false;
+  bool overwrite_equal = false;
+  std::optional<int> names_line;
+  std::optional<int> units_line;
+  std::optional<std::string> comment_marks;
+  std::optional<std::string> missing;
   std::optional<bool> merge_separators;
 };
 

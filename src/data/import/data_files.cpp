@@ -19,6 +19,14 @@ GuessHints HintsOf(const ImportOptions& options) {
           options.headers};
 }
 
+/// What the user says of the text, into its description.
+void ApplyTextOptions(const ImportOptions& options, TDSInfo& info) {
+  info.NamesLine = options.names_line.value_or(info.NamesLine);
+  info.UnitsLine = options.units_line.value_or(info.UnitsLine);
+  info.CommentMarks = options.comment_marks.value_or(info.CommentMarks);
+  info.MissingValues = options.missing.value_or(info.MissingValues);
+}
+
 }  // namespace
 
 std::unique_ptr<TDataSupplier> OpenDataFile(const TDSInfo& info, Progress& progress) {
@@ -52,6 +60,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   }
   const TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
   format.ApplyTo(source.info);
+  ApplyTextOptions(options, source.info);
   source.columns = format.columns;
   source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));
   source.columns.resize(source.supplier->ColumnNames().size());

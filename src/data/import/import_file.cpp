@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "data/import/import_source.h"
 #include "data/packed/unpack.h"
+#include "data/import/whole_data.h"
 
 namespace tarnwick {
 namespace {
@@ -59,7 +60,7 @@ void Describe(TDataSeries& series, const ImportSource& source, const ImportOptio
   info.YFormat = options.y_format.value_or(source.Guess(y).format);
   series.SetSeriesName(source.NameOf(y));
   series.SetNumericalTolerance(options.tolerance);
-  series.SetDuplicatesAllowed(options.duplicates_allowed);
+  series.SetDuplicatesAllowed(options.duplicates_allowed.value_or(options.tolerance == 0));
   if (options.x_expression) series.Source().XColExpr = *options.x_expression;
   if (options.y_expression) series.Source().YColExpr = *options.y_expression;
 }
@@ -122,9 +123,10 @@ void CountRows(const ImportSource& source, SourceSummary& summary, Progress& pro
   }
 }
 
-ImportResult LoadColumns(const ImportSource& source, const ImportOptions& options,
-                         const LoadOptions& load, const SeriesFactory& make) {
+ImportResult LoadColumns(ImportSource source, const ImportOptions& options, const LoadOptions& load,
+                         const SeriesFactory& make) {
   const ChosenColumns columns = ChooseColumns(source, options);
+  ChooseSampling(source.info, *source.supplier, options, load);
   ImportResult result;
   std::vector<TDataSeries*> series;
   for (const std::int32_t y : columns.y) {
@@ -135,6 +137,9 @@ ImportResult LoadColumns(const ImportSource& source, const ImportOptions& option
   result.reports = series.size() == 1
                        ? std::vector{LoadDataSet(*series.front(), *source.supplier, load)}
                        : LoadShared(series, *source.supplier, load);
+  if (!options.duplicates_allowed) {
+    for (TDataSeries* const one : series) ForbidAbsentDuplicates(*one);
+  }
   result.x_name = source.NameOf(columns.x);
   result.x_is_date = IsDate(source, columns.x, options.x_format);
   result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
@@ -153,6 +158,9 @@ void ImportOptions::Validate() const {
   if (headers && *headers < 0) throw Error("The number of header lines must not be negative");
   if (width && *width < 1) throw Error("The column width must be 1 or more");
   if (every && *every < 1) throw Error("The sampling frequency must be 1 or more");
+  if ((names_line && *names_line < 0) || (units_line && *units_line < 0)) {
+    throw Error("The lines of names and units must not be negative");
+  }
   if (separators && separators->empty()) throw Error("No Text Separators supplied");
   const auto mode = row_choice ? static_cast<std::int32_t>(*row_choice) : 0;
   if (mode < 0 || mode > 6) throw Error("The row choice mode must be 0 to 6");

@@ -30,17 +30,27 @@ struct ImportOptions {
   std::optional<RowChoice> row_choice;
   double row_value1 = 0;
   double row_value2 = 0;
-  std::optional<std::int32_t> every;  ///< sampling frequency; default: automatic
+  std::optional<std::int32_t> names_line;    ///< line of the columns' names from 1
+  std::optional<std::int32_t> units_line;    ///< line of their units from 1
+  std::optional<std::string> comment_marks;  ///< what begins a line that is no row; blanks between
+  std::optional<std::string> missing;        ///< what stands for no value; blanks between
+  std::optional<std::int32_t> every;         ///< this sampling frequency
+  /// The sampling frequency by the number of rows. Without this and `every`: all rows up to kMostWholeRows.
+  bool automatic_sampling = false;
   std::optional<ColumnFormat> x_format;
   std::optional<ColumnFormat> y_format;
   std::optional<std::string> x_expression;
   std::optional<std::string> y_expression;
   double tolerance = 0;
-  bool duplicates_allowed = false;
+  /// Default: allowed where the file repeats X, unless `tolerance` makes near points one.
+  std::optional<bool> duplicates_allowed;
 
   /// Throws Error when a value cannot be used (a negative number of headers, an unknown row choice, …).
   void Validate() const;
 };
+
+/// A file opened without a word about sampling is loaded whole up to this many rows.
+inline constexpr std::int64_t kMostWholeRows = 20'000'000;
 
 /// Makes the DataSets: graphs pass one that makes their own kind.
 using SeriesFactory = std::function<std::unique_ptr<TDataSeries>()>;
@@ -48,11 +58,13 @@ std::unique_ptr<TDataSeries> MakeDataSeries();
 
 struct ImportResult {
   std::vector<std::unique_ptr<TDataSeries>>
-      series;                       ///< in the order of their columns; loaded, named after them
-  std::vector<LoadReport> reports;  ///< one per DataSet
-  std::string x_name;               ///< for the axis title
-  bool x_is_date = false;           ///< the X axis should show its values as time
-  bool y_is_date = false;           ///< so should the Y axis
+      series;                        ///< in the order of their columns; loaded, named after them
+  std::vector<LoadReport> reports;   ///< one per DataSet
+  std::string x_name;                ///< for the axis title
+  std::string x_unit;                ///< "V"; empty where the file gives none
+  std::vector<std::string> y_units;  ///< likewise, one per DataSet; may be shorter
+  bool x_is_date = false;            ///< the X axis should show its values as time
+  bool y_is_date = false;            ///< so should the Y axis
   /// What was decided about the file that is not certain, one clause each, without a full stop: "the table from line 449 on
   /// is shown, another stands at line 21". Beside what the reports tell.
   std::vector<std::string> notes;
@@ -81,7 +93,8 @@ struct SourceSummary {
   std::int64_t rows = 0;     ///< data rows, skipped ones among them
   std::int64_t skipped = 0;  ///< rows in which some column that holds numbers cannot be read
   bool names_line = false;
-  bool cancelled = false;  ///< the rows were not counted to the end
+  bool cancelled = false;               ///< the rows were not counted to the end
+  std::vector<std::string> notes = {};  ///< as of ImportResult
   std::vector<ColumnSummary> columns;
 };
 

@@ -27,10 +27,6 @@ void ApplyRows(const ImportOptions& options, TDSInfo& info) {
     info.RowChoiceValue1 = options.row_value1;
     info.RowChoiceValue2 = options.row_value2;
   }
-  if (options.every) {
-    info.AutoRowHitFreq = false;
-    info.RowSamplingFrequency = *options.every;
-  }
 }
 
 }  // namespace

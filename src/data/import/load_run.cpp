@@ -117,7 +117,8 @@ bool LoadRun::CountRows() {
   const auto needs = [&](const Member& m) {
     const TDSInfo& info = all_[m.number]->Source();
     // With the rows indexed, sampling can leap.
-    return RowChooser::NeedsRowCount(info) || info.RowSamplingFrequency > kDensestSampling;
+    return RowChooser::NeedsRowCount(info) ||
+           (!info.AllRows && info.RowSamplingFrequency > kDensestSampling);
   };
   if (std::none_of(members_.begin(), members_.end(), needs)) return true;
   if (supplier_.Size() > kLargeSource) progress_.Begin(kTitle, subject_, supplier_.Size());

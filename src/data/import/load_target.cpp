@@ -96,7 +96,7 @@ void LoadTarget::Finish() {
   if (!x_.empty()) Flush();
   report_.points = series_.PointCount();
   report_.replaced = added_ - report_.points;
-  report_.sampled_every = std::max(series_.Source().RowSamplingFrequency, 1);
+  report_.sampled_every = chooser_.Every();
 }
 
 }  // namespace tarnwick

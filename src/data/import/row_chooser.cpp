@@ -17,7 +17,7 @@ std::int64_t Rows(double value) {
 }  // namespace
 
 bool RowChooser::NeedsRowCount(const TDSInfo& info) {
-  return info.AutoRowHitFreq || info.RowChoiceMode == RowChoice::DropLast;
+  return (info.AutoRowHitFreq && !info.AllRows) || info.RowChoiceMode == RowChoice::DropLast;
 }
 
 RowChooser::RowChooser(TDSInfo& info, std::optional<std::int64_t> rows, std::int32_t point_limit)
@@ -38,12 +38,12 @@ RowChooser::RowChooser(TDSInfo& info, std::optional<std::int64_t> rows, std::int
 
 void RowChooser::BeginTaking() {
   searching_ = false;
-  if (info_.AutoRowHitFreq && rows_left_) {
+  if (info_.AutoRowHitFreq && !info_.AllRows && rows_left_) {
     const std::int64_t every = *rows_left_ / point_limit_ + 1;
     info_.RowSamplingFrequency = static_cast<std::int32_t>(
         std::min<std::int64_t>(every, std::numeric_limits<std::int32_t>::max()));
   }
-  every_ = std::max(info_.RowSamplingFrequency, 1);
+  every_ = info_.AllRows ? 1 : std::max(info_.RowSamplingFrequency, 1);
   if (rows_left_ && *rows_left_ <= 0) next_ = kNoRow;
 }
 

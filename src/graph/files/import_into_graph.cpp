@@ -65,9 +65,7 @@ ImportedData ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
 
 ImportedData ImportTextIntoGraph(TxyGraph& graph, std::string text, const std::string& name,
                                  const LoadOptions& load) {
-  ImportOptions options;
-  options.every = 1;
-  return AddToGraph(graph, ImportText(std::move(text), name, options, load, MakeSeries));
+  return AddToGraph(graph, ImportText(std::move(text), name, {}, load, MakeSeries));
 }
 
 }  // namespace tarnwick

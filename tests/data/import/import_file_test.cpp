@@ -51,7 +51,12 @@ TEST(ImportFile, ReadsUnformattedFiles) {
   const TemporaryFolder folder;
   std::string bytes = " t , v\n@UNFORMATTED\n";
   for (int i = 0; i < 12'000; ++i) bytes += Single(float(i)) + Single(float(i) / 2);
-  const ImportResult result = ImportFile(folder.Write("t.dat", bytes + "ab"));
+  ImportOptions sampled;
+  sampled.automatic_sampling = true;
+  const auto path = folder.Write("t.dat", bytes + "ab");
+  const auto whole = ImportFile(path).series.at(0)->Source();
+  EXPECT_TRUE(whole.AllRows && !whole.AutoRowHitFreq && whole.RowSamplingFrequency == 1);
+  const ImportResult result = ImportFile(path, sampled);
   const TDataSeries& series = *result.series.at(0);
   EXPECT_EQ(series.SeriesName(), "v");
   EXPECT_EQ(series.PointCount(), 4000);

@@ -73,6 +73,8 @@ TEST(Loader, SamplesAutomatically) {
     EXPECT_EQ(series->Source().RowSamplingFrequency, row.every);
     EXPECT_EQ(report.sampled_every, row.every);
     EXPECT_EQ(Xs(*series).back(), 1 + (row.points - 1) * row.every);
+    series->Source().AllRows = true;
+    EXPECT_EQ(LoadDataSet(*series, *supplier, options).points, row.rows);
   }
 }
 

@@ -1,0 +1,49 @@
+#include "data/import/whole_data.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tarnwick {
+namespace {
+
+bool FitsWhole(TDataSupplier& supplier, const LoadOptions& load) {
+  if (supplier.Size() <= kMostWholeRows) return true;  // no unit of size is larger than a row
+  NoProgress unseen;
+  Progress& progress = load.progress != nullptr ? *load.progress : unseen;
+  return supplier.CountRows(progress) && supplier.RowCount() <= kMostWholeRows;
+}
+
+bool RepeatsX(const PointChain& points) {
+  std::optional<double> last;
+  bool repeats = false;
+  points.ForEachChunk([&](const ChunkView& chunk) {
+    repeats = repeats || last == chunk.x.front() ||
+              std::adjacent_find(chunk.x.begin(), chunk.x.end()) != chunk.x.end();
+    last = chunk.x.back();
+  });
+  return repeats;
+}
+
+}  // namespace
+
+void TakeAllRows(TDSInfo& info) {
+  info.AllRows = true;
+  info.AutoRowHitFreq = false;
+  info.RowSamplingFrequency = 1;
+}
+
+void ChooseSampling(TDSInfo& info, TDataSupplier& supplier, const ImportOptions& options,
+                    const LoadOptions& load) {
+  if (options.every) {
+    info.AutoRowHitFreq = false;
+    info.RowSamplingFrequency = *options.every;
+  } else if (!options.automatic_sampling && !load.reduced_points && FitsWhole(supplier, load)) {
+    TakeAllRows(info);
+  }
+}
+
+void ForbidAbsentDuplicates(TDataSeries& series) {
+  if (!RepeatsX(series.Points())) series.SetDuplicatesAllowed(false);
+}
+
+}  // namespace tarnwick
