@@ -42,7 +42,9 @@ int RunAction(const Action& action, Output& output, std::ostream& out, std::ostr
   } catch (const std::exception& error) {
     return Fail(err, std::string("internal error: ") + error.what());
   }
-  return Finish(out, err);
+  const int status = Finish(out, err);
+  if (status == 0) output.TellNotes();
+  return status;
 }
 
 }  // namespace
@@ -52,6 +54,9 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
                       "tarnwick-cli", "tarnwick-cli " + std::string(kVersion));
   bool json = false;
   parser.Everywhere().AddFlag("--json", json, "Answer with one JSON document");
+  bool quiet = false;
+  parser.Everywhere().AddFlag("--quiet", quiet,
+                              "Do not say what was skipped, replaced, joined or guessed");
 
   Action action;
   for (const CommandRow& row : Commands()) {
@@ -62,7 +67,8 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
   if (parsed.kind == Parsed::Kind::Answered) return Finish(out, err);
   if (parsed.kind == Parsed::Kind::WrongUsage) return WrongUsage(err, parsed.refusal);
   if (!action) return WrongUsage(err, "A command is required");
-  Output output(out, err, json ? Output::Form::Document : Output::Form::Text);
+  Output output(out, err, json ? Output::Form::Document : Output::Form::Text,
+                quiet ? Output::Notes::Quiet : Output::Notes::Told);
   return RunAction(action, output, out, err);
 }
 

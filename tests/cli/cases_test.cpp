@@ -6,7 +6,7 @@
 //                      ($TFN: the folder of the ready-made fitting functions)
 //   = status           its exit status; the lines to the next empty line or key are its whole answer
 //   ~ text             its answer holds this text
-//   ! text             standard error holds this text
+//   ! text             standard error holds this text; "!": nothing
 //   ? file             this file exists now; "?! file": it does not
 #include <gtest/gtest.h>
 
@@ -97,6 +97,8 @@ class Script {
     } else if (key == "~") {
       EXPECT_NE(result_.out.find(rest), std::string::npos) << rest << "\nis not in\n"
                                                            << result_.out;
+    } else if (line == "!") {
+      EXPECT_EQ(result_.err, "");
     } else if (key == "!") {
       EXPECT_NE(result_.err.find(rest), std::string::npos) << rest << "\nis not in\n"
                                                            << result_.err;

@@ -14,7 +14,7 @@ struct Options {
 };
 
 void RunArea(const Options& options, Output& output) {
-  const InputGraph input = ReadInput(options.input);
+  const InputGraph input = ReadInput(options.input, output);
   const double area = AreaOf(input.graph->Series(ChooseSeries(*input.graph, options.dataset)));
   if (output.IsJson()) {
     output.Document({{"area", JsonNumber(area)}});
@@ -24,7 +24,7 @@ void RunArea(const Options& options, Output& output) {
 }
 
 void RunTotal(const Options& options, Output& output) {
-  const InputGraph input = ReadInput(options.input);
+  const InputGraph input = ReadInput(options.input, output);
   const TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
   const double sum = SumOf(series);
   if (output.IsJson()) {

@@ -117,7 +117,7 @@ void Run(const Options& options, Output& output) {
   const PictureSize size = ParseSize(options.size);
   // Refused before anything is printed.
   for (const std::string& text : options.pixels) static_cast<void>(ParsePair(text));
-  const InputGraph input = ReadInput(options.input);
+  const InputGraph input = ReadInput(options.input, output);
   TxyGraph& graph = *input.graph;
   ApplySteps(graph, options);
   for (const std::string& axis : options.log_axes) graph.Axis(AxisNamed(axis)).SetLogScale(true);

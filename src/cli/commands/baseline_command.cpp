@@ -41,7 +41,7 @@ void RunBaseline(const BaselineOptions& options, Output& output) {
   CheckFinite(options.offset, "--offset");
   CheckFinite(options.slope, "--slope");
   CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input, options.save);
+  const InputGraph input = ReadInput(options.input, options.save, output);
   TxyGraph& graph = *input.graph;
   const std::size_t index = ChooseSeries(graph, options.dataset);
   if (options.mark) {
@@ -60,7 +60,7 @@ void RunShift(const ShiftOptions& options, Output& output) {
   }
   CheckFinite(options.by, "--by");
   CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input, options.save);
+  const InputGraph input = ReadInput(options.input, options.save, output);
   TxyGraph& graph = *input.graph;
   if (options.mark) {
     MoveXOrigin(graph, graph.Marks().FindMark(*options.mark));

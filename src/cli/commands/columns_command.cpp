@@ -5,6 +5,7 @@
 #include "cli/options/input_graph.h"
 #include "cli/output/terminal_progress.h"
 #include "data/import/import_file.h"
+#include "data/import/import_told.h"
 #include "sources/all_source_kinds.h"
 
 namespace tarnwick::cli {
@@ -27,12 +28,22 @@ void PrintText(const SourceSummary& summary, std::ostream& out) {
   }
 }
 
+ImportTold Told(const SourceSummary& summary) {
+  ImportTold told = TellImport({}, {}, summary.notes);
+  if (summary.skipped > 0) {
+    told.insert(told.begin(), {ToldAbout::Skipping, "in " + Counted(summary.skipped, "row") +
+                                                        " some column is empty or no number"});
+  }
+  return told;
+}
+
 void Run(const InputArguments& arguments, Output& output) {
   if (IsGraphFile(arguments.file))
     throw UsageError("columns reads data files; info reads " + arguments.file);
   TerminalProgress progress;
   const SourceSummary summary =
       SummarizeFile(arguments.file, ToImportOptions(arguments.import), progress, AllSourceKinds());
+  output.Note(Sentence(Told(summary)));
   if (!output.IsJson()) {
     PrintText(summary, output.Text());
     return;

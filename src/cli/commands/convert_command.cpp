@@ -37,7 +37,7 @@ void ConvertFunction(const Options& options, Output& output) {
 void Run(const Options& options, Output& output) {
   if (IsFitFunctionFile(options.input.file)) return ConvertFunction(options, output);
   CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input, options.save);
+  const InputGraph input = ReadInput(options.input, options.save, output);
   const std::size_t index =
       input.graph->SeriesCount() == 0 ? 0 : ChooseSeries(*input.graph, options.dataset);
   SaveOutput(*input.graph, index, options.save, output);

@@ -23,7 +23,7 @@ struct Options {
 template <DerivedKind kKind>
 void Run(const Options& options, Output& output) {
   if (options.save.Wanted()) CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input, options.save);
+  const InputGraph input = ReadInput(options.input, options.save, output);
   TSeries& source = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
   DerivedOptions derived;
   derived.name = options.name;

@@ -86,11 +86,11 @@ void Check(const Options& options, Output& output) {
                      << function.file << '\n';
 }
 
-InputGraph Read(const Options& options, const std::optional<PictureSize>& size) {
+InputGraph Read(const Options& options, const std::optional<PictureSize>& size, Output& output) {
   InputArguments input = options.input;
   // Sampling at import would leave points out, too.
   if (options.all_points && input.import.every.empty()) input.import.every = "1";
-  return ReadInput(input, options.save, size.value_or(PictureSize()));
+  return ReadInput(input, options.save, output, size.value_or(PictureSize()));
 }
 
 FitJob Prepare(const Options& options, TSeries& series) {
@@ -190,7 +190,7 @@ void Run(const Options& options, Output& output) {
   Check(options, output);
   std::optional<PictureSize> size;
   if (!options.size.empty()) size = ParseSize(options.size);
-  const InputGraph input = Read(options, size);
+  const InputGraph input = Read(options, size, output);
   if (size) input.graph->Resize(size->width, size->height);
   const std::size_t index = ChooseSeries(*input.graph, options.dataset);
   TSeries& series = input.graph->Series(index);

@@ -18,10 +18,10 @@ void Run(const Options& options, Output& output) {
   if (IsGraphFile(options.input.file))
     throw UsageError("import reads data files; convert reads " + options.input.file);
   if (options.save.Wanted()) CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input, options.save);
+  const InputGraph input = ReadInput(options.input, options.save, output);
   if (options.save.Wanted()) SaveOutput(*input.graph, 0, options.save, output);
   if (options.save.file == "-") return;
-  PrintInfo(*input.graph, input.reports, output);
+  PrintInfo(input, output);
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ void Run(const InputArguments& arguments, Output& output) {
   if (IsFitFunctionFile(arguments.file)) {
     return PrintFunctionInfo(LoadFitFunction(arguments.file), output);
   }
-  const InputGraph input = ReadInput(arguments);
-  PrintInfo(*input.graph, input.reports, output);
+  const InputGraph input = ReadInput(arguments, output);
+  PrintInfo(input, output);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "cli/commands/info_json.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -59,7 +60,8 @@ Json TableJson(FieldTable<Owner> table, const Owner& owner) {
 
 /// The keys of a DataSet's section that say where its points come from.
 bool IsSourceKey(int number) {
-  return (number >= 9 && number <= 24) || number == 44 || (number >= 46 && number <= 48);
+  return (number >= 9 && number <= 24) || number == 44 || (number >= 46 && number <= 49) ||
+         (number >= 53 && number <= 59);
 }
 
 Json SourceJson(const TDataSeries& series) {
@@ -116,9 +118,19 @@ void PrintMembers(const Json& object, int depth, std::ostream& out) {
   }
 }
 
+bool IsText(const Json& item) {
+  return std::holds_alternative<std::string>(item.Get());
+}
+
 void PrintItems(const Json::Items& items, int depth, std::ostream& out) {
-  out << (items.empty() ? " none\n" : "\n");
+  const bool on_one_line = std::all_of(items.begin(), items.end(), &IsText);
   int number = 0;
+  if (on_one_line) {
+    for (const Json& item : items) out << (number++ == 0 ? " " : "; ") << PlainText(item, {});
+    out << (items.empty() ? " none\n" : "\n");
+    return;
+  }
+  out << '\n';
   for (const Json& item : items) {
     out << Indent(depth) << '[' << ++number << "]\n";
     PrintMembers(item, depth + 1, out);
@@ -143,8 +155,6 @@ void Print(const Json& document, Output& output) {
     PrintMembers(document, 0, output.Text());
   }
 }
-
-}  // namespace
 
 Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports) {
   Json axes = Json::Array();
@@ -172,8 +182,13 @@ Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports) {
           {"children", std::move(children)}};
 }
 
-void PrintInfo(const TxyGraph& graph, const std::vector<LoadReport>& reports, Output& output) {
-  Print(InfoJson(graph, reports), output);
+}  // namespace
+
+void PrintInfo(const InputGraph& input, Output& output) {
+  Json document = InfoJson(*input.graph, input.reports);
+  Json& notes = document["notes"] = Json::Array();
+  for (const ToldClause& clause : input.told) notes.Append(clause.text);
+  Print(document, output);
 }
 
 void PrintFunctionInfo(const FitSettings& function, Output& output) {

@@ -2,21 +2,15 @@
 // by itself.
 #pragma once
 
-#include <vector>
-
+#include "cli/options/input_graph.h"
 #include "cli/output/output.h"
-#include "data/import/load_report.h"
 #include "fit/model/fit_settings.h"
-#include "graph/xy_graph.h"
 
 namespace tarnwick::cli {
 
-/// The document of "info". `reports` (of a file just imported, one per DataSet, else empty) add how many rows gave no
-/// point and why.
-Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports);
-
-/// Prints the document, or its text for people.
-void PrintInfo(const TxyGraph& graph, const std::vector<LoadReport>& reports, Output& output);
+/// Prints all that the graph holds and, where it was just imported, how many rows gave no point and why, and what else
+/// there is to tell.
+void PrintInfo(const InputGraph& input, Output& output);
 /// The same of a fitting-function file.
 void PrintFunctionInfo(const FitSettings& function, Output& output);
 

@@ -15,7 +15,7 @@ struct Options {
 };
 
 void Run(const Options& options, Output& output) {
-  const InputGraph input = ReadInput(options.input);
+  const InputGraph input = ReadInput(options.input, output);
   TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
   SettleRegression(series);
   options.curve ? PrintCurve(series, output) : PrintPoints(series, output);

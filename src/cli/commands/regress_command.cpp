@@ -22,7 +22,7 @@ struct Options {
 
 void Run(const Options& options, Output& output) {
   if (options.save.Wanted()) CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input, options.save);
+  const InputGraph input = ReadInput(options.input, options.save, output);
   const std::size_t index = ChooseSeries(*input.graph, options.dataset);
   TSeries& series = input.graph->Series(index);
   if (options.steps) series.SetRegressionSteps(*options.steps);

@@ -22,7 +22,7 @@ struct Options {
 void Run(const Options& options, Output& output) {
   const PictureSize size = ParseSize(options.size, options.dpi);
   CheckOverwrite(options.save);
-  InputGraph input = ReadInput(options.input);
+  InputGraph input = ReadInput(options.input, output);
   const HeadlessGui gui;
   PictureOptions picture;
   picture.width = size.width;

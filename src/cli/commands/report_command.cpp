@@ -19,16 +19,16 @@ struct Options {
   bool settings = false;
 };
 
-FitSettings ReadModel(const Options& options) {
+FitSettings ReadModel(const Options& options, Output& output) {
   if (IsFitFunctionFile(options.input.file)) return LoadFitFunction(options.input.file);
-  const InputGraph input = ReadInput(options.input);
+  const InputGraph input = ReadInput(options.input, output);
   return input.graph->Series(ChooseSeries(*input.graph, options.dataset)).Fit().Settings();
 }
 
 /// The report shows the compiled text; the settings text needs none.
-std::vector<std::string> Lines(const Options& options) {
+std::vector<std::string> Lines(const Options& options, Output& output) {
   TCurFit fit;
-  fit.SetSettings(ReadModel(options), false);
+  fit.SetSettings(ReadModel(options, output), false);
   if (options.settings) return SettingsText(fit);
   try {
     fit.Prepare();
@@ -39,7 +39,7 @@ std::vector<std::string> Lines(const Options& options) {
 }
 
 void Run(const Options& options, Output& output) {
-  const std::vector<std::string> lines = Lines(options);
+  const std::vector<std::string> lines = Lines(options, output);
   if (output.IsJson()) {
     output.Document({{"lines", lines}});
     return;

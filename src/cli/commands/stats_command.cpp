@@ -46,7 +46,7 @@ void PrintText(const Json& document, std::ostream& out) {
 }
 
 void Run(const Options& options, Output& output) {
-  const InputGraph input = ReadInput(options.input);
+  const InputGraph input = ReadInput(options.input, output);
   const TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
   Json document = RecordJson(options.of == "x" ? series.XStatistics() : series.YStatistics());
   AddExtremes(series, document);

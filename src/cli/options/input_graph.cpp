@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "cli/options/option_parser.h"
+#include "cli/output/output.h"
 #include "cli/options/save_output.h"
 #include "cli/output/headless_gui.h"
 #include "cli/output/terminal_progress.h"
@@ -19,7 +20,16 @@
 namespace tarnwick::cli {
 namespace {
 
-InputGraph ImportData(const InputArguments& arguments) {
+/// With the options that have it otherwise.
+std::string Note(ImportTold told) {
+  for (ToldClause& clause : told) {
+    if (clause.about == ToldAbout::Sampling) clause.text += " (--every 1 reads all)";
+    if (clause.about == ToldAbout::Replacing) clause.text += " (--duplicates keeps all)";
+  }
+  return Sentence(told);
+}
+
+InputGraph ImportData(const InputArguments& arguments, Output& output) {
   InputGraph input;
   input.from_data = true;
   input.graph = std::make_unique<TxyGraph>();
@@ -27,9 +37,11 @@ InputGraph ImportData(const InputArguments& arguments) {
   LoadOptions load;
   load.progress = &progress;
   load.kinds = AllSourceKinds();
-  input.reports =
-      ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load)
-          .reports;
+  ImportedData imported =
+      ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load);
+  input.told = std::move(imported.told);
+  input.reports = std::move(imported.reports);
+  output.Note(Note(input.told));
   return input;
 }
 
@@ -47,16 +59,16 @@ bool IsGraphFile(const std::string& file) {
   return HoldsSections(KindToRead(file));
 }
 
-InputGraph ReadInput(const InputArguments& arguments) {
-  if (!IsGraphFile(arguments.file)) return ImportData(arguments);
+InputGraph ReadInput(const InputArguments& arguments, Output& output) {
+  if (!IsGraphFile(arguments.file)) return ImportData(arguments, output);
   InputGraph input;
   input.graph = LoadGraph(arguments.file);
   return input;
 }
 
-InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
+InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save, Output& output,
                      const PictureSize& size) {
-  InputGraph input = ReadInput(arguments);
+  InputGraph input = ReadInput(arguments, output);
   if (input.from_data && KeepsLook(save)) {
     const HeadlessGui gui;
     GiveLook(input, arguments, QSizeF(size.width, size.height));

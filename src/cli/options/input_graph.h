@@ -7,12 +7,14 @@
 
 #include "cli/options/import_options.h"
 #include "cli/options/size_option.h"
+#include "data/import/import_told.h"
 #include "data/import/load_report.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick::cli {
 
 class Command;
+class Output;
 struct SaveArguments;
 
 struct InputArguments {
@@ -23,6 +25,7 @@ struct InputArguments {
 struct InputGraph {
   std::unique_ptr<TxyGraph> graph;
   std::vector<LoadReport> reports;  ///< one per DataSet of a text file, else empty
+  ImportTold told;                  ///< what came of reading it
   bool from_data = false;           ///< read from a text or binary data file
 };
 
@@ -32,10 +35,11 @@ void AddInput(Command& command, InputArguments& arguments);
 /// True for graph files, templates and DataSet files.
 bool IsGraphFile(const std::string& file);
 
-InputGraph ReadInput(const InputArguments& arguments);
+/// Notes in `output` what was skipped, replaced, joined or guessed.
+InputGraph ReadInput(const InputArguments& arguments, Output& output);
 
 /// The same for a command that saves what it made: in a file that keeps a look, data get theirs, for a picture of `size`.
-InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
+InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save, Output& output,
                      const PictureSize& size = {});
 
 /// Gives a graph that came from data alone, which has no look of its own, the one that the desktop program gives it in a

@@ -8,6 +8,14 @@ void Output::Flush() {
   if (!out_.flush()) throw Error("the answer cannot be written");
 }
 
+void Output::Note(const std::string& sentence) {
+  if (notes_ == Notes::Told && !sentence.empty()) sentences_.push_back(sentence);
+}
+
+void Output::TellNotes() {
+  for (const std::string& sentence : sentences_) err_ << "tarnwick-cli: note: " << sentence << '\n';
+}
+
 void Output::Document(const Json& document) {
   WriteJson(document, out_);
   out_ << '\n';

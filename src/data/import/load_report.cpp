@@ -1,6 +1,5 @@
 #include "data/import/load_report.h"
 
-#include <string_view>
 #include <utility>
 
 #include "base/number_text.h"
@@ -42,26 +41,40 @@ void LoadReport::AddSkipped(SkipReason reason, std::int64_t line) {
   }
 }
 
+std::string LoadReport::SampledText() const {
+  return sampled_every > 1 ? "every " + Ordinal(sampled_every) + " row" : std::string();
+}
+
+std::string LoadReport::SkippedText() const {
+  if (Skipped() == 0) return {};
+  const std::pair<std::int64_t, const char*> reasons[] = {{x_missing, "X empty"},
+                                                          {y_missing, "Y empty"},
+                                                          {x_not_number, "X not a number"},
+                                                          {y_not_number, "Y not a number"}};
+  std::string list;
+  for (const auto& [count, reason] : reasons) {
+    if (count == Skipped()) {
+      list = reason;
+    } else if (count > 0) {
+      list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + reason;
+    }
+  }
+  return Counted(Skipped(), "row") + " skipped (" + list + "; first at line " +
+         std::to_string(first_skipped_line) + ")";
+}
+
+std::string LoadReport::ReplacedText() const {
+  if (replaced <= 0) return {};
+  return Counted(replaced, "row") + " replaced by later ones at the same X";
+}
+
 std::string LoadReport::Message() const {
   if (!loaded) return cancelled ? "Cancelled, nothing was loaded" : "Nothing was loaded";
   std::string text = Counted(points, "point");
-  if (sampled_every > 1) text += ", every " + Ordinal(sampled_every) + " row";
-  if (Skipped() > 0) {
-    text += "; " + Counted(Skipped(), "row") + " skipped (";
-    const std::pair<std::int64_t, const char*> reasons[] = {{x_missing, "X empty"},
-                                                            {y_missing, "Y empty"},
-                                                            {x_not_number, "X not a number"},
-                                                            {y_not_number, "Y not a number"}};
-    std::string list;
-    for (const auto& [count, reason] : reasons) {
-      if (count == 0) continue;
-      if (!list.empty()) list += ", ";
-      list += std::to_string(count) + " " + reason;
-    }
-    text += list + "; first at line " + std::to_string(first_skipped_line) + ")";
+  if (sampled_every > 1) text += ", " + SampledText();
+  for (const std::string& part : {SkippedText(), ReplacedText()}) {
+    if (!part.empty()) text += "; " + part;
   }
-  if (replaced > 0)
-    text += "; " + Counted(replaced, "row") + " replaced by later ones at the same X";
   if (cancelled) text += "; cancelled";
   return text;
 }

@@ -27,8 +27,12 @@ struct LoadReport {
 
   std::int64_t Skipped() const;
   void AddSkipped(SkipReason reason, std::int64_t line);
-  /// One sentence for a status bar, e.g. "4000 points, every 3rd row; 2 rows skipped (1 X empty, 1 Y not a number; first
-  /// at line 17); 2 rows replaced by later ones at the same X".
+  /// What there is to say, each empty for nothing: "every 3rd row", "2 rows skipped (1 X empty, 1 Y not a number; first at
+  /// line 17)", "2 rows replaced by later ones at the same X".
+  std::string SampledText() const;
+  std::string SkippedText() const;
+  std::string ReplacedText() const;
+  /// All of it behind the number of points: "4000 points, every 3rd row; 2 rows skipped (Y empty; first at line 17)".
   std::string Message() const;
 };
 

@@ -39,8 +39,15 @@ std::unique_ptr<TDataSeries> MakeSeries() {
   return std::make_unique<TSeries>();
 }
 
+ImportTold Told(const ImportResult& result) {
+  std::vector<std::string> names;
+  for (const auto& series : result.series) names.push_back(series->SeriesName());
+  return TellImport(result.reports, names, result.notes);
+}
+
 ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
-  if (result.cancelled) return {std::move(result.reports), std::move(result.notes)};
+  if (result.cancelled) return {std::move(result.reports), {}};
+  ImportTold told = Told(result);
   graph.BeginUpdate();
   if (result.x_is_date) {
     MakeTimeAxis(graph.Axis(AxisId::X), RangeOf(result, &Extremes::x_min, &Extremes::x_max));
@@ -53,7 +60,7 @@ ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
     graph.AddSeries(std::unique_ptr<TSeries>(static_cast<TSeries*>(series.release())));
   }
   graph.EndUpdate();
-  return {std::move(result.reports), std::move(result.notes)};
+  return {std::move(result.reports), std::move(told)};
 }
 
 }  // namespace

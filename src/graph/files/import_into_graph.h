@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "data/import/import_file.h"
+#include "data/import/import_told.h"
 
 namespace tarnwick {
 
@@ -15,7 +16,7 @@ class TxyGraph;
 /// What came into a graph, and what there is to tell of it.
 struct ImportedData {
   std::vector<LoadReport> reports;  ///< one per DataSet added
-  std::vector<std::string> notes;   ///< as of ImportResult
+  ImportTold told;
 };
 
 /// Adds the DataSets that `path` holds to the graph, sets up a time axis where X (Y) holds dates, makes the first new

@@ -64,7 +64,7 @@ TEST(ImportFile, ReadsUnformattedFiles) {
   EXPECT_EQ(series.Source().RowSamplingFrequency, 3);
   EXPECT_EQ(series.Points().At(3999).y, 11'997 / 2.0);
   EXPECT_EQ(result.reports.at(0).Message(),
-            "4000 points, every 3rd row; 1 row skipped (1 X empty; first at line 12001)");
+            "4000 points, every 3rd row; 1 row skipped (X empty; first at line 12001)");
 
   const auto unnamed = folder.Write("u.dat", "\n@unformatted\n" + Single(1) + Single(2));
   EXPECT_EQ(ImportFile(unnamed).series.at(0)->SeriesName(), "(col 2)");

@@ -1,0 +1,115 @@
+#include "data/import/import_told.h"
+
+#include <algorithm>
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kMostGroups = 3;
+constexpr std::size_t kMostNames = 3;
+
+/// A kind of clause: its words for one DataSet, empty for none, and how much of it there is.
+struct Kind {
+  ToldAbout about;
+  std::string (*text)(const LoadReport& report);
+  std::int64_t (*amount)(const LoadReport& report);
+  const char* plural;  ///< of many DataSets with different words: "have skipped rows"
+};
+
+std::string ShownText(const LoadReport& report) {
+  const std::string sampled = report.SampledText();
+  return sampled.empty() ? sampled : sampled + " is shown";
+}
+
+constexpr Kind kKinds[] = {
+    {ToldAbout::Sampling, &ShownText,
+     [](const LoadReport& r) -> std::int64_t { return r.sampled_every; },
+     "show a part of their rows"},
+    {ToldAbout::Skipping, [](const LoadReport& r) { return r.SkippedText(); },
+     [](const LoadReport& r) { return r.Skipped(); }, "have skipped rows"},
+    {ToldAbout::Replacing, [](const LoadReport& r) { return r.ReplacedText(); },
+     [](const LoadReport& r) { return r.replaced; }, "have rows replaced by later ones"},
+};
+
+/// DataSets of which the same is said.
+struct Group {
+  std::string text;
+  std::vector<std::string> names;
+  std::int64_t amount = 0;
+};
+
+std::vector<Group> GroupsOf(const Kind& kind, std::span<const LoadReport> reports,
+                            std::span<const std::string> names) {
+  std::vector<Group> groups;
+  for (std::size_t i = 0; i < reports.size(); ++i) {
+    const std::string text = reports[i].loaded ? kind.text(reports[i]) : std::string();
+    if (text.empty()) continue;
+    auto group = std::ranges::find(groups, text, &Group::text);
+    if (group == groups.end()) {
+      group = groups.insert(group, {text, {}, kind.amount(reports[i])});
+    }
+    group->names.push_back(names[i]);
+  }
+  return groups;
+}
+
+/// "a", "b" and 4 more
+std::string Listed(const std::vector<std::string>& names) {
+  const std::size_t shown = names.size() <= kMostNames ? names.size() : kMostNames - 1;
+  std::string list;
+  for (std::size_t i = 0; i < shown; ++i) {
+    const bool last = i > 0 && i + 1 == names.size();
+    list += (i == 0 ? "" : last ? " and " : ", ") + ("\"" + names[i] + "\"");
+  }
+  if (shown < names.size()) list += " and " + std::to_string(names.size() - shown) + " more";
+  return list;
+}
+
+void Tell(const Kind& kind, const std::vector<Group>& groups, std::size_t loaded,
+          ImportTold& told) {
+  if (groups.empty()) return;
+  if (groups.size() == 1 && groups.front().names.size() == loaded) {
+    told.push_back({kind.about, groups.front().text});
+    return;
+  }
+  if (groups.size() <= kMostGroups) {
+    for (const Group& group : groups) {
+      told.push_back({kind.about, Listed(group.names) + ": " + group.text});
+    }
+    return;
+  }
+  std::size_t concerned = 0;
+  for (const Group& group : groups) concerned += group.names.size();
+  const auto most = std::ranges::max_element(groups, {}, &Group::amount);
+  told.push_back({kind.about, std::to_string(concerned) + " of " + std::to_string(loaded) +
+                                  " DataSets " + kind.plural + ", most of all " +
+                                  Listed(most->names) + ": " + most->text});
+}
+
+}  // namespace
+
+ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::string> names,
+                      std::span<const std::string> notes) {
+  ImportTold told;
+  const auto loaded = std::ranges::count_if(reports, &LoadReport::loaded);
+  for (const Kind& kind : kKinds) {
+    Tell(kind, GroupsOf(kind, reports, names), static_cast<std::size_t>(loaded), told);
+  }
+  for (const std::string& note : notes) told.push_back({ToldAbout::Guessing, note});
+  return told;
+}
+
+bool IsAbout(const ImportTold& told, ToldAbout about) {
+  return std::ranges::find(told, about, &ToldClause::about) != told.end();
+}
+
+std::string Sentence(const ImportTold& told) {
+  std::string sentence;
+  for (const ToldClause& clause : told) sentence += (sentence.empty() ? "" : "; ") + clause.text;
+  if (sentence.empty()) return sentence;
+  if (sentence[0] >= 'a' && sentence[0] <= 'z')
+    sentence[0] = static_cast<char>(sentence[0] - 'a' + 'A');
+  return sentence + '.';
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,34 @@
+// What came of reading data that the picture does not show by itself, for whoever must be told: one short sentence, the same
+// in every face. Knows reports and clauses; silence is for what is certain.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "data/import/load_report.h"
+
+namespace tarnwick {
+
+/// What a clause is about; each face knows how to have it otherwise.
+enum class ToldAbout { Sampling, Skipping, Replacing, Guessing };
+
+struct ToldClause {
+  ToldAbout about = ToldAbout::Guessing;
+  std::string text;  ///< "every 2000th row is shown": no capital, no full stop
+  bool operator==(const ToldClause&) const = default;
+};
+
+using ImportTold = std::vector<ToldClause>;
+
+/// What the reports say of their DataSets, once where they say the same, and the notes of the guess. Nothing when every row
+/// was read and nothing decided. `names` are the DataSets'; reports of those that were not loaded count for nothing.
+ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::string> names,
+                      std::span<const std::string> notes = {});
+
+bool IsAbout(const ImportTold& told, ToldAbout about);
+
+/// "Every 2000th row is shown; 2 rows skipped (Y empty; first at line 17)." Empty for nothing.
+std::string Sentence(const ImportTold& told);
+
+}  // namespace tarnwick

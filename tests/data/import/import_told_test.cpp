@@ -1,0 +1,56 @@
+#include "data/import/import_told.h"
+
+#include <gtest/gtest.h>
+
+namespace tarnwick {
+namespace {
+
+struct Loaded {
+  std::int32_t every = 1;
+  std::int64_t y_empty = 0;
+  std::int64_t replaced = 0;
+  bool loaded = true;
+};
+
+LoadReport ReportOf(const Loaded& row) {
+  LoadReport report;
+  report.loaded = row.loaded;
+  report.sampled_every = row.every;
+  report.replaced = row.replaced;
+  for (std::int64_t i = 0; i < row.y_empty; ++i) report.AddSkipped(SkipReason::YMissing, 7 + i);
+  return report;
+}
+
+TEST(ImportTold, SaysOnceWhatHoldsForAll) {
+  struct Row {
+    std::vector<Loaded> loaded;
+    std::vector<std::string> notes;
+    const char* sentence;
+  };
+  const Row rows[] = {
+      {{{}, {}}, {}, ""},
+      {{{2000}, {2000}}, {}, "Every 2000th row is shown."},
+      {{{2}, {1, 3, 1}},
+       {"days come first"},
+       "\"a\": every 2nd row is shown; \"b\": 3 rows skipped (Y empty; first at line 7); \"b\": 1 "
+       "row "
+       "replaced by later ones at the same X; days come first."},
+      {{{1, 2}, {}, {1, 2}}, {}, "\"a\" and \"c\": 2 rows skipped (Y empty; first at line 7)."},
+      {{{1, 2}, {1, 2}, {1, 2}, {1, 2}, {}},
+       {},
+       "\"a\", \"b\" and 2 more: 2 rows skipped (Y empty; first at line 7)."},
+      {{{1, 1}, {1, 2}, {1, 9}, {1, 3}, {}},
+       {},
+       "4 of 5 DataSets have skipped rows, most of all \"c\": 9 rows skipped (Y empty; first at "
+       "line 7)."},
+      {{{1, 1}, {1, 0, 0, false}}, {}, "1 row skipped (Y empty; first at line 7)."}};
+  const std::vector<std::string> names = {"a", "b", "c", "d", "e"};
+  for (const Row& row : rows) {
+    std::vector<LoadReport> reports;
+    for (const Loaded& one : row.loaded) reports.push_back(ReportOf(one));
+    EXPECT_EQ(Sentence(TellImport(reports, names, row.notes)), row.sentence);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
