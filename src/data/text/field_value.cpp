@@ -9,6 +9,7 @@
 #include "base/day_number.h"
 #include "base/number_text.h"
 #include "data/text/text_fields.h"
+#include "data/text/unit_text.h"
 
 namespace tarnwick {
 namespace {
@@ -19,9 +20,10 @@ std::optional<double> Finite(std::optional<double> value) {
   return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
-/// "3-4-2024 10:00" as "3/4/2024 10:00": day and month before the year are written with dashes too.
+/// Also "20240314", and "3-4-2024 10:00" as "3/4/2024 10:00": day and month before the year are written with dashes too.
 std::optional<double> ParseDayInOrder(std::string_view text, SlashDate order) {
   if (const std::optional<double> day = ParseDay(text, order)) return day;
+  if (const std::optional<double> day = ParseCompactDay(text)) return day;
   const std::size_t first = text.find('-');
   if (first == text.npos || first == 0 || first > 2 || text.size() > 64) return std::nullopt;
   const std::size_t second = text.find('-', first + 1);
@@ -55,6 +57,7 @@ constexpr NumberMark kNumberMarks[] = {
     {"D", 'e'},             // exponents of FORTRAN
     {"\xE2\x88\x92", '-'},  // the true minus sign
     {"'", '\0'},
+    {" ", '\0'},
     {"\xC2\xA0", '\0'},  // the blanks that are not broken at, also in eight bits
     {"\xA0", '\0'},
     {"\xE2\x80\xAF", '\0'},
@@ -69,12 +72,12 @@ const NumberMark* MarkAt(std::string_view text) {
   return nullptr;
 }
 
-/// "1'234.5", "1.5D+03" and the like as plain numbers are written; groups must have three digits. Nothing when `text` holds
-/// no such mark, or something else. The plain blank groups nothing: it may separate columns.
+/// "1'234.5", "1 234.5", "1.5D+03" and the like as plain numbers are written; groups must have three digits. Nothing when
+/// `text` holds no such mark, or something else.
 std::optional<std::string> PlainlyWritten(std::string_view text) {
   constexpr std::string_view kOrdinary = "0123456789.,+-eE";
   const auto begins_mark = [](char c) {
-    return c == 'd' || c == 'D' || c == '\'' || static_cast<unsigned char>(c) >= 0x80;
+    return c == 'd' || c == 'D' || c == '\'' || c == ' ' || static_cast<unsigned char>(c) >= 0x80;
   };
   if (text.size() > kLongestGroupedNumber || std::none_of(text.begin(), text.end(), begins_mark))
     return std::nullopt;
@@ -97,11 +100,26 @@ std::optional<std::string> PlainlyWritten(std::string_view text) {
 }
 
 /// What `parse` makes of the number, however it is written.
-std::optional<double> ReadNumber(std::string_view text,
-                                 std::optional<double> (*parse)(std::string_view)) {
+std::optional<double> ReadGrouped(std::string_view text,
+                                  std::optional<double> (*parse)(std::string_view)) {
   if (const std::optional<double> value = parse(text)) return value;
   const std::optional<std::string> plain = PlainlyWritten(text);
   return plain ? parse(*plain) : std::nullopt;
+}
+
+/// The plain blank groups nothing here: where no format asks for it, it may stand between two numbers.
+std::optional<double> ReadNumber(std::string_view text) {
+  if (const std::optional<double> value = ParseNumber(text)) return value;
+  return text.find(' ') == text.npos ? ReadGrouped(text, &ParseNumber) : std::nullopt;
+}
+
+/// The day number of a count of `per_day` since the beginning of 1970.
+std::optional<double> UnixDay(std::string_view text, double per_day) {
+  constexpr double kDayOf1970 = 25569;
+  const std::optional<double> count = Finite(ReadNumber(text));
+  if (!count) return std::nullopt;
+  const double day = (*count + kDayOf1970 * per_day) / per_day;
+  return IsCalendarDay(day) ? std::optional(day) : std::nullopt;
 }
 
 }  // namespace
@@ -131,24 +149,29 @@ std::optional<double> FieldValue(std::string_view text, ColumnFormat format) {
   text = TrimBlankBytes(text);
   switch (format) {
     case ColumnFormat::Number:
-      return Finite(ReadNumber(text, &ParseNumber));
+      return Finite(ReadNumber(text));
     case ColumnFormat::DecimalComma:
-      return Finite(ReadNumber(text, &ParseDecimalComma));
+      return Finite(ReadGrouped(text, &ParseDecimalComma));
     case ColumnFormat::GroupedThousands:
-      return Finite(ReadNumber(text, &ParseGroupedThousands));
+      return Finite(ReadGrouped(text, &ParseGroupedThousands));
     case ColumnFormat::DateTime:
     case ColumnFormat::DateMonthFirst:
       return ParseDayInOrder(text, SlashDate::MonthFirst);
     case ColumnFormat::DateDayFirst:
       return ParseDayInOrder(text, SlashDate::DayFirst);
-    case ColumnFormat::NumberWithUnit:
+    case ColumnFormat::NumberWithUnit: {
+      const std::optional<NumberAndUnit> split = SplitUnit(text);
+      return split ? std::optional(split->number) : std::nullopt;
+    }
     case ColumnFormat::UnixSeconds:
+      return UnixDay(text, 86'400);
     case ColumnFormat::UnixMilliseconds:
+      return UnixDay(text, 86'400'000);
     case ColumnFormat::Automatic:
       break;
   }
   // A value outside the list comes from a damaged file; it reads like the automatic format.
-  if (const std::optional<double> number = ReadNumber(text, &ParseNumber)) return Finite(number);
+  if (const std::optional<double> number = ReadNumber(text)) return Finite(number);
   return ParseDay(text);
 }
 

@@ -11,7 +11,8 @@ namespace tarnwick {
 /// The finite number that `text` (without markers, blanks allowed at its ends) means by `format`, dates and times as day
 /// numbers; nothing when it means none. "NaN" and infinities are no numbers here: such a row is skipped and counted.
 /// Numbers may be written as some programs do: with a "D" before the exponent, the true minus sign, or digits grouped in
-/// threes by no-break blanks or apostrophes.
+/// threes by no-break blanks or apostrophes, where the format is DecimalComma or GroupedThousands also by plain blanks. The
+/// date formats also read what ParseCompactDay reads. Of two numbers in one field NumberWithUnit reads none (SplitUnit).
 std::optional<double> FieldValue(std::string_view text, ColumnFormat format);
 
 /// The value of "1,234,567.89": commas group three digits each, the point is the decimal separator.

@@ -59,6 +59,22 @@ TEST(FieldValue, ReadsByFormat) {
        "234",
        Automatic, 1234},
       {"12 345", Automatic, std::nullopt},
+      {"1 234 567.5", GroupedThousands, 1234567.5},
+      {"-1 234,56", DecimalComma, -1234.56},
+      {"1 2345", GroupedThousands, std::nullopt},
+      {"1  234", DecimalComma, std::nullopt},
+      {"12 34", GroupedThousands, std::nullopt},
+      {"20240304", Automatic, 20240304},
+      {"20240304", DateTime, Day(2024, 3, 4)},
+      {"2024030406", DateDayFirst, Day(2024, 3, 4, 6)},
+      {"20240230", DateMonthFirst, std::nullopt},
+      {"Mar 4, 2024", Automatic, Day(2024, 3, 4)},
+      {"2024-03-04T06:00:00-06:00", Automatic, Day(2024, 3, 4, 12)},
+      {"1709532000", UnixSeconds, Day(2024, 3, 4, 6)},
+      {"1709532000000", UnixMilliseconds, Day(2024, 3, 4, 6)},
+      {"1e300", UnixSeconds, std::nullopt},
+      {"12.5 mV", NumberWithUnit, 12.5},
+      {"12.5 mV", Number, std::nullopt},
   };
   for (const Row& row : rows) {
     EXPECT_EQ(FieldValue(row.text, row.format), row.value)

@@ -1,0 +1,226 @@
+#include "data/text/joined_time.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "base/ascii.h"
+#include "base/day_number.h"
+#include "base/number_text.h"
+#include "data/text/field_value.h"
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kYearOfNone = 2001;
+constexpr double kSecondsPerDay = 86400;
+constexpr double kHoursPerDay = 24;
+
+enum Unit : unsigned { kYear = 1, kMonth = 2, kDay = 4, kHour = 8, kMinute = 16, kSecond = 32 };
+
+struct PartRow {
+  TimePart part;
+  std::string_view name;
+  unsigned units;  // what it says of the time
+};
+constexpr PartRow kParts[] = {
+    {TimePart::Date, "Date", kYear | kMonth | kDay},
+    {TimePart::Time, "Time", kHour | kMinute | kSecond},
+    {TimePart::Year, "Year", kYear},
+    {TimePart::Month, "Month", kMonth},
+    {TimePart::Day, "Day", kDay},
+    {TimePart::DayOfYear, "DayOfYear", kMonth | kDay},
+    {TimePart::Hour, "Hour", kHour},
+    {TimePart::Minute, "Minute", kMinute},
+    {TimePart::Second, "Second", kSecond},
+    {TimePart::HourMinute, "HourMinute", kHour | kMinute},
+};
+
+const PartRow& RowOf(TimePart part) {
+  return kParts[static_cast<std::size_t>(part)];
+}
+
+/// The parts as far as they are read. Fractions of days and hours go over into seconds.
+struct Sum {
+  std::optional<double> date;
+  std::optional<int> year;
+  int month = 1;
+  int day = 1;
+  std::optional<int> day_of_year;
+  bool has_day = false;  // a month or day, if no year
+  double seconds = 0;
+};
+
+std::optional<int> YearOf(std::string_view text) {
+  const std::optional<double> value = FieldValue(text, ColumnFormat::Number);
+  if (!value || *value != std::floor(*value) || *value < 0 || *value > 9999) return std::nullopt;
+  const auto year = static_cast<int>(*value);
+  if (TrimBlankBytes(text).size() <= 2) return year + (year >= 69 ? 1900 : 2000);
+  return year > 0 ? std::optional(year) : std::nullopt;
+}
+
+/// A number from `from` to less than `below`.
+std::optional<double> InRange(std::string_view text, double from, double below) {
+  const std::optional<double> value = FieldValue(text, ColumnFormat::Number);
+  return value && *value >= from && *value < below ? value : std::nullopt;
+}
+
+/// The seconds of "5", "1205", "120506" and "120506.5".
+std::optional<double> SecondsOfDigits(std::string_view text, bool seconds_may_stand) {
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const std::string_view digits = text.substr(0, point);
+  const bool all_digits = std::all_of(digits.begin(), digits.end(), IsDigit);
+  const bool has_seconds = digits.size() > 4;
+  if (!all_digits || digits.empty() || digits.size() > 6) return std::nullopt;
+  const std::optional<double> value = ParseNumber(text);
+  if (!value || (has_seconds && !seconds_may_stand)) return std::nullopt;
+  if (!has_seconds && *value != std::floor(*value)) return std::nullopt;
+  const double pairs = has_seconds ? *value : *value * 100;
+  const double hour = std::floor(pairs / 10000);
+  const double minute = std::floor(pairs / 100) - hour * 100;
+  const double second = pairs - hour * 10000 - minute * 100;
+  if (minute >= 60 || second >= 60) return std::nullopt;
+  return hour * 3600 + minute * 60 + second;
+}
+
+std::optional<double> SecondsOfTime(std::string_view text) {
+  if (const std::optional<double> seconds = SecondsOfDigits(text, true)) return seconds;
+  const std::size_t colon = text.find(':');
+  // A date stands before its time's colon with more than an hour's two digits.
+  if (colon == text.npos || colon > 2) return std::nullopt;
+  const std::optional<double> day = ParseDay(text);
+  return day ? std::optional(std::round(*day * kSecondsPerDay * 1e6) / 1e6) : std::nullopt;
+}
+
+bool AddSeconds(std::optional<double> value, double seconds_each, Sum& sum) {
+  if (value) sum.seconds += *value * seconds_each;
+  return value.has_value();
+}
+
+bool AddDay(std::optional<double> value, std::optional<int>& whole, Sum& sum) {
+  if (!value) return false;
+  whole = static_cast<int>(*value);
+  sum.has_day = true;
+  sum.seconds += (*value - std::floor(*value)) * kSecondsPerDay;
+  return true;
+}
+
+bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& sum) {
+  std::optional<int> whole;
+  switch (part) {
+    case TimePart::Date:
+      sum.date = FieldValue(text, date_format);
+      return sum.date.has_value();
+    case TimePart::Time:
+      return AddSeconds(SecondsOfTime(text), 1, sum);
+    case TimePart::HourMinute:
+      return AddSeconds(SecondsOfDigits(text, false), 1, sum);
+    case TimePart::Year:
+      sum.year = YearOf(text);
+      return sum.year.has_value();
+    case TimePart::Month: {
+      const std::optional<double> month = InRange(text, 1, 13);
+      if (!month || *month != std::floor(*month)) return false;
+      sum.month = static_cast<int>(*month);
+      sum.has_day = true;
+      return true;
+    }
+    case TimePart::Day:
+      if (!AddDay(InRange(text, 1, 32), whole, sum)) return false;
+      sum.day = *whole;
+      return true;
+    case TimePart::DayOfYear:
+      return AddDay(InRange(text, 1, 367), sum.day_of_year, sum);
+    case TimePart::Hour:
+      return AddSeconds(InRange(text, 0, std::nextafter(kHoursPerDay, 25)), 3600, sum);
+    case TimePart::Minute:
+      return AddSeconds(InRange(text, 0, 60), 60, sum);
+    case TimePart::Second:
+      return AddSeconds(InRange(text, 0, 60), 1, sum);
+  }
+  return false;
+}
+
+std::optional<double> DateOf(const Sum& sum) {
+  if (sum.date) return *sum.date;
+  if (!sum.year && !sum.has_day) return 0;
+  const int year = sum.year.value_or(kYearOfNone);
+  if (!sum.day_of_year) {
+    if (sum.day > DaysInMonth(year, sum.month)) return std::nullopt;
+    return JoinDay({.year = year, .month = sum.month, .day = sum.day});
+  }
+  if (*sum.day_of_year == 366 && DaysInMonth(year, 2) == 28) return std::nullopt;
+  return JoinDay({.year = year, .month = 1, .day = *sum.day_of_year});
+}
+
+bool IsDateFormat(ColumnFormat format) {
+  return format == ColumnFormat::DateTime || format == ColumnFormat::DateDayFirst ||
+         format == ColumnFormat::DateMonthFirst;
+}
+
+bool SayTimes(std::span<const TimePart> parts) {
+  return std::any_of(parts.begin(), parts.end(),
+                     [](TimePart part) { return (RowOf(part).units & (kHour | kMinute)) != 0; });
+}
+
+}  // namespace
+
+bool AreCompatible(std::span<const TimePart> parts) {
+  unsigned said = 0;
+  for (const TimePart part : parts) {
+    if ((said & RowOf(part).units) != 0) return false;
+    said |= RowOf(part).units;
+  }
+  return !parts.empty();
+}
+
+std::optional<JoinedTime> JoinedTime::Parse(std::string_view text) {
+  JoinedTime joined;
+  std::vector<TimePart> parts;
+  for (;;) {
+    const std::size_t end = std::min(text.find('\t'), text.size());
+    const std::string_view entry = text.substr(0, end);
+    const std::size_t colon = std::min(entry.find(':'), entry.size());
+    const auto* const row =
+        std::find_if(std::begin(kParts), std::end(kParts),
+                     [&](const PartRow& part) { return part.name == entry.substr(0, colon); });
+    if (row == std::end(kParts) || colon + 1 >= entry.size()) return std::nullopt;
+    joined.parts.push_back({row->part, std::string(entry.substr(colon + 1))});
+    parts.push_back(row->part);
+    if (end == text.size()) break;
+    text.remove_prefix(end + 1);
+  }
+  return AreCompatible(parts) ? std::optional(joined) : std::nullopt;
+}
+
+std::string JoinedTime::Text() const {
+  std::string text;
+  for (const Part& part : parts) {
+    if (!text.empty()) text += '\t';
+    text.append(RowOf(part.part).name).append(":").append(part.column);
+  }
+  return text;
+}
+
+std::optional<double> JoinTime(std::span<const TimePart> parts,
+                               std::span<const std::string_view> texts, ColumnFormat date_format) {
+  const ColumnFormat format = IsDateFormat(date_format) ? date_format : ColumnFormat::DateTime;
+  Sum sum;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    if (i >= texts.size() || !Add(parts[i], TrimBlankBytes(texts[i]), format, sum)) {
+      return std::nullopt;
+    }
+  }
+  const std::optional<double> date = DateOf(sum);
+  // Only a time turned to UTC may leave its day.
+  const bool leaves_day = sum.seconds < 0 || sum.seconds > kSecondsPerDay;
+  if (!date || (leaves_day && std::none_of(texts.begin(), texts.end(), &HasZone))) {
+    return std::nullopt;
+  }
+  const double day = sum.date && SayTimes(parts) ? std::floor(*date) : *date;
+  // One division, as in JoinDay.
+  return (day * kSecondsPerDay + sum.seconds) / kSecondsPerDay;
+}
+
+}  // namespace tarnwick

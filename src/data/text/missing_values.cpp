@@ -1,0 +1,189 @@
+#include "data/text/missing_values.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <optional>
+
+#include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr double kHuge = 1e20;
+constexpr double kSinglePrecision = 1e-6;
+constexpr double kFillValue = 9.969209968386869e36;  // of array files in single precision
+constexpr double kLargestSingle = 3.4028234663852886e38;
+constexpr double kWidthsApart = 5;
+constexpr double kWidthsApartOnce = 10;  // 9, 99, 999 are a series
+constexpr double kWidthsApartBelowZero = 0.5;
+constexpr double kTimesApart = 1e6;
+constexpr std::size_t kMostSuggested = 2;
+constexpr std::size_t kMostCandidates = 32;
+constexpr std::size_t kOthersThatSuffice = 20;
+
+bool AgreeInSingle(double a, double b) {
+  return std::abs(a - b) <= kSinglePrecision * std::abs(b);
+}
+
+/// The next entry of a list, taken off it.
+std::string_view TakeEntry(std::string_view& list) {
+  const bool quoted = list.starts_with('"') && list.find('"', 1) != list.npos;
+  const std::size_t begin = quoted ? 1 : 0;
+  const std::size_t end =
+      std::min(quoted ? list.find('"', 1) : list.find_first_of(" \t"), list.size());
+  const std::string_view entry = list.substr(begin, end - begin);
+  list.remove_prefix(std::min(end + begin, list.size()));
+  return entry;
+}
+
+bool EqualsInAnyCase(std::string_view text, std::string_view lower) {
+  return text.size() == lower.size() && LowerAscii(text) == lower;
+}
+
+enum class Sentinel { None, Nines, Huge };
+
+/// How many nines `value` is written with when with nothing else, 0 else.
+std::size_t CountNines(double value) {
+  const std::string text = ShortestText(std::abs(value));
+  if (text.find_first_not_of("9.") != text.npos || text.front() == '.') return 0;
+  return text.size() - (text.find('.') == text.npos ? 0 : 1);
+}
+
+Sentinel KindOf(double value) {
+  const double size = std::abs(value);
+  if (size < 99 || value == 99) return Sentinel::None;
+  if (size < kHuge) return CountNines(value) > 1 ? Sentinel::Nines : Sentinel::None;
+  const bool is_power = AgreeInSingle(size, std::pow(10, std::round(std::log10(size))));
+  const bool is_fill = AgreeInSingle(size, kFillValue) || AgreeInSingle(size, kLargestSingle) ||
+                       size == std::numeric_limits<double>::max();
+  return is_power || is_fill ? Sentinel::Huge : Sentinel::None;
+}
+
+/// A number that may stand for no value, and how often it does.
+struct Candidate {
+  double value = 0;
+  std::size_t count = 0;
+};
+
+/// What a column holds beside its sentinels.
+struct Others {
+  double min = std::numeric_limits<double>::infinity();
+  double max = -std::numeric_limits<double>::infinity();
+  std::size_t count = 0;
+
+  void Add(const Candidate& values) {
+    min = std::min(min, values.value);
+    max = std::max(max, values.value);
+    count += values.count;
+  }
+};
+
+bool StandsApart(const Candidate& candidate, const Others& others) {
+  const double sentinel = candidate.value;
+  const double largest = std::max(std::abs(others.min), std::abs(others.max));
+  if (KindOf(sentinel) == Sentinel::Huge) return std::abs(sentinel) > kTimesApart * largest;
+  const double width = others.max > others.min ? others.max - others.min : largest;
+  const double gap = sentinel < others.min ? others.min - sentinel : sentinel - others.max;
+  // Below zero where all else is not: nothing measured is three nines or more there.
+  if (sentinel <= -99.9 && others.min >= 0) return gap > width * kWidthsApartBelowZero;
+  return gap > width * (candidate.count > 1 ? kWidthsApart : kWidthsApartOnce);
+}
+
+/// Values that look like sentinels, each once, and all others.
+struct Sorted {
+  std::vector<Candidate> candidates;
+  Others others;
+};
+
+Sorted SortOut(std::span<const double> values) {
+  Sorted sorted;
+  for (const double value : values) {
+    if (!std::isfinite(value)) continue;
+    const auto known =
+        std::find_if(sorted.candidates.begin(), sorted.candidates.end(),
+                     [value](const Candidate& candidate) { return candidate.value == value; });
+    if (known != sorted.candidates.end()) {
+      ++known->count;
+    } else if (sorted.candidates.size() < kMostCandidates && KindOf(value) != Sentinel::None) {
+      sorted.candidates.push_back({value, 1});
+    } else {
+      sorted.others.Add({value, 1});
+    }
+  }
+  return sorted;
+}
+
+/// Candidates that lie among the others are some of them, and may draw more with them.
+void MoveInliers(Sorted& sorted) {
+  auto& candidates = sorted.candidates;
+  for (std::size_t i = 0; i < candidates.size();) {
+    if (StandsApart(candidates[i], sorted.others)) {
+      ++i;
+      continue;
+    }
+    sorted.others.Add(candidates[i]);
+    candidates.erase(candidates.begin() + static_cast<std::ptrdiff_t>(i));
+    i = 0;
+  }
+}
+
+/// -999 beside 999: the ends of a scale.
+bool HoldsBothEnds(const std::vector<Candidate>& candidates) {
+  return candidates.size() == 2 && candidates[0].value == -candidates[1].value;
+}
+
+}  // namespace
+
+MissingValues::MissingValues(std::string_view list) {
+  for (;;) {
+    list.remove_prefix(std::min(list.find_first_not_of(" \t"), list.size()));
+    if (list.empty()) return;
+    const std::string_view entry = TakeEntry(list);
+    const std::optional<double> number = ParseNumber(entry);
+    if (number && !std::isnan(*number)) {
+      numbers_.push_back(*number);
+    } else {
+      texts_.push_back(LowerAscii(entry));
+    }
+  }
+}
+
+bool MissingValues::Matches(std::string_view field_text) const {
+  const std::string_view text = TrimBlankBytes(field_text);
+  const auto is_text = [text](const std::string& lower) { return EqualsInAnyCase(text, lower); };
+  if (std::any_of(texts_.begin(), texts_.end(), is_text)) return true;
+  if (numbers_.empty()) return false;
+  const std::optional<double> number = ParseNumber(text);
+  return number && MatchesNumber(*number);
+}
+
+bool MissingValues::MatchesNumber(double value) const {
+  return std::any_of(numbers_.begin(), numbers_.end(), [value](double number) {
+    return value == number || (std::abs(number) >= kHuge && AgreeInSingle(value, number));
+  });
+}
+
+std::vector<std::string> SuggestMissing(std::span<const double> values) {
+  Sorted sorted = SortOut(values);
+  if (sorted.others.count == 0) {
+    if (sorted.candidates.size() != 1) return {};
+    return {ShortestText(sorted.candidates.front().value)};
+  }
+  MoveInliers(sorted);
+  if (sorted.candidates.size() > kMostSuggested || HoldsBothEnds(sorted.candidates)) return {};
+  std::size_t count = sorted.others.count;
+  std::vector<std::string> missing;
+  for (const Candidate& candidate : sorted.candidates) {
+    count += candidate.count;
+    missing.push_back(ShortestText(candidate.value));
+  }
+  const bool enough_others =
+      sorted.others.count >= kOthersThatSuffice || sorted.others.count * 20 >= count;
+  return enough_others ? missing : std::vector<std::string>();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,70 @@
+#include "data/text/unit_text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tarnwick {
+namespace {
+
+TEST(UnitText, TakesNumbersApart) {
+  const struct {
+    const char* text;
+    double number;
+    const char* unit;
+  } rows[] = {
+      {"12.5 mV", 12.5, "mV"},
+      {"40%", 40, "%"},
+      {"1.5e3Ohm", 1500, "Ohm"},
+      {"5eV", 5, "eV"},
+      {"5E3 V", 5000, "V"},
+      {"-3 \u00B0C", -3, "\u00B0C"},
+      {"\u22123\u00A0\u00B5m", -3, "\u00B5m"},
+      {"+.5 deg C", 0.5, "deg C"},
+      {"12,5 kg m-3", 12.5, "kg m-3"},
+      {"0,125 V", 0.125, "V"},
+      {"3 W/m^2", 3, "W/m^2"},
+      {"5A", 5, "A"},
+      {"12dB", 12, "dB"},
+      {"-$4.20", -4.2, "$"},
+      {"7", 7, ""},
+  };
+  for (const auto& row : rows) {
+    const std::optional<NumberAndUnit> split = SplitUnit(row.text);
+    ASSERT_TRUE(split.has_value()) << row.text;
+    EXPECT_EQ(split->number, row.number) << row.text;
+    EXPECT_EQ(split->unit, row.unit) << row.text;
+  }
+  for (const char* text : {"",
+                           "mV",
+                           "$",
+                           ".",
+                           "9a",
+                           "1f2",
+                           "3E",
+                           "0x1F",
+                           "12:30",
+                           "3/4",
+                           "2nd",
+                           "1h30",
+                           "4ABC12",
+                           "12 Main Street",
+                           "14 Mar 2024",
+                           "14MAR2024",
+                           "2024-03-14",
+                           "1,234 V",
+                           "1 234 V",
+                           "1e999 V",
+                           "5 V; 6 V",
+                           "3 4",
+                           "20240314T120506",
+                           "$4 V"}) {
+    EXPECT_FALSE(SplitUnit(text).has_value()) << text;
+  }
+  for (const char letter : {'1', 'm', '\xC2'}) {
+    EXPECT_FALSE(SplitUnit("1" + std::string(1 << 20, letter) + "m")) << letter;
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
