@@ -42,6 +42,9 @@ enum class ColumnFormat : std::uint8_t {
 };
 inline constexpr ColumnFormat kLastColumnFormat = ColumnFormat::UnixMilliseconds;
 
+/// TDSInfo::NamesLine of a source without names.
+inline constexpr std::int32_t kNoNamesLine = -1;
+
 /// The data-source description of one DataSet, with the values of a new one.
 struct TDSInfo {
   DataSourceKind DataSource = DataSourceKind::Manual;
@@ -66,7 +69,7 @@ struct TDSInfo {
   bool MergeSeparators =
       true;              ///< a run of separators counts as one (key 48, written only when false)
   bool AllRows = false;  ///< every row, whatever sampling says (key 49, written only when true)
-  std::int32_t NamesLine = 0;  ///< line of the columns' names from 1; 0: found by rule (key 53)
+  std::int32_t NamesLine = 0;  ///< line of the columns' names from 1; 0: by rule; -1: none (key 53)
   std::int32_t UnitsLine = 0;  ///< line of their units from 1; 0: none (key 54)
   std::string CommentMarks = "# %";  ///< what begins a line that is no row; blanks between (key 55)
   std::string

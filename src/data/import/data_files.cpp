@@ -15,8 +15,14 @@ constexpr std::string_view kTitle = "Loading data";
 constexpr std::size_t kLargeText = 64 << 20;  // worth a progress window
 
 GuessHints HintsOf(const ImportOptions& options) {
-  return {options.separators, options.markers, options.merge_separators, options.width,
-          options.headers};
+  return {options.separators,
+          options.markers,
+          options.merge_separators,
+          options.width,
+          options.headers,
+          {},
+          {},
+          {}};
 }
 
 /// What the user says of the text, into its description.

@@ -1,157 +1,94 @@
 #include "data/text/format_guess.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
-#include "base/number_text.h"
-#include "data/text/field_value.h"
+#include "data/text/field_kind.h"
 #include "data/text/format_guess_gaps.h"
 #include "data/text/format_guess_lines.h"
+#include "data/text/names_line.h"
+#include "data/text/table_search.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
 
 namespace tarnwick {
 namespace {
 
+using Lines = std::vector<std::string_view>;
+
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|"};
-constexpr double kBlanksMustBeatBy =
-    0.2;  // labels hold blanks: "sample 1<tab>3.4" is no table of three columns
-constexpr std::size_t kScoredLines = 60;
-constexpr std::size_t kScoredBytes = 64 * 1024;
+// Labels hold blanks: "sample 1<tab>3.4" is no table of three columns.
+constexpr double kBlanksMustBeatBy = 1.25;
+constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
+constexpr std::size_t kFewRows = 10;  // that are a table only where they are much of the text
+constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
+constexpr std::size_t kJudgedRows = 200;     // of the first lines
+constexpr std::size_t kRoughRows = 60;
+constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
+constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
 
-TextLayout LayoutOf(const TextFormat& format, char line_end) {
+TDSInfo InfoOf(const TextFormat& format) {
   TDSInfo info;
   format.ApplyTo(info);
-  return TextLayout(info, line_end);
+  return info;
 }
 
-/// Rows to judge separators by: from behind the first third of the lines, where headers are over.
-std::vector<std::string_view> RowsToScore(const GuessLines& lines, const TextLayout& layout) {
-  std::vector<std::string_view> rows;
-  for (const std::string_view line : lines.first) {
-    if (IsDataLine(line, layout)) rows.push_back(line);
-  }
-  std::size_t begin = rows.size() < 4 ? 0 : rows.size() / 3;
-  std::size_t bytes = 0;
-  std::vector<std::string_view> scored;
-  for (; begin < rows.size() && scored.size() < kScoredLines && bytes < kScoredBytes; ++begin) {
-    scored.push_back(rows[begin]);
-    bytes += rows[begin].size();
-  }
-  return scored;
+TextLayout LayoutOf(const TextFormat& format, char line_end) {
+  return TextLayout(InfoOf(format), line_end);
 }
 
-/// How well separators fit, 0 to 1: the share of values among the fields, times the share of rows with the commonest
-/// number of fields. Rows without a separator count nothing.
-double Score(const std::vector<std::string_view>& rows, const TextLayout& layout) {
-  std::vector<int> counts;
-  double sum = 0;
-  for (const std::string_view row : rows) {
-    const LineShape shape = ShapeOf(layout.merge ? TrimBlankBytes(row) : row, layout);
-    counts.push_back(layout.merge ? shape.fields : shape.separators + 1);
-    if (counts.back() > 1 && shape.filled > 0) sum += double(shape.values) / shape.filled;
-  }
-  if (counts.empty()) return 0;
-  std::sort(counts.begin(), counts.end());
-  std::ptrdiff_t commonest = 0;
-  for (auto at = counts.begin(); at != counts.end();) {
-    const auto behind = std::upper_bound(at, counts.end(), *at);
-    if (*at > 1) commonest = std::max(commonest, behind - at);
-    at = behind;
-  }
-  const auto all = static_cast<double>(counts.size());
-  return sum / all * static_cast<double>(commonest) / all;
+bool IsBlankSeparated(const TextFormat& format) {
+  return format.separators.find(' ') != std::string::npos;
 }
 
-void ChooseSeparators(const GuessLines& lines, char line_end, TextFormat& format) {
+/// The tables that certain separators make of the lines. Every field counts but where blanks separate.
+std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& format,
+                                 const Lines& lines, char line_end) {
   TextFormat tried = format;
-  const auto score = [&](std::string_view separators, bool merge) {
-    tried.separators = separators;
-    tried.merge_separators = merge;
-    const TextLayout layout = LayoutOf(tried, line_end);
-    return Score(RowsToScore(lines, layout), layout);
+  tried.separators = separators;
+  tried.merge_separators = separators == kBlanks;
+  return FindTables(lines, LayoutOf(tried, line_end));
+}
+
+/// The separators with the heaviest table of several columns; those of `format` when there is none.
+void ChooseSeparators(const Lines& lines, char line_end, TextFormat& format) {
+  const auto weight = [&](std::string_view separators) {
+    double heaviest = 0;
+    for (const FoundTable& table : TablesBy(separators, format, lines, line_end)) {
+      if (table.fields > 1) heaviest = std::max(heaviest, table.weight);
+    }
+    return heaviest;
   };
   double best = 0;
   std::string_view chosen;
   for (const std::string_view separators : kSingleSeparators) {
-    const double reached = score(separators, false);
+    const double reached = weight(separators);
     if (reached > best + 1e-9) {
       best = reached;
       chosen = separators;
     }
   }
-  const double blanks = score(kBlanks, true);
-  if (blanks > best + (chosen.empty() ? 0 : kBlanksMustBeatBy)) chosen = kBlanks;
+  if (weight(kBlanks) > kBlanksMustBeatBy * best) chosen = kBlanks;
   if (!chosen.empty()) format.separators = chosen;
 }
 
-struct ColumnCounts {
-  int filled = 0;
-  int numbers = 0;         ///< with "." or a lone ","
-  int commas = 0;          ///< fields that hold a comma
-  int decimal_commas = 0;  ///< fields that read by the decimal comma format
-  int grouped = 0;         ///< fields that read with commas grouping thousands
-  int groupings = 0;       ///< of these, fields that read so and no other way
-  int days_month_first = 0;
-  int days_day_first = 0;
-};
-
-void CountFields(std::string_view line, const TextLayout& layout,
-                 std::vector<ColumnCounts>& columns) {
-  FieldCursor cursor(line, layout);
-  std::string buffer;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(kMostColumns); ++i) {
-    const std::optional<std::string_view> field = cursor.Next();
-    if (!field) return;
-    if (columns.size() <= i) columns.resize(i + 1);
-    const std::string_view text = FieldText(*field, layout, buffer);
-    if (text.empty() || IsPlaceholder(text)) continue;
-    ColumnCounts& column = columns[i];
-    ++column.filled;
-    const bool number = FieldValue(text, ColumnFormat::Number).has_value();
-    column.numbers += number ? 1 : 0;
-    column.commas += text.find(',') != text.npos ? 1 : 0;
-    const bool decimal_comma = FieldValue(text, ColumnFormat::DecimalComma).has_value();
-    const bool grouped = FieldValue(text, ColumnFormat::GroupedThousands).has_value();
-    column.decimal_commas += decimal_comma ? 1 : 0;
-    column.grouped += grouped ? 1 : 0;
-    column.groupings += grouped && !number && !decimal_comma ? 1 : 0;
-    if (number) continue;
-    column.days_month_first += FieldValue(text, ColumnFormat::DateMonthFirst) ? 1 : 0;
-    column.days_day_first += FieldValue(text, ColumnFormat::DateDayFirst) ? 1 : 0;
+/// Marks that begin lines of text and no rows are marks of comments, beside the usual ones.
+void ChooseCommentMarks(const Lines& lines, TextFormat& format) {
+  for (const std::string_view mark : kOtherMarks) {
+    std::size_t remarks = 0;
+    bool separates = format.separators.find(mark.front()) != std::string::npos;
+    for (const std::string_view whole : lines) {
+      const std::string_view line = TrimBlankBytes(whole);
+      if (!line.starts_with(mark)) continue;
+      ++remarks;
+      const std::string_view rest = TrimBlankBytes(line.substr(mark.size()));
+      // "*" and ";" alone stand for what is missing, and before a value they belong to it.
+      separates = separates || (!rest.empty() && line.size() > mark.size() && mark == "*" &&
+                                !IsBlankByte(line[mark.size()]) && line[mark.size()] != '*');
+    }
+    if (remarks > 0 && !separates) format.comment_marks += " " + std::string(mark);
   }
-}
-
-ColumnGuess Judge(const ColumnCounts& counts) {
-  ColumnGuess guess;
-  const int days = std::max(counts.days_month_first, counts.days_day_first);
-  const bool groups = counts.groupings > 0 && counts.grouped >= counts.numbers &&
-                      counts.grouped > counts.decimal_commas;
-  const int numbers = groups ? counts.grouped : std::max(counts.numbers, counts.decimal_commas);
-  guess.has_numbers = counts.filled > 0 && 2 * std::max(days, numbers) >= counts.filled;
-  if (!guess.has_numbers) return guess;
-  guess.is_date = days > numbers;
-  if (guess.is_date && counts.days_day_first > counts.days_month_first) {
-    guess.format = ColumnFormat::DateDayFirst;
-  }
-  if (!guess.is_date && groups) {
-    guess.format = ColumnFormat::GroupedThousands;
-  } else if (!guess.is_date && counts.commas > 0 && counts.decimal_commas >= counts.numbers) {
-    guess.format = ColumnFormat::DecimalComma;
-  }
-  return guess;
-}
-
-/// Columns as the rows show them.
-std::vector<ColumnGuess> JudgeColumns(const std::vector<std::string_view>& rows,
-                                      const TextLayout& layout) {
-  std::vector<ColumnCounts> counts;
-  for (const std::string_view row : rows) CountFields(row, layout, counts);
-  std::vector<ColumnGuess> columns;
-  columns.reserve(counts.size());
-  for (const ColumnCounts& column : counts) columns.push_back(Judge(column));
-  return columns;
 }
 
 enum class LineKind { Names, Mixed, Values };
@@ -167,50 +104,40 @@ LineKind KindOf(std::string_view line, const TextLayout& layout,
   for (const ColumnGuess& column : columns) {
     const std::optional<std::string_view> field = cursor.Next();
     if (!field) break;
-    const std::string_view text = FieldText(*field, layout, buffer);
-    if (!column.has_numbers || text.empty() || IsPlaceholder(text)) continue;
-    const bool value = IsAnyValue(text);
-    if (values + texts == 0) first_is_value = value;
-    ++(value ? values : texts);
+    const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+    if (!column.has_numbers || kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
+    if (values + texts == 0) first_is_value = IsValue(kind);
+    ++(IsValue(kind) ? values : texts);
   }
   if (values == 0) return LineKind::Names;
   return texts == 0 || first_is_value ? LineKind::Values : LineKind::Mixed;
 }
 
-/// Lines before the first row of data: it holds values where the rows further down do. A line of names may hold numbers
-/// too ("x;2019;2020"), but its first column is a text then, and only one such line may come.
-std::int32_t CountHeaderLines(const std::vector<std::string_view>& lines, const TextLayout& layout,
-                              const std::vector<ColumnGuess>& columns) {
-  const auto numeric = std::count_if(columns.begin(), columns.end(),
-                                     [](const ColumnGuess& c) { return c.has_numbers; });
-  bool names_seen = false;
-  for (std::size_t i = 0; i < lines.size() && numeric > 0; ++i) {
+/// The first row of a table that begins at line `from`, by the columns that hold numbers: it holds values where the rows
+/// further down do. A line of names may hold numbers too ("x;2019;2020"), but its first column is a text then, and only
+/// one such line may come.
+std::size_t FirstRow(const Lines& lines, std::size_t from, const TextLayout& layout,
+                     const std::vector<ColumnGuess>& columns) {
+  bool names_seen = std::any_of(
+      lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(from), [&](std::string_view line) {
+        return IsDataLine(line, layout) && CountFields(line, layout, 2) > 1;
+      });
+  for (std::size_t i = from; i < lines.size(); ++i) {
     if (!IsDataLine(lines[i], layout)) continue;
-    const bool wide = CountFields(lines[i], layout, 2) >= (columns.size() > 1 ? 2 : 1);
     const LineKind kind = KindOf(lines[i], layout, columns);
-    if (wide && (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen))) {
-      return static_cast<std::int32_t>(i);
-    }
-    names_seen = names_seen || wide;
+    if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) return i;
+    names_seen = true;
   }
-  return 0;
+  return from;
 }
 
-/// The rows behind the headers.
-std::vector<std::string_view> Rows(const GuessLines& lines, const TextLayout& layout,
-                                   std::int32_t headers) {
-  std::vector<std::string_view> rows;
-  for (auto i = static_cast<std::size_t>(std::max(headers, 0)); i < lines.first.size(); ++i) {
-    if (IsDataLine(lines.first[i], layout)) rows.push_back(lines.first[i]);
-  }
-  for (const std::string_view line : lines.later) {
-    if (IsDataLine(line, layout)) rows.push_back(line);
+Lines RowsWithin(const Lines& lines, std::size_t first, std::size_t behind,
+                 const TextLayout& layout) {
+  Lines rows;
+  for (std::size_t i = first; i < std::min(behind, lines.size()); ++i) {
+    if (IsDataLine(lines[i], layout)) rows.push_back(lines[i]);
   }
   return rows;
-}
-
-bool IsBlankSeparated(const TextFormat& format) {
-  return format.separators.find(' ') != std::string::npos;
 }
 
 /// The text behind its first lines.
@@ -220,20 +147,185 @@ std::string_view BehindLines(std::string_view text, std::int32_t lines, char lin
   return text.substr(static_cast<std::size_t>(walker.Position() - text.data()));
 }
 
-/// True when rows that agree on the number of separators do not agree on the number of fields: a table with gaps. A
-/// single gap anywhere shifts columns, so every row counts, not only those that the rest is guessed from.
-bool HasGaps(std::string_view text, const GuessLines& lines, const TextLayout& layout,
-             std::int32_t headers, Progress& progress) {
-  const std::optional<LineCount> common = CommonCount(Rows(lines, layout, headers), text, layout);
-  if (!common) return false;
-  // A column that is empty throughout shows only beside the line of names.
-  const auto before = static_cast<std::size_t>(headers);
-  if (before > 0 && before <= lines.first.size()) {
-    const std::string_view names = lines.first[before - 1];
-    if (IsDataLine(names, layout) && IsGapBeside(CountLine(names, layout), *common)) return true;
+/// A guess at work: what is known so far of one text.
+class Guess {
+ public:
+  Guess(std::string_view text, const GuessHints& hints, Progress& progress)
+      : text_(text), hints_(hints), progress_(progress), line_end_(GuessLineEnd(text)) {
+    format_.markers = hints.markers.value_or(format_.markers);
+    format_.comment_marks = hints.comment_marks.value_or(format_.comment_marks);
+    if (!hints.column_width) return;
+    format_.divide_by_width = true;
+    format_.column_width = *hints.column_width;
   }
-  return HasGapBeside(*common, BehindLines(text, headers, layout.line_end), layout, progress);
-}
+
+  TextFormat Run() {
+    for (GuessReach reach = kFirstReach; !FindTable(reach); reach = Further(reach)) {
+      if (lines_.whole || progress_.Cancelled()) break;
+    }
+    PlaceTable();
+    FindNames();
+    ChooseMerging();
+    JudgeAll();
+    return std::move(format_);
+  }
+
+ private:
+  /// Looks for the table among the first lines; false when there is none worth its name.
+  bool FindTable(GuessReach reach) {
+    lines_ = CollectGuessLines(text_, reach);
+    if (!hints_.comment_marks) {
+      format_.comment_marks = TDSInfo().CommentMarks;
+      ChooseCommentMarks(lines_.first, format_);
+    }
+    if (hints_.separators) {
+      format_.separators = *hints_.separators;
+    } else if (!format_.divide_by_width) {
+      ChooseSeparators(lines_.first, line_end_, format_);
+    }
+    const bool blanks = IsBlankSeparated(format_);
+    format_.merge_separators = hints_.merge_separators.value_or(blanks);
+    tables_ = FindTables(lines_.first, LayoutOf(format_, line_end_));
+    if (hints_.header_lines) return true;
+    const FoundTable* const best = HeaviestTable(tables_);
+    format_.is_table = best != nullptr && IsWorthIt(*best);
+    return format_.is_table && best->rows >= kFewRows;
+  }
+
+  /// Few rows within much text are an accident.
+  bool IsWorthIt(const FoundTable& table) const {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    const auto is_text = [&layout](std::string_view line) { return IsDataLine(line, layout); };
+    const std::size_t rows = table.rows + table.odd_rows;
+    if (rows >= kFewRows && table.fields > 1) return true;
+    const auto lines =
+        static_cast<std::size_t>(std::count_if(lines_.first.begin(), lines_.first.end(), is_text));
+    return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines;
+  }
+
+  void PlaceTable() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    if (hints_.header_lines) {
+      format_.header_lines = *hints_.header_lines;
+      format_.is_table = true;
+      PlaceStatedTable();
+      return;
+    }
+    const FoundTable* const best = HeaviestTable(tables_);
+    if (best == nullptr) return;
+    table_ = *best;
+    const Lines rows = RowsWithin(lines_.first, table_.first,
+                                  std::min(table_.behind, table_.first + kRoughRows), layout);
+    // Headers are told from rows by what stands in the middle of the table.
+    const std::size_t skipped = rows.size() < 4 ? 0 : rows.size() / 3;
+    const std::vector<ColumnGuess> rough = JudgeColumns(std::span(rows).subspan(skipped), layout);
+    table_.first = FirstRow(lines_.first, table_.first, layout, rough);
+    format_.header_lines = static_cast<std::int32_t>(table_.first);
+    NoteOthers(*best);
+  }
+
+  /// Values among words, as preambles have them, are not worth being told.
+  static bool IsWorthTelling(const FoundTable& other, const FoundTable& chosen) {
+    const auto rows = static_cast<double>(other.rows);
+    return (other.fields > 1 || chosen.fields == 1) && other.rows >= kOtherTableRows &&
+           other.weight >= kTableDensity * rows && 5 * other.rows >= chosen.rows / 4;
+  }
+
+  /// The user says where the rows begin: the table that stands there, to its end.
+  void PlaceStatedTable() {
+    table_.first = static_cast<std::size_t>(format_.header_lines);
+    table_.behind = lines_.first.size();
+    const auto stated = std::ranges::find_if(
+        tables_, [&](const FoundTable& table) { return table.behind > table_.first; });
+    if (stated == tables_.end()) return;
+    table_.fields = stated->fields;
+    table_.rows = stated->rows;
+    table_.behind = stated->behind;
+    NoteOthers(*stated);
+  }
+
+  void NoteOthers(const FoundTable& chosen) {
+    format_.table_rows = chosen.rows + chosen.odd_rows;
+    format_.odd_rows = chosen.odd_rows;
+    bool more_behind = false;
+    for (const FoundTable& other : tables_) {
+      if (other.first == chosen.first || !IsWorthTelling(other, chosen)) continue;
+      format_.other_tables.push_back(
+          {static_cast<std::int32_t>(other.first) + 1, other.rows + other.odd_rows});
+      more_behind = more_behind || other.first >= chosen.behind;
+    }
+    if (!more_behind) return;
+    format_.table_lines =
+        static_cast<std::int32_t>(table_.behind - static_cast<std::size_t>(format_.header_lines));
+  }
+
+  void FindNames() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    const auto headers =
+        std::min(static_cast<std::size_t>(format_.header_lines), lines_.first.size());
+    if (table_.fields > 0 && headers > 0) {
+      const HeaderLines found =
+          FindHeaderLines(std::span(lines_.first).first(headers), layout, table_.fields);
+      // Where there is none, the rule is not to find one in the preamble.
+      format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
+      format_.units_line = found.units;
+    }
+    format_.names_line = hints_.names_line.value_or(format_.names_line);
+    format_.units_line = hints_.units_line.value_or(format_.units_line);
+  }
+
+  void ChooseMerging() {
+    if (hints_.merge_separators) return;
+    const TextLayout apart = LayoutOf(format_, line_end_);
+    // Blanks align columns; elsewhere a doubled separator may be an empty field.
+    const bool merged = IsBlankSeparated(format_) || format_.divide_by_width;
+    format_.merge_separators = merged || !HasGaps(apart);
+  }
+
+  /// True when rows that agree on the number of separators do not agree on the number of fields: a table with gaps. A
+  /// single gap anywhere shifts columns, so every row counts, not only those that the rest is guessed from.
+  bool HasGaps(const TextLayout& layout) {
+    const std::optional<LineCount> common = CommonCount(Rows(layout), text_, layout);
+    if (!common) return false;
+    // A column that is empty throughout shows only beside the line of names.
+    const auto before = static_cast<std::size_t>(format_.header_lines);
+    if (before > 0 && before <= lines_.first.size()) {
+      const std::string_view names = lines_.first[before - 1];
+      if (IsDataLine(names, layout) && IsGapBeside(CountLine(names, layout), *common)) return true;
+    }
+    return HasGapBeside(*common, BehindLines(text_, format_.header_lines, line_end_), layout,
+                        progress_);
+  }
+
+  /// The rows of the table, those of the places further on among them unless it ends before.
+  Lines Rows(const TextLayout& layout) const {
+    const std::size_t behind = format_.table_lines > 0 ? table_.behind : lines_.first.size();
+    Lines rows = RowsWithin(
+        lines_.first, static_cast<std::size_t>(format_.header_lines),
+        std::min(behind, static_cast<std::size_t>(format_.header_lines) + kJudgedRows), layout);
+    if (format_.table_lines > 0) return rows;
+    for (const std::string_view line : lines_.later) {
+      if (IsDataLine(line, layout)) rows.push_back(line);
+    }
+    return rows;
+  }
+
+  void JudgeAll() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    const Lines rows = Rows(layout);
+    format_.columns = JudgeColumns(rows, layout);
+    format_.samples = SampleTexts(rows, layout);
+  }
+
+  std::string_view text_;
+  const GuessHints& hints_;
+  Progress& progress_;
+  const char line_end_;
+  GuessLines lines_;
+  std::vector<FoundTable> tables_;
+  FoundTable table_;
+  TextFormat format_;
+};
 
 }  // namespace
 
@@ -244,6 +336,10 @@ void TextFormat::ApplyTo(TDSInfo& info) const {
   info.DivideTextByWidth = divide_by_width;
   info.ColumnWidth = column_width;
   info.FileHasHeaders = header_lines;
+  info.NamesLine = names_line;
+  info.UnitsLine = units_line;
+  info.TableLines = table_lines;
+  info.CommentMarks = comment_marks;
 }
 
 TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints) {
@@ -252,38 +348,7 @@ TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints) {
 }
 
 TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints, Progress& progress) {
-  TextFormat format;
-  const GuessLines lines = CollectGuessLines(text);
-  const char line_end = GuessLineEnd(text);
-  format.markers = hints.markers.value_or(format.markers);
-  if (hints.column_width) {
-    format.divide_by_width = true;
-    format.column_width = *hints.column_width;
-  }
-  if (hints.separators) {
-    format.separators = *hints.separators;
-  } else if (!format.divide_by_width) {
-    ChooseSeparators(lines, line_end, format);
-  }
-
-  // Headers are found with every field in its own column, and gaps once the headers are known.
-  const bool blanks = IsBlankSeparated(format);
-  format.merge_separators = hints.merge_separators.value_or(blanks);
-  const TextLayout apart = LayoutOf(format, line_end);
-  const std::vector<ColumnGuess> rough = JudgeColumns(RowsToScore(lines, apart), apart);
-  format.header_lines = hints.header_lines.value_or(CountHeaderLines(lines.first, apart, rough));
-  if (!hints.merge_separators) {
-    // Blanks align columns; elsewhere a doubled separator may be an empty field.
-    const bool merged = blanks || format.divide_by_width;
-    format.merge_separators = merged || !HasGaps(text, lines, apart, format.header_lines, progress);
-  }
-
-  const TextLayout layout = LayoutOf(format, line_end);
-  format.columns = JudgeColumns(Rows(lines, layout, format.header_lines), layout);
-  format.decimal_comma =
-      std::any_of(format.columns.begin(), format.columns.end(),
-                  [](const ColumnGuess& c) { return c.format == ColumnFormat::DecimalComma; });
-  return format;
+  return Guess(text, hints, progress).Run();
 }
 
 }  // namespace tarnwick

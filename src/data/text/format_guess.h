@@ -10,14 +10,14 @@
 
 #include "base/progress.h"
 #include "data/ds_info.h"
+#include "data/text/column_judge.h"
 
 namespace tarnwick {
 
-/// What the first lines say about one column.
-struct ColumnGuess {
-  bool has_numbers = false;  ///< most of its fields can be read as numbers or dates
-  bool is_date = false;      ///< its values are days or times: the axis should show them as such
-  ColumnFormat format = ColumnFormat::Automatic;
+/// A table that stands in the text beside the one chosen.
+struct OtherTable {
+  std::int32_t line = 0;  ///< of its first row, from 1
+  std::size_t rows = 0;
 };
 
 /// How a text file is laid out.
@@ -28,8 +28,16 @@ struct TextFormat {
   bool divide_by_width = false;
   std::int32_t column_width = 10;
   std::int32_t header_lines = 0;  ///< lines before the first row of data
-  bool decimal_comma = false;     ///< some column is written with decimal commas
+  std::int32_t names_line = 0;    ///< from 1; 0: none was found, or where the rule finds it
+  std::int32_t units_line = 0;    ///< from 1; 0: none
+  std::int32_t table_lines = 0;   ///< lines of the table behind the headers; 0: to the end
+  std::string comment_marks = "# %";
   std::vector<ColumnGuess> columns;
+  std::vector<std::vector<std::string>> samples;  ///< texts of the first rows by columns
+  std::vector<OtherTable> other_tables;           ///< in order
+  std::size_t table_rows = 0;                     ///< rows of the table among the lines looked at
+  std::size_t odd_rows = 0;  ///< of these, with another number of fields than most
+  bool is_table = false;     ///< there are rows of values that belong together
 
   /// Puts the layout into a description; its columns and row choice stay.
   void ApplyTo(TDSInfo& info) const;
@@ -42,12 +50,15 @@ struct GuessHints {
   std::optional<bool> merge_separators;
   std::optional<std::int32_t> column_width;  ///< given: fixed width
   std::optional<std::int32_t> header_lines;
+  std::optional<std::int32_t> names_line;
+  std::optional<std::int32_t> units_line;
+  std::optional<std::string> comment_marks;
 };
 
-/// The layout of `text` (UTF-8 or 8-bit without byte order mark). Reads the first lines and a few places further on;
-/// unless `hints` settle the merging of separators, the whole text is searched for gaps, with progress by bytes, and
-/// when that is cancelled the gaps behind that place do not count. A text with no numbers gives columns without
-/// has_numbers.
+/// The layout of `text` (UTF-8 or 8-bit without byte order mark): its longest table. Reads as many first lines as it takes
+/// to find one, and a few places further on; unless `hints` settle the merging of separators, the whole text is searched
+/// for gaps, with progress by bytes, and when that is cancelled the gaps behind that place do not count. A text with no
+/// table gives columns that hold what there is, and is_table false.
 TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints, Progress& progress);
 TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints = {});
 

@@ -2,19 +2,14 @@
 
 #include <algorithm>
 
-#include "base/text_encoding.h"
-#include "data/text/field_value.h"
 #include "data/text/text_lines.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::size_t kFirstBytes = 256 * 1024;
-constexpr std::size_t kFirstLines = 400;
 constexpr std::size_t kLongestLine = 64 * 1024;
 constexpr std::size_t kPlaces = 16;  // probed behind the first lines
 constexpr std::size_t kPlaceBytes = 4096;
-constexpr int kMostFields = 1000;
 
 /// The whole lines within text[from, to).
 void AddLinesWithin(std::string_view text, std::size_t from, std::size_t to, char line_end,
@@ -30,22 +25,23 @@ void AddLinesWithin(std::string_view text, std::size_t from, std::size_t to, cha
 }  // namespace
 
 char GuessLineEnd(std::string_view text) {
-  const std::string_view head = text.substr(0, kFirstBytes);
+  const std::string_view head = text.substr(0, kFirstReach.bytes);
   const bool returns_only = head.find('\n') == head.npos && head.find('\r') != head.npos;
   return returns_only ? '\r' : '\n';
 }
 
-GuessLines CollectGuessLines(std::string_view text) {
+GuessLines CollectGuessLines(std::string_view text, GuessReach reach) {
   GuessLines lines;
   const char line_end = GuessLineEnd(text);
-  const std::string_view head = text.substr(0, kFirstBytes);
+  const std::string_view head = text.substr(0, reach.bytes);
   LineWalker walker(head, line_end);
-  while (!walker.AtEnd() && lines.first.size() < kFirstLines) {
+  while (!walker.AtEnd() && lines.first.size() < reach.lines) {
     const std::string_view line = walker.Next();
     const bool cut = walker.AtEnd() && head.size() < text.size() && !lines.first.empty();
     if (!cut) lines.first.push_back(line.substr(0, kLongestLine));
   }
   const auto seen = static_cast<std::size_t>(walker.Position() - text.data());
+  lines.whole = seen == text.size();
   const std::size_t step = (text.size() - seen) / kPlaces;
   if (step < kPlaceBytes) {
     const std::size_t from = seen > 0 ? seen - 1 : 0;
@@ -58,42 +54,6 @@ GuessLines CollectGuessLines(std::string_view text) {
     AddLinesWithin(text, to - kPlaceBytes, to, line_end, lines.later);
   }
   return lines;
-}
-
-LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
-  LineShape shape;
-  TextLayout unmerged = layout;
-  unmerged.merge = false;
-  FieldCursor cursor(line, unmerged);
-  std::string buffer;
-  while (shape.separators < kMostFields) {
-    const std::optional<std::string_view> field = cursor.Next();
-    if (!field) break;
-    ++shape.separators;
-    if (!field->empty()) ++shape.fields;
-    const std::string_view text = FieldText(*field, layout, buffer);
-    if (text.empty()) continue;
-    ++shape.filled;
-    if (IsAnyValue(text)) ++shape.values;
-  }
-  shape.separators = std::max(shape.separators - 1, 0);
-  return shape;
-}
-
-bool IsAnyValue(std::string_view text) {
-  return FieldValue(text, ColumnFormat::Automatic) ||
-         FieldValue(text, ColumnFormat::DecimalComma) ||
-         FieldValue(text, ColumnFormat::GroupedThousands) ||
-         FieldValue(text, ColumnFormat::DateMonthFirst) ||
-         FieldValue(text, ColumnFormat::DateDayFirst);
-}
-
-bool IsPlaceholder(std::string_view text) {
-  constexpr std::string_view kPlaceholders[] = {"na",   "n/a",  "nan", "#n/a", "-",    "--", "---",
-                                                "null", "none", "inf", "-inf", "+inf", "?"};
-  const std::string lower = LowerAscii(TrimBlankBytes(text.substr(0, 16)));
-  return std::find(std::begin(kPlaceholders), std::end(kPlaceholders), lower) !=
-         std::end(kPlaceholders);
 }
 
 }  // namespace tarnwick

@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "data/text/text_fields.h"
-
 namespace tarnwick {
 
 /// A handful of lines: the first ones, and some from places further on.
@@ -15,27 +13,24 @@ struct GuessLines {
   std::vector<std::string_view>
       first;  ///< whole from the text's beginning, comments and blank lines among them
   std::vector<std::string_view> later;  ///< rows only
+  bool whole = false;                   ///< `first` holds all lines of the text
 };
 
+/// How far the first lines reach.
+struct GuessReach {
+  std::size_t lines = 0;
+  std::size_t bytes = 0;
+};
+inline constexpr GuessReach kFirstReach = {1000, 256 * 1024};
+/// The next larger one, for texts whose table begins behind it.
+constexpr GuessReach Further(GuessReach reach) {
+  return {16 * reach.lines, 16 * reach.bytes};
+}
+
 /// Long lines are cut: what is guessed from a line stands at its beginning.
-GuessLines CollectGuessLines(std::string_view text);
+GuessLines CollectGuessLines(std::string_view text, GuessReach reach = kFirstReach);
 
 /// '\r' when the text has no '\n' in its first lines.
 char GuessLineEnd(std::string_view text);
-
-/// How a line looks with certain separators.
-struct LineShape {
-  int fields = 0;      ///< by the stated splitting: a run of separators counts as one
-  int separators = 0;  ///< outside markers
-  int filled = 0;      ///< fields that are not blank
-  int values = 0;      ///< fields that a column format can read
-};
-LineShape ShapeOf(std::string_view line, const TextLayout& layout);
-
-/// True when some column format reads the text.
-bool IsAnyValue(std::string_view text);
-
-/// True for what tables write where a number is missing: "NA", "nan", "-", "null", …
-bool IsPlaceholder(std::string_view text);
 
 }  // namespace tarnwick

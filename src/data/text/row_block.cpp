@@ -108,7 +108,7 @@ class RowReader {
   bool StartsRow() const {
     const char* at = at_;
     while (at < end_ && (*at == ' ' || *at == '\t')) ++at;
-    return at < end_ && !IsBlankByte(*at) && !layout_.IsComment(*at);
+    return at < end_ && !IsBlankByte(*at) && !layout_.BeginsComment(at, end_);
   }
 
   bool ReadPlainRow(std::span<double> row) {

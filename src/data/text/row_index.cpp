@@ -17,7 +17,7 @@ constexpr std::size_t kProgressBytes = 16 << 20;
 bool RowBeginsAt(std::string_view text, std::size_t at, const TextLayout& layout) {
   const char* const end = text.data() + text.size();
   for (const char* c = text.data() + at; c < end && *c != layout.line_end; ++c) {
-    if (!IsBlankByte(*c)) return !layout.IsComment(*c);
+    if (!IsBlankByte(*c)) return !layout.BeginsComment(c, end);
   }
   return false;
 }
@@ -33,13 +33,28 @@ std::int64_t CountSlowly(std::string_view text, std::size_t from, std::size_t to
 }
 
 #if defined(__SSE2__)
+/// A byte in all places of a word.
+struct SpreadByte {
+  __m128i word;
+};
+
+/// Bytes that a comment may begin with.
+std::vector<SpreadByte> CommentBytes(const TextLayout& layout) {
+  std::vector<SpreadByte> bytes;
+  for (int byte = 0; byte < 256; ++byte) {
+    const auto c = static_cast<char>(byte);
+    const bool comment = (layout.Of(c) & (TextLayout::kComment | TextLayout::kLongComment)) != 0;
+    if (comment) bytes.push_back({_mm_set1_epi8(c)});
+  }
+  return bytes;
+}
+
 /// The same, sixteen bytes at a time. A line that begins with a blank or a comment character is looked at singly; of the
 /// others only the line ends need counting.
 std::int64_t CountFast(std::string_view text, std::size_t& from, std::size_t to,
                        const TextLayout& layout) {
   const __m128i line_end = _mm_set1_epi8(layout.line_end);
-  const __m128i hash = _mm_set1_epi8('#');
-  const __m128i percent = _mm_set1_epi8('%');
+  const std::vector<SpreadByte> marks = CommentBytes(layout);
   const __m128i blank = _mm_set1_epi8(' ');
   std::int64_t rows = 0;
   while (to - from >= 16) {
@@ -50,9 +65,10 @@ std::int64_t CountFast(std::string_view text, std::size_t& from, std::size_t to,
       const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
       const __m128i starts = _mm_cmpeq_epi8(before, line_end);
       const __m128i blanks = _mm_cmpeq_epi8(_mm_min_epu8(here, blank), here);
-      const __m128i comments =
-          _mm_or_si128(_mm_cmpeq_epi8(here, hash), _mm_cmpeq_epi8(here, percent));
-      const __m128i doubtful = _mm_and_si128(starts, _mm_or_si128(blanks, comments));
+      __m128i unusual = blanks;
+      for (const SpreadByte& mark : marks)
+        unusual = _mm_or_si128(unusual, _mm_cmpeq_epi8(here, mark.word));
+      const __m128i doubtful = _mm_and_si128(starts, unusual);
       sums = _mm_sub_epi8(sums, _mm_andnot_si128(doubtful, starts));
       auto bits = static_cast<unsigned>(_mm_movemask_epi8(doubtful));
       for (; bits != 0; bits &= bits - 1) {

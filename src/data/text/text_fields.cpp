@@ -33,14 +33,38 @@ TextLayout::TextLayout(const TDSInfo& info, char line_end_byte)
     : merge(info.MergeSeparators),
       width(info.DivideTextByWidth ? std::max(info.ColumnWidth, 1) : 0),
       line_end(line_end_byte) {
-  for (const char c : {'#', '%'}) kinds[static_cast<unsigned char>(c)] = kComment;
+  std::string_view marks = TrimBlankBytes(info.CommentMarks);
+  while (!marks.empty()) {
+    const std::string_view mark = marks.substr(0, marks.find(' '));
+    std::uint8_t& kind = kinds[static_cast<unsigned char>(mark.front())];
+    kind |= mark.size() == 1 ? kComment : kLongComment;
+    if (mark.size() > 1) long_comments.emplace_back(mark);
+    marks = TrimBlankBytes(marks.substr(mark.size()));
+  }
   for (const char c : info.TextMarkers) kinds[static_cast<unsigned char>(c)] = kMarker;
   for (const char c : info.TextSeparators) kinds[static_cast<unsigned char>(c)] = kSeparator;
 }
 
+bool TextLayout::BeginsLongComment(const char* at, const char* end) const {
+  const std::string_view text(at, static_cast<std::size_t>(end - at));
+  return std::any_of(long_comments.begin(), long_comments.end(),
+                     [text](const std::string& mark) { return text.starts_with(mark); });
+}
+
+std::string_view TextLayout::CommentMark(const char* at, const char* end) const {
+  const std::string_view text(at, static_cast<std::size_t>(end - at));
+  if (text.empty()) return {};
+  if ((Of(*at) & kComment) != 0) return text.substr(0, 1);
+  if ((Of(*at) & kLongComment) == 0) return {};
+  for (const std::string& mark : long_comments) {
+    if (text.starts_with(mark)) return text.substr(0, mark.size());
+  }
+  return {};
+}
+
 bool IsDataLine(std::string_view line, const TextLayout& layout) {
-  const auto first = std::find_if_not(line.begin(), line.end(), IsBlankByte);
-  return first != line.end() && !layout.IsComment(*first);
+  line = TrimBlankBytes(line);
+  return !line.empty() && !layout.BeginsComment(line.data(), line.data() + line.size());
 }
 
 FieldCursor::FieldCursor(std::string_view line, const TextLayout& layout)

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "data/ds_info.h"
 
@@ -19,23 +20,39 @@ std::string_view TrimBlankBytes(std::string_view text);
 
 /// The text settings of a description, made ready for reading lines.
 struct TextLayout {
-  enum Kind : std::uint8_t { kPlain = 0, kSeparator = 1, kMarker = 2, kComment = 4 };
+  enum Kind : std::uint8_t {
+    kPlain = 0,
+    kSeparator = 1,
+    kMarker = 2,
+    kComment = 4,
+    kLongComment = 8  ///< may begin one of the longer marks
+  };
 
   TextLayout(const TDSInfo& info, char line_end_byte);
 
   bool IsSeparator(char c) const { return (Of(c) & kSeparator) != 0; }
   bool IsMarker(char c) const { return (Of(c) & kMarker) != 0; }
-  bool IsComment(char c) const { return (Of(c) & kComment) != 0; }
+  /// True when a comment begins at [at, end), which is not empty.
+  bool BeginsComment(const char* at, const char* end) const {
+    const std::uint8_t kind = Of(*at);
+    return (kind & kComment) != 0 || ((kind & kLongComment) != 0 && BeginsLongComment(at, end));
+  }
+  /// The mark that [at, end) begins with, or nothing.
+  std::string_view CommentMark(const char* at, const char* end) const;
   std::uint8_t Of(char c) const { return kinds[static_cast<unsigned char>(c)]; }
 
   std::array<std::uint8_t, 256> kinds{};
+  std::vector<std::string> long_comments;  ///< marks of more than one character
   bool merge = true;
   std::int32_t width = 0;  ///< characters per field; 0 = by separators
   char line_end = '\n';
+
+ private:
+  bool BeginsLongComment(const char* at, const char* end) const;
 };
 
-/// True when a line behind the headers is a row of data: it is not blank and its first character that is no blank is
-/// neither "#" nor "%" (unless these separate or enclose fields).
+/// True when a line behind the headers is a row of data: it is not blank and does not begin, behind blanks, with one of the
+/// description's comment marks (one that separates or encloses fields marks nothing).
 bool IsDataLine(std::string_view line, const TextLayout& layout);
 
 /// Takes the fields off a line, one at a time. A field is given as it stands on the line, markers included. A field that

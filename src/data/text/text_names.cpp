@@ -6,27 +6,16 @@
 
 #include "base/text_encoding.h"
 #include "data/text/field_value.h"
+#include "data/text/names_line.h"
 #include "data/text/text_lines.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::size_t kLongestName = 255;
 constexpr std::int32_t kMostHeaderLines = 1000;  // looked at for names
 constexpr std::int32_t kMostLinesBeforeRows = 10000;
 
 using Fields = std::vector<std::string>;
-
-std::string NameText(std::string_view field, const TextLayout& layout) {
-  std::string buffer;
-  std::string_view text = FieldText(field, layout, buffer);
-  if (text.size() > kLongestName) {
-    std::size_t cut = kLongestName;
-    while (cut > kLongestName - 4 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) --cut;
-    text = text.substr(0, cut);
-  }
-  return IsValidUtf8(text) ? std::string(text) : Utf8FromEightBit(text);
-}
 
 Fields Split(std::string_view line, const TextLayout& layout) {
   Fields fields;
@@ -37,14 +26,6 @@ Fields Split(std::string_view line, const TextLayout& layout) {
     fields.push_back(NameText(*field, layout));
   }
   return fields;
-}
-
-std::string_view WithoutCommentMark(std::string_view line, const TextLayout& layout) {
-  line = TrimBlankBytes(line);
-  while (!line.empty() && (layout.IsComment(line.front()) || IsBlankByte(line.front()))) {
-    line.remove_prefix(1);
-  }
-  return line;
 }
 
 TextLayout WithSeparator(const TextLayout& layout, char separator) {
@@ -77,6 +58,7 @@ struct Line {
   std::string_view text;
   bool comment = false;
   Fields fields;
+  bool fits_rows = false;  // has as many names as the rows have fields, and was chosen for it
 };
 
 bool NamesAll(const Fields& fields) {
@@ -97,7 +79,7 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, std::int32_
   for (std::int32_t i = 0; rows < kColumnLines && !walker.AtEnd(); ++i) {
     const std::string_view line = walker.Next();
     const bool ahead = i < header_lines || !IsDataLine(line, layout);
-    if (ahead && i >= kMostLinesBeforeRows) break;
+    if (ahead && i >= header_lines + kMostLinesBeforeRows) break;
     if (ahead && rows == 0 && static_cast<std::int32_t>(opening.header.size()) < kMostHeaderLines) {
       opening.header.push_back(line);
     }
@@ -109,8 +91,8 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, std::int32_
 }
 
 Line ReadLine(std::string_view text, const TextLayout& layout, std::int32_t columns) {
-  Line line{text, !IsDataLine(text, layout), {}};
-  line.fields = line.comment ? SplitComment(WithoutCommentMark(text, layout), layout, columns)
+  Line line{text, !IsDataLine(text, layout), {}, false};
+  line.fields = line.comment ? SplitComment(WithoutCommentMarks(text, layout), layout, columns)
                              : Split(text, layout);
   return line;
 }
@@ -128,6 +110,41 @@ std::int32_t CountColumns(std::string_view text, const TextLayout& layout) {
   return columns;
 }
 
+/// The line of the text by its number from 1; empty behind the last.
+std::string_view LineAt(std::string_view text, std::int32_t number, char line_end) {
+  LineWalker walker(text, line_end);
+  for (; number > 1 && !walker.AtEnd(); --number) walker.Next();
+  return walker.AtEnd() ? std::string_view() : walker.Next();
+}
+
+/// The names of the first line, or of the header line that fits the rows better; empty or too few where there is none.
+Line FindNames(std::string_view text, const TextLayout& layout, const Opening& opening) {
+  const std::int32_t rows = opening.row_columns;
+  LineWalker walker(text, layout.line_end);
+  Line line = ReadLine(walker.Next(), layout, rows);
+  const auto size = static_cast<std::int32_t>(line.fields.size());
+  const bool title = rows > 1 && (size == 1 || size > rows);
+  if (!line.comment && !title) return line;
+  if (line.comment) line.fields.clear();
+  for (const std::string_view header : opening.header) {
+    Line candidate = ReadLine(header, layout, rows);
+    const bool fits =
+        static_cast<std::int32_t>(candidate.fields.size()) == rows && NamesAll(candidate.fields);
+    if (!fits) continue;
+    line = std::move(candidate);
+    line.fits_rows = true;
+    // Units may follow a plain line of names; of comments the one nearest to the rows names them.
+    if (!line.comment) break;
+  }
+  return line;
+}
+
+Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout& layout,
+                    std::int32_t columns) {
+  if (number < 1) return {};
+  return SplitNames(LineAt(text, number, layout.line_end), layout, columns).value_or(Fields());
+}
+
 }  // namespace
 
 std::string UnnamedColumn(std::int32_t column) {
@@ -142,35 +159,18 @@ bool ReadsAsNumber(std::string_view field) {
   return packed >= "0" && packed <= "9";
 }
 
-TextNames ReadTextNames(std::string_view text, const TextLayout& layout,
-                        std::int32_t header_lines) {
-  const Opening opening = ReadOpening(text, layout, header_lines);
+TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const TDSInfo& info) {
+  const Opening opening = ReadOpening(text, layout, info.FileHasHeaders);
+  const bool stated = info.NamesLine != 0;
   const std::int32_t rows = opening.row_columns;
-  LineWalker walker(text, layout.line_end);
-  Line line = ReadLine(walker.Next(), layout, rows);
-  std::int32_t columns = CountColumns(text, layout);
-
-  const auto size = static_cast<std::int32_t>(line.fields.size());
-  const bool title = rows > 1 && (size == 1 || size > rows);
-  if (line.comment || title) {
-    if (line.comment) {
-      line.fields.clear();
-      columns = rows;
-    }
-    for (const std::string_view header : opening.header) {
-      Line candidate = ReadLine(header, layout, rows);
-      const bool fits =
-          static_cast<std::int32_t>(candidate.fields.size()) == rows && NamesAll(candidate.fields);
-      if (!fits) continue;
-      columns = rows;
-      line = std::move(candidate);
-      // Units may follow a plain line of names; of comments the one nearest to the rows names them.
-      if (!line.comment) break;
-    }
-  }
+  Line line = stated ? Line{{}, false, FieldsOfLine(text, info.NamesLine, layout, rows), true}
+                     : FindNames(text, layout, opening);
+  const std::int32_t columns =
+      line.comment || line.fits_rows ? rows : std::max(CountColumns(text, layout), rows);
 
   // Without header lines the first line holds values, and no value is a name, whatever its first digit.
-  const bool first_is_row = header_lines == 0 && !line.comment && opening.header.empty();
+  const bool first_is_row =
+      !stated && info.FileHasHeaders == 0 && !line.comment && opening.header.empty();
   TextNames read;
   read.has_names_line = columns > 0;
   for (std::int32_t i = 0; i < columns; ++i) {
@@ -183,6 +183,9 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout,
     }
     read.names.push_back(std::move(name));
   }
+  if (info.UnitsLine == 0) return read;
+  read.units = FieldsOfLine(text, info.UnitsLine, layout, columns);
+  for (std::string& unit : read.units) unit = UnitText(unit);
   return read;
 }
 

@@ -12,6 +12,7 @@ namespace tarnwick {
 
 struct TextNames {
   std::vector<std::string> names;  ///< UTF-8, one per column, "(col N)" where the text has none
+  std::vector<std::string> units;  ///< one per column, empty where there is none; or none at all
   bool has_names_line = false;     ///< no name was missing or a number
 };
 
@@ -19,9 +20,11 @@ inline constexpr std::int32_t kMostColumns = 1000;  ///< fields counted on a lin
 inline constexpr std::int32_t kColumnLines =
     40;  ///< first lines looked at for the number of columns
 
-/// The names stand on the first line. Where that line is a comment, blank, or (as titles are) of another number of fields
-/// than the rows, the last header line that fits the rows better holds them; a comment counts without its "#" or "%".
-TextNames ReadTextNames(std::string_view text, const TextLayout& layout, std::int32_t header_lines);
+/// Where the description names a line of names (of units), it is cut as SplitNames does. Otherwise the names stand on the
+/// first line. Where that line is a comment, blank, or (as titles are) of another number of fields
+/// than the rows, the last header line that fits the rows better holds them; a comment counts without its mark. The columns are counted over the first 40 lines of the text and the first 40 rows behind
+/// the headers.
+TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const TDSInfo& info);
 
 /// The name that stands for a column without one: "(col " + position from 0 + ")".
 std::string UnnamedColumn(std::int32_t column);

@@ -23,11 +23,16 @@ std::int32_t RowNumber(std::int64_t row) {
 
 TTxtSupplier::TTxtSupplier(const TDSInfo& info, std::shared_ptr<const TextSource> source)
     : source_(std::move(source)),
+      info_(info),
       layout_(info, source_->LineEnd()),
       end_(source_->Text().data() + source_->Text().size()) {
   LineWalker walker(source_->Text(), layout_.line_end);
   for (; header_rows_ < info.FileHasHeaders && !walker.AtEnd(); ++header_rows_) walker.Next();
   body_ = walker.Position();
+  if (info.TableLines > 0) {
+    for (std::int32_t i = 0; i < info.TableLines && !walker.AtEnd(); ++i) walker.Next();
+    end_ = walker.Position();
+  }
   FirstRow();
 }
 
@@ -120,14 +125,20 @@ const std::vector<std::string>& TTxtSupplier::ColumnNames() {
   return *names_;
 }
 
+std::vector<std::string> TTxtSupplier::ColumnUnits() {
+  if (!names_) ReadNames();
+  return units_;
+}
+
 bool TTxtSupplier::HasNamesLine() {
   if (!names_) ReadNames();
   return has_names_line_;
 }
 
 void TTxtSupplier::ReadNames() {
-  TextNames read = ReadTextNames(source_->Text(), layout_, header_rows_);
+  TextNames read = ReadTextNames(source_->Text(), layout_, info_);
   names_ = std::move(read.names);
+  units_ = std::move(read.units);
   has_names_line_ = read.has_names_line;
 }
 

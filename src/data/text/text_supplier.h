@@ -11,8 +11,8 @@
 
 namespace tarnwick {
 
-/// The first FileHasHeaders lines are header rows whatever they hold. Behind them every line is a row but the blank ones
-/// and those that begin with "#" or "%".
+/// The first FileHasHeaders lines are header rows whatever they hold. Of the TableLines lines behind them (all when that is
+/// 0) every one is a row but the blank ones and those that begin with a comment mark.
 class TTxtSupplier final : public TDataSupplier, private BlockSource {
  public:
   TTxtSupplier(const TDSInfo& info, std::shared_ptr<const TextSource> source);
@@ -27,6 +27,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   bool HasValue(std::int32_t column) override;
   std::int32_t RowCount() override;
   const std::vector<std::string>& ColumnNames() override;
+  std::vector<std::string> ColumnUnits() override;
   bool HasNamesLine() override;
   bool CountRows(Progress& progress) override;
   std::int64_t Size() const override { return end_ - source_->Text().data(); }
@@ -52,6 +53,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   void ReadNames();
 
   std::shared_ptr<const TextSource> source_;
+  TDSInfo info_;
   TextLayout layout_;
   const char* end_;
   const char* body_;
@@ -62,6 +64,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::int32_t header_rows_ = 0;
   std::optional<RowIndex> index_;
   std::optional<std::vector<std::string>> names_;
+  std::vector<std::string> units_;
   bool has_names_line_ = false;
   std::string buffer_;
 };

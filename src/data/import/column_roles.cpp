@@ -1,0 +1,161 @@
+#include "data/import/column_roles.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+
+#include "base/ascii.h"
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "data/import/import_file.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kNamesInNote = 4;
+
+using Columns = std::vector<std::int32_t>;
+
+/// The words of a name in small letters, cut at what is neither letter nor digit.
+std::vector<std::string> WordsOf(std::string_view name) {
+  std::vector<std::string> words(1);
+  for (const char c : LowerAscii(name)) {
+    const bool part = IsLetter(c) || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80;
+    if (part) {
+      words.back() += c;
+    } else if (!words.back().empty()) {
+      words.emplace_back();
+    }
+  }
+  if (words.back().empty()) words.pop_back();
+  return words;
+}
+
+bool HasWord(std::string_view name, std::span<const std::string_view> known) {
+  return std::ranges::any_of(WordsOf(name), [known](const std::string& word) {
+    return std::ranges::find(known, word) != known.end();
+  });
+}
+
+/// What is swept or scanned, against which the rest was measured.
+bool NamesScan(std::string_view name) {
+  constexpr std::string_view kWords[] = {"freq",        "frequency", "wavelength", "wavenumber",
+                                         "wavenumbers", "2theta",    "twotheta",   "x"};
+  return HasWord(name, kWords) || LowerAscii(name).starts_with("m/z");
+}
+
+bool NamesTime(std::string_view name) {
+  constexpr std::string_view kWords[] = {"time", "t", "date", "timestamp", "datetime", "elapsed"};
+  return HasWord(name, kWords);
+}
+
+bool IsMonotone(const std::vector<double>& values) {
+  return values.size() > 1 && (std::ranges::is_sorted(values, std::less_equal<>()) ||
+                               std::ranges::is_sorted(values, std::greater_equal<>()));
+}
+
+/// "A, B and 3 more": what a note names.
+std::string ListOf(const ImportSource& source, const Columns& columns) {
+  std::string text;
+  const std::size_t shown = columns.size() > kNamesInNote + 1 ? kNamesInNote : columns.size();
+  for (std::size_t i = 0; i < shown; ++i) {
+    const bool last = i + 1 == columns.size();
+    text += (i == 0 ? "" : last ? " and " : ", ") + source.NameOf(columns[i]);
+  }
+  if (shown < columns.size()) text += " and " + std::to_string(columns.size() - shown) + " more";
+  return text;
+}
+
+/// Takes a kind of columns out as long as others remain, and says so.
+class LeavingOut {
+ public:
+  LeavingOut(const ImportSource& source, ChosenColumns& chosen)
+      : source_(source), chosen_(chosen) {}
+
+  template <class Is>
+  void If(const char* what, Is is) {
+    Columns left;
+    Columns kept;
+    for (const std::int32_t column : chosen_.y) (is(column) ? left : kept).push_back(column);
+    if (left.empty() || kept.empty()) return;
+    chosen_.y = std::move(kept);
+    chosen_.notes.push_back(ListOf(source_, left) + (left.size() == 1 ? " is" : " are") +
+                            " left out: " + what);
+  }
+
+ private:
+  const ImportSource& source_;
+  ChosenColumns& chosen_;
+};
+
+std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
+  Columns varying;
+  Columns counts;
+  for (const std::int32_t column : numbers) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (guess.IsConstant() || NamesErrors(source.NameOf(column))) continue;
+    (guess.CountsRows() ? counts : varying).push_back(column);
+  }
+  const auto first = [&](auto is) {
+    const auto found = std::ranges::find_if(varying, is);
+    return found == varying.end() ? kRowNumberColumn : *found;
+  };
+  const auto rises = [&](std::int32_t column) { return IsMonotone(source.GuessOf(column).values); };
+  const std::int32_t date =
+      first([&](std::int32_t column) { return source.GuessOf(column).is_date; });
+  if (date != kRowNumberColumn) return date;
+  const std::int32_t scan =
+      first([&](std::int32_t column) { return NamesScan(source.NameOf(column)) && rises(column); });
+  if (scan != kRowNumberColumn) return scan;
+  if (varying.size() + counts.size() > 1 && !varying.empty()) {
+    // A count of rows is X only where a single column would be left without one.
+    if (varying.size() == 1) return counts.front();
+    if (rises(varying.front())) return varying.front();
+    const std::int32_t time = first(
+        [&](std::int32_t column) { return NamesTime(source.NameOf(column)) && rises(column); });
+    return time != kRowNumberColumn ? time : varying.front();
+  }
+  return numbers.front();
+}
+
+}  // namespace
+
+bool NamesErrors(std::string_view name) {
+  constexpr std::string_view kWords[] = {"err",         "error",  "errors", "sigma",   "std",
+                                         "stdev",       "stddev", "sd",     "sem",     "stderr",
+                                         "uncertainty", "unc",    "dy",     "\xCF\x83"};
+  constexpr std::string_view kSigns[] = {"+-", "+/-", "\xC2\xB1"};
+  const bool sign = std::ranges::any_of(
+      kSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
+  return sign || HasWord(name, kWords);
+}
+
+ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options) {
+  const Columns numbers = source.NumberColumns();
+  ChosenColumns chosen;
+  for (const std::string& name : options.y_columns) chosen.y.push_back(source.Column(name));
+  if (options.x_column) {
+    chosen.x = source.Column(*options.x_column);
+  } else if (numbers.size() > 1) {
+    chosen.x = ChooseX(source, numbers);
+  }
+  if (!chosen.y.empty()) return chosen;
+  for (const std::int32_t column : numbers) {
+    if (column != chosen.x) chosen.y.push_back(column);
+  }
+  if (chosen.y.empty()) {
+    throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
+                    "columns: " + std::to_string(source.columns.size()));
+  }
+  LeavingOut out(source, chosen);
+  out.If("dates", [&](std::int32_t column) { return source.GuessOf(column).is_date; });
+  out.If("errors of the values beside them",
+         [&](std::int32_t column) { return NamesErrors(source.NameOf(column)); });
+  out.If("counting the rows",
+         [&](std::int32_t column) { return source.GuessOf(column).CountsRows(); });
+  out.If("one value throughout",
+         [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); });
+  return chosen;
+}
+
+}  // namespace tarnwick

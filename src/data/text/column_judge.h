@@ -1,0 +1,42 @@
+// What the rows of a table say about its columns. Knows fields; knows no names.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "data/ds_info.h"
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+
+/// What the rows looked at say about one column.
+struct ColumnGuess {
+  bool has_numbers = false;  ///< most of its fields can be read as numbers or dates
+  bool is_date = false;      ///< its values are days or times: the axis should show them as such
+  ColumnFormat format = ColumnFormat::Automatic;
+  bool day_order_open = false;  ///< dates that read with the day first and with the month first
+  bool has_zone = false;        ///< times with a zone
+  bool has_units = false;       ///< a unit stands behind the numbers
+  std::vector<double> values =
+      {};  ///< read by `format`, of the rows looked at; others are left out
+
+  bool operator==(const ColumnGuess&) const = default;
+
+  /// All values are one.
+  bool IsConstant() const;
+  /// The values count the rows: each is the one before it and 1.
+  bool CountsRows() const;
+};
+
+/// Judges columns by these rows. `values` are kept of a few hundred rows.
+std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
+                                      const TextLayout& layout);
+
+/// The texts of the first of these rows by columns, all columns as long; missing fields are empty.
+std::vector<std::vector<std::string>> SampleTexts(std::span<const std::string_view> rows,
+                                                  const TextLayout& layout);
+
+}  // namespace tarnwick

@@ -1,0 +1,88 @@
+#include "data/text/field_kind.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/ascii.h"
+#include "base/text_encoding.h"
+#include "data/text/field_value.h"
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kLongestValue = 64;
+constexpr std::size_t kLongestPlaceholder = 9;
+constexpr std::size_t kShortestNamedDate = 6;  // "1 May 24"
+
+bool IsPlaceholder(std::string_view text) {
+  constexpr std::string_view kPlaceholders[] = {
+      "na",      "n/a",  "nan",  "#n/a",         "-",           "--",   "---",
+      "null",    "none", "inf",  "-inf",         "+inf",        "?",    "*",
+      "missing", "nd",   "n.d.", "nil",          "indef",       "--.-", "nodata",
+      "no data", "-nan", "...",  "\xE2\x80\x93", "\xE2\x80\x94"};
+  if (text.size() > kLongestPlaceholder) return false;
+  const std::string lower = LowerAscii(text);
+  return std::find(std::begin(kPlaceholders), std::end(kPlaceholders), lower) !=
+         std::end(kPlaceholders);
+}
+
+bool IsDate(std::string_view text) {
+  return FieldValue(text, ColumnFormat::DateMonthFirst) ||
+         FieldValue(text, ColumnFormat::DateDayFirst);
+}
+
+/// Months and days of the week begin with these.
+bool MayNameDate(std::string_view text) {
+  constexpr std::string_view kInitials = "JFMASONDTWjfmasondtw";
+  return text.size() >= kShortestNamedDate && kInitials.find(text.front()) != kInitials.npos &&
+         std::any_of(text.begin(), text.end(), IsDigit);
+}
+
+bool MayBeginNumber(char c) {
+  return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == ',' || c == '\xE2';
+}
+
+/// "-1.5e-3" and the like: what nearly all fields of tables are.
+bool IsPlainNumber(std::string_view text) {
+  std::size_t at = text.front() == '-' || text.front() == '+' ? 1 : 0;
+  std::size_t digits = 0;
+  const auto skip_digits = [&] {
+    for (; at < text.size() && IsDigit(text[at]); ++at) ++digits;
+  };
+  skip_digits();
+  if (at < text.size() && text[at] == '.') {
+    ++at;
+    skip_digits();
+  }
+  if (digits == 0) return false;
+  if (at == text.size()) return true;
+  if (text[at] != 'e' && text[at] != 'E') return false;
+  ++at;
+  if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
+  digits = 0;
+  skip_digits();
+  return at == text.size() && digits > 0 && digits < 3;
+}
+
+}  // namespace
+
+FieldKind KindOfField(std::string_view text) {
+  text = TrimBlankBytes(text);
+  if (text.empty()) return FieldKind::Empty;
+  if (text.size() > kLongestValue) return FieldKind::Text;
+  if (!MayBeginNumber(text.front())) {
+    if (IsPlaceholder(text)) return FieldKind::Placeholder;
+    return MayNameDate(text) && IsDate(text) ? FieldKind::Date : FieldKind::Text;
+  }
+  if (IsPlainNumber(text) || FieldValue(text, ColumnFormat::Number)) return FieldKind::Number;
+  if (IsPlaceholder(text)) return FieldKind::Placeholder;
+  if (FieldValue(text, ColumnFormat::DecimalComma) ||
+      FieldValue(text, ColumnFormat::GroupedThousands)) {
+    return FieldKind::Number;
+  }
+  if (IsDate(text)) return FieldKind::Date;
+  return FieldValue(text, ColumnFormat::NumberWithUnit) ? FieldKind::Quantity : FieldKind::Text;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,26 @@
+// What kind of text a field holds, told quickly: what tables are recognised by. Knows the forms of values; knows no lines.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace tarnwick {
+
+enum class FieldKind : std::uint8_t {
+  Empty,
+  Placeholder,  ///< what tables write where a number is missing: "NA", "nan", "-", "null", …
+  Number,       ///< in any of the forms of numbers
+  Quantity,     ///< a number with a unit behind it
+  Date,         ///< a date, a time, or both
+  Text
+};
+
+/// The kind of a field without its markers; blanks at its ends do not count.
+FieldKind KindOfField(std::string_view text);
+
+/// True for what a column format can read.
+constexpr bool IsValue(FieldKind kind) {
+  return kind == FieldKind::Number || kind == FieldKind::Quantity || kind == FieldKind::Date;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,156 @@
+#include "data/text/table_search.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "data/text/field_kind.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::int32_t kMostFields = 1000;
+constexpr int kStrayLines = 3;           // that may stand within a table, one behind the other
+constexpr std::size_t kMostOthers = 12;  // rows of other shapes that are looked at together
+constexpr double kSingleColumnWeight =
+    0.5;  // a list of numbers is a table only where nothing else is
+
+/// A row has values; where blanks separate, so do the words of a sentence, and half of it must be values.
+bool IsRow(const LineShape& shape, const TextLayout& layout) {
+  if (shape.values == 0) return false;
+  if (shape.values == shape.filled) return true;
+  if (layout.IsSeparator(' ')) return shape.values >= 2 && 2 * shape.values >= shape.filled;
+  return 4 * shape.values >= shape.filled;
+}
+
+/// Collects the tables while the lines go by.
+class TableSearch {
+ public:
+  explicit TableSearch(std::vector<FoundTable>& tables) : tables_(tables) {}
+
+  void Take(std::size_t line, const LineShape& shape) {
+    switch (shape.kind) {
+      case LineShape::Kind::Blank:
+        blank_before_ = true;
+        return;
+      case LineShape::Kind::Comment:
+        return;
+      case LineShape::Kind::Row:
+        TakeRow(line, shape);
+        break;
+      case LineShape::Kind::Text:
+        TakeText(shape);
+        break;
+    }
+    blank_before_ = false;
+  }
+
+  void Finish() {
+    if (!table_) return;
+    table_->weight *= table_->fields == 1 ? kSingleColumnWeight : 1;
+    tables_.push_back(*table_);
+    table_.reset();
+    stray_texts_ = 0;
+    text_beside_blank_ = false;
+    others_.clear();
+  }
+
+ private:
+  void TakeRow(std::size_t line, const LineShape& shape) {
+    if (table_ && shape.fields != table_->fields) {
+      others_.push_back({line, shape});
+      if (AnotherTableBegan()) return BeginFromOthers();
+      if (others_.size() > kMostOthers) AddOthers();
+      return;
+    }
+    if (table_ && text_beside_blank_) Finish();
+    if (!table_) table_ = FoundTable{line, line, shape.fields, 0, 0, 0};
+    AddOthers();
+    table_->behind = line + 1;
+    ++table_->rows;
+    table_->weight += static_cast<double>(shape.values) / shape.filled;
+  }
+
+  /// Rows of another shape are stray ones or, where the table is ragged throughout, its own.
+  void AddOthers() {
+    if (!others_.empty()) table_->behind = others_.back().line + 1;
+    table_->odd_rows += others_.size();
+    others_.clear();
+    stray_texts_ = 0;
+  }
+
+  void BeginFromOthers() {
+    const std::vector<Other> begun(others_.end() - kStrayLines - 1, others_.end());
+    Finish();
+    for (const Other& other : begun) TakeRow(other.line, other.shape);
+  }
+
+  void TakeText(const LineShape& shape) {
+    if (!table_) return;
+    const bool names = shape.fields == table_->fields && shape.fields > 1 && shape.values == 0;
+    text_beside_blank_ = text_beside_blank_ || blank_before_;
+    if (names || ++stray_texts_ > kStrayLines) Finish();
+  }
+
+  /// Rows that agree on another shape are another table where text parts them from this one, or when they are more.
+  bool AnotherTableBegan() const {
+    if (others_.size() <= kStrayLines) return false;
+    const std::int32_t fields = others_.back().shape.fields;
+    const bool agree =
+        std::all_of(others_.end() - kStrayLines - 1, others_.end(),
+                    [fields](const Other& other) { return other.shape.fields == fields; });
+    return agree && (stray_texts_ > 0 || others_.size() > table_->rows);
+  }
+
+  struct Other {
+    std::size_t line = 0;
+    LineShape shape;
+  };
+
+  std::vector<FoundTable>& tables_;
+  std::optional<FoundTable> table_;
+  std::vector<Other> others_;  // rows of another number of fields since the last that fitted
+  int stray_texts_ = 0;
+  bool blank_before_ = false;
+  bool text_beside_blank_ = false;
+};
+
+}  // namespace
+
+LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
+  LineShape shape;
+  if (TrimBlankBytes(line).empty()) return shape;
+  if (!IsDataLine(line, layout)) {
+    shape.kind = LineShape::Kind::Comment;
+    return shape;
+  }
+  FieldCursor cursor(layout.merge ? TrimBlankBytes(line) : line, layout);
+  std::string buffer;
+  while (shape.fields < kMostFields) {
+    const std::optional<std::string_view> field = cursor.Next();
+    if (!field) break;
+    ++shape.fields;
+    const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+    if (kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
+    ++shape.filled;
+    shape.values += IsValue(kind) ? 1 : 0;
+  }
+  shape.kind = IsRow(shape, layout) ? LineShape::Kind::Row : LineShape::Kind::Text;
+  return shape;
+}
+
+std::vector<FoundTable> FindTables(std::span<const std::string_view> lines,
+                                   const TextLayout& layout) {
+  std::vector<FoundTable> tables;
+  TableSearch search(tables);
+  for (std::size_t i = 0; i < lines.size(); ++i) search.Take(i, ShapeOf(lines[i], layout));
+  search.Finish();
+  return tables;
+}
+
+const FoundTable* HeaviestTable(std::span<const FoundTable> tables) {
+  const auto heaviest = std::ranges::max_element(tables, {}, &FoundTable::weight);
+  return heaviest == tables.end() ? nullptr : &*heaviest;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,45 @@
+// Where tables stand in a text: the longest runs of equally shaped rows of values. Knows lines and fields; decides nothing
+// about columns.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+
+/// What a line is, cut by some separators.
+struct LineShape {
+  enum class Kind : std::uint8_t { Blank, Comment, Row, Text };
+
+  Kind kind = Kind::Blank;
+  std::int32_t fields = 0;  ///< empty ones among them where the layout does not merge separators
+  std::int32_t filled = 0;  ///< that hold something, placeholders apart
+  std::int32_t values = 0;  ///< that some column format reads
+};
+
+LineShape ShapeOf(std::string_view line, const TextLayout& layout);
+
+/// Lines [first, behind) of the lines searched; the first and the last are rows.
+struct FoundTable {
+  std::size_t first = 0;
+  std::size_t behind = 0;
+  std::int32_t fields = 0;   ///< that most of its rows have
+  std::size_t rows = 0;      ///< with that many
+  std::size_t odd_rows = 0;  ///< rows of another number of fields
+  double weight = 0;         ///< the rows, each by the share of values among its fields
+};
+
+/// All tables, in order. Lines that do not fit are passed over within a table, a few at a time; a line that may hold the
+/// names of other columns, or text beside an empty line, ends it.
+std::vector<FoundTable> FindTables(std::span<const std::string_view> lines,
+                                   const TextLayout& layout);
+
+/// The one with the greatest weight, or null.
+const FoundTable* HeaviestTable(std::span<const FoundTable> tables);
+
+}  // namespace tarnwick
