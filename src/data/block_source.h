@@ -13,7 +13,7 @@
 
 namespace tarnwick {
 
-/// A column that is wanted, and how its text becomes a number. Never kRowNumberColumn.
+/// A column that is wanted, and how its text becomes a number. Never kRowNumberColumn; kJoinedTimeColumn is one.
 struct ColumnRequest {
   std::int32_t column = 0;
   ColumnFormat format = ColumnFormat::Automatic;

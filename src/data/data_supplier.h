@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,13 +11,9 @@
 #include "base/progress.h"
 #include "data/block_source.h"
 #include "data/ds_info.h"
+#include "data/pseudo_columns.h"
 
 namespace tarnwick {
-
-/// The pseudo column that holds the number of each data row, from 1. It is called kRowNumberName unless the source has
-/// a column of that name, and gives X to sources with one column only.
-inline constexpr std::int32_t kRowNumberColumn = std::numeric_limits<std::int32_t>::max();
-inline constexpr std::string_view kRowNumberName = "Row number";
 
 class TDataSupplier {
  public:

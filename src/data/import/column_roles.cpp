@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "data/import/import_file.h"
+#include "data/text/text_names.h"
 
 namespace tarnwick {
 namespace {
@@ -44,14 +45,35 @@ bool NamesScan(std::string_view name) {
   return HasWord(name, kWords) || LowerAscii(name).starts_with("m/z");
 }
 
+/// True when some column has a name of its own.
+bool HasNames(const ImportSource& source) {
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (names[i] != UnnamedColumn(static_cast<std::int32_t>(i))) return true;
+  }
+  return false;
+}
+
+/// A count of rows is what its name says, or what has none in a table where others have: anything else that rises by 1
+/// may be what was stepped through.
+bool NamesCount(const ImportSource& source, std::int32_t column) {
+  constexpr std::string_view kWords[] = {"index",   "idx",   "id",     "no",     "nr",   "num",
+                                         "number",  "row",   "rows",   "obs",    "case", "pt",
+                                         "pts",     "point", "points", "record", "seq",  "sample",
+                                         "unnamed", "n",     "i"};
+  const std::string name = source.NameOf(column);
+  const bool unnamed = name == UnnamedColumn(column) || WordsOf(name).empty();
+  return unnamed ? HasNames(source) : HasWord(name, kWords);
+}
+
 bool NamesTime(std::string_view name) {
   constexpr std::string_view kWords[] = {"time", "t", "date", "timestamp", "datetime", "elapsed"};
   return HasWord(name, kWords);
 }
 
 bool IsMonotone(const std::vector<double>& values) {
-  return values.size() > 1 && (std::ranges::is_sorted(values, std::less_equal<>()) ||
-                               std::ranges::is_sorted(values, std::greater_equal<>()));
+  return values.size() > 1 &&
+         (std::ranges::is_sorted(values) || std::ranges::is_sorted(values, std::ranges::greater()));
 }
 
 /// "A, B and 3 more": what a note names.
@@ -88,34 +110,39 @@ class LeavingOut {
   ChosenColumns& chosen_;
 };
 
+bool CountsRows(const ImportSource& source, std::int32_t column) {
+  return source.GuessOf(column).CountsRows() && NamesCount(source, column);
+}
+
 std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   Columns varying;
   Columns counts;
   for (const std::int32_t column : numbers) {
     const ColumnGuess& guess = source.GuessOf(column);
     if (guess.IsConstant() || NamesErrors(source.NameOf(column))) continue;
-    (guess.CountsRows() ? counts : varying).push_back(column);
+    (CountsRows(source, column) ? counts : varying).push_back(column);
   }
   const auto first = [&](auto is) {
     const auto found = std::ranges::find_if(varying, is);
     return found == varying.end() ? kRowNumberColumn : *found;
   };
   const auto rises = [&](std::int32_t column) { return IsMonotone(source.GuessOf(column).values); };
+  const auto is_x = [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; };
+  const std::int32_t named = first(is_x);
+  if (named != kRowNumberColumn) return named;
   const std::int32_t date =
       first([&](std::int32_t column) { return source.GuessOf(column).is_date; });
   if (date != kRowNumberColumn) return date;
   const std::int32_t scan =
       first([&](std::int32_t column) { return NamesScan(source.NameOf(column)) && rises(column); });
   if (scan != kRowNumberColumn) return scan;
-  if (varying.size() + counts.size() > 1 && !varying.empty()) {
-    // A count of rows is X only where a single column would be left without one.
-    if (varying.size() == 1) return counts.front();
-    if (rises(varying.front())) return varying.front();
-    const std::int32_t time = first(
-        [&](std::int32_t column) { return NamesTime(source.NameOf(column)) && rises(column); });
-    return time != kRowNumberColumn ? time : varying.front();
-  }
-  return numbers.front();
+  if (varying.empty()) return counts.empty() ? kRowNumberColumn : counts.front();
+  if (varying.size() == 1 && !counts.empty()) return counts.front();
+  if (varying.size() == 1 && varying.front() != numbers.front()) return kRowNumberColumn;
+  if (rises(varying.front())) return varying.front();
+  const std::int32_t time =
+      first([&](std::int32_t column) { return NamesTime(source.NameOf(column)) && rises(column); });
+  return time != kRowNumberColumn ? time : varying.front();
 }
 
 }  // namespace
@@ -136,12 +163,18 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   for (const std::string& name : options.y_columns) chosen.y.push_back(source.Column(name));
   if (options.x_column) {
     chosen.x = source.Column(*options.x_column);
+  } else if (!source.time_columns.empty()) {
+    chosen.x = kJoinedTimeColumn;
   } else if (numbers.size() > 1) {
     chosen.x = ChooseX(source, numbers);
   }
   if (!chosen.y.empty()) return chosen;
+  const auto makes_time = [&](std::int32_t column) {
+    return chosen.x == kJoinedTimeColumn &&
+           std::ranges::find(source.time_columns, column) != source.time_columns.end();
+  };
   for (const std::int32_t column : numbers) {
-    if (column != chosen.x) chosen.y.push_back(column);
+    if (column != chosen.x && !makes_time(column)) chosen.y.push_back(column);
   }
   if (chosen.y.empty()) {
     throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
@@ -151,8 +184,7 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   out.If("dates", [&](std::int32_t column) { return source.GuessOf(column).is_date; });
   out.If("errors of the values beside them",
          [&](std::int32_t column) { return NamesErrors(source.NameOf(column)); });
-  out.If("counting the rows",
-         [&](std::int32_t column) { return source.GuessOf(column).CountsRows(); });
+  out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
   out.If("one value throughout",
          [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); });
   return chosen;

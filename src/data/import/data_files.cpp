@@ -2,10 +2,13 @@
 
 #include <utility>
 
+#include "data/import/column_meaning.h"
 #include "data/import/file_supplier.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
 #include "data/import/load_run.h"
+#include "data/text/format_notes.h"
+#include "data/text/text_names.h"
 #include "data/text/text_supplier.h"
 
 namespace tarnwick {
@@ -15,22 +18,24 @@ constexpr std::string_view kTitle = "Loading data";
 constexpr std::size_t kLargeText = 64 << 20;  // worth a progress window
 
 GuessHints HintsOf(const ImportOptions& options) {
-  return {options.separators,
-          options.markers,
-          options.merge_separators,
-          options.width,
-          options.headers,
-          {},
-          {},
-          {}};
+  return {.separators = options.separators,
+          .markers = options.markers,
+          .merge_separators = options.merge_separators,
+          .column_width = options.width,
+          .header_lines = options.headers,
+          .names_line = options.names_line,
+          .units_line = options.units_line,
+          .comment_marks = options.comment_marks};
 }
 
-/// What the user says of the text, into its description.
-void ApplyTextOptions(const ImportOptions& options, TDSInfo& info) {
-  info.NamesLine = options.names_line.value_or(info.NamesLine);
-  info.UnitsLine = options.units_line.value_or(info.UnitsLine);
-  info.CommentMarks = options.comment_marks.value_or(info.CommentMarks);
-  info.MissingValues = options.missing.value_or(info.MissingValues);
+/// A line of names that the rule finds need not be kept.
+void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
+  TDSInfo by_rule = info;
+  by_rule.NamesLine = 0;
+  const TextLayout layout(info, line_end);
+  if (ReadTextNames(text, layout, by_rule).names == ReadTextNames(text, layout, info).names) {
+    info.NamesLine = 0;
+  }
 }
 
 }  // namespace
@@ -64,12 +69,21 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   if (all.size() > kLargeText) {
     examining.Begin(kTitle, text->Name(), static_cast<std::int64_t>(all.size()));
   }
-  const TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
+  TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
+  RequireTable(format, all, text->Name());
   format.ApplyTo(source.info);
-  ApplyTextOptions(options, source.info);
-  source.columns = format.columns;
-  source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));
+  DropStatedNames(text->Text(), text->LineEnd(), source.info);
+  source.info.MissingValues = options.missing.value_or(source.info.MissingValues);
+  source.columns = std::move(format.columns);
+  source.samples = std::move(format.samples);
+  source.notes = NotesOf(format);
+  source.supplier = std::make_unique<TTxtSupplier>(source.info, text);
+  source.units = source.supplier->ColumnUnits();
   source.columns.resize(source.supplier->ColumnNames().size());
+  SettleTimes(options, source);
+  SettleMissingValues(options, source);
+  // The supplier was opened for the names; the description has learnt since.
+  source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));
 }
 
 }  // namespace tarnwick

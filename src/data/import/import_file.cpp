@@ -6,9 +6,10 @@
 #include <utility>
 
 #include "base/error.h"
+#include "data/import/column_roles.h"
 #include "data/import/import_source.h"
-#include "data/packed/unpack.h"
 #include "data/import/whole_data.h"
+#include "data/packed/unpack.h"
 
 namespace tarnwick {
 namespace {
@@ -21,33 +22,6 @@ bool IsDateFormat(ColumnFormat format) {
          format == ColumnFormat::DateMonthFirst;
 }
 
-struct ChosenColumns {
-  std::int32_t x = kRowNumberColumn;
-  std::vector<std::int32_t> y;
-};
-
-/// What the user names, else the first column that holds numbers against every other. A file with one such column is
-/// plotted over the number of the row.
-ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options) {
-  const std::vector<std::int32_t> numbers = source.NumberColumns();
-  ChosenColumns chosen;
-  for (const std::string& name : options.y_columns) chosen.y.push_back(source.Column(name));
-  if (options.x_column) {
-    chosen.x = source.Column(*options.x_column);
-  } else if (numbers.size() > 1) {
-    chosen.x = numbers.front();
-  }
-  if (!chosen.y.empty()) return chosen;
-  for (const std::int32_t column : numbers) {
-    if (column != chosen.x) chosen.y.push_back(column);
-  }
-  if (chosen.y.empty()) {
-    throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
-                    "columns: " + std::to_string(source.columns.size()));
-  }
-  return chosen;
-}
-
 void Describe(TDataSeries& series, const ImportSource& source, const ImportOptions& options,
               std::int32_t x, std::int32_t y) {
   TDSInfo& info = series.Source();
@@ -56,8 +30,8 @@ void Describe(TDataSeries& series, const ImportSource& source, const ImportOptio
   info.YDataColumn = source.ReferenceTo(y);
   info.x_column_index = x;
   info.y_column_index = y;
-  info.XFormat = options.x_format.value_or(source.Guess(x).format);
-  info.YFormat = options.y_format.value_or(source.Guess(y).format);
+  info.XFormat = options.x_format.value_or(source.GuessOf(x).format);
+  info.YFormat = options.y_format.value_or(source.GuessOf(y).format);
   series.SetSeriesName(source.NameOf(y));
   series.SetNumericalTolerance(options.tolerance);
   series.SetDuplicatesAllowed(options.duplicates_allowed.value_or(options.tolerance == 0));
@@ -66,7 +40,7 @@ void Describe(TDataSeries& series, const ImportSource& source, const ImportOptio
 }
 
 bool IsDate(const ImportSource& source, std::int32_t column, std::optional<ColumnFormat> format) {
-  return format ? IsDateFormat(*format) : source.Guess(column).is_date;
+  return format ? IsDateFormat(*format) : source.GuessOf(column).is_date;
 }
 
 /// A file from which no row could be read is no data file, unless the user asked for rows that it may not have.
@@ -113,7 +87,7 @@ void CountRecords(TDataSupplier& records, std::span<const ColumnRequest> request
 void CountRows(const ImportSource& source, SourceSummary& summary, Progress& progress) {
   std::vector<ColumnRequest> requests;
   for (const std::int32_t column : source.NumberColumns()) {
-    requests.push_back({column, source.Guess(column).format});
+    requests.push_back({column, source.GuessOf(column).format});
   }
   progress.Begin("Loading data", source.supplier->Describe(), source.supplier->Size());
   if (const BlockSource* const blocks = source.supplier->Blocks()) {
@@ -141,6 +115,10 @@ ImportResult LoadColumns(ImportSource source, const ImportOptions& options, cons
     for (TDataSeries* const one : series) ForbidAbsentDuplicates(*one);
   }
   result.x_name = source.NameOf(columns.x);
+  result.x_unit = source.UnitOf(columns.x);
+  for (const std::int32_t y : columns.y) result.y_units.push_back(source.UnitOf(y));
+  result.notes = source.notes;
+  result.notes.insert(result.notes.end(), columns.notes.begin(), columns.notes.end());
   result.x_is_date = IsDate(source, columns.x, options.x_format);
   result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
   result.cancelled = result.reports.front().cancelled;
@@ -197,6 +175,7 @@ SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptio
   TDataSupplier& supplier = *source.supplier;
   SourceSummary summary;
   summary.names_line = supplier.HasNamesLine();
+  summary.notes = source.notes;
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     summary.columns.push_back({static_cast<std::int32_t>(i), supplier.ColumnNames()[i], {}});
   }
@@ -204,7 +183,8 @@ SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptio
   supplier.SkipRows(source.info.FileHasHeaders - supplier.HeaderRowsPassed());
   for (int row = 0; row < kSummaryRows && !supplier.AtEnd(); ++row, supplier.NextRow()) {
     for (ColumnSummary& column : summary.columns) {
-      column.values.push_back(supplier.ReadValue(column.index, source.Guess(column.index).format));
+      column.values.push_back(
+          supplier.ReadValue(column.index, source.GuessOf(column.index).format));
     }
   }
   CountRows(source, summary, progress);

@@ -71,6 +71,7 @@ std::int32_t ImportSource::Column(std::string_view name) const {
 
 std::string ImportSource::NameOf(std::int32_t column) const {
   if (column == kRowNumberColumn) return std::string(kRowNumberName);
+  if (column == kJoinedTimeColumn) return std::string(kJoinedTimeName);
   return supplier->ColumnNames()[static_cast<std::size_t>(column)];
 }
 
@@ -79,9 +80,15 @@ std::string ImportSource::ReferenceTo(std::int32_t column) const {
   return supplier->ColumnIndex(name) == column ? name : "#" + std::to_string(column);
 }
 
-ColumnGuess ImportSource::Guess(std::int32_t column) const {
+const ColumnGuess& ImportSource::GuessOf(std::int32_t column) const {
   const auto at = static_cast<std::size_t>(column);
-  return at < columns.size() ? columns[at] : ColumnGuess{column == kRowNumberColumn, false, {}};
+  if (column == kJoinedTimeColumn) return time;
+  return at < columns.size() ? columns[at] : row_numbers_;
+}
+
+std::string ImportSource::UnitOf(std::int32_t column) const {
+  const auto at = static_cast<std::size_t>(column);
+  return at < units.size() ? units[at] : std::string();
 }
 
 std::vector<std::int32_t> ImportSource::NumberColumns() const {

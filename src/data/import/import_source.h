@@ -22,6 +22,12 @@ struct ImportSource {
   TDSInfo info;  ///< everything but the columns and their formats; active
   std::unique_ptr<TDataSupplier> supplier;
   std::vector<ColumnGuess> columns;  ///< one per column name
+  /// Texts of the first rows by columns, as many rows in each; empty for sources that are no text.
+  std::vector<std::vector<std::string>> samples;
+  ColumnGuess time;                        ///< of kJoinedTimeColumn
+  std::vector<std::int32_t> time_columns;  ///< that make it; empty where there is none
+  std::vector<std::string> notes;  ///< what was decided about the layout, as of ImportResult
+  std::vector<std::string> units;  ///< of the columns, empty where there is none; may be shorter
 
   /// The column that the user names. Throws FileError when there is none.
   std::int32_t Column(std::string_view name) const;
@@ -29,10 +35,15 @@ struct ImportSource {
   std::string ReferenceTo(std::int32_t column) const;
   /// The name to show.
   std::string NameOf(std::int32_t column) const;
-  /// What is known of a column; numbers for kRowNumberColumn.
-  ColumnGuess Guess(std::int32_t column) const;
+  /// What is known of a column, kRowNumberColumn and kJoinedTimeColumn among them.
+  const ColumnGuess& GuessOf(std::int32_t column) const;
   /// Columns that hold numbers, in order.
   std::vector<std::int32_t> NumberColumns() const;
+  /// "V"; empty where there is none.
+  std::string UnitOf(std::int32_t column) const;
+
+ private:
+  ColumnGuess row_numbers_ = {.has_numbers = true};
 };
 
 /// Opens and examines a file, of the first of `kinds` that recognises it. Throws Error for options that cannot be used and

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/day_number.h"
 #include "data/text/field_kind.h"
 #include "data/text/field_value.h"
 #include "data/text/text_names.h"
@@ -37,9 +38,11 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
   const std::size_t point = text.find('.');
   const bool comma = text.find(',') != text.npos;
   column.commas += comma ? 1 : 0;
-  const bool number = !comma || FieldValue(text, ColumnFormat::Number).has_value();
+  const bool grouped_by_blanks = text.find(' ') != text.npos;
+  const bool number =
+      (!comma && !grouped_by_blanks) || FieldValue(text, ColumnFormat::Number).has_value();
   column.numbers += number ? 1 : 0;
-  if (!comma) {
+  if (!comma && !grouped_by_blanks) {
     // A number without a comma reads in every format, but with a point only where that may group.
     const bool reads = point == text.npos ||
                        (PointMayGroup(text, point) && FieldValue(text, ColumnFormat::DecimalComma));
@@ -51,7 +54,16 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
   const bool grouped = FieldValue(text, ColumnFormat::GroupedThousands).has_value();
   column.decimal_commas += decimal_comma ? 1 : 0;
   column.grouped += grouped ? 1 : 0;
-  column.groupings += grouped && !number && !decimal_comma ? 1 : 0;
+  column.groupings += grouped && !number && (!decimal_comma || !comma) ? 1 : 0;
+}
+
+void CountQuantity(std::string_view text, ColumnCounts& column) {
+  const bool unit = FieldValue(text, ColumnFormat::NumberWithUnit).has_value();
+  if (unit) {
+    ++column.quantities;
+  } else {
+    CountNumber(text, column);
+  }
 }
 
 void CountDate(std::string_view text, ColumnCounts& column) {
@@ -59,6 +71,7 @@ void CountDate(std::string_view text, ColumnCounts& column) {
   const std::optional<double> day_first = FieldValue(text, ColumnFormat::DateDayFirst);
   column.days_month_first += month_first ? 1 : 0;
   column.days_day_first += day_first ? 1 : 0;
+  column.zones += HasZone(text) ? 1 : 0;
   column.open_days += month_first && day_first && *month_first != *day_first ? 1 : 0;
 }
 
@@ -74,7 +87,7 @@ void CountField(std::string_view text, ColumnCounts& column) {
       CountDate(text, column);
       break;
     case FieldKind::Quantity:
-      ++column.quantities;
+      CountQuantity(text, column);
       break;
     case FieldKind::Text:
       break;
@@ -86,7 +99,7 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   ColumnGuess guess;
   const int days = std::max(counts.days_month_first, counts.days_day_first);
   const bool groups = counts.groupings > 0 && counts.grouped >= counts.numbers &&
-                      counts.grouped > counts.decimal_commas;
+                      (counts.grouped > counts.decimal_commas || counts.commas == 0);
   const int numbers = groups ? counts.grouped : std::max(counts.numbers, counts.decimal_commas);
   const int best = std::max({days, numbers, numbers + counts.quantities});
   guess.has_numbers = counts.filled > 0 && 2 * best >= counts.filled;

@@ -39,6 +39,15 @@ bool MayNameDate(std::string_view text) {
          std::any_of(text.begin(), text.end(), IsDigit);
 }
 
+/// The marks within dates and times; a sign behind an exponent is none.
+bool HasDateMark(std::string_view text) {
+  for (std::size_t i = 1; i + 1 < text.size(); ++i) {
+    if (text[i] == ':' || text[i] == '/') return true;
+    if (text[i] == '-' && IsDigit(text[i - 1])) return true;
+  }
+  return false;
+}
+
 bool MayBeginNumber(char c) {
   return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == ',' || c == '\xE2';
 }
@@ -67,6 +76,12 @@ bool IsPlainNumber(std::string_view text) {
 
 }  // namespace
 
+bool IsColumnWidth(std::string_view text) {
+  constexpr std::string_view kKinds = "sdnSDNM";
+  return !text.empty() && kKinds.find(text.back()) != kKinds.npos &&
+         std::all_of(text.begin(), text.end() - 1, IsDigit);
+}
+
 FieldKind KindOfField(std::string_view text) {
   text = TrimBlankBytes(text);
   if (text.empty()) return FieldKind::Empty;
@@ -75,11 +90,13 @@ FieldKind KindOfField(std::string_view text) {
     if (IsPlaceholder(text)) return FieldKind::Placeholder;
     return MayNameDate(text) && IsDate(text) ? FieldKind::Date : FieldKind::Text;
   }
-  if (IsPlainNumber(text) || FieldValue(text, ColumnFormat::Number)) return FieldKind::Number;
+  if (IsPlainNumber(text)) return FieldKind::Number;
+  if (HasDateMark(text) && IsDate(text)) return FieldKind::Date;
+  if (FieldValue(text, ColumnFormat::Number)) return FieldKind::Number;
   if (IsPlaceholder(text)) return FieldKind::Placeholder;
   if (FieldValue(text, ColumnFormat::DecimalComma) ||
       FieldValue(text, ColumnFormat::GroupedThousands)) {
-    return FieldKind::Number;
+    return text.find(' ') == text.npos ? FieldKind::Number : FieldKind::Quantity;
   }
   if (IsDate(text)) return FieldKind::Date;
   return FieldValue(text, ColumnFormat::NumberWithUnit) ? FieldKind::Quantity : FieldKind::Text;

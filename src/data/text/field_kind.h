@@ -10,13 +10,16 @@ enum class FieldKind : std::uint8_t {
   Empty,
   Placeholder,  ///< what tables write where a number is missing: "NA", "nan", "-", "null", …
   Number,       ///< in any of the forms of numbers
-  Quantity,     ///< a number with a unit behind it
+  Quantity,     ///< a number with a unit behind it, or grouped by blanks
   Date,         ///< a date, a time, or both
   Text
 };
 
 /// The kind of a field without its markers; blanks at its ends do not count.
 FieldKind KindOfField(std::string_view text);
+
+/// "10d", "5s", "N": how wide a column is and what it holds, as some data bases write below the names.
+bool IsColumnWidth(std::string_view text);
 
 /// True for what a column format can read.
 constexpr bool IsValue(FieldKind kind) {

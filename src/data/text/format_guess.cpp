@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/number_text.h"
 #include "data/text/field_kind.h"
 #include "data/text/format_guess_gaps.h"
 #include "data/text/format_guess_lines.h"
@@ -19,7 +20,7 @@ using Lines = std::vector<std::string_view>;
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|"};
 // Labels hold blanks: "sample 1<tab>3.4" is no table of three columns.
-constexpr double kBlanksMustBeatBy = 1.25;
+constexpr double kBlanksMustBeatBy = 1.4;
 constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
 constexpr std::size_t kFewRows = 10;  // that are a table only where they are much of the text
 constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
@@ -109,8 +110,29 @@ LineKind KindOf(std::string_view line, const TextLayout& layout,
     if (values + texts == 0) first_is_value = IsValue(kind);
     ++(IsValue(kind) ? values : texts);
   }
-  if (values == 0) return LineKind::Names;
-  return texts == 0 || first_is_value ? LineKind::Values : LineKind::Mixed;
+  if (texts == 0) return LineKind::Values;
+  if (texts > values) return LineKind::Names;
+  return first_is_value ? LineKind::Values : LineKind::Mixed;
+}
+
+/// True for "country;2019;2020;2021;2022": numbers that count on from column to column are names.
+bool CountsAcross(std::string_view line, const TextLayout& layout) {
+  constexpr int kEnough = 4;
+  FieldCursor cursor(line, layout);
+  std::string buffer;
+  std::optional<double> last;
+  int counted = 0;
+  bool labelled = false;
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    const std::string_view text = FieldText(*field, layout, buffer);
+    const std::optional<double> value = ParseNumber(text);
+    labelled = labelled || (!value && counted == 0);
+    if (!value && (counted == 0 || text.empty())) continue;
+    if (!value || (last && *value != *last + 1)) return false;
+    last = value;
+    ++counted;
+  }
+  return labelled && counted >= kEnough;
 }
 
 /// The first row of a table that begins at line `from`, by the columns that hold numbers: it holds values where the rows
@@ -124,6 +146,7 @@ std::size_t FirstRow(const Lines& lines, std::size_t from, const TextLayout& lay
       });
   for (std::size_t i = from; i < lines.size(); ++i) {
     if (!IsDataLine(lines[i], layout)) continue;
+    if (i == from && CountsAcross(lines[i], layout)) continue;
     const LineKind kind = KindOf(lines[i], layout, columns);
     if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) return i;
     names_seen = true;
@@ -197,6 +220,7 @@ class Guess {
     const TextLayout layout = LayoutOf(format_, line_end_);
     const auto is_text = [&layout](std::string_view line) { return IsDataLine(line, layout); };
     const std::size_t rows = table.rows + table.odd_rows;
+    if (rows == 1 && table.weight < kTableDensity) return false;
     if (rows >= kFewRows && table.fields > 1) return true;
     const auto lines =
         static_cast<std::size_t>(std::count_if(lines_.first.begin(), lines_.first.end(), is_text));
@@ -263,6 +287,7 @@ class Guess {
     const TextLayout layout = LayoutOf(format_, line_end_);
     const auto headers =
         std::min(static_cast<std::size_t>(format_.header_lines), lines_.first.size());
+    if (headers == 0 && FirstRowHoldsText(layout)) format_.names_line = kNoNamesLine;
     if (table_.fields > 0 && headers > 0) {
       const HeaderLines found =
           FindHeaderLines(std::span(lines_.first).first(headers), layout, table_.fields);
@@ -272,6 +297,20 @@ class Guess {
     }
     format_.names_line = hints_.names_line.value_or(format_.names_line);
     format_.units_line = hints_.units_line.value_or(format_.units_line);
+  }
+
+  /// A text in the first row, "NaN" or a flag, would pass for a name.
+  bool FirstRowHoldsText(const TextLayout& layout) const {
+    const auto row = std::ranges::find_if(
+        lines_.first, [&](std::string_view line) { return IsDataLine(line, layout); });
+    if (row == lines_.first.end()) return false;
+    FieldCursor cursor(*row, layout);
+    std::string buffer;
+    while (const std::optional<std::string_view> field = cursor.Next()) {
+      const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+      if (kind != FieldKind::Number && kind != FieldKind::Empty) return true;
+    }
+    return false;
   }
 
   void ChooseMerging() {

@@ -1,6 +1,7 @@
 #include "data/text/names_line.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -15,6 +16,7 @@ constexpr std::size_t kLongestName = 255;
 constexpr std::size_t kLongestUnit = 16;
 constexpr std::size_t kNearLines = 4;       // above the rows, blank lines and rules apart
 constexpr std::size_t kCommentLines = 200;  // of a block of comments
+constexpr std::size_t kNearComments = 3;    // where words between blanks may be names
 
 using Names = std::vector<std::string>;
 
@@ -100,14 +102,14 @@ std::optional<std::string_view> WholeLineInQuotes(std::string_view line) {
 }
 
 /// The names as many as there are columns: superfluous empty ones at the end dropped, a leading "Data:" dropped, an empty
-/// one put before those of R's tables. False when their number is another.
-bool FitTo(std::size_t columns, Names& names) {
+/// one put before those of tables whose rows are labelled. False when their number is another.
+enum class RowLabels { Possible, Never };
+bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
   if (names.size() > columns) TrimEmptyEnd(names);
   if (names.size() == columns + 1 && names.front().ends_with(':')) names.erase(names.begin());
   if (names.size() == columns) return true;
-  Names filled = names;
-  TrimEmptyEnd(filled);
-  if (columns > 2 && filled.size() + 1 == columns && names.size() == filled.size()) {
+  const bool all_filled = std::ranges::none_of(names, &std::string::empty);
+  if (labels == RowLabels::Possible && columns > 2 && names.size() + 1 == columns && all_filled) {
     names.insert(names.begin(), std::string());
     return true;
   }
@@ -128,11 +130,28 @@ bool IsRule(std::string_view line) {
                      [&](char c) { return kStrokes.find(c) != kStrokes.npos; });
 }
 
-/// "10d", "5s": how wide the columns are and what they hold, as some data bases write below the names.
-bool IsWidth(std::string_view field) {
-  if (field.size() < 2 || !IsDigit(field.front())) return false;
-  const bool kind = field.back() == 's' || field.back() == 'd' || field.back() == 'n';
-  return kind && std::all_of(field.begin(), field.end() - 1, IsDigit);
+/// True when words of a sentence are among the names.
+bool HoldsSentence(const Names& names) {
+  constexpr std::string_view kWords[] = {"the",  "of",   "by",   "is",    "are", "was",  "for",
+                                         "from", "this", "and",  "to",    "in",  "with", "on",
+                                         "at",   "set",  "see",  "or",    "an",  "file", "data",
+                                         "not",  "be",   "made", "units:"};
+  const auto holds_word = [&](std::string_view name) {
+    while (!name.empty()) {
+      const std::string_view word = name.substr(0, name.find(' '));
+      if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
+      name = TrimBlankBytes(name.substr(word.size()));
+    }
+    return false;
+  };
+  // A single name may hold "of" or "at"; several such words are none.
+  const auto words = std::ranges::count_if(names, holds_word);
+  const bool address = std::ranges::any_of(
+      names, [](const std::string& name) { return name.find("://") != name.npos; });
+  return address || 2 * static_cast<std::size_t>(words) >= names.size() ||
+         std::ranges::any_of(names, [&](const std::string& name) {
+           return name.find(' ') == name.npos && holds_word(name);
+         });
 }
 
 bool AllOfFilled(const Names& names, bool (*is)(std::string_view)) {
@@ -147,7 +166,7 @@ bool AllOfFilled(const Names& names, bool (*is)(std::string_view)) {
 
 /// Most of a line of names are texts; some may be numbers, years for instance.
 bool AreNames(const Names& names, std::string_view line) {
-  if (IsRule(line) || AllOfFilled(names, &IsWidth)) return false;
+  if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
   std::size_t filled = 0;
   std::size_t texts = 0;
   for (const std::string& name : names) {
@@ -157,7 +176,7 @@ bool AreNames(const Names& names, std::string_view line) {
   }
   // "Operator: Smith" is a remark over two columns, not their names.
   const bool remark = names.size() == 2 && (names[0].ends_with(':') || names[0].ends_with('='));
-  return filled > 0 && texts > 0 && !remark &&
+  return filled > 0 && texts > 0 && !remark && !HoldsSentence(names) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
 }
 
@@ -296,16 +315,19 @@ bool IsUnit(std::string_view text) {
          text.find('^') != text.npos || text.find("vs") != text.npos;
 }
 
-/// A line below the names whose fields are mostly units.
+/// A line below the names whose fields are mostly units. Single letters may be names as well: all must be units then.
 bool AreUnits(const Names& names) {
   std::size_t filled = 0;
   std::size_t units = 0;
+  bool sure = false;
   for (const std::string& name : names) {
     if (name.empty()) continue;
     ++filled;
-    units += IsUnit(name) ? 1 : 0;
+    if (!IsUnit(name)) continue;
+    ++units;
+    sure = sure || name.size() > 1;
   }
-  return filled > 0 && 2 * units >= filled;
+  return filled > 0 && (units == filled || (sure && 2 * units >= filled));
 }
 
 /// The lines worth a look, the nearest to the rows first, by their places.
@@ -327,6 +349,8 @@ std::vector<std::size_t> Candidates(std::span<const std::string_view> above,
 
 std::string_view WithoutCommentMarks(std::string_view line, const TextLayout& layout) {
   line = TrimBlankBytes(line);
+  // Some instruments mark the line of labels with a letter of its own.
+  if (line.starts_with("#L ")) return TrimBlankBytes(line.substr(3));
   while (!line.empty()) {
     const std::string_view mark = layout.CommentMark(line.data(), line.data() + line.size());
     if (mark.empty()) break;
@@ -355,11 +379,14 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       inside ? *inside : (comment ? WithoutCommentMarks(line, layout) : line);
   TextLayout other_merging = layout;
   other_merging.merge = !layout.merge;
-  for (const TextLayout* const tried : {&layout, static_cast<const TextLayout*>(&other_merging)}) {
-    Names names = SplitBy(NameGaps::Separators, text, *tried);
+  for (const TextLayout& merging : {std::cref(layout), std::cref(other_merging)}) {
+    Names names = SplitBy(NameGaps::Separators, text, merging);
     if (comment) DropTrailingSeparators(names);
-    if (FitTo(wanted, names)) return names;
+    if (FitTo(wanted, names, comment ? RowLabels::Never : RowLabels::Possible)) return names;
   }
+  // A mark may be the name of a column as well: "#" over a count of points.
+  Names marked = SplitBy(NameGaps::Separators, line, layout);
+  if (comment && marked.size() == wanted && !layout.IsSeparator(' ')) return marked;
   // Sentences hold commas and blanks too: over one or two columns only the rows' own separators make names of a plain line.
   if (wanted < 2 || (wanted == 2 && !comment && !inside && !layout.IsSeparator(' '))) {
     return std::nullopt;
@@ -378,9 +405,13 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
                             std::int32_t columns) {
   HeaderLines found;
   std::optional<std::size_t> nearest;
+  std::size_t comments = 0;
   for (const std::size_t place : Candidates(above, layout)) {
+    const bool comment = !IsDataLine(above[place], layout);
+    comments += comment ? 1 : 0;
     const std::optional<Names> names = SplitNames(above[place], layout, columns);
-    if (!names || !AreNames(*names, above[place])) {
+    const bool far = comment && comments > kNearComments && layout.IsSeparator(' ');
+    if (!names || far || !AreNames(*names, above[place])) {
       if (nearest) break;
       continue;
     }

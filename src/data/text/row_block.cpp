@@ -7,6 +7,7 @@
 #include <limits>
 #include <numeric>
 
+#include "data/pseudo_columns.h"
 #include "data/text/field_value.h"
 #include "data/text/text_lines.h"
 
@@ -54,6 +55,7 @@ class RowReader {
   bool FormatsArePlain() const {
     return std::all_of(requests_.begin(), requests_.end(), [&](const ColumnRequest& request) {
       using enum ColumnFormat;
+      if (request.column == kJoinedTimeColumn) return false;
       if (request.format == DecimalComma) return layout_.Of(',') == TextLayout::kPlain;
       return request.format == Automatic || request.format == Number;
     });
@@ -139,6 +141,10 @@ class RowReader {
     std::optional<std::string_view> field;
     std::int32_t taken = 0;
     for (const std::size_t which : order_) {
+      if (requests_[which].column == kJoinedTimeColumn) {
+        row[which] = JoinedTimeValue(line, requests_[which].format, layout_);
+        continue;
+      }
       while (taken <= requests_[which].column) {
         field = cursor.Next();
         taken = field ? taken + 1 : std::numeric_limits<std::int32_t>::max();
@@ -164,8 +170,13 @@ void GrowTo(std::size_t rows, RowBlock& block) {
   }
 }
 
-/// Numbers beyond the range of a double are no numbers. True when every value is one.
-bool SettleInfinities(std::span<double> values) {
+/// Numbers beyond the range of a double are no numbers, and some stand for no value. True when every value is a number.
+bool SettleNumbers(std::span<double> values, const MissingValues& missing) {
+  if (!missing.Empty()) {
+    for (double& value : values) {
+      if (missing.MatchesNumber(value)) value = kMissingValue;
+    }
+  }
   bool all_finite = true;
   for (const double value : values) {
     all_finite &= std::abs(value) <= std::numeric_limits<double>::max();
@@ -183,8 +194,22 @@ double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
                   const TextLayout& layout, std::string& buffer) {
   if (!field) return kMissingValue;
   const std::string_view text = FieldText(*field, layout, buffer);
-  if (text.empty()) return kMissingValue;
+  if (text.empty() || (!layout.missing.Empty() && layout.missing.Matches(text))) {
+    return kMissingValue;
+  }
   return FieldValue(text, format).value_or(kNotNumberValue);
+}
+
+double JoinedTimeValue(std::string_view line, ColumnFormat date_format, const TextLayout& layout) {
+  std::vector<std::string> texts;
+  std::string buffer;
+  for (const std::int32_t column : layout.time.columns) {
+    const std::optional<std::string_view> field = FieldAt(line, layout, column);
+    texts.emplace_back(field ? FieldText(*field, layout, buffer) : std::string_view());
+    if (texts.back().empty()) return kMissingValue;
+  }
+  const std::vector<std::string_view> views(texts.begin(), texts.end());
+  return JoinTime(layout.time.parts, views, date_format).value_or(kNotNumberValue);
 }
 
 std::string_view LinesBeginningIn(std::string_view text, std::size_t from, std::size_t to,
@@ -225,7 +250,7 @@ void ReadRowBlock(std::string_view lines, const TextLayout& layout,
   block.rows = static_cast<std::int64_t>(rows);
   block.complete.clear();
   for (std::vector<double>& column : block.storage) {
-    block.complete.push_back(SettleInfinities(std::span(column).first(rows)) ? 1 : 0);
+    block.complete.push_back(SettleNumbers(std::span(column).first(rows), layout.missing) ? 1 : 0);
   }
 }
 

@@ -17,6 +17,9 @@ namespace tarnwick {
 double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
                   const TextLayout& layout, std::string& buffer);
 
+/// What the columns of layout.time make of a line together, as a day number; NaN as BlockValue.
+double JoinedTimeValue(std::string_view line, ColumnFormat date_format, const TextLayout& layout);
+
 /// The lines of `text` that begin in [from, to). `from` need not begin a line.
 std::string_view LinesBeginningIn(std::string_view text, std::size_t from, std::size_t to,
                                   char line_end);

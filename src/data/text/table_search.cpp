@@ -10,8 +10,10 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int32_t kMostFields = 1000;
-constexpr int kStrayLines = 3;           // that may stand within a table, one behind the other
-constexpr std::size_t kMostOthers = 12;  // rows of other shapes that are looked at together
+constexpr int kStrayLines = 3;             // that may stand within a table, one behind the other
+constexpr std::size_t kMostOthers = 12;    // rows of other shapes that are looked at together
+constexpr double kDoubt = 0.3;             // what a doubtful value counts less
+constexpr double kDoubtAmongCommas = 0.9;  // where "12 400" may come from "0,12 400,5"
 constexpr double kSingleColumnWeight =
     0.5;  // a list of numbers is a table only where nothing else is
 
@@ -26,7 +28,8 @@ bool IsRow(const LineShape& shape, const TextLayout& layout) {
 /// Collects the tables while the lines go by.
 class TableSearch {
  public:
-  explicit TableSearch(std::vector<FoundTable>& tables) : tables_(tables) {}
+  TableSearch(const TextLayout& layout, std::vector<FoundTable>& tables)
+      : doubt_(layout.IsSeparator(',') ? kDoubtAmongCommas : kDoubt), tables_(tables) {}
 
   void Take(std::size_t line, const LineShape& shape) {
     switch (shape.kind) {
@@ -68,7 +71,7 @@ class TableSearch {
     AddOthers();
     table_->behind = line + 1;
     ++table_->rows;
-    table_->weight += static_cast<double>(shape.values) / shape.filled;
+    table_->weight += (shape.values - doubt_ * shape.doubtful) / shape.filled;
   }
 
   /// Rows of another shape are stray ones or, where the table is ragged throughout, its own.
@@ -87,7 +90,9 @@ class TableSearch {
 
   void TakeText(const LineShape& shape) {
     if (!table_) return;
-    const bool names = shape.fields == table_->fields && shape.fields > 1 && shape.values == 0;
+    const bool same = shape.fields == table_->fields && shape.fields > 1 && shape.values == 0;
+    const bool names = same && 4 * shape.filled >= 3 * shape.fields;
+    if (same && !names) return;  // a row without values
     text_beside_blank_ = text_beside_blank_ || blank_before_;
     if (names || ++stray_texts_ > kStrayLines) Finish();
   }
@@ -107,6 +112,7 @@ class TableSearch {
     LineShape shape;
   };
 
+  const double doubt_;
   std::vector<FoundTable>& tables_;
   std::optional<FoundTable> table_;
   std::vector<Other> others_;  // rows of another number of fields since the last that fitted
@@ -126,15 +132,20 @@ LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
   }
   FieldCursor cursor(layout.merge ? TrimBlankBytes(line) : line, layout);
   std::string buffer;
+  std::int32_t widths = 0;
   while (shape.fields < kMostFields) {
     const std::optional<std::string_view> field = cursor.Next();
     if (!field) break;
     ++shape.fields;
-    const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+    const std::string_view text = FieldText(*field, layout, buffer);
+    const FieldKind kind = KindOfField(text);
     if (kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
     ++shape.filled;
     shape.values += IsValue(kind) ? 1 : 0;
+    shape.doubtful += kind == FieldKind::Quantity ? 1 : 0;
+    widths += kind != FieldKind::Number && IsColumnWidth(text) ? 1 : 0;
   }
+  if (widths == shape.filled && widths > 1) shape.values = 0;
   shape.kind = IsRow(shape, layout) ? LineShape::Kind::Row : LineShape::Kind::Text;
   return shape;
 }
@@ -142,7 +153,7 @@ LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
 std::vector<FoundTable> FindTables(std::span<const std::string_view> lines,
                                    const TextLayout& layout) {
   std::vector<FoundTable> tables;
-  TableSearch search(tables);
+  TableSearch search(layout, tables);
   for (std::size_t i = 0; i < lines.size(); ++i) search.Take(i, ShapeOf(lines[i], layout));
   search.Finish();
   return tables;

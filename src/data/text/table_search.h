@@ -17,9 +17,10 @@ struct LineShape {
   enum class Kind : std::uint8_t { Blank, Comment, Row, Text };
 
   Kind kind = Kind::Blank;
-  std::int32_t fields = 0;  ///< empty ones among them where the layout does not merge separators
-  std::int32_t filled = 0;  ///< that hold something, placeholders apart
-  std::int32_t values = 0;  ///< that some column format reads
+  std::int32_t fields = 0;    ///< empty ones among them where the layout does not merge separators
+  std::int32_t filled = 0;    ///< that hold something, placeholders apart
+  std::int32_t values = 0;    ///< that some column format reads
+  std::int32_t doubtful = 0;  ///< of the values, those with a unit or blanks, as words have
 };
 
 LineShape ShapeOf(std::string_view line, const TextLayout& layout);

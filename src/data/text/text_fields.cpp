@@ -30,7 +30,8 @@ std::string_view TrimBlankBytes(std::string_view text) {
 }
 
 TextLayout::TextLayout(const TDSInfo& info, char line_end_byte)
-    : merge(info.MergeSeparators),
+    : missing(info.MissingValues),
+      merge(info.MergeSeparators),
       width(info.DivideTextByWidth ? std::max(info.ColumnWidth, 1) : 0),
       line_end(line_end_byte) {
   std::string_view marks = TrimBlankBytes(info.CommentMarks);

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "data/ds_info.h"
+#include "data/text/joined_time.h"
+#include "data/text/missing_values.h"
 
 namespace tarnwick {
 
@@ -18,7 +20,13 @@ constexpr bool IsBlankByte(char c) {
 }
 std::string_view TrimBlankBytes(std::string_view text);
 
-/// The text settings of a description, made ready for reading lines.
+/// Columns that make one time together, by their positions.
+struct TimeParts {
+  std::vector<TimePart> parts;
+  std::vector<std::int32_t> columns;  ///< as many
+};
+
+/// The text settings of a description, made ready for reading lines. The columns of `time` are for who knows their names.
 struct TextLayout {
   enum Kind : std::uint8_t {
     kPlain = 0,
@@ -43,6 +51,8 @@ struct TextLayout {
 
   std::array<std::uint8_t, 256> kinds{};
   std::vector<std::string> long_comments;  ///< marks of more than one character
+  MissingValues missing;                   ///< what stands for no value
+  TimeParts time;                          ///< the columns that kJoinedTimeColumn is made of
   bool merge = true;
   std::int32_t width = 0;  ///< characters per field; 0 = by separators
   char line_end = '\n';

@@ -33,7 +33,28 @@ TTxtSupplier::TTxtSupplier(const TDSInfo& info, std::shared_ptr<const TextSource
     for (std::int32_t i = 0; i < info.TableLines && !walker.AtEnd(); ++i) walker.Next();
     end_ = walker.Position();
   }
+  ResolveTimeColumns();
   FirstRow();
+}
+
+/// Where a column of the time is not there, no column makes it.
+void TTxtSupplier::ResolveTimeColumns() {
+  const std::optional<JoinedTime> time = JoinedTime::Parse(info_.TimeColumns);
+  if (!time) return;
+  TimeParts found;
+  for (const JoinedTime::Part& part : time->parts) {
+    const std::int32_t column = TDataSupplier::ColumnIndex(part.column);
+    if (column < 0 || column == kRowNumberColumn) return;
+    found.parts.push_back(part.part);
+    found.columns.push_back(column);
+  }
+  layout_.time = std::move(found);
+}
+
+std::int32_t TTxtSupplier::ColumnIndex(std::string_view name) {
+  const std::int32_t column = TDataSupplier::ColumnIndex(name);
+  const bool joined = column < 0 && name == kJoinedTimeName && !layout_.time.parts.empty();
+  return joined ? kJoinedTimeColumn : column;
 }
 
 void TTxtSupplier::FirstRow() {
@@ -96,12 +117,19 @@ std::optional<std::string_view> TTxtSupplier::CurrentField(std::int32_t column) 
 
 std::optional<double> TTxtSupplier::ReadValue(std::int32_t column, ColumnFormat format) {
   if (column == kRowNumberColumn && !AtEnd()) return static_cast<double>(row_ - header_rows_);
-  const double value = BlockValue(CurrentField(column), format, layout_, buffer_);
+  if (AtEnd()) return std::nullopt;
+  const double value = column == kJoinedTimeColumn
+                           ? JoinedTimeValue(CurrentLine(), format, layout_)
+                           : BlockValue(CurrentField(column), format, layout_, buffer_);
   return std::isnan(value) ? std::nullopt : std::optional(value);
 }
 
 bool TTxtSupplier::HasValue(std::int32_t column) {
   if (column == kRowNumberColumn) return !AtEnd();
+  if (column == kJoinedTimeColumn) {
+    const auto& columns = layout_.time.columns;
+    return std::ranges::all_of(columns, [this](std::int32_t part) { return HasValue(part); });
+  }
   const std::optional<std::string_view> field = CurrentField(column);
   return field && !FieldText(*field, layout_, buffer_).empty();
 }

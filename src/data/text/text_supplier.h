@@ -26,6 +26,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
   std::int32_t RowCount() override;
+  std::int32_t ColumnIndex(std::string_view name) override;
   const std::vector<std::string>& ColumnNames() override;
   std::vector<std::string> ColumnUnits() override;
   bool HasNamesLine() override;
@@ -51,6 +52,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::string_view CurrentLine();
   std::optional<std::string_view> CurrentField(std::int32_t column);
   void ReadNames();
+  void ResolveTimeColumns();
 
   std::shared_ptr<const TextSource> source_;
   TDSInfo info_;

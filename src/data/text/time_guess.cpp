@@ -340,7 +340,7 @@ bool RunLikeTimes(std::span<const double> counts, double per_day) {
   bool round = true;
   for (std::size_t i = 0; i < counts.size(); ++i) {
     if (counts[i] != std::floor(counts[i])) return false;
-    round &= std::fmod(counts[i], per_day / 86.4) == 0;
+    round &= std::fmod(counts[i], per_day / 86'400 * 1000) == 0;
     const double step = i > 0 ? counts[i] - counts[i - 1] : 1;
     if (step <= 0 || step > kMonth * per_day) return false;
   }

@@ -122,6 +122,72 @@ TEST(FormatGuess, FindsAGapAtEveryPlaceOfAWord) {
   }
 }
 
+std::string Rows(int count, const std::string& row) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += row + "\n";
+  return text;
+}
+
+TEST(FormatGuess, FindsTheTableBehindAnyPreamble) {
+  struct Row {
+    const char* what;
+    std::string text;
+    int headers;
+    int names;
+    int units;
+  };
+  const std::string rows = Rows(12, "1\t2\t3");
+  const Row cases[] = {
+      {"keys and values", Rows(120, "  Current-DC:    0.02") + "a\tb\tc\n" + rows, 121, 121, 0},
+      {"a line that ends the comments", "Data\n f\tz\tp\nEnd Comments\n" + rows, 3, 2, 0},
+      {"an empty line below the names", "Imp SF\n\nf\tz\tp\n\n" + rows, 4, 3, 0},
+      {"names and units", "t\tU\tI\ns\tV\tmA\n" + rows, 2, 1, 2},
+      {"units with a mark of comments", "\tPt\tT\tVf\n\t#\ts\tV\n" + Rows(12, "\t1\t2\t3"), 2, 1,
+       2},
+      {"widths below the names", "# made\nno\tdate\tva\n5s\t10d\t8s\n" + rows, 3, 2, 0},
+      {"a rule below the names", "a\tb\tc\n---\t---\t---\n" + rows, 2, 1, 0},
+      {"names in one pair of quotes",
+       "\"x 1.1\"\n41\n\"  f (Hz)  Z'(a)   GD\"\n" + Rows(12, "1,2,3"), 3, 3, 0},
+      {"names in the last comment", "# by a program\n# a b c\n#\n" + rows, 3, 2, 0},
+      {"other marks of comments", "! by a program\n! a b c\n" + rows, 2, 2, 0},
+      {"two strokes", "// by a program\na\tb\tc\n" + rows, 2, 2, 0},
+      {"a title of as many words", "Run of today\n\na\tb\tc\n" + rows, 3, 3, 0},
+      {"a station line, no names", " Alamosa\n  37.70  105.92 2317 m\n" + Rows(12, " 1 2 3"), 2, -1,
+       0},
+      {"ten thousand lines", Rows(10'000, "a remark, and more") + "a\tb\tc\n" + rows, 10'001,
+       10'001, 0},
+      {"one name less than columns", "a\tb\n" + Rows(12, "r1\t2\t3"), 1, 1, 0},
+  };
+  for (const Row& row : cases) {
+    const TextFormat format = GuessTextFormat(row.text);
+    EXPECT_TRUE(format.is_table) << row.what;
+    EXPECT_EQ(format.header_lines, row.headers) << row.what;
+    EXPECT_EQ(format.names_line, row.names) << row.what;
+    EXPECT_EQ(format.units_line, row.units) << row.what;
+  }
+}
+
+TEST(FormatGuess, TellsTablesApartAndTextFromTables) {
+  const std::string first = "t\ta\n" + Rows(30, "1\t2");
+  const std::string second = "\nf\tz\tp\n" + Rows(12, "1\t2\t3");
+  const TextFormat two = GuessTextFormat(first + second);
+  EXPECT_EQ(two.header_lines, 1);
+  EXPECT_EQ(two.table_lines, 30);
+  ASSERT_EQ(two.other_tables.size(), 1u);
+  EXPECT_EQ(two.other_tables[0].line, 34);
+  EXPECT_EQ(two.other_tables[0].rows, 12u);
+  GuessHints hints;
+  hints.header_lines = 33;
+  EXPECT_EQ(GuessTextFormat(first + second, hints).names_line, 33);
+
+  const char* const texts[] = {
+      "Dear reader,\nin 2024 we met 3 times.\nYours, 7\n",
+      "a = 1\nb = 2\nc = 3\nd = 4\n",
+      "<a>\n<b x=\"1\" y=\"2\"/>\n</a>\n",
+  };
+  for (const char* const text : texts) EXPECT_FALSE(GuessTextFormat(text).is_table) << text;
+}
+
 TEST(FormatGuess, TakesTheUsersWord) {
   GuessHints hints;
   hints.separators = ";";

@@ -1,0 +1,125 @@
+#include "data/import/column_meaning.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "data/import/import_file.h"
+#include "data/text/missing_values.h"
+#include "data/text/text_names.h"
+#include "data/text/time_guess.h"
+
+namespace tarnwick {
+namespace {
+
+using Texts = std::vector<std::string_view>;
+
+std::string Joined(const std::vector<std::string>& texts) {
+  std::string list;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    list += (i == 0 ? "" : i + 1 == texts.size() ? " and " : ", ") + texts[i];
+  }
+  return list;
+}
+
+/// A column's own name; nothing for one that has none.
+std::string OwnName(const ImportSource& source, std::size_t column) {
+  const std::string name = source.NameOf(static_cast<std::int32_t>(column));
+  return name == UnnamedColumn(static_cast<std::int32_t>(column)) ? std::string() : name;
+}
+
+void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
+  if (found.columns.size() == 1) {
+    ColumnGuess& column = source.columns[found.columns.front()];
+    column.has_numbers = column.is_date = true;
+    column.format = found.date_format;
+    return;
+  }
+  JoinedTime time;
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < found.parts.size(); ++i) {
+    const auto column = static_cast<std::int32_t>(found.columns[i]);
+    time.parts.push_back({found.parts[i], source.ReferenceTo(column)});
+    names.push_back(source.NameOf(column));
+    source.time_columns.push_back(column);
+  }
+  source.time.has_numbers = source.time.is_date = true;
+  source.time.format = found.date_format;
+  source.info.TimeColumns = time.Text();
+  const bool dated = std::ranges::any_of(
+      found.parts, [](TimePart part) { return part == TimePart::Date || part == TimePart::Year; });
+  source.notes.push_back(Joined(names) + " together are the time" +
+                         (dated ? "" : ", in 2001 since there is no year"));
+}
+
+void FindTime(ImportSource& source) {
+  std::vector<Texts> columns;
+  for (const std::vector<std::string>& sample : source.samples) {
+    columns.emplace_back(sample.begin(), sample.end());
+  }
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < columns.size(); ++i) names.push_back(OwnName(source, i));
+  const std::optional<JoinedTimeFound> found = FindJoinedTime(names, columns);
+  if (found) TakeTime(*found, source);
+}
+
+void FindUnixTime(ImportSource& source) {
+  for (std::size_t i = 0; i < source.columns.size(); ++i) {
+    ColumnGuess& column = source.columns[i];
+    if (!column.has_numbers || column.is_date || column.format != ColumnFormat::Automatic) continue;
+    const std::string name = source.NameOf(static_cast<std::int32_t>(i));
+    const std::optional<ColumnFormat> format = LooksLikeUnixTime(OwnName(source, i), column.values);
+    if (!format) continue;
+    column.is_date = true;
+    column.format = *format;
+    const bool whole = *format == ColumnFormat::UnixSeconds;
+    source.notes.push_back(name + " is read as " + (whole ? "seconds" : "milliseconds") +
+                           " since 1970 (UTC)");
+    return;
+  }
+}
+
+}  // namespace
+
+void SettleTimes(const ImportOptions& options, ImportSource& source) {
+  if (!options.x_column && !options.x_format) {
+    FindTime(source);
+    const bool dated = std::ranges::any_of(source.columns, &ColumnGuess::is_date);
+    if (!dated && source.time_columns.empty()) FindUnixTime(source);
+  }
+  if (std::ranges::any_of(source.columns, &ColumnGuess::has_zone)) {
+    source.notes.emplace_back("times with a zone are turned to UTC");
+  }
+  const auto open = std::ranges::find_if(source.columns, &ColumnGuess::day_order_open);
+  if (open != source.columns.end() && !options.x_format) {
+    const auto column = static_cast<std::int32_t>(open - source.columns.begin());
+    source.notes.push_back("the dates in " + source.NameOf(column) +
+                           " are read with the month first, though the day first would do as well");
+  }
+}
+
+void SettleMissingValues(const ImportOptions& options, ImportSource& source) {
+  std::vector<std::string> found;
+  if (!options.missing) {
+    for (const ColumnGuess& column : source.columns) {
+      if (!column.has_numbers || column.is_date) continue;
+      for (std::string& text : SuggestMissing(column.values)) {
+        if (std::ranges::find(found, text) == found.end()) found.push_back(std::move(text));
+      }
+    }
+    for (const std::string& text : found) {
+      source.info.MissingValues += (source.info.MissingValues.empty() ? "" : " ") + text;
+    }
+    if (!found.empty()) {
+      source.notes.push_back(Joined(found) + (found.size() == 1 ? " stands" : " stand") +
+                             " for no value");
+    }
+  }
+  const MissingValues missing(source.info.MissingValues);
+  if (missing.Empty()) return;
+  for (ColumnGuess& column : source.columns) {
+    std::erase_if(column.values, [&](double value) { return missing.MatchesNumber(value); });
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,62 @@
+#include "data/text/format_notes.h"
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "data/text/text_fields.h"
+#include "data/text/text_lines.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::int32_t kLinesLookedAt = 1000;
+constexpr std::size_t kContinuedLines = 2;  // that make sure
+constexpr std::size_t kOddShare = 50;       // one odd row of so many is told
+
+/// True where lines end in a stroke that says "the record goes on": beyond a table of one row a line.
+bool ContinuesLines(std::string_view text, char line_end) {
+  LineWalker walker(text, line_end);
+  std::size_t continued = 0;
+  std::size_t lines = 0;
+  for (std::int32_t i = 0; i < kLinesLookedAt && !walker.AtEnd(); ++i) {
+    const std::string_view line = TrimBlankBytes(walker.Next());
+    if (line.empty() || line.front() == '#') continue;
+    ++lines;
+    continued += line.back() == '\\' ? 1 : 0;
+  }
+  return continued >= kContinuedLines && 2 * continued >= lines;
+}
+
+}  // namespace
+
+void RequireTable(const TextFormat& format, std::string_view text, const std::string& name) {
+  const bool returns_only = text.find('\n') == text.npos;
+  if (ContinuesLines(text, returns_only ? '\r' : '\n')) {
+    throw FileError("Each record of this file goes over several lines; such files cannot be read",
+                    name, "the lines end in \"\\\"");
+  }
+  if (format.is_table) return;
+  throw FileError("The file holds no table of numbers", name,
+                  "no lines with the same number of values follow each other");
+}
+
+std::vector<std::string> NotesOf(const TextFormat& format) {
+  std::vector<std::string> notes;
+  if (!format.other_tables.empty()) {
+    const OtherTable& other = format.other_tables.front();
+    const std::size_t count = format.other_tables.size() + 1;
+    notes.push_back(
+        "the file holds " + std::to_string(count) + " tables: read is the one from line " +
+        std::to_string(format.header_lines + 1) + " on, " + (count == 2 ? "the other" : "another") +
+        " begins at line " + std::to_string(other.line) + " (read with " +
+        std::to_string(other.line - 1) + " header lines)");
+  }
+  if (kOddShare * format.odd_rows > format.table_rows) {
+    notes.push_back(std::to_string(format.odd_rows) + " of the first " +
+                    Counted(static_cast<std::int64_t>(format.table_rows), "row") +
+                    " have another number of columns than the others");
+  }
+  if (format.table_rows == 1) notes.emplace_back("the table has one row only");
+  return notes;
+}
+
+}  // namespace tarnwick
