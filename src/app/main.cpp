@@ -5,6 +5,7 @@
 
 #include "app/window/command_line.h"
 #include "app/window/main_form.h"
+#include "base/whole_file.h"
 #include "desk/widgets/ink_icon.h"
 #include "graph/gif/gif_format.h"
 
@@ -12,6 +13,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   const QApplication application(argc, argv);
+  tarnwick::RefuseTooLargeFiles();
   tarnwick::RegisterGifFormat();
   QApplication::setApplicationName("Tarnwick");
   QGuiApplication::setDesktopFileName("tarnwick");

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <system_error>
 
@@ -125,6 +126,10 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view contents
   WholeFile file(path);
   file.Write(contents);
   file.Commit();
+}
+
+void RefuseTooLargeFiles() {
+  ::signal(SIGXFSZ, SIG_IGN);
 }
 
 }  // namespace tarnwick

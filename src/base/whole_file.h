@@ -44,4 +44,8 @@ class WholeFile {
 /// Writes `contents` as the whole file `path`. Throws FileError; the old file then stays.
 void WriteWholeFile(const std::filesystem::path& path, std::string_view contents);
 
+/// From now on a file that grows beyond what the system allows throws as a full disk does, instead of ending the process. For
+/// the entry of a program.
+void RefuseTooLargeFiles();
+
 }  // namespace tarnwick

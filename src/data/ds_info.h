@@ -76,6 +76,9 @@ struct TDSInfo {
       MissingValues;        ///< texts and numbers that stand for no value, blanks between (key 57)
   std::string TimeColumns;  ///< columns that make X together, as JoinedTime reads them (key 58)
   std::int32_t TableLines = 0;  ///< lines of the table behind the headers; 0: to the end (key 59)
+  std::string
+      RelativeSource;  ///< the file from GraphFolder on, "/" between folders (key 56); empty: not told
+  std::string GraphFolder;           ///< of the graph file that told RelativeSource; never stored
   std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
   std::int32_t y_column_index = -1;
 

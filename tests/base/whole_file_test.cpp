@@ -1,6 +1,7 @@
 #include "base/whole_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -78,6 +79,20 @@ TEST(WholeFile, SaysWhatFailed) {
             "Cannot read the file: " + name + "/no, No such file or directory");
   EXPECT_EQ(MessageOf([&] { MappedFile{folder.Path()}; }),
             "Cannot read the file: " + name + ", Is a directory");
+}
+
+TEST(WholeFile, BeyondTheLimitOfTheSystemIsNoEndOfTheProgram) {
+  const TemporaryFolder folder;
+  const fs::path file = folder.Write("a", "old");
+  struct rlimit usual {};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &usual), 0);
+  RefuseTooLargeFiles();
+  const struct rlimit small { 1000, usual.rlim_max };
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  const std::string message = MessageOf([&] { WriteWholeFile(file, std::string(5000, 'x')); });
+  ::setrlimit(RLIMIT_FSIZE, &usual);
+  EXPECT_EQ(message, "Cannot write the file: " + file.string() + ", File too large");
+  EXPECT_EQ(ReadFile(file), "old");
 }
 
 // A device must never be replaced by a file of its name.

@@ -75,6 +75,7 @@ std::string LoadReport::Message() const {
   for (const std::string& part : {SkippedText(), ReplacedText()}) {
     if (!part.empty()) text += "; " + part;
   }
+  if (!found_at.empty()) text += "; read from " + found_at + ", since the source has moved";
   if (cancelled) text += "; cancelled";
   return text;
 }

@@ -24,6 +24,7 @@ struct LoadReport {
       0;  ///< line (record) of the first skipped row from 1; 0 when none was skipped
   SkipReason first_reason = SkipReason::XMissing;
   std::int32_t sampled_every = 1;  ///< the sampling frequency used
+  std::string found_at;  ///< where the source lies that is no longer at its place; empty otherwise
 
   std::int64_t Skipped() const;
   void AddSkipped(SkipReason reason, std::int64_t line);

@@ -1,9 +1,11 @@
 #include "data/import/loader.h"
 
 #include <string>
+#include <utility>
 
 #include "data/import/load_run.h"
 #include "data/packed/unpack.h"
+#include "data/import/source_place.h"
 
 namespace tarnwick {
 namespace {
@@ -54,20 +56,26 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
       series.push_back(all[i]);
       done[i] = true;
     }
-    const std::unique_ptr<TDataSupplier> supplier = Open(*kind, all[first]->Source(), options);
+    TDSInfo opened = all[first]->Source();
+    const std::string named = std::exchange(opened.DatasourceInfo, SourcePlace(opened).string());
+    const std::unique_ptr<TDataSupplier> supplier = Open(*kind, opened, options);
     if (!supplier) {
       for (const std::size_t i : group) reports[i].cancelled = true;
       break;
     }
     for (TDataSeries* const one : series) {
       TDSInfo& source = one->Source();
+      source.DatasourceInfo = opened.DatasourceInfo;
       source.active = true;
       source.x_column_index = source.y_column_index = -1;
     }
     const std::vector<LoadReport> loaded =
         series.size() == 1 ? std::vector{LoadDataSet(*series[0], *supplier, options)}
                            : LoadShared(series, *supplier, options);
-    for (std::size_t i = 0; i < group.size(); ++i) reports[group[i]] = loaded[i];
+    for (std::size_t i = 0; i < group.size(); ++i) {
+      reports[group[i]] = loaded[i];
+      if (opened.DatasourceInfo != named) reports[group[i]].found_at = opened.DatasourceInfo;
+    }
   }
   return reports;
 }

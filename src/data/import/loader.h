@@ -64,7 +64,8 @@ LoadReport LoadDataSet(TDataSeries& series, TDataSupplier& supplier,
 std::vector<LoadReport> LoadShared(std::span<TDataSeries* const> all, TDataSupplier& supplier,
                                    const LoadOptions& options = {});
 
-/// Re-reads every DataSet whose kind of source can be opened again, each source once. The others are left alone (loaded =
+/// Re-reads every DataSet whose kind of source can be opened again, each source once, where SourcePlace finds it; that is its
+/// place from then on. The others are left alone (loaded =
 /// false). A source that cannot be opened throws its Error before any DataSet of it changes; the DataSets of the sources
 /// before it are loaded by then.
 std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all,

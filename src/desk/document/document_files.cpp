@@ -7,6 +7,7 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "data/import/source_place.h"
 #include "desk/document/document.h"
 #include "desk/document/finish_look.h"
 #include "desk/document/open_edit.h"
@@ -19,12 +20,6 @@
 
 namespace tarnwick {
 namespace {
-
-/// The folder that the program was started in may be gone.
-std::filesystem::path FolderOf(const std::filesystem::path& path) {
-  std::error_code ignored;
-  return std::filesystem::absolute(path, ignored).parent_path();
-}
 
 bool Exists(const std::filesystem::path& path) {
   std::error_code ignored;  // a path that cannot be looked at cannot be read either
@@ -50,7 +45,7 @@ bool DocumentFiles::Begin(const StartFiles& files) {
   data_folder_ = std::filesystem::current_path(ignored);
   if (!files.graph_or_template.empty()) {
     LoadGraphFile(files.graph_or_template);
-    data_folder_ = FolderOf(files.graph_or_template);
+    data_folder_ = FolderOfFile(files.graph_or_template);
   } else if (!files.default_template.empty()) {
     LoadDefaultTemplate(files.default_template);
   } else {
@@ -126,7 +121,7 @@ bool DocumentFiles::ReadDataFile(const std::filesystem::path& path) {
       Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
   if (result.cancelled) return false;
   if (!document_.SelectedChild()) data_file_ = path;  // the window is called by its own data
-  data_folder_ = FolderOf(path);
+  data_folder_ = FolderOfFile(path);
   TakeNewData("Load Data", before, result);
   return true;
 }
@@ -163,7 +158,7 @@ bool DocumentFiles::LoadDataFromFile(const std::filesystem::path& path) {
   if (holds != FileHolds::DataSet) return ReadDataFile(path);
   const GraphState before = document_.Graph().State();
   const ReadResult result = Read([before, path](Progress&) { return ReadDataSet(before, path); });
-  data_folder_ = FolderOf(path);
+  data_folder_ = FolderOfFile(path);
   TakeStep("Load DataSet", result);
   return true;
 }
@@ -212,7 +207,7 @@ void DocumentFiles::SaveDataFile(const std::filesystem::path& path) {
   Write([state = document_.WholeGraph().State(), path] { WriteByKind(state, path); });
   filed_.Rewritten(path, {});
   data_file_ = path;
-  data_folder_ = FolderOf(path);
+  data_folder_ = FolderOfFile(path);
 }
 
 void DocumentFiles::SaveDataSetFile(const std::filesystem::path& path) {
@@ -279,7 +274,7 @@ void DocumentFiles::TellMissingPictures(const TxyGraph& graph) {
 }
 
 void DocumentFiles::ShowPath(const std::filesystem::path& path) {
-  data_folder_ = FolderOf(path);
+  data_folder_ = FolderOfFile(path);
   shown_ = path;
   emit document_.captionChanged();
 }

@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/mapped_file.h"
 #include "base/whole_file.h"
+#include "data/import/source_place.h"
 #include "graph/files/graph_file_reader.h"
 #include "graph/files/graph_file_writer.h"
 #include "graph/xy_graph.h"
@@ -23,9 +24,23 @@ void SavePieces(const std::filesystem::path& path, Write&& write) {
   file.Commit();
 }
 
+void TellFolder(GraphState& state, const std::string& folder) {
+  for (SeriesState& series : state.series) {
+    TDSInfo& source = series.data.settings.source;
+    if (!source.RelativeSource.empty()) source.GraphFolder = folder;
+  }
+  for (auto& child : state.children) {
+    GraphState told = *child;
+    TellFolder(told, folder);
+    child = std::make_shared<const GraphState>(std::move(told));
+  }
+}
+
 GraphState LoadState(const std::filesystem::path& path) {
   const MappedFile file(path);
-  return ReadGraphState(file.Bytes(), path.string());
+  GraphState state = ReadGraphState(file.Bytes(), path.string());
+  TellFolder(state, FolderOfFile(path).string());
+  return state;
 }
 
 std::unique_ptr<TxyGraph> MakeGraph(const GraphState& state) {
@@ -51,7 +66,9 @@ std::unique_ptr<TxyGraph> DecodeGraph(std::string_view bytes, std::string_view f
 
 void SaveGraph(const TxyGraph& graph, const std::filesystem::path& path,
                const GraphFileOptions& options) {
-  SavePieces(path, [&](const ByteSink& sink) { WriteGraphPieces(graph, options, sink); });
+  GraphFileOptions placed = options;
+  placed.folder = FolderOfFile(path);
+  SavePieces(path, [&](const ByteSink& sink) { WriteGraphPieces(graph, placed, sink); });
 }
 
 std::unique_ptr<TxyGraph> LoadGraph(const std::filesystem::path& path) {
@@ -61,7 +78,7 @@ std::unique_ptr<TxyGraph> LoadGraph(const std::filesystem::path& path) {
 void SaveDataSetFile(const TxyGraph& graph, std::size_t index, const std::filesystem::path& path,
                      WriterMode mode) {
   SavePieces(path, [&](const ByteSink& sink) {
-    WriteDataSetPieces(graph, index, {WithPoints::Yes, mode}, sink);
+    WriteDataSetPieces(graph, index, {WithPoints::Yes, mode, FolderOfFile(path)}, sink);
   });
 }
 

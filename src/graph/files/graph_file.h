@@ -20,6 +20,7 @@ inline constexpr std::string_view kGraphMagic = "xyvk06.01";
 struct GraphFileOptions {
   WithPoints points = WithPoints::Yes;  ///< templates are saved without
   WriterMode mode = WriterMode::Typed;  ///< Text: readable keys, for people and diff
+  std::filesystem::path folder = {};    ///< of the file, from which sources are told; empty: none
 };
 
 /// The bytes of a whole graph file.
@@ -29,7 +30,7 @@ std::string EncodeGraph(const TxyGraph& graph, const GraphFileOptions& options =
 /// text ("Not a valid graph file", "Wrong Graph version", "reading error 1", …) first, file and place after it.
 std::unique_ptr<TxyGraph> DecodeGraph(std::string_view bytes, std::string_view file_name);
 
-/// Writes the file whole or not at all. Throws FileError; the old file then stays.
+/// Writes the file whole or not at all; its folder is what sources are told from. Throws FileError; the old file then stays.
 void SaveGraph(const TxyGraph& graph, const std::filesystem::path& path,
                const GraphFileOptions& options = {});
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "data/import/source_place.h"
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"
 #include "graph/xy_graph.h"
@@ -71,7 +72,10 @@ class Writer {
     SectionWriter writer(bytes_, options_.mode);
     for (const TSeries* series : all) {
       WriteSection(writer, kSeriesSection, SeriesFields(), series->Style());
-      WriteDataSeries(writer, *series, options_.points, [this] { sink_(bytes_); });
+      TDataSeries placed;  // with the source told from the file's folder; points are shared
+      placed.SetState(series->State());
+      placed.Source().RelativeSource = RelativeSourceIn(options_.folder, series->Source());
+      WriteDataSeries(writer, placed, options_.points, [this] { sink_(bytes_); });
       sink_(bytes_);
     }
   }

@@ -85,6 +85,30 @@ TEST_F(DocumentSources, RefreshReadsInsertedGraphsOfEveryDepth) {
   EXPECT_EQ(Points(), (std::vector{kRows, kRows, kRows}));
 }
 
+TEST_F(DocumentSources, AMovedFolderIsStillReadAgain) {
+  DocumentFiles& files = document_.Files();
+  const auto write = [&](const char* folder, const std::string& table) {
+    std::filesystem::create_directories(folder_.File(folder));
+    return folder_.Write((std::string(folder) + "/table.csv").c_str(), table);
+  };
+  files.ReadDataFile(write("old/data", "x,y\n1,2\n"));
+  files.SaveGraphFile(folder_.File("old/a.tgr"));
+  std::filesystem::rename(folder_.File("old"), folder_.File("new"));
+  const auto moved = write("new/data", "x,y\n1,2\n3,4\n");
+  files.LoadGraphFile(folder_.File("new/a.tgr"));
+  files.SaveGraphFile(folder_.File("new/data/b.tgr"));  // found again from there, too
+  files.LoadGraphFile(folder_.File("new/data/b.tgr"));
+  EXPECT_TRUE(files.Refresh());
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
+  EXPECT_EQ(document_.Graph().Series(0).Source().DatasourceInfo, moved);
+  EXPECT_NE(files.Note().find("; read from " + moved.string()), std::string::npos) << files.Note();
+
+  write("old/data", "x,y\n1,2\n3,4\n5,6\n");
+  files.LoadGraphFile(folder_.File("new/a.tgr"));
+  EXPECT_TRUE(files.Refresh());
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 3) << "what is at the old place comes first";
+}
+
 TEST_F(DocumentSources, ClosingLosesWhatLiesInNoFile) {
   DocumentFiles& files = document_.Files();
   const auto table = folder_.Write("small.csv", "x,y\n1,2\n3,4\n5,6\n");

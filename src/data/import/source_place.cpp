@@ -1,0 +1,50 @@
+#include "data/import/source_place.h"
+
+#include <algorithm>
+#include <iterator>
+#include <system_error>
+
+namespace tarnwick {
+namespace {
+
+using Path = std::filesystem::path;
+
+bool IsThere(const Path& file) {
+  std::error_code ignored;  // what cannot be looked at cannot be read either
+  return std::filesystem::exists(file, ignored);
+}
+
+/// What the description's own file tells; empty when that is nothing, or of another file than the one named.
+Path ToldPlace(const TDSInfo& info) {
+  const Path told(info.RelativeSource);
+  if (told.empty() || told.is_absolute() || info.GraphFolder.empty()) return {};
+  if (told.filename() != Path(info.DatasourceInfo).filename()) return {};
+  return (Path(info.GraphFolder) / told).lexically_normal();
+}
+
+}  // namespace
+
+Path SourcePlace(const TDSInfo& info) {
+  Path named(info.DatasourceInfo);
+  if (info.RelativeSource.empty() || IsThere(named)) return named;
+  const Path told = ToldPlace(info);
+  return !told.empty() && IsThere(told) ? told : named;
+}
+
+std::string RelativeSourceIn(const Path& folder, const TDSInfo& info) {
+  if (folder.empty()) return info.RelativeSource;
+  Path place(info.DatasourceInfo);
+  if (info.DataSource == DataSourceKind::Manual || !place.is_absolute()) return {};
+  // Where neither is there, both have moved or are away for a while: what was told of them holds.
+  if (const Path told = ToldPlace(info); !told.empty() && !IsThere(place)) place = told;
+  const auto parted = std::mismatch(place.begin(), place.end(), folder.begin(), folder.end()).first;
+  if (std::distance(place.begin(), parted) < 2) return {};  // the root alone
+  return place.lexically_relative(folder).generic_string();
+}
+
+Path FolderOfFile(const Path& file) {
+  std::error_code ignored;  // a folder that was removed meanwhile has no name
+  return std::filesystem::absolute(file, ignored).lexically_normal().parent_path();
+}
+
+}  // namespace tarnwick
