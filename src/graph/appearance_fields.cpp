@@ -231,6 +231,12 @@ constexpr Field<SeriesStyle> kSeriesFields[] = {
     {20, "", kVia<&S::bound_line_style>, {"Style", "Bounds", kLineStyle}, kLineStyleRange},
     {21, "", &S::model_curve_color, {"Color of the curve", "Fit model", kColor}},
     {22, "", &S::selectable, {"Can be chosen with the mouse", "View", kCheckBox}},
+    {24,
+     "InPanel",
+     &S::in_panel,
+     {"In a panel under the plot", "View", kCheckBox},
+     {},
+     [](const S& s) { return s.in_panel; }},
 };
 
 constexpr Field<Mark> kMarkFields[] = {

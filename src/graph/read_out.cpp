@@ -45,7 +45,10 @@ std::string PointText(const TxyGraph& graph, const std::optional<PickedPoint>& p
 
 ReadOut ReadOutAt(const TxyGraph& graph, int px, int py) {
   const double x = graph.Axis(AxisId::X).Scale().ValueAt(px);
-  const double y = graph.Axis(CurrentYAxis(graph)).Scale().ValueAt(py);
+  const TSeries* series = graph.CurrentSeries();
+  const AxisScale y_scale =
+      series == nullptr ? graph.Axis(AxisId::Y).Scale() : YScaleOf(graph, *series);
+  const double y = y_scale.ValueAt(py);
   ReadOut read_out;
   read_out.point = PickPoint(graph, x);
   read_out.text = MouseText(graph, x, y) + "; " + PointText(graph, read_out.point);

@@ -23,7 +23,7 @@ class TSeries : public TDataSeries {
   bool ShowsModelCurve() const {
     return Fit().Status() != FitStatus::cf_None && Fit().CurveShown() && style_.visible;
   }
-  /// The model's curve along the graph's X axis; empty unless it is shown. Kept up to date by the graph.
+  /// The model's curve over what the X axis shows of the data; empty unless it is shown. Kept up to date by the graph.
   const ModelCurve& Curve() const { return curve_; }
   /// The model's own colour, unless the style has been given another than it starts with.
   Color ModelCurveColor() const;

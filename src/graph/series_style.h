@@ -48,6 +48,7 @@ struct SeriesStyle {
   LineStyle bound_line_style = LineStyle::Dash;                    // [20]
   Color model_curve_color = Color::FromRgb(0xC0, 0x20, 0x20);      // [21]
   bool selectable = true;  // [22] offered in the popup menu and to picking
+  bool in_panel = false;   // [24] drawn in the panel under the plot, against neither Y nor Y2
   bool operator==(const SeriesStyle&) const = default;
 };
 

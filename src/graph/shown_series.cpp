@@ -10,11 +10,28 @@ AxisId YAxisOf(const TSeries& series) {
   return series.Style().first_axis ? AxisId::Y : AxisId::Y2;
 }
 
+bool IsInPanel(const TSeries& series) {
+  return series.Style().in_panel;
+}
+
+bool HasPanel(const TxyGraph& graph) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (IsInPanel(series) && series.PointCount() > 0 && IsDrawn(graph, series)) return true;
+  }
+  return false;
+}
+
+AxisScale YScaleOf(const TxyGraph& graph, const TSeries& series) {
+  return IsInPanel(series) ? graph.PanelScale() : graph.Axis(YAxisOf(series)).Scale();
+}
+
 bool AxisInUse(const TxyGraph& graph, AxisId axis) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
     if (series.PointCount() == 0) continue;
-    if (axis == AxisId::X || (series.Style().visible && YAxisOf(series) == axis)) return true;
+    if (axis == AxisId::X) return true;
+    if (series.Style().visible && !IsInPanel(series) && YAxisOf(series) == axis) return true;
   }
   return false;
 }

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "graph/axes/axis_scale.h"
 #include "graph/axes/axis_state.h"
 
 namespace tarnwick {
@@ -10,8 +11,17 @@ namespace tarnwick {
 class TSeries;
 class TxyGraph;
 
-/// The axis that a DataSet's Y values are drawn against.
+/// The axis that a DataSet's Y values are drawn against, or would be were it not in the panel.
 AxisId YAxisOf(const TSeries& series);
+
+/// True when the DataSet is drawn in the panel under the plot, which scales itself.
+bool IsInPanel(const TSeries& series);
+
+/// True while some drawn DataSet with points is in the panel, which then takes the lower quarter of the room between the margins.
+bool HasPanel(const TxyGraph& graph);
+
+/// The map of the DataSet's Y values at the graph's client size.
+AxisScale YScaleOf(const TxyGraph& graph, const TSeries& series);
 
 /// True when at least one DataSet with points is drawn against the axis; every DataSet counts for the X axis.
 bool AxisInUse(const TxyGraph& graph, AxisId axis);

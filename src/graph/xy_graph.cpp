@@ -9,6 +9,7 @@
 #include "graph/axes/nice_step.h"
 #include "graph/background_image.h"
 #include "graph/palette.h"
+#include "graph/panel_axis.h"
 #include "graph/shown_series.h"
 
 namespace tarnwick {
@@ -281,13 +282,24 @@ bool TxyGraph::AxisInUse(AxisId axis) const {
 }
 
 int TxyGraph::PixelLength(AxisId axis) const {
-  const std::int64_t frame = 2 * std::int64_t{FrameOffset()};
   if (axis == AxisId::X) {
-    return Remaining(width_,
-                     std::int64_t{dimensions_.left_margin} + dimensions_.right_margin + frame);
+    return Remaining(width_, std::int64_t{dimensions_.left_margin} + dimensions_.right_margin +
+                                 2 * std::int64_t{FrameOffset()});
   }
-  return Remaining(height_,
-                   std::int64_t{dimensions_.top_margin} + dimensions_.bottom_margin + frame);
+  const int height = HeightWithPanel();
+  return has_panel_ ? static_cast<int>(PlaceOfPanel(height).plot_end) : height;
+}
+
+int TxyGraph::HeightWithPanel() const {
+  return Remaining(height_, std::int64_t{dimensions_.top_margin} + dimensions_.bottom_margin +
+                                2 * std::int64_t{FrameOffset()});
+}
+
+AxisScale TxyGraph::PanelScale() const {
+  const int height = HeightWithPanel();
+  const double begin = PlaceOfPanel(height).panel_begin;
+  return ScaleOf(panel_axis_, AxisId::Y, PixelOrigin(AxisId::Y) + begin,
+                 PixelsPerUnit(panel_axis_, std::max(height - begin, 1.0)));
 }
 
 int TxyGraph::PixelOrigin(AxisId axis) const {

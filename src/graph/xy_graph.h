@@ -105,6 +105,11 @@ class TxyGraph : public AxisOwner {
   void BeginUpdate();
   void EndUpdate();
 
+  // --- the panel under the plot, for DataSets that are drawn on a scale of their own (see IsInPanel)
+  /// Range and step of its Y values, fitted to them by UpdateScales and always with zero inside; all else as in a new axis.
+  const AxisState& PanelAxis() const { return panel_axis_; }
+  AxisScale PanelScale() const;
+
   // --- the state as a value
   GraphState State() const;
   /// Takes over a state, keeping the DataSet objects of equal position; tells Everything. A DataSet that is in that state
@@ -112,8 +117,11 @@ class TxyGraph : public AxisOwner {
   void SetState(const GraphState& state);
 
   // --- where the axes are within the client size
+  /// Between the margins; less than that for a Y axis above the panel.
   int PixelLength(AxisId axis) const override;
   int PixelOrigin(AxisId axis) const override;
+  /// Pixels from top to bottom margin, the panel's among them.
+  int HeightWithPanel() const;
 
  protected:
   /// Pixels that a frame takes on every side before the margins begin: 0 for a graph that fills its window.
@@ -150,6 +158,8 @@ class TxyGraph : public AxisOwner {
   int width_ = 640;
   int height_ = 480;
   std::string scale_error_;
+  AxisState panel_axis_;
+  bool has_panel_ = false;  // as of the last UpdateScales
   std::function<void(GraphChange)> listener_;
   bool plots_against_x_source_ = false;
   bool ask_before_thinning_ = true;

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "base/error.h"
+#include "graph/panel_axis.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
@@ -42,14 +43,17 @@ std::string JoinNames(const std::vector<std::string>& names) {
 void TxyGraph::CollectExtremes() {
   std::array<Range, 3> ranges;
   Range hidden;
+  Range panel;
   for (const auto& series : series_) {
     if (series->PointCount() == 0) continue;
     const Extremes extremes = series->GetExtremes();
     hidden.Add(extremes.x_min, extremes.x_max);
     if (!series->Style().visible) continue;
     ranges[0].Add(extremes.x_min, extremes.x_max);
-    ranges[static_cast<std::size_t>(YAxisOf(*series))].Add(extremes.y_min, extremes.y_max);
+    Range& range = IsInPanel(*series) ? panel : ranges[static_cast<std::size_t>(YAxisOf(*series))];
+    range.Add(extremes.y_min, extremes.y_max);
   }
+  panel_axis_ = PanelAxisFor(panel.min, panel.max);
   // Hidden DataSets count for the X axis when nothing else does, so that showing one again does not jump.
   if (!ranges[0].seen) ranges[0] = hidden;
   for (const AxisId id : kAxisIds) {
@@ -69,7 +73,8 @@ std::string TxyGraph::AutoTitle(AxisId id) const {
   std::vector<std::string> names;
   for (const auto& series : series_) {
     if (names.size() > kTitleNames) break;
-    if (series->PointCount() == 0 || !IsDrawn(*this, *series) || YAxisOf(*series) != id) continue;
+    if (series->PointCount() == 0 || !IsDrawn(*this, *series)) continue;
+    if (YAxisOf(*series) != id || IsInPanel(*series)) continue;
     const std::string& column = series->Source().YDataColumn;
     const std::string& name =
         column.empty() || column == unnamed.YDataColumn ? series->SeriesName() : column;
@@ -94,6 +99,7 @@ void TxyGraph::UpdateScales() {
   // Axes tell their owner about every value they compute; those calls must not start another round.
   scaling_ = true;
   scale_error_.clear();
+  has_panel_ = HasPanel(*this);
   AssembleTitles();
   CollectExtremes();
   for (const AxisId id : kAxisIds) {

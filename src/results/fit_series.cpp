@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -12,10 +13,10 @@
 #include "data/points/point_columns.h"
 #include "fit/judge/fit_bands.h"
 #include "fit/model/model_copy.h"
+#include "graph/axes/tick.h"
 #include "graph/graph_update.h"
+#include "graph/panel_axis.h"
 #include "graph/xy_graph.h"
-#include "results/residual_band.h"
-#include "results/second_axis.h"
 
 namespace tarnwick {
 namespace {
@@ -93,6 +94,20 @@ std::vector<double> Sum(const std::vector<double>& left, double factor,
   return sum;
 }
 
+/// A left margin with room for the labels that these values get in the panel, and the title beside them.
+void MakeRoomForLabels(TxyGraph& graph, const Extremes& values) {
+  if (!std::isfinite(values.y_min) || !std::isfinite(values.y_max)) return;
+  constexpr std::size_t kBeside = 32;  // pixels of ticks, title and edge
+  constexpr std::size_t kWidest = 6;   // of a letter
+  std::size_t longest = 0;
+  for (const Tick& tick : MakeTicks(PanelAxisFor(values.y_min, values.y_max), {}))
+    longest = std::max(longest, tick.label.size());
+  Dimensions dimensions = graph.GetDimensions();
+  dimensions.left_margin =
+      std::max(dimensions.left_margin, static_cast<std::int32_t>(kBeside + kWidest * longest));
+  graph.SetDimensions(dimensions);
+}
+
 }  // namespace
 
 std::string ResidualsName(const TSeries& source) {
@@ -107,15 +122,14 @@ TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string&
   style.connect_points = false;
   style.symbol_size = 5;
   style.symbol = SymbolShape::Diamond;
-  style.symbol_color = style.line_color = Color::FromRgb(0x70, 0x70, 0x70);
-  style.first_axis = false;
+  style.symbol_color = style.line_color = source.Style().symbol_color;
+  style.first_axis = false;  // where no panel is known
+  style.in_panel = true;
+  style.show_in_legend = 0;  // the panel is named after them
   residuals->SetStyle(style);
-  // The band is measured on the scales of the data alone.
   const GraphUpdate update(graph);
-  ShowSecondAxis(graph);
-  TSeries& put = PutSeries(graph, source, std::move(residuals));
-  GiveResidualsABand(graph, put);
-  return put;
+  MakeRoomForLabels(graph, residuals->GetExtremes());
+  return PutSeries(graph, source, std::move(residuals));
 }
 
 void AddBands(TxyGraph& graph, const TSeries& source, double level) {

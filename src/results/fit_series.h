@@ -12,9 +12,8 @@ class TxyGraph;
 /// "Residuals of X" for the DataSet X.
 std::string ResidualsName(const TSeries& source);
 
-/// Adds Y less model, of every point between the margins, as a DataSet against the second Y axis, which is shown; where no
-/// other DataSet has that axis, the residuals get a band of the plot for themselves. The graph holds `source` and its
-/// scales are up to date. Throws Error, also when the model has no expression; the graph is then as it was.
+/// Adds Y less model, of every point between the margins, as a DataSet in the panel under the plot. The graph holds `source`.
+/// Throws Error, also when the model has no expression; the graph is then as it was.
 TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string& name);
 
 /// Adds confidence and prediction bands of the DataSet's fit as four DataSets; `level` lies between 0 and 1. The graph holds

@@ -17,7 +17,6 @@
 #include "graph/axes/plot_metrics.h"
 #include "graph/paint/paint_plot.h"
 #include "graph/read_out.h"
-#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -209,11 +208,10 @@ void GraphCanvas::PaintTraces(QPainter& painter) const {
 std::optional<QPointF> GraphCanvas::PlaceInPlot(const PickedPoint& point) const {
   const TSeries* series = document_.Graph().CurrentSeries();
   if (!series) return std::nullopt;
-  const AxisId y_axis = YAxisOf(*series);
   const PlotLayout& layout = Layout();
   const QPointF place(layout.Axis(AxisId::X).scale.Position(point.x),
-                      layout.Axis(y_axis).scale.Position(point.y));
-  return layout.plot.contains(place) ? std::optional(place) : std::nullopt;
+                      layout.YScaleOf(*series).Position(point.y));
+  return layout.PlotOf(*series).contains(place) ? std::optional(place) : std::nullopt;
 }
 
 void GraphCanvas::PaintHoveredPoint(QPainter& painter) const {

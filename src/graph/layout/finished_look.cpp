@@ -47,18 +47,17 @@ constexpr double kLargestMarginShare = 0.6;
 
 /// The box around all labels and titles of the axes, and the plot.
 QRectF ContentOf(const PlotLayout& layout) {
-  QRectF content = layout.plot;
-  for (const AxisLayout& axis : layout.axes) {
-    if (!axis.shown) continue;
-    for (const PlacedText& label : axis.labels) content = content.united(label.Box());
-    if (axis.title) {
-      QRectF title = axis.title->Box();
+  QRectF content = layout.panel ? layout.plot.united(layout.panel->plot) : layout.plot;
+  for (const AxisLayout* axis : layout.ShownAxes()) {
+    for (const PlacedText& label : axis->labels) content = content.united(label.Box());
+    if (axis->title) {
+      QRectF title = axis->title->Box();
       // One beside the plot may be longer than that is high, which asks for no margin.
-      if (axis.title->angle != 0)
+      if (axis->title->angle != 0)
         title.setTop(layout.plot.top()), title.setBottom(layout.plot.bottom());
       content = content.united(title);
     }
-    if (axis.factor) content = content.united(axis.factor->Box());
+    if (axis->factor) content = content.united(axis->factor->Box());
   }
   return content;
 }
@@ -84,7 +83,9 @@ Dimensions FittingMargins(TxyGraph& graph, QSizeF size, const TextMetrics& metri
       margins.left_margin = kEdge + RoundedUp(layout.plot.left() - content.left());
       margins.right_margin = 2 * kEdge + RoundedUp(content.right() - layout.plot.right());
     } else {
-      margins.bottom_margin = kEdge + RoundedUp(content.bottom() - layout.plot.bottom());
+      margins.bottom_margin =
+          kEdge +
+          RoundedUp(content.bottom() - (layout.panel ? layout.panel->plot : layout.plot).bottom());
     }
   }
   // A wider plot may have labels at its very ends that the narrow one had no room for: they stand at their ticks, too.

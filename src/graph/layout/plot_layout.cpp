@@ -9,6 +9,7 @@
 
 #include "graph/background_image.h"
 #include "graph/layout/plot_layout_parts.h"
+#include "graph/panel_axis.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
@@ -20,12 +21,31 @@ constexpr std::array kAxisIds = {AxisId::X, AxisId::Y, AxisId::Y2};
 /// Deepest nesting of inserted graphs that is drawn.
 constexpr int kDeepestChild = 8;
 
-QRectF PlotRect(const TxyGraph& graph, QSizeF size) {
+/// Between the margins, the panel's place with it.
+QRectF RoomRect(const TxyGraph& graph, QSizeF size) {
   const double taken_x = graph.ClientWidth() - graph.PixelLength(AxisId::X);
-  const double taken_y = graph.ClientHeight() - graph.PixelLength(AxisId::Y);
+  const double taken_y = graph.ClientHeight() - graph.HeightWithPanel();
   return {static_cast<double>(graph.PixelOrigin(AxisId::X)),
           static_cast<double>(graph.PixelOrigin(AxisId::Y)), size.width() - taken_x,
           size.height() - taken_y};
+}
+
+QRectF PlotRect(const TxyGraph& graph, QSizeF size) {
+  QRectF plot = RoomRect(graph, size);
+  if (HasPanel(graph)) plot.setHeight(PlaceOfPanel(plot.height()).plot_end);
+  return plot;
+}
+
+/// The panel and its scale.
+std::optional<PanelLayout> PanelAt(const TxyGraph& graph, QSizeF size) {
+  if (!HasPanel(graph)) return std::nullopt;
+  PanelLayout panel;
+  panel.plot = RoomRect(graph, size);
+  panel.plot.adjust(0, PlaceOfPanel(panel.plot.height()).panel_begin, 0, 0);
+  if (panel.plot.height() < 1) return std::nullopt;
+  panel.y.scale = ScaleOf(graph.PanelAxis(), AxisId::Y, panel.plot.top(),
+                          PixelsPerUnit(graph.PanelAxis(), panel.plot.height()));
+  return panel;
 }
 
 bool AllDrawable(const TxyGraph& graph) {
@@ -102,7 +122,9 @@ PlotLayout LayoutAtDepth(const TxyGraph& graph, QSizeF size, const TextMetrics& 
     layout.axes[static_cast<std::size_t>(id)].scale = ScaleAt(graph, id, size);
   }
   layout.has_scales = true;
+  layout.panel = PanelAt(graph, size);
   for (const AxisId id : kAxisIds) LayoutAxis(context, id, layout);
+  if (layout.panel) LayoutPanelAxis(context, layout);
   KeepGridOffLabels(layout);
   LayoutTitles(context, layout);
   if (!HasPoints(graph) && graph.Children().empty()) {
@@ -127,6 +149,23 @@ QPolygonF PlacedText::Ink() const {
 QPolygonF PlacedText::Outline() const {
   const QRectF box(-size.width() / 2, -size.height() / 2, size.width(), size.height());
   return QTransform().translate(center.x(), center.y()).rotate(-angle).map(QPolygonF(box));
+}
+
+std::vector<const AxisLayout*> PlotLayout::ShownAxes() const {
+  std::vector<const AxisLayout*> shown;
+  for (const AxisLayout& axis : axes) {
+    if (axis.shown) shown.push_back(&axis);
+  }
+  if (panel && panel->y.shown) shown.push_back(&panel->y);
+  return shown;
+}
+
+const QRectF& PlotLayout::PlotOf(const TSeries& series) const {
+  return panel && IsInPanel(series) ? panel->plot : plot;
+}
+
+const AxisScale& PlotLayout::YScaleOf(const TSeries& series) const {
+  return panel && IsInPanel(series) ? panel->y.scale : Axis(YAxisOf(series)).scale;
 }
 
 bool Overlap(const QPolygonF& left, const QPolygonF& right) {

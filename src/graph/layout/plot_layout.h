@@ -20,6 +20,7 @@
 
 namespace tarnwick {
 
+class TSeries;
 class TxyGraph;
 
 /// A text at its place. `size` is that of the unturned text, `center` the middle of text and box alike.
@@ -86,9 +87,19 @@ struct MarkItem {
 
 struct ChildFrame;
 
+/// The panel under the plot, as wide as that. Its X axis is the plot's; where that would stand at the plot's lower end it stands
+/// at the panel's.
+struct PanelLayout {
+  QRectF plot;
+  AxisLayout y;
+  std::optional<QLineF> zero;
+  std::optional<QLineF> plot_edge;  ///< where the X axis would have stood
+};
+
 struct PlotLayout {
   QSizeF size;
-  QRectF plot;  ///< by the stored margins; empty when they leave no room
+  QRectF plot;  ///< by the stored margins, and above the panel; empty when they leave no room
+  std::optional<PanelLayout> panel;
   std::optional<PlacedImage> background;
   bool has_scales = false;            ///< false: there is nothing to draw against, only the message
   std::optional<PlacedText> message;  ///< shown instead of axes and DataSets
@@ -100,6 +111,11 @@ struct PlotLayout {
   std::vector<ChildFrame> children;
 
   const AxisLayout& Axis(AxisId id) const { return axes[static_cast<std::size_t>(id)]; }
+  /// The shown ones, the panel's among them.
+  std::vector<const AxisLayout*> ShownAxes() const;
+  /// Where a DataSet is drawn: the panel or the plot, and its scale there.
+  const QRectF& PlotOf(const TSeries& series) const;
+  const AxisScale& YScaleOf(const TSeries& series) const;
 };
 
 /// An inserted graph: its frame in the parent's pixels and its own layout, whose origin is the frame's corner.

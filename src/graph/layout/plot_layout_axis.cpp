@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <span>
 
 #include "graph/axes/axis_labels.h"
 #include "graph/axes/nice_step.h"
@@ -82,10 +83,10 @@ std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const AxisPlac
 /// Chooses and places the labels of one axis.
 class LabelPlacer {
  public:
-  LabelPlacer(const LayoutContext& context, AxisId id, const AxisPlace& place,
+  LabelPlacer(const LayoutContext& context, const AxisState& axis, const AxisPlace& place,
               const std::vector<Tick>& ticks, const AxisScale& scale)
       : context_(context),
-        axis_(context.graph.Axis(id).State()),
+        axis_(axis),
         font_(context.graph.GetAppearance().font_for_labels),
         place_(place),
         ticks_(ticks),
@@ -299,22 +300,19 @@ void AddMinorTicks(const AxisState& axis, const AxisPlace& place, const std::vec
   }
 }
 
-}  // namespace
+/// What is drawn across at the ticks of an axis: through the plot, and through the panel at those of X.
+void AddGrid(const AxisPlace& place, double position, const QRectF& plot, AxisLayout& result) {
+  result.grid.push_back(place.across ? QLineF(position, plot.top(), position, plot.bottom())
+                                     : QLineF(plot.left(), position, plot.right(), position));
+}
 
-void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
-  const TAxis& axis = context.graph.Axis(id);
-  AxisPlace place = PlaceOf(context.graph, id, layout);
-  place.crossings = CrossingsOf(context.graph, id, place, layout);
-  AxisLayout& result = layout.axes[static_cast<std::size_t>(id)];
-  result.shown = axis.Look().ShowAxis;
-  const QRectF& plot = layout.plot;
-  result.line = place.across ? QLineF(plot.left(), place.line, plot.right(), place.line)
-                             : QLineF(place.line, plot.bottom(), place.line, plot.top());
-  result.labels_side = place.side;
-  const std::vector<Tick> ticks = axis.Ticks();
+/// Ticks, grid and labels of an axis whose line and scale stand.
+void LayoutTicks(const LayoutContext& context, const AxisState& axis,
+                 const std::vector<Tick>& ticks, const AxisPlace& place,
+                 std::span<const QRectF> plots, AxisLayout& result) {
   std::vector<std::size_t> labelled;
   if (result.shown && context.graph.GetAppearance().grid_labels_shown) {
-    LabelPlacer placer(context, id, place, ticks, result.scale);
+    LabelPlacer placer(context, axis, place, ticks, result.scale);
     labelled = placer.Place(result);
   }
   std::vector<double> along;
@@ -332,12 +330,48 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
     if (crowded && !kept) continue;
     const bool major = ticks[i].major && (kept || labelled.empty());
     if (place.tick > 0) AddTick(place, position, major ? 1 : kMinorShare, result);
-    if (!axis.Look().Gridlines || !(major || (ticks[i].major && closest >= kClosestGridLines)))
-      continue;
-    result.grid.push_back(place.across ? QLineF(position, plot.top(), position, plot.bottom())
-                                       : QLineF(plot.left(), position, plot.right(), position));
+    if (!axis.Gridlines || !(major || (ticks[i].major && closest >= kClosestGridLines))) continue;
+    for (const QRectF& plot : plots) AddGrid(place, position, plot, result);
   }
-  if (place.tick > 0 && !crowded) AddMinorTicks(axis.State(), place, values, result);
+  if (place.tick > 0 && !crowded) AddMinorTicks(axis, place, values, result);
+}
+
+}  // namespace
+
+void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
+  const TAxis& axis = context.graph.Axis(id);
+  AxisPlace place = PlaceOf(context.graph, id, layout);
+  place.crossings = CrossingsOf(context.graph, id, place, layout);
+  AxisLayout& result = layout.axes[static_cast<std::size_t>(id)];
+  result.shown = axis.Look().ShowAxis;
+  const QRectF& plot = layout.plot;
+  std::vector<QRectF> plots = {plot};
+  if (layout.panel && place.across) {
+    plots.push_back(layout.panel->plot);
+    if (place.side > 0 && place.line > plot.bottom() - 0.5) {
+      layout.panel->plot_edge = QLineF(plot.left(), place.line, plot.right(), place.line);
+      place.line = layout.panel->plot.bottom();
+    }
+  }
+  result.line = place.across ? QLineF(plot.left(), place.line, plot.right(), place.line)
+                             : QLineF(place.line, plot.bottom(), place.line, plot.top());
+  result.labels_side = place.side;
+  LayoutTicks(context, axis.State(), axis.Ticks(), place, plots, result);
+}
+
+void LayoutPanelAxis(const LayoutContext& context, PlotLayout& layout) {
+  PanelLayout& panel = *layout.panel;
+  AxisPlace place = PlaceOf(context.graph, AxisId::Y, layout);
+  place.line = panel.plot.left();
+  place.side = -1;
+  panel.y.shown = true;
+  panel.y.labels_side = place.side;
+  panel.y.line = QLineF(place.line, panel.plot.bottom(), place.line, panel.plot.top());
+  AxisState axis = context.graph.PanelAxis();
+  axis.Gridlines = context.graph.Axis(AxisId::Y).Look().Gridlines;
+  const double zero = panel.y.scale.Position(0);
+  panel.zero = QLineF(panel.plot.left(), zero, panel.plot.right(), zero);
+  LayoutTicks(context, axis, MakeTicks(axis, {}), place, std::span(&panel.plot, 1), panel.y);
 }
 
 }  // namespace tarnwick

@@ -34,8 +34,8 @@ void AddRest(const QLineF& line, const QRectF& box, std::vector<QLineF>& rest) {
 
 void KeepGridOffLabels(PlotLayout& layout) {
   std::vector<QRectF> within;
-  for (const AxisLayout& axis : layout.axes) {
-    for (const PlacedText& label : axis.labels) {
+  for (const AxisLayout* axis : layout.ShownAxes()) {
+    for (const PlacedText& label : axis->labels) {
       const QRectF box = label.Ink().boundingRect().adjusted(-kBeside, 0, kBeside, 0);
       if (box.intersects(layout.plot)) within.push_back(box);
     }

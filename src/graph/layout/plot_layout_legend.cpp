@@ -115,9 +115,9 @@ std::optional<Limits> LegendFlow::BoundsBeside() const {
   const QSizeF picture = layout_.size;
   const bool from_right = legend_.left < 0;
   double content = layout_.plot.right();
-  for (const AxisLayout& axis : layout_.axes) {
-    for (const PlacedText& label : axis.labels) content = std::max(content, label.Box().right());
-    if (axis.title) content = std::max(content, axis.title->Box().right());
+  for (const AxisLayout* axis : layout_.ShownAxes()) {
+    for (const PlacedText& label : axis->labels) content = std::max(content, label.Box().right());
+    if (axis->title) content = std::max(content, axis->title->Box().right());
   }
   const double left = from_right ? content + kBesideGap : legend_.left;
   const double right = from_right ? picture.width() + legend_.left : picture.width() - kBesideGap;

@@ -42,6 +42,8 @@ bool Overlap(const QPolygonF& left, const QPolygonF& right);
 
 /// Axis line, ticks, grid and labels of one axis; `layout.plot` and all scales stand.
 void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout);
+/// Axis, ticks, grid and labels of the panel under the plot; `layout.panel` stands but for them.
+void LayoutPanelAxis(const LayoutContext& context, PlotLayout& layout);
 /// Cuts the grid lines of all axes where they would strike through labels, such as those of an axis within the plot.
 void KeepGridOffLabels(PlotLayout& layout);
 /// Titles of graph and axes and the factors of their labels, where labels leave room.

@@ -26,6 +26,19 @@ QRectF Extent(const AxisLayout& axis) {
   return box;
 }
 
+/// Of the DataSet in the panel, or what the names of several begin with in common.
+QString PanelName(const TxyGraph& graph) {
+  std::optional<QString> name;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (!IsInPanel(series) || !IsDrawn(graph, series) || series.PointCount() == 0) continue;
+    const QString own = QString::fromStdString(series.SeriesName()).simplified();
+    const bool same_word = name && name->section(u' ', 0, 0) == own.section(u' ', 0, 0);
+    name = !name ? own : same_word ? own.section(u' ', 0, 0) : QString();
+  }
+  return name.value_or(QString());
+}
+
 /// Where both Y axes have data, the title of one that a single DataSet is drawn against has that DataSet's colour.
 Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   Font font = graph.GetAppearance().font_for_axes_titles;
@@ -34,7 +47,7 @@ Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   const TSeries* only = nullptr;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
-    if (!IsDrawn(graph, series) || YAxisOf(series) != id) continue;
+    if (!IsDrawn(graph, series) || YAxisOf(series) != id || IsInPanel(series)) continue;
     if (only != nullptr) return font;
     only = &series;
   }
@@ -61,6 +74,7 @@ class TitlePlacer {
   void PlaceAll() {
     PlaceX();
     for (const AxisId id : {AxisId::Y, AxisId::Y2}) PlaceBesideY(id);
+    if (layout_.panel) PlaceBesidePanel();
     PlaceGraphTitle();
     for (const AxisId id : {AxisId::Y, AxisId::Y2}) PlaceAboveY(id);
   }
@@ -77,6 +91,7 @@ class TitlePlacer {
   }
   void PlaceX();
   void PlaceBesideY(AxisId id);
+  void PlaceBesidePanel();
   void PlaceAboveY(AxisId id);
   void PlaceGraphTitle();
   /// The plot with the labels of all axes: titles stand outside it, also where an axis crosses the plot.
@@ -84,7 +99,7 @@ class TitlePlacer {
   double TopOfPlot() const;
   std::optional<PlacedText> InLine(const RichText& text, const Font& font, double& from, double to,
                                    double bottom, double side);
-  void PlaceFactorWithin(AxisLayout& axis);
+  void PlaceFactorWithin(const QRectF& plot, AxisLayout& axis);
 
   const LayoutContext& context_;
   PlotLayout& layout_;
@@ -115,7 +130,7 @@ void TitlePlacer::PlaceX() {
       reserved = factor.size.width() + kGap;
       break;
     }
-    if (!axis.factor) PlaceFactorWithin(axis);
+    if (!axis.factor) PlaceFactorWithin(layout_.plot, axis);
   }
   if (!HasTitle(AxisId::X)) return;
   const double width = std::max(layout_.plot.width() - reserved, 0.0);
@@ -161,11 +176,34 @@ void TitlePlacer::PlaceBesideY(AxisId id) {
   }
 }
 
-QRectF TitlePlacer::ExtentOfAll() const {
-  QRectF box = layout_.plot;
-  for (const AxisLayout& axis : layout_.axes) {
-    if (axis.shown) box = box.united(Extent(axis));
+/// The name of what is drawn there, or, where that is longer than the panel is high, its first word.
+void TitlePlacer::PlaceBesidePanel() {
+  PanelLayout& panel = *layout_.panel;
+  if (!panel.y.common.IsEmpty()) PlaceFactorWithin(panel.plot, panel.y);
+  const Font& font = appearance_.font_for_axes_titles;
+  const double height = panel.plot.height();
+  const QString name = PanelName(context_.graph);
+  for (const QString& text : {name, name.section(u' ', 0, 0)}) {
+    PlacedText title = MakeText({text, {}}, font, context_.metrics);
+    if (text.isEmpty() || title.size.width() > height) continue;
+    title.angle = 90;
+    // In line with the title of the Y axis above it.
+    const double beside =
+        ExtentOfAll().left() -
+        std::clamp(context_.graph.GetDimensions().y_axis_title_offset, 0, kLargestOffset) -
+        title.size.height() / 2;
+    const auto& above = layout_.Axis(AxisId::Y).title;
+    const bool left = above && above->angle != 0 && above->center.x() < panel.plot.left();
+    title.center = {left ? above->center.x() : beside, panel.plot.center().y()};
+    if (!context_.room.TryTake(title)) continue;
+    panel.y.title = title;
+    return;
   }
+}
+
+QRectF TitlePlacer::ExtentOfAll() const {
+  QRectF box = layout_.panel ? layout_.plot.united(layout_.panel->plot) : layout_.plot;
+  for (const AxisLayout* axis : layout_.ShownAxes()) box = box.united(Extent(*axis));
   return box;
 }
 
@@ -242,14 +280,13 @@ void TitlePlacer::PlaceAboveY(AxisId id) {
   if (!axis.common.IsEmpty()) {
     if (side * (from - to) > 0)
       axis.factor = InLine(factor, appearance_.font_for_labels, from, to, bottom, side);
-    if (!axis.factor) PlaceFactorWithin(axis);
+    if (!axis.factor) PlaceFactorWithin(layout_.plot, axis);
   }
 }
 
 /// At the axis' end within the plot, where there is no room outside: labels say nothing without it.
-void TitlePlacer::PlaceFactorWithin(AxisLayout& axis) {
+void TitlePlacer::PlaceFactorWithin(const QRectF& plot, AxisLayout& axis) {
   PlacedText factor = MakeText(axis.common, appearance_.font_for_labels, context_.metrics);
-  const QRectF& plot = layout_.plot;
   const bool across = axis.line.dy() == 0;
   const QSizeF half = factor.size / 2;
   const bool right = across || axis.line.x1() > plot.center().x();

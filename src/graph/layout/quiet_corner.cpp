@@ -58,7 +58,7 @@ std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layo
   std::vector<QPointF> pixels;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
-    if (!IsDrawn(graph, series)) continue;
+    if (!IsDrawn(graph, series) || IsInPanel(series)) continue;
     const PointChain& points = series.Points();
     const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
     const AxisScale& y_scale = layout.Axis(YAxisOf(series)).scale;

@@ -33,6 +33,7 @@ void PaintBackground(QPainter& painter, const TxyGraph& graph, const PlotLayout&
   const CrispPen pen(painter, target);
   painter.fillRect(QRectF(QPointF(0, 0), layout.size), QtColor(appearance.margin_color));
   painter.fillRect(pen.Snapped(layout.plot), QtColor(appearance.color));
+  if (layout.panel) painter.fillRect(pen.Snapped(layout.panel->plot), QtColor(appearance.color));
   if (!layout.background) return;
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.drawImage(layout.background->target, layout.background->image, layout.background->source);
@@ -45,8 +46,9 @@ void PaintAllSeries(QPainter& painter, const TxyGraph& graph, const PlotLayout& 
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
     if (!IsDrawn(graph, series)) continue;
-    const SeriesFrame frame{layout.Axis(AxisId::X).scale, layout.Axis(YAxisOf(series)).scale,
-                            layout.plot, outside ? everywhere : layout.plot,
+    const QRectF& plot = layout.PlotOf(series);
+    const SeriesFrame frame{layout.Axis(AxisId::X).scale, layout.YScaleOf(series), plot,
+                            outside ? everywhere : plot,
                             SolidLineStyle(printing.whole, i, printing.target)};
     PaintSeries(painter, series, frame);
     PaintModelCurve(painter, series, frame);

@@ -11,6 +11,7 @@
 
 #include "graph/axes/plot_metrics.h"
 #include "graph/edit/legend_edit.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -238,6 +239,38 @@ TEST_F(Places, CrossingAxesShiftTheLabelsTheyMeet) {
   }
   Alter(AxisId::X, [](AxisState& axis) { axis.Reversed = true; });
   EXPECT_DOUBLE_EQ(Layout().Axis(AxisId::X).labels.front().Box().bottom(), 230 - 5 - 3);
+}
+
+TEST_F(Places, ThePanelHasTheLowerQuarterAndThePlotsX) {
+  const PlotLayout before = Layout();
+  SeriesStyle style = graph.Series(1).Style();
+  style.in_panel = true;
+  graph.Series(1).SetStyle(style);
+  graph.Series(1).AddPoint(5, -0.06);
+  for (const double x : {0.0, 2.5}) {
+    Show(AxisId::X, x, 10, 1);
+    const PlotLayout layout = Layout();
+    EXPECT_EQ(layout.plot, QRectF(90, 70, 440, 232));
+    ASSERT_TRUE(layout.panel);
+    const AxisLayout& y = layout.panel->y;
+    EXPECT_EQ(layout.panel->plot, QRectF(90, 310, 440, 80));
+    EXPECT_EQ(layout.Axis(AxisId::X).line, QLineF(90, 390, 530, 390));
+    EXPECT_EQ(layout.panel->plot_edge, QLineF(90, 302, 530, 302));
+    EXPECT_EQ(layout.Axis(AxisId::X).labels.back().Box(),
+              before.Axis(AxisId::X).labels.back().Box());
+    // As far above zero as below, on a scale that nothing else is drawn on; points are picked where they are drawn.
+    Near(y.scale.Position(0), 350);
+    EXPECT_EQ(TextsOf(y),
+              (std::vector<std::string>{"\u22120.2", "\u22120.1", "0.0", "0.1", "0.2"}));
+    EXPECT_EQ(y.title->text.text, "second");
+    EXPECT_FALSE(AxisInUse(graph, AxisId::Y2));
+    Near(YScaleOf(graph, graph.Series(1)).Position(0.1),
+         layout.YScaleOf(graph.Series(1)).Position(0.1));
+    Near(graph.Axis(AxisId::Y).Scale().Position(30), layout.Axis(AxisId::Y).scale.Position(30));
+  }
+  style.visible = false;
+  graph.Series(1).SetStyle(style);
+  EXPECT_EQ(Layout().plot, kPlot);
 }
 
 // Labels within the plot: neither grid lines nor the other axis' line at its corner go through them.
