@@ -73,17 +73,6 @@ TEST(XyGraph, TitlesComeFromColumnsAndEndEarly) {
   EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "Volts, B, C, …");
 }
 
-TEST(XyGraph, StepLimitsAreRefusedByTheirRule) {
-  TxyGraph graph;
-  Appearance appearance = graph.GetAppearance();
-  appearance.min_steps = 2, appearance.max_steps = 6;
-  graph.SetAppearance(appearance);
-  appearance.min_steps = 36, appearance.max_steps = 91;
-  graph.SetAppearance(appearance);
-  EXPECT_EQ(graph.GetAppearance().min_steps, 2);
-  EXPECT_EQ(graph.GetAppearance().max_steps, 6);
-}
-
 TEST(XyGraph, TooManyPointsAreAskedAboutOnce) {
   const std::string text =
       "Maximum number of plotted points = 30000  was exceeded for dataSet \"big\".\n"

@@ -128,39 +128,6 @@ TEST(Regression, ANaturalSplineHasNoCurvatureAtItsEnds) {
   EXPECT_NEAR(series.Regression().curve.At(1).y, 0.6875, 1e-14);
 }
 
-TEST(Regression, CurvesAreEmptyWhereNothingCanBeSampled) {
-  const struct {
-    std::string name;
-    std::vector<double> x;
-    std::int32_t steps;
-    bool duplicates;
-  } cases[] = {{"no points", {}, 100, false},
-               {"one point", {1}, 100, false},
-               {"no steps", {1, 2, 3}, 0, false},
-               {"negative steps", {1, 2, 3}, -5, false},
-               {"infinite range", {1, 2, HUGE_VAL}, 100, false},
-               {"one abscissa", {1, 1}, 100, true}};
-  for (const auto& c : cases) {
-    for (const RegressionType type : {RegressionType::Spline, RegressionType::Smoother}) {
-      TDataSeries series;
-      series.SetDuplicatesAllowed(c.duplicates);
-      series.SetRegressionSteps(c.steps);
-      Fill(series, c.x, c.x);
-      Regression(series, type);
-      EXPECT_TRUE(series.Regression().curve.Empty()) << c.name;
-    }
-  }
-  TDataSeries series;
-  series.SetDuplicatesAllowed(true);
-  Fill(series, {1, 2, 3}, {1, 2, 3});
-  Regression(series, RegressionType::Spline);
-  EXPECT_TRUE(series.Regression().curve.Empty());
-  Regression(series, RegressionType::Smoother);
-  EXPECT_EQ(series.Regression().curve.Size(), 101u);
-  Regression(series, RegressionType::Line);
-  EXPECT_TRUE(series.Regression().curve.Empty());
-}
-
 // A damaged file may ask for two thousand million steps, and for many curves of a million: each stays in proportion to its
 // points.
 TEST(Regression, CurvesAreBoundedByTheirPoints) {

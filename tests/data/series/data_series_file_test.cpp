@@ -1,7 +1,6 @@
 #include "data/series/data_series_file.h"
 #include "data/points/point_columns.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,9 +10,6 @@
 
 namespace tarnwick {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 std::string Written(const TDataSeries& series, WithPoints with_points,
                     WriterMode mode = WriterMode::Typed) {
@@ -82,25 +78,6 @@ TEST(DataSeriesFile, ComesBackAsItWas) {
                 with_points == WithPoints::Yes ? XValues(series.Points()) : std::vector<double>{});
     }
   }
-}
-
-TEST(DataSeriesFile, KeysStandInTheirOrder) {
-  TDataSeries series;
-  FillWithOddities(series);
-  std::vector<int> numbers;
-  const std::string bytes = Written(series, WithPoints::No);
-  ValueReader values(bytes);
-  SectionReader reader(values);
-  for (int number = reader.ReadKey(); number != 0; number = reader.ReadKey()) {
-    if (numbers.empty() || numbers.back() != number) numbers.push_back(number);
-    reader.SkipValue();
-  }
-  EXPECT_THAT(numbers, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15, 16, 17, 18, 19,
-                                   20, 21, 22, 23, 24, 39, 42, 43, 44, 45, 46, 47, 48));
-  EXPECT_EQ(reader.ReadPointBlockHeader(), 0);
-  series.Source().MergeSeparators = true;
-  EXPECT_THAT(Written(series, WithPoints::No, WriterMode::Text),
-              testing::Not(HasSubstr("MergeSeparators")));
 }
 
 TEST(DataSeriesFile, SettersRunInFileOrderAndStrayValuesDoNoHarm) {
