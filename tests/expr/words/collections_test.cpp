@@ -44,18 +44,6 @@ TEST(OCollection, FreesItsItemsInOrder) {
   EXPECT_EQ(freed, (std::vector<std::string>{"a", "b", "c"}));
 }
 
-TEST(NoOwnerCollection, LeavesItsItemsAlive) {
-  Item item{1, "a"};
-  {
-    TNoOwnerCollection<Item> list;
-    list.Add(item);
-    list.Clear();
-    list.Add(item);
-    EXPECT_EQ(&list[0], &item);
-  }
-  EXPECT_EQ(item.name, "a");
-}
-
 class ByKey final : public TSortedCollection<Item> {
  public:
   int Compare(const Item& key1, const Item& key2) const override { return key1.key - key2.key; }
