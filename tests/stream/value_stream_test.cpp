@@ -42,24 +42,6 @@ TEST(ValueStream, IntegersTakeTheSmallestKind) {
   }
 }
 
-TEST(ValueStream, WritesTheBytesOfEachKind) {
-  std::string out;
-  ValueWriter writer(out);
-  writer.WriteFloat(1);
-  writer.WriteBoolean(true);
-  writer.WriteBoolean(false);
-  writer.WriteString("ab");
-  writer.WriteRawInteger(-2);
-  EXPECT_EQ(out, "\5\0\0\0\0\0\0\0\x80\xFF\x3F\x09\x08\6\2ab\xFE\xFF\xFF\xFF"s);
-  ValueReader reader(out);
-  EXPECT_EQ(reader.ReadFloat(), 1);
-  EXPECT_TRUE(reader.ReadBoolean());
-  EXPECT_FALSE(reader.ReadBoolean());
-  EXPECT_EQ(reader.ReadString(), "ab");
-  EXPECT_EQ(reader.ReadRawInteger(), -2);
-  EXPECT_EQ(reader.Left(), 0U);
-}
-
 TEST(ValueStream, LongStringsBeginAt256) {
   for (const std::size_t size : {std::size_t{0}, std::size_t{255}, std::size_t{256}}) {
     std::string out;

@@ -83,25 +83,6 @@ TEST(FitStatistics, DirectionsThatTradeAreSeparatedAndNamed) {
   EXPECT_NEAR(figures.statistics.standard_errors[3] / reference.standard_errors[2], freedom, 1e-9);
 }
 
-TEST(FitStatistics, FewPointsLeaveNoErrors) {
-  struct Row {
-    int points;
-    std::size_t directions;
-  };
-  for (const Row& row : {Row{3, 0}, Row{2, 1}, Row{1, 2}}) {
-    SCOPED_TRACE(row.points);
-    const VectorXd x = VectorXd::LinSpaced(row.points, 1, 2);
-    MatrixXd jacobian(row.points, 3);
-    jacobian << x.array().square(), x, VectorXd::Ones(row.points);
-    const FitFigures figures = Figures(jacobian, x.array().exp());
-    EXPECT_EQ(figures.statistics.degrees_of_freedom, 0);
-    EXPECT_TRUE(IsUndefined(figures.statistics.reduced_chi_squared));
-    EXPECT_TRUE(IsUndefined(figures.statistics.adjusted_r_squared));
-    for (const double error : figures.statistics.standard_errors) EXPECT_TRUE(IsUndefined(error));
-    EXPECT_EQ(figures.singular_directions.size(), row.directions);
-  }
-}
-
 TEST(FitStatistics, NothingVariedStillHasQuality) {
   ReducedJacobian none;
   none.sum_of_squares = 2;

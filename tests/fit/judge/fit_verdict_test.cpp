@@ -54,6 +54,7 @@ const char* const kDetermined = ": the parameters are determined by the data.";
 
 const char* const kShort = ", but short of the best fit: a finishing Newton-type step improves it.";
 
+// What running fits show stands among the cases of the batch program.
 const Situation kSituations[] = {
     {"good", [](R&, C&) {}, true, kDetermined, ""},
     {"one iteration", [](R& r, C&) { r.outcome.iterations = 1; }, true,
@@ -98,13 +99,6 @@ const Situation kSituations[] = {
     {"unmoved", [](R& r, C&) { r.unmoved = {1}; }, false, ", but the data do not depend on b.",
      "b never moved the curve"},
     {"stuck", [](R& r, C&) { r.values[0] = 1; }, true, kDetermined, "a kept its starting value."},
-    {"too few points",
-     [](R& r, C&) {
-       r.statistics.points = r.points_used = r.points_in_range = 2;
-       r.statistics.degrees_of_freedom = 0;
-       r.singular_directions = {{0, {0, 1, 2}}};
-     },
-     false, ", but 2 points cannot determine 3 parameters.", "a, b and c trade"},
     {"as many points",
      [](R& r, C&) {
        r.statistics.points = 3;
@@ -177,16 +171,6 @@ const Situation kSituations[] = {
      "100 of 700 points used: the model thins them by its number of points (150)."},
     {"lost points", [](R& r, C&) { r.undefined_points = 1; }, false,
      ", but not every point could be used.", "1 point left out"},
-    {"nothing varied", [](R& r, C&) { r.outcome.why = StopReason::NothingVaried; }, false,
-     "Nothing was fitted: no parameter is set to vary.", ""},
-    {"no point", [](R& r, C&) { r.outcome.why = StopReason::NoPoints; }, false,
-     "Nothing was fitted: there is no point between the margins.", ""},
-    {"33 varied",
-     [](R& r, C&) {
-       r.outcome.why = StopReason::TooManyParameters;
-       r.outcome.message = kTooManyParametersText;
-     },
-     false, "Error: Maximum Number of Varied Parameters Nmax = 32 Exceeded!", ""},
     {"undefined at start",
      [](R& r, C& c) {
        r.outcome.why = StopReason::UndefinedAtStart;
@@ -201,22 +185,8 @@ const Situation kSituations[] = {
      "The fit did not start: the starting values are so far off that the sum of squares is beyond "
      "all numbers.",
      ""},
-    {"a sign before a power, and a bad fit",
-     [](R& r, C& c) {
-       r.statistics.r_squared = -1;
-       c.sign_before_power = true;
-     },
-     false, ", but the curve fits hardly better than a horizontal line would.",
-     "-u^2 in the expression is (-u)^2"},
     {"a sign before a power, and a good fit", [](R&, C& c) { c.sign_before_power = true; }, true,
      kDetermined, ""},
-    {"unknown name",
-     [](R& r, C& c) {
-       r.outcome.why = StopReason::UndefinedAtStart;
-       c.unknown_names = {"q"};
-       c.first_undefined_x = 1;
-     },
-     false, "The fit did not start: q is neither the variable nor a parameter.", ""},
     {"no number to start from",
      [](R& r, C& c) {
        r.outcome.why = StopReason::UndefinedAtStart;
