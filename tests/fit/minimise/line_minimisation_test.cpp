@@ -102,14 +102,5 @@ TEST(LineMinimisation, EndsWhereTheFunctionFallsWithoutEnd) {
   EXPECT_LT(asked, 200);
 }
 
-TEST(LineMinimisation, FindsTheMinimumOnBothSidesToAPartIn10000) {
-  for (const double minimum : {-300.0, -1.0, -1e-3, 0.0, 1e-6, 0.3, 1.0, 77.0, 1e5}) {
-    const auto f = [&](double step) { return std::hypot(1, step - minimum); };
-    const std::optional<LineBracket> bracket = BracketMinimum(f, f(0));
-    ASSERT_TRUE(bracket) << minimum;
-    EXPECT_NEAR(MinimiseInBracket(f, *bracket).step, minimum, 2e-4 * std::abs(minimum) + 1e-7);
-  }
-}
-
 }  // namespace
 }  // namespace tarnwick
