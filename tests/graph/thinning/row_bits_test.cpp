@@ -25,7 +25,7 @@ TEST(RowBits, CombineAsSingleBitsDo) {
     const std::size_t count = 1 + random() % 9, step = 1 + random() % 70;
     Bits bits(size), after(size), before(size), moved(size);
     RowBits packed(size);
-    const unsigned gaps = 2 + random() % 30;
+    const std::size_t gaps = 2 + random() % 30;
     for (std::size_t i = 0; i < size; ++i) {
       bits[i] = (random() % gaps != 0) == (round % 2 == 0);
       if (bits[i] || i == 7) packed.Set(i);
