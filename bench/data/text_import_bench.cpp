@@ -57,6 +57,24 @@ const std::filesystem::path& Small() {
   return file.Path();
 }
 
+/// 100000 rows of 200 columns, made once and removed at the end.
+const std::filesystem::path& Wide() {
+  struct WideFile {
+    WideFile() {
+      std::ofstream file(path);
+      for (int row = 0; row < 100'000; ++row) {
+        file << row;
+        for (int column = 1; column < 200; ++column) file << ',' << (row % 97) * column << ".25";
+        file << '\n';
+      }
+    }
+    ~WideFile() { std::filesystem::remove(path); }
+    std::filesystem::path path = std::filesystem::temp_directory_path() / "tarnwick_bench_wide.csv";
+  };
+  static const WideFile file;
+  return file.path;
+}
+
 /// Memory of the process that is no mapped file, in bytes.
 std::int64_t AnonymousBytes() {
   std::ifstream status("/proc/self/status");
@@ -185,6 +203,17 @@ void ImportSampled(benchmark::State& state) {
   }
 }
 BENCHMARK(ImportSampled)->Unit(benchmark::kMillisecond)->MinTime(1)->UseRealTime();
+
+/// Sampled (0) beside whole (1), which must not be faster.
+void ImportWide(benchmark::State& state) {
+  const std::filesystem::path& path = Wide();
+  const ImportOptions options = state.range(0) == 0 ? Sampled() : ImportOptions();
+  for (auto _ : state) {
+    const ImportResult result = ImportFile(path, options);
+    benchmark::DoNotOptimize(result.series.front()->PointCount());
+  }
+}
+BENCHMARK(ImportWide)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void ImportHundredThousandRows(benchmark::State& state) {
   const std::filesystem::path& path = Small();

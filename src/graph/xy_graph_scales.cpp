@@ -11,8 +11,9 @@ namespace {
 
 constexpr std::array kAxisIds = {AxisId::X, AxisId::Y, AxisId::Y2};
 
-/// Names in an automatic title before it ends in "…".
+/// Names in an automatic title; what more are called together is the legend's to tell.
 constexpr std::size_t kTitleNames = 3;
+constexpr std::string_view kManyNames = "value";
 
 /// Smallest and largest value so far; untouched while `seen` is false.
 struct Range {
@@ -29,12 +30,9 @@ struct Range {
 };
 
 std::string JoinNames(const std::vector<std::string>& names) {
+  if (names.size() > kTitleNames) return std::string(kManyNames);
   std::string joined;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (i > 0) joined += ", ";
-    if (i == kTitleNames && names.size() > kTitleNames) return joined + "…";
-    joined += names[i];
-  }
+  for (const std::string& name : names) joined += (joined.empty() ? "" : ", ") + name;
   return joined;
 }
 

@@ -58,7 +58,7 @@ TEST(XyGraph, ScalesFollowTheVisibleDataOfEachAxis) {
   EXPECT_EQ(graph.ScaleError(), "");
 }
 
-TEST(XyGraph, TitlesComeFromColumnsAndEndEarly) {
+TEST(XyGraph, TitlesComeFromColumnsUpToThree) {
   TxyGraph graph;
   for (const char* name : {"A", "B", "B", "C", "D"}) {
     auto series = MakeSeries(name, 2);
@@ -66,11 +66,14 @@ TEST(XyGraph, TitlesComeFromColumnsAndEndEarly) {
     graph.AddSeries(std::move(series));
   }
   EXPECT_EQ(graph.Axis(AxisId::X).Look().Title, "Time");
-  EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "A, B, C, …");
+  EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "value");
+  graph.Series(4).Source().YDataColumn = "A";
+  graph.UpdateScales();
+  EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "A, B, C");
   EXPECT_EQ(graph.Axis(AxisId::Y2).Look().Title, "Y2 axis");
   graph.Series(0).Source().YDataColumn = "Volts";
   graph.UpdateScales();
-  EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "Volts, B, C, …");
+  EXPECT_EQ(graph.Axis(AxisId::Y).Look().Title, "value");
 }
 
 TEST(XyGraph, TooManyPointsAreAskedAboutOnce) {

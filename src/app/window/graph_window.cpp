@@ -5,9 +5,11 @@
 #include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QVBoxLayout>
 
 #include "app/canvas/graph_canvas.h"
 #include "app/modes/rest_mode.h"
+#include "app/window/told_bar.h"
 #include "desk/commands/workspace.h"
 #include "desk/document/dropped_files.h"
 #include "desk/widgets/ink_icon.h"
@@ -40,7 +42,14 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   setObjectName(ToQt(document_->Name()));
   setWindowIcon(InkIcon("tarnwick"));
   setAcceptDrops(true);
-  setWidget(canvas_);
+  auto* const content = new QWidget(this);
+  auto* const column = new QVBoxLayout(content);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(new ToldBar(*document_, prompt, content));
+  column->addWidget(canvas_, 1);
+  content->setFocusProxy(canvas_);
+  setWidget(content);
   // The frame's own menu brings Ctrl+W along, which belongs to a command.
   if (QMenu* menu = systemMenu()) {
     for (QAction* action : menu->actions()) action->setShortcut({});
@@ -51,8 +60,8 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
 }
 
 TGraphWindow::~TGraphWindow() {
-  // The canvas looks at the document until its end.
-  delete canvas_;
+  // Canvas and bar look at the document until their end.
+  delete widget();
 }
 
 bool TGraphWindow::MayClose() {

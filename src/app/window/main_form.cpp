@@ -247,7 +247,7 @@ void T_MainForm::refreshMenu(PanelChange change) {
   actions_->Update();
 }
 
-/// What the last loading has to say, and what the mouse does.
+/// A remark on the last loading, and what the mouse does.
 void T_MainForm::ShowNote(const TGraphWindow* active) {
   QString note;
   if (active) {

@@ -32,6 +32,11 @@ void TakeAllRows(TDSInfo& info) {
   info.RowSamplingFrequency = 1;
 }
 
+bool ShowsSomeRows(const TDSInfo& info) {
+  return info.DataSource != DataSourceKind::Manual && !info.DatasourceInfo.empty() &&
+         !info.AllRows && info.RowSamplingFrequency > 1;
+}
+
 void ChooseSampling(TDSInfo& info, TDataSupplier& supplier, const ImportOptions& options,
                     const LoadOptions& load) {
   if (options.every) {

@@ -17,6 +17,9 @@ void ChooseSampling(TDSInfo& info, TDataSupplier& supplier, const ImportOptions&
 /// Every row from now on, also for readers that know nothing of AllRows.
 void TakeAllRows(TDSInfo& info);
 
+/// True where only some of the rows of a source that can be read again are loaded.
+bool ShowsSomeRows(const TDSInfo& info);
+
 /// Forbids duplicates, which loading allowed, where no X repeats.
 void ForbidAbsentDuplicates(TDataSeries& series);
 

@@ -78,6 +78,7 @@ void DocumentFiles::Reload() {
   } else {
     document_.SelectChild(std::nullopt);
     DefaultAppearance(document_.WholeGraph(), document_.Name());
+    data_told_.Clear();
   }
   note_.clear();
   BeginHistory(false);
@@ -87,6 +88,7 @@ void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
   if (Exists(path)) return TakeGraphFile(path);
   document_.SelectChild(std::nullopt);
   document_.Zooms().Clear();
+  data_told_.Clear();
   DefaultAppearance(document_.WholeGraph(), document_.Name());
   BeginHistory(false);
 }
@@ -95,6 +97,7 @@ void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
   const ReadResult result = Read([path](Progress&) { return ReadGraph(path); });
   document_.SelectChild(std::nullopt);
   document_.Zooms().Clear();
+  data_told_.Clear();
   TakeState(result);
   document_.Look().own = true;
   const FileHolds holds = KindOf(path).holds;
@@ -182,10 +185,26 @@ bool DocumentFiles::Refresh() {
   if (result.cancelled) return false;
   // Data refreshed time and again would fill the memory with their past.
   OpenEdit step(document_, "Refresh Data", Merging::WithLikeStep);
-  TakeWhole(result);
-  SettleTooManyPoints();
-  step.Finish();
+  TakeReadAgain(result, step);
   return true;
+}
+
+bool DocumentFiles::LoadAllRows() {
+  const GraphState before = document_.WholeGraph().State();
+  const ReadResult result =
+      Read([&before](Progress& progress) { return WithAllRows(before, progress); });
+  if (result.cancelled) return false;
+  OpenEdit step(document_, "Load All Rows");
+  TakeReadAgain(result, step);
+  return true;
+}
+
+void DocumentFiles::TakeReadAgain(const ReadResult& result, OpenEdit& step) {
+  TakeWhole(result);
+  data_told_.Replace(result.told);
+  SettleTooManyPoints();
+  // Without a change there is no step, and yet there may be something to tell.
+  if (!step.Finish()) emit document_.stateChanged();
 }
 
 ReadResult DocumentFiles::ReadAgain(const std::vector<std::size_t>& which) {
@@ -234,6 +253,7 @@ void DocumentFiles::TakeState(const ReadResult& result) {
   document_.Graph().SetState(result.state);
   filed_.Add(result.points, document_.WholeGraph().State());
   note_ = result.note;
+  data_told_.Add(result.told);
 }
 
 void DocumentFiles::TakeWhole(const ReadResult& result) {
@@ -260,7 +280,9 @@ void DocumentFiles::SettleTooManyPoints() {
   if (switched.empty()) return;
   try {
     const ReadResult result = ReadAgain(switched);
-    if (!result.cancelled) TakeWhole(result);
+    if (result.cancelled) return;
+    TakeWhole(result);
+    data_told_.Add(result.told);
   } catch (const FileError& error) {
     // What was loaded stands; only its thinning has to wait for the source.
     document_.GetPrompt().Tell(error.what());

@@ -9,10 +9,12 @@
 #include <vector>
 
 #include "desk/document/document_io.h"
+#include "desk/document/document_told.h"
 
 namespace tarnwick {
 
 class Document;
+class OpenEdit;
 class TxyGraph;
 
 /// The files a document begins with; empty paths for none.
@@ -31,7 +33,10 @@ class DocumentFiles {
 
   /// The document's name, and after loading or saving a graph file or template its path.
   std::string Caption() const;
-  /// What the last loading has to say (rows skipped, sampling); empty for nothing.
+  /// What was decided or left out in reading what the graph shows, until it is closed.
+  DocumentTold& Told() { return data_told_; }
+  const DocumentTold& Told() const { return data_told_; }
+  /// A remark in passing on the last loading; empty for nothing.
   const std::string& Note() const { return note_; }
   void ForgetNote() { note_.clear(); }
 
@@ -65,6 +70,8 @@ class DocumentFiles {
   bool LoadDataFromFile(const std::filesystem::path& path);
   /// Reads the outside sources of all DataSets again.
   bool Refresh();
+  /// Reads every row of the DataSets that show only some of theirs.
+  bool LoadAllRows();
 
   // Saving. All throw FileError; the old file then stays.
   void SaveGraphFile(const std::filesystem::path& path);
@@ -78,6 +85,7 @@ class DocumentFiles {
   void Write(const std::function<void()>& writing);
   void TakeState(const ReadResult& result);
   void TakeWhole(const ReadResult& result);
+  void TakeReadAgain(const ReadResult& result, OpenEdit& step);
   void TakeNewData(const std::string& step, const GraphState& before, const ReadResult& result);
   void TakeStep(const std::string& name, const ReadResult& result);
   void BeginHistory(bool changed);
@@ -91,6 +99,7 @@ class DocumentFiles {
   Document& document_;
   std::filesystem::path shown_;  // in the caption
   std::string note_;
+  DocumentTold data_told_;
   std::filesystem::path graph_file_;
   std::filesystem::path template_;
   std::filesystem::path data_file_;

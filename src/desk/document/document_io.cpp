@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <functional>
-#include <set>
 #include <vector>
 
 #include "base/error.h"
 #include "data/import/loader.h"
+#include "data/import/whole_data.h"
 #include "graph/edit/paste_edit.h"
 #include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
@@ -17,20 +17,6 @@
 
 namespace tarnwick {
 namespace {
-
-/// What the reports say of their DataSets, one by one, or once where they all say the same.
-std::string Summary(const std::vector<LoadReport>& reports,
-                    const std::vector<TDataSeries*>& series) {
-  std::set<std::string> different;
-  std::string named;
-  for (std::size_t i = 0; i < reports.size(); ++i) {
-    if (!reports[i].loaded) continue;
-    const std::string text = reports[i].Message();
-    different.insert(text);
-    named += (named.empty() ? "" : ";  ") + series[i]->SeriesName() + ": " + text;
-  }
-  return different.size() == 1 ? *different.begin() : named;
-}
 
 LoadOptions Loading(Progress& progress) {
   LoadOptions load;
@@ -58,12 +44,26 @@ ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddDa
   graph.SetState(into);
   const LoadOptions load = Loading(progress);
   const std::size_t before = graph.SeriesCount();
-  const std::vector<LoadReport> reports = add(graph, load).reports;
-  if (WasCancelled(reports) || progress.Cancelled()) return {into, {}, true};
-  std::vector<TDataSeries*> added;
-  for (std::size_t i = 0; i < reports.size(); ++i) added.push_back(&graph.Series(before + i));
-  ReadResult result{graph.State(), Summary(reports, added)};
-  for (const TDataSeries* series : added) AddPoints(result.points, *series);
+  ImportedData added = add(graph, load);
+  if (WasCancelled(added.reports) || progress.Cancelled()) return {into, {}, true};
+  ReadResult result{graph.State(), std::move(added.told)};
+  for (std::size_t i = before; i < graph.SeriesCount(); ++i) {
+    AddPoints(result.points, graph.Series(i));
+  }
+  return result;
+}
+
+/// `graph` with these DataSets of it read again.
+ReadResult ReadAgain(TxyGraph& graph, const std::vector<TDataSeries*>& all, Progress& progress) {
+  const LoadOptions load = Loading(progress);
+  const std::vector<LoadReport> reports = RefreshAll(all, load);
+  if (WasCancelled(reports) || progress.Cancelled()) return {{}, {}, true};
+  std::vector<std::string> names;
+  for (const TDataSeries* const series : all) names.push_back(series->SeriesName());
+  ReadResult result{graph.State(), TellImport(reports, names)};
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (reports[i].loaded) AddPoints(result.points, *all[i]);
+  }
   return result;
 }
 
@@ -107,7 +107,7 @@ ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize s
   graph.Resize(size.width(), size.height());
   graph.SetState(into);
   const std::string note = NoteOf(PasteGraph(graph, pasted));
-  return {graph.State(), note};
+  return {.state = graph.State(), .note = note};
 }
 
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path) {
@@ -125,14 +125,19 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
   std::vector<TDataSeries*> all;
   all.reserve(which.size());
   for (const std::size_t place : which) all.push_back(whole.at(place));
-  const LoadOptions load = Loading(progress);
-  const std::vector<LoadReport> reports = RefreshAll(all, load);
-  if (WasCancelled(reports) || progress.Cancelled()) return {state, {}, true};
-  ReadResult result{graph.State(), Summary(reports, all)};
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (reports[i].loaded) AddPoints(result.points, *all[i]);
+  return ReadAgain(graph, all, progress);
+}
+
+ReadResult WithAllRows(const GraphState& state, Progress& progress) {
+  TxyGraph graph;
+  graph.SetState(state);
+  std::vector<TDataSeries*> sampled;
+  for (TSeries* const series : SeriesOfWhole(graph)) {
+    if (!ShowsSomeRows(series->Source())) continue;
+    TakeAllRows(series->Source());
+    sampled.push_back(series);
   }
-  return result;
+  return ReadAgain(graph, sampled, progress);
 }
 
 void WriteByKind(const GraphState& state, const std::filesystem::path& path) {

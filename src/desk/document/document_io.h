@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/progress.h"
+#include "data/import/import_told.h"
 #include "desk/document/filed_points.h"
 #include "graph/graph_state.h"
 
@@ -16,9 +17,10 @@ namespace tarnwick {
 /// A state read, and what there is to say about the reading.
 struct ReadResult {
   GraphState state;
-  std::string note = {};  ///< rows skipped, sampling; may be empty
+  ImportTold told = {};  ///< what was decided or left out
   bool cancelled = false;
   std::vector<PointsOfFile> points = {};  ///< those that came from files
+  std::string note = {};                  ///< a remark in passing; may be empty
 };
 
 /// Throws FileError.
@@ -35,6 +37,9 @@ ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path
 /// `state` with the DataSets at these places of SeriesOfWhole read again, where they have a source. Throws FileError.
 ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
                      Progress& progress);
+
+/// The same with those that show only some of the rows of their sources, from now on with every row.
+ReadResult WithAllRows(const GraphState& state, Progress& progress);
 
 /// Writes what a file of this name keeps of a graph; a DataSet file keeps the current one. Throws FileError, and Error "No
 /// DataSet found!".

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <limits>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +18,9 @@ namespace {
 
 /// A quantity whose values take less than this share of the common axis looks flat.
 constexpr double kFlatShare = 0.04;
+
+/// Likewise of a DataSet among others whose names tell no quantity.
+constexpr double kUnseenShare = 0.02;
 
 constexpr std::string_view kBlanks = " \t";
 
@@ -74,24 +80,94 @@ std::vector<Quantity> TwoQuantities(const TxyGraph& graph) {
   return quantities;
 }
 
+void DrawAgainstSecondAxis(TxyGraph& graph, const std::vector<std::size_t>& which) {
+  graph.BeginUpdate();
+  for (const std::size_t place : which) {
+    SeriesStyle style = graph.Series(place).Style();
+    style.first_axis = false;
+    graph.Series(place).SetStyle(style);
+  }
+  graph.EndUpdate();
+}
+
+/// The DataSets of the second of two units; empty where units do not tell quantities apart, or none looks flat.
+std::vector<std::size_t> OfSecondUnit(const TxyGraph& graph) {
+  const std::vector<Quantity> quantities = TwoQuantities(graph);
+  if (quantities.empty()) return {};
+  const double from = std::min(quantities[0].min, quantities[1].min);
+  const double to = std::max(quantities[0].max, quantities[1].max);
+  if (!LooksFlat(quantities[0], from, to) && !LooksFlat(quantities[1], from, to)) return {};
+  std::vector<std::size_t> second;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (UnitOf(graph.Series(i).SeriesName()) == quantities[1].unit) second.push_back(i);
+  }
+  return second;
+}
+
+/// A DataSet by the range of its Y.
+struct Sized {
+  std::size_t place = 0;  // in the graph
+  double min = 0;
+  double max = 0;
+  double Span() const { return max - min; }
+};
+
+bool ByPlace(const Sized& one, const Sized& other) {
+  return one.place < other.place;
+}
+
+/// By span, smallest first; empty when some DataSet is drawn against the second axis already.
+std::vector<Sized> BySpan(const TxyGraph& graph) {
+  std::vector<Sized> all;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (YAxisOf(series) != AxisId::Y) return {};
+    const Extremes extremes = series.GetExtremes();
+    const bool bounded = std::isfinite(extremes.y_min) && std::isfinite(extremes.y_max);
+    if (series.PointCount() > 0 && bounded) all.push_back({i, extremes.y_min, extremes.y_max});
+  }
+  std::ranges::stable_sort(all, {}, &Sized::Span);
+  return all;
+}
+
+/// How many of them would be seen as lines without a shape on an axis of their own. A constant has none to lose.
+std::ptrdiff_t Unseen(std::span<const Sized> group) {
+  const double from = std::ranges::min(group, {}, &Sized::min).min;
+  const double to = std::ranges::max(group, {}, &Sized::max).max;
+  return std::ranges::count_if(group, [&](const Sized& one) {
+    return one.Span() > 0 && one.Span() < kUnseenShare * (to - from);
+  });
+}
+
+/// The DataSets that two axes show best apart from the first: those of other size; empty where one axis shows as much.
+std::vector<std::size_t> OfSecondSize(const TxyGraph& graph) {
+  const std::vector<Sized> all = BySpan(graph);
+  if (all.size() < 2) return {};
+  std::ptrdiff_t fewest = Unseen(all);
+  std::size_t best = 0;
+  for (std::size_t split = 1; split < all.size() && fewest > 0; ++split) {
+    const std::span<const Sized> sorted(all);
+    const std::ptrdiff_t unseen = Unseen(sorted.first(split)) + Unseen(sorted.subspan(split));
+    if (unseen >= fewest) continue;
+    fewest = unseen;
+    best = split;
+  }
+  if (best == 0) return {};
+  const auto middle = all.begin() + static_cast<std::ptrdiff_t>(best);
+  const bool small_first = std::min_element(all.begin(), middle, ByPlace)->place <
+                           std::min_element(middle, all.end(), ByPlace)->place;
+  std::vector<std::size_t> second;
+  std::transform(small_first ? middle : all.begin(), small_first ? all.end() : middle,
+                 std::back_inserter(second), [](const Sized& one) { return one.place; });
+  return second;
+}
+
 }  // namespace
 
 void SeparateQuantities(TxyGraph& graph) {
-  const std::vector<Quantity> quantities = TwoQuantities(graph);
-  if (quantities.empty()) return;
-  const double from = std::min(quantities[0].min, quantities[1].min);
-  const double to = std::max(quantities[0].max, quantities[1].max);
-  if (!LooksFlat(quantities[0], from, to) && !LooksFlat(quantities[1], from, to)) return;
-  const std::string second(quantities[1].unit);
-  graph.BeginUpdate();
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    TSeries& series = graph.Series(i);
-    if (UnitOf(series.SeriesName()) != second) continue;
-    SeriesStyle style = series.Style();
-    style.first_axis = false;
-    series.SetStyle(style);
-  }
-  graph.EndUpdate();
+  std::vector<std::size_t> second = OfSecondUnit(graph);
+  if (second.empty()) second = OfSecondSize(graph);
+  if (!second.empty()) DrawAgainstSecondAxis(graph, second);
 }
 
 }  // namespace tarnwick

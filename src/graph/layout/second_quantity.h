@@ -5,10 +5,10 @@ namespace tarnwick {
 
 class TxyGraph;
 
-/// Draws the DataSets of the second of two quantities against the second Y axis, when on one axis either would look flat.
-/// Quantities are told apart by the units at the end of the DataSets' names: "Pressure (bar)", "Pressure [bar]",
-/// "Pressure / bar". Changes nothing when there are not exactly two units, a name has none, or some DataSet is already drawn
-/// against the second axis.
+/// Draws some DataSets against the second Y axis where on one axis others, or they, would look flat: those of the second of
+/// two quantities, told apart by the units at the end of the DataSets' names ("Pressure (bar)", "Pressure [bar]", "Pressure
+/// / bar"), else those of another size than the first, when ranges are apart by more than 1:50. Changes nothing when some
+/// DataSet is already drawn against the second axis.
 void SeparateQuantities(TxyGraph& graph);
 
 }  // namespace tarnwick

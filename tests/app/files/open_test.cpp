@@ -1,5 +1,7 @@
 // Files on their way in: opened, dropped, refreshed, told when they are bad.
 #include <QImage>
+#include <QPushButton>
+#include <QToolButton>
 
 #include "desktop_fixture.h"
 #include "graph/files/graph_file.h"
@@ -21,7 +23,31 @@ TEST_F(DesktopTest, OpensADataFileAsAFinishedPlot) {
   const QImage picture = ActiveCanvas().grab().toImage();
   EXPECT_GT(PixelsOf(picture, QColor(line.Red(), line.Green(), line.Blue())), 100);
   EXPECT_EQ(ActiveDocument().Graph().GetAppearance().title_of_graph, "decay");
-  EXPECT_TRUE(StatusText("Note").contains("points")) << StatusText("Note").toStdString();
+  EXPECT_FALSE(form_->findChild<QWidget*>("ToldBar")->isVisible());
+}
+
+TEST_F(DesktopTest, ABarTellsWhatWasLeftOutUntilItIsClosed) {
+  Start({folder_.Write("gap.csv", "t,u\n1,10\n2,\n3,30\n4,40\n")});
+  const auto* bar = form_->findChild<QWidget*>("ToldBar");
+  const auto text = [bar] { return bar->findChild<QWidget*>("Told")->accessibleName(); };
+  auto* all_rows = bar->findChild<QPushButton*>("LoadAllRows");
+  EXPECT_TRUE(bar->isVisible() && !all_rows->isVisible());
+  EXPECT_EQ(text(), "1 row skipped (Y empty; first at line 3).");
+
+  TDSInfo& source = ActiveDocument().Graph().Series(0).Source();
+  source.AllRows = false;
+  source.RowSamplingFrequency = 2;
+  ActiveDocument().Files().Refresh();
+  EXPECT_EQ(text(), "Every 2nd row is shown.");
+  all_rows->click();
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 3);
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Load All Rows");
+  EXPECT_TRUE(bar->isVisible() && !all_rows->isVisible());
+
+  bar->findChild<QToolButton*>("CloseTold")->click();
+  EXPECT_FALSE(bar->isVisible());
+  ActiveDocument().Files().Refresh();
+  EXPECT_FALSE(bar->isVisible()) << "the same was told again";
 }
 
 TEST_F(DesktopTest, DroppedFilesOpenInTheWorkspaceOrLoadIntoAGraph) {

@@ -164,7 +164,7 @@ INSTANTIATE_TEST_SUITE_P(Scenes, LayoutSweep, ::testing::ValuesIn(kScenes), [](c
   return name;
 });
 
-TEST(SeparateQuantities, OnlyTwoUnitsOfWhichOneLooksFlatGetTwoAxes) {
+TEST(SeparateQuantities, WhatWouldLookFlatGetsTheSecondAxis) {
   struct Row {
     std::vector<std::pair<const char*, double>> names_and_heights;
     const char* axes;  // of each DataSet
@@ -172,9 +172,10 @@ TEST(SeparateQuantities, OnlyTwoUnitsOfWhichOneLooksFlatGetTwoAxes) {
   const Row rows[] = {{{{"T (K)", 300}, {"p (bar)", 0.1}}, "12"},
                       {{{"p [bar]", 0.1}, {"T / K", 300}, {"q / bar", 0.2}}, "121"},
                       {{{"T (K)", 300}, {"p (bar)", 200}}, "11"},
-                      {{{"T (K)", 300}, {"dT (K)", 0.1}}, "11"},
-                      {{{"T (K)", 300}, {"p", 0.1}}, "11"},
-                      {{{"T (K)", 300}, {"p (bar)", 0.1}, {"U (V)", 0.1}}, "111"}};
+                      {{{"T (K)", 300}, {"dT (K)", 0.1}}, "12"},
+                      {{{"T (K)", 300}, {"p", 7}}, "11"},
+                      {{{"a", 0.1}, {"b", 300}, {"c", 0.2}, {"still", 0}}, "1211"},
+                      {{{"T (K)", 300}, {"p (bar)", 0.1}, {"U (V)", 0.1}}, "122"}};
   for (const Row& row : rows) {
     TxyGraph graph;
     for (const auto& [name, height] : row.names_and_heights) {

@@ -1,0 +1,96 @@
+#include "app/window/told_bar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyle>
+#include <QToolButton>
+#include <algorithm>
+
+#include "base/error.h"
+#include "base/prompt.h"
+#include "data/import/whole_data.h"
+#include "desk/document/document.h"
+#include "desk/widgets/ink_icon.h"
+#include "desk/widgets/text.h"
+#include "desk/widgets/text_lines.h"
+#include "graph/series_of_whole.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kMostLines = 3;
+
+QColor Mixed(const QColor& one, const QColor& other, double share) {
+  const auto mix = [share](float a, float b) { return a + (b - a) * static_cast<float>(share); };
+  return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
+                          mix(one.blueF(), other.blueF()));
+}
+
+bool CanShowMore(Document& document) {
+  return std::ranges::any_of(SeriesOfWhole(document.WholeGraph()),
+                             [](TSeries* const series) { return ShowsSomeRows(series->Source()); });
+}
+
+}  // namespace
+
+ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
+    : QFrame(parent),
+      document_(document),
+      prompt_(prompt),
+      text_(new TextLines(kMostLines, this)),
+      all_rows_(new QPushButton(tr("Load &all rows"), this)) {
+  setObjectName("ToldBar");
+  text_->setObjectName("Told");
+  all_rows_->setObjectName("LoadAllRows");
+  all_rows_->setToolTip(tr("Read every row of the file"));
+  auto* const icon = new QLabel(this);
+  const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  icon->setPixmap(InkIcon("about").pixmap(side, side));
+  auto* const close = new QToolButton(this);
+  close->setObjectName("CloseTold");
+  close->setAutoRaise(true);
+  close->setFocusPolicy(Qt::TabFocus);
+  close->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
+  close->setAccessibleName(tr("Close this note"));
+  close->setToolTip(close->accessibleName());
+  auto* const row = new QHBoxLayout(this);
+  row->setContentsMargins(8, 4, 4, 4);
+  row->addWidget(icon, 0, Qt::AlignVCenter);
+  row->addWidget(text_, 1);
+  row->addWidget(all_rows_, 0, Qt::AlignVCenter);
+  row->addWidget(close, 0, Qt::AlignVCenter);
+  connect(close, &QToolButton::clicked, this, [this] {
+    document_.Files().Told().Close();
+    Follow();
+  });
+  connect(all_rows_, &QPushButton::clicked, this, &ToldBar::LoadAllRows);
+  connect(&document_, &Document::stateChanged, this, &ToldBar::Follow);
+  Follow();
+}
+
+void ToldBar::Follow() {
+  const QString text = ToQt(document_.Files().Told().Text());
+  text_->ShowText(text);
+  all_rows_->setVisible(CanShowMore(document_));
+  setVisible(!text.isEmpty());
+}
+
+void ToldBar::LoadAllRows() {
+  try {
+    document_.Files().LoadAllRows();
+  } catch (const Error& error) {
+    prompt_.Tell(error.what());
+  }
+}
+
+void ToldBar::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QColor window = palette().color(QPalette::Window);
+  const QColor accent = palette().color(QPalette::Highlight);
+  painter.fillRect(rect(), Mixed(window, accent, 0.14));
+  painter.fillRect(0, height() - 1, width(), 1, Mixed(window, accent, 0.5));
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,35 @@
+// The bar over a graph that tells what was decided or left out in reading its data, until it is closed, and offers what can
+// be done about it. Follows its document; knows no file.
+#pragma once
+
+#include <QFrame>
+
+class QPushButton;
+
+namespace tarnwick {
+
+class Document;
+class Prompt;
+class TextLines;
+
+class ToldBar final : public QFrame {
+  Q_OBJECT
+
+ public:
+  /// `document` and `prompt` outlive the bar.
+  ToldBar(Document& document, Prompt& prompt, QWidget* parent);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void Follow();
+  void LoadAllRows();
+
+  Document& document_;
+  Prompt& prompt_;
+  TextLines* text_;
+  QPushButton* all_rows_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,28 @@
+// What the user of a document is told of the reading of its data, and what he has closed of it. A plain value; knows no
+// document and no widget.
+#pragma once
+
+#include <string>
+
+#include "data/import/import_told.h"
+
+namespace tarnwick {
+
+class DocumentTold {
+ public:
+  /// One sentence; empty when there is nothing to tell, or nothing any more.
+  std::string Text() const { return closed_ ? std::string() : Sentence(told_); }
+
+  /// Stands behind what is told already, unless that was closed.
+  void Add(const ImportTold& told);
+  /// Stands in place of it. What was closed stays so while the same is told.
+  void Replace(const ImportTold& told);
+  void Close() { closed_ = true; }
+  void Clear() { *this = {}; }
+
+ private:
+  ImportTold told_;
+  bool closed_ = false;
+};
+
+}  // namespace tarnwick
