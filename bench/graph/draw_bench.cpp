@@ -225,6 +225,55 @@ void BM_Symbols(benchmark::State& state) {
   }
 }
 
+// A million points joined in the order in which they came take at most three times as long as the same points rising.
+enum Joined { Rising, RisingInPieces, Sweep, Loop, NoisyLoop };
+
+Data SweepData(Joined kind) {
+  constexpr std::size_t kPoints = 1'000'000;
+  constexpr double kTurn = 6.283185307179586;
+  std::mt19937_64 random(7);
+  std::normal_distribution<double> normal(0, 1);
+  Data data;
+  for (std::size_t i = 0; i < kPoints; ++i) {
+    const double share = static_cast<double>(i) / kPoints;
+    const double there = kind <= RisingInPieces ? share : 1 - std::abs(2 * share - 1);
+    const double lag = kind >= Sweep && share > 0.5 ? 0.1 : -0.1;
+    data.x.push_back(kind >= Loop ? std::cos(kTurn * share) : there);
+    data.y.push_back(kind >= Loop ? std::sin(kTurn * share) : std::tanh(8 * (there - 0.5 + lag)));
+    data.y.back() += 0.01 * normal(random);
+    if (kind == NoisyLoop) data.x.back() += 0.01 * normal(random);
+  }
+  return data;
+}
+
+void BM_Joined(benchmark::State& state) {
+  const auto kind = static_cast<Joined>(state.range(0));
+  const Data data = SweepData(kind);
+  TSeries series;
+  series.SetDuplicatesAllowed(true);
+  Fill(series, data, 1);
+  SeriesStyle style = series.Style();
+  if (kind >= Sweep) style.line_order = LineOrder::AsTheyCame;
+  series.SetStyle(style);
+  if (kind == RisingInPieces) {
+    series.SetGaps(PointGaps({250'000, 500'000, 750'000}, series.LastId()));
+    series.SetBreakAtGaps(true);
+  }
+  std::vector<double> x = data.x;
+  std::ranges::sort(x);
+  std::vector<SeriesFrame> frames;
+  for (int shift = 0; shift < 105; ++shift) frames.push_back(FrameOf({x, data.y}, shift));
+  std::size_t shift = 0;
+  QImage image = NewPicture();
+  for (auto _ : state) {
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintSeries(painter, series, frames[shift++ % frames.size()]);
+    painter.end();
+    benchmark::DoNotOptimize(image.bits());
+  }
+}
+
 void Sizes(benchmark::internal::Benchmark* bench) {
   bench->ArgNames({"points", "walk"})->Unit(benchmark::kMillisecond);
   for (const int points : {100'000, 1'000'000, 10'000'000})
@@ -239,6 +288,10 @@ BENCHMARK_CAPTURE(BM_Again, two_wide, 2)->Apply(Sizes);
 BENCHMARK_CAPTURE(BM_Limit, png, Png::Yes)->Apply(Sizes);
 BENCHMARK_CAPTURE(BM_First, png, 1, Png::Yes)->Apply(Sizes)->Iterations(10);
 BENCHMARK(BM_Symbols)->Apply(Sizes);
+BENCHMARK(BM_Joined)
+    ->ArgNames({"order"})
+    ->DenseRange(Rising, NoisyLoop)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -27,6 +27,12 @@ inline bool IsMissingValue(double value) {
   return std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(kMissingValue);
 }
 
+/// Empty lines between two rows.
+struct BlankLines {
+  std::int64_t row = 0;  ///< the row behind them, from 0 in its block
+  std::int32_t lines = 0;
+};
+
 /// The values of some neighbouring rows.
 struct RowBlock {
   std::string_view text;       ///< where the rows come from a text: their lines, the last one whole
@@ -34,6 +40,8 @@ struct RowBlock {
   std::int64_t first_line = 0;  ///< lines behind the headers that lie before it
   std::int64_t rows = 0;
   std::int64_t lines = 0;                    ///< rows, comments and blank lines
+  std::vector<BlankLines> blanks;            ///< by ascending rows
+  std::int32_t blanks_behind = 0;            ///< behind the last row
   std::vector<std::vector<double>> storage;  ///< one column per request; as long as ever needed
   std::vector<char> complete;                ///< per request: 1 when every value of it is a number
 

@@ -37,6 +37,9 @@ class TDataSupplier {
   virtual std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) = 0;
   /// True when the current row has a text (or a stored value) at `column`, readable or not.
   virtual bool HasValue(std::int32_t column) = 0;
+  /// Empty lines between the current row and the row before it; where the last move passed several rows, the most that lie
+  /// between two of them.
+  virtual std::int32_t BlankLinesPassed() const { return 0; }
   /// True when behind the last row stands the beginning of one that the source does not hold to its end.
   virtual bool EndsIncomplete() const { return false; }
   /// All rows, header rows of a text file among them.

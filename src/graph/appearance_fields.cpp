@@ -35,6 +35,11 @@ constexpr std::array kSymbols = {
     FieldChoice{SymbolShape::Dot, "Dot"},
 };
 
+constexpr std::array kLineOrders = {
+    FieldChoice{LineOrder::ByX, "By X"},
+    FieldChoice{LineOrder::AsTheyCame, "In the order in which they came"},
+};
+
 constexpr std::array kBoundsModes = {
     FieldChoice{BoundsMode::Absolute, "Values of Y"},
     FieldChoice{BoundsMode::StandardDeviations, "Standard deviations from the mean"},
@@ -231,6 +236,13 @@ constexpr Field<SeriesStyle> kSeriesFields[] = {
     {20, "", kVia<&S::bound_line_style>, {"Style", "Bounds", kLineStyle}, kLineStyleRange},
     {21, "", &S::model_curve_color, {"Color of the curve", "Fit model", kColor}},
     {22, "", &S::selectable, {"Can be chosen with the mouse", "View", kCheckBox}},
+    // Absent from a file means by X, what files without this key expect.
+    {23,
+     "LineOrder",
+     kVia<&S::line_order>,
+     {"Points are joined", "Line", ChoiceOf(kLineOrders)},
+     {0, 1},
+     [](const S& s) { return s.line_order != LineOrder::ByX; }},
     {24,
      "InPanel",
      &S::in_panel,

@@ -1,5 +1,9 @@
 #include "graph/series.h"
 
+#include <utility>
+
+#include "data/points/arrival_order.h"
+#include "graph/thinning/arrival_line.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -9,6 +13,7 @@ TSeries::~TSeries() = default;
 void TSeries::SetStyle(const SeriesStyle& style) {
   has_own_style_ = true;
   if (style == style_) return;
+  if (style.line_order != style_.line_order) path_.reset();
   style_ = style;
   if (graph_ != nullptr) graph_->StyleChanged();
 }
@@ -18,7 +23,24 @@ Color TSeries::ModelCurveColor() const {
                                                                      : style_.model_curve_color;
 }
 
+const LinePath* TSeries::Path() const {
+  const PointGaps gaps = BreakAtGaps() ? Gaps() : PointGaps();
+  const bool as_they_came = style_.line_order == LineOrder::AsTheyCame;
+  if (!as_they_came && gaps.Empty()) return nullptr;
+  if (path_ == nullptr) {
+    LinePath path;
+    if (as_they_came && !IdsAscend(Points())) {
+      path.arrivals = std::make_unique<ArrivalLine>(Points(), gaps);
+    } else {
+      path.breaks = BreaksAlongChain(Points(), gaps);
+    }
+    path_ = std::make_shared<const LinePath>(std::move(path));
+  }
+  return path_.get();
+}
+
 void TSeries::Change(ChangeCode code) {
+  if (code == ChangeCode::Data || code == ChangeCode::PointAdded) path_.reset();
   TDataSeries::Change(code);
   if (graph_ != nullptr) graph_->SeriesChanged(*this, code);
 }

@@ -1,6 +1,8 @@
 // A DataSet as a graph draws it: the drawing attributes beside the data. Knows no painter.
 #pragma once
 
+#include <memory>
+
 #include "base/color.h"
 #include "data/series/data_series.h"
 #include "graph/model_curve.h"
@@ -9,6 +11,7 @@
 namespace tarnwick {
 
 class TxyGraph;
+struct LinePath;
 
 /// The drawing subclass of the DataSet: owned by one graph, which it tells of every change.
 class TSeries : public TDataSeries {
@@ -28,6 +31,10 @@ class TSeries : public TDataSeries {
   /// The model's own colour, unless the style has been given another than it starts with.
   Color ModelCurveColor() const;
 
+  /// How the line goes through the points, worked out when first asked for after a change. Null where it simply joins
+  /// neighbours in the chain.
+  const LinePath* Path() const;
+
   /// Tells the listeners, then the graph.
   void Change(ChangeCode code) override;
 
@@ -35,6 +42,7 @@ class TSeries : public TDataSeries {
   friend class TxyGraph;
   SeriesStyle style_;
   ModelCurve curve_;
+  mutable std::shared_ptr<const LinePath> path_;  // null: not known
   TxyGraph* graph_ = nullptr;
   bool has_own_style_ = false;     // SetStyle was called: the graph leaves the style alone
   bool thinning_settled_ = false;  // too many points were asked about, and are as they were then

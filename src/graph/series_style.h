@@ -24,6 +24,12 @@ enum class SymbolShape : std::int32_t {
 enum class BoundsMode : std::int32_t { Absolute = 0, StandardDeviations = 1, PercentOfMean = 2 };
 enum class BoundLineMode : std::int32_t { None = 0, Upper = 1, Lower = 2, Both = 3 };
 
+/// Which points a line joins.
+enum class LineOrder : std::int32_t {
+  ByX = 0,         ///< neighbours in X
+  AsTheyCame = 1,  ///< in the order in which they came, that of their ids
+};
+
 /// Drawing attributes of one DataSet, as stored in its Series section (key numbers in brackets).
 struct SeriesStyle {
   bool visible = true;                                             // [1]
@@ -47,8 +53,9 @@ struct SeriesStyle {
   Color bound_line_color = Color::FromRgb(0x80, 0x80, 0x80);       // [19]
   LineStyle bound_line_style = LineStyle::Dash;                    // [20]
   Color model_curve_color = Color::FromRgb(0xC0, 0x20, 0x20);      // [21]
-  bool selectable = true;  // [22] offered in the popup menu and to picking
-  bool in_panel = false;   // [24] drawn in the panel under the plot, against neither Y nor Y2
+  bool selectable = true;                 // [22] offered in the popup menu and to picking
+  LineOrder line_order = LineOrder::ByX;  // [23]
+  bool in_panel = false;  // [24] drawn in the panel under the plot, against neither Y nor Y2
   bool operator==(const SeriesStyle&) const = default;
 };
 

@@ -19,8 +19,9 @@ const BlockSource* LoadRun::UsefulBlocks() const {
   const BlockSource* const blocks = supplier_.Blocks();
   if (blocks == nullptr || options_.value_by_value) return nullptr;
   const auto same_headers = [&](const Member& m) { return m.headers == blocks->HeaderRows(); };
+  // Where rows are leapt over, nobody sees the empty lines between them, which part the runs.
   const auto is_dense = [](const Member& m) {
-    return m.target->Chooser().Every() <= kDensestSampling;
+    return m.target->Chooser().Every() <= kDensestSampling || m.target->Info().Run != 0;
   };
   const bool all = std::all_of(members_.begin(), members_.end(), same_headers);
   return all && std::any_of(members_.begin(), members_.end(), is_dense) ? blocks : nullptr;
@@ -51,14 +52,31 @@ void LoadRun::LoadBlocks(const BlockSource& blocks) {
 }
 
 void LoadRun::TakeBlock(Member& member, const RowBlock& block, const BlockSource& blocks) {
+  std::int64_t row = 0;
+  for (const BlankLines& blanks : block.blanks) {
+    TakeBlockRows(member, block, {row, blanks.row}, blocks);
+    member.target->PassBlankLines(blanks.lines);
+    row = blanks.row;
+  }
+  TakeBlockRows(member, block, {row, block.rows}, blocks);
+}
+
+void LoadRun::TakeBlockRows(Member& member, const RowBlock& block, RowRange rows,
+                            const BlockSource& blocks) {
+  if (rows.begin == rows.end) return;
   LoadTarget& target = *member.target;
   const bool stored = member.x_request != kRowNumbers && member.y_request != kRowNumbers;
-  if (stored && target.TakesColumns() && target.Chooser().NextRow() == block.first_row &&
+  if (stored && target.TakesColumns() &&
+      target.Chooser().NextRow() == block.first_row + rows.begin &&
       block.complete[member.x_request] != 0 && block.complete[member.y_request] != 0) {
-    target.TakeColumns(block.Column(member.x_request), block.Column(member.y_request));
+    const auto part = [&](std::size_t request) {
+      return block.Column(request).subspan(static_cast<std::size_t>(rows.begin),
+                                           static_cast<std::size_t>(rows.end - rows.begin));
+    };
+    target.TakeColumns(part(member.x_request), part(member.y_request));
     return;
   }
-  const std::int64_t end = block.first_row + block.rows;
+  const std::int64_t end = block.first_row + rows.end;
   for (std::int64_t number = target.Chooser().NextRow(); number < end;
        number = target.Chooser().NextRow()) {
     const std::int64_t row = number - block.first_row;

@@ -16,8 +16,10 @@ void LoadRun::LoadRows() {
   supplier_.FirstRow();
   for (std::int64_t taken = 0; GoToNextWantedRow(); ++taken) {
     if (taken % kRowsPerAdvance == 0 && !AdvanceProgress(supplier_.Position())) return;
+    const std::int32_t blanks = supplier_.BlankLinesPassed();
     for (Member& member : members_) {
       LoadTarget& target = *member.target;
+      if (blanks > 0) target.PassBlankLines(blanks);
       if (target.Chooser().NextRow() != supplier_.CurrentRow() - member.headers) continue;
       target.Take(ReadRow(member), [this] { return supplier_.Line(); });
     }

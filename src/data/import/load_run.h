@@ -77,6 +77,11 @@ class LoadRun {
   void LoadBlocks(const BlockSource& blocks);
   std::size_t Request(std::int32_t column, ColumnFormat format);
   static void TakeBlock(Member& member, const RowBlock& block, const BlockSource& blocks);
+  struct RowRange {
+    std::int64_t begin = 0, end = 0;  // from 0 in the block
+  };
+  static void TakeBlockRows(Member& member, const RowBlock& block, RowRange rows,
+                            const BlockSource& blocks);
 
   std::span<TDataSeries* const> all_;
   TDataSupplier& supplier_;

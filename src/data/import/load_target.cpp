@@ -4,6 +4,9 @@
 #include <cmath>
 #include <utility>
 
+#include "data/points/arrival_order.h"
+#include "data/points/point_columns.h"
+
 namespace tarnwick {
 namespace {
 
@@ -55,10 +58,14 @@ bool LoadTarget::TakesColumns() const {
 void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> y) {
   const auto rows = static_cast<std::int64_t>(x.size());
   chooser_.PassTaken(rows);
+  pieces_.SeeRow(x.front());
+  pieces_.SeeRow(x.back());
+  if (!OfChosenRun()) return;
+  pieces_.TakePoint(added_);
   report_.rows_read += rows;
   added_ += rows;
   if (x_.empty() && RisesFrom(series_.Points(), x)) {
-    series_.AddPoints(x, y);
+    Give(x, y);
     return;
   }
   x_.insert(x_.end(), x.begin(), x.end());
@@ -72,7 +79,7 @@ std::optional<SkipReason> LoadTarget::AddPoint(const RowValues& values) {
       Transformed(transforms_.x, values, values.x, values.columns.first(x_columns)),
       Transformed(transforms_.y, values, values.y, values.columns.subspan(x_columns))};
   if (std::isnan(point.x) || std::isnan(point.y)) return ReasonOf(point);
-  ++added_;
+  pieces_.TakePoint(added_++);
   x_.push_back(point.x);
   y_.push_back(point.y);
   if (x_.size() % kPointsPerFlush == 0) FlushWhenWorthwhile();
@@ -87,13 +94,66 @@ void LoadTarget::FlushWhenWorthwhile() {
 }
 
 void LoadTarget::Flush() {
-  series_.AddPoints(x_, y_);
+  Give(x_, y_);
   x_.clear();
   y_.clear();
 }
 
+/// Piece by piece: which id is the first that one can have is known only when the points before are in.
+void LoadTarget::Give(std::span<const double> x, std::span<const double> y) {
+  const std::span<const PieceFinder::Beginning> all = pieces_.Beginnings();
+  std::size_t from = 0;
+  while (begins_.size() < all.size()) {
+    const auto at = static_cast<std::size_t>(all[begins_.size()].point - given_);
+    if (at >= x.size()) break;
+    series_.AddPoints(x.subspan(from, at - from), y.subspan(from, at - from));
+    begins_.push_back(series_.LastId() + 1);
+    from = at;
+  }
+  series_.AddPoints(x.subspan(from), y.subspan(from));
+  given_ += static_cast<std::int64_t>(x.size());
+}
+
+/// A table with an empty line behind every row has no gaps.
+PointGaps LoadTarget::GapsFound() const {
+  std::vector<std::int32_t> begins, uncertain;
+  for (std::size_t i = 0; i < begins_.size(); ++i) {
+    std::vector<std::int32_t>& found = pieces_.Beginnings()[i].certain ? begins : uncertain;
+    const bool apart = begins_[i] > 1 && begins_[i] <= series_.LastId();
+    if (apart && (found.empty() || found.back() != begins_[i])) found.push_back(begins_[i]);
+  }
+  if (2 * begins.size() > series_.Points().Size()) begins.clear();
+  if (!uncertain.empty()) AddGapsOfSkippedRows(uncertain, begins);
+  return {std::move(begins), series_.LastId()};
+}
+
+void LoadTarget::AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
+                                      std::vector<std::int32_t>& begins) const {
+  const std::vector<std::int32_t> ids = Ids(series_.Points());
+  const std::vector<double> by_x = XValues(series_.Points());
+  const std::vector<std::uint32_t> order = ArrivalOrder(series_.Points());
+  std::vector<double> x;
+  for (const std::uint32_t index : order) x.push_back(by_x[index]);
+  const auto places_of = [&](std::span<const std::int32_t> lowest) {
+    std::vector<std::size_t> places;
+    for (const std::int32_t id : lowest) {
+      const auto at = std::ranges::lower_bound(order, id, {}, [&ids](auto i) { return ids[i]; });
+      places.push_back(static_cast<std::size_t>(at - order.begin()));
+    }
+    return places;
+  };
+  for (const std::size_t place : GapsInEvenSteps(x, places_of(uncertain), places_of(begins))) {
+    begins.push_back(ids[order[place]]);
+  }
+  std::ranges::sort(begins);
+  const auto twice = std::ranges::unique(begins);
+  begins.erase(twice.begin(), twice.end());
+}
+
 void LoadTarget::Finish() {
   if (!x_.empty()) Flush();
+  if (!begins_.empty()) series_.SetGaps(GapsFound());
+  report_.runs = pieces_.Run();
   report_.points = series_.PointCount();
   report_.replaced = added_ - report_.points;
   report_.sampled_every = chooser_.Every();

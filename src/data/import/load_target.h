@@ -10,6 +10,7 @@
 #include "data/block_source.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
+#include "data/import/piece_finder.h"
 #include "data/import/row_chooser.h"
 #include "data/series/data_series.h"
 
@@ -36,6 +37,8 @@ class LoadTarget {
   /// Points so far, those on their way among them.
   std::int64_t Points() const;
 
+  /// Empty lines lie between the rows so far and the next.
+  void PassBlankLines(std::int32_t lines) { pieces_.PassBlankLines(lines); }
   /// Decides over the row Chooser().NextRow(); `line` answers its line and is asked for the first skipped row only.
   template <class LineOf>
   void Take(const RowValues& values, LineOf&& line);
@@ -47,8 +50,13 @@ class LoadTarget {
 
  private:
   std::optional<SkipReason> AddPoint(const RowValues& values);
+  bool OfChosenRun() const { return Info().Run == 0 || Info().Run == pieces_.Run(); }
   void FlushWhenWorthwhile();
   void Flush();
+  void Give(std::span<const double> x, std::span<const double> y);
+  PointGaps GapsFound() const;
+  void AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
+                            std::vector<std::int32_t>& begins) const;
 
   TDataSeries& series_;
   RowChooser chooser_;
@@ -56,7 +64,10 @@ class LoadTarget {
   std::vector<std::int32_t> columns_;
   LoadReport report_;
   std::int64_t added_ = 0;  // points given to the DataSet, or on their way
-  std::vector<double> x_;   // points not yet in the DataSet
+  PieceFinder pieces_;
+  std::int64_t given_ = 0;            // points given to the DataSet
+  std::vector<std::int32_t> begins_;  // the lowest ids behind the first of pieces_.Beginnings()
+  std::vector<double> x_;             // points not yet in the DataSet
   std::vector<double> y_;
 };
 
@@ -66,11 +77,15 @@ template <class LineOf>
 void LoadTarget::Take(const RowValues& values, LineOf&& line) {
   const RowVerdict verdict = chooser_.Take(values.x, values.y);
   if (verdict == RowVerdict::Passed) return;
+  if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
+  if (!OfChosenRun()) return;
   ++report_.rows_read;
   std::optional<SkipReason> skipped;
   if (verdict == RowVerdict::Skipped) skipped = ReasonOf(values);
   if (verdict == RowVerdict::Point) skipped = AddPoint(values);
-  if (skipped) report_.AddSkipped(*skipped, report_.Skipped() == 0 ? line() : 0);
+  if (!skipped) return;
+  pieces_.PassSkippedRow();
+  report_.AddSkipped(*skipped, report_.Skipped() == 0 ? line() : 0);
 }
 
 }  // namespace tarnwick

@@ -33,6 +33,7 @@ constexpr SourceSetting kTextSettings[] = {
     {"RowSamplingFrequency"},
     {"AutoRowHitFreq"},
     {"AllRows"},
+    {"Run"},
     {"RowChoiceMode"},
     {"RowChoiceValue1"},
     {"RowChoiceValue2"},

@@ -84,6 +84,8 @@ class PointChunk : public CowCounted {
   std::int32_t Id(std::size_t offset) const {
     return ids_spelled_ ? Ids()[offset] : first_id_ + static_cast<std::int32_t>(offset);
   }
+  /// True when each id surely is one above the id before.
+  bool IdsAreRun() const { return !ids_spelled_; }
   Point At(std::size_t offset) const;
   /// The offset of the point with that id; Size() when there is none.
   std::size_t OffsetOfId(std::int32_t id) const;

@@ -95,6 +95,18 @@ void TDataSeries::SetDuplicatesAllowed(bool value) {
   if (!value) RemoveDuplicates();
 }
 
+void TDataSeries::SetBreakAtGaps(bool value) {
+  if (value == settings_.BreakAtGaps) return;
+  settings_.BreakAtGaps = value;
+  Raise(ChangeCode::Data);
+}
+
+void TDataSeries::SetGaps(PointGaps gaps) {
+  if (gaps == gaps_) return;
+  gaps_ = std::move(gaps);
+  Raise(ChangeCode::Data);
+}
+
 void TDataSeries::SetRegressionType(tarnwick::RegressionType value) {
   if (value == settings_.regression_type) return;
   settings_.regression_type = value;
@@ -210,6 +222,7 @@ void TDataSeries::MergePoints(std::span<const double> x, std::span<const double>
 
 void TDataSeries::Clear() {
   points_ = {};
+  gaps_ = {};
   regression_.curve.Clear();
   extremes_ = {};
   PointsChanged();
@@ -330,13 +343,15 @@ DataState TDataSeries::State() const {
   SettleAutoZero();
   // Who takes over a regression that failed is to hear why.
   const bool regression_stale = regression_.stale || !regression_.failure.empty();
-  return {settings_,       Points(),         regression_.curve, points_.LastId(), extremes_,
-          extremes_stale_, regression_stale, fit_.Settings(),   fit_.Result()};
+  return {settings_,        Points(),     gaps_,           regression_.curve,
+          points_.LastId(), extremes_,    extremes_stale_, regression_stale,
+          fit_.Settings(),  fit_.Result()};
 }
 
 void TDataSeries::SetState(const DataState& state) {
   settings_ = state.settings;
   points_.Assume(state.points, state.id_counter);
+  gaps_ = state.gaps;
   PointsChanged();
   regression_ = {state.regression_curve, state.regression_stale, {}};
   extremes_ = state.extremes;

@@ -47,6 +47,8 @@ class TDataSeries {
   bool DuplicatesAllowed() const { return settings_.DuplicatesAllowed; }
   /// Forbidding duplicates removes every point whose X is within the tolerance of the one before it.
   void SetDuplicatesAllowed(bool value);
+  bool BreakAtGaps() const { return settings_.BreakAtGaps; }
+  void SetBreakAtGaps(bool value);
   tarnwick::RegressionType RegressionType() const { return settings_.regression_type; }
   void SetRegressionType(tarnwick::RegressionType value);
   void SetRegressionSteps(std::int32_t value);
@@ -60,6 +62,11 @@ class TDataSeries {
   // --- points
   const PointChain& Points() const { return points_.Chain(); }
   std::int32_t PointCount() const { return static_cast<std::int32_t>(Points().Size()); }
+  /// The last point id given out.
+  std::int32_t LastId() const { return points_.LastId(); }
+  /// Where the pieces of the points begin, whether lines are broken there or not.
+  const PointGaps& Gaps() const { return gaps_; }
+  void SetGaps(PointGaps gaps);
   /// Places one point by the rules of tolerance and duplicates; answers the new number of points. An undefined X has no
   /// place in the order: such a point is left out without a word. Infinite X are ordered like any other.
   std::int32_t AddPoint(double x, double y);
@@ -113,6 +120,7 @@ class TDataSeries {
   // ZeroValue and BaseLineSlope follow AutoZero when figures are asked for.
   mutable DataSettings settings_;
   PlacedPoints points_;
+  PointGaps gaps_;
   RegressionState regression_;
   mutable Extremes extremes_;
   mutable bool extremes_stale_ = false;

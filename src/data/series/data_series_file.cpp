@@ -2,10 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "data/points/arrival_order.h"
+#include "data/points/point_columns.h"
+#include "data/series/number_run_text.h"
 #include "fit/model/curve_fit_file.h"
 
 namespace tarnwick {
@@ -196,6 +201,13 @@ const Field<S> kFields[] = {
      {"Every row", "Rows", kCheckBox},
      {},
      &Differs<&TDSInfo::AllRows>},
+    {50,
+     "BreakAtGaps",
+     Booleans{[](const S& s) { return s.BreakAtGaps(); },
+              [](S& s, bool v) { s.SetBreakAtGaps(v); }},
+     {"Break the line at gaps", "DataSet", kCheckBox},
+     {},
+     [](const S& s) { return s.BreakAtGaps(); }},
     {53,
      "NamesLine",
      OfSource<&TDSInfo::NamesLine>(),
@@ -238,10 +250,85 @@ const Field<S> kFields[] = {
      {"Lines of the table, 0 is all", "Rows", WholeWithin(0, kMost)},
      {0, kMost},
      &Differs<&TDSInfo::TableLines>},
+    {60,
+     "Run",
+     OfSource<&TDSInfo::Run>(),
+     {"Only run of the table, 0 is all", "Rows", WholeWithin(0, kMost)},
+     {0, kMost},
+     &Differs<&TDSInfo::Run>},
 };
 
+constexpr int kPointOrder = 51, kGaps = 52;
+
+/// The point block has no ids: read again, points get 1, 2, … along the chain. What goes by ids is written in numbers of
+/// arrival, from 1, which is what key 51 makes the ids of.
+void WriteArrivals(SectionWriter& writer, const TDataSeries& series, WithPoints with_points) {
+  const PointChain& points = series.Points();
+  const PointGaps& gaps = series.Gaps();
+  const bool asked = with_points == WithPoints::YesAndOrder || !gaps.Empty();
+  if (with_points == WithPoints::No || points.Empty() || !asked) return;
+  if (!IdsAscend(points)) {
+    const std::vector<std::uint32_t> order = ArrivalOrder(points);
+    const std::vector<std::int32_t> places(order.begin(), order.end());
+    writer.WriteString(kPointOrder, "PointOrder", NumberRunText(places));
+  }
+  if (gaps.Empty()) return;
+  std::vector<std::int32_t> ids = Ids(points);
+  std::ranges::sort(ids);
+  const auto arrivals_before = [&ids](std::int64_t id) {
+    return static_cast<std::int32_t>(std::ranges::lower_bound(ids, id) - ids.begin());
+  };
+  const std::int32_t last = arrivals_before(std::int64_t{gaps.Last()} + 1);
+  std::vector<std::int32_t> numbers = {last};
+  std::int32_t before = 1;
+  for (const std::int32_t begin : gaps.Begins()) {
+    const std::int32_t number = arrivals_before(begin) + 1;
+    if (number <= before || number > last) continue;
+    numbers.push_back(number);
+    before = number;
+  }
+  writer.WriteString(kGaps, "Gaps", NumberRunText(numbers));
+}
+
+struct ArrivalTexts {
+  std::string order, gaps;
+};
+
+std::optional<std::vector<std::uint32_t>> ParseOrder(const std::string& text, std::size_t points) {
+  const std::optional<std::vector<std::int32_t>> places = ParseNumberRun(text, points);
+  if (!places) return std::nullopt;
+  std::vector<std::uint32_t> order;
+  for (const std::int32_t place : *places) order.push_back(static_cast<std::uint32_t>(place));
+  if (!IsOrderOf(order, points)) return std::nullopt;
+  return order;
+}
+
+PointGaps ParseGaps(const std::string& text, std::size_t points) {
+  std::vector<std::int32_t> numbers = ParseNumberRun(text, points).value_or(std::vector<int>{});
+  if (numbers.size() < 2) return {};
+  const std::int32_t last = numbers.front();
+  numbers.erase(numbers.begin());
+  const bool ascend = std::ranges::adjacent_find(numbers, std::greater_equal<>()) == numbers.end();
+  const bool inside = numbers.front() > 1 && numbers.back() <= last;
+  return ascend && inside && std::cmp_less_equal(last, points) ? PointGaps(std::move(numbers), last)
+                                                               : PointGaps();
+}
+
+/// Texts that do not fit `points`, those of the block, are passed over: what they hold is worth less than the points.
+void TakeArrivals(const ArrivalTexts& texts, std::size_t points, TDataSeries& series) {
+  if (points == 0 || series.Points().Size() != points) return;
+  if (!texts.order.empty()) {
+    const std::optional<std::vector<std::uint32_t>> order = ParseOrder(texts.order, points);
+    if (!order) return;
+    DataState state = series.State();
+    state.points = WithOrder(series.Points(), *order);
+    series.SetState(state);
+  }
+  series.SetGaps(ParseGaps(texts.gaps, points));
+}
+
 // The model's sections go between the fields, by their numbers.
-void WriteKeys(SectionWriter& writer, const TDataSeries& series) {
+void WriteKeys(SectionWriter& writer, const TDataSeries& series, WithPoints with_points) {
   constexpr std::array kFitSections = {kModelSection, kRunSection, kTemplateSection};
   const FitSettings fit = series.Fit().Settings();
   auto section = kFitSections.begin();
@@ -251,19 +338,26 @@ void WriteKeys(SectionWriter& writer, const TDataSeries& series) {
     }
     WriteField(writer, field, series);
   }
+  WriteArrivals(writer, series, with_points);
 }
 
-void ReadKeys(SectionReader& reader, TDataSeries& series) {
+ArrivalTexts ReadKeys(SectionReader& reader, TDataSeries& series) {
+  ArrivalTexts arrivals;
   CurveFitReader fit;
   for (int number = reader.ReadKey(); number != 0; number = reader.ReadKey()) {
     if (CurveFitReader::Knows(number)) {
       fit.Take(number, reader);
+    } else if (number == kPointOrder) {
+      arrivals.order = reader.ReadAsString();
+    } else if (number == kGaps) {
+      arrivals.gaps = reader.ReadAsString();
     } else if (!ReadField<TDataSeries>(reader, number, kFields, series)) {
       reader.SkipValue();
     }
   }
   // Not compiled here: a model that cannot be compiled leaves the rest of the file as good as it is.
   series.Fit().SetSettings(fit.Finish(), false);
+  return arrivals;
 }
 
 }  // namespace
@@ -274,7 +368,7 @@ FieldTable<TDataSeries> DataSeriesFields() {
 
 void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoints with_points,
                      const std::function<void()>& after_block) {
-  WriteKeys(writer, series);
+  WriteKeys(writer, series, with_points);
   writer.WriteEndOfSection();
   if (with_points == WithPoints::No) {
     writer.WritePointBlockHeader(0);
@@ -288,10 +382,11 @@ void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoint
 }
 
 void ReadDataSeries(SectionReader& reader, TDataSeries& series) {
-  ReadKeys(reader, series);
+  const ArrivalTexts arrivals = ReadKeys(reader, series);
   // Blocks bound the memory beside the DataSet; their result is that of single points.
   constexpr std::size_t kBlock = 65536;
-  auto left = static_cast<std::size_t>(std::max(0, reader.ReadPointBlockHeader()));
+  const auto points = static_cast<std::size_t>(std::max(0, reader.ReadPointBlockHeader()));
+  std::size_t left = points;
   std::vector<double> x;
   std::vector<double> y;
   while (left > 0) {
@@ -306,6 +401,7 @@ void ReadDataSeries(SectionReader& reader, TDataSeries& series) {
     series.AddPoints(x, y);
     left -= count;
   }
+  TakeArrivals(arrivals, points, series);
 }
 
 }  // namespace tarnwick

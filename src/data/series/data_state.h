@@ -7,6 +7,7 @@
 
 #include "data/ds_info.h"
 #include "data/points/point_chain.h"
+#include "data/points/point_gaps.h"
 #include "data/regression/regression_type.h"
 #include "data/series/extremes.h"
 #include "fit/fit_result.h"
@@ -22,6 +23,7 @@ struct DataSettings {
   double NumericalTolerance = 0;  ///< X distance within which two points are the same abscissa
   bool AutoZero = false;          ///< keep ZeroValue at the smallest stored Y
   bool DuplicatesAllowed = false;
+  bool BreakAtGaps = false;  ///< a line is broken where a piece of the measurement begins
   RegressionType regression_type = RegressionType::None;
   /// The integer control, stored as RegressionControlValue1: steps of the curve (spline, smoother).
   std::int32_t regression_steps = 100;
@@ -35,6 +37,7 @@ struct DataSettings {
 struct DataState {
   DataSettings settings;
   PointChain points;
+  PointGaps gaps;
   PointChain regression_curve;
   std::int32_t id_counter = 0;  ///< the last point id given out
   Extremes extremes;

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 #include "data/pseudo_columns.h"
 #include "data/text/field_value.h"
@@ -31,6 +32,8 @@ class RowReader {
   }
 
   bool AtEnd() const { return at_ == end_; }
+  /// Empty lines since this was asked last.
+  std::int32_t TakeBlanks() { return std::exchange(blanks_, 0); }
 
   /// Reads the line at hand into `row`; false when it is no row.
   bool ReadLine(std::span<double> row) {
@@ -38,7 +41,10 @@ class RowReader {
     const char* const stop = FindLineEnd(at_, end_, layout_.line_end);
     const std::string_view line = LineView(at_, stop);
     at_ = stop == end_ ? end_ : stop + 1;
-    if (!IsDataLine(line, layout_)) return false;
+    if (!IsDataLine(line, layout_)) {
+      if (TrimBlankBytes(line).empty()) ++blanks_;
+      return false;
+    }
     ReadAnyRow(line, row);
     return true;
   }
@@ -159,6 +165,7 @@ class RowReader {
   const char* at_;
   const char* end_;
   bool plain_allowed_ = false;
+  std::int32_t blanks_ = 0;
   std::string buffer_;
 };
 
@@ -240,14 +247,20 @@ void ReadRowBlock(std::string_view lines, const TextLayout& layout,
   block.lines = 0;
   block.storage.resize(requests.size());
   std::vector<double> row(requests.size());
+  block.blanks.clear();
   std::size_t rows = 0;
-  for (RowReader reader(lines, layout, requests); !reader.AtEnd(); ++block.lines) {
+  RowReader reader(lines, layout, requests);
+  for (; !reader.AtEnd(); ++block.lines) {
     if (!reader.ReadLine(row)) continue;
+    if (const std::int32_t blanks = reader.TakeBlanks(); blanks > 0) [[unlikely]] {
+      block.blanks.push_back({static_cast<std::int64_t>(rows), blanks});
+    }
     if (rows % kRowsPerGrowth == 0) GrowTo(rows + kRowsPerGrowth, block);
     for (std::size_t i = 0; i < row.size(); ++i) block.storage[i][rows] = row[i];
     ++rows;
   }
   block.rows = static_cast<std::int64_t>(rows);
+  block.blanks_behind = reader.TakeBlanks();
   block.complete.clear();
   for (std::vector<double>& column : block.storage) {
     block.complete.push_back(SettleNumbers(std::span(column).first(rows), layout.missing) ? 1 : 0);

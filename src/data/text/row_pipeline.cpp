@@ -50,6 +50,7 @@ class BlockReader {
       if (block.text.empty()) continue;  // a line that began before is longer than the block
       block.first_row = 1 + rows_;
       block.first_line = lines_;
+      CarryBlanks(block);
       rows_ += block.rows;
       lines_ += block.lines;
       if (!consume(block)) return;
@@ -90,6 +91,21 @@ class BlockReader {
     }
   }
 
+  /// Empty lines at the end of a block lie before the first row of the next.
+  void CarryBlanks(RowBlock& block) {
+    if (block.rows == 0) {
+      blanks_ += block.blanks_behind;
+      return;
+    }
+    if (blanks_ > 0) {
+      if (block.blanks.empty() || block.blanks.front().row != 0) {
+        block.blanks.insert(block.blanks.begin(), BlankLines{});
+      }
+      block.blanks.front().lines += blanks_;
+    }
+    blanks_ = block.blanks_behind;
+  }
+
   Slot& AwaitNext() {
     std::unique_lock lock(mutex_);
     Slot& slot = slots_[consumed_ % slots_.size()];
@@ -124,6 +140,7 @@ class BlockReader {
   std::size_t consumed_ = 0;
   std::int64_t rows_ = 0;  // of the blocks consumed, and lines
   std::int64_t lines_ = 0;
+  std::int32_t blanks_ = 0;  // behind the rows consumed
   bool stopped_ = false;
   std::exception_ptr failure_;
   std::vector<std::jthread> workers_;  // last: ended before what they use

@@ -59,6 +59,7 @@ std::int32_t TTxtSupplier::ColumnIndex(std::string_view name) {
 
 void TTxtSupplier::FirstRow() {
   row_ = 1;
+  blanks_passed_ = 0;
   at_ = source_->Text().data();
   if (header_rows_ == 0) GoToBody(0);
 }
@@ -84,8 +85,11 @@ bool TTxtSupplier::NextRow() {
   LineWalker walker({at_, static_cast<std::size_t>(end_ - at_)}, layout_.line_end);
   walker.Next();
   ++row_;
+  blanks_passed_ = 0;
   for (at_ = walker.Position(); at_ != end_ && row_ > header_rows_; at_ = walker.Position()) {
-    if (IsDataLine(walker.Next(), layout_)) break;
+    const std::string_view line = walker.Next();
+    if (IsDataLine(line, layout_)) break;
+    if (TrimBlankBytes(line).empty()) ++blanks_passed_;
   }
   return AtEnd();
 }
@@ -96,7 +100,12 @@ void TTxtSupplier::SkipRows(std::int32_t rows) {
     GoToBody(target - header_rows_);
     return;
   }
-  for (; rows > 0 && !AtEnd(); --rows) NextRow();
+  std::int32_t most_blanks = 0;
+  for (; rows > 0 && !AtEnd(); --rows) {
+    NextRow();
+    most_blanks = std::max(most_blanks, blanks_passed_);
+  }
+  blanks_passed_ = most_blanks;
 }
 
 std::int32_t TTxtSupplier::CurrentRow() const {

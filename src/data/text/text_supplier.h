@@ -25,6 +25,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   void SkipRows(std::int32_t rows) override;
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
+  std::int32_t BlankLinesPassed() const override { return blanks_passed_; }
   std::int32_t RowCount() override;
   std::int32_t ColumnIndex(std::string_view name) override;
   const std::vector<std::string>& ColumnNames() override;
@@ -64,6 +65,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::string_view line_;
   std::int64_t row_ = 1;
   std::int32_t header_rows_ = 0;
+  std::int32_t blanks_passed_ = 0;
   std::optional<RowIndex> index_;
   std::optional<std::vector<std::string>> names_;
   std::vector<std::string> units_;

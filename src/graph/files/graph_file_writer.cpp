@@ -75,9 +75,15 @@ class Writer {
       TDataSeries placed;  // with the source told from the file's folder; points are shared
       placed.SetState(series->State());
       placed.Source().RelativeSource = RelativeSourceIn(options_.folder, series->Source());
-      WriteDataSeries(writer, placed, options_.points, [this] { sink_(bytes_); });
+      WriteDataSeries(writer, placed, PointsOf(*series), [this] { sink_(bytes_); });
       sink_(bytes_);
     }
+  }
+
+  WithPoints PointsOf(const TSeries& series) const {
+    const bool asks_for_order = series.Style().line_order != LineOrder::ByX;
+    return options_.points == WithPoints::Yes && asks_for_order ? WithPoints::YesAndOrder
+                                                                : options_.points;
   }
 
   void WriteMarks(std::span<const Mark> marks) {

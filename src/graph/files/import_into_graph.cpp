@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <memory>
+#include <span>
 #include <utility>
+#include <vector>
 
+#include "base/number_text.h"
 #include "graph/axes/calendar_scale.h"
+#include "graph/files/line_suggestion.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -39,15 +43,31 @@ std::unique_ptr<TDataSeries> MakeSeries() {
   return std::make_unique<TSeries>();
 }
 
-ImportTold Told(const ImportResult& result) {
+ImportTold Told(const ImportResult& result, std::span<TSeries* const> all) {
   std::vector<std::string> names;
-  for (const auto& series : result.series) names.push_back(series->SeriesName());
+  for (const TSeries* const series : all) names.push_back(series->SeriesName());
   return TellImport(result.reports, names, result.notes);
+}
+
+/// Lines as the data asks for them, and what there is to tell of it.
+void ShapeLines(std::span<TSeries* const> all, std::vector<std::string>& notes) {
+  std::vector<LineSuggestion> suggestions;
+  std::size_t gaps = 0;
+  for (TSeries* const series : all) {
+    suggestions.push_back(SuggestLineOrder(*series));
+    if (suggestions.back() != LineSuggestion::ByX)
+      series->SetStyle(FollowSuggestion(series->Style(), suggestions.back()));
+    gaps = std::max(gaps, series->Gaps().Begins().size());
+    series->SetBreakAtGaps(!series->Gaps().Empty());
+  }
+  std::string told = TellSuggestions(suggestions);
+  if (!told.empty()) notes.push_back(std::move(told));
+  if (gaps != 0)
+    notes.push_back("lines are broken at " + Counted(static_cast<std::int64_t>(gaps), "gap"));
 }
 
 ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
   if (result.cancelled) return {std::move(result.reports), {}};
-  ImportTold told = Told(result);
   graph.BeginUpdate();
   if (result.x_is_date) {
     MakeTimeAxis(graph.Axis(AxisId::X), RangeOf(result, &Extremes::x_min, &Extremes::x_max));
@@ -55,11 +75,15 @@ ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
   if (result.y_is_date) {
     MakeTimeAxis(graph.Axis(AxisId::Y), RangeOf(result, &Extremes::y_min, &Extremes::y_max));
   }
+  std::vector<TSeries*> added;
   for (auto& series : result.series) {
     // MakeSeries made nothing but TSeries.
-    graph.AddSeries(std::unique_ptr<TSeries>(static_cast<TSeries*>(series.release())));
+    added.push_back(
+        &graph.AddSeries(std::unique_ptr<TSeries>(static_cast<TSeries*>(series.release()))));
   }
+  ShapeLines(added, result.notes);
   graph.EndUpdate();
+  ImportTold told = Told(result, added);
   return {std::move(result.reports), std::move(told)};
 }
 

@@ -220,8 +220,8 @@ void ChooseStyles(TxyGraph& graph) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     TSeries& series = graph.Series(i);
     SeriesStyle style = series.Style();
-    style.connect_points = true;
-    style.show_symbols = series.PointCount() <= kDensePoints && points <= kMostSymbols;
+    const bool few = series.PointCount() <= kDensePoints && points <= kMostSymbols;
+    style.show_symbols = !style.connect_points || few;
     if (series.PointCount() > kSparsePoints) style.symbol_size = kSmallSymbol;
     style.line_style = style.show_symbols ? LineStyle::Solid : StyleOfRound(i);
     style.line_width = !style.show_symbols && series.PointCount() <= kBroadPoints ? 2 : 1;

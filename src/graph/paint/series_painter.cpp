@@ -17,6 +17,7 @@
 #include "graph/raster/raster_surface.h"
 #include "graph/raster/raster_tile.h"
 #include "graph/series.h"
+#include "graph/thinning/arrival_thinning.h"
 #include "graph/thinning/symbol_cells.h"
 #include "graph/thinning/thinning.h"
 
@@ -81,10 +82,17 @@ double Crisp(double pixel, double width) {
   return std::lround(width) % 2 == 1 ? std::floor(pixel) + 0.5 : std::round(pixel);
 }
 
-void PaintLine(DeviceSpace& space, const PointChain& points, const ThinningView& view,
-               const CurvePen& pen, const SeriesFrame& frame) {
-  DrawCurve(space.Painter(), ThinLine(points, view), pen, space.Map(frame.clip),
+void PaintLine(DeviceSpace& space, const ThinnedLine& line, const CurvePen& pen,
+               const SeriesFrame& frame) {
+  DrawCurve(space.Painter(), line, pen, space.Map(frame.clip),
             space.Raster() ? DenseLine::Bars : DenseLine::Polyline, space.Surface());
+}
+
+ThinnedLine ThinnedLineOf(const TSeries& series, const ThinningView& view) {
+  const LinePath* const path = series.Path();
+  if (path == nullptr) return ThinLine(series.Points(), view);
+  return path->arrivals != nullptr ? ThinArrivals(*path->arrivals, view)
+                                   : ThinLine(series.Points(), view, path->breaks);
 }
 
 struct Bounds {
@@ -136,7 +144,7 @@ void PaintRegression(DeviceSpace& space, const TSeries& series, const SeriesFram
       HasRegressionCurve(series.RegressionType()) ? series.Regression().curve : series.Points();
   const SeriesStyle& style = series.Style();
   const double width = std::clamp(style.line_width, 1, 200) * space.Scale();
-  PaintLine(space, points, view,
+  PaintLine(space, ThinLine(points, view),
             {ToQt(style.regression_line_color), width, style.regression_line_style}, frame);
 }
 
@@ -317,7 +325,7 @@ void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& fr
   if (style.connect_points) {
     CurvePen pen = LinePenOf(style, space.Scale());
     if (pen.style == LineStyle::Solid) pen.style = frame.solid_line;
-    PaintLine(space, series.Points(), ViewOf(space, series, frame), pen, frame);
+    PaintLine(space, ThinnedLineOf(series, ViewOf(space, series, frame)), pen, frame);
   }
   if (style.show_symbols) PaintSymbols(space, series, frame);
 }
@@ -328,7 +336,8 @@ void PaintModelCurve(QPainter& painter, const TSeries& series, const SeriesFrame
   ThinningView view = ViewOf(space, series, frame);
   // The model was fitted to what is drawn: Y less the base line.
   view.zero_value = view.base_line_slope = 0;
-  PaintLine(space, series.Curve().Points(), view, ModelPenOf(series, space.Scale()), frame);
+  PaintLine(space, ThinLine(series.Curve().Points(), view), ModelPenOf(series, space.Scale()),
+            frame);
 }
 
 void PaintModelCurveSample(QPainter& painter, const QRectF& rect, const TSeries& series) {

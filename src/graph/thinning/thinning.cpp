@@ -68,6 +68,10 @@ class CellBuilder {
     ++pieces_;
   }
 
+  int Column() const { return column_; }
+  /// True when no more gaps in the column will be told apart.
+  bool ColumnIsFull() const { return pieces_ >= kPiecesOfColumn; }
+
   void NoteEndOf(const ChunkView& chunk) {
     const double y = values_.At(chunk, chunk.x.size() - 1);
     if (values_.HasPlace(y)) SetLast(chunk.x.back(), y);
@@ -132,14 +136,21 @@ IndexRange SeenPoints(const PointChain& points, const ThinningView& view) {
   return range;
 }
 
+using Breaks = std::span<const std::size_t>;
+
 void KeepEveryPoint(const PointChain& points, IndexRange range, const ValueScan& values,
-                    LineAssembler& out) {
+                    Breaks breaks, LineAssembler& out) {
   bool joined = false;
+  auto next_break = std::ranges::lower_bound(breaks, range.begin);
   for (std::size_t index = range.begin; index < range.end;) {
     const ChunkView chunk = points.Chunk(points.ChunkOfIndex(index));
     const std::size_t end = std::min(chunk.x.size(), range.end - chunk.first_index);
     for (std::size_t i = index - chunk.first_index; i < end; ++i) {
       const double y = values.At(chunk, i);
+      if (next_break != breaks.end() && *next_break == chunk.first_index + i) {
+        joined = false;
+        ++next_break;
+      }
       if (values.HasPlace(y)) out.AddVertex(chunk.x[i], y, joined);
       joined = values.HasPlace(y);
     }
@@ -199,7 +210,6 @@ class ColumnWalk {
       TakeUpTo(column > view_.last_column ? std::numeric_limits<double>::infinity()
                                           : view_.x.ValueAt(column + 1));
     }
-    out_.Flush();
   }
 
  private:
@@ -302,7 +312,29 @@ class ColumnWalk {
   bool more_ = false;
 };
 
-ThinnedLine Thinned(const PointChain& points, const ThinningView& view) {
+// Piece by piece; of a column with many pieces the last end alone is told.
+void WalkPieces(const PointChain& points, IndexRange range, const ThinningView& view, Breaks breaks,
+                CellBuilder& cells) {
+  for (auto next = std::ranges::upper_bound(breaks, range.begin);;) {
+    const bool last = next == breaks.end() || *next >= range.end;
+    const std::size_t end = last ? range.end : *next;
+    ColumnWalk(points, {range.begin, end}, view, cells).Run();
+    if (last) break;
+    cells.AddGap();
+    range.begin = end;
+    ++next;
+    if (!cells.ColumnIsFull()) continue;
+    if (cells.Column() > view.last_column) {
+      next = breaks.end();
+    } else {
+      const std::size_t behind = points.LowerBound(view.x.ValueAt(cells.Column() + 1));
+      next = std::lower_bound(next, breaks.end(), behind);
+    }
+  }
+  cells.Flush();
+}
+
+ThinnedLine Thinned(const PointChain& points, const ThinningView& view, Breaks breaks) {
   ThinnedLine line;
   if (points.Empty() || view.last_column < view.first_column || !view.x.Usable() ||
       !view.y.Usable() || !view.x.Rising()) {
@@ -312,12 +344,12 @@ ThinnedLine Thinned(const PointChain& points, const ThinningView& view) {
   const IndexRange range = SeenPoints(points, view);
   const double columns = view.last_column - view.first_column + 1;
   if (static_cast<double>(range.end - range.begin) < kDensePointsPerColumn * columns) {
-    KeepEveryPoint(points, range, ValueScan(view), assembler);
+    KeepEveryPoint(points, range, ValueScan(view), breaks, assembler);
     return line;
   }
   line.columns.reserve(static_cast<std::size_t>(columns) + 2);
   CellBuilder cells(assembler, view);
-  ColumnWalk(points, range, view, cells).Run();
+  WalkPieces(points, range, view, breaks, cells);
   assembler.Finish();
   return line;
 }
@@ -325,18 +357,20 @@ ThinnedLine Thinned(const PointChain& points, const ThinningView& view) {
 #if defined(__x86_64__)
 // The same for processors that have these instructions, all in one piece: it takes about half the time.
 [[gnu::target("avx2"), gnu::flatten]] ThinnedLine ThinnedByAvx2(const PointChain& points,
-                                                                const ThinningView& view) {
-  return Thinned(points, view);
+                                                                const ThinningView& view,
+                                                                Breaks breaks) {
+  return Thinned(points, view, breaks);
 }
 #endif
 
 }  // namespace
 
-ThinnedLine ThinLine(const PointChain& points, const ThinningView& view) {
+ThinnedLine ThinLine(const PointChain& points, const ThinningView& view,
+                     std::span<const std::size_t> breaks) {
 #if defined(__x86_64__)
-  if (__builtin_cpu_supports("avx2")) return ThinnedByAvx2(points, view);
+  if (__builtin_cpu_supports("avx2")) return ThinnedByAvx2(points, view, breaks);
 #endif
-  return Thinned(points, view);
+  return Thinned(points, view, breaks);
 }
 
 }  // namespace tarnwick

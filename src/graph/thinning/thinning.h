@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "base/double_pair.h"
@@ -109,7 +110,9 @@ struct ThinnedLine {
 };
 
 /// The line as far as it is seen, with the neighbours just outside the view. Points that have no place (NaN, or not above 0 on
-/// a logarithmic axis) break it. Where there are fewer than two points a column every point is kept.
-ThinnedLine ThinLine(const PointChain& points, const ThinningView& view);
+/// a logarithmic axis) break it, and so does the way to each of the points `breaks`, given by ascending indices. Where there are
+/// fewer than two points a column every point is kept.
+ThinnedLine ThinLine(const PointChain& points, const ThinningView& view,
+                     std::span<const std::size_t> breaks = {});
 
 }  // namespace tarnwick

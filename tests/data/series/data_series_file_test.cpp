@@ -1,6 +1,8 @@
 #include "data/series/data_series_file.h"
+#include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -77,6 +79,73 @@ TEST(DataSeriesFile, ComesBackAsItWas) {
       EXPECT_EQ(XValues(read.Points()),
                 with_points == WithPoints::Yes ? XValues(series.Points()) : std::vector<double>{});
     }
+  }
+}
+
+// What the points are by the order in which they came: "x:piece" for each.
+std::string Arrivals(const TDataSeries& series) {
+  std::string text;
+  std::int32_t before = 0;
+  for (const std::uint32_t index : ArrivalOrder(series.Points())) {
+    const Point point = series.Points().At(index);
+    if (before != 0) text += series.Gaps().Between(before, point.id) ? " | " : " ";
+    text += std::to_string(static_cast<int>(point.x));
+    before = point.id;
+  }
+  return text;
+}
+
+TEST(DataSeriesFile, KeepsTheOrderInWhichPointsCameWhereItIsNeeded) {
+  TDataSeries series;
+  for (const double x : {1, 5, 9, 7, 4, 2}) series.AddPoint(x, x);
+  series.DeletePoint(2);
+  const auto written = [&](WithPoints points) { return Written(series, points, WriterMode::Text); };
+  EXPECT_THAT(written(WithPoints::Yes), testing::Not(HasSubstr("PointOrder")));
+  TDataSeries read;
+  Read(written(WithPoints::YesAndOrder), read);
+  EXPECT_EQ(Arrivals(read), "1 9 7 4 2");
+  series.SetGaps(PointGaps({4, 6}, series.LastId()));
+  series.SetBreakAtGaps(true);
+  // What is edited behind a gap leaves it where it is; what is put in by hand belongs to both sides.
+  series.DeletePoint(4);
+  series.AddPoint(8, 0);
+  series.ShiftX(1);
+  EXPECT_EQ(Arrivals(series), "2 10 | 5 | 3 9");
+  TDataSeries pieces;
+  Read(written(WithPoints::Yes), pieces);
+  EXPECT_EQ(Arrivals(pieces), "2 10 | 5 | 3 9");
+  EXPECT_EQ(XValues(pieces.Points()), XValues(series.Points()));
+  EXPECT_TRUE(pieces.BreakAtGaps());
+  EXPECT_THAT(written(WithPoints::No), testing::Not(HasSubstr("Gaps52")));
+}
+
+// The points are worth more than their order: what does not fit them is passed over.
+TEST(DataSeriesFile, DamagedOrderAndGapsLeaveThePointsAsTheyStand) {
+  const struct {
+    const char *order, *gaps, *expected;
+  } kCases[] = {
+      {"EDD", "GD", "3 | 2 1"},  // 2, 1, 0, and the second of three begins a piece: nothing wrong
+      {"AA", "", "1 2 3"},       // too few
+      {"AAA", "", "1 2 3"},      // one place three times
+      {"ADC", "", "1 2 3"},      // below 0
+      {"ACCC", "", "1 2 3"},     // too many
+      {"A!C", "GC", "1 2 3"},    // no digit; gaps stand in the order's numbers
+      {"gggggggggggggggA", "", "1 2 3"},
+      {"", "IB", "1 2 3"},   // a last beyond the points
+      {"", "GGA", "1 2 3"},  // 3, 6, 6
+      {"", "GDD", "1 2 3"},  // 3, 2, 1
+  };
+  for (const auto& row : kCases) {
+    std::string bytes;
+    SectionWriter writer(bytes);
+    writer.WriteString(51, "PointOrder", row.order);
+    writer.WriteString(52, "Gaps", row.gaps);
+    writer.WriteEndOfSection();
+    writer.WritePointBlockHeader(3);
+    for (const double x : {1.0, 2.0, 3.0}) writer.WritePoint(x, x);
+    TDataSeries read;
+    Read(bytes, read);
+    EXPECT_EQ(Arrivals(read), row.expected) << row.order << ' ' << row.gaps;
   }
 }
 

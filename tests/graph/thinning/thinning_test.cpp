@@ -1,4 +1,5 @@
 #include "graph/thinning/thinning.h"
+#include "graph/thinning/arrival_thinning.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "data/points/arrival_order.h"
 #include "data/series/data_series.h"
 
 namespace tarnwick {
@@ -212,22 +214,31 @@ TEST(ThinLine, GivesWhatGroupingByColumnsGives) {
   }
 }
 
-// An undefined value between two plateaus: nothing may join them, whether its column is drawn point by point or by extremes.
+// An undefined value between two plateaus, or the beginning of a piece: nothing may join them, whether its column is drawn point
+// by point or by extremes, along the chain or as the points came.
 TEST(ThinLine, GapsBreakTheLine) {
   for (const std::size_t points : {11, 10'001, 1'000'001}) {
-    Line data;
-    for (std::size_t i = 0; i < points; ++i) {
-      data.x.push_back(static_cast<double>(i));
-      data.y.push_back(i == points / 2 ? kNan : i < points / 2 ? 1 : -1);
+    for (const bool undefined : {true, false}) {
+      SCOPED_TRACE(testing::Message() << points << (undefined ? " undefined" : " pieces"));
+      Line data;
+      for (std::size_t i = 0; i < points; ++i) {
+        data.x.push_back(static_cast<double>(i));
+        data.y.push_back(undefined && i == points / 2 ? kNan : i < points / 2 ? 1 : -1);
+      }
+      TDataSeries series;
+      series.AddPoints(data.x, data.y);
+      const auto half = static_cast<std::int32_t>(points / 2 + 1);
+      if (!undefined) series.SetGaps(PointGaps({half}, series.LastId()));
+      const PointChain& chain = series.Points();
+      const ThinningView view =
+          View(Scale(0, static_cast<double>(points), false, PixelDirection::Rightward, kColumns),
+               Scale(-4, 4, false, PixelDirection::Upward, kRows));
+      for (const ThinnedLine& line : {ThinLine(chain, view, BreaksAlongChain(chain, series.Gaps())),
+                                      ThinArrivals(ArrivalLine(chain, series.Gaps()), view)}) {
+        ASSERT_EQ(line.parts.size(), 2u);
+        for (const PixelColumn& column : line.columns) EXPECT_EQ(column.top, column.bottom);
+      }
     }
-    TDataSeries series;
-    series.AddPoints(data.x, data.y);
-    const ThinnedLine line = ThinLine(
-        series.Points(),
-        View(Scale(0, static_cast<double>(points), false, PixelDirection::Rightward, kColumns),
-             Scale(-4, 4, false, PixelDirection::Upward, kRows)));
-    ASSERT_EQ(line.parts.size(), 2u) << points;
-    for (const PixelColumn& column : line.columns) EXPECT_EQ(column.top, column.bottom);
   }
 }
 

@@ -1,0 +1,64 @@
+#include "data/import/piece_finder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+constexpr std::int32_t kBlanksOfRun = 2;
+constexpr double kEven = 0.15;     // steps differ by no more than this share: months are even
+constexpr double kMostEven = 0.9;  // of the steps
+constexpr double kLong = 1.5;      // times the usual step is a gap
+
+}  // namespace
+
+void PieceFinder::PassBlankLines(std::int32_t lines) {
+  blanks_ = std::max(blanks_, lines);
+}
+
+bool PieceFinder::StartsAnew(double x) const {
+  return std::abs(x - first_x_) < std::abs(x - last_x_);
+}
+
+void PieceFinder::SeeRow(double x) {
+  const std::int32_t blanks = std::exchange(blanks_, 0);
+  const bool runs_on = begun_ && blanks < kBlanksOfRun && (blanks == 0 || !StartsAnew(x));
+  if (begun_ && !runs_on) ++run_;
+  if (!runs_on) first_x_ = x;
+  gap_ = gap_ || blanks > 0;
+  last_x_ = x;
+  begun_ = true;
+}
+
+void PieceFinder::TakePoint(std::int64_t point) {
+  if ((gap_ || skipped_) && point > 0) beginnings_.push_back({point, gap_});
+  gap_ = skipped_ = false;
+}
+
+std::vector<std::size_t> GapsInEvenSteps(std::span<const double> x,
+                                         std::span<const std::size_t> begins,
+                                         std::span<const std::size_t> certain) {
+  std::vector<double> steps;
+  for (std::size_t i = 1; i < x.size(); ++i) {
+    const double step = std::abs(x[i] - x[i - 1]);
+    if (step > 0 && !std::ranges::binary_search(begins, i) &&
+        !std::ranges::binary_search(certain, i)) {
+      steps.push_back(step);
+    }
+  }
+  if (steps.empty()) return {};
+  const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
+  std::ranges::nth_element(steps, middle);
+  const double usual = *middle;
+  const auto even = std::ranges::count_if(
+      steps, [usual](double step) { return std::abs(step - usual) <= kEven * usual; });
+  if (static_cast<double>(even) < kMostEven * static_cast<double>(steps.size())) return {};
+  std::vector<std::size_t> gaps;
+  std::ranges::copy_if(begins, std::back_inserter(gaps),
+                       [&](std::size_t at) { return std::abs(x[at] - x[at - 1]) > kLong * usual; });
+  return gaps;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,131 @@
+#include "graph/thinning/arrival_thinning.h"
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "data/series/data_series.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kColumns = 400, kRows = 300;
+
+struct Way {
+  const char* kind;
+  std::size_t points;
+  double from, to;  // part of the X range seen
+  double log = 0, slope = 0;
+};
+
+void AddWay(const Way& way, TDataSeries& series) {
+  std::mt19937_64 random(way.points);
+  std::normal_distribution<double> normal(0, 1);
+  std::uniform_real_distribution<double> uniform(0, 1);
+  std::vector<double> x, y;
+  for (std::size_t i = 0; i < way.points; ++i) {
+    const double turn = 9.0 * static_cast<double>(i) / static_cast<double>(way.points);
+    const std::string kind = way.kind;
+    x.push_back(kind == "scribble" ? uniform(random) : 0.5 + 0.5 * std::cos(turn));
+    if (kind == "noisy") x.back() += 0.004 * normal(random);
+    y.push_back(2 * std::sin(turn) + 2.5 + 0.2 * normal(random));
+    if (kind == "holes" && i % 701 < 3) y.back() = std::nan("");
+  }
+  series.SetDuplicatesAllowed(true);
+  series.AddPoints(x, y);
+}
+
+AxisScale Scale(double min, double max, bool log, PixelDirection direction, double pixels) {
+  const double extent = log ? std::log(max) - std::log(min) : max - min;
+  return {min, max, pixels / extent, 0, log, direction};
+}
+
+// The rows that a line covers in each column, by walking along it in steps of a fraction of a pixel.
+class Covered {
+ public:
+  Covered() : low_(kColumns, 1e9), high_(kColumns, -1e9) {}
+  void Join(PixelPoint from, PixelPoint to) {
+    const double length = std::hypot(to.x - from.x, to.y - from.y);
+    const int steps = static_cast<int>(std::min(1e5, 4 * length)) + 1;
+    for (int i = 0; i <= steps; ++i) {
+      const double share = static_cast<double>(i) / steps;
+      Take(std::floor(from.x + share * (to.x - from.x)), from.y + share * (to.y - from.y));
+    }
+  }
+  void Take(double column, double y) {
+    if (!(column >= 0 && column < kColumns)) return;
+    const auto at = static_cast<std::size_t>(column);
+    low_[at] = std::min(low_[at], y);
+    high_[at] = std::max(high_[at], y);
+  }
+  double Low(int column) const { return low_[static_cast<std::size_t>(column)]; }
+  double High(int column) const { return high_[static_cast<std::size_t>(column)]; }
+
+ private:
+  std::vector<double> low_, high_;
+};
+
+void Draw(const ThinnedLine& line, Covered& covered) {
+  for (const LinePart& part : line.parts) {
+    for (std::size_t i = part.begin; i < part.end; ++i) {
+      const bool first = i == part.begin;
+      if (part.kind == LinePart::Kind::Polyline) {
+        covered.Join(line.points[first ? i : i - 1], line.points[i]);
+        continue;
+      }
+      const PixelColumn& column = line.columns[i];
+      covered.Take(column.column, column.top);
+      covered.Take(column.column, column.bottom);
+      if (first) continue;
+      EXPECT_EQ(line.columns[i - 1].column + 1, column.column);
+      covered.Join(line.columns[i - 1].last, column.first);
+    }
+  }
+}
+
+// The line covers in every column what it covers without thinning: no excursion is lost, none invented.
+TEST(ThinArrivals, CoversWhatEveryPointCovers) {
+  const Way kWays[] = {
+      {"loop", 300'000, 0, 1},      {"loop", 300'000, 0.2, 0.3},     {"loop", 900, 0, 1},
+      {"loop", 100'000, 0.01, 1, 1}, {"loop", 20'000, 0, 1, 0, 0.5}, {"noisy", 100'000, 0, 1},
+      {"scribble", 5'000, 0.4, 0.6}, {"holes", 200'000, 0, 1},
+  };
+  for (const Way& way : kWays) {
+    SCOPED_TRACE(testing::Message() << way.kind << ' ' << way.points << ' ' << way.from);
+    TDataSeries series;
+    AddWay(way, series);
+    const ThinningView view = {
+        .x = {Scale(way.from, way.to, way.log != 0, PixelDirection::Rightward, kColumns), 1, 0},
+        .y = {Scale(0.1, 5, way.log != 0, PixelDirection::Upward, kRows), 1, 0},
+        .base_line_slope = way.slope,
+        .first_column = 0,
+        .last_column = kColumns - 1};
+    const ArrivalLine line(series.Points(), {});
+    Covered expected, drawn;
+    for (std::size_t i = 1; i < line.X().size(); ++i) {
+      const auto place = [&](std::size_t at) {
+        return PixelPoint{view.x.At(line.X()[at]),
+                          view.y.At(line.Y()[at] - way.slope * line.X()[at])};
+      };
+      if (!std::isnan(place(i).y) && !std::isnan(place(i - 1).y)) {
+        expected.Join(place(i - 1), place(i));
+      }
+    }
+    const ThinnedLine thinned = ThinArrivals(line, view);
+    Draw(thinned, drawn);
+    for (int column = 0; column < kColumns; ++column) {
+      ASSERT_NEAR(drawn.Low(column), expected.Low(column), 1) << column;
+      ASSERT_NEAR(drawn.High(column), expected.High(column), 1) << column;
+    }
+    if (way.points > 10'000 && std::string(way.kind) != "noisy") {
+      EXPECT_LT(thinned.points.size() + thinned.columns.size(), 20 * kColumns);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
