@@ -10,6 +10,7 @@
 #include "data/import/import_source.h"
 #include "data/import/whole_data.h"
 #include "data/packed/unpack.h"
+#include "data/import/split_runs.h"
 
 namespace tarnwick {
 namespace {
@@ -123,6 +124,7 @@ ImportResult LoadColumns(ImportSource source, const ImportOptions& options, cons
   result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
   result.cancelled = result.reports.front().cancelled;
   RequirePoints(result, options, source.supplier->Describe());
+  if (!options.row_choice && !options.every) SplitRuns(result, *source.supplier, load, make);
   return result;
 }
 

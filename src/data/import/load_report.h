@@ -24,7 +24,7 @@ struct LoadReport {
       0;  ///< line (record) of the first skipped row from 1; 0 when none was skipped
   SkipReason first_reason = SkipReason::XMissing;
   std::int32_t runs =
-      1;  ///< what empty lines cut the rows into (RunCounter), up to the last row read
+      1;  ///< what empty lines cut the rows into (PieceFinder), up to the last row read
   std::int32_t sampled_every = 1;  ///< the sampling frequency used
   std::string found_at;  ///< where the source lies that is no longer at its place; empty otherwise
 

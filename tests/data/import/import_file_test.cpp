@@ -47,6 +47,35 @@ TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {
   EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 3}));
 }
 
+TEST(ImportFile, MakesADataSetOfEveryRun) {
+  const TemporaryFolder folder;
+  std::string text = "x,a,b\n";
+  for (int run = 0; run < 3; ++run) {
+    for (int i = 0; i < 4; ++i) text += std::to_string(i) + "," + std::to_string(run) + ",5\n";
+    text += "\n\n";
+  }
+  const ImportResult result = ImportFile(folder.Write("t.csv", text));
+  std::vector<TDataSeries*> all;
+  std::string names;
+  for (const auto& series : result.series) {
+    all.push_back(series.get());
+    names += series->SeriesName() + "; ";
+  }
+  EXPECT_EQ(names, "a; a, run 2; a, run 3; b; b, run 2; b, run 3; ");
+  ASSERT_EQ(result.notes.size(), 1u);
+  all[1]->Clear();
+  RefreshAll(all);
+  EXPECT_EQ(YValues(all[1]->Points()), std::vector<double>(4, 1));
+  EXPECT_TRUE(all[1]->Gaps().Empty());
+
+  for (int run = 3; run < 60; ++run) text += "0,1,2\n1,1,2\n\n\n";
+  const ImportResult whole = ImportFile(folder.Write("many.csv", text));
+  ASSERT_EQ(whole.series.size(), 2u);
+  ImportOptions own;
+  own.every = 1;
+  EXPECT_EQ(ImportFile(folder.Write("t.csv", text), own).series.size(), 2u);
+}
+
 TEST(ImportFile, ReadsUnformattedFiles) {
   const TemporaryFolder folder;
   std::string bytes = " t , v\n@UNFORMATTED\n";

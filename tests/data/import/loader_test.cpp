@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "base/error.h"
+#include "base/number_text.h"
+#include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
 #include "support/cancelling_progress.h"
 #include "support/temporary_folder.h"
@@ -183,6 +185,41 @@ TEST(Loader, ShowsProgressOfASharedPassOnlyWhenLarge) {
   }
 }
 
+TEST(Loader, FindsWhereAMeasurementHasGaps) {
+  const struct {
+    const char *rows, *pieces;
+    int runs;
+  } kCases[] = {
+      {"1,1;2,2;;3,3;4,4", "1 2 | 3 4", 1},
+      {";;1,1;# remark;2,2;;", "1 2", 1},
+      {"1,1;2,2;;;3,3;4,4", "1 2 | 3 4", 2},
+      {"1,1;2,2;3,3;;1.5,1;2.5,2", "1 2 3 | 1.5 2.5", 2},  // X starts anew
+      {"3,1;2,2;1,3;;0.5,1;0,2", "3 2 1 | 0.5 0", 1},
+      {"1,1;;2,2;;3,3;;4,4;", "1 2 3 4", 1},  // an empty line behind every row
+      {"1,1;2,2;3,;4,4;5,5", "1 2 | 4 5", 1},
+      {"1,1;2,2;5,none;7,4;20,5;21,6", "1 2 7 20 21", 1},     // uneven steps
+      {"1,1;2,;3,;4,4;5,;6,;7,7;8,;9,;10,1", "1 4 7 10", 1},  // a column filled now and then
+      {"1,1;2,2;,;4,4;5,5;6,6;;7,7", "1 2 | 4 5 6 | 7", 1},
+  };
+  for (const auto& row : kCases) {
+    std::string text = "x,y\n" + std::string(row.rows) + "\n";
+    std::ranges::replace(text, ';', '\n');
+    TDSInfo info = EveryRow();
+    info.MergeSeparators = false;
+    const auto series = SeriesOf(info);
+    EXPECT_EQ(LoadDataSet(*series, *SupplierOf(info, text)).runs, row.runs) << row.rows;
+    std::string pieces;
+    std::int32_t before = 0;
+    for (const std::uint32_t index : ArrivalOrder(series->Points())) {
+      const Point point = series->Points().At(index);
+      if (before != 0) pieces += series->Gaps().Between(before, point.id) ? " | " : " ";
+      pieces += GeneralText(point.x);
+      before = point.id;
+    }
+    EXPECT_EQ(pieces, row.pieces) << row.rows;
+  }
+}
+
 /// A table that is hard to read: gaps, words, dates, blanks, comments, markers, lines of every length.
 std::string RandomTable(std::mt19937& random, const std::string& line_end) {
   const char* const fields[] = {"1",   "-2.5",    "3e5",  "4,5",        "",     " 6 ",
@@ -224,6 +261,7 @@ TDSInfo RandomInfo(std::mt19937& random) {
   info.RowChoiceValue2 = static_cast<double>(random() % 300);
   info.RowSamplingFrequency = random() % 3 == 0 ? 1 + static_cast<int>(random() % 20) : 1;
   info.AutoRowHitFreq = random() % 6 == 0;
+  info.Run = random() % 8 == 0 ? 1 + static_cast<int>(random() % 3) : 0;
   return info;
 }
 
@@ -232,6 +270,8 @@ void ExpectSame(const TDataSeries& a, const LoadReport& ra, const TDataSeries& b
   EXPECT_EQ(XValues(a.Points()), XValues(b.Points())) << what;
   EXPECT_EQ(YValues(a.Points()), YValues(b.Points())) << what;
   EXPECT_EQ(Ids(a.Points()), Ids(b.Points())) << what;
+  EXPECT_TRUE(a.Gaps() == b.Gaps()) << what;
+  EXPECT_EQ(ra.runs, rb.runs) << what;
   EXPECT_EQ(a.Source(), b.Source()) << what;
   EXPECT_EQ(ra.Message(), rb.Message()) << what;
   EXPECT_EQ(ra.rows_read, rb.rows_read) << what;
@@ -239,7 +279,7 @@ void ExpectSame(const TDataSeries& a, const LoadReport& ra, const TDataSeries& b
 
 TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
   std::mt19937 random(20240105);
-  std::size_t points = 0;
+  std::size_t points = 0, gaps = 0;
   for (int round = 0; round < 600; ++round) {
     const char* const line_ends[] = {"\n", "\r\n", "\r"};
     const TDSInfo info = RandomInfo(random);
@@ -261,8 +301,10 @@ TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
     ExpectSame(*reference, expected, *blocks, got, what);
     ExpectSame(*reference, expected, *shared, both[0], what + ", shared");
     points += reference->Points().Size();
+    gaps += reference->Gaps().Begins().size();
   }
   EXPECT_GT(points, 3000u);
+  EXPECT_GT(gaps, 300u);
 }
 
 TEST(Loader, ThreadsGiveTheSamePointsInTheSameOrder) {

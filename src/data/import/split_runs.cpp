@@ -1,0 +1,64 @@
+#include "data/import/split_runs.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kFewestPointsOfRun =
+    2;  // in the mean: less is a table with an empty line behind every row
+
+/// What takes one run of what `whole` holds, and always every row of it: where rows are left out, nobody sees where runs begin.
+std::unique_ptr<TDataSeries> RunOf(const TDataSeries& whole, std::int32_t run,
+                                   const SeriesFactory& make) {
+  std::unique_ptr<TDataSeries> series = make();
+  DataState state = series->State();
+  state.settings = whole.Settings();
+  state.settings.source.Run = run;
+  state.settings.source.AutoRowHitFreq = false;
+  state.settings.source.RowSamplingFrequency = 1;
+  series->SetState(state);
+  if (run > 1) series->SetSeriesName(whole.SeriesName() + ", run " + std::to_string(run));
+  return series;
+}
+
+std::size_t RunsToSplit(const ImportResult& result) {
+  std::int32_t runs = 1;
+  std::int64_t fewest = 0;
+  for (const LoadReport& report : result.reports) {
+    runs = std::max(runs, report.runs);
+    const std::int64_t points = report.points + report.replaced;
+    fewest = fewest == 0 ? points : std::min(fewest, points);
+  }
+  const auto count = static_cast<std::size_t>(runs);
+  const bool worth = std::cmp_greater_equal(fewest, count * kFewestPointsOfRun);
+  const bool few = count <= kMostRuns && count * result.series.size() <= kMostRunDataSets;
+  return worth && few ? count : 1;
+}
+
+}  // namespace
+
+void SplitRuns(ImportResult& result, TDataSupplier& supplier, const LoadOptions& load,
+               const SeriesFactory& make) {
+  const std::size_t runs = result.cancelled ? 1 : RunsToSplit(result);
+  if (runs < 2) return;
+  std::vector<std::unique_ptr<TDataSeries>> split;
+  std::vector<TDataSeries*> all;
+  for (const auto& whole : result.series) {
+    for (std::size_t run = 1; run <= runs; ++run) {
+      split.push_back(RunOf(*whole, static_cast<std::int32_t>(run), make));
+      all.push_back(split.back().get());
+    }
+  }
+  result.reports = LoadShared(all, supplier, load);
+  result.series = std::move(split);
+  result.cancelled = result.reports.front().cancelled;
+  for (TDataSeries* const series : all) {
+    if (series->Source().DataSource == DataSourceKind::Manual) series->Source().Run = 0;
+  }
+  result.notes.push_back("the file holds " + std::to_string(runs) +
+                         " runs parted by empty lines, each is a DataSet of its own");
+}
+
+}  // namespace tarnwick

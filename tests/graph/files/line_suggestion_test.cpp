@@ -1,0 +1,43 @@
+#include "graph/files/line_suggestion.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <random>
+
+namespace tarnwick {
+namespace {
+
+TEST(LineSuggestion, JoinsAsXGoes) {
+  std::mt19937_64 random(3);
+  std::uniform_real_distribution<double> uniform(0, 1);
+  const auto turn = [](int i, int points) { return 6.2831853 * i / points; };
+  using enum LineSuggestion;
+  const struct {
+    const char* what;
+    int points;
+    std::function<double(int)> x;
+    LineSuggestion expected;
+  } kCases[] = {
+      {"rising", 100, [](int i) { return i; }, ByX},
+      {"falling", 100, [](int i) { return -i; }, ByX},
+      {"a few late rows", 1000, [](int i) { return i >= 500 && i < 510 ? i - 100 : i; }, ByX},
+      {"jitter", 500, [&](int i) { return i + 3 * uniform(random); }, ByX},
+      {"ellipse", 24, [&](int i) { return std::cos(turn(i, 24)); }, AsTheyCame},
+      {"sweep there and back", 400, [](int i) { return -std::abs(i - 200.0); }, AsTheyCame},
+      {"ten cycles", 2000, [&](int i) { return std::sin(10 * turn(i, 2000)); }, AsTheyCame},
+      {"arc that hooks", 60, [&](int i) { return i < 40 ? i : 80 - i; }, AsTheyCame},
+      {"scatter", 300, [&](int) { return uniform(random); }, SymbolsOnly},
+      {"five at random", 5, [](int i) { return (i * 3) % 5; }, SymbolsOnly},
+  };
+  for (const auto& row : kCases) {
+    TDataSeries series;
+    series.SetDuplicatesAllowed(true);
+    for (int i = 0; i < row.points; ++i) series.AddPoint(row.x(i), i);
+    EXPECT_EQ(SuggestLineOrder(series), row.expected) << row.what;
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
