@@ -16,6 +16,8 @@ class RowBits {
 
   void Clear() { words_.assign(words_.size(), 0); }
   void Set(std::size_t bit) { words_[bit / kWord] |= std::uint64_t{1} << bit % kWord; }
+  /// All of first <= bit <= last.
+  void SetRange(std::size_t first, std::size_t last);
   void Reset(std::size_t bit) { words_[bit / kWord] &= ~(std::uint64_t{1} << bit % kWord); }
   /// Whether all of first <= bit <= last are set.
   bool AllSet(std::size_t first, std::size_t last) const;

@@ -90,7 +90,7 @@ void Draw(const ThinnedLine& line, Covered& covered) {
 // The line covers in every column what it covers without thinning: no excursion is lost, none invented.
 TEST(ThinArrivals, CoversWhatEveryPointCovers) {
   const Way kWays[] = {
-      {"loop", 300'000, 0, 1},      {"loop", 300'000, 0.2, 0.3},     {"loop", 900, 0, 1},
+      {"loop", 300'000, 0, 1},       {"loop", 300'000, 0.2, 0.3},    {"loop", 900, 0, 1},
       {"loop", 100'000, 0.01, 1, 1}, {"loop", 20'000, 0, 1, 0, 0.5}, {"noisy", 100'000, 0, 1},
       {"scribble", 5'000, 0.4, 0.6}, {"holes", 200'000, 0, 1},
   };

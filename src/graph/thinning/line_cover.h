@@ -1,0 +1,34 @@
+// The pixels that a line passes: a line of so many vertices that it closes over itself costs a picture no more than its area.
+// Knows pixels only.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include <QRect>
+
+#include "graph/thinning/row_bits.h"
+#include "graph/thinning/thinning.h"
+
+namespace tarnwick {
+
+class LineCover {
+ public:
+  explicit LineCover(const QRect& area);
+
+  /// Marks what a polyline passes inside the area.
+  void Add(std::span<const PixelPoint> line);
+  /// All marked pixels, as runs one column wide.
+  std::vector<QRect> Runs() const;
+
+ private:
+  void Join(PixelPoint from, PixelPoint to);
+  void Mark(int column, double y, double other_y);
+
+  QRect area_;
+  std::size_t stride_;  // bits of a column; the last is never set
+  RowBits bits_;
+};
+
+}  // namespace tarnwick
