@@ -8,9 +8,9 @@
 #include "base/error.h"
 #include "data/import/column_roles.h"
 #include "data/import/import_source.h"
+#include "data/import/split_runs.h"
 #include "data/import/whole_data.h"
 #include "data/packed/unpack.h"
-#include "data/import/split_runs.h"
 
 namespace tarnwick {
 namespace {

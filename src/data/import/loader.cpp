@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "data/import/load_run.h"
-#include "data/packed/unpack.h"
 #include "data/import/source_place.h"
+#include "data/packed/unpack.h"
 
 namespace tarnwick {
 namespace {

@@ -1,7 +1,10 @@
 #include "data/import/split_runs.h"
 
 #include <algorithm>
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace tarnwick {
 namespace {

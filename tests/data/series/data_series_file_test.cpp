@@ -82,7 +82,7 @@ TEST(DataSeriesFile, ComesBackAsItWas) {
   }
 }
 
-// What the points are by the order in which they came: "x:piece" for each.
+// X of the points in the order in which they came, "|" between pieces.
 std::string Arrivals(const TDataSeries& series) {
   std::string text;
   std::int32_t before = 0;
@@ -100,7 +100,7 @@ TEST(DataSeriesFile, KeepsTheOrderInWhichPointsCameWhereItIsNeeded) {
   for (const double x : {1, 5, 9, 7, 4, 2}) series.AddPoint(x, x);
   series.DeletePoint(2);
   const auto written = [&](WithPoints points) { return Written(series, points, WriterMode::Text); };
-  EXPECT_THAT(written(WithPoints::Yes), testing::Not(HasSubstr("PointOrder")));
+  EXPECT_THAT(written(WithPoints::Yes), testing::Not(testing::HasSubstr("PointOrder")));
   TDataSeries read;
   Read(written(WithPoints::YesAndOrder), read);
   EXPECT_EQ(Arrivals(read), "1 9 7 4 2");
@@ -116,7 +116,7 @@ TEST(DataSeriesFile, KeepsTheOrderInWhichPointsCameWhereItIsNeeded) {
   EXPECT_EQ(Arrivals(pieces), "2 10 | 5 | 3 9");
   EXPECT_EQ(XValues(pieces.Points()), XValues(series.Points()));
   EXPECT_TRUE(pieces.BreakAtGaps());
-  EXPECT_THAT(written(WithPoints::No), testing::Not(HasSubstr("Gaps52")));
+  EXPECT_THAT(written(WithPoints::No), testing::Not(testing::HasSubstr("Gaps52")));
 }
 
 // The points are worth more than their order: what does not fit them is passed over.
