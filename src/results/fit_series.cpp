@@ -99,9 +99,11 @@ void MakeRoomForLabels(TxyGraph& graph, const Extremes& values) {
   if (!std::isfinite(values.y_min) || !std::isfinite(values.y_max)) return;
   constexpr std::size_t kBeside = 32;  // pixels of ticks, title and edge
   constexpr std::size_t kWidest = 6;   // of a letter
+  constexpr std::size_t kLongest = 6;  // longer ones give up a power of ten
+  const AxisState axis = PanelAxisFor(values.y_min, values.y_max);
   std::size_t longest = 0;
-  for (const Tick& tick : MakeTicks(PanelAxisFor(values.y_min, values.y_max), {}))
-    longest = std::max(longest, tick.label.size());
+  for (const Tick& tick : MakeTicks(axis, {})) longest = std::max(longest, tick.label.size());
+  longest = std::min(longest, kLongest);
   Dimensions dimensions = graph.GetDimensions();
   dimensions.left_margin =
       std::max(dimensions.left_margin, static_cast<std::int32_t>(kBeside + kWidest * longest));
