@@ -220,15 +220,16 @@ TEST(ThinLine, GapsBreakTheLine) {
   for (const std::size_t points : {11, 10'001, 1'000'001}) {
     for (const bool undefined : {true, false}) {
       SCOPED_TRACE(testing::Message() << points << (undefined ? " undefined" : " pieces"));
+      const std::size_t third = points / 3;
       Line data;
       for (std::size_t i = 0; i < points; ++i) {
         data.x.push_back(static_cast<double>(i));
-        data.y.push_back(undefined && i == points / 2 ? kNan : i < points / 2 ? 1 : -1);
+        data.y.push_back(undefined && i == third ? kNan : i < third ? 1 : -1);
       }
       TDataSeries series;
       series.AddPoints(data.x, data.y);
-      const auto half = static_cast<std::int32_t>(points / 2 + 1);
-      if (!undefined) series.SetGaps(PointGaps({half}, series.LastId()));
+      const auto begin = static_cast<std::int32_t>(third + 1);
+      if (!undefined) series.SetGaps(PointGaps({begin}, series.LastId()));
       const PointChain& chain = series.Points();
       const ThinningView view =
           View(Scale(0, static_cast<double>(points), false, PixelDirection::Rightward, kColumns),
