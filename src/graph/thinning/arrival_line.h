@@ -20,7 +20,9 @@ struct ArrivalBox {
 
 class ArrivalLine {
  public:
-  static constexpr std::size_t kSmall = 64, kLarge = 4096;  ///< points a box
+  static constexpr std::size_t
+      kSmall = 16,
+      kLarge = 256;  ///< points a box: few are read where the line enters a column
 
   ArrivalLine(const PointChain& points, const PointGaps& gaps);
 
