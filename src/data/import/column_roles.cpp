@@ -94,12 +94,13 @@ class LeavingOut {
   LeavingOut(const ImportSource& source, ChosenColumns& chosen)
       : source_(source), chosen_(chosen) {}
 
+  /// `remain`: how many others there must be.
   template <class Is>
-  void If(const char* what, Is is) {
+  void If(const char* what, Is is, std::size_t remain = 1) {
     Columns left;
     Columns kept;
     for (const std::int32_t column : chosen_.y) (is(column) ? left : kept).push_back(column);
-    if (left.empty() || kept.empty()) return;
+    if (left.empty() || kept.size() < remain) return;
     chosen_.y = std::move(kept);
     chosen_.notes.push_back(ListOf(source_, left) + (left.size() == 1 ? " is" : " are") +
                             " left out: " + what);
@@ -115,6 +116,9 @@ bool CountsRows(const ImportSource& source, std::int32_t column) {
 }
 
 std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
+  const auto named = std::ranges::find_if(
+      numbers, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; });
+  if (named != numbers.end()) return *named;
   Columns varying;
   Columns counts;
   for (const std::int32_t column : numbers) {
@@ -127,9 +131,6 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
     return found == varying.end() ? kRowNumberColumn : *found;
   };
   const auto rises = [&](std::int32_t column) { return IsMonotone(source.GuessOf(column).values); };
-  const auto is_x = [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; };
-  const std::int32_t named = first(is_x);
-  if (named != kRowNumberColumn) return named;
   const std::int32_t date =
       first([&](std::int32_t column) { return source.GuessOf(column).is_date; });
   if (date != kRowNumberColumn) return date;
@@ -185,8 +186,10 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   out.If("errors of the values beside them",
          [&](std::int32_t column) { return NamesErrors(source.NameOf(column)); });
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
-  out.If("one value throughout",
-         [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); });
+  // Of few columns a constant one is wanted: a set point beside what was measured.
+  out.If(
+      "one value throughout",
+      [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); }, 2);
   return chosen;
 }
 

@@ -29,6 +29,8 @@ constexpr Kind kKinds[] = {
      [](const LoadReport& r) { return r.Skipped(); }, "have skipped rows"},
     {ToldAbout::Replacing, [](const LoadReport& r) { return r.ReplacedText(); },
      [](const LoadReport& r) { return r.replaced; }, "have rows replaced by later ones"},
+    {ToldAbout::Moving, [](const LoadReport& r) { return r.MovedText(); },
+     [](const LoadReport&) -> std::int64_t { return 1; }, "are read from elsewhere"},
 };
 
 /// DataSets of which the same is said.

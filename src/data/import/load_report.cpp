@@ -68,14 +68,17 @@ std::string LoadReport::ReplacedText() const {
   return Counted(replaced, "row") + " replaced by later ones at the same X";
 }
 
+std::string LoadReport::MovedText() const {
+  return found_at.empty() ? "" : "read from " + found_at + ", since the source has moved";
+}
+
 std::string LoadReport::Message() const {
   if (!loaded) return cancelled ? "Cancelled, nothing was loaded" : "Nothing was loaded";
   std::string text = Counted(points, "point");
   if (sampled_every > 1) text += ", " + SampledText();
-  for (const std::string& part : {SkippedText(), ReplacedText()}) {
+  for (const std::string& part : {SkippedText(), ReplacedText(), MovedText()}) {
     if (!part.empty()) text += "; " + part;
   }
-  if (!found_at.empty()) text += "; read from " + found_at + ", since the source has moved";
   if (cancelled) text += "; cancelled";
   return text;
 }

@@ -35,6 +35,7 @@ struct LoadReport {
   std::string SampledText() const;
   std::string SkippedText() const;
   std::string ReplacedText() const;
+  std::string MovedText() const;
   /// All of it behind the number of points: "4000 points, every 3rd row; 2 rows skipped (Y empty; first at line 17)".
   std::string Message() const;
 };

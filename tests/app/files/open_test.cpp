@@ -32,7 +32,7 @@ TEST_F(DesktopTest, ABarTellsWhatWasLeftOutUntilItIsClosed) {
   const auto text = [bar] { return bar->findChild<QWidget*>("Told")->accessibleName(); };
   auto* all_rows = bar->findChild<QPushButton*>("LoadAllRows");
   EXPECT_TRUE(bar->isVisible() && !all_rows->isVisible());
-  EXPECT_EQ(text(), "1 row skipped (Y empty; first at line 3).");
+  EXPECT_EQ(text(), "1 row skipped (Y empty; first at line 3); lines are broken at 1 gap.");
 
   TDSInfo& source = ActiveDocument().Graph().Series(0).Source();
   source.AllRows = false;

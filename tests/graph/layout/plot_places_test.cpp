@@ -260,8 +260,7 @@ TEST_F(Places, ThePanelHasTheLowerQuarterAndThePlotsX) {
               before.Axis(AxisId::X).labels.back().Box());
     // As far above zero as below, on a scale that nothing else is drawn on; points are picked where they are drawn.
     Near(y.scale.Position(0), 350);
-    EXPECT_EQ(TextsOf(y),
-              (std::vector<std::string>{"\u22120.2", "\u22120.1", "0.0", "0.1"}));
+    EXPECT_EQ(TextsOf(y), (std::vector<std::string>{"\u22120.2", "\u22120.1", "0.0", "0.1"}));
     EXPECT_EQ(y.title->text.text, "second");
     EXPECT_FALSE(AxisInUse(graph, AxisId::Y2));
     Near(YScaleOf(graph, graph.Series(1)).Position(0.1),
