@@ -49,8 +49,6 @@ class TDataSupplier {
   virtual std::int32_t ColumnIndex(std::string_view name);
   /// UTF-8, in order.
   virtual const std::vector<std::string>& ColumnNames() = 0;
-  /// The columns' units, UTF-8, in order, empty where there is none; or nothing at all.
-  virtual std::vector<std::string> ColumnUnits() { return {}; }
   /// True when the names come from a line of the source in which no name was missing or a number.
   virtual bool HasNamesLine() = 0;
 

@@ -27,7 +27,7 @@ std::vector<std::string> MarkedWords(int argc, const char* const* argv) {
   return words;
 }
 
-std::string Unmarked(std::string word) {
+std::string Unmarked(const std::string& word) {
   return word.starts_with(kWordMark) ? word.substr(1) : word;
 }
 

@@ -182,6 +182,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
                     "columns: " + std::to_string(source.columns.size()));
   }
   LeavingOut out(source, chosen);
+  out.If("no value in them",
+         [&](std::int32_t column) { return source.GuessOf(column).values.empty(); });
   out.If("dates", [&](std::int32_t column) { return source.GuessOf(column).is_date; });
   out.If("errors of the values beside them",
          [&](std::int32_t column) { return NamesErrors(source.NameOf(column)); });

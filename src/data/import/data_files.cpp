@@ -78,7 +78,6 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   source.samples = std::move(format.samples);
   source.notes = NotesOf(format);
   source.supplier = std::make_unique<TTxtSupplier>(source.info, text);
-  source.units = source.supplier->ColumnUnits();
   source.columns.resize(source.supplier->ColumnNames().size());
   SettleTimes(options, source);
   SettleMissingValues(options, source);

@@ -116,8 +116,6 @@ ImportResult LoadColumns(ImportSource source, const ImportOptions& options, cons
     for (TDataSeries* const one : series) ForbidAbsentDuplicates(*one);
   }
   result.x_name = source.NameOf(columns.x);
-  result.x_unit = source.UnitOf(columns.x);
-  for (const std::int32_t y : columns.y) result.y_units.push_back(source.UnitOf(y));
   result.notes = source.notes;
   result.notes.insert(result.notes.end(), columns.notes.begin(), columns.notes.end());
   result.x_is_date = IsDate(source, columns.x, options.x_format);

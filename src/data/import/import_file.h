@@ -58,13 +58,11 @@ std::unique_ptr<TDataSeries> MakeDataSeries();
 
 struct ImportResult {
   std::vector<std::unique_ptr<TDataSeries>>
-      series;                        ///< in the order of their columns; loaded, named after them
-  std::vector<LoadReport> reports;   ///< one per DataSet
-  std::string x_name;                ///< for the axis title
-  std::string x_unit;                ///< "V"; empty where the file gives none
-  std::vector<std::string> y_units;  ///< likewise, one per DataSet; may be shorter
-  bool x_is_date = false;            ///< the X axis should show its values as time
-  bool y_is_date = false;            ///< so should the Y axis
+      series;                       ///< in the order of their columns; loaded, named after them
+  std::vector<LoadReport> reports;  ///< one per DataSet
+  std::string x_name;               ///< for the axis title
+  bool x_is_date = false;           ///< the X axis should show its values as time
+  bool y_is_date = false;           ///< so should the Y axis
   /// What was decided about the file that is not certain, one clause each, without a full stop: "the table from line 449 on
   /// is shown, another stands at line 21". Beside what the reports tell.
   std::vector<std::string> notes;

@@ -86,11 +86,6 @@ const ColumnGuess& ImportSource::GuessOf(std::int32_t column) const {
   return at < columns.size() ? columns[at] : row_numbers_;
 }
 
-std::string ImportSource::UnitOf(std::int32_t column) const {
-  const auto at = static_cast<std::size_t>(column);
-  return at < units.size() ? units[at] : std::string();
-}
-
 std::vector<std::int32_t> ImportSource::NumberColumns() const {
   std::vector<std::int32_t> numbers;
   for (std::size_t i = 0; i < columns.size(); ++i) {

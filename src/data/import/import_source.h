@@ -27,7 +27,6 @@ struct ImportSource {
   ColumnGuess time;                        ///< of kJoinedTimeColumn
   std::vector<std::int32_t> time_columns;  ///< that make it; empty where there is none
   std::vector<std::string> notes;  ///< what was decided about the layout, as of ImportResult
-  std::vector<std::string> units;  ///< of the columns, empty where there is none; may be shorter
 
   /// The column that the user names. Throws FileError when there is none.
   std::int32_t Column(std::string_view name) const;
@@ -39,8 +38,6 @@ struct ImportSource {
   const ColumnGuess& GuessOf(std::int32_t column) const;
   /// Columns that hold numbers, in order.
   std::vector<std::int32_t> NumberColumns() const;
-  /// "V"; empty where there is none.
-  std::string UnitOf(std::int32_t column) const;
 
  private:
   ColumnGuess row_numbers_ = {.has_numbers = true};

@@ -133,9 +133,11 @@ void LoadTarget::AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
   const std::vector<double> by_x = XValues(series_.Points());
   const std::vector<std::uint32_t> order = ArrivalOrder(series_.Points());
   std::vector<double> x;
+  x.reserve(order.size());
   for (const std::uint32_t index : order) x.push_back(by_x[index]);
   const auto places_of = [&](std::span<const std::int32_t> lowest) {
     std::vector<std::size_t> places;
+    places.reserve(lowest.size());
     for (const std::int32_t id : lowest) {
       const auto at = std::ranges::lower_bound(order, id, {}, [&ids](auto i) { return ids[i]; });
       places.push_back(static_cast<std::size_t>(at - order.begin()));
@@ -146,8 +148,7 @@ void LoadTarget::AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
     begins.push_back(ids[order[place]]);
   }
   std::ranges::sort(begins);
-  const auto twice = std::ranges::unique(begins);
-  begins.erase(twice.begin(), twice.end());
+  begins.erase(std::unique(begins.begin(), begins.end()), begins.end());
 }
 
 void LoadTarget::Finish() {

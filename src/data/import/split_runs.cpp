@@ -48,18 +48,14 @@ void SplitRuns(ImportResult& result, TDataSupplier& supplier, const LoadOptions&
   if (runs < 2) return;
   std::vector<std::unique_ptr<TDataSeries>> split;
   std::vector<TDataSeries*> all;
-  std::vector<std::string> units;
-  for (std::size_t i = 0; i < result.series.size(); ++i) {
-    const TDataSeries& whole = *result.series[i];
-    if (i < result.y_units.size()) units.insert(units.end(), runs, result.y_units[i]);
+  for (const auto& whole : result.series) {
     for (std::size_t run = 1; run <= runs; ++run) {
-      split.push_back(RunOf(whole, static_cast<std::int32_t>(run), make));
+      split.push_back(RunOf(*whole, static_cast<std::int32_t>(run), make));
       all.push_back(split.back().get());
     }
   }
   result.reports = LoadShared(all, supplier, load);
   result.series = std::move(split);
-  result.y_units = std::move(units);
   result.cancelled = result.reports.front().cancelled;
   for (TDataSeries* const series : all) {
     if (series->Source().DataSource == DataSourceKind::Manual) series->Source().Run = 0;

@@ -183,9 +183,12 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const T
     }
     read.names.push_back(std::move(name));
   }
-  if (info.UnitsLine == 0) return read;
-  read.units = FieldsOfLine(text, info.UnitsLine, layout, columns);
-  for (std::string& unit : read.units) unit = UnitText(unit);
+  read.bare_names = read.names;
+  const Fields units = FieldsOfLine(text, info.UnitsLine, layout, columns);
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    const std::string unit = UnitText(units[i]);
+    if (!unit.empty()) read.names[i] += " [" + unit + "]";
+  }
   return read;
 }
 

@@ -11,9 +11,10 @@
 namespace tarnwick {
 
 struct TextNames {
-  std::vector<std::string> names;  ///< UTF-8, one per column, "(col N)" where the text has none
-  std::vector<std::string> units;  ///< one per column, empty where there is none; or none at all
-  bool has_names_line = false;     ///< no name was missing or a number
+  std::vector<std::string>
+      names;  ///< UTF-8, one per column, "Voltage [V]", "(col N)" where the text has none
+  std::vector<std::string> bare_names;  ///< the same without the units of a line of units
+  bool has_names_line = false;          ///< no name was missing or a number
 };
 
 inline constexpr std::int32_t kMostColumns = 1000;  ///< fields counted on a line

@@ -53,6 +53,10 @@ void TTxtSupplier::ResolveTimeColumns() {
 
 std::int32_t TTxtSupplier::ColumnIndex(std::string_view name) {
   const std::int32_t column = TDataSupplier::ColumnIndex(name);
+  if (column < 0) {
+    const auto bare = std::ranges::find(bare_names_, name);
+    if (bare != bare_names_.end()) return static_cast<std::int32_t>(bare - bare_names_.begin());
+  }
   const bool joined = column < 0 && name == kJoinedTimeName && !layout_.time.parts.empty();
   return joined ? kJoinedTimeColumn : column;
 }
@@ -162,11 +166,6 @@ const std::vector<std::string>& TTxtSupplier::ColumnNames() {
   return *names_;
 }
 
-std::vector<std::string> TTxtSupplier::ColumnUnits() {
-  if (!names_) ReadNames();
-  return units_;
-}
-
 bool TTxtSupplier::HasNamesLine() {
   if (!names_) ReadNames();
   return has_names_line_;
@@ -175,7 +174,7 @@ bool TTxtSupplier::HasNamesLine() {
 void TTxtSupplier::ReadNames() {
   TextNames read = ReadTextNames(source_->Text(), layout_, info_);
   names_ = std::move(read.names);
-  units_ = std::move(read.units);
+  bare_names_ = std::move(read.bare_names);
   has_names_line_ = read.has_names_line;
 }
 

@@ -29,7 +29,6 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::int32_t RowCount() override;
   std::int32_t ColumnIndex(std::string_view name) override;
   const std::vector<std::string>& ColumnNames() override;
-  std::vector<std::string> ColumnUnits() override;
   bool HasNamesLine() override;
   bool CountRows(Progress& progress) override;
   std::int64_t Size() const override { return end_ - source_->Text().data(); }
@@ -68,7 +67,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::int32_t blanks_passed_ = 0;
   std::optional<RowIndex> index_;
   std::optional<std::vector<std::string>> names_;
-  std::vector<std::string> units_;
+  std::vector<std::string> bare_names_;  ///< without their units
   bool has_names_line_ = false;
   std::string buffer_;
 };

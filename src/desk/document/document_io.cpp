@@ -59,6 +59,7 @@ ReadResult ReadAgain(TxyGraph& graph, const std::vector<TDataSeries*>& all, Prog
   const std::vector<LoadReport> reports = RefreshAll(all, load);
   if (WasCancelled(reports) || progress.Cancelled()) return {{}, {}, true};
   std::vector<std::string> names;
+  names.reserve(all.size());
   for (const TDataSeries* const series : all) names.push_back(series->SeriesName());
   ReadResult result{graph.State(), TellImport(reports, names)};
   for (std::size_t i = 0; i < all.size(); ++i) {

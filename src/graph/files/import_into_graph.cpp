@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "graph/axes/calendar_scale.h"
 #include "graph/files/line_suggestion.h"
+#include "graph/files/scale_suggestion.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -82,6 +83,11 @@ ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
         &graph.AddSeries(std::unique_ptr<TSeries>(static_cast<TSeries*>(series.release()))));
   }
   ShapeLines(added, result.notes);
+  // Beside DataSets that are there already the axis stays what it is.
+  if (!result.x_is_date && graph.SeriesCount() == added.size() && SuggestsLogX(added)) {
+    graph.Axis(AxisId::X).SetLogScale(true);
+    result.notes.emplace_back(kLogScaleNote);
+  }
   graph.EndUpdate();
   ImportTold told = Told(result, added);
   return {std::move(result.reports), std::move(told)};
