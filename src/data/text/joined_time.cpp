@@ -88,7 +88,7 @@ std::optional<double> SecondsOfTime(std::string_view text) {
   if (const std::optional<double> seconds = SecondsOfDigits(text, true)) return seconds;
   const std::size_t colon = text.find(':');
   // A date stands before its time's colon with more than an hour's two digits.
-  if (colon == text.npos || colon > 2) return std::nullopt;
+  if (colon > 2) return std::nullopt;
   const std::optional<double> day = ParseDay(text);
   return day ? std::optional(std::round(*day * kSecondsPerDay * 1e6) / 1e6) : std::nullopt;
 }

@@ -108,7 +108,7 @@ std::string CommonDate(const AxisState& axis, const std::vector<Tick>& ticks) {
   const bool dated = ShowsPart(format, kDay, {.year = 2001, .month = 10, .day = 1}) ||
                      ShowsPart(format, kDay, {.year = 2001, .month = 1, .day = 29});
   const char* left_out = dated ? "yyyy" : "yyyy-mm-dd";
-  const std::string first = FormatDay(span->min, left_out);
+  std::string first = FormatDay(span->min, left_out);
   // Midnight at the end belongs to what it ends.
   const std::string last = FormatDay(std::max(span->max - kMoment, span->min), left_out);
   if (first == last) return first;
