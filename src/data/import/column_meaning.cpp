@@ -40,7 +40,7 @@ void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
   for (std::size_t i = 0; i < found.parts.size(); ++i) {
     const auto column = static_cast<std::int32_t>(found.columns[i]);
     time.parts.push_back({found.parts[i], source.ReferenceTo(column)});
-    names.push_back(source.NameOf(column));
+    names.push_back(source.Quoted(column));
     source.time_columns.push_back(column);
   }
   source.time.has_numbers = source.time.is_date = true;
@@ -67,7 +67,7 @@ void FindUnixTime(ImportSource& source) {
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     ColumnGuess& column = source.columns[i];
     if (!column.has_numbers || column.is_date || column.format != ColumnFormat::Automatic) continue;
-    const std::string name = source.NameOf(static_cast<std::int32_t>(i));
+    const std::string name = source.Quoted(static_cast<std::int32_t>(i));
     const std::optional<ColumnFormat> format = LooksLikeUnixTime(OwnName(source, i), column.values);
     if (!format) continue;
     column.is_date = true;
@@ -79,6 +79,29 @@ void FindUnixTime(ImportSource& source) {
   }
 }
 
+/// Written like a date, be there such a day or not: "2024-02-30", "31.4.2024 12:00".
+bool IsDateLike(std::string_view text) {
+  const std::string_view day = text.substr(0, text.find_first_of(" T"));
+  if (day.size() < 6 || day.size() > 10) return false;
+  const std::size_t first = day.find_first_not_of("0123456789");
+  if (first == day.npos || first == 0 || std::string_view("-/.").find(day[first]) == day.npos) {
+    return false;
+  }
+  const std::size_t second = day.find(day[first], first + 1);
+  return second != day.npos && second > first + 1 && second + 1 < day.size() &&
+         day.find_first_not_of("0123456789", second + 1) == day.npos;
+}
+
+void TellOfImpossibleDates(ImportSource& source) {
+  for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
+    const auto& sample = source.samples[i];
+    const auto dates = static_cast<std::size_t>(std::ranges::count_if(sample, IsDateLike));
+    if (source.columns[i].has_numbers || dates == 0 || 2 * dates < sample.size()) continue;
+    source.notes.push_back(source.Quoted(static_cast<std::int32_t>(i)) +
+                           " is left out: most of its dates are in no calendar");
+  }
+}
+
 }  // namespace
 
 void SettleTimes(const ImportOptions& options, ImportSource& source) {
@@ -87,13 +110,14 @@ void SettleTimes(const ImportOptions& options, ImportSource& source) {
     const bool dated = std::ranges::any_of(source.columns, &ColumnGuess::is_date);
     if (!dated && source.time_columns.empty()) FindUnixTime(source);
   }
+  TellOfImpossibleDates(source);
   if (std::ranges::any_of(source.columns, &ColumnGuess::has_zone)) {
     source.notes.emplace_back("times with a zone are turned to UTC");
   }
   const auto open = std::ranges::find_if(source.columns, &ColumnGuess::day_order_open);
   if (open != source.columns.end() && !options.x_format) {
     const auto column = static_cast<std::int32_t>(open - source.columns.begin());
-    source.notes.push_back("the dates in " + source.NameOf(column) +
+    source.notes.push_back("the dates in " + source.Quoted(column) +
                            " are read with the month first, though the day first would do as well");
   }
 }

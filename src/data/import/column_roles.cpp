@@ -82,7 +82,7 @@ std::string ListOf(const ImportSource& source, const Columns& columns) {
   const std::size_t shown = columns.size() > kNamesInNote + 1 ? kNamesInNote : columns.size();
   for (std::size_t i = 0; i < shown; ++i) {
     const bool last = i + 1 == columns.size();
-    text += (i == 0 ? "" : last ? " and " : ", ") + source.NameOf(columns[i]);
+    text += (i == 0 ? "" : last ? " and " : ", ") + source.Quoted(columns[i]);
   }
   if (shown < columns.size()) text += " and " + std::to_string(columns.size() - shown) + " more";
   return text;
@@ -180,6 +180,9 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   if (chosen.y.empty()) {
     throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
                     "columns: " + std::to_string(source.columns.size()));
+  }
+  if (!options.x_column && chosen.x == kRowNumberColumn && source.columns.size() > 1) {
+    chosen.notes.emplace_back("no column gives X: the rows are counted");
   }
   LeavingOut out(source, chosen);
   out.If("no value in them",

@@ -34,6 +34,8 @@ struct ImportSource {
   std::string ReferenceTo(std::int32_t column) const;
   /// The name to show.
   std::string NameOf(std::int32_t column) const;
+  /// The name as notes write it.
+  std::string Quoted(std::int32_t column) const { return '"' + NameOf(column) + '"'; }
   /// What is known of a column, kRowNumberColumn and kJoinedTimeColumn among them.
   const ColumnGuess& GuessOf(std::int32_t column) const;
   /// Columns that hold numbers, in order.
