@@ -78,7 +78,9 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   source.samples = std::move(format.samples);
   source.notes = NotesOf(format);
   source.supplier = std::make_unique<TTxtSupplier>(source.info, text);
+  // Rows may have fields beyond the columns that the lines looked at for them have.
   source.columns.resize(source.supplier->ColumnNames().size());
+  source.samples.resize(source.columns.size());
   SettleTimes(options, source);
   SettleMissingValues(options, source);
   // The supplier was opened for the names; the description has learnt since.

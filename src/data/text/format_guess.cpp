@@ -24,6 +24,8 @@ constexpr double kBlanksMustBeatBy = 1.4;
 constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
 constexpr std::size_t kFewRows = 10;  // that are a table only where they are much of the text
 constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
+constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
+constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
 constexpr std::size_t kJudgedRows = 200;     // of the first lines
 constexpr std::size_t kRoughRows = 60;
 constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
@@ -221,10 +223,13 @@ class Guess {
     const auto is_text = [&layout](std::string_view line) { return IsDataLine(line, layout); };
     const std::size_t rows = table.rows + table.odd_rows;
     if (rows == 1 && table.weight < kTableDensity) return false;
-    if (rows >= kFewRows && table.fields > 1) return true;
     const auto lines =
         static_cast<std::size_t>(std::count_if(lines_.first.begin(), lines_.first.end(), is_text));
-    return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines;
+    if (rows < kFewRows || table.fields == 1) {
+      return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines;
+    }
+    // However long its preamble, a file of data ends with its data; within a text they are an example.
+    return kLinesPerRow * rows >= lines || table.behind + kLinesBehind >= lines_.first.size();
   }
 
   void PlaceTable() {

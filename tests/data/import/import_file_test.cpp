@@ -47,6 +47,13 @@ TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {
   EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 3}));
 }
 
+TEST(ImportFile, TakesRowsThatGrowBeyondTheColumnsCounted) {
+  const TemporaryFolder folder;
+  std::string text;
+  for (int i = 0; i < 60; ++i) text += std::to_string(i) + (i < 50 ? ",1,2\n" : ",1,2,3,4\n");
+  EXPECT_EQ(ImportFile(folder.Write("t.csv", text)).series.size(), 2u);
+}
+
 TEST(ImportFile, MakesADataSetOfEveryRun) {
   const TemporaryFolder folder;
   std::string text = "x,a,b\n";
