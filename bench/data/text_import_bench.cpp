@@ -1,6 +1,6 @@
 // Import of a large text file beside its limit: a bare loop over the mapped file that reads the same numbers with the same
 // parser, and "wc -l" for automatic sampling. Figures to compare: import / limit (at most 1.5 on one thread, 0.9 on two),
-// sampled / wc (at most 3), and bytes_per_point (at most 30, beyond the mapped file).
+// sampled / wc (at most 3), and bytes_per_point (at most 30, beyond the mapped file). Guessing: at most 3 ms a file.
 #include <benchmark/benchmark.h>
 #include <fast_float/fast_float.h>
 
@@ -225,10 +225,31 @@ void ImportHundredThousandRows(benchmark::State& state) {
 }
 BENCHMARK(ImportHundredThousandRows)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
+/// What instruments write: 300 rows of 48 columns between blanks, and 400 lines of settings before 100 rows.
+std::string InstrumentText(bool wide) {
+  std::string text;
+  for (int line = 0; line < 400 && !wide; ++line)
+    text += "  Potential-DC " + std::to_string(line) + ": 0.02 V\n";
+  if (!wide) text += "Freq(Hz)\tZ'(a)\tZ''(b)\n";
+  for (int row = 0; row < (wide ? 300 : 100); ++row) {
+    for (int column = 0; column < (wide ? 48 : 3); ++column) {
+      text += std::to_string(row * 0.37 + column) + (wide ? "  " : "\t");
+    }
+    text += '\n';
+  }
+  return text;
+}
+
 void GuessFormat(benchmark::State& state) {
   const MappedFile file(Small());
   for (auto _ : state) benchmark::DoNotOptimize(GuessTextFormat(file.Bytes()).columns.data());
 }
 BENCHMARK(GuessFormat)->Unit(benchmark::kMillisecond);
+
+void GuessInstrument(benchmark::State& state) {
+  const std::string text = InstrumentText(state.range(0) != 0);
+  for (auto _ : state) benchmark::DoNotOptimize(GuessTextFormat(text).columns.data());
+}
+BENCHMARK(GuessInstrument)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -2,11 +2,32 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "base/error.h"
 #include "base/undefined.h"
 
 namespace tarnwick {
+namespace {
+
+bool AreOneWithin(double tolerance, double x, double before) {
+  return std::abs(x - before) <= tolerance || (x == before && tolerance >= 0);
+}
+
+bool HoldsNeighboursWithin(double tolerance, const PointChain& chain) {
+  std::optional<double> last;
+  bool found = false;
+  chain.ForEachChunk([&](const ChunkView& chunk) {
+    if (last) found |= AreOneWithin(tolerance, chunk.x.front(), *last);
+    for (std::size_t i = 1; i < chunk.x.size(); ++i) {
+      found |= AreOneWithin(tolerance, chunk.x[i], chunk.x[i - 1]);
+    }
+    last = chunk.x.back();
+  });
+  return found;
+}
+
+}  // namespace
 
 void PlacedPoints::Assume(const PointChain& chain, std::int32_t last_id) {
   chain_ = chain;
@@ -138,14 +159,15 @@ void PlacedPoints::ShiftX(double dx) {
 }
 
 bool PlacedPoints::RemoveDuplicates(double tolerance) {
+  close_points_ = close_points_ && !(tolerance >= 0);
+  // Nearly always there is nothing to remove, and no second chain is made for it.
+  if (!HoldsNeighboursWithin(tolerance, chain_)) return false;
   PointChain kept;
   for (PointChain::Place place; place != chain_.End(); place = chain_.Next(place)) {
     const Point point = chain_.At(place);
-    const bool duplicate = !kept.Empty() && (std::abs(point.x - kept.LastX()) <= tolerance ||
-                                             (point.x == kept.LastX() && tolerance >= 0));
+    const bool duplicate = !kept.Empty() && AreOneWithin(tolerance, point.x, kept.LastX());
     if (!duplicate) kept.Append(point);
   }
-  close_points_ = close_points_ && !(tolerance >= 0);
   if (kept.Size() == chain_.Size()) return false;
   chain_ = std::move(kept);
   return true;

@@ -58,6 +58,10 @@ std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& 
 void ChooseSeparators(const Lines& lines, char line_end, TextFormat& format) {
   const auto weight = [&](std::string_view separators) {
     double heaviest = 0;
+    const bool occurs = std::ranges::any_of(lines, [separators](std::string_view line) {
+      return line.find_first_of(separators) != line.npos;
+    });
+    if (!occurs) return heaviest;
     for (const FoundTable& table : TablesBy(separators, format, lines, line_end)) {
       if (table.fields > 1) heaviest = std::max(heaviest, table.weight);
     }
