@@ -26,7 +26,8 @@ constexpr std::size_t kFewRows = 10;  // that are a table only where they are mu
 constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
 constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
 constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
-constexpr std::size_t kJudgedRows = 200;     // of the first lines
+constexpr std::size_t kJudgedRows = 200;     // of the first lines; fewer where they hold more than
+constexpr std::size_t kJudgedFields = 4000;  // so many fields
 constexpr std::size_t kRoughRows = 60;
 constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
 constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
@@ -54,30 +55,39 @@ std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& 
   return FindTables(lines, LayoutOf(tried, line_end));
 }
 
-/// The separators with the heaviest table of several columns; those of `format` when there is none.
-void ChooseSeparators(const Lines& lines, char line_end, TextFormat& format) {
-  const auto weight = [&](std::string_view separators) {
-    double heaviest = 0;
-    const bool occurs = std::ranges::any_of(lines, [separators](std::string_view line) {
-      return line.find_first_of(separators) != line.npos;
-    });
-    if (!occurs) return heaviest;
-    for (const FoundTable& table : TablesBy(separators, format, lines, line_end)) {
-      if (table.fields > 1) heaviest = std::max(heaviest, table.weight);
-    }
-    return heaviest;
-  };
-  double best = 0;
-  std::string_view chosen;
-  for (const std::string_view separators : kSingleSeparators) {
-    const double reached = weight(separators);
-    if (reached > best + 1e-9) {
-      best = reached;
-      chosen = separators;
-    }
+/// What certain separators make of the lines.
+struct Separation {
+  std::string_view separators;
+  std::vector<FoundTable> tables;
+  double heaviest = 0;  ///< of those with several columns
+};
+
+Separation SeparateBy(std::string_view separators, const TextFormat& format, const Lines& lines,
+                      char line_end) {
+  Separation separation{separators, {}, 0};
+  const bool occurs = std::ranges::any_of(lines, [separators](std::string_view line) {
+    return line.find_first_of(separators) != line.npos;
+  });
+  if (!occurs) return separation;
+  separation.tables = TablesBy(separators, format, lines, line_end);
+  for (const FoundTable& table : separation.tables) {
+    if (table.fields > 1) separation.heaviest = std::max(separation.heaviest, table.weight);
   }
-  if (weight(kBlanks) > kBlanksMustBeatBy * best) chosen = kBlanks;
-  if (!chosen.empty()) format.separators = chosen;
+  return separation;
+}
+
+/// The separators with the heaviest table of several columns; those of `format` when there is none.
+std::vector<FoundTable> ChooseSeparators(const Lines& lines, char line_end, TextFormat& format) {
+  Separation best;
+  for (const std::string_view separators : kSingleSeparators) {
+    Separation tried = SeparateBy(separators, format, lines, line_end);
+    if (tried.heaviest > best.heaviest + 1e-9) best = std::move(tried);
+  }
+  Separation blanks = SeparateBy(kBlanks, format, lines, line_end);
+  if (blanks.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(blanks);
+  if (best.separators.empty()) return TablesBy(format.separators, format, lines, line_end);
+  format.separators = best.separators;
+  return std::move(best.tables);
 }
 
 /// Marks that begin lines of text and no rows are marks of comments, beside the usual ones.
@@ -207,14 +217,14 @@ class Guess {
       format_.comment_marks = TDSInfo().CommentMarks;
       ChooseCommentMarks(lines_.first, format_);
     }
-    if (hints_.separators) {
-      format_.separators = *hints_.separators;
-    } else if (!format_.divide_by_width) {
-      ChooseSeparators(lines_.first, line_end_, format_);
-    }
+    const bool choose = !hints_.separators && !format_.divide_by_width;
+    if (choose) tables_ = ChooseSeparators(lines_.first, line_end_, format_);
+    if (hints_.separators) format_.separators = *hints_.separators;
     const bool blanks = IsBlankSeparated(format_);
     format_.merge_separators = hints_.merge_separators.value_or(blanks);
-    tables_ = FindTables(lines_.first, LayoutOf(format_, line_end_));
+    if (!choose || hints_.merge_separators) {
+      tables_ = FindTables(lines_.first, LayoutOf(format_, line_end_));
+    }
     if (hints_.header_lines) return true;
     const FoundTable* const best = HeaviestTable(tables_);
     format_.is_table = best != nullptr && IsWorthIt(*best);
@@ -345,12 +355,17 @@ class Guess {
                         progress_);
   }
 
+  std::size_t JudgedRows() const {
+    const auto columns = static_cast<std::size_t>(std::max(table_.fields, 1));
+    return std::clamp(kJudgedFields / columns, kRoughRows, kJudgedRows);
+  }
+
   /// The rows of the table, those of the places further on among them unless it ends before.
   Lines Rows(const TextLayout& layout) const {
     const std::size_t behind = format_.table_lines > 0 ? table_.behind : lines_.first.size();
     Lines rows = RowsWithin(
         lines_.first, static_cast<std::size_t>(format_.header_lines),
-        std::min(behind, static_cast<std::size_t>(format_.header_lines) + kJudgedRows), layout);
+        std::min(behind, static_cast<std::size_t>(format_.header_lines) + JudgedRows()), layout);
     if (format_.table_lines > 0) return rows;
     for (const std::string_view line : lines_.later) {
       if (IsDataLine(line, layout)) rows.push_back(line);
