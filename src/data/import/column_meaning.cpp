@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "data/import/import_file.h"
+#include "data/import/listed.h"
 #include "data/text/missing_values.h"
 #include "data/text/text_names.h"
 #include "data/text/time_guess.h"
@@ -13,14 +14,6 @@ namespace tarnwick {
 namespace {
 
 using Texts = std::vector<std::string_view>;
-
-std::string Joined(const std::vector<std::string>& texts) {
-  std::string list;
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    list += (i == 0 ? "" : i + 1 == texts.size() ? " and " : ", ") + texts[i];
-  }
-  return list;
-}
 
 /// A column's own name; nothing for one that has none.
 std::string OwnName(const ImportSource& source, std::size_t column) {
@@ -48,7 +41,7 @@ void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
   source.info.TimeColumns = time.Text();
   const bool dated = std::ranges::any_of(
       found.parts, [](TimePart part) { return part == TimePart::Date || part == TimePart::Year; });
-  source.notes.push_back(Joined(names) + " together are the time" +
+  source.notes.push_back(Listed(names, names.size()) + " together are the time" +
                          (dated ? "" : ", in 2001 since there is no year"));
 }
 
@@ -135,8 +128,8 @@ void SettleMissingValues(const ImportOptions& options, ImportSource& source) {
       source.info.MissingValues += (source.info.MissingValues.empty() ? "" : " ") + text;
     }
     if (!found.empty()) {
-      source.notes.push_back(Joined(found) + (found.size() == 1 ? " stands" : " stand") +
-                             " for no value");
+      source.notes.push_back(Listed(found, found.size()) +
+                             (found.size() == 1 ? " stands" : " stand") + " for no value");
     }
   }
   const MissingValues missing(source.info.MissingValues);

@@ -8,12 +8,13 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "data/import/import_file.h"
+#include "data/import/listed.h"
 #include "data/text/text_names.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::size_t kNamesInNote = 4;
+constexpr std::size_t kMostNames = 5;  // in a note
 
 using Columns = std::vector<std::int32_t>;
 
@@ -76,16 +77,11 @@ bool IsMonotone(const std::vector<double>& values) {
          (std::ranges::is_sorted(values) || std::ranges::is_sorted(values, std::ranges::greater()));
 }
 
-/// "A, B and 3 more": what a note names.
 std::string ListOf(const ImportSource& source, const Columns& columns) {
-  std::string text;
-  const std::size_t shown = columns.size() > kNamesInNote + 1 ? kNamesInNote : columns.size();
-  for (std::size_t i = 0; i < shown; ++i) {
-    const bool last = i + 1 == columns.size();
-    text += (i == 0 ? "" : last ? " and " : ", ") + source.Quoted(columns[i]);
-  }
-  if (shown < columns.size()) text += " and " + std::to_string(columns.size() - shown) + " more";
-  return text;
+  std::vector<std::string> names;
+  names.reserve(columns.size());
+  for (const std::int32_t column : columns) names.push_back(source.Quoted(column));
+  return Listed(names, kMostNames);
 }
 
 /// Takes a kind of columns out as long as others remain, and says so.

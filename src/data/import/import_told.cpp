@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "data/import/listed.h"
+
 namespace tarnwick {
 namespace {
 
@@ -36,7 +38,7 @@ constexpr Kind kKinds[] = {
 /// DataSets of which the same is said.
 struct Group {
   std::string text;
-  std::vector<std::string> names;
+  std::vector<std::string> names;  ///< in quotes
   std::int64_t amount = 0;
 };
 
@@ -50,21 +52,9 @@ std::vector<Group> GroupsOf(const Kind& kind, std::span<const LoadReport> report
     if (group == groups.end()) {
       group = groups.insert(group, {text, {}, kind.amount(reports[i])});
     }
-    group->names.push_back(names[i]);
+    group->names.push_back('"' + names[i] + '"');
   }
   return groups;
-}
-
-/// "a", "b" and 4 more
-std::string Listed(const std::vector<std::string>& names) {
-  const std::size_t shown = names.size() <= kMostNames ? names.size() : kMostNames - 1;
-  std::string list;
-  for (std::size_t i = 0; i < shown; ++i) {
-    const bool last = i > 0 && i + 1 == names.size();
-    list += (i == 0 ? "" : last ? " and " : ", ") + ("\"" + names[i] + "\"");
-  }
-  if (shown < names.size()) list += " and " + std::to_string(names.size() - shown) + " more";
-  return list;
 }
 
 void Tell(const Kind& kind, const std::vector<Group>& groups, std::size_t loaded,
@@ -76,7 +66,7 @@ void Tell(const Kind& kind, const std::vector<Group>& groups, std::size_t loaded
   }
   if (groups.size() <= kMostGroups) {
     for (const Group& group : groups) {
-      told.push_back({kind.about, Listed(group.names) + ": " + group.text});
+      told.push_back({kind.about, Listed(group.names, kMostNames) + ": " + group.text});
     }
     return;
   }
@@ -85,7 +75,7 @@ void Tell(const Kind& kind, const std::vector<Group>& groups, std::size_t loaded
   const auto most = std::ranges::max_element(groups, {}, &Group::amount);
   told.push_back({kind.about, std::to_string(concerned) + " of " + std::to_string(loaded) +
                                   " DataSets " + kind.plural + ", most of all " +
-                                  Listed(most->names) + ": " + most->text});
+                                  Listed(most->names, kMostNames) + ": " + most->text});
 }
 
 }  // namespace

@@ -13,6 +13,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
+constexpr std::size_t kMostNames = 1000;
 constexpr std::size_t kLongestUnit = 16;
 constexpr std::size_t kNearLines = 4;       // above the rows, blank lines and rules apart
 constexpr std::size_t kCommentLines = 200;  // of a block of comments
@@ -32,7 +33,7 @@ void TrimEmptyEnd(Names& names) {
 Names SplitAsRows(std::string_view line, const TextLayout& layout) {
   Names names;
   FieldCursor cursor(line, layout);
-  while (names.size() < 1000) {
+  while (names.size() < kMostNames) {
     const std::optional<std::string_view> field = cursor.Next();
     if (!field) break;
     names.push_back(NameText(*field, layout));
@@ -42,7 +43,7 @@ Names SplitAsRows(std::string_view line, const TextLayout& layout) {
 
 Names SplitByByte(std::string_view line, char separator, const TextLayout& layout) {
   Names names;
-  while (names.size() < 1000) {
+  while (names.size() < kMostNames) {
     const std::size_t end = std::min(line.find(separator), line.size());
     names.push_back(NameText(line.substr(0, end), layout));
     if (end == line.size()) break;
@@ -54,7 +55,7 @@ Names SplitByByte(std::string_view line, char separator, const TextLayout& layou
 Names SplitByBlanks(std::string_view line, std::size_t at_least, const TextLayout& layout) {
   Names names;
   line = TrimBlankBytes(line);
-  while (!line.empty() && names.size() < 1000) {
+  while (!line.empty() && names.size() < kMostNames) {
     std::size_t end = 0;
     std::size_t blanks = 0;
     for (; end < line.size(); end += std::max<std::size_t>(blanks, 1)) {
@@ -101,9 +102,10 @@ std::optional<std::string_view> WholeLineInQuotes(std::string_view line) {
   return line.substr(1, line.size() - 2);
 }
 
+enum class RowLabels { Possible, Never };
+
 /// The names as many as there are columns: superfluous empty ones at the end dropped, a leading "Data:" dropped, an empty
 /// one put before those of tables whose rows are labelled. False when their number is another.
-enum class RowLabels { Possible, Never };
 bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
   if (names.size() > columns) TrimEmptyEnd(names);
   if (names.size() == columns + 1 && names.front().ends_with(':')) names.erase(names.begin());
