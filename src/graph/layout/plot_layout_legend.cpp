@@ -178,7 +178,11 @@ bool LegendFlow::AddRow(const Entry& entry, LegendBox& box) {
 void LegendFlow::RemoveLastRow(LegendBox& box) {
   x_ = box.rows.back().sample.left() - margin_x_;
   line_ = static_cast<int>(std::lround((box.rows.back().sample.top() - margin_y_) / row_));
-  if (x_ == 0) --line_;
+  if (x_ == 0) {
+    // It began its line: that is free again, and the one before it stays as full as it was.
+    --line_;
+    x_ = limits_.width;
+  }
   box.rows.pop_back();
 }
 

@@ -223,7 +223,6 @@ TEST(PlotLayout, LegendKeepsToItsShareAndCountsTheRest) {
     for (const LegendRow& row : layout.legend->rows) {
       EXPECT_TRUE(frame.contains(row.name.Box()));
     }
-    if (mode == LegendLayout::Horizontal) continue;
     // As many lines as there is room for.
     const double line = metrics.LineHeight(legend.font) + 2;
     const double height = mode == LegendLayout::Free ? 100 : 0.6 * layout.plot.height();
