@@ -104,6 +104,7 @@ void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
   if (holds == FileHolds::Graph) graph_file_ = path;
   if (holds == FileHolds::Template) {
     template_ = path;
+    graph_file_.clear();  // what it holds is not what the window shows now: saving asks for a name
     if (LowerAscii(path.filename().string()) == kDefaultTemplateName) {
       Appearance appearance = document_.WholeGraph().GetAppearance();
       appearance.title_of_graph = document_.Name();

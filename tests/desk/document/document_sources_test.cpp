@@ -159,6 +159,9 @@ TEST_F(DocumentSources, ClosingLosesWhatLiesInNoFile) {
     row.change();
     EXPECT_EQ(files.ClosingLoses(), row.loses) << row.what;
   }
+  files.LoadGraphFile(folder_.File("a.tgr"));
+  files.LoadGraphFile(folder_.File("a.ttp"));
+  EXPECT_TRUE(files.GraphFileName().empty()) << "saving the template's graph took a.tgr's place";
 }
 
 }  // namespace
