@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <new>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/error.h"
 #include "base/version.h"
@@ -59,9 +61,12 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
                               "Do not say what was skipped, replaced, joined or guessed");
 
   Action action;
+  const std::vector<std::string_view> words(argv, argv + argc);
   for (const CommandRow& row : Commands()) {
     Command command = parser.AddCommand(row.name, row.purpose);
-    row.declare(command, action);
+    // A command that nobody names needs no options.
+    if (std::find(words.begin(), words.end(), row.name) != words.end())
+      row.declare(command, action);
   }
   const Parsed parsed = parser.Parse(argc, argv, out, err);
   if (parsed.kind == Parsed::Kind::Answered) return Finish(out, err);
