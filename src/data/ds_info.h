@@ -56,6 +56,8 @@ struct TDSInfo {
   std::string TextMarkers = "'\"";
   std::string XDataColumn = "X Column";
   std::string YDataColumn = "Y Column";
+  std::string YErrorColumn;    ///< gives the errors of Y (key 67); empty: none does
+  std::string XErrorColumn;    ///< of X (key 68)
   std::string XColExpr = "X";  ///< X of a point from the columns read
   std::string YColExpr = "Y";
   std::int32_t RowSamplingFrequency = 1;  ///< take one row, then skip this many minus one
@@ -82,6 +84,8 @@ struct TDSInfo {
   std::int32_t Run = 0;     ///< the only run of the table that is loaded, from 1; 0: all (key 60)
   std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
   std::int32_t y_column_index = -1;
+  std::int32_t y_error_index = -1;
+  std::int32_t x_error_index = -1;
 
   bool operator==(const TDSInfo&) const = default;
 };

@@ -24,7 +24,7 @@ Color TSeries::ModelCurveColor() const {
 }
 
 const LinePath* TSeries::Path() const {
-  const PointGaps gaps = BreakAtGaps() ? Gaps() : PointGaps();
+  const PointGaps gaps = Settings().BreakAtGaps ? Gaps() : PointGaps();
   const bool as_they_came = style_.line_order == LineOrder::AsTheyCame;
   if (!as_they_came && gaps.Empty()) return nullptr;
   if (path_ == nullptr) {

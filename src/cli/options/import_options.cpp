@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "base/error.h"
 #include "base/number_text.h"
 #include "cli/options/command.h"
 #include "cli/options/number_check.h"
@@ -72,6 +73,14 @@ void ReadRows(const std::string& text, ImportOptions& options) {
   if (parts.size() > 2) options.row_value2 = RowNumber(parts[2]);
 }
 
+ErrorOption ReadErrors(const std::string& text) {
+  try {
+    return ParseErrorOption(text);
+  } catch (const Error& error) {
+    throw UsageError(error.what());
+  }
+}
+
 void ReadSampling(const std::string& text, ImportOptions& options) {
   if (text.empty()) return;
   options.automatic_sampling = text == "auto";
@@ -125,6 +134,15 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
       .Group(group);
   command.Add("--y-format", arguments.y_format, "The same for Y").Group(group);
   command
+      .Add("--y-error", arguments.y_errors,
+           "Error of Y: a column (name or #N), a number for all, P% of each value, sqrt of counts, "
+           "or "
+           "none; repeat for several DataSets")
+      .Group(group)
+      .Repeated();
+  command.Add("--x-error", arguments.x_errors, "The same for X, without sqrt; it is drawn only")
+      .Group(group);
+  command
       .Add("--x-expr", arguments.x_expression,
            "What becomes of X: an expression in the row's X, Y and columns")
       .Group(group);
@@ -161,6 +179,10 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   ReadSampling(arguments.every, options);
   options.x_format = FormatNamed(arguments.x_format);
   options.y_format = FormatNamed(arguments.y_format);
+  for (const std::string& text : arguments.y_errors) {
+    options.y_errors.push_back(ReadErrors(text));
+  }
+  if (arguments.x_errors) options.x_errors = ReadErrors(*arguments.x_errors);
   options.x_expression = arguments.x_expression;
   options.y_expression = arguments.y_expression;
   options.tolerance = arguments.tolerance;

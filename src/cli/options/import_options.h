@@ -22,6 +22,8 @@ struct ImportArguments {
   std::string every;
   std::string x_format;
   std::string y_format;
+  std::vector<std::string> y_errors;
+  std::optional<std::string> x_errors;
   std::optional<std::string> x_expression;
   std::optional<std::string> y_expression;
   double tolerance = 0;

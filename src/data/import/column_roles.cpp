@@ -4,11 +4,12 @@
 #include <functional>
 #include <iterator>
 
-#include "base/ascii.h"
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "data/import/error_columns.h"
 #include "data/import/import_file.h"
 #include "data/import/listed.h"
+#include "data/import/name_words.h"
 #include "data/text/text_names.h"
 
 namespace tarnwick {
@@ -17,27 +18,6 @@ namespace {
 constexpr std::size_t kMostNames = 5;  // in a note
 
 using Columns = std::vector<std::int32_t>;
-
-/// The words of a name in small letters, cut at what is neither letter nor digit.
-std::vector<std::string> WordsOf(std::string_view name) {
-  std::vector<std::string> words(1);
-  for (const char c : LowerAscii(name)) {
-    const bool part = IsLetter(c) || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80;
-    if (part) {
-      words.back() += c;
-    } else if (!words.back().empty()) {
-      words.emplace_back();
-    }
-  }
-  if (words.back().empty()) words.pop_back();
-  return words;
-}
-
-bool HasWord(std::string_view name, std::span<const std::string_view> known) {
-  return std::ranges::any_of(WordsOf(name), [known](const std::string& word) {
-    return std::ranges::find(known, word) != known.end();
-  });
-}
 
 /// What is swept or scanned, against which the rest was measured.
 bool NamesScan(std::string_view name) {
@@ -93,11 +73,20 @@ class LeavingOut {
   /// `remain`: how many others there must be.
   template <class Is>
   void If(const char* what, Is is, std::size_t remain = 1) {
+    Tell(Taken(is, remain), what);
+  }
+  /// The same without a word; answers what was taken out.
+  template <class Is>
+  Columns Taken(Is is, std::size_t remain = 1) {
     Columns left;
     Columns kept;
     for (const std::int32_t column : chosen_.y) (is(column) ? left : kept).push_back(column);
-    if (left.empty() || kept.size() < remain) return;
+    if (kept.size() < remain) return {};
     chosen_.y = std::move(kept);
+    return left;
+  }
+  void Tell(const Columns& left, const char* what) {
+    if (left.empty()) return;
     chosen_.notes.push_back(ListOf(source_, left) + (left.size() == 1 ? " is" : " are") +
                             " left out: " + what);
   }
@@ -142,17 +131,35 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   return time != kRowNumberColumn ? time : varying.front();
 }
 
-}  // namespace
-
-bool NamesErrors(std::string_view name) {
-  constexpr std::string_view kWords[] = {"err",         "error",  "errors", "sigma",   "std",
-                                         "stdev",       "stddev", "sd",     "sem",     "stderr",
-                                         "uncertainty", "unc",    "dy",     "\xCF\x83"};
-  constexpr std::string_view kSigns[] = {"+-", "+/-", "\xC2\xB1"};
-  const bool sign = std::ranges::any_of(
-      kSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
-  return sign || HasWord(name, kWords);
+/// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error.
+bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std::int32_t column) {
+  constexpr std::string_view kDx[] = {"dx"}, kDy[] = {"dy"}, kX[] = {"x"};
+  const std::string name = source.NameOf(column);
+  const bool x_named = HasWord(source.NameOf(chosen.x), kX);
+  if (HasWord(name, kDx)) return x_named;
+  const auto is_dx = [&](std::int32_t other) { return HasWord(source.NameOf(other), kDx); };
+  if (HasWord(name, kDy) && !x_named && std::ranges::any_of(source.NumberColumns(), is_dx)) {
+    return false;
+  }
+  return NamesErrors(name);
 }
+
+/// The columns that the user says give errors; the sources' other columns may be plotted.
+Columns GivenErrorColumns(const ImportSource& source, const ImportOptions& options) {
+  Columns columns;
+  const auto add = [&](const ErrorOption& errors) {
+    if (errors.rule.kind == ErrorKind::Column) columns.push_back(source.Column(errors.column));
+  };
+  std::ranges::for_each(options.y_errors, add);
+  if (options.x_errors) add(*options.x_errors);
+  return columns;
+}
+
+bool Holds(const Columns& columns, std::int32_t column) {
+  return std::ranges::find(columns, column) != columns.end();
+}
+
+}  // namespace
 
 ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options) {
   const Columns numbers = source.NumberColumns();
@@ -165,13 +172,19 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   } else if (numbers.size() > 1) {
     chosen.x = ChooseX(source, numbers);
   }
-  if (!chosen.y.empty()) return chosen;
-  const auto makes_time = [&](std::int32_t column) {
-    return chosen.x == kJoinedTimeColumn &&
-           std::ranges::find(source.time_columns, column) != source.time_columns.end();
-  };
+  const auto is_error = [&](std::int32_t column) { return IsErrorColumn(source, chosen, column); };
+  Columns errors;
+  if (!chosen.y.empty()) {
+    std::ranges::copy_if(numbers, std::back_inserter(errors), [&](std::int32_t column) {
+      return column != chosen.x && !Holds(chosen.y, column) && is_error(column);
+    });
+    ChooseErrors(source, options, chosen, errors);
+    return chosen;
+  }
+  const Columns given = GivenErrorColumns(source, options);
   for (const std::int32_t column : numbers) {
-    if (column != chosen.x && !makes_time(column)) chosen.y.push_back(column);
+    const bool makes_time = chosen.x == kJoinedTimeColumn && Holds(source.time_columns, column);
+    if (column != chosen.x && !makes_time && !Holds(given, column)) chosen.y.push_back(column);
   }
   if (chosen.y.empty()) {
     throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
@@ -184,13 +197,14 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   out.If("no value in them",
          [&](std::int32_t column) { return source.GuessOf(column).values.empty(); });
   out.If("dates", [&](std::int32_t column) { return source.GuessOf(column).is_date; });
-  out.If("errors of the values beside them",
-         [&](std::int32_t column) { return NamesErrors(source.NameOf(column)); });
+  errors = out.Taken(is_error);
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
   // Of few columns a constant one is wanted: a set point beside what was measured.
   out.If(
       "one value throughout",
       [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); }, 2);
+  ChooseErrors(source, options, chosen, errors);
+  out.Tell(errors, "errors of the values beside them");
   return chosen;
 }
 

@@ -3,26 +3,35 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "data/import/import_source.h"
+#include "data/series/point_errors.h"
 
 namespace tarnwick {
+
+/// Where the errors of a column's values come from.
+struct ChosenErrors {
+  ErrorRule rule;
+  std::optional<std::int32_t> column = {};  ///< of ErrorKind::Column
+};
 
 struct ChosenColumns {
   std::int32_t x = kRowNumberColumn;
   std::vector<std::int32_t> y;
+  std::vector<ChosenErrors> y_errors;  ///< one for each of `y`
+  ChosenErrors x_errors;
+  std::string errors_note;  ///< which columns were taken as errors by themselves; empty: none
   std::vector<std::string> notes;  ///< what was left out or preferred, one clause each
 };
 
 /// What the user names; else the X that a person would take (times first, then what varies, never a constant or a count of
-/// rows while there is something better) against every other column of numbers. Columns of errors, constants, counts of
-/// rows and, beside numbers, of dates are left out where others remain. A file with one column is plotted over the number
+/// rows while there is something better) against every other column of numbers. Columns of errors become those of the columns
+/// that they belong to; constants, counts of rows and, beside numbers, dates are left out where others remain, and so are errors
+/// of nobody knows what. A file with one column is plotted over the number
 /// of the row. Throws FileError when there are no numbers or no such column.
 ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options);
-
-/// True for the names that columns of errors have: "err", "sigma", "dy", "+-", …
-bool NamesErrors(std::string_view name);
 
 }  // namespace tarnwick

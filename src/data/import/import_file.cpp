@@ -23,8 +23,17 @@ bool IsDateFormat(ColumnFormat format) {
          format == ColumnFormat::DateMonthFirst;
 }
 
+/// The name that finds the column of errors again, and its place.
+void DescribeErrors(const ImportSource& source, const ChosenErrors& errors, std::string& name,
+                    std::int32_t& index) {
+  if (!errors.column) return;
+  name = source.ReferenceTo(*errors.column);
+  index = *errors.column;
+}
+
 void Describe(TDataSeries& series, const ImportSource& source, const ImportOptions& options,
-              std::int32_t x, std::int32_t y) {
+              const ChosenColumns& columns, std::size_t number) {
+  const std::int32_t x = columns.x, y = columns.y[number];
   TDSInfo& info = series.Source();
   info = source.info;
   info.XDataColumn = source.ReferenceTo(x);
@@ -33,6 +42,10 @@ void Describe(TDataSeries& series, const ImportSource& source, const ImportOptio
   info.y_column_index = y;
   info.XFormat = options.x_format.value_or(source.GuessOf(x).format);
   info.YFormat = options.y_format.value_or(source.GuessOf(y).format);
+  const ChosenErrors& y_errors = columns.y_errors[number];
+  DescribeErrors(source, y_errors, info.YErrorColumn, info.y_error_index);
+  DescribeErrors(source, columns.x_errors, info.XErrorColumn, info.x_error_index);
+  series.SetErrors({y_errors.rule, columns.x_errors.rule, {}, {}});
   series.SetSeriesName(source.NameOf(y));
   series.SetNumericalTolerance(options.tolerance);
   series.SetDuplicatesAllowed(options.duplicates_allowed.value_or(options.tolerance == 0));
@@ -104,10 +117,10 @@ ImportResult LoadColumns(ImportSource source, const ImportOptions& options, cons
   ChooseSampling(source.info, *source.supplier, options, load);
   ImportResult result;
   std::vector<TDataSeries*> series;
-  for (const std::int32_t y : columns.y) {
+  for (std::size_t i = 0; i < columns.y.size(); ++i) {
     result.series.push_back(make());
     series.push_back(result.series.back().get());
-    Describe(*series.back(), source, options, columns.x, y);
+    Describe(*series.back(), source, options, columns, i);
   }
   result.reports = series.size() == 1
                        ? std::vector{LoadDataSet(*series.front(), *source.supplier, load)}
@@ -118,6 +131,7 @@ ImportResult LoadColumns(ImportSource source, const ImportOptions& options, cons
   result.x_name = source.NameOf(columns.x);
   result.notes = source.notes;
   result.notes.insert(result.notes.end(), columns.notes.begin(), columns.notes.end());
+  result.errors_note = columns.errors_note;
   result.x_is_date = IsDate(source, columns.x, options.x_format);
   result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
   result.cancelled = result.reports.front().cancelled;
@@ -138,6 +152,9 @@ void ImportOptions::Validate() const {
   if (every && *every < 1) throw Error("The sampling frequency must be 1 or more");
   if ((names_line && *names_line < 0) || (units_line && *units_line < 0)) {
     throw Error("The lines of names and units must not be negative");
+  }
+  if (x_errors && x_errors->rule.kind == ErrorKind::Counts) {
+    throw Error("The square root of counts is an error of Y, not of X");
   }
   if (separators && separators->empty()) throw Error("No Text Separators supplied");
   const auto mode = row_choice ? static_cast<std::int32_t>(*row_choice) : 0;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "data/import/error_option.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
 #include "data/series/data_series.h"
@@ -39,6 +40,9 @@ struct ImportOptions {
   bool automatic_sampling = false;
   std::optional<ColumnFormat> x_format;
   std::optional<ColumnFormat> y_format;
+  /// Errors of Y: one for each DataSet in their order, or one rule for all; default: columns that look like errors.
+  std::vector<ErrorOption> y_errors;
+  std::optional<ErrorOption> x_errors;
   std::optional<std::string> x_expression;
   std::optional<std::string> y_expression;
   double tolerance = 0;
@@ -66,7 +70,8 @@ struct ImportResult {
   /// What was decided about the file that is not certain, one clause each, without a full stop: "the table from line 449 on
   /// is shown, another stands at line 21". Beside what the reports tell.
   std::vector<std::string> notes;
-  bool cancelled = false;  ///< also while the file was unpacked: there are no DataSets then
+  std::string errors_note;  ///< a clause more: which columns were taken as errors by themselves
+  bool cancelled = false;   ///< also while the file was unpacked: there are no DataSets then
 };
 
 /// Reads `path` ("-": standard input) into DataSets that remember how, so that RefreshAll reads them again. Throws

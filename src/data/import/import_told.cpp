@@ -31,6 +31,9 @@ constexpr Kind kKinds[] = {
      [](const LoadReport& r) { return r.Skipped(); }, "have skipped rows"},
     {ToldAbout::Replacing, [](const LoadReport& r) { return r.ReplacedText(); },
      [](const LoadReport& r) { return r.replaced; }, "have rows replaced by later ones"},
+    {ToldAbout::UnusableErrors, [](const LoadReport& r) { return r.ErrorsText(); },
+     [](const LoadReport& r) { return r.y_errors.All() + r.x_errors.All(); },
+     "have rows without a usable error"},
     {ToldAbout::Moving, [](const LoadReport& r) { return r.MovedText(); },
      [](const LoadReport&) -> std::int64_t { return 1; }, "are read from elsewhere"},
 };

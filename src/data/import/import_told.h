@@ -11,7 +11,7 @@
 namespace tarnwick {
 
 /// What a clause is about; each face knows how to have it otherwise.
-enum class ToldAbout { Sampling, Skipping, Replacing, Moving, Guessing };
+enum class ToldAbout { Sampling, Skipping, Replacing, UnusableErrors, Errors, Moving, Guessing };
 
 struct ToldClause {
   ToldAbout about = ToldAbout::Guessing;

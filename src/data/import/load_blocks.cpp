@@ -41,6 +41,14 @@ void LoadRun::LoadBlocks(const BlockSource& blocks) {
   for (Member& member : members_) {
     member.x_request = Request(member.x_column, member.target->Info().XFormat);
     member.y_request = Request(member.y_column, member.target->Info().YFormat);
+    if (const auto column = member.target->YErrorColumn()) {
+      member.y_error_request =
+          Request(*column, ErrorFormatOf(member, *column, member.target->Info().YFormat));
+    }
+    if (const auto column = member.target->XErrorColumn()) {
+      member.x_error_request =
+          Request(*column, ErrorFormatOf(member, *column, member.target->Info().XFormat));
+    }
     for (const std::int32_t column : member.target->Columns()) {
       member.column_requests.push_back(Request(column, FormatOf(member, column)));
     }
@@ -65,7 +73,9 @@ void LoadRun::TakeBlockRows(Member& member, const RowBlock& block, RowRange rows
                             const BlockSource& blocks) {
   if (rows.begin == rows.end) return;
   LoadTarget& target = *member.target;
-  const bool stored = member.x_request != kRowNumbers && member.y_request != kRowNumbers;
+  const bool stored = member.x_request != kRowNumbers && member.y_request != kRowNumbers &&
+                      member.y_error_request != kRowNumbers &&
+                      member.x_error_request != kRowNumbers;
   if (stored && target.TakesColumns() &&
       target.Chooser().NextRow() == block.first_row + rows.begin &&
       block.complete[member.x_request] != 0 && block.complete[member.y_request] != 0) {
@@ -73,7 +83,10 @@ void LoadRun::TakeBlockRows(Member& member, const RowBlock& block, RowRange rows
       return block.Column(request).subspan(static_cast<std::size_t>(rows.begin),
                                            static_cast<std::size_t>(rows.end - rows.begin));
     };
-    target.TakeColumns(part(member.x_request), part(member.y_request));
+    OwnErrorSpans errors;
+    if (member.y_error_request) errors.y = part(*member.y_error_request);
+    if (member.x_error_request) errors.x = part(*member.x_error_request);
+    target.TakeColumns(part(member.x_request), part(member.y_request), errors);
     return;
   }
   const std::int64_t end = block.first_row + rows.end;
@@ -83,6 +96,12 @@ void LoadRun::TakeBlockRows(Member& member, const RowBlock& block, RowRange rows
     RowValues values;
     values.x = BlockOrRowNumber(block, member.x_request, row, number);
     values.y = BlockOrRowNumber(block, member.y_request, row, number);
+    if (member.y_error_request) {
+      values.y_error = BlockOrRowNumber(block, *member.y_error_request, row, number);
+    }
+    if (member.x_error_request) {
+      values.x_error = BlockOrRowNumber(block, *member.x_error_request, row, number);
+    }
     for (std::size_t i = 0; i < member.columns.size(); ++i) {
       member.columns[i] = BlockOrRowNumber(block, member.column_requests[i], row, number);
     }

@@ -1,8 +1,10 @@
 #include "data/import/load_report.h"
 
+#include <span>
 #include <utility>
 
 #include "base/number_text.h"
+#include "data/block_source.h"
 
 namespace tarnwick {
 namespace {
@@ -12,6 +14,29 @@ std::string Ordinal(std::int32_t number) {
   const bool teen = tens >= 11 && tens <= 13;
   const char* const endings[] = {"th", "st", "nd", "rd"};
   return std::to_string(number) + (!teen && number % 10 <= 3 ? endings[number % 10] : "th");
+}
+
+using Reason = std::pair<std::int64_t, const char*>;
+
+/// "1 X empty, 2 Y empty"; the reason alone where it is the only one.
+std::string ReasonList(std::span<const Reason> reasons, std::int64_t all) {
+  std::string list;
+  for (const auto& [count, reason] : reasons) {
+    if (count == all) return reason;
+    if (count > 0) list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + reason;
+  }
+  return list;
+}
+
+std::string TextOf(const UnusableErrors& errors, const std::string& of) {
+  if (errors.no_column) return "no column gives the errors of " + of;
+  if (errors.All() == 0) return {};
+  const Reason reasons[] = {{errors.missing, "empty"},
+                            {errors.not_number, "not a number"},
+                            {errors.zero, "zero"},
+                            {errors.negative, "negative"}};
+  return Counted(errors.All(), "row") + (errors.All() == 1 ? " gives" : " give") +
+         " no usable error of " + of + " (" + ReasonList(reasons, errors.All()) + ")";
 }
 
 }  // namespace
@@ -41,24 +66,26 @@ void LoadReport::AddSkipped(SkipReason reason, std::int64_t line) {
   }
 }
 
+void UnusableErrors::Count(double error) {
+  if (error > 0) return;
+  std::int64_t& kind = error < 0               ? negative
+                       : error == 0            ? zero
+                       : IsMissingValue(error) ? missing
+                                               : not_number;
+  ++kind;
+}
+
 std::string LoadReport::SampledText() const {
   return sampled_every > 1 ? "every " + Ordinal(sampled_every) + " row" : std::string();
 }
 
 std::string LoadReport::SkippedText() const {
   if (Skipped() == 0) return {};
-  const std::pair<std::int64_t, const char*> reasons[] = {{x_missing, "X empty"},
-                                                          {y_missing, "Y empty"},
-                                                          {x_not_number, "X not a number"},
-                                                          {y_not_number, "Y not a number"}};
-  std::string list;
-  for (const auto& [count, reason] : reasons) {
-    if (count == Skipped()) {
-      list = reason;
-    } else if (count > 0) {
-      list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + reason;
-    }
-  }
+  const Reason reasons[] = {{x_missing, "X empty"},
+                            {y_missing, "Y empty"},
+                            {x_not_number, "X not a number"},
+                            {y_not_number, "Y not a number"}};
+  const std::string list = ReasonList(reasons, Skipped());
   return Counted(Skipped(), "row") + " skipped (" + list + "; first at line " +
          std::to_string(first_skipped_line) + ")";
 }
@@ -72,11 +99,17 @@ std::string LoadReport::MovedText() const {
   return found_at.empty() ? "" : "read from " + found_at + ", since the source has moved";
 }
 
+std::string LoadReport::ErrorsText() const {
+  const std::string y = TextOf(y_errors, "Y");
+  const std::string x = TextOf(x_errors, "X");
+  return y + (y.empty() || x.empty() ? "" : "; ") + x;
+}
+
 std::string LoadReport::Message() const {
   if (!loaded) return cancelled ? "Cancelled, nothing was loaded" : "Nothing was loaded";
   std::string text = Counted(points, "point");
   if (sampled_every > 1) text += ", " + SampledText();
-  for (const std::string& part : {SkippedText(), ReplacedText(), MovedText()}) {
+  for (const std::string& part : {SkippedText(), ReplacedText(), ErrorsText(), MovedText()}) {
     if (!part.empty()) text += "; " + part;
   }
   if (cancelled) text += "; cancelled";

@@ -9,6 +9,19 @@ namespace tarnwick {
 /// Why a row gave no point.
 enum class SkipReason : std::uint8_t { XMissing, YMissing, XNotNumber, YNotNumber };
 
+/// Values of a column of errors that are none: an error is a finite number above 0.
+struct UnusableErrors {
+  bool no_column = false;  ///< the source has no column of that name
+  std::int64_t missing = 0;
+  std::int64_t not_number = 0;
+  std::int64_t zero = 0;
+  std::int64_t negative = 0;
+
+  void Count(double error);  ///< NaN as in RowBlock
+  std::int64_t All() const { return missing + not_number + zero + negative; }
+  bool operator==(const UnusableErrors&) const = default;
+};
+
 struct LoadReport {
   bool loaded = false;     ///< false: source not active or a column missing; the old points stay
   bool cancelled = false;  ///< the points read until then are in the DataSet
@@ -23,6 +36,7 @@ struct LoadReport {
   std::int64_t first_skipped_line =
       0;  ///< line (record) of the first skipped row from 1; 0 when none was skipped
   SkipReason first_reason = SkipReason::XMissing;
+  UnusableErrors y_errors, x_errors;  ///< of the rows that gave points
   std::int32_t runs =
       1;  ///< what empty lines cut the rows into (PieceFinder), up to the last row read
   std::int32_t sampled_every = 1;  ///< the sampling frequency used
@@ -36,6 +50,8 @@ struct LoadReport {
   std::string SkippedText() const;
   std::string ReplacedText() const;
   std::string MovedText() const;
+  /// "3 rows give no usable error of Y (1 empty, 2 zero)", "no column gives the errors of Y".
+  std::string ErrorsText() const;
   /// All of it behind the number of points: "4000 points, every 3rd row; 2 rows skipped (Y empty; first at line 17)".
   std::string Message() const;
 };

@@ -45,7 +45,14 @@ RowValues LoadRun::ReadRow(Member& member) const {
   RowValues values;
   values.x = ReadCode(member.x_column, info.XFormat);
   if (!IsUndefined(values.x)) values.y = ReadCode(member.y_column, info.YFormat);
-  const std::vector<std::int32_t>& columns = member.target->Columns();
+  const LoadTarget& target = *member.target;
+  if (const auto column = target.YErrorColumn()) {
+    values.y_error = ReadCode(*column, ErrorFormatOf(member, *column, info.YFormat));
+  }
+  if (const auto column = target.XErrorColumn()) {
+    values.x_error = ReadCode(*column, ErrorFormatOf(member, *column, info.XFormat));
+  }
+  const std::vector<std::int32_t>& columns = target.Columns();
   for (std::size_t i = 0; i < columns.size(); ++i) {
     member.columns[i] = ReadCode(columns[i], FormatOf(member, columns[i]));
   }

@@ -84,6 +84,8 @@ void LoadRun::ResolveColumns() {
     if (info.x_column_index < 0) info.x_column_index = supplier_.ColumnIndex(info.XDataColumn);
     if (info.y_column_index < 0) info.y_column_index = supplier_.ColumnIndex(info.YDataColumn);
     if (info.x_column_index < 0 || info.y_column_index < 0) continue;
+    if (info.y_error_index < 0) info.y_error_index = supplier_.ColumnIndex(info.YErrorColumn);
+    if (info.x_error_index < 0) info.x_error_index = supplier_.ColumnIndex(info.XErrorColumn);
     Member member;
     member.number = i;
     member.x_column = info.x_column_index;
@@ -168,6 +170,14 @@ ColumnFormat LoadRun::FormatOf(const Member& member, std::int32_t column) {
       return format;
   }
   return ColumnFormat::Automatic;
+}
+
+/// An error is written as its value is, unless that is a time.
+ColumnFormat LoadRun::ErrorFormatOf(const Member& member, std::int32_t column, ColumnFormat value) {
+  const bool number = value == ColumnFormat::Number || value == ColumnFormat::DecimalComma ||
+                      value == ColumnFormat::GroupedThousands ||
+                      value == ColumnFormat::NumberWithUnit;
+  return number ? value : FormatOf(member, column);
 }
 
 bool LoadRun::AdvanceProgress(std::int64_t done) {

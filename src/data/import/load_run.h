@@ -51,6 +51,7 @@ class LoadRun {
     std::unique_ptr<LoadTarget> target;
     std::size_t x_request = 0;  // among the columns of a block; kRowNumbers = the row's number
     std::size_t y_request = 0;
+    std::optional<std::size_t> y_error_request, x_error_request;
     std::vector<std::size_t> column_requests;  // of what its column expressions read
     std::vector<double> columns;               // their values in the row at hand
   };
@@ -63,6 +64,7 @@ class LoadRun {
   void FinishTargets();
 
   static ColumnFormat FormatOf(const Member& member, std::int32_t column);
+  static ColumnFormat ErrorFormatOf(const Member& member, std::int32_t column, ColumnFormat value);
   bool AdvanceProgress(std::int64_t done);
   bool AllDone() const;
 

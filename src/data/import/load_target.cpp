@@ -27,6 +27,14 @@ double Transformed(const ColumnTransform& transform, const RowValues& values, do
   return transform.value(values.x, values.y, columns).value_or(kNotNumberValue);
 }
 
+/// The column at that position gives the errors, where they come from one; none where the source has no such column.
+std::optional<std::int32_t> ErrorColumnOf(const ErrorRule& rule, const std::string& name,
+                                          std::int32_t position, UnusableErrors& unusable) {
+  if (rule.kind != ErrorKind::Column || name.empty()) return std::nullopt;
+  unusable.no_column = position < 0;
+  return position < 0 ? std::nullopt : std::optional(position);
+}
+
 }  // namespace
 
 SkipReason ReasonOf(const RowValues& values) {
@@ -43,6 +51,11 @@ LoadTarget::LoadTarget(TDataSeries& series, std::optional<std::int64_t> rows,
       transforms_(std::move(transforms)),
       columns_(transforms_.x.columns) {
   columns_.insert(columns_.end(), transforms_.y.columns.begin(), transforms_.y.columns.end());
+  const TDSInfo& info = series.Source();
+  y_error_column_ =
+      ErrorColumnOf(series.Errors().y, info.YErrorColumn, info.y_error_index, report_.y_errors);
+  x_error_column_ =
+      ErrorColumnOf(series.Errors().x, info.XErrorColumn, info.x_error_index, report_.x_errors);
   series_.Clear();
   report_.loaded = true;
 }
@@ -55,7 +68,8 @@ bool LoadTarget::TakesColumns() const {
   return chooser_.TakesAll() && !transforms_.x && !transforms_.y;
 }
 
-void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> y) {
+void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> y,
+                             const OwnErrorSpans& errors) {
   const auto rows = static_cast<std::int64_t>(x.size());
   chooser_.PassTaken(rows);
   pieces_.SeeRow(x.front());
@@ -64,12 +78,16 @@ void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> 
   pieces_.TakePoint(added_);
   report_.rows_read += rows;
   added_ += rows;
+  for (const double error : errors.y) report_.y_errors.Count(error);
+  for (const double error : errors.x) report_.x_errors.Count(error);
   if (x_.empty() && RisesFrom(series_.Points(), x)) {
-    Give(x, y);
+    Give(x, y, errors);
     return;
   }
   x_.insert(x_.end(), x.begin(), x.end());
   y_.insert(y_.end(), y.begin(), y.end());
+  y_errors_.insert(y_errors_.end(), errors.y.begin(), errors.y.end());
+  x_errors_.insert(x_errors_.end(), errors.x.begin(), errors.x.end());
   FlushWhenWorthwhile();
 }
 
@@ -82,6 +100,14 @@ std::optional<SkipReason> LoadTarget::AddPoint(const RowValues& values) {
   pieces_.TakePoint(added_++);
   x_.push_back(point.x);
   y_.push_back(point.y);
+  if (y_error_column_) {
+    y_errors_.push_back(values.y_error);
+    report_.y_errors.Count(values.y_error);
+  }
+  if (x_error_column_) {
+    x_errors_.push_back(values.x_error);
+    report_.x_errors.Count(values.x_error);
+  }
   if (x_.size() % kPointsPerFlush == 0) FlushWhenWorthwhile();
   return std::nullopt;
 }
@@ -94,23 +120,26 @@ void LoadTarget::FlushWhenWorthwhile() {
 }
 
 void LoadTarget::Flush() {
-  Give(x_, y_);
-  x_.clear();
-  y_.clear();
+  Give(x_, y_, {y_errors_, x_errors_});
+  for (std::vector<double>* const values : {&x_, &y_, &y_errors_, &x_errors_}) values->clear();
 }
 
 /// Piece by piece: which id is the first that one can have is known only when the points before are in.
-void LoadTarget::Give(std::span<const double> x, std::span<const double> y) {
+void LoadTarget::Give(std::span<const double> x, std::span<const double> y,
+                      const OwnErrorSpans& errors) {
+  const auto give = [&](std::size_t first, std::size_t count) {
+    series_.AddPoints(x.subspan(first, count), y.subspan(first, count), errors.Part(first, count));
+  };
   const std::span<const PieceFinder::Beginning> all = pieces_.Beginnings();
   std::size_t from = 0;
   while (begins_.size() < all.size()) {
     const auto at = static_cast<std::size_t>(all[begins_.size()].point - given_);
     if (at >= x.size()) break;
-    series_.AddPoints(x.subspan(from, at - from), y.subspan(from, at - from));
+    give(from, at - from);
     begins_.push_back(series_.LastId() + 1);
     from = at;
   }
-  series_.AddPoints(x.subspan(from), y.subspan(from));
+  give(from, x.size() - from);
   given_ += static_cast<std::int64_t>(x.size());
 }
 

@@ -20,6 +20,8 @@ namespace tarnwick {
 struct RowValues {
   double x = kMissingValue;
   double y = kMissingValue;
+  double y_error = kMissingValue;
+  double x_error = kMissingValue;
   std::span<const double> columns = {};  ///< those of LoadTarget::Columns()
 };
 
@@ -32,6 +34,9 @@ class LoadTarget {
   const TDSInfo& Info() const { return series_.Source(); }
   const RowChooser& Chooser() const { return chooser_; }
   LoadReport& Report() { return report_; }
+  /// The columns of errors that are taken, by position.
+  std::optional<std::int32_t> YErrorColumn() const { return y_error_column_; }
+  std::optional<std::int32_t> XErrorColumn() const { return x_error_column_; }
   /// The columns beside X and Y that its column expressions read: those for X, then those for Y.
   const std::vector<std::int32_t>& Columns() const { return columns_; }
   /// Points so far, those on their way among them.
@@ -44,7 +49,8 @@ class LoadTarget {
   void Take(const RowValues& values, LineOf&& line);
   /// True when whole columns can be taken.
   bool TakesColumns() const;
-  void TakeColumns(std::span<const double> x, std::span<const double> y);
+  void TakeColumns(std::span<const double> x, std::span<const double> y,
+                   const OwnErrorSpans& errors);
   /// Puts the last points into the DataSet and completes the report.
   void Finish();
 
@@ -53,7 +59,7 @@ class LoadTarget {
   bool OfChosenRun() const { return Info().Run == 0 || Info().Run == pieces_.Run(); }
   void FlushWhenWorthwhile();
   void Flush();
-  void Give(std::span<const double> x, std::span<const double> y);
+  void Give(std::span<const double> x, std::span<const double> y, const OwnErrorSpans& errors);
   PointGaps GapsFound() const;
   void AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
                             std::vector<std::int32_t>& begins) const;
@@ -62,6 +68,7 @@ class LoadTarget {
   RowChooser chooser_;
   ColumnTransforms transforms_;
   std::vector<std::int32_t> columns_;
+  std::optional<std::int32_t> y_error_column_, x_error_column_;
   LoadReport report_;
   std::int64_t added_ = 0;  // points given to the DataSet, or on their way
   PieceFinder pieces_;
@@ -69,6 +76,8 @@ class LoadTarget {
   std::vector<std::int32_t> begins_;  // the lowest ids behind the first of pieces_.Beginnings()
   std::vector<double> x_;             // points not yet in the DataSet
   std::vector<double> y_;
+  std::vector<double> y_errors_;  // of those points; empty unless a column gives them
+  std::vector<double> x_errors_;
 };
 
 SkipReason ReasonOf(const RowValues& values);

@@ -68,6 +68,7 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
       source.DatasourceInfo = opened.DatasourceInfo;
       source.active = true;
       source.x_column_index = source.y_column_index = -1;
+      source.y_error_index = source.x_error_index = -1;
     }
     const std::vector<LoadReport> loaded =
         series.size() == 1 ? std::vector{LoadDataSet(*series[0], *supplier, options)}

@@ -28,6 +28,8 @@ constexpr SourceSetting kTextSettings[] = {
     {"TableLines", Opens},
     {"XDataColumn"},
     {"YDataColumn"},
+    {"YErrorColumn"},
+    {"XErrorColumn"},
     {"XFormat"},
     {"YFormat"},
     {"RowSamplingFrequency"},
@@ -42,9 +44,10 @@ constexpr SourceSetting kTextSettings[] = {
 };
 
 constexpr SourceSetting kUnformattedSettings[] = {
-    {"FileHasHeaders"},  {"XDataColumn"}, {"YDataColumn"},   {"RowSamplingFrequency"},
-    {"AutoRowHitFreq"},  {"AllRows"},     {"RowChoiceMode"}, {"RowChoiceValue1"},
-    {"RowChoiceValue2"}, {"XColExpr"},    {"YColExpr"},
+    {"FileHasHeaders"}, {"XDataColumn"},     {"YDataColumn"},     {"RowSamplingFrequency"},
+    {"YErrorColumn"},   {"XErrorColumn"},    {"AutoRowHitFreq"},  {"AllRows"},
+    {"RowChoiceMode"},  {"RowChoiceValue1"}, {"RowChoiceValue2"}, {"XColExpr"},
+    {"YColExpr"},
 };
 
 constexpr SourceKind kKinds[] = {

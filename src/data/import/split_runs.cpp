@@ -18,6 +18,7 @@ std::unique_ptr<TDataSeries> RunOf(const TDataSeries& whole, std::int32_t run,
   std::unique_ptr<TDataSeries> series = make();
   DataState state = series->State();
   state.settings = whole.Settings();
+  state.errors = {whole.Errors().y, whole.Errors().x, {}, {}};
   state.settings.source.Run = run;
   state.settings.source.AutoRowHitFreq = false;
   state.settings.source.RowSamplingFrequency = 1;

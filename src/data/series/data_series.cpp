@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "base/undefined.h"
 #include "data/points/point_columns.h"
+#include "data/series/batch_errors.h"
 
 namespace tarnwick {
 
@@ -107,6 +108,13 @@ void TDataSeries::SetGaps(PointGaps gaps) {
   Raise(ChangeCode::Data);
 }
 
+void TDataSeries::SetErrors(PointErrors errors) {
+  if (errors == errors_) return;
+  errors_ = std::move(errors);
+  fit_.DataChanged();
+  Raise(ChangeCode::Data);
+}
+
 void TDataSeries::SetRegressionType(tarnwick::RegressionType value) {
   if (value == settings_.regression_type) return;
   settings_.regression_type = value;
@@ -140,19 +148,25 @@ PlacingRules TDataSeries::Rules() const {
 
 std::int32_t TDataSeries::AddPoint(double x, double y) {
   if (IsUndefined(x)) return PointCount();
-  points_.Place(x, y, Rules());
+  const OwnErrorSpans none;
+  BatchErrors errors(errors_, none, points_);
+  errors.Placed(0, x, points_.Place(x, y, Rules()));
+  errors.Finish();
   TakeIntoAccount(x, y, Points().Size());
   PointsChanged();
   Raise(ChangeCode::PointAdded);
   return PointCount();
 }
 
-void TDataSeries::AddPoints(std::span<const double> x, std::span<const double> y) {
+void TDataSeries::AddPoints(std::span<const double> x, std::span<const double> y,
+                            const OwnErrorSpans& own) {
   const PlacingRules rules = Rules();
+  BatchErrors errors(errors_, own, points_);
   bool added = false;
   bool asked_to_merge = false;
   for (std::size_t i = 0; i < x.size();) {
     const std::size_t run = AppendAscending(x.subspan(i), y.subspan(i));
+    errors.Made(i, run, LastId() + 1 - static_cast<std::int32_t>(run));
     i += run;
     added = added || run > 0;
     if (i == x.size()) break;
@@ -164,14 +178,15 @@ void TDataSeries::AddPoints(std::span<const double> x, std::span<const double> y
     if (!asked_to_merge && x[i] < Points().LastX()) {
       asked_to_merge = true;
       if (points_.ShouldMerge(x.subspan(i), rules)) {
-        MergePoints(x.subspan(i), y.subspan(i));
+        MergePoints(x, y, i, errors);
         break;
       }
     }
-    points_.Place(x[i], y[i], rules);
+    errors.Placed(i, x[i], points_.Place(x[i], y[i], rules));
     TakeIntoAccount(x[i], y[i], Points().Size());
     ++i;
   }
+  errors.Finish();
   if (!added) return;
   PointsChanged();
   Raise(ChangeCode::PointAdded);
@@ -200,21 +215,30 @@ std::size_t TDataSeries::AppendAscending(std::span<const double> x, std::span<co
   return run;
 }
 
-void TDataSeries::MergePoints(std::span<const double> x, std::span<const double> y) {
+void TDataSeries::MergePoints(std::span<const double> x, std::span<const double> y,
+                              std::size_t first, BatchErrors& errors) {
   std::vector<double> kept_x;
   std::vector<double> kept_y;
+  std::vector<std::size_t> kept;
+  x = x.subspan(first);
+  y = y.subspan(first);
   if (std::any_of(x.begin(), x.end(), IsUndefined)) {
     for (std::size_t i = 0; i < x.size(); ++i) {
       if (IsUndefined(x[i])) continue;
       kept_x.push_back(x[i]);
       kept_y.push_back(y[i]);
+      kept.push_back(first + i);
     }
     x = kept_x;
     y = kept_y;
   }
   std::size_t points = Points().Size();
+  std::int32_t id = LastId();
   const BatchOutcome outcome = points_.Merge(x, y, Rules());
   for (std::size_t i = 0; i < x.size(); ++i) {
+    const bool made = outcome.made_point[i] != 0;
+    errors.Placed(kept.empty() ? first + i : kept[i], x[i],
+                  made ? ++id : PlacedPoints::kNotLookedUp);
     points += outcome.made_point[i];
     TakeIntoAccount(x[i], y[i], points);
   }
@@ -223,6 +247,7 @@ void TDataSeries::MergePoints(std::span<const double> x, std::span<const double>
 void TDataSeries::Clear() {
   points_ = {};
   gaps_ = {};
+  errors_.y_values = errors_.x_values = {};
   regression_.curve.Clear();
   extremes_ = {};
   PointsChanged();
@@ -343,15 +368,16 @@ DataState TDataSeries::State() const {
   SettleAutoZero();
   // Who takes over a regression that failed is to hear why.
   const bool regression_stale = regression_.stale || !regression_.failure.empty();
-  return {settings_,        Points(),     gaps_,           regression_.curve,
-          points_.LastId(), extremes_,    extremes_stale_, regression_stale,
-          fit_.Settings(),  fit_.Result()};
+  return {settings_,         Points(),         gaps_,        errors_,
+          regression_.curve, points_.LastId(), extremes_,    extremes_stale_,
+          regression_stale,  fit_.Settings(),  fit_.Result()};
 }
 
 void TDataSeries::SetState(const DataState& state) {
   settings_ = state.settings;
   points_.Assume(state.points, state.id_counter);
   gaps_ = state.gaps;
+  errors_ = state.errors;
   PointsChanged();
   regression_ = {state.regression_curve, state.regression_stale, {}};
   extremes_ = state.extremes;

@@ -14,10 +14,13 @@
 #include "data/series/data_state.h"
 #include "data/series/extremes.h"
 #include "data/series/placed_points.h"
+#include "data/series/point_errors.h"
 #include "data/series/statistics.h"
 #include "fit/model/curve_fit.h"
 
 namespace tarnwick {
+
+class BatchErrors;
 
 class TDataSeries {
  public:
@@ -47,7 +50,6 @@ class TDataSeries {
   bool DuplicatesAllowed() const { return settings_.DuplicatesAllowed; }
   /// Forbidding duplicates removes every point whose X is within the tolerance of the one before it.
   void SetDuplicatesAllowed(bool value);
-  bool BreakAtGaps() const { return settings_.BreakAtGaps; }
   void SetBreakAtGaps(bool value);
   tarnwick::RegressionType RegressionType() const { return settings_.regression_type; }
   void SetRegressionType(tarnwick::RegressionType value);
@@ -67,12 +69,16 @@ class TDataSeries {
   /// Where the pieces of the points begin, whether lines are broken there or not.
   const PointGaps& Gaps() const { return gaps_; }
   void SetGaps(PointGaps gaps);
+  /// Errors of the points. A point that is overwritten loses its own; one that is moved keeps them.
+  const PointErrors& Errors() const { return errors_; }
+  void SetErrors(PointErrors errors);
   /// Places one point by the rules of tolerance and duplicates; answers the new number of points. An undefined X has no
   /// place in the order: such a point is left out without a word. Infinite X are ordered like any other.
   std::int32_t AddPoint(double x, double y);
   /// The same for many points in one change (one PointAdded at the end), with the same result as one by one. The spans
-  /// have the same length.
-  void AddPoints(std::span<const double> x, std::span<const double> y);
+  /// have the same length. What errors the points bring is kept, whatever rule gives the errors now.
+  void AddPoints(std::span<const double> x, std::span<const double> y,
+                 const OwnErrorSpans& own = {});
   void Clear();
   bool SetY(std::int32_t id, double y);  ///< false when no point has that id
   bool DeletePoint(std::int32_t id);     ///< false when no point has that id
@@ -109,7 +115,8 @@ class TDataSeries {
   PlacingRules Rules() const;
   void TakeIntoAccount(double x, double y, std::size_t points);
   std::size_t AppendAscending(std::span<const double> x, std::span<const double> y);
-  void MergePoints(std::span<const double> x, std::span<const double> y);
+  void MergePoints(std::span<const double> x, std::span<const double> y, std::size_t first,
+                   BatchErrors& errors);
   void RemoveDuplicates();
 
   BaseLine LineAsItStands() const { return {settings_.ZeroValue, settings_.BaseLineSlope}; }
@@ -121,6 +128,7 @@ class TDataSeries {
   mutable DataSettings settings_;
   PlacedPoints points_;
   PointGaps gaps_;
+  PointErrors errors_;
   RegressionState regression_;
   mutable Extremes extremes_;
   mutable bool extremes_stale_ = false;

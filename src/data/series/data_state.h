@@ -10,6 +10,7 @@
 #include "data/points/point_gaps.h"
 #include "data/regression/regression_type.h"
 #include "data/series/extremes.h"
+#include "data/series/point_errors.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"
 
@@ -38,6 +39,7 @@ struct DataState {
   DataSettings settings;
   PointChain points;
   PointGaps gaps;
+  PointErrors errors;
   PointChain regression_curve;
   std::int32_t id_counter = 0;  ///< the last point id given out
   Extremes extremes;

@@ -41,54 +41,57 @@ std::size_t PlacedPoints::IdsLeft() const {
 
 // Where the new point goes, or which point it overwrites. The point before which a new one goes is searched by X alone: a
 // tolerance must not break the order.
-void PlacedPoints::Place(double x, double y, const PlacingRules& rules) {
+std::int32_t PlacedPoints::Place(double x, double y, const PlacingRules& rules) {
   const double tolerance = rules.tolerance;
   const bool overwrites = rules.Overwrites();
-  if (PlaceLate(x, y, rules)) return;
-  if (chain_.Empty()) {
-    chain_.Append(NewId(), x, y);
-  } else if (x >= chain_.LastX()) {
-    if (overwrites && x - tolerance <= chain_.LastX()) {
-      Overwrite(chain_.PlaceOf(chain_.Size() - 1), x, y);
-    } else {
-      chain_.Append(NewId(), x, y);
-    }
-  } else {
+  if (const std::optional<std::int32_t> late = PlaceLate(x, y, rules)) return *late;
+  if (!chain_.Empty() && x < chain_.LastX()) {
     const PointChain::Place place = chain_.LowerPlace(x);
     const PointChain::Place near = tolerance == 0 ? place : chain_.LowerPlace(x - tolerance);
     if (overwrites && near != chain_.End() && std::abs(chain_.X(near) - x) <= tolerance) {
-      Overwrite(near, x, y);
-    } else {
-      chain_.Insert(place, {NewId(), x, y, 0});
+      return Overwrite(near, x, y);
     }
+    chain_.Insert(place, {NewId(), x, y, 0});
+  } else if (!chain_.Empty() && overwrites && x - tolerance <= chain_.LastX()) {
+    return Overwrite(chain_.PlaceOf(chain_.Size() - 1), x, y);
+  } else {
+    chain_.Append(NewId(), x, y);
   }
+  return last_id_;
 }
 
-// Lets a point in the middle wait where only an equal X can be in its way; false when it did not.
-bool PlacedPoints::PlaceLate(double x, double y, const PlacingRules& rules) {
+// Lets a point in the middle wait where only an equal X can be in its way; answers what Place does, nothing when it did not.
+std::optional<std::int32_t> PlacedPoints::PlaceLate(double x, double y, const PlacingRules& rules) {
   const bool overwrites = rules.Overwrites();
   const double last = chain_.LastX();
   // Of several points at the last X, the last one is overwritten.
   const bool inside = x < last || (overwrites && x == last && !close_points_);
-  if (!inside || chain_.Empty() || (overwrites && rules.tolerance != 0)) return false;
-  if (IdsLeft() == 0) return false;
-  const PointChain::Late outcome = chain_.PlaceLate(last_id_ + 1, x, y, rules.duplicates);
-  if (outcome == PointChain::Late::Inserted) ++last_id_;
-  return outcome != PointChain::Late::NotTaken;
+  if (!inside || chain_.Empty() || (overwrites && rules.tolerance != 0)) return std::nullopt;
+  if (IdsLeft() == 0) return std::nullopt;
+  switch (chain_.PlaceLate(last_id_ + 1, x, y, rules.duplicates)) {
+    case PointChain::Late::NotTaken:
+      break;
+    case PointChain::Late::Inserted:
+      return ++last_id_;
+    case PointChain::Late::Overwrote:
+      return kNotLookedUp;
+  }
+  return std::nullopt;
 }
 
 // A tolerance that grew after the points came lets an X pass its neighbour; the point moves there with its id.
-void PlacedPoints::Overwrite(const PointChain::Place& place, double x, double y) {
+std::int32_t PlacedPoints::Overwrite(const PointChain::Place& place, double x, double y) {
+  Point point = chain_.At(place);
   const PointChain::Place next = chain_.Next(place);
   if (next == chain_.End() || chain_.X(next) >= x) {
     chain_.Set(place, x, y);
-    return;
+    return point.id;
   }
-  Point point = chain_.At(place);
   point.x = x;
   point.y = y;
   chain_.Erase(place);
   chain_.Insert(chain_.LowerPlace(x), point);
+  return point.id;
 }
 
 std::int32_t PlacedPoints::NewId() {

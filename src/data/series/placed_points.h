@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -32,8 +33,10 @@ class PlacedPoints {
   /// The rules that placed the points are no longer those of the next ones.
   void RulesChanged() { close_points_ = true; }
 
-  /// Makes a new point or overwrites one; X is not undefined.
-  void Place(double x, double y, const PlacingRules& rules);
+  static constexpr std::int32_t kNotLookedUp = 0;
+  /// Makes a new point or overwrites one; X is not undefined. Answers the point's id, or kNotLookedUp where it overwrote the
+  /// first one of that very X without a look at its id.
+  std::int32_t Place(double x, double y, const PlacingRules& rules);
   /// Appends the leading values that come as new points behind all others; answers how many.
   std::size_t AppendAscending(std::span<const double> x, std::span<const double> y,
                               const PlacingRules& rules);
@@ -50,8 +53,8 @@ class PlacedPoints {
   bool RemoveDuplicates(double tolerance);
 
  private:
-  bool PlaceLate(double x, double y, const PlacingRules& rules);
-  void Overwrite(const PointChain::Place& place, double x, double y);
+  std::optional<std::int32_t> PlaceLate(double x, double y, const PlacingRules& rules);
+  std::int32_t Overwrite(const PointChain::Place& place, double x, double y);
   std::int32_t NewId();
   std::size_t IdsLeft() const;
 

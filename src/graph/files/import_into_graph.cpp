@@ -47,7 +47,9 @@ std::unique_ptr<TDataSeries> MakeSeries() {
 ImportTold Told(const ImportResult& result, std::span<TSeries* const> all) {
   std::vector<std::string> names;
   for (const TSeries* const series : all) names.push_back(series->SeriesName());
-  return TellImport(result.reports, names, result.notes);
+  ImportTold told = TellImport(result.reports, names, result.notes);
+  if (!result.errors_note.empty()) told.push_back({ToldAbout::Errors, result.errors_note});
+  return told;
 }
 
 /// Lines as the data asks for them, and what there is to tell of it.

@@ -13,6 +13,9 @@
 namespace tarnwick {
 namespace {
 
+using testing::ElementsAre;
+using testing::IsNan;
+
 std::string Written(const TDataSeries& series, WithPoints with_points,
                     WriterMode mode = WriterMode::Typed) {
   std::string bytes;
@@ -50,6 +53,8 @@ void FillWithOddities(TDataSeries& series) {
   i.TextMarkers = "'";
   i.XDataColumn = "t";
   i.YDataColumn = "U";
+  i.YErrorColumn = "dU";
+  i.XErrorColumn = "#3";
   i.RowSamplingFrequency = 7;
   i.AutoRowHitFreq = false;
   i.ColumnWidth = 12;
@@ -64,7 +69,9 @@ void FillWithOddities(TDataSeries& series) {
   state.fit.parameters = {{"a", 2, 0.1, 0.001, true, false, "Height", "mV"}};
   state.fit.templates = {{"g", "x^2", ""}};
   series.SetState(state);
-  for (const double x : {1.0, 2.0, 2.0, 3.5}) series.AddPoint(x, -x);
+  const std::vector<double> x = {1, 3.5, 2, 2}, own = {0.1, kUndefined, 1e-300, 3};
+  series.SetErrors({{ErrorKind::Column, 0}, {ErrorKind::Percent, 2.5}, {}, {}});
+  series.AddPoints(x, x, {own, {}});
 }
 
 TEST(DataSeriesFile, ComesBackAsItWas) {
@@ -78,6 +85,11 @@ TEST(DataSeriesFile, ComesBackAsItWas) {
       EXPECT_EQ(read.Fit().Settings(), series.Fit().Settings());
       EXPECT_EQ(XValues(read.Points()),
                 with_points == WithPoints::Yes ? XValues(series.Points()) : std::vector<double>{});
+      EXPECT_EQ(read.Errors().y, series.Errors().y);
+      EXPECT_EQ(read.Errors().x, series.Errors().x);
+      if (with_points == WithPoints::No) continue;
+      EXPECT_THAT(NumbersAlong(read.Points(), read.Errors().y_values),
+                  ElementsAre(0.1, 3, 1e-300, IsNan()));
     }
   }
 }
@@ -115,7 +127,7 @@ TEST(DataSeriesFile, KeepsTheOrderInWhichPointsCameWhereItIsNeeded) {
   Read(written(WithPoints::Yes), pieces);
   EXPECT_EQ(Arrivals(pieces), "2 10 | 5 | 3 9");
   EXPECT_EQ(XValues(pieces.Points()), XValues(series.Points()));
-  EXPECT_TRUE(pieces.BreakAtGaps());
+  EXPECT_TRUE(pieces.Settings().BreakAtGaps);
   EXPECT_THAT(written(WithPoints::No), testing::Not(testing::HasSubstr("Gaps52")));
 }
 
@@ -146,6 +158,39 @@ TEST(DataSeriesFile, DamagedOrderAndGapsLeaveThePointsAsTheyStand) {
     TDataSeries read;
     Read(bytes, read);
     EXPECT_EQ(Arrivals(read), row.expected) << row.order << ' ' << row.gaps;
+  }
+}
+
+// Errors go with the points, not with their places in the order in which they came.
+TEST(DataSeriesFile, KeepsErrorsBesideTheOrderAndPassesOverDamagedOnes) {
+  const struct {
+    const char *errors, *order;
+    std::vector<double> expected;
+  } kCases[] = {
+      {"0.1 - 3", "EDD", {0.1, kUndefined, 3}},
+      {"0.1 - 3", "", {0.1, kUndefined, 3}},
+      {"0.1 -2 1E400", "", {0.1, -2, kUndefined}},
+      {"0.1 2", "", {kUndefined, kUndefined, kUndefined}},
+      {"0.1 2 3 4", "", {kUndefined, kUndefined, kUndefined}},
+      {"0.1 x 3", "", {kUndefined, kUndefined, kUndefined}},
+      {"0.1  3", "", {kUndefined, kUndefined, kUndefined}},
+  };
+  for (const auto& row : kCases) {
+    std::string bytes;
+    SectionWriter writer(bytes);
+    writer.WriteString(51, "PointOrder", row.order);
+    writer.WriteInteger(61, "YErrorKind", 1);
+    writer.WriteInteger(63, "XErrorKind", 4);
+    writer.WriteString(65, "YErrors", row.errors);
+    writer.WriteEndOfSection();
+    writer.WritePointBlockHeader(3);
+    for (const double x : {1.0, 2.0, 3.0}) writer.WritePoint(x, x);
+    TDataSeries read;
+    Read(bytes, read);
+    EXPECT_THAT(NumbersAlong(read.Points(), read.Errors().y_values),
+                testing::Pointwise(testing::NanSensitiveDoubleEq(), row.expected))
+        << row.errors;
+    EXPECT_EQ(read.Errors().x.kind, ErrorKind::None);
   }
 }
 

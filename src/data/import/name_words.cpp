@@ -1,0 +1,30 @@
+#include "data/import/name_words.h"
+
+#include <algorithm>
+
+#include "base/ascii.h"
+#include "base/text_encoding.h"
+
+namespace tarnwick {
+
+std::vector<std::string> WordsOf(std::string_view name) {
+  std::vector<std::string> words(1);
+  for (const char c : LowerAscii(name)) {
+    const bool part = IsLetter(c) || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80;
+    if (part) {
+      words.back() += c;
+    } else if (!words.back().empty()) {
+      words.emplace_back();
+    }
+  }
+  if (words.back().empty()) words.pop_back();
+  return words;
+}
+
+bool HasWord(std::string_view name, std::span<const std::string_view> known) {
+  return std::ranges::any_of(WordsOf(name), [known](const std::string& word) {
+    return std::ranges::find(known, word) != known.end();
+  });
+}
+
+}  // namespace tarnwick

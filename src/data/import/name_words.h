@@ -1,0 +1,17 @@
+// The words that the name of a column is made of. Knows letters; no column.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwick {
+
+/// The words of a name in small letters, cut at what is neither letter nor digit.
+std::vector<std::string> WordsOf(std::string_view name);
+
+/// True when one of them is known.
+bool HasWord(std::string_view name, std::span<const std::string_view> known);
+
+}  // namespace tarnwick
