@@ -124,8 +124,18 @@ std::string_view TTxtSupplier::CurrentLine() {
 }
 
 std::optional<std::string_view> TTxtSupplier::CurrentField(std::int32_t column) {
-  if (AtEnd()) return std::nullopt;
-  return FieldAt(CurrentLine(), layout_, column);
+  if (AtEnd() || column < 0) return std::nullopt;
+  if (split_ != at_) {
+    cursor_.emplace(CurrentLine(), layout_);
+    fields_.clear();
+    split_ = at_;
+  }
+  while (std::cmp_less_equal(fields_.size(), column)) {
+    const std::optional<std::string_view> next = cursor_->Next();
+    if (!next) return std::nullopt;
+    fields_.push_back(*next);
+  }
+  return fields_[static_cast<std::size_t>(column)];
 }
 
 std::optional<double> TTxtSupplier::ReadValue(std::int32_t column, ColumnFormat format) {

@@ -62,6 +62,9 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   const char* at_;
   const char* measured_ = nullptr;  // the line that line_ is
   std::string_view line_;
+  const char* split_ = nullptr;  // the line whose first fields these are, and what finds the next
+  std::vector<std::string_view> fields_;
+  std::optional<FieldCursor> cursor_;
   std::int64_t row_ = 1;
   std::int32_t header_rows_ = 0;
   std::int32_t blanks_passed_ = 0;
