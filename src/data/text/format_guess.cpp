@@ -66,7 +66,7 @@ Separation SeparateBy(std::string_view separators, const TextFormat& format, con
                       char line_end) {
   Separation separation{separators, {}, 0};
   const bool occurs = std::ranges::any_of(lines, [separators](std::string_view line) {
-    return line.find_first_of(separators) != line.npos;
+    return std::ranges::any_of(separators, [line](char c) { return line.find(c) != line.npos; });
   });
   if (!occurs) return separation;
   separation.tables = TablesBy(separators, format, lines, line_end);
