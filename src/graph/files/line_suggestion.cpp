@@ -17,6 +17,8 @@ constexpr double kLongStep = 0.25;  // of the range: longer steps in the mean ar
 constexpr std::size_t kPointsATurn = 8;
 constexpr std::size_t kTurnsOfLoop = 2;  // allowed to the smallest loop
 constexpr std::size_t kFewest = 5;       // points below which no order is seen
+constexpr std::size_t kMostGroups = 100;
+constexpr std::size_t kLeastRepeats = 3;  // of each X in the mean
 
 /// What X does from point to point.
 class Way {
@@ -69,11 +71,27 @@ std::size_t CountLate(std::span<const double> x, double jitter, double sign) {
   return late;
 }
 
+bool StandsInGroups(const PointChain& points) {
+  std::size_t groups = 1;
+  double last = points.Front().x;
+  for (std::size_t number = 0; number < points.ChunkCount(); ++number) {
+    for (const double x : points.Chunk(number).x) {
+      if (x == last) continue;
+      last = x;
+      if (++groups > kMostGroups) return false;
+    }
+  }
+  return groups > 1 && points.Size() >= kLeastRepeats * groups;
+}
+
 }  // namespace
 
 LineSuggestion SuggestLineOrder(const TDataSeries& series) {
   const PointChain& points = series.Points();
-  if (points.Size() < kFewest || IdsAscend(points)) return LineSuggestion::ByX;
+  if (points.Size() < kFewest) return LineSuggestion::ByX;
+  if (IdsAscend(points))
+    return series.DuplicatesAllowed() && StandsInGroups(points) ? LineSuggestion::Groups
+                                                                : LineSuggestion::ByX;
   const std::vector<std::uint32_t> order = ArrivalOrder(points);
   const std::vector<double> by_x = XValues(points);
   std::vector<double> x(by_x.size());
@@ -105,7 +123,7 @@ LineSuggestion SuggestLineOrder(const TDataSeries& series) {
 
 SeriesStyle FollowSuggestion(SeriesStyle style, LineSuggestion suggestion) {
   if (suggestion == LineSuggestion::AsTheyCame) style.line_order = LineOrder::AsTheyCame;
-  if (suggestion == LineSuggestion::SymbolsOnly) {
+  if (suggestion == LineSuggestion::SymbolsOnly || suggestion == LineSuggestion::Groups) {
     style.connect_points = false;
     style.show_symbols = true;
   }
@@ -117,12 +135,12 @@ std::string TellSuggestions(const std::vector<LineSuggestion>& suggestions) {
     return std::ranges::find(suggestions, suggestion) != suggestions.end();
   };
   std::string text;
-  if (some(LineSuggestion::AsTheyCame))
-    text = "X turns back: points are joined in the order of the file";
-  if (some(LineSuggestion::SymbolsOnly)) {
-    text += text.empty() ? "" : "; elsewhere ";
-    text += "X is in no order: points are shown as symbols without lines";
-  }
+  const auto tell = [&](LineSuggestion suggestion, const char* clause) {
+    if (some(suggestion)) text += (text.empty() ? "" : "; elsewhere ") + std::string(clause);
+  };
+  tell(LineSuggestion::AsTheyCame, "X turns back: points are joined in the order of the file");
+  tell(LineSuggestion::SymbolsOnly, "X is in no order: points are shown as symbols without lines");
+  tell(LineSuggestion::Groups, "few X repeat often: points are shown as symbols without lines");
   return text;
 }
 

@@ -13,6 +13,7 @@ enum class LineSuggestion {
   ByX,          ///< X keeps rising, or falling
   AsTheyCame,   ///< X turns back and goes on smoothly: a loop, a sweep there and back
   SymbolsOnly,  ///< X is in no order: a line would only scribble
+  Groups,       ///< a few X, measured many times each: a line would only go up and down
 };
 
 /// Looks at X in the order in which the points came, piece by piece.

@@ -29,6 +29,9 @@ TEST(LineSuggestion, JoinsAsXGoes) {
       {"ten cycles", 2000, [&](int i) { return std::sin(10 * turn(i, 2000)); }, AsTheyCame},
       {"arc that hooks", 60, [&](int i) { return i < 40 ? i : 80 - i; }, AsTheyCame},
       {"scatter", 300, [&](int) { return uniform(random); }, SymbolsOnly},
+      {"nine treatments", 90, [](int i) { return i / 10; }, Groups},
+      {"a clock of whole seconds", 1010, [](int i) { return i / 10; }, ByX},
+      {"steps of two", 20, [](int i) { return i / 2; }, ByX},
       {"five at random", 5, [](int i) { return (i * 3) % 5; }, SymbolsOnly},
   };
   for (const auto& row : kCases) {
