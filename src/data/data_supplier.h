@@ -58,6 +58,8 @@ class TDataSupplier {
   virtual bool CountRows(Progress& progress);
   /// The source's size and the current row's place in it, in a unit of the source's own: bytes of text, or records.
   virtual std::int64_t Size() const = 0;
+  /// About how many rows there are, by a look at a few places; at most Size(), which is the answer where nothing is known.
+  virtual std::int64_t EstimateRows() const { return Size(); }
   virtual std::int64_t Position() const = 0;
   /// The source's own name for messages and progress windows: a file name.
   virtual const std::string& Describe() const = 0;

@@ -13,6 +13,8 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int64_t kIndexedSkip = 32;  // from here on the index finds a row sooner than walking
+constexpr std::size_t kPlacesLookedAt = 16;
+constexpr std::size_t kBytesOfPlace = 65536;
 constexpr std::int64_t kMostRows = std::numeric_limits<std::int32_t>::max() - 1;
 
 std::int32_t RowNumber(std::int64_t row) {
@@ -163,6 +165,20 @@ bool TTxtSupplier::CountRows(Progress& progress) {
   if (!index.Build(progress)) return false;
   index_.emplace(std::move(index));
   return true;
+}
+
+std::int64_t TTxtSupplier::EstimateRows() const {
+  const std::string_view body = Body();
+  if (body.size() <= kPlacesLookedAt * kBytesOfPlace)
+    return RowIndex::CountRows(body, 0, body.size(), layout_);
+  std::int64_t rows = 0;
+  for (std::size_t place = 0; place < kPlacesLookedAt; ++place) {
+    const std::size_t from = body.size() / kPlacesLookedAt * place;
+    rows += RowIndex::CountRows(body, from, from + kBytesOfPlace, layout_);
+  }
+  const double share = static_cast<double>(kPlacesLookedAt * kBytesOfPlace) /
+                       static_cast<double>(body.size());
+  return static_cast<std::int64_t>(static_cast<double>(rows) / share);
 }
 
 std::int32_t TTxtSupplier::RowCount() {

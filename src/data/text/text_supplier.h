@@ -31,6 +31,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   const std::vector<std::string>& ColumnNames() override;
   bool HasNamesLine() override;
   bool CountRows(Progress& progress) override;
+  std::int64_t EstimateRows() const override;
   std::int64_t Size() const override { return end_ - source_->Text().data(); }
   std::int64_t Position() const override { return at_ - source_->Text().data(); }
   const std::string& Describe() const override { return source_->Name(); }
