@@ -176,8 +176,8 @@ std::int64_t TTxtSupplier::EstimateRows() const {
     const std::size_t from = body.size() / kPlacesLookedAt * place;
     rows += RowIndex::CountRows(body, from, from + kBytesOfPlace, layout_);
   }
-  const double share = static_cast<double>(kPlacesLookedAt * kBytesOfPlace) /
-                       static_cast<double>(body.size());
+  const double share =
+      static_cast<double>(kPlacesLookedAt * kBytesOfPlace) / static_cast<double>(body.size());
   return static_cast<std::int64_t>(static_cast<double>(rows) / share);
 }
 
