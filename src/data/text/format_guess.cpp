@@ -7,6 +7,7 @@
 #include "data/text/field_kind.h"
 #include "data/text/format_guess_gaps.h"
 #include "data/text/format_guess_lines.h"
+#include "data/text/listed_names.h"
 #include "data/text/names_line.h"
 #include "data/text/table_search.h"
 #include "data/text/text_lines.h"
@@ -307,7 +308,9 @@ class Guess {
     const auto headers =
         std::min(static_cast<std::size_t>(format_.header_lines), lines_.first.size());
     if (headers == 0 && FirstRowHoldsText(layout)) format_.names_line = kNoNamesLine;
-    if (table_.fields > 0 && headers > 0) {
+    if (table_.fields > 0 && ListsNames(layout)) {
+      format_.names_line = 0;
+    } else if (table_.fields > 0 && headers > 0) {
       const HeaderLines found =
           FindHeaderLines(std::span(lines_.first).first(headers), layout, table_.fields);
       // Where there is none, the rule is not to find one in the preamble.
@@ -316,6 +319,17 @@ class Guess {
     }
     format_.names_line = hints_.names_line.value_or(format_.names_line);
     format_.units_line = hints_.units_line.value_or(format_.units_line);
+  }
+
+  /// The rule finds a list of names where no line is said to hold them.
+  bool ListsNames(const TextLayout& layout) const {
+    const auto row = std::ranges::find_if(
+        lines_.first, [&](std::string_view line) { return IsDataLine(line, layout); });
+    const std::size_t above = std::max(static_cast<std::size_t>(format_.header_lines),
+                                       static_cast<std::size_t>(row - lines_.first.begin()));
+    return FindListedNames(std::span(lines_.first).first(std::min(above, lines_.first.size())),
+                           layout, table_.fields)
+        .has_value();
   }
 
   /// A text in the first row, "NaN" or a flag, would pass for a name.

@@ -6,6 +6,7 @@
 
 #include "base/text_encoding.h"
 #include "data/text/field_value.h"
+#include "data/text/listed_names.h"
 #include "data/text/names_line.h"
 #include "data/text/text_lines.h"
 
@@ -161,10 +162,13 @@ bool ReadsAsNumber(std::string_view field) {
 
 TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const TDSInfo& info) {
   const Opening opening = ReadOpening(text, layout, info.FileHasHeaders);
-  const bool stated = info.NamesLine != 0;
   const std::int32_t rows = opening.row_columns;
-  Line line = stated ? Line{{}, false, FieldsOfLine(text, info.NamesLine, layout, rows), true}
-                     : FindNames(text, layout, opening);
+  std::optional<ListedNames> listed;
+  if (info.NamesLine == 0) listed = FindListedNames(opening.header, layout, rows);
+  const bool stated = info.NamesLine != 0 || listed;
+  Line line = listed   ? Line{{}, false, std::move(listed->names), true}
+              : stated ? Line{{}, false, FieldsOfLine(text, info.NamesLine, layout, rows), true}
+                       : FindNames(text, layout, opening);
   const std::int32_t columns =
       line.comment || line.fits_rows ? rows : std::max(CountColumns(text, layout), rows);
 
@@ -184,7 +188,8 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const T
     read.names.push_back(std::move(name));
   }
   read.bare_names = read.names;
-  const Fields units = FieldsOfLine(text, info.UnitsLine, layout, columns);
+  const Fields units =
+      listed ? std::move(listed->units) : FieldsOfLine(text, info.UnitsLine, layout, columns);
   for (std::size_t i = 0; i < units.size(); ++i) {
     const std::string unit = UnitText(units[i]);
     if (!unit.empty()) read.names[i] += " [" + unit + "]";

@@ -58,6 +58,11 @@ std::int32_t TTxtSupplier::ColumnIndex(std::string_view name) {
   if (column < 0) {
     const auto bare = std::ranges::find(bare_names_, name);
     if (bare != bare_names_.end()) return static_cast<std::int32_t>(bare - bare_names_.begin());
+    // Kept when the column had no name that was found.
+    for (std::size_t i = 0; i < bare_names_.size(); ++i) {
+      const auto unnamed = static_cast<std::int32_t>(i);
+      if (name == UnnamedColumn(unnamed)) return unnamed;
+    }
   }
   const bool joined = column < 0 && name == kJoinedTimeName && !layout_.time.parts.empty();
   return joined ? kJoinedTimeColumn : column;
