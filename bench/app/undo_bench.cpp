@@ -16,7 +16,7 @@ namespace {
 using namespace tarnwick;
 
 class NoWork final : public LongWork {
-  void Run(const WorkTitle&, const std::function<void(Progress&)>&) override {}
+  void DoRun(const WorkTitle&, const std::function<void(Progress&)>&) override {}
 };
 
 class NoPrompt final : public Prompt {

@@ -1,15 +1,48 @@
 // The desktop program's entry.
 #include <QApplication>
+#include <QMessageBox>
+#include <chrono>
 #include <string>
 #include <vector>
 
-#include "app/window/command_line.h"
+#include "app/instance/single_instance.h"
 #include "app/window/main_form.h"
 #include "base/whole_file.h"
 #include "desk/widgets/ink_icon.h"
 #include "graph/gif/gif_format.h"
 
+namespace {
+
+using tarnwick::SingleInstance;
+
+/// How long another instance may take to begin.
+constexpr std::chrono::seconds kPatience{10};
+
+QByteArray ActivationToken() {
+  const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+  return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
+
+/// Asking needs no window system, which takes ten times as long to begin.
+SingleInstance::Start AskOthers(SingleInstance& instance, int argc, char** argv) {
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  const QCoreApplication asking(argc, argv);
+  return instance.Begin(words, ActivationToken(), kPatience);
+}
+
+int TellBlocked() {
+  QMessageBox::critical(nullptr, "Tarnwick",
+                        "Can not start: previous instance of Tarnwick is initializing");
+  return 1;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  SingleInstance instance(tarnwick::NamesOfInstance());
+  const SingleInstance::Start start = AskOthers(instance, argc, argv);
+  if (start == SingleInstance::Start::HandedOver) return 0;
+
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   const QApplication application(argc, argv);
@@ -18,15 +51,18 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName("Tarnwick");
   QGuiApplication::setDesktopFileName("tarnwick");
   QApplication::setWindowIcon(tarnwick::InkIcon("tarnwick"));
-
-  const QStringList arguments = QApplication::arguments();
-  std::vector<std::string> words;
-  for (const QString& argument : arguments.mid(1)) words.push_back(argument.toStdString());
+  if (start == SingleInstance::Start::Blocked) return TellBlocked();
 
   tarnwick::ShellParts parts;
   parts.paths = tarnwick::FindProgramPaths();
   tarnwick::T_MainForm main_form(std::move(parts));
-  main_form.ProcessCommandLine(tarnwick::JoinWords(words));
+  QObject::connect(&instance, &SingleInstance::activated, &main_form,
+                   &tarnwick::T_MainForm::BringToFront);
+  QObject::connect(&instance, &SingleInstance::wordsTaken, &main_form,
+                   &tarnwick::T_MainForm::TakeWords);
+  instance.Listen();
+  // What Qt understood is taken off by now.
+  main_form.ProcessWords(std::vector<std::string>(argv + 1, argv + argc));
   if (main_form.StartFailed()) return 1;
   main_form.show();
   return QApplication::exec();

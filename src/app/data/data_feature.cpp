@@ -1,6 +1,8 @@
 #include "app/data/data_feature.h"
 
+#include "desk/commands/workspace.h"
 #include "desk/document/document.h"
+#include "desk/document/refresh_documents.h"
 
 namespace tarnwick {
 
@@ -15,6 +17,14 @@ Feature DataFeature() {
        .tool = ToolGroup::Data,
        .enabled = HasDocument,
        .run = [](CommandContext& c) { c.document->Files().Refresh(); }},
+      {.name = "editRefreshAll1",
+       .caption = "&All Windows",
+       .shortcut = "Ctrl+F5",
+       .hint = "Refresh All Data|Refresh Data in All Windows",
+       .icon = "refresh-all",
+       .menu = Menu::RefreshData,
+       .enabled = HasDocument,
+       .run = [](CommandContext& c) { RefreshDocuments(c.workspace.Documents()); }},
   };
   return {.name = "data", .commands = {kCommands}};
 }

@@ -1,7 +1,6 @@
 #include "app/window/command_line.h"
 
 #include <algorithm>
-#include <optional>
 #include <system_error>
 
 #include "base/text_encoding.h"
@@ -10,17 +9,12 @@ namespace tarnwick {
 namespace {
 
 constexpr char kQuote = '"';
+constexpr const char* kClipboardWord = "@clipboard";
+constexpr const char* kDropOptions = "no";
 
-/// The piece after the last quote, taken off the end of `rest`; quotes at either end of it are dropped. Nothing when no
-/// word is left.
-std::optional<std::string> TakeLastWord(std::string& rest) {
-  while (!rest.empty()) {
-    const std::size_t quote = rest.rfind(kQuote);
-    const std::string word = quote == std::string::npos ? rest : rest.substr(quote + 1);
-    rest.erase(quote == std::string::npos ? 0 : quote);
-    if (!word.empty()) return word;
-  }
-  return std::nullopt;
+bool NamesFile(const std::string& word) {
+  std::error_code ignored;  // what cannot be looked at is no file to open
+  return std::filesystem::is_regular_file(word, ignored);
 }
 
 }  // namespace
@@ -33,21 +27,33 @@ std::string JoinWords(const std::vector<std::string>& words) {
   return joined.substr(first, joined.find_last_not_of(' ') - first + 1);
 }
 
-CommandLine ParseCommandLine(const std::string& joined) {
+std::vector<std::string> SplitWords(const std::string& joined) {
+  std::vector<std::string> words;
+  for (std::size_t begin = 0; begin <= joined.size();) {
+    const std::size_t end = std::min(joined.find(kQuote, begin), joined.size());
+    if (end > begin) words.push_back(joined.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return words;
+}
+
+CommandLine ParseWords(const std::vector<std::string>& words) {
   CommandLine line;
-  std::string rest = joined;
-  while (const auto word = TakeLastWord(rest)) {
+  for (auto word = words.rbegin(); word != words.rend(); ++word) {
+    if (word->empty()) continue;
     if (word->front() == '-') {
       line.options.push_back(LowerAscii(word->substr(1)));
-      continue;
+    } else if (NamesFile(*word)) {
+      line.openings.emplace_back(std::filesystem::path(*word));
+    } else if (LowerAscii(*word) == kClipboardWord) {
+      line.openings.emplace_back(FromClipboard());
+    } else {
+      line.unknown.push_back(*word);
     }
-    std::error_code ignored;  // what cannot be looked at is no file to open
-    if (std::filesystem::is_regular_file(*word, ignored)) line.files.emplace_back(*word);
   }
-  const bool dropped =
-      std::find(line.options.begin(), line.options.end(), "no") != line.options.end();
-  if (dropped) line.options.clear();
-  std::reverse(line.options.begin(), line.options.end());
+  if (std::ranges::find(line.options, kDropOptions) != line.options.end()) line.options.clear();
+  std::ranges::reverse(line.options);
+  std::ranges::reverse(line.unknown);
   return line;
 }
 

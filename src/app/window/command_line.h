@@ -1,23 +1,32 @@
-// The words of a command line: files to open and options, in the order in which they take effect. Knows no window.
+// The words of a command line: what to open and options, in the order in which they take effect. Knows no window.
 #pragma once
 
 #include <filesystem>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace tarnwick {
 
+/// The graph that lies on the clipboard.
+struct FromClipboard {
+  bool operator==(const FromClipboard&) const = default;
+};
+
 struct CommandLine {
-  std::vector<std::filesystem::path>
-      files;  ///< existing files, in the order of opening: the last word first
+  /// Existing files and the clipboard, in the order of opening: the last word first.
+  std::vector<std::variant<std::filesystem::path, FromClipboard>> openings;
   std::vector<std::string> options;  ///< lower case, without "-", in the order in which they stood
+  std::vector<std::string> unknown;  ///< words that name nothing, in the order in which they stood
 };
 
 /// Each word with a quote before it, blanks at both ends trimmed: the form in which a command line is handed on.
 std::string JoinWords(const std::vector<std::string>& words);
 
-/// Takes a joined line apart, from its end. Words that are neither an option nor an existing file are passed over; the
-/// option "no" drops all options.
-CommandLine ParseCommandLine(const std::string& joined);
+/// The words of a joined line, in the order in which they stand; empty ones are lost.
+std::vector<std::string> SplitWords(const std::string& joined);
+
+/// Takes words from the last to the first. The option "no" drops all options.
+CommandLine ParseWords(const std::vector<std::string>& words);
 
 }  // namespace tarnwick

@@ -1,23 +1,34 @@
 #include "app/window/main_form.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QLayout>
 #include <QMdiArea>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <algorithm>
+#include <utility>
+#include <variant>
 
 #include "app/canvas/graph_canvas.h"
 #include "app/window/features.h"
 #include "app/window/graph_window.h"
 #include "app/window/start_page.h"
 #include "app/window/window_placement.h"
+#include "base/error.h"
+#include "data/import/listed.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/document/dropped_files.h"
+#include "desk/document/graph_mime_data.h"
+#include "desk/document/paste.h"
+#include "desk/document/refresh_documents.h"
 #include "desk/panels/panel_docks.h"
 #include "desk/prompts/message_box_prompt.h"
 #include "desk/widgets/elided_label.h"
@@ -29,6 +40,8 @@
 namespace tarnwick {
 namespace {
 
+constexpr std::size_t kMostNamed = 3;  // of words that name nothing
+constexpr int kWaitForRest = 100;      // ms
 constexpr QRect kFirstGeometry(100, 100, 790, 500);
 
 ShellParts Complete(ShellParts parts, QWidget* window) {
@@ -270,17 +283,72 @@ void T_MainForm::closingGraphWindow(TGraphWindow* window) {
 }
 
 void T_MainForm::ProcessCommandLine(const std::string& joined) {
-  const CommandLine line = ParseCommandLine(joined);
+  ProcessWords(SplitWords(joined));
+}
+
+void T_MainForm::ProcessWords(const std::vector<std::string>& words) {
+  CommandLine line = ParseWords(words);
   bool failed = false;
-  for (const auto& file : line.files) {
-    if (!OpenFile(file)) failed = true;
+  for (const auto& opening : line.openings) {
+    const bool opened = std::visit([this](const auto& what) { return Open(what); }, opening);
+    failed = failed || !opened;
   }
+  if (!shown_) pending_options_ = std::move(line.options);
   start_failed_ = !shown_ && failed && GraphWindows().empty();
+  std::vector<std::string> quoted;
+  for (const std::string& word : line.unknown) quoted.push_back('"' + word + '"');
+  if (!quoted.empty())
+    statusBar()->showMessage(tr("There is no file %1").arg(ToQt(Listed(quoted, kMostNamed))));
+}
+
+void T_MainForm::TakeWords(const std::vector<std::string>& words) {
+  waiting_words_.push_back(words);
+  ProcessWaitingWords();
+}
+
+void T_MainForm::ProcessWaitingWords() {
+  // A window that opens in the middle of loading another, or behind a question, would get in the way of both.
+  if (parts_.work->IsRunning() || QApplication::activeModalWidget() != nullptr) {
+    QTimer::singleShot(kWaitForRest, this, &T_MainForm::ProcessWaitingWords);
+    return;
+  }
+  for (const auto& words : std::exchange(waiting_words_, {})) ProcessWords(words);
+}
+
+bool T_MainForm::Open(FromClipboard) {
+  const QMimeData* const held = QGuiApplication::clipboard()->mimeData();
+  if (held == nullptr || !held->hasFormat(kGraphFormat)) return true;  // passed over
+  try {
+    TGraphWindow* const window = OpenGraphWindow({});
+    return window != nullptr && Paste(window->GetDocument(), *held);
+  } catch (const Error& error) {
+    parts_.prompt->Tell(error.what());
+    return false;
+  }
+}
+
+void T_MainForm::ApplyCommandOptions() {
+  for (const std::string& option : std::exchange(pending_options_, {})) {
+    if (option == "maximize") showMaximized();
+    if (option == "tile") Arrange(WindowArrangement::TileHorizontally);
+    const std::vector<Document*> documents = Documents();
+    if (option == "refresh" && !documents.empty()) RefreshDocuments(documents);
+  }
+}
+
+void T_MainForm::BringToFront(const QByteArray& activation_token) {
+  if (!activation_token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", activation_token);
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
 }
 
 void T_MainForm::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
-  shown_ = true;
+  if (std::exchange(shown_, true)) return;
+  // Once the window stands: refreshing shows its progress.
+  QMetaObject::invokeMethod(this, &T_MainForm::ApplyCommandOptions, Qt::QueuedConnection);
 }
 
 void T_MainForm::closeEvent(QCloseEvent* event) {

@@ -46,8 +46,14 @@ class T_MainForm final : public QMainWindow, private Workspace {
   explicit T_MainForm(ShellParts parts = {});
   ~T_MainForm() override;
 
-  /// Opens the files of a command line. Called before the first showing and for every hand-over later.
+  /// The words of a joined command line, as ProcessWords.
   void ProcessCommandLine(const std::string& joined);
+  /// Opens what the words name. Options take effect at the first showing, so only those that come before it do.
+  void ProcessWords(const std::vector<std::string>& words);
+  /// The same for the words of another start, once the program is at rest.
+  void TakeWords(const std::vector<std::string>& words);
+  /// Comes to the front, by the token of the start that asked for it, if it has one.
+  void BringToFront(const QByteArray& activation_token);
   /// True once a start found nothing it could show: its only file could not be read.
   bool StartFailed() const { return start_failed_; }
   TGraphWindow* ActiveGraphWindow() const;
@@ -72,6 +78,10 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
 
+  bool Open(const std::filesystem::path& file) { return OpenFile(file); }
+  bool Open(FromClipboard from);
+  void ApplyCommandOptions();
+  void ProcessWaitingWords();
   void BuildCentre();
   void BuildStatusBar();
   void BuildCommands();
@@ -103,6 +113,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   ElidedLabel* read_out_ = nullptr;
   ElidedLabel* note_ = nullptr;
   std::unique_ptr<PanelDocks> panels_;
+  std::vector<std::string> pending_options_;
+  std::vector<std::vector<std::string>> waiting_words_;
   bool shown_ = false;
   bool start_failed_ = false;
   bool closing_allowed_ = true;

@@ -184,10 +184,14 @@ bool DocumentFiles::Refresh() {
   std::iota(all.begin(), all.end(), std::size_t{0});
   const ReadResult result = ReadAgain(all);
   if (result.cancelled) return false;
+  TakeRefreshed(result);
+  return true;
+}
+
+void DocumentFiles::TakeRefreshed(const ReadResult& result) {
   // Data refreshed time and again would fill the memory with their past.
   OpenEdit step(document_, "Refresh Data", Merging::WithLikeStep);
   TakeReadAgain(result, step);
-  return true;
 }
 
 bool DocumentFiles::LoadAllRows() {

@@ -70,6 +70,8 @@ class DocumentFiles {
   bool LoadDataFromFile(const std::filesystem::path& path);
   /// Reads the outside sources of all DataSets again.
   bool Refresh();
+  /// One step of what reading the DataSets of the whole graph again made of it.
+  void TakeRefreshed(const ReadResult& result);
   /// Reads every row of the DataSets that show only some of theirs.
   bool LoadAllRows();
 

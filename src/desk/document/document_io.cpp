@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
+#include <memory>
 #include <vector>
 
 #include "base/error.h"
@@ -53,19 +55,46 @@ ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddDa
   return result;
 }
 
+/// Puts a DataSet to the others of its source, where it has one.
+void AddToSource(TDataSeries& series, std::vector<std::vector<TDataSeries*>>& sources) {
+  const TDSInfo& info = series.Source();
+  if (info.DataSource == DataSourceKind::Manual) return;
+  const auto same = std::ranges::find_if(sources, [&](const std::vector<TDataSeries*>& source) {
+    const TDSInfo& other = source.front()->Source();
+    return other.DataSource == info.DataSource && other.DatasourceInfo == info.DatasourceInfo &&
+           other.RelativeSource == info.RelativeSource;
+  });
+  if (same == sources.end()) {
+    sources.push_back({&series});
+  } else {
+    same->push_back(&series);
+  }
+}
+
+/// What reading these of its DataSets again made of a graph.
+ReadResult ResultOf(TxyGraph& graph, const std::map<const TDataSeries*, LoadReport>& reports) {
+  std::vector<LoadReport> of_graph;
+  std::vector<std::string> names;
+  ReadResult result{graph.State()};
+  for (const TSeries* const series : SeriesOfWhole(graph)) {
+    const auto report = reports.find(series);
+    if (report == reports.end()) continue;
+    of_graph.push_back(report->second);
+    names.push_back(series->SeriesName());
+    if (report->second.loaded) AddPoints(result.points, *series);
+  }
+  result.told = TellImport(of_graph, names);
+  return result;
+}
+
 /// `graph` with these DataSets of it read again.
 ReadResult ReadAgain(TxyGraph& graph, const std::vector<TDataSeries*>& all, Progress& progress) {
   const LoadOptions load = Loading(progress);
-  const std::vector<LoadReport> reports = RefreshAll(all, load);
-  if (WasCancelled(reports) || progress.Cancelled()) return {{}, {}, true};
-  std::vector<std::string> names;
-  names.reserve(all.size());
-  for (const TDataSeries* const series : all) names.push_back(series->SeriesName());
-  ReadResult result{graph.State(), TellImport(reports, names)};
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (reports[i].loaded) AddPoints(result.points, *all[i]);
-  }
-  return result;
+  const std::vector<LoadReport> read = RefreshAll(all, load);
+  if (WasCancelled(read) || progress.Cancelled()) return {{}, {}, true};
+  std::map<const TDataSeries*, LoadReport> reports;
+  for (std::size_t i = 0; i < all.size(); ++i) reports[all[i]] = read[i];
+  return ResultOf(graph, reports);
 }
 
 /// "Pasted 2 DataSets, 1 mark"
@@ -127,6 +156,30 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
   all.reserve(which.size());
   for (const std::size_t place : which) all.push_back(whole.at(place));
   return ReadAgain(graph, all, progress);
+}
+
+RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progress& progress) {
+  const LoadOptions load = Loading(progress);
+  std::vector<std::unique_ptr<TxyGraph>> graphs;
+  std::vector<std::vector<TDataSeries*>> sources;  // the DataSets of each
+  for (const GraphState& state : states) {
+    graphs.push_back(std::make_unique<TxyGraph>());
+    graphs.back()->SetState(state);
+    for (TSeries* const series : SeriesOfWhole(*graphs.back())) AddToSource(*series, sources);
+  }
+  RefreshedGraphs refreshed;
+  std::map<const TDataSeries*, LoadReport> reports;
+  for (const std::vector<TDataSeries*>& source : sources) {
+    try {
+      const std::vector<LoadReport> read = RefreshAll(source, load);
+      if (WasCancelled(read) || progress.Cancelled()) return {.cancelled = true};
+      for (std::size_t i = 0; i < source.size(); ++i) reports[source[i]] = read[i];
+    } catch (const FileError& error) {
+      refreshed.troubles.emplace_back(error.what());
+    }
+  }
+  for (const auto& graph : graphs) refreshed.graphs.push_back(ResultOf(*graph, reports));
+  return refreshed;
 }
 
 ReadResult WithAllRows(const GraphState& state, Progress& progress) {

@@ -38,7 +38,17 @@ ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path
 ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
                      Progress& progress);
 
-/// The same with those that show only some of the rows of their sources, from now on with every row.
+/// What came of reading several graphs again together.
+struct RefreshedGraphs {
+  std::vector<ReadResult> graphs = {};     ///< in the order of their states
+  std::vector<std::string> troubles = {};  ///< one for each source that cannot be read
+  bool cancelled = false;                  ///< then there are no graphs
+};
+/// All DataSets of the graphs read again where they have a source, each source once for all of them. One that cannot be
+/// read leaves its DataSets as they are.
+RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progress& progress);
+
+/// `state` with the DataSets that show only some of the rows of their sources read again, from now on with every row.
 ReadResult WithAllRows(const GraphState& state, Progress& progress);
 
 /// Writes what a file of this name keeps of a graph; a DataSet file keeps the current one. Throws FileError, and Error "No

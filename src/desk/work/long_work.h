@@ -25,12 +25,18 @@ class LongWork {
   virtual ~LongWork() = default;
   /// Answers when `work` is done, and throws what it threw. `work` may run on another thread, so it touches only what it
   /// was given by value, and nothing else runs on that until then.
-  virtual void Run(const WorkTitle& title, const std::function<void(Progress&)>& work) = 0;
+  void Run(const WorkTitle& title, const std::function<void(Progress&)>& work);
+  /// While some work runs, events may come that were better answered later.
+  bool IsRunning() const { return running_ > 0; }
 
  protected:
+  virtual void DoRun(const WorkTitle& title, const std::function<void(Progress&)>& work) = 0;
   LongWork() = default;
   LongWork(const LongWork&) = default;
   LongWork& operator=(const LongWork&) = default;
+
+ private:
+  int running_ = 0;  // one within the other
 };
 
 }  // namespace tarnwick

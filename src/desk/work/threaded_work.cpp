@@ -65,7 +65,7 @@ void ShowWhile(QEventLoop& loop, QWidget* parent, const WorkTitle& title,
 
 }  // namespace
 
-void ThreadedWork::Run(const WorkTitle& title, const std::function<void(Progress&)>& work) {
+void ThreadedWork::DoRun(const WorkTitle& title, const std::function<void(Progress&)>& work) {
   SharedProgress progress;
   std::exception_ptr failure;
   QEventLoop loop;

@@ -13,10 +13,11 @@ class ThreadedWork final : public LongWork {
   static constexpr int kPatienceMs = 500;
 
   explicit ThreadedWork(QWidget* parent) : parent_(parent) {}
-  /// Windows go on painting; what the user types or clicks meanwhile waits, or goes to the progress window.
-  void Run(const WorkTitle& title, const std::function<void(Progress&)>& work) override;
 
  private:
+  /// Windows go on painting; what the user types or clicks meanwhile waits, or goes to the progress window.
+  void DoRun(const WorkTitle& title, const std::function<void(Progress&)>& work) override;
+
   QWidget* parent_;
 };
 

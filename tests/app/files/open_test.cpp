@@ -1,6 +1,9 @@
 // Files on their way in: opened, dropped, refreshed, told when they are bad.
 #include <QImage>
 #include <QPushButton>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include "desktop_fixture.h"
@@ -139,6 +142,52 @@ TEST_F(DesktopTest, AStartWhoseOnlyFileCannotBeReadFails) {
   form_->ProcessCommandLine(text.string());
   EXPECT_EQ(TakeTold().size(), 1u);
   EXPECT_TRUE(form_->StartFailed());
+}
+
+TEST_F(DesktopTest, OptionsTakeEffectOnceTheWindowStands) {
+  const auto file = folder_.Write("live.dat", "x,y\n1,10\n2,20\n3,30\n");
+  form_->ProcessWords({"-maximize", file.string(), "-refresh", "no such file"});
+  EXPECT_EQ(form_->statusBar()->currentMessage(), "There is no file \"no such file\"");
+  folder_.Write("live.dat", "x,y\n1,10\n2,20\n");
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 3);
+  form_->show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(form_.get()));
+  EXPECT_TRUE(
+      QTest::qWaitFor([this] { return ActiveDocument().Graph().Series(0).PointCount() == 2; }));
+  EXPECT_TRUE(form_->isMaximized());
+  form_->ProcessWords({"-no ", "-refresh", file.string()});
+  EXPECT_EQ(form_->GraphWindows().size(), 2u) << "a second start's words open, its options rest";
+}
+
+TEST_F(DesktopTest, WordsOfAnotherStartWaitUntilTheProgramIsAtRest) {
+  Start({});
+  const auto one = folder_.Write("one.dat", "x,y\n1,10\n2,20\n");
+  const auto two = folder_.Write("two.dat", "x,y\n1,10\n2,20\n3,30\n");
+  // They come while the first file is read.
+  QTimer::singleShot(0, form_.get(), [&] { form_->TakeWords({"-no ", two.string()}); });
+  form_->ProcessWords({one.string()});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return form_->GraphWindows().size() == 2; }));
+  EXPECT_EQ(ActiveDocument().Name(), "Graph_2");
+  EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 3);
+}
+
+TEST_F(DesktopTest, AllWindowsAreRefreshedAndTroublesToldTogether) {
+  const auto kept = folder_.Write("kept.dat", "x,y\n1,10\n2,20\n3,30\n");
+  const auto gone = folder_.Write("gone.dat", "x,y\n1,10\n2,20\n3,30\n");
+  const auto lost = folder_.Write("lost.dat", "x,y\n1,10\n2,20\n3,30\n");
+  Start({kept, gone, kept, lost});
+  folder_.Write("kept.dat", "x,y\n1,10\n2,20\n");
+  std::filesystem::remove(gone);
+  std::filesystem::remove(lost);
+  Run("editRefreshAll1");
+  std::vector<int> points;
+  for (const TGraphWindow* window : form_->GraphWindows())
+    points.push_back(window->GetDocument().WholeGraph().Series(0).PointCount());
+  EXPECT_EQ(points, (std::vector<int>{3, 2, 3, 2}));
+  const std::vector<std::string> told = TakeTold();
+  ASSERT_EQ(told.size(), 1u);
+  for (const char* name : {"gone.dat", "lost.dat"})
+    EXPECT_NE(told[0].find(name), std::string::npos) << told[0];
 }
 
 TEST_F(DesktopTest, RefreshReadsTheSourcesAgain) {

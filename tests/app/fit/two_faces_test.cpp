@@ -23,7 +23,7 @@ using testing::ReadFile;
 /// Works at once.
 class ImmediateWork final : public LongWork {
  public:
-  void Run(const WorkTitle&, const std::function<void(Progress&)>& work) override {
+  void DoRun(const WorkTitle&, const std::function<void(Progress&)>& work) override {
     NoProgress progress;
     work(progress);
   }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -14,13 +16,26 @@ TEST(CommandLine, JoinsWordsByQuotesBeforeEach) {
   EXPECT_EQ(JoinWords({}), "");
 }
 
-TEST(CommandLine, OpensTheLastFileFirstAndPassesOverTheRest) {
+TEST(CommandLine, SplitsAJoinedLine) {
+  const std::pair<const char*, Words> rows[] = {
+      {"\"one\"t w o\"three", {"one", "t w o", "three"}},
+      {"one", {"one"}},
+      {"\"\"a\"\"\"b\"", {"a", "b"}},
+      {"", {}},
+      {"-no \"-tile", {"-no ", "-tile"}},
+  };
+  for (const auto& [joined, words] : rows) EXPECT_EQ(SplitWords(joined), words) << joined;
+}
+
+TEST(CommandLine, OpensTheLastWordFirstAndNamesTheRest) {
   const testing::TemporaryFolder folder;
   const auto a = folder.Write("A b.tgr", "x");
   const auto b = folder.Write("b.dat", "1 2\n");
   const CommandLine line =
-      ParseCommandLine(JoinWords({a.string(), "missing.dat", b.string(), folder.Path().string()}));
-  EXPECT_EQ(line.files, (std::vector<std::filesystem::path>{b, a}));
+      ParseWords({a.string(), "missing.dat", "@Clipboard", b.string(), folder.Path().string()});
+  using Openings = decltype(line.openings);
+  EXPECT_TRUE(line.openings == (Openings{b, FromClipboard(), a}));
+  EXPECT_EQ(line.unknown, (Words{"missing.dat", folder.Path().string()}));
   EXPECT_TRUE(line.options.empty());
 }
 
@@ -36,10 +51,10 @@ TEST(CommandLine, KeepsOptionsInTheirOrder) {
       {{"-"}, {""}},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(ParseCommandLine(JoinWords(row.words)).options, row.options) << row.words.front();
+    EXPECT_EQ(ParseWords(row.words).options, row.options) << row.words.front();
   }
   // A line handed on by a second start: its "no " keeps the blank and drops nothing.
-  EXPECT_EQ(ParseCommandLine("-no \"-tile").options, (Words{"no ", "tile"}));
+  EXPECT_EQ(ParseWords({"-no ", "-tile"}).options, (Words{"no ", "tile"}));
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace tarnwick::testing {
 
 class ImmediateWork final : public LongWork {
  public:
-  void Run(const WorkTitle&, const std::function<void(Progress&)>& work) override {
+  void DoRun(const WorkTitle&, const std::function<void(Progress&)>& work) override {
     NoProgress progress;
     work(progress);
   }

@@ -1,0 +1,14 @@
+// Reading the outside sources of several documents again, at once. Knows documents; no window.
+#pragma once
+
+#include <span>
+
+namespace tarnwick {
+
+class Document;
+
+/// Each source is read once for all documents; what became of each document is a step of its own. Sources that cannot be
+/// read are told together at the end. The documents share their work and prompt; there is at least one.
+void RefreshDocuments(std::span<Document* const> documents);
+
+}  // namespace tarnwick
