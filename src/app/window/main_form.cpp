@@ -21,6 +21,7 @@
 #include "app/window/graph_window.h"
 #include "app/window/start_page.h"
 #include "app/window/window_placement.h"
+#include "app/window/window_settings.h"
 #include "base/error.h"
 #include "data/import/listed.h"
 #include "desk/commands/command_actions.h"
@@ -42,7 +43,6 @@ namespace {
 
 constexpr std::size_t kMostNamed = 3;  // of words that name nothing
 constexpr int kWaitForRest = 100;      // ms
-constexpr QRect kFirstGeometry(100, 100, 790, 500);
 
 ShellParts Complete(ShellParts parts, QWidget* window) {
   if (!parts.prompt) parts.prompt = std::make_unique<MessageBoxPrompt>(window);
@@ -61,16 +61,17 @@ T_MainForm::T_MainForm(ShellParts parts)
       recent_(settings_) {
   setObjectName("T_MainForm");
   setWindowTitle("Tarnwick: Control Panel");
-  setGeometry(kFirstGeometry);
   setAcceptDrops(true);
   BuildCentre();
   BuildStatusBar();
   BuildCommands();
   BuildPanels();
+  RestoreWindow(*this, settings_);
   updateMenu();
 }
 
 T_MainForm::~T_MainForm() {
+  StoreWindow(*this, settings_);
   recent_.Write();
   // Windows tell this window of their end, so they go while it is whole.
   disconnect(area_, nullptr, this, nullptr);

@@ -1,5 +1,9 @@
 #include "app/window/windows_feature.h"
+
+#include <vector>
+
 #include "app/window/recent_files.h"
+#include "app/window/window_settings.h"
 #include "desk/commands/workspace.h"
 
 namespace tarnwick {
@@ -8,6 +12,16 @@ namespace {
 template <WindowArrangement kArrangement>
 void Arrange(CommandContext& context) {
   context.workspace.Arrange(kArrangement);
+}
+
+std::span<const SettingRow> AllSettings() {
+  static const std::vector<SettingRow> kRows = [] {
+    std::vector<SettingRow> rows;
+    for (const std::span<const SettingRow> some : {WindowSettings(), RecentSettings()})
+      rows.insert(rows.end(), some.begin(), some.end());
+    return rows;
+  }();
+  return kRows;
 }
 
 }  // namespace
@@ -52,7 +66,7 @@ Feature WindowsFeature() {
        .enabled = HasDocument,
        .run = Arrange<WindowArrangement::ArrangeIcons>},
   };
-  return {.name = "window", .commands = {kCommands}, .settings = RecentSettings()};
+  return {.name = "window", .commands = {kCommands}, .settings = AllSettings()};
 }
 
 }  // namespace tarnwick

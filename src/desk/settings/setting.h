@@ -2,6 +2,7 @@
 // feature. Knows no store and no widget.
 #pragma once
 
+#include <QRect>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -18,8 +19,8 @@ struct Setting {
 };
 
 /// Any setting, for whatever lists them.
-using SettingRow =
-    std::variant<const Setting<bool>*, const Setting<double>*, const Setting<QString>*,
-                 const Setting<QStringList>*, const Setting<QSize>*>;
+using SettingRow = std::variant<const Setting<bool>*, const Setting<int>*, const Setting<double>*,
+                                const Setting<QString>*, const Setting<QStringList>*,
+                                const Setting<QSize>*, const Setting<QRect>*>;
 
 }  // namespace tarnwick
