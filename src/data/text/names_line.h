@@ -16,7 +16,7 @@ namespace tarnwick {
 /// A line of a comment without its marks and the blanks around them.
 std::string_view WithoutCommentMarks(std::string_view line, const TextLayout& layout);
 
-/// A field of a line of names as UTF-8, without markers, at most 255 bytes.
+/// A field of a line of names as UTF-8, without markers, at most 255 bytes; blanks stand for control characters.
 std::string NameText(std::string_view field, const TextLayout& layout);
 
 /// A line of names as `columns` names, some of them empty, or nothing when it cannot be cut so. The separators of the

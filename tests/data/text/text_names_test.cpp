@@ -38,6 +38,7 @@ TEST(TextNames, ComeFromTheLineOfNames) {
       {"below a title", " ", 3, "Title\nx y\ns m\n1 2", {"x", "y"}, true},
       {"units below names", ",", 2, "x,y\ns,m\n1,2", {"x", "y"}, true},
       {"one column", ",", 2, "t\nu\n1\n2", {"t"}, true},
+      {"control characters", ",", 1, "a\bc,\"U\n(V)\"\n1,2", {"a c", "U (V)"}, true},
       {"listed by number",
        " ",
        0,
