@@ -21,7 +21,12 @@ PickedPoint PickedPointAt(const TSeries& series, std::size_t index) {
   if (IsShownThroughCurve(series)) {
     return {static_cast<std::int32_t>(index) + 1, point.x, point.regression, true};
   }
-  return {point.id, point.x, series.GetBaseLine().CorrectedY(point.x, point.y), false};
+  return {point.id,
+          point.x,
+          series.GetBaseLine().CorrectedY(point.x, point.y),
+          false,
+          YErrorAt(series, point),
+          XErrorAt(series, point)};
 }
 
 std::optional<std::size_t> NearestIndex(const PointChain& points, double x) {

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "base/undefined.h"
+
 namespace tarnwick {
 
 class PointChain;
@@ -16,6 +18,8 @@ struct PickedPoint {
   double x = 0;
   double y = 0;           ///< corrected by the base line
   bool on_curve = false;  ///< found on the regression curve
+  double y_error = kUndefined;
+  double x_error = kUndefined;
 };
 
 /// True when a DataSet is shown through its regression curve alone: it has one, and neither its points nor lines between

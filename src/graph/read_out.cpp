@@ -21,6 +21,11 @@ std::string PairText(const TxyGraph& graph, double x, double y) {
   return ValueText(graph.Axis(AxisId::X), x) + ", " + ValueText(graph.Axis(CurrentYAxis(graph)), y);
 }
 
+/// " ± 0.5"; nothing for a value without an error.
+std::string ErrorText(double error) {
+  return IsUndefined(error) ? std::string() : " \xC2\xB1 " + GeneralText(error, kDigits);
+}
+
 }  // namespace
 
 std::string ValueText(const TAxis& axis, double value) {
@@ -40,7 +45,9 @@ std::string MouseText(const TxyGraph& graph, double x, double y) {
 std::string PointText(const TxyGraph& graph, const std::optional<PickedPoint>& point) {
   if (!point) return "Point Not Found";
   const char* caption = CurrentYAxis(graph) == AxisId::Y2 ? "  X,Y2: " : "  X,Y: ";
-  return "pnt#" + std::to_string(point->number) + caption + PairText(graph, point->x, point->y);
+  return "pnt#" + std::to_string(point->number) + caption +
+         ValueText(graph.Axis(AxisId::X), point->x) + ErrorText(point->x_error) + ", " +
+         ValueText(graph.Axis(CurrentYAxis(graph)), point->y) + ErrorText(point->y_error);
 }
 
 ReadOut ReadOutAt(const TxyGraph& graph, int px, int py) {

@@ -18,7 +18,7 @@ std::string ValueText(const TAxis& axis, double value);
 /// DataSet). Values in data units.
 std::string MouseText(const TxyGraph& graph, double x, double y);
 
-/// "pnt#3  X,Y: 1, 2" ("  X,Y2: " on the second Y axis), or "Point Not Found".
+/// "pnt#3  X,Y: 1, 2" ("  X,Y2: " on the second Y axis; errors stand behind their values, "1, 2 ± 0.5"), or "Point Not Found".
 std::string PointText(const TxyGraph& graph, const std::optional<PickedPoint>& point);
 
 struct ReadOut {

@@ -4,6 +4,7 @@
 
 #include "data/points/arrival_order.h"
 #include "graph/thinning/arrival_line.h"
+#include "graph/thinning/error_bars.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -39,8 +40,17 @@ const LinePath* TSeries::Path() const {
   return path_.get();
 }
 
+const ErrorBars* TSeries::Bars() const {
+  if (!HasYErrors(Errors()) && !HasXErrors(Errors())) return nullptr;
+  if (bars_ == nullptr) bars_ = std::make_shared<const ErrorBars>(Points(), Errors());
+  return bars_.get();
+}
+
 void TSeries::Change(ChangeCode code) {
-  if (code == ChangeCode::Data || code == ChangeCode::PointAdded) path_.reset();
+  if (code == ChangeCode::Data || code == ChangeCode::PointAdded) {
+    path_.reset();
+    bars_.reset();
+  }
   TDataSeries::Change(code);
   if (graph_ != nullptr) graph_->SeriesChanged(*this, code);
 }

@@ -10,6 +10,7 @@
 
 namespace tarnwick {
 
+class ErrorBars;
 class TxyGraph;
 struct LinePath;
 
@@ -35,6 +36,9 @@ class TSeries : public TDataSeries {
   /// neighbours in the chain.
   const LinePath* Path() const;
 
+  /// The bars of the points' errors, kept up in the same way. Null while there are none.
+  const ErrorBars* Bars() const;
+
   /// Tells the listeners, then the graph.
   void Change(ChangeCode code) override;
 
@@ -42,7 +46,8 @@ class TSeries : public TDataSeries {
   friend class TxyGraph;
   SeriesStyle style_;
   ModelCurve curve_;
-  mutable std::shared_ptr<const LinePath> path_;  // null: not known
+  mutable std::shared_ptr<const LinePath> path_;   // null: not known
+  mutable std::shared_ptr<const ErrorBars> bars_;  // likewise
   TxyGraph* graph_ = nullptr;
   bool has_own_style_ = false;     // SetStyle was called: the graph leaves the style alone
   bool thinning_settled_ = false;  // too many points were asked about, and are as they were then

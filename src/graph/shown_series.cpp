@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "graph/thinning/error_bars.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -24,6 +25,17 @@ bool HasPanel(const TxyGraph& graph) {
 
 AxisScale YScaleOf(const TxyGraph& graph, const TSeries& series) {
   return IsInPanel(series) ? graph.PanelScale() : graph.Axis(YAxisOf(series)).Scale();
+}
+
+Extremes ShownExtremes(const TxyGraph& graph, const TSeries& series) {
+  const Extremes extremes = series.GetExtremes();
+  const ErrorBars* const bars = series.Bars();
+  if (bars == nullptr) return extremes;
+  const auto kind = [&graph](AxisId axis) {
+    return graph.Axis(axis).LogScale() ? AxisKind::Logarithmic : AxisKind::Linear;
+  };
+  const AxisKind y = IsInPanel(series) ? AxisKind::Linear : kind(YAxisOf(series));
+  return WithBars(extremes, *bars, series.Points(), series.GetBaseLine(), kind(AxisId::X), y);
 }
 
 bool AxisInUse(const TxyGraph& graph, AxisId axis) {

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "data/series/extremes.h"
 #include "graph/axes/axis_scale.h"
 #include "graph/axes/axis_state.h"
 
@@ -22,6 +23,9 @@ bool HasPanel(const TxyGraph& graph);
 
 /// The map of the DataSet's Y values at the graph's client size.
 AxisScale YScaleOf(const TxyGraph& graph, const TSeries& series);
+
+/// The extremes of a DataSet with points, widened by the bars of its errors.
+Extremes ShownExtremes(const TxyGraph& graph, const TSeries& series);
 
 /// True when at least one DataSet with points is drawn against the axis; every DataSet counts for the X axis.
 bool AxisInUse(const TxyGraph& graph, AxisId axis);

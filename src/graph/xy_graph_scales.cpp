@@ -44,7 +44,7 @@ void TxyGraph::CollectExtremes() {
   Range panel;
   for (const auto& series : series_) {
     if (series->PointCount() == 0) continue;
-    const Extremes extremes = series->GetExtremes();
+    const Extremes extremes = ShownExtremes(*this, *series);
     hidden.Add(extremes.x_min, extremes.x_max);
     if (!series->Style().visible) continue;
     ranges[0].Add(extremes.x_min, extremes.x_max);

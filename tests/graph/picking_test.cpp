@@ -76,6 +76,8 @@ TEST(ReadOut, TextsAreFixed) {
   style.first_axis = false;
   graph.Series(0).SetStyle(style);
   EXPECT_EQ(ReadOutAt(graph, 20, 50).text, "Mouse X,Y2: 2, 5; pnt#2  X,Y2: 2, 20");
+  graph.Series(0).SetErrors({{ErrorKind::Percent, 5}, {ErrorKind::Constant, 0.25}, {}, {}});
+  EXPECT_EQ(PointText(graph, PickPoint(graph, 2)), "pnt#2  X,Y2: 2 \xC2\xB1 0.25, 20 \xC2\xB1 1");
   graph.Axis(AxisId::X).SetShowAsTime(true);
   EXPECT_EQ(ValueText(graph.Axis(AxisId::X), 45000.5), "2023-03-15 12:00:00");
   EXPECT_EQ(IdleReadOut(), "Mouse X,Y:   ; Point#   X,Y :        ");

@@ -53,6 +53,9 @@ TEST(XyGraph, ScalesFollowTheVisibleDataOfEachAxis) {
   style.visible = false;
   large.SetStyle(style);
   EXPECT_FALSE(AxisInUse(graph, AxisId::Y2));
+  graph.Series(0).SetErrors({{ErrorKind::Constant, 30}, {ErrorKind::Constant, 70}, {}, {}});
+  EXPECT_LE(graph.Axis(AxisId::Y).Min(), -30);
+  EXPECT_GE(graph.Axis(AxisId::X).Max(), 80);
   graph.Series(0).AddPoint(100, 50);
   EXPECT_GE(graph.Axis(AxisId::X).Max(), 100);
   EXPECT_EQ(graph.ScaleError(), "");

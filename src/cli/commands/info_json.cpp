@@ -61,7 +61,7 @@ Json TableJson(FieldTable<Owner> table, const Owner& owner) {
 /// The keys of a DataSet's section that say where its points come from.
 bool IsSourceKey(int number) {
   return (number >= 9 && number <= 24) || number == 44 || (number >= 46 && number <= 49) ||
-         (number >= 53 && number <= 59);
+         (number >= 53 && number <= 59) || number == 67 || number == 68;
 }
 
 Json SourceJson(const TDataSeries& series) {
@@ -83,6 +83,25 @@ Json SkippedJson(const LoadReport& report) {
           {"message", report.Message()}};
 }
 
+/// How the errors come about, and how many points have one that can be used.
+Json ErrorsJson(const TDataSeries& series) {
+  constexpr std::string_view kKinds[] = {"none", "column", "constant", "percent", "counts"};
+  std::int64_t y_points = 0, x_points = 0;
+  series.Points().ForEachChunk([&](const ChunkView& chunk) {
+    for (std::size_t i = 0; i < chunk.x.size(); ++i) {
+      const Point point = chunk.chunk->At(i);
+      y_points += YErrorAt(series, point) > 0 ? 1 : 0;
+      x_points += XErrorAt(series, point) > 0 ? 1 : 0;
+    }
+  });
+  const auto json = [&](const ErrorRule& rule, std::int64_t points) {
+    return Json{{"kind", kKinds[static_cast<std::size_t>(rule.kind)]},
+                {"value", JsonNumber(rule.value)},
+                {"points", points}};
+  };
+  return {{"y", json(series.Errors().y, y_points)}, {"x", json(series.Errors().x, x_points)}};
+}
+
 Json DataSetJson(const TSeries& series) {
   const Extremes extremes = series.GetExtremes();
   const DataSettings& settings = series.Settings();
@@ -100,6 +119,7 @@ Json DataSetJson(const TSeries& series) {
           {"regression_type", static_cast<int>(settings.regression_type)},
           {"regression_steps", settings.regression_steps},
           {"regression_alpha", JsonNumber(settings.regression_alpha)},
+          {"errors", ErrorsJson(series)},
           {"source", SourceJson(series)},
           {"series", TableJson<SeriesStyle>(SeriesFields(), series.Style())},
           {"fit", FitJson(series.Fit().Settings())}};

@@ -24,7 +24,8 @@ namespace {
 std::string Note(ImportTold told) {
   for (ToldClause& clause : told) {
     if (clause.about == ToldAbout::Sampling) clause.text += " (--every 1 reads all)";
-    if (clause.about == ToldAbout::Errors) clause.text += " (--y-error none takes none)";
+    if (clause.about == ToldAbout::Errors)
+      clause.text += " (--y-error none and --x-error none leave them out)";
     if (clause.about == ToldAbout::Replacing) clause.text += " (--duplicates keeps all)";
   }
   return Sentence(told);

@@ -13,24 +13,37 @@ void ForEachPoint(const PointChain& chain, Visit&& visit) {
   for (std::size_t i = 0; i < chain.Size(); ++i) visit(chain.At(i));
 }
 
-std::string PointLine(const TDataSeries& series, const Point& point) {
+/// The errors that the DataSet has, by their names.
+struct ErrorColumns {
+  bool y, x;
+  explicit ErrorColumns(const TDataSeries& series)
+      : y(HasYErrors(series.Errors())), x(HasXErrors(series.Errors())) {}
+};
+
+std::string PointLine(const TDataSeries& series, const Point& point, const ErrorColumns& errors) {
   return std::to_string(point.id) + ',' + ShortestText(point.x) + ',' + ShortestText(point.y) +
          ',' + ShortestText(series.GetBaseLine().CorrectedY(point.x, point.y)) + ',' +
-         ShortestText(point.regression) + '\n';
+         ShortestText(point.regression) +
+         (errors.y ? ',' + ShortestText(YErrorAt(series, point)) : "") +
+         (errors.x ? ',' + ShortestText(XErrorAt(series, point)) : "") + '\n';
 }
 
-Json PointJson(const TDataSeries& series, const Point& point) {
-  return {{"id", point.id},
-          {"x", JsonNumber(point.x)},
-          {"y", JsonNumber(point.y)},
-          {"corrected", JsonNumber(series.GetBaseLine().CorrectedY(point.x, point.y))},
-          {"regression", JsonNumber(point.regression)}};
+Json PointJson(const TDataSeries& series, const Point& point, const ErrorColumns& errors) {
+  Json json = {{"id", point.id},
+               {"x", JsonNumber(point.x)},
+               {"y", JsonNumber(point.y)},
+               {"corrected", JsonNumber(series.GetBaseLine().CorrectedY(point.x, point.y))},
+               {"regression", JsonNumber(point.regression)}};
+  if (errors.y) json["y_error"] = JsonNumber(YErrorAt(series, point));
+  if (errors.x) json["x_error"] = JsonNumber(XErrorAt(series, point));
+  return json;
 }
 
 Json PointsJson(const TDataSeries& series) {
   Json points = Json::Array();
+  const ErrorColumns errors(series);
   ForEachPoint(series.Points(),
-               [&](const Point& point) { points.Append(PointJson(series, point)); });
+               [&](const Point& point) { points.Append(PointJson(series, point, errors)); });
   return points;
 }
 
@@ -49,9 +62,11 @@ void PrintPoints(const TDataSeries& series, Output& output) {
     output.Document({{"points", PointsJson(series)}});
     return;
   }
-  output.Text() << "id,x,y,corrected,regression\n";
+  const ErrorColumns errors(series);
+  output.Text() << "id,x,y,corrected,regression" << (errors.y ? ",y_error" : "")
+                << (errors.x ? ",x_error" : "") << '\n';
   ForEachPoint(series.Points(),
-               [&](const Point& point) { output.Text() << PointLine(series, point); });
+               [&](const Point& point) { output.Text() << PointLine(series, point, errors); });
 }
 
 void PrintCurve(const TDataSeries& series, Output& output) {

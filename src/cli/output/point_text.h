@@ -6,7 +6,8 @@
 
 namespace tarnwick::cli {
 
-/// `id,x,y,corrected,regression`, one point a line, or the JSON list "points".
+/// `id,x,y,corrected,regression`, one point a line, or the JSON list "points"; with `y_error` and `x_error` behind them where
+/// the DataSet has errors.
 void PrintPoints(const TDataSeries& series, Output& output);
 /// `x,value`, one sample of the regression curve a line, or the JSON list "curve".
 void PrintCurve(const TDataSeries& series, Output& output);

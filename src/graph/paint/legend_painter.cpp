@@ -1,6 +1,7 @@
 #include "graph/paint/legend_painter.h"
 
 #include "graph/layout/plot_layout.h"
+#include "graph/paint/error_bar_painter.h"
 #include "graph/paint/plot_pen.h"
 #include "graph/paint/series_painter.h"
 #include "graph/xy_graph.h"
@@ -28,6 +29,7 @@ void PaintLegend(QPainter& painter, const TxyGraph& graph, const LegendBox& box,
       SeriesStyle style = series.Style();
       if (style.line_style == LineStyle::Solid)
         style.line_style = SolidLineStyle(whole, row.series, target);
+      PaintErrorBarSample(painter, row.sample, series);
       PaintSeriesSample(painter, row.sample, style);
     }
     PaintText(painter, row.name);

@@ -1,20 +1,16 @@
 #include "graph/paint/series_painter.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
-#include <utility>
-#include <vector>
 
-#include <QImage>
-#include <QList>
-#include <QPaintEngine>
 #include <QPainter>
 
+#include "graph/paint/cloud_painter.h"
 #include "graph/paint/curve_painter.h"
+#include "graph/paint/device_space.h"
+#include "graph/paint/error_bar_painter.h"
 #include "graph/paint/symbol_sprite.h"
-#include "graph/raster/raster_surface.h"
 #include "graph/raster/raster_tile.h"
 #include "graph/series.h"
 #include "graph/thinning/arrival_thinning.h"
@@ -25,56 +21,8 @@ namespace tarnwick {
 
 namespace {
 
-constexpr double kVectorPixels = 4;  // cells a logical pixel that a vector device is given
-
 QColor ToQt(Color color) {
   return QColor(color.Red(), color.Green(), color.Blue());
-}
-
-// The painter with one unit for each cell that points are thinned by: the device pixel, or a fine grid on a vector device.
-class DeviceSpace {
- public:
-  DeviceSpace(QPainter& painter, const SeriesFrame& frame) : painter_(painter) {
-    painter_.save();
-    const QTransform device = painter.deviceTransform();
-    if (device.type() <= QTransform::TxScale) {
-      surface_ = RasterSurface::Of(painter, device.mapRect(frame.clip));
-    }
-    painter_.setClipRect(frame.clip, Qt::IntersectClip);
-    raster_ = painter.paintEngine() != nullptr &&
-              painter.paintEngine()->type() == QPaintEngine::Raster &&
-              device.type() <= QTransform::TxScale && device.m11() > 0 && device.m22() > 0;
-    to_cells_ = raster_ ? device : QTransform::fromScale(kVectorPixels, kVectorPixels);
-    painter_.setWorldTransform(to_cells_.inverted(), true);
-  }
-  ~DeviceSpace() { painter_.restore(); }
-  DeviceSpace(const DeviceSpace&) = delete;
-  DeviceSpace& operator=(const DeviceSpace&) = delete;
-
-  QPainter& Painter() { return painter_; }
-  bool Raster() const { return raster_; }
-  RasterSurface* Surface() { return surface_ ? &*surface_ : nullptr; }
-  double Scale() const { return to_cells_.m11(); }
-  QRectF Map(const QRectF& rect) const { return to_cells_.mapRect(rect); }
-  PixelMap MapX(const AxisScale& scale) const { return {scale, to_cells_.m11(), to_cells_.dx()}; }
-  PixelMap MapY(const AxisScale& scale) const { return {scale, to_cells_.m22(), to_cells_.dy()}; }
-
- private:
-  QPainter& painter_;
-  bool raster_ = false;
-  std::optional<RasterSurface> surface_;
-  QTransform to_cells_;
-};
-
-ThinningView ViewOf(const DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
-  const QRect columns = space.Map(frame.clip).toAlignedRect();
-  return {.x = space.MapX(frame.x),
-          .y = space.MapY(frame.y),
-          .ordinate = Ordinate::Y,
-          .zero_value = series.ZeroValue(),
-          .base_line_slope = series.BaseLineSlope(),
-          .first_column = columns.left(),
-          .last_column = columns.right()};
 }
 
 // Half pixels put odd widths, whole pixels even widths onto whole device pixels.
@@ -186,106 +134,6 @@ void PaintSprites(DeviceSpace& space, const SymbolPixels& pixels, const SymbolLo
   }
 }
 
-constexpr double kCloudDotsPerPixel = 3;  // about 300 dots an inch
-
-QImage CloudImage(const TSeries& series, const SeriesFrame& frame, const SymbolLook& look) {
-  const QSize size = (frame.clip.size() * kCloudDotsPerPixel).toSize().expandedTo(QSize(1, 1));
-  QImage image(size, QImage::Format_ARGB32_Premultiplied);
-  if (image.isNull()) return image;
-  image.fill(Qt::transparent);
-  {
-    QPainter painter(&image);
-    painter.scale(size.width() / frame.clip.width(), size.height() / frame.clip.height());
-    painter.translate(-frame.clip.topLeft());
-    DeviceSpace dots(painter, frame);
-    PaintSprites(dots, PixelsOf(dots, series, frame, look), look);
-  }
-  return image;
-}
-
-// The covered dots of an image, row by row.
-class CoveredRows {
- public:
-  explicit CoveredRows(const QImage& image) : rows_(static_cast<std::size_t>(image.height())) {
-    constexpr int kCovered = 128;
-    for (int y = 0; y < image.height(); ++y) {
-      const auto* const row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-      for (int x = 0; x < image.width(); ++x) {
-        if (qAlpha(row[x]) < kCovered) continue;
-        const int first = x;
-        while (x < image.width() && qAlpha(row[x]) >= kCovered) ++x;
-        rows_[static_cast<std::size_t>(y)].push_back({first, x});
-      }
-    }
-  }
-
-  // Rectangles that cover the same dots. They overlap, so that no viewer shows seams between them.
-  QList<QRectF> Rectangles() const {
-    constexpr int kOverlap = 12;
-    const int count = static_cast<int>(rows_.size());
-    QList<QRectF> rectangles;
-    for (int y = 0; y < count; ++y) {
-      for (const Run& run : rows_[static_cast<std::size_t>(y)]) {
-        if (Around(run, y - 1) == run) continue;  // part of the rectangle that began there
-        int top = y;
-        int bottom = y;
-        while (Around(run, bottom + 1) == run) ++bottom;
-        for (int i = 0; i < kOverlap && Around(run, top - 1); ++i) --top;
-        for (int i = 0; i < kOverlap && Around(run, bottom + 1); ++i) ++bottom;
-        rectangles << QRectF(run.first, top - 0.5, run.end - run.first, bottom + 2 - top);
-      }
-    }
-    return rectangles;
-  }
-
- private:
-  struct Run {
-    int first;
-    int end;
-    bool operator==(const Run&) const = default;
-  };
-
-  // The run of row `y` that holds all of `run`.
-  std::optional<Run> Around(const Run& run, int y) const {
-    if (y < 0 || std::cmp_greater_equal(y, rows_.size())) return std::nullopt;
-    const std::vector<Run>& row = rows_[static_cast<std::size_t>(y)];
-    const auto after = std::upper_bound(row.begin(), row.end(), run.first,
-                                        [](int x, const Run& other) { return x < other.first; });
-    if (after == row.begin() || (after - 1)->end < run.end) return std::nullopt;
-    return *(after - 1);
-  }
-
-  std::vector<std::vector<Run>> rows_;
-};
-
-bool TakesImages(const QPainter& painter) {
-  const QPaintEngine* const engine = painter.paintEngine();
-  return engine != nullptr &&
-         (engine->type() == QPaintEngine::Pdf || engine->type() == QPaintEngine::SVG);
-}
-
-// Symbols in such numbers are a cloud: a picture file takes them as one image, a metafile, which has no transparency, as the
-// area that they cover.
-void PaintCloud(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame,
-                const SymbolLook& look) {
-  const QImage image = CloudImage(series, frame, look);
-  if (image.isNull()) return;
-  QPainter& painter = space.Painter();
-  const QRectF place = space.Map(frame.clip);
-  if (TakesImages(painter)) {
-    painter.setRenderHint(QPainter::LosslessImageRendering);
-    painter.drawImage(place, image);
-    return;
-  }
-  painter.save();
-  painter.translate(place.topLeft());
-  painter.scale(place.width() / image.width(), place.height() / image.height());
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(look.color);
-  painter.drawRects(CoveredRows(image).Rectangles());
-  painter.restore();
-}
-
 void PaintSymbols(DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
   constexpr std::size_t kManySymbols = 10'000;
   const SymbolLook look = LookOf(series.Style());
@@ -295,7 +143,9 @@ void PaintSymbols(DeviceSpace& space, const TSeries& series, const SeriesFrame& 
   if (space.Raster()) {
     PaintSprites(space, pixels, look);
   } else if (pixels.symbols.size() > kManySymbols) {
-    PaintCloud(space, series, frame, look);
+    PaintCloud(space, frame, look.color, [&](DeviceSpace& dots) {
+      PaintSprites(dots, PixelsOf(dots, series, frame, look), look);
+    });
   } else {
     for (const QPoint& pixel : pixels.symbols) {
       PaintSymbol(painter, QPointF(pixel) + QPointF(0.5, 0.5), look, space.Scale());
@@ -327,6 +177,7 @@ void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& fr
     if (pen.style == LineStyle::Solid) pen.style = frame.solid_line;
     PaintLine(space, ThinnedLineOf(series, ViewOf(space, series, frame)), pen, frame);
   }
+  PaintErrorBars(space, series, frame);
   if (style.show_symbols) PaintSymbols(space, series, frame);
 }
 

@@ -33,6 +33,23 @@ class RowBits {
       }
     }
   }
+  /// Calls visitor(begin, end) for every run of bits set, in order; each must have an unset bit behind it.
+  template <class Visitor>
+  void ForEachRun(Visitor&& visitor) const {
+    std::size_t end = 0;
+    for (std::size_t i = 0; i < words_.size(); ++i) {
+      const std::size_t passed = end > i * kWord ? end - i * kWord : 0;
+      if (passed >= kWord) continue;
+      std::uint64_t left = words_[i] & ~std::uint64_t{0} << passed;
+      while (left != 0) {
+        const std::size_t begin = i * kWord + static_cast<std::size_t>(std::countr_zero(left));
+        end = UnsetBehind(begin);
+        visitor(begin, end);
+        if (end >= (i + 1) * kWord) break;
+        left &= ~std::uint64_t{0} << end % kWord;
+      }
+    }
+  }
   std::span<std::uint64_t> Words() { return words_; }
   std::span<const std::uint64_t> Words() const { return words_; }
 

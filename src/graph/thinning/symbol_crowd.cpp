@@ -30,12 +30,9 @@ void SymbolCrowd::Shrink(RowBits& bits, std::size_t by) const {
 
 std::vector<QRect> SymbolCrowd::RunsOf(const RowBits& bits) const {
   std::vector<QRect> runs;
-  std::size_t end = 0;
-  bits.ForEach([&](std::size_t bit) {
-    if (bit < end) return;
-    end = bits.UnsetBehind(bit);
-    runs.emplace_back(static_cast<int>(bit / Stride()), static_cast<int>(bit % Stride()), 1,
-                      static_cast<int>(end - bit));
+  bits.ForEachRun([&](std::size_t begin, std::size_t end) {
+    runs.emplace_back(static_cast<int>(begin / Stride()), static_cast<int>(begin % Stride()), 1,
+                      static_cast<int>(end - begin));
   });
   return runs;
 }

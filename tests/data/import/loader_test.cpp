@@ -262,6 +262,9 @@ TDSInfo RandomInfo(std::mt19937& random) {
   info.RowSamplingFrequency = random() % 3 == 0 ? 1 + static_cast<int>(random() % 20) : 1;
   info.AutoRowHitFreq = random() % 6 == 0;
   info.Run = random() % 8 == 0 ? 1 + static_cast<int>(random() % 3) : 0;
+  const char* const errors[] = {"", "#0", "#1", "#2", "Row number", "no such column"};
+  info.YErrorColumn = errors[random() % std::size(errors)];
+  info.XErrorColumn = errors[random() % std::size(errors)];
   return info;
 }
 
@@ -270,6 +273,7 @@ void ExpectSame(const TDataSeries& a, const LoadReport& ra, const TDataSeries& b
   EXPECT_EQ(XValues(a.Points()), XValues(b.Points())) << what;
   EXPECT_EQ(YValues(a.Points()), YValues(b.Points())) << what;
   EXPECT_EQ(Ids(a.Points()), Ids(b.Points())) << what;
+  EXPECT_TRUE(a.Errors() == b.Errors()) << what;
   EXPECT_TRUE(a.Gaps() == b.Gaps()) << what;
   EXPECT_EQ(ra.runs, rb.runs) << what;
   EXPECT_EQ(a.Source(), b.Source()) << what;
@@ -279,7 +283,7 @@ void ExpectSame(const TDataSeries& a, const LoadReport& ra, const TDataSeries& b
 
 TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
   std::mt19937 random(20240105);
-  std::size_t points = 0, gaps = 0;
+  std::size_t points = 0, gaps = 0, with_errors = 0;
   for (int round = 0; round < 600; ++round) {
     const char* const line_ends[] = {"\n", "\r\n", "\r"};
     const TDSInfo info = RandomInfo(random);
@@ -292,6 +296,8 @@ TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
     const auto companion = SeriesOf(other);
     for (TDataSeries* const series : {reference.get(), blocks.get(), shared.get()}) {
       if (round % 3 == 0) series->Source().YColExpr = "Y*2 - col0 + row_number";
+      series->SetDuplicatesAllowed(round % 4 == 0);
+      series->SetErrors({{ErrorKind::Column, 0}, {ErrorKind::Column, 0}, {}, {}});
     }
     const LoadReport expected = LoadDataSet(*reference, *supplier, ValueByValue());
     const LoadReport got = LoadDataSet(*blocks, *supplier);
@@ -302,9 +308,15 @@ TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
     ExpectSame(*reference, expected, *shared, both[0], what + ", shared");
     points += reference->Points().Size();
     gaps += reference->Gaps().Begins().size();
+    reference->Points().ForEachChunk([&](const ChunkView& chunk) {
+      for (std::size_t i = 0; i < chunk.x.size(); ++i) {
+        with_errors += YErrorAt(*reference, chunk.chunk->At(i)) > 0 ? 1 : 0;
+      }
+    });
   }
   EXPECT_GT(points, 3000u);
   EXPECT_GT(gaps, 200u);
+  EXPECT_GT(with_errors, 1000u);
 }
 
 TEST(Loader, ThreadsGiveTheSamePointsInTheSameOrder) {

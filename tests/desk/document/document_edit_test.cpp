@@ -23,6 +23,9 @@ class DocumentEditTest : public ::testing::Test {
   DocumentEditTest() {
     auto series = std::make_unique<TSeries>();
     for (int i = 1; i <= 40; ++i) series->AddPoint(i, (i % 7) + 1);
+    PointErrors errors{{ErrorKind::Column, 0}, {}, {}, {}};
+    for (int id = 1; id <= 40; ++id) errors.y_values.Set(id, id / 8.0);
+    series->SetErrors(std::move(errors));
     document_.Graph().AddSeries(std::move(series));
     document_.Graph().Resize(600, 400);
     document_.History().SetChanged(false);
@@ -59,11 +62,12 @@ class RandomEdits {
 
   void Make() {
     using Change = void (RandomEdits::*)(TxyGraph&);
-    constexpr std::array<Change, 12> kChanges = {
+    constexpr std::array<Change, 13> kChanges = {
         &RandomEdits::MoveAPoint,  &RandomEdits::InsertAPoint,  &RandomEdits::DeleteAPoint,
         &RandomEdits::AddAMark,    &RandomEdits::MoveAMark,     &RandomEdits::DeleteAMark,
         &RandomEdits::UseAMark,    &RandomEdits::PlaceAChild,   &RandomEdits::DeleteAChild,
-        &RandomEdits::ScaleAnAxis, &RandomEdits::DrawOtherwise, &RandomEdits::ChangeDataSets};
+        &RandomEdits::ScaleAnAxis, &RandomEdits::DrawOtherwise, &RandomEdits::ChangeDataSets,
+        &RandomEdits::GiveAnError};
     const Change change = kChanges[Below(kChanges.size())];
     try {
       document_.Edit("Change", [&](TxyGraph& graph) { (this->*change)(graph); });
@@ -97,6 +101,13 @@ class RandomEdits {
   }
   void DeleteAPoint(TxyGraph& graph) {
     if (TSeries* series = SomeSeries(graph)) series->DeletePoint(SomeId(*series));
+  }
+  void GiveAnError(TxyGraph& graph) {
+    TSeries* const series = SomeSeries(graph);
+    if (series == nullptr || series->Points().Empty()) return;
+    PointErrors errors = series->Errors();
+    errors.y_values.Set(SomeId(*series), Value());
+    series->SetErrors(std::move(errors));
   }
   void AddAMark(TxyGraph& graph) {
     Mark mark;

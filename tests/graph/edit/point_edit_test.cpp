@@ -48,8 +48,15 @@ TEST(PointEdit, MovedPointsKeepTheirIdsAndTheOrderOfX) {
     TxyGraph graph;
     TSeries& series = FillGraph(graph);
     series.SetDuplicatesAllowed(row.duplicates);
+    PointErrors errors{{ErrorKind::Column, 0}, {}, {}, {}};
+    for (const int id : {1, 2, 3}) errors.y_values.Set(id, id);
+    series.SetErrors(errors);
     EXPECT_EQ(MovePoint(graph, series, row.id, row.to), row.id != 4);
     EXPECT_EQ(PointsText(series), row.points);
+    for (std::size_t i = 0; i < series.Points().Size(); ++i) {
+      const Point point = series.Points().At(i);
+      EXPECT_EQ(YErrorAt(series, point), point.id);
+    }
   }
 }
 

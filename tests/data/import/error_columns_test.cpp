@@ -1,0 +1,126 @@
+#include "data/import/error_columns.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "data/import/import_file.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+/// "y ± dy" for every DataSet, with " | x ± dx" behind it.
+std::string Described(const ImportResult& result) {
+  std::string text;
+  const auto errors = [](const ErrorRule& rule, const std::string& column) {
+    const char* const kinds[] = {"", " +- column ", " +- ", " +- % ", " +- sqrt"};
+    const bool number = rule.kind == ErrorKind::Constant || rule.kind == ErrorKind::Percent;
+    return kinds[static_cast<std::size_t>(rule.kind)] + column +
+           (number ? GeneralText(rule.value) : "");
+  };
+  for (const auto& series : result.series) {
+    text += (text.empty() ? "" : ", ") + series->SeriesName() +
+            errors(series->Errors().y, series->Source().YErrorColumn);
+  }
+  const TDataSeries& first = *result.series.front();
+  const std::string x = errors(first.Errors().x, first.Source().XErrorColumn);
+  return text + (x.empty() ? "" : " | x" + x);
+}
+
+std::string TableOf(const std::string& names) {
+  std::string text = names + "\n";
+  const auto columns = std::ranges::count(names, ',') + 1;
+  for (int row = 1; row < 9; ++row) {
+    for (int column = 0; column < columns; ++column) {
+      text += (column == 0 ? "" : ",") + std::to_string(row + 10 * (row * column % 7));
+    }
+    text += '\n';
+  }
+  return text;
+}
+
+TEST(ErrorColumns, BelongToTheColumnsTheyAreNamedAfterOrStandBehind) {
+  const struct {
+    const char *names, *expected;
+  } kCases[] = {
+      {"x,y,dy", "y +- column dy"},
+      {"x,y,dx,dy", "y +- column dy | x +- column dx"},
+      {"t,dx,dy", "dx, dy"},  // steps
+      {"t,U,I,U_err,sigma I", "U +- column U_err, I +- column sigma I"},
+      {"t,t err,U,+-", "U +- column +- | x +- column t err"},
+      {"t,err,U,error", "U +- column error | x +- column err"},
+      {"t,U (mV),std U (mV)", "U (mV) +- column std U (mV)"},
+      {"t,a,b,err,std", "a +- column err, b +- column std"},
+      {"t,a,std,sem", "a +- column std"},
+      {"t,err,a", "a"},               // of X or of a, nobody knows
+      {"t,a,rel. err", "a"},          // a part of a
+      {"t,a,uncertainty of b", "a"},  // there is no b
+      {"t,err", "err"},
+  };
+  for (const auto& row : kCases) {
+    EXPECT_EQ(Described(ImportText(TableOf(row.names), "t")), row.expected) << row.names;
+  }
+}
+
+TEST(ErrorColumns, AreTakenAsTheUserSays) {
+  const struct {
+    std::vector<std::string> y, errors;
+    const char *x_error, *expected;
+  } kCases[] = {
+      {{}, {"none"}, nullptr, "U, I"},
+      {{}, {" 0.5 "}, "2%", "U +- 0.5, I +- 0.5 | x +- % 2"},
+      {{}, {"sqrt"}, "#1", "I +- sqrt | x +- column U"},
+      {{"I"}, {}, nullptr, "I +- column I_err"},
+      {{"I"}, {"u"}, nullptr, "I +- column U"},
+      {{"I", "U"}, {"5%", "I_err"}, nullptr, "I +- % 5, U +- column I_err"},
+      {{},
+       {"I_err"},
+       nullptr,
+       "The errors of Y are given 1 time for 2 DataSets: one for each is "
+       "needed, in their order"},
+      {{"I"}, {"J_err"}, nullptr, "There is no column \"J_err\": t, columns: t, U, I, I_err"},
+      {{}, {"0"}, nullptr, "An error is a number above 0, not \"0\""},
+      {{}, {"-5%"}, nullptr, "An error is a number above 0, not \"-5%\""},
+      {{}, {""}, nullptr, "An error is a number above 0, not \"\""},
+      {{}, {}, "sqrt", "The square root of counts is an error of Y, not of X"},
+  };
+  for (const auto& row : kCases) {
+    std::string described;
+    try {
+      ImportOptions options;
+      options.y_columns = row.y;
+      for (const std::string& text : row.errors) options.y_errors.push_back(ParseErrorOption(text));
+      if (row.x_error != nullptr) options.x_errors = ParseErrorOption(row.x_error);
+      described = Described(ImportText(TableOf("t,U,I,I_err"), "t", options));
+    } catch (const Error& error) {
+      described = error.what();
+    }
+    EXPECT_EQ(described, row.expected);
+  }
+}
+
+TEST(ErrorColumns, AreReadAgainAndToldOf) {
+  const testing::TemporaryFolder folder;
+  const auto path =
+      folder.Write("t.csv", "t,U,U_err\n1,5,0.1\n2,6,0\n3,7,-1\n4,8,\n5,9,n/a\n6,none,1\n");
+  const ImportResult result = ImportFile(path);
+  TDataSeries& series = *result.series.at(0);
+  EXPECT_EQ(result.errors_note, "\"U_err\" is taken as the error of \"U\"");
+  EXPECT_EQ(result.reports.at(0).ErrorsText(),
+            "4 rows give no usable error of Y (1 empty, 1 not a number, 1 zero, 1 negative)");
+  EXPECT_EQ(series.PointCount(), 5);
+  TDataSeries* const all[] = {&series};
+  folder.Write("t.csv", "U_err,U,t\n0.25,5,1\n");
+  EXPECT_EQ(RefreshAll(all).at(0).ErrorsText(), "");
+  EXPECT_EQ(YErrorAt(series, series.Points().Front()), 0.25);
+  folder.Write("t.csv", "U,t\n5,1\n");
+  EXPECT_EQ(RefreshAll(all).at(0).ErrorsText(), "no column gives the errors of Y");
+}
+
+}  // namespace
+}  // namespace tarnwick
