@@ -225,6 +225,33 @@ void BM_Symbols(benchmark::State& state) {
   }
 }
 
+// A frame of a million points with bars of their errors, drawn before, takes less than 16 ms.
+enum Bars { OfY, OfBoth };
+
+void BM_ErrorBars(benchmark::State& state) {
+  const Data& data = DataOf(PointsOf(state), Noise);
+  TSeries series;
+  Fill(series, data, 1);
+  std::vector<double> errors;
+  for (std::size_t i = 0; i < data.y.size(); ++i)
+    errors.push_back(0.05 + 0.01 * static_cast<double>(i % 7));
+  PointErrors given{{ErrorKind::Column, 0}, {}, {}, {}};
+  given.y_values.SetRun(1, errors);
+  if (state.range(1) == OfBoth) given.x = {ErrorKind::Constant, data.x.back() / 500};
+  series.SetErrors(std::move(given));
+  std::vector<SeriesFrame> frames;
+  for (int shift = 0; shift < 105; ++shift) frames.push_back(FrameOf(data, shift));
+  std::size_t shift = 0;
+  QImage image = NewPicture();
+  for (auto _ : state) {
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintSeries(painter, series, frames[shift++ % frames.size()]);
+    painter.end();
+    benchmark::DoNotOptimize(image.bits());
+  }
+}
+
 // A million points joined in the order in which they came take at most three times as long as the same points rising.
 enum Joined { Rising, RisingInPieces, Sweep, Loop, NoisyLoop };
 
@@ -288,6 +315,11 @@ BENCHMARK_CAPTURE(BM_Again, two_wide, 2)->Apply(Sizes);
 BENCHMARK_CAPTURE(BM_Limit, png, Png::Yes)->Apply(Sizes);
 BENCHMARK_CAPTURE(BM_First, png, 1, Png::Yes)->Apply(Sizes)->Iterations(10);
 BENCHMARK(BM_Symbols)->Apply(Sizes);
+BENCHMARK(BM_ErrorBars)
+    ->ArgNames({"points", "both"})
+    ->Args({1'000'000, OfY})
+    ->Args({1'000'000, OfBoth})
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Joined)
     ->ArgNames({"order"})
     ->DenseRange(Rising, NoisyLoop)

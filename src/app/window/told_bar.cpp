@@ -40,11 +40,14 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
       document_(document),
       prompt_(prompt),
       text_(new TextLines(kMostLines, this)),
-      all_rows_(new QPushButton(tr("Load &all rows"), this)) {
+      all_rows_(new QPushButton(tr("Load &all rows"), this)),
+      no_errors_(new QPushButton(tr("Leave &errors out"), this)) {
   setObjectName("ToldBar");
   text_->setObjectName("Told");
   all_rows_->setObjectName("LoadAllRows");
   all_rows_->setToolTip(tr("Read every row of the file"));
+  no_errors_->setObjectName("LeaveErrorsOut");
+  no_errors_->setToolTip(tr("Take no column as errors of another"));
   auto* const icon = new QLabel(this);
   const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
   icon->setPixmap(InkIcon("about").pixmap(side, side));
@@ -60,12 +63,14 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   row->addWidget(icon, 0, Qt::AlignVCenter);
   row->addWidget(text_, 1);
   row->addWidget(all_rows_, 0, Qt::AlignVCenter);
+  row->addWidget(no_errors_, 0, Qt::AlignVCenter);
   row->addWidget(close, 0, Qt::AlignVCenter);
   connect(close, &QToolButton::clicked, this, [this] {
     document_.Files().Told().Close();
     Follow();
   });
   connect(all_rows_, &QPushButton::clicked, this, &ToldBar::LoadAllRows);
+  connect(no_errors_, &QPushButton::clicked, this, &ToldBar::LeaveErrorsOut);
   connect(&document_, &Document::stateChanged, this, &ToldBar::Follow);
   Follow();
 }
@@ -74,6 +79,7 @@ void ToldBar::Follow() {
   const QString text = ToQt(document_.Files().Told().Text());
   text_->ShowText(text);
   all_rows_->setVisible(CanShowMore(document_));
+  no_errors_->setVisible(document_.Files().Told().Tells(ToldAbout::Errors));
   setVisible(!text.isEmpty());
 }
 
@@ -83,6 +89,17 @@ void ToldBar::LoadAllRows() {
   } catch (const Error& error) {
     prompt_.Tell(error.what());
   }
+}
+
+void ToldBar::LeaveErrorsOut() {
+  document_.Files().Told().Drop(ToldAbout::Errors);
+  document_.Edit("Leave Out Errors", [](TxyGraph& graph) {
+    for (TSeries* const series : SeriesOfWhole(graph)) {
+      const TDSInfo& source = series->Source();
+      if (!source.YErrorColumn.empty() || !source.XErrorColumn.empty()) series->SetErrors({});
+    }
+  });
+  Follow();
 }
 
 void ToldBar::paintEvent(QPaintEvent*) {

@@ -25,11 +25,13 @@ class ToldBar final : public QFrame {
  private:
   void Follow();
   void LoadAllRows();
+  void LeaveErrorsOut();
 
   Document& document_;
   Prompt& prompt_;
   TextLines* text_;
   QPushButton* all_rows_;
+  QPushButton* no_errors_;
 };
 
 }  // namespace tarnwick

@@ -12,6 +12,10 @@ void DocumentTold::Add(const ImportTold& told) {
   if (!told.empty()) Replace(all);
 }
 
+void DocumentTold::Drop(ToldAbout about) {
+  std::erase_if(told_, [about](const ToldClause& clause) { return clause.about == about; });
+}
+
 void DocumentTold::Replace(const ImportTold& told) {
   if (told == told_) return;
   told_ = told;

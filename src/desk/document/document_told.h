@@ -18,6 +18,9 @@ class DocumentTold {
   /// Stands in place of it. What was closed stays so while the same is told.
   void Replace(const ImportTold& told);
   void Close() { closed_ = true; }
+  bool Tells(ToldAbout about) const { return !closed_ && IsAbout(told_, about); }
+  /// What is about this is no longer so.
+  void Drop(ToldAbout about);
   void Clear() { *this = {}; }
 
  private:

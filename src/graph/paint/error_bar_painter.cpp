@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include <QList>
 #include <QPainter>
+#include <QPainterPath>
 
 #include "graph/paint/cloud_painter.h"
 #include "graph/series.h"
@@ -25,6 +25,12 @@ QColor ColorOf(const SeriesStyle& style) {
 double CapOf(const SeriesStyle& style) {
   const double symbol = style.show_symbols ? std::clamp(style.symbol_size, 1, 200) / 2.0 : 0;
   return std::max(kSmallestCap, symbol);
+}
+
+QPen BarPen(const SeriesStyle& style, double width) {
+  QPen pen(ColorOf(style), width);
+  pen.setCapStyle(Qt::FlatCap);
+  return pen;
 }
 
 int Whole(double pixels) {
@@ -65,16 +71,20 @@ class BarFiller {
   int width_, reach_;
 };
 
+void AddLine(QPainterPath& path, QPointF from, QPointF to) {
+  path.moveTo(from);
+  path.lineTo(to);
+}
+
 /// Bars as lines through the middles of their cells.
-void AppendLines(const PixelBar& bar, int reach, bool upright, QList<QLineF>& lines) {
+void AddBar(const PixelBar& bar, int reach, Qt::Orientation orientation, QPainterPath& path) {
   const double at = bar.at + 0.5, first = bar.first + 0.5, last = bar.last + 0.5;
-  const auto add = [&](double from_along, double from_across, double to_along, double to_across) {
-    lines.append(upright ? QLineF(from_across, from_along, to_across, to_along)
-                         : QLineF(from_along, from_across, to_along, to_across));
+  const auto place = [&](double along, double across) {
+    return orientation == Qt::Vertical ? QPointF(across, along) : QPointF(along, across);
   };
-  add(first, at, last, at);
-  if (bar.first_capped) add(first, at - reach, first, at + reach);
-  if (bar.last_capped) add(last, at - reach, last, at + reach);
+  AddLine(path, place(first, at), place(last, at));
+  if (bar.first_capped) AddLine(path, place(first, at - reach), place(first, at + reach));
+  if (bar.last_capped) AddLine(path, place(last, at - reach), place(last, at + reach));
 }
 
 PixelBars BarsOf(const DeviceSpace& space, const TSeries& series, const SeriesFrame& frame) {
@@ -92,13 +102,14 @@ void FillBars(DeviceSpace& space, const PixelBars& bars, const SeriesStyle& styl
 
 void DrawBars(DeviceSpace& space, const PixelBars& bars, const SeriesStyle& style) {
   const int reach = Whole(CapOf(style) * space.Scale());
-  QList<QLineF> lines;
-  for (const PixelBar& bar : bars.upright) AppendLines(bar, reach, true, lines);
-  for (const PixelBar& bar : bars.level) AppendLines(bar, reach, false, lines);
-  QPen pen(ColorOf(style), space.Scale());
-  pen.setCapStyle(Qt::FlatCap);
-  space.Painter().setPen(pen);
-  space.Painter().drawLines(lines);
+  QPainterPath path;  // one is written shorter than many lines
+  for (const PixelBar& bar : bars.upright) AddBar(bar, reach, Qt::Vertical, path);
+  for (const PixelBar& bar : bars.level) AddBar(bar, reach, Qt::Horizontal, path);
+  QPainter& painter = space.Painter();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(BarPen(style, space.Scale()));
+  painter.drawPath(path);
 }
 
 }  // namespace
@@ -123,20 +134,19 @@ void PaintErrorBarSample(QPainter& painter, const QRectF& rect, const TSeries& s
   const double cap = std::min(CapOf(style), std::min(rect.width(), rect.height()) / 2);
   const QPointF middle(std::floor(rect.center().x()) + 0.5, std::floor(rect.center().y()) + 0.5);
   const double half = std::floor(rect.height() / 2) - 1;
-  QList<QLineF> lines;
+  QPainterPath path;
   const auto add = [&](QPointF along, QPointF across) {
-    lines.append(QLineF(middle - along, middle + along));
-    lines.append(QLineF(middle - along - across, middle - along + across));
-    lines.append(QLineF(middle + along - across, middle + along + across));
+    AddLine(path, middle - along, middle + along);
+    AddLine(path, middle - along - across, middle - along + across);
+    AddLine(path, middle + along - across, middle + along + across);
   };
   if (HasYErrors(series.Errors())) add({0, half}, {cap, 0});
   if (HasXErrors(series.Errors())) add({2 * half, 0}, {0, cap});
   painter.save();
   painter.setClipRect(rect, Qt::IntersectClip);
-  QPen pen(ColorOf(style), 1);
-  pen.setCapStyle(Qt::FlatCap);
-  painter.setPen(pen);
-  painter.drawLines(lines);
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(BarPen(style, 1));
+  painter.drawPath(path);
   painter.restore();
 }
 

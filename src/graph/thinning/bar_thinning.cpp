@@ -4,7 +4,10 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <utility>
 
+#include "graph/thinning/column_rows.h"
 #include "graph/thinning/row_bits.h"
 
 namespace tarnwick {
@@ -18,10 +21,10 @@ struct Run {
   bool Empty() const { return last < first; }
 };
 
-/// The bars of one pixel column (or row): few stay as they are, of many the union is kept.
-class BarCell {
+/// The bars of one pixel column: few stay as they are, of many the union is kept.
+class BarColumn {
  public:
-  explicit BarCell(int length) : length_(length), bits_(static_cast<std::size_t>(length) + 1) {}
+  explicit BarColumn(int length) : length_(length), bits_(static_cast<std::size_t>(length) + 2) {}
 
   void Take(const Run& run) {
     if (run.Empty()) return;
@@ -29,12 +32,17 @@ class BarCell {
     ++count_;
     ends_capped_[0] |= run.first == 0 && run.first_capped;
     ends_capped_[1] |= run.last + 1 == length_ && run.last_capped;
-    bits_.SetRange(static_cast<std::size_t>(run.first), static_cast<std::size_t>(run.last));
+    bits_.SetRange(Bit(run.first), Bit(run.last));
   }
   /// Whether a bar there would show nothing more.
   bool Covers(const Run& run) const {
-    return count_ >= kFew && !run.Empty() &&
-           bits_.AllSet(static_cast<std::size_t>(run.first), static_cast<std::size_t>(run.last));
+    return count_ >= kFew && !run.Empty() && bits_.AllSet(Bit(run.first), Bit(run.last));
+  }
+  /// The pixels around one in the middle of a bar that was taken which are all covered.
+  Run CoveredAround(const Run& taken) const {
+    if (count_ < kFew) return {};
+    const std::size_t bit = Bit((taken.first + taken.last) / 2);
+    return {static_cast<int>(bits_.UnsetBefore(bit)), static_cast<int>(bits_.UnsetBehind(bit)) - 2};
   }
   /// Adds what was taken since the last time, `origin` being pixel 0 of the cell.
   void Flush(int at, int origin, std::vector<PixelBar>& bars) {
@@ -47,7 +55,7 @@ class BarCell {
       }
     } else {
       bits_.ForEachRun([&](std::size_t begin, std::size_t end) {
-        const auto first = static_cast<int>(begin), last = static_cast<int>(end) - 1;
+        const int first = static_cast<int>(begin) - 1, last = static_cast<int>(end) - 2;
         bars.push_back({at, origin + first, origin + last, first > 0 || ends_capped_[0],
                         last + 1 < length_ || ends_capped_[1]});
       });
@@ -59,6 +67,9 @@ class BarCell {
 
  private:
   static constexpr std::size_t kFew = 3;
+
+  // The bits before the first pixel and behind the last one are never set.
+  static std::size_t Bit(int pixel) { return static_cast<std::size_t>(pixel) + 1; }
 
   int length_;
   std::array<Run, kFew> few_;
@@ -73,41 +84,57 @@ class RunMap {
   /// The pixels first <= pixel < end are seen; a value without a place lies at the plot's edge on the side of low values.
   RunMap(const PixelMap& map, int first, int end, int plot_first, int plot_end)
       : map_(map),
+        rising_(map.Rising()),
         first_(first),
-        end_(end),
-        edge_(map.Rising() ? std::max(first, plot_first) : std::min(end, plot_end) - 1) {}
+        size_(end - first),
+        edge_(rising_ ? std::max(first, plot_first) : std::min(end, plot_end) - 1) {}
 
   /// The bar whose point has a place.
   Run Of(const BarEnds& bar, double zero) const {
+    if (!map_.Log()) return OfPlaced(bar, zero);
     const double middle = bar.low / 2 + bar.high / 2 - zero;
-    return map_.Log() && !(middle > 0) ? Run() : OfExtent(bar, zero);
+    return middle > 0 ? OfExtent(bar, zero) : Run();
+  }
+  /// Values that surely lie in pixels of the run.
+  BarEnds Inside(const Run& run) const {
+    if (run.last - run.first < 2) return {};
+    const double one = map_.ValueAt(run.first + first_ + 1),
+                 other = map_.ValueAt(run.last + first_);
+    return {std::min(one, other), std::max(one, other)};
   }
   Run OfExtent(const BarEnds& bar, double zero) const {
-    if (!bar.Exist()) return {};
-    const bool open = map_.Log() && !(bar.low - zero > 0);
+    if (!map_.Log()) return OfPlaced(bar, zero);
+    const bool open = !(bar.low - zero > 0);
     const double low = open ? edge_ : map_.At(bar.low - zero);
-    const double high = map_.At(bar.high - zero);
-    Run run = map_.Rising() ? Between(low, high) : Between(high, low);
-    if (open) (map_.Rising() ? run.first_capped : run.last_capped) = false;
+    Run run = Between(low, map_.At(bar.high - zero));
+    if (open) (rising_ ? run.first_capped : run.last_capped) = false;
     return run;
   }
 
  private:
-  Run Between(double from, double to) const {
-    if (!(from < end_ && to >= first_ && from <= to)) return {};
-    const bool from_seen = from >= first_, to_seen = to < end_;
-    const int first = from_seen ? static_cast<int>(std::floor(from)) : first_;
-    const int last = to_seen ? static_cast<int>(std::floor(to)) : end_ - 1;
-    return {first - first_, last - first_, from_seen, to_seen};
+  Run OfPlaced(const BarEnds& bar, double zero) const {
+    const DoublePair pixels = map_.UnheldLinear(DoublePair{bar.low, bar.high} - zero);
+    return Between(pixels[0], pixels[1]);
+  }
+  /// Empty for NaN.
+  Run Between(double low, double high) const {
+    const double from = (rising_ ? low : high) - first_, to = (rising_ ? high : low) - first_;
+    if (!(from < size_ && to >= 0 && from <= to)) return {};
+    const int last = static_cast<int>(size_) - 1;
+    return {from > 0 ? static_cast<int>(from) : 0, to < size_ ? static_cast<int>(to) : last,
+            from >= 0, to < size_};
   }
 
   PixelMap map_;
-  int first_, end_;
+  bool rising_;
+  double first_, size_;
   double edge_;
 };
 
 /// The bars of Y, column by column.
 class UprightBars {
+  static constexpr int kWorthALook = 8;  // bars of a box that were not hidden
+
  public:
   UprightBars(const PointChain& points, const ErrorBars& bars, const ThinningView& view,
               const BarArea& area)
@@ -133,6 +160,8 @@ class UprightBars {
       const std::size_t end = std::max(points_.LowerBound(view_.x.ValueAt(column + 1)), index + 1);
       TakeColumn(index, end);
       cell_.Flush(column, area_.seen.top(), found_);
+      covered_run_ = {};
+      covered_ = {};
       index = end;
     }
     return std::move(found_);
@@ -153,9 +182,20 @@ class UprightBars {
   }
   void TakeBars(std::size_t begin, std::size_t end) {
     if (view_.base_line_slope == 0) {
+      // Most bars of a crowd lie where others cover the middle of the column already.
+      const double low = covered_.low + view_.zero_value, high = covered_.high + view_.zero_value;
+      Run last;
+      int taken = 0;
       for (std::size_t i = begin; i < end; ++i) {
-        cell_.Take(map_.Of(bars_.Y()[i], view_.zero_value));
+        const BarEnds& bar = bars_.Y()[i];
+        if (bar.low >= low && bar.high <= high) continue;
+        const Run run = map_.Of(bar, view_.zero_value);
+        if (run.Empty()) continue;
+        last = run;
+        ++taken;
+        cell_.Take(run);
       }
+      if (taken > kWorthALook) NoteCovered(covered_run_.Empty() ? last : covered_run_);
       return;
     }
     while (begin < end) {
@@ -168,47 +208,138 @@ class UprightBars {
     }
   }
 
+  void NoteCovered(const Run& taken) {
+    covered_run_ = cell_.CoveredAround(taken);
+    covered_ = map_.Inside(covered_run_);
+  }
+
   const PointChain& points_;
   const ErrorBars& bars_;
   const ThinningView& view_;
   const BarArea& area_;
   RunMap map_;
-  BarCell cell_;
+  BarColumn cell_;
+  Run covered_run_;  // in the column at hand
+  BarEnds covered_;  // corrected values in it
   std::vector<PixelBar> found_;
 };
 
-/// The bars of X, which may reach far: every point's is looked at, unless its box lies beside the view.
-std::vector<PixelBar> LevelBars(const PointChain& points, const ErrorBars& bars,
-                                const ThinningView& view, const BarArea& area) {
-  const int top = area.seen.top() - area.reach, rows = area.seen.height() + 2 * area.reach;
-  const int columns = area.seen.width();
-  const RunMap map(view.x, area.seen.left(), area.seen.right() + 1, area.plot.left(),
-                   area.plot.right() + 1);
-  std::vector<BarCell> cells(static_cast<std::size_t>(rows), BarCell(columns));
-  points.ForEachChunk([&](const ChunkView& chunk) {
-    for (std::size_t i = 0; i < chunk.x.size(); ++i) {
-      const std::size_t index = chunk.first_index + i;
-      if (i == 0 || index % ErrorBars::kBox == 0) {
-        const std::size_t box = index / ErrorBars::kBox;
-        if (map.OfExtent(bars.XBoxes()[box], 0).Empty()) {
-          i += ErrorBars::kBox - index % ErrorBars::kBox - 1;
-          continue;
-        }
-      }
-      const double zero = view.zero_value + view.base_line_slope * chunk.x[i];
-      const double row = view.y.At(chunk.y[i] - zero) - top;
-      if (!(row >= 0 && row < rows)) continue;
-      BarCell& cell = cells[static_cast<std::size_t>(row)];
-      const Run run = map.Of(bars.X()[index], 0);
-      if (!cell.Covers(run)) cell.Take(run);
+/// The bars of one pixel row, which come from the left to the right but for what their lengths differ.
+class BarRow {
+ public:
+  void Take(const Run& run) {
+    if (run.Empty()) return;
+    ++count_;
+    if (count_ <= kFew || !Touch(runs_.back(), run)) {
+      runs_.push_back(run);
+    } else {
+      Join(runs_.back(), run);
     }
-  });
-  std::vector<PixelBar> found;
-  for (int row = 0; row < rows; ++row) {
-    cells[static_cast<std::size_t>(row)].Flush(top + row, area.seen.left(), found);
   }
-  return found;
-}
+  bool Covers(const Run& run) const {
+    return count_ >= kFew && run.first >= runs_.back().first && run.last <= runs_.back().last;
+  }
+  void Flush(int at, int origin, std::vector<PixelBar>& bars) {
+    if (count_ > kFew) Merge();
+    for (const Run& run : runs_) {
+      bars.push_back(
+          {at, origin + run.first, origin + run.last, run.first_capped, run.last_capped});
+    }
+  }
+
+ private:
+  static constexpr std::size_t kFew = 3;
+
+  static bool Touch(const Run& one, const Run& other) {
+    return other.first <= one.last + 1 && one.first <= other.last + 1;
+  }
+  static void Join(Run& whole, const Run& run) {
+    if (run.first < whole.first) {
+      whole.first = run.first;
+      whole.first_capped = run.first_capped;
+    }
+    if (run.last > whole.last) {
+      whole.last = run.last;
+      whole.last_capped = run.last_capped;
+    }
+  }
+  void Merge() {
+    std::ranges::sort(runs_, {}, &Run::first);
+    std::vector<Run> merged = {runs_.front()};
+    for (const Run& run : runs_) {
+      if (Touch(merged.back(), run)) {
+        Join(merged.back(), run);
+      } else {
+        merged.push_back(run);
+      }
+    }
+    runs_ = std::move(merged);
+  }
+
+  std::size_t count_ = 0;
+  std::vector<Run> runs_;
+};
+
+/// The bars of X, which may reach far: every point's is looked at, unless its box lies beside the view.
+class LevelBars {
+ public:
+  LevelBars(const PointChain& points, const ErrorBars& bars, const ThinningView& view,
+            const BarArea& area)
+      : points_(points),
+        bars_(bars),
+        view_(view),
+        area_(area),
+        top_(area.seen.top() - area.reach),
+        rows_(area.seen.height() + 2 * area.reach),
+        row_map_(view.y, top_, rows_),
+        map_(view.x, area.seen.left(), area.seen.right() + 1, area.plot.left(),
+             area.plot.right() + 1),
+        bar_rows_(static_cast<std::size_t>(rows_)) {}
+
+  std::vector<PixelBar> Take() {
+    points_.ForEachChunk([this](const ChunkView& chunk) {
+      for (std::size_t i = 0; i < chunk.x.size();) {
+        const std::size_t index = chunk.first_index + i, in_box = index % ErrorBars::kBox;
+        const std::size_t count = std::min(chunk.x.size() - i, ErrorBars::kBox - in_box);
+        const Run run = map_.OfExtent(bars_.XBoxes()[index / ErrorBars::kBox], 0);
+        if (!run.Empty()) TakeBars(chunk, i, count, run);
+        i += count;
+      }
+    });
+    std::vector<PixelBar> found;
+    for (int row = 0; row < rows_; ++row) {
+      bar_rows_[static_cast<std::size_t>(row)].Flush(top_ + row, area_.seen.left(), found);
+    }
+    return found;
+  }
+
+ private:
+  /// `outermost` holds all of them.
+  void TakeBars(const ChunkView& chunk, std::size_t begin, std::size_t count,
+                const Run& outermost) {
+    std::array<std::int32_t, ErrorBars::kBox> rows{};
+    row_map_.All(chunk.y.data() + begin, view_.zero_value, count, rows.data());
+    for (std::size_t i = 0; i < count; ++i) {
+      if (view_.base_line_slope != 0) rows[i] = RowOnSlope(chunk, begin + i);
+      const auto row = static_cast<std::size_t>(rows[i]);
+      if (row == 0 || row > bar_rows_.size()) continue;
+      BarRow& bars = bar_rows_[row - 1];
+      if (!bars.Covers(outermost)) bars.Take(map_.Of(bars_.X()[chunk.first_index + begin + i], 0));
+    }
+  }
+  std::int32_t RowOnSlope(const ChunkView& chunk, std::size_t i) const {
+    return row_map_.At(chunk.y[i] - view_.zero_value - view_.base_line_slope * chunk.x[i]);
+  }
+
+  const PointChain& points_;
+  const ErrorBars& bars_;
+  const ThinningView& view_;
+  const BarArea& area_;
+  int top_, rows_;
+  RowMap row_map_;  // 0 and those behind the last are not seen
+  RunMap map_;
+  std::vector<BarRow> bar_rows_;
+};
 
 }  // namespace
 
@@ -217,7 +348,7 @@ PixelBars ThinBars(const PointChain& points, const ErrorBars& bars, const Thinni
   PixelBars thinned;
   if (area.seen.isEmpty() || !view.x.Usable() || !view.y.Usable()) return thinned;
   if (!bars.Y().empty()) thinned.upright = UprightBars(points, bars, view, area).Take();
-  if (!bars.X().empty()) thinned.level = LevelBars(points, bars, view, area);
+  if (!bars.X().empty()) thinned.level = LevelBars(points, bars, view, area).Take();
   return thinned;
 }
 

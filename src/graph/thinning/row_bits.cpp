@@ -20,16 +20,6 @@ void Doubling(std::size_t count, std::size_t step, Combine&& combine) {
 
 }  // namespace
 
-void RowBits::SetRange(std::size_t first, std::size_t last) {
-  std::uint64_t wanted = ~std::uint64_t{0} << first % kWord;
-  const std::size_t last_word = last / kWord;
-  for (std::size_t word = first / kWord; word < last_word; ++word) {
-    words_[word] |= wanted;
-    wanted = ~std::uint64_t{0};
-  }
-  words_[last_word] |= wanted & ~std::uint64_t{0} >> (kWord - 1 - last % kWord);
-}
-
 bool RowBits::AllSet(std::size_t first, std::size_t last) const {
   constexpr std::uint64_t kAll = ~std::uint64_t{0};
   const std::size_t last_word = last / kWord;

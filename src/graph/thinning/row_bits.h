@@ -17,7 +17,15 @@ class RowBits {
   void Clear() { words_.assign(words_.size(), 0); }
   void Set(std::size_t bit) { words_[bit / kWord] |= std::uint64_t{1} << bit % kWord; }
   /// All of first <= bit <= last.
-  void SetRange(std::size_t first, std::size_t last);
+  void SetRange(std::size_t first, std::size_t last) {
+    std::uint64_t wanted = ~std::uint64_t{0} << first % kWord;
+    const std::size_t last_word = last / kWord;
+    for (std::size_t word = first / kWord; word < last_word; ++word) {
+      words_[word] |= wanted;
+      wanted = ~std::uint64_t{0};
+    }
+    words_[last_word] |= wanted & ~std::uint64_t{0} >> (kWord - 1 - last % kWord);
+  }
   void Reset(std::size_t bit) { words_[bit / kWord] &= ~(std::uint64_t{1} << bit % kWord); }
   /// Whether all of first <= bit <= last are set.
   bool AllSet(std::size_t first, std::size_t last) const;

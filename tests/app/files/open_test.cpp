@@ -53,6 +53,24 @@ TEST_F(DesktopTest, ABarTellsWhatWasLeftOutUntilItIsClosed) {
   EXPECT_FALSE(bar->isVisible()) << "the same was told again";
 }
 
+TEST_F(DesktopTest, ColumnsTakenAsErrorsAreToldAndLeftOutAtAClick) {
+  Start({folder_.Write("errors.csv", "t,u,u_err\n1,10,1\n2,15,2\n3,30,1\n")});
+  const auto* bar = form_->findChild<QWidget*>("ToldBar");
+  EXPECT_EQ(bar->findChild<QWidget*>("Told")->accessibleName(),
+            "\"u_err\" is taken as the error of \"u\".");
+  const auto y_error = [this] {
+    const TSeries& series = ActiveDocument().Graph().Series(0);
+    return YErrorAt(series, series.Points().At(1));
+  };
+  EXPECT_EQ(y_error(), 2);
+  bar->findChild<QPushButton*>("LeaveErrorsOut")->click();
+  EXPECT_TRUE(IsUndefined(y_error()));
+  EXPECT_FALSE(bar->isVisible());
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Leave Out Errors");
+  ActiveDocument().History().Undo();
+  EXPECT_EQ(y_error(), 2);
+}
+
 TEST_F(DesktopTest, DroppedFilesOpenInTheWorkspaceOrLoadIntoAGraph) {
   Start({});
   Drop(*form_, {Example("decay.dat")});
