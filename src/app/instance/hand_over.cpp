@@ -25,6 +25,7 @@ std::string Absolute(const std::string& word) {
 
 std::vector<std::string> WordsToHandOver(const std::vector<std::string>& words) {
   std::vector<std::string> handed;
+  handed.reserve(words.size());
   for (const std::string& word : words) handed.push_back(Absolute(word));
   return handed;
 }
