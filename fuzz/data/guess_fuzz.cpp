@@ -66,7 +66,7 @@ void RequireFitToShow(const std::string& text) {
 /// The file that every input becomes in turn.
 std::filesystem::path FileOf(std::string_view bytes) {
   static const TemporaryFolder folder;
-  const std::filesystem::path path = folder.path / "input";
+  std::filesystem::path path = folder.path / "input";
   std::ofstream(path, std::ios::binary) << bytes;
   return path;
 }

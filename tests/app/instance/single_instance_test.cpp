@@ -1,7 +1,6 @@
 #include "app/instance/single_instance.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,6 +10,8 @@
 #include <QLocalSocket>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
+#include <csignal>
 #include <thread>
 
 #include "app/instance/hand_over.h"
