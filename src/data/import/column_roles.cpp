@@ -131,7 +131,7 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   return time != kRowNumberColumn ? time : varying.front();
 }
 
-/// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error.
+/// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error; "drate" beside "rate" is that of it.
 bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std::int32_t column) {
   constexpr std::string_view kDx[] = {"dx"}, kDy[] = {"dy"}, kX[] = {"x"};
   const std::string name = source.NameOf(column);
@@ -141,7 +141,12 @@ bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std:
   if (HasWord(name, kDy) && !x_named && std::ranges::any_of(source.NumberColumns(), is_dx)) {
     return false;
   }
-  return NamesErrors(name);
+  const std::vector<std::string> behind_d = WordsBehindD(name);
+  const bool of_another =
+      !behind_d.empty() && std::ranges::any_of(source.NumberColumns(), [&](std::int32_t other) {
+        return other != chosen.x && other != column && WordsOf(source.NameOf(other)) == behind_d;
+      });
+  return of_another || NamesErrors(name);
 }
 
 /// The columns that the user says give errors; the sources' other columns may be plotted.

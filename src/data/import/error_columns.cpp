@@ -118,9 +118,12 @@ class ErrorGuess {
     if (errors != nullptr && !errors->column) Take(column, y, *errors);
   }
   void GiveNamed(std::int32_t column, int least) {
-    const Words after = NamedAfter(source_.NameOf(column));
+    const std::string name = source_.NameOf(column);
+    const Words after = NamedAfter(name);
+    const Words behind_d = WordsBehindD(name);
     for (const std::int32_t y : chosen_.y) {
-      if (Match(after, WordsOf(source_.NameOf(y))) >= least) return GiveTo(column, y);
+      const Words words = WordsOf(source_.NameOf(y));
+      if (Match(after, words) >= least || Match(behind_d, words) == 2) return GiveTo(column, y);
     }
   }
   /// "a b err err": as many as the columns before them.

@@ -21,6 +21,14 @@ std::vector<std::string> WordsOf(std::string_view name) {
   return words;
 }
 
+std::vector<std::string> WordsBehindD(std::string_view name) {
+  constexpr std::size_t kShortest = 3;
+  std::vector<std::string> words = WordsOf(name);
+  if (words.empty() || words.front().size() < kShortest || words.front().front() != 'd') return {};
+  words.front().erase(0, 1);
+  return words;
+}
+
 bool HasWord(std::string_view name, std::span<const std::string_view> known) {
   return std::ranges::any_of(WordsOf(name), [known](const std::string& word) {
     return std::ranges::find(known, word) != known.end();

@@ -11,6 +11,10 @@ namespace tarnwick {
 /// The words of a name in small letters, cut at what is neither letter nor digit.
 std::vector<std::string> WordsOf(std::string_view name);
 
+/// "counts" for "dcounts": the words without the "d" of a difference before them. Empty where there is none, or less than two
+/// letters behind it, as in "dt".
+std::vector<std::string> WordsBehindD(std::string_view name);
+
 /// True when one of them is known.
 bool HasWord(std::string_view name, std::span<const std::string_view> known);
 

@@ -51,6 +51,8 @@ TEST(ErrorColumns, BelongToTheColumnsTheyAreNamedAfterOrStandBehind) {
       {"x,y,dy", "y +- column dy"},
       {"x,y,dx,dy", "y +- column dy | x +- column dx"},
       {"t,dx,dy", "dx, dy"},  // steps
+      {"t,rate,drate", "rate +- column drate"},
+      {"time,v,dtime,dv", "v, dtime, dv"},  // steps, too
       {"t,U,I,U_err,sigma I", "U +- column U_err, I +- column sigma I"},
       {"t,t err,U,+-", "U +- column +- | x +- column t err"},
       {"t,err,U,error", "U +- column error | x +- column err"},
