@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
+#include <iterator>
 #include <utility>
 
+#include "analysis/fit_part.h"
 #include "base/undefined.h"
 #include "expr/words/expr_rec.h"
 #include "expr/words/expr_word.h"
@@ -12,10 +13,12 @@
 #include "fit/judge/fit_statistics.h"
 #include "fit/judge/fit_verdict.h"
 #include "fit/judge/residual_pattern.h"
+#include "fit/judge/tied_parameters.h"
+#include "fit/minimise/bounded_step.h"
 #include "fit/minimise/minimise_method.h"
 #include "fit/minimise/newton_fit.h"
+#include "fit/model/ties.h"
 #include "fit/residuals/model_blocks.h"
-#include "fit/residuals/model_residuals.h"
 
 namespace tarnwick {
 namespace {
@@ -74,6 +77,13 @@ bool SignBeforeEvenPower(const TExprRec* first) {
   return false;
 }
 
+/// Weights that follow the values are made anew so often at most.
+constexpr int kMostRounds = 60;
+/// They have settled when a round moves the parameters by less than this part of their errors; methods that stop by the sum of
+/// squares get no nearer than the second.
+constexpr double kSettled = 1e-7;
+constexpr double kSettledByLines = 1e-3;
+
 /// One run, on a model of its own.
 class FitRun {
  public:
@@ -81,8 +91,16 @@ class FitRun {
   FitResult Run();
 
  private:
+  /// How a fit goes on from values found; `reduced` is empty where the method leaves none.
+  using Again = std::function<NewtonOutcome(std::span<const double>, const MinimiseOptions&)>;
+
   std::optional<MinimiseOutcome> Refusal() const;
   void Minimise();
+  NewtonOutcome ByMethod(std::span<const double> start, const MinimiseOptions& options);
+  void SettleWeights(const Again& again, double near);
+  bool SettleRound(const Again& again, double near);
+  double Moved(std::span<const double> from, NewtonOutcome& to);
+  void GoOnWith(NewtonOutcome next);
   NewtonOutcome NewtonFromValues(const MinimiseOptions& options, Progress& progress);
   bool LedAstray(const NewtonOutcome& newton) const;
   FittedPoints Points(std::int64_t undefined) const;
@@ -91,47 +109,62 @@ class FitRun {
   void Conclude();
   void MeasureStart();
   void MeasureEnd();
+  FittedPoints PointsAtEnd();
   double MeasurePattern();
   MinimiseOptions Options(std::int32_t iterations) const;
   bool ByNewton() const { return job_.settings.ProcType == FitProcType::cfp_Newton; }
+  ModelResiduals& Residuals() { return *part_.residuals; }
 
   const FitJob& job_;
   Progress& progress_;
   const EveryStep& every_step_;
-  TCurFit model_;
-  std::unique_ptr<ModelResiduals> residuals_;
+  FitPart part_;
   FitResult result_;
   FitCircumstances about_;
   std::optional<ReducedJacobian> jacobian_;  // at the last values, when a method left it
 };
 
 FitRun::FitRun(const FitJob& job, Progress& progress, const EveryStep& every_step)
-    : job_(job), progress_(progress), every_step_(every_step) {
-  model_.SetSettings(job.settings, false);
-  model_.Prepare();
-  for (std::int32_t i = 1; i <= model_.NParams(); ++i) {
-    if (!model_.Param(i).Vary()) continue;
-    result_.names.push_back(model_.Param(i).Name());
-    result_.start.push_back(model_.Param(i).Value());
+    : job_(job), progress_(progress), every_step_(every_step), part_(job) {
+  const TCurFit& model = part_.model;
+  for (std::int32_t i = 1; i <= model.NParams(); ++i) {
+    if (!model.Param(i).Vary()) continue;
+    part_.columns.push_back(result_.names.size());
+    result_.names.push_back(model.Param(i).Name());
+    result_.start.push_back(model.Param(i).Value());
   }
   result_.points_in_range = job.points_in_range;
   result_.points_used = job.points_chosen;
-  result_.undefined_points = job.points_chosen - static_cast<std::int64_t>(job.x.size());
+  result_.points_without_error = job.points_without_error;
+  result_.undefined_points = job.points_chosen - job.points_without_error -
+                             static_cast<std::int64_t>(job.x.size());
+  result_.statistics.weighting = part_.weighting;
   about_.method = job.settings.ProcType;
   about_.max_iterations = job.settings.IterMax;
   about_.thinned_to = job.settings.NPoints;
   about_.extreme_data = FindExtreme(job);
-  about_.sign_before_power = SignBeforeEvenPower(model_.CurrentRec());
+  about_.sign_before_power = SignBeforeEvenPower(model.CurrentRec());
   about_.regression_curve = job.source == FitPointSource::RegressionCurve;
+  about_.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
+                            part_.weighting.weights == FitWeights::Errors;
 }
 
 /// What keeps the fit from beginning, before any point is looked at.
 std::optional<MinimiseOutcome> FitRun::Refusal() const {
   if (result_.start.size() > static_cast<std::size_t>(kMaxVariedParameters))
     return Refused(StopReason::TooManyParameters, std::string(kTooManyParametersText));
-  if (model_.CurrentRec() == nullptr)
+  if (std::string trouble = LimitTrouble(job_.settings.parameters); !trouble.empty())
+    return Refused(StopReason::BadModel, "Nothing was fitted: " + trouble);
+  if (part_.model.CurrentRec() == nullptr)
     return Refused(StopReason::BadModel, "The model has no expression.");
   if (job_.x.empty()) return Refused(StopReason::NoPoints);
+  if (part_.weighting.weights == FitWeights::Errors && job_.errors.empty())
+    return Refused(StopReason::BadModel,
+                   "Nothing was fitted: the points have no errors of Y to weigh them by.");
+  if (part_.weighting.errors == FitErrors::Absolute && part_.weighting.loss != FitLoss::Linear)
+    return Refused(StopReason::BadModel,
+                   "Nothing was fitted: absolute errors need the linear loss, a robust one tells "
+                   "errors by the residuals.");
   return std::nullopt;
 }
 
@@ -146,24 +179,104 @@ MinimiseOptions FitRun::Options(std::int32_t iterations) const {
 void FitRun::Minimise() {
   MinimiseOptions options = Options(job_.settings.IterMax);
   options.every_step = every_step_;
-  const MinimiseMethod* const method = FindScalarMinimiseMethod(job_.settings.ProcType);
-  if (method == nullptr) {
-    NewtonOutcome newton = FitByNewton(*residuals_, result_.start, options, progress_);
+  if (ByNewton()) {
+    NewtonOutcome newton = FitByNewton(Residuals(), result_.start, options, progress_);
     result_.outcome = std::move(newton.outcome);
     jacobian_ = std::move(newton.reduced);
-    return;
+  } else {
+    result_.outcome = ByMethod(result_.start, options).outcome;
   }
+  SettleWeights([this](std::span<const double> from,
+                       const MinimiseOptions& rest) { return ByMethod(from, rest); },
+                ByNewton() ? kSettled : kSettledByLines);
+}
+
+NewtonOutcome FitRun::ByMethod(std::span<const double> start, const MinimiseOptions& options) {
+  const MinimiseMethod* const method = FindScalarMinimiseMethod(job_.settings.ProcType);
+  if (method == nullptr) return MinimiseNewton(Residuals(), start, options, progress_);
   const ScalarObjective objective = [this](std::span<const double> p) {
-    return residuals_->SumOfSquares(p);
+    return Residuals().SumOfSquares(p);
   };
-  result_.outcome = method->minimise(objective, result_.start, options, progress_);
+  const Box box(Residuals().Ranges());
+  if (!box.Bounds()) return {method->minimise(objective, start, options, progress_), {}};
+  NewtonOutcome outcome{
+      method->minimise(ContinuedBeyond(objective, box, objective(start)), start, options, progress_),
+      {}};
+  if (!Failed(outcome.outcome.why)) PutIntoBox(objective, box, outcome.outcome);
+  return outcome;
+}
+
+/// Iteratively reweighted least squares: weights by the values found, values by the weights, until both agree.
+void FitRun::SettleWeights(const Again& again, double near) {
+  if (!IsIterated(part_.weighting)) return;
+  for (int round = 0; round < kMostRounds; ++round) {
+    const StopReason why = result_.outcome.why;
+    if (Failed(why) || why == StopReason::Cancelled || why == StopReason::IterationLimit) return;
+    if (SettleRound(again, near)) return;
+  }
+  result_.outcome.why = StopReason::IterationLimit;
+  result_.outcome.stop_test = "the weights did not settle";
+}
+
+/// True when that was the last.
+bool FitRun::SettleRound(const Again& again, double near) {
+  MinimiseOptions options = Options(job_.settings.IterMax - result_.outcome.iterations);
+  options.every_step = every_step_;
+  if (options.max_iterations <= 0) {
+    result_.outcome.why = StopReason::IterationLimit;
+    result_.outcome.stop_test = "the greatest number of iterations was reached";
+    return true;
+  }
+  const std::vector<double> from = result_.outcome.p;
+  part_.Reweigh(part_.Local(from));
+  NewtonOutcome next = again(from, options);
+  if (Failed(next.outcome.why)) {
+    next.outcome.p = from;
+    next.outcome.why = StopReason::NoFurtherDescent;
+  }
+  const double moved = Moved(from, next);
+  const double free_points = static_cast<double>(job_.x.size()) - static_cast<double>(from.size());
+  const double deviation = std::sqrt(next.outcome.value / std::max(free_points, 1.0));
+  GoOnWith(std::move(next));
+  return !(moved > near * deviation + kRounding * Residuals().NormOfY());
+}
+
+/// How far apart the values are, in the length of the residuals that they change.
+double FitRun::Moved(std::span<const double> from, NewtonOutcome& to) {
+  const std::vector<double>& p = to.outcome.p;
+  if (std::ranges::equal(from, p)) return 0;
+  const ReducedJacobian reduced =
+      to.reduced.r.size() > 0 ? to.reduced : Residuals().Reduce(p, Reduction::NormalEquations);
+  Eigen::VectorXd step(static_cast<Eigen::Index>(p.size()));
+  for (std::size_t i = 0; i < p.size(); ++i) step[static_cast<Eigen::Index>(i)] = p[i] - from[i];
+  return (reduced.r * step).norm();
+}
+
+/// The outcome becomes that of all runs so far.
+void FitRun::GoOnWith(NewtonOutcome next) {
+  MinimiseOutcome& sum = result_.outcome;
+  next.outcome.start_value = sum.start_value;
+  next.outcome.iterations += sum.iterations;
+  next.outcome.evaluations += sum.evaluations;
+  if (!next.outcome.left_minimum) next.outcome.left_minimum = sum.left_minimum;
+  next.outcome.search_evaluations += sum.search_evaluations;
+  // A run that finds the values as good as they were says nothing of how they were found.
+  if (next.outcome.why == StopReason::NoFurtherDescent && next.outcome.p == sum.p) {
+    next.outcome.why = sum.why;
+    next.outcome.stop_test = sum.stop_test;
+  }
+  next.outcome.changed = next.outcome.changed || sum.changed;
+  sum = std::move(next.outcome);
+  jacobian_.reset();
+  if (next.reduced.r.size() > 0) jacobian_ = std::move(next.reduced);
 }
 
 FittedPoints FitRun::Points(std::int64_t undefined) const {
   FittedPoints points;
   points.count = static_cast<std::int64_t>(job_.x.size()) - undefined;
-  points.sum_about_mean = SumAboutMean(job_.y);
-  if (!residuals_->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
+  points.sum_about_mean = part_.residuals->SumAboutMean();
+  if (!part_.residuals->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
+  points.weighting = part_.weighting;
   return points;
 }
 
@@ -178,9 +291,9 @@ bool FitRun::LedAstray(const NewtonOutcome& newton) const {
 /// Goes on from the values found, and where that leads nowhere, because the method before went astray, from the start;
 /// the better of both.
 NewtonOutcome FitRun::NewtonFromValues(const MinimiseOptions& options, Progress& progress) {
-  NewtonOutcome here = FitByNewton(*residuals_, result_.outcome.p, options, progress);
+  NewtonOutcome here = FitByNewton(Residuals(), result_.outcome.p, options, progress);
   if (!result_.outcome.changed || progress.Cancelled() || !LedAstray(here)) return here;
-  NewtonOutcome again = FitByNewton(*residuals_, result_.start, options, progress);
+  NewtonOutcome again = FitByNewton(Residuals(), result_.start, options, progress);
   const bool better = !Failed(again.outcome.why) &&
                       (Failed(here.outcome.why) || again.outcome.value < here.outcome.value);
   NewtonOutcome& chosen = better ? again : here;
@@ -191,18 +304,15 @@ NewtonOutcome FitRun::NewtonFromValues(const MinimiseOptions& options, Progress&
   return std::move(chosen);
 }
 
-/// The outcome becomes that of both runs.
+/// The outcome becomes that of all runs.
 void FitRun::FinishByNewton() {
   MinimiseOptions options = Options(job_.settings.IterMax);
   options.every_step = every_step_;
-  NewtonOutcome newton = NewtonFromValues(options, progress_);
-  const MinimiseOutcome& first = result_.outcome;
-  newton.outcome.start_value = first.start_value;
-  newton.outcome.iterations += first.iterations;
-  newton.outcome.evaluations += first.evaluations;
-  newton.outcome.changed = newton.outcome.changed || first.changed;
-  result_.outcome = std::move(newton.outcome);
-  jacobian_ = std::move(newton.reduced);
+  GoOnWith(NewtonFromValues(options, progress_));
+  const Again by_newton = [this](std::span<const double> from, const MinimiseOptions& rest) {
+    return MinimiseNewton(Residuals(), from, rest, progress_);
+  };
+  SettleWeights(by_newton, kSettled);
 }
 
 /// What FinishByNewton would reach; nothing is kept but its sum of squares.
@@ -215,16 +325,17 @@ void FitRun::ProbeByNewton() {
 
 /// Where the model has no value at the start, for the verdict.
 void FitRun::MeasureStart() {
+  TCurFit& model = part_.model;
   for (const double x : job_.x) {
-    if (std::isfinite(model_.Value(x))) continue;
+    if (std::isfinite(model.Value(x))) continue;
     if (about_.undefined_at_start++ == 0) about_.first_undefined_x = x;
   }
   // Only evaluating shows which names get their value by an assignment.
-  for (const TGeneratedVariable& variable : model_.GeneratedVariables()) {
+  for (const TGeneratedVariable& variable : model.GeneratedVariables()) {
     if (IsUndefined(variable.Value())) about_.unknown_names.emplace_back(variable.Name());
   }
-  for (std::int32_t i = 1; i <= model_.NParams(); ++i) {
-    const TDBLParameter& parameter = model_.Param(i);
+  for (std::int32_t i = 1; i <= model.NParams(); ++i) {
+    const TDBLParameter& parameter = model.Param(i);
     if (!std::isfinite(parameter.Value())) about_.infinite_names.push_back(parameter.Name());
   }
 }
@@ -234,24 +345,57 @@ void FitRun::MeasureEnd() {
   ReducedJacobian none;
   none.r.resize(0, 0);
   if (result_.values.empty()) {
-    none.sum_of_squares = residuals_->SumOfSquares({});
+    none.sum_of_squares = Residuals().SumOfSquares({});
     result_.outcome.start_value = result_.outcome.value = none.sum_of_squares;
     jacobian_ = std::move(none);
   } else if (!jacobian_) {
-    jacobian_ = residuals_->Reduce(result_.values, Reduction::Orthogonal);
+    jacobian_ = Residuals().Reduce(result_.values, Reduction::Orthogonal);
   }
-  FitFigures figures = ComputeFitFigures(*jacobian_, Points(jacobian_->undefined));
+  const FittedPoints points = PointsAtEnd();
+  const std::vector<bool> held = Box(Residuals().Ranges()).OnBounds(result_.values);
+  FitFigures figures = ComputeFitFigures(Holding(*jacobian_, held), points);
   result_.statistics = std::move(figures.statistics);
+  result_.statistics.weighting.loss_scale = part_.weights->LossScale();
+  result_.points_without_weight = part_.weights->WithoutWeight();
   result_.statistics.residual_correlation = MeasurePattern();
   result_.singular_directions = std::move(figures.singular_directions);
-  result_.unmoved = std::move(figures.unmoved);
+  for (std::size_t i = 0; i < held.size(); ++i) {
+    if (held[i]) result_.at_bound.push_back(static_cast<std::int32_t>(i));
+  }
+  std::ranges::set_difference(figures.unmoved, result_.at_bound,
+                              std::back_inserter(result_.unmoved));
+  const bool told = result_.singular_directions.empty() && result_.unmoved.empty();
+  result_.tied = TiedParameters(job_.settings, result_.values, result_.statistics);
+  for (TiedParameter& one : result_.tied) one.error = told ? one.error : kUndefined;
   result_.undefined_points += jacobian_->undefined;
+}
+
+/// With what the statistics need where points do not all weigh alike. Under a loss the Jacobian becomes that of all points in
+/// full: the loss is in the variance.
+FittedPoints FitRun::PointsAtEnd() {
+  FittedPoints points = Points(jacobian_->undefined);
+  const std::vector<double> local = part_.Local(result_.values);
+  points.mean_variance = part_.MeanVariance();
+  points.likelihood_term = part_.LikelihoodTerm(local);
+  if (part_.weighting.loss == FitLoss::Linear) return points;
+  const double sum_of_squares = jacobian_->sum_of_squares;
+  const std::vector<double> rest = part_.ResidualsWithoutLoss(local);
+  points.robust_variance =
+      RobustVariance(part_.weighting.loss, part_.weights->LossScale(), rest, local.size());
+  points.robust_measurement =
+      part_.weights->RobustDeviation() * part_.weights->RobustDeviation();
+  if (local.empty()) return points;
+  part_.Weigh(FitPart::Loss::Without);
+  jacobian_ = Residuals().Reduce(result_.values, Reduction::Orthogonal);
+  part_.Weigh(FitPart::Loss::With);
+  jacobian_->sum_of_squares = sum_of_squares;
+  return points;
 }
 
 /// Undefined where the residuals are but the rounding of Y.
 double FitRun::MeasurePattern() {
-  const std::vector<double> rest = residuals_->Residuals(result_.values, kPatternPoints);
-  const double rounding = std::max(kRounding * Greatest(job_.y), kSmallest);
+  const std::vector<double> rest = Residuals().Residuals(result_.values, kPatternPoints);
+  const double rounding = std::max(kRounding * part_.GreatestY(), kSmallest);
   return Greatest(rest) > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
 }
 
@@ -261,6 +405,8 @@ void FitRun::Conclude() {
   const bool more = why != StopReason::Cancelled && why != StopReason::NothingVaried && !ByNewton();
   if (more && job_.options.finish == FinishingStep::Yes) FinishByNewton();
   result_.values = result_.outcome.p;
+  if (IsIterated(part_.weighting))
+    result_.outcome.start_value = Residuals().SumOfSquares(result_.start);
   MeasureEnd();
   if (more && job_.options.finish == FinishingStep::No) ProbeByNewton();
 }
@@ -271,9 +417,9 @@ FitResult FitRun::Run() {
     result_.outcome = *std::move(refusal);
   } else {
     try {
-      residuals_ =
-          std::make_unique<ModelResiduals>(model_, FitPoints{job_.x, job_.y}, job_.options.threads);
+      part_.Begin();
       if (result_.start.empty()) {
+        for (int i = 0; i < kMostRounds && IsIterated(part_.weighting); ++i) part_.Reweigh({});
         MeasureStart();
         if (!about_.unknown_names.empty()) result_.outcome = Refused(StopReason::UndefinedAtStart);
       } else {
@@ -305,6 +451,7 @@ void ApplyFit(TDataSeries& series, const FitResult& result) {
   }
   if (!Failed(result.outcome.why) && varied.size() == result.values.size()) {
     for (std::size_t i = 0; i < varied.size(); ++i) fit.Param(varied[i]).SetValue(result.values[i]);
+    fit.UpdateTies();
   }
   fit.SetResult(std::make_shared<const FitResult>(result));
   fit.Change(false);

@@ -54,8 +54,12 @@ struct MinimiseOutcome {
   std::int32_t iterations = 0;
   std::int64_t evaluations = 0;         ///< of the objective (one with derivatives counts once)
   std::int64_t search_evaluations = 0;  ///< those of a search for a better start, in vain
-  /// The objective at the minimum next to the start, when the search found a lower one.
-  std::optional<double> left_minimum;
+  /// The minimum next to the start, when the search found a lower one.
+  struct LeftMinimum {
+    double value = 0;  ///< the objective there
+    double lower = 0;  ///< and at the one found
+  };
+  std::optional<LeftMinimum> left_minimum;
   double start_value = 0;  ///< objective at the start
   double value = 0;        ///< objective at `p`
   std::vector<double> p;   ///< the best parameters met; the start when nothing better was met

@@ -30,7 +30,7 @@ const FitResult& ResultOf(const TSeries& series) {
     throw Error("DataSet \"" + series.SeriesName() +
                 "\" has no fit that holds: fit it first, with Show Final Curve.");
   }
-  if (result->statistics.degrees_of_freedom <= 0) {
+  if (!HasErrors(result->statistics)) {
     throw Error(
         "The fit of DataSet \"" + series.SeriesName() +
         "\" has no more points than varied parameters: nothing tells how sure its curve is.");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/undefined.h"
@@ -72,7 +73,42 @@ std::string Exact(double value) {
   return IsUndefined(value) ? std::string() : ShortestText(value);
 }
 
+/// What the sum of squares is called.
+const char* NameOfSum(const FitWeighting& weighting) {
+  if (weighting.errors == FitErrors::Absolute) return "χ²";
+  const bool plain = weighting.weights == FitWeights::None && weighting.loss == FitLoss::Linear;
+  return plain ? "Sum of squares" : "Weighted sum of squares";
+}
+
+const char* TextOf(FitWeights weights) {
+  switch (weights) {
+    case FitWeights::Errors:
+      return "weights by the errors of Y";
+    case FitWeights::Counts:
+      return "weights of counts, by the model's value";
+    case FitWeights::Relative:
+      return "weights relative to the model's value";
+    default:
+      return "unit weights";
+  }
+}
+
+std::string TextOf(const FitWeighting& weighting) {
+  if (weighting.loss == FitLoss::Linear) return {};
+  constexpr const char* kNames[] = {"linear", "soft L1", "Huber", "Cauchy"};
+  std::string text = ", " + std::string(kNames[static_cast<int>(weighting.loss)]) + " loss ";
+  if (!(weighting.loss_scale > 0)) return text + "without a scale (half of the residuals are 0)";
+  return text + "of scale " + GeneralText(weighting.loss_scale, 4);
+}
+
 }  // namespace
+
+std::string ErrorModelText(const FitStatistics& statistics) {
+  const FitWeighting& weighting = statistics.weighting;
+  return TextOf(weighting.weights) + TextOf(weighting) +
+         (weighting.errors == FitErrors::Absolute ? ", errors absolute"
+                                                  : ", errors scaled by the residuals");
+}
 
 RoundedValue Rounded(double value, double error) {
   const bool has_error = std::isfinite(error) && error > 0 && std::isfinite(value);
@@ -103,10 +139,16 @@ std::string PlusMinusText(double value, double error, const std::string& units) 
 std::vector<FittedParameter> FittedParameters(const FitSettings& model, const FitResult& result) {
   std::vector<FittedParameter> parameters;
   const std::vector<double>& errors = result.statistics.standard_errors;
-  std::size_t varied = 0;
+  std::int32_t varied = 0;
   for (const ParameterSettings& settings : model.parameters) {
     FittedParameter one{settings, kUndefined};
-    if (settings.Vary && varied < errors.size()) one.error = errors[varied++];
+    if (const auto tie = std::ranges::find(result.tied, settings.Name, &TiedParameter::name);
+        tie != result.tied.end())
+      one.error = tie->error;
+    if (settings.Vary && std::cmp_less(varied, errors.size())) {
+      one.at_bound = std::ranges::find(result.at_bound, varied) != result.at_bound.end();
+      one.error = errors[static_cast<std::size_t>(varied++)];
+    }
     parameters.push_back(one);
   }
   return parameters;
@@ -118,8 +160,10 @@ std::string ValueText(const FittedParameter& parameter) {
 }
 
 std::string WithoutErrorText(const FittedParameter& parameter) {
+  if (std::isfinite(parameter.error)) return "";
+  if (!parameter.settings.Tie.empty()) return "tied";
   if (!parameter.settings.Vary) return "fixed";
-  return std::isfinite(parameter.error) ? "" : "not determined";
+  return parameter.at_bound ? "at its bound" : "not determined";
 }
 
 std::string ErrorText(const FittedParameter& parameter) {
@@ -131,15 +175,18 @@ std::string ErrorText(const FittedParameter& parameter) {
 
 std::vector<FitFigure> FiguresOf(const FitStatistics& statistics) {
   return {
-      {"rss", "Sum of squares", statistics.sum_of_squares, 5},
+      {"rss", NameOfSum(statistics.weighting), statistics.sum_of_squares, 5},
       {"degrees_of_freedom", "Degrees of freedom",
-       static_cast<double>(statistics.degrees_of_freedom), 6, FigureKind::Count},
+       static_cast<double>(statistics.degrees_of_freedom), 7, FigureKind::Count},
       {"residual_deviation", "Residual deviation", statistics.residual_deviation, 4},
       {"reduced_chi_squared", "Reduced χ²", statistics.reduced_chi_squared, 3},
+      {"chi_squared_probability", "Probability of a greater χ²", statistics.chi_squared_probability,
+       6},
       {"r_squared", "R²", statistics.r_squared, 1},
       {"adjusted_r_squared", "Adjusted R²", statistics.adjusted_r_squared, 2},
-      {"aic", "AIC", statistics.aic, 7},
-      {"bic", "BIC", statistics.bic, 8},
+      {"aic", "AIC", statistics.aic, 8},
+      {"aicc", "AICc", statistics.aicc, 9},
+      {"bic", "BIC", statistics.bic, 10},
       {"residual_correlation", "", statistics.residual_correlation},
   };
 }
@@ -149,7 +196,7 @@ std::vector<std::pair<std::string, std::string>> FigureTexts(const FitResult& re
   if (!Failed(result.outcome.why)) {
     std::vector<FitFigure> all = FiguresOf(result.statistics);
     std::erase_if(
-        all, [](const FitFigure& one) { return *one.label == '\0' || IsUndefined(one.value); });
+        all, [](const FitFigure& one) { return one.label.empty() || IsUndefined(one.value); });
     std::sort(all.begin(), all.end(), [](const FitFigure& left, const FitFigure& right) {
       return left.asked_for < right.asked_for;
     });
@@ -173,10 +220,14 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
   for (const FittedParameter& one : FittedParameters(model, result)) {
     text += Padded(one.settings.Name, width) + " = " +
             PlusMinusText(one.settings.Value, one.error, one.settings.Units);
-    if (!one.settings.Vary) text += " (fixed)";
+    if (!one.settings.Tie.empty()) {
+      text += " (= " + one.settings.Tie + ")";
+    } else if (!one.settings.Vary || one.at_bound) {
+      text += " (" + WithoutErrorText(one) + ")";
+    }
     text += "\n";
   }
-  text += "(" + std::string(kErrorModel) + ")\n\n";
+  text += "(" + ErrorModelText(result.statistics) + ")\n\n";
   for (const auto& [label, value] : FigureTexts(result)) {
     text += Padded(label, 20) + value + "\n";
   }

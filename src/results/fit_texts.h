@@ -28,14 +28,15 @@ std::string PlusMinusText(double value, double error, const std::string& units);
 struct FittedParameter {
   ParameterSettings settings;
   double error = 0;
+  bool at_bound = false;
 };
 std::vector<FittedParameter> FittedParameters(const FitSettings& model, const FitResult& result);
 
 /// The value, rounded as its error tells: "1.204×10⁻⁹".
 std::string ValueText(const FittedParameter& parameter);
-/// Why a parameter has no error: "fixed" or "not determined"; empty when it has one.
+/// Why a parameter has no error: "fixed", "at its bound" or "not determined"; empty when it has one.
 std::string WithoutErrorText(const FittedParameter& parameter);
-/// What of a parameter stands in its error column: rounded, "fixed" or "not determined".
+/// What of a parameter stands in its error column: rounded, or why it has none.
 std::string ErrorText(const FittedParameter& parameter);
 
 enum class FigureKind { Measure, Count };
@@ -43,7 +44,7 @@ enum class FigureKind { Measure, Count };
 /// One statistic of a fit under both its names.
 struct FitFigure {
   const char* key = "";    ///< in documents and lists: "r_squared"
-  const char* label = "";  ///< in tables for people: "R²"; empty where those leave it out
+  std::string label;       ///< in tables for people: "R²"; empty where those leave it out
   double value = 0;        ///< undefined where the data cannot tell
   int asked_for = 0;       ///< 1 for the one that tables for people begin with
   FigureKind kind = FigureKind::Measure;
@@ -60,7 +61,7 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
 /// Parameters, statistics and correlations in all digits, columns kept apart by tabs, for a spreadsheet.
 std::string FitAsTable(const FitSettings& model, const FitResult& result);
 
-/// What standard errors are founded on.
-inline constexpr const char* kErrorModel = "unit weights, errors scaled by the residuals";
+/// What weights and standard errors are founded on: "unit weights, errors scaled by the residuals".
+std::string ErrorModelText(const FitStatistics& statistics);
 
 }  // namespace tarnwick

@@ -9,6 +9,7 @@
 
 #include "fit/minimise/newton_fit.h"
 #include "fit/model/curve_fit.h"
+#include "fit/residuals/model_residuals.h"
 
 namespace tarnwick::testing {
 

@@ -21,6 +21,7 @@
 #include "desk/widgets/full_table.h"
 #include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
+#include "fit/judge/fit_bands.h"
 #include "results/fit_texts.h"
 #include "results/fitted_model.h"
 
@@ -118,8 +119,7 @@ QWidget* FitPanel::MakeContent() {
   column->addWidget(notes_);
   column->addWidget(Heading(tr("Parameters"), content));
   column->addWidget(parameters_);
-  error_model_ = new QLabel(tr("Errors: %1").arg(ToQt(kErrorModel)), content);
-  error_model_->setWordWrap(true);
+  error_model_ = Wrapped(content);
   error_model_->setForegroundRole(QPalette::PlaceholderText);
   column->addWidget(error_model_);
   column->addWidget(Heading(tr("Statistics"), content));
@@ -258,7 +258,7 @@ void FitPanel::SetState(State state) {
   finish_->setEnabled(shown_.model.ProcType != FitProcType::cfp_Newton);
   const bool failed = Failed(result.outcome.why);
   residuals_->setEnabled(!failed);
-  bands_->setEnabled(!failed && result.statistics.degrees_of_freedom > 0);
+  bands_->setEnabled(!failed && HasErrors(result.statistics));
   level_->setEnabled(bands_->isEnabled());
 }
 
@@ -277,6 +277,7 @@ void FitPanel::ShowParameters() {
   const std::vector<FittedParameter> fitted = FittedParameters(shown_.model, *shown_.result);
   const bool failed = Failed(shown_.result->outcome.why);
   error_model_->setVisible(!failed);
+  error_model_->setText(tr("Errors: %1").arg(ToQt(ErrorModelText(shown_.result->statistics))));
   parameters_->setColumnCount(4);
   parameters_->setHorizontalHeaderLabels(
       {tr("Parameter"), tr("Value"), tr("Standard error"), tr("Units")});

@@ -29,6 +29,7 @@ void PutVariedValues(TCurFit& model, std::span<const double> values) {
   for (std::int32_t i = 1; i <= model.NParams() && next < values.size(); ++i) {
     if (model.Param(i).Vary()) model.Param(i).SetValue(values[next++]);
   }
+  model.UpdateTies();
 }
 
 /// Draws the model with these values, now.

@@ -6,6 +6,7 @@
 #include "base/text_encoding.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit.h"
+#include "fit/model/ties.h"
 
 namespace tarnwick {
 namespace {
@@ -28,6 +29,7 @@ std::string NameTrouble(const std::vector<ParameterSettings>& parameters) {
 ModelCheck CheckModel(const FitSettings& model) {
   ModelCheck check;
   check.error = NameTrouble(model.parameters);
+  if (check.error.empty()) check.error = LimitTrouble(model.parameters);
   if (!check.error.empty() || model.Expression.empty()) return check;
   TCurFit compiled;
   compiled.SetSettings(model, false);

@@ -1,6 +1,7 @@
 #include "cli/commands/fit_text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -57,14 +58,17 @@ Json SquareJson(const std::vector<double>& numbers, std::size_t width) {
 }
 
 Json ParametersJson(const FitAnswer& answer) {
-  const double quantile =
-      StudentQuantile(answer.result.statistics.degrees_of_freedom, answer.level);
+  const double quantile = IntervalQuantile(answer.result.statistics, answer.level);
   Json parameters = Json::Array();
   for (const FittedParameter& line : FittedParameters(answer.model, answer.result)) {
     Json parameter = {{"name", line.settings.Name},
                       {"value", JsonNumber(line.settings.Value)},
                       {"stderr", JsonNumber(line.error)},
                       {"vary", line.settings.Vary}};
+    if (!line.settings.Tie.empty()) parameter["tie"] = line.settings.Tie;
+    if (line.settings.Low > -HUGE_VAL) parameter["low"] = JsonNumber(line.settings.Low);
+    if (line.settings.High < HUGE_VAL) parameter["high"] = JsonNumber(line.settings.High);
+    if (line.at_bound) parameter["at_bound"] = true;
     if (line.settings.Vary) {
       parameter["lower"] = JsonNumber(line.settings.Value - quantile * line.error);
       parameter["upper"] = JsonNumber(line.settings.Value + quantile * line.error);
@@ -120,12 +124,19 @@ Json DocumentOf(const FitAnswer& answer) {
                    {"points_used", result.points_used},
                    {"points_in_range", result.points_in_range},
                    {"undefined_points", result.undefined_points},
+                   {"points_without_error", result.points_without_error},
+                   {"points_without_weight", result.points_without_weight},
                    {"rss", nullptr},  // its place; the value comes with the other figures
                    {"start_rss", JsonNumber(result.outcome.start_value)},
                    {"finishing_rss", JsonNumber(result.newton_sum_of_squares)},
                    {"parameters", ParametersJson(answer)},
-                   {"error_model", kErrorModel},
+                   {"weights", WeightsName(result.statistics.weighting.weights)},
+                   {"errors", ErrorsName(result.statistics.weighting.errors)},
+                   {"loss", LossName(result.statistics.weighting.loss)},
+                   {"error_model", ErrorModelText(result.statistics)},
                    {"level", answer.level}};
+  if (result.statistics.weighting.loss != FitLoss::Linear)
+    document["loss_scale"] = JsonNumber(result.statistics.weighting.loss_scale);
   for (const FitFigure& figure : FiguresOf(result.statistics))
     document[figure.key] = FigureJson(figure);
   document["covariance"] = SquareJson(result.statistics.covariance, varied);
@@ -162,10 +173,12 @@ void PrintParameters(const FitAnswer& answer, std::ostream& out) {
     const std::string without = WithoutErrorText(line);
     rows.push_back({line.settings.Name, ShortestText(line.settings.Value),
                     without.empty() ? ShortestText(line.error) : without});
-    if (!line.settings.Units.empty()) rows.back().push_back(line.settings.Units);
+    if (!line.settings.Units.empty() || !line.settings.Tie.empty())
+      rows.back().push_back(line.settings.Units);
+    if (!line.settings.Tie.empty()) rows.back().push_back("= " + line.settings.Tie);
   }
   PrintTable(rows, out);
-  out << "(" << kErrorModel << ")\n\n";
+  out << "(" << ErrorModelText(answer.result.statistics) << ")\n\n";
 }
 
 void PrintText(const FitAnswer& answer, std::ostream& out) {

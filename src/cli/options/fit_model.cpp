@@ -6,56 +6,118 @@
 
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "base/undefined.h"
 #include "cli/options/command.h"
 #include "cli/options/number_check.h"
 #include "fit/model/fit_function_file.h"
+#include "fit/model/ties.h"
 
 namespace tarnwick::cli {
 namespace {
 
-struct Method {
+template <class Value>
+struct Named {
   const char* name;
-  FitProcType type;
+  Value value;
 };
 
+constexpr std::array kWeights{
+    Named{"none", FitWeights::None},
+    Named{"errors", FitWeights::Errors},
+    Named{"counts", FitWeights::Counts},
+    Named{"relative", FitWeights::Relative},
+};
+constexpr std::array kErrors{Named{"absolute", FitErrors::Absolute},
+                             Named{"scaled", FitErrors::Scaled}};
+constexpr std::array kLosses{
+    Named{"linear", FitLoss::Linear},
+    Named{"soft-l1", FitLoss::SoftL1},
+    Named{"huber", FitLoss::Huber},
+    Named{"cauchy", FitLoss::Cauchy},
+};
 constexpr std::array kMethods{
-    Method{"powell", FitProcType::cfp_Powell},
-    Method{"simplex", FitProcType::cfp_Simplex},
-    Method{"conjgrad", FitProcType::cfp_ConjGrad},
-    Method{"newton", FitProcType::cfp_Newton},
-    Method{"simplex-powell", FitProcType::cfp_SimplexPowell},
+    Named{"powell", FitProcType::cfp_Powell},
+    Named{"simplex", FitProcType::cfp_Simplex},
+    Named{"conjgrad", FitProcType::cfp_ConjGrad},
+    Named{"newton", FitProcType::cfp_Newton},
+    Named{"simplex-powell", FitProcType::cfp_SimplexPowell},
 };
 
-FitProcType MethodOf(const std::string& name) {
-  const auto* const row = std::find_if(kMethods.begin(), kMethods.end(),
-                                       [&](const Method& method) { return method.name == name; });
-  if (row == kMethods.end()) throw UsageError("\"" + name + "\" is no method");
-  return row->type;
+template <class Rows>
+std::vector<std::string> NamesOf(const Rows& rows) {
+  std::vector<std::string> names;
+  for (const auto& row : rows) names.emplace_back(row.name);
+  return names;
 }
 
+/// Leaves `value` as it is for an empty name; others are checked in parsing.
+template <class Rows, class Value>
+void Choose(const Rows& rows, const std::string& name, Value& value) {
+  for (const auto& row : rows) {
+    if (row.name == name) value = row.value;
+  }
+}
+
+template <class Rows, class Value>
+const char* NameOf(const Rows& rows, Value value) {
+  for (const auto& row : rows) {
+    if (row.value == value) return row.name;
+  }
+  return "unknown";
+}
+
+constexpr const char* kAssignmentForms =
+    "--parameter takes NAME=VALUE, NAME=VALUE:LOW:HIGH, NAME=VALUE:fixed or NAME=EXPRESSION";
+
+/// What stands behind the sign of an assignment: a number with how it is varied or its bounds, else a tie.
 struct Assignment {
   std::string name;
-  double value = 0;
+  std::optional<double> value;
   std::optional<bool> vary;
+  bool bounded = false;
+  double low = ParameterSettings().Low;
+  double high = ParameterSettings().High;
+  std::string tie;
 };
+
+double ReadBound(const std::string& text, std::string_view bound, double none) {
+  if (TrimBlanks(bound).empty()) return none;
+  const std::optional<double> number = ParseNumber(bound);
+  if (!number || IsUndefined(*number))
+    throw UsageError("\"" + text + "\": \"" + std::string(bound) + "\" is no bound");
+  return *number;
+}
+
+/// Reads what stands behind a value.
+void ReadManner(const std::string& text, std::string_view manner, Assignment& assignment) {
+  const std::string_view how = TrimBlanks(manner);
+  if (how == "fixed" || how == "varied") {
+    assignment.vary = how == "varied";
+    return;
+  }
+  const std::size_t colon = manner.find(':');
+  if (colon == std::string_view::npos)
+    throw UsageError("\"" + text + "\": a parameter is fixed, varied or within LOW:HIGH");
+  assignment.bounded = true;
+  assignment.low = ReadBound(text, manner.substr(0, colon), assignment.low);
+  assignment.high = ReadBound(text, manner.substr(colon + 1), assignment.high);
+}
 
 Assignment ReadAssignment(const std::string& text) {
   Assignment assignment;
   const std::size_t equals = text.find('=');
   assignment.name = TrimBlanks(std::string_view(text).substr(0, equals));
   if (equals == std::string::npos || assignment.name.empty())
-    throw UsageError("\"" + text + "\" is no parameter; --parameter takes NAME=VALUE[:fixed]");
-  std::string_view number = std::string_view(text).substr(equals + 1);
-  if (const std::size_t colon = number.find(':'); colon != std::string_view::npos) {
-    const std::string_view how = TrimBlanks(number.substr(colon + 1));
-    if (how != "fixed" && how != "varied")
-      throw UsageError("\"" + text + "\": a parameter is fixed or varied");
-    assignment.vary = how == "varied";
-    number = number.substr(0, colon);
+    throw UsageError("\"" + text + "\" is no parameter; " + kAssignmentForms);
+  const std::string_view right = TrimBlanks(std::string_view(text).substr(equals + 1));
+  if (right.empty()) throw UsageError("\"" + text + "\" gives " + assignment.name + " nothing");
+  const std::size_t colon = right.find(':');
+  assignment.value = ParseNumber(right.substr(0, colon));
+  if (!assignment.value) {
+    assignment.tie = right;
+  } else if (colon != std::string_view::npos) {
+    ReadManner(text, right.substr(colon + 1), assignment);
   }
-  const std::optional<double> value = ParseNumber(number);
-  if (!value) throw UsageError("\"" + text + "\" gives " + assignment.name + " no number");
-  assignment.value = *value;
   return assignment;
 }
 
@@ -65,6 +127,24 @@ ParameterSettings* FindParameter(FitSettings& settings, const std::string& name)
                                   return LowerAscii(parameter.Name) == lower;
                                 });
   return row == settings.parameters.end() ? nullptr : &*row;
+}
+
+void Assign(const Assignment& assignment, ParameterSettings& parameter) {
+  if (!assignment.tie.empty()) {
+    const ParameterSettings none;
+    parameter.Tie = assignment.tie;
+    parameter.Low = none.Low;
+    parameter.High = none.High;
+    parameter.Vary = false;
+    return;
+  }
+  if (!parameter.Tie.empty()) parameter.Vary = true;
+  parameter.Tie.clear();
+  parameter.Value = *assignment.value;
+  if (assignment.vary) parameter.Vary = *assignment.vary;
+  if (!assignment.bounded) return;
+  parameter.Low = assignment.low;
+  parameter.High = assignment.high;
 }
 
 /// An expression's parameters are those that are assigned; a function has its own, which assignments change.
@@ -85,9 +165,11 @@ void SetParameters(const FitModelArguments& arguments, FitSettings& settings) {
     } else if (new_ones) {
       throw UsageError("Parameter \"" + assignment.name + "\" Already Defined!");
     }
-    parameter->Value = assignment.value;
-    if (assignment.vary) parameter->Vary = *assignment.vary;
+    Assign(assignment, *parameter);
   }
+  if (const std::string trouble = LimitTrouble(settings.parameters); !trouble.empty())
+    throw UsageError(trouble.substr(0, trouble.size() - 1));
+  FollowTies(settings.parameters);
 }
 
 FitSettings BaseModel(const FitModelArguments& arguments, const FitSettings& own) {
@@ -103,6 +185,31 @@ FitSettings BaseModel(const FitModelArguments& arguments, const FitSettings& own
   return own;
 }
 
+void AddFitWeighting(Command& command, FitModelArguments& arguments) {
+  const char* group = "Weights and errors";
+  command
+      .Add("--weights", arguments.weights,
+           "What the points weigh by: their errors of Y, counts or relative by the model's own "
+           "value (errors where the DataSet has some, else none)")
+      .Group(group)
+      .OneOf(NamesOf(kWeights));
+  command
+      .Add("--errors", arguments.errors,
+           "Take the points' errors at their word, or scale them by the residuals (absolute with "
+           "weights by errors and counts, else scaled)")
+      .Group(group)
+      .OneOf(NamesOf(kErrors));
+  command.Add("--loss", arguments.loss, "How much points far off count (linear: by their square)")
+      .Group(group)
+      .OneOf(NamesOf(kLosses));
+  command
+      .Add("--loss-scale", arguments.loss_scale,
+           "Residual, in units of the point's error, from which on the loss holds it for less (told "
+           "by the residuals' median)")
+      .Group(group)
+      .Check(kPositiveNumber);
+}
+
 }  // namespace
 
 void AddFitModel(Command& command, FitModelArguments& arguments) {
@@ -116,17 +223,15 @@ void AddFitModel(Command& command, FitModelArguments& arguments) {
       .Excludes(function);
   command
       .Add("--parameter", arguments.parameters,
-           "NAME=VALUE where it starts; repeat. VALUE:fixed is not varied")
+           "NAME=VALUE where it starts; repeat. VALUE:fixed is not varied, VALUE:LOW:HIGH keeps "
+           "within bounds (either may be empty), an expression of other parameters ties it to them")
       .Group(group)
       .Repeated()
       .OneValueEach()
       .ValueName("NAME=VALUE");
-  std::vector<std::string> names;
-  names.reserve(kMethods.size());
-  for (const Method& method : kMethods) names.emplace_back(method.name);
   command.Add("--method", arguments.method, "How the sum of squares is minimised")
       .Group(group)
-      .OneOf(names);
+      .OneOf(NamesOf(kMethods));
   command.Add("--left", arguments.left, "Smallest X that enters").Group(group);
   command.Add("--right", arguments.right, "X from which on points are left out").Group(group);
   command.Add("--points", arguments.points, "About how many points enter (the model's, or 150)")
@@ -140,12 +245,17 @@ void AddFitModel(Command& command, FitModelArguments& arguments) {
            "Limit of iterations (the model's, or 200)")
       .Group(group)
       .Check(kPositiveNumber);
+  AddFitWeighting(command, arguments);
 }
 
 FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own) {
   FitSettings settings = BaseModel(arguments, own);
   SetParameters(arguments, settings);
-  if (!arguments.method.empty()) settings.ProcType = MethodOf(arguments.method);
+  Choose(kMethods, arguments.method, settings.ProcType);
+  Choose(kWeights, arguments.weights, settings.weighting.weights);
+  Choose(kErrors, arguments.errors, settings.weighting.errors);
+  Choose(kLosses, arguments.loss, settings.weighting.loss);
+  settings.weighting.loss_scale = arguments.loss_scale.value_or(settings.weighting.loss_scale);
   if (arguments.left) settings.LeftMargin = *arguments.left;
   if (arguments.right) settings.RightMargin = *arguments.right;
   settings.LeftMarginUsed = settings.LeftMarginUsed || arguments.left.has_value();
@@ -157,10 +267,19 @@ FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& o
 }
 
 std::string MethodName(FitProcType type) {
-  for (const Method& method : kMethods) {
-    if (method.type == type) return method.name;
-  }
-  return "unknown";
+  return NameOf(kMethods, type);
+}
+
+const char* WeightsName(FitWeights weights) {
+  return NameOf(kWeights, weights);
+}
+
+const char* ErrorsName(FitErrors errors) {
+  return NameOf(kErrors, errors);
+}
+
+const char* LossName(FitLoss loss) {
+  return NameOf(kLosses, loss);
 }
 
 }  // namespace tarnwick::cli

@@ -15,13 +15,17 @@ class Command;
 struct FitModelArguments {
   std::string function;
   std::string expression;
-  std::vector<std::string> parameters;  // NAME=VALUE[:fixed or :varied]
+  std::vector<std::string> parameters;  // NAME=VALUE, with :fixed, :varied or bounds; NAME=EXPRESSION
   std::string method;                   // empty: the function's own; Newton-type for an expression
   std::optional<double> left;
   std::optional<double> right;
   std::optional<int> points;
   std::optional<double> tolerance;
   std::optional<int> max_iterations;
+  std::string weights;  // empty, as the next two: the function's own
+  std::string errors;
+  std::string loss;
+  std::optional<double> loss_scale;
 };
 
 void AddFitModel(Command& command, FitModelArguments& arguments);
@@ -32,5 +36,9 @@ FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& o
 
 /// The name of a method on the command line.
 std::string MethodName(FitProcType type);
+/// The names of weights, errors and loss there.
+const char* WeightsName(FitWeights weights);
+const char* ErrorsName(FitErrors errors);
+const char* LossName(FitLoss loss);
 
 }  // namespace tarnwick::cli

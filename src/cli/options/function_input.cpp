@@ -13,7 +13,10 @@ Json ParameterJson(const ParameterSettings& parameter) {
           {"Vary", parameter.Vary},
           {"Printed", parameter.Printed},
           {"Description", parameter.Description},
-          {"Units", parameter.Units}};
+          {"Units", parameter.Units},
+          {"Low", JsonNumber(parameter.Low)},
+          {"High", JsonNumber(parameter.High)},
+          {"Tie", parameter.Tie}};
 }
 
 Json TemplateJson(const TemplateSettings& one) {
@@ -48,6 +51,10 @@ Json FitJson(const FitSettings& fit) {
           {"RightMargin", JsonNumber(fit.RightMargin)},
           {"IterMax", fit.IterMax},
           {"ProcType", static_cast<int>(fit.ProcType)},
+          {"Weights", static_cast<int>(fit.weighting.weights)},
+          {"Errors", static_cast<int>(fit.weighting.errors)},
+          {"Loss", static_cast<int>(fit.weighting.loss)},
+          {"LossScale", JsonNumber(fit.weighting.loss_scale)},
           {"NTemplates", fit.templates.size()},
           {"Templates", std::move(templates)}};
 }

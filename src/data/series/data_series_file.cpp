@@ -104,7 +104,8 @@ void TakeArrivals(const PointTexts& texts, std::size_t points, TDataSeries& seri
 
 // The model's sections go between the fields, by their numbers.
 void WriteKeys(SectionWriter& writer, const TDataSeries& series, WithPoints with_points) {
-  constexpr std::array kFitSections = {kModelSection, kRunSection, kTemplateSection};
+  constexpr std::array kFitSections = {kModelSection, kRunSection, kTemplateSection,
+                                       kWeightSection};
   const FitSettings fit = series.Fit().Settings();
   auto section = kFitSections.begin();
   for (const Field<TDataSeries>& field : DataSeriesFields()) {
@@ -113,6 +114,7 @@ void WriteKeys(SectionWriter& writer, const TDataSeries& series, WithPoints with
     }
     WriteField(writer, field, series);
   }
+  for (; section != kFitSections.end(); ++section) WriteCurveFitKeys(writer, *section, fit);
   WriteArrivals(writer, series, with_points);
   WriteErrorNumbers(writer, series, with_points);
 }

@@ -1,12 +1,12 @@
 #include "fit/judge/fit_bands.h"
 
 #include <algorithm>
-#include <boost/math/distributions/students_t.hpp>
 #include <cmath>
 #include <memory>
 
 #include "base/undefined.h"
 #include "expr/block/block_evaluator.h"
+#include "fit/judge/distributions.h"
 #include "fit/residuals/model_blocks.h"
 
 namespace tarnwick {
@@ -75,19 +75,45 @@ BlockCurve CurveOver(ModelBlocks& blocks, std::span<const double> x,
   return curve;
 }
 
+/// Of one more measurement where the model has this value.
+double MeasurementVariance(const FitStatistics& statistics, double value) {
+  switch (statistics.weighting.weights) {
+    case FitWeights::Counts:
+      return statistics.unit_variance * std::abs(value);
+    case FitWeights::Relative:
+      return statistics.unit_variance * value * value;
+    default:
+      return statistics.unit_variance * statistics.mean_variance;
+  }
+}
+
 }  // namespace
 
-double StudentQuantile(std::int64_t degrees_of_freedom, double level) {
-  if (degrees_of_freedom <= 0 || !(level > 0 && level < 1)) return kUndefined;
-  const boost::math::students_t student(static_cast<double>(degrees_of_freedom));
-  return boost::math::quantile(boost::math::complement(student, (1 - level) / 2));
+bool HasErrors(const FitStatistics& statistics) {
+  return statistics.degrees_of_freedom > 0 ||
+         (statistics.weighting.errors == FitErrors::Absolute &&
+          statistics.points >= statistics.varied);
+}
+
+double IntervalQuantile(const FitStatistics& statistics, double level) {
+  if (!HasErrors(statistics)) return kUndefined;
+  return statistics.weighting.errors == FitErrors::Absolute
+             ? NormalQuantile(level)
+             : StudentQuantile(statistics.degrees_of_freedom, level);
+}
+
+double CurveDeviation(TCurFit& model, const FitStatistics& statistics, double x) {
+  const Varied varied = FindVaried(model);
+  const std::unique_ptr<ModelBlocks> blocks = MakeBlocks(model, varied.places);
+  blocks->Load(varied.values);
+  return std::sqrt(CurveOver(*blocks, {&x, 1}, statistics).variance.front());
 }
 
 FitBands ComputeFitBands(TCurFit& model, const FitStatistics& statistics, std::span<const double> x,
                          double level) {
   const Varied varied = FindVaried(model);
   const std::unique_ptr<ModelBlocks> blocks = MakeBlocks(model, varied.places);
-  const double quantile = StudentQuantile(statistics.degrees_of_freedom, level);
+  const double quantile = IntervalQuantile(statistics, level);
   FitBands bands;
   blocks->Load(varied.values);
   for (std::size_t from = 0; from < x.size(); from += kBlockLength) {
@@ -96,8 +122,9 @@ FitBands ComputeFitBands(TCurFit& model, const FitStatistics& statistics, std::s
     for (std::size_t i = 0; i < count; ++i) {
       bands.value.push_back(curve.value[i]);
       bands.confidence.push_back(quantile * std::sqrt(curve.variance[i]));
-      bands.prediction.push_back(quantile *
-                                 std::sqrt(statistics.reduced_chi_squared + curve.variance[i]));
+      bands.prediction.push_back(
+          quantile *
+          std::sqrt(MeasurementVariance(statistics, curve.value[i]) + curve.variance[i]));
     }
   }
   return bands;

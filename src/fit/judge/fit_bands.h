@@ -17,15 +17,22 @@ struct FitBands {
   std::vector<double> prediction;  ///< half width: where a further measurement lies at the level
 };
 
-/// With g the derivatives of the model by the varied parameters, C their covariance, s the residual deviation and t the
-/// two-sided quantile of Student's distribution: t sqrt(g'Cg) and t sqrt(s^2 + g'Cg) (Seber & Wild, Nonlinear Regression,
-/// 1989, chapter 5.1). `model` must be prepared and hold the values of `statistics`; `level` lies between 0 and 1. Widths are
-/// undefined where the model is, and everywhere when there are no degrees of freedom. Throws EIntegerDivision.
+/// With g the derivatives of the model by the varied parameters, C their covariance, v the variance of one measurement and t
+/// the quantile of IntervalQuantile: t sqrt(g'Cg) and t sqrt(v + g'Cg) (Seber & Wild, Nonlinear Regression, 1989, chapter
+/// 5.1). v is that of a point of mean weight, where weights follow the model's value that of this value. `model` must be
+/// prepared and hold the values of `statistics`; `level` lies between 0 and 1. Widths are undefined where the model is, and
+/// everywhere when there are no errors. Throws EIntegerDivision.
 FitBands ComputeFitBands(TCurFit& model, const FitStatistics& statistics, std::span<const double> x,
                          double level);
 
-/// The value that Student's t with so many degrees of freedom stays below in size with probability `level`; undefined for no
-/// degrees of freedom or a level outside 0 to 1.
-double StudentQuantile(std::int64_t degrees_of_freedom, double level);
+/// sqrt(g'Cg) at one X. Throws EIntegerDivision.
+double CurveDeviation(TCurFit& model, const FitStatistics& statistics, double x);
+
+/// How many standard errors an interval of this level reaches to each side: Student's t for errors told by the residuals, the
+/// normal distribution's for absolute ones. Undefined where there are no errors.
+double IntervalQuantile(const FitStatistics& statistics, double level);
+
+/// True when the fit can tell errors of its parameters at all.
+bool HasErrors(const FitStatistics& statistics);
 
 }  // namespace tarnwick

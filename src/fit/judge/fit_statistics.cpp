@@ -2,12 +2,12 @@
 
 #include <Eigen/Core>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numeric>
 #include <utility>
 
 #include "base/undefined.h"
+#include "fit/judge/distributions.h"
 #include "fit/residuals/decompositions.h"
 
 namespace tarnwick {
@@ -149,13 +149,14 @@ VectorXd ColumnLengths(const ScaledTriangle& scaled, Index k) {
   return lengths;
 }
 
-void FillErrors(const ScaledTriangle& scaled, FitStatistics& statistics) {
+/// `variance` is what (J'J)^-1 is multiplied by.
+void FillErrors(const ScaledTriangle& scaled, double variance, FitStatistics& statistics) {
   const Index k = statistics.varied;
   const auto size = static_cast<std::size_t>(k);
   const std::vector<bool> determined = DeterminedParameters(scaled, k);
   const MatrixXd rows = ErrorRows(scaled, k);
   const VectorXd lengths = ColumnLengths(scaled, k);
-  const double deviation = statistics.residual_deviation;
+  const double deviation = std::sqrt(variance);
   for (std::size_t i = 0; i < size; ++i) {
     const auto row = static_cast<Index>(i);
     const double error = deviation * (rows.row(row).norm() / lengths(row));
@@ -173,6 +174,19 @@ void FillErrors(const ScaledTriangle& scaled, FitStatistics& statistics) {
   }
 }
 
+/// But for constants of the data.
+double MinusTwiceLogLikelihood(const FittedPoints& points, double rss) {
+  const auto n = static_cast<double>(points.count);
+  const FitWeighting& weighting = points.weighting;
+  if (weighting.loss != FitLoss::Linear || n <= 0) return kUndefined;
+  const bool absolute = weighting.errors == FitErrors::Absolute;
+  if (weighting.weights == FitWeights::Counts)
+    return absolute ? points.likelihood_term : kUndefined;
+  const double of_residuals = absolute ? rss : n * std::log(rss / n);
+  return weighting.weights == FitWeights::Relative ? of_residuals + points.likelihood_term
+                                                   : of_residuals;
+}
+
 void FillQuality(const FittedPoints& points, FitStatistics& statistics) {
   const auto n = static_cast<double>(points.count);
   const auto dof = static_cast<double>(statistics.degrees_of_freedom);
@@ -183,32 +197,16 @@ void FillQuality(const FittedPoints& points, FitStatistics& statistics) {
   statistics.residual_deviation = free ? std::sqrt(rss / dof) : kUndefined;
   statistics.r_squared = tss > 0 ? 1 - rss / tss : kUndefined;
   statistics.adjusted_r_squared = free && tss > 0 ? 1 - (rss / dof) / (tss / (n - 1)) : kUndefined;
-  const double parameters = statistics.varied + 1;
-  const double log_likelihood = n > 0 ? n * std::log(rss / n) : kUndefined;
-  statistics.aic = log_likelihood + 2 * parameters;
-  statistics.bic = log_likelihood + parameters * std::log(n);
-}
-
-/// Sum of term(value) in eight interleaved strands per block: as fast as memory, and rounding grows with the number of blocks
-/// only.
-template <class Term>
-double SumOf(std::span<const double> values, Term term) {
-  constexpr std::size_t kBlock = 1024;
-  constexpr std::size_t kStrands = 8;
-  double total = 0;
-  for (std::size_t begin = 0; begin < values.size(); begin += kBlock) {
-    const std::span<const double> block =
-        values.subspan(begin, std::min(kBlock, values.size() - begin));
-    std::array<double, kStrands> strands{};
-    const std::size_t whole = block.size() / kStrands * kStrands;
-    for (std::size_t i = 0; i < whole; i += kStrands) {
-      for (std::size_t strand = 0; strand < kStrands; ++strand)
-        strands[strand] += term(block[i + strand]);
-    }
-    for (std::size_t i = whole; i < block.size(); ++i) strands[0] += term(block[i]);
-    total += std::accumulate(strands.begin(), strands.end(), 0.0);
-  }
-  return total;
+  const bool absolute = points.weighting.errors == FitErrors::Absolute;
+  statistics.chi_squared_probability =
+      absolute ? ChiSquaredProbability(rss, statistics.degrees_of_freedom) : kUndefined;
+  const double parameters = statistics.varied + (absolute ? 0 : 1);
+  const double deviance = MinusTwiceLogLikelihood(points, rss);
+  statistics.aic = deviance + 2 * parameters;
+  statistics.bic = deviance + parameters * std::log(n);
+  statistics.aicc = n - parameters - 1 > 0
+                        ? statistics.aic + 2 * parameters * (parameters + 1) / (n - parameters - 1)
+                        : kUndefined;
 }
 
 }  // namespace
@@ -221,7 +219,12 @@ FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints
   statistics.varied = static_cast<std::int32_t>(k);
   statistics.degrees_of_freedom = std::max<std::int64_t>(points.count - k, 0);
   statistics.sum_of_squares = jacobian.sum_of_squares;
+  statistics.weighting = points.weighting;
+  statistics.mean_variance = points.mean_variance;
   FillQuality(points, statistics);
+  const bool absolute = points.weighting.errors == FitErrors::Absolute;
+  const double of_residuals = absolute ? 1 : statistics.reduced_chi_squared;
+  statistics.unit_variance = points.robust_variance ? points.robust_measurement : of_residuals;
   const auto size = static_cast<std::size_t>(k);
   statistics.standard_errors.assign(size, kUndefined);
   statistics.covariance.assign(size * size, kUndefined);
@@ -235,7 +238,7 @@ FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints
     if (!std::binary_search(scaled.moving.begin(), scaled.moving.end(), i))
       figures.unmoved.push_back(i);
   }
-  FillErrors(scaled, statistics);
+  FillErrors(scaled, points.robust_variance.value_or(of_residuals), statistics);
   return figures;
 }
 
@@ -262,12 +265,6 @@ std::vector<std::int32_t> HardlyDetermined(const FitStatistics& statistics,
     }
   }
   return found;
-}
-
-double SumAboutMean(std::span<const double> y) {
-  if (y.empty()) return 0;
-  const double mean = SumOf(y, [](double value) { return value; }) / static_cast<double>(y.size());
-  return SumOf(y, [mean](double value) { return (value - mean) * (value - mean); });
 }
 
 }  // namespace tarnwick

@@ -8,19 +8,27 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "fit/fit_result.h"
-#include "fit/residuals/model_residuals.h"
+#include "fit/residuals/least_squares_problem.h"
 
 namespace tarnwick {
 
 /// The points that entered, as far as the statistics need them.
 struct FittedPoints {
   std::int64_t count = 0;                                               ///< that have a residual
-  double sum_about_mean = 0;                                            ///< of (y - mean y)^2
+  double sum_about_mean = 0;                                            ///< of (y - mean y)^2, weighted
   double derivative_accuracy = std::numeric_limits<double>::epsilon();  ///< relative
+  FitWeighting weighting = Settled({}, false);                          ///< no Automatic
+  double mean_variance = 1;                                             ///< as in FitStatistics
+  /// What takes the place of the residuals' variance under a robust loss: for the errors, and for one measurement.
+  std::optional<double> robust_variance = {};
+  double robust_measurement = 0;
+  /// Of weights that follow the model: the deviance of counts, the sum of ln f^2 of relative ones.
+  double likelihood_term = 0;
 };
 
 struct FitFigures {
@@ -29,11 +37,13 @@ struct FitFigures {
   std::vector<std::int32_t> unmoved;
 };
 
-/// Error model: unit weights, errors scaled by the residuals. With n points, k varied parameters, dof = n - k:
-///   R^2 = 1 - rss/tss,  adjusted R^2 = 1 - (rss/dof)/(tss/(n-1)),
-///   AIC = n ln(rss/n) + 2(k+1),  BIC = n ln(rss/n) + (k+1) ln n  (Burnham & Anderson, Model Selection, 2002, chapter 2.2:
-///   normal errors whose variance counts as a parameter; the constant n ln(2 pi)+n is left out).
-/// Figures that do not exist (dof = 0, tss = 0, a parameter that is not determined) are undefined.
+/// With n points, k varied parameters, dof = n - k, sums of weighted squares, s^2 = rss/dof or 1 for absolute errors:
+///   R^2 = 1 - rss/tss,  adjusted R^2 = 1 - (rss/dof)/(tss/(n-1))  (weighted: Willett & Singer, Am. Stat. 42 (1988), 236),
+///   -2 ln L = n ln(rss/n), for absolute errors rss; for counts the deviance; for relative errors with the sum of ln f^2,
+///   AIC = -2 ln L + 2K,  BIC = -2 ln L + K ln n,  AICc = AIC + 2K(K+1)/(n-K-1)  with K = k, one more where the variance is
+///   told by the residuals (Burnham & Anderson, Model Selection, 2002, chapters 2.2 and 2.4; constants of the data left out).
+/// Figures that do not exist (dof = 0, tss = 0, a parameter that is not determined, a likelihood under a robust loss) are
+/// undefined.
 FitFigures ComputeFitFigures(const ReducedJacobian& jacobian, const FittedPoints& points);
 
 /// A constant would do about as well: the F ratio of what the model explains, for each parameter beyond one, to what it leaves
@@ -47,8 +57,5 @@ inline constexpr double kStrongCorrelation = 0.99;
 /// correlated with another.
 std::vector<std::int32_t> HardlyDetermined(const FitStatistics& statistics,
                                            std::span<const double> values);
-
-/// Sum of (y - mean y)^2 in two passes.
-double SumAboutMean(std::span<const double> y);
 
 }  // namespace tarnwick

@@ -25,6 +25,8 @@ constexpr double kGainWorthNaming = 1e-9;
 // A finishing run that moves the parameters by less than this is not worth a word.
 constexpr double kDistanceWorthNaming = 0.01;
 constexpr std::size_t kCorrelationsNamed = 3;
+// A chi squared that chance leads to more rarely speaks against the model or its errors.
+constexpr double kRareChance = 0.001;
 
 std::string Number(double value) {
   return GeneralText(value, kDigits);
@@ -79,13 +81,21 @@ bool FollowsPattern(const FitResult& result) {
   return IsClear(pattern);
 }
 
+bool ErrorsTooSmall(const FitResult& result) {
+  return result.statistics.chi_squared_probability < kRareChance;
+}
+
+bool PointsLost(const FitResult& result) {
+  return result.undefined_points + result.points_without_error + result.points_without_weight > 0;
+}
+
 std::vector<std::int32_t> HardlyDetermined(const FitResult& result) {
   return HardlyDetermined(result.statistics, result.values);
 }
 
 bool AllDetermined(const FitResult& result) {
   return result.singular_directions.empty() && result.unmoved.empty() &&
-         HardlyDetermined(result).empty();
+         HardlyDetermined(result).empty() && result.at_bound.empty();
 }
 
 // --- the summary
@@ -127,6 +137,8 @@ std::string Refusal(const FitResult& result, const FitCircumstances& about) {
     case StopReason::NothingVaried:
       return "Nothing was fitted: no parameter is set to vary.";
     case StopReason::NoPoints:
+      if (result.points_without_error > 0 && result.undefined_points == 0)
+        return "Nothing was fitted: none of the points has an error above 0 to weigh it by.";
       return result.undefined_points > 0
                  ? "Nothing was fitted: none of the points has a finite Y."
                  : "Nothing was fitted: there is no point between the margins.";
@@ -181,10 +193,16 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
     return ", but short of the best fit: a finishing Newton-type step improves it.";
   if (NoBetterThanMean(result))
     return ", but the curve fits hardly better than a horizontal line would.";
+  if (!result.at_bound.empty())
+    return ", but " + Listed(NamesOf(result, result.at_bound)) +
+           (result.at_bound.size() == 1 ? " stands at its bound." : " stand at their bounds.");
   if (result.statistics.degrees_of_freedom == 0)
-    return ": there are as many points as parameters, so no errors can be stated.";
-  if (result.undefined_points > 0) return ", but not every point could be used.";
+    return result.statistics.weighting.errors == FitErrors::Absolute
+               ? ": there are as many points as parameters, so nothing checks the model."
+               : ": there are as many points as parameters, so no errors can be stated.";
+  if (PointsLost(result)) return ", but not every point could be used.";
   if (FollowsPattern(result)) return ", but the residuals follow a pattern instead of scattering.";
+  if (ErrorsTooSmall(result)) return ", but the points lie farther off than their errors allow.";
   if (const std::vector<std::int32_t> hardly = HardlyDetermined(result); !hardly.empty()) {
     return ", but the data hardly determine " + Listed(NamesOf(result, hardly)) + ".";
   }
@@ -222,6 +240,15 @@ void NoteHardlyDetermined(const FitResult& result, std::vector<std::string>& not
                          "for them: hold some fixed, or take a simpler model."));
 }
 
+void NoteBounds(const FitResult& result, std::vector<std::string>& notes) {
+  for (const std::int32_t i : result.at_bound) {
+    const auto at = static_cast<std::size_t>(i);
+    notes.push_back(result.names.at(at) + " stands at its bound " + Number(result.values.at(at)) +
+                    ": it has no error of its own, and the others' are told as if it were held "
+                    "there.");
+  }
+}
+
 /// Parameters that kept their starting value to the last bit while others moved.
 void NoteStuck(const FitResult& result, std::vector<std::string>& notes) {
   if (!result.outcome.changed || result.start.size() != result.values.size()) return;
@@ -230,7 +257,8 @@ void NoteStuck(const FitResult& result, std::vector<std::string>& notes) {
     const auto index = static_cast<std::int32_t>(i);
     const bool unmoved =
         std::find(result.unmoved.begin(), result.unmoved.end(), index) != result.unmoved.end();
-    if (!unmoved && result.values[i] == result.start[i]) stuck.push_back(index);
+    const bool at_bound = std::ranges::find(result.at_bound, index) != result.at_bound.end();
+    if (!unmoved && !at_bound && result.values[i] == result.start[i]) stuck.push_back(index);
   }
   if (stuck.empty()) return;
   notes.push_back(Listed(NamesOf(result, stuck)) + " kept " +
@@ -289,7 +317,7 @@ void NoteSearch(const FitResult& result, std::vector<std::string>& notes) {
     notes.push_back(
         "The starting values led into a poorer minimum; others, found by a search, lower the sum "
         "of squares " +
-        Lowering(*result.outcome.left_minimum, result.outcome.value) + ".");
+        Lowering(result.outcome.left_minimum->value, result.outcome.left_minimum->lower) + ".");
   } else if (result.outcome.search_evaluations > 0) {
     notes.emplace_back("A search for better starting values found none.");
   }
@@ -301,6 +329,26 @@ void NoteFinishingStep(const FitResult& result, std::vector<std::string>& notes)
                   Lowering(result.outcome.value, *result.newton_sum_of_squares) + ".");
 }
 
+void NoteWeights(const FitResult& result, const FitCircumstances& about,
+                 std::vector<std::string>& notes) {
+  const FitStatistics& statistics = result.statistics;
+  if (about.weighted_unasked)
+    notes.emplace_back("The points are weighted by their errors of Y; weights can be set to none (--weights none).");
+  if (ErrorsTooSmall(result)) {
+    notes.push_back("χ² is " + Number(statistics.sum_of_squares) + " for " +
+                    Counted(statistics.degrees_of_freedom, "degree") +
+                    " of freedom, which chance alone makes of a fit in less than one of a "
+                    "thousand: the model leaves something out, or the errors of the points are "
+                    "stated too small.");
+  }
+  if (statistics.chi_squared_probability > 1 - kRareChance) {
+    notes.push_back("χ² is " + Number(statistics.sum_of_squares) + " for " +
+                    Counted(statistics.degrees_of_freedom, "degree") +
+                    " of freedom, less than chance leaves: the errors of the points are stated "
+                    "too great, and with them those of the parameters.");
+  }
+}
+
 void NotePoints(const FitResult& result, const FitCircumstances& about,
                 std::vector<std::string>& notes) {
   if (about.regression_curve) {
@@ -310,6 +358,14 @@ void NotePoints(const FitResult& result, const FitCircumstances& about,
   if (result.undefined_points > 0) {
     notes.push_back(Counted(result.undefined_points, "point") +
                     " left out: Y or the model has no value there.");
+  }
+  if (result.points_without_error > 0) {
+    notes.push_back(Counted(result.points_without_error, "point") +
+                    " left out: without an error above 0 nothing tells the weight.");
+  }
+  if (result.points_without_weight > 0) {
+    notes.push_back(Counted(result.points_without_weight, "point") +
+                    " weighed nothing: the model's value gives no weight there.");
   }
   if (result.points_used < result.points_in_range) {
     notes.push_back(std::to_string(result.points_used) + " of " +
@@ -353,16 +409,18 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
   }
   verdict.trustworthy = HasConverged(result) && !circumstances.extreme_data &&
                         AllDetermined(result) && !TooFewPoints(result) &&
-                        !NoBetterThanMean(result) && result.undefined_points == 0 &&
-                        !FollowsPattern(result) && result.statistics.degrees_of_freedom > 0;
+                        !NoBetterThanMean(result) && !PointsLost(result) &&
+                        !FollowsPattern(result) && !ErrorsTooSmall(result) && result.statistics.degrees_of_freedom > 0;
   verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result, circumstances);
   NoteSignBeforePower(circumstances, verdict);
   NoteUndetermined(result, verdict.notes);
+  NoteBounds(result, verdict.notes);
   NoteStuck(result, verdict.notes);
   NoteHardlyDetermined(result, verdict.notes);
   NoteSearch(result, verdict.notes);
   NoteFinishingStep(result, verdict.notes);
   NotePattern(result, verdict.notes);
+  NoteWeights(result, circumstances, verdict.notes);
   NoteCorrelations(result, verdict.notes);
   NotePoints(result, circumstances, verdict.notes);
   return verdict;

@@ -28,6 +28,7 @@ struct FitCircumstances {
   /// X of the first point without a value of the model at the start, and how many such points there are.
   std::optional<double> first_undefined_x;
   std::int64_t undefined_at_start = 0;
+  bool weighted_unasked = false;  ///< by errors that the DataSet has
   /// The expression raises something with a minus before it to an even power: -u^2 is (-u)^2.
   bool sign_before_power = false;
   /// Names in the expression that are neither its variable nor a parameter.

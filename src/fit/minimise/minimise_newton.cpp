@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/undefined.h"
+#include "fit/minimise/bounded_step.h"
 #include "fit/minimise/step_acceleration.h"
 #include "fit/residuals/linearised_problem.h"
 
@@ -48,6 +49,9 @@ using Vector = Eigen::VectorXd;
 std::span<const double> AsSpan(const Vector& p) {
   return {p.data(), static_cast<std::size_t>(p.size())};
 }
+std::span<double> AsSpan(Vector& p) {
+  return {p.data(), static_cast<std::size_t>(p.size())};
+}
 
 /// Parameter values and what a pass there left.
 struct Place {
@@ -63,14 +67,17 @@ struct Place {
 
 class NewtonRun {
  public:
-  NewtonRun(ModelResiduals& residuals, std::span<const double> start,
+  NewtonRun(LeastSquaresProblem& residuals, std::span<const double> start,
             const MinimiseOptions& options, Progress& progress)
       : residuals_(residuals),
         options_(options),
         progress_(progress),
         how_(residuals.PointCount() <= kFewPoints ? Reduction::Orthogonal
                                                   : Reduction::NormalEquations),
-        start_(Eigen::Map<const Vector>(start.data(), static_cast<Eigen::Index>(start.size()))) {}
+        start_(Eigen::Map<const Vector>(start.data(), static_cast<Eigen::Index>(start.size()))),
+        box_(residuals.Ranges()) {
+    box_.Clamp(AsSpan(start_));
+  }
 
   /// Goes on to the end, or until there were so many iterations in all.
   void To(std::int32_t iterations);
@@ -88,6 +95,11 @@ class NewtonRun {
   bool IsStationary() const;
   bool IsLastStep(const TrialStep& trial) const;
   TrialStep NextTrial();
+  TrialStep TrialFromHere();
+  Vector After(const TrialStep& trial) const;
+  void KeepWithinBox();
+  ReducedJacobian AtRest(const ReducedJacobian& reduced) const;
+  void FindHeld();
   bool BeginIteration();
   bool Iterate();
   bool StartWasBetter() const;
@@ -101,11 +113,14 @@ class NewtonRun {
   bool RegionIsLost() const { return radius_ <= kEpsilon * ScaledLength(); }
   bool Finish(StopReason why, std::string stop_test);
 
-  ModelResiduals& residuals_;
+  LeastSquaresProblem& residuals_;
   const MinimiseOptions& options_;
   Progress& progress_;
   Reduction how_;
   Vector start_;
+  Box box_;
+  bool at_walls_ = false;   // a step has met the box: from here on it is kept to
+  std::vector<bool> held_;  // parameters that stand on a wall and are pushed against it
 
   bool begun_ = false;
   bool ended_ = false;
@@ -144,8 +159,32 @@ double NewtonRun::Noise(double sum_of_squares) const {
   return 16 * kEpsilon * (1 + residuals_.NormOfY() / std::sqrt(sum_of_squares));
 }
 
+/// -J'r points the way down.
+void NewtonRun::FindHeld() {
+  const Vector slope = here_.reduced.r.transpose() * here_.reduced.qtr;
+  held_.assign(free_.size(), false);
+  for (std::size_t j = 0; j < held_.size(); ++j) {
+    const auto i = static_cast<Eigen::Index>(j);
+    held_[j] = (here_.p[i] == box_.Range(j).low && slope[i] > 0) ||
+               (here_.p[i] == box_.Range(j).high && slope[i] < 0);
+  }
+}
+
+ReducedJacobian NewtonRun::AtRest(const ReducedJacobian& reduced) const {
+  return at_walls_ ? Holding(reduced, held_) : reduced;
+}
+
+// No step is taken out of the box. Parameters with bounds are not left free: where those fit best may lie beyond.
+void NewtonRun::KeepWithinBox() {
+  at_walls_ = true;
+  for (std::size_t j = 0; j < free_.size(); ++j) {
+    if (box_.Range(j).Bounded()) linear_[j] = free_[j] = false;
+  }
+}
+
 void NewtonRun::Linearise() {
-  PartedJacobian parted(here_.reduced, free_);
+  if (at_walls_) FindHeld();
+  PartedJacobian parted(AtRest(here_.reduced), free_);
   const Vector lengths = parted.BoundLengths();
   if (scale_.size() != lengths.size()) {
     scale_ = (lengths.array() > 0).select(lengths, 1.0);
@@ -249,7 +288,12 @@ Place NewtonRun::Corrected(Place place, const PartedJacobian& parted, double lim
   const bool far_off = parted.free_qtr.squaredNorm() > kWorthCorrecting * parted.BestOfFree();
   if (parted.free.empty() || (!far_off && place.reduced.sum_of_squares <= limit)) return place;
   const Vector rest = Vector::Zero(static_cast<Eigen::Index>(parted.bound.size()));
-  Place corrected = Evaluate(place.p + parted.Complete(rest));
+  const Vector p = place.p + parted.Complete(rest);
+  if (!box_.Holds(AsSpan(p))) {
+    KeepWithinBox();
+    return place;
+  }
+  Place corrected = Evaluate(p);
   if (corrected.Defined() && corrected.reduced.sum_of_squares < place.reduced.sum_of_squares) {
     return corrected;
   }
@@ -275,7 +319,25 @@ bool NewtonRun::Accept(Place place, const PartedJacobian& parted, const TrialSte
   return true;
 }
 
+Vector NewtonRun::After(const TrialStep& trial) const {
+  Vector p = here_.p + trial.step;
+  if (at_walls_) box_.Clamp(AsSpan(p));
+  return p;
+}
+
 TrialStep NewtonRun::NextTrial() {
+  if (!at_walls_) {
+    TrialStep trial = TrialFromHere();
+    if (box_.Holds(AsSpan(here_.p + trial.step))) return trial;
+    KeepWithinBox();
+    const Eigen::Index count = scale_.size();
+    Linearise();
+    if (scale_.size() != count) StartRegion();
+  }
+  return StepInBox(*problem_, here_.p, box_, radius_, damping_guess_);
+}
+
+TrialStep NewtonRun::TrialFromHere() {
   TrialStep trial = problem_->StepWithin(radius_, damping_guess_);
   const double offset = problem_->Parted().Offset();
   const bool full =
@@ -294,7 +356,7 @@ bool NewtonRun::Iterate() {
   const TrialStep trial = NextTrial();
   if (outcome_.iterations == 1) radius_ = std::min(radius_, trial.length);
   const bool last = IsLastStep(trial);
-  const Vector p = here_.p + trial.step;
+  const Vector p = After(trial);
   if (p == here_.p) return Finish(StopReason::Converged, kStepIsRounding);
 
   Place there = Evaluate(p);
@@ -305,7 +367,7 @@ bool NewtonRun::Iterate() {
     return !RegionIsLost() ||
            Finish(StopReason::NoFurtherDescent, "the model has no value at any step from here");
   }
-  const PartedJacobian parted(there.reduced, free_);
+  const PartedJacobian parted(AtRest(there.reduced), free_);
   const double before = problem_->Parted().BestOfFree();
   const double predicted = trial.PredictedReduction();
   const double actual = before > 0 ? 1 - parted.BestOfFree() / before : 0;
@@ -366,7 +428,7 @@ void NewtonRun::To(std::int32_t iterations) {
 }  // namespace
 
 struct NewtonMinimiser::Impl {
-  Impl(MinimiseOptions given, ModelResiduals& residuals, std::span<const double> start,
+  Impl(MinimiseOptions given, LeastSquaresProblem& residuals, std::span<const double> start,
        Progress& progress)
       : options(std::move(given)), run(residuals, start, options, progress) {}
 
@@ -374,7 +436,7 @@ struct NewtonMinimiser::Impl {
   NewtonRun run;
 };
 
-NewtonMinimiser::NewtonMinimiser(ModelResiduals& residuals, std::span<const double> start,
+NewtonMinimiser::NewtonMinimiser(LeastSquaresProblem& residuals, std::span<const double> start,
                                  MinimiseOptions options, Progress& progress)
     : impl_(std::make_unique<Impl>(std::move(options), residuals, start, progress)) {}
 
@@ -388,7 +450,7 @@ NewtonOutcome NewtonMinimiser::Outcome() const {
   return impl_->run.Outcome();
 }
 
-NewtonOutcome MinimiseNewton(ModelResiduals& residuals, std::span<const double> start,
+NewtonOutcome MinimiseNewton(LeastSquaresProblem& residuals, std::span<const double> start,
                              const MinimiseOptions& options, Progress& progress) {
   NewtonRun run(residuals, start, options, progress);
   run.To(options.max_iterations);

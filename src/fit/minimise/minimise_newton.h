@@ -8,7 +8,7 @@
 
 #include "base/progress.h"
 #include "fit/minimise.h"
-#include "fit/residuals/model_residuals.h"
+#include "fit/residuals/least_squares_problem.h"
 
 namespace tarnwick {
 
@@ -19,14 +19,14 @@ struct NewtonOutcome {
 
 /// The minimum next to `start`. options.tolerance bounds the relative reduction of the sum of squares that may be left to
 /// gain; from there on a few full steps take the parameters to the precision of the sums. Trials count as iterations.
-NewtonOutcome MinimiseNewton(ModelResiduals& residuals, std::span<const double> start,
+NewtonOutcome MinimiseNewton(LeastSquaresProblem& residuals, std::span<const double> start,
                              const MinimiseOptions& options, Progress& progress);
 
 /// The same run in stretches.
 class NewtonMinimiser {
  public:
   /// `residuals` and `progress` are borrowed.
-  NewtonMinimiser(ModelResiduals& residuals, std::span<const double> start, MinimiseOptions options,
+  NewtonMinimiser(LeastSquaresProblem& residuals, std::span<const double> start, MinimiseOptions options,
                   Progress& progress);
   ~NewtonMinimiser();
 

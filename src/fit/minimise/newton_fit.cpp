@@ -43,13 +43,13 @@ bool OnPlateau(const NewtonOutcome& newton, double norm_of_y) {
 
 /// Something speaks for a lower minimum elsewhere: the parameters ran away together or lie on a plateau, the run is lost, or
 /// the residuals do not look like errors of measurement.
-bool LooksImprovable(const NewtonOutcome& newton, ModelResiduals& residuals) {
+bool LooksImprovable(const NewtonOutcome& newton, LeastSquaresProblem& residuals) {
   if (!Settled(newton.outcome)) return newton.outcome.why == StopReason::IterationLimit;
   if (OnPlateau(newton, residuals.NormOfY()) || IsNearlySingular(newton.reduced)) return true;
   if (std::sqrt(newton.outcome.value) <= kRounding * residuals.NormOfY()) return false;
   FittedPoints points;
   points.count = static_cast<std::int64_t>(residuals.PointCount());
-  points.sum_about_mean = SumAboutMean(residuals.Points().y);
+  points.sum_about_mean = residuals.SumAboutMean();
   const FitFigures figures = ComputeFitFigures(newton.reduced, points);
   return NoBetterThanMean(figures.statistics) ||
          !HardlyDetermined(figures.statistics, newton.outcome.p).empty() ||
@@ -58,7 +58,7 @@ bool LooksImprovable(const NewtonOutcome& newton, ModelResiduals& residuals) {
 
 }  // namespace
 
-NewtonOutcome FitByNewton(ModelResiduals& residuals, std::span<const double> start,
+NewtonOutcome FitByNewton(LeastSquaresProblem& residuals, std::span<const double> start,
                           const MinimiseOptions& options, Progress& progress) {
   NewtonMinimiser run(residuals, start, options, progress);
   run.RunTo(std::max(options.max_iterations / 2, kLeastStretch));
@@ -75,7 +75,7 @@ NewtonOutcome FitByNewton(ModelResiduals& residuals, std::span<const double> sta
     NewtonOutcome second = MinimiseNewton(residuals, *found.p, rest, quiet);
     if (!Failed(second.outcome.why) && second.outcome.value < first.outcome.value) {
       second.outcome.start_value = first.outcome.start_value;
-      second.outcome.left_minimum = first.outcome.value;
+      second.outcome.left_minimum = {first.outcome.value, second.outcome.value};
       second.outcome.iterations += first.outcome.iterations;
       second.outcome.evaluations += first.outcome.evaluations + found.evaluations;
       second.outcome.changed = !std::ranges::equal(start, second.outcome.p);

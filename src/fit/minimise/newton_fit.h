@@ -12,7 +12,7 @@ namespace tarnwick {
 /// As MinimiseNewton; where that loses its way, or its residuals are suspicious, once more from the best start of a wide
 /// search, and the lower minimum counts. Both runs together keep to options.max_iterations; the search does no iteration of
 /// theirs. What did not lead to the values answered is told as search_evaluations. Throws EIntegerDivision.
-NewtonOutcome FitByNewton(ModelResiduals& residuals, std::span<const double> start,
+NewtonOutcome FitByNewton(LeastSquaresProblem& residuals, std::span<const double> start,
                           const MinimiseOptions& options, Progress& progress);
 
 }  // namespace tarnwick

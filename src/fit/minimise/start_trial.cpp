@@ -7,10 +7,11 @@
 
 namespace tarnwick {
 
-StartTrial::StartTrial(ModelResiduals& residuals, std::span<const double> start)
-    : residuals_(residuals), linear_(residuals.LinearParameters(start)) {}
+StartTrial::StartTrial(LeastSquaresProblem& residuals, std::span<const double> start)
+    : residuals_(residuals), box_(residuals.Ranges()), linear_(residuals.LinearParameters(start)) {}
 
-std::optional<StartCandidate> StartTrial::Try(const std::vector<double>& p) {
+std::optional<StartCandidate> StartTrial::Try(std::vector<double> p) {
+  box_.Clamp(p);
   ++evaluations_;
   const ReducedJacobian reduced = residuals_.Reduce(p, Reduction::Orthogonal);
   if (reduced.undefined != 0 || !reduced.r.allFinite() || !reduced.qtr.allFinite())
@@ -21,6 +22,7 @@ std::optional<StartCandidate> StartTrial::Try(const std::vector<double>& p) {
   StartCandidate candidate{p, parted.BestOfFree()};
   if (!step.allFinite() || !std::isfinite(candidate.sum_of_squares)) return std::nullopt;
   for (std::size_t i = 0; i < p.size(); ++i) candidate.p[i] += step[static_cast<Eigen::Index>(i)];
+  box_.Clamp(candidate.p);
   return candidate;
 }
 

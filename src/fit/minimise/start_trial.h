@@ -7,7 +7,8 @@
 #include <span>
 #include <vector>
 
-#include "fit/residuals/model_residuals.h"
+#include "fit/minimise/bounded_step.h"
+#include "fit/residuals/least_squares_problem.h"
 
 namespace tarnwick {
 
@@ -19,17 +20,18 @@ struct StartCandidate {
 class StartTrial {
  public:
   /// Takes for linear what is linear at `start`. Throws EIntegerDivision, as all of this.
-  StartTrial(ModelResiduals& residuals, std::span<const double> start);
+  StartTrial(LeastSquaresProblem& residuals, std::span<const double> start);
 
-  /// Nothing where the model has no value.
-  std::optional<StartCandidate> Try(const std::vector<double>& p);
+  /// At `p`, or the nearest values within bounds. Nothing where the model has no value.
+  std::optional<StartCandidate> Try(std::vector<double> p);
   /// Parameters that are not.
   std::vector<std::size_t> Nonlinear() const;
   /// Passes with derivatives so far.
   std::int64_t Evaluations() const { return evaluations_; }
 
  private:
-  ModelResiduals& residuals_;
+  LeastSquaresProblem& residuals_;
+  Box box_;
   std::vector<bool> linear_;
   std::int64_t evaluations_ = 0;
 };

@@ -29,6 +29,8 @@ constexpr int kPlaces = 16;
 constexpr double kFactors[] = {1e-3, 1e-2, 0.1, 0.3, 3, 10, 100, 1e3, -1};
 constexpr double kWidths[] = {0.01, 0.03, 0.1, 0.3, 1};
 constexpr double kShapes[] = {0.5, 1, 2, 4};
+/// Parts of a given width of search to try on both sides of the start.
+constexpr double kParts[] = {0.1, 0.25, 0.5, 0.75, 1};
 
 /// Numbers that look like chance and are the same in every run.
 class Draws {
@@ -44,15 +46,19 @@ class Draws {
 /// What the X tell of values that a parameter may have.
 class NaturalValues {
  public:
-  explicit NaturalValues(std::span<const double> x) {
-    const auto [low, high] = std::ranges::minmax(x);
-    low_ = low;
-    width_ = high - low;
-  }
+  explicit NaturalValues(std::pair<double, double> range)
+      : low_(range.first), width_(range.second - range.first) {}
 
-  /// Worth a try for one parameter that is now at `value`.
-  std::vector<double> Around(double value) const {
+  /// Worth a try for one parameter that is now at `value` and began at `start`.
+  std::vector<double> Around(double value, double start, const ParameterRange& range) const {
     std::vector<double> values;
+    if (range.search_width > 0) {
+      for (const double part : kParts) {
+        values.push_back(start - part * range.search_width);
+        values.push_back(start + part * range.search_width);
+      }
+      return values;
+    }
     for (const double factor : kFactors) values.push_back(factor * value);
     for (int i = 0; i < kPlaces; ++i) values.push_back(low_ + width_ * (i + 0.5) / kPlaces);
     for (const double share : kWidths) {
@@ -61,11 +67,15 @@ class NaturalValues {
       values.push_back(-1 / (share * width_));
     }
     values.insert(values.end(), std::begin(kShapes), std::end(kShapes));
-    std::erase_if(values, [](double v) { return !std::isfinite(v); });
+    std::erase_if(values, [&](double v) {
+      return !std::isfinite(v) || v < range.low || v > range.high;
+    });
     return values;
   }
 
-  double Draw(double value, Draws& draws) const {
+  double Draw(double value, const ParameterRange& range, Draws& draws) const {
+    if (range.search_width > 0)
+      return draws.Between(value - range.search_width, value + range.search_width);
     const double kind = draws.Next();
     if (kind < 0.5) return value * std::pow(10, draws.Between(-1, 1));
     if (kind < 0.75) return low_ + width_ * draws.Next();
@@ -80,12 +90,13 @@ class NaturalValues {
 
 class WideSearch {
  public:
-  WideSearch(ModelResiduals& residuals, std::span<const double> start, Progress& progress)
+  WideSearch(LeastSquaresProblem& residuals, std::span<const double> start, Progress& progress)
       : residuals_(residuals),
+        start_(start.begin(), start.end()),
         progress_(progress),
         trial_(residuals, start),
         nonlinear_(trial_.Nonlinear()),
-        natural_(residuals.Points().x) {}
+        natural_(residuals.RangeOfX()) {}
 
   void AroundOneByOne(std::span<const double> from);
   void ByDraws(std::span<const double> from);
@@ -96,7 +107,8 @@ class WideSearch {
   bool Stopped() const { return progress_.Cancelled(); }
   void Keep(StartCandidate candidate, std::size_t most);
 
-  ModelResiduals& residuals_;
+  LeastSquaresProblem& residuals_;
+  std::vector<double> start_;
   Progress& progress_;
   StartTrial trial_;
   std::vector<std::size_t> nonlinear_;
@@ -113,7 +125,7 @@ void WideSearch::AroundOneByOne(std::span<const double> from) {
   for (int round = 0; round < kRounds; ++round) {
     for (const std::size_t i : nonlinear_) {
       const std::vector<double> here = best->p;
-      for (const double value : natural_.Around(here[i])) {
+      for (const double value : natural_.Around(here[i], start_[i], residuals_.Ranges()[i])) {
         if (Stopped()) return;
         std::vector<double> p = here;
         p[i] = value;
@@ -139,7 +151,7 @@ void WideSearch::ByDraws(std::span<const double> from) {
   const int count = std::min(kDrawsPerParameter * static_cast<int>(nonlinear_.size()), kMostDraws);
   for (int i = 0; i < count && !Stopped(); ++i) {
     std::vector<double> p(from.begin(), from.end());
-    for (const std::size_t j : nonlinear_) p[j] = natural_.Draw(from[j], draws);
+    for (const std::size_t j : nonlinear_) p[j] = natural_.Draw(from[j], residuals_.Ranges()[j], draws);
     if (std::optional<StartCandidate> candidate = trial_.Try(p)) Keep(*std::move(candidate), kKept);
   }
 }
@@ -167,9 +179,9 @@ WideSearchResult WideSearch::Refined(double limit) {
 
 }  // namespace
 
-WideSearchResult SearchWidely(const ModelResiduals& residuals, std::span<const double> start,
+WideSearchResult SearchWidely(const LeastSquaresProblem& residuals, std::span<const double> start,
                               std::span<const double> found, Progress& progress) {
-  const std::unique_ptr<ModelResiduals> some = residuals.Thinned(kMostPoints);
+  const std::unique_ptr<LeastSquaresProblem> some = residuals.Thinned(kMostPoints);
   WideSearch search(*some, start, progress);
   if (!search.Useful()) return {};
   search.AroundOneByOne(start);

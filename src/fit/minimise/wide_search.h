@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/progress.h"
-#include "fit/residuals/model_residuals.h"
+#include "fit/residuals/least_squares_problem.h"
 
 namespace tarnwick {
 
@@ -19,7 +19,7 @@ struct WideSearchResult {
 
 /// Starts that lead lower than `found`, which was reached from `start`; the best of them, near its minimum. A bounded effort
 /// over a thousand points at most, the same in every run. Throws EIntegerDivision.
-WideSearchResult SearchWidely(const ModelResiduals& residuals, std::span<const double> start,
+WideSearchResult SearchWidely(const LeastSquaresProblem& residuals, std::span<const double> start,
                               std::span<const double> found, Progress& progress);
 
 }  // namespace tarnwick

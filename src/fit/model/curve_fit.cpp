@@ -1,5 +1,6 @@
 #include "fit/model/curve_fit.h"
 
+#include <algorithm>
 #include <unordered_set>
 #include <utility>
 
@@ -7,6 +8,7 @@
 #include "base/text_encoding.h"
 #include "expr/words/builtin_words.h"
 #include "fit/model/templates.h"
+#include "fit/model/ties.h"
 
 namespace tarnwick {
 
@@ -147,7 +149,21 @@ void TCurFit::Prepare() {
   for (const auto& parameter : params_) {
     DefineVariable(parameter->Name(), parameter->ValuePtr());
   }
-  CompileExpression(WithTemplates(settings_.Expression, settings_.templates));
+  const std::string text = WithTemplates(settings_.Expression, settings_.templates);
+  CompileExpression(HasTies() ? WithTies(text, Settings().parameters) : text);
+  UpdateTies();
+}
+
+bool TCurFit::HasTies() const {
+  return std::ranges::any_of(params_,
+                             [](const auto& one) { return !one->settings_.Tie.empty(); });
+}
+
+void TCurFit::UpdateTies() {
+  if (!HasTies()) return;
+  std::vector<ParameterSettings> values = Settings().parameters;
+  FollowTies(values);
+  for (std::size_t i = 0; i < params_.size(); ++i) *params_[i]->value_ = values[i].Value;
 }
 
 // A variable takes the place of a built-in word of its name; with the variable gone the word must be known again.

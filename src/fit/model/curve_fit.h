@@ -61,9 +61,11 @@ class TCurFit final : public TExpressionParser {
   void ClearTemplates();
 
   // --- evaluating
-  /// Binds the variables, applies the templates from the last to the first, compiles. Throws EParserException, and Error
-  /// when the templates blow the text up beyond reason.
+  /// Binds the variables, applies the templates from the last to the first and the ties, gives tied parameters their values,
+  /// compiles. Throws EParserException, and Error when templates or ties blow the text up beyond reason or go in a circle.
   void Prepare();
+  /// Gives tied parameters the values that the others now lead to, and tells nobody. Throws as Prepare, and EIntegerDivision.
+  void UpdateTies();
   /// The model at x, by the expression Prepare compiled; undefined before. Throws EIntegerDivision.
   double Value(double x);
   /// The address the independent variable is bound to.
@@ -101,6 +103,7 @@ class TCurFit final : public TExpressionParser {
   void Store(Held& held, const Held& value);
   void StoreMargin(double& margin, double x, bool used);
   void AdoptParameters(const std::vector<ParameterSettings>& parameters);
+  bool HasTies() const;
   void ForgetCompiled();
   void RestoreBuiltinWords();
 

@@ -1,6 +1,7 @@
 #include "fit/model/curve_fit_file.h"
 
 #include <array>
+#include <cmath>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -92,6 +93,76 @@ const Field<T> kTemplateFields[] = {
     {kTemplateSection, kCurveFitName, &T::Description, {"Description", "Template", kText}},
 };
 
+constexpr std::array kWeights = {
+    FieldChoice{FitWeights::Automatic, "Errors of Y where there are some"},
+    FieldChoice{FitWeights::None, "None"},
+    FieldChoice{FitWeights::Errors, "Errors of Y"},
+    FieldChoice{FitWeights::Counts, "Counts, by the model's value"},
+    FieldChoice{FitWeights::Relative, "Relative to the model's value"},
+};
+constexpr std::array kErrors = {
+    FieldChoice{FitErrors::Automatic, "As the weights tell"},
+    FieldChoice{FitErrors::Absolute, "Absolute"},
+    FieldChoice{FitErrors::Scaled, "Scaled by the residuals"},
+};
+constexpr std::array kLosses = {
+    FieldChoice{FitLoss::Linear, "Linear"},
+    FieldChoice{FitLoss::SoftL1, "Soft L1"},
+    FieldChoice{FitLoss::Huber, "Huber"},
+    FieldChoice{FitLoss::Cauchy, "Cauchy"},
+};
+
+// The numbers of the keys behind kWeightSection. Of a parameter: its number from 1, then what is not that of a new one.
+constexpr int kErrorsKey = 70;
+constexpr int kLossKey = 71;
+constexpr int kLossScaleKey = 72;
+constexpr int kLimitedKey = 73;
+constexpr int kLowKey = 74;
+constexpr int kHighKey = 75;
+constexpr int kTieKey = 76;
+
+const Field<S> kWeightFields[] = {
+    {kWeightSection,
+     "FitWeights",
+     kVia<&S::weighting, &FitWeighting::weights>,
+     {"Weights", "Weights", ChoiceOf(kWeights)},
+     {0, 4},
+     [](const S& s) { return s.weighting.weights != FitWeights::Automatic; }},
+    {kErrorsKey,
+     "FitErrors",
+     kVia<&S::weighting, &FitWeighting::errors>,
+     {"Errors", "Weights", ChoiceOf(kErrors)},
+     {0, 2},
+     [](const S& s) { return s.weighting.errors != FitErrors::Automatic; }},
+    {kLossKey,
+     "FitLoss",
+     kVia<&S::weighting, &FitWeighting::loss>,
+     {"Loss", "Weights", ChoiceOf(kLosses)},
+     {0, 3},
+     [](const S& s) { return s.weighting.loss != FitLoss::Linear; }},
+    {kLossScaleKey,
+     "FitLossScale",
+     Property<S, double>{[](const S& s) { return s.weighting.loss_scale; },
+                         [](S& s, double v) {
+                           if (v > 0 && std::isfinite(v)) s.weighting.loss_scale = v;
+                         }},
+     {"Scale of the loss", "Weights", RealWithin(0, std::numeric_limits<double>::max())},
+     {},
+     [](const S& s) { return s.weighting.loss_scale > 0; }},
+};
+
+void WriteLimits(SectionWriter& writer, const std::vector<P>& parameters) {
+  const P none;
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    const P& one = parameters[i];
+    if (one.Low == none.Low && one.High == none.High && one.Tie.empty()) continue;
+    writer.WriteInteger(kLimitedKey, "LimitsOf", static_cast<std::int32_t>(i + 1));
+    if (one.Low != none.Low) writer.WriteFloat(kLowKey, "Low", one.Low);
+    if (one.High != none.High) writer.WriteFloat(kHighKey, "High", one.High);
+    if (!one.Tie.empty()) writer.WriteString(kTieKey, "Tie", one.Tie);
+  }
+}
+
 template <class Owner>
 void ReadInto(SectionReader& reader, const Field<Owner>& field, Owner& owner) {
   SetField(field, owner, ReadFieldValue(reader, GetField(field, owner)));
@@ -151,6 +222,9 @@ FieldTable<ParameterSettings> ParameterFields() {
 FieldTable<TemplateSettings> TemplateFields() {
   return kTemplateFields;
 }
+FieldTable<FitSettings> WeightFields() {
+  return kWeightFields;
+}
 
 void WriteCurveFitKeys(SectionWriter& writer, int number, const FitSettings& settings) {
   switch (number) {
@@ -161,13 +235,17 @@ void WriteCurveFitKeys(SectionWriter& writer, int number, const FitSettings& set
       return WriteFields<S>(writer, kRunFields, settings);
     case kTemplateSection:
       return WriteList<T>(writer, kTemplateFields, settings.templates);
+    case kWeightSection:
+      WriteFields<S>(writer, kWeightFields, settings);
+      return WriteLimits(writer, settings.parameters);
     default:
       throw StreamError(kIllegalCall);
   }
 }
 
 bool CurveFitReader::Knows(int number) {
-  return number == kModelSection || number == kRunSection || number == kTemplateSection;
+  return number == kModelSection || number == kRunSection || number == kTemplateSection ||
+         (number >= kWeightSection && number <= kLastWeightKey);
 }
 
 void CurveFitReader::Take(int number, SectionReader& reader) {
@@ -188,11 +266,35 @@ void CurveFitReader::Take(int number, SectionReader& reader) {
       ++templates_.taken;
       return;
     default:
-      throw StreamError(kReadingError2);
+      if (!Knows(number)) throw StreamError(kReadingError2);
+      if (!ReadField<S>(reader, number, kWeightFields, settings_)) TakeLimit(number, reader);
   }
 }
 
+/// Bounds that are no numbers are none.
+void CurveFitReader::TakeLimit(int number, SectionReader& reader) {
+  if (number == kLimitedKey) {
+    limited_ = reader.ReadAsInteger();
+    return;
+  }
+  P& one = limits_[limited_];
+  if (number == kTieKey) {
+    one.Tie = reader.ReadAsString();
+    return;
+  }
+  const double bound = reader.ReadAsFloat();
+  if (!std::isfinite(bound)) return;
+  (number == kLowKey ? one.Low : one.High) = bound;
+}
+
 FitSettings CurveFitReader::Finish() {
+  for (const auto& [number, limits] : limits_) {
+    if (number < 1 || std::cmp_greater(number, settings_.parameters.size())) continue;
+    P& one = settings_.parameters[static_cast<std::size_t>(number) - 1];
+    one.Low = limits.Low;
+    one.High = limits.High;
+    one.Tie = limits.Tie;
+  }
   CheckComplete(model_, std::size(kModelFields) + 1, std::size(kParameterFields));
   CheckComplete(run_, std::size(kRunFields), 0);
   CheckComplete(templates_, 1, std::size(kTemplateFields));
@@ -202,7 +304,7 @@ FitSettings CurveFitReader::Finish() {
 std::string StoredModel(const FitSettings& settings, WriterMode mode) {
   std::string bytes;
   SectionWriter writer(bytes, mode);
-  for (const int number : {kModelSection, kRunSection, kTemplateSection}) {
+  for (const int number : {kModelSection, kRunSection, kTemplateSection, kWeightSection}) {
     WriteCurveFitKeys(writer, number, settings);
   }
   writer.WriteBoolean(0, "End", false);

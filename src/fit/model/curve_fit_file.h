@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -18,17 +19,23 @@ namespace tarnwick {
 inline constexpr int kModelSection = 39;
 inline constexpr int kRunSection = 43;
 inline constexpr int kTemplateSection = 45;
+/// How points weigh, and bounds and ties of parameters: the first of the keys that hold them, and the last. Each has a number of
+/// its own and is written only where it differs from a new model's.
+inline constexpr int kWeightSection = 69;
+inline constexpr int kLastWeightKey = 76;
 
 /// What is stored of a model, how a fit runs, of a parameter and of a template, each in the order of the stream.
 FieldTable<FitSettings> CurveFitModelFields();
 FieldTable<FitSettings> CurveFitRunFields();
 FieldTable<ParameterSettings> ParameterFields();
 FieldTable<TemplateSettings> TemplateFields();
+/// Weights, errors and loss.
+FieldTable<FitSettings> WeightFields();
 
-/// Writes every value of the section `number` (one of the three) as a key of that number.
+/// Writes every value of the section `number` (one of the four): as a key of that number, the last as several.
 void WriteCurveFitKeys(SectionWriter& writer, int number, const FitSettings& settings);
 
-/// Collects a model from keys as they come, in any mix of the three numbers, each number's values in their order.
+/// Collects a model from keys as they come, in any mix of their numbers, each number's values in their order.
 class CurveFitReader {
  public:
   static bool Knows(int number);
@@ -48,7 +55,11 @@ class CurveFitReader {
   };
 
  private:
+  void TakeLimit(int number, SectionReader& reader);
+
   FitSettings settings_;
+  std::map<std::int32_t, ParameterSettings> limits_;  // bounds and ties by the parameter's number
+  std::int32_t limited_ = 0;                          // the one that limits now belong to
   Progress model_;
   Progress run_;
   Progress templates_;

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
 #include "base/color.h"
+#include "fit/model/fit_weighting.h"
 
 namespace tarnwick {
 
@@ -31,6 +33,9 @@ struct ParameterSettings {
   bool Printed = false;
   std::string Description = "Parameter P";
   std::string Units;
+  double Low = -std::numeric_limits<double>::infinity();   ///< a fit goes no lower
+  double High = std::numeric_limits<double>::infinity();   ///< nor higher
+  std::string Tie;  ///< an expression of other parameters that gives the value; such a parameter is not varied
   bool operator==(const ParameterSettings&) const = default;
 };
 
@@ -60,6 +65,7 @@ struct FitSettings {
   double Tolerance = 3e-08;
   std::int32_t IterMax = 200;
   FitProcType ProcType = FitProcType::cfp_Powell;
+  FitWeighting weighting;
   std::vector<ParameterSettings> parameters;
   std::vector<TemplateSettings> templates;
   bool operator==(const FitSettings&) const = default;

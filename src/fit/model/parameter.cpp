@@ -8,6 +8,7 @@ namespace tarnwick {
 
 TDBLParameter::TDBLParameter(ParameterSettings settings) : settings_(std::move(settings)) {
   if (settings_.Name.empty()) settings_.Name = ParameterSettings().Name;
+  if (!settings_.Tie.empty()) settings_.Vary = false;
   *value_ = settings_.Value;
 }
 
@@ -25,7 +26,7 @@ void TDBLParameter::SetValue(double value) {
 }
 
 void TDBLParameter::SetVary(bool vary) {
-  if (vary == settings_.Vary) return;
+  if (vary == settings_.Vary || !settings_.Tie.empty()) return;
   settings_.Vary = vary;
   if (owner_ != nullptr) owner_->Edited();
 }

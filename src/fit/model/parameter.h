@@ -35,7 +35,7 @@ class TDBLParameter {
   double* ValuePtr() { return value_.get(); }
   const double* ValuePtr() const { return value_.get(); }
   bool Vary() const { return settings_.Vary; }
-  void SetVary(bool vary);  ///< tells the owner when it differs
+  void SetVary(bool vary);  ///< tells the owner when it differs; a tied parameter is never varied
 
   bool Printed() const { return settings_.Printed; }
   void SetPrinted(bool printed) { settings_.Printed = printed; }

@@ -24,30 +24,34 @@ BlockReducer::BlockReducer(std::size_t parameters)
   for (std::size_t j = 0; j < width_; ++j) copies_[j] = memory_.data() + j * kBlockLength;
 }
 
-void BlockReducer::Add(ModelBlocks& model, std::span<const double> x, std::span<const double> y,
-                       PassKind kind, PartialReduction& sum) {
+void BlockReducer::Add(ModelBlocks& model, const FitPoints& points, PassKind kind,
+                       PartialReduction& sum) {
   if (kind == PassKind::SumOfSquares) {
-    AddValues(model.Values(x).values, y, sum);
+    AddValues(model.Values(points.x).values, points, sum);
     return;
   }
-  const BlockResult block = model.Derivatives(x);
-  AddValues(block.values, y, sum);
-  TakeDerivatives(block, x.size());
+  const BlockResult block = model.Derivatives(points.x);
+  AddValues(block.values, points, sum);
+  TakeDerivatives(block, points);
   if (kind == PassKind::NormalEquations) {
-    AddProducts(model, x, sum);
+    AddProducts(model, points, sum);
   } else {
-    AddOrthogonal(model, x, sum);
+    AddOrthogonal(model, points, sum);
   }
 }
 
 // Leaves the residuals, zeros beyond their end, in the last copy.
-void BlockReducer::AddValues(const double* values, std::span<const double> y,
-                             PartialReduction& sum) {
+void BlockReducer::AddValues(const double* values, const FitPoints& points, PartialReduction& sum) {
+  const std::span<const double> y = points.y;
+  const double* const weights = points.weights.empty() ? nullptr : points.weights.data();
   double* const residuals = copies_.back();
   const std::size_t length = y.size() / kBlockPadding * kBlockPadding;
-  double squares = kernels_.residuals(values, y.data(), residuals, length);
+  double squares =
+      weights == nullptr
+          ? kernels_.residuals(values, y.data(), residuals, length)
+          : kernels_.weighted_residuals(values, y.data(), weights, residuals, length);
   for (std::size_t i = length; i < y.size(); ++i) {
-    residuals[i] = values[i] - y[i];
+    residuals[i] = (values[i] - y[i]) * (weights == nullptr ? 1 : weights[i]);
     squares += residuals[i] * residuals[i];
   }
   std::fill(residuals + y.size(), residuals + PaddedLength(y.size()), 0.0);
@@ -64,15 +68,24 @@ void BlockReducer::AddValues(const double* values, std::span<const double> y,
   sum.sum_of_squares.Add(squares);
 }
 
-// What lies beyond the points of a block is not ours to sum: such columns are copied.
-void BlockReducer::TakeDerivatives(const BlockResult& block, std::size_t length) {
+// What lies beyond the points of a block is not ours to sum: such columns are copied, as those are that are weighed.
+void BlockReducer::TakeDerivatives(const BlockResult& block, const FitPoints& points) {
+  const std::size_t length = points.x.size();
+  const std::size_t whole = length / kBlockPadding * kBlockPadding;
+  const bool weighed = !points.weights.empty();
   std::ranges::copy(block.derivatives, columns_.begin());
   columns_.back() = copies_.back();
-  if (length % kBlockPadding == 0) return;
+  if (whole == length && !weighed) return;
   for (std::size_t j = 0; j + 1 < width_; ++j) {
-    std::copy_n(columns_[j], length, copies_[j]);
-    std::fill(copies_[j] + length, copies_[j] + PaddedLength(length), 0.0);
-    columns_[j] = copies_[j];
+    double* const copy = copies_[j];
+    if (weighed) {
+      kernels_.weigh(columns_[j], points.weights.data(), copy, whole);
+      for (std::size_t i = whole; i < length; ++i) copy[i] = columns_[j][i] * points.weights[i];
+    } else {
+      std::copy_n(columns_[j], length, copy);
+    }
+    std::fill(copy + length, copy + PaddedLength(length), 0.0);
+    columns_[j] = copy;
   }
 }
 
@@ -94,11 +107,10 @@ bool BlockReducer::Multiply(std::size_t padded) {
   return check == 0;
 }
 
-void BlockReducer::AddProducts(ModelBlocks& model, std::span<const double> x,
-                               PartialReduction& sum) {
-  const std::size_t padded = PaddedLength(x.size());
+void BlockReducer::AddProducts(ModelBlocks& model, const FitPoints& points, PartialReduction& sum) {
+  const std::size_t padded = PaddedLength(points.x.size());
   if (!Multiply(padded)) {
-    if (!CopyColumns(padded)) MendRows(model, x, sum);
+    if (!CopyColumns(padded)) MendRows(model, points, sum);
     Multiply(padded);
   }
   for (std::size_t j = 0; j < width_; ++j) {
@@ -107,21 +119,22 @@ void BlockReducer::AddProducts(ModelBlocks& model, std::span<const double> x,
   }
 }
 
-void BlockReducer::AddOrthogonal(ModelBlocks& model, std::span<const double> x,
+void BlockReducer::AddOrthogonal(ModelBlocks& model, const FitPoints& points,
                                  PartialReduction& sum) {
-  const std::size_t padded = PaddedLength(x.size());
-  if (!CopyColumns(padded)) MendRows(model, x, sum);
+  const std::size_t padded = PaddedLength(points.x.size());
+  if (!CopyColumns(padded)) MendRows(model, points, sum);
   kernels_.eliminate(copies_.data(), width_, padded, sum.triangle.data());
 }
 
 // Some derivatives have no value where the model has one (of x^b by b at 0, say): differences stand in for them. Points
 // where that does not help are taken out.
-void BlockReducer::MendRows(ModelBlocks& model, std::span<const double> x, PartialReduction& sum) {
-  const BlockResult differences = model.Differences(x);
-  for (std::size_t i = 0; i < x.size(); ++i) {
+void BlockReducer::MendRows(ModelBlocks& model, const FitPoints& points, PartialReduction& sum) {
+  const BlockResult differences = model.Differences(points.x);
+  for (std::size_t i = 0; i < points.x.size(); ++i) {
+    const double weight = points.weights.empty() ? 1 : points.weights[i];
     bool defined = std::isfinite(copies_.back()[i]);
     for (std::size_t j = 0; defined && j + 1 < width_; ++j) {
-      if (!std::isfinite(copies_[j][i])) copies_[j][i] = differences.derivatives[j][i];
+      if (!std::isfinite(copies_[j][i])) copies_[j][i] = weight * differences.derivatives[j][i];
       defined = std::isfinite(copies_[j][i]);
     }
     if (defined) continue;

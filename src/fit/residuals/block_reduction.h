@@ -51,19 +51,18 @@ class BlockReducer {
   /// `parameters` derivatives beside the residual.
   explicit BlockReducer(std::size_t parameters);
 
-  /// Adds the points x, y, at most kBlockLength of them, at the parameters loaded into `model`. Throws EIntegerDivision.
-  void Add(ModelBlocks& model, std::span<const double> x, std::span<const double> y, PassKind kind,
-           PartialReduction& sum);
+  /// Adds the points, at most kBlockLength of them, at the parameters loaded into `model`. Throws EIntegerDivision.
+  void Add(ModelBlocks& model, const FitPoints& points, PassKind kind, PartialReduction& sum);
   /// Adds what comes after `sum` to it.
   void Append(PartialReduction& next, PassKind kind, PartialReduction& sum);
 
  private:
-  void AddValues(const double* values, std::span<const double> y, PartialReduction& sum);
-  void AddProducts(ModelBlocks& model, std::span<const double> x, PartialReduction& sum);
-  void AddOrthogonal(ModelBlocks& model, std::span<const double> x, PartialReduction& sum);
-  void TakeDerivatives(const BlockResult& block, std::size_t length);
+  void AddValues(const double* values, const FitPoints& points, PartialReduction& sum);
+  void AddProducts(ModelBlocks& model, const FitPoints& points, PartialReduction& sum);
+  void AddOrthogonal(ModelBlocks& model, const FitPoints& points, PartialReduction& sum);
+  void TakeDerivatives(const BlockResult& block, const FitPoints& points);
   bool CopyColumns(std::size_t length);
-  void MendRows(ModelBlocks& model, std::span<const double> x, PartialReduction& sum);
+  void MendRows(ModelBlocks& model, const FitPoints& points, PartialReduction& sum);
   bool Multiply(std::size_t padded);
 
   const ReductionKernels& kernels_;

@@ -32,6 +32,28 @@ Index Rank(const MatrixXd& r) {
 
 }  // namespace
 
+ReducedJacobian Holding(const ReducedJacobian& jacobian, const std::vector<bool>& held) {
+  std::vector<Index> moving;
+  for (std::size_t j = 0; j < held.size(); ++j) {
+    if (!held[j]) moving.push_back(static_cast<Index>(j));
+  }
+  if (moving.size() == held.size()) return jacobian;
+  ReducedJacobian rest = jacobian;
+  const auto count = static_cast<Index>(moving.size());
+  const Index k = jacobian.r.cols();
+  rest.r.setZero();
+  rest.qtr.setZero();
+  VectorXd qtr = jacobian.qtr;
+  if (count > 0) {
+    Triangle triangle = TriangleOf(jacobian.r(Eigen::all, moving), jacobian.qtr);
+    qtr = std::move(triangle.qtr);
+    rest.r(Eigen::all, moving) = triangle.r;
+    rest.qtr.head(count) = qtr.head(count);
+  }
+  rest.rest = std::hypot(jacobian.rest, qtr.tail(k - count).norm());
+  return rest;
+}
+
 PartedJacobian::PartedJacobian(const ReducedJacobian& jacobian, const std::vector<bool>& is_free)
     : rest(jacobian.rest) {
   for (std::size_t j = 0; j < is_free.size(); ++j)

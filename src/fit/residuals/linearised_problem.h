@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-#include "fit/residuals/model_residuals.h"
+#include "fit/residuals/least_squares_problem.h"
 
 namespace tarnwick {
 
@@ -29,11 +29,20 @@ struct PartedJacobian {
   Eigen::VectorXd BoundLengths() const { return bound_r.colwise().norm().transpose(); }
   /// The sum of squares when the free parameters fit as well as they can.
   double BestOfFree() const { return bound_qtr.squaredNorm() + rest * rest; }
+  /// By how much of it the bound parameters' step lowers that, where everything is linear.
+  double Gain(const Eigen::VectorXd& bound_step) const {
+    const double best = BestOfFree();
+    const double after = (bound_qtr + bound_r * bound_step).squaredNorm() + rest * rest;
+    return best > 0 ? 1 - after / best : 0;
+  }
   /// The part of |r| that a full step takes away: 0 at a stationary point.
   double Offset() const { return std::hypot(free_qtr.norm(), bound_qtr.norm()); }
   /// What the free parameters must do when the bound ones make this step (zeros for none); all parameters in order.
   Eigen::VectorXd Complete(const Eigen::VectorXd& bound_step) const;
 };
+
+/// The same with the `held` parameters at rest: their columns are zero.
+ReducedJacobian Holding(const ReducedJacobian& jacobian, const std::vector<bool>& held);
 
 struct TrialStep {
   Eigen::VectorXd step;    ///< of all parameters
@@ -53,6 +62,7 @@ class LinearisedProblem {
   LinearisedProblem(PartedJacobian parted, const Eigen::VectorXd& scale);
 
   const PartedJacobian& Parted() const { return parted_; }
+  const Eigen::VectorXd& Scale() const { return scale_; }
   /// The step to the minimum; the shortest one where that is not a single point.
   TrialStep FullStep() const { return Damped(0); }
   /// The step to the least value at a distance of `radius` at most, a tenth more or less. Where the step that `damping_guess`

@@ -12,6 +12,7 @@
 #include "base/undefined.h"
 #include "fit/residuals/block_reduction.h"
 #include "fit/residuals/model_blocks.h"
+#include "fit/residuals/sum_about_mean.h"
 
 namespace tarnwick {
 namespace {
@@ -32,6 +33,7 @@ struct Worker {
 struct OwnPoints {
   std::vector<double> x;
   std::vector<double> y;
+  std::vector<double> weights;
 };
 
 /// Every nth point, `most` at most.
@@ -41,8 +43,14 @@ OwnPoints EveryNth(FitPoints points, std::size_t most) {
   for (std::size_t i = 0; i < points.x.size(); i += step) {
     some.x.push_back(points.x[i]);
     some.y.push_back(points.y[i]);
+    if (!points.weights.empty()) some.weights.push_back(points.weights[i]);
   }
   return some;
+}
+
+ParameterRange RangeOf(const ParameterSettings& parameter) {
+  const bool default_width = parameter.StartDev == ParameterSettings().StartDev;
+  return {parameter.Low, parameter.High, default_width ? 0 : std::abs(parameter.StartDev)};
 }
 
 Eigen::Map<const Eigen::MatrixXd> Square(const std::vector<double>& numbers, Eigen::Index width) {
@@ -90,7 +98,7 @@ struct ModelResiduals::Impl {
     Prepare(threads);
   }
   Impl(TCurFit& fitted, OwnPoints given)
-      : model(fitted), own(std::move(given)), points{own.x, own.y} {
+      : model(fitted), own(std::move(given)), points{own.x, own.y, own.weights} {
     Prepare(1);
   }
 
@@ -98,14 +106,21 @@ struct ModelResiduals::Impl {
     for (std::int32_t i = 1; i <= model.NParams(); ++i) {
       if (!model.Param(i).Vary()) continue;
       places.push_back(model.Param(i).ValuePtr());
+      ranges.push_back(RangeOf(model.Param(i).Settings()));
     }
-    CompensatedSum squares;
-    for (const double y : points.y) squares.Add(y * y);
-    norm_of_y = std::sqrt(squares.Value());
-
+    MeasureY();
     parts.resize((points.x.size() + kTaskLength - 1) / kTaskLength);
     MakeWorkers(threads > 0 ? static_cast<std::size_t>(threads)
                             : std::max(std::thread::hardware_concurrency(), 1U));
+  }
+
+  void MeasureY() {
+    CompensatedSum squares;
+    for (std::size_t i = 0; i < points.y.size(); ++i) {
+      const double y = points.weights.empty() ? points.y[i] : points.weights[i] * points.y[i];
+      squares.Add(y * y);
+    }
+    norm_of_y = std::sqrt(squares.Value());
   }
 
   void MakeWorkers(std::size_t most) {
@@ -124,6 +139,7 @@ struct ModelResiduals::Impl {
           {std::make_unique<EvaluatorBlocks>(*evaluator), BlockReducer(places.size())});
   }
 
+  std::vector<double> ValuesAt(std::span<const double> x, std::span<const double> p);
   /// One pass over all points; its result.
   PartialReduction& Pass(std::span<const double> p, PassKind kind);
   void RunTasks(Worker& worker, std::span<const double> p, PassKind kind);
@@ -133,6 +149,7 @@ struct ModelResiduals::Impl {
   OwnPoints own;  // when thinned
   FitPoints points;
   std::vector<double*> places;  // of the varied parameters' values
+  std::vector<ParameterRange> ranges;
   double norm_of_y = 0;
   bool exact_derivatives = false;
   std::vector<Worker> workers;
@@ -148,8 +165,9 @@ void ModelResiduals::Impl::RunTask(Worker& worker, std::size_t task, PassKind ki
   const std::size_t end = std::min(begin + kTaskLength, points.x.size());
   for (std::size_t from = begin; from < end; from += kBlockLength) {
     const std::size_t count = std::min(kBlockLength, end - from);
-    worker.reducer.Add(*worker.blocks, points.x.subspan(from, count), points.y.subspan(from, count),
-                       kind, part);
+    FitPoints block{points.x.subspan(from, count), points.y.subspan(from, count)};
+    if (!points.weights.empty()) block.weights = points.weights.subspan(from, count);
+    worker.reducer.Add(*worker.blocks, block, kind, part);
   }
 }
 
@@ -182,6 +200,18 @@ PartialReduction& ModelResiduals::Impl::Pass(std::span<const double> p, PassKind
   return whole;
 }
 
+std::vector<double> ModelResiduals::Impl::ValuesAt(std::span<const double> x,
+                                                   std::span<const double> p) {
+  ModelBlocks& blocks = *workers.front().blocks;
+  blocks.Load(p);
+  std::vector<double> values(x.size());
+  for (std::size_t from = 0; from < x.size(); from += kBlockLength) {
+    const std::size_t count = std::min(kBlockLength, x.size() - from);
+    std::copy_n(blocks.Values(x.subspan(from, count)).values, count, values.data() + from);
+  }
+  return values;
+}
+
 ModelResiduals::ModelResiduals(TCurFit& model, FitPoints points, int threads)
     : impl_(std::make_unique<Impl>(model, points, threads)) {}
 
@@ -189,13 +219,28 @@ ModelResiduals::ModelResiduals(std::unique_ptr<Impl> impl) : impl_(std::move(imp
 
 ModelResiduals::~ModelResiduals() = default;
 
-FitPoints ModelResiduals::Points() const {
-  return impl_->points;
+void ModelResiduals::SetWeights(std::span<const double> weights) {
+  impl_->points.weights = weights;
+  impl_->MeasureY();
 }
 
-std::unique_ptr<ModelResiduals> ModelResiduals::Thinned(std::size_t most) const {
+std::unique_ptr<LeastSquaresProblem> ModelResiduals::Thinned(std::size_t most) const {
   auto impl = std::make_unique<Impl>(impl_->model, EveryNth(impl_->points, most));
-  return std::unique_ptr<ModelResiduals>(new ModelResiduals(std::move(impl)));
+  return std::unique_ptr<LeastSquaresProblem>(new ModelResiduals(std::move(impl)));
+}
+
+std::span<const ParameterRange> ModelResiduals::Ranges() const {
+  return impl_->ranges;
+}
+
+std::pair<double, double> ModelResiduals::RangeOfX() const {
+  if (impl_->points.x.empty()) return {0, 0};
+  const auto [low, high] = std::ranges::minmax(impl_->points.x);
+  return {low, high};
+}
+
+double ModelResiduals::SumAboutMean() const {
+  return tarnwick::SumAboutMean(impl_->points.y, impl_->points.weights);
 }
 
 std::size_t ModelResiduals::ParameterCount() const {
@@ -270,15 +315,16 @@ ReducedJacobian ModelResiduals::Reduce(std::span<const double> p, Reduction how)
   return *std::move(reduced);
 }
 
+std::vector<double> ModelResiduals::Values(std::span<const double> p) {
+  return impl_->ValuesAt(impl_->points.x, p);
+}
+
 std::vector<double> ModelResiduals::Residuals(std::span<const double> p, std::size_t most) {
   const OwnPoints some = EveryNth(impl_->points, most);
-  ModelBlocks& blocks = *impl_->workers.front().blocks;
-  blocks.Load(p);
-  std::vector<double> residuals = some.y;
-  for (std::size_t from = 0; from < residuals.size(); from += kBlockLength) {
-    const std::size_t count = std::min(kBlockLength, residuals.size() - from);
-    const BlockResult block = blocks.Values(std::span(some.x).subspan(from, count));
-    for (std::size_t i = 0; i < count; ++i) residuals[from + i] -= block.values[i];
+  std::vector<double> residuals = impl_->ValuesAt(some.x, p);
+  for (std::size_t i = 0; i < residuals.size(); ++i) {
+    residuals[i] = some.y[i] - residuals[i];
+    if (!some.weights.empty()) residuals[i] *= some.weights[i];
   }
   return residuals;
 }

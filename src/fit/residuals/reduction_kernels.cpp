@@ -38,6 +38,29 @@ double Residuals(const double* HWY_RESTRICT values, const double* HWY_RESTRICT y
   return Sum(squares);
 }
 
+double WeightedResiduals(const double* HWY_RESTRICT values, const double* HWY_RESTRICT y,
+                         const double* HWY_RESTRICT weights, double* HWY_RESTRICT residuals,
+                         std::size_t length) {
+  const Lanes lanes;
+  const std::size_t step = hn::Lanes(lanes);
+  Vec squares = hn::Zero(lanes);
+  for (std::size_t i = 0; i < length; i += step) {
+    const Vec r = hn::Mul(hn::Sub(hn::LoadU(lanes, values + i), hn::LoadU(lanes, y + i)),
+                          hn::LoadU(lanes, weights + i));
+    hn::StoreU(r, lanes, residuals + i);
+    squares = hn::MulAdd(r, r, squares);
+  }
+  return Sum(squares);
+}
+
+void Weigh(const double* HWY_RESTRICT from, const double* HWY_RESTRICT weights,
+           double* HWY_RESTRICT to, std::size_t length) {
+  const Lanes lanes;
+  const std::size_t step = hn::Lanes(lanes);
+  for (std::size_t i = 0; i < length; i += step)
+    hn::StoreU(hn::Mul(hn::LoadU(lanes, from + i), hn::LoadU(lanes, weights + i)), lanes, to + i);
+}
+
 double Copy(const double* from, double* to, std::size_t length) {
   const Lanes lanes;
   const std::size_t step = hn::Lanes(lanes);
@@ -160,7 +183,8 @@ void Eliminate(double* const* columns, std::size_t width, std::size_t length, do
 }
 
 const ReductionKernels* Kernels() {
-  static constexpr ReductionKernels kKernels = {&Residuals, &Copy, &Products, &Eliminate};
+  static constexpr ReductionKernels kKernels = {&Residuals, &WeightedResiduals, &Weigh,
+                                                &Copy,      &Products,          &Eliminate};
   return &kKernels;
 }
 

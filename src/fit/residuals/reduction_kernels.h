@@ -10,6 +10,11 @@ namespace tarnwick {
 struct ReductionKernels {
   /// residuals[i] = values[i] - y[i]; answers the sum of their squares.
   double (*residuals)(const double* values, const double* y, double* residuals, std::size_t length);
+  /// residuals[i] = (values[i] - y[i]) * weights[i]; answers the sum of their squares.
+  double (*weighted_residuals)(const double* values, const double* y, const double* weights,
+                               double* residuals, std::size_t length);
+  /// to[i] = from[i] * weights[i]
+  void (*weigh)(const double* from, const double* weights, double* to, std::size_t length);
   /// Copies a column, to itself perhaps. Answers 0 when all of it is finite, else NaN.
   double (*copy)(const double* from, double* to, std::size_t length);
   /// products[i + j * width] = the sum over the block of columns[i] times columns[j], for i <= j (rows below hold anything).

@@ -10,6 +10,7 @@
 #include "base/undefined.h"
 #include "fit/judge/residual_pattern.h"
 #include "fit/residuals/decompositions.h"
+#include "fit/residuals/sum_about_mean.h"
 
 namespace tarnwick {
 namespace {

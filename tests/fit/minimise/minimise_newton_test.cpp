@@ -145,7 +145,7 @@ TEST(FitByNewton, SearchesWhereResidualsFollowAPattern) {
   const MinimiseOutcome one = fit(1, progress);
   EXPECT_EQ(one.why, StopReason::Converged);
   EXPECT_LT(one.value, 1.36 * 3000) << "errors of up to 2 have squares of 1.33 in the mean";
-  EXPECT_GT(one.left_minimum.value_or(0), 10 * one.value);
+  EXPECT_GT(one.left_minimum ? one.left_minimum->value : 0, 10 * one.value);
   EXPECT_LE(one.iterations, 200);
   const MinimiseOutcome two = fit(2, progress);
   EXPECT_EQ(two.p, one.p);

@@ -1,0 +1,237 @@
+// Weights, absolute errors and losses: against closed forms, against the equations that their solutions obey.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "analysis/fit_run.h"
+#include "fit/model/model_report.h"
+
+namespace tarnwick {
+namespace {
+
+using ::testing::HasSubstr;
+
+constexpr FitProcType kMethods[] = {FitProcType::cfp_Powell, FitProcType::cfp_Simplex,
+                                    FitProcType::cfp_ConjGrad, FitProcType::cfp_Newton,
+                                    FitProcType::cfp_SimplexPowell};
+
+FitJob Job(const std::string& expression, const std::vector<double>& start,
+           const std::vector<double>& x, const std::vector<double>& y,
+           FitProcType method = FitProcType::cfp_Newton) {
+  FitJob job;
+  job.settings.Expression = expression;
+  job.settings.ProcType = method;
+  for (std::size_t i = 0; i < start.size(); ++i) {
+    ParameterSettings& one = job.settings.parameters.emplace_back();
+    one.Name = std::string(1, static_cast<char>('a' + i));
+    one.Value = start[i];
+    one.Vary = true;
+  }
+  job.x = x;
+  job.y = y;
+  job.points_in_range = job.points_chosen = static_cast<std::int64_t>(x.size());
+  job.options.finish = FinishingStep::Yes;
+  return job;
+}
+
+FitResult Fitted(const FitJob& job) {
+  NoProgress progress;
+  return RunFit(job, progress);
+}
+
+struct Line {
+  double a = 0, b = 0, error_a = 0, error_b = 0, chi_squared = 0;
+};
+
+/// Intercept and slope by the textbook's sums.
+Line WeightedLine(const FitJob& job) {
+  double s = 0, sx = 0, sy = 0, sxx = 0, sxy = 0;
+  for (std::size_t i = 0; i < job.x.size(); ++i) {
+    const double w = 1 / (job.errors[i] * job.errors[i]);
+    s += w, sx += w * job.x[i], sy += w * job.y[i];
+    sxx += w * job.x[i] * job.x[i], sxy += w * job.x[i] * job.y[i];
+  }
+  const double d = s * sxx - sx * sx;
+  Line line{(sxx * sy - sx * sxy) / d, (s * sxy - sx * sy) / d, std::sqrt(sxx / d),
+            std::sqrt(s / d)};
+  for (std::size_t i = 0; i < job.x.size(); ++i) {
+    const double r = (job.y[i] - line.a - line.b * job.x[i]) / job.errors[i];
+    line.chi_squared += r * r;
+  }
+  return line;
+}
+
+// Pearson's points with the weights of Y that York gave them (Can. J. Phys. 44 (1966), 1079).
+FitJob York(FitProcType method = FitProcType::cfp_Newton) {
+  FitJob job = Job("a+b*x", {1, 1}, {0, 0.9, 1.8, 2.6, 3.3, 4.4, 5.2, 6.1, 6.5, 7.4},
+                   {5.9, 5.4, 4.4, 4.6, 3.5, 3.7, 2.8, 2.8, 2.4, 1.5}, method);
+  for (const double w : {1.0, 1.8, 4.0, 8.0, 20.0, 20.0, 70.0, 70.0, 100.0, 500.0})
+    job.errors.push_back(1 / std::sqrt(w));
+  return job;
+}
+
+TEST(FitWeights, LineByErrorsMeetsTheClosedFormByEveryMethod) {
+  for (const FitProcType method : kMethods) {
+    SCOPED_TRACE(NameOf(method));
+    FitJob job = York(method);
+    const Line line = WeightedLine(job);
+    EXPECT_NEAR(line.a, 6.100, 5e-4);  // as published
+    EXPECT_NEAR(line.b, -0.611, 5e-4);
+    const FitResult absolute = Fitted(job);
+    EXPECT_NEAR(absolute.values[0], line.a, 1e-9);
+    EXPECT_NEAR(absolute.values[1], line.b, 1e-9);
+    EXPECT_NEAR(absolute.statistics.sum_of_squares, line.chi_squared, 1e-9);
+    EXPECT_NEAR(absolute.statistics.standard_errors[0], line.error_a, 1e-9);
+    EXPECT_NEAR(absolute.statistics.standard_errors[1], line.error_b, 1e-9);
+    EXPECT_NEAR(absolute.statistics.aic, line.chi_squared + 4, 1e-9);
+    EXPECT_THAT(absolute.verdict.notes, ::testing::Contains(HasSubstr("--weights none")));
+    job.settings.weighting.errors = FitErrors::Scaled;
+    const FitResult scaled = Fitted(job);
+    EXPECT_NEAR(scaled.statistics.standard_errors[1],
+                line.error_b * std::sqrt(line.chi_squared / 8), 1e-9);
+    job.settings.weighting.weights = FitWeights::None;
+    EXPECT_GT(std::abs(Fitted(job).values[1] - line.b), 0.01);
+  }
+}
+
+TEST(FitWeights, DoublingAWeightIsDoublingAPoint) {
+  FitJob weighted = York();
+  weighted.errors.back() /= std::sqrt(2.0);
+  FitJob doubled = York();
+  doubled.x.push_back(doubled.x.back());
+  doubled.y.push_back(doubled.y.back());
+  doubled.errors.push_back(doubled.errors.back());
+  const FitResult one = Fitted(weighted);
+  const FitResult two = Fitted(doubled);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_NEAR(one.values[i], two.values[i], 1e-12);
+    EXPECT_NEAR(one.statistics.standard_errors[i], two.statistics.standard_errors[i], 1e-12);
+  }
+  EXPECT_NEAR(one.statistics.r_squared, two.statistics.r_squared, 1e-12);
+}
+
+/// Counts of 50 exp(-x/3) + 4, the same in every run.
+FitJob Decay(FitProcType method = FitProcType::cfp_Newton) {
+  std::mt19937 random(7);
+  std::vector<double> x, y;
+  for (int i = 0; i < 60; ++i) {
+    x.push_back(0.25 * i);
+    y.push_back(std::poisson_distribution<int>(50 * std::exp(-x.back() / 3) + 4)(random));
+  }
+  FitJob job = Job("a*exp(-x/b)+c", {30, 2, 1}, x, y, method);
+  job.settings.weighting.weights = FitWeights::Counts;
+  return job;
+}
+
+/// sum weight(f) (y - f) df/dp, for each parameter, in units of its own error.
+std::vector<double> Scores(const FitJob& job, const FitResult& result,
+                           const std::function<double(double r, double f)>& weighted) {
+  const double a = result.values[0], b = result.values[1], c = result.values[2];
+  std::vector<double> scores(3);
+  for (std::size_t i = 0; i < job.x.size(); ++i) {
+    const double e = std::exp(-job.x[i] / b);
+    const double f = a * e + c;
+    const double w = weighted(job.y[i] - f, f);
+    scores[0] += w * e, scores[1] += w * a * e * job.x[i] / (b * b), scores[2] += w;
+  }
+  for (std::size_t k = 0; k < 3; ++k) scores[k] *= result.statistics.standard_errors[k];
+  return scores;
+}
+
+TEST(FitWeights, CountsAndRelativeErrorsSolveTheirScoreEquations) {
+  for (const FitProcType method : kMethods) {
+    SCOPED_TRACE(NameOf(method));
+    FitJob job = Decay(method);
+    const FitResult counts = Fitted(job);
+    EXPECT_EQ(counts.outcome.why, StopReason::Converged) << counts.outcome.stop_test;
+    for (const double score : Scores(job, counts, [](double r, double f) { return r / f; }))
+      EXPECT_NEAR(score, 0, 1e-6);
+    EXPECT_TRUE(counts.verdict.trustworthy) << counts.verdict.summary;
+    job.settings.weighting.weights = FitWeights::Relative;
+    const FitResult relative = Fitted(job);
+    for (const double score :
+         Scores(job, relative, [](double r, double f) { return r / (f * f); }))
+      EXPECT_NEAR(score * relative.statistics.reduced_chi_squared, 0, 1e-6);
+  }
+}
+
+TEST(FitWeights, ConstantsAreMeans) {
+  const std::vector<double> x = {1, 2, 3, 4, 5, 6, 7, 8};
+  const std::vector<double> y = {3, 0, 5, 2, 4, 6, 1, 3};
+  FitJob job = Job("a", {1}, x, y);
+  job.settings.weighting.weights = FitWeights::Counts;
+  const FitResult counts = Fitted(job);
+  EXPECT_NEAR(counts.values[0], 3, 1e-9);
+  EXPECT_NEAR(counts.statistics.standard_errors[0], std::sqrt(3.0 / 8), 1e-9);
+  double deviance = 0;
+  for (const double count : y) deviance += count > 0 ? 2 * count * std::log(count / 3) : 0;
+  EXPECT_NEAR(counts.statistics.aic, deviance + 2, 1e-9);
+  job = Job("a*x", {1}, x, x);
+  for (std::size_t i = 0; i < x.size(); ++i) job.y[i] = x[i] * (1 + 0.1 * y[i]);
+  job.settings.weighting.weights = FitWeights::Relative;
+  EXPECT_NEAR(Fitted(job).values[0], 1.3, 1e-9);  // the mean of y/x
+}
+
+TEST(FitWeights, LossesHoldOutliersOff) {
+  FitJob job = Decay();
+  job.settings.weighting.weights = FitWeights::None;
+  const FitResult sound = Fitted(job);
+  for (std::size_t i = 5; i < job.y.size(); i += 10) job.y[i] += 200;
+  EXPECT_GT(Fitted(job).values[2] - sound.values[2], 10);
+  job.settings.IterMax = 1000;
+  for (const FitLoss loss : {FitLoss::SoftL1, FitLoss::Huber, FitLoss::Cauchy}) {
+    for (const FitProcType method : kMethods) {
+      SCOPED_TRACE(std::to_string(static_cast<int>(loss)) + std::string(NameOf(method)));
+      job.settings.weighting.loss = loss;
+      job.settings.ProcType = method;
+      const FitResult held = Fitted(job);
+      EXPECT_EQ(held.outcome.why, StopReason::Converged) << held.outcome.stop_test;
+      EXPECT_NEAR(held.values[0], sound.values[0], 4 * sound.statistics.standard_errors[0]);
+      EXPECT_NEAR(held.statistics.standard_errors[0] / sound.statistics.standard_errors[0], 1.2, 0.5);
+      const double scale = held.statistics.weighting.loss_scale;
+      const auto influence = [&](double r, double) {
+        const double z = r / scale * (r / scale);
+        if (loss == FitLoss::Huber) return r / std::max(1.0, std::sqrt(z));
+        return loss == FitLoss::Cauchy ? r / (1 + z) : r / std::sqrt(1 + z);
+      };
+      for (const double score : Scores(job, held, influence))
+        EXPECT_NEAR(score / (scale * scale), 0, 1e-5);
+    }
+  }
+  // A scale beyond all residuals leaves least squares.
+  job.settings.weighting = {FitWeights::None, FitErrors::Automatic, FitLoss::Huber, 1e9};
+  const FitResult wide = Fitted(job);
+  job.settings.weighting.loss = FitLoss::Linear;
+  const FitResult plain = Fitted(job);
+  EXPECT_NEAR(wide.values[1], plain.values[1], 1e-9);
+  EXPECT_NEAR(wide.statistics.standard_errors[1], plain.statistics.standard_errors[1], 1e-9);
+}
+
+TEST(FitWeights, TellWhatCannotBeWeighed) {
+  FitJob job = Decay();
+  job.settings.weighting.weights = FitWeights::Errors;
+  EXPECT_THAT(Fitted(job).verdict.summary, HasSubstr("no errors of Y to weigh them by"));
+  job = York();
+  job.settings.weighting = {FitWeights::Errors, FitErrors::Absolute, FitLoss::Cauchy, 0};
+  EXPECT_THAT(Fitted(job).verdict.summary, HasSubstr("absolute errors need the linear loss"));
+  job = York();
+  for (double& error : job.errors) error /= 10;
+  const FitResult small = Fitted(job);
+  EXPECT_FALSE(small.verdict.trustworthy);
+  EXPECT_THAT(small.verdict.summary, HasSubstr("farther off than their errors allow"));
+  for (double& error : job.errors) error *= 1000;
+  EXPECT_THAT(Fitted(job).verdict.notes, ::testing::Contains(HasSubstr("stated too great")));
+  job = Job("a*x+b", {1, -3}, {0, 1, 2, 3, 4, 5}, {-4, -2, -1, 2, 2, 5});
+  job.settings.weighting.weights = FitWeights::Counts;
+  const FitResult negative = Fitted(job);
+  EXPECT_FALSE(negative.verdict.trustworthy);
+  EXPECT_THAT(negative.verdict.notes, ::testing::Contains(HasSubstr("weighed nothing")));
+}
+
+}  // namespace
+}  // namespace tarnwick
