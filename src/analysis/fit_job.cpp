@@ -6,6 +6,7 @@
 
 #include "base/undefined.h"
 #include "data/regression/regression_type.h"
+#include "data/series/point_errors.h"
 
 namespace tarnwick {
 namespace {
@@ -44,12 +45,20 @@ PointChain CurveInPlaceOfPoints(const TDataSeries& series) {
   return copy.Regression().curve;
 }
 
+/// True when the points' own errors shall weigh them, as far as there are some.
+bool WeighsByErrors(const TDataSeries& series, const FitJob& job) {
+  const FitWeights weights = job.settings.weighting.weights;
+  return (weights == FitWeights::Automatic || weights == FitWeights::Errors) &&
+         job.source == FitPointSource::Points && HasYErrors(series.Errors());
+}
+
 /// Every `step`th point of the range, without the base line.
 void AddPoints(const PointChain& points, const Range& range, std::size_t step,
                const TDataSeries& series, FitJob& job) {
   if (range.first == range.end) return;
   const double offset = series.ZeroValue();
   const double slope = series.BaseLineSlope();
+  const bool weighed = WeighsByErrors(series, job);
   std::size_t next = range.first;
   for (std::size_t number = points.ChunkOfIndex(next); next < range.end; ++number) {
     const ChunkView chunk = points.Chunk(number);
@@ -60,6 +69,14 @@ void AddPoints(const PointChain& points, const Range& range, std::size_t step,
       const double above = chunk.y[i] - offset;
       const double y = slope == 0 ? above : above - slope * chunk.x[i];
       if (!std::isfinite(y)) continue;
+      if (weighed) {
+        const double error = YErrorOf(series.Errors(), {chunk.chunk->Id(i), chunk.x[i], chunk.y[i]});
+        if (!(error > 0) || !std::isfinite(1 / error)) {
+          ++job.points_without_error;
+          continue;
+        }
+        job.errors.push_back(error);
+      }
       job.x.push_back(chunk.x[i]);
       job.y.push_back(y);
     }
