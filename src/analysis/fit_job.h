@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "data/series/data_series.h"
@@ -24,6 +25,7 @@ struct FitRunOptions {
 
 /// A fit as plain values, taken from a DataSet: runs on any thread.
 struct FitJob {
+  std::string data_set;  ///< its name; empty where it need not be told apart
   FitSettings settings;
   std::vector<double> x;  ///< points that enter
   std::vector<double> y;  ///< with the base line taken off; finite

@@ -7,8 +7,8 @@
 
 namespace tarnwick {
 
-FitPart::FitPart(const FitJob& given)
-    : job(given), weighting(Settled(given.settings.weighting, !given.errors.empty())) {
+FitPart::FitPart(const FitJob& given, const FitWeighting& settled)
+    : job(given), weighting(settled) {
   model.SetSettings(job.settings, false);
   model.Prepare();
 }

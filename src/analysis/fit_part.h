@@ -16,8 +16,9 @@ namespace tarnwick {
 
 class FitPart {
  public:
-  /// Compiles the model. `job` is borrowed. Throws EParserException and Error (TCurFit::Prepare).
-  explicit FitPart(const FitJob& job);
+  /// Compiles the model. `job` is borrowed; `weighting` holds no Automatic. Throws EParserException and Error
+  /// (TCurFit::Prepare).
+  FitPart(const FitJob& job, const FitWeighting& weighting);
 
   /// Makes weights and residuals.
   void Begin();
@@ -40,7 +41,7 @@ class FitPart {
 
   const FitJob& job;
   TCurFit model;
-  FitWeighting weighting;            ///< no Automatic is left
+  FitWeighting weighting;
   std::vector<std::size_t> columns;  ///< of its varied parameters
   std::optional<PointWeights> weights;
   std::optional<ModelResiduals> residuals;

@@ -3,21 +3,22 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <memory>
 #include <utility>
 
+#include "analysis/fit_circumstances.h"
 #include "analysis/fit_part.h"
+#include "analysis/fit_share.h"
+#include "base/text_encoding.h"
 #include "base/undefined.h"
-#include "expr/words/expr_rec.h"
-#include "expr/words/expr_word.h"
 #include "expr/words/parser_exception.h"
 #include "fit/judge/fit_statistics.h"
-#include "fit/judge/fit_verdict.h"
 #include "fit/judge/residual_pattern.h"
-#include "fit/judge/tied_parameters.h"
 #include "fit/minimise/bounded_step.h"
 #include "fit/minimise/minimise_method.h"
 #include "fit/minimise/newton_fit.h"
 #include "fit/model/ties.h"
+#include "fit/residuals/joint_residuals.h"
 #include "fit/residuals/model_blocks.h"
 
 namespace tarnwick {
@@ -29,9 +30,6 @@ using EveryStep = std::function<void(std::span<const double>)>;
 constexpr std::int32_t kProbeIterations = 50;
 /// Residuals below this share of Y are rounding.
 constexpr double kRounding = 1e-12;
-/// Squares of numbers beyond these, with what is multiplied to them, are no numbers any more.
-constexpr double kGreatest = 1e153;
-constexpr double kSmallest = 1e-140;
 /// Central differences stand in for exact derivatives with this relative accuracy.
 constexpr double kDifferenceAccuracy =
     8 * ModelBlocks::kDifferenceStep * ModelBlocks::kDifferenceStep;
@@ -44,39 +42,6 @@ MinimiseOutcome Refused(StopReason why, std::string message = {}) {
   return outcome;
 }
 
-double Greatest(const std::vector<double>& values) {
-  double greatest = 0;
-  for (const double value : values) greatest = std::max(greatest, std::abs(value));
-  return greatest;
-}
-
-/// Y or X whose squares, or those of what depends on them, are lost or overflow.
-std::optional<ExtremeData> FindExtreme(const FitJob& job) {
-  for (const ExtremeData& data :
-       {ExtremeData{'Y', Greatest(job.y)}, ExtremeData{'X', Greatest(job.x)}}) {
-    if (data.greatest > kGreatest || (data.greatest > 0 && data.greatest < kSmallest)) return data;
-  }
-  return std::nullopt;
-}
-
-const TExprRec* RecordOf(const TExprRec* first, const double* result) {
-  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
-    if (&record->Res == result) return record;
-  }
-  return nullptr;
-}
-
-/// True for an even whole power of something with a minus before it.
-bool SignBeforeEvenPower(const TExprRec* first) {
-  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
-    if (record->Word == nullptr || record->Word->Name() != "^@") continue;
-    const TExprRec* const base = RecordOf(first, record->Args[0]);
-    if (base == nullptr || base->Word == nullptr || base->Word->Name() != "-@") continue;
-    if (record->Args[1] != nullptr && std::fmod(*record->Args[1], 2) == 0) return true;
-  }
-  return false;
-}
-
 /// Weights that follow the values are made anew so often at most.
 constexpr int kMostRounds = 60;
 /// They have settled when a round moves the parameters by less than this part of their errors; methods that stop by the sum of
@@ -84,19 +49,26 @@ constexpr int kMostRounds = 60;
 constexpr double kSettled = 1e-7;
 constexpr double kSettledByLines = 1e-3;
 
-/// One run, on a model of its own.
+/// One run over one DataSet or several, on models of its own.
 class FitRun {
  public:
-  FitRun(const FitJob& job, Progress& progress, const EveryStep& every_step);
+  FitRun(std::span<const FitJob> jobs, std::span<const std::string> shared, Progress& progress,
+         const EveryStep& every_step);
   FitResult Run();
+  /// The share of one DataSet in what Run answered.
+  FitResult OfPart(std::size_t number, const FitResult& whole);
 
  private:
   /// How a fit goes on from values found; `reduced` is empty where the method leaves none.
   using Again = std::function<NewtonOutcome(std::span<const double>, const MinimiseOptions&)>;
 
+  void Add(FitPart& part, std::span<const std::string> shared);
   std::optional<MinimiseOutcome> Refusal() const;
+  void Begin();
   void Minimise();
   NewtonOutcome ByMethod(std::span<const double> start, const MinimiseOptions& options);
+  void Reweigh(std::span<const double> p);
+  void Weigh(FitPart::Loss loss);
   void SettleWeights(const Again& again, double near);
   bool SettleRound(const Again& again, double near);
   double Moved(std::span<const double> from, NewtonOutcome& to);
@@ -107,80 +79,125 @@ class FitRun {
   void FinishByNewton();
   void ProbeByNewton();
   void Conclude();
-  void MeasureStart();
+  void MeasureStarts();
   void MeasureEnd();
   FittedPoints PointsAtEnd();
-  double MeasurePattern();
+  void TakeLossIntoAccount(FittedPoints& points);
+  double MeasurePattern(LeastSquaresProblem& problem, std::span<const double> p) const;
   MinimiseOptions Options(std::int32_t iterations) const;
-  bool ByNewton() const { return job_.settings.ProcType == FitProcType::cfp_Newton; }
-  ModelResiduals& Residuals() { return *part_.residuals; }
+  const FitJob& First() const { return parts_.front()->job; }
+  bool ByNewton() const { return First().settings.ProcType == FitProcType::cfp_Newton; }
+  LeastSquaresProblem& Problem() { return *problem_; }
 
-  const FitJob& job_;
   Progress& progress_;
   const EveryStep& every_step_;
-  FitPart part_;
+  FitWeighting weighting_;
+  std::vector<std::unique_ptr<FitPart>> parts_;
+  std::optional<JointResiduals> joint_;
+  LeastSquaresProblem* problem_ = nullptr;
   FitResult result_;
-  FitCircumstances about_;
+  std::vector<FitCircumstances> about_;      // one for each part
   std::optional<ReducedJacobian> jacobian_;  // at the last values, when a method left it
 };
 
-FitRun::FitRun(const FitJob& job, Progress& progress, const EveryStep& every_step)
-    : job_(job), progress_(progress), every_step_(every_step), part_(job) {
-  const TCurFit& model = part_.model;
-  for (std::int32_t i = 1; i <= model.NParams(); ++i) {
-    if (!model.Param(i).Vary()) continue;
-    part_.columns.push_back(result_.names.size());
-    result_.names.push_back(model.Param(i).Name());
-    result_.start.push_back(model.Param(i).Value());
+FitRun::FitRun(std::span<const FitJob> jobs, std::span<const std::string> shared,
+               Progress& progress, const EveryStep& every_step)
+    : progress_(progress), every_step_(every_step) {
+  const bool errors =
+      std::ranges::all_of(jobs, [](const FitJob& job) { return !job.errors.empty(); });
+  weighting_ = Settled(jobs.front().settings.weighting, errors);
+  result_.statistics.weighting = weighting_;
+  for (const FitJob& job : jobs) {
+    parts_.push_back(std::make_unique<FitPart>(job, weighting_));
+    about_.push_back(CircumstancesOf(*parts_.back()));
+    Add(*parts_.back(), shared);
   }
-  result_.points_in_range = job.points_in_range;
-  result_.points_used = job.points_chosen;
-  result_.points_without_error = job.points_without_error;
-  result_.undefined_points = job.points_chosen - job.points_without_error -
-                             static_cast<std::int64_t>(job.x.size());
-  result_.statistics.weighting = part_.weighting;
-  about_.method = job.settings.ProcType;
-  about_.max_iterations = job.settings.IterMax;
-  about_.thinned_to = job.settings.NPoints;
-  about_.extreme_data = FindExtreme(job);
-  about_.sign_before_power = SignBeforeEvenPower(model.CurrentRec());
-  about_.regression_curve = job.source == FitPointSource::RegressionCurve;
-  about_.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
-                            part_.weighting.weights == FitWeights::Errors;
+}
+
+/// Shared parameters have one column for all; others are named with their DataSet where there are several.
+void FitRun::Add(FitPart& part, std::span<const std::string> shared) {
+  for (std::int32_t i = 1; i <= part.model.NParams(); ++i) {
+    TDBLParameter& parameter = part.model.Param(i);
+    if (!parameter.Vary()) continue;
+    const bool common = std::ranges::any_of(shared, [&](const std::string& name) {
+      return LowerAscii(name) == LowerAscii(parameter.Name());
+    });
+    const std::string name =
+        common || part.job.data_set.empty() ? parameter.Name()
+                                            : parameter.Name() + " (" + part.job.data_set + ")";
+    const auto known = std::ranges::find_if(result_.names, [&](const std::string& other) {
+      return common && LowerAscii(other) == LowerAscii(name);
+    });
+    part.columns.push_back(static_cast<std::size_t>(known - result_.names.begin()));
+    if (known != result_.names.end()) {
+      parameter.SetValue(result_.start[part.columns.back()]);
+    } else {
+      result_.names.push_back(name);
+      result_.start.push_back(parameter.Value());
+    }
+  }
+  const FitJob& job = part.job;
+  result_.points_in_range += job.points_in_range;
+  result_.points_used += job.points_chosen;
+  result_.points_without_error += job.points_without_error;
+  result_.undefined_points +=
+      job.points_chosen - job.points_without_error - static_cast<std::int64_t>(job.x.size());
 }
 
 /// What keeps the fit from beginning, before any point is looked at.
 std::optional<MinimiseOutcome> FitRun::Refusal() const {
   if (result_.start.size() > static_cast<std::size_t>(kMaxVariedParameters))
     return Refused(StopReason::TooManyParameters, std::string(kTooManyParametersText));
-  if (std::string trouble = LimitTrouble(job_.settings.parameters); !trouble.empty())
-    return Refused(StopReason::BadModel, "Nothing was fitted: " + trouble);
-  if (part_.model.CurrentRec() == nullptr)
-    return Refused(StopReason::BadModel, "The model has no expression.");
-  if (job_.x.empty()) return Refused(StopReason::NoPoints);
-  if (part_.weighting.weights == FitWeights::Errors && job_.errors.empty())
-    return Refused(StopReason::BadModel,
-                   "Nothing was fitted: the points have no errors of Y to weigh them by.");
-  if (part_.weighting.errors == FitErrors::Absolute && part_.weighting.loss != FitLoss::Linear)
+  if (weighting_.errors == FitErrors::Absolute && weighting_.loss != FitLoss::Linear)
     return Refused(StopReason::BadModel,
                    "Nothing was fitted: absolute errors need the linear loss, a robust one tells "
                    "errors by the residuals.");
+  for (const auto& part : parts_) {
+    const FitJob& job = part->job;
+    if (std::string trouble = LimitTrouble(job.settings.parameters); !trouble.empty())
+      return Refused(StopReason::BadModel, "Nothing was fitted: " + trouble);
+    if (part->model.CurrentRec() == nullptr)
+      return Refused(StopReason::BadModel, "The model has no expression.");
+    if (job.x.empty()) return Refused(StopReason::NoPoints);
+    if (weighting_.weights == FitWeights::Errors && job.errors.empty())
+      return Refused(StopReason::BadModel,
+                     "Nothing was fitted: the points have no errors of Y to weigh them by.");
+  }
   return std::nullopt;
+}
+
+/// From here on there are residuals.
+void FitRun::Begin() {
+  std::vector<JointResiduals::Part> parts;
+  for (const auto& part : parts_) {
+    part->Begin();
+    parts.push_back({&*part->residuals, part->columns});
+  }
+  if (parts_.size() > 1) joint_.emplace(std::move(parts), result_.start.size());
+  problem_ = joint_ ? static_cast<LeastSquaresProblem*>(&*joint_) : &*parts_.front()->residuals;
+}
+
+void FitRun::Reweigh(std::span<const double> p) {
+  for (const auto& part : parts_) part->Reweigh(part->Local(p));
+}
+
+void FitRun::Weigh(FitPart::Loss loss) {
+  for (const auto& part : parts_) part->Weigh(loss);
 }
 
 MinimiseOptions FitRun::Options(std::int32_t iterations) const {
   MinimiseOptions options;
-  options.tolerance = job_.settings.Tolerance;
+  options.tolerance = First().settings.Tolerance;
   options.max_iterations = iterations;
   return options;
 }
 
 /// The one place that knows which method is run how.
 void FitRun::Minimise() {
-  MinimiseOptions options = Options(job_.settings.IterMax);
+  MinimiseOptions options = Options(First().settings.IterMax);
   options.every_step = every_step_;
   if (ByNewton()) {
-    NewtonOutcome newton = FitByNewton(Residuals(), result_.start, options, progress_);
+    NewtonOutcome newton = FitByNewton(Problem(), result_.start, options, progress_);
     result_.outcome = std::move(newton.outcome);
     jacobian_ = std::move(newton.reduced);
   } else {
@@ -192,12 +209,12 @@ void FitRun::Minimise() {
 }
 
 NewtonOutcome FitRun::ByMethod(std::span<const double> start, const MinimiseOptions& options) {
-  const MinimiseMethod* const method = FindScalarMinimiseMethod(job_.settings.ProcType);
-  if (method == nullptr) return MinimiseNewton(Residuals(), start, options, progress_);
+  const MinimiseMethod* const method = FindScalarMinimiseMethod(First().settings.ProcType);
+  if (method == nullptr) return MinimiseNewton(Problem(), start, options, progress_);
   const ScalarObjective objective = [this](std::span<const double> p) {
-    return Residuals().SumOfSquares(p);
+    return Problem().SumOfSquares(p);
   };
-  const Box box(Residuals().Ranges());
+  const Box box(Problem().Ranges());
   if (!box.Bounds()) return {method->minimise(objective, start, options, progress_), {}};
   NewtonOutcome outcome{
       method->minimise(ContinuedBeyond(objective, box, objective(start)), start, options, progress_),
@@ -208,7 +225,7 @@ NewtonOutcome FitRun::ByMethod(std::span<const double> start, const MinimiseOpti
 
 /// Iteratively reweighted least squares: weights by the values found, values by the weights, until both agree.
 void FitRun::SettleWeights(const Again& again, double near) {
-  if (!IsIterated(part_.weighting)) return;
+  if (!IsIterated(weighting_)) return;
   for (int round = 0; round < kMostRounds; ++round) {
     const StopReason why = result_.outcome.why;
     if (Failed(why) || why == StopReason::Cancelled || why == StopReason::IterationLimit) return;
@@ -220,7 +237,7 @@ void FitRun::SettleWeights(const Again& again, double near) {
 
 /// True when that was the last.
 bool FitRun::SettleRound(const Again& again, double near) {
-  MinimiseOptions options = Options(job_.settings.IterMax - result_.outcome.iterations);
+  MinimiseOptions options = Options(First().settings.IterMax - result_.outcome.iterations);
   options.every_step = every_step_;
   if (options.max_iterations <= 0) {
     result_.outcome.why = StopReason::IterationLimit;
@@ -228,17 +245,17 @@ bool FitRun::SettleRound(const Again& again, double near) {
     return true;
   }
   const std::vector<double> from = result_.outcome.p;
-  part_.Reweigh(part_.Local(from));
+  Reweigh(from);
   NewtonOutcome next = again(from, options);
   if (Failed(next.outcome.why)) {
     next.outcome.p = from;
     next.outcome.why = StopReason::NoFurtherDescent;
   }
   const double moved = Moved(from, next);
-  const double free_points = static_cast<double>(job_.x.size()) - static_cast<double>(from.size());
+  const double free_points = static_cast<double>(Problem().PointCount()) - static_cast<double>(from.size());
   const double deviation = std::sqrt(next.outcome.value / std::max(free_points, 1.0));
   GoOnWith(std::move(next));
-  return !(moved > near * deviation + kRounding * Residuals().NormOfY());
+  return !(moved > near * deviation + kRounding * Problem().NormOfY());
 }
 
 /// How far apart the values are, in the length of the residuals that they change.
@@ -246,7 +263,7 @@ double FitRun::Moved(std::span<const double> from, NewtonOutcome& to) {
   const std::vector<double>& p = to.outcome.p;
   if (std::ranges::equal(from, p)) return 0;
   const ReducedJacobian reduced =
-      to.reduced.r.size() > 0 ? to.reduced : Residuals().Reduce(p, Reduction::NormalEquations);
+      to.reduced.r.size() > 0 ? to.reduced : Problem().Reduce(p, Reduction::NormalEquations);
   Eigen::VectorXd step(static_cast<Eigen::Index>(p.size()));
   for (std::size_t i = 0; i < p.size(); ++i) step[static_cast<Eigen::Index>(i)] = p[i] - from[i];
   return (reduced.r * step).norm();
@@ -273,10 +290,10 @@ void FitRun::GoOnWith(NewtonOutcome next) {
 
 FittedPoints FitRun::Points(std::int64_t undefined) const {
   FittedPoints points;
-  points.count = static_cast<std::int64_t>(job_.x.size()) - undefined;
-  points.sum_about_mean = part_.residuals->SumAboutMean();
-  if (!part_.residuals->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
-  points.weighting = part_.weighting;
+  points.count = static_cast<std::int64_t>(problem_->PointCount()) - undefined;
+  points.sum_about_mean = problem_->SumAboutMean();
+  if (!problem_->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
+  points.weighting = weighting_;
   return points;
 }
 
@@ -291,9 +308,9 @@ bool FitRun::LedAstray(const NewtonOutcome& newton) const {
 /// Goes on from the values found, and where that leads nowhere, because the method before went astray, from the start;
 /// the better of both.
 NewtonOutcome FitRun::NewtonFromValues(const MinimiseOptions& options, Progress& progress) {
-  NewtonOutcome here = FitByNewton(Residuals(), result_.outcome.p, options, progress);
+  NewtonOutcome here = FitByNewton(Problem(), result_.outcome.p, options, progress);
   if (!result_.outcome.changed || progress.Cancelled() || !LedAstray(here)) return here;
-  NewtonOutcome again = FitByNewton(Residuals(), result_.start, options, progress);
+  NewtonOutcome again = FitByNewton(Problem(), result_.start, options, progress);
   const bool better = !Failed(again.outcome.why) &&
                       (Failed(here.outcome.why) || again.outcome.value < here.outcome.value);
   NewtonOutcome& chosen = better ? again : here;
@@ -306,11 +323,11 @@ NewtonOutcome FitRun::NewtonFromValues(const MinimiseOptions& options, Progress&
 
 /// The outcome becomes that of all runs.
 void FitRun::FinishByNewton() {
-  MinimiseOptions options = Options(job_.settings.IterMax);
+  MinimiseOptions options = Options(First().settings.IterMax);
   options.every_step = every_step_;
   GoOnWith(NewtonFromValues(options, progress_));
   const Again by_newton = [this](std::span<const double> from, const MinimiseOptions& rest) {
-    return MinimiseNewton(Residuals(), from, rest, progress_);
+    return MinimiseNewton(Problem(), from, rest, progress_);
   };
   SettleWeights(by_newton, kSettled);
 }
@@ -323,21 +340,8 @@ void FitRun::ProbeByNewton() {
     result_.newton_sum_of_squares = std::min(newton.outcome.value, result_.outcome.value);
 }
 
-/// Where the model has no value at the start, for the verdict.
-void FitRun::MeasureStart() {
-  TCurFit& model = part_.model;
-  for (const double x : job_.x) {
-    if (std::isfinite(model.Value(x))) continue;
-    if (about_.undefined_at_start++ == 0) about_.first_undefined_x = x;
-  }
-  // Only evaluating shows which names get their value by an assignment.
-  for (const TGeneratedVariable& variable : model.GeneratedVariables()) {
-    if (IsUndefined(variable.Value())) about_.unknown_names.emplace_back(variable.Name());
-  }
-  for (std::int32_t i = 1; i <= model.NParams(); ++i) {
-    const TDBLParameter& parameter = model.Param(i);
-    if (!std::isfinite(parameter.Value())) about_.infinite_names.push_back(parameter.Name());
-  }
+void FitRun::MeasureStarts() {
+  for (std::size_t i = 0; i < parts_.size(); ++i) MeasureStart(*parts_[i], about_[i]);
 }
 
 /// Statistics at the values that now hold.
@@ -345,70 +349,84 @@ void FitRun::MeasureEnd() {
   ReducedJacobian none;
   none.r.resize(0, 0);
   if (result_.values.empty()) {
-    none.sum_of_squares = Residuals().SumOfSquares({});
+    none.sum_of_squares = Problem().SumOfSquares({});
     result_.outcome.start_value = result_.outcome.value = none.sum_of_squares;
     jacobian_ = std::move(none);
   } else if (!jacobian_) {
-    jacobian_ = Residuals().Reduce(result_.values, Reduction::Orthogonal);
+    jacobian_ = Problem().Reduce(result_.values, Reduction::Orthogonal);
   }
   const FittedPoints points = PointsAtEnd();
-  const std::vector<bool> held = Box(Residuals().Ranges()).OnBounds(result_.values);
+  const std::vector<bool> held = Box(Problem().Ranges()).OnBounds(result_.values);
   FitFigures figures = ComputeFitFigures(Holding(*jacobian_, held), points);
   result_.statistics = std::move(figures.statistics);
-  result_.statistics.weighting.loss_scale = part_.weights->LossScale();
-  result_.points_without_weight = part_.weights->WithoutWeight();
-  result_.statistics.residual_correlation = MeasurePattern();
+  result_.statistics.weighting.loss_scale = parts_.front()->weights->LossScale();
+  for (const auto& part : parts_) result_.points_without_weight += part->weights->WithoutWeight();
+  result_.statistics.residual_correlation = MeasurePattern(Problem(), result_.values);
   result_.singular_directions = std::move(figures.singular_directions);
   for (std::size_t i = 0; i < held.size(); ++i) {
     if (held[i]) result_.at_bound.push_back(static_cast<std::int32_t>(i));
   }
   std::ranges::set_difference(figures.unmoved, result_.at_bound,
                               std::back_inserter(result_.unmoved));
-  const bool told = result_.singular_directions.empty() && result_.unmoved.empty();
-  result_.tied = TiedParameters(job_.settings, result_.values, result_.statistics);
-  for (TiedParameter& one : result_.tied) one.error = told ? one.error : kUndefined;
+  if (!joint_) result_.tied = TiesOf(*parts_.front(), result_);
   result_.undefined_points += jacobian_->undefined;
 }
 
-/// With what the statistics need where points do not all weigh alike. Under a loss the Jacobian becomes that of all points in
-/// full: the loss is in the variance.
+/// With what the statistics need where points do not all weigh alike.
 FittedPoints FitRun::PointsAtEnd() {
   FittedPoints points = Points(jacobian_->undefined);
-  const std::vector<double> local = part_.Local(result_.values);
-  points.mean_variance = part_.MeanVariance();
-  points.likelihood_term = part_.LikelihoodTerm(local);
-  if (part_.weighting.loss == FitLoss::Linear) return points;
-  const double sum_of_squares = jacobian_->sum_of_squares;
-  const std::vector<double> rest = part_.ResidualsWithoutLoss(local);
-  points.robust_variance =
-      RobustVariance(part_.weighting.loss, part_.weights->LossScale(), rest, local.size());
-  points.robust_measurement =
-      part_.weights->RobustDeviation() * part_.weights->RobustDeviation();
-  if (local.empty()) return points;
-  part_.Weigh(FitPart::Loss::Without);
-  jacobian_ = Residuals().Reduce(result_.values, Reduction::Orthogonal);
-  part_.Weigh(FitPart::Loss::With);
-  jacobian_->sum_of_squares = sum_of_squares;
+  points.mean_variance = parts_.size() == 1 ? parts_.front()->MeanVariance() : 1;
+  for (const auto& part : parts_)
+    points.likelihood_term += part->LikelihoodTerm(part->Local(result_.values));
+  if (weighting_.loss != FitLoss::Linear) TakeLossIntoAccount(points);
   return points;
 }
 
+/// The Jacobian becomes that of all points in full: the loss is in the variance. Each DataSet has its own scale; what they tell
+/// of the variance counts by their points.
+void FitRun::TakeLossIntoAccount(FittedPoints& points) {
+  double variance = 0;
+  double measurement = 0;
+  const auto count = static_cast<double>(Problem().PointCount());
+  for (const auto& part : parts_) {
+    const std::vector<double> rest = part->ResidualsWithoutLoss(part->Local(result_.values));
+    const double share = static_cast<double>(part->job.x.size()) / count;
+    const double deviation = part->weights->RobustDeviation();
+    variance += share * RobustVariance(weighting_.loss, part->weights->LossScale(), rest,
+                                       part->columns.size());
+    measurement += share * deviation * deviation;
+  }
+  points.robust_variance = variance;
+  points.robust_measurement = measurement;
+  if (result_.values.empty()) return;
+  const double sum_of_squares = jacobian_->sum_of_squares;
+  Weigh(FitPart::Loss::Without);
+  jacobian_ = Problem().Reduce(result_.values, Reduction::Orthogonal);
+  Weigh(FitPart::Loss::With);
+  jacobian_->sum_of_squares = sum_of_squares;
+}
+
 /// Undefined where the residuals are but the rounding of Y.
-double FitRun::MeasurePattern() {
-  const std::vector<double> rest = Residuals().Residuals(result_.values, kPatternPoints);
-  const double rounding = std::max(kRounding * part_.GreatestY(), kSmallest);
-  return Greatest(rest) > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
+double FitRun::MeasurePattern(LeastSquaresProblem& problem, std::span<const double> p) const {
+  const std::vector<double> rest = problem.Residuals(p, kPatternPoints);
+  double greatest_y = 0;
+  for (const auto& part : parts_) greatest_y = std::max(greatest_y, part->GreatestY());
+  double greatest = 0;
+  for (const double r : rest) greatest = std::max(greatest, std::abs(r));
+  const double rounding = std::max(kRounding * greatest_y, kSmallestSquared);
+  return greatest > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
 }
 
 /// What follows a run that did not fail: a finishing one, or a try whether that would pay, and the statistics.
 void FitRun::Conclude() {
   const StopReason why = result_.outcome.why;
   const bool more = why != StopReason::Cancelled && why != StopReason::NothingVaried && !ByNewton();
-  if (more && job_.options.finish == FinishingStep::Yes) FinishByNewton();
+  if (more && First().options.finish == FinishingStep::Yes) FinishByNewton();
   result_.values = result_.outcome.p;
-  if (IsIterated(part_.weighting))
-    result_.outcome.start_value = Residuals().SumOfSquares(result_.start);
+  if (IsIterated(weighting_))
+    result_.outcome.start_value = Problem().SumOfSquares(result_.start);
   MeasureEnd();
-  if (more && job_.options.finish == FinishingStep::No) ProbeByNewton();
+  if (more && First().options.finish == FinishingStep::No) ProbeByNewton();
 }
 
 FitResult FitRun::Run() {
@@ -417,14 +435,15 @@ FitResult FitRun::Run() {
     result_.outcome = *std::move(refusal);
   } else {
     try {
-      part_.Begin();
+      Begin();
       if (result_.start.empty()) {
-        for (int i = 0; i < kMostRounds && IsIterated(part_.weighting); ++i) part_.Reweigh({});
-        MeasureStart();
-        if (!about_.unknown_names.empty()) result_.outcome = Refused(StopReason::UndefinedAtStart);
+        for (int i = 0; i < kMostRounds && IsIterated(weighting_); ++i) Reweigh({});
+        MeasureStarts();
+        if (!Together(about_).unknown_names.empty())
+          result_.outcome = Refused(StopReason::UndefinedAtStart);
       } else {
         Minimise();
-        if (Failed(result_.outcome.why)) MeasureStart();
+        if (Failed(result_.outcome.why)) MeasureStarts();
       }
       if (!Failed(result_.outcome.why)) Conclude();
     } catch (const EIntegerDivision& error) {
@@ -432,15 +451,45 @@ FitResult FitRun::Run() {
     }
   }
   if (Failed(result_.outcome.why)) result_.outcome.p = result_.values = result_.start;
-  result_.verdict = JudgeFit(result_, about_);
-  return std::move(result_);
+  result_.verdict = JudgeFit(result_, Together(about_));
+  return result_;
+}
+
+FitResult FitRun::OfPart(std::size_t number, const FitResult& whole) {
+  FitPart& part = *parts_[number];
+  FitResult result = ShareOf(part, whole);
+  if (!Failed(whole.outcome.why)) {
+    const std::vector<double> rest = part.residuals->Residuals(result.values, part.job.x.size());
+    const auto undefined = std::ranges::count_if(rest, [](double r) { return !std::isfinite(r); });
+    result.undefined_points += undefined;
+    result.statistics.points = static_cast<std::int64_t>(rest.size()) - undefined;
+    result.statistics.residual_correlation = MeasurePattern(*part.residuals, result.values);
+    result.tied = TiesOf(part, result);
+  }
+  result.verdict = JudgeFit(result, about_[number]);
+  return result;
 }
 
 }  // namespace
 
 FitResult RunFit(const FitJob& job, Progress& progress, const EveryStep& every_step) {
   progress.Begin("Fitting Data....", "", job.settings.IterMax);
-  return FitRun(job, progress, every_step).Run();
+  return FitRun({&job, 1}, {}, progress, every_step).Run();
+}
+
+JointFit RunJointFit(std::span<const FitJob> jobs, std::span<const std::string> shared,
+                     Progress& progress) {
+  CheckShared(jobs, shared);
+  progress.Begin("Fitting Data....", "", jobs.front().settings.IterMax);
+  const EveryStep unseen;
+  FitRun run(jobs, shared, progress, unseen);
+  JointFit fit;
+  fit.whole = run.Run();
+  for (std::size_t i = 0; i < jobs.size(); ++i) {
+    fit.parts.push_back(run.OfPart(i, fit.whole));
+    if (!fit.parts.back().verdict.trustworthy) fit.whole.verdict.trustworthy = false;
+  }
+  return fit;
 }
 
 void ApplyFit(TDataSeries& series, const FitResult& result) {

@@ -4,6 +4,8 @@
 
 #include <functional>
 #include <span>
+#include <string>
+#include <vector>
 
 #include "analysis/fit_job.h"
 #include "base/progress.h"
@@ -16,6 +18,18 @@ namespace tarnwick {
 /// EParserException when the expression cannot be compiled. A run that fails answers why in the outcome, with the start values.
 FitResult RunFit(const FitJob& job, Progress& progress,
                  const std::function<void(std::span<const double>)>& every_step = {});
+
+/// A fit of several DataSets at once, each with its own model, some parameters with one value in all.
+struct JointFit {
+  FitResult whole;               ///< own parameters are named with their DataSet
+  std::vector<FitResult> parts;  ///< in the order of the jobs: values, errors, sum of squares and R² of each; other figures are
+                                 ///< those of the whole
+};
+
+/// Settings of the run, weights among them, are those of the first job. Shared parameters start where the first has them.
+/// Throws as RunFit, and Error where a parameter to share is missing, tied or held fixed in some job.
+JointFit RunJointFit(std::span<const FitJob> jobs, std::span<const std::string> shared,
+                     Progress& progress);
 
 /// Puts values and result into the DataSet's model (its values stay when the run failed) and tells with Modified false.
 void ApplyFit(TDataSeries& series, const FitResult& result);

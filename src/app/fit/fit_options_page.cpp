@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QVBoxLayout>
 #include <limits>
 
 #include "desk/widgets/checked_field.h"
@@ -34,12 +35,18 @@ FitOptionsPage::FitOptionsPage(QWidget* parent) : QWidget(parent) {
   auto* fit = new QGroupBox(tr("Fit"), this);
   auto* fit_form = new QFormLayout(fit);
   AddFitFields(*fit_form);
+  auto* weights = new QGroupBox(tr("Weights"), this);
+  auto* weight_form = new QFormLayout(weights);
+  AddWeightFields(*weight_form);
   auto* curve = new QGroupBox(tr("Curve"), this);
   auto* curve_form = new QFormLayout(curve);
   AddCurveFields(*curve_form);
+  auto* right = new QVBoxLayout;
+  right->addWidget(weights);
+  right->addWidget(curve);
   auto* row = new QHBoxLayout(this);
   row->addWidget(fit, 3);
-  row->addWidget(curve, 2);
+  row->addLayout(right, 2);
 }
 
 void FitOptionsPage::AddMargin(QFormLayout& form, const QString& caption, QCheckBox*& used,
@@ -86,6 +93,35 @@ void FitOptionsPage::AddFitFields(QFormLayout& form) {
   connect(points_, &QSpinBox::valueChanged, this, &FitOptionsPage::edited);
 }
 
+void FitOptionsPage::AddWeightFields(QFormLayout& form) {
+  // Each in the order of its enumeration.
+  weights_ = new QComboBox(this);
+  weights_->setObjectName("FitWeights");
+  weights_->addItems({tr("Errors of Y where there are some"), tr("None"), tr("Errors of Y"),
+                      tr("Counts, by the model's value"), tr("Relative to the model's value")});
+  errors_ = new QComboBox(this);
+  errors_->setObjectName("FitErrors");
+  errors_->addItems({tr("As the weights tell"), tr("Absolute"), tr("Scaled by the residuals")});
+  loss_ = new QComboBox(this);
+  loss_->setObjectName("FitLoss");
+  loss_->addItems({tr("Linear"), tr("Soft L1"), tr("Huber"), tr("Cauchy")});
+  loss_->setToolTip(tr("How much points far off count: by their square, or held for less"));
+  loss_scale_ = new NumberEdit(NumberEdit::Accepts::AnyNumber, this);
+  loss_scale_->setObjectName("FitLossScale");
+  loss_scale_->setToolTip(
+      tr("Residual, in units of the point's error, from which on the loss holds it for less; 0: "
+         "told by the residuals' median"));
+  form.addRow(tr("Weig&hts"), weights_);
+  form.addRow(tr("Err&ors"), errors_);
+  form.addRow(tr("Loss"), loss_);
+  form.addRow(tr("Loss scale"), loss_scale_);
+  for (QComboBox* box : {weights_, errors_, loss_})
+    connect(box, &QComboBox::currentIndexChanged, this, &FitOptionsPage::edited);
+  connect(loss_, &QComboBox::currentIndexChanged, this,
+          [this](int index) { loss_scale_->setEnabled(index > 0); });
+  connect(loss_scale_, &QLineEdit::textChanged, this, &FitOptionsPage::edited);
+}
+
 void FitOptionsPage::AddCurveFields(QFormLayout& form) {
   shown_ = new QCheckBox(tr("&Shown"), this);
   color_button_ = new QPushButton(this);
@@ -125,6 +161,11 @@ void FitOptionsPage::Put(const FitSettings& model) {
   const QSignalBlocker quiet(this);
   method_->setCurrentIndex(static_cast<int>(model.ProcType));
   finish_->setEnabled(model.ProcType != FitProcType::cfp_Newton);
+  weights_->setCurrentIndex(static_cast<int>(model.weighting.weights));
+  errors_->setCurrentIndex(static_cast<int>(model.weighting.errors));
+  loss_->setCurrentIndex(static_cast<int>(model.weighting.loss));
+  loss_scale_->SetNumber(model.weighting.loss_scale);
+  loss_scale_->setEnabled(model.weighting.loss != FitLoss::Linear);
   tolerance_->SetNumber(model.Tolerance);
   iterations_->setValue(model.IterMax);
   points_->setValue(model.NPoints);
@@ -143,14 +184,18 @@ void FitOptionsPage::Put(const FitSettings& model) {
 
 bool FitOptionsPage::Take(FitSettings& model) const {
   const std::optional<double> tolerance = tolerance_->Number();
+  const std::optional<double> loss_scale = loss_scale_->Number();
   const std::optional<double> left = left_->Number();
   const std::optional<double> right = right_->Number();
-  if (!tolerance || (left_used_->isChecked() && !left) || (right_used_->isChecked() && !right)) {
+  if (!tolerance || !loss_scale || *loss_scale < 0 || (left_used_->isChecked() && !left) || (right_used_->isChecked() && !right)) {
     return false;
   }
   if (method_->currentIndex() >= 0) {
     model.ProcType = static_cast<FitProcType>(method_->currentIndex());
   }
+  model.weighting = {static_cast<FitWeights>(weights_->currentIndex()),
+                     static_cast<FitErrors>(errors_->currentIndex()),
+                     static_cast<FitLoss>(loss_->currentIndex()), *loss_scale};
   model.Tolerance = *tolerance;
   model.IterMax = iterations_->value();
   model.NPoints = points_->value();

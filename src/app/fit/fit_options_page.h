@@ -33,11 +33,16 @@ class FitOptionsPage final : public QWidget {
 
  private:
   void AddFitFields(QFormLayout& form);
+  void AddWeightFields(QFormLayout& form);
   void AddCurveFields(QFormLayout& form);
   void AddMargin(QFormLayout& form, const QString& caption, QCheckBox*& used, NumberEdit*& margin);
   void ShowColor();
 
   QComboBox* method_ = nullptr;
+  QComboBox* weights_ = nullptr;
+  QComboBox* errors_ = nullptr;
+  QComboBox* loss_ = nullptr;
+  NumberEdit* loss_scale_ = nullptr;
   NumberEdit* tolerance_ = nullptr;
   QSpinBox* iterations_ = nullptr;
   QSpinBox* points_ = nullptr;

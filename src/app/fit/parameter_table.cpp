@@ -12,10 +12,27 @@ namespace tarnwick {
 namespace {
 
 /// The columns, in order.
-enum Column { kName, kValue, kUnits, kVary, kStartDev, kFinalDev, kPrinted, kDescription };
+enum Column {
+  kName,
+  kValue,
+  kUnits,
+  kVary,
+  kLow,
+  kHigh,
+  kTie,
+  kStartDev,
+  kFinalDev,
+  kPrinted,
+  kDescription
+};
 
 bool HoldsNumber(int column) {
   return column == kValue || column == kStartDev || column == kFinalDev;
+}
+
+/// Empty means that there is no bound.
+bool HoldsBound(int column) {
+  return column == kLow || column == kHigh;
 }
 
 bool IsCheck(int column) {
@@ -24,6 +41,16 @@ bool IsCheck(int column) {
 
 std::optional<double> NumberIn(const QTableWidgetItem* item) {
   return ParseNumber(item->text().toStdString());
+}
+
+std::optional<double> BoundIn(const QTableWidgetItem* item, double none) {
+  if (item->text().trimmed().isEmpty()) return none;
+  const std::optional<double> bound = NumberIn(item);
+  return bound && !std::isnan(*bound) ? bound : std::nullopt;
+}
+
+QString BoundText(double bound) {
+  return std::isfinite(bound) ? ToQt(ShortestText(bound)) : QString();
 }
 
 }  // namespace
@@ -35,12 +62,19 @@ ParameterTable::ParameterTable(QWidget* parent) : QTableWidget(parent) {
                               tr("Value"),
                               tr("Units:"),
                               tr("Vary"),
+                              tr("Low"),
+                              tr("High"),
+                              tr("Tied to"),
                               tr("Starting Deviation:"),
                               tr("Final Deviation:"),
                               tr("Printed"),
                               tr("Description")};
   setColumnCount(static_cast<int>(header.size()));
   setHorizontalHeaderLabels(header);
+  horizontalHeaderItem(kLow)->setToolTip(tr("A fit goes no lower; empty for no bound"));
+  horizontalHeaderItem(kHigh)->setToolTip(tr("A fit goes no higher; empty for no bound"));
+  horizontalHeaderItem(kTie)->setToolTip(
+      tr("An expression of other parameters that gives the value; empty for none"));
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   horizontalHeader()->setStretchLastSection(true);
@@ -97,6 +131,9 @@ void ParameterTable::PutRow(int row, const ParameterSettings& parameter) {
   put(kValue, ToQt(ShortestText(parameter.Value)), Qt::AlignRight);
   put(kUnits, ToQt(parameter.Units), Qt::AlignLeft);
   check(kVary, parameter.Vary);
+  put(kLow, BoundText(parameter.Low), Qt::AlignRight);
+  put(kHigh, BoundText(parameter.High), Qt::AlignRight);
+  put(kTie, ToQt(parameter.Tie), Qt::AlignLeft);
   put(kStartDev, ToQt(ShortestText(parameter.StartDev)), Qt::AlignRight);
   put(kFinalDev, ToQt(ShortestText(parameter.FinalDev)), Qt::AlignRight);
   check(kPrinted, parameter.Printed);
@@ -104,9 +141,9 @@ void ParameterTable::PutRow(int row, const ParameterSettings& parameter) {
 }
 
 void ParameterTable::CheckCell(QTableWidgetItem* item) {
-  if (HoldsNumber(item->column())) {
+  if (HoldsNumber(item->column()) || HoldsBound(item->column())) {
     const QSignalBlocker quiet(this);
-    const bool good = NumberIn(item).has_value();
+    const bool good = (HoldsBound(item->column()) ? BoundIn(item, 0) : NumberIn(item)).has_value();
     item->setBackground(good ? QBrush() : QBrush(WrongColor()));
     item->setForeground(good ? QBrush() : QBrush(Qt::black));
     item->setToolTip(good ? QString() : tr("This is no number."));
@@ -123,13 +160,18 @@ std::optional<std::vector<ParameterSettings>> ParameterTable::Parameters() const
     const auto value = NumberIn(item(row, kValue));
     const auto start = NumberIn(item(row, kStartDev));
     const auto final_dev = NumberIn(item(row, kFinalDev));
-    if (!value || !start || !final_dev) return std::nullopt;
     ParameterSettings one;
+    const auto low = BoundIn(item(row, kLow), one.Low);
+    const auto high = BoundIn(item(row, kHigh), one.High);
+    if (!value || !start || !final_dev || !low || !high) return std::nullopt;
+    one.Low = *low;
+    one.High = *high;
+    one.Tie = item(row, kTie)->text().toStdString();
     one.Name = item(row, kName)->text().toStdString();
     one.Value = *value;
     one.StartDev = *start;
     one.FinalDev = *final_dev;
-    one.Vary = item(row, kVary)->checkState() == Qt::Checked;
+    one.Vary = one.Tie.empty() && item(row, kVary)->checkState() == Qt::Checked;
     one.Printed = item(row, kPrinted)->checkState() == Qt::Checked;
     one.Description = item(row, kDescription)->text().toStdString();
     one.Units = item(row, kUnits)->text().toStdString();

@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/whole_file.h"
 #include "cli/commands/commands.h"
+#include "cli/commands/fit_several.h"
 #include "cli/commands/fit_text.h"
 #include "cli/options/fit_model.h"
 #include "cli/options/input_graph.h"
@@ -14,37 +15,18 @@
 #include "cli/options/save_output.h"
 #include "cli/options/size_option.h"
 #include "cli/output/expression_error.h"
-#include "cli/output/headless_gui.h"
 #include "cli/output/terminal_progress.h"
 #include "data/import/load_report.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
 #include "fit/model/fit_function_file.h"
 #include "graph/files/file_kinds.h"
-#include "results/fit_print.h"
-#include "results/fit_series.h"
 #include "results/fitted_model.h"
 
 namespace tarnwick::cli {
 namespace {
 
-constexpr const char* kNamedAfterSource = "Residuals of DATASET";
-
-struct Options {
-  InputArguments input;
-  FitModelArguments model;
-  SaveArguments save;
-  std::string dataset;
-  bool all_points = false;
-  bool finish = false;
-  double level = 0.95;
-  int bands = 0;
-  std::string residuals;  // their name, or kNamedAfterSource
-  bool band_curves = false;
-  bool print = false;
-  std::string size;
-  std::string save_function;
-};
+using Options = FitOptions;
 
 bool SameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
   std::error_code ignored;  // what cannot be followed is compared as it stands
@@ -70,8 +52,24 @@ void CheckAdditions(const Options& options) {
   if (options.print) refuse("--print");
 }
 
+/// Several DataSets or functions leave no single model to say more of.
+void CheckSeveral(const Options& options) {
+  const bool comparison = options.model.functions.size() > 1;
+  const bool joint = options.datasets.size() > 1;
+  if (!options.shared.empty() && !joint)
+    throw UsageError("--shared needs --dataset twice or more: what is shared is shared between them");
+  if (comparison && joint)
+    throw UsageError("several --function are compared over one DataSet");
+  if (!comparison && !joint) return;
+  if (options.bands > 0 || !options.save_function.empty())
+    throw UsageError("--bands and --save-function need one --dataset and one --function");
+  if (comparison && options.save.Wanted())
+    throw UsageError("several --function are compared, which saves nothing: leave -o to the best");
+}
+
 /// Everything that can be refused before the work.
 void Check(const Options& options, Output& output) {
+  CheckSeveral(options);
   if (options.save.Wanted()) CheckSave(options.save);
   CheckAdditions(options);
   if (options.save_function.empty()) return;
@@ -91,19 +89,6 @@ InputGraph Read(const Options& options, const std::optional<PictureSize>& size, 
   // Sampling at import would leave points out, too.
   if (options.all_points && input.import.every.empty()) input.import.every = "1";
   return ReadInput(input, options.save, output, size.value_or(PictureSize()));
-}
-
-FitJob Prepare(const Options& options, TSeries& series) {
-  const FitSettings model = ChooseModel(options.model, series.Fit().Settings());
-  if (options.model.function.empty()) {
-    series.Fit().SetSettings(model, true);
-  } else {
-    TakeFitFunction(series, model);
-  }
-  FitRunOptions run;
-  run.points = options.all_points ? FitPointChoice::All : FitPointChoice::Thinned;
-  run.finish = options.finish ? FinishingStep::Yes : FinishingStep::No;
-  return PrepareFit(series, run);
 }
 
 FitResult Fit(const FitJob& job) {
@@ -160,18 +145,6 @@ void NoteOptions(const InputGraph& input, std::size_t series, FitResult& result)
   }
 }
 
-/// What the graph gets beside the fitted model.
-void AddToGraph(const Options& options, TSeries& series, TxyGraph& graph) {
-  if (!options.residuals.empty()) {
-    const bool named = options.residuals != kNamedAfterSource;
-    AddResiduals(graph, series, named ? options.residuals : ResidualsName(series));
-  }
-  if (options.band_curves) AddBands(graph, series, options.level);
-  if (!options.print) return;
-  const HeadlessGui gui;
-  PrintFitOnGraph(graph, series);
-}
-
 /// Both files or none: the function's is complete before the graph is written and gets its name afterwards.
 void Save(const Options& options, const InputGraph& input, std::size_t index,
           const FitAnswer& answer, Output& output) {
@@ -192,9 +165,13 @@ void Run(const Options& options, Output& output) {
   if (!options.size.empty()) size = ParseSize(options.size);
   const InputGraph input = Read(options, size, output);
   if (size) input.graph->Resize(size->width, size->height);
-  const std::size_t index = ChooseSeries(*input.graph, options.dataset);
+  if (options.datasets.size() > 1) return RunJoint(options, input, output);
+  const std::size_t index = ChooseSeries(
+      *input.graph, options.datasets.empty() ? std::string() : options.datasets.front());
+  if (options.model.functions.size() > 1)
+    return RunComparison(options, input.graph->Series(index), output);
   TSeries& series = input.graph->Series(index);
-  const FitJob job = Prepare(options, series);
+  const FitJob job = PrepareJob(options, series);
   FitResult result = Fit(job);
   ApplyFit(series, result);
   if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
@@ -216,7 +193,17 @@ void DeclareFit(Command& command, Action& action) {
            "X distance within which two points are one")
       .Group("Reading a text file")
       .Check(kNonNegativeNumber);
-  AddDataset(command, options->dataset);
+  command
+      .Add("--dataset", options->datasets,
+           "DataSet by name, or by number from 1; repeat for one fit over several")
+      .Repeated()
+      .OneValueEach();
+  command
+      .Add("--shared", options->shared,
+           "Parameter with one value in all DataSets of one fit; repeat")
+      .Repeated()
+      .OneValueEach()
+      .ValueName("NAME");
   AddFitModel(command, options->model);
   command.AddFlag("--all-points", options->all_points,
                   "Every point between the margins enters, and every row of a text");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -181,6 +182,12 @@ void PrintParameters(const FitAnswer& answer, std::ostream& out) {
   out << "(" << ErrorModelText(answer.result.statistics) << ")\n\n";
 }
 
+void PrintFigures(const FitStatistics& statistics, std::ostream& out) {
+  for (const FitFigure& figure : FiguresOf(statistics)) {
+    if (!IsUndefined(figure.value)) out << figure.key << ": " << ShortestText(figure.value) << '\n';
+  }
+}
+
 void PrintText(const FitAnswer& answer, std::ostream& out) {
   const FitResult& result = answer.result;
   out << result.verdict.summary << '\n';
@@ -190,15 +197,98 @@ void PrintText(const FitAnswer& answer, std::ostream& out) {
   out << "points: " << result.statistics.points << '\n'
       << "iterations: " << result.outcome.iterations << '\n'
       << "evaluations: " << result.outcome.evaluations << '\n';
-  for (const FitFigure& figure : FiguresOf(result.statistics)) {
-    if (!IsUndefined(figure.value)) out << figure.key << ": " << ShortestText(figure.value) << '\n';
-  }
+  PrintFigures(result.statistics, out);
   if (answer.band_x.empty()) return;
   out << "\nx,value,confidence,prediction\n";
   const FitBands& bands = answer.bands;
   for (std::size_t i = 0; i < answer.band_x.size(); ++i) {
     out << ShortestText(answer.band_x[i]) << ',' << ShortestText(bands.value[i]) << ','
         << ShortestText(bands.confidence[i]) << ',' << ShortestText(bands.prediction[i]) << '\n';
+  }
+}
+
+void PrintJointText(const JointAnswer& answer, std::ostream& out) {
+  out << "all: " << answer.whole.verdict.summary << '\n';
+  for (const std::string& note : answer.whole.verdict.notes) out << note << '\n';
+  out << '\n';
+  for (const JointAnswer::Part& part : answer.parts) {
+    const FitStatistics& own = part.fit.result.statistics;
+    out << part.data_set << ": " << part.fit.result.verdict.summary << '\n';
+    PrintParameters(part.fit, out);
+    out << "points: " << own.points << "\nrss: " << ShortestText(own.sum_of_squares)
+        << "\nr_squared: " << ShortestText(own.r_squared) << "\n\n";
+  }
+  out << "all\npoints: " << answer.whole.statistics.points << '\n'
+      << "iterations: " << answer.whole.outcome.iterations << '\n'
+      << "evaluations: " << answer.whole.outcome.evaluations << '\n';
+  PrintFigures(answer.whole.statistics, out);
+}
+
+// --- comparisons
+
+const FitStatistics* StatisticsOf(const FitResult& result) {
+  return Failed(result.outcome.why) ? nullptr : &result.statistics;
+}
+
+Json ComparisonJson(const std::vector<std::string>& names, const std::vector<FitResult>& results,
+                    const FitComparison& comparison) {
+  Json models = Json::Array();
+  for (const RankedModel& one : comparison.ranks) {
+    const FitResult& result = results[one.number];
+    Json model = {{"function", names[one.number]},
+                  {"trustworthy", result.verdict.trustworthy},
+                  {"verdict", result.verdict.summary},
+                  {"parameters", result.names.size()},
+                  {"difference", JsonNumber(one.difference)},
+                  {"weight", JsonNumber(one.weight)}};
+    if (const FitStatistics* statistics = StatisticsOf(result)) {
+      for (const FitFigure& figure : FiguresOf(*statistics)) model[figure.key] = FigureJson(figure);
+    }
+    models.Append(std::move(model));
+  }
+  Json tests = Json::Array();
+  for (const NestedTest& test : comparison.tests) {
+    tests.Append({{"smaller", names[test.smaller]},
+                  {"larger", names[test.larger]},
+                  {"f", JsonNumber(test.ratio)},
+                  {"added", test.added},
+                  {"degrees_of_freedom", test.free},
+                  {"probability", JsonNumber(test.probability)}});
+  }
+  return {{"models", std::move(models)}, {"tests", std::move(tests)}};
+}
+
+/// Below this chance does not explain what a larger model gains.
+constexpr double kRareGain = 0.05;
+
+void PrintComparisonText(const std::vector<std::string>& names,
+                         const std::vector<FitResult>& results, const FitComparison& comparison,
+                         std::ostream& out) {
+  std::vector<std::vector<std::string>> rows = {
+      {"function", "parameters", "AICc", "difference", "weight", "rss", "verdict"}};
+  for (const RankedModel& one : comparison.ranks) {
+    const FitResult& result = results[one.number];
+    const FitStatistics* const statistics = StatisticsOf(result);
+    const auto figure = [&](double value) {
+      return statistics == nullptr ? std::string("-") : GeneralText(value, 6);
+    };
+    rows.push_back({names[one.number], std::to_string(result.names.size()),
+                    figure(result.statistics.aicc), figure(one.difference), figure(one.weight),
+                    figure(result.statistics.sum_of_squares), result.verdict.summary});
+  }
+  PrintTable(rows, out);
+  out << "\nAICc weighs the sum of squares against the number of parameters: the least is best, a "
+         "difference above 10 speaks clearly.\n";
+  for (const NestedTest& test : comparison.tests) {
+    out << names[test.smaller] << " within " << names[test.larger] << ": F("
+        << test.added << ", " << test.free << ") = " << GeneralText(test.ratio, 5)
+        << ", probability " << GeneralText(test.probability, 4)
+        << (test.probability < kRareGain ? ": more than chance gains.\n"
+                                         : ": no more than chance gains.\n");
+  }
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    for (const std::string& note : results[i].verdict.notes)
+      out << names[i] << ": " << note << '\n';
   }
 }
 
@@ -209,6 +299,37 @@ void PrintFit(const FitAnswer& answer, Output& output) {
     output.Document(DocumentOf(answer));
   } else {
     PrintText(answer, output.Text());
+  }
+}
+
+void PrintJointFit(const JointAnswer& answer, Output& output) {
+  if (!output.IsJson()) return PrintJointText(answer, output.Text());
+  Json parts = Json::Array();
+  for (const JointAnswer::Part& part : answer.parts) {
+    Json document = DocumentOf(part.fit);
+    document["dataset"] = part.data_set;
+    parts.Append(std::move(document));
+  }
+  // The whole has no model of its own: its parameters stand with the DataSets.
+  Json document = DocumentOf({answer.parts.front().fit.model, answer.whole,
+                              answer.parts.front().fit.level, {}, {}});
+  document["parameters"] = nullptr;
+  document["names"] = answer.whole.names;
+  document["shared"] = answer.shared;
+  document["datasets"] = std::move(parts);
+  output.Document(document);
+}
+
+std::string FunctionName(const std::string& file) {
+  return std::filesystem::path(file).stem().string();
+}
+
+void PrintComparison(const std::vector<std::string>& names, const std::vector<FitResult>& results,
+                     const FitComparison& comparison, Output& output) {
+  if (output.IsJson()) {
+    output.Document(ComparisonJson(names, results, comparison));
+  } else {
+    PrintComparisonText(names, results, comparison, output.Text());
   }
 }
 

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
+#include "analysis/fit_comparison.h"
 #include "cli/output/output.h"
 #include "fit/fit_result.h"
 #include "fit/judge/fit_bands.h"
@@ -20,5 +23,25 @@ struct FitAnswer {
 };
 
 void PrintFit(const FitAnswer& answer, Output& output);
+
+/// One fit over several DataSets.
+struct JointAnswer {
+  struct Part {
+    std::string data_set;
+    FitAnswer fit;
+  };
+  FitResult whole;
+  std::vector<std::string> shared;
+  std::vector<Part> parts;
+};
+
+void PrintJointFit(const JointAnswer& answer, Output& output);
+
+/// The best first; `names` and `results` in the order in which the models were given.
+void PrintComparison(const std::vector<std::string>& names, const std::vector<FitResult>& results,
+                     const FitComparison& comparison, Output& output);
+
+/// What a function's file is called.
+std::string FunctionName(const std::string& file);
 
 }  // namespace tarnwick::cli

@@ -173,7 +173,7 @@ void SetParameters(const FitModelArguments& arguments, FitSettings& settings) {
 }
 
 FitSettings BaseModel(const FitModelArguments& arguments, const FitSettings& own) {
-  if (!arguments.function.empty()) return LoadFitFunction(arguments.function);
+  if (!arguments.functions.empty()) return LoadFitFunction(arguments.functions.front());
   if (!arguments.expression.empty()) {
     FitSettings settings;
     settings.Expression = arguments.expression;
@@ -215,7 +215,13 @@ void AddFitWeighting(Command& command, FitModelArguments& arguments) {
 void AddFitModel(Command& command, FitModelArguments& arguments) {
   const char* group = "The model";
   const Option function =
-      command.Add("--function", arguments.function, "Fitting-function file (.tfn)").Group(group);
+      command
+          .Add("--function", arguments.functions,
+               "Fitting-function file (.tfn); repeat to compare functions")
+          .Group(group)
+          .Repeated()
+          .OneValueEach()
+          .ValueName("FILE");
   command
       .Add("--expression", arguments.expression,
            "Expression in x and parameters; without either the DataSet's own model")

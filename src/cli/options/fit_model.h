@@ -13,7 +13,7 @@ namespace tarnwick::cli {
 class Command;
 
 struct FitModelArguments {
-  std::string function;
+  std::vector<std::string> functions;
   std::string expression;
   std::vector<std::string> parameters;  // NAME=VALUE, with :fixed, :varied or bounds; NAME=EXPRESSION
   std::string method;                   // empty: the function's own; Newton-type for an expression
@@ -30,7 +30,7 @@ struct FitModelArguments {
 
 void AddFitModel(Command& command, FitModelArguments& arguments);
 
-/// `own` is the model of the DataSet. Throws UsageError when no model is named or a parameter means nothing, and what
+/// `own` is the model of the DataSet; of several functions the first is taken. Throws UsageError when no model is named or a parameter means nothing, and what
 /// LoadFitFunction throws.
 FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own);
 

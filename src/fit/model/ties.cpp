@@ -107,7 +107,7 @@ class TieParser : public TExpressionParser {
     for (ParameterSettings& one : parameters) DefineVariable(one.Name, &one.Value);
   }
   double Value(const ParameterSettings& tied) {
-    CompileExpression(ties_.PutInto(tied.Tie));
+    CompileExpression(ties_.PutInto(tied.Name));
     return Evaluate();
   }
 

@@ -38,6 +38,8 @@ FitSettings SettingsOf(const nlohmann::json& function) {
     parameter.Printed = true;
     parameter.Description = one["description"];
     parameter.Units = one.value("units", "");
+    parameter.Low = one.value("low", parameter.Low);
+    parameter.High = one.value("high", parameter.High);
     parameter.StartDev = one.value("start_deviation", parameter.StartDev);
   }
   return settings;

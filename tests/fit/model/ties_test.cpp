@@ -84,7 +84,7 @@ TEST(Limits, TellWhatCannotHold) {
       {{Within("a", 1, 0, 2), Tied("b", "2*q")}, "\"b\" is tied to \"q\", which is no parameter."},
       {{Within("a", 1, 0, 2), Tied("b", "2*x")}, "\"b\" is tied to \"x\", which is no parameter."},
       {{Tied("b", "2*(1")}, "The tie of \"b\" cannot be read: Unequal brackets."},
-      {{Tied("b", "1 div 0")}, "The tie of \"b\" has no value: Integer division by zero."},
+      {{Tied("b", "1 div 0")}, "The tie of \"b\" has no value: Integer division by zero (div)."},
   };
   for (const auto& row : rows) EXPECT_EQ(LimitTrouble(row.parameters), row.trouble);
   std::vector<ParameterSettings> both = {Within("a", 1, 0, 2)};

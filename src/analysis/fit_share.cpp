@@ -1,0 +1,114 @@
+#include "analysis/fit_share.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "base/error.h"
+#include "base/text_encoding.h"
+#include "base/undefined.h"
+#include "fit/judge/tied_parameters.h"
+
+namespace tarnwick {
+namespace {
+
+std::vector<double> Picked(const std::vector<double>& all, const std::vector<std::size_t>& which) {
+  std::vector<double> picked;
+  for (const std::size_t i : which) picked.push_back(i < all.size() ? all[i] : kUndefined);
+  return picked;
+}
+
+std::vector<double> PickedSquare(const std::vector<double>& all, std::size_t width,
+                                 const std::vector<std::size_t>& which) {
+  std::vector<double> picked;
+  if (all.size() != width * width) return picked;
+  for (const std::size_t i : which) {
+    for (const std::size_t j : which) picked.push_back(all[i * width + j]);
+  }
+  return picked;
+}
+
+/// The places among the part's own parameters of those that `all` names.
+std::vector<std::int32_t> PlacesOf(const std::vector<std::int32_t>& all,
+                                   const std::vector<std::size_t>& columns) {
+  std::vector<std::int32_t> places;
+  for (const std::int32_t one : all) {
+    const auto place = std::ranges::find(columns, static_cast<std::size_t>(one));
+    if (place != columns.end())
+      places.push_back(static_cast<std::int32_t>(place - columns.begin()));
+  }
+  return places;
+}
+
+void TakeStatistics(FitPart& part, const FitResult& whole, FitResult& result) {
+  FitStatistics& own = result.statistics;
+  const FitStatistics& all = whole.statistics;
+  const std::size_t width = whole.names.size();
+  own.varied = static_cast<std::int32_t>(part.columns.size());
+  own.standard_errors = Picked(all.standard_errors, part.columns);
+  own.covariance = PickedSquare(all.covariance, width, part.columns);
+  own.correlation = PickedSquare(all.correlation, width, part.columns);
+  own.determined_covariance = PickedSquare(all.determined_covariance, width, part.columns);
+  own.weighting.loss_scale = part.weights->LossScale();
+  own.mean_variance = part.MeanVariance();
+  own.sum_of_squares = part.residuals->SumOfSquares(result.values);
+  const double about_mean = part.residuals->SumAboutMean();
+  own.r_squared = about_mean > 0 ? 1 - own.sum_of_squares / about_mean : kUndefined;
+  own.adjusted_r_squared = kUndefined;
+}
+
+}  // namespace
+
+FitResult ShareOf(FitPart& part, const FitResult& whole) {
+  FitResult result = whole;
+  const FitJob& job = part.job;
+  result.names.clear();
+  for (std::int32_t i = 1; i <= part.model.NParams(); ++i) {
+    if (part.model.Param(i).Vary()) result.names.push_back(part.model.Param(i).Name());
+  }
+  result.start = Picked(whole.start, part.columns);
+  result.values = Picked(whole.values, part.columns);
+  result.points_in_range = job.points_in_range;
+  result.points_used = job.points_chosen;
+  result.points_without_error = job.points_without_error;
+  result.points_without_weight = part.weights ? part.weights->WithoutWeight() : 0;
+  result.undefined_points =
+      job.points_chosen - job.points_without_error - static_cast<std::int64_t>(job.x.size());
+  result.unmoved = PlacesOf(whole.unmoved, part.columns);
+  result.at_bound = PlacesOf(whole.at_bound, part.columns);
+  result.singular_directions.clear();
+  for (const SingularDirection& direction : whole.singular_directions) {
+    SingularDirection own{direction.relative_singular_value,
+                          PlacesOf(direction.parameters, part.columns)};
+    if (!own.parameters.empty()) result.singular_directions.push_back(own);
+  }
+  if (!Failed(whole.outcome.why)) TakeStatistics(part, whole, result);
+  return result;
+}
+
+std::vector<TiedParameter> TiesOf(const FitPart& part, const FitResult& result) {
+  const bool determined = result.singular_directions.empty() && result.unmoved.empty();
+  std::vector<TiedParameter> tied =
+      TiedParameters(part.job.settings, result.values, result.statistics);
+  for (TiedParameter& one : tied) one.error = determined ? one.error : kUndefined;
+  return tied;
+}
+
+void CheckShared(std::span<const FitJob> jobs, std::span<const std::string> shared) {
+  for (const std::string& name : shared) {
+    for (const FitJob& job : jobs) {
+      const std::vector<ParameterSettings>& all = job.settings.parameters;
+      const auto one = std::ranges::find(all, LowerAscii(name), [](const ParameterSettings& p) {
+        return LowerAscii(p.Name);
+      });
+      const std::string of = " of DataSet \"" + job.data_set + "\"";
+      if (one == all.end())
+        throw Error("The model" + of + " has no parameter \"" + name + "\" to share.");
+      if (!one->Tie.empty() || !one->Vary)
+        throw Error("The parameter \"" + name + "\"" + of + " is " +
+                    (one->Tie.empty() ? "held fixed" : "tied") +
+                    ": what is shared is varied in every DataSet.");
+    }
+  }
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,110 @@
+#include "cli/commands/fit_several.h"
+
+#include <set>
+#include <utility>
+
+#include "analysis/fit_comparison.h"
+#include "analysis/fit_run.h"
+#include "base/error.h"
+#include "cli/commands/fit_text.h"
+#include "cli/options/command.h"
+#include "cli/output/headless_gui.h"
+#include "cli/output/terminal_progress.h"
+#include "graph/series.h"
+#include "graph/xy_graph.h"
+#include "results/fit_print.h"
+#include "results/fit_series.h"
+#include "results/fitted_model.h"
+
+namespace tarnwick::cli {
+namespace {
+
+/// The DataSets named, each once.
+std::vector<std::size_t> ChooseAll(const FitOptions& options, TxyGraph& graph) {
+  std::vector<std::size_t> chosen;
+  std::set<std::size_t> seen;
+  for (const std::string& name : options.datasets) {
+    const std::size_t index = ChooseSeries(graph, name);
+    if (!seen.insert(index).second) throw UsageError("--dataset " + name + " stands twice");
+    chosen.push_back(index);
+  }
+  return chosen;
+}
+
+}  // namespace
+
+FitJob PrepareJob(const FitOptions& options, TSeries& series) {
+  const FitSettings model = ChooseModel(options.model, series.Fit().Settings());
+  if (options.model.functions.empty()) {
+    series.Fit().SetSettings(model, true);
+  } else {
+    TakeFitFunction(series, model);
+  }
+  FitRunOptions run;
+  run.points = options.all_points ? FitPointChoice::All : FitPointChoice::Thinned;
+  run.finish = options.finish ? FinishingStep::Yes : FinishingStep::No;
+  return PrepareFit(series, run);
+}
+
+void AddToGraph(const FitOptions& options, TSeries& series, TxyGraph& graph) {
+  if (!options.residuals.empty()) {
+    const bool named = options.residuals != kNamedAfterSource;
+    AddResiduals(graph, series, named ? options.residuals : ResidualsName(series));
+  }
+  if (options.band_curves) AddBands(graph, series, options.level);
+  if (!options.print) return;
+  const HeadlessGui gui;
+  PrintFitOnGraph(graph, series);
+}
+
+void RunJoint(const FitOptions& options, const InputGraph& input, Output& output) {
+  TxyGraph& graph = *input.graph;
+  const std::vector<std::size_t> chosen = ChooseAll(options, graph);
+  if (!options.residuals.empty() && options.residuals != kNamedAfterSource)
+    throw UsageError("--residuals takes no name for several DataSets");
+  std::vector<FitJob> jobs;
+  for (const std::size_t index : chosen) {
+    jobs.push_back(PrepareJob(options, graph.Series(index)));
+    jobs.back().data_set = graph.Series(index).SeriesName();
+  }
+  TerminalProgress progress;
+  JointFit fit = RunJointFit(jobs, options.shared, progress);
+  if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
+  JointAnswer answer;
+  for (std::size_t i = 0; i < chosen.size(); ++i) {
+    TSeries& series = graph.Series(chosen[i]);
+    ApplyFit(series, fit.parts[i]);
+    if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
+    answer.parts.push_back(
+        {jobs[i].data_set,
+         {series.Fit().Settings(), std::move(fit.parts[i]), options.level, {}, {}}});
+  }
+  answer.whole = std::move(fit.whole);
+  answer.shared = options.shared;
+  if (options.save.Wanted()) {
+    // By name: what is added may stand between the DataSets.
+    for (const JointAnswer::Part& part : answer.parts)
+      AddToGraph(options, graph.Series(ChooseSeries(graph, part.data_set)), graph);
+    SaveOutput(graph, chosen.front(), options.save, output);
+  }
+  if (options.save.file != "-") PrintJointFit(answer, output);
+}
+
+void RunComparison(const FitOptions& options, TSeries& series, Output& output) {
+  const FitSettings own = series.Fit().Settings();
+  std::vector<FitJob> jobs;
+  std::vector<FitResult> results;
+  std::vector<std::string> names;
+  TerminalProgress progress;
+  for (const std::string& function : options.model.functions) {
+    FitOptions one = options;
+    one.model.functions = {function};
+    jobs.push_back(PrepareJob(one, series));
+    results.push_back(RunFit(jobs.back(), progress));
+    names.push_back(FunctionName(function));
+  }
+  series.Fit().SetSettings(own, true);
+  PrintComparison(names, results, CompareFits(jobs, results), output);
+}
+
+}  // namespace tarnwick::cli
