@@ -23,7 +23,8 @@ double Greatest(const std::vector<double>& values) {
 std::optional<ExtremeData> FindExtreme(const FitJob& job) {
   for (const ExtremeData& data :
        {ExtremeData{'Y', Greatest(job.y)}, ExtremeData{'X', Greatest(job.x)}}) {
-    if (data.greatest > kGreatestSquared || (data.greatest > 0 && data.greatest < kSmallestSquared)) return data;
+    if (data.greatest > kGreatestSquared || (data.greatest > 0 && data.greatest < kSmallestSquared))
+      return data;
   }
   return std::nullopt;
 }

@@ -16,7 +16,7 @@ namespace tarnwick {
 struct NestedTest {
   std::size_t smaller = 0;
   std::size_t larger = 0;
-  double ratio = 0;  ///< F
+  double ratio = 0;        ///< F
   std::int64_t added = 0;  ///< varied parameters more, the degrees of freedom above
   std::int64_t free = 0;   ///< of the larger model's residuals, those below
   double probability = 0;  ///< that chance makes F greater

@@ -70,7 +70,8 @@ void AddPoints(const PointChain& points, const Range& range, std::size_t step,
       const double y = slope == 0 ? above : above - slope * chunk.x[i];
       if (!std::isfinite(y)) continue;
       if (weighed) {
-        const double error = YErrorOf(series.Errors(), {chunk.chunk->Id(i), chunk.x[i], chunk.y[i]});
+        const double error =
+            YErrorOf(series.Errors(), {chunk.chunk->Id(i), chunk.x[i], chunk.y[i]});
         if (!(error > 0) || !std::isfinite(1 / error)) {
           ++job.points_without_error;
           continue;

@@ -32,7 +32,7 @@ struct FitJob {
   /// The error of each Y, above 0 and finite, where the fit may weigh by them; else empty.
   std::vector<double> errors;
   std::int64_t points_in_range = 0;
-  std::int64_t points_chosen = 0;  ///< after thinning, those without a finite Y among them
+  std::int64_t points_chosen = 0;         ///< after thinning, those without a finite Y among them
   std::int64_t points_without_error = 0;  ///< left out because no error above 0 tells their weight
   FitPointSource source = FitPointSource::Points;
   FitRunOptions options;

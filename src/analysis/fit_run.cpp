@@ -122,9 +122,9 @@ void FitRun::Add(FitPart& part, std::span<const std::string> shared) {
     const bool common = std::ranges::any_of(shared, [&](const std::string& name) {
       return LowerAscii(name) == LowerAscii(parameter.Name());
     });
-    const std::string name =
-        common || part.job.data_set.empty() ? parameter.Name()
-                                            : parameter.Name() + " (" + part.job.data_set + ")";
+    const std::string name = common || part.job.data_set.empty()
+                                 ? parameter.Name()
+                                 : parameter.Name() + " (" + part.job.data_set + ")";
     const auto known = std::ranges::find_if(result_.names, [&](const std::string& other) {
       return common && LowerAscii(other) == LowerAscii(name);
     });
@@ -216,9 +216,9 @@ NewtonOutcome FitRun::ByMethod(std::span<const double> start, const MinimiseOpti
   };
   const Box box(Problem().Ranges());
   if (!box.Bounds()) return {method->minimise(objective, start, options, progress_), {}};
-  NewtonOutcome outcome{
-      method->minimise(ContinuedBeyond(objective, box, objective(start)), start, options, progress_),
-      {}};
+  NewtonOutcome outcome{method->minimise(ContinuedBeyond(objective, box, objective(start)), start,
+                                         options, progress_),
+                        {}};
   if (!Failed(outcome.outcome.why)) PutIntoBox(objective, box, outcome.outcome);
   return outcome;
 }
@@ -252,7 +252,8 @@ bool FitRun::SettleRound(const Again& again, double near) {
     next.outcome.why = StopReason::NoFurtherDescent;
   }
   const double moved = Moved(from, next);
-  const double free_points = static_cast<double>(Problem().PointCount()) - static_cast<double>(from.size());
+  const double free_points =
+      static_cast<double>(Problem().PointCount()) - static_cast<double>(from.size());
   const double deviation = std::sqrt(next.outcome.value / std::max(free_points, 1.0));
   GoOnWith(std::move(next));
   return !(moved > near * deviation + kRounding * Problem().NormOfY());
@@ -423,8 +424,7 @@ void FitRun::Conclude() {
   const bool more = why != StopReason::Cancelled && why != StopReason::NothingVaried && !ByNewton();
   if (more && First().options.finish == FinishingStep::Yes) FinishByNewton();
   result_.values = result_.outcome.p;
-  if (IsIterated(weighting_))
-    result_.outcome.start_value = Problem().SumOfSquares(result_.start);
+  if (IsIterated(weighting_)) result_.outcome.start_value = Problem().SumOfSquares(result_.start);
   MeasureEnd();
   if (more && First().options.finish == FinishingStep::No) ProbeByNewton();
 }

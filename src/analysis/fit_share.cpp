@@ -97,9 +97,8 @@ void CheckShared(std::span<const FitJob> jobs, std::span<const std::string> shar
   for (const std::string& name : shared) {
     for (const FitJob& job : jobs) {
       const std::vector<ParameterSettings>& all = job.settings.parameters;
-      const auto one = std::ranges::find(all, LowerAscii(name), [](const ParameterSettings& p) {
-        return LowerAscii(p.Name);
-      });
+      const auto one = std::ranges::find(
+          all, LowerAscii(name), [](const ParameterSettings& p) { return LowerAscii(p.Name); });
       const std::string of = " of DataSet \"" + job.data_set + "\"";
       if (one == all.end())
         throw Error("The model" + of + " has no parameter \"" + name + "\" to share.");

@@ -16,12 +16,12 @@ namespace tarnwick {
 /// stands where the data cannot tell.
 struct FitStatistics {
   FitWeighting weighting = Settled({}, false);  ///< as it was done; loss_scale as it was in the end
-  std::int64_t points = 0;              ///< that entered the sum
-  std::int32_t varied = 0;              ///< parameters that were varied, k
-  std::int64_t degrees_of_freedom = 0;  ///< points - k; not negative
-  double sum_of_squares = 0;            ///< of the residuals
-  double residual_deviation = 0;        ///< sqrt(sum_of_squares / degrees_of_freedom)
-  double reduced_chi_squared = 0;       ///< sum_of_squares / degrees_of_freedom
+  std::int64_t points = 0;                      ///< that entered the sum
+  std::int32_t varied = 0;                      ///< parameters that were varied, k
+  std::int64_t degrees_of_freedom = 0;          ///< points - k; not negative
+  double sum_of_squares = 0;                    ///< of the residuals
+  double residual_deviation = 0;                ///< sqrt(sum_of_squares / degrees_of_freedom)
+  double reduced_chi_squared = 0;               ///< sum_of_squares / degrees_of_freedom
   /// That chance makes the sum of squares greater; where errors are not absolute, undefined.
   double chi_squared_probability = kUndefined;
   double r_squared = 0;

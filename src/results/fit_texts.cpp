@@ -195,8 +195,8 @@ std::vector<std::pair<std::string, std::string>> FigureTexts(const FitResult& re
   std::vector<std::pair<std::string, std::string>> figures;
   if (!Failed(result.outcome.why)) {
     std::vector<FitFigure> all = FiguresOf(result.statistics);
-    std::erase_if(
-        all, [](const FitFigure& one) { return one.label.empty() || IsUndefined(one.value); });
+    std::erase_if(all,
+                  [](const FitFigure& one) { return one.label.empty() || IsUndefined(one.value); });
     std::sort(all.begin(), all.end(), [](const FitFigure& left, const FitFigure& right) {
       return left.asked_for < right.asked_for;
     });

@@ -43,10 +43,10 @@ enum class FigureKind { Measure, Count };
 
 /// One statistic of a fit under both its names.
 struct FitFigure {
-  const char* key = "";    ///< in documents and lists: "r_squared"
-  std::string label;       ///< in tables for people: "R²"; empty where those leave it out
-  double value = 0;        ///< undefined where the data cannot tell
-  int asked_for = 0;       ///< 1 for the one that tables for people begin with
+  const char* key = "";  ///< in documents and lists: "r_squared"
+  std::string label;     ///< in tables for people: "R²"; empty where those leave it out
+  double value = 0;      ///< undefined where the data cannot tell
+  int asked_for = 0;     ///< 1 for the one that tables for people begin with
   FigureKind kind = FigureKind::Measure;
 };
 /// All statistics, in the order of documents.

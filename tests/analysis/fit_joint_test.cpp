@@ -54,8 +54,7 @@ TEST(JointFit, IsTheFitOfOneModelOverAllByEveryMethod) {
     const JointFit fit = RunJointFit(jobs, shared, progress);
     EXPECT_THAT(fit.whole.names, ElementsAre("a (A)", "k", "c (A)", "h (B)", "c (B)"));
     FitJob one = Job("", "", {}, 3);
-    one.settings.Expression =
-        "(x<100)*(a*exp(-k*x)+c)+(x>100)*(h*exp(-k*(abs(x-200)+x-200)/2)+d)";
+    one.settings.Expression = "(x<100)*(a*exp(-k*x)+c)+(x>100)*(h*exp(-k*(abs(x-200)+x-200)/2)+d)";
     for (const char* name : {"a", "k", "c", "h", "d"}) {
       ParameterSettings& parameter = one.settings.parameters.emplace_back();
       parameter.Name = name;
@@ -104,8 +103,7 @@ TEST(JointFit, RefusesWhatCannotBeShared) {
 
 TEST(FitComparison, RanksByAiccAndTestsWhatIsNested) {
   const std::vector<FitJob> jobs = {
-      Job("", "a+b*x", {{"a", 0}, {"b", 1}}, 3),
-      Job("", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 3),
+      Job("", "a+b*x", {{"a", 0}, {"b", 1}}, 3), Job("", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 3),
       Job("", "p+q*x+r*x^2", {{"p", 0}, {"q", 1}, {"r", 1}}, 3),
       Job("", "a*exp(-k*x)+c+d*x", {{"a", 1}, {"k", 1}, {"c", 0}, {"d", 0}}, 3)};
   std::vector<FitResult> results;
@@ -120,8 +118,9 @@ TEST(FitComparison, RanksByAiccAndTestsWhatIsNested) {
   for (const NestedTest& test : comparison.tests) nested.emplace_back(test.smaller, test.larger);
   EXPECT_THAT(nested, ElementsAre(std::pair(0U, 2U), std::pair(0U, 3U), std::pair(1U, 3U)));
   const NestedTest& parabola = comparison.tests[0];
-  const double ratio = (results[0].statistics.sum_of_squares - results[2].statistics.sum_of_squares) /
-                       (results[2].statistics.sum_of_squares / 37);
+  const double ratio =
+      (results[0].statistics.sum_of_squares - results[2].statistics.sum_of_squares) /
+      (results[2].statistics.sum_of_squares / 37);
   EXPECT_NEAR(parabola.ratio, ratio, 1e-9 * ratio);
   EXPECT_LT(parabola.probability, 1e-6);
   EXPECT_GT(comparison.tests[2].probability, 0.05);

@@ -154,8 +154,7 @@ TEST(FitWeights, CountsAndRelativeErrorsSolveTheirScoreEquations) {
     EXPECT_TRUE(counts.verdict.trustworthy) << counts.verdict.summary;
     job.settings.weighting.weights = FitWeights::Relative;
     const FitResult relative = Fitted(job);
-    for (const double score :
-         Scores(job, relative, [](double r, double f) { return r / (f * f); }))
+    for (const double score : Scores(job, relative, [](double r, double f) { return r / (f * f); }))
       EXPECT_NEAR(score * relative.statistics.reduced_chi_squared, 0, 1e-6);
   }
 }
@@ -192,7 +191,8 @@ TEST(FitWeights, LossesHoldOutliersOff) {
       const FitResult held = Fitted(job);
       EXPECT_EQ(held.outcome.why, StopReason::Converged) << held.outcome.stop_test;
       EXPECT_NEAR(held.values[0], sound.values[0], 4 * sound.statistics.standard_errors[0]);
-      EXPECT_NEAR(held.statistics.standard_errors[0] / sound.statistics.standard_errors[0], 1.2, 0.5);
+      EXPECT_NEAR(held.statistics.standard_errors[0] / sound.statistics.standard_errors[0], 1.2,
+                  0.5);
       const double scale = held.statistics.weighting.loss_scale;
       const auto influence = [&](double r, double) {
         const double z = r / scale * (r / scale);

@@ -187,7 +187,8 @@ bool FitOptionsPage::Take(FitSettings& model) const {
   const std::optional<double> loss_scale = loss_scale_->Number();
   const std::optional<double> left = left_->Number();
   const std::optional<double> right = right_->Number();
-  if (!tolerance || !loss_scale || *loss_scale < 0 || (left_used_->isChecked() && !left) || (right_used_->isChecked() && !right)) {
+  if (!tolerance || !loss_scale || *loss_scale < 0 || (left_used_->isChecked() && !left) ||
+      (right_used_->isChecked() && !right)) {
     return false;
   }
   if (method_->currentIndex() >= 0) {

@@ -57,9 +57,9 @@ void CheckSeveral(const Options& options) {
   const bool comparison = options.model.functions.size() > 1;
   const bool joint = options.datasets.size() > 1;
   if (!options.shared.empty() && !joint)
-    throw UsageError("--shared needs --dataset twice or more: what is shared is shared between them");
-  if (comparison && joint)
-    throw UsageError("several --function are compared over one DataSet");
+    throw UsageError(
+        "--shared needs --dataset twice or more: what is shared is shared between them");
+  if (comparison && joint) throw UsageError("several --function are compared over one DataSet");
   if (!comparison && !joint) return;
   if (options.bands > 0 || !options.save_function.empty())
     throw UsageError("--bands and --save-function need one --dataset and one --function");

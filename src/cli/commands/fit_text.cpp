@@ -280,9 +280,9 @@ void PrintComparisonText(const std::vector<std::string>& names,
   out << "\nAICc weighs the sum of squares against the number of parameters: the least is best, a "
          "difference above 10 speaks clearly.\n";
   for (const NestedTest& test : comparison.tests) {
-    out << names[test.smaller] << " within " << names[test.larger] << ": F("
-        << test.added << ", " << test.free << ") = " << GeneralText(test.ratio, 5)
-        << ", probability " << GeneralText(test.probability, 4)
+    out << names[test.smaller] << " within " << names[test.larger] << ": F(" << test.added << ", "
+        << test.free << ") = " << GeneralText(test.ratio, 5) << ", probability "
+        << GeneralText(test.probability, 4)
         << (test.probability < kRareGain ? ": more than chance gains.\n"
                                          : ": no more than chance gains.\n");
   }
@@ -311,8 +311,8 @@ void PrintJointFit(const JointAnswer& answer, Output& output) {
     parts.Append(std::move(document));
   }
   // The whole has no model of its own: its parameters stand with the DataSets.
-  Json document = DocumentOf({answer.parts.front().fit.model, answer.whole,
-                              answer.parts.front().fit.level, {}, {}});
+  Json document = DocumentOf(
+      {answer.parts.front().fit.model, answer.whole, answer.parts.front().fit.level, {}, {}});
   document["parameters"] = nullptr;
   document["names"] = answer.whole.names;
   document["shared"] = answer.shared;

@@ -203,9 +203,10 @@ void AddFitWeighting(Command& command, FitModelArguments& arguments) {
       .Group(group)
       .OneOf(NamesOf(kLosses));
   command
-      .Add("--loss-scale", arguments.loss_scale,
-           "Residual, in units of the point's error, from which on the loss holds it for less (told "
-           "by the residuals' median)")
+      .Add(
+          "--loss-scale", arguments.loss_scale,
+          "Residual, in units of the point's error, from which on the loss holds it for less (told "
+          "by the residuals' median)")
       .Group(group)
       .Check(kPositiveNumber);
 }
@@ -214,14 +215,13 @@ void AddFitWeighting(Command& command, FitModelArguments& arguments) {
 
 void AddFitModel(Command& command, FitModelArguments& arguments) {
   const char* group = "The model";
-  const Option function =
-      command
-          .Add("--function", arguments.functions,
-               "Fitting-function file (.tfn); repeat to compare functions")
-          .Group(group)
-          .Repeated()
-          .OneValueEach()
-          .ValueName("FILE");
+  const Option function = command
+                              .Add("--function", arguments.functions,
+                                   "Fitting-function file (.tfn); repeat to compare functions")
+                              .Group(group)
+                              .Repeated()
+                              .OneValueEach()
+                              .ValueName("FILE");
   command
       .Add("--expression", arguments.expression,
            "Expression in x and parameters; without either the DataSet's own model")

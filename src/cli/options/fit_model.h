@@ -15,8 +15,9 @@ class Command;
 struct FitModelArguments {
   std::vector<std::string> functions;
   std::string expression;
-  std::vector<std::string> parameters;  // NAME=VALUE, with :fixed, :varied or bounds; NAME=EXPRESSION
-  std::string method;                   // empty: the function's own; Newton-type for an expression
+  std::vector<std::string>
+      parameters;      // NAME=VALUE, with :fixed, :varied or bounds; NAME=EXPRESSION
+  std::string method;  // empty: the function's own; Newton-type for an expression
   std::optional<double> left;
   std::optional<double> right;
   std::optional<int> points;

@@ -90,9 +90,8 @@ double MeasurementVariance(const FitStatistics& statistics, double value) {
 }  // namespace
 
 bool HasErrors(const FitStatistics& statistics) {
-  return statistics.degrees_of_freedom > 0 ||
-         (statistics.weighting.errors == FitErrors::Absolute &&
-          statistics.points >= statistics.varied);
+  return statistics.degrees_of_freedom > 0 || (statistics.weighting.errors == FitErrors::Absolute &&
+                                               statistics.points >= statistics.varied);
 }
 
 double IntervalQuantile(const FitStatistics& statistics, double level) {

@@ -19,8 +19,8 @@ namespace tarnwick {
 
 /// The points that entered, as far as the statistics need them.
 struct FittedPoints {
-  std::int64_t count = 0;                                               ///< that have a residual
-  double sum_about_mean = 0;                                            ///< of (y - mean y)^2, weighted
+  std::int64_t count = 0;     ///< that have a residual
+  double sum_about_mean = 0;  ///< of (y - mean y)^2, weighted
   double derivative_accuracy = std::numeric_limits<double>::epsilon();  ///< relative
   FitWeighting weighting = Settled({}, false);                          ///< no Automatic
   double mean_variance = 1;                                             ///< as in FitStatistics

@@ -333,7 +333,9 @@ void NoteWeights(const FitResult& result, const FitCircumstances& about,
                  std::vector<std::string>& notes) {
   const FitStatistics& statistics = result.statistics;
   if (about.weighted_unasked)
-    notes.emplace_back("The points are weighted by their errors of Y; weights can be set to none (--weights none).");
+    notes.emplace_back(
+        "The points are weighted by their errors of Y; weights can be set to none (--weights "
+        "none).");
   if (ErrorsTooSmall(result)) {
     notes.push_back("χ² is " + Number(statistics.sum_of_squares) + " for " +
                     Counted(statistics.degrees_of_freedom, "degree") +
@@ -410,7 +412,8 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
   verdict.trustworthy = HasConverged(result) && !circumstances.extreme_data &&
                         AllDetermined(result) && !TooFewPoints(result) &&
                         !NoBetterThanMean(result) && !PointsLost(result) &&
-                        !FollowsPattern(result) && !ErrorsTooSmall(result) && result.statistics.degrees_of_freedom > 0;
+                        !FollowsPattern(result) && !ErrorsTooSmall(result) &&
+                        result.statistics.degrees_of_freedom > 0;
   verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result, circumstances);
   NoteSignBeforePower(circumstances, verdict);
   NoteUndetermined(result, verdict.notes);

@@ -24,8 +24,8 @@ std::vector<TiedParameter> TiedParameters(const FitSettings& model, std::span<co
     tie.SetSettings(settings, false);
     tie.Prepare();
     const bool has_errors = !statistics.determined_covariance.empty();
-    tied.push_back({one.Name, tie.Value(0),
-                    has_errors ? CurveDeviation(tie, statistics, 0) : kUndefined});
+    tied.push_back(
+        {one.Name, tie.Value(0), has_errors ? CurveDeviation(tie, statistics, 0) : kUndefined});
   }
   return tied;
 }

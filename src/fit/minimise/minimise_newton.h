@@ -26,8 +26,8 @@ NewtonOutcome MinimiseNewton(LeastSquaresProblem& residuals, std::span<const dou
 class NewtonMinimiser {
  public:
   /// `residuals` and `progress` are borrowed.
-  NewtonMinimiser(LeastSquaresProblem& residuals, std::span<const double> start, MinimiseOptions options,
-                  Progress& progress);
+  NewtonMinimiser(LeastSquaresProblem& residuals, std::span<const double> start,
+                  MinimiseOptions options, Progress& progress);
   ~NewtonMinimiser();
 
   /// Goes on to the end, or until there were so many iterations in all, and options.max_iterations at most: the outcome is

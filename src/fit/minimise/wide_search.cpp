@@ -67,9 +67,8 @@ class NaturalValues {
       values.push_back(-1 / (share * width_));
     }
     values.insert(values.end(), std::begin(kShapes), std::end(kShapes));
-    std::erase_if(values, [&](double v) {
-      return !std::isfinite(v) || v < range.low || v > range.high;
-    });
+    std::erase_if(values,
+                  [&](double v) { return !std::isfinite(v) || v < range.low || v > range.high; });
     return values;
   }
 
@@ -151,7 +150,8 @@ void WideSearch::ByDraws(std::span<const double> from) {
   const int count = std::min(kDrawsPerParameter * static_cast<int>(nonlinear_.size()), kMostDraws);
   for (int i = 0; i < count && !Stopped(); ++i) {
     std::vector<double> p(from.begin(), from.end());
-    for (const std::size_t j : nonlinear_) p[j] = natural_.Draw(from[j], residuals_.Ranges()[j], draws);
+    for (const std::size_t j : nonlinear_)
+      p[j] = natural_.Draw(from[j], residuals_.Ranges()[j], draws);
     if (std::optional<StartCandidate> candidate = trial_.Try(p)) Keep(*std::move(candidate), kKept);
   }
 }

@@ -155,8 +155,7 @@ void TCurFit::Prepare() {
 }
 
 bool TCurFit::HasTies() const {
-  return std::ranges::any_of(params_,
-                             [](const auto& one) { return !one->settings_.Tie.empty(); });
+  return std::ranges::any_of(params_, [](const auto& one) { return !one->settings_.Tie.empty(); });
 }
 
 void TCurFit::UpdateTies() {

@@ -33,9 +33,10 @@ struct ParameterSettings {
   bool Printed = false;
   std::string Description = "Parameter P";
   std::string Units;
-  double Low = -std::numeric_limits<double>::infinity();   ///< a fit goes no lower
-  double High = std::numeric_limits<double>::infinity();   ///< nor higher
-  std::string Tie;  ///< an expression of other parameters that gives the value; such a parameter is not varied
+  double Low = -std::numeric_limits<double>::infinity();  ///< a fit goes no lower
+  double High = std::numeric_limits<double>::infinity();  ///< nor higher
+  std::string
+      Tie;  ///< an expression of other parameters that gives the value; such a parameter is not varied
   bool operator==(const ParameterSettings&) const = default;
 };
 

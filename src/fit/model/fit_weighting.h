@@ -29,7 +29,8 @@ struct FitWeighting {
   FitWeights weights = FitWeights::Automatic;
   FitErrors errors = FitErrors::Automatic;
   FitLoss loss = FitLoss::Linear;
-  double loss_scale = 0;  ///< where the loss begins to hold a residual for less; 0: told by the residuals
+  double loss_scale =
+      0;  ///< where the loss begins to hold a residual for less; 0: told by the residuals
   bool operator==(const FitWeighting&) const = default;
 };
 
@@ -38,10 +39,8 @@ constexpr FitWeighting Settled(FitWeighting asked, bool has_errors) {
   if (asked.weights == FitWeights::Automatic)
     asked.weights = has_errors ? FitWeights::Errors : FitWeights::None;
   if (asked.errors == FitErrors::Automatic) {
-    const bool known =
-        asked.weights == FitWeights::Errors || asked.weights == FitWeights::Counts;
-    asked.errors =
-        known && asked.loss == FitLoss::Linear ? FitErrors::Absolute : FitErrors::Scaled;
+    const bool known = asked.weights == FitWeights::Errors || asked.weights == FitWeights::Counts;
+    asked.errors = known && asked.loss == FitLoss::Linear ? FitErrors::Absolute : FitErrors::Scaled;
   }
   return asked;
 }

@@ -53,8 +53,8 @@ std::string WithNames(std::string_view text,
       replaced.append(token);
     }
     if (replaced.size() > kLongestExpression) {
-      throw Error("The ties make the expression longer than " +
-                  std::to_string(kLongestExpression) + " characters");
+      throw Error("The ties make the expression longer than " + std::to_string(kLongestExpression) +
+                  " characters");
     }
     text.remove_prefix(token.size());
   }

@@ -46,10 +46,9 @@ void BlockReducer::AddValues(const double* values, const FitPoints& points, Part
   const double* const weights = points.weights.empty() ? nullptr : points.weights.data();
   double* const residuals = copies_.back();
   const std::size_t length = y.size() / kBlockPadding * kBlockPadding;
-  double squares =
-      weights == nullptr
-          ? kernels_.residuals(values, y.data(), residuals, length)
-          : kernels_.weighted_residuals(values, y.data(), weights, residuals, length);
+  double squares = weights == nullptr
+                       ? kernels_.residuals(values, y.data(), residuals, length)
+                       : kernels_.weighted_residuals(values, y.data(), weights, residuals, length);
   for (std::size_t i = length; i < y.size(); ++i) {
     residuals[i] = (values[i] - y[i]) * (weights == nullptr ? 1 : weights[i]);
     squares += residuals[i] * residuals[i];

@@ -69,8 +69,8 @@ double JointResiduals::SumAboutMean() const {
 }
 
 bool JointResiduals::HasExactDerivatives() const {
-  return std::ranges::all_of(
-      parts_, [](const Part& part) { return part.problem->HasExactDerivatives(); });
+  return std::ranges::all_of(parts_,
+                             [](const Part& part) { return part.problem->HasExactDerivatives(); });
 }
 
 std::vector<bool> JointResiduals::LinearParameters(std::span<const double> p) {
@@ -93,8 +93,8 @@ double JointResiduals::SumOfSquares(std::span<const double> p) {
 std::vector<double> JointResiduals::Residuals(std::span<const double> p, std::size_t most) {
   std::vector<double> all;
   for (const Part& part : parts_) {
-    const std::vector<double> some = part.problem->Residuals(
-        Local(part, p), std::max<std::size_t>(most / parts_.size(), 1));
+    const std::vector<double> some =
+        part.problem->Residuals(Local(part, p), std::max<std::size_t>(most / parts_.size(), 1));
     all.insert(all.end(), some.begin(), some.end());
   }
   return all;
@@ -113,8 +113,8 @@ ReducedJacobian JointResiduals::Reduce(std::span<const double> p, Reduction how)
     const ReducedJacobian one = part.problem->Reduce(Local(part, p), how);
     const auto width = static_cast<Eigen::Index>(part.columns.size());
     for (Eigen::Index j = 0; j < width; ++j)
-      stack.block(row, static_cast<Eigen::Index>(part.columns[static_cast<std::size_t>(j)]), width, 1) =
-          one.r.col(j);
+      stack.block(row, static_cast<Eigen::Index>(part.columns[static_cast<std::size_t>(j)]), width,
+                  1) = one.r.col(j);
     right.segment(row, width) = one.qtr;
     right[row + width] = one.rest;
     row += width + 1;

@@ -32,7 +32,8 @@ struct ReducedJacobian {
 struct ParameterRange {
   double low = -std::numeric_limits<double>::infinity();  ///< it goes no lower
   double high = std::numeric_limits<double>::infinity();  ///< nor higher
-  double search_width = 0;  ///< a search for starts keeps so near to its start; 0: it goes everywhere
+  double search_width =
+      0;  ///< a search for starts keeps so near to its start; 0: it goes everywhere
   bool Bounded() const { return low > -HUGE_VAL || high < HUGE_VAL; }
 };
 

@@ -147,7 +147,11 @@ const Situation kSituations[] = {
        r.statistics.standard_errors = {2.5, 9, 5};
      },
      true, kDetermined, ""},
-    {"another minimum", [](R& r, C&) { r.outcome.left_minimum = {8, 2}; }, true, kDetermined,
+    {"another minimum",
+     [](R& r, C&) {
+       r.outcome.left_minimum = {8, 2};
+     },
+     true, kDetermined,
      "led into a poorer minimum; others, found by a search, lower the sum of squares from 8 to 2"},
     {"a search in vain", [](R& r, C&) { r.outcome.search_evaluations = 80; }, true, kDetermined,
      "A search for better starting values found none."},

@@ -26,8 +26,9 @@ inline FitSettings OddSettings() {
   s.IterMax = 1000;
   s.ProcType = FitProcType::cfp_Newton;
   s.weighting = {FitWeights::Counts, FitErrors::Scaled, FitLoss::Cauchy, 2.5};
-  s.parameters = {{"a", 2.5, 0.1, 1e-9, true, true, "Height", "\xC2\xB5V", -1, 3.5, ""},
-                  {"b", -1e-300, 0, 0, false, false, std::string(300, 'd'), "", -1, 1, "0*a-1E-300"}};
+  s.parameters = {
+      {"a", 2.5, 0.1, 1e-9, true, true, "Height", "\xC2\xB5V", -1, 3.5, ""},
+      {"b", -1e-300, 0, 0, false, false, std::string(300, 'd'), "", -1, 1, "0*a-1E-300"}};
   s.templates = {{"lor", "1/(1+t^2)", "Lorentzian"}};
   return s;
 }
