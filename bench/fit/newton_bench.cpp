@@ -1,7 +1,8 @@
 // Whole fits beside their limit: a hand-written Levenberg-Marquardt method with analytic derivatives that accumulates its
 // normal equations in one pass, one thread; and beside cminpack and GSL on hand-written residuals and derivatives. Figures to
 // compare, time by Limit: Newton/0/1 at most 1.5 and Newton/0/2 (two threads) at most 0.8, Newton/1/1 at most 2, Newton/2/1 at
-// most 4. Each reports its evaluations.
+// most 4. Beside Newton: Weighted at most 1.2, Bounded at most 1.1, Joint/1 at most 1.2 of Newton/0/1. Each reports its
+// evaluations.
 #include <benchmark/benchmark.h>
 #include <cminpack-1/cminpack.h>
 #include <gsl/gsl_multifit_nlinear.h>
@@ -9,12 +10,17 @@
 #include <Eigen/Dense>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <memory>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fit/minimise/newton_fit.h"
 #include "fit/model/curve_fit.h"
+#include "fit/residuals/joint_residuals.h"
+#include "fit/residuals/model_residuals.h"
 
 namespace {
 
@@ -150,23 +156,31 @@ BENCHMARK(Limit)->DenseRange(0, 2)->Unit(benchmark::kMicrosecond)->UseRealTime()
 
 // --- ours, everything included: a model made, compiled, fitted and given its values
 
-void Newton(benchmark::State& state) {
+void AddParameters(const Problem& problem, double low, double high, TCurFit& model) {
+  for (std::size_t j = 0; j < problem.start.size(); ++j) {
+    ParameterSettings parameter;
+    const bool of_line = j + 2 >= problem.start.size();
+    parameter.Name = of_line ? (j + 1 == problem.start.size() ? "e" : "d")
+                             : std::string(1, "abc"[j % 3]) + std::to_string(j / 3);
+    parameter.Value = problem.start[j];
+    parameter.Vary = true;
+    parameter.Low = low;
+    parameter.High = high;
+    model.AddParameter(std::make_unique<TDBLParameter>(parameter));
+  }
+  model.SetExpression(problem.expression);
+  model.Prepare();
+}
+
+/// A fit with these weights and bounds, the values put back into the model.
+void FitProblem(benchmark::State& state, std::span<const double> weights, double bound) {
   const Problem& problem = ProblemNumber(state.range(0));
   double evaluations = 0;
   for (auto _ : state) {
     TCurFit model;
-    for (std::size_t j = 0; j < problem.start.size(); ++j) {
-      ParameterSettings parameter;
-      const bool of_line = j + 2 >= problem.start.size();
-      parameter.Name = of_line ? (j + 1 == problem.start.size() ? "e" : "d")
-                               : std::string(1, "abc"[j % 3]) + std::to_string(j / 3);
-      parameter.Value = problem.start[j];
-      parameter.Vary = true;
-      model.AddParameter(std::make_unique<TDBLParameter>(parameter));
-    }
-    model.SetExpression(problem.expression);
-    model.Prepare();
-    ModelResiduals residuals(model, {problem.x, problem.y}, static_cast<int>(state.range(1)));
+    AddParameters(problem, -bound, bound, model);
+    ModelResiduals residuals(model, {problem.x, problem.y, weights},
+                             static_cast<int>(state.range(1)));
     NoProgress progress;
     const NewtonOutcome fit = FitByNewton(residuals, residuals.Start(), {}, progress);
     for (std::size_t j = 0; j < fit.outcome.p.size(); ++j) {
@@ -177,7 +191,62 @@ void Newton(benchmark::State& state) {
   }
   state.counters["evaluations"] = evaluations;
 }
+
+constexpr double kNoBound = std::numeric_limits<double>::infinity();
+
+void Newton(benchmark::State& state) {
+  FitProblem(state, {}, kNoBound);
+}
 BENCHMARK(Newton)->ArgsProduct({{0, 1, 2}, {1, 2}})->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+/// Weights of 1 leave the way as it is: what they cost shows.
+void Weighted(benchmark::State& state) {
+  const std::vector<double> ones(ProblemNumber(state.range(0)).x.size(), 1.0);
+  FitProblem(state, ones, kNoBound);
+}
+BENCHMARK(Weighted)->ArgsProduct({{0, 1, 2}, {1}})->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+/// Bounds that are never reached.
+void Bounded(benchmark::State& state) {
+  FitProblem(state, {}, 1e6);
+}
+BENCHMARK(Bounded)->ArgsProduct({{0, 1, 2}, {1}})->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+/// The points of problem 0 as ten DataSets that share place and width, a line of its own each.
+void Joint(benchmark::State& state) {
+  const Problem& problem = ProblemNumber(0);
+  constexpr std::size_t kSets = 10;
+  constexpr std::size_t kOwn = 3;  // height, slope, offset
+  std::vector<std::vector<double>> x(kSets);
+  std::vector<std::vector<double>> y(kSets);
+  for (std::size_t i = 0; i < problem.x.size(); ++i) {
+    x[i % kSets].push_back(problem.x[i]);
+    y[i % kSets].push_back(problem.y[i]);
+  }
+  double evaluations = 0;
+  for (auto _ : state) {
+    std::vector<std::unique_ptr<TCurFit>> models;
+    std::vector<std::unique_ptr<ModelResiduals>> residuals;
+    std::vector<JointResiduals::Part> parts;
+    std::vector<double> start = {problem.start[1], problem.start[2]};
+    for (std::size_t set = 0; set < kSets; ++set) {
+      models.push_back(std::make_unique<TCurFit>());
+      AddParameters(problem, -kNoBound, kNoBound, *models.back());
+      residuals.push_back(std::make_unique<ModelResiduals>(
+          *models.back(), FitPoints{x[set], y[set]}, static_cast<int>(state.range(0))));
+      const std::size_t own = 2 + kOwn * set;
+      parts.push_back({residuals.back().get(), {own, 0, 1, own + 1, own + 2}});
+      start.insert(start.end(), {problem.start[0], problem.start[3], problem.start[4]});
+    }
+    JointResiduals joint(std::move(parts), start.size());
+    NoProgress progress;
+    const NewtonOutcome fit = FitByNewton(joint, start, {}, progress);
+    if (fit.outcome.why != StopReason::Converged) state.SkipWithError("not converged");
+    evaluations = static_cast<double>(fit.outcome.evaluations);
+  }
+  state.counters["evaluations"] = evaluations;
+}
+BENCHMARK(Joint)->Arg(1)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
 // --- peers
 

@@ -4,11 +4,12 @@
 
 #include <cmath>
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "analysis/fit_run.h"
+#include "certificate/weighted_problems.h"
+#include "fit/judge/fit_bands.h"
 #include "fit/model/model_report.h"
 
 namespace tarnwick {
@@ -21,22 +22,8 @@ constexpr FitProcType kMethods[] = {FitProcType::cfp_Powell, FitProcType::cfp_Si
                                     FitProcType::cfp_SimplexPowell};
 
 FitJob Job(const std::string& expression, const std::vector<double>& start,
-           const std::vector<double>& x, const std::vector<double>& y,
-           FitProcType method = FitProcType::cfp_Newton) {
-  FitJob job;
-  job.settings.Expression = expression;
-  job.settings.ProcType = method;
-  for (std::size_t i = 0; i < start.size(); ++i) {
-    ParameterSettings& one = job.settings.parameters.emplace_back();
-    one.Name = std::string(1, static_cast<char>('a' + i));
-    one.Value = start[i];
-    one.Vary = true;
-  }
-  job.x = x;
-  job.y = y;
-  job.points_in_range = job.points_chosen = static_cast<std::int64_t>(x.size());
-  job.options.finish = FinishingStep::Yes;
-  return job;
+           const std::vector<double>& x, const std::vector<double>& y) {
+  return WeightedJob(expression, start, x, y, FitProcType::cfp_Newton);
 }
 
 FitResult Fitted(const FitJob& job) {
@@ -44,58 +31,27 @@ FitResult Fitted(const FitJob& job) {
   return RunFit(job, progress);
 }
 
-struct Line {
-  double a = 0, b = 0, error_a = 0, error_b = 0, chi_squared = 0;
-};
-
-/// Intercept and slope by the textbook's sums.
-Line WeightedLine(const FitJob& job) {
-  double s = 0, sx = 0, sy = 0, sxx = 0, sxy = 0;
-  for (std::size_t i = 0; i < job.x.size(); ++i) {
-    const double w = 1 / (job.errors[i] * job.errors[i]);
-    s += w, sx += w * job.x[i], sy += w * job.y[i];
-    sxx += w * job.x[i] * job.x[i], sxy += w * job.x[i] * job.y[i];
-  }
-  const double d = s * sxx - sx * sx;
-  Line line{(sxx * sy - sx * sxy) / d, (s * sxy - sx * sy) / d, std::sqrt(sxx / d),
-            std::sqrt(s / d)};
-  for (std::size_t i = 0; i < job.x.size(); ++i) {
-    const double r = (job.y[i] - line.a - line.b * job.x[i]) / job.errors[i];
-    line.chi_squared += r * r;
-  }
-  return line;
-}
-
-// Pearson's points with the weights of Y that York gave them (Can. J. Phys. 44 (1966), 1079).
-FitJob York(FitProcType method = FitProcType::cfp_Newton) {
-  FitJob job = Job("a+b*x", {1, 1}, {0, 0.9, 1.8, 2.6, 3.3, 4.4, 5.2, 6.1, 6.5, 7.4},
-                   {5.9, 5.4, 4.4, 4.6, 3.5, 3.7, 2.8, 2.8, 2.4, 1.5}, method);
-  for (const double w : {1.0, 1.8, 4.0, 8.0, 20.0, 20.0, 70.0, 70.0, 100.0, 500.0})
-    job.errors.push_back(1 / std::sqrt(w));
-  return job;
-}
-
 TEST(FitWeights, LineByErrorsMeetsTheClosedFormByEveryMethod) {
   for (const FitProcType method : kMethods) {
     SCOPED_TRACE(NameOf(method));
     FitJob job = York(method);
-    const Line line = WeightedLine(job);
-    EXPECT_NEAR(line.a, 6.100, 5e-4);  // as published
-    EXPECT_NEAR(line.b, -0.611, 5e-4);
+    const WeightedLine line(job);
+    EXPECT_NEAR(line.values[0], 6.100, 5e-4);  // as published
+    EXPECT_NEAR(line.values[1], -0.611, 5e-4);
     const FitResult absolute = Fitted(job);
-    EXPECT_NEAR(absolute.values[0], line.a, 1e-9);
-    EXPECT_NEAR(absolute.values[1], line.b, 1e-9);
+    EXPECT_NEAR(absolute.values[0], line.values[0], 1e-9);
+    EXPECT_NEAR(absolute.values[1], line.values[1], 1e-9);
     EXPECT_NEAR(absolute.statistics.sum_of_squares, line.chi_squared, 1e-9);
-    EXPECT_NEAR(absolute.statistics.standard_errors[0], line.error_a, 1e-9);
-    EXPECT_NEAR(absolute.statistics.standard_errors[1], line.error_b, 1e-9);
+    EXPECT_NEAR(absolute.statistics.standard_errors[0], line.errors[0], 1e-9);
+    EXPECT_NEAR(absolute.statistics.standard_errors[1], line.errors[1], 1e-9);
     EXPECT_NEAR(absolute.statistics.aic, line.chi_squared + 4, 1e-9);
     EXPECT_THAT(absolute.verdict.notes, ::testing::Contains(HasSubstr("--weights none")));
     job.settings.weighting.errors = FitErrors::Scaled;
     const FitResult scaled = Fitted(job);
     EXPECT_NEAR(scaled.statistics.standard_errors[1],
-                line.error_b * std::sqrt(line.chi_squared / 8), 1e-9);
+                line.errors[1] * std::sqrt(line.chi_squared / 8), 1e-9);
     job.settings.weighting.weights = FitWeights::None;
-    EXPECT_GT(std::abs(Fitted(job).values[1] - line.b), 0.01);
+    EXPECT_GT(std::abs(Fitted(job).values[1] - line.values[1]), 0.01);
   }
 }
 
@@ -113,19 +69,6 @@ TEST(FitWeights, DoublingAWeightIsDoublingAPoint) {
     EXPECT_NEAR(one.statistics.standard_errors[i], two.statistics.standard_errors[i], 1e-12);
   }
   EXPECT_NEAR(one.statistics.r_squared, two.statistics.r_squared, 1e-12);
-}
-
-/// Counts of 50 exp(-x/3) + 4, the same in every run.
-FitJob Decay(FitProcType method = FitProcType::cfp_Newton) {
-  std::mt19937 random(7);
-  std::vector<double> x, y;
-  for (int i = 0; i < 60; ++i) {
-    x.push_back(0.25 * i);
-    y.push_back(std::poisson_distribution<int>(50 * std::exp(-x.back() / 3) + 4)(random));
-  }
-  FitJob job = Job("a*exp(-x/b)+c", {30, 2, 1}, x, y, method);
-  job.settings.weighting.weights = FitWeights::Counts;
-  return job;
 }
 
 /// sum weight(f) (y - f) df/dp, for each parameter, in units of its own error.
@@ -146,7 +89,7 @@ std::vector<double> Scores(const FitJob& job, const FitResult& result,
 TEST(FitWeights, CountsAndRelativeErrorsSolveTheirScoreEquations) {
   for (const FitProcType method : kMethods) {
     SCOPED_TRACE(NameOf(method));
-    FitJob job = Decay(method);
+    FitJob job = CountedDecay(7, method);
     const FitResult counts = Fitted(job);
     EXPECT_EQ(counts.outcome.why, StopReason::Converged) << counts.outcome.stop_test;
     for (const double score : Scores(job, counts, [](double r, double f) { return r / f; }))
@@ -156,6 +99,22 @@ TEST(FitWeights, CountsAndRelativeErrorsSolveTheirScoreEquations) {
     const FitResult relative = Fitted(job);
     for (const double score : Scores(job, relative, [](double r, double f) { return r / (f * f); }))
       EXPECT_NEAR(score * relative.statistics.reduced_chi_squared, 0, 1e-6);
+  }
+}
+
+TEST(FitWeights, IntervalsOfCountsHoldTheTruthAsOftenAsTheySay) {
+  std::vector<int> held(3, 0);
+  for (int number = 0; number < kSimulatedDecays; ++number) {
+    const FitResult fit = Fitted(CountedDecay(number));
+    const double quantile = IntervalQuantile(fit.statistics, 0.95);
+    for (std::size_t i = 0; i < 3; ++i) {
+      const double off = std::abs(fit.values[i] - DecayTruth()[i]);
+      held[i] += off <= quantile * fit.statistics.standard_errors[i];
+    }
+  }
+  for (const int count : held) {
+    EXPECT_GE(count, 0.93 * kSimulatedDecays);
+    EXPECT_LE(count, 0.97 * kSimulatedDecays);
   }
 }
 
@@ -177,7 +136,7 @@ TEST(FitWeights, ConstantsAreMeans) {
 }
 
 TEST(FitWeights, LossesHoldOutliersOff) {
-  FitJob job = Decay();
+  FitJob job = CountedDecay(7);
   job.settings.weighting.weights = FitWeights::None;
   const FitResult sound = Fitted(job);
   for (std::size_t i = 5; i < job.y.size(); i += 10) job.y[i] += 200;
@@ -213,7 +172,7 @@ TEST(FitWeights, LossesHoldOutliersOff) {
 }
 
 TEST(FitWeights, TellWhatCannotBeWeighed) {
-  FitJob job = Decay();
+  FitJob job = CountedDecay(7);
   job.settings.weighting.weights = FitWeights::Errors;
   EXPECT_THAT(Fitted(job).verdict.summary, HasSubstr("no errors of Y to weigh them by"));
   job = York();

@@ -13,7 +13,9 @@
 #include "base/number_text.h"
 #include "base/whole_file.h"
 #include "certified_problem.h"
+#include "fit/judge/fit_bands.h"
 #include "fit/judge/fit_verdict.h"
+#include "weighted_problems.h"
 
 namespace tarnwick {
 namespace {
@@ -148,6 +150,47 @@ void WriteMethod(const Method& method, const std::vector<Score>& scores, std::os
   }
 }
 
+/// York's line by every method, and how often intervals of simulated counts hold what was put in.
+void WriteWeighted(std::ostream& page) {
+  page << "\n## Weighted\n\nYork's line (Can. J. Phys. 44 (1966), 1079), weighted by the errors of "
+          "Y, "
+          "beside its closed form (a = 6.1001, b = -0.6108):\n\n| method | parameters | deviations "
+          "| "
+          "evaluations |\n|---|---|---|---|\n";
+  NoProgress progress;
+  for (const Method& method : kMethods) {
+    FitJob job = York(method.type);
+    job.options.finish = method.finish;
+    const WeightedLine line(job);
+    const FitResult fit = RunFit(job, progress);
+    double parameters = 99;
+    double deviations = 99;
+    for (std::size_t i = 0; i < 2; ++i) {
+      parameters = std::min(parameters, AgreeingDigits(fit.values[i], line.values[i]));
+      deviations =
+          std::min(deviations, AgreeingDigits(fit.statistics.standard_errors[i], line.errors[i]));
+    }
+    page << "| " << method.name << " | " << FixedText(parameters, 1) << " | "
+         << FixedText(deviations, 1) << " | " << fit.outcome.evaluations << " |\n";
+  }
+  page << "\nCounts of 50 exp(-x/3) + 4 at 60 X, simulated " << kSimulatedDecays
+       << " times and fitted with weights of counts: how often the 95 % interval of a parameter "
+          "holds\nwhat was put in. Chance alone lets this waver by 1.3 %.\n\n| parameter | held "
+          "|\n|---|---|\n";
+  std::vector<int> held(3, 0);
+  for (int number = 0; number < kSimulatedDecays; ++number) {
+    const FitResult fit = RunFit(CountedDecay(number), progress);
+    const double quantile = IntervalQuantile(fit.statistics, 0.95);
+    for (std::size_t i = 0; i < 3; ++i) {
+      const double off = std::abs(fit.values[i] - DecayTruth()[i]);
+      held[i] += off <= quantile * fit.statistics.standard_errors[i];
+    }
+  }
+  for (std::size_t i = 0; i < 3; ++i)
+    page << "| "
+         << "abc"[i] << " | " << FixedText(100.0 * held[i] / kSimulatedDecays, 1) << " % |\n";
+}
+
 std::string Page(const std::vector<CertifiedProblem>& problems) {
   std::vector<std::vector<Score>> all;
   for (const Method& method : kMethods) all.push_back(RunAll(problems, method));
@@ -172,6 +215,7 @@ std::string Page(const std::vector<CertifiedProblem>& problems) {
           "beside its data; its standard deviations\n"
           "lose their digits with it.\n\n";
   WriteSummary(all, page);
+  WriteWeighted(page);
   for (std::size_t i = 0; i < all.size(); ++i) WriteMethod(kMethods[i], all[i], page);
   return page.str();
 }

@@ -50,7 +50,7 @@ TEST(FitTexts, TellAFitWholeAndInColumns) {
   figures.sum_of_squares = 3.6, figures.degrees_of_freedom = 3;
   figures.residual_deviation = std::sqrt(1.2), figures.reduced_chi_squared = 1.2;
   figures.r_squared = 0.64, figures.adjusted_r_squared = 0.52;
-  figures.aic = kUndefined, figures.bic = 3.185793402;
+  figures.aic = figures.aicc = kUndefined, figures.bic = 3.185793402;
   figures.standard_errors = {1.1489125293, 0.34641016151};
   figures.correlation = {1, -0.90453403373, -0.90453403373, 1};
   result.verdict.summary = "Converged.";

@@ -1,22 +1,26 @@
 #include "cli/options/function_input.h"
 
+#include <cmath>
+
 #include "graph/files/file_kinds.h"
 
 namespace tarnwick::cli {
 namespace {
 
+/// Bounds and tie only where there are some, as in files.
 Json ParameterJson(const ParameterSettings& parameter) {
-  return {{"Name", parameter.Name},
-          {"Value", JsonNumber(parameter.Value)},
-          {"StartDev", JsonNumber(parameter.StartDev)},
-          {"FinalDev", JsonNumber(parameter.FinalDev)},
-          {"Vary", parameter.Vary},
-          {"Printed", parameter.Printed},
-          {"Description", parameter.Description},
-          {"Units", parameter.Units},
-          {"Low", JsonNumber(parameter.Low)},
-          {"High", JsonNumber(parameter.High)},
-          {"Tie", parameter.Tie}};
+  Json json = {{"Name", parameter.Name},
+               {"Value", JsonNumber(parameter.Value)},
+               {"StartDev", JsonNumber(parameter.StartDev)},
+               {"FinalDev", JsonNumber(parameter.FinalDev)},
+               {"Vary", parameter.Vary},
+               {"Printed", parameter.Printed},
+               {"Description", parameter.Description},
+               {"Units", parameter.Units}};
+  if (std::isfinite(parameter.Low)) json["Low"] = JsonNumber(parameter.Low);
+  if (std::isfinite(parameter.High)) json["High"] = JsonNumber(parameter.High);
+  if (!parameter.Tie.empty()) json["Tie"] = parameter.Tie;
+  return json;
 }
 
 Json TemplateJson(const TemplateSettings& one) {
@@ -34,29 +38,33 @@ Json FitJson(const FitSettings& fit) {
   for (const ParameterSettings& one : fit.parameters) parameters.Append(ParameterJson(one));
   Json templates = Json::Array();
   for (const TemplateSettings& one : fit.templates) templates.Append(TemplateJson(one));
-  return {{"Status", static_cast<int>(fit.Status)},
-          {"XVarName", fit.XVarName},
-          {"Expression", fit.Expression},
-          {"NPoints", fit.NPoints},
-          {"CurveShown", fit.CurveShown},
-          {"CurveColor", fit.CurveColor.value},
-          {"CurveStyle", fit.CurveStyle},
-          {"CurveWidth", fit.CurveWidth},
-          {"NParams", fit.parameters.size()},
-          {"Params", std::move(parameters)},
-          {"Tolerance", JsonNumber(fit.Tolerance)},
-          {"LeftMarginUsed", fit.LeftMarginUsed},
-          {"RightMarginUsed", fit.RightMarginUsed},
-          {"LeftMargin", JsonNumber(fit.LeftMargin)},
-          {"RightMargin", JsonNumber(fit.RightMargin)},
-          {"IterMax", fit.IterMax},
-          {"ProcType", static_cast<int>(fit.ProcType)},
-          {"Weights", static_cast<int>(fit.weighting.weights)},
-          {"Errors", static_cast<int>(fit.weighting.errors)},
-          {"Loss", static_cast<int>(fit.weighting.loss)},
-          {"LossScale", JsonNumber(fit.weighting.loss_scale)},
-          {"NTemplates", fit.templates.size()},
-          {"Templates", std::move(templates)}};
+  Json json = {{"Status", static_cast<int>(fit.Status)},
+               {"XVarName", fit.XVarName},
+               {"Expression", fit.Expression},
+               {"NPoints", fit.NPoints},
+               {"CurveShown", fit.CurveShown},
+               {"CurveColor", fit.CurveColor.value},
+               {"CurveStyle", fit.CurveStyle},
+               {"CurveWidth", fit.CurveWidth},
+               {"NParams", fit.parameters.size()},
+               {"Params", std::move(parameters)},
+               {"Tolerance", JsonNumber(fit.Tolerance)},
+               {"LeftMarginUsed", fit.LeftMarginUsed},
+               {"RightMarginUsed", fit.RightMarginUsed},
+               {"LeftMargin", JsonNumber(fit.LeftMargin)},
+               {"RightMargin", JsonNumber(fit.RightMargin)},
+               {"IterMax", fit.IterMax},
+               {"ProcType", static_cast<int>(fit.ProcType)},
+               {"NTemplates", fit.templates.size()},
+               {"Templates", std::move(templates)}};
+  const FitWeighting& weighting = fit.weighting;
+  if (weighting.weights != FitWeights::Automatic)
+    json["FitWeights"] = static_cast<int>(weighting.weights);
+  if (weighting.errors != FitErrors::Automatic)
+    json["FitErrors"] = static_cast<int>(weighting.errors);
+  if (weighting.loss != FitLoss::Linear) json["FitLoss"] = static_cast<int>(weighting.loss);
+  if (weighting.loss_scale > 0) json["FitLossScale"] = JsonNumber(weighting.loss_scale);
+  return json;
 }
 
 }  // namespace tarnwick::cli

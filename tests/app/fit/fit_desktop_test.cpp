@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QLabel>
@@ -263,8 +264,18 @@ TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
     expression->setPlainText("A*exp(-k*x)+B*x");
     EXPECT_TRUE(ok->isEnabled());
     EXPECT_EQ(Series().Fit().Expression(), "A*exp(-k*x)+B*x");
-    dialog->findChild<QTableWidget*>("ParameterTable")->item(2, 1)->setText("0.5");
+    auto* parameters = dialog->findChild<QTableWidget*>("ParameterTable");
+    parameters->item(2, 1)->setText("0.5");
     EXPECT_EQ(Series().Fit().Param(3).Value(), 0.5);
+    parameters->item(2, 4)->setText("2");  // a lower bound above the value
+    EXPECT_FALSE(ok->isEnabled());
+    parameters->item(2, 4)->setText("0.1");
+    EXPECT_EQ(Series().Fit().Settings().parameters[2].Low, 0.1);
+    parameters->item(1, 6)->setText("2*A");
+    EXPECT_EQ(Series().Fit().Settings().parameters[1].Tie, "2*A");
+    EXPECT_FALSE(Series().Fit().Param(2).Vary());
+    dialog->findChild<QComboBox*>("FitWeights")->setCurrentIndex(3);
+    EXPECT_EQ(Series().Fit().Settings().weighting.weights, FitWeights::Counts);
     dialog->reject();
   });
   Run("editFunction1");

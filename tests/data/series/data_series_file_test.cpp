@@ -66,7 +66,7 @@ void FillWithOddities(TDataSeries& series) {
   i.MergeSeparators = false;
   state.fit.Expression = "a*exp(-b*x) +";  // kept, though it cannot be compiled
   state.fit.Tolerance = 1e-9;
-  state.fit.parameters = {{"a", 2, 0.1, 0.001, true, false, "Height", "mV"}};
+  state.fit.parameters = {{"a", 2, 0.1, 0.001, true, false, "Height", "mV", 0, 7.5, ""}};
   state.fit.templates = {{"g", "x^2", ""}};
   series.SetState(state);
   const std::vector<double> x = {1, 3.5, 2, 2}, own = {0.1, kUndefined, 1e-300, 3};
