@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/undefined.h"
+#include "fit/fit_weighting.h"
 #include "fit/minimise.h"
-#include "fit/model/fit_weighting.h"
 
 namespace tarnwick {
 

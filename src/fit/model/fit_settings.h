@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/color.h"
-#include "fit/model/fit_weighting.h"
+#include "fit/fit_weighting.h"
 
 namespace tarnwick {
 

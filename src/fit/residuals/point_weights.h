@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "fit/model/fit_weighting.h"
+#include "fit/fit_weighting.h"
 
 namespace tarnwick {
 
