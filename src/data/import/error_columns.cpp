@@ -101,7 +101,7 @@ class ErrorGuess {
   }
   /// "x err y err": behind X, as another is behind Y.
   bool IsBehindX(std::int32_t column) const {
-    return column == chosen_.x + 1 && IsY(column + 1) && IsCandidate(column + 2);
+    return column - 1 == chosen_.x && IsY(column + 1) && IsCandidate(column + 2);
   }
   ChosenErrors* ErrorsOf(std::int32_t y) {
     const auto found = std::ranges::find(chosen_.y, y);
