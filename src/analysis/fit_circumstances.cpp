@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "base/undefined.h"
-#include "expr/words/expr_rec.h"
+#include "expr/expression_hints.h"
 #include "expr/words/expr_word.h"
 
 namespace tarnwick {
@@ -29,24 +29,6 @@ std::optional<ExtremeData> FindExtreme(const FitJob& job) {
   return std::nullopt;
 }
 
-const TExprRec* RecordOf(const TExprRec* first, const double* result) {
-  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
-    if (&record->Res == result) return record;
-  }
-  return nullptr;
-}
-
-/// True for an even whole power of something with a minus before it.
-bool SignBeforeEvenPower(const TExprRec* first) {
-  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
-    if (record->Word == nullptr || record->Word->Name() != "^@") continue;
-    const TExprRec* const base = RecordOf(first, record->Args[0]);
-    if (base == nullptr || base->Word == nullptr || base->Word->Name() != "-@") continue;
-    if (record->Args[1] != nullptr && std::fmod(*record->Args[1], 2) == 0) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 FitCircumstances CircumstancesOf(const FitPart& part) {
@@ -56,7 +38,7 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   about.max_iterations = job.settings.IterMax;
   about.thinned_to = job.settings.NPoints;
   about.extreme_data = FindExtreme(job);
-  about.sign_before_power = SignBeforeEvenPower(part.model.CurrentRec());
+  about.sign_warning = SignWarning(job.settings.Expression);
   about.regression_curve = job.source == FitPointSource::RegressionCurve;
   about.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
                            part.weighting.weights == FitWeights::Errors;
@@ -85,7 +67,7 @@ FitCircumstances Together(std::span<const FitCircumstances> parts) {
     if (!all.extreme_data) all.extreme_data = one.extreme_data;
     if (!all.first_undefined_x) all.first_undefined_x = one.first_undefined_x;
     all.undefined_at_start += one.undefined_at_start;
-    all.sign_before_power = all.sign_before_power || one.sign_before_power;
+    if (all.sign_warning.empty()) all.sign_warning = one.sign_warning;
     all.regression_curve = all.regression_curve || one.regression_curve;
     all.unknown_names.insert(all.unknown_names.end(), one.unknown_names.begin(),
                              one.unknown_names.end());

@@ -11,9 +11,14 @@
 #include "analysis/fit_share.h"
 #include "base/text_encoding.h"
 #include "base/undefined.h"
+#include "expr/words/evaluation_procedures.h"
+#include "expr/words/expr_rec.h"
 #include "expr/words/parser_exception.h"
+#include "fit/judge/curve_swing.h"
 #include "fit/judge/fit_statistics.h"
+#include "fit/judge/open_parameters.h"
 #include "fit/judge/residual_pattern.h"
+#include "fit/judge/residual_tests.h"
 #include "fit/minimise/bounded_step.h"
 #include "fit/minimise/minimise_method.h"
 #include "fit/minimise/newton_fit.h"
@@ -48,6 +53,13 @@ constexpr int kMostRounds = 60;
 /// squares get no nearer than the second.
 constexpr double kSettled = 1e-7;
 constexpr double kSettledByLines = 1e-3;
+
+bool UsesRandom(const TExprRec* first) {
+  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
+    if (record->Oper == &NextRandom) return true;
+  }
+  return false;
+}
 
 /// One run over one DataSet or several, on models of its own.
 class FitRun {
@@ -84,6 +96,7 @@ class FitRun {
   FittedPoints PointsAtEnd();
   void TakeLossIntoAccount(FittedPoints& points);
   double MeasurePattern(LeastSquaresProblem& problem, std::span<const double> p) const;
+  void MeasureResiduals(FitPart& part, FitResult& result) const;
   MinimiseOptions Options(std::int32_t iterations) const;
   const FitJob& First() const { return parts_.front()->job; }
   bool ByNewton() const { return First().settings.ProcType == FitProcType::cfp_Newton; }
@@ -158,6 +171,11 @@ std::optional<MinimiseOutcome> FitRun::Refusal() const {
       return Refused(StopReason::BadModel, "Nothing was fitted: " + trouble);
     if (part->model.CurrentRec() == nullptr)
       return Refused(StopReason::BadModel, "The model has no expression.");
+    if (UsesRandom(part->model.CurrentRec())) {
+      return Refused(StopReason::BadModel,
+                     "The model uses random: another curve each time it is computed cannot be "
+                     "fitted.");
+    }
     if (job.x.empty()) return Refused(StopReason::NoPoints);
     if (weighting_.weights == FitWeights::Errors && job.errors.empty())
       return Refused(StopReason::BadModel,
@@ -371,6 +389,7 @@ void FitRun::MeasureEnd() {
                               std::back_inserter(result_.unmoved));
   if (!joint_) result_.tied = TiesOf(*parts_.front(), result_);
   result_.undefined_points += jacobian_->undefined;
+  if (!joint_) MeasureResiduals(*parts_.front(), result_);
 }
 
 /// With what the statistics need where points do not all weigh alike.
@@ -416,6 +435,18 @@ double FitRun::MeasurePattern(LeastSquaresProblem& problem, std::span<const doub
   for (const double r : rest) greatest = std::max(greatest, std::abs(r));
   const double rounding = std::max(kRounding * greatest_y, kSmallestSquared);
   return greatest > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
+}
+
+/// What the points of one DataSet say against its curve. Where the residuals are but the rounding of Y, there is nothing in
+/// them to find.
+void FitRun::MeasureResiduals(FitPart& part, FitResult& result) const {
+  ModelResiduals& residuals = *part.residuals;
+  result.swing = GreatestSwing(residuals, part.job.x, result.values);
+  const ResidualSample sample = residuals.Sample(result.values, kPatternPoints);
+  result.traded = TradedParameters(result.statistics, result.values, sample);
+  if (IsUndefined(result.statistics.residual_correlation)) return;
+  result.residuals = TestResiduals(sample);
+  result.open = OpenParameters(residuals, result.values, result.statistics, sample);
 }
 
 /// What follows a run that did not fail: a finishing one, or a try whether that would pay, and the statistics.
@@ -465,6 +496,7 @@ FitResult FitRun::OfPart(std::size_t number, const FitResult& whole) {
     result.statistics.points = static_cast<std::int64_t>(rest.size()) - undefined;
     result.statistics.residual_correlation = MeasurePattern(*part.residuals, result.values);
     result.tied = TiesOf(part, result);
+    MeasureResiduals(part, result);
   }
   result.verdict = JudgeFit(result, about_[number]);
   return result;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <typeinfo>
 #include <utility>
 
 #include "base/ascii.h"
@@ -77,11 +78,15 @@ class Scanner {
   std::size_t at_ = 0;
 };
 
-TExprWord& KnownOrGenerated(std::string_view name, TExpressList& words) {
-  if (TExprWord* const word = words.Find(name)) return *word;
+TExprWord& KnownOrGenerated(std::string_view name, bool before_bracket, TExpressList& words,
+                            TOCollection<TExprWord>& displaced) {
+  TExprWord* const known = words.Find(name);
+  if (known != nullptr && (before_bracket || typeid(*known) != typeid(TAddedFunction)))
+    return *known;
   auto variable = std::make_unique<TGeneratedVariable>(name);
   TExprWord& word = *variable;
-  words.Insert(std::move(variable));
+  if (std::unique_ptr<TExprWord> former = words.Replace(std::move(variable)))
+    displaced.Add(std::move(former));
   return word;
 }
 
@@ -94,7 +99,7 @@ TExprWord& NewConstant(std::unique_ptr<TExprWord> constant, TOCollection<TExprWo
 }  // namespace
 
 void ScanExpression(std::string_view text, std::string_view shown_text, TExpressList& words,
-                    TOCollection<TExprWord>& constants, TExprCollection& tokens) {
+                    const ScanOwners& owners, TExprCollection& tokens) {
   // A string that is never closed ends with the text, whose outer blanks count for nothing.
   Scanner scanner(text.substr(0, text.find_last_not_of(' ') + 1));
   while (true) {
@@ -104,14 +109,16 @@ void ScanExpression(std::string_view text, std::string_view shown_text, TExpress
     const char first = scanner.Here();
     const std::string_view token = scanner.Take();
     if (first == '\'') {
-      tokens.Add(NewConstant(std::make_unique<TStringConstant>(token), constants), place);
+      tokens.Add(NewConstant(std::make_unique<TStringConstant>(token), owners.constants), place);
     } else if (IsDigit(first) || first == '.') {
       const std::optional<double> value = ParseNumber(token);
       if (!value)
         throw EParserException("Syntax error in expression " + std::string(shown_text), place);
-      tokens.Add(NewConstant(std::make_unique<TDoubleConstant>(token, *value), constants), place);
+      tokens.Add(NewConstant(std::make_unique<TDoubleConstant>(token, *value), owners.constants),
+                 place);
     } else {
-      tokens.Add(KnownOrGenerated(token, words), place);
+      scanner.SkipBlanks();
+      tokens.Add(KnownOrGenerated(token, scanner.Here() == '(', words, owners.displaced), place);
     }
   }
 }

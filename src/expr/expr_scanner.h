@@ -10,10 +10,16 @@
 
 namespace tarnwick {
 
-/// Appends the words of `text`, which is in lower case, to `tokens`. Numbers and strings are owned by `constants`; a name or
-/// sign that `words` does not know becomes a generated variable there. Throws EParserException "Syntax error in
+/// Who owns what a scan makes.
+struct ScanOwners {
+  TOCollection<TExprWord>& constants;  ///< numbers and strings
+  TOCollection<TExprWord>& displaced;  ///< added functions whose names became variables
+};
+
+/// Appends the words of `text`, which is in lower case, to `tokens`. A name or sign that `words` does not know, and that of an
+/// added function without a bracket behind it, becomes a generated variable there. Throws EParserException "Syntax error in
 /// expression " and `shown_text` at a number that cannot be read.
 void ScanExpression(std::string_view text, std::string_view shown_text, TExpressList& words,
-                    TOCollection<TExprWord>& constants, TExprCollection& tokens);
+                    const ScanOwners& owners, TExprCollection& tokens);
 
 }  // namespace tarnwick

@@ -7,6 +7,7 @@
 #include "base/text_encoding.h"
 #include "base/undefined.h"
 #include "expr/expr_scanner.h"
+#include "expr/expression_hints.h"
 #include "expr/expression_tree.h"
 #include "expr/words/builtin_words.h"
 #include "expr/words/evaluation_procedures.h"
@@ -75,13 +76,17 @@ int TExpressionParser::CompileExpression(std::string_view text) {
 std::vector<TExprRec> TExpressionParser::Compile(std::string_view lower) {
   TOCollection<TExprWord> constants;
   TExprCollection tokens;
-  ScanExpression(lower, current_text_, WordList(), constants, tokens);
-  tokens.CheckBrackets();
-  tokens.ResolveSigns(WordList());
-  tokens.JoinStringComparisons(constants);
-  std::vector<TExprRec> chain = ExpressionTree(tokens, current_text_).MakeLinkedList();
-  constants.MoveTo(const_list_);
-  return chain;
+  try {
+    ScanExpression(lower, current_text_, WordList(), {constants, retired_}, tokens);
+    tokens.CheckBrackets();
+    tokens.ResolveSigns(WordList());
+    tokens.JoinStringComparisons(constants);
+    std::vector<TExprRec> chain = ExpressionTree(tokens, current_text_).MakeLinkedList();
+    constants.MoveTo(const_list_);
+    return chain;
+  } catch (const EParserException& error) {
+    throw EParserException(error.what(), error.Place(), HintFor(tokens, WordList(), current_text_));
+  }
 }
 
 double TExpressionParser::Evaluate() {

@@ -1,5 +1,6 @@
 #include "expr/expression_tree.h"
 
+#include <algorithm>
 #include <limits>
 #include <string>
 
@@ -41,7 +42,7 @@ int ExpressionTree::MakeTree(Range range, int depth) {
   std::size_t start = range.first;
   do {
     const std::size_t oper = NextOper(start, range.last, kAnyPriority);
-    if (oper == range.last) FailAt(start);
+    if (oper == range.last) FailAt(FirstComma({start, range.last}));
     TExprWord& word = tokens_[oper];
     if (word.NArgs() < 1)
       throw EParserException("Can not find operand/function", tokens_.PlaceOf(oper));
@@ -94,6 +95,15 @@ std::size_t ExpressionTree::NextOper(std::size_t from, std::size_t last, int lea
     }
   }
   return last;
+}
+
+/// The first comma that stands in no bracket, which nothing can be made of; else where the range begins.
+std::size_t ExpressionTree::FirstComma(Range range) const {
+  for (std::size_t i = range.first; i < range.last; ++i) {
+    if (tokens_[i].ResultType() == WordKind::Comma) return i;
+    if (tokens_[i].ResultType() == WordKind::LeftBracket) i = std::min(matching_[i], range.last);
+  }
+  return range.first;
 }
 
 /// Adds what stands in the bracket after a function, piece by piece; answers where the rest begins.

@@ -47,6 +47,7 @@ class ExpressionTree {
   int MakeTree(Range range, int depth);
   Range WithoutExtraBrackets(Range range) const;
   std::size_t NextOper(std::size_t from, std::size_t last, int least_priority) const;
+  std::size_t FirstComma(Range range) const;
   std::size_t AddBracketedArguments(Range range, std::size_t function, int depth, Node& node);
   void AddArgument(Node& node, Range range, int depth);
   [[noreturn]] void FailAt(std::size_t token) const;

@@ -55,6 +55,32 @@ struct TiedParameter {
   double error = 0;  ///< from those of the others; undefined where they do not tell
 };
 
+/// One point that the model misses far more than the others.
+struct OutstandingPoint {
+  double x = 0;
+  double deviations = 0;  ///< of its residual, as the other points scatter
+  double pull = 0;        ///< how far it moves the parameters, in errors of all of them together
+};
+
+/// What residuals show beside scatter: how probable as much is by chance alone. 1 where that was not tested.
+struct ResidualFindings {
+  double alike = 1;                             ///< neighbours as alike
+  double alternating = 1;                       ///< neighbours as opposite
+  double lagged = 1;                            ///< as strong correlations over several points
+  double shape = 1;                             ///< as much of a smooth shape
+  std::optional<OutstandingPoint> outstanding;  ///< where chance leads no point so far
+  /// How many times more the points scatter at one end of X or of the curve's height than at the other; 1 where no more than
+  /// chance has it.
+  double unequal_scatter = 1;
+};
+
+/// Where the curve strays farthest from its points between two of them.
+struct CurveSwing {
+  double share = 0;  ///< of the curve's range at the points
+  double from = 0;
+  double to = 0;
+};
+
 /// The judgement in sentences that a user of no mathematical training understands.
 struct FitVerdict {
   bool trustworthy = false;        ///< converged, all parameters determined, no point lost
@@ -79,6 +105,10 @@ struct FitResult {
       unmoved;  ///< varied parameters on which the sum of squares does not depend at all
   std::vector<std::int32_t> at_bound;  ///< varied parameters that stand at one of their bounds
   std::vector<TiedParameter> tied;
+  ResidualFindings residuals;
+  CurveSwing swing;
+  std::vector<std::int32_t> open;    ///< varied parameters whose errors leave their size open
+  std::vector<std::int32_t> traded;  ///< with great errors that other parameters make up for
   /// What a finishing Newton-type run from here would reach: its sum of squares. Empty when that was the method or not tried.
   std::optional<double> newton_sum_of_squares;
   FitVerdict verdict;

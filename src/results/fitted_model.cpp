@@ -1,6 +1,8 @@
 #include "results/fitted_model.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <memory>
 
 #include "graph/series.h"
@@ -13,6 +15,15 @@ void TakeFitFunction(TSeries& series, const FitSettings& function) {
   // A curve thinner than the line it describes is lost on it.
   model.SetCurveWidth(std::max(function.CurveWidth, series.Style().line_width));
   model.SetStatus(FitStatus::cf_Function);
+}
+
+void StartTypedModel(FitSettings& model, std::size_t points) {
+  const FitSettings empty;
+  if (model.ProcType == empty.ProcType) model.ProcType = FitProcType::cfp_Newton;
+  // Of n points (n + 1) / NPoints are passed over after each that is used.
+  constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
+  if (model.NPoints == empty.NPoints && points >= static_cast<std::size_t>(empty.NPoints) - 1)
+    model.NPoints = static_cast<std::int32_t>(std::min(points + 2, kMost));
 }
 
 void TakeFitSettings(TSeries& series, const FitSettings& settings) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/undefined.h"
+#include "expr/expression_hints.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick {
@@ -132,7 +133,8 @@ const ErrorRow kSyntaxErrors[] = {{"1 2", 0},
                                   {"*2", 0},
                                   {"1 + 2 * ", 6},
                                   {",", 0},
-                                  {"(1,2)", 1},
+                                  {"(1,2)", 2},
+                                  {"1,5+2", 1},
                                   {"'abc'", 0},
                                   {"1+'abc'", 2},
                                   {"sin('a')", 4},
@@ -157,6 +159,49 @@ TEST(ExpressionParser, RefusesWithMessageAndPlace) {
         EXPECT_EQ(error.Place(), row.place) << row.text;
       }
     }
+  }
+}
+
+TEST(ExpressionParser, SaysWhatIsProbablyWrong) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"2*exq(x)", "\"exq\" is no function; did you mean \"exp\"?"},
+      {"ASIN(x)", "\"asin\" is no function; did you mean \"arcsin\"?"},
+      {"foobar(x)", "\"foobar\" is no function"},
+      {"max(1, -2*x)", "a sign behind a comma needs brackets: (-2)"},
+      {"1,5+2", "numbers are written with a point: 1.5"},
+      {"(x,y)", "a comma stands between the arguments of a function only"},
+      {"2 x", "an operator is missing before \"x\""},
+      {"sin x", "\"sin\" takes its argument in brackets: sin(...)"},
+      {"1+max(x)", "\"max\" takes 2 arguments"},
+      {"(1+2", ""},
+      {"*2", ""}};
+  for (const auto& [text, hint] : rows) {
+    try {
+      Value(text);
+      ADD_FAILURE() << text;
+    } catch (const EParserException& error) {
+      EXPECT_EQ(error.Hint(), hint) << text;
+    }
+  }
+}
+
+TEST(SignWarning, WritesTheBracketsThatWereMeant) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"a*exp(-((x-b)/C)^2)", "a*exp(-(((x-b)/C)^2))"},
+      {"-x^2 + 2*-sin(x) ^ n * 3", "-(x^2) + 2*-(sin(x) ^ n) * 3"},
+      {"exp(-(x/t)^b)", "exp(-((x/t)^b))"},
+      {"-2^3^2", "-(2^3^2)"},
+      {"-x^-2", "-(x^-2)"},
+      {"-x^3", ""},
+      {"(-x)^2", ""},
+      {"0-x^2", ""},
+      {"--x^2", ""},
+      {"-x*y^2", ""},
+      {"-(x^2", ""}};
+  for (const auto& [text, meant] : rows) {
+    const std::string warning = SignWarning(text);
+    EXPECT_EQ(warning.empty(), *meant == '\0') << text;
+    EXPECT_TRUE(warning.ends_with(meant)) << warning;
   }
 }
 

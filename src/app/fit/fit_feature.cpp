@@ -49,8 +49,8 @@ void EditModel(CommandContext& context) {
   {
     OpenEdit step(document, "Fit Settings");
     TSeries& series = CurrentDataSet(document);
-    FitSettingsDialog dialog(ToQt(series.SeriesName()), series.Fit().Settings(), kPage,
-                             context.dialog_parent);
+    FitSettingsDialog dialog(ToQt(series.SeriesName()), series.Points().Size(),
+                             series.Fit().Settings(), kPage, context.dialog_parent);
     QObject::connect(&dialog, &FitSettingsDialog::changed, &dialog,
                      [&](const FitSettings& model) { TakeFitSettings(series, model); });
     RestoreSize(dialog, context.settings, kDialogSize);

@@ -181,7 +181,7 @@ bool FitFunctionPage::Take(FitSettings& model) const {
 
 void FitFunctionPage::ShowCheck(const ModelCheck& check) {
   check_ = check;
-  QString text = ToQt(check.error);
+  QString text = ToQt(check.error.empty() ? check.warning : check.error);
   if (check.error.empty() && !check.unknown_names.empty()) {
     QStringList names;
     for (const std::string& name : check.unknown_names) names.append(ToQt(name));
@@ -201,6 +201,8 @@ void FitFunctionPage::FocusExpression() {
 
 void FitFunctionPage::AddUnknownNames() {
   const std::vector<std::string> names = check_.unknown_names;
+  if (const auto present = parameters_->Parameters(); present && present->empty())
+    emit parametersMade();
   for (const std::string& name : names) {
     ParameterSettings parameter;
     parameter.Name = name;

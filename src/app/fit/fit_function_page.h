@@ -31,6 +31,8 @@ class FitFunctionPage final : public QWidget {
 
  signals:
   void edited();
+  /// The first parameters were made of the names in a typed formula.
+  void parametersMade();
 
  private:
   QWidget* MakeParameters();

@@ -13,6 +13,7 @@
 #include "desk/widgets/text_window.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/model_report.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick {
 namespace {
@@ -33,8 +34,8 @@ QString ReportOf(const FitSettings& settings) {
 
 }  // namespace
 
-FitSettingsDialog::FitSettingsDialog(const QString& data_set, const FitSettings& model,
-                                     FitPage first, QWidget* parent)
+FitSettingsDialog::FitSettingsDialog(const QString& data_set, std::size_t points,
+                                     const FitSettings& model, FitPage first, QWidget* parent)
     : QDialog(parent),
       model_(model),
       pages_(new QTabWidget(this)),
@@ -51,6 +52,8 @@ FitSettingsDialog::FitSettingsDialog(const QString& data_set, const FitSettings&
   column->addWidget(MakeButtons());
   function_->Put(model_);
   options_->Put(model_);
+  connect(function_, &FitFunctionPage::parametersMade, this,
+          [this, points] { StartTyped(points); });
   connect(function_, &FitFunctionPage::edited, this, &FitSettingsDialog::Check);
   connect(options_, &FitOptionsPage::edited, this, &FitSettingsDialog::Check);
   Check();
@@ -87,6 +90,13 @@ void FitSettingsDialog::Check() {
   if (!usable || now == model_) return;
   model_ = now;
   emit changed(model_);
+}
+
+void FitSettingsDialog::StartTyped(std::size_t points) {
+  FitSettings now = model_;
+  if (!options_->Take(now)) return;
+  StartTypedModel(now, points);
+  options_->Put(now);
 }
 
 void FitSettingsDialog::ShowReport() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <cstddef>
 #include <optional>
 
 #include "analysis/fit_job.h"
@@ -23,8 +24,9 @@ class FitSettingsDialog final : public QDialog {
   Q_OBJECT
 
  public:
-  FitSettingsDialog(const QString& data_set, const FitSettings& model, FitPage first,
-                    QWidget* parent = nullptr);
+  /// `points`: of the DataSet.
+  FitSettingsDialog(const QString& data_set, std::size_t points, const FitSettings& model,
+                    FitPage first, QWidget* parent = nullptr);
 
   /// How to fit at once; nothing when the window was closed with OK or Cancel.
   const std::optional<FitRunOptions>& FitWanted() const { return fit_wanted_; }
@@ -36,6 +38,7 @@ class FitSettingsDialog final : public QDialog {
  private:
   QWidget* MakeButtons();
   void Check();
+  void StartTyped(std::size_t points);
   void ShowReport();
 
   FitSettings model_;

@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "expr/expression_hints.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/ties.h"
@@ -41,12 +42,14 @@ ModelCheck CheckModel(const FitSettings& model) {
     if (error.Place() && model.templates.empty()) {
       check.error += ", at character " + std::to_string(*error.Place() + 1);
     }
+    if (!error.Hint().empty()) check.error += ": " + error.Hint();
     return check;
   } catch (const Error& error) {
     check.error = error.what();
     return check;
   }
   check.unknown_names = compiled.UnassignedNames();
+  check.warning = SignWarning(model.Expression);
   return check;
 }
 

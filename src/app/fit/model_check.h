@@ -11,7 +11,8 @@ namespace tarnwick {
 struct ModelCheck {
   std::string error;  ///< why it cannot be compiled, with the place; else empty
   std::vector<std::string>
-      unknown_names;  ///< in the expression, neither its variable nor a parameter
+      unknown_names;    ///< in the expression, neither its variable nor a parameter
+  std::string warning;  ///< of an expression that may mean something else than it looks; else empty
 };
 
 /// An empty expression is in order: the model is not written yet.

@@ -8,11 +8,15 @@
 #include "base/number_text.h"
 #include "cli/commands/commands.h"
 #include "cli/output/expression_error.h"
-#include "expr/expression_parser.h"
+#include "data/import/listed.h"
+#include "expr/expression_hints.h"
+#include "expr/formula_parser.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick::cli {
 namespace {
+
+constexpr std::size_t kNamesTold = 10;
 
 struct Options {
   std::vector<std::string> variables;  // NAME=VALUE
@@ -41,7 +45,7 @@ double Calculate(TExpressionParser& parser, const std::string& expression) {
 }
 
 void RunCalc(const Options& options, Output& output) {
-  TExpressionParser parser;
+  TFormulaParser parser;
   std::deque<double> values;  // stay where they are
   for (const std::string& text : options.variables) {
     const auto [name, value] = ReadVariable(text);
@@ -50,10 +54,15 @@ void RunCalc(const Options& options, Output& output) {
   Json results = Json::Array();
   std::string lines;
   for (const std::string& expression : options.expressions) {
+    if (const std::string warning = SignWarning(expression); !warning.empty())
+      output.Remarks() << "tarnwick-cli: " << warning << '\n';
     const double value = Calculate(parser, expression);
     results.Append({{"expression", expression}, {"value", JsonNumber(value)}});
     lines += ShortestText(value) + '\n';
   }
+  if (const std::vector<std::string> unknown = parser.UnassignedNames(); !unknown.empty())
+    output.Remarks() << "tarnwick-cli: no value was given for " << Listed(unknown, kNamesTold)
+                     << '\n';
   if (output.IsJson()) {
     output.Document({{"results", results}});
   } else {

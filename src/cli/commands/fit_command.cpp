@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -5,6 +6,7 @@
 
 #include "analysis/fit_run.h"
 #include "base/error.h"
+#include "base/number_text.h"
 #include "base/whole_file.h"
 #include "cli/commands/commands.h"
 #include "cli/commands/fit_several.h"
@@ -91,6 +93,15 @@ InputGraph Read(const Options& options, const std::optional<PictureSize>& size, 
   return ReadInput(input, options.save, output, size.value_or(PictureSize()));
 }
 
+/// A column that nothing was measured against is no Y: it may well be the X of rows whose Y is missing.
+void RequireY(const InputGraph& input, const TSeries& series) {
+  const bool lone = std::ranges::any_of(input.reports, &LoadReport::lone_column);
+  if (lone)
+    throw Error("The rows hold numbers in one column only, \"" + series.SeriesName() +
+                "\": there is no Y to fit. --y " + series.SeriesName() +
+                " fits it against the numbers of the rows");
+}
+
 FitResult Fit(const FitJob& job) {
   TerminalProgress progress;
   try {
@@ -139,6 +150,10 @@ void NoteOptions(const InputGraph& input, std::size_t series, FitResult& result)
                             " rows of the file have the X of another and took its place; "
                             "--duplicates keeps them all.");
   }
+  if (const std::int64_t without = report.y_missing + report.y_not_number; without > 0) {
+    verdict.notes.push_back(Counted(without, "row") +
+                            " of the file left out: no number for Y stands there.");
+  }
   if (report.sampled_every > 1) {
     verdict.notes.push_back("Only one of " + std::to_string(report.sampled_every) +
                             " rows of the file was read; --all-points reads all.");
@@ -171,6 +186,7 @@ void Run(const Options& options, Output& output) {
   if (options.model.functions.size() > 1)
     return RunComparison(options, input.graph->Series(index), output);
   TSeries& series = input.graph->Series(index);
+  RequireY(input, series);
   const FitJob job = PrepareJob(options, series);
   FitResult result = Fit(job);
   ApplyFit(series, result);

@@ -34,7 +34,8 @@ std::vector<std::size_t> ChooseAll(const FitOptions& options, TxyGraph& graph) {
 }  // namespace
 
 FitJob PrepareJob(const FitOptions& options, TSeries& series) {
-  const FitSettings model = ChooseModel(options.model, series.Fit().Settings());
+  const FitSettings model =
+      ChooseModel(options.model, series.Fit().Settings(), series.Points().Size());
   if (options.model.functions.empty()) {
     series.Fit().SetSettings(model, true);
   } else {

@@ -194,7 +194,10 @@ void PrintText(const FitAnswer& answer, std::ostream& out) {
   for (const std::string& note : result.verdict.notes) out << note << '\n';
   out << '\n';
   PrintParameters(answer, out);
-  out << "points: " << result.statistics.points << '\n'
+  out << "points: " << result.statistics.points;
+  const std::int64_t left_out = result.points_in_range - result.statistics.points;
+  if (left_out > 0) out << " of " << result.points_in_range << ", " << left_out << " left out";
+  out << '\n'
       << "iterations: " << result.outcome.iterations << '\n'
       << "evaluations: " << result.outcome.evaluations << '\n';
   PrintFigures(result.statistics, out);

@@ -1,13 +1,23 @@
 #include <iomanip>
 #include <memory>
+#include <span>
+#include <vector>
 
 #include "cli/commands/commands.h"
+#include "expr/words/added_words.h"
 #include "expr/words/builtin_words.h"
 
 namespace tarnwick::cli {
 namespace {
 
 struct Options {};
+
+std::vector<BuiltinWord> AllWords() {
+  std::vector<BuiltinWord> words;
+  for (const std::span<const BuiltinWord> table : {BuiltinWords(), AddedWords()})
+    words.insert(words.end(), table.begin(), table.end());
+  return words;
+}
 
 Json AsJson(const BuiltinWord& word) {
   return {{"name", word.name},
@@ -20,7 +30,7 @@ Json AsJson(const BuiltinWord& word) {
 void RunFunctions(const Options& /*options*/, Output& output) {
   if (output.IsJson()) {
     Json functions = Json::Array();
-    for (const BuiltinWord& word : BuiltinWords()) functions.Append(AsJson(word));
+    for (const BuiltinWord& word : AllWords()) functions.Append(AsJson(word));
     output.Document({{"functions", functions}});
     return;
   }
@@ -30,7 +40,7 @@ void RunFunctions(const Options& /*options*/, Output& output) {
                   << std::setw(8) << priority << std::setw(11) << arguments << "  " << help << '\n';
   };
   row("name", "kind", "priority", "arguments", "help");
-  for (const BuiltinWord& word : BuiltinWords())
+  for (const BuiltinWord& word : AllWords())
     row(word.name, word.Kind(), word.priority, word.n_args, word.help);
 }
 

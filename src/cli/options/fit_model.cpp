@@ -11,6 +11,7 @@
 #include "cli/options/number_check.h"
 #include "fit/model/fit_function_file.h"
 #include "fit/model/ties.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -172,12 +173,13 @@ void SetParameters(const FitModelArguments& arguments, FitSettings& settings) {
   FollowTies(settings.parameters);
 }
 
-FitSettings BaseModel(const FitModelArguments& arguments, const FitSettings& own) {
+FitSettings BaseModel(const FitModelArguments& arguments, const FitSettings& own,
+                      std::size_t points) {
   if (!arguments.functions.empty()) return LoadFitFunction(arguments.functions.front());
   if (!arguments.expression.empty()) {
     FitSettings settings;
     settings.Expression = arguments.expression;
-    settings.ProcType = FitProcType::cfp_Newton;
+    StartTypedModel(settings, points);
     return settings;
   }
   if (own.Expression.empty())
@@ -240,7 +242,9 @@ void AddFitModel(Command& command, FitModelArguments& arguments) {
       .OneOf(NamesOf(kMethods));
   command.Add("--left", arguments.left, "Smallest X that enters").Group(group);
   command.Add("--right", arguments.right, "X from which on points are left out").Group(group);
-  command.Add("--points", arguments.points, "About how many points enter (the model's, or 150)")
+  command
+      .Add("--points", arguments.points,
+           "About how many points enter (the model's; all for an expression)")
       .Group(group)
       .Check(kPositiveNumber);
   command.Add("--tolerance", arguments.tolerance, "Convergence tolerance (the model's, or 3E-8)")
@@ -254,8 +258,9 @@ void AddFitModel(Command& command, FitModelArguments& arguments) {
   AddFitWeighting(command, arguments);
 }
 
-FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own) {
-  FitSettings settings = BaseModel(arguments, own);
+FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own,
+                        std::size_t points) {
+  FitSettings settings = BaseModel(arguments, own, points);
   SetParameters(arguments, settings);
   Choose(kMethods, arguments.method, settings.ProcType);
   Choose(kWeights, arguments.weights, settings.weighting.weights);

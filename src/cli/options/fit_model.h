@@ -31,9 +31,11 @@ struct FitModelArguments {
 
 void AddFitModel(Command& command, FitModelArguments& arguments);
 
-/// `own` is the model of the DataSet; of several functions the first is taken. Throws UsageError when no model is named or a parameter means nothing, and what
+/// `own` is the model of the DataSet, which has so many points: a typed expression takes all of them. Of several functions the
+/// first is taken. Throws UsageError when no model is named or a parameter means nothing, and what
 /// LoadFitFunction throws.
-FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own);
+FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& own,
+                        std::size_t points);
 
 /// The name of a method on the command line.
 std::string MethodName(FitProcType type);

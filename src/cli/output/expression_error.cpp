@@ -17,11 +17,12 @@ std::size_t CharacterAt(std::string_view text, std::size_t place) {
 }  // namespace
 
 std::string MessageWithPlace(const EParserException& error, std::string_view expression) {
-  if (!error.Place()) return error.what();
+  const std::string hint = error.Hint().empty() ? "" : ": " + error.Hint();
+  if (!error.Place()) return error.what() + hint;
   const bool short_enough = expression.size() <= kLongestQuoted;
   const std::string quoted = short_enough ? " of \"" + std::string(expression) + "\"" : "";
   return std::string(error.what()) + " (character " +
-         std::to_string(CharacterAt(expression, *error.Place())) + quoted + ")";
+         std::to_string(CharacterAt(expression, *error.Place())) + quoted + ")" + hint;
 }
 
 }  // namespace tarnwick::cli

@@ -9,7 +9,7 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/import/column_variables.h"
-#include "expr/expression_parser.h"
+#include "expr/formula_parser.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick {
@@ -47,7 +47,7 @@ class ColumnExpression {
   }
 
  private:
-  TExpressionParser parser_;
+  TFormulaParser parser_;
   double x_ = 0;
   double y_ = 0;
   std::vector<double> columns_;
@@ -94,7 +94,9 @@ ColumnTransform Compile(const std::string& text, std::string_view raw_name,
   } catch (const EParserException& error) {
     const std::string place =
         error.Place() ? ", character " + std::to_string(*error.Place() + 1) : std::string();
-    throw Error(std::string(error.what()) + " (column expression \"" + text + "\"" + place + ")");
+    const std::string hint = error.Hint().empty() ? std::string() : ": " + error.Hint();
+    throw Error(std::string(error.what()) + " (column expression \"" + text + "\"" + place + ")" +
+                hint);
   }
 }
 

@@ -125,6 +125,9 @@ ImportResult LoadColumns(ImportSource source, const ImportOptions& options, cons
   result.reports = series.size() == 1
                        ? std::vector{LoadDataSet(*series.front(), *source.supplier, load)}
                        : LoadShared(series, *source.supplier, load);
+  const bool asked = options.x_column || !options.y_columns.empty();
+  const bool lone = !asked && source.columns.size() > 1 && source.NumberColumns().size() == 1;
+  for (LoadReport& report : result.reports) report.lone_column = lone;
   if (!options.duplicates_allowed) {
     for (TDataSeries* const one : series) ForbidAbsentDuplicates(*one);
   }

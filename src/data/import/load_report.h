@@ -40,6 +40,8 @@ struct LoadReport {
   std::int32_t runs =
       1;  ///< what empty lines cut the rows into (PieceFinder), up to the last row read
   std::int32_t sampled_every = 1;  ///< the sampling frequency used
+  /// Of several columns only this one holds numbers; unasked, it was taken over the numbers of the rows.
+  bool lone_column = false;
   std::string found_at;  ///< where the source lies that is no longer at its place; empty otherwise
 
   std::int64_t Skipped() const;

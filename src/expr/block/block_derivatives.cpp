@@ -3,6 +3,7 @@
 #include <numbers>
 
 #include "base/undefined.h"
+#include "expr/words/added_procedures.h"
 #include "expr/words/evaluation_procedures.h"
 
 namespace tarnwick {
@@ -48,6 +49,22 @@ int OfArcTan2(BlockGraph& g, int a, int b, int da, int db) {
   return g.Times(turn, g.Reciprocal(g.Plus(g.Times(a, a), g.Times(b, b))));
 }
 
+/// d J_n(b) = (J_(n-1)(b) - J_(n+1)(b)) / 2 db, n rounded
+int OfBesselJ(BlockGraph& g, int a, int b, int db) {
+  if (db == kNone) return kNone;
+  const int n = g.Call(&Round, a);
+  const int one = g.Constant(1);
+  const int less = g.Call(&BesselJ, g.Apply(BlockOp::Subtract, n, one), b);
+  const int more = g.Call(&BesselJ, g.Apply(BlockOp::Add, n, one), b);
+  return g.Times(g.Times(g.Constant(0.5), g.Minus(less, more)), db);
+}
+
+/// 2 exp(-a^2) / sqrt(pi), its sign as given
+int BellOf(BlockGraph& g, double sign, int a) {
+  const int bell = g.Apply(BlockOp::Exp, g.Apply(BlockOp::Negate, g.Times(a, a)));
+  return g.Times(g.Constant(sign * 2 * std::numbers::inv_sqrtpi), bell);
+}
+
 /// 1 / sqrt(sum), its sign as given
 int InverseRoot(BlockGraph& g, double sign, int sum) {
   return g.Apply(BlockOp::Quotient, g.Constant(sign), g.Apply(BlockOp::SquareRoot, sum));
@@ -66,6 +83,11 @@ int FactorOfCall(BlockGraph& g, ExprFunc func, int y, int a) {
   if (func == &ArcSinh) return InverseRoot(g, 1, g.Plus(square, one));
   if (func == &ArcCosh) return InverseRoot(g, 1, g.Minus(square, one));
   if (func == &ArcTanh) return g.Reciprocal(g.Minus(one, square));
+  if (func == &ArcTan) return g.Reciprocal(g.Plus(square, one));
+  if (func == &Erf) return BellOf(g, 1, a);
+  if (func == &Erfc) return BellOf(g, -1, a);
+  if (func == &Gamma) return g.Times(y, g.Call(&Digamma, a));
+  if (func == &LnGamma) return g.Call(&Digamma, a);
   return kNone;
 }
 
@@ -76,6 +98,11 @@ int OfCall(BlockGraph& g, int y, int da, int db) {
   if (func == &IntPower) return OfIntPower(g, a, b, da);
   if (func == &LogN) return OfLogN(g, y, a, b, da, db);
   if (func == &ArcTan2) return OfArcTan2(g, a, b, da, db);
+  if (func == &BesselJ) return OfBesselJ(g, a, b, db);
+  if (func == &FaddeevaRe) {
+    const int by_a = da == kNone ? kNone : g.Times(da, g.Call(&FaddeevaReByX, a, b));
+    return db == kNone ? by_a : g.Plus(by_a, g.Times(db, g.Call(&FaddeevaReByY, a, b)));
+  }
   return da == kNone ? kNone : g.Times(da, FactorOfCall(g, func, y, a));
 }
 
@@ -125,6 +152,8 @@ int OfBinary(BlockGraph& g, int y, int da, int db) {
       const int numerator = g.Minus(da, g.Times(y, db));
       return numerator == kNone ? kNone : g.Times(numerator, g.Reciprocal(b));
     }
+    case BlockOp::Masked:
+      return db == kNone ? kNone : g.Apply(BlockOp::Masked, a, db);
     case BlockOp::Max:  // Less is true on equality: a is taken then
       return Selected(g, g.Apply(BlockOp::Less, b, a), da, db);
     case BlockOp::Min:

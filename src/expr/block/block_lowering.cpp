@@ -9,6 +9,7 @@
 
 #include "expr/block/block_derivatives.h"
 #include "expr/expression_parser.h"
+#include "expr/words/added_procedures.h"
 #include "expr/words/evaluation_procedures.h"
 #include "expr/words/expr_word.h"
 
@@ -62,6 +63,8 @@ class Lowering {
     const int a = Operand(rec.Args[0]);
     if (rec.Oper == &LoadOperand) return a;
     if (!IsPure(rec.Oper)) return kNone;
+    if (rec.Oper == &If) return LowerIf(a, Operand(rec.Args[1]), Operand(rec.Args[2]));
+    if (rec.Oper == &Voigt) return LowerVoigt(a, Operand(rec.Args[1]), Operand(rec.Args[2]));
     return LowerPure(rec.Oper, a, Operand(rec.Args[1]));
   }
 
@@ -77,6 +80,30 @@ class Lowering {
     if (const std::optional<BlockOp> op = OperationOf(func))
       return TakesOneArgument(*op) ? g.Apply(*op, a) : g.Apply(*op, a, b);
     return g.Call(func, a, b);
+  }
+
+  /// The sum of both, each where it is chosen and else zero; 0 / 0 where the condition is undefined.
+  int LowerIf(int condition, int a, int b) {
+    BlockGraph& g = Graph();
+    const int zero = g.Constant(0);
+    const int other = g.Apply(BlockOp::Add, g.Apply(BlockOp::Greater, condition, zero),
+                              g.Apply(BlockOp::Greater, zero, condition));
+    const int none = g.Apply(BlockOp::Multiply, g.Apply(BlockOp::Less, condition, zero),
+                             g.Apply(BlockOp::Less, zero, condition));
+    const int chosen = g.Apply(BlockOp::Add, g.Apply(BlockOp::Masked, other, a),
+                               g.Apply(BlockOp::Masked, none, b));
+    return g.Apply(BlockOp::Quotient, chosen, g.Apply(BlockOp::Add, other, none));
+  }
+
+  /// As VoigtOf has it.
+  int LowerVoigt(int x, int sigma, int gamma) {
+    BlockGraph& g = Graph();
+    const int width = g.Apply(BlockOp::Multiply, g.Apply(BlockOp::Absolute, sigma),
+                              g.Constant(std::numbers::sqrt2));
+    const int profile = g.Call(&FaddeevaRe, g.Apply(BlockOp::Quotient, x, width),
+                               g.Apply(BlockOp::Quotient, gamma, width));
+    return g.Apply(BlockOp::Quotient, profile,
+                   g.Apply(BlockOp::Multiply, width, g.Constant(std::sqrt(std::numbers::pi))));
   }
 
   int Scaled(int a, double factor, double divisor) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "expr/words/added_words.h"
 #include "expr/words/builtin_words.h"
 #include "expr/words/evaluation_procedures.h"
 
@@ -56,9 +57,8 @@ std::optional<BlockOp> OperationOf(ExprFunc func) {
 
 bool IsPure(ExprFunc func) {
   if (func == &Assign || func == &NextRandom) return false;
-  const auto words = BuiltinWords();
-  return std::any_of(words.begin(), words.end(),
-                     [func](const BuiltinWord& word) { return word.func == func; });
+  const auto does = [func](const BuiltinWord& word) { return word.func == func; };
+  return std::ranges::any_of(BuiltinWords(), does) || std::ranges::any_of(AddedWords(), does);
 }
 
 }  // namespace tarnwick

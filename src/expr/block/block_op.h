@@ -49,7 +49,7 @@ ExprFunc ScalarProcedure(BlockOp op);
 /// The operation that does what `func` does; nothing when there is none but Call.
 std::optional<BlockOp> OperationOf(ExprFunc func);
 
-/// True when `func` is a built-in word whose result depends on its arguments alone.
+/// True when `func` is a built-in or added word whose result depends on its arguments alone.
 bool IsPure(ExprFunc func);
 
 }  // namespace tarnwick

@@ -100,6 +100,9 @@ std::unique_ptr<TExprWord> MakeWord(const BuiltinWord& word) {
                                                 word.n_args, word.func);
     case RandomFunction:
       return std::make_unique<TRandomFunction>(word.name);
+    case AddedFunction:
+      return std::make_unique<TAddedFunction>(word.name, word.priority, word.notation, word.n_args,
+                                              word.func);
     case Function:
       break;
   }

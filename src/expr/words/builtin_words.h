@@ -16,7 +16,8 @@ enum class WordClass : std::uint8_t {
   Comma,
   Function,
   BooleanFunction,
-  RandomFunction
+  RandomFunction,
+  AddedFunction
 };
 
 struct BuiltinWord {

@@ -134,6 +134,12 @@ class TBooleanFunction final : public TFunction {
   WordKind ResultType() const override { return WordKind::TruthValue; }
 };
 
+/// A TFunction beyond the built-in table. Its name without a bracket behind it is that of a variable.
+class TAddedFunction final : public TFunction {
+ public:
+  using TFunction::TFunction;
+};
+
 /// A function without arguments that gives another uniform number in [0, 1) each time. Each has a sequence of its own,
 /// begun at a place that differs from run to run.
 class TRandomFunction final : public TFunction {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "base/error.h"
 
@@ -12,14 +13,18 @@ namespace tarnwick {
 /// An expression that cannot be compiled, or a word that cannot be made. The message is a fixed text.
 class EParserException : public Error {
  public:
-  explicit EParserException(const std::string& message, std::optional<std::size_t> place = {})
-      : Error(message), place_(place) {}
+  explicit EParserException(const std::string& message, std::optional<std::size_t> place = {},
+                            std::string hint = {})
+      : Error(message), place_(place), hint_(std::move(hint)) {}
 
   /// The byte of the expression, from 0, where the trouble stands; nothing when it has no place.
   std::optional<std::size_t> Place() const { return place_; }
+  /// What is probably wrong, to be shown behind the message; may be empty.
+  const std::string& Hint() const { return hint_; }
 
  private:
   std::optional<std::size_t> place_;
+  std::string hint_;
 };
 
 /// An integer division that has no result: by zero, or of the smallest integer by -1.

@@ -7,8 +7,9 @@
 
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "fit/judge/curve_swing.h"
 #include "fit/judge/fit_statistics.h"
-#include "fit/judge/residual_pattern.h"
+#include "fit/judge/residual_tests.h"
 #include "fit/judge/trading_groups.h"
 
 namespace tarnwick {
@@ -27,6 +28,9 @@ constexpr double kDistanceWorthNaming = 0.01;
 constexpr std::size_t kCorrelationsNamed = 3;
 // A chi squared that chance leads to more rarely speaks against the model or its errors.
 constexpr double kRareChance = 0.001;
+// With fewer degrees of freedom the points hardly show whether the model is theirs.
+constexpr std::int64_t kFewestFree = 3;
+constexpr int kRoughDigits = 2;
 
 std::string Number(double value) {
   return GeneralText(value, kDigits);
@@ -74,13 +78,6 @@ bool NoBetterThanMean(const FitResult& result) {
   return NoBetterThanMean(result.statistics);
 }
 
-bool FollowsPattern(const FitResult& result) {
-  ResidualPattern pattern;
-  pattern.count = std::min(static_cast<std::size_t>(result.statistics.points), kPatternPoints);
-  pattern.neighbour_correlation = result.statistics.residual_correlation;
-  return IsClear(pattern);
-}
-
 bool ErrorsTooSmall(const FitResult& result) {
   return result.statistics.chi_squared_probability < kRareChance;
 }
@@ -89,13 +86,31 @@ bool PointsLost(const FitResult& result) {
   return result.undefined_points + result.points_without_error + result.points_without_weight > 0;
 }
 
-std::vector<std::int32_t> HardlyDetermined(const FitResult& result) {
-  return HardlyDetermined(result.statistics, result.values);
+bool AllDetermined(const FitResult& result) {
+  return result.singular_directions.empty() && result.unmoved.empty() && result.open.empty() &&
+         result.traded.empty() && result.at_bound.empty();
 }
 
-bool AllDetermined(const FitResult& result) {
-  return result.singular_directions.empty() && result.unmoved.empty() &&
-         HardlyDetermined(result).empty() && result.at_bound.empty();
+/// Nothing that the points show speaks against the model.
+bool ModelHolds(const FitResult& result) {
+  return !NoBetterThanMean(result) && !FollowsShape(result.residuals) &&
+         !Alternates(result.residuals) && !OnePointBends(result.residuals) &&
+         !ScattersUnequally(result.residuals) && !SwingsFreely(result.swing) &&
+         !ErrorsTooSmall(result);
+}
+
+/// Enough points beyond the parameters that their scatter says something; known errors make up for them.
+bool CanBeChecked(const FitResult& result) {
+  const bool known = result.statistics.weighting.errors == FitErrors::Absolute;
+  return result.statistics.degrees_of_freedom >= (known ? 1 : kFewestFree);
+}
+
+/// "X = 57, 12 standard deviations"
+std::string Outstanding(const OutstandingPoint& point) {
+  return "X = " + Number(point.x) + ", " +
+         (std::isfinite(point.deviations)
+              ? GeneralText(point.deviations, kRoughDigits) + " standard deviations"
+              : "beyond all others");
 }
 
 // --- the summary
@@ -201,10 +216,28 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
                ? ": there are as many points as parameters, so nothing checks the model."
                : ": there are as many points as parameters, so no errors can be stated.";
   if (PointsLost(result)) return ", but not every point could be used.";
-  if (FollowsPattern(result)) return ", but the residuals follow a pattern instead of scattering.";
+  if (SwingsFreely(result.swing))
+    return ", but between the points the curve swings farther than any point shows.";
+  if (OnePointBends(result.residuals)) {
+    return ", but one point stands out and bends the curve: " +
+           Outstanding(*result.residuals.outstanding) + ".";
+  }
+  if (FollowsShape(result.residuals))
+    return ", but the residuals follow a pattern instead of scattering.";
+  if (Alternates(result.residuals))
+    return ", but the residuals change their sign from point to point instead of scattering.";
   if (ErrorsTooSmall(result)) return ", but the points lie farther off than their errors allow.";
-  if (const std::vector<std::int32_t> hardly = HardlyDetermined(result); !hardly.empty()) {
-    return ", but the data hardly determine " + Listed(NamesOf(result, hardly)) + ".";
+  if (ScattersUnequally(result.residuals))
+    return ", but some points scatter far more than others and count alike.";
+  if (!result.open.empty())
+    return ", but the data leave the size of " + Listed(NamesOf(result, result.open)) + " open.";
+  if (!result.traded.empty())
+    return ", but the data hardly determine " + Listed(NamesOf(result, result.traded)) + ".";
+  if (!CanBeChecked(result)) {
+    return ", but " + Counted(result.statistics.points, "point") + " for " +
+           Counted(result.statistics.varied, "parameter") + " leave " +
+           Counted(result.statistics.degrees_of_freedom, "degree") +
+           " of freedom: that hardly checks the model, and the errors are rough.";
   }
   return ": the parameters are determined by the data.";
 }
@@ -230,10 +263,9 @@ void NoteUndetermined(const FitResult& result, std::vector<std::string>& notes) 
 }
 
 void NoteHardlyDetermined(const FitResult& result, std::vector<std::string>& notes) {
-  const std::vector<std::int32_t> hardly = HardlyDetermined(result);
-  if (hardly.empty()) return;
-  notes.push_back(Listed(NamesOf(result, hardly)) +
-                  (hardly.size() == 1
+  if (result.traded.empty()) return;
+  notes.push_back(Listed(NamesOf(result, result.traded)) +
+                  (result.traded.size() == 1
                        ? " has an error greater than its value, and another parameter makes up "
                          "for it: hold one of them fixed, or take a simpler model."
                        : " have errors greater than their values, and other parameters make up "
@@ -294,11 +326,41 @@ void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) 
   }
 }
 
+void NoteOpen(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.open.empty()) return;
+  notes.push_back("The curve hardly changes when " + Listed(NamesOf(result, result.open)) +
+                  (result.open.size() == 1
+                       ? " goes as far as its error reaches, so that the error says little: hold "
+                         "it fixed, or take a simpler model."
+                       : " go as far as their errors reach, so that the errors say little: hold "
+                         "some fixed, or take a simpler model."));
+}
+
+void NoteSwing(const FitResult& result, std::vector<std::string>& notes) {
+  if (!SwingsFreely(result.swing)) return;
+  notes.push_back("Between X = " + Number(result.swing.from) + " and " + Number(result.swing.to) +
+                  " no point holds the curve: a period of less than two points, or a width of less "
+                  "than one, fits much that was never measured. Start nearer to what is expected.");
+}
+
 void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
-  if (!FollowsPattern(result)) return;
-  notes.emplace_back(
-      "The residuals follow a pattern along X: the model leaves something out, or other starting "
-      "values lead to a better fit. The errors stated are too small.");
+  const ResidualFindings& found = result.residuals;
+  if (found.outstanding) {
+    const std::string moved = GeneralText(found.outstanding->pull, kRoughDigits);
+    notes.push_back("One point stands out: " + Outstanding(*found.outstanding) +
+                    (OnePointBends(found) ? ". It alone moves the parameters by " + moved +
+                                                " of their errors: check it, or fit without it."
+                                          : ". It hardly moves the parameters."));
+  }
+  if (FollowsShape(found)) {
+    notes.emplace_back(
+        "The residuals follow a pattern along X: the model leaves something out, or other starting "
+        "values lead to a better fit. The errors stated are too small.");
+  } else if (Alternates(found)) {
+    notes.emplace_back(
+        "A residual above zero is followed by one below it far more often than chance has it: the "
+        "points may come from two sources by turns, or swing faster than the model.");
+  }
 }
 
 /// By how much `best` lies below `value`: "from 2 to 1.5 (by 25 %)", "from 2 to 1E-6, 2E6 times less".
@@ -377,12 +439,18 @@ void NotePoints(const FitResult& result, const FitCircumstances& about,
   }
 }
 
-/// A trap worth a hint when something is wrong: the sign that was meant to stay is squared away.
+/// The sign that was meant to stay is squared away.
 void NoteSignBeforePower(const FitCircumstances& about, FitVerdict& verdict) {
-  if (verdict.trustworthy || !about.sign_before_power) return;
-  verdict.notes.emplace_back(
-      "A sign binds tighter than a power: -u^2 in the expression is (-u)^2. Write 0-u^2 where "
-      "-(u^2) is meant.");
+  if (!about.sign_warning.empty()) verdict.notes.push_back(about.sign_warning);
+}
+
+/// Errors of the parameters that come from points of unequal worth.
+void NoteScatter(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.residuals.unequal_scatter <= 1) return;
+  notes.push_back("Some points scatter " +
+                  GeneralText(result.residuals.unequal_scatter, kRoughDigits) +
+                  " times more than others, though all count alike: weights would make more of "
+                  "the data.");
 }
 
 }  // namespace
@@ -410,20 +478,21 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
     return verdict;
   }
   verdict.trustworthy = HasConverged(result) && !circumstances.extreme_data &&
-                        AllDetermined(result) && !TooFewPoints(result) &&
-                        !NoBetterThanMean(result) && !PointsLost(result) &&
-                        !FollowsPattern(result) && !ErrorsTooSmall(result) &&
-                        result.statistics.degrees_of_freedom > 0;
+                        AllDetermined(result) && ModelHolds(result) && CanBeChecked(result) &&
+                        !PointsLost(result);
   verdict.summary = HowItEnded(result, circumstances) + WhatTheDataSay(result, circumstances);
   NoteSignBeforePower(circumstances, verdict);
   NoteUndetermined(result, verdict.notes);
   NoteBounds(result, verdict.notes);
   NoteStuck(result, verdict.notes);
+  NoteSwing(result, verdict.notes);
+  NoteOpen(result, verdict.notes);
   NoteHardlyDetermined(result, verdict.notes);
   NoteSearch(result, verdict.notes);
   NoteFinishingStep(result, verdict.notes);
   NotePattern(result, verdict.notes);
   NoteWeights(result, circumstances, verdict.notes);
+  NoteScatter(result, verdict.notes);
   NoteCorrelations(result, verdict.notes);
   NotePoints(result, circumstances, verdict.notes);
   return verdict;

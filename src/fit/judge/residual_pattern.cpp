@@ -8,14 +8,11 @@
 namespace tarnwick {
 namespace {
 
-/// The correlation of n scattering residuals has a deviation of about 1/sqrt(n) (Anderson 1942); in these deviations.
-constexpr double kClear = 3.5;
+/// Deviations of the correlation of n scattering residuals, about 1/sqrt(n) each (Anderson 1942).
 constexpr double kSuspicious = 2;
 /// Few residuals show a pattern less well.
 constexpr std::size_t kFew = 50;
 constexpr double kSuspiciousInFew = 1;
-/// From here on the errors of parameters are a fifth too small.
-constexpr double kMisleading = 0.2;
 /// The square of the greatest of n scattering residuals, over the mean of the others, passes 2 ln n by more than this in one
 /// of a hundred fits (Grubbs 1950).
 constexpr double kOutlying = 9;
@@ -39,12 +36,6 @@ ResidualPattern FindPattern(std::span<const double> residuals) {
   if (residuals.size() >= 2) pattern.neighbour_correlation = products / squares;
   pattern.greatest_share = 1 / squares;
   return pattern;
-}
-
-bool IsClear(const ResidualPattern& pattern) {
-  const double deviations =
-      pattern.neighbour_correlation * std::sqrt(static_cast<double>(pattern.count));
-  return pattern.neighbour_correlation > kMisleading && deviations > kClear;
 }
 
 bool IsSuspicious(const ResidualPattern& pattern) {

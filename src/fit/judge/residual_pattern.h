@@ -22,9 +22,6 @@ struct ResidualPattern {
 /// `residuals` in the order of X.
 ResidualPattern FindPattern(std::span<const double> residuals);
 
-/// Neighbours are alike far beyond chance and enough to mislead the errors of the parameters: scattering residuals of any
-/// number do so in less than one of a thousand fits.
-bool IsClear(const ResidualPattern& pattern);
 /// Neighbours are more alike, or one residual is greater, than chance leads to in most fits: worth a look, no proof.
 bool IsSuspicious(const ResidualPattern& pattern);
 

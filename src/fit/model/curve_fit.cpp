@@ -1,11 +1,13 @@
 #include "fit/model/curve_fit.h"
 
 #include <algorithm>
+#include <span>
 #include <unordered_set>
 #include <utility>
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "expr/words/added_words.h"
 #include "expr/words/builtin_words.h"
 #include "fit/model/templates.h"
 #include "fit/model/ties.h"
@@ -167,10 +169,12 @@ void TCurFit::UpdateTies() {
 
 // A variable takes the place of a built-in word of its name; with the variable gone the word must be known again.
 void TCurFit::RestoreBuiltinWords() {
-  for (const BuiltinWord& word : BuiltinWords()) {
-    const TExprWord* const known = WordList().Find(word.name);
-    if (known == nullptr || dynamic_cast<const TGeneratedVariable*>(known) != nullptr) {
-      WordList().Replace(MakeWord(word));
+  for (const std::span<const BuiltinWord> table : {BuiltinWords(), AddedWords()}) {
+    for (const BuiltinWord& word : table) {
+      const TExprWord* const known = WordList().Find(word.name);
+      if (known == nullptr || dynamic_cast<const TGeneratedVariable*>(known) != nullptr) {
+        WordList().Replace(MakeWord(word));
+      }
     }
   }
 }

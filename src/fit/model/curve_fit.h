@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "expr/expression_parser.h"
+#include "expr/formula_parser.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"
 #include "fit/model/parameter.h"
 
 namespace tarnwick {
 
-class TCurFit final : public TExpressionParser {
+class TCurFit final : public TFormulaParser {
  public:
   TCurFit();
 

@@ -315,6 +315,38 @@ ReducedJacobian ModelResiduals::Reduce(std::span<const double> p, Reduction how)
   return *std::move(reduced);
 }
 
+std::vector<double> ModelResiduals::Curve(std::span<const double> p, std::span<const double> x) {
+  return impl_->ValuesAt(x, p);
+}
+
+ResidualSample ModelResiduals::Sample(std::span<const double> p, std::size_t most) {
+  const OwnPoints some = EveryNth(impl_->points, most);
+  ModelBlocks& blocks = *impl_->workers.front().blocks;
+  blocks.Load(p);
+  ResidualSample sample;
+  const auto k = static_cast<Eigen::Index>(ParameterCount());
+  sample.jacobian.resize(static_cast<Eigen::Index>(some.x.size()), k);
+  for (std::size_t from = 0; from < some.x.size(); from += kBlockLength) {
+    const std::size_t count = std::min(kBlockLength, some.x.size() - from);
+    const BlockResult block = blocks.Derivatives(std::span(some.x).subspan(from, count));
+    for (std::size_t i = 0; i < count; ++i) {
+      const auto row = static_cast<Eigen::Index>(sample.x.size());
+      for (Eigen::Index j = 0; j < k; ++j)
+        sample.jacobian(row, j) = block.derivatives[static_cast<std::size_t>(j)][i];
+      const double weight = some.weights.empty() ? 1 : some.weights[from + i];
+      sample.jacobian.row(row) *= weight;
+      const double residual = (some.y[from + i] - block.values[i]) * weight;
+      if (!std::isfinite(residual) || !sample.jacobian.row(row).allFinite()) continue;
+      sample.x.push_back(some.x[from + i]);
+      sample.curve.push_back(block.values[i]);
+      sample.weights.push_back(weight);
+      sample.residuals.push_back(residual);
+    }
+  }
+  sample.jacobian.conservativeResize(static_cast<Eigen::Index>(sample.x.size()), k);
+  return sample;
+}
+
 std::vector<double> ModelResiduals::Values(std::span<const double> p) {
   return impl_->ValuesAt(impl_->points.x, p);
 }

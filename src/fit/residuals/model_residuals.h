@@ -19,6 +19,15 @@ struct FitPoints {
   std::span<const double> weights = {};  ///< 1/σ of each, finite; empty: 1
 };
 
+/// Residuals y - f and the model's derivatives, point by point; without those that have no value.
+struct ResidualSample {
+  std::vector<double> x;
+  std::vector<double> curve;  ///< f, as it is
+  std::vector<double> weights;
+  std::vector<double> residuals;
+  Eigen::MatrixXd jacobian;  ///< a row per point, a column per varied parameter
+};
+
 class ModelResiduals final : public LeastSquaresProblem {
  public:
   /// `model` must be prepared (TCurFit::Prepare), `points` must outlive this. Differentiates by the parameters with Vary set,
@@ -30,6 +39,10 @@ class ModelResiduals final : public LeastSquaresProblem {
   void SetWeights(std::span<const double> weights);
   /// The present values of the varied parameters.
   std::vector<double> Start() const;
+  /// The same with their derivatives, both weighted. Throws EIntegerDivision.
+  ResidualSample Sample(std::span<const double> p, std::size_t most);
+  /// The model at any X. Throws EIntegerDivision.
+  std::vector<double> Curve(std::span<const double> p, std::span<const double> x);
   /// f at every point. Throws EIntegerDivision.
   std::vector<double> Values(std::span<const double> p);
 

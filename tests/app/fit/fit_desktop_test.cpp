@@ -283,6 +283,26 @@ TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
   EXPECT_EQ(Series().Fit().Result(), result);
 }
 
+TEST_F(FitDesktopTest, ATypedFormulaStartsWithNewtonAndAllPoints) {
+  Start({Example("decay.dat")});
+  QTimer::singleShot(0, form_.get(), [&] {
+    auto* dialog = form_->findChild<QDialog*>("FitSettings");
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*exp(-(x/t)^2)");
+    Button("Ma&ke Parameters")->click();
+    EXPECT_TRUE(dialog->findChild<QLabel*>("ExpressionMessage")
+                    ->text()
+                    .endsWith("write A*exp(-((x/t)^2))"));
+    dialog->accept();
+  });
+  Run("editFunction1");
+  const FitSettings model = Series().Fit().Settings();
+  EXPECT_EQ(model.parameters.size(), 2U);
+  EXPECT_EQ(model.ProcType, FitProcType::cfp_Newton);
+  EXPECT_GE(model.NPoints,
+            static_cast<std::int32_t>(std::max<std::size_t>(150, Series().Points().Size())));
+}
+
 TEST(ModelCheck, SaysWhatIsTheMatter) {
   struct Row {
     const char* expression;

@@ -90,7 +90,9 @@ TEST(ColumnExpression, SaysWhatIsWrong) {
     const char* message;
   };
   const Row rows[] = {
-      {"Y 2", "Syntax error in expression Y 2 (column expression \"Y 2\", character 1)"},
+      {"Y 2",
+       "Syntax error in expression Y 2 (column expression \"Y 2\", character 1): an operator is "
+       "missing before \"2\""},
       {"2*Tmp",
        "There is no column \"tmp\" (column expression \"2*Tmp\"; names: x, y, time, temp, col2)"},
       {"(k := X) + n",

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "base/undefined.h"
-#include "expr/expression_parser.h"
-#include "expr/words/builtin_words.h"
+#include "expr/formula_parser.h"
+#include "expr/words/added_words.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick {
@@ -56,7 +56,7 @@ class Model {
   }
 
  private:
-  TExpressionParser parser_;
+  TFormulaParser parser_;
   double x_ = 0;
   double p_ = 1;
   double q_ = 1;
@@ -113,9 +113,10 @@ void ExpectAgreement(const std::string& text, double p, double q, double most) {
 
 std::string Written(const BuiltinWord& word, const std::string& a, const std::string& b) {
   const std::string name = word.name;
-  if (word.notation == Notation::Function)
-    return word.n_args == 0 ? name
-                            : name + "(" + a + (word.n_args == 2 ? "," + b : std::string()) + ")";
+  if (word.notation == Notation::Function) {
+    const std::string more[] = {"", "", "," + b, "," + b + ",q"};
+    return word.n_args == 0 ? name : name + "(" + a + more[word.n_args] + ")";
+  }
   if (word.n_args == 2)
     return name == "^@" ? "(" + a + ")^3" : "(" + a + ")" + name + "(" + b + ")";
   if (name == "!" || name == "%") return "(" + a + ")" + name;
@@ -124,7 +125,9 @@ std::string Written(const BuiltinWord& word, const std::string& a, const std::st
 
 TEST(BlockEvaluator, AgreesWithTheReferenceInEveryWord) {
   int words = 0;
-  for (const BuiltinWord& word : BuiltinWords()) {
+  std::vector<BuiltinWord> all(BuiltinWords().begin(), BuiltinWords().end());
+  all.insert(all.end(), AddedWords().begin(), AddedWords().end());
+  for (const BuiltinWord& word : all) {
     const std::string name = word.name;
     if (word.func == nullptr || name == "random" || name == ":=") continue;
     ++words;
@@ -134,14 +137,14 @@ TEST(BlockEvaluator, AgreesWithTheReferenceInEveryWord) {
       for (const double p : {1.0, -2.5, 0.0, 1e-31, kUndefined}) {
         if (divides && p == 1e-31) continue;
         ExpectAgreement(Written(word, "x", divides ? "p*3+1" : "p"), p, 1, most);
-        if (word.n_args == 2 && !divides) {
+        if (word.n_args >= 2 && !divides) {
           ExpectAgreement(Written(word, "p", "x"), p, 1, most);
           ExpectAgreement(Written(word, "x", "x+p"), p, 1, most);
         }
       }
     });
   }
-  EXPECT_EQ(words, 51);
+  EXPECT_EQ(words, 59);
 }
 
 TEST(BlockEvaluator, FusesOperationsToTheSameBits) {
@@ -209,6 +212,11 @@ TEST(BlockEvaluator, HasTheDerivativesOf) {
       {"p/q+q/p/x-p%-degtorad(q)+radtodeg(p)", 2, 0.6, 0.9},
       {"round(p)+trunc(q)*p+p!+(p>q)*q+(p div 1)+(not p)", 2, 0.6, 2.9},
       {"sqr(p)*+q--p", 2, 0.6, 2.9},
+      {"erf(p*x)+erfc(q)*x+arctan(p*q)", 0.8, 0.6, 0.4},
+      {"gamma(p+x)+lngamma(q*x)+lngamma(p-2)", 2, 0.6, 0.9},
+      {"besselj(2,p*x)+besselj(0,q)+besselj(p,x)", 2.5, 1.2, 0.9},
+      {"voigt(x-p,q,0.7)+voigt(x,p,q)+voigt(90,p,q)", 1.5, 0.6, 0.9},
+      {"if(x>1,p*q,p)+if(p-p,p,q^2)", 1.5, 0.6, 0.9},
       {"x", 2, 0.6, 2.9},
       {"q", 2, 0.6, 2.9},
   };

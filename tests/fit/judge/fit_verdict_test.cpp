@@ -109,7 +109,7 @@ const Situation kSituations[] = {
      ", but the curve fits hardly better than a horizontal line would.", ""},
     {"correlated", [](R& r, C&) { r.statistics.correlation[5] = -0.9975; }, true, kDetermined,
      "b and c are strongly correlated (-0.9975)"},
-    {"pattern", [](R& r, C&) { r.statistics.residual_correlation = 0.4; }, false,
+    {"pattern", [](R& r, C&) { r.residuals.shape = 1e-4; }, false,
      ", but the residuals follow a pattern instead of scattering.",
      "The residuals follow a pattern along X"},
     {"hardly better than a constant", [](R& r, C&) { r.statistics.r_squared = 0.04; }, false,
@@ -137,16 +137,42 @@ const Situation kSituations[] = {
      ""},
     {"hardly determined",
      [](R& r, C&) {
-       r.statistics.standard_errors = {2.5, 9, 0.1};
-       r.statistics.correlation[1] = r.statistics.correlation[3] = -0.999;
+       r.traded = {0, 1};
      },
      false, ", but the data hardly determine a and b.",
      "a and b have errors greater than their values"},
-    {"a great error alone",
+    {"a size left open", [](R& r, C&) { r.open = {1}; }, false,
+     ", but the data leave the size of b open.", "The curve hardly changes when b goes as far"},
+    {"a swing between points",
      [](R& r, C&) {
-       r.statistics.standard_errors = {2.5, 9, 5};
+       r.swing = {0.9, 3, 4};
      },
-     true, kDetermined, ""},
+     false, ", but between the points the curve swings farther than any point shows.",
+     "Between X = 3 and 4 no point holds the curve"},
+    {"a point that bends",
+     [](R& r, C&) {
+       r.residuals.outstanding = {57, 12.3, 2.1};
+     },
+     false, ", but one point stands out and bends the curve: X = 57, 12 standard deviations.",
+     "It alone moves the parameters by 2.1 of their errors"},
+    {"a point that bends nothing",
+     [](R& r, C&) {
+       r.residuals.outstanding = {57, 12.3, 0.4};
+     },
+     true, kDetermined, "One point stands out: X = 57, 12 standard deviations. It hardly moves"},
+    {"alternating signs", [](R& r, C&) { r.residuals.alternating = 1e-5; }, false,
+     ", but the residuals change their sign from point to point instead of scattering.",
+     "A residual above zero is followed by one below it"},
+    {"two degrees of freedom",
+     [](R& r, C&) {
+       r.statistics.points = 5;
+       r.statistics.degrees_of_freedom = 2;
+     },
+     false,
+     ", but 5 points for 3 parameters leave 2 degrees of freedom: that hardly checks the model, "
+     "and "
+     "the errors are rough.",
+     ""},
     {"another minimum",
      [](R& r, C&) {
        r.outcome.left_minimum = {8, 2};
@@ -155,12 +181,8 @@ const Situation kSituations[] = {
      "led into a poorer minimum; others, found by a search, lower the sum of squares from 8 to 2"},
     {"a search in vain", [](R& r, C&) { r.outcome.search_evaluations = 80; }, true, kDetermined,
      "A search for better starting values found none."},
-    {"pattern of a few",
-     [](R& r, C&) {
-       r.statistics.residual_correlation = 0.7;
-       r.statistics.points = 20;
-     },
-     true, kDetermined, ""},
+    {"as chance has it", [](R& r, C&) { r.residuals.shape = r.residuals.alike = 0.02; }, true,
+     kDetermined, ""},
     {"short of the best", [](R& r, C&) { r.newton_sum_of_squares = 1.5; }, false, kShort,
      "lowers the sum of squares from 2 to 1.5 (by 25 %)."},
     {"near the best", [](R& r, C&) { r.newton_sum_of_squares = 2 - 4e-5; }, true, kDetermined,
@@ -189,8 +211,13 @@ const Situation kSituations[] = {
      "The fit did not start: the starting values are so far off that the sum of squares is beyond "
      "all numbers.",
      ""},
-    {"a sign before a power, and a good fit", [](R&, C& c) { c.sign_before_power = true; }, true,
-     kDetermined, ""},
+    {"a sign before a power", [](R&, C& c) { c.sign_warning = "A sign, write -(x^2)"; }, true,
+     kDetermined, "write -(x^2)"},
+    {"unequal scatter", [](R& r, C&) { r.residuals.unequal_scatter = 8.4; }, true, kDetermined,
+     "Some points scatter 8.4 times more than others"},
+    {"far unequal scatter", [](R& r, C&) { r.residuals.unequal_scatter = 84; }, false,
+     ", but some points scatter far more than others and count alike.",
+     "Some points scatter 84 times more than others"},
     {"no number to start from",
      [](R& r, C& c) {
        r.outcome.why = StopReason::UndefinedAtStart;

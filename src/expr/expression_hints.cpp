@@ -1,0 +1,250 @@
+#include "expr/expression_hints.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <optional>
+#include <span>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "expr/expr_scanner.h"
+#include "expr/words/added_words.h"
+#include "expr/words/parser_exception.h"
+
+namespace tarnwick {
+namespace {
+
+struct Synonym {
+  std::string_view typed;
+  std::string_view meant;
+};
+
+/// Names that other programs have for words of ours.
+constexpr Synonym kSynonyms[] = {
+    {"asin", "arcsin"},   {"acos", "arccos"},   {"atan", "arctan"},    {"atan2", "arctan2"},
+    {"asinh", "arcsinh"}, {"acosh", "arccosh"}, {"atanh", "arctanh"},  {"log", "ln\" or \"log10"},
+    {"lg", "log10"},      {"tg", "tan"},        {"lgamma", "lngamma"}, {"gammaln", "lngamma"},
+    {"tgamma", "gamma"},  {"jn", "besselj"},    {"square", "sqr"},     {"int", "trunc"},
+};
+/// So many letters more, fewer, others or exchanged are a slip; one in short words.
+constexpr std::size_t kSlips = 2;
+constexpr std::size_t kShortWord = 4;
+
+bool IsFunction(const TExprWord& word) {
+  return !word.IsOperator() && word.NArgs() > 0;
+}
+
+bool Is(const TExprCollection& tokens, std::size_t i, std::string_view name) {
+  return i < tokens.Count() && tokens[i].Name() == name;
+}
+
+bool IsUnknown(const TExprWord& word) {
+  return typeid(word) == typeid(TGeneratedVariable) && !word.Name().empty() &&
+         (word.Name()[0] == '_' || std::isalpha(static_cast<unsigned char>(word.Name()[0])) != 0);
+}
+
+/// Letters to add, leave out, change or exchange with the next one (Damerau 1964) to make one name of the other.
+std::size_t SlipsBetween(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> before(b.size() + 1);
+  std::vector<std::size_t> last(b.size() + 1);
+  std::vector<std::size_t> now(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) last[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    now[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      now[j] = std::min({last[j] + 1, now[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
+      if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
+        now[j] = std::min(now[j], before[j - 2] + 1);
+    }
+    std::swap(before, last);
+    std::swap(last, now);
+  }
+  return last[b.size()];
+}
+
+/// The function that was probably meant; empty when none is near.
+std::string MeantBy(std::string_view name, const TExpressList& words) {
+  for (const Synonym& row : kSynonyms) {
+    if (row.typed == name) return std::string(row.meant);
+  }
+  std::size_t fewest = name.size() < kShortWord ? 1 : kSlips;
+  std::string meant;
+  for (const TExprWord* const word : words) {
+    if (!IsFunction(*word)) continue;
+    const std::size_t slips = SlipsBetween(name, word->Name());
+    if (slips > fewest || (slips == fewest && !meant.empty())) continue;
+    fewest = slips;
+    meant = word->Name();
+  }
+  return meant;
+}
+
+/// The text of the tokens from `first` up to `end`.
+std::string TextOf(const TExprCollection& tokens, std::size_t first, std::size_t end,
+                   std::string_view text) {
+  const std::size_t from = tokens.PlaceOf(first);
+  const std::size_t to = end < tokens.Count() ? tokens.PlaceOf(end) : text.size();
+  return std::string(TrimBlanks(text.substr(from, to - from)));
+}
+
+/// One past the operand that begins at a token: signs, a name, a number, a bracket, a function with its bracket, and what
+/// stands behind them (5!).
+std::size_t OperandEnd(const TExprCollection& tokens, const std::vector<std::size_t>& matching,
+                       std::size_t i) {
+  while (Is(tokens, i, "-@") || Is(tokens, i, "+@")) ++i;
+  if (i < tokens.Count() && IsFunction(tokens[i]) && Is(tokens, i + 1, "(")) ++i;
+  if (i >= tokens.Count()) return tokens.Count();
+  std::size_t end = Is(tokens, i, "(") ? std::min(matching[i] + 1, tokens.Count()) : i + 1;
+  while (Is(tokens, end, "!") || Is(tokens, end, "%")) ++end;
+  return end;
+}
+
+/// Arguments between the brackets at `open` and `close`.
+int CountArguments(const TExprCollection& tokens, const std::vector<std::size_t>& matching,
+                   std::size_t open) {
+  if (matching[open] <= open + 1) return 0;
+  int count = 1;
+  for (std::size_t i = open + 1; i < std::min(matching[open], tokens.Count()); ++i) {
+    if (Is(tokens, i, "(")) {
+      i = matching[i];
+    } else if (Is(tokens, i, ",")) {
+      ++count;
+    }
+  }
+  return count;
+}
+
+std::string HintAtFunction(const TExprCollection& tokens, const std::vector<std::size_t>& matching,
+                           std::size_t i) {
+  const TExprWord& word = tokens[i];
+  const std::string quoted = "\"" + word.Name() + "\"";
+  if (!Is(tokens, i + 1, "("))
+    return quoted + " takes its argument in brackets: " + word.Name() + "(...)";
+  const int given = CountArguments(tokens, matching, i + 1);
+  if (given >= word.NArgs()) return {};
+  return quoted + " takes " + std::to_string(word.NArgs()) +
+         (word.NArgs() == 1 ? " argument" : " arguments");
+}
+
+/// Of a comma that stands in no function's bracket.
+std::string HintAtComma(const TExprCollection& tokens, std::size_t i, std::string_view text) {
+  const auto is_number = [&](std::size_t at) {
+    return at < tokens.Count() && (IsDigit(tokens[at].Name()[0]) || tokens[at].Name()[0] == '.');
+  };
+  if (i > 0 && is_number(i - 1) && is_number(i + 1)) {
+    return "numbers are written with a point: " + TextOf(tokens, i - 1, i, text) + "." +
+           TextOf(tokens, i + 1, i + 2, text);
+  }
+  return "a comma stands between the arguments of a function only";
+}
+
+std::vector<bool> InFunctionBrackets(const TExprCollection& tokens,
+                                     const std::vector<std::size_t>& matching) {
+  std::vector<bool> inside(tokens.Count(), false);
+  for (std::size_t i = 1; i < tokens.Count(); ++i) {
+    if (!Is(tokens, i, "(")) continue;
+    const bool arguments = IsFunction(tokens[i - 1]) || IsUnknown(tokens[i - 1]);
+    for (std::size_t j = i; j < std::min(matching[i], tokens.Count()); ++j) inside[j] = arguments;
+  }
+  return inside;
+}
+
+bool IsOperand(const TExprWord& word) {
+  return word.NArgs() == 0 && word.ResultType() <= WordKind::String;
+}
+
+}  // namespace
+
+std::string HintFor(const TExprCollection& tokens, const TExpressList& words,
+                    std::string_view text) {
+  const std::vector<std::size_t> matching = tokens.MatchingBrackets();
+  const std::vector<bool> inside = InFunctionBrackets(tokens, matching);
+  for (std::size_t i = 0; i < tokens.Count(); ++i) {
+    const TExprWord& word = tokens[i];
+    if (IsUnknown(word) && Is(tokens, i + 1, "(")) {
+      const std::string meant = MeantBy(word.Name(), words);
+      return "\"" + word.Name() + "\" is no function" +
+             (meant.empty() ? "" : "; did you mean \"" + meant + "\"?");
+    }
+    if (Is(tokens, i, ",") && !inside[i]) return HintAtComma(tokens, i, text);
+    if (Is(tokens, i, ",") && (Is(tokens, i + 1, "-") || Is(tokens, i + 1, "+"))) {
+      const std::size_t end = OperandEnd(tokens, matching, i + 2);
+      return "a sign behind a comma needs brackets: (" + TextOf(tokens, i + 1, end, text) + ")";
+    }
+    if (IsFunction(word)) {
+      if (std::string hint = HintAtFunction(tokens, matching, i); !hint.empty()) return hint;
+    }
+    if (i > 0 && IsOperand(word) && (IsOperand(tokens[i - 1]) || Is(tokens, i - 1, ")"))) {
+      return "an operator is missing before \"" + TextOf(tokens, i, i + 1, text) + "\"";
+    }
+  }
+  return {};
+}
+
+namespace {
+
+struct Insertion {
+  std::size_t place;
+  char bracket;
+};
+
+/// An odd whole power keeps the sign, whichever comes first.
+bool KeepsSign(const TExprCollection& tokens, std::size_t power, std::size_t end) {
+  if (!Is(tokens, power, "^@") || end != power + 2) return false;
+  const auto* const exponent = dynamic_cast<const TDoubleConstant*>(&tokens[power + 1]);
+  return exponent != nullptr && std::fmod(exponent->Value(), 2) != 0;
+}
+
+/// The brackets that let every power come before the sign in front of it.
+std::vector<Insertion> MissingBrackets(const TExprCollection& tokens, std::string_view text) {
+  const std::vector<std::size_t> matching = tokens.MatchingBrackets();
+  const auto is_power = [&](std::size_t i) { return Is(tokens, i, "^") || Is(tokens, i, "^@"); };
+  std::vector<Insertion> missing;
+  for (std::size_t i = 0; i + 1 < tokens.Count(); ++i) {
+    if (!Is(tokens, i, "-@")) continue;
+    const std::size_t power = OperandEnd(tokens, matching, i + 1);
+    std::size_t end = power;
+    while (is_power(end)) end = OperandEnd(tokens, matching, end + 1);
+    if (end == power || KeepsSign(tokens, power, end)) continue;
+    const std::size_t first = tokens.PlaceOf(i + 1);
+    missing.push_back({first, '('});
+    missing.push_back({first + TextOf(tokens, i + 1, end, text).size(), ')'});
+  }
+  std::ranges::stable_sort(missing, {}, &Insertion::place);
+  return missing;
+}
+
+}  // namespace
+
+std::string SignWarning(std::string_view expression) {
+  if (expression.find('^') == std::string_view::npos) return {};
+  TExpressList words;
+  for (const std::span<const BuiltinWord> table : {BuiltinWords(), AddedWords()}) {
+    for (const BuiltinWord& word : table) words.Insert(MakeWord(word));
+  }
+  TOCollection<TExprWord> constants;
+  TOCollection<TExprWord> displaced;
+  TExprCollection tokens;
+  try {
+    ScanExpression(LowerAscii(expression), expression, words, {constants, displaced}, tokens);
+    tokens.CheckBrackets();
+    tokens.ResolveSigns(words);
+  } catch (const EParserException&) {
+    return {};  // it has its own message
+  }
+  const std::vector<Insertion> missing = MissingBrackets(tokens, expression);
+  if (missing.empty()) return {};
+  std::string meant(expression);
+  for (auto one = missing.rbegin(); one != missing.rend(); ++one)
+    meant.insert(one->place, 1, one->bracket);
+  return "A sign binds tighter than a power: -u^2 is (-u)^2. Where the power should come first, "
+         "write " +
+         meant;
+}
+
+}  // namespace tarnwick

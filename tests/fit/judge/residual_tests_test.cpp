@@ -1,0 +1,149 @@
+#include "fit/judge/residual_tests.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "fit/judge/curve_swing.h"
+#include "fit/judge/fit_statistics.h"
+#include "fit/judge/open_parameters.h"
+#include "fit/judge/residual_pattern.h"
+#include "fitted_model.h"
+
+namespace tarnwick::testing {
+namespace {
+
+double Parabola(double x) {
+  return x * x;
+}
+double Sine(double x) {
+  return std::sin(2 * std::numbers::pi * x / 3.7);
+}
+
+/// What is found after a fit of a straight line to points from 0 to 10.
+ResidualFindings AfterLine(Points points) {
+  const auto model = MakeModel("a*x+b", {{"a", 1}, {"b", 0}});
+  ModelResiduals residuals(*model, points.View());
+  return TestResiduals(residuals.Sample(Fit(residuals).outcome.p, kPatternPoints));
+}
+
+struct Shape {
+  const char* name;
+  std::size_t points;
+  double noise;
+  std::function<double(double)> f;
+  bool follows;
+};
+
+// A line, ten points and more: exact or noisy, the parabola has to be seen, and nothing where there is nothing.
+const Shape kShapes[] = {
+    {"ten points of an exact parabola", 10, 0, Parabola, true},
+    {"five of them", 5, 0, Parabola, true},
+    {"ten of a noisy one", 10, 3, Parabola, true},
+    {"a sine of few points a period", 30, 0.5, Sine, true},
+    {"a weak bend in many points", 5000, 20, Parabola, true},
+    {"a line", 10, 1, [](double x) { return 2 * x; }, false},
+    {"a line of many points", 5000, 1, [](double x) { return 2 * x; }, false},
+    {"a line of four points", 4, 1, Parabola, false},
+};
+
+TEST(ResidualTests, SeesAShapeBesideTheModel) {
+  for (const Shape& shape : kShapes) {
+    SCOPED_TRACE(shape.name);
+    const ResidualFindings found = AfterLine(MakePoints(shape.points, 0, 10, shape.noise, shape.f));
+    EXPECT_EQ(FollowsShape(found), shape.follows) << found.shape << " " << found.alike;
+    EXPECT_FALSE(Alternates(found));
+  }
+}
+
+TEST(ResidualTests, ChanceAloneIsHardlyEverFound) {
+  int found = 0;
+  constexpr int kFits = 2000;
+  std::uint64_t state = 1;
+  for (int fit = 0; fit < kFits; ++fit) {
+    ResidualSample sample;
+    const int n = 6 + fit % 25;
+    sample.jacobian.resize(n, 2);
+    for (int i = 0; i < n; ++i) {
+      double sum = -6;  // of twelve uniform numbers: normal enough
+      for (int j = 0; j < 12; ++j) {
+        state = state * 6364136223846793005U + 1442695040888963407U;
+        sum += static_cast<double>(state >> 11) * 0x1p-53;
+      }
+      sample.x.push_back(i);
+      sample.curve.push_back(2.0 * i);
+      sample.residuals.push_back(sum);
+      sample.jacobian.row(i) << 1, i;
+    }
+    const ResidualFindings one = TestResiduals(sample);
+    found += FollowsShape(one) || Alternates(one) || OnePointBends(one);
+  }
+  EXPECT_LE(found, kFits / 100);
+  EXPECT_GE(found, 1);
+}
+
+TEST(ResidualTests, NamesThePointThatStandsOut) {
+  Points points = MakePoints(50, 0, 49, 1, [](double x) { return 2 * x; });
+  points.y[3] += 30;
+  const ResidualFindings found = AfterLine(points);
+  ASSERT_TRUE(found.outstanding.has_value());
+  EXPECT_EQ(found.outstanding->x, 3);
+  EXPECT_GT(found.outstanding->deviations, 12);
+  EXPECT_TRUE(OnePointBends(found));
+  points.y[3] -= 30;
+  for (std::size_t i = 0; i < points.y.size(); ++i) points.y[i] += i % 2 == 0 ? 2 : -2;
+  EXPECT_TRUE(Alternates(AfterLine(points)));
+}
+
+struct Wave {
+  double period;
+  bool free;
+};
+
+TEST(CurveSwing, FindsWavesAndPeaksThatNoPointHolds) {
+  Points points = MakePoints(40, 0, 39, 0, [](double) { return 0.0; });
+  for (const auto& [period, free] :
+       {Wave{0.999, true}, Wave{1.9, true}, Wave{2.6, false}, Wave{4, false}, Wave{47, false}}) {
+    SCOPED_TRACE(period);
+    const auto model = MakeModel("sin(2*pi*x/P+0.3)", {{"P", period}});
+    ModelResiduals residuals(*model, points.View());
+    EXPECT_EQ(SwingsFreely(GreatestSwing(residuals, points.x, residuals.Start())), free);
+  }
+  const auto peak = MakeModel("exp(0-((x-10.5)/c)^2)", {{"c", 0.3}});
+  ModelResiduals residuals(*peak, points.View());
+  EXPECT_EQ(GreatestSwing(residuals, points.x, residuals.Start()).from, 10);
+  EXPECT_TRUE(SwingsFreely(GreatestSwing(residuals, points.x, residuals.Start())));
+  EXPECT_FALSE(SwingsFreely(GreatestSwing(residuals, points.x, std::vector<double>{1.5})));
+}
+
+struct OpenRow {
+  const char* expression;
+  NamedValue parameter;
+  double error;
+  bool open;
+};
+
+// Of these errors the decay time says nothing, a place, an offset and a rate of zero do.
+TEST(OpenParameters, AreThoseThatTheCurveDoesNotFollow) {
+  const Points points = MakePoints(100, 0, 100, 1, [](double) { return 1.0; });
+  for (const OpenRow& row :
+       {OpenRow{"exp(-x/t)", {"t", 1e7}, 3e8, true}, OpenRow{"exp(-x/t)", {"t", 30}, 4, false},
+        OpenRow{"exp(0-k*x)", {"k", 1e-4}, 3e-3, false},
+        OpenRow{"exp(0-((x-b)/20)^2)", {"b", 0}, 0.5, false},
+        OpenRow{"exp(-x/30)+c", {"c", 0}, 0.05, false},
+        OpenRow{"x/(k+x)", {"k", 1e6}, 1e7, true}}) {
+    SCOPED_TRACE(row.expression);
+    const auto model = MakeModel(row.expression, {row.parameter});
+    ModelResiduals residuals(*model, points.View());
+    FitStatistics statistics;
+    statistics.standard_errors = {row.error};
+    statistics.determined_covariance = {row.error * row.error};
+    const std::vector<double> values = residuals.Start();
+    const ResidualSample sample = residuals.Sample(values, kPatternPoints);
+    EXPECT_EQ(OpenParameters(residuals, values, statistics, sample).size(), row.open ? 1U : 0U);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick::testing
