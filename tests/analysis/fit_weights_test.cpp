@@ -45,7 +45,7 @@ TEST(FitWeights, LineByErrorsMeetsTheClosedFormByEveryMethod) {
     EXPECT_NEAR(absolute.statistics.standard_errors[0], line.errors[0], 1e-9);
     EXPECT_NEAR(absolute.statistics.standard_errors[1], line.errors[1], 1e-9);
     EXPECT_NEAR(absolute.statistics.aic, line.chi_squared + 4, 1e-9);
-    EXPECT_THAT(absolute.verdict.notes, ::testing::Contains(HasSubstr("--weights none")));
+    EXPECT_THAT(absolute.verdict.notes, ::testing::Contains(HasSubstr("weighted by their errors")));
     job.settings.weighting.errors = FitErrors::Scaled;
     const FitResult scaled = Fitted(job);
     EXPECT_NEAR(scaled.statistics.standard_errors[1],

@@ -138,10 +138,14 @@ FitAnswer Answer(const Options& options, const FitJob& job, TDataSeries& series,
 }
 
 /// What never reached the fit, and the options that would change it.
-void NoteOptions(const InputGraph& input, std::size_t series, FitResult& result) {
+void NoteOptions(const InputGraph& input, std::size_t series, const FitJob& job,
+                 FitResult& result) {
   FitVerdict& verdict = result.verdict;
   if (result.points_used < result.points_in_range)
     verdict.notes.emplace_back("--all-points lets every point enter.");
+  const bool unasked = job.settings.weighting.weights == FitWeights::Automatic &&
+                       result.statistics.weighting.weights == FitWeights::Errors;
+  if (unasked) verdict.notes.emplace_back("--weights none lets all points weigh alike.");
   if (series >= input.reports.size()) return;
   const LoadReport& report = input.reports[series];
   const std::int64_t merged = report.rows_read - report.Skipped() - report.points;
@@ -191,7 +195,7 @@ void Run(const Options& options, Output& output) {
   FitResult result = Fit(job);
   ApplyFit(series, result);
   if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
-  NoteOptions(input, index, result);
+  NoteOptions(input, index, job, result);
   const FitAnswer answer = Answer(options, job, series, std::move(result));
   Save(options, input, index, answer, output);
   if (options.save.file != "-") PrintFit(answer, output);

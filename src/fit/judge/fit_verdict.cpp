@@ -395,9 +395,7 @@ void NoteWeights(const FitResult& result, const FitCircumstances& about,
                  std::vector<std::string>& notes) {
   const FitStatistics& statistics = result.statistics;
   if (about.weighted_unasked)
-    notes.emplace_back(
-        "The points are weighted by their errors of Y; weights can be set to none (--weights "
-        "none).");
+    notes.emplace_back("The points are weighted by their errors of Y, since they have some.");
   if (ErrorsTooSmall(result)) {
     notes.push_back("χ² is " + Number(statistics.sum_of_squares) + " for " +
                     Counted(statistics.degrees_of_freedom, "degree") +
