@@ -11,7 +11,7 @@
 #include "fit/judge/distributions.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/model_values.h"
-#include "fit/residuals/sum_about_mean.h"
+#include "fit/residuals/sums_of_y.h"
 
 namespace tarnwick {
 namespace {
@@ -59,7 +59,7 @@ bool TakesOn(const FitSettings& larger, const FitJob& curve) {
   job.settings.ProcType = FitProcType::cfp_Newton;
   NoProgress progress;
   const FitResult fit = RunFit(job, progress);
-  const double limit = kSameCurve * kSameCurve * SumAboutMean(curve.y);
+  const double limit = kSameCurve * kSameCurve * SumUpY(curve.y).about_mean;
   return !Failed(fit.outcome.why) && fit.undefined_points == 0 && fit.outcome.value <= limit;
 }
 

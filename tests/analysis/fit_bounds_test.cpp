@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/fit_run.h"
@@ -107,6 +108,19 @@ TEST(FitBounds, NotReachedTheyChangeNothing) {
 TEST(FitBounds, WhatCannotHoldIsRefused) {
   EXPECT_THAT(Fitted(Decay({{1, 2, 0}, {1, 0, 2}, {0, -1, 1}})).verdict.summary,
               HasSubstr("The bounds of \"a\" are crossed"));
+}
+
+// The period is found where the width of the search reaches it.
+TEST(FitBounds, AStartingDeviationIsTheWidthOfTheSearch) {
+  for (const auto& [width, found] : {std::pair(0.1, false), std::pair(4.0, true)}) {
+    FitJob job = Decay({{1, -kNone, kNone}, {6, -kNone, kNone}});
+    job.settings.Expression = "a*sin(2*pi*x/b)";
+    job.settings.parameters[1].StartDev = width;
+    for (std::size_t i = 0; i < job.x.size(); ++i)
+      job.y[i] = 2 * std::sin(2 * M_PI * job.x[i] / 2.6) +
+                 0.01 * std::cos(1000.0 * static_cast<double>(i * i));
+    EXPECT_EQ(std::abs(Fitted(job).values[1] - 2.6) < 0.1, found) << width;
+  }
 }
 
 TEST(FitTies, GiveValuesAndErrorsOfTheOthers) {

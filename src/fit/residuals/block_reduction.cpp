@@ -6,6 +6,14 @@
 #include "expr/block/block_padding.h"
 
 namespace tarnwick {
+namespace {
+
+double Weighted(const FitPoints& points, double value, std::size_t i) {
+  return points.weights.empty() ? value : value * points.weights[i];
+}
+
+}  // namespace
+
 void PartialReduction::Clear(PassKind kind, std::size_t width) {
   sum_of_squares = {};
   undefined = 0;
@@ -20,7 +28,8 @@ BlockReducer::BlockReducer(std::size_t parameters)
       memory_(width_ * kBlockLength),
       copies_(width_),
       columns_(width_),
-      products_(width_ * width_) {
+      products_(width_ * width_),
+      factors_(kBlockLength) {
   for (std::size_t j = 0; j < width_; ++j) copies_[j] = memory_.data() + j * kBlockLength;
 }
 
@@ -32,7 +41,7 @@ void BlockReducer::Add(ModelBlocks& model, const FitPoints& points, PassKind kin
   }
   const BlockResult block = model.Derivatives(points.x);
   AddValues(block.values, points, sum);
-  TakeDerivatives(block, points);
+  TakeDerivatives(block, points.x.size());
   if (kind == PassKind::NormalEquations) {
     AddProducts(model, points, sum);
   } else {
@@ -40,7 +49,7 @@ void BlockReducer::Add(ModelBlocks& model, const FitPoints& points, PassKind kin
   }
 }
 
-// Leaves the residuals, zeros beyond their end, in the last copy.
+// Leaves the residuals, without weights and zeros beyond their end, in the last copy.
 void BlockReducer::AddValues(const double* values, const FitPoints& points, PartialReduction& sum) {
   const std::span<const double> y = points.y;
   const double* const weights = points.weights.empty() ? nullptr : points.weights.data();
@@ -50,15 +59,16 @@ void BlockReducer::AddValues(const double* values, const FitPoints& points, Part
                        ? kernels_.residuals(values, y.data(), residuals, length)
                        : kernels_.weighted_residuals(values, y.data(), weights, residuals, length);
   for (std::size_t i = length; i < y.size(); ++i) {
-    residuals[i] = (values[i] - y[i]) * (weights == nullptr ? 1 : weights[i]);
-    squares += residuals[i] * residuals[i];
+    residuals[i] = values[i] - y[i];
+    squares += Weighted(points, residuals[i], i) * Weighted(points, residuals[i], i);
   }
   std::fill(residuals + y.size(), residuals + PaddedLength(y.size()), 0.0);
   if (!std::isfinite(squares)) {
     squares = 0;
     for (std::size_t i = 0; i < y.size(); ++i) {
-      if (std::isfinite(residuals[i])) {
-        squares += residuals[i] * residuals[i];
+      const double residual = Weighted(points, residuals[i], i);
+      if (std::isfinite(residual)) {
+        squares += residual * residual;
       } else {
         ++sum.undefined_residuals;
       }
@@ -67,40 +77,35 @@ void BlockReducer::AddValues(const double* values, const FitPoints& points, Part
   sum.sum_of_squares.Add(squares);
 }
 
-// What lies beyond the points of a block is not ours to sum: such columns are copied, as those are that are weighed.
-void BlockReducer::TakeDerivatives(const BlockResult& block, const FitPoints& points) {
-  const std::size_t length = points.x.size();
-  const std::size_t whole = length / kBlockPadding * kBlockPadding;
-  const bool weighed = !points.weights.empty();
+// What lies beyond the points of a block is not ours to sum: such columns are copied.
+void BlockReducer::TakeDerivatives(const BlockResult& block, std::size_t length) {
   std::ranges::copy(block.derivatives, columns_.begin());
   columns_.back() = copies_.back();
-  if (whole == length && !weighed) return;
+  if (length % kBlockPadding == 0) return;
   for (std::size_t j = 0; j + 1 < width_; ++j) {
-    double* const copy = copies_[j];
-    if (weighed) {
-      kernels_.weigh(columns_[j], points.weights.data(), copy, whole);
-      for (std::size_t i = whole; i < length; ++i) copy[i] = columns_[j][i] * points.weights[i];
-    } else {
-      std::copy_n(columns_[j], length, copy);
-    }
-    std::fill(copy + length, copy + PaddedLength(length), 0.0);
-    columns_[j] = copy;
+    std::copy_n(columns_[j], length, copies_[j]);
+    std::fill(copies_[j] + length, copies_[j] + PaddedLength(length), 0.0);
+    columns_[j] = copies_[j];
   }
 }
 
-// False when not all of the columns are finite.
-bool BlockReducer::CopyColumns(std::size_t length) {
-  double check = kernels_.copy(copies_.back(), copies_.back(), length);
-  for (std::size_t j = 0; j + 1 < width_; ++j) {
-    check += kernels_.copy(columns_[j], copies_[j], length);
+// With their weights. False when not all of the columns are finite.
+bool BlockReducer::CopyColumns(const FitPoints& points) {
+  const std::size_t length = PaddedLength(points.x.size());
+  std::fill(std::ranges::copy(points.weights, factors_.begin()).out, factors_.end(), 0.0);
+  double check = 0;
+  for (std::size_t j = 0; j < width_; ++j) {
+    check += points.weights.empty()
+                 ? kernels_.copy(columns_[j], copies_[j], length)
+                 : kernels_.weigh(columns_[j], factors_.data(), copies_[j], length);
     columns_[j] = copies_[j];
   }
   return check == 0;
 }
 
 // False when a product is not finite.
-bool BlockReducer::Multiply(std::size_t padded) {
-  kernels_.products(columns_.data(), width_, padded, products_.data());
+bool BlockReducer::Multiply(std::size_t padded, const double* factors) {
+  kernels_.products(columns_.data(), factors, width_, padded, products_.data());
   double check = 0;
   for (std::size_t j = 0; j < width_; ++j) check += products_[j + j * width_] * 0;
   return check == 0;
@@ -108,9 +113,17 @@ bool BlockReducer::Multiply(std::size_t padded) {
 
 void BlockReducer::AddProducts(ModelBlocks& model, const FitPoints& points, PartialReduction& sum) {
   const std::size_t padded = PaddedLength(points.x.size());
-  if (!Multiply(padded)) {
-    if (!CopyColumns(padded)) MendRows(model, points, sum);
-    Multiply(padded);
+  const double* squares = nullptr;
+  if (!points.weights.empty()) {
+    const auto end = std::ranges::transform(points.weights, factors_.begin(), [](double w) {
+                       return w * w;
+                     }).out;
+    std::fill(end, factors_.end(), 0.0);
+    squares = factors_.data();
+  }
+  if (!Multiply(padded, squares)) {
+    if (!CopyColumns(points)) MendRows(model, points, sum);
+    Multiply(padded, nullptr);
   }
   for (std::size_t j = 0; j < width_; ++j) {
     for (std::size_t i = 0; i <= j; ++i)
@@ -121,7 +134,7 @@ void BlockReducer::AddProducts(ModelBlocks& model, const FitPoints& points, Part
 void BlockReducer::AddOrthogonal(ModelBlocks& model, const FitPoints& points,
                                  PartialReduction& sum) {
   const std::size_t padded = PaddedLength(points.x.size());
-  if (!CopyColumns(padded)) MendRows(model, points, sum);
+  if (!CopyColumns(points)) MendRows(model, points, sum);
   kernels_.eliminate(copies_.data(), width_, padded, sum.triangle.data());
 }
 
@@ -130,10 +143,10 @@ void BlockReducer::AddOrthogonal(ModelBlocks& model, const FitPoints& points,
 void BlockReducer::MendRows(ModelBlocks& model, const FitPoints& points, PartialReduction& sum) {
   const BlockResult differences = model.Differences(points.x);
   for (std::size_t i = 0; i < points.x.size(); ++i) {
-    const double weight = points.weights.empty() ? 1 : points.weights[i];
     bool defined = std::isfinite(copies_.back()[i]);
     for (std::size_t j = 0; defined && j + 1 < width_; ++j) {
-      if (!std::isfinite(copies_[j][i])) copies_[j][i] = weight * differences.derivatives[j][i];
+      if (!std::isfinite(copies_[j][i]))
+        copies_[j][i] = Weighted(points, differences.derivatives[j][i], i);
       defined = std::isfinite(copies_[j][i]);
     }
     if (defined) continue;

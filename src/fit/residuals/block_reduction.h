@@ -60,10 +60,10 @@ class BlockReducer {
   void AddValues(const double* values, const FitPoints& points, PartialReduction& sum);
   void AddProducts(ModelBlocks& model, const FitPoints& points, PartialReduction& sum);
   void AddOrthogonal(ModelBlocks& model, const FitPoints& points, PartialReduction& sum);
-  void TakeDerivatives(const BlockResult& block, const FitPoints& points);
-  bool CopyColumns(std::size_t length);
+  void TakeDerivatives(const BlockResult& block, std::size_t length);
+  bool CopyColumns(const FitPoints& points);
   void MendRows(ModelBlocks& model, const FitPoints& points, PartialReduction& sum);
-  bool Multiply(std::size_t padded);
+  bool Multiply(std::size_t padded, const double* factors);
 
   const ReductionKernels& kernels_;
   std::size_t width_;
@@ -71,6 +71,7 @@ class BlockReducer {
   std::vector<double*> copies_;         // into it
   std::vector<const double*> columns_;  // where the columns of this block are
   std::vector<double> products_;
+  std::vector<double> factors_;  // weights of the points or their squares, zeros beyond
 };
 
 }  // namespace tarnwick

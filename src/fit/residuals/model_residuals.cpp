@@ -12,7 +12,7 @@
 #include "base/undefined.h"
 #include "fit/residuals/block_reduction.h"
 #include "fit/residuals/model_blocks.h"
-#include "fit/residuals/sum_about_mean.h"
+#include "fit/residuals/sums_of_y.h"
 
 namespace tarnwick {
 namespace {
@@ -114,14 +114,7 @@ struct ModelResiduals::Impl {
                             : std::max(std::thread::hardware_concurrency(), 1U));
   }
 
-  void MeasureY() {
-    CompensatedSum squares;
-    for (std::size_t i = 0; i < points.y.size(); ++i) {
-      const double y = points.weights.empty() ? points.y[i] : points.weights[i] * points.y[i];
-      squares.Add(y * y);
-    }
-    norm_of_y = std::sqrt(squares.Value());
-  }
+  void MeasureY() { sums_of_y = SumUpY(points.y, points.weights); }
 
   void MakeWorkers(std::size_t most) {
     const std::vector<const double*> variables(places.begin(), places.end());
@@ -150,7 +143,7 @@ struct ModelResiduals::Impl {
   FitPoints points;
   std::vector<double*> places;  // of the varied parameters' values
   std::vector<ParameterRange> ranges;
-  double norm_of_y = 0;
+  SumsOfY sums_of_y;
   bool exact_derivatives = false;
   std::vector<Worker> workers;
   std::vector<PartialReduction> parts;  // one per task
@@ -240,7 +233,7 @@ std::pair<double, double> ModelResiduals::RangeOfX() const {
 }
 
 double ModelResiduals::SumAboutMean() const {
-  return tarnwick::SumAboutMean(impl_->points.y, impl_->points.weights);
+  return impl_->sums_of_y.about_mean;
 }
 
 std::size_t ModelResiduals::ParameterCount() const {
@@ -252,7 +245,7 @@ std::size_t ModelResiduals::PointCount() const {
 }
 
 double ModelResiduals::NormOfY() const {
-  return impl_->norm_of_y;
+  return std::sqrt(impl_->sums_of_y.squares);
 }
 
 bool ModelResiduals::HasExactDerivatives() const {

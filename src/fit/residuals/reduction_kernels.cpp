@@ -45,20 +45,12 @@ double WeightedResiduals(const double* HWY_RESTRICT values, const double* HWY_RE
   const std::size_t step = hn::Lanes(lanes);
   Vec squares = hn::Zero(lanes);
   for (std::size_t i = 0; i < length; i += step) {
-    const Vec r = hn::Mul(hn::Sub(hn::LoadU(lanes, values + i), hn::LoadU(lanes, y + i)),
-                          hn::LoadU(lanes, weights + i));
+    const Vec r = hn::Sub(hn::LoadU(lanes, values + i), hn::LoadU(lanes, y + i));
     hn::StoreU(r, lanes, residuals + i);
-    squares = hn::MulAdd(r, r, squares);
+    const Vec weighted = hn::Mul(r, hn::LoadU(lanes, weights + i));
+    squares = hn::MulAdd(weighted, weighted, squares);
   }
   return Sum(squares);
-}
-
-void Weigh(const double* HWY_RESTRICT from, const double* HWY_RESTRICT weights,
-           double* HWY_RESTRICT to, std::size_t length) {
-  const Lanes lanes;
-  const std::size_t step = hn::Lanes(lanes);
-  for (std::size_t i = 0; i < length; i += step)
-    hn::StoreU(hn::Mul(hn::LoadU(lanes, from + i), hn::LoadU(lanes, weights + i)), lanes, to + i);
 }
 
 double Copy(const double* from, double* to, std::size_t length) {
@@ -73,17 +65,33 @@ double Copy(const double* from, double* to, std::size_t length) {
   return Sum(not_finite);
 }
 
+double Weigh(const double* from, const double* weights, double* to, std::size_t length) {
+  const Lanes lanes;
+  const std::size_t step = hn::Lanes(lanes);
+  Vec not_finite = hn::Zero(lanes);
+  for (std::size_t i = 0; i < length; i += step) {
+    const Vec value = hn::Mul(hn::LoadU(lanes, from + i), hn::LoadU(lanes, weights + i));
+    hn::StoreU(value, lanes, to + i);
+    not_finite = hn::MulAdd(value, hn::Zero(lanes), not_finite);
+  }
+  return Sum(not_finite);
+}
+
 // A tile of products: rows of columns times columns of columns, all sums kept in registers.
-template <int kRows, int kColumns>
-HWY_INLINE void Tile(const double* const* rows, const double* const* columns, std::size_t length,
-                     double* products, std::size_t width) {
+template <bool kFactors, int kRows, int kColumns>
+HWY_INLINE void Tile(const double* const* rows, const double* const* columns,
+                     const double* HWY_RESTRICT factors, std::size_t length, double* products,
+                     std::size_t width) {
   const Lanes lanes;
   const std::size_t step = hn::Lanes(lanes);
   Vec sums[kRows * kColumns];
   for (Vec& sum : sums) sum = hn::Zero(lanes);
   for (std::size_t i = 0; i < length; i += step) {
     Vec left[kRows];
-    for (int row = 0; row < kRows; ++row) left[row] = hn::LoadU(lanes, rows[row] + i);
+    for (int row = 0; row < kRows; ++row) {
+      left[row] = hn::LoadU(lanes, rows[row] + i);
+      if constexpr (kFactors) left[row] = hn::Mul(left[row], hn::LoadU(lanes, factors + i));
+    }
     for (int column = 0; column < kColumns; ++column) {
       const Vec right = hn::LoadU(lanes, columns[column] + i);
       for (int row = 0; row < kRows; ++row) {
@@ -99,24 +107,36 @@ HWY_INLINE void Tile(const double* const* rows, const double* const* columns, st
   }
 }
 
-template <int kColumns>
-void ColumnTiles(const double* const* columns, std::size_t column, std::size_t width,
-                 std::size_t length, double* products) {
+template <bool kFactors, int kColumns>
+void ColumnTiles(const double* const* columns, const double* factors, std::size_t column,
+                 std::size_t width, std::size_t length, double* products) {
   const std::size_t end = column + kColumns;
   std::size_t row = 0;
   for (; row + 3 <= end; row += 3)
-    Tile<3, kColumns>(columns + row, columns + column, length, products + row + column * width,
-                      width);
+    Tile<kFactors, 3, kColumns>(columns + row, columns + column, factors, length,
+                                products + row + column * width, width);
   for (; row < end; ++row)
-    Tile<1, kColumns>(columns + row, columns + column, length, products + row + column * width,
-                      width);
+    Tile<kFactors, 1, kColumns>(columns + row, columns + column, factors, length,
+                                products + row + column * width, width);
 }
 
-void Products(const double* const* columns, std::size_t width, std::size_t length,
-              double* products) {
+template <bool kFactors>
+void AllTiles(const double* const* columns, const double* factors, std::size_t width,
+              std::size_t length, double* products) {
   std::size_t column = 0;
-  for (; column + 3 <= width; column += 3) ColumnTiles<3>(columns, column, width, length, products);
-  for (; column < width; ++column) ColumnTiles<1>(columns, column, width, length, products);
+  for (; column + 3 <= width; column += 3)
+    ColumnTiles<kFactors, 3>(columns, factors, column, width, length, products);
+  for (; column < width; ++column)
+    ColumnTiles<kFactors, 1>(columns, factors, column, width, length, products);
+}
+
+void Products(const double* const* columns, const double* factors, std::size_t width,
+              std::size_t length, double* products) {
+  if (factors == nullptr) {
+    AllTiles<false>(columns, factors, width, length, products);
+  } else {
+    AllTiles<true>(columns, factors, width, length, products);
+  }
 }
 
 // Reflects some columns of the block and their numbers in the row of the triangle. `head` is the reflection's element in
@@ -183,8 +203,8 @@ void Eliminate(double* const* columns, std::size_t width, std::size_t length, do
 }
 
 const ReductionKernels* Kernels() {
-  static constexpr ReductionKernels kKernels = {&Residuals, &WeightedResiduals, &Weigh,
-                                                &Copy,      &Products,          &Eliminate};
+  static constexpr ReductionKernels kKernels = {&Residuals, &WeightedResiduals, &Copy,
+                                                &Weigh,     &Products,          &Eliminate};
   return &kKernels;
 }
 

@@ -10,7 +10,7 @@
 #include "base/undefined.h"
 #include "fit/judge/residual_pattern.h"
 #include "fit/residuals/decompositions.h"
-#include "fit/residuals/sum_about_mean.h"
+#include "fit/residuals/sums_of_y.h"
 
 namespace tarnwick {
 namespace {
@@ -31,7 +31,8 @@ FitFigures Figures(const MatrixXd& jacobian, const VectorXd& y) {
   reduced.r.topRows(rows) = TriangleOf(jacobian, y).r.topRows(rows);
   reduced.qtr = VectorXd::Zero(k);
   return ComputeFitFigures(
-      reduced, {jacobian.rows(), SumAboutMean({y.data(), static_cast<std::size_t>(y.size())})});
+      reduced,
+      {jacobian.rows(), SumUpY({y.data(), static_cast<std::size_t>(y.size())}).about_mean});
 }
 
 MatrixXd LineJacobian(const VectorXd& x) {
@@ -117,8 +118,12 @@ TEST(FitStatistics, SumAboutTheMeanKeepsItsDigitsFarFromZero) {
   std::vector<double> y;
   for (int i = 0; i < 3001; ++i) y.push_back(1e9 + (i % 2 == 0 ? 0.5 : -0.5));
   // 1501 above and 1500 below: n/4 - 1/(4n).
-  EXPECT_NEAR(SumAboutMean(y), 3001 / 4.0 - 1 / (4 * 3001.0), 1e-6);
-  EXPECT_EQ(SumAboutMean({}), 0);
+  EXPECT_NEAR(SumUpY(y).about_mean, 3001 / 4.0 - 1 / (4 * 3001.0), 1e-6);
+  EXPECT_EQ(SumUpY({}).about_mean, 0);
+  // Squares of weights count as so many points.
+  const std::vector<double> few = {3, 8, 4}, weights = {1, 2, 1}, many = {3, 8, 8, 8, 8, 4};
+  EXPECT_NEAR(SumUpY(few, weights).about_mean, SumUpY(many).about_mean, 1e-12);
+  EXPECT_NEAR(SumUpY(few, weights).squares, SumUpY(many).squares, 1e-12);
 }
 
 }  // namespace
