@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "analysis/fit_circumstances.h"
+#include "analysis/fit_minimisation.h"
 #include "analysis/fit_part.h"
 #include "analysis/fit_share.h"
 #include "base/text_encoding.h"
@@ -20,24 +21,16 @@
 #include "fit/judge/residual_pattern.h"
 #include "fit/judge/residual_tests.h"
 #include "fit/minimise/bounded_step.h"
-#include "fit/minimise/minimise_method.h"
-#include "fit/minimise/newton_fit.h"
 #include "fit/model/ties.h"
 #include "fit/residuals/joint_residuals.h"
-#include "fit/residuals/model_blocks.h"
 
 namespace tarnwick {
 namespace {
 
 using EveryStep = std::function<void(std::span<const double>)>;
 
-/// A try whether more is to be had ends here at the latest.
-constexpr std::int32_t kProbeIterations = 50;
 /// Residuals below this share of Y are rounding.
 constexpr double kRounding = 1e-12;
-/// Central differences stand in for exact derivatives with this relative accuracy.
-constexpr double kDifferenceAccuracy =
-    8 * ModelBlocks::kDifferenceStep * ModelBlocks::kDifferenceStep;
 
 MinimiseOutcome Refused(StopReason why, std::string message = {}) {
   MinimiseOutcome outcome;
@@ -46,13 +39,6 @@ MinimiseOutcome Refused(StopReason why, std::string message = {}) {
   outcome.start_value = outcome.value = kUndefined;
   return outcome;
 }
-
-/// Weights that follow the values are made anew so often at most.
-constexpr int kMostRounds = 60;
-/// They have settled when a round moves the parameters by less than this part of their errors; methods that stop by the sum of
-/// squares get no nearer than the second.
-constexpr double kSettled = 1e-7;
-constexpr double kSettledByLines = 1e-3;
 
 bool UsesRandom(const TExprRec* first) {
   for (const TExprRec* record = first; record != nullptr; record = record->Next) {
@@ -71,25 +57,11 @@ class FitRun {
   FitResult OfPart(std::size_t number, const FitResult& whole);
 
  private:
-  /// How a fit goes on from values found; `reduced` is empty where the method leaves none.
-  using Again = std::function<NewtonOutcome(std::span<const double>, const MinimiseOptions&)>;
-
   void Add(FitPart& part, std::span<const std::string> shared);
   std::optional<MinimiseOutcome> Refusal() const;
   void Begin();
-  void Minimise();
-  NewtonOutcome ByMethod(std::span<const double> start, const MinimiseOptions& options);
   void Reweigh(std::span<const double> p);
   void Weigh(FitPart::Loss loss);
-  void SettleWeights(const Again& again, double near);
-  bool SettleRound(const Again& again, double near);
-  double Moved(std::span<const double> from, NewtonOutcome& to);
-  void GoOnWith(NewtonOutcome next);
-  NewtonOutcome NewtonFromValues(const MinimiseOptions& options, Progress& progress);
-  bool LedAstray(const NewtonOutcome& newton) const;
-  FittedPoints Points(std::int64_t undefined) const;
-  void FinishByNewton();
-  void ProbeByNewton();
   void Conclude();
   void MeasureStarts();
   void MeasureEnd();
@@ -97,7 +69,6 @@ class FitRun {
   void TakeLossIntoAccount(FittedPoints& points);
   double MeasurePattern(LeastSquaresProblem& problem, std::span<const double> p) const;
   void MeasureResiduals(FitPart& part, FitResult& result) const;
-  MinimiseOptions Options(std::int32_t iterations) const;
   const FitJob& First() const { return parts_.front()->job; }
   bool ByNewton() const { return First().settings.ProcType == FitProcType::cfp_Newton; }
   LeastSquaresProblem& Problem() { return *problem_; }
@@ -108,6 +79,7 @@ class FitRun {
   std::vector<std::unique_ptr<FitPart>> parts_;
   std::optional<JointResiduals> joint_;
   LeastSquaresProblem* problem_ = nullptr;
+  std::optional<FitMinimisation> minimisation_;
   FitResult result_;
   std::vector<FitCircumstances> about_;      // one for each part
   std::optional<ReducedJacobian> jacobian_;  // at the last values, when a method left it
@@ -203,162 +175,6 @@ void FitRun::Weigh(FitPart::Loss loss) {
   for (const auto& part : parts_) part->Weigh(loss);
 }
 
-MinimiseOptions FitRun::Options(std::int32_t iterations) const {
-  MinimiseOptions options;
-  options.tolerance = First().settings.Tolerance;
-  options.max_iterations = iterations;
-  return options;
-}
-
-/// The one place that knows which method is run how.
-void FitRun::Minimise() {
-  MinimiseOptions options = Options(First().settings.IterMax);
-  options.every_step = every_step_;
-  if (ByNewton()) {
-    NewtonOutcome newton = FitByNewton(Problem(), result_.start, options, progress_);
-    result_.outcome = std::move(newton.outcome);
-    jacobian_ = std::move(newton.reduced);
-  } else {
-    result_.outcome = ByMethod(result_.start, options).outcome;
-  }
-  SettleWeights([this](std::span<const double> from,
-                       const MinimiseOptions& rest) { return ByMethod(from, rest); },
-                ByNewton() ? kSettled : kSettledByLines);
-}
-
-NewtonOutcome FitRun::ByMethod(std::span<const double> start, const MinimiseOptions& options) {
-  const MinimiseMethod* const method = FindScalarMinimiseMethod(First().settings.ProcType);
-  if (method == nullptr) return MinimiseNewton(Problem(), start, options, progress_);
-  const ScalarObjective objective = [this](std::span<const double> p) {
-    return Problem().SumOfSquares(p);
-  };
-  const Box box(Problem().Ranges());
-  if (!box.Bounds()) return {method->minimise(objective, start, options, progress_), {}};
-  NewtonOutcome outcome{method->minimise(ContinuedBeyond(objective, box, objective(start)), start,
-                                         options, progress_),
-                        {}};
-  if (!Failed(outcome.outcome.why)) PutIntoBox(objective, box, outcome.outcome);
-  return outcome;
-}
-
-/// Iteratively reweighted least squares: weights by the values found, values by the weights, until both agree.
-void FitRun::SettleWeights(const Again& again, double near) {
-  if (!IsIterated(weighting_)) return;
-  for (int round = 0; round < kMostRounds; ++round) {
-    const StopReason why = result_.outcome.why;
-    if (Failed(why) || why == StopReason::Cancelled || why == StopReason::IterationLimit) return;
-    if (SettleRound(again, near)) return;
-  }
-  result_.outcome.why = StopReason::IterationLimit;
-  result_.outcome.stop_test = "the weights did not settle";
-}
-
-/// True when that was the last.
-bool FitRun::SettleRound(const Again& again, double near) {
-  MinimiseOptions options = Options(First().settings.IterMax - result_.outcome.iterations);
-  options.every_step = every_step_;
-  if (options.max_iterations <= 0) {
-    result_.outcome.why = StopReason::IterationLimit;
-    result_.outcome.stop_test = "the greatest number of iterations was reached";
-    return true;
-  }
-  const std::vector<double> from = result_.outcome.p;
-  Reweigh(from);
-  NewtonOutcome next = again(from, options);
-  if (Failed(next.outcome.why)) {
-    next.outcome.p = from;
-    next.outcome.why = StopReason::NoFurtherDescent;
-  }
-  const double moved = Moved(from, next);
-  const double free_points =
-      static_cast<double>(Problem().PointCount()) - static_cast<double>(from.size());
-  const double deviation = std::sqrt(next.outcome.value / std::max(free_points, 1.0));
-  GoOnWith(std::move(next));
-  return !(moved > near * deviation + kRounding * Problem().NormOfY());
-}
-
-/// How far apart the values are, in the length of the residuals that they change.
-double FitRun::Moved(std::span<const double> from, NewtonOutcome& to) {
-  const std::vector<double>& p = to.outcome.p;
-  if (std::ranges::equal(from, p)) return 0;
-  const ReducedJacobian reduced =
-      to.reduced.r.size() > 0 ? to.reduced : Problem().Reduce(p, Reduction::NormalEquations);
-  Eigen::VectorXd step(static_cast<Eigen::Index>(p.size()));
-  for (std::size_t i = 0; i < p.size(); ++i) step[static_cast<Eigen::Index>(i)] = p[i] - from[i];
-  return (reduced.r * step).norm();
-}
-
-/// The outcome becomes that of all runs so far.
-void FitRun::GoOnWith(NewtonOutcome next) {
-  MinimiseOutcome& sum = result_.outcome;
-  next.outcome.start_value = sum.start_value;
-  next.outcome.iterations += sum.iterations;
-  next.outcome.evaluations += sum.evaluations;
-  if (!next.outcome.left_minimum) next.outcome.left_minimum = sum.left_minimum;
-  next.outcome.search_evaluations += sum.search_evaluations;
-  // A run that finds the values as good as they were says nothing of how they were found.
-  if (next.outcome.why == StopReason::NoFurtherDescent && next.outcome.p == sum.p) {
-    next.outcome.why = sum.why;
-    next.outcome.stop_test = sum.stop_test;
-  }
-  next.outcome.changed = next.outcome.changed || sum.changed;
-  sum = std::move(next.outcome);
-  jacobian_.reset();
-  if (next.reduced.r.size() > 0) jacobian_ = std::move(next.reduced);
-}
-
-FittedPoints FitRun::Points(std::int64_t undefined) const {
-  FittedPoints points;
-  points.count = static_cast<std::int64_t>(problem_->PointCount()) - undefined;
-  points.sum_about_mean = problem_->SumAboutMean();
-  if (!problem_->HasExactDerivatives()) points.derivative_accuracy = kDifferenceAccuracy;
-  points.weighting = weighting_;
-  return points;
-}
-
-/// True where the data do not hold the parameters, or a constant would do better: no place to trust.
-bool FitRun::LedAstray(const NewtonOutcome& newton) const {
-  if (Failed(newton.outcome.why)) return true;
-  const FitFigures figures = ComputeFitFigures(newton.reduced, Points(newton.reduced.undefined));
-  return !figures.singular_directions.empty() || !figures.unmoved.empty() ||
-         NoBetterThanMean(figures.statistics);
-}
-
-/// Goes on from the values found, and where that leads nowhere, because the method before went astray, from the start;
-/// the better of both.
-NewtonOutcome FitRun::NewtonFromValues(const MinimiseOptions& options, Progress& progress) {
-  NewtonOutcome here = FitByNewton(Problem(), result_.outcome.p, options, progress);
-  if (!result_.outcome.changed || progress.Cancelled() || !LedAstray(here)) return here;
-  NewtonOutcome again = FitByNewton(Problem(), result_.start, options, progress);
-  const bool better = !Failed(again.outcome.why) &&
-                      (Failed(here.outcome.why) || again.outcome.value < here.outcome.value);
-  NewtonOutcome& chosen = better ? again : here;
-  const NewtonOutcome& other = better ? here : again;
-  chosen.outcome.iterations += other.outcome.iterations;
-  chosen.outcome.evaluations += other.outcome.evaluations;
-  chosen.outcome.changed = true;
-  return std::move(chosen);
-}
-
-/// The outcome becomes that of all runs.
-void FitRun::FinishByNewton() {
-  MinimiseOptions options = Options(First().settings.IterMax);
-  options.every_step = every_step_;
-  GoOnWith(NewtonFromValues(options, progress_));
-  const Again by_newton = [this](std::span<const double> from, const MinimiseOptions& rest) {
-    return MinimiseNewton(Problem(), from, rest, progress_);
-  };
-  SettleWeights(by_newton, kSettled);
-}
-
-/// What FinishByNewton would reach; nothing is kept but its sum of squares.
-void FitRun::ProbeByNewton() {
-  QuietProgress quiet(progress_, result_.outcome.iterations);
-  const NewtonOutcome newton = NewtonFromValues(Options(kProbeIterations), quiet);
-  if (newton.outcome.why != StopReason::Cancelled && !Failed(newton.outcome.why))
-    result_.newton_sum_of_squares = std::min(newton.outcome.value, result_.outcome.value);
-}
-
 void FitRun::MeasureStarts() {
   for (std::size_t i = 0; i < parts_.size(); ++i) MeasureStart(*parts_[i], about_[i]);
 }
@@ -394,7 +210,7 @@ void FitRun::MeasureEnd() {
 
 /// With what the statistics need where points do not all weigh alike.
 FittedPoints FitRun::PointsAtEnd() {
-  FittedPoints points = Points(jacobian_->undefined);
+  FittedPoints points = PointsOf(*problem_, weighting_, jacobian_->undefined);
   points.mean_variance = parts_.size() == 1 ? parts_.front()->MeanVariance() : 1;
   for (const auto& part : parts_)
     points.likelihood_term += part->LikelihoodTerm(part->Local(result_.values));
@@ -453,11 +269,16 @@ void FitRun::MeasureResiduals(FitPart& part, FitResult& result) const {
 void FitRun::Conclude() {
   const StopReason why = result_.outcome.why;
   const bool more = why != StopReason::Cancelled && why != StopReason::NothingVaried && !ByNewton();
-  if (more && First().options.finish == FinishingStep::Yes) FinishByNewton();
+  const FinishingStep finish = First().options.finish;
+  if (more && finish == FinishingStep::Yes) {
+    minimisation_->Finish();
+    result_.outcome = minimisation_->Outcome();
+  }
+  if (minimisation_) jacobian_ = minimisation_->Jacobian();
   result_.values = result_.outcome.p;
   if (IsIterated(weighting_)) result_.outcome.start_value = Problem().SumOfSquares(result_.start);
   MeasureEnd();
-  if (more && First().options.finish == FinishingStep::No) ProbeByNewton();
+  if (more && finish == FinishingStep::No) result_.newton_sum_of_squares = minimisation_->Probe();
 }
 
 FitResult FitRun::Run() {
@@ -468,12 +289,14 @@ FitResult FitRun::Run() {
     try {
       Begin();
       if (result_.start.empty()) {
-        for (int i = 0; i < kMostRounds && IsIterated(weighting_); ++i) Reweigh({});
+        for (int i = 0; i < kMostWeightRounds && IsIterated(weighting_); ++i) Reweigh({});
         MeasureStarts();
         if (!Together(about_).unknown_names.empty())
           result_.outcome = Refused(StopReason::UndefinedAtStart);
       } else {
-        Minimise();
+        minimisation_.emplace(parts_, Problem(), result_.start, progress_, every_step_);
+        minimisation_->Run();
+        result_.outcome = minimisation_->Outcome();
         if (Failed(result_.outcome.why)) MeasureStarts();
       }
       if (!Failed(result_.outcome.why)) Conclude();

@@ -13,6 +13,7 @@ namespace {
 
 std::vector<double> Picked(const std::vector<double>& all, const std::vector<std::size_t>& which) {
   std::vector<double> picked;
+  picked.reserve(which.size());
   for (const std::size_t i : which) picked.push_back(i < all.size() ? all[i] : kUndefined);
   return picked;
 }
@@ -99,13 +100,17 @@ void CheckShared(std::span<const FitJob> jobs, std::span<const std::string> shar
       const std::vector<ParameterSettings>& all = job.settings.parameters;
       const auto one = std::ranges::find(
           all, LowerAscii(name), [](const ParameterSettings& p) { return LowerAscii(p.Name); });
-      const std::string of = " of DataSet \"" + job.data_set + "\"";
-      if (one == all.end())
-        throw Error("The model" + of + " has no parameter \"" + name + "\" to share.");
-      if (!one->Tie.empty() || !one->Vary)
-        throw Error("The parameter \"" + name + "\"" + of + " is " +
-                    (one->Tie.empty() ? "held fixed" : "tied") +
-                    ": what is shared is varied in every DataSet.");
+      if (one != all.end() && one->Tie.empty() && one->Vary) continue;
+      std::string trouble = one == all.end() ? "The model of DataSet \"" : "The parameter \"";
+      if (one != all.end()) trouble.append(name).append("\" of DataSet \"");
+      trouble.append(job.data_set).append("\" ");
+      if (one == all.end()) {
+        trouble.append("has no parameter \"").append(name).append("\" to share.");
+      } else {
+        trouble.append(one->Tie.empty() ? "is held fixed" : "is tied");
+        trouble.append(": what is shared is varied in every DataSet.");
+      }
+      throw Error(trouble);
     }
   }
 }

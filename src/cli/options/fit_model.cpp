@@ -1,7 +1,7 @@
 #include "cli/options/fit_model.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <string_view>
 
 #include "base/number_text.h"
@@ -22,31 +22,32 @@ struct Named {
   Value value;
 };
 
-constexpr std::array kWeights{
-    Named{"none", FitWeights::None},
-    Named{"errors", FitWeights::Errors},
-    Named{"counts", FitWeights::Counts},
-    Named{"relative", FitWeights::Relative},
+constexpr Named<FitWeights> kWeights[] = {
+    {"none", FitWeights::None},
+    {"errors", FitWeights::Errors},
+    {"counts", FitWeights::Counts},
+    {"relative", FitWeights::Relative},
 };
-constexpr std::array kErrors{Named{"absolute", FitErrors::Absolute},
-                             Named{"scaled", FitErrors::Scaled}};
-constexpr std::array kLosses{
-    Named{"linear", FitLoss::Linear},
-    Named{"soft-l1", FitLoss::SoftL1},
-    Named{"huber", FitLoss::Huber},
-    Named{"cauchy", FitLoss::Cauchy},
+constexpr Named<FitErrors> kErrors[] = {{"absolute", FitErrors::Absolute},
+                                        {"scaled", FitErrors::Scaled}};
+constexpr Named<FitLoss> kLosses[] = {
+    {"linear", FitLoss::Linear},
+    {"soft-l1", FitLoss::SoftL1},
+    {"huber", FitLoss::Huber},
+    {"cauchy", FitLoss::Cauchy},
 };
-constexpr std::array kMethods{
-    Named{"powell", FitProcType::cfp_Powell},
-    Named{"simplex", FitProcType::cfp_Simplex},
-    Named{"conjgrad", FitProcType::cfp_ConjGrad},
-    Named{"newton", FitProcType::cfp_Newton},
-    Named{"simplex-powell", FitProcType::cfp_SimplexPowell},
+constexpr Named<FitProcType> kMethods[] = {
+    {"powell", FitProcType::cfp_Powell},
+    {"simplex", FitProcType::cfp_Simplex},
+    {"conjgrad", FitProcType::cfp_ConjGrad},
+    {"newton", FitProcType::cfp_Newton},
+    {"simplex-powell", FitProcType::cfp_SimplexPowell},
 };
 
 template <class Rows>
 std::vector<std::string> NamesOf(const Rows& rows) {
   std::vector<std::string> names;
+  names.reserve(std::size(rows));
   for (const auto& row : rows) names.emplace_back(row.name);
   return names;
 }
