@@ -49,7 +49,7 @@ void BlockReducer::Add(ModelBlocks& model, const FitPoints& points, PassKind kin
   }
 }
 
-// Leaves the residuals, without weights and zeros beyond their end, in the last copy.
+// Leaves the residuals, without weights, in the last copy and the squares of weights in factors_, zeros beyond their end.
 void BlockReducer::AddValues(const double* values, const FitPoints& points, PartialReduction& sum) {
   const std::span<const double> y = points.y;
   const double* const weights = points.weights.empty() ? nullptr : points.weights.data();
@@ -57,11 +57,15 @@ void BlockReducer::AddValues(const double* values, const FitPoints& points, Part
   const std::size_t length = y.size() / kBlockPadding * kBlockPadding;
   double squares = weights == nullptr
                        ? kernels_.residuals(values, y.data(), residuals, length)
-                       : kernels_.weighted_residuals(values, y.data(), weights, residuals, length);
+                       : kernels_.weighted_residuals(values, y.data(), weights, residuals,
+                                                     factors_.data(), length);
   for (std::size_t i = length; i < y.size(); ++i) {
     residuals[i] = values[i] - y[i];
-    squares += Weighted(points, residuals[i], i) * Weighted(points, residuals[i], i);
+    const double residual = Weighted(points, residuals[i], i);
+    squares += residual * residual;
+    if (weights != nullptr) factors_[i] = weights[i] * weights[i];
   }
+  std::fill(factors_.data() + y.size(), factors_.data() + PaddedLength(y.size()), 0.0);
   std::fill(residuals + y.size(), residuals + PaddedLength(y.size()), 0.0);
   if (!std::isfinite(squares)) {
     squares = 0;
@@ -113,14 +117,7 @@ bool BlockReducer::Multiply(std::size_t padded, const double* factors) {
 
 void BlockReducer::AddProducts(ModelBlocks& model, const FitPoints& points, PartialReduction& sum) {
   const std::size_t padded = PaddedLength(points.x.size());
-  const double* squares = nullptr;
-  if (!points.weights.empty()) {
-    const auto end = std::ranges::transform(points.weights, factors_.begin(), [](double w) {
-                       return w * w;
-                     }).out;
-    std::fill(end, factors_.end(), 0.0);
-    squares = factors_.data();
-  }
+  const double* const squares = points.weights.empty() ? nullptr : factors_.data();
   if (!Multiply(padded, squares)) {
     if (!CopyColumns(points)) MendRows(model, points, sum);
     Multiply(padded, nullptr);

@@ -71,7 +71,7 @@ class BlockReducer {
   std::vector<double*> copies_;         // into it
   std::vector<const double*> columns_;  // where the columns of this block are
   std::vector<double> products_;
-  std::vector<double> factors_;  // weights of the points or their squares, zeros beyond
+  std::vector<double> factors_;  // squares of the points' weights, or these, zeros beyond
 };
 
 }  // namespace tarnwick

@@ -40,17 +40,19 @@ double Residuals(const double* HWY_RESTRICT values, const double* HWY_RESTRICT y
 
 double WeightedResiduals(const double* HWY_RESTRICT values, const double* HWY_RESTRICT y,
                          const double* HWY_RESTRICT weights, double* HWY_RESTRICT residuals,
-                         std::size_t length) {
+                         double* HWY_RESTRICT squares, std::size_t length) {
   const Lanes lanes;
   const std::size_t step = hn::Lanes(lanes);
-  Vec squares = hn::Zero(lanes);
+  Vec sum = hn::Zero(lanes);
   for (std::size_t i = 0; i < length; i += step) {
     const Vec r = hn::Sub(hn::LoadU(lanes, values + i), hn::LoadU(lanes, y + i));
     hn::StoreU(r, lanes, residuals + i);
-    const Vec weighted = hn::Mul(r, hn::LoadU(lanes, weights + i));
-    squares = hn::MulAdd(weighted, weighted, squares);
+    const Vec weight = hn::LoadU(lanes, weights + i);
+    const Vec square = hn::Mul(weight, weight);
+    hn::StoreU(square, lanes, squares + i);
+    sum = hn::MulAdd(hn::Mul(r, square), r, sum);
   }
-  return Sum(squares);
+  return Sum(sum);
 }
 
 double Copy(const double* from, double* to, std::size_t length) {

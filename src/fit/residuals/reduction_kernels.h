@@ -10,9 +10,9 @@ namespace tarnwick {
 struct ReductionKernels {
   /// residuals[i] = values[i] - y[i]; answers the sum of their squares.
   double (*residuals)(const double* values, const double* y, double* residuals, std::size_t length);
-  /// The same residuals; answers the sum of the squares of residuals[i] * weights[i].
+  /// The same residuals, and squares[i] = weights[i]^2; answers the sum of the squares of residuals[i] * weights[i].
   double (*weighted_residuals)(const double* values, const double* y, const double* weights,
-                               double* residuals, std::size_t length);
+                               double* residuals, double* squares, std::size_t length);
   /// Copies a column, to itself perhaps. Answers 0 when all of it is finite, else NaN.
   double (*copy)(const double* from, double* to, std::size_t length);
   /// The same, each number times its weight.
