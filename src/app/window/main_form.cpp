@@ -32,6 +32,7 @@
 #include "desk/document/refresh_documents.h"
 #include "desk/panels/panel_docks.h"
 #include "desk/prompts/message_box_prompt.h"
+#include "desk/recovery/recovery_keeper.h"
 #include "desk/widgets/elided_label.h"
 #include "desk/widgets/text.h"
 #include "desk/work/threaded_work.h"
@@ -66,6 +67,7 @@ T_MainForm::T_MainForm(ShellParts parts)
   BuildStatusBar();
   BuildCommands();
   BuildPanels();
+  KeepCopies();
   RestoreWindow(*this, settings_);
   updateMenu();
 }
@@ -177,14 +179,15 @@ TGraphWindow* T_MainForm::WindowOf(const Document& document) const {
   return nullptr;
 }
 
+bool T_MainForm::IsFreeName(const std::string& name) const {
+  return std::ranges::none_of(Documents(),
+                              [&](const Document* document) { return document->Name() == name; });
+}
+
 std::string T_MainForm::LowestFreeName() const {
-  const std::vector<Document*> documents = Documents();
   for (int number = 1;; ++number) {
     std::string name = "Graph_" + std::to_string(number);
-    const bool taken =
-        std::any_of(documents.begin(), documents.end(),
-                    [&](const Document* document) { return document->Name() == name; });
-    if (!taken) return name;
+    if (IsFreeName(name)) return name;
   }
 }
 
@@ -228,6 +231,7 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   connect(&window->Canvas(), &GraphCanvas::modeChanged, this, view_changed);
   connect(&window->Canvas(), &GraphCanvas::customContextMenuRequested, this,
           [this, window](QPoint place) { ShowPopup(*window, place); });
+  if (keeper_) keeper_->Follow(window->GetDocument());
   area_->addSubWindow(window);
   centre_->setCurrentWidget(area_);
   // Before the first showing the workspace has no size yet that shares could be taken of.
@@ -350,6 +354,7 @@ void T_MainForm::showEvent(QShowEvent* event) {
   if (std::exchange(shown_, true)) return;
   // Once the window stands: refreshing shows its progress.
   QMetaObject::invokeMethod(this, &T_MainForm::ApplyCommandOptions, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(this, &T_MainForm::OfferLeftGraphs, Qt::QueuedConnection);
 }
 
 void T_MainForm::closeEvent(QCloseEvent* event) {

@@ -25,8 +25,10 @@ namespace tarnwick {
 class CommandActions;
 class ElidedLabel;
 class PanelDocks;
+class RecoveryKeeper;
 class StartPage;
 class TGraphWindow;
+struct LeftGraph;
 
 /// What the main window asks, chooses and works with: dialogs on the desktop, scripts in tests.
 struct ShellParts {
@@ -92,8 +94,12 @@ class T_MainForm final : public QMainWindow, private Workspace {
   /// A window for these files; null, with the reason told, when they cannot be read.
   TGraphWindow* OpenGraphWindow(const std::filesystem::path& file);
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
+  void KeepCopies();
+  void OfferLeftGraphs();
+  void OpenLeftGraph(const LeftGraph& left);
   std::string LowestFreeName() const;
   TGraphWindow* WindowOf(const Document& document) const;
+  bool IsFreeName(const std::string& name) const;
   bool TakeFile(const TakenFile& kind, const std::filesystem::path& path);
   void ShowPopup(TGraphWindow& window, QPoint place);
   void updateMenu();
@@ -113,6 +119,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   ElidedLabel* read_out_ = nullptr;
   ElidedLabel* note_ = nullptr;
   std::unique_ptr<PanelDocks> panels_;
+  std::unique_ptr<RecoveryKeeper> keeper_;  // null: no copies are kept
   std::vector<std::string> pending_options_;
   std::vector<std::vector<std::string>> waiting_words_;
   bool shown_ = false;

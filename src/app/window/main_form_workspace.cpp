@@ -1,12 +1,15 @@
-// The main window as the workspace of its commands, and the menu entries that stand for files and windows.
+// The main window as the workspace of its commands, the menu entries that stand for files and windows, and what is kept of
+// graphs for a program that is ended.
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMenu>
 #include <QPointer>
+#include <QStatusBar>
 
 #include "app/canvas/graph_canvas.h"
 #include "app/files/load_place.h"
 #include "app/files/save_as.h"
+#include "app/recovery/offer_left_graphs.h"
 #include "app/window/arrange_windows.h"
 #include "app/window/graph_popup.h"
 #include "app/window/graph_window.h"
@@ -16,6 +19,7 @@
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/prompts/file_trouble.h"
+#include "desk/recovery/recovery_keeper.h"
 #include "desk/widgets/numbered_caption.h"
 #include "desk/widgets/text.h"
 
@@ -133,6 +137,27 @@ std::vector<MenuItem> T_MainForm::WindowItems(const QFontMetrics& metrics) {
                      }});
   }
   return items;
+}
+
+void T_MainForm::KeepCopies() {
+  if (parts_.paths.recovery.empty()) return;
+  keeper_ = std::make_unique<RecoveryKeeper>(parts_.paths.recovery);
+  connect(keeper_.get(), &RecoveryKeeper::failed, this, [this](const QString& why) {
+    statusBar()->showMessage(tr("Changes are not kept for a program that is ended: %1").arg(why));
+  });
+}
+
+void T_MainForm::OfferLeftGraphs() {
+  if (!keeper_) return;
+  tarnwick::OfferLeftGraphs(parts_.paths.recovery, *parts_.prompt,
+                            [this](const LeftGraph& left) { OpenLeftGraph(left); });
+}
+
+void T_MainForm::OpenLeftGraph(const LeftGraph& left) {
+  const std::string name = IsFreeName(left.note.name) ? left.note.name : LowestFreeName();
+  auto document = std::make_unique<Document>(name, *parts_.work, *parts_.prompt);
+  document->Files().Recover(left.copy, left.note.graph_file);
+  keeper_->TakeOver(ShowGraphWindow(std::move(document))->GetDocument(), left);
 }
 
 }  // namespace tarnwick

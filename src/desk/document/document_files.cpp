@@ -113,10 +113,27 @@ void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
   }
   ShowPath(path);
   SettleTooManyPoints();
+  TellOfAnotherGraph();
+  BeginHistory(false);
+}
+
+void DocumentFiles::Recover(const std::filesystem::path& copy,
+                            const std::filesystem::path& graph_file) {
+  ReadResult result = Read([copy](Progress&) { return ReadGraph(copy); });
+  result.points.clear();  // the copy is no file of the user's
+  TakeState(result);
+  document_.Look().own = true;
+  graph_file_ = graph_file;
+  if (!graph_file.empty()) ShowPath(graph_file);
+  TellOfAnotherGraph();
+  BeginHistory(true);
+}
+
+/// What was told of the graph before may hold of this one anew.
+void DocumentFiles::TellOfAnotherGraph() {
   told_.clear();
   document_.ForgetFailedRegressions();
   TellMissingPictures(document_.WholeGraph());
-  BeginHistory(false);
 }
 
 bool DocumentFiles::ReadDataFile(const std::filesystem::path& path) {

@@ -61,6 +61,9 @@ class DocumentFiles {
   void Reload();
   /// A path that does not exist gives the default appearance.
   void LoadGraphFile(const std::filesystem::path& path);
+  /// What a window shows that was open and changed when its program was ended: the graph that lies in `copy`, changed,
+  /// which belongs into `graph_file` (empty: none yet). For a new document.
+  void Recover(const std::filesystem::path& copy, const std::filesystem::path& graph_file);
   bool ReadDataFile(const std::filesystem::path& path);
   /// One step called `step` of what `reading` makes of the graph worked on and data from elsewhere. It runs as all reading
   /// does, maybe on another thread.
@@ -90,6 +93,7 @@ class DocumentFiles {
   void TakeReadAgain(const ReadResult& result, OpenEdit& step);
   void TakeNewData(const std::string& step, const GraphState& before, const ReadResult& result);
   void TakeStep(const std::string& name, const ReadResult& result);
+  void TellOfAnotherGraph();
   void BeginHistory(bool changed);
   void LoadGraphIntoChild(const std::filesystem::path& path);
   /// The whole graph with the DataSets at these places of SeriesOfWhole read again.

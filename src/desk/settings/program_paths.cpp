@@ -63,6 +63,7 @@ ProgramPaths FindProgramPaths() {
     if (!paths.fit_functions.empty()) break;
   }
   for (auto& own : FunctionsIn(UserFolder() / "TFN")) paths.fit_functions.push_back(own);
+  paths.recovery = UserFolder() / "recovery";
   return paths;
 }
 

@@ -15,6 +15,7 @@ struct ProgramPaths {
       examples;  ///< shipped example files; empty when they are not found
   std::vector<std::filesystem::path>
       fit_functions;  ///< fitting functions (.tfn): the ready-made ones by name, then the user's own
+  std::filesystem::path recovery = {};  ///< where copies of changed graphs are kept; empty: nowhere
 };
 
 /// Looks beside the program, in its data folder and in the user's. Needs the application object.
