@@ -34,6 +34,7 @@ constexpr Synonym kSynonyms[] = {
 /// So many letters more, fewer, others or exchanged are a slip; one in short words.
 constexpr std::size_t kSlips = 2;
 constexpr std::size_t kShortWord = 4;
+constexpr std::size_t kMostWords = 1000;  // of an expression that somebody wrote
 
 bool IsFunction(const TExprWord& word) {
   return !word.IsOperator() && word.NArgs() > 0;
@@ -162,6 +163,7 @@ bool IsOperand(const TExprWord& word) {
 
 std::string HintFor(const TExprCollection& tokens, const TExpressList& words,
                     std::string_view text) {
+  if (tokens.Count() > kMostWords) return {};
   const std::vector<std::size_t> matching = tokens.MatchingBrackets();
   const std::vector<bool> inside = InFunctionBrackets(tokens, matching);
   for (std::size_t i = 0; i < tokens.Count(); ++i) {

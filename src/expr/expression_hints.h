@@ -11,7 +11,7 @@
 namespace tarnwick {
 
 /// What is probably wrong with a text that does not compile: `"exq" is no function; did you mean "exp"?`. Empty when there is
-/// nothing to say. `tokens` are those of `text`, as far as it was understood.
+/// nothing to say, and for texts longer than anybody writes. `tokens` are those of `text`, as far as it was understood.
 std::string HintFor(const TExprCollection& tokens, const TExpressList& words,
                     std::string_view text);
 
