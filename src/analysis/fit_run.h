@@ -24,7 +24,7 @@ struct JointFit {
   FitResult whole;  ///< own parameters are named with their DataSet
   std::vector<FitResult>
       parts;  ///< in the order of the jobs: values, errors, sum of squares and R² of each; other figures are
-              ///< those of the whole
+      ///< those of the whole
 };
 
 /// Settings of the run, weights among them, are those of the first job. Shared parameters start where the first has them.
