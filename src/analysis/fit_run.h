@@ -22,9 +22,8 @@ FitResult RunFit(const FitJob& job, Progress& progress,
 /// A fit of several DataSets at once, each with its own model, some parameters with one value in all.
 struct JointFit {
   FitResult whole;  ///< own parameters are named with their DataSet
-  std::vector<FitResult>
-      parts;  ///< in the order of the jobs: values, errors, sum of squares and R² of each; other figures are
-      ///< those of the whole
+  /// In the order of the jobs: values, errors, sum of squares and R² of each; other figures are those of the whole.
+  std::vector<FitResult> parts;
 };
 
 /// Settings of the run, weights among them, are those of the first job. Shared parameters start where the first has them.
