@@ -1,13 +1,22 @@
-// What a step of a document costs: editing one point of many, undoing it, making it again, and the memory that it keeps.
+// What a step of a document costs: editing one point of many, undoing it, making it again, the memory that it keeps, and the
+// copy that is kept for a program that is ended.
 #include <malloc.h>
 
+#include <QCoreApplication>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <memory>
 #include <random>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "desk/document/document.h"
+#include "desk/recovery/recovery_keeper.h"
 #include "graph/edit/point_edit.h"
 #include "graph/xy_graph.h"
 
@@ -84,9 +93,46 @@ void UndoThenRedo(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * 2 * kSteps);
 }
 
+std::chrono::duration<double> TimeOf(const auto& what) {
+  const auto begin = std::chrono::steady_clock::now();
+  what();
+  return std::chrono::steady_clock::now() - begin;
+}
+
+/// The longest time that the window's thread is held up from a step until its copy lies on the disk; at most 5 ms.
+void StallByCopying(benchmark::State& state) {
+  int no_words = 0;
+  const QCoreApplication application(no_words, nullptr);
+  const QTemporaryDir folder;
+  Subject subject(static_cast<std::size_t>(state.range(0)));
+  RecoveryKeeper keeper(folder.path().toStdString(), std::chrono::milliseconds(1));
+  std::filesystem::file_time_type written;
+  const auto newly_written = [&] {
+    for (const auto& entry :
+         std::filesystem::recursive_directory_iterator(folder.path().toStdString()))
+      if (NumberOfCopy(entry.path()))
+        return std::exchange(written, entry.last_write_time()) != written;
+    return false;
+  };
+  keeper.Follow(subject.Get());
+  for (auto _ : state) {
+    std::chrono::duration<double> longest = TimeOf([&] { subject.MoveSomePoint(); });
+    while (!newly_written()) {
+      std::this_thread::sleep_for(std::chrono::microseconds(100));
+      longest = std::max(longest, TimeOf([] { QCoreApplication::processEvents(); }));
+    }
+    state.SetIterationTime(longest.count());
+  }
+}
+
 constexpr int kMany = 10'000'000;
 BENCHMARK(State)->Arg(1000)->Arg(kMany)->Unit(benchmark::kMicrosecond);
 BENCHMARK(MovePointStep)->Arg(1000)->Arg(kMany)->Iterations(200)->Unit(benchmark::kMicrosecond);
 BENCHMARK(UndoThenRedo)->Arg(1000)->Arg(kMany)->Unit(benchmark::kMicrosecond);
+BENCHMARK(StallByCopying)
+    ->Arg(kMany)
+    ->Iterations(10)
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond);
 
 }  // namespace

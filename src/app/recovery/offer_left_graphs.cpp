@@ -21,9 +21,11 @@ std::string TimeText(const LeftGraph& left) {
 }
 
 std::string LineOf(const LeftGraph& left) {
-  const std::string file = left.note.graph_file.filename().string();
+  const GraphNote& note = left.note;
+  const auto& named = note.graph_file.empty() ? note.data_file : note.graph_file;
+  const std::string file = named.filename().string();
   const std::string belongs = file.empty() ? "" : " (" + file + ')';
-  return left.note.name + belongs + ", changed " + TimeText(left);
+  return note.name + belongs + ", changed " + TimeText(left);
 }
 
 Question QuestionOf(const std::vector<LeftGraph>& left) {

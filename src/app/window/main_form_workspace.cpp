@@ -156,7 +156,7 @@ void T_MainForm::OfferLeftGraphs() {
 void T_MainForm::OpenLeftGraph(const LeftGraph& left) {
   const std::string name = IsFreeName(left.note.name) ? left.note.name : LowestFreeName();
   auto document = std::make_unique<Document>(name, *parts_.work, *parts_.prompt);
-  document->Files().Recover(left.copy, left.note.graph_file);
+  document->Files().Recover(left.copy, left.note.graph_file, left.note.data_file);
   keeper_->TakeOver(ShowGraphWindow(std::move(document))->GetDocument(), left);
 }
 

@@ -118,12 +118,17 @@ void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
 }
 
 void DocumentFiles::Recover(const std::filesystem::path& copy,
-                            const std::filesystem::path& graph_file) {
+                            const std::filesystem::path& graph_file,
+                            const std::filesystem::path& data_file) {
   ReadResult result = Read([copy](Progress&) { return ReadGraph(copy); });
   result.points.clear();  // the copy is no file of the user's
   TakeState(result);
   document_.Look().own = true;
   graph_file_ = graph_file;
+  data_file_ = data_file;
+  std::error_code ignored;
+  data_folder_ =
+      data_file.empty() ? std::filesystem::current_path(ignored) : FolderOfFile(data_file);
   if (!graph_file.empty()) ShowPath(graph_file);
   TellOfAnotherGraph();
   BeginHistory(true);

@@ -62,8 +62,9 @@ class DocumentFiles {
   /// A path that does not exist gives the default appearance.
   void LoadGraphFile(const std::filesystem::path& path);
   /// What a window shows that was open and changed when its program was ended: the graph that lies in `copy`, changed,
-  /// which belongs into `graph_file` (empty: none yet). For a new document.
-  void Recover(const std::filesystem::path& copy, const std::filesystem::path& graph_file);
+  /// which belongs into `graph_file` and came from `data_file` (empty: none). For a new document.
+  void Recover(const std::filesystem::path& copy, const std::filesystem::path& graph_file,
+               const std::filesystem::path& data_file);
   bool ReadDataFile(const std::filesystem::path& path);
   /// One step called `step` of what `reading` makes of the graph worked on and data from elsewhere. It runs as all reading
   /// does, maybe on another thread.

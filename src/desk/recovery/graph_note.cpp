@@ -47,7 +47,8 @@ void WriteNote(const std::filesystem::path& file, const GraphNote& note) {
   stream.setVersion(kStreamVersion);
   // Names of files are bytes, not texts.
   stream << kNoteBegin << QByteArray::fromStdString(note.name)
-         << QByteArray::fromStdString(note.graph_file.string());
+         << QByteArray::fromStdString(note.graph_file.string())
+         << QByteArray::fromStdString(note.data_file.string());
   WriteWholeFile(file, bytes.toStdString());
   KeepForUser(file);
 }
@@ -61,9 +62,10 @@ std::optional<GraphNote> ReadNote(const std::filesystem::path& path) {
   quint32 begin = 0;
   QByteArray name;
   QByteArray graph_file;
-  stream >> begin >> name >> graph_file;
+  QByteArray data_file;
+  stream >> begin >> name >> graph_file >> data_file;
   if (stream.status() != QDataStream::Ok || begin != kNoteBegin) return std::nullopt;
-  return GraphNote{name.toStdString(), graph_file.toStdString()};
+  return GraphNote{name.toStdString(), graph_file.toStdString(), data_file.toStdString()};
 }
 
 void KeepForUser(const std::filesystem::path& file_or_folder) {

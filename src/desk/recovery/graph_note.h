@@ -10,8 +10,9 @@ namespace tarnwick {
 
 /// What of a document stands in no graph file.
 struct GraphNote {
-  std::string name;                  ///< of its window, "Graph_1"
-  std::filesystem::path graph_file;  /// that it is saved to; empty: none yet
+  std::string name;                       ///< of its window, "Graph_1"
+  std::filesystem::path graph_file = {};  ///< that it is saved to; empty: none yet
+  std::filesystem::path data_file = {};   ///< that its points were read from; empty: none
   bool operator==(const GraphNote&) const = default;
 };
 

@@ -24,7 +24,7 @@ std::optional<LeftGraph> LeftIn(const std::filesystem::directory_entry& entry,
   const auto changed = entry.last_write_time(error);
   if (error) return {};
   // A copy is worth having without its note.
-  const GraphNote unknown{"Graph_" + std::to_string(*number), {}};
+  const GraphNote unknown{"Graph_" + std::to_string(*number)};
   return LeftGraph{ReadNote(NoteIn(folder->Path(), *number)).value_or(unknown), *number,
                    entry.path(), changed, folder};
 }

@@ -12,9 +12,12 @@ namespace tarnwick {
 namespace {
 
 GraphNote NoteOf(const Document& document) {
-  const std::filesystem::path& file = document.Files().GraphFileName();
-  std::error_code ignored;  // without a folder to work in there is no whole path
-  return {document.Name(), file.empty() ? file : std::filesystem::absolute(file, ignored)};
+  const auto whole = [](const std::filesystem::path& file) {
+    std::error_code ignored;  // without a folder to work in there is no whole path
+    return file.empty() ? file : std::filesystem::absolute(file, ignored);
+  };
+  const DocumentFiles& files = document.Files();
+  return {document.Name(), whole(files.GraphFileName()), whole(files.DataFileName())};
 }
 
 }  // namespace

@@ -61,8 +61,8 @@ TEST_F(RecoveryTest, WhatAProgramLeftIsFoundOnceItRunsNoMore) {
   {
     RecoveryStore store(root_);
     store.Write(1, {{"Graph_1", folder_.File("line\nbreak \xFF.tgr")}, WithPoints(3), before});
-    store.Write(2, {{"Graph_2", {}}, WithPoints(4), Clock::now()});
-    store.Write(3, {{"Graph_3", {}}, WithPoints(5), Clock::now()});
+    store.Write(2, {{"Graph_2", {}, "/a/run5.dat"}, WithPoints(4), Clock::now()});
+    store.Write(3, {{"Graph_3"}, WithPoints(5), Clock::now()});
     store.Remove(3);
     EXPECT_EQ(Found(), std::vector<std::string>()) << "its program runs";
   }
@@ -70,7 +70,7 @@ TEST_F(RecoveryTest, WhatAProgramLeftIsFoundOnceItRunsNoMore) {
   ASSERT_EQ(left.size(), 2U);
   EXPECT_EQ(left[0].note, (GraphNote{"Graph_1", folder_.File("line\nbreak \xFF.tgr")}));
   EXPECT_EQ(PointsIn(left[0].copy), 3);
-  EXPECT_EQ(left[1].note, (GraphNote{"Graph_2", {}}));
+  EXPECT_EQ(left[1].note, (GraphNote{"Graph_2", {}, "/a/run5.dat"}));
   EXPECT_EQ(Found(), std::vector<std::string>()) << "another start is asking";
   for (const auto& entry : std::filesystem::recursive_directory_iterator(root_)) {
     struct stat status {};
@@ -81,7 +81,7 @@ TEST_F(RecoveryTest, WhatAProgramLeftIsFoundOnceItRunsNoMore) {
 }
 
 TEST_F(RecoveryTest, ACopyTakenOverIsThereAtEveryMoment) {
-  { RecoveryStore(root_).Write(1, {{"Graph_1", {}}, WithPoints(3), Clock::now()}); }
+  { RecoveryStore(root_).Write(1, {{"Graph_1"}, WithPoints(3), Clock::now()}); }
   {
     RecoveryStore next(root_);
     next.TakeOver(7, FindLeftGraphs(root_).at(0));
@@ -93,7 +93,7 @@ TEST_F(RecoveryTest, ACopyTakenOverIsThereAtEveryMoment) {
 }
 
 TEST_F(RecoveryTest, WhatIsNoCopyIsPassedOver) {
-  { RecoveryStore(root_).Write(1, {{"Graph_1", {}}, WithPoints(3), Clock::now()}); }
+  { RecoveryStore(root_).Write(1, {{"Graph_1"}, WithPoints(3), Clock::now()}); }
   const auto own = std::filesystem::directory_iterator(root_)->path();
   const std::string copy = testing::ReadFile(own / "1.tgr");
   const std::string note = testing::ReadFile(own / "1.note");
