@@ -216,7 +216,8 @@ TEST_F(KeeperTest, KilledAtAnyMomentItLeavesAWholeRecentCopy) {
   constexpr int kBatches = 5;
   constexpr int kTogether = 10;
   constexpr std::chrono::milliseconds kInterval = 10ms;
-  constexpr std::chrono::nanoseconds kMostLost = 3s;  // ten sessions write at once, and other tests run beside
+  // Ten sessions write at once, and other tests run beside.
+  constexpr std::chrono::nanoseconds kMostLost = 3s;
   std::mt19937 random(11);
   const auto shared = [] {
     void* const memory =
