@@ -190,10 +190,8 @@ void BM_First(benchmark::State& state, int line_width, Png png) {
   }
 }
 
-void BM_Again(benchmark::State& state, int line_width) {
-  const Data& data = DataOf(PointsOf(state), ShapeOf(state));
-  TSeries series;
-  Fill(series, data, line_width);
+/// Frames that move on a little from one to the next, into one picture.
+void PaintShiftedFrames(benchmark::State& state, TSeries& series, const Data& data) {
   std::vector<SeriesFrame> frames;
   for (int shift = 0; shift < 105; ++shift) frames.push_back(FrameOf(data, shift));
   std::size_t shift = 0;
@@ -205,6 +203,13 @@ void BM_Again(benchmark::State& state, int line_width) {
     painter.end();
     benchmark::DoNotOptimize(image.bits());
   }
+}
+
+void BM_Again(benchmark::State& state, int line_width) {
+  const Data& data = DataOf(PointsOf(state), ShapeOf(state));
+  TSeries series;
+  Fill(series, data, line_width);
+  PaintShiftedFrames(state, series, data);
 }
 
 void BM_Symbols(benchmark::State& state) {
@@ -239,17 +244,7 @@ void BM_ErrorBars(benchmark::State& state) {
   given.y_values.SetRun(1, errors);
   if (state.range(1) == OfBoth) given.x = {ErrorKind::Constant, data.x.back() / 500};
   series.SetErrors(std::move(given));
-  std::vector<SeriesFrame> frames;
-  for (int shift = 0; shift < 105; ++shift) frames.push_back(FrameOf(data, shift));
-  std::size_t shift = 0;
-  QImage image = NewPicture();
-  for (auto _ : state) {
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    PaintSeries(painter, series, frames[shift++ % frames.size()]);
-    painter.end();
-    benchmark::DoNotOptimize(image.bits());
-  }
+  PaintShiftedFrames(state, series, data);
 }
 
 // A million points joined in the order in which they came take at most three times as long as the same points rising.

@@ -12,10 +12,16 @@ double StudentQuantile(std::int64_t degrees_of_freedom, double level);
 /// The same of a normal error of deviation 1.
 double NormalQuantile(double level);
 
+/// The probability that chance makes a deviation, over its estimated standard deviation, greater in size; undefined for no
+/// degrees of freedom.
+double StudentProbability(double deviation, std::int64_t degrees_of_freedom);
 /// The probability that chance makes chi squared greater; undefined for no degrees of freedom or no chi squared.
 double ChiSquaredProbability(double chi_squared, std::int64_t degrees_of_freedom);
 /// The probability that chance makes the ratio of two variances with so many degrees of freedom greater; undefined where there
 /// are none.
 double VarianceRatioProbability(double ratio, std::int64_t above, std::int64_t below);
+/// The probability that a number between -limit and limit, of this mean and variance, is greater: by the beta distribution of the
+/// same moments.
+double BoundedProbability(double value, double limit, double mean, double variance);
 
 }  // namespace tarnwick

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "fit/judge/chances.h"
+#include "fit/judge/distributions.h"
 
 namespace tarnwick {
 namespace {
@@ -112,9 +112,9 @@ void TestNeighbours(const VectorXd& e, const MatrixXd& q, ResidualFindings& find
   // The greatest that any n numbers can have.
   const double limit = std::cos(std::numbers::pi / static_cast<double>(n + 1));
   if (next.value > kMisleading)
-    findings.alike = ChanceBetween(next.value, limit, next.mean, next.variance);
+    findings.alike = BoundedProbability(next.value, limit, next.mean, next.variance);
   if (next.value < -kMisleading)
-    findings.alternating = ChanceBetween(-next.value, limit, -next.mean, next.variance);
+    findings.alternating = BoundedProbability(-next.value, limit, -next.mean, next.variance);
   const Index lags = std::min(kLags, n / kPointsPerLag);
   double deviations = 0;
   double strength = 0;
@@ -124,7 +124,7 @@ void TestNeighbours(const VectorXd& e, const MatrixXd& q, ResidualFindings& find
     strength += (one.value - one.mean) * (one.value - one.mean);
   }
   if (strength > kMisleading * kMisleading)
-    findings.lagged = ChanceOfSquares(deviations, static_cast<double>(lags));
+    findings.lagged = ChiSquaredProbability(deviations, lags);
 }
 
 /// The next Legendre polynomial along the points: (j+1) P_(j+1) = (2j+1) t P_j - j P_(j-1).
@@ -157,7 +157,7 @@ double ChanceOfShare(double taken, double all, Index columns, Index freedom) {
   const Index left = freedom - columns;
   const double ratio = taken / static_cast<double>(columns) /
                        (std::max(all - taken, 0.0) / static_cast<double>(left));
-  return ChanceOfRatio(ratio, static_cast<double>(columns), static_cast<double>(left));
+  return VarianceRatioProbability(ratio, columns, left);
 }
 
 /// Polynomials in t, from -1 to 1, that the model does not hold.
@@ -255,7 +255,8 @@ void TestPoints(const VectorXd& e, const ResidualSample& sample, const MatrixXd&
     if (!(outer > greatest.deviations)) continue;
     greatest = {sample.x[static_cast<std::size_t>(i)], outer, outer * std::sqrt(leverage / own)};
   }
-  if (n * ChanceOfDeviation(greatest.deviations, freedom - 1) < kImprobable)
+  if (n * StudentProbability(greatest.deviations, static_cast<std::int64_t>(freedom) - 1) <
+      kImprobable)
     findings.outstanding = greatest;
 }
 

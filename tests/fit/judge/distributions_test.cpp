@@ -31,6 +31,9 @@ TEST(Distributions, MeetTheTables) {
   EXPECT_NEAR(ChiSquaredProbability(3.8415, 1), 0.05, 1e-5);
   EXPECT_NEAR(VarianceRatioProbability(4.10, 2, 10), 0.05, 1e-3);
   EXPECT_NEAR(VarianceRatioProbability(4.9646, 1, 10), 0.05, 1e-5);
+  EXPECT_NEAR(StudentProbability(-2.2281, 10), 0.05, 1e-5);
+  EXPECT_NEAR(BoundedProbability(0.5, 1, 0, 1.0 / 3), 0.25, 1e-12);  // even between -1 and 1
+  EXPECT_EQ(ChiSquaredProbability(HUGE_VAL, 3), 0);
   EXPECT_TRUE(IsUndefined(ChiSquaredProbability(1, 0)));
   EXPECT_TRUE(IsUndefined(VarianceRatioProbability(1, 1, 0)));
 }
