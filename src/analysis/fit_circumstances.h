@@ -4,7 +4,7 @@
 #include <span>
 
 #include "analysis/fit_part.h"
-#include "fit/judge/fit_verdict.h"
+#include "fit/judge/fit_circumstances.h"
 
 namespace tarnwick {
 

@@ -17,6 +17,7 @@
 #include "expr/words/parser_exception.h"
 #include "fit/judge/curve_swing.h"
 #include "fit/judge/fit_statistics.h"
+#include "fit/judge/fit_verdict.h"
 #include "fit/judge/open_parameters.h"
 #include "fit/judge/residual_pattern.h"
 #include "fit/judge/residual_tests.h"

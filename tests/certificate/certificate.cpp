@@ -14,7 +14,6 @@
 #include "base/whole_file.h"
 #include "certified_problem.h"
 #include "fit/judge/fit_bands.h"
-#include "fit/judge/fit_verdict.h"
 #include "weighted_problems.h"
 
 namespace tarnwick {

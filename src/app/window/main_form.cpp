@@ -23,7 +23,7 @@
 #include "app/window/window_placement.h"
 #include "app/window/window_settings.h"
 #include "base/error.h"
-#include "data/import/listed.h"
+#include "base/word_list.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/document/dropped_files.h"

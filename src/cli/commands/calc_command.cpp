@@ -6,9 +6,9 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "cli/commands/commands.h"
 #include "cli/output/expression_error.h"
-#include "data/import/listed.h"
 #include "expr/expression_hints.h"
 #include "expr/formula_parser.h"
 #include "expr/words/parser_exception.h"

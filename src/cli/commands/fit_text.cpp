@@ -10,7 +10,7 @@
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "cli/options/fit_model.h"
-#include "fit/judge/fit_verdict.h"
+#include "fit/judge/fit_findings.h"
 #include "results/fit_texts.h"
 
 namespace tarnwick::cli {

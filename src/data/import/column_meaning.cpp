@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "base/word_list.h"
 #include "data/import/import_file.h"
-#include "data/import/listed.h"
 #include "data/text/missing_values.h"
 #include "data/text/text_names.h"
 #include "data/text/time_guess.h"
@@ -41,7 +41,7 @@ void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
   source.info.TimeColumns = time.Text();
   const bool dated = std::ranges::any_of(
       found.parts, [](TimePart part) { return part == TimePart::Date || part == TimePart::Year; });
-  source.notes.push_back(Listed(names, names.size()) + " together are the time" +
+  source.notes.push_back(Listed(names) + " together are the time" +
                          (dated ? "" : ", in 2001 since there is no year"));
 }
 
@@ -128,8 +128,8 @@ void SettleMissingValues(const ImportOptions& options, ImportSource& source) {
       source.info.MissingValues += (source.info.MissingValues.empty() ? "" : " ") + text;
     }
     if (!found.empty()) {
-      source.notes.push_back(Listed(found, found.size()) +
-                             (found.size() == 1 ? " stands" : " stand") + " for no value");
+      source.notes.push_back(Listed(found) + (found.size() == 1 ? " stands" : " stand") +
+                             " for no value");
     }
   }
   const MissingValues missing(source.info.MissingValues);

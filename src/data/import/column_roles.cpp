@@ -6,9 +6,9 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "base/word_list.h"
 #include "data/import/error_columns.h"
 #include "data/import/import_file.h"
-#include "data/import/listed.h"
 #include "data/import/name_words.h"
 #include "data/text/text_names.h"
 

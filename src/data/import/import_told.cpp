@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "data/import/listed.h"
+#include "base/word_list.h"
 
 namespace tarnwick {
 namespace {

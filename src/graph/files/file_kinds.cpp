@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "base/whole_file.h"
+#include "base/word_list.h"
 #include "graph/files/data_text_file.h"
 #include "graph/files/graph_file.h"
 #include "graph/xy_graph.h"
@@ -155,16 +156,11 @@ bool HoldsSections(const FileKind& kind) {
 }
 
 std::string WrittenEndings(bool (*wanted)(const FileKind&)) {
-  std::vector<std::string_view> endings;
+  std::vector<std::string> endings;
   for (const FileKind& kind : kKinds) {
-    if (kind.write && !kind.save_filter.empty() && wanted(kind)) endings.push_back(kind.ending);
+    if (kind.write && !kind.save_filter.empty() && wanted(kind)) endings.emplace_back(kind.ending);
   }
-  std::string list;
-  for (std::size_t i = 0; i < endings.size(); ++i) {
-    if (i > 0) list += i + 1 < endings.size() ? ", " : " and ";
-    list += endings[i];
-  }
-  return list;
+  return Listed(endings);
 }
 
 void WritePicture(const TxyGraph& graph, const Path& path, const PictureOptions& options) {

@@ -1,0 +1,15 @@
+// Words listed in a sentence. Knows texts only.
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <span>
+#include <string>
+
+namespace tarnwick {
+
+/// "a, b and c"; of more than `most` the first and "and 4 more".
+std::string Listed(std::span<const std::string> words,
+                   std::size_t most = std::numeric_limits<std::size_t>::max());
+
+}  // namespace tarnwick

@@ -1,0 +1,38 @@
+// How a fit was asked for and what its run met, as far as its verdict needs to know beside the result. Knows no model and no
+// DataSet.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fit/model/fit_settings.h"
+
+namespace tarnwick {
+
+/// Coordinates whose squares, in units such as these, are beyond what a computer's numbers hold.
+struct ExtremeData {
+  char axis = 'Y';
+  double greatest = 0;  ///< their greatest absolute value
+};
+
+struct FitCircumstances {
+  FitProcType method = FitProcType::cfp_Newton;
+  std::int32_t max_iterations = 0;
+  std::int32_t thinned_to = 0;    ///< the model's NPoints
+  bool regression_curve = false;  ///< the points are those of the DataSet's regression curve
+  std::optional<ExtremeData> extreme_data;
+  /// X of the first point without a value of the model at the start, and how many such points there are.
+  std::optional<double> first_undefined_x;
+  std::int64_t undefined_at_start = 0;
+  bool weighted_unasked = false;  ///< by errors that the DataSet has
+  /// Of an expression with a sign before a power (SignWarning); else empty.
+  std::string sign_warning;
+  /// Names in the expression that are neither its variable nor a parameter.
+  std::vector<std::string> unknown_names;
+  /// Parameters, varied or not, whose value at the start is no finite number.
+  std::vector<std::string> infinite_names;
+};
+
+}  // namespace tarnwick

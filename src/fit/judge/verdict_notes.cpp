@@ -1,0 +1,256 @@
+#include "fit/judge/verdict_notes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#include "base/number_text.h"
+#include "fit/judge/curve_swing.h"
+#include "fit/judge/fit_findings.h"
+#include "fit/judge/fit_statistics.h"
+#include "fit/judge/residual_tests.h"
+#include "fit/judge/trading_groups.h"
+#include "fit/judge/verdict_words.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kShareDigits = 3;
+// From here on a share in percent says less and less.
+constexpr double kMostPercent = 0.99;
+// A finishing run that moves the parameters by less than this is not worth a word.
+constexpr double kDistanceWorthNaming = 0.01;
+constexpr std::size_t kCorrelationsNamed = 3;
+
+void NoteUndetermined(const FitResult& result, std::vector<std::string>& notes) {
+  for (const TradingGroup& group : TradingGroups(result)) {
+    notes.push_back(
+        NamesOf(result, group.parameters) + " trade against each other: the data determine " +
+        (group.directions == 1
+             ? "only a combination of them, so that one should be held fixed."
+             : "only combinations of them, so that " + std::to_string(group.directions) +
+                   " of them should be held fixed."));
+  }
+  if (!result.unmoved.empty()) {
+    notes.push_back(NamesOf(result, result.unmoved) +
+                    " never moved the curve: the sum of squares does not depend on " +
+                    (result.unmoved.size() == 1 ? "it" : "them") +
+                    " here, so that the starting values may be far off.");
+  }
+}
+
+void NoteHardlyDetermined(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.traded.empty()) return;
+  notes.push_back(NamesOf(result, result.traded) +
+                  (result.traded.size() == 1
+                       ? " has an error greater than its value, and another parameter makes up "
+                         "for it: hold one of them fixed, or take a simpler model."
+                       : " have errors greater than their values, and other parameters make up "
+                         "for them: hold some fixed, or take a simpler model."));
+}
+
+void NoteBounds(const FitResult& result, std::vector<std::string>& notes) {
+  for (const std::int32_t i : result.at_bound) {
+    const auto at = static_cast<std::size_t>(i);
+    notes.push_back(result.names.at(at) + " stands at its bound " +
+                    FigureText(result.values.at(at)) +
+                    ": it has no error of its own, and the others' are told as if it were held "
+                    "there.");
+  }
+}
+
+/// Parameters that kept their starting value to the last bit while others moved.
+void NoteStuck(const FitResult& result, std::vector<std::string>& notes) {
+  if (!result.outcome.changed || result.start.size() != result.values.size()) return;
+  std::vector<std::int32_t> stuck;
+  for (std::size_t i = 0; i < result.values.size(); ++i) {
+    const auto index = static_cast<std::int32_t>(i);
+    const bool unmoved =
+        std::find(result.unmoved.begin(), result.unmoved.end(), index) != result.unmoved.end();
+    const bool at_bound = std::ranges::find(result.at_bound, index) != result.at_bound.end();
+    if (!unmoved && !at_bound && result.values[i] == result.start[i]) stuck.push_back(index);
+  }
+  if (stuck.empty()) return;
+  notes.push_back(NamesOf(result, stuck) + " kept " +
+                  (stuck.size() == 1 ? "its starting value." : "their starting values."));
+}
+
+void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) {
+  struct Pair {
+    std::size_t first, second;
+    double correlation;
+  };
+  std::vector<Pair> pairs;
+  const std::size_t k = result.names.size();
+  const std::vector<double>& correlation = result.statistics.correlation;
+  for (std::size_t i = 0; correlation.size() == k * k && i < k; ++i) {
+    for (std::size_t j = i + 1; j < k; ++j) {
+      const double value = correlation[i * k + j];
+      if (std::abs(value) > kStrongCorrelation) pairs.push_back({i, j, value});
+    }
+  }
+  std::stable_sort(pairs.begin(), pairs.end(), [](const Pair& a, const Pair& b) {
+    return std::abs(a.correlation) > std::abs(b.correlation);
+  });
+  for (std::size_t i = 0; i < std::min(pairs.size(), kCorrelationsNamed); ++i) {
+    notes.push_back(result.names[pairs[i].first] + " and " + result.names[pairs[i].second] +
+                    " are strongly correlated (" + FigureText(pairs[i].correlation) +
+                    "): an error of one is made up for by the other.");
+  }
+  if (pairs.size() > kCorrelationsNamed) {
+    notes.push_back(
+        Counted(static_cast<std::int64_t>(pairs.size() - kCorrelationsNamed), "more pair") +
+        " of parameters with strong correlation.");
+  }
+}
+
+void NoteOpen(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.open.empty()) return;
+  notes.push_back("The curve hardly changes when " + NamesOf(result, result.open) +
+                  (result.open.size() == 1
+                       ? " goes as far as its error reaches, so that the error says little: hold "
+                         "it fixed, or take a simpler model."
+                       : " go as far as their errors reach, so that the errors say little: hold "
+                         "some fixed, or take a simpler model."));
+}
+
+void NoteSwing(const FitResult& result, std::vector<std::string>& notes) {
+  if (!SwingsFreely(result.swing)) return;
+  notes.push_back("Between X = " + FigureText(result.swing.from) + " and " +
+                  FigureText(result.swing.to) +
+                  " no point holds the curve: a period of less than two points, or a width of less "
+                  "than one, fits much that was never measured. Start nearer to what is expected.");
+}
+
+void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
+  const ResidualFindings& found = result.residuals;
+  if (found.outstanding) {
+    const std::string moved = RoughText(found.outstanding->pull);
+    notes.push_back("One point stands out: " + Described(*found.outstanding) +
+                    (OnePointBends(found) ? ". It alone moves the parameters by " + moved +
+                                                " of their errors: check it, or fit without it."
+                                          : ". It hardly moves the parameters."));
+  }
+  if (FollowsShape(found)) {
+    notes.emplace_back(
+        "The residuals follow a pattern along X: the model leaves something out, or other starting "
+        "values lead to a better fit. The errors stated are too small.");
+  } else if (Alternates(found)) {
+    notes.emplace_back(
+        "A residual above zero is followed by one below it far more often than chance has it: the "
+        "points may come from two sources by turns, or swing faster than the model.");
+  }
+}
+
+/// By how much `best` lies below `value`: "from 2 to 1.5 (by 25 %)", "from 2 to 1E-6, 2E6 times less".
+std::string Lowering(double value, double best) {
+  const double share = (value - best) / value;
+  const std::string percent = GeneralText(100 * share, kShareDigits) + " %";
+  const std::string ends = "from " + FigureText(value) + " to " + FigureText(best);
+  if (FigureText(value) == FigureText(best)) return "by " + percent;
+  if (share < kMostPercent) return ends + " (by " + percent + ")";
+  return best > 0 ? ends + ", " + GeneralText(value / best, kShareDigits) + " times less" : ends;
+}
+
+/// That the values come from other starting values than those given, or that others were tried.
+void NoteSearch(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.outcome.left_minimum) {
+    notes.push_back(
+        "The starting values led into a poorer minimum; others, found by a search, lower the sum "
+        "of squares " +
+        Lowering(result.outcome.left_minimum->value, result.outcome.left_minimum->lower) + ".");
+  } else if (result.outcome.search_evaluations > 0) {
+    notes.emplace_back("A search for better starting values found none.");
+  }
+}
+
+void NoteFinishingStep(const FitResult& result, std::vector<std::string>& notes) {
+  if (DistanceToBestFit(result) < kDistanceWorthNaming) return;
+  notes.push_back("A finishing Newton-type step lowers the sum of squares " +
+                  Lowering(result.outcome.value, *result.newton_sum_of_squares) + ".");
+}
+
+void NoteWeights(const FitResult& result, const FitCircumstances& about,
+                 std::vector<std::string>& notes) {
+  const FitStatistics& statistics = result.statistics;
+  if (about.weighted_unasked)
+    notes.emplace_back("The points are weighted by their errors of Y, since they have some.");
+  if (ErrorsTooSmall(result)) {
+    notes.push_back("χ² is " + FigureText(statistics.sum_of_squares) + " for " +
+                    Counted(statistics.degrees_of_freedom, "degree") +
+                    " of freedom, which chance alone makes of a fit in less than one of a "
+                    "thousand: the model leaves something out, or the errors of the points are "
+                    "stated too small.");
+  }
+  if (ErrorsTooGreat(result)) {
+    notes.push_back("χ² is " + FigureText(statistics.sum_of_squares) + " for " +
+                    Counted(statistics.degrees_of_freedom, "degree") +
+                    " of freedom, less than chance leaves: the errors of the points are stated "
+                    "too great, and with them those of the parameters.");
+  }
+}
+
+void NotePoints(const FitResult& result, const FitCircumstances& about,
+                std::vector<std::string>& notes) {
+  if (about.regression_curve) {
+    notes.emplace_back(
+        "The points of the regression curve were fitted, as long as the DataSet shows one.");
+  }
+  if (result.undefined_points > 0) {
+    notes.push_back(Counted(result.undefined_points, "point") +
+                    " left out: Y or the model has no value there.");
+  }
+  if (result.points_without_error > 0) {
+    notes.push_back(Counted(result.points_without_error, "point") +
+                    " left out: without an error above 0 nothing tells the weight.");
+  }
+  if (result.points_without_weight > 0) {
+    notes.push_back(Counted(result.points_without_weight, "point") +
+                    " weighed nothing: the model's value gives no weight there.");
+  }
+  if (result.points_used < result.points_in_range) {
+    notes.push_back(std::to_string(result.points_used) + " of " +
+                    std::to_string(result.points_in_range) +
+                    " points used: the model thins them by its number of points (" +
+                    std::to_string(about.thinned_to) + "). All points can be asked for.");
+  }
+}
+
+/// The sign that was meant to stay is squared away.
+void NoteSignBeforePower(const FitCircumstances& about, std::vector<std::string>& notes) {
+  if (!about.sign_warning.empty()) notes.push_back(about.sign_warning);
+}
+
+/// Errors of the parameters that come from points of unequal worth.
+void NoteScatter(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.residuals.unequal_scatter <= 1) return;
+  notes.push_back("Some points scatter " + RoughText(result.residuals.unequal_scatter) +
+                  " times more than others, though all count alike: weights would make more of "
+                  "the data.");
+}
+
+}  // namespace
+
+std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumstances& about) {
+  std::vector<std::string> notes;
+  NoteSignBeforePower(about, notes);
+  if (Ran(result)) {
+    NoteUndetermined(result, notes);
+    NoteBounds(result, notes);
+    NoteStuck(result, notes);
+    NoteSwing(result, notes);
+    NoteOpen(result, notes);
+    NoteHardlyDetermined(result, notes);
+    NoteSearch(result, notes);
+    NoteFinishingStep(result, notes);
+    NotePattern(result, notes);
+    NoteWeights(result, about, notes);
+    NoteScatter(result, notes);
+    NoteCorrelations(result, notes);
+  }
+  NotePoints(result, about, notes);
+  return notes;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,151 @@
+#include "fit/judge/verdict_summary.h"
+
+#include <cstdint>
+#include <vector>
+
+#include "base/number_text.h"
+#include "base/word_list.h"
+#include "fit/judge/curve_swing.h"
+#include "fit/judge/fit_findings.h"
+#include "fit/judge/residual_tests.h"
+#include "fit/judge/trading_groups.h"
+#include "fit/judge/verdict_words.h"
+
+namespace tarnwick {
+namespace {
+
+/// "Y is so great (3E200) that its squares cannot be summed: give it in other units"
+std::string Extreme(const ExtremeData& data) {
+  return std::string(1, data.axis) + " is so " + (data.greatest > 1 ? "great (" : "small (") +
+         FigureText(data.greatest) + ") that its squares cannot be summed: give it in other units";
+}
+
+std::string UndefinedStart(const FitCircumstances& about) {
+  const auto sentence = [](const std::vector<std::string>& names, const char* of_one,
+                           const char* of_many) {
+    return "The fit did not start: " + Listed(names) + (names.size() == 1 ? of_one : of_many);
+  };
+  if (!about.unknown_names.empty())
+    return sentence(about.unknown_names, " is neither the variable nor a parameter.",
+                    " are neither the variable nor parameters.");
+  if (!about.infinite_names.empty())
+    return sentence(about.infinite_names, " has no finite value to start from.",
+                    " have no finite values to start from.");
+  if (about.extreme_data) return "The fit did not start: " + Extreme(*about.extreme_data) + ".";
+  if (!about.first_undefined_x) {
+    return "The fit did not start: the starting values are so far off that the sum of squares is "
+           "beyond all numbers.";
+  }
+  std::string text =
+      "The fit did not start: with the starting values the model has no value at "
+      "X = " +
+      FigureText(*about.first_undefined_x);
+  const std::int64_t others = about.undefined_at_start - 1;
+  if (others > 0) text += " and at " + Counted(others, "other point");
+  return text + ".";
+}
+
+/// Why a fit did nothing.
+std::string Refusal(const FitResult& result, const FitCircumstances& about) {
+  switch (result.outcome.why) {
+    case StopReason::NothingVaried:
+      return "Nothing was fitted: no parameter is set to vary.";
+    case StopReason::NoPoints:
+      if (result.points_without_error > 0 && result.undefined_points == 0)
+        return "Nothing was fitted: none of the points has an error above 0 to weigh it by.";
+      return result.undefined_points > 0
+                 ? "Nothing was fitted: none of the points has a finite Y."
+                 : "Nothing was fitted: there is no point between the margins.";
+    case StopReason::UndefinedAtStart:
+      return UndefinedStart(about);
+    default:
+      return result.outcome.message;
+  }
+}
+
+std::string Limit(const FitCircumstances& about) {
+  return about.method == FitProcType::cfp_Simplex
+             ? Counted(about.max_iterations, "evaluation") + " a parameter"
+             : Counted(about.max_iterations, "iteration");
+}
+
+std::string HowItEnded(const FitResult& result, const FitCircumstances& about) {
+  const std::string iterations = Counted(result.outcome.iterations, "iteration");
+  switch (result.outcome.why) {
+    case StopReason::IterationLimit:
+      return "Stopped at the limit of " + Limit(about) + " before the fit had settled";
+    case StopReason::Cancelled:
+      return "Cancelled after " + iterations;
+    case StopReason::NoFurtherDescent:
+      return HasConverged(result)
+                 ? "Settled after " + iterations + " where no step improves the fit any more"
+                 : "Stopped after " + iterations + " where this method finds nothing better";
+    default:
+      return "Converged after " + iterations;
+  }
+}
+
+/// What is to be said of the values, beginning with the colon or comma that joins it to how the fit ended.
+std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& about) {
+  if (about.extreme_data) return ", but " + Extreme(*about.extreme_data) + ".";
+  if (TooFewPoints(result)) {
+    return ", but " + Counted(result.statistics.points, "point") + " cannot determine " +
+           Counted(result.statistics.varied, "parameter") + ".";
+  }
+  if (result.outcome.why == StopReason::IterationLimit) {
+    return ": raise the limit, or fit again from these values, the best met so far.";
+  }
+  if (!result.singular_directions.empty()) {
+    return ", but the data cannot tell " +
+           NamesOf(result, TradingGroups(result).front().parameters) + " apart.";
+  }
+  if (!result.unmoved.empty()) {
+    return ", but the data do not depend on " + NamesOf(result, result.unmoved) + ".";
+  }
+  if (!Settled(result)) return ": the values are the best met so far.";
+  if (Settled(result) && !HasConverged(result))
+    return ", but short of the best fit: a finishing Newton-type step improves it.";
+  if (NoBetterThanMean(result))
+    return ", but the curve fits hardly better than a horizontal line would.";
+  if (!result.at_bound.empty())
+    return ", but " + NamesOf(result, result.at_bound) +
+           (result.at_bound.size() == 1 ? " stands at its bound." : " stand at their bounds.");
+  if (result.statistics.degrees_of_freedom == 0)
+    return result.statistics.weighting.errors == FitErrors::Absolute
+               ? ": there are as many points as parameters, so nothing checks the model."
+               : ": there are as many points as parameters, so no errors can be stated.";
+  if (PointsLost(result)) return ", but not every point could be used.";
+  if (SwingsFreely(result.swing))
+    return ", but between the points the curve swings farther than any point shows.";
+  if (OnePointBends(result.residuals)) {
+    return ", but one point stands out and bends the curve: " +
+           Described(*result.residuals.outstanding) + ".";
+  }
+  if (FollowsShape(result.residuals))
+    return ", but the residuals follow a pattern instead of scattering.";
+  if (Alternates(result.residuals))
+    return ", but the residuals change their sign from point to point instead of scattering.";
+  if (ErrorsTooSmall(result)) return ", but the points lie farther off than their errors allow.";
+  if (ScattersUnequally(result.residuals))
+    return ", but some points scatter far more than others and count alike.";
+  if (!result.open.empty())
+    return ", but the data leave the size of " + NamesOf(result, result.open) + " open.";
+  if (!result.traded.empty())
+    return ", but the data hardly determine " + NamesOf(result, result.traded) + ".";
+  if (!CanBeChecked(result)) {
+    return ", but " + Counted(result.statistics.points, "point") + " for " +
+           Counted(result.statistics.varied, "parameter") + " leave " +
+           Counted(result.statistics.degrees_of_freedom, "degree") +
+           " of freedom: that hardly checks the model, and the errors are rough.";
+  }
+  return ": the parameters are determined by the data.";
+}
+
+}  // namespace
+
+std::string VerdictSummary(const FitResult& result, const FitCircumstances& about) {
+  if (!Ran(result)) return Refusal(result, about);
+  return HowItEnded(result, about) + WhatTheDataSay(result, about);
+}
+
+}  // namespace tarnwick

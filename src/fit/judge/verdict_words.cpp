@@ -1,0 +1,38 @@
+#include "fit/judge/verdict_words.h"
+
+#include <cmath>
+#include <cstddef>
+
+#include "base/number_text.h"
+#include "base/word_list.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kDigits = 6;
+constexpr int kRoughDigits = 2;
+
+}  // namespace
+
+std::string FigureText(double value) {
+  return GeneralText(value, kDigits);
+}
+
+std::string RoughText(double value) {
+  return GeneralText(value, kRoughDigits);
+}
+
+std::string NamesOf(const FitResult& result, const std::vector<std::int32_t>& which) {
+  std::vector<std::string> names;
+  names.reserve(which.size());
+  for (const std::int32_t i : which) names.push_back(result.names.at(static_cast<std::size_t>(i)));
+  return Listed(names);
+}
+
+std::string Described(const OutstandingPoint& point) {
+  return "X = " + FigureText(point.x) + ", " +
+         (std::isfinite(point.deviations) ? RoughText(point.deviations) + " standard deviations"
+                                          : "beyond all others");
+}
+
+}  // namespace tarnwick
