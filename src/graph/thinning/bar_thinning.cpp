@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <span>
 #include <utility>
 
 #include "graph/thinning/column_rows.h"
@@ -19,6 +21,8 @@ struct Run {
   bool first_capped = false, last_capped = false;
 
   bool Empty() const { return last < first; }
+  int Middle() const { return (first + last) / 2; }
+  bool operator==(const Run&) const = default;
 };
 
 /// The bars of one pixel column: few stay as they are, of many the union is kept.
@@ -38,10 +42,10 @@ class BarColumn {
   bool Covers(const Run& run) const {
     return count_ >= kFew && !run.Empty() && bits_.AllSet(Bit(run.first), Bit(run.last));
   }
-  /// The pixels around one in the middle of a bar that was taken which are all covered.
-  Run CoveredAround(const Run& taken) const {
+  /// The pixels around one of a bar that was taken which are all covered.
+  Run CoveredAround(int pixel) const {
     if (count_ < kFew) return {};
-    const std::size_t bit = Bit((taken.first + taken.last) / 2);
+    const std::size_t bit = Bit(pixel);
     return {static_cast<int>(bits_.UnsetBefore(bit)), static_cast<int>(bits_.UnsetBehind(bit)) - 2};
   }
   /// Adds what was taken since the last time, `origin` being pixel 0 of the cell.
@@ -101,6 +105,11 @@ class RunMap {
     const double one = map_.ValueAt(run.first + first_ + 1),
                  other = map_.ValueAt(run.last + first_);
     return {std::min(one, other), std::max(one, other)};
+  }
+  /// Whether all bars within `extent` that hold `core` have the run of the extent.
+  bool AllAlike(const BarEnds& extent, const BarEnds& core) const {
+    const bool placed = !map_.Log() || extent.low > 0;
+    return placed && core.Exist() && OfExtent(core, 0) == OfExtent(extent, 0);
   }
   Run OfExtent(const BarEnds& bar, double zero) const {
     if (!map_.Log()) return OfPlaced(bar, zero);
@@ -184,18 +193,17 @@ class UprightBars {
     if (view_.base_line_slope == 0) {
       // Most bars of a crowd lie where others cover the middle of the column already.
       const double low = covered_.low + view_.zero_value, high = covered_.high + view_.zero_value;
-      Run last;
-      int taken = 0;
+      int within = 0, taken = 0;
       for (std::size_t i = begin; i < end; ++i) {
         const BarEnds& bar = bars_.Y()[i];
         if (bar.low >= low && bar.high <= high) continue;
         const Run run = map_.Of(bar, view_.zero_value);
         if (run.Empty()) continue;
-        last = run;
+        within = run.Middle();
         ++taken;
         cell_.Take(run);
       }
-      if (taken > kWorthALook) NoteCovered(covered_run_.Empty() ? last : covered_run_);
+      if (taken > kWorthALook) NoteCovered(covered_run_.Empty() ? within : covered_run_.Middle());
       return;
     }
     while (begin < end) {
@@ -208,8 +216,8 @@ class UprightBars {
     }
   }
 
-  void NoteCovered(const Run& taken) {
-    covered_run_ = cell_.CoveredAround(taken);
+  void NoteCovered(int pixel) {
+    covered_run_ = cell_.CoveredAround(pixel);
     covered_ = map_.Inside(covered_run_);
   }
 
@@ -224,6 +232,19 @@ class UprightBars {
   std::vector<PixelBar> found_;
 };
 
+/// Pixels of a row in which a bar would show nothing more.
+struct Stretch {
+  int first = std::numeric_limits<int>::max(), last = std::numeric_limits<int>::min();
+
+  bool Holds(const Run& run) const { return run.first >= first && run.last <= last; }
+  /// False, and nothing done, unless the run begins within or right behind it.
+  bool Grow(const Run& run) {
+    if (run.first < first || run.first - 1 > last) return false;
+    last = std::max(last, run.last);
+    return true;
+  }
+};
+
 /// The bars of one pixel row, which come from the left to the right but for what their lengths differ.
 class BarRow {
  public:
@@ -236,8 +257,15 @@ class BarRow {
       Join(runs_.back(), run);
     }
   }
-  bool Covers(const Run& run) const {
-    return count_ >= kFew && run.first >= runs_.back().first && run.last <= runs_.back().last;
+  Stretch Covered() const {
+    return count_ < kFew ? Stretch() : Stretch{runs_.back().first, runs_.back().last};
+  }
+  /// Takes what Covered() was grown by, by bars whose last ends have caps.
+  void Take(const Stretch& grown) {
+    if (count_ < kFew || grown.last <= runs_.back().last) return;
+    runs_.back().last = grown.last;
+    runs_.back().last_capped = true;
+    count_ = kFew + 1;
   }
   void Flush(int at, int origin, std::vector<PixelBar>& bars) {
     if (count_ > kFew) Merge();
@@ -294,38 +322,61 @@ class LevelBars {
         row_map_(view.y, top_, rows_),
         map_(view.x, area.seen.left(), area.seen.right() + 1, area.plot.left(),
              area.plot.right() + 1),
-        bar_rows_(static_cast<std::size_t>(rows_)) {}
+        bar_rows_(static_cast<std::size_t>(rows_) + 2),
+        covered_(bar_rows_.size()) {
+    covered_.front() =
+        covered_.back() = {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()};
+  }
 
   std::vector<PixelBar> Take() {
     points_.ForEachChunk([this](const ChunkView& chunk) {
       for (std::size_t i = 0; i < chunk.x.size();) {
         const std::size_t index = chunk.first_index + i, in_box = index % ErrorBars::kBox;
         const std::size_t count = std::min(chunk.x.size() - i, ErrorBars::kBox - in_box);
-        const Run run = map_.OfExtent(bars_.XBoxes()[index / ErrorBars::kBox], 0);
-        if (!run.Empty()) TakeBars(chunk, i, count, run);
+        TakeBox(chunk, i, count, index / ErrorBars::kBox);
         i += count;
       }
     });
     std::vector<PixelBar> found;
     for (int row = 0; row < rows_; ++row) {
-      bar_rows_[static_cast<std::size_t>(row)].Flush(top_ + row, area_.seen.left(), found);
+      const auto i = static_cast<std::size_t>(row) + 1;
+      bar_rows_[i].Take(covered_[i]);
+      bar_rows_[i].Flush(top_ + row, area_.seen.left(), found);
     }
     return found;
   }
 
  private:
-  /// `outermost` holds all of them.
-  void TakeBars(const ChunkView& chunk, std::size_t begin, std::size_t count,
-                const Run& outermost) {
+  void TakeBox(const ChunkView& chunk, std::size_t begin, std::size_t count, std::size_t box) {
+    const BarEnds& extent = bars_.XBoxes()[box];
+    const Run outermost = map_.OfExtent(extent, 0);
+    if (outermost.Empty()) return;
     std::array<std::int32_t, ErrorBars::kBox> rows{};
     row_map_.All(chunk.y.data() + begin, view_.zero_value, count, rows.data());
-    for (std::size_t i = 0; i < count; ++i) {
-      if (view_.base_line_slope != 0) rows[i] = RowOnSlope(chunk, begin + i);
-      const auto row = static_cast<std::size_t>(rows[i]);
-      if (row == 0 || row > bar_rows_.size()) continue;
-      BarRow& bars = bar_rows_[row - 1];
-      if (!bars.Covers(outermost)) bars.Take(map_.Of(bars_.X()[chunk.first_index + begin + i], 0));
+    if (view_.base_line_slope != 0) {
+      for (std::size_t i = 0; i < count; ++i) rows[i] = RowOnSlope(chunk, begin + i);
     }
+    const std::span rows_of_bars(rows.data(), count);
+    if (map_.AllAlike(extent, bars_.XCores()[box])) {
+      for (const std::int32_t row : rows_of_bars) TakeBar(static_cast<std::size_t>(row), outermost);
+    } else {
+      TakeBars(rows_of_bars, outermost, &bars_.X()[chunk.first_index + begin]);
+    }
+  }
+  /// `outermost` holds all of them.
+  void TakeBars(std::span<const std::int32_t> rows, const Run& outermost, const BarEnds* bars) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const auto row = static_cast<std::size_t>(rows[i]);
+      if (!covered_[row].Holds(outermost)) TakeBar(row, map_.Of(bars[i], 0));
+    }
+  }
+  void TakeBar(std::size_t row, const Run& run) {
+    // A crowd's bars come one right behind the other: only the stretch is touched.
+    if (run.last_capped && covered_[row].Grow(run)) return;
+    if (covered_[row].Holds(run)) return;
+    bar_rows_[row].Take(covered_[row]);
+    bar_rows_[row].Take(run);
+    covered_[row] = bar_rows_[row].Covered();
   }
   std::int32_t RowOnSlope(const ChunkView& chunk, std::size_t i) const {
     return row_map_.At(chunk.y[i] - view_.zero_value - view_.base_line_slope * chunk.x[i]);
@@ -336,9 +387,10 @@ class LevelBars {
   const ThinningView& view_;
   const BarArea& area_;
   int top_, rows_;
-  RowMap row_map_;  // 0 and those behind the last are not seen
+  RowMap row_map_;
   RunMap map_;
-  std::vector<BarRow> bar_rows_;
+  std::vector<BarRow> bar_rows_;  // the first and the last stand for whatever is not seen
+  std::vector<Stretch> covered_;  // of each of them; nothing more is to be taken there
 };
 
 }  // namespace

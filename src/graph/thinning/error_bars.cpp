@@ -27,6 +27,19 @@ std::vector<BarEnds> BoxesOf(std::span<const BarEnds> bars) {
   return boxes;
 }
 
+std::vector<BarEnds> CoresOf(std::span<const BarEnds> bars) {
+  std::vector<BarEnds> cores;
+  cores.reserve(bars.size() / ErrorBars::kBox + 1);
+  for (std::size_t i = 0; i < bars.size(); ++i) {
+    if (i % ErrorBars::kBox == 0) cores.push_back(bars[i]);
+    BarEnds& core = cores.back();
+    const bool common = bars[i].low <= core.high && bars[i].high >= core.low;
+    core = common ? BarEnds{std::max(core.low, bars[i].low), std::min(core.high, bars[i].high)}
+                  : BarEnds();
+  }
+  return cores;
+}
+
 /// How far bars widen low <= value <= high.
 class Reach {
  public:
@@ -70,6 +83,7 @@ ErrorBars::ErrorBars(const PointChain& points, const PointErrors& errors) {
   });
   y_boxes_ = BoxesOf(y_);
   x_boxes_ = BoxesOf(x_);
+  x_cores_ = CoresOf(x_);
 }
 
 Extremes WithBars(const Extremes& extremes, const ErrorBars& bars, const PointChain& points,

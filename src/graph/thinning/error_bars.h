@@ -32,9 +32,11 @@ class ErrorBars {
   /// The extent of each kBox of them in turn; the last ones may be fewer.
   std::span<const BarEnds> YBoxes() const { return y_boxes_; }
   std::span<const BarEnds> XBoxes() const { return x_boxes_; }
+  /// What all bars of a box of X have in common; none where a point has no bar.
+  std::span<const BarEnds> XCores() const { return x_cores_; }
 
  private:
-  std::vector<BarEnds> y_, x_, y_boxes_, x_boxes_;
+  std::vector<BarEnds> y_, x_, y_boxes_, x_boxes_, x_cores_;
 };
 
 /// Whether values have a place on the axis that are not above 0.

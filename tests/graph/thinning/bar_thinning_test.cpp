@@ -19,7 +19,8 @@ constexpr int kReach = 3;
 struct Case {
   std::size_t points;
   bool log;
-  double slope;  // of the base line
+  double slope;            // of the base line
+  bool same_of_x = false;  // errors, and no point without one
 };
 
 ThinningView View(const Case& row) {
@@ -96,8 +97,11 @@ struct Expected {
 TEST(ThinBars, CoverThePixelsOfAllBars) {
   for (const Case& row :
        {Case{40, false, 0}, Case{40, true, 0}, Case{5'000, false, 0}, Case{5'000, true, 0},
-        Case{5'000, false, 0.5}, Case{200'000, false, 0}, Case{200'000, true, 0.5}}) {
-    const Data data = Bands(row.points);
+        Case{5'000, false, 0.5}, Case{200'000, false, 0}, Case{200'000, true, 0.5},
+        Case{200'000, false, 0, true}, Case{200'000, true, 0.5, true}}) {
+    Data data = Bands(row.points);
+    if (row.same_of_x)
+      data.errors.x = {ErrorKind::Constant, 0.02 * static_cast<double>(row.points)};
     const ThinningView view = View(row);
     const PixelBars bars =
         ThinBars(data.points, ErrorBars(data.points, data.errors), view, {kSeen, kPlot, kReach});
@@ -107,6 +111,7 @@ TEST(ThinBars, CoverThePixelsOfAllBars) {
     }
     for (const PixelBar& bar : bars.level) {
       for (int x = bar.first; x <= bar.last; ++x) level.emplace(x, bar.at);
+      EXPECT_TRUE(bar.last_capped || bar.last == kSeen.right()) << row.points << bar.at;
     }
     const Expected expected(data, view);
     EXPECT_TRUE(upright == expected.upright) << row.points << row.log << row.slope;
