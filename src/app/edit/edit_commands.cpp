@@ -17,16 +17,16 @@ bool CanRedo(const CommandContext& context) {
 }
 
 /// "&Undo Move Point", or "&Undo" when there is no step.
-std::string StepCaption(const char* command, const std::string& step) {
-  return step.empty() ? command : command + (' ' + step);
+CommandFace StepFace(const char* command, const std::string& step) {
+  return step.empty() ? CommandFace() : CommandFace{.caption = command + (' ' + step)};
 }
 
-std::string UndoCaption(const Document& document) {
-  return StepCaption("&Undo", document.History().UndoName());
+CommandFace UndoFace(const CommandContext& context) {
+  return StepFace("&Undo", CanUndo(context) ? context.document->History().UndoName() : "");
 }
 
-std::string RedoCaption(const Document& document) {
-  return StepCaption("&Redo", document.History().RedoName());
+CommandFace RedoFace(const CommandContext& context) {
+  return StepFace("&Redo", CanRedo(context) ? context.document->History().RedoName() : "");
 }
 
 /// "Clear DataSet   "Graph_1.Voltage" ?"
@@ -71,7 +71,7 @@ std::span<const Command> EditCommands() {
        .tool = ToolGroup::Edit,
        .enabled = CanUndo,
        .run = [](CommandContext& c) { c.document->History().Undo(); },
-       .caption_now = UndoCaption},
+       .face_now = UndoFace},
       {.name = "EditRedo1",
        .caption = "&Redo",
        .shortcut = "Ctrl+Shift+Z",
@@ -81,7 +81,7 @@ std::span<const Command> EditCommands() {
        .tool = ToolGroup::Edit,
        .enabled = CanRedo,
        .run = [](CommandContext& c) { c.document->History().Redo(); },
-       .caption_now = RedoCaption},
+       .face_now = RedoFace},
       {.name = "EditClearSer1",
        .caption = "C&lear DataSet",
        .hint = "Clear Data|Clear Data in Current DataSet",

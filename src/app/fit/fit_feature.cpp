@@ -81,11 +81,10 @@ std::vector<MenuItem> FunctionItems(const CommandContext& context, const QFontMe
   std::vector<MenuItem> items;
   int number = 0;
   for (const auto& file : context.paths.fit_functions) {
-    // From 10 on the first digit would be the key of two functions, and neither ran at once.
-    const QString key = ++number < 10 ? QStringLiteral("&") : QString();
     MenuItem item;
     item.caption =
-        key + QStringLiteral("%1 %2").arg(number).arg(PathText(file.stem()).replace("&", "&&"));
+        QStringLiteral("&%1 %2").arg(++number).arg(PathText(file.stem()).replace("&", "&&"));
+    item.enabled = HasDocument(context);
     item.hint = QObject::tr("Use the function of %1 for the current DataSet").arg(PathText(file));
     item.run = [file](CommandContext& c) { ApplyFitFunction(DocumentWithDataSet(c), file); };
     items.push_back(std::move(item));
@@ -102,12 +101,14 @@ Feature FitFeature() {
        .hint = "Curve Fitting Settings|Edit Curve Fitting Properties",
        .icon = "fit-edit",
        .menu = Menu::CurveFitting,
+       .enabled = HasDocument,
        .run = EditModel<FitPage::Function>},
       {.name = "FitNone1",
        .caption = "&None",
        .hint = "No Curve|Neither Draw Nor Fit the Model of the Current DataSet",
        .icon = "fit-none",
        .menu = Menu::CurveFitting,
+       .enabled = HasDocument,
        .run = Show<FitStatus::cf_None>,
        .checked = Shows<FitStatus::cf_None>},
       {.name = "FitFunction1",
@@ -115,6 +116,7 @@ Feature FitFeature() {
        .hint = "Draw Function|Draw the Model with Its Present Parameter Values",
        .icon = "fit-function",
        .menu = Menu::CurveFitting,
+       .enabled = HasDocument,
        .run = Show<FitStatus::cf_Function>,
        .checked = Shows<FitStatus::cf_Function>},
       {.name = "FitCurve1",
@@ -122,6 +124,7 @@ Feature FitFeature() {
        .hint = "Show Final Curve|Fit the Model to the Current DataSet and Show the Result",
        .icon = "fit-curve",
        .menu = Menu::CurveFitting,
+       .enabled = HasDocument,
        .run = Show<FitStatus::cf_FinResult>,
        .checked = Shows<FitStatus::cf_FinResult>},
       {.name = "FitEveryStep1",
@@ -129,6 +132,7 @@ Feature FitFeature() {
        .hint = "Show Every Step|Fit the Model and Show the Curve at Every Step",
        .icon = "fit-steps",
        .menu = Menu::CurveFitting,
+       .enabled = HasDocument,
        .run = Show<FitStatus::cf_EveryStep>,
        .checked = Shows<FitStatus::cf_EveryStep>},
       {.name = "FitSettings1",
@@ -137,6 +141,7 @@ Feature FitFeature() {
        .icon = "fit-settings",
        .menu = Menu::CurveFitting,
        .group = 1,
+       .enabled = HasDocument,
        .run = EditModel<FitPage::Settings>},
       {.name = "FitPrint1",
        .caption = "&Print on Graph",
@@ -144,6 +149,7 @@ Feature FitFeature() {
        .icon = "fit-print",
        .menu = Menu::CurveFitting,
        .group = 1,
+       .enabled = HasDocument,
        .run = Print},
       {.name = "ViewFitResult1",
        .caption = "&Fit Result",

@@ -18,11 +18,23 @@ void ShowAbout(CommandContext& context) {
 
 Feature HelpFeature() {
   static constexpr Command kCommands[] = {
+      {.name = "HelpContents1",
+       .caption = "&Contents",
+       .shortcut = "F1",
+       .hint = "Help|Open Help File",
+       .icon = "help-contents",
+       .menu = Menu::Help},
+      {.name = "HelpTopicSearch1",
+       .caption = "&Topic Search",
+       .hint = "Help Topic Search|Keyword Search in Help File",
+       .icon = "help-search",
+       .menu = Menu::Help},
       {.name = "HelpAbout1",
        .caption = "&About...",
        .hint = "About|Displays program information, version number, and copyright",
        .icon = "about",
        .menu = Menu::Help,
+       .group = 1,
        .run = ShowAbout},
   };
   return {.name = "help", .commands = {kCommands}};

@@ -24,8 +24,10 @@ void ToggleMarks(CommandContext& context) {
   });
 }
 
-std::string MarksCaption(const Document& document) {
-  return document.Graph().GetAppearance().marks_are_shown ? "Hide &Marks" : "Show &Marks";
+CommandFace MarksFace(const CommandContext& context) {
+  if (!context.document) return {};
+  const bool shown = context.document->Graph().GetAppearance().marks_are_shown;
+  return {.caption = shown ? "Hide &Marks" : "Show &Marks"};
 }
 
 void TakeBaseLine(CommandContext& context) {
@@ -69,7 +71,7 @@ Feature MarksFeature() {
        .popup = 3,
        .enabled = HasDocument,
        .run = ToggleMarks,
-       .caption_now = MarksCaption},
+       .face_now = MarksFace},
       {.name = "MarkBaseLine1",
        .caption = "Set as &BaseLine",
        .hint = "Set as Baseline for Current DataSet|Set Current Mark as Baseline",

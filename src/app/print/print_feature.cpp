@@ -58,7 +58,6 @@ Feature PrintFeature() {
        .run = Print},
       {.name = "FilePrnSetup1",
        .caption = "Printer Set&up",
-       .hint = "Printer Setup|Choose Paper, Orientation and Margins for Printing",
        .icon = "print-setup",
        .menu = Menu::File,
        .group = 4,

@@ -16,8 +16,10 @@ void ToggleLegend(CommandContext& context) {
   });
 }
 
-std::string LegendCaption(const Document& document) {
-  return document.Graph().GetLegend().visible ? "Hide &Legend" : "Show &Legend";
+CommandFace LegendFace(const CommandContext& context) {
+  if (!context.document) return {};
+  return {.caption =
+              context.document->Graph().GetLegend().visible ? "Hide &Legend" : "Show &Legend"};
 }
 
 void DrawStandardLegend(CommandContext& context) {
@@ -48,7 +50,7 @@ std::span<const Command> LegendCommands() {
        .popup = 3,
        .enabled = HasDocument,
        .run = ToggleLegend,
-       .caption_now = LegendCaption},
+       .face_now = LegendFace},
       {.name = "GraphResetLegend1",
        .caption = "&Reset Legend",
        .hint = "Reset Legend|Draw Standard Legend",

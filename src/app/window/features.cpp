@@ -1,7 +1,10 @@
 #include "app/window/features.h"
 
+#include "app/analysis/analysis_feature.h"
 #include "app/data/data_feature.h"
+#include "app/display/display_feature.h"
 #include "app/edit/edit_feature.h"
+#include "app/editors/editors_feature.h"
 #include "app/files/files_feature.h"
 #include "app/fit/fit_feature.h"
 #include "app/help/help_feature.h"
@@ -15,8 +18,9 @@ namespace tarnwick {
 
 std::vector<Feature> Features() {
   return {
-      FilesFeature(), EditFeature(),  PrintFeature(), ModesFeature(), WindowsFeature(),
-      ViewFeature(),  MarksFeature(), DataFeature(),  FitFeature(),   HelpFeature(),
+      FilesFeature(),   EditorsFeature(),  EditFeature(), PrintFeature(), ModesFeature(),
+      DisplayFeature(), WindowsFeature(),  ViewFeature(), MarksFeature(), DataFeature(),
+      FitFeature(),     AnalysisFeature(), HelpFeature(),
   };
 }
 

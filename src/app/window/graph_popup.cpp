@@ -1,8 +1,8 @@
 #include "app/window/graph_popup.h"
 
-#include <QAction>
 #include <QMenu>
 
+#include "app/data/data_set_list.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/widgets/numbered_caption.h"
@@ -12,56 +12,51 @@
 namespace tarnwick {
 namespace {
 
-QAction* AddItem(QMenu& menu, std::size_t number, const std::string& text, bool checked) {
-  QAction* item =
-      menu.addAction(NumberedCaption(number, ToQt(text).simplified(), menu.fontMetrics()));
-  item->setCheckable(true);
-  item->setChecked(checked);
-  return item;
+QString Caption(std::size_t number, const std::string& text, const QFontMetrics& metrics) {
+  return NumberedCaption(number, ToQt(text).simplified(), metrics);
 }
 
-void AddDataSets(QMenu& menu, Document& document) {
-  const TxyGraph& graph = document.Graph();
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const auto index = static_cast<std::int32_t>(i);
-    QAction* item =
-        AddItem(menu, i + 1, graph.Series(i).SeriesName(), index == graph.CurrentSeriesIndex());
-    QObject::connect(item, &QAction::triggered, &document,
-                     [&document, index] { document.Graph().SetCurrentSeriesIndex(index); });
-  }
-  menu.addSeparator();
-}
-
-void AddMarks(QMenu& menu, Document& document) {
+std::vector<MenuItem> MarkItems(const Document& document, const QFontMetrics& metrics) {
+  std::vector<MenuItem> items;
   const MarkList& marks = document.Graph().Marks();
-  if (!marks.All().empty()) menu.addSection(QObject::tr("Marks"));
   for (const Mark& mark : marks.All()) {
-    QAction* item = AddItem(menu, static_cast<std::size_t>(mark.id), mark.caption,
-                            mark.id == marks.CurrentId());
-    QObject::connect(item, &QAction::triggered, &document,
-                     [&document, id = mark.id] { SetCurrentMark(document.Graph(), id); });
+    items.push_back({.caption = Caption(static_cast<std::size_t>(mark.id), mark.caption, metrics),
+                     .hint = {},
+                     .checked = mark.id == marks.CurrentId(),
+                     .run = [id = mark.id](CommandContext& c) {
+                       if (c.document) SetCurrentMark(c.document->Graph(), id);
+                     }});
   }
-  menu.addSeparator();
+  return items;
 }
 
-void AddInsertedGraphs(QMenu& menu, Document& document) {
+std::vector<MenuItem> InsertedGraphItems(const Document& document, const QFontMetrics& metrics) {
+  std::vector<MenuItem> items;
   const auto& children = document.WholeGraph().Children();
-  if (!children.empty()) menu.addSection(QObject::tr("Inserted Graphs"));
   for (std::size_t i = 0; i < children.size(); ++i) {
-    QAction* item = AddItem(menu, i + 1, children[i]->GetAppearance().title_of_graph,
-                            document.SelectedChild() == i);
-    QObject::connect(item, &QAction::triggered, &document,
-                     [&document, i] { document.SelectChild(i); });
+    items.push_back(
+        {.caption = Caption(i + 1, children[i]->GetAppearance().title_of_graph, metrics),
+         .hint = {},
+         .checked = document.SelectedChild() == i,
+         .run = [i](CommandContext& c) {
+           if (c.document) c.document->SelectChild(i);
+         }});
   }
-  menu.addSeparator();
+  return items;
 }
 
 }  // namespace
 
-void FillGraphPopup(QMenu& menu, Document& document, const CommandActions& actions) {
-  AddDataSets(menu, document);
-  AddMarks(menu, document);
-  AddInsertedGraphs(menu, document);
+void FillGraphPopup(QMenu& menu, const CommandContext& context, CommandActions& actions) {
+  if (!context.document) return;
+  const auto add = [&](const QString& section, const std::vector<MenuItem>& items) {
+    if (!items.empty() && !section.isEmpty()) menu.addSection(section);
+    actions.AddItems(menu, items);
+    menu.addSeparator();
+  };
+  add({}, DataSetItems(context, menu.fontMetrics()));
+  add(QObject::tr("Marks"), MarkItems(*context.document, menu.fontMetrics()));
+  add(QObject::tr("Inserted Graphs"), InsertedGraphItems(*context.document, menu.fontMetrics()));
   actions.AddPopupCommands(menu);
 }
 

@@ -7,9 +7,9 @@ class QMenu;
 namespace tarnwick {
 
 class CommandActions;
-class Document;
+struct CommandContext;
 
-/// Fills an empty menu. The document outlives the menu.
-void FillGraphPopup(QMenu& menu, Document& document, const CommandActions& actions);
+/// Fills an empty menu for the context's document.
+void FillGraphPopup(QMenu& menu, const CommandContext& context, CommandActions& actions);
 
 }  // namespace tarnwick

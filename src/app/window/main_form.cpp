@@ -69,6 +69,8 @@ T_MainForm::T_MainForm(ShellParts parts)
   BuildPanels();
   KeepCopies();
   RestoreWindow(*this, settings_);
+  SetButtonCaptions(settings_.Read(kButtonCaptions) ? ButtonCaptions::Shown
+                                                    : ButtonCaptions::Hidden);
   updateMenu();
 }
 

@@ -79,6 +79,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool Close(Document& document) override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
+  void SetButtonCaptions(ButtonCaptions captions) override;
+  ButtonCaptions GetButtonCaptions() const override;
 
   bool Open(const std::filesystem::path& file) { return OpenFile(file); }
   bool Open(FromClipboard from);

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QStatusBar>
+#include <QToolBar>
 
 #include "app/canvas/graph_canvas.h"
 #include "app/files/load_place.h"
@@ -101,8 +102,9 @@ bool T_MainForm::Close(Document& document) {
 
 void T_MainForm::ShowPopup(TGraphWindow& window, QPoint place) {
   if (QGuiApplication::mouseButtons() & Qt::LeftButton) return;  // something is being dragged
+  area_->setActiveSubWindow(&window);
   QMenu menu;
-  FillGraphPopup(menu, window.GetDocument(), *actions_);
+  FillGraphPopup(menu, Context(), *actions_);
   menu.exec(window.Canvas().mapToGlobal(place));
 }
 
@@ -112,6 +114,16 @@ void T_MainForm::Arrange(WindowArrangement arrangement) {
 
 void T_MainForm::ExitProgram() {
   close();
+}
+
+void T_MainForm::SetButtonCaptions(ButtonCaptions captions) {
+  actions_->ToolBar().setToolButtonStyle(
+      captions == ButtonCaptions::Shown ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
+}
+
+ButtonCaptions T_MainForm::GetButtonCaptions() const {
+  const bool shown = actions_->ToolBar().toolButtonStyle() == Qt::ToolButtonTextUnderIcon;
+  return shown ? ButtonCaptions::Shown : ButtonCaptions::Hidden;
 }
 
 std::vector<MenuItem> T_MainForm::RecentItems(const QFontMetrics& metrics) {

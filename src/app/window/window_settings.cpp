@@ -66,7 +66,8 @@ StoredState StateOf(const QWidget& window) {
 }  // namespace
 
 std::span<const SettingRow> WindowSettings() {
-  static const SettingRow kRows[] = {&kState, &kLeft, &kTop, &kWidth, &kHeight, &kNormalPlace};
+  static const SettingRow kRows[] = {&kState,  &kLeft,        &kTop,           &kWidth,
+                                     &kHeight, &kNormalPlace, &kButtonCaptions};
   return kRows;
 }
 

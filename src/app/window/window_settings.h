@@ -11,7 +11,11 @@ namespace tarnwick {
 
 class Settings;
 
-/// Those that the place is kept in.
+/// Whether the buttons of the tool bar show their captions.
+inline constexpr Setting<bool> kButtonCaptions = {
+    .section = "Tarnwick", .key = "ShowButtonCaptions", .label = "Captions below the buttons"};
+
+/// That one and those that the place is kept in.
 std::span<const SettingRow> WindowSettings();
 
 /// Puts a window that is not shown yet where it stood, on a screen that is there, maximised if it was; one that was minimised

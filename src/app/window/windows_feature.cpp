@@ -5,6 +5,7 @@
 #include "app/window/recent_files.h"
 #include "app/window/window_settings.h"
 #include "desk/commands/workspace.h"
+#include "desk/settings/settings.h"
 
 namespace tarnwick {
 namespace {
@@ -12,6 +13,22 @@ namespace {
 template <WindowArrangement kArrangement>
 void Arrange(CommandContext& context) {
   context.workspace.Arrange(kArrangement);
+}
+
+bool CaptionsShown(const CommandContext& context) {
+  return context.workspace.GetButtonCaptions() == ButtonCaptions::Shown;
+}
+
+void ToggleCaptions(CommandContext& context) {
+  const bool show = !CaptionsShown(context);
+  context.workspace.SetButtonCaptions(show ? ButtonCaptions::Shown : ButtonCaptions::Hidden);
+  context.settings.Write(kButtonCaptions, show);
+}
+
+CommandFace CaptionsFace(const CommandContext& context) {
+  if (!CaptionsShown(context)) return {};
+  return {.caption = "Hide Button &Captions",
+          .hint = "Hide Button Captions|Hide Menu Button Captions"};
 }
 
 std::span<const SettingRow> AllSettings() {
@@ -65,6 +82,13 @@ Feature WindowsFeature() {
        .group = 1,
        .enabled = HasDocument,
        .run = Arrange<WindowArrangement::ArrangeIcons>},
+      {.name = "MenuShowCaptions1",
+       .caption = "Show Button &Captions",
+       .hint = "Show Button Captions|Show Menu Button Captions",
+       .icon = "button-captions",
+       .menu = Menu::View,
+       .run = ToggleCaptions,
+       .face_now = CaptionsFace},
   };
   return {.name = "window", .commands = {kCommands}, .settings = AllSettings()};
 }

@@ -6,13 +6,13 @@
 
 namespace tarnwick {
 
-std::string_view ShortHint(const Command& command) {
-  return command.hint.substr(0, command.hint.find('|'));
+std::string_view ShortHint(std::string_view hint) {
+  return hint.substr(0, hint.find('|'));
 }
 
-std::string_view LongHint(const Command& command) {
-  const std::size_t bar = command.hint.find('|');
-  return bar == std::string_view::npos ? command.hint : command.hint.substr(bar + 1);
+std::string_view LongHint(std::string_view hint) {
+  const std::size_t bar = hint.find('|');
+  return bar == std::string_view::npos ? hint : hint.substr(bar + 1);
 }
 
 bool HasDocument(const CommandContext& context) {
@@ -21,6 +21,11 @@ bool HasDocument(const CommandContext& context) {
 
 bool HasDataSet(const CommandContext& context) {
   return context.document && context.document->Graph().CurrentSeries();
+}
+
+bool IsEnabled(const Command& command, const CommandContext& context) {
+  if (!command.run && !command.mode) return false;
+  return !command.enabled || command.enabled(context);
 }
 
 bool IsCheckable(const Command& command) {
@@ -33,7 +38,7 @@ bool IsChecked(const Command& command, const CommandContext& context) {
 }
 
 void RunCommand(const Command& command, CommandContext& context) {
-  if (command.enabled && !command.enabled(context)) return;
+  if (!IsEnabled(command, context)) return;
   const auto work = [&command](CommandContext& present) {
     if (command.run) command.run(present);
     if (command.mode && present.modes) present.modes->SwitchMode(command.mode);

@@ -16,10 +16,10 @@ namespace tarnwick {
 namespace {
 
 /// "New (Ctrl+N)"
-QString ToolTip(const Command& command) {
-  QString tip = ToQt(ShortHint(command)).trimmed();
-  if (!command.shortcut.empty()) {
-    const QKeySequence keys(ToQt(command.shortcut), QKeySequence::PortableText);
+QString ToolTip(std::string_view hint, std::string_view shortcut) {
+  QString tip = ToQt(ShortHint(hint)).trimmed();
+  if (!shortcut.empty()) {
+    const QKeySequence keys(ToQt(shortcut), QKeySequence::PortableText);
     tip += " (" + keys.toString(QKeySequence::NativeText) + ")";
   }
   return tip;
@@ -35,6 +35,23 @@ void AddGroups(QMenu& menu, const Groups& groups) {
   }
 }
 
+QString MenuCaption(const Command& command) {
+  return ToQt(command.menu_caption.empty() ? command.caption : command.menu_caption);
+}
+
+void ShowFace(QAction& action, const Command& command, const CommandFace& face) {
+  action.setText(face.caption.empty() ? MenuCaption(command) : ToQt(face.caption));
+  const std::string_view hint = face.hint.empty() ? command.hint : face.hint;
+  action.setToolTip(ToolTip(hint, command.shortcut));
+  action.setStatusTip(ToQt(LongHint(hint)));
+}
+
+std::unique_ptr<QAction> Separator() {
+  auto separator = std::make_unique<QAction>();
+  separator->setSeparator(true);
+  return separator;
+}
+
 }  // namespace
 
 CommandActions::CommandActions(QMainWindow& window, const std::vector<const Command*>& rows,
@@ -47,10 +64,14 @@ CommandActions::CommandActions(QMainWindow& window, const std::vector<const Comm
 
 void CommandActions::MakeActions(const std::vector<const Command*>& rows) {
   for (const Command* command : rows) {
-    auto* action = new QAction(InkIcon(command->icon), ToQt(command->caption), &window_);
+    auto* action = new QAction(&window_);
+    action->setIcon(InkIcon(command->icon));
     action->setObjectName(ToQt(command->name));
-    action->setToolTip(ToolTip(*command));
-    action->setStatusTip(ToQt(LongHint(*command)));
+    ShowFace(*action, *command, {});
+    if (!command->menu_caption.empty()) {
+      action->setIconText(ToQt(command->caption).remove(QLatin1Char('&')));
+    }
+    action->setVisible(!command->hidden);
     if (!command->shortcut.empty()) {
       action->setShortcut(QKeySequence(ToQt(command->shortcut), QKeySequence::PortableText));
     }
@@ -64,36 +85,31 @@ void CommandActions::MakeActions(const std::vector<const Command*>& rows) {
 }
 
 void CommandActions::MakeMenus() {
-  for (const MenuRow& row : MenuTable()) {
-    auto* menu = new QMenu(ToQt(row.caption), &window_);
-    Groups groups;
-    for (const Entry& entry : entries_) {
-      if (entry.command->menu == row.menu) groups[entry.command->group].push_back(entry.action);
-    }
-    AddGroups(*menu, groups);
-    menus_[row.menu] = menu;
-  }
   const auto rows = MenuTable();
-  // Submenus stand after their parents, so going backwards fills parents before they are judged.
-  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-    QMenu* menu = menus_[row->menu];
-    if (menu->isEmpty()) {
-      delete menu;
-      menus_.erase(row->menu);
-    } else if (row->parent != Menu::None) {
-      QMenu* parent = menus_[row->parent];
-      parent->insertMenu(parent->actions().value(0), menu);
-    }
-  }
+  // Submenus stand after their parents, so going backwards makes them before those they hang in.
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) MakeMenu(row->menu, row->caption);
   for (const MenuRow& row : rows) {
-    if (row.parent == Menu::None && menus_.contains(row.menu)) {
-      window_.menuBar()->addMenu(menus_[row.menu]);
-    }
+    QMenu* menu = MenuOf(row.menu);
+    if (menu && row.parent == Menu::None) window_.menuBar()->addMenu(menu);
   }
 }
 
+void CommandActions::MakeMenu(Menu menu, std::string_view caption) {
+  Groups groups;
+  for (const Entry& entry : entries_) {
+    if (entry.command->menu == menu) groups[entry.command->group].push_back(entry.action);
+  }
+  for (const MenuRow& row : MenuTable()) {
+    const QMenu* const submenu = row.parent == menu ? MenuOf(row.menu) : nullptr;
+    if (submenu) groups[row.group].push_back(submenu->menuAction());
+  }
+  if (groups.empty()) return;
+  menus_[menu] = new QMenu(ToQt(caption), &window_);
+  AddGroups(*menus_[menu], groups);
+}
+
 void CommandActions::MakeToolBar() {
-  auto* bar = new QToolBar(tr("Tool Bar"), &window_);
+  auto* const bar = new QToolBar(tr("Tool Bar"), &window_);
   bar->setObjectName("ToolBar");
   bar->setIconSize({20, 20});
   bar->setMovable(false);
@@ -105,6 +121,7 @@ void CommandActions::MakeToolBar() {
     }
   }
   window_.addToolBar(bar);
+  tool_bar_ = bar;
 }
 
 void CommandActions::AddList(const MenuList& list) {
@@ -119,20 +136,28 @@ void CommandActions::AddList(const MenuList& list) {
       shown->push_back(std::move(action));
     };
     for (const MenuItem& item : make(make_context_(), menu->fontMetrics())) {
-      if (shown->empty()) {
-        auto separator = std::make_unique<QAction>();
-        separator->setSeparator(true);
-        add(std::move(separator));
-      }
-      auto action = std::make_unique<QAction>(item.caption);
-      action->setStatusTip(item.hint);
-      action->setCheckable(item.checked.has_value());
-      action->setChecked(item.checked.value_or(false));
-      connect(action.get(), &QAction::triggered, this,
-              [this, run = item.run] { RunAsCommand(run); });
-      add(std::move(action));
+      if (shown->empty()) add(Separator());
+      add(MakeAction(item));
     }
   });
+}
+
+std::unique_ptr<QAction> CommandActions::MakeAction(const MenuItem& item) {
+  auto action = std::make_unique<QAction>(item.caption);
+  action->setStatusTip(item.hint);
+  action->setEnabled(item.enabled);
+  action->setCheckable(item.checked.has_value());
+  action->setChecked(item.checked.value_or(false));
+  connect(action.get(), &QAction::triggered, this, [this, run = item.run] { RunAsCommand(run); });
+  return action;
+}
+
+void CommandActions::AddItems(QMenu& menu, const std::vector<MenuItem>& items) {
+  for (const MenuItem& item : items) {
+    QAction* const action = MakeAction(item).release();  // the menu's from here
+    action->setParent(&menu);
+    menu.addAction(action);
+  }
 }
 
 void CommandActions::AddPopupCommands(QMenu& menu) const {
@@ -158,11 +183,10 @@ void CommandActions::RunAsCommand(const std::function<void(CommandContext&)>& wo
 void CommandActions::Update() {
   const CommandContext context = make_context_();
   for (const Entry& entry : entries_) {
-    entry.action->setEnabled(!entry.command->enabled || entry.command->enabled(context));
+    entry.action->setEnabled(IsEnabled(*entry.command, context));
     if (IsCheckable(*entry.command)) entry.action->setChecked(IsChecked(*entry.command, context));
-    if (!entry.command->caption_now) continue;
-    entry.action->setText(context.document ? ToQt(entry.command->caption_now(*context.document))
-                                           : ToQt(entry.command->caption));
+    if (entry.command->face_now)
+      ShowFace(*entry.action, *entry.command, entry.command->face_now(context));
   }
 }
 

@@ -31,6 +31,8 @@ class CommandActions final : public QObject {
 
   /// Adds entries that are looked up whenever their menu opens.
   void AddList(const MenuList& list);
+  /// Adds these entries to a menu that is made for one showing.
+  void AddItems(QMenu& menu, const std::vector<MenuItem>& items);
   /// Adds the commands of a graph's popup menu, group by group, separators between.
   void AddPopupCommands(QMenu& menu) const;
   /// Brings captions and enabling up to date. Called when the active document or its state changed.
@@ -41,6 +43,7 @@ class CommandActions final : public QObject {
   QMenu* MenuOf(Menu menu) const;
   /// The action of that command; null when there is none.
   QAction* ActionOf(std::string_view name) const;
+  QToolBar& ToolBar() const { return *tool_bar_; }
 
  private:
   struct Entry {
@@ -50,6 +53,8 @@ class CommandActions final : public QObject {
 
   void MakeActions(const std::vector<const Command*>& rows);
   void MakeMenus();
+  void MakeMenu(Menu menu, std::string_view caption);
+  std::unique_ptr<QAction> MakeAction(const MenuItem& item);
   void MakeToolBar();
   void Run(const Command& command);
 
@@ -57,6 +62,7 @@ class CommandActions final : public QObject {
   MakeContext make_context_;
   std::vector<Entry> entries_;
   std::map<Menu, QMenu*> menus_;
+  QToolBar* tool_bar_ = nullptr;
 };
 
 }  // namespace tarnwick

@@ -17,7 +17,8 @@ struct MenuItem {
   QString caption;                             ///< with its mnemonic
   QString hint;                                ///< for the status bar
   std::optional<bool> checked = std::nullopt;  ///< nothing: the entry has no check mark
-  std::function<void(CommandContext&)> run;    ///< may throw Error
+  bool enabled = true;
+  std::function<void(CommandContext&)> run;  ///< may throw Error
 };
 
 struct MenuList {

@@ -12,6 +12,7 @@ struct MenuRow {
   Menu menu;
   std::string_view caption;
   Menu parent = Menu::None;  ///< None: on the menu bar
+  int group = 0;             ///< of the parent's entries, behind the commands of that group
 };
 
 /// Every menu, in the order of the menu bar, a submenu after its parent.

@@ -17,6 +17,8 @@ enum class WindowArrangement {
   ArrangeIcons
 };
 
+enum class ButtonCaptions { Hidden, Shown };
+
 class Workspace {
  public:
   virtual ~Workspace() = default;
@@ -38,6 +40,9 @@ class Workspace {
   virtual bool Close(Document& document) = 0;
   virtual void Arrange(WindowArrangement arrangement) = 0;
   virtual void ExitProgram() = 0;
+  /// Whether the buttons of the tool bar show their captions.
+  virtual void SetButtonCaptions(ButtonCaptions captions) = 0;
+  virtual ButtonCaptions GetButtonCaptions() const = 0;
 
  protected:
   Workspace() = default;

@@ -98,6 +98,7 @@ TEST_F(FitDesktopTest, EveryEntryOfTheMenuStandsInItsPlace) {
 
 TEST_F(FitDesktopTest, WithoutADataSetEveryCommandSaysSo) {
   Start({});
+  Run("FileNew1");
   for (const char* command :
        {"editFunction1", "FitNone1", "FitFunction1", "FitCurve1", "FitSettings1", "FitPrint1"}) {
     Run(command);

@@ -64,7 +64,8 @@ TEST_F(DesktopTest, ThePopupMenuHoldsTheGraphsContentsThenItsCommands) {
   mark.caption = "Peak";
   AddMark(graph, mark);
   QMenu popup;
-  FillGraphPopup(popup, ActiveDocument(), form_->Actions());
+  form_->Actions().RunAsCommand(
+      [&](CommandContext& context) { FillGraphPopup(popup, context, form_->Actions()); });
   QStringList shown;
   for (const QAction* action : popup.actions()) {
     shown += (action->isSeparator() ? "-- " : action->isChecked() ? "*" : "") + action->text();
