@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "analysis/settled_regression.h"
+#include "base/undefined.h"
+#include "data/series/point_errors.h"
 
 namespace tarnwick {
 
@@ -15,6 +17,7 @@ namespace {
 struct Result {
   std::vector<double> x;
   std::vector<double> y;
+  std::vector<double> y_error;  // empty: none are known
   std::string x_column;
   std::string y_column;
   bool duplicates_allowed = false;
@@ -23,6 +26,21 @@ struct Result {
     x.push_back(x_value);
     y.push_back(y_value);
   }
+};
+
+// What errors of Y contribute to a variance: nothing but an error above 0 tells how sure a point is.
+class SquaredErrors {
+ public:
+  explicit SquaredErrors(const TDataSeries& source) : errors_(source.Errors()) {}
+
+  bool Known() const { return HasYErrors(errors_); }
+  double Of(const Point& point) const {
+    const double error = YErrorOf(errors_, point);
+    return error > 0 ? error * error : kUndefined;
+  }
+
+ private:
+  PointErrors errors_;
 };
 
 Result Prepare(const TDataSeries& source, const std::string& prefix) {
@@ -39,7 +57,10 @@ void Store(const Result& result, TDataSeries& target) {
   target.SetDuplicatesAllowed(result.duplicates_allowed);
   target.Source().XDataColumn = result.x_column;
   target.Source().YDataColumn = result.y_column;
-  target.AddPoints(result.x, result.y);
+  PointErrors errors;
+  if (!result.y_error.empty()) errors.y.kind = ErrorKind::Column;
+  target.SetErrors(errors);
+  target.AddPoints(result.x, result.y, {result.y_error, {}});
   target.EndUpdate();
 }
 
@@ -50,7 +71,7 @@ void ForEachPair(const PointChain& points, Visit visit) {
   Point left;
   points.ForEachChunk([&](const ChunkView& chunk) {
     for (std::size_t i = 0; i < chunk.x.size(); ++i) {
-      const Point right{0, chunk.x[i], chunk.y[i],
+      const Point right{chunk.chunk->Id(i), chunk.x[i], chunk.y[i],
                         chunk.regression.empty() ? 0 : chunk.regression[i]};
       if (!first) visit(left, right);
       first = false;
@@ -98,6 +119,49 @@ void ForEachSum(const TDataSeries& source, Visit visit) {
   });
 }
 
+/// Of a trapezoid integral that has gone over the points before.
+class VarianceOfArea {
+ public:
+  /// That up to the right point.
+  double Take(double width, double left, double right) {
+    settled_ += Square((last_width_ + width) / 2) * left;
+    last_width_ = width;
+    return settled_ + Square(width / 2) * right;
+  }
+
+ private:
+  static double Square(double value) { return value * value; }
+
+  double settled_ = 0;  // what no further point changes
+  double last_width_ = 0;
+};
+
+std::vector<double> ErrorsOfArea(const TDataSeries& source) {
+  std::vector<double> errors;
+  const SquaredErrors squared(source);
+  if (!squared.Known()) return errors;
+  VarianceOfArea variance;
+  ForEachPair(source.Points(), [&](const Point& left, const Point& right) {
+    errors.push_back(
+        std::sqrt(variance.Take(right.x - left.x, squared.Of(left), squared.Of(right))));
+  });
+  return errors;
+}
+
+std::vector<double> ErrorsOfSum(const TDataSeries& source) {
+  std::vector<double> errors;
+  const SquaredErrors squared(source);
+  if (!squared.Known()) return errors;
+  double variance = 0;
+  source.Points().ForEachChunk([&](const ChunkView& chunk) {
+    for (std::size_t i = 0; i < chunk.x.size(); ++i) {
+      variance += squared.Of({chunk.chunk->Id(i), chunk.x[i], chunk.y[i]});
+      errors.push_back(std::sqrt(variance));
+    }
+  });
+  return errors;
+}
+
 }  // namespace
 
 double AreaOf(const TDataSeries& source) {
@@ -115,12 +179,14 @@ double SumOf(const TDataSeries& source) {
 void Integral(const TDataSeries& source, TDataSeries& target) {
   Result result = Prepare(source, "INT of ");
   ForEachArea(source, [&](const Point& point, double area) { result.Add(point.x, area); });
+  result.y_error = ErrorsOfArea(source);
   Store(result, target);
 }
 
 void RunningSum(const TDataSeries& source, TDataSeries& target) {
   Result result = Prepare(source, "SUM of ");
   ForEachSum(source, [&](double x, double sum) { result.Add(x, sum); });
+  result.y_error = ErrorsOfSum(source);
   Store(result, target);
 }
 
@@ -161,11 +227,16 @@ void Derivative(TDataSeries& source, TDataSeries& target) {
   Result result = Prepare(source, "DIF of ");
   const PointChain& walked = HasRegressionCurve(type) ? source.Regression().curve : source.Points();
   const double base_line = source.BaseLineSlope();
+  const SquaredErrors squared(source);
+  const bool with_errors = type == RegressionType::None && squared.Known();
   ForEachPair(walked, [&](const Point& left, const Point& right) {
     if (!(right.x > left.x)) return;
     const double rise =
         type == RegressionType::None ? right.y - left.y : right.regression - left.regression;
-    result.Add((left.x + right.x) * 0.5, rise / (right.x - left.x) - base_line);
+    const double run = right.x - left.x;
+    result.Add((left.x + right.x) * 0.5, rise / run - base_line);
+    if (with_errors)
+      result.y_error.push_back(std::sqrt(squared.Of(left) + squared.Of(right)) / run);
   });
   Store(result, target);
 }

@@ -1,6 +1,6 @@
 // What is computed from a DataSet's points: area and sum, and DataSets: integral, running sum, probability density,
 // derivative. Each of these clears its target, fills it and names its columns. Knows no graph; a source may be its own
-// target.
+// target. Errors of Y go on into what is a sum of Y, as errors of values independent of each other; those of X do not.
 #pragma once
 
 #include <cstdint>
@@ -14,19 +14,20 @@ double AreaOf(const TDataSeries& source);
 /// Sum of corrected Y.
 double SumOf(const TDataSeries& source);
 
-/// Running trapezoid integral between points and base line, at every X but the first.
+/// Running trapezoid integral between points and base line, at every X but the first. From a point without an error above 0 on
+/// it has none.
 void Integral(const TDataSeries& source, TDataSeries& target);
 
-/// Running sum of corrected Y, at every X.
+/// Running sum of corrected Y, at every X. Errors as of the integral.
 void RunningSum(const TDataSeries& source, TDataSeries& target);
 
 /// Density of corrected Y over `bins` bins of width (max - min) / (bins - 1), integrating to 1. The target stays empty when
-/// bins < 3 or all values are equal. Undefined and infinite values are left out.
+/// bins < 3 or all values are equal. Undefined and infinite values are left out. Without errors.
 void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int32_t bins);
 
 /// Slope between neighbours with rising X, less the base line's, at the middle of each pair. Walks the regression curve where
 /// the regression has one, else the points; uses regression values when there is a regression, which is brought up to
-/// date first (its errors come through).
+/// date first (what it throws comes through). Errors only where there is no regression.
 void Derivative(TDataSeries& source, TDataSeries& target);
 
 }  // namespace tarnwick

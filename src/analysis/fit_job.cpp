@@ -52,13 +52,13 @@ bool WeighsByErrors(const TDataSeries& series, const FitJob& job) {
          job.source == FitPointSource::Points && HasYErrors(series.Errors());
 }
 
-/// Every `step`th point of the range, without the base line.
-void AddPoints(const PointChain& points, const Range& range, std::size_t step,
-               const TDataSeries& series, FitJob& job) {
+/// Calls visit(point, corrected Y) for every `step`th point of the range that has a finite one.
+template <class Visit>
+void ForEachPoint(const PointChain& points, const Range& range, std::size_t step,
+                  const TDataSeries& series, Visit&& visit) {
   if (range.first == range.end) return;
   const double offset = series.ZeroValue();
   const double slope = series.BaseLineSlope();
-  const bool weighed = WeighsByErrors(series, job);
   std::size_t next = range.first;
   for (std::size_t number = points.ChunkOfIndex(next); next < range.end; ++number) {
     const ChunkView chunk = points.Chunk(number);
@@ -68,20 +68,26 @@ void AddPoints(const PointChain& points, const Range& range, std::size_t step,
       // An infinite X has a corrected Y too, as long as the base line is level.
       const double above = chunk.y[i] - offset;
       const double y = slope == 0 ? above : above - slope * chunk.x[i];
-      if (!std::isfinite(y)) continue;
-      if (weighed) {
-        const double error =
-            YErrorOf(series.Errors(), {chunk.chunk->Id(i), chunk.x[i], chunk.y[i]});
-        if (!(error > 0) || !std::isfinite(1 / error)) {
-          ++job.points_without_error;
-          continue;
-        }
-        job.errors.push_back(error);
-      }
-      job.x.push_back(chunk.x[i]);
-      job.y.push_back(y);
+      if (std::isfinite(y)) visit(Point{chunk.chunk->Id(i), chunk.x[i], chunk.y[i]}, y);
     }
   }
+}
+
+void AddPoints(const PointChain& points, const Range& range, std::size_t step,
+               const TDataSeries& series, FitJob& job) {
+  const bool weighed = WeighsByErrors(series, job);
+  ForEachPoint(points, range, step, series, [&](const Point& point, double y) {
+    if (weighed) {
+      const double error = YErrorOf(series.Errors(), point);
+      if (!(error > 0) || !std::isfinite(1 / error)) {
+        ++job.points_without_error;
+        return;
+      }
+      job.errors.push_back(error);
+    }
+    job.x.push_back(point.x);
+    job.y.push_back(y);
+  });
 }
 
 }  // namespace
@@ -104,6 +110,13 @@ FitJob PrepareFit(const TDataSeries& series, const FitRunOptions& options) {
 
   AddPoints(points, range, step, series, job);
   return job;
+}
+
+FitPointSource ForEachFitPoint(const TDataSeries& series, const FitPointVisitor& visit) {
+  const PointChain curve = CurveInPlaceOfPoints(series);
+  const PointChain& points = curve.Empty() ? series.Points() : curve;
+  ForEachPoint(points, PointsInMargins(points, series.Fit().Settings()), 1, series, visit);
+  return curve.Empty() ? FitPointSource::Points : FitPointSource::RegressionCurve;
 }
 
 }  // namespace tarnwick

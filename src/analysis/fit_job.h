@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,5 +43,10 @@ struct FitJob {
 /// (count + 1) / NPoints + 1, the quotient truncated. All when NPoints is not above 0. A DataSet with a spline or a smoothed
 /// curve (RegressionType 4 or 5) gives the points of that. Points whose Y is not finite are left out.
 FitJob PrepareFit(const TDataSeries& series, const FitRunOptions& options = {});
+
+/// A point between the margins: as stored, and with the base line taken off Y, which is finite.
+using FitPointVisitor = std::function<void(const Point& point, double corrected_y)>;
+/// Visits all that a fit of the DataSet's model could take, whether or not they have an error. Answers whose they are.
+FitPointSource ForEachFitPoint(const TDataSeries& series, const FitPointVisitor& visit);
 
 }  // namespace tarnwick

@@ -1,10 +1,15 @@
 #include "results/derived_series.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "analysis/derived.h"
+#include "base/number_text.h"
+#include "base/undefined.h"
+#include "data/series/point_errors.h"
 #include "graph/graph_update.h"
 #include "graph/xy_graph.h"
 #include "results/second_axis.h"
@@ -62,6 +67,26 @@ TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
     source.SetStyle(hidden);
   }
   return added;
+}
+
+std::string DerivedErrorsText(const TSeries& source, DerivedKind kind, const TSeries& derived) {
+  const PointErrors& errors = source.Errors();
+  const std::string named = " of \"" + source.SeriesName() + "\"";
+  std::string text;
+  if (HasYErrors(derived.Errors())) {
+    text = "The errors of Y" + named + " go on as those of values independent of each other";
+    const std::vector<double> known = NumbersAlong(derived.Points(), derived.Errors().y_values);
+    const auto without = std::ranges::count_if(known, &IsUndefined);
+    if (without > 0) text += "; " + Counted(without, "point") + " without, as one that goes into them has none";
+    text += '.';
+  } else if (HasYErrors(errors)) {
+    text = "The errors of Y" + named + " are left out: " +
+           (kind == DerivedKind::Histogram ? "a histogram counts values."
+                                           : "those of its regression are not known.");
+  }
+  if (HasXErrors(errors))
+    text += (text.empty() ? "" : " ") + ("The errors of X" + named + " are left out.");
+  return text;
 }
 
 }  // namespace tarnwick

@@ -33,4 +33,7 @@ std::string DerivedName(const TxyGraph& graph, const TSeries& source, DerivedKin
 TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
                     const DerivedOptions& options);
 
+/// What became of the source's errors, a sentence or two; empty where it has none. `derived` is what AddDerived made of it.
+std::string DerivedErrorsText(const TSeries& source, DerivedKind kind, const TSeries& derived);
+
 }  // namespace tarnwick

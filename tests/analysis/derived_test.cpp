@@ -48,6 +48,38 @@ TEST_F(Derived, RunningSumHasAPointForEveryPoint) {
   EXPECT_EQ(PointsOf(source).back(), XY(3, 5));
 }
 
+TEST_F(Derived, ErrorsOfSumsOfYFollowFromThoseOfY) {
+  const double kNone = kUndefined;
+  const struct {
+    void (*make)(const TDataSeries&, TDataSeries&);
+    std::vector<double> errors, expected;
+  } kCases[] = {
+      {Integral, {3, 4, 2, 1}, {2.5, 6.5, std::sqrt(2.25 + 36 + 9 + 0.25)}},
+      {Integral, {3, 0, 2, 1}, {kNone, kNone, kNone}},
+      {RunningSum, {3, 4, 12, kNone}, {3, 5, 13, kNone}},
+      {[](const TDataSeries& from, TDataSeries& to) {
+         Derivative(const_cast<TDataSeries&>(from), to);
+       },
+       {3, 4, kNone, 2},
+       {5, kNone, kNone}},
+  };
+  for (const auto& row : kCases) {
+    Fill({0, 1, 3, 4}, {1, 2, 3, 4});
+    PointErrors errors{{ErrorKind::Column, 0}, {}, {}, {}};
+    errors.y_values.SetRun(1, row.errors);
+    source.SetErrors(errors);
+    row.make(source, target);
+    EXPECT_THAT(NumbersAlong(target.Points(), target.Errors().y_values),
+                testing::Pointwise(testing::NanSensitiveDoubleEq(), row.expected));
+    EXPECT_EQ(target.Errors().y.kind, ErrorKind::Column);
+  }
+  ProbabilityDensity(source, target, 4);
+  EXPECT_FALSE(HasYErrors(target.Errors()));
+  source.SetRegressionType(RegressionType::Parabola);
+  Derivative(source, target);
+  EXPECT_FALSE(HasYErrors(target.Errors()));
+}
+
 TEST_F(Derived, DensityOfNothingToSpreadIsEmpty) {
   Fill({1, 2}, {1, 3});
   target.SetDuplicatesAllowed(true);

@@ -118,7 +118,11 @@ TEST(FitResiduals, AreWhatTheModelLeaves) {
   settings.Expression = "10*x + sqrt(x-10)*0";
   settings.RightMarginUsed = true;
   settings.RightMargin = 600;
+  settings.weighting.weights = FitWeights::Errors;
   series.Fit().SetSettings(settings, false);
+  PointErrors errors{{ErrorKind::Column, 0}, {ErrorKind::Constant, 0.25}, {}, {}};
+  errors.y_values.Set(12, 7);  // of X = 11 alone; the others cannot be weighed
+  series.SetErrors(errors);
   TDataSeries target;
   Fill(target, 3);
   FitResiduals(series, target);
@@ -126,6 +130,9 @@ TEST(FitResiduals, AreWhatTheModelLeaves) {
   EXPECT_EQ(target.Points().Front().x, 10);
   target.Points().ForEachPoint([](double, double y) { EXPECT_EQ(y, -1); });
   EXPECT_EQ(target.Source().YDataColumn, "RES of Current");
+  EXPECT_EQ(YErrorAt(target, target.Points().At(1)), 7);
+  EXPECT_TRUE(IsUndefined(YErrorAt(target, target.Points().At(2))));
+  EXPECT_EQ(XErrorAt(target, target.Points().At(2)), 0.25);
 }
 
 }  // namespace

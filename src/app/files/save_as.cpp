@@ -89,8 +89,11 @@ SaveOutcome SaveDocumentAs(Document& document, FileChooser& chooser, Prompt& pro
   const auto path = chooser.FileToSave(ProposalFor(document));
   if (!path || !MayReplace(*path, prompt)) return {};
   if (!Save(document, chooser, *path)) return {};
-  const bool recent = KindOf(*path).remembered == Remembered::Always;
-  return {true, recent ? *path : std::filesystem::path()};
+  const FileKind& kind = KindOf(*path);
+  SaveOutcome outcome{.saved = true};
+  if (kind.remembered == Remembered::Always) outcome.recent = *path;
+  if (kind.leaves_out) outcome.left_out = kind.leaves_out(document.WholeGraph());
+  return outcome;
 }
 
 }  // namespace tarnwick

@@ -82,6 +82,7 @@ bool T_MainForm::SaveAs(Document& document) {
   try {
     const SaveOutcome outcome = SaveDocumentAs(document, *parts_.chooser, *parts_.prompt);
     if (!outcome.recent.empty()) recent_.Add(outcome.recent);
+    if (!outcome.left_out.empty()) statusBar()->showMessage(ToQt(outcome.left_out));
     return outcome.saved;
   } catch (const Error& error) {
     parts_.prompt->Tell(error.what());

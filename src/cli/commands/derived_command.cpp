@@ -31,6 +31,7 @@ void Run(const Options& options, Output& output) {
   derived.source = options.hide_source ? SourceAfter::Hidden : SourceAfter::Shown;
   derived.bins = options.bins;
   const TSeries& added = AddDerived(*input.graph, source, kKind, derived);
+  output.Note(DerivedErrorsText(source, kKind, added));
   if (!options.save.Wanted()) {
     PrintPoints(added, output);
     return;

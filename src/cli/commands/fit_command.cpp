@@ -191,7 +191,8 @@ void Run(const Options& options, Output& output) {
     return RunComparison(options, input.graph->Series(index), output);
   TSeries& series = input.graph->Series(index);
   RequireY(input, series);
-  const FitJob job = PrepareJob(options, series);
+  GiveModel(options, series);
+  const FitJob job = PrepareFit(series, RunOptionsOf(options));
   FitResult result = Fit(job);
   ApplyFit(series, result);
   if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);

@@ -1,9 +1,9 @@
 #include "cli/commands/fit_several.h"
 
+#include <optional>
 #include <set>
 #include <utility>
 
-#include "analysis/fit_comparison.h"
 #include "analysis/fit_run.h"
 #include "base/error.h"
 #include "cli/commands/fit_text.h"
@@ -15,6 +15,7 @@
 #include "results/fit_print.h"
 #include "results/fit_series.h"
 #include "results/fitted_model.h"
+#include "results/joint_fit.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -33,7 +34,7 @@ std::vector<std::size_t> ChooseAll(const FitOptions& options, TxyGraph& graph) {
 
 }  // namespace
 
-FitJob PrepareJob(const FitOptions& options, TSeries& series) {
+void GiveModel(const FitOptions& options, TSeries& series) {
   const FitSettings model =
       ChooseModel(options.model, series.Fit().Settings(), series.Points().Size());
   if (options.model.functions.empty()) {
@@ -41,10 +42,13 @@ FitJob PrepareJob(const FitOptions& options, TSeries& series) {
   } else {
     TakeFitFunction(series, model);
   }
+}
+
+FitRunOptions RunOptionsOf(const FitOptions& options) {
   FitRunOptions run;
   run.points = options.all_points ? FitPointChoice::All : FitPointChoice::Thinned;
   run.finish = options.finish ? FinishingStep::Yes : FinishingStep::No;
-  return PrepareFit(series, run);
+  return run;
 }
 
 void AddToGraph(const FitOptions& options, TSeries& series, TxyGraph& graph) {
@@ -63,19 +67,15 @@ void RunJoint(const FitOptions& options, const InputGraph& input, Output& output
   const std::vector<std::size_t> chosen = ChooseAll(options, graph);
   if (!options.residuals.empty() && options.residuals != kNamedAfterSource)
     throw UsageError("--residuals takes no name for several DataSets");
-  std::vector<FitJob> jobs;
-  for (const std::size_t index : chosen) {
-    jobs.push_back(PrepareJob(options, graph.Series(index)));
-    jobs.back().data_set = graph.Series(index).SeriesName();
-  }
+  for (const std::size_t index : chosen) GiveModel(options, graph.Series(index));
+  const std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, RunOptionsOf(options));
   TerminalProgress progress;
   JointFit fit = RunJointFit(jobs, options.shared, progress);
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
+  ApplyJointFit(graph, chosen, fit);
   JointAnswer answer;
   for (std::size_t i = 0; i < chosen.size(); ++i) {
-    TSeries& series = graph.Series(chosen[i]);
-    ApplyFit(series, fit.parts[i]);
-    if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
+    const TSeries& series = graph.Series(chosen[i]);
     answer.parts.push_back(
         {jobs[i].data_set,
          {series.Fit().Settings(), std::move(fit.parts[i]), options.level, {}, {}}});
@@ -91,21 +91,19 @@ void RunJoint(const FitOptions& options, const InputGraph& input, Output& output
   if (options.save.file != "-") PrintJointFit(answer, output);
 }
 
-void RunComparison(const FitOptions& options, TSeries& series, Output& output) {
-  const FitSettings own = series.Fit().Settings();
-  std::vector<FitJob> jobs;
-  std::vector<FitResult> results;
-  std::vector<std::string> names;
-  TerminalProgress progress;
+void RunComparison(const FitOptions& options, const TSeries& series, Output& output) {
+  std::vector<NamedModel> models;
   for (const std::string& function : options.model.functions) {
-    FitOptions one = options;
-    one.model.functions = {function};
-    jobs.push_back(PrepareJob(one, series));
-    results.push_back(RunFit(jobs.back(), progress));
-    names.push_back(FunctionName(function));
+    FitModelArguments one = options.model;
+    one.functions = {function};
+    models.push_back({FunctionName(function),
+                      ChooseModel(one, series.Fit().Settings(), series.Points().Size())});
   }
-  series.Fit().SetSettings(own, true);
-  PrintComparison(names, results, CompareFits(jobs, results), output);
+  TerminalProgress progress;
+  const std::optional<ModelComparison> compared =
+      CompareModels(series.State(), std::move(models), RunOptionsOf(options), progress);
+  if (!compared) throw Error("the comparison was ended before its last fit");
+  PrintComparison(*compared, output);
 }
 
 }  // namespace tarnwick::cli

@@ -32,8 +32,9 @@ struct FitOptions {
   std::string save_function;
 };
 
-/// Gives the DataSet the model that was named, and takes the work of its fit.
-FitJob PrepareJob(const FitOptions& options, TSeries& series);
+/// Gives the DataSet the model that was named.
+void GiveModel(const FitOptions& options, TSeries& series);
+FitRunOptions RunOptionsOf(const FitOptions& options);
 
 /// What the graph gets beside the fitted model.
 void AddToGraph(const FitOptions& options, TSeries& series, TxyGraph& graph);
@@ -41,7 +42,7 @@ void AddToGraph(const FitOptions& options, TSeries& series, TxyGraph& graph);
 /// One fit over all of options.datasets.
 void RunJoint(const FitOptions& options, const InputGraph& input, Output& output);
 
-/// Each of options.model.functions over one DataSet, the best first. The DataSet's own model stays.
-void RunComparison(const FitOptions& options, TSeries& series, Output& output);
+/// Each of options.model.functions over one DataSet, the best first.
+void RunComparison(const FitOptions& options, const TSeries& series, Output& output);
 
 }  // namespace tarnwick::cli

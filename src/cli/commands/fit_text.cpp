@@ -229,70 +229,32 @@ void PrintJointText(const JointAnswer& answer, std::ostream& out) {
 
 // --- comparisons
 
-const FitStatistics* StatisticsOf(const FitResult& result) {
-  return Failed(result.outcome.why) ? nullptr : &result.statistics;
-}
-
-Json ComparisonJson(const std::vector<std::string>& names, const std::vector<FitResult>& results,
-                    const FitComparison& comparison) {
+Json ComparisonJson(const ModelComparison& compared) {
   Json models = Json::Array();
-  for (const RankedModel& one : comparison.ranks) {
-    const FitResult& result = results[one.number];
-    Json model = {{"function", names[one.number]},
+  for (const RankedModel& one : compared.comparison.ranks) {
+    const FitResult& result = compared.results[one.number];
+    Json model = {{"function", compared.models[one.number].name},
                   {"trustworthy", result.verdict.trustworthy},
                   {"verdict", result.verdict.summary},
                   {"parameters", result.names.size()},
                   {"difference", JsonNumber(one.difference)},
                   {"weight", JsonNumber(one.weight)}};
-    if (const FitStatistics* statistics = StatisticsOf(result)) {
-      for (const FitFigure& figure : FiguresOf(*statistics)) model[figure.key] = FigureJson(figure);
+    if (!Failed(result.outcome.why)) {
+      for (const FitFigure& figure : FiguresOf(result.statistics))
+        model[figure.key] = FigureJson(figure);
     }
     models.Append(std::move(model));
   }
   Json tests = Json::Array();
-  for (const NestedTest& test : comparison.tests) {
-    tests.Append({{"smaller", names[test.smaller]},
-                  {"larger", names[test.larger]},
+  for (const NestedTest& test : compared.comparison.tests) {
+    tests.Append({{"smaller", compared.models[test.smaller].name},
+                  {"larger", compared.models[test.larger].name},
                   {"f", JsonNumber(test.ratio)},
                   {"added", test.added},
                   {"degrees_of_freedom", test.free},
                   {"probability", JsonNumber(test.probability)}});
   }
   return {{"models", std::move(models)}, {"tests", std::move(tests)}};
-}
-
-/// Below this chance does not explain what a larger model gains.
-constexpr double kRareGain = 0.05;
-
-void PrintComparisonText(const std::vector<std::string>& names,
-                         const std::vector<FitResult>& results, const FitComparison& comparison,
-                         std::ostream& out) {
-  std::vector<std::vector<std::string>> rows = {
-      {"function", "parameters", "AICc", "difference", "weight", "rss", "verdict"}};
-  for (const RankedModel& one : comparison.ranks) {
-    const FitResult& result = results[one.number];
-    const FitStatistics* const statistics = StatisticsOf(result);
-    const auto figure = [&](double value) {
-      return statistics == nullptr ? std::string("-") : GeneralText(value, 6);
-    };
-    rows.push_back({names[one.number], std::to_string(result.names.size()),
-                    figure(result.statistics.aicc), figure(one.difference), figure(one.weight),
-                    figure(result.statistics.sum_of_squares), result.verdict.summary});
-  }
-  PrintTable(rows, out);
-  out << "\nAICc weighs the sum of squares against the number of parameters: the least is best, a "
-         "difference above 10 speaks clearly.\n";
-  for (const NestedTest& test : comparison.tests) {
-    out << names[test.smaller] << " within " << names[test.larger] << ": F(" << test.added << ", "
-        << test.free << ") = " << GeneralText(test.ratio, 5) << ", probability "
-        << GeneralText(test.probability, 4)
-        << (test.probability < kRareGain ? ": more than chance gains.\n"
-                                         : ": no more than chance gains.\n");
-  }
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    for (const std::string& note : results[i].verdict.notes)
-      out << names[i] << ": " << note << '\n';
-  }
 }
 
 }  // namespace
@@ -327,13 +289,11 @@ std::string FunctionName(const std::string& file) {
   return std::filesystem::path(file).stem().string();
 }
 
-void PrintComparison(const std::vector<std::string>& names, const std::vector<FitResult>& results,
-                     const FitComparison& comparison, Output& output) {
-  if (output.IsJson()) {
-    output.Document(ComparisonJson(names, results, comparison));
-  } else {
-    PrintComparisonText(names, results, comparison, output.Text());
-  }
+void PrintComparison(const ModelComparison& compared, Output& output) {
+  if (output.IsJson()) return output.Document(ComparisonJson(compared));
+  PrintTable(ComparisonRows(compared), output.Text());
+  output.Text() << '\n';
+  for (const std::string& remark : ComparisonRemarks(compared)) output.Text() << remark << '\n';
 }
 
 }  // namespace tarnwick::cli

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "analysis/fit_comparison.h"
 #include "cli/output/output.h"
 #include "fit/fit_result.h"
 #include "fit/judge/fit_bands.h"
 #include "fit/model/fit_settings.h"
+#include "results/model_comparison.h"
 
 namespace tarnwick::cli {
 
@@ -37,9 +37,7 @@ struct JointAnswer {
 
 void PrintJointFit(const JointAnswer& answer, Output& output);
 
-/// The best first; `names` and `results` in the order in which the models were given.
-void PrintComparison(const std::vector<std::string>& names, const std::vector<FitResult>& results,
-                     const FitComparison& comparison, Output& output);
+void PrintComparison(const ModelComparison& compared, Output& output);
 
 /// What a function's file is called.
 std::string FunctionName(const std::string& file);

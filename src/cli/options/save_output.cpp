@@ -56,11 +56,13 @@ void SaveOutput(const TxyGraph& graph, std::size_t series, const SaveArguments& 
     if (output.IsJson()) throw UsageError("standard output cannot hold the data and a document");
     output.Text() << (arguments.text_mode ? EncodeGraph(graph, {WithPoints::Yes, arguments.Mode()})
                                           : CsvText(graph));
+    if (!arguments.text_mode) output.Note(LeftOutOfTable(graph));
     output.Flush();
     return;
   }
-  KindToSave(arguments.file)
-      .write(arguments.file, {.graph = graph, .series = series, .mode = arguments.Mode()});
+  const FileKind& kind = KindToSave(arguments.file);
+  kind.write(arguments.file, {.graph = graph, .series = series, .mode = arguments.Mode()});
+  if (kind.leaves_out) output.Note(kind.leaves_out(graph));
 }
 
 void PrintSaved(const SaveArguments& arguments, Output& output) {

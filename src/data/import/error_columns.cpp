@@ -123,7 +123,9 @@ class ErrorGuess {
     const Words behind_d = WordsBehindD(name);
     for (const std::int32_t y : chosen_.y) {
       const Words words = WordsOf(source_.NameOf(y));
-      if (Match(after, words) >= least || Match(behind_d, words) == 2) return GiveTo(column, y);
+      const bool matches = Match(after, words) >= least || Match(behind_d, words) == 2;
+      // Of columns with one name each has the next.
+      if (matches && !ErrorsOf(y)->column) return GiveTo(column, y);
     }
   }
   /// "a b err err": as many as the columns before them.
@@ -171,9 +173,12 @@ void TakeYOptions(const ImportSource& source, const ImportOptions& options, Chos
   }
 }
 
-bool IsRelative(const ImportSource& source, std::int32_t column) {
-  const std::string name = source.NameOf(column);
+bool NamesRelative(std::string_view name) {
   return HasWord(name, kRelativeWords) || name.find('%') != name.npos;
+}
+
+bool IsRelative(const ImportSource& source, std::int32_t column) {
+  return NamesRelative(source.NameOf(column));
 }
 
 }  // namespace
@@ -182,6 +187,13 @@ bool NamesErrors(std::string_view name) {
   const bool sign = std::ranges::any_of(
       kErrorSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
   return sign || HasWord(name, kErrorWords);
+}
+
+std::string ErrorsHeading(std::string_view name) {
+  const std::string heading = std::string(name) + " error";
+  const bool found =
+      !NamesRelative(name) && !NamesErrors(name) && Match(NamedAfter(heading), WordsOf(name)) == 2;
+  return found ? heading : "error";
 }
 
 void ChooseErrors(const ImportSource& source, const ImportOptions& options, ChosenColumns& chosen,

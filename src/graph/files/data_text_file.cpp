@@ -7,7 +7,10 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/undefined.h"
 #include "base/whole_file.h"
+#include "data/import/error_columns.h"
+#include "data/series/point_errors.h"
 #include "data/text/text_names.h"
 #include "graph/xy_graph.h"
 
@@ -22,11 +25,17 @@ constexpr std::string_view kUsualSeparators = "\t,;|";
 /// Walks the points of one DataSet.
 class PointCursor {
  public:
-  explicit PointCursor(const PointChain& points) : points_(points) { Settle(); }
+  explicit PointCursor(const TDataSeries& series)
+      : points_(series.Points()), errors_(series.Errors()) {
+    Settle();
+  }
 
   bool AtEnd() const { return offset_ == view_.x.size(); }
   double X() const { return view_.x[offset_]; }
   double Y() const { return view_.y[offset_]; }
+  bool HasErrorOfY() const { return HasYErrors(errors_); }
+  double ErrorOfY() const { return YErrorOf(errors_, Here()); }
+  double ErrorOfX() const { return XErrorOf(errors_, Here()); }
   void Next() {
     ++offset_;
     Settle();
@@ -40,7 +49,10 @@ class PointCursor {
     }
   }
 
+  Point Here() const { return {view_.chunk->Id(offset_), X(), Y()}; }
+
   const PointChain& points_;
+  const PointErrors& errors_;
   ChunkView view_;
   std::size_t next_chunk_ = 0;
   std::size_t offset_ = 0;
@@ -62,6 +74,11 @@ std::string NameField(std::string_view name, std::string_view separators) {
   return quoted + kMarker;
 }
 
+/// One column of X serves all DataSets: only the errors of a lone one have a place behind it.
+bool HasErrorsOfX(const std::vector<const TDataSeries*>& series) {
+  return series.size() == 1 && HasXErrors(series.front()->Errors());
+}
+
 /// The line of names. An empty name would shift those behind it.
 std::string NamesLine(const std::vector<const TDataSeries*>& series,
                       const DataTextOptions& options) {
@@ -69,13 +86,23 @@ std::string NamesLine(const std::vector<const TDataSeries*>& series,
     const bool blank = TrimBlankBytes(name).empty();
     return NameField(blank ? UnnamedColumn(column) : name, options.separators);
   };
-  std::string line = field(options.x_heading, 0);
+  std::string line;
   std::int32_t column = 0;
-  for (const TDataSeries* one : series) {
+  const auto add = [&](const std::string& name, bool errors) {
+    if (column > 0) line += options.separators.front();
+    line += field(name, column++);
+    if (!errors) return;
     line += options.separators.front();
-    line += field(one->SeriesName(), ++column);
-  }
+    line += field(ErrorsHeading(name), column++);
+  };
+  add(options.x_heading, HasErrorsOfX(series));
+  for (const TDataSeries* one : series) add(one->SeriesName(), HasYErrors(one->Errors()));
   return line += '\n';
+}
+
+void AddError(double error, const DataTextOptions& options, std::string& text) {
+  text += options.separators.front();
+  if (!IsUndefined(error)) text += ShortestText(error);
 }
 
 bool SharesRow(double x, double row_x, double tolerance) {
@@ -92,7 +119,8 @@ void WriteTable(const std::vector<const TDataSeries*>& series, const DataTextOpt
   std::string text = NamesLine(series, options);
   std::vector<PointCursor> cursors;
   cursors.reserve(series.size());
-  for (const TDataSeries* one : series) cursors.emplace_back(one->Points());
+  for (const TDataSeries* one : series) cursors.emplace_back(*one);
+  const bool errors_of_x = HasErrorsOfX(series);
   while (true) {
     const PointCursor* first = nullptr;
     for (const PointCursor& cursor : cursors) {
@@ -101,11 +129,13 @@ void WriteTable(const std::vector<const TDataSeries*>& series, const DataTextOpt
     if (first == nullptr) break;
     const double x = first->X();
     text += ShortestText(x);
+    if (errors_of_x) AddError(first->ErrorOfX(), options, text);
     for (PointCursor& cursor : cursors) {
       text += options.separators.front();
-      if (cursor.AtEnd() || !SharesRow(cursor.X(), x, options.x_tolerance)) continue;
-      text += ShortestText(cursor.Y());
-      cursor.Next();
+      const bool here = !cursor.AtEnd() && SharesRow(cursor.X(), x, options.x_tolerance);
+      if (here) text += ShortestText(cursor.Y());
+      if (cursor.HasErrorOfY()) AddError(here ? cursor.ErrorOfY() : kUndefined, options, text);
+      if (here) cursor.Next();
     }
     text += '\n';
     if (text.size() >= kPiece) sink(text);
@@ -129,6 +159,16 @@ std::string DataText(const std::vector<const TDataSeries*>& series,
     text.clear();
   });
   return whole;
+}
+
+std::string LeftOutOfTable(const TxyGraph& graph) {
+  const std::vector<const TDataSeries*> series = AllSeries(graph);
+  const auto with = std::ranges::find_if(
+      series, [](const TDataSeries* one) { return HasXErrors(one->Errors()); });
+  if (with == series.end() || HasErrorsOfX(series)) return "";
+  return "The errors of X of \"" + (*with)->SeriesName() +
+         "\" are left out: the table has one column of X for all DataSets. A graph file keeps "
+         "them.";
 }
 
 std::string CsvText(const TxyGraph& graph) {

@@ -1,4 +1,4 @@
-// A graph's DataSets as a table of text: one column of X, one of Y for each DataSet. Knows no graph file.
+// A graph's DataSets as a table of text: one column of X, one of Y for each DataSet, and their errors. Knows no graph file.
 #pragma once
 
 #include <filesystem>
@@ -21,8 +21,12 @@ struct DataTextOptions {
 
 /// The table: a line of names, then rows in ascending X; a DataSet without a point at a row's X has an empty field there.
 /// Numbers in their shortest text that reads back; names that hold a separator are quoted, a DataSet without a name has
-/// "(col N)", its column from 0. Stored Y, not corrected. Throws Error.
+/// "(col N)", its column from 0. Stored Y, not corrected. Errors of Y stand in a column behind it, those of X behind X where
+/// there is one DataSet, empty where a point has none; an import takes them as that. Throws Error.
 std::string DataText(const std::vector<const TDataSeries*>& series, const DataTextOptions& options);
+
+/// What such a table of the graph leaves out, a sentence; empty for nothing.
+std::string LeftOutOfTable(const TxyGraph& graph);
 
 /// All DataSets of a graph separated by commas, without tolerance: X headed by the first one's column.
 std::string CsvText(const TxyGraph& graph);

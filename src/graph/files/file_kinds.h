@@ -40,6 +40,9 @@ struct FileContents {
 /// Writes a file whole or not at all. Throws FileError, and Error for what is needed and missing.
 using WriteFile = void (*)(const std::filesystem::path& path, const FileContents& contents);
 
+/// What of the graph such a file cannot keep, a sentence; empty for nothing.
+using LeavesOut = std::string (*)(const TxyGraph& graph);
+
 /// One kind of file. A row's place is that of its filter in the dialogs.
 struct FileKind {
   std::string_view ending;            ///< ".tgr", lower case; empty: every ending that has no row
@@ -52,6 +55,7 @@ struct FileKind {
   bool packed = false;        ///< the ending of what is inside stands before
   WriteFile write = nullptr;  ///< null: never written
   FileNeeds needs = FileNeeds::Nothing;
+  LeavesOut leaves_out = nullptr;  ///< null: nothing that its meaning does not tell
   Remembered remembered = Remembered::WhenOpened;
 };
 

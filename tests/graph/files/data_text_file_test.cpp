@@ -101,6 +101,59 @@ TEST(DataText, ReadsBackThroughTheImport) {
   }
 }
 
+TEST(DataText, KeepsErrorsThatTheImportTakesAsThat) {
+  const struct {
+    std::string name, heading;
+  } kNames[] = {{"Rate (1/s)", "Rate (1/s) error"},
+                {"Humidity %", "error"},
+                {"Residuals of a", "error"},
+                {"a", "a error"},
+                {"a", "a error"}};
+  const testing::TemporaryFolder folder;
+  TxyGraph graph;
+  std::string headings = "Time (hours)";
+  for (const auto& row : kNames) {
+    TSeries& series = graph.AddSeries(std::make_unique<TSeries>());
+    series.SetSeriesName(row.name);
+    series.AddPoints(std::vector<double>{1, 2, 3}, std::vector<double>{9, 16, 25});
+    series.SetErrors({{ErrorKind::Counts, 0}, {}, {}, {}});
+    headings += "\t" + row.name + "\t" + row.heading;
+  }
+  graph.AddSeries(std::make_unique<TSeries>()).SetSeriesName("none");
+  graph.Series(5).AddPoint(2, 5);
+  SaveDataText(graph, folder.File("table.dat"));
+  const std::string text = testing::ReadFile(folder.File("table.dat"));
+  EXPECT_EQ(text.substr(0, text.find('\n')), headings + "\tnone");
+  EXPECT_EQ(LeftOutOfTable(graph), "");
+  const ImportResult result = ImportFile(folder.File("table.dat"), {});
+  ASSERT_EQ(result.series.size(), 6U);
+  for (std::size_t i = 0; i < 5; ++i) {
+    const TDataSeries& series = *result.series[i];
+    EXPECT_EQ(series.SeriesName(), kNames[i].name);
+    EXPECT_EQ(NumbersAlong(series.Points(), series.Errors().y_values),
+              std::vector<double>({3, 4, 5}))
+        << i;
+  }
+  EXPECT_FALSE(HasYErrors(result.series[5]->Errors()));
+}
+
+TEST(DataText, KeepsErrorsOfXOfALoneDataSet) {
+  TxyGraph graph;
+  TSeries& series = graph.AddSeries(std::make_unique<TSeries>());
+  series.SetSeriesName("a");
+  series.AddPoints(std::vector<double>{1, 2}, std::vector<double>{3, 4});
+  PointErrors errors{{}, {ErrorKind::Column, 0}, {}, {}};
+  errors.x_values.Set(2, 0.5);
+  series.SetErrors(errors);
+  EXPECT_EQ(DataText({&series}, {}), "X\tX error\ta\n1\t\t3\n2\t0.5\t4\n");
+  EXPECT_EQ(LeftOutOfTable(graph), "");
+  graph.AddSeries(std::make_unique<TSeries>());
+  EXPECT_EQ(
+      LeftOutOfTable(graph),
+      "The errors of X of \"a\" are left out: the table has one column of X for all DataSets. A "
+      "graph file keeps them.");
+}
+
 TEST(DataText, HeadsATimeAxis) {
   const testing::TemporaryFolder folder;
   TxyGraph graph;

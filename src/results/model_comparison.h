@@ -1,0 +1,41 @@
+// Several models fitted to one DataSet, and what is told of it: as rows and sentences for window, clipboard and batch program
+// alike. Knows DataSets and fits; changes neither graph nor DataSet.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/fit_comparison.h"
+#include "analysis/fit_job.h"
+#include "base/progress.h"
+#include "data/series/data_series.h"
+#include "fit/fit_result.h"
+#include "fit/model/fit_settings.h"
+
+namespace tarnwick {
+
+struct NamedModel {
+  std::string name;
+  FitSettings settings;
+};
+
+struct ModelComparison {
+  std::vector<NamedModel> models;  ///< in the order given, with the values found
+  std::vector<FitResult> results;  ///< of each
+  FitComparison comparison;
+};
+
+/// Fits each of the models to the points of a DataSet with that state. Nothing when the user ends it. Throws as RunFit and
+/// CompareFits.
+std::optional<ModelComparison> CompareModels(const DataState& data, std::vector<NamedModel> models,
+                                             const FitRunOptions& options, Progress& progress);
+
+/// A heading, then a row for each model, the best first.
+std::vector<std::vector<std::string>> ComparisonRows(const ModelComparison& compared);
+/// How to read the rows, the F tests, and what is to be said of the fits.
+std::vector<std::string> ComparisonRemarks(const ModelComparison& compared);
+/// Both for a spreadsheet: columns kept apart by tabs.
+std::string ComparisonAsTable(const ModelComparison& compared);
+
+}  // namespace tarnwick
