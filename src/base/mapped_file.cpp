@@ -11,6 +11,7 @@
 
 #include "base/descriptor.h"
 #include "base/error.h"
+#include "base/mapping_guard.h"
 
 namespace tarnwick {
 namespace {
@@ -48,6 +49,8 @@ std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
 
 }  // namespace
 
+MappedFile::MappedFile() = default;
+
 MappedFile::MappedFile(const std::filesystem::path& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.Value() < 0) Fail(path, errno);
@@ -69,6 +72,7 @@ void MappedFile::Read(int descriptor, const std::filesystem::path& path) {
     if (mapping != MAP_FAILED) {
       mapping_ = static_cast<const char*>(mapping);
       mapped_size_ = size;
+      guard_ = std::make_unique<MappingGuard>(mapping_, size);
       return;
     }
   }
@@ -94,6 +98,7 @@ MappedFile::~MappedFile() {
 MappedFile::MappedFile(MappedFile&& other) noexcept
     : mapping_(std::exchange(other.mapping_, nullptr)),
       mapped_size_(std::exchange(other.mapped_size_, 0)),
+      guard_(std::move(other.guard_)),
       contents_(std::move(other.contents_)) {}
 
 MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
@@ -101,6 +106,7 @@ MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
     Release();
     mapping_ = std::exchange(other.mapping_, nullptr);
     mapped_size_ = std::exchange(other.mapped_size_, 0);
+    guard_ = std::move(other.guard_);
     contents_ = std::move(other.contents_);
   }
   return *this;
@@ -111,7 +117,12 @@ std::string_view MappedFile::Bytes() const {
                              : std::string_view(contents_);
 }
 
+bool MappedFile::WasCutShort() const {
+  return guard_ && guard_->WasCutShort();
+}
+
 void MappedFile::Release() noexcept {
+  guard_.reset();
   if (mapping_ != nullptr) ::munmap(const_cast<char*>(mapping_), mapped_size_);
   mapping_ = nullptr;
 }

@@ -3,12 +3,14 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace tarnwick {
 
 class Descriptor;
+class MappingGuard;
 
 /// Regular files are mapped into memory, pipes and devices read to their end. The bytes live as long as the object.
 class MappedFile {
@@ -26,14 +28,17 @@ class MappedFile {
   MappedFile& operator=(MappedFile&& other) noexcept;
 
   std::string_view Bytes() const;
+  /// True when the file lost bytes that were read since: zeros stand in their place.
+  bool WasCutShort() const;
 
  private:
-  MappedFile() = default;
+  MappedFile();
   void Read(int descriptor, const std::filesystem::path& path);
   void Release() noexcept;
 
   const char* mapping_ = nullptr;  // null when the bytes were read into contents_
   std::size_t mapped_size_ = 0;
+  std::unique_ptr<MappingGuard> guard_;
   std::string contents_;
 };
 

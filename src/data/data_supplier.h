@@ -42,6 +42,8 @@ class TDataSupplier {
   virtual std::int32_t BlankLinesPassed() const { return 0; }
   /// True when behind the last row stands the beginning of one that the source does not hold to its end.
   virtual bool EndsIncomplete() const { return false; }
+  /// True when the source lost bytes while it was read: what was read since may be zeros.
+  virtual bool WasCutShort() const { return false; }
   /// All rows, header rows of a text file among them.
   virtual std::int32_t RowCount() = 0;
   /// The position of a column by its exact name, else by its name without regard to case, else by "#" and its position

@@ -25,6 +25,7 @@ class TFileSupplier final : public TDataSupplier {
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
   bool EndsIncomplete() const override;
+  bool WasCutShort() const override { return file_.WasCutShort(); }
   std::int32_t RowCount() override;
   const std::vector<std::string>& ColumnNames() override { return names_; }
   bool HasNamesLine() override { return has_names_line_; }

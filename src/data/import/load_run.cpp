@@ -66,11 +66,18 @@ std::vector<LoadReport> LoadRun::Load() {
     updates.push_back(std::make_unique<UpdateScope>(*all_[member.number]));
   }
   if (CountRows()) {
+    std::vector<DataState> before;
+    for (const Member& member : members_) before.push_back(all_[member.number]->State());
     BeginTargets(std::move(transforms));
     if (const BlockSource* const blocks = UsefulBlocks()) {
       LoadBlocks(*blocks);
     } else {
       LoadRows();
+    }
+    if (supplier_.WasCutShort()) {
+      for (std::size_t i = 0; i < members_.size(); ++i)
+        all_[members_[i].number]->SetState(before[i]);
+      throw FileError("The file became shorter while it was read", supplier_.Describe(), "");
     }
     FinishTargets();
   }

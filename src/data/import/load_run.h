@@ -38,7 +38,8 @@ class LoadRun {
 
   /// Shows progress from the start. Otherwise it begins when a DataSet passes kPointLimit points.
   void ShowProgress(const std::string& subject);
-  /// Loads everything; throws Error, before any DataSet changes, when a column expression cannot be evaluated.
+  /// Loads everything; throws Error, with every DataSet as it was, when a column expression cannot be evaluated or the source
+  /// lost bytes meanwhile.
   std::vector<LoadReport> Load();
 
  private:

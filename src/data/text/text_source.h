@@ -28,6 +28,8 @@ class TextSource {
   /// '\n', or '\r' when the text has no other line ends.
   char LineEnd() const { return line_end_; }
   const std::string& Name() const { return name_; }
+  /// True when the file lost bytes that were read since.
+  bool WasCutShort() const { return file_ && file_->WasCutShort(); }
 
  private:
   void Recognise(std::string_view bytes);

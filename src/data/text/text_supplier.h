@@ -26,6 +26,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
   std::int32_t BlankLinesPassed() const override { return blanks_passed_; }
+  bool WasCutShort() const override { return source_->WasCutShort(); }
   std::int32_t RowCount() override;
   std::int32_t ColumnIndex(std::string_view name) override;
   const std::vector<std::string>& ColumnNames() override;

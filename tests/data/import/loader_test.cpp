@@ -344,6 +344,23 @@ TEST(Loader, ThreadsGiveTheSamePointsInTheSameOrder) {
   }
 }
 
+TEST(Loader, KeepsThePointsWhenTheFileIsCutShortWhileItIsRead) {
+  const testing::TemporaryFolder folder;
+  for (const int kept : {0, 5000, 100'000}) {
+    const auto file = folder.Write("a.csv", Counting(100'000));
+    TDSInfo info = EveryRow();
+    info.DataSource = DataSourceKind::Text;
+    info.DatasourceInfo = file.string();
+    const auto series = SeriesOf(info);
+    series->AddPoint(1, 1);
+    TTxtSupplier supplier(info, std::make_shared<const TextSource>(MappedFile(file), "a.csv"));
+    std::filesystem::resize_file(file, static_cast<std::uintmax_t>(kept));
+    EXPECT_THROW(LoadDataSet(*series, supplier, ValueByValue()), FileError);
+    EXPECT_THROW(LoadDataSet(*series, supplier, {}), FileError);
+    EXPECT_EQ(Xs(*series), std::vector<double>{1});
+  }
+}
+
 TEST(RefreshAll, ReadsEachFileOnceForAllItsDataSets) {
   const testing::TemporaryFolder folder;
   TDSInfo info = EveryRow();
