@@ -7,7 +7,10 @@
 #include <cstdint>
 #include <limits>
 #include <random>
+#include <string>
+#include <string_view>
 
+#include "base/short_decimal.h"
 #include "base/undefined.h"
 
 namespace tarnwick {
@@ -91,6 +94,35 @@ TEST(NumberText, ParsesWholeNumbersOnly) {
                            "0x10", ".", ",", "e5", "nan(1)", "in", "1e", "1\n"}) {
     EXPECT_FALSE(ParseNumber(text).has_value()) << text;
   }
+}
+
+TEST(NumberText, ShortDecimalsReadAsAnyReaderReadsThem) {
+  std::mt19937_64 random(7);
+  const std::string_view letters = "0123456789012345678901234567890123456789.,-+eE \t\nx";
+  int read = 0;
+  for (int run = 0; run < 300'000; ++run) {
+    std::string text;
+    for (auto length = random() % 22; length > 0; --length)
+      text += letters[random() % letters.size()];
+    // the second text is written as numbers mostly are
+    if (run % 2 == 0)
+      text = FixedText(
+          std::ldexp(static_cast<double>(random() >> 12), -static_cast<int>(random() % 50)),
+          static_cast<int>(random() % 9));
+    if (run % 6 == 0) text.insert(0, "-");
+    const std::size_t number = text.size();
+    text += std::string(20, ' ');
+    double value = 0;
+    const char* const stop = ReadShortDecimal(text.data(), text.data() + text.size(), '.', value);
+    if (stop == nullptr) continue;
+    ++read;
+    const auto length = static_cast<std::size_t>(stop - text.data());
+    const auto expected = ParseNumber(std::string_view(text).substr(0, length));
+    ASSERT_TRUE(expected) << text;
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(*expected), std::bit_cast<std::uint64_t>(value)) << text;
+    EXPECT_TRUE(run % 2 == 1 || length == number) << text;
+  }
+  EXPECT_GT(read, 100'000);
 }
 
 TEST(NumberText, ParsesIntegers) {

@@ -9,7 +9,7 @@ namespace {
 bool FitsWhole(TDataSupplier& supplier, const LoadOptions& load) {
   if (supplier.Size() <= kMostWholeRows) return true;
   // So far below the limit that it takes no count.
-  if (supplier.EstimateRows() <= kMostWholeRows / 2) return true;
+  if (supplier.EstimateRows() <= kMostWholeRows / 4 * 3) return true;
   NoProgress unseen;
   Progress& progress = load.progress != nullptr ? *load.progress : unseen;
   return supplier.CountRows(progress) && supplier.RowCount() <= kMostWholeRows;

@@ -8,6 +8,7 @@
 #include <numeric>
 #include <utility>
 
+#include "base/short_decimal.h"
 #include "data/pseudo_columns.h"
 #include "data/text/field_value.h"
 #include "data/text/text_lines.h"
@@ -85,10 +86,14 @@ class RowReader {
     const char* const digit = at < end_ && *at == '-' ? at + 1 : at;
     if (digit >= end_ || *digit < '0' || *digit > '9') return nullptr;
     const char point = format == ColumnFormat::DecimalComma ? ',' : '.';
-    const auto result = fast_float::from_chars_advanced(
-        at, end_, value, fast_float::parse_options{fast_float::chars_format::general, point});
-    if (result.ec != std::errc()) return nullptr;
-    at = result.ptr;
+    if (const char* const stop = ReadShortDecimal(at, end_, point, value)) {
+      at = stop;
+    } else {
+      const auto result = fast_float::from_chars_advanced(
+          at, end_, value, fast_float::parse_options{fast_float::chars_format::general, point});
+      if (result.ec != std::errc()) return nullptr;
+      at = result.ptr;
+    }
     while (at < end_ && (*at == ' ' || *at == '\t') && !layout_.IsSeparator(*at)) ++at;
     return at == end_ || layout_.IsSeparator(*at) || IsLineEnd(at) ? at : nullptr;
   }
