@@ -90,7 +90,8 @@ SaveOutcome SaveDocumentAs(Document& document, FileChooser& chooser, Prompt& pro
   if (!path || !MayReplace(*path, prompt)) return {};
   if (!Save(document, chooser, *path)) return {};
   const FileKind& kind = KindOf(*path);
-  SaveOutcome outcome{.saved = true};
+  SaveOutcome outcome;
+  outcome.saved = true;
   if (kind.remembered == Remembered::Always) outcome.recent = *path;
   if (kind.leaves_out) outcome.left_out = kind.leaves_out(document.WholeGraph());
   return outcome;
