@@ -75,6 +75,7 @@ T_MainForm::T_MainForm(ShellParts parts)
 }
 
 T_MainForm::~T_MainForm() {
+  if (shown_) panels_->Store(settings_);
   StoreWindow(*this, settings_);
   recent_.Write();
   // Windows tell this window of their end, so they go while it is whole.
@@ -99,7 +100,7 @@ void T_MainForm::BuildCommands() {
 
 void T_MainForm::BuildPanels() {
   panels_ = std::make_unique<PanelDocks>(*this, PanelsOf(parts_.features),
-                                         PanelParts{*actions_, settings_});
+                                         PanelParts{*actions_, settings_, *this});
   connect(panels_.get(), &PanelDocks::shownChanged, actions_, &CommandActions::Update);
 }
 
@@ -354,6 +355,7 @@ void T_MainForm::BringToFront(const QByteArray& activation_token) {
 void T_MainForm::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(shown_, true)) return;
+  panels_->Restore(settings_);
   // Once the window stands: refreshing shows its progress.
   QMetaObject::invokeMethod(this, &T_MainForm::ApplyCommandOptions, Qt::QueuedConnection);
   QMetaObject::invokeMethod(this, &T_MainForm::OfferLeftGraphs, Qt::QueuedConnection);

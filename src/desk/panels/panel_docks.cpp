@@ -1,6 +1,7 @@
 #include "desk/panels/panel_docks.h"
 
 #include <QDockWidget>
+#include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
 #include <algorithm>
@@ -26,6 +27,22 @@ Qt::DockWidgetArea AreaOf(DockSide side) {
       break;
   }
   return Qt::BottomDockWidgetArea;
+}
+
+DockSide SideOf(Qt::DockWidgetArea area) {
+  for (const DockSide side : {DockSide::Right, DockSide::Top, DockSide::Bottom}) {
+    if (AreaOf(side) == area) return side;
+  }
+  return DockSide::Left;
+}
+
+/// Where a floating panel of that place is seen.
+QRect Seen(QRect place, const QWidget& window) {
+  constexpr int kFromCorner = 40;
+  if (!QGuiApplication::screenAt(place.topLeft())) {
+    place.moveTopLeft(window.frameGeometry().topLeft() + QPoint(kFromCorner, kFromCorner));
+  }
+  return {place.topLeft(), place.size().boundedTo(window.screen()->availableSize() / 2)};
 }
 
 }  // namespace
@@ -94,13 +111,64 @@ bool PanelDocks::IsShown(const PanelRow& panel) const {
   return !DockOf(panel).isHidden();
 }
 
+PanelPlace PanelDocks::PlaceOf(const PanelRow& panel) const {
+  PanelDock& dock = DockOf(panel);
+  PanelPlace place;
+  place.shown = !dock.isHidden();
+  place.floats = dock.isFloating();
+  place.side = SideOf(window_.dockWidgetArea(&dock));
+  place.geometry = dock.geometry();
+  const bool movable = dock.features().testFlag(QDockWidget::DockWidgetMovable);
+  place.hold = movable ? PanelHold::Movable : PanelHold::Fixed;
+  return place;
+}
+
+void PanelDocks::Put(const PanelRow& panel, const PanelPlace& place) {
+  PanelDock& dock = DockOf(panel);
+  QDockWidget::DockWidgetFeatures features = QDockWidget::DockWidgetClosable;
+  if (place.hold == PanelHold::Movable)
+    features |= QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable;
+  dock.setFeatures(features);
+  const Qt::DockWidgetArea area = AreaOf(place.side);
+  if (window_.dockWidgetArea(&dock) != area) window_.addDockWidget(area, &dock);
+  const QRect from_side(window_.mapToGlobal(dock.pos()), dock.size());
+  dock.setFloating(place.floats);
+  dock.setVisible(place.shown);
+  if (place.floats) {
+    const bool given = place.geometry.isValid();
+    dock.setGeometry(Seen(given ? place.geometry : from_side, window_));
+  } else if (place.geometry.isValid()) {
+    Widen(dock, place);
+  }
+}
+
+/// Gives a docked panel its size across its side.
+void PanelDocks::Widen(PanelDock& dock, const PanelPlace& place) {
+  const bool beside = place.side == DockSide::Left || place.side == DockSide::Right;
+  const QSize size = place.geometry.size().boundedTo(window_.size() / 2);
+  window_.resizeDocks({&dock}, {beside ? size.width() : size.height()},
+                      beside ? Qt::Horizontal : Qt::Vertical);
+}
+
+void PanelDocks::Restore(const Settings& settings) {
+  for (const auto& dock : docks_) {
+    if (dock->Row().restore) dock->Row().restore(*this, settings);
+  }
+}
+
+void PanelDocks::Store(Settings& settings) const {
+  for (const auto& dock : docks_) {
+    if (dock->Row().store) dock->Row().store(*this, settings);
+  }
+}
+
 void PanelDocks::MakeRoomFor(PanelDock& dock) {
   dock.EnsurePanel();
   if (window_.isMaximized() || window_.isFullScreen() || dock.isFloating()) return;
   const Qt::DockWidgetArea area = window_.dockWidgetArea(&dock);
   if (area != Qt::LeftDockWidgetArea && area != Qt::RightDockWidgetArea) return;
   const int panel = dock.sizeHint().width();
-  const int wanted = kGraphsWidth + panel - window_.width();
+  const int wanted = kGraphsWidth + panel - window_.centralWidget()->width();
   const int room = window_.screen()->availableGeometry().right() - window_.frameGeometry().right();
   const int more = std::clamp(wanted, 0, std::max(room, 0));
   window_.resize(window_.width() + more, window_.height());

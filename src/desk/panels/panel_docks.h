@@ -30,6 +30,11 @@ class PanelDocks final : public QObject, public PanelHost {
   void Show(const PanelRow& panel) override;
   void Hide(const PanelRow& panel) override;
   bool IsShown(const PanelRow& panel) const override;
+  PanelPlace PlaceOf(const PanelRow& panel) const override;
+  void Put(const PanelRow& panel, const PanelPlace& place) override;
+  /// Those that come back as they were.
+  void Restore(const Settings& settings);
+  void Store(Settings& settings) const;
   /// Tells every panel that was made.
   void Follow(Document* document, PanelChange change);
 
@@ -40,6 +45,7 @@ class PanelDocks final : public QObject, public PanelHost {
  private:
   PanelDock& DockOf(const PanelRow& panel) const;
   void MakeRoomFor(PanelDock& dock);
+  void Widen(PanelDock& dock, const PanelPlace& place);
 
   QMainWindow& window_;
   std::vector<std::unique_ptr<PanelDock>> docks_;

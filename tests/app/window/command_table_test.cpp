@@ -113,6 +113,7 @@ class CommandTableTest : public DesktopTest {
 };
 
 TEST_F(CommandTableTest, EveryRowHasItsTexts) {
+  Start({});
   const auto commands = CommandsOf(Features());
   for (const FixedTexts& fixed : kFixedTexts) {
     SCOPED_TRACE(fixed.name);
@@ -153,7 +154,8 @@ TEST_F(CommandTableTest, WithoutAWindowOnlyWhatNeedsNoneIsEnabled) {
   }
   EXPECT_EQ(enabled,
             (std::set<std::string_view>{"FileNew1", "FileOpen1", "FilePrnSetup1", "FileExit1",
-                                        "FileEscExit1", "MenuShowCaptions1", "HelpAbout1"}));
+                                        "FileEscExit1", "WindowShowDisplay1", "WindowMoveDisplay1",
+                                        "MenuShowCaptions1", "HelpAbout1"}));
 }
 
 TEST_F(CommandTableTest, TheDataMenuEndsWithTheDataSets) {

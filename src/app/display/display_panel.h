@@ -1,0 +1,51 @@
+// The display panel: an indicator for every parameter shown, laid out in a grid, their texts made on a thread of their own.
+// Knows which parameters there are from displayed_parameters.h.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "app/display/close_display_thread.h"
+#include "app/display/displayed_parameters.h"
+#include "desk/panels/panel.h"
+
+class QLabel;
+class QScrollArea;
+
+namespace tarnwick {
+
+class TIndicator;
+
+class TDisplayPanel final : public Panel {
+  Q_OBJECT
+
+ public:
+  explicit TDisplayPanel(const PanelParts& parts, QWidget* parent = nullptr);
+  ~TDisplayPanel() override;
+
+  /// Builds the indicators anew where other parameters are to be shown, and has their values shown. Nothing while hidden.
+  void Follow(Document* document, PanelChange change) override;
+  QSize sizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Rebuild();
+  void LayOut();
+  void ShowTexts(const std::vector<std::string>& texts, int version);
+  void EditValue(const DisplayedParameter& parameter);
+
+  PanelParts parts_;
+  QScrollArea* scroll_;
+  QLabel* hint_;
+  std::vector<DisplayedParameter> shown_;
+  std::vector<TIndicator*> indicators_;  // one for each
+  int version_ = 0;
+  std::unique_ptr<TCloseDisplayThread> thread_;
+};
+
+std::unique_ptr<Panel> MakeDisplayPanel(const PanelParts& parts);
+
+}  // namespace tarnwick
