@@ -13,7 +13,8 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kGraphsWidth = 700;  // pixels that graphs are read well in, beside a panel
+constexpr int kGraphsWidth = 700;   // pixels that graphs are read well in, beside a panel
+constexpr QPoint kOffSide(40, 40);  // of a panel that is taken off its side
 
 Qt::DockWidgetArea AreaOf(DockSide side) {
   switch (side) {
@@ -131,7 +132,7 @@ void PanelDocks::Put(const PanelRow& panel, const PanelPlace& place) {
   dock.setFeatures(features);
   const Qt::DockWidgetArea area = AreaOf(place.side);
   if (window_.dockWidgetArea(&dock) != area) window_.addDockWidget(area, &dock);
-  const QRect from_side(window_.mapToGlobal(dock.pos()), dock.size());
+  const QRect from_side(window_.mapToGlobal(dock.pos()) + kOffSide, dock.size());
   dock.setFloating(place.floats);
   dock.setVisible(place.shown);
   if (place.floats) {
