@@ -13,17 +13,16 @@ namespace {
 
 using Path = std::filesystem::path;
 
-/// Counts of a decaying source with the curve fitted to them.
-void BuildFit(TxyGraph& graph, const Path& examples) {
-  ImportIntoGraph(graph, examples / "decay.dat");
-  TSeries& series = graph.Series(0);
+struct Start {
+  const char* name;
+  double value;
+};
+
+/// Draws the formula as fitted to the DataSet from there.
+void ShowFit(TSeries& series, const char* formula, std::initializer_list<Start> starts) {
   FitSettings model;
-  model.Expression = "a*exp(-x/tau)+b";
-  struct Start {
-    const char* name;
-    double value;
-  };
-  for (const Start& start : {Start{"a", 400}, Start{"tau", 200}, Start{"b", 10}}) {
+  model.Expression = formula;
+  for (const Start& start : starts) {
     ParameterSettings parameter;
     parameter.Name = start.name;
     parameter.Value = start.value;
@@ -39,6 +38,13 @@ void BuildFit(TxyGraph& graph, const Path& examples) {
   const FitResult result = RunFit(PrepareFit(series), progress);
   if (Failed(result.outcome.why)) throw Error(result.verdict.summary);
   ApplyFit(series, result);
+}
+
+/// Counts of a decaying source with the curve fitted to them.
+void BuildFit(TxyGraph& graph, const Path& examples) {
+  ImportIntoGraph(graph, examples / "decay.dat");
+  TSeries& series = graph.Series(0);
+  ShowFit(series, "a*exp(-x/tau)+b", {{"a", 400}, {"tau", 200}, {"b", 10}});
   Finish(graph, "Decay of Ba-137m");
   ShowSymbols(series, 5);
   Legend legend = graph.GetLegend();
@@ -204,6 +210,38 @@ void BuildRegression(TxyGraph& graph, const Path&) {
   series.SetRegressionType(RegressionType::Line);
 }
 
+/// Pearson's line with York's weights (Canadian Journal of Physics 44, 1966).
+void BuildErrorsOfBoth(TxyGraph& graph, const Path&) {
+  constexpr double kX[] = {0, 0.9, 1.8, 2.6, 3.3, 4.4, 5.2, 6.1, 6.5, 7.4};
+  constexpr double kY[] = {5.9, 5.4, 4.4, 4.6, 3.5, 3.7, 2.8, 2.8, 2.4, 1.5};
+  constexpr double kWeightsOfX[] = {1000, 1000, 500, 800, 200, 80, 60, 20, 1.8, 1};
+  constexpr double kWeightsOfY[] = {1, 1.8, 4, 8, 20, 20, 70, 70, 100, 500};
+  TSeries& series = AddData(graph, "y", kX, kY);
+  PointErrors errors{{ErrorKind::Column, 0}, {ErrorKind::Column, 0}, {}, {}};
+  for (std::int32_t i = 0; i < 10; ++i) {
+    errors.x_values.Set(i + 1, 1 / std::sqrt(kWeightsOfX[i]));
+    errors.y_values.Set(i + 1, 1 / std::sqrt(kWeightsOfY[i]));
+  }
+  series.SetErrors(errors);
+  ShowFit(series, "a+b*x", {{"a", 5}, {"b", 0}});
+  SetTitles(graph, "x", "y");
+  Finish(graph, "Errors of both coordinates");
+  ShowSymbols(series, 6);
+}
+
+/// Some bars reach below 0, where a logarithmic axis has no place.
+void BuildCounts(TxyGraph& graph, const Path&) {
+  std::mt19937 random(2);
+  TSeries& series = AddFunction(graph, "counts", 0, 60, 61, [&](double t) {
+    return std::poisson_distribution<int>(800 * std::exp(-t / 7) + 1.5)(random);
+  });
+  series.SetErrors({{ErrorKind::Counts, 0}, {}, {}, {}});
+  graph.Axis(AxisId::Y).SetLogScale(true);
+  SetTitles(graph, "Time (min)", "Counts in 10 s");
+  Finish(graph, "Counts with their square roots");
+  ShowSymbols(series, 5);
+}
+
 }  // namespace
 
 std::vector<Scene> DataScenes() {
@@ -227,6 +265,8 @@ std::vector<Scene> DataScenes() {
       {"dense", "Dense data", BuildNoise},
       {"gaps", "Undefined values", BuildGaps},
       {"regression", "Regression and bound lines", BuildRegression},
+      {"errors", "Errors of X and Y", BuildErrorsOfBoth},
+      {"errors-logarithmic", "Errors on a logarithmic axis", BuildCounts},
   };
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "analysis/fit_run.h"
@@ -16,7 +17,8 @@ class TxyGraph;
 std::vector<FitJob> PrepareJointFit(const TxyGraph& graph, std::span<const std::size_t> chosen,
                                     const FitRunOptions& options);
 
-/// Gives each DataSet its part of the fit, and shows it.
-void ApplyJointFit(TxyGraph& graph, std::span<const std::size_t> chosen, const JointFit& fit);
+/// Notes in each part with which others it was fitted and what they share, gives each DataSet its part, and shows it.
+void ApplyJointFit(TxyGraph& graph, std::span<const std::size_t> chosen,
+                   std::span<const std::string> shared, JointFit& fit);
 
 }  // namespace tarnwick

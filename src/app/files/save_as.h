@@ -14,8 +14,7 @@ class Prompt;
 struct SaveOutcome {
   bool saved = false;            ///< something was written
   std::filesystem::path recent;  ///< the file for the list of recent files; empty for none
-  std::string
-      left_out;  ///< a sentence about what that kind of file does not keep; empty for nothing
+  std::string left_out;          ///< what that kind of file does not keep; empty for nothing
 };
 
 /// Asks for a name, and before it replaces a file. Extensions without a meaning write nothing. Throws FileError.

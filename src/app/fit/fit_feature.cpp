@@ -42,15 +42,29 @@ bool Shows(const CommandContext& context) {
          context.document->Graph().CurrentSeries()->Fit().Status() == kStatus;
 }
 
+FitSubject SubjectOf(Document& document, const ProgramPaths& paths) {
+  const TxyGraph& graph = document.Graph();
+  const TSeries& series = CurrentDataSet(document);
+  FitSubject subject{.model = series.Fit().Settings(),
+                     .points = series.Points().Size(),
+                     .current = graph.CurrentSeriesIndex(),
+                     .functions = paths.fit_functions};
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
+    subject.data_sets.append(ToQt(graph.Series(i).SeriesName()));
+  subject.compare = [&document](std::vector<NamedModel> models, const FitRunOptions& options) {
+    return CompareFitsOf(document, std::move(models), options);
+  };
+  return subject;
+}
+
 template <FitPage kPage>
 void EditModel(CommandContext& context) {
   Document& document = DocumentWithDataSet(context);
-  std::optional<FitRunOptions> fit_wanted;
+  std::optional<FitRequest> fit_wanted;
   {
     OpenEdit step(document, "Fit Settings");
     TSeries& series = CurrentDataSet(document);
-    FitSettingsDialog dialog(ToQt(series.SeriesName()), series.Points().Size(),
-                             series.Fit().Settings(), kPage, context.dialog_parent);
+    FitSettingsDialog dialog(SubjectOf(document, context.paths), kPage, context.dialog_parent);
     QObject::connect(&dialog, &FitSettingsDialog::changed, &dialog,
                      [&](const FitSettings& model) { TakeFitSettings(series, model); });
     RestoreSize(dialog, context.settings, kDialogSize);
@@ -60,7 +74,11 @@ void EditModel(CommandContext& context) {
     fit_wanted = dialog.FitWanted();
   }
   if (!fit_wanted) return;
-  FitAgain(document, *fit_wanted, context.prompt);
+  if (fit_wanted->beside.empty()) {
+    FitAgain(document, fit_wanted->run, context.prompt);
+  } else {
+    FitTogether(document, *fit_wanted);
+  }
   context.panels.Show(kFitResult);
 }
 

@@ -203,14 +203,7 @@ void FitFunctionPage::AddUnknownNames() {
   const std::vector<std::string> names = check_.unknown_names;
   if (const auto present = parameters_->Parameters(); present && present->empty())
     emit parametersMade();
-  for (const std::string& name : names) {
-    ParameterSettings parameter;
-    parameter.Name = name;
-    parameter.Value = 1;
-    parameter.Vary = true;
-    parameter.Description = "Parameter " + name;
-    parameters_->Add(parameter);
-  }
+  for (const std::string& name : names) parameters_->Add(MadeParameter(name));
 }
 
 }  // namespace tarnwick

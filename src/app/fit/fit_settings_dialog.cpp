@@ -4,9 +4,12 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <utility>
 
+#include "app/fit/fit_compare_page.h"
 #include "app/fit/fit_function_page.h"
 #include "app/fit/fit_options_page.h"
+#include "app/fit/fit_together_page.h"
 #include "app/fit/model_check.h"
 #include "base/error.h"
 #include "desk/widgets/text.h"
@@ -34,18 +37,21 @@ QString ReportOf(const FitSettings& settings) {
 
 }  // namespace
 
-FitSettingsDialog::FitSettingsDialog(const QString& data_set, std::size_t points,
-                                     const FitSettings& model, FitPage first, QWidget* parent)
+FitSettingsDialog::FitSettingsDialog(const FitSubject& subject, FitPage first, QWidget* parent)
     : QDialog(parent),
-      model_(model),
+      model_(subject.model),
       pages_(new QTabWidget(this)),
       function_(new FitFunctionPage(this)),
-      options_(new FitOptionsPage(this)) {
+      options_(new FitOptionsPage(this)),
+      together_(new FitTogetherPage(subject.data_sets, subject.current, this)),
+      compare_(MakeComparePage(subject)) {
   setObjectName("FitSettings");
-  setWindowTitle(tr("Curve Fitting of %1").arg(data_set));
+  setWindowTitle(tr("Curve Fitting of %1").arg(subject.data_sets.value(subject.current)));
   resize(920, 480);
   pages_->addTab(function_, tr("Function"));
   pages_->addTab(options_, tr("Settings"));
+  pages_->addTab(together_, tr("Several DataSets"));
+  pages_->addTab(compare_, tr("Compare"));
   pages_->setCurrentIndex(first == FitPage::Function ? 0 : 1);
   auto* column = new QVBoxLayout(this);
   column->addWidget(pages_, 1);
@@ -53,11 +59,33 @@ FitSettingsDialog::FitSettingsDialog(const QString& data_set, std::size_t points
   function_->Put(model_);
   options_->Put(model_);
   connect(function_, &FitFunctionPage::parametersMade, this,
-          [this, points] { StartTyped(points); });
+          [this, points = subject.points] { StartTyped(points); });
   connect(function_, &FitFunctionPage::edited, this, &FitSettingsDialog::Check);
   connect(options_, &FitOptionsPage::edited, this, &FitSettingsDialog::Check);
   Check();
   if (first == FitPage::Function) function_->FocusExpression();
+}
+
+FitComparePage* FitSettingsDialog::MakeComparePage(const FitSubject& subject) {
+  auto* page = new FitComparePage(
+      subject.functions, subject.points,
+      [this, compare = subject.compare](std::vector<NamedModel> models) {
+        return compare(std::move(models), options_->RunOptions());
+      },
+      this);
+  connect(page, &FitComparePage::modelChosen, this, [this](const FitSettings& model) {
+    FitSettings now = model_;
+    now.Expression = model.Expression;
+    now.XVarName = model.XVarName;
+    now.parameters = model.parameters;
+    now.templates = model.templates;
+    now.ProcType = model.ProcType;
+    function_->Put(now);
+    options_->Put(now);
+    pages_->setCurrentWidget(function_);
+    Check();
+  });
+  return page;
 }
 
 QWidget* FitSettingsDialog::MakeButtons() {
@@ -71,7 +99,9 @@ QWidget* FitSettingsDialog::MakeButtons() {
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(fit_, &QPushButton::clicked, this, [this] {
-    fit_wanted_ = options_->RunOptions();
+    FitRequest request{.run = options_->RunOptions()};
+    together_->Take(request);
+    fit_wanted_ = request;
     accept();
   });
   connect(list, &QPushButton::clicked, this, &FitSettingsDialog::ShowReport);
@@ -87,7 +117,10 @@ void FitSettingsDialog::Check() {
   function_->ShowCheck(check);
   ok_->setEnabled(usable);
   fit_->setEnabled(usable && !now.Expression.empty());
-  if (!usable || now == model_) return;
+  if (!usable) return;
+  together_->PutParameters(now);
+  compare_->PutModel(now);
+  if (now == model_) return;
   model_ = now;
   emit changed(model_);
 }

@@ -17,6 +17,7 @@
 #include "fit/model/fit_function_file.h"
 #include "graph/shown_series.h"
 #include "results/fitted_model.h"
+#include "results/joint_fit.h"
 
 namespace tarnwick {
 namespace {
@@ -127,6 +128,41 @@ void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt) 
   CheckHasPoints(series);
   const FitStatus status = series.Fit().Status();
   Fit(document, IsFitted(status) ? status : FitStatus::cf_FinResult, options, prompt);
+}
+
+void FitTogether(Document& document, const FitRequest& request) {
+  TxyGraph& graph = document.Graph();
+  const FitSettings model = CurrentDataSet(document).Fit().Settings();
+  std::vector<std::size_t> chosen = {static_cast<std::size_t>(graph.CurrentSeriesIndex())};
+  chosen.insert(chosen.end(), request.beside.begin(), request.beside.end());
+  OpenEdit step(document, "Fit Together");
+  for (const std::size_t index : chosen) {
+    TSeries& series = graph.Series(index);
+    if (index != chosen.front() && request.models == JointModels::OfCurrent)
+      TakeFitFunction(series, model);
+    CheckHasExpression(series);
+    CheckHasPoints(series);
+  }
+  const std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, request.run);
+  JointFit fit;
+  document.Work().Run(
+      {"Fitting Data....", Cancellable::Yes, "Processing..."},
+      [&](Progress& progress) { fit = RunJointFit(jobs, request.shared, progress); });
+  if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
+  ApplyJointFit(graph, chosen, request.shared, fit);
+  step.Finish();
+}
+
+std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<NamedModel> models,
+                                             const FitRunOptions& options) {
+  const TSeries& series = CurrentDataSet(document);
+  CheckHasPoints(series);
+  std::optional<ModelComparison> compared;
+  document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing..."},
+                      [&, data = series.State()](Progress& progress) {
+                        compared = CompareModels(data, std::move(models), options, progress);
+                      });
+  return compared;
 }
 
 void ApplyFitFunction(Document& document, const std::filesystem::path& file) {

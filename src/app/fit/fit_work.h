@@ -4,11 +4,15 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "analysis/fit_job.h"
+#include "app/fit/fit_request.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"
+#include "results/model_comparison.h"
 
 namespace tarnwick {
 
@@ -26,6 +30,15 @@ void ShowFit(Document& document, FitStatus status, Prompt& prompt);
 
 /// Fits whatever the model's state, and shows the result. Throws as ShowFit.
 void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt);
+
+/// Fits the current DataSet and those beside it as one, and shows the results. Throws Error as ShowFit, and where a parameter
+/// cannot be shared or the fit fails; everything is then as before.
+void FitTogether(Document& document, const FitRequest& request);
+
+/// Fits each of the models to the current DataSet's points, whose own model stays. Nothing when the user ends it. Throws as
+/// CompareModels, and as ShowFit.
+std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<NamedModel> models,
+                                             const FitRunOptions& options);
 
 /// Puts the function of a file in place of the model and draws it. Throws Error: "Wrong File Format!", "No DataSet
 /// Found!", or why the function cannot be compiled.

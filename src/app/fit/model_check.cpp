@@ -8,6 +8,7 @@
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/ties.h"
+#include "results/fitted_model.h"
 
 namespace tarnwick {
 namespace {
@@ -51,6 +52,24 @@ ModelCheck CheckModel(const FitSettings& model) {
   check.unknown_names = compiled.UnassignedNames();
   check.warning = SignWarning(model.Expression);
   return check;
+}
+
+ParameterSettings MadeParameter(const std::string& name) {
+  ParameterSettings parameter;
+  parameter.Name = name;
+  parameter.Value = 1;
+  parameter.Vary = true;
+  parameter.Description = "Parameter " + name;
+  return parameter;
+}
+
+FitSettings TypedModel(const std::string& formula, std::size_t points) {
+  FitSettings model;
+  model.Expression = formula;
+  for (const std::string& name : CheckModel(model).unknown_names)
+    model.parameters.push_back(MadeParameter(name));
+  StartTypedModel(model, points);
+  return model;
 }
 
 std::string FreeParameterName(const std::vector<ParameterSettings>& parameters) {

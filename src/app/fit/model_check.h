@@ -1,6 +1,7 @@
 // Whether a model being edited can be used, and what is the matter with it. Knows models; no widget.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,11 @@ struct ModelCheck {
 
 /// An empty expression is in order: the model is not written yet.
 ModelCheck CheckModel(const FitSettings& model);
+
+/// What an unknown name of an expression becomes: varied, from 1.
+ParameterSettings MadeParameter(const std::string& name);
+/// The model of a formula, with its unknown names for parameters; see StartTypedModel.
+FitSettings TypedModel(const std::string& formula, std::size_t points);
 
 /// "P1", "P2" ...: the first that no parameter has.
 std::string FreeParameterName(const std::vector<ParameterSettings>& parameters);

@@ -72,7 +72,7 @@ void RunJoint(const FitOptions& options, const InputGraph& input, Output& output
   TerminalProgress progress;
   JointFit fit = RunJointFit(jobs, options.shared, progress);
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
-  ApplyJointFit(graph, chosen, fit);
+  ApplyJointFit(graph, chosen, options.shared, fit);
   JointAnswer answer;
   for (std::size_t i = 0; i < chosen.size(); ++i) {
     const TSeries& series = graph.Series(chosen[i]);

@@ -6,6 +6,8 @@
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
@@ -302,6 +304,97 @@ TEST_F(FitDesktopTest, ATypedFormulaStartsWithNewtonAndAllPoints) {
   EXPECT_EQ(model.ProcType, FitProcType::cfp_Newton);
   EXPECT_GE(model.NPoints,
             static_cast<std::int32_t>(std::max<std::size_t>(150, Series().Points().Size())));
+}
+
+/// Two decays with one rate and heights of their own.
+std::filesystem::path TwoRuns(const std::filesystem::path& folder) {
+  std::filesystem::path file = folder / "runs.csv";
+  std::ofstream table(file);
+  table << "t,first,second\n";
+  for (int i = 0; i < 40; ++i) {
+    const double decay = std::exp(-0.1 * i), off = 0.5 * std::sin(9.0 * i);
+    table << i << ',' << 100 * decay + 5 + off << ',' << 40 * decay + 9 - off << '\n';
+  }
+  return file;
+}
+
+TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
+  Start({TwoRuns(folder_.Path())});
+  TxyGraph& graph = ActiveDocument().Graph();
+  QTimer::singleShot(0, form_.get(), [&] {
+    auto* dialog = form_->findChild<QDialog*>("FitSettings");
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("h*exp(-k*x)+b");
+    Button("Ma&ke Parameters")->click();
+    auto* data_sets = dialog->findChild<QListWidget*>("FittedTogether");
+    ASSERT_EQ(data_sets->count(), 2);
+    EXPECT_FALSE(data_sets->item(0)->flags() & Qt::ItemIsUserCheckable);
+    data_sets->item(1)->setCheckState(Qt::Checked);
+    auto* shared = dialog->findChild<QListWidget*>("SharedParameters");
+    shared->findItems("k", Qt::MatchExactly).front()->setCheckState(Qt::Checked);
+    EXPECT_EQ(
+        dialog->findChild<QLabel*>("TogetherSummary")->text(),
+        "Fit takes 2 DataSets at once. Shared by all: k; the other parameters have a value in "
+        "each.");
+    Button("&Fit")->click();
+  });
+  Run("editFunction1");
+  const TCurFit& first = graph.Series(0).Fit();
+  const TCurFit& second = graph.Series(1).Fit();
+  ASSERT_TRUE(first.Result() && second.Result());
+  const auto value = [](const TCurFit& fit, const std::string& name) {
+    const std::vector<ParameterSettings> parameters = fit.Settings().parameters;
+    return std::ranges::find(parameters, name, &ParameterSettings::Name)->Value;
+  };
+  EXPECT_NEAR(value(first, "k"), 0.1, 1e-3);
+  EXPECT_EQ(value(first, "k"), value(second, "k"));
+  EXPECT_NEAR(value(second, "h"), 40, 0.5);
+  EXPECT_EQ(second.Result()->verdict.notes.front(),
+            "Fitted at once with \"first\": k has one value in all.");
+  ActiveDocument().History().Undo();
+  EXPECT_FALSE(graph.Series(0).Fit().Result() || graph.Series(1).Fit().Result());
+  EXPECT_EQ(graph.Series(1).Fit().Expression(), "");
+  EXPECT_EQ(graph.Series(0).Fit().Expression(), "h*exp(-k*x)+b");
+}
+
+TEST_F(FitDesktopTest, FunctionsAreComparedAndTheBestIsTakenOver) {
+  Start({TwoRuns(folder_.Path())});
+  Choose("&2 Decay");
+  QTimer::singleShot(0, form_.get(), [&] {
+    auto* dialog = form_->findChild<QDialog*>("FitSettings");
+    ASSERT_NE(dialog, nullptr);
+    auto* functions = dialog->findChild<QListWidget*>("ComparedFunctions");
+    auto* compare = dialog->findChild<QPushButton*>("CompareNow");
+    auto* formula = dialog->findChild<QLineEdit*>("ComparedFormula");
+    auto* add = dialog->findChild<QPushButton*>("AddFormula");
+    auto* remarks = dialog->findChild<QLabel*>("ComparisonRemarks");
+    EXPECT_FALSE(compare->isEnabled());
+    functions->item(1)->setCheckState(Qt::Checked);
+    compare->click();
+    EXPECT_TRUE(remarks->text().contains("Wrong File Format!"));
+    functions->item(1)->setCheckState(Qt::Unchecked);
+    formula->setText("a+(b*x");
+    add->click();
+    EXPECT_TRUE(remarks->text().startsWith("Unequal brackets"));
+    formula->setText("a+b*x");
+    add->click();
+    compare->click();
+    const QTableWidget& table = *Table("ComparisonTable");
+    ASSERT_EQ(table.rowCount(), 2);
+    EXPECT_EQ(table.item(0, 0)->text(), "This function");
+    EXPECT_EQ(table.item(1, 0)->text(), "a+b*x");
+    dialog->findChild<QPushButton*>("CopyComparison")->click();
+    const QString copied = QApplication::clipboard()->text();
+    EXPECT_TRUE(copied.startsWith("function\tparameters\tAICc\tdifference\t"));
+    EXPECT_TRUE(copied.endsWith(remarks->text() + "\n"));
+    EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
+    dialog->findChild<QPushButton*>("UseCompared")->click();
+    EXPECT_NEAR(Series().Fit().Param(1).Value(), 100, 2);
+    dialog->accept();
+  });
+  Run("editFunction1");
+  EXPECT_EQ(Series().Fit().Expression(), Decay().Expression);
+  EXPECT_NEAR(Series().Fit().Param(1).Value(), 100, 2);
 }
 
 TEST(ModelCheck, SaysWhatIsTheMatter) {

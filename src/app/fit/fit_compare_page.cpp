@@ -1,0 +1,244 @@
+#include "app/fit/fit_compare_page.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "app/fit/model_check.h"
+#include "base/error.h"
+#include "desk/widgets/checked_field.h"
+#include "desk/widgets/text.h"
+#include "fit/model/fit_function_file.h"
+
+namespace tarnwick {
+namespace {
+
+QPushButton* Button(const QString& text, const QString& tip, QWidget* parent) {
+  auto* button = new QPushButton(text, parent);
+  button->setToolTip(tip);
+  button->setAutoDefault(false);
+  button->setEnabled(false);
+  return button;
+}
+
+/// What a comparison lets differ is the model alone: points and weights are those of `common`.
+void TakePoints(const FitSettings& common, FitSettings& model) {
+  model.LeftMarginUsed = common.LeftMarginUsed;
+  model.LeftMargin = common.LeftMargin;
+  model.RightMarginUsed = common.RightMarginUsed;
+  model.RightMargin = common.RightMargin;
+  model.NPoints = common.NPoints;
+  model.weighting = common.weighting;
+}
+
+}  // namespace
+
+FitComparePage::FitComparePage(const std::vector<std::filesystem::path>& functions,
+                               std::size_t points, ModelComparer compare, QWidget* parent)
+    : QWidget(parent), points_(points), compare_(std::move(compare)) {
+  auto* row = new QHBoxLayout(this);
+  row->addLayout(MakeChoice(), 2);
+  row->addLayout(MakeAnswer(), 5);
+  AddCandidate({tr("This function"), {}, {}}, Qt::Checked);
+  for (const std::filesystem::path& file : functions)
+    AddCandidate({PathText(file.stem()), file, {}}, Qt::Unchecked);
+  connect(list_, &QListWidget::itemChanged, this, &FitComparePage::FollowChoice);
+}
+
+QLayout* FitComparePage::MakeChoice() {
+  auto* label = new QLabel(tr("Functions to co&mpare:"), this);
+  list_ = new QListWidget(this);
+  list_->setObjectName("ComparedFunctions");
+  list_->setAccessibleName(tr("Functions to compare"));
+  list_->setHorizontalScrollBarPolicy(
+      Qt::ScrollBarAlwaysOff);  // names that are too long end in "…"
+  label->setBuddy(list_);
+  formula_ = new QLineEdit(this);
+  formula_->setObjectName("ComparedFormula");
+  formula_->setPlaceholderText(tr("Formula: a+b*x"));
+  formula_->setAccessibleName(tr("Another formula to compare"));
+  auto* add = Button(tr("&Add"), tr("Add the formula; its unknown names become parameters"), this);
+  add->setObjectName("AddFormula");
+  compare_now_ = Button(tr("Com&pare"), tr("Fit each of them and rank them by AICc"), this);
+  compare_now_->setObjectName("CompareNow");
+  auto* formula = new QHBoxLayout;
+  formula->addWidget(formula_, 1);
+  formula->addWidget(add);
+  auto* column = new QVBoxLayout;
+  column->addWidget(label);
+  column->addWidget(list_, 1);
+  column->addLayout(formula);
+  column->addWidget(compare_now_);
+  connect(formula_, &QLineEdit::textChanged, this, [this, add](const QString& text) {
+    MarkWrong(*formula_, {});
+    add->setEnabled(!text.trimmed().isEmpty());
+  });
+  connect(add, &QPushButton::clicked, this, &FitComparePage::AddFormula);
+  connect(compare_now_, &QPushButton::clicked, this, &FitComparePage::Compare);
+  return column;
+}
+
+QLayout* FitComparePage::MakeAnswer() {
+  table_ = new QTableWidget(0, 0, this);
+  table_->setObjectName("ComparisonTable");
+  table_->setAccessibleName(tr("Functions compared, the best first"));
+  table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  table_->setSelectionMode(QAbstractItemView::SingleSelection);
+  table_->setTabKeyNavigation(false);
+  table_->verticalHeader()->hide();
+  remarks_ = new QLabel(this);
+  remarks_->setObjectName("ComparisonRemarks");
+  remarks_->setWordWrap(true);
+  remarks_->setTextFormat(Qt::PlainText);
+  remarks_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  remarks_->setAlignment(Qt::AlignTop);
+  auto* scroll = new QScrollArea(this);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setWidget(remarks_);
+  scroll->viewport()->setAutoFillBackground(false);
+  remarks_->setAutoFillBackground(false);
+  copy_ = Button(tr("Cop&y as Table"), tr("Copy the table and what is said of it"), this);
+  copy_->setObjectName("CopyComparison");
+  use_ = Button(tr("&Use This Function"),
+                tr("Take the function chosen in the table, with the values found"), this);
+  use_->setObjectName("UseCompared");
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(copy_);
+  buttons->addWidget(use_);
+  auto* column = new QVBoxLayout;
+  column->addWidget(table_, 3);
+  column->addWidget(scroll, 2);
+  column->addLayout(buttons);
+  ShowRemarks(
+      tr("Choose two functions or more: each is fitted to the same points with the same weights, "
+         "and they are ranked by what they explain for their number of parameters."),
+      false);
+  connect(copy_, &QPushButton::clicked, this,
+          [this] { QApplication::clipboard()->setText(ToQt(ComparisonAsTable(*answer_))); });
+  connect(use_, &QPushButton::clicked, this, &FitComparePage::Use);
+  connect(table_, &QTableWidget::itemSelectionChanged, this, &FitComparePage::FollowChoice);
+  return column;
+}
+
+void FitComparePage::AddCandidate(Candidate candidate, Qt::CheckState state) {
+  auto* item = new QListWidgetItem(candidate.name);
+  item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+  item->setCheckState(state);
+  item->setToolTip(candidate.name);
+  candidates_.push_back(std::move(candidate));
+  list_->addItem(item);
+}
+
+void FitComparePage::PutModel(const FitSettings& model) {
+  candidates_.front().model = model;
+  QListWidgetItem& item = *list_->item(0);
+  const bool written = !model.Expression.empty();
+  item.setText(written ? tr("This function: %1").arg(ToQt(model.Expression)) : tr("This function"));
+  item.setToolTip(written ? item.text() : tr("No function is written yet"));
+  item.setFlags(written ? item.flags() | Qt::ItemIsEnabled : item.flags() & ~Qt::ItemIsEnabled);
+  FollowChoice();
+}
+
+void FitComparePage::AddFormula() {
+  const std::string formula = formula_->text().trimmed().toStdString();
+  const FitSettings model = TypedModel(formula, points_);
+  if (const std::string error = CheckModel(model).error; !error.empty()) {
+    MarkWrong(*formula_, ToQt(error));
+    return ShowRemarks(ToQt(error), true);
+  }
+  AddCandidate({ToQt(formula), {}, model}, Qt::Checked);
+  list_->scrollToBottom();
+  formula_->clear();
+  FollowChoice();
+}
+
+std::vector<NamedModel> FitComparePage::Chosen() const {
+  const FitSettings& present = candidates_.front().model;
+  std::vector<NamedModel> chosen;
+  for (int row = 0; row < list_->count(); ++row) {
+    const QListWidgetItem& item = *list_->item(row);
+    if (item.checkState() != Qt::Checked || !item.flags().testFlag(Qt::ItemIsEnabled)) continue;
+    const Candidate& one = candidates_[static_cast<std::size_t>(row)];
+    chosen.push_back(
+        {one.name.toStdString(), one.file.empty() ? one.model : LoadFitFunction(one.file)});
+    TakePoints(present, chosen.back().settings);
+  }
+  return chosen;
+}
+
+void FitComparePage::Compare() {
+  try {
+    std::optional<ModelComparison> answer = compare_(Chosen());
+    if (!answer) return;
+    answer_ = std::move(answer);
+    ShowAnswer();
+  } catch (const Error& error) {
+    ShowRemarks(ToQt(error.what()), true);
+  }
+}
+
+void FitComparePage::ShowAnswer() {
+  const std::vector<std::vector<std::string>> rows = ComparisonRows(*answer_);
+  QStringList headings;
+  for (const std::string& heading : rows.front()) headings.append(ToQt(heading));
+  table_->setColumnCount(static_cast<int>(headings.size()));
+  table_->setHorizontalHeaderLabels(headings);
+  table_->setRowCount(static_cast<int>(rows.size()) - 1);
+  for (int row = 0; row < table_->rowCount(); ++row) {
+    const std::vector<std::string>& texts = rows[static_cast<std::size_t>(row) + 1];
+    for (int column = 0; column < table_->columnCount(); ++column) {
+      const bool is_text = column == 0 || column + 1 == table_->columnCount();
+      auto* item = new QTableWidgetItem(ToQt(texts[static_cast<std::size_t>(column)]));
+      item->setToolTip(item->text());
+      if (!is_text) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+      table_->setItem(row, column, item);
+    }
+  }
+  table_->resizeColumnsToContents();
+  constexpr int kWidestText = 190;
+  for (const int column : {0, table_->columnCount() - 1})
+    table_->setColumnWidth(column, std::min(table_->columnWidth(column), kWidestText));
+  table_->resizeRowsToContents();
+  table_->selectRow(0);
+  QStringList remarks;
+  for (const std::string& remark : ComparisonRemarks(*answer_)) remarks.append(ToQt(remark));
+  ShowRemarks(remarks.join("\n"), false);
+  FollowChoice();
+}
+
+void FitComparePage::ShowRemarks(const QString& text, bool is_error) {
+  QPalette palette;
+  if (is_error) palette.setColor(QPalette::WindowText, WrongTextColor());
+  remarks_->setPalette(palette);
+  remarks_->setText(text);
+}
+
+void FitComparePage::FollowChoice() {
+  int chosen = 0;
+  for (int row = 0; row < list_->count(); ++row) {
+    const QListWidgetItem& item = *list_->item(row);
+    chosen += item.checkState() == Qt::Checked && item.flags().testFlag(Qt::ItemIsEnabled);
+  }
+  compare_now_->setEnabled(chosen > 1);
+  copy_->setEnabled(answer_.has_value());
+  use_->setEnabled(answer_.has_value() && table_->selectionModel()->hasSelection());
+}
+
+void FitComparePage::Use() {
+  const auto row = static_cast<std::size_t>(table_->currentRow());
+  emit modelChosen(answer_->models[answer_->comparison.ranks.at(row).number].settings);
+}
+
+}  // namespace tarnwick
