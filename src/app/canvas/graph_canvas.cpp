@@ -256,6 +256,13 @@ void GraphCanvas::mousePressEvent(QMouseEvent* event) {
   AtTheEdge([&] { mode_->MousePress(*this, shifted); });
 }
 
+void GraphCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
+  const int clicks = document_.LastClick().count;
+  mousePressEvent(event);
+  const Document::Click& click = document_.LastClick();
+  if (click.count > clicks && click.part != GraphPart()) emit editWanted();
+}
+
 void GraphCanvas::mouseMoveEvent(QMouseEvent* event) {
   QMouseEvent shifted = Shifted(*event);
   AtTheEdge([&] { mode_->MouseMove(*this, shifted); });

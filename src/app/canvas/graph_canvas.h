@@ -71,6 +71,8 @@ class GraphCanvas final : public QWidget, public ModeHost {
   void readOutChanged(const QString& text);
   /// The mouse button was let go: what hangs on the graph's state may be other now.
   void mouseReleased();
+  /// The part of the picture that was clicked last is wanted to be changed.
+  void editWanted();
   /// What mouse and keys mean is another thing now.
   void modeChanged();
 
@@ -81,6 +83,7 @@ class GraphCanvas final : public QWidget, public ModeHost {
   void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;

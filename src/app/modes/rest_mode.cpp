@@ -9,6 +9,7 @@
 #include "app/canvas/canvas_points.h"
 #include "app/canvas/graph_canvas.h"
 #include "app/canvas/overlay.h"
+#include "app/canvas/part_at.h"
 #include "app/modes/child_frame_mode.h"
 #include "app/modes/move_object_mode.h"
 #include "app/modes/pan_mode.h"
@@ -67,10 +68,12 @@ void RestMode::PressOnPicture(GraphCanvas& canvas, const QMouseEvent& event) {
   const QPointF place = event.position();
   const bool moves = event.modifiers() & Qt::ControlModifier;
   const std::optional<PictureObject> object = ObjectAt(canvas.Layout(), place);
+  Document& document = canvas.GetDocument();
+  if (!moves) document.TakeClick(PartAt(document.Graph(), canvas.Layout(), place));
   if (object && moves) {
     canvas.SetMode(std::make_unique<MoveObjectMode>(canvas, *object, place));
   } else if (object && object->IsOfMark()) {
-    SetCurrentMark(canvas.GetDocument().Graph(), object->id);
+    SetCurrentMark(document.Graph(), object->id);
   } else if (IsInPlot(canvas, place) && !moves) {
     if (!object) canvas.Pick(PointUnder(canvas, place));
   } else if (auto frame_mode = ChildFrameMode::At(canvas, event)) {

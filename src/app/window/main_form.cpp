@@ -1,5 +1,6 @@
 #include "app/window/main_form.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
@@ -199,7 +200,7 @@ TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file) {
   const std::filesystem::path folder = active ? active->GetDocument().Files().DataFolder() : "";
   const FileKind& kind = KindToRead(file);
   StartFiles files;
-  files.default_template = parts_.paths.default_template;
+  files.default_template = TemplateOfNewGraphs(parts_.paths);
   if (kind.holds == FileHolds::Graph || kind.holds == FileHolds::Template) {
     files.graph_or_template = file;
   } else {
@@ -209,7 +210,7 @@ TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file) {
   if (!document->Files().Begin(files)) return nullptr;
   if (file.empty()) {
     if (!folder.empty()) document->Files().SetDataFolder(folder);
-  } else if (file != parts_.paths.default_template && kind.remembered != Remembered::Never) {
+  } else if (file != files.default_template && kind.remembered != Remembered::Never) {
     recent_.Add(file);
   }
   return ShowGraphWindow(std::move(document));
@@ -232,6 +233,9 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
           [this](const QString& text) { read_out_->ShowText(text); });
   connect(&window->Canvas(), &GraphCanvas::mouseReleased, this, view_changed);
   connect(&window->Canvas(), &GraphCanvas::modeChanged, this, view_changed);
+  connect(&window->Canvas(), &GraphCanvas::editWanted, this, [this] {
+    if (QAction* edit = actions_->ActionOf("EditGraph1")) edit->trigger();
+  });
   connect(&window->Canvas(), &GraphCanvas::customContextMenuRequested, this,
           [this, window](QPoint place) { ShowPopup(*window, place); });
   if (keeper_) keeper_->Follow(window->GetDocument());

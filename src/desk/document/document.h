@@ -13,6 +13,7 @@
 #include "desk/document/edit_history.h"
 #include "desk/document/zoom_stack.h"
 #include "desk/work/long_work.h"
+#include "graph/graph_part.h"
 #include "graph/xy_graph.h"
 #include "results/regression_failures.h"
 
@@ -37,6 +38,14 @@ class Document final : public QObject {
   std::optional<std::size_t> SelectedChild() const;
   /// Nothing: the whole graph. Ignored when there is no such inserted graph.
   void SelectChild(std::optional<std::size_t> child);
+
+  /// What of the picture was clicked last. Whoever shows the picture says when.
+  struct Click {
+    GraphPart part;
+    int count = 0;
+  };
+  const Click& LastClick() const { return click_; }
+  void TakeClick(const GraphPart& part) { click_ = {part, click_.count + 1}; }
 
   // What changes the graph for good is a step: the state before and after, to be undone and redone without limit. Zooming
   // is no step, and neither is choosing a current DataSet or mark.
@@ -80,6 +89,7 @@ class Document final : public QObject {
   Prompt& prompt_;
   TxyGraph graph_;
   std::optional<std::size_t> selected_child_;
+  Click click_;
   ZoomStacks zooms_;
   LookOrigin look_;
   EditHistory history_{graph_, look_};

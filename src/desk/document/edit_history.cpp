@@ -17,10 +17,17 @@ class EditStep final : public QUndoCommand {
       : QUndoCommand(QString::fromStdString(name)),
         history_(history),
         merging_(merging),
+        run_(history.run_),
+        number_(++history.made_),
         before_(std::move(before)),
         after_(std::move(after)) {}
 
-  void undo() override { history_.GoTo(*before_, *before_, *after_); }
+  std::int64_t Number() const { return number_; }
+
+  void undo() override {
+    history_.GoTo(*before_, *before_, *after_);
+    setObsolete(history_.dropping_);
+  }
   void redo() override {
     // The stack begins with doing what is done already.
     if (std::exchange(done_, true)) history_.GoTo(*after_, *before_, *after_);
@@ -31,8 +38,9 @@ class EditStep final : public QUndoCommand {
     return merging_ == Merging::WithLikeStep ? kMergeable : -1;
   }
   bool mergeWith(const QUndoCommand* next) override {
-    if (next->text() != text()) return false;
-    after_ = static_cast<const EditStep*>(next)->after_;
+    const auto* step = static_cast<const EditStep*>(next);
+    if (step->text() != text() || step->run_ != run_) return false;
+    after_ = step->after_;
     setObsolete(SameState(before_->graph, after_->graph));
     return true;
   }
@@ -40,6 +48,8 @@ class EditStep final : public QUndoCommand {
  private:
   EditHistory& history_;
   Merging merging_;
+  int run_;
+  std::int64_t number_;
   StatePointer before_;
   StatePointer after_;
   bool done_ = false;
@@ -96,6 +106,17 @@ void EditHistory::Redo() {
   emit aboutToMove();
   stack_.redo();
   emit moved();
+}
+
+std::int64_t EditHistory::LastStep() const {
+  if (!CanUndo()) return 0;
+  return static_cast<const EditStep*>(stack_.command(stack_.index() - 1))->Number();
+}
+
+void EditHistory::DropLast() {
+  dropping_ = true;
+  Undo();
+  dropping_ = false;
 }
 
 void EditHistory::Clear() {

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QSizeF>
 #include <QUndoStack>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -57,6 +58,13 @@ class EditHistory final : public QObject {
   std::string UndoName() const { return stack_.undoText().toStdString(); }
   std::string RedoName() const { return stack_.redoText().toStdString(); }
 
+  /// The step that would be undone, by a number of its own; 0 for none. Steps taken for one keep it.
+  std::int64_t LastStep() const;
+  /// The next step is one of its own, even a like one.
+  void EndStep() { ++run_; }
+  /// Undoes the last step for good: it cannot be redone.
+  void DropLast();
+
   /// Forgets every step.
   void Clear();
   /// Whether the present state is another than the one that was called unchanged last: undone back to what was saved, a
@@ -80,6 +88,9 @@ class EditHistory final : public QObject {
   QUndoStack stack_;
   std::shared_ptr<const EditState> last_;
   int open_ = 0;
+  int run_ = 0;            // like steps are one within a run of them
+  std::int64_t made_ = 0;  // steps so far
+  bool dropping_ = false;
 };
 
 }  // namespace tarnwick

@@ -21,7 +21,7 @@ std::filesystem::path UserFolder() {
 }
 
 std::filesystem::path FindTemplate(const std::filesystem::path& program) {
-  for (const auto& folder : {program, program / "../share/tarnwick", UserFolder()}) {
+  for (const auto& folder : {program, program / "../share/tarnwick"}) {
     if (IsFile(folder / kDefaultTemplateName)) return folder / kDefaultTemplateName;
   }
   return {};
@@ -49,10 +49,16 @@ std::vector<std::filesystem::path> FunctionsIn(const std::filesystem::path& fold
 
 }  // namespace
 
+std::filesystem::path TemplateOfNewGraphs(const ProgramPaths& paths) {
+  return IsFile(paths.own_template) ? paths.own_template : paths.default_template;
+}
+
 ProgramPaths FindProgramPaths() {
   const std::filesystem::path program = ToPath(QCoreApplication::applicationDirPath());
   ProgramPaths paths;
   paths.default_template = FindTemplate(program);
+  paths.own_template = UserFolder() / kDefaultTemplateName;
+  paths.libraries = {program, program / "../lib/tarnwick"};
   // Installed: share/tarnwick; from a build: the source tree around build/PRESET/bin.
   for (const char* folder : {"../share/tarnwick/examples", "../../../examples"}) {
     paths.examples = FilesIn(program / folder);
