@@ -1,0 +1,39 @@
+// A page of controls made from rows of fields: a box for each group, in the order in which groups and rows come. Knows rows and
+// controls, not what they belong to.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "desk/fields/field_row.h"
+
+class QFormLayout;
+
+namespace tarnwick {
+
+class FieldWidget;
+
+class FieldForm final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Those that are hidden have no control.
+  explicit FieldForm(const std::vector<FieldRow>& rows, QWidget* parent = nullptr);
+
+  std::size_t Size() const { return fields_.size(); }
+  /// The control of a row by its place among them; null for a hidden one.
+  FieldWidget* Field(std::size_t row) const { return fields_[row]; }
+
+ signals:
+  void edited(std::size_t row);
+
+ private:
+  QFormLayout* BoxOf(std::string_view group);
+  void AddRow(const FieldRow& row, const QString& caption);
+
+  std::vector<FieldWidget*> fields_;
+  std::vector<std::pair<std::string_view, QFormLayout*>> boxes_;
+};
+
+}  // namespace tarnwick

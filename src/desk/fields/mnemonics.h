@@ -1,0 +1,18 @@
+// Letters that reach a control together with Alt, given out over one page. Knows captions.
+#pragma once
+
+#include <QString>
+
+namespace tarnwick {
+
+class Mnemonics {
+ public:
+  /// The caption with the first of its letters marked that neither another caption of the page nor the menu bar has; as it
+  /// is, with "&" made plain, where none is free.
+  QString Mark(const QString& caption);
+
+ private:
+  QString taken_ = QStringLiteral("fewvdmiyh");  // of the menu bar
+};
+
+}  // namespace tarnwick
