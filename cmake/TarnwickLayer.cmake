@@ -72,3 +72,15 @@ function(tarnwick_module module)
     target_link_libraries(${module} PRIVATE tarnwick_compiler Eigen3::Eigen tarnwick_highway ${module_LINK})
     set_target_properties(${module} PROPERTIES PREFIX "" AUTOMOC ON AUTOGEN_ORIGIN_DEPENDS OFF)
 endfunction()
+
+# tarnwick_editor(<library> <folder>)
+#
+# The editor made of the folder's sources, beside the programs and installed where they look for it.
+function(tarnwick_editor library folder)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+    tarnwick_module(${library} SOURCES ${sources} LINK Qt6::Widgets)
+    tarnwick_precompile(${library} widgets)
+    set_target_properties(${library} PROPERTIES LIBRARY_OUTPUT_DIRECTORY "${TARNWICK_BIN_DIR}")
+    install(TARGETS ${library} LIBRARY DESTINATION lib/tarnwick)
+    set_property(GLOBAL APPEND PROPERTY TARNWICK_EDITORS ${library})
+endfunction()

@@ -1,0 +1,459 @@
+#include "editors/graph/graph_editor.h"
+
+#include <QDockWidget>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "base/prompt.h"
+#include "desk/commands/command_actions.h"
+#include "desk/document/document_io.h"
+#include "desk/fields/field_form.h"
+#include "desk/fields/field_widget.h"
+#include "desk/settings/program_paths.h"
+#include "desk/widgets/text.h"
+#include "editors/graph/item_list.h"
+#include "editors/graph/judge.h"
+#include "graph/edit/series_edit.h"
+
+namespace tarnwick {
+namespace {
+
+using Kind = GraphPart::Kind;
+
+constexpr int kTreeMargin = 28;  // pixels beside the longest caption
+constexpr int kFormWidth = 290;
+
+bool HasItems(const Page& page) {
+  return page.part.kind == Kind::DataSet || page.part.kind == Kind::Mark;
+}
+
+std::vector<ListedItem> ItemsOf(const TxyGraph& graph, Kind kind) {
+  std::vector<ListedItem> items;
+  if (kind == Kind::Mark) {
+    for (const Mark& mark : graph.Marks().All()) {
+      items.push_back({mark.id, mark.caption, mark.color});
+    }
+    return items;
+  }
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    items.push_back({static_cast<std::int32_t>(i), series.SeriesName(), series.Style().line_color});
+  }
+  return items;
+}
+
+bool IsThere(const TxyGraph& graph, Kind kind, std::int32_t id) {
+  if (kind == Kind::Mark) return graph.Marks().FindMark(id) != nullptr;
+  return kind != Kind::DataSet || static_cast<std::size_t>(id) < graph.SeriesCount();
+}
+
+/// The value that all of them have; nothing when they differ.
+std::optional<FieldValue> CommonValue(const TxyGraph& graph, const PageField& field,
+                                      const std::vector<std::int32_t>& ids) {
+  const Section& section = SectionOf(field.section);
+  std::optional<FieldValue> common;
+  for (const std::int32_t id : ids) {
+    const FieldValue value = section.get(graph, id, field.row);
+    if (common && !SameValue(*common, value)) return std::nullopt;
+    common = value;
+  }
+  return common;
+}
+
+}  // namespace
+
+GraphEditor::GraphEditor(const PanelParts& parts, QWidget* parent)
+    : QWidget(parent), parts_(parts) {
+  setObjectName("GraphEditorPages");
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(6, 6, 6, 6);
+  auto* line = new QHBoxLayout;
+  line->addWidget(MakeTree());
+  right_ = new QWidget(this);
+  column_ = new QVBoxLayout(right_);
+  column_->setContentsMargins(0, 0, 0, 0);
+  scroll_ = new QScrollArea(right_);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setWidgetResizable(true);
+  scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll_->setMinimumWidth(kFormWidth);
+  column_->addWidget(scroll_, 1);
+  line->addWidget(right_, 1);
+  rows->addLayout(line, 1);
+  rows->addWidget(MakeButtons());
+  ShowPage(0);
+}
+
+GraphEditor::~GraphEditor() = default;
+
+QWidget* GraphEditor::MakeTree() {
+  tree_ = new QTreeWidget(this);
+  tree_->setObjectName("Pages");
+  tree_->setAccessibleName(tr("Pages"));
+  tree_->setHeaderHidden(true);
+  tree_->setRootIsDecorated(false);
+  tree_->setItemsExpandable(false);
+  tree_->setIndentation(tree_->indentation() * 3 / 4);
+  tree_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  QTreeWidgetItem* above = nullptr;
+  for (const Page& page : Pages()) {
+    const QStringList caption(ToQt(page.caption));
+    auto* item =
+        page.below ? new QTreeWidgetItem(above, caption) : new QTreeWidgetItem(tree_, caption);
+    item->setData(0, Qt::UserRole, static_cast<int>(&page - Pages().data()));
+    if (!page.below) above = item;
+  }
+  tree_->expandAll();
+  tree_->resizeColumnToContents(0);
+  tree_->setFixedWidth(tree_->columnWidth(0) + kTreeMargin);
+  connect(tree_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
+    if (item) ShowPage(static_cast<std::size_t>(item->data(0, Qt::UserRole).toInt()));
+  });
+  return tree_;
+}
+
+QWidget* GraphEditor::MakeButtons() {
+  auto* bar = new QWidget(this);
+  auto* line = new QHBoxLayout(bar);
+  line->setContentsMargins(0, 0, 0, 0);
+  auto* standard = new QPushButton(tr("Use for New Graphs"), bar);
+  standard->setObjectName("UseForNewGraphs");
+  standard->setToolTip(
+      tr("Every new graph begins with this look: colors, fonts, axes, margins "
+         "and legend, without DataSets and marks"));
+  keep_ = new QPushButton(tr("OK"), bar);
+  keep_->setObjectName("Keep");
+  keep_->setToolTip(tr("Keep the changes as one step and close the editor"));
+  cancel_ = new QPushButton(tr("Cancel"), bar);
+  cancel_->setObjectName("TakeBack");
+  cancel_->setToolTip(tr("Take back what was changed on this page and close the editor (Esc)"));
+  connect(standard, &QPushButton::clicked, this, &GraphEditor::UseForNewGraphs);
+  connect(keep_, &QPushButton::clicked, this, &GraphEditor::Keep);
+  connect(cancel_, &QPushButton::clicked, this, &GraphEditor::TakeBack);
+  line->addWidget(standard);
+  line->addStretch();
+  line->addWidget(keep_);
+  line->addWidget(cancel_);
+  return bar;
+}
+
+void GraphEditor::Do(const std::function<void(CommandContext&)>& work) {
+  parts_.actions.RunAsCommand([&](CommandContext& context) {
+    try {
+      work(context);
+    } catch (const std::exception& error) {
+      context.prompt.Tell(error.what());
+    }
+  });
+}
+
+// ---- pages
+
+void GraphEditor::ShowPage(std::size_t page) {
+  EndStep();
+  page_ = page;
+  BuildPage();
+  const QSignalBlocker blocker(tree_);
+  for (QTreeWidgetItemIterator item(tree_); *item; ++item) {
+    if ((*item)->data(0, Qt::UserRole).toInt() == static_cast<int>(page)) {
+      tree_->setCurrentItem(*item);
+    }
+  }
+  Refresh();
+}
+
+void GraphEditor::BuildPage() {
+  const std::vector<std::int32_t> chosen = items_ ? items_->Chosen() : std::vector<std::int32_t>();
+  delete std::exchange(items_, nullptr);
+  delete std::exchange(copy_look_, nullptr);
+  if (HasItems(ShownPage())) items_ = MakeItems();
+  fields_ = FieldsOf(ShownPage());
+  std::vector<FieldRow> rows;
+  for (const PageField& field : fields_) rows.push_back(SectionOf(field.section).rows[field.row]);
+  form_ = new FieldForm(rows);
+  scroll_->setWidget(form_);  // takes the old one's place, and deletes it
+  connect(form_, &FieldForm::edited, this, &GraphEditor::TakeField);
+  if (!items_ || !document_) return;
+  RefreshItems();
+  items_->Choose(chosen);
+  if (!items_->Chosen().empty()) return;
+  items_->Choose({ShownPage().part.kind == Kind::Mark ? Graph().Marks().CurrentId()
+                                                      : Graph().CurrentSeriesIndex()});
+}
+
+ItemList* GraphEditor::MakeItems() {
+  const bool marks = ShownPage().part.kind == Kind::Mark;
+  auto* items = new ItemList(marks ? tr("Marks") : tr("DataSets"),
+                             marks ? ItemList::Order::Fixed : ItemList::Order::ByDragging, right_);
+  column_->insertWidget(0, items);
+  connect(items, &ItemList::chosenChanged, this, [this] {
+    EndStep();
+    Refresh();
+  });
+  connect(items, &ItemList::reordered, this, &GraphEditor::Reorder);
+  if (marks) return items;
+  copy_look_ = new QToolButton(right_);
+  copy_look_->setObjectName("CopyLook");
+  copy_look_->setText(tr("Copy Look To"));
+  copy_look_->setToolTip(tr("Give lines, symbols and colors of the DataSet to others"));
+  copy_look_->setPopupMode(QToolButton::InstantPopup);
+  copy_look_->setFocusPolicy(Qt::StrongFocus);
+  auto* menu = new QMenu(copy_look_);
+  copy_look_->setMenu(menu);
+  connect(menu, &QMenu::aboutToShow, this, [this, menu] { FillCopyMenu(*menu); });
+  column_->insertWidget(1, copy_look_);
+  return items;
+}
+
+void GraphEditor::GoTo(const GraphPart& part) {
+  const bool is_shown =
+      ShownPage().part.kind == part.kind && (part.kind != Kind::Axis || ShownPage().part == part);
+  if (!is_shown) ShowPage(PageOf(part));
+  if (!items_ || items_->Chosen() == std::vector{part.id}) return;
+  EndStep();
+  RefreshItems();
+  items_->Choose({part.id});
+  Refresh();
+}
+
+void GraphEditor::FollowClick() {
+  const Document::Click& click = document_->LastClick();
+  if (std::exchange(clicks_, click.count) == click.count) return;
+  if (click.part.kind != Kind::Graph && IsThere(Graph(), click.part.kind, click.part.id)) {
+    GoTo(click.part);
+  }
+}
+
+std::vector<std::int32_t> GraphEditor::Targets() const {
+  if (items_) return items_->Chosen();
+  return {ShownPage().part.kind == Kind::Axis ? ShownPage().part.id : 0};
+}
+
+// ---- following the graph
+
+void GraphEditor::Follow(Document* document) {
+  if (document_ != document) {
+    EndStep();
+    document_ = document;
+    graph_ = nullptr;
+    clicks_ = 0;
+  }
+  if (!isVisible()) return;
+  if (document_ && graph_ != &Graph()) {
+    EndStep();
+    graph_ = &Graph();
+    BuildPage();
+  }
+  if (document_) FollowClick();
+  Refresh();
+}
+
+void GraphEditor::Refresh() {
+  if (std::exchange(refreshing_, true)) return;
+  const bool usable = document_ && !(items_ && (RefreshItems(), items_->Chosen().empty()));
+  form_->setEnabled(usable);
+  if (copy_look_) {
+    copy_look_->setEnabled(usable && items_->Chosen().size() == 1 && Graph().SeriesCount() > 1);
+  }
+  if (usable) {
+    const std::vector<std::int32_t> ids = Targets();
+    for (std::size_t place = 0; place < fields_.size(); ++place) RefreshField(place, ids);
+  }
+  refreshing_ = false;
+}
+
+void GraphEditor::RefreshItems() {
+  if (items_) items_->ShowItems(ItemsOf(Graph(), ShownPage().part.kind));
+}
+
+void GraphEditor::RefreshField(std::size_t place, const std::vector<std::int32_t>& ids) {
+  FieldWidget* widget = form_->Field(place);
+  if (!widget) return;
+  const PageField& field = fields_[place];
+  widget->Show(CommonValue(Graph(), field, ids), Around());
+  // Useful as soon as one of several has a use for it.
+  std::string idle;
+  for (const std::int32_t id : ids) {
+    idle = IdleReason(Graph(), field, id);
+    if (idle.empty()) break;
+  }
+  widget->SetIdle(ToQt(idle));
+}
+
+FieldSurroundings GraphEditor::Around() const {
+  FieldSurroundings around;
+  for (std::size_t i = 0; i < Graph().SeriesCount(); ++i) {
+    around.data_sets.push_back(Graph().Series(i).SeriesName());
+  }
+  around.moments = ShownPage().part.kind == Kind::Axis &&
+                   Graph().Axis(static_cast<AxisId>(ShownPage().part.id)).ShowAsTime();
+  return around;
+}
+
+// ---- changing it
+
+void GraphEditor::TakeField(std::size_t place) {
+  if (!document_) return;
+  Do([&](CommandContext&) {
+    if (!TryField(place)) return;
+    // What another value stood in the way of may be possible now.
+    for (std::size_t other = 0; other < fields_.size(); ++other) {
+      const FieldWidget* widget = form_->Field(other);
+      if (other != place && widget && widget->IsRefused() && widget->Typed()) TryField(other);
+    }
+  });
+}
+
+bool GraphEditor::TryField(std::size_t place) {
+  const PageField& field = fields_[place];
+  FieldWidget& widget = *form_->Field(place);
+  const FieldValue value = *widget.Typed();
+  const std::vector<std::int32_t> ids = Targets();
+  const FieldRemark remark = JudgeTyped(field, ids, value);
+  if (remark.Refuses()) {
+    widget.ShowRemark(remark);
+    return false;
+  }
+  widget.ShowRemark({});
+  if (!live_) live_ = std::make_unique<LiveEdit>(*document_, std::string(ShownPage().step));
+  const Section& section = SectionOf(field.section);
+  live_->Change([&](TxyGraph& graph) {
+    for (const std::int32_t id : ids) section.set(graph, id, field.row, value);
+  });
+  const std::optional<FieldValue> taken = CommonValue(Graph(), field, ids);
+  const bool is_taken = taken && SameValue(*taken, value);
+  widget.ShowRemark(is_taken ? remark
+                             : FieldRemark::Refused("The graph does not take this value now."));
+  return is_taken;
+}
+
+FieldRemark GraphEditor::JudgeTyped(const PageField& field, const std::vector<std::int32_t>& ids,
+                                    const FieldValue& value) const {
+  FieldRemark said;
+  for (const std::int32_t id : ids) {
+    FieldRemark remark = Judge(Graph(), field, id, value);
+    if (remark.kind > said.kind) said = std::move(remark);
+  }
+  return said;
+}
+
+void GraphEditor::Reorder(const std::vector<std::int32_t>& ids) {
+  if (!document_ || ids.size() != Graph().SeriesCount()) return;
+  const std::vector<std::int32_t> chosen = items_->Chosen();
+  Do([&](CommandContext&) {
+    EndStep();
+    const std::vector<std::size_t> order(ids.begin(), ids.end());
+    document_->Edit("Order DataSets", [&](TxyGraph& graph) { ReorderSeries(graph, order); });
+    std::vector<std::int32_t> moved;
+    for (const std::int32_t id : chosen) {
+      moved.push_back(static_cast<std::int32_t>(std::ranges::find(ids, id) - ids.begin()));
+    }
+    RefreshItems();
+    items_->Choose(moved);
+    Refresh();
+  });
+}
+
+void GraphEditor::FillCopyMenu(QMenu& menu) {
+  menu.clear();
+  const std::int32_t from = items_->Chosen().front();
+  std::vector<std::int32_t> others;
+  for (const ListedItem& item : ItemsOf(Graph(), Kind::DataSet)) {
+    if (item.id != from) others.push_back(item.id);
+  }
+  connect(menu.addAction(tr("&All Others")), &QAction::triggered, this,
+          [this, others] { CopyLook(others); });
+  menu.addSeparator();
+  for (const std::int32_t id : others) {
+    const std::string& name = Graph().Series(static_cast<std::size_t>(id)).SeriesName();
+    connect(menu.addAction(ToQt(name).replace("&", "&&")), &QAction::triggered, this,
+            [this, id] { CopyLook({id}); });
+  }
+}
+
+void GraphEditor::CopyLook(const std::vector<std::int32_t>& to) {
+  const SeriesStyle from =
+      Graph().Series(static_cast<std::size_t>(items_->Chosen().front())).Style();
+  Do([&](CommandContext&) {
+    EndStep();
+    document_->Edit("Copy Look", [&](TxyGraph& graph) {
+      for (const std::int32_t id : to) {
+        TSeries& series = graph.Series(static_cast<std::size_t>(id));
+        series.SetStyle(WithLookOf(series.Style(), from));
+      }
+    });
+  });
+}
+
+void GraphEditor::UseForNewGraphs() {
+  if (!document_) return;
+  Do([&](CommandContext& context) {
+    const std::filesystem::path& file = context.paths.own_template;
+    GraphState look = Graph().State();
+    look.series.clear();
+    look.marks = {};
+    look.children.clear();
+    std::filesystem::create_directories(file.parent_path());
+    WriteByKind(look, file);
+    context.prompt.Tell("New graphs begin with this look from now on. It is kept in " +
+                        file.string() + "; without that file they begin as before.");
+  });
+}
+
+// ---- steps
+
+void GraphEditor::EndStep() {
+  live_.reset();
+}
+
+void GraphEditor::Keep() {
+  EndStep();
+  CloseDock();
+}
+
+void GraphEditor::TakeBack() {
+  Do([&](CommandContext&) {
+    if (live_ && document_) live_->TakeBack();
+    EndStep();
+  });
+  BuildPage();
+  Refresh();
+  CloseDock();
+}
+
+void GraphEditor::CloseDock() {
+  for (QWidget* widget = parentWidget(); widget; widget = widget->parentWidget()) {
+    if (auto* dock = qobject_cast<QDockWidget*>(widget)) return void(dock->close());
+  }
+}
+
+bool GraphEditor::event(QEvent* event) {
+  // Esc is a command of the window, too, which closes the graph.
+  const bool key = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+  if (!key || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape) return QWidget::event(event);
+  if (event->type() == QEvent::KeyPress) TakeBack();
+  event->accept();
+  return true;
+}
+
+void GraphEditor::showEvent(QShowEvent*) {
+  // Queued changes are told when it is seen.
+  Follow(document_);
+}
+
+void GraphEditor::hideEvent(QHideEvent* event) {
+  if (!event->spontaneous()) EndStep();
+}
+
+}  // namespace tarnwick
