@@ -77,7 +77,8 @@ std::string DerivedErrorsText(const TSeries& source, DerivedKind kind, const TSe
     text = "The errors of Y" + named + " go on as those of values independent of each other";
     const std::vector<double> known = NumbersAlong(derived.Points(), derived.Errors().y_values);
     const auto without = std::ranges::count_if(known, &IsUndefined);
-    if (without > 0) text += "; " + Counted(without, "point") + " without, as one that goes into them has none";
+    if (without > 0)
+      text += "; " + Counted(without, "point") + " without, as one that goes into them has none";
     text += '.';
   } else if (HasYErrors(errors)) {
     text = "The errors of Y" + named + " are left out: " +

@@ -11,6 +11,18 @@
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr int kWidestLabel = 150;  // pixels beside a control; a longer one stands above it
+
+void AddBeside(QFormLayout& form, QLabel& label, FieldWidget& field) {
+  if (label.sizeHint().width() <= kWidestLabel) return form.addRow(&label, &field);
+  label.setWordWrap(true);
+  form.addRow(&label);
+  form.addRow(&field);
+}
+
+}  // namespace
 
 FieldForm::FieldForm(const std::vector<FieldRow>& rows, QWidget* parent) : QWidget(parent) {
   (new QVBoxLayout(this))->setContentsMargins(0, 0, 0, 0);
@@ -24,7 +36,6 @@ QFormLayout* FieldForm::BoxOf(std::string_view group) {
   if (found != boxes_.end()) return found->second;
   auto* box = new QGroupBox(ToQt(group), this);
   auto* form = new QFormLayout(box);
-  form->setRowWrapPolicy(QFormLayout::WrapLongRows);
   form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
   layout()->addWidget(box);
   boxes_.emplace_back(group, form);
@@ -42,7 +53,7 @@ void FieldForm::AddRow(const FieldRow& row, const QString& caption) {
     } else {
       auto* label = new QLabel(caption, form->parentWidget());
       label->setBuddy(field->Control());
-      form->addRow(label, field);
+      AddBeside(*form, *label, *field);
     }
     connect(field, &FieldWidget::edited, this,
             [this, place = fields_.size()] { emit edited(place); });

@@ -202,10 +202,10 @@ ItemList* GraphEditor::MakeItems() {
     Refresh();
   });
   connect(items, &ItemList::reordered, this, &GraphEditor::Reorder);
-  if (marks) return items;
+  if (page_ != PageOf({Kind::DataSet})) return items;
   copy_look_ = new QToolButton(right_);
   copy_look_->setObjectName("CopyLook");
-  copy_look_->setText(tr("Copy Look To"));
+  copy_look_->setText(tr("Copy Look To") + "   ");
   copy_look_->setToolTip(tr("Give lines, symbols and colors of the DataSet to others"));
   copy_look_->setPopupMode(QToolButton::InstantPopup);
   copy_look_->setFocusPolicy(Qt::StrongFocus);

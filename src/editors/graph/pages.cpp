@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tarnwick {
 namespace {
@@ -59,6 +60,18 @@ constexpr std::array kPages = {
     Page{"Page and Print", "Edit Page", kWhole, kPrintPage},
 };
 
+/// Rows that one looks for before the others of their group.
+constexpr std::array kFirst = {
+    std::pair{S::Axis, 7},  // the minimum, stored behind the maximum
+    std::pair{S::Axis, 5},  // what a scale is, before its ticks
+    std::pair{S::Axis, 10}, std::pair{S::Axis, 13}, std::pair{S::Appearance, 19},
+};
+
+bool StandsFirst(const PageField& field) {
+  const std::pair of_field{field.section, SectionOf(field.section).rows[field.row].number};
+  return std::ranges::find(kFirst, of_field) != kFirst.end();
+}
+
 bool IsAbout(const Page& page, const GraphPart& part) {
   if (page.part.kind != part.kind) return false;
   return part.kind != Kind::Axis || page.part == part;
@@ -75,9 +88,11 @@ std::vector<PageField> FieldsOf(const Page& page) {
   for (const PageGroups& groups : page.content) {
     const std::vector<FieldRow>& rows = SectionOf(groups.section).rows;
     for (const std::string_view group : groups.groups) {
+      const auto begin = static_cast<std::ptrdiff_t>(fields.size());
       for (std::size_t row = 0; row < rows.size(); ++row) {
         if (rows[row].look.group == group) fields.push_back({groups.section, row});
       }
+      std::stable_partition(fields.begin() + begin, fields.end(), StandsFirst);
     }
   }
   return fields;

@@ -73,7 +73,8 @@ TEST_F(DesktopTest, ThePopupMenuHoldsTheGraphsContentsThenItsCommands) {
   EXPECT_EQ(shown.join("|").toStdString(),
             "*&1 Auslenkung [°]|&2 R&&D|-- |-- Marks|*&1 Peak|-- |"
             "-- Inserted Graphs|&1 Inserted Graph 1|-- |Zoom &Window|&All Axes|&Undo Zoom|-- |"
-            "Delete &Bad Point|&Move Data Point|&Insert Data Point|-- |Show &Legend|Hide &Marks");
+            "Delete &Bad Point|&Move Data Point|&Insert Data Point|-- |&Edit Graph|Show "
+            "&Legend|Hide &Marks");
   popup.actions()[1]->trigger();
   EXPECT_EQ(graph.CurrentSeriesIndex(), 1);
 }
