@@ -26,6 +26,7 @@ const std::vector<Layer>& Layers() {
       {"desk", kEngine, Qt::Widgets},
       {"app", kEngineAndDesk, Qt::Widgets},
       {"editors", kEngineAndDesk, Qt::Widgets},
+      {"help", kEngineAndDesk, Qt::Widgets},
       {"cli", kEngine, Qt::Gui},
   };
   return kLayers;

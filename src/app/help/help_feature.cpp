@@ -1,10 +1,22 @@
 #include "app/help/help_feature.h"
 
+#include <QApplication>
+
+#include "app/help/help_keys.h"
+#include "app/help/help_viewer.h"
 #include "base/prompt.h"
 #include "base/version.h"
 
 namespace tarnwick {
 namespace {
+
+void ShowContents(CommandContext& context) {
+  ShowHelpOn(context, TopicsOf(QApplication::focusWidget()));
+}
+
+void WatchKeys(QWidget& window, std::function<CommandContext()> context) {
+  new HelpKeys(window, std::move(context));  // the window's own
+}
 
 void ShowAbout(CommandContext& context) {
   context.prompt.Ask({"Tarnwick " + std::string(kVersion) +
@@ -23,12 +35,14 @@ Feature HelpFeature() {
        .shortcut = "F1",
        .hint = "Help|Open Help File",
        .icon = "help-contents",
-       .menu = Menu::Help},
+       .menu = Menu::Help,
+       .run = ShowContents},
       {.name = "HelpTopicSearch1",
        .caption = "&Topic Search",
        .hint = "Help Topic Search|Keyword Search in Help File",
        .icon = "help-search",
-       .menu = Menu::Help},
+       .menu = Menu::Help,
+       .run = ShowHelpIndex},
       {.name = "HelpAbout1",
        .caption = "&About...",
        .hint = "About|Displays program information, version number, and copyright",
@@ -37,7 +51,7 @@ Feature HelpFeature() {
        .group = 1,
        .run = ShowAbout},
   };
-  return {.name = "help", .commands = {kCommands}};
+  return {.name = "help", .commands = {kCommands}, .begin = WatchKeys};
 }
 
 }  // namespace tarnwick

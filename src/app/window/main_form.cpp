@@ -68,6 +68,9 @@ T_MainForm::T_MainForm(ShellParts parts)
   BuildStatusBar();
   BuildCommands();
   BuildPanels();
+  for (const Feature& feature : parts_.features) {
+    if (feature.begin != nullptr) feature.begin(*this, [this] { return Context(); });
+  }
   KeepCopies();
   RestoreWindow(*this, settings_);
   SetButtonCaptions(settings_.Read(kButtonCaptions) ? ButtonCaptions::Shown

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,6 +36,8 @@ struct Feature {
   std::span<const SettingRow> settings = {};
   std::vector<MenuList> lists = {};
   std::span<const TakenFile> files = {};
+  /// Runs once, when the main window is made; `context` is good as long as that lives.
+  void (*begin)(QWidget& window, std::function<CommandContext()> context) = nullptr;
 };
 
 std::vector<const Command*> CommandsOf(const std::vector<Feature>& features);

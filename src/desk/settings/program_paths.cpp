@@ -69,6 +69,12 @@ ProgramPaths FindProgramPaths() {
     if (!paths.fit_functions.empty()) break;
   }
   for (auto& own : FunctionsIn(UserFolder() / "TFN")) paths.fit_functions.push_back(own);
+  for (const char* folder : {"HELP", "../share/tarnwick/HELP"}) {
+    if (IsFile(program / folder / "tarnwick.qch")) {
+      paths.help = program / folder / "tarnwick.qch";
+      break;
+    }
+  }
   paths.recovery = UserFolder() / "recovery";
   return paths;
 }

@@ -18,6 +18,7 @@ struct ProgramPaths {
   /// Where the user's own template for new graphs lies, or is to be kept; empty: nowhere.
   std::filesystem::path own_template = {};
   std::vector<std::filesystem::path> libraries = {};  ///< folders of what is loaded at run time
+  std::filesystem::path help = {};      ///< the gathered pages of the help; empty: there are none
   std::filesystem::path recovery = {};  ///< where copies of changed graphs are kept; empty: nowhere
 };
 
