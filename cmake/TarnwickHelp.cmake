@@ -1,4 +1,5 @@
 # The help: pages in help/, gathered into HELP/tarnwick.qch beside the program. What has an id in a page is found by it.
+include(GNUInstallDirs)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Help)
 find_package(Qt6ToolsTools REQUIRED)
 

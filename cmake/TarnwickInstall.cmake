@@ -1,14 +1,36 @@
-# Where `cmake --install` puts the programs and what a desktop needs to know of them.
+# Where `cmake --install` puts the programs and what a desktop needs to know of them, and the package made of that.
 include(GNUInstallDirs)
 foreach(program tarnwick tarnwick-cli)
     if(TARGET ${program})
         install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+        install(FILES packaging/man/${program}.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
     endif()
 endforeach()
 install(DIRECTORY TFN DESTINATION "${CMAKE_INSTALL_DATADIR}/tarnwick"
         FILES_MATCHING PATTERN "*.tfn")
+install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DATADIR}/tarnwick")
+install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
 if(TARGET tarnwick)
     install(FILES packaging/tarnwick.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+    install(FILES packaging/tarnwick.metainfo.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
     install(FILES packaging/tarnwick-mime.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages"
             RENAME tarnwick.xml)
+    set(icons "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable")
+    install(FILES packaging/icons/tarnwick.svg DESTINATION "${icons}/apps")
+    install(DIRECTORY packaging/icons/ DESTINATION "${icons}/mimetypes" FILES_MATCHING PATTERN "application-*.svg")
 endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME tarnwick)
+set(CPACK_PACKAGE_VENDOR "The Tarnwick authors")
+set(CPACK_PACKAGE_CONTACT "The Tarnwick authors <maintainers@tarnwick.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "plots X-Y data and analyses them")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# What no library names: the plug-in that keeps the help's words.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS libqt6sql6-sqlite)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, fonts-dejavu-core")
+include(CPack)
