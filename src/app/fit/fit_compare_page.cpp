@@ -6,7 +6,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTableWidget>
@@ -15,6 +14,7 @@
 
 #include "app/fit/model_check.h"
 #include "base/error.h"
+#include "desk/widgets/check_list.h"
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/text.h"
 #include "fit/model/fit_function_file.h"
@@ -51,16 +51,12 @@ FitComparePage::FitComparePage(const std::vector<std::filesystem::path>& functio
   AddCandidate({tr("This function"), {}, {}}, Qt::Checked);
   for (const std::filesystem::path& file : functions)
     AddCandidate({PathText(file.stem()), file, {}}, Qt::Unchecked);
-  connect(list_, &QListWidget::itemChanged, this, &FitComparePage::FollowChoice);
+  connect(list_, &CheckList::itemChanged, this, &FitComparePage::FollowChoice);
 }
 
 QLayout* FitComparePage::MakeChoice() {
   auto* label = new QLabel(tr("Functions to co&mpare:"), this);
-  list_ = new QListWidget(this);
-  list_->setObjectName("ComparedFunctions");
-  list_->setAccessibleName(tr("Functions to compare"));
-  list_->setHorizontalScrollBarPolicy(
-      Qt::ScrollBarAlwaysOff);  // names that are too long end in "…"
+  list_ = new CheckList("ComparedFunctions", tr("Functions to compare"), this);
   label->setBuddy(list_);
   formula_ = new QLineEdit(this);
   formula_->setObjectName("ComparedFormula");
@@ -96,6 +92,9 @@ QLayout* FitComparePage::MakeAnswer() {
   table_->setSelectionMode(QAbstractItemView::SingleSelection);
   table_->setTabKeyNavigation(false);
   table_->verticalHeader()->hide();
+  table_->horizontalHeader()->setStretchLastSection(
+      true);  // the verdict, in as many lines as it needs
+  table_->horizontalHeader()->setHighlightSections(false);
   remarks_ = new QLabel(this);
   remarks_->setObjectName("ComparisonRemarks");
   remarks_->setWordWrap(true);
@@ -133,12 +132,9 @@ QLayout* FitComparePage::MakeAnswer() {
 }
 
 void FitComparePage::AddCandidate(Candidate candidate, Qt::CheckState state) {
-  auto* item = new QListWidgetItem(candidate.name);
-  item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-  item->setCheckState(state);
-  item->setToolTip(candidate.name);
+  const QString name = candidate.name;
   candidates_.push_back(std::move(candidate));
-  list_->addItem(item);
+  list_->Add(name, state);
 }
 
 void FitComparePage::PutModel(const FitSettings& model) {
@@ -168,8 +164,7 @@ std::vector<NamedModel> FitComparePage::Chosen() const {
   const FitSettings& present = candidates_.front().model;
   std::vector<NamedModel> chosen;
   for (int row = 0; row < list_->count(); ++row) {
-    const QListWidgetItem& item = *list_->item(row);
-    if (item.checkState() != Qt::Checked || !item.flags().testFlag(Qt::ItemIsEnabled)) continue;
+    if (!list_->IsChosen(row)) continue;
     const Candidate& one = candidates_[static_cast<std::size_t>(row)];
     chosen.push_back(
         {one.name.toStdString(), one.file.empty() ? one.model : LoadFitFunction(one.file)});
@@ -207,9 +202,9 @@ void FitComparePage::ShowAnswer() {
     }
   }
   table_->resizeColumnsToContents();
-  constexpr int kWidestText = 190;
-  for (const int column : {0, table_->columnCount() - 1})
-    table_->setColumnWidth(column, std::min(table_->columnWidth(column), kWidestText));
+  constexpr int kWidestName = 150, kLeastVerdict = 160;
+  table_->setColumnWidth(0, std::min(table_->columnWidth(0), kWidestName));
+  table_->setColumnWidth(table_->columnCount() - 1, kLeastVerdict);  // and what is left
   table_->resizeRowsToContents();
   table_->selectRow(0);
   QStringList remarks;
@@ -226,12 +221,7 @@ void FitComparePage::ShowRemarks(const QString& text, bool is_error) {
 }
 
 void FitComparePage::FollowChoice() {
-  int chosen = 0;
-  for (int row = 0; row < list_->count(); ++row) {
-    const QListWidgetItem& item = *list_->item(row);
-    chosen += item.checkState() == Qt::Checked && item.flags().testFlag(Qt::ItemIsEnabled);
-  }
-  compare_now_->setEnabled(chosen > 1);
+  compare_now_->setEnabled(list_->Chosen().size() > 1);
   copy_->setEnabled(answer_.has_value());
   use_->setEnabled(answer_.has_value() && table_->selectionModel()->hasSelection());
 }

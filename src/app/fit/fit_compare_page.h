@@ -13,11 +13,12 @@
 
 class QLabel;
 class QLineEdit;
-class QListWidget;
 class QPushButton;
 class QTableWidget;
 
 namespace tarnwick {
+
+class CheckList;
 
 /// Fits and ranks; nothing when the user ends it. Throws Error.
 using ModelComparer = std::function<std::optional<ModelComparison>(std::vector<NamedModel>)>;
@@ -60,7 +61,7 @@ class FitComparePage final : public QWidget {
   std::size_t points_;
   ModelComparer compare_;
   std::optional<ModelComparison> answer_;
-  QListWidget* list_ = nullptr;
+  CheckList* list_ = nullptr;
   QLineEdit* formula_ = nullptr;
   QPushButton* compare_now_ = nullptr;
   QTableWidget* table_ = nullptr;

@@ -47,7 +47,7 @@ FitSettingsDialog::FitSettingsDialog(const FitSubject& subject, FitPage first, Q
       compare_(MakeComparePage(subject)) {
   setObjectName("FitSettings");
   setWindowTitle(tr("Curve Fitting of %1").arg(subject.data_sets.value(subject.current)));
-  resize(920, 480);
+  resize(980, 540);
   pages_->addTab(function_, tr("Function"));
   pages_->addTab(options_, tr("Settings"));
   pages_->addTab(together_, tr("Several DataSets"));

@@ -4,39 +4,12 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QVBoxLayout>
 
+#include "desk/widgets/check_list.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
-namespace {
-
-QListWidget* CheckList(const QString& name, const QString& accessible_name, QWidget* parent) {
-  auto* list = new QListWidget(parent);
-  list->setObjectName(name);
-  list->setAccessibleName(accessible_name);
-  list->setSelectionMode(QAbstractItemView::SingleSelection);
-  return list;
-}
-
-QListWidgetItem* AddCheck(QListWidget& list, const QString& text, Qt::CheckState state) {
-  auto* item = new QListWidgetItem(text, &list);
-  item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-  item->setCheckState(state);
-  return item;
-}
-
-QStringList CheckedNames(const QListWidget& list) {
-  QStringList names;
-  for (int row = 0; row < list.count(); ++row) {
-    if (list.item(row)->checkState() == Qt::Checked) names.append(list.item(row)->text());
-  }
-  return names;
-}
-
-}  // namespace
-
 FitTogetherPage::FitTogetherPage(const QStringList& data_sets, int current, QWidget* parent)
     : QWidget(parent) {
   auto* lists = new QHBoxLayout;
@@ -54,18 +27,17 @@ FitTogetherPage::FitTogetherPage(const QStringList& data_sets, int current, QWid
   column->addLayout(lists, 1);
   column->addWidget(same_model_);
   column->addWidget(summary_);
-  connect(data_sets_, &QListWidget::itemChanged, this, &FitTogetherPage::Follow);
-  connect(parameters_, &QListWidget::itemChanged, this, &FitTogetherPage::Follow);
+  connect(data_sets_, &CheckList::itemChanged, this, &FitTogetherPage::Follow);
+  connect(parameters_, &CheckList::itemChanged, this, &FitTogetherPage::Follow);
   Follow();
 }
 
 QWidget* FitTogetherPage::MakeDataSets(const QStringList& data_sets, int current) {
   auto* box = new QGroupBox(tr("DataSets fitted at once"), this);
-  data_sets_ = CheckList("FittedTogether", box->title(), box);
+  data_sets_ = new CheckList("FittedTogether", box->title(), box);
   for (int i = 0; i < data_sets.size(); ++i) {
     const bool own = i == current;
-    QListWidgetItem* const item =
-        AddCheck(*data_sets_, data_sets[i], own ? Qt::Checked : Qt::Unchecked);
+    QListWidgetItem* const item = data_sets_->Add(data_sets[i], own ? Qt::Checked : Qt::Unchecked);
     item->setData(Qt::UserRole, i);
     if (!own) continue;
     item->setFlags(item->flags() & ~Qt::ItemIsUserCheckable);
@@ -78,7 +50,7 @@ QWidget* FitTogetherPage::MakeDataSets(const QStringList& data_sets, int current
 
 QWidget* FitTogetherPage::MakeParameters() {
   auto* box = new QGroupBox(tr("Parameters with one value in all"), this);
-  parameters_ = CheckList("SharedParameters", box->title(), box);
+  parameters_ = new CheckList("SharedParameters", box->title(), box);
   auto* column = new QVBoxLayout(box);
   column->addWidget(parameters_);
   return box;
@@ -92,10 +64,10 @@ void FitTogetherPage::PutParameters(const FitSettings& model) {
   QStringList shown;
   for (int row = 0; row < parameters_->count(); ++row) shown.append(parameters_->item(row)->text());
   if (names == shown) return;
-  const QStringList chosen = CheckedNames(*parameters_);
+  const QStringList chosen = parameters_->Chosen();
   parameters_->clear();
   for (const QString& name : names)
-    AddCheck(*parameters_, name, chosen.contains(name) ? Qt::Checked : Qt::Unchecked);
+    parameters_->Add(name, chosen.contains(name) ? Qt::Checked : Qt::Unchecked);
   Follow();
 }
 
@@ -103,18 +75,17 @@ void FitTogetherPage::Take(FitRequest& request) const {
   for (int row = 0; row < data_sets_->count(); ++row) {
     const QListWidgetItem& item = *data_sets_->item(row);
     const bool own = !item.flags().testFlag(Qt::ItemIsUserCheckable);
-    if (!own && item.checkState() == Qt::Checked)
+    if (!own && data_sets_->IsChosen(row))
       request.beside.push_back(item.data(Qt::UserRole).toULongLong());
   }
   if (request.beside.empty()) return;
   request.models = same_model_->isChecked() ? JointModels::OfCurrent : JointModels::Own;
-  for (const QString& name : CheckedNames(*parameters_))
-    request.shared.push_back(name.toStdString());
+  for (const QString& name : parameters_->Chosen()) request.shared.push_back(name.toStdString());
 }
 
 /// Says what Fit will do.
 void FitTogetherPage::Follow() {
-  const QStringList together = CheckedNames(*data_sets_);
+  const QStringList together = data_sets_->Chosen();
   const bool alone = together.size() < 2;
   parameters_->setEnabled(!alone);
   same_model_->setEnabled(!alone);
@@ -123,7 +94,7 @@ void FitTogetherPage::Follow() {
   } else if (alone) {
     summary_->setText(tr("Fit takes the current DataSet alone. Choose others to fit all at once."));
   } else {
-    const QStringList shared = CheckedNames(*parameters_);
+    const QStringList shared = parameters_->Chosen();
     summary_->setText(tr("Fit takes %1 DataSets at once. ").arg(together.size()) +
                       (shared.isEmpty()
                            ? tr("No parameter is shared: each DataSet gets values of its own.")

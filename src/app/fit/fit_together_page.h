@@ -9,9 +9,10 @@
 
 class QCheckBox;
 class QLabel;
-class QListWidget;
 
 namespace tarnwick {
+
+class CheckList;
 
 class FitTogetherPage final : public QWidget {
   Q_OBJECT
@@ -29,8 +30,8 @@ class FitTogetherPage final : public QWidget {
   QWidget* MakeParameters();
   void Follow();
 
-  QListWidget* data_sets_ = nullptr;
-  QListWidget* parameters_ = nullptr;
+  CheckList* data_sets_ = nullptr;
+  CheckList* parameters_ = nullptr;
   QCheckBox* same_model_ = nullptr;
   QLabel* summary_ = nullptr;
 };

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/number_text.h"
+#include "desk/widgets/check_list.h"
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/text.h"
 
@@ -58,6 +59,7 @@ QString BoundText(double bound) {
 ParameterTable::ParameterTable(QWidget* parent) : QTableWidget(parent) {
   setObjectName("ParameterTable");
   setAccessibleName(tr("Parameters"));
+  ShowCheckBoxes(*this);
   const QStringList header = {tr("Name"),
                               tr("Value"),
                               tr("Units:"),
