@@ -74,9 +74,22 @@ std::string NameField(std::string_view name, std::string_view separators) {
   return quoted + kMarker;
 }
 
-/// One column of X serves all DataSets: only the errors of a lone one have a place behind it.
+bool ShareErrorsOfX(const TDataSeries& left, const TDataSeries& right) {
+  PointCursor one(left), other(right);
+  for (; !one.AtEnd() && !other.AtEnd(); one.Next(), other.Next()) {
+    const double error = one.ErrorOfX(), there = other.ErrorOfX();
+    const bool same = error == there || (IsUndefined(error) && IsUndefined(there));
+    if (one.X() != other.X() || !same) return false;
+  }
+  return one.AtEnd() && other.AtEnd();
+}
+
+/// One column of X serves all DataSets: only errors that are the same in all have a place behind it.
 bool HasErrorsOfX(const std::vector<const TDataSeries*>& series) {
-  return series.size() == 1 && HasXErrors(series.front()->Errors());
+  return !series.empty() && HasXErrors(series.front()->Errors()) &&
+         std::ranges::all_of(series, [&](const TDataSeries* one) {
+           return one == series.front() || ShareErrorsOfX(*series.front(), *one);
+         });
 }
 
 /// The line of names. An empty name would shift those behind it.

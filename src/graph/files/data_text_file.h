@@ -22,7 +22,7 @@ struct DataTextOptions {
 /// The table: a line of names, then rows in ascending X; a DataSet without a point at a row's X has an empty field there.
 /// Numbers in their shortest text that reads back; names that hold a separator are quoted, a DataSet without a name has
 /// "(col N)", its column from 0. Stored Y, not corrected. Errors of Y stand in a column behind it, those of X behind X where
-/// there is one DataSet, empty where a point has none; an import takes them as that. Throws Error.
+/// all DataSets have the same, empty where a point has none; an import takes them as that. Throws Error.
 std::string DataText(const std::vector<const TDataSeries*>& series, const DataTextOptions& options);
 
 /// What such a table of the graph leaves out, a sentence; empty for nothing.

@@ -137,7 +137,7 @@ TEST(DataText, KeepsErrorsThatTheImportTakesAsThat) {
   EXPECT_FALSE(HasYErrors(result.series[5]->Errors()));
 }
 
-TEST(DataText, KeepsErrorsOfXOfALoneDataSet) {
+TEST(DataText, KeepsErrorsOfXThatAllHave) {
   TxyGraph graph;
   TSeries& series = graph.AddSeries(std::make_unique<TSeries>());
   series.SetSeriesName("a");
@@ -147,7 +147,11 @@ TEST(DataText, KeepsErrorsOfXOfALoneDataSet) {
   series.SetErrors(errors);
   EXPECT_EQ(DataText({&series}, {}), "X\tX error\ta\n1\t\t3\n2\t0.5\t4\n");
   EXPECT_EQ(LeftOutOfTable(graph), "");
-  graph.AddSeries(std::make_unique<TSeries>());
+  TSeries& other = graph.AddSeries(std::make_unique<TSeries>());
+  other.SetState(series.State());
+  EXPECT_EQ(CsvText(graph), "X Column,X Column error,a,a\n1,,3,3\n2,0.5,4,4\n");
+  errors.x_values.Set(2, 0.75);
+  other.SetErrors(errors);
   EXPECT_EQ(
       LeftOutOfTable(graph),
       "The errors of X of \"a\" are left out: the table has one column of X for all DataSets. A "
