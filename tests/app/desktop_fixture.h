@@ -28,6 +28,9 @@ namespace tarnwick::testing {
 class ScriptedChooser final : public FileChooser {
  public:
   std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path&) override;
+  std::optional<FolderChoice> FolderToOpen(const std::filesystem::path&) override {
+    return folder_to_open;
+  }
   std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) override;
   std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) override {
     return FileToSave(proposal);
@@ -35,6 +38,7 @@ class ScriptedChooser final : public FileChooser {
 
   std::deque<std::filesystem::path> to_open;
   std::deque<std::filesystem::path> to_save;
+  std::optional<FolderChoice> folder_to_open;
   SaveProposal proposed;
 };
 

@@ -9,6 +9,7 @@
 namespace tarnwick {
 namespace {
 
+constexpr QColor kInk(0x2f, 0x6f, 0xb5);
 constexpr double kHandle = 8;  // side of a handle as drawn
 constexpr double kReach = 6;   // from a handle's middle, for the mouse
 
@@ -68,18 +69,23 @@ QCursor CursorOf(ChildGrip grip) {
   return handle ? handle->cursor : Qt::SizeAllCursor;
 }
 
+void PaintHandle(QPainter& painter, QPointF middle) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.setBrush(Qt::white);
+  painter.setPen(QPen(kInk, 1));
+  painter.drawRect(SquareAround(middle, kHandle / 2).adjusted(0, 0, -1, -1));
+  painter.restore();
+}
+
 void PaintGrips(QPainter& painter, const QRectF& frame) {
-  const QColor ink(0x2f, 0x6f, 0xb5);
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(ink, 1));
+  painter.setPen(QPen(kInk, 1));
   painter.drawRect(frame.adjusted(0, 0, -1, -1));
-  painter.setBrush(Qt::white);
-  for (const Handle& handle : kHandles) {
-    painter.drawRect(SquareAround(MiddleOf(handle, frame), kHandle / 2).adjusted(0, 0, -1, -1));
-  }
   painter.restore();
+  for (const Handle& handle : kHandles) PaintHandle(painter, MiddleOf(handle, frame));
 }
 
 TxyChildGr::Place Dragged(TxyChildGr::Place place, ChildGrip grip, int right, int down) {

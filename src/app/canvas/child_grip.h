@@ -29,6 +29,8 @@ enum class ChildGrip : std::uint8_t {
 /// The handles at corners and middles of a selected frame come first, then what is inside it.
 ChildGrip GripAt(const QRectF& frame, QPointF place);
 QCursor CursorOf(ChildGrip grip);
+/// Draws one handle of what is selected.
+void PaintHandle(QPainter& painter, QPointF middle);
 /// Draws a selected frame with its handles.
 void PaintGrips(QPainter& painter, const QRectF& frame);
 

@@ -9,6 +9,7 @@
 #include "app/canvas/axis_zoom.h"
 #include "app/canvas/canvas_accessible.h"
 #include "app/canvas/child_grip.h"
+#include "app/canvas/current_mark.h"
 #include "app/canvas/overlay.h"
 #include "base/error.h"
 #include "base/prompt.h"
@@ -190,6 +191,7 @@ void GraphCanvas::paintEvent(QPaintEvent*) {
   }
   PaintTraces(painter);
   painter.translate(Origin());
+  PaintCurrentMark(painter, Layout(), document_.Graph().Marks().CurrentId());
   PaintPickedPoint(painter);
   if (mode_->ShowsNearestPoint()) PaintHoveredPoint(painter);
   mode_->PaintOverlay(painter, *this);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "app/files/load_place.h"
+#include "app/files/open_folder.h"
 #include "base/error.h"
 #include "base/prompt.h"
 #include "desk/commands/workspace.h"
@@ -19,9 +20,10 @@ std::filesystem::path StartFolder(const CommandContext& context) {
 }
 
 void Open(CommandContext& context) {
-  for (const auto& path : context.chooser.FilesToOpen(StartFolder(context))) {
-    context.workspace.OpenFile(path);
-  }
+  const auto chosen = context.chooser.FilesToOpen(StartFolder(context));
+  context.workspace.SeeTogether([&] {
+    for (const auto& path : chosen) context.workspace.OpenFile(path);
+  });
 }
 
 void LoadData(CommandContext& context) {
@@ -92,7 +94,8 @@ Feature FilesFeature() {
        .caption = "Open &Directory",
        .hint = "Open Directory|Open All Files in Directory",
        .icon = "open-folder",
-       .menu = Menu::File},
+       .menu = Menu::File,
+       .run = OpenFolder},
       {.name = "FileClose1",
        .caption = "Close &Window",
        .shortcut = "Ctrl+W",

@@ -73,6 +73,7 @@ T_MainForm::T_MainForm(ShellParts parts)
   }
   KeepCopies();
   RestoreWindow(*this, settings_);
+  SetFrames(settings_.Read(kGraphsInTabs) ? WindowFrames::Tabs : WindowFrames::Frames);
   SetButtonCaptions(settings_.Read(kButtonCaptions) ? ButtonCaptions::Shown
                                                     : ButtonCaptions::Hidden);
   updateMenu();
@@ -198,12 +199,14 @@ std::string T_MainForm::LowestFreeName() const {
   }
 }
 
-TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file) {
+TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file,
+                                          const ImportOptions* reading) {
   const TGraphWindow* active = ActiveGraphWindow();
   const std::filesystem::path folder = active ? active->GetDocument().Files().DataFolder() : "";
   const FileKind& kind = KindToRead(file);
   StartFiles files;
   files.default_template = TemplateOfNewGraphs(parts_.paths);
+  files.reading = reading;
   if (kind.holds == FileHolds::Graph || kind.holds == FileHolds::Template) {
     files.graph_or_template = file;
   } else {
@@ -246,7 +249,8 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   centre_->setCurrentWidget(area_);
   // Before the first showing the workspace has no size yet that shares could be taken of.
   if (!shown_) layout()->activate();
-  ShowPlaced(*window, fills ? Otherwise::FillWorkspace : Otherwise::OwnPlace);
+  ShowPlaced(*window, fills || GetFrames() == WindowFrames::Tabs ? Otherwise::FillWorkspace
+                                                                 : Otherwise::OwnPlace);
   window->Canvas().setFocus();
   updateMenu();
   return window;
@@ -304,10 +308,12 @@ void T_MainForm::ProcessCommandLine(const std::string& joined) {
 void T_MainForm::ProcessWords(const std::vector<std::string>& words) {
   CommandLine line = ParseWords(words);
   bool failed = false;
-  for (const auto& opening : line.openings) {
-    const bool opened = std::visit([this](const auto& what) { return Open(what); }, opening);
-    failed = failed || !opened;
-  }
+  SeeTogether([&] {
+    for (const auto& opening : line.openings) {
+      const bool opened = std::visit([this](const auto& what) { return Open(what); }, opening);
+      failed = failed || !opened;
+    }
+  });
   if (!shown_) pending_options_ = std::move(line.options);
   start_failed_ = !shown_ && failed && GraphWindows().empty();
   std::vector<std::string> quoted;
@@ -343,6 +349,7 @@ bool T_MainForm::Open(FromClipboard) {
 }
 
 void T_MainForm::ApplyCommandOptions() {
+  if (std::exchange(see_all_when_shown_, false)) SeeAll(GraphWindows());
   for (const std::string& option : std::exchange(pending_options_, {})) {
     if (option == "maximize") showMaximized();
     if (option == "tile") Arrange(WindowArrangement::TileHorizontally);
@@ -363,6 +370,11 @@ void T_MainForm::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(shown_, true)) return;
   panels_->Restore(settings_);
+  layout()->activate();
+  // Those that opened before had the panels' room, too.
+  for (TGraphWindow* window : GraphWindows()) {
+    if (!window->isMaximized()) ShowPlaced(*window, Otherwise::OwnPlace);
+  }
   // Once the window stands: refreshing shows its progress.
   QMetaObject::invokeMethod(this, &T_MainForm::ApplyCommandOptions, Qt::QueuedConnection);
   QMetaObject::invokeMethod(this, &T_MainForm::OfferLeftGraphs, Qt::QueuedConnection);
@@ -394,7 +406,9 @@ void T_MainForm::dragEnterEvent(QDragEnterEvent* event) {
 
 void T_MainForm::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
-  for (const auto& path : DroppedFiles(*event->mimeData())) OpenFile(path);
+  SeeTogether([&] {
+    for (const auto& path : DroppedFiles(*event->mimeData())) OpenFile(path);
+  });
 }
 
 }  // namespace tarnwick

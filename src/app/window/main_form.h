@@ -72,6 +72,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   // Workspace
   void NewGraph() override;
   bool OpenFile(const std::filesystem::path& path) override;
+  Opening TryToOpen(const std::filesystem::path& path, const ImportOptions& reading) override;
+  void SeeTogether(const std::function<void()>& opening) override;
   bool LoadInto(Document& document, const std::filesystem::path& path) override;
   bool Save(Document& document) override;
   bool SaveAs(Document& document) override;
@@ -79,12 +81,15 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool Close(Document& document) override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
+  void SetFrames(WindowFrames frames) override;
+  WindowFrames GetFrames() const override;
   void SetButtonCaptions(ButtonCaptions captions) override;
   ButtonCaptions GetButtonCaptions() const override;
 
   bool Open(const std::filesystem::path& file) { return OpenFile(file); }
   bool Open(FromClipboard from);
   void ApplyCommandOptions();
+  void SeeAll(const std::vector<TGraphWindow*>& opened);
   void ProcessWaitingWords();
   void BuildCentre();
   void BuildStatusBar();
@@ -94,7 +99,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   std::vector<MenuItem> RecentItems(const QFontMetrics& metrics);
   std::vector<MenuItem> WindowItems(const QFontMetrics& metrics);
   /// A window for these files; null, with the reason told, when they cannot be read.
-  TGraphWindow* OpenGraphWindow(const std::filesystem::path& file);
+  TGraphWindow* OpenGraphWindow(const std::filesystem::path& file,
+                                const ImportOptions* reading = nullptr);
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
   void KeepCopies();
   void OfferLeftGraphs();
@@ -125,6 +131,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   std::vector<std::string> pending_options_;
   std::vector<std::vector<std::string>> waiting_words_;
   bool shown_ = false;
+  bool see_all_when_shown_ = false;
   bool start_failed_ = false;
   bool closing_allowed_ = true;
 };

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QStatusBar>
 #include <QToolBar>
+#include <algorithm>
 
 #include "app/canvas/graph_canvas.h"
 #include "app/files/load_place.h"
@@ -17,6 +18,7 @@
 #include "app/window/main_form.h"
 #include "app/window/window_placement.h"
 #include "base/error.h"
+#include "data/import/import_file.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/prompts/file_trouble.h"
@@ -25,6 +27,11 @@
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr std::size_t kMostTiled = 12;  // smaller tiles show nothing
+
+}  // namespace
 
 void T_MainForm::NewGraph() {
   OpenGraphWindow({});
@@ -33,12 +40,41 @@ void T_MainForm::NewGraph() {
 bool T_MainForm::OpenFile(const std::filesystem::path& path) {
   if (TellIfMissing(path, *parts_.prompt)) return false;
   if (const TakenFile* kind = TakerOf(parts_.features, path)) return TakeFile(*kind, path);
+  const Opening opening = TryToOpen(path, {});
+  if (!opening.trouble.empty()) parts_.prompt->Tell(opening.trouble);
+  return opening.document != nullptr;
+}
+
+Opening T_MainForm::TryToOpen(const std::filesystem::path& path, const ImportOptions& reading) {
   try {
-    return OpenGraphWindow(path) != nullptr;
+    TGraphWindow* const window = OpenGraphWindow(path, &reading);
+    return {window ? &window->GetDocument() : nullptr};
   } catch (const Error& error) {
-    TellFileError(path, error.what(), *parts_.prompt);
-    return false;
+    return {nullptr, FileErrorText(path, error.what())};
   }
+}
+
+void T_MainForm::SeeTogether(const std::function<void()>& opening) {
+  const std::vector<TGraphWindow*> before = GraphWindows();
+  opening();
+  std::vector<TGraphWindow*> opened = GraphWindows();
+  std::erase_if(opened, [&](TGraphWindow* window) {
+    return std::ranges::find(before, window) != before.end();
+  });
+  if (opened.size() < 2) return;
+  if (!shown_) {
+    see_all_when_shown_ = true;  // the workspace has its size then
+  } else {
+    SeeAll(opened);
+  }
+}
+
+/// Windows that keep places of their own stay there unless one fills the workspace.
+void T_MainForm::SeeAll(const std::vector<TGraphWindow*>& opened) {
+  if (GetFrames() == WindowFrames::Tabs || std::ranges::none_of(opened, &QWidget::isMaximized))
+    return;
+  Arrange(opened.size() <= kMostTiled ? WindowArrangement::TileHorizontally
+                                      : WindowArrangement::Cascade);
 }
 
 bool T_MainForm::LoadInto(Document& document, const std::filesystem::path& path) {
@@ -115,6 +151,18 @@ void T_MainForm::Arrange(WindowArrangement arrangement) {
 
 void T_MainForm::ExitProgram() {
   close();
+}
+
+void T_MainForm::SetFrames(WindowFrames frames) {
+  const bool tabs = frames == WindowFrames::Tabs;
+  area_->setViewMode(tabs ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
+  area_->setDocumentMode(tabs);
+  area_->setTabsClosable(true);
+  area_->setTabsMovable(true);
+}
+
+WindowFrames T_MainForm::GetFrames() const {
+  return area_->viewMode() == QMdiArea::TabbedView ? WindowFrames::Tabs : WindowFrames::Frames;
 }
 
 void T_MainForm::SetButtonCaptions(ButtonCaptions captions) {

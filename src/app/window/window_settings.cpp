@@ -66,8 +66,8 @@ StoredState StateOf(const QWidget& window) {
 }  // namespace
 
 std::span<const SettingRow> WindowSettings() {
-  static const SettingRow kRows[] = {&kState,  &kLeft,        &kTop,           &kWidth,
-                                     &kHeight, &kNormalPlace, &kButtonCaptions};
+  static const SettingRow kRows[] = {
+      &kState, &kLeft, &kTop, &kWidth, &kHeight, &kNormalPlace, &kButtonCaptions, &kGraphsInTabs};
   return kRows;
 }
 

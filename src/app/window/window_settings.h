@@ -15,7 +15,11 @@ class Settings;
 inline constexpr Setting<bool> kButtonCaptions = {
     .section = "Tarnwick", .key = "ShowButtonCaptions", .label = "Captions below the buttons"};
 
-/// That one and those that the place is kept in.
+/// Whether graphs stand behind tabs instead of in frames of their own.
+inline constexpr Setting<bool> kGraphsInTabs = {
+    .section = "Tarnwick", .key = "GraphsInTabs", .label = "Graphs behind tabs"};
+
+/// These and those that the place is kept in.
 std::span<const SettingRow> WindowSettings();
 
 /// Puts a window that is not shown yet where it stood, on a screen that is there, maximised if it was; one that was minimised

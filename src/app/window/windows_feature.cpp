@@ -15,6 +15,21 @@ void Arrange(CommandContext& context) {
   context.workspace.Arrange(kArrangement);
 }
 
+bool InTabs(const CommandContext& context) {
+  return context.workspace.GetFrames() == WindowFrames::Tabs;
+}
+
+void ToggleTabs(CommandContext& context) {
+  const bool tabs = !InTabs(context);
+  context.workspace.SetFrames(tabs ? WindowFrames::Tabs : WindowFrames::Frames);
+  context.settings.Write(kGraphsInTabs, tabs);
+}
+
+/// Behind tabs there is nothing to arrange.
+bool CanArrange(const CommandContext& context) {
+  return HasDocument(context) && !InTabs(context);
+}
+
 bool CaptionsShown(const CommandContext& context) {
   return context.workspace.GetButtonCaptions() == ButtonCaptions::Shown;
 }
@@ -50,21 +65,21 @@ Feature WindowsFeature() {
        .hint = "Cascade",
        .icon = "cascade",
        .menu = Menu::Window,
-       .enabled = HasDocument,
+       .enabled = CanArrange,
        .run = Arrange<WindowArrangement::Cascade>},
       {.name = "WindowTileHorizontal1",
        .caption = "Tile &Horizontally",
        .hint = "Tile Horizontally",
        .icon = "tile-horizontal",
        .menu = Menu::Window,
-       .enabled = HasDocument,
+       .enabled = CanArrange,
        .run = Arrange<WindowArrangement::TileHorizontally>},
       {.name = "WindowTileVertical1",
        .caption = "Tile &Vertically",
        .hint = "Tile Vertically",
        .icon = "tile-vertical",
        .menu = Menu::Window,
-       .enabled = HasDocument,
+       .enabled = CanArrange,
        .run = Arrange<WindowArrangement::TileVertically>},
       {.name = "WindowMinimizeAll1",
        .caption = "&Minimize All",
@@ -72,7 +87,7 @@ Feature WindowsFeature() {
        .icon = "minimize-all",
        .menu = Menu::Window,
        .group = 1,
-       .enabled = HasDocument,
+       .enabled = CanArrange,
        .run = Arrange<WindowArrangement::MinimizeAll>},
       {.name = "WindowArrangeAll1",
        .caption = "Arrange &Icons",
@@ -80,8 +95,16 @@ Feature WindowsFeature() {
        .icon = "arrange-icons",
        .menu = Menu::Window,
        .group = 1,
-       .enabled = HasDocument,
+       .enabled = CanArrange,
        .run = Arrange<WindowArrangement::ArrangeIcons>},
+      {.name = "WindowTabs1",
+       .caption = "Graphs in &Tabs",
+       .hint = "Graphs in Tabs|Show One Graph at a Time, the Others behind Tabs",
+       .icon = "tabs",
+       .menu = Menu::Window,
+       .group = 2,
+       .run = ToggleTabs,
+       .checked = InTabs},
       {.name = "MenuShowCaptions1",
        .caption = "Show Button &Captions",
        .hint = "Show Button Captions|Show Menu Button Captions",

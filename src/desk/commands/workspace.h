@@ -3,11 +3,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace tarnwick {
 
 class Document;
+struct ImportOptions;
 
 enum class WindowArrangement {
   Cascade,
@@ -19,6 +22,15 @@ enum class WindowArrangement {
 
 enum class ButtonCaptions { Hidden, Shown };
 
+/// How graphs stand in the main window: in frames of their own, or one at a time behind tabs.
+enum class WindowFrames { Frames, Tabs };
+
+/// What came of opening a file: its document, or why there is none; neither when it was cancelled.
+struct Opening {
+  Document* document = nullptr;
+  std::string trouble = {};
+};
+
 class Workspace {
  public:
   virtual ~Workspace() = default;
@@ -28,6 +40,10 @@ class Workspace {
   /// A graph window for `path`; a kind of file that a feature takes goes to the active window instead. A file that cannot
   /// be read is told to the user and opens nothing; false then.
   virtual bool OpenFile(const std::filesystem::path& path) = 0;
+  /// The same for any kind of file that opens a window, untold; `reading` says how data are read.
+  virtual Opening TryToOpen(const std::filesystem::path& path, const ImportOptions& reading) = 0;
+  /// Several windows that `opening` opens are all seen in the end, none hidden behind another.
+  virtual void SeeTogether(const std::function<void()>& opening) = 0;
   /// Loads `path` into an open document and tells what is wrong with it. False when nothing was loaded.
   virtual bool LoadInto(Document& document, const std::filesystem::path& path) = 0;
   /// Saves under the document's graph file name, else asks for one. False when nothing was saved.
@@ -39,6 +55,8 @@ class Workspace {
   /// Closes the document's window, which asks what it has to; false when it stays.
   virtual bool Close(Document& document) = 0;
   virtual void Arrange(WindowArrangement arrangement) = 0;
+  virtual void SetFrames(WindowFrames frames) = 0;
+  virtual WindowFrames GetFrames() const = 0;
   virtual void ExitProgram() = 0;
   /// Whether the buttons of the tool bar show their captions.
   virtual void SetButtonCaptions(ButtonCaptions captions) = 0;

@@ -7,6 +7,7 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "data/import/import_file.h"
 #include "data/import/source_place.h"
 #include "desk/document/document.h"
 #include "desk/document/finish_look.h"
@@ -29,7 +30,10 @@ bool Exists(const std::filesystem::path& path) {
 }  // namespace
 
 std::string DocumentFiles::Caption() const {
-  return shown_.empty() ? document_.Name() : document_.Name() + " ( " + shown_.string() + " )";
+  std::string caption = document_.Name();
+  if (!shown_.empty()) caption += " ( " + shown_.string() + " )";
+  if (graph_file_.empty() && !data_file_.empty()) caption += " - " + data_file_.filename().string();
+  return caption;
 }
 
 void DocumentFiles::BeginHistory(bool changed) {
@@ -52,7 +56,7 @@ bool DocumentFiles::Begin(const StartFiles& files) {
     Reload();
   }
   nothing_to_save_ = true;
-  if (!files.data.empty() && !ReadDataFile(files.data)) return false;
+  if (!files.data.empty() && !ReadDataFile(files.data, files.reading)) return false;
   if (!files.data_set.empty() && !LoadDataFromFile(files.data_set)) return false;
   nothing_to_save_ = false;
   BeginHistory(document_.History().Changed());  // how a window begins is no step
@@ -141,12 +145,14 @@ void DocumentFiles::TellOfAnotherGraph() {
   TellMissingPictures(document_.WholeGraph());
 }
 
-bool DocumentFiles::ReadDataFile(const std::filesystem::path& path) {
+bool DocumentFiles::ReadDataFile(const std::filesystem::path& path, const ImportOptions* reading) {
   const GraphState before = document_.Graph().State();
-  const ReadResult result =
-      Read([before, path](Progress& progress) { return ReadData(before, path, progress); });
+  const ImportOptions options = reading ? *reading : ImportOptions();
+  const ReadResult result = Read([before, path, options](Progress& progress) {
+    return ReadData(before, path, options, progress);
+  });
   if (result.cancelled) return false;
-  if (!document_.SelectedChild()) data_file_ = path;  // the window is called by its own data
+  if (!document_.SelectedChild()) ShowDataFile(path);  // the window is called by its own data
   data_folder_ = FolderOfFile(path);
   TakeNewData("Load Data", before, result);
   return true;
@@ -252,7 +258,7 @@ void DocumentFiles::SaveGraphFile(const std::filesystem::path& path) {
 void DocumentFiles::SaveDataFile(const std::filesystem::path& path) {
   Write([state = document_.WholeGraph().State(), path] { WriteByKind(state, path); });
   filed_.Rewritten(path, {});
-  data_file_ = path;
+  ShowDataFile(path);
   data_folder_ = FolderOfFile(path);
 }
 
@@ -320,6 +326,11 @@ void DocumentFiles::TellMissingPictures(const TxyGraph& graph) {
   const std::string& trouble = graph.Background().Error();
   if (!trouble.empty() && told_.insert(trouble).second) document_.GetPrompt().Tell(trouble);
   for (const auto& child : graph.Children()) TellMissingPictures(*child);
+}
+
+void DocumentFiles::ShowDataFile(const std::filesystem::path& path) {
+  data_file_ = path;
+  emit document_.captionChanged();
 }
 
 void DocumentFiles::ShowPath(const std::filesystem::path& path) {

@@ -16,6 +16,7 @@ namespace tarnwick {
 class Document;
 class OpenEdit;
 class TxyGraph;
+struct ImportOptions;
 
 /// The files a document begins with; empty paths for none.
 struct StartFiles {
@@ -24,6 +25,7 @@ struct StartFiles {
       default_template;  ///< used when nothing else is given; a damaged one is told and left out
   std::filesystem::path data;
   std::filesystem::path data_set;
+  const ImportOptions* reading = nullptr;  ///< of the data; null: as is found out
 };
 
 class DocumentFiles {
@@ -31,7 +33,8 @@ class DocumentFiles {
   /// Part of `document`, which is its owner.
   explicit DocumentFiles(Document& document) : document_(document) {}
 
-  /// The document's name, and after loading or saving a graph file or template its path.
+  /// The document's name, after loading or saving a graph file or template its path, and of data that lie in no graph file
+  /// yet the data file's name: "Graph_1 - pendulum.csv".
   std::string Caption() const;
   /// What was decided or left out in reading what the graph shows, until it is closed.
   DocumentTold& Told() { return data_told_; }
@@ -65,7 +68,7 @@ class DocumentFiles {
   /// which belongs into `graph_file` and came from `data_file` (empty: none). For a new document.
   void Recover(const std::filesystem::path& copy, const std::filesystem::path& graph_file,
                const std::filesystem::path& data_file);
-  bool ReadDataFile(const std::filesystem::path& path);
+  bool ReadDataFile(const std::filesystem::path& path, const ImportOptions* reading = nullptr);
   /// One step called `step` of what `reading` makes of the graph worked on and data from elsewhere. It runs as all reading
   /// does, maybe on another thread.
   bool AddData(const std::string& step,
@@ -102,6 +105,7 @@ class DocumentFiles {
   void SettleTooManyPoints();
   void TellMissingPictures(const TxyGraph& graph);
   void ShowPath(const std::filesystem::path& path);
+  void ShowDataFile(const std::filesystem::path& path);
 
   Document& document_;
   std::filesystem::path shown_;  // in the caption

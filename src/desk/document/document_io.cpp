@@ -119,9 +119,10 @@ ReadResult ReadGraph(const std::filesystem::path& path) {
   return result;
 }
 
-ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, Progress& progress) {
+ReadResult ReadData(const GraphState& into, const std::filesystem::path& path,
+                    const ImportOptions& options, Progress& progress) {
   return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
-    return ImportIntoGraph(graph, path, {}, load);
+    return ImportIntoGraph(graph, path, options, load);
   });
 }
 

@@ -14,6 +14,8 @@
 
 namespace tarnwick {
 
+struct ImportOptions;
+
 /// A state read, and what there is to say about the reading.
 struct ReadResult {
   GraphState state;
@@ -26,7 +28,8 @@ struct ReadResult {
 /// Throws FileError.
 ReadResult ReadGraph(const std::filesystem::path& path);
 /// `into` with the DataSets of a text or binary data file added. Throws FileError.
-ReadResult ReadData(const GraphState& into, const std::filesystem::path& path, Progress& progress);
+ReadResult ReadData(const GraphState& into, const std::filesystem::path& path,
+                    const ImportOptions& options, Progress& progress);
 /// `into` with the DataSets of a text that is no file's added; `name` is for messages. Throws FileError.
 ReadResult ReadDataText(const GraphState& into, const std::string& text, const std::string& name,
                         Progress& progress);

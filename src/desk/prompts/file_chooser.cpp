@@ -5,6 +5,7 @@
 
 #include "desk/prompts/file_filters.h"
 #include "desk/prompts/picture_size_dialog.h"
+#include "desk/prompts/read_folder_dialog.h"
 #include "desk/prompts/save_dialog.h"
 #include "desk/widgets/text.h"
 
@@ -33,6 +34,12 @@ std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
   if (dialog.exec() != QDialog::Accepted) return chosen;
   for (const QString& name : dialog.selectedFiles()) chosen.push_back(ToPath(name));
   return chosen;
+}
+
+std::optional<FolderChoice> DialogFileChooser::FolderToOpen(const std::filesystem::path& folder) {
+  Txy_ReadFolder dialog(folder, parent_);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Choice();
 }
 
 std::optional<std::filesystem::path> DialogFileChooser::FileToSave(const SaveProposal& proposal) {

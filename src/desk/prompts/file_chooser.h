@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "graph/pictures/picture_export.h"
@@ -20,11 +21,21 @@ struct SaveProposal {
   PictureOptions picture;  ///< as the graph is shown
 };
 
+/// The files of a folder that a mask names.
+struct FolderChoice {
+  std::filesystem::path folder;
+  std::string mask;  ///< "*.*" for all, "*.dat;*.txt"
+};
+
 class FileChooser {
  public:
   virtual ~FileChooser() = default;
   /// The files chosen, none when the user cancels. An empty folder means the current one.
   virtual std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path& folder) = 0;
+  /// The folder chosen, beginning with this one; nothing when the user cancels, or where nobody can be asked.
+  virtual std::optional<FolderChoice> FolderToOpen(const std::filesystem::path&) {
+    return std::nullopt;
+  }
   /// The name chosen, with an extension; nothing when the user cancels. It does not ask about existing files.
   virtual std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) = 0;
   /// The PDF file chosen, which may exist; nothing when the user cancels.
@@ -46,6 +57,7 @@ class DialogFileChooser final : public FileChooser {
  public:
   explicit DialogFileChooser(QWidget* parent) : parent_(parent) {}
   std::vector<std::filesystem::path> FilesToOpen(const std::filesystem::path& folder) override;
+  std::optional<FolderChoice> FolderToOpen(const std::filesystem::path& folder) override;
   std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) override;
   std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) override;
   std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) override;

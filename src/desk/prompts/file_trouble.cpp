@@ -7,16 +7,24 @@
 
 namespace tarnwick {
 
+std::string MissingText(const std::filesystem::path& path) {
+  return "File \"" + path.string() + "\" is not found!";
+}
+
+std::string FileErrorText(const std::filesystem::path& path, const std::string& reason) {
+  const bool graph = HoldsSections(KindToRead(path));
+  return graph ? reason + "\n\nFile " + path.string() + " has wrong format" : reason;
+}
+
 bool TellIfMissing(const std::filesystem::path& path, Prompt& prompt) {
   std::error_code ignored;  // what cannot be looked at is not found
   if (std::filesystem::exists(path, ignored)) return false;
-  prompt.Tell("File \"" + path.string() + "\" is not found!");
+  prompt.Tell(MissingText(path));
   return true;
 }
 
 void TellFileError(const std::filesystem::path& path, const std::string& reason, Prompt& prompt) {
-  const bool graph = HoldsSections(KindToRead(path));
-  prompt.Tell(graph ? reason + "\n\nFile " + path.string() + " has wrong format" : reason);
+  prompt.Tell(FileErrorText(path, reason));
 }
 
 }  // namespace tarnwick

@@ -8,6 +8,10 @@ namespace tarnwick {
 
 class Prompt;
 
+/// What is told of a file that is not there, and of one that could not be read or taken.
+std::string MissingText(const std::filesystem::path& path);
+std::string FileErrorText(const std::filesystem::path& path, const std::string& reason);
+
 /// Tells when there is no such file; true then.
 bool TellIfMissing(const std::filesystem::path& path, Prompt& prompt);
 

@@ -3,6 +3,8 @@
 
 #include <QSettings>
 #include <memory>
+#include <optional>
+#include <type_traits>
 
 #include "desk/settings/setting.h"
 
@@ -16,6 +18,7 @@ class Settings {
   template <class T>
   T Read(const Setting<T>& setting) const {
     QVariant value = store_->value(PathOf(setting.section, setting.key));
+    if constexpr (std::is_same_v<T, bool>) return BooleanOf(value).value_or(setting.fallback);
     return value.convert(QMetaType::fromType<T>()) ? value.value<T>() : setting.fallback;
   }
   template <class T>
@@ -24,6 +27,8 @@ class Settings {
   }
 
  private:
+  /// 0, 1, true and false are booleans, other texts and numbers none.
+  static std::optional<bool> BooleanOf(const QVariant& stored);
   /// "Paper/Width"
   static QString PathOf(const char* section, const char* key) {
     return QLatin1String(section) + QLatin1Char('/') + QLatin1String(key);

@@ -18,7 +18,7 @@ using testing::PixelsOf;
 TEST_F(DesktopTest, OpensADataFileAsAFinishedPlot) {
   Start({Example("decay.dat")});
   ASSERT_NE(form_->ActiveGraphWindow(), nullptr);
-  EXPECT_EQ(ActiveDocument().Files().Caption(), "Graph_1");
+  EXPECT_EQ(ActiveDocument().Files().Caption(), "Graph_1 - decay.dat");
   EXPECT_TRUE(ActiveDocument().History().Changed());
   ASSERT_GE(ActiveDocument().Graph().SeriesCount(), 1u);
 

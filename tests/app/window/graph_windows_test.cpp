@@ -1,5 +1,8 @@
 // Graph windows in their workspace: closing with its questions, arranging, commands that follow the active one.
 #include <QAction>
+#include <QTabBar>
+#include <QTest>
+#include <algorithm>
 
 #include "app/window/graph_popup.h"
 #include "desk/commands/command_actions.h"
@@ -80,16 +83,54 @@ TEST_F(DesktopTest, ThePopupMenuHoldsTheGraphsContentsThenItsCommands) {
 }
 
 TEST_F(DesktopTest, BehindAClosedWindowLiesTheLastOneAsItWas) {
-  Start({Example("pendulum.csv"), Example("decay.dat")});
-  Run("FileNew1");
+  Start({Example("pendulum.csv")});
+  for (const int i : {2, 3}) {
+    Run("FileNew1");
+    EXPECT_EQ(form_->GraphWindows().size(), static_cast<std::size_t>(i));
+  }
   for (const int left : {2, 1}) {
     const std::string before =
         form_->GraphWindows()[static_cast<std::size_t>(left - 1)]->GetDocument().Name();
-    if (left == 1) Expect("Save changes to Graph_2 ?", Answer::No);
     Run("FileClose1");
     EXPECT_EQ(ActiveDocument().Name(), before);
     EXPECT_TRUE(form_->ActiveGraphWindow()->isMaximized());
   }
+}
+
+TEST_F(DesktopTest, SeveralFilesOpenedAtOnceAreAllSeen) {
+  const auto all_seen = [this] {
+    const auto windows = form_->GraphWindows();
+    return std::ranges::none_of(windows, [&](const TGraphWindow* window) {
+      return std::ranges::any_of(windows, [window](const TGraphWindow* other) {
+        return other != window && other->geometry().intersects(window->geometry());
+      });
+    });
+  };
+  Start({Example("decay.dat"), Example("pendulum.csv")});
+  EXPECT_TRUE(QTest::qWaitFor(all_seen));
+  EXPECT_EQ(form_->ActiveGraphWindow()->windowTitle(), "Graph_2 - decay.dat");
+  chooser_->to_open = {Example("diode.txt"), Example("reactor_log.tsv")};
+  ActiveDocument().History().SetChanged(false);
+  form_->ActiveGraphWindow()->showMaximized();
+  Run("FileOpen1");
+  EXPECT_EQ(form_->GraphWindows().size(), 4U);
+  EXPECT_TRUE(all_seen());
+}
+
+TEST_F(DesktopTest, GraphsStandBehindTabsOnRequest) {
+  Start({Example("decay.dat")});
+  Run("WindowTabs1");
+  Run("FileNew1");
+  auto* const tabs = form_->findChild<QTabBar*>();
+  ASSERT_NE(tabs, nullptr);
+  EXPECT_EQ(tabs->tabText(0), "Graph_1 - decay.dat");
+  EXPECT_EQ(tabs->tabText(1), "Graph_2");
+  EXPECT_FALSE(form_->Actions().ActionOf("WindowCascade1")->isEnabled());
+  tabs->setCurrentIndex(0);
+  EXPECT_EQ(ActiveDocument().Name(), "Graph_1");
+  TearDown();
+  SetUp();
+  EXPECT_TRUE(form_->Actions().ActionOf("WindowTabs1")->isChecked());
 }
 
 TEST_F(DesktopTest, WindowsAreArrangedInsideTheWorkspace) {

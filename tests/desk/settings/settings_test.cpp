@@ -14,6 +14,22 @@ constexpr Setting<bool> kShown = {
 constexpr Setting<QSize> kSize = {
     .section = "Panel", .key = "Size", .fallback = {3, 4}, .label = "Size"};
 
+TEST(Settings, BooleansAreReadAsOthersWriteThem) {
+  const testing::TemporaryFolder folder;
+  struct Row {
+    const char* text;
+    bool read;
+  };
+  constexpr Row kRows[] = {{"0", false}, {"1", true}, {"False", false}, {"true", true},
+                           {"no", true}, {"2", true}, {"", true},       {"@Size(1 2)", true}};
+  for (const Row& row : kRows) {
+    const auto file = folder.Write("settings.ini", std::string("[Panel]\nShown=") + row.text);
+    const Settings settings(
+        std::make_unique<QSettings>(QString::fromStdString(file.string()), QSettings::IniFormat));
+    EXPECT_EQ(settings.Read(kShown), row.read) << row.text;
+  }
+}
+
 TEST(Settings, WhatIsStoredIsReadAndNonsenseIsNot) {
   const testing::TemporaryFolder folder;
   const auto file =

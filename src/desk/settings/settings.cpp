@@ -1,0 +1,12 @@
+#include "desk/settings/settings.h"
+
+namespace tarnwick {
+
+std::optional<bool> Settings::BooleanOf(const QVariant& stored) {
+  const QString text = stored.toString().trimmed().toLower();
+  if (text == "1" || text == "true") return true;
+  if (text == "0" || text == "false") return false;
+  return std::nullopt;
+}
+
+}  // namespace tarnwick
