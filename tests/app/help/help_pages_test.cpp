@@ -50,7 +50,8 @@ std::map<std::string, std::set<std::string>> Ids() {
 TEST(HelpPages, TellOfEveryCommandPanelAndDialogOnce) {
   std::multiset<std::string> all;
   for (const auto& [page, ids] : Ids()) all.insert(ids.begin(), ids.end());
-  std::vector<std::string> wanted{"FitSettings", "TxyMark", "Print", "PageSetup", "ToldBar"};
+  std::vector<std::string> wanted{"FitSettings", "TxyMark",        "Print",      "PageSetup",
+                                  "ToldBar",     "Txy_ReadFolder", "ValueEditor"};
   for (const Command* command : CommandsOf(Features())) wanted.emplace_back(command->name);
   for (const PanelRow* panel : PanelsOf(Features())) wanted.emplace_back(panel->name);
   for (const std::string& name : wanted) EXPECT_EQ(all.count(name), 1U) << name;

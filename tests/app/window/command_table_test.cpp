@@ -153,9 +153,9 @@ TEST_F(CommandTableTest, WithoutAWindowOnlyWhatNeedsNoneIsEnabled) {
     if (ActionOf(fixed.name)->isEnabled()) enabled.insert(fixed.name);
   }
   EXPECT_EQ(enabled, (std::set<std::string_view>{
-                         "FileNew1", "FileOpen1", "FileOpenFolder1", "FilePrnSetup1", "FileExit1", "FileEscExit1",
-                         "WindowShowDisplay1", "WindowMoveDisplay1", "MenuShowCaptions1",
-                         "HelpContents1", "HelpTopicSearch1", "HelpAbout1"}));
+                         "FileNew1", "FileOpen1", "FileOpenFolder1", "FilePrnSetup1", "FileExit1",
+                         "FileEscExit1", "WindowShowDisplay1", "WindowMoveDisplay1",
+                         "MenuShowCaptions1", "HelpContents1", "HelpTopicSearch1", "HelpAbout1"}));
 }
 
 TEST_F(CommandTableTest, TheDataMenuEndsWithTheDataSets) {

@@ -23,7 +23,9 @@ TEST(Settings, BooleansAreReadAsOthersWriteThem) {
   constexpr Row kRows[] = {{"0", false}, {"1", true}, {"False", false}, {"true", true},
                            {"no", true}, {"2", true}, {"", true},       {"@Size(1 2)", true}};
   for (const Row& row : kRows) {
-    const auto file = folder.Write("settings.ini", std::string("[Panel]\nShown=") + row.text);
+    // Names of their own: files of one name and size written within a moment are taken for the same.
+    const auto file = folder.Write("settings" + std::to_string(&row - kRows) + ".ini",
+                                   std::string("[Panel]\nShown=") + row.text);
     const Settings settings(
         std::make_unique<QSettings>(QString::fromStdString(file.string()), QSettings::IniFormat));
     EXPECT_EQ(settings.Read(kShown), row.read) << row.text;
