@@ -82,5 +82,8 @@ function(tarnwick_editor library folder)
     tarnwick_precompile(${library} widgets)
     set_target_properties(${library} PROPERTIES LIBRARY_OUTPUT_DIRECTORY "${TARNWICK_BIN_DIR}")
     install(TARGETS ${library} LIBRARY DESTINATION lib/tarnwick)
+    if(TARGET tarnwick)
+        add_dependencies(tarnwick ${library}) # which looks for it when it is wanted
+    endif()
     set_property(GLOBAL APPEND PROPERTY TARNWICK_EDITORS ${library})
 endfunction()

@@ -153,7 +153,7 @@ void ChangeThroughControl(FieldWidget* field) {
 TEST_F(GraphEditorTest, EveryControlWritesAndCancelRestoresByteForByte) {
   Open();
   Mark mark;
-  mark.type = MarkType::Point;
+  mark.type = MarkType::Line;
   mark.caption = "here";
   ActiveDocument().Edit("Mark", [&](TxyGraph& graph) { graph.Marks().AddMark(mark); });
   std::set<std::string> untouched;
@@ -263,6 +263,7 @@ TEST_F(GraphEditorTest, NonsenseIsRefusedWithItsReasonAndChangesNothing) {
     const auto* line = field->Control()->findChild<QLineEdit*>();
     Type(field, row.typed);
     EXPECT_TRUE(field->IsRefused());
+    EXPECT_TRUE(Bytes() == before) << "nor does the beginning of what was typed";
     EXPECT_FALSE(RemarkOf(field).isEmpty());
     if (!line) line = qobject_cast<QLineEdit*>(field->Control());
     EXPECT_EQ(line->text().trimmed(), QString(row.typed).trimmed()) << "it stays to be mended";
@@ -280,6 +281,9 @@ TEST_F(GraphEditorTest, ARefusedMinimumHoldsOnceTheMaximumLetsIt) {
   EXPECT_EQ(X().Min, 300);
   EXPECT_EQ(X().Max, 400);
   EXPECT_EQ(RemarkOf(Field("Range/Minimum")), "");
+  QTest::keyClicks(Field("Range/Maximum")->Control(), "0x");
+  EXPECT_EQ(X().Min, 300);
+  EXPECT_EQ(X().Max, 400);
 }
 
 TEST_F(GraphEditorTest, SeveralDataSetsAreChangedAtOnceAndDoubleNamesTold) {

@@ -9,18 +9,12 @@
 #include "desk/fields/field_widget.h"
 #include "desk/fields/mnemonics.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/wrapped_label.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr int kWidestLabel = 150;  // pixels beside a control; a longer one stands above it
-
-void AddBeside(QFormLayout& form, QLabel& label, FieldWidget& field) {
-  if (label.sizeHint().width() <= kWidestLabel) return form.addRow(&label, &field);
-  label.setWordWrap(true);
-  form.addRow(&label);
-  form.addRow(&field);
-}
+constexpr int kWidestLabel = 130;  // pixels beside a control; a longer one stands above it
 
 }  // namespace
 
@@ -28,7 +22,15 @@ FieldForm::FieldForm(const std::vector<FieldRow>& rows, QWidget* parent) : QWidg
   (new QVBoxLayout(this))->setContentsMargins(0, 0, 0, 0);
   Mnemonics mnemonics;
   for (const FieldRow& row : rows) AddRow(row, mnemonics.Mark(ToQt(row.look.caption)));
+  AlignLabels();
   static_cast<QVBoxLayout*>(layout())->addStretch();
+}
+
+/// The controls of all boxes begin at one line.
+void FieldForm::AlignLabels() {
+  int widest = 0;
+  for (const QLabel* label : labels_) widest = std::max(widest, label->sizeHint().width());
+  for (QLabel* label : labels_) label->setMinimumWidth(widest);
 }
 
 QFormLayout* FieldForm::BoxOf(std::string_view group) {
@@ -42,6 +44,20 @@ QFormLayout* FieldForm::BoxOf(std::string_view group) {
   return form;
 }
 
+void FieldForm::AddLabelled(QFormLayout& form, const QString& caption, FieldWidget& field) {
+  auto* label = new QLabel(caption, form.parentWidget());
+  if (label->sizeHint().width() <= kWidestLabel) {
+    labels_.push_back(label);
+    form.addRow(label, &field);
+  } else {
+    delete label;
+    label = new WrappedLabel(caption, form.parentWidget());
+    form.addRow(label);
+    form.addRow(&field);
+  }
+  label->setBuddy(field.Control());
+}
+
 void FieldForm::AddRow(const FieldRow& row, const QString& caption) {
   FieldWidget* field = nullptr;
   if (row.look.control.kind != ControlKind::Hidden) {
@@ -51,9 +67,7 @@ void FieldForm::AddRow(const FieldRow& row, const QString& caption) {
       field->SetCaption(caption);
       form->addRow(field);
     } else {
-      auto* label = new QLabel(caption, form->parentWidget());
-      label->setBuddy(field->Control());
-      AddBeside(*form, *label, *field);
+      AddLabelled(*form, caption, *field);
     }
     connect(field, &FieldWidget::edited, this,
             [this, place = fields_.size()] { emit edited(place); });

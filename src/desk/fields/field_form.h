@@ -9,6 +9,7 @@
 #include "desk/fields/field_row.h"
 
 class QFormLayout;
+class QLabel;
 
 namespace tarnwick {
 
@@ -31,8 +32,11 @@ class FieldForm final : public QWidget {
  private:
   QFormLayout* BoxOf(std::string_view group);
   void AddRow(const FieldRow& row, const QString& caption);
+  void AddLabelled(QFormLayout& form, const QString& caption, FieldWidget& field);
+  void AlignLabels();
 
   std::vector<FieldWidget*> fields_;
+  std::vector<QLabel*> labels_;  // beside their controls
   std::vector<std::pair<std::string_view, QFormLayout*>> boxes_;
 };
 

@@ -1,6 +1,5 @@
 #include "desk/fields/field_widget.h"
 
-#include <QLabel>
 #include <QVBoxLayout>
 #include <cmath>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "desk/fields/text_field.h"
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/wrapped_label.h"
 
 namespace tarnwick {
 namespace {
@@ -90,6 +90,7 @@ void FieldWidget::Take(FieldValue value) {
 void FieldWidget::Refuse(const QString& why) {
   typed_.reset();
   ShowRemark(FieldRemark::Refused(why.toStdString()));
+  emit edited();
 }
 
 void FieldWidget::ShowRemark(const FieldRemark& remark) {
@@ -98,15 +99,14 @@ void FieldWidget::ShowRemark(const FieldRemark& remark) {
   control_->setToolTip(remark.text.empty() ? tip_ : ToQt(remark.text));
   if (!remark_ && remark.text.empty()) return;
   if (!remark_) {
-    remark_ = new QLabel(this);
+    remark_ = new WrappedLabel({}, this);
     remark_->setObjectName("Remark");
-    remark_->setWordWrap(true);
     column_->addWidget(remark_);
   }
   QPalette colors;
   if (remark.Refuses()) colors.setColor(QPalette::WindowText, WrongTextColor());
   remark_->setPalette(colors);
-  remark_->setText(ToQt(remark.text));
+  remark_->ShowText(ToQt(remark.text));
   remark_->setVisible(!remark.text.empty());
 }
 

@@ -8,10 +8,11 @@
 
 #include "desk/fields/field_row.h"
 
-class QLabel;
 class QVBoxLayout;
 
 namespace tarnwick {
+
+class WrappedLabel;
 
 class FieldWidget : public QWidget {
   Q_OBJECT
@@ -20,6 +21,8 @@ class FieldWidget : public QWidget {
   /// Shows a value; nothing stands for several that differ. What the user has typed stays while it means that value, or
   /// while it is refused and the value is the one shown before.
   void Show(const std::optional<FieldValue>& value, const FieldSurroundings& around);
+  /// The same while the user is typing in it: what was typed stays in any case.
+  void ShowBehind(const std::optional<FieldValue>& value) { shown_ = value; }
   /// Forgets what was typed and refused.
   void Forget();
   void ShowRemark(const FieldRemark& remark);
@@ -37,7 +40,7 @@ class FieldWidget : public QWidget {
   QWidget* Control() const { return control_; }
 
  signals:
-  /// The user has chosen or typed a value.
+  /// The user has chosen or typed something: Typed() says whether it is a value.
   void edited();
 
  protected:
@@ -57,7 +60,7 @@ class FieldWidget : public QWidget {
 
   FieldRow row_;
   QVBoxLayout* column_;
-  QLabel* remark_ = nullptr;
+  WrappedLabel* remark_ = nullptr;
   QWidget* control_ = nullptr;
   QString tip_;
   FieldRemark::Kind remark_kind_ = FieldRemark::Kind::None;

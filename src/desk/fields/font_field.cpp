@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kShortest = 90;  // pixels
 
-QFont QtFont(const Font& font) {
+QFont DialogFont(const Font& font) {
   QFont made(ToQt(font.name), std::max(font.size, 1));
   made.setBold(font.bold);
   made.setItalic(font.italic);
@@ -68,7 +68,7 @@ void FontField::ShowFont(bool various) {
 
 void FontField::ChooseFont() {
   bool chosen = false;
-  const QFont font = QFontDialog::getFont(&chosen, QtFont(font_), window(), tr("Font"));
+  const QFont font = QFontDialog::getFont(&chosen, DialogFont(font_), window(), tr("Font"));
   if (!chosen) return;
   font_.name = font.family().toStdString();
   font_.size = std::max(font.pointSize(), 1);

@@ -32,7 +32,19 @@ namespace {
 using Kind = GraphPart::Kind;
 
 constexpr int kTreeMargin = 28;  // pixels beside the longest caption
-constexpr int kFormWidth = 290;
+constexpr int kFormWidth = 310;
+
+/// While one lives, what is told of the graph comes from the editor.
+class Changing {
+ public:
+  explicit Changing(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Changing() { flag_ = false; }
+  Changing(const Changing&) = delete;
+  Changing& operator=(const Changing&) = delete;
+
+ private:
+  bool& flag_;
+};
 
 bool HasItems(const Page& page) {
   return page.part.kind == Kind::DataSet || page.part.kind == Kind::Mark;
@@ -249,6 +261,7 @@ void GraphEditor::Follow(Document* document) {
     graph_ = nullptr;
     clicks_ = 0;
   }
+  if (!changing_) typing_.reset();
   if (!isVisible()) return;
   if (document_ && graph_ != &Graph()) {
     EndStep();
@@ -281,7 +294,12 @@ void GraphEditor::RefreshField(std::size_t place, const std::vector<std::int32_t
   FieldWidget* widget = form_->Field(place);
   if (!widget) return;
   const PageField& field = fields_[place];
-  widget->Show(CommonValue(Graph(), field, ids), Around());
+  const std::optional<FieldValue> value = CommonValue(Graph(), field, ids);
+  if (changing_ && typing_ && typing_->place == place) {
+    widget->ShowBehind(value);
+  } else {
+    widget->Show(value, Around(field, ids.front()));
+  }
   // Useful as soon as one of several has a use for it.
   std::string idle;
   for (const std::int32_t id : ids) {
@@ -291,13 +309,17 @@ void GraphEditor::RefreshField(std::size_t place, const std::vector<std::int32_t
   widget->SetIdle(ToQt(idle));
 }
 
-FieldSurroundings GraphEditor::Around() const {
+FieldSurroundings GraphEditor::Around(const PageField& field, std::int32_t id) const {
   FieldSurroundings around;
-  for (std::size_t i = 0; i < Graph().SeriesCount(); ++i) {
-    around.data_sets.push_back(Graph().Series(i).SeriesName());
+  const FieldRow& row = SectionOf(field.section).rows[field.row];
+  if (row.look.control.kind == ControlKind::DataSet) {
+    for (std::size_t i = 0; i < Graph().SeriesCount(); ++i) {
+      around.data_sets.push_back(Graph().Series(i).SeriesName());
+    }
   }
-  around.moments = ShownPage().part.kind == Kind::Axis &&
-                   Graph().Axis(static_cast<AxisId>(ShownPage().part.id)).ShowAsTime();
+  if (row.look.control.kind == ControlKind::Moment) {
+    around.moments = Graph().Axis(AxisOfValue(Graph(), field, id)).ShowAsTime();
+  }
   return around;
 }
 
@@ -306,36 +328,51 @@ FieldSurroundings GraphEditor::Around() const {
 void GraphEditor::TakeField(std::size_t place) {
   if (!document_) return;
   Do([&](CommandContext&) {
-    if (!TryField(place)) return;
-    // What another value stood in the way of may be possible now.
-    for (std::size_t other = 0; other < fields_.size(); ++other) {
-      const FieldWidget* widget = form_->Field(other);
-      if (other != place && widget && widget->IsRefused() && widget->Typed()) TryField(other);
-    }
+    const Changing changing(changing_);
+    if (!typing_ || typing_->place != place) typing_ = Typing{place, Graph().State()};
+    if (!TryField(place, typing_->before)) return;
+    if (TryRefused(place)) typing_.reset();
   });
 }
 
-bool GraphEditor::TryField(std::size_t place) {
+/// What another value stood in the way of may be possible now.
+bool GraphEditor::TryRefused(std::size_t but) {
+  bool taken = false;
+  for (std::size_t place = 0; place < fields_.size(); ++place) {
+    const FieldWidget* widget = form_->Field(place);
+    const bool waits = place != but && widget && widget->IsRefused() && widget->Typed();
+    if (waits && TryField(place, Graph().State())) taken = true;
+  }
+  return taken;
+}
+
+bool GraphEditor::TryField(std::size_t place, const GraphState& before) {
   const PageField& field = fields_[place];
   FieldWidget& widget = *form_->Field(place);
-  const FieldValue value = *widget.Typed();
   const std::vector<std::int32_t> ids = Targets();
-  const FieldRemark remark = JudgeTyped(field, ids, value);
-  if (remark.Refuses()) {
-    widget.ShowRemark(remark);
-    return false;
-  }
-  widget.ShowRemark({});
+  const std::optional<FieldValue> value = widget.Typed();
   if (!live_) live_ = std::make_unique<LiveEdit>(*document_, std::string(ShownPage().step));
-  const Section& section = SectionOf(field.section);
-  live_->Change([&](TxyGraph& graph) {
-    for (const std::int32_t id : ids) section.set(graph, id, field.row, value);
-  });
-  const std::optional<FieldValue> taken = CommonValue(Graph(), field, ids);
-  const bool is_taken = taken && SameValue(*taken, value);
-  widget.ShowRemark(is_taken ? remark
-                             : FieldRemark::Refused("The graph does not take this value now."));
-  return is_taken;
+  const auto change = [&](bool set) {
+    live_->Change([&](TxyGraph& graph) {
+      graph.SetState(before);
+      if (!set) return;
+      for (const std::int32_t id : ids) {
+        SectionOf(field.section).set(graph, id, field.row, *value);
+      }
+    });
+  };
+  const FieldRemark remark = value ? JudgeTyped(field, ids, *value) : FieldRemark();
+  const bool usable = value && !remark.Refuses();
+  if (usable) widget.ShowRemark({});
+  change(usable);
+  if (!value) return false;  // the field says why itself
+  const std::optional<FieldValue> held = CommonValue(Graph(), field, ids);
+  const bool is_held = held && SameValue(*held, *value);
+  if (usable && !is_held) change(false);
+  widget.ShowRemark(usable && !is_held
+                        ? FieldRemark::Refused("The graph does not take this value now.")
+                        : remark);
+  return usable && is_held;
 }
 
 FieldRemark GraphEditor::JudgeTyped(const PageField& field, const std::vector<std::int32_t>& ids,
@@ -415,6 +452,7 @@ void GraphEditor::UseForNewGraphs() {
 
 void GraphEditor::EndStep() {
   live_.reset();
+  typing_.reset();
 }
 
 void GraphEditor::Keep() {

@@ -58,11 +58,12 @@ class GraphEditor final : public QWidget {
   void Refresh();
   void RefreshItems();
   void RefreshField(std::size_t place, const std::vector<std::int32_t>& ids);
-  FieldSurroundings Around() const;
+  FieldSurroundings Around(const PageField& field, std::int32_t id) const;
 
   void TakeField(std::size_t place);
-  /// False when the value was refused.
-  bool TryField(std::size_t place);
+  /// Gives the graph `before` the value; leaves it so, and answers false, when the value is refused.
+  bool TryField(std::size_t place, const GraphState& before);
+  bool TryRefused(std::size_t but);
   FieldRemark JudgeTyped(const PageField& field, const std::vector<std::int32_t>& ids,
                          const FieldValue& value) const;
   void Reorder(const std::vector<std::int32_t>& ids);
@@ -79,6 +80,14 @@ class GraphEditor final : public QWidget {
   QPointer<Document> document_;
   const TxyGraph* graph_ = nullptr;  // the one shown last: a document has inserted ones, too
   std::unique_ptr<LiveEdit> live_;
+  /// A field that is being typed in. The beginning of a number is no number that was meant: each text that is typed
+  /// begins from what the graph was before.
+  struct Typing {
+    std::size_t place = 0;
+    GraphState before;
+  };
+  std::optional<Typing> typing_;
+  bool changing_ = false;
   std::size_t page_ = 0;
   int clicks_ = 0;
   bool refreshing_ = false;

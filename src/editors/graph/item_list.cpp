@@ -42,6 +42,7 @@ ItemList::ItemList(const QString& name, Order order, QWidget* parent)
   list_->setObjectName("Items");
   list_->setAccessibleName(name);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  list_->setIconSize({kSwatch, kSwatch});
   list_->setTextElideMode(Qt::ElideMiddle);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   connect(list_, &QListWidget::itemSelectionChanged, this, &ItemList::chosenChanged);

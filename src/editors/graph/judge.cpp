@@ -118,29 +118,43 @@ FieldRemark JudgeErrors(const TSeries& series, ErrorKind kind, bool of_x) {
   return FieldRemark::Told("No point has an error of its own yet.");
 }
 
+/// Numbers of fields of a DataSet.
+enum DataSetField {
+  kName = 1,
+  kTolerance = 2,
+  kDuplicates = 3,
+  kRegression = 6,
+  kSteps = 7,
+  kControl = 8,
+  kYErrors = 61,
+  kYErrorValue = 62,
+  kXErrors = 63,
+  kXErrorValue = 64
+};
+
 FieldRemark JudgeDataSet(const Case& c) {
   const TSeries& series = SeriesOf(c.graph, c.id);
   const DataSettings& now = series.Settings();
   switch (c.number) {
-    case 1:
+    case kName:
       return JudgeName(c);
-    case 2:
-    case 62:
-    case 64:
+    case kTolerance:
+    case kYErrorValue:
+    case kXErrorValue:
       return c.Number() < 0 ? FieldRemark::Refused("This is not below zero.") : FieldRemark();
-    case 3:
+    case kDuplicates:
       if (std::get<bool>(c.value) || !now.DuplicatesAllowed) return {};
       return FieldRemark::Told("Of points at one X the first was kept.");
-    case 6:
+    case kRegression:
       return JudgeRegression(series, static_cast<RegressionType>(c.Whole()), now.regression_steps,
                              now.regression_alpha);
-    case 7:
+    case kSteps:
       return JudgeRegression(series, now.regression_type, c.Whole(), now.regression_alpha);
-    case 8:
+    case kControl:
       return JudgeRegression(series, now.regression_type, now.regression_steps, c.Number());
-    case 61:
-    case 63:
-      return JudgeErrors(series, static_cast<ErrorKind>(c.Whole()), c.number == 63);
+    case kYErrors:
+    case kXErrors:
+      return JudgeErrors(series, static_cast<ErrorKind>(c.Whole()), c.number == kXErrors);
     default:
       return {};
   }
@@ -201,7 +215,24 @@ constexpr const char* kOwnWindow = "The graph's window keeps its place: move or 
 constexpr const char* kLogarithmic = "A logarithmic axis has ticks in decades.";
 constexpr const char* kNoSymbols = "The symbols are not shown.";
 
+/// Numbers of a mark's coordinates, and whether a type of marks has a use for each.
+enum MarkField { kX1 = 2, kY1 = 3, kX2 = 4, kY2 = 5 };
+
+template <MarkField kField>
+bool HasNoUse(const TxyGraph& graph, std::int32_t id) {
+  const Mark* mark = graph.Marks().FindMark(id);
+  if (!mark || mark->type == MarkType::Line) return false;
+  if (mark->type == MarkType::Point) return kField == kY2;
+  return kField != (mark->type == MarkType::Vertical ? kX1 : kY1);
+}
+
+constexpr const char* kNoUse = "This type of marks has no use for it.";
+
 constexpr std::array kIdle = {
+    IdleRow{SectionId::Mark, kX1, HasNoUse<kX1>, kNoUse},
+    IdleRow{SectionId::Mark, kY1, HasNoUse<kY1>, kNoUse},
+    IdleRow{SectionId::Mark, kX2, HasNoUse<kX2>, kNoUse},
+    IdleRow{SectionId::Mark, kY2, HasNoUse<kY2>, kNoUse},
     IdleRow{SectionId::Axis, 4, [](const TxyGraph& g, std::int32_t id) { return !IsLog(g, id); },
             "Only a logarithmic axis has decades."},
     IdleRow{SectionId::Axis, 8, IsLog, kLogarithmic},
@@ -221,12 +252,12 @@ constexpr std::array kIdle = {
     IdleRow{SectionId::Style, 8, IsOff<&SeriesStyle::show_symbols>, kNoSymbols},
     IdleRow{SectionId::Style, 16, HasNoRegression, "There is no regression."},
     IdleRow{SectionId::Style, 17, HasNoRegression, "There is no regression."},
-    IdleRow{SectionId::DataSet, 7,
+    IdleRow{SectionId::DataSet, kSteps,
             [](const TxyGraph& g, std::int32_t id) {
               return !HasRegressionCurve(SeriesOf(g, id).RegressionType());
             },
             "Only a spline and a smoothed curve have steps."},
-    IdleRow{SectionId::DataSet, 8,
+    IdleRow{SectionId::DataSet, kControl,
             [](const TxyGraph& g, std::int32_t id) {
               const RegressionType type = SeriesOf(g, id).RegressionType();
               return type != RegressionType::Spline &&
@@ -234,9 +265,9 @@ constexpr std::array kIdle = {
                      type != RegressionType::RunningAverage;
             },
             "This kind of regression has no such number."},
-    IdleRow{SectionId::DataSet, 62, HasNoErrorValue<&PointErrors::y>,
+    IdleRow{SectionId::DataSet, kYErrorValue, HasNoErrorValue<&PointErrors::y>,
             "The errors are not given by one number."},
-    IdleRow{SectionId::DataSet, 64, HasNoErrorValue<&PointErrors::x>,
+    IdleRow{SectionId::DataSet, kXErrorValue, HasNoErrorValue<&PointErrors::x>,
             "The errors are not given by one number."},
     IdleRow{SectionId::Appearance, 20, IsNoPart<&Appearance::show_cross_at_zero>,
             "The cross is not shown."},
@@ -272,6 +303,14 @@ std::string IdleReason(const TxyGraph& graph, const PageField& field, std::int32
     return row.section == field.section && row.number == number && row.idle(graph, id);
   });
   return found == kIdle.end() ? std::string() : found->why;
+}
+
+AxisId AxisOfValue(const TxyGraph& graph, const PageField& field, std::int32_t id) {
+  if (field.section != SectionId::Mark) return static_cast<AxisId>(id);
+  const int number = SectionOf(field.section).rows[field.row].number;
+  if (number == kX1 || number == kX2) return AxisId::X;
+  const Mark* mark = graph.Marks().FindMark(id);
+  return mark && mark->status == MarkStatus::XAndY2 ? AxisId::Y2 : AxisId::Y;
 }
 
 }  // namespace tarnwick

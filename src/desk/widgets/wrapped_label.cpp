@@ -1,0 +1,24 @@
+#include "desk/widgets/wrapped_label.h"
+
+namespace tarnwick {
+
+WrappedLabel::WrappedLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
+  setWordWrap(true);
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void WrappedLabel::ShowText(const QString& text) {
+  setText(text);
+  Fit();
+}
+
+void WrappedLabel::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  Fit();
+}
+
+void WrappedLabel::Fit() {
+  setFixedHeight(heightForWidth(width()));
+}
+
+}  // namespace tarnwick
