@@ -1,6 +1,7 @@
 #include "app/marks/mark_editor.h"
 
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFormLayout>
@@ -20,6 +21,7 @@
 #include "desk/document/document.h"
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/wrapped_label.h"
 #include "graph/edit/mark_edit.h"
 
 namespace tarnwick {
@@ -193,8 +195,15 @@ QWidget* TxyMark::MakePosition() {
             [this, i](const QString& text) { TypePosition(position_[i], text); });
     connect(field.edit, &QLineEdit::editingFinished, this, &TxyMark::EndTyping);
   }
+  const int below = static_cast<int>(position_.size());
+  refused_ = new WrappedLabel({});
+  refused_->setObjectName("Refused");
+  QPalette colors = refused_->palette();
+  colors.setColor(QPalette::WindowText, WrongTextColor());
+  refused_->setPalette(colors);
+  grid->addWidget(refused_, below, 0, 1, 2);
   grid->setColumnStretch(1, 1);
-  grid->setRowStretch(static_cast<int>(position_.size()), 1);
+  grid->setRowStretch(below + 1, 1);
   // As wide and high as with all of them, so that the window keeps its size from type to type.
   grid->setColumnMinimumWidth(0, WidestLabel(fontMetrics()));
   group->setMinimumHeight(group->sizeHint().height());
@@ -210,9 +219,13 @@ QWidget* TxyMark::MakeBottom() {
   show_marks_->setChecked(Graph().GetAppearance().marks_are_shown);
   auto* ok = new QPushButton(tr("O&K"));
   ok->setDefault(true);
+  auto* cancel = new QPushButton(tr("Cancel"));
+  cancel->setToolTip(tr("Take back everything done in this window (Esc)"));
   row->addWidget(show_marks_);
   row->addStretch();
   row->addWidget(ok);
+  row->addWidget(cancel);
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(show_marks_, &QCheckBox::toggled, this, &TxyMark::SetShowMarks);
   connect(ok, &QPushButton::clicked, this, &QDialog::accept);
   return bottom;
@@ -230,6 +243,12 @@ std::optional<Mark> TxyMark::EditedMark() const {
 void TxyMark::done(int result) {
   EndTyping();
   QDialog::done(result);
+}
+
+void TxyMark::closeEvent(QCloseEvent* event) {
+  // What shows in the graph stays; taking it back is asked for by name.
+  accept();
+  event->accept();
 }
 
 void TxyMark::FillList(std::int32_t selected) {
@@ -260,10 +279,11 @@ void TxyMark::ShowMark() {
   type_->setCurrentIndex(static_cast<int>(shown.type));
   caption_->setText(ToQt(shown.caption));
   for (const PositionField& field : position_) {
-    field.edit->setText(mark ? ToQt(ShortestText(shown.*field.number)) : QString());
+    field.edit->setText(mark ? NumberOf(field) : QString());
     field.edit->setCursorPosition(0);
     MarkWrong(*field.edit, {});
   }
+  refused_->ShowText({});
   ShowPositionFields(shown.type);
   ShowColor(mark);
 }
@@ -309,14 +329,21 @@ void TxyMark::EndTyping() {
   typed_in_ = nullptr;
 }
 
+QString TxyMark::NumberOf(const PositionField& field) const {
+  return ToQt(ShortestText(EditedMark().value_or(Mark{}).*field.number));
+}
+
 void TxyMark::TypePosition(const PositionField& field, const QString& text) {
   const QString typed = text.trimmed();
   MarkWrong(*field.edit, {});
+  refused_->ShowText({});
   // A number may begin with its point.
   if (typed.isEmpty() || typed == ".") return;
   const std::optional<double> number = ParseNumber(typed.toStdString());
   if (!number || !std::isfinite(*number)) {
-    MarkWrong(*field.edit, tr("\"%1\" is not a number").arg(typed));
+    const QString why = tr("\"%1\" is not a number").arg(typed);
+    MarkWrong(*field.edit, why);
+    refused_->ShowText(tr("%1: the mark keeps %2.").arg(why, NumberOf(field)));
     return;
   }
   Change(field.edit, [&](Mark& mark) { mark.*field.number = *number; });

@@ -27,6 +27,7 @@ namespace tarnwick {
 class Document;
 class Prompt;
 class TxyGraph;
+class WrappedLabel;
 
 class TxyMark final : public QDialog {
   Q_OBJECT
@@ -47,6 +48,9 @@ class TxyMark final : public QDialog {
  public slots:
   void done(int result) override;
 
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   /// One number of a mark with its label.
   struct PositionField {
@@ -55,6 +59,7 @@ class TxyMark final : public QDialog {
     QLineEdit* edit = nullptr;
   };
 
+  QString NumberOf(const PositionField& field) const;
   QWidget* MakeList();
   QWidget* MakeFields();
   QWidget* MakePosition();
@@ -96,6 +101,7 @@ class TxyMark final : public QDialog {
   QLineEdit* caption_ = nullptr;
   QFrame* swatch_ = nullptr;
   std::array<PositionField, 4> position_;
+  WrappedLabel* refused_ = nullptr;  // why a number is not taken
   QCheckBox* show_marks_ = nullptr;
 };
 

@@ -3,6 +3,7 @@
 #include "app/marks/mark_editor.h"
 #include "base/error.h"
 #include "desk/document/document.h"
+#include "desk/document/open_edit.h"
 #include "graph/edit/mark_edit.h"
 
 namespace tarnwick {
@@ -42,9 +43,11 @@ void ShiftToMark(CommandContext& context) {
 void EditMarks(CommandContext& context) {
   TxyGraph& graph = context.document->Graph();
   const Mark* current = CurrentMark(graph);
+  OpenEdit step(*context.document, "Edit Marks");
   TxyMark editor(*context.document, current ? current->id : -1, context.prompt,
                  context.dialog_parent);
-  editor.exec();
+  if (editor.exec() == QDialog::Rejected) return;  // which takes all of it back
+  step.Finish();
   const std::optional<Mark> edited = editor.EditedMark();
   if (edited) SetCurrentMark(graph, edited->id);
 }

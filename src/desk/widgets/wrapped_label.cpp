@@ -1,5 +1,7 @@
 #include "desk/widgets/wrapped_label.h"
 
+#include <algorithm>
+
 namespace tarnwick {
 
 WrappedLabel::WrappedLabel(const QString& text, QWidget* parent) : QLabel(text, parent) {
@@ -18,7 +20,7 @@ void WrappedLabel::resizeEvent(QResizeEvent* event) {
 }
 
 void WrappedLabel::Fit() {
-  setFixedHeight(heightForWidth(width()));
+  setFixedHeight(std::max(heightForWidth(width()), 0));  // below 0 without a text
 }
 
 }  // namespace tarnwick

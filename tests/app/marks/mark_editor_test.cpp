@@ -100,7 +100,7 @@ TEST_F(MarkEditorTest, NumbersAreTakenAsTypedAndWhatIsNoneIsLeftOut) {
     Type("e_MarkX1", "7");
     Type("e_MarkX1", row.typed);
     EXPECT_EQ(MarkOf(1).x1, row.stored);
-    EXPECT_EQ(Find<QLineEdit>("e_MarkX1").toolTip().isEmpty(), !row.wrong);
+    EXPECT_EQ(Find<QLabel>("Refused").text().contains("is not a number"), row.wrong);
   }
 }
 
@@ -145,6 +145,25 @@ TEST_F(MarkEditorTest, MarksAreAddedDeletedAndCleared) {
   Expect("Clear All Marks?", Answer::Yes);
   Press("C&lear All");
   EXPECT_TRUE(ActiveDocument().Graph().Marks().All().empty());
+}
+
+TEST_F(MarkEditorTest, CancelTakesEverythingBackAndClosingKeepsIt) {
+  Start({Example("decay.dat")});
+  for (const bool cancelled : {true, false}) {
+    QTimer::singleShot(0, [cancelled] {
+      QWidget* editor = QApplication::activeModalWidget();
+      for (auto* button : editor->findChildren<QPushButton*>()) {
+        if (button->text() == "New") button->click();
+      }
+      for (auto* button : editor->findChildren<QPushButton*>()) {
+        if (cancelled && button->text() == "Cancel") return button->click();
+      }
+      editor->close();
+    });
+    Run("MarkEdit1");
+    EXPECT_EQ(ActiveDocument().Graph().Marks().All().empty(), cancelled);
+    EXPECT_EQ(ActiveDocument().History().CanUndo(), !cancelled);
+  }
 }
 
 TEST_F(MarkEditorTest, CommandsTellWhatIsMissingAndWorkOnTheCurrentMark) {
