@@ -3,7 +3,7 @@
 namespace tarnwick {
 
 void ShowCheckBoxes(QAbstractItemView& view) {
-  const QPalette palette = view.palette();
+  const QPalette& palette = view.palette();
   const bool dark =
       palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
   if (dark) view.viewport()->setBackgroundRole(QPalette::Button);
