@@ -6,6 +6,7 @@
 #include "base/undefined.h"
 #include "expr/expression_hints.h"
 #include "expr/words/expr_word.h"
+#include "fit/residuals/greatest_size.h"
 
 namespace tarnwick {
 namespace {
@@ -13,16 +14,10 @@ namespace {
 /// Squares of numbers beyond this, with what is multiplied to them, are no numbers any more.
 constexpr double kGreatestSquared = 1e153;
 
-double Greatest(const std::vector<double>& values) {
-  double greatest = 0;
-  for (const double value : values) greatest = std::max(greatest, std::abs(value));
-  return greatest;
-}
-
 /// Y or X whose squares, or those of what depends on them, are lost or overflow.
-std::optional<ExtremeData> FindExtreme(const FitJob& job) {
+std::optional<ExtremeData> FindExtreme(const FitPart& part) {
   for (const ExtremeData& data :
-       {ExtremeData{'Y', Greatest(job.y)}, ExtremeData{'X', Greatest(job.x)}}) {
+       {ExtremeData{'Y', part.greatest_y}, ExtremeData{'X', GreatestSize(part.job.x)}}) {
     if (data.greatest > kGreatestSquared || (data.greatest > 0 && data.greatest < kSmallestSquared))
       return data;
   }
@@ -37,7 +32,7 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   about.method = job.settings.ProcType;
   about.max_iterations = job.settings.IterMax;
   about.thinned_to = job.settings.NPoints;
-  about.extreme_data = FindExtreme(job);
+  about.extreme_data = FindExtreme(part);
   about.sign_warning = SignWarning(job.settings.Expression);
   about.regression_curve = job.source == FitPointSource::RegressionCurve;
   about.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&

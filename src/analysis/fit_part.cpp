@@ -4,11 +4,12 @@
 #include <cmath>
 
 #include "fit/judge/likelihood.h"
+#include "fit/residuals/greatest_size.h"
 
 namespace tarnwick {
 
 FitPart::FitPart(const FitJob& given, const FitWeighting& settled)
-    : job(given), weighting(settled) {
+    : job(given), weighting(settled), greatest_y(GreatestSize(given.y)) {
   model.SetSettings(job.settings, false);
   model.Prepare();
 }
@@ -48,11 +49,12 @@ double FitPart::LikelihoodTerm(std::span<const double> local) {
   return weighting.weights == FitWeights::Relative ? SumOfLogSquares(residuals->Values(local)) : 0;
 }
 
-double FitPart::GreatestY() const {
+double FitPart::GreatestWeightedY() const {
   const std::span<const double> w = weights->Now();
+  if (w.empty()) return greatest_y;
   double greatest = 0;
   for (std::size_t i = 0; i < job.y.size(); ++i)
-    greatest = std::max(greatest, std::abs(w.empty() ? job.y[i] : w[i] * job.y[i]));
+    greatest = std::max(greatest, std::abs(w[i] * job.y[i]));
   return greatest;
 }
 

@@ -35,13 +35,14 @@ class FitPart {
   /// FittedPoints::likelihood_term.
   double LikelihoodTerm(std::span<const double> local);
   /// The greatest size of weighted Y.
-  double GreatestY() const;
+  double GreatestWeightedY() const;
   /// n / sum of the squares of the weights that errors make; else 1.
   double MeanVariance() const;
 
   const FitJob& job;
   TCurFit model;
   FitWeighting weighting;
+  double greatest_y = 0;             ///< the greatest size of Y
   std::vector<std::size_t> columns;  ///< of its varied parameters
   std::optional<PointWeights> weights;
   std::optional<ModelResiduals> residuals;

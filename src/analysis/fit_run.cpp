@@ -23,6 +23,7 @@
 #include "fit/judge/residual_tests.h"
 #include "fit/minimise/bounded_step.h"
 #include "fit/model/ties.h"
+#include "fit/residuals/greatest_size.h"
 #include "fit/residuals/joint_residuals.h"
 
 namespace tarnwick {
@@ -247,9 +248,8 @@ void FitRun::TakeLossIntoAccount(FittedPoints& points) {
 double FitRun::MeasurePattern(LeastSquaresProblem& problem, std::span<const double> p) const {
   const std::vector<double> rest = problem.Residuals(p, kPatternPoints);
   double greatest_y = 0;
-  for (const auto& part : parts_) greatest_y = std::max(greatest_y, part->GreatestY());
-  double greatest = 0;
-  for (const double r : rest) greatest = std::max(greatest, std::abs(r));
+  for (const auto& part : parts_) greatest_y = std::max(greatest_y, part->GreatestWeightedY());
+  const double greatest = GreatestSize(rest);
   const double rounding = std::max(kRounding * greatest_y, kSmallestSquared);
   return greatest > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/undefined.h"
+#include "fit/residuals/greatest_size.h"
 
 namespace tarnwick {
 namespace {
@@ -21,8 +22,7 @@ constexpr double kOutlying = 9;
 
 ResidualPattern FindPattern(std::span<const double> residuals) {
   ResidualPattern pattern{residuals.size(), kUndefined, kUndefined};
-  double greatest = 0;
-  for (const double residual : residuals) greatest = std::max(greatest, std::abs(residual));
+  const double greatest = GreatestSize(residuals);
   if (!(greatest > 0) || !std::isfinite(greatest)) return pattern;
   double squares = 0;
   double products = 0;

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "base/undefined.h"
+#include "fit/residuals/greatest_size.h"
 
 namespace tarnwick {
 namespace {
@@ -78,15 +79,14 @@ PointWeights::PointWeights(const FitWeighting& settled, std::span<const double> 
   if (settled.weights == FitWeights::Errors) {
     for (const double error : errors) sigma_weights_.push_back(1 / error);
   }
-  double greatest = 0;
-  for (const double value : y) greatest = std::max(greatest, std::abs(value));
-  for (const double value : y) {
-    const double size = std::abs(value);
-    if (settled.weights == FitWeights::Counts)
-      sigma_weights_.push_back(1 / std::sqrt(std::max(size, kLeastCounts)));
-    if (settled.weights == FitWeights::Relative && greatest > 0)
-      sigma_weights_.push_back(1 / std::max(size, kLeastRelative * greatest));
+  if (settled.weights == FitWeights::Counts) {
+    for (const double value : y)
+      sigma_weights_.push_back(1 / std::sqrt(std::max(std::abs(value), kLeastCounts)));
   }
+  if (settled.weights != FitWeights::Relative) return;
+  const double least = kLeastRelative * GreatestSize(y);
+  if (!(least > 0)) return;
+  for (const double value : y) sigma_weights_.push_back(1 / std::max(std::abs(value), least));
 }
 
 void PointWeights::Update(std::span<const double> values, std::size_t k) {
