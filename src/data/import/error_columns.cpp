@@ -181,6 +181,14 @@ bool IsRelative(const ImportSource& source, std::int32_t column) {
   return NamesRelative(source.NameOf(column));
 }
 
+/// Errors taken by the guess are those of values from which an expression makes others.
+bool MeetExpression(const ImportOptions& options, const ChosenColumns& chosen) {
+  const auto has_column = [](const ChosenErrors& errors) { return errors.column.has_value(); };
+  return (options.y_expression && options.y_errors.empty() &&
+          std::ranges::any_of(chosen.y_errors, has_column)) ||
+         (options.x_expression && !options.x_errors && has_column(chosen.x_errors));
+}
+
 }  // namespace
 
 bool NamesErrors(std::string_view name) {
@@ -209,6 +217,8 @@ void ChooseErrors(const ImportSource& source, const ImportOptions& options, Chos
   if (!options.x_errors) guess.GiveX();
   if (options.y_errors.empty()) guess.GiveY();
   guess.Tell();
+  if (MeetExpression(options, chosen))
+    chosen.errors_note += ", as read: no expression of X or Y is applied to errors";
   candidates.insert(candidates.end(), relative.begin(), relative.end());
   std::ranges::sort(candidates);
 }

@@ -113,6 +113,12 @@ TEST(ErrorColumns, AreReadAgainAndToldOf) {
   const ImportResult result = ImportFile(path);
   TDataSeries& series = *result.series.at(0);
   EXPECT_EQ(result.errors_note, "\"U_err\" is taken as the error of \"U\"");
+  ImportOptions scaled;
+  scaled.y_expression = "1000*Y";
+  EXPECT_EQ(
+      ImportFile(path, scaled).errors_note,
+      "\"U_err\" is taken as the error of \"U\", as read: no expression of X or Y is applied to "
+      "errors");
   EXPECT_EQ(result.reports.at(0).ErrorsText(),
             "4 rows give no usable error of Y (1 empty, 1 not a number, 1 zero, 1 negative)");
   EXPECT_EQ(series.PointCount(), 5);
