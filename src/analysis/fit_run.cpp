@@ -57,6 +57,8 @@ class FitRun {
   FitResult Run();
   /// The share of one DataSet in what Run answered.
   FitResult OfPart(std::size_t number, const FitResult& whole);
+  /// Of what Run answered, once its shares are known.
+  FitVerdict JudgeTogether(const FitResult& whole, std::span<const FitResult> shares) const;
 
  private:
   void Add(FitPart& part, std::span<const std::string> shared);
@@ -326,6 +328,13 @@ FitResult FitRun::OfPart(std::size_t number, const FitResult& whole) {
   return result;
 }
 
+FitVerdict FitRun::JudgeTogether(const FitResult& whole, std::span<const FitResult> shares) const {
+  std::vector<FitShare> judged;
+  for (std::size_t i = 0; i < shares.size(); ++i)
+    judged.push_back({parts_[i]->job.data_set, &shares[i], &about_[i]});
+  return JudgeJointFit(whole, Together(about_), judged);
+}
+
 }  // namespace
 
 FitResult RunFit(const FitJob& job, Progress& progress, const EveryStep& every_step) {
@@ -341,10 +350,8 @@ JointFit RunJointFit(std::span<const FitJob> jobs, std::span<const std::string> 
   FitRun run(jobs, shared, progress, unseen);
   JointFit fit;
   fit.whole = run.Run();
-  for (std::size_t i = 0; i < jobs.size(); ++i) {
-    fit.parts.push_back(run.OfPart(i, fit.whole));
-    if (!fit.parts.back().verdict.trustworthy) fit.whole.verdict.trustworthy = false;
-  }
+  for (std::size_t i = 0; i < jobs.size(); ++i) fit.parts.push_back(run.OfPart(i, fit.whole));
+  fit.whole.verdict = run.JudgeTogether(fit.whole, fit.parts);
   return fit;
 }
 

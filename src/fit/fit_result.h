@@ -55,20 +55,22 @@ struct TiedParameter {
   double error = 0;  ///< from those of the others; undefined where they do not tell
 };
 
-/// One point that the model misses far more than the others.
-struct OutstandingPoint {
+/// The point that the model misses most beside the others.
+struct FarthestPoint {
   double x = 0;
   double deviations = 0;  ///< of its residual, as the other points scatter
   double pull = 0;        ///< how far it moves the parameters, in errors of all of them together
+  double chance = 1;      ///< that chance leads any point so far
 };
 
 /// What residuals show beside scatter: how probable as much is by chance alone. 1 where that was not tested.
 struct ResidualFindings {
-  double alike = 1;                             ///< neighbours as alike
-  double alternating = 1;                       ///< neighbours as opposite
-  double lagged = 1;                            ///< as strong correlations over several points
-  double shape = 1;                             ///< as much of a smooth shape
-  std::optional<OutstandingPoint> outstanding;  ///< where chance leads no point so far
+  std::int64_t freedom = 0;  ///< degrees of freedom of the residuals tested; 0 where none were
+  double alike = 1;          ///< neighbours as alike
+  double alternating = 1;    ///< neighbours as opposite
+  double lagged = 1;         ///< as strong correlations over several points
+  double shape = 1;          ///< as much of a smooth shape
+  FarthestPoint farthest;
   /// How many times more the points scatter at one end of X or of the curve's height than at the other; 1 where no more than
   /// chance has it.
   double unequal_scatter = 1;
@@ -83,7 +85,9 @@ struct CurveSwing {
 
 /// The judgement in sentences that a user of no mathematical training understands.
 struct FitVerdict {
-  bool trustworthy = false;        ///< converged, all parameters determined, no point lost
+  bool trustworthy = false;  ///< converged, all parameters determined, model tested, no point lost
+  /// Not trustworthy for the one reason that the points cannot test the model.
+  bool untested = false;
   std::string summary;             ///< one sentence
   std::vector<std::string> notes;  ///< further sentences, the most important first
 };

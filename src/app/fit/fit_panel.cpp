@@ -55,6 +55,7 @@ const char* IconOf(const FitResult& result) {
 
 const char* NameOfIcon(const FitResult& result) {
   if (Failed(result.outcome.why)) return "failed";
+  if (result.verdict.untested) return "untested";
   return result.verdict.trustworthy ? "good" : "doubtful";
 }
 

@@ -113,6 +113,7 @@ Json DocumentOf(const FitAnswer& answer) {
   const std::size_t varied = result.names.size();
   Json document = {{"converged", HasConverged(result)},
                    {"trustworthy", result.verdict.trustworthy},
+                   {"untested", result.verdict.untested},
                    {"verdict", result.verdict.summary},
                    {"notes", result.verdict.notes},
                    {"reason", ReasonName(result.outcome.why)},
@@ -212,11 +213,16 @@ void PrintText(const FitAnswer& answer, std::ostream& out) {
 
 void PrintJointText(const JointAnswer& answer, std::ostream& out) {
   out << "all: " << answer.whole.verdict.summary << '\n';
-  for (const std::string& note : answer.whole.verdict.notes) out << note << '\n';
+  const std::vector<std::string>& told = answer.whole.verdict.notes;
+  for (const std::string& note : told) out << note << '\n';
   out << '\n';
   for (const JointAnswer::Part& part : answer.parts) {
     const FitStatistics& own = part.fit.result.statistics;
-    out << part.data_set << ": " << part.fit.result.verdict.summary << '\n';
+    const FitVerdict& verdict = part.fit.result.verdict;
+    out << part.data_set << ": " << verdict.summary << '\n';
+    for (const std::string& note : verdict.notes) {
+      if (std::ranges::find(told, note) == told.end()) out << note << '\n';
+    }
     PrintParameters(part.fit, out);
     out << "points: " << own.points << "\nrss: " << ShortestText(own.sum_of_squares)
         << "\nr_squared: " << ShortestText(own.r_squared) << "\n\n";
@@ -235,6 +241,7 @@ Json ComparisonJson(const ModelComparison& compared) {
     const FitResult& result = compared.results[one.number];
     Json model = {{"function", compared.models[one.number].name},
                   {"trustworthy", result.verdict.trustworthy},
+                  {"untested", result.verdict.untested},
                   {"verdict", result.verdict.summary},
                   {"parameters", result.names.size()},
                   {"difference", JsonNumber(one.difference)},

@@ -18,8 +18,6 @@ constexpr double kNearEnough = 0.1;
 constexpr double kGainWorthNaming = 1e-9;
 // A chi squared that chance leads to more rarely speaks against the model or its errors.
 constexpr double kRareChance = 0.001;
-// With fewer degrees of freedom the points hardly show whether the model is theirs.
-constexpr std::int64_t kFewestFree = 3;
 
 }  // namespace
 
@@ -84,11 +82,6 @@ bool ModelHolds(const FitResult& result) {
          !Alternates(result.residuals) && !OnePointBends(result.residuals) &&
          !ScattersUnequally(result.residuals) && !SwingsFreely(result.swing) &&
          !ErrorsTooSmall(result);
-}
-
-bool CanBeChecked(const FitResult& result) {
-  const bool known = result.statistics.weighting.errors == FitErrors::Absolute;
-  return result.statistics.degrees_of_freedom >= (known ? 1 : kFewestFree);
 }
 
 }  // namespace tarnwick

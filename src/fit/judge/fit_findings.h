@@ -27,7 +27,5 @@ bool PointsLost(const FitResult& result);
 bool AllDetermined(const FitResult& result);
 /// Nothing that the points show speaks against the model.
 bool ModelHolds(const FitResult& result);
-/// Enough points beyond the parameters that their scatter says something; known errors make up for them.
-bool CanBeChecked(const FitResult& result);
 
 }  // namespace tarnwick

@@ -2,12 +2,19 @@
 // no figure of its own.
 #pragma once
 
+#include <span>
+
 #include "fit/fit_result.h"
 #include "fit/judge/fit_circumstances.h"
+#include "fit/judge/verdict_summary.h"
 
 namespace tarnwick {
 
 /// Needs everything of `result` but its verdict.
 FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstances);
+
+/// Of several DataSets fitted together: `shares` are judged already, and what one of them says holds for all.
+FitVerdict JudgeJointFit(const FitResult& whole, const FitCircumstances& circumstances,
+                         std::span<const FitShare> shares);
 
 }  // namespace tarnwick

@@ -13,10 +13,12 @@ namespace {
 constexpr double kReach = 2;
 /// The change of the curve, to what its derivatives promise, below which the parameter is not bounded.
 constexpr double kBounded = 0.5;
+/// The same where it moves alone: one that others make up for near by may still be bounded.
+constexpr double kBoundedAlone = 0.25;
 /// Over a smaller error, relative to the value, a curve is as good as straight.
 constexpr double kStraight = 0.1;
 /// Part of the curve's spread.
-constexpr double kWorthNaming = 0.1;
+constexpr double kWorthNaming = 0.3;
 /// A smaller change of the curve, relative to the curve, is lost in rounding.
 constexpr double kRounding = 1e-10;
 
@@ -27,10 +29,11 @@ double Change(std::span<const double> from, std::span<const double> to) {
 }
 
 /// The model has a value everywhere at `p` and changes by less than `bound` from where the residuals are `here`.
-bool StaysWithin(ModelResiduals& residuals, const std::vector<double>& p,
-                 std::span<const double> here, double bound) {
+bool StaysWithin(ModelResiduals& residuals, const Eigen::VectorXd& p, std::span<const double> here,
+                 double bound) {
   try {
-    return Change(here, residuals.Residuals(p, kPatternPoints)) < bound;
+    const std::span<const double> values(p.data(), static_cast<std::size_t>(p.size()));
+    return Change(here, residuals.Residuals(values, kPatternPoints)) < bound;
   } catch (const EIntegerDivision&) {
     return false;  // no value is a bound
   }
@@ -42,24 +45,25 @@ std::vector<std::int32_t> OpenParameters(ModelResiduals& residuals, std::span<co
                                          const FitStatistics& statistics,
                                          const ResidualSample& sample) {
   std::vector<std::int32_t> open;
-  const std::size_t k = values.size();
+  const auto k = static_cast<Eigen::Index>(values.size());
+  const Eigen::Map<const Eigen::VectorXd> p(values.data(), k);
   const std::vector<double> here = residuals.Residuals(values, kPatternPoints);
-  for (std::size_t i = 0; i < k; ++i) {
-    const double error = statistics.standard_errors.at(i);
-    if (!(error > kStraight * std::abs(values[i])) || !std::isfinite(error)) continue;
-    Eigen::VectorXd step(static_cast<Eigen::Index>(k));
-    for (std::size_t j = 0; j < k; ++j)
-      step(static_cast<Eigen::Index>(j)) =
-          kReach * statistics.determined_covariance[j * k + i] / error;
+  const double least = kRounding * residuals.NormOfY();
+  /// The curve does not follow a step to one side or the other.
+  const auto is_free = [&](const Eigen::VectorXd& step, double bounded) {
     const double promised = (sample.jacobian * step).norm();
-    if (!(promised > kRounding * residuals.NormOfY()) || !std::isfinite(promised)) continue;
-    for (const double side : {-1.0, 1.0}) {
-      std::vector<double> p(values.begin(), values.end());
-      for (std::size_t j = 0; j < k; ++j) p[j] += side * step(static_cast<Eigen::Index>(j));
-      if (!StaysWithin(residuals, p, here, kBounded * promised)) continue;
+    if (!(promised > least) || !std::isfinite(promised)) return false;
+    return StaysWithin(residuals, p + step, here, bounded * promised) ||
+           StaysWithin(residuals, p - step, here, bounded * promised);
+  };
+  for (Eigen::Index i = 0; i < k; ++i) {
+    const double error = statistics.standard_errors.at(static_cast<std::size_t>(i));
+    if (!(error > kStraight * std::abs(p(i))) || !std::isfinite(error)) continue;
+    const Eigen::Map<const Eigen::VectorXd> covariance(
+        statistics.determined_covariance.data() + i * k, k);
+    if (is_free(kReach / error * covariance, kBounded) ||
+        is_free(kReach * error * Eigen::VectorXd::Unit(k, i), kBoundedAlone))
       open.push_back(static_cast<std::int32_t>(i));
-      break;
-    }
   }
   return open;
 }
@@ -68,6 +72,7 @@ std::vector<std::int32_t> TradedParameters(const FitStatistics& statistics,
                                            std::span<const double> values,
                                            const ResidualSample& sample) {
   std::vector<std::int32_t> traded = HardlyDetermined(statistics, values);
+  if (traded.empty() || sample.curve.empty()) return {};
   const Eigen::Map<const Eigen::VectorXd> curve(sample.curve.data(),
                                                 static_cast<Eigen::Index>(sample.curve.size()));
   const Eigen::Map<const Eigen::ArrayXd> weights(sample.weights.data(), curve.size());

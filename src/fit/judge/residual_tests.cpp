@@ -240,24 +240,27 @@ void TestShape(const VectorXd& e, const Basis& basis, const ResidualSample& samp
   findings.shape = rarest.Chance();
 }
 
-void TestPoints(const VectorXd& e, const ResidualSample& sample, const MatrixXd& q,
-                ResidualFindings& findings) {
+/// The point of the greatest externally studentised residual: its number.
+Index TestPoints(const VectorXd& e, const ResidualSample& sample, const MatrixXd& q,
+                 ResidualFindings& findings) {
   const auto n = static_cast<double>(e.size());
   const double freedom = n - static_cast<double>(q.cols());
   const double variance = e.squaredNorm() / freedom;
-  OutstandingPoint greatest;
+  FarthestPoint& farthest = findings.farthest = {};
+  Index number = 0;
   for (Index i = 0; i < e.size(); ++i) {
     const double leverage = q.row(i).squaredNorm();
     const double own = 1 - leverage;
     if (!(own > kDependent)) continue;
     const double inner = e(i) * e(i) / (variance * own);  // freedom at most
     const double outer = std::sqrt(inner * (freedom - 1) / std::max(freedom - inner, 0.0));
-    if (!(outer > greatest.deviations)) continue;
-    greatest = {sample.x[static_cast<std::size_t>(i)], outer, outer * std::sqrt(leverage / own)};
+    if (!(outer > farthest.deviations)) continue;
+    number = i;
+    farthest = {sample.x[static_cast<std::size_t>(i)], outer, outer * std::sqrt(leverage / own)};
   }
-  if (n * StudentProbability(greatest.deviations, static_cast<std::int64_t>(freedom) - 1) <
-      kImprobable)
-    findings.outstanding = greatest;
+  const auto left = static_cast<std::int64_t>(freedom) - 1;
+  farthest.chance = std::min(1.0, n * StudentProbability(farthest.deviations, left));
+  return number;
 }
 
 /// How the size of residuals changes along a scale.
@@ -271,9 +274,12 @@ struct Scatter {
 /// have a deviation of pi / sqrt(8) (Harvey, Econometrica 44 (1976), 461).
 Scatter ScatterAlong(const VectorXd& t, const VectorXd& e, const MatrixXd& q) {
   const double least = kNoResidual * std::sqrt(e.squaredNorm() / static_cast<double>(e.size()));
-  const Eigen::ArrayXd own = (1 - q.rowwise().squaredNorm().array()).max(kDependent);
-  const Eigen::ArrayXd logarithms = (e.array().abs() / own.sqrt()).max(least).log();
-  const Eigen::ArrayXd places = t.array() - t.mean();
+  const Eigen::ArrayXd own = 1 - q.rowwise().squaredNorm().array();
+  // A point that the curve is bound to hit has no residual to tell from.
+  const Eigen::ArrayXd counts = (own > kDependent).cast<double>();
+  const Eigen::ArrayXd logarithms = (e.array().abs() / own.max(kDependent).sqrt()).max(least).log();
+  const double middle = (counts * t.array()).sum() / counts.sum();
+  const Eigen::ArrayXd places = counts * (t.array() - middle);
   const double slope = (places * logarithms).sum() / places.square().sum();
   const double deviation = std::numbers::pi / std::sqrt(8 * places.square().sum());
   return {(slope * t.array()).exp().matrix(), std::abs(slope) / deviation,
@@ -289,6 +295,19 @@ Scatter FindScatter(const VectorXd& e, const MatrixXd& q, const ResidualSample& 
     Scatter along = ScatterAlong(t, e, q);
     if (along.deviations > std::max(found.deviations, kUnequal)) found = std::move(along);
   }
+  return found;
+}
+
+/// The same, unless it is one point that stands out, and the curve that it bends, that make it look so.
+Scatter FindScatterOfMany(const VectorXd& e, const Basis& basis, const ResidualSample& sample) {
+  Scatter found = FindScatter(e, basis.Columns(), sample);
+  if (found.times <= 1) return found;
+  ResidualFindings findings;
+  const Index farthest = TestPoints(e, sample, basis.Columns(), findings);
+  if (!OnePointStandsOut(findings)) return found;
+  Basis without = basis;
+  without.Add(VectorXd::Unit(e.size(), farthest));
+  if (FindScatter(without.Rest(e), without.Columns(), sample).times <= 1) return {};
   return found;
 }
 
@@ -315,7 +334,8 @@ ResidualFindings TestResiduals(const ResidualSample& sample) {
   if (!(size > 0)) return findings;
   const VectorXd e = basis.Rest(residuals / size);
   if (!(e.squaredNorm() > 0)) return findings;
-  const Scatter scatter = FindScatter(e, basis.Columns(), sample);
+  findings.freedom = freedom;
+  const Scatter scatter = FindScatterOfMany(e, basis, sample);
   if (scatter.times <= 1) {
     Test(sample, e, basis, findings);
     return findings;
@@ -341,8 +361,20 @@ bool ScattersUnequally(const ResidualFindings& findings) {
   return findings.unequal_scatter > kFarUnequal;
 }
 
+bool OnePointStandsOut(const ResidualFindings& findings) {
+  return findings.farthest.chance < kImprobable;
+}
+
 bool OnePointBends(const ResidualFindings& findings) {
-  return findings.outstanding && findings.outstanding->pull > 1;
+  return OnePointStandsOut(findings) && findings.farthest.pull > 1;
+}
+
+bool HintsAtPattern(const ResidualFindings& findings, double chance) {
+  return std::min({findings.shape, findings.alike, findings.alternating, findings.lagged}) < chance;
+}
+
+bool HintsAtPoint(const ResidualFindings& findings, double chance) {
+  return findings.farthest.chance < chance && findings.farthest.pull > 1;
 }
 
 }  // namespace tarnwick

@@ -14,7 +14,7 @@ namespace tarnwick {
 ///   lagged: ten such correlations, each in its deviations, as chi squared (Ljung & Box, Biometrika 65 (1978), 297);
 ///   shape: the F ratios of the lowest polynomials along the points that the model does not hold, each of several numbers of
 ///     them, the least probable times how many were tried (Seber & Lee, Linear Regression Analysis, 2003, chapter 4);
-///   outstanding: the greatest externally studentised residual, times n (Cook & Weisberg, Residuals and Influence, 1982).
+///   farthest: the greatest externally studentised residual, times n (Cook & Weisberg, Residuals and Influence, 1982).
 /// Where residuals scatter more at one end of X or of the curve than at the other, each is taken in its own deviation first.
 /// Nothing is found with fewer than three degrees of freedom.
 ResidualFindings TestResiduals(const ResidualSample& sample);
@@ -24,7 +24,13 @@ bool FollowsShape(const ResidualFindings& findings);
 bool Alternates(const ResidualFindings& findings);
 /// More than tenfold: the errors of the parameters, which take all points alike, are wrong.
 bool ScattersUnequally(const ResidualFindings& findings);
-/// The outstanding point moves the parameters by more than their errors.
+/// Chance leads no point so far from the curve as one lies.
+bool OnePointStandsOut(const ResidualFindings& findings);
+/// It moves the parameters by more than their errors, too.
 bool OnePointBends(const ResidualFindings& findings);
+
+/// As much of a pattern, or a point that bends the curve so far, comes by chance in less than `chance` of all fits.
+bool HintsAtPattern(const ResidualFindings& findings, double chance);
+bool HintsAtPoint(const ResidualFindings& findings, double chance);
 
 }  // namespace tarnwick

@@ -125,9 +125,9 @@ void NoteSwing(const FitResult& result, std::vector<std::string>& notes) {
 
 void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
   const ResidualFindings& found = result.residuals;
-  if (found.outstanding) {
-    const std::string moved = RoughText(found.outstanding->pull);
-    notes.push_back("One point stands out: " + Described(*found.outstanding) +
+  if (OnePointStandsOut(found)) {
+    const std::string moved = RoughText(found.farthest.pull);
+    notes.push_back("One point stands out: " + Described(found.farthest) +
                     (OnePointBends(found) ? ". It alone moves the parameters by " + moved +
                                                 " of their errors: check it, or fit without it."
                                           : ". It hardly moves the parameters."));

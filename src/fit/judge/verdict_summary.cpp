@@ -1,6 +1,7 @@
 #include "fit/judge/verdict_summary.h"
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "base/number_text.h"
@@ -8,6 +9,7 @@
 #include "fit/judge/curve_swing.h"
 #include "fit/judge/fit_findings.h"
 #include "fit/judge/residual_tests.h"
+#include "fit/judge/test_power.h"
 #include "fit/judge/trading_groups.h"
 #include "fit/judge/verdict_words.h"
 
@@ -85,6 +87,28 @@ std::string HowItEnded(const FitResult& result, const FitCircumstances& about) {
   }
 }
 
+/// Why nothing found does not mean that the model is right.
+std::string WhatIsUntested(const FitResult& result, TestGap gap) {
+  const FitStatistics& statistics = result.statistics;
+  const std::string points = Counted(statistics.points, "point");
+  switch (gap) {
+    case TestGap::NoDerivatives:
+      return ", but the derivatives have no value at the points, so that nothing tests the model.";
+    case TestGap::PatternHinted:
+      return ", but the residuals hint at a pattern, which " + points + " cannot tell from chance.";
+    case TestGap::PointHinted:
+      return ", but one point may bend the curve, which " + points +
+             " cannot tell: " + Described(result.residuals.farthest) + ".";
+    case TestGap::Hidden:
+      return ", but the scatter of " + points + " would hide a deviation of the model of " +
+             RoughText(100 * HiddenDeviation(result)) + " % of the curve's spread.";
+    default:
+      return ", but " + points + " for " + Counted(statistics.varied, "parameter") + " leave " +
+             Counted(OwnFreedom(statistics), "degree") +
+             " of freedom: that hardly checks the model, and the errors are rough.";
+  }
+}
+
 /// What is to be said of the values, beginning with the colon or comma that joins it to how the fit ended.
 std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& about) {
   if (about.extreme_data) return ", but " + Extreme(*about.extreme_data) + ".";
@@ -119,7 +143,7 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
     return ", but between the points the curve swings farther than any point shows.";
   if (OnePointBends(result.residuals)) {
     return ", but one point stands out and bends the curve: " +
-           Described(*result.residuals.outstanding) + ".";
+           Described(result.residuals.farthest) + ".";
   }
   if (FollowsShape(result.residuals))
     return ", but the residuals follow a pattern instead of scattering.";
@@ -132,12 +156,8 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
     return ", but the data leave the size of " + NamesOf(result, result.open) + " open.";
   if (!result.traded.empty())
     return ", but the data hardly determine " + NamesOf(result, result.traded) + ".";
-  if (!CanBeChecked(result)) {
-    return ", but " + Counted(result.statistics.points, "point") + " for " +
-           Counted(result.statistics.varied, "parameter") + " leave " +
-           Counted(result.statistics.degrees_of_freedom, "degree") +
-           " of freedom: that hardly checks the model, and the errors are rough.";
-  }
+  const TestGap gap = FindTestGap(result);
+  if (gap != TestGap::None) return WhatIsUntested(result, gap);
   return ": the parameters are determined by the data.";
 }
 
@@ -146,6 +166,15 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
 std::string VerdictSummary(const FitResult& result, const FitCircumstances& about) {
   if (!Ran(result)) return Refusal(result, about);
   return HowItEnded(result, about) + WhatTheDataSay(result, about);
+}
+
+std::string JointSummary(const FitResult& whole, const FitCircumstances& about,
+                         const FitShare& doubted, std::int64_t others) {
+  const std::string said = WhatTheDataSay(*doubted.result, *doubted.about);
+  const std::string_view but = ", but ";
+  return HowItEnded(whole, about) + ", but in DataSet \"" + doubted.data_set + "\"" +
+         (others > 0 ? " (and " + Counted(others, "other") + ") " : " ") +
+         (said.starts_with(but) ? said.substr(but.size()) : said.substr(said.find(' ') + 1));
 }
 
 }  // namespace tarnwick

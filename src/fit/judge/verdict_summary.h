@@ -1,6 +1,7 @@
 // The verdict's one sentence: how the fit ended and what the data say of it, the gravest first. Computes no figure.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "fit/fit_result.h"
@@ -8,7 +9,18 @@
 
 namespace tarnwick {
 
+/// One DataSet's part in a fit of several, all borrowed.
+struct FitShare {
+  std::string data_set;
+  const FitResult* result = nullptr;
+  const FitCircumstances* about = nullptr;
+};
+
 /// Of a fit that did not begin: why.
 std::string VerdictSummary(const FitResult& result, const FitCircumstances& about);
+
+/// Of a fit of several DataSets in whose numbers one speaks against it, and `others` beside it.
+std::string JointSummary(const FitResult& whole, const FitCircumstances& about,
+                         const FitShare& doubted, std::int64_t others);
 
 }  // namespace tarnwick

@@ -29,7 +29,7 @@ std::string NamesOf(const FitResult& result, const std::vector<std::int32_t>& wh
   return Listed(names);
 }
 
-std::string Described(const OutstandingPoint& point) {
+std::string Described(const FarthestPoint& point) {
   return "X = " + FigureText(point.x) + ", " +
          (std::isfinite(point.deviations) ? RoughText(point.deviations) + " standard deviations"
                                           : "beyond all others");

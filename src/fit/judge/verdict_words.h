@@ -18,6 +18,6 @@ std::string RoughText(double value);
 std::string NamesOf(const FitResult& result, const std::vector<std::int32_t>& which);
 
 /// "X = 57, 12 standard deviations"
-std::string Described(const OutstandingPoint& point);
+std::string Described(const FarthestPoint& point);
 
 }  // namespace tarnwick

@@ -28,6 +28,7 @@ FitResult GoodResult() {
   result.statistics.degrees_of_freedom = 97;
   result.statistics.sum_of_squares = 2;
   result.statistics.r_squared = result.statistics.adjusted_r_squared = 0.98;
+  result.residuals.freedom = 97;
   result.statistics.correlation = {1, .2, .3, .2, 1, -.5, .3, -.5, 1};
   return result;
 }
@@ -151,13 +152,13 @@ const Situation kSituations[] = {
      "Between X = 3 and 4 no point holds the curve"},
     {"a point that bends",
      [](R& r, C&) {
-       r.residuals.outstanding = {57, 12.3, 2.1};
+       r.residuals.farthest = {57, 12.3, 2.1, 1e-6};
      },
      false, ", but one point stands out and bends the curve: X = 57, 12 standard deviations.",
      "It alone moves the parameters by 2.1 of their errors"},
     {"a point that bends nothing",
      [](R& r, C&) {
-       r.residuals.outstanding = {57, 12.3, 0.4};
+       r.residuals.farthest = {57, 12.3, 0.4, 1e-6};
      },
      true, kDetermined, "One point stands out: X = 57, 12 standard deviations. It hardly moves"},
     {"alternating signs", [](R& r, C&) { r.residuals.alternating = 1e-5; }, false,
@@ -173,6 +174,46 @@ const Situation kSituations[] = {
      "and "
      "the errors are rough.",
      ""},
+    {"a hint of a pattern in few points",
+     [](R& r, C&) {
+       r.statistics.points = 12;
+       r.residuals.freedom = r.statistics.degrees_of_freedom = 9;
+       r.residuals.alike = 0.02;
+     },
+     false, ", but the residuals hint at a pattern, which 12 points cannot tell from chance.", ""},
+    {"a hint of a point",
+     [](R& r, C&) {
+       r.residuals.freedom = r.statistics.degrees_of_freedom = 9;
+       r.residuals.farthest = {57, 6.3, 1.2, 0.05};
+     },
+     false,
+     ", but one point may bend the curve, which 100 points cannot tell: X = 57, 6.3 standard "
+     "deviations.",
+     ""},
+    {"scatter that hides as much as a third of the curve",
+     [](R& r, C&) {
+       r.residuals.freedom = 20;
+       r.statistics.r_squared = 0.9;
+     },
+     false,
+     ", but the scatter of 100 points would hide a deviation of the model of 37 % of the curve's "
+     "spread.",
+     ""},
+    {"without derivatives", [](R& r, C&) { r.residuals.freedom = 0; }, false,
+     ", but the derivatives have no value at the points, so that nothing tests the model.", ""},
+    {"exact, without residuals to test",
+     [](R& r, C&) {
+       r.residuals.freedom = 0;
+       r.statistics.residual_correlation = kUndefined;
+     },
+     true, kDetermined, ""},
+    {"few points of known errors",
+     [](R& r, C&) {
+       r.statistics.points = 5;
+       r.statistics.degrees_of_freedom = 2;
+       r.statistics.weighting.errors = FitErrors::Absolute;
+     },
+     true, kDetermined, ""},
     {"another minimum",
      [](R& r, C&) {
        r.outcome.left_minimum = {8, 2};
@@ -244,6 +285,31 @@ TEST(FitVerdict, SaysWhatTheNumbersMean) {
       EXPECT_THAT(verdict.notes, ::testing::Contains(HasSubstr(situation.note)));
     }
   }
+}
+
+// What one DataSet says against a fit of several, all of them say; doubt comes before what could not be tested.
+TEST(FitVerdict, OfSeveralIsThatOfTheGravest) {
+  const FitCircumstances about = Usual();
+  FitResult good = GoodResult();
+  FitResult few = GoodResult();
+  few.statistics.points = 6;
+  FitResult bent = GoodResult();
+  bent.residuals.shape = 1e-6;
+  for (FitResult* one : {&good, &few, &bent}) one->verdict = JudgeFit(*one, about);
+  EXPECT_TRUE(few.verdict.untested);
+  EXPECT_FALSE(bent.verdict.untested);
+  const FitResult whole = GoodResult();
+  const FitShare a = {"A", &good, &about};
+  const FitShare b = {"B", &few, &about};
+  const FitShare c = {"C", &bent, &about};
+  EXPECT_TRUE(JudgeJointFit(whole, about, std::vector{a, a}).trustworthy);
+  const FitVerdict untested = JudgeJointFit(whole, about, std::vector{a, b});
+  EXPECT_TRUE(untested.untested);
+  EXPECT_THAT(untested.summary,
+              HasSubstr("but in DataSet \"B\" 6 points for 3 parameters leave 3"));
+  const FitVerdict doubted = JudgeJointFit(whole, about, std::vector{a, b, c});
+  EXPECT_FALSE(doubted.untested || doubted.trustworthy);
+  EXPECT_THAT(doubted.summary, HasSubstr("in DataSet \"C\" (and 1 other) the residuals follow"));
 }
 
 TEST(FitVerdict, NamesThreeCorrelationsAtMost) {

@@ -87,13 +87,21 @@ TEST(ResidualTests, NamesThePointThatStandsOut) {
   Points points = MakePoints(50, 0, 49, 1, [](double x) { return 2 * x; });
   points.y[3] += 30;
   const ResidualFindings found = AfterLine(points);
-  ASSERT_TRUE(found.outstanding.has_value());
-  EXPECT_EQ(found.outstanding->x, 3);
-  EXPECT_GT(found.outstanding->deviations, 12);
+  EXPECT_TRUE(OnePointStandsOut(found));
+  EXPECT_EQ(found.farthest.x, 3);
+  EXPECT_GT(found.farthest.deviations, 12);
   EXPECT_TRUE(OnePointBends(found));
   points.y[3] -= 30;
   for (std::size_t i = 0; i < points.y.size(); ++i) points.y[i] += i % 2 == 0 ? 2 : -2;
   EXPECT_TRUE(Alternates(AfterLine(points)));
+}
+
+// A spoiled point bends the line, so that the residuals of all grow towards it: that is no unequal scatter.
+TEST(ResidualTests, OnePointIsNoUnequalScatter) {
+  Points points = MakePoints(30, 0, 29, 1, [](double x) { return 2 * x; });
+  points.y[29] += 30;
+  EXPECT_TRUE(OnePointBends(AfterLine(points)));
+  EXPECT_EQ(AfterLine(points).unequal_scatter, 1);
 }
 
 struct Wave {
@@ -143,6 +151,20 @@ TEST(OpenParameters, AreThoseThatTheCurveDoesNotFollow) {
     const ResidualSample sample = residuals.Sample(values, kPatternPoints);
     EXPECT_EQ(OpenParameters(residuals, values, statistics, sample).size(), row.open ? 1U : 0U);
   }
+}
+
+// An amplitude that goes along hides from the curve that it does not follow the decay time at all.
+TEST(OpenParameters, AreNotHeldByOthersThatGoAlong) {
+  const Points points = MakePoints(100, 0, 100, 1, [](double) { return 1.0; });
+  const auto model = MakeModel("a*exp(-x/t)", {{"a", 1}, {"t", 1e13}});
+  ModelResiduals residuals(*model, points.View());
+  const std::vector<double> values = residuals.Start();
+  const FitFigures figures =
+      ComputeFitFigures(residuals.Reduce(values, Reduction::Orthogonal), {.count = 100});
+  const ResidualSample sample = residuals.Sample(values, kPatternPoints);
+  EXPECT_EQ(OpenParameters(residuals, values, figures.statistics, sample), std::vector{1});
+  // Without a derivative anywhere there is nothing to measure by.
+  EXPECT_TRUE(TradedParameters(figures.statistics, values, {}).empty());
 }
 
 }  // namespace
