@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -12,10 +13,11 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kMostListed = 12;
+constexpr const char* kOutdatedFolder = "older copies";  // beside those that are offered
 
-/// "14:03", of another day with its date.
-std::string TimeText(const LeftGraph& left) {
-  const QDateTime time = QFileInfo(PathText(left.copy)).lastModified();
+/// When a file was written: "14:03", of another day with its date.
+std::string TimeText(const std::filesystem::path& file) {
+  const QDateTime time = QFileInfo(PathText(file)).lastModified();
   const bool today = time.date() == QDate::currentDate();
   return time.toString(today ? "HH:mm" : "yyyy-MM-dd HH:mm").toStdString();
 }
@@ -25,7 +27,7 @@ std::string LineOf(const LeftGraph& left) {
   const auto& named = note.graph_file.empty() ? note.data_file : note.graph_file;
   const std::string file = named.filename().string();
   const std::string belongs = file.empty() ? "" : " (" + file + ')';
-  return note.name + belongs + ", changed " + TimeText(left);
+  return note.name + belongs + ", changed " + TimeText(left.copy);
 }
 
 Question QuestionOf(const std::vector<LeftGraph>& left) {
@@ -37,11 +39,36 @@ Question QuestionOf(const std::vector<LeftGraph>& left) {
   return {text, {Answer::Yes, Answer::No, Answer::Cancel}};
 }
 
+/// Copies whose files were written later are not offered: what the files hold is newer. They are kept, and told.
+void KeepOutdated(const std::vector<LeftGraph>& outdated, const std::filesystem::path& folder,
+                  Prompt& prompt) {
+  std::string text;
+  for (const LeftGraph& left : outdated) {
+    const std::string file = left.note.graph_file.filename().string();
+    const std::string changed = TimeText(left.copy);
+    const std::string filed = TimeText(left.note.graph_file);
+    text += text.empty() ? "" : "\n\n";
+    try {
+      text += file + " was written at " + filed +
+              ", after Tarnwick kept unsaved changes of it at " + changed +
+              " and was ended. The file is as it is; the changes lie in " +
+              SetAside(left, folder).string();
+    } catch (const Error& error) {
+      text += error.what();
+    }
+  }
+  if (!text.empty()) prompt.Tell(text);
+}
+
 }  // namespace
 
 void OfferLeftGraphs(const std::filesystem::path& folder, Prompt& prompt,
                      const std::function<void(const LeftGraph&)>& open) {
-  const std::vector<LeftGraph> all = FindLeftGraphs(folder);
+  std::vector<LeftGraph> all = FindLeftGraphs(folder);
+  const auto outdated =
+      std::ranges::stable_partition(all, [](const LeftGraph& left) { return !left.filed_later; });
+  KeepOutdated({outdated.begin(), outdated.end()}, folder.parent_path() / kOutdatedFolder, prompt);
+  all.erase(outdated.begin(), outdated.end());
   if (all.empty()) return;
   const Answer answer = prompt.Ask(QuestionOf(all));
   if (answer == Answer::Cancel) return;

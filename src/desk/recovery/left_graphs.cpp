@@ -1,18 +1,31 @@
 #include "desk/recovery/left_graphs.h"
 
+#include <QFile>
 #include <algorithm>
+#include <string>
 #include <system_error>
 
+#include "base/error.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {
 
-bool SavedLater(const LeftGraph& left) {
-  if (left.note.graph_file.empty()) return false;
+std::optional<std::filesystem::file_time_type> FiledLater(const LeftGraph& left) {
+  if (left.note.graph_file.empty()) return {};
   std::error_code not_there;
-  const auto saved = std::filesystem::last_write_time(left.note.graph_file, not_there);
-  return !not_there && saved > left.changed;
+  const auto filed = std::filesystem::last_write_time(left.note.graph_file, not_there);
+  return !not_there && filed > left.changed ? std::optional(filed) : std::nullopt;
+}
+
+QByteArray BytesOf(const std::filesystem::path& path) {
+  QFile file(PathText(path));
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool HoldsTheSame(const LeftGraph& left) {
+  const QByteArray copy = BytesOf(left.copy);
+  return !copy.isEmpty() && copy == BytesOf(left.note.graph_file);
 }
 
 /// Nothing for what is no copy, or an empty one.
@@ -64,13 +77,28 @@ std::vector<LeftGraph> FindLeftGraphs(const std::filesystem::path& root) {
       if (auto left = LeftIn(entry, held)) found.push_back(*std::move(left));
     });
   });
-  std::erase_if(found, [](const LeftGraph& left) {
-    const bool saved = SavedLater(left);
+  std::erase_if(found, [](LeftGraph& left) {
+    left.filed_later = FiledLater(left);
+    const bool saved = left.filed_later && HoldsTheSame(left);
     if (saved) RemoveLeft(left);
     return saved;
   });
   std::ranges::sort(found, {}, &LeftGraph::changed);
   return found;
+}
+
+std::filesystem::path SetAside(const LeftGraph& left, const std::filesystem::path& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  KeepForUser(folder);
+  const std::string name = left.note.graph_file.stem().string();
+  std::filesystem::path kept;
+  for (int number = 1; kept.empty() || std::filesystem::exists(kept, error); ++number)
+    kept = folder / (name + " (" + std::to_string(number) + ").tgr");
+  std::filesystem::rename(left.copy, kept, error);
+  if (error) throw FileError("Cannot keep a copy", kept.string(), error.message());
+  RemoveLeft(left);
+  return kept;
 }
 
 void RemoveLeft(const LeftGraph& left) {

@@ -4,6 +4,7 @@
 #include <QLockFile>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "desk/recovery/graph_note.h"
@@ -36,11 +37,18 @@ struct LeftGraph {
   std::filesystem::path copy;               ///< a graph file
   std::filesystem::file_time_type changed;  ///< as it was then, or some seconds before
   std::shared_ptr<const LeftFolder> folder;
+  /// When its file was written, where that was after the copy: by another program, or by its own that was ended before it
+  /// took the copy away.
+  std::optional<std::filesystem::file_time_type> filed_later = {};
 };
 
-/// What programs that run no more left within `root`, the longest unchanged first. A graph whose file was written after its
-/// copy is none of them, and the copy goes. Files and folders of others are passed over.
+/// What programs that run no more left within `root`, the longest unchanged first. A copy whose file was written later and holds
+/// the same is none of them, and goes. Files and folders of others are passed over.
 std::vector<LeftGraph> FindLeftGraphs(const std::filesystem::path& root);
+
+/// The copy is not offered again but lies in `folder`, where nothing takes its place; answers its new name. Throws FileError;
+/// it then stays where it is.
+std::filesystem::path SetAside(const LeftGraph& left, const std::filesystem::path& folder);
 
 /// The copy is not offered again.
 void RemoveLeft(const LeftGraph& left);

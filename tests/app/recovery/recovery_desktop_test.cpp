@@ -76,6 +76,20 @@ TEST_F(RecoveryDesktopTest, CancelAsksAgainAndNoDiscards) {
   EXPECT_TRUE(std::filesystem::is_empty(root_));
 }
 
+TEST_F(RecoveryDesktopTest, ACopyOlderThanItsFileIsToldAndKept) {
+  LeaveAGraph();
+  const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(1);
+  std::filesystem::last_write_time(saved_, later);
+  Start({});
+  EXPECT_TRUE(form_->GraphWindows().empty());
+  const auto kept = root_.parent_path() / "older copies" / "saved (1).tgr";
+  const std::vector<std::string> told = TakeTold();
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_TRUE(told[0].starts_with("saved.tgr was written at ") && told[0].ends_with(kept.string()));
+  EXPECT_EQ(LoadGraph(kept)->Series(0).PointCount(), 2);
+  EXPECT_TRUE(FindLeftGraphs(root_).empty());
+}
+
 TEST_F(RecoveryDesktopTest, ADamagedCopyIsToldAndStopsNothing) {
   LeaveAGraph();
   testing::WriteFile(FindLeftGraphs(root_)[0].copy, "no graph");

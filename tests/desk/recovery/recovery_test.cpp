@@ -41,7 +41,7 @@ class RecoveryTest : public ::testing::Test {
   std::vector<std::string> Found() {
     std::vector<std::string> names;
     for (const LeftGraph& left : FindLeftGraphs(root_)) {
-      names.push_back(left.note.name);
+      names.push_back(left.note.name + (left.filed_later ? " outdated" : ""));
       if (!left.note.graph_file.empty())
         names.back() += ' ' + left.note.graph_file.filename().string();
     }
@@ -119,7 +119,11 @@ TEST_F(RecoveryTest, WhatIsNoCopyIsPassedOver) {
       {"a half-written file", ".77-0.part", copy, {"Graph_1"}},
       {"a foreign graph", "run5.tgr", copy, {"Graph_1"}},
       {"a number with a sign", "-1.tgr", copy, {"Graph_1"}},
-      {"a graph saved later", "1.note", testing::ReadFile(folder_.File("saved.note")), {}},
+      {"a graph saved later",
+       "1.note",
+       testing::ReadFile(folder_.File("saved.note")),
+       {"Graph_9 outdated saved.tgr"}},
+      {"a graph saved as it is kept", "1.tgr", "later", {}},
   };
   for (const Row& row : rows) {
     testing::WriteFile(own / row.file, row.bytes);
@@ -213,10 +217,10 @@ std::int64_t Now() {
 }
 
 TEST_F(KeeperTest, KilledAtAnyMomentItLeavesAWholeRecentCopy) {
-  constexpr int kBatches = 5;
-  constexpr int kTogether = 10;
+  constexpr int kBatches = 10;
+  constexpr int kTogether = 20;
   constexpr std::chrono::milliseconds kInterval = 10ms;
-  // Ten sessions write at once, and other tests run beside.
+  // Twenty sessions write at once, and other tests run beside.
   constexpr std::chrono::nanoseconds kMostLost = 3s;
   std::mt19937 random(11);
   const auto shared = [] {
@@ -247,7 +251,7 @@ TEST_F(KeeperTest, KilledAtAnyMomentItLeavesAWholeRecentCopy) {
       sessions.emplace_back(child, &session);
     }
     for (int i = 0; i < kTogether; ++i) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(random() % 160));
+      std::this_thread::sleep_for(std::chrono::milliseconds(random() % 40));
       const auto [child, session] = sessions[static_cast<std::size_t>(i)];
       ::kill(child, SIGKILL);
       const std::int64_t killed = Now();
