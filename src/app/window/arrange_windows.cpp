@@ -28,11 +28,12 @@ QList<QMdiSubWindow*> Icons(QMdiArea& area) {
   return icons;
 }
 
-void Tile(QMdiArea& area, Qt::Orientation strips) {
+/// Up to `most_strips` windows are strips, more a grid.
+void Tile(QMdiArea& area, Qt::Orientation strips, int most_strips) {
   const QList<QMdiSubWindow*> windows = OpenWindows(area);
   if (windows.isEmpty()) return;
   const int count = static_cast<int>(windows.size());
-  const int along = count <= kMostStrips ? count : static_cast<int>(std::ceil(std::sqrt(count)));
+  const int along = count <= most_strips ? count : static_cast<int>(std::ceil(std::sqrt(count)));
   const int across = (count + along - 1) / along;
   const int columns = strips == Qt::Horizontal ? across : along;
   const int rows = strips == Qt::Horizontal ? along : across;
@@ -40,10 +41,11 @@ void Tile(QMdiArea& area, Qt::Orientation strips) {
   for (int i = 0; i < count; ++i) {
     const int row = i / columns;
     const int column = i % columns;
-    const int left = room.width() * column / columns;
+    const int beside = std::min(columns, count - row * columns);  // the last row may hold fewer
+    const int left = room.width() * column / beside;
     const int top = room.height() * row / rows;
     windows[i]->showNormal();
-    windows[i]->setGeometry(left, top, room.width() * (column + 1) / columns - left,
+    windows[i]->setGeometry(left, top, room.width() * (column + 1) / beside - left,
                             room.height() * (row + 1) / rows - top);
   }
 }
@@ -93,10 +95,13 @@ void ArrangeWindows(QMdiArea& area, WindowArrangement arrangement) {
       Cascade(area);
       break;
     case WindowArrangement::TileHorizontally:
-      Tile(area, Qt::Horizontal);
+      Tile(area, Qt::Horizontal, kMostStrips);
       break;
     case WindowArrangement::TileVertically:
-      Tile(area, Qt::Vertical);
+      Tile(area, Qt::Vertical, kMostStrips);
+      break;
+    case WindowArrangement::Grid:
+      Tile(area, Qt::Horizontal, 2);
       break;
     case WindowArrangement::MinimizeAll:
       MinimizeAll(area);

@@ -1,5 +1,6 @@
 // The main window as the workspace of its commands, the menu entries that stand for files and windows, and what is kept of
 // graphs for a program that is ended.
+#include <QDateTime>
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMenu>
@@ -30,6 +31,15 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kMostTiled = 12;  // smaller tiles show nothing
+
+/// "Graph_1 DATA, since 14:03"
+QString SinceWhen(const Document& document) {
+  const auto since = std::chrono::duration_cast<std::chrono::milliseconds>(
+      document.Files().SessionStart().time_since_epoch());
+  return QObject::tr("%1, since %2")
+      .arg(ToQt(document.DataName()),
+           QDateTime::fromMSecsSinceEpoch(since.count()).toString("HH:mm"));
+}
 
 }  // namespace
 
@@ -73,8 +83,7 @@ void T_MainForm::SeeTogether(const std::function<void()>& opening) {
 void T_MainForm::SeeAll(const std::vector<TGraphWindow*>& opened) {
   if (GetFrames() == WindowFrames::Tabs || std::ranges::none_of(opened, &QWidget::isMaximized))
     return;
-  Arrange(opened.size() <= kMostTiled ? WindowArrangement::TileHorizontally
-                                      : WindowArrangement::Cascade);
+  Arrange(opened.size() <= kMostTiled ? WindowArrangement::Grid : WindowArrangement::Cascade);
 }
 
 bool T_MainForm::LoadInto(Document& document, const std::filesystem::path& path) {
@@ -191,7 +200,7 @@ std::vector<MenuItem> T_MainForm::WindowItems(const QFontMetrics& metrics) {
   for (TGraphWindow* window : GraphWindows()) {
     const QString caption = ToQt(window->GetDocument().Files().Caption());
     items.push_back({.caption = NumberedCaption(items.size() + 1, caption, metrics),
-                     .hint = {},
+                     .hint = SinceWhen(window->GetDocument()),
                      .checked = window == ActiveGraphWindow(),
                      .run = [this, shown = QPointer(window)](CommandContext&) {
                        if (shown) area_->setActiveSubWindow(shown);

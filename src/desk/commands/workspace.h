@@ -16,6 +16,7 @@ enum class WindowArrangement {
   Cascade,
   TileHorizontally,
   TileVertically,
+  Grid,  ///< tiles of nearly the workspace's shape
   MinimizeAll,
   ArrangeIcons
 };

@@ -27,6 +27,8 @@ class Document final : public QObject {
   Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent = nullptr);
 
   const std::string& Name() const { return name_; }
+  /// What its DataSets are called together: "Graph_1 DATA".
+  std::string DataName() const { return name_ + " DATA"; }
 
   // An inserted graph may be selected. It is then what commands, mouse and loading work on, until another is selected or
   // it is gone; files, pictures and steps are always of the whole.

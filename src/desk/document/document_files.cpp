@@ -77,6 +77,7 @@ const std::filesystem::path& DocumentFiles::ReloadedFrom() const {
 }
 
 void DocumentFiles::Reload() {
+  session_start_ = std::chrono::system_clock::now();
   if (!ReloadedFrom().empty()) {
     TakeGraphFile(std::filesystem::path(ReloadedFrom()));
   } else {

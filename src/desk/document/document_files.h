@@ -2,6 +2,7 @@
 // formats' one place (document_io.h); works long through LongWork, asks through Prompt; knows no widget.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <set>
@@ -36,6 +37,8 @@ class DocumentFiles {
   /// The document's name, after loading or saving a graph file or template its path, and of data that lie in no graph file
   /// yet the data file's name: "Graph_1 - pendulum.csv".
   std::string Caption() const;
+  /// When the document last began anew: was opened or went back to its file.
+  std::chrono::system_clock::time_point SessionStart() const { return session_start_; }
   /// What was decided or left out in reading what the graph shows, until it is closed.
   DocumentTold& Told() { return data_told_; }
   const DocumentTold& Told() const { return data_told_; }
@@ -109,6 +112,7 @@ class DocumentFiles {
 
   Document& document_;
   std::filesystem::path shown_;  // in the caption
+  std::chrono::system_clock::time_point session_start_ = std::chrono::system_clock::now();
   std::string note_;
   DocumentTold data_told_;
   std::filesystem::path graph_file_;
