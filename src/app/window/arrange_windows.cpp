@@ -1,5 +1,6 @@
 #include "app/window/arrange_windows.h"
 
+#include <QEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QStyle>
@@ -110,6 +111,34 @@ void ArrangeWindows(QMdiArea& area, WindowArrangement arrangement) {
       LineUpIcons(area);
       break;
   }
+}
+
+KeptArrangement::KeptArrangement(QMdiArea& area) : QObject(&area), area_(area) {
+  area.viewport()->installEventFilter(this);
+}
+
+void KeptArrangement::Arrange(WindowArrangement arrangement) {
+  ArrangeWindows(area_, arrangement);
+  arrangement_ = arrangement;
+  places_ = Places();
+}
+
+QList<QRect> KeptArrangement::Places() const {
+  QList<QRect> places;
+  for (const QMdiSubWindow* window : area_.subWindowList())
+    places.append(window->isMaximized() ? QRect() : window->geometry());
+  return places;
+}
+
+bool KeptArrangement::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::Resize && arrangement_) {
+    if (Places() == places_) {
+      Arrange(*arrangement_);
+    } else {
+      arrangement_.reset();
+    }
+  }
+  return false;
 }
 
 }  // namespace tarnwick

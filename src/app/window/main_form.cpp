@@ -18,6 +18,7 @@
 #include <variant>
 
 #include "app/canvas/graph_canvas.h"
+#include "app/window/arrange_windows.h"
 #include "app/window/features.h"
 #include "app/window/graph_window.h"
 #include "app/window/start_page.h"
@@ -138,6 +139,7 @@ void T_MainForm::BuildCentre() {
   start_scroll_->setWidget(start_page_);
 
   area_ = new QMdiArea(this);
+  arrangement_ = new KeptArrangement(*area_);
   area_->setBackground(palette().brush(QPalette::Dark));
   // Behind a closed window lies the one worked on before it.
   area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);

@@ -24,6 +24,7 @@ namespace tarnwick {
 
 class CommandActions;
 class ElidedLabel;
+class KeptArrangement;
 class PanelDocks;
 class RecoveryKeeper;
 class StartPage;
@@ -124,6 +125,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   QScrollArea* start_scroll_ = nullptr;
   StartPage* start_page_ = nullptr;
   QMdiArea* area_ = nullptr;
+  KeptArrangement* arrangement_ = nullptr;
   ElidedLabel* read_out_ = nullptr;
   ElidedLabel* note_ = nullptr;
   std::unique_ptr<PanelDocks> panels_;

@@ -155,7 +155,7 @@ void T_MainForm::ShowPopup(TGraphWindow& window, QPoint place) {
 }
 
 void T_MainForm::Arrange(WindowArrangement arrangement) {
-  ArrangeWindows(*area_, arrangement);
+  arrangement_->Arrange(arrangement);
 }
 
 void T_MainForm::ExitProgram() {

@@ -117,6 +117,19 @@ TEST_F(DesktopTest, SeveralFilesOpenedAtOnceAreAllSeen) {
   EXPECT_TRUE(all_seen());
 }
 
+TEST_F(DesktopTest, TilesFillTheWorkspaceUntilOneIsMoved) {
+  Start({Example("decay.dat"), Example("pendulum.csv")});
+  Run("WindowTileVertical1");
+  const auto height = [this] { return form_->GraphWindows().front()->height(); };
+  const int before = height();
+  form_->resize(form_->size() + QSize(0, 100));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return height() == before + 100; })) << height();
+  form_->GraphWindows().front()->move(5, 5);
+  form_->resize(form_->size() + QSize(0, 50));
+  QTest::qWait(50);
+  EXPECT_EQ(height(), before + 100);
+}
+
 TEST_F(DesktopTest, GraphsStandBehindTabsOnRequest) {
   Start({Example("decay.dat")});
   Run("WindowTabs1");
