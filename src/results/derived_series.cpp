@@ -12,20 +12,12 @@
 #include "data/series/point_errors.h"
 #include "graph/graph_update.h"
 #include "graph/xy_graph.h"
-#include "results/second_axis.h"
 
 namespace tarnwick {
 namespace {
 
 /// In the order of DerivedKind.
 constexpr std::array kSuffixes = {"_INT", "_SUM", "_HIS", "_DIF"};
-
-bool NameTaken(const TxyGraph& graph, const std::string& name) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (graph.Series(i).SeriesName() == name) return true;
-  }
-  return false;
-}
 
 void Compute(DerivedKind kind, TDataSeries& source, std::int32_t bins, TDataSeries& target) {
   switch (kind) {
@@ -43,24 +35,17 @@ void Compute(DerivedKind kind, TDataSeries& source, std::int32_t bins, TDataSeri
 }  // namespace
 
 std::string DerivedName(const TxyGraph& graph, const TSeries& source, DerivedKind kind) {
-  const std::string wanted = source.SeriesName() + kSuffixes.at(static_cast<std::size_t>(kind));
-  std::string name = wanted;
-  for (int number = 1; NameTaken(graph, name); ++number)
-    name = wanted + "_" + std::to_string(number);
-  return name;
+  return FreeSeriesName(graph, source.SeriesName() + kSuffixes.at(static_cast<std::size_t>(kind)));
 }
 
 TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
                     const DerivedOptions& options) {
   auto derived = std::make_unique<TSeries>();
   Compute(kind, source, options.bins, *derived);
-  derived->SetSeriesName(options.name.empty() ? DerivedName(graph, source, kind) : options.name);
+  const NewSeries wanted = {options.name.empty() ? DerivedName(graph, source, kind) : options.name,
+                            options.y_axis};
   const GraphUpdate update(graph);
-  if (options.y_axis == AxisId::Y2) ShowSecondAxis(graph);
-  TSeries& added = graph.AddSeries(std::move(derived));
-  SeriesStyle style = added.Style();
-  style.first_axis = options.y_axis != AxisId::Y2;
-  added.SetStyle(style);
+  TSeries& added = AddNewSeries(graph, std::move(derived), wanted);
   if (options.source == SourceAfter::Hidden) {
     SeriesStyle hidden = source.Style();
     hidden.visible = false;

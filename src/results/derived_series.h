@@ -5,12 +5,9 @@
 #include <cstdint>
 #include <string>
 
-#include "graph/axes/axis.h"
+#include "results/new_series.h"
 
 namespace tarnwick {
-
-class TSeries;
-class TxyGraph;
 
 enum class DerivedKind { Integral, RunningSum, Histogram, Derivative };
 /// Whether the source is drawn any longer.
@@ -28,8 +25,8 @@ struct DerivedOptions {
 std::string DerivedName(const TxyGraph& graph, const TSeries& source, DerivedKind kind);
 
 /// Computes the DataSet from one that the graph holds and adds it, its columns named for the axes' titles. A second Y axis
-/// that it is drawn against is shown. Throws Error when the source's regression, whose derivative is asked for, fails;
-/// the graph is then as it was.
+/// that it is drawn against is shown. Throws Error when the name cannot be had, or when the source's regression, whose
+/// derivative is asked for, fails; the graph is then as it was.
 TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
                     const DerivedOptions& options);
 

@@ -32,6 +32,7 @@ void Run(const Options& options, Output& output) {
   derived.bins = options.bins;
   const TSeries& added = AddDerived(*input.graph, source, kKind, derived);
   output.Note(DerivedErrorsText(source, kKind, added));
+  output.Note(LiveSourceText(source));
   if (!options.save.Wanted()) {
     PrintPoints(added, output);
     return;

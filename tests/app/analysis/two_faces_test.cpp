@@ -1,16 +1,20 @@
 // What a computation makes of a graph is the same from the window's documents and from the batch program: byte for byte.
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QSpinBox>
+
 #include <cstdlib>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "app/analysis/integr_dialog.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_work.h"
 #include "base/progress.h"
 #include "desk/document/document.h"
-#include "results/derived_series.h"
 #include "support/project_paths.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
@@ -43,31 +47,41 @@ void FitWithAll(Document& document, Prompt& prompt) {
   PrintFitOnGraph(document);
 }
 
-std::function<void(Document&, Prompt&)> Derive(DerivedKind kind, DerivedOptions options = {}) {
-  return [=](Document& document, Prompt&) {
-    document.Edit("Derive", [&](TxyGraph& graph) {
-      AddDerived(graph, *graph.CurrentSeries(), kind, options);
-    });
-  };
+template <class Widget>
+Widget& Find(const QDialog& dialog, const char* name) {
+  return *dialog.findChild<Widget*>(name);
+}
+
+template <DerivedKind kMode>
+void Integrate(Document& document, Prompt& prompt) {
+  Txy_Integr(document, kMode, prompt).accept();
+}
+
+void SumOnMain(Document& document, Prompt& prompt) {
+  Txy_Integr dialog(document, DerivedKind::RunningSum, prompt);
+  Find<QLineEdit>(dialog, "e_Name").setText("Sums");
+  Find<QAbstractButton>(dialog, "AxisMain").click();
+  Find<QAbstractButton>(dialog, "cbx_HideSource").click();
+  dialog.accept();
+}
+
+void CountInBins(Document& document, Prompt& prompt) {
+  Txy_Integr dialog(document, DerivedKind::Histogram, prompt);
+  Find<QSpinBox>(dialog, "e_Bins").setValue(12);
+  dialog.accept();
 }
 
 std::vector<Row> Rows() {
-  DerivedOptions on_main;
-  on_main.name = "Sums";
-  on_main.y_axis = AxisId::Y;
-  on_main.source = SourceAfter::Hidden;
-  DerivedOptions few_bins;
-  few_bins.bins = 12;
   return {
       {"Fit",
        "fit --function \"$TFN/Exponential decay.tfn\" --residuals --band-curves --level 0.9 "
        "--print",
        FitWithAll},
-      {"Integral", "integrate", Derive(DerivedKind::Integral)},
-      {"RunningSum", "sum --name Sums --axis main --hide-source",
-       Derive(DerivedKind::RunningSum, on_main)},
-      {"Histogram", "histogram --bins 12", Derive(DerivedKind::Histogram, few_bins)},
-      {"Derivative", "differentiate", Derive(DerivedKind::Derivative)},
+      {"Integral", "integrate --hide-source", Integrate<DerivedKind::Integral>},
+      {"RunningSum", "sum --name Sums --axis main", SumOnMain},
+      {"Histogram", "histogram --bins 12 --hide-source", CountInBins},
+      {"Derivative", "differentiate",
+       [](Document& document, Prompt& prompt) { Txy_Differ(document, prompt).accept(); }},
   };
 }
 

@@ -1,0 +1,82 @@
+// The frame of every dialog that makes a DataSet of another one: which one, options of its own, what the new one is called and
+// drawn against, and the result drawn pale until OK or Cancel. Knows nothing of what is computed.
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+#include "app/analysis/preview_edit.h"
+#include "results/new_series.h"
+
+class QCheckBox;
+class QComboBox;
+class QFormLayout;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+
+namespace tarnwick {
+
+class Document;
+class OutputChoice;
+class Prompt;
+class TSeries;
+class TxyGraph;
+
+/// What one of these dialogs is called.
+struct ResultTexts {
+  const char* object_name;
+  const char* caption;
+  const char* step;  ///< as it is read after "Undo"
+};
+
+/// What of the result is told beside it.
+enum class ResultStage { Preview, Final };
+
+class ResultDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  void done(int result) override;
+
+ protected:
+  /// Begins with the current DataSet, the new one against `axis`. Document and prompt outlive the dialog.
+  ResultDialog(Document& document, const ResultTexts& texts, AxisId axis, Prompt& prompt,
+               QWidget* parent);
+
+  /// Name that is offered for what is made of this DataSet.
+  virtual std::string NameFor(const TxyGraph& graph, const TSeries& source) const = 0;
+  /// Adds the DataSet to the graph and answers what is told of it, an empty text for nothing. May throw Error, the graph then
+  /// being as it was.
+  virtual std::string Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
+                           ResultStage stage) = 0;
+
+  /// Below the list of DataSets, in its box.
+  QVBoxLayout& SourceBox() { return *source_box_; }
+  /// Between source and output.
+  QFormLayout& Options() { return *options_; }
+  /// To be called when the dialog is complete, and whenever the source is another one.
+  void OfferName();
+  /// To be called whenever an option changes.
+  void Refresh();
+
+ private:
+  TSeries& Source();
+  void ShowPreview();
+  void Tell(const std::string& text, bool refused);
+  bool Finish();
+
+  Document& document_;
+  Prompt& prompt_;
+  ResultTexts texts_;
+  PreviewEdit preview_;
+  QComboBox* series_;
+  QVBoxLayout* source_box_;
+  QFormLayout* options_;
+  OutputChoice* output_;
+  QCheckBox* show_preview_;
+  QLabel* told_;
+  QPushButton* ok_;
+};
+
+}  // namespace tarnwick

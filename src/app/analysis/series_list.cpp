@@ -1,0 +1,35 @@
+#include "app/analysis/series_list.h"
+
+#include <QComboBox>
+
+#include "base/error.h"
+#include "desk/widgets/text.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+
+QComboBox* MakeSeriesList(const TxyGraph& graph) {
+  auto* list = new QComboBox;
+  list->setObjectName("seriesCombobox");
+  list->setAccessibleName(QObject::tr("DataSet"));
+  list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  list->setMinimumContentsLength(20);
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
+    list->addItem(ToQt(graph.Series(i).SeriesName()));
+  list->setCurrentIndex(graph.CurrentSeriesIndex());
+  return list;
+}
+
+TSeries& ListedSeries(TxyGraph& graph, const QComboBox& list, int line) {
+  const auto index = static_cast<std::size_t>(line);
+  const bool found = line >= 0 && index < graph.SeriesCount() &&
+                     graph.Series(index).SeriesName() == list.itemText(line).toStdString();
+  if (!found) throw Error("DataSet Not Found!");
+  return graph.Series(index);
+}
+
+TSeries& ChosenSeries(TxyGraph& graph, const QComboBox& list) {
+  return ListedSeries(graph, list, list.currentIndex());
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,64 @@
+#include "results/new_series.h"
+
+#include <utility>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "graph/graph_update.h"
+#include "graph/xy_graph.h"
+#include "results/second_axis.h"
+
+namespace tarnwick {
+namespace {
+
+bool IsLive(const TSeries& series) {
+  return series.Source().DataSource == DataSourceKind::Dde;
+}
+
+bool IsTaken(const TxyGraph& graph, const std::string& name) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (graph.Series(i).SeriesName() == name) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string FreeSeriesName(const TxyGraph& graph, const std::string& wanted) {
+  std::string name = wanted;
+  for (int number = 1; IsTaken(graph, name); ++number) name = wanted + "_" + std::to_string(number);
+  return name;
+}
+
+std::string NameRefusal(const TxyGraph& graph, const std::string& name) {
+  if (TrimBlanks(name).empty()) return "The new DataSet needs a name.";
+  if (IsTaken(graph, name)) return "The graph already has a DataSet \"" + name + "\".";
+  return {};
+}
+
+TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const NewSeries& wanted) {
+  if (const std::string why = NameRefusal(graph, wanted.name); !why.empty()) throw Error(why);
+  computed->SetSeriesName(wanted.name);
+  const GraphUpdate update(graph);
+  if (wanted.y_axis == AxisId::Y2) ShowSecondAxis(graph);
+  TSeries& added = graph.AddSeries(std::move(computed));
+  SeriesStyle style = added.Style();
+  style.first_axis = wanted.y_axis != AxisId::Y2;
+  added.SetStyle(style);
+  return added;
+}
+
+bool HasLiveSource(const TxyGraph& graph) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (IsLive(graph.Series(i))) return true;
+  }
+  return false;
+}
+
+std::string LiveSourceText(const TSeries& source) {
+  if (!IsLive(source)) return {};
+  return "\"" + source.SeriesName() +
+         "\" is fed by a live link. What is computed from it stays as it is now.";
+}
+
+}  // namespace tarnwick

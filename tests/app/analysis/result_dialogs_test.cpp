@@ -1,0 +1,140 @@
+// What dialogs that make a DataSet offer, show and leave behind. That their results are those of the batch program is
+// compared in two_faces_test.cpp.
+#include "app/analysis/integr_dialog.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "desktop_fixture.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::DesktopTest;
+using ::testing::ElementsAre;
+
+class ResultDialogs : public DesktopTest {
+ protected:
+  void SetUp() override {
+    DesktopTest::SetUp();
+    Start({Example("decay.dat")});
+    graph_ = &ActiveDocument().Graph();
+    source_ = graph_->CurrentSeries()->SeriesName();
+  }
+  Txy_Integr& Open(DerivedKind mode) {
+    dialog_.reset();
+    dialog_ = std::make_unique<Txy_Integr>(ActiveDocument(), mode, *prompt_);
+    return *dialog_;
+  }
+  template <class Widget>
+  Widget& Find(const char* name) {
+    return *dialog_->findChild<Widget*>(name);
+  }
+  bool CanFinish() {
+    for (const auto* button : dialog_->findChildren<QPushButton*>())
+      if (button->text() == "O&K") return button->isEnabled();
+    return false;
+  }
+  void TearDown() override {
+    dialog_.reset();
+    DesktopTest::TearDown();
+  }
+
+  std::unique_ptr<Txy_Integr> dialog_;
+  TxyGraph* graph_ = nullptr;
+  std::string source_;
+};
+
+TEST_F(ResultDialogs, BeginWithWhatEachModeIsCalled) {
+  const struct {
+    DerivedKind mode;
+    const char *caption, *suffix;
+  } kRows[] = {{DerivedKind::Integral, "Numerical Integration", "_INT"},
+               {DerivedKind::RunningSum, "Running Summation", "_SUM"},
+               {DerivedKind::Histogram, "Running Histogram", "_HIS"}};
+  for (const auto& row : kRows) {
+    EXPECT_EQ(Open(row.mode).windowTitle(), row.caption);
+    EXPECT_EQ(Find<QLineEdit>("e_Name").text().toStdString(), source_ + row.suffix);
+    EXPECT_TRUE(Find<QAbstractButton>("AxisSecond").isChecked());
+    EXPECT_TRUE(Find<QAbstractButton>("cbx_HideSource").isChecked());
+    auto* bins = dialog_->findChild<QSpinBox*>("e_Bins");
+    EXPECT_EQ(bins != nullptr, row.mode == DerivedKind::Histogram);
+    if (bins) {
+      EXPECT_EQ(bins->value(), 100);
+    }
+  }
+}
+
+TEST_F(ResultDialogs, ShowTheResultPaleAndLeaveNothingWhenCancelled) {
+  const GraphState before = graph_->State();
+  Open(DerivedKind::Integral);
+  ASSERT_EQ(graph_->SeriesCount(), 2u);
+  const Color pale = graph_->Series(1).Style().line_color;
+  EXPECT_TRUE(graph_->Series(0).Style().visible);
+  dialog_->reject();
+  EXPECT_EQ(graph_->SeriesCount(), 1u);
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
+
+  Open(DerivedKind::Integral).accept();
+  EXPECT_NE(graph_->Series(1).Style().line_color, pale);
+  EXPECT_FALSE(graph_->Series(0).Style().visible);
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Integrate");
+  ActiveDocument().History().Undo();
+  EXPECT_EQ(graph_->SeriesCount(), 1u);
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
+}
+
+TEST_F(ResultDialogs, RefuseANameThatCannotBeHad) {
+  Open(DerivedKind::Integral);
+  auto& name = Find<QLineEdit>("e_Name");
+  for (const char* wanted : {source_.c_str(), "  "}) {
+    name.setText(wanted);
+    emit name.textEdited(wanted);
+    EXPECT_FALSE(CanFinish());
+    EXPECT_FALSE(Find<QLabel>("NameRefusal").text().isEmpty());
+    EXPECT_EQ(graph_->SeriesCount(), 1u);
+  }
+  name.setText("other");
+  emit name.textEdited("other");
+  EXPECT_TRUE(CanFinish());
+  EXPECT_EQ(graph_->Series(1).SeriesName(), "other");
+}
+
+TEST_F(ResultDialogs, TellThatTheDataSetIsGone) {
+  Open(DerivedKind::Integral);
+  Find<QAbstractButton>("cbx_Preview")
+      .click();  // it would take back what else happens to the graph
+  graph_->Series(0).SetSeriesName("another");
+  dialog_->accept();
+  EXPECT_EQ(TakeTold(), std::vector<std::string>{"DataSet Not Found!"});
+  EXPECT_EQ(graph_->SeriesCount(), 1u);
+}
+
+TEST_F(ResultDialogs, TellThatALiveLinkIsNotFollowed) {
+  graph_->Series(0).Source().DataSource = DataSourceKind::Dde;
+  Open(DerivedKind::Integral);
+  EXPECT_TRUE(Find<QLabel>("Told").text().contains("fed by a live link"));
+  EXPECT_EQ(graph_->SeriesCount(), 1u);  // a preview would take back what the link brings
+}
+
+TEST_F(ResultDialogs, AreaAndSumAreTold) {
+  auto series = std::make_unique<TSeries>();
+  series->SetSeriesName("Line");
+  for (const double x : {0, 1, 2}) series->AddPoint(x, x / 3);
+  graph_->AddSeries(std::move(series));
+  graph_->SetCurrentSeriesIndex(1);
+  Run("FindArea1");
+  Run("findSum1");
+  const std::string name = "\"" + ActiveDocument().Name() + ".Line\" :  ";
+  EXPECT_THAT(TakeTold(), ElementsAre("Area for DataSet   " + name + "0.666666666666667",
+                                      "Sum of 3 data points for " + name + "1"));
+}
+
+}  // namespace
+}  // namespace tarnwick
