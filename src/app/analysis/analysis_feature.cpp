@@ -1,7 +1,9 @@
 #include "app/analysis/analysis_feature.h"
 
 #include "analysis/derived.h"
+#include "app/analysis/average_dialog.h"
 #include "app/analysis/integr_dialog.h"
+#include "app/analysis/peaks_dialog.h"
 #include "base/number_text.h"
 #include "base/prompt.h"
 #include "desk/document/document.h"
@@ -33,6 +35,14 @@ void Integrate(CommandContext& context) {
 
 void Differentiate(CommandContext& context) {
   Txy_Differ(*context.document, context.prompt, context.dialog_parent).exec();
+}
+
+void Average(CommandContext& context) {
+  Txy_Average(*context.document, context.prompt, context.dialog_parent).exec();
+}
+
+void FindPeaks(CommandContext& context) {
+  Txy_Peaks(*context.document, context.prompt, context.dialog_parent).exec();
 }
 
 }  // namespace
@@ -86,12 +96,14 @@ Feature AnalysisFeature() {
        .hint = "Define Peaks|Define Peaks in DataSet",
        .icon = "find-peaks",
        .menu = Menu::Analysis,
-       .enabled = HasDataSet},
+       .enabled = HasDataSet,
+       .run = FindPeaks},
       {.name = "AnalysisAverage1",
        .caption = "&Average DataSets",
        .icon = "average",
        .menu = Menu::Analysis,
-       .enabled = HasDataSet},
+       .enabled = HasDataSet,
+       .run = Average},
   };
   return {.name = "analysis", .commands = {kCommands}};
 }

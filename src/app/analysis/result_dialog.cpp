@@ -73,6 +73,16 @@ TSeries& ResultDialog::Source() {
   return ChosenSeries(document_.Graph(), *series_);
 }
 
+QString ResultDialog::SourceName() const {
+  return series_->currentText();
+}
+
+QStringList ResultDialog::SourceNames() const {
+  QStringList names;
+  for (int i = 0; i < series_->count(); ++i) names.append(series_->itemText(i));
+  return names;
+}
+
 void ResultDialog::OfferName() {
   preview_.Clear();
   try {
@@ -87,9 +97,10 @@ void ResultDialog::Refresh() {
   preview_.Clear();
   const std::string why = NameRefusal(document_.Graph(), output_->Chosen().name);
   output_->ShowRefusal(ToQt(why));
-  ok_->setEnabled(why.empty());
-  Tell({}, false);
-  if (!why.empty()) return;
+  const QString lacking = Lacking();
+  ok_->setEnabled(why.empty() && lacking.isEmpty());
+  Tell(lacking.toStdString(), false);
+  if (!ok_->isEnabled()) return;
   try {
     ShowPreview();
   } catch (const Error& error) {

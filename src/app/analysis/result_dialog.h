@@ -51,6 +51,13 @@ class ResultDialog : public QDialog {
   virtual std::string Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
                            ResultStage stage) = 0;
 
+  /// What is still to be chosen, a sentence; OK does nothing until it is. Empty for nothing.
+  virtual QString Lacking() const { return {}; }
+  TSeries& Source();
+  /// The names of the chosen one and of all that may be chosen.
+  QString SourceName() const;
+  QStringList SourceNames() const;
+
   /// Below the list of DataSets, in its box.
   QVBoxLayout& SourceBox() { return *source_box_; }
   /// Between source and output.
@@ -61,7 +68,6 @@ class ResultDialog : public QDialog {
   void Refresh();
 
  private:
-  TSeries& Source();
   void ShowPreview();
   void Tell(const std::string& text, bool refused);
   bool Finish();

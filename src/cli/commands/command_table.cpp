@@ -16,6 +16,8 @@ constexpr CommandRow kCommands[] = {
     {"sum", "The running sum of a DataSet", &DeclareSum},
     {"histogram", "The probability density of a DataSet", &DeclareHistogram},
     {"differentiate", "The derivative of a DataSet", &DeclareDifferentiate},
+    {"average", "The mean of several DataSets", &DeclareAverage},
+    {"peaks", "The peaks of a DataSet, as marks", &DeclarePeaks},
     {"area", "The area between a DataSet and its base line", &DeclareArea},
     {"total", "The sum of a DataSet's points, base line subtracted", &DeclareTotal},
     {"baseline", "A DataSet's base line, by numbers or from a mark", &DeclareBaseline},

@@ -17,6 +17,8 @@ void DeclareIntegrate(Command& command, Action& action);
 void DeclareSum(Command& command, Action& action);
 void DeclareHistogram(Command& command, Action& action);
 void DeclareDifferentiate(Command& command, Action& action);
+void DeclareAverage(Command& command, Action& action);
+void DeclarePeaks(Command& command, Action& action);
 void DeclareArea(Command& command, Action& action);
 void DeclareTotal(Command& command, Action& action);
 void DeclareBaseline(Command& command, Action& action);

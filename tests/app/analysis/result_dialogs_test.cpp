@@ -5,12 +5,14 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/analysis/average_dialog.h"
 #include "desktop_fixture.h"
 
 namespace tarnwick {
@@ -121,6 +123,31 @@ TEST_F(ResultDialogs, TellThatALiveLinkIsNotFollowed) {
   Open(DerivedKind::Integral);
   EXPECT_TRUE(Find<QLabel>("Told").text().contains("fed by a live link"));
   EXPECT_EQ(graph_->SeriesCount(), 1u);  // a preview would take back what the link brings
+}
+
+TEST_F(ResultDialogs, AnAverageIsOfWhatStandsInItsList) {
+  Txy_Average dialog(ActiveDocument(), *prompt_);
+  auto& list = *dialog.findChild<QListWidget*>();
+  const auto press = [&](const char* text) {
+    for (auto* button : dialog.findChildren<QPushButton*>())
+      if (button->text() == text) button->click();
+  };
+  EXPECT_EQ(dialog.findChild<QLineEdit*>("e_Name")->text().toStdString(), "Average_" + source_);
+  EXPECT_TRUE(dialog.findChild<QAbstractButton*>("AxisMain")->isChecked());
+  press("O&K");
+  EXPECT_EQ(dialog.result(), QDialog::Rejected);  // nothing to average
+  const struct {
+    const char* button;
+    int lines;
+  } kRows[] = {{">>", 1}, {">>", 1}, {"X", 0}, {"All", 1}, {"<<", 0}, {"<<", 0}, {">>", 1}};
+  for (const auto& row : kRows) {
+    press(row.button);
+    if (row.lines > 0) list.setCurrentRow(0);
+    EXPECT_EQ(list.count(), row.lines) << row.button;
+  }
+  press("O&K");
+  EXPECT_EQ(dialog.result(), QDialog::Accepted);
+  EXPECT_EQ(graph_->Series(1).SeriesName(), "Average_" + source_);
 }
 
 TEST_F(ResultDialogs, AreaAndSumAreTold) {

@@ -10,7 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "app/analysis/average_dialog.h"
 #include "app/analysis/integr_dialog.h"
+#include "app/analysis/peaks_dialog.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_work.h"
 #include "base/progress.h"
@@ -71,6 +73,21 @@ void CountInBins(Document& document, Prompt& prompt) {
   dialog.accept();
 }
 
+void AverageAll(Document& document, Prompt& prompt) {
+  Txy_Average dialog(document, prompt);
+  for (auto* button : dialog.findChildren<QAbstractButton*>())
+    if (button->text() == "All") button->click();
+  dialog.accept();
+}
+
+void MarkSomePeaks(Document& document, Prompt& prompt) {
+  Txy_Peaks dialog(document, prompt);
+  Find<QLineEdit>(dialog, "e_LeftMargin").setText("100");
+  Find<QLineEdit>(dialog, "e_NoiseLevel").setText("0.5");
+  Find<QSpinBox>(dialog, "e_Precision").setValue(2);
+  dialog.accept();
+}
+
 std::vector<Row> Rows() {
   return {
       {"Fit",
@@ -82,6 +99,8 @@ std::vector<Row> Rows() {
       {"Histogram", "histogram --bins 12 --hide-source", CountInBins},
       {"Derivative", "differentiate",
        [](Document& document, Prompt& prompt) { Txy_Differ(document, prompt).accept(); }},
+      {"Average", "average --reference 1 --of 1", AverageAll},
+      {"Peaks", "peaks --left 100 --noise 0.5 --precision 2", MarkSomePeaks},
   };
 }
 
