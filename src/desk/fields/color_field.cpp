@@ -71,6 +71,9 @@ QWidget* MakeGrid(QMenu& menu, const std::function<void(Color)>& chosen) {
                      });
     places->addWidget(swatch, static_cast<int>(i / kColumns), static_cast<int>(i % kColumns));
   }
+  // Where the keyboard goes when it reaches the colours.
+  grid->setFocusPolicy(Qt::StrongFocus);
+  grid->setFocusProxy(places->itemAt(0)->widget());
   return grid;
 }
 

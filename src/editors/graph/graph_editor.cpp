@@ -393,6 +393,7 @@ void GraphEditor::Reorder(const std::vector<std::int32_t>& ids) {
     const std::vector<std::size_t> order(ids.begin(), ids.end());
     document_->Edit("Order DataSets", [&](TxyGraph& graph) { ReorderSeries(graph, order); });
     std::vector<std::int32_t> moved;
+    moved.reserve(chosen.size());
     for (const std::int32_t id : chosen) {
       moved.push_back(static_cast<std::int32_t>(std::ranges::find(ids, id) - ids.begin()));
     }

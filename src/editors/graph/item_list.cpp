@@ -117,6 +117,7 @@ std::vector<std::int32_t> ItemList::Chosen() const {
 
 void ItemList::MoveChosen(int way) {
   std::vector<std::int32_t> ids;
+  ids.reserve(items_.size());
   for (const ListedItem& item : items_) ids.push_back(item.id);
   std::vector<std::int32_t> chosen = Chosen();
   if (way > 0) std::ranges::reverse(chosen);
@@ -132,6 +133,7 @@ void ItemList::MoveChosen(int way) {
 void ItemList::TellOrder() {
   order_told_ = true;
   std::vector<std::int32_t> ids;
+  ids.reserve(static_cast<std::size_t>(list_->count()));
   for (int i = 0; i < list_->count(); ++i) ids.push_back(IdOf(*list_->item(i)));
   items_.clear();  // what is shown is the user's order now, not the graph's
   emit reordered(ids);

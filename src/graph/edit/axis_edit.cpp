@@ -24,13 +24,16 @@ void ChangeScale(TAxis& axis, const AxisState& wanted, const AxisState& was) {
   }
 }
 
+/// What goes off does so before values are set, what goes on after.
 void ChangeRange(TAxis& axis, const AxisState& wanted, const AxisState& was) {
+  if (was.AutoSizing && !wanted.AutoSizing) axis.SetAutoSizing(false);
+  if (was.AutoStepping && !wanted.AutoStepping) axis.SetAutoStepping(false);
   if (wanted.Min != was.Min) axis.SetMin(wanted.Min);
   if (wanted.Max != was.Max) axis.SetMax(wanted.Max);
   if (wanted.StepSize != was.StepSize) axis.SetStepSize(wanted.StepSize);
   if (wanted.MinScaleLength != was.MinScaleLength) axis.SetMinScaleLength(wanted.MinScaleLength);
-  if (wanted.AutoSizing != was.AutoSizing) axis.SetAutoSizing(wanted.AutoSizing);
-  if (wanted.AutoStepping != was.AutoStepping) axis.SetAutoStepping(wanted.AutoStepping);
+  if (wanted.AutoStepping && !was.AutoStepping) axis.SetAutoStepping(true);
+  if (wanted.AutoSizing && !was.AutoSizing) axis.SetAutoSizing(true);
 }
 
 }  // namespace
