@@ -21,6 +21,7 @@ enum class ControlKind : std::uint8_t {
   Expression,  ///< one line that an expression parser reads
   DateFormat,  ///< one line that says how dates are written
   Column,      ///< the name of a column of the data source
+  Separators,  ///< single characters between fields, blanks and tabs among them
   File,        ///< the name of a file
   Folder,      ///< the name of a folder
   Color,
@@ -69,6 +70,7 @@ inline constexpr FieldControl kText{.kind = ControlKind::Text};
 inline constexpr FieldControl kExpression{.kind = ControlKind::Expression};
 inline constexpr FieldControl kDateFormat{.kind = ControlKind::DateFormat};
 inline constexpr FieldControl kColumn{.kind = ControlKind::Column};
+inline constexpr FieldControl kSeparators{.kind = ControlKind::Separators};
 inline constexpr FieldControl kFile{.kind = ControlKind::File};
 inline constexpr FieldControl kFolder{.kind = ControlKind::Folder};
 inline constexpr FieldControl kColor{.kind = ControlKind::Color};

@@ -223,6 +223,17 @@ void DocumentFiles::TakeRefreshed(const ReadResult& result) {
   TakeReadAgain(result, step);
 }
 
+bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources) {
+  const GraphState before = document_.WholeGraph().State();
+  const ReadResult result = Read([&before, &sources](Progress& progress) {
+    return tarnwick::ReadBy(before, sources, progress);
+  });
+  if (result.cancelled) return false;
+  OpenEdit step(document_, "Edit Data Source");
+  TakeReadAgain(result, step);
+  return true;
+}
+
 bool DocumentFiles::LoadAllRows() {
   const GraphState before = document_.WholeGraph().State();
   const ReadResult result =

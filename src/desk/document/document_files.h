@@ -82,6 +82,8 @@ class DocumentFiles {
   bool Refresh();
   /// One step of what reading the DataSets of the whole graph again made of it.
   void TakeRefreshed(const ReadResult& result);
+  /// One step: these DataSets of the whole graph read by other descriptions. Throws as ReadBy of document_io.h.
+  bool ReadBy(const std::vector<NewSource>& sources);
   /// Reads every row of the DataSets that show only some of theirs.
   bool LoadAllRows();
 

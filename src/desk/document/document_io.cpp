@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "base/error.h"
@@ -97,6 +98,20 @@ ReadResult ReadAgain(TxyGraph& graph, const std::vector<TDataSeries*>& all, Prog
   return ResultOf(graph, reports);
 }
 
+/// Describes another source, or the same one otherwise. The name and the rule of errors follow the columns.
+void TakeSource(TSeries& series, const TDSInfo& source) {
+  const TDSInfo before = std::exchange(series.Source(), source);
+  if (series.SeriesName() == before.YDataColumn) series.SetSeriesName(source.YDataColumn);
+  PointErrors errors = series.Errors();
+  if (source.YErrorColumn != before.YErrorColumn) {
+    errors.y.kind = source.YErrorColumn.empty() ? ErrorKind::None : ErrorKind::Column;
+  }
+  if (source.XErrorColumn != before.XErrorColumn) {
+    errors.x.kind = source.XErrorColumn.empty() ? ErrorKind::None : ErrorKind::Column;
+  }
+  series.SetErrors(std::move(errors));
+}
+
 /// "Pasted 2 DataSets, 1 mark"
 std::string NoteOf(const PastedParts& parts) {
   std::string note;
@@ -157,6 +172,20 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
   all.reserve(which.size());
   for (const std::size_t place : which) all.push_back(whole.at(place));
   return ReadAgain(graph, all, progress);
+}
+
+ReadResult ReadBy(const GraphState& state, const std::vector<NewSource>& sources,
+                  Progress& progress) {
+  TxyGraph graph;
+  graph.SetState(state);
+  const std::vector<TSeries*> whole = SeriesOfWhole(graph);
+  std::vector<TDataSeries*> changed;
+  for (const NewSource& one : sources) {
+    TSeries& series = *whole.at(one.place);
+    TakeSource(series, one.source);
+    changed.push_back(&series);
+  }
+  return ReadAgain(graph, changed, progress);
 }
 
 RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progress& progress) {

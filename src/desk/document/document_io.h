@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/progress.h"
+#include "data/ds_info.h"
 #include "data/import/import_told.h"
 #include "desk/document/filed_points.h"
 #include "graph/graph_state.h"
@@ -40,6 +41,16 @@ ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path
 /// `state` with the DataSets at these places of SeriesOfWhole read again, where they have a source. Throws FileError.
 ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
                      Progress& progress);
+
+/// How one of the DataSets of SeriesOfWhole, by its place there, is read from now on.
+struct NewSource {
+  std::size_t place = 0;
+  TDSInfo source;
+};
+/// `state` with these DataSets read by other descriptions. A DataSet named after its column is named after the new one.
+/// Throws FileError, and Error for a column expression that cannot be used.
+ReadResult ReadBy(const GraphState& state, const std::vector<NewSource>& sources,
+                  Progress& progress);
 
 /// What came of reading several graphs again together.
 struct RefreshedGraphs {

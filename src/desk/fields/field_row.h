@@ -35,8 +35,9 @@ struct FieldRemark {
 
 /// What a field's control needs to know of the graph around it.
 struct FieldSurroundings {
-  std::vector<std::string> data_sets;  ///< their names, for fields that name one
-  bool moments = false;                ///< values of this place are dates and times
+  std::vector<std::string> data_sets;     ///< their names, for fields that name one
+  std::vector<std::string> columns = {};  ///< of the data source, for fields that name one
+  bool moments = false;                   ///< values of this place are dates and times
 };
 
 }  // namespace tarnwick

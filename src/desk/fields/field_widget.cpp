@@ -59,6 +59,7 @@ void FieldWidget::AddControl(QWidget* control, QWidget* keys) {
 bool FieldWidget::LooksTheSame(const FieldSurroundings& around) const {
   const ControlKind kind = row_.look.control.kind;
   if (kind == ControlKind::Moment) return around.moments == around_.moments;
+  if (kind == ControlKind::Column) return around.columns == around_.columns;
   return kind != ControlKind::DataSet || around.data_sets == around_.data_sets;
 }
 
@@ -126,8 +127,11 @@ FieldWidget* MakeFieldWidget(const FieldRow& row, QWidget* parent) {
       return new IntegerField(row, parent);
     case ControlKind::Text:
     case ControlKind::Expression:
-    case ControlKind::Column:
       return new TextField(row, parent);
+    case ControlKind::Separators:
+      return new SeparatorsField(row, parent);
+    case ControlKind::Column:
+      return new ColumnField(row, parent);
     case ControlKind::DateFormat:
       return new DateFormatField(row, parent);
     case ControlKind::File:

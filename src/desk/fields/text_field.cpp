@@ -1,5 +1,6 @@
 #include "desk/fields/text_field.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -26,6 +27,17 @@ constexpr std::array kFormats = {"dd-mmm",     "dd-mmm-yyyy", "yyyy-mm-dd", "dd.
                                  "mm/dd/yyyy", "hh:nn",       "hh:nn:ss",   "yyyy-mm-dd hh:nn",
                                  "mmm yyyy",   "yyyy"};
 
+struct UsualSeparator {
+  char character;
+  const char* caption;
+  const char* name;
+};
+constexpr std::array kUsualSeparators = {
+    UsualSeparator{'\t', "Tab", "Tabs separate"}, UsualSeparator{' ', "Blank", "Blanks separate"},
+    UsualSeparator{',', ",", "Commas separate"},  UsualSeparator{';', ";", "Semicolons separate"},
+    UsualSeparator{'|', "|", "Bars separate"},
+};
+
 QString TextOf(const std::optional<FieldValue>& value) {
   const auto* text = value ? std::get_if<std::string>(&*value) : nullptr;
   return text ? ToQt(*text) : QString();
@@ -49,6 +61,70 @@ TextField::TextField(const FieldRow& row, QWidget* parent)
 
 void TextField::ShowValue(const std::optional<FieldValue>& value, const FieldSurroundings&) {
   ShowText(*line_, value);
+}
+
+SeparatorsField::SeparatorsField(const FieldRow& row, QWidget* parent)
+    : FieldWidget(row, parent), others_(nullptr) {
+  auto* holder = new QWidget(this);
+  auto* line = new QHBoxLayout(holder);
+  line->setContentsMargins(0, 0, 0, 0);
+  for (const UsualSeparator& separator : kUsualSeparators) {
+    auto* box = new QCheckBox(separator.caption, holder);
+    box->setToolTip(separator.name);
+    box->setAccessibleName(box->toolTip());
+    connect(box, &QCheckBox::clicked, this, &SeparatorsField::TakeAll);
+    line->addWidget(box);
+    usual_.push_back(box);
+  }
+  others_ = new QLineEdit(holder);
+  others_->setToolTip(tr("Other separators, one character each"));
+  others_->setAccessibleName(others_->toolTip());
+  others_->setMaximumWidth(kShortest / 2);
+  connect(others_, &QLineEdit::textEdited, this, &SeparatorsField::TakeAll);
+  line->addWidget(others_);
+  line->addStretch();
+  AddControl(holder, usual_.front());
+}
+
+void SeparatorsField::TakeAll() {
+  std::string separators;
+  for (std::size_t i = 0; i < usual_.size(); ++i) {
+    if (usual_[i]->isChecked()) separators += kUsualSeparators[i].character;
+  }
+  Take(separators + others_->text().toStdString());
+}
+
+void SeparatorsField::ShowValue(const std::optional<FieldValue>& value, const FieldSurroundings&) {
+  QString others = TextOf(value);
+  for (std::size_t i = 0; i < usual_.size(); ++i) {
+    const QChar character(kUsualSeparators[i].character);
+    const QSignalBlocker blocker(usual_[i]);
+    usual_[i]->setChecked(others.contains(character));
+    others.remove(character);
+  }
+  const QSignalBlocker blocker(others_);
+  others_->setText(others);
+}
+
+ColumnField::ColumnField(const FieldRow& row, QWidget* parent)
+    : FieldWidget(row, parent), list_(new QComboBox(this)) {
+  list_->setEditable(true);
+  list_->setInsertPolicy(QComboBox::NoInsert);
+  list_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  LeaveWheelAlone(*list_);
+  AddControl(list_);
+  const auto take = [this] { Take(list_->currentText().toStdString()); };
+  connect(list_, &QComboBox::activated, this, take);
+  connect(list_->lineEdit(), &QLineEdit::textEdited, this, take);
+}
+
+void ColumnField::ShowValue(const std::optional<FieldValue>& value,
+                            const FieldSurroundings& around) {
+  const QSignalBlocker blocker(list_);
+  list_->clear();
+  for (const std::string& column : around.columns) list_->addItem(ToQt(column));
+  list_->setCurrentIndex(-1);
+  ShowText(*list_->lineEdit(), value);
 }
 
 PathField::PathField(const FieldRow& row, QWidget* parent) : FieldWidget(row, parent) {

@@ -1,0 +1,68 @@
+#include "editors/data/data_editor.h"
+
+#include <QComboBox>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "desk/widgets/text.h"
+#include "editors/data/points_page.h"
+#include "editors/data/source_page.h"
+#include "editors/data/statistics_page.h"
+
+namespace tarnwick {
+
+DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(parent) {
+  setObjectName("DataEditorPages");
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(6, 6, 6, 6);
+  names_ = new QComboBox(this);
+  names_->setObjectName("EditedDataSet");
+  names_->setAccessibleName(tr("DataSet"));
+  names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  column->addWidget(names_);
+  connect(names_, &QComboBox::activated, this, [this](int index) {
+    if (Document* const document = series_.GetDocument()) {
+      document->Graph().SetCurrentSeriesIndex(index);
+    }
+  });
+  pages_ = new QTabWidget(this);
+  pages_->setObjectName("DataPages");
+  pages_->addTab(source_ = new SourcePage(parts, series_, pages_), tr("&Source"));
+  pages_->addTab(points_ = new PointsPage(parts, series_, pages_), tr("&Points"));
+  pages_->addTab(statistics_ = new StatisticsPage(series_, pages_), tr("S&tatistics"));
+  column->addWidget(pages_, 1);
+  connect(pages_, &QTabWidget::currentChanged, this, &DataEditor::Refresh);
+}
+
+void DataEditor::Follow(Document* document) {
+  series_.Follow(document);
+  Refresh();
+}
+
+void DataEditor::Refresh() {
+  // Queued changes are told when it is seen.
+  if (!isVisible()) return;
+  RefreshNames();
+  pages_->setEnabled(series_.Get() != nullptr);
+  if (pages_->currentWidget() == source_) source_->Refresh();
+  if (pages_->currentWidget() == points_) points_->Refresh();
+  if (pages_->currentWidget() == statistics_) statistics_->Refresh();
+}
+
+void DataEditor::RefreshNames() {
+  const QSignalBlocker blocker(names_);
+  names_->clear();
+  if (series_.Get() == nullptr) return;
+  const TxyGraph& graph = series_.GetDocument()->Graph();
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    names_->addItem(ToQt(graph.Series(i).SeriesName()));
+  }
+  names_->setCurrentIndex(graph.CurrentSeriesIndex());
+}
+
+void DataEditor::showEvent(QShowEvent*) {
+  Refresh();
+}
+
+}  // namespace tarnwick

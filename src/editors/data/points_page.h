@@ -1,0 +1,57 @@
+// The points of the current DataSet as a table: looked at, found, changed, added, deleted. Knows how a graph's points are edited;
+// every change is one step of the document.
+#pragma once
+
+#include <QWidget>
+#include <cstdint>
+#include <set>
+#include <string>
+
+#include "desk/commands/command.h"
+#include "desk/panels/panel.h"
+#include "editors/data/edited_series.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace tarnwick {
+
+class PointsModel;
+class PointsView;
+
+class PointsPage final : public QWidget {
+  Q_OBJECT
+
+ public:
+  PointsPage(const PanelParts& parts, const EditedSeries& series, QWidget* parent);
+
+  void Refresh();
+
+ private:
+  QWidget* BuildFind();
+  QWidget* BuildButtons();
+  void Find();
+  void Insert();
+  void Delete();
+  void Copy() const;
+  bool TakeY(std::int32_t id, double y);
+  void MarkedChanged();
+  /// Tells once of a DataSet that reading its source again undoes what is edited, and offers to cut it off its source. False: the user
+  /// lets it be.
+  bool MayEdit(CommandContext& context);
+
+  PanelParts parts_;
+  const EditedSeries& series_;
+  std::set<std::string> warned_;  // sources of which the user was told
+  PointsModel* model_;
+  PointsView* view_;
+  QLineEdit* find_ = nullptr;
+  QLineEdit* x_ = nullptr;
+  QLineEdit* y_ = nullptr;
+  QPushButton* delete_ = nullptr;
+  QPushButton* copy_ = nullptr;
+  QLabel* count_ = nullptr;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,239 @@
+#include "editors/data/source_page.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "base/error.h"
+#include "data/import/import_file.h"
+#include "data/import/import_source.h"
+#include "data/import/source_place.h"
+#include "desk/commands/command_actions.h"
+#include "desk/fields/field_form.h"
+#include "desk/fields/field_widget.h"
+#include "desk/widgets/text.h"
+#include "graph/series_of_whole.h"
+#include "sources/all_source_kinds.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kLines = 40;
+constexpr std::size_t kColumns = 200;
+constexpr int kPause = 150;  // ms after the last key
+constexpr int kPreviewHeight = 240;
+
+bool SameFile(const TDSInfo& one, const TDSInfo& other) {
+  return one.DataSource == other.DataSource && one.DatasourceInfo == other.DatasourceInfo &&
+         one.RelativeSource == other.RelativeSource;
+}
+
+bool HasSource(const TDSInfo& info) {
+  return info.DataSource != DataSourceKind::Manual && !info.DatasourceInfo.empty();
+}
+
+}  // namespace
+
+SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWidget* parent)
+    : QWidget(parent), parts_(parts), series_(series) {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 6, 0, 0);
+  file_ = new QLabel(this);
+  file_->setObjectName("SourceFile");
+  file_->setWordWrap(true);
+  file_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  column->addWidget(file_);
+  auto* halves = new QSplitter(Qt::Vertical, this);
+  table_ = new PreviewTable(halves);
+  form_ = new FieldForm(draft_.Rows());
+  scroll_ = new QScrollArea(halves);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setWidgetResizable(true);
+  scroll_->setWidget(form_);
+  halves->setSizes({kPreviewHeight, kPreviewHeight});
+  column->addWidget(halves, 1);
+  told_ = new QLabel(this);
+  told_->setObjectName("SourceTold");
+  told_->setWordWrap(true);
+  column->addWidget(told_);
+  column->addWidget(BuildButtons());
+  soon_ = new QTimer(this);
+  soon_->setSingleShot(true);
+  connect(soon_, &QTimer::timeout, this, &SourcePage::ShowPreview);
+  connect(form_, &FieldForm::edited, this, &SourcePage::TakeField);
+  connect(table_, &PreviewTable::columnChosen, this, &SourcePage::UseColumn);
+}
+
+QWidget* SourcePage::BuildButtons() {
+  auto* bar = new QWidget(this);
+  auto* line = new QHBoxLayout(bar);
+  line->setContentsMargins(0, 0, 0, 0);
+  const auto add = [&](const QString& text, const char* name, void (SourcePage::*run)()) {
+    auto* button = new QPushButton(text, bar);
+    button->setObjectName(name);
+    connect(button, &QPushButton::clicked, this, run);
+    line->addWidget(button);
+    return button;
+  };
+  guess_ = add(tr("&Guess"), "GuessSource", &SourcePage::Guess);
+  guess_->setToolTip(tr("Find out anew how the file is written"));
+  line->addStretch();
+  apply_ = add(tr("&Apply"), "ApplySource", &SourcePage::Apply);
+  apply_->setToolTip(tr("Read the data so, as one step that can be undone"));
+  revert_ = add(tr("&Revert"), "RevertSource", &SourcePage::Revert);
+  revert_->setToolTip(tr("Take back what was changed here"));
+  return bar;
+}
+
+void SourcePage::Refresh() {
+  const TSeries* const series = series_.Get();
+  if (series == nullptr) return;
+  if (begun_for_ == series && draft_.BegunWith() == series->Source()) return;
+  if (std::exchange(begun_for_, series) != series) Tell({});
+  draft_.Begin(*series);
+  DraftChanged();
+  ShowPreview();
+}
+
+void SourcePage::Revert() {
+  begun_for_ = nullptr;
+  for (std::size_t row = 0; row < form_->Size(); ++row) {
+    if (form_->Field(row) != nullptr) form_->Field(row)->Forget();
+  }
+  Refresh();
+}
+
+void SourcePage::TakeField(std::size_t row) {
+  const std::optional<FieldValue>& value = form_->Field(row)->Typed();
+  if (!value) return;
+  draft_.Set(row, *value);
+  DraftChanged();
+  soon_->start(kPause);
+}
+
+void SourcePage::UseColumn(const QString& name, ColumnUse use) {
+  TDSInfo& info = draft_.Source();
+  std::string TDSInfo::*const columns[] = {&TDSInfo::XDataColumn, &TDSInfo::YDataColumn,
+                                           &TDSInfo::YErrorColumn, &TDSInfo::XErrorColumn};
+  info.*columns[static_cast<std::size_t>(use)] = name.toStdString();
+  DraftChanged();
+  ShowPreview();
+}
+
+void SourcePage::DraftChanged() {
+  const bool source = HasSource(draft_.Source());
+  form_->setEnabled(source);
+  guess_->setEnabled(source && draft_.Source().DataSource == DataSourceKind::Text);
+  apply_->setEnabled(source && draft_.IsChanged());
+  revert_->setEnabled(source && draft_.IsChanged());
+  file_->setText(source ? PathText(SourcePlace(draft_.Source()))
+                        : tr("These points were typed, pasted or computed: they have no source."));
+  ShowFields();
+}
+
+void SourcePage::ShowFields() {
+  FieldSurroundings around;
+  around.columns = preview_.columns;
+  for (std::size_t row = 0; row < form_->Size(); ++row) {
+    if (form_->Field(row) != nullptr) form_->Field(row)->Show(draft_.Get(row), around);
+  }
+}
+
+void SourcePage::OpenHead() {
+  const std::string place = SourcePlace(draft_.Source()).string();
+  if (head_ && head_place_ == place) return;
+  head_.reset();
+  NoProgress silent;
+  head_ = OpenHeadOfText(place, silent);
+  head_place_ = place;
+}
+
+void SourcePage::ShowPreview() {
+  preview_ = {};
+  const TDSInfo& info = draft_.Source();
+  if (HasSource(info) && info.DataSource == DataSourceKind::Text) {
+    try {
+      OpenHead();
+      preview_ = PreviewText(head_, info, kLines, kColumns);
+    } catch (const Error& error) {
+      Tell(QString::fromStdString(error.what()));
+    }
+  }
+  table_->ShowPreview(preview_, UsedColumns());
+  table_->setVisible(!preview_.columns.empty());
+  ShowFields();
+}
+
+std::vector<int> SourcePage::UsedColumns() const {
+  const TDSInfo& info = draft_.Source();
+  const auto place = [&](const std::string& name) {
+    if (name.starts_with('#')) return QString::fromStdString(name.substr(1)).toInt();
+    const auto found = std::ranges::find(preview_.columns, name);
+    return found == preview_.columns.end() ? -1
+                                           : static_cast<int>(found - preview_.columns.begin());
+  };
+  return {place(info.XDataColumn), place(info.YDataColumn), place(info.YErrorColumn),
+          place(info.XErrorColumn)};
+}
+
+void SourcePage::Guess() {
+  parts_.actions.RunAsCommand([this](CommandContext&) {
+    NoProgress silent;
+    const TDSInfo before = draft_.Source();
+    const ImportSource guessed =
+        OpenImportSource(SourcePlace(before), {}, AllSourceKinds(), silent);
+    TDSInfo info = guessed.info;
+    info.DatasourceInfo = before.DatasourceInfo;
+    info.RelativeSource = before.RelativeSource;
+    info.GraphFolder = before.GraphFolder;
+    for (const auto member : {&TDSInfo::XDataColumn, &TDSInfo::YDataColumn, &TDSInfo::YErrorColumn,
+                              &TDSInfo::XErrorColumn, &TDSInfo::XColExpr, &TDSInfo::YColExpr}) {
+      info.*member = before.*member;
+    }
+    info.RowChoiceMode = before.RowChoiceMode;
+    info.RowChoiceValue1 = before.RowChoiceValue1;
+    info.RowChoiceValue2 = before.RowChoiceValue2;
+    info.AllRows = before.AllRows;
+    info.AutoRowHitFreq = before.AutoRowHitFreq;
+    info.RowSamplingFrequency = before.RowSamplingFrequency;
+    info.Run = before.Run;
+    draft_.Source() = info;
+    QStringList notes;
+    for (const std::string& note : guessed.notes) notes << ToQt(note);
+    Tell(notes.isEmpty() ? tr("Nothing about this file is doubtful.") : notes.join("; ") + '.');
+  });
+  DraftChanged();
+  ShowPreview();
+}
+
+void SourcePage::Apply() {
+  parts_.actions.RunAsCommand([this](CommandContext&) {
+    Document& document = *series_.GetDocument();
+    std::vector<NewSource> sources{{series_.Place(), draft_.Source()}};
+    const std::vector<TSeries*> whole = SeriesOfWhole(document.WholeGraph());
+    for (std::size_t place = 0; place < whole.size(); ++place) {
+      const TDSInfo& other = whole[place]->Source();
+      if (place == sources.front().place || !SameFile(other, draft_.BegunWith())) continue;
+      const TDSInfo alike = draft_.CutAlike(other);
+      if (alike != other) sources.push_back({place, alike});
+    }
+    document.Files().ReadBy(sources);
+    Tell(sources.size() > 1
+             ? tr("The text is cut alike for all %1 DataSets of the file.").arg(sources.size())
+             : QString());
+  });
+  DraftChanged();
+}
+
+void SourcePage::Tell(const QString& text) {
+  told_->setText(text);
+  told_->setVisible(!text.isEmpty());
+}
+
+}  // namespace tarnwick

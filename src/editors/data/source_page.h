@@ -1,0 +1,64 @@
+// How the current DataSet is read: the first lines as they are cut, and everything that can be said of it. The graph changes when
+// it is taken over, as one step. Knows drafts and previews; reading is the document's.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <string>
+
+#include "desk/panels/panel.h"
+#include "editors/data/edited_series.h"
+#include "editors/data/preview_table.h"
+#include "editors/data/source_draft.h"
+
+class QLabel;
+class QPushButton;
+class QScrollArea;
+class QTimer;
+
+namespace tarnwick {
+
+class FieldForm;
+
+class SourcePage final : public QWidget {
+  Q_OBJECT
+
+ public:
+  SourcePage(const PanelParts& parts, const EditedSeries& series, QWidget* parent);
+
+  void Refresh();
+
+ private:
+  QWidget* BuildButtons();
+  void TakeField(std::size_t row);
+  void UseColumn(const QString& name, ColumnUse use);
+  void DraftChanged();
+  void ShowFields();
+  void ShowPreview();
+  void OpenHead();
+  std::vector<int> UsedColumns() const;
+  void Guess();
+  void Apply();
+  void Revert();
+  void Tell(const QString& text);
+
+  PanelParts parts_;
+  const EditedSeries& series_;
+  SourceDraft draft_;
+  const TSeries* begun_for_ = nullptr;  // compared only
+  std::string head_place_;              // where head_ was read
+  std::shared_ptr<const TextSource> head_;
+  SourcePreview preview_;
+
+  QLabel* file_;
+  PreviewTable* table_;
+  QLabel* told_;
+  QScrollArea* scroll_;
+  FieldForm* form_;
+  QPushButton* guess_ = nullptr;
+  QPushButton* apply_ = nullptr;
+  QPushButton* revert_ = nullptr;
+  QTimer* soon_;  // previews while one types
+};
+
+}  // namespace tarnwick
