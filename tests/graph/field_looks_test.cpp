@@ -43,6 +43,7 @@ bool CanShow(ControlKind kind, const FieldValue& value) {
     case ControlKind::Expression:
     case ControlKind::DateFormat:
     case ControlKind::Column:
+    case ControlKind::Separators:
     case ControlKind::File:
     case ControlKind::Folder:
       return std::holds_alternative<std::string>(value);

@@ -60,7 +60,11 @@ SourcePreview PreviewText(const std::shared_ptr<const TextSource>& text, const T
   LineWalker walker(text->Text(), text->LineEnd());
   for (std::int64_t number = 1; !walker.AtEnd() && preview.lines.size() < lines; ++number) {
     const std::string_view line = walker.Next();
-    const LineRole role = RoleOf(number, line, info, layout);
+    LineRole role = RoleOf(number, line, info, layout);
+    if (role == LineRole::Header && info.NamesLine == 0 &&
+        Cut(line, layout, columns) == preview.columns) {
+      role = LineRole::Names;  // found by rule
+    }
     const bool names = role == LineRole::Names || role == LineRole::Units;
     if (number < std::max<std::int64_t>(first, 1) && !names) continue;
     preview.lines.push_back(

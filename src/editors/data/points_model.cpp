@@ -11,6 +11,7 @@
 #include "base/undefined.h"
 #include "data/series/point_errors.h"
 #include "desk/widgets/text.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -33,12 +34,12 @@ void PointsModel::Take(const TxyGraph* graph, const TSeries* series) {
   columns_ = {Id, X, Y};
   if (series != nullptr) {
     base_line_ = series->GetBaseLine();
-    if (base_line_ != BaseLine()) columns_.push_back(Corrected);
+    if (base_line_.offset != 0 || base_line_.slope != 0) columns_.push_back(Corrected);
     if (series->Errors().y.kind != ErrorKind::None) columns_.push_back(YError);
     if (series->RegressionType() != RegressionType::None) columns_.push_back(Regression);
     error_of_ = [errors = series->Errors()](const Point& point) { return YErrorOf(errors, point); };
     x_is_moment_ = graph->Axis(AxisId::X).ShowAsTime();
-    y_is_moment_ = graph->Axis(series->YAxisId()).ShowAsTime();
+    y_is_moment_ = graph->Axis(YAxisOf(*series)).ShowAsTime();
   }
   first_ = std::min(first_, points_.Size());
   endResetModel();
@@ -77,7 +78,7 @@ QString PointsModel::Text(std::size_t place, int column) const {
     case Y:
       return ValueText(point.y, y_is_moment_);
     case Corrected:
-      return ValueText(point.y - base_line_.At(point.x), false);
+      return ValueText(base_line_.CorrectedY(point.x, point.y), false);
     case YError:
       return ValueText(error_of_(point), false);
     case Regression:

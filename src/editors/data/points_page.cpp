@@ -20,7 +20,7 @@
 #include "desk/widgets/text.h"
 #include "editors/data/points_model.h"
 #include "editors/data/points_view.h"
-#include "graph/edit/point_edit.h"
+#include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
@@ -156,7 +156,7 @@ void PointsPage::Insert() {
   if (series == nullptr) return;
   const TxyGraph& graph = series_.GetDocument()->Graph();
   const std::optional<double> x = ValueOf(*x_, graph.Axis(AxisId::X).ShowAsTime());
-  const std::optional<double> y = ValueOf(*y_, graph.Axis(series->YAxisId()).ShowAsTime());
+  const std::optional<double> y = ValueOf(*y_, graph.Axis(YAxisOf(*series)).ShowAsTime());
   MarkWrong(*x_, x ? QString() : tr("This is no value of X."));
   MarkWrong(*y_, y ? QString() : tr("This is no value of Y."));
   if (!x || !y) return;

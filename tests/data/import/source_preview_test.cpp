@@ -39,6 +39,11 @@ TEST(SourcePreview, ShowsWhatEachLineIsAndHowItIsCut) {
   EXPECT_EQ(Told(PreviewText(source, info, 40, 10)),
             "t [s]|v [mV]\n1H a title\n2N t|v\n3U s|mV\n4R 1|2,5\n5_ \n6C # rest\n7R 3|4\n"
             "8B end of it");
+  TDSInfo by_rule;
+  by_rule.FileHasHeaders = 1;
+  EXPECT_EQ(
+      Told(PreviewText(std::make_shared<const TextSource>("t,v\n1,2\n", "a text"), by_rule, 9, 9)),
+      "t|v\n1N t|v\n2R 1|2");
   EXPECT_EQ(Told(PreviewText(source, info, 5, 1)), "t [s]\n1H a title\n2N t\n3U s\n4R 1\n5_ ");
 }
 

@@ -1,0 +1,154 @@
+// The data editor as a user has it: loaded from its library, worked through its controls.
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTest>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "data/points/point_columns.h"
+#include "data/series/data_series_file.h"
+#include "desk/fields/field_widget.h"
+#include "desktop_fixture.h"
+#include "support/project_paths.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::DesktopTest;
+
+class DataEditorTest : public DesktopTest {
+ protected:
+  ProgramPaths Paths() override {
+    ProgramPaths paths = DesktopTest::Paths();
+    paths.libraries = {testing::ProgramFolder()};
+    return paths;
+  }
+
+  void Open(const std::string& text) {
+    Start({folder_.Write("run.csv", text)});
+    Run("EditData1");
+    QCoreApplication::processEvents();
+    editor_ = form_->findChild<QWidget*>("DataEditorPages");
+    ASSERT_TRUE(editor_ && editor_->isVisible());
+  }
+  void ShowPage(int page) {
+    editor_->findChild<QTabWidget*>("DataPages")->setCurrentIndex(page);
+    QCoreApplication::processEvents();
+  }
+  void Press(const char* button) {
+    editor_->findChild<QPushButton*>(button)->click();
+    QCoreApplication::processEvents();
+  }
+  QLineEdit* Line(const char* name) { return editor_->findChild<QLineEdit*>(name); }
+  static void Type(QLineEdit* line, const QString& text) {
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, text);
+  }
+  void TypeField(const QString& name, const QString& text) {
+    auto* field = editor_->findChild<FieldWidget*>(name);
+    ASSERT_NE(field, nullptr) << name.toStdString();
+    auto* line = qobject_cast<QLineEdit*>(field->Control());
+    Type(line ? line : field->Control()->findChild<QLineEdit*>(), text);
+  }
+  /// The texts of a row of the preview.
+  QString PreviewRow(int row) {
+    const auto* table = editor_->findChild<QTableWidget*>("Preview");
+    QStringList texts;
+    for (int column = 0; column < table->columnCount(); ++column) {
+      if (const auto* item = table->item(row, column)) texts << item->text();
+    }
+    return texts.join('|');
+  }
+  QString Told() { return editor_->findChild<QLabel*>("SourceTold")->text(); }
+  const TSeries& Series(std::size_t i) { return ActiveDocument().Graph().Series(i); }
+  std::vector<double> Ys(std::size_t i) { return YValues(Series(i).Points()); }
+
+  QWidget* editor_ = nullptr;
+};
+
+TEST_F(DataEditorTest, EverySettingOfASourceHasAControl) {
+  Open("t,u\n1,2\n3,4\n");
+  const std::set<std::string_view> groups{"Text", "Columns", "Rows"};
+  for (const FieldRow& row : RowsOf<TDataSeries>(DataSeriesFields())) {
+    if (!groups.contains(row.look.group) || row.look.control.kind == ControlKind::Hidden) continue;
+    const QString name =
+        QString::fromStdString(std::string(row.look.group) + "/" + std::string(row.look.caption));
+    EXPECT_NE(editor_->findChild<FieldWidget*>(name), nullptr) << name.toStdString();
+  }
+}
+
+TEST_F(DataEditorTest, ReadsByOtherSettingsAsOneStepAndCutsAllDataSetsOfTheFileAlike) {
+  Open("t;u;v\nremark\n1;2;30\n2;5;60\n3;8;90\n");
+  ASSERT_EQ(ActiveDocument().Graph().SeriesCount(), 2U);
+  const std::vector<double> before = Ys(0);
+  EXPECT_EQ(PreviewRow(2), "1|2|30");
+  EXPECT_FALSE(editor_->findChild<QPushButton*>("ApplySource")->isEnabled());
+  TypeField("Columns/Y", "v");
+  TypeField("Columns/Y is computed from", "Y / 10");
+  TypeField("Text/Header lines", "3");
+  Press("ApplySource");
+  EXPECT_EQ(Ys(0), (std::vector<double>{6, 9}));
+  EXPECT_EQ(Ys(1), (std::vector<double>{60, 90})) << "cut alike, its own column";
+  EXPECT_EQ(Series(0).SeriesName(), "v");
+  EXPECT_EQ(Told(), "The text is cut alike for all 2 DataSets of the file.");
+  Run("EditUndo1");
+  EXPECT_EQ(Ys(0), before);
+  EXPECT_EQ(Series(1).PointCount(), 3);
+
+  // What cannot be read changes nothing, and can be taken back.
+  TypeField("Columns/Y is computed from", "Y + nothing");
+  Press("ApplySource");
+  EXPECT_EQ(TakeTold(), (std::vector<std::string>{
+                            "There is no column \"nothing\" (column expression \"Y + nothing\"; "
+                            "names: x, y, t, u, v)"}));
+  EXPECT_EQ(Ys(0), before);
+  Press("RevertSource");
+  EXPECT_FALSE(editor_->findChild<QPushButton*>("ApplySource")->isEnabled());
+  TypeField("Text/Header lines", "0");
+  Press("GuessSource");
+  EXPECT_EQ(PreviewRow(2), "1|2|30");
+}
+
+TEST_F(DataEditorTest, PointsAreFoundChangedAddedAndDeletedEachAsOneStep) {
+  Open("t,u\n1,2\n2,5\n3,8\n4,7\n");
+  ShowPage(1);
+  auto* table = editor_->findChild<QTableView*>("Points");
+  Type(Line("FindX"), "2.9");
+  QTest::keyClick(Line("FindX"), Qt::Key_Return);
+  ASSERT_EQ(table->currentIndex().row(), 2);
+  // The first change of points that have a source asks what is to become of that.
+  const std::string question =
+      "The points of u come from " + folder_.File("run.csv").string() +
+      ". Reading them again undoes what is edited here.\n\nMake them points of their own, without "
+      "a source?";
+  Expect(question, Answer::Cancel);
+  const QModelIndex y = table->model()->index(2, 2);
+  EXPECT_FALSE(table->model()->setData(y, "9.5"));
+  Expect(question, Answer::No);
+  EXPECT_TRUE(table->model()->setData(y, "9.5"));
+  EXPECT_FALSE(table->model()->setData(y, "nonsense"));
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 9.5, 7}));
+  Type(Line("NewX"), "2.5");
+  Type(Line("NewY"), "x");
+  Press("AddPoint");
+  Type(Line("NewY"), "-1");
+  Press("AddPoint");
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, -1, 9.5, 7}));
+  EXPECT_EQ(editor_->findChild<QLabel*>("PointCount")->text(), "5 points");
+  QTest::keyClick(table, Qt::Key_Down, Qt::ShiftModifier);
+  Press("DeletePoints");
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 7}));
+  for (int i = 0; i < 3; ++i) Run("EditUndo1");
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 8, 7}));
+}
+
+}  // namespace
+}  // namespace tarnwick
