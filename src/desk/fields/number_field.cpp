@@ -16,7 +16,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kShortest = 90;  // pixels of a line
+constexpr int kShortest = 90;  // pixels of a control
 
 /// As short as the moment lets it; the number where the calendar has no such day.
 std::string MomentText(double day) {
@@ -75,6 +75,7 @@ IntegerField::IntegerField(const FieldRow& row, QWidget* parent)
   box_->setGroupSeparatorShown(false);
   box_->setKeyboardTracking(true);
   if (!row.look.control.unit.empty()) box_->setSuffix(" " + ToQt(row.look.control.unit));
+  box_->setMinimumWidth(kShortest);  // not that of the largest number it may hold
   LeaveWheelAlone(*box_);
   AddControl(box_);
   connect(box_, &QSpinBox::valueChanged, this, [this](int value) { Take(value); });
