@@ -48,12 +48,8 @@ QLabel* Heading(const QString& text, QWidget* parent) {
   return label;
 }
 
-const char* IconOf(const FitResult& result) {
-  if (Failed(result.outcome.why)) return "verdict-failed";
-  return result.verdict.trustworthy ? "verdict-good" : "verdict-doubtful";
-}
-
-const char* NameOfIcon(const FitResult& result) {
+/// One name for the picture and for who cannot see it.
+const char* KindOfVerdict(const FitResult& result) {
   if (Failed(result.outcome.why)) return "failed";
   if (result.verdict.untested) return "untested";
   return result.verdict.trustworthy ? "good" : "doubtful";
@@ -265,8 +261,9 @@ void FitPanel::SetState(State state) {
 
 void FitPanel::ShowVerdict() {
   const FitResult& result = *shown_.result;
-  verdict_icon_->setPixmap(InkIcon(IconOf(result)).pixmap(kIconSize, kIconSize));
-  verdict_icon_->setAccessibleName(tr(NameOfIcon(result)));
+  verdict_icon_->setPixmap(
+      InkIcon(std::string("verdict-") + KindOfVerdict(result)).pixmap(kIconSize, kIconSize));
+  verdict_icon_->setAccessibleName(tr(KindOfVerdict(result)));
   verdict_->setText(ToQt(result.verdict.summary));
   QStringList notes;
   for (const std::string& note : result.verdict.notes) notes.append("• " + ToQt(note));
