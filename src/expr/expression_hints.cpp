@@ -4,7 +4,6 @@
 #include <cctype>
 #include <cmath>
 #include <optional>
-#include <span>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -226,9 +225,7 @@ std::vector<Insertion> MissingBrackets(const TExprCollection& tokens, std::strin
 std::string SignWarning(std::string_view expression) {
   if (expression.find('^') == std::string_view::npos) return {};
   TExpressList words;
-  for (const std::span<const BuiltinWord> table : {BuiltinWords(), AddedWords()}) {
-    for (const BuiltinWord& word : table) words.Insert(MakeWord(word));
-  }
+  InsertFormulaWords(words);
   TOCollection<TExprWord> constants;
   TOCollection<TExprWord> displaced;
   TExprCollection tokens;

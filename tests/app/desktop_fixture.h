@@ -35,6 +35,15 @@ class ScriptedChooser final : public FileChooser {
   std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) override {
     return FileToSave(proposal);
   }
+  std::optional<std::filesystem::path> FunctionToLoad(
+      const std::filesystem::path& folder) override {
+    proposed.folder = folder;
+    return to_open.empty() ? std::nullopt : std::optional(std::exchange(to_open, {}).front());
+  }
+  std::optional<std::filesystem::path> FunctionToSave(
+      const std::filesystem::path& proposal) override {
+    return FileToSave({proposal.parent_path(), proposal.filename(), {}, {}});
+  }
 
   std::deque<std::filesystem::path> to_open;
   std::deque<std::filesystem::path> to_save;

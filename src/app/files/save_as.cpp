@@ -1,10 +1,10 @@
 #include "app/files/save_as.h"
 
 #include <algorithm>
-#include <system_error>
 
 #include "desk/document/document.h"
 #include "desk/prompts/file_chooser.h"
+#include "desk/prompts/file_trouble.h"
 #include "graph/files/file_kinds.h"
 #include "graph/xy_graph.h"
 
@@ -72,15 +72,6 @@ SaveProposal ProposalFor(const Document& document) {
   }
   proposal.picture = PictureOf(document.WholeGraph());
   return proposal;
-}
-
-bool MayReplace(const std::filesystem::path& path, Prompt& prompt) {
-  std::error_code ignored;  // what cannot be looked at will fail with its reason when it is written
-  if (!std::filesystem::is_regular_file(path, ignored)) return true;
-  const Question question{"File " + path.string() + " exists. Overwrite?",
-                          {Answer::Yes, Answer::No},
-                          Question::Kind::Warning};
-  return prompt.Ask(question) == Answer::Yes;
 }
 
 }  // namespace

@@ -3,11 +3,13 @@
 #include <QFontMetrics>
 #include <optional>
 
+#include "app/fit/equation_editor.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_panel.h"
-#include "app/fit/fit_settings_dialog.h"
 #include "app/fit/fit_work.h"
+#include "app/fit/function_files.h"
 #include "base/error.h"
+#include "desk/commands/kept_state.h"
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
 #include "desk/settings/kept_size.h"
@@ -42,13 +44,18 @@ bool Shows(const CommandContext& context) {
          context.document->Graph().CurrentSeries()->Fit().Status() == kStatus;
 }
 
-FitSubject SubjectOf(Document& document, const ProgramPaths& paths) {
+CalcSubject SubjectOf(CommandContext& context, Document& document) {
   const TxyGraph& graph = document.Graph();
   const TSeries& series = CurrentDataSet(document);
-  FitSubject subject{.model = series.Fit().Settings(),
-                     .points = series.Points().Size(),
-                     .current = graph.CurrentSeriesIndex(),
-                     .functions = paths.fit_functions};
+  CalcSubject subject{.model = series.Fit().Settings(),
+                      .points = series.Points().Size(),
+                      .current = graph.CurrentSeriesIndex(),
+                      .functions = FitFunctions(context.paths),
+                      .files = {context.chooser, context.prompt, MakeFunctionFolder(context.paths),
+                                context.kept.Of<FunctionFile>()},
+                      .draw = [&document](const PictureOptions& options) {
+                        return RenderImage(document.Graph(), options);
+                      }};
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
     subject.data_sets.append(ToQt(graph.Series(i).SeriesName()));
   subject.compare = [&document](std::vector<NamedModel> models, const FitRunOptions& options) {
@@ -57,21 +64,26 @@ FitSubject SubjectOf(Document& document, const ProgramPaths& paths) {
   return subject;
 }
 
-template <FitPage kPage>
+template <CalcPage kPage>
 void EditModel(CommandContext& context) {
   Document& document = DocumentWithDataSet(context);
   std::optional<FitRequest> fit_wanted;
   {
-    OpenEdit step(document, "Fit Settings");
+    std::optional<OpenEdit> step;  // what is not applied is taken back in the end
     TSeries& series = CurrentDataSet(document);
-    FitSettingsDialog dialog(SubjectOf(document, context.paths), kPage, context.dialog_parent);
-    QObject::connect(&dialog, &FitSettingsDialog::changed, &dialog,
-                     [&](const FitSettings& model) { TakeFitSettings(series, model); });
-    RestoreSize(dialog, context.settings, kDialogSize);
-    // What is not finished here is taken back.
-    if (dialog.exec() == QDialog::Accepted) step.Finish();
-    StoreSize(dialog, context.settings, kDialogSize);
-    fit_wanted = dialog.FitWanted();
+    TfrmCalc editor(SubjectOf(context, document), kPage, context.dialog_parent);
+    QObject::connect(&editor, &TfrmCalc::changed, &editor, [&](const FitSettings& model) {
+      if (!step) step.emplace(document, "Fit Settings");
+      TakeFitSettings(series, model);
+    });
+    QObject::connect(&editor, &TfrmCalc::applied, &editor, [&] {
+      if (step) step->Finish();
+      step.reset();
+    });
+    RestoreSize(editor, context.settings, kDialogSize);
+    editor.exec();
+    StoreSize(editor, context.settings, kDialogSize);
+    fit_wanted = editor.FitWanted();
   }
   if (!fit_wanted) return;
   if (fit_wanted->beside.empty()) {
@@ -98,7 +110,7 @@ bool ResultIsShown(const CommandContext& context) {
 std::vector<MenuItem> FunctionItems(const CommandContext& context, const QFontMetrics&) {
   std::vector<MenuItem> items;
   int number = 0;
-  for (const auto& file : context.paths.fit_functions) {
+  for (const auto& file : FitFunctions(context.paths)) {
     MenuItem item;
     item.caption =
         QStringLiteral("&%1 %2").arg(++number).arg(PathText(file.stem()).replace("&", "&&"));
@@ -120,7 +132,7 @@ Feature FitFeature() {
        .icon = "fit-edit",
        .menu = Menu::CurveFitting,
        .enabled = HasDocument,
-       .run = EditModel<FitPage::Function>},
+       .run = EditModel<CalcPage::Function>},
       {.name = "FitNone1",
        .caption = "&None",
        .hint = "No Curve|Neither Draw Nor Fit the Model of the Current DataSet",
@@ -160,7 +172,7 @@ Feature FitFeature() {
        .menu = Menu::CurveFitting,
        .group = 1,
        .enabled = HasDocument,
-       .run = EditModel<FitPage::Settings>},
+       .run = EditModel<CalcPage::Settings>},
       {.name = "FitPrint1",
        .caption = "&Print on Graph",
        .hint = "Print on Graph|Print the Fitted Parameters on the Graph",

@@ -1,33 +1,27 @@
 #include "app/fit/fit_function_page.h"
 
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "app/fit/calculator_line.h"
+#include "app/fit/keypad.h"
 #include "app/fit/parameter_table.h"
+#include "base/number_text.h"
 #include "desk/widgets/checked_field.h"
+#include "desk/widgets/expression_edit.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr int kExpressionLines = 3;
-
-QPlainTextEdit* ExpressionEdit(QWidget* parent) {
-  auto* edit = new QPlainTextEdit(parent);
-  edit->setObjectName("ExpressionEdit");
-  edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  edit->setTabChangesFocus(true);
-  edit->setFixedHeight(kExpressionLines * edit->fontMetrics().lineSpacing() + 14);
-  return edit;
-}
 
 std::string CellText(const QTableWidget& table, int row, int column) {
   const QTableWidgetItem* item = table.item(row, column);
@@ -47,12 +41,14 @@ QVBoxLayout* ButtonColumn(std::initializer_list<QPushButton*> buttons) {
 
 }  // namespace
 
-FitFunctionPage::FitFunctionPage(QWidget* parent)
+FitFunctionPage::FitFunctionPage(QWidget* beside, QWidget* parent)
     : QWidget(parent),
-      expression_(ExpressionEdit(this)),
+      expression_(new ExpressionEdit(kExpressionLines, this)),
       x_name_(new QLineEdit(this)),
       message_(new QLabel(this)),
-      add_unknown_(new QPushButton(tr("Ma&ke Parameters"), this)) {
+      add_unknown_(new QPushButton(tr("Ma&ke Parameters"), this)),
+      calculator_(new CalculatorLine(this)) {
+  expression_->setObjectName("ExpressionEdit");
   auto* label = new QLabel(tr("&Mathematical or logical expression:"), this);
   label->setBuddy(expression_);
   auto* x_label = new QLabel(tr("Independent &variable:"), this);
@@ -72,12 +68,22 @@ FitFunctionPage::FitFunctionPage(QWidget* parent)
   below->addWidget(add_unknown_, 0, Qt::AlignTop);
   auto* tabs = new QTabWidget(this);
   tabs->addTab(MakeParameters(), tr("Parameters"));
+  auto* keypad = new Keypad(tabs);
+  connect(keypad, &Keypad::inserted, expression_, &ExpressionEdit::Insert);
+  tabs->addTab(keypad, tr("Keypad and Functions"));
   tabs->addTab(MakeTemplates(), tr("Templates"));
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(expression_);
   column->addLayout(below);
-  column->addWidget(tabs, 1);
+  auto* lower = new QSplitter(this);
+  lower->setChildrenCollapsible(false);
+  lower->addWidget(tabs);
+  lower->addWidget(beside);
+  lower->setStretchFactor(0, 1);
+  lower->setSizes({640, beside->sizeHint().width()});
+  column->addWidget(lower, 1);
+  column->addWidget(calculator_);
   connect(expression_, &QPlainTextEdit::textChanged, this, &FitFunctionPage::edited);
   connect(x_name_, &QLineEdit::textChanged, this, &FitFunctionPage::edited);
   connect(add_unknown_, &QPushButton::clicked, this, &FitFunctionPage::AddUnknownNames);
@@ -147,7 +153,7 @@ QWidget* FitFunctionPage::MakeTemplates() {
 
 void FitFunctionPage::Put(const FitSettings& model) {
   const QSignalBlocker quiet(this);
-  expression_->setPlainText(ToQt(model.Expression));
+  expression_->SetExpression(model.Expression);
   x_name_->setText(ToQt(model.XVarName));
   parameters_->SetParameters(model.parameters);
   templates_->setRowCount(static_cast<int>(model.templates.size()));
@@ -164,10 +170,8 @@ bool FitFunctionPage::Take(FitSettings& model) const {
   auto parameters = parameters_->Parameters();
   if (!parameters) return false;
   model.parameters = *std::move(parameters);
-  // An expression is one line, however it was typed.
-  const std::string text = expression_->toPlainText().replace('\n', ' ').toStdString();
-  // An emptied field leaves what was there.
-  if (!text.empty()) model.Expression = text;
+  const std::string text = expression_->Expression();
+  if (!TrimBlanks(text).empty()) model.Expression = text;
   const std::string x_name = x_name_->text().trimmed().toStdString();
   if (!x_name.empty()) model.XVarName = x_name;
   model.templates.clear();
@@ -179,20 +183,32 @@ bool FitFunctionPage::Take(FitSettings& model) const {
   return true;
 }
 
-void FitFunctionPage::ShowCheck(const ModelCheck& check) {
-  check_ = check;
-  QString text = ToQt(check.error.empty() ? check.warning : check.error);
-  if (check.error.empty() && !check.unknown_names.empty()) {
-    QStringList names;
-    for (const std::string& name : check.unknown_names) names.append(ToQt(name));
-    text = tr("Neither the variable nor a parameter: %1").arg(names.join(", "));
-  }
-  MarkWrong(*expression_, ToQt(check.error));
+void FitFunctionPage::ShowMessage(const QString& text, bool is_error) {
   message_->setText(text);
   QPalette palette;
-  if (!check.error.empty()) palette.setColor(QPalette::WindowText, WrongTextColor());
+  if (is_error) palette.setColor(QPalette::WindowText, WrongTextColor());
   message_->setPalette(palette);
-  add_unknown_->setVisible(check.error.empty() && !check.unknown_names.empty());
+}
+
+void FitFunctionPage::ShowCheck(const ModelCheck& check, const FitSettings& model) {
+  check_ = check;
+  QStringList names = {ToQt(model.XVarName)};
+  for (const ParameterSettings& one : model.parameters) names.append(ToQt(one.Name));
+  for (const TemplateSettings& one : model.templates) names.append(ToQt(one.Name));
+  expression_->SetNames(names);
+  calculator_->PutModel(model);
+  std::string error = check.error;
+  const bool emptied = TrimBlanks(expression_->Expression()).empty() && !model.Expression.empty();
+  if (error.empty() && emptied) error = "The field is empty; the model keeps " + model.Expression;
+  add_unknown_->setVisible(error.empty() && !check.unknown_names.empty());
+  expression_->ShowTrouble(error, check.place);
+  if (!error.empty()) return ShowMessage(ToQt(error), true);
+  QStringList unknown;
+  for (const std::string& name : check.unknown_names) unknown.append(ToQt(name));
+  ShowMessage(unknown.isEmpty()
+                  ? ToQt(check.warning)
+                  : tr("Neither the variable nor a parameter: %1").arg(unknown.join(", ")),
+              false);
 }
 
 void FitFunctionPage::FocusExpression() {

@@ -1,4 +1,5 @@
-// The page of a model's expression, parameters and templates. Knows how they are checked; no DataSet.
+// The page of a model's expression, parameters and templates, with what helps to write them: keys, functions, a calculator. Knows
+// how they are checked; no DataSet.
 #pragma once
 
 #include <QWidget>
@@ -8,25 +9,28 @@
 
 class QLabel;
 class QLineEdit;
-class QPlainTextEdit;
 class QPushButton;
 class QTableWidget;
 
 namespace tarnwick {
 
+class CalculatorLine;
+class ExpressionEdit;
 class ParameterTable;
 
 class FitFunctionPage final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit FitFunctionPage(QWidget* parent = nullptr);
+  /// `beside`: what stands right of the parameters.
+  explicit FitFunctionPage(QWidget* beside, QWidget* parent = nullptr);
 
   void Put(const FitSettings& model);
-  /// Puts the page's values into `model`; false, with nothing put, while a cell holds no number.
+  /// Puts the page's values into `model`, whose expression stays where the field is empty; false, with nothing put, while a
+  /// cell holds no number.
   bool Take(FitSettings& model) const;
   /// Shows what is the matter with the model, and offers to take unknown names for parameters.
-  void ShowCheck(const ModelCheck& check);
+  void ShowCheck(const ModelCheck& check, const FitSettings& model);
   void FocusExpression();
 
  signals:
@@ -38,13 +42,15 @@ class FitFunctionPage final : public QWidget {
   QWidget* MakeParameters();
   QWidget* MakeTemplates();
   void AddUnknownNames();
+  void ShowMessage(const QString& text, bool is_error);
 
-  QPlainTextEdit* expression_;
+  ExpressionEdit* expression_;
   QLineEdit* x_name_;
   QLabel* message_;
   QPushButton* add_unknown_;
   ParameterTable* parameters_;
   QTableWidget* templates_;
+  CalculatorLine* calculator_;
   ModelCheck check_;
 };
 

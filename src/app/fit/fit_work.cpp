@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "analysis/fit_run.h"
+#include "app/fit/function_files.h"
 #include "base/error.h"
 #include "base/prompt.h"
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
-#include "fit/model/fit_function_file.h"
 #include "graph/shown_series.h"
 #include "results/fitted_model.h"
 #include "results/joint_fit.h"
@@ -167,14 +167,7 @@ std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<Nam
 
 void ApplyFitFunction(Document& document, const std::filesystem::path& file) {
   TSeries& series = CurrentDataSet(document);
-  FitSettings function;
-  try {
-    function = LoadFitFunction(file);
-  } catch (const FileError& error) {
-    // The fixed text stands alone: the file is the one just chosen.
-    if (error.Text() == kWrongFileFormat) throw Error(kWrongFileFormat);
-    throw;
-  }
+  const FitSettings function = ReadFunction(file);
   document.Edit("Choose Function", [&](TxyGraph&) { TakeFitFunction(series, function); });
 }
 

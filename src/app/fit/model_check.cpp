@@ -4,7 +4,9 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "base/word_list.h"
 #include "expr/expression_hints.h"
+#include "expr/expression_parts.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/ties.h"
@@ -12,6 +14,8 @@
 
 namespace tarnwick {
 namespace {
+
+constexpr std::size_t kNamesTold = 5;
 
 std::string NameTrouble(const std::vector<ParameterSettings>& parameters) {
   std::vector<std::string> seen;
@@ -26,6 +30,25 @@ std::string NameTrouble(const std::vector<ParameterSettings>& parameters) {
   return {};
 }
 
+/// The names, which the compiler answers in lower case, as the expression writes them first.
+std::vector<std::string> AsTyped(std::vector<std::string> names, std::string_view expression) {
+  const std::vector<ExpressionPart> parts = PartsOf(expression);
+  for (std::string& name : names) {
+    const auto typed = std::ranges::find_if(parts, [&](const ExpressionPart& part) {
+      return LowerAscii(expression.substr(part.place, part.length)) == name;
+    });
+    if (typed != parts.end()) name = expression.substr(typed->place, typed->length);
+  }
+  return names;
+}
+
+std::string TroubleText(const EParserException& error, std::optional<std::size_t> place) {
+  std::string text = error.what();
+  if (place) text += ", at character " + std::to_string(*place + 1);
+  if (!error.Hint().empty()) text += ": " + error.Hint();
+  return text;
+}
+
 }  // namespace
 
 ModelCheck CheckModel(const FitSettings& model) {
@@ -38,20 +61,35 @@ ModelCheck CheckModel(const FitSettings& model) {
   try {
     compiled.Prepare();
   } catch (const EParserException& error) {
-    check.error = error.what();
-    // With templates the place is in a text that the user does not see.
-    if (error.Place() && model.templates.empty()) {
-      check.error += ", at character " + std::to_string(*error.Place() + 1);
-    }
-    if (!error.Hint().empty()) check.error += ": " + error.Hint();
+    // With templates and ties the place is in a text that the user does not see.
+    if (compiled.CurrentText() == model.Expression) check.place = error.Place();
+    check.error = TroubleText(error, check.place);
     return check;
   } catch (const Error& error) {
     check.error = error.what();
     return check;
   }
-  check.unknown_names = compiled.UnassignedNames();
+  check.unknown_names = AsTyped(compiled.UnassignedNames(), model.Expression);
   check.warning = SignWarning(model.Expression);
   return check;
+}
+
+Calculation Calculate(FitSettings model, const std::string& text, double x) {
+  if (!text.empty()) model.Expression = text;
+  if (model.Expression.empty()) return {.error = "There is no expression yet."};
+  TCurFit compiled;
+  compiled.SetSettings(model, false);
+  try {
+    compiled.Prepare();
+    const double value = compiled.Value(x);
+    const std::vector<std::string> unknown = compiled.UnassignedNames();
+    if (unknown.empty()) return {.value = value};
+    return {.error = "No value is known of " + Listed(unknown, kNamesTold)};
+  } catch (const EParserException& error) {
+    return {.error = TroubleText(error, {})};
+  } catch (const Error& error) {
+    return {.error = error.what()};
+  }
 }
 
 ParameterSettings MadeParameter(const std::string& name) {

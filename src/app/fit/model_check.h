@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,7 +11,8 @@
 namespace tarnwick {
 
 struct ModelCheck {
-  std::string error;  ///< why it cannot be compiled, with the place; else empty
+  std::string error;                 ///< why it cannot be compiled, with the place; else empty
+  std::optional<std::size_t> place;  ///< the byte of the expression that the error is about
   std::vector<std::string>
       unknown_names;    ///< in the expression, neither its variable nor a parameter
   std::string warning;  ///< of an expression that may mean something else than it looks; else empty
@@ -18,6 +20,15 @@ struct ModelCheck {
 
 /// An empty expression is in order: the model is not written yet.
 ModelCheck CheckModel(const FitSettings& model);
+
+/// A calculator's answer, or why there is none.
+struct Calculation {
+  double value = 0;
+  std::string error = {};
+};
+
+/// `text` at the variable's value `x`, with the names and templates of the model; an empty one stands for the model's expression.
+Calculation Calculate(FitSettings model, const std::string& text, double x);
 
 /// What an unknown name of an expression becomes: varied, from 1.
 ParameterSettings MadeParameter(const std::string& name);

@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <cmath>
 
+#include "app/fit/value_slider.h"
 #include "base/number_text.h"
 #include "desk/widgets/check_list.h"
 #include "desk/widgets/checked_field.h"
@@ -24,7 +25,8 @@ enum Column {
   kStartDev,
   kFinalDev,
   kPrinted,
-  kDescription
+  kDescription,
+  kSlider
 };
 
 bool HoldsNumber(int column) {
@@ -70,13 +72,17 @@ ParameterTable::ParameterTable(QWidget* parent) : QTableWidget(parent) {
                               tr("Starting Deviation:"),
                               tr("Final Deviation:"),
                               tr("Printed"),
-                              tr("Description")};
+                              tr("Description"),
+                              tr("Drag")};
   setColumnCount(static_cast<int>(header.size()));
   setHorizontalHeaderLabels(header);
   horizontalHeaderItem(kLow)->setToolTip(tr("A fit goes no lower; empty for no bound"));
   horizontalHeaderItem(kHigh)->setToolTip(tr("A fit goes no higher; empty for no bound"));
   horizontalHeaderItem(kTie)->setToolTip(
       tr("An expression of other parameters that gives the value; empty for none"));
+  horizontalHeaderItem(kSlider)->setToolTip(
+      tr("Moves the value between its bounds, or about what it is, and the curve with it"));
+  horizontalHeader()->moveSection(kSlider, kUnits);  // beside the value
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   horizontalHeader()->setStretchLastSection(true);
@@ -140,6 +146,20 @@ void ParameterTable::PutRow(int row, const ParameterSettings& parameter) {
   put(kFinalDev, ToQt(ShortestText(parameter.FinalDev)), Qt::AlignRight);
   check(kPrinted, parameter.Printed);
   put(kDescription, ToQt(parameter.Description), Qt::AlignLeft);
+  AddSlider(row);
+}
+
+void ParameterTable::AddSlider(int row) {
+  auto* place = new QTableWidgetItem;  // which the row is known by when others were deleted
+  place->setFlags(Qt::NoItemFlags);
+  setItem(row, kSlider, place);
+  auto* slider = new ValueSlider(this);
+  slider->setAccessibleName(tr("Value of %1").arg(item(row, kName)->text()));
+  setCellWidget(row, kSlider, slider);
+  if (const auto parameter = ParameterIn(row)) slider->Follow(*parameter);
+  connect(slider, &ValueSlider::dragged, this, [this, place](double value) {
+    item(place->row(), kValue)->setText(ToQt(ShortestText(value)));
+  });
 }
 
 void ParameterTable::CheckCell(QTableWidgetItem* item) {
@@ -153,31 +173,40 @@ void ParameterTable::CheckCell(QTableWidgetItem* item) {
     const QSignalBlocker quiet(this);
     item->setText(item->text().trimmed());
   }
+  auto* slider = qobject_cast<ValueSlider*>(cellWidget(item->row(), kSlider));
+  if (const auto parameter = ParameterIn(item->row()); slider && parameter)
+    slider->Follow(*parameter);
   emit edited();
+}
+
+std::optional<ParameterSettings> ParameterTable::ParameterIn(int row) const {
+  const auto value = NumberIn(item(row, kValue));
+  const auto start = NumberIn(item(row, kStartDev));
+  const auto final_dev = NumberIn(item(row, kFinalDev));
+  ParameterSettings one;
+  const auto low = BoundIn(item(row, kLow), one.Low);
+  const auto high = BoundIn(item(row, kHigh), one.High);
+  if (!value || !start || !final_dev || !low || !high) return std::nullopt;
+  one.Low = *low;
+  one.High = *high;
+  one.Tie = item(row, kTie)->text().toStdString();
+  one.Name = item(row, kName)->text().toStdString();
+  one.Value = *value;
+  one.StartDev = *start;
+  one.FinalDev = *final_dev;
+  one.Vary = one.Tie.empty() && item(row, kVary)->checkState() == Qt::Checked;
+  one.Printed = item(row, kPrinted)->checkState() == Qt::Checked;
+  one.Description = item(row, kDescription)->text().toStdString();
+  one.Units = item(row, kUnits)->text().toStdString();
+  return one;
 }
 
 std::optional<std::vector<ParameterSettings>> ParameterTable::Parameters() const {
   std::vector<ParameterSettings> parameters;
   for (int row = 0; row < rowCount(); ++row) {
-    const auto value = NumberIn(item(row, kValue));
-    const auto start = NumberIn(item(row, kStartDev));
-    const auto final_dev = NumberIn(item(row, kFinalDev));
-    ParameterSettings one;
-    const auto low = BoundIn(item(row, kLow), one.Low);
-    const auto high = BoundIn(item(row, kHigh), one.High);
-    if (!value || !start || !final_dev || !low || !high) return std::nullopt;
-    one.Low = *low;
-    one.High = *high;
-    one.Tie = item(row, kTie)->text().toStdString();
-    one.Name = item(row, kName)->text().toStdString();
-    one.Value = *value;
-    one.StartDev = *start;
-    one.FinalDev = *final_dev;
-    one.Vary = one.Tie.empty() && item(row, kVary)->checkState() == Qt::Checked;
-    one.Printed = item(row, kPrinted)->checkState() == Qt::Checked;
-    one.Description = item(row, kDescription)->text().toStdString();
-    one.Units = item(row, kUnits)->text().toStdString();
-    parameters.push_back(one);
+    std::optional<ParameterSettings> one = ParameterIn(row);
+    if (!one) return std::nullopt;
+    parameters.push_back(*std::move(one));
   }
   return parameters;
 }

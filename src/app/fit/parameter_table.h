@@ -27,6 +27,9 @@ class ParameterTable final : public QTableWidget {
  private:
   void PutRow(int row, const ParameterSettings& parameter);
   void CheckCell(QTableWidgetItem* item);
+  /// Nothing while a cell of the row holds no number.
+  std::optional<ParameterSettings> ParameterIn(int row) const;
+  void AddSlider(int row);
 };
 
 }  // namespace tarnwick

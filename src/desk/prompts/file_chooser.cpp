@@ -19,6 +19,13 @@ QString EveryFile(const std::vector<FileFilter>& filters) {
   return FilterText(entry == filters.end() ? filters.back() : *entry);
 }
 
+/// What a dialog for fitting functions was left with.
+std::optional<std::filesystem::path> ChosenFunction(QFileDialog& dialog) {
+  dialog.setNameFilters({QObject::tr("Fitting Functions (*.tfn)"), QObject::tr("All Files (*)")});
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return ToPath(dialog.selectedFiles().front());
+}
+
 }  // namespace
 
 std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
@@ -62,6 +69,25 @@ std::optional<PictureOptions> DialogFileChooser::SizeOfPicture(const PictureOpti
   PictureSizeDialog dialog(proposal, parent_);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Options();
+}
+
+std::optional<std::filesystem::path> DialogFileChooser::FunctionToLoad(
+    const std::filesystem::path& folder) {
+  QFileDialog dialog(parent_, QObject::tr("Load Function"), PathText(folder));
+  dialog.setObjectName("OpenDialog1");
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return ChosenFunction(dialog);
+}
+
+std::optional<std::filesystem::path> DialogFileChooser::FunctionToSave(
+    const std::filesystem::path& proposal) {
+  QFileDialog dialog(parent_, QObject::tr("Save Function"), PathText(proposal.parent_path()));
+  dialog.setObjectName("SaveDialog1");
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);  // the name that counts has another ending
+  dialog.selectFile(PathText(proposal.filename()));
+  return ChosenFunction(dialog);
 }
 
 }  // namespace tarnwick

@@ -41,6 +41,15 @@ class FileChooser {
   /// The PDF file chosen, which may exist; nothing when the user cancels.
   virtual std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) = 0;
 
+  /// The fitting function chosen, of whatever ending; nothing when the user cancels, or where nobody can be asked.
+  virtual std::optional<std::filesystem::path> FunctionToLoad(const std::filesystem::path&) {
+    return std::nullopt;
+  }
+  /// The name chosen for a fitting function, beginning with `proposal`; likewise. It does not ask about existing files.
+  virtual std::optional<std::filesystem::path> FunctionToSave(const std::filesystem::path&) {
+    return std::nullopt;
+  }
+
   /// How large a picture is to be; nothing when the user cancels. Where nobody can be asked, as proposed.
   virtual std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) {
     return proposal;
@@ -61,6 +70,9 @@ class DialogFileChooser final : public FileChooser {
   std::optional<std::filesystem::path> FileToSave(const SaveProposal& proposal) override;
   std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) override;
   std::optional<std::filesystem::path> FileToPrint(const SaveProposal& proposal) override;
+  std::optional<std::filesystem::path> FunctionToLoad(const std::filesystem::path& folder) override;
+  std::optional<std::filesystem::path> FunctionToSave(
+      const std::filesystem::path& proposal) override;
 
  private:
   QWidget* parent_;

@@ -27,4 +27,13 @@ void TellFileError(const std::filesystem::path& path, const std::string& reason,
   prompt.Tell(FileErrorText(path, reason));
 }
 
+bool MayReplace(const std::filesystem::path& path, Prompt& prompt) {
+  std::error_code ignored;  // what cannot be looked at will fail with its reason when it is written
+  if (!std::filesystem::is_regular_file(path, ignored)) return true;
+  const Question question{"File " + path.string() + " exists. Overwrite?",
+                          {Answer::Yes, Answer::No},
+                          Question::Kind::Warning};
+  return prompt.Ask(question) == Answer::Yes;
+}
+
 }  // namespace tarnwick

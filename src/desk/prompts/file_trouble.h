@@ -1,4 +1,4 @@
-// What the user is told of files that cannot be opened, in the words that stand for it everywhere. Knows no document.
+// What the user is told of files that cannot be opened and asked of those that exist, in the words that stand for it everywhere. Knows no document.
 #pragma once
 
 #include <filesystem>
@@ -17,5 +17,8 @@ bool TellIfMissing(const std::filesystem::path& path, Prompt& prompt);
 
 /// Tells why `path` could not be read or taken.
 void TellFileError(const std::filesystem::path& path, const std::string& reason, Prompt& prompt);
+
+/// Asks whether a file that exists may be written over; true where there is none.
+bool MayReplace(const std::filesystem::path& path, Prompt& prompt);
 
 }  // namespace tarnwick

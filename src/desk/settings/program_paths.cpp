@@ -1,9 +1,11 @@
 #include "desk/settings/program_paths.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <algorithm>
 #include <system_error>
+#include <utility>
 
 #include "desk/widgets/text.h"
 #include "graph/files/file_kinds.h"
@@ -53,6 +55,24 @@ std::filesystem::path TemplateOfNewGraphs(const ProgramPaths& paths) {
   return IsFile(paths.own_template) ? paths.own_template : paths.default_template;
 }
 
+std::vector<std::filesystem::path> FitFunctions(const ProgramPaths& paths) {
+  std::vector<std::filesystem::path> functions = paths.fit_functions;
+  for (const auto& folder : paths.function_folders) {
+    for (auto& own : FunctionsIn(folder)) functions.push_back(std::move(own));
+  }
+  return functions;
+}
+
+std::filesystem::path MakeFunctionFolder(const ProgramPaths& paths) {
+  for (const auto& folder : paths.function_folders) {
+    std::error_code ignored;  // one that cannot be made is not used
+    std::filesystem::create_directories(folder, ignored);
+    const QFileInfo made(PathText(folder));
+    if (made.isDir() && made.isWritable()) return folder;
+  }
+  return {};
+}
+
 ProgramPaths FindProgramPaths() {
   const std::filesystem::path program = ToPath(QCoreApplication::applicationDirPath());
   ProgramPaths paths;
@@ -64,11 +84,11 @@ ProgramPaths FindProgramPaths() {
     paths.examples = FilesIn(program / folder);
     if (!paths.examples.empty()) break;
   }
-  for (const char* folder : {"TFN", "../share/tarnwick/TFN", "../../../TFN"}) {
+  for (const char* folder : {"../share/tarnwick/TFN", "../../../TFN"}) {
     paths.fit_functions = FunctionsIn(program / folder);
     if (!paths.fit_functions.empty()) break;
   }
-  for (auto& own : FunctionsIn(UserFolder() / "TFN")) paths.fit_functions.push_back(own);
+  paths.function_folders = {program / "TFN", UserFolder() / "TFN"};
   for (const char* folder : {"HELP", "../share/tarnwick/HELP"}) {
     if (IsFile(program / folder / "tarnwick.qch")) {
       paths.help = program / folder / "tarnwick.qch";

@@ -28,4 +28,10 @@ std::span<const BuiltinWord> AddedWords() {
   return kWords;
 }
 
+void InsertFormulaWords(TExpressList& words) {
+  for (const std::span<const BuiltinWord> table : {BuiltinWords(), AddedWords()}) {
+    for (const BuiltinWord& word : table) words.Insert(MakeWord(word));
+  }
+}
+
 }  // namespace tarnwick

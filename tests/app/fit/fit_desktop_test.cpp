@@ -12,15 +12,18 @@
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QSlider>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 #include <cmath>
 #include <fstream>
+#include <functional>
 
 #include "analysis/fit_run.h"
 #include "app/fit/model_check.h"
 #include "desk/commands/command_actions.h"
+#include "desk/widgets/checked_field.h"
 #include "desktop_fixture.h"
 #include "fit/model/fit_function_file.h"
 
@@ -62,6 +65,7 @@ class FitDesktopTest : public DesktopTest {
   ProgramPaths Paths() override {
     ProgramPaths paths = DesktopTest::Paths();
     paths.fit_functions = {folder_.File("Broken.tfn"), folder_.File("Decay.tfn")};
+    paths.function_folders = {folder_.File("own/TFN")};
     return paths;
   }
 
@@ -84,6 +88,16 @@ class FitDesktopTest : public DesktopTest {
       if (button->text() == text) return button;
     }
     return nullptr;
+  }
+  /// Opens the editor and works in it; whoever does not accept it has cancelled.
+  void InEditor(const std::function<void(QDialog&)>& work) {
+    QTimer::singleShot(0, form_.get(), [&] {
+      auto* dialog = form_->findChild<QDialog*>("TfrmCalc");
+      ASSERT_NE(dialog, nullptr);
+      work(*dialog);
+      dialog->reject();
+    });
+    Run("editFunction1");
   }
   QTableWidget* Table(const char* name) { return form_->findChild<QTableWidget*>(name); }
 };
@@ -255,19 +269,17 @@ TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
   OpenFitted();
   const FitSettings before = Series().Fit().Settings();
   const auto result = Series().Fit().Result();
-  QTimer::singleShot(0, form_.get(), [&] {
-    auto* dialog = form_->findChild<QDialog*>("FitSettings");
-    ASSERT_NE(dialog, nullptr);
-    auto* expression = dialog->findChild<QPlainTextEdit*>("ExpressionEdit");
-    auto* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+  InEditor([&](QDialog& dialog) {
+    auto* expression = dialog.findChild<QPlainTextEdit*>("ExpressionEdit");
+    auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
     expression->setPlainText("A*exp(-k*x");
     EXPECT_FALSE(ok->isEnabled());
-    EXPECT_FALSE(dialog->findChild<QLabel*>("ExpressionMessage")->text().isEmpty());
+    EXPECT_FALSE(dialog.findChild<QLabel*>("ExpressionMessage")->text().isEmpty());
     EXPECT_EQ(Series().Fit().Expression(), before.Expression);
     expression->setPlainText("A*exp(-k*x)+B*x");
     EXPECT_TRUE(ok->isEnabled());
     EXPECT_EQ(Series().Fit().Expression(), "A*exp(-k*x)+B*x");
-    auto* parameters = dialog->findChild<QTableWidget*>("ParameterTable");
+    auto* parameters = dialog.findChild<QTableWidget*>("ParameterTable");
     parameters->item(2, 1)->setText("0.5");
     EXPECT_EQ(Series().Fit().Param(3).Value(), 0.5);
     parameters->item(2, 4)->setText("2");  // a lower bound above the value
@@ -277,28 +289,120 @@ TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
     parameters->item(1, 6)->setText("2*A");
     EXPECT_EQ(Series().Fit().Settings().parameters[1].Tie, "2*A");
     EXPECT_FALSE(Series().Fit().Param(2).Vary());
-    dialog->findChild<QComboBox*>("FitWeights")->setCurrentIndex(3);
+    dialog.findChild<QComboBox*>("FitWeights")->setCurrentIndex(3);
     EXPECT_EQ(Series().Fit().Settings().weighting.weights, FitWeights::Counts);
-    dialog->reject();
   });
-  Run("editFunction1");
   EXPECT_EQ(Series().Fit().Settings(), before);
   EXPECT_EQ(Series().Fit().Result(), result);
 }
 
+TEST_F(FitDesktopTest, ApplyAndOkAreAStepEachAndAnEmptiedExpressionStays) {
+  OpenFitted();
+  InEditor([&](QDialog& dialog) {
+    auto* expression = dialog.findChild<QPlainTextEdit*>("ExpressionEdit");
+    auto* buttons = dialog.findChild<QDialogButtonBox*>();
+    expression->setPlainText("A*exp(-k*x)+B+1");
+    buttons->button(QDialogButtonBox::Apply)->click();
+    expression->clear();
+    EXPECT_EQ(dialog.findChild<QLabel*>("ExpressionMessage")->text(),
+              "The field is empty; the model keeps A*exp(-k*x)+B+1");
+    EXPECT_EQ(expression->palette().color(QPalette::Base), WrongColor());
+    for (const char* key : {"2", " * ", "0", " div ", "'"})
+      for (QPushButton* button : dialog.findChildren<QPushButton*>())
+        if (button->text() == key) button->click();
+    EXPECT_EQ(expression->toPlainText(), "2 * 0 div '");
+    expression->setPlainText("A*exp(-k*x)+B+2");
+    buttons->button(QDialogButtonBox::Ok)->click();
+  });
+  for (const char* expected : {"A*exp(-k*x)+B+2", "A*exp(-k*x)+B+1", "A*exp(-k*x)+B"}) {
+    EXPECT_EQ(Series().Fit().Expression(), expected);
+    Run("EditUndo1");
+  }
+}
+
+TEST_F(FitDesktopTest, TheCalculatorKnowsTheModelsNames) {
+  OpenFitted();
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*x");
+    dialog.findChild<QTableWidget*>("ParameterTable")->item(0, 1)->setText("3");
+    dialog.findChild<QLineEdit*>("CalculatorX")->setText("2");
+    const struct {
+      const char* typed;
+      const char* answer;
+    } rows[] = {{"", "6"},
+                {"sqr(a)+x", "11"},
+                {"1/0", "undefined"},
+                {"q+1", "No value is known of q"},
+                {"(1", "Unequal brackets"}};
+    for (const auto& row : rows) {
+      auto* line = dialog.findChild<QLineEdit*>("CalculatorEdit");
+      line->setText(row.typed);
+      QTest::keyClick(line, Qt::Key_Return);
+      EXPECT_TRUE(dialog.findChild<QLabel*>("CalculatorResult")->text().startsWith(row.answer))
+          << row.typed;
+    }
+    EXPECT_TRUE(dialog.isVisible());
+  });
+}
+
+TEST_F(FitDesktopTest, ASliderMovesValueAndCurveBetweenTheBounds) {
+  OpenFitted();
+  InEditor([&](QDialog& dialog) {
+    auto* parameters = dialog.findChild<QTableWidget*>("ParameterTable");
+    parameters->item(0, 4)->setText("50");
+    parameters->item(0, 5)->setText("750");
+    const double before = Series().Curve().Points().Front().y;
+    auto* slider = qobject_cast<QSlider*>(parameters->cellWidget(0, 11));
+    ASSERT_NE(slider, nullptr);
+    slider->setValue(slider->maximum() / 2);
+    EXPECT_EQ(parameters->item(0, 1)->text().toStdString(), "400");
+    EXPECT_EQ(Series().Fit().Param(1).Value(), 400);
+    EXPECT_NE(Series().Curve().Points().Front().y, before);
+  });
+}
+
+TEST_F(FitDesktopTest, FunctionsAreSavedAndLoadedUnderTheirEnding) {
+  OpenFitted();
+  const FitSettings before = Series().Fit().Settings();
+  const std::filesystem::path file = folder_.File("own/TFN/mine.tfn");
+  InEditor([&](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QLabel*>("FunctionFile")->text(), "noname.tfn");
+    auto* save = dialog.findChild<QPushButton*>("BtnSaveEqn");
+    auto* expression = dialog.findChild<QPlainTextEdit*>("ExpressionEdit");
+    const std::filesystem::path typed = folder_.File("own/TFN/mine.txt");
+    chooser_->to_save = {typed, typed};
+    save->click();
+    EXPECT_EQ(chooser_->proposed.folder, file.parent_path());
+    EXPECT_EQ(chooser_->proposed.graph_name, "noname.tfn");
+    EXPECT_EQ(LoadFitFunction(file), before);
+    expression->setPlainText("A*x");
+    Expect("File " + file.string() + " exists. Overwrite?", Answer::No);
+    save->click();
+    EXPECT_EQ(LoadFitFunction(file), before);
+    chooser_->to_open = {folder_.File("Decay.txt")};
+    auto* load = dialog.findChild<QPushButton*>("BtnLoadEqn");
+    load->click();
+    EXPECT_EQ(expression->toPlainText().toStdString(), Decay().Expression);
+    EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
+    chooser_->to_open = {folder_.File("Broken.tfn")};
+    load->click();
+    EXPECT_EQ(TakeTold(), std::vector<std::string>{"Wrong File Format!"});
+    EXPECT_EQ(dialog.findChild<QTableWidget*>("ParameterTable")->rowCount(), 0);
+    EXPECT_EQ(Series().Fit().Param(1).Value(), 300);  // what cannot be read goes no further
+  });
+  EXPECT_EQ(Series().Fit().Settings(), before);
+  Choose("&3 mine");  // beside the ready-made ones, from now on
+}
+
 TEST_F(FitDesktopTest, ATypedFormulaStartsWithNewtonAndAllPoints) {
   Start({Example("decay.dat")});
-  QTimer::singleShot(0, form_.get(), [&] {
-    auto* dialog = form_->findChild<QDialog*>("FitSettings");
-    ASSERT_NE(dialog, nullptr);
-    dialog->findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*exp(-(x/t)^2)");
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*exp(-(x/t)^2)");
     Button("Ma&ke Parameters")->click();
-    EXPECT_TRUE(dialog->findChild<QLabel*>("ExpressionMessage")
-                    ->text()
-                    .endsWith("write A*exp(-((x/t)^2))"));
-    dialog->accept();
+    EXPECT_TRUE(
+        dialog.findChild<QLabel*>("ExpressionMessage")->text().endsWith("write A*exp(-((x/t)^2))"));
+    dialog.accept();
   });
-  Run("editFunction1");
   const FitSettings model = Series().Fit().Settings();
   EXPECT_EQ(model.parameters.size(), 2U);
   EXPECT_EQ(model.ProcType, FitProcType::cfp_Newton);
@@ -321,24 +425,21 @@ std::filesystem::path TwoRuns(const std::filesystem::path& folder) {
 TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   Start({TwoRuns(folder_.Path())});
   TxyGraph& graph = ActiveDocument().Graph();
-  QTimer::singleShot(0, form_.get(), [&] {
-    auto* dialog = form_->findChild<QDialog*>("FitSettings");
-    ASSERT_NE(dialog, nullptr);
-    dialog->findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("h*exp(-k*x)+b");
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("h*exp(-k*x)+b");
     Button("Ma&ke Parameters")->click();
-    auto* data_sets = dialog->findChild<QListWidget*>("FittedTogether");
+    auto* data_sets = dialog.findChild<QListWidget*>("FittedTogether");
     ASSERT_EQ(data_sets->count(), 2);
     EXPECT_FALSE(data_sets->item(0)->flags() & Qt::ItemIsUserCheckable);
     data_sets->item(1)->setCheckState(Qt::Checked);
-    auto* shared = dialog->findChild<QListWidget*>("SharedParameters");
+    auto* shared = dialog.findChild<QListWidget*>("SharedParameters");
     shared->findItems("k", Qt::MatchExactly).front()->setCheckState(Qt::Checked);
     EXPECT_EQ(
-        dialog->findChild<QLabel*>("TogetherSummary")->text(),
+        dialog.findChild<QLabel*>("TogetherSummary")->text(),
         "Fit takes 2 DataSets at once. Shared by all: k; the other parameters have a value in "
         "each.");
     Button("&Fit")->click();
   });
-  Run("editFunction1");
   const TCurFit& first = graph.Series(0).Fit();
   const TCurFit& second = graph.Series(1).Fit();
   ASSERT_TRUE(first.Result() && second.Result());
@@ -360,14 +461,12 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
 TEST_F(FitDesktopTest, FunctionsAreComparedAndTheBestIsTakenOver) {
   Start({TwoRuns(folder_.Path())});
   Choose("&2 Decay");
-  QTimer::singleShot(0, form_.get(), [&] {
-    auto* dialog = form_->findChild<QDialog*>("FitSettings");
-    ASSERT_NE(dialog, nullptr);
-    auto* functions = dialog->findChild<QListWidget*>("ComparedFunctions");
-    auto* compare = dialog->findChild<QPushButton*>("CompareNow");
-    auto* formula = dialog->findChild<QLineEdit*>("ComparedFormula");
-    auto* add = dialog->findChild<QPushButton*>("AddFormula");
-    auto* remarks = dialog->findChild<QLabel*>("ComparisonRemarks");
+  InEditor([&](QDialog& dialog) {
+    auto* functions = dialog.findChild<QListWidget*>("ComparedFunctions");
+    auto* compare = dialog.findChild<QPushButton*>("CompareNow");
+    auto* formula = dialog.findChild<QLineEdit*>("ComparedFormula");
+    auto* add = dialog.findChild<QPushButton*>("AddFormula");
+    auto* remarks = dialog.findChild<QLabel*>("ComparisonRemarks");
     EXPECT_FALSE(compare->isEnabled());
     functions->item(1)->setCheckState(Qt::Checked);
     compare->click();
@@ -383,16 +482,15 @@ TEST_F(FitDesktopTest, FunctionsAreComparedAndTheBestIsTakenOver) {
     ASSERT_EQ(table.rowCount(), 2);
     EXPECT_EQ(table.item(0, 0)->text(), "This function");
     EXPECT_EQ(table.item(1, 0)->text(), "a+b*x");
-    dialog->findChild<QPushButton*>("CopyComparison")->click();
+    dialog.findChild<QPushButton*>("CopyComparison")->click();
     const QString copied = QApplication::clipboard()->text();
     EXPECT_TRUE(copied.startsWith("function\tparameters\tAICc\tdifference\t"));
     EXPECT_TRUE(copied.endsWith(remarks->text() + "\n"));
     EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
-    dialog->findChild<QPushButton*>("UseCompared")->click();
+    dialog.findChild<QPushButton*>("UseCompared")->click();
     EXPECT_NEAR(Series().Fit().Param(1).Value(), 100, 2);
-    dialog->accept();
+    dialog.accept();
   });
-  Run("editFunction1");
   EXPECT_EQ(Series().Fit().Expression(), Decay().Expression);
   EXPECT_NEAR(Series().Fit().Param(1).Value(), 100, 2);
 }

@@ -50,8 +50,8 @@ std::map<std::string, std::set<std::string>> Ids() {
 TEST(HelpPages, TellOfEveryCommandPanelAndDialogOnce) {
   std::multiset<std::string> all;
   for (const auto& [page, ids] : Ids()) all.insert(ids.begin(), ids.end());
-  std::vector<std::string> wanted{"FitSettings", "TxyMark",        "Print",      "PageSetup",
-                                  "ToldBar",     "Txy_ReadFolder", "ValueEditor"};
+  std::vector<std::string> wanted{"TfrmCalc", "TxyMark",        "Print",      "PageSetup",
+                                  "ToldBar",  "Txy_ReadFolder", "ValueEditor"};
   for (const Command* command : CommandsOf(Features())) wanted.emplace_back(command->name);
   for (const PanelRow* panel : PanelsOf(Features())) wanted.emplace_back(panel->name);
   for (const std::string& name : wanted) EXPECT_EQ(all.count(name), 1U) << name;
@@ -81,16 +81,16 @@ TEST(HelpPages, LinksLeadSomewhereAndEveryPageIsInTheContents) {
 
 TEST(HelpPages, TopicsGoFromWhatIsLookedAtOutwards) {
   QWidget dialog;
-  dialog.setObjectName("FitSettings");
+  dialog.setObjectName("TfrmCalc");
   QWidget box(&dialog);
   QWidget field(&box);
   field.setObjectName("FitTolerance");
-  EXPECT_EQ(TopicsOf(&field), (QStringList{"FitTolerance", "FitSettings"}));
+  EXPECT_EQ(TopicsOf(&field), (QStringList{"FitTolerance", "TfrmCalc"}));
   QMenu menu(&dialog);
   QAction* const entry = menu.addAction("Zoom");
   entry->setObjectName("GraphZoom1");
   menu.setActiveAction(entry);
-  EXPECT_EQ(TopicsOf(&menu), (QStringList{"GraphZoom1", "FitSettings"}));
+  EXPECT_EQ(TopicsOf(&menu), (QStringList{"GraphZoom1", "TfrmCalc"}));
   EXPECT_TRUE(TopicsOf(nullptr).isEmpty());
 }
 

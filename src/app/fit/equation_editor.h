@@ -1,6 +1,6 @@
-// The window that edits a DataSet's fitting model: function and parameters, how it is fitted and drawn, with which other
-// DataSets, and which of several models is worth its parameters. Tells every usable state at once, so that the curve follows;
-// whoever opened it takes back what was cancelled. Knows no graph.
+// The window that edits a fitting model: function and parameters, how it is fitted and drawn, with which other DataSets, and
+// which of several models is worth its parameters; reads and writes it as a file. The model is its own: it tells every usable
+// state, so that a curve may follow, and when that is to be kept. Knows no graph.
 #pragma once
 
 #include <QDialog>
@@ -11,10 +11,13 @@
 #include <optional>
 #include <vector>
 
+#include "app/fit/curve_preview.h"
 #include "app/fit/fit_request.h"
+#include "app/fit/function_files.h"
 #include "fit/model/fit_settings.h"
 #include "results/model_comparison.h"
 
+class QLabel;
 class QPushButton;
 class QTabWidget;
 
@@ -26,47 +29,64 @@ class FitOptionsPage;
 class FitTogetherPage;
 
 /// What of a fitting model is edited first.
-enum class FitPage { Function, Settings };
+enum class CalcPage { Function, Settings };
 
 /// What the window is about.
-struct FitSubject {
+struct CalcSubject {
   FitSettings model;
   std::size_t points = 0;                             ///< of the DataSet
   QStringList data_sets = {};                         ///< names of all of the graph's
   int current = 0;                                    ///< the one whose model it is
   std::vector<std::filesystem::path> functions = {};  ///< ready-made ones and the user's own
+  FunctionFiles files;
+  DrawPicture draw = {};  ///< the graph with the model as told last
   /// Fits and ranks models of the DataSet.
   std::function<std::optional<ModelComparison>(std::vector<NamedModel>, const FitRunOptions&)>
       compare = {};
 };
 
-class FitSettingsDialog final : public QDialog {
+class TfrmCalc final : public QDialog {
   Q_OBJECT
 
  public:
-  FitSettingsDialog(const FitSubject& subject, FitPage first, QWidget* parent = nullptr);
+  TfrmCalc(const CalcSubject& subject, CalcPage first, QWidget* parent = nullptr);
 
   /// How to fit at once; nothing when the window was closed with OK or Cancel.
   const std::optional<FitRequest>& FitWanted() const { return fit_wanted_; }
 
+  void accept() override;
+
  signals:
   /// The model as it now is; not told while it cannot be used.
   void changed(const tarnwick::FitSettings& model);
+  /// What was told last is to stay, whatever becomes of later changes.
+  void applied();
 
  private:
   QWidget* MakeButtons();
-  FitComparePage* MakeComparePage(const FitSubject& subject);
+  FitComparePage* MakeComparePage(const CalcSubject& subject);
+  QWidget* MakeHead(const QString& data_set);
+  void Put(const FitSettings& model);
   void Check();
+  void Apply();
+  void Load();
+  void Save();
+  void ShowFile();
   void StartTyped(std::size_t points);
   void ShowReport();
 
   FitSettings model_;
+  FunctionFiles files_;
   QTabWidget* pages_;
+  CurvePreview* preview_;
   FitFunctionPage* function_;
   FitOptionsPage* options_;
   FitTogetherPage* together_;
   FitComparePage* compare_;
+  QLabel* file_ = nullptr;
   QPushButton* ok_ = nullptr;
+  QPushButton* apply_ = nullptr;
+  QPushButton* save_ = nullptr;
   QPushButton* fit_ = nullptr;
   std::optional<FitRequest> fit_wanted_;
 };

@@ -1,0 +1,100 @@
+#include "app/fit/calculator_line.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "app/fit/model_check.h"
+#include "base/number_text.h"
+#include "base/undefined.h"
+#include "desk/widgets/checked_field.h"
+#include "desk/widgets/text.h"
+
+namespace tarnwick {
+namespace {
+
+/// The return key computes here and does not end the dialog.
+class KeepsReturn final : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+    emit qobject_cast<QLineEdit*>(watched)->returnPressed();
+    return true;
+  }
+};
+
+}  // namespace
+
+CalculatorLine::CalculatorLine(QWidget* parent)
+    : QWidget(parent),
+      expression_(new QLineEdit(this)),
+      at_(new QLabel(this)),
+      x_(new NumberEdit(NumberEdit::Accepts::AnyNumber, this)),
+      result_(new QLabel(this)) {
+  expression_->setObjectName("CalculatorEdit");
+  expression_->setPlaceholderText(tr("Any expression; empty: the one above"));
+  x_->setObjectName("CalculatorX");
+  x_->setMaximumWidth(90);
+  x_->SetNumber(0);
+  at_->setBuddy(x_);
+  result_->setObjectName("CalculatorResult");
+  result_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  result_->setTextFormat(Qt::PlainText);
+  result_->setAccessibleName(tr("Result"));
+  // A reason may be long; the window stays as it is.
+  result_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  auto* label = new QLabel(tr("Cal&culator:"), this);
+  label->setBuddy(expression_);
+  auto* equals = new QPushButton("=", this);
+  equals->setObjectName("Evaluate");
+  equals->setToolTip(tr("Evaluate"));
+  equals->setAccessibleName(tr("Evaluate"));
+  equals->setAutoDefault(false);
+  equals->setMaximumWidth(40);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(label);
+  row->addWidget(expression_, 3);
+  row->addWidget(at_);
+  row->addWidget(x_);
+  row->addWidget(equals);
+  row->addWidget(result_, 4);
+  auto* keeper = new KeepsReturn(this);
+  for (QLineEdit* field : {expression_, static_cast<QLineEdit*>(x_)}) {
+    field->installEventFilter(keeper);
+    connect(field, &QLineEdit::returnPressed, this, &CalculatorLine::Compute);
+    connect(field, &QLineEdit::textChanged, this, &CalculatorLine::Compute);
+  }
+  connect(equals, &QPushButton::clicked, this, &CalculatorLine::Compute);
+}
+
+void CalculatorLine::PutModel(const FitSettings& model) {
+  model_ = model;
+  at_->setText(tr("at %1 =").arg(ToQt(model.XVarName)));
+  Compute();
+}
+
+void CalculatorLine::Compute() {
+  const std::string text = expression_->text().trimmed().toStdString();
+  const std::optional<double> x = x_->Number();
+  if (!x || (text.empty() && model_.Expression.empty())) return result_->clear();
+  const Calculation answer = Calculate(model_, text, *x);
+  const QString shown =
+      answer.error.empty()
+          ? IsUndefined(answer.value) ? tr("undefined") : ToQt(ShortestText(answer.value))
+          : ToQt(answer.error);
+  result_->setText(shown);
+  result_->setToolTip(shown);
+  QPalette palette;
+  if (!answer.error.empty()) palette.setColor(QPalette::WindowText, WrongTextColor());
+  result_->setPalette(palette);
+}
+
+}  // namespace tarnwick
