@@ -125,9 +125,7 @@ void ExpectLooks(const std::vector<StoredField>& fields) {
     const bool set_elsewhere =
         look.control.kind == ControlKind::Hidden || look.control.kind == ControlKind::ReadOnly;
     EXPECT_EQ(look.control.reason.empty(), !set_elsewhere);
-    if (look.control.kind != ControlKind::ReadOnly) {  // whose values may have names, too
-      EXPECT_EQ(look.control.choices.empty(), !IsChoice(look.control.kind));
-    }
+    EXPECT_EQ(look.control.choices.empty(), !IsChoice(look.control.kind));
     ExpectOffersWhatIsTaken(field);
     if (IsChoice(look.control.kind)) ExpectCaptionsOfEveryValue(field);
   }

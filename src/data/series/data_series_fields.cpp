@@ -72,17 +72,6 @@ constexpr std::array kRegressionTypes = {
     FieldChoice{RegressionType::RunningAverage, "Running average"},
 };
 
-// Only shown, but by name.
-constexpr std::array kSourceKinds = {
-    FieldChoice{DataSourceKind::Manual, "None: points typed or computed"},
-    FieldChoice{DataSourceKind::Text, "Text file"},
-    FieldChoice{DataSourceKind::Unformatted, "Binary file"},
-    FieldChoice{DataSourceKind::Database, "Database table"},
-    FieldChoice{DataSourceKind::Dde, "Live link"},
-};
-constexpr FieldControl kSourceKind = {
-    .kind = ControlKind::ReadOnly, .choices = kSourceKinds, .reason = "chosen with the source"};
-
 constexpr std::array kRowChoices = {
     FieldChoice{RowChoice::All, "All"},
     FieldChoice{RowChoice::UntilX, "Until X is above the last"},
@@ -163,7 +152,7 @@ const Field<S> kFields[] = {
     {9,
      "DataSource",
      OfSource<&TDSInfo::DataSource>(),
-     {"Kind of source", "Source", kSourceKind},
+     {"Kind of source", "Source", ReadOnly("chosen with the source")},
      kByte},
     {10,
      "DatasourceInfo",

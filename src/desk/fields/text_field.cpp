@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QToolButton>
-#include <algorithm>
 #include <array>
 
 #include "base/day_number.h"
@@ -192,10 +191,7 @@ ReadOnlyField::ReadOnlyField(const FieldRow& row, QWidget* parent)
 
 void ReadOnlyField::ShowValue(const std::optional<FieldValue>& value, const FieldSurroundings&) {
   const auto* integer = value ? std::get_if<std::int32_t>(&*value) : nullptr;
-  if (!integer) return text_->setText(TextOf(value));
-  const auto choice = std::ranges::find(Row().look.control.choices, *integer, &FieldChoice::value);
-  const bool named = choice != Row().look.control.choices.end();
-  text_->setText(named ? ToQt(choice->caption) : QString::number(*integer));
+  text_->setText(integer ? QString::number(*integer) : TextOf(value));
 }
 
 }  // namespace tarnwick

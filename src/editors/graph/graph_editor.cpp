@@ -70,23 +70,6 @@ bool IsThere(const TxyGraph& graph, Kind kind, std::int32_t id) {
   return kind != Kind::DataSet || static_cast<std::size_t>(id) < graph.SeriesCount();
 }
 
-/// A sentence for each DataSet whose source was just read and has no such column; those keep their points.
-std::string ColumnsNotFound(const TxyGraph& graph) {
-  std::string text;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TDSInfo& source = graph.Series(i).Source();
-    if (source.DataSource == DataSourceKind::Manual) continue;
-    for (const auto& [index, column] : {std::pair(source.x_column_index, source.XDataColumn),
-                                        std::pair(source.y_column_index, source.YDataColumn)}) {
-      if (index >= 0) continue;
-      if (!text.empty()) text += '\n';
-      text += "\"" + graph.Series(i).SeriesName() +
-              "\" keeps its points: its source has no column \"" + column + "\".";
-    }
-  }
-  return text;
-}
-
 /// The value that all of them have; nothing when they differ.
 std::optional<FieldValue> CommonValue(const TxyGraph& graph, const PageField& field,
                                       const std::vector<std::int32_t>& ids) {
@@ -206,7 +189,6 @@ void GraphEditor::BuildPage() {
   const std::vector<std::int32_t> chosen = items_ ? items_->Chosen() : std::vector<std::int32_t>();
   delete std::exchange(items_, nullptr);
   delete std::exchange(copy_look_, nullptr);
-  delete std::exchange(read_again_, nullptr);
   if (HasItems(ShownPage())) items_ = MakeItems();
   fields_ = FieldsOf(ShownPage());
   std::vector<FieldRow> rows;
@@ -232,12 +214,7 @@ ItemList* GraphEditor::MakeItems() {
     Refresh();
   });
   connect(items, &ItemList::reordered, this, &GraphEditor::Reorder);
-  if (ShownPage().action == PageAction::CopyLook) MakeCopyLook();
-  if (ShownPage().action == PageAction::ReadAgain) MakeReadAgain();
-  return items;
-}
-
-void GraphEditor::MakeCopyLook() {
+  if (page_ != PageOf({Kind::DataSet})) return items;
   copy_look_ = new QToolButton(right_);
   copy_look_->setObjectName("CopyLook");
   copy_look_->setText(tr("Copy Look To") + "   ");
@@ -248,22 +225,7 @@ void GraphEditor::MakeCopyLook() {
   copy_look_->setMenu(menu);
   connect(menu, &QMenu::aboutToShow, this, [this, menu] { FillCopyMenu(*menu); });
   column_->insertWidget(1, copy_look_);
-}
-
-void GraphEditor::MakeReadAgain() {
-  read_again_ = new QPushButton(tr("Read Again"), right_);
-  read_again_->setObjectName("ReadAgain");
-  read_again_->setToolTip(
-      tr("Read the points of all DataSets from their sources, as set here (F5)"));
-  connect(read_again_, &QPushButton::clicked, this, [this] {
-    Do([this](CommandContext& context) {
-      EndStep();
-      if (!document_ || !document_->Files().Refresh()) return;
-      const std::string missed = ColumnsNotFound(Graph());
-      if (!missed.empty()) context.prompt.Tell(missed);
-    });
-  });
-  column_->insertWidget(1, read_again_, 0, Qt::AlignLeft);
+  return items;
 }
 
 void GraphEditor::GoTo(const GraphPart& part) {
@@ -314,7 +276,6 @@ void GraphEditor::Refresh() {
   if (std::exchange(refreshing_, true)) return;
   const bool usable = document_ && !(items_ && (RefreshItems(), items_->Chosen().empty()));
   form_->setEnabled(usable);
-  if (read_again_) read_again_->setEnabled(usable);
   if (copy_look_) {
     copy_look_->setEnabled(usable && items_->Chosen().size() == 1 && Graph().SeriesCount() > 1);
   }

@@ -69,8 +69,6 @@ class GraphEditor final : public QWidget {
   void Reorder(const std::vector<std::int32_t>& ids);
   void CopyLook(const std::vector<std::int32_t>& to);
   void FillCopyMenu(class QMenu& menu);
-  void MakeCopyLook();
-  void MakeReadAgain();
   void UseForNewGraphs();
 
   void EndStep();
@@ -100,7 +98,6 @@ class GraphEditor final : public QWidget {
   QVBoxLayout* column_ = nullptr;
   ItemList* items_ = nullptr;         // of the page; null where there are none
   QToolButton* copy_look_ = nullptr;  // likewise
-  QPushButton* read_again_ = nullptr;
   FieldForm* form_ = nullptr;
   std::vector<PageField> fields_;  // of the form
   QPushButton* keep_ = nullptr;

@@ -279,11 +279,6 @@ constexpr std::array kIdle = {
     IdleRow{SectionId::Dimensions, 17, IsWindow, kOwnWindow},
 };
 
-bool IsOfSource(const FieldRow& row) {
-  constexpr std::array<std::string_view, 4> kGroups = {"Source", "Columns", "Rows", "Text"};
-  return std::ranges::find(kGroups, row.look.group) != kGroups.end();
-}
-
 }  // namespace
 
 FieldRemark Judge(const TxyGraph& graph, const PageField& field, std::int32_t id,
@@ -303,12 +298,7 @@ FieldRemark Judge(const TxyGraph& graph, const PageField& field, std::int32_t id
 }
 
 std::string IdleReason(const TxyGraph& graph, const PageField& field, std::int32_t id) {
-  const FieldRow& row_of_field = SectionOf(field.section).rows[field.row];
-  if (field.section == SectionId::DataSet && IsOfSource(row_of_field) &&
-      SeriesOf(graph, id).Source().DataSource == DataSourceKind::Manual) {
-    return "The points do not come from a file.";
-  }
-  const int number = row_of_field.number;
+  const int number = SectionOf(field.section).rows[field.row].number;
   const auto found = std::ranges::find_if(kIdle, [&](const IdleRow& row) {
     return row.section == field.section && row.number == number && row.idle(graph, id);
   });
@@ -316,8 +306,7 @@ std::string IdleReason(const TxyGraph& graph, const PageField& field, std::int32
 }
 
 AxisId AxisOfValue(const TxyGraph& graph, const PageField& field, std::int32_t id) {
-  if (field.section == SectionId::Axis) return static_cast<AxisId>(id);
-  if (field.section != SectionId::Mark) return AxisId::X;  // rows of a source are chosen by X
+  if (field.section != SectionId::Mark) return static_cast<AxisId>(id);
   const int number = SectionOf(field.section).rows[field.row].number;
   if (number == kX1 || number == kX2) return AxisId::X;
   const Mark* mark = graph.Marks().FindMark(id);

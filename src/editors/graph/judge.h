@@ -17,7 +17,7 @@ FieldRemark Judge(const TxyGraph& graph, const PageField& field, std::int32_t id
 /// Why the field has no effect as the graph is now; empty when it has.
 std::string IdleReason(const TxyGraph& graph, const PageField& field, std::int32_t id);
 
-/// The axis along which a value of the field lies.
+/// The axis along which a value of the field lies: that of its row for an axis, and for a mark's numbers.
 AxisId AxisOfValue(const TxyGraph& graph, const PageField& field, std::int32_t id);
 
 }  // namespace tarnwick

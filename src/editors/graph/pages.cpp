@@ -21,7 +21,6 @@ constexpr Names kErrors[] = {"Errors"};
 constexpr Names kBounds[] = {"Bounds"};
 constexpr Names kRegression[] = {"Regression", "Base line"};
 constexpr Names kCurves[] = {"Regression", "Fit model"};
-constexpr Names kSource[] = {"Source", "Columns", "Rows", "Text"};
 constexpr Names kNewDataSets[] = {"DataSets", "New DataSets"};
 constexpr Names kLegend[] = {"Legend", "Look", "Position"};
 constexpr Names kMark[] = {"Mark", "Position"};
@@ -36,7 +35,6 @@ constexpr PageGroups kAxisPage[] = {{S::Axis, kAxis}};
 constexpr PageGroups kLookPage[] = {{S::DataSet, kDataSet}, {S::Style, kLook}};
 constexpr PageGroups kErrorsPage[] = {{S::DataSet, kErrors}, {S::Style, kBounds}};
 constexpr PageGroups kRegressionPage[] = {{S::DataSet, kRegression}, {S::Style, kCurves}};
-constexpr PageGroups kSourcePage[] = {{S::DataSet, kSource}};
 constexpr PageGroups kNewDataSetsPage[] = {{S::Appearance, kNewDataSets}};
 constexpr PageGroups kLegendPage[] = {{S::Legend, kLegend}};
 constexpr PageGroups kMarksPage[] = {{S::Mark, kMark}};
@@ -52,10 +50,9 @@ constexpr std::array kPages = {
     Page{"X Axis", "Edit X Axis", PartOf(AxisId::X), kAxisPage, true},
     Page{"Y Axis", "Edit Y Axis", PartOf(AxisId::Y), kAxisPage, true},
     Page{"Y2 Axis", "Edit Y2 Axis", PartOf(AxisId::Y2), kAxisPage, true},
-    Page{"DataSets", "Edit DataSets", {Kind::DataSet}, kLookPage, false, PageAction::CopyLook},
+    Page{"DataSets", "Edit DataSets", {Kind::DataSet}, kLookPage},
     Page{"Errors and Bounds", "Edit Errors", {Kind::DataSet}, kErrorsPage, true},
     Page{"Regression", "Edit Regression", {Kind::DataSet}, kRegressionPage, true},
-    Page{"Source", "Edit Source", {Kind::DataSet}, kSourcePage, true, PageAction::ReadAgain},
     Page{"New DataSets", "Edit DataSets", kWhole, kNewDataSetsPage, true},
     Page{"Legend", "Edit Legend", {Kind::Legend}, kLegendPage},
     Page{"Marks", "Edit Marks", {Kind::Mark}, kMarksPage},

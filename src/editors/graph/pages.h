@@ -18,16 +18,12 @@ struct PageGroups {
   std::span<const std::string_view> groups;
 };
 
-/// What a page can do beside its fields.
-enum class PageAction : std::uint8_t { None, CopyLook, ReadAgain };
-
 struct Page {
   std::string_view caption;
   std::string_view step;  ///< what is done on it, as read after "Undo"
   GraphPart part;         ///< what of the graph it is about; of DataSets and marks any one
   std::span<const PageGroups> content;
   bool below = false;  ///< belongs to the page above it
-  PageAction action = PageAction::None;
 };
 
 std::span<const Page> Pages();
