@@ -168,8 +168,10 @@ TEST(SeparateQuantities, WhatWouldLookFlatGetsTheSecondAxis) {
   struct Row {
     std::vector<std::pair<const char*, double>> names_and_heights;
     const char* axes;  // of each DataSet
+    double from = 0;   // of the last one
   };
-  const Row rows[] = {{{{"T (K)", 300}, {"p (bar)", 0.1}}, "12"},
+  const Row rows[] = {{{{"p (bar)", 1}, {"T (K)", 1001}}, "12", 1000},
+                      {{{"T (K)", 300}, {"p (bar)", 0.1}}, "12"},
                       {{{"p [bar]", 0.1}, {"T / K", 300}, {"q / bar", 0.2}}, "121"},
                       {{{"T (K)", 300}, {"p (bar)", 200}}, "11"},
                       {{{"T (K)", 300}, {"dT (K)", 0.1}}, "12"},
@@ -181,7 +183,8 @@ TEST(SeparateQuantities, WhatWouldLookFlatGetsTheSecondAxis) {
     for (const auto& [name, height] : row.names_and_heights) {
       auto series = std::make_unique<TSeries>();
       series->SetSeriesName(name);
-      for (const double x : {0.0, 1.0}) series->AddPoint(x, x * height);
+      const double from = name == row.names_and_heights.back().first ? row.from : 0;
+      for (const double x : {0.0, 1.0}) series->AddPoint(x, from + x * (height - from));
       graph.AddSeries(std::move(series));
     }
     SeparateQuantities(graph);
