@@ -2,14 +2,36 @@
 
 #include "analysis/derived.h"
 #include "app/analysis/average_dialog.h"
+#include "app/analysis/evaluate_panel.h"
 #include "app/analysis/integr_dialog.h"
+#include "app/analysis/peak_panel.h"
 #include "app/analysis/peaks_dialog.h"
+#include "app/analysis/smooth_dialog.h"
 #include "base/number_text.h"
 #include "base/prompt.h"
 #include "desk/document/document.h"
 
 namespace tarnwick {
 namespace {
+
+constexpr PanelRow kPanels[] = {{.name = "EvaluateAtX",
+                                 .caption = "Evaluate at X",
+                                 .side = DockSide::Right,
+                                 .make = MakeEvaluatePanel},
+                                {.name = "PeakTable",
+                                 .caption = "Peak Table",
+                                 .side = DockSide::Bottom,
+                                 .make = MakePeakPanel}};
+
+template <std::size_t kPanel>
+void TogglePanel(CommandContext& context) {
+  Toggle(context.panels, kPanels[kPanel]);
+}
+
+template <std::size_t kPanel>
+bool ShowsPanel(const CommandContext& context) {
+  return context.panels.IsShown(kPanels[kPanel]);
+}
 
 /// "Graph_1.Rate" of the current DataSet.
 std::string NameInWindow(const Document& document) {
@@ -35,6 +57,14 @@ void Integrate(CommandContext& context) {
 
 void Differentiate(CommandContext& context) {
   Txy_Differ(*context.document, context.prompt, context.dialog_parent).exec();
+}
+
+void Smooth(CommandContext& context) {
+  SmoothDialog(*context.document, context.prompt, context.dialog_parent).exec();
+}
+
+void TakeOffBaseLine(CommandContext& context) {
+  BaseLineDialog(*context.document, context.prompt, context.dialog_parent).exec();
 }
 
 void Average(CommandContext& context) {
@@ -104,8 +134,40 @@ Feature AnalysisFeature() {
        .menu = Menu::Analysis,
        .enabled = HasDataSet,
        .run = Average},
+      {.name = "AnalysisSmooth1",
+       .caption = "S&moothing",
+       .hint = "Smoothing|Make the current DataSet smoother, or its smooth derivative",
+       .icon = "smooth",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = Smooth},
+      {.name = "AnalysisBaseLine1",
+       .caption = "&Base Line",
+       .hint = "Base Line|Take the base line under its peaks off the current DataSet",
+       .icon = "take-base-line",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = TakeOffBaseLine},
+      {.name = "AnalysisEvaluate1",
+       .caption = "E&valuate at X",
+       .hint = "Evaluate at X|Tell what the current DataSet has at an X, or where it has a Y",
+       .icon = "evaluate",
+       .menu = Menu::Analysis,
+       .group = 2,
+       .run = TogglePanel<0>,
+       .checked = ShowsPanel<0>},
+      {.name = "AnalysisPeakTable1",
+       .caption = "Peak &Table",
+       .hint = "Peak Table|Find, measure and fit the peaks of the current DataSet",
+       .icon = "peak-table",
+       .menu = Menu::Analysis,
+       .group = 2,
+       .run = TogglePanel<1>,
+       .checked = ShowsPanel<1>},
   };
-  return {.name = "analysis", .commands = {kCommands}};
+  return {.name = "analysis", .commands = {kCommands}, .panels = kPanels};
 }
 
 }  // namespace tarnwick

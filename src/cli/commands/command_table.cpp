@@ -18,6 +18,8 @@ constexpr CommandRow kCommands[] = {
     {"differentiate", "The derivative of a DataSet", &DeclareDifferentiate},
     {"average", "The mean of several DataSets", &DeclareAverage},
     {"peaks", "The peaks of a DataSet, as marks", &DeclarePeaks},
+    {"smooth", "A DataSet made smoother, or its smooth derivative", &DeclareSmooth},
+    {"background", "A DataSet less the base line under its peaks", &DeclareBackground},
     {"area", "The area between a DataSet and its base line", &DeclareArea},
     {"total", "The sum of a DataSet's points, base line subtracted", &DeclareTotal},
     {"baseline", "A DataSet's base line, by numbers or from a mark", &DeclareBaseline},

@@ -19,6 +19,8 @@ void DeclareHistogram(Command& command, Action& action);
 void DeclareDifferentiate(Command& command, Action& action);
 void DeclareAverage(Command& command, Action& action);
 void DeclarePeaks(Command& command, Action& action);
+void DeclareSmooth(Command& command, Action& action);
+void DeclareBackground(Command& command, Action& action);
 void DeclareArea(Command& command, Action& action);
 void DeclareTotal(Command& command, Action& action);
 void DeclareBaseline(Command& command, Action& action);

@@ -4,7 +4,7 @@
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
 #include "cli/options/save_output.h"
-#include "results/peak_marks.h"
+#include "results/peak_table.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -14,7 +14,54 @@ struct Options {
   SaveArguments save;
   std::string dataset;
   PeakOptions search;
+  std::optional<double> prominence;
 };
+
+struct FigureRow {
+  const char* name;
+  double PeakFigures::*figure;
+};
+
+constexpr FigureRow kFigures[] = {
+    {"x", &PeakFigures::x},
+    {"height", &PeakFigures::height},
+    {"prominence", &PeakFigures::prominence},
+    {"width", &PeakFigures::width},
+    {"area", &PeakFigures::area},
+    {"asymmetry", &PeakFigures::asymmetry},
+    {"left_valley", &PeakFigures::left_valley},
+    {"right_valley", &PeakFigures::right_valley},
+};
+
+void PrintTable(const std::vector<PeakFigures>& peaks, Output& output) {
+  Json list = Json::Array();
+  if (!output.IsJson()) {
+    for (const FigureRow& row : kFigures)
+      output.Text() << (&row == kFigures ? "" : ",") << row.name;
+    output.Text() << '\n';
+  }
+  for (const PeakFigures& peak : peaks) {
+    Json figures = Json::Object();
+    for (const FigureRow& row : kFigures) {
+      if (output.IsJson()) {
+        figures[row.name] = JsonNumber(peak.*row.figure);
+      } else {
+        output.Text() << (&row == kFigures ? "" : ",") << ShortestText(peak.*row.figure);
+      }
+    }
+    if (!output.IsJson()) output.Text() << '\n';
+    list.Append(std::move(figures));
+  }
+  if (output.IsJson()) output.Document({{"peaks", std::move(list)}});
+}
+
+void PrintByProminence(const Options& options, TxyGraph& graph, TSeries& series, Output& output) {
+  const PeakTable table = MakePeakTable(
+      graph, series,
+      {.rule = PeakRule::Prominence, .times_noise = *options.prominence, .search = options.search});
+  output.Note(table.told);
+  PrintTable(table.peaks, output);
+}
 
 void Print(const std::vector<Peak>& peaks, const PeakCaptions& captions, Output& output) {
   if (output.IsJson()) {
@@ -35,11 +82,14 @@ void Print(const std::vector<Peak>& peaks, const PeakCaptions& captions, Output&
 }
 
 void Run(const Options& options, Output& output) {
+  if (options.prominence && options.save.Wanted())
+    throw UsageError("--prominence prints a table; -o saves the marks of the other rule");
   if (options.save.Wanted()) CheckSave(options.save);
   const InputGraph input = ReadInput(options.input, options.save, output);
   TxyGraph& graph = *input.graph;
   const std::size_t index = ChooseSeries(graph, options.dataset);
   graph.UpdateScales();
+  if (options.prominence) return PrintByProminence(options, graph, graph.Series(index), output);
   const std::vector<Peak> peaks = PeaksOn(graph, graph.Series(index), options.search);
   if (options.save.Wanted()) {
     MarkPeaks(graph, peaks, options.search.captions);
@@ -65,6 +115,10 @@ void DeclarePeaks(Command& command, Action& action) {
       .Between(0, 4);
   command.Add("--precision", search.captions.precision, "Significant digits in captions")
       .Between(1, 17);
+  command
+      .Add("--prominence", options->prominence,
+           "Measure the peaks that rise so many times the noise above the valleys beside them")
+      .Check(kNonNegativeNumber);
   AddSave(command, options->save);
   OnCommand(command, action, options, &Run);
 }

@@ -13,6 +13,7 @@
 #include "app/analysis/average_dialog.h"
 #include "app/analysis/integr_dialog.h"
 #include "app/analysis/peaks_dialog.h"
+#include "app/analysis/smooth_dialog.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_work.h"
 #include "base/progress.h"
@@ -88,6 +89,13 @@ void MarkSomePeaks(Document& document, Prompt& prompt) {
   dialog.accept();
 }
 
+void SmoothDerivative(Document& document, Prompt& prompt) {
+  SmoothDialog dialog(document, prompt);
+  Find<QSpinBox>(dialog, "Window").setValue(9);
+  Find<QSpinBox>(dialog, "Derivative").setValue(1);
+  dialog.accept();
+}
+
 std::vector<Row> Rows() {
   return {
       {"Fit",
@@ -100,6 +108,9 @@ std::vector<Row> Rows() {
       {"Derivative", "differentiate",
        [](Document& document, Prompt& prompt) { Txy_Differ(document, prompt).accept(); }},
       {"Average", "average --reference 1 --of 1", AverageAll},
+      {"Smooth", "smooth --window 9 --derivative 1", SmoothDerivative},
+      {"Background", "background",
+       [](Document& document, Prompt& prompt) { BaseLineDialog(document, prompt).accept(); }},
       {"Peaks", "peaks --left 100 --noise 0.5 --precision 2", MarkSomePeaks},
   };
 }

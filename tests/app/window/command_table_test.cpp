@@ -96,7 +96,8 @@ constexpr FixedTexts kFixedTexts[] = {
     // of no names of their own
     {"AnalysisIntegrate1", "&Integrate", "", ""},
     {"AnalysisDifferentiate1", "&Differentiate", "", ""},
-    {"AnalysisAverage1", "&Average DataSets", "", ""},
+    {"AnalysisAverage1", "&Average DataSets|-|S&moothing|&Base Line|-|E&valuate at X|Peak &Table",
+     "", ""},
 };
 
 class CommandTableTest : public DesktopTest {

@@ -1,0 +1,293 @@
+#include "app/analysis/peak_panel.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "app/fit/fit_work.h"
+#include "base/number_text.h"
+#include "desk/commands/command.h"
+#include "desk/commands/command_actions.h"
+#include "desk/document/open_edit.h"
+#include "desk/widgets/text.h"
+#include "graph/graph_update.h"
+#include "results/fitted_model.h"
+#include "results/peak_fit.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kDigits = 6;
+constexpr int kErrorDigits = 2;
+constexpr int kPeakRole = Qt::UserRole + 1;
+
+struct Column {
+  const char* title;
+  double PeakFigures::*figure;
+};
+
+constexpr Column kColumns[] = {
+    {QT_TRANSLATE_NOOP("PeakPanel", "Position"), &PeakFigures::x},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Height"), &PeakFigures::height},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Prominence"), &PeakFigures::prominence},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Width"), &PeakFigures::width},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Area"), &PeakFigures::area},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Asymmetry"), &PeakFigures::asymmetry},
+};
+
+constexpr struct {
+  const char* title;
+  FittedValue FittedPeak::*value;
+} kFitColumns[] = {
+    {QT_TRANSLATE_NOOP("PeakPanel", "Position"), &FittedPeak::x},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Height"), &FittedPeak::height},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Width"), &FittedPeak::width},
+    {QT_TRANSLATE_NOOP("PeakPanel", "Area"), &FittedPeak::area},
+};
+
+/// A cell that is sorted by its number.
+class NumberItem final : public QTableWidgetItem {
+ public:
+  NumberItem(double number, const QString& text, std::size_t peak)
+      : QTableWidgetItem(text), number_(number) {
+    setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setData(kPeakRole, static_cast<qulonglong>(peak));
+  }
+  bool operator<(const QTableWidgetItem& other) const override {
+    return number_ < static_cast<const NumberItem&>(other).number_;
+  }
+
+ private:
+  double number_;
+};
+
+QString NumberText(double number) {
+  return IsUndefined(number) ? QString() : ToQt(GeneralText(number, kDigits));
+}
+
+QString FittedText(const FittedValue& value) {
+  QString text = NumberText(value.value);
+  if (!IsUndefined(value.error)) text += " ± " + ToQt(GeneralText(value.error, kErrorDigits));
+  return text;
+}
+
+void SetTitles(QTableWidget& table, const QStringList& titles) {
+  table.setSortingEnabled(false);
+  table.clear();
+  table.setColumnCount(static_cast<int>(titles.size()));
+  table.setHorizontalHeaderLabels(titles);
+}
+
+}  // namespace
+
+std::unique_ptr<Panel> MakePeakPanel(const PanelParts& parts) {
+  return std::make_unique<PeakPanel>(parts.actions);
+}
+
+PeakPanel::PeakPanel(CommandActions& actions, QWidget* parent)
+    : Panel(parent),
+      actions_(actions),
+      rule_(new QComboBox),
+      times_noise_(new QDoubleSpinBox),
+      shape_(new QComboBox),
+      table_(new QTableWidget),
+      told_(new QLabel) {
+  setObjectName("PeakPanel");
+  table_->setObjectName("PeakTable");
+  table_->setAccessibleName(tr("Peaks"));
+  table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  table_->setAlternatingRowColors(true);
+  table_->verticalHeader()->hide();
+  table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  told_->setObjectName("PeaksTold");
+  told_->setWordWrap(true);
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(MakeButtons());
+  column->addWidget(table_, 1);
+  column->addWidget(told_);
+  connect(table_, &QTableWidget::cellClicked, this, &PeakPanel::Look);
+  Clear();
+}
+
+QWidget* PeakPanel::MakeButtons() {
+  auto* line = new QWidget;
+  auto* row = new QHBoxLayout(line);
+  row->setContentsMargins(0, 0, 0, 0);
+  const auto add = [&](const QString& text, const QString& tip, void (PeakPanel::*press)()) {
+    auto* button = new QPushButton(text);
+    button->setToolTip(tip);
+    row->addWidget(button);
+    connect(button, &QPushButton::clicked, this, press);
+    return button;
+  };
+  rule_->addItems({tr("By prominence"), tr("By neighbours")});
+  rule_->setObjectName("PeakRule");
+  rule_->setAccessibleName(tr("How peaks are found"));
+  rule_->setToolTip(
+      tr("How far they rise above the valleys beside them, or above both neighbours "
+         "by 0.01 % of the Y axis"));
+  times_noise_->setObjectName("TimesNoise");
+  times_noise_->setAccessibleName(tr("Least prominence, in noise"));
+  times_noise_->setToolTip(tr("Least prominence, in standard deviations of the noise"));
+  times_noise_->setRange(0, 1e6);
+  times_noise_->setDecimals(1);
+  times_noise_->setValue(PeakTableOptions().times_noise);
+  times_noise_->setSuffix(tr(" × noise"));
+  shape_->setObjectName("PeakShape");
+  shape_->setAccessibleName(tr("Shape of the peaks fitted"));
+  for (const char* name : kPeakShapeNames) shape_->addItem(tr(name));
+  row->addWidget(rule_);
+  row->addWidget(times_noise_);
+  add(tr("&Find"), tr("Find and measure the peaks of the current DataSet"), &PeakPanel::Find);
+  row->addSpacing(16);
+  row->addWidget(shape_);
+  need_peaks_ = {
+      add(tr("Fit &These Peaks"),
+          tr("Fit the selected peaks, all where none is selected, on a straight line"),
+          &PeakPanel::FitPeaks),
+      add(tr("&Copy"), tr("Copy the table, columns separated by tabs"), &PeakPanel::Copy)};
+  row->addStretch();
+  connect(rule_, &QComboBox::currentIndexChanged, this,
+          [this](int index) { times_noise_->setEnabled(index == 0); });
+  return line;
+}
+
+void PeakPanel::Follow(Document* document, PanelChange) {
+  const TSeries* series = document ? document->Graph().CurrentSeries() : nullptr;
+  const std::string name = series ? series->SeriesName() : std::string();
+  if (document == document_ && name == data_set_) return;
+  document_ = document;
+  data_set_ = name;
+  Clear();
+}
+
+void PeakPanel::Clear() {
+  peaks_.clear();
+  ShowPeaks();
+  told_->setText(data_set_.empty() ? tr("There is no current DataSet.") : QString());
+}
+
+void PeakPanel::Find() {
+  actions_.RunAsCommand([this](CommandContext&) {
+    if (!document_) return;
+    TxyGraph& graph = document_->Graph();
+    PeakTableOptions options;
+    options.rule = rule_->currentIndex() == 0 ? PeakRule::Prominence : PeakRule::Neighbours;
+    options.times_noise = times_noise_->value();
+    PeakTable table = MakePeakTable(graph, CurrentDataSet(*document_), options);
+    peaks_ = std::move(table.peaks);
+    ShowPeaks();
+    told_->setText(
+        ToQt(Counted(static_cast<std::int64_t>(peaks_.size()), "peak") + ". " + table.told));
+  });
+}
+
+void PeakPanel::ShowPeaks() {
+  fitted_ = false;
+  QStringList titles;
+  for (const Column& column : kColumns) titles.append(tr(column.title));
+  SetTitles(*table_, titles);
+  table_->setRowCount(static_cast<int>(peaks_.size()));
+  for (std::size_t i = 0; i < peaks_.size(); ++i) {
+    int place = 0;
+    for (const Column& column : kColumns) {
+      const double number = peaks_[i].*column.figure;
+      table_->setItem(static_cast<int>(i), place++, new NumberItem(number, NumberText(number), i));
+    }
+  }
+  table_->setSortingEnabled(true);
+  table_->sortByColumn(0, Qt::AscendingOrder);
+  for (QPushButton* button : need_peaks_) button->setEnabled(!peaks_.empty());
+}
+
+void PeakPanel::ShowFit() {
+  const std::vector<FittedPeak> fitted = FittedPeaks(CurrentDataSet(*document_));
+  fitted_ = true;
+  QStringList titles;
+  for (const auto& column : kFitColumns) titles.append(tr(column.title));
+  SetTitles(*table_, titles);
+  table_->setRowCount(static_cast<int>(fitted.size()));
+  for (std::size_t i = 0; i < fitted.size(); ++i) {
+    int place = 0;
+    for (const auto& column : kFitColumns) {
+      const FittedValue value = fitted[i].*column.value;
+      table_->setItem(static_cast<int>(i), place++,
+                      new NumberItem(value.value, FittedText(value), i));
+    }
+  }
+  table_->setSortingEnabled(true);
+  table_->sortByColumn(0, Qt::AscendingOrder);
+  told_->setText(
+      tr("As fitted, with standard errors; the fit's verdict stands in the panel Fit "
+         "Result. Find measures the points again."));
+}
+
+std::size_t PeakPanel::PeakOf(int row) const {
+  return static_cast<std::size_t>(table_->item(row, 0)->data(kPeakRole).toULongLong());
+}
+
+std::vector<PeakFigures> PeakPanel::Chosen() const {
+  std::vector<PeakFigures> chosen;
+  if (!fitted_) {
+    for (int row = 0; row < table_->rowCount(); ++row) {
+      if (table_->item(row, 0)->isSelected()) chosen.push_back(peaks_[PeakOf(row)]);
+    }
+  }
+  if (chosen.empty()) chosen = peaks_;
+  std::ranges::sort(chosen, {}, &PeakFigures::x);
+  return chosen;
+}
+
+void PeakPanel::Look(int row) {
+  if (!document_ || fitted_) return;
+  const PeakFigures& peak = peaks_[PeakOf(row)];
+  TxyGraph& graph = document_->Graph();
+  TAxis& axis = graph.Axis(AxisId::X);
+  const double room = peak.right_valley - peak.left_valley;
+  const double left = peak.left_valley - room;
+  document_->Zoom().Remember(graph);
+  const GraphUpdate update(graph);
+  axis.SetMax(peak.right_valley + room);
+  axis.SetMin(axis.LogScale() && left <= 0 ? peak.left_valley : left);
+}
+
+void PeakPanel::Copy() {
+  QStringList lines;
+  QStringList titles;
+  for (int column = 0; column < table_->columnCount(); ++column)
+    titles.append(table_->horizontalHeaderItem(column)->text());
+  lines.append(titles.join('\t'));
+  for (int row = 0; row < table_->rowCount(); ++row) {
+    QStringList cells;
+    for (int column = 0; column < table_->columnCount(); ++column)
+      cells.append(table_->item(row, column)->text());
+    lines.append(cells.join('\t'));
+  }
+  QApplication::clipboard()->setText(lines.join('\n') + '\n');
+}
+
+void PeakPanel::FitPeaks() {
+  actions_.RunAsCommand([this](CommandContext& context) {
+    if (!document_) return;
+    OpenEdit step(*document_, "Fit Peaks");
+    TSeries& series = CurrentDataSet(*document_);
+    const auto shape = static_cast<PeakShape>(shape_->currentIndex());
+    const std::vector<PeakFigures> chosen = Chosen();
+    TakeFitSettings(series, PeakModel(chosen, shape, series.Fit().Settings()));
+    FitAgain(*document_, {.points = FitPointChoice::All}, context.prompt);
+    AddPeakParts(document_->Graph(), series);
+    step.Finish();
+    ShowFit();
+  });
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,63 @@
+// The panel with the table of the current DataSet's peaks: found, measured, fitted. Knows documents; what a peak is and how it is
+// fitted stands in results/.
+#pragma once
+
+#include <QPointer>
+#include <vector>
+
+#include "desk/document/document.h"
+#include "desk/panels/panel.h"
+#include "results/peak_table.h"
+
+class QComboBox;
+class QDoubleSpinBox;
+class QLabel;
+class QPushButton;
+class QTableWidget;
+
+namespace tarnwick {
+
+enum class PeakShape;
+
+class PeakPanel final : public Panel {
+  Q_OBJECT
+
+ public:
+  /// `actions` runs what the buttons ask for and outlives the panel.
+  explicit PeakPanel(CommandActions& actions, QWidget* parent = nullptr);
+
+  /// The table stays until another DataSet is looked at.
+  void Follow(Document* document, PanelChange change) override;
+  QSize sizeHint() const override { return {640, 220}; }
+
+ private:
+  QWidget* MakeButtons();
+  void Find();
+  void ShowPeaks();
+  void ShowFit();
+  void Clear();
+  void Look(int row);
+  void Copy();
+  void FitPeaks();
+  /// Those of the selected rows, of all where none is selected; in order of X.
+  std::vector<PeakFigures> Chosen() const;
+  /// Which peak a row of the sorted table shows.
+  std::size_t PeakOf(int row) const;
+
+  CommandActions& actions_;
+  QPointer<Document> document_;
+  std::string data_set_;  // whose peaks are shown
+  std::vector<PeakFigures> peaks_;
+  bool fitted_ = false;  // the table shows the fit's figures
+
+  QComboBox* rule_;
+  QDoubleSpinBox* times_noise_;
+  QComboBox* shape_;
+  QTableWidget* table_;
+  QLabel* told_;
+  std::vector<QPushButton*> need_peaks_;
+};
+
+std::unique_ptr<Panel> MakePeakPanel(const PanelParts& parts);
+
+}  // namespace tarnwick

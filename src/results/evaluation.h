@@ -1,0 +1,30 @@
+// What a DataSet of a graph has at an X, by its points, its regression and its model, and where they have a Y. Y is that less the
+// base line, as it is drawn. Knows DataSets and models; draws nothing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/undefined.h"
+
+namespace tarnwick {
+
+class TSeries;
+
+struct Evaluated {
+  std::string by;  ///< "Nearest point", "Interpolated", "Regression", "Model"
+  double x = 0;
+  double y = 0;
+  double error =
+      kUndefined;  ///< standard error of what was asked for; undefined where none is known
+};
+
+/// One line for each that has a value there, in that order.
+std::vector<Evaluated> EvaluateAt(const TSeries& series, double x);
+
+/// Every X at which one of them, but for single points, has that Y, in order; the model's within the X of the points. No more than
+/// kMostCrossings of each.
+std::vector<Evaluated> FindXWhere(const TSeries& series, double y);
+inline constexpr std::size_t kMostCrossings = 100;
+
+}  // namespace tarnwick
