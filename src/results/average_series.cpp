@@ -21,7 +21,7 @@ TSeries& AddAverage(TxyGraph& graph, const TSeries& reference,
   for (const std::size_t index : averaged) sources.push_back(&graph.Series(index));
   auto mean = std::make_unique<TSeries>();
   Average(reference, sources, *mean);
-  return AddNewSeries(graph, std::move(mean), wanted);
+  return AddNewSeries(graph, std::move(mean), reference, wanted);
 }
 
 std::string AverageText(const TxyGraph& graph, std::span<const std::size_t> averaged) {

@@ -45,7 +45,7 @@ TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
   const NewSeries wanted = {options.name.empty() ? DerivedName(graph, source, kind) : options.name,
                             options.y_axis};
   const GraphUpdate update(graph);
-  TSeries& added = AddNewSeries(graph, std::move(derived), wanted);
+  TSeries& added = AddNewSeries(graph, std::move(derived), source, wanted);
   if (options.source == SourceAfter::Hidden) {
     SeriesStyle hidden = source.Style();
     hidden.visible = false;

@@ -36,7 +36,8 @@ std::string NameRefusal(const TxyGraph& graph, const std::string& name) {
   return {};
 }
 
-TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const NewSeries& wanted) {
+TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const TSeries& source,
+                      const NewSeries& wanted) {
   if (const std::string why = NameRefusal(graph, wanted.name); !why.empty()) throw Error(why);
   computed->SetSeriesName(wanted.name);
   const GraphUpdate update(graph);
@@ -44,6 +45,10 @@ TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const 
   TSeries& added = graph.AddSeries(std::move(computed));
   SeriesStyle style = added.Style();
   style.first_axis = wanted.y_axis != AxisId::Y2;
+  style.connect_points = source.Style().connect_points;
+  style.show_symbols = source.Style().show_symbols;
+  style.symbol_size = source.Style().symbol_size;
+  style.line_width = source.Style().line_width;
   added.SetStyle(style);
   return added;
 }

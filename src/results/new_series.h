@@ -23,9 +23,10 @@ std::string FreeSeriesName(const TxyGraph& graph, const std::string& wanted);
 /// Why no new DataSet can have this name, a sentence; empty when it can.
 std::string NameRefusal(const TxyGraph& graph, const std::string& name);
 
-/// Adds a DataSet that was computed. A second Y axis that it is drawn against is shown. Throws Error with NameRefusal; the graph is
-/// then as it was.
-TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const NewSeries& wanted);
+/// Adds a DataSet that was computed from another, whose points and lines are drawn alike, in a colour of its own. A second Y axis that
+/// it is drawn against is shown. Throws Error with NameRefusal; the graph is then as it was.
+TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const TSeries& source,
+                      const NewSeries& wanted);
 
 /// Whether new points may come to one of the graph's DataSets at any time.
 bool HasLiveSource(const TxyGraph& graph);

@@ -35,28 +35,30 @@ Columns ColumnsOf(const TSeries& source) {
   return columns;
 }
 
-/// "Rate, running median of 5 points"
-std::string Title(const TSeries& source, const std::string& made) {
-  return source.Source().YDataColumn + ", " + made;
-}
+/// How a DataSet was made: kept with it as what its points come from.
+struct Made {
+  std::string y_column;
+  std::string how;
+};
 
-MadeSeries Add(TxyGraph& graph, const TSeries& source, const Columns& columns,
-               const std::string& title, std::string told, const NewSeries& wanted) {
-  auto made = std::make_unique<TSeries>();
-  made->SetDuplicatesAllowed(source.DuplicatesAllowed());
-  made->Source().XDataColumn = source.Source().XDataColumn;
-  made->Source().YDataColumn = title;
-  made->AddPoints(columns.x, columns.y);
+MadeSeries Add(TxyGraph& graph, const TSeries& source, const Columns& columns, const Made& made,
+               std::string told, const NewSeries& wanted) {
+  auto series = std::make_unique<TSeries>();
+  series->SetDuplicatesAllowed(source.DuplicatesAllowed());
+  series->Source().XDataColumn = source.Source().XDataColumn;
+  series->Source().YDataColumn = made.y_column;
+  series->Source().DatasourceInfo = made.how + ", of \"" + source.SeriesName() + "\"";
+  series->AddPoints(columns.x, columns.y);
   const auto tell = [&told](const std::string& text) { told += (told.empty() ? "" : " ") + text; };
   if (columns.left_out > 0) {
     tell(Counted(static_cast<std::int64_t>(columns.left_out), "point") +
          " without a value left out.");
   }
   if (HasYErrors(source.Errors()) || HasXErrors(source.Errors())) tell("Errors are left out.");
-  return {AddNewSeries(graph, std::move(made), wanted), std::move(told)};
+  return {AddNewSeries(graph, std::move(series), source, wanted), std::move(told)};
 }
 
-const char* const kDerivatives[] = {"", "derivative, ", "second derivative, "};
+const char* const kDerivatives[] = {"", "DIF of ", "second DIF of "};
 
 }  // namespace
 
@@ -73,22 +75,22 @@ MadeSeries AddSmooth(TxyGraph& graph, const TSeries& source, const SmoothOptions
   Columns columns = ColumnsOf(source);
   const LocalPolynomial& local = options.local;
   const std::string points = Counted(local.window, "point");
+  const std::string& column = source.Source().YDataColumn;
   if (options.method == SmoothMethod::Median) {
     columns.y = RunningMedian(columns.y, local.window);
-    return Add(graph, source, columns, Title(source, "running median of " + points), {}, wanted);
+    return Add(graph, source, columns, {column, "Running median, " + points}, {}, wanted);
   }
   const double noise = NoiseOf({columns.x, columns.y});
   Smoothed smooth = SmoothByPolynomials(columns.x, columns.y, local);
   columns.y = std::move(smooth.y);
-  const std::string title =
-      Title(source, kDerivatives[local.derivative] + std::string("Savitzky-Golay, ") + points +
-                        ", order " + std::to_string(local.order));
+  const Made made = {kDerivatives[local.derivative] + column,
+                     "Savitzky-Golay, " + points + ", order " + std::to_string(local.order)};
+  const std::string left = GeneralText(noise * smooth.noise_gain, 3);
   std::string told =
       "The noise of Y, " + GeneralText(noise, 3) + " as neighbouring points scatter, ";
-  told += local.derivative > 0 ? "makes one of " : "is left with ";
-  told += GeneralText(noise * smooth.noise_gain, 3);
-  told += local.derivative > 0 ? " in the derivative." : ".";
-  return Add(graph, source, columns, title, std::move(told), wanted);
+  told += local.derivative > 0 ? "makes one of " + left + " in the derivative."
+                               : "is reduced to " + left + ".";
+  return Add(graph, source, columns, made, std::move(told), wanted);
 }
 
 MadeSeries AddLessBaseLine(TxyGraph& graph, const TSeries& source, const BaseLineOptions& options,
@@ -99,13 +101,14 @@ MadeSeries AddLessBaseLine(TxyGraph& graph, const TSeries& source, const BaseLin
   const std::vector<double> line =
       band ? RubberBand(columns.x, columns.y) : AsymmetricBaseLine(columns.y, options.asymmetric);
   const std::string method =
-      band ? "rubber band" : "arPLS, smoothness " + GeneralText(options.asymmetric.smoothness, 6);
+      band ? "Rubber band" : "arPLS, smoothness " + GeneralText(options.asymmetric.smoothness, 6);
+  const std::string& column = source.Source().YDataColumn;
   if (options.result == BaseLineResult::Line) {
     columns.y = line;
-    return Add(graph, source, columns, Title(source, "base line: " + method), {}, wanted);
+    return Add(graph, source, columns, {column, "Base line, " + method}, {}, wanted);
   }
   for (std::size_t i = 0; i < line.size(); ++i) columns.y[i] -= line[i];
-  return Add(graph, source, columns, Title(source, "less base line: " + method), {}, wanted);
+  return Add(graph, source, columns, {column, "Less base line, " + method}, {}, wanted);
 }
 
 }  // namespace tarnwick

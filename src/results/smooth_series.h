@@ -35,7 +35,7 @@ struct MadeSeries {
   std::string told;
 };
 
-/// Computes it from the points with a finite Y, less the base line, and adds it; the title of its Y says how it was made. Throws Error
+/// Computes it from the points with a finite Y, less the base line, and adds it; its data source says how it was made. Throws Error
 /// as AddNewSeries, and as the computation does; the graph is then as it was.
 MadeSeries AddSmooth(TxyGraph& graph, const TSeries& source, const SmoothOptions& options,
                      const NewSeries& wanted);

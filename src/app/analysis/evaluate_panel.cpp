@@ -63,9 +63,9 @@ Txy_EValue::Txy_EValue(QWidget* parent)
   told_->setWordWrap(true);
   told_->setObjectName("EvaluatedTold");
   copy_->setToolTip(tr("Copy the table, columns separated by tabs"));
-  auto* x_label = new QLabel(tr("&X:"));
+  auto* x_label = new QLabel(tr("X:"));
   x_label->setBuddy(x_);
-  auto* y_label = new QLabel(tr("&Y:"));
+  auto* y_label = new QLabel(tr("Y:"));
   y_label->setBuddy(y_);
   auto* grid = new QGridLayout(this);
   grid->addWidget(data_set_, 0, 0, 1, 3);

@@ -147,7 +147,7 @@ QWidget* PeakPanel::MakeButtons() {
   for (const char* name : kPeakShapeNames) shape_->addItem(tr(name));
   row->addWidget(rule_);
   row->addWidget(times_noise_);
-  add(tr("&Find"), tr("Find and measure the peaks of the current DataSet"), &PeakPanel::Find);
+  add(tr("Fi&nd"), tr("Find and measure the peaks of the current DataSet"), &PeakPanel::Find);
   row->addSpacing(16);
   row->addWidget(shape_);
   need_peaks_ = {
@@ -173,7 +173,8 @@ void PeakPanel::Follow(Document* document, PanelChange) {
 void PeakPanel::Clear() {
   peaks_.clear();
   ShowPeaks();
-  told_->setText(data_set_.empty() ? tr("There is no current DataSet.") : QString());
+  told_->setText(data_set_.empty() ? tr("There is no current DataSet.")
+                                   : tr("Find looks for the peaks of the current DataSet."));
 }
 
 void PeakPanel::Find() {

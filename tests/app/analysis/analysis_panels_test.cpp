@@ -82,7 +82,7 @@ TEST_F(AnalysisPanels, AnXIsPickedInTheGraph) {
 
 TEST_F(AnalysisPanels, PeaksAreFoundShownAndFitted) {
   Run("AnalysisPeakTable1");
-  Press("PeakPanel", "&Find");
+  Press("PeakPanel", "Fi&nd");
   EXPECT_EQ(Column("PeakTable", 0), (QStringList{"100", "200"}));
   const double shown = Graph().Axis(AxisId::X).Max();
   emit Find<QTableWidget>("PeakTable").cellClicked(0, 0);
