@@ -14,6 +14,7 @@
 #include "app/fit/fit_together_page.h"
 #include "app/fit/model_check.h"
 #include "base/error.h"
+#include "base/prompt.h"
 #include "desk/widgets/elided_label.h"
 #include "desk/widgets/text.h"
 #include "desk/widgets/text_window.h"
@@ -66,6 +67,7 @@ TfrmCalc::TfrmCalc(const CalcSubject& subject, CalcPage first, QWidget* parent)
   options_->Put(model_);
   connect(function_, &FitFunctionPage::parametersMade, this,
           [this, points = subject.points] { StartTyped(points); });
+  connect(function_, &FitFunctionPage::guessWanted, this, [this, subject] { Guess(subject); });
   connect(function_, &FitFunctionPage::edited, this, &TfrmCalc::Check);
   connect(options_, &FitOptionsPage::edited, this, &TfrmCalc::Check);
   Check();
@@ -106,6 +108,20 @@ void TfrmCalc::ShowFile() {
 void TfrmCalc::Put(const FitSettings& model) {
   function_->Put(model);
   options_->Put(model);
+}
+
+void TfrmCalc::Guess(const CalcSubject& subject) {
+  try {
+    emit changed(model_);
+    const auto guess = subject.guess();
+    if (!guess) throw Error("The data tell no starting values of this model.");
+    FitSettings model = model_;
+    model.parameters = *guess;
+    Put(model);
+    Check();
+  } catch (const Error& error) {
+    files_.prompt.Tell(error.what());
+  }
 }
 
 void TfrmCalc::Load() {
@@ -189,6 +205,7 @@ void TfrmCalc::Check() {
   const ModelCheck check = CheckModel(now);
   const bool usable = taken && check.error.empty();
   function_->ShowCheck(check, now);
+  function_->AllowGuess(usable && !now.Expression.empty());
   for (QPushButton* button : {ok_, apply_, save_}) button->setEnabled(usable);
   fit_->setEnabled(usable && !now.Expression.empty());
   if (!usable) return;

@@ -40,6 +40,8 @@ struct CalcSubject {
   std::vector<std::filesystem::path> functions = {};  ///< ready-made ones and the user's own
   FunctionFiles files;
   DrawPicture draw = {};  ///< the graph with the model as told last
+  /// Starting values of the model as told last; nothing where the data tell none. Throws Error.
+  std::function<std::optional<std::vector<ParameterSettings>>()> guess = {};
   /// Fits and ranks models of the DataSet.
   std::function<std::optional<ModelComparison>(std::vector<NamedModel>, const FitRunOptions&)>
       compare = {};
@@ -69,6 +71,7 @@ class TfrmCalc final : public QDialog {
   void Put(const FitSettings& model);
   void Check();
   void Apply();
+  void Guess(const CalcSubject& subject);
   void Load();
   void Save();
   void ShowFile();

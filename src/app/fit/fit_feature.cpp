@@ -58,6 +58,7 @@ CalcSubject SubjectOf(CommandContext& context, Document& document) {
                       }};
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
     subject.data_sets.append(ToQt(graph.Series(i).SeriesName()));
+  subject.guess = [&document] { return GuessStartOf(document); };
   subject.compare = [&document](std::vector<NamedModel> models, const FitRunOptions& options) {
     return CompareFitsOf(document, std::move(models), options);
   };

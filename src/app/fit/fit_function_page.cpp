@@ -96,9 +96,13 @@ QWidget* FitFunctionPage::MakeParameters() {
   add->setObjectName("AddParameter");
   auto* remove = new QPushButton(tr("&Delete"), box);
   remove->setObjectName("DeleteParameter");
+  guess_ = new QPushButton(tr("G&uess"), box);
+  guess_->setObjectName("GuessStart");
+  guess_->setToolTip(tr("Find starting values of the varied parameters in the data"));
   auto* row = new QHBoxLayout(box);
   row->addWidget(parameters_, 1);
-  row->addLayout(ButtonColumn({add, remove}));
+  row->addLayout(ButtonColumn({add, remove, guess_}));
+  connect(guess_, &QPushButton::clicked, this, &FitFunctionPage::guessWanted);
   connect(add, &QPushButton::clicked, this, [this] {
     ParameterSettings parameter;
     FitSettings present;
@@ -209,6 +213,10 @@ void FitFunctionPage::ShowCheck(const ModelCheck& check, const FitSettings& mode
                   ? ToQt(check.warning)
                   : tr("Neither the variable nor a parameter: %1").arg(unknown.join(", ")),
               false);
+}
+
+void FitFunctionPage::AllowGuess(bool allowed) {
+  guess_->setEnabled(allowed);
 }
 
 void FitFunctionPage::FocusExpression() {

@@ -31,12 +31,15 @@ class FitFunctionPage final : public QWidget {
   bool Take(FitSettings& model) const;
   /// Shows what is the matter with the model, and offers to take unknown names for parameters.
   void ShowCheck(const ModelCheck& check, const FitSettings& model);
+  void AllowGuess(bool allowed);
   void FocusExpression();
 
  signals:
   void edited();
   /// The first parameters were made of the names in a typed formula.
   void parametersMade();
+  /// Starting values are to be found in the data.
+  void guessWanted();
 
  private:
   QWidget* MakeParameters();
@@ -49,6 +52,7 @@ class FitFunctionPage final : public QWidget {
   QLabel* message_;
   QPushButton* add_unknown_;
   ParameterTable* parameters_;
+  QPushButton* guess_;
   QTableWidget* templates_;
   CalculatorLine* calculator_;
   ModelCheck check_;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "analysis/fit_run.h"
+#include "analysis/start_values.h"
 #include "app/fit/function_files.h"
 #include "base/error.h"
 #include "base/prompt.h"
@@ -163,6 +164,14 @@ std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<Nam
                         compared = CompareModels(data, std::move(models), options, progress);
                       });
   return compared;
+}
+
+std::optional<std::vector<ParameterSettings>> GuessStartOf(Document& document) {
+  const FitJob job = PrepareFit(CurrentDataSet(document), {.points = FitPointChoice::All});
+  std::optional<std::vector<ParameterSettings>> guess;
+  document.Work().Run({"Fitting Data....", Cancellable::No, "Processing..."},
+                      [&](Progress&) { guess = GuessStart(job); });
+  return guess;
 }
 
 void ApplyFitFunction(Document& document, const std::filesystem::path& file) {

@@ -40,6 +40,10 @@ void FitTogether(Document& document, const FitRequest& request);
 std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<NamedModel> models,
                                              const FitRunOptions& options);
 
+/// The parameters of the current DataSet's model with starting values from all its points; nothing where these tell none.
+/// Throws Error as GuessStart.
+std::optional<std::vector<ParameterSettings>> GuessStartOf(Document& document);
+
 /// Puts the function of a file in place of the model and draws it. Throws Error: "Wrong File Format!", "No DataSet
 /// Found!", or why the function cannot be compiled.
 void ApplyFitFunction(Document& document, const std::filesystem::path& file);

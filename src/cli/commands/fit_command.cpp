@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "analysis/fit_run.h"
+#include "analysis/start_values.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/whole_file.h"
@@ -65,6 +66,7 @@ void CheckSeveral(const Options& options) {
   if (!comparison && !joint) return;
   if (options.bands > 0 || !options.save_function.empty())
     throw UsageError("--bands and --save-function need one --dataset and one --function");
+  if (options.guess) throw UsageError("--guess needs one --dataset and one --function");
   if (comparison && options.save.Wanted())
     throw UsageError("several --function are compared, which saves nothing: leave -o to the best");
 }
@@ -178,6 +180,14 @@ void Save(const Options& options, const InputGraph& input, std::size_t index,
   if (function) function->Commit();
 }
 
+/// Starts from the data instead of from the model's own values.
+void TakeGuess(FitJob& job, TSeries& series) {
+  const auto guess = GuessStart(job);
+  if (!guess) throw Error("The data tell no starting values of this model.");
+  job.settings.parameters = *guess;
+  TakeFitSettings(series, job.settings);
+}
+
 void Run(const Options& options, Output& output) {
   Check(options, output);
   std::optional<PictureSize> size;
@@ -192,7 +202,8 @@ void Run(const Options& options, Output& output) {
   TSeries& series = input.graph->Series(index);
   RequireY(input, series);
   GiveModel(options, series);
-  const FitJob job = PrepareFit(series, RunOptionsOf(options));
+  FitJob job = PrepareFit(series, RunOptionsOf(options));
+  if (options.guess) TakeGuess(job, series);
   FitResult result = Fit(job);
   ApplyFit(series, result);
   if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
@@ -228,6 +239,8 @@ void DeclareFit(Command& command, Action& action) {
   AddFitModel(command, options->model);
   command.AddFlag("--all-points", options->all_points,
                   "Every point between the margins enters, and every row of a text");
+  command.AddFlag("--guess", options->guess,
+                  "Starts from values that the points suggest, not from the model's");
   command.AddFlag("--finish", options->finish,
                   "A Newton-type run goes on from what another method found");
   command.Add("--level", options->level, "Level of intervals and bands (0.95)")

@@ -22,6 +22,7 @@ struct FitOptions {
   std::vector<std::string> datasets;
   std::vector<std::string> shared;
   bool all_points = false;
+  bool guess = false;
   bool finish = false;
   double level = 0.95;
   int bands = 0;

@@ -428,6 +428,8 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   InEditor([&](QDialog& dialog) {
     dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("h*exp(-k*x)+b");
     Button("Ma&ke Parameters")->click();
+    Button("G&uess")->click();
+    EXPECT_NEAR(graph.Series(0).Fit().Param(3).Value(), 0.1, 0.01);
     auto* data_sets = dialog.findChild<QListWidget*>("FittedTogether");
     ASSERT_EQ(data_sets->count(), 2);
     EXPECT_FALSE(data_sets->item(0)->flags() & Qt::ItemIsUserCheckable);
