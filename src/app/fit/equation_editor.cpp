@@ -202,7 +202,8 @@ void TfrmCalc::Check() {
   FitSettings now = model_;
   const bool taken = function_->Take(now) && options_->Take(now);
   if (!taken) now = model_;
-  const ModelCheck check = CheckModel(now);
+  ModelCheck check = CheckModel(now);
+  if (!taken) check.error = "A field that is red, here or among the settings, holds no number.";
   const bool usable = taken && check.error.empty();
   function_->ShowCheck(check, now);
   function_->AllowGuess(usable && !now.Expression.empty());

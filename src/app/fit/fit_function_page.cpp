@@ -202,10 +202,14 @@ void FitFunctionPage::ShowCheck(const ModelCheck& check, const FitSettings& mode
   expression_->SetNames(names);
   calculator_->PutModel(model);
   std::string error = check.error;
+  bool in_expression = check.in_expression;
   const bool emptied = TrimBlanks(expression_->Expression()).empty() && !model.Expression.empty();
-  if (error.empty() && emptied) error = "The field is empty; the model keeps " + model.Expression;
+  if (error.empty() && emptied) {
+    error = "The field is empty; the model keeps " + model.Expression;
+    in_expression = true;
+  }
   add_unknown_->setVisible(error.empty() && !check.unknown_names.empty());
-  expression_->ShowTrouble(error, check.place);
+  expression_->ShowTrouble(in_expression ? error : std::string(), check.place);
   if (!error.empty()) return ShowMessage(ToQt(error), true);
   QStringList unknown;
   for (const std::string& name : check.unknown_names) unknown.append(ToQt(name));

@@ -64,6 +64,7 @@ ModelCheck CheckModel(const FitSettings& model) {
     // With templates and ties the place is in a text that the user does not see.
     if (compiled.CurrentText() == model.Expression) check.place = error.Place();
     check.error = TroubleText(error, check.place);
+    check.in_expression = true;
     return check;
   } catch (const Error& error) {
     check.error = error.what();

@@ -12,6 +12,7 @@ namespace tarnwick {
 
 struct ModelCheck {
   std::string error;                 ///< why it cannot be compiled, with the place; else empty
+  bool in_expression = false;        ///< the error is the expression's, not its parameters'
   std::optional<std::size_t> place;  ///< the byte of the expression that the error is about
   std::vector<std::string>
       unknown_names;    ///< in the expression, neither its variable nor a parameter

@@ -20,7 +20,8 @@ namespace tarnwick {
 namespace {
 
 constexpr qsizetype kLettersToOffer = 2;
-constexpr std::size_t kMostColoured = 2000;  // parts of an expression that somebody reads
+constexpr std::size_t kMostColoured = 2000;      // parts of an expression that somebody reads
+constexpr std::size_t kLongestColoured = 20000;  // its bytes
 constexpr int kInsertedRole = Qt::UserRole;
 constexpr int kWordRole = Qt::UserRole + 1;
 
@@ -140,7 +141,8 @@ void ExpressionEdit::Mark() {
   const auto selection = [&](std::size_t place, std::size_t length) {
     return Selection(characters[place], characters[std::min(place + length, text.size())]);
   };
-  std::vector<ExpressionPart> parts = PartsOf(text);
+  std::vector<ExpressionPart> parts;
+  if (text.size() <= kLongestColoured) parts = PartsOf(text);
   if (parts.size() > kMostColoured) parts.resize(kMostColoured);
   // What is red is light on every desktop.
   const bool dark = !is_wrong_ && palette().color(QPalette::Base).lightness() < 128;

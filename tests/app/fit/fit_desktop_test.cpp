@@ -284,6 +284,9 @@ TEST_F(FitDesktopTest, SettingsAreAppliedAtOnceAndCancelRestores) {
     EXPECT_EQ(Series().Fit().Param(3).Value(), 0.5);
     parameters->item(2, 4)->setText("2");  // a lower bound above the value
     EXPECT_FALSE(ok->isEnabled());
+    EXPECT_NE(expression->palette().color(QPalette::Base), WrongColor());  // its parameter is
+    parameters->item(2, 4)->setText("x");
+    EXPECT_TRUE(dialog.findChild<QLabel*>("ExpressionMessage")->text().contains("no number"));
     parameters->item(2, 4)->setText("0.1");
     EXPECT_EQ(Series().Fit().Settings().parameters[2].Low, 0.1);
     parameters->item(1, 6)->setText("2*A");
