@@ -42,7 +42,7 @@ HelpWindow::HelpWindow(const std::filesystem::path& file, QWidget* parent)
   ways_->setDocumentMode(true);
   auto* contents = engine_.contentWidget();
   connect(contents, &QHelpContentWidget::linkActivated, this, &HelpWindow::Show);
-  connect(contents, &QAbstractItemView::clicked, contents, [this, contents](const QModelIndex& at) {
+  connect(contents, &QAbstractItemView::clicked, contents, [this](const QModelIndex& at) {
     if (const auto* item = engine_.contentModel()->contentItemAt(at)) Show(item->url());
   });
   ways_->addTab(contents, tr("&Contents"));

@@ -55,6 +55,8 @@ void PointsView::PointsChanged() {
   if (is_marked_ && std::max(anchor_, current_) >= model_.Size()) is_marked_ = false;
   Resized();
   table_->setColumnWidth(0, kIdWidth);
+  const QString widest = QString::number(model_.Size());
+  table_->verticalHeader()->setFixedWidth(fontMetrics().horizontalAdvance(widest) + 3 * kRowMargin);
   ShowMark();
 }
 
