@@ -124,6 +124,11 @@ TEST_F(DataEditorTest, PointsAreFoundChangedAddedAndDeletedEachAsOneStep) {
   Type(Line("FindX"), "2.9");
   QTest::keyClick(Line("FindX"), Qt::Key_Return);
   ASSERT_EQ(table->currentIndex().row(), 2);
+  // The row chosen is the point picked, and back.
+  EXPECT_EQ(ActiveCanvas().Picked()->x, 3);
+  ActiveCanvas().Pick(PickedPointAt(Series(0), 1));
+  EXPECT_EQ(table->currentIndex().row(), 1);
+  ActiveCanvas().Pick(PickedPointAt(Series(0), 2));
   // The first change of points that have a source asks what is to become of that.
   const std::string question =
       "The points of u come from " + folder_.File("run.csv").string() +

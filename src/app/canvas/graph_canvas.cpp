@@ -71,6 +71,7 @@ GraphCanvas::GraphCanvas(Document& document, Prompt& prompt, ModeMaker rest, QWi
   setCursor(mode_->Cursor());
   NameForAssistance();
   connect(&document, &Document::graphChanged, this, &GraphCanvas::Redraw);
+  connect(&document, &Document::pointPicked, this, &GraphCanvas::FollowPick);
   const auto finish_look = [this] {
     if (isVisible()) FinishLook(document_, size());
   };

@@ -103,6 +103,8 @@ class GraphCanvas final : public QWidget, public ModeHost {
   bool MenuByKey(const QKeyEvent& event);
   bool ChangeDataSetByKey(const QKeyEvent& event);
   bool MoveByKey(const QKeyEvent& event);
+  /// Shows the point that was picked elsewhere.
+  void FollowPick();
   void ShowPicked();
   void NameForAssistance();
   /// Does what an event asks for; an Error is told the user.

@@ -129,6 +129,12 @@ void GraphCanvas::ShowPicked() {
   NameForAssistance();
   QAccessibleValueChangeEvent spoken(this, PickedText());
   QAccessible::updateAccessibility(&spoken);
+  document_.Pick(Picked());
+}
+
+void GraphCanvas::FollowPick() {
+  const std::optional<PickedPoint>& point = document_.Picked();
+  if (point && (!Picked() || Picked()->number != point->number)) Pick(point);
 }
 
 void GraphCanvas::NameForAssistance() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include "desk/document/open_edit.h"
@@ -44,6 +45,15 @@ const TxyGraph& Document::Graph() const {
 
 TxyGraph& Document::Graph() {
   return const_cast<TxyGraph&>(std::as_const(*this).Graph());
+}
+
+void Document::Pick(const std::optional<PickedPoint>& point) {
+  const auto told = [](const std::optional<PickedPoint>& picked) {
+    return picked ? std::optional(std::tuple(picked->number, picked->x, picked->y)) : std::nullopt;
+  };
+  const bool same = told(picked_) == told(point);
+  picked_ = point;
+  if (!same) emit pointPicked();
 }
 
 bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,

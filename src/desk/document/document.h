@@ -14,6 +14,7 @@
 #include "desk/document/zoom_stack.h"
 #include "desk/work/long_work.h"
 #include "graph/graph_part.h"
+#include "graph/picking.h"
 #include "graph/xy_graph.h"
 #include "results/regression_failures.h"
 
@@ -49,6 +50,10 @@ class Document final : public QObject {
   const Click& LastClick() const { return click_; }
   void TakeClick(const GraphPart& part) { click_ = {part, click_.count + 1}; }
 
+  /// The point of the current DataSet that is picked, in the picture or in a table; nothing for none. Told by pointPicked.
+  const std::optional<PickedPoint>& Picked() const { return picked_; }
+  void Pick(const std::optional<PickedPoint>& point);
+
   // What changes the graph for good is a step: the state before and after, to be undone and redone without limit. Zooming
   // is no step, and neither is choosing a current DataSet or mark.
   /// Makes one step of what `change` does to the graph worked on, which it must not delete; `name` as it is read after
@@ -78,6 +83,7 @@ class Document final : public QObject {
  signals:
   void graphChanged(tarnwick::GraphChange change);
   void captionChanged();
+  void pointPicked();
   /// Files, changed flag or note are other ones.
   void stateChanged();
 
@@ -92,6 +98,7 @@ class Document final : public QObject {
   TxyGraph graph_;
   std::optional<std::size_t> selected_child_;
   Click click_;
+  std::optional<PickedPoint> picked_;
   ZoomStacks zooms_;
   LookOrigin look_;
   EditHistory history_{graph_, look_};

@@ -36,6 +36,12 @@ DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(paren
 }
 
 void DataEditor::Follow(Document* document) {
+  if (series_.GetDocument() != document) {
+    disconnect(picked_);
+    if (document != nullptr) {
+      picked_ = connect(document, &Document::pointPicked, points_, &PointsPage::FollowPick);
+    }
+  }
   series_.Follow(document);
   Refresh();
 }

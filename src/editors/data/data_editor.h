@@ -33,6 +33,7 @@ class DataEditor final : public QWidget {
   void RefreshNames();
 
   EditedSeries series_;
+  QMetaObject::Connection picked_;  // of the document followed
   QComboBox* names_;
   QTabWidget* pages_;
   SourcePage* source_;

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "base/day_number.h"
@@ -20,6 +21,7 @@
 #include "desk/widgets/text.h"
 #include "editors/data/points_model.h"
 #include "editors/data/points_view.h"
+#include "graph/picking.h"
 #include "graph/shown_series.h"
 
 namespace tarnwick {
@@ -99,15 +101,36 @@ QWidget* PointsPage::BuildButtons() {
 void PointsPage::Refresh() {
   const TSeries* const series = series_.Get();
   const Document* const document = series_.GetDocument();
+  const bool followed = std::exchange(following_, true);
   model_->Take(document != nullptr ? &document->Graph() : nullptr, series);
   view_->PointsChanged();
+  following_ = followed;
   count_->setText(tr("%L1 points").arg(model_->Size()));
 }
 
 void PointsPage::MarkedChanged() {
-  const bool marked = view_->Marked().has_value();
-  delete_->setEnabled(marked);
-  copy_->setEnabled(marked);
+  const auto marked = view_->Marked();
+  delete_->setEnabled(marked.has_value());
+  copy_->setEnabled(marked.has_value());
+  const TSeries* const series = series_.Get();
+  const bool picks = !following_ && marked && marked->first == marked->second;
+  if (!picks || series == nullptr || IsShownThroughCurve(*series)) return;
+  series_.GetDocument()->Pick(PickedPointAt(*series, marked->first));
+}
+
+void PointsPage::FollowPick() {
+  const std::optional<PickedPoint>& point = series_.GetDocument()->Picked();
+  if (!isVisible() || !point || point->on_curve || following_) return;
+  const PointChain& points = model_->Points();
+  std::size_t place = points.LowerBound(point->x);
+  while (place < points.Size() && points.At(place).id != point->number &&
+         points.At(place).x == point->x) {
+    ++place;
+  }
+  if (place == points.Size() || points.At(place).id != point->number) return;
+  following_ = true;
+  view_->GoTo(place);
+  following_ = false;
 }
 
 void PointsPage::Find() {

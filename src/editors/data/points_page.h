@@ -27,6 +27,8 @@ class PointsPage final : public QWidget {
   PointsPage(const PanelParts& parts, const EditedSeries& series, QWidget* parent);
 
   void Refresh();
+  /// Goes to the point that was picked in the picture.
+  void FollowPick();
 
  private:
   QWidget* BuildFind();
@@ -44,6 +46,7 @@ class PointsPage final : public QWidget {
   PanelParts parts_;
   const EditedSeries& series_;
   std::set<std::string> warned_;  // sources of which the user was told
+  bool following_ = false;        // what is picked, instead of picking
   PointsModel* model_;
   PointsView* view_;
   QLineEdit* find_ = nullptr;
