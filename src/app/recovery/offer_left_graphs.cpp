@@ -49,10 +49,12 @@ void KeepOutdated(const std::vector<LeftGraph>& outdated, const std::filesystem:
     const std::string filed = TimeText(left.note.graph_file);
     text += text.empty() ? "" : "\n\n";
     try {
-      text += file + " was written at " + filed +
-              ", after Tarnwick kept unsaved changes of it at " + changed +
-              " and was ended. The file is as it is; the changes lie in " +
-              SetAside(left, folder).string();
+      const QString told = QStringLiteral(
+          "%1 was written at %2, after Tarnwick kept unsaved changes of it at %3 and was ended. "
+          "The "
+          "file is as it is; the changes lie in %4");
+      text += told.arg(ToQt(file), ToQt(filed), ToQt(changed), PathText(SetAside(left, folder)))
+                  .toStdString();
     } catch (const Error& error) {
       text += error.what();
     }
@@ -65,10 +67,10 @@ void KeepOutdated(const std::vector<LeftGraph>& outdated, const std::filesystem:
 void OfferLeftGraphs(const std::filesystem::path& folder, Prompt& prompt,
                      const std::function<void(const LeftGraph&)>& open) {
   std::vector<LeftGraph> all = FindLeftGraphs(folder);
-  const auto outdated =
-      std::ranges::stable_partition(all, [](const LeftGraph& left) { return !left.filed_later; });
-  KeepOutdated({outdated.begin(), outdated.end()}, folder.parent_path() / kOutdatedFolder, prompt);
-  all.erase(outdated.begin(), outdated.end());
+  const auto outdated = std::stable_partition(
+      all.begin(), all.end(), [](const LeftGraph& left) { return !left.filed_later; });
+  KeepOutdated({outdated, all.end()}, folder.parent_path() / kOutdatedFolder, prompt);
+  all.erase(outdated, all.end());
   if (all.empty()) return;
   const Answer answer = prompt.Ask(QuestionOf(all));
   if (answer == Answer::Cancel) return;
