@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "analysis/interpolation.h"
 #include "analysis/settled_regression.h"
 #include "base/undefined.h"
 #include "data/series/point_errors.h"
@@ -13,19 +16,59 @@ namespace tarnwick {
 
 namespace {
 
-// The points of a result and what its axes are called. Complete before the target is touched, which may be the source.
-struct Result {
-  std::vector<double> x;
-  std::vector<double> y;
-  std::vector<double> y_error;  // empty: none are known
+// What the axes of a result are called.
+struct Titles {
   std::string x_column;
   std::string y_column;
   bool duplicates_allowed = false;
+};
 
-  void Add(double x_value, double y_value) {
-    x.push_back(x_value);
-    y.push_back(y_value);
+// Puts the points of a result into its target, some at a time: they stay in the processor's cache. What is read meanwhile must be
+// a copy where the target may be the source.
+class Writer {
+ public:
+  /// `y_errors` are in the order of the points to come, empty where none are known.
+  Writer(const Titles& titles, std::vector<double> y_errors, TDataSeries& target)
+      : target_(target), y_errors_(std::move(y_errors)) {
+    target.BeginUpdate();
+    target.Clear();
+    target.SetDuplicatesAllowed(titles.duplicates_allowed);
+    target.Source().XDataColumn = titles.x_column;
+    target.Source().YDataColumn = titles.y_column;
+    PointErrors errors;
+    if (!y_errors_.empty()) errors.y.kind = ErrorKind::Column;
+    target.SetErrors(errors);
   }
+  ~Writer() {
+    Flush();
+    target_.EndUpdate();
+  }
+  Writer(const Writer&) = delete;
+  Writer& operator=(const Writer&) = delete;
+
+  void Add(double x, double y) {
+    x_[filled_] = x;
+    y_[filled_] = y;
+    if (++filled_ == kBatch) Flush();
+  }
+
+ private:
+  static constexpr std::size_t kBatch = 8192;
+
+  void Flush() {
+    std::span<const double> errors = y_errors_;
+    if (!errors.empty()) errors = errors.subspan(written_, filled_);
+    target_.AddPoints({x_.data(), filled_}, {y_.data(), filled_}, {errors, {}});
+    written_ += filled_;
+    filled_ = 0;
+  }
+
+  TDataSeries& target_;
+  std::vector<double> y_errors_;
+  std::vector<double> x_ = std::vector<double>(kBatch);
+  std::vector<double> y_ = std::vector<double>(kBatch);
+  std::size_t filled_ = 0;
+  std::size_t written_ = 0;
 };
 
 // What errors of Y contribute to a variance: nothing but an error above 0 tells how sure a point is.
@@ -43,25 +86,9 @@ class SquaredErrors {
   PointErrors errors_;
 };
 
-Result Prepare(const TDataSeries& source, const std::string& prefix) {
-  Result result;
-  result.x_column = source.Source().XDataColumn;
-  result.y_column = prefix + source.Source().YDataColumn;
-  result.duplicates_allowed = source.DuplicatesAllowed();
-  return result;
-}
-
-void Store(const Result& result, TDataSeries& target) {
-  target.BeginUpdate();
-  target.Clear();
-  target.SetDuplicatesAllowed(result.duplicates_allowed);
-  target.Source().XDataColumn = result.x_column;
-  target.Source().YDataColumn = result.y_column;
-  PointErrors errors;
-  if (!result.y_error.empty()) errors.y.kind = ErrorKind::Column;
-  target.SetErrors(errors);
-  target.AddPoints(result.x, result.y, {result.y_error, {}});
-  target.EndUpdate();
+Titles TitlesOf(const TDataSeries& source, const std::string& prefix) {
+  return {source.Source().XDataColumn, prefix + source.Source().YDataColumn,
+          source.DuplicatesAllowed()};
 }
 
 // Calls visit(left, right) for every pair of neighbours.
@@ -92,31 +119,51 @@ std::vector<double> CorrectedValues(const TDataSeries& source) {
   return values;
 }
 
-/// Calls visit(right, area): the trapezoid area between points and base line up to each point but the first.
+// Sums in extended precision, carried in registers through each chunk: storing one for every point costs more than the sum.
+
+/// Calls visit(x, area): the trapezoid area between points and base line up to each point but the first. Answers the whole.
 template <class Visit>
-void ForEachArea(const TDataSeries& source, Visit visit) {
-  const BaseLine line = source.GetBaseLine();
-  const long double zero = line.offset;
+long double ForEachArea(const PointChain& points, const BaseLine& line, Visit visit) {
+  if (points.Empty()) return 0;
+  const long double zero = 2 * static_cast<long double>(line.offset);
   const long double slope = line.slope;
-  long double area = 0;
-  ForEachPair(source.Points(), [&](const Point& left, const Point& right) {
-    const long double width = static_cast<long double>(right.x) - left.x;
-    const long double sum_x = static_cast<long double>(left.x) + right.x;
-    const long double sum_y = static_cast<long double>(left.y) + right.y;
-    area += 0.5L * width * (sum_y - 2 * zero - slope * sum_x);
-    visit(right, static_cast<double>(area));
+  long double whole = 0;
+  Point last = points.Front();
+  points.ForEachChunk([&](const ChunkView& chunk) {
+    long double area = whole;
+    double left_x = last.x;
+    double left_y = last.y;
+    for (std::size_t i = chunk.first_index == 0 ? 1 : 0; i < chunk.x.size(); ++i) {
+      const double x = chunk.x[i];
+      const double y = chunk.y[i];
+      const long double width = static_cast<long double>(x) - left_x;
+      const long double sum_x = static_cast<long double>(left_x) + x;
+      const long double sum_y = static_cast<long double>(left_y) + y;
+      area += 0.5L * width * (sum_y - zero - slope * sum_x);
+      visit(x, area);
+      left_x = x;
+      left_y = y;
+    }
+    whole = area;
+    last.x = left_x;
+    last.y = left_y;
   });
+  return whole;
 }
 
-/// Calls visit(x, sum): the sum of corrected Y up to each point.
+/// Calls visit(x, sum): the sum of corrected Y up to each point. Answers the whole.
 template <class Visit>
-void ForEachSum(const TDataSeries& source, Visit visit) {
-  const BaseLine line = source.GetBaseLine();
-  long double sum = 0;
-  source.Points().ForEachPoint([&](double x, double y) {
-    sum += line.CorrectedY(x, y);
-    visit(x, static_cast<double>(sum));
+long double ForEachSum(const PointChain& points, const BaseLine& line, Visit visit) {
+  long double whole = 0;
+  points.ForEachChunk([&, line](const ChunkView& chunk) {
+    long double sum = whole;
+    for (std::size_t i = 0; i < chunk.x.size(); ++i) {
+      sum += line.CorrectedY(chunk.x[i], chunk.y[i]);
+      visit(chunk.x[i], sum);
+    }
+    whole = sum;
   });
+  return whole;
 }
 
 /// Of a trapezoid integral that has gone over the points before.
@@ -162,32 +209,64 @@ std::vector<double> ErrorsOfSum(const TDataSeries& source) {
   return errors;
 }
 
+std::vector<double> ErrorsOfDerivative(const TDataSeries& source) {
+  std::vector<double> errors;
+  const SquaredErrors squared(source);
+  if (!squared.Known()) return errors;
+  ForEachPair(source.Points(), [&](const Point& left, const Point& right) {
+    if (!(right.x > left.x)) return;
+    errors.push_back(std::sqrt(squared.Of(left) + squared.Of(right)) / (right.x - left.x));
+  });
+  return errors;
+}
+
+/// Calls visit(middle, slope) for all neighbours with rising X.
+template <class Visit>
+void ForEachSlope(const PointChain& points, PointValue value, Visit visit) {
+  double left_x = kUndefined;  // which nothing rises above
+  double left_y = 0;
+  std::vector<double> zeros;
+  points.ForEachChunk([&](const ChunkView& chunk) {
+    std::span<const double> y = value == PointValue::Y ? chunk.y : chunk.regression;
+    if (y.empty()) {  // every regression value is 0
+      zeros.assign(chunk.x.size(), 0);
+      y = zeros;
+    }
+    for (std::size_t i = 0; i < y.size(); ++i) {
+      const double x = chunk.x[i];
+      if (x > left_x) visit((left_x + x) * 0.5, (y[i] - left_y) / (x - left_x));
+      left_x = x;
+      left_y = y[i];
+    }
+  });
+}
+
 }  // namespace
 
 double AreaOf(const TDataSeries& source) {
-  double area = 0;
-  ForEachArea(source, [&](const Point&, double up_to_here) { area = up_to_here; });
-  return area;
+  const auto nothing = [](double, long double) {};
+  return static_cast<double>(ForEachArea(source.Points(), source.GetBaseLine(), nothing));
 }
 
 double SumOf(const TDataSeries& source) {
-  double sum = 0;
-  ForEachSum(source, [&](double, double up_to_here) { sum = up_to_here; });
-  return sum;
+  const auto nothing = [](double, long double) {};
+  return static_cast<double>(ForEachSum(source.Points(), source.GetBaseLine(), nothing));
 }
 
 void Integral(const TDataSeries& source, TDataSeries& target) {
-  Result result = Prepare(source, "INT of ");
-  ForEachArea(source, [&](const Point& point, double area) { result.Add(point.x, area); });
-  result.y_error = ErrorsOfArea(source);
-  Store(result, target);
+  const PointChain points = source.Points();
+  const BaseLine line = source.GetBaseLine();
+  Writer writer(TitlesOf(source, "INT of "), ErrorsOfArea(source), target);
+  ForEachArea(points, line,
+              [&](double x, long double area) { writer.Add(x, static_cast<double>(area)); });
 }
 
 void RunningSum(const TDataSeries& source, TDataSeries& target) {
-  Result result = Prepare(source, "SUM of ");
-  ForEachSum(source, [&](double x, double sum) { result.Add(x, sum); });
-  result.y_error = ErrorsOfSum(source);
-  Store(result, target);
+  const PointChain points = source.Points();
+  const BaseLine line = source.GetBaseLine();
+  Writer writer(TitlesOf(source, "SUM of "), ErrorsOfSum(source), target);
+  ForEachSum(points, line,
+             [&](double x, long double sum) { writer.Add(x, static_cast<double>(sum)); });
 }
 
 void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int32_t bins) {
@@ -195,9 +274,8 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
     target.Clear();
     return;
   }
-  Result result;
-  result.x_column = source.Source().YDataColumn;
-  result.y_column = "Probability Density";
+  const Titles titles = {source.Source().YDataColumn, "Probability Density"};
+  std::vector<double> middles;
   const std::vector<double> values = CorrectedValues(source);
   std::vector<double> density;
   if (!values.empty()) {
@@ -210,11 +288,14 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
       for (const double value : values) {
         density[static_cast<std::size_t>((value - min) / width)] += share;
       }
-      for (std::int32_t bin = 1; bin <= bins; ++bin) result.Add(min + (bin - 0.5) * width, 0);
+      for (std::int32_t bin = 1; bin <= bins; ++bin) middles.push_back(min + (bin - 0.5) * width);
     }
   }
   target.BeginUpdate();
-  Store(result, target);
+  {
+    Writer writer(titles, {}, target);
+    for (const double middle : middles) writer.Add(middle, 0);
+  }
   for (std::size_t bin = 0; bin < density.size(); ++bin) {
     target.SetY(static_cast<std::int32_t>(bin + 1), density[bin]);
   }
@@ -224,21 +305,13 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
 void Derivative(TDataSeries& source, TDataSeries& target) {
   const RegressionType type = source.RegressionType();
   SettleRegression(source);
-  Result result = Prepare(source, "DIF of ");
-  const PointChain& walked = HasRegressionCurve(type) ? source.Regression().curve : source.Points();
+  const PointChain walked = HasRegressionCurve(type) ? source.Regression().curve : source.Points();
   const double base_line = source.BaseLineSlope();
-  const SquaredErrors squared(source);
-  const bool with_errors = type == RegressionType::None && squared.Known();
-  ForEachPair(walked, [&](const Point& left, const Point& right) {
-    if (!(right.x > left.x)) return;
-    const double rise =
-        type == RegressionType::None ? right.y - left.y : right.regression - left.regression;
-    const double run = right.x - left.x;
-    result.Add((left.x + right.x) * 0.5, rise / run - base_line);
-    if (with_errors)
-      result.y_error.push_back(std::sqrt(squared.Of(left) + squared.Of(right)) / run);
-  });
-  Store(result, target);
+  std::vector<double> errors;
+  if (type == RegressionType::None) errors = ErrorsOfDerivative(source);
+  Writer writer(TitlesOf(source, "DIF of "), std::move(errors), target);
+  ForEachSlope(walked, type == RegressionType::None ? PointValue::Y : PointValue::Regression,
+               [&](double middle, double slope) { writer.Add(middle, slope - base_line); });
 }
 
 }  // namespace tarnwick

@@ -1,56 +1,47 @@
 #include "analysis/peaks.h"
 
+#include <algorithm>
 #include <span>
 #include <utility>
 
 #include "analysis/settled_regression.h"
 #include "base/error.h"
+#include "base/undefined.h"
 
 namespace tarnwick {
 namespace {
 
-/// A point with its value less the base line.
-struct Detrended {
-  double x = 0;
-  double y = 0;
-  double above_line = 0;
-};
-
 /// Follows points one by one and keeps those that exceed both neighbours.
 class Walk {
  public:
-  Walk(const BaseLine& line, const PeakSearch& search) : line_(line), search_(search) {}
+  Walk(const BaseLine& line, double noise) : line_(line), noise_(noise) {}
 
-  /// Takes a run of neighbours. False once the right margin is reached.
-  bool Take(std::span<const double> x, std::span<const double> y) {
-    const double noise = search_.noise;
-    const bool bounded = search_.right.has_value();
-    const double right = search_.right.value_or(0);
-    Detrended before = before_;
-    Detrended middle = middle_;
+  /// Takes a run of neighbours.
+  void Take(std::span<const double> x, std::span<const double> y) {
+    const BaseLine line = line_;
+    const double noise = noise_;
+    double before = before_;
+    double middle = middle_;
     for (std::size_t i = 0; i < x.size(); ++i) {
-      const Detrended last{x[i], y[i], line_.CorrectedY(x[i], y[i])};
-      if (++taken_ > 2) {
-        if (bounded && before.x >= right) return false;
-        const bool peak = before.above_line + noise < middle.above_line &&
-                          middle.above_line - noise > last.above_line;
-        if (peak) peaks_.push_back({middle.x, middle.y});
-      }
-      before = std::exchange(middle, last);
+      const double last = line.CorrectedY(x[i], y[i]);
+      if (before + noise < middle && middle - noise > last)
+        peaks_.push_back(i > 0 ? Peak{x[i - 1], y[i - 1]} : last_);
+      before = middle;
+      middle = last;
     }
     before_ = before;
     middle_ = middle;
-    return true;
+    if (!x.empty()) last_ = {x.back(), y.back()};
   }
 
   std::vector<Peak> Peaks() && { return std::move(peaks_); }
 
  private:
   BaseLine line_;
-  PeakSearch search_;
-  Detrended before_;
-  Detrended middle_;
-  std::size_t taken_ = 0;
+  double noise_;
+  double before_ = kUndefined;  // less the base line; nothing exceeds what is not there
+  double middle_ = kUndefined;
+  Peak last_;
   std::vector<Peak> peaks_;
 };
 
@@ -74,12 +65,17 @@ std::vector<Peak> FindPeaks(TDataSeries& source, const PeakSearch& search) {
   const std::size_t first = search.left ? points.LowerBound(*search.left) : 0;
   if (points.Size() - first < 3) throw Error("No Data Found in the Margins for " + named);
 
-  Walk walk(source.GetBaseLine(), search);
+  // The last triple begins before the right margin.
+  const std::size_t end =
+      search.right ? std::min(points.LowerBound(*search.right) + 2, points.Size()) : points.Size();
+  Walk walk(source.GetBaseLine(), search.noise);
   std::vector<double> zeros;
   for (std::size_t i = points.ChunkOfIndex(first); i < points.ChunkCount(); ++i) {
     const ChunkView chunk = points.Chunk(i);
-    const std::size_t skipped = first > chunk.first_index ? first - chunk.first_index : 0;
-    if (!walk.Take(chunk.x.subspan(skipped), ValuesOf(chunk, type, zeros).subspan(skipped))) break;
+    const std::size_t from = std::max(first, chunk.first_index) - chunk.first_index;
+    if (chunk.first_index + from >= end) break;
+    const std::size_t count = std::min(end - chunk.first_index, chunk.x.size()) - from;
+    walk.Take(chunk.x.subspan(from, count), ValuesOf(chunk, type, zeros).subspan(from, count));
   }
   return std::move(walk).Peaks();
 }

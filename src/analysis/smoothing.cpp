@@ -60,6 +60,31 @@ double Weighed(const double* y, const Eigen::VectorXd& weights) {
   return sum;
 }
 
+/// to[i] = the sum of weights[k] y[i + k].
+void Convolve(std::span<const double> y, const Eigen::VectorXd& weights, std::span<double> to) {
+  constexpr std::size_t kBlock = 512;  // stays in the first cache
+  for (std::size_t begin = 0; begin < to.size(); begin += kBlock) {
+    const std::size_t count = std::min(kBlock, to.size() - begin);
+    double* const sums = to.data() + begin;
+    const double* const values = y.data() + begin;
+    Eigen::Index k = 0;
+    for (; k + 4 <= weights.size(); k += 4) {  // together they load and store the sums once
+      const double* const v = values + k;
+      const double w0 = weights[k];
+      const double w1 = weights[k + 1];
+      const double w2 = weights[k + 2];
+      const double w3 = weights[k + 3];
+      for (std::size_t i = 0; i < count; ++i)
+        sums[i] += w0 * v[i] + w1 * v[i + 1] + w2 * v[i + 2] + w3 * v[i + 3];
+    }
+    for (; k < weights.size(); ++k) {
+      const double weight = weights[k];
+      for (std::size_t i = 0; i < count; ++i)
+        sums[i] += weight * values[i + static_cast<std::size_t>(k)];
+    }
+  }
+}
+
 bool IsEven(std::span<const double> x) {
   const double step = (x.back() - x.front()) / static_cast<double>(x.size() - 1);
   for (std::size_t i = 1; i < x.size(); ++i) {
@@ -88,10 +113,12 @@ Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> 
     const std::size_t from_end = x.size() - 1 - i;
     result.y[from_end] = Weighed(y.data() + last, of_window(last, from_end));
   }
-  const bool even = window > 1 && IsEven(x);
-  for (std::size_t begin = 0; begin <= last; ++begin) {
-    result.y[begin + half] = even ? Weighed(y.data() + begin, middle)
-                                  : Weighed(y.data() + begin, of_window(begin, begin + half));
+  const std::span<double> inner = std::span(result.y).subspan(half, last + 1);
+  if (window > 1 && IsEven(x)) {
+    Convolve(y, middle, inner);
+  } else {
+    for (std::size_t begin = 0; begin <= last; ++begin)
+      inner[begin] = Weighed(y.data() + begin, of_window(begin, begin + half));
   }
   return result;
 }

@@ -12,7 +12,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr ResultTexts kTexts = {"Txy_Average", "Average DataSets", "Average"};
+constexpr ResultTexts kTexts = {"Txy_Average", "Average DataSets", "Average", "Source Data Sets"};
 
 QList<QListWidgetItem*> Find(const QListWidget& list, const QString& name) {
   return list.findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive);

@@ -38,7 +38,7 @@ ResultDialog::ResultDialog(Document& document, const ResultTexts& texts, AxisId 
       ok_(new QPushButton(tr("O&K"))) {
   setObjectName(texts.object_name);
   setWindowTitle(tr(texts.caption));
-  auto* source = new QGroupBox(tr("Source Data Set"));
+  auto* source = new QGroupBox(tr(texts.source_caption));
   source_box_ = new QVBoxLayout(source);
   source_box_->addWidget(series_);
   show_preview_->setObjectName("cbx_Preview");

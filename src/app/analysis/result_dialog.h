@@ -28,6 +28,7 @@ struct ResultTexts {
   const char* object_name;
   const char* caption;
   const char* step;  ///< as it is read after "Undo"
+  const char* source_caption = "Source Data Set";
 };
 
 /// What of the result is told beside it.

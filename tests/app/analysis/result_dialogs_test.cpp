@@ -3,6 +3,7 @@
 #include "app/analysis/integr_dialog.h"
 
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -134,6 +135,7 @@ TEST_F(ResultDialogs, AnAverageIsOfWhatStandsInItsList) {
   };
   EXPECT_EQ(dialog.findChild<QLineEdit*>("e_Name")->text().toStdString(), "Average_" + source_);
   EXPECT_TRUE(dialog.findChild<QAbstractButton*>("AxisMain")->isChecked());
+  EXPECT_EQ(dialog.findChild<QGroupBox*>()->title(), "Source Data Sets");
   press("O&K");
   EXPECT_EQ(dialog.result(), QDialog::Rejected);  // nothing to average
   const struct {
