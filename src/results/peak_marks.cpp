@@ -5,7 +5,6 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
-#include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -46,12 +45,19 @@ std::vector<std::int32_t> MarkPeaks(TxyGraph& graph, const std::vector<Peak>& pe
   const GraphUpdate update(graph);
   std::vector<std::int32_t> ids;
   ids.reserve(peaks.size());
+  // As AddMark one by one, which would look for the lowest free ID from 1 each time.
+  MarkList& marks = graph.Marks();
+  Mark mark;
   for (const Peak& peak : peaks) {
-    Mark mark;
+    do ++mark.id;
+    while (marks.FindMark(mark.id) != nullptr);
     mark.x1 = peak.x;
     mark.caption = PeakCaption(peak.x, captions);
-    ids.push_back(AddMark(graph, mark));
+    marks.SetMark(mark);
+    ids.push_back(mark.id);
   }
+  if (!ids.empty()) marks.SetCurrentId(ids.back());
+  graph.MarksChanged();
   Appearance appearance = graph.GetAppearance();
   appearance.marks_are_shown = true;
   graph.SetAppearance(appearance);

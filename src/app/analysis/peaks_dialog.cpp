@@ -202,7 +202,8 @@ void Txy_Peaks::Search() {
 void Txy_Peaks::DeleteMarks() {
   TxyGraph& graph = document_.Graph();
   const GraphUpdate update(graph);
-  for (const std::int32_t id : marks_) DeleteMark(graph, id);
+  // From the end, so that none that stays has to move for each that goes.
+  for (std::size_t i = marks_.size(); i > 0; --i) DeleteMark(graph, marks_[i - 1]);
   marks_.clear();
 }
 

@@ -84,6 +84,17 @@ TEST_F(PeaksDialog, WhatChangesAfterClearIsLookedFor) {
   EXPECT_THAT(Captions(), ElementsAre("1", "3"));
 }
 
+TEST_F(PeaksDialog, MarksTakeTheLowestFreeIds) {
+  Mark other;
+  other.id = 2;
+  Graph().Marks().SetMark(other);
+  Press("&Preview");
+  std::vector<std::int32_t> ids;
+  for (const Mark& mark : Graph().Marks().All()) ids.push_back(mark.id);
+  EXPECT_THAT(ids, ElementsAre(1, 2, 3));
+  EXPECT_EQ(Graph().Marks().CurrentId(), 3);
+}
+
 TEST_F(PeaksDialog, CancelLeavesNothing) {
   const MarkList before = Graph().Marks();
   const bool shown = Graph().GetAppearance().marks_are_shown;
