@@ -254,6 +254,7 @@ double SumOf(const TDataSeries& source) {
 }
 
 void Integral(const TDataSeries& source, TDataSeries& target) {
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the target may be the source
   const PointChain points = source.Points();
   const BaseLine line = source.GetBaseLine();
   Writer writer(TitlesOf(source, "INT of "), ErrorsOfArea(source), target);
@@ -262,6 +263,7 @@ void Integral(const TDataSeries& source, TDataSeries& target) {
 }
 
 void RunningSum(const TDataSeries& source, TDataSeries& target) {
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the target may be the source
   const PointChain points = source.Points();
   const BaseLine line = source.GetBaseLine();
   Writer writer(TitlesOf(source, "SUM of "), ErrorsOfSum(source), target);

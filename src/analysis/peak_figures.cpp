@@ -129,6 +129,7 @@ std::vector<Summit> FindSummits(const PeakCurve& curve, double least) {
   if (curve.y.size() < 3) return {};
   const std::vector<std::size_t> maxima = LocalMaxima(curve.y);
   std::vector<double> heights;
+  heights.reserve(maxima.size());
   for (const std::size_t i : maxima) heights.push_back(curve.y[i]);
   std::vector<double> valleys = ValleysBetween(curve.y, maxima);
   const std::vector<double> left = LowestSinceHigher(heights, valleys);

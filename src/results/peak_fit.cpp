@@ -326,6 +326,7 @@ void AddPeakParts(TxyGraph& graph, const TSeries& series) {
   const std::optional<Recognised> found = Recognise(model);
   if (!found) throw Error("The model of DataSet \"" + series.SeriesName() + "\" has no peaks.");
   std::vector<double> x;
+  x.reserve(kCurvePoints);
   const double step = (model.RightMargin - model.LeftMargin) / (kCurvePoints - 1);
   for (int i = 0; i < kCurvePoints; ++i) x.push_back(model.LeftMargin + i * step);
   const GraphUpdate update(graph);
