@@ -1,9 +1,19 @@
 #include "sources/all_source_kinds.h"
 
+#include <vector>
+
+#include "sources/database_source.h"
+
 namespace tarnwick {
 
 SourceKinds AllSourceKinds() {
-  return BasicSourceKinds();  // no kind of this layer yet
+  static const std::vector<SourceKind> kinds = [] {
+    std::vector<SourceKind> all = {DatabaseKind()};
+    const SourceKinds basic = BasicSourceKinds();
+    all.insert(all.end(), basic.begin(), basic.end());
+    return all;
+  }();
+  return kinds;
 }
 
 }  // namespace tarnwick

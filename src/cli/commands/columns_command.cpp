@@ -6,7 +6,7 @@
 #include "cli/output/terminal_progress.h"
 #include "data/import/import_file.h"
 #include "data/import/import_told.h"
-#include "sources/all_source_kinds.h"
+#include "data/import/load_source.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -41,8 +41,7 @@ void Run(const InputArguments& arguments, Output& output) {
   if (IsGraphFile(arguments.file))
     throw UsageError("columns reads data files; info reads " + arguments.file);
   TerminalProgress progress;
-  const SourceSummary summary =
-      SummarizeFile(arguments.file, ToImportOptions(arguments.import), progress, AllSourceKinds());
+  const SourceSummary summary = SummarizeOpened(OpenData(arguments, progress), progress);
   output.Note(Sentence(Told(summary)));
   if (!output.IsJson()) {
     PrintText(summary, output.Text());

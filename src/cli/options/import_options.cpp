@@ -90,9 +90,27 @@ void ReadSampling(const std::string& text, ImportOptions& options) {
     throw UsageError("--every takes a whole number from 1, or auto");
 }
 
+void AddDatabaseOptions(Command& command, ImportArguments& arguments) {
+  const char* group = "Reading a data base";
+  command
+      .Add("--database", arguments.database,
+           "Instead of FILE: sqlite:FILE, postgresql://USER@HOST/BASE, mysql://USER@HOST/BASE or "
+           "odbc:NAME; the password stands in TARNWICK_DB_PASSWORD")
+      .Group(group);
+  const Option table =
+      command
+          .Add("--table", arguments.table,
+               "Table or view of the data base; default: its first table with numbers")
+          .Group(group);
+  command.Add("--query", arguments.query, "The rows of this SELECT instead of a table")
+      .Group(group)
+      .Excludes(table);
+}
+
 }  // namespace
 
 void AddImportOptions(Command& command, ImportArguments& arguments) {
+  AddDatabaseOptions(command, arguments);
   const char* group = "Reading a text file";
   command.Add("--x", arguments.x_column, "Column of X: a name, or #N from 0").Group(group);
   command.Add("--y", arguments.y_columns, "Column of Y; repeat for several DataSets")

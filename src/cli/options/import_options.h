@@ -12,6 +12,9 @@ class Command;
 
 /// The options as typed.
 struct ImportArguments {
+  std::string database;  ///< instead of a file
+  std::string table;
+  std::string query;
   std::string x_column;
   std::vector<std::string> y_columns;
   std::optional<int> headers;

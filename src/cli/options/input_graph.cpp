@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "cli/options/command.h"
 #include "cli/options/option_parser.h"
 #include "cli/options/save_output.h"
 #include "cli/output/headless_gui.h"
@@ -16,6 +17,7 @@
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
 #include "sources/all_source_kinds.h"
+#include "sources/database_source.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -31,6 +33,36 @@ std::string Note(ImportTold told) {
   return Sentence(told);
 }
 
+bool NamesDatabase(const InputArguments& arguments) {
+  const ImportArguments& import = arguments.import;
+  return !import.database.empty() || !import.table.empty() || !import.query.empty();
+}
+
+/// --table and --query alone take FILE as an SQLite data base.
+DatabasePlace PlaceNamed(const InputArguments& arguments) {
+  const ImportArguments& import = arguments.import;
+  DatabasePlace place =
+      import.database.empty() ? PlaceOfFile(arguments.file) : ParseDatabaseUrl(import.database);
+  place.table = import.table;
+  place.query = import.query;
+  return place;
+}
+
+void RequireOneSource(const InputArguments& arguments) {
+  const bool database = !arguments.import.database.empty();
+  if (arguments.file.empty() && !database) throw UsageError("FILE is required");
+  if (!arguments.file.empty() && database)
+    throw UsageError("--database stands instead of FILE: only one of them is read");
+}
+
+/// What the title of a plot without one of its own says.
+std::string TitleOf(const InputArguments& arguments) {
+  if (!arguments.import.table.empty()) return arguments.import.table;
+  if (!arguments.import.database.empty())
+    return NameOfData(ParseDatabaseUrl(arguments.import.database).address);
+  return arguments.file == "-" ? std::string() : NameOfData(arguments.file);
+}
+
 InputGraph ImportData(const InputArguments& arguments, Output& output) {
   InputGraph input;
   input.from_data = true;
@@ -39,8 +71,11 @@ InputGraph ImportData(const InputArguments& arguments, Output& output) {
   LoadOptions load;
   load.progress = &progress;
   load.kinds = AllSourceKinds();
+  const ImportOptions options = ToImportOptions(arguments.import);
   ImportedData imported =
-      ImportIntoGraph(*input.graph, arguments.file, ToImportOptions(arguments.import), load);
+      NamesDatabase(arguments)
+          ? ImportIntoGraph(*input.graph, OpenData(arguments, progress), options, load)
+          : ImportIntoGraph(*input.graph, arguments.file, options, load);
   input.told = std::move(imported.told);
   input.reports = std::move(imported.reports);
   output.Note(Note(input.told));
@@ -50,10 +85,8 @@ InputGraph ImportData(const InputArguments& arguments, Output& output) {
 }  // namespace
 
 void AddInput(Command& command, InputArguments& arguments) {
-  command
-      .Add("FILE", arguments.file,
-           "Graph, template, DataSet file or text data; - reads standard input")
-      .Required();
+  command.Add("FILE", arguments.file,
+              "Graph, template, DataSet file or data; - reads standard input");
   AddImportOptions(command, arguments.import);
 }
 
@@ -61,7 +94,18 @@ bool IsGraphFile(const std::string& file) {
   return HoldsSections(KindToRead(file));
 }
 
+ImportSource OpenData(const InputArguments& arguments, Progress& progress) {
+  RequireOneSource(arguments);
+  const ImportOptions options = ToImportOptions(arguments.import);
+  return NamesDatabase(arguments)
+             ? OpenDatabase(PlaceNamed(arguments), options)
+             : OpenImportSource(arguments.file, options, AllSourceKinds(), progress);
+}
+
 InputGraph ReadInput(const InputArguments& arguments, Output& output) {
+  RequireOneSource(arguments);
+  if (NamesDatabase(arguments) && IsGraphFile(arguments.file))
+    throw UsageError("--table and --query read data bases, not " + arguments.file);
   if (!IsGraphFile(arguments.file)) return ImportData(arguments, output);
   InputGraph input;
   input.graph = LoadGraph(arguments.file);
@@ -81,7 +125,7 @@ InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
 void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size) {
   if (!input.from_data) return;
   FinishedLookOptions look;
-  if (arguments.file != "-") look.title = NameOfData(arguments.file);
+  if (const std::string title = TitleOf(arguments); !title.empty()) look.title = title;
   SeparateQuantities(*input.graph);
   ApplyFinishedLook(*input.graph, size, TextMetrics(), look);
 }

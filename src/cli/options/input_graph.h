@@ -7,6 +7,7 @@
 
 #include "cli/options/import_options.h"
 #include "cli/options/size_option.h"
+#include "data/import/import_source.h"
 #include "data/import/import_told.h"
 #include "data/import/load_report.h"
 #include "graph/xy_graph.h"
@@ -34,6 +35,10 @@ void AddInput(Command& command, InputArguments& arguments);
 
 /// True for graph files, templates and DataSet files.
 bool IsGraphFile(const std::string& file);
+
+/// Opens the data that are no graph: a file, or the data base that the options name. Throws UsageError when they name
+/// neither or both.
+ImportSource OpenData(const InputArguments& arguments, Progress& progress);
 
 /// Notes in `output` what was skipped, replaced, joined or guessed.
 InputGraph ReadInput(const InputArguments& arguments, Output& output);

@@ -98,8 +98,12 @@ void TellOfImpossibleDates(ImportSource& source) {
 }  // namespace
 
 void SettleTimes(const ImportOptions& options, ImportSource& source) {
+  if (!options.x_column && !options.x_format) FindTime(source);
+  SettleStoredTimes(options, source);
+}
+
+void SettleStoredTimes(const ImportOptions& options, ImportSource& source) {
   if (!options.x_column && !options.x_format) {
-    FindTime(source);
     const bool dated = std::ranges::any_of(source.columns, &ColumnGuess::is_date);
     if (!dated && source.time_columns.empty()) FindUnixTime(source);
   }

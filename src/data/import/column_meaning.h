@@ -11,6 +11,9 @@ namespace tarnwick {
 /// looked for that the options settle.
 void SettleTimes(const ImportOptions& options, ImportSource& source);
 
+/// The same of sources that store their times whole: no columns are joined.
+void SettleStoredTimes(const ImportOptions& options, ImportSource& source);
+
 /// Recognises numbers that stand for no value (MissingValues), unless the options say which do. The guesses' values are
 /// without them from then on.
 void SettleMissingValues(const ImportOptions& options, ImportSource& source);

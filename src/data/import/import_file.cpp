@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "data/import/column_roles.h"
 #include "data/import/import_source.h"
+#include "data/import/load_source.h"
 #include "data/import/split_runs.h"
 #include "data/import/whole_data.h"
 #include "data/packed/unpack.h"
@@ -111,8 +112,34 @@ void CountRows(const ImportSource& source, SourceSummary& summary, Progress& pro
   }
 }
 
-ImportResult LoadColumns(ImportSource source, const ImportOptions& options, const LoadOptions& load,
-                         const SeriesFactory& make) {
+Progress& ProgressOf(const LoadOptions& load, Progress& unseen) {
+  return load.progress != nullptr ? *load.progress : unseen;
+}
+
+}  // namespace
+
+void ImportOptions::Validate() const {
+  if (headers && *headers < 0) throw Error("The number of header lines must not be negative");
+  if (width && *width < 1) throw Error("The column width must be 1 or more");
+  if (every && *every < 1) throw Error("The sampling frequency must be 1 or more");
+  if ((names_line && *names_line < 0) || (units_line && *units_line < 0)) {
+    throw Error("The lines of names and units must not be negative");
+  }
+  if (x_errors && x_errors->rule.kind == ErrorKind::Counts) {
+    throw Error("The square root of counts is an error of Y, not of X");
+  }
+  if (separators && separators->empty()) throw Error("No Text Separators supplied");
+  const auto mode = row_choice ? static_cast<std::int32_t>(*row_choice) : 0;
+  if (mode < 0 || mode > 6) throw Error("The row choice mode must be 0 to 6");
+  if (!(tolerance >= 0)) throw Error("The tolerance must not be negative");
+}
+
+std::unique_ptr<TDataSeries> MakeDataSeries() {
+  return std::make_unique<TDataSeries>();
+}
+
+ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
+                          const LoadOptions& load, const SeriesFactory& make) {
   const ChosenColumns columns = ChooseColumns(source, options);
   ChooseSampling(source.info, *source.supplier, options, load);
   ImportResult result;
@@ -143,38 +170,12 @@ ImportResult LoadColumns(ImportSource source, const ImportOptions& options, cons
   return result;
 }
 
-Progress& ProgressOf(const LoadOptions& load, Progress& unseen) {
-  return load.progress != nullptr ? *load.progress : unseen;
-}
-
-}  // namespace
-
-void ImportOptions::Validate() const {
-  if (headers && *headers < 0) throw Error("The number of header lines must not be negative");
-  if (width && *width < 1) throw Error("The column width must be 1 or more");
-  if (every && *every < 1) throw Error("The sampling frequency must be 1 or more");
-  if ((names_line && *names_line < 0) || (units_line && *units_line < 0)) {
-    throw Error("The lines of names and units must not be negative");
-  }
-  if (x_errors && x_errors->rule.kind == ErrorKind::Counts) {
-    throw Error("The square root of counts is an error of Y, not of X");
-  }
-  if (separators && separators->empty()) throw Error("No Text Separators supplied");
-  const auto mode = row_choice ? static_cast<std::int32_t>(*row_choice) : 0;
-  if (mode < 0 || mode > 6) throw Error("The row choice mode must be 0 to 6");
-  if (!(tolerance >= 0)) throw Error("The tolerance must not be negative");
-}
-
-std::unique_ptr<TDataSeries> MakeDataSeries() {
-  return std::make_unique<TDataSeries>();
-}
-
 ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& options,
                         const LoadOptions& load, const SeriesFactory& make) {
   NoProgress unseen;
   try {
-    return LoadColumns(OpenImportSource(path, options, load.kinds, ProgressOf(load, unseen)),
-                       options, load, make);
+    return ImportOpened(OpenImportSource(path, options, load.kinds, ProgressOf(load, unseen)),
+                        options, load, make);
   } catch (const UnpackingCancelled&) {
     ImportResult nothing;
     nothing.cancelled = true;
@@ -185,13 +186,16 @@ ImportResult ImportFile(const std::filesystem::path& path, const ImportOptions& 
 ImportResult ImportText(std::string text, const std::string& name, const ImportOptions& options,
                         const LoadOptions& load, const SeriesFactory& make) {
   NoProgress unseen;
-  return LoadColumns(TextImportSource(std::move(text), name, options, ProgressOf(load, unseen)),
-                     options, load, make);
+  return ImportOpened(TextImportSource(std::move(text), name, options, ProgressOf(load, unseen)),
+                      options, load, make);
 }
 
 SourceSummary SummarizeFile(const std::filesystem::path& path, const ImportOptions& options,
                             Progress& progress, SourceKinds kinds) {
-  const ImportSource source = OpenImportSource(path, options, kinds, progress);
+  return SummarizeOpened(OpenImportSource(path, options, kinds, progress), progress);
+}
+
+SourceSummary SummarizeOpened(const ImportSource& source, Progress& progress) {
   TDataSupplier& supplier = *source.supplier;
   SourceSummary summary;
   summary.names_line = supplier.HasNamesLine();

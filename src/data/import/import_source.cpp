@@ -39,11 +39,16 @@ ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOpt
   MappedFile file = OpenSourceFile(path, progress);
   const SourceKind& kind = KindOfFile(kinds, file.Bytes(), name);
   kind.examine({std::move(file), name, options, progress}, source);
-  source.info.DatasourceInfo = Location(path);
-  if (!source.info.DatasourceInfo.empty()) source.info.DataSource = kind.kind;
+  // A kind whose files hold several tables has told which one.
+  if (source.info.DatasourceInfo.empty()) source.info.DatasourceInfo = Location(path);
+  FinishSource(options, kind.kind, source);
+  return source;
+}
+
+void FinishSource(const ImportOptions& options, DataSourceKind kind, ImportSource& source) {
+  if (!source.info.DatasourceInfo.empty()) source.info.DataSource = kind;
   source.info.active = true;
   ApplyRows(options, source.info);
-  return source;
 }
 
 ImportSource TextImportSource(std::string text, const std::string& name,
@@ -51,8 +56,7 @@ ImportSource TextImportSource(std::string text, const std::string& name,
   options.Validate();
   ImportSource source;
   ExamineText(std::make_shared<const TextSource>(std::move(text), name), options, progress, source);
-  source.info.active = true;
-  ApplyRows(options, source.info);
+  FinishSource(options, DataSourceKind::Manual, source);
   return source;
 }
 

@@ -50,6 +50,9 @@ struct ImportSource {
 ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
                               SourceKinds kinds, Progress& progress);
 
+/// What every first look ends with: the kind where there is a place to read again, the rows that the options choose.
+void FinishSource(const ImportOptions& options, DataSourceKind kind, ImportSource& source);
+
 /// The same for a text that is no file's, which nothing can read again. `name` is for messages.
 ImportSource TextImportSource(std::string text, const std::string& name,
                               const ImportOptions& options, Progress& progress);

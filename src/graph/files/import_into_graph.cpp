@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "data/import/load_source.h"
 #include "graph/axes/calendar_scale.h"
 #include "graph/files/line_suggestion.h"
 #include "graph/files/scale_suggestion.h"
@@ -100,6 +101,11 @@ ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
 ImportedData ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
                              const ImportOptions& options, const LoadOptions& load) {
   return AddToGraph(graph, ImportFile(path, options, load, MakeSeries));
+}
+
+ImportedData ImportIntoGraph(TxyGraph& graph, ImportSource source, const ImportOptions& options,
+                             const LoadOptions& load) {
+  return AddToGraph(graph, ImportOpened(std::move(source), options, load, MakeSeries));
 }
 
 ImportedData ImportTextIntoGraph(TxyGraph& graph, std::string text, const std::string& name,

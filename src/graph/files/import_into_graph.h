@@ -12,6 +12,7 @@
 namespace tarnwick {
 
 class TxyGraph;
+struct ImportSource;
 
 /// What came into a graph, and what there is to tell of it.
 struct ImportedData {
@@ -23,6 +24,10 @@ struct ImportedData {
 /// DataSet current when the graph had none, and rescales. Throws what ImportFile throws; the graph is then as it was.
 ImportedData ImportIntoGraph(TxyGraph& graph, const std::filesystem::path& path,
                              const ImportOptions& options = {}, const LoadOptions& load = {});
+
+/// The same for a source that is opened already.
+ImportedData ImportIntoGraph(TxyGraph& graph, ImportSource source, const ImportOptions& options,
+                             const LoadOptions& load);
 
 /// The same for a text that is no file's, as a spreadsheet puts it on the clipboard: its DataSets are manual ones with
 /// every row. `name` is for messages.

@@ -1,0 +1,127 @@
+#include "sources/database_source.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "base/error.h"
+#include "base/word_list.h"
+#include "data/import/column_meaning.h"
+#include "data/import/import_file.h"
+#include "data/text/text_fields.h"
+#include "sources/database_supplier.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kJudgedRows = 1000;
+constexpr std::size_t kMostNames = 5;  // in a note
+constexpr char kBetween = '\x1F';      // no value holds it
+
+constexpr SourceSetting kSettings[] = {{"XDataColumn"},     {"YDataColumn"},
+                                       {"YErrorColumn"},    {"XErrorColumn"},
+                                       {"XFormat"},         {"YFormat"},
+                                       {"AutoRowHitFreq"},  {"RowChoiceMode"},
+                                       {"RowChoiceValue1"}, {"RowSamplingFrequency"},
+                                       {"RowChoiceValue2"}, {"AllRows"},
+                                       {"XColExpr"},        {"YColExpr"}};
+
+/// The row's values as the fields of a line.
+std::string LineOfRow(const TDBSupplier& supplier, std::size_t columns) {
+  std::string line;
+  for (std::size_t i = 0; i < columns; ++i) {
+    std::string field = supplier.TextAt(static_cast<std::int32_t>(i));
+    std::ranges::replace_if(
+        field, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    line += (i > 0 ? std::string(1, kBetween) : "") + field;
+  }
+  return line;
+}
+
+/// Texts and dates of a data base are judged as those of a text file are.
+void JudgeRows(TDBSupplier& supplier, ImportSource& source) {
+  TDSInfo fields;
+  fields.TextSeparators = kBetween;
+  fields.MergeSeparators = false;
+  fields.TextMarkers.clear();
+  fields.CommentMarks.clear();
+  const TextLayout layout(fields, '\n');
+  const std::size_t columns = supplier.ColumnNames().size();
+  std::vector<std::string> lines;
+  for (int row = 0; row < kJudgedRows && !supplier.AtEnd(); ++row, supplier.NextRow()) {
+    lines.push_back(LineOfRow(supplier, columns));
+  }
+  const std::vector<std::string_view> rows(lines.begin(), lines.end());
+  source.columns = JudgeColumns(rows, layout);
+  source.columns.resize(columns);
+  supplier.FirstRow();
+}
+
+void OpenTable(const DatabasePlace& place, ImportSource& source) {
+  auto supplier = std::make_unique<TDBSupplier>(place);
+  JudgeRows(*supplier, source);
+  source.info.DatasourceInfo = place.Text();
+  source.supplier = std::move(supplier);
+}
+
+void OpenFirstTable(DatabasePlace place, ImportSource& source) {
+  std::vector<std::string> tables = DatabaseConnection(place).Tables();
+  for (std::size_t i = 0; i < tables.size(); ++i) {
+    place.table = tables[i];
+    OpenTable(place, source);
+    if (source.NumberColumns().empty()) continue;
+    std::vector<std::string> others;
+    for (const std::string& name : tables) {
+      if (name != place.table) others.push_back('"' + name + '"');
+    }
+    if (others.empty()) return;
+    source.notes.push_back("the table \"" + place.table + "\" is shown, beside it " +
+                           (others.size() == 1 ? "is " : "are ") + Listed(others, kMostNames));
+    return;
+  }
+  place.table.clear();
+  throw FileError("No table of the data base holds numbers", place.Name(),
+                  "tables: " + std::to_string(tables.size()));
+}
+
+void Examine(const DatabasePlace& place, const ImportOptions& options, ImportSource& source) {
+  if (place.table.empty() && place.query.empty()) {
+    OpenFirstTable(place, source);
+  } else {
+    OpenTable(place, source);
+  }
+  SettleStoredTimes(options, source);
+}
+
+void ExamineFile(FileToExamine file, ImportSource& source) {
+  Examine(PlaceOfFile(file.name), file.options, source);
+}
+
+std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress&) {
+  const DatabasePlace place = ParsePlace(info.DatasourceInfo);
+  if (place.table.empty() && place.query.empty()) {
+    throw Error("The source names no table of its data base: " + place.Name());
+  }
+  return std::make_unique<TDBSupplier>(place);
+}
+
+}  // namespace
+
+SourceKind DatabaseKind() {
+  return {.kind = DataSourceKind::Database,
+          .name = "Database table",
+          .recognises = [](std::string_view bytes) { return bytes.starts_with("SQLite format 3"); },
+          .examine = &ExamineFile,
+          .open = &OpenAgain,
+          .settings = kSettings};
+}
+
+ImportSource OpenDatabase(const DatabasePlace& place, const ImportOptions& options) {
+  options.Validate();
+  ImportSource source;
+  Examine(place, options, source);
+  FinishSource(options, DataSourceKind::Database, source);
+  return source;
+}
+
+}  // namespace tarnwick

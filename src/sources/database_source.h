@@ -1,0 +1,19 @@
+// Data bases as a kind of data source: the first look at one, and opening it again. Knows suppliers and descriptions; knows
+// no DataSet.
+#pragma once
+
+#include <string_view>
+
+#include "data/import/import_source.h"
+#include "sources/database_place.h"
+
+namespace tarnwick {
+
+/// The row of the table of kinds.
+SourceKind DatabaseKind();
+
+/// Opens a data base for the first time and judges the columns of the table or query that `place` names, else of its first
+/// table with numbers, which is told. Throws Error for options that cannot be used and for what cannot be opened or read.
+ImportSource OpenDatabase(const DatabasePlace& place, const ImportOptions& options);
+
+}  // namespace tarnwick
