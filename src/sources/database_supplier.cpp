@@ -63,14 +63,19 @@ std::string TextOf(const QVariant& value) {
   }
 }
 
+/// Nothing is opened for a query that is refused.
+DatabasePlace Readable(DatabasePlace place) {
+  if (!place.query.empty()) RequireReadingQuery(place.query);
+  return place;
+}
+
 }  // namespace
 
 TDBSupplier::TDBSupplier(DatabasePlace place)
-    : place_(std::move(place)),
+    : place_(Readable(std::move(place))),
       name_(place_.Name()),
       connection_(place_),
       query_(connection_.Handle()) {
-  if (!place_.query.empty()) RequireReadingQuery(place_.query);
   query_.setForwardOnly(true);
   const QString count =
       QStringLiteral("SELECT COUNT(*) FROM (%1) AS counted_rows").arg(Statement());
