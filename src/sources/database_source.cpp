@@ -1,7 +1,9 @@
 #include "sources/database_source.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 #include <utility>
 
 #include "base/error.h"
@@ -94,6 +96,10 @@ void Examine(const DatabasePlace& place, const ImportOptions& options, ImportSou
 }
 
 void ExamineFile(FileToExamine file, ImportSource& source) {
+  std::error_code ignored;  // what cannot be looked at cannot be opened either
+  if (!std::filesystem::is_regular_file(file.name, ignored)) {
+    throw FileError("A data base is read from its own file, not from a pipe", file.name, "");
+  }
   Examine(PlaceOfFile(file.name), file.options, source);
 }
 

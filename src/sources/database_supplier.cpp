@@ -10,7 +10,6 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
-#include "base/number_text.h"
 #include "base/word_list.h"
 #include "data/text/field_value.h"
 

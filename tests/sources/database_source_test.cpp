@@ -63,7 +63,7 @@ ImportResult Import(const DatabasePlace& place, const ImportOptions& options = {
 
 std::string PointsOf(const TDataSeries& series) {
   std::string text;
-  for (std::int64_t i = 0; i < series.PointCount(); ++i) {
+  for (std::size_t i = 0; i < series.Points().Size(); ++i) {
     const auto point = series.Points().At(i);
     text += std::to_string(point.x) + ' ' + std::to_string(point.y) + '\n';
   }
@@ -75,9 +75,8 @@ const std::vector<const char*> kValues = {
     "CREATE TABLE notes (title TEXT)",
     "INSERT INTO notes VALUES ('one')",
     "CREATE TABLE \"odd \"\"na.me\" (x REAL, \"y; DROP\" REAL, day TEXT, said TEXT)",
-    "INSERT INTO \"odd \"\"na.me\" VALUES (1, 10, '2024-03-04', '1,5'), (2, NULL, '2024-03-05', "
-    "'2,5'), "
-    "(3, 'none', '2024-03-06', '3,5'), (4, 40, '2024-03-07', '4,5'), (7, 50, '2024-03-09', '6,5')",
+    R"(INSERT INTO "odd ""na.me" VALUES (1, 10, '2024-03-04', '1,5'), (2, NULL, '2024-03-05', '2,5'),
+       (3, 'none', '2024-03-06', '3,5'), (4, 40, '2024-03-07', '4,5'), (7, 50, '2024-03-09', '6,5'))",
     "CREATE VIEW seen AS SELECT x, 2 * x AS twice FROM \"odd \"\"na.me\""};
 
 TEST(DatabaseSource, ValuesAreReadAsTheColumnsAndFormatsSay) {
