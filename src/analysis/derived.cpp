@@ -119,51 +119,65 @@ std::vector<double> CorrectedValues(const TDataSeries& source) {
   return values;
 }
 
-// Sums in extended precision, carried in registers through each chunk: storing one for every point costs more than the sum.
+// Sums in extended precision, carried in registers through each chunk: storing one for every point costs more than the sum. In a
+// function of its own the compiler leaves them there.
+
+/// The last point that went into an area.
+struct Corner {
+  double x = 0;
+  double y = 0;
+};
+
+/// Goes on with the area from the corner through a chunk from `first` on, and leaves the corner at its last point.
+template <class Visit>
+[[gnu::noinline]] long double AreaThrough(const ChunkView& chunk, std::size_t first, BaseLine line,
+                                          Corner& corner, long double area, Visit& visit) {
+  const long double zero = 2 * static_cast<long double>(line.offset);
+  const long double slope = line.slope;
+  Corner left = corner;
+  for (std::size_t i = first; i < chunk.x.size(); ++i) {
+    const Corner right{chunk.x[i], chunk.y[i]};
+    const long double width = static_cast<long double>(right.x) - left.x;
+    const long double sum_x = static_cast<long double>(left.x) + right.x;
+    const long double sum_y = static_cast<long double>(left.y) + right.y;
+    area += 0.5L * width * (sum_y - zero - slope * sum_x);
+    visit(right.x, area);
+    left = right;
+  }
+  corner = left;
+  return area;
+}
 
 /// Calls visit(x, area): the trapezoid area between points and base line up to each point but the first. Answers the whole.
 template <class Visit>
 long double ForEachArea(const PointChain& points, const BaseLine& line, Visit visit) {
   if (points.Empty()) return 0;
-  const long double zero = 2 * static_cast<long double>(line.offset);
-  const long double slope = line.slope;
-  long double whole = 0;
-  Point last = points.Front();
+  Corner corner{points.Front().x, points.Front().y};
+  long double area = 0;
   points.ForEachChunk([&](const ChunkView& chunk) {
-    long double area = whole;
-    double left_x = last.x;
-    double left_y = last.y;
-    for (std::size_t i = chunk.first_index == 0 ? 1 : 0; i < chunk.x.size(); ++i) {
-      const double x = chunk.x[i];
-      const double y = chunk.y[i];
-      const long double width = static_cast<long double>(x) - left_x;
-      const long double sum_x = static_cast<long double>(left_x) + x;
-      const long double sum_y = static_cast<long double>(left_y) + y;
-      area += 0.5L * width * (sum_y - zero - slope * sum_x);
-      visit(x, area);
-      left_x = x;
-      left_y = y;
-    }
-    whole = area;
-    last.x = left_x;
-    last.y = left_y;
+    area = AreaThrough(chunk, chunk.first_index == 0 ? 1 : 0, line, corner, area, visit);
   });
-  return whole;
+  return area;
+}
+
+/// Goes on with the sum through a chunk.
+template <class Visit>
+[[gnu::noinline]] long double SumThrough(std::span<const double> x, std::span<const double> y,
+                                         BaseLine line, long double sum, Visit& visit) {
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    sum += line.CorrectedY(x[i], y[i]);
+    visit(x[i], sum);
+  }
+  return sum;
 }
 
 /// Calls visit(x, sum): the sum of corrected Y up to each point. Answers the whole.
 template <class Visit>
 long double ForEachSum(const PointChain& points, const BaseLine& line, Visit visit) {
-  long double whole = 0;
-  points.ForEachChunk([&, line](const ChunkView& chunk) {
-    long double sum = whole;
-    for (std::size_t i = 0; i < chunk.x.size(); ++i) {
-      sum += line.CorrectedY(chunk.x[i], chunk.y[i]);
-      visit(chunk.x[i], sum);
-    }
-    whole = sum;
-  });
-  return whole;
+  long double sum = 0;
+  points.ForEachChunk(
+      [&](const ChunkView& chunk) { sum = SumThrough(chunk.x, chunk.y, line, sum, visit); });
+  return sum;
 }
 
 /// Of a trapezoid integral that has gone over the points before.

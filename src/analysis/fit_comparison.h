@@ -33,7 +33,8 @@ struct FitComparison {
   std::vector<NestedTest> tests;
 };
 
-/// AICc, differences and weights: Burnham & Anderson, Model Selection, 2002, chapters 2.4 and 2.9. F tests (Seber & Wild, Nonlinear
+/// AICc, differences and weights: Burnham & Anderson, Model Selection, 2002, chapters 2.4 and 2.9. F tests (Seber & Wild,
+/// Nonlinear
 /// Regression, 1989, chapter 5.4) where both models were fitted by least squares with weights of their own to neither, and the
 /// larger one takes on the smaller one's curve: fitted to that curve, at the values found and at two others, it leaves less than
 /// 1e-9 of it. Throws Error when the jobs have different points, and as RunFit.

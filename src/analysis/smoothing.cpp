@@ -85,15 +85,15 @@ void Convolve(std::span<const double> y, const Eigen::VectorXd& weights, std::sp
   }
 }
 
-bool IsEven(std::span<const double> x) {
+}  // namespace
+
+bool IsEvenlySpaced(std::span<const double> x, double share) {
   const double step = (x.back() - x.front()) / static_cast<double>(x.size() - 1);
   for (std::size_t i = 1; i < x.size(); ++i) {
-    if (!(std::abs(x[i] - x[i - 1] - step) <= kEven * step)) return false;
+    if (!(std::abs(x[i] - x[i - 1] - step) <= share * step)) return false;
   }
   return true;
 }
-
-}  // namespace
 
 Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> y,
                              const LocalPolynomial& local) {
@@ -114,7 +114,7 @@ Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> 
     result.y[from_end] = Weighed(y.data() + last, of_window(last, from_end));
   }
   const std::span<double> inner = std::span(result.y).subspan(half, last + 1);
-  if (window > 1 && IsEven(x)) {
+  if (window > 1 && IsEvenlySpaced(x, kEven)) {
     Convolve(y, middle, inner);
   } else {
     for (std::size_t begin = 0; begin <= last; ++begin)

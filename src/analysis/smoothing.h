@@ -19,9 +19,14 @@ struct Smoothed {
   double noise_gain = 0;
 };
 
-/// The value, or the derivative by X, at each point of the polynomial that fits the window around it best by least squares; in the
+/// Whether no step of X, which has two values or more, differs from their mean by more than `share` of it.
+bool IsEvenlySpaced(std::span<const double> x, double share);
+
+/// The value, or the derivative by X, at each point of the polynomial that fits the window around it best by least squares;
+/// in the
 /// outer halves of the first and last window that of those windows' polynomials. Savitzky & Golay, Analytical Chemistry 36, 1627
-/// (1964); where X is not evenly spaced each window is fitted on its own. `x` rises; what a window with too few different X has no
+/// (1964); where X is not evenly spaced each window is fitted on its own. `x` rises; what a window with too few different X
+/// has no
 /// polynomial for is undefined. Throws Error for an impossible window, or one wider than the points.
 Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> y,
                              const LocalPolynomial& local);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/day_number.h"
+#include "base/number_text.h"
 #include "base/text_encoding.h"
 
 namespace tarnwick {
@@ -175,6 +176,14 @@ std::string FormatDay(double day, std::string_view format) {
   std::string text;
   for (const Token& token : tokens) text += formatter.Text(token);
   return text;
+}
+
+std::string MomentText(double day) {
+  if (!IsCalendarDay(day)) return ShortestText(day);
+  const DateTime parts = SplitDay(day);
+  if (parts.millisecond != 0) return FormatDay(day, "yyyy-mm-dd hh:nn:ss.zzz");
+  const bool midnight = parts.hour == 0 && parts.minute == 0 && parts.second == 0;
+  return FormatDay(day, midnight ? "yyyy-mm-dd" : "yyyy-mm-dd hh:nn:ss");
 }
 
 }  // namespace tarnwick

@@ -1,6 +1,6 @@
 // Day numbers and the calendar: day 0 is 30 December 1899, the fraction is the time of day. Proleptic Gregorian
-// calendar, years 1 to 9999; zones of texts are turned to UTC. Calendar arithmetic after H. Hinnant, "chrono-Compatible Low-Level Date
-// Algorithms". English names only.
+// calendar, years 1 to 9999; zones of texts are turned to UTC. Calendar arithmetic after H. Hinnant, "chrono-Compatible
+// Low-Level Date Algorithms". English names only.
 #pragma once
 
 #include <array>
@@ -49,6 +49,10 @@ int DaysInMonth(int year, int month);
 /// to 12 hours), c (date as yyyy-mm-dd, and hh:nn:ss when there is a time), '…' and "…" as they stand, and so every
 /// other character. Letters in either case. Undefined and days outside the calendar give an empty text.
 std::string FormatDay(double day, std::string_view format);
+
+/// A day number to be read and typed again by ParseDay: yyyy-mm-dd, with the time where there is one, to the millisecond where
+/// it needs them. The shortest text of the number where the calendar has no such day.
+std::string MomentText(double day);
 
 /// Which part comes first in a date written with slashes.
 enum class SlashDate { MonthFirst, DayFirst };

@@ -11,7 +11,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
-#include "expr/expr_scanner.h"
+#include "expr/scanned_formula.h"
 #include "expr/words/added_words.h"
 #include "expr/words/parser_exception.h"
 
@@ -224,15 +224,12 @@ std::vector<Insertion> MissingBrackets(const TExprCollection& tokens, std::strin
 
 std::string SignWarning(std::string_view expression) {
   if (expression.find('^') == std::string_view::npos) return {};
-  TExpressList words;
-  InsertFormulaWords(words);
-  TOCollection<TExprWord> constants;
-  TOCollection<TExprWord> displaced;
-  TExprCollection tokens;
+  ScannedFormula scanned(expression);
+  if (!scanned.IsWhole()) return {};
+  TExprCollection& tokens = scanned.Tokens();
   try {
-    ScanExpression(LowerAscii(expression), expression, words, {constants, displaced}, tokens);
     tokens.CheckBrackets();
-    tokens.ResolveSigns(words);
+    tokens.ResolveSigns(scanned.Words());
   } catch (const EParserException&) {
     return {};  // it has its own message
   }

@@ -2,10 +2,7 @@
 
 #include <typeinfo>
 
-#include "base/text_encoding.h"
-#include "expr/expr_scanner.h"
-#include "expr/words/added_words.h"
-#include "expr/words/parser_exception.h"
+#include "expr/scanned_formula.h"
 
 namespace tarnwick {
 namespace {
@@ -31,15 +28,9 @@ PartKind KindOf(const TExprWord& word) {
 }  // namespace
 
 std::vector<ExpressionPart> PartsOf(std::string_view expression) {
-  TExpressList words;
-  InsertFormulaWords(words);
-  TOCollection<TExprWord> constants;
-  TOCollection<TExprWord> displaced;
-  TExprCollection tokens;
-  try {
-    ScanExpression(LowerAscii(expression), expression, words, {constants, displaced}, tokens);
-  } catch (const EParserException&) {  // the parts before the place of trouble are as good as any
-  }
+  // The parts before a place of trouble are as good as any.
+  ScannedFormula scanned(expression);
+  const TExprCollection& tokens = scanned.Tokens();
   std::vector<ExpressionPart> parts;
   for (std::size_t i = 0; i < tokens.Count(); ++i)
     parts.push_back({tokens.PlaceOf(i), tokens[i].Name().size(), KindOf(tokens[i])});

@@ -30,7 +30,8 @@ class ModelCurve {
   /// No more points than this are computed, however many the model asks for: no picture shows them.
   static constexpr std::int32_t kMaxPoints = 100'000;
 
-  /// Brings the curve of a TCurFit's settings up to date: NPoints abscissae over the span, undefined Y where the model has no value. Compiles only
+  /// Brings the curve of a TCurFit's settings up to date: NPoints abscissae over the span, undefined Y where the model has
+  /// no value. Compiles only
   /// what is new, computes only what changed. A span without extent, or a model that cannot be compiled, gives no points.
   void Update(const FitSettings& model, const CurveSpan& span);
   void Clear();

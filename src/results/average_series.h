@@ -11,7 +11,8 @@ namespace tarnwick {
 /// "Average_" and the reference's name, and "_" and a number where the graph has that already.
 std::string AverageName(const TxyGraph& graph, const TSeries& reference);
 
-/// Computes the mean at the reference's X of the DataSets with these indices, in the graph's order, and adds it. Throws Error when
+/// Computes the mean at the reference's X of the DataSets with these indices, in the graph's order, and adds it. Throws
+/// Error when
 /// there are none, or as AddNewSeries does.
 TSeries& AddAverage(TxyGraph& graph, const TSeries& reference,
                     std::span<const std::size_t> averaged, const NewSeries& wanted);

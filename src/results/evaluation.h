@@ -22,7 +22,8 @@ struct Evaluated {
 /// One line for each that has a value there, in that order.
 std::vector<Evaluated> EvaluateAt(const TSeries& series, double x);
 
-/// Every X at which one of them, but for single points, has that Y, in order; the model's within the X of the points. No more than
+/// Every X at which one of them, but for single points, has that Y, in order; the model's within the X of the points. No
+/// more than
 /// kMostCrossings of each.
 std::vector<Evaluated> FindXWhere(const TSeries& series, double y);
 inline constexpr std::size_t kMostCrossings = 100;

@@ -1,4 +1,5 @@
-// A computed DataSet as it joins a graph: its name, its axis, what is told of where it comes from. Knows graphs; computes nothing.
+// A computed DataSet as it joins a graph: its name, its axis, what is told of where it comes from. Knows graphs; computes
+// nothing.
 #pragma once
 
 #include <memory>
@@ -23,7 +24,8 @@ std::string FreeSeriesName(const TxyGraph& graph, const std::string& wanted);
 /// Why no new DataSet can have this name, a sentence; empty when it can.
 std::string NameRefusal(const TxyGraph& graph, const std::string& name);
 
-/// Adds a DataSet that was computed from another, whose points and lines are drawn alike, in a colour of its own. A second Y axis that
+/// Adds a DataSet that was computed from another, whose points and lines are drawn alike, in a colour of its own. A second Y
+/// axis that
 /// it is drawn against is shown. Throws Error with NameRefusal; the graph is then as it was.
 TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const TSeries& source,
                       const NewSeries& wanted);

@@ -21,7 +21,8 @@ inline constexpr const char* kPeakShapeNames[] = {"Gauss", "Lorentz", "Pseudo-Vo
 std::size_t MostFittedPeaks(PeakShape shape);
 
 /// The sum of the peaks on a line, fitted from the first one's left valley to the last one's right one. Every peak starts as
-/// measured, its centre between its valleys, its width within theirs. `look` gives what does not concern the function. Throws Error
+/// measured, its centre between its valleys, its width within theirs. `look` gives what does not concern the function.
+/// Throws Error
 /// for no peaks, or more than MostFittedPeaks.
 FitSettings PeakModel(std::span<const PeakFigures> peaks, PeakShape shape, const FitSettings& look);
 

@@ -24,7 +24,8 @@ struct PeakTable {
   std::string told;  ///< what was decided, a sentence
 };
 
-/// Looks at points with a finite Y between the margins. Throws Error "No Data Found in the Margins for DataSet ...!" where these are
+/// Looks at points with a finite Y between the margins. Throws Error "No Data Found in the Margins for DataSet ...!" where
+/// these are
 /// fewer than three, and by the rule of neighbours what PeaksOn throws.
 PeakTable MakePeakTable(const TxyGraph& graph, TSeries& series, const PeakTableOptions& options);
 

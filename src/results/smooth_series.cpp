@@ -58,6 +58,7 @@ MadeSeries Add(TxyGraph& graph, const TSeries& source, const Columns& columns, c
   return {AddNewSeries(graph, std::move(series), source, wanted), std::move(told)};
 }
 
+constexpr double kEvenEnough = 0.01;  // share of a step that a base line does not feel
 const char* const kDerivatives[] = {"", "DIF of ", "second DIF of "};
 
 }  // namespace
@@ -103,12 +104,16 @@ MadeSeries AddLessBaseLine(TxyGraph& graph, const TSeries& source, const BaseLin
   const std::string method =
       band ? "Rubber band" : "arPLS, smoothness " + GeneralText(options.asymmetric.smoothness, 6);
   const std::string& column = source.Source().YDataColumn;
+  std::string told;
+  if (!band && columns.x.size() > 2 && !IsEvenlySpaced(columns.x, kEvenEnough)) {
+    told = "X is not evenly spaced; the base line takes the points as if it were.";
+  }
   if (options.result == BaseLineResult::Line) {
     columns.y = line;
-    return Add(graph, source, columns, {column, "Base line, " + method}, {}, wanted);
+    return Add(graph, source, columns, {column, "Base line, " + method}, told, wanted);
   }
   for (std::size_t i = 0; i < line.size(); ++i) columns.y[i] -= line[i];
-  return Add(graph, source, columns, {column, "Less base line, " + method}, {}, wanted);
+  return Add(graph, source, columns, {column, "Less base line, " + method}, told, wanted);
 }
 
 }  // namespace tarnwick

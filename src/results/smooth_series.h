@@ -1,4 +1,5 @@
-// A DataSet made smoother, and one less its estimated base line, as they join their graph: name, titles, what is told. Know graphs
+// A DataSet made smoother, and one less its estimated base line, as they join their graph: name, titles, what is told. Know
+// graphs
 // and what is computed; ask nothing.
 #pragma once
 
@@ -35,7 +36,8 @@ struct MadeSeries {
   std::string told;
 };
 
-/// Computes it from the points with a finite Y, less the base line, and adds it; its data source says how it was made. Throws Error
+/// Computes it from the points with a finite Y, less the base line, and adds it; its data source says how it was made.
+/// Throws Error
 /// as AddNewSeries, and as the computation does; the graph is then as it was.
 MadeSeries AddSmooth(TxyGraph& graph, const TSeries& source, const SmoothOptions& options,
                      const NewSeries& wanted);

@@ -100,7 +100,10 @@ DatabaseConnection::DatabaseConnection(const DatabasePlace& place) : name_(NewNa
 }
 
 void DatabaseConnection::OpenServer(const DatabasePlace& place) {
-  password_ = qEnvironmentVariable("TARNWICK_DB_PASSWORD");
+  // A graph from elsewhere may name any server: the password is for one.
+  if (qEnvironmentVariable("TARNWICK_DB_SERVER").toStdString() == place.Server()) {
+    password_ = qEnvironmentVariable("TARNWICK_DB_PASSWORD");
+  }
   database_.setPassword(password_);
   if (place.scheme == "odbc") {
     database_.setDatabaseName(QString::fromStdString(place.address));

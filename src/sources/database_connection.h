@@ -14,7 +14,8 @@ namespace tarnwick {
 
 class DatabaseConnection {
  public:
-  /// Loads the driver and connects. The password of a server is that of the environment variable TARNWICK_DB_PASSWORD.
+  /// Loads the driver and connects. The server that the environment variable TARNWICK_DB_SERVER names is given the
+  /// password of TARNWICK_DB_PASSWORD, no other one any.
   /// Throws FileError for files that are missing or no data bases, Error for drivers and servers that are not there.
   explicit DatabaseConnection(const DatabasePlace& place);
   ~DatabaseConnection();

@@ -44,7 +44,8 @@ void RefusePassword(const DatabasePlace& place) {
   if (!keyed && url.password().isEmpty()) return;
   throw Error("The address of the " + place.scheme +
               " data base holds a password, which graph files would keep; leave it out and put it "
-              "into the environment variable TARNWICK_DB_PASSWORD");
+              "into the environment variable TARNWICK_DB_PASSWORD, its server into "
+              "TARNWICK_DB_SERVER");
 }
 
 DatabasePlace SplitScheme(std::string_view text) {
@@ -87,6 +88,12 @@ std::string DatabasePlace::Text() const {
 std::string DatabasePlace::Name() const {
   const std::string base = scheme == "sqlite" ? address : scheme + ':' + address;
   return table.empty() ? base : base + ", table \"" + table + '"';
+}
+
+std::string DatabasePlace::Server() const {
+  if (scheme == "sqlite") return {};
+  if (scheme == "odbc") return address;
+  return QUrl(QString::fromStdString(scheme + ':' + address)).host().toStdString();
 }
 
 DatabasePlace ParseDatabaseUrl(std::string_view url) {

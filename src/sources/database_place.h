@@ -19,6 +19,8 @@ struct DatabasePlace {
   std::string Text() const;
   /// The same without the query, for messages.
   std::string Name() const;
+  /// Who is asked: the host of an address, the name of an ODBC source. Empty for files.
+  std::string Server() const;
 };
 
 /// The data base that the user names: "sqlite:FILE", "postgresql://HOST/BASE", "mysql://HOST/BASE" or "odbc:NAME". A file

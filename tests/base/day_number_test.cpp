@@ -87,6 +87,22 @@ TEST(DayNumber, FormatsByLetters) {
   for (const auto& row : rows) EXPECT_EQ(FormatDay(row.day, row.format), row.text) << row.format;
 }
 
+TEST(DayNumber, MomentsAreShortAndReadBack) {
+  const struct {
+    double day;
+    const char* text;
+  } rows[] = {{45385, "2024-04-03"},
+              {45385.5, "2024-04-03 12:00:00"},
+              {JoinDay({2024, 4, 3, 12, 0, 0, 7}), "2024-04-03 12:00:00.007"},
+              {1e9, "1000000000"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(MomentText(row.day), row.text);
+    if (IsCalendarDay(row.day)) {
+      EXPECT_NEAR(ParseDay(row.text).value_or(0), row.day, 1e-9) << row.text;
+    }
+  }
+}
+
 TEST(DayNumber, ParsesDatesAndTimes) {
   const double day = JoinDay({2024, 3, 5});
   const struct {

@@ -1,4 +1,5 @@
-// The panel that tells what the current DataSet has at an X, or where it has a Y. Knows documents and, while the user picks a place,
+// The panel that tells what the current DataSet has at an X, or where it has a Y. Knows documents and, while the user picks
+// a place,
 // canvases; the values are results/evaluation.h's.
 #pragma once
 

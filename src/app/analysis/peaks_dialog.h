@@ -1,4 +1,5 @@
-// The dialog that finds the peaks of a DataSet and marks them. Knows what is asked for and which marks it has made; what a peak is
+// The dialog that finds the peaks of a DataSet and marks them. Knows what is asked for and which marks it has made; what a
+// peak is
 // and how it is marked is results/peak_marks.h's.
 #pragma once
 

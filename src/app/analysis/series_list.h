@@ -13,7 +13,8 @@ class TxyGraph;
 /// A new list of all DataSets in their order, the current one chosen.
 QComboBox* MakeSeriesList(const TxyGraph& graph);
 
-/// The DataSet that a line of such a list stands for. Throws Error "DataSet Not Found!" when the graph no longer holds one of that
+/// The DataSet that a line of such a list stands for. Throws Error "DataSet Not Found!" when the graph no longer holds one
+/// of that
 /// name there.
 TSeries& ListedSeries(TxyGraph& graph, const QComboBox& list, int line);
 /// The chosen one.

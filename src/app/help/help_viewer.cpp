@@ -5,10 +5,9 @@
 #include <QMenu>
 #include <QPointer>
 #include <QWidget>
-#include <algorithm>
 #include <filesystem>
 #include <string>
-#include <system_error>
+#include <string_view>
 
 #include "base/error.h"
 #include "base/version.h"
@@ -22,6 +21,8 @@
 namespace tarnwick {
 namespace {
 
+constexpr std::string_view kLibrary = "thelp";
+
 /// Kept until the program ends: the library's code is in use as long as its windows are.
 struct KeptHelp {
   ShowHelpFunction show = nullptr;
@@ -29,14 +30,10 @@ struct KeptHelp {
 };
 
 ShowHelpFunction LoadViewer(const ProgramPaths& paths) {
-  const std::string file = EditorLibraryFile("thelp");
-  std::error_code ignored;  // unreadable means not there
-  const auto folder = std::ranges::find_if(paths.libraries, [&](const auto& candidate) {
-    return std::filesystem::is_regular_file(candidate / file, ignored);
-  });
-  if (folder == paths.libraries.end())
-    throw Error("The help's viewer \"" + file + "\" is missing.");
-  QLibrary library(PathText(*folder / file));
+  const std::filesystem::path file = FindLibrary(kLibrary, paths.libraries);
+  if (file.empty())
+    throw Error("The help's viewer \"" + EditorLibraryFile(kLibrary) + "\" is missing.");
+  QLibrary library(PathText(file));
   const QFunctionPointer show = library.resolve("ShowHelp");
   if (show == nullptr)
     throw Error("The help cannot be shown: " + library.errorString().toStdString());

@@ -1,4 +1,5 @@
-// Everything a graph or a fitting-function file holds, as the "info" and "import" commands print it. Goes by the field tables: a new field shows up
+// Everything a graph or a fitting-function file holds, as the "info" and "import" commands print it. Goes by the field
+// tables: a new field shows up
 // by itself.
 #pragma once
 

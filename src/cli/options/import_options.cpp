@@ -95,7 +95,7 @@ void AddDatabaseOptions(Command& command, ImportArguments& arguments) {
   command
       .Add("--database", arguments.database,
            "Instead of FILE: sqlite:FILE, postgresql://USER@HOST/BASE, mysql://USER@HOST/BASE or "
-           "odbc:NAME; the password stands in TARNWICK_DB_PASSWORD")
+           "odbc:NAME; TARNWICK_DB_PASSWORD holds the password for TARNWICK_DB_SERVER")
       .Group(group);
   const Option table =
       command

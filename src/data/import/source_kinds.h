@@ -48,7 +48,8 @@ struct SourceKind {
   /// that are no files.
   void (*examine)(FileToExamine file, ImportSource& source) = nullptr;
   /// Opens the source that a description names, as it was opened before. Throws FileError, or Error of a source that is no
-  /// file, and UnpackingCancelled. Null where nothing can be read again. What a supplier can do in blocks it says itself (TDataSupplier::Blocks).
+  /// file, and UnpackingCancelled. Null where nothing can be read again. What a supplier can do in blocks it says itself
+  /// (TDataSupplier::Blocks).
   std::unique_ptr<TDataSupplier> (*open)(const TDSInfo& info, Progress& progress) = nullptr;
   std::span<const SourceSetting> settings = {};  ///< beside "DataSource" and "DatasourceInfo"
 };

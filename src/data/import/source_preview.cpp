@@ -41,10 +41,6 @@ LineRole RoleOf(std::int64_t number, std::string_view line, const TDSInfo& info,
   return IsDataLine(line, layout) ? LineRole::Row : LineRole::Comment;
 }
 
-bool IsCut(LineRole role) {
-  return role == LineRole::Row || role == LineRole::Names || role == LineRole::Units;
-}
-
 }  // namespace
 
 SourcePreview PreviewText(const std::shared_ptr<const TextSource>& text, const TDSInfo& info,

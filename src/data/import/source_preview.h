@@ -1,4 +1,5 @@
-// The first lines of a text source as a description cuts them, for people who write the description. Knows lines and fields; loads
+// The first lines of a text source as a description cuts them, for people who write the description. Knows lines and fields;
+// loads
 // nothing.
 #pragma once
 
@@ -26,11 +27,15 @@ enum class LineRole : std::uint8_t {
   Behind  ///< behind the table's last line
 };
 
+/// Whether such a line is cut into fields: a row, names or units.
+constexpr bool IsCut(LineRole role) {
+  return role == LineRole::Row || role == LineRole::Names || role == LineRole::Units;
+}
+
 struct PreviewedLine {
   std::int64_t number = 0;  ///< from 1
   LineRole role = LineRole::Row;
-  std::vector<std::string>
-      fields;  ///< of rows, names and units as they are cut; else the whole line
+  std::vector<std::string> fields;  ///< as they are cut, where they are; else the whole line
 };
 
 struct SourcePreview {

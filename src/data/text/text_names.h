@@ -23,7 +23,8 @@ inline constexpr std::int32_t kColumnLines =
 
 /// Where the description names a line of names (of units), it is cut as SplitNames does. Otherwise the names stand on the
 /// first line. Where that line is a comment, blank, or (as titles are) of another number of fields
-/// than the rows, the last header line that fits the rows better holds them; a comment counts without its mark. The columns are counted over the first 40 lines of the text and the first 40 rows behind
+/// than the rows, the last header line that fits the rows better holds them; a comment counts without its mark. The columns
+/// are counted over the first 40 lines of the text and the first 40 rows behind
 /// the headers.
 TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const TDSInfo& info);
 

@@ -1,6 +1,5 @@
 #include "desk/editors/editor_library.h"
 
-#include <algorithm>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -14,19 +13,6 @@ namespace {
 
 Error Damaged(const std::string& file) {
   return Error("Library '" + file + "' is damaged. Try to re-install Tarnwick.");
-}
-
-std::filesystem::path Find(const std::string& file,
-                           const std::vector<std::filesystem::path>& folders) {
-  const auto has_it = [&](const std::filesystem::path& folder) {
-    std::error_code unreadable;  // means not there
-    return std::filesystem::is_regular_file(folder / file, unreadable);
-  };
-  const auto folder = std::ranges::find_if(folders, has_it);
-  if (folder == folders.end()) {
-    throw Error("Required library '" + file + "' is missing. Try to re-install Tarnwick.");
-  }
-  return *folder / file;
 }
 
 bool IsOfThisProgram(const EditorTable& table) {
@@ -60,10 +46,24 @@ std::string EditorLibraryFile(std::string_view name) {
   return std::string(name) + TARNWICK_MODULE_SUFFIX;
 }
 
+std::filesystem::path FindLibrary(std::string_view name,
+                                  const std::vector<std::filesystem::path>& folders) {
+  for (const std::filesystem::path& folder : folders) {
+    const std::filesystem::path file = folder / EditorLibraryFile(name);
+    std::error_code unreadable;  // means not there
+    if (std::filesystem::is_regular_file(file, unreadable)) return file;
+  }
+  return {};
+}
+
 std::shared_ptr<const EditorLibrary> LoadEditorLibrary(
     std::string_view name, const std::vector<std::filesystem::path>& folders) {
   const std::string file = EditorLibraryFile(name);
-  LoadedLibrary library(new QLibrary(PathText(Find(file, folders))));
+  const std::filesystem::path found = FindLibrary(name, folders);
+  if (found.empty()) {
+    throw Error("Required library '" + file + "' is missing. Try to re-install Tarnwick.");
+  }
+  LoadedLibrary library(new QLibrary(PathText(found)));
   // What it asks of the program and does not find shall show now, not in the middle of editing.
   library->setLoadHints(QLibrary::ResolveAllSymbolsHint);
   if (!library->load()) throw Damaged(file);

@@ -31,6 +31,10 @@ class EditorLibrary {
 /// The file of the library `name` ("tgredt") on this platform: "tgredt.so".
 std::string EditorLibraryFile(std::string_view name);
 
+/// Where the first of the folders that has the library has it; empty where none has.
+std::filesystem::path FindLibrary(std::string_view name,
+                                  const std::vector<std::filesystem::path>& folders);
+
 /// Loads the library from the first of the folders that has it. Null when it exports no table. Throws Error "Required library
 /// 'tgredt.so' is missing. Try to re-install Tarnwick.", and "Library 'tgredt.so' is damaged. Try to re-install Tarnwick." when
 /// it cannot be loaded or is none of this program's.

@@ -18,15 +18,6 @@ namespace {
 
 constexpr int kShortest = 90;  // pixels of a control
 
-/// As short as the moment lets it; the number where the calendar has no such day.
-std::string MomentText(double day) {
-  if (!IsCalendarDay(day)) return ShortestText(day);
-  const DateTime parts = SplitDay(day);
-  if (parts.millisecond != 0) return FormatDay(day, "yyyy-mm-dd hh:nn:ss.zzz");
-  const bool midnight = parts.hour == 0 && parts.minute == 0 && parts.second == 0;
-  return FormatDay(day, midnight ? "yyyy-mm-dd" : "yyyy-mm-dd hh:nn:ss");
-}
-
 }  // namespace
 
 NumberField::NumberField(const FieldRow& row, QWidget* parent) : FieldWidget(row, parent) {

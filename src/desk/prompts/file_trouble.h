@@ -1,4 +1,5 @@
-// What the user is told of files that cannot be opened and asked of those that exist, in the words that stand for it everywhere. Knows no document.
+// What the user is told of files that cannot be opened and asked of those that exist, in the words that stand for it
+// everywhere. Knows no document.
 #pragma once
 
 #include <filesystem>

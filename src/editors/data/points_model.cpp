@@ -19,11 +19,9 @@ namespace {
 
 using enum PointsModel::Column;
 
-constexpr const char* kMomentFormat = "yyyy-mm-dd hh:nn:ss";
-
 QString ValueText(double value, bool is_moment) {
   if (IsUndefined(value)) return {};
-  return ToQt(is_moment ? FormatDay(value, kMomentFormat) : ShortestText(value));
+  return ToQt(is_moment ? MomentText(value) : ShortestText(value));
 }
 
 }  // namespace

@@ -51,7 +51,6 @@ class PointsModel final : public QAbstractTableModel {
  private:
   PointChain points_;
   std::vector<Column> columns_;
-  std::vector<double> y_errors_;  // of the shown points
   std::function<double(const Point&)> error_of_;
   BaseLine base_line_;
   bool x_is_moment_ = false;

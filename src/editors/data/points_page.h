@@ -39,7 +39,8 @@ class PointsPage final : public QWidget {
   void Copy() const;
   bool TakeY(std::int32_t id, double y);
   void MarkedChanged();
-  /// Tells once of a DataSet that reading its source again undoes what is edited, and offers to cut it off its source. False: the user
+  /// Tells once of a DataSet that reading its source again undoes what is edited, and offers to cut it off its source.
+  /// False: the user
   /// lets it be.
   bool MayEdit(CommandContext& context);
 

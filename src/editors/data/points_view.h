@@ -1,4 +1,5 @@
-// A table over a DataSet's points that costs what it shows: its scroll bar moves a window over them. Knows its model; what is done
+// A table over a DataSet's points that costs what it shows: its scroll bar moves a window over them. Knows its model; what
+// is done
 // with the marked rows is its owner's.
 #pragma once
 

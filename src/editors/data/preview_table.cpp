@@ -23,10 +23,6 @@ QColor Tinted(const QColor& paper, const QColor& ink) {
           mix(paper.blue(), ink.blue())};
 }
 
-bool IsCut(LineRole role) {
-  return role == LineRole::Row || role == LineRole::Names || role == LineRole::Units;
-}
-
 }  // namespace
 
 PreviewTable::PreviewTable(QWidget* parent) : QTableWidget(parent) {

@@ -15,7 +15,8 @@ struct BlockFusion {
   std::vector<int> inner_of;  ///< the operation that this one computes, too
 };
 
-/// Chooses pairs (sums, differences and products within these, within negations, and as dividends) among the nodes that `needed` tells (not kNone where a node is needed). Results are nobody's inner operation.
+/// Chooses pairs (sums, differences and products within these, within negations, and as dividends) among the nodes that
+/// `needed` tells (not kNone where a node is needed). Results are nobody's inner operation.
 BlockFusion FuseOperations(const BlockGraph& graph, std::span<const int> needed,
                            std::span<const int> results);
 

@@ -67,7 +67,8 @@ enum class StepChoice { Automatic, Manual };
 
 /// The numeric autoscale: the data's extremes widened to whole steps with a margin of a hundredth of a step, and drawn
 /// to zero when zero is near. A manual `step` is kept while it gives at most max_steps intervals. One value gives a range
-/// from zero to it, or -1 to 1. No step is finer than FinestStep. Throws Error "Impossible: oMin > oMax in SetMinMax!" and "SetMinMax failed". `o_min`
+/// from zero to it, or -1 to 1. No step is finer than FinestStep. Throws Error "Impossible: oMin > oMax in SetMinMax!" and
+/// "SetMinMax failed". `o_min`
 /// and `o_max` must be finite.
 NumericRange FitNumericRange(double o_min, double o_max, double step, StepChoice choice,
                              const StepLimits& limits);

@@ -64,7 +64,8 @@ AxisPlace PlaceOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
   return place;
 }
 
-/// Where shown axes of the other direction cross this one; those at the plot's edges, too, where its labels stand within the plot.
+/// Where shown axes of the other direction cross this one; those at the plot's edges, too, where its labels stand within the
+/// plot.
 std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const AxisPlace& place,
                                 const PlotLayout& layout) {
   std::vector<double> crossings;

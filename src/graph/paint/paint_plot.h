@@ -20,7 +20,8 @@ enum class PaintTarget {
   Paper,     ///< printer: margins are filled only when the graph prints with its background
 };
 
-/// How the connecting line of the DataSet at `series` is drawn when its own style is solid. Without colours lines are told apart by
+/// How the connecting line of the DataSet at `series` is drawn when its own style is solid. Without colours lines are told
+/// apart by
 /// their styles: where the appearance prints so, each DataSet has the next style, on paper and in metafiles.
 LineStyle SolidLineStyle(const Appearance& appearance, std::size_t series, PaintTarget target);
 

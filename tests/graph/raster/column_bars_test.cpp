@@ -29,7 +29,8 @@ std::vector<PixelColumn> Walk(std::mt19937& random, int first, int count, double
   return columns;
 }
 
-// What the stroke covers, pixel by pixel: fully within whole columns of half the width less a quarter, by the rest of that beyond.
+// What the stroke covers, pixel by pixel: fully within whole columns of half the width less a quarter, by the rest of that
+// beyond.
 Levels Covered(const std::vector<PixelColumn>& columns, double width, const QRect& clip) {
   const double side = width / 2 - 0.25, part = side - std::floor(side);
   Levels levels;
