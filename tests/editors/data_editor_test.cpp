@@ -1,9 +1,11 @@
 // The data editor as a user has it: loaded from its library, worked through its controls.
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
@@ -153,6 +155,65 @@ TEST_F(DataEditorTest, PointsAreFoundChangedAddedAndDeletedEachAsOneStep) {
   EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 7}));
   for (int i = 0; i < 3; ++i) Run("EditUndo1");
   EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 8, 7}));
+}
+
+TEST_F(DataEditorTest, ColumnsArePastedAndWhatWasReadIsListedAndPutBack) {
+  Open("t,u\n1,2\n2,5\n3,8\n");
+  ShowPage(1);
+  auto* table = editor_->findChild<QTableView*>("Points");
+  auto* changes = editor_->findChild<QTableWidget*>("Changes");
+  const auto told = [&] { return editor_->findChild<QLabel*>("ChangesTold")->text(); };
+  EXPECT_FALSE(changes->isVisible());
+  const std::string question =
+      "The points of u come from " + folder_.File("run.csv").string() +
+      ". Reading them again undoes what is edited here.\n\nMake them points of their own, without "
+      "a source?";
+  struct Row {
+    const char* text;
+    std::vector<double> ys;
+    const char* told;
+  };
+  const Row rows[] = {
+      {"x\ty\n2.5\t-1\n1\t20\n", {20, 5, -1, 8}, "Since the points were read: 1 changed, 1 added."},
+      {"7\n9\n11\n", {20, 5, 7, 9}, "Since the points were read: 2 changed, 1 added."},
+      {"no numbers at all", {20, 5, 7, 9}, "Since the points were read: 2 changed, 1 added."}};
+  Expect(question, Answer::Yes);  // asked once; what was read is known without the source, too
+  for (const Row& row : rows) {
+    QApplication::clipboard()->setText(row.text);
+    if (std::string(row.text).starts_with("7")) {
+      Type(Line("FindX"), "2.5");
+      QTest::keyClick(Line("FindX"), Qt::Key_Return);
+    }
+    table->setFocus();
+    QTest::keyClick(table, Qt::Key_V, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Ys(0), row.ys) << row.text;
+    EXPECT_EQ(told(), row.told);
+  }
+  EXPECT_EQ(TakeTold().size(), 1U) << "what holds no numbers is told";
+  ASSERT_EQ(changes->rowCount(), 3);
+  EXPECT_EQ(changes->item(2, 2)->text() + " now " + changes->item(2, 3)->text(), "3; 8 now 3; 9");
+  changes->selectRow(2);
+  EXPECT_EQ(table->currentIndex().siblingAtColumn(2).data(), "9") << "shown in the table of points";
+  Press("PutBack");
+  EXPECT_EQ(Ys(0), (std::vector<double>{20, 5, 7, 8}));
+  Press("PutAllBack");
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 8}));
+  EXPECT_FALSE(changes->isVisible());
+  Run("EditUndo1");
+  EXPECT_EQ(Ys(0), (std::vector<double>{20, 5, 7, 8}));
+}
+
+TEST_F(DataEditorTest, FiguresAndHistogramFollowThePointsAndAreCopied) {
+  Open("t,u\n1,0\n2,1\n3,2\n4,10\n");
+  ShowPage(2);
+  editor_->findChild<QSpinBox*>("HistogramBins")->setValue(2);
+  Press("CopyStatistics");
+  EXPECT_TRUE(QApplication::clipboard()->text().endsWith("Y from\tto\tcount\n0\t5\t3\n5\t10\t1\n"));
+  editor_->findChild<QComboBox*>("HistogramOf")->setCurrentIndex(0);
+  Press("CopyStatistics");
+  EXPECT_TRUE(
+      QApplication::clipboard()->text().endsWith("X from\tto\tcount\n1\t2.5\t2\n2.5\t4\t2\n"));
 }
 
 }  // namespace

@@ -294,16 +294,22 @@ void DocumentFiles::Write(const std::function<void()>& writing) {
   document_.Work().Run({"Saving Graph File", Cancellable::No}, [&](Progress&) { writing(); });
 }
 
+void DocumentFiles::RememberPoints(const ReadResult& result) {
+  const GraphState whole = document_.WholeGraph().State();
+  as_read_.Add(result.points, whole);
+  filed_.Add(result.points, whole);
+}
+
 void DocumentFiles::TakeState(const ReadResult& result) {
   document_.Graph().SetState(result.state);
-  filed_.Add(result.points, document_.WholeGraph().State());
+  RememberPoints(result);
   note_ = result.note;
   data_told_.Add(result.told);
 }
 
 void DocumentFiles::TakeWhole(const ReadResult& result) {
   document_.WholeGraph().SetState(result.state);
-  filed_.Add(result.points, document_.WholeGraph().State());
+  RememberPoints(result);
   note_ = result.note;
 }
 

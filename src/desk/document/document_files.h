@@ -11,6 +11,7 @@
 
 #include "desk/document/document_io.h"
 #include "desk/document/document_told.h"
+#include "desk/document/points_as_read.h"
 
 namespace tarnwick {
 
@@ -51,6 +52,8 @@ class DocumentFiles {
   /// Where file dialogs start.
   const std::filesystem::path& DataFolder() const { return data_folder_; }
   void SetDataFolder(std::filesystem::path folder) { data_folder_ = std::move(folder); }
+  /// What was read of its DataSets, since then edited or not.
+  const PointsAsRead& AsRead() const { return as_read_; }
   /// True when closing would lose something: changes, or points that lie in no file. Never once reading the data file
   /// failed, or after GiveUp().
   bool ClosingLoses() const;
@@ -96,6 +99,7 @@ class DocumentFiles {
   void LoadDefaultTemplate(const std::filesystem::path& path);
   void TakeGraphFile(const std::filesystem::path& path);
   ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
+  void RememberPoints(const ReadResult& result);
   void Write(const std::function<void()>& writing);
   void TakeState(const ReadResult& result);
   void TakeWhole(const ReadResult& result);
@@ -122,6 +126,7 @@ class DocumentFiles {
   std::filesystem::path data_file_;
   std::filesystem::path data_folder_;
   FiledPoints filed_;
+  PointsAsRead as_read_;
   bool nothing_to_save_ = false;
   std::set<std::string> told_;  // of background pictures that cannot be read
 };

@@ -85,6 +85,10 @@ QString PointsModel::Text(std::size_t place, int column) const {
   return {};
 }
 
+QString PointsModel::PairText(const Point& point) const {
+  return ValueText(point.x, x_is_moment_) + "; " + ValueText(point.y, y_is_moment_);
+}
+
 QVariant PointsModel::data(const QModelIndex& index, int role) const {
   const std::size_t place = first_ + static_cast<std::size_t>(index.row());
   switch (role) {

@@ -47,6 +47,8 @@ class PointsModel final : public QAbstractTableModel {
 
   /// The text of a cell, of any point.
   QString Text(std::size_t point, int column) const;
+  /// "3; 9.5", of a point that need not be one of these.
+  QString PairText(const Point& point) const;
 
  private:
   PointChain points_;

@@ -13,21 +13,22 @@
 #include <vector>
 
 #include "base/day_number.h"
-#include "base/error.h"
 #include "base/number_text.h"
 #include "base/prompt.h"
 #include "desk/commands/command_actions.h"
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/text.h"
+#include "editors/data/changes_list.h"
+#include "editors/data/pasted_points.h"
 #include "editors/data/points_model.h"
 #include "editors/data/points_view.h"
+#include "graph/edit/point_edit.h"
 #include "graph/picking.h"
 #include "graph/shown_series.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::size_t kMostDeleted = 10'000;
 constexpr std::size_t kMostCopied = 1'000'000;
 
 std::optional<double> ValueOf(const QLineEdit& field, bool is_moment) {
@@ -56,6 +57,22 @@ PointsPage::PointsPage(const PanelParts& parts, const EditedSeries& series, QWid
   column->addWidget(BuildFind());
   column->addWidget(view_, 1);
   column->addWidget(BuildButtons());
+  told_ = new QLabel(this);
+  told_->setObjectName("PointsTold");
+  told_->setWordWrap(true);
+  told_->hide();
+  column->addWidget(told_);
+  changes_ = new ChangesList(this);
+  column->addWidget(changes_);
+  connect(changes_, &ChangesList::putBackWanted, this, &PointsPage::PutBackChosen);
+  connect(changes_, &ChangesList::putAllBackWanted, this, &PointsPage::PutAllBack);
+  connect(changes_, &ChangesList::pointChosen, this,
+          [this](const Point& point) { GoToPoint(point.id, point.x); });
+  connect(view_, &PointsView::keyPressed, this, [this](QKeySequence::StandardKey key) {
+    if (key == QKeySequence::Delete) Delete();
+    if (key == QKeySequence::Copy) Copy();
+    if (key == QKeySequence::Paste) Paste();
+  });
   connect(view_, &PointsView::markedChanged, this, &PointsPage::MarkedChanged);
 }
 
@@ -75,26 +92,36 @@ QWidget* PointsPage::BuildFind() {
 
 QWidget* PointsPage::BuildButtons() {
   auto* bar = new QWidget(this);
-  auto* line = new QHBoxLayout(bar);
-  line->setContentsMargins(0, 0, 0, 0);
+  auto* lines = new QVBoxLayout(bar);
+  lines->setContentsMargins(0, 0, 0, 0);
+  auto* values = new QHBoxLayout;
+  auto* buttons = new QHBoxLayout;
+  lines->addLayout(values);
+  lines->addLayout(buttons);
   x_ = MakeField(tr("X"), "NewX", bar);
   y_ = MakeField(tr("Y"), "NewY", bar);
-  auto* add = new QPushButton(tr("&Add"), bar);
-  add->setObjectName("AddPoint");
-  add->setToolTip(tr("Add a point at this X and Y"));
-  delete_ = new QPushButton(tr("&Delete"), bar);
-  delete_->setObjectName("DeletePoints");
-  delete_->setToolTip(tr("Delete the marked points"));
-  copy_ = new QPushButton(tr("&Copy"), bar);
-  copy_->setObjectName("CopyPoints");
-  copy_->setToolTip(tr("Copy the marked points as text"));
-  for (QWidget* widget : std::initializer_list<QWidget*>{x_, y_, add, delete_, copy_}) {
-    line->addWidget(widget);
-  }
-  connect(add, &QPushButton::clicked, this, &PointsPage::Insert);
+  values->addWidget(x_);
+  values->addWidget(y_);
+  buttons->addStretch();
+  const auto add = [&](QHBoxLayout* line, const QString& text, const char* name, const QString& tip,
+                       auto run) {
+    auto* button = new QPushButton(text, bar);
+    button->setObjectName(name);
+    button->setToolTip(tip);
+    connect(button, &QPushButton::clicked, this, run);
+    line->addWidget(button);
+    return button;
+  };
+  add(values, tr("&Add"), "AddPoint", tr("Add a point at this X and Y"), &PointsPage::Insert);
+  delete_ = add(buttons, tr("&Delete"), "DeletePoints", tr("Delete the marked points (Del)"),
+                &PointsPage::Delete);
+  copy_ = add(buttons, tr("&Copy"), "CopyPoints", tr("Copy the marked points as text (Ctrl+C)"),
+              &PointsPage::Copy);
+  add(buttons, tr("Past&e"), "PastePoints",
+      tr("Paste columns of X and Y as points, or one column as Y from the marked point on "
+         "(Ctrl+V)"),
+      &PointsPage::Paste);
   connect(y_, &QLineEdit::returnPressed, this, &PointsPage::Insert);
-  connect(delete_, &QPushButton::clicked, this, &PointsPage::Delete);
-  connect(copy_, &QPushButton::clicked, this, &PointsPage::Copy);
   return bar;
 }
 
@@ -106,6 +133,9 @@ void PointsPage::Refresh() {
   view_->PointsChanged();
   following_ = followed;
   count_->setText(tr("%L1 points").arg(model_->Size()));
+  changes_->Show(model_->Points(),
+                 series != nullptr ? document->Files().AsRead().Of(*series) : nullptr,
+                 [this](const Point& point) { return model_->PairText(point); });
 }
 
 void PointsPage::MarkedChanged() {
@@ -121,16 +151,17 @@ void PointsPage::MarkedChanged() {
 void PointsPage::FollowPick() {
   const std::optional<PickedPoint>& point = series_.GetDocument()->Picked();
   if (!isVisible() || !point || point->on_curve || following_) return;
+  GoToPoint(point->number, point->x);
+}
+
+void PointsPage::GoToPoint(std::int32_t id, double x) {
   const PointChain& points = model_->Points();
-  std::size_t place = points.LowerBound(point->x);
-  while (place < points.Size() && points.At(place).id != point->number &&
-         points.At(place).x == point->x) {
-    ++place;
-  }
-  if (place == points.Size() || points.At(place).id != point->number) return;
-  following_ = true;
+  std::size_t place = points.LowerBound(x);
+  while (place < points.Size() && points.At(place).id != id && points.At(place).x == x) ++place;
+  if (place == points.Size() || points.At(place).id != id) return;
+  const bool followed = std::exchange(following_, true);
   view_->GoTo(place);
-  following_ = false;
+  following_ = followed;
 }
 
 void PointsPage::Find() {
@@ -164,14 +195,19 @@ bool PointsPage::MayEdit(CommandContext& context) {
   return answer != Answer::Cancel;
 }
 
-bool PointsPage::TakeY(std::int32_t id, double y) {
-  bool taken = false;
+bool PointsPage::EditSeries(const char* step, const std::function<void(TSeries&)>& change) {
+  bool edited = false;
   parts_.actions.RunAsCommand([&](CommandContext& context) {
     if (series_.Get() == nullptr || !MayEdit(context)) return;
-    taken = series_.GetDocument()->Edit(
-        "Edit Point", [&](TxyGraph& graph) { graph.CurrentSeries()->SetY(id, y); });
+    edited =
+        series_.GetDocument()->Edit(step, [&](TxyGraph& graph) { change(*graph.CurrentSeries()); });
   });
-  return taken;
+  told_->hide();
+  return edited;
+}
+
+bool PointsPage::TakeY(std::int32_t id, double y) {
+  return EditSeries("Edit Point", [&](TSeries& series) { series.SetY(id, y); });
 }
 
 void PointsPage::Insert() {
@@ -183,37 +219,76 @@ void PointsPage::Insert() {
   MarkWrong(*x_, x ? QString() : tr("This is no value of X."));
   MarkWrong(*y_, y ? QString() : tr("This is no value of Y."));
   if (!x || !y) return;
-  parts_.actions.RunAsCommand([&](CommandContext& context) {
-    if (!MayEdit(context)) return;
-    series_.GetDocument()->Edit(
-        "Insert Point", [&](TxyGraph& changed) { changed.CurrentSeries()->AddPoint(*x, *y); });
-    const std::size_t place = series_.Get()->Points().LowerBound(*x);
-    Refresh();
-    view_->GoTo(place);
-  });
+  if (!EditSeries("Insert Point", [&](TSeries& changed) { changed.AddPoint(*x, *y); })) return;
+  Refresh();
+  view_->GoTo(model_->Points().LowerBound(*x));
 }
 
 void PointsPage::Delete() {
   const auto marked = view_->Marked();
-  if (!marked || series_.Get() == nullptr) return;
-  parts_.actions.RunAsCommand([&](CommandContext& context) {
-    if (marked->second - marked->first >= kMostDeleted) {
-      throw Error("At most 10000 points are deleted at once.");
-    }
-    std::vector<std::int32_t> ids;
-    for (std::size_t i = marked->first; i <= marked->second; ++i) {
-      ids.push_back(model_->Points().At(i).id);
-    }
-    if (!MayEdit(context)) return;
-    series_.GetDocument()->Edit(ids.size() == 1 ? "Delete Point" : "Delete Points",
-                                [&](TxyGraph& graph) {
-                                  TSeries& series = *graph.CurrentSeries();
-                                  series.BeginUpdate();
-                                  for (const std::int32_t id : ids) series.DeletePoint(id);
-                                  series.EndUpdate();
-                                });
-    view_->GoTo(marked->first);
+  if (!marked) return;
+  const char* const step = marked->first == marked->second ? "Delete Point" : "Delete Points";
+  const bool deleted = EditSeries(
+      step, [&](TSeries& series) { DeletePoints(series, marked->first, marked->second); });
+  if (!deleted) return;
+  Refresh();
+  view_->GoTo(marked->first);
+}
+
+void PointsPage::PutBackChosen() {
+  const std::vector<PointChange> chosen = changes_->Chosen();
+  EditSeries(chosen.size() == 1 ? "Put Back Point" : "Put Back Points", [&](TSeries& series) {
+    const SeriesAsRead* const as_read = series_.GetDocument()->Files().AsRead().Of(series);
+    if (as_read != nullptr) PutBack(series, chosen, as_read->errors);
   });
+}
+
+void PointsPage::PutAllBack() {
+  EditSeries("Put Back All Points", [&](TSeries& series) {
+    const SeriesAsRead* const as_read = series_.GetDocument()->Files().AsRead().Of(series);
+    if (as_read == nullptr) return;
+    DataState state = series.State();
+    state.points = as_read->points;
+    state.errors = as_read->errors;
+    state.extremes_stale = true;
+    state.regression_stale = true;
+    series.SetState(state);
+  });
+}
+
+void PointsPage::Paste() {
+  if (series_.Get() == nullptr) return;
+  const std::string text = QApplication::clipboard()->text().toStdString();
+  const auto marked = view_->Marked();
+  const std::size_t first = marked ? marked->first : 0;
+  PastedPoints pasted;
+  pasted.cancelled = true;
+  parts_.actions.RunAsCommand([&](CommandContext& context) {
+    if (!MayEdit(context)) return;
+    Document& document = *series_.GetDocument();
+    const DataState before = series_.Get()->State();
+    document.Work().Run({"Pasting points"}, [&](Progress& progress) {
+      pasted = PasteInto(before, first, text, progress);
+    });
+    if (pasted.cancelled) return;
+    document.Edit("Paste Points",
+                  [&](TxyGraph& graph) { graph.CurrentSeries()->SetState(pasted.state); });
+  });
+  if (pasted.cancelled) return;
+  Refresh();
+  TellPasted(pasted);
+}
+
+void PointsPage::TellPasted(const PastedPoints& pasted) {
+  QStringList told;
+  if (pasted.left_over > 0) {
+    told << tr("%L1 values are left out: the points end before them.").arg(pasted.left_over);
+  }
+  if (pasted.columns_unused > 0) {
+    told << tr("Only the first two columns were taken: X and Y.");
+  }
+  told_->setText(told.join(' '));
+  told_->setVisible(!told.isEmpty());
 }
 
 void PointsPage::Copy() const {

@@ -1,9 +1,10 @@
-// The points of the current DataSet as a table: looked at, found, changed, added, deleted. Knows how a graph's points are edited;
-// every change is one step of the document.
+// The points of the current DataSet as a table: looked at, found, changed, added, pasted, deleted, put back. Knows how a graph's
+// points are edited; every change is one step of the document.
 #pragma once
 
 #include <QWidget>
 #include <cstdint>
+#include <functional>
 #include <set>
 #include <string>
 
@@ -17,8 +18,11 @@ class QPushButton;
 
 namespace tarnwick {
 
+class ChangesList;
 class PointsModel;
 class PointsView;
+struct PastedPoints;
+struct Point;
 
 class PointsPage final : public QWidget {
   Q_OBJECT
@@ -37,6 +41,13 @@ class PointsPage final : public QWidget {
   void Insert();
   void Delete();
   void Copy() const;
+  void Paste();
+  void TellPasted(const PastedPoints& pasted);
+  void PutBackChosen();
+  void PutAllBack();
+  /// One step of what `change` does to the current DataSet, unless the user would rather not edit what has a source.
+  bool EditSeries(const char* step, const std::function<void(TSeries&)>& change);
+  void GoToPoint(std::int32_t id, double x);
   bool TakeY(std::int32_t id, double y);
   void MarkedChanged();
   /// Tells once of a DataSet that reading its source again undoes what is edited, and offers to cut it off its source.
@@ -50,6 +61,8 @@ class PointsPage final : public QWidget {
   bool following_ = false;        // what is picked, instead of picking
   PointsModel* model_;
   PointsView* view_;
+  ChangesList* changes_;
+  QLabel* told_ = nullptr;
   QLineEdit* find_ = nullptr;
   QLineEdit* x_ = nullptr;
   QLineEdit* y_ = nullptr;

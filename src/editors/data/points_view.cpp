@@ -138,6 +138,16 @@ bool PointsView::TakeKey(int key, Qt::KeyboardModifiers modifiers) {
   }
 }
 
+bool PointsView::TakeEditKey(QKeyEvent& event) {
+  for (const auto key : {QKeySequence::Delete, QKeySequence::Copy, QKeySequence::Paste}) {
+    if (!event.matches(key)) continue;
+    event.accept();  // the window's commands of these keys are of the whole graph
+    if (event.type() == QEvent::KeyPress) emit keyPressed(key);
+    return true;
+  }
+  return false;
+}
+
 bool PointsView::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Resize && watched == table_->viewport()) Resized();
   if (event->type() == QEvent::Wheel && watched == table_->viewport()) {
@@ -145,9 +155,12 @@ bool PointsView::eventFilter(QObject* watched, QEvent* event) {
     bar_->setValue(bar_->value() - notches);
     return true;
   }
+  if (event->type() == QEvent::ShortcutOverride && watched == table_) {
+    return TakeEditKey(*static_cast<QKeyEvent*>(event));
+  }
   if (event->type() == QEvent::KeyPress && watched == table_) {
-    const auto* key = static_cast<QKeyEvent*>(event);
-    return TakeKey(key->key(), key->modifiers());
+    auto* const key = static_cast<QKeyEvent*>(event);
+    return TakeEditKey(*key) || TakeKey(key->key(), key->modifiers());
   }
   if (event->type() == QEvent::MouseButtonPress && watched == table_->viewport()) {
     const auto* press = static_cast<QMouseEvent*>(event);

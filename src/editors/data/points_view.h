@@ -3,12 +3,14 @@
 // with the marked rows is its owner's.
 #pragma once
 
+#include <QKeySequence>
 #include <QTableView>
 #include <QWidget>
 #include <cstddef>
 #include <optional>
 #include <utility>
 
+class QKeyEvent;
 class QScrollBar;
 
 namespace tarnwick {
@@ -30,6 +32,8 @@ class PointsView final : public QWidget {
 
  signals:
   void markedChanged();
+  /// One of the keys for deleting, copying and pasting.
+  void keyPressed(QKeySequence::StandardKey key);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -40,6 +44,7 @@ class PointsView final : public QWidget {
   void Resized();
   void MoveTo(std::size_t point, Qt::KeyboardModifiers modifiers);
   bool TakeKey(int key, Qt::KeyboardModifiers modifiers);
+  bool TakeEditKey(QKeyEvent& event);
   void ShowMark();
 
   PointsModel& model_;

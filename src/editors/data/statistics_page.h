@@ -1,15 +1,19 @@
-// The figures of the DataSet's X and Y. Knows what is computed of a DataSet; changes nothing.
+// The figures of the DataSet's X and Y and how often which values come. Knows what is computed of a DataSet; changes nothing.
 #pragma once
 
 #include <QWidget>
 
+#include "analysis/histogram.h"
 #include "data/points/point_chain.h"
 #include "editors/data/edited_series.h"
 
-class QPushButton;
+class QComboBox;
+class QSpinBox;
 class QTableWidget;
 
 namespace tarnwick {
+
+class HistogramView;
 
 class StatisticsPage final : public QWidget {
   Q_OBJECT
@@ -20,11 +24,18 @@ class StatisticsPage final : public QWidget {
   void Refresh();
 
  private:
+  QWidget* BuildChoice();
+  void ShowFigures(const TSeries& series);
+  void ShowHistogram();
   void Copy() const;
 
   const EditedSeries& series_;
   PointChain shown_;  // the points whose figures stand there
+  Histogram histogram_;
   QTableWidget* table_;
+  QComboBox* of_ = nullptr;
+  QSpinBox* bins_ = nullptr;
+  HistogramView* view_;
 };
 
 }  // namespace tarnwick

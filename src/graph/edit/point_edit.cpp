@@ -1,6 +1,8 @@
 #include "graph/edit/point_edit.h"
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "base/error.h"
 #include "data/points/point_columns.h"
@@ -44,6 +46,24 @@ void EraseNear(PointChain& points, double x, double tolerance) {
   if (near != points.End() && std::abs(points.X(near) - x) <= tolerance) points.Erase(near);
 }
 
+/// Edits the points past the rules that place new ones.
+void EditPoints(TSeries& series, const std::function<void(DataState&)>& edit) {
+  DataState state = series.State();
+  edit(state);
+  state.extremes_stale = true;
+  state.regression_stale = true;
+  series.SetState(state);
+}
+
+/// Of that very point; the end when it is gone.
+PointChain::Place PlaceOfPoint(const PointChain& points, const Point& point) {
+  PointChain::Place place = points.LowerPlace(point.x);
+  while (place != points.End() && points.X(place) == point.x && points.At(place).id != point.id) {
+    place = points.Next(place);
+  }
+  return place != points.End() && points.X(place) == point.x ? place : points.End();
+}
+
 }  // namespace
 
 std::string DeletePointQuestion(const TxyGraph& graph, const TSeries& series, std::int32_t id) {
@@ -69,18 +89,16 @@ bool MovePoint(const TxyGraph& graph, TSeries& series, std::int32_t id, const Pl
   const std::optional<std::size_t> index = IndexOfId(series.Points(), id);
   if (!index) return false;
   const double y = StoredY(series, to);
-  DataState state = series.State();
-  PointChain& points = state.points;
-  const Point point = points.At(*index);
+  const Point point = series.Points().At(*index);
   if (point.x == to.x && point.y == y) return true;
-  points.Erase(points.PlaceOf(*index));
-  if (!state.settings.DuplicatesAllowed) {
-    EraseNear(points, to.x, state.settings.NumericalTolerance);
-  }
-  points.Insert(points.LowerPlace(to.x), {id, to.x, y, 0});
-  state.extremes_stale = true;
-  state.regression_stale = true;
-  series.SetState(state);
+  EditPoints(series, [&](DataState& state) {
+    PointChain& points = state.points;
+    points.Erase(points.PlaceOf(*index));
+    if (!state.settings.DuplicatesAllowed) {
+      EraseNear(points, to.x, state.settings.NumericalTolerance);
+    }
+    points.Insert(points.LowerPlace(to.x), {id, to.x, y, 0});
+  });
   return true;
 }
 
@@ -96,6 +114,49 @@ std::int32_t InsertPoint(TSeries& series, const PlotPoint& at) {
   const std::int32_t before = series.PointCount();
   if (series.AddPoint(at.x, StoredY(series, at)) > before) return series.State().id_counter;
   return series.Points().At(series.Points().LowerBound(at.x)).id;
+}
+
+void DeletePoints(TSeries& series, std::size_t first, std::size_t last) {
+  EditPoints(series, [&](DataState& state) {
+    // Backwards: a chunk loses its last point at once.
+    for (std::size_t i = std::min(last + 1, state.points.Size()); i > first; --i) {
+      state.points.Erase(state.points.PlaceOf(i - 1));
+    }
+  });
+}
+
+std::size_t OverwriteY(TSeries& series, std::size_t first, std::span<const double> y) {
+  const std::size_t size = series.Points().Size();
+  const std::size_t count = first < size ? std::min(y.size(), size - first) : 0;
+  EditPoints(series, [&](DataState& state) {
+    PointChain::Place place = state.points.PlaceOf(first);
+    for (std::size_t i = 0; i < count; ++i) {
+      state.points.Set(place, state.points.X(place), y[i]);
+      place = state.points.Next(place);
+    }
+  });
+  return count;
+}
+
+void PutBack(TSeries& series, std::span<const PointChange> changes, const PointErrors& errors) {
+  EditPoints(series, [&](DataState& state) {
+    PointChain& points = state.points;
+    for (const PointChange& change : changes) {
+      if (!change.now) continue;
+      const PointChain::Place place = PlaceOfPoint(points, *change.now);
+      if (place != points.End()) points.Erase(place);
+    }
+    for (const PointChange& change : changes) {
+      if (!change.was) continue;
+      const Point& was = *change.was;
+      if (!state.settings.DuplicatesAllowed) {
+        EraseNear(points, was.x, state.settings.NumericalTolerance);
+      }
+      points.Insert(points.LowerPlace(was.x), {was.id, was.x, was.y, 0});
+      state.errors.y_values.Set(was.id, errors.y_values.Of(was.id));
+      state.errors.x_values.Set(was.id, errors.x_values.Of(was.id));
+    }
+  });
 }
 
 }  // namespace tarnwick

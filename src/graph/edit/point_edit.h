@@ -2,14 +2,19 @@
 // where they are drawn, that is corrected by the base line. Knows no mouse and asks nothing itself.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
+
+#include "data/points/point_changes.h"
 
 namespace tarnwick {
 
 class TSeries;
 class TxyGraph;
+struct PointErrors;
 
 /// A place on the plot in data units; y corrected by the DataSet's base line.
 struct PlotPoint {
@@ -37,5 +42,15 @@ void CheckInsert(const TSeries& series);
 /// Adds a point by the DataSet's rules; answers its id, or that of the point it overwrote. Throws as CheckInsert does, and
 /// Error for a place that is not finite.
 std::int32_t InsertPoint(TSeries& series, const PlotPoint& at);
+
+/// Deletes the points at the places from `first` to `last` (from 0), both included.
+void DeletePoints(TSeries& series, std::size_t first, std::size_t last);
+
+/// Overwrites stored Y of the points at `first` and behind it, as far as there are points. Answers how many.
+std::size_t OverwriteY(TSeries& series, std::size_t first, std::span<const double> y);
+
+/// Makes points what they were, with their ids and, out of `errors`, their own errors. Where duplicates are not allowed they
+/// take the place of points within the tolerance.
+void PutBack(TSeries& series, std::span<const PointChange> changes, const PointErrors& errors);
 
 }  // namespace tarnwick

@@ -151,5 +151,57 @@ TEST(PointEdit, QuestionsNameDataSetNumberAndValues) {
   EXPECT_EQ(MovePointQuestion(graph, series, 9, {}), "");
 }
 
+TEST(PointEdit, WhateverBecameOfPointsIsFoundAndPutBack) {
+  struct Row {
+    const char* what;
+    void (*edit)(const TxyGraph&, TSeries&);
+    std::vector<PointFate> fates;
+  };
+  using enum PointFate;
+  const Row rows[] = {{"nothing", [](const TxyGraph&, TSeries&) {}, {}},
+                      {"Y and X, beyond another",
+                       [](const TxyGraph& graph, TSeries& series) {
+                         series.SetY(1, -1);
+                         MovePoint(graph, series, 2, {9, 20});
+                       },
+                       {Changed, Moved}},
+                      {"taken away and added",
+                       [](const TxyGraph&, TSeries& series) {
+                         DeletePoints(series, 1, 7);
+                         series.AddPoint(2, 21);
+                         series.AddPoint(0, std::nan(""));
+                       },
+                       {Added, Removed, Added, Removed}},
+                      {"Y from a place on, and back",
+                       [](const TxyGraph&, TSeries& series) {
+                         EXPECT_EQ(OverwriteY(series, 1, std::vector<double>{7, 8, 9}), 2U);
+                         EXPECT_EQ(OverwriteY(series, 2, std::vector<double>{40}), 1U);
+                       },
+                       {Changed}},
+                      {"shifted as a whole",
+                       [](const TxyGraph&, TSeries& series) { series.ShiftX(1); },
+                       {Moved, Moved, Moved}}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.what);
+    TxyGraph graph;
+    TSeries& series = FillGraph(graph);
+    PointErrors errors{{ErrorKind::Column, 0}, {}, {}, {}};
+    errors.y_values.Set(2, 0.5);
+    series.SetErrors(errors);
+    const PointChain as_read = series.Points();
+    row.edit(graph, series);
+    const auto changes = ChangesBetween(as_read, series.Points(), 100);
+    std::vector<PointFate> fates;
+    for (const PointChange& change : *changes) fates.push_back(change.fate);
+    EXPECT_EQ(fates, row.fates);
+    EXPECT_EQ(ChangesBetween(as_read, series.Points(), 1).has_value(), row.fates.empty());
+    PutBack(series, *changes, errors);
+    EXPECT_EQ(PointsText(series), "1:1,10 2:2,20 3:4,40 ");
+    EXPECT_EQ(series.Errors(), errors);
+    const Extremes extremes{1, 4, 10, 40};
+    EXPECT_EQ(series.GetExtremes(), extremes);
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick

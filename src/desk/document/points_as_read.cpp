@@ -1,0 +1,41 @@
+#include "desk/document/points_as_read.h"
+
+#include <algorithm>
+
+#include "data/series/data_series.h"
+
+namespace tarnwick {
+namespace {
+
+bool IsOf(const SeriesAsRead& known, TDSInfo source, const std::string& name) {
+  source.DataSource = known.source.DataSource;
+  source.RelativeSource = known.source.RelativeSource;
+  source.GraphFolder = known.source.GraphFolder;
+  return known.source == source && (!source.DatasourceInfo.empty() || known.name == name);
+}
+
+}  // namespace
+
+void PointsAsRead::Add(const std::vector<PointsOfFile>& read, const GraphState& state) {
+  for (const SeriesState& series : state.series) {
+    const DataState& data = series.data;
+    const bool was_read = std::ranges::any_of(
+        read, [&](const PointsOfFile& points) { return points.points.SharesAllWith(data.points); });
+    if (!was_read) continue;
+    const DataSettings& settings = data.settings;
+    std::erase_if(known_, [&](const SeriesAsRead& known) {
+      return IsOf(known, settings.source, settings.SeriesName);
+    });
+    known_.push_back({settings.source, settings.SeriesName, data.points, data.errors});
+  }
+  for (const auto& child : state.children) Add(read, *child);
+}
+
+const SeriesAsRead* PointsAsRead::Of(const TDataSeries& series) const {
+  const auto found = std::ranges::find_if(known_, [&](const SeriesAsRead& known) {
+    return IsOf(known, series.Source(), series.SeriesName());
+  });
+  return found == known_.end() ? nullptr : &*found;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,35 @@
+// The points of DataSets as they were read last, so that what was edited since can be told and put back. Knows states; reads
+// nothing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desk/document/filed_points.h"
+#include "graph/graph_state.h"
+
+namespace tarnwick {
+
+class TDataSeries;
+
+/// What a DataSet was after its last reading. The copies share their memory with it.
+struct SeriesAsRead {
+  TDSInfo source;
+  std::string name;
+  PointChain points;
+  PointErrors errors;
+};
+
+class PointsAsRead {
+ public:
+  /// `read`, or points that share with them, are in `state`, inserted graphs included.
+  void Add(const std::vector<PointsOfFile>& read, const GraphState& state);
+  /// Null when the points of the DataSet were never read. DataSets of one source that are read alike were the same, and a
+  /// DataSet cut off its source was that of the source; one without a source goes by its name.
+  const SeriesAsRead* Of(const TDataSeries& series) const;
+
+ private:
+  std::vector<SeriesAsRead> known_;
+};
+
+}  // namespace tarnwick
