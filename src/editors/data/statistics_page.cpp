@@ -32,6 +32,7 @@ constexpr std::array kQuantiles = {
     std::pair{"1 % quantile", 0.01},  std::pair{"5 % quantile", 0.05},
     std::pair{"10 % quantile", 0.1},  std::pair{"90 % quantile", 0.9},
     std::pair{"95 % quantile", 0.95}, std::pair{"99 % quantile", 0.99}};
+constexpr int kDigits = 10;  // that are seen; the tip and the copy have all
 constexpr int kColumnOfX = 0;
 constexpr int kTableHeight = 260;
 constexpr int kHistogramHeight = 220;
@@ -152,7 +153,8 @@ void StatisticsPage::ShowFigures(const TSeries& series) {
     table_->setVerticalHeaderItem(row, new QTableWidgetItem(tr(name)));
     for (int column = 0; column < 2; ++column) {
       const std::optional<double> value = values[static_cast<std::size_t>(column)];
-      auto* item = new QTableWidgetItem(value ? ToQt(GeneralText(*value)) : QString());
+      auto* item = new QTableWidgetItem(value ? ToQt(GeneralText(*value, kDigits)) : QString());
+      item->setToolTip(value ? ToQt(GeneralText(*value)) : QString());
       item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
       table_->setItem(row, column, item);
     }
@@ -174,8 +176,8 @@ void StatisticsPage::ShowHistogram() {
 void StatisticsPage::Copy() const {
   QString text = "\tX\tY\n";
   for (int row = 0; row < table_->rowCount(); ++row) {
-    text += table_->verticalHeaderItem(row)->text() + '\t' + table_->item(row, 0)->text() + '\t' +
-            table_->item(row, 1)->text() + '\n';
+    text += table_->verticalHeaderItem(row)->text() + '\t' + table_->item(row, 0)->toolTip() +
+            '\t' + table_->item(row, 1)->toolTip() + '\n';
   }
   text += '\n' + tr("%1 from\tto\tcount").arg(of_->currentText()) + '\n';
   for (std::size_t bin = 0; bin < histogram_.counts.size(); ++bin) {
