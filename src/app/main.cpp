@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
   if (start == SingleInstance::Start::Blocked) return TellBlocked();
 
   tarnwick::ShellParts parts;
-  parts.paths = tarnwick::FindProgramPaths();
+  parts.paths = tarnwick::FindProgramPaths(tarnwick::PlacesOfProgram());
   tarnwick::T_MainForm main_form(std::move(parts));
   QObject::connect(&instance, &SingleInstance::activated, &main_form,
                    &tarnwick::T_MainForm::BringToFront);

@@ -8,6 +8,7 @@
 #include "app/display/display_grid.h"
 #include "app/display/indicator.h"
 #include "app/display/value_editor.h"
+#include "base/undefined.h"
 #include "desk/commands/command_actions.h"
 #include "desk/commands/workspace.h"
 #include "desk/widgets/text.h"
@@ -62,12 +63,34 @@ QSize TDisplayPanel::sizeHint() const {
 
 void TDisplayPanel::Follow(Document*, PanelChange) {
   if (!isVisible()) return;
-  std::vector<DisplayedParameter> wanted = DisplayedParametersOf(parts_.workspace.Documents());
-  if (wanted != shown_) {
-    shown_ = std::move(wanted);
-    Rebuild();
-  }
+  TakeParameters();
   if (!shown_.empty()) thread_->Put({ValuesOf(shown_), version_});
+}
+
+void TDisplayPanel::TakeParameters() {
+  const std::vector<Document*> documents = parts_.workspace.Documents();
+  for (const Document* const document : documents) {
+    connect(document, &Document::fitStepped, this, &TDisplayPanel::ShowFitting,
+            Qt::UniqueConnection);
+  }
+  std::vector<DisplayedParameter> wanted = DisplayedParametersOf(documents);
+  if (wanted == shown_) return;
+  shown_ = std::move(wanted);
+  Rebuild();
+}
+
+void TDisplayPanel::ShowFitting(Document* document, std::size_t series,
+                                const std::vector<double>& values) {
+  if (!isVisible()) return;
+  TakeParameters();
+  std::vector<DisplayedValue> displayed = ValuesOf(shown_);
+  bool any = false;
+  for (std::size_t i = 0; i < shown_.size(); ++i) {
+    if (shown_[i].document != document || shown_[i].series != series) continue;
+    displayed[i] = {values.at(static_cast<std::size_t>(shown_[i].number - 1)), kUndefined};
+    any = true;
+  }
+  if (any) thread_->Put({std::move(displayed), version_});
 }
 
 void TDisplayPanel::Rebuild() {

@@ -32,6 +32,9 @@ class TDisplayPanel final : public Panel {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void ShowFitting(Document* document, std::size_t series, const std::vector<double>& values);
+  /// The indicators that there now are to be.
+  void TakeParameters();
   void Rebuild();
   void LayOut();
   void ShowTexts(const std::vector<std::string>& texts, int version);

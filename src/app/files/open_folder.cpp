@@ -12,6 +12,7 @@
 #include "desk/commands/workspace.h"
 #include "desk/document/document.h"
 #include "desk/prompts/file_chooser.h"
+#include "desk/prompts/file_trouble.h"
 #include "desk/prompts/folder_files.h"
 #include "graph/files/file_kinds.h"
 
@@ -21,7 +22,6 @@ namespace {
 using Files = std::vector<std::filesystem::path>;
 
 constexpr std::size_t kManyFiles = 20;
-constexpr std::size_t kMostTroublesTold = 10;
 
 bool IsData(const std::filesystem::path& file) {
   return KindToRead(file).holds == FileHolds::Table;
@@ -74,17 +74,6 @@ std::vector<std::string> OpenAll(const Files& files, CommandContext& context) {
   return troubles;
 }
 
-void TellAll(const std::vector<std::string>& troubles, Prompt& prompt) {
-  if (troubles.empty()) return;
-  const auto count = static_cast<std::int64_t>(troubles.size());
-  std::string text = Counted(count, "file") + " could not be opened:";
-  for (std::size_t i = 0; i < std::min(troubles.size(), kMostTroublesTold); ++i)
-    text += "\n\n" + troubles[i];
-  if (troubles.size() > kMostTroublesTold)
-    text += "\n\nand " + std::to_string(troubles.size() - kMostTroublesTold) + " more";
-  prompt.Tell(text);
-}
-
 }  // namespace
 
 void OpenFolder(CommandContext& context) {
@@ -101,7 +90,7 @@ void OpenFolder(CommandContext& context) {
   if (!AgreesToMany(files.size(), context.prompt)) return;
   std::vector<std::string> troubles;
   context.workspace.SeeTogether([&] { troubles = OpenAll(files, context); });
-  TellAll(troubles, context.prompt);
+  TellTroubles(troubles, context.prompt);
 }
 
 }  // namespace tarnwick

@@ -5,6 +5,9 @@
 #include <QMetaObject>
 #include <QThread>
 #include <chrono>
+#include <functional>
+#include <memory>
+#include <span>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -23,8 +26,12 @@
 namespace tarnwick {
 namespace {
 
+using EveryStep = std::function<void(std::span<const double>)>;
+
 /// How long a step of a fit is seen before the next one is made.
 constexpr std::chrono::milliseconds kStepSeen{20};
+/// Between two steps that are told by their values alone.
+constexpr std::chrono::milliseconds kStepTold{100};
 
 void PutVariedValues(TCurFit& model, std::span<const double> values) {
   std::size_t next = 0;
@@ -43,7 +50,7 @@ void DrawStep(Document& document, std::size_t series, const std::vector<double>&
 }
 
 /// Shows the steps of a fit that runs on another thread.
-std::function<void(std::span<const double>)> StepShower(Document& document, std::size_t series) {
+EveryStep StepShower(Document& document, std::size_t series) {
   return [&document, series](std::span<const double> p) {
     const std::vector<double> values(p.begin(), p.end());
     const auto draw = [&] { DrawStep(document, series, values); };
@@ -53,6 +60,40 @@ std::function<void(std::span<const double>)> StepShower(Document& document, std:
     }
     QMetaObject::invokeMethod(&document, draw, Qt::BlockingQueuedConnection);
     std::this_thread::sleep_for(kStepSeen);
+  };
+}
+
+/// All parameters of a model where the varied ones have these values.
+std::vector<double> ValuesAt(const FitSettings& settings, std::span<const double> varied) {
+  TCurFit model;
+  model.SetSettings(settings, false);
+  model.Prepare();
+  PutVariedValues(model, varied);
+  std::vector<double> values;
+  for (std::int32_t i = 1; i <= model.NParams(); ++i) values.push_back(model.Param(i).Value());
+  return values;
+}
+
+/// Tells the values of a fit that runs on another thread, which does not wait for that. `running` is false once it has ended.
+EveryStep StepTeller(Document& document, std::size_t series, const FitSettings& settings,
+                     const std::shared_ptr<const bool>& running) {
+  return [&document, series, settings, running,
+          told = std::chrono::steady_clock::time_point()](std::span<const double> p) mutable {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - told < kStepTold) return;
+    told = now;
+    const std::vector<double> varied(p.begin(), p.end());
+    QMetaObject::invokeMethod(
+        &document,
+        [&document, series, settings, running, varied] {
+          if (!*running) return;
+          try {
+            emit document.fitStepped(&document, series, ValuesAt(settings, varied));
+          } catch (const Error&) {
+            // Ties without a value here: the fit itself judges the step and tells.
+          }
+        },
+        Qt::QueuedConnection);
   };
 }
 
@@ -66,15 +107,20 @@ void TellFailure(const FitResult& result, Prompt& prompt) {
 /// The fit itself: the values go into the model only at the end, unless every step is to be seen.
 FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& options) {
   const FitJob job = PrepareFit(series, options);
-  std::function<void(std::span<const double>)> every_step;
-  if (series.Fit().Status() == FitStatus::cf_EveryStep) {
-    every_step =
-        StepShower(document, static_cast<std::size_t>(document.Graph().CurrentSeriesIndex()));
+  const bool every_step = series.Fit().Status() == FitStatus::cf_EveryStep;
+  const auto index = static_cast<std::size_t>(document.Graph().CurrentSeriesIndex());
+  const auto running = std::make_shared<bool>(true);
+  EveryStep step;
+  if (every_step) {
+    step = StepShower(document, index);
+  } else if (!document.SelectedChild()) {
+    step = StepTeller(document, index, job.settings, running);
   }
   FitResult result;
   const ProgressPlace place = every_step ? ProgressPlace::Aside : ProgressPlace::Centre;
   document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing...", place},
-                      [&](Progress& progress) { result = RunFit(job, progress, every_step); });
+                      [&](Progress& progress) { result = RunFit(job, progress, step); });
+  *running = false;
   // Steps that were shown are no state to go on from.
   TakeFitSettings(series, job.settings);
   return result;

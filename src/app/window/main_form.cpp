@@ -14,6 +14,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <algorithm>
+#include <map>
 #include <utility>
 #include <variant>
 
@@ -21,6 +22,7 @@
 #include "app/window/arrange_windows.h"
 #include "app/window/features.h"
 #include "app/window/graph_window.h"
+#include "app/window/recent_pictures.h"
 #include "app/window/start_page.h"
 #include "app/window/window_placement.h"
 #include "app/window/window_settings.h"
@@ -61,7 +63,9 @@ ShellParts Complete(ShellParts parts, QWidget* window) {
 T_MainForm::T_MainForm(ShellParts parts)
     : parts_(Complete(std::move(parts), this)),
       settings_(std::move(parts_.settings)),
-      recent_(settings_) {
+      recent_(settings_),
+      pictures_(std::make_unique<RecentPictures>(parts_.paths.pictures)),
+      last_session_(KeptSession(settings_)) {
   setObjectName("T_MainForm");
   setWindowTitle("Tarnwick: Control Panel");
   setAcceptDrops(true);
@@ -125,10 +129,11 @@ CommandContext T_MainForm::Context() {
 }
 
 void T_MainForm::BuildCentre() {
-  start_page_ = new StartPage(this);
+  start_page_ = new StartPage(*pictures_, this);
   connect(start_page_, &StartPage::newWanted, this, [this] { NewGraph(); });
   connect(start_page_, &StartPage::openWanted, this,
           [this] { actions_->ActionOf("FileOpen1")->trigger(); });
+  connect(start_page_, &StartPage::sessionWanted, this, &T_MainForm::ReopenSession);
   connect(start_page_, &StartPage::fileChosen, this,
           [this](const QString& path) { OpenFile(ToPath(path)); });
   // Hidden behind graphs it must not keep the window wide.
@@ -254,6 +259,7 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   ShowPlaced(*window, fills || GetFrames() == WindowFrames::Tabs ? Otherwise::FillWorkspace
                                                                  : Otherwise::OwnPlace);
   window->Canvas().setFocus();
+  KeepSession();
   updateMenu();
   return window;
 }
@@ -263,13 +269,7 @@ void T_MainForm::updateMenu() {
   if (GraphWindows().empty() && centre_->currentWidget() != start_scroll_) {
     centre_->setCurrentWidget(start_scroll_);
   }
-  if (centre_->currentWidget() == start_scroll_) {
-    std::vector<std::filesystem::path> recent;
-    for (const QString& file : recent_.Entries()) {
-      if (!file.isEmpty()) recent.push_back(ToPath(file));
-    }
-    start_page_->ShowFiles(recent, parts_.paths.examples);
-  }
+  if (centre_->currentWidget() == start_scroll_) ShowStartPage();
   read_out_->ShowText(active ? ToQt(IdleReadOut()) : QString());
   refreshMenu({PanelChange::What::ActiveDocument});
 }
@@ -296,10 +296,12 @@ void T_MainForm::ShowNote(const TGraphWindow* active) {
 
 void T_MainForm::closingGraphWindow(TGraphWindow* window) {
   const bool filled = window->isMaximized();
+  KeepPicture(window->GetDocument());
   area_->removeSubWindow(window);
   window->deleteLater();
   // What lay behind it is seen as it was.
   if (TGraphWindow* next = ActiveGraphWindow(); next && filled) next->showMaximized();
+  KeepSession();
   updateMenu();
 }
 
@@ -380,11 +382,14 @@ void T_MainForm::showEvent(QShowEvent* event) {
   // Once the window stands: refreshing shows its progress.
   QMetaObject::invokeMethod(this, &T_MainForm::ApplyCommandOptions, Qt::QueuedConnection);
   QMetaObject::invokeMethod(this, &T_MainForm::OfferLeftGraphs, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(this, &T_MainForm::BeginSession, Qt::QueuedConnection);
 }
 
 void T_MainForm::closeEvent(QCloseEvent* event) {
   closing_allowed_ = true;
   std::vector<TGraphWindow*> windows = GraphWindows();
+  const std::vector<TGraphWindow*> order = windows;
+  std::vector<SessionWindow> session = Session();
   // What asks comes first, changes before the rest: the others are still there when the program stays.
   std::stable_partition(windows.begin(), windows.end(), [](const TGraphWindow* window) {
     return window->GetDocument().Files().ClosingLoses();
@@ -392,13 +397,21 @@ void T_MainForm::closeEvent(QCloseEvent* event) {
   std::stable_partition(windows.begin(), windows.end(), [](const TGraphWindow* window) {
     return window->GetDocument().History().Changed();
   });
+  closing_all_ = true;
+  std::map<const TGraphWindow*, std::filesystem::path> files;
   for (TGraphWindow* window : windows) {
     window->close();
-    if (!closing_allowed_) {
-      event->ignore();
-      return;
-    }
+    if (!closing_allowed_) break;
+    files[window] = SessionFileOf(window->GetDocument());  // closing may have named it
   }
+  closing_all_ = false;
+  if (!closing_allowed_) {
+    KeepSession();
+    event->ignore();
+    return;
+  }
+  for (std::size_t i = 0; i < order.size(); ++i) session[i].file = files[order[i]];
+  tarnwick::KeepSession(session, settings_);
   event->accept();
 }
 

@@ -7,6 +7,7 @@
 
 #include "app/window/command_line.h"
 #include "app/window/recent_files.h"
+#include "app/window/window_session.h"
 #include "base/prompt.h"
 #include "desk/commands/kept_state.h"
 #include "desk/commands/workspace.h"
@@ -26,6 +27,7 @@ class CommandActions;
 class ElidedLabel;
 class KeptArrangement;
 class PanelDocks;
+class RecentPictures;
 class RecoveryKeeper;
 class StartPage;
 class TGraphWindow;
@@ -82,6 +84,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool Close(Document& document) override;
   void Arrange(WindowArrangement arrangement) override;
   void ExitProgram() override;
+  void ReopenSession() override;
+  int WindowsToReopen() const override;
   void SetFrames(WindowFrames frames) override;
   WindowFrames GetFrames() const override;
   void SetButtonCaptions(ButtonCaptions captions) override;
@@ -105,6 +109,11 @@ class T_MainForm final : public QMainWindow, private Workspace {
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
   void KeepCopies();
   void OfferLeftGraphs();
+  void BeginSession();
+  std::vector<SessionWindow> Session() const;
+  void KeepSession();
+  void KeepPicture(const Document& document);
+  void ShowStartPage();
   void OpenLeftGraph(const LeftGraph& left);
   std::string LowestFreeName() const;
   TGraphWindow* WindowOf(const Document& document) const;
@@ -129,13 +138,16 @@ class T_MainForm final : public QMainWindow, private Workspace {
   ElidedLabel* read_out_ = nullptr;
   ElidedLabel* note_ = nullptr;
   std::unique_ptr<PanelDocks> panels_;
+  std::unique_ptr<RecentPictures> pictures_;
   std::unique_ptr<RecoveryKeeper> keeper_;  // null: no copies are kept
   std::vector<std::string> pending_options_;
   std::vector<std::vector<std::string>> waiting_words_;
+  const std::vector<SessionWindow> last_session_;
   bool shown_ = false;
   bool see_all_when_shown_ = false;
   bool start_failed_ = false;
   bool closing_allowed_ = true;
+  bool closing_all_ = false;
 };
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "app/window/recent_files.h"
+#include "app/window/window_session.h"
 #include "app/window/window_settings.h"
 #include "desk/commands/workspace.h"
 #include "desk/settings/settings.h"
@@ -30,6 +31,18 @@ bool CanArrange(const CommandContext& context) {
   return HasDocument(context) && !InTabs(context);
 }
 
+bool CanReopen(const CommandContext& context) {
+  return context.workspace.WindowsToReopen() > 0;
+}
+
+bool ReopensAtStart(const CommandContext& context) {
+  return context.settings.Read(kReopenAtStart);
+}
+
+void ToggleReopenAtStart(CommandContext& context) {
+  context.settings.Write(kReopenAtStart, !ReopensAtStart(context));
+}
+
 bool CaptionsShown(const CommandContext& context) {
   return context.workspace.GetButtonCaptions() == ButtonCaptions::Shown;
 }
@@ -49,7 +62,8 @@ CommandFace CaptionsFace(const CommandContext& context) {
 std::span<const SettingRow> AllSettings() {
   static const std::vector<SettingRow> kRows = [] {
     std::vector<SettingRow> rows;
-    for (const std::span<const SettingRow> some : {WindowSettings(), RecentSettings()})
+    for (const std::span<const SettingRow> some :
+         {WindowSettings(), RecentSettings(), SessionSettings()})
       rows.insert(rows.end(), some.begin(), some.end());
     return rows;
   }();
@@ -105,6 +119,22 @@ Feature WindowsFeature() {
        .group = 2,
        .run = ToggleTabs,
        .checked = InTabs},
+      {.name = "WindowReopen1",
+       .caption = "&Reopen Last Session",
+       .hint = "Reopen Last Session|Open What Was Open When the Program Was Closed Last",
+       .icon = "reopen",
+       .menu = Menu::Window,
+       .group = 3,
+       .enabled = CanReopen,
+       .run = [](CommandContext& c) { c.workspace.ReopenSession(); }},
+      {.name = "WindowReopenAtStart1",
+       .caption = "Reopen at &Start",
+       .hint = "Reopen at Start|Open the Windows of the Last Session at Every Start",
+       .icon = "reopen-start",
+       .menu = Menu::Window,
+       .group = 3,
+       .run = ToggleReopenAtStart,
+       .checked = ReopensAtStart},
       {.name = "MenuShowCaptions1",
        .caption = "Show Button &Captions",
        .hint = "Show Button Captions|Show Menu Button Captions",

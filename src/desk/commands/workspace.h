@@ -59,6 +59,10 @@ class Workspace {
   virtual void SetFrames(WindowFrames frames) = 0;
   virtual WindowFrames GetFrames() const = 0;
   virtual void ExitProgram() = 0;
+  /// Opens what the program had open when it was closed last and has not now; what is not there any more is told.
+  virtual void ReopenSession() = 0;
+  /// How many windows that would open.
+  virtual int WindowsToReopen() const = 0;
   /// Whether the buttons of the tool bar show their captions.
   virtual void SetButtonCaptions(ButtonCaptions captions) = 0;
   virtual ButtonCaptions GetButtonCaptions() const = 0;

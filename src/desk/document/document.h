@@ -84,6 +84,10 @@ class Document final : public QObject {
   void graphChanged(tarnwick::GraphChange change);
   void captionChanged();
   void pointPicked();
+  /// A fit that runs has come to these values of all parameters of a DataSet of the whole graph, whose model keeps its own
+  /// until the end. At most ten times a second.
+  void fitStepped(tarnwick::Document* document, std::size_t series,
+                  const std::vector<double>& values);
   /// Files, changed flag or note are other ones.
   void stateChanged();
 

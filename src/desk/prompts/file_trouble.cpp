@@ -1,11 +1,19 @@
 #include "desk/prompts/file_trouble.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <system_error>
 
+#include "base/number_text.h"
 #include "base/prompt.h"
 #include "graph/files/file_kinds.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr std::size_t kMostTroublesTold = 10;
+
+}  // namespace
 
 std::string MissingText(const std::filesystem::path& path) {
   return "File \"" + path.string() + "\" is not found!";
@@ -25,6 +33,17 @@ bool TellIfMissing(const std::filesystem::path& path, Prompt& prompt) {
 
 void TellFileError(const std::filesystem::path& path, const std::string& reason, Prompt& prompt) {
   prompt.Tell(FileErrorText(path, reason));
+}
+
+void TellTroubles(const std::vector<std::string>& troubles, Prompt& prompt) {
+  if (troubles.empty()) return;
+  const auto count = static_cast<std::int64_t>(troubles.size());
+  std::string text = Counted(count, "file") + " could not be opened:";
+  for (std::size_t i = 0; i < std::min(troubles.size(), kMostTroublesTold); ++i)
+    text += "\n\n" + troubles[i];
+  if (troubles.size() > kMostTroublesTold)
+    text += "\n\nand " + std::to_string(troubles.size() - kMostTroublesTold) + " more";
+  prompt.Tell(text);
 }
 
 bool MayReplace(const std::filesystem::path& path, Prompt& prompt) {

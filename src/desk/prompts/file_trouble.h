@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tarnwick {
 
@@ -18,6 +19,9 @@ bool TellIfMissing(const std::filesystem::path& path, Prompt& prompt);
 
 /// Tells why `path` could not be read or taken.
 void TellFileError(const std::filesystem::path& path, const std::string& reason, Prompt& prompt);
+
+/// Tells of several files at once that could not be opened, by what is told of each; of none, nothing.
+void TellTroubles(const std::vector<std::string>& troubles, Prompt& prompt);
 
 /// Asks whether a file that exists may be written over; true where there is none.
 bool MayReplace(const std::filesystem::path& path, Prompt& prompt);

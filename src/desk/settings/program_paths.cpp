@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include "desk/settings/program_folder.h"
 #include "desk/widgets/text.h"
 #include "graph/files/file_kinds.h"
 
@@ -18,15 +19,8 @@ bool IsFile(const std::filesystem::path& path) {
   return std::filesystem::is_regular_file(path, ignored);
 }
 
-std::filesystem::path UserFolder() {
-  return ToPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)) / "tarnwick";
-}
-
-std::filesystem::path FindTemplate(const std::filesystem::path& program) {
-  for (const auto& folder : {program, program / "../share/tarnwick"}) {
-    if (IsFile(folder / kDefaultTemplateName)) return folder / kDefaultTemplateName;
-  }
-  return {};
+std::filesystem::path Location(QStandardPaths::StandardLocation location) {
+  return ToPath(QStandardPaths::writableLocation(location)) / "tarnwick";
 }
 
 std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& folder) {
@@ -49,6 +43,31 @@ std::vector<std::filesystem::path> FunctionsIn(const std::filesystem::path& fold
   return files;
 }
 
+bool IsFolder(const std::filesystem::path& path) {
+  std::error_code ignored;  // unreadable means not there
+  return std::filesystem::is_directory(path, ignored);
+}
+
+bool CanBeWritten(const std::filesystem::path& folder) {
+  return QFileInfo(PathText(folder)).isWritable();
+}
+
+/// What is installed lies here: beside the programs of a system, else with the program.
+std::filesystem::path ShareOf(const std::filesystem::path& program) {
+  const std::filesystem::path share = program / "../share/tarnwick";
+  return IsFolder(share) ? share : program;
+}
+
+/// The first folder of these that `files` finds something in.
+template <class Find>
+std::vector<std::filesystem::path> FirstOf(const std::vector<std::filesystem::path>& folders,
+                                           Find files) {
+  for (const auto& folder : folders) {
+    if (auto found = files(folder); !found.empty()) return found;
+  }
+  return {};
+}
+
 }  // namespace
 
 std::filesystem::path TemplateOfNewGraphs(const ProgramPaths& paths) {
@@ -56,10 +75,16 @@ std::filesystem::path TemplateOfNewGraphs(const ProgramPaths& paths) {
 }
 
 std::vector<std::filesystem::path> FitFunctions(const ProgramPaths& paths) {
-  std::vector<std::filesystem::path> functions = paths.fit_functions;
+  std::vector<std::filesystem::path> own;
   for (const auto& folder : paths.function_folders) {
-    for (auto& own : FunctionsIn(folder)) functions.push_back(std::move(own));
+    for (auto& function : FunctionsIn(folder)) own.push_back(std::move(function));
   }
+  std::vector<std::filesystem::path> functions = paths.fit_functions;
+  std::erase_if(functions, [&](const auto& ready) {
+    return std::ranges::any_of(
+        own, [&](const auto& function) { return function.filename() == ready.filename(); });
+  });
+  functions.insert(functions.end(), own.begin(), own.end());
   return functions;
 }
 
@@ -67,35 +92,46 @@ std::filesystem::path MakeFunctionFolder(const ProgramPaths& paths) {
   for (const auto& folder : paths.function_folders) {
     std::error_code ignored;  // one that cannot be made is not used
     std::filesystem::create_directories(folder, ignored);
-    const QFileInfo made(PathText(folder));
-    if (made.isDir() && made.isWritable()) return folder;
+    if (IsFolder(folder) && CanBeWritten(folder)) return folder;
   }
   return {};
 }
 
-ProgramPaths FindProgramPaths() {
-  const std::filesystem::path program = ToPath(QCoreApplication::applicationDirPath());
+ProgramPlaces PlacesOfProgram() {
+  return {.program = ToPath(QCoreApplication::applicationDirPath()),
+          .user = Location(QStandardPaths::GenericDataLocation),
+          .cache = Location(QStandardPaths::GenericCacheLocation)};
+}
+
+ProgramPaths FindProgramPaths(const ProgramPlaces& places) {
+  const std::filesystem::path& program = places.program;
+  const std::filesystem::path share = ShareOf(program);
+  // A folder of programs belongs to many.
+  const bool own = share == program && CanBeWritten(program);
+  const std::filesystem::path& folder = own ? program : places.user;
   ProgramPaths paths;
-  paths.default_template = FindTemplate(program);
-  paths.own_template = UserFolder() / kDefaultTemplateName;
+  if (!own) paths.trouble = FillProgramFolder(share, folder);
+  const bool filled = !own && paths.trouble.empty();
+
+  paths.own_template = folder / kDefaultTemplateName;
+  // What was taken out of a folder that was filled is not wanted.
+  if (!filled && IsFile(share / kDefaultTemplateName))
+    paths.default_template = share / kDefaultTemplateName;
   paths.libraries = {program, program / "../lib/tarnwick"};
-  // Installed: share/tarnwick; from a build: the source tree around build/PRESET/bin.
-  for (const char* folder : {"../share/tarnwick/examples", "../../../examples"}) {
-    paths.examples = FilesIn(program / folder);
-    if (!paths.examples.empty()) break;
+  // Of a build: the source tree around build/PRESET/bin.
+  const std::filesystem::path sources = program / "../../..";
+  paths.examples =
+      FirstOf({folder / "examples", share / "examples", sources / "examples"}, FilesIn);
+  if (!filled) paths.fit_functions = FirstOf({share / "TFN", sources / "TFN"}, FunctionsIn);
+  paths.function_folders = {folder / "TFN", places.user / "TFN"};
+  if (folder == places.user) paths.function_folders.pop_back();
+  for (const auto& with_help : {folder, share}) {
+    paths.help = with_help / "HELP/tarnwick.qch";
+    if (IsFile(paths.help)) break;
+    paths.help.clear();
   }
-  for (const char* folder : {"../share/tarnwick/TFN", "../../../TFN"}) {
-    paths.fit_functions = FunctionsIn(program / folder);
-    if (!paths.fit_functions.empty()) break;
-  }
-  paths.function_folders = {program / "TFN", UserFolder() / "TFN"};
-  for (const char* folder : {"HELP", "../share/tarnwick/HELP"}) {
-    if (IsFile(program / folder / "tarnwick.qch")) {
-      paths.help = program / folder / "tarnwick.qch";
-      break;
-    }
-  }
-  paths.recovery = UserFolder() / "recovery";
+  paths.recovery = places.user / "recovery";
+  paths.pictures = places.cache / "recent graphs";
   return paths;
 }
 

@@ -66,6 +66,17 @@ class DisplayPanelTest : public testing::DesktopTest {
   bool left_open_ = false;
 };
 
+TEST_F(DisplayPanelTest, ValuesAreSeenWhileAFitRuns) {
+  Start({Example("decay.dat")});
+  DrawModel();
+  EXPECT_TRUE(Shows({"1.5", "-2"}));
+  emit ActiveDocument().fitStepped(&ActiveDocument(), 0, {7, 8, 9});
+  EXPECT_TRUE(Shows({"7", "8"}));
+  EXPECT_EQ(Model().Param(1).Value(), 1.5) << "the model waits for the end";
+  Model().Change(true);
+  EXPECT_TRUE(Shows({"1.5", "-2"}));
+}
+
 TEST_F(DisplayPanelTest, ShowsPrintedParametersOfModelsThatAreSwitchedOn) {
   Start({Example("decay.dat")});
   EXPECT_TRUE(Indicators().empty());

@@ -202,6 +202,19 @@ TEST_F(FitDesktopTest, EveryStepMovesTheCurve) {
   EXPECT_EQ(Series().Fit().Result()->values[0], Series().Fit().Param(1).Value());
 }
 
+TEST_F(FitDesktopTest, AFitThatShowsItsEndTellsItsValuesMeanwhile) {
+  Start({Example("decay.dat")});
+  Choose("&2 Decay");
+  const double start = Series().Fit().Param(1).Value();
+  std::vector<double> told;
+  QObject::connect(&ActiveDocument(), &Document::fitStepped, form_.get(),
+                   [&](const Document*, std::size_t, const auto& values) { told = values; });
+  Run("FitCurve1");
+  ASSERT_EQ(told.size(), static_cast<std::size_t>(Series().Fit().NParams()));
+  EXPECT_EQ(told[0], start) << "that of the first step";
+  EXPECT_NE(Series().Fit().Param(1).Value(), start);
+}
+
 TEST_F(FitDesktopTest, CancelEndsTheFitAfterItsStep) {
   Start({Example("decay.dat")});
   FitSettings slow = Decay();
