@@ -29,6 +29,7 @@ bool IsThere(const std::filesystem::path& file) {
 void T_MainForm::BeginSession() {
   if (!parts_.paths.trouble.empty()) statusBar()->showMessage(ToQt(parts_.paths.trouble));
   if (settings_.Read(kReopenAtStart)) ReopenSession();
+  KeepSession();  // what the command line opened
 }
 
 int T_MainForm::WindowsToReopen() const {
