@@ -9,7 +9,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr QSize kPicture(128, 86);
+constexpr QSize kPicture(120, 81);
 constexpr int kIcon = 32;
 constexpr double kFaded = 0.35;
 

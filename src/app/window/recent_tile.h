@@ -11,7 +11,7 @@ class RecentTile final : public QToolButton {
 
  public:
   /// Of a tile, pixels.
-  static constexpr int kWidth = 140;
+  static constexpr int kWidth = 132;
 
   RecentTile(const QString& path, QWidget* parent);
   void ShowPicture(const QImage& picture);

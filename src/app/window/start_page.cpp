@@ -16,11 +16,11 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kExamplesWidth = 190;
+constexpr int kExamplesWidth = 186;
 constexpr int kButtonWidth = 140;
 constexpr int kIconSize = 22;
 constexpr int kBetween = 4;  // tiles
-constexpr int kAside = 30;   // between tiles and examples
+constexpr int kAside = 24;   // between tiles and examples
 constexpr int kMostColumns = 5;
 
 QLabel* Heading(const QString& text, double scale, QWidget* parent) {
@@ -56,7 +56,7 @@ void Empty(QVBoxLayout& column) {
 QToolButton* FileButton(const QString& path, QWidget* parent) {
   auto* button = new QToolButton(parent);
   button->setText(button->fontMetrics().elidedText(PathText(ToPath(path).filename()),
-                                                   Qt::ElideMiddle, kExamplesWidth - 40));
+                                                   Qt::ElideMiddle, kExamplesWidth - 36));
   button->setIcon(InkIcon("graph"));
   button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   button->setAutoRaise(true);
@@ -72,6 +72,7 @@ StartPage::StartPage(RecentPictures& pictures, QWidget* parent)
     : QWidget(parent),
       pictures_(pictures),
       session_(BigButton({}, "reopen", this)),
+      buttons_(new QHBoxLayout),
       no_recent_(Subdued(tr("None yet"), this)),
       tiles_(new QGridLayout),
       examples_column_(new QVBoxLayout) {
@@ -84,12 +85,11 @@ StartPage::StartPage(RecentPictures& pictures, QWidget* parent)
   connect(open, &QPushButton::clicked, this, &StartPage::openWanted);
   connect(session_, &QPushButton::clicked, this, &StartPage::sessionWanted);
 
-  auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(12);
-  buttons->addWidget(open);
-  buttons->addWidget(new_graph);
-  buttons->addWidget(session_);
-  buttons->addStretch();
+  buttons_->setSpacing(12);
+  buttons_->addWidget(open);
+  buttons_->addWidget(new_graph);
+  buttons_->addWidget(session_);
+  buttons_->addStretch();
   auto* hint = Subdued(tr("Open a data file, or drop files here."), this);
 
   tiles_->setSpacing(kBetween);
@@ -100,7 +100,7 @@ StartPage::StartPage(RecentPictures& pictures, QWidget* parent)
   grid->setVerticalSpacing(10);
   grid->addWidget(Heading(tr("Tarnwick"), 1.9, this), 0, 0, 1, 2);
   grid->addWidget(hint, 1, 0, 1, 2);
-  grid->addLayout(buttons, 2, 0, 1, 2);
+  grid->addLayout(buttons_, 2, 0, 1, 2);
   grid->setRowMinimumHeight(3, 2);
   grid->addWidget(Heading(tr("Recent files"), 1.1, this), 4, 0);
   grid->addWidget(no_recent_, 5, 0, Qt::AlignTop);
@@ -129,6 +129,13 @@ StartPage::StartPage(RecentPictures& pictures, QWidget* parent)
   connect(&pictures_, &RecentPictures::fileMissing, this, [this](const QString& path) {
     if (RecentTile* const tile = TileOf(path)) tile->ShowMissing();
   });
+}
+
+QSize StartPage::minimumSizeHint() const {
+  const QMargins margins = layout()->contentsMargins();
+  const int content =
+      std::max(buttons_->minimumSize().width(), RecentTile::kWidth + kAside + kExamplesWidth);
+  return {content + margins.left() + margins.right(), QWidget::minimumSizeHint().height()};
 }
 
 RecentTile* StartPage::TileOf(const QString& path) const {

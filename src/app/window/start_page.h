@@ -8,6 +8,7 @@
 #include <vector>
 
 class QGridLayout;
+class QHBoxLayout;
 class QPushButton;
 class QVBoxLayout;
 
@@ -27,6 +28,8 @@ class StartPage final : public QWidget {
   void ShowFiles(const Files& recent, const Files& examples);
   /// Offers to open the windows of the last session; 0: there are none.
   void OfferSession(int windows);
+  /// As narrow as one column of tiles beside the examples.
+  QSize minimumSizeHint() const override;
 
  signals:
   void newWanted();
@@ -46,6 +49,7 @@ class StartPage final : public QWidget {
 
   RecentPictures& pictures_;
   QPushButton* session_;
+  QHBoxLayout* buttons_;
   QWidget* no_recent_;
   QGridLayout* tiles_;
   QVBoxLayout* examples_column_;

@@ -95,7 +95,7 @@ TEST_F(SessionTest, TheStartPageShowsRecentGraphsAndWhichAreMissing) {
   chooser_->to_save = {saved_};
   Run("FileSaveAs1");
   Run("FileClose1");
-  const auto picture = [&] { return Tiles().at(0)->icon().pixmap(128, 86).toImage(); };
+  const auto picture = [&] { return Tiles().at(0)->icon().pixmap(120, 81).toImage(); };
   const QImage without = picture();
   ASSERT_EQ(Tiles().at(0)->toolTip(), PathText(saved_));
   EXPECT_TRUE(QTest::qWaitFor([&] { return picture() != without; })) << "made when it was closed";
