@@ -9,6 +9,7 @@
 #include "app/window/main_form.h"
 #include "base/whole_file.h"
 #include "desk/widgets/ink_icon.h"
+#include "desk/widgets/subdued_text.h"
 #include "graph/gif/gif_format.h"
 
 namespace {
@@ -50,6 +51,7 @@ int main(int argc, char** argv) {
   tarnwick::RegisterGifFormat();
   QApplication::setApplicationName("Tarnwick");
   QGuiApplication::setDesktopFileName("tarnwick");
+  tarnwick::SubdueByTextColor();
   QApplication::setWindowIcon(tarnwick::InkIcon("tarnwick"));
   if (start == SingleInstance::Start::Blocked) return TellBlocked();
 

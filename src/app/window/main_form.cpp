@@ -38,6 +38,7 @@
 #include "desk/prompts/message_box_prompt.h"
 #include "desk/recovery/recovery_keeper.h"
 #include "desk/widgets/elided_label.h"
+#include "desk/widgets/subdued_text.h"
 #include "desk/widgets/text.h"
 #include "desk/work/threaded_work.h"
 #include "graph/files/file_kinds.h"
@@ -413,6 +414,11 @@ void T_MainForm::closeEvent(QCloseEvent* event) {
   for (std::size_t i = 0; i < order.size(); ++i) session[i].file = files[order[i]];
   tarnwick::KeepSession(session, settings_);
   event->accept();
+}
+
+void T_MainForm::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) SubdueByTextColor();
+  QMainWindow::changeEvent(event);
 }
 
 void T_MainForm::dragEnterEvent(QDragEnterEvent* event) {

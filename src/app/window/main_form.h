@@ -68,6 +68,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
  protected:
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
@@ -110,6 +111,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void KeepCopies();
   void OfferLeftGraphs();
   void BeginSession();
+  /// In the status bar: what went wrong beside the work, and stops nobody. The middle of a long text stands in the tool tip.
+  void TellAside(const QString& text);
   std::vector<SessionWindow> Session() const;
   void KeepSession();
   void KeepPicture(const Document& document);

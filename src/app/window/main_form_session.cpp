@@ -14,6 +14,8 @@
 namespace tarnwick {
 namespace {
 
+constexpr int kBesideMessage = 40;  // of the status bar, pixels
+
 bool IsShown(const std::vector<Document*>& documents, const SessionWindow& kept) {
   return std::ranges::any_of(
       documents, [&](const Document* document) { return SessionFileOf(*document) == kept.file; });
@@ -27,9 +29,16 @@ bool IsThere(const std::filesystem::path& file) {
 }  // namespace
 
 void T_MainForm::BeginSession() {
-  if (!parts_.paths.trouble.empty()) statusBar()->showMessage(ToQt(parts_.paths.trouble));
+  if (!parts_.paths.trouble.empty()) TellAside(ToQt(parts_.paths.trouble));
+  if (const QString trouble = settings_.Trouble(); !trouble.isEmpty()) TellAside(trouble);
   if (settings_.Read(kReopenAtStart)) ReopenSession();
   KeepSession();  // what the command line opened
+}
+
+void T_MainForm::TellAside(const QString& text) {
+  const int room = statusBar()->width() - kBesideMessage;
+  statusBar()->showMessage(fontMetrics().elidedText(text, Qt::ElideMiddle, room));
+  statusBar()->setToolTip(text);
 }
 
 int T_MainForm::WindowsToReopen() const {

@@ -213,7 +213,7 @@ void T_MainForm::KeepCopies() {
   if (parts_.paths.recovery.empty()) return;
   keeper_ = std::make_unique<RecoveryKeeper>(parts_.paths.recovery);
   connect(keeper_.get(), &RecoveryKeeper::failed, this, [this](const QString& why) {
-    statusBar()->showMessage(tr("Changes are not kept for a program that is ended: %1").arg(why));
+    TellAside(tr("Changes are not kept for a program that is ended: %1").arg(why));
   });
 }
 

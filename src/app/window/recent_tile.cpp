@@ -61,10 +61,10 @@ void RecentTile::Draw() {
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   const QRect whole({0, 0}, kPicture);
   if (missing_) painter.setOpacity(kFaded);
-  if (picture_.isNull()) {
+  if (picture_.isNull() && !missing_) {
     const QRect middle((whole.width() - kIcon) / 2, (whole.height() - kIcon) / 2, kIcon, kIcon);
     InkIcon("graph").paint(&painter, middle);
-  } else {
+  } else if (!picture_.isNull()) {
     const QSize shown = kPicture * ratio;
     painter.drawImage(whole,
                       picture_.scaled(shown, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));

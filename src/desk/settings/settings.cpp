@@ -9,4 +9,10 @@ std::optional<bool> Settings::BooleanOf(const QVariant& stored) {
   return std::nullopt;
 }
 
+QString Settings::Trouble() const {
+  if (store_->isWritable()) return {};
+  return QObject::tr("Settings and recent files are not kept: %1 cannot be written")
+      .arg(store_->fileName());
+}
+
 }  // namespace tarnwick

@@ -25,6 +25,8 @@ class Settings {
   void Write(const Setting<T>& setting, const T& value) {
     store_->setValue(PathOf(setting.section, setting.key), QVariant::fromValue(value));
   }
+  /// Why nothing written is kept; empty when it is.
+  QString Trouble() const;
 
  private:
   /// 0, 1, true and false are booleans, other texts and numbers none.
