@@ -6,7 +6,7 @@ target_compile_options(tarnwick_test_code INTERFACE $<$<CONFIG:Release>:-O1> -fP
 # tarnwick_tests(<folder> MAIN <plain|gui|widgets> [LINK <library>...])
 #
 # The test binary <folder>_tests made of the folder's *_test.cpp files (in its folders too) and its layer's library, with one
-# of the test mains of tests/support, registered as one test. Its results are also written as JSON into tests/results/.
+# of the test mains of tests/support, registered as one test. Its results are also written as JSON into tests/outcomes/.
 function(tarnwick_tests folder)
     cmake_parse_arguments(PARSE_ARGV 1 test "" "MAIN" "LINK")
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*_test.cpp")
@@ -23,6 +23,6 @@ function(tarnwick_tests folder)
     tarnwick_precompile(${target} test_${test_MAIN})
     add_test(NAME ${target}
              COMMAND ${target} --gtest_brief=1
-                     --gtest_output=json:${CMAKE_BINARY_DIR}/tests/results/${target}.json)
+                     --gtest_output=json:${CMAKE_BINARY_DIR}/tests/outcomes/${target}.json)
     set_tests_properties(${target} PROPERTIES TIMEOUT 600)
 endfunction()
