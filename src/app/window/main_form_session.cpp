@@ -1,4 +1,5 @@
 // What the main window has from the session before and leaves for the next: its windows, and the pictures of recent graphs.
+#include <QMdiArea>
 #include <QStatusBar>
 #include <algorithm>
 #include <system_error>

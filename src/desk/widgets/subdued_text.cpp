@@ -6,7 +6,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr double kPaleness = 0.6;  // opaque enough for small letters
+constexpr float kPaleness = 0.6F;  // opaque enough for small letters
 
 }  // namespace
 
