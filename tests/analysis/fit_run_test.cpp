@@ -109,17 +109,22 @@ TEST(RunFit, TheFinishStartsAgainWhereTheMethodBeforeWentAstray) {
 }
 
 TEST(RunFit, RefusesWithAReasonAndKeepsTheValues) {
-  const std::pair<const char*, const char*> rows[] = {{"", "The model has no expression."},
-                                                      {"a*ln(x-a)", "no value at X = 0 and at "},
-                                                      {"a*exp(1000*(x+1))", "no value at X = 0 "}};
+  const struct {
+    const char* expression;
+    double start;
+    const char* says;
+  } rows[] = {{"", 1, "The model has no expression."},
+              {"a*ln(x-a)", 1, "no value at X = 0 and at "},
+              {"a*exp(1000*(x+1))", 1, "no value at X = 0 "},
+              {"a+x", HUGE_VAL, "a has no finite value to start from."}};
   for (const FitProcType method : kMethods) {
-    for (const auto& [expression, says] : rows) {
+    for (const auto& [expression, start, says] : rows) {
       SCOPED_TRACE(expression + std::string(NameOf(method)));
       TDataSeries series;
       FillDecay(series);
       FitSettings settings = Decay(method);
       settings.Expression = expression;
-      settings.parameters.resize(1);
+      settings.parameters = {Varied("a", start)};
       series.Fit().SetSettings(settings, true);
       const FitResult result = Fit(series);
       EXPECT_THAT(result.verdict.summary, HasSubstr(says));
