@@ -87,6 +87,15 @@ TEST_F(DataEditorTest, EverySettingOfASourceHasAControl) {
   }
 }
 
+TEST_F(DataEditorTest, TheBarOfWhatWasGuessedLeadsThere) {
+  Start({folder_.Write("gap.csv", "t,u\n1,10\n2,\n3,30\n4,40\n")});
+  form_->findChild<QPushButton*>("WhatWasGuessed")->click();
+  QCoreApplication::processEvents();
+  const auto* pages = form_->findChild<QTabWidget*>("DataPages");
+  ASSERT_TRUE(pages && pages->isVisible());
+  EXPECT_TRUE(pages->currentWidget()->findChild<QWidget*>("Preview"));
+}
+
 TEST_F(DataEditorTest, ReadsByOtherSettingsAsOneStepAndCutsAllDataSetsOfTheFileAlike) {
   Open("t;u;v\nremark\n1;2;30\n2;5;60\n3;8;90\n");
   ASSERT_EQ(ActiveDocument().Graph().SeriesCount(), 2U);

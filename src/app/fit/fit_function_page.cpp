@@ -17,6 +17,7 @@
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/expression_edit.h"
 #include "desk/widgets/text.h"
+#include "fit/model/typed_model.h"
 
 namespace tarnwick {
 namespace {

@@ -6,10 +6,10 @@
 #include "base/text_encoding.h"
 #include "base/word_list.h"
 #include "expr/expression_hints.h"
-#include "expr/expression_parts.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/ties.h"
+#include "fit/model/typed_model.h"
 #include "results/fitted_model.h"
 
 namespace tarnwick {
@@ -28,18 +28,6 @@ std::string NameTrouble(const std::vector<ParameterSettings>& parameters) {
     seen.push_back(lower);
   }
   return {};
-}
-
-/// The names, which the compiler answers in lower case, as the expression writes them first.
-std::vector<std::string> AsTyped(std::vector<std::string> names, std::string_view expression) {
-  const std::vector<ExpressionPart> parts = PartsOf(expression);
-  for (std::string& name : names) {
-    const auto typed = std::ranges::find_if(parts, [&](const ExpressionPart& part) {
-      return LowerAscii(expression.substr(part.place, part.length)) == name;
-    });
-    if (typed != parts.end()) name = expression.substr(typed->place, typed->length);
-  }
-  return names;
 }
 
 std::string TroubleText(const EParserException& error, std::optional<std::size_t> place) {
@@ -70,7 +58,7 @@ ModelCheck CheckModel(const FitSettings& model) {
     check.error = error.what();
     return check;
   }
-  check.unknown_names = AsTyped(compiled.UnassignedNames(), model.Expression);
+  check.unknown_names = UnknownNames(compiled);
   check.warning = SignWarning(model.Expression);
   return check;
 }
@@ -91,15 +79,6 @@ Calculation Calculate(FitSettings model, const std::string& text, double x) {
   } catch (const Error& error) {
     return {.error = error.what()};
   }
-}
-
-ParameterSettings MadeParameter(const std::string& name) {
-  ParameterSettings parameter;
-  parameter.Name = name;
-  parameter.Value = 1;
-  parameter.Vary = true;
-  parameter.Description = "Parameter " + name;
-  return parameter;
 }
 
 FitSettings TypedModel(const std::string& formula, std::size_t points) {

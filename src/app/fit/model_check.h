@@ -31,8 +31,6 @@ struct Calculation {
 /// `text` at the variable's value `x`, with the names and templates of the model; an empty one stands for the model's expression.
 Calculation Calculate(FitSettings model, const std::string& text, double x);
 
-/// What an unknown name of an expression becomes: varied, from 1.
-ParameterSettings MadeParameter(const std::string& name);
 /// The model of a formula, with its unknown names for parameters; see StartTypedModel.
 FitSettings TypedModel(const std::string& formula, std::size_t points);
 

@@ -46,7 +46,9 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   auto* const column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  column->addWidget(new ToldBar(*document_, prompt, content));
+  auto* const told = new ToldBar(*document_, prompt, content);
+  connect(told, &ToldBar::sourceWanted, this, &TGraphWindow::sourceWanted);
+  column->addWidget(told);
   column->addWidget(canvas_, 1);
   content->setFocusProxy(canvas_);
   setWidget(content);

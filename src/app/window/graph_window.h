@@ -29,6 +29,8 @@ class TGraphWindow final : public QMdiSubWindow {
   void closing(tarnwick::TGraphWindow* window);
   /// The user took back closing this window, and with it closing the program.
   void closingRefused();
+  /// The user wants to see and change how the data are read.
+  void sourceWanted();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

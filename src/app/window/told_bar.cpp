@@ -40,10 +40,13 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
       document_(document),
       prompt_(prompt),
       text_(new TextLines(kMostLines, this)),
+      guessed_(new QPushButton(tr("&What was guessed"), this)),
       all_rows_(new QPushButton(tr("Load &all rows"), this)),
       no_errors_(new QPushButton(tr("Leave &errors out"), this)) {
   setObjectName("ToldBar");
   text_->setObjectName("Told");
+  guessed_->setObjectName("WhatWasGuessed");
+  guessed_->setToolTip(tr("See the file's lines as they were read, and read them otherwise"));
   all_rows_->setObjectName("LoadAllRows");
   all_rows_->setToolTip(tr("Read every row of the file"));
   no_errors_->setObjectName("LeaveErrorsOut");
@@ -62,6 +65,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   row->setContentsMargins(8, 4, 4, 4);
   row->addWidget(icon, 0, Qt::AlignVCenter);
   row->addWidget(text_, 1);
+  row->addWidget(guessed_, 0, Qt::AlignVCenter);
   row->addWidget(all_rows_, 0, Qt::AlignVCenter);
   row->addWidget(no_errors_, 0, Qt::AlignVCenter);
   row->addWidget(close, 0, Qt::AlignVCenter);
@@ -69,6 +73,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
     document_.Files().Told().Close();
     Follow();
   });
+  connect(guessed_, &QPushButton::clicked, this, &ToldBar::sourceWanted);
   connect(all_rows_, &QPushButton::clicked, this, &ToldBar::LoadAllRows);
   connect(no_errors_, &QPushButton::clicked, this, &ToldBar::LeaveErrorsOut);
   connect(&document_, &Document::stateChanged, this, &ToldBar::Follow);
@@ -78,6 +83,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
 void ToldBar::Follow() {
   const QString text = ToQt(document_.Files().Told().Text());
   text_->ShowText(text);
+  guessed_->setVisible(document_.Files().Told().Tells(ToldAbout::Guessing));
   all_rows_->setVisible(CanShowMore(document_));
   no_errors_->setVisible(document_.Files().Told().Tells(ToldAbout::Errors));
   setVisible(!text.isEmpty());

@@ -19,6 +19,10 @@ class ToldBar final : public QFrame {
   /// `document` and `prompt` outlive the bar.
   ToldBar(Document& document, Prompt& prompt, QWidget* parent);
 
+ signals:
+  /// The user wants to see and change how the data are read.
+  void sourceWanted();
+
  protected:
   void paintEvent(QPaintEvent* event) override;
 
@@ -30,6 +34,7 @@ class ToldBar final : public QFrame {
   Document& document_;
   Prompt& prompt_;
   TextLines* text_;
+  QPushButton* guessed_;
   QPushButton* all_rows_;
   QPushButton* no_errors_;
 };

@@ -9,6 +9,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/whole_file.h"
+#include "base/word_list.h"
 #include "cli/commands/commands.h"
 #include "cli/commands/fit_several.h"
 #include "cli/commands/fit_text.h"
@@ -23,6 +24,7 @@
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
 #include "fit/model/fit_function_file.h"
+#include "fit/model/typed_model.h"
 #include "graph/files/file_kinds.h"
 #include "results/fitted_model.h"
 
@@ -180,10 +182,21 @@ void Save(const Options& options, const InputGraph& input, std::size_t index,
   if (function) function->Commit();
 }
 
+/// The names of a typed formula that nothing else gives a value; answers them.
+std::vector<std::string> TakeNamesAsParameters(TSeries& series) {
+  FitSettings settings = series.Fit().Settings();
+  std::vector<std::string> names = MakeParameters(settings);
+  if (!names.empty()) TakeFitSettings(series, settings);
+  return names;
+}
+
 /// Starts from the data instead of from the model's own values.
 void TakeGuess(FitJob& job, TSeries& series) {
   const auto guess = GuessStart(job);
-  if (!guess) throw Error("The data tell no starting values of this model.");
+  if (!guess) {
+    throw Error(
+        "The data tell no starting values of this model; --parameter NAME=VALUE gives some.");
+  }
   job.settings.parameters = *guess;
   TakeFitSettings(series, job.settings);
 }
@@ -202,11 +215,14 @@ void Run(const Options& options, Output& output) {
   TSeries& series = input.graph->Series(index);
   RequireY(input, series);
   GiveModel(options, series);
+  std::vector<std::string> made;
+  if (options.guess) made = TakeNamesAsParameters(series);
   FitJob job = PrepareFit(series, RunOptionsOf(options));
   if (options.guess) TakeGuess(job, series);
   FitResult result = Fit(job);
   ApplyFit(series, result);
   if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
+  if (!made.empty()) result.verdict.notes.push_back("Taken as parameters: " + Listed(made) + ".");
   NoteOptions(input, index, job, result);
   const FitAnswer answer = Answer(options, job, series, std::move(result));
   Save(options, input, index, answer, output);

@@ -230,6 +230,7 @@ bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources) {
   });
   if (result.cancelled) return false;
   OpenEdit step(document_, "Edit Data Source");
+  data_told_.Clear();
   TakeReadAgain(result, step);
   return true;
 }
@@ -246,7 +247,7 @@ bool DocumentFiles::LoadAllRows() {
 
 void DocumentFiles::TakeReadAgain(const ReadResult& result, OpenEdit& step) {
   TakeWhole(result);
-  data_told_.Replace(result.told);
+  data_told_.ReadAgain(result.told);
   SettleTooManyPoints();
   // Without a change there is no step, and yet there may be something to tell.
   if (!step.Finish()) emit document_.stateChanged();

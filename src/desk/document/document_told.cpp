@@ -16,10 +16,20 @@ void DocumentTold::Drop(ToldAbout about) {
   std::erase_if(told_, [about](const ToldClause& clause) { return clause.about == about; });
 }
 
+void DocumentTold::ReadAgain(const ImportTold& told) {
+  ImportTold all = told;
+  for (const ToldClause& clause : told_) {
+    const bool guessed = clause.about == ToldAbout::Guessing || clause.about == ToldAbout::Errors;
+    if (guessed && std::ranges::find(all, clause) == all.end()) all.push_back(clause);
+  }
+  Replace(all);
+}
+
 void DocumentTold::Replace(const ImportTold& told) {
-  if (told == told_) return;
+  closed_ = closed_ && std::ranges::all_of(told, [this](const ToldClause& clause) {
+              return std::ranges::find(told_, clause) != told_.end();
+            });
   told_ = told;
-  closed_ = false;
 }
 
 }  // namespace tarnwick

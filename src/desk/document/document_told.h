@@ -15,8 +15,10 @@ class DocumentTold {
 
   /// Stands behind what is told already, unless that was closed.
   void Add(const ImportTold& told);
-  /// Stands in place of it. What was closed stays so while the same is told.
+  /// Stands in place of it. What was closed stays so while nothing new is told.
   void Replace(const ImportTold& told);
+  /// The same data were read again as they were before: what was guessed of them still holds, unless `told` says it anew.
+  void ReadAgain(const ImportTold& told);
   void Close() { closed_ = true; }
   bool Tells(ToldAbout about) const { return !closed_ && IsAbout(told_, about); }
   /// What is about this is no longer so.

@@ -41,7 +41,7 @@ TEST_F(DesktopTest, ABarTellsWhatWasLeftOutUntilItIsClosed) {
   source.AllRows = false;
   source.RowSamplingFrequency = 2;
   ActiveDocument().Files().Refresh();
-  EXPECT_EQ(text(), "Every 2nd row is shown.");
+  EXPECT_EQ(text(), "Every 2nd row is shown; lines are broken at 1 gap.");
   all_rows->click();
   EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 3);
   EXPECT_EQ(ActiveDocument().History().UndoName(), "Load All Rows");

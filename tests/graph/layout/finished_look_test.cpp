@@ -146,15 +146,17 @@ TEST(FinishedLook, TheLegendTakesTheEmptyCornerOrStandsBeside) {
 
 TEST(FinishedLook, FewPointsAreSymbolsManyAThinLine) {
   struct Row {
+    int series;
     int points;
     bool symbols;
     int width;
   };
-  for (const Row& row :
-       {Row{300, true, 1}, Row{301, false, 2}, Row{2000, false, 2}, Row{2001, false, 1}}) {
+  for (const Row& row : {Row{1, 300, true, 1}, Row{1, 301, false, 2}, Row{1, 2000, false, 2},
+                         Row{1, 2001, false, 1}, Row{8, 300, true, 1}, Row{9, 300, false, 2}}) {
     TxyGraph graph;
     Points points;
     for (int i = 0; i < row.points; ++i) points.emplace_back(i, i);
+    for (int i = 1; i < row.series; ++i) Add(graph, points);
     const TSeries& series = Add(graph, points);
     Finished(graph);
     EXPECT_EQ(series.Style().show_symbols, row.symbols) << row.points;
