@@ -40,9 +40,9 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
       document_(document),
       prompt_(prompt),
       text_(new TextLines(kMostLines, this)),
-      guessed_(new QPushButton(tr("&What was guessed"), this)),
-      all_rows_(new QPushButton(tr("Load &all rows"), this)),
-      no_errors_(new QPushButton(tr("Leave &errors out"), this)) {
+      guessed_(new QPushButton(tr("What was &guessed"), this)),
+      all_rows_(new QPushButton(tr("&Load all rows"), this)),
+      no_errors_(new QPushButton(tr("Leave e&rrors out"), this)) {
   setObjectName("ToldBar");
   text_->setObjectName("Told");
   guessed_->setObjectName("WhatWasGuessed");
