@@ -57,8 +57,8 @@ class FitRun {
   FitResult Run();
   /// The share of one DataSet in what Run answered.
   FitResult OfPart(std::size_t number, const FitResult& whole);
-  /// Of what Run answered, once its shares are known.
-  FitVerdict JudgeTogether(const FitResult& whole, std::span<const FitResult> shares) const;
+  /// Of what Run answered, once its shares are known, and of the shares, once that is.
+  void JudgeTogether(JointFit& fit) const;
 
  private:
   void Add(FitPart& part, std::span<const std::string> shared);
@@ -328,11 +328,22 @@ FitResult FitRun::OfPart(std::size_t number, const FitResult& whole) {
   return result;
 }
 
-FitVerdict FitRun::JudgeTogether(const FitResult& whole, std::span<const FitResult> shares) const {
-  std::vector<FitShare> judged;
-  for (std::size_t i = 0; i < shares.size(); ++i)
-    judged.push_back({parts_[i]->job.data_set, &shares[i], &about_[i]});
-  return JudgeJointFit(whole, Together(about_), judged);
+void FitRun::JudgeTogether(JointFit& fit) const {
+  std::vector<FitShare> shares;
+  for (std::size_t i = 0; i < parts_.size(); ++i)
+    shares.push_back(
+        {parts_[i]->job.data_set, &fit.parts[i], &about_[i], IsTestedByAll(parts_, *parts_[i])});
+  const bool ask_all = std::ranges::any_of(shares, [](const FitShare& share) {
+    return share.tested_by_all && share.result->verdict.untested;
+  });
+  if (ask_all && !IsUndefined(fit.whole.statistics.residual_correlation)) {
+    fit.whole.residuals = TestResiduals(SampleOfAll(parts_, fit.whole.values, kPatternPoints));
+    fit.whole.residuals.of_several = true;
+    for (FitShare& share : shares) share.tested_by_all &= fit.whole.residuals.freedom > 0;
+  }
+  fit.whole.verdict = JudgeJointFit(fit.whole, Together(about_), shares);
+  for (std::size_t i = 0; i < parts_.size(); ++i)
+    fit.parts[i].verdict = JudgeShare(shares[i], fit.whole);
 }
 
 }  // namespace
@@ -351,7 +362,7 @@ JointFit RunJointFit(std::span<const FitJob> jobs, std::span<const std::string> 
   JointFit fit;
   fit.whole = run.Run();
   for (std::size_t i = 0; i < jobs.size(); ++i) fit.parts.push_back(run.OfPart(i, fit.whole));
-  fit.whole.verdict = run.JudgeTogether(fit.whole, fit.parts);
+  run.JudgeTogether(fit);
   return fit;
 }
 

@@ -94,6 +94,39 @@ std::vector<TiedParameter> TiesOf(const FitPart& part, const FitResult& result) 
   return tied;
 }
 
+ResidualSample SampleOfAll(std::span<const std::unique_ptr<FitPart>> parts,
+                           std::span<const double> p, std::size_t most) {
+  ResidualSample all;
+  all.jacobian.resize(0, static_cast<Eigen::Index>(p.size()));
+  for (const std::unique_ptr<FitPart>& part : parts) {
+    const ResidualSample one =
+        part->residuals->Sample(part->Local(p), std::max<std::size_t>(most / parts.size(), 1));
+    const Eigen::Index before = all.jacobian.rows();
+    all.jacobian.conservativeResize(before + one.jacobian.rows(), Eigen::NoChange);
+    all.jacobian.bottomRows(one.jacobian.rows()).setZero();
+    for (std::size_t j = 0; j < part->columns.size(); ++j)
+      all.jacobian.col(static_cast<Eigen::Index>(part->columns[j])).tail(one.jacobian.rows()) =
+          one.jacobian.col(static_cast<Eigen::Index>(j));
+    for (const auto list : {&ResidualSample::x, &ResidualSample::curve, &ResidualSample::weights,
+                            &ResidualSample::residuals})
+      (all.*list).insert((all.*list).end(), (one.*list).begin(), (one.*list).end());
+  }
+  return all;
+}
+
+bool IsTestedByAll(std::span<const std::unique_ptr<FitPart>> parts, const FitPart& part) {
+  const FitSettings& own = part.job.settings;
+  const bool one_function = std::ranges::all_of(parts, [&](const auto& other) {
+    const FitSettings& settings = other->job.settings;
+    return settings.Expression == own.Expression && settings.templates == own.templates;
+  });
+  const bool shares = std::ranges::any_of(parts, [&](const auto& other) {
+    return other.get() != &part &&
+           std::ranges::find_first_of(part.columns, other->columns) != part.columns.end();
+  });
+  return one_function && shares;
+}
+
 void CheckShared(std::span<const FitJob> jobs, std::span<const std::string> shared) {
   for (const std::string& name : shared) {
     for (const FitJob& job : jobs) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -66,6 +67,7 @@ struct FarthestPoint {
 /// What residuals show beside scatter: how probable as much is by chance alone. 1 where that was not tested.
 struct ResidualFindings {
   std::int64_t freedom = 0;  ///< degrees of freedom of the residuals tested; 0 where none were
+  bool of_several = false;   ///< those of several DataSets, one behind the other
   double alike = 1;          ///< neighbours as alike
   double alternating = 1;    ///< neighbours as opposite
   double lagged = 1;         ///< as strong correlations over several points
@@ -92,6 +94,8 @@ struct FitVerdict {
   std::vector<std::string> notes;  ///< further sentences, the most important first
 };
 
+struct FitTogether;
+
 struct FitResult {
   MinimiseOutcome outcome;
   std::vector<std::string> names;  ///< of the varied parameters, in order
@@ -116,6 +120,22 @@ struct FitResult {
   /// What a finishing Newton-type run from here would reach: its sum of squares. Empty when that was the method or not tried.
   std::optional<double> newton_sum_of_squares;
   FitVerdict verdict;
+  /// Of one DataSet's share in a fit of several: the whole. Null otherwise.
+  std::shared_ptr<const FitTogether> together;
+};
+
+/// A fit of several DataSets at once, as each of them keeps it.
+struct FitTogether {
+  struct Member {
+    std::string data_set;
+    FitVerdict verdict;
+    std::int64_t points = 0;
+    double sum_of_squares = 0;
+    double r_squared = 0;
+  };
+  FitResult whole;                  ///< own parameters are named with their DataSet
+  std::vector<std::string> shared;  ///< names of those with one value in all
+  std::vector<Member> members;      ///< in the order of the fit
 };
 
 }  // namespace tarnwick

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "base/word_list.h"
 
 namespace tarnwick {
 namespace {
@@ -69,15 +72,14 @@ std::string FigureText(const FitFigure& figure) {
                                           : GeneralText(figure.value, kDigitsWithoutError);
 }
 
-std::string Exact(double value) {
-  return IsUndefined(value) ? std::string() : ShortestText(value);
+/// What the share of one DataSet in a fit of several has of its own.
+bool IsOwn(const FitFigure& figure) {
+  constexpr std::string_view kOwn[] = {"rss", "r_squared"};
+  return std::ranges::find(kOwn, figure.key) != std::end(kOwn);
 }
 
-/// What the sum of squares is called.
-const char* NameOfSum(const FitWeighting& weighting) {
-  if (weighting.errors == FitErrors::Absolute) return "χ²";
-  const bool plain = weighting.weights == FitWeights::None && weighting.loss == FitLoss::Linear;
-  return plain ? "Sum of squares" : "Weighted sum of squares";
+std::string Exact(double value) {
+  return IsUndefined(value) ? std::string() : ShortestText(value);
 }
 
 const char* TextOf(FitWeights weights) {
@@ -102,6 +104,28 @@ std::string TextOf(const FitWeighting& weighting) {
 }
 
 }  // namespace
+
+const char* NameOfSum(const FitWeighting& weighting) {
+  if (weighting.errors == FitErrors::Absolute) return "χ²";
+  const bool plain = weighting.weights == FitWeights::None && weighting.loss == FitLoss::Linear;
+  return plain ? "Sum of squares" : "Weighted sum of squares";
+}
+
+std::string ChangedText(const LastFit& last) {
+  if (last.damaged) return "The file holds a result of a fit that is damaged; it was passed over.";
+  if (last.points_changed && last.model_changed)
+    return "Points and function changed since this fit.";
+  if (last.points_changed) return "The points changed since this fit.";
+  return last.model_changed ? "The function or its values changed since this fit." : "";
+}
+
+std::string SharedText(const FitTogether& together) {
+  constexpr std::size_t kMostNamed = 5;
+  const std::vector<std::string>& shared = together.shared;
+  if (shared.empty()) return "no parameter is shared.";
+  return Listed(shared, kMostNamed) + (shared.size() == 1 ? " has" : " have") +
+         " one value in all.";
+}
 
 std::string ErrorModelText(const FitStatistics& statistics) {
   const FitWeighting& weighting = statistics.weighting;
@@ -193,10 +217,12 @@ std::vector<FitFigure> FiguresOf(const FitStatistics& statistics) {
 
 std::vector<std::pair<std::string, std::string>> FigureTexts(const FitResult& result) {
   std::vector<std::pair<std::string, std::string>> figures;
+  const bool share = result.together != nullptr;
   if (!Failed(result.outcome.why)) {
     std::vector<FitFigure> all = FiguresOf(result.statistics);
-    std::erase_if(all,
-                  [](const FitFigure& one) { return one.label.empty() || IsUndefined(one.value); });
+    std::erase_if(all, [share](const FitFigure& one) {
+      return one.label.empty() || IsUndefined(one.value) || (share && !IsOwn(one));
+    });
     std::sort(all.begin(), all.end(), [](const FitFigure& left, const FitFigure& right) {
       return left.asked_for < right.asked_for;
     });
@@ -204,10 +230,21 @@ std::vector<std::pair<std::string, std::string>> FigureTexts(const FitResult& re
   }
   figures.emplace_back("Points used", std::to_string(result.points_used) + " of " +
                                           std::to_string(result.points_in_range));
+  if (share) return figures;
   figures.emplace_back("Iterations", std::to_string(result.outcome.iterations));
   figures.emplace_back("Evaluations", std::to_string(result.outcome.evaluations));
   return figures;
 }
+
+namespace {
+
+std::string FiguresAsText(const FitResult& result) {
+  std::string text;
+  for (const auto& [label, value] : FigureTexts(result)) text += Padded(label, 20) + value + "\n";
+  return text;
+}
+
+}  // namespace
 
 std::string FitAsText(const std::string& data_set, const FitSettings& model,
                       const FitResult& result) {
@@ -227,11 +264,13 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
     }
     text += "\n";
   }
-  text += "(" + ErrorModelText(result.statistics) + ")\n\n";
-  for (const auto& [label, value] : FigureTexts(result)) {
-    text += Padded(label, 20) + value + "\n";
-  }
-  return text;
+  text += "(" + ErrorModelText(result.statistics) + ")\n\n" + FiguresAsText(result);
+  if (!result.together) return text;
+  text += "\nAll DataSets together: " + result.together->whole.verdict.summary + "\n" +
+          SharedText(*result.together) + "\n";
+  for (const FitTogether::Member& one : result.together->members)
+    text += one.data_set + ": " + one.verdict.summary + "\n";
+  return text + "\n" + FiguresAsText(result.together->whole);
 }
 
 std::string FitAsTable(const FitSettings& model, const FitResult& result) {

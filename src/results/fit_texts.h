@@ -6,8 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "fit/fit_result.h"
-#include "fit/model/fit_settings.h"
+#include "fit/model/fit_record.h"
 
 namespace tarnwick {
 
@@ -52,7 +51,8 @@ struct FitFigure {
 /// All statistics, in the order of documents.
 std::vector<FitFigure> FiguresOf(const FitStatistics& statistics);
 
-/// Label and value of each statistic that has one, the most asked for first; of a fit that failed what it went through.
+/// Label and value of each statistic that has one, the most asked for first; of a fit that failed what it went through; of a
+/// DataSet's share in a fit of several those that are its own.
 std::vector<std::pair<std::string, std::string>> FigureTexts(const FitResult& result);
 
 /// Everything, for a notebook or a letter.
@@ -60,6 +60,15 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
                       const FitResult& result);
 /// Parameters, statistics and correlations in all digits, columns kept apart by tabs, for a spreadsheet.
 std::string FitAsTable(const FitSettings& model, const FitResult& result);
+
+/// What changed since the last fit, in a sentence, or that a file held one that is damaged; empty where there is nothing to say.
+std::string ChangedText(const LastFit& last);
+
+/// What the DataSets of one fit have in common: "k and b have one value in all."
+std::string SharedText(const FitTogether& together);
+
+/// What the sum of squares is called: "χ²" where errors are absolute.
+const char* NameOfSum(const FitWeighting& weighting);
 
 /// What weights and standard errors are founded on: "unit weights, errors scaled by the residuals".
 std::string ErrorModelText(const FitStatistics& statistics);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <memory>
 
 #include "graph/series.h"
 
@@ -43,11 +42,16 @@ void TakeFitSettings(TSeries& series, const FitSettings& settings) {
     same.parameters[i].Description = present.parameters[i].Description;
     same.parameters[i].Units = present.parameters[i].Units;
   }
-  const std::shared_ptr<const FitResult> result = model.Result();
+  const LastFit last = model.Last();
   const bool modified = model.Modified();
   const bool look_only = same == present;
   model.SetSettings(settings, look_only ? modified : true);
-  if (look_only && result) model.SetResult(result);
+  if (!look_only) return;
+  if (last.Holds()) {
+    model.SetResult(last.record->result);
+  } else {
+    model.SetLast(last);
+  }
 }
 
 }  // namespace tarnwick

@@ -1,7 +1,10 @@
 #include "results/joint_fit.h"
 
+#include <memory>
+
 #include "base/word_list.h"
 #include "graph/xy_graph.h"
+#include "results/fit_texts.h"
 #include "results/fitted_model.h"
 
 namespace tarnwick {
@@ -19,10 +22,21 @@ std::string Companions(const TxyGraph& graph, std::span<const std::size_t> chose
   return "Fitted at once with " + Listed(others, kMostNamed);
 }
 
-std::string Shared(std::span<const std::string> shared) {
-  if (shared.empty()) return ": no parameter is shared.";
-  return ": " + Listed(shared, kMostNamed) + (shared.size() == 1 ? " has" : " have") +
-         " one value in all.";
+std::shared_ptr<const FitTogether> Together(const TxyGraph& graph,
+                                            std::span<const std::size_t> chosen,
+                                            std::span<const std::string> shared,
+                                            const JointFit& fit) {
+  auto together = std::make_shared<FitTogether>();
+  together->whole = fit.whole;
+  together->shared.assign(shared.begin(), shared.end());
+  for (std::size_t i = 0; i < chosen.size(); ++i) {
+    const FitResult& part = fit.parts[i];
+    FitTogether::Member& member = together->members.emplace_back();
+    member = {graph.Series(chosen[i]).SeriesName(), part.verdict, part.statistics.points,
+              part.statistics.sum_of_squares, part.statistics.r_squared};
+    member.verdict.notes.clear();  // they stand with the DataSet
+  }
+  return together;
 }
 
 }  // namespace
@@ -39,10 +53,12 @@ std::vector<FitJob> PrepareJointFit(const TxyGraph& graph, std::span<const std::
 
 void ApplyJointFit(TxyGraph& graph, std::span<const std::size_t> chosen,
                    std::span<const std::string> shared, JointFit& fit) {
+  const std::shared_ptr<const FitTogether> together = Together(graph, chosen, shared, fit);
   for (std::size_t i = 0; i < chosen.size(); ++i) {
     TSeries& series = graph.Series(chosen[i]);
+    fit.parts[i].together = together;
     std::vector<std::string>& notes = fit.parts[i].verdict.notes;
-    notes.insert(notes.begin(), Companions(graph, chosen, i) + Shared(shared));
+    notes.insert(notes.begin(), Companions(graph, chosen, i) + ": " + SharedText(*together));
     ApplyFit(series, fit.parts[i]);
     if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
   }

@@ -17,7 +17,8 @@ class TxyGraph;
 std::vector<FitJob> PrepareJointFit(const TxyGraph& graph, std::span<const std::size_t> chosen,
                                     const FitRunOptions& options);
 
-/// Notes in each part with which others it was fitted and what they share, gives each DataSet its part, and shows it.
+/// Notes in each part with which others it was fitted and what they share, gives each DataSet its part with the whole, and
+/// shows it.
 void ApplyJointFit(TxyGraph& graph, std::span<const std::size_t> chosen,
                    std::span<const std::string> shared, JointFit& fit);
 

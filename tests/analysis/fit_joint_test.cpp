@@ -82,6 +82,41 @@ TEST(JointFit, IsTheFitOfOneModelOverAllByEveryMethod) {
   }
 }
 
+// Six points are too few for a decay of their own; what ten DataSets with one rate say together is enough, and enough to see that
+// their function is another.
+TEST(JointFit, WhatFewPointsOfEachCannotTestAllOfThemDo) {
+  const struct {
+    const char* name;
+    const char* function;
+    double bend;
+    std::vector<std::string> shared;
+    bool whole_trusted, first_trusted, untested;
+  } rows[] = {{"one rate", kDecay, 0, {"k", "c"}, true, true, false},
+              {"nothing in common", kDecay, 0, {}, false, false, true},
+              {"another function", kDecay, 0.3, {"k", "c"}, false, false, false}};
+  for (const auto& row : rows) {
+    std::vector<FitJob> jobs;
+    for (int set = 0; set < 10; ++set) {
+      FitJob job =
+          Job("Run " + std::to_string(set), row.function, {{"a", 1}, {"k", 1}, {"c", 0}}, 3);
+      job.x.clear();
+      job.y.clear();
+      for (int i = 0; i < 6; ++i) {
+        job.x.push_back(i);
+        job.y.push_back((3 + set) * std::exp(-0.4 * i) + 1 + row.bend * (i % 3 == 1) +
+                        0.02 * std::cos(1234.5 * (6 * set + i) * (6 * set + i)));
+      }
+      job.points_in_range = job.points_chosen = 6;
+      jobs.push_back(job);
+    }
+    NoProgress progress;
+    const JointFit fit = RunJointFit(jobs, row.shared, progress);
+    EXPECT_EQ(fit.whole.verdict.trustworthy, row.whole_trusted) << fit.whole.verdict.summary;
+    EXPECT_EQ(fit.whole.verdict.untested, row.untested) << fit.whole.verdict.summary;
+    EXPECT_EQ(fit.parts[0].verdict.trustworthy, row.first_trusted) << fit.parts[0].verdict.summary;
+  }
+}
+
 TEST(JointFit, RefusesWhatCannotBeShared) {
   std::vector<FitJob> jobs = {Job("A", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 3),
                               Job("B", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 9)};

@@ -13,13 +13,14 @@
 #include <cmath>
 
 #include "app/fit/fit_outcome.h"
+#include "app/fit/fit_together_view.h"
 #include "app/fit/fit_work.h"
+#include "app/fit/verdict_label.h"
 #include "base/number_text.h"
 #include "desk/commands/command.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/widgets/full_table.h"
-#include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
 #include "fit/judge/fit_bands.h"
 #include "results/fit_texts.h"
@@ -28,32 +29,8 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kIconSize = 26;
 /// Correlations beyond this are shown in bold.
 constexpr double kStrong = 0.95;
-
-QLabel* Wrapped(QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setWordWrap(true);
-  label->setTextFormat(Qt::PlainText);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  return label;
-}
-
-QLabel* Heading(const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  QFont font = label->font();
-  font.setBold(true);
-  label->setFont(font);
-  return label;
-}
-
-/// One name for the picture and for who cannot see it.
-const char* KindOfVerdict(const FitResult& result) {
-  if (Failed(result.outcome.why)) return "failed";
-  if (result.verdict.untested) return "untested";
-  return result.verdict.trustworthy ? "good" : "doubtful";
-}
 
 }  // namespace
 
@@ -64,10 +41,10 @@ std::unique_ptr<Panel> MakeFitPanel(const PanelParts& parts) {
 FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : Panel(parent), actions_(actions) {
   setObjectName("FitPanel");
   auto* column = new QVBoxLayout(this);
-  hint_ = Wrapped(this);
+  hint_ = WrappedLabel(this);
   hint_->setAlignment(Qt::AlignTop);
   hint_->setObjectName("FitHint");
-  outdated_ = Heading(tr("Values changed since this fit."), this);
+  outdated_ = HeadingLabel({}, this);
   outdated_->setObjectName("FitOutdated");
   outdated_->setWordWrap(true);
   again_ = new QPushButton(tr("Fit A&gain"), this);
@@ -93,36 +70,29 @@ QWidget* FitPanel::MakeContent() {
   auto* content = new QWidget(this);
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 4, 0);
-  auto* verdict_row = new QHBoxLayout;
-  verdict_icon_ = new QLabel(content);
-  verdict_icon_->setObjectName("FitVerdictIcon");
-  verdict_ = Wrapped(content);
-  verdict_->setObjectName("FitVerdict");
-  QFont bold = verdict_->font();
-  bold.setBold(true);
-  verdict_->setFont(bold);
-  verdict_row->addWidget(verdict_icon_, 0, Qt::AlignTop);
-  verdict_row->addWidget(verdict_, 1);
-  notes_ = Wrapped(content);
+  verdict_ = new VerdictLabel("FitVerdict", content);
+  notes_ = WrappedLabel(content);
   parameters_ = new FullTable(tr("Parameters"), FullTable::Width::Whole, content);
   parameters_->setObjectName("FitParameters");
   figures_ = new FullTable(tr("Statistics"), FullTable::Width::Whole, content);
   figures_->setObjectName("FitFigures");
   figures_->horizontalHeader()->hide();
   figures_->setShowGrid(false);
-  correlations_title_ = Heading(tr("Correlations"), content);
+  correlations_title_ = HeadingLabel(tr("Correlations"), content);
   correlations_ = new FullTable(tr("Correlations"), FullTable::Width::OfContents, content);
-  column->addLayout(verdict_row);
+  column->addWidget(verdict_);
   column->addWidget(notes_);
-  column->addWidget(Heading(tr("Parameters"), content));
+  column->addWidget(HeadingLabel(tr("Parameters"), content));
   column->addWidget(parameters_);
-  error_model_ = Wrapped(content);
+  error_model_ = WrappedLabel(content);
   error_model_->setForegroundRole(QPalette::PlaceholderText);
   column->addWidget(error_model_);
-  column->addWidget(Heading(tr("Statistics"), content));
+  column->addWidget(HeadingLabel(tr("Statistics"), content));
   column->addWidget(figures_);
   column->addWidget(correlations_title_);
   column->addWidget(correlations_);
+  together_ = new FitTogetherView(content);
+  column->addWidget(together_);
   column->addStretch(1);
   return content;
 }
@@ -197,30 +167,52 @@ void FitPanel::FitFromHere(FinishingStep finish) {
 
 void FitPanel::Follow(Document* document, PanelChange) {
   const TSeries* series = document ? document->Graph().CurrentSeries() : nullptr;
-  const bool same = shown_.result && series && shown_.document == document &&
-                    shown_.data_set == series->SeriesName();
-  const std::shared_ptr<const FitResult> result =
-      series ? series->Fit().Result() : std::shared_ptr<const FitResult>();
-  if (!result) {
-    // A result of a function that is gone says nothing.
-    const bool of_function = same && series->Fit().Expression() == shown_.model.Expression;
-    if (!of_function) {
-      shown_ = {};
-      ShowHint(series);
-    }
-    SetState(of_function ? State::Outdated : State::Nothing);
-    return;
+  const LastFit last = series ? series->Fit().Last() : LastFit();
+  // A result of a function that is gone says nothing.
+  if (!last.record || last.record->model.Expression != series->Fit().Expression()) {
+    shown_ = {};
+    ShowHint(series);
+    return SetState(State::Nothing);
   }
-  FitSettings model = series->Fit().Settings();
-  if (!same || result != shown_.result || model != shown_.model) {
-    shown_ = {document, series->SeriesName(), std::move(model), result};
-    ShowVerdict();
-    ShowParameters();
-    ShowFigures();
-    ShowCorrelations();
+  FitSettings model = last.Holds() ? series->Fit().Settings() : last.record->model;
+  if (last.record->result != shown_.result || model != shown_.model ||
+      series->SeriesName() != shown_.data_set) {
+    shown_ = {series->SeriesName(), std::move(model), last.record->result};
+    ShowResult();
   }
-  SetState(State::Valid);
+  outdated_->setText(ToQt(ChangedText(last)));
+  SetState(last.Holds() ? State::Valid : State::Outdated);
 }
+
+void FitPanel::ShowResult() {
+  ShowVerdict();
+  ShowParameters();
+  ShowFigures(*figures_, *shown_.result);
+  ShowCorrelations();
+  together_->setVisible(shown_.result->together != nullptr);
+  if (shown_.result->together) together_->Show(*shown_.result->together);
+}
+
+namespace {
+
+/// Why nothing is shown of a DataSet with a function.
+QString Hint(const TCurFit& fit) {
+  if (fit.Last().damaged)
+    return FitPanel::tr("%1 Fit DataSet \"%2\" again to see it. Its function is:\n\n%3")
+        .arg(ToQt(ChangedText(fit.Last())));
+  if (fit.Last().record)
+    return FitPanel::tr(
+        "The last fit of DataSet \"%1\" was one of another function. Now it is:\n\n%2");
+  // What older programs saved keeps the values found, not what was told of them.
+  if (IsFitted(fit.Status()))
+    return FitPanel::tr(
+        "The curve of DataSet \"%1\" is drawn with the values it has; their errors are not known. "
+        "Fit it "
+        "again to see them. Its function is:\n\n%2");
+  return FitPanel::tr("There is no result of a fit for DataSet \"%1\" yet. Its function is:\n\n%2");
+}
+
+}  // namespace
 
 void FitPanel::ShowHint(const TSeries* series) {
   const bool has_function = series != nullptr && !series->Fit().Expression().empty();
@@ -231,13 +223,8 @@ void FitPanel::ShowHint(const TSeries* series) {
            "Fitting, then Show Final Curve."));
     return;
   }
-  // A file keeps the values found, not what was told of them.
-  const QString text =
-      IsFitted(series->Fit().Status())
-          ? tr("The curve of DataSet \"%1\" is drawn with the values it has; their errors are not "
-               "known. Fit it again to see them. Its function is:\n\n%2")
-          : tr("There is no result of a fit for DataSet \"%1\" yet. Its function is:\n\n%2");
-  hint_->setText(text.arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression())));
+  hint_->setText(
+      Hint(series->Fit()).arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression())));
 }
 
 void FitPanel::SetState(State state) {
@@ -261,10 +248,7 @@ void FitPanel::SetState(State state) {
 
 void FitPanel::ShowVerdict() {
   const FitResult& result = *shown_.result;
-  verdict_icon_->setPixmap(
-      InkIcon(std::string("verdict-") + KindOfVerdict(result)).pixmap(kIconSize, kIconSize));
-  verdict_icon_->setAccessibleName(tr(KindOfVerdict(result)));
-  verdict_->setText(ToQt(result.verdict.summary));
+  verdict_->Show(result);
   QStringList notes;
   for (const std::string& note : result.verdict.notes) notes.append("• " + ToQt(note));
   notes_->setText(notes.join("\n"));
@@ -295,19 +279,6 @@ void FitPanel::ShowParameters() {
                                  [](const auto& one) { return !one.settings.Units.empty(); });
   parameters_->setColumnHidden(3, !units);
   parameters_->FitContents();
-}
-
-void FitPanel::ShowFigures() {
-  const auto figures = FigureTexts(*shown_.result);
-  figures_->setColumnCount(2);
-  figures_->setRowCount(static_cast<int>(figures.size()));
-  int row = 0;
-  for (const auto& [label, value] : figures) {
-    figures_->Put(row, 0, ToQt(label));
-    figures_->Put(row, 1, ToQt(value), Qt::AlignRight);
-    ++row;
-  }
-  figures_->FitContents();
 }
 
 void FitPanel::ShowCorrelations() {

@@ -2,7 +2,6 @@
 // can be done with them. Knows documents and results; fits nothing itself.
 #pragma once
 
-#include <QPointer>
 #include <memory>
 #include <string>
 
@@ -19,8 +18,10 @@ class QScrollArea;
 
 namespace tarnwick {
 
+class FitTogetherView;
 class FullTable;
 class TSeries;
+class VerdictLabel;
 
 class FitPanel final : public Panel {
   Q_OBJECT
@@ -29,8 +30,8 @@ class FitPanel final : public Panel {
   /// `actions` runs what the buttons ask for and outlives the panel.
   explicit FitPanel(CommandActions& actions, QWidget* parent = nullptr);
 
-  /// Shows the fit of the document's current DataSet. A result that no longer holds stays, greyed, until there is another,
-  /// its function is gone or another DataSet is looked at.
+  /// Shows the fit of the document's current DataSet. A result that no longer holds is shown greyed, with what
+  /// changed, unless its function is gone.
   void Follow(Document* document, PanelChange change) override;
 
   QSize sizeHint() const override { return {340, 480}; }
@@ -38,7 +39,6 @@ class FitPanel final : public Panel {
  private:
   /// Whose result is shown, and what it is.
   struct Shown {
-    QPointer<Document> document;
     std::string data_set;
     FitSettings model;
     std::shared_ptr<const FitResult> result;
@@ -49,9 +49,9 @@ class FitPanel final : public Panel {
   QWidget* MakeButtons();
   QPushButton* AddButton(QGridLayout& grid, int row, int column, const QString& text,
                          const QString& tip);
+  void ShowResult();
   void ShowVerdict();
   void ShowParameters();
-  void ShowFigures();
   void ShowCorrelations();
   void ShowHint(const TSeries* series);
   void SetState(State state);
@@ -65,14 +65,14 @@ class FitPanel final : public Panel {
   QPushButton* again_ = nullptr;
   QScrollArea* scroll_ = nullptr;
   QWidget* buttons_ = nullptr;
-  QLabel* verdict_icon_ = nullptr;
-  QLabel* verdict_ = nullptr;
+  VerdictLabel* verdict_ = nullptr;
   QLabel* notes_ = nullptr;
   FullTable* parameters_ = nullptr;
   QLabel* error_model_ = nullptr;
   FullTable* figures_ = nullptr;
   QLabel* correlations_title_ = nullptr;
   FullTable* correlations_ = nullptr;
+  FitTogetherView* together_ = nullptr;
   QPushButton* all_points_ = nullptr;
   QPushButton* finish_ = nullptr;
   QPushButton* residuals_ = nullptr;

@@ -149,6 +149,32 @@ Json DocumentOf(const FitAnswer& answer) {
   return document;
 }
 
+/// What several DataSets fitted at once have together. The whole has no model of its own: its parameters stand with the DataSets.
+Json WholeJson(const FitAnswer& of_first, const FitResult& whole,
+               const std::vector<std::string>& shared) {
+  Json document = DocumentOf({of_first.model, whole, of_first.level, {}, {}});
+  document["parameters"] = nullptr;
+  document["names"] = whole.names;
+  document["shared"] = shared;
+  return document;
+}
+
+Json TogetherJson(const FitAnswer& share, const FitTogether& together) {
+  Json document = WholeJson(share, together.whole, together.shared);
+  Json members = Json::Array();
+  for (const FitTogether::Member& one : together.members) {
+    members.Append({{"dataset", one.data_set},
+                    {"trustworthy", one.verdict.trustworthy},
+                    {"untested", one.verdict.untested},
+                    {"verdict", one.verdict.summary},
+                    {"points", one.points},
+                    {"rss", JsonNumber(one.sum_of_squares)},
+                    {"r_squared", JsonNumber(one.r_squared)}});
+  }
+  document["datasets"] = std::move(members);
+  return document;
+}
+
 // --- the text
 
 /// Columns of equal width, the last without blanks after it.
@@ -274,6 +300,21 @@ void PrintFit(const FitAnswer& answer, Output& output) {
   }
 }
 
+Json LastFitJson(const LastFit& last) {
+  Json document = {{"stale", !last.Holds()}};
+  if (!last.Holds()) document["changed"] = ChangedText(last);
+  if (!last.record) return document;
+  FitAnswer answer;
+  answer.model = last.record->model;
+  answer.result = *last.record->result;
+  document["function"] = answer.model.Expression;
+  const Json fit = DocumentOf(answer);
+  for (const JsonMember& member : std::get<Json::Members>(fit.Get()))
+    document[member.name] = member.value;
+  if (answer.result.together) document["together"] = TogetherJson(answer, *answer.result.together);
+  return document;
+}
+
 void PrintJointFit(const JointAnswer& answer, Output& output) {
   if (!output.IsJson()) return PrintJointText(answer, output.Text());
   Json parts = Json::Array();
@@ -282,12 +323,7 @@ void PrintJointFit(const JointAnswer& answer, Output& output) {
     document["dataset"] = part.data_set;
     parts.Append(std::move(document));
   }
-  // The whole has no model of its own: its parameters stand with the DataSets.
-  Json document = DocumentOf(
-      {answer.parts.front().fit.model, answer.whole, answer.parts.front().fit.level, {}, {}});
-  document["parameters"] = nullptr;
-  document["names"] = answer.whole.names;
-  document["shared"] = answer.shared;
+  Json document = WholeJson(answer.parts.front().fit, answer.whole, answer.shared);
   document["datasets"] = std::move(parts);
   output.Document(document);
 }

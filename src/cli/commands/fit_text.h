@@ -5,10 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "cli/output/json.h"
 #include "cli/output/output.h"
 #include "fit/fit_result.h"
 #include "fit/judge/fit_bands.h"
-#include "fit/model/fit_settings.h"
+#include "fit/model/fit_record.h"
 #include "results/model_comparison.h"
 
 namespace tarnwick::cli {
@@ -23,6 +24,9 @@ struct FitAnswer {
 };
 
 void PrintFit(const FitAnswer& answer, Output& output);
+
+/// The last fit of a model as PrintFit has it, with what changed since. There is one, or a damaged one.
+Json LastFitJson(const LastFit& last);
 
 /// One fit over several DataSets.
 struct JointAnswer {

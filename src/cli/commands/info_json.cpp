@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "base/number_text.h"
+#include "cli/commands/fit_text.h"
 #include "cli/options/function_input.h"
 #include "data/series/data_series_file.h"
 #include "graph/appearance_fields.h"
@@ -105,24 +106,27 @@ Json ErrorsJson(const TDataSeries& series) {
 Json DataSetJson(const TSeries& series) {
   const Extremes extremes = series.GetExtremes();
   const DataSettings& settings = series.Settings();
-  return {{"name", settings.SeriesName},
-          {"points", series.PointCount()},
-          {"xmin", JsonNumber(extremes.x_min)},
-          {"xmax", JsonNumber(extremes.x_max)},
-          {"ymin", JsonNumber(extremes.y_min)},
-          {"ymax", JsonNumber(extremes.y_max)},
-          {"zero_value", JsonNumber(settings.ZeroValue)},
-          {"baseline_slope", JsonNumber(settings.BaseLineSlope)},
-          {"tolerance", JsonNumber(settings.NumericalTolerance)},
-          {"duplicates", settings.DuplicatesAllowed},
-          {"auto_zero", settings.AutoZero},
-          {"regression_type", static_cast<int>(settings.regression_type)},
-          {"regression_steps", settings.regression_steps},
-          {"regression_alpha", JsonNumber(settings.regression_alpha)},
-          {"errors", ErrorsJson(series)},
-          {"source", SourceJson(series)},
-          {"series", TableJson<SeriesStyle>(SeriesFields(), series.Style())},
-          {"fit", FitJson(series.Fit().Settings())}};
+  Json json = {{"name", settings.SeriesName},
+               {"points", series.PointCount()},
+               {"xmin", JsonNumber(extremes.x_min)},
+               {"xmax", JsonNumber(extremes.x_max)},
+               {"ymin", JsonNumber(extremes.y_min)},
+               {"ymax", JsonNumber(extremes.y_max)},
+               {"zero_value", JsonNumber(settings.ZeroValue)},
+               {"baseline_slope", JsonNumber(settings.BaseLineSlope)},
+               {"tolerance", JsonNumber(settings.NumericalTolerance)},
+               {"duplicates", settings.DuplicatesAllowed},
+               {"auto_zero", settings.AutoZero},
+               {"regression_type", static_cast<int>(settings.regression_type)},
+               {"regression_steps", settings.regression_steps},
+               {"regression_alpha", JsonNumber(settings.regression_alpha)},
+               {"errors", ErrorsJson(series)},
+               {"source", SourceJson(series)},
+               {"series", TableJson<SeriesStyle>(SeriesFields(), series.Style())},
+               {"fit", FitJson(series.Fit().Settings())}};
+  if (const LastFit& last = series.Fit().Last(); last.record || last.damaged)
+    json["last_fit"] = LastFitJson(last);
+  return json;
 }
 
 std::string Indent(int depth) {
@@ -138,21 +142,27 @@ void PrintMembers(const Json& object, int depth, std::ostream& out) {
   }
 }
 
-bool IsText(const Json& item) {
-  return std::holds_alternative<std::string>(item.Get());
+bool IsPlain(const Json& item) {
+  return !std::holds_alternative<Json::Members>(item.Get()) &&
+         !std::holds_alternative<Json::Items>(item.Get());
 }
 
 void PrintItems(const Json::Items& items, int depth, std::ostream& out) {
-  const bool on_one_line = std::all_of(items.begin(), items.end(), &IsText);
+  const bool on_one_line = std::all_of(items.begin(), items.end(), &IsPlain);
   int number = 0;
   if (on_one_line) {
-    for (const Json& item : items) out << (number++ == 0 ? " " : "; ") << PlainText(item, {});
+    for (const Json& item : items) out << (number++ == 0 ? " " : "; ") << PlainText(item, "none");
     out << (items.empty() ? " none\n" : "\n");
     return;
   }
   out << '\n';
   for (const Json& item : items) {
-    out << Indent(depth) << '[' << ++number << "]\n";
+    out << Indent(depth) << '[' << ++number << ']';
+    if (const auto* row = std::get_if<Json::Items>(&item.Get())) {
+      PrintItems(*row, depth + 1, out);
+      continue;
+    }
+    out << '\n';
     PrintMembers(item, depth + 1, out);
   }
 }

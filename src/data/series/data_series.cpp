@@ -117,6 +117,9 @@ void TDataSeries::SetErrors(PointErrors errors) {
 
 void TDataSeries::SetRegressionType(tarnwick::RegressionType value) {
   if (value == settings_.regression_type) return;
+  // A fit takes the points of such a curve.
+  if (HasRegressionCurve(value) || HasRegressionCurve(settings_.regression_type))
+    fit_.DataChanged();
   settings_.regression_type = value;
   if (value == RegressionType::None) {
     points_.ChainForRegression().ClearRegression();
@@ -368,9 +371,9 @@ DataState TDataSeries::State() const {
   SettleAutoZero();
   // Who takes over a regression that failed is to hear why.
   const bool regression_stale = regression_.stale || !regression_.failure.empty();
-  return {settings_,         Points(),         gaps_,        errors_,
-          regression_.curve, points_.LastId(), extremes_,    extremes_stale_,
-          regression_stale,  fit_.Settings(),  fit_.Result()};
+  return {settings_,         Points(),         gaps_,      errors_,
+          regression_.curve, points_.LastId(), extremes_,  extremes_stale_,
+          regression_stale,  fit_.Settings(),  fit_.Last()};
 }
 
 void TDataSeries::SetState(const DataState& state) {
@@ -383,7 +386,7 @@ void TDataSeries::SetState(const DataState& state) {
   extremes_ = state.extremes;
   extremes_stale_ = state.extremes_stale;
   if (state.fit != fit_.Settings()) fit_.SetSettings(state.fit, true);
-  fit_.SetResult(state.fit_result);
+  fit_.SetLast(state.last_fit);
   Raise(ChangeCode::Data);
 }
 

@@ -7,11 +7,13 @@
 #include <utility>
 #include <vector>
 
+#include "base/number_list_text.h"
 #include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
-#include "data/series/number_list_text.h"
 #include "data/series/number_run_text.h"
+#include "data/series/points_mark.h"
 #include "fit/model/curve_fit_file.h"
+#include "fit/model/fit_record_file.h"
 
 namespace tarnwick {
 
@@ -60,8 +62,9 @@ void WriteErrorNumbers(SectionWriter& writer, const TDataSeries& series, WithPoi
 }
 
 /// The keys that say something of the points, which come later.
-struct PointTexts {
+struct OfPoints {
   std::string order, gaps, y_errors, x_errors;
+  LastFitReader last_fit;
 };
 
 std::optional<std::vector<std::uint32_t>> ParseOrder(const std::string& text, std::size_t points) {
@@ -85,7 +88,7 @@ PointGaps ParseGaps(const std::string& text, std::size_t points) {
 }
 
 /// Texts that do not fit `points`, those of the block, are passed over: what they hold is worth less than the points.
-void TakeArrivals(const PointTexts& texts, std::size_t points, TDataSeries& series) {
+void TakeArrivals(const OfPoints& texts, std::size_t points, TDataSeries& series) {
   if (points == 0 || series.Points().Size() != points) return;
   if (!texts.order.empty()) {
     const std::optional<std::vector<std::uint32_t>> order = ParseOrder(texts.order, points);
@@ -117,10 +120,13 @@ void WriteKeys(SectionWriter& writer, const TDataSeries& series, WithPoints with
   for (; section != kFitSections.end(); ++section) WriteCurveFitKeys(writer, *section, fit);
   WriteArrivals(writer, series, with_points);
   WriteErrorNumbers(writer, series, with_points);
+  // Of a fit whose points are not there, nothing is left but the values.
+  if (with_points == WithPoints::No) return;
+  WriteLastFit(writer, series.Fit().Last(), [&series] { return MarkOf(series); });
 }
 
-PointTexts ReadKeys(SectionReader& reader, TDataSeries& series) {
-  PointTexts texts;
+OfPoints ReadKeys(SectionReader& reader, TDataSeries& series) {
+  OfPoints texts;
   CurveFitReader fit;
   for (int number = reader.ReadKey(); number != 0; number = reader.ReadKey()) {
     if (CurveFitReader::Knows(number)) {
@@ -133,6 +139,8 @@ PointTexts ReadKeys(SectionReader& reader, TDataSeries& series) {
       texts.y_errors = reader.ReadAsString();
     } else if (number == kXErrorNumbers) {
       texts.x_errors = reader.ReadAsString();
+    } else if (number == kLastFitKey) {
+      texts.last_fit.Take(reader);
     } else if (!ReadField<TDataSeries>(reader, number, DataSeriesFields(), series)) {
       reader.SkipValue();
     }
@@ -160,7 +168,7 @@ void WriteDataSeries(SectionWriter& writer, const TDataSeries& series, WithPoint
 }
 
 void ReadDataSeries(SectionReader& reader, TDataSeries& series) {
-  const PointTexts texts = ReadKeys(reader, series);
+  const OfPoints texts = ReadKeys(reader, series);
   // Blocks bound the memory beside the DataSet; their result is that of single points.
   constexpr std::size_t kBlock = 65536;
   const auto points = static_cast<std::size_t>(std::max(0, reader.ReadPointBlockHeader()));
@@ -185,6 +193,10 @@ void ReadDataSeries(SectionReader& reader, TDataSeries& series) {
     left -= count;
   }
   TakeArrivals(texts, points, series);
+  series.Fit().SetLast(
+      texts.last_fit.Finish(series.Fit().Settings(), [&series] { return MarkOf(series); }));
+  // As it was written, after a fit: what is shown of it need not be computed anew.
+  if (series.Fit().Result()) series.Fit().Change(false);
 }
 
 }  // namespace tarnwick

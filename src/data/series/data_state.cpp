@@ -6,7 +6,7 @@ bool SameState(const DataState& left, const DataState& right) {
   return left.points.SharesAllWith(right.points) && left.id_counter == right.id_counter &&
          left.gaps == right.gaps && left.errors == right.errors &&
          left.settings == right.settings && left.fit == right.fit &&
-         left.fit_result == right.fit_result;
+         left.last_fit == right.last_fit;
 }
 
 }  // namespace tarnwick

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "data/ds_info.h"
@@ -11,8 +10,7 @@
 #include "data/regression/regression_type.h"
 #include "data/series/extremes.h"
 #include "data/series/point_errors.h"
-#include "fit/fit_result.h"
-#include "fit/model/fit_settings.h"
+#include "fit/model/fit_record.h"
 
 namespace tarnwick {
 
@@ -46,7 +44,7 @@ struct DataState {
   bool extremes_stale = false;
   bool regression_stale = true;
   FitSettings fit;
-  std::shared_ptr<const FitResult> fit_result;  ///< null when the model has none that holds
+  LastFit last_fit;
 };
 
 /// True when both states have the same settings and model and share their points: nothing was edited between them.

@@ -23,21 +23,35 @@ FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstanc
 
 FitVerdict JudgeJointFit(const FitResult& whole, const FitCircumstances& circumstances,
                          std::span<const FitShare> shares) {
-  FitResult tested = whole;  // in its shares
-  tested.residuals.freedom = whole.statistics.degrees_of_freedom;
+  FitResult tested = whole;
+  // Where they were not tested together, in the shares.
+  if (tested.residuals.freedom == 0) tested.residuals.freedom = whole.statistics.degrees_of_freedom;
   FitVerdict verdict = JudgeFit(tested, circumstances);
   if (!verdict.trustworthy) return verdict;
-  const auto trusted = [](const FitShare& share) { return share.result->verdict.trustworthy; };
-  const auto doubted = [&](const FitShare& share) {
-    return !trusted(share) && !share.result->verdict.untested;
+  const auto doubted = [](const FitShare& share) {
+    return !share.result->verdict.trustworthy && !share.result->verdict.untested;
   };
-  const std::int64_t others = std::ssize(shares) - std::ranges::count_if(shares, trusted) - 1;
-  if (others < 0) return verdict;
+  const auto untested = [](const FitShare& share) {
+    return share.result->verdict.untested && !share.tested_by_all;
+  };
   auto gravest = std::ranges::find_if(shares, doubted);
-  if (gravest == shares.end()) gravest = std::ranges::find_if_not(shares, trusted);
+  if (gravest == shares.end()) gravest = std::ranges::find_if(shares, untested);
+  if (gravest == shares.end()) return verdict;
+  const std::int64_t others =
+      std::ranges::count_if(shares, doubted) + std::ranges::count_if(shares, untested) - 1;
   verdict.trustworthy = false;
   verdict.untested = gravest->result->verdict.untested;
   verdict.summary = JointSummary(whole, circumstances, *gravest, others);
+  return verdict;
+}
+
+FitVerdict JudgeShare(const FitShare& share, const FitResult& whole) {
+  FitVerdict verdict = share.result->verdict;
+  if (!verdict.untested || !share.tested_by_all || !whole.verdict.trustworthy) return verdict;
+  verdict.untested = false;
+  verdict.trustworthy = true;
+  verdict.summary = SummaryByAll(share);
+  verdict.notes.insert(verdict.notes.begin(), NoteByAll(share, whole));
   return verdict;
 }
 

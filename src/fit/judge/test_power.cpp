@@ -17,6 +17,8 @@ constexpr std::int64_t kFewestTested = 4;
 constexpr double kHintLevel = 0.003;
 constexpr double kHintFreedom = 30;
 constexpr double kMostHintLevel = 0.15;
+/// What each of several DataSets shows a little of, its tests see less clearly one behind the other.
+constexpr double kHintOfSeveral = 5;
 /// Two-sided levels of what one test finds, and how surely.
 constexpr double kFound = 0.999;
 constexpr double kSurely = 0.8;
@@ -24,9 +26,9 @@ constexpr double kMostHidden = 1.0 / 3;
 /// An R^2 below is that of a constant, which has no spread to measure by.
 constexpr double kNoSpread = 1e-9;
 
-double HintLevel(std::int64_t freedom) {
-  return std::min(kMostHintLevel,
-                  kHintLevel * std::pow(kHintFreedom / static_cast<double>(freedom), 3));
+double HintLevel(const ResidualFindings& found) {
+  const double level = kHintLevel * std::pow(kHintFreedom / static_cast<double>(found.freedom), 3);
+  return std::min(kMostHintLevel, found.of_several ? kHintOfSeveral * level : level);
 }
 
 }  // namespace
@@ -54,7 +56,7 @@ TestGap FindTestGap(const FitResult& result) {
     return freedom < kFewestExact ? TestGap::TooFew : TestGap::None;
   if (freedom < kFewestTested) return TestGap::TooFew;
   if (found.freedom < kFewestTested) return TestGap::NoDerivatives;
-  const double level = HintLevel(found.freedom);
+  const double level = HintLevel(found);
   if (HintsAtPattern(found, level)) return TestGap::PatternHinted;
   if (HintsAtPoint(found, level)) return TestGap::PointHinted;
   return HiddenDeviation(result) > kMostHidden ? TestGap::Hidden : TestGap::None;

@@ -177,4 +177,15 @@ std::string JointSummary(const FitResult& whole, const FitCircumstances& about,
          (said.starts_with(but) ? said.substr(but.size()) : said.substr(said.find(' ') + 1));
 }
 
+std::string SummaryByAll(const FitShare& share) {
+  return HowItEnded(*share.result, *share.about) +
+         ": the parameters are determined by the data of all DataSets together.";
+}
+
+std::string NoteByAll(const FitShare& share, const FitResult& whole) {
+  return "The " + Counted(share.result->statistics.points, "point") + " of DataSet \"" +
+         share.data_set + "\" alone would hardly test the model; the " +
+         Counted(OwnFreedom(whole.statistics), "degree") + " of freedom of all DataSets do.";
+}
+
 }  // namespace tarnwick

@@ -24,8 +24,14 @@ void TCurFit::Change(bool modified) {
 }
 
 void TCurFit::Edited() {
-  result_.reset();
+  ModelChanged();
   Change(true);
+}
+
+void TCurFit::SetResult(std::shared_ptr<const FitResult> result) {
+  last_fit_ = {};
+  if (result == nullptr) return;
+  last_fit_.record = std::make_shared<const FitRecord>(FitRecord{Settings(), std::move(result)});
 }
 
 template <class Held>
@@ -134,12 +140,12 @@ void TCurFit::CopyValues(const TCurFit& other) {
 
 void TCurFit::AddTemplate(TemplateSettings text) {
   settings_.templates.push_back(std::move(text));
-  result_.reset();
+  ModelChanged();
 }
 
 void TCurFit::ClearTemplates() {
   settings_.templates.clear();
-  result_.reset();
+  ModelChanged();
 }
 
 // --- evaluating
@@ -198,7 +204,7 @@ void TCurFit::SetSettings(const FitSettings& settings, bool modified) {
   settings_ = settings;
   settings_.parameters.clear();
   AdoptParameters(settings.parameters);
-  result_.reset();
+  ModelChanged();
   Change(modified);
 }
 

@@ -9,8 +9,7 @@
 #include <vector>
 
 #include "expr/formula_parser.h"
-#include "fit/fit_result.h"
-#include "fit/model/fit_settings.h"
+#include "fit/model/fit_record.h"
 #include "fit/model/parameter.h"
 
 namespace tarnwick {
@@ -56,7 +55,7 @@ class TCurFit final : public TFormulaParser {
   void CopyValues(const TCurFit& other);
 
   // --- templates, in the order added
-  // They work from the next Prepare on and tell nobody; the result goes.
+  // They work from the next Prepare on and tell nobody; the result holds no more.
   void AddTemplate(TemplateSettings text);
   void ClearTemplates();
 
@@ -73,7 +72,7 @@ class TCurFit final : public TFormulaParser {
 
   // --- the model as a value
   FitSettings Settings() const;
-  /// Takes over all settings without compiling; drops the result; notifies with Modified as given. Of parameters of one
+  /// Takes over all settings without compiling; the result holds no more; notifies with Modified as given. Of parameters of one
   /// name only the first is taken.
   void SetSettings(const FitSettings& settings, bool modified);
 
@@ -82,22 +81,28 @@ class TCurFit final : public TFormulaParser {
   /// Sets Modified and calls OnChange.
   void Change(bool modified);
   void SetOnChange(std::function<void()> on_change) { on_change_ = std::move(on_change); }
-  /// The points changed: Modified is set and the result dropped, without calling OnChange.
+  /// The points changed: Modified is set and the result holds no more, without calling OnChange.
   void DataChanged() {
     modified_ = true;
-    if (result_ != nullptr) result_.reset();
+    if (last_fit_.record != nullptr) last_fit_.points_changed = true;
   }
 
-  /// The result of the last fit; null when there was none or points, values or settings changed since.
-  const std::shared_ptr<const FitResult>& Result() const { return result_; }
-  /// Keeps a result for the present values until the next change.
-  void SetResult(std::shared_ptr<const FitResult> result) { result_ = std::move(result); }
+  /// The result of the last fit while it holds; null when there was none or points, values or settings changed since.
+  std::shared_ptr<const FitResult> Result() const {
+    return last_fit_.Holds() ? last_fit_.record->result : nullptr;
+  }
+  /// A result for the present values and points; null: none.
+  void SetResult(std::shared_ptr<const FitResult> result);
+  /// The last fit, whether or not it holds.
+  const LastFit& Last() const { return last_fit_; }
+  void SetLast(LastFit last) { last_fit_ = std::move(last); }
 
  private:
   friend class TDBLParameter;
   void CheckNameIsFree(const std::string& name) const;
-  /// A change that the result does not outlive.
+  /// A change after which the result does not hold.
   void Edited();
+  void ModelChanged() { last_fit_.model_changed = last_fit_.record != nullptr; }
   /// Replaces `held` and tells, unless it is the same.
   template <class Held>
   void Store(Held& held, const Held& value);
@@ -112,7 +117,7 @@ class TCurFit final : public TFormulaParser {
   std::unique_ptr<double> x_value_ = std::make_unique<double>(0.0);
   bool modified_ = false;
   std::function<void()> on_change_;
-  std::shared_ptr<const FitResult> result_;
+  LastFit last_fit_;
 };
 
 }  // namespace tarnwick

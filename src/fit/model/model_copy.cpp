@@ -6,6 +6,7 @@
 namespace tarnwick {
 
 void Reset(TCurFit& model) {
+  model.SetLast({});
   model.SetSettings({}, true);
 }
 

@@ -52,6 +52,7 @@ void EditPoints(TSeries& series, const std::function<void(DataState&)>& edit) {
   edit(state);
   state.extremes_stale = true;
   state.regression_stale = true;
+  state.last_fit.points_changed = state.last_fit.record != nullptr;
   series.SetState(state);
 }
 

@@ -17,15 +17,20 @@
 #include <QTest>
 #include <QTimer>
 #include <cmath>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 
 #include "analysis/fit_run.h"
 #include "app/fit/model_check.h"
+#include "data/series/points_mark.h"
 #include "desk/commands/command_actions.h"
 #include "desk/widgets/checked_field.h"
 #include "desktop_fixture.h"
 #include "fit/model/fit_function_file.h"
+#include "fit/model/fit_record_file.h"
+#include "graph/edit/point_edit.h"
+#include "support/project_paths.h"
 
 namespace tarnwick {
 namespace {
@@ -161,13 +166,51 @@ TEST_F(FitDesktopTest, AFunctionIsDrawnThenFittedAsTheEngineDoes) {
   Run("EditUndo1");
   EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
   EXPECT_EQ(Series().Fit().Status(), FitStatus::cf_Function);
-  EXPECT_TRUE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
-  Run("EditUndo1");  // the function is gone, and with it all that was said of it
+  EXPECT_TRUE(form_->findChild<QLabel*>("FitHint")->isVisible());  // there was no fit then
+  Run("EditUndo1");
   EXPECT_TRUE(form_->findChild<QLabel*>("FitHint")->isVisible());
   Run("EditRedo1");
   Run("EditRedo1");
   EXPECT_EQ(Series().Fit().Result(), first);
   EXPECT_FALSE(form_->findChild<QLabel*>("FitOutdated")->isVisible());
+}
+
+/// What a file of the graph keeps of its first DataSet's last fit.
+std::string RowsOfFit(const TxyGraph& graph) {
+  std::string rows;
+  SectionWriter writer(rows, WriterMode::Text);
+  WriteLastFit(writer, graph.Series(0).Fit().Last(), [&] { return MarkOf(graph.Series(0)); });
+  return rows;
+}
+
+TEST_F(FitDesktopTest, AGraphOpenedAgainShowsItsFitWhicheverProgramSavedIt) {
+  OpenFitted();
+  const std::string verdict = form_->findChild<QLabel*>("FitVerdict")->text().toStdString();
+  const std::string error = Table("FitParameters")->item(0, 2)->text().toStdString();
+  const std::filesystem::path kept = folder_.File("kept.tgr"), batch = folder_.File("batch.tgr");
+  chooser_->to_save = {kept};
+  Run("FileSaveAs1");
+  const std::string command = '"' + (testing::ProgramFolder() / "tarnwick-cli").string() +
+                              "\" fit \"" + Example("decay.dat").string() + "\" --function \"" +
+                              folder_.File("Decay.tfn").string() + "\" -o \"" + batch.string() +
+                              "\" >\"" + folder_.File("told.txt").string() + '"';
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  const std::string rows = RowsOfFit(ActiveDocument().Graph());
+  EXPECT_GT(rows.size(), 1000U);
+  for (const std::filesystem::path& file : {kept, batch}) {
+    Drop(*form_, {file});
+    EXPECT_EQ(RowsOfFit(ActiveDocument().Graph()), rows) << file;
+    EXPECT_EQ(form_->findChild<QLabel*>("FitVerdict")->text().toStdString(), verdict);
+    EXPECT_EQ(Table("FitParameters")->item(0, 2)->text().toStdString(), error);
+    auto* outdated = form_->findChild<QLabel*>("FitOutdated");
+    EXPECT_FALSE(outdated->isVisible());
+    ActiveDocument().Edit("Move Point", [](TxyGraph& graph) {
+      MovePoint(graph, graph.Series(0), 3, {2.5, 300});
+    });
+    EXPECT_EQ(outdated->text(), "The points changed since this fit.");
+    EXPECT_TRUE(outdated->isVisible());
+    EXPECT_EQ(form_->findChild<QLabel*>("FitVerdict")->text().toStdString(), verdict);
+  }
 }
 
 TEST_F(FitDesktopTest, WhatCannotBeFittedIsSaidWithoutFigures) {
@@ -470,6 +513,15 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   EXPECT_NEAR(value(second, "h"), 40, 0.5);
   EXPECT_EQ(second.Result()->verdict.notes.front(),
             "Fitted at once with \"first\": k has one value in all.");
+  ASSERT_TRUE(second.Result()->together);
+  EXPECT_EQ(second.Result()->together, first.Result()->together);
+  EXPECT_EQ(form_->findChild<QLabel*>("FitOfAllVerdict")->text().toStdString(),
+            second.Result()->together->whole.verdict.summary);
+  EXPECT_EQ(form_->findChild<QLabel*>("FitOfAllShared")->text(), "k has one value in all.");
+  EXPECT_EQ(Table("FitOfAllMembers")->item(1, 0)->text(), "second");
+  EXPECT_EQ(Table("FitOfAllMembers")->item(1, 1)->text(), "good");
+  EXPECT_EQ(Table("FitFigures")->rowCount(), 3);  // its own: the others are those of all
+  EXPECT_GT(Table("FitOfAllFigures")->rowCount(), 6);
   ActiveDocument().History().Undo();
   EXPECT_FALSE(graph.Series(0).Fit().Result() || graph.Series(1).Fit().Result());
   EXPECT_EQ(graph.Series(1).Fit().Expression(), "");

@@ -94,6 +94,43 @@ TEST(DataSeriesFile, ComesBackAsItWas) {
   }
 }
 
+TEST(DataSeriesFile, KeepsTheLastFitAndSeesWhetherItIsOfThesePoints) {
+  TDataSeries series;
+  FillWithOddities(series);
+  auto result = std::make_shared<FitResult>();
+  result->names = {"a"};
+  result->start = result->values = {2};
+  series.Fit().SetResult(result);
+  const std::string typed = Written(series, WithPoints::Yes);
+  const std::string text = Written(series, WithPoints::Yes, WriterMode::Text);
+  const auto replaced = [&text](const std::string& from, const std::string& to) {
+    std::string bytes = text;
+    return bytes.replace(bytes.rfind(from), from.size(), to);
+  };
+  series.SetY(1, 0.75);
+  const struct {
+    const char* name;
+    std::string bytes;
+    bool known, holds, modified;
+  } rows[] = {
+      {"typed", typed, true, true, false},
+      {"text", text, true, true, false},
+      {"a point of the file changed", replaced("3.5", "3.6"), true, false, true},
+      {"an error of the file changed", replaced("0.1 3 ", "0.2 3 "), true, false, true},
+      {"changed before it was saved", Written(series, WithPoints::Yes), true, false, true},
+      {"damaged", replaced("iterations 0", "iterations -"), false, false, true},
+      {"without points", Written(series, WithPoints::No), false, false, false},
+  };
+  for (const auto& row : rows) {
+    TDataSeries read;
+    Read(row.bytes, read);
+    EXPECT_EQ(read.Fit().Last().record != nullptr, row.known) << row.name;
+    EXPECT_EQ(read.Fit().Result() != nullptr, row.holds) << row.name;
+    EXPECT_EQ(read.Fit().Modified(), row.modified) << row.name;
+    EXPECT_EQ(read.Points().Size(), row.name == std::string("without points") ? 0U : 4U);
+  }
+}
+
 // X of the points in the order in which they came, "|" between pieces.
 std::string Arrivals(const TDataSeries& series) {
   std::string text;

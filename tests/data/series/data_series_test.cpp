@@ -281,6 +281,7 @@ TEST(DataSeries, AModelsResultHoldsUntilPointsOrBaseLineChange) {
       {"model", [](TDataSeries& s) { s.Fit().SetExpression("x"); }, false},
       {"name", [](TDataSeries& s) { s.SetSeriesName("x"); }, true},
       {"regression", [](TDataSeries& s) { s.SetRegressionType(RegressionType::Line); }, true},
+      {"spline", [](TDataSeries& s) { s.SetRegressionType(RegressionType::Spline); }, false},
       {"status", [](TDataSeries& s) { s.Fit().SetStatus(FitStatus::cf_Function); }, true},
   };
   for (const Row& row : rows) {
@@ -292,6 +293,7 @@ TEST(DataSeries, AModelsResultHoldsUntilPointsOrBaseLineChange) {
     const DataState state = series.State();
     row.edit(series);
     EXPECT_EQ(series.Fit().Result() != nullptr, row.keeps) << row.name;
+    EXPECT_EQ(series.Fit().Last().record->result, result) << row.name;
     EXPECT_FALSE(SameState(state, series.State())) << row.name;
     series.SetState(state);
     EXPECT_EQ(series.Fit().Result(), result) << row.name;

@@ -307,6 +307,16 @@ TEST(FitVerdict, OfSeveralIsThatOfTheGravest) {
   EXPECT_TRUE(untested.untested);
   EXPECT_THAT(untested.summary,
               HasSubstr("but in DataSet \"B\" 6 points for 3 parameters leave 3"));
+  const FitShare by_all = {"B", &few, &about, true};
+  FitResult judged = whole;
+  judged.verdict = JudgeJointFit(whole, about, std::vector{a, by_all});
+  EXPECT_TRUE(judged.verdict.trustworthy);
+  EXPECT_EQ(JudgeShare(b, judged).summary, few.verdict.summary);
+  EXPECT_TRUE(JudgeShare(by_all, judged).trustworthy);
+  EXPECT_THAT(JudgeShare(by_all, judged).notes.front(),
+              HasSubstr("The 6 points of DataSet \"B\" alone would hardly test the model; the 97"));
+  judged.verdict.trustworthy = false;
+  EXPECT_TRUE(JudgeShare(by_all, judged).untested);
   const FitVerdict doubted = JudgeJointFit(whole, about, std::vector{a, b, c});
   EXPECT_FALSE(doubted.untested || doubted.trustworthy);
   EXPECT_THAT(doubted.summary, HasSubstr("in DataSet \"C\" (and 1 other) the residuals follow"));

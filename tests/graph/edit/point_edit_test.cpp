@@ -63,7 +63,9 @@ TEST(PointEdit, MovedPointsKeepTheirIdsAndTheOrderOfX) {
 TEST(PointEdit, AMovedPointBringsFiguresAndScalesUpToDate) {
   TxyGraph graph;
   TSeries& series = FillGraph(graph);
+  series.Fit().SetResult(std::make_shared<const FitResult>());
   MovePoint(graph, series, 3, {3, 15});
+  EXPECT_TRUE(series.Fit().Last().points_changed);
   const Extremes extremes{1, 3, 10, 20};
   EXPECT_EQ(series.GetExtremes(), extremes);
   EXPECT_LT(graph.Axis(AxisId::X).Max(), 4);

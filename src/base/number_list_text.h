@@ -15,7 +15,10 @@ namespace tarnwick {
 /// What is not finite is none.
 std::string NumberListText(std::span<const double> numbers);
 
-/// NaN for none. Nothing for a text that is no list of exactly `count` numbers.
+/// NaN for none. Nothing for a text that is no list of numbers.
+std::optional<std::vector<double>> ParseNumberList(std::string_view text);
+
+/// The same of exactly `count` numbers.
 std::optional<std::vector<double>> ParseNumberList(std::string_view text, std::size_t count);
 
 }  // namespace tarnwick

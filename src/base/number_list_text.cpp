@@ -1,4 +1,4 @@
-#include "data/series/number_list_text.h"
+#include "base/number_list_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,18 +22,21 @@ std::string NumberListText(std::span<const double> numbers) {
   return text;
 }
 
-std::optional<std::vector<double>> ParseNumberList(std::string_view text, std::size_t count) {
+std::optional<std::vector<double>> ParseNumberList(std::string_view text) {
   std::vector<double> numbers;
-  // Two characters a number at least: what a damaged count asks for is not reserved.
-  numbers.reserve(std::min(count, text.size() / 2 + 1));
   while (!text.empty()) {
     const std::string_view one = text.substr(0, text.find(' '));
     text.remove_prefix(std::min(text.size(), one.size() + 1));
     const std::optional<double> number = one == kNone ? kUndefined : ParseNumber(one);
-    if (!number || numbers.size() == count) return std::nullopt;
+    if (!number) return std::nullopt;
     numbers.push_back(*number);
   }
-  if (numbers.size() != count) return std::nullopt;
+  return numbers;
+}
+
+std::optional<std::vector<double>> ParseNumberList(std::string_view text, std::size_t count) {
+  std::optional<std::vector<double>> numbers = ParseNumberList(text);
+  if (numbers && numbers->size() != count) return std::nullopt;
   return numbers;
 }
 

@@ -1,0 +1,33 @@
+// What a fit of several DataSets at once found as a whole: its verdict, that of each DataSet, what they share, the statistics of
+// all. Knows results; no document.
+#pragma once
+
+#include <QWidget>
+
+#include "fit/fit_result.h"
+
+class QLabel;
+
+namespace tarnwick {
+
+class FullTable;
+class VerdictLabel;
+
+class FitTogetherView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit FitTogetherView(QWidget* parent = nullptr);
+  void Show(const FitTogether& together);
+
+ private:
+  VerdictLabel* verdict_ = nullptr;
+  QLabel* shared_ = nullptr;
+  FullTable* members_ = nullptr;
+  FullTable* figures_ = nullptr;
+};
+
+/// Puts labels and values in two columns.
+void ShowFigures(FullTable& table, const FitResult& result);
+
+}  // namespace tarnwick

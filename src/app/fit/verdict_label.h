@@ -1,0 +1,33 @@
+// A verdict as its picture and its sentence. Knows results; judges nothing.
+#pragma once
+
+#include <QWidget>
+
+#include "fit/fit_result.h"
+
+class QLabel;
+
+namespace tarnwick {
+
+class VerdictLabel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The label of the sentence is named `name`.
+  explicit VerdictLabel(const QString& name, QWidget* parent = nullptr);
+  void Show(const FitResult& result);
+
+ private:
+  QLabel* icon_ = nullptr;
+  QLabel* sentence_ = nullptr;
+};
+
+/// One name for the picture and for who cannot see it.
+const char* KindOfVerdict(const FitVerdict& verdict);
+
+/// A label of plain text that is broken into lines and can be copied from.
+QLabel* WrappedLabel(QWidget* parent);
+/// The same in bold letters, on one line.
+QLabel* HeadingLabel(const QString& text, QWidget* parent);
+
+}  // namespace tarnwick
