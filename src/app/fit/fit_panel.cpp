@@ -5,7 +5,6 @@
 #include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
@@ -41,7 +40,7 @@ std::unique_ptr<Panel> MakeFitPanel(const PanelParts& parts) {
 FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : Panel(parent), actions_(actions) {
   setObjectName("FitPanel");
   auto* column = new QVBoxLayout(this);
-  hint_ = WrappedLabel(this);
+  hint_ = SentencesLabel(this);
   hint_->setAlignment(Qt::AlignTop);
   hint_->setObjectName("FitHint");
   outdated_ = HeadingLabel({}, this);
@@ -71,20 +70,17 @@ QWidget* FitPanel::MakeContent() {
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 4, 0);
   verdict_ = new VerdictLabel("FitVerdict", content);
-  notes_ = WrappedLabel(content);
+  notes_ = SentencesLabel(content);
   parameters_ = new FullTable(tr("Parameters"), FullTable::Width::Whole, content);
   parameters_->setObjectName("FitParameters");
-  figures_ = new FullTable(tr("Statistics"), FullTable::Width::Whole, content);
-  figures_->setObjectName("FitFigures");
-  figures_->horizontalHeader()->hide();
-  figures_->setShowGrid(false);
+  figures_ = MakeFigures(tr("Statistics"), "FitFigures", content);
   correlations_title_ = HeadingLabel(tr("Correlations"), content);
   correlations_ = new FullTable(tr("Correlations"), FullTable::Width::OfContents, content);
   column->addWidget(verdict_);
   column->addWidget(notes_);
   column->addWidget(HeadingLabel(tr("Parameters"), content));
   column->addWidget(parameters_);
-  error_model_ = WrappedLabel(content);
+  error_model_ = SentencesLabel(content);
   error_model_->setForegroundRole(QPalette::PlaceholderText);
   column->addWidget(error_model_);
   column->addWidget(HeadingLabel(tr("Statistics"), content));

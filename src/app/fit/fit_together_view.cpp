@@ -21,14 +21,11 @@ FitTogetherView::FitTogetherView(QWidget* parent) : QWidget(parent) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   verdict_ = new VerdictLabel("FitOfAllVerdict", this);
-  shared_ = WrappedLabel(this);
+  shared_ = SentencesLabel(this);
   shared_->setObjectName("FitOfAllShared");
   members_ = new FullTable(tr("DataSets fitted at once"), FullTable::Width::Whole, this);
   members_->setObjectName("FitOfAllMembers");
-  figures_ = new FullTable(tr("Statistics of all DataSets"), FullTable::Width::Whole, this);
-  figures_->setObjectName("FitOfAllFigures");
-  figures_->horizontalHeader()->hide();
-  figures_->setShowGrid(false);
+  figures_ = MakeFigures(tr("Statistics of all DataSets"), "FitOfAllFigures", this);
   column->addWidget(HeadingLabel(tr("All DataSets Together"), this));
   column->addWidget(verdict_);
   column->addWidget(shared_);
@@ -55,6 +52,14 @@ void FitTogetherView::Show(const FitTogether& together) {
   }
   members_->FitContents();
   ShowFigures(*figures_, together.whole);
+}
+
+FullTable* MakeFigures(const QString& name, const char* object, QWidget* parent) {
+  auto* table = new FullTable(name, FullTable::Width::Whole, parent);
+  table->setObjectName(object);
+  table->horizontalHeader()->hide();
+  table->setShowGrid(false);
+  return table;
 }
 
 void ShowFigures(FullTable& table, const FitResult& result) {

@@ -27,7 +27,8 @@ class FitTogetherView final : public QWidget {
   FullTable* figures_ = nullptr;
 };
 
-/// Puts labels and values in two columns.
+/// A table for labels and values in two columns.
+FullTable* MakeFigures(const QString& name, const char* object, QWidget* parent);
 void ShowFigures(FullTable& table, const FitResult& result);
 
 }  // namespace tarnwick

@@ -19,7 +19,7 @@ VerdictLabel::VerdictLabel(const QString& name, QWidget* parent) : QWidget(paren
   row->setContentsMargins(0, 0, 0, 0);
   icon_ = new QLabel(this);
   icon_->setObjectName(name + "Icon");
-  sentence_ = WrappedLabel(this);
+  sentence_ = SentencesLabel(this);
   sentence_->setObjectName(name);
   QFont bold = sentence_->font();
   bold.setBold(true);
@@ -40,7 +40,7 @@ const char* KindOfVerdict(const FitVerdict& verdict) {
   return verdict.trustworthy ? "good" : "doubtful";
 }
 
-QLabel* WrappedLabel(QWidget* parent) {
+QLabel* SentencesLabel(QWidget* parent) {
   auto* label = new QLabel(parent);
   label->setWordWrap(true);
   label->setTextFormat(Qt::PlainText);

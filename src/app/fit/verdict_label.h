@@ -26,7 +26,7 @@ class VerdictLabel final : public QWidget {
 const char* KindOfVerdict(const FitVerdict& verdict);
 
 /// A label of plain text that is broken into lines and can be copied from.
-QLabel* WrappedLabel(QWidget* parent);
+QLabel* SentencesLabel(QWidget* parent);
 /// The same in bold letters, on one line.
 QLabel* HeadingLabel(const QString& text, QWidget* parent);
 
