@@ -47,6 +47,9 @@ struct DataState {
   LastFit last_fit;
 };
 
+/// Leaves nothing as if it still held of points that were edited in the state.
+void PointsEdited(DataState& state);
+
 /// True when both states have the same settings and model and share their points: nothing was edited between them.
 bool SameState(const DataState& left, const DataState& right);
 

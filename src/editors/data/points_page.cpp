@@ -250,8 +250,7 @@ void PointsPage::PutAllBack() {
     DataState state = series.State();
     state.points = as_read->points;
     state.errors = as_read->errors;
-    state.extremes_stale = true;
-    state.regression_stale = true;
+    PointsEdited(state);
     series.SetState(state);
   });
 }

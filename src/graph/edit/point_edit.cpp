@@ -50,9 +50,7 @@ void EraseNear(PointChain& points, double x, double tolerance) {
 void EditPoints(TSeries& series, const std::function<void(DataState&)>& edit) {
   DataState state = series.State();
   edit(state);
-  state.extremes_stale = true;
-  state.regression_stale = true;
-  state.last_fit.points_changed = state.last_fit.record != nullptr;
+  PointsEdited(state);
   series.SetState(state);
 }
 
