@@ -6,6 +6,7 @@
 
 #include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
+#include "data/series/points_mark.h"
 
 namespace tarnwick {
 namespace {
@@ -56,6 +57,10 @@ LoadTarget::LoadTarget(TDataSeries& series, std::optional<std::int64_t> rows,
       ErrorColumnOf(series.Errors().y, info.YErrorColumn, info.y_error_index, report_.y_errors);
   x_error_column_ =
       ErrorColumnOf(series.Errors().x, info.XErrorColumn, info.x_error_index, report_.x_errors);
+  if (series_.Fit().Result()) {
+    last_fit_ = series_.Fit().Last();
+    fitted_ = MarkOf(series_);
+  }
   series_.Clear();
   report_.loaded = true;
 }
@@ -183,6 +188,8 @@ void LoadTarget::AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
 void LoadTarget::Finish() {
   if (!x_.empty()) Flush();
   if (!begins_.empty()) series_.SetGaps(GapsFound());
+  // The same points as before: what was fitted to them still holds.
+  if (fitted_ && MarkOf(series_) == *fitted_) series_.Fit().SetLast(last_fit_);
   report_.runs = pieces_.Run();
   report_.points = series_.PointCount();
   report_.replaced = added_ - report_.points;

@@ -65,6 +65,8 @@ class LoadTarget {
                             std::vector<std::int32_t>& begins) const;
 
   TDataSeries& series_;
+  LastFit last_fit_;                  // as it was before
+  std::optional<PointsMark> fitted_;  // the points that it holds for
   RowChooser chooser_;
   ColumnTransforms transforms_;
   std::vector<std::int32_t> columns_;

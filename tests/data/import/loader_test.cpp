@@ -384,9 +384,15 @@ TEST(RefreshAll, ReadsEachFileOnceForAllItsDataSets) {
   EXPECT_EQ(YValues(y->Points()), (std::vector<double>{2, 5}));
   EXPECT_EQ(YValues(z->Points()), (std::vector<double>{3, 6}));
 
+  // What was fitted to the points holds as long as the file has these.
+  y->Fit().SetResult(std::make_shared<const FitResult>());
+  RefreshAll(all);
+  EXPECT_TRUE(y->Fit().Last().Holds());
+
   // The columns may have changed places since.
   folder.Write("a.csv", "z,x,y\n3,1,2\n");
   RefreshAll(all);
+  EXPECT_TRUE(y->Fit().Last().points_changed);
   EXPECT_EQ(YValues(z->Points()), std::vector<double>{3});
   std::filesystem::remove(folder.File("a.csv"));
   EXPECT_THROW(RefreshAll(all), FileError);
