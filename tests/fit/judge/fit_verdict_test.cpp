@@ -222,6 +222,13 @@ const Situation kSituations[] = {
      "led into a poorer minimum; others, found by a search, lower the sum of squares from 8 to 2"},
     {"a search in vain", [](R& r, C&) { r.outcome.search_evaluations = 80; }, true, kDetermined,
      "A search for better starting values found none."},
+    {"errors too great and too small at once",
+     [](R& r, C&) {
+       r.residuals.shape = 1e-6;
+       r.statistics.chi_squared_probability = 0.9999;
+     },
+     false, ", but the residuals follow a pattern instead of scattering.",
+     "better fit. The errors of the points, which are stated too great, hide it from χ²."},
     {"as chance has it", [](R& r, C&) { r.residuals.shape = r.residuals.alike = 0.02; }, true,
      kDetermined, ""},
     {"short of the best", [](R& r, C&) { r.newton_sum_of_squares = 1.5; }, false, kShort,
