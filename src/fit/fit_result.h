@@ -94,7 +94,7 @@ struct FitVerdict {
   std::vector<std::string> notes;  ///< further sentences, the most important first
 };
 
-struct FitTogether;
+struct FitOfSeveral;
 
 struct FitResult {
   MinimiseOutcome outcome;
@@ -121,11 +121,11 @@ struct FitResult {
   std::optional<double> newton_sum_of_squares;
   FitVerdict verdict;
   /// Of one DataSet's share in a fit of several: the whole. Null otherwise.
-  std::shared_ptr<const FitTogether> together;
+  std::shared_ptr<const FitOfSeveral> together;
 };
 
 /// A fit of several DataSets at once, as each of them keeps it.
-struct FitTogether {
+struct FitOfSeveral {
   struct Member {
     std::string data_set;
     FitVerdict verdict;

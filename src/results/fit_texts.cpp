@@ -119,7 +119,7 @@ std::string ChangedText(const LastFit& last) {
   return last.model_changed ? "The function or its values changed since this fit." : "";
 }
 
-std::string SharedText(const FitTogether& together) {
+std::string SharedText(const FitOfSeveral& together) {
   constexpr std::size_t kMostNamed = 5;
   const std::vector<std::string>& shared = together.shared;
   if (shared.empty()) return "no parameter is shared.";
@@ -268,7 +268,7 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
   if (!result.together) return text;
   text += "\nAll DataSets together: " + result.together->whole.verdict.summary + "\n" +
           SharedText(*result.together) + "\n";
-  for (const FitTogether::Member& one : result.together->members)
+  for (const FitOfSeveral::Member& one : result.together->members)
     text += one.data_set + ": " + one.verdict.summary + "\n";
   return text + "\n" + FiguresAsText(result.together->whole);
 }

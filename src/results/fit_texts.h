@@ -65,7 +65,7 @@ std::string FitAsTable(const FitSettings& model, const FitResult& result);
 std::string ChangedText(const LastFit& last);
 
 /// What the DataSets of one fit have in common: "k and b have one value in all."
-std::string SharedText(const FitTogether& together);
+std::string SharedText(const FitOfSeveral& together);
 
 /// What the sum of squares is called: "χ²" where errors are absolute.
 const char* NameOfSum(const FitWeighting& weighting);

@@ -22,16 +22,16 @@ std::string Companions(const TxyGraph& graph, std::span<const std::size_t> chose
   return "Fitted at once with " + Listed(others, kMostNamed);
 }
 
-std::shared_ptr<const FitTogether> Together(const TxyGraph& graph,
-                                            std::span<const std::size_t> chosen,
-                                            std::span<const std::string> shared,
-                                            const JointFit& fit) {
-  auto together = std::make_shared<FitTogether>();
+std::shared_ptr<const FitOfSeveral> Together(const TxyGraph& graph,
+                                             std::span<const std::size_t> chosen,
+                                             std::span<const std::string> shared,
+                                             const JointFit& fit) {
+  auto together = std::make_shared<FitOfSeveral>();
   together->whole = fit.whole;
   together->shared.assign(shared.begin(), shared.end());
   for (std::size_t i = 0; i < chosen.size(); ++i) {
     const FitResult& part = fit.parts[i];
-    FitTogether::Member& member = together->members.emplace_back();
+    FitOfSeveral::Member& member = together->members.emplace_back();
     member = {graph.Series(chosen[i]).SeriesName(), part.verdict, part.statistics.points,
               part.statistics.sum_of_squares, part.statistics.r_squared};
     member.verdict.notes.clear();  // they stand with the DataSet
@@ -53,7 +53,7 @@ std::vector<FitJob> PrepareJointFit(const TxyGraph& graph, std::span<const std::
 
 void ApplyJointFit(TxyGraph& graph, std::span<const std::size_t> chosen,
                    std::span<const std::string> shared, JointFit& fit) {
-  const std::shared_ptr<const FitTogether> together = Together(graph, chosen, shared, fit);
+  const std::shared_ptr<const FitOfSeveral> together = Together(graph, chosen, shared, fit);
   for (std::size_t i = 0; i < chosen.size(); ++i) {
     TSeries& series = graph.Series(chosen[i]);
     fit.parts[i].together = together;

@@ -33,7 +33,7 @@ FitTogetherView::FitTogetherView(QWidget* parent) : QWidget(parent) {
   column->addWidget(figures_);
 }
 
-void FitTogetherView::Show(const FitTogether& together) {
+void FitTogetherView::Show(const FitOfSeveral& together) {
   verdict_->Show(together.whole);
   shared_->setText(ToQt(SharedText(together)));
   members_->setColumnCount(5);
@@ -42,7 +42,7 @@ void FitTogetherView::Show(const FitTogether& together) {
                                        tr("R²")});
   members_->setRowCount(static_cast<int>(together.members.size()));
   int row = 0;
-  for (const FitTogether::Member& one : together.members) {
+  for (const FitOfSeveral::Member& one : together.members) {
     members_->Put(row, 0, ToQt(one.data_set));
     members_->Put(row, 1, tr(KindOfVerdict(one.verdict)))->setToolTip(ToQt(one.verdict.summary));
     members_->Put(row, 2, QString::number(one.points), Qt::AlignRight);

@@ -18,7 +18,7 @@ class FitTogetherView final : public QWidget {
 
  public:
   explicit FitTogetherView(QWidget* parent = nullptr);
-  void Show(const FitTogether& together);
+  void Show(const FitOfSeveral& together);
 
  private:
   VerdictLabel* verdict_ = nullptr;

@@ -159,10 +159,10 @@ Json WholeJson(const FitAnswer& of_first, const FitResult& whole,
   return document;
 }
 
-Json TogetherJson(const FitAnswer& share, const FitTogether& together) {
+Json TogetherJson(const FitAnswer& share, const FitOfSeveral& together) {
   Json document = WholeJson(share, together.whole, together.shared);
   Json members = Json::Array();
-  for (const FitTogether::Member& one : together.members) {
+  for (const FitOfSeveral::Member& one : together.members) {
     members.Append({{"dataset", one.data_set},
                     {"trustworthy", one.verdict.trustworthy},
                     {"untested", one.verdict.untested},

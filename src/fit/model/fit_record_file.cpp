@@ -59,9 +59,9 @@ void WriteModel(RowWriter& rows, const FitSettings& model) {
   }
 }
 
-void WriteTogether(RowWriter& rows, const FitTogether& together) {
+void WriteTogether(RowWriter& rows, const FitOfSeveral& together) {
   for (const std::string& name : together.shared) rows.Write("shared", name);
-  for (const FitTogether::Member& one : together.members) {
+  for (const FitOfSeveral::Member& one : together.members) {
     rows.Write("member", std::to_string(TrustOf(one.verdict)) + " " + std::to_string(one.points) +
                              " " + NumberListText(std::vector{one.sum_of_squares, one.r_squared}) +
                              " " + one.data_set);
@@ -164,7 +164,7 @@ bool LastFitReader::TakeParameter(std::string_view value) {
 }
 
 bool LastFitReader::TakeMember(std::string_view value) {
-  FitTogether::Member& one = together_.members.emplace_back();
+  FitOfSeveral::Member& one = together_.members.emplace_back();
   const bool trust = TakeTrust(one.verdict, TakeWord(value));
   const std::optional<std::int64_t> points = ParseCount(TakeWord(value));
   const std::optional<double> sum = ParseOne(TakeWord(value));
@@ -225,7 +225,7 @@ LastFit LastFitReader::Finish(const FitSettings& model, const MarkPoints& points
   result.outcome.p = result.values;
   result.outcome.value = result.statistics.sum_of_squares;
   result.statistics.varied = static_cast<std::int32_t>(result.names.size());
-  if (!together_.members.empty()) result.together = std::make_shared<FitTogether>(together_);
+  if (!together_.members.empty()) result.together = std::make_shared<FitOfSeveral>(together_);
   FitSettings left = ModelBeside(model);
   last.model_changed = model_changed_ || left != model;
   last.points_changed = points_changed_ || points_ != points();

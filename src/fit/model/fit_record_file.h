@@ -49,7 +49,7 @@ class LastFitReader {
   std::optional<PointsMark> points_;
   FitSettings model_;  // with what of it is stored
   FitResult result_;
-  FitTogether together_;
+  FitOfSeveral together_;
 };
 
 }  // namespace tarnwick

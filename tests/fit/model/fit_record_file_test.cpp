@@ -56,7 +56,7 @@ FitResult SomeResult() {
 
 LastFit SomeFit() {
   FitResult result = SomeResult();
-  auto together = std::make_shared<FitTogether>();
+  auto together = std::make_shared<FitOfSeveral>();
   together->whole = SomeResult();
   together->whole.verdict.summary = "all in all";
   together->shared = {"b"};
