@@ -4,6 +4,7 @@
 #include <charconv>
 #include <limits>
 #include <memory>
+#include <unordered_map>
 #include <utility>
 
 #include "base/number_list_text.h"
@@ -204,9 +205,11 @@ FitSettings LastFitReader::ModelBeside(const FitSettings& present) const {
   if (model.LeftMarginUsed) model.LeftMargin = model_.LeftMargin;
   if (model.RightMarginUsed) model.RightMargin = model_.RightMargin;
   model.parameters.clear();
+  std::unordered_map<std::string_view, const ParameterSettings*> by_name;
+  for (const ParameterSettings& one : present.parameters) by_name.emplace(one.Name, &one);
   for (const ParameterSettings& stored : model_.parameters) {
-    const auto same = std::ranges::find(present.parameters, stored.Name, &ParameterSettings::Name);
-    ParameterSettings one = same != present.parameters.end() ? *same : ParameterSettings();
+    const auto same = by_name.find(stored.Name);
+    ParameterSettings one = same != by_name.end() ? *same->second : ParameterSettings();
     one.Name = stored.Name;
     one.Value = stored.Value;
     one.Vary = stored.Vary;
