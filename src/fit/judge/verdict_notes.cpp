@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "base/number_text.h"
 #include "fit/judge/curve_swing.h"
@@ -133,12 +134,13 @@ void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
                                           : ". It hardly moves the parameters."));
   }
   if (FollowsShape(found)) {
-    notes.push_back(
-        std::string("The residuals follow a pattern along X: the model leaves something out, or "
-                    "other starting values lead to a better fit. ") +
-        (ErrorsTooGreat(result)
-             ? "The errors of the points, which are stated too great, hide it from χ²."
-             : "The errors stated are too small."));
+    std::string note =
+        "The residuals follow a pattern along X: the model leaves something out, or other starting "
+        "values lead to a better fit. ";
+    note += ErrorsTooGreat(result)
+                ? "The errors of the points, which are stated too great, hide it from χ²."
+                : "The errors stated are too small.";
+    notes.push_back(std::move(note));
   } else if (Alternates(found)) {
     notes.emplace_back(
         "A residual above zero is followed by one below it far more often than chance has it: the "
