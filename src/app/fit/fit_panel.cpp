@@ -227,15 +227,18 @@ void FitPanel::SetState(State state) {
   hint_->setVisible(state == State::Nothing);
   outdated_->setVisible(state == State::Outdated);
   again_->setVisible(state == State::Outdated || (state == State::Nothing && can_fit_));
-  again_->setText(state == State::Outdated ? tr("Fit A&gain") : tr("Fi&t"));
+  const bool share = shown_.result && shown_.result->together;
+  const QString again = share ? tr("Fit A&lone") : tr("Fit A&gain");
+  again_->setText(state == State::Outdated ? again : tr("Fi&t"));
   scroll_->setVisible(state != State::Nothing);
   scroll_->widget()->setEnabled(state == State::Valid);
   buttons_->setVisible(state != State::Nothing);
   buttons_->setEnabled(state == State::Valid);
   if (state != State::Valid) return;
   const FitResult& result = *shown_.result;
-  all_points_->setEnabled(result.points_used < result.points_in_range);
-  finish_->setEnabled(shown_.model.ProcType != FitProcType::cfp_Newton);
+  // Of a share these would leave the other DataSets behind.
+  all_points_->setEnabled(!share && result.points_used < result.points_in_range);
+  finish_->setEnabled(!share && shown_.model.ProcType != FitProcType::cfp_Newton);
   const bool failed = Failed(result.outcome.why);
   residuals_->setEnabled(!failed);
   bands_->setEnabled(!failed && HasErrors(result.statistics));
