@@ -8,6 +8,7 @@
 #include "app/instance/single_instance.h"
 #include "app/window/main_form.h"
 #include "base/whole_file.h"
+#include "desk/widgets/house_style.h"
 #include "desk/widgets/ink_icon.h"
 #include "desk/widgets/subdued_text.h"
 #include "graph/gif/gif_format.h"
@@ -47,6 +48,7 @@ int main(int argc, char** argv) {
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   const QApplication application(argc, argv);
+  QApplication::setStyle(new tarnwick::HouseStyle);  // the application's from here
   tarnwick::RefuseTooLargeFiles();
   tarnwick::RegisterGifFormat();
   QApplication::setApplicationName("Tarnwick");

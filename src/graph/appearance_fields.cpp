@@ -58,6 +58,9 @@ constexpr std::array kMarkTypes = {
     FieldChoice{MarkType::Horizontal, "Horizontal Line"},
     FieldChoice{MarkType::Point, "Point"},
     FieldChoice{MarkType::Line, "Line"},
+    FieldChoice{MarkType::Text, "Text"},
+    FieldChoice{MarkType::Arrow, "Arrow"},
+    FieldChoice{MarkType::Rectangle, "Rectangle"},
 };
 
 constexpr std::array kMarkStatuses = {
@@ -259,8 +262,20 @@ constexpr Field<Mark> kMarkFields[] = {
     {5, "Y2Value", &M::y2, {"Y of the end", "Position", kMoment}},
     {6, "Color", &M::color, {"Color", "Mark", kColor}},
     {7, "Caption", &M::caption, {"Text", "Mark", kText}},
-    {8, "TypeOfMark", kVia<&M::type>, {"Type", "Mark", ChoiceOf(kMarkTypes)}, {0, 3}},
+    {8,
+     "TypeOfMark",
+     Property<Mark, std::int32_t>{
+         [](const M& m) { return static_cast<std::int32_t>(StandIn(m.type)); },
+         [](M& m, std::int32_t type) { m.type = static_cast<MarkType>(type); }},
+     {"Type of four", "Mark", Hidden("stands for the type in readers that know four types")},
+     {0, 3}},
     {9, "WhenDrawn", kVia<&M::status>, {"Status", "Mark", ChoiceOf(kMarkStatuses)}, {0, 2}},
+    {10,
+     "ShapeOfMark",
+     kVia<&M::type>,
+     {"Type", "Mark", ChoiceOf(kMarkTypes)},
+     {0, 6},
+     [](const M& m) { return StandIn(m.type) != m.type; }},
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Marks: lines, points and segments with a caption in data coordinates, and their list ordered by ID.
+// Marks: lines, points, arrows, boxes and texts in data coordinates, and their list ordered by ID.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,16 @@
 
 namespace tarnwick {
 
-enum class MarkType : std::uint8_t { Vertical = 0, Horizontal = 1, Point = 2, Line = 3 };
+enum class MarkType : std::uint8_t {
+  Vertical = 0,
+  Horizontal = 1,
+  Point = 2,
+  Line = 3,
+  // Those behind have a stand-in among these four, for readers that know no others.
+  Text = 4,       ///< the caption alone, from X1, Y1 on
+  Arrow = 5,      ///< from X1, Y1 to its tip at X2, Y2
+  Rectangle = 6,  ///< between two opposite corners
+};
 enum class MarkStatus : std::uint8_t { XAndY = 0, XAndY2 = 1, NotDrawn = 2 };
 
 struct Mark {
@@ -22,6 +31,17 @@ struct Mark {
   MarkStatus status = MarkStatus::XAndY;
   bool operator==(const Mark&) const = default;
 };
+
+/// True of marks that have a second place, X2 and Y2.
+constexpr bool HasEnd(MarkType type) {
+  return type == MarkType::Line || type == MarkType::Arrow || type == MarkType::Rectangle;
+}
+
+/// The type nearest to it among the first four: a line for an arrow and for a rectangle's diagonal, a point for a text.
+constexpr MarkType StandIn(MarkType type) {
+  if (HasEnd(type)) return MarkType::Line;
+  return type == MarkType::Text ? MarkType::Point : type;
+}
 
 /// The marks of one graph, ascending by ID, no two alike.
 class MarkList {

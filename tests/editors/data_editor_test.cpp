@@ -2,8 +2,10 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -18,6 +20,7 @@
 #include "data/series/data_series_file.h"
 #include "desk/fields/field_widget.h"
 #include "desktop_fixture.h"
+#include "editors/data/preview_table.h"
 #include "support/project_paths.h"
 
 namespace tarnwick {
@@ -57,6 +60,8 @@ class DataEditorTest : public DesktopTest {
   void TypeField(const QString& name, const QString& text) {
     auto* field = editor_->findChild<FieldWidget*>(name);
     ASSERT_NE(field, nullptr) << name.toStdString();
+    if (auto* edit = qobject_cast<QPlainTextEdit*>(field->Control()))
+      return edit->setPlainText(text);
     auto* line = qobject_cast<QLineEdit*>(field->Control());
     Type(line ? line : field->Control()->findChild<QLineEdit*>(), text);
   }
@@ -126,6 +131,37 @@ TEST_F(DataEditorTest, ReadsByOtherSettingsAsOneStepAndCutsAllDataSetsOfTheFileA
   TypeField("Text/Header lines", "0");
   Press("GuessSource");
   EXPECT_EQ(PreviewRow(2), "1|2|30");
+}
+
+TEST_F(DataEditorTest, CountsWhileOneTypesSaysWhereAnExpressionFailsAndDrawsFurtherColumns) {
+  Open("t,u,v\n1,2,3\n2,5,6\n3,8,x\n");
+  ActiveDocument().Edit("Delete", [](TxyGraph& graph) { graph.DeleteSeries(1); });
+  QCoreApplication::processEvents();
+  auto* expression = editor_->findChild<FieldWidget*>("Columns/Y is computed from");
+  const auto remark = [&] { return expression->findChild<QLabel*>("Remark"); };
+  TypeField("Columns/Y is computed from", "Y * w");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return remark() && remark()->isVisible(); }));
+  EXPECT_EQ(remark()->text(), "There is no column \"w\": x, y, t, u, v.");
+  TypeField("Columns/Y is computed from", "Y * t");
+  TypeField("Columns/Y", "v");
+  const auto* count = editor_->findChild<QLabel*>("SourceCount");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return count->text().startsWith("2 points"); }));
+  EXPECT_EQ(count->text(), "2 points will be read. 1 rows are skipped.");
+  EXPECT_FALSE(remark()->isVisible());
+  const auto draw_as_well = [&](const char* column) {
+    QMetaObject::invokeMethod(editor_->findChild<QTableWidget*>("Preview"), "columnChosen",
+                              Q_ARG(QString, column),
+                              Q_ARG(tarnwick::ColumnUse, ColumnUse::AnotherY));
+  };
+  for (const char* column : {"u", "t", "t"}) draw_as_well(column);  // the second t takes it back
+  Press("ApplySource");
+  ASSERT_EQ(ActiveDocument().Graph().SeriesCount(), 2U);
+  EXPECT_EQ(Ys(0), (std::vector<double>{3, 12}));
+  EXPECT_EQ(Ys(1), (std::vector<double>{2, 5, 8}));
+  EXPECT_EQ(Series(1).SeriesName(), "u");
+  EXPECT_NE(Series(1).Style().line_color, Series(0).Style().line_color);
+  Run("EditUndo1");
+  EXPECT_EQ(ActiveDocument().Graph().SeriesCount(), 1U);
 }
 
 TEST_F(DataEditorTest, PointsAreFoundChangedAddedAndDeletedEachAsOneStep) {
@@ -211,6 +247,27 @@ TEST_F(DataEditorTest, ColumnsArePastedAndWhatWasReadIsListedAndPutBack) {
   EXPECT_FALSE(changes->isVisible());
   Run("EditUndo1");
   EXPECT_EQ(Ys(0), (std::vector<double>{20, 5, 7, 8}));
+}
+
+TEST_F(DataEditorTest, ComesBackInItsSizeAndOnItsPage) {
+  Open("t,u\n1,2\n");
+  form_->resize(1400, 800);
+  auto* dock = form_->findChild<QDockWidget*>("DataEditor");
+  form_->resizeDocks({dock}, {510}, Qt::Horizontal);
+  QCoreApplication::processEvents();
+  const int width = dock->width();
+  ASSERT_GT(width, dock->sizeHint().width());
+  ShowPage(1);
+  dock->close();
+  Run("EditData1");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(dock->width(), width);
+  form_.reset();
+  SetUp();  // the next start of the program
+  Open("t,u\n1,2\n");
+  form_->resize(1400, 800);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(editor_->findChild<QTabWidget*>("DataPages")->currentIndex(), 1);
 }
 
 TEST_F(DataEditorTest, FiguresAndHistogramFollowThePointsAndAreCopied) {

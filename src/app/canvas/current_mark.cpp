@@ -18,6 +18,12 @@ void PaintCurrentMark(QPainter& painter, const PlotLayout& layout, std::int32_t 
     DrawOverlay(painter, ring, kOverlayBlue);
     return;
   }
+  if (item->mark.type == MarkType::Text && item->caption) {
+    QPainterPath frame;
+    frame.addRect(item->caption->Box().adjusted(-2, -1, 2, 1));
+    DrawOverlay(painter, frame, kOverlayBlue);
+    return;
+  }
   for (const QPointF end : {item->line.p1(), item->line.p2()}) {
     if (layout.plot.adjusted(-1, -1, 1, 1).contains(end)) PaintHandle(painter, end);
   }

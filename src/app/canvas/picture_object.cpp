@@ -24,20 +24,24 @@ double DistanceTo(const QLineF& line, QPointF place) {
 
 bool IsMet(const MarkItem& item, QPointF place) {
   if (item.caption && item.caption->Box().contains(place)) return true;
-  if (item.mark.type != MarkType::Point) return DistanceTo(item.line, place) <= kReach;
+  if (item.mark.type != MarkType::Point) {
+    return std::ranges::any_of(
+        item.lines, [&](const QLineF& line) { return DistanceTo(line, place) <= kReach; });
+  }
   return QLineF(item.point, place).length() <= item.radius + kMarkMargin;
 }
 
-/// Where the origin or end of a line mark is drawn; nothing for one out of sight and for other marks.
+/// Where the origin or end of a mark that has both is drawn; nothing for one out of sight and for other marks.
 std::optional<QPointF> TipOf(const PlotLayout& layout, const MarkItem& item, Kind tip) {
   const Mark& mark = item.mark;
-  if (mark.type != MarkType::Line || tip == Kind::Mark) return std::nullopt;
+  if (!HasEnd(mark.type) || tip == Kind::Mark) return std::nullopt;
   const bool origin = tip == Kind::MarkOrigin;
   const AxisId y_axis = mark.status == MarkStatus::XAndY2 ? AxisId::Y2 : AxisId::Y;
   const QPointF place(layout.Axis(AxisId::X).scale.Position(origin ? mark.x1 : mark.x2),
                       layout.Axis(y_axis).scale.Position(origin ? mark.y1 : mark.y2));
   const QPointF drawn = origin ? item.line.p1() : item.line.p2();
-  const bool seen = QLineF(place, drawn).length() <= 1;  // else the line was cut at the plot's edge
+  // Else it was cut at the plot's edge.
+  const bool seen = QLineF(place, drawn).length() <= 1 && layout.plot.contains(drawn);
   return seen ? std::optional(drawn) : std::nullopt;
 }
 
@@ -62,8 +66,14 @@ QPainterPath OutlineOf(const PlotLayout& layout, const MarkItem& item, Kind part
     path.addEllipse(item.point, radius, radius);
     return path;
   }
-  path.moveTo(item.line.p1());
-  path.lineTo(item.line.p2());
+  if (item.mark.type == MarkType::Text) {
+    if (item.caption) path.addRect(item.caption->Box());
+    return path;
+  }
+  for (const QLineF& line : item.lines) {
+    path.moveTo(line.p1());
+    path.lineTo(line.p2());
+  }
   QPainterPathStroker stroker;
   stroker.setWidth(2 * kMarkMargin + 1);
   return stroker.createStroke(path);

@@ -1,4 +1,4 @@
-// What of a graph's picture can be taken hold of at a place: its legend, its marks, the ends of line marks. Knows the
+// What of a graph's picture can be taken hold of at a place: its legend, its marks, the ends of those that have two. Knows the
 // layout only.
 #pragma once
 

@@ -194,7 +194,6 @@ QWidget* TfrmCalc::MakeButtons() {
   });
   connect(list, &QPushButton::clicked, this, &TfrmCalc::ShowReport);
   ok_->setDefault(true);
-  for (QAbstractButton* button : buttons->buttons()) button->setIcon({});
   return buttons;
 }
 

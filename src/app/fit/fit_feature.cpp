@@ -12,7 +12,6 @@
 #include "desk/commands/kept_state.h"
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
-#include "desk/settings/kept_size.h"
 #include "desk/settings/program_paths.h"
 #include "desk/widgets/text.h"
 #include "results/fitted_model.h"
@@ -22,9 +21,6 @@ namespace {
 
 constexpr PanelRow kFitResult = {
     .name = "FitResult", .caption = "Fit Result", .side = DockSide::Right, .make = MakeFitPanel};
-
-constexpr Setting<QSize> kDialogSize = {
-    .section = "FitSettings", .key = "Size", .label = "Size of the window of fit settings"};
 
 Document& DocumentWithDataSet(const CommandContext& context) {
   if (!HasDataSet(context)) throw Error("No DataSet Found!");
@@ -81,9 +77,7 @@ void EditModel(CommandContext& context) {
       if (step) step->Finish();
       step.reset();
     });
-    RestoreSize(editor, context.settings, kDialogSize);
     editor.exec();
-    StoreSize(editor, context.settings, kDialogSize);
     fit_wanted = editor.FitWanted();
   }
   if (!fit_wanted) return;
@@ -191,7 +185,6 @@ Feature FitFeature() {
        .checked = ResultIsShown},
   };
   static constexpr PanelRow kPanels[] = {kFitResult};
-  static const SettingRow kSettings[] = {&kDialogSize};
   static constexpr TakenFile kFiles[] = {
       {.holds = FileHolds::FitFunction,
        .without_document = "is a fitting function: open the data to fit first.",
@@ -199,7 +192,6 @@ Feature FitFeature() {
   return {.name = "fit",
           .commands = {kCommands},
           .panels = kPanels,
-          .settings = kSettings,
           .lists = {{Menu::CurveFitting, FunctionItems}},
           .files = kFiles};
 }

@@ -33,11 +33,14 @@ struct TypeRow {
   std::array<const char*, 4> labels;
 };
 
-constexpr std::array<TypeRow, 4> kTypes = {{
+constexpr std::array<TypeRow, 7> kTypes = {{
     {"Vertical Line", {"Vert Line X = ", nullptr, nullptr, nullptr}},
     {"Horizontal Line", {nullptr, "Hor Line Y = ", nullptr, nullptr}},
     {"Point", {"Point X = ", "Point Y = ", "Point Width", nullptr}},
     {"Line", {"Origin X = ", "Origin Y = ", "End X = ", "End Y = "}},
+    {"Text", {"Text X = ", "Text Y = ", nullptr, nullptr}},
+    {"Arrow", {"Origin X = ", "Origin Y = ", "Tip X = ", "Tip Y = "}},
+    {"Rectangle", {"Corner X = ", "Corner Y = ", "Opposite X = ", "Opposite Y = "}},
 }};
 constexpr std::array kStatusNames = {"Draw in X and Y", "Draw in X and Y2", "Do not Draw"};
 constexpr std::array<double Mark::*, 4> kNumbers = {&Mark::x1, &Mark::y1, &Mark::x2, &Mark::y2};

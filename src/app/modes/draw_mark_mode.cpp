@@ -1,5 +1,6 @@
 #include "app/modes/draw_mark_mode.h"
 
+#include <QInputDialog>
 #include <QMouseEvent>
 #include <string>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr double kLeastDrag = 4;
 constexpr double kPointWidth = 8;
+constexpr double kCaret = 8;  // pixels above and below the place of a text
 
 struct Words {
   ModeMaker maker;
@@ -33,6 +35,14 @@ Words WordsOf(MarkType type) {
     case MarkType::Point:
       return {MakeDrawMarkMode<MarkType::Point>, "Click where the Point Mark is to be",
               "Draw Point Mark"};
+    case MarkType::Text:
+      return {MakeDrawMarkMode<MarkType::Text>, "Click where the Text is to begin", "Write Text"};
+    case MarkType::Arrow:
+      return {MakeDrawMarkMode<MarkType::Arrow>, "Drag from the Origin of the Arrow to its Tip",
+              "Draw Arrow"};
+    case MarkType::Rectangle:
+      return {MakeDrawMarkMode<MarkType::Rectangle>,
+              "Drag from one Corner of the Rectangle to the other", "Draw Rectangle"};
     case MarkType::Line:
       break;
   }
@@ -49,6 +59,13 @@ void AddShownMark(TxyGraph& graph, Mark mark) {
   graph.SetAppearance(appearance);
   AddMark(graph, mark);
   graph.EndUpdate();
+}
+
+/// Empty when the user has nothing to write after all.
+std::string AskForText(GraphCanvas& canvas) {
+  return QInputDialog::getText(&canvas, QObject::tr("Text Mark"), QObject::tr("&Text:"))
+      .simplified()
+      .toStdString();
 }
 
 }  // namespace
@@ -74,25 +91,27 @@ void DrawMarkMode::MouseMove(GraphCanvas& canvas, QMouseEvent& event) {
 void DrawMarkMode::MouseRelease(GraphCanvas& canvas, QMouseEvent& event) {
   if (event.button() != Qt::LeftButton || !start_) return;
   place_ = event.position();
-  const bool only_begun = type_ == MarkType::Line && QLineF(*start_, *place_).length() < kLeastDrag;
+  const bool only_begun = HasEnd(type_) && QLineF(*start_, *place_).length() < kLeastDrag;
   if (only_begun) return;
-  Draw(canvas);
+  const std::string text = type_ == MarkType::Text ? AskForText(canvas) : std::string();
+  if (type_ != MarkType::Text || !text.empty()) Draw(canvas, text);
   canvas.EndMode();
 }
 
-void DrawMarkMode::Draw(GraphCanvas& canvas) const {
+void DrawMarkMode::Draw(GraphCanvas& canvas, const std::string& caption) const {
   Document& document = canvas.GetDocument();
   const TSeries* series = document.Graph().CurrentSeries();
   const bool second = series && YAxisOf(*series) == AxisId::Y2;
   const PlotPoint end = ValueAt(canvas, *place_);
-  const PlotPoint begin = type_ == MarkType::Line ? ValueAt(canvas, *start_) : end;
+  const PlotPoint begin = HasEnd(type_) ? ValueAt(canvas, *start_) : end;
   Mark mark;
   mark.type = type_;
+  mark.caption = caption;
   mark.status = second ? MarkStatus::XAndY2 : MarkStatus::XAndY;
   if (type_ != MarkType::Horizontal) mark.x1 = begin.x;
   if (type_ != MarkType::Vertical) mark.y1 = begin.y;
-  if (type_ == MarkType::Point) mark.x2 = kPointWidth;
-  if (type_ == MarkType::Line) mark.x2 = end.x, mark.y2 = end.y;
+  if (StandIn(type_) == MarkType::Point) mark.x2 = kPointWidth;
+  if (HasEnd(type_)) mark.x2 = end.x, mark.y2 = end.y;
   document.Edit(WordsOf(type_).step, [&](TxyGraph& graph) { AddShownMark(graph, mark); });
 }
 
@@ -113,7 +132,18 @@ void DrawMarkMode::PaintOverlay(QPainter& painter, const GraphCanvas& canvas) co
     case MarkType::Point:
       DrawRing(painter, *place_, kOverlayBlue);
       break;
+    case MarkType::Text:
+      DrawOverlayLine(painter, {x, y - kCaret}, {x, y + kCaret}, kOverlayBlue);
+      break;
+    case MarkType::Rectangle:
+      if (start_) {
+        QPainterPath box;
+        box.addRect(QRectF(*start_, *place_).normalized());
+        DrawOverlay(painter, box, kOverlayBlue);
+      }
+      break;
     case MarkType::Line:
+    case MarkType::Arrow:
       if (start_) DrawOverlayLine(painter, *start_, *place_, kOverlayBlue);
       break;
   }

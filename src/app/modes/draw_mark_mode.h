@@ -1,8 +1,10 @@
-// Drawing one mark with the mouse: a click places it, a line mark is dragged or takes two clicks. Ends when it is drawn.
+// Drawing one mark with the mouse: a click places it, one with two ends is dragged or takes two clicks, a
+// text is asked for. Ends when it is drawn.
 #pragma once
 
 #include <QPointF>
 #include <optional>
+#include <string>
 
 #include "app/canvas/canvas_mode.h"
 #include "graph/mark.h"
@@ -21,10 +23,10 @@ class DrawMarkMode final : public CanvasMode {
   QCursor Cursor() const override;
 
  private:
-  void Draw(GraphCanvas& canvas) const;
+  void Draw(GraphCanvas& canvas, const std::string& caption) const;
 
   MarkType type_;
-  std::optional<QPointF> start_;  // of a line
+  std::optional<QPointF> start_;  // of one with two ends
   std::optional<QPointF> place_;  // of the mouse
 };
 

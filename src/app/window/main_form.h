@@ -13,6 +13,7 @@
 #include "desk/commands/workspace.h"
 #include "desk/feature/feature.h"
 #include "desk/prompts/file_chooser.h"
+#include "desk/settings/dialog_sizes.h"
 #include "desk/settings/program_paths.h"
 #include "desk/settings/settings.h"
 #include "desk/work/long_work.h"
@@ -130,6 +131,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
 
   ShellParts parts_;
   Settings settings_;
+  DialogSizes dialog_sizes_{settings_};
   RecentFiles recent_;
   KeptState kept_;
   CommandActions* actions_ = nullptr;

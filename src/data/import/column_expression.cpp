@@ -108,4 +108,22 @@ ColumnTransforms CompileColumnExpressions(const TDataSeries& series,
           Compile(series.Source().YColExpr, "y", column_names)};
 }
 
+std::optional<ColumnTrouble> TroubleOfColumnExpression(
+    const std::string& text, const std::vector<std::string>& column_names) {
+  if (TrimBlanks(text).empty()) return std::nullopt;
+  try {
+    ColumnExpression expression(text, {});
+    for (const std::string& name : expression.UnassignedNames()) {
+      if (ColumnOfVariable(column_names, name)) continue;
+      const std::size_t place = LowerAscii(text).find(name);
+      return ColumnTrouble{"There is no column \"" + name + "\": " + KnownNames(column_names) + ".",
+                           place == std::string::npos ? std::nullopt : std::optional(place)};
+    }
+  } catch (const EParserException& error) {
+    const std::string hint = error.Hint().empty() ? std::string() : ": " + error.Hint();
+    return ColumnTrouble{error.what() + hint, error.Place()};
+  }
+  return std::nullopt;
+}
+
 }  // namespace tarnwick

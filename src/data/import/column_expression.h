@@ -2,6 +2,8 @@
 // called; nothing of rows and how they are read.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,5 +17,15 @@ namespace tarnwick {
 /// expression, and where a name stands for no column and is not assigned.
 ColumnTransforms CompileColumnExpressions(const TDataSeries& series,
                                           const std::vector<std::string>& column_names);
+
+/// Why a text is no column expression, and the byte of it at which that shows, where there is one.
+struct ColumnTrouble {
+  std::string why;
+  std::optional<std::size_t> place;
+};
+
+/// Nothing for a text that compiles.
+std::optional<ColumnTrouble> TroubleOfColumnExpression(
+    const std::string& text, const std::vector<std::string>& column_names);
 
 }  // namespace tarnwick

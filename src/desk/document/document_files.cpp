@@ -223,11 +223,11 @@ void DocumentFiles::TakeRefreshed(const ReadResult& result) {
   TakeReadAgain(result, step);
 }
 
-bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources) {
+bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources,
+                           const std::vector<std::string>& columns) {
   const GraphState before = document_.WholeGraph().State();
-  const ReadResult result = Read([&before, &sources](Progress& progress) {
-    return tarnwick::ReadBy(before, sources, progress);
-  });
+  const ReadResult result = Read(
+      [&](Progress& progress) { return tarnwick::ReadBy(before, sources, columns, progress); });
   if (result.cancelled) return false;
   OpenEdit step(document_, "Edit Data Source");
   data_told_.Clear();

@@ -85,8 +85,9 @@ class DocumentFiles {
   bool Refresh();
   /// One step of what reading the DataSets of the whole graph again made of it.
   void TakeRefreshed(const ReadResult& result);
-  /// One step: these DataSets of the whole graph read by other descriptions. Throws as ReadBy of document_io.h.
-  bool ReadBy(const std::vector<NewSource>& sources);
+  /// One step: these DataSets of the whole graph read by other descriptions, and further columns of the first one's source
+  /// as DataSets more. Throws as ReadBy of document_io.h.
+  bool ReadBy(const std::vector<NewSource>& sources, const std::vector<std::string>& columns = {});
   /// Reads every row of the DataSets that show only some of theirs.
   bool LoadAllRows();
 

@@ -112,6 +112,35 @@ void TakeSource(TSeries& series, const TDSInfo& source) {
   series.SetErrors(std::move(errors));
 }
 
+/// The graph or inserted graph that holds the DataSet.
+TxyGraph* GraphOf(TxyGraph& graph, const TSeries& series) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (&graph.Series(i) == &series) return &graph;
+  }
+  for (const auto& child : graph.Children()) {
+    if (TxyGraph* const found = GraphOf(*child, series)) return found;
+  }
+  return nullptr;
+}
+
+/// A DataSet described and drawn like another one, of another column and in a colour of its own; without points yet.
+TSeries& AddLike(TxyGraph& graph, const TSeries& first, const std::string& column) {
+  TSeries& added = graph.AddSeries(std::make_unique<TSeries>());
+  SeriesStyle style = first.Style();
+  style.line_color = added.Style().line_color;
+  style.symbol_color = added.Style().symbol_color;
+  style.symbol = added.Style().symbol;
+  added.SetStyle(style);
+  added.SetDuplicatesAllowed(first.DuplicatesAllowed());
+  added.SetNumericalTolerance(first.NumericalTolerance());
+  added.Source() = first.Source();
+  added.Source().YDataColumn = column;
+  added.Source().YColExpr = TDSInfo().YColExpr;
+  added.Source().YErrorColumn.clear();
+  added.SetSeriesName(column);
+  return added;
+}
+
 /// "Pasted 2 DataSets, 1 mark"
 std::string NoteOf(const PastedParts& parts) {
   std::string note;
@@ -175,7 +204,7 @@ ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& wh
 }
 
 ReadResult ReadBy(const GraphState& state, const std::vector<NewSource>& sources,
-                  Progress& progress) {
+                  const std::vector<std::string>& columns, Progress& progress) {
   TxyGraph graph;
   graph.SetState(state);
   const std::vector<TSeries*> whole = SeriesOfWhole(graph);
@@ -184,6 +213,10 @@ ReadResult ReadBy(const GraphState& state, const std::vector<NewSource>& sources
     TSeries& series = *whole.at(one.place);
     TakeSource(series, one.source);
     changed.push_back(&series);
+  }
+  for (const std::string& column : columns) {
+    const TSeries& first = *whole.at(sources.front().place);
+    changed.push_back(&AddLike(*GraphOf(graph, first), first, column));
   }
   return ReadAgain(graph, changed, progress);
 }

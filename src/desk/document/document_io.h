@@ -47,10 +47,11 @@ struct NewSource {
   std::size_t place = 0;
   TDSInfo source;
 };
-/// `state` with these DataSets read by other descriptions. A DataSet named after its column is named after the new one.
-/// Throws FileError, and Error for a column expression that cannot be used.
+/// `state` with these DataSets read by other descriptions, and for each of `columns` a DataSet more whose Y that is, beside the
+/// first of them and read like it. A DataSet named after its column is named after the new one. Throws FileError, and Error for
+/// a column expression that cannot be used.
 ReadResult ReadBy(const GraphState& state, const std::vector<NewSource>& sources,
-                  Progress& progress);
+                  const std::vector<std::string>& columns, Progress& progress);
 
 /// What came of reading several graphs again together.
 struct RefreshedGraphs {

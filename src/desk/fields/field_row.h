@@ -1,6 +1,8 @@
 // A stored field as an editor sees it, whoever owns it: a row of its table without the access. Knows no widget.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,9 +29,12 @@ struct FieldRemark {
   enum class Kind { None, Told, Refused };
   Kind kind = Kind::None;
   std::string text;
+  std::optional<std::size_t> place = {};  ///< the byte of what was typed that it is about
 
-  static FieldRemark Told(std::string text) { return {Kind::Told, std::move(text)}; }
-  static FieldRemark Refused(std::string text) { return {Kind::Refused, std::move(text)}; }
+  static FieldRemark Told(std::string text) { return {Kind::Told, std::move(text), {}}; }
+  static FieldRemark Refused(std::string text, std::optional<std::size_t> place = {}) {
+    return {Kind::Refused, std::move(text), place};
+  }
   bool Refuses() const { return kind == Kind::Refused; }
 };
 

@@ -7,6 +7,7 @@
 #include "base/number_text.h"
 #include "desk/fields/choice_field.h"
 #include "desk/fields/color_field.h"
+#include "desk/fields/expression_field.h"
 #include "desk/fields/font_field.h"
 #include "desk/fields/number_field.h"
 #include "desk/fields/text_field.h"
@@ -59,7 +60,8 @@ void FieldWidget::AddControl(QWidget* control, QWidget* keys) {
 bool FieldWidget::LooksTheSame(const FieldSurroundings& around) const {
   const ControlKind kind = row_.look.control.kind;
   if (kind == ControlKind::Moment) return around.moments == around_.moments;
-  if (kind == ControlKind::Column) return around.columns == around_.columns;
+  if (kind == ControlKind::Column || kind == ControlKind::Expression)
+    return around.columns == around_.columns;
   return kind != ControlKind::DataSet || around.data_sets == around_.data_sets;
 }
 
@@ -97,6 +99,7 @@ void FieldWidget::Refuse(const QString& why) {
 void FieldWidget::ShowRemark(const FieldRemark& remark) {
   remark_kind_ = remark.kind;
   MarkWrong(*control_, remark.Refuses() ? ToQt(remark.text) : QString());
+  ShowPlace(remark);
   control_->setToolTip(remark.text.empty() ? tip_ : ToQt(remark.text));
   if (!remark_ && remark.text.empty()) return;
   if (!remark_) {
@@ -126,8 +129,9 @@ FieldWidget* MakeFieldWidget(const FieldRow& row, QWidget* parent) {
     case ControlKind::Integer:
       return new IntegerField(row, parent);
     case ControlKind::Text:
-    case ControlKind::Expression:
       return new TextField(row, parent);
+    case ControlKind::Expression:
+      return new ExpressionField(row, parent);
     case ControlKind::Separators:
       return new SeparatorsField(row, parent);
     case ControlKind::Column:

@@ -52,6 +52,8 @@ class FieldWidget : public QWidget {
   void Refuse(const QString& why);
   virtual void ShowValue(const std::optional<FieldValue>& value,
                          const FieldSurroundings& around) = 0;
+  /// Marks where in what was typed the trouble is; for controls that can.
+  virtual void ShowPlace(const FieldRemark&) {}
   const FieldRow& Row() const { return row_; }
   const std::optional<FieldValue>& Shown() const { return shown_; }
 

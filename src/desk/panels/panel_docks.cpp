@@ -8,6 +8,7 @@
 #include <functional>
 #include <utility>
 
+#include "desk/settings/settings.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
@@ -35,6 +36,11 @@ DockSide SideOf(Qt::DockWidgetArea area) {
     if (AreaOf(side) == area) return side;
   }
   return DockSide::Left;
+}
+
+/// By the panel's name, which is a literal.
+Setting<QSize> SizeOf(const PanelRow& row) {
+  return {"Panels", row.name.data(), {}, "Size of the panel"};
 }
 
 /// Where a floating panel of that place is seen.
@@ -65,13 +71,18 @@ class PanelDock final : public QDockWidget {
   }
   void setVisible(bool visible) override {
     if (visible) EnsurePanel();
+    if (!visible && isVisible()) kept_ = size();
     QDockWidget::setVisible(visible);
   }
+  /// What the user gave it last; invalid where that is nothing yet.
+  QSize KeptSize() const { return isVisible() ? size() : kept_; }
+  void KeepSize(QSize size) { kept_ = size; }
 
  private:
   const PanelRow& row_;
   std::function<std::unique_ptr<Panel>()> make_;
   Panel* panel_ = nullptr;
+  QSize kept_;
 };
 
 PanelDocks::PanelDocks(QMainWindow& window, const std::vector<const PanelRow*>& rows,
@@ -100,8 +111,13 @@ PanelDock& PanelDocks::DockOf(const PanelRow& panel) const {
 
 void PanelDocks::Show(const PanelRow& panel) {
   PanelDock& dock = DockOf(panel);
-  if (dock.isHidden()) MakeRoomFor(dock);
+  const QSize kept = dock.KeptSize();
+  const bool was_hidden = dock.isHidden();
+  if (was_hidden) MakeRoomFor(dock);
   dock.show();
+  if (!was_hidden || !kept.isValid()) return;
+  if (dock.isFloating()) return dock.resize(kept.boundedTo(window_.screen()->availableSize()));
+  Widen(dock, {.side = SideOf(window_.dockWidgetArea(&dock)), .geometry = QRect({}, kept)});
 }
 
 void PanelDocks::Hide(const PanelRow& panel) {
@@ -153,13 +169,21 @@ void PanelDocks::Widen(PanelDock& dock, const PanelPlace& place) {
 
 void PanelDocks::Restore(const Settings& settings) {
   for (const auto& dock : docks_) {
-    if (dock->Row().restore) dock->Row().restore(*this, settings);
+    if (dock->Row().restore) {
+      dock->Row().restore(*this, settings);
+    } else {
+      dock->KeepSize(settings.Read(SizeOf(dock->Row())));
+    }
   }
 }
 
 void PanelDocks::Store(Settings& settings) const {
   for (const auto& dock : docks_) {
-    if (dock->Row().store) dock->Row().store(*this, settings);
+    if (dock->Row().store) {
+      dock->Row().store(*this, settings);
+    } else if (const QSize kept = dock->KeptSize(); kept.isValid()) {
+      settings.Write(SizeOf(dock->Row()), kept);
+    }
   }
 }
 
@@ -168,7 +192,8 @@ void PanelDocks::MakeRoomFor(PanelDock& dock) {
   if (window_.isMaximized() || window_.isFullScreen() || dock.isFloating()) return;
   const Qt::DockWidgetArea area = window_.dockWidgetArea(&dock);
   if (area != Qt::LeftDockWidgetArea && area != Qt::RightDockWidgetArea) return;
-  const int panel = dock.sizeHint().width();
+  const QSize kept = dock.KeptSize();
+  const int panel = kept.isValid() ? kept.width() : dock.sizeHint().width();
   const int wanted = kGraphsWidth + panel - window_.centralWidget()->width();
   const int room = window_.screen()->availableGeometry().right() - window_.frameGeometry().right();
   const int more = std::clamp(wanted, 0, std::max(room, 0));

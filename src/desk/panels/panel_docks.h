@@ -32,7 +32,7 @@ class PanelDocks final : public QObject, public PanelHost {
   bool IsShown(const PanelRow& panel) const override;
   PanelPlace PlaceOf(const PanelRow& panel) const override;
   void Put(const PanelRow& panel, const PanelPlace& place) override;
-  /// Those that come back as they were.
+  /// Rows say for themselves how they come back; others come back in their size when they are shown.
   void Restore(const Settings& settings);
   void Store(Settings& settings) const;
   /// Tells every panel that was made.

@@ -41,6 +41,7 @@ PictureSizeDialog::PictureSizeDialog(const PictureOptions& proposal, QWidget* pa
       buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this)),
       millimetres_(QSizeF(proposal.width, proposal.height) * kInchMillimetres / proposal.dpi),
       ratio_(millimetres_.width() / millimetres_.height()) {
+  setObjectName("PictureSize");
   setWindowTitle(tr("Size of the Picture"));
   unit_->setObjectName("unit");
   unit_->addItems({tr("pixels"), tr("millimetres")});

@@ -14,6 +14,7 @@ namespace tarnwick {
 
 TextWindow::TextWindow(const QString& caption, const QString& text, QWidget* parent)
     : QDialog(parent), text_(new QPlainTextEdit(text, this)) {
+  setObjectName("TextWindow");
   setWindowTitle(caption);
   resize(560, 520);
   text_->setReadOnly(true);

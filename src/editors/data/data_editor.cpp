@@ -5,12 +5,18 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "desk/settings/settings.h"
 #include "desk/widgets/text.h"
 #include "editors/data/points_page.h"
 #include "editors/data/source_page.h"
 #include "editors/data/statistics_page.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr Setting<int> kPage = {"DataEditor", "Page", 0, "Page of the data editor"};
+
+}  // namespace
 
 DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(parent) {
   setObjectName("DataEditorPages");
@@ -32,7 +38,11 @@ DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(paren
   pages_->addTab(points_ = new PointsPage(parts, series_, pages_), tr("&Points"));
   pages_->addTab(statistics_ = new StatisticsPage(series_, pages_), tr("S&tatistics"));
   column->addWidget(pages_, 1);
-  connect(pages_, &QTabWidget::currentChanged, this, &DataEditor::Refresh);
+  pages_->setCurrentIndex(parts.settings.Read(kPage));
+  connect(pages_, &QTabWidget::currentChanged, this, [this, &settings = parts.settings](int page) {
+    settings.Write(kPage, page);
+    Refresh();
+  });
 }
 
 void DataEditor::Follow(Document* document) {

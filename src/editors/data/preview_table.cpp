@@ -13,9 +13,10 @@ namespace {
 constexpr int kWidestColumn = 160;
 constexpr double kTint = 0.3;  // of the colour in the paper's
 
-/// For X, Y, errors of Y, errors of X: blue, orange, and paler ones.
+/// For X, Y, errors of Y, errors of X, another Y: blue, orange, paler ones, green.
 constexpr std::array kColors = {QColor(0x3b, 0x82, 0xc4), QColor(0xe0, 0x8a, 0x1e),
-                                QColor(0xe8, 0xb8, 0x7a), QColor(0x9c, 0xc0, 0xe0)};
+                                QColor(0xe8, 0xb8, 0x7a), QColor(0x9c, 0xc0, 0xe0),
+                                QColor(0x3f, 0xa3, 0x6a)};
 
 QColor Tinted(const QColor& paper, const QColor& ink) {
   const auto mix = [](int a, int b) { return static_cast<int>(a + kTint * (b - a)); };
@@ -43,6 +44,7 @@ PreviewTable::PreviewTable(QWidget* parent) : QTableWidget(parent) {
 
 void PreviewTable::ShowPreview(const SourcePreview& preview, const std::vector<int>& uses) {
   columns_ = preview.columns;
+  uses_ = uses;
   clear();
   clearSpans();
   setRowCount(static_cast<int>(preview.lines.size()));
@@ -80,7 +82,14 @@ QColor PreviewTable::ColorOf(int column, const std::vector<int>& uses) const {
   const QColor paper = palette().color(QPalette::Base);
   const auto use = std::ranges::find(uses, column);
   if (use == uses.end()) return paper;
-  return Tinted(paper, kColors[static_cast<std::size_t>(use - uses.begin())]);
+  const auto role = static_cast<std::size_t>(use - uses.begin());
+  return Tinted(paper, kColors[std::min(role, kColors.size() - 1)]);
+}
+
+bool PreviewTable::IsAnotherY(int column) const {
+  const auto use = std::ranges::find(uses_, column);
+  return use - uses_.begin() >= static_cast<std::ptrdiff_t>(ColumnUse::AnotherY) &&
+         use != uses_.end();
 }
 
 void PreviewTable::OfferUses(QPoint at) {
@@ -88,12 +97,19 @@ void PreviewTable::OfferUses(QPoint at) {
   if (column < 0 || static_cast<std::size_t>(column) >= columns_.size()) return;
   const QString name = ToQt(columns_[static_cast<std::size_t>(column)]);
   QMenu menu(this);
-  const std::pair<QString, ColumnUse> uses[] = {{tr("Use as &X"), ColumnUse::X},
-                                                {tr("Use as &Y"), ColumnUse::Y},
-                                                {tr("Use as &Errors of Y"), ColumnUse::YError},
-                                                {tr("Use as E&rrors of X"), ColumnUse::XError}};
+  const std::pair<QString, ColumnUse> uses[] = {
+      {tr("Use as &X"), ColumnUse::X},
+      {tr("Use as &Y"), ColumnUse::Y},
+      {tr("Use as &Errors of Y"), ColumnUse::YError},
+      {tr("Use as E&rrors of X"), ColumnUse::XError},
+      {tr("Draw as &Another DataSet"), ColumnUse::AnotherY}};
   for (const auto& [text, use] : uses) {
-    connect(menu.addAction(text), &QAction::triggered, this,
+    QAction* const action = menu.addAction(text);
+    if (use == ColumnUse::AnotherY) {
+      action->setCheckable(true);
+      action->setChecked(IsAnotherY(column));
+    }
+    connect(action, &QAction::triggered, this,
             [this, name, use = use] { emit columnChosen(name, use); });
   }
   menu.exec(horizontalHeader()->mapToGlobal(at));

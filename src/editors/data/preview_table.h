@@ -11,7 +11,7 @@
 namespace tarnwick {
 
 /// What a column of the source is read for.
-enum class ColumnUse : std::uint8_t { X, Y, YError, XError };
+enum class ColumnUse : std::uint8_t { X, Y, YError, XError, AnotherY };
 
 class PreviewTable final : public QTableWidget {
   Q_OBJECT
@@ -19,7 +19,7 @@ class PreviewTable final : public QTableWidget {
  public:
   explicit PreviewTable(QWidget* parent);
 
-  /// `uses`: the places of the columns for X, Y, errors of Y and of X; negative for none.
+  /// `uses`: the places of the columns for X, Y, errors of Y and of X, then those of further DataSets; negative for none.
   void ShowPreview(const SourcePreview& preview, const std::vector<int>& uses);
 
  signals:
@@ -28,9 +28,11 @@ class PreviewTable final : public QTableWidget {
 
  private:
   void OfferUses(QPoint at);
+  bool IsAnotherY(int column) const;
   QColor ColorOf(int column, const std::vector<int>& uses) const;
 
   std::vector<std::string> columns_;
+  std::vector<int> uses_;
 };
 
 }  // namespace tarnwick

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/error.h"
+#include "data/import/column_expression.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
 #include "data/import/source_place.h"
@@ -18,6 +19,7 @@
 #include "desk/fields/field_form.h"
 #include "desk/fields/field_widget.h"
 #include "desk/widgets/text.h"
+#include "editors/data/point_counter.h"
 #include "graph/series_of_whole.h"
 #include "sources/all_source_kinds.h"
 
@@ -66,6 +68,8 @@ SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWid
   soon_ = new QTimer(this);
   soon_->setSingleShot(true);
   connect(soon_, &QTimer::timeout, this, &SourcePage::ShowPreview);
+  counter_ = new PointCounter(this);
+  connect(counter_, &PointCounter::counted, count_, &QLabel::setText);
   connect(form_, &FieldForm::edited, this, &SourcePage::TakeField);
   connect(table_, &PreviewTable::columnChosen, this, &SourcePage::UseColumn);
 }
@@ -83,7 +87,10 @@ QWidget* SourcePage::BuildButtons() {
   };
   guess_ = add(tr("&Guess"), "GuessSource", &SourcePage::Guess);
   guess_->setToolTip(tr("Find out anew how the file is written"));
-  line->addStretch();
+  count_ = new QLabel(bar);
+  count_->setObjectName("SourceCount");
+  count_->setWordWrap(true);
+  line->addWidget(count_, 1);
   apply_ = add(tr("&Apply"), "ApplySource", &SourcePage::Apply);
   apply_->setToolTip(tr("Read the data so, as one step that can be undone"));
   revert_ = add(tr("&Revert"), "RevertSource", &SourcePage::Revert);
@@ -96,6 +103,7 @@ void SourcePage::Refresh() {
   if (series == nullptr) return;
   if (begun_for_ == series && draft_.BegunWith() == series->Source()) return;
   if (std::exchange(begun_for_, series) != series) Tell({});
+  further_.clear();
   draft_.Begin(*series);
   DraftChanged();
   ShowPreview();
@@ -118,6 +126,12 @@ void SourcePage::TakeField(std::size_t row) {
 }
 
 void SourcePage::UseColumn(const QString& name, ColumnUse use) {
+  if (use == ColumnUse::AnotherY) {
+    const std::string column = name.toStdString();
+    if (std::erase(further_, column) == 0) further_.push_back(column);
+    DraftChanged();
+    return ShowPreview();
+  }
   TDSInfo& info = draft_.Source();
   std::string TDSInfo::*const columns[] = {&TDSInfo::XDataColumn, &TDSInfo::YDataColumn,
                                            &TDSInfo::YErrorColumn, &TDSInfo::XErrorColumn};
@@ -130,8 +144,9 @@ void SourcePage::DraftChanged() {
   const bool source = HasSource(draft_.Source());
   form_->setEnabled(source);
   guess_->setEnabled(source && draft_.Source().DataSource == DataSourceKind::Text);
-  apply_->setEnabled(source && draft_.IsChanged());
-  revert_->setEnabled(source && draft_.IsChanged());
+  const bool changed = draft_.IsChanged() || !further_.empty();
+  apply_->setEnabled(source && changed);
+  revert_->setEnabled(source && changed);
   file_->setText(source ? PathText(SourcePlace(draft_.Source()))
                         : tr("These points were typed, pasted or computed: they have no source."));
   ShowFields();
@@ -168,6 +183,33 @@ void SourcePage::ShowPreview() {
   table_->ShowPreview(preview_, UsedColumns());
   table_->setVisible(!preview_.columns.empty());
   ShowFields();
+  JudgeExpressions();
+  CountPoints();
+}
+
+void SourcePage::JudgeExpressions() {
+  if (preview_.columns.empty()) return;  // nothing is known of names
+  for (std::size_t row = 0; row < form_->Size(); ++row) {
+    if (form_->Field(row) == nullptr ||
+        draft_.Rows()[row].look.control.kind != ControlKind::Expression) {
+      continue;
+    }
+    const auto trouble =
+        TroubleOfColumnExpression(std::get<std::string>(draft_.Get(row)), preview_.columns);
+    form_->Field(row)->ShowRemark(trouble ? FieldRemark::Refused(trouble->why, trouble->place)
+                                          : FieldRemark());
+  }
+}
+
+void SourcePage::CountPoints() {
+  const TSeries* const series = series_.Get();
+  counter_->GiveUp();
+  count_->setText({});
+  if (series == nullptr || !HasSource(draft_.Source()) || !draft_.IsChanged()) return;
+  DataState state = series->State();
+  state.settings.source = draft_.Source();
+  count_->setText(tr("Counting…"));
+  counter_->Count(state);
 }
 
 std::vector<int> SourcePage::UsedColumns() const {
@@ -178,8 +220,10 @@ std::vector<int> SourcePage::UsedColumns() const {
     return found == preview_.columns.end() ? -1
                                            : static_cast<int>(found - preview_.columns.begin());
   };
-  return {place(info.XDataColumn), place(info.YDataColumn), place(info.YErrorColumn),
-          place(info.XErrorColumn)};
+  std::vector<int> used = {place(info.XDataColumn), place(info.YDataColumn),
+                           place(info.YErrorColumn), place(info.XErrorColumn)};
+  for (const std::string& column : further_) used.push_back(place(column));
+  return used;
 }
 
 void SourcePage::Guess() {
@@ -213,6 +257,8 @@ void SourcePage::Guess() {
 }
 
 void SourcePage::Apply() {
+  counter_->GiveUp();
+  count_->setText({});
   parts_.actions.RunAsCommand([this](CommandContext&) {
     Document& document = *series_.GetDocument();
     std::vector<NewSource> sources{{series_.Place(), draft_.Source()}};
@@ -223,7 +269,8 @@ void SourcePage::Apply() {
       const TDSInfo alike = draft_.CutAlike(other);
       if (alike != other) sources.push_back({place, alike});
     }
-    document.Files().ReadBy(sources);
+    if (!document.Files().ReadBy(sources, further_)) return;
+    further_.clear();
     Tell(sources.size() > 1
              ? tr("The text is cut alike for all %1 DataSets of the file.").arg(sources.size())
              : QString());

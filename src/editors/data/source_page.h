@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "desk/panels/panel.h"
 #include "editors/data/edited_series.h"
@@ -19,6 +20,7 @@ class QTimer;
 namespace tarnwick {
 
 class FieldForm;
+class PointCounter;
 
 class SourcePage final : public QWidget {
   Q_OBJECT
@@ -41,6 +43,9 @@ class SourcePage final : public QWidget {
   void Apply();
   void Revert();
   void Tell(const QString& text);
+  /// Says under a column expression what is wrong with it.
+  void JudgeExpressions();
+  void CountPoints();
 
   PanelParts parts_;
   const EditedSeries& series_;
@@ -49,6 +54,7 @@ class SourcePage final : public QWidget {
   std::string head_place_;              // where head_ was read
   std::shared_ptr<const TextSource> head_;
   SourcePreview preview_;
+  std::vector<std::string> further_;  // columns to be drawn as DataSets more
 
   QLabel* file_;
   PreviewTable* table_;
@@ -58,7 +64,9 @@ class SourcePage final : public QWidget {
   QPushButton* guess_ = nullptr;
   QPushButton* apply_ = nullptr;
   QPushButton* revert_ = nullptr;
+  QLabel* count_ = nullptr;
   QTimer* soon_;  // previews while one types
+  PointCounter* counter_;
 };
 
 }  // namespace tarnwick

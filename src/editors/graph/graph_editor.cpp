@@ -21,6 +21,7 @@
 #include "desk/fields/field_form.h"
 #include "desk/fields/field_widget.h"
 #include "desk/settings/program_paths.h"
+#include "desk/settings/settings.h"
 #include "desk/widgets/text.h"
 #include "editors/graph/item_list.h"
 #include "editors/graph/judge.h"
@@ -28,6 +29,8 @@
 
 namespace tarnwick {
 namespace {
+
+constexpr Setting<int> kPage = {"GraphEditor", "Page", 0, "Page of the graph editor"};
 
 using Kind = GraphPart::Kind;
 
@@ -104,7 +107,8 @@ GraphEditor::GraphEditor(const PanelParts& parts, QWidget* parent)
   line->addWidget(right_, 1);
   rows->addLayout(line, 1);
   rows->addWidget(MakeButtons());
-  ShowPage(0);
+  const int page = std::clamp(parts.settings.Read(kPage), 0, static_cast<int>(Pages().size()) - 1);
+  ShowPage(static_cast<std::size_t>(page));
 }
 
 GraphEditor::~GraphEditor() = default;
@@ -175,6 +179,7 @@ void GraphEditor::Do(const std::function<void(CommandContext&)>& work) {
 void GraphEditor::ShowPage(std::size_t page) {
   EndStep();
   page_ = page;
+  parts_.settings.Write(kPage, static_cast<int>(page));
   BuildPage();
   const QSignalBlocker blocker(tree_);
   for (QTreeWidgetItemIterator item(tree_); *item; ++item) {

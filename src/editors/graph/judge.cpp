@@ -221,8 +221,9 @@ enum MarkField { kX1 = 2, kY1 = 3, kX2 = 4, kY2 = 5 };
 template <MarkField kField>
 bool HasNoUse(const TxyGraph& graph, std::int32_t id) {
   const Mark* mark = graph.Marks().FindMark(id);
-  if (!mark || mark->type == MarkType::Line) return false;
+  if (!mark || HasEnd(mark->type)) return false;
   if (mark->type == MarkType::Point) return kField == kY2;
+  if (mark->type == MarkType::Text) return kField == kX2 || kField == kY2;
   return kField != (mark->type == MarkType::Vertical ? kX1 : kY1);
 }
 

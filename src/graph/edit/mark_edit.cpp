@@ -24,7 +24,7 @@ void CheckSelection(const TxyGraph& graph) {
 void ShiftMark(Mark& mark, double shift) {
   if (mark.type == MarkType::Horizontal) return;
   mark.x1 += shift;
-  if (mark.type == MarkType::Line) mark.x2 += shift;
+  if (HasEnd(mark.type)) mark.x2 += shift;
 }
 
 }  // namespace
@@ -65,8 +65,8 @@ Mark MovedMark(const TxyGraph& graph, const Mark& mark, const PixelWay& way, Mar
   const AxisScale x = graph.Axis(AxisId::X).Scale();
   const AxisScale y =
       graph.Axis(mark.status == MarkStatus::XAndY2 ? AxisId::Y2 : AxisId::Y).Scale();
-  const bool origin = mark.type != MarkType::Line || part != MarkPart::End;
-  const bool end = mark.type == MarkType::Line && part != MarkPart::Origin;
+  const bool origin = !HasEnd(mark.type) || part != MarkPart::End;
+  const bool end = HasEnd(mark.type) && part != MarkPart::Origin;
   Mark moved = mark;
   if (origin && mark.type != MarkType::Horizontal) moved.x1 = Moved(x, mark.x1, way.right);
   if (origin && mark.type != MarkType::Vertical) moved.y1 = Moved(y, mark.y1, way.down);

@@ -31,7 +31,7 @@ struct PixelWay {
   double down = 0;
 };
 
-/// What of a mark is moved: only a line has an origin and an end of its own.
+/// What of a mark is moved: only lines, arrows and rectangles have an origin and an end of their own.
 enum class MarkPart { Whole, Origin, End };
 
 /// The mark after moving it across the picture. What its type has no use for stays, and so does a coordinate that is not

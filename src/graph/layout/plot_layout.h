@@ -79,11 +79,16 @@ struct LegendBox {
 
 struct MarkItem {
   Mark mark;
-  QLineF line;        ///< vertical, horizontal and line marks
-  QPointF point;      ///< point marks
-  double radius = 0;  ///< of a point mark
+  QLineF line;  ///< vertical, horizontal, line and arrow marks; a rectangle's diagonal
+  QRectF box;   ///< of a rectangle, as far as it can be seen
+  std::vector<QLineF> lines;  ///< that it is drawn by, an arrow's without its head
+  QPointF point;              ///< point and text marks
+  double radius = 0;          ///< of a point mark
   std::optional<PlacedText> caption;
 };
+
+/// The head of an arrow whose tip is seen: tip and both ends behind it; else empty.
+QPolygonF HeadOf(const MarkItem& item, const QRectF& plot);
 
 struct ChildFrame;
 

@@ -13,11 +13,17 @@ constexpr double kGap = 4;
 constexpr double kSmallestRadius = 2;
 constexpr double kLargestRadius = 100;
 constexpr double kDefaultWidth = 8;
+constexpr double kHeadLength = 11;
+constexpr double kHeadWidth = 8;
 
 /// Half the stored width ("Point Width", pixels).
 double RadiusOf(const Mark& mark) {
   const double width = std::isfinite(mark.x2) && mark.x2 > 0 ? mark.x2 : kDefaultWidth;
   return std::clamp(width / 2, kSmallestRadius, kLargestRadius);
+}
+
+bool IsFinite(const QPointF& point) {
+  return std::isfinite(point.x()) && std::isfinite(point.y());
 }
 
 /// Geometry of a mark; false when nothing of it can be seen.
@@ -35,14 +41,17 @@ bool PlaceMark(const QRectF& plot, const AxisScale& x, const AxisScale& y, MarkI
       item.line = {plot.left(), first.y(), plot.right(), first.y()};
       return within(first.y(), plot.top(), plot.bottom());
     case MarkType::Point:
-      item.point = first;
       item.radius = RadiusOf(mark);
+      [[fallthrough]];
+    case MarkType::Text:
+      item.point = first;
       // A rectangle holds even what is no number.
-      return std::isfinite(first.x()) && std::isfinite(first.y()) && plot.contains(first);
+      return IsFinite(first) && plot.contains(first);
     case MarkType::Line:
+    case MarkType::Arrow:
+    case MarkType::Rectangle:
       item.line = {first, QPointF(x.Position(mark.x2), y.Position(mark.y2))};
-      return std::isfinite(item.line.x1()) && std::isfinite(item.line.y1()) &&
-             std::isfinite(item.line.x2()) && std::isfinite(item.line.y2());
+      return IsFinite(item.line.p1()) && IsFinite(item.line.p2());
   }
   return false;
 }
@@ -54,6 +63,25 @@ std::optional<QLineF> Clipped(const QLineF& line, const QRectF& plot) {
   const std::vector<QPolygonF> pieces = ClipPolyline(ends, plot);
   if (pieces.empty() || pieces.front().size() < 2) return std::nullopt;
   return QLineF(pieces.front().front(), pieces.front().back());
+}
+
+/// Cuts a mark with two ends to what can be seen; false when that is nothing.
+bool CutToPlot(const QRectF& plot, MarkItem& item) {
+  if (item.mark.type == MarkType::Rectangle) {
+    const QRectF whole = QRectF(item.line.p1(), item.line.p2()).normalized();
+    item.box = whole & plot;
+    const QLineF edges[] = {{whole.topLeft(), whole.topRight()},
+                            {whole.topRight(), whole.bottomRight()},
+                            {whole.bottomRight(), whole.bottomLeft()},
+                            {whole.bottomLeft(), whole.topLeft()}};
+    for (const QLineF& edge : edges) {
+      if (const auto seen = Clipped(edge, plot)) item.lines.push_back(*seen);
+    }
+    return !item.lines.empty();
+  }
+  const std::optional<QLineF> seen = Clipped(item.line, plot);
+  if (seen) item.line = *seen;
+  return seen.has_value();
 }
 
 /// True for a line so short, or without extent, that it stands before its caption as a sample does in a legend.
@@ -77,6 +105,18 @@ std::vector<QPointF> CaptionPlaces(const MarkItem& item, const QRectF& plot, QSi
       add(item.line.x1() + kGap + half_width, y);
       add(item.line.x1() - kGap - half_width, y);
     }
+  } else if (item.mark.type == MarkType::Rectangle) {
+    for (const double edge : {item.box.top(), item.box.bottom()}) {
+      for (const double away : {-1.0, 1.0}) {
+        const double up = edge == item.box.top() ? away : -away;
+        add(item.box.center().x(), edge + up * (1 + half_height));
+      }
+    }
+  } else if (item.mark.type == MarkType::Text) {
+    const double left = std::min(item.point.x(), plot.right() - size.width());
+    const double top = std::clamp(item.point.y() - half_height, plot.top(),
+                                  std::max(plot.top(), plot.bottom() - size.height()));
+    add(std::max(left, plot.left()) + half_width, top + half_height);
   } else if (item.mark.type == MarkType::Horizontal) {
     for (int column = 0; column < kRows; ++column) {
       const double x = plot.right() - kGap - half_width - column * (size.width() + kGap);
@@ -88,7 +128,9 @@ std::vector<QPointF> CaptionPlaces(const MarkItem& item, const QRectF& plot, QSi
       const double right = std::max(item.line.x1(), item.line.x2());
       add(right + kGap + half_width, item.line.center().y());
     }
-    const QPointF anchor = item.mark.type == MarkType::Point ? item.point : item.line.center();
+    const bool is_arrow = item.mark.type == MarkType::Arrow;  // points away from its caption
+    const QPointF middle = is_arrow ? item.line.p1() : item.line.center();
+    const QPointF anchor = item.mark.type == MarkType::Point ? item.point : middle;
     const double away = item.radius + kGap;
     for (const double sideways : {1.0, -1.0}) {
       for (const double up : {-1.0, 1.0, 0.0}) {
@@ -109,7 +151,9 @@ bool IsStruckOut(const QRectF& box, const std::vector<MarkItem>& marks) {
       return box.intersects(QRectF(item.point, QSizeF())
                                 .adjusted(-item.radius, -item.radius, item.radius, item.radius));
     }
-    return !item.line.isNull() && Clipped(item.line, box.adjusted(1, 1, -1, -1)).has_value();
+    return std::ranges::any_of(item.lines, [&](const QLineF& line) {
+      return Clipped(line, box.adjusted(1, 1, -1, -1)).has_value();
+    });
   });
 }
 
@@ -125,6 +169,7 @@ void PlaceCaption(const LayoutContext& context, const QRectF& plot,
       MakeText({context.metrics.Elided(text, font, plot.width() / 2), {}}, font, context.metrics);
   for (const QPointF& place : CaptionPlaces(item, plot, caption.size)) {
     caption.center = place;
+    if (item.mark.type == MarkType::Text) item.caption = caption;  // stands where it was put
     if (!plot.contains(caption.Box()) || !context.room.IsFree(caption)) continue;
     const bool clear = !IsStruckOut(caption.Box(), marks);
     if (clear || !item.caption) item.caption = caption;
@@ -134,6 +179,19 @@ void PlaceCaption(const LayoutContext& context, const QRectF& plot,
 }
 
 }  // namespace
+
+QPolygonF HeadOf(const MarkItem& item, const QRectF& plot) {
+  const double length = item.line.length();
+  const bool seen = item.mark.type == MarkType::Arrow && length > 0 &&
+                    plot.adjusted(1, 1, -1, -1).contains(item.line.p2());
+  if (!seen) return {};
+  const double size = std::min(1.0, length / kHeadLength);
+  const QPointF along = (item.line.p2() - item.line.p1()) / length * size;
+  const QPointF across(-along.y(), along.x());
+  const QPointF behind = item.line.p2() - along * kHeadLength;
+  return QPolygonF(
+      {item.line.p2(), behind + across * kHeadWidth / 2, behind - across * kHeadWidth / 2});
+}
 
 void LayoutMarks(const LayoutContext& context, PlotLayout& layout) {
   if (!context.graph.GetAppearance().marks_are_shown) return;
@@ -145,11 +203,8 @@ void LayoutMarks(const LayoutContext& context, PlotLayout& layout) {
     if (!PlaceMark(layout.plot, layout.Axis(AxisId::X).scale, layout.Axis(y_axis).scale, item)) {
       continue;
     }
-    if (mark.type == MarkType::Line) {
-      const std::optional<QLineF> seen = Clipped(item.line, layout.plot);
-      if (!seen) continue;
-      item.line = *seen;
-    }
+    if (HasEnd(mark.type) && !CutToPlot(layout.plot, item)) continue;
+    if (mark.type != MarkType::Rectangle && !item.line.isNull()) item.lines = {item.line};
     layout.marks.push_back(std::move(item));
   }
   // Captions after all marks, so that every mark is drawn even where captions find no room.

@@ -16,6 +16,14 @@ void PaintPointMark(QPainter& painter, const MarkItem& item) {
   painter.drawLine(center - QPointF(0, radius), center + QPointF(0, radius));
 }
 
+void PaintHead(QPainter& painter, const QPolygonF& head, const QColor& color) {
+  if (head.isEmpty()) return;
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(color);
+  painter.drawPolygon(head);
+  painter.setBrush(Qt::NoBrush);
+}
+
 }  // namespace
 
 void PaintMarks(QPainter& painter, const PlotLayout& layout, PaintTarget target) {
@@ -23,11 +31,10 @@ void PaintMarks(QPainter& painter, const PlotLayout& layout, PaintTarget target)
   painter.setClipRect(layout.plot.adjusted(-1, -1, 1, 1), Qt::IntersectClip);
   CrispPen pen(painter, target);
   for (const MarkItem& item : layout.marks) {
-    if (item.mark.type == MarkType::Point) {
-      PaintPointMark(painter, item);
-    } else if (!item.line.isNull()) {
-      pen.Draw(item.line, QtColor(item.mark.color));
-    }
+    const QColor color = QtColor(item.mark.color);
+    if (item.mark.type == MarkType::Point) PaintPointMark(painter, item);
+    for (const QLineF& line : item.lines) pen.Draw(line, color);
+    PaintHead(painter, HeadOf(item, layout.plot), color);
     if (item.caption) PaintText(painter, *item.caption);
   }
   painter.restore();

@@ -1,9 +1,12 @@
 // Mouse modes, modifier keys and the keyboard on a graph's canvas, by the events that a user brings about.
 #include <QAccessible>
 #include <QAction>
+#include <QApplication>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTest>
+#include <QTimer>
 #include <functional>
 
 #include "app/modes/delete_point_mode.h"
@@ -109,12 +112,24 @@ TEST_F(ModesTest, ModesEditThroughNamedSteps) {
        [&] { return mark().type == MarkType::Point && mark().caption == "1"; }},
       {"MarkLine1", at, away, none, Answer::No, "Draw Linear Mark", MakeMode<RestMode>,
        [&] { return mark().x1 == value(at).x && mark().y2 == value(away).y; }},
+      {"MarkArrow1", at, away, none, Answer::No, "Draw Arrow", MakeMode<RestMode>,
+       [&] { return mark().type == MarkType::Arrow && mark().y2 == value(away).y; }},
+      {"MarkRectangle1", away, at, none, Answer::No, "Draw Rectangle", MakeMode<RestMode>,
+       [&] { return mark().type == MarkType::Rectangle && mark().x2 == value(at).x; }},
+      {"MarkText1", away, away, none, Answer::No, "Write Text", MakeMode<RestMode>,
+       [&] { return mark().type == MarkType::Text && mark().caption == "Peak 1"; }},
       {"MarkLine1", at, at, none, Answer::No, "", MakeDrawMarkMode<MarkType::Line>,
        [&] { return Graph().Marks().All().empty(); }}};  // the last one waits for the second click
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.command) + " -> " + row.undo);
     Run(row.command);
     if (row.question) Expect(row.question(), row.answer);
+    QTimer::singleShot(0, [] {
+      auto* asked = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+      if (asked == nullptr) return;
+      asked->setTextValue(" Peak  1 ");
+      asked->accept();
+    });
     Drag(row.from, row.to);
     EXPECT_EQ(ActiveDocument().History().UndoName(), row.undo);
     EXPECT_TRUE(ActiveCanvas().IsOn(row.mode_afterwards));

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "data/points/point_columns.h"
+#include "graph/appearance_fields.h"
 #include "graph/xy_graph.h"
 #include "support/refusal.h"
 
@@ -58,6 +60,21 @@ TEST(MarkEdit, FreedNumbersComeBackFirstAndListenersAreTold) {
   EXPECT_EQ(told, 8);
 }
 
+TEST(MarkEdit, ReadersOfFourTypesFindOneOfThem) {
+  const FieldTable<Mark> fields = MarkFields();
+  const auto value = [&](std::string_view key, const Mark& mark) {
+    const auto field = std::ranges::find(fields, key, &Field<Mark>::key);
+    const bool written = field->condition == nullptr || field->condition(mark);
+    return written ? std::get<std::int32_t>(GetField(*field, mark)) : -1;
+  };
+  const int stand_ins[] = {0, 1, 2, 3, 2, 3, 3};
+  for (int type = 0; type < 7; ++type) {
+    const Mark mark = MakeMark(static_cast<MarkType>(type), 0, 0);
+    EXPECT_EQ(value("TypeOfMark", mark), stand_ins[type]);
+    EXPECT_EQ(value("ShapeOfMark", mark), type > 3 ? type : -1);
+  }
+}
+
 TEST(MarkEdit, MarksMoveByPixelsInWhatTheirTypeUses) {
   struct Row {
     Mark mark;
@@ -70,6 +87,8 @@ TEST(MarkEdit, MarksMoveByPixelsInWhatTheirTypeUses) {
       {MakeMark(MarkType::Horizontal, 2, 5), false, MakeMark(MarkType::Horizontal, 2, 6)},
       {MakeMark(MarkType::Point, 2, 5, 8), false, MakeMark(MarkType::Point, 3, 6, 8)},
       {MakeMark(MarkType::Line, 2, 5, 4, 3), false, MakeMark(MarkType::Line, 3, 6, 5, 4)},
+      {MakeMark(MarkType::Rectangle, 2, 5, 4, 3), false, MakeMark(MarkType::Rectangle, 3, 6, 5, 4)},
+      {MakeMark(MarkType::Text, 2, 5, 8), false, MakeMark(MarkType::Text, 3, 6, 8)},
       {MakeMark(MarkType::Point, 2, 5, 8), true,
        MakeMark(MarkType::Point, 2 * decade, 5 * decade, 8)},
       {MakeMark(MarkType::Point, -2, NAN, 8), true, MakeMark(MarkType::Point, -2, NAN, 8)},

@@ -243,7 +243,8 @@ TEST(PlotLayout, SurvivesEveryHostileSetting) {
   for (const double value : {std::nan(""), HUGE_VAL, -HUGE_VAL, 1e300}) {
     mark.x1 = mark.y1 = mark.x2 = mark.y2 = value;
     for (const MarkType type :
-         {MarkType::Vertical, MarkType::Horizontal, MarkType::Point, MarkType::Line}) {
+         {MarkType::Vertical, MarkType::Horizontal, MarkType::Point, MarkType::Line, MarkType::Text,
+          MarkType::Arrow, MarkType::Rectangle}) {
       mark.type = type;
       graph.Marks().AddMark(mark);
     }

@@ -200,6 +200,17 @@ TEST_F(PaintPlotParts, MarksAreClippedToThePlotAndStandOverTheData) {
   Alter([](Appearance& look) { look.marks_are_shown = false; });
   Expect(kMark, {0, {}});
   Alter([](Appearance& look) { look.marks_are_shown = true; });
+  // What of a rectangle and of an arrow lies outside is cut off.
+  const std::pair<Mark, Pixels> rows[] = {
+      {mark(MarkType::Rectangle, 3, 5, 1e9, -1e9), {189, QRect(110, 90, 140, 50)}},
+      {mark(MarkType::Rectangle, -1e9, 1e9, 3, 5), {111, QRect(50, 40, 61, 51)}},
+      {mark(MarkType::Arrow, 3, 7, 1e9, 7), {140, QRect(110, 70, 140, 1)}},
+      {mark(MarkType::Text, 3, 5, 0, 0), {0, {}}}};  // of a blank
+  for (const auto& [one, pixels] : rows) {
+    graph.Marks().ClearMarks();
+    graph.Marks().AddMark(one);
+    Expect(kMark, pixels);
+  }
   graph.Marks().ClearMarks();
   // A circle of that width with a cross to its border.
   graph.Marks().AddMark(mark(MarkType::Point, 5.025, 3.05, 20, 0));

@@ -1,0 +1,36 @@
+// How many points a description of a source would give, counted on a thread of its own. Knows descriptions and the loader; no
+// widget.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QThreadPool>
+#include <memory>
+
+#include "data/series/data_state.h"
+
+namespace tarnwick {
+
+class SharedProgress;
+
+class PointCounter final : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit PointCounter(QObject* parent);
+  ~PointCounter() override;
+
+  /// Begins to read the DataSet of that state, whose description says how; what was being counted is given up.
+  void Count(const DataState& state);
+  void GiveUp();
+
+ signals:
+  /// What the last Count came to: "1,200 points will be read.", or why none.
+  void counted(const QString& text);
+
+ private:
+  QThreadPool pool_;
+  std::shared_ptr<SharedProgress> progress_;  // of what is being counted; null for nothing
+};
+
+}  // namespace tarnwick
