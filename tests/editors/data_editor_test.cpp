@@ -141,6 +141,8 @@ TEST_F(DataEditorTest, CountsWhileOneTypesSaysWhereAnExpressionFailsAndDrawsFurt
   const auto remark = [&] { return expression->findChild<QLabel*>("Remark"); };
   TypeField("Columns/Y is computed from", "Y * w");
   ASSERT_TRUE(QTest::qWaitFor([&] { return remark() && remark()->isVisible(); }));
+  QTest::keyClick(expression->Control(), Qt::Key_Escape);
+  ASSERT_EQ(form_->GraphWindows().size(), 1U) << "Esc closes the graph elsewhere only";
   EXPECT_EQ(remark()->text(), "There is no column \"w\": x, y, t, u, v.");
   TypeField("Columns/Y is computed from", "Y * t");
   TypeField("Columns/Y", "v");

@@ -1,5 +1,6 @@
 #include "desk/editors/editor_panel.h"
 
+#include <QKeyEvent>
 #include <QVBoxLayout>
 #include <string>
 #include <utility>
@@ -36,6 +37,13 @@ EditorPanel::~EditorPanel() {
 
 EditorTrouble EditorPanel::Trouble() {
   return {&parts_.actions, &TellInPanel};
+}
+
+bool EditorPanel::event(QEvent* event) {
+  const bool key = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
+  if (!key || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape) return Panel::event(event);
+  event->accept();
+  return true;
 }
 
 void EditorPanel::Follow(Document* document, PanelChange change) {

@@ -18,6 +18,8 @@ class EditorPanel final : public Panel {
   ~EditorPanel() override;
 
   void Follow(Document* document, PanelChange change) override;
+  /// Keeps Esc from the window, which closes the graph by it.
+  bool event(QEvent* event) override;
 
  private:
   EditorTrouble Trouble();

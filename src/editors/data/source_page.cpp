@@ -183,12 +183,14 @@ void SourcePage::ShowPreview() {
   table_->ShowPreview(preview_, UsedColumns());
   table_->setVisible(!preview_.columns.empty());
   ShowFields();
-  JudgeExpressions();
-  CountPoints();
+  counter_->GiveUp();
+  count_->setText({});
+  if (JudgeExpressions()) CountPoints();
 }
 
-void SourcePage::JudgeExpressions() {
-  if (preview_.columns.empty()) return;  // nothing is known of names
+bool SourcePage::JudgeExpressions() {
+  if (preview_.columns.empty()) return true;  // nothing is known of names
+  bool good = true;
   for (std::size_t row = 0; row < form_->Size(); ++row) {
     if (form_->Field(row) == nullptr ||
         draft_.Rows()[row].look.control.kind != ControlKind::Expression) {
@@ -198,13 +200,13 @@ void SourcePage::JudgeExpressions() {
         TroubleOfColumnExpression(std::get<std::string>(draft_.Get(row)), preview_.columns);
     form_->Field(row)->ShowRemark(trouble ? FieldRemark::Refused(trouble->why, trouble->place)
                                           : FieldRemark());
+    good = good && !trouble;
   }
+  return good;
 }
 
 void SourcePage::CountPoints() {
   const TSeries* const series = series_.Get();
-  counter_->GiveUp();
-  count_->setText({});
   if (series == nullptr || !HasSource(draft_.Source()) || !draft_.IsChanged()) return;
   DataState state = series->State();
   state.settings.source = draft_.Source();

@@ -43,8 +43,8 @@ class SourcePage final : public QWidget {
   void Apply();
   void Revert();
   void Tell(const QString& text);
-  /// Says under a column expression what is wrong with it.
-  void JudgeExpressions();
+  /// Says under a column expression what is wrong with it. False when something is.
+  bool JudgeExpressions();
   void CountPoints();
 
   PanelParts parts_;

@@ -483,10 +483,10 @@ void GraphEditor::CloseDock() {
 }
 
 bool GraphEditor::event(QEvent* event) {
-  // Esc is a command of the window, too, which closes the graph.
-  const bool key = event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress;
-  if (!key || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape) return QWidget::event(event);
-  if (event->type() == QEvent::KeyPress) TakeBack();
+  const bool is_esc =
+      event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+  if (!is_esc) return QWidget::event(event);
+  TakeBack();
   event->accept();
   return true;
 }
