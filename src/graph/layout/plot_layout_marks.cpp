@@ -15,6 +15,8 @@ constexpr double kLargestRadius = 100;
 constexpr double kDefaultWidth = 8;
 constexpr double kHeadLength = 11;
 constexpr double kHeadWidth = 8;
+// What of a rectangle lies outside the plot is cut off so far from it: its frame is drawn whole.
+constexpr double kBeyond = 8;
 
 /// Half the stored width ("Point Width", pixels).
 double RadiusOf(const Mark& mark) {
@@ -69,7 +71,7 @@ std::optional<QLineF> Clipped(const QLineF& line, const QRectF& plot) {
 bool CutToPlot(const QRectF& plot, MarkItem& item) {
   if (item.mark.type == MarkType::Rectangle) {
     const QRectF whole = QRectF(item.line.p1(), item.line.p2()).normalized();
-    item.box = whole & plot;
+    item.box = whole & plot.adjusted(-kBeyond, -kBeyond, kBeyond, kBeyond);
     const QLineF edges[] = {{whole.topLeft(), whole.topRight()},
                             {whole.topRight(), whole.bottomRight()},
                             {whole.bottomRight(), whole.bottomLeft()},

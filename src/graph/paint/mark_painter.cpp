@@ -33,7 +33,14 @@ void PaintMarks(QPainter& painter, const PlotLayout& layout, PaintTarget target)
   for (const MarkItem& item : layout.marks) {
     const QColor color = QtColor(item.mark.color);
     if (item.mark.type == MarkType::Point) PaintPointMark(painter, item);
-    for (const QLineF& line : item.lines) pen.Draw(line, color);
+    if (item.mark.type == MarkType::Rectangle) {
+      painter.save();
+      painter.setClipRect(layout.plot, Qt::IntersectClip);
+      pen.DrawFrame(item.box.adjusted(0, 0, 1, 1), color);  // where lines would stand
+      painter.restore();
+    } else {
+      for (const QLineF& line : item.lines) pen.Draw(line, color);
+    }
     PaintHead(painter, HeadOf(item, layout.plot), color);
     if (item.caption) PaintText(painter, *item.caption);
   }
