@@ -26,7 +26,8 @@ void PointsAsRead::Add(const std::vector<PointsOfFile>& read, const GraphState& 
     std::erase_if(known_, [&](const SeriesAsRead& known) {
       return IsOf(known, settings.source, settings.SeriesName);
     });
-    known_.push_back({settings.source, settings.SeriesName, data.points, data.errors});
+    known_.push_back(
+        {settings.source, settings.SeriesName, data.points, data.errors, data.id_counter});
   }
   for (const auto& child : state.children) Add(read, *child);
 }

@@ -2,6 +2,7 @@
 // nothing.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct SeriesAsRead {
   std::string name;
   PointChain points;
   PointErrors errors;
+  std::int32_t last_id = 0;
 };
 
 class PointsAsRead {

@@ -247,11 +247,7 @@ void PointsPage::PutAllBack() {
   EditSeries("Put Back All Points", [&](TSeries& series) {
     const SeriesAsRead* const as_read = series_.GetDocument()->Files().AsRead().Of(series);
     if (as_read == nullptr) return;
-    DataState state = series.State();
-    state.points = as_read->points;
-    state.errors = as_read->errors;
-    PointsEdited(state);
-    series.SetState(state);
+    PutBackAll(series, as_read->points, as_read->last_id, as_read->errors);
   });
 }
 

@@ -152,9 +152,20 @@ void PutBack(TSeries& series, std::span<const PointChange> changes, const PointE
         EraseNear(points, was.x, state.settings.NumericalTolerance);
       }
       points.Insert(points.LowerPlace(was.x), {was.id, was.x, was.y, 0});
+      // Undoing may have made the DataSet one that has not given this id yet.
+      state.id_counter = std::max(state.id_counter, was.id);
       state.errors.y_values.Set(was.id, errors.y_values.Of(was.id));
       state.errors.x_values.Set(was.id, errors.x_values.Of(was.id));
     }
+  });
+}
+
+void PutBackAll(TSeries& series, const PointChain& points, std::int32_t last_id,
+                const PointErrors& errors) {
+  EditPoints(series, [&](DataState& state) {
+    state.points = points;
+    state.errors = errors;
+    state.id_counter = std::max(state.id_counter, last_id);
   });
 }
 

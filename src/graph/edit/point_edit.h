@@ -52,5 +52,8 @@ std::size_t OverwriteY(TSeries& series, std::size_t first, std::span<const doubl
 /// Makes points what they were, with their ids and, out of `errors`, their own errors. Where duplicates are not allowed they
 /// take the place of points within the tolerance.
 void PutBack(TSeries& series, std::span<const PointChange> changes, const PointErrors& errors);
+/// Gives the DataSet these points with their ids, of which none is above `last_id`, and their errors.
+void PutBackAll(TSeries& series, const PointChain& points, std::int32_t last_id,
+                const PointErrors& errors);
 
 }  // namespace tarnwick

@@ -203,6 +203,16 @@ TEST(PointEdit, WhateverBecameOfPointsIsFoundAndPutBack) {
     const Extremes extremes{1, 4, 10, 40};
     EXPECT_EQ(series.GetExtremes(), extremes);
   }
+  // A DataSet that has given fewer ids gives none twice.
+  TxyGraph graph;
+  TSeries& read = FillGraph(graph);
+  for (const bool whole : {false, true}) {
+    TSeries& fresh = graph.AddSeries(std::make_unique<TSeries>());
+    const auto changes = ChangesBetween(read.Points(), fresh.Points(), 100);
+    whole ? PutBackAll(fresh, read.Points(), read.LastId(), {}) : PutBack(fresh, *changes, {});
+    fresh.AddPoint(9, 9);
+    EXPECT_EQ(PointsText(fresh), "1:1,10 2:2,20 3:4,40 4:9,9 ");
+  }
 }
 
 }  // namespace
