@@ -250,8 +250,9 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   connect(&window->Canvas(), &GraphCanvas::editWanted, this, [this] {
     if (QAction* edit = actions_->ActionOf("EditGraph1")) edit->trigger();
   });
-  connect(window, &TGraphWindow::sourceWanted, this, [this] {
+  connect(window, &TGraphWindow::sourceWanted, this, [this, window] {
     if (QAction* edit = actions_->ActionOf("EditData1")) edit->trigger();
+    emit window->GetDocument().sourceWanted();
   });
   connect(&window->Canvas(), &GraphCanvas::customContextMenuRequested, this,
           [this, window](QPoint place) { ShowPopup(*window, place); });

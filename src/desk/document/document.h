@@ -84,6 +84,8 @@ class Document final : public QObject {
   void graphChanged(tarnwick::GraphChange change);
   void captionChanged();
   void pointPicked();
+  /// The user wants to see how the data are read.
+  void sourceWanted();
   /// A fit that runs has come to these values of all parameters of a DataSet of the whole graph, whose model keeps its own
   /// until the end. At most ten times a second.
   void fitStepped(tarnwick::Document* document, std::size_t series,

@@ -48,8 +48,11 @@ DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(paren
 void DataEditor::Follow(Document* document) {
   if (series_.GetDocument() != document) {
     disconnect(picked_);
+    disconnect(source_wanted_);
     if (document != nullptr) {
       picked_ = connect(document, &Document::pointPicked, points_, &PointsPage::FollowPick);
+      source_wanted_ = connect(document, &Document::sourceWanted, this,
+                               [this] { pages_->setCurrentWidget(source_); });
     }
   }
   series_.Follow(document);

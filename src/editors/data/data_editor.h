@@ -34,6 +34,7 @@ class DataEditor final : public QWidget {
 
   EditedSeries series_;
   QMetaObject::Connection picked_;  // of the document followed
+  QMetaObject::Connection source_wanted_;
   QComboBox* names_;
   QTabWidget* pages_;
   SourcePage* source_;
