@@ -15,14 +15,6 @@ namespace {
 /// Steps that differ by less than this part of their mean are taken for even.
 constexpr double kEven = 1e-6;
 
-void CheckWindow(int window, std::size_t points) {
-  if (window < 1 || window % 2 == 0) throw Error("The window is an odd number of points.");
-  if (static_cast<std::size_t>(window) > points) {
-    throw Error("The window of " + std::to_string(window) +
-                " points is wider than the data: " + std::to_string(points) + " points.");
-  }
-}
-
 void Check(const LocalPolynomial& local, std::size_t points) {
   CheckWindow(local.window, points);
   if (local.order < 0 || local.order > 9 || local.order >= local.window)
@@ -86,6 +78,14 @@ void Convolve(std::span<const double> y, const Eigen::VectorXd& weights, std::sp
 }
 
 }  // namespace
+
+void CheckWindow(int window, std::size_t points) {
+  if (window < 1 || window % 2 == 0) throw Error("The window is an odd number of points.");
+  if (static_cast<std::size_t>(window) > points) {
+    throw Error("The window of " + std::to_string(window) +
+                " points is wider than the data: " + std::to_string(points) + " points.");
+  }
+}
 
 bool IsEvenlySpaced(std::span<const double> x, double share) {
   const double step = (x.back() - x.front()) / static_cast<double>(x.size() - 1);

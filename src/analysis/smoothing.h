@@ -1,6 +1,7 @@
 // Values over X made smoother, and their smooth derivatives. Mathematics over spans; knows no DataSet.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -18,6 +19,9 @@ struct Smoothed {
   /// Standard deviation of the result by that of the values, in the middle of the points, where each scatters on its own.
   double noise_gain = 0;
 };
+
+/// Throws Error, a sentence, for a window that is not odd, or wider than so many points.
+void CheckWindow(int window, std::size_t points);
 
 /// Whether no step of X, which has two values or more, differs from their mean by more than `share` of it.
 bool IsEvenlySpaced(std::span<const double> x, double share);

@@ -82,6 +82,7 @@ struct TDSInfo {
       RelativeSource;  ///< the file from GraphFolder on, "/" between folders (key 56); empty: not told
   std::string GraphFolder;  ///< of the graph file that told RelativeSource; never stored
   std::int32_t Run = 0;     ///< the only run of the table that is loaded, from 1; 0: all (key 60)
+  std::string Recipe;       ///< how computed points were made; empty: they were not (key 77)
   std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
   std::int32_t y_column_index = -1;
   std::int32_t y_error_index = -1;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "results/new_series.h"
+#include "results/made_series.h"
 
 namespace tarnwick {
 
@@ -25,12 +25,9 @@ struct DerivedOptions {
 std::string DerivedName(const TxyGraph& graph, const TSeries& source, DerivedKind kind);
 
 /// Computes the DataSet from one that the graph holds and adds it, its columns named for the axes' titles. A second Y axis
-/// that it is drawn against is shown. Throws Error when the name cannot be had, or when the source's regression, whose
-/// derivative is asked for, fails; the graph is then as it was.
-TSeries& AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
-                    const DerivedOptions& options);
-
-/// What became of the source's errors, a sentence or two; empty where it has none. `derived` is what AddDerived made of it.
-std::string DerivedErrorsText(const TSeries& source, DerivedKind kind, const TSeries& derived);
+/// that it is drawn against is shown. Tells what became of the source's errors. Throws Error when the name cannot be had, or when
+/// the source's regression, whose derivative is asked for, fails; the graph is then as it was.
+MadeSeries AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
+                      const DerivedOptions& options);
 
 }  // namespace tarnwick

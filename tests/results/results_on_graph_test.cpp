@@ -42,7 +42,7 @@ TEST_F(ResultsOnGraph, DerivedDataSetsTakeFreeNames) {
   };
   for (const NameRow& row : kRows) {
     for (const char* name : {row.first, row.second, row.third})
-      EXPECT_EQ(AddDerived(graph_, rate_, row.kind, {}).SeriesName(), name);
+      EXPECT_EQ(AddDerived(graph_, rate_, row.kind, {}).series.SeriesName(), name);
   }
 }
 

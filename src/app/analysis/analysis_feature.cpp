@@ -6,10 +6,12 @@
 #include "app/analysis/integr_dialog.h"
 #include "app/analysis/peak_panel.h"
 #include "app/analysis/peaks_dialog.h"
-#include "app/analysis/smooth_dialog.h"
+#include "app/analysis/tool_dialog.h"
 #include "base/number_text.h"
 #include "base/prompt.h"
 #include "desk/document/document.h"
+#include "results/made_series.h"
+#include "results/tools/tool_table.h"
 
 namespace tarnwick {
 namespace {
@@ -59,12 +61,21 @@ void Differentiate(CommandContext& context) {
   Txy_Differ(*context.document, context.prompt, context.dialog_parent).exec();
 }
 
-void Smooth(CommandContext& context) {
-  SmoothDialog(*context.document, context.prompt, context.dialog_parent).exec();
+template <const Tool& kTool>
+void UseTool(CommandContext& context) {
+  ToolDialog(*context.document, kTool, context.prompt, context.dialog_parent).exec();
 }
 
-void TakeOffBaseLine(CommandContext& context) {
-  BaseLineDialog(*context.document, context.prompt, context.dialog_parent).exec();
+bool CanRecompute(const CommandContext& context) {
+  return context.document && HasMadeSeries(context.document->Graph());
+}
+
+void Recompute(CommandContext& context) {
+  Recomputed made;
+  context.document->Edit("Recompute", [&](TxyGraph& graph) { made = RecomputeAll(graph); });
+  std::string told = Counted(static_cast<std::int64_t>(made.count), "DataSet") + " computed anew.";
+  AddSentence(told, made.told);
+  context.prompt.Tell(told);
 }
 
 void Average(CommandContext& context) {
@@ -141,7 +152,7 @@ Feature AnalysisFeature() {
        .menu = Menu::Analysis,
        .group = 1,
        .enabled = HasDataSet,
-       .run = Smooth},
+       .run = UseTool<kSmoothTool>},
       {.name = "AnalysisBaseLine1",
        .caption = "&Base Line",
        .hint = "Base Line|Take the base line under its peaks off the current DataSet",
@@ -149,13 +160,77 @@ Feature AnalysisFeature() {
        .menu = Menu::Analysis,
        .group = 1,
        .enabled = HasDataSet,
-       .run = TakeOffBaseLine},
+       .run = UseTool<kBackgroundTool>},
+      {.name = "AnalysisSpectrum1",
+       .caption = "Sp&ectrum",
+       .hint = "Spectrum|What the current DataSet is made of by frequency",
+       .icon = "spectrum",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = UseTool<kSpectrumTool>},
+      {.name = "AnalysisCorrelation1",
+       .caption = "C&orrelation",
+       .hint = "Correlation|How alike the current DataSet is to another, one moved along X",
+       .icon = "correlate",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = UseTool<kCorrelateTool>},
+      {.name = "AnalysisCompute1",
+       .caption = "Compute by E&xpression",
+       .hint = "Compute by Expression|Compute a DataSet from others by an expression",
+       .icon = "compute-series",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = UseTool<kComputeTool>},
+      {.name = "AnalysisResample1",
+       .caption = "Resamp&le",
+       .hint = "Resample|The current DataSet at even steps of X",
+       .icon = "resample",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = UseTool<kResampleTool>},
+      {.name = "AnalysisClip1",
+       .caption = "&Clip",
+       .hint = "Clip|The current DataSet within limits of X and Y",
+       .icon = "clip",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = UseTool<kClipTool>},
+      {.name = "AnalysisNormalise1",
+       .caption = "&Normalise",
+       .hint = "Normalise|The current DataSet on a scale of its own size",
+       .icon = "normalise",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = UseTool<kNormaliseTool>},
+      {.name = "AnalysisOutliers1",
+       .caption = "Remove O&utliers",
+       .hint = "Remove Outliers|The current DataSet without the points that do not belong",
+       .icon = "outliers",
+       .menu = Menu::Analysis,
+       .group = 1,
+       .enabled = HasDataSet,
+       .run = UseTool<kOutliersTool>},
+      {.name = "AnalysisRecompute1",
+       .caption = "Re&compute",
+       .hint = "Recompute|Compute every DataSet anew that was computed from others of the graph",
+       .icon = "recompute",
+       .menu = Menu::Analysis,
+       .group = 2,
+       .enabled = CanRecompute,
+       .run = Recompute},
       {.name = "AnalysisEvaluate1",
        .caption = "E&valuate at X",
        .hint = "Evaluate at X|Tell what the current DataSet has at an X, or where it has a Y",
        .icon = "evaluate",
        .menu = Menu::Analysis,
-       .group = 2,
+       .group = 3,
        .run = TogglePanel<0>,
        .checked = ShowsPanel<0>},
       {.name = "AnalysisPeakTable1",
@@ -163,7 +238,7 @@ Feature AnalysisFeature() {
        .hint = "Peak Table|Find, measure and fit the peaks of the current DataSet",
        .icon = "peak-table",
        .menu = Menu::Analysis,
-       .group = 2,
+       .group = 3,
        .run = TogglePanel<1>,
        .checked = ShowsPanel<1>},
   };

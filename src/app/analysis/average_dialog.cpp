@@ -84,9 +84,7 @@ QString Txy_Average::Lacking() const {
 
 std::string Txy_Average::Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
                               ResultStage) {
-  const std::vector<std::size_t> averaged = Averaged(graph);
-  AddAverage(graph, source, averaged, wanted);
-  return AverageText(graph, averaged);
+  return AddAverage(graph, source, Averaged(graph), wanted).told;
 }
 
 }  // namespace tarnwick

@@ -23,11 +23,6 @@ const ResultTexts& TextsOf(DerivedKind kind) {
   return kTexts.at(static_cast<std::size_t>(kind));
 }
 
-std::string AddTold(TxyGraph& graph, TSeries& source, DerivedKind kind,
-                    const DerivedOptions& options) {
-  return DerivedErrorsText(source, kind, AddDerived(graph, source, kind, options));
-}
-
 }  // namespace
 
 Txy_Integr::Txy_Integr(Document& document, DerivedKind mode, Prompt& prompt, QWidget* parent)
@@ -59,7 +54,7 @@ std::string Txy_Integr::Make(TxyGraph& graph, TSeries& source, const NewSeries& 
                          .y_axis = wanted.y_axis,
                          .source = hide ? SourceAfter::Hidden : SourceAfter::Shown};
   if (bins_) options.bins = bins_->value();
-  return AddTold(graph, source, mode_, options);
+  return AddDerived(graph, source, mode_, options).told;
 }
 
 Txy_Differ::Txy_Differ(Document& document, Prompt& prompt, QWidget* parent)
@@ -73,8 +68,9 @@ std::string Txy_Differ::NameFor(const TxyGraph& graph, const TSeries& source) co
 
 std::string Txy_Differ::Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
                              ResultStage) {
-  return AddTold(graph, source, DerivedKind::Derivative,
-                 {.name = wanted.name, .y_axis = wanted.y_axis});
+  return AddDerived(graph, source, DerivedKind::Derivative,
+                    {.name = wanted.name, .y_axis = wanted.y_axis})
+      .told;
 }
 
 }  // namespace tarnwick

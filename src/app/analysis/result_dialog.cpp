@@ -86,6 +86,7 @@ QStringList ResultDialog::SourceNames() const {
 void ResultDialog::OfferName() {
   preview_.Clear();
   try {
+    Follow(Source());
     output_->Offer(NameFor(document_.Graph(), Source()));
   } catch (const Error&) {
     output_->Offer({});  // the preview tells what is the matter

@@ -54,6 +54,8 @@ class ResultDialog : public QDialog {
 
   /// What is still to be chosen, a sentence; OK does nothing until it is. Empty for nothing.
   virtual QString Lacking() const { return {}; }
+  /// Another source is chosen, or the first one.
+  virtual void Follow(const TSeries&) {}
   TSeries& Source();
   /// The names of the chosen one and of all that may be chosen.
   QString SourceName() const;

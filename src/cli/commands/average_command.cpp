@@ -17,12 +17,13 @@ struct Options {
 
 void Run(const Options& options, Output& output) {
   RunMadeSeries(options.made, output, [&](TxyGraph& graph) -> const TSeries& {
-    const TSeries& reference = graph.Series(ChooseSeries(graph, options.reference));
+    TSeries& reference = graph.Series(ChooseSeries(graph, options.reference));
     std::vector<std::size_t> averaged;
     for (const std::string& name : options.of) averaged.push_back(ChooseSeries(graph, name));
-    output.Note(AverageText(graph, averaged));
-    return AddAverage(graph, reference, averaged,
-                      options.made.Wanted(AverageName(graph, reference)));
+    const MadeSeries made =
+        AddAverage(graph, reference, averaged, options.made.Wanted(AverageName(graph, reference)));
+    output.Note(made.told);
+    return made.series;
   });
 }
 

@@ -8,9 +8,9 @@
 #include "base/number_text.h"
 #include "base/word_list.h"
 #include "cli/commands/commands.h"
-#include "cli/output/expression_error.h"
 #include "expr/expression_hints.h"
 #include "expr/formula_parser.h"
+#include "expr/message_with_place.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick::cli {

@@ -1,9 +1,15 @@
 #include "cli/commands/commands.h"
+#include "cli/commands/tool_command.h"
 
 namespace tarnwick::cli {
 namespace {
 
-constexpr CommandRow kCommands[] = {
+template <const Tool& kTool>
+CommandRow OfTool() {
+  return {kTool.name.data(), kTool.purpose.data(), &DeclareTool<kTool>};
+}
+
+const CommandRow kCommands[] = {
     {"calc", "The values of expressions", &DeclareCalc},
     {"functions", "The words that expressions may use", &DeclareFunctions},
     {"import", "Read text or binary data into DataSets", &DeclareImport},
@@ -18,8 +24,16 @@ constexpr CommandRow kCommands[] = {
     {"differentiate", "The derivative of a DataSet", &DeclareDifferentiate},
     {"average", "The mean of several DataSets", &DeclareAverage},
     {"peaks", "The peaks of a DataSet, as marks", &DeclarePeaks},
-    {"smooth", "A DataSet made smoother, or its smooth derivative", &DeclareSmooth},
-    {"background", "A DataSet less the base line under its peaks", &DeclareBackground},
+    OfTool<kSmoothTool>(),
+    OfTool<kBackgroundTool>(),
+    OfTool<kSpectrumTool>(),
+    OfTool<kCorrelateTool>(),
+    OfTool<kComputeTool>(),
+    OfTool<kResampleTool>(),
+    OfTool<kClipTool>(),
+    OfTool<kNormaliseTool>(),
+    OfTool<kOutliersTool>(),
+    {"recompute", "What was computed from DataSets, computed anew", &DeclareRecompute},
     {"area", "The area between a DataSet and its base line", &DeclareArea},
     {"total", "The sum of a DataSet's points, base line subtracted", &DeclareTotal},
     {"baseline", "A DataSet's base line, by numbers or from a mark", &DeclareBaseline},

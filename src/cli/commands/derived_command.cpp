@@ -19,15 +19,15 @@ template <DerivedKind kKind>
 void Run(const Options& options, Output& output) {
   RunMadeSeries(options.made, output, [&](TxyGraph& graph) -> const TSeries& {
     TSeries& source = graph.Series(ChooseSeries(graph, options.dataset));
-    const TSeries& added =
+    const MadeSeries made =
         AddDerived(graph, source, kKind,
                    {.name = options.made.name,
                     .y_axis = options.made.Axis(),
                     .source = options.hide_source ? SourceAfter::Hidden : SourceAfter::Shown,
                     .bins = options.bins});
-    output.Note(DerivedErrorsText(source, kKind, added));
+    output.Note(made.told);
     output.Note(LiveSourceText(source));
-    return added;
+    return made.series;
   });
 }
 

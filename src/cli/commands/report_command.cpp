@@ -5,7 +5,7 @@
 #include "cli/commands/commands.h"
 #include "cli/options/function_input.h"
 #include "cli/options/input_graph.h"
-#include "cli/output/expression_error.h"
+#include "expr/message_with_place.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/fit_function_file.h"
 #include "fit/model/model_report.h"

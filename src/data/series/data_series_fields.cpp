@@ -321,6 +321,12 @@ const Field<S> kFields[] = {
      {"Errors of X", "Columns", kColumn},
      {},
      &Differs<&TDSInfo::XErrorColumn>},
+    {77,
+     "Recipe",
+     OfSource<&TDSInfo::Recipe>(),
+     {"Computed as", "Source", ReadOnly("told when the points were computed")},
+     {},
+     &Differs<&TDSInfo::Recipe>},
 };
 
 }  // namespace

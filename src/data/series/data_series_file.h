@@ -15,7 +15,7 @@ namespace tarnwick {
 /// whoever draws the DataSet asks for it.
 enum class WithPoints { No, Yes, YesAndOrder };
 
-/// Keys 1 to 10, 12 to 24, 42, 44, 46 to 50, 53 to 64, 67, 68, in writing order. Setting goes through the DataSet's setters.
+/// Keys 1 to 10, 12 to 24, 42, 44, 46 to 50, 53 to 64, 67, 68, 77, in writing order. Setting goes through the DataSet's setters.
 /// The model's
 /// keys (39, 43, 45; curve_fit_file.h) stand among them in the order of their numbers; key 51 (the
 /// order in which the points came), 52 (where pieces begin), 65 and 66 (their errors) are not the settings' but the points'.

@@ -14,7 +14,9 @@
 #include <gtest/gtest.h>
 
 #include "app/analysis/average_dialog.h"
+#include "app/analysis/tool_dialog.h"
 #include "desktop_fixture.h"
+#include "results/tools/tool_table.h"
 
 namespace tarnwick {
 namespace {
@@ -150,6 +152,38 @@ TEST_F(ResultDialogs, AnAverageIsOfWhatStandsInItsList) {
   press("O&K");
   EXPECT_EQ(dialog.result(), QDialog::Accepted);
   EXPECT_EQ(graph_->Series(1).SeriesName(), "Average_" + source_);
+}
+
+TEST_F(ResultDialogs, OfToolsShowWhatSuitsTheirSource) {
+  const auto field = [](const QDialog& dialog, const char* caption) -> QLineEdit& {
+    for (auto* line : dialog.findChildren<QLineEdit*>())
+      if (line->accessibleName() == caption) return *line;
+    throw std::runtime_error(caption);
+  };
+  ToolDialog resample(ActiveDocument(), kResampleTool, *prompt_);
+  QLineEdit& step = field(resample, "Step of X");
+  EXPECT_EQ(step.text(), "10");
+  step.setText("20");
+  emit step.textEdited("20");
+  EXPECT_EQ(graph_->Series(1).PointCount(), 61);
+  step.setText("ten");
+  emit step.textEdited("ten");
+  EXPECT_EQ(graph_->SeriesCount(), 1u);
+  resample.accept();  // nothing happens while it is no number
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
+  resample.reject();
+  EXPECT_EQ(field(ToolDialog(ActiveDocument(), kClipTool, *prompt_), "Y to").text(), "INF");
+}
+
+TEST_F(ResultDialogs, WhatWasComputedIsComputedAnewAsOneStep) {
+  EXPECT_FALSE(form_->Actions().ActionOf("AnalysisRecompute1")->isEnabled());
+  ToolDialog(ActiveDocument(), kSmoothTool, *prompt_).accept();
+  const double before = *GetY(graph_->Series(1), 9);
+  graph_->Series(0).SetY(9, 1e6);
+  Run("AnalysisRecompute1");
+  EXPECT_EQ(TakeTold(), std::vector<std::string>{"1 DataSet computed anew."});
+  EXPECT_NE(*GetY(graph_->Series(1), 9), before);
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Recompute");
 }
 
 TEST_F(ResultDialogs, AreaAndSumAreTold) {

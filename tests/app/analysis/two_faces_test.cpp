@@ -13,11 +13,12 @@
 #include "app/analysis/average_dialog.h"
 #include "app/analysis/integr_dialog.h"
 #include "app/analysis/peaks_dialog.h"
-#include "app/analysis/smooth_dialog.h"
+#include "app/analysis/tool_dialog.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_work.h"
 #include "base/progress.h"
 #include "desk/document/document.h"
+#include "results/tools/tool_table.h"
 #include "support/project_paths.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
@@ -90,10 +91,18 @@ void MarkSomePeaks(Document& document, Prompt& prompt) {
 }
 
 void SmoothDerivative(Document& document, Prompt& prompt) {
-  SmoothDialog dialog(document, prompt);
-  Find<QSpinBox>(dialog, "Window").setValue(9);
-  Find<QSpinBox>(dialog, "Derivative").setValue(1);
+  ToolDialog dialog(document, kSmoothTool, prompt);
+  for (auto* box : dialog.findChildren<QSpinBox*>()) {
+    if (box->accessibleName() == "Window") box->setValue(9);
+    if (box->accessibleName() == "Derivative") box->setValue(1);
+  }
   dialog.accept();
+}
+
+/// As the dialog of the tool begins.
+template <const Tool& kTool>
+void UseTool(Document& document, Prompt& prompt) {
+  ToolDialog(document, kTool, prompt).accept();
 }
 
 std::vector<Row> Rows() {
@@ -109,8 +118,13 @@ std::vector<Row> Rows() {
        [](Document& document, Prompt& prompt) { Txy_Differ(document, prompt).accept(); }},
       {"Average", "average --reference 1 --of 1", AverageAll},
       {"Smooth", "smooth --window 9 --derivative 1", SmoothDerivative},
-      {"Background", "background",
-       [](Document& document, Prompt& prompt) { BaseLineDialog(document, prompt).accept(); }},
+      {"Background", "background", UseTool<kBackgroundTool>},
+      {"Spectrum", "spectrum --hide-source", UseTool<kSpectrumTool>},
+      {"Correlate", "correlate --hide-source", UseTool<kCorrelateTool>},
+      {"Resample", "resample", UseTool<kResampleTool>},
+      {"Clip", "clip", UseTool<kClipTool>},
+      {"Normalise", "normalise", UseTool<kNormaliseTool>},
+      {"Outliers", "outliers", UseTool<kOutliersTool>},
       {"Peaks", "peaks --left 100 --noise 0.5 --precision 2", MarkSomePeaks},
   };
 }

@@ -55,6 +55,7 @@ void FillWithOddities(TDataSeries& series) {
   i.YDataColumn = "U";
   i.YErrorColumn = "dU";
   i.XErrorColumn = "#3";
+  i.Recipe = "smooth(\"Rate\")";
   i.RowSamplingFrequency = 7;
   i.AutoRowHitFreq = false;
   i.ColumnWidth = 12;
@@ -241,7 +242,7 @@ TEST(DataSeriesFile, SettersRunInFileOrderAndStrayValuesDoNoHarm) {
   writer.WriteInteger(18, "RowSamplingFrequency", -3);
   writer.WriteInteger(20, "RowChoiceMode", 55);
   writer.WriteInteger(23, "XFormat", -1);
-  writer.WriteFont(77, "Unknown", Font{});
+  writer.WriteFont(90, "Unknown", Font{});
   writer.WriteFloat(2, "NumericalTolerance", 0.1);
   writer.WriteEndOfSection();
   writer.WritePointBlockHeader(3);

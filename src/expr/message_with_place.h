@@ -1,4 +1,4 @@
-// Errors in expressions as the command line tells them: with the place. Knows texts only.
+// Errors in expressions as they are told: with the place. Knows texts only.
 #pragma once
 
 #include <string>
@@ -6,9 +6,9 @@
 
 #include "expr/words/parser_exception.h"
 
-namespace tarnwick::cli {
+namespace tarnwick {
 
 /// The error's message with the character of `expression` (UTF-8) that it is about, where it has a place.
 std::string MessageWithPlace(const EParserException& error, std::string_view expression);
 
-}  // namespace tarnwick::cli
+}  // namespace tarnwick

@@ -1,6 +1,6 @@
-#include "cli/output/expression_error.h"
+#include "expr/message_with_place.h"
 
-namespace tarnwick::cli {
+namespace tarnwick {
 namespace {
 
 // A longer expression would hide the message that repeats it.
@@ -25,4 +25,4 @@ std::string MessageWithPlace(const EParserException& error, std::string_view exp
          std::to_string(CharacterAt(expression, *error.Place())) + quoted + ")" + hint;
 }
 
-}  // namespace tarnwick::cli
+}  // namespace tarnwick

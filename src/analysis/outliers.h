@@ -1,0 +1,27 @@
+// Values that do not belong to the others. Mathematics over spans; knows no DataSet.
+#pragma once
+
+#include <span>
+#include <vector>
+
+namespace tarnwick {
+
+/// What is expected of a value, and whether it lies too far from that.
+struct Expected {
+  double y = 0;
+  bool is_outlier = false;
+};
+
+/// By the median of the `window` values around each one (of those that there are at the ends), and `times` their scaled median
+/// deviation from it: F. R. Hampel, Journal of the American Statistical Association 69, 383 (1974); as a filter R. K. Pearson,
+/// IEEE Transactions on Control Systems Technology 10, 55 (2002). Throws Error as RunningMedian for impossible windows.
+std::vector<Expected> HampelOutliers(std::span<const double> y, int window, double times);
+
+/// Beyond the quartiles of all values by more than `times` their distance; expected is the nearer bound. J. W. Tukey,
+/// Exploratory Data Analysis (1977); quartiles interpolate between values (the definition 7 of Hyndman & Fan, 1996).
+std::vector<Expected> TukeyOutliers(std::span<const double> y, double times);
+
+/// The value below which the part `share` of the sorted values lies, interpolated as above. At least one value.
+double QuantileOf(std::span<const double> sorted, double share);
+
+}  // namespace tarnwick

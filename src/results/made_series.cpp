@@ -1,0 +1,138 @@
+#include "results/made_series.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "base/error.h"
+#include "graph/graph_update.h"
+#include "graph/xy_graph.h"
+#include "results/tools/recipe.h"
+#include "results/tools/tool_table.h"
+
+namespace tarnwick {
+namespace {
+
+/// A DataSet with its recipe, read.
+struct Pending {
+  TSeries* series;
+  Recipe recipe;
+};
+
+TSeries& InputNamed(TxyGraph& graph, const std::string& name, const TSeries& made) {
+  TSeries* found = nullptr;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    TSeries& series = graph.Series(i);
+    if (series.SeriesName() != name || &series == &made) continue;
+    if (found) throw Error("the graph has two DataSets \"" + name + "\".");
+    found = &series;
+  }
+  if (!found) throw Error("the graph has no DataSet \"" + name + "\" any longer.");
+  return *found;
+}
+
+/// Name, titles, look, base line and the model's settings stay.
+void TakePoints(TSeries& series, const TSeries& computed) {
+  const DataState before = series.State();
+  DataState state = computed.State();
+  state.settings = before.settings;
+  state.extremes_stale = true;
+  state.fit = before.fit;
+  series.SetState(state);
+}
+
+void Recompute(TxyGraph& graph, const Pending& one) {
+  const Tool* tool = FindTool(one.recipe.tool);
+  if (!tool) throw Error("there is no computation \"" + one.recipe.tool + "\".");
+  ToolInput input{{}, SettingsOf(*tool, one.recipe)};
+  for (const std::string& name : one.recipe.inputs)
+    input.series.push_back(&InputNamed(graph, name, *one.series));
+  TakePoints(*one.series, *tool->compute(input).series);
+}
+
+bool WaitsForAnother(const Pending& one, const std::vector<Pending>& pending) {
+  return std::ranges::any_of(pending, [&](const Pending& other) {
+    return std::ranges::find(one.recipe.inputs, other.series->SeriesName()) !=
+           one.recipe.inputs.end();
+  });
+}
+
+/// Collects what stays as it is, and why.
+class Outcome {
+ public:
+  template <class Work>
+  void Try(const TSeries& series, Work&& work) {
+    try {
+      work();
+    } catch (const Error& error) {
+      Stays(series, error.what());
+    }
+  }
+  void Stays(const TSeries& series, const std::string& why) {
+    AddSentence(result_.told, "\"" + series.SeriesName() + "\" stays as it is: " + why);
+  }
+  void CountOne() { ++result_.count; }
+  Recomputed Take() { return std::move(result_); }
+
+ private:
+  Recomputed result_;
+};
+
+}  // namespace
+
+std::string MadeName(const TxyGraph& graph, const TSeries& source, const Tool& tool) {
+  return FreeSeriesName(graph, source.SeriesName() + std::string(tool.suffix));
+}
+
+MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const NewSeries& wanted) {
+  if (const std::string why = NameRefusal(graph, wanted.name); !why.empty()) throw Error(why);
+  if (tool.suggest) tool.suggest(input.Source(), input.settings);
+  if (graph.Axis(AxisId::X).ShowAsTime()) input.x = XMeans::Dates;
+  Computed made = tool.compute(input);
+  made.series->Source().Recipe = RecipeText(RecipeOf(tool, input));
+  return {AddNewSeries(graph, std::move(made.series), input.Source(), wanted),
+          std::move(made.told)};
+}
+
+void HideSource(TxyGraph& graph, TSeries& source, ResultX x) {
+  const GraphUpdate update(graph);
+  SeriesStyle hidden = source.Style();
+  hidden.visible = false;
+  source.SetStyle(hidden);
+  if (x == ResultX::OfSource) return;
+  graph.Axis(AxisId::X).SetShowAsTime(false);
+  graph.Axis(AxisId::X).SetAutoSizing(true);
+}
+
+Recomputed RecomputeAll(TxyGraph& graph) {
+  const GraphUpdate update(graph);
+  Outcome outcome;
+  std::vector<Pending> pending;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    TSeries& series = graph.Series(i);
+    if (series.Source().Recipe.empty()) continue;
+    outcome.Try(series, [&] { pending.push_back({&series, ReadRecipe(series.Source().Recipe)}); });
+  }
+  while (!pending.empty()) {
+    const auto ready = std::ranges::find_if(
+        pending, [&](const Pending& one) { return !WaitsForAnother(one, pending); });
+    if (ready == pending.end()) break;
+    outcome.Try(*ready->series, [&] {
+      Recompute(graph, *ready);
+      outcome.CountOne();
+    });
+    pending.erase(ready);
+  }
+  for (const Pending& one : pending)
+    outcome.Stays(*one.series, "it was computed from itself, or waits for one that was.");
+  return outcome.Take();
+}
+
+bool HasMadeSeries(const TxyGraph& graph) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (!graph.Series(i).Source().Recipe.empty()) return true;
+  }
+  return false;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,277 @@
+// A DataSet at other X, within limits, on another scale, without outliers.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "analysis/outliers.h"
+#include "analysis/resampling.h"
+#include "base/error.h"
+#include "base/number_text.h"
+#include "base/undefined.h"
+#include "results/tools/tool_table.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+std::string CountedPoints(std::size_t count) {
+  return Counted(static_cast<std::int64_t>(count), "point");
+}
+
+// --- resample
+
+constexpr std::array kResampleMethods = {
+    FieldChoice{ResampleMethod::Linear, "Linear"},
+    FieldChoice{ResampleMethod::Akima, "Akima, a smooth curve through the points"},
+    FieldChoice{ResampleMethod::Mean, "Mean, of the points within half a step"}};
+
+const ToolSetting kResampleSettings[] = {
+    {"step", "Step of X", control::RealWithin(0, kInfinity), kUndefined,
+     "Step of X; the mean step where it is not given"},
+    {"method", "Method", control::ChoiceOf(kResampleMethods),
+     static_cast<std::int32_t>(ResampleMethod::Linear), "How values between points are made"},
+};
+
+Computed ComputeResampled(const ToolInput& input) {
+  const TSeries& source = input.Source();
+  const ToolColumns columns = ColumnsOf(source);
+  const double step = input.settings.Number("step");
+  if (!(step > 0)) throw Error("The step of X is a number above 0.");
+  const Resampled made =
+      Resample(columns.x, columns.y, step, input.settings.Chosen<ResampleMethod>("method"));
+  std::string told =
+      CountedPoints(columns.x.size()) + " make " + CountedPoints(made.x.size()) + ".";
+  if (made.empty > 0)
+    AddSentence(told, Counted(static_cast<std::int64_t>(made.empty), "step") +
+                          " left out, since no point lies within.");
+  AddSentence(told, LeftOutText(source, columns));
+  return {SeriesLike(source, made.x, made.y), told};
+}
+
+void SuggestStep(const TSeries& source, ToolSettings& settings) {
+  const PointChain& points = source.Points();
+  if (points.Size() < 2) return settings.Suggest("step", 1);
+  const double step = (points.LastX() - points.Front().x) / static_cast<double>(points.Size() - 1);
+  settings.Suggest("step", step > 0 && std::isfinite(step) ? step : 1);
+}
+
+// --- clip
+
+enum class Outside { Removed, Limited };
+constexpr std::array kOutsides = {FieldChoice{Outside::Removed, "Removed"},
+                                  FieldChoice{Outside::Limited, "Limited, set to the limit"}};
+constexpr FieldControl kAnyNumber = control::RealWithin(-kInfinity, kInfinity);
+
+const ToolSetting kClipSettings[] = {
+    {"left", "X from", kAnyNumber, -kInfinity, "Lowest X that stays"},
+    {"right", "X to", kAnyNumber, kInfinity, "Highest X that stays"},
+    {"low", "Y from", kAnyNumber, -kInfinity, "Lowest Y, less the base line"},
+    {"high", "Y to", kAnyNumber, kInfinity, "Highest Y, less the base line"},
+    {"outside", "Y beyond are", control::ChoiceOf(kOutsides),
+     static_cast<std::int32_t>(Outside::Removed), "What becomes of points beyond in Y"},
+};
+
+void CheckLimits(double low, double high, const char* of) {
+  if (!(low <= high)) {
+    throw Error("The limits of " + std::string(of) + " cross: " + GeneralText(low, 6) +
+                " is above " + GeneralText(high, 6) + ".");
+  }
+}
+
+Computed ComputeClipped(const ToolInput& input) {
+  const TSeries& source = input.Source();
+  const ToolColumns columns = ColumnsOf(source);
+  const ToolSettings& settings = input.settings;
+  const double left = settings.Number("left");
+  const double right = settings.Number("right");
+  const double low = settings.Number("low");
+  const double high = settings.Number("high");
+  CheckLimits(left, right, "X");
+  CheckLimits(low, high, "Y");
+  const bool keep = settings.Chosen<Outside>("outside") == Outside::Limited;
+  ToolColumns kept;
+  std::size_t limited = 0;
+  for (std::size_t i = 0; i < columns.x.size(); ++i) {
+    const double y = std::clamp(columns.y[i], low, high);
+    const bool beyond = y != columns.y[i];
+    if (columns.x[i] < left || columns.x[i] > right || (beyond && !keep)) continue;
+    limited += beyond;
+    kept.x.push_back(columns.x[i]);
+    kept.y.push_back(y);
+  }
+  if (kept.x.empty()) throw Error("No point lies within the limits.");
+  std::string told = CountedPoints(columns.x.size() - kept.x.size()) + " of " +
+                     std::to_string(columns.x.size()) + " removed.";
+  if (keep) AddSentence(told, CountedPoints(limited) + " set to the limit.");
+  AddSentence(told, LeftOutText(source, columns));
+  return {SeriesLike(source, kept.x, kept.y), told};
+}
+
+// --- normalise
+
+enum class Scale { Range, Maximum, Deviation, Area };
+constexpr std::array kScales = {
+    FieldChoice{Scale::Range, "Range, from 0 to 1"},
+    FieldChoice{Scale::Maximum, "Maximum, the largest size is 1"},
+    FieldChoice{Scale::Deviation, "Deviation, mean 0 and standard deviation 1"},
+    FieldChoice{Scale::Area, "Area, below the curve is 1"}};
+
+const ToolSetting kNormaliseSettings[] = {
+    {"by", "By", control::ChoiceOf(kScales), static_cast<std::int32_t>(Scale::Range),
+     "What becomes 1"},
+};
+
+struct Scaled {
+  double offset = 0;
+  double unit = 1;
+};
+
+Scaled ByDeviation(std::span<const double> y) {
+  long double sum = 0;
+  for (const double value : y) sum += value;
+  const long double mean = sum / static_cast<long double>(y.size());
+  long double squares = 0;
+  for (const double value : y) squares += (value - mean) * (value - mean);
+  const long double variance = squares / static_cast<long double>(y.size() - 1);
+  return {static_cast<double>(mean), static_cast<double>(std::sqrt(variance))};
+}
+
+Scaled ByArea(const ToolColumns& columns) {
+  long double area = 0;
+  for (std::size_t i = 1; i < columns.x.size(); ++i)
+    area += (static_cast<long double>(columns.x[i]) - columns.x[i - 1]) *
+            (static_cast<long double>(columns.y[i]) + columns.y[i - 1]) / 2;
+  return {0, static_cast<double>(area)};
+}
+
+Scaled ScaleOf(Scale scale, const ToolColumns& columns) {
+  const auto [low, high] = std::ranges::minmax(columns.y);
+  switch (scale) {
+    case Scale::Range:
+      return {low, high - low};
+    case Scale::Maximum:
+      return {0, std::max(std::abs(low), std::abs(high))};
+    case Scale::Deviation:
+      return ByDeviation(columns.y);
+    case Scale::Area:
+      break;
+  }
+  return ByArea(columns);
+}
+
+/// Errors of Y by the same unit, which counts as exact.
+void ScaleErrors(const TSeries& source, double unit, TSeries& target) {
+  if (!HasYErrors(source.Errors())) return;
+  std::vector<double> errors;
+  const BaseLine line = source.GetBaseLine();
+  const PointChain& points = source.Points();
+  for (std::size_t i = 0; i < points.Size(); ++i) {
+    const Point point = points.At(i);
+    if (std::isfinite(point.x) && std::isfinite(line.CorrectedY(point.x, point.y)))
+      errors.push_back(YErrorAt(source, point) / std::abs(unit));
+  }
+  PointErrors made;
+  made.y.kind = ErrorKind::Column;
+  made.y_values = ColumnAlong(target.Points(), errors);
+  target.SetErrors(std::move(made));
+}
+
+Computed ComputeNormalised(const ToolInput& input) {
+  const TSeries& source = input.Source();
+  ToolColumns columns = ColumnsOf(source);
+  const Scaled scaled = ScaleOf(input.settings.Chosen<Scale>("by"), columns);
+  if (!(std::abs(scaled.unit) > 0) || !std::isfinite(scaled.unit))
+    throw Error("What should become 1 is " + GeneralText(scaled.unit, 6) + ".");
+  for (double& y : columns.y) y = (y - scaled.offset) / scaled.unit;
+  std::string told = "Y is less " + GeneralText(scaled.offset, 6) + ", divided by " +
+                     GeneralText(scaled.unit, 6) + ".";
+  if (HasYErrors(source.Errors())) AddSentence(told, "Errors of Y are divided alike.");
+  if (HasXErrors(source.Errors())) AddSentence(told, "Errors of X are left out.");
+  Computed computed{
+      SeriesLike(source, columns.x, columns.y, {}, "Normalised " + source.Source().YDataColumn),
+      told};
+  ScaleErrors(source, scaled.unit, *computed.series);
+  return computed;
+}
+
+// --- outliers
+
+enum class OutlierRule { Hampel, Tukey };
+constexpr std::array kRules = {FieldChoice{OutlierRule::Hampel, "Hampel, by the median around"},
+                               FieldChoice{OutlierRule::Tukey, "Tukey, by quartiles of all"}};
+enum class OutlierFate { Removed, Replaced };
+constexpr std::array kFates = {
+    FieldChoice{OutlierFate::Removed, "Removed"},
+    FieldChoice{OutlierFate::Replaced, "Replaced, by the expected value"}};
+
+bool IsHampel(const ToolSettings& settings) {
+  return settings.Chosen<OutlierRule>("rule") == OutlierRule::Hampel;
+}
+
+const ToolSetting kOutlierSettings[] = {
+    {"rule", "Rule", control::ChoiceOf(kRules), static_cast<std::int32_t>(OutlierRule::Hampel),
+     "How outliers are found"},
+    {"window", "Window", control::WholeWithin(3, 9999, "points"), std::int32_t{11},
+     "Of hampel: points around that are compared, odd", IsHampel, 2},
+    {"times", "Farther off than", control::RealWithin(0, 1e6, "×"), 3.0,
+     "Times the deviation (hampel; 3) or the quartiles' distance (tukey; 1.5)"},
+    {"fate", "Outliers are", control::ChoiceOf(kFates),
+     static_cast<std::int32_t>(OutlierFate::Removed), "What becomes of them"},
+};
+
+Computed ComputeWithoutOutliers(const ToolInput& input) {
+  const TSeries& source = input.Source();
+  const ToolColumns columns = ColumnsOf(source);
+  const ToolSettings& settings = input.settings;
+  const double times = settings.Number("times");
+  const std::vector<Expected> expected =
+      IsHampel(settings) ? HampelOutliers(columns.y, settings.Whole("window"), times)
+                         : TukeyOutliers(columns.y, times);
+  const bool replace = settings.Chosen<OutlierFate>("fate") == OutlierFate::Replaced;
+  ToolColumns kept;
+  std::size_t outliers = 0;
+  for (std::size_t i = 0; i < columns.x.size(); ++i) {
+    outliers += expected[i].is_outlier;
+    if (expected[i].is_outlier && !replace) continue;
+    kept.x.push_back(columns.x[i]);
+    kept.y.push_back(expected[i].is_outlier ? expected[i].y : columns.y[i]);
+  }
+  std::string told = Counted(static_cast<std::int64_t>(outliers), "outlier") + " of " +
+                     CountedPoints(columns.x.size()) + (replace ? " replaced." : " removed.");
+  AddSentence(told, LeftOutText(source, columns));
+  return {SeriesLike(source, kept.x, kept.y), told};
+}
+
+}  // namespace
+
+constinit const Tool kResampleTool = {.name = "resample",
+                                      .caption = "Resample",
+                                      .purpose = "A DataSet at even steps of X",
+                                      .suffix = "_RES",
+                                      .settings = kResampleSettings,
+                                      .compute = ComputeResampled,
+                                      .suggest = SuggestStep};
+constinit const Tool kClipTool = {.name = "clip",
+                                  .caption = "Clip",
+                                  .purpose = "A DataSet within limits of X and Y",
+                                  .suffix = "_CLP",
+                                  .settings = kClipSettings,
+                                  .compute = ComputeClipped};
+constinit const Tool kNormaliseTool = {.name = "normalise",
+                                       .caption = "Normalise",
+                                       .purpose = "A DataSet on a scale of its own size",
+                                       .suffix = "_NRM",
+                                       .settings = kNormaliseSettings,
+                                       .axis = AxisId::Y2,
+                                       .compute = ComputeNormalised};
+constinit const Tool kOutliersTool = {.name = "outliers",
+                                      .caption = "Remove Outliers",
+                                      .purpose = "A DataSet without the points that do not belong",
+                                      .suffix = "_OUT",
+                                      .settings = kOutlierSettings,
+                                      .compute = ComputeWithoutOutliers};
+
+}  // namespace tarnwick

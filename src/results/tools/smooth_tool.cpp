@@ -1,0 +1,64 @@
+// A DataSet made smoother, or its smooth derivative.
+#include <array>
+#include <string>
+
+#include "analysis/peak_figures.h"
+#include "analysis/smoothing.h"
+#include "base/number_text.h"
+#include "results/tools/tool_table.h"
+
+namespace tarnwick {
+namespace {
+
+enum class Method { Polynomials, Median };
+constexpr std::array kMethods = {FieldChoice{Method::Polynomials, "Savitzky-Golay"},
+                                 FieldChoice{Method::Median, "Median, of the window"}};
+const char* const kDerivatives[] = {"", "DIF of ", "second DIF of "};
+
+bool FitsPolynomials(const ToolSettings& settings) {
+  return settings.Chosen<Method>("method") == Method::Polynomials;
+}
+
+const ToolSetting kSettings[] = {
+    {"method", "Method", control::ChoiceOf(kMethods), std::int32_t{0},
+     "How values are made smooth"},
+    {"window", "Window", control::WholeWithin(1, 9999, "points"), std::int32_t{11},
+     "Points that a value is made from, odd", nullptr, 2},
+    {"order", "Polynomial's order", control::WholeWithin(0, 9), std::int32_t{2},
+     "Degree of the polynomials", FitsPolynomials},
+    {"derivative", "Derivative", control::WholeWithin(0, 2), std::int32_t{0},
+     "Derivative that is made", FitsPolynomials},
+};
+
+Computed Compute(const ToolInput& input) {
+  const TSeries& source = input.Source();
+  ToolColumns columns = ColumnsOf(source);
+  const LocalPolynomial local = {input.settings.Whole("window"), input.settings.Whole("order"),
+                                 input.settings.Whole("derivative")};
+  if (!FitsPolynomials(input.settings)) {
+    columns.y = RunningMedian(columns.y, local.window);
+    return {SeriesLike(source, columns.x, columns.y), LeftOutText(source, columns)};
+  }
+  const double noise = NoiseOf({columns.x, columns.y});
+  const Smoothed smooth = SmoothByPolynomials(columns.x, columns.y, local);
+  const std::string left = GeneralText(noise * smooth.noise_gain, 3);
+  std::string told =
+      "The noise of Y, " + GeneralText(noise, 3) + " as neighbouring points scatter, ";
+  told += local.derivative > 0 ? "makes one of " + left + " in the derivative."
+                               : "is reduced to " + left + ".";
+  AddSentence(told, LeftOutText(source, columns));
+  return {SeriesLike(source, columns.x, smooth.y, {},
+                     kDerivatives[local.derivative] + source.Source().YDataColumn),
+          told};
+}
+
+}  // namespace
+
+constinit const Tool kSmoothTool = {.name = "smooth",
+                                    .caption = "Smoothing",
+                                    .purpose = "A DataSet made smoother, or its smooth derivative",
+                                    .suffix = "_SMO",
+                                    .settings = kSettings,
+                                    .compute = Compute};
+
+}  // namespace tarnwick

@@ -1,0 +1,153 @@
+#include "results/made_series.h"
+
+#include <memory>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/error.h"
+#include "graph/xy_graph.h"
+#include "results/derived_series.h"
+#include "results/tools/recipe.h"
+#include "results/tools/tool_table.h"
+#include "results/tools/unit_names.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(Recipes, AreReadAsTheyAreWritten) {
+  const Recipe odd{
+      "compute", {"Rate, \"new\"", "", "ü;)"}, {{"expression", "A - \"B\""}, {"n", ""}}};
+  EXPECT_EQ(ReadRecipe(RecipeText(odd)), odd);
+  const Recipe plain{"smooth", {"Rate"}, {{"method", "savitzky-golay"}, {"low", "-1.5E+20"}}};
+  EXPECT_EQ(RecipeText(plain), "smooth(\"Rate\"; method=savitzky-golay; low=-1.5E+20)");
+  EXPECT_EQ(ReadRecipe(RecipeText(plain)), plain);
+}
+
+TEST(Recipes, RefuseWhatIsNone) {
+  for (const char* text : {"", "smooth", "smooth(", "smooth()", "smooth(\"a", "smooth(\"a\"",
+                           "smooth(\"a\";)", "smooth(\"a\"; n=)", "(\"a\")"})
+    EXPECT_THROW(ReadRecipe(text), Error) << text;
+}
+
+TEST(ToolSettings, RefuseWhatTheirRowsDoNotAllow) {
+  const struct {
+    const char *key, *text;
+  } kRows[] = {
+      {"method", "none"}, {"window", "0"}, {"window", "x"}, {"order", "10"}, {"other", "1"}};
+  for (const auto& row : kRows)
+    EXPECT_THROW(SettingsOf(kSmoothTool, {"smooth", {}, {{row.key, row.text}}}), Error) << row.text;
+  EXPECT_THROW(SettingsOf(kBackgroundTool, {"background", {}, {{"smoothness", "0"}}}), Error);
+  EXPECT_THROW(SettingsOf(kBackgroundTool, {"background", {}, {{"line", "1"}}}), Error);
+}
+
+TEST(UnitNames, AreTakenApartAndPutTogether) {
+  EXPECT_EQ(SplitNamedUnit("Time [ms] ").unit, "ms");
+  EXPECT_EQ(SplitNamedUnit("I (t) (mA)").name, "I (t)");
+  EXPECT_EQ(TitleOf(SplitNamedUnit("t/min")), "t (min)");
+  EXPECT_EQ(TitleOf(SplitNamedUnit("U")), "U");
+  EXPECT_EQ(InverseUnit("m/s"), "1/(m/s)");
+  EXPECT_EQ(SquaredUnit("V"), "V²");
+}
+
+class MadeOnGraph : public ::testing::Test {
+ protected:
+  MadeOnGraph() : rate_(Add("Rate")) {
+    for (int x = 0; x < 20; ++x) rate_.AddPoint(x, x * x % 7);
+  }
+  TSeries& Add(const char* name) {
+    auto series = std::make_unique<TSeries>();
+    series->SetSeriesName(name);
+    return graph_.AddSeries(std::move(series));
+  }
+  TSeries& Make(const Tool& tool, TSeries& source) {
+    return AddMade(graph_, tool, {{&source}, ToolSettings(tool.settings)},
+                   {MadeName(graph_, source, tool), AxisId::Y})
+        .series;
+  }
+  TxyGraph graph_;
+  TSeries& rate_;
+};
+
+TEST_F(MadeOnGraph, ComputesAnewWhatWasMadeOfWhatWasMade) {
+  TSeries& late = Add("Late");  // before what it is made from
+  TSeries& smooth = Make(kSmoothTool, rate_);
+  late.Source().Recipe = "integrate(\"Rate_SMO\")";
+  smooth.SetZeroValue(1);
+  const double smooth_before = *GetY(smooth, 5);
+  rate_.SetY(5, 100);
+  const Recomputed made = RecomputeAll(graph_);
+  EXPECT_EQ(made.count, 2u);
+  EXPECT_EQ(made.told, "");
+  EXPECT_GT(*GetY(smooth, 5), smooth_before + 1);
+  EXPECT_EQ(smooth.ZeroValue(), 1);
+  EXPECT_EQ(smooth.SeriesName(), "Rate_SMO");
+  TSeries& again = AddDerived(graph_, smooth, DerivedKind::Integral, {}).series;
+  EXPECT_EQ(GetY(late, 12), GetY(again, 12));
+  EXPECT_EQ(late.Source().Recipe, again.Source().Recipe);
+}
+
+TEST_F(MadeOnGraph, TellsWhatCannotBeComputedAnew) {
+  Make(kSmoothTool, rate_);
+  const char* const recipes[] = {
+      "smooth(\"Gone\")", "paint(\"Rate\")", "smooth(\"Rate\"; window=99)",
+      "smooth(\"4\")",    "smooth(\"Rate",   "sum(\"Twice\")"};
+  const char* const names[] = {"0", "1", "2", "3", "4", "5"};
+  for (std::size_t i = 0; i < 6; ++i) Add(names[i]).Source().Recipe = recipes[i];
+  graph_.Series(graph_.SeriesCount() - 3).Source().Recipe = "smooth(\"3\")";
+  Add("Twice");
+  Add("Twice");
+  const Recomputed made = RecomputeAll(graph_);
+  EXPECT_EQ(made.count, 1u);
+  for (const char* told :
+       {"\"0\" stays as it is: the graph has no DataSet \"Gone\" any longer.",
+        "\"1\" stays as it is: there is no computation \"paint\".", "wider than the data",
+        "\"3\" stays as it is: it was computed from itself", "\"4\" stays as it is: \"smooth(",
+        "\"5\" stays as it is: the graph has two DataSets \"Twice\"."})
+    EXPECT_THAT(made.told, HasSubstr(told));
+}
+
+TEST_F(MadeOnGraph, RefusesDataSetsThatAToolCannotTake) {
+  TSeries& empty = Add("Empty");
+  TSeries& one = Add("One");
+  one.AddPoint(1, 2);
+  TSeries& flat = Add("Flat");
+  for (int x = 0; x < 20; ++x) flat.AddPoint(x, 3);
+  TSeries& lacking = Add("Lacking");
+  lacking.AddPoint(1, kUndefined);
+  const std::size_t before = graph_.SeriesCount();
+  for (const Tool* tool :
+       {&kSmoothTool, &kBackgroundTool, &kSpectrumTool, &kCorrelateTool, &kComputeTool,
+        &kResampleTool, &kClipTool, &kNormaliseTool, &kOutliersTool}) {
+    EXPECT_THROW(Make(*tool, empty), Error) << tool->name;
+    EXPECT_THROW(Make(*tool, lacking), Error) << tool->name;
+  }
+  for (const Tool* tool : {&kSpectrumTool, &kCorrelateTool, &kNormaliseTool, &kOutliersTool})
+    EXPECT_THROW(Make(*tool, one), Error) << tool->name;
+  EXPECT_THROW(Make(kCorrelateTool, flat), Error);
+  EXPECT_EQ(graph_.SeriesCount(), before);
+}
+
+TEST_F(MadeOnGraph, SpectraNameUnits) {
+  rate_.Source().XDataColumn = "t (s)";
+  rate_.Source().YDataColumn = "U (V)";
+  ToolSettings settings(kSpectrumTool.settings);
+  settings.SetText(0, "density");
+  const MadeSeries made =
+      AddMade(graph_, kSpectrumTool, {{&rate_}, settings}, {"Spectrum", AxisId::Y});
+  EXPECT_EQ(made.series.Source().XDataColumn, "Frequency (Hz)");
+  EXPECT_EQ(made.series.Source().YDataColumn, "Power density of U (V²/Hz)");
+  EXPECT_THAT(made.told, HasSubstr("evenly spaced: FFT. The window's coherent gain, 0.5,"));
+  rate_.AddPoint(30, 0);
+  graph_.Axis(AxisId::X).SetShowAsTime(true);
+  rate_.Source().XDataColumn = "date";
+  const MadeSeries uneven =
+      AddMade(graph_, kSpectrumTool, {{&rate_}, settings}, {"Uneven", AxisId::Y});
+  EXPECT_THAT(uneven.told, HasSubstr("Lomb-Scargle, without a window."));
+  EXPECT_EQ(uneven.series.Source().XDataColumn, "Frequency (1/d)");
+}
+
+}  // namespace
+}  // namespace tarnwick
