@@ -8,33 +8,20 @@
 
 #include "analysis/peak_figures.h"
 #include "fit/model/fit_settings.h"
+#include "results/peak_model.h"
 
 namespace tarnwick {
 
 class TSeries;
 class TxyGraph;
 
-enum class PeakShape { Gauss, Lorentz, PseudoVoigt, Voigt };
-inline constexpr const char* kPeakShapeNames[] = {"Gauss", "Lorentz", "Pseudo-Voigt", "Voigt"};
-
-/// As many peaks as one model can have.
+/// As many peaks as one fit can vary.
 std::size_t MostFittedPeaks(PeakShape shape);
 
 /// The sum of the peaks on a line, fitted from the first one's left valley to the last one's right one. Every peak starts as
-/// measured, its centre between its valleys, its width within theirs. `look` gives what does not concern the function.
-/// Throws Error
-/// for no peaks, or more than MostFittedPeaks.
+/// measured, its centre between its valleys, its width within theirs; those beyond MostFittedPeaks are held. `look` gives what
+/// does not concern the function. Throws Error for no peaks.
 FitSettings PeakModel(std::span<const PeakFigures> peaks, PeakShape shape, const FitSettings& look);
-
-/// A value that a fit gave, with its standard error; undefined where it told none.
-struct FittedValue {
-  double value = 0;
-  double error = 0;
-};
-
-struct FittedPeak {
-  FittedValue x, height, width, area;  ///< the width at half height
-};
 
 /// The peaks of a DataSet whose model is a PeakModel, at its present values; errors as its fit told them. Empty for other models.
 std::vector<FittedPeak> FittedPeaks(const TSeries& series);

@@ -8,7 +8,9 @@
 #include "base/error.h"
 #include "base/progress.h"
 #include "graph/xy_graph.h"
+#include "results/peak_groups.h"
 #include "results/peak_table.h"
+#include "results/peak_table_text.h"
 
 namespace tarnwick {
 namespace {
@@ -78,10 +80,37 @@ INSTANTIATE_TEST_SUITE_P(Shapes, PeakFit,
                                            ShapeCase{PeakShape::PseudoVoigt, Mixed},
                                            ShapeCase{PeakShape::Voigt, Gauss}));
 
-TEST(PeakModel, RefusesWhatNoFitCanVary) {
+TEST(PeakModel, HoldsWhatNoFitCanVary) {
   const std::vector<PeakFigures> many(MostFittedPeaks(PeakShape::Voigt) + 1);
-  EXPECT_THROW(PeakModel(many, PeakShape::Voigt, {}), Error);
+  EXPECT_FALSE(PeakModel(many, PeakShape::Voigt, {}).parameters.back().Vary);
   EXPECT_THROW(PeakModel({}, PeakShape::Gauss, {}), Error);
+}
+
+TEST(PeakGroups, FindWhatManyPeaksWereMadeFrom) {
+  TxyGraph graph;
+  TSeries& series = graph.AddSeries(std::make_unique<TSeries>());
+  for (double x = 0; x < 500; x += 0.1) {
+    double y = 3 + 0.01 * x + 0.05 * std::sin(1000 * x);
+    for (int i = 0; i < 24; ++i) y += (10 + i) * Lorentz((x - 20 - 20 * i) / 4);
+    series.AddPoint(x, y);
+  }
+  const PeakTable table = MakePeakTable(graph, series, {.times_noise = 30});
+  ASSERT_EQ(table.peaks.size(), 24u);
+  series.Fit().SetSettings(PeakModel(table.peaks, PeakShape::Lorentz, {}), true);
+  NoProgress progress;
+  const PeakGroupsFit fit =
+      FitPeakGroups(PrepareFit(series, {.points = FitPointChoice::All}), progress);
+  ASSERT_EQ(fit.peaks.size(), 24u);
+  for (int i = 0; i < 24; ++i) {
+    const FittedPeak& peak = fit.peaks[static_cast<std::size_t>(i)];
+    EXPECT_NEAR(peak.x.value, 20 + 20 * i, 0.01);
+    EXPECT_NEAR(peak.height.value, 10 + i, 0.05);
+    EXPECT_NEAR(peak.width.value, 4, 0.05);
+    EXPECT_GT(peak.width.error, 0);
+  }
+  EXPECT_EQ(fit.told.find("still moved"), std::string::npos) << fit.told;
+  EXPECT_TRUE(fit.told.starts_with("Fitted in 3 groups")) << fit.told;
+  EXPECT_EQ(FittedTableText(fit.peaks, ',').find("x,x_error,height"), 0u);
 }
 
 }  // namespace

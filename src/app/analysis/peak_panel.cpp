@@ -14,13 +14,18 @@
 
 #include "app/fit/fit_work.h"
 #include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "base/whole_file.h"
 #include "desk/commands/command.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/open_edit.h"
+#include "desk/prompts/file_trouble.h"
 #include "desk/widgets/text.h"
 #include "graph/graph_update.h"
 #include "results/fitted_model.h"
 #include "results/peak_fit.h"
+#include "results/peak_groups.h"
+#include "results/peak_table_text.h"
 
 namespace tarnwick {
 namespace {
@@ -77,6 +82,15 @@ QString FittedText(const FittedValue& value) {
   QString text = NumberText(value.value);
   if (!IsUndefined(value.error)) text += " ± " + ToQt(GeneralText(value.error, kErrorDigits));
   return text;
+}
+
+/// What is fitted stands in the DataSet's model.
+PeakGroupsFit FitInGroups(Document& document, TSeries& series) {
+  const FitJob job = PrepareFit(series, {.points = FitPointChoice::All});
+  PeakGroupsFit fit;
+  document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing..."},
+                      [&](Progress& progress) { fit = FitPeakGroups(job, progress); });
+  return fit;
 }
 
 void SetTitles(QTableWidget& table, const QStringList& titles) {
@@ -154,7 +168,9 @@ QWidget* PeakPanel::MakeButtons() {
       add(tr("Fit &These Peaks"),
           tr("Fit the selected peaks, all where none is selected, on a straight line"),
           &PeakPanel::FitPeaks),
-      add(tr("&Copy"), tr("Copy the table, columns separated by tabs"), &PeakPanel::Copy)};
+      add(tr("&Copy"), tr("Copy the table, columns separated by tabs"), &PeakPanel::Copy),
+      add(tr("&Save..."), tr("Save the table, in full precision, for other programs"),
+          &PeakPanel::Save)};
   row->addStretch();
   connect(rule_, &QComboBox::currentIndexChanged, this,
           [this](int index) { times_noise_->setEnabled(index == 0); });
@@ -210,8 +226,9 @@ void PeakPanel::ShowPeaks() {
   for (QPushButton* button : need_peaks_) button->setEnabled(!peaks_.empty());
 }
 
-void PeakPanel::ShowFit() {
-  const std::vector<FittedPeak> fitted = FittedPeaks(CurrentDataSet(*document_));
+void PeakPanel::ShowFit(std::vector<FittedPeak> peaks, const QString& told) {
+  fitted_peaks_ = std::move(peaks);
+  const std::vector<FittedPeak>& fitted = fitted_peaks_;
   fitted_ = true;
   QStringList titles;
   for (const auto& column : kFitColumns) titles.append(tr(column.title));
@@ -227,9 +244,7 @@ void PeakPanel::ShowFit() {
   }
   table_->setSortingEnabled(true);
   table_->sortByColumn(0, Qt::AscendingOrder);
-  told_->setText(
-      tr("As fitted, with standard errors; the fit's verdict stands in the panel Fit "
-         "Result. Find measures the points again."));
+  told_->setText(told + ' ' + tr("Find measures the points again."));
 }
 
 std::size_t PeakPanel::PeakOf(int row) const {
@@ -284,10 +299,33 @@ void PeakPanel::FitPeaks() {
     const auto shape = static_cast<PeakShape>(shape_->currentIndex());
     const std::vector<PeakFigures> chosen = Chosen();
     TakeFitSettings(series, PeakModel(chosen, shape, series.Fit().Settings()));
-    FitAgain(*document_, {.points = FitPointChoice::All}, context.prompt);
+    std::vector<FittedPeak> peaks;
+    QString told;
+    if (chosen.size() <= MostFittedPeaks(shape)) {
+      FitAgain(*document_, {.points = FitPointChoice::All}, context.prompt);
+      peaks = FittedPeaks(series);
+      told =
+          tr("As fitted, with standard errors; the fit's verdict stands in the panel Fit Result.");
+    } else {
+      PeakGroupsFit fit = FitInGroups(*document_, series);
+      TakeFitSettings(series, fit.model);
+      series.Fit().SetStatus(FitStatus::cf_Function);
+      peaks = std::move(fit.peaks);
+      told = ToQt(fit.told);
+    }
     AddPeakParts(document_->Graph(), series);
     step.Finish();
-    ShowFit();
+    ShowFit(std::move(peaks), told);
+  });
+}
+
+void PeakPanel::Save() {
+  actions_.RunAsCommand([this](CommandContext& context) {
+    const auto chosen = context.chooser.TableToSave(ToPath(ToQt(data_set_) + " peaks.csv"));
+    if (!chosen || !MayReplace(*chosen, context.prompt)) return;
+    const char separator = LowerAscii(chosen->extension().string()) == ".csv" ? ',' : '\t';
+    WriteWholeFile(*chosen, fitted_ ? FittedTableText(fitted_peaks_, separator)
+                                    : PeakTableText(peaks_, separator));
   });
 }
 

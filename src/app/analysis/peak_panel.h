@@ -7,6 +7,7 @@
 
 #include "desk/document/document.h"
 #include "desk/panels/panel.h"
+#include "results/peak_fit.h"
 #include "results/peak_table.h"
 
 class QComboBox;
@@ -16,8 +17,6 @@ class QPushButton;
 class QTableWidget;
 
 namespace tarnwick {
-
-enum class PeakShape;
 
 class PeakPanel final : public Panel {
   Q_OBJECT
@@ -34,7 +33,8 @@ class PeakPanel final : public Panel {
   QWidget* MakeButtons();
   void Find();
   void ShowPeaks();
-  void ShowFit();
+  void ShowFit(std::vector<FittedPeak> fitted, const QString& told);
+  void Save();
   void Clear();
   void Look(int row);
   void Copy();
@@ -48,6 +48,7 @@ class PeakPanel final : public Panel {
   QPointer<Document> document_;
   std::string data_set_;  // whose peaks are shown
   std::vector<PeakFigures> peaks_;
+  std::vector<FittedPeak> fitted_peaks_;
   bool fitted_ = false;  // the table shows the fit's figures
 
   QComboBox* rule_;

@@ -5,6 +5,7 @@
 #include "cli/options/input_graph.h"
 #include "cli/options/save_output.h"
 #include "results/peak_table.h"
+#include "results/peak_table_text.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -17,42 +18,19 @@ struct Options {
   std::optional<double> prominence;
 };
 
-struct FigureRow {
-  const char* name;
-  double PeakFigures::*figure;
-};
-
-constexpr FigureRow kFigures[] = {
-    {"x", &PeakFigures::x},
-    {"height", &PeakFigures::height},
-    {"prominence", &PeakFigures::prominence},
-    {"width", &PeakFigures::width},
-    {"area", &PeakFigures::area},
-    {"asymmetry", &PeakFigures::asymmetry},
-    {"left_valley", &PeakFigures::left_valley},
-    {"right_valley", &PeakFigures::right_valley},
-};
-
 void PrintTable(const std::vector<PeakFigures>& peaks, Output& output) {
-  Json list = Json::Array();
   if (!output.IsJson()) {
-    for (const FigureRow& row : kFigures)
-      output.Text() << (&row == kFigures ? "" : ",") << row.name;
-    output.Text() << '\n';
+    output.Text() << PeakTableText(peaks, ',');
+    return;
   }
+  Json list = Json::Array();
   for (const PeakFigures& peak : peaks) {
     Json figures = Json::Object();
-    for (const FigureRow& row : kFigures) {
-      if (output.IsJson()) {
-        figures[row.name] = JsonNumber(peak.*row.figure);
-      } else {
-        output.Text() << (&row == kFigures ? "" : ",") << ShortestText(peak.*row.figure);
-      }
-    }
-    if (!output.IsJson()) output.Text() << '\n';
+    for (const PeakColumn& column : PeakColumns())
+      figures[column.name] = JsonNumber(peak.*column.figure);
     list.Append(std::move(figures));
   }
-  if (output.IsJson()) output.Document({{"peaks", std::move(list)}});
+  output.Document({{"peaks", std::move(list)}});
 }
 
 void PrintByProminence(const Options& options, TxyGraph& graph, TSeries& series, Output& output) {

@@ -65,6 +65,20 @@ std::optional<std::filesystem::path> DialogFileChooser::FileToPrint(const SavePr
   return ToPath(dialog.selectedFiles().front());
 }
 
+std::optional<std::filesystem::path> DialogFileChooser::TableToSave(
+    const std::filesystem::path& proposal) {
+  QFileDialog dialog(parent_, QObject::tr("Save Table"), PathText(proposal.parent_path()));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setNameFilters({QObject::tr("Table, commas between columns (*.csv)"),
+                         QObject::tr("Table, tabs between columns (*.txt *.dat)")});
+  dialog.setDefaultSuffix("csv");
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);  // whoever asked asks
+  dialog.selectFile(PathText(proposal.filename()));
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return ToPath(dialog.selectedFiles().front());
+}
+
 std::optional<PictureOptions> DialogFileChooser::SizeOfPicture(const PictureOptions& proposal) {
   PictureSizeDialog dialog(proposal, parent_);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;

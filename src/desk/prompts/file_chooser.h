@@ -50,6 +50,11 @@ class FileChooser {
     return std::nullopt;
   }
 
+  /// The name chosen for a table of text, with an ending, beginning with `proposal`; likewise.
+  virtual std::optional<std::filesystem::path> TableToSave(const std::filesystem::path&) {
+    return std::nullopt;
+  }
+
   /// How large a picture is to be; nothing when the user cancels. Where nobody can be asked, as proposed.
   virtual std::optional<PictureOptions> SizeOfPicture(const PictureOptions& proposal) {
     return proposal;
@@ -73,6 +78,7 @@ class DialogFileChooser final : public FileChooser {
   std::optional<std::filesystem::path> FunctionToLoad(const std::filesystem::path& folder) override;
   std::optional<std::filesystem::path> FunctionToSave(
       const std::filesystem::path& proposal) override;
+  std::optional<std::filesystem::path> TableToSave(const std::filesystem::path& proposal) override;
 
  private:
   QWidget* parent_;

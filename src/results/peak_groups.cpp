@@ -1,0 +1,172 @@
+#include "results/peak_groups.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/fit_run.h"
+#include "base/error.h"
+#include "base/number_text.h"
+#include "fit/minimise.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kMostRounds = 10;
+constexpr double kStill = 0.1;  // of its error that a value may move by in the last round
+
+/// Peaks from `first` on, from 0, that are fitted together.
+struct Group {
+  std::size_t first = 0;
+  std::size_t count = 0;
+};
+
+class GroupsFit {
+ public:
+  GroupsFit(const FitJob& job, const Recognised& found, Progress& progress)
+      : job_(job), found_(found), progress_(progress), model_(job.settings) {
+    per_peak_ = found.row->parameters.size();
+    const std::size_t most = static_cast<std::size_t>(kMaxVariedParameters) / per_peak_;
+    const std::size_t groups = (found.peaks + most - 1) / most;
+    for (std::size_t i = 0; i < groups; ++i) {
+      const std::size_t first = i * found.peaks / groups;
+      groups_.push_back({first, (i + 1) * found.peaks / groups - first});
+    }
+    peaks_.resize(found.peaks);
+  }
+
+  PeakGroupsFit Run() {
+    int rounds = 0;
+    bool moved = true;
+    for (; moved && rounds < kMostRounds; ++rounds) {
+      moved = false;
+      for (const Group& group : groups_) moved = FitGroup(group) || moved;
+      FitLine();
+    }
+    return {model_, peaks_, Told(rounds, moved)};
+  }
+
+ private:
+  ParameterSettings& ParameterOf(std::size_t peak, std::size_t which) {
+    return model_.parameters[kLineParameters + peak * per_peak_ + which];
+  }
+
+  /// X that the centre of a peak may have, at least and at most: the valleys beside it.
+  double LeftOf(std::size_t peak) { return CentreOf(peak).Low; }
+  double RightOf(std::size_t peak) { return CentreOf(peak).High; }
+  ParameterSettings& CentreOf(std::size_t peak) {
+    const auto centre =
+        std::ranges::find(found_.row->parameters, PeakBound::Valleys, &PeakParameter::bound);
+    return ParameterOf(peak, static_cast<std::size_t>(centre - found_.row->parameters.begin()));
+  }
+
+  /// The points over the group and the peaks beside it, less all peaks of other groups.
+  FitJob JobOf(const Group& group) {
+    const std::size_t last = group.first + group.count - 1;
+    const double left = LeftOf(group.first == 0 ? 0 : group.first - 1);
+    const double right = RightOf(std::min(last + 1, found_.peaks - 1));
+    const auto begin = std::ranges::lower_bound(job_.x, left) - job_.x.begin();
+    const auto end = std::ranges::upper_bound(job_.x, right) - job_.x.begin();
+    FitJob part = job_;
+    part.x.assign(job_.x.begin() + begin, job_.x.begin() + end);
+    part.y.assign(job_.y.begin() + begin, job_.y.begin() + end);
+    if (!job_.errors.empty())
+      part.errors.assign(job_.errors.begin() + begin, job_.errors.begin() + end);
+    part.points_in_range = part.points_chosen = end - begin;
+    const std::string others = PeaksText(*found_.row, 1, group.first) +
+                               PeaksText(*found_.row, last + 2, found_.peaks - last - 1);
+    if (!others.empty()) {
+      const std::vector<double> held = ValuesAs(model_, others.substr(1), part.x);
+      for (std::size_t i = 0; i < held.size(); ++i) part.y[i] -= held[i];
+    }
+    part.settings = SettingsOf(group);
+    return part;
+  }
+
+  /// The group's peaks on the line, which is held.
+  FitSettings SettingsOf(const Group& group) {
+    FitSettings settings = model_;
+    settings.Expression = "b0+b1*x" + PeaksText(*found_.row, group.first + 1, group.count);
+    settings.parameters.resize(kLineParameters);
+    for (ParameterSettings& line : settings.parameters) line.Vary = false;
+    for (std::size_t i = 0; i < group.count * per_peak_; ++i) {
+      settings.parameters.push_back(ParameterOf(group.first, i));
+      settings.parameters.back().Vary = true;
+    }
+    return settings;
+  }
+
+  /// Whether a value moved.
+  bool FitGroup(const Group& group) {
+    const FitResult result = RunFit(JobOf(group), progress_);
+    if (progress_.Cancelled()) throw Error("The fit was cancelled; the peaks are as they were.");
+    const std::vector<double>& errors = result.statistics.standard_errors;
+    bool moved = false;
+    for (std::size_t i = 0; i < result.outcome.p.size(); ++i) {
+      double& value = ParameterOf(group.first, i).Value;
+      const double by = std::abs(result.outcome.p[i] - value);
+      const bool has_error = i < errors.size() && errors[i] > 0;
+      moved = moved || by > (has_error ? kStill * errors[i] : 1e-6 * std::abs(value));
+      value = result.outcome.p[i];
+    }
+    for (std::size_t peak = group.first; peak < group.first + group.count; ++peak)
+      peaks_[peak] = FittedPeakOf(model_, found_, peak, &result);
+    return moved;
+  }
+
+  void FitLine() {
+    const std::vector<double> peaks =
+        ValuesAs(model_, PeaksText(*found_.row, 1, found_.peaks).substr(1), job_.x);
+    long double n = 0;
+    long double sum_x = 0;
+    long double sum_y = 0;
+    for (std::size_t i = 0; i < peaks.size(); ++i) {
+      const long double weight = WeightOf(i);
+      n += weight;
+      sum_x += weight * job_.x[i];
+      sum_y += weight * (job_.y[i] - peaks[i]);
+    }
+    long double sum_xx = 0;
+    long double sum_xy = 0;
+    for (std::size_t i = 0; i < peaks.size(); ++i) {
+      const long double from_mean = job_.x[i] - sum_x / n;
+      sum_xx += WeightOf(i) * from_mean * from_mean;
+      sum_xy += WeightOf(i) * from_mean * (job_.y[i] - peaks[i]);
+    }
+    const long double slope = sum_xx > 0 ? sum_xy / sum_xx : 0;
+    model_.parameters[0].Value = static_cast<double>((sum_y - slope * sum_x) / n);
+    model_.parameters[1].Value = static_cast<double>(slope);
+  }
+
+  double WeightOf(std::size_t point) const {
+    return job_.errors.empty() ? 1 : 1 / (job_.errors[point] * job_.errors[point]);
+  }
+
+  std::string Told(int rounds, bool moved) const {
+    std::string told = "Fitted in " + std::to_string(groups_.size()) + " groups of neighbours, " +
+                       Counted(rounds, "round") + ", since a fit varies " +
+                       std::to_string(kMaxVariedParameters) +
+                       " parameters at most; errors are those with the other groups and the line "
+                       "held, and no verdict "
+                       "tells of the whole.";
+    if (moved) told += " The values still moved in the last round.";
+    return told;
+  }
+
+  const FitJob& job_;
+  const Recognised found_;
+  Progress& progress_;
+  FitSettings model_;
+  std::size_t per_peak_ = 0;
+  std::vector<Group> groups_;
+  std::vector<FittedPeak> peaks_;
+};
+
+}  // namespace
+
+PeakGroupsFit FitPeakGroups(const FitJob& job, Progress& progress) {
+  const std::optional<Recognised> found = Recognise(job.settings);
+  if (!found) throw Error("The model has no peaks.");
+  return GroupsFit(job, *found, progress).Run();
+}
+
+}  // namespace tarnwick
