@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "analysis/histogram.h"
 #include "analysis/smoothing.h"
 
 namespace tarnwick {
@@ -11,13 +12,6 @@ namespace {
 
 /// Standard deviation of normal scatter by its median deviation.
 constexpr double kDeviationPerMedian = 1.482602218505602;
-
-double MedianOf(std::vector<double>& values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  if (values.size() % 2 == 1) return *middle;
-  return (*middle + *std::max_element(values.begin(), middle)) / 2;
-}
 
 }  // namespace
 
@@ -32,26 +26,18 @@ std::vector<Expected> HampelOutliers(std::span<const double> y, int window, doub
     const std::size_t end = std::min(i + half + 1, y.size());
     near.assign(y.begin() + static_cast<std::ptrdiff_t>(begin),
                 y.begin() + static_cast<std::ptrdiff_t>(end));
-    const double median = MedianOf(near);
+    const double median = QuantileOf(near, 0.5);
     for (double& value : near) value = std::abs(value - median);
-    const double deviation = kDeviationPerMedian * MedianOf(near);
+    const double deviation = kDeviationPerMedian * QuantileOf(near, 0.5);
     expected.push_back({median, std::abs(y[i] - median) > times * deviation});
   }
   return expected;
 }
 
-double QuantileOf(std::span<const double> sorted, double share) {
-  const double place = share * static_cast<double>(sorted.size() - 1);
-  const auto below = static_cast<std::size_t>(place);
-  const std::size_t above = std::min(below + 1, sorted.size() - 1);
-  return sorted[below] + (place - std::floor(place)) * (sorted[above] - sorted[below]);
-}
-
 std::vector<Expected> TukeyOutliers(std::span<const double> y, double times) {
-  std::vector<double> sorted(y.begin(), y.end());
-  std::ranges::sort(sorted);
-  const double lower = QuantileOf(sorted, 0.25);
-  const double upper = QuantileOf(sorted, 0.75);
+  std::vector<double> values(y.begin(), y.end());
+  const double lower = QuantileOf(values, 0.25);
+  const double upper = QuantileOf(values, 0.75);
   const double reach = times * (upper - lower);
   std::vector<Expected> expected;
   expected.reserve(y.size());

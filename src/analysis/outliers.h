@@ -18,10 +18,7 @@ struct Expected {
 std::vector<Expected> HampelOutliers(std::span<const double> y, int window, double times);
 
 /// Beyond the quartiles of all values by more than `times` their distance; expected is the nearer bound. J. W. Tukey,
-/// Exploratory Data Analysis (1977); quartiles interpolate between values (the definition 7 of Hyndman & Fan, 1996).
+/// Exploratory Data Analysis (1977); quartiles are those of QuantileOf.
 std::vector<Expected> TukeyOutliers(std::span<const double> y, double times);
-
-/// The value below which the part `share` of the sorted values lies, interpolated as above. At least one value.
-double QuantileOf(std::span<const double> sorted, double share);
 
 }  // namespace tarnwick

@@ -52,28 +52,27 @@ double Weighed(const double* y, const Eigen::VectorXd& weights) {
   return sum;
 }
 
-/// to[i] = the sum of weights[k] y[i + k].
+/// sums[i] += the sum of kCount weights[k] values[i + k]: the sums are loaded and stored once.
+template <std::size_t kCount>
+void AddProducts(const double* values, const double* weights, std::span<double> sums) {
+  for (std::size_t i = 0; i < sums.size(); ++i) {
+    double sum = sums[i];
+    for (std::size_t k = 0; k < kCount; ++k) sum += weights[k] * values[i + k];
+    sums[i] = sum;
+  }
+}
+
+/// to[i] = the sum of weights[k] y[i + k]; `to` is 0 before.
 void Convolve(std::span<const double> y, const Eigen::VectorXd& weights, std::span<double> to) {
   constexpr std::size_t kBlock = 512;  // stays in the first cache
+  const auto count = static_cast<std::size_t>(weights.size());
   for (std::size_t begin = 0; begin < to.size(); begin += kBlock) {
-    const std::size_t count = std::min(kBlock, to.size() - begin);
-    double* const sums = to.data() + begin;
+    const std::span<double> sums = to.subspan(begin, std::min(kBlock, to.size() - begin));
     const double* const values = y.data() + begin;
-    Eigen::Index k = 0;
-    for (; k + 4 <= weights.size(); k += 4) {  // together they load and store the sums once
-      const double* const v = values + k;
-      const double w0 = weights[k];
-      const double w1 = weights[k + 1];
-      const double w2 = weights[k + 2];
-      const double w3 = weights[k + 3];
-      for (std::size_t i = 0; i < count; ++i)
-        sums[i] += w0 * v[i] + w1 * v[i + 1] + w2 * v[i + 2] + w3 * v[i + 3];
-    }
-    for (; k < weights.size(); ++k) {
-      const double weight = weights[k];
-      for (std::size_t i = 0; i < count; ++i)
-        sums[i] += weight * values[i + static_cast<std::size_t>(k)];
-    }
+    std::size_t k = 0;
+    for (; k + 8 <= count; k += 8) AddProducts<8>(values + k, weights.data() + k, sums);
+    for (; k + 3 <= count; k += 3) AddProducts<3>(values + k, weights.data() + k, sums);
+    for (; k < count; ++k) AddProducts<1>(values + k, weights.data() + k, sums);
   }
 }
 
@@ -89,8 +88,13 @@ void CheckWindow(int window, std::size_t points) {
 
 bool IsEvenlySpaced(std::span<const double> x, double share) {
   const double step = (x.back() - x.front()) / static_cast<double>(x.size() - 1);
-  for (std::size_t i = 1; i < x.size(); ++i) {
-    if (!(std::abs(x[i] - x[i - 1] - step) <= share * step)) return false;
+  constexpr std::size_t kBlock = 4096;  // looked at as a whole, so that it is done by vectors
+  for (std::size_t begin = 1; begin < x.size(); begin += kBlock) {
+    const std::size_t end = std::min(begin + kBlock, x.size());
+    int uneven = 0;
+    for (std::size_t i = begin; i < end; ++i)
+      uneven |= static_cast<int>(!(std::abs(x[i] - x[i - 1] - step) <= share * step));
+    if (uneven != 0) return false;
   }
   return true;
 }

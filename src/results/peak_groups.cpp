@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/fit_run.h"
+#include "analysis/fit_minimisation.h"
+#include "analysis/fit_part.h"
 #include "base/error.h"
 #include "base/number_text.h"
-#include "fit/minimise.h"
+#include "fit/judge/fit_statistics.h"
+#include "fit/minimise/minimise_newton.h"
 
 namespace tarnwick {
 namespace {
@@ -23,9 +25,20 @@ struct Group {
 class GroupsFit {
  public:
   GroupsFit(const FitJob& job, const Recognised& found, Progress& progress)
-      : job_(job), found_(found), progress_(progress), model_(job.settings) {
+      : job_(job),
+        found_(found),
+        progress_(progress),
+        weighting_(Settled(job.settings.weighting, !job.errors.empty())),
+        model_(job.settings) {
+    const bool by_points =
+        weighting_.weights == FitWeights::None || weighting_.weights == FitWeights::Errors;
+    if (!by_points || weighting_.loss != FitLoss::Linear)
+      throw Error(
+          "Peaks are not fitted in groups with weights that follow the curve, or with a robust "
+          "loss.");
     per_peak_ = found.row->parameters.size();
-    const std::size_t most = static_cast<std::size_t>(kMaxVariedParameters) / per_peak_;
+    const std::size_t most =
+        (static_cast<std::size_t>(kMaxVariedParameters) - kLineParameters) / per_peak_;
     const std::size_t groups = (found.peaks + most - 1) / most;
     for (std::size_t i = 0; i < groups; ++i) {
       const std::size_t first = i * found.peaks / groups;
@@ -40,8 +53,8 @@ class GroupsFit {
     for (; moved && rounds < kMostRounds; ++rounds) {
       moved = false;
       for (const Group& group : groups_) moved = FitGroup(group) || moved;
-      FitLine();
     }
+    FitLine();
     return {model_, peaks_, Told(rounds, moved)};
   }
 
@@ -82,31 +95,48 @@ class GroupsFit {
     return part;
   }
 
-  /// The group's peaks on the line, which is held.
+  /// The group's peaks on a line of its own, which takes up what the tails of the others still lack.
   FitSettings SettingsOf(const Group& group) {
     FitSettings settings = model_;
     settings.Expression = "b0+b1*x" + PeaksText(*found_.row, group.first + 1, group.count);
     settings.parameters.resize(kLineParameters);
-    for (ParameterSettings& line : settings.parameters) line.Vary = false;
-    for (std::size_t i = 0; i < group.count * per_peak_; ++i) {
+    for (std::size_t i = 0; i < group.count * per_peak_; ++i)
       settings.parameters.push_back(ParameterOf(group.first, i));
-      settings.parameters.back().Vary = true;
-    }
+    for (ParameterSettings& parameter : settings.parameters) parameter.Vary = true;
     return settings;
   }
 
-  /// Whether a value moved.
-  bool FitGroup(const Group& group) {
-    const FitResult result = RunFit(JobOf(group), progress_);
+  /// The minimum next to the present values, with its covariance.
+  FitResult Minimised(const FitJob& job) {
+    FitPart part(job, weighting_);
+    part.Begin();
+    FitResult result;
+    for (const ParameterSettings& parameter : job.settings.parameters)
+      result.names.push_back(parameter.Name);
+    MinimiseOptions options;
+    options.tolerance = job.settings.Tolerance;
+    const NewtonOutcome newton =
+        MinimiseNewton(*part.residuals, part.residuals->Start(), options, progress_);
     if (progress_.Cancelled()) throw Error("The fit was cancelled; the peaks are as they were.");
+    if (Failed(newton.outcome.why))
+      throw Error("A group of peaks cannot be fitted: " + newton.outcome.message);
+    result.values = newton.outcome.p;
+    result.statistics =
+        ComputeFitFigures(newton.reduced, PointsOf(*part.residuals, weighting_, 0)).statistics;
+    return result;
+  }
+
+  /// Whether a peak's value moved.
+  bool FitGroup(const Group& group) {
+    const FitResult result = Minimised(JobOf(group));
     const std::vector<double>& errors = result.statistics.standard_errors;
     bool moved = false;
-    for (std::size_t i = 0; i < result.outcome.p.size(); ++i) {
-      double& value = ParameterOf(group.first, i).Value;
-      const double by = std::abs(result.outcome.p[i] - value);
+    for (std::size_t i = kLineParameters; i < result.values.size(); ++i) {
+      double& value = ParameterOf(group.first, i - kLineParameters).Value;
+      const double by = std::abs(result.values[i] - value);
       const bool has_error = i < errors.size() && errors[i] > 0;
       moved = moved || by > (has_error ? kStill * errors[i] : 1e-6 * std::abs(value));
-      value = result.outcome.p[i];
+      value = result.values[i];
     }
     for (std::size_t peak = group.first; peak < group.first + group.count; ++peak)
       peaks_[peak] = FittedPeakOf(model_, found_, peak, &result);
@@ -138,16 +168,16 @@ class GroupsFit {
   }
 
   double WeightOf(std::size_t point) const {
-    return job_.errors.empty() ? 1 : 1 / (job_.errors[point] * job_.errors[point]);
+    return weighting_.weights == FitWeights::None ? 1
+                                                  : 1 / (job_.errors[point] * job_.errors[point]);
   }
 
   std::string Told(int rounds, bool moved) const {
     std::string told = "Fitted in " + std::to_string(groups_.size()) + " groups of neighbours, " +
                        Counted(rounds, "round") + ", since a fit varies " +
                        std::to_string(kMaxVariedParameters) +
-                       " parameters at most; errors are those with the other groups and the line "
-                       "held, and no verdict "
-                       "tells of the whole.";
+                       " parameters at most: each group on a line of its own, errors with the "
+                       "other groups held, no verdict on the whole.";
     if (moved) told += " The values still moved in the last round.";
     return told;
   }
@@ -155,6 +185,7 @@ class GroupsFit {
   const FitJob& job_;
   const Recognised found_;
   Progress& progress_;
+  const FitWeighting weighting_;
   FitSettings model_;
   std::size_t per_peak_ = 0;
   std::vector<Group> groups_;

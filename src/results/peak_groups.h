@@ -14,13 +14,14 @@ namespace tarnwick {
 
 struct PeakGroupsFit {
   FitSettings model;              ///< with the values found
-  std::vector<FittedPeak> peaks;  ///< errors with line and the other groups held
+  std::vector<FittedPeak> peaks;  ///< errors with the other groups held
   std::string told;               ///< how they were fitted, sentences
 };
 
-/// `job` is that of a PeakModel, all its points. Each group is fitted over itself and the peaks beside it, which are held as the
-/// others are; the line after each round over all points, by linear least squares. Rounds end where no value moves by more than a
-/// tenth of its error. Throws Error where the model is no PeakModel, and what RunFit throws.
+/// `job` is that of a PeakModel, all its points. Each group is fitted over itself and the peaks beside it, less all peaks of other
+/// groups as they are then, on a line of its own; the model's line is in the end that of all points, by linear least squares.
+/// Rounds end where no value moves by more than a tenth of its error. Throws Error where the model is no PeakModel, where weights
+/// follow the curve, and where a group cannot be fitted.
 PeakGroupsFit FitPeakGroups(const FitJob& job, Progress& progress);
 
 }  // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include "analysis/derived.h"
 #include "app/analysis/average_dialog.h"
+#include "app/analysis/compare_dialog.h"
 #include "app/analysis/evaluate_panel.h"
 #include "app/analysis/integr_dialog.h"
 #include "app/analysis/peak_panel.h"
@@ -64,6 +65,10 @@ void Differentiate(CommandContext& context) {
 template <const Tool& kTool>
 void UseTool(CommandContext& context) {
   ToolDialog(*context.document, kTool, context.prompt, context.dialog_parent).exec();
+}
+
+void Compare(CommandContext& context) {
+  CompareDialog(*context.document, context.dialog_parent).exec();
 }
 
 bool CanRecompute(const CommandContext& context) {
@@ -217,6 +222,14 @@ Feature AnalysisFeature() {
        .group = 1,
        .enabled = HasDataSet,
        .run = UseTool<kOutliersTool>},
+      {.name = "AnalysisCompare1",
+       .caption = "Compare &DataSets",
+       .hint = "Compare DataSets|How two DataSets differ: figures, tests, boxes, histograms",
+       .icon = "compare-series",
+       .menu = Menu::Analysis,
+       .group = 2,
+       .enabled = HasDataSet,
+       .run = Compare},
       {.name = "AnalysisRecompute1",
        .caption = "Re&compute",
        .hint = "Recompute|Compute every DataSet anew that was computed from others of the graph",

@@ -19,6 +19,7 @@
 #include "desk/commands/command.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/open_edit.h"
+#include "desk/prompts/file_chooser.h"
 #include "desk/prompts/file_trouble.h"
 #include "desk/widgets/text.h"
 #include "graph/graph_update.h"

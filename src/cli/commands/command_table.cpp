@@ -33,6 +33,7 @@ const CommandRow kCommands[] = {
     OfTool<kClipTool>(),
     OfTool<kNormaliseTool>(),
     OfTool<kOutliersTool>(),
+    {"compare", "How two DataSets differ: figures and tests", &DeclareCompare},
     {"recompute", "What was computed from DataSets, computed anew", &DeclareRecompute},
     {"area", "The area between a DataSet and its base line", &DeclareArea},
     {"total", "The sum of a DataSet's points, base line subtracted", &DeclareTotal},

@@ -19,6 +19,7 @@ void DeclareHistogram(Command& command, Action& action);
 void DeclareDifferentiate(Command& command, Action& action);
 void DeclareAverage(Command& command, Action& action);
 void DeclarePeaks(Command& command, Action& action);
+void DeclareCompare(Command& command, Action& action);
 void DeclareRecompute(Command& command, Action& action);
 void DeclareArea(Command& command, Action& action);
 void DeclareTotal(Command& command, Action& action);

@@ -36,11 +36,13 @@ double ChiSquaredProbability(double chi_squared, std::int64_t degrees_of_freedom
 }
 
 double VarianceRatioProbability(double ratio, std::int64_t above, std::int64_t below) {
-  if (above <= 0 || below <= 0 || !(ratio >= 0)) return kUndefined;
-  const auto m = static_cast<double>(above);
-  const auto n = static_cast<double>(below);
+  return FisherProbability(ratio, static_cast<double>(above), static_cast<double>(below));
+}
+
+double FisherProbability(double ratio, double above, double below) {
+  if (!(above > 0) || !(below > 0) || !(ratio >= 0)) return kUndefined;
   if (!std::isfinite(ratio)) return 0;
-  return boost::math::ibeta(n / 2, m / 2, n / (n + m * ratio));
+  return boost::math::ibeta(below / 2, above / 2, below / (below + above * ratio));
 }
 
 double BoundedProbability(double value, double limit, double mean, double variance) {

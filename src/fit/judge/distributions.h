@@ -20,6 +20,8 @@ double ChiSquaredProbability(double chi_squared, std::int64_t degrees_of_freedom
 /// The probability that chance makes the ratio of two variances with so many degrees of freedom greater; undefined where there
 /// are none.
 double VarianceRatioProbability(double ratio, std::int64_t above, std::int64_t below);
+/// The same with degrees of freedom that need not be whole.
+double FisherProbability(double ratio, double above, double below);
 /// The probability that a number between -limit and limit, of this mean and variance, is greater: by the beta distribution of the
 /// same moments.
 double BoundedProbability(double value, double limit, double mean, double variance);

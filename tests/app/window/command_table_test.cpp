@@ -145,7 +145,7 @@ TEST_F(CommandTableTest, MenusHoldTheirEntriesInOrder) {
        "&Area|&Integrate|&Sum of data points|&Running Sum|&Histogram|&Differentiate|Peek &Peaks|"
        "&Average DataSets|-|S&moothing|&Base Line|Sp&ectrum|C&orrelation|"
        "Compute by E&xpression|Resamp&le|&Clip|&Normalise|Remove "
-       "O&utliers|-|Re&compute|-|E&valuate at X|Peak &Table"},
+       "O&utliers|-|Compare &DataSets|Re&compute|-|E&valuate at X|Peak &Table"},
       {Menu::Legend, "Show/Hide &Legend|&Reset Legend|-|&Verical|&Horizontal|&Free"},
   };
   for (const Row& row : kRows) EXPECT_EQ(Entries(row.menu), row.entries);

@@ -1,0 +1,47 @@
+#include "app/analysis/sample_picture.h"
+
+#include <QPainter>
+
+#include "graph/graph_update.h"
+#include "graph/layout/finished_look.h"
+#include "graph/layout/plot_layout.h"
+#include "graph/paint/paint_plot.h"
+#include "results/sample_report.h"
+
+namespace tarnwick {
+
+SamplePicture::SamplePicture(QWidget* parent) : QWidget(parent) {
+  setObjectName("SamplePicture");
+  setAccessibleName(tr("Boxes and histograms of both DataSets"));
+  setMinimumSize(260, 180);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  DefaultAppearance(graph_, {});
+  for (const AxisId id : {AxisId::X, AxisId::Y2}) {
+    AxisState axis = graph_.Axis(id).State();
+    axis.ShowAxis = false;
+    graph_.Axis(id).SetState(axis);
+  }
+}
+
+void SamplePicture::Clear() {
+  const GraphUpdate changes(graph_);
+  while (graph_.SeriesCount() > 0) graph_.DeleteSeries(0);
+  update();
+}
+
+void SamplePicture::Show(const TSeries& first, const TSeries& second) {
+  const GraphUpdate changes(graph_);
+  Clear();
+  DrawSamples(graph_, first, second);
+  update();
+}
+
+void SamplePicture::paintEvent(QPaintEvent*) {
+  const TextMetrics metrics;
+  graph_.Resize(width(), height());
+  graph_.UpdateScales();
+  QPainter painter(this);
+  PaintPlot(painter, graph_, LayoutPlot(graph_, size(), metrics), PaintTarget::Screen);
+}
+
+}  // namespace tarnwick
