@@ -4,9 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
+#include <span>
+#include <unsupported/Eigen/FFT>
 #include <vector>
 
 #include "analysis/derived.h"
+#include "analysis/fourier.h"
 #include "analysis/peak_figures.h"
 #include "analysis/peaks.h"
 #include "analysis/smoothing.h"
@@ -151,6 +155,28 @@ void Smooth(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(SmoothByPolynomials(data.x, data.y, {11, 2, 0}));
 }
 
+constexpr std::size_t kTransformed = 1'000'000;
+
+void FftLimit(benchmark::State& state) {
+  const Data& data = Measured();
+  for (auto _ : state) {
+    Eigen::FFT<double> library;
+    library.SetFlag(Eigen::FFT<double>::HalfSpectrum);
+    std::vector<std::complex<double>> terms(kTransformed);
+    library.fwd(terms.data(), data.y.data(), static_cast<Eigen::DenseIndex>(kTransformed));
+    benchmark::DoNotOptimize(terms.data());
+  }
+}
+void Fft(benchmark::State& state) {
+  const std::span<const double> y(Measured().y.data(), kTransformed);
+  for (auto _ : state) benchmark::DoNotOptimize(FourierTerms(y));
+}
+/// A length that is a prime: no library call of that length ends in time.
+void FftOfPrime(benchmark::State& state) {
+  const std::span<const double> y(Measured().y.data(), 1'000'003);
+  for (auto _ : state) benchmark::DoNotOptimize(FourierTerms(y));
+}
+
 /// 1e5 points, 40 peaks: found and measured, the noise estimated.
 void Spectrum(benchmark::State& state) {
   std::vector<double> x;
@@ -178,6 +204,9 @@ BENCHMARK(PeaksLimit)->Unit(benchmark::kMillisecond);
 BENCHMARK(Peaks)->Unit(benchmark::kMillisecond);
 BENCHMARK(SmoothLimit)->Unit(benchmark::kMillisecond);
 BENCHMARK(Smooth)->Unit(benchmark::kMillisecond);
+BENCHMARK(FftLimit)->Unit(benchmark::kMillisecond);
+BENCHMARK(Fft)->Unit(benchmark::kMillisecond);
+BENCHMARK(FftOfPrime)->Unit(benchmark::kMillisecond);
 BENCHMARK(Spectrum)->Unit(benchmark::kMillisecond);
 
 }  // namespace

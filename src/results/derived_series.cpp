@@ -36,7 +36,7 @@ MadeSeries AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
   MadeSeries made = AddMade(
       graph, tool, std::move(input),
       {options.name.empty() ? DerivedName(graph, source, kind) : options.name, options.y_axis});
-  if (options.source == SourceAfter::Hidden) HideSource(graph, source, tool.x);
+  if (options.source == SourceAfter::Hidden) HideSource(graph, source, made.series, tool.x);
   return made;
 }
 

@@ -94,7 +94,7 @@ MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const New
           std::move(made.told)};
 }
 
-void HideSource(TxyGraph& graph, TSeries& source, ResultX x) {
+void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x) {
   const GraphUpdate update(graph);
   SeriesStyle hidden = source.Style();
   hidden.visible = false;
@@ -102,6 +102,13 @@ void HideSource(TxyGraph& graph, TSeries& source, ResultX x) {
   if (x == ResultX::OfSource) return;
   graph.Axis(AxisId::X).SetShowAsTime(false);
   graph.Axis(AxisId::X).SetAutoSizing(true);
+  if (graph.PlotsAgainstXSource()) return;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (&graph.Series(i) != &made) continue;
+    Appearance appearance = graph.GetAppearance();
+    appearance.x_axis_series_index = static_cast<std::int32_t>(i);
+    graph.SetAppearance(appearance);
+  }
 }
 
 Recomputed RecomputeAll(TxyGraph& graph) {

@@ -21,8 +21,9 @@ std::string MadeName(const TxyGraph& graph, const TSeries& source, const Tool& t
 /// AddNewSeries do; the graph is then as it was.
 MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const NewSeries& wanted);
 
-/// Draws a source no longer. Where the result has an X of its own the X axis goes by that: it fits its scale, and shows no dates.
-void HideSource(TxyGraph& graph, TSeries& source, ResultX x);
+/// Draws a source no longer. Where what was made of it has an X of its own the X axis goes by that: it has its title, fits its
+/// scale, and shows no dates.
+void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x);
 
 /// What came of computing anew.
 struct Recomputed {

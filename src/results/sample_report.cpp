@@ -22,6 +22,7 @@ constexpr double kBars = 0.55;     // the longest bar
 constexpr std::size_t kMostOutliers = 2000;
 
 std::string ChanceText(double probability) {
+  if (probability < 1e-9) return "; chance alone hardly ever makes as much.";
   return "; chance alone makes as much in " + GeneralText(100 * probability, 3) + " % of cases.";
 }
 

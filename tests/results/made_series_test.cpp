@@ -147,6 +147,9 @@ TEST_F(MadeOnGraph, SpectraNameUnits) {
       AddMade(graph_, kSpectrumTool, {{&rate_}, settings}, {"Uneven", AxisId::Y});
   EXPECT_THAT(uneven.told, HasSubstr("Lomb-Scargle, without a window."));
   EXPECT_EQ(uneven.series.Source().XDataColumn, "Frequency (1/d)");
+  HideSource(graph_, rate_, uneven.series, ResultX::Own);
+  EXPECT_FALSE(graph_.Axis(AxisId::X).ShowAsTime());
+  EXPECT_EQ(graph_.Axis(AxisId::X).Look().Title, "Frequency (1/d)");
 }
 
 }  // namespace

@@ -149,6 +149,7 @@ bool ResultDialog::Finish() {
 }
 
 void ResultDialog::done(int result) {
+  if (result == Accepted && !Lacking().isEmpty()) return;
   preview_.Clear();
   if (result == Accepted && !Finish()) return;
   QDialog::done(result);

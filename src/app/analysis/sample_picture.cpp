@@ -21,6 +21,20 @@ SamplePicture::SamplePicture(QWidget* parent) : QWidget(parent) {
     axis.ShowAxis = false;
     graph_.Axis(id).SetState(axis);
   }
+  AxisState values = graph_.Axis(AxisId::Y).State();
+  values.EnableAutoTitle = false;
+  values.Title.clear();
+  graph_.Axis(AxisId::Y).SetState(values);
+  Dimensions dimensions = graph_.GetDimensions();
+  dimensions.left_margin = 50;
+  dimensions.top_margin = 36;  // the legend lies there
+  dimensions.bottom_margin = dimensions.right_margin = 8;
+  graph_.SetDimensions(dimensions);
+  Legend legend = graph_.GetLegend();
+  legend.layout_mode = LegendLayout::Horizontal;
+  legend.top = 4;
+  legend.left = dimensions.left_margin;
+  graph_.SetLegend(legend);
 }
 
 void SamplePicture::Clear() {

@@ -17,6 +17,8 @@
 namespace tarnwick {
 namespace {
 
+constexpr int kWidth = 52;  // characters: the longest choices are read whole
+
 ResultTexts TextsOf(const Tool& tool) {
   return {tool.name.data(), tool.caption.data(), tool.caption.data()};
 }
@@ -55,10 +57,10 @@ void ToolDialog::AddOthers(Document& document) {
     list->setAccessibleName(ToQt(other.caption));
     if (other.need == OtherInput::Need::MayLack) {
       list->addItem(tr("None"));
-      list->setCurrentIndex(list->count() - 1);
-    } else if (list->count() > 1) {  // another one than the source
-      list->setCurrentIndex(list->currentIndex() == 0 ? 1 : 0);
     }
+    // The first is another one than the source, as far as there is one.
+    const bool another = others_.empty() && document.Graph().SeriesCount() > 1;
+    list->setCurrentIndex(another ? (list->currentIndex() == 0 ? 1 : 0) : list->count() - 1);
     lines->addRow(ToQt(other.caption), list);
     connect(list, &QComboBox::currentIndexChanged, this, &ToolDialog::Refresh);
     others_.push_back(list);
@@ -67,6 +69,7 @@ void ToolDialog::AddOthers(Document& document) {
 
 void ToolDialog::AddSettings() {
   form_ = new FieldForm(RowsOfTool(tool_));
+  form_->setMinimumWidth(form_->fontMetrics().averageCharWidth() * kWidth);
   for (std::size_t row = 0; row < form_->Size(); ++row) {
     auto* box = qobject_cast<QSpinBox*>(form_->Field(row)->Control());
     if (box) box->setSingleStep(tool_.settings[row].step);
@@ -131,7 +134,7 @@ std::string ToolDialog::Make(TxyGraph& graph, TSeries& source, const NewSeries& 
     input.series.push_back(&ChosenSeries(graph, list));
   }
   const MadeSeries made = AddMade(graph, tool_, std::move(input), wanted);
-  if (hide_source_ && hide_source_->isChecked()) HideSource(graph, source, tool_.x);
+  if (hide_source_ && hide_source_->isChecked()) HideSource(graph, source, made.series, tool_.x);
   return made.told;
 }
 

@@ -80,7 +80,7 @@ void RunTool(const ToolArguments& arguments, Output& output) {
     }
     const MadeSeries made = AddMade(graph, tool, std::move(input),
                                     arguments.made.Wanted(MadeName(graph, source, tool)));
-    if (arguments.hide_source) HideSource(graph, source, tool.x);
+    if (arguments.hide_source) HideSource(graph, source, made.series, tool.x);
     output.Note(made.told);
     output.Note(LiveSourceText(source));
     return made.series;

@@ -15,6 +15,7 @@
 
 #include "app/analysis/average_dialog.h"
 #include "app/analysis/tool_dialog.h"
+#include "desk/commands/command_actions.h"
 #include "desktop_fixture.h"
 #include "results/tools/tool_table.h"
 
