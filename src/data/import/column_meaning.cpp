@@ -39,9 +39,11 @@ void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
   source.time.has_numbers = source.time.is_date = true;
   source.time.format = found.date_format;
   source.info.TimeColumns = time.Text();
-  const bool dated = std::ranges::any_of(
-      found.parts, [](TimePart part) { return part == TimePart::Date || part == TimePart::Year; });
-  source.notes.push_back(Listed(names) + " together are the time" +
+  const bool dated = std::ranges::any_of(found.parts, [](TimePart part) {
+    return part == TimePart::Date || part == TimePart::Year || part == TimePart::YearMonth;
+  });
+  source.notes.push_back(Listed(names) +
+                         (names.size() == 1 ? " is the time" : " together are the time") +
                          (dated ? "" : ", in 2001 since there is no year"));
 }
 

@@ -35,6 +35,7 @@ constexpr PartRow kParts[] = {
     {TimePart::Minute, "Minute", kMinute},
     {TimePart::Second, "Second", kSecond},
     {TimePart::HourMinute, "HourMinute", kHour | kMinute},
+    {TimePart::YearMonth, "YearMonth", kYear | kMonth},
 };
 
 const PartRow& RowOf(TimePart part) {
@@ -106,6 +107,18 @@ bool AddDay(std::optional<double> value, std::optional<int>& whole, Sum& sum) {
   return true;
 }
 
+/// Six digits.
+bool AddYearMonth(std::string_view text, Sum& sum) {
+  text = TrimBlankBytes(text);
+  if (text.size() != 6 || !std::all_of(text.begin(), text.end(), IsDigit)) return false;
+  const std::optional<double> month = InRange(text.substr(4), 1, 13);
+  sum.year = YearOf(text.substr(0, 4));
+  if (!month || !sum.year) return false;
+  sum.month = static_cast<int>(*month);
+  sum.has_day = true;
+  return true;
+}
+
 bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& sum) {
   std::optional<int> whole;
   switch (part) {
@@ -119,6 +132,8 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
     case TimePart::Year:
       sum.year = YearOf(text);
       return sum.year.has_value();
+    case TimePart::YearMonth:
+      return AddYearMonth(text, sum);
     case TimePart::Month: {
       const std::optional<double> month = InRange(text, 1, 13);
       if (!month || *month != std::floor(*month)) return false;

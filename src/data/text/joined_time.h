@@ -23,7 +23,8 @@ enum class TimePart : std::uint8_t {
   Hour,
   Minute,
   Second,
-  HourMinute  ///< 1610 is 16:10, 5 is 00:05
+  HourMinute,  ///< 1610 is 16:10, 5 is 00:05
+  YearMonth    ///< 202403 is March 2024
 };
 
 /// True when no two of the parts say the same, as a date and a month do; false also for none.

@@ -9,6 +9,7 @@
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/number_text.h"
+#include "base/text_encoding.h"
 #include "data/text/field_value.h"
 #include "data/text/text_fields.h"
 #include "data/text/time_names.h"
@@ -218,6 +219,19 @@ std::optional<JoinedTimeFound> FindWrittenPair(Columns columns, std::size_t firs
   return rising ? std::optional(found) : std::nullopt;
 }
 
+/// "YYYYMM" and the like over six digits.
+std::optional<JoinedTimeFound> FindYearMonth(std::span<const std::string> names, Columns columns,
+                                             std::size_t first) {
+  if (first >= names.size()) return std::nullopt;
+  std::string letters = LowerAscii(names[first]);
+  std::erase_if(letters, [](char c) { return !IsLetter(c); });
+  constexpr std::string_view kNames[] = {"yyyymm", "yearmonth", "yearmon", "yrmo"};
+  if (std::ranges::find(kNames, letters) == std::end(kNames)) return std::nullopt;
+  JoinedTimeFound found{{TimePart::YearMonth}, {first}};
+  const auto times = TimesOf(found, columns);
+  return !times.empty() && CountRead(times) == times.size() ? std::optional(found) : std::nullopt;
+}
+
 /// Dates of eight and more digits that rise, or are named so, else with the time in the next column.
 std::optional<JoinedTimeFound> FindCompact(std::span<const std::string> names, Columns columns,
                                            std::size_t first) {
@@ -353,6 +367,7 @@ std::optional<JoinedTimeFound> FindJoinedTime(
     std::span<const std::string> names, std::span<const std::vector<std::string_view>> columns) {
   columns = columns.first(std::min(columns.size(), kMostColumns));
   for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (auto found = FindYearMonth(names, columns, i)) return found;
     if (auto found = FindByNames(names, columns, i)) return found;
   }
   for (std::size_t i = 0; i < columns.size(); ++i) {
