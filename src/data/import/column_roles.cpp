@@ -35,6 +35,11 @@ bool HasNames(const ImportSource& source) {
   return false;
 }
 
+template <class T>
+bool Holds(const std::vector<T>& all, const T& one) {
+  return std::ranges::find(all, one) != all.end();
+}
+
 /// A count of rows is what its name says, or what has none in a table where others have: anything else that rises by 1
 /// may be what was stepped through.
 bool NamesCount(const ImportSource& source, std::int32_t column) {
@@ -100,6 +105,16 @@ bool CountsRows(const ImportSource& source, std::int32_t column) {
   return source.GuessOf(column).CountsRows() && NamesCount(source, column);
 }
 
+/// The first column holds texts, another one in each row: the rows are labelled.
+bool HasRowLabels(const ImportSource& source) {
+  constexpr std::size_t kFewest = 3;
+  if (source.samples.empty() || source.columns.front().has_numbers) return false;
+  std::vector<std::string> labels = source.samples.front();
+  if (labels.size() < kFewest || Holds(labels, std::string())) return false;
+  std::ranges::sort(labels);
+  return std::ranges::adjacent_find(labels) == labels.end();
+}
+
 std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   const auto named = std::ranges::find_if(
       numbers, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; });
@@ -108,7 +123,7 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   Columns counts;
   for (const std::int32_t column : numbers) {
     const ColumnGuess& guess = source.GuessOf(column);
-    if (guess.IsConstant() || NamesErrors(source.NameOf(column))) continue;
+    if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column))) continue;
     (CountsRows(source, column) ? counts : varying).push_back(column);
   }
   const auto first = [&](auto is) {
@@ -128,7 +143,44 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   if (rises(varying.front())) return varying.front();
   const std::int32_t time =
       first([&](std::int32_t column) { return NamesTime(source.NameOf(column)) && rises(column); });
-  return time != kRowNumberColumn ? time : varying.front();
+  if (time != kRowNumberColumn) return time;
+  return HasRowLabels(source) ? kRowNumberColumn : varying.front();
+}
+
+/// "X1", "X 2", "time (s).1" without what counts them.
+std::string WithoutCount(std::string_view name) {
+  const std::size_t last = name.find_last_not_of("0123456789");
+  const std::string_view bare = name.substr(0, last == name.npos ? name.size() : last + 1);
+  const std::size_t end = bare.find_last_not_of(" ._-#");
+  return LowerAscii(bare.substr(0, end == bare.npos ? bare.size() : end + 1));
+}
+
+/// Columns called as X that stand ahead of others each give these their X, if all have equally many behind them.
+void PairColumns(const ImportSource& source, ChosenColumns& chosen) {
+  if (chosen.x < 0) return;
+  const std::string name = WithoutCount(source.NameOf(chosen.x));
+  Columns xs{chosen.x};
+  Columns ys;
+  for (const std::int32_t column : chosen.y) {
+    const bool repeats = column > chosen.x && WithoutCount(source.NameOf(column)) == name &&
+                         IsMonotone(source.GuessOf(column).values);
+    (repeats ? xs : ys).push_back(column);
+  }
+  if (xs.size() < 2) return;
+  std::vector<std::size_t> group_sizes(xs.size());
+  Columns own;
+  for (const std::int32_t column : ys) {
+    const auto behind = std::ranges::upper_bound(xs, column);
+    if (behind == xs.begin()) return;
+    own.push_back(*(behind - 1));
+    ++group_sizes[static_cast<std::size_t>(behind - xs.begin()) - 1];
+  }
+  const auto is_other = [&](std::size_t size) { return size == 0 || size != group_sizes.front(); };
+  if (std::ranges::any_of(group_sizes, is_other)) return;
+  chosen.y = std::move(ys);
+  chosen.own_x = std::move(own);
+  chosen.notes.push_back("each column is shown over the " + source.Quoted(chosen.x) +
+                         " column before it");
 }
 
 /// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error; "drate" beside "rate" is that of it.
@@ -158,10 +210,6 @@ Columns GivenErrorColumns(const ImportSource& source, const ImportOptions& optio
   std::ranges::for_each(options.y_errors, add);
   if (options.x_errors) add(*options.x_errors);
   return columns;
-}
-
-bool Holds(const Columns& columns, std::int32_t column) {
-  return std::ranges::find(columns, column) != columns.end();
 }
 
 }  // namespace
@@ -202,12 +250,15 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   out.If("no value in them",
          [&](std::int32_t column) { return source.GuessOf(column).values.empty(); });
   out.If("dates", [&](std::int32_t column) { return source.GuessOf(column).is_date; });
+  out.If("values in the first rows only",
+         [&](std::int32_t column) { return source.GuessOf(column).only_ahead; });
   errors = out.Taken(is_error);
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
   // Of few columns a constant one is wanted: a set point beside what was measured.
   out.If(
       "one value throughout",
       [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); }, 2);
+  if (!options.x_column) PairColumns(source, chosen);
   ChooseErrors(source, options, chosen, errors);
   out.Tell(errors, "errors of the values beside them");
   return chosen;

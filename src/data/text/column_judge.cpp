@@ -27,6 +27,7 @@ struct ColumnCounts {
   int days_day_first = 0;
   int open_days = 0;  ///< fields whose day differs by the order
   int zones = 0;
+  std::size_t last_row = 0;  ///< the last one, from 1, where it is filled
 };
 
 /// A text that holds one point: whether digits stand behind it as they do behind one that groups.
@@ -123,6 +124,20 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   return guess;
 }
 
+/// Marks columns that the first rows have and the many behind them do not, as settings do that stand beside the rows.
+void FindColumnsAhead(std::size_t rows, const std::vector<ColumnCounts>& counts,
+                      std::vector<ColumnGuess>& columns) {
+  constexpr std::size_t kManyRows = 20;
+  constexpr std::size_t kShareAhead = 5;
+  const auto is_dense = [rows](const ColumnCounts& column) {
+    return 10 * static_cast<std::size_t>(column.filled) >= 9 * rows;
+  };
+  if (rows < kManyRows || std::ranges::none_of(counts, is_dense)) return;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    columns[i].only_ahead = kShareAhead * counts[i].last_row < rows;
+  }
+}
+
 /// Hands over the texts of a row's fields by column.
 template <class Take>
 void ForEachField(std::string_view row, const TextLayout& layout, std::string& buffer, Take take) {
@@ -166,15 +181,18 @@ std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
                                       const TextLayout& layout) {
   std::vector<ColumnCounts> counts;
   std::string buffer;
-  for (const std::string_view row : rows) {
-    ForEachField(row, layout, buffer, [&](std::size_t i, std::string_view text) {
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    ForEachField(rows[row], layout, buffer, [&](std::size_t i, std::string_view text) {
       if (counts.size() <= i) counts.resize(i + 1);
+      const int filled = counts[i].filled;
       CountField(text, counts[i]);
+      if (counts[i].filled > filled) counts[i].last_row = row + 1;
     });
   }
   std::vector<ColumnGuess> columns;
   columns.reserve(counts.size());
   for (const ColumnCounts& column : counts) columns.push_back(Judge(column));
+  FindColumnsAhead(rows.size(), counts, columns);
   KeepValues(rows, layout, columns);
   return columns;
 }

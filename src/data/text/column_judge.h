@@ -20,6 +20,7 @@ struct ColumnGuess {
   bool day_order_open = false;  ///< dates that read with the day first and with the month first
   bool has_zone = false;        ///< times with a zone
   bool has_units = false;       ///< a unit stands behind the numbers
+  bool only_ahead = false;      ///< the first rows have it, the many behind them only other columns
   std::vector<double> values =
       {};  ///< read by `format`, of the rows looked at; others are left out
 
