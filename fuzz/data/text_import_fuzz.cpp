@@ -50,6 +50,7 @@ TDSInfo AnySettings(Bytes& bytes) {
   info.RowChoiceValue2 = bytes.Next(40) - 5;
   info.RowSamplingFrequency = bytes.Next(8) - 1;
   info.AutoRowHitFreq = bytes.Next(3) == 0;
+  if (bytes.Next(4) == 0) info.ColumnCuts = bytes.Next(2) == 0 ? "1 3 4 8" : "5";
   return info;
 }
 

@@ -140,9 +140,16 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
       .AddChoice("--merge-separators,!--no-merge-separators", arguments.merge_separators,
                  "A run of separators counts as one, or each counts")
       .Group(group);
-  command.Add("--width", arguments.width, "Columns of this many characters instead of separators")
+  const Option width =
+      command
+          .Add("--width", arguments.width, "Columns of this many characters instead of separators")
+          .Group(group)
+          .Check(kPositiveNumber);
+  command
+      .Add("--cuts", arguments.cuts,
+           "The first character of each column, from 1, instead of separators: \"1 9 21\"")
       .Group(group)
-      .Check(kPositiveNumber);
+      .Excludes(width);
   command.Add("--rows", arguments.rows, "Which rows: MODE[,V1[,V2]]").Group(group);
   command.Add("--every", arguments.every, "Take one row of N, or auto: about 5000 of them")
       .Group(group);
@@ -189,6 +196,7 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   if (arguments.markers) options.markers = Unescaped(*arguments.markers);
   options.merge_separators = arguments.merge_separators;
   options.width = arguments.width;
+  options.cuts = arguments.cuts;
   ReadRows(arguments.rows, options);
   options.names_line = arguments.names_line;
   options.units_line = arguments.units_line;

@@ -21,6 +21,7 @@ struct ImportArguments {
   std::optional<std::string> separators;
   std::optional<std::string> markers;
   std::optional<int> width;
+  std::optional<std::string> cuts;
   std::string rows;
   std::string every;
   std::string x_format;

@@ -22,6 +22,7 @@ GuessHints HintsOf(const ImportOptions& options) {
           .markers = options.markers,
           .merge_separators = options.merge_separators,
           .column_width = options.width,
+          .column_cuts = options.cuts,
           .header_lines = options.headers,
           .names_line = options.names_line,
           .units_line = options.units_line,
@@ -36,6 +37,18 @@ void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   if (ReadTextNames(text, layout, by_rule).names == ReadTextNames(text, layout, info).names) {
     info.NamesLine = 0;
   }
+}
+
+/// One name too few, and nobody knows which column lacks its own.
+bool LacksLastName(const ImportSource& source) {
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  std::size_t unnamed = 0;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    unnamed += names[i] == UnnamedColumn(static_cast<std::int32_t>(i)) ? 1 : 0;
+  }
+  const auto last = static_cast<std::int32_t>(names.size()) - 1;
+  return names.size() > 2 && unnamed == 1 && names.back() == UnnamedColumn(last) &&
+         source.columns.back().has_numbers;
 }
 
 }  // namespace
@@ -81,6 +94,10 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   // Rows may have fields beyond the columns that the lines looked at for them have.
   source.columns.resize(source.supplier->ColumnNames().size());
   source.samples.resize(source.columns.size());
+  if (LacksLastName(source)) {
+    source.notes.emplace_back(
+        "the last column has no name: names may stand over the wrong columns");
+  }
   SettleTimes(options, source);
   SettleMissingValues(options, source);
   // The supplier was opened for the names; the description has learnt since.

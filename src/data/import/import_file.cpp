@@ -12,6 +12,7 @@
 #include "data/import/split_runs.h"
 #include "data/import/whole_data.h"
 #include "data/packed/unpack.h"
+#include "data/text/column_cuts.h"
 
 namespace tarnwick {
 namespace {
@@ -34,7 +35,7 @@ void DescribeErrors(const ImportSource& source, const ChosenErrors& errors, std:
 
 void Describe(TDataSeries& series, const ImportSource& source, const ImportOptions& options,
               const ChosenColumns& columns, std::size_t number) {
-  const std::int32_t x = columns.x, y = columns.y[number];
+  const std::int32_t x = columns.XOf(number), y = columns.y[number];
   TDSInfo& info = series.Source();
   info = source.info;
   info.XDataColumn = source.ReferenceTo(x);
@@ -121,6 +122,10 @@ Progress& ProgressOf(const LoadOptions& load, Progress& unseen) {
 void ImportOptions::Validate() const {
   if (headers && *headers < 0) throw Error("The number of header lines must not be negative");
   if (width && *width < 1) throw Error("The column width must be 1 or more");
+  if (cuts && !ParseColumnCuts(*cuts)) {
+    throw Error(
+        "The first characters of the columns must be whole numbers that rise from 1: \"1 9 21\"");
+  }
   if (every && *every < 1) throw Error("The sampling frequency must be 1 or more");
   if ((names_line && *names_line < 0) || (units_line && *units_line < 0)) {
     throw Error("The lines of names and units must not be negative");

@@ -28,6 +28,7 @@ struct ImportOptions {
   std::optional<std::string> markers;
   std::optional<bool> merge_separators;
   std::optional<std::int32_t> width;  ///< given: columns of this many characters
+  std::optional<std::string> cuts;    ///< given: where columns begin, as TDSInfo::ColumnCuts
   std::optional<RowChoice> row_choice;
   double row_value1 = 0;
   double row_value2 = 0;

@@ -24,6 +24,7 @@ void SayColumns(const TDSInfo& source, ImportOptions& options) {
   options.markers = source.TextMarkers;
   options.merge_separators = source.MergeSeparators;
   if (source.DivideTextByWidth) options.width = source.ColumnWidth;
+  options.cuts = source.ColumnCuts;
   options.x_column = source.XDataColumn;
   options.x_format = source.XFormat;
   options.x_expression = source.XColExpr;

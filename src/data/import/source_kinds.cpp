@@ -19,6 +19,7 @@ constexpr SourceSetting kTextSettings[] = {
     {"TextSeparators", Opens},
     {"TextMarkers", Opens},
     {"ColumnWidth", Opens},
+    {"ColumnCuts", Opens},
     {"MergeSeparators", Opens},
     {"NamesLine", Opens},
     {"UnitsLine", Opens},

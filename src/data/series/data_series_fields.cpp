@@ -327,6 +327,12 @@ const Field<S> kFields[] = {
      {"Computed as", "Source", ReadOnly("told when the points were computed")},
      {},
      &Differs<&TDSInfo::Recipe>},
+    {80,
+     "ColumnCuts",
+     OfSource<&TDSInfo::ColumnCuts>(),
+     {"Columns begin at characters", "Text", kText},
+     {},
+     &Differs<&TDSInfo::ColumnCuts>},
 };
 
 }  // namespace

@@ -49,7 +49,8 @@ bool HasDateMark(std::string_view text) {
 }
 
 bool MayBeginNumber(char c) {
-  return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == ',' || c == '\xE2';
+  return IsDigit(c) || c == '+' || c == '-' || c == '.' || c == ',' || c == '$' || c == '\xE2' ||
+         c == '\xC2';
 }
 
 /// "-1.5e-3" and the like: what nearly all fields of tables are.

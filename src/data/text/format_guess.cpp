@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/number_text.h"
+#include "base/ascii.h"
+#include "data/text/column_cuts.h"
 #include "data/text/field_kind.h"
+#include "data/text/first_row.h"
+#include "data/text/format_guess_cuts.h"
 #include "data/text/format_guess_gaps.h"
 #include "data/text/format_guess_lines.h"
+#include "data/text/header_lines.h"
 #include "data/text/listed_names.h"
-#include "data/text/names_line.h"
 #include "data/text/table_search.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
@@ -45,6 +48,10 @@ TextLayout LayoutOf(const TextFormat& format, char line_end) {
 
 bool IsBlankSeparated(const TextFormat& format) {
   return format.separators.find(' ') != std::string::npos;
+}
+
+bool IsByPlace(const TextFormat& format) {
+  return format.divide_by_width || !format.column_cuts.empty();
 }
 
 /// The tables that certain separators make of the lines. Every field counts but where blanks separate.
@@ -91,6 +98,11 @@ std::vector<FoundTable> ChooseSeparators(const Lines& lines, char line_end, Text
   return std::move(best.tables);
 }
 
+/// What may stand behind "*" where it marks a value, not a remark.
+bool IsFlag(char c) {
+  return !IsBlankByte(c) && !IsLetter(c) && c != '*';
+}
+
 /// Marks that begin lines of text and no rows are marks of comments, beside the usual ones.
 void ChooseCommentMarks(const Lines& lines, TextFormat& format) {
   for (const std::string_view mark : kOtherMarks) {
@@ -102,73 +114,10 @@ void ChooseCommentMarks(const Lines& lines, TextFormat& format) {
       ++remarks;
       const std::string_view rest = TrimBlankBytes(line.substr(mark.size()));
       // "*" and ";" alone stand for what is missing, and before a value they belong to it.
-      separates = separates || (!rest.empty() && line.size() > mark.size() && mark == "*" &&
-                                !IsBlankByte(line[mark.size()]) && line[mark.size()] != '*');
+      separates = separates || (mark == "*" && !rest.empty() && IsFlag(line[mark.size()]));
     }
     if (remarks > 0 && !separates) format.comment_marks += " " + std::string(mark);
   }
-}
-
-enum class LineKind { Names, Mixed, Values };
-
-/// What a line is, seen by the columns that hold numbers further down.
-LineKind KindOf(std::string_view line, const TextLayout& layout,
-                const std::vector<ColumnGuess>& columns) {
-  FieldCursor cursor(line, layout);
-  std::string buffer;
-  int values = 0;
-  int texts = 0;
-  bool first_is_value = false;
-  for (const ColumnGuess& column : columns) {
-    const std::optional<std::string_view> field = cursor.Next();
-    if (!field) break;
-    const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
-    if (!column.has_numbers || kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
-    if (values + texts == 0) first_is_value = IsValue(kind);
-    ++(IsValue(kind) ? values : texts);
-  }
-  if (texts == 0) return LineKind::Values;
-  if (texts > values) return LineKind::Names;
-  return first_is_value ? LineKind::Values : LineKind::Mixed;
-}
-
-/// True for "country;2019;2020;2021;2022": numbers that count on from column to column are names.
-bool CountsAcross(std::string_view line, const TextLayout& layout) {
-  constexpr int kEnough = 4;
-  FieldCursor cursor(line, layout);
-  std::string buffer;
-  std::optional<double> last;
-  int counted = 0;
-  bool labelled = false;
-  while (const std::optional<std::string_view> field = cursor.Next()) {
-    const std::string_view text = FieldText(*field, layout, buffer);
-    const std::optional<double> value = ParseNumber(text);
-    labelled = labelled || (!value && counted == 0);
-    if (!value && (counted == 0 || text.empty())) continue;
-    if (!value || (last && *value != *last + 1)) return false;
-    last = value;
-    ++counted;
-  }
-  return labelled && counted >= kEnough;
-}
-
-/// The first row of a table that begins at line `from`, by the columns that hold numbers: it holds values where the rows
-/// further down do. A line of names may hold numbers too ("x;2019;2020"), but its first column is a text then, and only
-/// one such line may come.
-std::size_t FirstRow(const Lines& lines, std::size_t from, const TextLayout& layout,
-                     const std::vector<ColumnGuess>& columns) {
-  bool names_seen = std::any_of(
-      lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(from), [&](std::string_view line) {
-        return IsDataLine(line, layout) && CountFields(line, layout, 2) > 1;
-      });
-  for (std::size_t i = from; i < lines.size(); ++i) {
-    if (!IsDataLine(lines[i], layout)) continue;
-    if (i == from && CountsAcross(lines[i], layout)) continue;
-    const LineKind kind = KindOf(lines[i], layout, columns);
-    if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) return i;
-    names_seen = true;
-  }
-  return from;
 }
 
 Lines RowsWithin(const Lines& lines, std::size_t first, std::size_t behind,
@@ -194,9 +143,8 @@ class Guess {
       : text_(text), hints_(hints), progress_(progress), line_end_(GuessLineEnd(text)) {
     format_.markers = hints.markers.value_or(format_.markers);
     format_.comment_marks = hints.comment_marks.value_or(format_.comment_marks);
-    if (!hints.column_width) return;
-    format_.divide_by_width = true;
-    format_.column_width = *hints.column_width;
+    format_.divide_by_width = hints.column_width.has_value();
+    format_.column_width = hints.column_width.value_or(format_.column_width);
   }
 
   TextFormat Run() {
@@ -218,7 +166,10 @@ class Guess {
       format_.comment_marks = TDSInfo().CommentMarks;
       ChooseCommentMarks(lines_.first, format_);
     }
-    const bool choose = !hints_.separators && !format_.divide_by_width;
+    format_.column_cuts = hints_.column_cuts.value_or(std::string());
+    format_.cuts_from = CutsFrom::Nowhere;
+    const bool choose = !hints_.separators && !IsByPlace(format_);
+    if (choose && TakeDescribedTable()) return true;
     if (choose) tables_ = ChooseSeparators(lines_.first, line_end_, format_);
     if (hints_.separators) format_.separators = *hints_.separators;
     const bool blanks = IsBlankSeparated(format_);
@@ -226,10 +177,38 @@ class Guess {
     if (!choose || hints_.merge_separators) {
       tables_ = FindTables(lines_.first, LayoutOf(format_, line_end_));
     }
+    if (choose && blanks && format_.merge_separators) TakeGappedTable();
     if (hints_.header_lines) return true;
     const FoundTable* const best = HeaviestTable(tables_);
     format_.is_table = best != nullptr && IsWorthIt(*best);
     return format_.is_table && best->rows >= kFewRows;
+  }
+
+  bool TakeDescribedTable() {
+    if (hints_.column_cuts) return false;
+    const auto found = FindDescribedTable(lines_.first, LayoutOf(format_, line_end_));
+    if (!found) return false;
+    Take(*found, CutsFrom::Description);
+    tables_ = {found->table};
+    format_.is_table = true;
+    return true;
+  }
+
+  void TakeGappedTable() {
+    if (hints_.column_cuts) return;
+    const auto found = FindGappedTable(lines_.first, text_, LayoutOf(format_, line_end_), tables_);
+    if (!found) return;
+    Take(*found, CutsFrom::Rows);
+    std::erase_if(tables_, [&](const FoundTable& table) {
+      return table.behind > found->table.first && table.first < found->table.behind;
+    });
+    tables_.push_back(found->table);
+    std::ranges::sort(tables_, {}, &FoundTable::first);
+  }
+
+  void Take(const CutTable& found, CutsFrom from) {
+    format_.column_cuts = ColumnCutsText(found.cuts);
+    format_.cuts_from = from;
   }
 
   /// Few rows within much text are an accident.
@@ -298,9 +277,27 @@ class Guess {
           {static_cast<std::int32_t>(other.first) + 1, other.rows + other.odd_rows});
       more_behind = more_behind || other.first >= chosen.behind;
     }
-    if (!more_behind) return;
+    const std::optional<std::size_t> text = TextThatEnds();
+    if (!more_behind && !text) return;
+    if (!more_behind) format_.left_out_from = static_cast<std::int32_t>(*text) + 1;
+    const std::size_t behind = more_behind ? table_.behind : *text;
     format_.table_lines =
-        static_cast<std::int32_t>(table_.behind - static_cast<std::size_t>(format_.header_lines));
+        static_cast<std::int32_t>(behind - static_cast<std::size_t>(format_.header_lines));
+  }
+
+  /// The first line of text behind the table, where more such lines follow than may stand within it, or rows of another shape
+  /// that would pass for its own. In a log that goes on, remarks may stand last: those end nothing.
+  std::optional<std::size_t> TextThatEnds() const {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    std::optional<std::size_t> first;
+    int texts = 0;
+    for (std::size_t i = table_.behind; lines_.whole && i < lines_.first.size(); ++i) {
+      const LineShape shape = ShapeOf(lines_.first[i], layout);
+      if (shape.kind == LineShape::Kind::Text && ++texts == 1) first = i;
+      if (shape.kind != LineShape::Kind::Row || !first) continue;
+      return shape.fields != table_.fields ? first : std::nullopt;
+    }
+    return texts > kStrayLines ? first : std::nullopt;
   }
 
   void FindNames() {
@@ -350,7 +347,7 @@ class Guess {
     if (hints_.merge_separators) return;
     const TextLayout apart = LayoutOf(format_, line_end_);
     // Blanks align columns; elsewhere a doubled separator may be an empty field.
-    const bool merged = IsBlankSeparated(format_) || format_.divide_by_width;
+    const bool merged = IsBlankSeparated(format_) || IsByPlace(format_);
     format_.merge_separators = merged || !HasGaps(apart);
   }
 
@@ -412,6 +409,7 @@ void TextFormat::ApplyTo(TDSInfo& info) const {
   info.MergeSeparators = merge_separators;
   info.DivideTextByWidth = divide_by_width;
   info.ColumnWidth = column_width;
+  info.ColumnCuts = column_cuts;
   info.FileHasHeaders = header_lines;
   info.NamesLine = names_line;
   info.UnitsLine = units_line;

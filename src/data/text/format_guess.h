@@ -20,6 +20,13 @@ struct OtherTable {
   std::size_t rows = 0;
 };
 
+/// Why columns are cut by their places.
+enum class CutsFrom : std::uint8_t {
+  Nowhere,      ///< they are not, or the user says so
+  Description,  ///< that stands above the rows
+  Rows          ///< in which fields are missing
+};
+
 /// How a text file is laid out.
 struct TextFormat {
   std::string separators = "\t,";
@@ -27,6 +34,8 @@ struct TextFormat {
   bool merge_separators = true;
   bool divide_by_width = false;
   std::int32_t column_width = 10;
+  std::string column_cuts;  ///< as TDSInfo::ColumnCuts; empty: not by cuts
+  CutsFrom cuts_from = CutsFrom::Nowhere;
   std::int32_t header_lines = 0;  ///< lines before the first row of data
   std::int32_t names_line = 0;    ///< from 1; 0: none was found, or where the rule finds it
   std::int32_t units_line = 0;    ///< from 1; 0: none
@@ -36,8 +45,9 @@ struct TextFormat {
   std::vector<std::vector<std::string>> samples;  ///< texts of the first rows by columns
   std::vector<OtherTable> other_tables;           ///< in order
   std::size_t table_rows = 0;                     ///< rows of the table among the lines looked at
-  std::size_t odd_rows = 0;  ///< of these, with another number of fields than most
-  bool is_table = false;     ///< there are rows of values that belong together
+  std::size_t odd_rows = 0;        ///< of these, with another number of fields than most
+  std::int32_t left_out_from = 0;  ///< the line behind the table, where other rows follow; 0: none
+  bool is_table = false;           ///< there are rows of values that belong together
 
   /// Puts the layout into a description; its columns and row choice stay.
   void ApplyTo(TDSInfo& info) const;
@@ -49,6 +59,7 @@ struct GuessHints {
   std::optional<std::string> markers;
   std::optional<bool> merge_separators;
   std::optional<std::int32_t> column_width;  ///< given: fixed width
+  std::optional<std::string> column_cuts;    ///< given: cut there, or not by cuts where empty
   std::optional<std::int32_t> header_lines;
   std::optional<std::int32_t> names_line;
   std::optional<std::int32_t> units_line;

@@ -9,6 +9,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int32_t kLinesLookedAt = 1000;
+constexpr std::size_t kBytesLookedAt = 16 * 1024;
 constexpr std::size_t kContinuedLines = 2;  // that make sure
 constexpr std::size_t kOddShare = 50;       // one odd row of so many is told
 
@@ -26,6 +27,31 @@ bool ContinuesLines(std::string_view text, char line_end) {
   return continued >= kContinuedLines && 2 * continued >= lines;
 }
 
+/// Texts whose lines look like rows of a table and are none: how they begin, what they hold, why not.
+struct OtherText {
+  std::string_view begins;
+  std::string_view holds;
+  const char* why;
+};
+
+constexpr OtherText kOtherTexts[] = {
+    {"##", "(X++(Y..Y))",
+     "This is JCAMP-DX with several values of Y on a line, which cannot be read; save it as X and "
+     "Y in "
+     "two columns"},
+    {"$GP", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
+    {"$GN", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
+};
+
+void RefuseOtherTexts(std::string_view text, const std::string& name) {
+  const std::string_view head = text.substr(0, kBytesLookedAt);
+  for (const OtherText& other : kOtherTexts) {
+    if (head.starts_with(other.begins) && head.find(other.holds) != head.npos) {
+      throw FileError(other.why, name, "");
+    }
+  }
+}
+
 }  // namespace
 
 void RequireTable(const TextFormat& format, std::string_view text, const std::string& name) {
@@ -34,6 +60,7 @@ void RequireTable(const TextFormat& format, std::string_view text, const std::st
     throw FileError("Each record of this file goes over several lines; such files cannot be read",
                     name, "the lines end in \"\\\"");
   }
+  RefuseOtherTexts(text, name);
   if (format.is_table) return;
   throw FileError("The file holds no table of numbers", name,
                   "no lines with the same number of values follow each other");
@@ -41,6 +68,14 @@ void RequireTable(const TextFormat& format, std::string_view text, const std::st
 
 std::vector<std::string> NotesOf(const TextFormat& format) {
   std::vector<std::string> notes;
+  if (format.cuts_from == CutsFrom::Description) {
+    notes.emplace_back("columns, names and units are those that the file describes byte by byte");
+  } else if (format.cuts_from == CutsFrom::Rows) {
+    notes.push_back(
+        "blanks alone do not part the columns of every row: they are told by their places, "
+        "from characters " +
+        format.column_cuts + " on");
+  }
   if (!format.other_tables.empty()) {
     const OtherTable& other = format.other_tables.front();
     const std::size_t count = format.other_tables.size() + 1;
@@ -54,6 +89,10 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
     notes.push_back(std::to_string(format.odd_rows) + " of the first " +
                     Counted(static_cast<std::int64_t>(format.table_rows), "row") +
                     " have another number of columns than the others");
+  }
+  if (format.left_out_from > 0) {
+    notes.push_back("the lines from " + std::to_string(format.left_out_from) +
+                    " on are no part of the table and left out");
   }
   if (format.table_rows == 1) notes.emplace_back("the table has one row only");
   return notes;

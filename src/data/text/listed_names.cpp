@@ -6,6 +6,7 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
+#include "data/text/byte_description.h"
 #include "data/text/names_line.h"
 
 namespace tarnwick {
@@ -23,9 +24,9 @@ bool IsLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-/// Takes "column", "col" or "field" and what joins it to its number off the front.
+/// Takes "column", "col", "field" or "name" and what joins it to its number off the front.
 bool TakeColumnWord(std::string_view& text) {
-  constexpr std::array<std::string_view, 3> kWords = {"column", "field", "col"};
+  constexpr std::array<std::string_view, 4> kWords = {"column", "field", "col", "name"};
   for (const std::string_view word : kWords) {
     if (LowerAscii(text.substr(0, word.size())) != word) continue;
     const std::size_t number = text.find_first_not_of(" ._#", word.size());
@@ -72,20 +73,39 @@ bool IsIdentifier(std::string_view name) {
 }
 
 bool IsList(const std::vector<Entry>& entries, std::int32_t columns) {
-  if (entries.size() < kFewest || entries.front().number != 1) return false;
+  if (entries.size() < kFewest || entries.front().number > 1) return false;
   const bool rises = std::ranges::adjacent_find(entries, [](const Entry& one, const Entry& next) {
                        return next.number <= one.number;
                      }) == entries.end();
-  const std::int32_t last = entries.back().number;
+  const std::int32_t last = entries.back().number + 1 - entries.front().number;
   const bool identifiers =
       std::ranges::all_of(entries, [](const Entry& entry) { return IsIdentifier(entry.name); });
   return rises && (last == columns || (last < columns && identifiers));
+}
+
+/// The names of a description that fits where the columns are cut. A column between the described ones has none.
+std::optional<ListedNames> DescribedNames(std::span<const std::string_view> above,
+                                          const TextLayout& layout) {
+  const std::optional<ByteDescription> description = FindByteDescription(above);
+  if (!description) return std::nullopt;
+  ListedNames listed;
+  listed.names.resize(layout.cuts.size());
+  listed.units.resize(layout.cuts.size());
+  for (const DescribedColumn& column : description->columns) {
+    const auto cut = std::ranges::find(layout.cuts, column.begin);
+    if (cut == layout.cuts.end()) return std::nullopt;
+    const auto at = static_cast<std::size_t>(cut - layout.cuts.begin());
+    listed.names[at] = NameText(column.name, layout);
+    listed.units[at] = UnitText(NameText(column.unit, layout));
+  }
+  return listed;
 }
 
 }  // namespace
 
 std::optional<ListedNames> FindListedNames(std::span<const std::string_view> above,
                                            const TextLayout& layout, std::int32_t columns) {
+  if (!layout.cuts.empty()) return DescribedNames(above, layout);
   std::vector<Entry> entries;
   for (const std::string_view line : above) {
     if (const std::optional<Entry> entry = ReadEntry(line, layout)) entries.push_back(*entry);
@@ -95,7 +115,7 @@ std::optional<ListedNames> FindListedNames(std::span<const std::string_view> abo
   listed.names.resize(static_cast<std::size_t>(columns));
   listed.units.resize(listed.names.size());
   for (const Entry& entry : entries) {
-    const auto at = static_cast<std::size_t>(entry.number - 1);
+    const auto at = static_cast<std::size_t>(entry.number - entries.front().number);
     listed.names[at] = NameText(entry.name, layout);
     listed.units[at] = UnitText(NameText(entry.unit, layout));
   }

@@ -7,17 +7,14 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
-#include "data/text/field_kind.h"
+#include "data/text/line_words.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
 constexpr std::size_t kMostNames = 1000;
-constexpr std::size_t kLongestUnit = 16;
-constexpr std::size_t kNearLines = 4;       // above the rows, blank lines and rules apart
-constexpr std::size_t kCommentLines = 200;  // of a block of comments
-constexpr std::size_t kNearComments = 3;    // where words between blanks may be names
+constexpr std::size_t kMostNamesTooMany = 3;  // of columns that the rows leave out at their ends
 
 using Names = std::vector<std::string>;
 
@@ -118,119 +115,41 @@ bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
   return false;
 }
 
+/// Names over columns that are cut by places: as many words as columns are their names in turn, others belong where they share
+/// most characters.
+Names SplitByPlace(std::string_view line, const TextLayout& layout) {
+  const std::size_t columns = layout.cuts.size();
+  for (const std::size_t at_least : {1, 2}) {
+    Names names = SplitByBlanks(line, at_least, layout);
+    if (names.size() == columns) return names;
+  }
+  Names names(columns);
+  for (const LineWord& word : WordsOfLine(line)) {
+    std::size_t best = 0;
+    std::int32_t most = 0;
+    for (std::size_t i = 0; i < columns; ++i) {
+      const std::int32_t end = i + 1 < columns ? std::min(layout.cuts[i + 1], word.end) : word.end;
+      const std::int32_t shared = end - std::max(layout.cuts[i], word.begin);
+      if (shared > most) {
+        most = shared;
+        best = i;
+      }
+    }
+    if (most > 0) names[best] += (names[best].empty() ? "" : " ") + NameText(word.text, layout);
+  }
+  return names;
+}
+
+/// A comment's marks give way to as many blanks.
+std::string WithBlankedMarks(std::string_view line, const TextLayout& layout) {
+  const std::string_view rest = WithoutCommentMarks(line, layout);
+  return std::string(static_cast<std::size_t>(rest.data() - line.data()), ' ') + std::string(rest);
+}
+
 void DropTrailingSeparators(Names& names) {
   for (std::string& name : names) {
     while (!name.empty() && (name.back() == ',' || name.back() == ';')) name.pop_back();
   }
-}
-
-/// "-----  ----" or "=+=": a rule between head and rows, no names.
-bool IsRule(std::string_view line) {
-  line = TrimBlankBytes(line);
-  constexpr std::string_view kStrokes = "-=+_|#*~:. \t,;";
-  return std::all_of(line.begin(), line.end(),
-                     [&](char c) { return kStrokes.find(c) != kStrokes.npos; });
-}
-
-/// True when words of a sentence are among the names.
-bool HoldsSentence(const Names& names) {
-  constexpr std::string_view kWords[] = {"the",  "of",   "by",   "is",    "are", "was",  "for",
-                                         "from", "this", "and",  "to",    "in",  "with", "on",
-                                         "at",   "set",  "see",  "or",    "an",  "file", "data",
-                                         "not",  "be",   "made", "units:"};
-  const auto holds_word = [&](std::string_view name) {
-    while (!name.empty()) {
-      const std::string_view word = name.substr(0, name.find(' '));
-      if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
-      name = TrimBlankBytes(name.substr(word.size()));
-    }
-    return false;
-  };
-  // A single name may hold "of" or "at"; several such words are none.
-  const auto words = std::ranges::count_if(names, holds_word);
-  const bool address = std::ranges::any_of(
-      names, [](const std::string& name) { return name.find("://") != name.npos; });
-  return address || 2 * static_cast<std::size_t>(words) >= names.size() ||
-         std::ranges::any_of(names, [&](const std::string& name) {
-           return name.find(' ') == name.npos && holds_word(name);
-         });
-}
-
-bool AllOfFilled(const Names& names, bool (*is)(std::string_view)) {
-  std::size_t filled = 0;
-  for (const std::string& name : names) {
-    if (name.empty()) continue;
-    ++filled;
-    if (!is(name)) return false;
-  }
-  return filled > 0;
-}
-
-/// Most of a line of names are texts; some may be numbers, years for instance.
-bool AreNames(const Names& names, std::string_view line) {
-  if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
-  std::size_t filled = 0;
-  std::size_t texts = 0;
-  for (const std::string& name : names) {
-    const FieldKind kind = KindOfField(name);
-    filled += kind == FieldKind::Empty ? 0 : 1;
-    texts += kind == FieldKind::Text || kind == FieldKind::Placeholder ? 1 : 0;
-  }
-  // "Operator: Smith" is a remark over two columns, not their names.
-  const bool remark = names.size() == 2 && (names[0].ends_with(':') || names[0].ends_with('='));
-  return filled > 0 && texts > 0 && !remark && !HoldsSentence(names) &&
-         (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
-}
-
-bool IsBracketed(std::string_view text) {
-  return text.size() >= 2 && ((text.front() == '(' && text.back() == ')') ||
-                              (text.front() == '[' && text.back() == ']'));
-}
-
-bool IsUnit(std::string_view text) {
-  if (IsBracketed(text)) return true;
-  // In small letters, between strokes.
-  constexpr std::string_view kUnits =
-      "|#|-|--|%|s|ms|us|ns|sec|seconds|min|h|hr|hours|d|days|m|mm|cm|km|nm|um|v|mv|uv|kv|a|"
-      "ma|ua|na|pa|hz|khz|mhz|ghz|ohm|ohms|kohm|k|c|degc|deg c|deg|rad|f|nf|uf|pf|hh|w|mw|"
-      "kw|j|kj|ev|kev|mev|n|kn|mpa|kpa|hpa|bar|mbar|psi|torr|kg|g|mg|ug|l|ml|ul|mol|mmol|"
-      "m/s|m/s2|m/s^2|km/h|rpm|cm-1|cm^-1|1/cm|counts|cps|au|a.u.|arb|db|dbm|ppm|ppb|w/m2|"
-      "w/m^2|t|mt|g/l|mg/l|bits|pixels|utc|v/ref|degrees|volts|amps|celsius|kelvin|°|°c|°f|"
-      "Ω|µa|µm|µv|µs|ft|in|lb|lbs|";
-  if (text.size() > kLongestUnit) return false;
-  const std::string lower = LowerAscii(text);
-  return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
-         text.find('^') != text.npos || text.find("vs") != text.npos;
-}
-
-/// A line below the names whose fields are mostly units. Single letters may be names as well: all must be units then.
-bool AreUnits(const Names& names) {
-  std::size_t filled = 0;
-  std::size_t units = 0;
-  bool sure = false;
-  for (const std::string& name : names) {
-    if (name.empty()) continue;
-    ++filled;
-    if (!IsUnit(name)) continue;
-    ++units;
-    sure = sure || name.size() > 1;
-  }
-  return filled > 0 && (units == filled || (sure && 2 * units >= filled));
-}
-
-/// The lines worth a look, the nearest to the rows first, by their places.
-std::vector<std::size_t> Candidates(std::span<const std::string_view> above,
-                                    const TextLayout& layout) {
-  std::vector<std::size_t> places;
-  std::size_t plain = 0;
-  std::size_t comments = 0;
-  for (std::size_t i = above.size(); i-- > 0 && plain < kNearLines && comments < kCommentLines;) {
-    const std::string_view line = above[i];
-    if (TrimBlankBytes(line).empty() || IsRule(line)) continue;
-    ++(IsDataLine(line, layout) ? plain : comments);
-    places.push_back(i);
-  }
-  return places;
 }
 
 }  // namespace
@@ -264,6 +183,7 @@ std::string NameText(std::string_view field, const TextLayout& layout) {
 
 std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
                                 std::int32_t columns) {
+  if (!layout.cuts.empty()) return SplitByPlace(WithBlankedMarks(line, layout), layout);
   const auto wanted = static_cast<std::size_t>(columns);
   const std::optional<std::string_view> inside = WholeLineInQuotes(line);
   const bool comment = !IsDataLine(line, layout);
@@ -272,9 +192,19 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   TextLayout other_merging = layout;
   other_merging.merge = !layout.merge;
   for (const TextLayout& merging : {std::cref(layout), std::cref(other_merging)}) {
+    // Two blanks between words leave no name out.
+    if (&merging == &other_merging && layout.IsSeparator(' ')) break;
     Names names = SplitBy(NameGaps::Separators, text, merging);
     if (comment) DropTrailingSeparators(names);
     if (FitTo(wanted, names, comment ? RowLabels::Never : RowLabels::Possible)) return names;
+  }
+  if (!comment && wanted > 1 && !layout.IsSeparator(' ')) {
+    Names names = SplitBy(NameGaps::Separators, text, layout);
+    const bool few_more = names.size() > wanted && names.size() <= wanted + kMostNamesTooMany;
+    if (few_more && std::ranges::none_of(std::span(names).first(wanted), &std::string::empty)) {
+      names.resize(wanted);
+      return names;
+    }
   }
   // A mark may be the name of a column as well: "#" over a count of points.
   Names marked = SplitBy(NameGaps::Separators, line, layout);
@@ -293,33 +223,9 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   return std::nullopt;
 }
 
-HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextLayout& layout,
-                            std::int32_t columns) {
-  HeaderLines found;
-  std::optional<std::size_t> nearest;
-  std::size_t comments = 0;
-  for (const std::size_t place : Candidates(above, layout)) {
-    const bool comment = !IsDataLine(above[place], layout);
-    comments += comment ? 1 : 0;
-    const std::optional<Names> names = SplitNames(above[place], layout, columns);
-    const bool far = comment && comments > kNearComments && layout.IsSeparator(' ');
-    if (!names || far || !AreNames(*names, above[place])) {
-      if (nearest) break;
-      continue;
-    }
-    const auto line = static_cast<std::int32_t>(place) + 1;
-    if (!nearest) {
-      nearest = place;
-      found.names = line;
-      if (!AreUnits(*names)) break;
-      continue;
-    }
-    // What stands above a line of units names the columns.
-    found.units = found.names;
-    found.names = line;
-    break;
-  }
-  return found;
+bool IsBracketed(std::string_view text) {
+  return text.size() >= 2 && ((text.front() == '(' && text.back() == ')') ||
+                              (text.front() == '[' && text.back() == ']'));
 }
 
 std::string UnitText(std::string_view text) {

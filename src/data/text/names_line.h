@@ -1,10 +1,9 @@
-// Lines that name the columns of a table, and lines of their units. Knows how tables are headed; knows no rows.
+// Lines of names of columns and of their units, cut into these. Knows how such lines are written; knows no rows.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,15 +24,8 @@ std::string NameText(std::string_view field, const TextLayout& layout);
 std::optional<std::vector<std::string>> SplitNames(std::string_view line, const TextLayout& layout,
                                                    std::int32_t columns);
 
-/// Where names and units stand, by lines from 1; 0: there is none.
-struct HeaderLines {
-  std::int32_t names = 0;
-  std::int32_t units = 0;
-};
-
-/// The lines of names and units among those above the first row of a table, the nearest last.
-HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextLayout& layout,
-                            std::int32_t columns);
+/// "(s)", "[V]".
+bool IsBracketed(std::string_view text);
 
 /// The unit itself: without brackets around it; empty for what says that there is none ("-", "#", "[]").
 std::string UnitText(std::string_view text);

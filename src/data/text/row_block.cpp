@@ -28,7 +28,7 @@ class RowReader {
     std::stable_sort(order_.begin(), order_.end(), [&](std::size_t a, std::size_t b) {
       return requests[a].column < requests[b].column;
     });
-    plain_allowed_ = layout.width == 0 && !requests.empty() && EachColumnOnce() &&
+    plain_allowed_ = !layout.ByPlace() && !requests.empty() && EachColumnOnce() &&
                      FormatsArePlain() && MarksAreOrdinary();
   }
 

@@ -10,7 +10,6 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int32_t kMostFields = 1000;
-constexpr int kStrayLines = 3;             // that may stand within a table, one behind the other
 constexpr std::size_t kMostOthers = 12;    // rows of other shapes that are looked at together
 constexpr double kDoubt = 0.3;             // what a doubtful value counts less
 constexpr double kDoubtAmongCommas = 0.9;  // where "12 400" may come from "0,12 400,5"
@@ -21,7 +20,8 @@ constexpr double kSingleColumnWeight =
 bool IsRow(const LineShape& shape, const TextLayout& layout) {
   if (shape.values == 0) return false;
   if (shape.values == shape.filled) return true;
-  if (layout.IsSeparator(' ')) return shape.values >= 2 && 2 * shape.values >= shape.filled;
+  if (layout.IsSeparator(' ') && !layout.ByPlace())
+    return shape.values >= 2 && 2 * shape.values >= shape.filled;
   return 4 * shape.values >= shape.filled;
 }
 
@@ -29,7 +29,9 @@ bool IsRow(const LineShape& shape, const TextLayout& layout) {
 class TableSearch {
  public:
   TableSearch(const TextLayout& layout, std::vector<FoundTable>& tables)
-      : doubt_(layout.IsSeparator(',') ? kDoubtAmongCommas : kDoubt), tables_(tables) {}
+      : doubt_(layout.IsSeparator(',') ? kDoubtAmongCommas : kDoubt),
+        by_blanks_(layout.IsSeparator(' ')),
+        tables_(tables) {}
 
   void Take(std::size_t line, const LineShape& shape) {
     switch (shape.kind) {
@@ -91,10 +93,16 @@ class TableSearch {
   void TakeText(const LineShape& shape) {
     if (!table_) return;
     const bool same = shape.fields == table_->fields && shape.fields > 1 && shape.values == 0;
-    const bool names = same && 4 * shape.filled >= 3 * shape.fields;
+    const bool names = (same || OneMore(shape)) && 4 * shape.filled >= 3 * shape.fields;
     if (same && !names) return;  // a row without values
     text_beside_blank_ = text_beside_blank_ || blank_before_;
     if (names || ++stray_texts_ > kStrayLines) Finish();
+  }
+
+  /// Names may be one more than the fields: a column of remarks that most rows leave out.
+  bool OneMore(const LineShape& shape) const {
+    return !by_blanks_ && shape.values == 0 && shape.fields == table_->fields + 1 &&
+           shape.fields > 2;
   }
 
   /// Rows that agree on another shape are another table where text parts them from this one, or when they are more.
@@ -113,6 +121,7 @@ class TableSearch {
   };
 
   const double doubt_;
+  const bool by_blanks_;
   std::vector<FoundTable>& tables_;
   std::optional<FoundTable> table_;
   std::vector<Other> others_;  // rows of another number of fields since the last that fitted
@@ -130,7 +139,7 @@ LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
     shape.kind = LineShape::Kind::Comment;
     return shape;
   }
-  FieldCursor cursor(layout.merge ? TrimBlankBytes(line) : line, layout);
+  FieldCursor cursor(layout.merge && !layout.ByPlace() ? TrimBlankBytes(line) : line, layout);
   std::string buffer;
   std::int32_t widths = 0;
   while (shape.fields < kMostFields) {
@@ -145,6 +154,8 @@ LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
     shape.doubtful += kind == FieldKind::Quantity ? 1 : 0;
     widths += kind != FieldKind::Number && IsColumnWidth(text) ? 1 : 0;
   }
+  // What is missing at the end of a line that is cut by places is there, and empty.
+  if (!layout.cuts.empty()) shape.fields = static_cast<std::int32_t>(layout.cuts.size());
   if (widths == shape.filled && widths > 1) shape.values = 0;
   shape.kind = IsRow(shape, layout) ? LineShape::Kind::Row : LineShape::Kind::Text;
   return shape;

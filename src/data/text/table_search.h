@@ -35,6 +35,9 @@ struct FoundTable {
   double weight = 0;         ///< the rows, each by the share of values among its fields
 };
 
+/// How many lines of text may stand within a table, one behind the other.
+inline constexpr int kStrayLines = 3;
+
 /// All tables, in order. Lines that do not fit are passed over within a table, a few at a time; a line that may hold the
 /// names of other columns, or text beside an empty line, ends it.
 std::vector<FoundTable> FindTables(std::span<const std::string_view> lines,

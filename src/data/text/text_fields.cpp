@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text_encoding.h"
+#include "data/text/column_cuts.h"
 
 namespace tarnwick {
 namespace {
@@ -33,6 +34,7 @@ TextLayout::TextLayout(const TDSInfo& info, char line_end_byte)
     : missing(info.MissingValues),
       merge(info.MergeSeparators),
       width(info.DivideTextByWidth ? std::max(info.ColumnWidth, 1) : 0),
+      cuts(ParseColumnCuts(info.ColumnCuts).value_or(std::vector<std::int32_t>())),
       line_end(line_end_byte) {
   std::string_view marks = TrimBlankBytes(info.CommentMarks);
   while (!marks.empty()) {
@@ -70,14 +72,17 @@ bool IsDataLine(std::string_view line, const TextLayout& layout) {
 
 FieldCursor::FieldCursor(std::string_view line, const TextLayout& layout)
     : layout_(layout), at_(line.data()), end_(line.data() + line.size()), more_(!line.empty()) {
-  if (layout.width == 0) return;
+  if (!layout.ByPlace()) return;
   const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
   characters_are_bytes_ = std::all_of(line.begin(), line.end(), is_ascii) || !IsValidUtf8(line);
+  if (layout.cuts.empty()) return;
+  PassCharacters(layout.cuts.front());
+  more_ = at_ < end_;
 }
 
 std::optional<std::string_view> FieldCursor::Next() {
   if (!more_) return std::nullopt;
-  if (layout_.width > 0) return NextByWidth();
+  if (layout_.ByPlace()) return NextByPlace();
   if (layout_.merge) {
     while (at_ < end_ && layout_.IsSeparator(*at_)) ++at_;
     if (at_ == end_) {
@@ -92,19 +97,31 @@ std::optional<std::string_view> FieldCursor::Next() {
   return std::string_view(begin, static_cast<std::size_t>(field_end - begin));
 }
 
-std::string_view FieldCursor::NextByWidth() {
+std::string_view FieldCursor::NextByPlace() {
   const char* const begin = at_;
-  if (characters_are_bytes_) {
-    at_ += std::min<std::ptrdiff_t>(layout_.width, end_ - at_);
+  if (layout_.cuts.empty()) {
+    PassCharacters(layout_.width);
+    more_ = at_ < end_;
+  } else if (++cut_ < layout_.cuts.size()) {
+    PassCharacters(layout_.cuts[cut_] - layout_.cuts[cut_ - 1]);
+    more_ = at_ < end_;
   } else {
-    for (std::int32_t i = 0; i < layout_.width && at_ < end_; ++i) {
-      do {
-        ++at_;
-      } while (at_ < end_ && IsContinuation(*at_));
-    }
+    at_ = end_;
+    more_ = false;
   }
-  more_ = at_ < end_;
   return {begin, static_cast<std::size_t>(at_ - begin)};
+}
+
+void FieldCursor::PassCharacters(std::int64_t count) {
+  if (characters_are_bytes_) {
+    at_ += std::min<std::ptrdiff_t>(count, end_ - at_);
+    return;
+  }
+  for (; count > 0 && at_ < end_; --count) {
+    do {
+      ++at_;
+    } while (at_ < end_ && IsContinuation(*at_));
+  }
 }
 
 const char* FieldCursor::FieldEnd(const char* begin) const {

@@ -38,6 +38,8 @@ struct TextLayout {
 
   TextLayout(const TDSInfo& info, char line_end_byte);
 
+  /// Fields are told by their place on the line, not by separators.
+  bool ByPlace() const { return width > 0 || !cuts.empty(); }
   bool IsSeparator(char c) const { return (Of(c) & kSeparator) != 0; }
   bool IsMarker(char c) const { return (Of(c) & kMarker) != 0; }
   /// True when a comment begins at [at, end), which is not empty.
@@ -54,7 +56,9 @@ struct TextLayout {
   MissingValues missing;                   ///< what stands for no value
   TimeParts time;                          ///< the columns that kJoinedTimeColumn is made of
   bool merge = true;
-  std::int32_t width = 0;  ///< characters per field; 0 = by separators
+  std::int32_t width = 0;  ///< characters per field; 0 = not by width
+  std::vector<std::int32_t>
+      cuts;  ///< where fields begin, in characters from 0; empty = not by cuts
   char line_end = '\n';
 
  private:
@@ -74,7 +78,8 @@ class FieldCursor {
   std::optional<std::string_view> Next();
 
  private:
-  std::string_view NextByWidth();
+  std::string_view NextByPlace();
+  void PassCharacters(std::int64_t count);
   const char* FieldEnd(const char* begin) const;
 
   const TextLayout& layout_;
@@ -82,6 +87,7 @@ class FieldCursor {
   const char* end_;
   bool more_;
   bool characters_are_bytes_ = true;
+  std::size_t cut_ = 0;  // of the field that comes next
 };
 
 /// The field at a position from 0, or nothing behind the last.

@@ -36,6 +36,7 @@ TextLayout WithSeparator(const TextLayout& layout, char separator) {
   }
   changed.kinds[static_cast<unsigned char>(separator)] = TextLayout::kSeparator;
   changed.width = 0;
+  changed.cuts.clear();
   return changed;
 }
 
@@ -70,7 +71,8 @@ bool NamesAll(const Fields& fields) {
 /// What is known of a text before its names are: the lines ahead of the rows, and the rows' number of fields.
 struct Opening {
   std::vector<std::string_view> header;
-  std::int32_t row_columns = 0;
+  std::int32_t row_columns = 0;        // the most of the first rows
+  std::int32_t first_row_columns = 0;  // lines behind a short table may have more
 };
 
 Opening ReadOpening(std::string_view text, const TextLayout& layout, std::int32_t header_lines) {
@@ -85,7 +87,9 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, std::int32_
       opening.header.push_back(line);
     }
     if (ahead) continue;
-    opening.row_columns = std::max(opening.row_columns, CountFields(line, layout, kMostColumns));
+    const std::int32_t columns = CountFields(line, layout, kMostColumns);
+    if (rows == 0) opening.first_row_columns = columns;
+    opening.row_columns = std::max(opening.row_columns, columns);
     ++rows;
   }
   return opening;
@@ -140,10 +144,14 @@ Line FindNames(std::string_view text, const TextLayout& layout, const Opening& o
   return line;
 }
 
+/// A line of names or units, cut for the rows' columns or else for those of the first row.
 Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout& layout,
-                    std::int32_t columns) {
+                    std::int32_t columns, const Opening& opening) {
   if (number < 1) return {};
-  return SplitNames(LineAt(text, number, layout.line_end), layout, columns).value_or(Fields());
+  const std::string_view line = LineAt(text, number, layout.line_end);
+  std::optional<Fields> fields = SplitNames(line, layout, columns);
+  if (!fields) fields = SplitNames(line, layout, opening.first_row_columns);
+  return std::move(fields).value_or(Fields());
 }
 
 }  // namespace
@@ -162,13 +170,15 @@ bool ReadsAsNumber(std::string_view field) {
 
 TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const TDSInfo& info) {
   const Opening opening = ReadOpening(text, layout, info.FileHasHeaders);
-  const std::int32_t rows = opening.row_columns;
+  const std::int32_t rows =
+      layout.cuts.empty() ? opening.row_columns : static_cast<std::int32_t>(layout.cuts.size());
   std::optional<ListedNames> listed;
   if (info.NamesLine == 0) listed = FindListedNames(opening.header, layout, rows);
   const bool stated = info.NamesLine != 0 || listed;
-  Line line = listed   ? Line{{}, false, std::move(listed->names), true}
-              : stated ? Line{{}, false, FieldsOfLine(text, info.NamesLine, layout, rows), true}
-                       : FindNames(text, layout, opening);
+  Line line = listed ? Line{{}, false, std::move(listed->names), true}
+              : stated
+                  ? Line{{}, false, FieldsOfLine(text, info.NamesLine, layout, rows, opening), true}
+                  : FindNames(text, layout, opening);
   const std::int32_t columns =
       line.comment || line.fits_rows ? rows : std::max(CountColumns(text, layout), rows);
 
@@ -188,8 +198,8 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const T
     read.names.push_back(std::move(name));
   }
   read.bare_names = read.names;
-  const Fields units =
-      listed ? std::move(listed->units) : FieldsOfLine(text, info.UnitsLine, layout, columns);
+  const Fields units = listed ? std::move(listed->units)
+                              : FieldsOfLine(text, info.UnitsLine, layout, columns, opening);
   for (std::size_t i = 0; i < units.size(); ++i) {
     const std::string unit = UnitText(units[i]);
     if (!unit.empty()) read.names[i] += " [" + unit + "]";

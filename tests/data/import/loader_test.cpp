@@ -250,6 +250,7 @@ TDSInfo RandomInfo(std::mt19937& random) {
   info.TextMarkers = random() % 3 == 0 ? "" : "'\"";
   info.DivideTextByWidth = random() % 6 == 0;
   info.ColumnWidth = 1 + static_cast<int>(random() % 6);
+  if (info.DivideTextByWidth && info.ColumnWidth > 4) info.ColumnCuts = "1 4 6 9";
   info.FileHasHeaders = static_cast<int>(random() % 4);
   info.XDataColumn = "#" + std::to_string(random() % 3);
   info.YDataColumn =

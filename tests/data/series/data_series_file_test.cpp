@@ -59,6 +59,7 @@ void FillWithOddities(TDataSeries& series) {
   i.RowSamplingFrequency = 7;
   i.AutoRowHitFreq = false;
   i.ColumnWidth = 12;
+  i.ColumnCuts = "1 9 21";
   i.RowChoiceMode = RowChoice::BetweenX;
   i.RowChoiceValue1 = 1;
   i.RowChoiceValue2 = 9;

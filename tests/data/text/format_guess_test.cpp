@@ -157,6 +157,15 @@ TEST(FormatGuess, FindsTheTableBehindAnyPreamble) {
       {"ten thousand lines", Rows(10'000, "a remark, and more") + "a\tb\tc\n" + rows, 10'001,
        10'001, 0},
       {"one name less than columns", "a\tb\n" + Rows(12, "r1\t2\t3"), 1, 1, 0},
+      {"how values were made below names and units",
+       "TOA5\tstn\t1\nTS\tT_Avg\tRH\nTS\tdegC\t%\n\tAvg\tSmp\n" + rows, 4, 2, 3},
+      {"unknown units that repeat", "x-axis\tU1\tU2\nweber\tflop\tflop\n" + rows, 2, 1, 2},
+      {"words of sentences as names", "t\ton\tset\n" + rows, 1, 1, 0},
+      {"names of columns that the rows leave out", "a\tb\tc\tremark\n" + rows, 1, 1, 0},
+      {"two blanks in names of too few", "# a b  c\n" + Rows(12, "1 2 3 4"), 1, -1, 0},
+      {"other lines below two words", "BEGIN IONS\nTITLE=s\nMASS=4\n" + Rows(12, "1 2"), 3, -1, 0},
+      {"keywords with stars", "*START\n*SCAN \"1\"\n*BEGIN\n" + Rows(12, "1 2 3"), 3, -1, 0},
+      {"three years as names", "Dir 2023 2024 2025\n" + Rows(12, "N 2 3 4"), 1, 1, 0},
   };
   for (const Row& row : cases) {
     const TextFormat format = GuessTextFormat(row.text);
@@ -186,6 +195,54 @@ TEST(FormatGuess, TellsTablesApartAndTextFromTables) {
       "<a>\n<b x=\"1\" y=\"2\"/>\n</a>\n",
   };
   for (const char* const text : texts) EXPECT_FALSE(GuessTextFormat(text).is_table) << text;
+}
+
+TEST(FormatGuess, TellsColumnsByTheirPlaces) {
+  const std::string described =
+      "Byte-by-byte Description of file: t.dat\n--------\n Bytes Format Units Label Explanations\n"
+      "--------\n  1-  4 I4    ---   HD    Number\n"
+      "                            of the star\n"
+      "      5 A1    ---   f     Flag\n  6- 10 F5.2  mag   Vmag  ? Magnitude\n--------\n"
+      "Note (1): 12 of 3 nights\n--------\n";
+  struct Row {
+    const char* what;
+    std::string text;
+    std::string cuts;
+    int headers;
+  };
+  const Row rows[] = {
+      {"described", described + "1001:10.25\n1002\n1003 -9.50\n", "1 5 6", 11},
+      {"described, a mark between the columns",
+       "Byte-by-byte Description of file: t\n  1-4 I4 --- a A\n  6-9 F4.1 m b B\n------\n"
+       "1001|10.5\n1002|11.5\n",
+       "1 5 6", 4},
+      {"described, other rows", described + "Dear reader,\nnothing is here.\n", "", 0},
+      {"a field is missing",
+       "   t     U     I\n 1.0   2.5   3.5\n 2.0         4.5\n10.0   3.5  10.5\n11.0   4.5   6.5\n",
+       "1 5 11", 1},
+      {"the first one is missing", "1.0  2.5\n2.0  3.5\n     4.5\n4.0  5.5\n5.0  6.5\n", "1 4", 0},
+      {"names of several words",
+       "New York     12  4.5\nRome          7  3.5\nLos Angeles 120  2.5\nBoston       11  1.5\n",
+       "1 13 16", 0},
+      {"a mark behind some rows, the first among them",
+       "0.0  1.5 *\n0.5  2.5\n1.0  2.5\n1.5  1.5\n2.0  3.5\n", "1 4 9", 0},
+      {"a sum below a rule",
+       "bolt  4   1.50\nnut  12   0.25\nrod   3  12.75\npin   9   0.50\n-------------\nall      "
+       "15.00\n",
+       "1 6 8", 0},
+      {"the last ones are missing", "1.0 2.5\n2.0\n3.0 1.5\n4.0 1.5\n", "", 0},
+      {"not aligned", "1 2 3\n10 20\n100 200 300\n1000 20 30\n1 2 3\n", "", 0},
+      {"a later value over the cut",
+       "1.0  2.5  1\n2.0       2\n3.0  2.5  3\n4.0  5.5  4\n1234567.5 2\n", "", 0},
+      {"complete", "1.0  2.5\n2.0  3.5\n3.0  4.5\n4.0  5.5\n", "", 0},
+  };
+  for (const Row& row : rows) {
+    const TextFormat format = GuessTextFormat(row.text);
+    EXPECT_EQ(format.column_cuts, row.cuts) << row.what;
+    if (row.cuts.empty()) continue;
+    EXPECT_TRUE(format.is_table) << row.what;
+    EXPECT_EQ(format.header_lines, row.headers) << row.what;
+  }
 }
 
 TEST(FormatGuess, TakesTheUsersWord) {

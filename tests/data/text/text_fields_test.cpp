@@ -77,6 +77,34 @@ TEST(TextFields, AreCutByWidthInCharacters) {
   }
 }
 
+TEST(TextFields, AreCutAtGivenCharacters) {
+  struct Row {
+    const char* what;
+    std::string cuts;
+    std::string line;
+    std::vector<std::string> fields;
+  };
+  const Row rows[] = {
+      {"runs together", "1 4 6", "123456789", {"123", "45", "6789"}},
+      {"an empty field", "1 5 9", "1.5     2.5", {"1.5", "", "2.5"}},
+      {"what is before the first", "4,7", "ab 123456", {"123", "456"}},
+      {"a short line", "1 5 9", "1.5  2", {"1.5", "2"}},
+      {"a line that ends before the first", "5 9", "1.5", {}},
+      {"characters of several bytes",
+       "1 3",
+       "\xC3\xA9\xC3\xA9\xC3\xA9",
+       {"\xC3\xA9\xC3\xA9", "\xC3\xA9"}},
+      {"no list: separators", "1 1", "1,2", {"1", "2"}},
+      {"no number: separators", "1 x", "1,2", {"1", "2"}},
+      {"from 0: separators", "0 3", "1,2", {"1", "2"}},
+  };
+  for (const Row& row : rows) {
+    TDSInfo info;
+    info.ColumnCuts = row.cuts;
+    EXPECT_EQ(Split(info, row.line), row.fields) << row.what;
+  }
+}
+
 TEST(TextFields, CommentsAndBlankLinesAreNoRows) {
   TDSInfo info;
   const TextLayout plain(info, '\n');

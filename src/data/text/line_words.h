@@ -1,0 +1,20 @@
+// The words of a line between blanks, by their places in characters. Knows no columns.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace tarnwick {
+
+/// A word and where it stands: characters [begin, end) from 0.
+struct LineWord {
+  std::int32_t begin = 0;
+  std::int32_t end = 0;
+  std::string_view text;
+};
+
+/// All words of a line, in order. A tab is a blank of one character.
+std::vector<LineWord> WordsOfLine(std::string_view line);
+
+}  // namespace tarnwick
