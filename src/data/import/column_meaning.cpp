@@ -22,7 +22,8 @@ std::string OwnName(const ImportSource& source, std::size_t column) {
 }
 
 void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
-  if (found.columns.size() == 1) {
+  // Some format reads a whole date; year and month alone are parts.
+  if (found.columns.size() == 1 && found.parts.front() == TimePart::Date) {
     ColumnGuess& column = source.columns[found.columns.front()];
     column.has_numbers = column.is_date = true;
     column.format = found.date_format;

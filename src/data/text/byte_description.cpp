@@ -22,7 +22,9 @@ bool IsRule(std::string_view line) {
 }
 
 bool IsHeading(std::string_view line) {
-  const std::string lower = LowerAscii(TrimBlankBytes(line).substr(0, kHeading.size()));
+  line = TrimBlankBytes(line);
+  if (!line.starts_with('B') && !line.starts_with('b')) return false;
+  const std::string lower = LowerAscii(line.substr(0, kHeading.size()));
   return lower == kHeading || lower == kOtherHeading;
 }
 

@@ -130,8 +130,11 @@ bool IsSparse(const Names& names, const TextLayout& layout) {
 
 /// The rows' own separators give more names than there are columns.
 bool HasMoreThan(std::int32_t columns, std::string_view line, const TextLayout& layout) {
-  return !layout.ByPlace() && !layout.IsSeparator(' ') &&
-         CountFields(TrimBlankBytes(line), layout, columns + 1) > columns;
+  if (layout.ByPlace() || layout.IsSeparator(' ')) return false;
+  while (!line.empty() && (IsBlankByte(line.back()) || layout.IsSeparator(line.back()))) {
+    line.remove_suffix(1);
+  }
+  return CountFields(line, layout, columns + 1) > columns;
 }
 
 /// Takes lines that may be names, from the rows upwards: what stands above a line of units names the columns, and so does a
