@@ -124,17 +124,22 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   return guess;
 }
 
-/// Marks columns that the first rows have and the many behind them do not, as settings do that stand beside the rows.
+/// Marks columns that the first rows have and the many behind them do not, as settings do that stand beside the rows, with
+/// texts that say what they set. A short series beside a long one has none.
 void FindColumnsAhead(std::size_t rows, const std::vector<ColumnCounts>& counts,
                       std::vector<ColumnGuess>& columns) {
-  constexpr std::size_t kManyRows = 20;
-  constexpr std::size_t kShareAhead = 5;
-  const auto is_dense = [rows](const ColumnCounts& column) {
-    return 10 * static_cast<std::size_t>(column.filled) >= 9 * rows;
+  constexpr std::size_t kMostAhead = 20;
+  constexpr std::size_t kShareAhead = 3;
+  const auto is_ahead = [rows](const ColumnCounts& column) {
+    return column.last_row > 0 && column.last_row <= kMostAhead &&
+           kShareAhead * column.last_row < rows;
   };
-  if (rows < kManyRows || std::ranges::none_of(counts, is_dense)) return;
+  bool labelled = false;
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    columns[i].only_ahead = kShareAhead * counts[i].last_row < rows;
+    labelled = labelled || (is_ahead(counts[i]) && !columns[i].has_numbers);
+  }
+  for (std::size_t i = 0; i < columns.size() && labelled; ++i) {
+    columns[i].only_ahead = is_ahead(counts[i]);
   }
 }
 
