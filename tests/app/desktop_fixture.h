@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include <QCoreApplication>
 #include <QImage>
 #include <QMenu>
 #include <QString>
@@ -54,7 +55,10 @@ class ScriptedChooser final : public FileChooser {
 /// Plays a script for questions and collects what is told.
 class CollectingPrompt final : public Prompt {
  public:
-  Answer Ask(const Question& question) override { return script.Ask(question); }
+  Answer Ask(const Question& question) override {
+    QCoreApplication::processEvents();  // as a box does
+    return script.Ask(question);
+  }
   void Tell(std::string_view text) override { told.emplace_back(text); }
 
   ScriptedPrompt script;

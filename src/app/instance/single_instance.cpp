@@ -104,7 +104,8 @@ void SingleInstance::Listen() {
 void SingleInstance::Greet(QLocalSocket& socket) {
   connect(&socket, &QLocalSocket::disconnected, &socket, &QObject::deleteLater);
   connect(&socket, &QLocalSocket::readyRead, this, [this, &socket] {
-    while (AnswerMessage(socket)) {
+    // Once the other has gone, nobody waits for what it asked.
+    while (socket.isOpen() && AnswerMessage(socket)) {
     }
   });
 }

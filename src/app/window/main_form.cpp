@@ -386,7 +386,6 @@ void T_MainForm::showEvent(QShowEvent* event) {
   }
   // Once the window stands: refreshing shows its progress.
   QMetaObject::invokeMethod(this, &T_MainForm::ApplyCommandOptions, Qt::QueuedConnection);
-  QMetaObject::invokeMethod(this, &T_MainForm::OfferLeftGraphs, Qt::QueuedConnection);
   QMetaObject::invokeMethod(this, &T_MainForm::BeginSession, Qt::QueuedConnection);
 }
 

@@ -30,6 +30,7 @@ bool IsThere(const std::filesystem::path& file) {
 }  // namespace
 
 void T_MainForm::BeginSession() {
+  OfferLeftGraphs();  // before anything is opened again: what was changed is opened as it was
   if (!parts_.paths.trouble.empty()) TellAside(ToQt(parts_.paths.trouble));
   if (const QString trouble = settings_.Trouble(); !trouble.isEmpty()) TellAside(trouble);
   if (settings_.Read(kReopenAtStart)) ReopenSession();

@@ -15,7 +15,8 @@ namespace {
 /// One text for each window: "active state left top width height path".
 const Setting<QStringList> kSession = {
     .section = "Tarnwick", .key = "Session", .label = "Windows of the last session"};
-constexpr int kNumbers = 6;  // before the path
+constexpr int kNumbers = 6;          // before the path
+constexpr QSize kLeastSeen(80, 40);  // of a window, to find it by
 
 QString TextOf(const SessionWindow& window) {
   const QRect& place = window.place;
@@ -84,8 +85,7 @@ void PlaceAsKept(TGraphWindow& window, const SessionWindow& kept) {
   }
   window.showNormal();
   const QRect place = kept.place & area->viewport()->rect();
-  if (place.width() >= window.minimumSizeHint().width() &&
-      place.height() >= window.minimumSizeHint().height())
+  if (place.width() >= kLeastSeen.width() && place.height() >= kLeastSeen.height())
     window.setGeometry(place);
 }
 

@@ -62,6 +62,21 @@ TEST_F(RecoveryDesktopTest, WhatWasOpenOpensChangedAndSavesWhereItWent) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return !own(); })) << "saved, it is not offered again";
 }
 
+TEST_F(RecoveryDesktopTest, WhatTheLastSessionHadOpenTooOpensOnce) {
+  LeaveAGraph();
+  TearDown();
+  QSettings store(QString::fromStdString(folder_.File("settings.ini").string()),
+                  QSettings::IniFormat);
+  store.setValue("Tarnwick/ReopenWindows", true);
+  store.setValue("Tarnwick/Session",
+                 QStringList{"1 2 0 0 9 9 " + QString::fromStdString(saved_.string())});
+  SetUp();
+  Expect(question_, Answer::Yes);
+  Start({});
+  ASSERT_EQ(form_->GraphWindows().size(), 1U);
+  EXPECT_TRUE(ActiveDocument().History().Changed());
+}
+
 TEST_F(RecoveryDesktopTest, CancelAsksAgainAndNoDiscards) {
   LeaveAGraph();
   Expect(question_, Answer::Cancel);

@@ -32,6 +32,14 @@ TEST(Settings, BooleansAreReadAsOthersWriteThem) {
   }
 }
 
+TEST(Settings, AStoreThatCannotBeWrittenIsTold) {
+  const testing::TemporaryFolder folder;
+  folder.Write("no folder", "");
+  const QString name = QString::fromStdString(folder.File("no folder/settings.ini").string());
+  EXPECT_EQ(Settings(std::make_unique<QSettings>(name, QSettings::IniFormat)).Trouble(),
+            "Settings and recent files are not kept: " + name + " cannot be written");
+}
+
 TEST(Settings, WhatIsStoredIsReadAndNonsenseIsNot) {
   const testing::TemporaryFolder folder;
   const auto file =
