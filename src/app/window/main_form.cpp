@@ -264,6 +264,7 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   ShowPlaced(*window, fills || GetFrames() == WindowFrames::Tabs ? Otherwise::FillWorkspace
                                                                  : Otherwise::OwnPlace);
   window->Canvas().setFocus();
+  had_windows_ = true;
   KeepSession();
   updateMenu();
   return window;
@@ -415,7 +416,7 @@ void T_MainForm::closeEvent(QCloseEvent* event) {
     return;
   }
   for (std::size_t i = 0; i < order.size(); ++i) session[i].file = files[order[i]];
-  tarnwick::KeepSession(session, settings_);
+  if (had_windows_) tarnwick::KeepSession(session, settings_);
   event->accept();
 }
 

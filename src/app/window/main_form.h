@@ -153,6 +153,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   bool start_failed_ = false;
   bool closing_allowed_ = true;
   bool closing_all_ = false;
+  bool had_windows_ = false;  // else the session before is still the last one
 };
 
 }  // namespace tarnwick

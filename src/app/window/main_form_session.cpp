@@ -82,7 +82,7 @@ std::vector<SessionWindow> T_MainForm::Session() const {
 
 void T_MainForm::KeepSession() {
   // Until the first showing the session before is the last one; while all close, theirs is kept when all have.
-  if (shown_ && !closing_all_) tarnwick::KeepSession(Session(), settings_);
+  if (shown_ && had_windows_ && !closing_all_) tarnwick::KeepSession(Session(), settings_);
 }
 
 /// As the user saw it last, unless that is in no file.

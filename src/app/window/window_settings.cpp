@@ -48,7 +48,9 @@ QRect Reachable(QRect place) {
   const QScreen* const seen_on = ScreenOf(place);
   const QScreen* const screen = seen_on != nullptr ? seen_on : QGuiApplication::primaryScreen();
   const QRect available = screen->availableGeometry();
+  const bool too_large = place.width() > available.width() || place.height() > available.height();
   place.setSize(place.size().boundedTo(available.size()));
+  if (too_large) place.moveTo(available.topLeft());
   if (seen_on == nullptr) {
     const QPoint furthest = available.bottomRight() - QPoint(place.width(), place.height());
     place.moveTo(
