@@ -121,8 +121,7 @@ void RecentPictures::LookFor(const std::vector<fs::path>& files) {
 }
 
 void RecentPictures::LookForOne(const fs::path& file) {
-  // One thread for each: nobody waits for another's place, and nobody at all at the end.
-  std::thread([looking = looking_, picture_file = PictureIn(folder_, file), file] {
+  const auto look = [looking = looking_, picture_file = PictureIn(folder_, file), file] {
     if (const QImage picture(PathText(picture_file)); !picture.isNull()) {
       looking->Tell([file, picture](RecentPictures& owner) {
         emit owner.pictureFound(PathText(file), picture);
@@ -133,7 +132,13 @@ void RecentPictures::LookForOne(const fs::path& file) {
         fs::exists(file, unreadable) ? &RecentPictures::fileThere : &RecentPictures::fileMissing;
     looking->Tell([file, found](RecentPictures& owner) { emit(owner.*found)(PathText(file)); });
     looking->End(file);
-  }).detach();
+  };
+  // One thread for each: nobody waits for another's place, and nobody at all at the end.
+  try {
+    std::thread(look).detach();
+  } catch (const std::system_error&) {
+    looking_->End(file);  // where no thread can be had the file is shown by its name alone
+  }
 }
 
 }  // namespace tarnwick
