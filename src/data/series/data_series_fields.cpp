@@ -327,7 +327,7 @@ const Field<S> kFields[] = {
      {"Computed as", "Source", ReadOnly("told when the points were computed")},
      {},
      &Differs<&TDSInfo::Recipe>},
-    {80,
+    {81,
      "ColumnCuts",
      OfSource<&TDSInfo::ColumnCuts>(),
      {"Columns begin at characters", "Text", kText},
