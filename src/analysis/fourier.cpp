@@ -75,6 +75,15 @@ Terms BluesteinTerms(std::span<const double> y, std::size_t count) {
   return terms;
 }
 
+/// A power of two of the size of the greatest value.
+double SizeOf(std::span<const double> values) {
+  double greatest = 0;
+  for (const double value : values) greatest = std::max(greatest, std::abs(value));
+  int exponent = 0;
+  std::frexp(greatest, &exponent);
+  return std::ldexp(1.0, exponent - 1);
+}
+
 }  // namespace
 
 std::vector<std::complex<double>> FourierTerms(std::span<const double> y) {
@@ -92,9 +101,10 @@ std::vector<std::complex<double>> FourierTerms(std::span<const double> y) {
 std::vector<double> LaggedProducts(std::span<const double> a, std::span<const double> b,
                                    std::size_t count) {
   const std::size_t size = std::bit_ceil(a.size() + count);
-  // Both in one transform, as real and imaginary part.
+  // Both in one transform, as real and imaginary part; of like size, since either is rounded by the size of both.
+  const double unit_a = SizeOf(a), unit_b = SizeOf(b);
   Terms values(size);
-  for (std::size_t i = 0; i < a.size(); ++i) values[i] = {a[i], b[i]};
+  for (std::size_t i = 0; i < a.size(); ++i) values[i] = {a[i] / unit_a, b[i] / unit_b};
   Transform transform(size);
   const Terms terms = transform.Forward(values);
   Terms products(size);
@@ -106,7 +116,7 @@ std::vector<double> LaggedProducts(std::span<const double> a, std::span<const do
   }
   const Terms sums = transform.Inverse(products);
   std::vector<double> lagged(count);
-  for (std::size_t j = 0; j < count; ++j) lagged[j] = sums[j].real();
+  for (std::size_t j = 0; j < count; ++j) lagged[j] = sums[j].real() * unit_a * unit_b;
   return lagged;
 }
 

@@ -77,6 +77,10 @@ TEST(Correlation, IsThatOfScipy) {
   std::rotate(b.begin(), b.end() - 3, b.end());
   EXPECT_THAT(Correlation(a, b, 5, CorrelationOf::Coefficient),
               Pointwise(DoubleNear(1e-12), rows::kCorrelation));
+  for (double& value : b) value *= 1e-15;
+  EXPECT_THAT(Correlation(a, b, 5, CorrelationOf::Coefficient),
+              Pointwise(DoubleNear(1e-12), rows::kCorrelation))
+      << "of unlike sizes";
 }
 
 }  // namespace
