@@ -62,7 +62,7 @@ Json TableJson(FieldTable<Owner> table, const Owner& owner) {
 /// The keys of a DataSet's section that say where its points come from.
 bool IsSourceKey(int number) {
   return (number >= 9 && number <= 24) || number == 44 || (number >= 46 && number <= 49) ||
-         (number >= 53 && number <= 59) || number == 67 || number == 68 || number == 80;
+         (number >= 53 && number <= 59) || number == 67 || number == 68 || number == 81;
 }
 
 Json SourceJson(const TDataSeries& series) {
