@@ -45,10 +45,12 @@ bool HoldsSentence(const Names& names, std::string_view line) {
     return false;
   };
   // A single name may hold "of" or "at"; several such words are none.
-  const auto words = std::ranges::count_if(names, holds_word);
+  const auto words = std::ranges::count_if(names, [&](const std::string& name) {
+    return (by_blanks || name.find(' ') != name.npos) && holds_word(name);
+  });
   const bool address = std::ranges::any_of(
       names, [](const std::string& name) { return name.find("://") != name.npos; });
-  return address || (by_blanks && 2 * static_cast<std::size_t>(words) >= names.size()) ||
+  return address || 2 * static_cast<std::size_t>(words) >= names.size() ||
          std::ranges::any_of(names, [&](const std::string& name) {
            return by_blanks && name.find(' ') == name.npos && holds_word(name);
          });

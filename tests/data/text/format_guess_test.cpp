@@ -160,6 +160,8 @@ TEST(FormatGuess, FindsTheTableBehindAnyPreamble) {
       {"how values were made below names and units",
        "TOA5\tstn\t1\nTS\tT_Avg\tRH\nTS\tdegC\t%\n\tAvg\tSmp\n" + rows, 4, 2, 3},
       {"unknown units that repeat", "x-axis\tU1\tU2\nweber\tflop\tflop\n" + rows, 2, 1, 2},
+      {"the rest of a sentence over one column",
+       "# by a program, a tool for testing\n" + Rows(12, "1.5"), 1, -1, 0},
       {"words of sentences as names", "t\ton\tset\n" + rows, 1, 1, 0},
       {"names of columns that the rows leave out", "a\tb\tc\tremark\n" + rows, 1, 1, 0},
       {"two blanks in names of too few", "# a b  c\n" + Rows(12, "1 2 3 4"), 1, -1, 0},
