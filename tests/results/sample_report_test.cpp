@@ -1,0 +1,53 @@
+#include "results/sample_report.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/error.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::HasSubstr;
+
+class SampleReports : public ::testing::Test {
+ protected:
+  SampleReports() {
+    first_.SetSeriesName("A");
+    second_.SetSeriesName("B");
+    for (int x = 0; x < 21; ++x) {
+      first_.AddPoint(x, x == 20 ? 100 : x % 5);
+      second_.AddPoint(x, 1000 + x);
+    }
+    second_.SetZeroValue(1000);  // less its base line
+    second_.AddPoint(30, kUndefined);
+  }
+  TSeries first_;
+  TSeries second_;
+};
+
+TEST_F(SampleReports, TellOfTheTestsAndWhatWasLeftOut) {
+  const SampleReport report = CompareSeries(first_, second_);
+  EXPECT_EQ(report.rows[1].second, 10);
+  ASSERT_EQ(report.sentences.size(), 4u);
+  EXPECT_THAT(report.sentences[2], HasSubstr("Both have equal values"));
+  EXPECT_EQ(report.sentences[3], "1 point without a value left out.");
+  TSeries none;
+  EXPECT_THROW(CompareSeries(first_, none), Error);
+  EXPECT_THAT(CompareSeries(second_, second_).sentences[0], HasSubstr("in 100 % of cases."));
+}
+
+TEST_F(SampleReports, DrawABoxWhatLiesBeyondAndBarsOfEach) {
+  TxyGraph picture;
+  DrawSamples(picture, first_, second_);
+  ASSERT_EQ(picture.SeriesCount(), 6u);
+  EXPECT_EQ(picture.Series(0).GetExtremes().y_max, 4);  // the whisker
+  EXPECT_EQ(picture.Series(1).PointCount(), 2);         // 100, and the mean
+  EXPECT_EQ(picture.Series(3).GetExtremes().y_max, 20);
+  EXPECT_EQ(picture.Series(4).PointCount(), 1);
+  EXPECT_LT(picture.Series(2).GetExtremes().x_max, 2);  // bars stay beside their box
+}
+
+}  // namespace
+}  // namespace tarnwick
