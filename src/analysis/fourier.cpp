@@ -127,7 +127,7 @@ std::vector<std::complex<double>> UnevenFourierTerms(std::span<const double> pha
   constexpr int kReach = 12;
   const std::size_t grid = std::bit_ceil(std::max<std::size_t>(4 * count, 4 * kReach));
   const auto size = static_cast<double>(grid);
-  const auto modes = static_cast<double>(grid / 2);
+  const double modes = size / 2;
   const double tau = std::numbers::pi * kReach / (modes * modes * 2 * (2 - 0.5));
   const double step = 2 * std::numbers::pi / size;
   std::vector<double> spread(grid);

@@ -63,7 +63,7 @@ struct TDSInfo {
   std::int32_t RowSamplingFrequency = 1;  ///< take one row, then skip this many minus one
   bool AutoRowHitFreq = true;             ///< compute RowSamplingFrequency from the row count
   std::int32_t ColumnWidth = 10;          ///< characters per column when DivideTextByWidth
-  /// The first character of each column, from 1 and rising, blanks between; empty: columns are divided otherwise (key 80).
+  /// The first character of each column, from 1 and rising, blanks between; empty: columns are divided otherwise (key 81).
   std::string ColumnCuts;
   RowChoice RowChoiceMode = RowChoice::All;
   double RowChoiceValue1 = 0;

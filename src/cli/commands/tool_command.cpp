@@ -24,7 +24,7 @@ struct ToolArguments {
   std::string dataset = {};
   std::vector<Given> settings = {};
   std::vector<std::optional<std::string>> others = {};
-  bool hide_source = false;
+  bool show_source = false;
 };
 
 std::vector<std::string> WordsOf(const FieldControl& control) {
@@ -80,8 +80,11 @@ void RunTool(const ToolArguments& arguments, Output& output) {
     }
     const MadeSeries made = AddMade(graph, tool, std::move(input),
                                     arguments.made.Wanted(MadeName(graph, source, tool)));
-    if (arguments.hide_source) HideSource(graph, source, made.series, tool.x);
+    const bool hides = tool.x == ResultX::Own && !arguments.show_source;
+    if (hides) HideSource(graph, source, made.series, tool.x);
     output.Note(made.told);
+    if (hides && arguments.made.save.Wanted())
+      output.Note('"' + source.SeriesName() + "\" has another X and is not drawn beside it; --show-source draws it.");
     output.Note(LiveSourceText(source));
     return made.series;
   });
@@ -105,8 +108,8 @@ void DeclareToolCommand(const Tool& tool, Command& command, Action& action) {
   for (std::size_t i = 0; i < tool.settings.size(); ++i)
     AddSetting(command, tool.settings[i], arguments->settings[i]);
   if (tool.x == ResultX::Own)
-    command.AddFlag("--hide-source", arguments->hide_source,
-                    "The DataSet it is computed from is no longer drawn");
+    command.AddFlag("--show-source", arguments->show_source,
+                    "The DataSet it is computed from stays drawn, though its X is another");
   OnCommand(command, action, arguments, &RunTool);
 }
 
