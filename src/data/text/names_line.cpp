@@ -119,7 +119,7 @@ bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
 /// most characters.
 Names SplitByPlace(std::string_view line, const TextLayout& layout) {
   const std::size_t columns = layout.cuts.size();
-  for (const std::size_t at_least : {1, 2}) {
+  for (const std::size_t at_least : {std::size_t{1}, std::size_t{2}}) {
     Names names = SplitByBlanks(line, at_least, layout);
     if (names.size() == columns) return names;
   }

@@ -49,7 +49,7 @@ std::string EditorLibraryFile(std::string_view name) {
 std::filesystem::path FindLibrary(std::string_view name,
                                   const std::vector<std::filesystem::path>& folders) {
   for (const std::filesystem::path& folder : folders) {
-    const std::filesystem::path file = folder / EditorLibraryFile(name);
+    std::filesystem::path file = folder / EditorLibraryFile(name);
     std::error_code unreadable;  // means not there
     if (std::filesystem::is_regular_file(file, unreadable)) return file;
   }
