@@ -102,8 +102,9 @@ bool Take(std::vector<std::string>& values, std::string_view text) {
 }
 bool Take(std::vector<double>& values, std::string_view text) {
   std::optional<std::vector<double>> numbers = ParseNumberList(text);
-  if (numbers) values = *std::move(numbers);
-  return numbers.has_value();
+  if (!numbers) return false;
+  values = *std::move(numbers);
+  return true;
 }
 bool Take(std::vector<std::int32_t>& values, std::string_view text) {
   while (!text.empty()) {
