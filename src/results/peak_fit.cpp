@@ -73,6 +73,7 @@ std::vector<double> PartAbscissas(const FitSettings& model, const FittedPeak& pe
   const double left = std::max(model.LeftMargin, peak.x.value - reach);
   const double right = std::min(model.RightMargin, peak.x.value + reach);
   std::vector<double> x;
+  x.reserve(kCurvePoints);
   for (int i = 0; i < kCurvePoints; ++i)
     x.push_back(left + i * (right - left) / (kCurvePoints - 1));
   return x;

@@ -143,6 +143,7 @@ TEST(FitComparison, RanksByAiccAndTestsWhatIsNested) {
       Job("", "a*exp(-k*x)+c+d*x", {{"a", 1}, {"k", 1}, {"c", 0}, {"d", 0}}, 3)};
   std::vector<FitResult> results;
   NoProgress progress;
+  results.reserve(jobs.size());
   for (const FitJob& job : jobs) results.push_back(RunFit(job, progress));
   const FitComparison comparison = CompareFits(jobs, results);
   EXPECT_EQ(comparison.ranks[0].number, 1U);

@@ -10,6 +10,7 @@ namespace {
 
 std::vector<double> Made(int count, double (*value)(double)) {
   std::vector<double> values;
+  values.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) values.push_back(value(i));
   return values;
 }

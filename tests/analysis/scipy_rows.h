@@ -14,6 +14,13 @@ inline std::vector<double> Measured() {
   return y;
 }
 
+inline std::vector<double> Uneven() {
+  std::vector<double> x(40);
+  for (std::size_t i = 0; i < x.size(); ++i)
+    x[i] = 0.5 * static_cast<double>(i) + 0.2 * std::sin(5.0 * static_cast<double>(i));
+  return x;
+}
+
 struct SavGol {
   int window, order, derivative;
   std::vector<double> y;

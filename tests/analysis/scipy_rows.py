@@ -72,6 +72,8 @@ print("#include <cmath>\n#include <vector>\n\nnamespace tarnwick::rows {\n")
 print("inline std::vector<double> Measured() {\n  std::vector<double> y;\n  for (int i = 0; i < 40; ++i)")
 print("    y.push_back(3 + 0.05 * i + 4 * std::exp(-((i - 17) / 4.0) * ((i - 17) / 4.0)) + 0.3 * std::sin(11.0 * i) +")
 print("                0.1 * std::sin(3.0 * i));\n  return y;\n}\n")
+print("inline std::vector<double> Uneven() {\n  std::vector<double> x(40);\n  for (std::size_t i = 0; i < x.size(); ++i)")
+print("    x[i] = 0.5 * static_cast<double>(i) + 0.2 * std::sin(5.0 * static_cast<double>(i));\n  return x;\n}\n")
 print("struct SavGol {\n  int window, order, derivative;\n  std::vector<double> y;\n};\n")
 print("inline const std::vector<SavGol> kSavGol = {")
 for window, order, derivative in [(11, 2, 0), (7, 3, 1), (9, 4, 2)]:

@@ -17,12 +17,6 @@ namespace {
 using testing::DoubleNear;
 using testing::Pointwise;
 
-std::vector<double> Uneven() {
-  std::vector<double> x;
-  for (int i = 0; i < 40; ++i) x.push_back(0.5 * i + 0.2 * std::sin(5.0 * i));
-  return x;
-}
-
 TEST(Fourier, TermsOfEveryLengthAreThoseOfTheirSum) {
   for (const std::size_t n : {1u, 2u, 3u, 59u, 60u, 106u, 211u}) {
     std::vector<double> y;
@@ -53,16 +47,17 @@ TEST(Spectrum, IsThatOfScipy) {
 
 TEST(Spectrum, OfUnevenXIsThatOfScipy) {
   SpectrumOptions options;
-  EXPECT_THAT(LombScargle(Uneven(), rows::Measured(), options).y,
+  EXPECT_THAT(LombScargle(rows::Uneven(), rows::Measured(), options).y,
               Pointwise(DoubleNear(1e-10), rows::kLombAmplitude));
   options.of = SpectrumOf::Power;
-  EXPECT_THAT(LombScargle(Uneven(), rows::Measured(), options).y,
+  EXPECT_THAT(LombScargle(rows::Uneven(), rows::Measured(), options).y,
               Pointwise(DoubleNear(1e-10), rows::kLombPower));
 }
 
 TEST(Spectrum, TellsTheAmplitudeOfASineWhateverTheWindow) {
-  std::vector<double> y;
-  for (int i = 0; i < 200; ++i) y.push_back(5 + 3 * std::sin(2 * std::numbers::pi * 0.1 * i));
+  std::vector<double> y(200);
+  for (int i = 0; i < 200; ++i)
+    y[static_cast<std::size_t>(i)] = 5 + 3 * std::sin(2 * std::numbers::pi * 0.1 * i);
   for (int window = 0; window < 5; ++window) {
     const SpectrumOptions options = {.window = static_cast<SpectrumWindow>(window), .finer = 3};
     const Spectrum spectrum = EvenSpectrum(y, 0.01, options);

@@ -84,7 +84,8 @@ void RunTool(const ToolArguments& arguments, Output& output) {
     if (hides) HideSource(graph, source, made.series, tool.x);
     output.Note(made.told);
     if (hides && arguments.made.save.Wanted())
-      output.Note('"' + source.SeriesName() + "\" has another X and is not drawn beside it; --show-source draws it.");
+      output.Note('"' + source.SeriesName() +
+                  "\" has another X and is not drawn beside it; --show-source draws it.");
     output.Note(LiveSourceText(source));
     return made.series;
   });
