@@ -238,7 +238,7 @@ TEST(DataSeries, ListenersAreCalledInOrderAndMayComeAndGoMeanwhile) {
   std::vector<std::string> calls;
   {
     TDataSeries series;
-    const auto says = [&calls](std::string text) {
+    const auto says = [&calls](const std::string& text) {
       return [&calls, text](TDataSeries&, ChangeCode) { calls.push_back(text); };
     };
     series.Listeners().Set(1, says("one"));
