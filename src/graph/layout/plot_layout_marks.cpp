@@ -77,6 +77,7 @@ bool CutToPlot(const QRectF& plot, MarkItem& item) {
                             {whole.bottomRight(), whole.bottomLeft()},
                             {whole.bottomLeft(), whole.topLeft()}};
     for (const QLineF& edge : edges) {
+      if (edge.isNull() && !item.line.isNull()) continue;  // it has no width or no height
       if (const auto seen = Clipped(edge, plot)) item.lines.push_back(*seen);
     }
     return !item.lines.empty();

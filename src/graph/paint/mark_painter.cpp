@@ -33,7 +33,7 @@ void PaintMarks(QPainter& painter, const PlotLayout& layout, PaintTarget target)
   for (const MarkItem& item : layout.marks) {
     const QColor color = QtColor(item.mark.color);
     if (item.mark.type == MarkType::Point) PaintPointMark(painter, item);
-    if (item.mark.type == MarkType::Rectangle) {
+    if (item.mark.type == MarkType::Rectangle && !item.box.isEmpty()) {
       painter.save();
       painter.setClipRect(layout.plot, Qt::IntersectClip);
       pen.DrawFrame(item.box.adjusted(0, 0, 1, 1), color);  // where lines would stand

@@ -204,6 +204,7 @@ TEST_F(PaintPlotParts, MarksAreClippedToThePlotAndStandOverTheData) {
   const std::pair<Mark, Pixels> rows[] = {
       {mark(MarkType::Rectangle, 3, 5, 1e9, -1e9), {189, QRect(110, 90, 140, 50)}},
       {mark(MarkType::Rectangle, -1e9, 1e9, 3, 5), {111, QRect(50, 40, 61, 51)}},
+      {mark(MarkType::Rectangle, 3, 5, 3, 7), {20, QRect(110, 70, 1, 20)}},  // of no width
       {mark(MarkType::Arrow, 3, 7, 1e9, 7), {140, QRect(110, 70, 140, 1)}},
       {mark(MarkType::Text, 3, 5, 0, 0), {0, {}}}};  // of a blank
   for (const auto& [one, pixels] : rows) {
