@@ -77,6 +77,7 @@ bool CanRecompute(const CommandContext& context) {
 
 void Recompute(CommandContext& context) {
   Recomputed made;
+  context.document->Files().Told().Drop(ToldAbout::Outdated);
   context.document->Edit("Recompute", [&](TxyGraph& graph) { made = RecomputeAll(graph); });
   std::string told = Counted(static_cast<std::int64_t>(made.count), "DataSet") + " computed anew.";
   AddSentence(told, made.told);

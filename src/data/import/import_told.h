@@ -11,7 +11,16 @@
 namespace tarnwick {
 
 /// What a clause is about; each face knows how to have it otherwise.
-enum class ToldAbout { Sampling, Skipping, Replacing, UnusableErrors, Errors, Moving, Guessing };
+enum class ToldAbout {
+  Sampling,
+  Skipping,
+  Replacing,
+  UnusableErrors,
+  Errors,
+  Moving,
+  Guessing,
+  Outdated  ///< what was computed from the data as they were before
+};
 
 struct ToldClause {
   ToldAbout about = ToldAbout::Guessing;

@@ -18,6 +18,7 @@
 #include "graph/graph_state_compare.h"
 #include "graph/layout/finished_look.h"
 #include "graph/series_of_whole.h"
+#include "results/made_series.h"
 
 namespace tarnwick {
 namespace {
@@ -249,8 +250,13 @@ void DocumentFiles::TakeReadAgain(const ReadResult& result, OpenEdit& step) {
   TakeWhole(result);
   data_told_.ReadAgain(result.told);
   SettleTooManyPoints();
-  // Without a change there is no step, and yet there may be something to tell.
-  if (!step.Finish()) emit document_.stateChanged();
+  if (step.Finish() && HasMadeSeries(document_.WholeGraph())) {
+    const char* const text =
+        "what was computed from the data is of the data before: Analysis, Recompute does it anew";
+    data_told_.Add({{ToldAbout::Outdated, text}});
+  }
+  // What is told may have changed without a step, or behind it.
+  emit document_.stateChanged();
 }
 
 ReadResult DocumentFiles::ReadAgain(const std::vector<std::size_t>& which) {

@@ -19,8 +19,9 @@ void DocumentTold::Drop(ToldAbout about) {
 void DocumentTold::ReadAgain(const ImportTold& told) {
   ImportTold all = told;
   for (const ToldClause& clause : told_) {
-    const bool guessed = clause.about == ToldAbout::Guessing || clause.about == ToldAbout::Errors;
-    if (guessed && std::ranges::find(all, clause) == all.end()) all.push_back(clause);
+    const bool holds = clause.about == ToldAbout::Guessing || clause.about == ToldAbout::Errors ||
+                       clause.about == ToldAbout::Outdated;
+    if (holds && std::ranges::find(all, clause) == all.end()) all.push_back(clause);
   }
   Replace(all);
 }

@@ -185,6 +185,15 @@ TEST_F(ResultDialogs, WhatWasComputedIsComputedAnewAsOneStep) {
   EXPECT_EQ(TakeTold(), std::vector<std::string>{"1 DataSet computed anew."});
   EXPECT_NE(*GetY(graph_->Series(1), 9), before);
   EXPECT_EQ(ActiveDocument().History().UndoName(), "Recompute");
+
+  const auto is_outdated = [this] {
+    return ActiveDocument().Files().Told().Tells(ToldAbout::Outdated);
+  };
+  ActiveDocument().Files().Refresh();
+  EXPECT_TRUE(is_outdated());
+  Run("AnalysisRecompute1");
+  EXPECT_EQ(TakeTold().size(), 1U);
+  EXPECT_FALSE(is_outdated());
 }
 
 TEST_F(ResultDialogs, AreaAndSumAreTold) {
