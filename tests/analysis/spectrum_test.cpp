@@ -26,8 +26,8 @@ TEST(Fourier, TermsOfEveryLengthAreThoseOfTheirSum) {
     for (std::size_t j = 0; j < terms.size(); ++j) {
       std::complex<double> sum = 0;
       for (std::size_t k = 0; k < n; ++k)
-        sum += std::polar(
-            y[k], -2 * std::numbers::pi * static_cast<double>(j * k % n) / static_cast<double>(n));
+        sum += y[k] * std::polar(1.0, -2 * std::numbers::pi * static_cast<double>(j * k % n) /
+                                          static_cast<double>(n));
       EXPECT_LT(std::abs(terms[j] - sum), 1e-11) << n << ' ' << j;
     }
   }

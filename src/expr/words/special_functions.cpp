@@ -60,7 +60,9 @@ Complex ExpOfMinusSquare(double x, double y) {
   const double xx = x * x;
   const double yy = y * y;
   const double lost = std::fma(y, y, -yy) - std::fma(x, x, -xx);
-  return std::polar(std::exp(yy - xx) * (1 + lost), -2 * x * y);
+  const double size = std::exp(yy - xx) * (1 + lost);
+  // Without a value far out, where std::polar may not be asked.
+  return {size * std::cos(2 * x * y), -size * std::sin(2 * x * y)};
 }
 
 /// What the poles of the sum leave: 2 exp(-z^2) / (1 + sign exp(-2 pi i z / h)).

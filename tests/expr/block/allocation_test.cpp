@@ -31,6 +31,10 @@ void* Counted(void* memory) {
   const auto step = static_cast<std::size_t>(alignment);
   return Counted(std::aligned_alloc(step, (size + step - 1) / step * step));
 }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  ++allocations;
+  return std::malloc(size);
+}
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
   std::free(memory);
 }
