@@ -13,6 +13,9 @@ enum class DataSourceKind : std::uint8_t {
   Text = 1,         ///< delimited or fixed-width text file
   Unformatted = 2,  ///< binary "@Unformatted" data file
   Database = 3,     ///< database table
+  Spreadsheet = 4,  ///< workbook with sheets
+  Arrays = 5,       ///< file of named arrays
+  Lines = 6,        ///< "x<separator>y" lines that a pipe, a socket or a serial port brings
   Dde = 8,          ///< live link
 };
 
@@ -84,7 +87,11 @@ struct TDSInfo {
       RelativeSource;  ///< the file from GraphFolder on, "/" between folders (key 56); empty: not told
   std::string GraphFolder;  ///< of the graph file that told RelativeSource; never stored
   std::int32_t Run = 0;     ///< the only run of the table that is loaded, from 1; 0: all (key 60)
-  std::string Recipe;       ///< how computed points were made; empty: they were not (key 77)
+  bool Follow = false;      ///< rows that come later are read as they come (key 82)
+  std::int32_t KeepPoints = 0;  ///< of rows that come later the last that are kept; 0: all (key 83)
+  /// What is read of a source that holds several tables: sheet and range, or paths of arrays; empty: the first (key 84).
+  std::string TablePart;
+  std::string Recipe;  ///< how computed points were made; empty: they were not (key 77)
   std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
   std::int32_t y_column_index = -1;
   std::int32_t y_error_index = -1;

@@ -60,6 +60,9 @@ void FillWithOddities(TDataSeries& series) {
   i.AutoRowHitFreq = false;
   i.ColumnWidth = 12;
   i.ColumnCuts = "1 9 21";
+  i.Follow = true;
+  i.KeepPoints = 500;
+  i.TablePart = "Run 1!A3:C20";
   i.RowChoiceMode = RowChoice::BetweenX;
   i.RowChoiceValue1 = 1;
   i.RowChoiceValue2 = 9;
