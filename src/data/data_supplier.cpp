@@ -33,6 +33,11 @@ std::int32_t TDataSupplier::ColumnIndex(std::string_view name) {
   return column >= 0 ? column : NumberedColumn(name, names.size());
 }
 
+std::string TDataSupplier::TextAt(std::int32_t column) {
+  const std::optional<double> value = ReadValue(column, ColumnFormat::Automatic);
+  return value ? ShortestText(*value) : std::string();
+}
+
 bool TDataSupplier::CountRows(Progress& progress) {
   return !progress.Cancelled();
 }

@@ -37,6 +37,8 @@ class TDataSupplier {
   virtual std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) = 0;
   /// True when the current row has a text (or a stored value) at `column`, readable or not.
   virtual bool HasValue(std::int32_t column) = 0;
+  /// What stands at `column` of the current row as people write it; empty for nothing.
+  virtual std::string TextAt(std::int32_t column);
   /// Empty lines between the current row and the row before it; where the last move passed several rows, the most that lie
   /// between two of them.
   virtual std::int32_t BlankLinesPassed() const { return 0; }

@@ -29,7 +29,7 @@ constexpr SourceSetting kSettings[] = {{"XDataColumn"},     {"YDataColumn"},
                                        {"XColExpr"},        {"YColExpr"}};
 
 /// The row's values as the fields of a line.
-std::string LineOfRow(const TDBSupplier& supplier, std::size_t columns) {
+std::string LineOfRow(TDBSupplier& supplier, std::size_t columns) {
   std::string line;
   for (std::size_t i = 0; i < columns; ++i) {
     std::string field = supplier.TextAt(static_cast<std::int32_t>(i));
@@ -111,6 +111,10 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress&) {
   return std::make_unique<TDBSupplier>(place);
 }
 
+ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress&) {
+  return OpenDatabase(ParsePlace(place.DatasourceInfo), options);
+}
+
 }  // namespace
 
 SourceKind DatabaseKind() {
@@ -118,6 +122,7 @@ SourceKind DatabaseKind() {
           .name = "Database table",
           .recognises = [](std::string_view bytes) { return bytes.starts_with("SQLite format 3"); },
           .examine = &ExamineFile,
+          .begin = &BeginAt,
           .open = &OpenAgain,
           .settings = kSettings};
 }

@@ -160,7 +160,7 @@ std::string TDBSupplier::Place() const {
   return "row " + std::to_string(row_ + 1);
 }
 
-std::string TDBSupplier::TextAt(std::int32_t column) const {
+std::string TDBSupplier::TextAt(std::int32_t column) {
   return IsColumn(column) ? TextOf(query_.value(column)) : std::string();
 }
 

@@ -27,6 +27,8 @@ class TDBSupplier final : public TDataSupplier {
   /// Numbers as they stand (truth is 1, else 0), dates and times as day numbers, texts as the format reads them.
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
+  /// A text that FieldValue reads.
+  std::string TextAt(std::int32_t column) override;
   std::int32_t RowCount() override;
   const std::vector<std::string>& ColumnNames() override { return names_; }
   bool HasNamesLine() override { return true; }
@@ -35,9 +37,6 @@ class TDBSupplier final : public TDataSupplier {
   const std::string& Describe() const override { return name_; }
   std::string Place() const override;
   std::int64_t Line() const override { return row_ + 1; }
-
-  /// The value as a text that FieldValue reads; empty for none.
-  std::string TextAt(std::int32_t column) const;
 
  private:
   QString Statement() const;

@@ -8,10 +8,13 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTest>
+#include <QTimer>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -19,6 +22,7 @@
 #include "data/points/point_columns.h"
 #include "data/series/data_series_file.h"
 #include "desk/fields/field_widget.h"
+#include "desk/widgets/text.h"
 #include "desktop_fixture.h"
 #include "editors/data/preview_table.h"
 #include "support/project_paths.h"
@@ -103,6 +107,50 @@ TEST_F(DataEditorTest, TheBarOfWhatWasGuessedLeadsThere) {
     ASSERT_TRUE(pages && pages->isVisible());
     EXPECT_TRUE(pages->currentWidget()->findChild<QWidget*>("Preview"));
   }
+}
+
+TEST_F(DataEditorTest, ADataBaseIsOpenedByItsPlaceAndReadFromAnotherTable) {
+  const std::string file = folder_.File("runs.db").string();
+  {
+    QSqlDatabase base = QSqlDatabase::addDatabase("QSQLITE", "made");
+    base.setDatabaseName(ToQt(file));
+    ASSERT_TRUE(base.open());
+    for (const char* statement :
+         {"CREATE TABLE first (t REAL, u REAL)", "INSERT INTO first VALUES (1, 2), (2, 5)",
+          "CREATE TABLE second (t REAL, u REAL)", "INSERT INTO second VALUES (1, 7), (2, 8)"}) {
+      QSqlQuery(base).exec(statement);
+    }
+  }
+  QSqlDatabase::removeDatabase("made");
+  Start({});
+  QStringList troubles;
+  const auto open = [&](const QString& address, const QString& table) {
+    QTimer::singleShot(0, [&troubles, address, table] {
+      QWidget* const dialog = QApplication::activeModalWidget();
+      troubles << dialog->findChild<QLabel*>("SourceTrouble")->text();
+      Type(dialog->findChild<QLineEdit*>("DatabaseAddress"), address);
+      Type(dialog->findChild<QLineEdit*>("DatabaseTable"), table);
+      QTest::keyClick(dialog, table.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+    });
+  };
+  open("sqlite:" + ToQt(file), "third");  // refused, and the dialog comes again
+  QTimer::singleShot(200, [&] { open("sqlite:" + ToQt(file), "first"); });
+  Run("FileOpenSource1");
+  ASSERT_EQ(troubles.size(), 2);
+  EXPECT_TRUE(troubles.back().contains("third")) << troubles.back().toStdString();
+  ASSERT_EQ(form_->GraphWindows().size(), 1U);
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 5}));
+
+  Run("EditData1");
+  editor_ = form_->findChild<QWidget*>("DataEditorPages");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return PreviewRow(1) == "2|5"; }));
+  EXPECT_TRUE(editor_->findChild<FieldWidget*>("Text/Separators")->isHidden());
+  Type(Line("DatabaseTable"), "second");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return PreviewRow(1) == "2|8"; }));
+  Press("ApplySource");
+  EXPECT_EQ(Ys(0), (std::vector<double>{7, 8}));
+  Run("EditUndo1");
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 5}));
 }
 
 TEST_F(DataEditorTest, ReadsByOtherSettingsAsOneStepAndCutsAllDataSetsOfTheFileAlike) {

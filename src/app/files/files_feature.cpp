@@ -5,6 +5,7 @@
 
 #include "app/files/load_place.h"
 #include "app/files/open_folder.h"
+#include "app/files/open_source.h"
 #include "base/error.h"
 #include "base/prompt.h"
 #include "desk/commands/workspace.h"
@@ -96,6 +97,12 @@ Feature FilesFeature() {
        .icon = "open-folder",
        .menu = Menu::File,
        .run = OpenFolder},
+      {.name = "FileOpenSource1",
+       .caption = "Open Sou&rce",
+       .hint = "Open Source|Open Data That Are No File: Data Bases, Links, Lines",
+       .icon = "open-source",
+       .menu = Menu::File,
+       .run = OpenSource},
       {.name = "FileClose1",
        .caption = "Close &Window",
        .shortcut = "Ctrl+W",

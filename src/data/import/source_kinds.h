@@ -47,6 +47,10 @@ struct SourceKind {
   /// Opens a file for the first time and fills in its supplier, columns and settings. Throws FileError. Null for kinds
   /// that are no files.
   void (*examine)(FileToExamine file, ImportSource& source) = nullptr;
+  /// The first look at the place that a description names (its DatasourceInfo and TablePart), where that says more than a
+  /// file's name. Throws as `open`, and Error for options that cannot be used. Null where OpenImportSource takes the file.
+  ImportSource (*begin)(const TDSInfo& place, const ImportOptions& options,
+                        Progress& progress) = nullptr;
   /// Opens the source that a description names, as it was opened before. Throws FileError, or Error of a source that is no
   /// file, and UnpackingCancelled. Null where nothing can be read again. What a supplier can do in blocks it says itself
   /// (TDataSupplier::Blocks).

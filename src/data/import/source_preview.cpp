@@ -70,6 +70,21 @@ SourcePreview PreviewText(const std::shared_ptr<const TextSource>& text, const T
   return preview;
 }
 
+SourcePreview PreviewRows(TDataSupplier& supplier, std::size_t rows, std::size_t columns) {
+  SourcePreview preview;
+  preview.columns = supplier.ColumnNames();
+  preview.columns.resize(std::min(preview.columns.size(), columns));
+  for (supplier.FirstRow(); !supplier.AtEnd() && preview.lines.size() < rows; supplier.NextRow()) {
+    PreviewedLine line;
+    line.number = supplier.Line();
+    for (std::size_t i = 0; i < preview.columns.size(); ++i) {
+      line.fields.push_back(supplier.TextAt(static_cast<std::int32_t>(i)));
+    }
+    preview.lines.push_back(std::move(line));
+  }
+  return preview;
+}
+
 std::shared_ptr<const TextSource> OpenHeadOfText(const std::filesystem::path& path,
                                                  Progress& progress) {
   std::string head(kHeadBytes, '\0');

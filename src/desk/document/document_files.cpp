@@ -160,6 +160,12 @@ bool DocumentFiles::ReadDataFile(const std::filesystem::path& path, const Import
   return true;
 }
 
+bool DocumentFiles::ReadPlace(const TDSInfo& place) {
+  return AddData("Open Source", [&place](const GraphState& into, Progress& progress) {
+    return ReadPlaceInto(into, place, progress);
+  });
+}
+
 bool DocumentFiles::AddData(
     const std::string& step,
     const std::function<ReadResult(const GraphState&, Progress&)>& reading) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "data/import/import_source.h"
 #include "data/import/loader.h"
 #include "data/import/whole_data.h"
 #include "graph/edit/paste_edit.h"
@@ -174,6 +175,17 @@ ReadResult ReadDataText(const GraphState& into, const std::string& text, const s
                         Progress& progress) {
   return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
     return ImportTextIntoGraph(graph, text, name, load);
+  });
+}
+
+ReadResult ReadPlaceInto(const GraphState& into, const TDSInfo& place, Progress& progress) {
+  const SourceKind* const kind = FindSourceKind(AllSourceKinds(), place.DataSource);
+  if (kind == nullptr || kind->begin == nullptr) {
+    throw Error("No source of this kind is opened by its place");
+  }
+  return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
+    const ImportOptions options;
+    return ImportIntoGraph(graph, kind->begin(place, options, progress), options, load);
   });
 }
 

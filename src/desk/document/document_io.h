@@ -34,6 +34,8 @@ ReadResult ReadData(const GraphState& into, const std::filesystem::path& path,
 /// `into` with the DataSets of a text that is no file's added; `name` is for messages. Throws FileError.
 ReadResult ReadDataText(const GraphState& into, const std::string& text, const std::string& name,
                         Progress& progress);
+/// `into` with the DataSets of a place that is no file added, of which only kind and place are told. Throws Error.
+ReadResult ReadPlaceInto(const GraphState& into, const TDSInfo& place, Progress& progress);
 /// `into`, a graph of that size, with another one pasted into it. Throws Error.
 ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize size);
 /// `into` with its current DataSet (or a first one) replaced by that of a DataSet file. Throws FileError.

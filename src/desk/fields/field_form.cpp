@@ -44,7 +44,7 @@ QFormLayout* FieldForm::BoxOf(std::string_view group) {
   return form;
 }
 
-void FieldForm::AddLabelled(QFormLayout& form, const QString& caption, FieldWidget& field) {
+QLabel* FieldForm::AddLabelled(QFormLayout& form, const QString& caption, FieldWidget& field) {
   auto* label = new QLabel(caption, form.parentWidget());
   if (label->sizeHint().width() <= kWidestLabel) {
     labels_.push_back(label);
@@ -56,10 +56,12 @@ void FieldForm::AddLabelled(QFormLayout& form, const QString& caption, FieldWidg
     form.addRow(&field);
   }
   label->setBuddy(field.Control());
+  return label;
 }
 
 void FieldForm::AddRow(const FieldRow& row, const QString& caption) {
   FieldWidget* field = nullptr;
+  QLabel* label = nullptr;
   if (row.look.control.kind != ControlKind::Hidden) {
     QFormLayout* form = BoxOf(row.look.group);
     field = MakeFieldWidget(row, form->parentWidget());
@@ -67,12 +69,24 @@ void FieldForm::AddRow(const FieldRow& row, const QString& caption) {
       field->SetCaption(caption);
       form->addRow(field);
     } else {
-      AddLabelled(*form, caption, *field);
+      label = AddLabelled(*form, caption, *field);
     }
     connect(field, &FieldWidget::edited, this,
             [this, place = fields_.size()] { emit edited(place); });
   }
   fields_.push_back(field);
+  captions_.push_back(label);
+}
+
+void FieldForm::ShowOnly(const std::function<bool(std::size_t)>& wanted) {
+  for (const auto& [group, form] : boxes_) form->parentWidget()->hide();
+  for (std::size_t row = 0; row < fields_.size(); ++row) {
+    if (fields_[row] == nullptr) continue;
+    const bool shown = wanted(row);
+    fields_[row]->setVisible(shown);
+    if (captions_[row] != nullptr) captions_[row]->setVisible(shown);
+    if (shown) fields_[row]->parentWidget()->show();
+  }
 }
 
 }  // namespace tarnwick

@@ -25,6 +25,8 @@ class FieldForm final : public QWidget {
   std::size_t Size() const { return fields_.size(); }
   /// The control of a row by its place among them; null for a hidden one.
   FieldWidget* Field(std::size_t row) const { return fields_[row]; }
+  /// Shows the rows, by their places, that `wanted` wants, and the boxes that hold any of them.
+  void ShowOnly(const std::function<bool(std::size_t)>& wanted);
 
  signals:
   void edited(std::size_t row);
@@ -32,11 +34,12 @@ class FieldForm final : public QWidget {
  private:
   QFormLayout* BoxOf(std::string_view group);
   void AddRow(const FieldRow& row, const QString& caption);
-  void AddLabelled(QFormLayout& form, const QString& caption, FieldWidget& field);
+  QLabel* AddLabelled(QFormLayout& form, const QString& caption, FieldWidget& field);
   void AlignLabels();
 
   std::vector<FieldWidget*> fields_;
-  std::vector<QLabel*> labels_;  // beside their controls
+  std::vector<QLabel*> captions_;  // of the fields; null where they name themselves
+  std::vector<QLabel*> labels_;    // those beside their controls
   std::vector<std::pair<std::string_view, QFormLayout*>> boxes_;
 };
 

@@ -5,14 +5,13 @@
 #include "base/error.h"
 #include "data/import/loader.h"
 #include "desk/widgets/text.h"
-#include "desk/work/shared_progress.h"
 #include "sources/all_source_kinds.h"
 
 namespace tarnwick {
 namespace {
 
 /// Empty when it was given up.
-QString CountText(const DataState& state, SharedProgress& progress) {
+QString CountText(const DataState& state, Progress& progress) {
   TDataSeries series;
   series.SetState(state);
   LoadOptions options;
@@ -35,33 +34,10 @@ QString CountText(const DataState& state, SharedProgress& progress) {
 
 }  // namespace
 
-PointCounter::PointCounter(QObject* parent) : QObject(parent) {
-  pool_.setMaxThreadCount(1);
-}
-
-PointCounter::~PointCounter() {
-  GiveUp();
-  pool_.waitForDone();
-}
-
-void PointCounter::GiveUp() {
-  if (progress_) progress_->Cancel();
-  progress_.reset();
-}
-
 void PointCounter::Count(const DataState& state) {
-  GiveUp();
-  progress_ = std::make_shared<SharedProgress>();
-  pool_.start([this, state, progress = progress_] {
-    const QString text = progress->Cancelled() ? QString() : CountText(state, *progress);
-    QMetaObject::invokeMethod(
-        this,
-        [this, text, progress] {
-          if (progress != progress_) return;  // another count is wanted by now
-          progress_.reset();
-          emit counted(text);
-        },
-        Qt::QueuedConnection);
+  work_.Begin([this, state](Progress& progress) -> LatestWork::Answer {
+    const QString text = CountText(state, progress);
+    return [this, text] { emit counted(text); };
   });
 }
 

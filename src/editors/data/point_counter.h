@@ -4,33 +4,28 @@
 
 #include <QObject>
 #include <QString>
-#include <QThreadPool>
-#include <memory>
 
 #include "data/series/data_state.h"
+#include "desk/work/latest_work.h"
 
 namespace tarnwick {
-
-class SharedProgress;
 
 class PointCounter final : public QObject {
   Q_OBJECT
 
  public:
-  explicit PointCounter(QObject* parent);
-  ~PointCounter() override;
+  explicit PointCounter(QObject* parent) : QObject(parent), work_(nullptr) {}
 
   /// Begins to read the DataSet of that state, whose description says how; what was being counted is given up.
   void Count(const DataState& state);
-  void GiveUp();
+  void GiveUp() { work_.GiveUp(); }
 
  signals:
   /// What the last Count came to: "1,200 points will be read.", or why none.
   void counted(const QString& text);
 
  private:
-  QThreadPool pool_;
-  std::shared_ptr<SharedProgress> progress_;  // of what is being counted; null for nothing
+  LatestWork work_;
 };
 
 }  // namespace tarnwick

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
+#include <variant>
 
 #include "base/error.h"
 #include "data/import/column_expression.h"
@@ -18,7 +19,10 @@
 #include "desk/commands/command_actions.h"
 #include "desk/fields/field_form.h"
 #include "desk/fields/field_widget.h"
+#include "desk/sources/place_edit.h"
+#include "desk/sources/place_edits.h"
 #include "desk/widgets/text.h"
+#include "desk/work/latest_work.h"
 #include "editors/data/point_counter.h"
 #include "graph/series_of_whole.h"
 #include "sources/all_source_kinds.h"
@@ -36,6 +40,30 @@ bool SameFile(const TDSInfo& one, const TDSInfo& other) {
          one.RelativeSource == other.RelativeSource;
 }
 
+bool CanGuess(DataSourceKind kind) {
+  if (kind == DataSourceKind::Text) return true;
+  const SourceKind* const row = FindSourceKind(AllSourceKinds(), kind);
+  return row != nullptr && row->begin != nullptr;
+}
+
+ImportSource LookAnew(const TDSInfo& info, Progress& progress) {
+  const SourceKind* const row = FindSourceKind(AllSourceKinds(), info.DataSource);
+  return row != nullptr && row->begin != nullptr
+             ? row->begin(info, {}, progress)
+             : OpenImportSource(SourcePlace(info), {}, AllSourceKinds(), progress);
+}
+
+/// The first rows of a source that is no text, or why there are none.
+std::variant<SourcePreview, QString> FirstRows(const TDSInfo& info, Progress& progress) {
+  try {
+    const SourceKind* const row = FindSourceKind(AllSourceKinds(), info.DataSource);
+    if (row == nullptr || row->open == nullptr) return SourcePreview();
+    return PreviewRows(*row->open(info, progress), kLines, kColumns);
+  } catch (const Error& error) {
+    return ToQt(error.what());
+  }
+}
+
 bool HasSource(const TDSInfo& info) {
   return info.DataSource != DataSourceKind::Manual && !info.DatasourceInfo.empty();
 }
@@ -51,6 +79,8 @@ SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWid
   file_->setWordWrap(true);
   file_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   column->addWidget(file_);
+  place_ = new QVBoxLayout;
+  column->addLayout(place_);
   auto* halves = new QSplitter(Qt::Vertical, this);
   table_ = new PreviewTable(halves);
   form_ = new FieldForm(draft_.Rows());
@@ -70,6 +100,7 @@ SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWid
   connect(soon_, &QTimer::timeout, this, &SourcePage::ShowPreview);
   counter_ = new PointCounter(this);
   connect(counter_, &PointCounter::counted, count_, &QLabel::setText);
+  rows_ = new LatestWork(this);
   connect(form_, &FieldForm::edited, this, &SourcePage::TakeField);
   connect(table_, &PreviewTable::columnChosen, this, &SourcePage::UseColumn);
 }
@@ -105,16 +136,46 @@ void SourcePage::Refresh() {
   if (std::exchange(begun_for_, series) != series) Tell({});
   further_.clear();
   draft_.Begin(*series);
+  ShowPlace();
   DraftChanged();
   ShowPreview();
 }
 
 void SourcePage::Revert() {
   begun_for_ = nullptr;
+  Tell({});
   for (std::size_t row = 0; row < form_->Size(); ++row) {
     if (form_->Field(row) != nullptr) form_->Field(row)->Forget();
   }
   Refresh();
+}
+
+void SourcePage::ShowPlace() {
+  const TDSInfo& info = draft_.Source();
+  const SourceKind* const kind = FindSourceKind(AllSourceKinds(), info.DataSource);
+  form_->ShowOnly([&](std::size_t field) {
+    return kind == nullptr || kind->settings.empty() ||
+           std::ranges::find(kind->settings, draft_.Rows()[field].key, &SourceSetting::key) !=
+               kind->settings.end();
+  });
+  delete std::exchange(place_edit_, nullptr);
+  const PlaceEditRow* const row = PlaceEditOf(info.DataSource);
+  if (row == nullptr) return;
+  place_edit_ = row->make(this);
+  place_->addWidget(place_edit_);
+  connect(place_edit_, &PlaceEdit::edited, this, &SourcePage::TakePlace);
+  try {
+    place_edit_->Show(info);
+  } catch (const Error& error) {
+    Tell(ToQt(error.what()));  // what a damaged file says of its place can still be typed anew
+  }
+}
+
+void SourcePage::TakePlace() {
+  const std::optional<QString> trouble = place_edit_->Take(draft_.Source());
+  Tell(trouble.value_or(QString()));
+  DraftChanged();
+  if (!trouble) soon_->start(kPause);
 }
 
 void SourcePage::TakeField(std::size_t row) {
@@ -143,10 +204,11 @@ void SourcePage::UseColumn(const QString& name, ColumnUse use) {
 void SourcePage::DraftChanged() {
   const bool source = HasSource(draft_.Source());
   form_->setEnabled(source);
-  guess_->setEnabled(source && draft_.Source().DataSource == DataSourceKind::Text);
+  guess_->setEnabled(source && CanGuess(draft_.Source().DataSource));
   const bool changed = draft_.IsChanged() || !further_.empty();
   apply_->setEnabled(source && changed);
   revert_->setEnabled(source && changed);
+  file_->setVisible(place_edit_ == nullptr || !source);
   file_->setText(source ? PathText(SourcePlace(draft_.Source()))
                         : tr("These points were typed, pasted or computed: they have no source."));
   ShowFields();
@@ -170,16 +232,35 @@ void SourcePage::OpenHead() {
 }
 
 void SourcePage::ShowPreview() {
-  preview_ = {};
+  rows_->GiveUp();
   const TDSInfo& info = draft_.Source();
-  if (HasSource(info) && info.DataSource == DataSourceKind::Text) {
+  if (HasSource(info) && info.DataSource != DataSourceKind::Text) return AskForRows();
+  SourcePreview preview;
+  if (HasSource(info)) {
     try {
       OpenHead();
-      preview_ = PreviewText(head_, info, kLines, kColumns);
+      preview = PreviewText(head_, info, kLines, kColumns);
     } catch (const Error& error) {
-      Tell(QString::fromStdString(error.what()));
+      Tell(ToQt(error.what()));
     }
   }
+  ShowColumns(std::move(preview));
+}
+
+void SourcePage::AskForRows() {
+  rows_->Begin([this, info = draft_.Source()](Progress& progress) -> LatestWork::Answer {
+    return [this, rows = FirstRows(info, progress)] {
+      if (const auto* const trouble = std::get_if<QString>(&rows)) {
+        Tell(*trouble);
+        return ShowColumns({});
+      }
+      ShowColumns(std::get<SourcePreview>(rows));
+    };
+  });
+}
+
+void SourcePage::ShowColumns(SourcePreview preview) {
+  preview_ = std::move(preview);
   table_->ShowPreview(preview_, UsedColumns());
   table_->setVisible(!preview_.columns.empty());
   ShowFields();
@@ -232,8 +313,7 @@ void SourcePage::Guess() {
   parts_.actions.RunAsCommand([this](CommandContext&) {
     NoProgress silent;
     const TDSInfo before = draft_.Source();
-    const ImportSource guessed =
-        OpenImportSource(SourcePlace(before), {}, AllSourceKinds(), silent);
+    const ImportSource guessed = LookAnew(before, silent);
     TDSInfo info = guessed.info;
     info.DatasourceInfo = before.DatasourceInfo;
     info.RelativeSource = before.RelativeSource;

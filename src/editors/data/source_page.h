@@ -16,10 +16,13 @@ class QLabel;
 class QPushButton;
 class QScrollArea;
 class QTimer;
+class QVBoxLayout;
 
 namespace tarnwick {
 
 class FieldForm;
+class LatestWork;
+class PlaceEdit;
 class PointCounter;
 
 class SourcePage final : public QWidget {
@@ -36,8 +39,13 @@ class SourcePage final : public QWidget {
   void UseColumn(const QString& name, ColumnUse use);
   void DraftChanged();
   void ShowFields();
+  void ShowPlace();
+  void TakePlace();
   void ShowPreview();
   void OpenHead();
+  /// Asks for the first rows of a source that is no text; they are shown when they come.
+  void AskForRows();
+  void ShowColumns(SourcePreview preview);
   std::vector<int> UsedColumns() const;
   void Guess();
   void Apply();
@@ -57,6 +65,8 @@ class SourcePage final : public QWidget {
   std::vector<std::string> further_;  // columns to be drawn as DataSets more
 
   QLabel* file_;
+  QVBoxLayout* place_;  // of the edit below, which is of the draft's kind
+  PlaceEdit* place_edit_ = nullptr;
   PreviewTable* table_;
   QLabel* told_;
   QScrollArea* scroll_;
@@ -67,6 +77,7 @@ class SourcePage final : public QWidget {
   QLabel* count_ = nullptr;
   QTimer* soon_;  // previews while one types
   PointCounter* counter_;
+  LatestWork* rows_;  // asked for
 };
 
 }  // namespace tarnwick

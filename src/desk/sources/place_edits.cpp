@@ -1,0 +1,30 @@
+#include "desk/sources/place_edits.h"
+
+#include <algorithm>
+
+#include "desk/sources/database_edit.h"
+
+namespace tarnwick {
+namespace {
+
+template <class Edit>
+PlaceEdit* Make(QWidget* parent) {
+  return new Edit(parent);
+}
+
+constexpr PlaceEditRow kRows[] = {
+    {DataSourceKind::Database, "Data base", &Make<DatabaseEdit>},
+};
+
+}  // namespace
+
+std::span<const PlaceEditRow> PlaceEdits() {
+  return kRows;
+}
+
+const PlaceEditRow* PlaceEditOf(DataSourceKind kind) {
+  const auto* const found = std::ranges::find(kRows, kind, &PlaceEditRow::kind);
+  return found == std::end(kRows) ? nullptr : found;
+}
+
+}  // namespace tarnwick
