@@ -3,13 +3,8 @@
 #include <QDockWidget>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMenu>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QScrollBar>
-#include <QSignalBlocker>
-#include <QToolButton>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <exception>
@@ -23,8 +18,11 @@
 #include "desk/settings/program_paths.h"
 #include "desk/settings/settings.h"
 #include "desk/widgets/text.h"
+#include "editors/graph/copy_look_button.h"
 #include "editors/graph/item_list.h"
 #include "editors/graph/judge.h"
+#include "editors/graph/page_tree.h"
+#include "editors/graph/parts_of_graph.h"
 #include "graph/edit/series_edit.h"
 
 namespace tarnwick {
@@ -34,7 +32,6 @@ constexpr Setting<int> kPage = {"GraphEditor", "Page", 0, "Page of the graph edi
 
 using Kind = GraphPart::Kind;
 
-constexpr int kTreeMargin = 28;  // pixels beside the longest caption
 constexpr int kFormWidth = 310;
 
 /// While one lives, what is told of the graph comes from the editor.
@@ -49,43 +46,6 @@ class Changing {
   bool& flag_;
 };
 
-bool HasItems(const Page& page) {
-  return page.part.kind == Kind::DataSet || page.part.kind == Kind::Mark;
-}
-
-std::vector<ListedItem> ItemsOf(const TxyGraph& graph, Kind kind) {
-  std::vector<ListedItem> items;
-  if (kind == Kind::Mark) {
-    for (const Mark& mark : graph.Marks().All()) {
-      items.push_back({mark.id, mark.caption, mark.color});
-    }
-    return items;
-  }
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
-    items.push_back({static_cast<std::int32_t>(i), series.SeriesName(), series.Style().line_color});
-  }
-  return items;
-}
-
-bool IsThere(const TxyGraph& graph, Kind kind, std::int32_t id) {
-  if (kind == Kind::Mark) return graph.Marks().FindMark(id) != nullptr;
-  return kind != Kind::DataSet || static_cast<std::size_t>(id) < graph.SeriesCount();
-}
-
-/// The value that all of them have; nothing when they differ.
-std::optional<FieldValue> CommonValue(const TxyGraph& graph, const PageField& field,
-                                      const std::vector<std::int32_t>& ids) {
-  const Section& section = SectionOf(field.section);
-  std::optional<FieldValue> common;
-  for (const std::int32_t id : ids) {
-    const FieldValue value = section.get(graph, id, field.row);
-    if (common && !SameValue(*common, value)) return std::nullopt;
-    common = value;
-  }
-  return common;
-}
-
 }  // namespace
 
 GraphEditor::GraphEditor(const PanelParts& parts, QWidget* parent)
@@ -94,7 +54,9 @@ GraphEditor::GraphEditor(const PanelParts& parts, QWidget* parent)
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(6, 6, 6, 6);
   auto* line = new QHBoxLayout;
-  line->addWidget(MakeTree());
+  tree_ = new PageTree(this);
+  connect(tree_, &PageTree::chosen, this, &GraphEditor::ShowPage);
+  line->addWidget(tree_);
   right_ = new QWidget(this);
   column_ = new QVBoxLayout(right_);
   column_->setContentsMargins(0, 0, 0, 0);
@@ -112,32 +74,6 @@ GraphEditor::GraphEditor(const PanelParts& parts, QWidget* parent)
 }
 
 GraphEditor::~GraphEditor() = default;
-
-QWidget* GraphEditor::MakeTree() {
-  tree_ = new QTreeWidget(this);
-  tree_->setObjectName("Pages");
-  tree_->setAccessibleName(tr("Pages"));
-  tree_->setHeaderHidden(true);
-  tree_->setRootIsDecorated(false);
-  tree_->setItemsExpandable(false);
-  tree_->setIndentation(tree_->indentation() * 3 / 4);
-  tree_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  QTreeWidgetItem* above = nullptr;
-  for (const Page& page : Pages()) {
-    const QStringList caption(ToQt(page.caption));
-    auto* item =
-        page.below ? new QTreeWidgetItem(above, caption) : new QTreeWidgetItem(tree_, caption);
-    item->setData(0, Qt::UserRole, static_cast<int>(&page - Pages().data()));
-    if (!page.below) above = item;
-  }
-  tree_->expandAll();
-  tree_->resizeColumnToContents(0);
-  tree_->setFixedWidth(tree_->columnWidth(0) + kTreeMargin);
-  connect(tree_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
-    if (item) ShowPage(static_cast<std::size_t>(item->data(0, Qt::UserRole).toInt()));
-  });
-  return tree_;
-}
 
 QWidget* GraphEditor::MakeButtons() {
   auto* bar = new QWidget(this);
@@ -181,12 +117,7 @@ void GraphEditor::ShowPage(std::size_t page) {
   page_ = page;
   parts_.settings.Write(kPage, static_cast<int>(page));
   BuildPage();
-  const QSignalBlocker blocker(tree_);
-  for (QTreeWidgetItemIterator item(tree_); *item; ++item) {
-    if ((*item)->data(0, Qt::UserRole).toInt() == static_cast<int>(page)) {
-      tree_->setCurrentItem(*item);
-    }
-  }
+  tree_->Choose(page);
   Refresh();
 }
 
@@ -220,15 +151,8 @@ ItemList* GraphEditor::MakeItems() {
   });
   connect(items, &ItemList::reordered, this, &GraphEditor::Reorder);
   if (page_ != PageOf({Kind::DataSet})) return items;
-  copy_look_ = new QToolButton(right_);
-  copy_look_->setObjectName("CopyLook");
-  copy_look_->setText(tr("Copy Look To") + "   ");
-  copy_look_->setToolTip(tr("Give lines, symbols and colors of the DataSet to others"));
-  copy_look_->setPopupMode(QToolButton::InstantPopup);
-  copy_look_->setFocusPolicy(Qt::StrongFocus);
-  auto* menu = new QMenu(copy_look_);
-  copy_look_->setMenu(menu);
-  connect(menu, &QMenu::aboutToShow, this, [this, menu] { FillCopyMenu(*menu); });
+  copy_look_ = new CopyLookButton([this] { return OtherDataSets(); }, right_);
+  connect(copy_look_, &CopyLookButton::wanted, this, &GraphEditor::CopyLook);
   column_->insertWidget(1, copy_look_);
   return items;
 }
@@ -408,21 +332,10 @@ void GraphEditor::Reorder(const std::vector<std::int32_t>& ids) {
   });
 }
 
-void GraphEditor::FillCopyMenu(QMenu& menu) {
-  menu.clear();
-  const std::int32_t from = items_->Chosen().front();
-  std::vector<std::int32_t> others;
-  for (const ListedItem& item : ItemsOf(Graph(), Kind::DataSet)) {
-    if (item.id != from) others.push_back(item.id);
-  }
-  connect(menu.addAction(tr("&All Others")), &QAction::triggered, this,
-          [this, others] { CopyLook(others); });
-  menu.addSeparator();
-  for (const std::int32_t id : others) {
-    const std::string& name = Graph().Series(static_cast<std::size_t>(id)).SeriesName();
-    connect(menu.addAction(ToQt(name).replace("&", "&&")), &QAction::triggered, this,
-            [this, id] { CopyLook({id}); });
-  }
+std::vector<ListedItem> GraphEditor::OtherDataSets() const {
+  std::vector<ListedItem> items = ItemsOf(Graph(), Kind::DataSet);
+  std::erase_if(items, [&](const ListedItem& item) { return item.id == items_->Chosen().front(); });
+  return items;
 }
 
 void GraphEditor::CopyLook(const std::vector<std::int32_t>& to) {

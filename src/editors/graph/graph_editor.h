@@ -16,14 +16,15 @@
 
 class QPushButton;
 class QScrollArea;
-class QToolButton;
-class QTreeWidget;
 class QVBoxLayout;
 
 namespace tarnwick {
 
+class CopyLookButton;
 class FieldForm;
 class ItemList;
+class PageTree;
+struct ListedItem;
 
 class GraphEditor final : public QWidget {
   Q_OBJECT
@@ -41,7 +42,6 @@ class GraphEditor final : public QWidget {
   void hideEvent(QHideEvent* event) override;
 
  private:
-  QWidget* MakeTree();
   QWidget* MakeButtons();
   /// Does what a control asks for; what goes wrong is told the user.
   void Do(const std::function<void(CommandContext&)>& work);
@@ -68,7 +68,7 @@ class GraphEditor final : public QWidget {
                          const FieldValue& value) const;
   void Reorder(const std::vector<std::int32_t>& ids);
   void CopyLook(const std::vector<std::int32_t>& to);
-  void FillCopyMenu(class QMenu& menu);
+  std::vector<ListedItem> OtherDataSets() const;
   void UseForNewGraphs();
 
   void EndStep();
@@ -92,12 +92,12 @@ class GraphEditor final : public QWidget {
   int clicks_ = 0;
   bool refreshing_ = false;
 
-  QTreeWidget* tree_ = nullptr;
+  PageTree* tree_ = nullptr;
   QScrollArea* scroll_ = nullptr;
   QWidget* right_ = nullptr;
   QVBoxLayout* column_ = nullptr;
-  ItemList* items_ = nullptr;         // of the page; null where there are none
-  QToolButton* copy_look_ = nullptr;  // likewise
+  ItemList* items_ = nullptr;            // of the page; null where there are none
+  CopyLookButton* copy_look_ = nullptr;  // likewise
   FieldForm* form_ = nullptr;
   std::vector<PageField> fields_;  // of the form
   QPushButton* keep_ = nullptr;
