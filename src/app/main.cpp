@@ -1,5 +1,6 @@
 // The desktop program's entry.
 #include <QApplication>
+#include <QLocale>
 #include <QMessageBox>
 #include <chrono>
 #include <string>
@@ -47,6 +48,8 @@ int main(int argc, char** argv) {
 
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+  // One rule for every number that is shown or typed, which is that of the files.
+  QLocale::setDefault(QLocale::c());
   const QApplication application(argc, argv);
   QApplication::setStyle(new tarnwick::HouseStyle);  // the application's from here
   tarnwick::RefuseTooLargeFiles();

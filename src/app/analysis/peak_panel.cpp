@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -21,6 +20,7 @@
 #include "desk/document/open_edit.h"
 #include "desk/prompts/file_chooser.h"
 #include "desk/prompts/file_trouble.h"
+#include "desk/widgets/number_box.h"
 #include "desk/widgets/text.h"
 #include "graph/graph_update.h"
 #include "results/fitted_model.h"
@@ -111,7 +111,7 @@ PeakPanel::PeakPanel(CommandActions& actions, QWidget* parent)
     : Panel(parent),
       actions_(actions),
       rule_(new QComboBox),
-      times_noise_(new QDoubleSpinBox),
+      times_noise_(new NumberBox),
       shape_(new QComboBox),
       table_(new QTableWidget),
       told_(new QLabel) {

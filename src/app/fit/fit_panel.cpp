@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -20,6 +19,7 @@
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/widgets/full_table.h"
+#include "desk/widgets/number_box.h"
 #include "desk/widgets/text.h"
 #include "fit/judge/fit_bands.h"
 #include "results/fit_texts.h"
@@ -118,7 +118,7 @@ QWidget* FitPanel::MakeButtons() {
       AddButton(*grid, 2, 1, tr("&Print on Graph"), tr("Write the fitted parameters on the graph"));
   bands_ = AddButton(*grid, 3, 0, tr("&Confidence Bands"),
                      tr("Confidence and prediction bands as DataSets"));
-  level_ = new QDoubleSpinBox(box);
+  level_ = new NumberBox(box);
   level_->setRange(50, 99.99);
   level_->setDecimals(2);
   level_->setValue(95);

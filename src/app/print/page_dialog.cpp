@@ -2,7 +2,6 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -12,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "desk/widgets/checked_field.h"
+#include "desk/widgets/number_box.h"
 
 namespace tarnwick {
 namespace {
@@ -80,7 +80,7 @@ QWidget* PageDialog::MakeMargins() {
   const QMarginsF now = page_.margins(QPageLayout::Millimeter);
   const std::array<double, 4> sides = {now.left(), now.top(), now.right(), now.bottom()};
   for (std::size_t i = 0; i < margins_.size(); ++i) {
-    auto* field = new QDoubleSpinBox(group);
+    auto* field = new NumberBox(group);
     field->setObjectName(kMargins[i].name);
     field->setRange(0, kLargestMargin);
     field->setDecimals(1);

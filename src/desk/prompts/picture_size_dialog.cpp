@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -12,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "base/error.h"
+#include "desk/widgets/number_box.h"
 
 namespace tarnwick {
 namespace {
@@ -19,11 +19,9 @@ namespace {
 constexpr double kInchMillimetres = 25.4;
 constexpr double kLargestShown = 99999;
 
-QDoubleSpinBox* MakeSide(const char* name, QWidget* parent) {
-  auto* const side = new QDoubleSpinBox(parent);
+NumberBox* MakeSide(const char* name, QWidget* parent) {
+  auto* const side = new NumberBox(parent);
   side->setObjectName(QString::fromLatin1(name));
-  side->setLocale(QLocale::c());
-  side->setGroupSeparatorShown(false);
   side->setRange(0, kLargestShown);
   return side;
 }

@@ -98,17 +98,15 @@ void ChangesList::Fill(const std::function<QString(const Point&)>& text) {
 }
 
 QString ChangesList::Summary() const {
-  if (!changes_)
-    return tr("More than %L1 points may differ from what was read.").arg(kMostCompared);
+  if (!changes_) return tr("More than %1 points may differ from what was read.").arg(kMostCompared);
   std::array<qsizetype, kFates.size()> counts{};
   for (const PointChange& change : *changes_) ++counts.at(static_cast<std::size_t>(change.fate));
   QStringList parts;
   for (std::size_t i = 0; i < counts.size(); ++i) {
-    if (counts.at(i) > 0) parts << tr("%L1 %2").arg(counts.at(i)).arg(tr(kFates[i]));
+    if (counts.at(i) > 0) parts << tr("%1 %2").arg(counts.at(i)).arg(tr(kFates[i]));
   }
   QString told = tr("Since the points were read: %1.").arg(parts.join(", "));
-  if (changes_->size() > kMostListed)
-    told += ' ' + tr("The first %L1 are listed.").arg(kMostListed);
+  if (changes_->size() > kMostListed) told += ' ' + tr("The first %1 are listed.").arg(kMostListed);
   return told;
 }
 

@@ -60,7 +60,7 @@ void HistogramView::Show(const Histogram& histogram, const QString& title, Value
   const std::size_t bins = histogram.counts.size();
   setAccessibleName(tr("Histogram of %1 in %2 bins").arg(title).arg(bins));
   setToolTip(bins == 0 ? tr("There are no values to count.")
-                       : tr("%L1 bins, each %2 wide").arg(bins).arg(histogram.width));
+                       : tr("%1 bins, each %2 wide").arg(bins).arg(histogram.width));
   graph_.BeginUpdate();
   while (graph_.SeriesCount() > 0) graph_.DeleteSeries(0);
   if (bins > 0) graph_.AddSeries(OutlineOf(histogram)).SetSeriesName(tr("Count").toStdString());

@@ -22,9 +22,9 @@ QString CountText(const DataState& state, Progress& progress) {
     const LoadReport report = RefreshAll(all, options).front();
     if (progress.Cancelled()) return {};
     if (!report.loaded) return PointCounter::tr("The source has no such columns.");
-    QString text = PointCounter::tr("%L1 points will be read.").arg(report.points);
+    QString text = PointCounter::tr("%1 points will be read.").arg(report.points);
     if (report.Skipped() > 0) {
-      text += ' ' + PointCounter::tr("%L1 rows are skipped.").arg(report.Skipped());
+      text += ' ' + PointCounter::tr("%1 rows are skipped.").arg(report.Skipped());
     }
     return text;
   } catch (const Error& error) {

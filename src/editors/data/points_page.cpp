@@ -132,7 +132,7 @@ void PointsPage::Refresh() {
   model_->Take(document != nullptr ? &document->Graph() : nullptr, series);
   view_->PointsChanged();
   following_ = followed;
-  count_->setText(tr("%L1 points").arg(model_->Size()));
+  count_->setText(tr("%1 points").arg(model_->Size()));
   changes_->Show(model_->Points(),
                  series != nullptr ? document->Files().AsRead().Of(*series) : nullptr,
                  [this](const Point& point) { return model_->PairText(point); });
@@ -277,7 +277,7 @@ void PointsPage::Paste() {
 void PointsPage::TellPasted(const PastedPoints& pasted) {
   QStringList told;
   if (pasted.left_over > 0) {
-    told << tr("%L1 values are left out: the points end before them.").arg(pasted.left_over);
+    told << tr("%1 values are left out: the points end before them.").arg(pasted.left_over);
   }
   if (pasted.columns_unused > 0) {
     told << tr("Only the first two columns were taken: X and Y.");

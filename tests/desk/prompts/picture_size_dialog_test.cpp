@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTest>
 
 namespace tarnwick {
 namespace {
@@ -50,6 +51,10 @@ TEST(PictureSizeDialog, SidesUnitsAndResolutionGoTogether) {
   EXPECT_EQ(options.width, 1890);
   EXPECT_EQ(options.height, 591);
   EXPECT_EQ(options.dpi, 300);
+  fields.unit.setCurrentIndex(1);
+  fields.width.selectAll();
+  QTest::keyClicks(&fields.width, "62,5");
+  EXPECT_EQ(fields.width.value(), 62.5) << "a comma typed is the point";
   fields.width.setValue(0);
   EXPECT_FALSE(fields.ok.isEnabled());
   EXPECT_EQ(fields.outcome.text(), "a picture's sides are 1 to 30000 pixels");
