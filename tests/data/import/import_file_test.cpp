@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/error.h"
 #include "data/points/point_columns.h"
 #include "support/cancelling_progress.h"
 #include "support/temporary_folder.h"
@@ -21,6 +22,22 @@ std::string Single(float value) {
   std::string bytes;
   for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(bits >> shift & 0xFF);
   return bytes;
+}
+
+TEST(ImportFile, EveryFormatOfDatesMakesXATime) {
+  const TemporaryFolder folder;
+  const auto path = folder.Write("t.csv", "day,a\n3/4/2024,1\n5/6/2024,2\n");
+  for (const ColumnFormat format : {ColumnFormat::DateTime, ColumnFormat::DateDayFirst,
+                                    ColumnFormat::DateMonthFirst, ColumnFormat::Number}) {
+    ImportOptions options;
+    options.x_column = "day";
+    options.x_format = format;
+    if (format == ColumnFormat::Number) {
+      EXPECT_THROW(ImportFile(path, options), FileError);
+    } else {
+      EXPECT_TRUE(ImportFile(path, options).x_is_date);
+    }
+  }
 }
 
 TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {

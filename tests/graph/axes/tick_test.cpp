@@ -224,6 +224,8 @@ TEST(PowerLabels, SplitMantissaAndExponent) {
   EXPECT_TRUE(WantsPowerLabels(Logarithmic(1e-3, 1e4, 1)));
   EXPECT_TRUE(WantsPowerLabels(Logarithmic(1e7, 1e8, 1)));
   EXPECT_FALSE(WantsPowerLabels(Logarithmic(1e-2, 1e3, 1)));
+  EXPECT_FALSE(WantsPowerLabels(Logarithmic(1e-4, 1e1, 1)));
+  EXPECT_FALSE(WantsPowerLabels(Logarithmic(1e2, 1e6, 1)));
   const std::vector<PowerLabel> labels =
       PowerLabels({{1e-3, "0.001", true}, {2e5, "200000", true}, {3, "", true}});
   EXPECT_EQ(labels[0].base + "^" + labels[0].exponent, "10^-3");
