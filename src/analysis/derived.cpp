@@ -128,15 +128,16 @@ struct Corner {
   double y = 0;
 };
 
-/// Goes on with the area from the corner through a chunk from `first` on, and leaves the corner at its last point.
+/// Goes on with the area from the corner through columns, and leaves the corner at their last point.
 template <class Visit>
-[[gnu::noinline]] long double AreaThrough(const ChunkView& chunk, std::size_t first, BaseLine line,
-                                          Corner& corner, long double area, Visit& visit) {
+[[gnu::noinline]] long double AreaThrough(std::span<const double> x, std::span<const double> y,
+                                          BaseLine line, Corner& corner, long double area,
+                                          Visit& visit) {
   const long double zero = 2 * static_cast<long double>(line.offset);
   const long double slope = line.slope;
   Corner left = corner;
-  for (std::size_t i = first; i < chunk.x.size(); ++i) {
-    const Corner right{chunk.x[i], chunk.y[i]};
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    const Corner right{x[i], y[i]};
     const long double width = static_cast<long double>(right.x) - left.x;
     const long double sum_x = static_cast<long double>(left.x) + right.x;
     const long double sum_y = static_cast<long double>(left.y) + right.y;
@@ -155,7 +156,8 @@ long double ForEachArea(const PointChain& points, const BaseLine& line, Visit vi
   Corner corner{points.Front().x, points.Front().y};
   long double area = 0;
   points.ForEachChunk([&](const ChunkView& chunk) {
-    area = AreaThrough(chunk, chunk.first_index == 0 ? 1 : 0, line, corner, area, visit);
+    const std::size_t first = chunk.first_index == 0 ? 1 : 0;
+    area = AreaThrough(chunk.x.subspan(first), chunk.y.subspan(first), line, corner, area, visit);
   });
   return area;
 }
@@ -260,6 +262,13 @@ void ForEachSlope(const PointChain& points, PointValue value, Visit visit) {
 double AreaOf(const TDataSeries& source) {
   const auto nothing = [](double, long double) {};
   return static_cast<double>(ForEachArea(source.Points(), source.GetBaseLine(), nothing));
+}
+
+double AreaBelow(std::span<const double> x, std::span<const double> y) {
+  if (x.empty()) return 0;
+  const auto nothing = [](double, long double) {};
+  Corner corner{x.front(), y.front()};
+  return static_cast<double>(AreaThrough(x.subspan(1), y.subspan(1), {}, corner, 0, nothing));
 }
 
 double SumOf(const TDataSeries& source) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "data/series/data_series.h"
 
@@ -11,6 +12,8 @@ namespace tarnwick {
 
 /// Trapezoid area between the points and the base line; 0 for fewer than two points.
 double AreaOf(const TDataSeries& source);
+/// The same of columns as long as each other, above 0.
+double AreaBelow(std::span<const double> x, std::span<const double> y);
 /// Sum of corrected Y.
 double SumOf(const TDataSeries& source);
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <iterator>
 
+#include "base/quantile.h"
+
 namespace tarnwick {
 namespace {
 
@@ -24,16 +26,6 @@ std::vector<double> FiniteOf(std::span<const double> values) {
   std::ranges::copy_if(values, std::back_inserter(finite),
                        [](double v) { return std::isfinite(v); });
   return finite;
-}
-
-double QuantileOf(std::span<double> values, double p) {
-  const double position = p * static_cast<double>(values.size() - 1);
-  const auto below = static_cast<std::size_t>(position);
-  const auto at = values.begin() + static_cast<std::ptrdiff_t>(below);
-  std::nth_element(values.begin(), at, values.end());
-  if (below + 1 == values.size()) return *at;
-  const double next = *std::min_element(at + 1, values.end());
-  return std::lerp(*at, next, position - static_cast<double>(below));
 }
 
 std::size_t BinsFor(std::span<double> values) {

@@ -1,5 +1,4 @@
-// How often values lie where: counts in bins of equal width, and quantiles between values. Mathematics over spans; knows no
-// DataSet.
+// How often values lie where: counts in bins of equal width. Mathematics over spans; knows no DataSet.
 #pragma once
 
 #include <cstddef>
@@ -27,10 +26,6 @@ Histogram CountInBins(std::span<const double> values, std::size_t bins = 0);
 /// By Freedman and Diaconis (Z. Wahrscheinlichkeitstheorie 57, 1981): bins 2 IQR / n^(1/3) wide, and not fewer than Sturges'
 /// 1 + log2 n nor more than 200. `values` are finite; they are put into another order.
 std::size_t BinsFor(std::span<double> values);
-
-/// The value below which the share `p` (0 to 1) of the values lies, linear between neighbours: position 1 + (n - 1) p in
-/// ascending order. There is a value, and all are finite; they are put into another order. O(n).
-double QuantileOf(std::span<double> values, double p);
 
 /// Those that are finite, in their order.
 std::vector<double> FiniteOf(std::span<const double> values);

@@ -4,17 +4,10 @@
 #include <cmath>
 #include <cstddef>
 
-#include "analysis/histogram.h"
 #include "analysis/smoothing.h"
+#include "base/quantile.h"
 
 namespace tarnwick {
-namespace {
-
-/// Standard deviation of normal scatter by its median deviation.
-constexpr double kDeviationPerMedian = 1.482602218505602;
-
-}  // namespace
-
 std::vector<Expected> HampelOutliers(std::span<const double> y, int window, double times) {
   CheckWindow(window, y.size());
   const std::size_t half = static_cast<std::size_t>(window) / 2;
@@ -26,9 +19,9 @@ std::vector<Expected> HampelOutliers(std::span<const double> y, int window, doub
     const std::size_t end = std::min(i + half + 1, y.size());
     near.assign(y.begin() + static_cast<std::ptrdiff_t>(begin),
                 y.begin() + static_cast<std::ptrdiff_t>(end));
-    const double median = QuantileOf(near, 0.5);
+    const double median = MedianOf(near);
     for (double& value : near) value = std::abs(value - median);
-    const double deviation = kDeviationPerMedian * QuantileOf(near, 0.5);
+    const double deviation = MedianOf(near) / kMedianOfNormal;
     expected.push_back({median, std::abs(y[i] - median) > times * deviation});
   }
   return expected;

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <optional>
 
+#include "base/quantile.h"
+
 namespace tarnwick {
 namespace {
-
-constexpr double kMedianOfNormal = 0.6744897501960817;  // of its size, in standard deviations
 
 /// The first index of each strict local maximum, plateaus being one point.
 std::vector<std::size_t> LocalMaxima(std::span<const double> y) {
@@ -120,9 +120,7 @@ double NoiseOf(const PeakCurve& curve) {
     off.push_back(std::abs(curve.y[i] - line) / spread);
   }
   if (off.empty()) return 0;
-  const auto middle = off.begin() + static_cast<std::ptrdiff_t>(off.size() / 2);
-  std::nth_element(off.begin(), middle, off.end());
-  return *middle / kMedianOfNormal;
+  return MedianOf(off) / kMedianOfNormal;
 }
 
 std::vector<Summit> FindSummits(const PeakCurve& curve, double least) {

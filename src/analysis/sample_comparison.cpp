@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "analysis/histogram.h"
+#include "base/quantile.h"
 #include "fit/judge/distributions.h"
 
 namespace tarnwick {
@@ -100,23 +101,31 @@ void CompareDistributions(std::span<const double> first, std::span<const double>
 
 }  // namespace
 
+MeanAndDeviation MeanAndDeviationOf(std::span<const double> values) {
+  MeanAndDeviation made;
+  if (values.empty()) return made;
+  long double sum = 0;
+  for (const double value : values) sum += value;
+  const long double mean = sum / static_cast<long double>(values.size());
+  made.mean = static_cast<double>(mean);
+  if (values.size() < 2) return made;
+  long double squares = 0;
+  for (const double value : values) squares += (value - mean) * (value - mean);
+  const auto freedom = static_cast<long double>(values.size() - 1);
+  made.deviation = static_cast<double>(std::sqrt(squares / freedom));
+  return made;
+}
+
 SampleFigures FiguresOf(std::span<const double> values) {
   std::vector<double> finite = FiniteOf(values);
   SampleFigures figures;
   figures.count = finite.size();
   if (finite.empty()) return figures;
-  long double sum = 0;
-  for (const double value : finite) sum += value;
-  const long double mean = sum / static_cast<long double>(finite.size());
-  long double squares = 0;
-  for (const double value : finite) squares += (value - mean) * (value - mean);
-  figures.mean = static_cast<double>(mean);
-  if (finite.size() > 1) {
-    const auto freedom = static_cast<long double>(finite.size() - 1);
-    figures.deviation = static_cast<double>(std::sqrt(squares / freedom));
-  }
+  const MeanAndDeviation scatter = MeanAndDeviationOf(finite);
+  figures.mean = scatter.mean;
+  figures.deviation = scatter.deviation;
   figures.lower_quartile = QuantileOf(finite, 0.25);
-  figures.median = QuantileOf(finite, 0.5);
+  figures.median = MedianOf(finite);
   figures.upper_quartile = QuantileOf(finite, 0.75);
   const auto [least, greatest] = std::ranges::minmax(finite);
   figures.least = least;

@@ -9,6 +9,14 @@
 
 namespace tarnwick {
 
+struct MeanAndDeviation {
+  double mean = kUndefined;       ///< of no value
+  double deviation = kUndefined;  ///< standard deviation, by n - 1; of less than two
+};
+
+/// Of finite values. Carried in extended precision.
+MeanAndDeviation MeanAndDeviationOf(std::span<const double> values);
+
 /// What a box and its whiskers are drawn from, with mean and scatter. Quartiles are those of QuantileOf.
 struct SampleFigures {
   std::size_t count = 0;

@@ -23,6 +23,10 @@ const Tool& ToolOf(DerivedKind kind) {
 
 }  // namespace
 
+bool HidesSource(DerivedKind kind) {
+  return kind != DerivedKind::Derivative;
+}
+
 std::string DerivedName(const TxyGraph& graph, const TSeries& source, DerivedKind kind) {
   return MadeName(graph, source, ToolOf(kind));
 }

@@ -20,6 +20,9 @@ struct DerivedOptions {
   std::int32_t bins = 100;  ///< of a histogram
 };
 
+/// Whether the source is drawn no longer unless that is asked for: only a derivative is read beside it.
+bool HidesSource(DerivedKind kind);
+
 /// The source's name with the kind's suffix ("Rate_INT", "_SUM", "_HIS", "_DIF"), and "_" and the lowest number from 1 where
 /// the graph has that already.
 std::string DerivedName(const TxyGraph& graph, const TSeries& source, DerivedKind kind);

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
-#include <utility>
 #include <vector>
 
 namespace tarnwick {
@@ -49,12 +48,6 @@ TEST(Histogram, BinsGrowWithTheCubeRootAndNoFurtherThanCanBeSeen) {
   EXPECT_EQ(BinsFor(even), 20U);  // 7999 / (2 * 3999.5 / 20)
   even.push_back(1e9);
   EXPECT_EQ(BinsFor(even), 200U);
-}
-
-TEST(Histogram, QuantilesLieLinearBetweenValues) {
-  std::vector<double> values = {4, 1, 3, 2};
-  const std::pair<double, double> rows[] = {{0, 1}, {1, 4}, {0.5, 2.5}, {0.25, 1.75}, {0.95, 3.85}};
-  for (const auto& [p, quantile] : rows) EXPECT_DOUBLE_EQ(QuantileOf(values, p), quantile) << p;
 }
 
 }  // namespace

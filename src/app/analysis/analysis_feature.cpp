@@ -77,8 +77,11 @@ bool CanRecompute(const CommandContext& context) {
 
 void Recompute(CommandContext& context) {
   Recomputed made;
-  context.document->Files().Told().Drop(ToldAbout::Outdated);
-  context.document->Edit("Recompute", [&](TxyGraph& graph) { made = RecomputeAll(graph); });
+  Document& document = *context.document;
+  document.Edit("Recompute", [&](TxyGraph& graph) {
+    made = RecomputeAll(graph);
+    document.History().SetResultsOutdated(false);
+  });
   std::string told = Counted(static_cast<std::int64_t>(made.count), "DataSet") + " computed anew.";
   AddSentence(told, made.told);
   context.prompt.Tell(told);

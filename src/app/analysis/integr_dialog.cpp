@@ -30,7 +30,7 @@ Txy_Integr::Txy_Integr(Document& document, DerivedKind mode, Prompt& prompt, QWi
       mode_(mode),
       hide_source_(new QCheckBox(tr("Hide Source When Finished"))) {
   hide_source_->setObjectName("cbx_HideSource");
-  hide_source_->setChecked(true);
+  hide_source_->setChecked(HidesSource(mode));
   SourceBox().addWidget(hide_source_);
   if (mode == DerivedKind::Histogram) {
     bins_ = new QSpinBox;

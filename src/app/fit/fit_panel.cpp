@@ -21,6 +21,7 @@
 #include "desk/widgets/full_table.h"
 #include "desk/widgets/number_box.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/wrapped_label.h"
 #include "fit/judge/fit_bands.h"
 #include "results/fit_texts.h"
 #include "results/fitted_model.h"
@@ -41,7 +42,6 @@ FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : Panel(parent), ac
   setObjectName("FitPanel");
   auto* column = new QVBoxLayout(this);
   hint_ = SentencesLabel(this);
-  hint_->setAlignment(Qt::AlignTop);
   hint_->setObjectName("FitHint");
   outdated_ = HeadingLabel({}, this);
   outdated_->setObjectName("FitOutdated");
@@ -52,7 +52,7 @@ FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : Panel(parent), ac
   again_row->addWidget(outdated_, 1);
   again_row->addWidget(again_);
   column->addLayout(again_row);
-  column->addWidget(hint_, 1);
+  column->addWidget(hint_, 1, Qt::AlignTop);
   scroll_ = new QScrollArea(this);
   scroll_->setWidgetResizable(true);
   scroll_->setFrameShape(QFrame::NoFrame);
@@ -214,12 +214,12 @@ void FitPanel::ShowHint(const TSeries* series) {
   const bool has_function = series != nullptr && !series->Fit().Expression().empty();
   can_fit_ = has_function && series->PointCount() > 0;
   if (!has_function) {
-    hint_->setText(
+    hint_->ShowText(
         tr("The current DataSet has not been fitted.\n\nChoose a function in the menu Data, Curve "
            "Fitting, then Show Final Curve."));
     return;
   }
-  hint_->setText(
+  hint_->ShowText(
       Hint(series->Fit()).arg(ToQt(series->SeriesName()), ToQt(series->Fit().Expression())));
 }
 
@@ -250,7 +250,7 @@ void FitPanel::ShowVerdict() {
   verdict_->Show(result);
   QStringList notes;
   for (const std::string& note : result.verdict.notes) notes.append("• " + ToQt(note));
-  notes_->setText(notes.join("\n"));
+  notes_->ShowText(notes.join("\n"));
   notes_->setVisible(!notes.isEmpty());
 }
 
@@ -258,7 +258,7 @@ void FitPanel::ShowParameters() {
   const std::vector<FittedParameter> fitted = FittedParameters(shown_.model, *shown_.result);
   const bool failed = Failed(shown_.result->outcome.why);
   error_model_->setVisible(!failed);
-  error_model_->setText(tr("Errors: %1").arg(ToQt(ErrorModelText(shown_.result->statistics))));
+  error_model_->ShowText(tr("Errors: %1").arg(ToQt(ErrorModelText(shown_.result->statistics))));
   parameters_->setColumnCount(4);
   parameters_->setHorizontalHeaderLabels(
       {tr("Parameter"), tr("Value"), tr("Standard error"), tr("Units")});

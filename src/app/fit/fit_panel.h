@@ -22,6 +22,7 @@ class FitTogetherView;
 class FullTable;
 class TSeries;
 class VerdictLabel;
+class WrappedLabel;
 
 class FitPanel final : public Panel {
   Q_OBJECT
@@ -60,15 +61,15 @@ class FitPanel final : public Panel {
   CommandActions& actions_;
   Shown shown_;
   bool can_fit_ = false;  // with nothing shown
-  QLabel* hint_ = nullptr;
+  WrappedLabel* hint_ = nullptr;
   QLabel* outdated_ = nullptr;
   QPushButton* again_ = nullptr;
   QScrollArea* scroll_ = nullptr;
   QWidget* buttons_ = nullptr;
   VerdictLabel* verdict_ = nullptr;
-  QLabel* notes_ = nullptr;
+  WrappedLabel* notes_ = nullptr;
   FullTable* parameters_ = nullptr;
-  QLabel* error_model_ = nullptr;
+  WrappedLabel* error_model_ = nullptr;
   FullTable* figures_ = nullptr;
   QLabel* correlations_title_ = nullptr;
   FullTable* correlations_ = nullptr;

@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "desk/widgets/full_table.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/wrapped_label.h"
 #include "results/fit_texts.h"
 
 namespace tarnwick {
@@ -35,7 +36,7 @@ FitTogetherView::FitTogetherView(QWidget* parent) : QWidget(parent) {
 
 void FitTogetherView::Show(const FitOfSeveral& together) {
   verdict_->Show(together.whole);
-  shared_->setText(ToQt(SharedText(together)));
+  shared_->ShowText(ToQt(SharedText(together)));
   members_->setColumnCount(5);
   members_->setHorizontalHeaderLabels({tr("DataSet"), tr("Verdict"), tr("Points"),
                                        ToQt(NameOfSum(together.whole.statistics.weighting)),

@@ -6,12 +6,11 @@
 
 #include "fit/fit_result.h"
 
-class QLabel;
-
 namespace tarnwick {
 
 class FullTable;
 class VerdictLabel;
+class WrappedLabel;
 
 class FitTogetherView final : public QWidget {
   Q_OBJECT
@@ -22,7 +21,7 @@ class FitTogetherView final : public QWidget {
 
  private:
   VerdictLabel* verdict_ = nullptr;
-  QLabel* shared_ = nullptr;
+  WrappedLabel* shared_ = nullptr;
   FullTable* members_ = nullptr;
   FullTable* figures_ = nullptr;
 };

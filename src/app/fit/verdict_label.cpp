@@ -6,6 +6,7 @@
 
 #include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/wrapped_label.h"
 
 namespace tarnwick {
 namespace {
@@ -32,20 +33,12 @@ void VerdictLabel::Show(const FitResult& result) {
   const char* const kind = Failed(result.outcome.why) ? "failed" : KindOfVerdict(result.verdict);
   icon_->setPixmap(InkIcon(std::string("verdict-") + kind).pixmap(kIconSize, kIconSize));
   icon_->setAccessibleName(tr(kind));
-  sentence_->setText(ToQt(result.verdict.summary));
+  sentence_->ShowText(ToQt(result.verdict.summary));
 }
 
 const char* KindOfVerdict(const FitVerdict& verdict) {
   if (verdict.untested) return "untested";
   return verdict.trustworthy ? "good" : "doubtful";
-}
-
-QLabel* SentencesLabel(QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setWordWrap(true);
-  label->setTextFormat(Qt::PlainText);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  return label;
 }
 
 QLabel* HeadingLabel(const QString& text, QWidget* parent) {

@@ -9,6 +9,8 @@ class QLabel;
 
 namespace tarnwick {
 
+class WrappedLabel;
+
 class VerdictLabel final : public QWidget {
   Q_OBJECT
 
@@ -19,15 +21,13 @@ class VerdictLabel final : public QWidget {
 
  private:
   QLabel* icon_ = nullptr;
-  QLabel* sentence_ = nullptr;
+  WrappedLabel* sentence_ = nullptr;
 };
 
 /// One name for the picture and for who cannot see it.
 const char* KindOfVerdict(const FitVerdict& verdict);
 
-/// A label of plain text that is broken into lines and can be copied from.
-QLabel* SentencesLabel(QWidget* parent);
-/// The same in bold letters, on one line.
+/// A label of one line in bold letters.
 QLabel* HeadingLabel(const QString& text, QWidget* parent);
 
 }  // namespace tarnwick

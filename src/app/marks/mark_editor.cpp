@@ -199,7 +199,7 @@ QWidget* TxyMark::MakePosition() {
     connect(field.edit, &QLineEdit::editingFinished, this, &TxyMark::EndTyping);
   }
   const int below = static_cast<int>(position_.size());
-  refused_ = new WrappedLabel({});
+  refused_ = SentencesLabel();
   refused_->setObjectName("Refused");
   QPalette colors = refused_->palette();
   colors.setColor(QPalette::WindowText, WrongTextColor());

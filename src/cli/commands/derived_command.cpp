@@ -12,50 +12,49 @@ struct Options {
   MadeSeriesArguments made;
   std::string dataset;
   int bins = 100;
-  bool hide_source = false;
 };
 
 template <DerivedKind kKind>
 void Run(const Options& options, Output& output) {
   RunMadeSeries(options.made, output, [&](TxyGraph& graph) -> const TSeries& {
     TSeries& source = graph.Series(ChooseSeries(graph, options.dataset));
-    const MadeSeries made =
-        AddDerived(graph, source, kKind,
-                   {.name = options.made.name,
-                    .y_axis = options.made.Axis(),
-                    .source = options.hide_source ? SourceAfter::Hidden : SourceAfter::Shown,
-                    .bins = options.bins});
+    const bool hides = HidesSource(kKind) && !options.made.show_source;
+    const MadeSeries made = AddDerived(graph, source, kKind,
+                                       {.name = options.made.name,
+                                        .y_axis = options.made.Axis(),
+                                        .source = hides ? SourceAfter::Hidden : SourceAfter::Shown,
+                                        .bins = options.bins});
     output.Note(made.told);
+    if (hides) TellHidden(options.made, source, output);
     output.Note(LiveSourceText(source));
     return made.series;
   });
 }
 
-std::shared_ptr<Options> Declare(Command& command, Action& action,
-                                 void (*run)(const Options&, Output&)) {
+template <DerivedKind kKind>
+std::shared_ptr<Options> Declare(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddMadeSeries(command, options->made);
   AddDataset(command, options->dataset);
-  command.AddFlag("--hide-source", options->hide_source,
-                  "The DataSet it is computed from is no longer drawn");
-  OnCommand(command, action, options, run);
+  if (HidesSource(kKind)) AddShowSource(command, options->made, "beside what is made of it");
+  OnCommand(command, action, options, &Run<kKind>);
   return options;
 }
 
 }  // namespace
 
 void DeclareIntegrate(Command& command, Action& action) {
-  Declare(command, action, &Run<DerivedKind::Integral>);
+  Declare<DerivedKind::Integral>(command, action);
 }
 void DeclareSum(Command& command, Action& action) {
-  Declare(command, action, &Run<DerivedKind::RunningSum>);
+  Declare<DerivedKind::RunningSum>(command, action);
 }
 void DeclareDifferentiate(Command& command, Action& action) {
-  Declare(command, action, &Run<DerivedKind::Derivative>);
+  Declare<DerivedKind::Derivative>(command, action);
 }
 
 void DeclareHistogram(Command& command, Action& action) {
-  const std::shared_ptr<Options> options = Declare(command, action, &Run<DerivedKind::Histogram>);
+  const std::shared_ptr<Options> options = Declare<DerivedKind::Histogram>(command, action);
   command.Add("--bins", options->bins, "Number of bins").Check(kPositiveNumber);
 }
 

@@ -24,7 +24,6 @@ struct ToolArguments {
   std::string dataset = {};
   std::vector<Given> settings = {};
   std::vector<std::optional<std::string>> others = {};
-  bool show_source = false;
 };
 
 std::vector<std::string> WordsOf(const FieldControl& control) {
@@ -80,12 +79,10 @@ void RunTool(const ToolArguments& arguments, Output& output) {
     }
     const MadeSeries made = AddMade(graph, tool, std::move(input),
                                     arguments.made.Wanted(MadeName(graph, source, tool)));
-    const bool hides = tool.x == ResultX::Own && !arguments.show_source;
+    const bool hides = tool.x == ResultX::Own && !arguments.made.show_source;
     if (hides) HideSource(graph, source, made.series, tool.x);
     output.Note(made.told);
-    if (hides && arguments.made.save.Wanted())
-      output.Note('"' + source.SeriesName() +
-                  "\" has another X and is not drawn beside it; --show-source draws it.");
+    if (hides) TellHidden(arguments.made, source, output);
     output.Note(LiveSourceText(source));
     return made.series;
   });
@@ -108,9 +105,7 @@ void DeclareToolCommand(const Tool& tool, Command& command, Action& action) {
   arguments->settings.resize(tool.settings.size());
   for (std::size_t i = 0; i < tool.settings.size(); ++i)
     AddSetting(command, tool.settings[i], arguments->settings[i]);
-  if (tool.x == ResultX::Own)
-    command.AddFlag("--show-source", arguments->show_source,
-                    "The DataSet it is computed from stays drawn, though its X is another");
+  if (tool.x == ResultX::Own) AddShowSource(command, arguments->made, "though its X is another");
   OnCommand(command, action, arguments, &RunTool);
 }
 

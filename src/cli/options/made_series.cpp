@@ -13,6 +13,16 @@ void AddMadeSeries(Command& command, MadeSeriesArguments& arguments) {
   AddSave(command, arguments.save);
 }
 
+void AddShowSource(Command& command, MadeSeriesArguments& arguments, const std::string& why) {
+  command.AddFlag("--show-source", arguments.show_source,
+                  "The DataSet it is computed from stays drawn, " + why);
+}
+
+void TellHidden(const MadeSeriesArguments& arguments, const TSeries& source, Output& output) {
+  if (!arguments.save.Wanted()) return;
+  output.Note('"' + source.SeriesName() + "\" is no longer drawn; --show-source draws it.");
+}
+
 void RunMadeSeries(const MadeSeriesArguments& arguments, Output& output,
                    const std::function<const TSeries&(TxyGraph&)>& make) {
   if (arguments.save.Wanted()) CheckSave(arguments.save);
@@ -22,7 +32,9 @@ void RunMadeSeries(const MadeSeriesArguments& arguments, Output& output,
     PrintPoints(made, output);
     return;
   }
-  SaveOutput(*input.graph, input.graph->SeriesCount() - 1, arguments.save, output);
+  std::size_t place = 0;
+  while (&input.graph->Series(place) != &made) ++place;
+  SaveOutput(*input.graph, place, arguments.save, output);
   PrintSaved(arguments.save, output);
 }
 

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <utility>
 
+#include "base/quantile.h"
+
 namespace tarnwick {
 namespace {
 
@@ -50,9 +52,7 @@ std::vector<std::size_t> GapsInEvenSteps(std::span<const double> x,
     }
   }
   if (steps.empty()) return {};
-  const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-  std::ranges::nth_element(steps, middle);
-  const double usual = *middle;
+  const double usual = MedianOf(steps);
   const auto even = std::ranges::count_if(
       steps, [usual](double step) { return std::abs(step - usual) <= kEven * usual; });
   if (static_cast<double>(even) < kMostEven * static_cast<double>(steps.size())) return {};

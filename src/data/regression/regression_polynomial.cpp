@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 
+#include "base/quantile.h"
 #include "base/undefined.h"
 #include "data/regression/regression.h"
 
@@ -90,13 +90,6 @@ Quadratic Constant(const Frame& frame) {
           frame.count == 0 ? kUndefined : static_cast<double>(frame.mean_y)};
 }
 
-double Median(std::vector<double>& values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  if (values.size() % 2 != 0) return *middle;
-  return std::midpoint(*std::max_element(values.begin(), middle), *middle);
-}
-
 // The outer thirds of the points, and what the slope does to them. The difference of their median residuals falls as the
 // slope rises, so that its zero can be bracketed.
 class OuterThirds {
@@ -105,21 +98,21 @@ class OuterThirds {
       : samples_(samples), third_(std::max<std::size_t>(1, samples.x.size() / 3)) {}
 
   double Distance() const {
-    return MedianOf(Right(), [&](std::size_t i) { return samples_.x[i]; }) -
-           MedianOf(0, [&](std::size_t i) { return samples_.x[i]; });
+    return MedianFrom(Right(), [&](std::size_t i) { return samples_.x[i]; }) -
+           MedianFrom(0, [&](std::size_t i) { return samples_.x[i]; });
   }
   double Difference(double slope) const {
     const auto residual = [&](std::size_t i) { return samples_.y[i] - slope * samples_.x[i]; };
-    return MedianOf(Right(), residual) - MedianOf(0, residual);
+    return MedianFrom(Right(), residual) - MedianFrom(0, residual);
   }
 
  private:
   std::size_t Right() const { return samples_.x.size() - third_; }
   template <class Value>
-  double MedianOf(std::size_t begin, Value value) const {
+  double MedianFrom(std::size_t begin, Value value) const {
     std::vector<double> values(third_);
     for (std::size_t i = 0; i < third_; ++i) values[i] = value(begin + i);
-    return Median(values);
+    return MedianOf(values);
   }
 
   const Samples& samples_;
@@ -212,7 +205,7 @@ Quadratic FitRobustLine(const PointChain& points) {
   line.b = ResistantSlope(OuterThirds(samples));
   std::vector<double>& residuals = samples.y;
   for (std::size_t i = 0; i < residuals.size(); ++i) residuals[i] -= line.b * samples.x[i];
-  line.c = Median(residuals);
+  line.c = MedianOf(residuals);
   return line;
 }
 

@@ -72,6 +72,7 @@ bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)
 
 void Document::HistoryMoved() {
   graph_.SetChanged(history_.Changed());
+  files_.FollowHistory();
   emit stateChanged();
   TellFailedRegressions();
 }

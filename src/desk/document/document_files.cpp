@@ -256,13 +256,19 @@ void DocumentFiles::TakeReadAgain(const ReadResult& result, OpenEdit& step) {
   TakeWhole(result);
   data_told_.ReadAgain(result.told);
   SettleTooManyPoints();
-  if (step.Finish() && HasMadeSeries(document_.WholeGraph())) {
-    const char* const text =
-        "what was computed from the data is of the data before: Analysis, Recompute does it anew";
-    data_told_.Add({{ToldAbout::Outdated, text}});
-  }
+  EditHistory& history = document_.History();
+  const bool before = history.ResultsOutdated();
+  history.SetResultsOutdated(before || HasMadeSeries(document_.WholeGraph()));
+  if (!step.Finish()) history.SetResultsOutdated(before);
   // What is told may have changed without a step, or behind it.
   emit document_.stateChanged();
+}
+
+void DocumentFiles::FollowHistory() {
+  if (!document_.History().ResultsOutdated()) return data_told_.Drop(ToldAbout::Outdated);
+  const char* const text =
+      "what was computed from the data is of the data before: Analysis, Recompute does it anew";
+  data_told_.Add({{ToldAbout::Outdated, text}});
 }
 
 ReadResult DocumentFiles::ReadAgain(const std::vector<std::size_t>& which) {

@@ -43,6 +43,8 @@ class DocumentFiles {
   /// What was decided or left out in reading what the graph shows, until it is closed.
   DocumentTold& Told() { return data_told_; }
   const DocumentTold& Told() const { return data_told_; }
+  /// Steps were made, undone or made again.
+  void FollowHistory();
   /// A remark in passing on the last loading; empty for nothing.
   const std::string& Note() const { return note_; }
   void ForgetNote() { note_.clear(); }

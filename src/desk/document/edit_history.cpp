@@ -59,9 +59,9 @@ EditHistory::EditHistory(TxyGraph& graph, LookOrigin& look, QObject* parent)
     : QObject(parent), graph_(graph), look_(look) {}
 
 StatePointer EditHistory::Present() const {
-  EditState present{graph_.State(), look_};
+  EditState present{graph_.State(), look_, results_outdated_};
   const bool same = last_ && SameState(last_->graph, present.graph) &&
-                    last_->look.own == look_.own &&
+                    last_->look.own == look_.own && last_->results_outdated == results_outdated_ &&
                     last_->look.arranged_for == look_.arranged_for &&
                     last_->graph.marks.CurrentId() == present.graph.marks.CurrentId();
   return same ? last_ : std::make_shared<const EditState>(std::move(present));
@@ -70,6 +70,7 @@ StatePointer EditHistory::Present() const {
 void EditHistory::Restore(const EditState& state) {
   graph_.SetState(state.graph);
   look_ = state.look;
+  results_outdated_ = state.results_outdated;
 }
 
 void EditHistory::GoTo(const EditState& target, const EditState& before, const EditState& after) {
@@ -122,6 +123,7 @@ void EditHistory::DropLast() {
 void EditHistory::Clear() {
   stack_.clear();
   last_.reset();
+  results_outdated_ = false;
   emit moved();
 }
 

@@ -25,6 +25,7 @@ struct LookOrigin {
 struct EditState {
   GraphState graph;
   LookOrigin look;
+  bool results_outdated = false;  ///< what was computed from the data is of those before
 };
 
 /// Whether a step of the same name straight after is taken for one with it.
@@ -65,6 +66,10 @@ class EditHistory final : public QObject {
   /// Undoes the last step for good: it cannot be redone.
   void DropLast();
 
+  /// Goes back and forth with the steps; a change belongs to the step that is open.
+  bool ResultsOutdated() const { return results_outdated_; }
+  void SetResultsOutdated(bool outdated) { results_outdated_ = outdated; }
+
   /// Forgets every step.
   void Clear();
   /// Whether the present state is another than the one that was called unchanged last: undone back to what was saved, a
@@ -87,6 +92,7 @@ class EditHistory final : public QObject {
   LookOrigin& look_;
   QUndoStack stack_;
   std::shared_ptr<const EditState> last_;
+  bool results_outdated_ = false;
   int open_ = 0;
   int run_ = 0;            // like steps are one within a run of them
   std::int64_t made_ = 0;  // steps so far

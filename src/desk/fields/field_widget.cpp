@@ -103,7 +103,7 @@ void FieldWidget::ShowRemark(const FieldRemark& remark) {
   control_->setToolTip(remark.text.empty() ? tip_ : ToQt(remark.text));
   if (!remark_ && remark.text.empty()) return;
   if (!remark_) {
-    remark_ = new WrappedLabel({}, this);
+    remark_ = SentencesLabel(this);
     remark_->setObjectName("Remark");
     column_->addWidget(remark_);
   }

@@ -23,4 +23,11 @@ void WrappedLabel::Fit() {
   setFixedHeight(std::max(heightForWidth(width()), 0));  // below 0 without a text
 }
 
+WrappedLabel* SentencesLabel(QWidget* parent) {
+  auto* label = new WrappedLabel({}, parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
 }  // namespace tarnwick

@@ -20,4 +20,7 @@ class WrappedLabel final : public QLabel {
   void Fit();
 };
 
+/// One of sentences as they stand, which can be copied from.
+WrappedLabel* SentencesLabel(QWidget* parent = nullptr);
+
 }  // namespace tarnwick

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "base/quantile.h"
 #include "data/points/point_columns.h"
 #include "data/series/statistics.h"
 #include "desk/widgets/text.h"

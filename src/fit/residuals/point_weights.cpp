@@ -4,14 +4,13 @@
 #include <cmath>
 #include <cstddef>
 
+#include "base/quantile.h"
 #include "base/undefined.h"
 #include "fit/residuals/greatest_size.h"
 
 namespace tarnwick {
 namespace {
 
-/// The median of |normal error| is this part of its deviation.
-constexpr double kMedianOfNormal = 0.6744897501960817;
 /// In one update a variance that follows the model falls no further.
 constexpr double kLeastFall = 0.1;
 /// Stands for a Y of 0 before the model has values: one count, or this part of the greatest.
@@ -66,9 +65,7 @@ double SlopeOfInfluence(FitLoss loss, double z) {
 double RobustDeviationOf(std::vector<double> sizes, std::size_t k) {
   if (sizes.empty()) return 0;
   const std::size_t passed = std::min(k > 0 ? k - 1 : 0, sizes.size() - 1);
-  const std::size_t middle = passed + (sizes.size() - passed) / 2;
-  std::ranges::nth_element(sizes, sizes.begin() + static_cast<std::ptrdiff_t>(middle));
-  return sizes[middle] / kMedianOfNormal;
+  return ValueAtRank(sizes, passed + (sizes.size() - passed) / 2) / kMedianOfNormal;
 }
 
 }  // namespace

@@ -5,8 +5,10 @@
 #include <limits>
 #include <string>
 
+#include "analysis/derived.h"
 #include "analysis/outliers.h"
 #include "analysis/resampling.h"
+#include "analysis/sample_comparison.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
@@ -130,21 +132,8 @@ struct Scaled {
 };
 
 Scaled ByDeviation(std::span<const double> y) {
-  long double sum = 0;
-  for (const double value : y) sum += value;
-  const long double mean = sum / static_cast<long double>(y.size());
-  long double squares = 0;
-  for (const double value : y) squares += (value - mean) * (value - mean);
-  const long double variance = squares / static_cast<long double>(y.size() - 1);
-  return {static_cast<double>(mean), static_cast<double>(std::sqrt(variance))};
-}
-
-Scaled ByArea(const ToolColumns& columns) {
-  long double area = 0;
-  for (std::size_t i = 1; i < columns.x.size(); ++i)
-    area += (static_cast<long double>(columns.x[i]) - columns.x[i - 1]) *
-            (static_cast<long double>(columns.y[i]) + columns.y[i - 1]) / 2;
-  return {0, static_cast<double>(area)};
+  const MeanAndDeviation scatter = MeanAndDeviationOf(y);
+  return {scatter.mean, scatter.deviation};
 }
 
 Scaled ScaleOf(Scale scale, const ToolColumns& columns) {
@@ -159,7 +148,7 @@ Scaled ScaleOf(Scale scale, const ToolColumns& columns) {
     case Scale::Area:
       break;
   }
-  return ByArea(columns);
+  return {0, AreaBelow(columns.x, columns.y)};
 }
 
 /// Errors of Y by the same unit, which counts as exact.

@@ -189,11 +189,17 @@ TEST_F(ResultDialogs, WhatWasComputedIsComputedAnewAsOneStep) {
   const auto is_outdated = [this] {
     return ActiveDocument().Files().Told().Tells(ToldAbout::Outdated);
   };
+  EditHistory& history = ActiveDocument().History();
   ActiveDocument().Files().Refresh();
   EXPECT_TRUE(is_outdated());
+  history.Undo();
+  EXPECT_FALSE(is_outdated()) << "the data before are back";
+  history.Redo();
   Run("AnalysisRecompute1");
   EXPECT_EQ(TakeTold().size(), 1U);
   EXPECT_FALSE(is_outdated());
+  history.Undo();
+  EXPECT_TRUE(is_outdated());
 }
 
 TEST_F(ResultDialogs, AreaAndSumAreTold) {

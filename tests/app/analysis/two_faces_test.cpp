@@ -111,9 +111,9 @@ std::vector<Row> Rows() {
        "fit --function \"$TFN/Exponential decay.tfn\" --residuals --band-curves --level 0.9 "
        "--print",
        FitWithAll},
-      {"Integral", "integrate --hide-source", Integrate<DerivedKind::Integral>},
-      {"RunningSum", "sum --name Sums --axis main", SumOnMain},
-      {"Histogram", "histogram --bins 12 --hide-source", CountInBins},
+      {"Integral", "integrate", Integrate<DerivedKind::Integral>},
+      {"RunningSum", "sum --name Sums --axis main --show-source", SumOnMain},
+      {"Histogram", "histogram --bins 12", CountInBins},
       {"Derivative", "differentiate",
        [](Document& document, Prompt& prompt) { Txy_Differ(document, prompt).accept(); }},
       {"Average", "average --reference 1 --of 1", AverageAll},
