@@ -1,10 +1,13 @@
 #include "results/made_series.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
 #include "base/error.h"
+#include "base/number_text.h"
+#include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
 #include "graph/xy_graph.h"
 #include "results/tools/recipe.h"
@@ -78,6 +81,17 @@ class Outcome {
   Recomputed result_;
 };
 
+MadeSeries WithOwnLine(TSeries& source, const Computed& made) {
+  const BaseLine before = source.GetBaseLine();
+  const BaseLine line{before.offset + made.own_line->offset, before.slope + made.own_line->slope};
+  SetBaseLine(source, line);
+  std::string told = made.told;
+  AddSentence(told, "It is now the base line of \"" + source.SeriesName() + "\" itself: " +
+                        GeneralText(line.offset, 6) + (line.slope < 0 ? " - " : " + ") +
+                        GeneralText(std::abs(line.slope), 6) + " X.");
+  return {source, std::move(told)};
+}
+
 }  // namespace
 
 std::string MadeName(const TxyGraph& graph, const TSeries& source, const Tool& tool) {
@@ -89,6 +103,7 @@ MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const New
   if (tool.suggest) tool.suggest(input.Source(), input.settings);
   if (graph.Axis(AxisId::X).ShowAsTime()) input.x = XMeans::Dates;
   Computed made = tool.compute(input);
+  if (made.own_line) return WithOwnLine(input.Source(), made);
   made.series->Source().Recipe = RecipeText(RecipeOf(tool, input));
   return {AddNewSeries(graph, std::move(made.series), input.Source(), wanted),
           std::move(made.told)};

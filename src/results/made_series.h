@@ -8,7 +8,7 @@
 
 namespace tarnwick {
 
-/// A DataSet that was added, and what is told of it: sentences.
+/// A DataSet that was added, or the source where its own base line does for it, and what is told of it: sentences.
 struct MadeSeries {
   TSeries& series;
   std::string told;
@@ -17,7 +17,8 @@ struct MadeSeries {
 /// The source's name with the tool's suffix, and "_" and the lowest number from 1 where the graph has that already.
 std::string MadeName(const TxyGraph& graph, const TSeries& source, const Tool& tool);
 
-/// Computes a DataSet from others that the graph holds and adds it, with how it was made. Throws Error as the tool and
+/// Computes a DataSet from others that the graph holds and adds it, with how it was made; or sets the source's base line, where
+/// that is what came of it. Throws Error as the tool and
 /// AddNewSeries do; the graph is then as it was.
 MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const NewSeries& wanted);
 

@@ -130,6 +130,37 @@ TEST_F(MadeOnGraph, RefusesDataSetsThatAToolCannotTake) {
   EXPECT_EQ(graph_.SeriesCount(), before);
 }
 
+TEST_F(MadeOnGraph, BaseLinesThroughRegionsAreTheSourcesOwnWhereStraight) {
+  const TSeries& source = Add("Line");
+  for (int x = 0; x < 20; ++x) graph_.Series(1).AddPoint(x, 3 + 2 * x + (x / 5 == 1 ? 50 : 0));
+  graph_.Series(1).SetZeroValue(1);
+  const auto make = [&](const char* degree, const char* regions, const char* straight) {
+    const Recipe recipe{"background",
+                        {},
+                        {{"method", "polynomial"},
+                         {"degree", degree},
+                         {"regions", regions},
+                         {"straight", straight}}};
+    return AddMade(graph_, kBackgroundTool,
+                   {{&graph_.Series(1)}, SettingsOf(kBackgroundTool, recipe)},
+                   {MadeName(graph_, source, kBackgroundTool), AxisId::Y});
+  };
+  for (const auto& [degree, straight] : {std::pair("1", "new"), {"2", "own"}}) {
+    TSeries& made = make(degree, "0:4, 10 : INF", straight).series;
+    EXPECT_NEAR(*GetY(made, 3), 0, 1e-12) << degree;
+    EXPECT_NEAR(*GetY(made, 8), 50, 1e-12) << degree;
+  }
+  for (const char* regions : {"4", "5:1", "a:b", "0:4;5:6", "30:40"})
+    EXPECT_THROW(make("1", regions, "own"), Error) << regions;
+  const std::size_t before = graph_.SeriesCount();
+  const MadeSeries own = make("1", "0:4, 10:19", "own");
+  EXPECT_EQ(graph_.SeriesCount(), before);
+  EXPECT_EQ(&own.series, &source);
+  EXPECT_NEAR(source.GetBaseLine().offset, 3, 1e-12);
+  EXPECT_NEAR(source.GetBaseLine().slope, 2, 1e-12);
+  EXPECT_THAT(own.told, HasSubstr("base line of \"Line\" itself: 3 + 2 X."));
+}
+
 TEST_F(MadeOnGraph, SpectraNameUnits) {
   rate_.Source().XDataColumn = "t (s)";
   rate_.Source().YDataColumn = "U (V)";

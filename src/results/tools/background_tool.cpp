@@ -1,23 +1,44 @@
 // A DataSet less the base line that its points suggest, or that line.
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "analysis/background.h"
+#include "analysis/polynomial_line.h"
 #include "analysis/smoothing.h"
+#include "base/error.h"
+#include "base/number_text.h"
 #include "results/tools/tool_table.h"
 
 namespace tarnwick {
 namespace {
 
-enum class Method { RubberBand, Asymmetric };
+enum class Method { RubberBand, Asymmetric, Polynomial };
 constexpr std::array kMethods = {
     FieldChoice{Method::RubberBand, "Rubber band"},
-    FieldChoice{Method::Asymmetric, "arPLS, asymmetric least squares"}};
+    FieldChoice{Method::Asymmetric, "arPLS, asymmetric least squares"},
+    FieldChoice{Method::Polynomial, "Polynomial, through chosen regions of X"}};
+enum class Straight { Own, New };
+constexpr std::array kStraight = {FieldChoice{Straight::Own, "Own, the DataSet's base line"},
+                                  FieldChoice{Straight::New, "New, a DataSet less the line"}};
 constexpr double kEvenEnough = 0.01;  // share of a step that a base line does not feel
 
 bool IsAsymmetric(const ToolSettings& settings) {
   return settings.Chosen<Method>("method") == Method::Asymmetric;
+}
+
+bool IsPolynomial(const ToolSettings& settings) {
+  return settings.Chosen<Method>("method") == Method::Polynomial;
+}
+
+bool IsStraight(const ToolSettings& settings) {
+  return IsPolynomial(settings) && settings.Whole("degree") < 2 && !settings.Is("line");
 }
 
 const ToolSetting kSettings[] = {
@@ -26,25 +47,83 @@ const ToolSetting kSettings[] = {
     {"smoothness", "Smoothness",
      control::RealWithin(1e-300, std::numeric_limits<double>::infinity()), ArPls().smoothness,
      "Of arpls: the greater, the stiffer; 1e2 to 1e9", IsAsymmetric},
+    {"degree", "Degree", control::WholeWithin(0, 9), std::int32_t{1},
+     "Of the polynomial, 0 to 9; 1 is a straight line", IsPolynomial},
+    {"regions", "Regions of X", control::kText, std::string(),
+     "Of the polynomial: where there are no peaks, as 0:10, 45:60; every point without them",
+     IsPolynomial},
+    {"straight", "A straight line is", control::ChoiceOf(kStraight),
+     static_cast<std::int32_t>(Straight::Own), "What a polynomial of degree 0 or 1 becomes",
+     IsStraight},
     {"line", "Make the base line itself", control::kCheckBox, false, "Make the base line itself"},
 };
+
+/// Of one "0:10".
+XRegion RegionOf(std::string_view text) {
+  const std::size_t colon = text.find(':');
+  if (colon != std::string_view::npos) {
+    const std::optional<double> begin = ParseNumber(TrimBlanks(text.substr(0, colon)));
+    const std::optional<double> end = ParseNumber(TrimBlanks(text.substr(colon + 1)));
+    if (begin && end && *begin <= *end) return {*begin, *end};
+  }
+  throw Error('"' + std::string(TrimBlanks(text)) +
+              "\" is no region of X: write the lower and the upper end, as 0:10, 45:60.");
+}
+
+std::vector<XRegion> RegionsOf(std::string_view text) {
+  std::vector<XRegion> regions;
+  while (!TrimBlanks(text).empty()) {
+    const std::size_t comma = std::min(text.find(','), text.size());
+    regions.push_back(RegionOf(text.substr(0, comma)));
+    text.remove_prefix(std::min(comma + 1, text.size()));
+  }
+  return regions;
+}
+
+/// A base line at each X, and what is told of it.
+struct Found {
+  std::vector<double> y;
+  std::string told;
+  std::optional<BaseLine> straight;
+};
+
+Found Polynomial(const ToolColumns& columns, const ToolSettings& settings) {
+  const std::vector<XRegion> regions = RegionsOf(settings.Text("regions"));
+  PolynomialLine line = FitPolynomialLine(columns.x, columns.y, regions, settings.Whole("degree"));
+  Found found{.y = std::move(line.y), .told = {}, .straight = {}};
+  found.told = "The base line goes through " + std::string(regions.empty() ? "all " : "") +
+               Counted(static_cast<std::int64_t>(line.points), "point");
+  if (std::isfinite(line.deviation))
+    found.told += ", which scatter about it by " + GeneralText(line.deviation, 4);
+  found.told += '.';
+  if (IsStraight(settings) && settings.Chosen<Straight>("straight") == Straight::Own)
+    found.straight = BaseLine{line.offset, line.slope};
+  return found;
+}
+
+Found FindLine(const ToolColumns& columns, const ToolSettings& settings) {
+  switch (settings.Chosen<Method>("method")) {
+    case Method::RubberBand:
+      return {RubberBand(columns.x, columns.y), {}, {}};
+    case Method::Polynomial:
+      return Polynomial(columns, settings);
+    case Method::Asymmetric:
+      break;
+  }
+  Found found{AsymmetricBaseLine(columns.y, {.smoothness = settings.Number("smoothness")}), {}, {}};
+  if (columns.x.size() > 2 && !IsEvenlySpaced(columns.x, kEvenEnough))
+    found.told = "X is not evenly spaced; the base line takes the points as if it were.";
+  return found;
+}
 
 Computed Compute(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
-  const bool asymmetric = IsAsymmetric(input.settings);
-  const std::vector<double> line =
-      asymmetric
-          ? AsymmetricBaseLine(columns.y, {.smoothness = input.settings.Number("smoothness")})
-          : RubberBand(columns.x, columns.y);
-  std::string told;
-  if (asymmetric && columns.x.size() > 2 && !IsEvenlySpaced(columns.x, kEvenEnough)) {
-    told = "X is not evenly spaced; the base line takes the points as if it were.";
-  }
-  for (std::size_t i = 0; i < line.size(); ++i)
-    columns.y[i] = input.settings.Is("line") ? line[i] : columns.y[i] - line[i];
-  AddSentence(told, LeftOutText(source, columns));
-  return {SeriesLike(source, columns.x, columns.y), told};
+  Found found = FindLine(columns, input.settings);
+  for (std::size_t i = 0; i < found.y.size(); ++i)
+    columns.y[i] = input.settings.Is("line") ? found.y[i] : columns.y[i] - found.y[i];
+  AddSentence(found.told, LeftOutText(source, columns));
+  return {SeriesLike(source, columns.x, columns.y), std::move(found.told), found.straight};
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -80,6 +81,8 @@ struct ToolInput {
 struct Computed {
   std::unique_ptr<TSeries> series;  ///< points, errors and names of columns
   std::string told;                 ///< sentences; empty for none
+  /// What the source's corrected Y still stands above: added to its base line, it does for the DataSet.
+  std::optional<BaseLine> own_line = {};
 };
 
 /// A DataSet that a tool takes beside its source.
