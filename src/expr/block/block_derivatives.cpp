@@ -99,10 +99,6 @@ int OfCall(BlockGraph& g, int y, int da, int db) {
   if (func == &LogN) return OfLogN(g, y, a, b, da, db);
   if (func == &ArcTan2) return OfArcTan2(g, a, b, da, db);
   if (func == &BesselJ) return OfBesselJ(g, a, b, db);
-  if (func == &FaddeevaRe) {
-    const int by_a = da == kNone ? kNone : g.Times(da, g.Call(&FaddeevaReByX, a, b));
-    return db == kNone ? by_a : g.Plus(by_a, g.Times(db, g.Call(&FaddeevaReByY, a, b)));
-  }
   return da == kNone ? kNone : g.Times(da, FactorOfCall(g, func, y, a));
 }
 
@@ -158,6 +154,10 @@ int OfBinary(BlockGraph& g, int y, int da, int db) {
       return Selected(g, g.Apply(BlockOp::Less, b, a), da, db);
     case BlockOp::Min:
       return Selected(g, g.Minus(g.Constant(1), g.Apply(BlockOp::Greater, a, b)), da, db);
+    case BlockOp::FaddeevaRe: {
+      const int by_a = da == kNone ? kNone : g.Times(da, g.Apply(BlockOp::FaddeevaReByX, a, b));
+      return db == kNone ? by_a : g.Plus(by_a, g.Times(db, g.Apply(BlockOp::FaddeevaReByY, a, b)));
+    }
     default:
       return kNone;
   }

@@ -8,6 +8,7 @@
 #include <hwy/highway.h>
 
 #include "expr/block/block_loops-inl.h"
+#include "expr/block/faddeeva-inl.h"
 #include "expr/block/vector_math-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -103,17 +104,31 @@ constexpr BlockKernels TwoArguments() {
 const BlockKernelTable* Table() {
   // In the order of BlockOp.
   static constexpr BlockKernelTable kTable = {
-      OneArgument<NegateOp>(),       OneArgument<AbsoluteOp>(),
-      LongFunction<SquareRootOp>(),  LongFunction<ExpOp>(),
-      LongFunction<LnOp>(),          LongFunction<SinOp>(),
-      LongFunction<CosOp>(),         LongFunction<TanOp>(),
-      TwoArguments<AddOp>(),         TwoArguments<SubtractOp>(),
-      TwoArguments<MultiplyOp>(),    TwoArguments<DivideOp>(),
-      TwoArguments<QuotientOp>(),    TwoArguments<MaskedOp>(),
-      TwoArguments<GreaterOp>(),     TwoArguments<GreaterOrEqualOp>(),
-      TwoArguments<LessOrEqualOp>(), TwoArguments<LessOp>(),
-      TwoArguments<UnequalOp>(),     TwoArguments<EqualOp>(),
-      TwoArguments<MaxOp>(),         TwoArguments<MinOp>(),
+      OneArgument<NegateOp>(),
+      OneArgument<AbsoluteOp>(),
+      LongFunction<SquareRootOp>(),
+      LongFunction<ExpOp>(),
+      LongFunction<LnOp>(),
+      LongFunction<SinOp>(),
+      LongFunction<CosOp>(),
+      LongFunction<TanOp>(),
+      TwoArguments<AddOp>(),
+      TwoArguments<SubtractOp>(),
+      TwoArguments<MultiplyOp>(),
+      TwoArguments<DivideOp>(),
+      TwoArguments<QuotientOp>(),
+      TwoArguments<MaskedOp>(),
+      TwoArguments<GreaterOp>(),
+      TwoArguments<GreaterOrEqualOp>(),
+      TwoArguments<LessOrEqualOp>(),
+      TwoArguments<LessOp>(),
+      TwoArguments<UnequalOp>(),
+      TwoArguments<EqualOp>(),
+      TwoArguments<MaxOp>(),
+      TwoArguments<MinOp>(),
+      TwoArguments<FaddeevaOp<FaddeevaReOf>>(),
+      TwoArguments<FaddeevaOp<FaddeevaReByXOf>>(),
+      TwoArguments<FaddeevaOp<FaddeevaReByYOf>>(),
   };
   return &kTable;
 }

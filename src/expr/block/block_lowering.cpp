@@ -100,8 +100,8 @@ class Lowering {
     BlockGraph& g = Graph();
     const int width = g.Apply(BlockOp::Multiply, g.Apply(BlockOp::Absolute, sigma),
                               g.Constant(std::numbers::sqrt2));
-    const int profile = g.Call(&FaddeevaRe, g.Apply(BlockOp::Quotient, x, width),
-                               g.Apply(BlockOp::Quotient, gamma, width));
+    const int profile = g.Apply(BlockOp::FaddeevaRe, g.Apply(BlockOp::Quotient, x, width),
+                                g.Apply(BlockOp::Quotient, gamma, width));
     return g.Apply(BlockOp::Quotient, profile,
                    g.Apply(BlockOp::Multiply, width, g.Constant(std::sqrt(std::numbers::pi))));
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "expr/words/added_procedures.h"
 #include "expr/words/added_words.h"
 #include "expr/words/builtin_words.h"
 #include "expr/words/evaluation_procedures.h"
@@ -41,6 +42,9 @@ constexpr std::array<ExprFunc, kBlockOpCount> kProcedures = {
     &Equal,
     &Max,
     &Min,
+    &FaddeevaRe,
+    &FaddeevaReByX,
+    &FaddeevaReByY,
 };
 
 }  // namespace

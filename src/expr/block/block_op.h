@@ -34,6 +34,10 @@ enum class BlockOp : std::uint8_t {
   Equal,
   Max,
   Min,
+  // Of voigt.
+  FaddeevaRe,
+  FaddeevaReByX,
+  FaddeevaReByY,
   // Any procedure, value by value.
   Call,
 };

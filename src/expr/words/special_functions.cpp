@@ -1,12 +1,12 @@
 #include "expr/words/special_functions.h"
 
-#include <array>
 #include <boost/math/special_functions/digamma.hpp>
 #include <cmath>
 #include <complex>
 #include <numbers>
 
 #include "base/undefined.h"
+#include "expr/words/faddeeva_nodes.h"
 
 namespace tarnwick {
 namespace {
@@ -19,39 +19,19 @@ bool IsPole(double x) {
 
 using Complex = std::complex<double>;
 
-constexpr std::size_t kTerms = 12;
-/// sqrt(pi / 12)
-constexpr double kStep = 0.51166335397324424;
-
-struct Nodes {
-  std::array<double, kTerms> square;  // of the abscissae
-  std::array<double, kTerms> weight;  // exp(-square)
-};
-
-/// Abscissae (k + offset) h.
-Nodes MakeNodes(double offset) {
-  Nodes nodes{};
-  for (std::size_t k = 0; k < kTerms; ++k) {
-    const double at = (static_cast<double>(k) + offset) * kStep;
-    nodes.square[k] = at * at;
-    nodes.weight[k] = std::exp(-nodes.square[k]);
-  }
-  return nodes;
-}
-
-/// (2 h / pi) sum weight i z / (z^2 - square) from term `first` on. Nothing is subtracted from what is alike.
-Complex NodeSum(const Nodes& nodes, std::size_t first, double x, double y) {
+/// (2 h / pi) sum weight i z / (z^2 - square). Nothing is subtracted from what is alike.
+Complex NodeSum(const FaddeevaNodes& nodes, double x, double y) {
   const double squares = x * x + y * y;
   double real = 0;
   double imaginary = 0;
-  for (std::size_t k = first; k < kTerms; ++k) {
+  for (std::size_t k = 0; k < kFaddeevaTerms; ++k) {
     const double a = (x - y) * (x + y) - nodes.square[k];
     const double b = 2 * x * y;
     const double share = nodes.weight[k] / (a * a + b * b);
     real += share * (squares + nodes.square[k]);
     imaginary += share * (squares - nodes.square[k]);
   }
-  const double factor = 2 * kStep / std::numbers::pi;
+  const double factor = 2 * kFaddeevaStep / std::numbers::pi;
   return {factor * y * real, factor * x * imaginary};
 }
 
@@ -68,9 +48,9 @@ Complex ExpOfMinusSquare(double x, double y) {
 /// What the poles of the sum leave: 2 exp(-z^2) / (1 + sign exp(-2 pi i z / h)).
 Complex PoleTerm(double sign, double x, double y) {
   constexpr double kGreatestExponent = 700;
-  const double growth = 2 * std::numbers::pi * y / kStep;
+  const double growth = 2 * std::numbers::pi * y / kFaddeevaStep;
   if (growth > kGreatestExponent) return 0;
-  const Complex turn = std::polar(std::exp(growth), -2 * std::numbers::pi * x / kStep);
+  const Complex turn = std::polar(std::exp(growth), -2 * std::numbers::pi * x / kFaddeevaStep);
   return 2.0 * ExpOfMinusSquare(x, y) / (1.0 + sign * turn);
 }
 
@@ -79,19 +59,15 @@ constexpr double kFar = 1e8;
 
 /// For x >= 0, y >= 0.
 Complex FaddeevaInQuadrant(double x, double y) {
-  static const Nodes kWhole = MakeNodes(0);
-  static const Nodes kHalf = MakeNodes(0.5);
   if (x > kFar || y > kFar) {
     const double length = std::hypot(x, y);
     const double scale = std::numbers::inv_sqrtpi / length;
     return {scale * (y / length), scale * (x / length)};
   }
-  if (y >= std::max(x, std::numbers::pi / kStep)) return NodeSum(kHalf, 0, x, y);
-  const double place = x / kStep - std::floor(x / kStep);
-  if (y >= x || place < 0.25 || place > 0.75) return PoleTerm(1, x, y) + NodeSum(kHalf, 0, x, y);
-  const double squares = x * x + y * y;
-  const double factor = kStep / std::numbers::pi / squares;
-  return PoleTerm(-1, x, y) + Complex(factor * y, factor * x) + NodeSum(kWhole, 1, x, y);
+  if (y >= std::max(x, std::numbers::pi / kFaddeevaStep)) return NodeSum(kHalfNodes, x, y);
+  const double place = x / kFaddeevaStep - std::floor(x / kFaddeevaStep);
+  if (y >= x || place < 0.25 || place > 0.75) return PoleTerm(1, x, y) + NodeSum(kHalfNodes, x, y);
+  return PoleTerm(-1, x, y) + NodeSum(kWholeNodes, x, y);
 }
 
 /// w' = -i / sqrt(pi) sum (2n + 1)!! / (2^n z^(2n + 2)), for y >= 0.
