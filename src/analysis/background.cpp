@@ -117,11 +117,13 @@ std::vector<double> RubberBand(std::span<const double> x, std::span<const double
   return band;
 }
 
-std::vector<double> AsymmetricBaseLine(std::span<const double> y, const ArPls& options) {
+std::vector<double> AsymmetricBaseLine(std::span<const double> y, const ArPls& options,
+                                       const CancelPoint& cancel) {
   std::vector<double> line(y.begin(), y.end());
   if (y.size() < 3) return line;
   std::vector<double> weights(y.size(), 1);
   for (int round = 0; round < options.rounds; ++round) {
+    cancel.Pass();
     line = SmoothWith(weights, y, options.smoothness);
     std::vector<double> next = NextWeights(y, line);
     if (next.empty()) break;

@@ -4,6 +4,8 @@
 #include <span>
 #include <vector>
 
+#include "base/cancel_point.h"
+
 namespace tarnwick {
 
 /// The lower convex hull of the points, at each X: a rubber band stretched from end to end below them (A. M. Andrew, Information
@@ -18,6 +20,7 @@ struct ArPls {
 
 /// Asymmetrically reweighted penalised least squares: S.-J. Baek, A. Park, Y.-J. Ahn & J. Choo, Analyst 140, 250 (2015). Takes
 /// the points as evenly spaced. Values are finite; fewer than three points are their own base line.
-std::vector<double> AsymmetricBaseLine(std::span<const double> y, const ArPls& options);
+std::vector<double> AsymmetricBaseLine(std::span<const double> y, const ArPls& options,
+                                       const CancelPoint& cancel = {});
 
 }  // namespace tarnwick

@@ -8,13 +8,16 @@
 #include "base/quantile.h"
 
 namespace tarnwick {
-std::vector<Expected> HampelOutliers(std::span<const double> y, int window, double times) {
+std::vector<Expected> HampelOutliers(std::span<const double> y, int window, double times,
+                                     const CancelPoint& cancel) {
   CheckWindow(window, y.size());
   const std::size_t half = static_cast<std::size_t>(window) / 2;
   std::vector<Expected> expected;
   expected.reserve(y.size());
   std::vector<double> near;
+  constexpr std::size_t kBetweenCancels = 1024;
   for (std::size_t i = 0; i < y.size(); ++i) {
+    if (i % kBetweenCancels == 0) cancel.Pass();
     const std::size_t begin = i - std::min(i, half);
     const std::size_t end = std::min(i + half + 1, y.size());
     near.assign(y.begin() + static_cast<std::ptrdiff_t>(begin),

@@ -14,6 +14,7 @@ namespace {
 
 /// Steps that differ by less than this part of their mean are taken for even.
 constexpr double kEven = 1e-6;
+constexpr std::size_t kBetweenCancels = 1024;  // points
 
 void Check(const LocalPolynomial& local, std::size_t points) {
   CheckWindow(local.window, points);
@@ -100,7 +101,7 @@ bool IsEvenlySpaced(std::span<const double> x, double share) {
 }
 
 Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> y,
-                             const LocalPolynomial& local) {
+                             const LocalPolynomial& local, const CancelPoint& cancel) {
   Check(local, x.size());
   const auto window = static_cast<std::size_t>(local.window);
   const std::size_t half = window / 2;
@@ -121,13 +122,16 @@ Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> 
   if (window > 1 && IsEvenlySpaced(x, kEven)) {
     Convolve(y, middle, inner);
   } else {
-    for (std::size_t begin = 0; begin <= last; ++begin)
+    for (std::size_t begin = 0; begin <= last; ++begin) {
+      if (begin % kBetweenCancels == 0) cancel.Pass();
       inner[begin] = Weighed(y.data() + begin, of_window(begin, begin + half));
+    }
   }
   return result;
 }
 
-std::vector<double> RunningMedian(std::span<const double> y, int window) {
+std::vector<double> RunningMedian(std::span<const double> y, int window,
+                                  const CancelPoint& cancel) {
   CheckWindow(window, y.size());
   const std::size_t half = static_cast<std::size_t>(window) / 2;
   std::vector<double> sorted;
@@ -138,6 +142,7 @@ std::vector<double> RunningMedian(std::span<const double> y, int window) {
   std::vector<double> medians;
   medians.reserve(y.size());
   for (std::size_t i = 0; i < y.size(); ++i) {
+    if (i % kBetweenCancels == 0) cancel.Pass();
     const std::size_t reach = std::min({half, i, y.size() - 1 - i});
     const std::size_t earlier = i == 0 ? 0 : std::min({half, i - 1, y.size() - i});
     // From [i - 1 - earlier, i - 1 + earlier] to [i - reach, i + reach].

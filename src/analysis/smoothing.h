@@ -5,6 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "base/cancel_point.h"
+
 namespace tarnwick {
 
 /// Of the polynomials that are fitted to a window of neighbouring points.
@@ -33,10 +35,11 @@ bool IsEvenlySpaced(std::span<const double> x, double share);
 /// has no
 /// polynomial for is undefined. Throws Error for an impossible window, or one wider than the points.
 Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> y,
-                             const LocalPolynomial& local);
+                             const LocalPolynomial& local, const CancelPoint& cancel = {});
 
 /// The median of the `window` values around each one; of as many on both sides as there are towards the ends. Tukey, Exploratory
 /// Data Analysis (1977). Throws Error for a window that is not odd, or wider than the values.
-std::vector<double> RunningMedian(std::span<const double> y, int window);
+std::vector<double> RunningMedian(std::span<const double> y, int window,
+                                  const CancelPoint& cancel = {});
 
 }  // namespace tarnwick

@@ -6,15 +6,17 @@
 #include <gtest/gtest.h>
 
 #include "analysis/background.h"
+#include "analysis/outliers.h"
 #include "analysis/scipy_rows.h"
 #include "base/error.h"
+#include "support/cancelling_progress.h"
 
 namespace tarnwick {
 namespace {
 
-using testing::DoubleNear;
-using testing::ElementsAre;
-using testing::Pointwise;
+using ::testing::DoubleNear;
+using ::testing::ElementsAre;
+using ::testing::Pointwise;
 
 TEST(Smoothing, IsThatOfScipy) {
   const std::vector<double> y = rows::Measured();
@@ -66,6 +68,17 @@ TEST(BaseLines, RubberBandIsTheLowerHull) {
 TEST(BaseLines, AsymmetricLeastSquaresIsThatOfTheReference) {
   EXPECT_THAT(AsymmetricBaseLine(rows::Measured(), {.smoothness = 100}),
               Pointwise(DoubleNear(1e-6), rows::kArPls));
+}
+
+TEST(LongTools, StopWhereNobodyWaitsForThem) {
+  const testing::CancellingProgress progress(0);
+  const CancelPoint cancel(progress);
+  const std::vector<double> x = rows::Uneven();
+  const std::vector<double> y = rows::Measured();
+  EXPECT_THROW(SmoothByPolynomials(x, y, {}, cancel), Cancelled);
+  EXPECT_THROW(RunningMedian(y, 3, cancel), Cancelled);
+  EXPECT_THROW(AsymmetricBaseLine(y, {}, cancel), Cancelled);
+  EXPECT_THROW(HampelOutliers(y, 3, 3, cancel), Cancelled);
 }
 
 }  // namespace

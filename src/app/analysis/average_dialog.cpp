@@ -82,9 +82,11 @@ QString Txy_Average::Lacking() const {
   return averaged_->count() > 0 ? QString() : tr("Add the DataSets to average, with >> or All.");
 }
 
-std::string Txy_Average::Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                              ResultStage) {
-  return AddAverage(graph, source, Averaged(graph), wanted).told;
+Making Txy_Average::Chosen(const NewSeries& wanted, ResultStage) {
+  return
+      [wanted, averaged = Averaged(Graph())](TxyGraph& graph, TSeries& source, const CancelPoint&) {
+        return AddAverage(graph, source, averaged, wanted).told;
+      };
 }
 
 }  // namespace tarnwick

@@ -18,8 +18,7 @@ class Txy_Average final : public ResultDialog {
 
  private:
   std::string NameFor(const TxyGraph& graph, const TSeries& source) const override;
-  std::string Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                   ResultStage stage) override;
+  Making Chosen(const NewSeries& wanted, ResultStage stage) override;
   QString Lacking() const override;
 
   void MakeList();

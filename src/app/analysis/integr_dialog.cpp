@@ -47,14 +47,15 @@ std::string Txy_Integr::NameFor(const TxyGraph& graph, const TSeries& source) co
   return DerivedName(graph, source, mode_);
 }
 
-std::string Txy_Integr::Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                             ResultStage stage) {
+Making Txy_Integr::Chosen(const NewSeries& wanted, ResultStage stage) {
   const bool hide = hide_source_->isChecked() && stage == ResultStage::Final;
   DerivedOptions options{.name = wanted.name,
                          .y_axis = wanted.y_axis,
                          .source = hide ? SourceAfter::Hidden : SourceAfter::Shown};
   if (bins_) options.bins = bins_->value();
-  return AddDerived(graph, source, mode_, options).told;
+  return [options, mode = mode_](TxyGraph& graph, TSeries& source, const CancelPoint&) {
+    return AddDerived(graph, source, mode, options).told;
+  };
 }
 
 Txy_Differ::Txy_Differ(Document& document, Prompt& prompt, QWidget* parent)
@@ -66,11 +67,11 @@ std::string Txy_Differ::NameFor(const TxyGraph& graph, const TSeries& source) co
   return DerivedName(graph, source, DerivedKind::Derivative);
 }
 
-std::string Txy_Differ::Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                             ResultStage) {
-  return AddDerived(graph, source, DerivedKind::Derivative,
-                    {.name = wanted.name, .y_axis = wanted.y_axis})
-      .told;
+Making Txy_Differ::Chosen(const NewSeries& wanted, ResultStage) {
+  const DerivedOptions options{.name = wanted.name, .y_axis = wanted.y_axis};
+  return [options](TxyGraph& graph, TSeries& source, const CancelPoint&) {
+    return AddDerived(graph, source, DerivedKind::Derivative, options).told;
+  };
 }
 
 }  // namespace tarnwick

@@ -20,8 +20,7 @@ class Txy_Integr final : public ResultDialog {
 
  private:
   std::string NameFor(const TxyGraph& graph, const TSeries& source) const override;
-  std::string Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                   ResultStage stage) override;
+  Making Chosen(const NewSeries& wanted, ResultStage stage) override;
 
   DerivedKind mode_;
   QCheckBox* hide_source_;
@@ -36,8 +35,7 @@ class Txy_Differ final : public ResultDialog {
 
  private:
   std::string NameFor(const TxyGraph& graph, const TSeries& source) const override;
-  std::string Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                   ResultStage stage) override;
+  Making Chosen(const NewSeries& wanted, ResultStage stage) override;
 };
 
 }  // namespace tarnwick

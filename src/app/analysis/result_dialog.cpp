@@ -15,11 +15,42 @@
 #include "desk/document/document.h"
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/text.h"
+#include "graph/xy_graph.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::int32_t kMostPreviewed = 300'000;  // points; more would make typing slow
+/// Points of a graph of which results are computed on another thread.
+constexpr std::int64_t kLarge = 20'000;
+
+/// What a making came to, on a copy of the graph.
+struct Made {
+  GraphState graph;
+  std::string told;
+  std::string refused;  ///< why nothing was made; empty: it was
+  bool cancelled = false;
+};
+
+Made MakeOnCopy(const GraphState& state, std::size_t source, const Making& making,
+                const Progress& progress) {
+  Made made;
+  try {
+    TxyGraph graph;
+    graph.SetState(state);
+    made.told = making(graph, graph.Series(source), CancelPoint(progress));
+    made.graph = graph.State();
+  } catch (const Cancelled&) {
+    made.cancelled = true;
+  } catch (const Error& error) {
+    made.refused = error.what();
+  }
+  made.cancelled = made.cancelled || progress.Cancelled();
+  return made;
+}
+
+std::string Joined(const std::string& one, const std::string& other) {
+  return one.empty() || other.empty() ? one + other : one + ' ' + other;
+}
 
 }  // namespace
 
@@ -30,6 +61,7 @@ ResultDialog::ResultDialog(Document& document, const ResultTexts& texts, AxisId 
       prompt_(prompt),
       texts_(texts),
       preview_(document),
+      later_(nullptr),
       series_(MakeSeriesList(document.Graph())),
       options_(new QFormLayout),
       output_(new OutputChoice(axis)),
@@ -70,7 +102,17 @@ ResultDialog::ResultDialog(Document& document, const ResultTexts& texts, AxisId 
 }
 
 TSeries& ResultDialog::Source() {
-  return ChosenSeries(document_.Graph(), *series_);
+  return ChosenSeries(Graph(), *series_);
+}
+
+TxyGraph& ResultDialog::Graph() {
+  return document_.Graph();
+}
+
+bool ResultDialog::IsLarge() {
+  std::int64_t points = 0;
+  for (std::size_t i = 0; i < Graph().SeriesCount(); ++i) points += Graph().Series(i).PointCount();
+  return points > kLarge;
 }
 
 QString ResultDialog::SourceName() const {
@@ -83,8 +125,13 @@ QStringList ResultDialog::SourceNames() const {
   return names;
 }
 
-void ResultDialog::OfferName() {
+void ResultDialog::ClearPreview() {
+  later_.GiveUp();
   preview_.Clear();
+}
+
+void ResultDialog::OfferName() {
+  ClearPreview();
   try {
     Follow(Source());
     output_->Offer(NameFor(document_.Graph(), Source()));
@@ -95,7 +142,7 @@ void ResultDialog::OfferName() {
 }
 
 void ResultDialog::Refresh() {
-  preview_.Clear();
+  ClearPreview();
   const std::string why = NameRefusal(document_.Graph(), output_->Chosen().name);
   output_->ShowRefusal(ToQt(why));
   const QString lacking = Lacking();
@@ -110,22 +157,30 @@ void ResultDialog::Refresh() {
 }
 
 void ResultDialog::ShowPreview() {
-  const TSeries& source = Source();
-  std::string told = LiveSourceText(source);
-  const auto add = [&told](const std::string& text) {
-    if (!text.empty()) told += (told.empty() ? "" : " ") + text;
-  };
+  std::string told = LiveSourceText(Source());
   const bool wanted = show_preview_->isChecked();
-  if (wanted && HasLiveSource(document_.Graph())) {
-    add("No preview while a live link feeds the graph.");  // it would take back what comes meanwhile
-  } else if (wanted && source.PointCount() > kMostPreviewed) {
-    add("No preview of more than " + std::to_string(kMostPreviewed) + " points.");
+  if (wanted && HasLiveSource(Graph())) {
+    // It would take back what comes meanwhile.
+    told = Joined(told, "No preview while a live link feeds the graph.");
   } else if (wanted) {
-    preview_.Show([&](TxyGraph& graph) {
-      add(Make(graph, Source(), output_->Chosen(), ResultStage::Preview));
-    });
+    const Making making = Chosen(output_->Chosen(), ResultStage::Preview);
+    if (IsLarge()) return PreviewLater(making, told);
+    preview_.Show(
+        [&](TxyGraph& graph) { told = Joined(told, making(graph, Source(), CancelPoint())); });
   }
   Tell(told, false);
+}
+
+void ResultDialog::PreviewLater(const Making& making, const std::string& told) {
+  Tell(Joined(told, "The preview is on its way."), false);
+  const auto source = static_cast<std::size_t>(series_->currentIndex());
+  later_.Begin([this, making, told, source, state = Graph().State()](Progress& progress) {
+    return [this, told, made = MakeOnCopy(state, source, making, progress)] {
+      if (!made.refused.empty()) return Tell(made.refused, true);
+      preview_.Show([&](TxyGraph& graph) { graph.SetState(made.graph); });
+      Tell(Joined(told, made.told), false);
+    };
+  });
 }
 
 void ResultDialog::Tell(const std::string& text, bool refused) {
@@ -136,11 +191,10 @@ void ResultDialog::Tell(const std::string& text, bool refused) {
 }
 
 bool ResultDialog::Finish() {
-  preview_.Clear();
   try {
-    document_.Edit(texts_.step, [&](TxyGraph& graph) {
-      Make(graph, Source(), output_->Chosen(), ResultStage::Final);
-    });
+    const Making making = Chosen(output_->Chosen(), ResultStage::Final);
+    if (IsLarge()) return FinishLarge(making);
+    document_.Edit(texts_.step, [&](TxyGraph& graph) { making(graph, Source(), CancelPoint()); });
     return true;
   } catch (const Error& error) {
     prompt_.Tell(error.what());
@@ -148,9 +202,24 @@ bool ResultDialog::Finish() {
   }
 }
 
+/// False when it was cancelled.
+bool ResultDialog::FinishLarge(const Making& making) {
+  Made made;
+  const GraphState state = Graph().State();
+  const auto source = static_cast<std::size_t>(series_->currentIndex());
+  Source();  // which must be there
+  document_.Work().Run({texts_.caption}, [&](Progress& progress) {
+    made = MakeOnCopy(state, source, making, progress);
+  });
+  if (made.cancelled) return false;
+  if (!made.refused.empty()) throw Error(made.refused);
+  document_.Edit(texts_.step, [&](TxyGraph& graph) { graph.SetState(made.graph); });
+  return true;
+}
+
 void ResultDialog::done(int result) {
   if (result == Accepted && !Lacking().isEmpty()) return;
-  preview_.Clear();
+  ClearPreview();
   if (result == Accepted && !Finish()) return;
   QDialog::done(result);
 }

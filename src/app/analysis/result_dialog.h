@@ -3,9 +3,12 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <string>
 
 #include "app/analysis/preview_edit.h"
+#include "base/cancel_point.h"
+#include "desk/work/latest_work.h"
 #include "results/new_series.h"
 
 class QCheckBox;
@@ -31,8 +34,12 @@ struct ResultTexts {
   const char* source_caption = "Source Data Set";
 };
 
-/// What of the result is told beside it.
 enum class ResultStage { Preview, Final };
+
+/// Adds a DataSet to a graph that holds the source, and answers what is told of it, an empty text for nothing. May run on another
+/// thread, and throw Error, the graph then being as it was.
+using Making =
+    std::function<std::string(TxyGraph& graph, TSeries& source, const CancelPoint& cancel)>;
 
 class ResultDialog : public QDialog {
   Q_OBJECT
@@ -47,16 +54,15 @@ class ResultDialog : public QDialog {
 
   /// Name that is offered for what is made of this DataSet.
   virtual std::string NameFor(const TxyGraph& graph, const TSeries& source) const = 0;
-  /// Adds the DataSet to the graph and answers what is told of it, an empty text for nothing. May throw Error, the graph then
-  /// being as it was.
-  virtual std::string Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                           ResultStage stage) = 0;
+  /// What is to be made by what is now chosen, which it holds by value. Throws Error where that is no longer there.
+  virtual Making Chosen(const NewSeries& wanted, ResultStage stage) = 0;
 
   /// What is still to be chosen, a sentence; OK does nothing until it is. Empty for nothing.
   virtual QString Lacking() const { return {}; }
   /// Another source is chosen, or the first one.
   virtual void Follow(const TSeries&) {}
   TSeries& Source();
+  TxyGraph& Graph();
   /// The names of the chosen one and of all that may be chosen.
   QString SourceName() const;
   QStringList SourceNames() const;
@@ -72,13 +78,18 @@ class ResultDialog : public QDialog {
 
  private:
   void ShowPreview();
+  void PreviewLater(const Making& making, const std::string& told);
+  bool IsLarge();
+  void ClearPreview();
   void Tell(const std::string& text, bool refused);
   bool Finish();
+  bool FinishLarge(const Making& making);
 
   Document& document_;
   Prompt& prompt_;
   ResultTexts texts_;
   PreviewEdit preview_;
+  LatestWork later_;  // a preview that takes its time
   QComboBox* series_;
   QVBoxLayout* source_box_;
   QFormLayout* options_;

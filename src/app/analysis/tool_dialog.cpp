@@ -124,18 +124,24 @@ std::string ToolDialog::NameFor(const TxyGraph& graph, const TSeries& source) co
   return MadeName(graph, source, tool_);
 }
 
-std::string ToolDialog::Make(TxyGraph& graph, TSeries& source, const NewSeries& wanted,
-                             ResultStage) {
-  ToolInput input{{&source}, settings_};
+Making ToolDialog::Chosen(const NewSeries& wanted, ResultStage) {
+  std::vector<std::size_t> others;
   for (std::size_t i = 0; i < others_.size(); ++i) {
     const QComboBox& list = *others_[i];
     const bool may_lack = tool_.others[i].need == OtherInput::Need::MayLack;
     if (may_lack && list.currentIndex() == list.count() - 1) break;
-    input.series.push_back(&ChosenSeries(graph, list));
+    ChosenSeries(Graph(), list);  // which must be there
+    others.push_back(static_cast<std::size_t>(list.currentIndex()));
   }
-  const MadeSeries made = AddMade(graph, tool_, std::move(input), wanted);
-  if (hide_source_ && hide_source_->isChecked()) HideSource(graph, source, made.series, tool_.x);
-  return made.told;
+  const bool hides = hide_source_ && hide_source_->isChecked();
+  return [&tool = tool_, settings = settings_, wanted, others, hides](
+             TxyGraph& graph, TSeries& source, const CancelPoint& cancel) {
+    ToolInput input{.series = {&source}, .settings = settings, .cancel = cancel};
+    for (const std::size_t other : others) input.series.push_back(&graph.Series(other));
+    const MadeSeries made = AddMade(graph, tool, std::move(input), wanted);
+    if (hides) HideSource(graph, source, made.series, tool.x);
+    return made.told;
+  };
 }
 
 }  // namespace tarnwick

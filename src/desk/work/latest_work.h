@@ -24,6 +24,7 @@ class LatestWork final : public QObject {
   /// told so by its progress, and its answer is dropped.
   void Begin(std::function<Answer(Progress&)> work);
   void GiveUp();
+  bool IsRunning() const { return progress_ != nullptr; }
 
  private:
   QThreadPool pool_;

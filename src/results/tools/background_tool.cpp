@@ -101,7 +101,8 @@ Found Polynomial(const ToolColumns& columns, const ToolSettings& settings) {
   return found;
 }
 
-Found FindLine(const ToolColumns& columns, const ToolSettings& settings) {
+Found FindLine(const ToolColumns& columns, const ToolSettings& settings,
+               const CancelPoint& cancel) {
   switch (settings.Chosen<Method>("method")) {
     case Method::RubberBand:
       return {RubberBand(columns.x, columns.y), {}, {}};
@@ -110,7 +111,8 @@ Found FindLine(const ToolColumns& columns, const ToolSettings& settings) {
     case Method::Asymmetric:
       break;
   }
-  Found found{AsymmetricBaseLine(columns.y, {.smoothness = settings.Number("smoothness")}), {}, {}};
+  Found found{
+      AsymmetricBaseLine(columns.y, {.smoothness = settings.Number("smoothness")}, cancel), {}, {}};
   if (columns.x.size() > 2 && !IsEvenlySpaced(columns.x, kEvenEnough))
     found.told = "X is not evenly spaced; the base line takes the points as if it were.";
   return found;
@@ -119,7 +121,7 @@ Found FindLine(const ToolColumns& columns, const ToolSettings& settings) {
 Computed Compute(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
-  Found found = FindLine(columns, input.settings);
+  Found found = FindLine(columns, input.settings, input.cancel);
   for (std::size_t i = 0; i < found.y.size(); ++i)
     columns.y[i] = input.settings.Is("line") ? found.y[i] : columns.y[i] - found.y[i];
   AddSentence(found.told, LeftOutText(source, columns));

@@ -217,7 +217,7 @@ Computed ComputeWithoutOutliers(const ToolInput& input) {
   const ToolSettings& settings = input.settings;
   const double times = settings.Number("times");
   const std::vector<Expected> expected =
-      IsHampel(settings) ? HampelOutliers(columns.y, settings.Whole("window"), times)
+      IsHampel(settings) ? HampelOutliers(columns.y, settings.Whole("window"), times, input.cancel)
                          : TukeyOutliers(columns.y, times);
   const bool replace = settings.Chosen<OutlierFate>("fate") == OutlierFate::Replaced;
   ToolColumns kept;

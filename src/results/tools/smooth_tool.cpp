@@ -36,11 +36,11 @@ Computed Compute(const ToolInput& input) {
   const LocalPolynomial local = {input.settings.Whole("window"), input.settings.Whole("order"),
                                  input.settings.Whole("derivative")};
   if (!FitsPolynomials(input.settings)) {
-    columns.y = RunningMedian(columns.y, local.window);
+    columns.y = RunningMedian(columns.y, local.window, input.cancel);
     return {SeriesLike(source, columns.x, columns.y), LeftOutText(source, columns)};
   }
   const double noise = NoiseOf({columns.x, columns.y});
-  const Smoothed smooth = SmoothByPolynomials(columns.x, columns.y, local);
+  const Smoothed smooth = SmoothByPolynomials(columns.x, columns.y, local, input.cancel);
   const std::string left = GeneralText(noise * smooth.noise_gain, 3);
   std::string told =
       "The noise of Y, " + GeneralText(noise, 3) + " as neighbouring points scatter, ";

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/cancel_point.h"
 #include "graph/axes/axis.h"
 #include "graph/series.h"
 #include "stream/field_table.h"
@@ -74,6 +75,7 @@ struct ToolInput {
   std::vector<TSeries*> series;
   ToolSettings settings;
   XMeans x = XMeans::Numbers;
+  CancelPoint cancel = {};  ///< of tools that may take long
 
   TSeries& Source() const { return *series.front(); }
 };

@@ -9,6 +9,9 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTest>
+#include <numeric>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -174,6 +177,26 @@ TEST_F(ResultDialogs, OfToolsShowWhatSuitsTheirSource) {
   EXPECT_FALSE(ActiveDocument().History().CanUndo());
   resample.reject();
   EXPECT_EQ(field(ToolDialog(ActiveDocument(), kClipTool, *prompt_), "Y to").text(), "INF");
+}
+
+TEST_F(ResultDialogs, OfManyPointsComputeThePreviewElsewhere) {
+  std::vector<double> x(30'000);
+  std::iota(x.begin(), x.end(), 1000.0);
+  x.back() += 0.5;  // uneven, which takes its time
+  graph_->Series(0).AddPoints(x, x);
+  const std::int32_t points = graph_->Series(0).PointCount();
+  ToolDialog dialog(ActiveDocument(), kSmoothTool, *prompt_);
+  auto& told = *dialog.findChild<QLabel*>("Told");
+  EXPECT_TRUE(told.text().contains("on its way"));
+  EXPECT_EQ(graph_->SeriesCount(), 1u);
+  for (auto* box : dialog.findChildren<QSpinBox*>())
+    if (box->accessibleName() == "Window") box->setValue(9);  // gives up what was begun
+  EXPECT_TRUE(QTest::qWaitFor([&] { return graph_->SeriesCount() == 2; }));
+  EXPECT_TRUE(told.text().contains("noise"));
+  dialog.accept();
+  ASSERT_EQ(graph_->SeriesCount(), 2u);
+  EXPECT_EQ(graph_->Series(1).PointCount(), points);
+  EXPECT_EQ(ActiveDocument().History().UndoName(), "Smoothing");
 }
 
 TEST_F(ResultDialogs, WhatWasComputedIsComputedAnewAsOneStep) {
