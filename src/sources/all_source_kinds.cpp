@@ -3,12 +3,13 @@
 #include <vector>
 
 #include "sources/database_source.h"
+#include "sources/links/link_source.h"
 
 namespace tarnwick {
 
 SourceKinds AllSourceKinds() {
   static const std::vector<SourceKind> kinds = [] {
-    std::vector<SourceKind> all = {DatabaseKind()};
+    std::vector<SourceKind> all = {DatabaseKind(), LinkKind()};
     const SourceKinds basic = BasicSourceKinds();
     all.insert(all.end(), basic.begin(), basic.end());
     return all;

@@ -111,6 +111,11 @@ void AddDatabaseOptions(Command& command, ImportArguments& arguments) {
 
 void AddImportOptions(Command& command, ImportArguments& arguments) {
   AddDatabaseOptions(command, arguments);
+  command
+      .Add("--link", arguments.links,
+           "Instead of FILE: the present values of live links, SERVICE|TOPIC!ITEM, with commas "
+           "between")
+      .Group("Reading live links");
   const char* group = "Reading a text file";
   command.Add("--x", arguments.x_column, "Column of X: a name, or #N from 0").Group(group);
   command.Add("--y", arguments.y_columns, "Column of Y; repeat for several DataSets")

@@ -15,6 +15,7 @@ struct ImportArguments {
   std::string database;  ///< instead of a file
   std::string table;
   std::string query;
+  std::string links;  ///< instead of a file
   std::string x_column;
   std::vector<std::string> y_columns;
   std::optional<int> headers;

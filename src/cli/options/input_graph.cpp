@@ -1,6 +1,8 @@
 #include "cli/options/input_graph.h"
 
+#include <QCoreApplication>
 #include <filesystem>
+#include <optional>
 
 #include "base/error.h"
 #include "base/number_text.h"
@@ -18,6 +20,7 @@
 #include "graph/layout/second_quantity.h"
 #include "sources/all_source_kinds.h"
 #include "sources/database_source.h"
+#include "sources/links/link_source.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -48,11 +51,18 @@ DatabasePlace PlaceNamed(const InputArguments& arguments) {
   return place;
 }
 
+bool NamesLinks(const InputArguments& arguments) {
+  return !arguments.import.links.empty();
+}
+
 void RequireOneSource(const InputArguments& arguments) {
   const bool database = !arguments.import.database.empty();
-  if (arguments.file.empty() && !database) throw UsageError("FILE is required");
+  const bool links = NamesLinks(arguments);
+  if (arguments.file.empty() && !database && !links) throw UsageError("FILE is required");
   if (!arguments.file.empty() && database)
     throw UsageError("--database stands instead of FILE: only one of them is read");
+  if (links && (!arguments.file.empty() || NamesDatabase(arguments)))
+    throw UsageError("--link stands instead of FILE or a data base: only one of them is read");
 }
 
 /// What the title of a plot without one of its own says.
@@ -60,7 +70,15 @@ std::string TitleOf(const InputArguments& arguments) {
   if (!arguments.import.table.empty()) return arguments.import.table;
   if (!arguments.import.database.empty())
     return NameOfData(ParseDatabaseUrl(arguments.import.database).address);
+  if (NamesLinks(arguments)) return arguments.import.links;
   return arguments.file == "-" ? std::string() : NameOfData(arguments.file);
+}
+
+/// The bus speaks to programs with a loop of events only.
+ImportSource AskOverTheBus(const std::string& links, const ImportOptions& options) {
+  std::optional<HeadlessGui> loop;
+  if (QCoreApplication::instance() == nullptr) loop.emplace();
+  return OpenLinks(links, options);
 }
 
 InputGraph ImportData(const InputArguments& arguments, Output& output) {
@@ -73,7 +91,7 @@ InputGraph ImportData(const InputArguments& arguments, Output& output) {
   load.kinds = AllSourceKinds();
   const ImportOptions options = ToImportOptions(arguments.import);
   ImportedData imported =
-      NamesDatabase(arguments)
+      arguments.file.empty() || NamesDatabase(arguments)
           ? ImportIntoGraph(*input.graph, OpenData(arguments, progress), options, load)
           : ImportIntoGraph(*input.graph, arguments.file, options, load);
   input.told = std::move(imported.told);
@@ -97,6 +115,7 @@ bool IsGraphFile(const std::string& file) {
 ImportSource OpenData(const InputArguments& arguments, Progress& progress) {
   RequireOneSource(arguments);
   const ImportOptions options = ToImportOptions(arguments.import);
+  if (NamesLinks(arguments)) return AskOverTheBus(arguments.import.links, options);
   return NamesDatabase(arguments)
              ? OpenDatabase(PlaceNamed(arguments), options)
              : OpenImportSource(arguments.file, options, AllSourceKinds(), progress);

@@ -1,0 +1,48 @@
+// Live links over the session bus: the service is a name on the bus, the topic the path of an object, the item what is asked
+// of it. Knows the bus and its interface for links; knows no numbers.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <chrono>
+#include <memory>
+
+#include "sources/links/bus_connection.h"
+#include "sources/links/link_transport.h"
+
+namespace tarnwick {
+
+/// How long an answer is waited for.
+inline constexpr std::chrono::milliseconds kLinkPatience{2000};
+/// Texts that are longer are cut there: no value needs more.
+inline constexpr qsizetype kMostOfLinkText = 4096;
+
+class BusTransport final : public QObject, public LinkTransport {
+  Q_OBJECT
+
+ public:
+  explicit BusTransport(std::shared_ptr<BusConnection> connection,
+                        std::chrono::milliseconds patience = kLinkPatience);
+  ~BusTransport() override;
+
+  bool SetLink(const std::string& service, const std::string& topic) override;
+  bool Open() override;
+  void Close() override;
+  std::string RequestData(const std::string& item) override;
+  void Bind(const std::string& item, Changed changed) override;
+  std::string Trouble() const override { return trouble_; }
+
+ private slots:
+  void HearChange(const QString& item, const QString& text);
+
+ private:
+  std::shared_ptr<BusConnection> connection_;
+  std::chrono::milliseconds patience_;
+  QString name_;
+  QString path_;
+  QString item_;
+  Changed changed_;  ///< empty: nothing is bound
+  std::string trouble_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,52 @@
+#include "sources/links/link_source.h"
+
+#include <memory>
+#include <utility>
+
+#include "base/number_text.h"
+#include "data/import/import_file.h"
+#include "sources/links/link_supplier.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr SourceSetting kSettings[] = {
+    {"XDataColumn"}, {"YDataColumn"}, {"YErrorColumn"}, {"XErrorColumn"}, {"XFormat"},
+    {"YFormat"},     {"XColExpr"},    {"YColExpr"},     {"Follow"},       {"KeepPoints"}};
+
+ColumnGuess GuessOfText(const std::string& text) {
+  ColumnGuess guess;
+  guess.has_numbers = true;
+  guess.format = FormatOfLinkText(text).value_or(ColumnFormat::Automatic);
+  guess.has_units = guess.format == ColumnFormat::NumberWithUnit;
+  guess.is_date = !guess.has_units && !ParseNumber(text);
+  return guess;
+}
+
+std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress&) {
+  return std::make_unique<TLinkSupplier>(info.DatasourceInfo);
+}
+
+}  // namespace
+
+SourceKind LinkKind() {
+  return {
+      .kind = DataSourceKind::Dde, .name = "Live links", .open = &OpenAgain, .settings = kSettings};
+}
+
+ImportSource OpenLinks(const std::string& list, const ImportOptions& options) {
+  options.Validate();
+  auto supplier = std::make_unique<TLinkSupplier>(list);
+  ImportSource source;
+  for (std::size_t i = 0; i < supplier->ColumnNames().size(); ++i) {
+    source.columns.push_back(GuessOfText(supplier->TextAt(static_cast<std::int32_t>(i))));
+  }
+  source.time.has_numbers = source.time.is_date = true;
+  source.time_columns = {kJoinedTimeColumn};  // the clock alone
+  source.info.DatasourceInfo = list;
+  source.supplier = std::move(supplier);
+  FinishSource(options, DataSourceKind::Dde, source);
+  return source;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,86 @@
+#include "sources/links/link_supplier.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "base/error.h"
+#include "data/text/field_value.h"
+#include "sources/links/bus_transport.h"
+#include "sources/links/dde_setup.h"
+#include "sources/links/link_text.h"
+#include "sources/stream_clock.h"
+
+namespace tarnwick {
+namespace {
+
+std::string WithReason(const std::string& error, const std::string& reason) {
+  return reason.empty() ? error : error + " (" + reason + ")";
+}
+
+LinkAnswer Ask(const std::string& link, const std::shared_ptr<BusConnection>& connection) {
+  TDdeSetup setup(std::make_unique<BusTransport>(connection), LinkReads::Texts,
+                  LinkUpdates::OnRequest);
+  setup.SetLink(link);
+  if (!setup.Error().empty()) return {{}, WithReason(setup.Error(), setup.Trouble())};
+  setup.Request();
+  if (setup.Text().empty()) {
+    return {{}, WithReason("The link \"" + link + "\" gives no value", setup.Trouble())};
+  }
+  if (!FormatOfLinkText(setup.Text())) {
+    return {{}, UnreadableValue(setup.Text()) + " (of the link \"" + link + "\")"};
+  }
+  return {setup.Text(), {}};
+}
+
+}  // namespace
+
+std::optional<ColumnFormat> FormatOfLinkText(std::string_view text) {
+  for (const ColumnFormat format : {ColumnFormat::Automatic, ColumnFormat::NumberWithUnit}) {
+    if (FieldValue(text, format)) return format;
+  }
+  return std::nullopt;
+}
+
+std::vector<LinkAnswer> AskLinks(const std::vector<std::string>& links) {
+  const auto connection = std::make_shared<BusConnection>();
+  std::vector<LinkAnswer> answers;
+  for (const std::string& link : links) answers.push_back(Ask(link, connection));
+  return answers;
+}
+
+TLinkSupplier::TLinkSupplier(const std::string& list)
+    : list_(list), links_(ReadLinkList(list)), names_(NamesOfLinks(links_)) {
+  const auto connection = std::make_shared<BusConnection>();
+  for (const std::string& link : links_) {
+    LinkAnswer answer = Ask(link, connection);
+    if (!answer.error.empty()) throw Error(answer.error);
+    texts_.push_back(std::move(answer.text));
+  }
+  clock_ = StreamClock().Now();
+}
+
+std::int32_t TLinkSupplier::ColumnIndex(std::string_view name) {
+  const auto link = std::ranges::find(links_, name);
+  if (link != links_.end()) return static_cast<std::int32_t>(link - links_.begin());
+  const std::int32_t column = TDataSupplier::ColumnIndex(name);
+  return column < 0 && name == kJoinedTimeName ? kJoinedTimeColumn : column;
+}
+
+std::optional<double> TLinkSupplier::ReadValue(std::int32_t column, ColumnFormat format) {
+  if (at_end_) return std::nullopt;
+  if (column == kJoinedTimeColumn) return clock_;
+  if (column == kRowNumberColumn) return 1;
+  return FieldValue(TextAt(column), format);
+}
+
+bool TLinkSupplier::HasValue(std::int32_t column) {
+  return !at_end_ &&
+         (column == kJoinedTimeColumn || column == kRowNumberColumn || !TextAt(column).empty());
+}
+
+std::string TLinkSupplier::TextAt(std::int32_t column) const {
+  const auto at = static_cast<std::size_t>(column);
+  return column >= 0 && at < texts_.size() ? texts_[at] : std::string();
+}
+
+}  // namespace tarnwick
