@@ -30,6 +30,7 @@ QString Escaped(const std::string& topic) {
 std::optional<QString> BusNameOf(const std::string& service) {
   static const QRegularExpression kName(
       QStringLiteral("\\A[A-Za-z_-][A-Za-z0-9_-]*(\\.[A-Za-z_-][A-Za-z0-9_-]*)+\\z"));
+  if (service == "*") return QString();
   QString name = QString::fromStdString(service);
   if (!name.contains('.')) name.prepend("org.tarnwick.link.");
   if (name.size() > kMostOfName || !kName.match(name).hasMatch()) return std::nullopt;

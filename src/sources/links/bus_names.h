@@ -12,7 +12,7 @@ namespace tarnwick {
 inline constexpr char kLinkInterface[] = "org.tarnwick.Link";
 
 /// The name on the bus of a link's service: a name with a dot as it stands, a plain word behind "org.tarnwick.link.".
-/// Nothing when the bus knows no such names.
+/// Of "*", which stands for whoever sends, an empty one. Nothing when the bus knows no such names.
 std::optional<QString> BusNameOf(const std::string& service);
 
 /// The object's path of a link's topic: one that begins with "/" as it stands, else "/" and the topic, in which "_" and hex

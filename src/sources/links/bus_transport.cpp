@@ -4,6 +4,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QEventLoop>
+#include <QTimer>
 #include <optional>
 #include <utility>
 
@@ -45,7 +46,7 @@ bool BusTransport::Open() {
   trouble_.clear();
   if (!connection_->IsThere()) {
     trouble_ = "there is no session bus";
-  } else if (!connection_->HasOwner(name_)) {
+  } else if (!name_.isEmpty() && !connection_->HasOwner(name_)) {
     trouble_ = "no program has the name " + name_.toStdString() + " on the session bus";
   }
   return trouble_.empty();
@@ -58,7 +59,27 @@ void BusTransport::Close() {
   changed_ = nullptr;
 }
 
+std::string BusTransport::NoneInTime() const {
+  return "none came within " + ShortestText(static_cast<double>(patience_.count()) / 1000) + " s";
+}
+
+std::string BusTransport::HearNext(const std::string& item) {
+  BusTransport ear(connection_, patience_);
+  ear.path_ = path_;
+  std::string heard;
+  QEventLoop waiting;
+  ear.Bind(item, [&](const std::string& text) {
+    heard = text;
+    waiting.quit();
+  });
+  QTimer::singleShot(patience_, &waiting, &QEventLoop::quit);
+  waiting.exec(QEventLoop::ExcludeUserInputEvents);
+  trouble_ = heard.empty() ? NoneInTime() : std::string();
+  return heard;
+}
+
 std::string BusTransport::RequestData(const std::string& item) {
+  if (name_.isEmpty()) return HearNext(item);
   QDBusMessage question =
       QDBusMessage::createMethodCall(name_, path_, kLinkInterface, QStringLiteral("Request"));
   question << QString::fromStdString(item);
@@ -69,13 +90,16 @@ std::string BusTransport::RequestData(const std::string& item) {
   connect(&answer, &QDBusPendingCallWatcher::finished, &waiting, &QEventLoop::quit);
   // Input could close the window, or change the graph, that waits for this very answer.
   if (!answer.isFinished()) waiting.exec(QEventLoop::ExcludeUserInputEvents);
-  const QDBusPendingReply<QString> reply = answer;
   trouble_.clear();
+  if (!answer.isFinished()) {
+    trouble_ = "it was not waited for";  // the thread is ending
+    return {};
+  }
+  const QDBusPendingReply<QString> reply = answer;
   if (!reply.isError()) return TextOf(reply.value());
   const QDBusError error = reply.error();
   if (error.type() == QDBusError::NoReply || error.type() == QDBusError::Timeout) {
-    const double seconds = static_cast<double>(patience_.count()) / 1000;
-    trouble_ = "no answer came within " + ShortestText(seconds) + " s";
+    trouble_ = NoneInTime();
   } else {
     trouble_ = TextOf(error.message().simplified());
   }

@@ -36,6 +36,10 @@ class BusTransport final : public QObject, public LinkTransport {
   void HearChange(const QString& item, const QString& text);
 
  private:
+  /// The next text of the item, from a program that nobody could ask by a name.
+  std::string HearNext(const std::string& item);
+  std::string NoneInTime() const;
+
   std::shared_ptr<BusConnection> connection_;
   std::chrono::milliseconds patience_;
   QString name_;

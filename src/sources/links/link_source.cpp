@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "data/import/import_file.h"
+#include "data/text/field_value.h"
 #include "sources/links/link_supplier.h"
 
 namespace tarnwick {
@@ -14,11 +15,11 @@ constexpr SourceSetting kSettings[] = {
     {"XDataColumn"}, {"YDataColumn"}, {"YErrorColumn"}, {"XErrorColumn"}, {"XFormat"},
     {"YFormat"},     {"XColExpr"},    {"YColExpr"},     {"Follow"},       {"KeepPoints"}};
 
+/// Of a text that LinkValue reads.
 ColumnGuess GuessOfText(const std::string& text) {
   ColumnGuess guess;
   guess.has_numbers = true;
-  guess.format = FormatOfLinkText(text).value_or(ColumnFormat::Automatic);
-  guess.has_units = guess.format == ColumnFormat::NumberWithUnit;
+  guess.has_units = !FieldValue(text, ColumnFormat::Automatic);
   guess.is_date = !guess.has_units && !ParseNumber(text);
   return guess;
 }
@@ -44,6 +45,8 @@ ImportSource OpenLinks(const std::string& list, const ImportOptions& options) {
   source.time.has_numbers = source.time.is_date = true;
   source.time_columns = {kJoinedTimeColumn};  // the clock alone
   source.info.DatasourceInfo = list;
+  source.info.Follow = true;
+  if (!options.x_column) source.notes.emplace_back("the time on the clock gives X");
   source.supplier = std::move(supplier);
   FinishSource(options, DataSourceKind::Dde, source);
   return source;

@@ -8,7 +8,7 @@
 #include "sources/links/bus_transport.h"
 #include "sources/links/dde_setup.h"
 #include "sources/links/link_text.h"
-#include "sources/stream_clock.h"
+#include "sources/links/stream_clock.h"
 
 namespace tarnwick {
 namespace {
@@ -26,7 +26,7 @@ LinkAnswer Ask(const std::string& link, const std::shared_ptr<BusConnection>& co
   if (setup.Text().empty()) {
     return {{}, WithReason("The link \"" + link + "\" gives no value", setup.Trouble())};
   }
-  if (!FormatOfLinkText(setup.Text())) {
+  if (!LinkValue(setup.Text(), ColumnFormat::Automatic)) {
     return {{}, UnreadableValue(setup.Text()) + " (of the link \"" + link + "\")"};
   }
   return {setup.Text(), {}};
@@ -34,11 +34,10 @@ LinkAnswer Ask(const std::string& link, const std::shared_ptr<BusConnection>& co
 
 }  // namespace
 
-std::optional<ColumnFormat> FormatOfLinkText(std::string_view text) {
-  for (const ColumnFormat format : {ColumnFormat::Automatic, ColumnFormat::NumberWithUnit}) {
-    if (FieldValue(text, format)) return format;
-  }
-  return std::nullopt;
+std::optional<double> LinkValue(std::string_view text, ColumnFormat format) {
+  const std::optional<double> value = FieldValue(text, format);
+  if (value || format != ColumnFormat::Automatic) return value;
+  return FieldValue(text, ColumnFormat::NumberWithUnit);
 }
 
 std::vector<LinkAnswer> AskLinks(const std::vector<std::string>& links) {
@@ -70,7 +69,7 @@ std::optional<double> TLinkSupplier::ReadValue(std::int32_t column, ColumnFormat
   if (at_end_) return std::nullopt;
   if (column == kJoinedTimeColumn) return clock_;
   if (column == kRowNumberColumn) return 1;
-  return FieldValue(TextAt(column), format);
+  return LinkValue(TextAt(column), format);
 }
 
 bool TLinkSupplier::HasValue(std::int32_t column) {

@@ -55,7 +55,7 @@ class TLinkSupplier final : public TDataSupplier {
   bool at_end_ = false;
 };
 
-/// The formats that read the text of a link: Automatic, else NumberWithUnit, else none.
-std::optional<ColumnFormat> FormatOfLinkText(std::string_view text);
+/// The number that a link's text means by a format; by Automatic also one with a unit.
+std::optional<double> LinkValue(std::string_view text, ColumnFormat format);
 
 }  // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QTimer>
 #include <cmath>
@@ -17,7 +18,7 @@
 #include "sources/links/bus_names.h"
 #include "sources/links/bus_transport.h"
 #include "sources/links/link_supplier.h"
-#include "sources/stream_clock.h"
+#include "sources/links/stream_clock.h"
 #include "support/refusal.h"
 
 namespace tarnwick {
@@ -44,6 +45,7 @@ TEST(BusNames, LinksAreMappedAsTheDocumentSays) {
       {"de.lab.Reactor", "/runs/now", "de.lab.Reactor", "/runs/now"},
       {"my-lab", "a_b", "org.tarnwick.link.my-lab", "/a_b"},
       {"srv", "Book 1.x", "org.tarnwick.link.srv", "/Book_201_2ex"},
+      {"*", "lab", "", "/lab"},
       {"two words", "/", std::nullopt, "/"},
       {"", "/a//b", std::nullopt, std::nullopt},
       {"a..b", "/a b", std::nullopt, std::nullopt},
@@ -91,6 +93,20 @@ TEST(LinkSource, OneRowOfPresentValuesOverTheClockOrALink) {
   EXPECT_EQ(series.Points().At(0).y, 55);
 }
 
+TEST(LinkSource, WhoeverSendsIsHeard) {
+  QDBusConnection shell = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "shell");
+  QTimer each;
+  QObject::connect(&each, &QTimer::timeout, [&] {
+    QDBusMessage signal = QDBusMessage::createSignal("/lab", "org.tarnwick.Link", "Changed");
+    signal << "temperature"
+           << "296.4";
+    shell.send(signal);
+  });
+  each.start(50);
+  EXPECT_EQ(TLinkSupplier("*|lab!temperature").TextAt(0), "296.4");
+  QDBusConnection::disconnectFromBus("shell");
+}
+
 /// Has the interface, and answers to nothing.
 class SilentPublisher final : public QDBusVirtualObject {
  public:
@@ -125,7 +141,7 @@ TEST(LinkSource, WhatDoesNotAnswerIsToldAndThePointsStay) {
       {"lab|cellar!t", "The link \"lab|cellar!t\" gives no value (No such object path"},
       {"lab|oven!pressure", "The link \"lab|oven!pressure\" gives no value"},
       {"lab|oven!state", "Error reading DDE value : abc (of the link \"lab|oven!state\")"},
-      {"silent|deaf!t", "The link \"silent|deaf!t\" gives no value (no answer came within 2 s)"},
+      {"silent|deaf!t", "The link \"silent|deaf!t\" gives no value (none came within 2 s)"},
       {"lab|oven", "A link is written service|topic!item: \"lab|oven\""},
   };
   ImportResult result =
@@ -149,7 +165,7 @@ TEST(BusTransport, TheWindowsLiveWhileAnAnswerIsWaitedFor) {
   QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
   timer.start(10);
   EXPECT_EQ(transport.RequestData("t"), "");
-  EXPECT_EQ(transport.Trouble(), "no answer came within 0.3 s");
+  EXPECT_EQ(transport.Trouble(), "none came within 0.3 s");
   EXPECT_GT(ticks, 5);
 }
 

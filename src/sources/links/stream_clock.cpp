@@ -1,4 +1,4 @@
-#include "sources/stream_clock.h"
+#include "sources/links/stream_clock.h"
 
 #include <algorithm>
 #include <cmath>
