@@ -25,7 +25,9 @@ ColumnGuess GuessOfText(const std::string& text) {
 }
 
 std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress&) {
-  return std::make_unique<TLinkSupplier>(info.DatasourceInfo);
+  auto supplier = std::make_unique<TLinkSupplier>(info.DatasourceInfo);
+  supplier->Ask();
+  return supplier;
 }
 
 }  // namespace
@@ -38,6 +40,7 @@ SourceKind LinkKind() {
 ImportSource OpenLinks(const std::string& list, const ImportOptions& options) {
   options.Validate();
   auto supplier = std::make_unique<TLinkSupplier>(list);
+  supplier->Ask();
   ImportSource source;
   for (std::size_t i = 0; i < supplier->ColumnNames().size(); ++i) {
     source.columns.push_back(GuessOfText(supplier->TextAt(static_cast<std::int32_t>(i))));

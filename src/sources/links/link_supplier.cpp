@@ -17,7 +17,7 @@ std::string WithReason(const std::string& error, const std::string& reason) {
   return reason.empty() ? error : error + " (" + reason + ")";
 }
 
-LinkAnswer Ask(const std::string& link, const std::shared_ptr<BusConnection>& connection) {
+LinkAnswer AskLink(const std::string& link, const std::shared_ptr<BusConnection>& connection) {
   TDdeSetup setup(std::make_unique<BusTransport>(connection), LinkReads::Texts,
                   LinkUpdates::OnRequest);
   setup.SetLink(link);
@@ -43,19 +43,28 @@ std::optional<double> LinkValue(std::string_view text, ColumnFormat format) {
 std::vector<LinkAnswer> AskLinks(const std::vector<std::string>& links) {
   const auto connection = std::make_shared<BusConnection>();
   std::vector<LinkAnswer> answers;
-  for (const std::string& link : links) answers.push_back(Ask(link, connection));
+  for (const std::string& link : links) answers.push_back(AskLink(link, connection));
   return answers;
 }
 
 TLinkSupplier::TLinkSupplier(const std::string& list)
-    : list_(list), links_(ReadLinkList(list)), names_(NamesOfLinks(links_)) {
+    : list_(list),
+      links_(ReadLinkList(list)),
+      names_(NamesOfLinks(links_)),
+      texts_(links_.size()) {}
+
+void TLinkSupplier::Ask() {
   const auto connection = std::make_shared<BusConnection>();
-  for (const std::string& link : links_) {
-    LinkAnswer answer = Ask(link, connection);
+  for (std::size_t i = 0; i < links_.size(); ++i) {
+    LinkAnswer answer = AskLink(links_[i], connection);
     if (!answer.error.empty()) throw Error(answer.error);
-    texts_.push_back(std::move(answer.text));
+    texts_[i] = std::move(answer.text);
   }
   clock_ = StreamClock().Now();
+}
+
+void TLinkSupplier::Put(std::int32_t column, std::string text) {
+  texts_.at(static_cast<std::size_t>(column)) = std::move(text);
 }
 
 std::int32_t TLinkSupplier::ColumnIndex(std::string_view name) {
@@ -67,7 +76,8 @@ std::int32_t TLinkSupplier::ColumnIndex(std::string_view name) {
 
 std::optional<double> TLinkSupplier::ReadValue(std::int32_t column, ColumnFormat format) {
   if (at_end_) return std::nullopt;
-  if (column == kJoinedTimeColumn) return clock_;
+  if (column == kJoinedTimeColumn)
+    return IsUndefined(clock_) ? std::nullopt : std::optional(clock_);
   if (column == kRowNumberColumn) return 1;
   return LinkValue(TextAt(column), format);
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/undefined.h"
 #include "data/data_supplier.h"
 
 namespace tarnwick {
@@ -20,9 +21,18 @@ std::vector<LinkAnswer> AskLinks(const std::vector<std::string>& links);
 
 class TLinkSupplier final : public TDataSupplier {
  public:
+  /// The columns alone: no link has a value yet. Throws Error for what is no list of links.
+  explicit TLinkSupplier(const std::string& list);
+
   /// Asks all links of the list, and the clock. Throws Error, with the fixed text of the link that fails, for one that cannot
   /// be opened, has no value, or has one that no format reads.
-  explicit TLinkSupplier(const std::string& list);
+  void Ask();
+  /// The link of a column has this value now.
+  void Put(std::int32_t column, std::string text);
+  /// It is this moment now.
+  void SetClock(double day) { clock_ = day; }
+  /// The links, one per column.
+  const std::vector<std::string>& Links() const { return links_; }
 
   std::int32_t CurrentRow() const override { return at_end_ ? 2 : 1; }
   std::int32_t HeaderRowsPassed() const override { return 0; }
@@ -51,7 +61,7 @@ class TLinkSupplier final : public TDataSupplier {
   std::vector<std::string> links_;
   std::vector<std::string> names_;
   std::vector<std::string> texts_;
-  double clock_;  ///< day number
+  double clock_ = kUndefined;  ///< day number
   bool at_end_ = false;
 };
 

@@ -103,7 +103,7 @@ TEST(LinkSource, WhoeverSendsIsHeard) {
     shell.send(signal);
   });
   each.start(50);
-  EXPECT_EQ(TLinkSupplier("*|lab!temperature").TextAt(0), "296.4");
+  EXPECT_EQ(AskLinks({"*|lab!temperature"})[0].text, "296.4");
   QDBusConnection::disconnectFromBus("shell");
 }
 
