@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "desk/sources/database_edit.h"
+#include "desk/sources/link_edit.h"
 
 namespace tarnwick {
 namespace {
@@ -14,6 +15,7 @@ PlaceEdit* Make(QWidget* parent) {
 
 constexpr PlaceEditRow kRows[] = {
     {DataSourceKind::Database, "Data base", &Make<DatabaseEdit>},
+    {DataSourceKind::Dde, "Live links", &Make<LinkEdit>},
 };
 
 }  // namespace

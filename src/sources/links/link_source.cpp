@@ -30,11 +30,18 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress&) {
   return supplier;
 }
 
+ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress&) {
+  return OpenLinks(place.DatasourceInfo, options);
+}
+
 }  // namespace
 
 SourceKind LinkKind() {
-  return {
-      .kind = DataSourceKind::Dde, .name = "Live links", .open = &OpenAgain, .settings = kSettings};
+  return {.kind = DataSourceKind::Dde,
+          .name = "Live links",
+          .begin = &BeginAt,
+          .open = &OpenAgain,
+          .settings = kSettings};
 }
 
 ImportSource OpenLinks(const std::string& list, const ImportOptions& options) {

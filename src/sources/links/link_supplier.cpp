@@ -43,6 +43,7 @@ std::optional<double> LinkValue(std::string_view text, ColumnFormat format) {
 std::vector<LinkAnswer> AskLinks(const std::vector<std::string>& links) {
   const auto connection = std::make_shared<BusConnection>();
   std::vector<LinkAnswer> answers;
+  answers.reserve(links.size());
   for (const std::string& link : links) answers.push_back(AskLink(link, connection));
   return answers;
 }
@@ -87,7 +88,7 @@ bool TLinkSupplier::HasValue(std::int32_t column) {
          (column == kJoinedTimeColumn || column == kRowNumberColumn || !TextAt(column).empty());
 }
 
-std::string TLinkSupplier::TextAt(std::int32_t column) const {
+std::string TLinkSupplier::TextAt(std::int32_t column) {
   const auto at = static_cast<std::size_t>(column);
   return column >= 0 && at < texts_.size() ? texts_[at] : std::string();
 }

@@ -42,6 +42,7 @@ class TLinkSupplier final : public TDataSupplier {
   void SkipRows(std::int32_t rows) override { at_end_ = at_end_ || rows > 0; }
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
+  std::string TextAt(std::int32_t column) override;
   std::int32_t RowCount() override { return 1; }
   /// A column also goes by its whole link; kJoinedTimeColumn is the clock.
   std::int32_t ColumnIndex(std::string_view name) override;
@@ -52,9 +53,6 @@ class TLinkSupplier final : public TDataSupplier {
   const std::string& Describe() const override { return list_; }
   std::string Place() const override { return "now"; }
   std::int64_t Line() const override { return CurrentRow(); }
-
-  /// What the link of a column has answered; empty for other columns.
-  std::string TextAt(std::int32_t column) const;
 
  private:
   std::string list_;
