@@ -38,6 +38,14 @@ std::string TDataSupplier::TextAt(std::int32_t column) {
   return value ? ShortestText(*value) : std::string();
 }
 
+bool TDataSupplier::Expect(const RowPlan&, Progress& progress) {
+  return !progress.Cancelled();
+}
+
+std::int64_t TDataSupplier::RowsBelow(std::int32_t, ColumnFormat, double, Progress&) {
+  return 0;
+}
+
 bool TDataSupplier::CountRows(Progress& progress) {
   return !progress.Cancelled();
 }

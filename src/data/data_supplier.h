@@ -15,6 +15,15 @@
 
 namespace tarnwick {
 
+/// What will be read of a source, told beforehand so that one that is far away sends no more.
+struct RowPlan {
+  std::int32_t x_column = -1;  ///< orders the rows of a source that has no order; -1: nothing does
+  std::vector<std::int32_t> columns;  ///< all that is read, by position, pseudo columns among them
+  std::int64_t first = 1;             ///< the first row wanted, as CurrentRow() counts
+  std::int64_t every = 1;             ///< from there on one row of so many
+  bool operator==(const RowPlan&) const = default;
+};
+
 class TDataSupplier {
  public:
   virtual ~TDataSupplier() = default;
@@ -56,6 +65,12 @@ class TDataSupplier {
   /// True when the names come from a line of the source in which no name was missing or a number.
   virtual bool HasNamesLine() = 0;
 
+  /// Told before rows are read, the supplier standing on one up to plan.first. What the plan does not name may be read all the
+  /// same, only slower. False: cancelled.
+  virtual bool Expect(const RowPlan& plan, Progress& progress);
+  /// How many of the first rows surely hold no number of at least `bound` at `column`; 0 where only reading tells.
+  virtual std::int64_t RowsBelow(std::int32_t column, ColumnFormat format, double bound,
+                                 Progress& progress);
   /// What reads many rows at once, as this supplier's own; null when it cannot.
   virtual const BlockSource* Blocks() const { return nullptr; }
   /// Does beforehand what RowCount() needs, in cancellable steps. False: cancelled.

@@ -91,6 +91,9 @@ struct TDSInfo {
   std::int32_t KeepPoints = 0;  ///< of rows that come later the last that are kept; 0: all (key 83)
   /// What is read of a source that holds several tables: sheet and range, or paths of arrays; empty: the first (key 84).
   std::string TablePart;
+  /// The source itself picks the rows that a view shows: the highest and lowest of each of its columns (key 85, written only
+  /// when true).
+  bool ThinnedAtSource = false;
   std::string Recipe;  ///< how computed points were made; empty: they were not (key 77)
   std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
   std::int32_t y_column_index = -1;

@@ -39,6 +39,8 @@ struct ImportOptions {
   std::optional<std::int32_t> every;         ///< this sampling frequency
   /// The sampling frequency by the number of rows. Without this and `every`: all rows up to kMostWholeRows.
   bool automatic_sampling = false;
+  /// The source itself picks the rows that a view shows, where it can; default: beyond kMostWholeRows.
+  std::optional<bool> thinned_at_source;
   std::optional<ColumnFormat> x_format;
   std::optional<ColumnFormat> y_format;
   /// Errors of Y: one for each DataSet in their order, or one rule for all; default: columns that look like errors.

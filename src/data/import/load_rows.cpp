@@ -1,7 +1,10 @@
 // Loading row by row through the supplier's own operations: the road open to every supplier, and the one that reads only
 // the rows that sampling wants.
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
+#include <numeric>
+#include <set>
 
 #include "data/import/load_run.h"
 
@@ -14,7 +17,8 @@ constexpr std::int64_t kRowsPerAdvance = 32;  // sampled rows may lie far apart
 
 void LoadRun::LoadRows() {
   supplier_.FirstRow();
-  for (std::int64_t taken = 0; GoToNextWantedRow(); ++taken) {
+  if (!PassRowsBelow()) return;
+  for (std::int64_t taken = 0; TellPlan() && GoToNextWantedRow(); ++taken) {
     if (taken % kRowsPerAdvance == 0 && !AdvanceProgress(supplier_.Position())) return;
     const std::int32_t blanks = supplier_.BlankLinesPassed();
     for (Member& member : members_) {
@@ -24,6 +28,55 @@ void LoadRun::LoadRows() {
       target.Take(ReadRow(member), [this] { return supplier_.Line(); });
     }
   }
+}
+
+/// What the source can say of rows before the first one taken need not be read. False when cancelled.
+bool LoadRun::PassRowsBelow() {
+  if (options_.value_by_value) return true;
+  for (Member& member : members_) {
+    LoadTarget& target = *member.target;
+    if (!target.Chooser().Searching() || member.headers > 0) continue;
+    const TDSInfo& info = target.Info();
+    const std::int64_t rows =
+        supplier_.RowsBelow(member.x_column, info.XFormat, info.RowChoiceValue1, progress_);
+    target.PassSearched(rows);
+    cancelled_ = cancelled_ || progress_.Cancelled();
+  }
+  return !cancelled_;
+}
+
+/// Rows that all DataSets want lie on one grid: the widest that holds theirs.
+RowPlan LoadRun::PlanAhead() const {
+  RowPlan plan{.x_column = members_.front().x_column, .columns = {}, .every = 0};
+  std::set<std::int32_t> columns;
+  for (const Member& member : members_) {
+    const LoadTarget& target = *member.target;
+    if (member.x_column != plan.x_column) plan.x_column = -1;
+    columns.insert({member.x_column, member.y_column});
+    if (const auto column = target.YErrorColumn()) columns.insert(*column);
+    if (const auto column = target.XErrorColumn()) columns.insert(*column);
+    columns.insert(target.Columns().begin(), target.Columns().end());
+    const RowChooser& chooser = target.Chooser();
+    if (chooser.NextRow() == RowChooser::kNoRow) continue;
+    const std::int64_t row = chooser.NextRow() + member.headers;
+    const std::int64_t first = plan.every == 0 ? row : std::min(plan.first, row);
+    const std::int64_t apart = plan.every == 0 ? 0 : std::abs(row - plan.first);
+    plan.every = std::gcd(std::gcd(plan.every, std::int64_t{chooser.Every()}), apart);
+    plan.first = first;
+  }
+  plan.columns.assign(columns.begin(), columns.end());
+  if (options_.value_by_value) plan.first = plan.every = 1;
+  return plan;
+}
+
+/// Anew when a first row is found, from which on rows are leapt over. False when cancelled.
+bool LoadRun::TellPlan() {
+  const auto searching = static_cast<std::size_t>(std::ranges::count_if(
+      members_, [](const Member& m) { return m.target->Chooser().Searching(); }));
+  if (searching_ == searching || members_.empty() || AllDone()) return true;
+  searching_ = searching;
+  if (!supplier_.Expect(PlanAhead(), progress_)) cancelled_ = true;
+  return !cancelled_;
 }
 
 /// Moves ahead to the first row that a DataSet wants; false when there is none.

@@ -27,6 +27,22 @@ class UpdateScope {
   TDataSeries& series_;
 };
 
+/// Puts the DataSets back as they were unless what was read is to stay.
+class RestoreScope {
+ public:
+  void Keep(TDataSeries& series) { before_.emplace_back(&series, series.State()); }
+  void Succeed() { before_.clear(); }
+  RestoreScope() = default;
+  ~RestoreScope() {
+    for (auto& [series, state] : before_) series->SetState(state);
+  }
+  RestoreScope(const RestoreScope&) = delete;
+  RestoreScope& operator=(const RestoreScope&) = delete;
+
+ private:
+  std::vector<std::pair<TDataSeries*, DataState>> before_;
+};
+
 bool IsRawColumn(const std::string& expression, std::string_view name) {
   const std::string_view text = TrimBlanks(expression);
   return text.empty() || LowerAscii(text) == name;
@@ -66,8 +82,8 @@ std::vector<LoadReport> LoadRun::Load() {
     updates.push_back(std::make_unique<UpdateScope>(*all_[member.number]));
   }
   if (CountRows()) {
-    std::vector<DataState> before;
-    for (const Member& member : members_) before.push_back(all_[member.number]->State());
+    RestoreScope before;
+    for (const Member& member : members_) before.Keep(*all_[member.number]);
     BeginTargets(std::move(transforms));
     if (const BlockSource* const blocks = UsefulBlocks()) {
       LoadBlocks(*blocks);
@@ -75,10 +91,9 @@ std::vector<LoadReport> LoadRun::Load() {
       LoadRows();
     }
     if (supplier_.WasCutShort()) {
-      for (std::size_t i = 0; i < members_.size(); ++i)
-        all_[members_[i].number]->SetState(before[i]);
       throw FileError("The file became shorter while it was read", supplier_.Describe(), "");
     }
+    before.Succeed();
     FinishTargets();
   }
   return std::move(reports_);

@@ -71,6 +71,9 @@ class LoadRun {
 
   // Row by row
   void LoadRows();
+  bool PassRowsBelow();
+  RowPlan PlanAhead() const;
+  bool TellPlan();
   bool GoToNextWantedRow();
   RowValues ReadRow(Member& member) const;
   double ReadCode(std::int32_t column, ColumnFormat format) const;
@@ -95,6 +98,7 @@ class LoadRun {
   std::vector<ColumnRequest> requests_;
   std::vector<LoadReport> reports_;
   std::optional<std::int64_t> rows_;
+  std::optional<std::size_t> searching_;  // DataSets without a first row when the plan was told
   bool cancelled_ = false;
 };
 

@@ -33,6 +33,8 @@ class LoadTarget {
 
   const TDSInfo& Info() const { return series_.Source(); }
   const RowChooser& Chooser() const { return chooser_; }
+  /// As RowChooser::PassSearched.
+  void PassSearched(std::int64_t rows) { chooser_.PassSearched(rows); }
   LoadReport& Report() { return report_; }
   /// The columns of errors that are taken, by position.
   std::optional<std::int32_t> YErrorColumn() const { return y_error_column_; }

@@ -47,11 +47,15 @@ void RowChooser::BeginTaking() {
   if (rows_left_ && *rows_left_ <= 0) next_ = kNoRow;
 }
 
+void RowChooser::PassSearched(std::int64_t rows) {
+  next_ += rows;
+  if (rows_left_) *rows_left_ -= rows;
+}
+
 RowVerdict RowChooser::Take(double x, double y) {
   if (searching_) {
     if (!(x >= info_.RowChoiceValue1)) {
-      ++next_;
-      if (rows_left_) --*rows_left_;
+      PassSearched(1);
       return RowVerdict::Passed;
     }
     BeginTaking();

@@ -33,6 +33,10 @@ class RowChooser {
   std::int64_t NextRow() const { return next_; }
   /// Decides over the row NextRow(); NaN stands for a value that could not be read.
   RowVerdict Take(double x, double y);
+  /// True while the first row taken is being looked for.
+  bool Searching() const { return searching_; }
+  /// Notes that the next `rows` rows lie before the first row taken, which Searching() is to say.
+  void PassSearched(std::int64_t rows);
   /// The sampling frequency; 1 while the first row is still being looked for.
   std::int32_t Every() const { return every_; }
   /// True when every row from NextRow() on is taken as it comes: no search, no sampling, no bound.
