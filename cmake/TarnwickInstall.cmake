@@ -32,5 +32,5 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What no library names: the plug-in that keeps the help's words.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS libqt6sql6-sqlite)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, fonts-dejavu-core")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, fonts-dejavu-core, libqt6sql6-psql, libqt6sql6-mysql, libqt6sql6-odbc")
 include(CPack)

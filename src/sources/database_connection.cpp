@@ -1,51 +1,33 @@
 #include "sources/database_connection.h"
 
+#include <sqlite3.h>
+
 #include <QSqlDriver>
-#include <QSqlQuery>
 #include <QStringList>
 #include <QUrl>
-#include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
 #include <system_error>
+#include <thread>
 
 #include "base/error.h"
+#include "sources/session_passwords.h"
 
 namespace tarnwick {
 namespace {
 
-/// How a kind of data base is reached, and kept from being written to.
-struct DriverRow {
-  const char* scheme;
-  const char* driver;
-  const char* options;
-  const char* read_only;  ///< the first statement of a connection; null: the options are enough
-};
+constexpr auto kPatience = std::chrono::milliseconds(300);  // shorter waits show nothing
+constexpr auto kBetweenLooks = std::chrono::milliseconds(20);
 
-constexpr DriverRow kDrivers[] = {
-    {"sqlite", "QSQLITE", "QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=5000", nullptr},
-    {"postgresql", "QPSQL", "connect_timeout=10",
-     "SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY"},
-    {"mysql", "QMYSQL", "MYSQL_OPT_CONNECT_TIMEOUT=10", "SET SESSION TRANSACTION READ ONLY"},
-    {"odbc", "QODBC",
-     "SQL_ATTR_ACCESS_MODE=SQL_MODE_READ_ONLY;SQL_ATTR_LOGIN_TIMEOUT=10;"
-     "SQL_ATTR_CONNECTION_TIMEOUT=60",
-     nullptr},
-};
-
-const DriverRow& RowOf(const std::string& scheme) {
-  const auto* const found =
-      std::ranges::find_if(kDrivers, [&](const DriverRow& row) { return scheme == row.scheme; });
-  if (found == std::end(kDrivers)) throw Error("There is no kind of data base \"" + scheme + "\"");
-  return *found;
-}
-
-void RequireDriver(const DriverRow& row) {
-  if (QSqlDatabase::drivers().contains(QLatin1String(row.driver))) return;
-  throw Error(std::string("The driver for ") + row.scheme + " data bases is not installed: it is " +
-              row.driver + " of Qt");
+void RequireDriver(const DatabaseDialect& dialect) {
+  if (QSqlDatabase::drivers().contains(QLatin1String(dialect.driver))) return;
+  throw Error(std::string("The driver for ") + dialect.scheme +
+              " data bases is not installed: it is " + dialect.driver + " of Qt");
 }
 
 QString NewName() {
@@ -69,48 +51,129 @@ void RequireSqliteFile(const std::string& file) {
   }
 }
 
+/// The one answer of a statement.
+QString Answer(const QSqlDatabase& database, const char* statement) {
+  QSqlQuery query(database);
+  return query.exec(QLatin1String(statement)) && query.next() ? query.value(0).toString()
+                                                              : QString();
+}
+
+/// The driver's connection, where the library that it uses is the one linked here.
+void* InterruptibleHandle(const QSqlDatabase& database) {
+  const QVariant handle = database.driver()->handle();
+  if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0) return nullptr;
+  if (Answer(database, "SELECT sqlite_source_id()") != QLatin1String(sqlite3_sourceid())) {
+    return nullptr;
+  }
+  return *static_cast<sqlite3* const*>(handle.constData());
+}
+
+/// Looks at a progress while its own thread waits for a statement.
+class Watch {
+ public:
+  Watch(const DatabaseConnection& connection, const std::string& subject, Progress& progress)
+      : thread_([&connection, subject, &progress](const std::stop_token& done) {
+          Look(connection, subject, progress, done);
+        }) {}
+
+ private:
+  static void Look(const DatabaseConnection& connection, const std::string& subject,
+                   Progress& progress, const std::stop_token& done) {
+    std::mutex mutex;
+    std::condition_variable_any changed;
+    const auto begun = std::chrono::steady_clock::now();
+    bool shown = false, stopped = false;
+    while (!done.stop_requested()) {
+      std::unique_lock lock(mutex);
+      changed.wait_for(lock, done, kBetweenLooks, [] { return false; });
+      if (done.stop_requested()) return;
+      if (!shown && std::chrono::steady_clock::now() - begun > kPatience) {
+        progress.Begin("Loading data", subject, 0);
+        shown = true;
+      }
+      if (!stopped && progress.Cancelled()) {
+        connection.Stop();
+        stopped = true;
+      }
+    }
+  }
+
+  std::jthread thread_;
+};
+
 }  // namespace
 
-DatabaseConnection::DatabaseConnection(const DatabasePlace& place) : name_(NewName()) {
-  const DriverRow& row = RowOf(place.scheme);
+DatabaseConnection::DatabaseConnection(const DatabasePlace& place)
+    : place_(place), dialect_(DialectOf(place.scheme)), name_(NewName()) {
   if (place.scheme == "sqlite") RequireSqliteFile(place.address);
-  RequireDriver(row);
-  database_ = QSqlDatabase::addDatabase(QLatin1String(row.driver), name_);
-  database_.setConnectOptions(QLatin1String(row.options));
+  RequireDriver(dialect_);
+  database_ = QSqlDatabase::addDatabase(QLatin1String(dialect_.driver), name_);
+  database_.setConnectOptions(QLatin1String(dialect_.options));
   database_.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
   if (place.scheme == "sqlite") {
     database_.setDatabaseName(QString::fromStdString(place.address));
   } else {
     OpenServer(place);
   }
-  const auto refuse = [&](const QSqlError& error) {
-    const std::string text = TextOf(error);
-    database_ = QSqlDatabase();
-    QSqlDatabase::removeDatabase(name_);
-    throw Error("The data base cannot be opened: " + place.Name() + ", " + text);
-  };
-  if (!database_.open()) refuse(database_.lastError());
-  if (row.read_only == nullptr) return;
-  QSqlError error;
-  {
-    QSqlQuery query(database_);
-    if (!query.exec(QLatin1String(row.read_only))) error = query.lastError();
+  if (!database_.open()) Refuse(database_.lastError());
+  Prepare();
+}
+
+void DatabaseConnection::Prepare() {
+  for (const char* const statement : dialect_.first) {
+    QSqlError error;
+    {
+      QSqlQuery query(database_);
+      if (!query.exec(QLatin1String(statement))) error = query.lastError();
+    }
+    if (error.isValid()) Refuse(error);
   }
-  if (error.isValid()) refuse(error);
+  if (dialect_.session != nullptr) session_ = Answer(database_, dialect_.session);
+  interruptible_ = InterruptibleHandle(database_);
+}
+
+void DatabaseConnection::Refuse(const QSqlError& error) {
+  const std::string text = TextOf(error);
+  database_ = QSqlDatabase();
+  QSqlDatabase::removeDatabase(name_);
+  throw Error("The data base cannot be opened: " + place_.Name() + ", " + text);
+}
+
+bool DatabaseConnection::Execute(QSqlQuery& query, const QString& statement,
+                                 const std::string& subject, Progress& progress) const {
+  const Watch watch(*this, subject, progress);
+  if (statement.isEmpty()) {
+    query.exec();
+  } else {
+    query.exec(statement);
+  }
+  return !progress.Cancelled();
+}
+
+void DatabaseConnection::Stop() const {
+  if (interruptible_ != nullptr) sqlite3_interrupt(static_cast<sqlite3*>(interruptible_));
+  if (dialect_.stop == nullptr || session_.isEmpty()) return;
+  try {
+    const DatabaseConnection other(place_);
+    QSqlQuery(other.Handle()).exec(QString::fromLatin1(dialect_.stop).arg(session_));
+  } catch (const Error&) {
+    // A server that takes no second connection cannot be told: the statement ends by its time-out.
+  }
+}
+
+bool DatabaseConnection::IsAlive() const {
+  return database_.isOpen() && QSqlQuery(database_).exec(QStringLiteral("SELECT 1"));
 }
 
 void DatabaseConnection::OpenServer(const DatabasePlace& place) {
-  // A graph from elsewhere may name any server: the password is for one.
-  if (qEnvironmentVariable("TARNWICK_DB_SERVER").toStdString() == place.Server()) {
-    password_ = qEnvironmentVariable("TARNWICK_DB_PASSWORD");
-  }
+  password_ = PasswordFor(place.Server());
   database_.setPassword(password_);
   if (place.scheme == "odbc") {
     database_.setDatabaseName(QString::fromStdString(place.address));
     return;
   }
   const QUrl url(QString::fromStdString(place.scheme + ':' + place.address));
-  database_.setHostName(url.host());
+  database_.setHostName(url.host().isEmpty() ? SocketOf(url) : url.host());
   if (url.port() > 0) database_.setPort(url.port());
   database_.setUserName(url.userName());
   database_.setDatabaseName(url.path().mid(1));
@@ -136,6 +199,11 @@ QString DatabaseConnection::Quoted(const std::string& table) const {
     return '"' + name.replace('"', QLatin1String("\"\"")) + '"';
   }
   return database_.driver()->escapeIdentifier(name, QSqlDriver::TableName);
+}
+
+QString DatabaseConnection::QuotedColumn(const std::string& column) const {
+  return database_.driver()->escapeIdentifier(QString::fromStdString(column),
+                                              QSqlDriver::FieldName);
 }
 
 std::string DatabaseConnection::TextOf(const QSqlError& error) const {

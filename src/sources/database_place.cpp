@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QUrl>
+#include <QUrlQuery>
 #include <algorithm>
 #include <array>
 #include <system_error>
@@ -79,6 +80,10 @@ bool HoldsWord(std::string_view lower, std::string_view word) {
 
 }  // namespace
 
+QString SocketOf(const QUrl& url) {
+  return QUrlQuery(url).queryItemValue(QStringLiteral("host"), QUrl::FullyDecoded);
+}
+
 std::string DatabasePlace::Text() const {
   const std::string base = scheme + ':' + Encoded(address);
   if (!query.empty()) return base + '?' + std::string(kQuery) + Encoded(query);
@@ -93,7 +98,8 @@ std::string DatabasePlace::Name() const {
 std::string DatabasePlace::Server() const {
   if (scheme == "sqlite") return {};
   if (scheme == "odbc") return address;
-  return QUrl(QString::fromStdString(scheme + ':' + address)).host().toStdString();
+  const QUrl url(QString::fromStdString(scheme + ':' + address));
+  return (url.host().isEmpty() ? SocketOf(url) : url.host()).toStdString();
 }
 
 DatabasePlace ParseDatabaseUrl(std::string_view url) {
@@ -121,9 +127,14 @@ DatabasePlace ParsePlace(std::string_view text) {
   return place;
 }
 
+std::string ReadingQuery(std::string_view query) {
+  std::string text(TrimBlanks(query));
+  while (text.ends_with(';') || text.ends_with(' ')) text.pop_back();
+  return text;
+}
+
 void RequireReadingQuery(std::string_view query) {
-  std::string lower = LowerAscii(TrimBlanks(query));
-  while (!lower.empty() && (lower.back() == ';' || lower.back() == ' ')) lower.pop_back();
+  const std::string lower = LowerAscii(ReadingQuery(query));
   std::size_t end = 0;
   while (end < lower.size() && IsWordByte(lower[end])) ++end;
   const std::string first = lower.substr(0, end);

@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+class QString;
+class QUrl;
+
 namespace tarnwick {
 
 /// A data base, and the table, view or query to read from it. With neither, its first table with numbers is meant.
@@ -23,6 +26,9 @@ struct DatabasePlace {
   std::string Server() const;
 };
 
+/// The folder of the local socket that an address names: "postgresql:///BASE?host=/run/postgresql". Empty where it names none.
+QString SocketOf(const QUrl& url);
+
 /// The data base that the user names: "sqlite:FILE", "postgresql://HOST/BASE", "mysql://HOST/BASE" or "odbc:NAME". A file
 /// is found from any folder then. Throws Error for what names none, and for an address with a password.
 DatabasePlace ParseDatabaseUrl(std::string_view url);
@@ -32,6 +38,9 @@ DatabasePlace PlaceOfFile(const std::filesystem::path& file);
 
 /// Reads back what Text() wrote. Throws what ParseDatabaseUrl throws.
 DatabasePlace ParsePlace(std::string_view text);
+
+/// The query without what ends it.
+std::string ReadingQuery(std::string_view query);
 
 /// Throws Error, saying why, unless `query` is one statement that begins as one that only reads does. What a server would
 /// do all the same, the connection refuses, which is for reading only.

@@ -20,13 +20,20 @@ constexpr int kJudgedRows = 1000;
 constexpr std::size_t kMostNames = 5;  // in a note
 constexpr char kBetween = '\x1F';      // no value holds it
 
-constexpr SourceSetting kSettings[] = {{"XDataColumn"},     {"YDataColumn"},
-                                       {"YErrorColumn"},    {"XErrorColumn"},
-                                       {"XFormat"},         {"YFormat"},
-                                       {"AutoRowHitFreq"},  {"RowChoiceMode"},
-                                       {"RowChoiceValue1"}, {"RowSamplingFrequency"},
-                                       {"RowChoiceValue2"}, {"AllRows"},
-                                       {"XColExpr"},        {"YColExpr"}};
+constexpr SourceSetting kSettings[] = {{"XDataColumn", SettingUse::Opens},
+                                       {"YDataColumn"},
+                                       {"YErrorColumn"},
+                                       {"XErrorColumn"},
+                                       {"XFormat"},
+                                       {"YFormat"},
+                                       {"AutoRowHitFreq"},
+                                       {"RowChoiceMode"},
+                                       {"RowChoiceValue1"},
+                                       {"RowSamplingFrequency"},
+                                       {"RowChoiceValue2"},
+                                       {"AllRows"},
+                                       {"XColExpr"},
+                                       {"YColExpr"}};
 
 /// The row's values as the fields of a line.
 std::string LineOfRow(TDBSupplier& supplier, std::size_t columns) {
@@ -60,7 +67,8 @@ void JudgeRows(TDBSupplier& supplier, ImportSource& source) {
 }
 
 void OpenTable(const DatabasePlace& place, ImportSource& source) {
-  auto supplier = std::make_unique<TDBSupplier>(place);
+  NoProgress unseen;
+  auto supplier = std::make_unique<TDBSupplier>(place, unseen);
   JudgeRows(*supplier, source);
   source.info.DatasourceInfo = place.Text();
   source.supplier = std::move(supplier);
@@ -103,12 +111,12 @@ void ExamineFile(FileToExamine file, ImportSource& source) {
   Examine(PlaceOfFile(file.name), file.options, source);
 }
 
-std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress&) {
+std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress) {
   const DatabasePlace place = ParsePlace(info.DatasourceInfo);
   if (place.table.empty() && place.query.empty()) {
     throw Error("The source names no table of its data base: " + place.Name());
   }
-  return std::make_unique<TDBSupplier>(place);
+  return std::make_unique<TDBSupplier>(place, progress);
 }
 
 ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress&) {

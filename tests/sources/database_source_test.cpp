@@ -13,6 +13,7 @@
 #include "base/error.h"
 #include "data/import/import_file.h"
 #include "data/import/load_source.h"
+#include "made_database.h"
 #include "sources/all_source_kinds.h"
 #include "sources/database_connection.h"
 #include "support/refusal.h"
@@ -21,35 +22,9 @@
 namespace tarnwick {
 namespace {
 
+using testing::MadeDatabase;
 using testing::Refusal;
 using testing::TemporaryFolder;
-
-/// A data base file that a test fills.
-class MadeDatabase {
- public:
-  explicit MadeDatabase(const std::vector<const char*>& statements) { Run(statements); }
-
-  void Run(const std::vector<const char*>& statements) const {
-    {
-      QSqlDatabase base = QSqlDatabase::addDatabase("QSQLITE", "made");
-      base.setDatabaseName(QString::fromStdString(file_));
-      ASSERT_TRUE(base.open());
-      for (const char* const statement : statements) {
-        QSqlQuery query(base);
-        EXPECT_TRUE(query.exec(statement)) << query.lastError().text().toStdString();
-      }
-    }
-    QSqlDatabase::removeDatabase("made");
-  }
-  const std::string& File() const { return file_; }
-  DatabasePlace Place(const std::string& table, const std::string& query = {}) const {
-    return {"sqlite", file_, table, query};
-  }
-
- private:
-  TemporaryFolder folder_;
-  std::string file_ = folder_.File("made %?.db").string();
-};
 
 LoadOptions WithAllKinds() {
   LoadOptions load;
@@ -70,7 +45,7 @@ std::string PointsOf(const TDataSeries& series) {
   return text;
 }
 
-const std::vector<const char*> kValues = {
+const std::vector<std::string> kValues = {
     "CREATE TABLE empty (x REAL, y REAL)",
     "CREATE TABLE notes (title TEXT)",
     "INSERT INTO notes VALUES ('one')",

@@ -1,0 +1,57 @@
+#include "sources/database_dialect.h"
+
+#include <algorithm>
+
+#include "base/error.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr const char* kPostgresFirst[] = {"SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY",
+                                          "SET statement_timeout = '10min'",
+                                          "SET idle_in_transaction_session_timeout = '1h'"};
+constexpr const char* kMysqlFirst[] = {"SET SESSION TRANSACTION READ ONLY"};
+
+const DatabaseDialect kDialects[] = {
+    {.scheme = "sqlite",
+     .driver = "QSQLITE",
+     .options = "QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=5000",
+     .first = {},
+     .transport = RowTransport::InProcess},
+    {.scheme = "postgresql",
+     .driver = "QPSQL",
+     .options = "connect_timeout=10;keepalives_idle=20;keepalives_interval=5;keepalives_count=3;"
+                "tcp_user_timeout=30000",
+     .first = kPostgresFirst,
+     .transport = RowTransport::Cursor,
+     .session = "SELECT pg_backend_pid()",
+     .stop = "SELECT pg_cancel_backend(%1)",
+     .guess = "SELECT reltuples FROM pg_class WHERE oid = to_regclass('%1')",
+     .number = "CAST(%1 AS double precision)"},
+    {.scheme = "mysql",
+     .driver = "QMYSQL",
+     .options = "MYSQL_OPT_CONNECT_TIMEOUT=10;MYSQL_OPT_READ_TIMEOUT=600",
+     .first = kMysqlFirst,
+     .session = "SELECT CONNECTION_ID()",
+     .stop = "KILL QUERY %1",
+     .nulls_first = true,
+     .number = "(%1 + 0e0)"},
+    {.scheme = "odbc",
+     .driver = "QODBC",
+     .options = "SQL_ATTR_ACCESS_MODE=SQL_MODE_READ_ONLY;SQL_ATTR_LOGIN_TIMEOUT=10;"
+                "SQL_ATTR_CONNECTION_TIMEOUT=600",
+     .first = {}},
+};
+
+}  // namespace
+
+const DatabaseDialect& DialectOf(const std::string& scheme) {
+  const auto* const found = std::ranges::find_if(
+      kDialects, [&](const DatabaseDialect& row) { return scheme == row.scheme; });
+  if (found == std::end(kDialects)) {
+    throw Error("There is no kind of data base \"" + scheme + "\"");
+  }
+  return *found;
+}
+
+}  // namespace tarnwick
