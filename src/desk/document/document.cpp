@@ -70,6 +70,14 @@ bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)
   return step.Finish();
 }
 
+void Document::TakeComing(const std::function<void(TxyGraph&)>& change) {
+  {
+    const GraphUpdate whole(graph_);
+    change(graph_);
+  }
+  if (!history_.Changed()) history_.SetChanged(true);
+}
+
 void Document::HistoryMoved() {
   graph_.SetChanged(history_.Changed());
   files_.FollowHistory();

@@ -11,6 +11,7 @@
 #include "base/prompt.h"
 #include "desk/document/document_files.h"
 #include "desk/document/edit_history.h"
+#include "desk/document/live_data.h"
 #include "desk/document/zoom_stack.h"
 #include "desk/work/long_work.h"
 #include "graph/graph_part.h"
@@ -61,6 +62,9 @@ class Document final : public QObject {
   /// False when nothing changed.
   bool Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,
             Merging merging = Merging::No);
+  /// What data that come by themselves do to the whole graph: no step, and undoing steps leaves it there. The document is changed
+  /// by it. Not while a step is open or work runs.
+  void TakeComing(const std::function<void(TxyGraph&)>& change);
   EditHistory& History() { return history_; }
   const EditHistory& History() const { return history_; }
 
@@ -73,6 +77,9 @@ class Document final : public QObject {
   /// Where the graph comes from and goes to: names, loading, saving.
   DocumentFiles& Files() { return files_; }
   const DocumentFiles& Files() const { return files_; }
+
+  /// The data that come by themselves.
+  LiveData& Live() { return live_; }
 
   /// What works long, and what asks, on the document's behalf.
   LongWork& Work() { return work_; }
@@ -109,6 +116,7 @@ class Document final : public QObject {
   LookOrigin look_;
   EditHistory history_{graph_, look_};
   DocumentFiles files_{*this};
+  LiveData live_{*this};
   std::vector<RegressionFailure> failed_regressions_;  // that the user has been told of
 };
 

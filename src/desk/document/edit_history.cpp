@@ -3,6 +3,7 @@
 #include <QUndoCommand>
 #include <utility>
 
+#include "desk/document/points_come_since.h"
 #include "graph/graph_state_compare.h"
 #include "graph/xy_graph.h"
 
@@ -75,7 +76,9 @@ void EditHistory::Restore(const EditState& state) {
 
 void EditHistory::GoTo(const EditState& target, const EditState& before, const EditState& after) {
   EditState state = target;
-  KeepView(state.graph, graph_.State(), {before.graph, after.graph});
+  const GraphState present = graph_.State();
+  KeepView(state.graph, present, {before.graph, after.graph});
+  KeepPointsComeSince(state.graph, present, {before.graph, after.graph});
   Restore(state);
 }
 

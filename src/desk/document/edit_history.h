@@ -42,6 +42,7 @@ class EditHistory final : public QObject {
   std::shared_ptr<const EditState> Present() const;
   /// While steps are open nothing can be undone, and what is closed inside another belongs to that.
   void Open() { ++open_; }
+  bool IsOpen() const { return open_ > 0; }
   /// Remembers a step from `before` to the present state; when it changed the look, that is the user's own from now on.
   /// False when both are the same or another step is open.
   bool Close(const std::string& name, Merging merging,
@@ -52,7 +53,7 @@ class EditHistory final : public QObject {
   bool CanUndo() const { return open_ == 0 && stack_.canUndo(); }
   bool CanRedo() const { return open_ == 0 && stack_.canRedo(); }
   /// Nothing happens when there is no such step. The scales that the user has zoomed to stay, unless the step changed
-  /// scales itself.
+  /// scales itself, and so do points that came by themselves since.
   void Undo();
   void Redo();
   /// Of the step that would be undone or redone, "Move Point"; empty for none.

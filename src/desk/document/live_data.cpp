@@ -1,0 +1,82 @@
+#include "desk/document/live_data.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/error.h"
+#include "desk/document/document.h"
+#include "desk/document/live_feed.h"
+#include "graph/series_of_whole.h"
+
+namespace tarnwick {
+
+LiveData::LiveData(Document& document) : document_(document) {}
+
+LiveData::~LiveData() = default;
+
+bool LiveData::HasSources() const {
+  return std::ranges::any_of(SeriesOfWhole(document_.WholeGraph()), [](const TSeries* series) {
+    return StreamOf(series->Source()) != nullptr;
+  });
+}
+
+void LiveData::Start() {
+  DropUnused();
+  std::string trouble;
+  for (const TSeries* const series : SeriesOfWhole(document_.WholeGraph())) {
+    const StreamKind* const kind = StreamOf(series->Source());
+    const bool fed = std::ranges::any_of(
+        feeds_, [series](const auto& feed) { return feed->Feeds(series->Source()); });
+    if (kind == nullptr || fed) continue;
+    try {
+      feeds_.push_back(std::make_unique<LiveFeed>(document_, *kind, *series));
+      connect(feeds_.back().get(), &LiveFeed::told, this, &LiveData::changed);
+    } catch (const Error& error) {
+      if (trouble.empty()) trouble = error.what();
+    }
+  }
+  for (const auto& feed : feeds_) {
+    if (feed->State() != StreamState::Running && feed->State() != StreamState::Away) feed->Start();
+  }
+  emit changed();
+  if (!trouble.empty()) throw Error(trouble);
+}
+
+void LiveData::Pause() {
+  for (const auto& feed : feeds_) {
+    if (feed->State() == StreamState::Running || feed->State() == StreamState::Away) feed->Pause();
+  }
+  emit changed();
+}
+
+void LiveData::Stop() {
+  for (const auto& feed : feeds_) feed->Stop();
+  DropUnused();
+  emit changed();
+}
+
+StreamState LiveData::State() const {
+  using enum StreamState;
+  for (const StreamState state : {Failed, Away, Running, Paused}) {
+    if (std::ranges::any_of(feeds_, [state](const auto& feed) { return feed->State() == state; }))
+      return state;
+  }
+  return Stopped;
+}
+
+std::vector<std::string> LiveData::Texts() const {
+  std::vector<std::string> texts;
+  for (const auto& feed : feeds_) texts.push_back(feed->Text());
+  return texts;
+}
+
+/// Streams of DataSets that are gone, or are read otherwise now.
+void LiveData::DropUnused() {
+  const std::vector<TSeries*> all = SeriesOfWhole(document_.WholeGraph());
+  std::erase_if(feeds_, [&all](const auto& feed) {
+    return std::ranges::none_of(
+        all, [&feed](const TSeries* series) { return feed->Feeds(series->Source()); });
+  });
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,47 @@
+// The data of a document that come by themselves: which of its DataSets have rows to come, and the streams that bring them, from
+// the user's start to his stop. Knows the document and the table of streams; no widget.
+#pragma once
+
+#include <QObject>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "sources/row_stream.h"
+
+namespace tarnwick {
+
+class Document;
+class LiveFeed;
+
+class LiveData final : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Part of `document`, which is its owner.
+  explicit LiveData(Document& document);
+  ~LiveData() override;
+
+  /// Whether rows can come for a DataSet of the document at all.
+  bool HasSources() const;
+  /// Begins, or goes on with, what can come. Nothing begins by itself. Throws Error for what cannot be begun; the rest runs.
+  void Start();
+  void Pause();
+  void Stop();
+  /// Of the streams the one that most needs to be seen: one that failed, is away, runs, is paused.
+  StreamState State() const;
+  /// One sentence per stream that was begun.
+  std::vector<std::string> Texts() const;
+
+ signals:
+  /// State or texts are other ones.
+  void changed();
+
+ private:
+  void DropUnused();
+
+  Document& document_;
+  std::vector<std::unique_ptr<LiveFeed>> feeds_;
+};
+
+}  // namespace tarnwick

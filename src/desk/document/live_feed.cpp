@@ -1,0 +1,126 @@
+#include "desk/document/live_feed.h"
+
+#include <QElapsedTimer>
+#include <algorithm>
+#include <utility>
+
+#include "base/error.h"
+#include "desk/document/document.h"
+#include "graph/series_of_whole.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kFrameMs = 16;
+constexpr int kIdleMs = 100;
+constexpr int kPollsUntilIdle = 30;
+constexpr int kRestPerWork = 2;
+
+std::string Counted(std::int64_t count, const char* one, const char* many) {
+  return std::to_string(count) + (count == 1 ? one : many);
+}
+
+}  // namespace
+
+LiveFeed::LiveFeed(Document& document, const StreamKind& kind, const TSeries& first)
+    : document_(document), kind_(kind), source_(first.Source()), stream_(kind.open(first)) {
+  timer_.setSingleShot(true);
+  timer_.setTimerType(Qt::PreciseTimer);
+  connect(&timer_, &QTimer::timeout, this, &LiveFeed::Poll);
+}
+
+bool LiveFeed::Feeds(const TDSInfo& info) const {
+  return info.DataSource == kind_.kind && kind_.goes_on(info) && kind_.shares(source_, info);
+}
+
+void LiveFeed::Start() {
+  if (State() != StreamState::Paused) rows_ = lost_ = unreadable_ = 0;
+  trouble_.clear();
+  stream_->Start();
+  Restart(0);
+}
+
+void LiveFeed::Pause() {
+  stream_->Pause();
+  Restart(0);
+}
+
+void LiveFeed::Stop() {
+  stream_->Stop();
+  TakeRows();
+  timer_.stop();
+  emit told();
+}
+
+std::string LiveFeed::Text() const {
+  std::string text = trouble_.empty() ? stream_->Told() : trouble_;
+  if (rows_ > 0) text += ", " + Counted(rows_, " row", " rows");
+  if (lost_ > 0) text += ", " + Counted(lost_, " row lost", " rows lost");
+  if (unreadable_ > 0) text += ", " + Counted(unreadable_, " line unreadable", " lines unreadable");
+  return text;
+}
+
+void LiveFeed::Restart(int wait_ms) {
+  polls_without_rows_ = 0;
+  timer_.start(wait_ms);
+}
+
+void LiveFeed::Poll() {
+  QElapsedTimer spent;
+  spent.start();
+  const bool came = TakeRows();
+  polls_without_rows_ = came ? 0 : polls_without_rows_ + 1;
+  if (std::string text = Text(); text != last_told_) {
+    last_told_ = std::move(text);
+    emit told();
+  }
+  const StreamState state = State();
+  const bool ended =
+      state == StreamState::Stopped || state == StreamState::Failed || state == StreamState::Paused;
+  if (ended && !came) return;
+  if (!came) {
+    timer_.start(polls_without_rows_ > kPollsUntilIdle ? kIdleMs : kFrameMs);
+    return;
+  }
+  // The picture is drawn before this comes.
+  QTimer::singleShot(0, this, [this, spent] {
+    const auto work = static_cast<int>(spent.elapsed());
+    timer_.start(std::max(kFrameMs - work, kRestPerWork * work));
+  });
+}
+
+bool LiveFeed::TakeRows() {
+  // What is being edited or read must not change meanwhile: the stream keeps its rows.
+  if (document_.History().IsOpen() || document_.Work().IsRunning()) return false;
+  const StreamRows rows = stream_->Take();
+  lost_ += rows.lost;
+  unreadable_ += rows.unreadable;
+  if (rows.x.empty() && rows.begins.empty()) return false;
+  rows_ = static_cast<std::int64_t>(rows.x.size()) + (BeginAnew(rows) ? 0 : rows_);
+  try {
+    Give(rows);
+  } catch (const Error& error) {
+    stream_->Stop();
+    trouble_ = error.what();
+  }
+  return true;
+}
+
+void LiveFeed::Give(const StreamRows& rows) {
+  const auto each = [this](TxyGraph& graph, const auto& change) {
+    for (TSeries* const series : SeriesOfWhole(graph)) {
+      if (Feeds(series->Source())) change(*series);
+    }
+  };
+  if (BeginAnew(rows)) {
+    // A step, so that the points of before can be had back.
+    document_.Edit("Live Data Began Anew", [&each, this](TxyGraph&) {
+      each(document_.WholeGraph(), [](TSeries& series) { ForgetPoints(series); });
+    });
+  }
+  document_.TakeComing([&](TxyGraph& graph) {
+    each(graph, [&](TSeries& series) { AppendRows(series, rows, kind_.columns(series.Source())); });
+  });
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,60 @@
+// One stream on its way into the DataSets of a document. Knows the document and what a stream is; no kind of source and no widget.
+//
+// What comes is taken at the screen's rate at most, seldom while nothing comes, and no more than a third of the time is spent on
+// it: a graph that is long in drawing is drawn less often, and no row is lost by that.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "sources/stream_kinds.h"
+
+namespace tarnwick {
+
+class Document;
+class TSeries;
+class TxyGraph;
+
+class LiveFeed final : public QObject {
+  Q_OBJECT
+
+ public:
+  /// For all DataSets of the document that share the stream of `first`. The document outlives the feed. Throws Error.
+  LiveFeed(Document& document, const StreamKind& kind, const TSeries& first);
+
+  bool Feeds(const TDSInfo& info) const;
+  /// From the start, or on from a pause.
+  void Start();
+  void Pause();
+  void Stop();
+  StreamState State() const { return stream_->State(); }
+  /// What the stream says, how many rows came, and how many of them were lost or held no numbers.
+  std::string Text() const;
+
+ signals:
+  /// State or text are other ones.
+  void told();
+
+ private:
+  void Poll();
+  bool TakeRows();
+  void Give(const StreamRows& rows);
+  void Restart(int wait_ms);
+
+  Document& document_;
+  const StreamKind& kind_;
+  TDSInfo source_;
+  std::unique_ptr<RowStream> stream_;
+  QTimer timer_;
+  std::int64_t rows_ = 0;
+  std::int64_t lost_ = 0;
+  std::int64_t unreadable_ = 0;
+  std::string last_told_;
+  int polls_without_rows_ = 0;
+  std::string trouble_;  // why it had to stop
+};
+
+}  // namespace tarnwick

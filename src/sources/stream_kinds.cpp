@@ -1,0 +1,19 @@
+#include "sources/stream_kinds.h"
+
+#include <algorithm>
+
+namespace tarnwick {
+
+std::span<const StreamKind> StreamKinds() {
+  return {};
+}
+
+const StreamKind* StreamOf(const TDSInfo& info) {
+  const std::span<const StreamKind> kinds = StreamKinds();
+  const auto found = std::ranges::find_if(kinds, [&info](const StreamKind& kind) {
+    return kind.kind == info.DataSource && kind.goes_on(info);
+  });
+  return found == kinds.end() ? nullptr : &*found;
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,34 @@
+// The kinds of source that go on, as rows of a table: which DataSets have rows to come, and what brings them. Knows what a kind
+// offers; whoever shows streams asks the table.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+
+#include "data/ds_info.h"
+#include "sources/append_rows.h"
+#include "sources/row_stream.h"
+
+namespace tarnwick {
+
+class TDataSeries;
+
+struct StreamKind {
+  DataSourceKind kind = DataSourceKind::Manual;
+  /// Whether rows may come for a DataSet so described.
+  bool (*goes_on)(const TDSInfo& info) = nullptr;
+  /// Whether one stream serves DataSets with these descriptions.
+  bool (*shares)(const TDSInfo& one, const TDSInfo& other) = nullptr;
+  /// A stream, stopped, for this DataSet and those that share. Throws Error for a description that no stream can follow.
+  std::unique_ptr<RowStream> (*open)(const TDataSeries& series) = nullptr;
+  /// What the points of a DataSet so described are made of.
+  StreamColumns (*columns)(const TDSInfo& info) = nullptr;
+};
+
+std::span<const StreamKind> StreamKinds();
+
+/// The kind of stream that brings rows for such a DataSet; null when none does.
+const StreamKind* StreamOf(const TDSInfo& info);
+
+}  // namespace tarnwick
