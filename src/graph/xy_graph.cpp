@@ -198,7 +198,7 @@ void TxyGraph::SettleTooManyPoints(Prompt& prompt, const std::function<void(TSer
                                    bool& ask) {
   for (const auto& series : series_) {
     if (!IsDrawn(*this, *series) || series->PointCount() <= kMaxPlottedPoints) continue;
-    if (series->thinning_settled_ || series->Source().AllRows) continue;
+    if (series->thinning_settled_ || series->Source().AllRows || series->Source().Follow) continue;
     if (ask) {
       const Question question = {
           "Maximum number of plotted points = " + std::to_string(kMaxPlottedPoints) +

@@ -3,13 +3,14 @@
 #include <vector>
 
 #include "sources/database_source.h"
+#include "sources/lines/line_source.h"
 #include "sources/links/link_source.h"
 
 namespace tarnwick {
 
 SourceKinds AllSourceKinds() {
   static const std::vector<SourceKind> kinds = [] {
-    std::vector<SourceKind> all = {DatabaseKind(), LinkKind()};
+    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind()};
     const SourceKinds basic = BasicSourceKinds();
     all.insert(all.end(), basic.begin(), basic.end());
     return all;

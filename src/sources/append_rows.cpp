@@ -40,12 +40,12 @@ void TakeRow(const StreamRows& rows, const StreamColumns& columns, std::size_t r
 /// What comes next is a piece of its own.
 void BreakLine(TDataSeries& series) {
   if (series.Points().Empty()) return;
+  if (series.Gaps().Empty()) series.SetBreakAtGaps(true);
   const std::span<const std::int32_t> known = series.Gaps().Begins();
   std::vector<std::int32_t> begins(known.begin(), known.end());
   const std::int32_t next = series.LastId() + 1;
   if (begins.empty() || begins.back() < next) begins.push_back(next);
   series.SetGaps(PointGaps(std::move(begins), next));
-  series.SetBreakAtGaps(true);
 }
 
 /// The chain without its first `count` points in the order of arrival.

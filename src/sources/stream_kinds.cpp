@@ -2,10 +2,14 @@
 
 #include <algorithm>
 
+#include "sources/follow/follow_stream.h"
+#include "sources/lines/line_source.h"
+
 namespace tarnwick {
 
 std::span<const StreamKind> StreamKinds() {
-  return {};
+  static const StreamKind kinds[] = {FollowedFileKind(), LineStreamKind()};
+  return kinds;
 }
 
 const StreamKind* StreamOf(const TDSInfo& info) {

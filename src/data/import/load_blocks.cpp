@@ -39,18 +39,17 @@ std::size_t LoadRun::Request(std::int32_t column, ColumnFormat format) {
 
 void LoadRun::LoadBlocks(const BlockSource& blocks) {
   for (Member& member : members_) {
-    member.x_request = Request(member.x_column, member.target->Info().XFormat);
-    member.y_request = Request(member.y_column, member.target->Info().YFormat);
+    const TDSInfo& info = member.target->Info();
+    member.x_request = Request(member.x_column, info.XFormat);
+    member.y_request = Request(member.y_column, info.YFormat);
     if (const auto column = member.target->YErrorColumn()) {
-      member.y_error_request =
-          Request(*column, ErrorFormatOf(member, *column, member.target->Info().YFormat));
+      member.y_error_request = Request(*column, FormatOfErrors(info, *column, info.YFormat));
     }
     if (const auto column = member.target->XErrorColumn()) {
-      member.x_error_request =
-          Request(*column, ErrorFormatOf(member, *column, member.target->Info().XFormat));
+      member.x_error_request = Request(*column, FormatOfErrors(info, *column, info.XFormat));
     }
     for (const std::int32_t column : member.target->Columns()) {
-      member.column_requests.push_back(Request(column, FormatOf(member, column)));
+      member.column_requests.push_back(Request(column, FormatOfColumn(info, column)));
     }
   }
   blocks.ReadBlocks(requests_, options_.threads, [&](const RowBlock& block) {

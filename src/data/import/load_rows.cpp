@@ -25,7 +25,8 @@ void LoadRun::LoadRows() {
       LoadTarget& target = *member.target;
       if (blanks > 0) target.PassBlankLines(blanks);
       if (target.Chooser().NextRow() != supplier_.CurrentRow() - member.headers) continue;
-      target.Take(ReadRow(member), [this] { return supplier_.Line(); });
+      target.Take(ReadRow(supplier_, target.Info(), member.row, member.columns),
+                  [this] { return supplier_.Line(); });
     }
   }
 }
@@ -91,31 +92,6 @@ bool LoadRun::GoToNextWantedRow() {
   supplier_.SkipRows(static_cast<std::int32_t>(
       std::min<std::int64_t>(ahead, std::numeric_limits<std::int32_t>::max())));
   return !supplier_.AtEnd();
-}
-
-RowValues LoadRun::ReadRow(Member& member) const {
-  const TDSInfo& info = member.target->Info();
-  RowValues values;
-  values.x = ReadCode(member.x_column, info.XFormat);
-  if (!IsUndefined(values.x)) values.y = ReadCode(member.y_column, info.YFormat);
-  const LoadTarget& target = *member.target;
-  if (const auto column = target.YErrorColumn()) {
-    values.y_error = ReadCode(*column, ErrorFormatOf(member, *column, info.YFormat));
-  }
-  if (const auto column = target.XErrorColumn()) {
-    values.x_error = ReadCode(*column, ErrorFormatOf(member, *column, info.XFormat));
-  }
-  const std::vector<std::int32_t>& columns = target.Columns();
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    member.columns[i] = ReadCode(columns[i], FormatOf(member, columns[i]));
-  }
-  values.columns = member.columns;
-  return values;
-}
-
-double LoadRun::ReadCode(std::int32_t column, ColumnFormat format) const {
-  if (const std::optional<double> value = supplier_.ReadValue(column, format)) return *value;
-  return supplier_.HasValue(column) ? kNotNumberValue : kMissingValue;
 }
 
 }  // namespace tarnwick

@@ -163,6 +163,8 @@ void LoadRun::BeginTargets(std::vector<ColumnTransforms> transforms) {
     member.target =
         std::make_unique<LoadTarget>(*all_[member.number], rows, limit, std::move(transforms[i]));
     member.columns.resize(member.target->Columns().size());
+    member.row = {member.x_column, member.y_column, member.target->YErrorColumn(),
+                  member.target->XErrorColumn(), member.target->Columns()};
   }
 }
 
@@ -179,27 +181,6 @@ void LoadRun::FinishTargets() {
       report.AddSkipped(SkipReason::XMissing, supplier_.Size() + 1);
     }
   }
-}
-
-/// How a column that a column expression reads becomes a number. The description keeps formats for X and Y only: other
-/// columns are read automatically, but with a decimal comma or grouping commas where X or Y have them.
-ColumnFormat LoadRun::FormatOf(const Member& member, std::int32_t column) {
-  const TDSInfo& info = member.target->Info();
-  if (column == member.x_column) return info.XFormat;
-  if (column == member.y_column) return info.YFormat;
-  for (const ColumnFormat format : {info.XFormat, info.YFormat}) {
-    if (format == ColumnFormat::DecimalComma || format == ColumnFormat::GroupedThousands)
-      return format;
-  }
-  return ColumnFormat::Automatic;
-}
-
-/// An error is written as its value is, unless that is a time.
-ColumnFormat LoadRun::ErrorFormatOf(const Member& member, std::int32_t column, ColumnFormat value) {
-  const bool number = value == ColumnFormat::Number || value == ColumnFormat::DecimalComma ||
-                      value == ColumnFormat::GroupedThousands ||
-                      value == ColumnFormat::NumberWithUnit;
-  return number ? value : FormatOf(member, column);
 }
 
 bool LoadRun::AdvanceProgress(std::int64_t done) {

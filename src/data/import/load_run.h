@@ -50,6 +50,7 @@ class LoadRun {
     std::int32_t y_column = 0;
     std::int32_t headers = 0;  // header rows still ahead of its first row
     std::unique_ptr<LoadTarget> target;
+    RowColumns row;             // row by row
     std::size_t x_request = 0;  // among the columns of a block; kRowNumbers = the row's number
     std::size_t y_request = 0;
     std::optional<std::size_t> y_error_request, x_error_request;
@@ -64,8 +65,6 @@ class LoadRun {
   void BeginTargets(std::vector<ColumnTransforms> transforms);
   void FinishTargets();
 
-  static ColumnFormat FormatOf(const Member& member, std::int32_t column);
-  static ColumnFormat ErrorFormatOf(const Member& member, std::int32_t column, ColumnFormat value);
   bool AdvanceProgress(std::int64_t done);
   bool AllDone() const;
 
@@ -75,8 +74,6 @@ class LoadRun {
   RowPlan PlanAhead() const;
   bool TellPlan();
   bool GoToNextWantedRow();
-  RowValues ReadRow(Member& member) const;
-  double ReadCode(std::int32_t column, ColumnFormat format) const;
 
   // Block by block
   const BlockSource* UsefulBlocks() const;

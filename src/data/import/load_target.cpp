@@ -18,16 +18,6 @@ bool RisesFrom(const PointChain& points, std::span<const double> x) {
   return (points.Empty() || x.front() >= points.LastX()) && std::is_sorted(x.begin(), x.end());
 }
 
-/// What a column expression makes of a row; NaN as in RowValues where that is no number.
-double Transformed(const ColumnTransform& transform, const RowValues& values, double raw,
-                   std::span<const double> columns) {
-  if (!transform) return raw;
-  for (const double column : columns) {
-    if (std::isnan(column)) return column;
-  }
-  return transform.value(values.x, values.y, columns).value_or(kNotNumberValue);
-}
-
 /// The column at that position gives the errors, where they come from one; none where the source has no such column.
 std::optional<std::int32_t> ErrorColumnOf(const ErrorRule& rule, const std::string& name,
                                           std::int32_t position, UnusableErrors& unusable) {
@@ -97,10 +87,7 @@ void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> 
 }
 
 std::optional<SkipReason> LoadTarget::AddPoint(const RowValues& values) {
-  const std::size_t x_columns = transforms_.x.columns.size();
-  const RowValues point{
-      Transformed(transforms_.x, values, values.x, values.columns.first(x_columns)),
-      Transformed(transforms_.y, values, values.y, values.columns.subspan(x_columns))};
+  const RowValues point = PointOf(transforms_, values);
   if (std::isnan(point.x) || std::isnan(point.y)) return ReasonOf(point);
   pieces_.TakePoint(added_++);
   x_.push_back(point.x);

@@ -7,23 +7,14 @@
 #include <span>
 #include <vector>
 
-#include "data/block_source.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
 #include "data/import/piece_finder.h"
 #include "data/import/row_chooser.h"
+#include "data/import/row_reading.h"
 #include "data/series/data_series.h"
 
 namespace tarnwick {
-
-/// The values of a row; NaN tells kMissingValue from kNotNumberValue.
-struct RowValues {
-  double x = kMissingValue;
-  double y = kMissingValue;
-  double y_error = kMissingValue;
-  double x_error = kMissingValue;
-  std::span<const double> columns = {};  ///< those of LoadTarget::Columns()
-};
 
 class LoadTarget {
  public:

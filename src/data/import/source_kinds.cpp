@@ -37,6 +37,8 @@ constexpr SourceSetting kTextSettings[] = {
     {"AutoRowHitFreq"},
     {"AllRows"},
     {"Run"},
+    {"Follow"},
+    {"KeepPoints"},
     {"RowChoiceMode"},
     {"RowChoiceValue1"},
     {"RowChoiceValue2"},

@@ -1,0 +1,13 @@
+// A text file that is written to as a source that goes on. Knows files and their rows; no DataSet of a document.
+#pragma once
+
+#include "sources/stream_kinds.h"
+
+namespace tarnwick {
+
+/// The row of the table of streams: text files whose description says Follow. The file is read from its first row, then what is
+/// written to it, ten times a second at most. A last line waits for its end. Where the file was cut short or written anew it is
+/// read from its beginning; where another file took its place reading goes on with that.
+StreamKind FollowedFileKind();
+
+}  // namespace tarnwick

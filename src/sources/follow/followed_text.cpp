@@ -1,0 +1,203 @@
+#include "sources/follow/followed_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/error.h"
+#include "base/undefined.h"
+#include "data/import/column_expression.h"
+#include "data/series/data_series.h"
+#include "data/text/joined_time.h"
+#include "data/text/text_fields.h"
+#include "data/text/text_lines.h"
+#include "data/text/text_source.h"
+#include "data/text/text_supplier.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kMostHeaderBytes = std::size_t{16} << 20;
+
+/// What is no matter of how rows are read.
+TDSInfo Reading(TDSInfo info) {
+  const TDSInfo none;
+  info.active = true;
+  info.AllRows = true;
+  info.AutoRowHitFreq = false;
+  info.RowSamplingFrequency = 1;
+  info.KeepPoints = none.KeepPoints;
+  info.Recipe = none.Recipe;
+  info.RelativeSource = none.RelativeSource;
+  info.GraphFolder = none.GraphFolder;
+  info.x_column_index = info.y_column_index = none.x_column_index;
+  info.x_error_index = info.y_error_index = none.x_error_index;
+  return info;
+}
+
+std::int32_t LeadingBlankLines(const std::string& text) {
+  std::int32_t blanks = 0;
+  LineWalker walker(text, '\n');
+  while (!walker.AtEnd() && TrimBlankBytes(walker.Next()).empty()) ++blanks;
+  return blanks;
+}
+
+std::int32_t Resolved(TDataSupplier& supplier, const std::string& column) {
+  const std::int32_t place = supplier.ColumnIndex(column);
+  if (place < 0) throw FileError("There is no column \"" + column + "\"", supplier.Describe(), "");
+  return place;
+}
+
+std::optional<std::int32_t> ResolvedErrors(TDataSupplier& supplier, const std::string& column) {
+  const std::int32_t place = column.empty() ? -1 : supplier.ColumnIndex(column);
+  return place < 0 ? std::nullopt : std::optional(place);
+}
+
+/// The columns of a time by their positions: behind the headers nobody knows names.
+std::string TimeByPositions(const std::string& columns, TDataSupplier& supplier) {
+  std::optional<JoinedTime> time = JoinedTime::Parse(columns);
+  if (!time) return columns;
+  for (JoinedTime::Part& part : time->parts) {
+    part.column = "#" + std::to_string(supplier.ColumnIndex(part.column));
+  }
+  return time->Text();
+}
+
+}  // namespace
+
+bool ReadAlike(const TDSInfo& one, const TDSInfo& other) {
+  return Reading(one) == Reading(other);
+}
+
+StreamColumns FollowedColumns(const TDSInfo& info) {
+  StreamColumns columns;
+  std::size_t next = 1;
+  if (!info.YErrorColumn.empty()) columns.y_error = next++;
+  if (!info.XErrorColumn.empty()) columns.x_error = next++;
+  return columns;
+}
+
+FollowedText::FollowedText(const TDSInfo& info) : info_(Reading(info)) {
+  if (info.TableLines > 0) {
+    throw Error("The table of " + info.DatasourceInfo + " ends after " +
+                std::to_string(info.TableLines) + " lines: nothing that comes belongs to it");
+  }
+  if (info.RowChoiceMode == RowChoice::DropLast) {
+    throw Error("The last rows of " + info.DatasourceInfo +
+                " are left out: which are the last of a file that grows nobody knows");
+  }
+  BeginAnew();
+}
+
+void FollowedText::BeginText() {
+  head_.clear();
+  head_read_ = false;
+}
+
+void FollowedText::BeginAnew() {
+  BeginText();
+  chooser_ = std::make_unique<RowChooser>(info_, std::nullopt, kPointLimit);
+  pieces_ = {};
+  row_ = points_ = 0;
+}
+
+std::unique_ptr<TDataSupplier> FollowedText::Supplier(const TDSInfo& info,
+                                                      const std::string& text) const {
+  return std::make_unique<TTxtSupplier>(
+      info, std::make_shared<const TextSource>(text, info_.DatasourceInfo));
+}
+
+void FollowedText::ResolveColumns(TDataSupplier& supplier) {
+  columns_.x = info_.x_column_index = Resolved(supplier, info_.XDataColumn);
+  columns_.y = info_.y_column_index = Resolved(supplier, info_.YDataColumn);
+  columns_.y_error = ResolvedErrors(supplier, info_.YErrorColumn);
+  columns_.x_error = ResolvedErrors(supplier, info_.XErrorColumn);
+  TDataSeries series;
+  series.Source() = info_;
+  transforms_ = CompileColumnExpressions(series, supplier.ColumnNames());
+  columns_.others = transforms_.x.columns;
+  columns_.others.insert(columns_.others.end(), transforms_.y.columns.begin(),
+                         transforms_.y.columns.end());
+  others_.resize(columns_.others.size());
+  rest_info_ = info_;
+  rest_info_.FileHasHeaders = 0;
+  rest_info_.NamesLine = kNoNamesLine;
+  rest_info_.UnitsLine = 0;
+  rest_info_.TimeColumns = TimeByPositions(info_.TimeColumns, supplier);
+}
+
+void FollowedText::Take(const std::string& lines, StreamRows& rows) {
+  if (lines.empty()) return;
+  if (head_read_) return TakeRest(lines, rows);
+  head_ += lines;
+  TakeHead(rows);
+}
+
+void FollowedText::TakeHead(StreamRows& rows) {
+  const std::unique_ptr<TDataSupplier> supplier = Supplier(info_, head_);
+  supplier->FirstRow();
+  supplier->SkipRows(info_.FileHasHeaders);
+  if (supplier->AtEnd()) {
+    if (head_.size() < kMostHeaderBytes) return;
+    throw FileError("No row of data stands in the first 16 MiB", info_.DatasourceInfo, "");
+  }
+  ResolveColumns(*supplier);
+  head_read_ = true;
+  TakeRows(*supplier, rows);
+  head_.clear();
+}
+
+void FollowedText::TakeRest(const std::string& lines, StreamRows& rows) {
+  try {
+    const std::unique_ptr<TDataSupplier> supplier = Supplier(rest_info_, lines);
+    supplier->FirstRow();
+    pieces_.PassBlankLines(LeadingBlankLines(lines));
+    TakeRows(*supplier, rows);
+  } catch (const FileError&) {
+    // No text: bytes of something else in the midst of it, counted as the lines that they stand in.
+    rows.unreadable += std::ranges::count(lines, '\n');
+  }
+}
+
+void FollowedText::TakeRows(TDataSupplier& supplier, StreamRows& rows) {
+  while (!supplier.AtEnd() && !IsDone()) {
+    TakeRow(supplier, rows);
+    supplier.NextRow();
+    pieces_.PassBlankLines(supplier.BlankLinesPassed());
+  }
+}
+
+void FollowedText::TakeRow(TDataSupplier& supplier, StreamRows& rows) {
+  ++row_;
+  if (row_ != chooser_->NextRow()) return;
+  RowValues values = ReadRow(supplier, info_, columns_, others_);
+  if (columns_.x == kRowNumberColumn) values.x = static_cast<double>(row_);
+  if (columns_.y == kRowNumberColumn) values.y = static_cast<double>(row_);
+  const RowVerdict verdict = chooser_->Take(values.x, values.y);
+  if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
+  const bool of_run = info_.Run == 0 || info_.Run == pieces_.Run();
+  if (!of_run || verdict == RowVerdict::Passed || verdict == RowVerdict::Stopped) return;
+  if (verdict == RowVerdict::Point) values = PointOf(transforms_, values);
+  if (std::isnan(values.x) || std::isnan(values.y)) {
+    ++rows.unreadable;
+  } else {
+    AddPoint(values, rows);
+  }
+}
+
+void FollowedText::AddPoint(const RowValues& values, StreamRows& rows) {
+  const std::size_t known = pieces_.Beginnings().size();
+  pieces_.TakePoint(points_++);
+  if (pieces_.Beginnings().size() > known && pieces_.Beginnings().back().certain)
+    rows.breaks.push_back(rows.x.size());
+  const StreamColumns columns = FollowedColumns(info_);
+  const std::size_t count =
+      std::max({std::size_t{0}, columns.y_error.value_or(0), columns.x_error.value_or(0)}) + 1;
+  while (rows.y.size() < count) rows.y.emplace_back(rows.x.size(), kUndefined);
+  rows.x.push_back(values.x);
+  rows.y[columns.y].push_back(values.y);
+  if (columns.y_error) rows.y[*columns.y_error].push_back(values.y_error);
+  if (columns.x_error) rows.y[*columns.x_error].push_back(values.x_error);
+}
+
+}  // namespace tarnwick

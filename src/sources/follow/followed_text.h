@@ -1,0 +1,62 @@
+// Whole lines of a text that grows, as rows: cut, chosen and computed as the loader does with a text that is there. Knows the
+// description of one DataSet; no file and no thread.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "data/import/loader.h"
+#include "data/import/piece_finder.h"
+#include "data/import/row_chooser.h"
+#include "data/import/row_reading.h"
+#include "sources/append_rows.h"
+
+namespace tarnwick {
+
+/// Whether the rows of both are read alike, so that one stream serves both.
+bool ReadAlike(const TDSInfo& one, const TDSInfo& other);
+
+/// The Y of the rows is the first column; behind it stand the errors that the description names.
+StreamColumns FollowedColumns(const TDSInfo& info);
+
+class FollowedText {
+ public:
+  /// Every row is taken, whatever sampling says. Throws Error for a description that ends before what is still to come: a table of
+  /// so many lines, all but the last rows.
+  explicit FollowedText(const TDSInfo& info);
+
+  /// The text that comes next is another one, which begins with its header lines. The numbers of the rows go on.
+  void BeginText();
+  /// So do they, and all before is void.
+  void BeginAnew();
+  /// Adds the rows of lines that are there to their ends. Lines before the first row wait for it. Throws Error when the text
+  /// cannot be read so: a column is missing, it is no text.
+  void Take(const std::string& lines, StreamRows& rows);
+  /// True when the description chooses no further row.
+  bool IsDone() const { return chooser_->NextRow() == RowChooser::kNoRow; }
+
+ private:
+  void TakeHead(StreamRows& rows);
+  void TakeRest(const std::string& lines, StreamRows& rows);
+  void TakeRows(TDataSupplier& supplier, StreamRows& rows);
+  void TakeRow(TDataSupplier& supplier, StreamRows& rows);
+  void AddPoint(const RowValues& values, StreamRows& rows);
+  std::unique_ptr<TDataSupplier> Supplier(const TDSInfo& info, const std::string& text) const;
+  void ResolveColumns(TDataSupplier& supplier);
+
+  TDSInfo info_;       // of the text from its beginning
+  TDSInfo rest_info_;  // of lines behind the headers
+  std::unique_ptr<RowChooser> chooser_;
+  PieceFinder pieces_;
+  std::string head_;  // until the first row is there
+  bool head_read_ = false;
+  ColumnTransforms transforms_;
+  RowColumns columns_;
+  std::vector<double> others_;
+  std::int64_t row_ = 0;     // number of the row at hand, from 1
+  std::int64_t points_ = 0;  // so far
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,137 @@
+#include "sources/lines/line_source.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "base/error.h"
+#include "data/series/data_series.h"
+#include "sources/lines/line_channel.h"
+#include "sources/lines/line_place.h"
+#include "sources/lines/line_rows.h"
+#include "sources/threaded_stream.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kFirstWaitMs = 250;
+constexpr int kLongestWaitMs = 10'000;
+constexpr int kLookMs = 1000;
+
+constexpr SourceSetting kSettings[] = {
+    {"XDataColumn"}, {"YDataColumn"},     {"XFormat"},      {"YFormat"},       {"TextSeparators"},
+    {"TextMarkers"}, {"MergeSeparators"}, {"CommentMarks"}, {"MissingValues"}, {"KeepPoints"},
+};
+
+class LineReader final : public RowProducer {
+ public:
+  explicit LineReader(const TDSInfo& info)
+      : info_(info), place_(ParseLinePlace(info.DatasourceInfo)), channel_(place_) {
+    const LineRows refused_if_wrong(info);
+  }
+
+  void Run(RowQueue& queue) override {
+    rows_ = std::make_unique<LineRows>(info_);
+    breaks_ = true;  // what was there before was of another reading
+    int wait = kFirstWaitMs;
+    while (!queue.Stopped()) {
+      std::string reason;
+      if (Open(queue, reason) && ReadToEnd(queue)) {
+        wait = kFirstWaitMs;
+        breaks_ = true;
+      }
+      if (queue.Stopped()) break;
+      queue.Say(StreamState::Away, reason.empty() ? place_.Text() + " has ended; it is looked for"
+                                                  : reason + "; it is tried again");
+      queue.Sleep(wait);
+      wait = std::min(wait * 2, kLongestWaitMs);
+    }
+    channel_.Close();
+  }
+
+ private:
+  bool Open(const RowQueue& queue, std::string& reason) {
+    try {
+      channel_.Open(queue.WakeHandle());
+      return true;
+    } catch (const Error& error) {
+      reason = error.what();
+      return false;
+    }
+  }
+
+  /// False when nobody wrote.
+  bool ReadToEnd(RowQueue& queue) {
+    bool wrote = false;
+    std::string bytes;
+    rows_->DropUnended();
+    while (!queue.Stopped()) {
+      Say(queue);
+      const ChannelEvent event = channel_.Read(bytes, queue.WakeHandle(), kLookMs);
+      if (event == ChannelEvent::Gone) return wrote;
+      if (event == ChannelEvent::Nothing) {
+        queue.Sleep(0);
+        continue;
+      }
+      wrote = true;
+      Hand(bytes, queue);
+      bytes.clear();
+    }
+    return wrote;
+  }
+
+  void Say(RowQueue& queue) const {
+    if (channel_.HasWriter()) {
+      queue.Say(StreamState::Running, "Reading " + place_.Text());
+    } else {
+      queue.Say(StreamState::Away, place_.Text() + " waits for somebody who writes");
+    }
+  }
+
+  void Hand(const std::string& bytes, RowQueue& queue) {
+    StreamRows rows;
+    rows_->Take(bytes, rows);
+    if (queue.Paused()) {
+      breaks_ = true;
+      return;
+    }
+    if (!rows.x.empty() && std::exchange(breaks_, false)) rows.breaks = {0};
+    queue.Add(rows);
+  }
+
+  TDSInfo info_;
+  LinePlace place_;
+  LineChannel channel_;
+  std::unique_ptr<LineRows> rows_;
+  bool breaks_ = false;  // something was missed before the next row
+};
+
+}  // namespace
+
+SourceKind LinesKind() {
+  return {.kind = DataSourceKind::Lines, .name = "Lines of numbers", .settings = kSettings};
+}
+
+StreamKind LineStreamKind() {
+  return {.kind = DataSourceKind::Lines,
+          .goes_on = [](const TDSInfo&) { return true; },
+          .shares = &SameLines,
+          .open = [](const TDataSeries& series) -> std::unique_ptr<RowStream> {
+            return std::make_unique<ThreadedStream>(std::make_unique<LineReader>(series.Source()));
+          },
+          .columns = &LineColumns};
+}
+
+TDSInfo LineSourceInfo(std::string_view place) {
+  TDSInfo info;
+  info.DataSource = DataSourceKind::Lines;
+  info.DatasourceInfo = ParseLinePlace(place).Text();
+  info.XDataColumn = kLineX;
+  info.YDataColumn = "Y";
+  info.TextSeparators = "\t,; ";
+  info.AllRows = true;
+  return info;
+}
+
+}  // namespace tarnwick
