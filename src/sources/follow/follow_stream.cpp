@@ -53,8 +53,7 @@ class FollowedFile final : public RowProducer {
         told_ = name_ + " was cut short or written anew, and is followed from its beginning";
         break;
       case GrowingFile::Came::NewFile:
-        if (!pending_.empty()) pending_ += '\n';  // nobody writes to its end any more
-        TakeLines(queue);
+        TakeRest(queue);
         BeginText();
         told_ = "Another file took the place of " + name_ + ", which is followed now";
         break;
@@ -100,6 +99,14 @@ class FollowedFile final : public RowProducer {
     }
     if (!rows.x.empty() && std::exchange(away_, false)) rows.breaks.insert(rows.breaks.begin(), 0);
     queue.Add(rows);
+  }
+
+  /// Nobody writes to the end of the last line any more.
+  void TakeRest(RowQueue& queue) {
+    const bool away = std::exchange(away_, false);
+    if (!pending_.empty()) pending_ += '\n';
+    TakeLines(queue);
+    away_ = away;
   }
 
   void RequirePlainText() const {
