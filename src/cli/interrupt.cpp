@@ -18,7 +18,30 @@ void OnInterrupt(int) {
   ::_exit(1);
 }
 
+volatile std::sig_atomic_t asked = 0;
+
+void NoteInterrupt(int) {
+  asked = 1;
+}
+
 }  // namespace
+
+InterruptCaught::InterruptCaught() {
+  asked = 0;
+  struct sigaction action {};
+  action.sa_handler = &NoteInterrupt;
+  ::sigaction(SIGINT, &action, &interrupt_before_);
+  ::sigaction(SIGTERM, &action, &end_before_);
+}
+
+InterruptCaught::~InterruptCaught() {
+  ::sigaction(SIGINT, &interrupt_before_, nullptr);
+  ::sigaction(SIGTERM, &end_before_, nullptr);
+}
+
+bool InterruptCaught::Asked() const {
+  return asked != 0;
+}
 
 void EndOnInterrupt() {
   // A shell that starts the program in the background has it ignore Ctrl+C: that stays.

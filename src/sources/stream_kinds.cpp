@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/error.h"
+
 #include "sources/follow/follow_stream.h"
 #include "sources/lines/line_source.h"
 
@@ -18,6 +20,14 @@ const StreamKind* StreamOf(const TDSInfo& info) {
     return kind.kind == info.DataSource && kind.goes_on(info);
   });
   return found == kinds.end() ? nullptr : &*found;
+}
+
+TDSInfo BeginStream(const TDSInfo& place) {
+  const std::span<const StreamKind> kinds = StreamKinds();
+  const auto found = std::ranges::find(kinds, place.DataSource, &StreamKind::kind);
+  if (found == kinds.end() || found->begin == nullptr)
+    throw Error("No source of this kind is opened by its place");
+  return found->begin(place);
 }
 
 }  // namespace tarnwick

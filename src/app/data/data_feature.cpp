@@ -6,6 +6,25 @@
 #include "desk/document/refresh_documents.h"
 
 namespace tarnwick {
+namespace {
+
+StreamState StateOf(const CommandContext& context) {
+  return context.document ? context.document->Live().State() : StreamState::Stopped;
+}
+
+bool Comes(const CommandContext& context) {
+  return StateOf(context) == StreamState::Running || StateOf(context) == StreamState::Away;
+}
+
+bool CanStart(const CommandContext& context) {
+  return context.document && !Comes(context) && context.document->Live().HasSources();
+}
+
+bool CanStop(const CommandContext& context) {
+  return Comes(context) || StateOf(context) == StreamState::Paused;
+}
+
+}  // namespace
 
 Feature DataFeature() {
   static constexpr Command kCommands[] = {
@@ -26,6 +45,24 @@ Feature DataFeature() {
        .menu = Menu::RefreshData,
        .enabled = HasDocument,
        .run = [](CommandContext& c) { RefreshDocuments(c.workspace.Documents()); }},
+      {.name = "dataStartLive1",
+       .caption = "&Start Live Data",
+       .hint = "Start Live Data|Take in data as they come: from a file that grows, a line, a link",
+       .menu = Menu::Data,
+       .enabled = CanStart,
+       .run = [](CommandContext& c) { c.document->Live().Start(); }},
+      {.name = "dataPauseLive1",
+       .caption = "&Pause Live Data",
+       .hint = "Pause Live Data|Take in nothing for a while",
+       .menu = Menu::Data,
+       .enabled = Comes,
+       .run = [](CommandContext& c) { c.document->Live().Pause(); }},
+      {.name = "dataStopLive1",
+       .caption = "S&top Live Data",
+       .hint = "Stop Live Data|Take in nothing more",
+       .menu = Menu::Data,
+       .enabled = CanStop,
+       .run = [](CommandContext& c) { c.document->Live().Stop(); }},
       // What belongs to measuring hardware, which is not offered here: known by name alone.
       {.name = "EditTbox1",
        .caption = "IO Tool&Box",

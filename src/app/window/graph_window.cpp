@@ -9,6 +9,7 @@
 
 #include "app/canvas/graph_canvas.h"
 #include "app/modes/rest_mode.h"
+#include "app/window/live_bar.h"
 #include "app/window/told_bar.h"
 #include "desk/commands/workspace.h"
 #include "desk/document/dropped_files.h"
@@ -49,6 +50,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   auto* const told = new ToldBar(*document_, prompt, content);
   connect(told, &ToldBar::sourceWanted, this, &TGraphWindow::sourceWanted);
   column->addWidget(told);
+  column->addWidget(new LiveBar(*document_, prompt, content));
   column->addWidget(canvas_, 1);
   content->setFocusProxy(canvas_);
   setWidget(content);

@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QStyle>
 #include <QToolButton>
@@ -22,12 +21,6 @@ namespace {
 
 constexpr int kMostLines = 3;
 
-QColor Mixed(const QColor& one, const QColor& other, double share) {
-  const auto mix = [share](float a, float b) { return a + (b - a) * static_cast<float>(share); };
-  return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
-                          mix(one.blueF(), other.blueF()));
-}
-
 bool CanShowMore(Document& document) {
   return std::ranges::any_of(SeriesOfWhole(document.WholeGraph()),
                              [](TSeries* const series) { return ShowsSomeRows(series->Source()); });
@@ -36,7 +29,7 @@ bool CanShowMore(Document& document) {
 }  // namespace
 
 ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
-    : QFrame(parent),
+    : NoteBar(parent),
       document_(document),
       prompt_(prompt),
       text_(new TextLines(kMostLines, this)),
@@ -106,14 +99,6 @@ void ToldBar::LeaveErrorsOut() {
     }
   });
   Follow();
-}
-
-void ToldBar::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  const QColor window = palette().color(QPalette::Window);
-  const QColor accent = palette().color(QPalette::Highlight);
-  painter.fillRect(rect(), Mixed(window, accent, 0.14));
-  painter.fillRect(0, height() - 1, width(), 1, Mixed(window, accent, 0.5));
 }
 
 }  // namespace tarnwick

@@ -2,7 +2,7 @@
 // be done about it. Follows its document; knows no file.
 #pragma once
 
-#include <QFrame>
+#include "app/window/note_bar.h"
 
 class QPushButton;
 
@@ -12,7 +12,7 @@ class Document;
 class Prompt;
 class TextLines;
 
-class ToldBar final : public QFrame {
+class ToldBar final : public NoteBar {
   Q_OBJECT
 
  public:
@@ -22,9 +22,6 @@ class ToldBar final : public QFrame {
  signals:
   /// The user wants to see and change how the data are read.
   void sourceWanted();
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   void Follow();

@@ -4,21 +4,41 @@
 #include "cli/commands/commands.h"
 #include "cli/commands/info_json.h"
 #include "cli/options/input_graph.h"
+#include "cli/options/line_input.h"
 #include "cli/options/save_output.h"
+#include "cli/output/headless_gui.h"
 
 namespace tarnwick::cli {
 namespace {
 
 struct Options {
   InputArguments input;
+  LineArguments lines;
   SaveArguments save;
 };
+
+InputGraph Read(const Options& options, Output& output) {
+  if (options.lines.place.empty()) {
+    if (options.lines.seconds || options.lines.keep)
+      throw UsageError("--for and --keep go with --lines");
+    return ReadInput(options.input, options.save, output);
+  }
+  if (!options.input.file.empty())
+    throw UsageError("--lines stands instead of FILE: only one of them is read");
+  InputGraph input = ReadLines(options.lines, options.input.import, output);
+  if (KeepsLook(options.save)) {
+    const HeadlessGui gui;
+    const PictureSize size;
+    GiveLook(input, options.input, QSizeF(size.width, size.height));
+  }
+  return input;
+}
 
 void Run(const Options& options, Output& output) {
   if (IsGraphFile(options.input.file))
     throw UsageError("import reads data files; convert reads " + options.input.file);
   if (options.save.Wanted()) CheckSave(options.save);
-  const InputGraph input = ReadInput(options.input, options.save, output);
+  const InputGraph input = Read(options, output);
   if (options.save.Wanted()) SaveOutput(*input.graph, 0, options.save, output);
   if (options.save.file == "-") return;
   PrintInfo(input, output);
@@ -29,6 +49,7 @@ void Run(const Options& options, Output& output) {
 void DeclareImport(Command& command, Action& action) {
   auto options = std::make_shared<Options>();
   AddInput(command, options->input);
+  AddLineOptions(command, options->lines);
   AddSave(command, options->save);
   OnCommand(command, action, options, &Run);
 }

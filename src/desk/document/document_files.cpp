@@ -161,9 +161,11 @@ bool DocumentFiles::ReadDataFile(const std::filesystem::path& path, const Import
 }
 
 bool DocumentFiles::ReadPlace(const TDSInfo& place) {
-  return AddData("Open Source", [&place](const GraphState& into, Progress& progress) {
+  const bool read = AddData("Open Source", [&place](const GraphState& into, Progress& progress) {
     return ReadPlaceInto(into, place, progress);
   });
+  if (read && document_.Live().HasSources()) document_.Live().Start();
+  return read;
 }
 
 bool DocumentFiles::AddData(
@@ -236,9 +238,14 @@ bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources,
   const ReadResult result = Read(
       [&](Progress& progress) { return tarnwick::ReadBy(before, sources, columns, progress); });
   if (result.cancelled) return false;
-  OpenEdit step(document_, "Edit Data Source");
-  data_told_.Clear();
-  TakeReadAgain(result, step);
+  {
+    OpenEdit step(document_, "Edit Data Source");
+    data_told_.Clear();
+    TakeReadAgain(result, step);
+  }
+  const bool follows =
+      std::ranges::any_of(sources, [](const NewSource& one) { return one.source.Follow; });
+  follows ? document_.Live().Start() : document_.Live().DropUnused();
   return true;
 }
 
@@ -260,6 +267,7 @@ void DocumentFiles::TakeReadAgain(const ReadResult& result, OpenEdit& step) {
   const bool before = history.ResultsOutdated();
   history.SetResultsOutdated(before || HasMadeSeries(document_.WholeGraph()));
   if (!step.Finish()) history.SetResultsOutdated(before);
+  document_.Live().FollowReading();
   // What is told may have changed without a step, or behind it.
   emit document_.stateChanged();
 }

@@ -77,7 +77,8 @@ class DocumentFiles {
   void Recover(const std::filesystem::path& copy, const std::filesystem::path& graph_file,
                const std::filesystem::path& data_file);
   bool ReadDataFile(const std::filesystem::path& path, const ImportOptions* reading = nullptr);
-  /// One step: the data at a place that is no file, of which only kind and place are told. Throws Error, too.
+  /// One step: the data at a place that is no file, of which only kind and place are told; what comes by itself
+  /// begins to come. Throws Error, too.
   bool ReadPlace(const TDSInfo& place);
   /// One step called `step` of what `reading` makes of the graph worked on and data from elsewhere. It runs as all reading
   /// does, maybe on another thread.

@@ -15,9 +15,11 @@
 #include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
+#include "graph/files/waiting_series.h"
 #include "graph/series_of_whole.h"
 #include "graph/xy_graph.h"
 #include "sources/all_source_kinds.h"
+#include "sources/stream_kinds.h"
 
 namespace tarnwick {
 namespace {
@@ -142,6 +144,17 @@ TSeries& AddLike(TxyGraph& graph, const TSeries& first, const std::string& colum
   return added;
 }
 
+/// What brings its points by itself has none yet.
+ReadResult WithStreamAdded(const GraphState& into, const TDSInfo& place) {
+  TxyGraph graph;
+  graph.SetState(into);
+  const TDSInfo source = BeginStream(place);
+  const bool moments = StreamOf(source)->x_is_moment(source);
+  AddWaitingSeries(graph, source, source.YDataColumn,
+                   moments ? WaitingX::Moments : WaitingX::Numbers);
+  return {graph.State()};
+}
+
 /// "Pasted 2 DataSets, 1 mark"
 std::string NoteOf(const PastedParts& parts) {
   std::string note;
@@ -180,9 +193,7 @@ ReadResult ReadDataText(const GraphState& into, const std::string& text, const s
 
 ReadResult ReadPlaceInto(const GraphState& into, const TDSInfo& place, Progress& progress) {
   const SourceKind* const kind = FindSourceKind(AllSourceKinds(), place.DataSource);
-  if (kind == nullptr || kind->begin == nullptr) {
-    throw Error("No source of this kind is opened by its place");
-  }
+  if (kind == nullptr || kind->begin == nullptr) return WithStreamAdded(into, place);
   return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
     const ImportOptions options;
     return ImportIntoGraph(graph, kind->begin(place, options, progress), options, load);

@@ -78,7 +78,7 @@ void EditHistory::GoTo(const EditState& target, const EditState& before, const E
   EditState state = target;
   const GraphState present = graph_.State();
   KeepView(state.graph, present, {before.graph, after.graph});
-  KeepPointsComeSince(state.graph, present, {before.graph, after.graph});
+  KeepPointsComeSince(state.graph, present, &target == &before ? after.graph : before.graph);
   Restore(state);
 }
 

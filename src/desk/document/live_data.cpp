@@ -38,7 +38,7 @@ void LiveData::Start() {
   for (const auto& feed : feeds_) {
     if (feed->State() != StreamState::Running && feed->State() != StreamState::Away) feed->Start();
   }
-  emit changed();
+  TellState();
   if (!trouble.empty()) throw Error(trouble);
 }
 
@@ -46,13 +46,12 @@ void LiveData::Pause() {
   for (const auto& feed : feeds_) {
     if (feed->State() == StreamState::Running || feed->State() == StreamState::Away) feed->Pause();
   }
-  emit changed();
+  TellState();
 }
 
 void LiveData::Stop() {
   for (const auto& feed : feeds_) feed->Stop();
   DropUnused();
-  emit changed();
 }
 
 StreamState LiveData::State() const {
@@ -70,13 +69,23 @@ std::vector<std::string> LiveData::Texts() const {
   return texts;
 }
 
-/// Streams of DataSets that are gone, or are read otherwise now.
+void LiveData::FollowReading() {
+  for (const auto& feed : feeds_) feed->FollowReading();
+}
+
 void LiveData::DropUnused() {
   const std::vector<TSeries*> all = SeriesOfWhole(document_.WholeGraph());
   std::erase_if(feeds_, [&all](const auto& feed) {
     return std::ranges::none_of(
         all, [&feed](const TSeries* series) { return feed->Feeds(series->Source()); });
   });
+  TellState();
+}
+
+/// Commands can do something else now.
+void LiveData::TellState() {
+  emit changed();
+  emit document_.stateChanged();
 }
 
 }  // namespace tarnwick

@@ -28,6 +28,10 @@ class LiveData final : public QObject {
   void Start();
   void Pause();
   void Stop();
+  /// What was read again from its beginning goes on from there.
+  void FollowReading();
+  /// Ends what no DataSet of the document takes any more.
+  void DropUnused();
   /// Of the streams the one that most needs to be seen: one that failed, is away, runs, is paused.
   StreamState State() const;
   /// One sentence per stream that was begun.
@@ -38,7 +42,7 @@ class LiveData final : public QObject {
   void changed();
 
  private:
-  void DropUnused();
+  void TellState();
 
   Document& document_;
   std::vector<std::unique_ptr<LiveFeed>> feeds_;

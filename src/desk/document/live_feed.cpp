@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "desk/document/document.h"
 #include "graph/series_of_whole.h"
 
@@ -15,10 +16,6 @@ constexpr int kFrameMs = 16;
 constexpr int kIdleMs = 100;
 constexpr int kPollsUntilIdle = 30;
 constexpr int kRestPerWork = 2;
-
-std::string Counted(std::int64_t count, const char* one, const char* many) {
-  return std::to_string(count) + (count == 1 ? one : many);
-}
 
 }  // namespace
 
@@ -52,11 +49,18 @@ void LiveFeed::Stop() {
   emit told();
 }
 
+void LiveFeed::FollowReading() {
+  const StreamState state = State();
+  if (!kind_.rereads || (state != StreamState::Running && state != StreamState::Away)) return;
+  stream_->Stop();
+  Start();
+}
+
 std::string LiveFeed::Text() const {
   std::string text = trouble_.empty() ? stream_->Told() : trouble_;
-  if (rows_ > 0) text += ", " + Counted(rows_, " row", " rows");
-  if (lost_ > 0) text += ", " + Counted(lost_, " row lost", " rows lost");
-  if (unreadable_ > 0) text += ", " + Counted(unreadable_, " line unreadable", " lines unreadable");
+  if (rows_ > 0) text += ", " + Counted(rows_, "row");
+  if (lost_ > 0) text += ", " + Counted(lost_, "row") + " lost";
+  if (unreadable_ > 0) text += ", " + Counted(unreadable_, "line") + " without numbers";
   return text;
 }
 
@@ -108,9 +112,13 @@ bool LiveFeed::TakeRows() {
 
 void LiveFeed::Give(const StreamRows& rows) {
   const auto each = [this](TxyGraph& graph, const auto& change) {
+    int fed = 0;
     for (TSeries* const series : SeriesOfWhole(graph)) {
-      if (Feeds(series->Source())) change(*series);
+      if (!Feeds(series->Source())) continue;
+      change(*series);
+      ++fed;
     }
+    if (fed == 0) throw Error("Stopped: no DataSet takes it any more");
   };
   if (BeginAnew(rows)) {
     // A step, so that the points of before can be had back.

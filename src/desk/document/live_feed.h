@@ -30,6 +30,8 @@ class LiveFeed final : public QObject {
   void Start();
   void Pause();
   void Stop();
+  /// The DataSets were read again by other means: a stream that rereads begins anew, while it runs.
+  void FollowReading();
   StreamState State() const { return stream_->State(); }
   /// What the stream says, how many rows came, and how many of them were lost or held no numbers.
   std::string Text() const;

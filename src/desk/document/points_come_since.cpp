@@ -27,54 +27,76 @@ void AddInOrder(PointChain& points, const Point& point) {
   }
 }
 
-/// The pieces of `target` up to the id `last`, and of `present` those behind it.
-PointGaps JoinedGaps(const PointGaps& target, const PointGaps& present, std::int32_t last) {
-  std::vector<std::int32_t> begins;
-  for (const std::int32_t begin : target.Begins())
-    if (begin <= last) begins.push_back(begin);
+/// The pieces of `target`, and of `present` those that begin behind the id `last`, `shift` further on.
+PointGaps JoinedGaps(const PointGaps& target, const PointGaps& present, std::int32_t last,
+                     std::int32_t shift) {
+  std::vector<std::int32_t> begins(target.Begins().begin(), target.Begins().end());
+  std::erase_if(begins, [&](std::int32_t begin) { return begin > last + shift; });
   for (const std::int32_t begin : present.Begins())
-    if (begin > last) begins.push_back(begin);
-  return begins.empty() ? PointGaps() : PointGaps(begins, std::max(target.Last(), present.Last()));
+    if (begin > last) begins.push_back(begin + shift);
+  if (begins.empty()) return {};
+  return {begins, std::max(target.Last(), present.Last() + shift)};
 }
 
-void KeepComeSince(DataState& target, const DataState& present, std::int32_t last) {
-  if (present.id_counter <= last) return;
+bool HoldsPointsUpTo(const PointChain& points, std::int32_t last) {
+  for (std::size_t number = 0; number < points.ChunkCount(); ++number) {
+    const ChunkView view = points.Chunk(number);
+    for (std::size_t i = 0; i < view.x.size(); ++i)
+      if (view.chunk->Id(i) <= last) return true;
+  }
+  return false;
+}
+
+void TakePoints(DataState& target, const DataState& present) {
+  target.points = present.points;
+  target.gaps = present.gaps;
+  target.errors.y_values = present.errors.y_values;
+  target.errors.x_values = present.errors.x_values;
+  target.id_counter = present.id_counter;
+}
+
+void AddPointsBehind(std::int32_t last, DataState& target, const DataState& present) {
+  const std::int32_t shift = std::max(target.id_counter - last, 0);
   present.points.ForEachChunk([&](const ChunkView& view) {
     for (std::size_t i = 0; i < view.x.size(); ++i) {
-      const Point point = view.chunk->At(i);
+      Point point = view.chunk->At(i);
       if (point.id <= last) continue;
+      const std::int32_t id = std::exchange(point.id, point.id + shift);
       AddInOrder(target.points, point);
-      target.errors.y_values.Set(point.id, present.errors.y_values.Of(point.id));
-      target.errors.x_values.Set(point.id, present.errors.x_values.Of(point.id));
+      target.errors.y_values.Set(point.id, present.errors.y_values.Of(id));
+      target.errors.x_values.Set(point.id, present.errors.x_values.Of(id));
     }
   });
-  target.gaps = JoinedGaps(target.gaps, present.gaps, last);
-  target.id_counter = present.id_counter;
+  target.gaps = JoinedGaps(target.gaps, present.gaps, last, shift);
+  target.id_counter = present.id_counter + shift;
+}
+
+void KeepComeSince(DataState& target, const DataState& present, const DataState& left) {
+  if (present.id_counter <= left.id_counter) return;
+  const bool began_anew =
+      left.points.Empty() && !target.points.Empty() && left.id_counter == target.id_counter;
+  if (began_anew) return;
+  if (!left.points.Empty() && !HoldsPointsUpTo(present.points, left.id_counter)) {
+    TakePoints(target, present);
+  } else {
+    AddPointsBehind(left.id_counter, target, present);
+  }
   PointsEdited(target);
 }
 
 }  // namespace
 
-void KeepPointsComeSince(GraphState& target, const GraphState& present, const StateChange& edit) {
+void KeepPointsComeSince(GraphState& target, const GraphState& present, const GraphState& left) {
   for (std::size_t i = 0; i < target.series.size(); ++i) {
     const DataState* const now = Matching(present, target, i);
-    if (now == nullptr) continue;
-    std::int32_t last = 0;
-    for (const GraphState* const known : {&edit.before, &edit.after}) {
-      if (const DataState* const data = Matching(*known, target, i))
-        last = std::max(last, data->id_counter);
-    }
-    KeepComeSince(target.series[i].data, *now, last);
+    const DataState* const then = Matching(left, target, i);
+    if (now != nullptr && then != nullptr) KeepComeSince(target.series[i].data, *now, *then);
   }
   const std::size_t count = target.children.size();
-  if (present.children.size() != count || edit.before.children.size() != count ||
-      edit.after.children.size() != count) {
-    return;
-  }
+  if (present.children.size() != count || left.children.size() != count) return;
   for (std::size_t i = 0; i < count; ++i) {
     auto child = std::make_shared<GraphState>(*target.children[i]);
-    KeepPointsComeSince(*child, *present.children[i],
-                        {*edit.before.children[i], *edit.after.children[i]});
+    KeepPointsComeSince(*child, *present.children[i], *left.children[i]);
     target.children[i] = std::move(child);
   }
 }

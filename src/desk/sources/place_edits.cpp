@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "desk/sources/database_edit.h"
+#include "desk/sources/lines_edit.h"
 #include "desk/sources/link_edit.h"
 
 namespace tarnwick {
@@ -16,6 +17,7 @@ PlaceEdit* Make(QWidget* parent) {
 constexpr PlaceEditRow kRows[] = {
     {DataSourceKind::Database, "Data base", &Make<DatabaseEdit>},
     {DataSourceKind::Dde, "Live links", &Make<LinkEdit>},
+    {DataSourceKind::Lines, "Lines of a pipe, a socket or a serial port", &Make<LinesEdit>},
 };
 
 }  // namespace

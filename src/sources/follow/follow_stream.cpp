@@ -133,10 +133,12 @@ StreamKind FollowedFileKind() {
   return {
       .kind = DataSourceKind::Text,
       .goes_on = [](const TDSInfo& info) { return info.Follow; },
+      .rereads = true,
       .shares = &ReadAlike,
       .open = [](const TDataSeries& series) -> std::unique_ptr<RowStream> {
         return std::make_unique<ThreadedStream>(std::make_unique<FollowedFile>(series.Source()));
       },
+      .x_is_moment = [](const TDSInfo&) { return false; },  // the first rows have told
       .columns = &FollowedColumns};
 }
 

@@ -18,6 +18,7 @@ namespace {
 constexpr int kFirstWaitMs = 250;
 constexpr int kLongestWaitMs = 10'000;
 constexpr int kLookMs = 1000;
+constexpr const char* kLineSeparators = "\t,; ";
 
 constexpr SourceSetting kSettings[] = {
     {"XDataColumn"}, {"YDataColumn"},     {"XFormat"},      {"YFormat"},       {"TextSeparators"},
@@ -107,6 +108,13 @@ class LineReader final : public RowProducer {
   bool breaks_ = false;  // something was missed before the next row
 };
 
+TDSInfo BeginLines(const TDSInfo& place) {
+  TDSInfo info = LineSourceInfo(place.DatasourceInfo);
+  if (place.XDataColumn != TDSInfo().XDataColumn) info.XDataColumn = place.XDataColumn;
+  LineColumns(info);
+  return info;
+}
+
 }  // namespace
 
 SourceKind LinesKind() {
@@ -116,10 +124,12 @@ SourceKind LinesKind() {
 StreamKind LineStreamKind() {
   return {.kind = DataSourceKind::Lines,
           .goes_on = [](const TDSInfo&) { return true; },
+          .begin = &BeginLines,
           .shares = &SameLines,
           .open = [](const TDataSeries& series) -> std::unique_ptr<RowStream> {
             return std::make_unique<ThreadedStream>(std::make_unique<LineReader>(series.Source()));
           },
+          .x_is_moment = [](const TDSInfo& info) { return info.XDataColumn == kLineClock; },
           .columns = &LineColumns};
 }
 
@@ -129,7 +139,7 @@ TDSInfo LineSourceInfo(std::string_view place) {
   info.DatasourceInfo = ParseLinePlace(place).Text();
   info.XDataColumn = kLineX;
   info.YDataColumn = "Y";
-  info.TextSeparators = "\t,; ";
+  info.TextSeparators = kLineSeparators;
   info.AllRows = true;
   return info;
 }

@@ -1,0 +1,147 @@
+// Data that come by themselves into a document: a real file that grows, and what steps do to points that came.
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <fstream>
+#include <string>
+
+#include "desk/document/document.h"
+#include "desk/document/open_edit.h"
+#include "document/immediate_work.h"
+#include "graph/edit/point_edit.h"
+#include "support/scripted_prompt.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kMost = 10'000;  // ms
+
+class LiveDataTest : public ::testing::Test {
+ protected:
+  LiveDataTest() {
+    document_.Files().ReadDataFile(file_);
+    Series().Source().Follow = true;
+    document_.History().SetChanged(false);
+  }
+
+  TSeries& Series() { return document_.Graph().Series(0); }
+  void Append(std::string_view rows) { std::ofstream(file_, std::ios::app) << rows; }
+  bool WaitForPoints(int count) {
+    return QTest::qWaitFor([&] { return Series().PointCount() == count; }, kMost);
+  }
+  void SetY(std::int32_t index, double y) {
+    document_.Edit("Move Point", [=](TxyGraph& graph) {
+      TSeries& series = graph.Series(0);
+      series.SetY(series.Points().At(static_cast<std::size_t>(index)).id, y);
+    });
+  }
+  std::string Ys() {
+    std::string text;
+    Series().Points().ForEachPoint(
+        [&](double, double y) { text += std::to_string(static_cast<int>(y)) + ' '; });
+    return text;
+  }
+  void Start() {
+    document_.Live().Start();
+    const std::vector<std::string> all = {"Following run.csv, 3 rows"};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return document_.Live().Texts() == all; }, kMost));
+  }
+
+  testing::TemporaryFolder folder_;
+  std::filesystem::path file_ = folder_.Write("run.csv", "x,y\n1,1\n2,2\n3,3\n");
+  testing::ScriptedPrompt prompt_;
+  testing::ImmediateWork work_;
+  Document document_{"Graph_1", work_, prompt_};
+};
+
+TEST_F(LiveDataTest, ComesWhenStartedAndChangesTheDocument) {
+  QTest::qWait(150);
+  EXPECT_FALSE(document_.History().Changed()) << "nothing begins by itself";
+  Start();
+  document_.History().SetChanged(false);
+  Append("4,4\n");
+  ASSERT_TRUE(WaitForPoints(4));
+  EXPECT_TRUE(document_.History().Changed());
+  EXPECT_EQ(document_.Live().State(), StreamState::Running);
+  EXPECT_THAT(document_.Live().Texts(), ::testing::ElementsAre("Following run.csv, 4 rows"));
+  document_.Live().Stop();
+  EXPECT_EQ(document_.Live().State(), StreamState::Stopped);
+}
+
+TEST_F(LiveDataTest, StaysWhenStepsAreUndoneAndMadeAgain) {
+  Start();
+  SetY(0, 7);
+  Append("4,4\n5,5\n");
+  ASSERT_TRUE(WaitForPoints(5));
+  document_.History().Undo();
+  EXPECT_EQ(Ys(), "1 2 3 4 5 ");
+  Append("6,6\n");
+  ASSERT_TRUE(WaitForPoints(6));
+  document_.History().Redo();
+  EXPECT_EQ(Ys(), "7 2 3 4 5 6 ");
+}
+
+TEST_F(LiveDataTest, StaysWhenPointsOfBeforeComeBack) {
+  Start();
+  document_.Edit("Clear Data", [](TxyGraph& graph) { graph.Series(0).Clear(); });
+  Append("4,4\n");
+  ASSERT_TRUE(WaitForPoints(1));
+  document_.History().Undo();
+  EXPECT_EQ(Ys(), "1 2 3 4 ");
+  document_.History().Redo();
+  EXPECT_EQ(Ys(), "4 ");
+}
+
+TEST_F(LiveDataTest, GivesBackThePointsOfBeforeWhereTheSourceBeganAnew) {
+  SetY(0, 7);
+  Start();
+  EXPECT_EQ(Ys(), "1 2 3 ");
+  EXPECT_EQ(document_.History().UndoName(), "Live Data Began Anew");
+  document_.Live().Stop();
+  document_.History().Undo();
+  EXPECT_EQ(Ys(), "7 2 3 ");
+}
+
+TEST_F(LiveDataTest, ForgottenPointsDoNotComeBackByUndoing) {
+  SetY(0, 7);
+  Series().Source().KeepPoints = 2;
+  document_.Live().Start();
+  ASSERT_TRUE(WaitForPoints(2));
+  Append("4,4\n5,5\n");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Ys() == "4 5 "; }, kMost)) << Ys();
+}
+
+TEST_F(LiveDataTest, WaitsWhileAStepIsOpen) {
+  Start();
+  {
+    OpenEdit step(document_, "Move Legend");
+    Append("4,4\n");
+    QTest::qWait(300);
+    EXPECT_EQ(Series().PointCount(), 3);
+  }
+  EXPECT_TRUE(WaitForPoints(4));
+}
+
+TEST_F(LiveDataTest, IsReadOnceMoreAfterARefresh) {
+  Series().SetDuplicatesAllowed(true);
+  Start();
+  Append("4,4\n");
+  ASSERT_TRUE(WaitForPoints(4));
+  Append("5,5\n");
+  document_.Files().Refresh();
+  Append("6,6\n");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Ys() == "1 2 3 4 5 6 "; }, kMost)) << Ys();
+}
+
+TEST_F(LiveDataTest, EndsWithTheDataSetThatTookIt) {
+  Start();
+  document_.Edit("Delete DataSet", [](TxyGraph& graph) { graph.DeleteSeries(0); });
+  Append("4,4\n");
+  EXPECT_TRUE(
+      QTest::qWaitFor([&] { return document_.Live().State() == StreamState::Stopped; }, kMost));
+  EXPECT_FALSE(document_.Live().HasSources());
+}
+
+}  // namespace
+}  // namespace tarnwick
