@@ -52,7 +52,8 @@ void FitVoigtPeaks(benchmark::State& state) {
   NoProgress progress;
   for (auto _ : state) {
     const PeakGroupsFit fit = FitPeakGroups(job, progress);
-    state.SetLabel(std::to_string(fit.peaks.size()) + " peaks. " + fit.told);
+    state.SetLabel(std::to_string(fit.peaks.size()) + " peaks. " + fit.told + fit.verdict.summary +
+                   std::to_string(fit.peaks[3].x.error));
   }
 }
 BENCHMARK(FitVoigtPeaks)->Unit(benchmark::kMillisecond)->Iterations(1);

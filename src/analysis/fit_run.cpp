@@ -55,6 +55,8 @@ class FitRun {
   FitRun(std::span<const FitJob> jobs, std::span<const std::string> shared, Progress& progress,
          const EveryStep& every_step);
   FitResult Run();
+  /// The values that the job has, without a run.
+  FitResult Judge(MinimiseOutcome ended);
   /// The share of one DataSet in what Run answered.
   FitResult OfPart(std::size_t number, const FitResult& whole);
   /// Of what Run answered, once its shares are known, and of the shares, once that is.
@@ -312,6 +314,16 @@ FitResult FitRun::Run() {
   return result_;
 }
 
+FitResult FitRun::Judge(MinimiseOutcome ended) {
+  Begin();
+  result_.outcome = std::move(ended);
+  result_.outcome.p = result_.values = result_.start;
+  result_.outcome.value = Problem().SumOfSquares(result_.values);
+  MeasureEnd();
+  result_.verdict = JudgeFit(result_, Together(about_));
+  return result_;
+}
+
 FitResult FitRun::OfPart(std::size_t number, const FitResult& whole) {
   FitPart& part = *parts_[number];
   FitResult result = ShareOf(part, whole);
@@ -351,6 +363,11 @@ void FitRun::JudgeTogether(JointFit& fit) const {
 FitResult RunFit(const FitJob& job, Progress& progress, const EveryStep& every_step) {
   progress.Begin("Fitting Data....", "", job.settings.IterMax);
   return FitRun({&job, 1}, {}, progress, every_step).Run();
+}
+
+FitResult JudgeValues(const FitJob& job, MinimiseOutcome ended, Progress& progress) {
+  const EveryStep unseen;
+  return FitRun({&job, 1}, {}, progress, unseen).Judge(std::move(ended));
 }
 
 JointFit RunJointFit(std::span<const FitJob> jobs, std::span<const std::string> shared,

@@ -19,6 +19,10 @@ namespace tarnwick {
 FitResult RunFit(const FitJob& job, Progress& progress,
                  const std::function<void(std::span<const double>)>& every_step = {});
 
+/// What a fit tells that ended as `ended` says at the values that the job has: statistics and verdict. However many parameters are
+/// varied; not for weights that follow the curve. Throws EParserException and EIntegerDivision.
+FitResult JudgeValues(const FitJob& job, MinimiseOutcome ended, Progress& progress);
+
 /// A fit of several DataSets at once, each with its own model, some parameters with one value in all.
 struct JointFit {
   FitResult whole;  ///< own parameters are named with their DataSet

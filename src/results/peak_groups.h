@@ -13,9 +13,10 @@
 namespace tarnwick {
 
 struct PeakGroupsFit {
-  FitSettings model;              ///< with the values found
-  std::vector<FittedPeak> peaks;  ///< errors with the other groups held
-  std::string told;               ///< how they were fitted, sentences
+  FitSettings model;  ///< with the values found
+  std::vector<FittedPeak> peaks;
+  FitVerdict verdict;  ///< on the whole
+  std::string told;    ///< how they were fitted, sentences
 };
 
 /// `job` is that of a PeakModel, all its points. Each group is fitted over itself and the peaks beside it, less all peaks of other

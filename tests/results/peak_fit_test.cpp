@@ -110,6 +110,8 @@ TEST(PeakGroups, FindWhatManyPeaksWereMadeFrom) {
   }
   EXPECT_EQ(fit.told.find("still moved"), std::string::npos) << fit.told;
   EXPECT_TRUE(fit.told.starts_with("Fitted in 3 groups")) << fit.told;
+  EXPECT_FALSE(fit.verdict.trustworthy) << "a sine is left";
+  EXPECT_EQ(fit.verdict.summary.find("Converged"), 0u) << fit.verdict.summary;
   EXPECT_EQ(FittedTableText(fit.peaks, ',').find("x,x_error,height"), 0u);
 }
 

@@ -312,7 +312,8 @@ void PeakPanel::FitPeaks() {
       TakeFitSettings(series, fit.model);
       series.Fit().SetStatus(FitStatus::cf_Function);
       peaks = std::move(fit.peaks);
-      told = ToQt(fit.told);
+      told = ToQt(fit.verdict.summary + ' ' + fit.told);
+      for (const std::string& note : fit.verdict.notes) told += ' ' + ToQt(note);
     }
     AddPeakParts(document_->Graph(), series);
     step.Finish();
