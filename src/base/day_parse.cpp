@@ -87,8 +87,16 @@ class Scanner {
     }
     return {};
   }
-  /// The value of ".123" or ",123"; nothing when neither a mark nor digits stand there.
+  /// The value of ".123" or ",123", or of ":123" as some loggers write milliseconds; nothing when no digits stand behind
+  /// the mark.
   std::optional<double> TakeFraction() {
+    constexpr std::size_t kMilliseconds = 3;
+    Scanner behind = *this;
+    if (behind.Take(':') && behind.TakeDigitRun().size() == kMilliseconds) {
+      const Digits digits = DigitsOf(rest_.substr(1, kMilliseconds));
+      *this = behind;
+      return digits.value / 1000.0;
+    }
     if (Next() != '.' && Next() != ',') return 0;
     std::size_t size = 1;
     while (size < rest_.size() && IsDigit(rest_[size])) ++size;
@@ -339,11 +347,54 @@ std::optional<Moment> ReadMoment(std::string_view text, SlashDate slash_date) {
   return ReadDate(scanner, first, slash_date);
 }
 
+/// The quarter of "Q1", 0 when none stands here.
+int TakeQuarter(Scanner& scanner) {
+  if (!scanner.TakeWord("q")) return 0;
+  const Digits quarter = scanner.TakeDigits();
+  return quarter.size == 1 && quarter.value >= 1 && quarter.value <= 4 ? quarter.value : 0;
+}
+
+/// The first day of a quarter or month behind its year: "1990Q1", "1990-Q1", "1990M01", "1990-01", "1990 Jan".
+std::optional<double> ReadPeriodOfYear(Scanner scanner) {
+  const Digits year = scanner.TakeDigits();
+  if (year.size != 4) return std::nullopt;
+  const char mark = scanner.Next();
+  const bool parted = mark == '-' || mark == ' ' || mark == ':' || mark == '/' || mark == '_';
+  if (parted) scanner.TakeSeparator(mark);
+  Digits month = scanner.TakeName(kMonthNames);
+  if (month.size == 0 && Lower(scanner.Next()) == 'q') {
+    month = {TakeQuarter(scanner) * 3 - 2, 2};
+  } else if (month.size == 0 && (scanner.TakeWord("m") || mark == '-' || mark == '/')) {
+    month = scanner.TakeDigits();
+  }
+  return scanner.AtEnd() ? DayOf(FullYear(year), month, {1, 1}) : std::nullopt;
+}
+
+/// The same with the year behind: "Q1 1990", "01/1990", "Jan 1990", "Jan-90".
+std::optional<double> ReadPeriodBeforeYear(Scanner scanner) {
+  Digits month = scanner.TakeName(kMonthNames);
+  const bool named = month.size > 0;
+  if (!named && Lower(scanner.Next()) == 'q') {
+    month = {TakeQuarter(scanner) * 3 - 2, 2};
+  } else if (!named) {
+    month = scanner.TakeDigits();
+    if (scanner.Next() != '/') return std::nullopt;
+  }
+  const char mark = scanner.Next();
+  if (mark != '-' && mark != ' ' && mark != '/') return std::nullopt;
+  scanner.TakeSeparator(mark);
+  const Digits year = scanner.TakeDigits();
+  if (!scanner.AtEnd() || (year.size != 4 && !(named && mark == '-'))) return std::nullopt;
+  return DayOf(FullYear(year), month, {1, 1});
+}
+
 }  // namespace
 
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date) {
-  const std::optional<Moment> moment = ReadMoment(text, slash_date);
-  return moment ? std::optional(moment->day) : std::nullopt;
+  if (const std::optional<Moment> moment = ReadMoment(text, slash_date)) return moment->day;
+  const Scanner scanner(TrimBlanks(text));
+  const std::optional<double> period = ReadPeriodOfYear(scanner);
+  return period ? period : ReadPeriodBeforeYear(scanner);
 }
 
 std::optional<double> ParseCompactDay(std::string_view text) {

@@ -1,6 +1,7 @@
 #include "data/import/column_roles.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <iterator>
 
@@ -16,6 +17,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kMostNames = 5;  // in a note
+constexpr double kEarliestYear = 1600;
 
 using Columns = std::vector<std::int32_t>;
 
@@ -46,14 +48,22 @@ bool NamesCount(const ImportSource& source, std::int32_t column) {
   constexpr std::string_view kWords[] = {"index",   "idx",   "id",     "no",     "nr",   "num",
                                          "number",  "row",   "rows",   "obs",    "case", "pt",
                                          "pts",     "point", "points", "record", "seq",  "sample",
-                                         "unnamed", "n",     "i"};
+                                         "unnamed", "n",     "i",      "rownames"};
   const std::string name = source.NameOf(column);
   const bool unnamed = name == UnnamedColumn(column) || WordsOf(name).empty();
   return unnamed ? HasNames(source) : HasWord(name, kWords);
 }
 
 bool NamesTime(std::string_view name) {
-  constexpr std::string_view kWords[] = {"time", "t", "date", "timestamp", "datetime", "elapsed"};
+  constexpr std::string_view kWords[] = {"time", "t",  "date", "timestamp", "datetime", "elapsed",
+                                         "year", "yr", "jd",   "mjd",       "hjd"};
+  return HasWord(name, kWords);
+}
+
+/// What the rows belong to, which measures nothing.
+bool NamesPlace(std::string_view name) {
+  constexpr std::string_view kWords[] = {"id",   "no",   "number", "code",   "station",
+                                         "site", "wban", "usaf",   "serial", "record"};
   return HasWord(name, kWords);
 }
 
@@ -115,7 +125,23 @@ bool HasRowLabels(const ImportSource& source) {
   return std::ranges::adjacent_find(labels) == labels.end();
 }
 
+/// More rows than not have the value of the row before.
+bool MostlyStands(const std::vector<double>& values) {
+  std::size_t changes = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) changes += values[i] != values[i - 1] ? 1 : 0;
+  return 2 * changes < values.size();
+}
+
+/// The first column is called like an X and holds nothing: the rows are even steps of it.
+bool LeavesOutX(const ImportSource& source) {
+  if (source.samples.empty() || source.samples.front().empty()) return false;
+  const std::string name = source.NameOf(0);
+  return (NamesScan(name) || NamesTime(name)) &&
+         std::ranges::all_of(source.samples.front(), &std::string::empty);
+}
+
 std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
+  if (LeavesOutX(source)) return kRowNumberColumn;
   const auto named = std::ranges::find_if(
       numbers, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; });
   if (named != numbers.end()) return *named;
@@ -126,6 +152,8 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
     if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column))) continue;
     (CountsRows(source, column) ? counts : varying).push_back(column);
   }
+  std::ranges::stable_partition(
+      varying, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) != "y"; });
   const auto first = [&](auto is) {
     const auto found = std::ranges::find_if(varying, is);
     return found == varying.end() ? kRowNumberColumn : *found;
@@ -140,9 +168,14 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   if (varying.empty()) return counts.empty() ? kRowNumberColumn : counts.front();
   if (varying.size() == 1 && !counts.empty()) return counts.front();
   if (varying.size() == 1 && varying.front() != numbers.front()) return kRowNumberColumn;
-  if (rises(varying.front())) return varying.front();
-  const std::int32_t time =
-      first([&](std::int32_t column) { return NamesTime(source.NameOf(column)) && rises(column); });
+  const std::int32_t time = first([&](std::int32_t column) {
+    return NamesTime(source.NameOf(column)) && rises(column) &&
+           !MostlyStands(source.GuessOf(column).values);
+  });
+  // A cycle or step that stands for many rows gives way to the time that runs.
+  const bool counts_steps =
+      time != kRowNumberColumn && MostlyStands(source.GuessOf(varying.front()).values);
+  if (rises(varying.front()) && !counts_steps) return varying.front();
   if (time != kRowNumberColumn) return time;
   return HasRowLabels(source) ? kRowNumberColumn : varying.front();
 }
@@ -183,6 +216,18 @@ void PairColumns(const ImportSource& source, ChosenColumns& chosen) {
                          " column before it");
 }
 
+/// 2024.375 beside the year 2024 and its month.
+bool IsDecimalYear(const ImportSource& source, std::int32_t column) {
+  const std::vector<double>& values = source.GuessOf(column).values;
+  const auto whole = [](double value) { return value == std::floor(value); };
+  if (values.size() < 3 || std::ranges::all_of(values, whole)) return false;
+  return std::ranges::any_of(source.time_columns, [&](std::int32_t part) {
+    const std::vector<double>& years = source.GuessOf(part).values;
+    return !years.empty() && years.front() > kEarliestYear &&
+           std::ranges::equal(years, values, {}, {}, [](double value) { return std::floor(value); });
+  });
+}
+
 /// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error; "drate" beside "rate" is that of it.
 bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std::int32_t column) {
   constexpr std::string_view kDx[] = {"dx"}, kDy[] = {"dy"}, kX[] = {"x"};
@@ -193,12 +238,12 @@ bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std:
   if (HasWord(name, kDy) && !x_named && std::ranges::any_of(source.NumberColumns(), is_dx)) {
     return false;
   }
-  const std::vector<std::string> behind_d = WordsBehindD(name);
-  const bool of_another =
-      !behind_d.empty() && std::ranges::any_of(source.NumberColumns(), [&](std::int32_t other) {
-        return other != chosen.x && other != column && WordsOf(source.NameOf(other)) == behind_d;
-      });
-  return of_another || NamesErrors(name);
+  const auto is_of = [&](const std::vector<std::string>& value) {
+    return !value.empty() && std::ranges::any_of(source.NumberColumns(), [&](std::int32_t other) {
+      return other != chosen.x && other != column && WordsOf(source.NameOf(other)) == value;
+    });
+  };
+  return is_of(WordsBehindD(name)) || is_of(WordsBesideErr(name)) || NamesErrors(name);
 }
 
 /// The columns that the user says give errors; the sources' other columns may be plotted.
@@ -254,10 +299,17 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
          [&](std::int32_t column) { return source.GuessOf(column).only_ahead; });
   errors = out.Taken(is_error);
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
+  if (chosen.x == kJoinedTimeColumn) {
+    out.If("dates", [&](std::int32_t column) { return IsDecimalYear(source, column); });
+  }
   // Of few columns a constant one is wanted: a set point beside what was measured.
-  out.If(
-      "one value throughout",
-      [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); }, 2);
+  const auto constant = [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); };
+  Columns constants = out.Taken([&](std::int32_t column) {
+    return constant(column) && NamesPlace(source.NameOf(column));
+  });
+  std::ranges::copy(out.Taken(constant, 2), std::back_inserter(constants));
+  std::ranges::sort(constants);
+  out.Tell(constants, "one value throughout");
   if (!options.x_column) PairColumns(source, chosen);
   ChooseErrors(source, options, chosen, errors);
   out.Tell(errors, "errors of the values beside them");

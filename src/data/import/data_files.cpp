@@ -1,12 +1,15 @@
 #include "data/import/data_files.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "base/number_text.h"
 #include "data/import/column_meaning.h"
 #include "data/import/file_supplier.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
 #include "data/import/load_run.h"
+#include "data/text/field_kind.h"
 #include "data/text/format_notes.h"
 #include "data/text/text_names.h"
 #include "data/text/text_supplier.h"
@@ -29,26 +32,62 @@ GuessHints HintsOf(const ImportOptions& options) {
           .comment_marks = options.comment_marks};
 }
 
-/// A line of names that the rule finds need not be kept.
+/// "country,2019,2020,2021": years that name columns.
+bool CountYears(const std::vector<std::string>& names) {
+  constexpr int kFewest = 3;
+  int years = 0;
+  double last = 0;
+  for (const std::string& name : names) {
+    const double year = ParseNumber(name).value_or(0);
+    const bool goes_on = year > 1800 && year <= 2100 && (years == 0 || year == last + 1);
+    years = goes_on ? years + 1 : 0;
+    last = year;
+  }
+  return years >= kFewest;
+}
+
+/// A line of names that the rule finds need not be kept. Numbers and quantities it takes for no names, which is right but for years.
 void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   TDSInfo by_rule = info;
   by_rule.NamesLine = 0;
   const TextLayout layout(info, line_end);
-  if (ReadTextNames(text, layout, by_rule).names == ReadTextNames(text, layout, info).names) {
-    info.NamesLine = 0;
+  const std::vector<std::string> ruled = ReadTextNames(text, layout, by_rule).names;
+  const std::vector<std::string> stated = ReadTextNames(text, layout, info).names;
+  if (ruled.size() != stated.size() || CountYears(stated)) return;
+  for (std::size_t i = 0; i < ruled.size(); ++i) {
+    const FieldKind kind = KindOfField(stated[i]);
+    const bool value = kind == FieldKind::Number || kind == FieldKind::Quantity;
+    if (ruled[i] != stated[i] && !value) return;
   }
+  info.NamesLine = 0;
 }
 
-/// One name too few, and nobody knows which column lacks its own.
-bool LacksLastName(const ImportSource& source) {
+/// How many columns at the end have no names where those before them do.
+std::size_t LackNames(const ImportSource& source) {
   const std::vector<std::string>& names = source.supplier->ColumnNames();
-  std::size_t unnamed = 0;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    unnamed += names[i] == UnnamedColumn(static_cast<std::int32_t>(i)) ? 1 : 0;
+  const auto is_unnamed = [&names](std::size_t i) {
+    return names[i] == UnnamedColumn(static_cast<std::int32_t>(i));
+  };
+  std::size_t behind = names.size();
+  while (behind > 0 && is_unnamed(behind - 1)) --behind;
+  for (std::size_t i = 0; i < behind; ++i) {
+    if (is_unnamed(i)) return 0;
   }
-  const auto last = static_cast<std::int32_t>(names.size()) - 1;
-  return names.size() > 2 && unnamed == 1 && names.back() == UnnamedColumn(last) &&
-         source.columns.back().has_numbers;
+  const bool numbers = std::any_of(source.columns.begin() + static_cast<std::ptrdiff_t>(behind),
+                                   source.columns.end(), [](const ColumnGuess& column) {
+                                     return column.has_numbers;
+                                   });
+  return behind > 1 && numbers ? names.size() - behind : 0;
+}
+
+/// Too few names, and nobody knows which columns lack their own.
+void NoteLackingNames(ImportSource& source) {
+  const std::size_t lacking = LackNames(source);
+  if (lacking == 0) return;
+  source.notes.push_back((lacking == 1 ? "the last column has no name"
+                                       : "the last " + std::to_string(lacking) +
+                                             " columns have no names") +
+                         ": names may stand over the wrong columns");
 }
 
 }  // namespace
@@ -85,7 +124,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
   RequireTable(format, all, text->Name());
   format.ApplyTo(source.info);
-  DropStatedNames(text->Text(), text->LineEnd(), source.info);
+  if (!options.names_line) DropStatedNames(all, text->LineEnd(), source.info);
   source.info.MissingValues = options.missing.value_or(source.info.MissingValues);
   source.columns = std::move(format.columns);
   source.samples = std::move(format.samples);
@@ -94,10 +133,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   // Rows may have fields beyond the columns that the lines looked at for them have.
   source.columns.resize(source.supplier->ColumnNames().size());
   source.samples.resize(source.columns.size());
-  if (LacksLastName(source)) {
-    source.notes.emplace_back(
-        "the last column has no name: names may stand over the wrong columns");
-  }
+  NoteLackingNames(source);
   SettleTimes(options, source);
   SettleMissingValues(options, source);
   // The supplier was opened for the names; the description has learnt since.

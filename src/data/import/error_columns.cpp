@@ -43,11 +43,13 @@ Words NamedAfter(std::string_view name) {
   return words;
 }
 
-/// How well a column's name is the one that an error is named after: 2 wholly, 1 but for words behind it, such as units.
+/// How well a column's name is the one that an error is named after: 2 wholly, 1 but for words behind it, such as units, or
+/// before it ("set A" and "err A").
 int Match(const Words& after, const Words& name) {
-  const bool begins = !after.empty() && after.size() <= name.size() &&
-                      std::equal(after.begin(), after.end(), name.begin());
-  return !begins ? 0 : after.size() == name.size() ? 2 : 1;
+  if (after.empty() || after.size() > name.size()) return 0;
+  const bool begins = std::equal(after.begin(), after.end(), name.begin());
+  const bool ends = std::equal(after.rbegin(), after.rend(), name.rbegin());
+  return !begins && !ends ? 0 : after.size() == name.size() ? 2 : 1;
 }
 
 /// The guess, error by error.
@@ -121,9 +123,11 @@ class ErrorGuess {
     const std::string name = source_.NameOf(column);
     const Words after = NamedAfter(name);
     const Words behind_d = WordsBehindD(name);
+    const Words beside_err = WordsBesideErr(name);
     for (const std::int32_t y : chosen_.y) {
       const Words words = WordsOf(source_.NameOf(y));
-      const bool matches = Match(after, words) >= least || Match(behind_d, words) == 2;
+      const bool matches = Match(after, words) >= least || Match(behind_d, words) == 2 ||
+                           Match(beside_err, words) == 2;
       // Of columns with one name each has the next.
       if (matches && !ErrorsOf(y)->column) return GiveTo(column, y);
     }

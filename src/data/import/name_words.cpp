@@ -29,6 +29,22 @@ std::vector<std::string> WordsBehindD(std::string_view name) {
   return words;
 }
 
+std::vector<std::string> WordsBesideErr(std::string_view name) {
+  constexpr std::string_view kErr = "err";
+  constexpr std::size_t kShortest = 6;
+  std::vector<std::string> words = WordsOf(name);
+  if (words.size() > 1 && words.front() == "e") {
+    words.erase(words.begin());
+    return words;
+  }
+  for (std::string& word : words) {
+    if (word.size() < kShortest || (!word.ends_with(kErr) && !word.starts_with(kErr))) continue;
+    word.erase(word.ends_with(kErr) ? word.size() - kErr.size() : 0, kErr.size());
+    return words;
+  }
+  return {};
+}
+
 bool HasWord(std::string_view name, std::span<const std::string_view> known) {
   return std::ranges::any_of(WordsOf(name), [known](const std::string& word) {
     return std::ranges::find(known, word) != known.end();

@@ -32,9 +32,9 @@ bool IsDate(std::string_view text) {
          FieldValue(text, ColumnFormat::DateDayFirst);
 }
 
-/// Months and days of the week begin with these.
+/// Months, days of the week and quarters begin with these.
 bool MayNameDate(std::string_view text) {
-  constexpr std::string_view kInitials = "JFMASONDTWjfmasondtw";
+  constexpr std::string_view kInitials = "JFMASONDTWQjfmasondtwq";
   return text.size() >= kShortestNamedDate && kInitials.find(text.front()) != kInitials.npos &&
          std::any_of(text.begin(), text.end(), IsDigit);
 }

@@ -12,6 +12,8 @@
 #include "data/text/format_guess_lines.h"
 #include "data/text/header_lines.h"
 #include "data/text/listed_names.h"
+#include "data/text/row_frame.h"
+#include "data/text/row_remark.h"
 #include "data/text/table_search.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
@@ -25,11 +27,14 @@ constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|"};
 // Labels hold blanks: "sample 1<tab>3.4" is no table of three columns.
 constexpr double kBlanksMustBeatBy = 1.4;
+constexpr double kFramesMustBeatBy = 1.1;
 constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
 constexpr std::size_t kFewRows = 10;  // that are a table only where they are much of the text
 constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
 constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
 constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
+constexpr std::size_t kFewestNamedRows = 3;  // below a line of names, at the end of a text
+constexpr std::size_t kLinesBehindNamed = 2;
 constexpr std::size_t kJudgedRows = 200;     // of the first lines; fewer where they hold more than
 constexpr std::size_t kJudgedFields = 4000;  // so many fields
 constexpr std::size_t kRoughRows = 60;
@@ -54,25 +59,25 @@ bool IsByPlace(const TextFormat& format) {
   return format.divide_by_width || !format.column_cuts.empty();
 }
 
-/// The tables that certain separators make of the lines. Every field counts but where blanks separate.
+/// The tables that certain separators make of the lines. Every field counts but where blanks separate, or frames of rows do.
 std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& format,
                                  const Lines& lines, char line_end) {
   TextFormat tried = format;
   tried.separators = separators;
-  tried.merge_separators = separators == kBlanks;
+  tried.merge_separators = separators.starts_with(kBlanks) || separators.size() > kBlanks.size();
   return FindTables(lines, LayoutOf(tried, line_end));
 }
 
 /// What certain separators make of the lines.
 struct Separation {
-  std::string_view separators;
+  std::string separators;
   std::vector<FoundTable> tables;
   double heaviest = 0;  ///< of those with several columns
 };
 
 Separation SeparateBy(std::string_view separators, const TextFormat& format, const Lines& lines,
                       char line_end) {
-  Separation separation{separators, {}, 0};
+  Separation separation{std::string(separators), {}, 0};
   const bool occurs = std::ranges::any_of(lines, [separators](std::string_view line) {
     return std::ranges::any_of(separators, [line](char c) { return line.find(c) != line.npos; });
   });
@@ -84,15 +89,30 @@ Separation SeparateBy(std::string_view separators, const TextFormat& format, con
   return separation;
 }
 
-/// The separators with the heaviest table of several columns; those of `format` when there is none.
-std::vector<FoundTable> ChooseSeparators(const Lines& lines, char line_end, TextFormat& format) {
+/// The best of the separators, each with `frame` beside it.
+Separation BestSeparation(std::string_view frame, const Lines& lines, char line_end,
+                          const TextFormat& format) {
+  const auto separate = [&](std::string_view separators) {
+    return SeparateBy(std::string(separators).append(frame), format, lines, line_end);
+  };
   Separation best;
   for (const std::string_view separators : kSingleSeparators) {
-    Separation tried = SeparateBy(separators, format, lines, line_end);
+    if (frame.find(separators) != frame.npos) continue;
+    Separation tried = separate(separators);
     if (tried.heaviest > best.heaviest + 1e-9) best = std::move(tried);
   }
-  Separation blanks = SeparateBy(kBlanks, format, lines, line_end);
+  Separation blanks = separate(kBlanks);
   if (blanks.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(blanks);
+  return best;
+}
+
+/// The separators with the heaviest table of several columns; those of `format` when there is none.
+std::vector<FoundTable> ChooseSeparators(const Lines& lines, char line_end, TextFormat& format) {
+  Separation best = BestSeparation({}, lines, line_end, format);
+  if (const std::string frame = FrameOfRows(lines); !frame.empty()) {
+    Separation framed = BestSeparation(frame, lines, line_end, format);
+    if (framed.heaviest > kFramesMustBeatBy * best.heaviest) best = std::move(framed);
+  }
   if (best.separators.empty()) return TablesBy(format.separators, format, lines, line_end);
   format.separators = best.separators;
   return std::move(best.tables);
@@ -166,6 +186,7 @@ class Guess {
       format_.comment_marks = TDSInfo().CommentMarks;
       ChooseCommentMarks(lines_.first, format_);
     }
+    DropRemarks();
     format_.column_cuts = hints_.column_cuts.value_or(std::string());
     format_.cuts_from = CutsFrom::Nowhere;
     const bool choose = !hints_.separators && !IsByPlace(format_);
@@ -182,6 +203,13 @@ class Guess {
     const FoundTable* const best = HeaviestTable(tables_);
     format_.is_table = best != nullptr && IsWorthIt(*best);
     return format_.is_table && best->rows >= kFewRows;
+  }
+
+  void DropRemarks() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    for (Lines* const lines : {&lines_.first, &lines_.later}) {
+      for (std::string_view& line : *lines) line = WithoutRemark(line, layout);
+    }
   }
 
   bool TakeDescribedTable() {
@@ -220,10 +248,20 @@ class Guess {
     const auto lines =
         static_cast<std::size_t>(std::count_if(lines_.first.begin(), lines_.first.end(), is_text));
     if (rows < kFewRows || table.fields == 1) {
-      return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines;
+      return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines || EndsNamed(table, layout);
     }
     // However long its preamble, a file of data ends with its data; within a text they are an example.
     return kLinesPerRow * rows >= lines || table.behind + kLinesBehind >= lines_.first.size();
+  }
+
+  /// A few full rows below a line that names their columns end the text.
+  bool EndsNamed(const FoundTable& table, const TextLayout& layout) const {
+    const bool full = table.weight >= static_cast<double>(table.rows) && table.odd_rows == 0;
+    if (!lines_.whole || !full || table.fields < 2 || table.rows < kFewestNamedRows) return false;
+    if (table.behind + kLinesBehindNamed < lines_.first.size()) return false;
+    const auto above = std::span(lines_.first).first(table.first);
+    const std::int32_t names = FindHeaderLines(above, layout, table.fields).names;
+    return names > 0 && static_cast<std::size_t>(names) + kLinesBehindNamed > table.first;
   }
 
   void PlaceTable() {
@@ -241,8 +279,10 @@ class Guess {
                                   std::min(table_.behind, table_.first + kRoughRows), layout);
     // Headers are told from rows by what stands in the middle of the table.
     const std::size_t skipped = rows.size() < 4 ? 0 : rows.size() / 3;
-    const std::vector<ColumnGuess> rough = JudgeColumns(std::span(rows).subspan(skipped), layout);
-    table_.first = FirstRow(lines_.first, table_.first, layout, rough);
+    const std::span<const std::string_view> body = std::span(rows).subspan(skipped);
+    table_.first =
+        FirstRow(lines_.first, table_.first, layout, {body, JudgeColumns(body, layout)});
+    table_.first = WithRaggedRowsAbove(lines_.first, table_.first, layout);
     format_.header_lines = static_cast<std::int32_t>(table_.first);
     NoteOthers(*best);
   }
@@ -294,6 +334,7 @@ class Guess {
     for (std::size_t i = table_.behind; lines_.whole && i < lines_.first.size(); ++i) {
       const LineShape shape = ShapeOf(lines_.first[i], layout);
       if (shape.kind == LineShape::Kind::Text && ++texts == 1) first = i;
+      if (shape.marks_part && table_.fields == 1) return i;
       if (shape.kind != LineShape::Kind::Row || !first) continue;
       return shape.fields != table_.fields ? first : std::nullopt;
     }
@@ -357,13 +398,27 @@ class Guess {
     const std::optional<LineCount> common = CommonCount(Rows(layout), text_, layout);
     if (!common) return false;
     // A column that is empty throughout shows only beside the line of names.
-    const auto before = static_cast<std::size_t>(format_.header_lines);
-    if (before > 0 && before <= lines_.first.size()) {
+    for (const std::int32_t number : {format_.header_lines, format_.names_line}) {
+      const auto before = static_cast<std::size_t>(std::max(number, 0));
+      if (before == 0 || before > lines_.first.size()) continue;
       const std::string_view names = lines_.first[before - 1];
-      if (IsDataLine(names, layout) && IsGapBeside(CountLine(names, layout), *common)) return true;
+      if (!IsDataLine(names, layout)) continue;
+      if (IsGapBeside(CountLine(names, layout), *common) || NamesEmptyFirst(names, layout)) {
+        return true;
+      }
     }
     return HasGapBeside(*common, BehindLines(text_, format_.header_lines, line_end_), layout,
                         progress_);
+  }
+
+  /// Rows begin with a separator throughout, their names do not.
+  bool NamesEmptyFirst(std::string_view names, const TextLayout& layout) const {
+    const Lines rows = Rows(layout);
+    const auto begins = [&layout](std::string_view line) {
+      return !line.empty() && layout.IsSeparator(line.front());
+    };
+    return !begins(names) && std::ranges::all_of(rows, begins) &&
+           CountFields(names, layout, table_.fields) == table_.fields;
   }
 
   std::size_t JudgedRows() const {

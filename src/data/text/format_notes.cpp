@@ -39,6 +39,9 @@ constexpr OtherText kOtherTexts[] = {
      "This is JCAMP-DX with several values of Y on a line, which cannot be read; save it as X and "
      "Y in "
      "two columns"},
+    {">HEAD", ">FREQ",
+     "This is EDI, whose values go over several lines, which cannot be read; convert them to "
+     "columns"},
     {"$GP", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
     {"$GN", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
 };

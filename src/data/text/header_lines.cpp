@@ -1,118 +1,22 @@
 #include "data/text/header_lines.h"
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "base/text_encoding.h"
-#include "data/text/field_kind.h"
+#include "data/text/names_judge.h"
 #include "data/text/names_line.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::size_t kLongestUnit = 16;
 constexpr std::size_t kNearLines = 4;             // above the rows, blank lines and rules apart
 constexpr std::size_t kCommentLines = 200;        // of a block of comments
 constexpr std::size_t kNearComments = 3;          // where words between blanks may be names
 constexpr std::size_t kOtherLinesBelowNames = 1;  // likewise
 
 using Names = std::vector<std::string>;
-
-/// "-----  ----" or "=+=": a rule between head and rows, no names.
-bool IsRule(std::string_view line) {
-  line = TrimBlankBytes(line);
-  constexpr std::string_view kStrokes = "-=+_|#*~:. \t,;";
-  return std::all_of(line.begin(), line.end(),
-                     [&](char c) { return kStrokes.find(c) != kStrokes.npos; });
-}
-
-/// True when words of a sentence are among the names. Between commas or tabs "on" and "set" are names like others.
-bool HoldsSentence(const Names& names, std::string_view line) {
-  const bool by_blanks = line.find_first_of(",;\t|") == line.npos;
-  constexpr std::string_view kWords[] = {"the",  "of",   "by",   "is",    "are", "was",  "for",
-                                         "from", "this", "and",  "to",    "in",  "with", "on",
-                                         "at",   "set",  "see",  "or",    "an",  "file", "data",
-                                         "not",  "be",   "made", "units:"};
-  const auto holds_word = [&](std::string_view name) {
-    while (!name.empty()) {
-      const std::string_view word = name.substr(0, name.find(' '));
-      if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
-      name = TrimBlankBytes(name.substr(word.size()));
-    }
-    return false;
-  };
-  // A single name may hold "of" or "at"; several such words are none.
-  const auto words = std::ranges::count_if(names, [&](const std::string& name) {
-    return (by_blanks || name.find(' ') != name.npos) && holds_word(name);
-  });
-  const bool address = std::ranges::any_of(
-      names, [](const std::string& name) { return name.find("://") != name.npos; });
-  return address || 2 * static_cast<std::size_t>(words) >= names.size() ||
-         std::ranges::any_of(names, [&](const std::string& name) {
-           return by_blanks && name.find(' ') == name.npos && holds_word(name);
-         });
-}
-
-bool AllOfFilled(const Names& names, bool (*is)(std::string_view)) {
-  std::size_t filled = 0;
-  for (const std::string& name : names) {
-    if (name.empty()) continue;
-    ++filled;
-    if (!is(name)) return false;
-  }
-  return filled > 0;
-}
-
-/// Most of a line of names are texts; some may be numbers, years for instance.
-bool AreNames(const Names& names, std::string_view line) {
-  if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
-  std::size_t filled = 0;
-  std::size_t texts = 0;
-  for (const std::string& name : names) {
-    const FieldKind kind = KindOfField(name);
-    filled += kind == FieldKind::Empty ? 0 : 1;
-    texts += kind == FieldKind::Text || kind == FieldKind::Placeholder ? 1 : 0;
-  }
-  // "Operator: Smith" is a remark over two columns, not their names.
-  const bool remark = names.size() == 2 && (names[0].ends_with(':') || names[0].ends_with('='));
-  return filled > 0 && texts > 0 && !remark && !HoldsSentence(names, line) &&
-         (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
-}
-
-bool IsUnit(std::string_view text) {
-  if (IsBracketed(text)) return true;
-  // In small letters, between strokes.
-  constexpr std::string_view kUnits =
-      "|#|-|--|%|s|ms|us|ns|sec|seconds|min|h|hr|hours|d|days|m|mm|cm|km|nm|um|v|mv|uv|kv|a|"
-      "ma|ua|na|pa|hz|khz|mhz|ghz|ohm|ohms|kohm|k|c|degc|deg c|deg|rad|f|nf|uf|pf|hh|w|mw|"
-      "kw|j|kj|ev|kev|mev|n|kn|mpa|kpa|hpa|bar|mbar|psi|torr|kg|g|mg|ug|l|ml|ul|mol|mmol|"
-      "second|volt|amp|m/s|m/s2|m/s^2|km/h|rpm|cm-1|cm^-1|1/"
-      "cm|counts|cps|au|a.u.|arb|db|dbm|ppm|ppb|w/m2|"
-      "w/m^2|t|mt|g/l|mg/l|bits|pixels|utc|v/ref|degrees|volts|amps|celsius|kelvin|°|°c|°f|"
-      "Ω|µa|µm|µv|µs|ft|in|lb|lbs|";
-  if (text.size() > kLongestUnit) return false;
-  const std::string lower = LowerAscii(text);
-  return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
-         text.find('^') != text.npos || text.find("vs") != text.npos;
-}
-
-/// A line below the names whose fields are mostly units. Single letters may be names as well: all must be units then.
-bool AreUnits(const Names& names) {
-  std::size_t filled = 0;
-  std::size_t units = 0;
-  bool sure = false;
-  for (const std::string& name : names) {
-    if (name.empty()) continue;
-    ++filled;
-    if (!IsUnit(name)) continue;
-    ++units;
-    sure = sure || name.size() > 1;
-  }
-  return filled > 0 && (units == filled || (sure && 2 * units >= filled));
-}
 
 /// Every column has a name of its own.
 bool AreComplete(const Names& names) {
@@ -196,6 +100,17 @@ std::vector<std::size_t> Candidates(std::span<const std::string_view> above,
   return places;
 }
 
+/// The line between names and rows that holds units under some of the names, from 1; 0: there is none.
+std::int32_t UnitsBelow(std::span<const std::string_view> above, std::int32_t names,
+                        const TextLayout& layout, std::int32_t columns) {
+  const auto below = static_cast<std::size_t>(names);
+  for (std::size_t i = below; i < above.size() && i <= below + 1; ++i) {
+    const std::optional<Names> units = UnitsUnderNames(above[i], above[below - 1], layout, columns);
+    if (units && AreUnits(*units)) return static_cast<std::int32_t>(i) + 1;
+  }
+  return 0;
+}
+
 }  // namespace
 
 HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextLayout& layout,
@@ -208,6 +123,8 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     const bool comment = !IsDataLine(above[place], layout);
     comments += comment ? 1 : 0;
     const std::optional<Names> names = SplitNames(above[place], layout, columns);
+    // Names would have stood below what is told of the measurement.
+    if (names && !comment && !head.HasNames() && AreSetting(*names)) break;
     const bool far = layout.IsSeparator(' ') &&
                      (comment ? comments > kNearComments : others > kOtherLinesBelowNames);
     const bool cut_short = !nearest && HasMoreThan(columns, above[place], layout);
@@ -221,7 +138,11 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     }
     nearest = false;
   }
-  return head.Found();
+  HeaderLines found = head.Found();
+  if (found.names > 0 && found.units == 0) {
+    found.units = UnitsBelow(above, found.names, layout, columns);
+  }
+  return found;
 }
 
 }  // namespace tarnwick

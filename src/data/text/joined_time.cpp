@@ -36,6 +36,7 @@ constexpr PartRow kParts[] = {
     {TimePart::Second, "Second", kSecond},
     {TimePart::HourMinute, "HourMinute", kHour | kMinute},
     {TimePart::YearMonth, "YearMonth", kYear | kMonth},
+    {TimePart::Quarter, "Quarter", kMonth},
 };
 
 const PartRow& RowOf(TimePart part) {
@@ -107,6 +108,14 @@ bool AddDay(std::optional<double> value, std::optional<int>& whole, Sum& sum) {
   return true;
 }
 
+/// The first month of the period of so many months that `number` counts from 1.
+bool AddMonth(std::optional<double> number, int months, Sum& sum) {
+  if (!number || *number != std::floor(*number)) return false;
+  sum.month = (static_cast<int>(*number) - 1) * months + 1;
+  sum.has_day = true;
+  return true;
+}
+
 /// Six digits.
 bool AddYearMonth(std::string_view text, Sum& sum) {
   text = TrimBlankBytes(text);
@@ -134,13 +143,10 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
       return sum.year.has_value();
     case TimePart::YearMonth:
       return AddYearMonth(text, sum);
-    case TimePart::Month: {
-      const std::optional<double> month = InRange(text, 1, 13);
-      if (!month || *month != std::floor(*month)) return false;
-      sum.month = static_cast<int>(*month);
-      sum.has_day = true;
-      return true;
-    }
+    case TimePart::Month:
+      return AddMonth(InRange(text, 1, 13), 1, sum);
+    case TimePart::Quarter:
+      return AddMonth(InRange(text, 1, 5), 3, sum);
     case TimePart::Day:
       if (!AddDay(InRange(text, 1, 32), whole, sum)) return false;
       sum.day = *whole;

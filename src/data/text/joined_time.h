@@ -24,7 +24,8 @@ enum class TimePart : std::uint8_t {
   Minute,
   Second,
   HourMinute,  ///< 1610 is 16:10, 5 is 00:05
-  YearMonth    ///< 202403 is March 2024
+  YearMonth,   ///< 202403 is March 2024
+  Quarter      ///< 1 to 4
 };
 
 /// True when no two of the parts say the same, as a date and a month do; false also for none.

@@ -7,6 +7,7 @@
 #include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "data/text/byte_description.h"
+#include "data/text/header_names.h"
 #include "data/text/names_line.h"
 
 namespace tarnwick {
@@ -24,9 +25,9 @@ bool IsLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-/// Takes "column", "col", "field" or "name" and what joins it to its number off the front.
+/// Takes "column", "col", "field", "name" or "sig" and what joins it to its number off the front.
 bool TakeColumnWord(std::string_view& text) {
-  constexpr std::array<std::string_view, 4> kWords = {"column", "field", "col", "name"};
+  constexpr std::array<std::string_view, 5> kWords = {"column", "field", "col", "name", "sig"};
   for (const std::string_view word : kWords) {
     if (LowerAscii(text.substr(0, word.size())) != word) continue;
     const std::size_t number = text.find_first_not_of(" ._#", word.size());
@@ -110,7 +111,7 @@ std::optional<ListedNames> FindListedNames(std::span<const std::string_view> abo
   for (const std::string_view line : above) {
     if (const std::optional<Entry> entry = ReadEntry(line, layout)) entries.push_back(*entry);
   }
-  if (!IsList(entries, columns)) return std::nullopt;
+  if (!IsList(entries, columns)) return FindHeaderNames(above, layout, columns);
   ListedNames listed;
   listed.names.resize(static_cast<std::size_t>(columns));
   listed.units.resize(listed.names.size());

@@ -46,9 +46,10 @@ bool EqualsInAnyCase(std::string_view text, std::string_view lower) {
 
 enum class Sentinel { None, Nines, Huge };
 
-/// How many nines `value` is written with when with nothing else, 0 else.
+/// How many nines `value` is written with when with nothing else, 0 else. Well logs write -999.25.
 std::size_t CountNines(double value) {
-  const std::string text = ShortestText(std::abs(value));
+  std::string text = ShortestText(std::abs(value));
+  if (text.size() > 5 && text.ends_with(".25")) text.erase(text.size() - 3);
   if (text.find_first_not_of("9.") != text.npos || text.front() == '.') return 0;
   return text.size() - (text.find('.') == text.npos ? 0 : 1);
 }

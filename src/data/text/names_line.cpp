@@ -78,7 +78,11 @@ Names SplitBy(NameGaps gaps, std::string_view line, const TextLayout& layout) {
     case NameGaps::Bar: {
       Names names = SplitByByte(line, '|', layout);
       TrimEmptyEnd(names);
-      if (!names.empty() && names.front().empty()) names.erase(names.begin());
+      // "The columns are | q | I |"
+      const bool led_in = !names.empty() && names.front().find(' ') != std::string::npos;
+      if (names.size() > 1 && (names.front().empty() || (led_in && line.back() == '|'))) {
+        names.erase(names.begin());
+      }
       return names;
     }
     case NameGaps::WideBlanks:
@@ -146,6 +150,39 @@ std::string WithBlankedMarks(std::string_view line, const TextLayout& layout) {
   return std::string(static_cast<std::size_t>(rest.data() - line.data()), ' ') + std::string(rest);
 }
 
+/// The inside of "[time, voltage]", and what follows "VARIABLES =".
+std::string_view WithoutFrame(std::string_view whole) {
+  const std::string_view line = TrimBlankBytes(whole);
+  const bool framed = line.size() > 2 && line.front() == '[' && line.back() == ']' &&
+                      line.find_first_of("[]", 1) == line.size() - 1;
+  if (framed) return line.substr(1, line.size() - 2);
+  const std::size_t equals = line.find('=');
+  const bool listed = equals != line.npos &&
+                      TrimBlankBytes(line.substr(0, equals)).find_first_of(",; \t\"") == line.npos &&
+                      TrimBlankBytes(line.substr(equals + 1)).starts_with('"');
+  return listed ? TrimBlankBytes(line.substr(equals + 1)) : whole;
+}
+
+/// "#wave  #intensity": a mark before every name is no part of them.
+void DropMarks(const TextLayout& layout, Names& names) {
+  const auto marked = [&layout](const std::string& name) {
+    return name.size() > 1 && layout.BeginsComment(name.data(), name.data() + name.size());
+  };
+  // The first has lost its own with the line's.
+  if (names.size() < 2 || !std::all_of(names.begin() + 1, names.end(), marked)) return;
+  for (std::size_t i = 1; i < names.size(); ++i) names[i].erase(0, 1);
+}
+
+/// Names of the first columns only; they are no sentence.
+bool NameTheFirst(std::size_t columns, const Names& names) {
+  constexpr std::size_t kFewest = 3;
+  constexpr std::size_t kLongest = 40;
+  return names.size() >= kFewest && names.size() < columns &&
+         std::ranges::all_of(names, [](const std::string& name) {
+           return !name.empty() && name.size() <= kLongest && !name.ends_with(':');
+         });
+}
+
 void DropTrailingSeparators(Names& names) {
   for (std::string& name : names) {
     while (!name.empty() && (name.back() == ',' || name.back() == ';')) name.pop_back();
@@ -188,14 +225,21 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   const std::optional<std::string_view> inside = WholeLineInQuotes(line);
   const bool comment = !IsDataLine(line, layout);
   const std::string_view text =
-      inside ? *inside : (comment ? WithoutCommentMarks(line, layout) : line);
+      WithoutFrame(inside ? *inside : (comment ? WithoutCommentMarks(line, layout) : line));
+  // `"X", "Y"` over columns of blanks
+  if (layout.IsSeparator(' ') && text.find("\",") != text.npos) {
+    if (Names names = SplitBy(NameGaps::Comma, text, layout); names.size() == wanted) return names;
+  }
   TextLayout other_merging = layout;
   other_merging.merge = !layout.merge;
   for (const TextLayout& merging : {std::cref(layout), std::cref(other_merging)}) {
     // Two blanks between words leave no name out.
     if (&merging == &other_merging && layout.IsSeparator(' ')) break;
     Names names = SplitBy(NameGaps::Separators, text, merging);
-    if (comment) DropTrailingSeparators(names);
+    if (comment) {
+      DropTrailingSeparators(names);
+      DropMarks(layout, names);
+    }
     if (FitTo(wanted, names, comment ? RowLabels::Never : RowLabels::Possible)) return names;
   }
   if (!comment && wanted > 1 && !layout.IsSeparator(' ')) {
@@ -220,7 +264,36 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       return names;
     }
   }
+  if (!comment && !layout.IsSeparator(' ')) {
+    Names names = SplitBy(NameGaps::Separators, text, layout);
+    TrimEmptyEnd(names);
+    if (NameTheFirst(wanted, names)) {
+      names.resize(wanted);
+      return names;
+    }
+  }
   return std::nullopt;
+}
+
+std::optional<Names> UnitsUnderNames(std::string_view units, std::string_view names,
+                                     const TextLayout& layout, std::int32_t columns) {
+  const std::string heads = WithBlankedMarks(names, layout);
+  const std::string below = WithBlankedMarks(units, layout);
+  if (!layout.IsSeparator(' ') || layout.ByPlace() || (heads + below).find('\t') != heads.npos) {
+    return std::nullopt;
+  }
+  const std::vector<LineWord> words = WordsOfLine(heads);
+  if (words.size() != static_cast<std::size_t>(columns)) return std::nullopt;
+  Names found(words.size());
+  for (const LineWord& unit : WordsOfLine(below)) {
+    const auto over = std::ranges::find_if(words, [&unit](const LineWord& name) {
+      return unit.begin <= name.end && name.begin <= unit.end;
+    });
+    if (over == words.end()) return std::nullopt;
+    std::string& text = found[static_cast<std::size_t>(over - words.begin())];
+    text += (text.empty() ? "" : " ") + NameText(unit.text, layout);
+  }
+  return found;
 }
 
 bool IsBracketed(std::string_view text) {

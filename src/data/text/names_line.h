@@ -24,6 +24,13 @@ std::string NameText(std::string_view field, const TextLayout& layout);
 std::optional<std::vector<std::string>> SplitNames(std::string_view line, const TextLayout& layout,
                                                    std::int32_t columns);
 
+/// The units that stand under some of the names of the line above them, told by their places; empty where a name has none. Nothing
+/// when the rows are not parted by blanks, or a unit stands under no name.
+std::optional<std::vector<std::string>> UnitsUnderNames(std::string_view units,
+                                                        std::string_view names,
+                                                        const TextLayout& layout,
+                                                        std::int32_t columns);
+
 /// "(s)", "[V]".
 bool IsBracketed(std::string_view text);
 

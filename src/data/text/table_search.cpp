@@ -64,9 +64,11 @@ class TableSearch {
   void TakeRow(std::size_t line, const LineShape& shape) {
     if (table_ && shape.fields != table_->fields) {
       others_.push_back({line, shape});
-      if (AnotherTableBegan()) return BeginFromOthers();
-      if (others_.size() > kMostOthers) AddOthers();
-      return;
+      if (AnotherTableBegan()) return BeginFromOthers(kStrayLines + 1);
+      if (others_.size() <= kMostOthers) return;
+      // Single numbers above rows of several are settings.
+      if (table_->fields == 1 && AllAgree(others_)) return BeginFromOthers(others_.size());
+      return AddOthers();
     }
     if (table_ && text_beside_blank_) Finish();
     if (!table_) table_ = FoundTable{line, line, shape.fields, 0, 0, 0};
@@ -84,8 +86,9 @@ class TableSearch {
     stray_texts_ = 0;
   }
 
-  void BeginFromOthers() {
-    const std::vector<Other> begun(others_.end() - kStrayLines - 1, others_.end());
+  void BeginFromOthers(std::size_t count) {
+    const std::vector<Other> begun(others_.end() - static_cast<std::ptrdiff_t>(count),
+                                   others_.end());
     Finish();
     for (const Other& other : begun) TakeRow(other.line, other.shape);
   }
@@ -96,7 +99,8 @@ class TableSearch {
     const bool names = (same || OneMore(shape)) && 4 * shape.filled >= 3 * shape.fields;
     if (same && !names) return;  // a row without values
     text_beside_blank_ = text_beside_blank_ || blank_before_;
-    if (names || ++stray_texts_ > kStrayLines) Finish();
+    const bool part = shape.marks_part && table_->fields == 1;
+    if (names || part || ++stray_texts_ > kStrayLines) Finish();
   }
 
   /// Names may be one more than the fields: a column of remarks that most rows leave out.
@@ -108,10 +112,7 @@ class TableSearch {
   /// Rows that agree on another shape are another table where text parts them from this one, or when they are more.
   bool AnotherTableBegan() const {
     if (others_.size() <= kStrayLines) return false;
-    const std::int32_t fields = others_.back().shape.fields;
-    const bool agree =
-        std::all_of(others_.end() - kStrayLines - 1, others_.end(),
-                    [fields](const Other& other) { return other.shape.fields == fields; });
+    const bool agree = AllAgree(std::span(others_).last(kStrayLines + 1));
     return agree && (stray_texts_ > 0 || others_.size() > table_->rows);
   }
 
@@ -119,6 +120,12 @@ class TableSearch {
     std::size_t line = 0;
     LineShape shape;
   };
+
+  static bool AllAgree(std::span<const Other> others) {
+    return std::ranges::all_of(others, [&others](const Other& other) {
+      return other.shape.fields == others.front().shape.fields;
+    });
+  }
 
   const double doubt_;
   const bool by_blanks_;
@@ -158,6 +165,8 @@ LineShape ShapeOf(std::string_view line, const TextLayout& layout) {
   if (!layout.cuts.empty()) shape.fields = static_cast<std::int32_t>(layout.cuts.size());
   if (widths == shape.filled && widths > 1) shape.values = 0;
   shape.kind = IsRow(shape, layout) ? LineShape::Kind::Row : LineShape::Kind::Text;
+  constexpr std::string_view kPartMarks = "$<[~>@";
+  shape.marks_part = kPartMarks.find(TrimBlankBytes(line).front()) != kPartMarks.npos;
   return shape;
 }
 

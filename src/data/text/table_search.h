@@ -21,6 +21,7 @@ struct LineShape {
   std::int32_t filled = 0;    ///< that hold something, placeholders apart
   std::int32_t values = 0;    ///< that some column format reads
   std::int32_t doubtful = 0;  ///< of the values, those with a unit or blanks, as words have
+  bool marks_part = false;    ///< text that begins a part of the file: "$ROI:", "<<END>>", "[Data]"
 };
 
 LineShape ShapeOf(std::string_view line, const TextLayout& layout);

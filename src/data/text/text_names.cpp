@@ -8,6 +8,7 @@
 #include "data/text/field_value.h"
 #include "data/text/listed_names.h"
 #include "data/text/names_line.h"
+#include "data/text/row_remark.h"
 #include "data/text/text_lines.h"
 
 namespace tarnwick {
@@ -87,7 +88,7 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, std::int32_
       opening.header.push_back(line);
     }
     if (ahead) continue;
-    const std::int32_t columns = CountFields(line, layout, kMostColumns);
+    const std::int32_t columns = CountFields(WithoutRemark(line, layout), layout, kMostColumns);
     if (rows == 0) opening.first_row_columns = columns;
     opening.row_columns = std::max(opening.row_columns, columns);
     ++rows;
@@ -107,7 +108,7 @@ std::int32_t CountColumns(std::string_view text, const TextLayout& layout) {
   LineWalker walker(text, layout.line_end);
   std::int32_t columns = 0;
   for (std::int32_t i = 0; i < kColumnLines && !walker.AtEnd(); ++i) {
-    const std::string_view line = walker.Next();
+    const std::string_view line = WithoutRemark(walker.Next(), layout);
     if (IsDataLine(line, layout)) {
       columns = std::max(columns, CountFields(line, layout, kMostColumns));
     }
@@ -154,6 +155,17 @@ Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout
   return std::move(fields).value_or(Fields());
 }
 
+/// The units of the columns; fewer than columns stand under their names.
+Fields UnitsOf(std::string_view text, const TDSInfo& info, const TextLayout& layout,
+               std::int32_t columns, const Opening& opening) {
+  if (info.UnitsLine > 0 && info.NamesLine > 0) {
+    auto units = UnitsUnderNames(LineAt(text, info.UnitsLine, layout.line_end),
+                                 LineAt(text, info.NamesLine, layout.line_end), layout, columns);
+    if (units) return *std::move(units);
+  }
+  return FieldsOfLine(text, info.UnitsLine, layout, columns, opening);
+}
+
 }  // namespace
 
 std::string UnnamedColumn(std::int32_t column) {
@@ -191,15 +203,16 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const T
     const auto at = static_cast<std::size_t>(i);
     std::string name = at < line.fields.size() ? std::move(line.fields[at]) : std::string();
     const bool value = first_is_row && FieldValue(name, ColumnFormat::Automatic).has_value();
-    if (name.empty() || ReadsAsNumber(name) || value) {
+    // What a line is said to name columns by is taken as it stands.
+    if (name.empty() || (!stated && (ReadsAsNumber(name) || value))) {
       name = UnnamedColumn(i);
       read.has_names_line = false;
     }
     read.names.push_back(std::move(name));
   }
   read.bare_names = read.names;
-  const Fields units = listed ? std::move(listed->units)
-                              : FieldsOfLine(text, info.UnitsLine, layout, columns, opening);
+  const Fields units =
+      listed ? std::move(listed->units) : UnitsOf(text, info, layout, columns, opening);
   for (std::size_t i = 0; i < units.size(); ++i) {
     const std::string unit = UnitText(units[i]);
     if (!unit.empty()) read.names[i] += " [" + unit + "]";

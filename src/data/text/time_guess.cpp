@@ -40,7 +40,7 @@ bool AreWhole(std::span<const TimePart> parts) {
   using enum TimePart;
   const bool month = Holds(parts, Month);
   const bool date =
-      HoldsOneOf(parts, {Date, DayOfYear}) || (month && HoldsOneOf(parts, {Year, Day}));
+      HoldsOneOf(parts, {Date, DayOfYear}) || (Holds(parts, Quarter) && Holds(parts, Year)) || (month && HoldsOneOf(parts, {Year, Day}));
   if (parts.size() < 2 || !date || (Holds(parts, Day) && !month)) return false;
   const bool time = HoldsOneOf(parts, {Time, HourMinute, Hour});
   const bool needs_day = time && !HoldsOneOf(parts, {Date, DayOfYear, Day});

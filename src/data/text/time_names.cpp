@@ -38,6 +38,8 @@ constexpr NameRow kNames[] = {
     {"mo", TimePart::Month},
     {"mon", TimePart::Month},
     {"mm", TimePart::Month},
+    {"quarter", TimePart::Quarter},
+    {"qtr", TimePart::Quarter},
     {"day", TimePart::Day},
     {"dy", TimePart::Day},
     {"dd", TimePart::Day},

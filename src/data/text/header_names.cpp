@@ -1,0 +1,110 @@
+#include "data/text/header_names.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "data/text/names_line.h"
+
+namespace tarnwick {
+namespace {
+
+using Lines = std::span<const std::string_view>;
+
+/// "DEPT.M      : 1  DEPTH" in the part of a well log that begins with "~C".
+ListedNames CurveNames(Lines above, const TextLayout& layout) {
+  ListedNames listed;
+  bool among_curves = false;
+  for (const std::string_view whole : above) {
+    const std::string_view line = TrimBlankBytes(whole);
+    if (line.starts_with('~')) among_curves = line.starts_with("~C") || line.starts_with("~c");
+    const std::size_t point = line.find('.');
+    if (!among_curves || line.starts_with('~') || line.starts_with('#') || point == line.npos) {
+      continue;
+    }
+    const std::string_view unit = line.substr(point + 1, line.find_first_of(" \t:", point) - point - 1);
+    listed.names.push_back(NameText(line.substr(0, point), layout));
+    listed.units.push_back(UnitText(NameText(unit, layout)));
+  }
+  return listed;
+}
+
+std::string_view WithinQuotes(std::string_view line) {
+  const std::size_t open = line.find('"');
+  const std::size_t close = line.rfind('"');
+  return open < close && close != line.npos ? line.substr(open + 1, close - open - 1)
+                                            : std::string_view();
+}
+
+/// `@    xaxis  label "Time (ps)"`, `@ s0 legend "Potential"`.
+ListedNames LegendNames(Lines above, const TextLayout& layout) {
+  ListedNames listed;
+  listed.names.resize(1);
+  std::string y_label;
+  for (const std::string_view whole : above) {
+    std::string_view line = TrimBlankBytes(whole);
+    if (!line.starts_with('@')) continue;
+    line = TrimBlankBytes(line.substr(1));
+    const std::string_view key = line.substr(0, line.find_first_of(" \t"));
+    const std::string text = NameText(WithinQuotes(line), layout);
+    const bool label = line.find(" label ") != line.npos;
+    if (key == "xaxis" && label) listed.names.front() = text;
+    if (key == "yaxis" && label) y_label = text;
+    const bool set = key.starts_with('s') && ParseInteger(key.substr(1)).has_value();
+    if (set && line.find(" legend ") != line.npos) listed.names.push_back(text);
+  }
+  if (listed.names.size() == 1 && !y_label.empty()) listed.names.push_back(y_label);
+  return listed;
+}
+
+/// A setting's name without what joins its words, and its value: "x-Unit;Hz;".
+std::pair<std::string, std::string_view> KeyAndValue(std::string_view line) {
+  const std::size_t end = line.find_first_of("=:,;\t");
+  std::string key;
+  for (const char c : LowerAscii(line.substr(0, end))) {
+    if (IsLetter(c)) key += c;
+  }
+  std::string_view value = end == line.npos ? std::string_view() : TrimBlankBytes(line.substr(end + 1));
+  while (!value.empty() && (value.back() == ',' || value.back() == ';')) value.remove_suffix(1);
+  return {std::move(key), value};
+}
+
+ListedNames AxisNames(Lines above, const TextLayout& layout) {
+  std::string labels[2];
+  std::string units[2];
+  for (const std::string_view line : above) {
+    const auto [key, value] = KeyAndValue(line);
+    if (key.empty() || (key.front() != 'x' && key.front() != 'y')) continue;
+    const std::string_view what = std::string_view(key).substr(1);
+    const int axis = key.front() == 'x' ? 0 : 1;
+    if (what == "label" || what == "unitlabel") labels[axis] = NameText(value, layout);
+    if (what == "unit" || what == "units") units[axis] = NameText(value, layout);
+  }
+  ListedNames listed;
+  for (int axis = 0; axis < 2; ++axis) {
+    const bool labelled = !labels[axis].empty();
+    listed.names.push_back(labelled ? labels[axis] : units[axis]);
+    listed.units.push_back(labelled ? UnitText(units[axis]) : std::string());
+  }
+  return listed;
+}
+
+}  // namespace
+
+std::optional<ListedNames> FindHeaderNames(Lines above, const TextLayout& layout,
+                                           std::int32_t columns) {
+  for (const auto find : {&CurveNames, &LegendNames, &AxisNames}) {
+    ListedNames listed = find(above, layout);
+    const bool all = listed.names.size() == static_cast<std::size_t>(columns) && columns > 1 &&
+                     std::ranges::none_of(listed.names, &std::string::empty);
+    if (!all) continue;
+    listed.units.resize(listed.names.size());
+    return listed;
+  }
+  return std::nullopt;
+}
+
+}  // namespace tarnwick

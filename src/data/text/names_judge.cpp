@@ -1,0 +1,181 @@
+#include "data/text/names_judge.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "base/text_encoding.h"
+#include "data/text/field_kind.h"
+#include "data/text/names_line.h"
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kLongestUnit = 16;
+constexpr std::size_t kNamesPerWord = 8;  // of a sentence that may be a name among them
+
+using Names = std::vector<std::string>;
+
+bool HoldsWordOfSentence(std::string_view name) {
+  constexpr std::string_view kWords[] = {"the",  "of",   "by",   "is",    "are", "was",  "for",
+                                         "from", "this", "and",  "to",    "in",  "with", "on",
+                                         "at",   "set",  "see",  "or",    "an",  "file", "data",
+                                         "not",  "be",   "made", "units:"};
+  while (!name.empty()) {
+    const std::string_view word = name.substr(0, name.find(' '));
+    if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
+    name = TrimBlankBytes(name.substr(word.size()));
+  }
+  return false;
+}
+
+/// True when words of a sentence are among the names. Between commas or tabs "on" and "set" are names like others, and so is
+/// "in" among many.
+bool HoldsSentence(const Names& names, std::string_view line) {
+  const bool by_blanks = line.find_first_of(",;\t|") == line.npos;
+  const auto count = [&names](auto is) {
+    return static_cast<std::size_t>(std::ranges::count_if(names, is));
+  };
+  // A single name may hold "of" or "at"; several such words are none.
+  const std::size_t words = count([&](const std::string& name) {
+    return (by_blanks || name.find(' ') != name.npos) && HoldsWordOfSentence(name);
+  });
+  const std::size_t single = count([&](const std::string& name) {
+    return by_blanks && name.find(' ') == name.npos && HoldsWordOfSentence(name);
+  });
+  const bool address = count([](const std::string& name) {
+                         return name.find("://") != name.npos;
+                       }) > 0;
+  return address || 2 * words >= names.size() || kNamesPerWord * single > names.size();
+}
+
+template <class Is>
+bool AllOfFilled(const Names& names, Is is) {
+  std::size_t filled = 0;
+  for (const std::string& name : names) {
+    if (name.empty()) continue;
+    ++filled;
+    if (!is(name)) return false;
+  }
+  return filled > 0;
+}
+
+bool EndsLikeKey(const std::string& name) {
+  return name.ends_with(':') || name.ends_with('=');
+}
+
+bool IsYear(const std::string& name) {
+  const std::optional<double> value = ParseNumber(name);
+  return name.size() == 4 && value && *value > 1800 && *value <= 2100;
+}
+
+/// "<<DATA>>", "$DATA:", "[Points]" over a single column begin a part of the file.
+bool MarksSection(const Names& names) {
+  constexpr std::string_view kMarks = "$<[{~>@*";
+  return names.size() == 1 && !names.front().empty() &&
+         kMarks.find(names.front().front()) != kMarks.npos;
+}
+
+/// "Dimension,101,101,101"
+bool RepeatNumbers(const Names& names) {
+  for (std::size_t i = 1; i < names.size(); ++i) {
+    const bool number = KindOfField(names[i]) == FieldKind::Number;
+    if (number && std::ranges::count(names, names[i]) > 1) return true;
+  }
+  return false;
+}
+
+/// "(6)Hebe 2.424609 0.202491 14.754050": a row in the guise of a remark.
+bool AreMeasured(const Names& names, std::string_view line) {
+  const auto decimals = std::ranges::count_if(names, [](const std::string& name) {
+    return name.find('.') != name.npos && KindOfField(name) == FieldKind::Number;
+  });
+  const bool by_blanks = line.find_first_of(",;|") == line.npos;
+  return by_blanks && 2 * static_cast<std::size_t>(decimals) > names.size();
+}
+
+/// "ZONE T=one I=50 F=POINT"
+bool AreAssignments(const Names& names) {
+  const auto assignments = std::ranges::count_if(names, [](const std::string& name) {
+    const std::size_t equals = name.find('=');
+    return equals != name.npos && equals > 0 && equals + 1 < name.size();
+  });
+  return 2 * static_cast<std::size_t>(assignments) > names.size();
+}
+
+bool IsUnit(std::string_view text) {
+  if (IsBracketed(text)) return true;
+  // In small letters, between strokes.
+  constexpr std::string_view kUnits =
+      "|#|-|--|%|s|ms|us|ns|sec|seconds|min|h|hr|hours|d|days|m|mm|cm|km|nm|um|v|mv|uv|kv|a|"
+      "ma|ua|na|pa|hz|khz|mhz|ghz|ohm|ohms|kohm|k|c|degc|deg|rad|f|nf|uf|pf|hh|w|mw|"
+      "kw|j|kj|ev|kev|mev|n|kn|mpa|kpa|hpa|bar|mbar|dbar|psi|torr|kg|g|mg|ug|l|ml|ul|mol|mmol|"
+      "second|volt|amp|m/s|m/s2|m/s^2|km/h|knot|knots|rpm|cm-1|cm^-1|1/"
+      "cm|counts|cps|au|a.u.|arb|db|dbm|ppm|ppb|psu|pss-78|its-90|w/m2|"
+      "w/m^2|t|mt|g/l|mg/l|bits|pixels|utc|v/ref|degrees|volts|amps|celsius|kelvin|°|°c|°f|"
+      "Ω|µa|µm|µv|µs|ft|in|lb|lbs|deg c|degt|nmi|mau|emu|oe|gauss|tesla|";
+  if (text.size() > kLongestUnit) return false;
+  const std::string lower = LowerAscii(text);
+  return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
+         text.find('^') != text.npos || text.find("vs") != text.npos;
+}
+
+}  // namespace
+
+bool IsRule(std::string_view line) {
+  line = TrimBlankBytes(line);
+  constexpr std::string_view kStrokes = "-=+_|#*~:. \t,;";
+  return std::all_of(line.begin(), line.end(),
+                     [&](char c) { return kStrokes.find(c) != kStrokes.npos; });
+}
+
+bool AreNames(const Names& names, std::string_view line) {
+  if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
+  std::size_t filled = 0;
+  std::size_t texts = 0;
+  std::size_t numbers_ahead = 0;  // of the first text
+  for (const std::string& name : names) {
+    const FieldKind kind = KindOfField(name);
+    filled += kind == FieldKind::Empty ? 0 : 1;
+    texts += kind == FieldKind::Text || kind == FieldKind::Placeholder ? 1 : 0;
+    numbers_ahead += kind == FieldKind::Number && texts == 0 ? 1 : 0;
+  }
+  if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) || AreMeasured(names, line) || AreSetting(names) || MarksSection(names)) return false;
+  return !HoldsSentence(names, line) &&
+         (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
+}
+
+bool AreSetting(const Names& names) {
+  constexpr std::size_t kMostFilled = 3;
+  Names filled;
+  std::ranges::copy_if(names, std::back_inserter(filled),
+                       [](const std::string& name) { return !name.empty(); });
+  const auto is_mark = [](const std::string& name) { return name == ":" || name == "="; };
+  if (std::ranges::any_of(filled, is_mark)) return true;
+  const auto keys = std::ranges::count_if(filled, EndsLikeKey);
+  if (filled.size() > 1 && EndsLikeKey(filled.front()) && keys == 1) return true;
+  if (filled.size() < 2 || filled.size() > kMostFilled) return false;
+  if (filled.size() > 2 && filled[1] == "1" && filled[2] == "2") return false;
+  return std::all_of(filled.begin() + 1, filled.end(), [](const std::string& name) {
+    return IsValue(KindOfField(name)) && !IsYear(name);
+  });
+}
+
+bool AreUnits(const Names& names) {
+  std::size_t filled = 0;
+  std::size_t units = 0;
+  bool sure = false;
+  for (const std::string& name : names) {
+    if (name.empty()) continue;
+    ++filled;
+    if (!IsUnit(name)) continue;
+    ++units;
+    sure = sure || name.size() > 1;
+  }
+  return filled > 0 && (units == filled || (sure && 2 * units >= filled));
+}
+
+}  // namespace tarnwick

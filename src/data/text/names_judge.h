@@ -1,0 +1,24 @@
+// What the fields of a line above a table read like: names of columns, their units, or neither. Knows texts; knows no layout and no
+// rows.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwick {
+
+/// "-----  ----" or "=+=": a rule between head and rows, no names.
+bool IsRule(std::string_view line);
+
+/// True when the fields of this line may name columns: most are texts, some may be numbers, years for instance. Sentences,
+/// rules and settings ("Operator: Smith", "Values;201") do not.
+bool AreNames(const std::vector<std::string>& names, std::string_view line);
+
+/// "Operator: Smith", "Values;201", "Date;14.3.2024;12:05": what is told of a measurement, in as many fields as the rows have.
+bool AreSetting(const std::vector<std::string>& names);
+
+/// A line below the names whose fields are mostly units. Single letters may be names as well: all must be units then.
+bool AreUnits(const std::vector<std::string>& names);
+
+}  // namespace tarnwick
