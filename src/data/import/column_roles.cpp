@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t kMostNames = 5;  // in a note
 constexpr double kEarliestYear = 1600;
+constexpr std::size_t kRowsAboutOne = 4;  // one value among so many belongs to the file, not to its row
 
 using Columns = std::vector<std::int32_t>;
 
@@ -303,7 +304,12 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     out.If("dates", [&](std::int32_t column) { return IsDecimalYear(source, column); });
   }
   // Of few columns a constant one is wanted: a set point beside what was measured.
-  const auto constant = [&](std::int32_t column) { return source.GuessOf(column).IsConstant(); };
+  const auto constant = [&](std::int32_t column) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    const bool alone = guess.values.size() == 1 && !source.samples.empty() &&
+                       source.samples.front().size() >= kRowsAboutOne;
+    return alone || guess.IsConstant();
+  };
   Columns constants = out.Taken([&](std::int32_t column) {
     return constant(column) && NamesPlace(source.NameOf(column));
   });

@@ -137,17 +137,19 @@ std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
 std::size_t WithRaggedRowsAbove(std::span<const std::string_view> lines, std::size_t first,
                                 const TextLayout& layout) {
   const std::vector<FieldKind> kinds = KindsOf(lines[first], layout);
-  std::size_t reached = first;
-  for (std::size_t i = first; i > 0 && first - reached < kMostRaggedRows; --i) {
-    if (!IsDataLine(lines[i - 1], layout)) break;
+  std::size_t ragged_fields = 0;
+  for (std::size_t i = first; i > 0 && first - i <= kMostRaggedRows; --i) {
+    if (!IsDataLine(lines[i - 1], layout)) return first;
     const std::vector<FieldKind> above = KindsOf(lines[i - 1], layout);
+    const bool names = std::ranges::none_of(above, &IsValue) && above.size() == ragged_fields;
+    if (names) return i;
     const auto shared = static_cast<std::ptrdiff_t>(std::min(above.size(), kinds.size()));
     const auto apart = std::ssize(above) - std::ssize(kinds);
     const bool same = std::equal(above.begin(), above.begin() + shared, kinds.begin());
-    if (shared < 2 || apart == 0 || std::abs(apart) > kMostFieldsApart || !same) break;
-    reached = i - 1;
+    if (shared < 2 || apart == 0 || std::abs(apart) > kMostFieldsApart || !same) return first;
+    ragged_fields = above.size();
   }
-  return reached;
+  return first;
 }
 
 }  // namespace tarnwick

@@ -22,8 +22,9 @@ struct TableBody {
 std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
                      const TextLayout& layout, const TableBody& body);
 
-/// The first of the rows right above line `first` that have a few fields more or less and the same kinds of fields where they
-/// share them: some write the number of the instrument behind the first row only. `first` where there is none.
+/// The first of the rows right above line `first`, and below names as many, that have a few fields more or less and the same kinds
+/// of fields where they share them: some write the number of the instrument behind the first row only. `first` where there
+/// is none.
 std::size_t WithRaggedRowsAbove(std::span<const std::string_view> lines, std::size_t first,
                                 const TextLayout& layout);
 

@@ -29,6 +29,10 @@ bool AreComplete(const Names& names) {
   return true;
 }
 
+std::ptrdiff_t CountFilled(const Names& names) {
+  return std::ranges::count_if(names, [](const std::string& name) { return !name.empty(); });
+}
+
 /// Over columns told by their places any line gives some names.
 bool IsSparse(const Names& names, const TextLayout& layout) {
   return !layout.cuts.empty() && 4 * std::ranges::count(names, std::string()) > std::ssize(names);
@@ -119,16 +123,20 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
   std::size_t comments = 0;
   std::size_t others = 0;
   bool nearest = true;
-  for (const std::size_t place : Candidates(above, layout)) {
+  const std::vector<std::size_t> places = Candidates(above, layout);
+  for (const std::size_t place : places) {
     const bool comment = !IsDataLine(above[place], layout);
     comments += comment ? 1 : 0;
     const std::optional<Names> names = SplitNames(above[place], layout, columns);
+    // A line that stands alone tells of the columns: "time;7".
+    const bool setting = names && AreSetting(*names) &&
+                         (places.size() > 1 || names->front().find_first_of(":=") != Names::value_type::npos);
     // Names would have stood below what is told of the measurement.
-    if (names && !comment && !head.HasNames() && AreSetting(*names)) break;
+    if (setting && !comment && !head.HasNames() && CountFilled(*names) == 2) break;
     const bool far = layout.IsSeparator(' ') &&
                      (comment ? comments > kNearComments : others > kOtherLinesBelowNames);
     const bool cut_short = !nearest && HasMoreThan(columns, above[place], layout);
-    if (names && !IsSparse(*names, layout) && !far && !cut_short &&
+    if (names && !setting && !IsSparse(*names, layout) && !far && !cut_short &&
         AreNames(*names, above[place])) {
       if (!head.Take(place, *names)) break;
     } else if (head.HasNames()) {

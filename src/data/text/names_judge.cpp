@@ -143,7 +143,7 @@ bool AreNames(const Names& names, std::string_view line) {
     texts += kind == FieldKind::Text || kind == FieldKind::Placeholder ? 1 : 0;
     numbers_ahead += kind == FieldKind::Number && texts == 0 ? 1 : 0;
   }
-  if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) || AreMeasured(names, line) || AreSetting(names) || MarksSection(names)) return false;
+  if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) || AreMeasured(names, line) || MarksSection(names)) return false;
   return !HoldsSentence(names, line) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
 }
@@ -158,6 +158,7 @@ bool AreSetting(const Names& names) {
   const auto keys = std::ranges::count_if(filled, EndsLikeKey);
   if (filled.size() > 1 && EndsLikeKey(filled.front()) && keys == 1) return true;
   if (filled.size() < 2 || filled.size() > kMostFilled) return false;
+  if (KindOfField(filled.front()) != FieldKind::Text) return false;
   if (filled.size() > 2 && filled[1] == "1" && filled[2] == "2") return false;
   return std::all_of(filled.begin() + 1, filled.end(), [](const std::string& name) {
     return IsValue(KindOfField(name)) && !IsYear(name);

@@ -11,8 +11,8 @@ namespace tarnwick {
 /// "-----  ----" or "=+=": a rule between head and rows, no names.
 bool IsRule(std::string_view line);
 
-/// True when the fields of this line may name columns: most are texts, some may be numbers, years for instance. Sentences,
-/// rules and settings ("Operator: Smith", "Values;201") do not.
+/// True when the fields of this line may name columns: most are texts, some may be numbers, years for instance. Sentences
+/// and rules do not.
 bool AreNames(const std::vector<std::string>& names, std::string_view line);
 
 /// "Operator: Smith", "Values;201", "Date;14.3.2024;12:05": what is told of a measurement, in as many fields as the rows have.

@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "data/import/import_file.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+/// `count` rows; "@" stands for the number of the row, "@@" for its double and a half.
+std::string Rows(int count, std::string_view form) {
+  std::string text;
+  for (int row = 0; row < count; ++row) {
+    for (std::size_t i = 0; i < form.size(); ++i) {
+      const bool twice = form.substr(i).starts_with("@@");
+      if (form[i] != '@') {
+        text += form[i];
+      } else {
+        text += std::to_string(twice ? 2 * row : row) + (twice ? ".5" : "");
+        i += twice ? 1 : 0;
+      }
+    }
+    text += '\n';
+  }
+  return text;
+}
+
+/// "x: y1, y2 (points)", an error's column behind the name of its own, and what was told.
+std::string Described(const ImportResult& result) {
+  std::string text = result.x_name + ":";
+  for (const auto& series : result.series) {
+    const std::string& error = series->Source().YErrorColumn;
+    text += " " + series->SeriesName() + (error.empty() ? "" : " +- " + error) + ",";
+  }
+  return text + " " + std::to_string(result.series.front()->PointCount());
+}
+
+TEST(GuessedTables, AreReadAsAPersonReadsThem) {
+  const struct {
+    const char* what;
+    std::string text;
+    const char* read;
+  } tables[] = {
+      {"settings in as many fields as the rows", "Analyzer;FSV;\nRef;-10.0;\nValues;9;\n" + Rows(20, "@;@@;"),
+       "(col 0): (col 1), 20"},
+      {"settings in the same columns", "Probe,10,1,\nUnits,V,V\nTIME,CH1,CH2\n" + Rows(20, "@,@@,@@"),
+       "TIME: CH1, CH2, 20"},
+      {"a colon between key and value", "Firm,:,V1\nData,:,,\n" + Rows(20, "@,@@,"), "(col 0): (col 1), 20"},
+      {"other words before the first rows",
+       "Name, U, I\nDimension1, 3, 3\nDimension2, 1, 1\n" + Rows(20, "Value, @, @@"), "U: I, 20"},
+      {"single numbers ahead", "TITLE\n#HDR\n" + Rows(14, "@.5") + "#DATA\n" + Rows(40, "@\t@@"),
+       "(col 0): (col 1), 40"},
+      {"a part of the file behind one column", "$DATA:\n0 19\n" + Rows(20, "   @@") + "$ROI:\n0\n$END:\n1\n",
+       "Row number: (col 0), 20"},
+      {"a number behind the first row only", "EL,Time,T,Serial\n0,2024-03-14 12:00,20.5,1001\n" + Rows(9, "@,2024-03-15 12:0@,@@"),
+       "Time: EL, T, 10"},
+      {"rows that end in a semicolon", Rows(12, "@ @@;"), "(col 0): (col 1), 12"},
+      {"rows of a matrix", "data = [\n" + Rows(12, "  @ @@;") + "];\n", "(col 0): (col 1), 12"},
+      {"rows in brackets", Rows(12, "[@, @@, 1@],"), "(col 0): (col 1), (col 2), 12"},
+      {"pairs in parentheses", Rows(12, "(@, @@)"), "(col 0): (col 1), 12"},
+      {"remarks behind the values", "% t u\n" + Rows(12, "@ @@  % sample @ of 9"), "t: u, 12"},
+      {"remarks behind some values", "# t u\n" + Rows(6, "@ @@") + "6 1.5 # restarted\n7 2.5\n", "t: u, 8"},
+      {"few rows at the end of much text",
+       Rows(60, "Remark number @ of the preamble.") + "t  u\n" + Rows(6, "@ @@"), "t: u, 6"},
+      {"rows that begin with a separator under names", "X_Value\tU\tI\tComment\n" + Rows(12, "\t@\t@@"),
+       "Row number: U, I, 12"},
+      {"names that begin with a digit", "2theta (deg),101 <TC> (C)\n" + Rows(12, "@,@@"),
+       "2theta (deg): 101 <TC> (C), 12"},
+      {"a number is no name yet", "time,7\n" + Rows(12, "@,@@"), "time: (col 1), 12"},
+      {"years name columns", "x,2001,2002,2003\n" + Rows(12, "@,@@,1@,2@"), "x: 2001, 2002, 2003, 12"},
+      {"a mark before every name", "#Wave\t\t#Intensity\n" + Rows(12, "@\t@@"), "Wave: Intensity, 12"},
+      {"names in one pair of brackets", "[t, u, i]\n" + Rows(12, "@, @@, 1@"), "t: u, i, 12"},
+      {"a list of variables", "VARIABLES = \"X\", \"P\"\nZONE T=\"one\" I=12\n" + Rows(12, "@ @@"), "X: P, 12"},
+      {"names between bars behind a phrase", "The columns are | q | I |\n" + Rows(12, "@  @@"), "q: I, 12"},
+      {"names of the first columns only", "a,b,c\n" + Rows(12, "@,@@,1@,2@,3@"),
+       "a: b, c, (col 3), (col 4), 12"},
+      {"a word of sentences among many names", "r b swpd free si so bi bo in cs\n" + Rows(12, "@ @@ 1@ 2@ 3@ 4@ 5@ 6@ 7@ 8@"),
+       "r: b, swpd, free, si, so, bi, bo, in, cs, 12"},
+      {"units under some names", "  yyyy  mm  tmax  rain\n            degC    mm\n"
+       "  2001   1   1.5     7\n  2001   2   2.5     8\n  2001   3   2.5     9\n",
+       "Date and time: tmax [degC], rain [mm], 3"},
+      {"curves of a well log",
+       "~Version\n VERS. 2.0 : no\n~Curve\n DEPT.M : 1 depth\n DT .US/M : 2 time\n~A\n" + Rows(20, "@ @@"),
+       "DEPT [M]: DT [US/M], 20"},
+      {"legends of a graph", "@    xaxis  label \"t (ps)\"\n@ s0 legend \"E\"\n@ s1 legend \"T\"\n" + Rows(20, "@ @@ 1@"),
+       "t (ps): E, T, 20"},
+      {"units of both axes", "##XUNITS=1/CM\n##YUNITS=ABSORBANCE\n" + Rows(20, "@ @@"), "1/CM: ABSORBANCE, 20"},
+      {"a remark with decimals is a row", "# (6)Hebe 2.42 0.20 14.75\n" + Rows(12, "a 1@.5 @@ 3.@"),
+       "(col 1): (col 2), (col 3), 12"},
+      {"year and quarter", "rownames,year,quarter,v\n1,1990,1,5\n2,1990,2,6\n3,1990,3,7\n4,1990,4,7\n",
+       "Date and time: v, 4"},
+      {"quarters", "period,v\n1990Q1,1\n1990Q2,2\n1990Q3,4\n1990Q4,3\n", "period: v, 4"},
+      {"a year beside its fraction", "year,month,decimal date,v\n2001,1,2001.04,5\n2001,2,2001.12,7\n2001,3,2001.2,6\n",
+       "Date and time: v, 3"},
+      {"a cycle that stands for many rows", "Cycle,Time(s),U\n" + Rows(9, "1,@,@@") + Rows(9, "2,1@,@@"),
+       "Time(s): Cycle, U, 18"},
+      {"the year in the last column", "obs,v,YEAR\n1,5,1990\n2,3,1991\n3,4,1992\n", "YEAR: v, 3"},
+      {"y is not X", "y,a,b\n3,1,5\n1,7,6\n2,3,7\n", "a: y, b, 3"},
+      {"one station throughout", "datetime,site_no,v\n" + Rows(9, "2024-03-1@,5427,@@"), "datetime: v, 9"},
+      {"errors joined to their names", "X,MAG_AUTO,MAGERR_AUTO,Mass,e_Mass\n" + Rows(9, "@,@@,1.5,1@,2.5"),
+       "X: MAG_AUTO +- MAGERR_AUTO, Mass +- e_Mass, 9"},
+      {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n", "d: v, 30"},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& table : tables) {
+    EXPECT_EQ(Described(ImportFile(folder.Write("t.txt", table.text))), table.read) << table.what;
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
