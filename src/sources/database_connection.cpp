@@ -193,17 +193,16 @@ std::vector<std::string> DatabaseConnection::Tables() const {
 }
 
 QString DatabaseConnection::Quoted(const std::string& table) const {
-  QString name = QString::fromStdString(table);
   // The driver would take a dot in it for one between a schema and a table, which SQLite has not.
-  if (database_.driverName() == QLatin1String("QSQLITE")) {
-    return '"' + name.replace('"', QLatin1String("\"\"")) + '"';
-  }
-  return database_.driver()->escapeIdentifier(name, QSqlDriver::TableName);
+  if (dialect_.transport == RowTransport::InProcess) return QuotedColumn(table);
+  return database_.driver()->escapeIdentifier(QString::fromStdString(table), QSqlDriver::TableName);
 }
 
 QString DatabaseConnection::QuotedColumn(const std::string& column) const {
-  return database_.driver()->escapeIdentifier(QString::fromStdString(column),
-                                              QSqlDriver::FieldName);
+  QString name = QString::fromStdString(column);
+  const QChar quote = QLatin1Char(dialect_.quote);
+  if (dialect_.quote != 0) return quote + name.replace(quote, QString(2, quote)) + quote;
+  return database_.driver()->escapeIdentifier(name, QSqlDriver::FieldName);
 }
 
 std::string DatabaseConnection::TextOf(const QSqlError& error) const {

@@ -33,6 +33,8 @@ class DatabaseConnection {
                Progress& progress) const;
   /// Stops what the connection runs, from any thread; the statement ends with an error. Nothing where that cannot be done.
   void Stop() const;
+  /// True where the driver's own objects are of the library that is linked here.
+  bool KnowsLibrary() const { return interruptible_ != nullptr; }
   /// False when the server has gone.
   bool IsAlive() const;
   /// Tables and behind them views, in the data base's order.

@@ -21,6 +21,7 @@ struct DatabaseDialect {
   /// The first statements of a connection: for reading only, limits of time.
   std::span<const char* const> first;
   RowTransport transport = RowTransport::Stream;
+  char quote = 0;  ///< around the name of a column, doubled inside; 0: the driver knows
   const char* session = nullptr;  ///< asks for the number of a connection; null: it needs none
   const char* stop = nullptr;  ///< what another connection says to stop what that number runs: %1
   /// Asks for about how many rows a table has, without counting; "%1" is its name in a text, quoted. Null: nobody knows.

@@ -1,5 +1,8 @@
 #include "sources/database_rows.h"
 
+#include <sqlite3.h>
+
+#include <QSqlResult>
 #include <utility>
 
 namespace tarnwick {
@@ -83,6 +86,21 @@ bool DatabaseRows::Next() {
   if (query_.next()) return true;
   Require(!query_.lastError().isValid());
   return false;
+}
+
+std::vector<std::string> DatabaseRows::ColumnNames() const {
+  const QSqlRecord record = query_.record();
+  const QVariant handle = query_.result()->handle();
+  // The driver leaves out quotes in names, which then name nothing.
+  const bool is_known = connection_.KnowsLibrary() && qstrcmp(handle.typeName(), "sqlite3_stmt*") == 0;
+  sqlite3_stmt* const statement =
+      is_known ? *static_cast<sqlite3_stmt* const*>(handle.constData()) : nullptr;
+  std::vector<std::string> names;
+  for (int i = 0; i < record.count(); ++i) {
+    const char* const name = statement != nullptr ? sqlite3_column_name(statement, i) : nullptr;
+    names.push_back(name != nullptr ? name : record.fieldName(i).toStdString());
+  }
+  return names;
 }
 
 std::int64_t DatabaseRows::Number(const QString& statement, Progress& progress) {

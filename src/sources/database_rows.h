@@ -8,6 +8,7 @@
 #include <QVariant>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/progress.h"
 #include "sources/database_connection.h"
@@ -36,6 +37,8 @@ class DatabaseRows {
   /// Goes to the next row; false behind the last. Throws DatabaseFailure.
   bool Next();
   QVariant Value(int column) const { return query_.value(column); }
+  /// Of the rows that are open, every letter of them.
+  std::vector<std::string> ColumnNames() const;
   /// Of the rows that are open.
   QSqlRecord Record() const { return query_.record(); }
   /// The one number that the statement answers. Throws DatabaseFailure; when cancelled it is 0.

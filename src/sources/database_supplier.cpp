@@ -4,7 +4,6 @@
 #include <QSqlRecord>
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <numeric>
 #include <utility>
@@ -45,10 +44,8 @@ TDBSupplier::TDBSupplier(DatabasePlace place, Progress& progress)
   table_.row_key = RowKey();
   if (!Open(1, 1, progress)) throw UnpackingCancelled("Opening " + name_ + " was cancelled");
   const QSqlRecord record = opened_.rows.Record();
-  for (int i = 0; i < record.count(); ++i) {
-    names_.push_back(record.fieldName(i).toStdString());
-    types_.push_back(record.field(i).metaType());
-  }
+  for (int i = 0; i < record.count(); ++i) types_.push_back(record.field(i).metaType());
+  names_ = opened_.rows.ColumnNames();
   opened_.fields.resize(names_.size());
   std::iota(opened_.fields.begin(), opened_.fields.end(), 0);
 }
@@ -133,8 +130,10 @@ bool TDBSupplier::OpenPlanned(std::int64_t first, std::int64_t every, Progress& 
 
 bool TDBSupplier::Expect(const RowPlan& plan, Progress& progress) {
   columns_.clear();
-  std::ranges::copy_if(plan.columns, std::back_inserter(columns_),
-                       [this](std::int32_t column) { return Exists(column); });
+  for (const ColumnRequest& request : plan.columns) {
+    const bool asked = std::ranges::count(columns_, request.column) > 0;
+    if (Exists(request.column) && !asked) columns_.push_back(request.column);
+  }
   order_ = Exists(plan.x_column) ? plan.x_column : -1;
   return Open(plan.first, plan.every, progress);
 }

@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
 #include <random>
 
 #include "base/error.h"
 #include "data/import/loader.h"
 #include "sources/database_supplier.h"
+#include "sources/thinned_view.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -35,6 +40,7 @@ std::vector<std::string> Statements(const RandomTable& table, std::mt19937& rand
             value(std::to_string(i)) + ", " + value(std::to_string(-i)) + ")";
   }
   if (!rows.empty()) all.push_back("INSERT INTO t VALUES " + rows);
+  if (!rows.empty()) all.push_back("CREATE INDEX by_x ON t (x)");
   if (table.texts) all.push_back("DELETE FROM t WHERE rowid % 7 = 3");
   return all;
 }
@@ -67,6 +73,7 @@ std::string Loaded(const TDSInfo& info, const DatabasePlace& place, bool value_b
   LoadOptions options;
   options.reduced_points = true;
   options.value_by_value = value_by_value;
+  EXPECT_GE(supplier.ColumnIndex(info.YDataColumn), 0) << info.YDataColumn;
   const LoadReport report = LoadDataSet(series, supplier, options);
   std::string text = report.Message() + ' ' + std::to_string(report.rows_read) + ' ' +
                      std::to_string(series.Source().RowSamplingFrequency) + ' ' +
@@ -95,6 +102,96 @@ void ExpectSameByBothRoads(
                    " y " + info.YDataColumn + " of " + place.Text() + " every " +
                    std::to_string(info.RowSamplingFrequency));
       ASSERT_EQ(Loaded(info, place, false), Loaded(info, place, true));
+    }
+  }
+}
+
+namespace {
+
+struct Table {
+  std::vector<std::vector<double>> rows;  // X and every Y; NaN for none
+};
+
+Table AllRows(const ThinnedView& view) {
+  NoProgress unseen;
+  TDBSupplier supplier(view.place, unseen);
+  Table table;
+  for (; !supplier.AtEnd(); supplier.NextRow()) {
+    const auto value = [&](const std::string& column) {
+      return supplier.ReadValue(supplier.ColumnIndex(column), ColumnFormat::Automatic)
+          .value_or(std::numeric_limits<double>::quiet_NaN());
+    };
+    std::vector<double> row = {value(view.x.name)};
+    for (const ThinnedColumn& y : view.y) row.push_back(value(y.name));
+    const bool has_y = std::any_of(row.begin() + 1, row.end(), [](double y) { return !std::isnan(y); });
+    if (row[0] >= view.x_min && row[0] <= view.x_max && has_y) table.rows.push_back(row);
+  }
+  return table;
+}
+
+/// Per column of the view: how many of the ends of X and of the extremes of every Y there are, as a text.
+std::string Extremes(const ThinnedView& view, const Table& table) {
+  std::map<int, std::vector<double>> found;
+  const std::size_t ys = view.y.size();
+  for (const std::vector<double>& row : table.rows) {
+    const double at = (row[0] - view.x_min) * (view.columns / (view.x_max - view.x_min));
+    std::vector<double>& of = found[std::min(static_cast<int>(at), view.columns - 1)];
+    of.resize(2 + 2 * ys, std::numeric_limits<double>::quiet_NaN());
+    for (std::size_t i = 0; i <= ys; ++i) {
+      of[2 * i] = std::fmin(of[2 * i], row[i]);
+      of[2 * i + 1] = std::fmax(of[2 * i + 1], row[i]);
+    }
+  }
+  std::string text;
+  for (const auto& [column, of] : found) {
+    text += std::to_string(column) + ':';
+    for (const double value : of) text += ' ' + std::to_string(value);
+    text += '\n';
+  }
+  return text;
+}
+
+}  // namespace
+
+void ExpectThinnedShowsEveryExtreme(
+    bool texts, int tables, const std::vector<DatabasePlace>& places,
+    const std::function<void(const std::vector<std::string>& statements)>& make) {
+  std::mt19937 random(11);
+  const auto up_to = [&](int most) { return std::uniform_int_distribution<int>(0, most)(random); };
+  for (int i = 0; i < tables; ++i) {
+    const RandomTable table{1 + up_to(1800), texts};
+    make(Statements(table, random));
+    for (int choice = 0; choice < 20; ++choice) {
+      ThinnedView view;
+      view.place = places[static_cast<std::size_t>(choice) % places.size()];
+      view.x.name = "x";
+      view.y = {{"y"}};
+      if (up_to(1) == 0) view.y.push_back({"odd \"% na.me"});
+      view.x_min = up_to(table.rows) * 0.75 - 5;
+      view.x_max = view.x_min + 1 + up_to(choice % 2 == 0 ? 20 : table.rows);
+      view.columns = 1 + up_to(40);
+      SCOPED_TRACE(view.place.Text() + " from " + std::to_string(view.x_min) + " to " +
+                   std::to_string(view.x_max) + " in " + std::to_string(view.columns));
+      NoProgress unseen;
+      const ThinnedRows thinned = FetchThinned(view, unseen);
+      const Table all = AllRows(view);
+      Table picked;
+      for (std::size_t row = 0; row < thinned.x.size(); ++row) {
+        picked.rows.push_back({thinned.x[row]});
+        for (const auto& y : thinned.y) picked.rows.back().push_back(y[row]);
+      }
+      ASSERT_EQ(Extremes(view, picked), Extremes(view, all));
+      EXPECT_EQ(thinned.rows, static_cast<std::int64_t>(all.rows.size()));
+      EXPECT_TRUE(std::ranges::is_sorted(thinned.x));
+      const auto same = [](const auto& one, const auto& other) {
+        return std::ranges::equal(one, other, [](double a, double b) {
+          return a == b || (std::isnan(a) && std::isnan(b));
+        });
+      };
+      for (const auto& row : picked.rows) {
+        EXPECT_TRUE(std::ranges::any_of(all.rows, [&](const auto& r) { return same(r, row); }))
+            << "a row that is none of the table at " << row[0];
+      }
     }
   }
 }

@@ -14,4 +14,9 @@ void ExpectSameByBothRoads(
     bool texts, int tables, const std::vector<DatabasePlace>& places,
     const std::function<void(const std::vector<std::string>& statements)>& make);
 
+/// Of random views of such tables: the ends and extremes of every column are those of all rows, and every row is one of them.
+void ExpectThinnedShowsEveryExtreme(
+    bool texts, int tables, const std::vector<DatabasePlace>& places,
+    const std::function<void(const std::vector<std::string>& statements)>& make);
+
 }  // namespace tarnwick::testing

@@ -15,6 +15,7 @@
 #include "sources/database_source.h"
 #include "sources/database_supplier.h"
 #include "sources/session_passwords.h"
+#include "sources/thinned_view.h"
 #include "support/cancelling_progress.h"
 #include "support/refusal.h"
 
@@ -23,6 +24,7 @@ namespace {
 
 using testing::CancellingProgress;
 using testing::ExpectSameByBothRoads;
+using testing::ExpectThinnedShowsEveryExtreme;
 using testing::PostgresServer;
 using testing::Refusal;
 
@@ -54,6 +56,29 @@ TEST_F(Postgres, PicksWhatReadingRowByRowPicks) {
       Place("", "SELECT x, x AS x, y, \"odd \"\"% na.me\" FROM t ORDER BY y, 1, 4")};
   ExpectSameByBothRoads(false, 4, places,
                         [&](const auto& statements) { server_->Run(statements); });
+}
+
+TEST_F(Postgres, ThinsWithEveryExtreme) {
+  ExpectThinnedShowsEveryExtreme(
+      false, 4, {Place("t"), Place("t"), Place("", "SELECT * FROM t WHERE y > 5;")},
+      [&](const auto& statements) { server_->Run(statements); });
+}
+
+TEST_F(Postgres, TimesAreThinnedAsDays) {
+  server_->Run({"CREATE TABLE days AS SELECT timestamp '2024-03-04' + i * interval '1 hour' AS at, i "
+                "AS y, true AS said FROM generate_series(0, 239) i"});
+  ThinnedView view{.place = Place("days"), .x = {"at"}, .y = {{"y"}, {"said"}}};
+  view.columns = 10;
+  view.x_min = 45356;
+  view.x_max = 45361;
+  NoProgress unseen;
+  const ThinnedRows rows = FetchThinned(view, unseen);
+  EXPECT_EQ(rows.rows, 121);
+  EXPECT_EQ(rows.x.front(), 45356);
+  EXPECT_EQ(rows.y[0].front(), 24);
+  EXPECT_EQ(rows.x.back(), 45361);
+  EXPECT_EQ(rows.y[0].back(), 144);
+  EXPECT_EQ(rows.y[1].back(), 1);
 }
 
 /// What happens while rows are read.

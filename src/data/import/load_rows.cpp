@@ -5,6 +5,7 @@
 #include <limits>
 #include <numeric>
 #include <set>
+#include <utility>
 
 #include "data/import/load_run.h"
 
@@ -49,14 +50,22 @@ bool LoadRun::PassRowsBelow() {
 /// Rows that all DataSets want lie on one grid: the widest that holds theirs.
 RowPlan LoadRun::PlanAhead() const {
   RowPlan plan{.x_column = members_.front().x_column, .columns = {}, .every = 0};
-  std::set<std::int32_t> columns;
+  std::set<std::pair<std::int32_t, ColumnFormat>> columns;
   for (const Member& member : members_) {
     const LoadTarget& target = *member.target;
+    const TDSInfo& info = target.Info();
     if (member.x_column != plan.x_column) plan.x_column = -1;
-    columns.insert({member.x_column, member.y_column});
-    if (const auto column = target.YErrorColumn()) columns.insert(*column);
-    if (const auto column = target.XErrorColumn()) columns.insert(*column);
-    columns.insert(target.Columns().begin(), target.Columns().end());
+    columns.insert({member.x_column, info.XFormat});
+    columns.insert({member.y_column, info.YFormat});
+    if (const auto column = target.YErrorColumn()) {
+      columns.insert({*column, ErrorFormatOf(member, *column, info.YFormat)});
+    }
+    if (const auto column = target.XErrorColumn()) {
+      columns.insert({*column, ErrorFormatOf(member, *column, info.XFormat)});
+    }
+    for (const std::int32_t column : target.Columns()) {
+      columns.insert({column, FormatOf(member, column)});
+    }
     const RowChooser& chooser = target.Chooser();
     if (chooser.NextRow() == RowChooser::kNoRow) continue;
     const std::int64_t row = chooser.NextRow() + member.headers;
@@ -65,7 +74,7 @@ RowPlan LoadRun::PlanAhead() const {
     plan.every = std::gcd(std::gcd(plan.every, std::int64_t{chooser.Every()}), apart);
     plan.first = first;
   }
-  plan.columns.assign(columns.begin(), columns.end());
+  for (const auto& [column, format] : columns) plan.columns.push_back({column, format});
   if (options_.value_by_value) plan.first = plan.every = 1;
   return plan;
 }

@@ -1,0 +1,278 @@
+#include "sources/sqlite_thinning.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <exception>
+#include <future>
+#include <memory>
+#include <optional>
+#include <thread>
+#include <utility>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "data/packed/unpack.h"
+#include "data/text/field_value.h"
+#include "sources/database_value.h"
+#include "sources/thinned_columns.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kStepsBetweenLooks = 20'000;      // of the machine that runs statements: about a millisecond
+constexpr double kNarrow = 1.0 / 16;            // of the whole: looking up by an index pays
+constexpr std::size_t kMostThreads = 8;
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+
+std::string Quoted(const std::string& name) {
+  std::string text = "\"";
+  for (const char c : name) text += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return text + '"';
+}
+
+std::string Literal(const std::string& value) {
+  std::string text = "'";
+  for (const char c : value) text += c == '\'' ? std::string("''") : std::string(1, c);
+  return text + '\'';
+}
+
+std::string Literal(double value) {
+  // A whole number would be compared as one, which is right, too, but larger ones do not fit.
+  const std::string text = ShortestText(value);
+  return text.find_first_of(".eE") == text.npos ? text + ".0" : text;
+}
+
+std::string FromOf(const DatabasePlace& place) {
+  return place.query.empty() ? Quoted(place.table) : '(' + ReadingQuery(place.query) + ')';
+}
+
+/// A connection for reading only that stops when a progress is cancelled.
+class File {
+ public:
+  File(const DatabasePlace& place, Progress& progress) : name_(place.Name()), progress_(progress) {
+    sqlite3* opened = nullptr;
+    const int result = sqlite3_open_v2(place.address.c_str(), &opened,
+                                       SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+    base_.reset(opened);
+    Require(result == SQLITE_OK);
+    sqlite3_busy_timeout(opened, 5000);
+    sqlite3_progress_handler(
+        opened, kStepsBetweenLooks,
+        [](void* of) { return static_cast<Progress*>(of)->Cancelled() ? 1 : 0; }, &progress_);
+  }
+
+  sqlite3* Base() const { return base_.get(); }
+  void Require(bool done) const {
+    if (done) return;
+    if (progress_.Cancelled()) throw UnpackingCancelled("Reading " + name_ + " was cancelled");
+    throw FileError("The data base cannot be read", name_, sqlite3_errmsg(base_.get()));
+  }
+
+ private:
+  struct Close {
+    void operator()(sqlite3* base) const { sqlite3_close(base); }
+  };
+  std::string name_;
+  Progress& progress_;
+  std::unique_ptr<sqlite3, Close> base_;
+};
+
+class Statement {
+ public:
+  Statement(const File& file, const std::string& text) : file_(file) {
+    sqlite3_stmt* made = nullptr;
+    const int result = sqlite3_prepare_v2(file.Base(), text.c_str(), -1, &made, nullptr);
+    statement_.reset(made);
+    file.Require(result == SQLITE_OK);
+  }
+  bool Next() const {
+    const int result = sqlite3_step(statement_.get());
+    file_.Require(result == SQLITE_ROW || result == SQLITE_DONE);
+    return result == SQLITE_ROW;
+  }
+  sqlite3_stmt* Get() const { return statement_.get(); }
+  int Type(int column) const { return sqlite3_column_type(Get(), column); }
+  std::string Text(int column) const {
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(Get(), column));
+    const int bytes = sqlite3_column_bytes(Get(), column);
+    return text == nullptr ? std::string() : std::string(text, static_cast<std::size_t>(bytes));
+  }
+  double Number(int column, ColumnFormat format) const {
+    switch (Type(column)) {
+      case SQLITE_INTEGER:
+      case SQLITE_FLOAT: {
+        const double number = sqlite3_column_double(Get(), column);
+        if (TakesNumbers(format)) return number;
+        return FieldValue(ShortestText(number), format).value_or(kNone);
+      }
+      case SQLITE_TEXT:
+        return FieldValue(Text(column), format).value_or(kNone);
+      default:
+        return kNone;
+    }
+  }
+
+ private:
+  struct Finalize {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+  };
+  const File& file_;
+  std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+};
+
+/// How the rows of a view are best gone through.
+struct Road {
+  std::string from;
+  std::string columns;
+  bool by_number = false;  ///< X are stored numbers, so that the data base can compare them
+  bool indexed = false;    ///< an index finds X
+  bool covered = false;    ///< which holds every Y, too
+  std::optional<std::pair<std::int64_t, std::int64_t>> keys;  ///< of a table, its first and last
+};
+
+Road RoadOf(const File& file, const ThinnedView& view) {
+  Road road;
+  road.from = FromOf(view.place);
+  const std::string x = Quoted(view.x.name);
+  road.columns = x;
+  for (const ThinnedColumn& y : view.y) road.columns += ", " + Quoted(y.name);
+  const std::string rows = " FROM " + road.from;
+  const Statement first(file, "SELECT " + x + rows + " WHERE " + x + " IS NOT NULL LIMIT 1");
+  road.by_number = TakesNumbers(view.x.format) && first.Next() && first.Type(0) != SQLITE_TEXT;
+  const Statement plan(file, "EXPLAIN QUERY PLAN SELECT " + road.columns + rows + " WHERE " + x +
+                                 " >= 0.5 AND " + x + " < 1.5");
+  while (plan.Next()) {
+    const std::string step = plan.Text(3);
+    road.indexed = road.indexed || (road.by_number && step.starts_with("SEARCH"));
+    road.covered = road.covered || step.find("COVERING") != step.npos;
+  }
+  if (!view.place.query.empty()) return road;
+  const std::string name = Literal(view.place.table);
+  const Statement table(file, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = " + name +
+                                  " AND sql NOT LIKE '%WITHOUT%ROWID%' AND NOT EXISTS (SELECT 1 "
+                                  "FROM pragma_table_info(" + name + ") AS i WHERE lower(i.name) = '_rowid_')");
+  if (!table.Next()) return road;
+  const Statement ends(file, "SELECT (SELECT min(_rowid_)" + rows + "), (SELECT max(_rowid_)" +
+                                 rows + ")");
+  if (ends.Next() && ends.Type(0) == SQLITE_INTEGER && ends.Type(1) == SQLITE_INTEGER) {
+    road.keys = {sqlite3_column_int64(ends.Get(), 0), sqlite3_column_int64(ends.Get(), 1)};
+  }
+  return road;
+}
+
+struct Range {
+  double x_min = 0, x_max = 0;
+};
+
+/// Of all rows. By an index at once; else they are gone through.
+std::optional<Range> WholeRange(const File& file, const ThinnedView& view, const Road& road) {
+  const std::string x = Quoted(view.x.name);
+  std::optional<Range> range;
+  const auto see = [&](double value) {
+    if (!std::isfinite(value)) return;
+    if (!range) range = Range{value, value};
+    range->x_min = std::min(range->x_min, value);
+    range->x_max = std::max(range->x_max, value);
+  };
+  if (road.by_number) {
+    // Texts come behind all numbers, infinite ones among these.
+    const std::string some = " FROM " + road.from + " WHERE " + x + " < 9e999 AND " + x + " > -9e999";
+    const Statement ends(file, "SELECT (SELECT min(" + x + ")" + some + "), (SELECT max(" + x + ")" + some + ")");
+    if (ends.Next() && ends.Type(0) != SQLITE_NULL) {
+      for (const int column : {0, 1}) see(sqlite3_column_double(ends.Get(), column));
+    }
+    return range;
+  }
+  const Statement all(file, "SELECT " + x + " FROM " + road.from);
+  while (all.Next()) see(all.Number(0, view.x.format));
+  return range;
+}
+
+/// What one thread goes through: a part of the statement's WHERE.
+std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Range range,
+                                 double whole) {
+  const std::string x = Quoted(view.x.name);
+  const bool some = std::isfinite(view.x_min) || std::isfinite(view.x_max);
+  const bool by_x = road.indexed && some && (road.covered || range.x_max - range.x_min < whole * kNarrow);
+  const std::size_t threads = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostThreads);
+  std::vector<std::string> parts;
+  if (by_x) {
+    for (std::size_t i = 0; i < threads; ++i) {
+      const double step = (range.x_max - range.x_min) / static_cast<double>(threads);
+      const double from = range.x_min + step * static_cast<double>(i);
+      const bool last = i + 1 == threads;
+      const double to = last ? range.x_max : range.x_min + step * static_cast<double>(i + 1);
+      parts.push_back(x + " >= " + Literal(from) + " AND " + x + (last ? " <= " : " < ") + Literal(to));
+    }
+    return parts;
+  }
+  // The sign keeps the index out: what it finds would be looked up row by row.
+  const std::string bounds = !some || !road.by_number ? "1"
+                                                      : "+" + x + " >= " + Literal(range.x_min) + " AND +" + x +
+                                                            " <= " + Literal(range.x_max);
+  if (!road.keys) return {bounds};
+  const auto [first, last] = *road.keys;
+  const auto wide = static_cast<long double>(last) - static_cast<long double>(first);
+  for (std::size_t i = 0; i < threads; ++i) {
+    const auto key = [&](std::size_t part) {
+      return std::to_string(first + static_cast<std::int64_t>(wide * static_cast<long double>(part) / static_cast<long double>(threads)));
+    };
+    const std::string to = i + 1 == threads ? " <= " + std::to_string(last) : " < " + key(i + 1);
+    parts.push_back(bounds + " AND _rowid_ >= " + key(i) + " AND _rowid_" + to);
+  }
+  return parts;
+}
+
+void GoThrough(const ThinnedView& view, const std::string& statement, Range range,
+               Progress& progress, ThinnedColumns& columns) {
+  const File file(view.place, progress);
+  const Statement rows(file, statement);
+  std::vector<double> row(1 + view.y.size());
+  while (rows.Next()) {
+    row[0] = rows.Number(0, view.x.format);
+    if (!(row[0] >= range.x_min && row[0] <= range.x_max)) continue;
+    for (std::size_t y = 1; y < row.size(); ++y) {
+      row[y] = rows.Number(static_cast<int>(y), view.y[y - 1].format);
+    }
+    columns.Add(row.data());
+  }
+}
+
+}  // namespace
+
+ThinnedRows FetchThinnedOfSqlite(const ThinnedView& view, Progress& progress) {
+  const File file(view.place, progress);
+  const Road road = RoadOf(file, view);
+  const std::optional<Range> whole = WholeRange(file, view, road);
+  const std::size_t ys = view.y.size();
+  if (!whole) return {.x = {}, .y = std::vector<std::vector<double>>(ys)};
+  const Range range{std::max(whole->x_min, view.x_min), std::min(whole->x_max, view.x_max)};
+  if (range.x_min > range.x_max) return {.x = {}, .y = std::vector<std::vector<double>>(ys)};
+  const double x_min = std::isfinite(view.x_min) ? view.x_min : range.x_min;
+  const double x_max = std::isfinite(view.x_max) ? view.x_max : range.x_max;
+  const std::vector<std::string> parts = PartsOf(view, road, range, whole->x_max - whole->x_min);
+  std::vector<ThinnedColumns> found(parts.size(), ThinnedColumns(x_min, x_max, view.columns, ys));
+  std::vector<std::future<void>> threads;
+  for (std::size_t i = 1; i < parts.size(); ++i) {
+    threads.push_back(std::async(std::launch::async, [&, i] {
+      GoThrough(view, "SELECT " + road.columns + " FROM " + road.from + " WHERE " + parts[i], range,
+                progress, found[i]);
+    }));
+  }
+  std::exception_ptr trouble;
+  try {
+    GoThrough(view, "SELECT " + road.columns + " FROM " + road.from + " WHERE " + parts[0], range,
+              progress, found[0]);
+  } catch (...) {
+    trouble = std::current_exception();
+  }
+  for (std::future<void>& thread : threads) thread.wait();
+  if (trouble) std::rethrow_exception(trouble);
+  for (std::future<void>& thread : threads) thread.get();
+  for (std::size_t i = 1; i < found.size(); ++i) found[0].Merge(found[i]);
+  return found[0].Rows();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,39 @@
+#include "sources/thinned_view.h"
+
+#include <iterator>
+
+#include "base/error.h"
+#include "sources/postgres_thinning.h"
+#include "sources/sqlite_thinning.h"
+
+namespace tarnwick {
+namespace {
+
+struct Way {
+  const char* scheme;
+  ThinnedRows (*fetch)(const ThinnedView& view, Progress& progress);
+};
+
+constexpr Way kWays[] = {{"sqlite", &FetchThinnedOfSqlite}, {"postgresql", &FetchThinnedOfPostgres}};
+
+const Way* WayOf(const DatabasePlace& place) {
+  for (const Way& way : kWays) {
+    if (place.scheme == way.scheme) return &way;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool CanThin(const DatabasePlace& place) {
+  return WayOf(place) != nullptr;
+}
+
+ThinnedRows FetchThinned(const ThinnedView& view, Progress& progress) {
+  const Way* const way = WayOf(view.place);
+  if (way == nullptr) throw Error("No data base of the kind " + view.place.scheme + " is thinned");
+  if (!view.place.query.empty()) RequireReadingQuery(view.place.query);
+  return way->fetch(view, progress);
+}
+
+}  // namespace tarnwick
