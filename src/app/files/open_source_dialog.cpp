@@ -61,6 +61,13 @@ OpenSourceDialog::OpenSourceDialog(bool present, QWidget* parent)
     kind_->addItem(ToQt(row.caption), static_cast<int>(row.kind));
     connect(edit, &PlaceEdit::edited, this, &OpenSourceDialog::Judge);
   }
+  // The fields of the place came last, but stand before these.
+  QWidget* before = previousInFocusChain();
+  for (QWidget* const behind : {static_cast<QWidget*>(present_), static_cast<QWidget*>(open_),
+                                static_cast<QWidget*>(buttons->button(QDialogButtonBox::Cancel))}) {
+    setTabOrder(before, behind);
+    before = behind;
+  }
   setMinimumWidth(kWidth);
   connect(kind_, &QComboBox::currentIndexChanged, places_, &QStackedWidget::setCurrentIndex);
   connect(kind_, &QComboBox::currentIndexChanged, this, &OpenSourceDialog::Judge);
