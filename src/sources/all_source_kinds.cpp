@@ -5,12 +5,13 @@
 #include "sources/database_source.h"
 #include "sources/lines/line_source.h"
 #include "sources/links/link_source.h"
+#include "sources/workbook/workbook_source.h"
 
 namespace tarnwick {
 
 SourceKinds AllSourceKinds() {
   static const std::vector<SourceKind> kinds = [] {
-    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind()};
+    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind(), WorkbookKind()};
     const SourceKinds basic = BasicSourceKinds();
     all.insert(all.end(), basic.begin(), basic.end());
     return all;

@@ -7,6 +7,8 @@
 #include "base/number_text.h"
 #include "cli/options/command.h"
 #include "cli/options/number_check.h"
+#include "sources/arrays/array_part.h"
+#include "sources/workbook/sheet_part.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -107,6 +109,34 @@ void AddDatabaseOptions(Command& command, ImportArguments& arguments) {
       .Excludes(table);
 }
 
+void AddPartOptions(Command& command, ImportArguments& arguments) {
+  const char* group = "Reading a workbook or a file of arrays";
+  const Option sheet =
+      command
+          .Add("--sheet", arguments.sheet,
+               "Sheet of the workbook; default: the one with the most numbers")
+          .Group(group);
+  const Option range =
+      command.Add("--range", arguments.range, "Cells of the sheet: A1:C9, A:C or 1:9").Group(group);
+  command
+      .Add("--array", arguments.arrays,
+           "Array by its path, or all in a group; repeat for several; default: the most of one length")
+      .Group(group)
+      .Repeated()
+      .Excludes(sheet)
+      .Excludes(range);
+}
+
+/// What of a file with several tables is read.
+std::string PartOf(const ImportArguments& arguments) {
+  if (!arguments.arrays.empty()) return ArraysText(arguments.arrays);
+  try {
+    return TypedSheetPart(arguments.sheet, arguments.range).Text();
+  } catch (const Error& error) {
+    throw UsageError(error.what());
+  }
+}
+
 }  // namespace
 
 void AddImportOptions(Command& command, ImportArguments& arguments) {
@@ -116,6 +146,7 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
            "Instead of FILE: the present values of live links, SERVICE|TOPIC!ITEM, with commas "
            "between")
       .Group("Reading live links");
+  AddPartOptions(command, arguments);
   const char* group = "Reading a text file";
   command.Add("--x", arguments.x_column, "Column of X: a name, or #N from 0").Group(group);
   command.Add("--y", arguments.y_columns, "Column of Y; repeat for several DataSets")
@@ -216,6 +247,7 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   if (arguments.x_errors) options.x_errors = ReadErrors(*arguments.x_errors);
   options.x_expression = arguments.x_expression;
   options.y_expression = arguments.y_expression;
+  options.table_part = PartOf(arguments);
   options.tolerance = arguments.tolerance;
   if (arguments.duplicates || arguments.overwrite_equal) {
     options.duplicates_allowed = arguments.duplicates;

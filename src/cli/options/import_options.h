@@ -16,6 +16,9 @@ struct ImportArguments {
   std::string table;
   std::string query;
   std::string links;  ///< instead of a file
+  std::string sheet;
+  std::string range;
+  std::vector<std::string> arrays;
   std::string x_column;
   std::vector<std::string> y_columns;
   std::optional<int> headers;

@@ -48,6 +48,8 @@ struct ImportOptions {
   std::optional<ErrorOption> x_errors;
   std::optional<std::string> x_expression;
   std::optional<std::string> y_expression;
+  /// What to read of a file that holds several tables, as TDSInfo::TablePart; empty: the one that looks largest.
+  std::string table_part = {};
   double tolerance = 0;
   /// Default: allowed where the file repeats X, unless `tolerance` makes near points one.
   std::optional<bool> duplicates_allowed;

@@ -29,6 +29,14 @@ void ApplyRows(const ImportOptions& options, TDSInfo& info) {
   }
 }
 
+void RequireParts(const SourceKind& kind, const ImportOptions& options, const std::string& name) {
+  if (options.table_part.empty()) return;
+  if (std::ranges::find(kind.settings, "TablePart", &SourceSetting::key) != kind.settings.end()) {
+    return;
+  }
+  throw FileError("Only workbooks and files of arrays hold several tables; this is none", name, "");
+}
+
 }  // namespace
 
 ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
@@ -38,6 +46,7 @@ ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOpt
   const std::string name = path == kStandardInput ? "standard input" : path.string();
   MappedFile file = OpenSourceFile(path, progress);
   const SourceKind& kind = KindOfFile(kinds, file.Bytes(), name);
+  RequireParts(kind, options, name);
   kind.examine({std::move(file), name, options, progress}, source);
   // A kind whose files hold several tables has told which one.
   if (source.info.DatasourceInfo.empty()) source.info.DatasourceInfo = Location(path);

@@ -11,8 +11,11 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view kSpreadsheet =
-    "Spreadsheets cannot be read yet; save the sheet as CSV (comma-separated values) and open that";
+constexpr std::string_view kOldWorkbook =
+    "Workbooks of the old binary kind (.xls) cannot be read; save it as .xlsx or .ods and open that";
+constexpr std::string_view kLockedWorkbook =
+    "The workbook is protected by a password; save it without one and open that";
+constexpr std::string_view kZippedWorkbook = "The file is a workbook, not text";
 constexpr std::string_view kUnpackFirst = "; unpack it first and open the file wanted";
 constexpr std::string_view kNoText = ", not text";
 constexpr std::size_t kSearched = std::size_t{1} << 16;  // at either end of a container
@@ -73,12 +76,13 @@ bool HoldsNearAnEnd(std::string_view bytes, std::string_view text) {
   return bytes.substr(0, kSearched).find(text) != text.npos || tail.find(text) != tail.npos;
 }
 
-/// The containers of office documents name what is inside at one of their ends.
-bool IsSpreadsheet(std::string_view bytes) {
-  if (bytes.starts_with("PK\3\4")) {
-    return HoldsNearAnEnd(bytes, "xl/workbook.") ||
-           HoldsNearAnEnd(bytes, "application/vnd.oasis.opendocument.spreadsheet");
-  }
+/// A locked workbook is wrapped into the container of the old kind.
+bool IsLocked(std::string_view bytes) {
+  return bytes.starts_with("\xD0\xCF\x11\xE0") &&
+         bytes.find("E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0"sv) != bytes.npos;
+}
+
+bool IsOldWorkbook(std::string_view bytes) {
   return bytes.starts_with("\xD0\xCF\x11\xE0") &&
          (bytes.find("W\0o\0r\0k\0b\0o\0o\0k\0"sv) != bytes.npos ||
           bytes.find("\0\0B\0o\0o\0k\0\0\0"sv) != bytes.npos);
@@ -86,8 +90,17 @@ bool IsSpreadsheet(std::string_view bytes) {
 
 }  // namespace
 
+bool IsZippedWorkbook(std::string_view bytes) {
+  // The containers of office documents name what is inside at one of their ends.
+  return bytes.starts_with("PK\3\4") &&
+         (HoldsNearAnEnd(bytes, "xl/workbook.") ||
+          HoldsNearAnEnd(bytes, "application/vnd.oasis.opendocument.spreadsheet"));
+}
+
 std::string WhyNoText(std::string_view bytes) {
-  if (IsSpreadsheet(bytes)) return std::string(kSpreadsheet);
+  if (IsLocked(bytes)) return std::string(kLockedWorkbook);
+  if (IsOldWorkbook(bytes)) return std::string(kOldWorkbook);
+  if (IsZippedWorkbook(bytes)) return std::string(kZippedWorkbook);
   // Only what was packed once has been unpacked.
   if (const Packing* const packing = PackingOf(bytes)) {
     return "The file is packed twice, inside by " + std::string(packing->name) +

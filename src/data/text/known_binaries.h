@@ -6,8 +6,11 @@
 
 namespace tarnwick {
 
-/// What such a file is and what to do about it, as the text of a FileError: "Spreadsheets cannot be read yet; save the
-/// sheet as CSV". Empty for everything else.
+/// True for a workbook whose parts are packed as a zip archive: .xlsx, .ods and their like.
+bool IsZippedWorkbook(std::string_view bytes);
+
+/// What such a file is and what to do about it, as the text of a FileError: "Workbooks of the old binary kind cannot be read;
+/// save it as .xlsx". Empty for everything else.
 std::string WhyNoText(std::string_view bytes);
 
 }  // namespace tarnwick

@@ -32,12 +32,10 @@ bool SheetText::Reach(std::int64_t row, std::int64_t column) {
       column > range_.last_column) {
     return false;
   }
-  const std::int64_t line = row - range_.first_row + 1;
   const std::int64_t field = column - range_.first_column + 1;
-  if (row_ == 0) row_ = 1;
-  if (line > row_) {
-    lines_.append(static_cast<std::size_t>(line - row_), '\n');
-    row_ = line;
+  if (row > row_) {
+    lines_.append(static_cast<std::size_t>(row - row_), '\n');
+    row_ = row;
     column_ = 0;
   }
   lines_.append(static_cast<std::size_t>(field - std::max<std::int64_t>(column_, 1)), '\t');

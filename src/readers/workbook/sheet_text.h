@@ -34,7 +34,7 @@ class SheetText {
 
   std::int64_t Numbers() const { return numbers_; }
   std::int64_t Errors() const { return errors_; }
-  /// Line N is row N of the range. The empty columns before the first cell of all are left out; rows with cells have as many
+  /// Line N is row N of the sheet. The empty columns before the first cell of all are left out; rows with cells have as many
   /// fields as the longest one, others are empty.
   std::string Lines() const;
 
@@ -44,8 +44,8 @@ class SheetText {
 
   CellRange range_;
   std::string lines_;            // every cell with the tabs before it, rows without what is empty behind
-  std::int64_t row_ = 0;         // of the range, from 1, that lines_ ends in
-  std::int64_t column_ = 0;      // the same, 0 before the first cell
+  std::int64_t row_ = 1;         // that lines_ ends in
+  std::int64_t column_ = 0;      // the same, of the range, 0 before the first cell
   std::int64_t source_row_ = 0;  // of the sheet, whether inside or not
   std::int64_t source_column_ = 0;
   std::int64_t left_ = kMostSheetColumns;  // the first column with a cell
