@@ -67,8 +67,10 @@ bool IsSourceKey(int number) {
 
 Json SourceJson(const TDataSeries& series) {
   Json object = Json::Object();
+  const bool has_part = !series.Source().TablePart.empty();
   VisitFields<TDataSeries>(DataSeriesFields(), series, [&](const FieldView& field) {
-    if (IsSourceKey(field.number)) object[KeyOf(field)] = ValueJson(field.value);
+    const bool told = IsSourceKey(field.number) || (has_part && field.key == "TablePart");
+    if (told) object[KeyOf(field)] = ValueJson(field.value);
   });
   return object;
 }

@@ -17,7 +17,7 @@ std::int64_t Number(const char* text) {
 
 std::string Answer(std::span<char* const> words) {
   if (words.size() != 6) {
-    throw tarnwick::Error("tarnwick reads workbooks by this program; it is not called alone");
+    throw tarnwick::Error("Tarnwick reads workbooks by this program; it is not called alone");
   }
   const tarnwick::ZipParts parts(words[0]);
   return tarnwick::AnswerOf(*tarnwick::OpenWorkbook(parts),
