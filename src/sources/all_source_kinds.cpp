@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "sources/arrays/array_source.h"
 #include "sources/database_source.h"
 #include "sources/lines/line_source.h"
 #include "sources/links/link_source.h"
@@ -11,7 +12,7 @@ namespace tarnwick {
 
 SourceKinds AllSourceKinds() {
   static const std::vector<SourceKind> kinds = [] {
-    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind(), WorkbookKind()};
+    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind(), WorkbookKind(), ArraysKind()};
     const SourceKinds basic = BasicSourceKinds();
     all.insert(all.end(), basic.begin(), basic.end());
     return all;

@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "base/error.h"
+#include "base/mapped_file.h"
 #include "base/number_text.h"
 #include "readers/arrays/array_file.h"
+#include "readers/arrays/netcdf_size.h"
 
 namespace tarnwick {
 namespace {
@@ -25,6 +27,10 @@ bool HoldsNumbers(nc_type type) {
 class Netcdf final : public ArrayFile {
  public:
   explicit Netcdf(const std::string& file) {
+    const MappedFile mapped(file);
+    if (ClaimedSize(mapped.Bytes()) > mapped.Bytes().size()) {
+      throw Error("The NetCDF file is cut short: its header claims more values than it holds");
+    }
     if (const int status = nc_open(file.c_str(), NC_NOWRITE, &id_); status != NC_NOERR) {
       throw Error(std::string("The NetCDF file is damaged or cut short (") + nc_strerror(status) + ")");
     }

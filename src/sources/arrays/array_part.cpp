@@ -1,5 +1,7 @@
 #include "sources/arrays/array_part.h"
 
+#include <algorithm>
+
 #include "base/number_text.h"
 
 namespace tarnwick {
@@ -18,9 +20,10 @@ std::string ArraysText(std::span<const std::string> paths) {
 std::vector<std::string> ParseArrays(std::string_view text) {
   std::vector<std::string> paths;
   while (!text.empty()) {
-    const std::string_view path = TrimBlanks(text.substr(0, text.find(kBetween)));
+    const std::size_t end = std::min(text.find(kBetween), text.size());
+    const std::string_view path = TrimBlanks(text.substr(0, end));
     if (!path.empty()) paths.emplace_back(path);
-    text.remove_prefix(std::min(text.size(), text.find(kBetween) == text.npos ? text.size() : text.find(kBetween) + 1));
+    text.remove_prefix(std::min(end + 1, text.size()));
   }
   return paths;
 }

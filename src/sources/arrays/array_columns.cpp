@@ -1,0 +1,250 @@
+#include "sources/arrays/array_columns.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "base/error.h"
+#include "base/number_text.h"
+#include "base/word_list.h"
+#include "data/block_source.h"
+#include "sources/arrays/time_units.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::int64_t kMostRows = std::int64_t{200} << 20;
+constexpr std::int64_t kMostUnasked = 64;     // columns of an array that nobody named
+constexpr std::int64_t kMostAsked = 1000;     // of one that the user names
+constexpr std::size_t kMostNames = 5;         // in a sentence
+constexpr std::size_t kMostNameBytes = 60;    // a longer description is no name
+constexpr float kUnwritten = 9.9692099683868690e+36F;  // stands where nothing was written
+
+/// How long a column of the array is; nothing where it makes none.
+std::optional<std::int64_t> RowsOf(const NamedArray& array, std::int64_t most_columns) {
+  const bool table = array.lengths.size() == 2 && array.lengths[1] <= most_columns;
+  if (!array.numbers || (array.lengths.size() != 1 && !table)) return std::nullopt;
+  const std::int64_t rows = array.lengths.front();
+  if (rows < 1 || rows > kMostRows) return std::nullopt;
+  return rows;
+}
+
+/// Arrays along one axis belong together, whatever others are as long by chance.
+struct Length {
+  std::int64_t rows = 0;
+  std::string axis;
+  auto operator<=>(const Length&) const = default;
+};
+using Arrays = std::vector<const NamedArray*>;
+
+std::string ListOf(const Arrays& arrays) {
+  std::vector<std::string> names;
+  for (const NamedArray* const array : arrays) names.push_back('"' + array->FullPath() + '"');
+  return Listed(names, kMostNames);
+}
+
+std::string Shape(const NamedArray& array) {
+  std::string shape;
+  for (const std::int64_t length : array.lengths) {
+    shape += (shape.empty() ? "" : " × ") + std::to_string(length);
+  }
+  return '"' + array.FullPath() + "\" (" + (shape.empty() ? "1" : shape) +
+         (array.numbers ? ")" : ", no numbers)");
+}
+
+[[noreturn]] void RefuseAll(std::span<const NamedArray> arrays, const std::string& file) {
+  if (arrays.empty()) throw FileError("The file holds no arrays", file, "");
+  std::vector<std::string> shapes;
+  for (const NamedArray& array : arrays) shapes.push_back(Shape(array));
+  throw FileError("No array of the file is a column of numbers", file,
+                  "it holds " + Listed(shapes, kMostNames));
+}
+
+/// The arrays of that length which most have, and a word about the others.
+Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& file,
+                       std::vector<std::string>& notes) {
+  std::map<Length, Arrays> by_length;
+  for (const NamedArray& array : arrays) {
+    const std::optional<std::int64_t> rows = RowsOf(array, kMostUnasked);
+    if (rows) by_length[{*rows, array.axes.front()}].push_back(&array);
+  }
+  if (by_length.empty()) RefuseAll(arrays, file);
+  const auto fewer = [](const auto& one, const auto& other) {
+    const auto rank = [](const auto& of) {
+      return std::pair(of.first.rows > 1 ? of.second.size() : 0, of.first.rows);
+    };
+    return rank(one) < rank(other);
+  };
+  const auto most = std::ranges::max_element(by_length, fewer);
+  Arrays others;
+  for (const auto& [length, members] : by_length) {
+    if (length != most->first && length.rows > 1) {
+      others.insert(others.end(), members.begin(), members.end());
+    }
+  }
+  if (!others.empty()) {
+    notes.push_back("the arrays of " + Counted(most->first.rows, "value") + ", " +
+                    ListOf(most->second) + ", are shown, beside them are " + ListOf(others) +
+                    " (--array, or the page Source of Edit Data, names others)");
+  }
+  return most->second;
+}
+
+std::string_view WithoutSlashes(std::string_view path) {
+  while (path.starts_with('/')) path.remove_prefix(1);
+  while (path.ends_with('/')) path.remove_suffix(1);
+  return path;
+}
+
+/// Those that bear the path or lie in it; else those whose path ends so.
+Arrays Named(std::span<const NamedArray> arrays, std::string_view asked) {
+  const std::string path(WithoutSlashes(asked));
+  Arrays found;
+  for (const NamedArray& array : arrays) {
+    const std::string full = array.FullPath();
+    if (full == path || full.starts_with(path + '/')) found.push_back(&array);
+  }
+  if (!found.empty()) return found;
+  for (const NamedArray& array : arrays) {
+    if (array.FullPath().ends_with('/' + path)) found.push_back(&array);
+  }
+  return found;
+}
+
+Arrays AskedFor(std::span<const NamedArray> arrays, std::span<const std::string> asked,
+                const std::string& file) {
+  Arrays chosen;
+  for (const std::string& path : asked) {
+    const Arrays named = Named(arrays, path);
+    if (named.empty()) {
+      std::vector<std::string> known;
+      for (const NamedArray& array : arrays) known.push_back(Shape(array));
+      throw FileError("There is no array \"" + path + '"', file, "arrays: " + Listed(known, kMostNames));
+    }
+    Arrays columns;
+    std::ranges::copy_if(named, std::back_inserter(columns), [](const NamedArray* array) {
+      return RowsOf(*array, kMostAsked).has_value();
+    });
+    if (columns.empty()) {
+      throw FileError("The array is no column of numbers and no table of columns", file,
+                      Shape(*named.front()));
+    }
+    for (const NamedArray* const array : columns) {
+      if (std::ranges::find(chosen, array) == chosen.end()) chosen.push_back(array);
+    }
+  }
+  for (const NamedArray* const array : chosen) {
+    if (array->lengths.front() != chosen.front()->lengths.front()) {
+      throw FileError("The arrays are not of one length", file,
+                      Shape(*chosen.front()) + " and " + Shape(*array));
+    }
+  }
+  return chosen;
+}
+
+/// The array that gives the axis its values stands first; it comes along where it is not asked for.
+void PutAxisFirst(std::span<const NamedArray> arrays, Arrays& chosen) {
+  const std::string& axis = chosen.front()->axes.front();
+  if (axis.empty()) return;
+  const auto found = std::ranges::find_if(arrays, [&](const NamedArray& array) {
+    return array.path == axis && array.member.empty() && array.lengths.size() == 1 && array.numbers &&
+           array.lengths.front() == chosen.front()->lengths.front();
+  });
+  if (found == arrays.end()) return;
+  std::erase(chosen, &*found);
+  chosen.insert(chosen.begin(), &*found);
+}
+
+/// Numbers with blanks between.
+std::vector<double> Numbers(std::string_view text) {
+  std::vector<double> numbers;
+  while (!(text = TrimBlanks(text)).empty()) {
+    const std::size_t blank = std::min(text.find(' '), text.size());
+    if (const auto number = ParseNumber(text.substr(0, blank))) numbers.push_back(*number);
+    text.remove_prefix(blank);
+  }
+  return numbers;
+}
+
+double FirstNumber(const std::string& text, double otherwise) {
+  const std::vector<double> numbers = Numbers(text);
+  return numbers.empty() || !std::isfinite(numbers.front()) ? otherwise : numbers.front();
+}
+
+StoredMeaning MeaningOf(const NamedArray& array, std::vector<std::string>& notes) {
+  StoredMeaning meaning;
+  meaning.scale = FirstNumber(array.Attribute("scale_factor"), 1);
+  meaning.offset = FirstNumber(array.Attribute("add_offset"), 0);
+  meaning.missing = Numbers(array.Attribute("missing_value"));
+  const std::vector<double> fill = Numbers(array.Attribute("_FillValue"));
+  meaning.missing.insert(meaning.missing.end(), fill.begin(), fill.end());
+  meaning.missing.push_back(static_cast<double>(kUnwritten));
+  const std::optional<CountedTime> time = ParseCountedTime(array.Attribute("units"));
+  if (!time) return meaning;
+  if (!IsCommonCalendar(array.Attribute("calendar"))) {
+    notes.push_back('"' + array.FullPath() + "\" counts in the calendar \"" +
+                    array.Attribute("calendar") + "\" and is left as it stands");
+    return meaning;
+  }
+  meaning.is_date = true;
+  meaning.scale *= time->days;
+  meaning.offset = meaning.offset * time->days + time->day;
+  return meaning;
+}
+
+/// The last part of a path, or the longer name that the array has, with its unit.
+std::string NameOf(const NamedArray& array, const StoredMeaning& meaning, const std::string& place) {
+  const std::string full = array.FullPath();
+  const std::string described = array.Attribute("long_name");
+  const bool named = !described.empty() && described.size() <= kMostNameBytes;
+  std::string name = (named ? described : full.substr(full.rfind('/') + 1)) + place;
+  const std::string units = array.Attribute("units");
+  if (!units.empty() && units != "1" && !meaning.is_date) name += " [" + units + ']';
+  return name;
+}
+
+void AddColumns(const NamedArray& array, ArrayTable& table) {
+  const StoredMeaning meaning = MeaningOf(array, table.notes);
+  const std::int64_t count = array.lengths.size() == 2 ? array.lengths[1] : 1;
+  for (std::int64_t i = 0; i < count; ++i) {
+    const std::string place = count == 1 ? std::string() : '[' + std::to_string(i) + ']';
+    table.columns.push_back({array.path, array.member, i, array.FullPath() + place,
+                             NameOf(array, meaning, place), meaning});
+  }
+  table.read.push_back(array.FullPath());
+}
+
+/// Where several have one name, all of them are called by their paths.
+void TellNamesApart(std::vector<ArrayColumn>& columns) {
+  std::map<std::string, int> counts;
+  for (const ArrayColumn& column : columns) ++counts[column.name];
+  for (ArrayColumn& column : columns) {
+    if (counts[column.name] > 1) column.name = column.full_path;
+  }
+}
+
+}  // namespace
+
+double StoredMeaning::ValueOf(double stored) const {
+  if (std::ranges::find(missing, stored) != missing.end()) return kMissingValue;
+  const double value = stored * scale + offset;
+  if (std::isfinite(value)) return value;
+  const bool told = std::isnan(stored) && std::ranges::any_of(missing, [](double m) { return std::isnan(m); });
+  return told ? kMissingValue : kNotNumberValue;
+}
+
+ArrayTable ChooseArrays(std::span<const NamedArray> arrays, std::span<const std::string> asked,
+                        const std::string& file) {
+  ArrayTable table;
+  Arrays chosen =
+      asked.empty() ? MostOfOneLength(arrays, file, table.notes) : AskedFor(arrays, asked, file);
+  PutAxisFirst(arrays, chosen);
+  for (const NamedArray* const array : chosen) AddColumns(*array, table);
+  TellNamesApart(table.columns);
+  table.rows = chosen.front()->lengths.front();
+  return table;
+}
+
+}  // namespace tarnwick
