@@ -28,6 +28,7 @@ const std::vector<Layer>& Layers() {
       {"editors", kEngineAndDesk, Qt::Widgets},
       {"help", kEngineAndDesk, Qt::Widgets},
       {"cli", kEngine, Qt::Gui},
+      {"readers", {"base"}, Qt::None},
   };
   return kLayers;
 }

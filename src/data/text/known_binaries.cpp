@@ -93,7 +93,7 @@ bool IsOldWorkbook(std::string_view bytes) {
 bool IsZippedWorkbook(std::string_view bytes) {
   // The containers of office documents name what is inside at one of their ends.
   return bytes.starts_with("PK\3\4") &&
-         (HoldsNearAnEnd(bytes, "xl/workbook.") ||
+         (HoldsNearAnEnd(bytes, "xl/w") || HoldsNearAnEnd(bytes, "xl/s") ||
           HoldsNearAnEnd(bytes, "application/vnd.oasis.opendocument.spreadsheet"));
 }
 

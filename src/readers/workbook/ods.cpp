@@ -15,6 +15,7 @@ namespace {
 
 constexpr const char* kContent = "content.xml";
 constexpr const char* kManifest = "META-INF/manifest.xml";
+constexpr std::int64_t kMostRepeated = 16 << 20;  // cells that one row stands for
 constexpr std::size_t kMostManifest = std::size_t{16} << 20;
 
 /// How often a cell or a row stands there; 1 where nothing is said.
@@ -102,7 +103,7 @@ class OdsCells final : public XmlHandler {
   }
 
   void EndSheet() {
-    if (text_) take_(sheets.size() - 1, std::move(*text_));
+    if (text_) take_(sheets.size() - 1, sheets.back(), std::move(*text_));
     text_.reset();
   }
 
@@ -179,6 +180,9 @@ class OdsCells final : public XmlHandler {
     const std::int64_t first = row_ + 1;
     row_ += row_repeats_;
     if (cells_.empty()) return;
+    if (row_repeats_ * static_cast<std::int64_t>(cells_.size()) > kMostRepeated) {
+      throw Error("The sheet repeats one row more often than can be read; name a range of it");
+    }
     for (std::int64_t row = first; row <= row_; ++row) {
       for (const auto& [column, cell] : cells_) Hand(row, column, cell);
     }

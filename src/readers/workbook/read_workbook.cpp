@@ -47,17 +47,17 @@ void RequireNumbers(const std::optional<SheetText>& text, const Workbook& workbo
 std::string AnswerOf(Workbook& workbook, const SheetRequest& request) {
   std::map<std::size_t, std::int64_t> numbers;
   std::optional<SheetText> best;
-  std::size_t chosen = 0;
-  workbook.Read(request.sheet, request.range, [&](std::size_t sheet, SheetText text) {
-    numbers[sheet] = text.Numbers();
-    const auto rank = [&](std::size_t place, const SheetText& of) {
-      const bool seen = !workbook.Sheets()[place].hidden && of.Numbers() > 0;
-      return std::tuple(seen, of.Numbers());
-    };
-    if (best && rank(chosen, *best) >= rank(sheet, text)) return;
-    best = std::move(text);
-    chosen = sheet;
-  });
+  std::string chosen;
+  std::tuple<bool, std::int64_t> highest;
+  workbook.Read(request.sheet, request.range,
+                [&](std::size_t place, const SheetName& sheet, SheetText text) {
+                  numbers[place] = text.Numbers();
+                  const std::tuple rank(!sheet.hidden && text.Numbers() > 0, text.Numbers());
+                  if (best && highest >= rank) return;
+                  best = std::move(text);
+                  chosen = sheet.name;
+                  highest = rank;
+                });
   RequireNumbers(best, workbook, request);
   std::string answer;
   const std::vector<SheetName>& sheets = workbook.Sheets();
@@ -66,7 +66,7 @@ std::string AnswerOf(Workbook& workbook, const SheetRequest& request) {
     const std::int64_t count = counted == numbers.end() ? 0 : counted->second;
     answer += "sheet\t" + Plain(sheets[i].name) + '\t' + std::to_string(count) + '\n';
   }
-  answer += "read\t" + Plain(sheets[chosen].name) + "\nerrors\t" + std::to_string(best->Errors()) +
+  answer += "read\t" + Plain(chosen) + "\nerrors\t" + std::to_string(best->Errors()) +
             "\n\n";
   return answer + best->Lines();
 }

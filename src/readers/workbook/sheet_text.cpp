@@ -58,6 +58,7 @@ void SheetText::AddNumber(std::int64_t row, std::int64_t column, std::string_vie
 
 void SheetText::AddText(std::int64_t row, std::int64_t column, std::string_view text) {
   if (TrimBlanks(text).empty() || !Reach(row, column)) return;
+  if (ParseNumber(text)) ++numbers_;
   // A quote at the beginning would join lines, as in text files.
   if (text.starts_with('"')) {
     Append(kOpeningQuote);

@@ -32,6 +32,7 @@ class SheetText {
   /// A cell whose formula has no result: it has no value.
   void AddError(std::int64_t row, std::int64_t column);
 
+  /// Numbers that were written as texts among them.
   std::int64_t Numbers() const { return numbers_; }
   std::int64_t Errors() const { return errors_; }
   /// Line N is row N of the sheet. The empty columns before the first cell of all are left out; rows with cells have as many

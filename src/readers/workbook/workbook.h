@@ -17,7 +17,8 @@ struct SheetName {
   bool hidden = false;  ///< from who looks at the workbook
 };
 
-using SheetTaker = std::function<void(std::size_t sheet, SheetText text)>;
+/// A sheet, its place among all that have cells, and what is in it.
+using SheetTaker = std::function<void(std::size_t place, const SheetName& sheet, SheetText text)>;
 
 class Workbook {
  public:
@@ -25,8 +26,7 @@ class Workbook {
   Workbook(const Workbook&) = delete;
   Workbook& operator=(const Workbook&) = delete;
 
-  /// Hands the sheet named `only` over, or all in order where that is empty, each with its place among Sheets(). Throws Error for
-  /// what is damaged.
+  /// Hands the sheet named `only` over, or all in order where that is empty. Throws Error for what is damaged.
   virtual void Read(std::string_view only, const CellRange& range, const SheetTaker& take) = 0;
   /// Those that have cells: no charts. In order, known once Read() has been called.
   virtual const std::vector<SheetName>& Sheets() const = 0;

@@ -291,7 +291,7 @@ class Xlsx final : public Workbook {
     tables_.zero = list.zero;
     const auto read = [&](std::string_view type, XmlHandler& handler) {
       const std::string part = relations.OfType(type);
-      if (!part.empty()) ReadPart(parts, part, handler);
+      if (!part.empty() && parts.Has(part)) ReadPart(parts, part, handler);
     };
     read("sharedStrings", tables_.strings);
     read("styles", tables_.styles);
@@ -304,7 +304,7 @@ class Xlsx final : public Workbook {
       SheetText text(range);
       XlsxCells cells(tables_, text);
       ReadPart(parts_, sheet_parts_[i], cells);
-      take(i, std::move(text));
+      take(i, sheets_[i], std::move(text));
     }
   }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <utility>
@@ -78,15 +79,21 @@ Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& fi
     return rank(one) < rank(other);
   };
   const auto most = std::ranges::max_element(by_length, fewer);
+  // What only numbers the columns of a chosen array is no table of its own.
+  const auto numbers_columns = [&](const NamedArray* array) {
+    return std::ranges::any_of(most->second, [&](const NamedArray* chosen) {
+      return chosen->axes.size() == 2 && chosen->axes[1] == array->path;
+    });
+  };
   Arrays others;
   for (const auto& [length, members] : by_length) {
-    if (length != most->first && length.rows > 1) {
-      others.insert(others.end(), members.begin(), members.end());
-    }
+    if (length == most->first || length.rows == 1) continue;
+    std::ranges::remove_copy_if(members, std::back_inserter(others), numbers_columns);
   }
   if (!others.empty()) {
     notes.push_back("the arrays of " + Counted(most->first.rows, "value") + ", " +
-                    ListOf(most->second) + ", are shown, beside them are " + ListOf(others) +
+                    ListOf(most->second) + ", are shown, beside them " +
+                    (others.size() == 1 ? "is " : "are ") + ListOf(others) +
                     " (--array, or the page Source of Edit Data, names others)");
   }
   return most->second;

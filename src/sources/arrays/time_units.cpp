@@ -26,13 +26,33 @@ constexpr UnitRow kUnits[] = {
     {{"nanoseconds", "nanosecond", "ns", "", ""}, 86400e9},
 };
 
-/// A date and time, the zone behind a blank or not; "1-1-1 0:0:0" has no leading zeros.
+/// "1900-1-1 0:0:0" with the zeros that dates are read with: four digits of the year, two of the others.
+std::string WithZeros(std::string_view text) {
+  std::string padded;
+  std::size_t digits = 4;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t end = std::min(text.find_first_not_of("0123456789", i), text.size());
+    const bool fraction = i > 0 && text[i - 1] == '.';
+    if (end > i && !fraction) {
+      padded.append(digits - std::min(digits, end - i), '0');
+      digits = 2;
+    }
+    padded += text.substr(i, std::max(end, i + 1) - i);
+    i = std::max(end, i + 1);
+  }
+  return padded;
+}
+
+/// A date and time, the zone behind a blank or not.
 std::optional<double> Moment(std::string_view text) {
-  if (const std::optional<double> day = ParseDay(text)) return day;
-  const std::size_t blank = text.rfind(' ');
-  if (blank == text.npos) return std::nullopt;
-  const std::string joined = std::string(text.substr(0, blank)) + std::string(text.substr(blank + 1));
-  return ParseDay(joined);
+  for (const std::string& written : {std::string(text), WithZeros(text)}) {
+    if (const std::optional<double> day = ParseDay(written)) return day;
+    const std::size_t blank = written.rfind(' ');
+    if (blank == written.npos) continue;
+    const auto joined = ParseDay(written.substr(0, blank) + written.substr(blank + 1));
+    if (joined) return joined;
+  }
+  return std::nullopt;
 }
 
 }  // namespace

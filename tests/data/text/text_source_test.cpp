@@ -66,13 +66,12 @@ TEST(TextSource, RefusesWhatIsNoText) {
        "2"s,
        "The UTF-16 text breaks off in the middle of a character: data.txt, byte 5"},
       {"PK\3\4.....[Content_Types].xml...xl/workbook.xml",
-       "Spreadsheets cannot be read yet; save the sheet as CSV (comma-separated values) and open "
-       "that: "
-       "data.txt"},
+       "The file is a workbook, not text: data.txt"},
       {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1..W\0o\0r\0k\0b\0o\0o\0k\0"s,
-       "Spreadsheets cannot be read yet; save the sheet as CSV (comma-separated values) and open "
-       "that: "
-       "data.txt"},
+       "Workbooks of the old binary kind (.xls) cannot be read; save it as .xlsx or .ods and open "
+       "that: data.txt"},
+      {"\xD0\xCF\x11\xE0..E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0"s,
+       "The workbook is protected by a password; save it without one and open that: data.txt"},
       {"PK\3\4...data.csv",
        "The file is a zip archive; unpack it first and open the file wanted: data.txt"},
       {"data.csv" + std::string(249, '\0') + "ustar",
