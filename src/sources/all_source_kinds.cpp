@@ -12,7 +12,8 @@ namespace tarnwick {
 
 SourceKinds AllSourceKinds() {
   static const std::vector<SourceKind> kinds = [] {
-    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind(), WorkbookKind(), ArraysKind()};
+    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind(), WorkbookKind(),
+                                   ArraysKind()};
     const SourceKinds basic = BasicSourceKinds();
     all.insert(all.end(), basic.begin(), basic.end());
     return all;

@@ -58,13 +58,13 @@ RowPlan LoadRun::PlanAhead() const {
     columns.insert({member.x_column, info.XFormat});
     columns.insert({member.y_column, info.YFormat});
     if (const auto column = target.YErrorColumn()) {
-      columns.insert({*column, ErrorFormatOf(member, *column, info.YFormat)});
+      columns.insert({*column, FormatOfErrors(info, *column, info.YFormat)});
     }
     if (const auto column = target.XErrorColumn()) {
-      columns.insert({*column, ErrorFormatOf(member, *column, info.XFormat)});
+      columns.insert({*column, FormatOfErrors(info, *column, info.XFormat)});
     }
     for (const std::int32_t column : target.Columns()) {
-      columns.insert({column, FormatOf(member, column)});
+      columns.insert({column, FormatOfColumn(info, column)});
     }
     const RowChooser& chooser = target.Chooser();
     if (chooser.NextRow() == RowChooser::kNoRow) continue;
