@@ -1,7 +1,7 @@
 #include <iostream>
 
 #include "base/whole_file.h"
-#include "cli/interrupt.h"
+#include "cli/output/interrupt.h"
 #include "cli/run_cli.h"
 #include "graph/gif/gif_format.h"
 

@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "data/series/data_series.h"
-#include "sources/append_rows.h"
 #include "sources/stream_kinds.h"
+#include "sources/streams/append_rows.h"
 
 namespace tarnwick::testing {
 

@@ -1,12 +1,12 @@
 #include "app/window/live_bar.h"
 
 #include <QHBoxLayout>
-#include <QStyle>
 #include <QToolButton>
 
 #include "base/error.h"
 #include "base/prompt.h"
 #include "desk/document/document.h"
+#include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
 #include "desk/widgets/text_lines.h"
 
@@ -34,20 +34,20 @@ LiveBar::LiveBar(Document& document, Prompt& prompt, QWidget* parent)
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(8, 4, 4, 4);
   row->addWidget(text_, 1);
-  const auto add = [&](QStyle::StandardPixmap icon, const QString& name, const char* object) {
+  const auto add = [&](const char* icon, const QString& name, const char* object) {
     auto* const button = new QToolButton(this);
     button->setObjectName(object);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setIcon(style()->standardIcon(icon));
+    button->setIcon(InkIcon(icon));
     button->setAccessibleName(name);
     button->setToolTip(name);
     row->addWidget(button, 0, Qt::AlignVCenter);
     return button;
   };
-  start_ = add(QStyle::SP_MediaPlay, tr("Start, or go on"), "StartLive");
-  pause_ = add(QStyle::SP_MediaPause, tr("Pause"), "PauseLive");
-  stop_ = add(QStyle::SP_MediaStop, tr("Stop"), "StopLive");
+  start_ = add("live-start", tr("Start, or go on"), "StartLive");
+  pause_ = add("live-pause", tr("Pause"), "PauseLive");
+  stop_ = add("live-stop", tr("Stop"), "StopLive");
   connect(start_, &QToolButton::clicked, this, &LiveBar::Start);
   connect(pause_, &QToolButton::clicked, &document_.Live(), &LiveData::Pause);
   connect(stop_, &QToolButton::clicked, &document_.Live(), &LiveData::Stop);

@@ -23,8 +23,6 @@ InputGraph Read(const Options& options, Output& output) {
       throw UsageError("--for and --keep go with --lines");
     return ReadInput(options.input, options.save, output);
   }
-  if (!options.input.file.empty())
-    throw UsageError("--lines stands instead of FILE: only one of them is read");
   InputGraph input = ReadLines(options.lines, options.input.import, output);
   if (KeepsLook(options.save)) {
     const HeadlessGui gui;
@@ -35,6 +33,8 @@ InputGraph Read(const Options& options, Output& output) {
 }
 
 void Run(const Options& options, Output& output) {
+  if (!options.lines.place.empty() && !options.input.file.empty())
+    throw UsageError("--lines stands instead of FILE: only one of them is read");
   if (IsGraphFile(options.input.file))
     throw UsageError("import reads data files; convert reads " + options.input.file);
   if (options.save.Wanted()) CheckSave(options.save);

@@ -8,9 +8,9 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
-#include "cli/interrupt.h"
 #include "cli/options/command.h"
 #include "cli/options/option_parser.h"
+#include "cli/output/interrupt.h"
 #include "cli/output/output.h"
 #include "graph/files/waiting_series.h"
 #include "sources/lines/line_source.h"

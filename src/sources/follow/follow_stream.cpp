@@ -11,7 +11,7 @@
 #include "data/series/data_series.h"
 #include "sources/follow/followed_text.h"
 #include "sources/follow/growing_file.h"
-#include "sources/threaded_stream.h"
+#include "sources/streams/threaded_stream.h"
 
 namespace tarnwick {
 namespace {

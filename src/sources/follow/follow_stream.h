@@ -1,7 +1,7 @@
 // A text file that is written to as a source that goes on. Knows files and their rows; no DataSet of a document.
 #pragma once
 
-#include "sources/stream_kinds.h"
+#include "sources/streams/stream_kind.h"
 
 namespace tarnwick {
 

@@ -11,7 +11,7 @@
 #include "data/import/piece_finder.h"
 #include "data/import/row_chooser.h"
 #include "data/import/row_reading.h"
-#include "sources/append_rows.h"
+#include "sources/streams/append_rows.h"
 
 namespace tarnwick {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "data/ds_info.h"
-#include "sources/append_rows.h"
+#include "sources/streams/append_rows.h"
 
 namespace tarnwick {
 

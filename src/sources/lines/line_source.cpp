@@ -10,7 +10,7 @@
 #include "sources/lines/line_channel.h"
 #include "sources/lines/line_place.h"
 #include "sources/lines/line_rows.h"
-#include "sources/threaded_stream.h"
+#include "sources/streams/threaded_stream.h"
 
 namespace tarnwick {
 namespace {

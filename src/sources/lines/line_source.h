@@ -3,7 +3,7 @@
 #pragma once
 
 #include "data/import/source_kinds.h"
-#include "sources/stream_kinds.h"
+#include "sources/streams/stream_kind.h"
 
 namespace tarnwick {
 

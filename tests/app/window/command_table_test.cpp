@@ -137,7 +137,9 @@ TEST_F(CommandTableTest, MenusHoldTheirEntriesInOrder) {
     const char* entries;
   };
   constexpr Row kRows[] = {
-      {Menu::Data, "&Refresh Data|-|&X-Axis Shift|Curve &Fitting"},
+      {Menu::Data,
+       "&Refresh Data|-|&X-Axis Shift|Curve &Fitting|-|"
+       "&Start Live Data|&Pause Live Data|S&top Live Data"},
       {Menu::RefreshData, "&Current Window|&All Windows"},
       {Menu::XAxisShift, "To Current &Mark"},
       {Menu::Insert, "&New Graph|-|&Delete|&Clear|-|&Unselect"},

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/descriptor.h"
-#include "sources/row_stream.h"
+#include "sources/streams/row_stream.h"
 
 namespace tarnwick {
 

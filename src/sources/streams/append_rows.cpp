@@ -1,4 +1,4 @@
-#include "sources/append_rows.h"
+#include "sources/streams/append_rows.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "sources/threaded_stream.h"
+#include "sources/streams/threaded_stream.h"
 
 #include <system_error>
 #include <utility>

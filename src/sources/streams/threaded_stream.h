@@ -4,8 +4,8 @@
 #include <memory>
 #include <thread>
 
-#include "sources/row_queue.h"
-#include "sources/row_stream.h"
+#include "sources/streams/row_queue.h"
+#include "sources/streams/row_stream.h"
 
 namespace tarnwick {
 

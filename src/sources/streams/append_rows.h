@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "sources/row_stream.h"
+#include "sources/streams/row_stream.h"
 
 namespace tarnwick {
 

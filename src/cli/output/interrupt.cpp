@@ -1,4 +1,4 @@
-#include "cli/interrupt.h"
+#include "cli/output/interrupt.h"
 
 #include <unistd.h>
 

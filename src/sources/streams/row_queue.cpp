@@ -1,4 +1,4 @@
-#include "sources/row_queue.h"
+#include "sources/streams/row_queue.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
