@@ -78,8 +78,8 @@ class Reading {
     TDSInfo info = source_;
     info.YDataColumn = y;
     kind_.columns(info);
-    const bool moments = kind_.x_is_moment(info);
-    AddWaitingSeries(graph_, info, y, moments ? WaitingX::Moments : WaitingX::Numbers);
+    AddWaitingSeries(graph_, info, y,
+                     kind_.x_is_moment(info) ? WaitingX::Moments : WaitingX::Numbers);
   }
 
   void Take() {
@@ -88,7 +88,7 @@ class Reading {
     lost_ += rows.lost;
     unreadable_ += rows.unreadable;
     while (names_.empty() && graph_.SeriesCount() < rows.y.size()) {
-      Add("Y" + std::to_string(graph_.SeriesCount() + 1));
+      Add(kind_.y_name(graph_.SeriesCount()));
     }
     for (std::size_t i = 0; i < graph_.SeriesCount(); ++i) {
       TSeries& series = graph_.Series(i);

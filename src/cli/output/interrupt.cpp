@@ -31,6 +31,8 @@ InterruptCaught::InterruptCaught() {
   struct sigaction action {};
   action.sa_handler = &NoteInterrupt;
   ::sigaction(SIGINT, &action, &interrupt_before_);
+  // As EndOnInterrupt has it.
+  if (interrupt_before_.sa_handler == SIG_IGN) ::sigaction(SIGINT, &interrupt_before_, nullptr);
   ::sigaction(SIGTERM, &action, &end_before_);
 }
 

@@ -149,9 +149,8 @@ ReadResult WithStreamAdded(const GraphState& into, const TDSInfo& place) {
   TxyGraph graph;
   graph.SetState(into);
   const TDSInfo source = BeginStream(place);
-  const bool moments = StreamOf(source)->x_is_moment(source);
   AddWaitingSeries(graph, source, source.YDataColumn,
-                   moments ? WaitingX::Moments : WaitingX::Numbers);
+                   StreamOf(source)->x_is_moment(source) ? WaitingX::Moments : WaitingX::Numbers);
   return {graph.State()};
 }
 

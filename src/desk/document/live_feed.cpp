@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "desk/document/document.h"
+#include "graph/files/waiting_series.h"
 #include "graph/series_of_whole.h"
 
 namespace tarnwick {
@@ -33,6 +34,10 @@ bool LiveFeed::Feeds(const TDSInfo& info) const {
 void LiveFeed::Start() {
   if (State() != StreamState::Paused) rows_ = lost_ = unreadable_ = 0;
   trouble_.clear();
+  const std::vector<TSeries*> fed = Fed();
+  const bool fresh =
+      std::ranges::all_of(fed, [](const TSeries* s) { return s->PointCount() == 0; });
+  if (fresh && kind_.y_name != nullptr) columns_ = fed.size();
   stream_->Start();
   Restart(0);
 }
@@ -110,24 +115,38 @@ bool LiveFeed::TakeRows() {
   return true;
 }
 
-void LiveFeed::Give(const StreamRows& rows) {
-  const auto each = [this](TxyGraph& graph, const auto& change) {
-    int fed = 0;
-    for (TSeries* const series : SeriesOfWhole(graph)) {
-      if (!Feeds(series->Source())) continue;
-      change(*series);
-      ++fed;
+std::vector<TSeries*> LiveFeed::Fed() const {
+  std::vector<TSeries*> fed = SeriesOfWhole(document_.WholeGraph());
+  std::erase_if(fed, [this](const TSeries* series) { return !Feeds(series->Source()); });
+  return fed;
+}
+
+void LiveFeed::AddDataSets(std::size_t columns) {
+  if (columns_ == 0 || columns <= columns_) return;
+  const std::size_t known = std::exchange(columns_, columns);
+  document_.Edit("Add Live DataSets", [&](TxyGraph&) {
+    TxyGraph& graph = document_.WholeGraph();
+    for (std::size_t place = known; place < columns; ++place) {
+      TDSInfo info = source_;
+      info.YDataColumn = kind_.y_name(place);
+      AddWaitingSeries(graph, info, info.YDataColumn, WaitingX::Numbers);
     }
-    if (fed == 0) throw Error("Stopped: no DataSet takes it any more");
-  };
+  });
+}
+
+void LiveFeed::Give(const StreamRows& rows) {
+  if (Fed().empty()) throw Error("Stopped: no DataSet takes it any more");
+  AddDataSets(rows.y.size());
   if (BeginAnew(rows)) {
     // A step, so that the points of before can be had back.
-    document_.Edit("Live Data Began Anew", [&each, this](TxyGraph&) {
-      each(document_.WholeGraph(), [](TSeries& series) { ForgetPoints(series); });
+    document_.Edit("Live Data Began Anew", [this](TxyGraph&) {
+      for (TSeries* const series : Fed()) ForgetPoints(*series);
     });
   }
-  document_.TakeComing([&](TxyGraph& graph) {
-    each(graph, [&](TSeries& series) { AppendRows(series, rows, kind_.columns(series.Source())); });
+  document_.TakeComing([&](TxyGraph&) {
+    for (TSeries* const series : Fed()) {
+      AppendRows(*series, rows, kind_.columns(series->Source()));
+    }
   });
 }
 

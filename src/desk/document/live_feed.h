@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "sources/stream_kinds.h"
 
@@ -22,7 +23,8 @@ class LiveFeed final : public QObject {
   Q_OBJECT
 
  public:
-  /// For all DataSets of the document that share the stream of `first`. The document outlives the feed. Throws Error.
+  /// For all DataSets of the document that share the stream of `first`. Where they are empty, DataSets are added for the further
+  /// Y that come. The document outlives the feed. Throws Error.
   LiveFeed(Document& document, const StreamKind& kind, const TSeries& first);
 
   bool Feeds(const TDSInfo& info) const;
@@ -44,6 +46,8 @@ class LiveFeed final : public QObject {
   void Poll();
   bool TakeRows();
   void Give(const StreamRows& rows);
+  void AddDataSets(std::size_t columns);
+  std::vector<TSeries*> Fed() const;
   void Restart(int wait_ms);
 
   Document& document_;
@@ -56,7 +60,8 @@ class LiveFeed final : public QObject {
   std::int64_t unreadable_ = 0;
   std::string last_told_;
   int polls_without_rows_ = 0;
-  std::string trouble_;  // why it had to stop
+  std::size_t columns_ = 0;  // that DataSets were made of; 0: none shall be
+  std::string trouble_;      // why it had to stop
 };
 
 }  // namespace tarnwick

@@ -73,6 +73,10 @@ StreamColumns LineColumns(const TDSInfo& info) {
   return {.y = *y};
 }
 
+std::string NameOfY(std::size_t place) {
+  return place == 0 ? "Y" : "Y" + std::to_string(place + 1);
+}
+
 bool SameLines(const TDSInfo& one, const TDSInfo& other) {
   const auto reading = [](const TDSInfo& info) {
     return std::tie(info.DatasourceInfo, info.TextSeparators, info.TextMarkers, info.CommentMarks,
@@ -117,22 +121,9 @@ void LineRows::Take(std::string_view bytes, StreamRows& rows) {
   }
 }
 
-bool LineRows::HasRate() {
-  const auto now = now_();
-  if (now - second_ >= std::chrono::seconds(1) || now < second_) {
-    second_ = now;
-    rows_in_second_ = 0;
-  }
-  return ++rows_in_second_ <= kMostLinesPerSecond;
-}
-
 void LineRows::TakeLine(std::string_view line, StreamRows& rows) {
   if (!cutter_->IsRow(line)) return;
   ++row_;
-  if (!HasRate()) {
-    ++rows.lost;
-    return;
-  }
   std::vector<double> numbers = cutter_->Numbers(line, x_from_ == XFrom::Line);
   double x = static_cast<double>(row_);
   if (x_from_ == XFrom::Clock) x = DayNumber(now_());

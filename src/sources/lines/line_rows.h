@@ -21,11 +21,13 @@ inline constexpr std::string_view kLineClock = "Clock";
 inline constexpr std::size_t kLongestLine = std::size_t{64}
                                             << 10;   ///< bytes; a longer one is passed over
 inline constexpr std::size_t kMostLineColumns = 64;  ///< what stands behind is left out
-inline constexpr std::int64_t kMostLinesPerSecond = 100'000;  ///< what comes faster is lost
 
 /// Which Y of a line the description takes: "Y", "Y2", "Y3" and so on. Throws Error for another name of YDataColumn, and for an
 /// XDataColumn that stands for none of the above.
 StreamColumns LineColumns(const TDSInfo& info);
+
+/// "Y", "Y2", …: the name of the Y at a place from 0.
+std::string NameOfY(std::size_t place);
 
 /// Whether lines are read alike for both.
 bool SameLines(const TDSInfo& one, const TDSInfo& other);
@@ -41,6 +43,8 @@ class LineRows {
 
   /// Adds the rows of the lines that `bytes` complete.
   void Take(std::string_view bytes, StreamRows& rows);
+  /// Lines of data so far.
+  std::int64_t Lines() const { return row_; }
   /// What stands there of a line is none: its rest will not come.
   void DropUnended();
 
@@ -49,7 +53,6 @@ class LineRows {
   class Cutter;
 
   void TakeLine(std::string_view line, StreamRows& rows);
-  bool HasRate();
 
   std::unique_ptr<const Cutter> cutter_;
   Clock now_;
@@ -57,8 +60,6 @@ class LineRows {
   std::string unended_;
   bool passing_ = false;  // the rest of a line that is too long
   std::int64_t row_ = 0;
-  std::chrono::system_clock::time_point second_;
-  std::int64_t rows_in_second_ = 0;
 };
 
 }  // namespace tarnwick

@@ -1,6 +1,7 @@
 #include "sources/lines/line_source.h"
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <string>
 #include <utility>
@@ -15,9 +16,12 @@
 namespace tarnwick {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+constexpr int kShortMs = 20;
 constexpr int kFirstWaitMs = 250;
 constexpr int kLongestWaitMs = 10'000;
 constexpr int kLookMs = 1000;
+constexpr std::int64_t kMostLinesPerSecond = 100'000;
 constexpr const char* kLineSeparators = "\t,; ";
 
 constexpr SourceSetting kSettings[] = {
@@ -34,6 +38,8 @@ class LineReader final : public RowProducer {
 
   void Run(RowQueue& queue) override {
     rows_ = std::make_unique<LineRows>(info_);
+    second_ = Clock::now();
+    lines_before_ = 0;
     breaks_ = true;  // what was there before was of another reading
     int wait = kFirstWaitMs;
     while (!queue.Stopped()) {
@@ -78,8 +84,20 @@ class LineReader final : public RowProducer {
       wrote = true;
       Hand(bytes, queue);
       bytes.clear();
+      KeepRate(queue);
     }
     return wrote;
+  }
+
+  /// Who writes faster waits; so does he while nobody takes rows.
+  void KeepRate(RowQueue& queue) {
+    const auto second = [this] { return Clock::now() - second_ >= std::chrono::seconds(1); };
+    while (!second() && rows_->Lines() - lines_before_ >= kMostLinesPerSecond && !queue.Stopped())
+      queue.Sleep(kShortMs);
+    while (!queue.HasRoom() && !queue.Paused() && !queue.Stopped()) queue.Sleep(kShortMs);
+    if (!second()) return;
+    second_ = Clock::now();
+    lines_before_ = rows_->Lines();
   }
 
   void Say(RowQueue& queue) const {
@@ -105,7 +123,9 @@ class LineReader final : public RowProducer {
   LinePlace place_;
   LineChannel channel_;
   std::unique_ptr<LineRows> rows_;
-  bool breaks_ = false;  // something was missed before the next row
+  Clock::time_point second_;       // that lines are counted in
+  std::int64_t lines_before_ = 0;  // until it began
+  bool breaks_ = false;            // something was missed before the next row
 };
 
 TDSInfo BeginLines(const TDSInfo& place) {
@@ -129,6 +149,7 @@ StreamKind LineStreamKind() {
           .open = [](const TDataSeries& series) -> std::unique_ptr<RowStream> {
             return std::make_unique<ThreadedStream>(std::make_unique<LineReader>(series.Source()));
           },
+          .y_name = &NameOfY,
           .x_is_moment = [](const TDSInfo& info) { return info.XDataColumn == kLineClock; },
           .columns = &LineColumns};
 }
@@ -138,7 +159,7 @@ TDSInfo LineSourceInfo(std::string_view place) {
   info.DataSource = DataSourceKind::Lines;
   info.DatasourceInfo = ParseLinePlace(place).Text();
   info.XDataColumn = kLineX;
-  info.YDataColumn = "Y";
+  info.YDataColumn = NameOfY(0);
   info.TextSeparators = kLineSeparators;
   info.AllRows = true;
   return info;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "data/ds_info.h"
 #include "sources/streams/append_rows.h"
@@ -24,6 +25,8 @@ struct StreamKind {
   bool (*shares)(const TDSInfo& one, const TDSInfo& other) = nullptr;
   /// A stream, stopped, for this DataSet and those that share. Throws Error for a description that no stream can follow.
   std::unique_ptr<RowStream> (*open)(const TDataSeries& series) = nullptr;
+  /// What a DataSet of the Y at a place, from 0, has as its YDataColumn. Null where no DataSet is made of what comes unasked.
+  std::string (*y_name)(std::size_t place) = nullptr;
   /// Whether X of a DataSet so described are moments.
   bool (*x_is_moment)(const TDSInfo& info) = nullptr;
   /// What the points of a DataSet so described are made of.

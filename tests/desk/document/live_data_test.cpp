@@ -1,6 +1,8 @@
 // Data that come by themselves into a document: a real file that grows, and what steps do to points that came.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <QTest>
 #include <fstream>
 #include <string>
@@ -141,6 +143,21 @@ TEST_F(LiveDataTest, EndsWithTheDataSetThatTookIt) {
   EXPECT_TRUE(
       QTest::qWaitFor([&] { return document_.Live().State() == StreamState::Stopped; }, kMost));
   EXPECT_FALSE(document_.Live().HasSources());
+}
+
+TEST_F(LiveDataTest, OfAPlaceThatIsOpenedGetsADataSetForEachY) {
+  const std::string pipe = folder_.File("sensor").string();
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  TDSInfo place;
+  place.DataSource = DataSourceKind::Lines;
+  place.DatasourceInfo = "pipe:" + pipe;
+  Document document("Graph_2", work_, prompt_);
+  ASSERT_TRUE(document.Files().ReadPlace(place));
+  std::ofstream(pipe) << "1,2\n2,3,4\n3,4,5\n";
+  ASSERT_TRUE(QTest::qWaitFor([&] { return document.Graph().SeriesCount() == 2; }, kMost));
+  EXPECT_EQ(document.Graph().Series(0).PointCount(), 3);
+  EXPECT_EQ(document.Graph().Series(1).PointCount(), 2);
+  EXPECT_EQ(document.Graph().Series(1).SeriesName(), "Y2");
 }
 
 }  // namespace
