@@ -20,6 +20,10 @@ std::string UnreadableValue(std::string_view text) {
   return "Error reading DDE value : " + std::string(text);
 }
 
+std::string UnsettableLink(std::string_view link) {
+  return '"' + std::string(link) + "\" : can not set link to DDE server!";
+}
+
 TDdeSetup::TDdeSetup(std::unique_ptr<LinkTransport> conversation, LinkReads reads,
                      LinkUpdates updates)
     : conversation_(std::move(conversation)), reads_(reads), updates_(updates) {}
@@ -30,7 +34,7 @@ void TDdeSetup::SetLink(const std::string& link) {
   const LinkParts parts = SplitLink(link);
   item_ = parts.item;
   if (!conversation_->SetLink(parts.service, parts.topic)) {
-    Fail('"' + link + "\" : can not set link to DDE server!");
+    Fail(UnsettableLink(link));
     return;
   }
   if (!conversation_->Open()) {

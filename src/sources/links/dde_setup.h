@@ -20,6 +20,8 @@ enum class LinkUpdates { OnRequest, Hot };
 
 /// The error text of a received text that is no number.
 std::string UnreadableValue(std::string_view text);
+/// That of a link whose service and topic are no names where it is looked for.
+std::string UnsettableLink(std::string_view link);
 
 class TDdeSetup {
  public:
