@@ -20,6 +20,7 @@ struct Letters {
   bool of_date = false;
   bool of_time = false;
   bool passed = false;
+  bool of_percent = false;
 };
 
 char Small(char c) {
@@ -56,8 +57,10 @@ Letters LettersOf(std::string_view code) {
     } else if (c == 'm' && !letters.of_time) {
       // Minutes stand behind hours or before seconds; a lone "mm:ss" is found by its seconds.
       letters.of_date |= code.substr(i).find(':') == code.npos;
-    } else if (code.substr(i, 7) == "General" || c == '0' || c == '#') {
-      if (!letters.of_time) return letters;
+    } else if (c == '%') {
+      letters.of_percent = true;
+    } else if (code.substr(i, 7) == "General") {
+      return letters;
     }
   }
   return letters;
@@ -69,15 +72,22 @@ NumberLook LookOfCode(std::string_view code) {
   const Letters letters = LettersOf(code);
   if (letters.passed) return NumberLook::Duration;
   if (letters.of_date) return NumberLook::Date;
-  return letters.of_time ? NumberLook::Time : NumberLook::Number;
+  if (letters.of_time) return NumberLook::Time;
+  return letters.of_percent ? NumberLook::Percent : NumberLook::Number;
 }
 
 NumberLook LookOfBuiltIn(int number) {
+  if (number == 9 || number == 10) return NumberLook::Percent;
   if (number == 46) return NumberLook::Duration;
   if ((number >= 18 && number <= 21) || number == 45 || number == 47) return NumberLook::Time;
   const bool date =
       (number >= 14 && number <= 22) || (number >= 27 && number <= 36) || (number >= 50 && number <= 58);
   return date ? NumberLook::Date : NumberLook::Number;
+}
+
+std::string PercentText(double share) {
+  constexpr int kDigits = 15;  // one more would show the error of the product
+  return GeneralText(100 * share, kDigits) + '%';
 }
 
 std::string TimeText(double seconds) {

@@ -9,6 +9,7 @@ namespace tarnwick {
 
 enum class NumberLook : std::uint8_t {
   Number,
+  Percent,  ///< a hundred times what is stored
   Date,     ///< a day, with the time where there is one
   Time,     ///< a time of day
   Duration  ///< hours, minutes or seconds that have passed
@@ -25,6 +26,9 @@ enum class DayZero : std::uint8_t {
   In1900,  ///< 30 December 1899; before March 1900 one day is lost
   In1904   ///< 1 January 1904
 };
+
+/// 0.125 as "12.5%".
+std::string PercentText(double share);
 
 /// A number of days as the text that is read as what the sheet shows: "2024-03-04", "2024-03-04 12:30:00", "30:15:00.5". Numbers
 /// that are no such day stay numbers.

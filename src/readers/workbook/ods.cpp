@@ -128,7 +128,9 @@ class OdsCells final : public XmlHandler {
       TakeTime(attributes["time-value"]);
     } else if (type == "boolean") {
       TakeValue(attributes["boolean-value"] == "true" ? "1" : "0");
-    } else if (type == "float" || type == "percentage" || type == "currency") {
+    } else if (type == "percentage") {
+      TakeValue(PercentText(ParseNumber(attributes["value"]).value_or(0)));
+    } else if (type == "float" || type == "currency") {
       TakeValue(attributes["value"]);
     } else {
       has_value_ = attributes.Has("string-value");

@@ -258,6 +258,8 @@ class XlsxCells final : public XmlHandler {
     }
     if (look_ == NumberLook::Number) {
       sheet_.AddNumber(row_, column_, TrimBlanks(value_));
+    } else if (look_ == NumberLook::Percent) {
+      sheet_.AddNumber(row_, column_, PercentText(*number));
     } else {
       sheet_.AddNumber(row_, column_, DayText(*number, look_, tables_.zero));
     }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "readers/workbook/number_look.h"
 #include "readers/workbook/read_workbook.h"
 #include "readers/workbook/zip_parts.h"
 #include "support/refusal.h"
@@ -118,7 +119,7 @@ TEST(OdsTest, CellsAreReadAsTheyAreShown) {
                "<t:table-row><t:table-cell o:value-type='percentage' o:value='0.125'><p:p>12.5 %</p:p></t:table-cell>"
                "<t:table-cell o:value-type='string'><p:p>a<p:s p:c='2'/>b</p:p><p:p>c</p:p></t:table-cell>"
                "<t:table-cell o:value-type='boolean' o:boolean-value='true'><p:p>WAHR</p:p></t:table-cell></t:table-row>",
-               "0.125\ta  b c\t1\n"},
+               "12.5%\ta  b c\t1\n"},
            Row{"days, times and errors",
                "<t:table-row><t:table-cell o:value-type='date' o:date-value='2024-03-04T12:30:00'/>"
                "<t:table-cell o:value-type='time' o:time-value='PT30H15M00.5S'/>"
@@ -134,6 +135,18 @@ TEST(OdsTest, CellsAreReadAsTheyAreShown) {
        }) {
     EXPECT_EQ(TextOf(Read(Ods(row.rows))), row.text) << row.what;
   }
+}
+
+TEST(NumberLookTest, FormatsSayWhatIsShown) {
+  using enum NumberLook;
+  for (const auto& [code, look] : std::initializer_list<std::pair<const char*, NumberLook>>{
+           {"General", Number}, {"0.00", Number}, {"#,##0 \"days\"", Number}, {"[Red]0.0;[Blue]-0.0", Number},
+           {"0.0%", Percent}, {"yyyy-mm-dd", Date}, {"d/m/yy h:mm", Date}, {"mmm-yy", Date}, {"mm:ss.0", Time},
+           {"h:mm AM/PM", Time}, {"[$-409]h:mm", Time}, {"[h]:mm:ss", Duration}, {"[mm]:ss", Duration},
+           {"0\\d", Number}, {"0_d", Number}}) {
+    EXPECT_EQ(LookOfCode(code), look) << code;
+  }
+  EXPECT_EQ(PercentText(0.07), "7%");
 }
 
 TEST(WorkbookTest, TheSheetAndTheRangeAreFound) {
