@@ -164,6 +164,12 @@ bool TTxtSupplier::HasValue(std::int32_t column) {
   return field && !FieldText(*field, layout_, buffer_).empty();
 }
 
+std::string TTxtSupplier::TextAt(std::int32_t column) {
+  if (column < 0) return TDataSupplier::TextAt(column);
+  const std::optional<std::string_view> field = CurrentField(column);
+  return field ? std::string(FieldText(*field, layout_, buffer_)) : std::string();
+}
+
 bool TTxtSupplier::CountRows(Progress& progress) {
   if (index_) return true;
   RowIndex index(Body(), layout_);

@@ -25,6 +25,8 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   void SkipRows(std::int32_t rows) override;
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
+  /// Without markers.
+  std::string TextAt(std::int32_t column) override;
   std::int32_t BlankLinesPassed() const override { return blanks_passed_; }
   bool WasCutShort() const override { return source_->WasCutShort(); }
   std::int32_t RowCount() override;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "desk/sources/arrays_edit.h"
 #include "desk/sources/database_edit.h"
 #include "desk/sources/lines_edit.h"
 #include "desk/sources/link_edit.h"
+#include "desk/sources/sheet_edit.h"
 
 namespace tarnwick {
 namespace {
@@ -18,6 +20,8 @@ constexpr PlaceEditRow kRows[] = {
     {DataSourceKind::Database, "Data base", &Make<DatabaseEdit>},
     {DataSourceKind::Dde, "Live links", &Make<LinkEdit>},
     {DataSourceKind::Lines, "Lines of a pipe, a socket or a serial port", &Make<LinesEdit>},
+    {DataSourceKind::Spreadsheet, "Workbook", &Make<SheetEdit>, false},
+    {DataSourceKind::Arrays, "Arrays", &Make<ArraysEdit>, false},
 };
 
 }  // namespace

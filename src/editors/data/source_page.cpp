@@ -35,9 +35,14 @@ constexpr std::size_t kColumns = 200;
 constexpr int kPause = 150;  // ms after the last key
 constexpr int kPreviewHeight = 240;
 
-bool SameFile(const TDSInfo& one, const TDSInfo& other) {
+bool SameTable(const TDSInfo& one, const TDSInfo& other) {
   return one.DataSource == other.DataSource && one.DatasourceInfo == other.DatasourceInfo &&
-         one.RelativeSource == other.RelativeSource;
+         one.RelativeSource == other.RelativeSource && one.TablePart == other.TablePart;
+}
+
+/// What a place edit shows needs no field beside it.
+bool IsOfPlace(std::string_view key) {
+  return key == "TablePart";
 }
 
 bool CanGuess(DataSourceKind kind) {
@@ -153,13 +158,14 @@ void SourcePage::Revert() {
 void SourcePage::ShowPlace() {
   const TDSInfo& info = draft_.Source();
   const SourceKind* const kind = FindSourceKind(AllSourceKinds(), info.DataSource);
+  const PlaceEditRow* const row = PlaceEditOf(info.DataSource);
   form_->ShowOnly([&](std::size_t field) {
+    const std::string_view key = draft_.Rows()[field].key;
+    if (row != nullptr && IsOfPlace(key)) return false;
     return kind == nullptr || kind->settings.empty() ||
-           std::ranges::find(kind->settings, draft_.Rows()[field].key, &SourceSetting::key) !=
-               kind->settings.end();
+           std::ranges::find(kind->settings, key, &SourceSetting::key) != kind->settings.end();
   });
   delete std::exchange(place_edit_, nullptr);
-  const PlaceEditRow* const row = PlaceEditOf(info.DataSource);
   if (row == nullptr) return;
   place_edit_ = row->make(this);
   place_->addWidget(place_edit_);
@@ -347,7 +353,9 @@ void SourcePage::Apply() {
     const std::vector<TSeries*> whole = SeriesOfWhole(document.WholeGraph());
     for (std::size_t place = 0; place < whole.size(); ++place) {
       const TDSInfo& other = whole[place]->Source();
-      if (place == sources.front().place || !SameFile(other, draft_.BegunWith())) continue;
+      const bool same_table = SameTable(other, draft_.BegunWith()) &&
+                              other.TablePart == draft_.Source().TablePart;
+      if (place == sources.front().place || !same_table) continue;
       const TDSInfo alike = draft_.CutAlike(other);
       if (alike != other) sources.push_back({place, alike});
     }

@@ -1,0 +1,129 @@
+#include "desk/sources/arrays_edit.h"
+
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QTreeWidget>
+#include <algorithm>
+
+#include "base/error.h"
+#include "data/import/source_place.h"
+#include "desk/widgets/check_list.h"
+#include "desk/widgets/text.h"
+#include "desk/work/latest_work.h"
+#include "sources/arrays/array_part.h"
+#include "sources/arrays/array_source.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kLines = 6;
+
+/// "480 × 3".
+QString ShapeText(const NamedArray& array) {
+  QStringList lengths;
+  for (const std::int64_t length : array.lengths) lengths << QString::number(length);
+  return lengths.isEmpty() ? QStringLiteral("1") : lengths.join(QStringLiteral(" × "));
+}
+
+QTreeWidgetItem* ItemOf(const NamedArray& array) {
+  auto* const item = new QTreeWidgetItem(
+      {ToQt(array.FullPath()), ShapeText(array), ToQt(array.Attribute("long_name"))});
+  if (array.numbers) {
+    item->setCheckState(0, Qt::Unchecked);
+  } else {
+    item->setDisabled(true);
+  }
+  return item;
+}
+
+}  // namespace
+
+ArraysEdit::ArraysEdit(QWidget* parent)
+    : PlaceEdit(parent),
+      file_(new QLabel(this)),
+      paths_(new QLineEdit(this)),
+      list_(new QTreeWidget(this)),
+      arrays_(new LatestWork(this)) {
+  file_->setObjectName("ArraysFile");
+  file_->setWordWrap(true);
+  file_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  paths_->setObjectName("ArrayPaths");
+  paths_->setPlaceholderText(tr("all of the most common length"));
+  list_->setObjectName("ArrayList");
+  list_->setHeaderLabels({tr("Array"), tr("Values"), tr("Meaning")});
+  list_->setRootIsDecorated(false);
+  list_->setUniformRowHeights(true);
+  ShowCheckBoxes(*list_);
+  list_->setFixedHeight((kLines + 2) * fontMetrics().lineSpacing());
+  auto* const form = new QFormLayout(this);
+  form->setContentsMargins(0, 0, 0, 0);
+  form->addRow(file_);
+  form->addRow(tr("Arra&ys:"), paths_);
+  form->addRow(list_);
+  setFocusProxy(paths_);
+  connect(paths_, &QLineEdit::textEdited, this, [this] {
+    MarkTyped();
+    emit edited();
+  });
+  connect(list_, &QTreeWidget::itemChanged, this, [this] {
+    TypeMarked();
+    emit edited();
+  });
+}
+
+void ArraysEdit::Show(const TDSInfo& info) {
+  const QSignalBlocker quiet(this);
+  file_->setText(PathText(SourcePlace(info)));
+  paths_->setText(ToQt(info.TablePart));
+  MarkTyped();
+  AskForArrays(info);
+}
+
+void ArraysEdit::AskForArrays(const TDSInfo& info) {
+  arrays_->Begin([this, file = SourcePlace(info).string()](Progress& progress) -> LatestWork::Answer {
+    std::vector<NamedArray> found;
+    try {
+      found = ArraysOf(file, progress);
+    } catch (const Error&) {
+      // What keeps the file from being read is told where its rows are shown; paths can be typed.
+    }
+    return [this, found] {
+      const QSignalBlocker quiet(list_);
+      list_->clear();
+      for (const NamedArray& array : found) list_->addTopLevelItem(ItemOf(array));
+      list_->resizeColumnToContents(0);
+      list_->resizeColumnToContents(1);
+      MarkTyped();
+    };
+  });
+}
+
+void ArraysEdit::MarkTyped() {
+  const QSignalBlocker quiet(list_);
+  const std::vector<std::string> typed = ParseArrays(paths_->text().toStdString());
+  for (int i = 0; i < list_->topLevelItemCount(); ++i) {
+    QTreeWidgetItem* const item = list_->topLevelItem(i);
+    if (item->isDisabled()) continue;
+    const bool named = std::ranges::find(typed, item->text(0).toStdString()) != typed.end();
+    item->setCheckState(0, named ? Qt::Checked : Qt::Unchecked);
+  }
+}
+
+void ArraysEdit::TypeMarked() {
+  std::vector<std::string> marked;
+  for (int i = 0; i < list_->topLevelItemCount(); ++i) {
+    const QTreeWidgetItem* const item = list_->topLevelItem(i);
+    if (item->checkState(0) == Qt::Checked) marked.push_back(item->text(0).toStdString());
+  }
+  paths_->setText(ToQt(ArraysText(marked)));
+}
+
+std::optional<QString> ArraysEdit::Take(TDSInfo& info) const {
+  info.TablePart = ArraysText(ParseArrays(paths_->text().toStdString()));
+  return std::nullopt;
+}
+
+}  // namespace tarnwick
