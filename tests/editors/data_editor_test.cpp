@@ -15,6 +15,7 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -26,6 +27,7 @@
 #include "desktop_fixture.h"
 #include "editors/data/preview_table.h"
 #include "support/project_paths.h"
+#include "support/temporary_folder.h"
 
 namespace tarnwick {
 namespace {
@@ -46,6 +48,13 @@ class DataEditorTest : public DesktopTest {
     QCoreApplication::processEvents();
     editor_ = form_->findChild<QWidget*>("DataEditorPages");
     ASSERT_TRUE(editor_ && editor_->isVisible());
+  }
+  void OpenExample(const char* name) {
+    // Beside which the programs lie that read it.
+    QCoreApplication::addLibraryPath(ToQt(testing::ProgramFolder().string()));
+    Start({folder_.Write(name, testing::ReadFile(testing::ExamplesFolder() / name))});
+    Run("EditData1");
+    editor_ = form_->findChild<QWidget*>("DataEditorPages");
   }
   void ShowPage(int page) {
     editor_->findChild<QTabWidget*>("DataPages")->setCurrentIndex(page);
@@ -151,6 +160,39 @@ TEST_F(DataEditorTest, ADataBaseIsOpenedByItsPlaceAndReadFromAnotherTable) {
   EXPECT_EQ(Ys(0), (std::vector<double>{7, 8}));
   Run("EditUndo1");
   EXPECT_EQ(Ys(0), (std::vector<double>{2, 5}));
+}
+
+TEST_F(DataEditorTest, AnotherSheetIsReadByItsName) {
+  OpenExample("furnace.xlsx");
+  auto* const sheet = editor_->findChild<QComboBox*>("WorkbookSheet");
+  ASSERT_NE(sheet, nullptr);
+  EXPECT_EQ(sheet->currentText(), "Heating");
+  EXPECT_EQ(editor_->findChild<FieldWidget*>("Text/Separators")->isHidden(), false);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return sheet->count() == 3; }));
+  EXPECT_EQ(sheet->currentText(), "Heating") << "the names are no choice";
+  sheet->setCurrentText("Power");
+  Type(Line("WorkbookRange"), "A1:B4");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return PreviewRow(0) == "Minute|Power [%]"; }));
+  Press("GuessSource");
+  Press("ApplySource");
+  EXPECT_EQ(Ys(0), (std::vector<double>{100, 90, 80})) << "the columns of the other sheet";
+  EXPECT_EQ(Series(1).Source().TablePart, "Heating") << "the other DataSet stays";
+  Run("EditUndo1");
+  EXPECT_EQ(Ys(0).size(), 239U);
+}
+
+TEST_F(DataEditorTest, OtherArraysAreTickedInTheList) {
+  OpenExample("buoy.nc");
+  auto* const list = editor_->findChild<QTreeWidget*>("ArrayList");
+  ASSERT_NE(list, nullptr);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return list->topLevelItemCount() == 4; }));
+  list->findItems("wave_height", Qt::MatchExactly).front()->setCheckState(0, Qt::Checked);
+  EXPECT_EQ(Line("ArrayPaths")->text(), "wave_height");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return PreviewRow(0).startsWith("45078|0.61"); }));
+  Press("GuessSource");
+  Press("ApplySource");
+  EXPECT_FLOAT_EQ(static_cast<float>(Ys(0).front()), 0.61F);
+  EXPECT_EQ(Series(0).Source().TablePart, "wave_height");
 }
 
 TEST_F(DataEditorTest, ReadsByOtherSettingsAsOneStepAndCutsAllDataSetsOfTheFileAlike) {

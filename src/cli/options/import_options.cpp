@@ -111,16 +111,16 @@ void AddDatabaseOptions(Command& command, ImportArguments& arguments) {
 
 void AddPartOptions(Command& command, ImportArguments& arguments) {
   const char* group = "Reading a workbook or a file of arrays";
-  const Option sheet =
-      command
-          .Add("--sheet", arguments.sheet,
-               "Sheet of the workbook; default: the one with the most numbers")
-          .Group(group);
+  const Option sheet = command
+                           .Add("--sheet", arguments.sheet,
+                                "Sheet of the workbook; default: the one with the most numbers")
+                           .Group(group);
   const Option range =
       command.Add("--range", arguments.range, "Cells of the sheet: A1:C9, A:C or 1:9").Group(group);
   command
       .Add("--array", arguments.arrays,
-           "Array by its path, or all in a group; repeat for several; default: the most of one length")
+           "Array by its path, or all in a group; repeat for several; default: the most of one "
+           "length")
       .Group(group)
       .Repeated()
       .Excludes(sheet)

@@ -12,7 +12,8 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::string_view kOldWorkbook =
-    "Workbooks of the old binary kind (.xls) cannot be read; save it as .xlsx or .ods and open that";
+    "Workbooks of the old binary kind (.xls) cannot be read; save it as .xlsx or .ods and open "
+    "that";
 constexpr std::string_view kLockedWorkbook =
     "The workbook is protected by a password; save it without one and open that";
 constexpr std::string_view kZippedWorkbook = "The file is a workbook, not text";

@@ -83,22 +83,23 @@ void ArraysEdit::Show(const TDSInfo& info) {
 }
 
 void ArraysEdit::AskForArrays(const TDSInfo& info) {
-  arrays_->Begin([this, file = SourcePlace(info).string()](Progress& progress) -> LatestWork::Answer {
-    std::vector<NamedArray> found;
-    try {
-      found = ArraysOf(file, progress);
-    } catch (const Error&) {
-      // What keeps the file from being read is told where its rows are shown; paths can be typed.
-    }
-    return [this, found] {
-      const QSignalBlocker quiet(list_);
-      list_->clear();
-      for (const NamedArray& array : found) list_->addTopLevelItem(ItemOf(array));
-      list_->resizeColumnToContents(0);
-      list_->resizeColumnToContents(1);
-      MarkTyped();
-    };
-  });
+  arrays_->Begin(
+      [this, file = SourcePlace(info).string()](Progress& progress) -> LatestWork::Answer {
+        std::vector<NamedArray> found;
+        try {
+          found = ArraysOf(file, progress);
+        } catch (const Error&) {
+          // What keeps the file from being read is told where its rows are shown; paths can be typed.
+        }
+        return [this, found] {
+          const QSignalBlocker quiet(list_);
+          list_->clear();
+          for (const NamedArray& array : found) list_->addTopLevelItem(ItemOf(array));
+          list_->resizeColumnToContents(0);
+          list_->resizeColumnToContents(1);
+          MarkTyped();
+        };
+      });
 }
 
 void ArraysEdit::MarkTyped() {

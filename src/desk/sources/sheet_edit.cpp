@@ -18,6 +18,15 @@ namespace {
 
 constexpr int kSheetLetters = 24;
 
+/// Where names and the first row stand is said of one sheet.
+void ForgetRows(TDSInfo& info) {
+  const TDSInfo fresh;
+  for (const auto member :
+       {&TDSInfo::FileHasHeaders, &TDSInfo::NamesLine, &TDSInfo::UnitsLine, &TDSInfo::TableLines}) {
+    info.*member = fresh.*member;
+  }
+}
+
 }  // namespace
 
 SheetEdit::SheetEdit(QWidget* parent)
@@ -57,27 +66,30 @@ void SheetEdit::Show(const TDSInfo& info) {
 }
 
 void SheetEdit::AskForSheets(const TDSInfo& info) {
-  names_->Begin([this, file = SourcePlace(info).string()](Progress& progress) -> LatestWork::Answer {
-    QStringList names;
-    try {
-      for (const std::string& name : SheetsOf(file, progress)) names << ToQt(name);
-    } catch (const Error&) {
-      // What keeps the file from being read is told where its rows are shown; names can be typed.
-    }
-    return [this, names] {
-      const QSignalBlocker quiet(this);
-      const QString typed = sheet_->currentText();
-      sheet_->clear();
-      sheet_->addItems(names);
-      sheet_->setEditText(typed);
-    };
-  });
+  names_->Begin(
+      [this, file = SourcePlace(info).string()](Progress& progress) -> LatestWork::Answer {
+        QStringList names;
+        try {
+          for (const std::string& name : SheetsOf(file, progress)) names << ToQt(name);
+        } catch (const Error&) {
+          // What keeps the file from being read is told where its rows are shown; names can be typed.
+        }
+        return [this, names] {
+          const QSignalBlocker quiet(this);
+          const QString typed = sheet_->currentText();
+          sheet_->clear();
+          sheet_->addItems(names);
+          sheet_->setEditText(typed);
+        };
+      });
 }
 
 std::optional<QString> SheetEdit::Take(TDSInfo& info) const {
   try {
-    info.TablePart =
-        TypedSheetPart(sheet_->currentText().toStdString(), range_->text().toStdString()).Text();
+    const SheetPart part =
+        TypedSheetPart(sheet_->currentText().toStdString(), range_->text().toStdString());
+    if (part.sheet != ParseSheetPart(info.TablePart).sheet) ForgetRows(info);
+    info.TablePart = part.Text();
     return std::nullopt;
   } catch (const Error& error) {
     return ToQt(error.what());

@@ -23,6 +23,7 @@
 #include "desk/sources/place_edits.h"
 #include "desk/widgets/text.h"
 #include "desk/work/latest_work.h"
+#include "editors/data/guessed_columns.h"
 #include "editors/data/point_counter.h"
 #include "graph/series_of_whole.h"
 #include "sources/all_source_kinds.h"
@@ -320,14 +321,10 @@ void SourcePage::Guess() {
     NoProgress silent;
     const TDSInfo before = draft_.Source();
     const ImportSource guessed = LookAnew(before, silent);
-    TDSInfo info = guessed.info;
+    TDSInfo info = WithColumns(guessed, before);
     info.DatasourceInfo = before.DatasourceInfo;
     info.RelativeSource = before.RelativeSource;
     info.GraphFolder = before.GraphFolder;
-    for (const auto member : {&TDSInfo::XDataColumn, &TDSInfo::YDataColumn, &TDSInfo::YErrorColumn,
-                              &TDSInfo::XErrorColumn, &TDSInfo::XColExpr, &TDSInfo::YColExpr}) {
-      info.*member = before.*member;
-    }
     info.RowChoiceMode = before.RowChoiceMode;
     info.RowChoiceValue1 = before.RowChoiceValue1;
     info.RowChoiceValue2 = before.RowChoiceValue2;
@@ -353,8 +350,8 @@ void SourcePage::Apply() {
     const std::vector<TSeries*> whole = SeriesOfWhole(document.WholeGraph());
     for (std::size_t place = 0; place < whole.size(); ++place) {
       const TDSInfo& other = whole[place]->Source();
-      const bool same_table = SameTable(other, draft_.BegunWith()) &&
-                              other.TablePart == draft_.Source().TablePart;
+      const bool same_table =
+          SameTable(other, draft_.BegunWith()) && other.TablePart == draft_.Source().TablePart;
       if (place == sources.front().place || !same_table) continue;
       const TDSInfo alike = draft_.CutAlike(other);
       if (alike != other) sources.push_back({place, alike});

@@ -33,7 +33,8 @@ ColumnAxes AxesOfColumn(const std::vector<std::uint64_t>& lengths, const ColumnP
   }
   const std::uint64_t columns = axes.size() == 2 ? lengths[axes[1]] : 1;
   if (place.column >= columns) {
-    throw Error("The array \"" + place.path + "\" has " + std::to_string(columns) + " columns only");
+    throw Error("The array \"" + place.path + "\" has " + std::to_string(columns) +
+                " columns only");
   }
   const std::uint64_t rows = lengths[axes[0]];
   if ((place.rows == 0 || place.rows > kMostRows) && rows > kMostRows) {
@@ -46,7 +47,8 @@ ColumnAxes AxesOfColumn(const std::vector<std::uint64_t>& lengths, const ColumnP
 std::string ListOf(ArrayFile& file) {
   std::string list;
   for (const ArrayInfo& array : file.Arrays()) {
-    list += "array\t" + array.path + '\t' + array.member + (array.numbers ? "\tnumbers" : "\tother");
+    list +=
+        "array\t" + array.path + '\t' + array.member + (array.numbers ? "\tnumbers" : "\tother");
     for (std::size_t i = 0; i < array.lengths.size(); ++i) {
       list += '\t' + std::to_string(array.lengths[i]) + '\t' + Plain(array.axes[i]);
     }

@@ -13,8 +13,7 @@ namespace tarnwick {
 
 /// The attributes that say what an array holds.
 inline constexpr std::array<const char*, 7> kToldAttributes = {
-    "units",        "calendar",     "long_name",  "_FillValue",
-    "missing_value", "scale_factor", "add_offset"};
+    "units", "calendar", "long_name", "_FillValue", "missing_value", "scale_factor", "add_offset"};
 
 /// One array, or one member of an array of records.
 struct ArrayInfo {

@@ -49,8 +49,8 @@ bool StandsHere(const Hdf5Handle& dataset) {
 
 /// A column is read as records of one member, or as values; these are `width` numbers each.
 struct Reading {
-  Hdf5Handle memory;   // the type that the library fills in
-  Hdf5Handle number;   // what each number in it is
+  Hdf5Handle memory;  // the type that the library fills in
+  Hdf5Handle number;  // what each number in it is
   std::size_t width = 1;
 };
 
@@ -92,7 +92,8 @@ class Hdf5 final : public ArrayFile {
         place.rows == 0 ? lengths[axes.rows] : std::min(place.rows, lengths[axes.rows]);
     std::vector<double> values;
     values.reserve(rows);
-    const std::size_t size = std::max(H5Tget_size(reading.memory.Id()), reading.width * sizeof(double));
+    const std::size_t size =
+        std::max(H5Tget_size(reading.memory.Id()), reading.width * sizeof(double));
     const std::uint64_t block = std::max<std::uint64_t>(kBlockBytes / size, 1);
     for (std::uint64_t row = 0; row < rows; row += block) {
       start[axes.rows] = row;
@@ -108,16 +109,20 @@ class Hdf5 final : public ArrayFile {
  private:
   void Take(const char* name) {
     const std::string path(name);
-    const bool plain = std::ranges::none_of(
-        path, [](char c) { return static_cast<unsigned char>(c) < ' '; });
+    const bool plain =
+        std::ranges::none_of(path, [](char c) { return static_cast<unsigned char>(c) < ' '; });
     // References of a common program's own, which nobody calls by name.
     if (!plain || path.starts_with("#refs#")) return;
     const Hdf5Handle dataset = Dataset(H5Dopen2(file_.Id(), name, H5P_DEFAULT));
     if (!dataset.Good() || !StandsHere(dataset)) return;
     if (AttributeText(dataset.Id(), "NAME").starts_with(kNoVariable)) return;
     const Hdf5Handle type = Type(H5Dget_type(dataset.Id()));
-    ArrayInfo info{.path = path, .member = {}, .numbers = ElementOf(type.Id()) != Element::Other,
-                   .lengths = {}, .axes = {}, .attributes = {}};
+    ArrayInfo info{.path = path,
+                   .member = {},
+                   .numbers = ElementOf(type.Id()) != Element::Other,
+                   .lengths = {},
+                   .axes = {},
+                   .attributes = {}};
     const std::vector<std::uint64_t> lengths = LengthsOf(dataset);
     const std::vector<std::string> scales = ScalesOf(dataset.Id(), lengths.size());
     for (const std::size_t axis : LongAxes(lengths)) {
@@ -174,8 +179,9 @@ class Hdf5 final : public ArrayFile {
     if (records == place.member.empty()) throw refuse();
     const int at = records ? H5Tget_member_index(stored.Id(), place.member.c_str()) : 0;
     if (at < 0) throw refuse();
-    const Hdf5Handle value = Type(records ? H5Tget_member_type(stored.Id(), static_cast<unsigned>(at))
-                                          : H5Tcopy(stored.Id()));
+    const Hdf5Handle value =
+        Type(records ? H5Tget_member_type(stored.Id(), static_cast<unsigned>(at))
+                     : H5Tcopy(stored.Id()));
     const std::size_t width = WidthOf(value);
     const Hdf5Handle element = NumberType(value);
     if (width == 0 || ElementOf(element.Id()) == Element::Other) throw refuse();

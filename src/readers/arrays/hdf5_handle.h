@@ -32,10 +32,20 @@ class Hdf5Handle {
   herr_t (*close_)(hid_t);
 };
 
-inline Hdf5Handle Dataset(hid_t id) { return {id, &H5Dclose}; }
-inline Hdf5Handle Space(hid_t id) { return {id, &H5Sclose}; }
-inline Hdf5Handle Type(hid_t id) { return {id, &H5Tclose}; }
-inline Hdf5Handle Attribute(hid_t id) { return {id, &H5Aclose}; }
-inline Hdf5Handle Properties(hid_t id) { return {id, &H5Pclose}; }
+inline Hdf5Handle Dataset(hid_t id) {
+  return {id, &H5Dclose};
+}
+inline Hdf5Handle Space(hid_t id) {
+  return {id, &H5Sclose};
+}
+inline Hdf5Handle Type(hid_t id) {
+  return {id, &H5Tclose};
+}
+inline Hdf5Handle Attribute(hid_t id) {
+  return {id, &H5Aclose};
+}
+inline Hdf5Handle Properties(hid_t id) {
+  return {id, &H5Pclose};
+}
 
 }  // namespace tarnwick

@@ -32,7 +32,8 @@ class Netcdf final : public ArrayFile {
       throw Error("The NetCDF file is cut short: its header claims more values than it holds");
     }
     if (const int status = nc_open(file.c_str(), NC_NOWRITE, &id_); status != NC_NOERR) {
-      throw Error(std::string("The NetCDF file is damaged or cut short (") + nc_strerror(status) + ")");
+      throw Error(std::string("The NetCDF file is damaged or cut short (") + nc_strerror(status) +
+                  ")");
     }
   }
   ~Netcdf() override { nc_close(id_); }
@@ -59,8 +60,7 @@ class Netcdf final : public ArrayFile {
     count[axes.rows] = place.rows == 0 ? rows : std::min(place.rows, rows);
     std::vector<double> values(count[axes.rows]);
     if (values.empty()) return values;
-    const int status =
-        nc_get_vara_double(id_, variable, start.data(), count.data(), values.data());
+    const int status = nc_get_vara_double(id_, variable, start.data(), count.data(), values.data());
     // A value that a double cannot hold is out of range, and the others are read.
     if (status != NC_ERANGE) Check(status, place.path.c_str());
     return values;
@@ -75,7 +75,8 @@ class Netcdf final : public ArrayFile {
   Shape ShapeOf(int variable) const {
     int count = 0;
     Check(nc_inq_varndims(id_, variable, &count), "a variable");
-    if (count > kMostAxes) return {std::vector<std::uint64_t>(kMostAxes, 2), std::vector<std::string>(kMostAxes)};
+    if (count > kMostAxes)
+      return {std::vector<std::uint64_t>(kMostAxes, 2), std::vector<std::string>(kMostAxes)};
     std::array<int, kMostAxes> ids{};
     Check(nc_inq_vardimid(id_, variable, ids.data()), "a variable");
     Shape shape;
@@ -95,8 +96,12 @@ class Netcdf final : public ArrayFile {
     Check(nc_inq_varname(id_, variable, name.data()), "a variable");
     Check(nc_inq_vartype(id_, variable, &type), "a variable");
     const Shape shape = ShapeOf(variable);
-    ArrayInfo info{.path = name.data(), .member = {}, .numbers = HoldsNumbers(type), .lengths = {},
-                   .axes = {}, .attributes = {}};
+    ArrayInfo info{.path = name.data(),
+                   .member = {},
+                   .numbers = HoldsNumbers(type),
+                   .lengths = {},
+                   .axes = {},
+                   .attributes = {}};
     for (const std::size_t axis : LongAxes(shape.lengths)) {
       info.lengths.push_back(shape.lengths[axis]);
       info.axes.push_back(shape.axes[axis]);

@@ -20,12 +20,11 @@ std::string Answer(std::span<char* const> words) {
     throw tarnwick::Error("Tarnwick reads workbooks by this program; it is not called alone");
   }
   const tarnwick::ZipParts parts(words[0]);
-  return tarnwick::AnswerOf(*tarnwick::OpenWorkbook(parts),
-                            {words[1],
-                             {.first_row = Number(words[2]),
-                              .last_row = Number(words[3]),
-                              .first_column = Number(words[4]),
-                              .last_column = Number(words[5])}});
+  return tarnwick::AnswerOf(*tarnwick::OpenWorkbook(parts), {words[1],
+                                                             {.first_row = Number(words[2]),
+                                                              .last_row = Number(words[3]),
+                                                              .first_column = Number(words[4]),
+                                                              .last_column = Number(words[5])}});
 }
 
 }  // namespace

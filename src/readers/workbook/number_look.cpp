@@ -80,8 +80,8 @@ NumberLook LookOfBuiltIn(int number) {
   if (number == 9 || number == 10) return NumberLook::Percent;
   if (number == 46) return NumberLook::Duration;
   if ((number >= 18 && number <= 21) || number == 45 || number == 47) return NumberLook::Time;
-  const bool date =
-      (number >= 14 && number <= 22) || (number >= 27 && number <= 36) || (number >= 50 && number <= 58);
+  const bool date = (number >= 14 && number <= 22) || (number >= 27 && number <= 36) ||
+                    (number >= 50 && number <= 58);
   return date ? NumberLook::Date : NumberLook::Number;
 }
 
@@ -104,7 +104,8 @@ std::string TimeText(double seconds) {
 }
 
 std::string DayText(double days, NumberLook look, DayZero zero) {
-  const bool time = look == NumberLook::Duration || (look == NumberLook::Time && days < kLongestTime);
+  const bool time =
+      look == NumberLook::Duration || (look == NumberLook::Time && days < kLongestTime);
   if (look == NumberLook::Number || !std::isfinite(days) || days < 0) return ShortestText(days);
   if (time) return days < kLongestTime ? TimeText(days * kSecondsPerDay) : ShortestText(days);
   if (zero == DayZero::In1904) {

@@ -172,9 +172,11 @@ class OdsCells final : public XmlHandler {
     column_ += cell_repeats_;
     if (TrimBlanks(cell_.text).empty() && !cell_.error) return;
     if (column_ > kMostSheetColumns) {
-      throw Error("The workbook is damaged: a sheet claims " + std::to_string(column_) + " columns");
+      throw Error("The workbook is damaged: a sheet claims " + std::to_string(column_) +
+                  " columns");
     }
-    for (std::int64_t column = first; column <= column_; ++column) cells_.emplace_back(column, cell_);
+    for (std::int64_t column = first; column <= column_; ++column)
+      cells_.emplace_back(column, cell_);
   }
 
   void EndRow() {
@@ -204,8 +206,8 @@ class OdsCells final : public XmlHandler {
   const CellRange& range_;
   const SheetTaker& take_;
   std::optional<SheetText> text_;  // of the sheet, where it is wanted
-  int depth_ = 0;    // of tables: cells may hold others
-  int outside_ = 0;  // elements deep in what is no content
+  int depth_ = 0;                  // of tables: cells may hold others
+  int outside_ = 0;                // elements deep in what is no content
   std::int64_t row_ = 0;
   std::int64_t row_repeats_ = 1;
   std::int64_t column_ = 0;
@@ -228,7 +230,8 @@ class Ods final : public Workbook {
 
   void Read(std::string_view only, const CellRange& range, const SheetTaker& take) override {
     OdsCells cells(only, range, take);
-    ReadXml(kContent, [&](const auto& take_bytes) { parts_.Read(kContent, take_bytes); }, cells);
+    ReadXml(
+        kContent, [&](const auto& take_bytes) { parts_.Read(kContent, take_bytes); }, cells);
     sheets_ = std::move(cells.sheets);
   }
   const std::vector<SheetName>& Sheets() const override { return sheets_; }

@@ -66,8 +66,7 @@ std::string AnswerOf(Workbook& workbook, const SheetRequest& request) {
     const std::int64_t count = counted == numbers.end() ? 0 : counted->second;
     answer += "sheet\t" + Plain(sheets[i].name) + '\t' + std::to_string(count) + '\n';
   }
-  answer += "read\t" + Plain(chosen) + "\nerrors\t" + std::to_string(best->Errors()) +
-            "\n\n";
+  answer += "read\t" + Plain(chosen) + "\nerrors\t" + std::to_string(best->Errors()) + "\n\n";
   return answer + best->Lines();
 }
 

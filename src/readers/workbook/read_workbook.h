@@ -9,7 +9,8 @@ namespace tarnwick {
 
 /// What of a workbook is wanted.
 struct SheetRequest {
-  std::string sheet;  ///< empty: the one with the most numbers, of those that are not hidden if any has numbers
+  std::string
+      sheet;  ///< empty: the one with the most numbers, of those that are not hidden if any has numbers
   CellRange range;
 };
 

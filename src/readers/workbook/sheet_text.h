@@ -44,8 +44,8 @@ class SheetText {
   void Append(std::string_view text);
 
   CellRange range_;
-  std::string lines_;            // every cell with the tabs before it, rows without what is empty behind
-  std::int64_t row_ = 1;         // that lines_ ends in
+  std::string lines_;     // every cell with the tabs before it, rows without what is empty behind
+  std::int64_t row_ = 1;  // that lines_ ends in
   std::int64_t column_ = 0;      // the same, of the range, 0 before the first cell
   std::int64_t source_row_ = 0;  // of the sheet, whether inside or not
   std::int64_t source_column_ = 0;

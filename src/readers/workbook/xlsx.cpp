@@ -17,7 +17,8 @@ namespace {
 constexpr std::size_t kMostStringBytes = std::size_t{512} << 20;
 
 void ReadPart(const ZipParts& parts, const std::string& part, XmlHandler& handler) {
-  ReadXml(part, [&](const auto& take) { parts.Read(part, take); }, handler);
+  ReadXml(
+      part, [&](const auto& take) { parts.Read(part, take); }, handler);
 }
 
 std::optional<std::int64_t> WholeNumber(std::string_view text) {
@@ -124,7 +125,8 @@ class SharedStrings final : public XmlHandler {
   void Text(std::string_view text) override {
     if (!in_text_ || texts.empty()) return;
     bytes_ += text.size();
-    if (bytes_ > kMostStringBytes) throw Error("The texts of the workbook are too large to be read");
+    if (bytes_ > kMostStringBytes)
+      throw Error("The texts of the workbook are too large to be read");
     texts.back() += text;
   }
 
@@ -148,9 +150,9 @@ class Styles final : public XmlHandler {
     const std::string format(attributes["numFmtId"]);
     const auto own = codes_.find(format);
     const std::optional<std::int64_t> number = WholeNumber(format);
-    looks.push_back(own != codes_.end() ? own->second
-                                        : LookOfBuiltIn(static_cast<int>(
-                                              number && *number < 1000 ? *number : 0)));
+    looks.push_back(own != codes_.end()
+                        ? own->second
+                        : LookOfBuiltIn(static_cast<int>(number && *number < 1000 ? *number : 0)));
   }
   void End(std::string_view name) override { in_cells_ = in_cells_ && name != "cellXfs"; }
   void Text(std::string_view) override {}

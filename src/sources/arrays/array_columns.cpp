@@ -17,10 +17,10 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int64_t kMostRows = std::int64_t{200} << 20;
-constexpr std::int64_t kMostUnasked = 64;     // columns of an array that nobody named
-constexpr std::int64_t kMostAsked = 1000;     // of one that the user names
-constexpr std::size_t kMostNames = 5;         // in a sentence
-constexpr std::size_t kMostNameBytes = 60;    // a longer description is no name
+constexpr std::int64_t kMostUnasked = 64;              // columns of an array that nobody named
+constexpr std::int64_t kMostAsked = 1000;              // of one that the user names
+constexpr std::size_t kMostNames = 5;                  // in a sentence
+constexpr std::size_t kMostNameBytes = 60;             // a longer description is no name
 constexpr float kUnwritten = 9.9692099683868690e+36F;  // stands where nothing was written
 
 /// How long a column of the array is; nothing where it makes none.
@@ -128,7 +128,8 @@ Arrays AskedFor(std::span<const NamedArray> arrays, std::span<const std::string>
     if (named.empty()) {
       std::vector<std::string> known;
       for (const NamedArray& array : arrays) known.push_back(Shape(array));
-      throw FileError("There is no array \"" + path + '"', file, "arrays: " + Listed(known, kMostNames));
+      throw FileError("There is no array \"" + path + '"', file,
+                      "arrays: " + Listed(known, kMostNames));
     }
     Arrays columns;
     std::ranges::copy_if(named, std::back_inserter(columns), [](const NamedArray* array) {
@@ -156,8 +157,8 @@ void PutAxisFirst(std::span<const NamedArray> arrays, Arrays& chosen) {
   const std::string& axis = chosen.front()->axes.front();
   if (axis.empty()) return;
   const auto found = std::ranges::find_if(arrays, [&](const NamedArray& array) {
-    return array.path == axis && array.member.empty() && array.lengths.size() == 1 && array.numbers &&
-           array.lengths.front() == chosen.front()->lengths.front();
+    return array.path == axis && array.member.empty() && array.lengths.size() == 1 &&
+           array.numbers && array.lengths.front() == chosen.front()->lengths.front();
   });
   if (found == arrays.end()) return;
   std::erase(chosen, &*found);
@@ -202,7 +203,8 @@ StoredMeaning MeaningOf(const NamedArray& array, std::vector<std::string>& notes
 }
 
 /// The last part of a path, or the longer name that the array has, with its unit.
-std::string NameOf(const NamedArray& array, const StoredMeaning& meaning, const std::string& place) {
+std::string NameOf(const NamedArray& array, const StoredMeaning& meaning,
+                   const std::string& place) {
   const std::string full = array.FullPath();
   const std::string described = array.Attribute("long_name");
   const bool named = !described.empty() && described.size() <= kMostNameBytes;
@@ -238,7 +240,8 @@ double StoredMeaning::ValueOf(double stored) const {
   if (std::ranges::find(missing, stored) != missing.end()) return kMissingValue;
   const double value = stored * scale + offset;
   if (std::isfinite(value)) return value;
-  const bool told = std::isnan(stored) && std::ranges::any_of(missing, [](double m) { return std::isnan(m); });
+  const bool told =
+      std::isnan(stored) && std::ranges::any_of(missing, [](double m) { return std::isnan(m); });
   return told ? kMissingValue : kNotNumberValue;
 }
 

@@ -13,7 +13,8 @@ constexpr char kBetween = ';';
 
 std::string ArraysText(std::span<const std::string> paths) {
   std::string text;
-  for (const std::string& path : paths) text += (text.empty() ? "" : std::string(1, kBetween)) + path;
+  for (const std::string& path : paths)
+    text += (text.empty() ? "" : std::string(1, kBetween)) + path;
   return text;
 }
 

@@ -26,20 +26,18 @@ using namespace std::string_view_literals;
 constexpr ReaderProgram kReader = {"tarnwick-arrays", "HDF5 and NetCDF files"};
 constexpr std::int64_t kJudgedRows = 400;
 
-constexpr SourceSetting kSettings[] = {{"TablePart", Opens}, {"XDataColumn"},
-                                       {"YDataColumn"},      {"YErrorColumn"},
-                                       {"XErrorColumn"},     {"XFormat"},
-                                       {"YFormat"},          {"RowSamplingFrequency"},
-                                       {"AutoRowHitFreq"},   {"AllRows"},
-                                       {"RowChoiceMode"},    {"RowChoiceValue1"},
-                                       {"RowChoiceValue2"},  {"XColExpr"},
-                                       {"YColExpr"}};
+constexpr SourceSetting kSettings[] = {
+    {"TablePart", Opens}, {"XDataColumn"}, {"YDataColumn"},   {"YErrorColumn"},
+    {"XErrorColumn"},     {"XFormat"},     {"YFormat"},       {"RowSamplingFrequency"},
+    {"AutoRowHitFreq"},   {"AllRows"},     {"RowChoiceMode"}, {"RowChoiceValue1"},
+    {"RowChoiceValue2"},  {"XColExpr"},    {"YColExpr"}};
 
 /// The mark of one of the formats stands at the beginning, or behind a block of another program's own.
 bool HoldsArrays(std::string_view bytes) {
   constexpr std::string_view kHdf5 = "\x89HDF\r\n\x1A\n"sv;
   constexpr std::size_t kLastPlace = 1 << 20;
-  if (bytes.starts_with("CDF\1"sv) || bytes.starts_with("CDF\2"sv) || bytes.starts_with("CDF\5"sv)) {
+  if (bytes.starts_with("CDF\1"sv) || bytes.starts_with("CDF\2"sv) ||
+      bytes.starts_with("CDF\5"sv)) {
     return true;
   }
   if (bytes.starts_with(kHdf5)) return true;
@@ -59,7 +57,8 @@ struct OpenedArrays {
   }
 
   /// The first `rows` (0: all) of each.
-  std::vector<std::vector<double>> Read(std::span<const ArrayColumn> columns, std::int64_t rows) const {
+  std::vector<std::vector<double>> Read(std::span<const ArrayColumn> columns,
+                                        std::int64_t rows) const {
     std::vector<std::string> words = {"read", on_disk.Path(), std::to_string(rows)};
     for (const ArrayColumn& column : columns) {
       words.insert(words.end(), {column.path, column.member, std::to_string(column.column)});
@@ -69,7 +68,8 @@ struct OpenedArrays {
     const std::size_t count = bytes.size() / sizeof(double) / columns.size();
     std::vector<std::vector<double>> values(columns.size(), std::vector<double>(count));
     for (std::size_t i = 0; i < columns.size() && count > 0; ++i) {
-      std::memcpy(values[i].data(), bytes.data() + i * count * sizeof(double), count * sizeof(double));
+      std::memcpy(values[i].data(), bytes.data() + i * count * sizeof(double),
+                  count * sizeof(double));
     }
     return values;
   }
@@ -78,11 +78,13 @@ struct OpenedArrays {
   std::string name;
 };
 
-std::unique_ptr<TDataSupplier> SupplierOf(std::shared_ptr<const OpenedArrays> file, ArrayTable table) {
+std::unique_ptr<TDataSupplier> SupplierOf(std::shared_ptr<const OpenedArrays> file,
+                                          ArrayTable table) {
   const std::string name = file->name;
   return std::make_unique<TArraySupplier>(
-      std::move(table), name,
-      [file = std::move(file)](std::span<const ArrayColumn> columns) { return file->Read(columns, 0); });
+      std::move(table), name, [file = std::move(file)](std::span<const ArrayColumn> columns) {
+        return file->Read(columns, 0);
+      });
 }
 
 std::vector<ColumnGuess> Judge(const OpenedArrays& file, const ArrayTable& table) {
@@ -105,8 +107,8 @@ void Examine(FileToExamine file, ImportSource& source) {
   const std::vector<std::string> asked = ParseArrays(file.options.table_part);
   ArrayTable table = ChooseArrays(opened->List(file.progress), asked, file.name);
   // Of several lengths the one that was taken is kept: another may be the most common one of the file one day.
-  source.info.TablePart = asked.empty() && !table.notes.empty() ? ArraysText(table.read)
-                                                                : file.options.table_part;
+  source.info.TablePart =
+      asked.empty() && !table.notes.empty() ? ArraysText(table.read) : file.options.table_part;
   source.columns = Judge(*opened, table);
   source.notes = table.notes;
   source.supplier = SupplierOf(opened, std::move(table));

@@ -55,7 +55,7 @@ class TArraySupplier final : public TDataSupplier, private BlockSource {
   std::vector<std::string> names_;
   std::string name_;
   ArrayReader read_;
-  std::int64_t row_ = 0;  // from 0
+  std::int64_t row_ = 0;                          // from 0
   mutable std::map<std::size_t, Values> values_;  // of the columns asked for so far, as they mean
 };
 

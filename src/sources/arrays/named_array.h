@@ -14,7 +14,7 @@ struct NamedArray {
   std::string member;  ///< of an array of records; else empty
   bool numbers = false;
   std::vector<std::int64_t> lengths;  ///< values along each axis that has more than one
-  std::vector<std::string> axes;      ///< the array that gives each axis its values; empty: none does
+  std::vector<std::string> axes;  ///< the array that gives each axis its values; empty: none does
   std::map<std::string, std::string> attributes;
 
   /// "run/table/voltage".

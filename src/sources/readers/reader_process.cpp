@@ -26,14 +26,15 @@ namespace tarnwick {
 namespace {
 
 constexpr std::string_view kTitle = "Loading data";
-constexpr int kPause = 50;         // ms between two looks at whether the user cancelled
-constexpr int kQuietPauses = 10;   // before progress is shown
+constexpr int kPause = 50;        // ms between two looks at whether the user cancelled
+constexpr int kQuietPauses = 10;  // before progress is shown
 constexpr std::size_t kMostAnswer = std::size_t{8} << 30;
 constexpr std::size_t kMostTrouble = 4096;
 
 std::string FindProgram(const ReaderProgram& program, const std::string& file) {
   std::error_code error;  // what cannot be asked is not there
-  const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+  const std::filesystem::path own =
+      std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
   std::vector<std::filesystem::path> folders = {own, own.parent_path() / "lib" / "tarnwick"};
   for (const QString& folder : QCoreApplication::libraryPaths()) {
     folders.emplace_back(folder.toStdString());
@@ -152,7 +153,8 @@ std::string FirstLine(const std::string& text) {
 
 std::string WhyEnded(int status, const std::string& said) {
   if (WIFEXITED(status) && !said.empty()) return said;
-  return "The reader of such files ended before its time: the file is damaged, or holds more than can be read";
+  return "The reader of such files ended before its time: the file is damaged, or holds more than "
+         "can be read";
 }
 
 }  // namespace

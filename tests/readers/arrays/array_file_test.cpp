@@ -32,7 +32,8 @@ void Write(hid_t file, const char* path, hid_t type, const std::vector<hsize_t>&
 /// A column with a unit, a table of 3 × 2, truth values, records, and an array of a million million values that were never written.
 std::string MadeHdf5(const TemporaryFolder& folder) {
   const std::string name = folder.File("made.h5").string();
-  const Hdf5Handle file(H5Fcreate(name.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT), &H5Fclose);
+  const Hdf5Handle file(H5Fcreate(name.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT),
+                        &H5Fclose);
   const double values[] = {1, 2.5, 3, 4, 5, 6};
   Write(file.Id(), "run/t", H5T_NATIVE_DOUBLE, {3, 1}, values);
   Write(file.Id(), "run/table", H5T_NATIVE_DOUBLE, {3, 2}, values);
@@ -64,8 +65,8 @@ std::string MadeHdf5(const TemporaryFolder& folder) {
   const Hdf5Handle text = Type(H5Tcopy(H5T_C_S1));
   H5Tset_size(text.Id(), 2);
   const Hdf5Handle one = Space(H5Screate(H5S_SCALAR));
-  const Hdf5Handle unit = Attribute(
-      H5Acreate2(absurd.Id(), "units", text.Id(), one.Id(), H5P_DEFAULT, H5P_DEFAULT));
+  const Hdf5Handle unit =
+      Attribute(H5Acreate2(absurd.Id(), "units", text.Id(), one.Id(), H5P_DEFAULT, H5P_DEFAULT));
   H5Awrite(unit.Id(), text.Id(), "mV");
   return name;
 }
@@ -113,13 +114,22 @@ TEST(Hdf5Test, ArraysAreListedAndReadAsColumns) {
   EXPECT_EQ(file->Column({"records", "count", 0, 0}), (Values{7, 8, 9}));
   EXPECT_EQ(file->Column({"records", "pair", 1, 0}), (Values{2, 4, 6}));
   EXPECT_EQ(file->Column({"absurd", "", 0, 2}), (Values{0, 0}));
-  EXPECT_EQ(Refusal([&] { file->Column({"absurd", "", 0, 0}); }),
+  EXPECT_EQ(Refusal([&] {
+              file->Column({"absurd", "", 0, 0});
+            }),
             "The array \"absurd\" claims 1000000000000 values, more than can be read");
-  EXPECT_EQ(Refusal([&] { file->Column({"run/table", "", 2, 0}); }),
+  EXPECT_EQ(Refusal([&] {
+              file->Column({"run/table", "", 2, 0});
+            }),
             "The array \"run/table\" has 2 columns only");
-  EXPECT_EQ(Refusal([&] { file->Column({"records", "none", 0, 0}); }),
+  EXPECT_EQ(Refusal([&] {
+              file->Column({"records", "none", 0, 0});
+            }),
             "The array \"records\" holds no numbers called \"none\"");
-  EXPECT_EQ(Refusal([&] { file->Column({"run", "", 0, 0}); }), "There is no array \"run\" in the file");
+  EXPECT_EQ(Refusal([&] {
+              file->Column({"run", "", 0, 0});
+            }),
+            "There is no array \"run\" in the file");
 }
 
 TEST(NetcdfTest, ArraysAreListedAndReadAsColumns) {

@@ -55,28 +55,34 @@ Parts Xlsx(const std::string& rows, const std::string& book = {}) {
   return {
       {"[Content_Types].xml", "<Types/>"},
       {"_rels/.rels", "<R>" + Related("r", "officeDocument", "xl/workbook.xml") + "</R>"},
-      {"xl/workbook.xml", "<workbook xmlns:r='x'>" + book +
-                              "<sheets><sheet name='One' r:id='a'/><sheet name='Chart' r:id='c'/>"
-                              "<sheet name='Kept away' state='hidden' r:id='b'/></sheets></workbook>"},
+      {"xl/workbook.xml",
+       "<workbook xmlns:r='x'>" + book +
+           "<sheets><sheet name='One' r:id='a'/><sheet name='Chart' r:id='c'/>"
+           "<sheet name='Kept away' state='hidden' r:id='b'/></sheets></workbook>"},
       {"xl/_rels/workbook.xml.rels", "<R>" + Related("a", "worksheet", "worksheets/s1.xml") +
                                          Related("b", "worksheet", "/xl/worksheets/s2.xml") +
                                          Related("c", "chartsheet", "chartsheets/s1.xml") +
                                          Related("s", "sharedStrings", "strings.xml") +
                                          Related("f", "styles", "styles.xml") + "</R>"},
-      {"xl/strings.xml", "<sst><si><t>Time</t></si><si><r><t>a</t></r><r><t>&lt;b</t></r>"
-                         "<rPh><t>read so</t></rPh></si></sst>"},
-      {"xl/styles.xml", "<styleSheet><numFmts><numFmt numFmtId='170' formatCode='[h]:mm'/></numFmts>"
-                        "<cellStyleXfs><xf numFmtId='14'/></cellStyleXfs><cellXfs><xf numFmtId='0'/>"
-                        "<xf numFmtId='14'/><xf numFmtId='20'/><xf numFmtId='170'/></cellXfs></styleSheet>"},
+      {"xl/strings.xml",
+       "<sst><si><t>Time</t></si><si><r><t>a</t></r><r><t>&lt;b</t></r>"
+       "<rPh><t>read so</t></rPh></si></sst>"},
+      {"xl/styles.xml",
+       "<styleSheet><numFmts><numFmt numFmtId='170' formatCode='[h]:mm'/></numFmts>"
+       "<cellStyleXfs><xf numFmtId='14'/></cellStyleXfs><cellXfs><xf numFmtId='0'/>"
+       "<xf numFmtId='14'/><xf numFmtId='20'/><xf numFmtId='170'/></cellXfs></styleSheet>"},
       {"xl/worksheets/s1.xml", "<worksheet><sheetData>" + rows + "</sheetData></worksheet>"},
-      {"xl/worksheets/s2.xml", "<worksheet><row><c><v>1</v></c><c><v>2</v></c><c><v>3</v></c></row></worksheet>"},
+      {"xl/worksheets/s2.xml",
+       "<worksheet><row><c><v>1</v></c><c><v>2</v></c><c><v>3</v></c></row></worksheet>"},
   };
 }
 
 Parts Ods(const std::string& rows) {
   return {{"mimetype", "application/vnd.oasis.opendocument.spreadsheet"},
-          {"content.xml", "<o:document-content xmlns:o='o' xmlns:t='t' xmlns:p='p' xmlns:c='c'>"
-                          "<t:table t:name='One'>" + rows + "</t:table></o:document-content>"}};
+          {"content.xml",
+           "<o:document-content xmlns:o='o' xmlns:t='t' xmlns:p='p' xmlns:c='c'>"
+           "<t:table t:name='One'>" +
+               rows + "</t:table></o:document-content>"}};
 }
 
 struct Row {
@@ -89,23 +95,27 @@ TEST(XlsxTest, CellsAreReadAsTheyAreShown) {
   const std::string date_below = "<row r='3'><c r='B3' s='1'><v>";
   for (const Row& row : {
            Row{"shared, inline and computed texts, a formula left alone",
-               "<row><c t='s'><v>0</v></c><c t='s'><v>1</v></c><c t='inlineStr'><is><t>in</t></is></c>"
+               "<row><c t='s'><v>0</v></c><c t='s'><v>1</v></c><c "
+               "t='inlineStr'><is><t>in</t></is></c>"
                "<c t='str'><f>A1</f><v>made</v></c><c><f>1+1</f><v>2</v></c></row>",
                "Time\ta<b\tin\tmade\t2\n"},
            Row{"gaps, empty rows and columns before the table",
-               "<row r='2'><c r='C2'><v>1.50</v></c><c r='E2'><v>-3E-7</v></c></row><row r='4'><c r='D4'><v>2</v></c></row>",
+               "<row r='2'><c r='C2'><v>1.50</v></c><c r='E2'><v>-3E-7</v></c></row><row r='4'><c "
+               "r='D4'><v>2</v></c></row>",
                "\n1.50\t\t-3E-7\n\n\t2\t\n"},
-           Row{"truth and errors", "<row><c t='b'><v>1</v></c><c t='e'><v>#N/A</v></c><c><v>4</v></c></row>",
+           Row{"truth and errors",
+               "<row><c t='b'><v>1</v></c><c t='e'><v>#N/A</v></c><c><v>4</v></c></row>",
                "1\t\t4\n"},
            Row{"days, times and what has passed",
-               "<row><c s='1'><v>45355</v></c><c s='1'><v>45355.520833333336</v></c><c s='2'><v>0.25</v></c>"
+               "<row><c s='1'><v>45355</v></c><c s='1'><v>45355.520833333336</v></c><c "
+               "s='2'><v>0.25</v></c>"
                "<c s='3'><v>1.2604166666666667</v></c><c s='1'><v>-1</v></c></row>",
                "2024-03-04\t2024-03-04 12:30:00\t06:00:00\t30:15:00\t-1\n"},
-           Row{"the leap day that 1900 had not", date_below + "59</v></c><c r='C3' s='1'><v>61</v></c></row>",
+           Row{"the leap day that 1900 had not",
+               date_below + "59</v></c><c r='C3' s='1'><v>61</v></c></row>",
                "\n\n1900-02-28\t1900-03-01\n"},
            Row{"line ends, tabs and quotes in a text",
-               "<row><c t='str'><v>\"a\tb\nc\"</v></c><c><v>1</v></c></row>",
-               "\u201Ca b c\"\t1\n"},
+               "<row><c t='str'><v>\"a\tb\nc\"</v></c><c><v>1</v></c></row>", "\u201Ca b c\"\t1\n"},
        }) {
     EXPECT_EQ(TextOf(Read(Xlsx(row.rows))), row.text) << row.what;
   }
@@ -116,21 +126,29 @@ TEST(XlsxTest, CellsAreReadAsTheyAreShown) {
 TEST(OdsTest, CellsAreReadAsTheyAreShown) {
   for (const Row& row : {
            Row{"numbers by their values, texts by their paragraphs",
-               "<t:table-row><t:table-cell o:value-type='percentage' o:value='0.125'><p:p>12.5 %</p:p></t:table-cell>"
-               "<t:table-cell o:value-type='string'><p:p>a<p:s p:c='2'/>b</p:p><p:p>c</p:p></t:table-cell>"
-               "<t:table-cell o:value-type='boolean' o:boolean-value='true'><p:p>WAHR</p:p></t:table-cell></t:table-row>",
+               "<t:table-row><t:table-cell o:value-type='percentage' o:value='0.125'><p:p>12.5 "
+               "%</p:p></t:table-cell>"
+               "<t:table-cell o:value-type='string'><p:p>a<p:s "
+               "p:c='2'/>b</p:p><p:p>c</p:p></t:table-cell>"
+               "<t:table-cell o:value-type='boolean' "
+               "o:boolean-value='true'><p:p>WAHR</p:p></t:table-cell></t:table-row>",
                "12.5%\ta  b c\t1\n"},
            Row{"days, times and errors",
                "<t:table-row><t:table-cell o:value-type='date' o:date-value='2024-03-04T12:30:00'/>"
                "<t:table-cell o:value-type='time' o:time-value='PT30H15M00.5S'/>"
-               "<t:table-cell o:value-type='float' c:value-type='error' o:value='0'><p:p>#N/A</p:p></t:table-cell>"
+               "<t:table-cell o:value-type='float' c:value-type='error' "
+               "o:value='0'><p:p>#N/A</p:p></t:table-cell>"
                "<t:table-cell o:value-type='float' o:value='7'/></t:table-row>",
                "2024-03-04 12:30:00\t30:15:00.500\t\t7\n"},
            Row{"repeated rows and cells, covered ones, remarks",
-               "<t:table-row t:number-rows-repeated='2'><t:table-cell t:number-columns-repeated='3'/></t:table-row>"
-               "<t:table-row t:number-rows-repeated='2'><t:table-cell/><t:table-cell t:number-columns-repeated='2' "
-               "o:value-type='float' o:value='5'><o:annotation><p:p>said</p:p></o:annotation></t:table-cell>"
-               "<t:covered-table-cell/></t:table-row><t:table-row t:number-rows-repeated='1000000'><t:table-cell/></t:table-row>",
+               "<t:table-row t:number-rows-repeated='2'><t:table-cell "
+               "t:number-columns-repeated='3'/></t:table-row>"
+               "<t:table-row t:number-rows-repeated='2'><t:table-cell/><t:table-cell "
+               "t:number-columns-repeated='2' "
+               "o:value-type='float' "
+               "o:value='5'><o:annotation><p:p>said</p:p></o:annotation></t:table-cell>"
+               "<t:covered-table-cell/></t:table-row><t:table-row "
+               "t:number-rows-repeated='1000000'><t:table-cell/></t:table-row>",
                "\n\n5\t5\n5\t5\n"},
        }) {
     EXPECT_EQ(TextOf(Read(Ods(row.rows))), row.text) << row.what;
@@ -139,19 +157,32 @@ TEST(OdsTest, CellsAreReadAsTheyAreShown) {
 
 TEST(NumberLookTest, FormatsSayWhatIsShown) {
   using enum NumberLook;
-  for (const auto& [code, look] : std::initializer_list<std::pair<const char*, NumberLook>>{
-           {"General", Number}, {"0.00", Number}, {"#,##0 \"days\"", Number}, {"[Red]0.0;[Blue]-0.0", Number},
-           {"0.0%", Percent}, {"yyyy-mm-dd", Date}, {"d/m/yy h:mm", Date}, {"mmm-yy", Date}, {"mm:ss.0", Time},
-           {"h:mm AM/PM", Time}, {"[$-409]h:mm", Time}, {"[h]:mm:ss", Duration}, {"[mm]:ss", Duration},
-           {"0\\d", Number}, {"0_d", Number}}) {
+  for (const auto& [code, look] :
+       std::initializer_list<std::pair<const char*, NumberLook>>{{"General", Number},
+                                                                 {"0.00", Number},
+                                                                 {"#,##0 \"days\"", Number},
+                                                                 {"[Red]0.0;[Blue]-0.0", Number},
+                                                                 {"0.0%", Percent},
+                                                                 {"yyyy-mm-dd", Date},
+                                                                 {"d/m/yy h:mm", Date},
+                                                                 {"mmm-yy", Date},
+                                                                 {"mm:ss.0", Time},
+                                                                 {"h:mm AM/PM", Time},
+                                                                 {"[$-409]h:mm", Time},
+                                                                 {"[h]:mm:ss", Duration},
+                                                                 {"[mm]:ss", Duration},
+                                                                 {"0\\d", Number},
+                                                                 {"0_d", Number}}) {
     EXPECT_EQ(LookOfCode(code), look) << code;
   }
   EXPECT_EQ(PercentText(0.07), "7%");
 }
 
 TEST(WorkbookTest, TheSheetAndTheRangeAreFound) {
-  const Parts parts = Xlsx("<row><c><v>1</v></c><c t='e'><v>#N/A</v></c></row><row r='3'><c><v>5</v></c></row>");
-  EXPECT_EQ(Read(parts), "sheet\tOne\t2\nsheet\tKept away\t3\nread\tOne\nerrors\t1\n\n1\t\n\n5\t\n");
+  const Parts parts =
+      Xlsx("<row><c><v>1</v></c><c t='e'><v>#N/A</v></c></row><row r='3'><c><v>5</v></c></row>");
+  EXPECT_EQ(Read(parts),
+            "sheet\tOne\t2\nsheet\tKept away\t3\nread\tOne\nerrors\t1\n\n1\t\n\n5\t\n");
   EXPECT_EQ(TextOf(Read(parts, {"Kept away", {}})), "1\t2\t3\n");
   EXPECT_EQ(TextOf(Read(parts, {"One", {.first_row = 2, .last_row = 9}})), "\n\n5\n");
   EXPECT_EQ(TextOf(Read(parts, {"Kept away", {.first_column = 2, .last_column = 2}})), "2\n");
@@ -194,10 +225,14 @@ TEST(WorkbookTest, TellsWhyAWorkbookIsNotRead) {
 
 TEST(WorkbookTest, GrowsOnlyAsTablesDo) {
   const std::string bomb = "<a>" + std::string(80 << 20, ' ') + "</a>";
-  EXPECT_EQ(Refusal([&] { Read({{"content.xml", bomb}}); }),
-            "The part content.xml of the workbook unpacks to far more than a table does; it is not read");
+  EXPECT_EQ(
+      Refusal([&] {
+        Read({{"content.xml", bomb}});
+      }),
+      "The part content.xml of the workbook unpacks to far more than a table does; it is not read");
   const std::string many =
-      "<t:table-row t:number-rows-repeated='1048576'><t:table-cell t:number-columns-repeated='16384' "
+      "<t:table-row t:number-rows-repeated='1048576'><t:table-cell "
+      "t:number-columns-repeated='16384' "
       "o:value-type='float' o:value='5'/></t:table-row>";
   EXPECT_EQ(Refusal([&] { Read(Ods(many)); }),
             "The sheet repeats one row more often than can be read; name a range of it");

@@ -38,9 +38,10 @@ TEST(ArrayColumns, MostOfOneLengthAreTheTable) {
   const ArrayTable table = ChooseArrays(kFile, {}, "f.h5");
   EXPECT_EQ(NamesOf(table), "run/b table[0] table[1] other/b 4");
   ASSERT_EQ(table.notes.size(), 1U);
-  EXPECT_EQ(table.notes[0],
-            R"(the arrays of 4 values, "run/b", "run/table" and "other/b", are shown, beside them is )"
-            R"("long" (--array, or the page Source of Edit Data, names others))");
+  EXPECT_EQ(
+      table.notes[0],
+      R"(the arrays of 4 values, "run/b", "run/table" and "other/b", are shown, beside them is )"
+      R"("long" (--array, or the page Source of Edit Data, names others))");
   EXPECT_EQ(ParseArrays(ArraysText(table.read)), table.read);
 }
 
@@ -55,8 +56,9 @@ TEST(ArrayColumns, PathsGroupsAndLastPartsAreAskedFor) {
   EXPECT_TRUE(asked("wide").ends_with("wide[64] 4"));
   const auto refused = [&](const char* text) { return Refusal([&] { asked(text); }); };
   EXPECT_EQ(refused("none").substr(0, 38), "There is no array \"none\": f.h5, arrays");
-  EXPECT_EQ(refused("cube"),
-            "The array is no column of numbers and no table of columns: f.h5, \"cube\" (4 × 4 × 4)");
+  EXPECT_EQ(
+      refused("cube"),
+      "The array is no column of numbers and no table of columns: f.h5, \"cube\" (4 × 4 × 4)");
   EXPECT_EQ(refused("long;run/b"),
             "The arrays are not of one length: f.h5, \"long\" (9) and \"run/b\" (4)");
   EXPECT_EQ(Refusal([] { ChooseArrays(std::span(kFile).subspan(5, 2), {}, "f.h5"); }),
@@ -78,7 +80,8 @@ TEST(ArrayColumns, AttributesSayWhatNumbersMean) {
       "array\tt\t\tnumbers\t3\t\nattribute\tunits\thours since 2024-03-04 12:00:00\n"
       "array\tT\t\tnumbers\t3\t\nattribute\t_FillValue\t-9\nattribute\tmissing_value\t-8 NaN\n"
       "attribute\tscale_factor\t0.5\nattribute\tadd_offset\t100\n"
-      "array\tu\t\tnumbers\t3\t\nattribute\tunits\tdays since 2024-03-04\nattribute\tcalendar\tnoleap\n");
+      "array\tu\t\tnumbers\t3\t\nattribute\tunits\tdays since "
+      "2024-03-04\nattribute\tcalendar\tnoleap\n");
   const ArrayTable table = ChooseArrays(file, {}, "f.nc");
   EXPECT_EQ(NamesOf(table), "t T u [days since 2024-03-04] 3");
   EXPECT_TRUE(table.columns[0].meaning.is_date);
@@ -100,17 +103,19 @@ TEST(TimeUnits, AreReadAsTheyAreWritten) {
     double days;
     const char* moment;
   };
-  for (const Row& row : {Row{"days since 1970-01-01", 1, "1970-01-01"},
-                         Row{"Hours since 2000-01-01 06:00:00", 1.0 / 24, "2000-01-01 06:00:00"},
-                         Row{"seconds since 1970-01-01T00:00:00Z", 1.0 / 86400, "1970-01-01"},
-                         Row{"ms since 2024-03-04 12:00:00 +01:00", 1 / 86400e3, "2024-03-04 11:00:00"},
-                         Row{"days since 1-1-1 0:0:0.5", 1, "0001-01-01 00:00:00.500"}}) {
+  for (const Row& row :
+       {Row{"days since 1970-01-01", 1, "1970-01-01"},
+        Row{"Hours since 2000-01-01 06:00:00", 1.0 / 24, "2000-01-01 06:00:00"},
+        Row{"seconds since 1970-01-01T00:00:00Z", 1.0 / 86400, "1970-01-01"},
+        Row{"ms since 2024-03-04 12:00:00 +01:00", 1 / 86400e3, "2024-03-04 11:00:00"},
+        Row{"days since 1-1-1 0:0:0.5", 1, "0001-01-01 00:00:00.500"}}) {
     const auto time = ParseCountedTime(row.units);
     ASSERT_TRUE(time.has_value()) << row.units;
     EXPECT_DOUBLE_EQ(time->days, row.days) << row.units;
     EXPECT_EQ(MomentText(time->day), row.moment) << row.units;
   }
-  for (const char* const none : {"days", "months since 2000-01-01", "degrees", "days since spring", ""}) {
+  for (const char* const none :
+       {"days", "months since 2000-01-01", "degrees", "days since spring", ""}) {
     EXPECT_FALSE(ParseCountedTime(none).has_value()) << none;
   }
 }
@@ -144,9 +149,10 @@ TEST(ArraySupplier, RowsAndBlocksSayTheSame) {
 }
 
 TEST(ArraySupplier, AFileThatChangedIsTold) {
-  TArraySupplier supplier(ChooseArrays(kFile, {}, "f.h5"), "f.h5", [](std::span<const ArrayColumn>) {
-    return std::vector<std::vector<double>>{{1, 2}};
-  });
+  TArraySupplier supplier(ChooseArrays(kFile, {}, "f.h5"), "f.h5",
+                          [](std::span<const ArrayColumn>) {
+                            return std::vector<std::vector<double>>{{1, 2}};
+                          });
   EXPECT_EQ(Refusal([&] { supplier.HasValue(0); }), "The file changed while it was read: f.h5");
 }
 

@@ -15,9 +15,10 @@ TEST(SheetPart, TextsAreReadBack) {
     const char* sheet;
     const char* range;
   };
-  for (const Row& row : {Row{"Sheet 2!B3:D200", "Sheet 2", "B3:D200"}, Row{"Sheet 2", "Sheet 2", ""},
-                         Row{"B:D", "", "B:D"}, Row{"", "", ""}, Row{"A1:B2!", "A1:B2", ""},
-                         Row{"Oh!!3:9", "Oh!", "3:9"}, Row{"Oh!!", "Oh!", ""}}) {
+  for (const Row& row :
+       {Row{"Sheet 2!B3:D200", "Sheet 2", "B3:D200"}, Row{"Sheet 2", "Sheet 2", ""},
+        Row{"B:D", "", "B:D"}, Row{"", "", ""}, Row{"A1:B2!", "A1:B2", ""},
+        Row{"Oh!!3:9", "Oh!", "3:9"}, Row{"Oh!!", "Oh!", ""}}) {
     const SheetPart part = ParseSheetPart(row.text);
     EXPECT_EQ(part.sheet, row.sheet) << row.text;
     EXPECT_EQ(part.range, row.range) << row.text;
