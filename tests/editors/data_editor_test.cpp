@@ -1,10 +1,12 @@
 // The data editor as a user has it: loaded from its library, worked through its controls.
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -103,6 +105,39 @@ TEST_F(DataEditorTest, EverySettingOfASourceHasAControl) {
         QString::fromStdString(std::string(row.look.group) + "/" + std::string(row.look.caption));
     EXPECT_NE(editor_->findChild<FieldWidget*>(name), nullptr) << name.toStdString();
   }
+}
+
+TEST_F(DataEditorTest, MarksAreDraggedToWhereColumnsBegin) {
+  Open("t u\n1 10\n2 20\n3 35\n");
+  Press("CutByPlace");
+  auto& cuts = *editor_->findChild<QAbstractScrollArea*>("Cuts");
+  ASSERT_TRUE(cuts.isVisible());
+  const int cell = cuts.fontMetrics().horizontalAdvance('0');
+  const auto place = [&](int character, int y = 9) { return QPoint(6 + cell * character, y); };
+  const auto mouse = [&](QEvent::Type type, QPoint at) {
+    QMouseEvent event(type, at, cuts.viewport()->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(cuts.viewport(), &event);
+  };
+  const auto drag = [&](int from, int to, int y = 9) {
+    mouse(QEvent::MouseButtonPress, place(from));
+    mouse(QEvent::MouseMove, place(to, y));
+    mouse(QEvent::MouseButtonRelease, place(to, y));
+  };
+  EXPECT_EQ(PreviewRow(1), "1|10") << "begins with the gaps";
+  drag(3, 3);
+  EXPECT_EQ(PreviewRow(1), "1|1|0") << "a click adds";
+  drag(3, 9, -100);
+  EXPECT_EQ(PreviewRow(1), "1|10") << "out of the lines";
+  drag(1, 3);
+  EXPECT_EQ(PreviewRow(1), "1 1|0");
+  drag(3, -2);
+  EXPECT_EQ(PreviewRow(1), "1|10") << "no further than behind the mark before";
+  mouse(QEvent::MouseButtonDblClick, place(1));
+  EXPECT_EQ(PreviewRow(1), "1 10");
+  Press("CutByPlace");
+  EXPECT_FALSE(cuts.isVisible());
+  EXPECT_EQ(PreviewRow(1), "1|10");
 }
 
 TEST_F(DataEditorTest, TheBarOfWhatWasGuessedLeadsThere) {

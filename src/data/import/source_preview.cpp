@@ -65,7 +65,8 @@ SourcePreview PreviewText(const std::shared_ptr<const TextSource>& text, const T
     if (number < std::max<std::int64_t>(first, 1) && !names) continue;
     preview.lines.push_back(
         {number, role,
-         IsCut(role) ? Cut(line, layout, columns) : std::vector<std::string>{std::string(line)}});
+         IsCut(role) ? Cut(line, layout, columns) : std::vector<std::string>{std::string(line)},
+         std::string(line)});
   }
   return preview;
 }

@@ -37,6 +37,7 @@ struct PreviewedLine {
   std::int64_t number = 0;  ///< from 1
   LineRole role = LineRole::Row;
   std::vector<std::string> fields;  ///< as they are cut, where they are; else the whole line
+  std::string text = {};            ///< the whole line of a text
 };
 
 struct SourcePreview {

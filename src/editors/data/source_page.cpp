@@ -16,6 +16,7 @@
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
 #include "data/import/source_place.h"
+#include "data/text/column_cuts.h"
 #include "desk/commands/command_actions.h"
 #include "desk/fields/field_form.h"
 #include "desk/fields/field_widget.h"
@@ -23,6 +24,7 @@
 #include "desk/sources/place_edits.h"
 #include "desk/widgets/text.h"
 #include "desk/work/latest_work.h"
+#include "editors/data/cuts_view.h"
 #include "editors/data/guessed_columns.h"
 #include "editors/data/point_counter.h"
 #include "graph/series_of_whole.h"
@@ -88,13 +90,14 @@ SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWid
   place_ = new QVBoxLayout;
   column->addLayout(place_);
   auto* halves = new QSplitter(Qt::Vertical, this);
+  cuts_ = new CutsView(halves);
   table_ = new PreviewTable(halves);
   form_ = new FieldForm(draft_.Rows());
   scroll_ = new QScrollArea(halves);
   scroll_->setFrameShape(QFrame::NoFrame);
   scroll_->setWidgetResizable(true);
   scroll_->setWidget(form_);
-  halves->setSizes({kPreviewHeight, kPreviewHeight});
+  halves->setSizes({kPreviewHeight, kPreviewHeight, kPreviewHeight});
   column->addWidget(halves, 1);
   told_ = new QLabel(this);
   told_->setObjectName("SourceTold");
@@ -108,6 +111,10 @@ SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWid
   connect(counter_, &PointCounter::counted, count_, &QLabel::setText);
   rows_ = new LatestWork(this);
   connect(form_, &FieldForm::edited, this, &SourcePage::TakeField);
+  connect(cuts_, &CutsView::cutsChanged, this, &SourcePage::TakeCuts);
+  connect(by_place_, &QPushButton::clicked, this, [this](bool by_place) {
+    TakeCuts(by_place ? CutsInGaps(preview_.lines) : std::vector<std::int32_t>());
+  });
   connect(table_, &PreviewTable::columnChosen, this, &SourcePage::UseColumn);
 }
 
@@ -124,6 +131,11 @@ QWidget* SourcePage::BuildButtons() {
   };
   guess_ = add(tr("&Guess"), "GuessSource", &SourcePage::Guess);
   guess_->setToolTip(tr("Find out anew how the file is written"));
+  by_place_ = new QPushButton(tr("Cut by &Place"), bar);
+  by_place_->setObjectName("CutByPlace");
+  by_place_->setCheckable(true);
+  by_place_->setToolTip(tr("Columns begin at characters that are set by hand, not at separators"));
+  line->addWidget(by_place_);
   count_ = new QLabel(bar);
   count_->setObjectName("SourceCount");
   count_->setWordWrap(true);
@@ -270,10 +282,30 @@ void SourcePage::ShowColumns(SourcePreview preview) {
   preview_ = std::move(preview);
   table_->ShowPreview(preview_, UsedColumns());
   table_->setVisible(!preview_.columns.empty());
+  ShowCuts();
   ShowFields();
   counter_->GiveUp();
   count_->setText({});
   if (JudgeExpressions()) CountPoints();
+}
+
+void SourcePage::ShowCuts() {
+  const TDSInfo& info = draft_.Source();
+  const bool is_text = HasSource(info) && info.DataSource == DataSourceKind::Text;
+  std::vector<std::int32_t> cuts;
+  if (is_text) cuts = ParseColumnCuts(info.ColumnCuts).value_or(std::vector<std::int32_t>());
+  by_place_->setVisible(is_text);
+  by_place_->setChecked(!cuts.empty());
+  cuts_->setVisible(!cuts.empty());
+  cuts_->ShowLines(preview_.lines, std::move(cuts));
+}
+
+void SourcePage::TakeCuts(const std::vector<std::int32_t>& cuts) {
+  TDSInfo& info = draft_.Source();
+  info.ColumnCuts = ColumnCutsText(cuts);
+  info.DivideTextByWidth = false;
+  DraftChanged();
+  ShowPreview();
 }
 
 bool SourcePage::JudgeExpressions() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ class QVBoxLayout;
 
 namespace tarnwick {
 
+class CutsView;
 class FieldForm;
 class LatestWork;
 class PlaceEdit;
@@ -46,6 +48,8 @@ class SourcePage final : public QWidget {
   /// Asks for the first rows of a source that is no text; they are shown when they come.
   void AskForRows();
   void ShowColumns(SourcePreview preview);
+  void ShowCuts();
+  void TakeCuts(const std::vector<std::int32_t>& cuts);
   std::vector<int> UsedColumns() const;
   void Guess();
   void Apply();
@@ -67,11 +71,13 @@ class SourcePage final : public QWidget {
   QLabel* file_;
   QVBoxLayout* place_;  // of the edit below, which is of the draft's kind
   PlaceEdit* place_edit_ = nullptr;
+  CutsView* cuts_;  // where the text is cut by place
   PreviewTable* table_;
   QLabel* told_;
   QScrollArea* scroll_;
   FieldForm* form_;
   QPushButton* guess_ = nullptr;
+  QPushButton* by_place_ = nullptr;
   QPushButton* apply_ = nullptr;
   QPushButton* revert_ = nullptr;
   QLabel* count_ = nullptr;
