@@ -7,13 +7,17 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/scipy_rows.h"
 #include "base/error.h"
+#include "data/points/point_columns.h"
 
 namespace tarnwick {
 namespace {
 
+using testing::DoubleNear;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pointwise;
 using XY = std::pair<double, double>;
 
 std::vector<XY> PointsOf(const TDataSeries& series) {
@@ -35,6 +39,20 @@ class Derived : public testing::Test {
   TDataSeries source;
   TDataSeries target;
 };
+
+TEST_F(Derived, AreThoseOfNumpy) {
+  Fill(rows::Uneven(), rows::Measured());
+  const auto expect = [&](void (*derive)(const TDataSeries&, TDataSeries&),
+                          const std::vector<double>& expected) {
+    derive(source, target);
+    EXPECT_THAT(YValues(target.Points()), Pointwise(DoubleNear(1e-12), expected));
+  };
+  expect(&Integral, rows::kIntegral);
+  expect(&RunningSum, rows::kSums);
+  Derivative(source, target);
+  EXPECT_THAT(YValues(target.Points()), Pointwise(DoubleNear(1e-11), rows::kSlopes));
+  EXPECT_NEAR(AreaOf(source), rows::kIntegral.back(), 1e-12);
+}
 
 TEST_F(Derived, RunningSumHasAPointForEveryPoint) {
   source.SetDuplicatesAllowed(true);

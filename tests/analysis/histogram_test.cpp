@@ -1,11 +1,14 @@
 #include "analysis/histogram.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <numeric>
 #include <vector>
+
+#include "analysis/scipy_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -40,6 +43,12 @@ TEST(Histogram, CountsEveryFiniteValueOnce) {
     EXPECT_DOUBLE_EQ(histogram.width, row.width);
     EXPECT_EQ(histogram.left_out, row.left_out);
   }
+}
+
+TEST(Histogram, CountsAreThoseOfNumpy) {
+  EXPECT_THAT(CountInBins(rows::Measured(), 7).counts,
+              ::testing::ElementsAreArray(
+                  std::vector<std::size_t>(rows::kCounts.begin(), rows::kCounts.end())));
 }
 
 TEST(Histogram, BinsGrowWithTheCubeRootAndNoFurtherThanCanBeSeen) {

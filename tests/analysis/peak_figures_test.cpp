@@ -1,10 +1,13 @@
 #include "analysis/peak_figures.h"
 
 #include <cmath>
+#include <numeric>
 #include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "analysis/scipy_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -32,6 +35,16 @@ TEST(PeakFigures, ProminencesAndWidthsAreThoseOfScipy) {
   for (const PeakFigures& peak : MeasurePeaks(curve, summits)) widths.push_back(peak.width);
   EXPECT_THAT(widths, testing::Pointwise(DoubleNear(1e-12), {0.75, 4.125, 2.0 / 3, 2.0 / 3, 1.0}));
   EXPECT_EQ(FindSummits(curve, 1).size(), 4u);
+}
+
+TEST(PeakFigures, OfMeasuredValuesAreThoseOfScipy) {
+  const std::vector<double> y = rows::Measured();
+  std::vector<double> x(y.size());
+  std::iota(x.begin(), x.end(), 0.0);
+  std::vector<double> figures;
+  for (const PeakFigures& peak : MeasurePeaks({x, y}, FindSummits({x, y}, 0.5)))
+    figures.insert(figures.end(), {peak.x, peak.prominence, peak.width});
+  EXPECT_THAT(figures, testing::Pointwise(DoubleNear(1e-12), rows::kPeaks));
 }
 
 TEST(PeakFigures, AreasReachFromValleyToValley) {

@@ -1,10 +1,21 @@
 #!/usr/bin/env python3
-"""Writes scipy_rows.h: what numpy and scipy make of the data of the tests. Run where scipy is installed; the tests need neither."""
-import numpy as np
+"""What numpy and scipy make of the data of the tests: writes scipy_rows.h, or with --check FILE compares that one's numbers with
+what the installed versions give. Ends with 77 where they are not installed; the other tests need neither."""
+import re
+import sys
+
+try:
+    import numpy as np
+    import scipy
+except ImportError:
+    sys.exit(77)
+from scipy.integrate import cumulative_trapezoid
 from scipy.interpolate import Akima1DInterpolator
-from scipy.signal import correlate, lombscargle, periodogram, savgol_filter
+from scipy.signal import correlate, find_peaks, lombscargle, peak_widths, periodogram, savgol_filter
 from scipy.sparse import csc_matrix, diags
 from scipy.sparse.linalg import spsolve
+from scipy.stats import f as f_distribution
+from scipy.stats import ks_2samp, ttest_ind
 
 
 def measured():
@@ -63,33 +74,85 @@ def akima():
     return Akima1DInterpolator(x, measured())(np.minimum(x[0] + 0.3 * np.arange(np.floor((x[-1] - x[0]) / 0.3) + 1), x[-1]))
 
 
+def polynomial():
+    """Of degree 3 through x up to 5 and from 12 on."""
+    x, y = uneven(), measured()
+    chosen = (x <= 5) | (x >= 12)
+    return np.polyval(np.polyfit(x[chosen], y[chosen], 3), x)
+
+
+def comparison():
+    """Measured values beside uneven X / 4: mean, deviation, quartiles, then t, F and Kolmogorov-Smirnov."""
+    a, b = measured(), uneven() / 4
+    welch = ttest_ind(b, a, equal_var=False)
+    share = b.var(ddof=1) / a.var(ddof=1)
+    tail = f_distribution.cdf(share, 39, 39)
+    ks = ks_2samp(a, b, method="exact")
+    return [a.mean(), a.std(ddof=1), *np.quantile(a, [0.25, 0.5, 0.75]), welch.statistic, welch.pvalue,
+            share, 2 * min(tail, 1 - tail), ks.statistic, ks.pvalue]
+
+
+def peaks():
+    """Place, prominence and width at half of it of those above 0.5, in turn."""
+    y = measured()
+    places, found = find_peaks(y, prominence=0.5)
+    return np.column_stack([places, found["prominences"], peak_widths(y, places, 0.5)[0]]).ravel()
+
+
 def numbers(values):
     return "{" + ", ".join(repr(float(v)) for v in values) + "}"
 
 
-print("// Made by scipy_rows.py: what numpy and scipy make of the same data.\n#pragma once\n")
-print("#include <cmath>\n#include <vector>\n\nnamespace tarnwick::rows {\n")
-print("inline std::vector<double> Measured() {\n  std::vector<double> y;\n  for (int i = 0; i < 40; ++i)")
-print("    y.push_back(3 + 0.05 * i + 4 * std::exp(-((i - 17) / 4.0) * ((i - 17) / 4.0)) + 0.3 * std::sin(11.0 * i) +")
-print("                0.1 * std::sin(3.0 * i));\n  return y;\n}\n")
-print("inline std::vector<double> Uneven() {\n  std::vector<double> x(40);\n  for (std::size_t i = 0; i < x.size(); ++i)")
-print("    x[i] = 0.5 * static_cast<double>(i) + 0.2 * std::sin(5.0 * static_cast<double>(i));\n  return x;\n}\n")
-print("struct SavGol {\n  int window, order, derivative;\n  std::vector<double> y;\n};\n")
-print("inline const std::vector<SavGol> kSavGol = {")
-for window, order, derivative in [(11, 2, 0), (7, 3, 1), (9, 4, 2)]:
-    y = savgol_filter(measured(), window, order, deriv=derivative, delta=0.5)
-    print(f"    {{{window}, {order}, {derivative}, {numbers(y)}}},")
-print("};\n")
-print(f"inline const std::vector<double> kArPls = {numbers(arpls(measured(), 100, 1e-6, 100))};\n")
-print("struct Periodogram {\n  int quantity, window, trend;\n  std::size_t points;  // the first so many of the data\n  std::vector<double> y;\n};\n")
-print("inline const std::vector<Periodogram> kPeriodograms = {")
-windows = ["boxcar", "hann", "hamming", "blackman", "flattop"]
-for quantity, window, trend, points in [(0, 1, 1, 40), (1, 2, 0, 37), (2, 3, 2, 40), (2, 4, 1, 31), (0, 0, 0, 40)]:
-    y = spectrum(quantity, windows[window], [False, "constant", "linear"][trend], measured()[:points])
-    print(f"    {{{quantity}, {window}, {trend}, {points}, {numbers(y)}}},")
-print("};\n")
-print(f"inline const std::vector<double> kLombAmplitude = {numbers(lomb(0))};\n")
-print(f"inline const std::vector<double> kLombPower = {numbers(lomb(1))};\n")
-print(f"inline const std::vector<double> kCorrelation = {numbers(correlation())};  // lags -5 to 5\n")
-print(f"inline const std::vector<double> kAkima = {numbers(akima())};  // in steps of 0.3\n")
-print("}  // namespace tarnwick::rows")
+def write(say):
+    say("// Made by scipy_rows.py: what numpy and scipy make of the same data.\n#pragma once\n")
+    say("#include <cmath>\n#include <vector>\n\nnamespace tarnwick::rows {\n")
+    say("inline std::vector<double> Measured() {\n  std::vector<double> y;\n  for (int i = 0; i < 40; ++i)")
+    say("    y.push_back(3 + 0.05 * i + 4 * std::exp(-((i - 17) / 4.0) * ((i - 17) / 4.0)) + 0.3 * std::sin(11.0 * i) +")
+    say("                0.1 * std::sin(3.0 * i));\n  return y;\n}\n")
+    say("inline std::vector<double> Uneven() {\n  std::vector<double> x(40);\n  for (std::size_t i = 0; i < x.size(); ++i)")
+    say("    x[i] = 0.5 * static_cast<double>(i) + 0.2 * std::sin(5.0 * static_cast<double>(i));\n  return x;\n}\n")
+    say("struct SavGol {\n  int window, order, derivative;\n  std::vector<double> y;\n};\n")
+    say("inline const std::vector<SavGol> kSavGol = {")
+    for window, order, derivative in [(11, 2, 0), (7, 3, 1), (9, 4, 2)]:
+        y = savgol_filter(measured(), window, order, deriv=derivative, delta=0.5)
+        say(f"    {{{window}, {order}, {derivative}, {numbers(y)}}},")
+    say("};\n")
+    say(f"inline const std::vector<double> kArPls = {numbers(arpls(measured(), 100, 1e-6, 100))};\n")
+    say("struct Periodogram {\n  int quantity, window, trend;\n  std::size_t points;  // the first so many of the data\n  std::vector<double> y;\n};\n")
+    say("inline const std::vector<Periodogram> kPeriodograms = {")
+    windows = ["boxcar", "hann", "hamming", "blackman", "flattop"]
+    for quantity, window, trend, points in [(0, 1, 1, 40), (1, 2, 0, 37), (2, 3, 2, 40), (2, 4, 1, 31), (0, 0, 0, 40)]:
+        y = spectrum(quantity, windows[window], [False, "constant", "linear"][trend], measured()[:points])
+        say(f"    {{{quantity}, {window}, {trend}, {points}, {numbers(y)}}},")
+    say("};\n")
+    say(f"inline const std::vector<double> kLombAmplitude = {numbers(lomb(0))};\n")
+    say(f"inline const std::vector<double> kLombPower = {numbers(lomb(1))};\n")
+    say(f"inline const std::vector<double> kCorrelation = {numbers(correlation())};  // lags -5 to 5\n")
+    say(f"inline const std::vector<double> kAkima = {numbers(akima())};  // in steps of 0.3\n")
+    say(f"inline const std::vector<double> kIntegral = {numbers(cumulative_trapezoid(measured(), uneven()))};\n")
+    say(f"inline const std::vector<double> kSlopes = {numbers(np.diff(measured()) / np.diff(uneven()))};\n")
+    say(f"inline const std::vector<double> kSums = {numbers(np.cumsum(measured()))};\n")
+    say(f"inline const std::vector<double> kPolynomial = {numbers(polynomial())};\n")
+    say(f"inline const std::vector<double> kCounts = {numbers(np.histogram(measured(), 7)[0])};\n")
+    say(f"inline const std::vector<double> kComparison = {numbers(comparison())};\n")
+    say(f"inline const std::vector<double> kPeaks = {numbers(peaks())};\n")
+    say("}  // namespace tarnwick::rows")
+
+
+def differing(text, other):
+    """Numbers of both texts that are not alike."""
+    number = r"[-+]?\d+(?:\.\d+)?(?:e[-+]?\d+)?"
+    one, two = ([float(n) for n in re.findall(number, t)] for t in (text, other))
+    if len(one) != len(two):
+        return [(len(one), len(two))]
+    return [(a, b) for a, b in zip(one, two) if not np.isclose(a, b, rtol=1e-7, atol=1e-11)]
+
+
+if len(sys.argv) == 3 and sys.argv[1] == "--check":
+    lines = []
+    write(lines.append)
+    with open(sys.argv[2]) as kept:
+        wrong = differing("\n".join(lines), kept.read())
+    print(f"numpy {np.__version__}, scipy {scipy.__version__}:", wrong or "the rows are theirs")
+    sys.exit(bool(wrong))
+write(print)

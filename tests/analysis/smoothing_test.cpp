@@ -1,12 +1,14 @@
 #include "analysis/smoothing.h"
 
 #include <cmath>
+#include <limits>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "analysis/background.h"
 #include "analysis/outliers.h"
+#include "analysis/polynomial_line.h"
 #include "analysis/scipy_rows.h"
 #include "base/error.h"
 #include "support/cancelling_progress.h"
@@ -68,6 +70,13 @@ TEST(BaseLines, RubberBandIsTheLowerHull) {
 TEST(BaseLines, AsymmetricLeastSquaresIsThatOfTheReference) {
   EXPECT_THAT(AsymmetricBaseLine(rows::Measured(), {.smoothness = 100}),
               Pointwise(DoubleNear(1e-6), rows::kArPls));
+}
+
+TEST(BaseLines, PolynomialsThroughRegionsAreThoseOfNumpy) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  const PolynomialLine line =
+      FitPolynomialLine(rows::Uneven(), rows::Measured(), {{{-kInfinity, 5}, {12, kInfinity}}}, 3);
+  EXPECT_THAT(line.y, Pointwise(DoubleNear(1e-9), rows::kPolynomial));
 }
 
 TEST(LongTools, StopWhereNobodyWaitsForThem) {

@@ -64,7 +64,7 @@ void CutsView::ShowLines(const std::vector<PreviewedLine>& lines, std::vector<st
   lines_.clear();
   longest_ = 0;
   for (const PreviewedLine& line : lines) {
-    Line shown{CharactersOf(line.text), line.role == LineRole::Row};
+    Line shown{CharactersOf(line.text), IsCut(line.role)};
     longest_ = std::max(longest_, shown.characters.size());
     lines_.push_back(std::move(shown));
   }
@@ -143,7 +143,7 @@ void CutsView::PaintLines(QPainter& painter) const {
     const int y = top + static_cast<int>(row) * LineHeight();
     if (y + LineHeight() < 0 || y > viewport()->height()) continue;
     painter.setPen(
-        palette().color(line.is_row ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+        palette().color(line.is_cut ? QPalette::Active : QPalette::Disabled, QPalette::Text));
     for (auto at = static_cast<std::size_t>(first); at < line.characters.size(); ++at) {
       const int x = PixelOf(static_cast<std::int32_t>(at));
       if (x > viewport()->width()) break;

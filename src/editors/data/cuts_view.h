@@ -37,7 +37,7 @@ class CutsView final : public QAbstractScrollArea {
  private:
   struct Line {
     std::vector<char32_t> characters;
-    bool is_row = false;
+    bool is_cut = false;
   };
   /// The mark that is held, and whether it would be taken away where it is now.
   struct Held {
