@@ -18,7 +18,8 @@ namespace {
 
 constexpr std::size_t kMostNames = 5;  // in a note
 constexpr double kEarliestYear = 1600;
-constexpr std::size_t kRowsAboutOne = 4;  // one value among so many belongs to the file, not to its row
+constexpr std::size_t kRowsAboutOne =
+    4;  // one value among so many belongs to the file, not to its row
 
 using Columns = std::vector<std::int32_t>;
 
@@ -46,9 +47,9 @@ bool Holds(const std::vector<T>& all, const T& one) {
 /// A count of rows is what its name says, or what has none in a table where others have: anything else that rises by 1
 /// may be what was stepped through.
 bool NamesCount(const ImportSource& source, std::int32_t column) {
-  constexpr std::string_view kWords[] = {"index",   "idx",   "id",     "no",     "nr",   "num",
-                                         "number",  "row",   "rows",   "obs",    "case", "pt",
-                                         "pts",     "point", "points", "record", "seq",  "sample",
+  constexpr std::string_view kWords[] = {"index",   "idx",   "id",     "no",      "nr",   "num",
+                                         "number",  "row",   "rows",   "obs",     "case", "pt",
+                                         "pts",     "point", "points", "record",  "seq",  "sample",
                                          "unnamed", "n",     "i",      "rownames"};
   const std::string name = source.NameOf(column);
   const bool unnamed = name == UnnamedColumn(column) || WordsOf(name).empty();
@@ -225,7 +226,8 @@ bool IsDecimalYear(const ImportSource& source, std::int32_t column) {
   return std::ranges::any_of(source.time_columns, [&](std::int32_t part) {
     const std::vector<double>& years = source.GuessOf(part).values;
     return !years.empty() && years.front() > kEarliestYear &&
-           std::ranges::equal(years, values, {}, {}, [](double value) { return std::floor(value); });
+           std::ranges::equal(years, values, {}, {},
+                              [](double value) { return std::floor(value); });
   });
 }
 
@@ -310,9 +312,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
                        source.samples.front().size() >= kRowsAboutOne;
     return alone || guess.IsConstant();
   };
-  Columns constants = out.Taken([&](std::int32_t column) {
-    return constant(column) && NamesPlace(source.NameOf(column));
-  });
+  Columns constants = out.Taken(
+      [&](std::int32_t column) { return constant(column) && NamesPlace(source.NameOf(column)); });
   std::ranges::copy(out.Taken(constant, 2), std::back_inserter(constants));
   std::ranges::sort(constants);
   out.Tell(constants, "one value throughout");

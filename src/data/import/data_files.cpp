@@ -74,9 +74,8 @@ std::size_t LackNames(const ImportSource& source) {
     if (is_unnamed(i)) return 0;
   }
   const bool numbers = std::any_of(source.columns.begin() + static_cast<std::ptrdiff_t>(behind),
-                                   source.columns.end(), [](const ColumnGuess& column) {
-                                     return column.has_numbers;
-                                   });
+                                   source.columns.end(),
+                                   [](const ColumnGuess& column) { return column.has_numbers; });
   return behind > 1 && numbers ? names.size() - behind : 0;
 }
 
@@ -84,9 +83,9 @@ std::size_t LackNames(const ImportSource& source) {
 void NoteLackingNames(ImportSource& source) {
   const std::size_t lacking = LackNames(source);
   if (lacking == 0) return;
-  source.notes.push_back((lacking == 1 ? "the last column has no name"
-                                       : "the last " + std::to_string(lacking) +
-                                             " columns have no names") +
+  source.notes.push_back((lacking == 1
+                              ? "the last column has no name"
+                              : "the last " + std::to_string(lacking) + " columns have no names") +
                          ": names may stand over the wrong columns");
 }
 

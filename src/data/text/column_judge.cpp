@@ -23,6 +23,7 @@ struct ColumnCounts {
   int grouped = 0;         ///< fields that read with commas grouping thousands
   int groupings = 0;       ///< of these, fields that read so and no other way
   int quantities = 0;      ///< fields with a unit behind the number
+  int flagged = 0;         ///< of these, with a mark in the place of the unit
   int days_month_first = 0;
   int days_day_first = 0;
   int open_days = 0;  ///< fields whose day differs by the order
@@ -62,6 +63,7 @@ void CountQuantity(std::string_view text, ColumnCounts& column) {
   const bool unit = FieldValue(text, ColumnFormat::NumberWithUnit).has_value();
   if (unit) {
     ++column.quantities;
+    column.flagged += text.back() == '*' || text.back() == '#' ? 1 : 0;
   } else {
     CountNumber(text, column);
   }
@@ -113,7 +115,8 @@ ColumnGuess Judge(const ColumnCounts& counts) {
     guess.day_order_open = counts.open_days > 0 && counts.days_day_first == counts.days_month_first;
     return guess;
   }
-  guess.has_units = counts.quantities > numbers;
+  const bool flags = counts.flagged > 0 && counts.flagged == counts.quantities;
+  guess.has_units = counts.quantities > numbers || (flags && !groups && counts.commas == 0);
   if (guess.has_units) {
     guess.format = ColumnFormat::NumberWithUnit;
   } else if (groups) {

@@ -17,14 +17,21 @@ constexpr std::size_t kShortestNamedDate = 6;  // "1 May 24"
 
 bool IsPlaceholder(std::string_view text) {
   constexpr std::string_view kPlaceholders[] = {
-      "na",      "n/a",  "nan",  "#n/a",         "-",           "--",   "---",
-      "null",    "none", "inf",  "-inf",         "+inf",        "?",    "*",
-      "missing", "nd",   "n.d.", "nil",          "indef",       "--.-", "nodata",
-      "no data", "-nan", "...",  "\xE2\x80\x93", "\xE2\x80\x94"};
+      "na",           "n/a",          "nan",     "#n/a",  "-",      "--",      "---",      "null",
+      "none",         "inf",          "-inf",    "+inf",  "?",      "*",       "missing",  "nd",
+      "n.d.",         "nil",          "indef",   "--.-",  "nodata", "no data", "-nan",     "...",
+      "\xE2\x80\x93", "\xE2\x80\x94", "n.a.",    "ol",    "ovld",   "ovf",     "overflow", "error",
+      "bad",          "#div/0!",      "#value!", "#num!", "#ref!"};
   if (text.size() > kLongestPlaceholder) return false;
   const std::string lower = LowerAscii(text);
   return std::find(std::begin(kPlaceholders), std::end(kPlaceholders), lower) !=
          std::end(kPlaceholders);
+}
+
+/// "<0.1": below what could be measured.
+bool IsLimit(std::string_view text) {
+  return text.size() > 1 && (text.front() == '<' || text.front() == '>') &&
+         FieldValue(text.substr(1), ColumnFormat::Number).has_value();
 }
 
 bool IsDate(std::string_view text) {
@@ -88,7 +95,7 @@ FieldKind KindOfField(std::string_view text) {
   if (text.empty()) return FieldKind::Empty;
   if (text.size() > kLongestValue) return FieldKind::Text;
   if (!MayBeginNumber(text.front())) {
-    if (IsPlaceholder(text)) return FieldKind::Placeholder;
+    if (IsPlaceholder(text) || IsLimit(text)) return FieldKind::Placeholder;
     return MayNameDate(text) && IsDate(text) ? FieldKind::Date : FieldKind::Text;
   }
   if (IsPlainNumber(text)) return FieldKind::Number;

@@ -12,8 +12,8 @@
 #include "data/text/format_guess_lines.h"
 #include "data/text/header_lines.h"
 #include "data/text/listed_names.h"
-#include "data/text/row_frame.h"
 #include "data/text/row_remark.h"
+#include "data/text/separators_guess.h"
 #include "data/text/table_search.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
@@ -23,12 +23,6 @@ namespace {
 
 using Lines = std::vector<std::string_view>;
 
-constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|"};
-// Labels hold blanks: "sample 1<tab>3.4" is no table of three columns.
-constexpr double kBlanksMustBeatBy = 1.4;
-constexpr double kFramesMustBeatBy = 1.1;
-constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
 constexpr std::size_t kFewRows = 10;  // that are a table only where they are much of the text
 constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
 constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
@@ -41,103 +35,12 @@ constexpr std::size_t kRoughRows = 60;
 constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
 constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
 
-TDSInfo InfoOf(const TextFormat& format) {
-  TDSInfo info;
-  format.ApplyTo(info);
-  return info;
-}
-
-TextLayout LayoutOf(const TextFormat& format, char line_end) {
-  return TextLayout(InfoOf(format), line_end);
-}
-
 bool IsBlankSeparated(const TextFormat& format) {
   return format.separators.find(' ') != std::string::npos;
 }
 
 bool IsByPlace(const TextFormat& format) {
   return format.divide_by_width || !format.column_cuts.empty();
-}
-
-/// The tables that certain separators make of the lines. Every field counts but where blanks separate, or frames of rows do.
-std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& format,
-                                 const Lines& lines, char line_end) {
-  TextFormat tried = format;
-  tried.separators = separators;
-  tried.merge_separators = separators.starts_with(kBlanks) || separators.size() > kBlanks.size();
-  return FindTables(lines, LayoutOf(tried, line_end));
-}
-
-/// What certain separators make of the lines.
-struct Separation {
-  std::string separators;
-  std::vector<FoundTable> tables;
-  double heaviest = 0;  ///< of those with several columns
-};
-
-Separation SeparateBy(std::string_view separators, const TextFormat& format, const Lines& lines,
-                      char line_end) {
-  Separation separation{std::string(separators), {}, 0};
-  const bool occurs = std::ranges::any_of(lines, [separators](std::string_view line) {
-    return std::ranges::any_of(separators, [line](char c) { return line.find(c) != line.npos; });
-  });
-  if (!occurs) return separation;
-  separation.tables = TablesBy(separators, format, lines, line_end);
-  for (const FoundTable& table : separation.tables) {
-    if (table.fields > 1) separation.heaviest = std::max(separation.heaviest, table.weight);
-  }
-  return separation;
-}
-
-/// The best of the separators, each with `frame` beside it.
-Separation BestSeparation(std::string_view frame, const Lines& lines, char line_end,
-                          const TextFormat& format) {
-  const auto separate = [&](std::string_view separators) {
-    return SeparateBy(std::string(separators).append(frame), format, lines, line_end);
-  };
-  Separation best;
-  for (const std::string_view separators : kSingleSeparators) {
-    if (frame.find(separators) != frame.npos) continue;
-    Separation tried = separate(separators);
-    if (tried.heaviest > best.heaviest + 1e-9) best = std::move(tried);
-  }
-  Separation blanks = separate(kBlanks);
-  if (blanks.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(blanks);
-  return best;
-}
-
-/// The separators with the heaviest table of several columns; those of `format` when there is none.
-std::vector<FoundTable> ChooseSeparators(const Lines& lines, char line_end, TextFormat& format) {
-  Separation best = BestSeparation({}, lines, line_end, format);
-  if (const std::string frame = FrameOfRows(lines); !frame.empty()) {
-    Separation framed = BestSeparation(frame, lines, line_end, format);
-    if (framed.heaviest > kFramesMustBeatBy * best.heaviest) best = std::move(framed);
-  }
-  if (best.separators.empty()) return TablesBy(format.separators, format, lines, line_end);
-  format.separators = best.separators;
-  return std::move(best.tables);
-}
-
-/// What may stand behind "*" where it marks a value, not a remark.
-bool IsFlag(char c) {
-  return !IsBlankByte(c) && !IsLetter(c) && c != '*';
-}
-
-/// Marks that begin lines of text and no rows are marks of comments, beside the usual ones.
-void ChooseCommentMarks(const Lines& lines, TextFormat& format) {
-  for (const std::string_view mark : kOtherMarks) {
-    std::size_t remarks = 0;
-    bool separates = format.separators.find(mark.front()) != std::string::npos;
-    for (const std::string_view whole : lines) {
-      const std::string_view line = TrimBlankBytes(whole);
-      if (!line.starts_with(mark)) continue;
-      ++remarks;
-      const std::string_view rest = TrimBlankBytes(line.substr(mark.size()));
-      // "*" and ";" alone stand for what is missing, and before a value they belong to it.
-      separates = separates || (mark == "*" && !rest.empty() && IsFlag(line[mark.size()]));
-    }
-    if (remarks > 0 && !separates) format.comment_marks += " " + std::string(mark);
-  }
 }
 
 Lines RowsWithin(const Lines& lines, std::size_t first, std::size_t behind,
@@ -280,8 +183,7 @@ class Guess {
     // Headers are told from rows by what stands in the middle of the table.
     const std::size_t skipped = rows.size() < 4 ? 0 : rows.size() / 3;
     const std::span<const std::string_view> body = std::span(rows).subspan(skipped);
-    table_.first =
-        FirstRow(lines_.first, table_.first, layout, {body, JudgeColumns(body, layout)});
+    table_.first = FirstRow(lines_.first, table_.first, layout, {body, JudgeColumns(body, layout)});
     table_.first = WithRaggedRowsAbove(lines_.first, table_.first, layout);
     format_.header_lines = static_cast<std::int32_t>(table_.first);
     NoteOthers(*best);
@@ -349,14 +251,24 @@ class Guess {
     if (table_.fields > 0 && ListsNames(layout)) {
       format_.names_line = 0;
     } else if (table_.fields > 0 && headers > 0) {
-      const HeaderLines found =
-          FindHeaderLines(std::span(lines_.first).first(headers), layout, table_.fields);
+      const auto above = std::span(lines_.first).first(headers);
+      HeaderLines found = FindHeaderLines(above, layout, table_.fields);
+      // Rows may end with a separator where their names do not.
+      if (found.names == 0 && table_.fields > 2 && EndWithSeparator(layout)) {
+        found = FindHeaderLines(above, layout, table_.fields - 1);
+      }
       // Where there is none, the rule is not to find one in the preamble.
       format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
       format_.units_line = found.units;
     }
     format_.names_line = hints_.names_line.value_or(format_.names_line);
     format_.units_line = hints_.units_line.value_or(format_.units_line);
+  }
+
+  bool EndWithSeparator(const TextLayout& layout) const {
+    return !layout.merge && std::ranges::all_of(Rows(layout), [&layout](std::string_view line) {
+      return layout.IsSeparator(line.back()) || ShapeOf(line, layout).kind != LineShape::Kind::Row;
+    });
   }
 
   /// The rule finds a list of names where no line is said to hold them.

@@ -104,12 +104,13 @@ std::vector<std::size_t> Candidates(std::span<const std::string_view> above,
   return places;
 }
 
-/// The line between names and rows that holds units under some of the names, from 1; 0: there is none.
+/// The line between names and rows that holds units, under some of the names at least, from 1; 0: there is none.
 std::int32_t UnitsBelow(std::span<const std::string_view> above, std::int32_t names,
                         const TextLayout& layout, std::int32_t columns) {
   const auto below = static_cast<std::size_t>(names);
   for (std::size_t i = below; i < above.size() && i <= below + 1; ++i) {
-    const std::optional<Names> units = UnitsUnderNames(above[i], above[below - 1], layout, columns);
+    std::optional<Names> units = UnitsUnderNames(above[i], above[below - 1], layout, columns);
+    if (!units) units = SplitNames(above[i], layout, columns);
     if (units && AreUnits(*units)) return static_cast<std::int32_t>(i) + 1;
   }
   return 0;
@@ -129,14 +130,17 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     comments += comment ? 1 : 0;
     const std::optional<Names> names = SplitNames(above[place], layout, columns);
     // A line that stands alone tells of the columns: "time;7".
-    const bool setting = names && AreSetting(*names) &&
-                         (places.size() > 1 || names->front().find_first_of(":=") != Names::value_type::npos);
+    const bool setting =
+        names && AreSetting(*names) &&
+        (places.size() > 1 || names->front().find_first_of(":=") != Names::value_type::npos);
     // Names would have stood below what is told of the measurement.
     if (setting && !comment && !head.HasNames() && CountFilled(*names) == 2) break;
     const bool far = layout.IsSeparator(' ') &&
                      (comment ? comments > kNearComments : others > kOtherLinesBelowNames);
     const bool cut_short = !nearest && HasMoreThan(columns, above[place], layout);
-    if (names && !setting && !IsSparse(*names, layout) && !far && !cut_short &&
+    // Only right above the rows one name may be missing, that of their labels.
+    const bool lacks_first = names && names->front().empty() && !nearest && !head.HasNames();
+    if (names && !setting && !lacks_first && !IsSparse(*names, layout) && !far && !cut_short &&
         AreNames(*names, above[place])) {
       if (!head.Take(place, *names)) break;
     } else if (head.HasNames()) {

@@ -25,7 +25,8 @@ ListedNames CurveNames(Lines above, const TextLayout& layout) {
     if (!among_curves || line.starts_with('~') || line.starts_with('#') || point == line.npos) {
       continue;
     }
-    const std::string_view unit = line.substr(point + 1, line.find_first_of(" \t:", point) - point - 1);
+    const std::string_view unit =
+        line.substr(point + 1, line.find_first_of(" \t:", point) - point - 1);
     listed.names.push_back(NameText(line.substr(0, point), layout));
     listed.units.push_back(UnitText(NameText(unit, layout)));
   }
@@ -67,7 +68,8 @@ std::pair<std::string, std::string_view> KeyAndValue(std::string_view line) {
   for (const char c : LowerAscii(line.substr(0, end))) {
     if (IsLetter(c)) key += c;
   }
-  std::string_view value = end == line.npos ? std::string_view() : TrimBlankBytes(line.substr(end + 1));
+  std::string_view value =
+      end == line.npos ? std::string_view() : TrimBlankBytes(line.substr(end + 1));
   while (!value.empty() && (value.back() == ',' || value.back() == ';')) value.remove_suffix(1);
   return {std::move(key), value};
 }

@@ -14,6 +14,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double kHuge = 1e20;
+constexpr double kBeyondAll = 1e33;  // nothing measured is as large
 constexpr double kSinglePrecision = 1e-6;
 constexpr double kFillValue = 9.969209968386869e36;  // of array files in single precision
 constexpr double kLargestSingle = 3.4028234663852886e38;
@@ -61,7 +62,7 @@ Sentinel KindOf(double value) {
   const bool is_power = AgreeInSingle(size, std::pow(10, std::round(std::log10(size))));
   const bool is_fill = AgreeInSingle(size, kFillValue) || AgreeInSingle(size, kLargestSingle) ||
                        size == std::numeric_limits<double>::max();
-  return is_power || is_fill ? Sentinel::Huge : Sentinel::None;
+  return is_power || is_fill || size > kBeyondAll ? Sentinel::Huge : Sentinel::None;
 }
 
 /// A number that may stand for no value, and how often it does.

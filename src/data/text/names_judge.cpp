@@ -24,6 +24,8 @@ bool HoldsWordOfSentence(std::string_view name) {
                                          "from", "this", "and",  "to",    "in",  "with", "on",
                                          "at",   "set",  "see",  "or",    "an",  "file", "data",
                                          "not",  "be",   "made", "units:"};
+  // What stands in brackets tells of a value: "[Magnitude in dB]".
+  name = name.substr(0, name.find_first_of("[("));
   while (!name.empty()) {
     const std::string_view word = name.substr(0, name.find(' '));
     if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
@@ -46,9 +48,8 @@ bool HoldsSentence(const Names& names, std::string_view line) {
   const std::size_t single = count([&](const std::string& name) {
     return by_blanks && name.find(' ') == name.npos && HoldsWordOfSentence(name);
   });
-  const bool address = count([](const std::string& name) {
-                         return name.find("://") != name.npos;
-                       }) > 0;
+  const bool address =
+      count([](const std::string& name) { return name.find("://") != name.npos; }) > 0;
   return address || 2 * words >= names.size() || kNamesPerWord * single > names.size();
 }
 
@@ -97,11 +98,13 @@ bool AreMeasured(const Names& names, std::string_view line) {
   return by_blanks && 2 * static_cast<std::size_t>(decimals) > names.size();
 }
 
-/// "ZONE T=one I=50 F=POINT"
+/// "ZONE T=one I=50 F=POINT", "Reference level =-20.00"
 bool AreAssignments(const Names& names) {
+  const auto begins = [](const std::string& name) { return name.starts_with('='); };
+  if (std::ranges::any_of(names, begins)) return true;
   const auto assignments = std::ranges::count_if(names, [](const std::string& name) {
     const std::size_t equals = name.find('=');
-    return equals != name.npos && equals > 0 && equals + 1 < name.size();
+    return equals != name.npos && equals + 1 < name.size();
   });
   return 2 * static_cast<std::size_t>(assignments) > names.size();
 }
@@ -143,7 +146,9 @@ bool AreNames(const Names& names, std::string_view line) {
     texts += kind == FieldKind::Text || kind == FieldKind::Placeholder ? 1 : 0;
     numbers_ahead += kind == FieldKind::Number && texts == 0 ? 1 : 0;
   }
-  if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) || AreMeasured(names, line) || MarksSection(names)) return false;
+  if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
+      AreMeasured(names, line) || MarksSection(names))
+    return false;
   return !HoldsSentence(names, line) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
 }

@@ -95,6 +95,22 @@ Names SplitBy(NameGaps gaps, std::string_view line, const TextLayout& layout) {
   return SplitAsRows(line, layout);
 }
 
+/// "f,dB(S(1,1)),deg"
+Names SplitOutsideParentheses(std::string_view line, const TextLayout& layout) {
+  Names names;
+  int depth = 0;
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i <= line.size(); ++i) {
+    if (i == line.size() || (line[i] == ',' && depth == 0)) {
+      names.push_back(NameText(line.substr(begin, i - begin), layout));
+      begin = i + 1;
+    } else {
+      depth += line[i] == '(' ? 1 : line[i] == ')' ? -1 : 0;
+    }
+  }
+  return names;
+}
+
 /// The inside of a line that stands in one pair of quotes as a whole.
 std::optional<std::string_view> WholeLineInQuotes(std::string_view line) {
   line = TrimBlankBytes(line);
@@ -150,16 +166,18 @@ std::string WithBlankedMarks(std::string_view line, const TextLayout& layout) {
   return std::string(static_cast<std::size_t>(rest.data() - line.data()), ' ') + std::string(rest);
 }
 
-/// The inside of "[time, voltage]", and what follows "VARIABLES =".
+/// The inside of "[time, voltage]", and what follows "VARIABLES =" or the mark of "~Time".
 std::string_view WithoutFrame(std::string_view whole) {
   const std::string_view line = TrimBlankBytes(whole);
+  if (line.starts_with('~')) return line.substr(1);
   const bool framed = line.size() > 2 && line.front() == '[' && line.back() == ']' &&
                       line.find_first_of("[]", 1) == line.size() - 1;
   if (framed) return line.substr(1, line.size() - 2);
   const std::size_t equals = line.find('=');
-  const bool listed = equals != line.npos &&
-                      TrimBlankBytes(line.substr(0, equals)).find_first_of(",; \t\"") == line.npos &&
-                      TrimBlankBytes(line.substr(equals + 1)).starts_with('"');
+  const bool listed =
+      equals != line.npos &&
+      TrimBlankBytes(line.substr(0, equals)).find_first_of(",; \t\"") == line.npos &&
+      TrimBlankBytes(line.substr(equals + 1)).starts_with('"');
   return listed ? TrimBlankBytes(line.substr(equals + 1)) : whole;
 }
 
@@ -241,6 +259,9 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       DropMarks(layout, names);
     }
     if (FitTo(wanted, names, comment ? RowLabels::Never : RowLabels::Possible)) return names;
+  }
+  if (text.find('(') != text.npos && layout.IsSeparator(',')) {
+    if (Names names = SplitOutsideParentheses(text, layout); names.size() == wanted) return names;
   }
   if (!comment && wanted > 1 && !layout.IsSeparator(' ')) {
     Names names = SplitBy(NameGaps::Separators, text, layout);

@@ -39,7 +39,8 @@ std::string FrameOfRows(std::span<const std::string_view> lines) {
   std::size_t rows = 0;
   for (const std::string_view whole : lines) {
     const std::string_view line = TrimBlankBytes(whole);
-    if (line.size() < 2 || !MayBeginRow(line.front()) || std::ranges::none_of(line, IsDigit)) continue;
+    if (line.size() < 2 || !MayBeginRow(line.front()) || std::ranges::none_of(line, IsDigit))
+      continue;
     ++rows;
     ++frames[FrameOf(line)];
   }

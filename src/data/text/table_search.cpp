@@ -10,7 +10,8 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int32_t kMostFields = 1000;
-constexpr std::size_t kMostOthers = 12;    // rows of other shapes that are looked at together
+constexpr std::size_t kMostOthers = 12;  // rows of other shapes that are looked at together
+constexpr std::size_t kHeadLines = 4;
 constexpr double kDoubt = 0.3;             // what a doubtful value counts less
 constexpr double kDoubtAmongCommas = 0.9;  // where "12 400" may come from "0,12 400,5"
 constexpr double kSingleColumnWeight =
@@ -33,7 +34,8 @@ class TableSearch {
         by_blanks_(layout.IsSeparator(' ')),
         tables_(tables) {}
 
-  void Take(std::size_t line, const LineShape& shape) {
+  void Take(std::size_t line, const LineShape& shape, std::string_view text) {
+    if (shape.kind == LineShape::Kind::Text && RepeatsHead(TrimBlankBytes(text))) return;
     switch (shape.kind) {
       case LineShape::Kind::Blank:
         blank_before_ = true;
@@ -50,6 +52,15 @@ class TableSearch {
     blank_before_ = false;
   }
 
+  /// Remembers the last lines of text above a table; true when one of them stands in it again.
+  bool RepeatsHead(std::string_view text) {
+    // Behind other text it heads another table.
+    if (table_) return stray_texts_ == 0 && std::ranges::find(head_, text) != head_.end();
+    if (head_.size() == kHeadLines) head_.erase(head_.begin());
+    head_.push_back(text);
+    return false;
+  }
+
   void Finish() {
     if (!table_) return;
     table_->weight *= table_->fields == 1 ? kSingleColumnWeight : 1;
@@ -58,6 +69,7 @@ class TableSearch {
     stray_texts_ = 0;
     text_beside_blank_ = false;
     others_.clear();
+    head_.clear();
   }
 
  private:
@@ -130,6 +142,7 @@ class TableSearch {
   const double doubt_;
   const bool by_blanks_;
   std::vector<FoundTable>& tables_;
+  std::vector<std::string_view> head_;  // the lines of text nearest above the table
   std::optional<FoundTable> table_;
   std::vector<Other> others_;  // rows of another number of fields since the last that fitted
   int stray_texts_ = 0;
@@ -174,7 +187,8 @@ std::vector<FoundTable> FindTables(std::span<const std::string_view> lines,
                                    const TextLayout& layout) {
   std::vector<FoundTable> tables;
   TableSearch search(layout, tables);
-  for (std::size_t i = 0; i < lines.size(); ++i) search.Take(i, ShapeOf(lines[i], layout));
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    search.Take(i, ShapeOf(lines[i], layout), lines[i]);
   search.Finish();
   return tables;
 }

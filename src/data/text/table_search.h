@@ -40,7 +40,7 @@ struct FoundTable {
 inline constexpr int kStrayLines = 3;
 
 /// All tables, in order. Lines that do not fit are passed over within a table, a few at a time; a line that may hold the
-/// names of other columns, or text beside an empty line, ends it.
+/// names of other columns, or text beside an empty line, ends it. Lines of its head may come again between its rows.
 std::vector<FoundTable> FindTables(std::span<const std::string_view> lines,
                                    const TextLayout& layout);
 

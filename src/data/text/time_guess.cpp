@@ -24,6 +24,7 @@ constexpr std::size_t kMostColumns = 64;
 constexpr std::size_t kMostPartColumns = 8;
 constexpr double kLessUneven = 0.01;
 constexpr double kFirstYear = 1900;
+constexpr double kFirstYearOfFour = 1700;  // of four digits beside a month
 constexpr double kLastYear = 2100;
 
 bool Holds(std::span<const TimePart> parts, TimePart part) {
@@ -39,8 +40,9 @@ bool HoldsOneOf(std::span<const TimePart> parts, std::initializer_list<TimePart>
 bool AreWhole(std::span<const TimePart> parts) {
   using enum TimePart;
   const bool month = Holds(parts, Month);
-  const bool date =
-      HoldsOneOf(parts, {Date, DayOfYear}) || (Holds(parts, Quarter) && Holds(parts, Year)) || (month && HoldsOneOf(parts, {Year, Day}));
+  const bool date = HoldsOneOf(parts, {Date, DayOfYear}) ||
+                    (Holds(parts, Quarter) && Holds(parts, Year)) ||
+                    (month && HoldsOneOf(parts, {Year, Day}));
   if (parts.size() < 2 || !date || (Holds(parts, Day) && !month)) return false;
   const bool time = HoldsOneOf(parts, {Time, HourMinute, Hour});
   const bool needs_day = time && !HoldsOneOf(parts, {Date, DayOfYear, Day});
@@ -200,7 +202,7 @@ bool IsClockTime(std::string_view text) {
 bool IsYear(std::string_view text) {
   const std::optional<double> year = FieldValue(text, ColumnFormat::Number);
   return TrimBlankBytes(text).size() == 4 && year && *year == std::floor(*year) &&
-         *year >= kFirstYear && *year <= kLastYear;
+         *year >= kFirstYearOfFour && *year <= kLastYear;
 }
 
 /// A date and a clock time side by side, told by how they are written; times may stand equal.

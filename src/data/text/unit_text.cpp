@@ -104,6 +104,7 @@ bool HasShortWords(std::string_view unit) {
 
 bool IsUnit(std::string_view unit) {
   if (unit.empty() || unit.size() > kLongestUnit) return false;
+  if (unit == "*" || unit == "#") return true;  // flags of an estimate and the like
   const char first = unit.front();
   if (!IsLetter(first) && !IsBeyondAscii(first) && first != '%') return false;
   return IsOfUnitCharacters(unit) && HasShortWords(unit);
