@@ -154,8 +154,9 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
     if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column))) continue;
     (CountsRows(source, column) ? counts : varying).push_back(column);
   }
-  std::ranges::stable_partition(
-      varying, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) != "y"; });
+  std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
+    return LowerAscii(source.NameOf(column)) != "y";
+  });
   const auto first = [&](auto is) {
     const auto found = std::ranges::find_if(varying, is);
     return found == varying.end() ? kRowNumberColumn : *found;
