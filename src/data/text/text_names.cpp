@@ -76,11 +76,15 @@ struct Opening {
   std::int32_t first_row_columns = 0;  // lines behind a short table may have more
 };
 
-Opening ReadOpening(std::string_view text, const TextLayout& layout, std::int32_t header_lines) {
+Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSInfo& info) {
+  const std::int32_t header_lines = info.FileHasHeaders;
+  const std::int64_t table_end = std::int64_t{header_lines} + info.TableLines;
   Opening opening;
   LineWalker walker(text, layout.line_end);
   std::int32_t rows = 0;
   for (std::int32_t i = 0; rows < kColumnLines && !walker.AtEnd(); ++i) {
+    // Rows behind the table have columns of their own.
+    if (info.TableLines > 0 && i >= table_end) break;
     const std::string_view line = walker.Next();
     const bool ahead = i < header_lines || !IsDataLine(line, layout);
     if (ahead && i >= header_lines + kMostLinesBeforeRows) break;
@@ -181,7 +185,7 @@ bool ReadsAsNumber(std::string_view field) {
 }
 
 TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const TDSInfo& info) {
-  const Opening opening = ReadOpening(text, layout, info.FileHasHeaders);
+  const Opening opening = ReadOpening(text, layout, info);
   const std::int32_t rows =
       layout.cuts.empty() ? opening.row_columns : static_cast<std::int32_t>(layout.cuts.size());
   std::optional<ListedNames> listed;

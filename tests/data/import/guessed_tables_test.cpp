@@ -119,6 +119,7 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "X: MAG_AUTO +- MAGERR_AUTO, Mass +- e_Mass, 9"},
       {"a title of one word less than columns",
        "sample LaB6\nBANK 1 20 20 CONS\n" + Rows(20, "@ @@ 1@"), "(col 0): (col 1), (col 2), 20"},
+      {"two tables of equal length", "a\tb\n" + Rows(20, "@\t@@") + "\nc\td\te\n" + Rows(20, "@\t@@\t1@"), "a: b, 20"},
       {"names that come again between the rows",
        "Year Jan Feb\n" + Rows(9, "200@ @@ 1@") + "\nYear Jan Feb\n" + Rows(9, "201@ @@ 1@"),
        "Year: Jan, Feb, 18"},
