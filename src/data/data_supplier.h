@@ -19,8 +19,8 @@ namespace tarnwick {
 struct RowPlan {
   std::int32_t x_column = -1;  ///< orders the rows of a source that has no order; -1: nothing does
   std::vector<ColumnRequest> columns;  ///< all that is read, pseudo columns among them, by position
-  std::int64_t first = 1;             ///< the first row wanted, as CurrentRow() counts
-  std::int64_t every = 1;             ///< from there on one row of so many
+  std::int64_t first = 1;              ///< the first row wanted, as CurrentRow() counts
+  std::int64_t every = 1;              ///< from there on one row of so many
   bool operator==(const RowPlan&) const = default;
 };
 

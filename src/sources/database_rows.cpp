@@ -92,7 +92,8 @@ std::vector<std::string> DatabaseRows::ColumnNames() const {
   const QSqlRecord record = query_.record();
   const QVariant handle = query_.result()->handle();
   // The driver leaves out quotes in names, which then name nothing.
-  const bool is_known = connection_.KnowsLibrary() && qstrcmp(handle.typeName(), "sqlite3_stmt*") == 0;
+  const bool is_known =
+      connection_.KnowsLibrary() && qstrcmp(handle.typeName(), "sqlite3_stmt*") == 0;
   sqlite3_stmt* const statement =
       is_known ? *static_cast<sqlite3_stmt* const*>(handle.constData()) : nullptr;
   std::vector<std::string> names;

@@ -12,6 +12,8 @@
 #include "data/import/import_file.h"
 #include "data/text/text_fields.h"
 #include "sources/database_supplier.h"
+#include "sources/thinned_supplier.h"
+#include "sources/thinned_view.h"
 
 namespace tarnwick {
 namespace {
@@ -27,11 +29,12 @@ constexpr SourceSetting kSettings[] = {{"XDataColumn", SettingUse::Opens},
                                        {"XFormat"},
                                        {"YFormat"},
                                        {"AutoRowHitFreq"},
-                                       {"RowChoiceMode"},
+                                       {"RowChoiceMode", SettingUse::Opens},
                                        {"RowChoiceValue1"},
                                        {"RowSamplingFrequency"},
                                        {"RowChoiceValue2"},
-                                       {"AllRows"},
+                                       {"AllRows", SettingUse::Opens},
+                                       {"ThinnedAtSource", SettingUse::Opens},
                                        {"XColExpr"},
                                        {"YColExpr"}};
 
@@ -94,6 +97,33 @@ void OpenFirstTable(DatabasePlace place, ImportSource& source) {
                   "tables: " + std::to_string(tables.size()));
 }
 
+/// Where nothing else says which rows are taken.
+bool ChoosesRows(const ImportOptions& options) {
+  return options.every || options.automatic_sampling ||
+         options.row_choice.value_or(RowChoice::All) != RowChoice::All;
+}
+
+void ChooseThinning(const ImportOptions& options, ImportSource& source) {
+  const DatabasePlace place = ParsePlace(source.info.DatasourceInfo);
+  const bool wanted = options.thinned_at_source.value_or(false);
+  if (wanted && ChoosesRows(options)) {
+    throw Error("Rows are thinned by the data base, or chosen, not both");
+  }
+  if (wanted && !CanThin(place)) {
+    throw Error("Data bases of this kind do not thin: " + place.Name());
+  }
+  if (options.thinned_at_source || ChoosesRows(options) || !CanThin(place)) {
+    source.info.ThinnedAtSource = wanted;
+  } else {
+    source.info.ThinnedAtSource = source.supplier->Size() > kMostWholeRows;
+  }
+  if (!source.info.ThinnedAtSource) return;
+  source.notes.push_back("the data base gives the highest and lowest rows only, of about " +
+                         std::to_string(source.supplier->Size()) +
+                         " rows; a view that is zoomed shows more");
+  source.supplier = std::make_unique<ThinnedSupplier>(std::move(source.supplier), place);
+}
+
 void Examine(const DatabasePlace& place, const ImportOptions& options, ImportSource& source) {
   if (place.table.empty() && place.query.empty()) {
     OpenFirstTable(place, source);
@@ -101,6 +131,7 @@ void Examine(const DatabasePlace& place, const ImportOptions& options, ImportSou
     OpenTable(place, source);
   }
   SettleStoredTimes(options, source);
+  ChooseThinning(options, source);
 }
 
 void ExamineFile(FileToExamine file, ImportSource& source) {
@@ -116,14 +147,23 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress
   if (place.table.empty() && place.query.empty()) {
     throw Error("The source names no table of its data base: " + place.Name());
   }
-  return std::make_unique<TDBSupplier>(place, progress);
+  auto table = std::make_unique<TDBSupplier>(place, progress);
+  if (!IsThinned(info)) return table;
+  return std::make_unique<ThinnedSupplier>(std::move(table), place);
 }
 
 ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress&) {
-  return OpenDatabase(ParsePlace(place.DatasourceInfo), options);
+  ImportOptions asked = options;
+  if (place.ThinnedAtSource) asked.thinned_at_source = true;
+  return OpenDatabase(ParsePlace(place.DatasourceInfo), asked);
 }
 
 }  // namespace
+
+bool IsThinned(const TDSInfo& info) {
+  return info.DataSource == DataSourceKind::Database && info.ThinnedAtSource && info.AllRows &&
+         info.RowChoiceMode == RowChoice::All;
+}
 
 SourceKind DatabaseKind() {
   return {.kind = DataSourceKind::Database,

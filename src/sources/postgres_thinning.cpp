@@ -19,7 +19,8 @@
 namespace tarnwick {
 namespace {
 
-constexpr const char* kDays = "(extract(epoch FROM %1::timestamp)::double precision / 86400 + 25569)";
+constexpr const char* kDays =
+    "(extract(epoch FROM %1::timestamp)::double precision / 86400 + 25569)";
 constexpr double kDaysTo1970 = 25569;
 
 /// A column as the server is asked for it.
@@ -54,7 +55,8 @@ QString Literal(double value) {
 /// Compares the column itself, so that an index serves.
 QString Bound(const Asked& x, const char* comparison, double value) {
   if (!std::isfinite(value)) return {};
-  const QString bound = x.is_time ? QString("(timestamp 'epoch' + interval '1 second' * %1)").replace("%1", Literal((value - kDaysTo1970) * 86400))
+  const QString bound = x.is_time ? QString("(timestamp 'epoch' + interval '1 second' * %1)")
+                                        .replace("%1", Literal((value - kDaysTo1970) * 86400))
                                   : Literal(value);
   return " AND " + x.name + ' ' + comparison + ' ' + bound;
 }
@@ -73,10 +75,14 @@ std::vector<double> Numbers(const QString& array) {
 class Query {
  public:
   Query(const ThinnedView& view, Progress& progress)
-      : view_(view), progress_(progress), connection_(view.place), rows_(connection_, view.place.Name()) {
-    source_ = view.place.query.empty()
-                  ? connection_.Quoted(view.place.table)
-                  : "(" + QString::fromStdString(ReadingQuery(view.place.query)) + ") AS tarnwick_rows";
+      : view_(view),
+        progress_(progress),
+        connection_(view.place),
+        rows_(connection_, view.place.Name()) {
+    source_ =
+        view.place.query.empty()
+            ? connection_.Quoted(view.place.table)
+            : "(" + QString::fromStdString(ReadingQuery(view.place.query)) + ") AS tarnwick_rows";
     Run("SELECT * FROM " + source_ + " LIMIT 0");
     const QSqlRecord record = rows_.Record();
     x_ = AskedFor(connection_, record, view.x);
@@ -103,11 +109,12 @@ class Query {
       const QString by_y = "(ARRAY[" + y + "] || " + whole + ") FILTER (WHERE " + Finite(y) + ')';
       for (const char* const extreme : {"min", "max"}) picked.append(extreme + by_y);
     }
-    const QString column = QString("least(%1, greatest(0, floor((x - %2) * %3)))::int")
-                               .arg(QString::number(view_.columns - 1), Literal(x_min), Literal(per_x));
-    Run("SELECT count(*), " + picked.join(", ") + " FROM (SELECT " + numbers.join(", ") + " FROM " + source_ +
-        " WHERE true" + Bounds() + ") AS numbers WHERE " + Finite("x") + " AND (" + some.join(" OR ") +
-        ") GROUP BY " + column);
+    const QString column =
+        QString("least(%1, greatest(0, floor((x - %2) * %3)))::int")
+            .arg(QString::number(view_.columns - 1), Literal(x_min), Literal(per_x));
+    Run("SELECT count(*), " + picked.join(", ") + " FROM (SELECT " + numbers.join(", ") + " FROM " +
+        source_ + " WHERE true" + Bounds() + ") AS numbers WHERE " + Finite("x") + " AND (" +
+        some.join(" OR ") + ") GROUP BY " + column);
     while (Next()) {
       columns.Count(rows_.Value(0).toLongLong());
       for (int i = 1; i < 1 + picked.size(); ++i) {
@@ -127,18 +134,22 @@ class Query {
 
   /// Of the view; of all rows where it has none.
   std::optional<std::pair<double, double>> Range() {
-    if (std::isfinite(view_.x_min) && std::isfinite(view_.x_max)) return {{view_.x_min, view_.x_max}};
+    if (std::isfinite(view_.x_min) && std::isfinite(view_.x_max))
+      return {{view_.x_min, view_.x_max}};
     const QString number = QString(x_.number).replace(x_.name, "e");
     // By an index at once; infinite numbers have no place in a view.
-    const QString finite = x_.is_time ? " AND isfinite(" + x_.name + ')'
-                                      : " AND " + x_.name + " > '-Infinity' AND " + x_.name + " < 'Infinity'";
+    const QString finite =
+        x_.is_time ? " AND isfinite(" + x_.name + ')'
+                   : " AND " + x_.name + " > '-Infinity' AND " + x_.name + " < 'Infinity'";
     const auto end = [&](const char* extreme) {
-      return QString("(SELECT %1 FROM (SELECT %2(%3) AS e FROM %4 WHERE true%5) AS ends)").arg(number, extreme, x_.name, source_, Bounds() + finite);
+      return QString("(SELECT %1 FROM (SELECT %2(%3) AS e FROM %4 WHERE true%5) AS ends)")
+          .arg(number, extreme, x_.name, source_, Bounds() + finite);
     };
     Run("SELECT " + end("min") + ", " + end("max"));
     if (!Next() || rows_.Value(0).isNull()) return std::nullopt;
     const double low = rows_.Value(0).toDouble(), high = rows_.Value(1).toDouble();
-    return {{std::isfinite(view_.x_min) ? view_.x_min : low, std::isfinite(view_.x_max) ? view_.x_max : high}};
+    return {{std::isfinite(view_.x_min) ? view_.x_min : low,
+             std::isfinite(view_.x_max) ? view_.x_max : high}};
   }
 
   void Run(const QString& statement) {
@@ -158,7 +169,8 @@ class Query {
     }
   }
   [[noreturn]] void Fail(const DatabaseFailure& failure) const {
-    throw FileError("The data base cannot be read", view_.place.Name(), connection_.TextOf(failure.error));
+    throw FileError("The data base cannot be read", view_.place.Name(),
+                    connection_.TextOf(failure.error));
   }
 
   const ThinnedView& view_;

@@ -21,8 +21,9 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kStepsBetweenLooks = 20'000;      // of the machine that runs statements: about a millisecond
-constexpr double kNarrow = 1.0 / 16;            // of the whole: looking up by an index pays
+constexpr int kStepsBetweenLooks =
+    20'000;                           // of the machine that runs statements: about a millisecond
+constexpr double kNarrow = 1.0 / 16;  // of the whole: looking up by an index pays
 constexpr std::size_t kMostThreads = 8;
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
@@ -150,12 +151,14 @@ Road RoadOf(const File& file, const ThinnedView& view) {
   }
   if (!view.place.query.empty()) return road;
   const std::string name = Literal(view.place.table);
-  const Statement table(file, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = " + name +
-                                  " AND sql NOT LIKE '%WITHOUT%ROWID%' AND NOT EXISTS (SELECT 1 "
-                                  "FROM pragma_table_info(" + name + ") AS i WHERE lower(i.name) = '_rowid_')");
+  const Statement table(file,
+                        "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = " + name +
+                            " AND sql NOT LIKE '%WITHOUT%ROWID%' AND NOT EXISTS (SELECT 1 "
+                            "FROM pragma_table_info(" +
+                            name + ") AS i WHERE lower(i.name) = '_rowid_')");
   if (!table.Next()) return road;
-  const Statement ends(file, "SELECT (SELECT min(_rowid_)" + rows + "), (SELECT max(_rowid_)" +
-                                 rows + ")");
+  const Statement ends(
+      file, "SELECT (SELECT min(_rowid_)" + rows + "), (SELECT max(_rowid_)" + rows + ")");
   if (ends.Next() && ends.Type(0) == SQLITE_INTEGER && ends.Type(1) == SQLITE_INTEGER) {
     road.keys = {sqlite3_column_int64(ends.Get(), 0), sqlite3_column_int64(ends.Get(), 1)};
   }
@@ -178,8 +181,10 @@ std::optional<Range> WholeRange(const File& file, const ThinnedView& view, const
   };
   if (road.by_number) {
     // Texts come behind all numbers, infinite ones among these.
-    const std::string some = " FROM " + road.from + " WHERE " + x + " < 9e999 AND " + x + " > -9e999";
-    const Statement ends(file, "SELECT (SELECT min(" + x + ")" + some + "), (SELECT max(" + x + ")" + some + ")");
+    const std::string some =
+        " FROM " + road.from + " WHERE " + x + " < 9e999 AND " + x + " > -9e999";
+    const Statement ends(
+        file, "SELECT (SELECT min(" + x + ")" + some + "), (SELECT max(" + x + ")" + some + ")");
     if (ends.Next() && ends.Type(0) != SQLITE_NULL) {
       for (const int column : {0, 1}) see(sqlite3_column_double(ends.Get(), column));
     }
@@ -195,8 +200,10 @@ std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Rang
                                  double whole) {
   const std::string x = Quoted(view.x.name);
   const bool some = std::isfinite(view.x_min) || std::isfinite(view.x_max);
-  const bool by_x = road.indexed && some && (road.covered || range.x_max - range.x_min < whole * kNarrow);
-  const std::size_t threads = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostThreads);
+  const bool by_x =
+      road.indexed && some && (road.covered || range.x_max - range.x_min < whole * kNarrow);
+  const std::size_t threads =
+      std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMostThreads);
   std::vector<std::string> parts;
   if (by_x) {
     for (std::size_t i = 0; i < threads; ++i) {
@@ -204,20 +211,24 @@ std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Rang
       const double from = range.x_min + step * static_cast<double>(i);
       const bool last = i + 1 == threads;
       const double to = last ? range.x_max : range.x_min + step * static_cast<double>(i + 1);
-      parts.push_back(x + " >= " + Literal(from) + " AND " + x + (last ? " <= " : " < ") + Literal(to));
+      parts.push_back(x + " >= " + Literal(from) + " AND " + x + (last ? " <= " : " < ") +
+                      Literal(to));
     }
     return parts;
   }
   // The sign keeps the index out: what it finds would be looked up row by row.
-  const std::string bounds = !some || !road.by_number ? "1"
-                                                      : "+" + x + " >= " + Literal(range.x_min) + " AND +" + x +
-                                                            " <= " + Literal(range.x_max);
+  const std::string bounds =
+      !some || !road.by_number
+          ? "1"
+          : "+" + x + " >= " + Literal(range.x_min) + " AND +" + x + " <= " + Literal(range.x_max);
   if (!road.keys) return {bounds};
   const auto [first, last] = *road.keys;
   const auto wide = static_cast<long double>(last) - static_cast<long double>(first);
   for (std::size_t i = 0; i < threads; ++i) {
     const auto key = [&](std::size_t part) {
-      return std::to_string(first + static_cast<std::int64_t>(wide * static_cast<long double>(part) / static_cast<long double>(threads)));
+      return std::to_string(first +
+                            static_cast<std::int64_t>(wide * static_cast<long double>(part) /
+                                                      static_cast<long double>(threads)));
     };
     const std::string to = i + 1 == threads ? " <= " + std::to_string(last) : " < " + key(i + 1);
     parts.push_back(bounds + " AND _rowid_ >= " + key(i) + " AND _rowid_" + to);

@@ -14,7 +14,8 @@ struct Way {
   ThinnedRows (*fetch)(const ThinnedView& view, Progress& progress);
 };
 
-constexpr Way kWays[] = {{"sqlite", &FetchThinnedOfSqlite}, {"postgresql", &FetchThinnedOfPostgres}};
+constexpr Way kWays[] = {{"sqlite", &FetchThinnedOfSqlite},
+                         {"postgresql", &FetchThinnedOfPostgres}};
 
 const Way* WayOf(const DatabasePlace& place) {
   for (const Way& way : kWays) {

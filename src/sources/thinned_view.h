@@ -14,7 +14,7 @@
 namespace tarnwick {
 
 /// Columns of a whole table, so many that a zoom finds something until its own rows are there.
-inline constexpr int kColumnsOfWhole = 8192;
+inline constexpr int kColumnsOfWhole = 16 * 2048;
 /// Columns of a view where no screen says how many.
 inline constexpr int kColumnsOfView = 2048;
 
@@ -38,7 +38,7 @@ struct ThinnedView {
 struct ThinnedRows {
   std::vector<double> x;
   std::vector<std::vector<double>> y;  ///< by columns of Y; NaN where a row has no number there
-  std::int64_t rows = 0;               ///< with X and some Y in the range, of which these were picked
+  std::int64_t rows = 0;  ///< with X and some Y in the range, of which these were picked
 };
 
 /// True for kinds of data base that can.

@@ -123,7 +123,8 @@ Table AllRows(const ThinnedView& view) {
     };
     std::vector<double> row = {value(view.x.name)};
     for (const ThinnedColumn& y : view.y) row.push_back(value(y.name));
-    const bool has_y = std::any_of(row.begin() + 1, row.end(), [](double y) { return !std::isnan(y); });
+    const bool has_y =
+        std::any_of(row.begin() + 1, row.end(), [](double y) { return !std::isnan(y); });
     if (row[0] >= view.x_min && row[0] <= view.x_max && has_y) table.rows.push_back(row);
   }
   return table;

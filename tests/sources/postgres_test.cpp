@@ -65,8 +65,9 @@ TEST_F(Postgres, ThinsWithEveryExtreme) {
 }
 
 TEST_F(Postgres, TimesAreThinnedAsDays) {
-  server_->Run({"CREATE TABLE days AS SELECT timestamp '2024-03-04' + i * interval '1 hour' AS at, i "
-                "AS y, true AS said FROM generate_series(0, 239) i"});
+  server_->Run(
+      {"CREATE TABLE days AS SELECT timestamp '2024-03-04' + i * interval '1 hour' AS at, i "
+       "AS y, true AS said FROM generate_series(0, 239) i"});
   ThinnedView view{.place = Place("days"), .x = {"at"}, .y = {{"y"}, {"said"}}};
   view.columns = 10;
   view.x_min = 45356;

@@ -13,6 +13,7 @@
 #include "app/window/told_bar.h"
 #include "desk/commands/workspace.h"
 #include "desk/document/dropped_files.h"
+#include "desk/document/view_thinning.h"
 #include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
 
@@ -52,6 +53,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   column->addWidget(told);
   column->addWidget(new LiveBar(*document_, prompt, content));
   column->addWidget(canvas_, 1);
+  new ViewThinning(*document_, content);
   content->setFocusProxy(canvas_);
   setWidget(content);
   // The frame's own menu brings Ctrl+W along, which belongs to a command.

@@ -86,10 +86,11 @@ ErrorOption ReadErrors(const std::string& text) {
 void ReadSampling(const std::string& text, ImportOptions& options) {
   if (text.empty()) return;
   options.automatic_sampling = text == "auto";
-  if (options.automatic_sampling) return;
+  if (text == "thin") options.thinned_at_source = true;
+  if (options.automatic_sampling || options.thinned_at_source) return;
   options.every = ParseInteger(text);
   if (!options.every || *options.every < 1)
-    throw UsageError("--every takes a whole number from 1, or auto");
+    throw UsageError("--every takes a whole number from 1, auto or thin");
 }
 
 void AddDatabaseOptions(Command& command, ImportArguments& arguments) {
@@ -187,7 +188,9 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
       .Group(group)
       .Excludes(width);
   command.Add("--rows", arguments.rows, "Which rows: MODE[,V1[,V2]]").Group(group);
-  command.Add("--every", arguments.every, "Take one row of N, or auto: about 5000 of them")
+  command
+      .Add("--every", arguments.every,
+           "Take one row of N; auto: about 5000 of them; thin: what a view of a data base shows")
       .Group(group);
   command
       .Add("--x-format", arguments.x_format,

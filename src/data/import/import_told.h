@@ -19,7 +19,8 @@ enum class ToldAbout {
   Errors,
   Moving,
   Guessing,
-  Outdated  ///< what was computed from the data as they were before
+  Thinning,  ///< what of a view the data base gave
+  Outdated   ///< what was computed from the data as they were before
 };
 
 struct ToldClause {

@@ -36,7 +36,7 @@ void TakeAllRows(TDSInfo& info) {
 
 bool ShowsSomeRows(const TDSInfo& info) {
   return info.DataSource != DataSourceKind::Manual && !info.DatasourceInfo.empty() &&
-         !info.AllRows && info.RowSamplingFrequency > 1;
+         (info.AllRows ? info.ThinnedAtSource : info.RowSamplingFrequency > 1);
 }
 
 void ChooseSampling(TDSInfo& info, TDataSupplier& supplier, const ImportOptions& options,

@@ -232,6 +232,15 @@ void DocumentFiles::TakeRefreshed(const ReadResult& result) {
   TakeReadAgain(result, step);
 }
 
+void DocumentFiles::TakeView(const std::vector<PointsOfFile>& points, const std::string& told) {
+  const GraphState whole = document_.WholeGraph().State();
+  as_read_.Add(points, whole);
+  filed_.Add(points, whole);
+  data_told_.Drop(ToldAbout::Thinning);
+  data_told_.Add({{ToldAbout::Thinning, told}});
+  emit document_.stateChanged();
+}
+
 bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources,
                            const std::vector<std::string>& columns) {
   const GraphState before = document_.WholeGraph().State();

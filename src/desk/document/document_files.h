@@ -90,6 +90,8 @@ class DocumentFiles {
   bool Refresh();
   /// One step of what reading the DataSets of the whole graph again made of it.
   void TakeRefreshed(const ReadResult& result);
+  /// Points of DataSets of the whole graph gave way to others of their sources, which is no step, and `told` says which.
+  void TakeView(const std::vector<PointsOfFile>& points, const std::string& told);
   /// One step: these DataSets of the whole graph read by other descriptions, and further columns of the first one's source
   /// as DataSets more. Throws as ReadBy of document_io.h.
   bool ReadBy(const std::vector<NewSource>& sources, const std::vector<std::string>& columns = {});

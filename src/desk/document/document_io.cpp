@@ -259,7 +259,7 @@ RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progres
       const std::vector<LoadReport> read = RefreshAll(source, load);
       if (WasCancelled(read) || progress.Cancelled()) return {.cancelled = true};
       for (std::size_t i = 0; i < source.size(); ++i) reports[source[i]] = read[i];
-    } catch (const FileError& error) {
+    } catch (const Error& error) {
       refreshed.troubles.emplace_back(error.what());
     }
   }
@@ -274,6 +274,7 @@ ReadResult WithAllRows(const GraphState& state, Progress& progress) {
   for (TSeries* const series : SeriesOfWhole(graph)) {
     if (!ShowsSomeRows(series->Source())) continue;
     TakeAllRows(series->Source());
+    series->Source().ThinnedAtSource = false;
     sampled.push_back(series);
   }
   return ReadAgain(graph, sampled, progress);

@@ -1,12 +1,23 @@
-// Where a table of a data base stands: its address, and the table or the query. Knows places of data bases; connects to none.
+// Where a table of a data base stands: its address, and the table or the query. Knows places of data bases; asks them what
+// they hold in the background.
 #pragma once
 
-#include "desk/sources/place_edit.h"
+#include <QTimer>
 
+#include "desk/sources/place_edit.h"
+#include "sources/database_place.h"
+
+class QCheckBox;
+class QComboBox;
+class QFormLayout;
+class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
+class QPushButton;
 
 namespace tarnwick {
+
+class LatestWork;
 
 class DatabaseEdit final : public PlaceEdit {
   Q_OBJECT
@@ -18,11 +29,33 @@ class DatabaseEdit final : public PlaceEdit {
   std::optional<QString> Take(TDSInfo& info) const override;
 
  private:
+  struct Answer;
+
+  void MakeFields();
+  void MakeLayout();
+  void Connect();
   void ChooseFile();
+  void AddressChanged();
+  void PasswordTyped();
+  void QueryChanged();
+  /// What the base at the address holds, and whether table or query can be read there.
+  void Ask();
+  void Take(const Answer& answer);
+  void Tell(const QString& text, bool is_wrong);
+  /// As typed; throws Error.
+  DatabasePlace Place() const;
 
   QLineEdit* address_;
-  QLineEdit* table_;
+  QPushButton* browse_;
+  QLineEdit* password_;
+  QComboBox* table_;
   QPlainTextEdit* query_;
+  QCheckBox* thinned_;
+  QPushButton* test_;
+  QLabel* told_;
+  QFormLayout* form_ = nullptr;
+  LatestWork* asking_;
+  QTimer patience_;
 };
 
 }  // namespace tarnwick
