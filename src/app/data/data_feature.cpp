@@ -36,7 +36,10 @@ Feature DataFeature() {
        .menu = Menu::RefreshData,
        .tool = ToolGroup::Data,
        .enabled = HasDocument,
-       .run = [](CommandContext& c) { c.document->Files().Refresh(); }},
+       .run =
+           [](CommandContext& c) {
+             if (MayReadAgain({&c.document, 1})) c.document->Files().Refresh();
+           }},
       {.name = "editRefreshAll1",
        .caption = "&All Windows",
        .shortcut = "Ctrl+F5",

@@ -4,13 +4,39 @@
 #include <vector>
 
 #include "base/prompt.h"
+#include "base/word_list.h"
 #include "desk/document/document.h"
 #include "desk/document/document_io.h"
 #include "desk/work/long_work.h"
+#include "graph/series.h"
+#include "graph/series_of_whole.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr std::size_t kMostNames = 5;
+
+}  // namespace
+
+bool MayReadAgain(std::span<Document* const> documents) {
+  std::vector<std::string> edited;
+  for (Document* const document : documents) {
+    for (const TSeries* const series : SeriesOfWhole(document->WholeGraph())) {
+      const SeriesAsRead* const read = document->Files().AsRead().Of(*series);
+      const bool has_source = series->Source().DataSource != DataSourceKind::Manual;
+      if (!has_source || read == nullptr || read->points.SharesAllWith(series->Points())) continue;
+      edited.push_back('"' + series->SeriesName() + '"');
+    }
+  }
+  if (edited.empty()) return true;
+  const std::string text = "Points of " + Listed(edited, kMostNames) +
+                           " were edited since they were read. Refreshing takes the edits back; "
+                           "Undo brings them again.\n\nRefresh all the same?";
+  return documents.front()->GetPrompt().Ask({text, {Answer::Yes, Answer::No}}) == Answer::Yes;
+}
 
 void RefreshDocuments(std::span<Document* const> documents) {
+  if (!MayReadAgain(documents)) return;
   std::vector<GraphState> states;
   for (Document* const document : documents) states.push_back(document->WholeGraph().State());
   RefreshedGraphs refreshed;

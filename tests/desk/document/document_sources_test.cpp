@@ -4,6 +4,7 @@
 #include <string>
 
 #include "desk/document/document.h"
+#include "desk/document/refresh_documents.h"
 #include "document/immediate_work.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
@@ -83,6 +84,22 @@ TEST_F(DocumentSources, RefreshReadsInsertedGraphsOfEveryDepth) {
   EXPECT_EQ(Points(), (std::vector{2, 2, 2}));
   document_.History().Undo();
   EXPECT_EQ(Points(), (std::vector{kRows, kRows, kRows}));
+}
+
+TEST_F(DocumentSources, EditsAreToldBeforeRefreshingTakesThemBack) {
+  document_.Files().ReadDataFile(folder_.Write("small.csv", "x,y\n1,2\n3,4\n"));
+  Document* const all[] = {&document_};
+  EXPECT_TRUE(MayReadAgain(all)) << "nothing is asked without an edit";
+  document_.Edit("Add", [](TxyGraph& graph) { graph.Series(0).AddPoint(7, 1); });
+  const std::string question =
+      "Points of \"y\" were edited since they were read. Refreshing takes the edits back; Undo "
+      "brings them again.\n\nRefresh all the same?";
+  prompt_.Expect(question, Answer::No);
+  RefreshDocuments(all);
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 3);
+  prompt_.Expect(question, Answer::Yes);
+  RefreshDocuments(all);
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
 }
 
 TEST_F(DocumentSources, AMovedFolderIsStillReadAgain) {

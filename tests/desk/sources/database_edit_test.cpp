@@ -36,7 +36,8 @@ class DatabaseEdits : public ::testing::Test {
   }
   std::string Test() {
     Part<QPushButton>("DatabaseTest").click();
-    QTest::qWaitFor([&] { return Part<QLabel>("DatabaseTold").text() != "asking…"; });
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return Part<QLabel>("DatabaseTold").text() != "asking…"; }, 20000));
     return Part<QLabel>("DatabaseTold").text().toStdString();
   }
   std::string Taken() const {
