@@ -68,9 +68,10 @@ void DatabaseEdit::MakeFields() {
   password_->setObjectName("DatabasePassword");
   password_->setEchoMode(QLineEdit::Password);
   password_->setPlaceholderText(tr("kept until the program ends, never in a file"));
-  table_->setObjectName("DatabaseTable");
+  table_->setObjectName("DatabaseTables");
   table_->setEditable(true);
   table_->setInsertPolicy(QComboBox::NoInsert);
+  table_->lineEdit()->setObjectName("DatabaseTable");
   table_->lineEdit()->setPlaceholderText(tr("its first table with numbers"));
   query_->setObjectName("DatabaseQuery");
   query_->setPlaceholderText(tr("SELECT … instead of a table"));
@@ -85,7 +86,7 @@ void DatabaseEdit::MakeFields() {
   test_->setToolTip(tr("Connects, lists the tables, and tries what is to be read"));
   told_->setObjectName("DatabaseTold");
   told_->setWordWrap(true);
-  told_->setAlignment(Qt::AlignTop);
+  told_->setAlignment(Qt::AlignVCenter);
   told_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   told_->setMinimumHeight(2 * fontMetrics().lineSpacing());
 }
@@ -104,7 +105,7 @@ void DatabaseEdit::MakeLayout() {
   caption->setBuddy(address_);
   form_->addRow(caption, line);
   form_->addRow(tr("Pass&word:"), password_);
-  form_->addRow(tr("T&able:"), table_);
+  form_->addRow(tr("Ta&ble:"), table_);
   form_->addRow(tr("&Query:"), query_);
   form_->addRow(QString(), thinned_);
   form_->addRow(QString(), test);

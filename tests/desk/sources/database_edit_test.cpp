@@ -53,7 +53,7 @@ class DatabaseEdits : public ::testing::Test {
 
 TEST_F(DatabaseEdits, TablesAreListedAndWhatIsReadIsTried) {
   auto& address = Part<QLineEdit>("DatabaseAddress");
-  auto& table = Part<QComboBox>("DatabaseTable");
+  auto& table = Part<QComboBox>("DatabaseTables");
   auto& query = Part<QPlainTextEdit>("DatabaseQuery");
   address.setText(QString::fromStdString("sqlite:" + file_));
   EXPECT_EQ(Test(), "Connected: 2 tables.");
