@@ -56,23 +56,20 @@ bool DatabaseRows::Open(const QString& statement, Progress& progress) {
   return true;
 }
 
-void DatabaseRows::OpenSteps(const QString& statement, std::int64_t first_key,
-                             std::int64_t first_skip, std::int64_t skip) {
+void DatabaseRows::OpenSteps(const QString& statement, const KeySteps& steps) {
   Close();
   Require(query_.prepare(statement));
   way_ = Way::Steps;
-  key_ = first_key;
-  pass_ = first_skip;
-  skip_ = skip;
+  steps_ = steps;
 }
 
 bool DatabaseRows::NextStep() {
-  query_.bindValue(0, QVariant::fromValue<qlonglong>(key_));
-  query_.bindValue(1, QVariant::fromValue<qlonglong>(pass_));
+  query_.bindValue(0, QVariant::fromValue<qlonglong>(steps_.first_key));
+  query_.bindValue(1, QVariant::fromValue<qlonglong>(steps_.first_skip));
   Require(query_.exec());
   if (!query_.next()) return false;
-  key_ = query_.value(0).toLongLong() + 1;
-  pass_ = skip_;
+  steps_.first_key = query_.value(0).toLongLong() + steps_.key_step;
+  steps_.first_skip = steps_.skip;
   return true;
 }
 

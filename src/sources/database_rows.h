@@ -20,6 +20,12 @@ struct DatabaseFailure {
   QSqlError error;
 };
 
+/// How rows are found by whole numbers that rise from row to row.
+struct KeySteps {
+  std::int64_t first_key = 0, first_skip = 0;  ///< of the first row
+  std::int64_t key_step = 1, skip = 0;         ///< of the next, from the key that was found
+};
+
 class DatabaseRows {
  public:
   /// `subject` is for progress windows. The connection outlives the rows and runs one of them at a time.
@@ -31,9 +37,8 @@ class DatabaseRows {
   /// Stands before the first row then; what was open before is closed. False: cancelled. Throws DatabaseFailure.
   bool Open(const QString& statement, Progress& progress);
   /// Opens rows of which each is found by itself: `statement` has two places for values, the key from which on it looks
-  /// and how many rows it passes from there, and answers the key first. Keys are whole numbers.
-  void OpenSteps(const QString& statement, std::int64_t first_key, std::int64_t first_skip,
-                 std::int64_t skip);
+  /// and how many rows it passes from there, and answers the key first.
+  void OpenSteps(const QString& statement, const KeySteps& steps);
   /// Goes to the next row; false behind the last. Throws DatabaseFailure.
   bool Next();
   QVariant Value(int column) const { return query_.value(column); }
@@ -55,7 +60,7 @@ class DatabaseRows {
   std::string subject_;
   QSqlQuery query_;
   Way way_ = Way::Closed;
-  std::int64_t key_ = 0, pass_ = 0, skip_ = 0;  // of steps: the next
+  KeySteps steps_;  // from the row that comes next
 };
 
 }  // namespace tarnwick

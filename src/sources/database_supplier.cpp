@@ -123,9 +123,25 @@ bool TDBSupplier::OpenPlanned(std::int64_t first, std::int64_t every, Progress& 
   opened_.row = opened_.first - 1 - opened_.every;
   if (all) return opened_.rows.Open(AllRowsOf(asked), progress);
   if (!steps) return opened_.rows.Open(SomeRowsOf(asked, first, every), progress);
-  opened_.rows.OpenSteps(RowBehindKey(asked), std::numeric_limits<std::int64_t>::min(), first - 1,
-                         every - 1);
+  opened_.rows.OpenSteps(RowBehindKey(asked), StepsThrough(first, every));
   return true;
+}
+
+/// Where no key is left out they are counted off; else the rows between are passed.
+KeySteps TDBSupplier::StepsThrough(std::int64_t first, std::int64_t every) const {
+  QSqlQuery ends(connection_.Handle());
+  const QString statement = QString("SELECT (SELECT min(%1) FROM %2), (SELECT max(%1) FROM %2)")
+                                .arg(table_.row_key, table_.from);
+  if (counted_ && ends.exec(statement) && ends.next() && !ends.isNull(0)) {
+    const std::int64_t low = ends.value(0).toLongLong();
+    const bool is_dense =
+        ends.value(1).toDouble() - static_cast<double>(low) + 1 == static_cast<double>(*counted_);
+    if (is_dense) return {.first_key = low + first - 1, .key_step = every};
+  }
+  return {.first_key = std::numeric_limits<std::int64_t>::min(),
+          .first_skip = first - 1,
+          .key_step = 1,
+          .skip = every - 1};
 }
 
 bool TDBSupplier::Expect(const RowPlan& plan, Progress& progress) {
@@ -245,7 +261,8 @@ std::int64_t TDBSupplier::GuessSize() const {
   QSqlQuery query(connection_.Handle());
   if (!table_.row_key.isEmpty()) {
     const QString statement =
-        QString("SELECT max(%1) - min(%1) + 1 FROM %2").arg(table_.row_key, table_.from);
+        QString("SELECT (SELECT max(%1) FROM %2) - (SELECT min(%1) FROM %2) + 1")
+            .arg(table_.row_key, table_.from);
     if (query.exec(statement) && query.next())
       return std::max<std::int64_t>(query.value(0).toLongLong(), 0);
   }

@@ -65,6 +65,7 @@ class TDBSupplier final : public TDataSupplier {
   bool Open(std::int64_t first, std::int64_t every, Progress& progress) const;
   bool OpenPlanned(std::int64_t first, std::int64_t every, Progress& progress) const;
   bool OpenPlain(Progress& progress) const;
+  KeySteps StepsThrough(std::int64_t first, std::int64_t every) const;
   void Settle() const;
   void AskFor(std::int32_t column);
   [[noreturn]] void Fail(const QSqlError& error) const;
