@@ -2,10 +2,12 @@
 
 #include <Eigen/Dense>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <string>
 
+#include "analysis/convolution.h"
 #include "base/error.h"
 #include "base/undefined.h"
 
@@ -53,27 +55,16 @@ double Weighed(const double* y, const Eigen::VectorXd& weights) {
   return sum;
 }
 
-/// sums[i] += the sum of kCount weights[k] values[i + k]: the sums are loaded and stored once.
-template <std::size_t kCount>
-void AddProducts(const double* values, const double* weights, std::span<double> sums) {
-  for (std::size_t i = 0; i < sums.size(); ++i) {
-    double sum = sums[i];
-    for (std::size_t k = 0; k < kCount; ++k) sum += weights[k] * values[i + k];
-    sums[i] = sum;
-  }
-}
-
-/// to[i] = the sum of weights[k] y[i + k]; `to` is 0 before.
-void Convolve(std::span<const double> y, const Eigen::VectorXd& weights, std::span<double> to) {
+/// Puts behind `to` the sum of weights[k] y[i + k] for every i below `made`.
+void AppendConvolved(std::span<const double> y, const Eigen::VectorXd& weights, std::size_t made,
+                     std::vector<double>& to) {
   constexpr std::size_t kBlock = 512;  // stays in the first cache
+  std::array<double, kBlock> block;
   const auto count = static_cast<std::size_t>(weights.size());
-  for (std::size_t begin = 0; begin < to.size(); begin += kBlock) {
-    const std::span<double> sums = to.subspan(begin, std::min(kBlock, to.size() - begin));
-    const double* const values = y.data() + begin;
-    std::size_t k = 0;
-    for (; k + 8 <= count; k += 8) AddProducts<8>(values + k, weights.data() + k, sums);
-    for (; k + 3 <= count; k += 3) AddProducts<3>(values + k, weights.data() + k, sums);
-    for (; k < count; ++k) AddProducts<1>(values + k, weights.data() + k, sums);
+  for (std::size_t begin = 0; begin < made; begin += kBlock) {
+    const std::span<double> sums = std::span(block).first(std::min(kBlock, made - begin));
+    Convolve(y.subspan(begin), {weights.data(), count}, sums);
+    to.insert(to.end(), sums.begin(), sums.end());
   }
 }
 
@@ -109,24 +100,20 @@ Smoothed SmoothByPolynomials(std::span<const double> x, std::span<const double> 
   const auto of_window = [&](std::size_t begin, std::size_t at) {
     return WeightsAt(x.subspan(begin, window), x[at], local);
   };
-  Smoothed result;
-  result.y.resize(x.size());
   const Eigen::VectorXd middle = of_window(last / 2, last / 2 + half);
-  result.noise_gain = middle.norm();
-  for (std::size_t i = 0; i < half; ++i) {
-    result.y[i] = Weighed(y.data(), of_window(0, i));
-    const std::size_t from_end = x.size() - 1 - i;
-    result.y[from_end] = Weighed(y.data() + last, of_window(last, from_end));
-  }
-  const std::span<double> inner = std::span(result.y).subspan(half, last + 1);
+  Smoothed result{.y = {}, .noise_gain = middle.norm()};
+  result.y.reserve(x.size());
+  for (std::size_t i = 0; i < half; ++i) result.y.push_back(Weighed(y.data(), of_window(0, i)));
   if (window > 1 && IsEvenlySpaced(x, kEven)) {
-    Convolve(y, middle, inner);
+    AppendConvolved(y, middle, last + 1, result.y);
   } else {
     for (std::size_t begin = 0; begin <= last; ++begin) {
       if (begin % kBetweenCancels == 0) cancel.Pass();
-      inner[begin] = Weighed(y.data() + begin, of_window(begin, begin + half));
+      result.y.push_back(Weighed(y.data() + begin, of_window(begin, begin + half)));
     }
   }
+  for (std::size_t i = last + half + 1; i < x.size(); ++i)
+    result.y.push_back(Weighed(y.data() + last, of_window(last, i)));
   return result;
 }
 

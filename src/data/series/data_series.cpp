@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "base/undefined.h"
 #include "data/points/point_columns.h"
+#include "data/points/y_extremes.h"
 #include "data/series/batch_errors.h"
 
 namespace tarnwick {
@@ -214,7 +215,27 @@ void TDataSeries::TakeIntoAccount(double x, double y, std::size_t points) {
 std::size_t TDataSeries::AppendAscending(std::span<const double> x, std::span<const double> y) {
   const std::size_t before = Points().Size();
   const std::size_t run = points_.AppendAscending(x, y, Rules());
-  for (std::size_t i = 0; i < run; ++i) TakeIntoAccount(x[i], y[i], before + i + 1);
+  std::size_t taken = 0;
+  while (taken < run && (settings_.AutoZero || before + taken == 0)) {
+    TakeIntoAccount(x[taken], y[taken], before + taken + 1);
+    ++taken;
+  }
+  if (taken == run || extremes_stale_) return run;
+  Extremes extremes = extremes_;  // in registers
+  const BaseLine line = LineAsItStands();
+  Widen(extremes.x_min, extremes.x_max, x[taken]);
+  Widen(extremes.x_min, extremes.x_max, x[run - 1]);
+  if (line.slope == 0) {  // the base line moves them alike
+    const YExtremes stored = ExtremesOf(y.subspan(taken, run - taken));
+    if (stored.min <= stored.max) {
+      Widen(extremes.y_min, extremes.y_max, line.CorrectedY(0, stored.min));
+      Widen(extremes.y_min, extremes.y_max, line.CorrectedY(0, stored.max));
+    }
+  } else {
+    for (std::size_t i = taken; i < run; ++i)
+      Widen(extremes.y_min, extremes.y_max, line.CorrectedY(x[i], y[i]));
+  }
+  extremes_ = extremes;
   return run;
 }
 

@@ -25,8 +25,8 @@ constexpr std::array kMethods = {
     FieldChoice{Method::Asymmetric, "arPLS, asymmetric least squares"},
     FieldChoice{Method::Polynomial, "Polynomial, through chosen regions of X"}};
 enum class Straight { Own, New };
-constexpr std::array kStraight = {FieldChoice{Straight::Own, "Own, the DataSet's base line"},
-                                  FieldChoice{Straight::New, "New, a DataSet less the line"}};
+constexpr std::array kStraight = {FieldChoice{Straight::Own, "Own, of the DataSet itself"},
+                                  FieldChoice{Straight::New, "New, a DataSet less it"}};
 constexpr double kEvenEnough = 0.01;  // share of a step that a base line does not feel
 
 bool IsAsymmetric(const ToolSettings& settings) {
@@ -52,7 +52,7 @@ const ToolSetting kSettings[] = {
     {"regions", "Regions of X", control::kText, std::string(),
      "Of the polynomial: where there are no peaks, as 0:10, 45:60; every point without them",
      IsPolynomial},
-    {"straight", "A straight line is", control::ChoiceOf(kStraight),
+    {"straight", "Straight line", control::ChoiceOf(kStraight),
      static_cast<std::int32_t>(Straight::Own), "What a polynomial of degree 0 or 1 becomes",
      IsStraight},
     {"line", "Make the base line itself", control::kCheckBox, false, "Make the base line itself"},
