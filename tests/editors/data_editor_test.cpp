@@ -90,6 +90,12 @@ class DataEditorTest : public DesktopTest {
     return texts.join('|');
   }
   QString Told() { return editor_->findChild<QLabel*>("SourceTold")->text(); }
+  /// Asked before points are edited that were read.
+  std::string QuestionOfSource() {
+    return "The points of u come from " + folder_.File("run.csv").string() +
+           ". Reading them again undoes what is edited here.\n\nMake them points of their own, "
+           "without a source?";
+  }
   const TSeries& Series(std::size_t i) { return ActiveDocument().Graph().Series(i); }
   std::vector<double> Ys(std::size_t i) { return YValues(Series(i).Points()); }
 
@@ -308,10 +314,7 @@ TEST_F(DataEditorTest, PointsAreFoundChangedAddedAndDeletedEachAsOneStep) {
   EXPECT_EQ(table->currentIndex().row(), 1);
   ActiveCanvas().Pick(PickedPointAt(Series(0), 2));
   // The first change of points that have a source asks what is to become of that.
-  const std::string question =
-      "The points of u come from " + folder_.File("run.csv").string() +
-      ". Reading them again undoes what is edited here.\n\nMake them points of their own, without "
-      "a source?";
+  const std::string question = QuestionOfSource();
   Expect(question, Answer::Cancel);
   const QModelIndex y = table->model()->index(2, 2);
   EXPECT_FALSE(table->model()->setData(y, "9.5"));
@@ -331,6 +334,24 @@ TEST_F(DataEditorTest, PointsAreFoundChangedAddedAndDeletedEachAsOneStep) {
   EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 7}));
   for (int i = 0; i < 3; ++i) Run("EditUndo1");
   EXPECT_EQ(Ys(0), (std::vector<double>{2, 5, 8, 7}));
+}
+
+TEST_F(DataEditorTest, AMillionCellsArePastedAsOneStep) {
+  Open("t,u\n1,10\n2,20\n");
+  ShowPage(1);
+  QString text;
+  for (int row = 3; row < 500'003; ++row)
+    text += QString::number(row) + '\t' + QString::number(2 * row) + '\n';
+  QApplication::clipboard()->setText(text);
+  Expect(QuestionOfSource(), Answer::No);
+  Press("PastePoints");
+  EXPECT_EQ(Series(0).PointCount(), 500'002);
+  EXPECT_EQ(Ys(0).back(), 2 * 500'002.0);
+  EditHistory& history = ActiveDocument().History();
+  EXPECT_EQ(history.UndoName(), "Paste Points");
+  history.Undo();
+  EXPECT_EQ(Series(0).PointCount(), 2);
+  EXPECT_FALSE(history.CanUndo());
 }
 
 TEST_F(DataEditorTest, ColumnsArePastedAndWhatWasReadIsListedAndPutBack) {
