@@ -33,7 +33,7 @@ Chosen Within(std::span<const double> x, std::span<const double> y,
 
 std::size_t DifferentOf(std::vector<double> values) {
   std::ranges::sort(values);
-  return values.size() - std::ranges::unique(values).size();
+  return static_cast<std::size_t>(std::unique(values.begin(), values.end()) - values.begin());
 }
 
 /// X from -1 to 1, where powers stay apart from each other.
