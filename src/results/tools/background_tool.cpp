@@ -23,7 +23,7 @@ enum class Method { RubberBand, Asymmetric, Polynomial };
 constexpr std::array kMethods = {
     FieldChoice{Method::RubberBand, "Rubber band"},
     FieldChoice{Method::Asymmetric, "arPLS, asymmetric least squares"},
-    FieldChoice{Method::Polynomial, "Polynomial, through chosen regions of X"}};
+    FieldChoice{Method::Polynomial, "Polynomial, through regions of X"}};
 enum class Straight { Own, New };
 constexpr std::array kStraight = {FieldChoice{Straight::Own, "Own, of the DataSet itself"},
                                   FieldChoice{Straight::New, "New, a DataSet less it"}};
