@@ -132,7 +132,7 @@ std::unique_ptr<Descriptor> OpenListener(const LinePlace& place) {
 
 void LineChannel::Open(int wake) {
   // A pipe is never without a reader: who began to write meanwhile would be ended, and what he wrote lost.
-  if (place_.kind != LinePlace::Kind::Pipe) Close();
+  if (place_.kind != LinePlace::Kind::Pipe) source_.reset();
   has_writer_ = false;
   switch (place_.kind) {
     case LinePlace::Kind::Pipe:
@@ -154,6 +154,7 @@ void LineChannel::Open(int wake) {
 
 void LineChannel::Close() {
   source_.reset();
+  listener_.reset();
   has_writer_ = false;
 }
 

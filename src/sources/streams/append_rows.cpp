@@ -86,10 +86,10 @@ void AppendRows(TDataSeries& series, const StreamRows& rows, const StreamColumns
   auto next_break = std::ranges::lower_bound(rows.breaks, begin);
   series.BeginUpdate();
   for (std::size_t row = begin; row < rows.x.size(); ++row) {
-    if (next_break != rows.breaks.end() && *next_break == row) {
+    if (next_break != rows.breaks.end() && *next_break <= row) {
       flush();
       BreakLine(series);
-      ++next_break;
+      next_break = std::upper_bound(next_break, rows.breaks.end(), row);
     }
     TakeRow(rows, columns, row, piece);
   }

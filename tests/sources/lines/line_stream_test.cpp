@@ -202,8 +202,12 @@ TEST(LineStream, ListensAndTakesAFloodWithoutLoss) {
   EXPECT_TRUE(watcher.WaitForPoints(kRows)) << watcher.series.PointCount();
   EXPECT_EQ(watcher.lost + watcher.unreadable, 0);
   watcher.stream->Stop();
-  watcher.stream->Start();
-  EXPECT_TRUE(watcher.WaitFor(StreamState::Away)) << "the port is free again";
+  StreamWatcher another(LineSourceInfo("listen:" + port));
+  another.stream->Start();
+  EXPECT_TRUE(another.Wait([&] {
+    return another.stream->Told().find("waits") != std::string::npos;
+  })) << "the port is not free again: "
+      << another.stream->Told();
 }
 
 TEST(LineStream, ReadsASerialPort) {
