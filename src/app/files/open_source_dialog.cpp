@@ -63,6 +63,7 @@ OpenSourceDialog::OpenSourceDialog(bool present, QWidget* parent)
   }
   // The fields of the place came last, but stand before these.
   QWidget* before = previousInFocusChain();
+  while (before->focusPolicy() == Qt::NoFocus) before = before->previousInFocusChain();
   for (QWidget* const behind : {static_cast<QWidget*>(present_), static_cast<QWidget*>(open_),
                                 static_cast<QWidget*>(buttons->button(QDialogButtonBox::Cancel))}) {
     setTabOrder(before, behind);
