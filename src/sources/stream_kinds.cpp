@@ -6,11 +6,12 @@
 
 #include "sources/follow/follow_stream.h"
 #include "sources/lines/line_source.h"
+#include "sources/links/link_stream.h"
 
 namespace tarnwick {
 
 std::span<const StreamKind> StreamKinds() {
-  static const StreamKind kinds[] = {FollowedFileKind(), LineStreamKind()};
+  static const StreamKind kinds[] = {FollowedFileKind(), LineStreamKind(), LinkStreamKind()};
   return kinds;
 }
 

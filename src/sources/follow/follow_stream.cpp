@@ -11,6 +11,7 @@
 #include "data/series/data_series.h"
 #include "sources/follow/followed_text.h"
 #include "sources/follow/growing_file.h"
+#include "sources/streams/described_rows.h"
 #include "sources/streams/threaded_stream.h"
 
 namespace tarnwick {
@@ -139,7 +140,7 @@ StreamKind FollowedFileKind() {
         return std::make_unique<ThreadedStream>(std::make_unique<FollowedFile>(series.Source()));
       },
       .x_is_moment = [](const TDSInfo&) { return false; },  // the first rows have told
-      .columns = &FollowedColumns};
+      .columns = &DescribedColumns};
 }
 
 }  // namespace tarnwick

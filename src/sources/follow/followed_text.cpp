@@ -13,27 +13,12 @@
 #include "data/text/text_lines.h"
 #include "data/text/text_source.h"
 #include "data/text/text_supplier.h"
+#include "sources/streams/described_rows.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr std::size_t kMostHeaderBytes = std::size_t{16} << 20;
-
-/// What is no matter of how rows are read.
-TDSInfo Reading(TDSInfo info) {
-  const TDSInfo none;
-  info.active = true;
-  info.AllRows = true;
-  info.AutoRowHitFreq = false;
-  info.RowSamplingFrequency = 1;
-  info.KeepPoints = none.KeepPoints;
-  info.Recipe = none.Recipe;
-  info.RelativeSource = none.RelativeSource;
-  info.GraphFolder = none.GraphFolder;
-  info.x_column_index = info.y_column_index = none.x_column_index;
-  info.x_error_index = info.y_error_index = none.x_error_index;
-  return info;
-}
 
 std::int32_t LeadingBlankLines(const std::string& text) {
   std::int32_t blanks = 0;
@@ -65,19 +50,7 @@ std::string TimeByPositions(const std::string& columns, TDataSupplier& supplier)
 
 }  // namespace
 
-bool ReadAlike(const TDSInfo& one, const TDSInfo& other) {
-  return Reading(one) == Reading(other);
-}
-
-StreamColumns FollowedColumns(const TDSInfo& info) {
-  StreamColumns columns;
-  std::size_t next = 1;
-  if (!info.YErrorColumn.empty()) columns.y_error = next++;
-  if (!info.XErrorColumn.empty()) columns.x_error = next++;
-  return columns;
-}
-
-FollowedText::FollowedText(const TDSInfo& info) : info_(Reading(info)) {
+FollowedText::FollowedText(const TDSInfo& info) : info_(ReadingOf(info)) {
   if (info.TableLines > 0) {
     throw Error("The table of " + info.DatasourceInfo + " ends after " +
                 std::to_string(info.TableLines) + " lines: nothing that comes belongs to it");
@@ -190,14 +163,7 @@ void FollowedText::AddPoint(const RowValues& values, StreamRows& rows) {
   pieces_.TakePoint(points_++);
   if (pieces_.Beginnings().size() > known && pieces_.Beginnings().back().certain)
     rows.breaks.push_back(rows.x.size());
-  const StreamColumns columns = FollowedColumns(info_);
-  const std::size_t count =
-      std::max({std::size_t{0}, columns.y_error.value_or(0), columns.x_error.value_or(0)}) + 1;
-  while (rows.y.size() < count) rows.y.emplace_back(rows.x.size(), kUndefined);
-  rows.x.push_back(values.x);
-  rows.y[columns.y].push_back(values.y);
-  if (columns.y_error) rows.y[*columns.y_error].push_back(values.y_error);
-  if (columns.x_error) rows.y[*columns.x_error].push_back(values.x_error);
+  AddDescribedRow(info_, values, rows);
 }
 
 }  // namespace tarnwick

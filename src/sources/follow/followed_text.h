@@ -11,15 +11,9 @@
 #include "data/import/piece_finder.h"
 #include "data/import/row_chooser.h"
 #include "data/import/row_reading.h"
-#include "sources/streams/append_rows.h"
+#include "sources/streams/row_stream.h"
 
 namespace tarnwick {
-
-/// Whether the rows of both are read alike, so that one stream serves both.
-bool ReadAlike(const TDSInfo& one, const TDSInfo& other);
-
-/// The Y of the rows is the first column; behind it stand the errors that the description names.
-StreamColumns FollowedColumns(const TDSInfo& info);
 
 class FollowedText {
  public:

@@ -45,8 +45,7 @@ class HotLinks final : public RowProducer {
 StreamKind LinkStreamKind() {
   return {.kind = DataSourceKind::Dde,
           .goes_on = [](const TDSInfo& info) { return info.Follow; },
-          .shares = [](const TDSInfo& one,
-                       const TDSInfo& other) { return ReadingOf(one) == ReadingOf(other); },
+          .shares = &ReadAlike,
           .open = [](const TDataSeries& series) -> std::unique_ptr<RowStream> {
             return std::make_unique<ThreadedStream>(std::make_unique<HotLinks>(series.Source()));
           },

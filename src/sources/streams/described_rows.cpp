@@ -39,4 +39,8 @@ TDSInfo ReadingOf(TDSInfo info) {
   return info;
 }
 
+bool ReadAlike(const TDSInfo& one, const TDSInfo& other) {
+  return ReadingOf(one) == ReadingOf(other);
+}
+
 }  // namespace tarnwick

@@ -13,7 +13,10 @@ StreamColumns DescribedColumns(const TDSInfo& info);
 /// Adds the point, whose X and Y are numbers.
 void AddDescribedRow(const TDSInfo& info, const RowValues& point, StreamRows& rows);
 
-/// The description without what says nothing of how rows are read: where it is the same, one stream serves both.
+/// The description without what says nothing of how rows are read.
 TDSInfo ReadingOf(TDSInfo info);
+
+/// Whether the rows of both are read alike, so that one stream serves both.
+bool ReadAlike(const TDSInfo& one, const TDSInfo& other);
 
 }  // namespace tarnwick
