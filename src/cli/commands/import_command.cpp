@@ -18,14 +18,16 @@ struct Options {
 };
 
 InputGraph Read(const Options& options, Output& output) {
-  if (options.lines.place.empty()) {
-    if (options.lines.seconds || options.lines.keep)
-      throw UsageError("--for and --keep go with --lines");
-    return ReadInput(options.input, options.save, output);
-  }
-  InputGraph input = ReadLines(options.lines, options.input.import, output);
+  const bool goes_on = options.lines.seconds || options.lines.keep;
+  const bool lines = !options.lines.place.empty();
+  if (!lines && !goes_on) return ReadInput(options.input, options.save, output);
+  if (!lines && options.input.import.links.empty())
+    throw UsageError("--for and --keep go with --lines or --link");
+  const HeadlessGui gui;  // links need its events, looks its fonts
+  InputGraph input = lines ? ReadLines(options.lines, options.input.import, output)
+                           : ReadInput(options.input, output);
+  if (!lines) ReadOn(input, options.lines, output);
   if (KeepsLook(options.save)) {
-    const HeadlessGui gui;
     const PictureSize size;
     GiveLook(input, options.input, QSizeF(size.width, size.height));
   }

@@ -1,6 +1,8 @@
 #include "cli/options/line_input.h"
 
+#include <algorithm>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <utility>
@@ -36,6 +38,35 @@ TDSInfo SourceOf(const LineArguments& arguments, const ImportArguments& import) 
   return info;
 }
 
+/// How much came.
+struct Came {
+  std::int64_t rows = 0;
+  std::int64_t lost = 0;
+  std::int64_t unreadable = 0;
+
+  void Count(const StreamRows& taken) {
+    rows += static_cast<std::int64_t>(taken.x.size());
+    lost += taken.lost;
+    unreadable += taken.unreadable;
+  }
+  /// `what` holds no numbers: "line".
+  std::string Note(const char* what) const {
+    std::string note = Counted(rows, "row") + " came";
+    if (lost > 0) note += "; " + Counted(lost, "row") + " came too fast and got lost";
+    if (unreadable > 0) note += "; " + Counted(unreadable, what) + " held no numbers";
+    return note + '.';
+  }
+};
+
+/// Calls `take` until it answers that nothing more comes, the time is over or Ctrl+C is pressed.
+void TakeUntilEnd(const LineArguments& arguments, const std::function<bool()>& take) {
+  const InterruptCaught interrupt;
+  const auto end = Clock::now() + std::chrono::duration<double>(arguments.seconds.value_or(0));
+  while (!interrupt.Asked() && !(arguments.seconds && Clock::now() >= end) && take()) {
+    std::this_thread::sleep_for(kPause);
+  }
+}
+
 /// The DataSets of a stream, made as its columns show.
 class Reading {
  public:
@@ -51,27 +82,19 @@ class Reading {
   }
 
   void Run() {
-    const InterruptCaught interrupt;
-    const auto end = Clock::now() + std::chrono::duration<double>(arguments_.seconds.value_or(0));
     stream_->Start();
-    while (!interrupt.Asked() && !(arguments_.seconds && Clock::now() >= end)) {
+    TakeUntilEnd(arguments_, [this] {
       const StreamState state = stream_->State();
       Take();
-      if (state == StreamState::Failed || (state == StreamState::Away && rows_ > 0)) break;
-      std::this_thread::sleep_for(kPause);
-    }
-    told_ = stream_->Told();
+      return state != StreamState::Failed && (state != StreamState::Away || came_.rows == 0);
+    });
+    const std::string told = stream_->Told();
     stream_->Stop();
     Take();
-    if (rows_ == 0) throw Error("Nothing came: " + told_);
+    if (came_.rows == 0) throw Error("Nothing came: " + told);
   }
 
-  std::string Note() const {
-    std::string note = Counted(rows_, "row") + " came";
-    if (lost_ > 0) note += "; " + Counted(lost_, "row") + " came too fast and got lost";
-    if (unreadable_ > 0) note += "; " + Counted(unreadable_, "line") + " held no numbers";
-    return note + '.';
-  }
+  std::string Note() const { return came_.Note("line"); }
 
  private:
   void Add(const std::string& y) {
@@ -84,9 +107,7 @@ class Reading {
 
   void Take() {
     const StreamRows rows = stream_->Take();
-    rows_ += static_cast<std::int64_t>(rows.x.size());
-    lost_ += rows.lost;
-    unreadable_ += rows.unreadable;
+    came_.Count(rows);
     while (names_.empty() && graph_.SeriesCount() < rows.y.size()) {
       Add(kind_.y_name(graph_.SeriesCount()));
     }
@@ -102,11 +123,41 @@ class Reading {
   TDSInfo source_;
   const StreamKind& kind_;
   std::unique_ptr<RowStream> stream_;
-  std::string told_;
-  std::int64_t rows_ = 0;
-  std::int64_t lost_ = 0;
-  std::int64_t unreadable_ = 0;
+  Came came_;
 };
+
+/// DataSets that one stream brings more rows for.
+struct Fed {
+  const StreamKind* kind = nullptr;
+  std::vector<TSeries*> series;
+  std::unique_ptr<RowStream> stream;
+
+  bool Feeds(const TDSInfo& info) const {
+    return info.DataSource == kind->kind && kind->shares(series.front()->Source(), info);
+  }
+  void Take(Came& came) const {
+    const StreamRows rows = stream->Take();
+    came.Count(rows);
+    for (TSeries* const one : series) AppendRows(*one, rows, kind->columns(one->Source()));
+  }
+};
+
+std::vector<Fed> StreamsOf(TxyGraph& graph) {
+  std::vector<Fed> all;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    TSeries& series = graph.Series(i);
+    const StreamKind* const kind = StreamOf(series.Source());
+    if (kind == nullptr) continue;
+    const auto known =
+        std::ranges::find_if(all, [&](const Fed& fed) { return fed.Feeds(series.Source()); });
+    if (known != all.end()) {
+      known->series.push_back(&series);
+    } else {
+      all.push_back({kind, {&series}, kind->open(series)});
+    }
+  }
+  return all;
+}
 
 }  // namespace
 
@@ -119,8 +170,8 @@ void AddLineOptions(Command& command, LineArguments& arguments) {
       .Group(group);
   command
       .Add("--for", arguments.seconds,
-           "Seconds to read; default: until the source ends. Ctrl+C ends it, too, and keeps what "
-           "came")
+           "Seconds to read lines, or new values of links; default: until the source ends. Ctrl+C "
+           "ends it, too, and keeps what came")
       .Group(group)
       .Check(kPositiveNumber);
   command.Add("--keep", arguments.keep, "Only the last so many points")
@@ -137,6 +188,26 @@ InputGraph ReadLines(const LineArguments& arguments, const ImportArguments& impo
   reading.Run();
   output.Note(reading.Note());
   return input;
+}
+
+void ReadOn(InputGraph& input, const LineArguments& arguments, Output& output) {
+  for (std::size_t i = 0; i < input.graph->SeriesCount(); ++i) {
+    input.graph->Series(i).Source().KeepPoints = arguments.keep.value_or(0);
+  }
+  const std::vector<Fed> all = StreamsOf(*input.graph);
+  Came came;
+  for (const Fed& fed : all) fed.stream->Start();
+  TakeUntilEnd(arguments, [&] {
+    for (const Fed& fed : all) fed.Take(came);
+    return std::ranges::any_of(
+        all, [](const Fed& fed) { return fed.stream->State() != StreamState::Failed; });
+  });
+  for (const Fed& fed : all) {
+    if (fed.stream->State() == StreamState::Failed) throw Error(fed.stream->Told());
+    fed.stream->Stop();
+    fed.Take(came);
+  }
+  output.Note(came.Note("value"));
 }
 
 }  // namespace tarnwick::cli

@@ -24,4 +24,8 @@ void AddLineOptions(Command& command, LineArguments& arguments);
 /// and missing values count. Notes in `output` how many rows came. Throws UsageError, and Error when nothing came.
 InputGraph ReadLines(const LineArguments& arguments, const ImportArguments& import, Output& output);
 
+/// Takes what comes for DataSets whose source goes on, until the time is over or Ctrl+C is pressed. Notes how many rows came. An
+/// application must live. Throws Error for what cannot go on.
+void ReadOn(InputGraph& input, const LineArguments& arguments, Output& output);
+
 }  // namespace tarnwick::cli
