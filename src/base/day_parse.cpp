@@ -229,6 +229,12 @@ std::optional<Clock> TakeTime(Scanner& scanner, const Digits& hours, int most_ho
   if (minutes.size != 2 || minutes.value > 59) return std::nullopt;
   Digits seconds;
   std::optional<double> fraction = 0;
+  // "12:34.5" has minutes and seconds: of hours and minutes there are no tenths.
+  if (scanner.Next() == '.') {
+    fraction = scanner.TakeFraction();
+    if (!fraction || !scanner.AtEnd()) return std::nullopt;
+    return Clock{hours.value * 60 + minutes.value + *fraction};
+  }
   if (scanner.Take(':')) {
     seconds = scanner.TakeDigits();
     if (seconds.size != 2 || seconds.value > 59) return std::nullopt;

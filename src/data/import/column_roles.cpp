@@ -303,6 +303,13 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
          [&](std::int32_t column) { return source.GuessOf(column).only_ahead; });
   errors = out.Taken(is_error);
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
+  if (chosen.x >= 0) {
+    const std::vector<double>& x = source.GuessOf(chosen.x).values;
+    out.If("the values of X again", [&](std::int32_t column) {
+      return x.size() > 2 && !source.GuessOf(chosen.x).IsConstant() &&
+             source.GuessOf(column).values == x;
+    });
+  }
   if (chosen.x == kJoinedTimeColumn) {
     out.If("dates", [&](std::int32_t column) { return IsDecimalYear(source, column); });
   }

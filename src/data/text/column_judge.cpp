@@ -41,12 +41,13 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
   const bool comma = text.find(',') != text.npos;
   column.commas += comma ? 1 : 0;
   const bool grouped_by_blanks = text.find(' ') != text.npos;
-  const bool number =
-      (!comma && !grouped_by_blanks) || FieldValue(text, ColumnFormat::Number).has_value();
+  const bool grouped_by_points = text.find('.', point + 1) != text.npos && point != text.npos;
+  const bool number = (!comma && !grouped_by_blanks && !grouped_by_points) ||
+                      FieldValue(text, ColumnFormat::Number).has_value();
   column.numbers += number ? 1 : 0;
   if (!comma && !grouped_by_blanks) {
     // A number without a comma reads in every format, but with a point only where that may group.
-    const bool reads = point == text.npos ||
+    const bool reads = point == text.npos || grouped_by_points ||
                        (PointMayGroup(text, point) && FieldValue(text, ColumnFormat::DecimalComma));
     column.decimal_commas += reads ? 1 : 0;
     ++column.grouped;
@@ -121,7 +122,8 @@ ColumnGuess Judge(const ColumnCounts& counts) {
     guess.format = ColumnFormat::NumberWithUnit;
   } else if (groups) {
     guess.format = ColumnFormat::GroupedThousands;
-  } else if (counts.commas > 0 && counts.decimal_commas >= counts.numbers) {
+  } else if (counts.decimal_commas > counts.numbers ||
+             (counts.commas > 0 && counts.decimal_commas == counts.numbers)) {
     guess.format = ColumnFormat::DecimalComma;
   }
   return guess;

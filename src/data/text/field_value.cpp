@@ -110,6 +110,12 @@ std::optional<double> ReadGrouped(std::string_view text,
 /// The plain blank groups nothing here: where no format asks for it, it may stand between two numbers.
 std::optional<double> ReadNumber(std::string_view text) {
   if (const std::optional<double> value = ParseNumber(text)) return value;
+  // "- 5.2": some write the sign in a column of its own.
+  const bool signed_apart = text.starts_with("- ") || text.starts_with("+ ");
+  if (signed_apart && text.size() < kLongestGroupedNumber) {
+    const std::string_view rest = text.substr(text.find_first_not_of(' ', 1));
+    return IsDigit(rest.front()) ? ParseNumber(text.front() + std::string(rest)) : std::nullopt;
+  }
   return text.find(' ') == text.npos ? ReadGrouped(text, &ParseNumber) : std::nullopt;
 }
 

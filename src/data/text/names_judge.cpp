@@ -104,13 +104,15 @@ bool AreAssignments(const Names& names) {
   if (std::ranges::any_of(names, begins)) return true;
   const auto assignments = std::ranges::count_if(names, [](const std::string& name) {
     const std::size_t equals = name.find('=');
-    return equals != name.npos && equals + 1 < name.size();
+    return equals != name.npos && equals + 1 < name.size() && name.find(' ') == name.npos;
   });
   return 2 * static_cast<std::size_t>(assignments) > names.size();
 }
 
 bool IsUnit(std::string_view text) {
-  if (IsBracketed(text)) return true;
+  // "1e-3" is the unit of a salinity, "1" that of a ratio.
+  const std::string lower = LowerAscii(text);
+  if (IsBracketed(text) || lower.starts_with("degree") || lower.starts_with("1e-")) return true;
   // In small letters, between strokes.
   constexpr std::string_view kUnits =
       "|#|-|--|%|s|ms|us|ns|sec|seconds|min|h|hr|hours|d|days|m|mm|cm|km|nm|um|v|mv|uv|kv|a|"
@@ -121,7 +123,6 @@ bool IsUnit(std::string_view text) {
       "w/m^2|t|mt|g/l|mg/l|bits|pixels|utc|v/ref|degrees|volts|amps|celsius|kelvin|°|°c|°f|"
       "Ω|µa|µm|µv|µs|ft|in|lb|lbs|deg c|degt|nmi|mau|emu|oe|gauss|tesla|";
   if (text.size() > kLongestUnit) return false;
-  const std::string lower = LowerAscii(text);
   return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
          text.find('^') != text.npos || text.find("vs") != text.npos;
 }

@@ -111,6 +111,19 @@ Names SplitOutsideParentheses(std::string_view line, const TextLayout& layout) {
   return names;
 }
 
+/// "Time (s) Voltage (V)": what stands in brackets belongs to the word before it.
+Names SplitBeforeUnits(std::string_view line, const TextLayout& layout) {
+  Names names;
+  for (std::string& word : SplitByBlanks(line, 1, layout)) {
+    if (!names.empty() && IsBracketed(word)) {
+      names.back() += " " + word;
+    } else {
+      names.push_back(std::move(word));
+    }
+  }
+  return names;
+}
+
 /// The inside of a line that stands in one pair of quotes as a whole.
 std::optional<std::string_view> WholeLineInQuotes(std::string_view line) {
   line = TrimBlankBytes(line);
@@ -285,6 +298,7 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       return names;
     }
   }
+  if (Names names = SplitBeforeUnits(text, layout); names.size() == wanted) return names;
   if (!comment && !layout.IsSeparator(' ')) {
     Names names = SplitBy(NameGaps::Separators, text, layout);
     TrimEmptyEnd(names);

@@ -282,6 +282,12 @@ bool AreDaysOfYear(const std::vector<std::string_view>& texts,
   return true;
 }
 
+/// A day of the year begins anew with a year.
+bool NeverFalls(const std::vector<std::string_view>& texts) {
+  return std::ranges::is_sorted(
+      texts, {}, [](std::string_view text) { return ParseNumber(text).value_or(0); });
+}
+
 /// Numbers without names as year, month and so on: the fewest columns by which the rows' times rise, of several readings the
 /// one of the most even steps.
 std::optional<JoinedTimeFound> FindNumbers(std::span<const std::string> names, Columns columns,
@@ -322,6 +328,8 @@ std::optional<JoinedTimeFound> FindNumbers(std::span<const std::string> names, C
     if (column - first < pattern.size()) continue;
     const auto times = TimesOf(tried, columns);
     if (!Rise(times) || !TurnLikeClocks(tried, columns)) continue;
+    const bool by_day_of_year = Holds(tried.parts, DayOfYear);
+    if (by_day_of_year && !one_year && NeverFalls(columns[first + 1])) continue;
     const bool skips_day_of_year = pattern.size() > tried.parts.size();
     if (skips_day_of_year && !AreDaysOfYear(columns[first + 1], times)) continue;
     const double unevenness = Unevenness(times);
@@ -329,6 +337,27 @@ std::optional<JoinedTimeFound> FindNumbers(std::span<const std::string> names, C
     best = tried;
     best_unevenness = unevenness;
     best_size = pattern.size();
+  }
+  return best;
+}
+
+/// "1 7 1972" or "7 1 1972" in three columns without names, by which the rows' times rise.
+std::optional<JoinedTimeFound> FindDayAndYear(std::span<const std::string> names, Columns columns,
+                                              std::size_t first) {
+  using enum TimePart;
+  if (first + 2 >= columns.size() || !AreAll(columns[first + 2], &IsYear)) return std::nullopt;
+  std::optional<JoinedTimeFound> best;
+  double best_unevenness = 0;
+  for (const auto& parts : {std::vector{Day, Month, Year}, std::vector{Month, Day, Year}}) {
+    const JoinedTimeFound tried{parts, {first, first + 1, first + 2}};
+    const bool unnamed = std::ranges::all_of(
+        tried.columns, [names](std::size_t column) { return HasNoName(names, column); });
+    const auto times = TimesOf(tried, columns);
+    if (!unnamed || !Rise(times) || !TurnLikeClocks(tried, columns)) continue;
+    const double unevenness = Unevenness(times);
+    if (best && unevenness >= best_unevenness) continue;
+    best = tried;
+    best_unevenness = unevenness;
   }
   return best;
 }
@@ -375,6 +404,7 @@ std::optional<JoinedTimeFound> FindJoinedTime(
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (auto found = FindWrittenPair(columns, i)) return found;
     if (auto found = FindCompact(names, columns, i)) return found;
+    if (auto found = FindDayAndYear(names, columns, i)) return found;
     if (auto found = FindNumbers(names, columns, i)) return found;
   }
   return std::nullopt;
