@@ -94,7 +94,7 @@ Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& fi
     notes.push_back("the arrays of " + Counted(most->first.rows, "value") + ", " +
                     ListOf(most->second) + ", are shown, beside them " +
                     (others.size() == 1 ? "is " : "are ") + ListOf(others) +
-                    " (--array, or the page Source of Edit Data, names others)");
+                    " (others: --array, Edit Data)");
   }
   return most->second;
 }

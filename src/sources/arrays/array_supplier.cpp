@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "base/day_number.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "data/text/field_value.h"
@@ -101,6 +102,14 @@ bool TArraySupplier::HasValue(std::int32_t column) {
   if (AtEnd()) return false;
   if (column == kRowNumberColumn) return true;
   return IsColumn(column) && !IsMissingValue(ValuesOf(column)[static_cast<std::size_t>(row_)]);
+}
+
+std::string TArraySupplier::TextAt(std::int32_t column) {
+  const bool date =
+      IsColumn(column) && table_.columns[static_cast<std::size_t>(column)].meaning.is_date;
+  const std::optional<double> value =
+      date ? ReadValue(column, ColumnFormat::Automatic) : std::nullopt;
+  return value ? MomentText(*value) : TDataSupplier::TextAt(column);
 }
 
 std::string TArraySupplier::Place() const {

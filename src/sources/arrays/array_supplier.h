@@ -27,6 +27,8 @@ class TArraySupplier final : public TDataSupplier, private BlockSource {
   void SkipRows(std::int32_t rows) override;
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
+  /// Days as dates.
+  std::string TextAt(std::int32_t column) override;
   std::int32_t RowCount() override;
   /// Paths are names, too, and their last parts.
   std::int32_t ColumnIndex(std::string_view name) override;

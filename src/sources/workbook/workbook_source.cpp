@@ -123,8 +123,7 @@ void TellSheets(const ReadSheet& sheet, const SheetPart& asked, ImportSource& so
   }
   if (asked.sheet.empty() && !others.empty()) {
     source.notes.push_back("the sheet \"" + sheet.name + "\" is shown, numbers are also in " +
-                           Listed(others, kMostNames) +
-                           " (--sheet, or the page Source of Edit Data, names another)");
+                           Listed(others, kMostNames) + " (others: --sheet, Edit Data)");
   }
   if (sheet.errors > 0) {
     source.notes.push_back(Counted(sheet.errors, "cell") +

@@ -41,7 +41,7 @@ TEST(ArrayColumns, MostOfOneLengthAreTheTable) {
   EXPECT_EQ(
       table.notes[0],
       R"(the arrays of 4 values, "run/b", "run/table" and "other/b", are shown, beside them is )"
-      R"("long" (--array, or the page Source of Edit Data, names others))");
+      R"("long" (others: --array, Edit Data))");
   EXPECT_EQ(ParseArrays(ArraysText(table.read)), table.read);
 }
 
