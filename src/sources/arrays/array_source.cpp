@@ -7,14 +7,13 @@
 
 #include "base/error.h"
 #include "data/import/column_meaning.h"
-#include "data/import/import_file.h"
-#include "data/import/import_source.h"
 #include "data/import/source_place.h"
 #include "data/text/text_source.h"
 #include "sources/arrays/array_columns.h"
 #include "sources/arrays/array_part.h"
 #include "sources/arrays/array_supplier.h"
 #include "sources/readers/file_on_disk.h"
+#include "sources/readers/part_of_file.h"
 #include "sources/readers/reader_process.h"
 
 namespace tarnwick {
@@ -124,10 +123,7 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress
 }
 
 ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress& progress) {
-  const SourceKind kinds[] = {ArraysKind()};
-  ImportOptions with_part = options;
-  with_part.table_part = place.TablePart;
-  return OpenImportSource(SourcePlace(place), with_part, kinds, progress);
+  return OpenPartOfFile(ArraysKind(), place, options, progress);
 }
 
 }  // namespace

@@ -1,58 +1,44 @@
 #include "sources/workbook/workbook_source.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
+#include <span>
 #include <utility>
 
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/word_list.h"
 #include "data/import/data_files.h"
-#include "data/import/import_file.h"
-#include "data/import/import_source.h"
 #include "data/import/source_place.h"
 #include "data/text/known_binaries.h"
 #include "data/text/text_supplier.h"
 #include "sources/readers/file_on_disk.h"
+#include "sources/readers/part_of_file.h"
 #include "sources/readers/reader_process.h"
 #include "sources/workbook/sheet_part.h"
 
 namespace tarnwick {
 namespace {
 
-using enum SettingUse;
-
 constexpr ReaderProgram kReader = {"tarnwick-workbook", "workbooks"};
 constexpr std::size_t kMostNames = 5;  // in a note
 
-constexpr SourceSetting kSettings[] = {
-    {"TablePart", Opens},
-    {"FileHasHeaders", Opens},
-    {"TextSeparators", Opens},
-    {"TextMarkers", Opens},
-    {"MergeSeparators", Opens},
-    {"NamesLine", Opens},
-    {"UnitsLine", Opens},
-    {"CommentMarks", Opens},
-    {"MissingValues", Opens},
-    {"TimeColumns", Opens},
-    {"TableLines", Opens},
-    {"XDataColumn"},
-    {"YDataColumn"},
-    {"YErrorColumn"},
-    {"XErrorColumn"},
-    {"XFormat"},
-    {"YFormat"},
-    {"RowSamplingFrequency"},
-    {"AutoRowHitFreq"},
-    {"AllRows"},
-    {"Run"},
-    {"RowChoiceMode"},
-    {"RowChoiceValue1"},
-    {"RowChoiceValue2"},
-    {"XColExpr"},
-    {"YColExpr"},
-};
+/// Those of text tables, but for what cuts lines by their places.
+std::span<const SourceSetting> Settings() {
+  static const std::vector<SourceSetting> kSettings = [] {
+    constexpr std::string_view kByPlace[] = {"DivideTextByWidth", "ColumnWidth", "ColumnCuts"};
+    std::vector<SourceSetting> settings = {{"TablePart", SettingUse::Opens}};
+    for (const SourceSetting& setting :
+         FindSourceKind(BasicSourceKinds(), DataSourceKind::Text)->settings) {
+      if (std::ranges::find(kByPlace, setting.key) == std::end(kByPlace)) {
+        settings.push_back(setting);
+      }
+    }
+    return settings;
+  }();
+  return kSettings;
+}
 
 struct Sheet {
   std::string name;
@@ -148,10 +134,7 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress
 }
 
 ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress& progress) {
-  const SourceKind kinds[] = {WorkbookKind()};
-  ImportOptions with_part = options;
-  with_part.table_part = place.TablePart;
-  return OpenImportSource(SourcePlace(place), with_part, kinds, progress);
+  return OpenPartOfFile(WorkbookKind(), place, options, progress);
 }
 
 }  // namespace
@@ -163,7 +146,7 @@ SourceKind WorkbookKind() {
           .examine = &Examine,
           .begin = &BeginAt,
           .open = &OpenAgain,
-          .settings = kSettings};
+          .settings = Settings()};
 }
 
 std::vector<std::string> SheetsOf(const std::string& file, Progress& progress) {
