@@ -36,7 +36,7 @@ class SheetText {
   std::int64_t Numbers() const { return numbers_; }
   std::int64_t Errors() const { return errors_; }
   /// Line N is row N of the sheet. The empty columns before the first cell of all are left out; rows with cells have as many
-  /// fields as the longest one, others are empty.
+  /// fields as the longest one of their table, others are empty.
   std::string Lines() const;
 
  private:
@@ -50,7 +50,6 @@ class SheetText {
   std::int64_t source_row_ = 0;  // of the sheet, whether inside or not
   std::int64_t source_column_ = 0;
   std::int64_t left_ = kMostSheetColumns;  // the first column with a cell
-  std::int64_t right_ = 0;
   std::int64_t numbers_ = 0;
   std::int64_t errors_ = 0;
 };

@@ -103,6 +103,13 @@ TEST(XlsxTest, CellsAreReadAsTheyAreShown) {
                "<row r='2'><c r='C2'><v>1.50</v></c><c r='E2'><v>-3E-7</v></c></row><row r='4'><c "
                "r='D4'><v>2</v></c></row>",
                "\n1.50\t\t-3E-7\n\n\t2\t\n"},
+           Row{"two tables, each as wide as its own rows, a gap within the first",
+               "<row r='1'><c t='str'><v>x</v></c><c t='str'><v>y</v></c></row><row "
+               "r='2'><c><v>1</v></c></row>"
+               "<row r='4'><c><v>2</v></c></row><row r='6'><c t='str'><v>a</v></c><c "
+               "t='str'><v>b</v></c><c "
+               "t='str'><v>c</v></c></row><row r='7'><c><v>-3</v></c></row>",
+               "x\ty\n1\t\n\n2\t\n\na\tb\tc\n-3\t\t\n"},
            Row{"truth and errors",
                "<row><c t='b'><v>1</v></c><c t='e'><v>#N/A</v></c><c><v>4</v></c></row>",
                "1\t\t4\n"},
