@@ -42,6 +42,7 @@ class Netcdf final : public ArrayFile {
     int count = 0;
     Check(nc_inq_nvars(id_, &count), "the list of its variables");
     std::vector<ArrayInfo> arrays;
+    arrays.reserve(static_cast<std::size_t>(std::max(count, 0)));
     for (int variable = 0; variable < count; ++variable) arrays.push_back(InfoOf(variable));
     return arrays;
   }

@@ -16,6 +16,7 @@ constexpr std::size_t kMostNames = 5;  // in a sentence
 
 std::string NamesOf(const std::vector<SheetName>& sheets) {
   std::vector<std::string> names;
+  names.reserve(sheets.size());
   for (const SheetName& sheet : sheets) names.push_back('"' + sheet.name + '"');
   return Listed(names, kMostNames);
 }

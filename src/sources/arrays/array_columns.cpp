@@ -5,6 +5,7 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "base/error.h"
@@ -36,7 +37,10 @@ std::optional<std::int64_t> RowsOf(const NamedArray& array, std::int64_t most_co
 struct Length {
   std::int64_t rows = 0;
   std::string axis;
-  auto operator<=>(const Length&) const = default;
+  bool operator==(const Length&) const = default;
+  bool operator<(const Length& other) const {
+    return std::tie(rows, axis) < std::tie(other.rows, other.axis);
+  }
 };
 using Arrays = std::vector<const NamedArray*>;
 

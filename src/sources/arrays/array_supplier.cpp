@@ -55,7 +55,7 @@ bool TArraySupplier::IsColumn(std::int32_t column) const {
 
 std::int32_t TArraySupplier::ColumnIndex(std::string_view name) {
   const std::int32_t column = TDataSupplier::ColumnIndex(name);
-  if (column >= 0 || column == kRowNumberColumn || name.empty()) return column;
+  if (column >= 0 || name.empty()) return column;
   const std::string path(name.starts_with('/') ? name.substr(1) : name);
   for (std::size_t i = 0; i < table_.columns.size(); ++i) {
     const std::string& full = table_.columns[i].full_path;

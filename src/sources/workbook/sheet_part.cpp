@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <optional>
+#include <tuple>
 
 #include "base/error.h"
 #include "base/number_text.h"
