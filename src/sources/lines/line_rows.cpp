@@ -13,6 +13,7 @@
 #include "data/text/field_value.h"
 #include "data/text/text_fields.h"
 #include "data/text/text_lines.h"
+#include "sources/streams/stream_clock.h"
 
 namespace tarnwick {
 namespace {
@@ -24,12 +25,6 @@ std::optional<std::size_t> PlaceOfY(std::string_view name) {
   const std::optional<std::int32_t> number = ParseInteger(name.substr(1));
   const bool good = number && *number >= 1 && std::cmp_less_equal(*number, kMostLineColumns);
   return good ? std::optional(static_cast<std::size_t>(*number) - 1) : std::nullopt;
-}
-
-double DayNumber(std::chrono::system_clock::time_point moment) {
-  constexpr double kDayOf1970 = 25569;
-  const std::chrono::duration<double, std::ratio<86400>> days = moment.time_since_epoch();
-  return kDayOf1970 + days.count();
 }
 
 }  // namespace
@@ -126,7 +121,7 @@ void LineRows::TakeLine(std::string_view line, StreamRows& rows) {
   ++row_;
   std::vector<double> numbers = cutter_->Numbers(line, x_from_ == XFrom::Line);
   double x = static_cast<double>(row_);
-  if (x_from_ == XFrom::Clock) x = DayNumber(now_());
+  if (x_from_ == XFrom::Clock) x = LocalDay(now_());
   if (x_from_ == XFrom::Line && numbers.size() > 1) {
     x = numbers.front();
     numbers.erase(numbers.begin());

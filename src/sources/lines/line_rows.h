@@ -14,7 +14,7 @@
 namespace tarnwick {
 
 /// What a description's XDataColumn may name beside the row number (kRowNumberName): the first number of a line, which is the
-/// number of the row where a line has one number only, and the moment at which the line came, as a day number (UTC).
+/// number of the row where a line has one number only, and the moment at which the line came, as a day number (local time).
 inline constexpr std::string_view kLineX = "X";
 inline constexpr std::string_view kLineClock = "Clock";
 

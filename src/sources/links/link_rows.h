@@ -10,7 +10,7 @@
 #include "data/import/loader.h"
 #include "data/import/row_reading.h"
 #include "sources/links/link_supplier.h"
-#include "sources/links/stream_clock.h"
+#include "sources/streams/stream_clock.h"
 #include "sources/streams/append_rows.h"
 
 namespace tarnwick {

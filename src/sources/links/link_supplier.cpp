@@ -8,7 +8,7 @@
 #include "sources/links/bus_transport.h"
 #include "sources/links/dde_setup.h"
 #include "sources/links/link_text.h"
-#include "sources/links/stream_clock.h"
+#include "sources/streams/stream_clock.h"
 
 namespace tarnwick {
 namespace {

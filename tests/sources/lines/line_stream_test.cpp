@@ -15,6 +15,7 @@
 #include "sources/lines/line_place.h"
 #include "sources/lines/line_rows.h"
 #include "sources/lines/line_source.h"
+#include "sources/streams/stream_clock.h"
 #include "stream_watcher.h"
 #include "support/refusal.h"
 #include "support/temporary_folder.h"
@@ -68,7 +69,11 @@ TEST(LineRows, AreCutAsTheDescriptionSays) {
       {"several Y", usual, "1,2\n2,3,4\n", {1, 2}, {3, 4}},
       {"garbage, notes and blank lines", usual, "# up\n\nhello\n1,x\n2,3\n", {2}, {3}, 2},
       {"an unended line waits", usual, "1,2\n3,", {1}, {2}},
-      {"the clock", [](TDSInfo& i) { i.XDataColumn = kLineClock; }, "5,6\n", {25569.5}, {5, 6}},
+      {"the clock",
+       [](TDSInfo& i) { i.XDataColumn = kLineClock; },
+       "5,6\n",
+       {LocalDay(NoonOf1970())},
+       {5, 6}},
       {"decimal commas",
        [](TDSInfo& i) {
          i.TextSeparators = ";";

@@ -18,7 +18,7 @@
 #include "sources/links/bus_names.h"
 #include "sources/links/bus_transport.h"
 #include "sources/links/link_supplier.h"
-#include "sources/links/stream_clock.h"
+#include "sources/streams/stream_clock.h"
 #include "support/refusal.h"
 
 namespace tarnwick {

@@ -5,6 +5,9 @@
 
 namespace tarnwick {
 
+/// The day number of a moment by the clock on the wall.
+double LocalDay(std::chrono::system_clock::time_point moment);
+
 /// Day numbers of the time on the wall, in the zone that holds when the clock is made. No moment is told twice and none goes
 /// back, whoever sets the system's clock meanwhile: points of a stream neither replace one another nor change places.
 class StreamClock {

@@ -1,4 +1,4 @@
-#include "sources/links/stream_clock.h"
+#include "sources/streams/stream_clock.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,15 +8,13 @@
 #include "base/day_number.h"
 
 namespace tarnwick {
-namespace {
 
-double LocalDay() {
+double LocalDay(std::chrono::system_clock::time_point moment) {
   using std::chrono::system_clock;
-  const auto now = system_clock::now();
-  const std::time_t seconds = system_clock::to_time_t(now);
+  const std::time_t seconds = system_clock::to_time_t(moment);
   std::tm local{};
   localtime_r(&seconds, &local);
-  const std::chrono::duration<double> part = now - system_clock::from_time_t(seconds);
+  const std::chrono::duration<double> part = moment - system_clock::from_time_t(seconds);
   constexpr double kSecondsOfDay = 86400;
   return JoinDay({.year = local.tm_year + 1900,
                   .month = local.tm_mon + 1,
@@ -27,9 +25,9 @@ double LocalDay() {
          part.count() / kSecondsOfDay;
 }
 
-}  // namespace
-
-StreamClock::StreamClock() : start_(LocalDay()), started_(std::chrono::steady_clock::now()) {}
+StreamClock::StreamClock()
+    : start_(LocalDay(std::chrono::system_clock::now())),
+      started_(std::chrono::steady_clock::now()) {}
 
 double StreamClock::Now() {
   using Days = std::chrono::duration<double, std::ratio<86400>>;
