@@ -6,6 +6,7 @@
 
 #include "desk/sources/place_edit.h"
 
+class QBoxLayout;
 class QPushButton;
 class QTableWidget;
 
@@ -23,7 +24,7 @@ class LinkEdit final : public PlaceEdit {
   std::optional<QString> Take(TDSInfo& info) const override;
 
  private:
-  void AddButtons(class QBoxLayout& line);
+  void AddButtons(QBoxLayout& line);
   void Insert(int row, const std::string& link);
   void Add();
   void Remove();

@@ -10,8 +10,8 @@
 #include "data/import/loader.h"
 #include "data/import/row_reading.h"
 #include "sources/links/link_supplier.h"
-#include "sources/streams/stream_clock.h"
 #include "sources/streams/append_rows.h"
+#include "sources/streams/stream_clock.h"
 
 namespace tarnwick {
 
