@@ -305,9 +305,11 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
   if (chosen.x >= 0) {
     const std::vector<double>& x = source.GuessOf(chosen.x).values;
+    const std::vector<std::string> name = WordsOf(source.NameOf(chosen.x));
+    // One with a name of its own may well be a straight line.
     out.If("the values of X again", [&](std::int32_t column) {
       return x.size() > 2 && !source.GuessOf(chosen.x).IsConstant() &&
-             source.GuessOf(column).values == x;
+             source.GuessOf(column).values == x && WordsOf(source.NameOf(column)) == name;
     });
   }
   if (chosen.x == kJoinedTimeColumn) {

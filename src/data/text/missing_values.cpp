@@ -45,7 +45,7 @@ bool EqualsInAnyCase(std::string_view text, std::string_view lower) {
   return text.size() == lower.size() && LowerAscii(text) == lower;
 }
 
-enum class Sentinel { None, Nines, Huge };
+enum class Sentinel { None, Nines, Huge, BeyondAll };
 
 /// How many nines `value` is written with when with nothing else, 0 else. Well logs write -999.25.
 std::size_t CountNines(double value) {
@@ -62,7 +62,8 @@ Sentinel KindOf(double value) {
   const bool is_power = AgreeInSingle(size, std::pow(10, std::round(std::log10(size))));
   const bool is_fill = AgreeInSingle(size, kFillValue) || AgreeInSingle(size, kLargestSingle) ||
                        size == std::numeric_limits<double>::max();
-  return is_power || is_fill || size > kBeyondAll ? Sentinel::Huge : Sentinel::None;
+  if (is_power || is_fill) return Sentinel::Huge;
+  return size > kBeyondAll ? Sentinel::BeyondAll : Sentinel::None;
 }
 
 /// A number that may stand for no value, and how often it does.
@@ -87,7 +88,12 @@ struct Others {
 bool StandsApart(const Candidate& candidate, const Others& others) {
   const double sentinel = candidate.value;
   const double largest = std::max(std::abs(others.min), std::abs(others.max));
-  if (KindOf(sentinel) == Sentinel::Huge) return std::abs(sentinel) > kTimesApart * largest;
+  const Sentinel kind = KindOf(sentinel);
+  // Once it may be a value all the same: digits that nobody chose.
+  if (kind == Sentinel::BeyondAll && candidate.count == 1) return false;
+  if (kind == Sentinel::Huge || kind == Sentinel::BeyondAll) {
+    return std::abs(sentinel) > kTimesApart * largest;
+  }
   const double width = others.max > others.min ? others.max - others.min : largest;
   const double gap = sentinel < others.min ? others.min - sentinel : sentinel - others.max;
   // Below zero where all else is not: nothing measured is three nines or more there.
