@@ -32,9 +32,9 @@ void DatabaseRows::Close() {
 
 void DatabaseRows::Require(bool done) {
   if (done) return;
-  const DatabaseFailure failure{query_.lastError()};
+  const QSqlError trouble = query_.lastError();
   Close();
-  throw failure;
+  throw DatabaseFailure{trouble};
 }
 
 bool DatabaseRows::Open(const QString& statement, Progress& progress) {

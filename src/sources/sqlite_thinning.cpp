@@ -211,8 +211,9 @@ std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Rang
       const double from = range.x_min + step * static_cast<double>(i);
       const bool last = i + 1 == threads;
       const double to = last ? range.x_max : range.x_min + step * static_cast<double>(i + 1);
-      parts.push_back(x + " >= " + Literal(from) + " AND " + x + (last ? " <= " : " < ") +
-                      Literal(to));
+      std::string& part = parts.emplace_back(x);
+      part += " >= " + Literal(from) + " AND ";
+      part += x + (last ? " <= " : " < ") + Literal(to);
     }
     return parts;
   }
@@ -222,7 +223,8 @@ std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Rang
           ? "1"
           : "+" + x + " >= " + Literal(range.x_min) + " AND +" + x + " <= " + Literal(range.x_max);
   if (!road.keys) return {bounds};
-  const auto [first, last] = *road.keys;
+  const std::int64_t first = road.keys->first;
+  const std::int64_t last = road.keys->second;
   const auto wide = static_cast<long double>(last) - static_cast<long double>(first);
   for (std::size_t i = 0; i < threads; ++i) {
     const auto key = [&](std::size_t part) {
@@ -231,7 +233,9 @@ std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Rang
                                                       static_cast<long double>(threads)));
     };
     const std::string to = i + 1 == threads ? " <= " + std::to_string(last) : " < " + key(i + 1);
-    parts.push_back(bounds + " AND _rowid_ >= " + key(i) + " AND _rowid_" + to);
+    std::string& part = parts.emplace_back(bounds);
+    part += " AND _rowid_ >= " + key(i);
+    part += " AND _rowid_" + to;
   }
   return parts;
 }
