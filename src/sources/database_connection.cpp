@@ -5,24 +5,25 @@
 #include <QSqlDriver>
 #include <QStringList>
 #include <QUrl>
-#include <array>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <filesystem>
-#include <fstream>
 #include <mutex>
-#include <system_error>
 #include <thread>
 
 #include "base/error.h"
 #include "sources/session_passwords.h"
+#include "sources/sqlite_file.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr auto kPatience = std::chrono::milliseconds(300);  // shorter waits show nothing
 constexpr auto kBetweenLooks = std::chrono::milliseconds(20);
+/// What servers say, also through ODBC, to a password that is missing or wrong.
+constexpr const char* kAboutPassword[] = {"fe_sendauth:", "password authentication failed",
+                                          "(using password: ", "Login failed for user"};
 
 void RequireDriver(const DatabaseDialect& dialect) {
   if (QSqlDatabase::drivers().contains(QLatin1String(dialect.driver))) return;
@@ -35,20 +36,11 @@ QString NewName() {
   return QStringLiteral("tarnwick-%1").arg(++number);
 }
 
-/// Drivers would answer all of this with "cannot be opened".
-void RequireSqliteFile(const std::string& file) {
-  std::error_code ignored;
-  if (!std::filesystem::is_regular_file(file, ignored)) {
-    throw FileError("The file of the data base is missing", file, "");
-  }
-  std::array<char, 16> head{};
-  std::ifstream bytes(file, std::ios::binary);
-  if (!bytes) throw FileError("The file of the data base cannot be read", file, "");
-  bytes.read(head.data(), head.size());
-  if (std::string_view(head.data(), head.size()) != std::string_view("SQLite format 3\0", 16)) {
-    throw FileError("The file is no SQLite data base; one that is packed must be unpacked first",
-                    file, "");
-  }
+/// No driver numbers what went wrong in connecting. What the client's library says itself keeps its first word in every language.
+bool IsAboutPassword(const QSqlError& error) {
+  const QString text = error.databaseText() + error.driverText();
+  return std::ranges::any_of(kAboutPassword,
+                             [&](const char* part) { return text.contains(QLatin1String(part)); });
 }
 
 /// The one answer of a statement.
@@ -136,7 +128,9 @@ void DatabaseConnection::Refuse(const QSqlError& error) {
   const std::string text = TextOf(error);
   database_ = QSqlDatabase();
   QSqlDatabase::removeDatabase(name_);
-  throw Error("The data base cannot be opened: " + place_.Name() + ", " + text);
+  const std::string told = "The data base cannot be opened: " + place_.Name() + ", " + text;
+  if (IsAboutPassword(error)) throw PasswordWanted(told, place_.Server(), place_.Name());
+  throw Error(told);
 }
 
 bool DatabaseConnection::Execute(QSqlQuery& query, const QString& statement,

@@ -19,7 +19,8 @@ class DatabaseConnection {
  public:
   /// Loads the driver and connects. The server that the environment variable TARNWICK_DB_SERVER names is given the
   /// password of TARNWICK_DB_PASSWORD, any other one the one that the user gave (PasswordFor).
-  /// Throws FileError for files that are missing or no data bases, Error for drivers and servers that are not there.
+  /// Throws FileError for files that are missing or no data bases, PasswordWanted where the password is missing or wrong, Error
+  /// for drivers and servers that are not there.
   explicit DatabaseConnection(const DatabasePlace& place);
   ~DatabaseConnection();
   DatabaseConnection(const DatabaseConnection&) = delete;

@@ -40,7 +40,8 @@ Asked AskedFor(const DatabaseConnection& connection, const QSqlRecord& record,
   asked.is_time = type.id() == QMetaType::QDateTime || type.id() == QMetaType::QDate;
   if (!asked.is_time && (!IsStoredNumber(type) || !TakesNumbers(column.format))) {
     throw Error("The server cannot compare the values of the column \"" + column.name +
-                "\", which are read as texts: its table cannot be thinned there");
+                "\", which are read as texts: its table cannot be thinned there; sample "
+                "its rows instead");
   }
   asked.number = type.id() == QMetaType::Bool ? "(" + asked.name + ")::int::double precision"
                  : asked.is_time              ? QString(kDays).replace("%1", asked.name)

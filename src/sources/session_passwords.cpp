@@ -18,6 +18,10 @@ Remembered& Session() {
 
 }  // namespace
 
+PasswordWanted::PasswordWanted(const std::string& text, const std::string& server,
+                               const std::string& place)
+    : Error(text), server_(server), place_(place) {}
+
 QString PasswordFor(const std::string& server) {
   {
     const std::lock_guard lock(Session().mutex);

@@ -16,6 +16,7 @@
 #include "data/packed/unpack.h"
 #include "data/text/field_value.h"
 #include "sources/database_value.h"
+#include "sources/sqlite_file.h"
 #include "sources/thinned_columns.h"
 
 namespace tarnwick {
@@ -258,6 +259,7 @@ void GoThrough(const ThinnedView& view, const std::string& statement, Range rang
 }  // namespace
 
 ThinnedRows FetchThinnedOfSqlite(const ThinnedView& view, Progress& progress) {
+  RequireSqliteFile(view.place.address);
   const File file(view.place, progress);
   const Road road = RoadOf(file, view);
   const std::optional<Range> whole = WholeRange(file, view, road);

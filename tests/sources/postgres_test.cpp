@@ -181,5 +181,21 @@ TEST_F(Postgres, APasswordIsNeverShown) {
   EXPECT_EQ(told.find("wrong one"), std::string::npos);
 }
 
+TEST_F(Postgres, APasswordThatIsMissingOrWrongIsWanted) {
+  for (const char* const given : {"", "wrong one"}) {
+    RememberPassword(server_->Server(), given);
+    EXPECT_THROW(DatabaseConnection{Place("t")}, PasswordWanted) << given;
+  }
+  RememberPassword(server_->Server(), PostgresServer::kPassword);
+  EXPECT_NO_THROW(DatabaseConnection{Place("t")});
+}
+
+TEST_F(Postgres, ATextThatCannotBeThinnedIsToldWithTheWayOut) {
+  const ThinnedView view{.place = Place("", "SELECT '1' AS x, 2 AS y"), .x = {"x"}, .y = {{"y"}}};
+  NoProgress unseen;
+  EXPECT_NE(Refusal([&] { FetchThinned(view, unseen); }).find("sample its rows instead"),
+            std::string::npos);
+}
+
 }  // namespace
 }  // namespace tarnwick

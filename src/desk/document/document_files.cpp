@@ -12,6 +12,7 @@
 #include "desk/document/document.h"
 #include "desk/document/finish_look.h"
 #include "desk/document/open_edit.h"
+#include "desk/prompts/password_prompt.h"
 #include "desk/settings/program_paths.h"
 #include "graph/background_image.h"
 #include "graph/files/file_kinds.h"
@@ -322,7 +323,9 @@ bool DocumentFiles::ClosingLoses() const {
 
 ReadResult DocumentFiles::Read(const std::function<ReadResult(Progress&)>& reading) {
   ReadResult result;
-  document_.Work().Run({"Loading data"}, [&](Progress& progress) { result = reading(progress); });
+  RunWithPasswords(document_.GetPrompt(), [&] {
+    document_.Work().Run({"Loading data"}, [&](Progress& progress) { result = reading(progress); });
+  });
   return result;
 }
 

@@ -1,20 +1,44 @@
 #include "desk/document/refresh_documents.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
+#include "base/error.h"
 #include "base/prompt.h"
 #include "base/word_list.h"
 #include "desk/document/document.h"
 #include "desk/document/document_io.h"
+#include "desk/prompts/password_prompt.h"
 #include "desk/work/long_work.h"
 #include "graph/series.h"
 #include "graph/series_of_whole.h"
+#include "sources/database_connection.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr std::size_t kMostNames = 5;
+
+/// Before anything is read: nobody waits for the other sources only to be asked at their end.
+void AskForPasswords(std::span<Document* const> documents) {
+  std::set<std::string> servers = {""};  // of files
+  for (Document* const document : documents) {
+    for (const TSeries* const series : SeriesOfWhole(document->WholeGraph())) {
+      if (series->Source().DataSource != DataSourceKind::Database) continue;
+      try {
+        const DatabasePlace place = ParsePlace(series->Source().DatasourceInfo);
+        if (!servers.insert(place.Server()).second) continue;
+        RunWithPasswords(document->GetPrompt(), [&] {
+          document->Work().Run({"Loading data"},
+                               [&](Progress&) { const DatabaseConnection tried(place); });
+        });
+      } catch (const Error&) {
+        // Told with the others when it is read.
+      }
+    }
+  }
+}
 
 }  // namespace
 
@@ -37,6 +61,7 @@ bool MayReadAgain(std::span<Document* const> documents) {
 
 void RefreshDocuments(std::span<Document* const> documents) {
   if (!MayReadAgain(documents)) return;
+  AskForPasswords(documents);
   std::vector<GraphState> states;
   for (Document* const document : documents) states.push_back(document->WholeGraph().State());
   RefreshedGraphs refreshed;

@@ -15,6 +15,7 @@
 #include "graph/graph_update.h"
 #include "graph/series_of_whole.h"
 #include "sources/database_source.h"
+#include "sources/session_passwords.h"
 #include "sources/thinned_columns.h"
 
 namespace tarnwick {
@@ -85,10 +86,14 @@ void Replace(TSeries& series, const ThinnedRows& rows) {
 struct ViewThinning::Answer {
   ThinnedRows rows;
   std::string trouble;
+  std::optional<PasswordWanted> closed;  ///< the trouble
 };
 
 ViewThinning::ViewThinning(Document& document, QObject* parent)
-    : QObject(parent), document_(document), asking_(new LatestWork(this)) {
+    : QObject(parent),
+      document_(document),
+      asking_(new LatestWork(this)),
+      passwords_(document.GetPrompt()) {
   wait_.setSingleShot(true);
   wait_.setInterval(kStillMs);
   connect(&wait_, &QTimer::timeout, this, &ViewThinning::Ask);
@@ -152,6 +157,9 @@ void ViewThinning::Ask() {
         answer.rows = FetchThinned(one.view, progress);
       } catch (const UnpackingCancelled&) {
         return [] {};
+      } catch (const PasswordWanted& wanted) {
+        answer.trouble = wanted.what();
+        answer.closed = wanted;
       } catch (const Error& error) {
         answer.trouble = error.what();
       }
@@ -162,6 +170,9 @@ void ViewThinning::Ask() {
 }
 
 void ViewThinning::Take(const std::vector<Wanted>& wanted, const std::vector<Answer>& answers) {
+  for (const Answer& answer : answers) {
+    if (answer.closed && passwords_.Ask(*answer.closed)) return Ask();
+  }
   const std::vector<TSeries*> whole = SeriesOfWhole(document_.WholeGraph());
   shown_.resize(whole.size());
   std::vector<PointsOfFile> points;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "data/points/point_chain.h"
+#include "desk/prompts/password_prompt.h"
 #include "sources/thinned_view.h"
 
 namespace tarnwick {
@@ -44,6 +45,7 @@ class ViewThinning final : public QObject {
 
   Document& document_;
   LatestWork* asking_;
+  PasswordAsker passwords_;
   QTimer wait_;
   std::vector<Shown> shown_;  // by place
 };

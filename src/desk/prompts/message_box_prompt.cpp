@@ -1,5 +1,7 @@
 #include "desk/prompts/message_box_prompt.h"
 
+#include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
@@ -8,6 +10,8 @@
 
 namespace tarnwick {
 namespace {
+
+constexpr int kPasswordWidth = 420;
 
 QMessageBox::Icon IconOf(Question::Kind kind) {
   switch (kind) {
@@ -41,11 +45,15 @@ QAbstractButton* AddButton(QMessageBox& box, Answer answer) {
   return nullptr;
 }
 
+/// A question on the way up needs its program behind it.
+void ShowProgram(QWidget* parent) {
+  if (parent && !parent->isVisible()) parent->show();
+}
+
 }  // namespace
 
 Answer MessageBoxPrompt::Ask(const Question& question) {
-  // A question on the way up needs its program behind it.
-  if (parent_ && !parent_->isVisible()) parent_->show();
+  ShowProgram(parent_);
   QMessageBox box(IconOf(question.kind), QObject::tr("Tarnwick"), ToQt(question.text),
                   QMessageBox::NoButton, parent_);
   box.setTextFormat(Qt::PlainText);
@@ -68,6 +76,22 @@ void MessageBoxPrompt::Tell(std::string_view text) {
                   parent_);
   box.setTextFormat(Qt::PlainText);
   box.exec();
+}
+
+std::optional<QString> MessageBoxPrompt::AskPassword(const std::string& text) {
+  ShowProgram(parent_);
+  QInputDialog dialog(parent_);
+  dialog.setObjectName("Password");
+  dialog.setWindowTitle(QObject::tr("Password"));
+  dialog.setTextEchoMode(QLineEdit::Password);
+  dialog.setLabelText(ToQt(text));
+  // What a graph names may hold anything, and much of it.
+  auto* const label = dialog.findChild<QLabel*>();
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  dialog.setMinimumWidth(kPasswordWidth);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.textValue();
 }
 
 }  // namespace tarnwick

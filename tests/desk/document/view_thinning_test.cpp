@@ -99,7 +99,8 @@ TEST_F(ViewsOfDatabase, AllRowsAreLoadedOnRequestAndATableThatGoesIsTold) {
   const int before = Series().PointCount();
   Zoom(views, 123'000, 124'000);
   EXPECT_EQ(Series().PointCount(), before);
-  EXPECT_NE(document_.Files().Told().Text().find("stays as it was: The data base cannot be read"),
+  EXPECT_NE(document_.Files().Told().Text().find(
+                "stays as it was: The file of the data base is missing: " + file_),
             std::string::npos)
       << document_.Files().Told().Text();
   std::filesystem::rename(file_ + ".away", file_);
