@@ -157,9 +157,9 @@ void ViewThinning::Ask() {
         answer.rows = FetchThinned(one.view, progress);
       } catch (const UnpackingCancelled&) {
         return [] {};
-      } catch (const PasswordWanted& wanted) {
-        answer.trouble = wanted.what();
-        answer.closed = wanted;
+      } catch (const PasswordWanted& closed) {
+        answer.trouble = closed.what();
+        answer.closed = closed;
       } catch (const Error& error) {
         answer.trouble = error.what();
       }
