@@ -1,6 +1,7 @@
 #include "data/import/column_meaning.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <optional>
 #include <utility>
 
@@ -40,9 +41,12 @@ void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
   source.time.has_numbers = source.time.is_date = true;
   source.time.format = found.date_format;
   source.info.TimeColumns = time.Text();
-  const bool dated = std::ranges::any_of(found.parts, [](TimePart part) {
-    return part == TimePart::Date || part == TimePart::Year || part == TimePart::YearMonth;
-  });
+  const auto tells_one_of = [&found](std::initializer_list<TimePart> sought) {
+    return std::ranges::find_first_of(found.parts, sought) != found.parts.end();
+  };
+  using enum TimePart;
+  const bool dated =
+      tells_one_of({Date, Year, YearMonth}) || !tells_one_of({Month, Day, DayOfYear, Quarter});
   source.notes.push_back(Listed(names) +
                          (names.size() == 1 ? " is the time" : " together are the time") +
                          (dated ? "" : ", in 2001 since there is no year"));

@@ -7,6 +7,7 @@
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/number_text.h"
+#include "base/text_encoding.h"
 #include "data/text/field_value.h"
 #include "data/text/text_fields.h"
 
@@ -17,7 +18,15 @@ constexpr int kYearOfNone = 2001;
 constexpr double kSecondsPerDay = 86400;
 constexpr double kHoursPerDay = 24;
 
-enum Unit : unsigned { kYear = 1, kMonth = 2, kDay = 4, kHour = 8, kMinute = 16, kSecond = 32 };
+enum Unit : unsigned {
+  kYear = 1,
+  kMonth = 2,
+  kDay = 4,
+  kHour = 8,
+  kMinute = 16,
+  kSecond = 32,
+  kHalf = 64
+};
 
 struct PartRow {
   TimePart part;
@@ -37,11 +46,14 @@ constexpr PartRow kParts[] = {
     {TimePart::HourMinute, "HourMinute", kHour | kMinute},
     {TimePart::YearMonth, "YearMonth", kYear | kMonth},
     {TimePart::Quarter, "Quarter", kMonth},
+    {TimePart::AmPm, "AmPm", kHalf},
 };
 
 const PartRow& RowOf(TimePart part) {
   return kParts[static_cast<std::size_t>(part)];
 }
+
+enum class HalfOfDay { BeforeNoon, AfterNoon };
 
 /// The parts as far as they are read. Fractions of days and hours go over into seconds.
 struct Sum {
@@ -52,6 +64,7 @@ struct Sum {
   std::optional<int> day_of_year;
   bool has_day = false;  // a month or day, if no year
   double seconds = 0;
+  std::optional<HalfOfDay> half;
 };
 
 std::optional<int> YearOf(std::string_view text) {
@@ -128,6 +141,26 @@ bool AddYearMonth(std::string_view text, Sum& sum) {
   return true;
 }
 
+/// "AM", "p.m.", "a".
+std::optional<HalfOfDay> HalfOf(std::string_view text) {
+  std::string letters = LowerAscii(TrimBlankBytes(text));
+  std::erase(letters, '.');
+  if (letters == "am" || letters == "a") return HalfOfDay::BeforeNoon;
+  if (letters == "pm" || letters == "p") return HalfOfDay::AfterNoon;
+  return std::nullopt;
+}
+
+/// Turns hours of twelve to those of the day; twelve begins a half. Times told by 24 hours beside a true half stay. False when the
+/// time does not lie in its half.
+bool ApplyHalf(Sum& sum) {
+  constexpr double kHalfDay = kSecondsPerDay / 2;
+  constexpr double kThirteen = kHalfDay + 3600;
+  if (sum.half == HalfOfDay::AfterNoon && sum.seconds < kHalfDay) sum.seconds += kHalfDay;
+  if (sum.half != HalfOfDay::BeforeNoon) return true;
+  if (sum.seconds >= kHalfDay && sum.seconds < kThirteen) sum.seconds -= kHalfDay;
+  return sum.seconds < kHalfDay;
+}
+
 bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& sum) {
   std::optional<int> whole;
   switch (part) {
@@ -159,6 +192,9 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
       return AddSeconds(InRange(text, 0, 60), 60, sum);
     case TimePart::Second:
       return AddSeconds(InRange(text, 0, 60), 1, sum);
+    case TimePart::AmPm:
+      sum.half = HalfOf(text);
+      return sum.half.has_value();
   }
   return false;
 }
@@ -233,6 +269,7 @@ std::optional<double> JoinTime(std::span<const TimePart> parts,
       return std::nullopt;
     }
   }
+  if (!ApplyHalf(sum)) return std::nullopt;
   const std::optional<double> date = DateOf(sum);
   // Only a time turned to UTC may leave its day.
   const bool leaves_day = sum.seconds < 0 || sum.seconds > kSecondsPerDay;

@@ -25,7 +25,8 @@ enum class TimePart : std::uint8_t {
   Second,
   HourMinute,  ///< 1610 is 16:10, 5 is 00:05
   YearMonth,   ///< 202403 is March 2024
-  Quarter      ///< 1 to 4
+  Quarter,     ///< 1 to 4
+  AmPm         ///< "AM" or "p.m.": the half of the day that a time of twelve hours lies in
 };
 
 /// True when no two of the parts say the same, as a date and a month do; false also for none.
@@ -50,7 +51,7 @@ struct JoinedTime {
 /// DateTime where that is no date's format; beside parts of the time its own time counts nothing. A time is "12:05:06", with
 /// am or pm, "1205", "120506" or "5" (00:05). Day, day of year, hour and minute may have fractions; hours go to 24. A month or
 /// a day without year lies in 2001, a year without month in January; a time without any date lies on day 0. Nothing when a
-/// text is no such part or out of range, or the date does not exist.
+/// text is no such part or out of range, a time after noon is said to lie before it, or the date does not exist.
 std::optional<double> JoinTime(std::span<const TimePart> parts,
                                std::span<const std::string_view> texts, ColumnFormat date_format);
 

@@ -147,9 +147,35 @@ bool DatesHoldTimes(const JoinedTimeFound& found, Columns columns) {
   });
 }
 
+bool AreAll(const std::vector<std::string_view>& texts, bool (*is_of_kind)(std::string_view)) {
+  return !texts.empty() && std::all_of(texts.begin(), texts.end(), is_of_kind);
+}
+
+bool IsHalfOfDay(std::string_view text) {
+  constexpr TimePart kHalf[] = {TimePart::AmPm};
+  const std::string_view texts[] = {text};
+  return JoinTime(kHalf, texts, ColumnFormat::DateTime).has_value();
+}
+
+/// Adds the neighbour of the hours that tells the half of the day in every row.
+void AddHalf(JoinedTimeFound& found, Columns columns) {
+  constexpr TimePart kHours[] = {TimePart::Time, TimePart::HourMinute, TimePart::Hour};
+  const auto hours = std::ranges::find_first_of(found.parts, kHours);
+  if (hours == found.parts.end() || Holds(found.parts, TimePart::AmPm)) return;
+  const std::size_t last = std::ranges::max(found.columns);
+  const std::size_t beside = found.columns[static_cast<std::size_t>(hours - found.parts.begin())];
+  for (const std::size_t column : {beside + 1, last + 1}) {
+    if (column >= columns.size() || !AreAll(columns[column], &IsHalfOfDay)) continue;
+    found.parts.push_back(TimePart::AmPm);
+    found.columns.push_back(column);
+    return;
+  }
+}
+
 /// True when nine of ten rows give a time.
 bool ReadsAsTime(JoinedTimeFound& found, Columns columns) {
   if (!AreWhole(found.parts) || !SettleDigits(found, columns)) return false;
+  AddHalf(found, columns);
   ChooseDateFormat(found, columns);
   if (DatesHoldTimes(found, columns)) return false;
   const std::size_t rows = RowCount(found, columns);
@@ -183,10 +209,6 @@ bool IsCompactDate(std::string_view text) {
   return year >= kFirstYear && year <= kLastYear;
 }
 
-bool AreAll(const std::vector<std::string_view>& texts, bool (*is_of_kind)(std::string_view)) {
-  return !texts.empty() && std::all_of(texts.begin(), texts.end(), is_of_kind);
-}
-
 bool IsWrittenDate(std::string_view text) {
   return !FieldValue(text, ColumnFormat::Number) && text.find(':') == text.npos &&
          (FieldValue(text, ColumnFormat::DateMonthFirst) ||
@@ -214,11 +236,21 @@ std::optional<JoinedTimeFound> FindWrittenPair(Columns columns, std::size_t firs
       !AreAll(columns[found.columns[1]], &IsClockTime)) {
     return std::nullopt;
   }
+  AddHalf(found, columns);
   ChooseDateFormat(found, columns);
   const auto times = TimesOf(found, columns);
   const bool rising =
       CountRead(times) == times.size() && std::is_sorted(times.begin(), times.end());
   return rising ? std::optional(found) : std::nullopt;
+}
+
+/// Clock times of twelve hours beside their halves of the day, without a date.
+std::optional<JoinedTimeFound> FindHalves(Columns columns, std::size_t first) {
+  JoinedTimeFound found{{TimePart::Time}, {first}};
+  if (!AreAll(columns[first], &IsClockTime)) return std::nullopt;
+  AddHalf(found, columns);
+  return found.parts.size() == 2 && Rise(TimesOf(found, columns)) ? std::optional(found)
+                                                                  : std::nullopt;
 }
 
 /// "YYYYMM" and the like over six digits.
@@ -403,6 +435,7 @@ std::optional<JoinedTimeFound> FindJoinedTime(
   }
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (auto found = FindWrittenPair(columns, i)) return found;
+    if (auto found = FindHalves(columns, i)) return found;
     if (auto found = FindCompact(names, columns, i)) return found;
     if (auto found = FindDayAndYear(names, columns, i)) return found;
     if (auto found = FindNumbers(names, columns, i)) return found;
