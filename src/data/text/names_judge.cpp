@@ -15,6 +15,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kLongestUnit = 16;
+constexpr std::size_t kFewestOfTable = 6;
 constexpr std::size_t kNamesPerWord = 8;  // of a sentence that may be a name among them
 
 using Names = std::vector<std::string>;
@@ -35,7 +36,7 @@ bool HoldsWordOfSentence(std::string_view name) {
 }
 
 /// True when words of a sentence are among the names. Between commas or tabs "on" and "set" are names like others, and so is
-/// "in" among many.
+/// "in" among many; as many commas as this are in no sentence, so that "Temperature of the inlet" is a name there.
 bool HoldsSentence(const Names& names, std::string_view line) {
   const bool by_blanks = line.find_first_of(",;\t|") == line.npos;
   const auto count = [&names](auto is) {
@@ -50,6 +51,9 @@ bool HoldsSentence(const Names& names, std::string_view line) {
   });
   const bool address =
       count([](const std::string& name) { return name.find("://") != name.npos; }) > 0;
+  const bool table = !by_blanks && names.size() >= kFewestOfTable &&
+                     std::ranges::none_of(names, &std::string::empty);
+  if (table && !address) return false;
   return address || 2 * words >= names.size() || kNamesPerWord * single > names.size();
 }
 
