@@ -57,6 +57,14 @@ bool HoldsSentence(const Names& names, std::string_view line) {
   return address || 2 * words >= names.size() || kNamesPerWord * single > names.size();
 }
 
+/// "Channel Data", "Wavelength Data" over two columns.
+bool AreArgumentAndData(const Names& names) {
+  constexpr std::string_view kArguments[] = {"channel", "wavelength", "wavenumber", "frequency",
+                                             "energy",  "angle",      "x"};
+  return names.size() == 2 && LowerAscii(names.back()) == "data" &&
+         std::ranges::find(kArguments, LowerAscii(names.front())) != std::end(kArguments);
+}
+
 template <class Is>
 bool AllOfFilled(const Names& names, Is is) {
   std::size_t filled = 0;
@@ -154,7 +162,7 @@ bool AreNames(const Names& names, std::string_view line) {
   if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
       AreMeasured(names, line) || MarksSection(names))
     return false;
-  return !HoldsSentence(names, line) &&
+  return (!HoldsSentence(names, line) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
 }
 

@@ -163,6 +163,8 @@ TEST(FormatGuess, FindsTheTableBehindAnyPreamble) {
       {"the rest of a sentence over one column",
        "# by a program, a tool for testing\n" + Rows(12, "1.5"), 1, -1, 0},
       {"words of sentences as names", "t\ton\tset\n" + rows, 1, 1, 0},
+      {"an argument and its data", "Spectrum of cobalt\nChannel Data\n" + Rows(12, "1 2"), 2, 2, 0},
+      {"a title of two words", "Cobalt Data\n" + Rows(12, "1 2"), 1, -1, 0},
       {"phrases as names of many columns",
        "t,Heat of a,Heat of b,Heat of c,Loss in d,Loss in e\n" + Rows(12, "1,2,3,4,5,6"), 1, 1, 0},
       {"names of columns that the rows leave out", "a\tb\tc\tremark\n" + rows, 1, 1, 0},
