@@ -7,6 +7,8 @@
 namespace tarnwick {
 namespace {
 
+/// Opening reads nothing of the file: this finds out whether it can be read.
+constexpr const char* kSqliteFirst[] = {"SELECT count(*) FROM sqlite_master"};
 constexpr const char* kPostgresFirst[] = {"SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY",
                                           "SET statement_timeout = '10min'",
                                           "SET idle_in_transaction_session_timeout = '1h'"};
@@ -16,7 +18,7 @@ const DatabaseDialect kDialects[] = {
     {.scheme = "sqlite",
      .driver = "QSQLITE",
      .options = "QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=5000",
-     .first = {},
+     .first = kSqliteFirst,
      .transport = RowTransport::InProcess,
      .quote = '"'},
     {.scheme = "postgresql",

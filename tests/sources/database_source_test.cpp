@@ -160,11 +160,14 @@ TEST(DatabaseSource, WhatCannotBeReadIsToldAndNothingIsWritten) {
       {"CREATE TABLE t (x REAL, y REAL)", "INSERT INTO t VALUES (1, 2), (2, 3)"});
   const TemporaryFolder folder;
   const std::string text = folder.Write("text.db", "x,y\n1,2\n").string();
+  const std::string cut =
+      folder.Write("cut.db", testing::ReadFile(base.File()).substr(0, 3000)).string();
   struct Case {
     DatabasePlace place;
     std::string told;
   };
   const Case cases[] = {
+      {{"sqlite", cut, {}, {}}, "cut.db, database disk image is malformed"},
       {{"sqlite", folder.File("none.db").string(), "t", {}},
        "The file of the data base is missing: "},
       {{"sqlite", text, "t", {}}, "The file is no SQLite data base"},
