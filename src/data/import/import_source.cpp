@@ -29,12 +29,19 @@ void ApplyRows(const ImportOptions& options, TDSInfo& info) {
   }
 }
 
-void RequireParts(const SourceKind& kind, const ImportOptions& options, const std::string& name) {
-  if (options.table_part.empty()) return;
-  if (std::ranges::find(kind.settings, "TablePart", &SourceSetting::key) != kind.settings.end()) {
-    return;
+bool Knows(const SourceKind& kind, std::string_view key) {
+  return std::ranges::find(kind.settings, key, &SourceSetting::key) != kind.settings.end();
+}
+
+/// What is asked for by name is refused where it cannot be done.
+void RequireKnown(const SourceKind& kind, const ImportOptions& options, const std::string& name) {
+  if (!options.table_part.empty() && !Knows(kind, "TablePart")) {
+    throw FileError("Only workbooks and files of arrays hold several tables; this is none", name,
+                    "");
   }
-  throw FileError("Only workbooks and files of arrays hold several tables; this is none", name, "");
+  if (options.thinned_at_source.value_or(false) && !Knows(kind, "ThinnedAtSource")) {
+    throw FileError("Only data bases give their rows thinned; this is none", name, "");
+  }
 }
 
 }  // namespace
@@ -46,7 +53,7 @@ ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOpt
   const std::string name = path == kStandardInput ? "standard input" : path.string();
   MappedFile file = OpenSourceFile(path, progress);
   const SourceKind& kind = KindOfFile(kinds, file.Bytes(), name);
-  RequireParts(kind, options, name);
+  RequireKnown(kind, options, name);
   kind.examine({std::move(file), name, options, progress}, source);
   // A kind whose files hold several tables has told which one.
   if (source.info.DatasourceInfo.empty()) source.info.DatasourceInfo = Location(path);
