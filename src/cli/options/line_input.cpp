@@ -81,11 +81,16 @@ class Reading {
     stream_ = kind_.open(graph_.Series(0));
   }
 
-  void Run() {
+  void Run(Output& output) {
     stream_->Start();
-    TakeUntilEnd(arguments_, [this] {
+    bool told_of_waiting = arguments_.seconds.has_value();
+    TakeUntilEnd(arguments_, [&] {
       const StreamState state = stream_->State();
       Take();
+      if (state == StreamState::Away && came_.rows == 0 && !std::exchange(told_of_waiting, true)) {
+        output.Note(stream_->Told() + " (Ctrl+C ends it).");
+        output.TellNotes();  // who waits reads it now
+      }
       return state != StreamState::Failed && (state != StreamState::Away || came_.rows == 0);
     });
     const std::string told = stream_->Told();
@@ -185,7 +190,7 @@ InputGraph ReadLines(const LineArguments& arguments, const ImportArguments& impo
   input.from_data = true;
   input.graph = std::make_unique<TxyGraph>();
   Reading reading(arguments, import, *input.graph);
-  reading.Run();
+  reading.Run(output);
   output.Note(reading.Note());
   return input;
 }

@@ -14,6 +14,8 @@ void Output::Note(const std::string& sentence) {
 
 void Output::TellNotes() {
   for (const std::string& sentence : sentences_) err_ << "tarnwick-cli: note: " << sentence << '\n';
+  err_.flush();
+  sentences_.clear();
 }
 
 void Output::Document(const Json& document) {
