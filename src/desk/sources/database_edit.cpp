@@ -97,7 +97,7 @@ void DatabaseEdit::MakeLayout() {
   line->addWidget(browse_);
   auto* const test = new QHBoxLayout;
   test->addWidget(test_, 0, Qt::AlignTop);
-  test->addWidget(told_, 1);
+  test->addWidget(told_, 1, Qt::AlignTop);
   form_ = new QFormLayout(this);
   form_->setContentsMargins(0, 0, 0, 0);
   form_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);

@@ -65,7 +65,7 @@ LinesEdit::LinesEdit(QWidget* parent)
   form->addRow(address_caption_, address_);
   form->addRow(number_caption_, number_);
   form->addRow(tr("&X is:"), x_);
-  setFocusProxy(address_);
+  setFocusProxy(way_);  // the first: TAB comes here from outside
   FollowWay();
   connect(way_, &QComboBox::currentIndexChanged, this, &LinesEdit::FollowWay);
   connect(way_, &QComboBox::currentIndexChanged, this, &PlaceEdit::edited);
