@@ -162,11 +162,17 @@ bool DocumentFiles::ReadDataFile(const std::filesystem::path& path, const Import
 }
 
 bool DocumentFiles::ReadPlace(const TDSInfo& place) {
+  const std::size_t before = document_.Graph().SeriesCount();
   const bool read = AddData("Open Source", [&place](const GraphState& into, Progress& progress) {
     return ReadPlaceInto(into, place, progress);
   });
-  if (read && document_.Live().HasSources()) document_.Live().Start();
-  return read;
+  if (!read) return false;
+  std::vector<const TSeries*> added;
+  for (std::size_t i = before; i < document_.Graph().SeriesCount(); ++i) {
+    added.push_back(&document_.Graph().Series(i));
+  }
+  document_.Live().StartOf(added);
+  return true;
 }
 
 bool DocumentFiles::AddData(
@@ -253,9 +259,12 @@ bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources,
     data_told_.Clear();
     TakeReadAgain(result, step);
   }
-  const bool follows =
-      std::ranges::any_of(sources, [](const NewSource& one) { return one.source.Follow; });
-  follows ? document_.Live().Start() : document_.Live().DropUnused();
+  const std::vector<TSeries*> whole = SeriesOfWhole(document_.WholeGraph());
+  std::vector<const TSeries*> followed;
+  for (const NewSource& one : sources) {
+    if (one.source.Follow) followed.push_back(whole.at(one.place));
+  }
+  document_.Live().StartOf(followed);
   return true;
 }
 

@@ -21,22 +21,30 @@ bool LiveData::HasSources() const {
 }
 
 void LiveData::Start() {
+  const std::vector<TSeries*> all = SeriesOfWhole(document_.WholeGraph());
+  StartOf({all.begin(), all.end()});
+}
+
+void LiveData::StartOf(const std::vector<const TSeries*>& series) {
   DropUnused();
   std::string trouble;
-  for (const TSeries* const series : SeriesOfWhole(document_.WholeGraph())) {
-    const StreamKind* const kind = StreamOf(series->Source());
-    const bool fed = std::ranges::any_of(
-        feeds_, [series](const auto& feed) { return feed->Feeds(series->Source()); });
+  for (const TSeries* const one : series) {
+    const StreamKind* const kind = StreamOf(one->Source());
+    const bool fed =
+        std::ranges::any_of(feeds_, [one](const auto& feed) { return feed->Feeds(one->Source()); });
     if (kind == nullptr || fed) continue;
     try {
-      feeds_.push_back(std::make_unique<LiveFeed>(document_, *kind, *series));
+      feeds_.push_back(std::make_unique<LiveFeed>(document_, *kind, *one));
       connect(feeds_.back().get(), &LiveFeed::told, this, &LiveData::changed);
     } catch (const Error& error) {
       if (trouble.empty()) trouble = error.what();
     }
   }
   for (const auto& feed : feeds_) {
-    if (feed->State() != StreamState::Running && feed->State() != StreamState::Away) feed->Start();
+    const bool wanted = std::ranges::any_of(
+        series, [&feed](const TSeries* one) { return feed->Feeds(one->Source()); });
+    const bool goes = feed->State() == StreamState::Running || feed->State() == StreamState::Away;
+    if (wanted && !goes) feed->Start();
   }
   TellState();
   if (!trouble.empty()) throw Error(trouble);

@@ -13,6 +13,7 @@ namespace tarnwick {
 
 class Document;
 class LiveFeed;
+class TSeries;
 
 class LiveData final : public QObject {
   Q_OBJECT
@@ -26,6 +27,8 @@ class LiveData final : public QObject {
   bool HasSources() const;
   /// Begins, or goes on with, what can come. Nothing begins by itself. Throws Error for what cannot be begun; the rest runs.
   void Start();
+  /// The same for what can come for these DataSets alone.
+  void StartOf(const std::vector<const TSeries*>& series);
   void Pause();
   void Stop();
   /// What was read again from its beginning goes on from there.

@@ -145,13 +145,16 @@ TEST_F(LiveDataTest, EndsWithTheDataSetThatTookIt) {
   EXPECT_FALSE(document_.Live().HasSources());
 }
 
-TEST_F(LiveDataTest, OfAPlaceThatIsOpenedGetsADataSetForEachY) {
+TEST_F(LiveDataTest, OfAPlaceThatIsOpenedComesAloneAndGetsADataSetForEachY) {
   const std::string pipe = folder_.File("sensor").string();
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   TDSInfo place;
   place.DataSource = DataSourceKind::Lines;
   place.DatasourceInfo = "pipe:" + pipe;
+  ASSERT_TRUE(document_.Files().ReadPlace(place));
+  EXPECT_EQ(document_.Live().Texts().size(), 1U) << "the file beside it was not started";
   Document document("Graph_2", work_, prompt_);
+  document_.Live().Stop();
   ASSERT_TRUE(document.Files().ReadPlace(place));
   std::ofstream(pipe) << "1,2\n2,3,4\n3,4,5\n";
   ASSERT_TRUE(QTest::qWaitFor([&] { return document.Graph().SeriesCount() == 2; }, kMost));
