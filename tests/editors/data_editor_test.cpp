@@ -206,6 +206,8 @@ TEST_F(DataEditorTest, ADataBaseIsOpenedByItsPlaceAndReadFromAnotherTable) {
 TEST_F(DataEditorTest, AnotherSheetIsReadByItsName) {
   OpenExample("furnace.xlsx");
   auto* const sheet = editor_->findChild<QComboBox*>("WorkbookSheet");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return PreviewRow(3) == "|°C|A"; })) << "units, by column";
+  EXPECT_EQ(PreviewRow(2), "Time  Temperature  Current") << "a header, as one text";
   ASSERT_NE(sheet, nullptr);
   EXPECT_EQ(sheet->currentText(), "Heating");
   EXPECT_EQ(editor_->findChild<FieldWidget*>("Text/Separators")->isHidden(), false);

@@ -29,11 +29,17 @@ std::vector<std::string> Cut(std::string_view line, const TextLayout& layout, st
   return fields;
 }
 
-LineRole RoleOf(std::int64_t number, std::string_view line, const TDSInfo& info,
-                const TextLayout& layout) {
+/// What a line is by its number alone; a row where that tells nothing.
+LineRole RoleOfNumber(std::int64_t number, const TDSInfo& info) {
   if (number == info.NamesLine) return LineRole::Names;
   if (number == info.UnitsLine) return LineRole::Units;
-  if (number <= info.FileHasHeaders) return LineRole::Header;
+  return number <= info.FileHasHeaders ? LineRole::Header : LineRole::Row;
+}
+
+LineRole RoleOf(std::int64_t number, std::string_view line, const TDSInfo& info,
+                const TextLayout& layout) {
+  const LineRole role = RoleOfNumber(number, info);
+  if (role != LineRole::Row) return role;
   if (info.TableLines > 0 && number > std::int64_t{info.FileHasHeaders} + info.TableLines) {
     return LineRole::Behind;
   }
@@ -71,16 +77,22 @@ SourcePreview PreviewText(const std::shared_ptr<const TextSource>& text, const T
   return preview;
 }
 
-SourcePreview PreviewRows(TDataSupplier& supplier, std::size_t rows, std::size_t columns) {
+SourcePreview PreviewRows(TDataSupplier& supplier, const TDSInfo& info, std::size_t rows,
+                          std::size_t columns) {
   SourcePreview preview;
   preview.columns = supplier.ColumnNames();
   preview.columns.resize(std::min(preview.columns.size(), columns));
   for (supplier.FirstRow(); !supplier.AtEnd() && preview.lines.size() < rows; supplier.NextRow()) {
     PreviewedLine line;
     line.number = supplier.Line();
+    line.role = RoleOfNumber(line.number, info);
+    std::string whole;
     for (std::size_t i = 0; i < preview.columns.size(); ++i) {
-      line.fields.push_back(supplier.TextAt(static_cast<std::int32_t>(i)));
+      std::string text = supplier.TextAt(static_cast<std::int32_t>(i));
+      if (!text.empty()) whole += (whole.empty() ? "" : "  ") + text;
+      line.fields.push_back(std::move(text));
     }
+    if (!IsCut(line.role)) line.fields = {std::move(whole)};
     preview.lines.push_back(std::move(line));
   }
   return preview;

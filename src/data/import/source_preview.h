@@ -50,8 +50,10 @@ struct SourcePreview {
 SourcePreview PreviewText(const std::shared_ptr<const TextSource>& text, const TDSInfo& info,
                           std::size_t lines, std::size_t columns);
 
-/// The first `rows` rows of a source that is no text, and their columns up to `columns`. Throws what the supplier throws.
-SourcePreview PreviewRows(TDataSupplier& supplier, std::size_t rows, std::size_t columns);
+/// The first `rows` rows of a source that is no text, headers among them as `info` tells, and their columns up to `columns`.
+/// Throws what the supplier throws.
+SourcePreview PreviewRows(TDataSupplier& supplier, const TDSInfo& info, std::size_t rows,
+                          std::size_t columns);
 
 /// The first megabyte of a text file, to its last whole line; a packed one is unpacked as a whole. Throws FileError, also for
 /// what is no text, and UnpackingCancelled.

@@ -66,7 +66,7 @@ std::variant<SourcePreview, QString> FirstRows(const TDSInfo& info, Progress& pr
   try {
     const SourceKind* const row = FindSourceKind(AllSourceKinds(), info.DataSource);
     if (row == nullptr || row->open == nullptr) return SourcePreview();
-    return PreviewRows(*row->open(info, progress), kLines, kColumns);
+    return PreviewRows(*row->open(info, progress), info, kLines, kColumns);
   } catch (const Error& error) {
     return ToQt(error.what());
   }
