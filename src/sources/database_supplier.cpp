@@ -11,6 +11,7 @@
 #include "base/error.h"
 #include "base/word_list.h"
 #include "data/packed/unpack.h"
+#include "data/text/stored_format.h"
 #include "sources/database_value.h"
 
 namespace tarnwick {

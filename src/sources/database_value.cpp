@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "data/text/field_value.h"
+#include "data/text/stored_format.h"
 
 namespace tarnwick {
 
@@ -26,12 +27,6 @@ bool IsStoredNumber(QMetaType type) {
     default:
       return false;
   }
-}
-
-bool TakesNumbers(ColumnFormat format) {
-  return format == ColumnFormat::Automatic || format == ColumnFormat::Number ||
-         format == ColumnFormat::DecimalComma || format == ColumnFormat::GroupedThousands ||
-         format == ColumnFormat::NumberWithUnit;
 }
 
 std::string StoredText(const QVariant& value) {

@@ -12,9 +12,6 @@ namespace tarnwick {
 /// True for values, and types of columns, that are numbers; truth is one.
 bool IsStoredNumber(QMetaType type);
 
-/// Formats that a stored number needs no reading by.
-bool TakesNumbers(ColumnFormat format);
-
 /// The value as a text that FieldValue reads; empty for none.
 std::string StoredText(const QVariant& value);
 

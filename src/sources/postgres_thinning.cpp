@@ -11,6 +11,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "data/packed/unpack.h"
+#include "data/text/stored_format.h"
 #include "sources/database_rows.h"
 #include "sources/database_statement.h"
 #include "sources/database_value.h"

@@ -15,6 +15,7 @@
 #include "base/number_text.h"
 #include "data/packed/unpack.h"
 #include "data/text/field_value.h"
+#include "data/text/stored_format.h"
 #include "sources/database_value.h"
 #include "sources/sqlite_file.h"
 #include "sources/thinned_columns.h"

@@ -129,7 +129,8 @@ void LiveFeed::AddDataSets(std::size_t columns) {
     for (std::size_t place = known; place < columns; ++place) {
       TDSInfo info = source_;
       info.YDataColumn = kind_.y_name(place);
-      AddWaitingSeries(graph, info, info.YDataColumn, WaitingX::Numbers);
+      AddWaitingSeries(graph, info, info.YDataColumn,
+                       kind_.x_is_moment(info) ? WaitingX::Moments : WaitingX::Numbers);
     }
   });
 }

@@ -9,6 +9,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "data/text/field_value.h"
+#include "data/text/stored_format.h"
 
 namespace tarnwick {
 namespace {
@@ -16,12 +17,8 @@ namespace {
 constexpr std::int64_t kBlockRows = 1 << 16;
 constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max() - 1;
 
-/// Formats of times read the number as its text; to all others it is one already.
 double Formatted(double value, ColumnFormat format) {
-  const bool time = format == ColumnFormat::DateTime || format == ColumnFormat::DateDayFirst ||
-                    format == ColumnFormat::DateMonthFirst || format == ColumnFormat::UnixSeconds ||
-                    format == ColumnFormat::UnixMilliseconds;
-  if (!time || !std::isfinite(value)) return value;
+  if (TakesNumbers(format) || !std::isfinite(value)) return value;
   return FieldValue(ShortestText(value), format).value_or(kNotNumberValue);
 }
 

@@ -6,14 +6,11 @@
 
 #include "base/error.h"
 #include "base/undefined.h"
-#include "data/import/column_expression.h"
-#include "data/series/data_series.h"
 #include "data/text/joined_time.h"
 #include "data/text/text_fields.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_source.h"
 #include "data/text/text_supplier.h"
-#include "sources/streams/described_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -25,17 +22,6 @@ std::int32_t LeadingBlankLines(const std::string& text) {
   LineWalker walker(text, '\n');
   while (!walker.AtEnd() && TrimBlankBytes(walker.Next()).empty()) ++blanks;
   return blanks;
-}
-
-std::int32_t Resolved(TDataSupplier& supplier, const std::string& column) {
-  const std::int32_t place = supplier.ColumnIndex(column);
-  if (place < 0) throw FileError("There is no column \"" + column + "\"", supplier.Describe(), "");
-  return place;
-}
-
-std::optional<std::int32_t> ResolvedErrors(TDataSupplier& supplier, const std::string& column) {
-  const std::int32_t place = column.empty() ? -1 : supplier.ColumnIndex(column);
-  return place < 0 ? std::nullopt : std::optional(place);
 }
 
 /// The columns of a time by their positions: behind the headers nobody knows names.
@@ -81,17 +67,7 @@ std::unique_ptr<TDataSupplier> FollowedText::Supplier(const TDSInfo& info,
 }
 
 void FollowedText::ResolveColumns(TDataSupplier& supplier) {
-  columns_.x = info_.x_column_index = Resolved(supplier, info_.XDataColumn);
-  columns_.y = info_.y_column_index = Resolved(supplier, info_.YDataColumn);
-  columns_.y_error = ResolvedErrors(supplier, info_.YErrorColumn);
-  columns_.x_error = ResolvedErrors(supplier, info_.XErrorColumn);
-  TDataSeries series;
-  series.Source() = info_;
-  transforms_ = CompileColumnExpressions(series, supplier.ColumnNames());
-  columns_.others = transforms_.x.columns;
-  columns_.others.insert(columns_.others.end(), transforms_.y.columns.begin(),
-                         transforms_.y.columns.end());
-  others_.resize(columns_.others.size());
+  reading_ = ResolveReading(info_, supplier);
   rest_info_ = info_;
   rest_info_.FileHasHeaders = 0;
   rest_info_.NamesLine = kNoNamesLine;
@@ -143,14 +119,14 @@ void FollowedText::TakeRows(TDataSupplier& supplier, StreamRows& rows) {
 void FollowedText::TakeRow(TDataSupplier& supplier, StreamRows& rows) {
   ++row_;
   if (row_ != chooser_->NextRow()) return;
-  RowValues values = ReadRow(supplier, info_, columns_, others_);
-  if (columns_.x == kRowNumberColumn) values.x = static_cast<double>(row_);
-  if (columns_.y == kRowNumberColumn) values.y = static_cast<double>(row_);
+  RowValues values = ReadRow(supplier, info_, reading_.columns, reading_.others);
+  if (reading_.columns.x == kRowNumberColumn) values.x = static_cast<double>(row_);
+  if (reading_.columns.y == kRowNumberColumn) values.y = static_cast<double>(row_);
   const RowVerdict verdict = chooser_->Take(values.x, values.y);
   if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
   const bool of_run = info_.Run == 0 || info_.Run == pieces_.Run();
   if (!of_run || verdict == RowVerdict::Passed || verdict == RowVerdict::Stopped) return;
-  if (verdict == RowVerdict::Point) values = PointOf(transforms_, values);
+  if (verdict == RowVerdict::Point) values = PointOf(reading_.transforms, values);
   if (std::isnan(values.x) || std::isnan(values.y)) {
     ++rows.unreadable;
   } else {

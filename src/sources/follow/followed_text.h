@@ -5,12 +5,10 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "data/import/loader.h"
 #include "data/import/piece_finder.h"
 #include "data/import/row_chooser.h"
-#include "data/import/row_reading.h"
+#include "sources/streams/described_rows.h"
 #include "sources/streams/row_stream.h"
 
 namespace tarnwick {
@@ -46,9 +44,7 @@ class FollowedText {
   PieceFinder pieces_;
   std::string head_;  // until the first row is there
   bool head_read_ = false;
-  ColumnTransforms transforms_;
-  RowColumns columns_;
-  std::vector<double> others_;
+  DescribedReading reading_;
   std::int64_t row_ = 0;     // number of the row at hand, from 1
   std::int64_t points_ = 0;  // so far
 };

@@ -7,10 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "data/import/loader.h"
-#include "data/import/row_reading.h"
 #include "sources/links/link_supplier.h"
-#include "sources/streams/append_rows.h"
+#include "sources/streams/described_rows.h"
 #include "sources/streams/stream_clock.h"
 
 namespace tarnwick {
@@ -30,10 +28,8 @@ class LinkRows {
  private:
   TDSInfo info_;
   TLinkSupplier row_;
-  RowColumns columns_;
-  ColumnTransforms transforms_;
+  DescribedReading reading_;
   std::vector<std::int32_t> heard_;
-  std::vector<double> others_;
   StreamClock clock_;
   std::int64_t count_ = 0;
 };

@@ -2,9 +2,26 @@
 
 #include <utility>
 
+#include "base/error.h"
 #include "base/undefined.h"
+#include "data/import/column_expression.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
+namespace {
+
+std::int32_t PlaceOf(TDataSupplier& supplier, const std::string& column) {
+  const std::int32_t place = supplier.ColumnIndex(column);
+  if (place < 0) throw FileError("There is no column \"" + column + "\"", supplier.Describe(), "");
+  return place;
+}
+
+std::optional<std::int32_t> PlaceOfErrors(TDataSupplier& supplier, const std::string& column) {
+  const std::int32_t place = column.empty() ? -1 : supplier.ColumnIndex(column);
+  return place < 0 ? std::nullopt : std::optional(place);
+}
+
+}  // namespace
 
 StreamColumns DescribedColumns(const TDSInfo& info) {
   StreamColumns columns;
@@ -37,6 +54,23 @@ TDSInfo ReadingOf(TDSInfo info) {
   info.x_column_index = info.y_column_index = none.x_column_index;
   info.x_error_index = info.y_error_index = none.x_error_index;
   return info;
+}
+
+DescribedReading ResolveReading(TDSInfo& info, TDataSupplier& supplier) {
+  DescribedReading reading;
+  RowColumns& columns = reading.columns;
+  columns.x = info.x_column_index = PlaceOf(supplier, info.XDataColumn);
+  columns.y = info.y_column_index = PlaceOf(supplier, info.YDataColumn);
+  columns.y_error = PlaceOfErrors(supplier, info.YErrorColumn);
+  columns.x_error = PlaceOfErrors(supplier, info.XErrorColumn);
+  TDataSeries series;
+  series.Source() = info;
+  reading.transforms = CompileColumnExpressions(series, supplier.ColumnNames());
+  columns.others = reading.transforms.x.columns;
+  const std::vector<std::int32_t>& of_y = reading.transforms.y.columns;
+  columns.others.insert(columns.others.end(), of_y.begin(), of_y.end());
+  reading.others.resize(columns.others.size());
+  return reading;
 }
 
 bool ReadAlike(const TDSInfo& one, const TDSInfo& other) {

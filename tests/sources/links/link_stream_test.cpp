@@ -159,7 +159,7 @@ TEST(LinkStream, WhatCannotBeHeardIsToldBeforeOrAtTheStart) {
     const char* told;
   };
   const Case cases[] = {
-      {Links("time", "c"), "There is no link \"c\" in the list "},
+      {Links("time", "c"), "There is no column \"c\": "},
       {Links("time", "Date and time"), "No link gives Y: "},
       {Links("time", "a", "lab|oven"), "A link is written service|topic!item: "},
       {Links("Row number", "a", "two words|oven!a"),
