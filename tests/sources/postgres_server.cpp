@@ -8,7 +8,10 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QThread>
+#include <csignal>
 #include <fstream>
+
+#include "support/temporary_folder.h"
 
 namespace tarnwick::testing {
 namespace {
@@ -47,16 +50,12 @@ PostgresServer::PostgresServer() : programs_(FolderOfPrograms()) {
     why_not_ = "The server's folder cannot be given to another user";
     return;
   }
-  const QString data = QString::fromStdString(folder_ + "/data");
-  QProcess make;
-  QStringList words =
-      AsOtherUser(QString::fromStdString(programs_ + "/initdb"),
-                  {"-D", data, "-U", "owner", "-A", "scram-sha-256", "--no-sync", "-E", "UTF8",
-                   "--locale=C", "--pwfile=" + QString::fromStdString(folder_ + "/password")});
-  make.setWorkingDirectory(QString::fromStdString(folder_));
-  make.start(words.takeFirst(), words);
-  if (!make.waitForFinished(kPatienceMs) || make.exitCode() != 0) {
-    why_not_ = "initdb failed: " + make.readAllStandardError().toStdString();
+  const int made =
+      Begin("initdb", {"-D", folder_ + "/data", "-U", "owner", "-A", "scram-sha-256", "--no-sync",
+                       "-E", "UTF8", "--locale=C", "--pwfile=" + folder_ + "/password"})
+          ->Wait();
+  if (made != 0) {
+    why_not_ = "initdb failed: " + ReadFile(folder_ + "/log");
     ADD_FAILURE() << why_not_;
     return;
   }
@@ -65,29 +64,27 @@ PostgresServer::PostgresServer() : programs_(FolderOfPrograms()) {
 
 PostgresServer::~PostgresServer() {
   if (process_) {
-    ::kill(static_cast<pid_t>(process_->processId()), SIGINT);
-    process_->waitForFinished(kPatienceMs);
+    process_->Signal(SIGINT);
+    process_->Wait();
   }
   std::error_code left;
   if (!folder_.empty()) std::filesystem::remove_all(folder_, left);
 }
 
-QStringList PostgresServer::AsOtherUser(const QString& program,
-                                        const QStringList& arguments) const {
-  QStringList words;
-  if (geteuid() == 0) words = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
-  return words + QStringList{program} + arguments;
+std::unique_ptr<Spawned> PostgresServer::Begin(const std::string& program,
+                                               const std::vector<std::string>& arguments) const {
+  // The server ends with a test program that is ended from outside.
+  std::vector<std::string> words = {"setpriv", "--pdeathsig=INT"};
+  if (geteuid() == 0)
+    words.insert(words.end(), {"--reuid=65534", "--regid=65534", "--clear-groups"});
+  words.push_back(programs_ + '/' + program);
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  return std::make_unique<Spawned>(words, folder_, folder_ + "/log");
 }
 
 void PostgresServer::Start() {
-  QStringList words =
-      AsOtherUser(QString::fromStdString(programs_ + "/postgres"),
-                  {"-D", QString::fromStdString(folder_ + "/data"), "-k",
-                   QString::fromStdString(folder_), "-c", "listen_addresses=", "-F"});
-  process_ = std::make_unique<QProcess>();
-  process_->setWorkingDirectory(QString::fromStdString(folder_));
-  process_->setStandardErrorFile(QString::fromStdString(folder_ + "/log"));
-  process_->start(words.takeFirst(), words);
+  process_ =
+      Begin("postgres", {"-D", folder_ + "/data", "-k", folder_, "-c", "listen_addresses=", "-F"});
   for (int waited = 0; waited < kPatienceMs; waited += 50) {
     if (Answers()) return;
     QThread::msleep(50);
@@ -97,8 +94,8 @@ void PostgresServer::Start() {
 }
 
 void PostgresServer::Kill() {
-  process_->kill();
-  process_->waitForFinished(kPatienceMs);
+  process_->Signal(SIGKILL);
+  process_->Wait();
   process_.reset();
 }
 

@@ -1,11 +1,12 @@
 // A PostgreSQL server of the tests' own, in a folder of its own, reached by a local socket only.
 #pragma once
 
-#include <QProcess>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "support/spawned.h"
 
 namespace tarnwick::testing {
 
@@ -33,13 +34,15 @@ class PostgresServer {
   void Start();
 
  private:
-  QStringList AsOtherUser(const QString& program, const QStringList& arguments) const;
+  /// One of its programs, which runs as another user where this one is root.
+  std::unique_ptr<Spawned> Begin(const std::string& program,
+                                 const std::vector<std::string>& arguments) const;
   bool Answers() const;
 
   std::string folder_;
   std::string programs_;
   std::string why_not_;
-  std::unique_ptr<QProcess> process_;
+  std::unique_ptr<Spawned> process_;
 };
 
 }  // namespace tarnwick::testing

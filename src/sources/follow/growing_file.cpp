@@ -62,26 +62,21 @@ std::string GrowingFile::At(off_t from, std::size_t count) const {
   return bytes;
 }
 
-/// A file that was cut and has grown beyond its old size since gives itself away by what stands where reading ended.
-bool GrowingFile::WasRewritten(off_t size) {
-  if (size < position_) return true;
-  if (size == position_ || last_read_.empty()) return false;
-  return At(position_ - static_cast<off_t>(last_read_.size()), last_read_.size()) != last_read_;
-}
-
 GrowingFile::Came GrowingFile::Read(std::string& bytes) {
   if (!file_) OpenWhereThere();
   if (!file_) return Came::Nothing;
-  struct stat status {};
-  if (::fstat(file_->Value(), &status) != 0) Fail(path_, errno);
-  if (WasRewritten(status.st_size)) {
+  // Asked before reading: what the old file got until then is read first.
+  const bool replaced = ReplacedByAnother();
+  // What was read last is read again with what follows it, in one call: a file that was cut, even if it has grown beyond its old
+  // size since, gives itself away, and nobody can write it anew between a look and the reading.
+  std::string got =
+      At(position_ - static_cast<off_t>(last_read_.size()), last_read_.size() + kMostAtOnce);
+  if (!got.starts_with(last_read_)) {
     position_ = 0;
     last_read_.clear();
     return Came::Rewritten;
   }
-  // Asked before reading: what the old file got until then is read first.
-  const bool replaced = ReplacedByAnother();
-  const std::string got = At(position_, kMostAtOnce);
+  got.erase(0, last_read_.size());
   if (!got.empty()) {
     bytes += got;
     position_ += static_cast<off_t>(got.size());

@@ -34,7 +34,6 @@ class GrowingFile {
  private:
   void OpenWhereThere();
   bool ReplacedByAnother();
-  bool WasRewritten(off_t size);
   std::string At(off_t from, std::size_t count) const;
 
   std::filesystem::path path_;

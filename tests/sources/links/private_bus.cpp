@@ -1,29 +1,35 @@
 #include <gtest/gtest.h>
 
-#include <QProcess>
-#include <memory>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <thread>
+
+#include "support/spawned.h"
+#include "support/temporary_folder.h"
 
 namespace tarnwick::testing {
 namespace {
 
-constexpr int kPatience = 10000;  // ms
-
 class PrivateBus final : public ::testing::Environment {
  public:
   void SetUp() override {
-    daemon_ = std::make_unique<QProcess>();
-    daemon_->start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-    ASSERT_TRUE(daemon_->waitForReadyRead(kPatience)) << "dbus-daemon does not start";
-    qputenv("DBUS_SESSION_BUS_ADDRESS", daemon_->readLine().trimmed());
+    const std::filesystem::path place = folder_.File("bus");
+    const std::string address = "unix:path=" + place.string();
+    daemon_.emplace(
+        std::vector<std::string>{"dbus-daemon", "--session", "--nofork", "--address=" + address},
+        folder_.Path(), folder_.File("log"));
+    for (int waited = 0; waited < 1000 && !std::filesystem::exists(place); ++waited)
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    ASSERT_TRUE(std::filesystem::exists(place)) << ReadFile(folder_.File("log"));
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
   }
-  void TearDown() override {
-    daemon_->terminate();
-    daemon_->waitForFinished(kPatience);
-    daemon_.reset();
-  }
+  void TearDown() override { daemon_.reset(); }
 
  private:
-  std::unique_ptr<QProcess> daemon_;
+  TemporaryFolder folder_;
+  std::optional<Spawned> daemon_;
 };
 
 // What registers itself with the framework has no other place.
