@@ -53,7 +53,11 @@ bool HoldsSentence(const Names& names, std::string_view line) {
       count([](const std::string& name) { return name.find("://") != name.npos; }) > 0;
   const bool table = !by_blanks && names.size() >= kFewestOfTable &&
                      std::ranges::none_of(names, &std::string::empty);
-  if (table && !address) return false;
+  // Nor does a sentence end each of its parts with a unit.
+  const bool units = !by_blanks && std::ranges::all_of(names, [](const std::string& name) {
+    return name.ends_with(')') || name.ends_with(']');
+  });
+  if ((table || units) && !address) return false;
   return address || 2 * words >= names.size() || kNamesPerWord * single > names.size();
 }
 

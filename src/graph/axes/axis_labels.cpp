@@ -139,6 +139,7 @@ std::vector<std::size_t> KeptTicks(const AxisState& axis, const std::vector<Tick
   }
   if (stride <= 1 || labelled.size() < 2) return labelled;
   const double step = ticks[labelled[1]].value - ticks[labelled[0]].value;
+  const OffsetLabels less = TakeOffset(axis, ticks);
   const DateTickType unit = UnitOfTicks(axis, ticks);
   // Days and weeks are counted from the first: no date comes round in equal steps of them.
   const bool calendar =
@@ -153,7 +154,7 @@ std::vector<std::size_t> KeptTicks(const AxisState& axis, const std::vector<Tick
     } else if (calendar) {
       count = static_cast<double>(UnitIndex(value, unit));
     } else if (!axis.LogScale && !axis.ShowAsTime) {
-      count = std::round(value / step);
+      count = std::round(less.ticks[labelled[i]].value / step);
     }
     if (std::fmod(count, stride) == 0) kept.push_back(labelled[i]);
   }

@@ -22,8 +22,8 @@ std::vector<LabelSet> LabelSets(const AxisState& axis, const std::vector<Tick>& 
 /// The strides worth trying, ascending from 1: such as lead to full hours, days and years on a time axis.
 std::span<const int> LabelStrides(const AxisState& axis, const std::vector<Tick>& ticks);
 
-/// The labelled ticks that stay when every `stride`th does: round numbers (zero among them) on a linear axis, round
-/// exponents on a logarithmic one, full units on a time axis.
+/// The labelled ticks that stay when every `stride`th does: round numbers (zero among them) on a linear axis, less what all of
+/// them have in common, round exponents on a logarithmic one, full units on a time axis.
 std::vector<std::size_t> KeptTicks(const AxisState& axis, const std::vector<Tick>& ticks,
                                    int stride);
 

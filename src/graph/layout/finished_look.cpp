@@ -1,15 +1,13 @@
 #include "graph/layout/finished_look.h"
 
-#include <QPointF>
 #include <QRectF>
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <vector>
 
 #include "graph/axes/plot_metrics.h"
+#include "graph/layout/legend_place.h"
 #include "graph/layout/plot_layout.h"
-#include "graph/layout/quiet_corner.h"
 #include "graph/palette.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -18,7 +16,6 @@ namespace tarnwick {
 namespace {
 
 constexpr int kEdge = 8;                     // pixels kept free around everything
-constexpr int kInset = 10;                   // of the legend from the plot's edges
 constexpr std::int32_t kSparsePoints = 80;   // up to these have symbols of their usual size
 constexpr std::int32_t kDensePoints = 300;   // up to these have small ones, more are a line
 constexpr std::int32_t kBroadPoints = 2000;  // up to these such a line is two pixels wide
@@ -32,12 +29,6 @@ Font MakeFont(int size, bool bold) {
   font.bold = bold;
   return font;
 }
-
-/// A legend beside the plot takes at most this share of the picture's width, or the wide one where it would cover much.
-constexpr double kLargestLegendShare = 0.25;
-constexpr double kWideLegendShare = 1.0 / 3;
-constexpr double kMuchCovered = 0.03;  // of the points
-constexpr double kNarrowestBeside = 110;
 
 /// In a picture narrower than this there is no room for what is said twice.
 constexpr double kSmallPicture = 400;
@@ -124,78 +115,6 @@ void LimitMargins(Dimensions& dimensions, QSizeF size) {
   limit(dimensions.top_margin, dimensions.bottom_margin, size.height());
 }
 
-/// The legend beside the plot, whose right margin makes room for it.
-void PlaceLegendOutside(TxyGraph& graph, const PlotLayout& layout, double width) {
-  Dimensions dimensions = graph.GetDimensions();
-  dimensions.right_margin += RoundedUp(width) + kEdge;
-  graph.SetDimensions(dimensions);
-  Legend legend = graph.GetLegend();
-  legend.left = -kEdge;
-  legend.top = RoundedUp(layout.plot.top());
-  graph.SetLegend(legend);
-}
-
-enum class MayStandBeside { No, Yes };
-
-/// Puts the shown legend into the corner of the plot where it covers the fewest points and no inserted graph covers it, or
-/// beside the plot when every corner has some and the picture is wide enough and it may stand there.
-void PlaceShownLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
-                      MayStandBeside beside) {
-  const PlotLayout layout = LayoutPlot(graph, size, metrics);
-  if (!layout.legend) return;
-  const QSizeF box = layout.legend->frame.size();
-  const QRectF& plot = layout.plot;
-  const std::vector<QPointF> pixels = SampledPixels(graph, layout);
-  struct Corner {
-    bool right;
-    bool bottom;
-  };
-  constexpr std::array<Corner, 4> kCorners = {
-      {{true, false}, {false, false}, {false, true}, {true, true}}};
-  std::array<QRectF, kCorners.size()> frames;
-  std::transform(kCorners.begin(), kCorners.end(), frames.begin(), [&](const Corner& corner) {
-    const QPointF at(corner.right ? plot.right() - kInset - box.width() : plot.left() + kInset,
-                     corner.bottom ? plot.bottom() - kInset - box.height() : plot.top() + kInset);
-    return QRectF(at, box).adjusted(-3, -3, 3, 3);
-  });
-  const auto points_in = [&pixels](const QRectF& frame) {
-    return static_cast<std::size_t>(std::count_if(
-        pixels.begin(), pixels.end(), [&](const QPointF& pixel) { return frame.contains(pixel); }));
-  };
-  const QuietPlace place = FindQuietPlace(frames, {ChildBoxes(layout), points_in});
-  const Corner best = kCorners.at(place.index);
-  const std::size_t covered = place.hidden.points + (place.hidden.boxes > 0 ? pixels.size() : 0);
-  const auto hidden = static_cast<double>(covered);
-  const bool much = hidden > kMuchCovered * static_cast<double>(pixels.size());
-  const bool crowded = much || layout.legend->more;
-  const double widest = (crowded ? kWideLegendShare : kLargestLegendShare) * size.width();
-  const bool fits = box.width() < widest || (crowded && widest >= kNarrowestBeside);
-  if (beside == MayStandBeside::Yes && hidden > 0 && fits) {
-    PlaceLegendOutside(graph, layout, std::min(box.width(), widest));
-    return;
-  }
-  Legend legend = graph.GetLegend();
-  const auto inset = [](double edge) {
-    return static_cast<std::int32_t>(std::lround(edge)) + kInset;
-  };
-  legend.left = best.right ? -inset(size.width() - plot.right()) : inset(plot.left());
-  legend.top = best.bottom ? -inset(size.height() - plot.bottom()) : inset(plot.top());
-  graph.SetLegend(legend);
-}
-
-/// A hidden legend has its place for when it is shown.
-void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
-  const auto show = [&graph](bool visible) {
-    Legend legend = graph.GetLegend();
-    legend.visible = visible;
-    graph.SetLegend(legend);
-  };
-  const bool visible = graph.GetLegend().visible;
-  show(true);
-  PlaceShownLegend(graph, size, metrics, visible ? MayStandBeside::Yes : MayStandBeside::No);
-  show(visible);
-}
-
 /// Lines of one colour, without symbols, are told apart by their styles.
 LineStyle StyleOfRound(std::size_t series) {
   constexpr std::array kStyles = {LineStyle::Solid, LineStyle::Dash, LineStyle::DashDot,
@@ -280,6 +199,7 @@ void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   SetLook(second, &AxisLook::EnableAutoTitle, true);
   Legend legend = graph.GetLegend();
   legend.visible = graph.SeriesCount() > 1;
+  legend.layout_mode = LegendLayout::Vertical;
   legend.font = MakeFont(9, false);
   graph.SetLegend(legend);
   graph.EndUpdate();

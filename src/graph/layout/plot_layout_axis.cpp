@@ -20,6 +20,13 @@ constexpr double kClosestGridLines = 16;  // lines without a label that are clos
 constexpr double kMinorShare = 0.6;       // of a major tick's length
 constexpr std::size_t kFewestLabels = 3;  // below that another direction is worth trying
 
+/// Where the line of another axis goes through an axis.
+struct Crossing {
+  double along = 0;
+  double beside =
+      -1;  ///< the side on which a label that it would strike is free of that axis' own labels
+};
+
 /// The place of one axis: where its line stands and to which side its labels go.
 struct AxisPlace {
   bool across = true;  ///< the X axis
@@ -27,8 +34,7 @@ struct AxisPlace {
   double side = 1;     ///< direction of ticks and labels: +1 down or right, -1 up or left
   double tick = 0;     ///< length
   double labels = 0;   ///< coordinate at which labels begin
-  std::vector<double>
-      crossings;  ///< along the axis: where lines of other axes go through it within the plot
+  std::vector<Crossing> crossings;  ///< with lines of other axes within the plot
 
   QPointF At(double along, double away) const {
     return across ? QPointF(along, line + side * away) : QPointF(line + side * away, along);
@@ -66,17 +72,17 @@ AxisPlace PlaceOf(const TxyGraph& graph, AxisId id, const PlotLayout& layout) {
 
 /// Where shown axes of the other direction cross this one; those at the plot's edges, too, where its labels stand within the
 /// plot.
-std::vector<double> CrossingsOf(const TxyGraph& graph, AxisId id, const AxisPlace& place,
-                                const PlotLayout& layout) {
-  std::vector<double> crossings;
+std::vector<Crossing> CrossingsOf(const TxyGraph& graph, AxisId id, const AxisPlace& place,
+                                  const PlotLayout& layout) {
+  std::vector<Crossing> crossings;
   const double first = id == AxisId::X ? layout.plot.left() : layout.plot.top();
   const double last = id == AxisId::X ? layout.plot.right() : layout.plot.bottom();
   const bool within = layout.plot.contains(place.At((first + last) / 2, place.labels));
   for (const AxisId other : {AxisId::X, AxisId::Y, AxisId::Y2}) {
     if ((other == AxisId::X) == (id == AxisId::X) || !graph.Axis(other).Look().ShowAxis) continue;
-    const double line = PlaceOf(graph, other, layout).line;
-    const bool at_edge = line <= first + 1 || line >= last - 1;
-    if (!at_edge || within) crossings.push_back(line);
+    const AxisPlace crossed = PlaceOf(graph, other, layout);
+    const bool at_edge = crossed.line <= first + 1 || crossed.line >= last - 1;
+    if (!at_edge || within) crossings.push_back({crossed.line, at_edge ? -crossed.side : -1});
   }
   return crossings;
 }
@@ -219,15 +225,17 @@ void LabelPlacer::ShiftInside(PlacedText& text) const {
   text.center += place_.across ? QPointF(shift, 0) : QPointF(0, shift);
 }
 
-/// A label through which the line of another axis would go stands left of it or above it.
+/// A label through which the line of another axis would go stands left of it or above it; in a corner of the plot, where that
+/// axis has its labels there, on the other side.
 void LabelPlacer::ShiftBesideCrossing(PlacedText& text) const {
   constexpr double kBeside = 3;
   const QRectF box = text.Box();
-  for (const double crossing : place_.crossings) {
-    if (place_.across && box.left() < crossing && crossing < box.right()) {
-      text.center.rx() = crossing - kBeside - box.width() / 2;
-    } else if (!place_.across && box.top() < crossing && crossing < box.bottom()) {
-      text.center.ry() = crossing - box.height() / 2;
+  for (const Crossing& crossing : place_.crossings) {
+    const double at = crossing.along;
+    if (place_.across && box.left() < at && at < box.right()) {
+      text.center.rx() = at + crossing.beside * (kBeside + box.width() / 2);
+    } else if (!place_.across && box.top() < at && at < box.bottom()) {
+      text.center.ry() = at + crossing.beside * box.height() / 2;
     }
   }
 }

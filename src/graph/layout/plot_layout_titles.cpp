@@ -12,6 +12,7 @@ constexpr double kGap = 4;             // between texts of one line
 constexpr double kShortestTitle = 24;  // an elided title narrower than this says nothing
 constexpr double kTallestCut =
     120;  // a plot this high has room for what is left of a Y title that is cut
+constexpr int kSmallestTitleFont = 6;  // points; nobody reads less
 constexpr int kLargestOffset = 200;
 
 /// The box around an axis' line, ticks and labels.
@@ -57,6 +58,15 @@ Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   return font;
 }
 
+/// The font of a title that has this much room: smaller than its own where the whole title fits so.
+Font FontWithin(const QString& whole, const Font& own, double room, const TextMetrics& metrics) {
+  const auto smallest = std::min(own.size, std::max(2 * own.size / 3, kSmallestTitleFont));
+  for (Font font = own; font.size >= smallest; --font.size) {
+    if (metrics.SizeOf({whole, {}}, font).width() <= room) return font;
+  }
+  return own;
+}
+
 /// The title, cut where it is longer than the room; empty when less than a word would be left.
 RichText TitleWithin(const QString& whole, const Font& font, double room,
                      const TextMetrics& metrics) {
@@ -72,10 +82,10 @@ class TitlePlacer {
       : context_(context), layout_(layout), appearance_(context.graph.GetAppearance()) {}
 
   void PlaceAll() {
-    PlaceX();
     for (const AxisId id : {AxisId::Y, AxisId::Y2}) PlaceBesideY(id);
     if (layout_.panel) PlaceBesidePanel();
     PlaceGraphTitle();
+    PlaceX();
     for (const AxisId id : {AxisId::Y, AxisId::Y2}) PlaceAboveY(id);
   }
 
@@ -87,6 +97,7 @@ class TitlePlacer {
   bool HasTitle(AxisId id) const { return layout_.Axis(id).shown && !TitleOf(id).isEmpty(); }
   bool NeedsLineAbove(AxisId id) const {
     const AxisLayout& axis = layout_.Axis(id);
+    if (id == AxisId::X && axis.labels_side > 0) return false;
     return axis.shown && (!axis.common.IsEmpty() || (HasTitle(id) && !axis.title));
   }
   void PlaceX();
@@ -109,22 +120,21 @@ class TitlePlacer {
 void TitlePlacer::PlaceX() {
   AxisLayout& axis = Axis(AxisId::X);
   if (!axis.shown) return;
-  const Font& font = appearance_.font_for_axes_titles;
   const QRectF extent = ExtentOfAll();
   const double gap =
       std::clamp(context_.graph.GetDimensions().x_axis_title_offset, 0, kLargestOffset);
   // The factor stands at the axis' end, in the line of its title.
   double reserved = 0;
-  const auto line_center = [&](const PlacedText& text, double offset) {
-    return axis.labels_side > 0 ? extent.bottom() + offset + text.size.height() / 2
-                                : extent.top() - offset - text.size.height() / 2;
+  const auto line_center = [&](const PlacedText& text, double offset, double side) {
+    return side > 0 ? extent.bottom() + offset + text.size.height() / 2
+                    : extent.top() - offset - text.size.height() / 2;
   };
   if (!axis.common.IsEmpty()) {
     PlacedText factor = MakeText(axis.common, appearance_.font_for_labels, context_.metrics);
     for (const double offset : {gap, 0.0}) {
       factor.center = {
           std::min(layout_.plot.right(), layout_.size.width() - kEdge) - factor.size.width() / 2,
-          line_center(factor, offset)};
+          line_center(factor, offset, axis.labels_side)};
       if (!context_.room.TryTake(factor)) continue;
       axis.factor = factor;
       reserved = factor.size.width() + kGap;
@@ -134,27 +144,32 @@ void TitlePlacer::PlaceX() {
   }
   if (!HasTitle(AxisId::X)) return;
   const double width = std::max(layout_.plot.width() - reserved, 0.0);
-  const RichText fitted = TitleWithin(TitleOf(AxisId::X), font, width, context_.metrics);
+  const QString whole = TitleOf(AxisId::X);
+  const Font font = FontWithin(whole, appearance_.font_for_axes_titles, width, context_.metrics);
+  const RichText fitted = TitleWithin(whole, font, width, context_.metrics);
   if (fitted.IsEmpty()) return;
   PlacedText title = MakeText(fitted, font, context_.metrics);
   const double half = title.size.width() / 2;
   const double middle = std::min(layout_.plot.center().x(), layout_.plot.right() - reserved - half);
-  for (const double offset : {gap, gap / 2, 0.0}) {
-    title.center = {middle, line_center(title, offset)};
-    if (!context_.room.TryTake(title)) continue;
-    axis.title = title;
-    return;
+  // Where the graph's title takes the room above the plot, there is some below it.
+  for (const double side : {axis.labels_side, 1.0}) {
+    for (const double offset : {gap, gap / 2, 0.0}) {
+      title.center = {middle, line_center(title, offset, side)};
+      if (!context_.room.TryTake(title)) continue;
+      axis.title = title;
+      return;
+    }
   }
 }
 
 void TitlePlacer::PlaceBesideY(AxisId id) {
   AxisLayout& axis = Axis(id);
   if (!HasTitle(id)) return;
-  const Font font = FontOfYTitle(context_.graph, id);
   const double gap =
       std::clamp(context_.graph.GetDimensions().y_axis_title_offset, 0, kLargestOffset);
   const QString whole = TitleOf(id);
   const double most = layout_.size.height() - 2 * kEdge;
+  const Font font = FontWithin(whole, FontOfYTitle(context_.graph, id), most, context_.metrics);
   const bool cut = context_.metrics.SizeOf({whole, {}}, font).width() > most;
   const double height =
       cut ? std::clamp(layout_.plot.height(), std::min(kTallestCut, most), most) : most;
@@ -228,7 +243,7 @@ void TitlePlacer::PlaceGraphTitle() {
   const double offset =
       std::clamp(context_.graph.GetDimensions().graph_title_offset, 0, kLargestOffset);
   double bottom = TopOfPlot();
-  if (NeedsLineAbove(AxisId::Y) || NeedsLineAbove(AxisId::Y2)) {
+  if (NeedsLineAbove(AxisId::X) || NeedsLineAbove(AxisId::Y) || NeedsLineAbove(AxisId::Y2)) {
     const double line = context_.metrics.LineHeight(appearance_.font_for_axes_titles);
     if (bottom - line - 2 * half_height >= 0) bottom -= line;
   }

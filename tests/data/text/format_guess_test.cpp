@@ -167,6 +167,8 @@ TEST(FormatGuess, FindsTheTableBehindAnyPreamble) {
       {"a title of two words", "Cobalt Data\n" + Rows(12, "1 2"), 1, -1, 0},
       {"phrases as names of many columns",
        "t,Heat of a,Heat of b,Heat of c,Loss in d,Loss in e\n" + Rows(12, "1,2,3,4,5,6"), 1, 1, 0},
+      {"phrases with units as names of two columns",
+       "Time since the start (h),Heat of a (J)\n" + Rows(12, "1,2"), 1, 1, 0},
       {"names of columns that the rows leave out", "a\tb\tc\tremark\n" + rows, 1, 1, 0},
       {"two blanks in names of too few", "# a b  c\n" + Rows(12, "1 2 3 4"), 1, -1, 0},
       {"other lines below two words", "BEGIN IONS\nTITLE=s\nMASS=4\n" + Rows(12, "1 2"), 3, -1, 0},

@@ -26,6 +26,8 @@ AxisState TimeAxis(DateTickType type, double min, double max) {
 TEST(AxisLabels, EveryStrideKeepsRoundOnes) {
   AxisState linear;
   linear.Min = -0.3, linear.Max = 0.5, linear.StepSize = 0.1;
+  AxisState far = linear;
+  far.Min = 1e6 + 7e-6, far.Max = 1e6 + 2.1e-5, far.StepSize = 1e-6;
   AxisState decades;
   decades.LogScale = true, decades.Min = 1e-3, decades.Max = 999, decades.LogCycleDivisions = 0;
   const std::vector<int> decimal{1, 2, 5, 10, 20, 50, 100, 200};
@@ -33,6 +35,7 @@ TEST(AxisLabels, EveryStrideKeepsRoundOnes) {
       {linear, decimal, 1, {-0.3, -0.2, -0.1, 0, 0.1, 0.2, 0.3, 0.4, 0.5}},
       {linear, decimal, 2, {-0.2, 0, 0.2, 0.4}},
       {linear, decimal, 5, {0, 0.5}},
+      {far, decimal, 5, {1e6 + 1e-5, 1e6 + 1.5e-5, 1e6 + 2e-5}},
       {TimeAxis(DateTickType::Hour, 45000.0 + 5 / 24.0, 45001),
        {1, 2, 3, 6, 12, 24, 48, 120, 240},
        6,

@@ -110,6 +110,30 @@ TEST(FinishedLook, ALegendOfManyFillsTheHeightBesideThePlot) {
   EXPECT_TRUE(layout.legend->rows[7].name.text.text.endsWith(" 7"));
 }
 
+// Curves in every corner: whole names side by side above the plot, or what tells many of them apart beside it.
+TEST(FinishedLook, TheLegendOfASmallPictureStandsOutsideThePlot) {
+  for (const int many : {2, 12}) {
+    TxyGraph graph;
+    for (int i = 0; i < many; ++i) {
+      Points wave;
+      for (int k = 0; k < 200; ++k) wave.emplace_back(k, std::sin(k + 0.1 * i));
+      Add(graph, wave).SetSeriesName("voltage of channel " + std::to_string(i) + " (V)");
+    }
+    const PlotLayout layout = Finished(graph, QSizeF(320, 240));
+    ASSERT_TRUE(layout.legend && layout.title);
+    const LegendBox& legend = *layout.legend;
+    EXPECT_FALSE(legend.frame.intersects(layout.plot));
+    EXPECT_EQ(legend.frame.bottom() < layout.plot.top(), many == 2);
+    EXPECT_EQ(legend.rows.size(), static_cast<std::size_t>(many));
+    EXPECT_GE(legend.frame.top(), layout.title->Box().bottom());
+    EXPECT_GT(layout.plot.height(), 80);
+    for (int i = 0; i < many; ++i) {
+      const QString name = legend.rows[static_cast<std::size_t>(i)].name.text.text;
+      EXPECT_TRUE(name.contains(QString::number(i))) << name.toStdString();
+    }
+  }
+}
+
 TEST(FinishedLook, TheLegendTakesTheEmptyCornerOrStandsBeside) {
   const Points corners = {{9.45, 9.6}, {0.45, 9.6}, {0.55, 0.4}, {9.55, 0.4}};
   for (std::size_t free = 0; free <= corners.size(); ++free) {

@@ -298,6 +298,51 @@ TEST_F(Places, NothingStrikesTheLabelsOfAFlippedAxis) {
   EXPECT_GT(cut, 0);
 }
 
+// The graph's title comes before that of an axis above the plot, which finds room under it or else below the plot.
+TEST_F(Places, AnAxisAboveThePlotLeavesTheTitleItsPlace) {
+  Appearance appearance = graph.GetAppearance();
+  appearance.title_of_graph = "Run 7";
+  graph.SetAppearance(appearance);
+  Alter(AxisId::X,
+        [](AxisState& axis) { axis.Reversed = true, axis.Offset_type = OffsetType::OtherMax; });
+  for (const int margin : {70, 33}) {
+    Dimensions margins = graph.GetDimensions();
+    margins.top_margin = margin;
+    margins.graph_title_offset = 17;
+    graph.SetDimensions(margins);
+    const PlotLayout layout = Layout();
+    const auto& axis = layout.Axis(AxisId::X);
+    ASSERT_TRUE(layout.title && axis.title) << margin;
+    EXPECT_EQ(axis.labels.size(), 11U);
+    EXPECT_FALSE(axis.title->Ink().intersects(layout.title->Ink()));
+    EXPECT_EQ(axis.title->center.y() < layout.plot.top(), margin == 70);
+  }
+}
+
+// In the corner of the plot a label goes to the side on which the other axis has none.
+TEST_F(Places, LabelsInTheCornerKeepApart) {
+  Alter(AxisId::X, [](AxisState& axis) { axis.Reversed = true; });
+  const auto first = [&](AxisId id) { return Layout().Axis(id).labels.front().Box(); };
+  Near(first(AxisId::X).left(), 90 + 3);
+  Near(first(AxisId::Y).center().y(), 390);
+  Alter(AxisId::Y, [](AxisState& axis) { axis.Reversed = true; });
+  Near(first(AxisId::X).right(), 90 - 3);
+  Near(first(AxisId::Y).top(), 390);
+}
+
+TEST_F(Places, ATitleIsWrittenSmallerBeforeItIsCut) {
+  for (const int letters : {60, 80, 120}) {
+    const std::string name(static_cast<std::size_t>(letters), 'n');
+    for (const AxisId id : {AxisId::X, AxisId::Y})
+      Alter(id, [&](AxisState& axis) { axis.Title = name; });
+    for (const AxisId id : {AxisId::X, AxisId::Y}) {
+      const PlacedText title = Layout().Axis(id).title.value();
+      EXPECT_EQ(title.text.text == QString::fromStdString(name), letters < 120);
+      EXPECT_EQ(title.font.size < 8, letters == 80) << title.font.size;
+    }
+  }
+}
+
 TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {
   Show(AxisId::X, -3, 97, 1);
   const auto labels = [&] { return TextsOf(Layout().Axis(AxisId::X)); };

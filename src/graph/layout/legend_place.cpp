@@ -1,0 +1,188 @@
+#include "graph/layout/legend_place.h"
+
+#include <QPointF>
+#include <QRectF>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <set>
+#include <vector>
+
+#include "graph/axes/plot_metrics.h"
+#include "graph/layout/plot_layout.h"
+#include "graph/layout/quiet_corner.h"
+#include "graph/xy_graph.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr int kEdge = 8;    // pixels between legend, title and the picture's edges
+constexpr int kInset = 10;  // of the legend from the plot's edges
+
+/// A legend beside the plot takes at most this share of the picture's width, or the wide one where it would cover much.
+constexpr double kLargestShare = 0.25;
+constexpr double kWideShare = 1.0 / 3;
+constexpr double kMuchCovered = 0.03;  // of the points
+constexpr double kNarrowestWide = 110;
+constexpr double kNarrowest = 70;               // where names are cut to a few letters
+constexpr double kLargestShareAbove = 1.0 / 3;  // of the plot's height
+constexpr std::size_t kMostRowsAbove = 4;       // more are read down, not across
+
+int RoundedUp(double pixels) {
+  return static_cast<int>(std::ceil(pixels));
+}
+
+bool HasAllInFewRows(const LegendBox& box) {
+  std::set<double> tops;
+  for (const LegendRow& row : box.rows) {
+    if (row.name.text.text.contains(u'\u2026')) return false;
+    tops.insert(row.sample.top());
+  }
+  return !box.more && tops.size() <= kMostRowsAbove;
+}
+
+/// Of the plot's corners the one in which a legend covers least.
+struct CornerPlace {
+  bool right = true;
+  bool bottom = false;
+  bool covers = false;  ///< points, or inserted graphs
+  bool much = false;
+};
+
+class LegendPlacer {
+ public:
+  LegendPlacer(TxyGraph& graph, QSizeF size, const TextMetrics& metrics)
+      : graph_(graph), size_(size), metrics_(metrics), layout_(LayoutPlot(graph, size, metrics)) {}
+
+  void Place(bool shown);
+
+ private:
+  template <class Change>
+  void Alter(Change change) const {
+    Legend legend = graph_.GetLegend();
+    change(legend);
+    graph_.SetLegend(legend);
+  }
+  double Width() const { return layout_.legend->frame.width(); }
+  CornerPlace QuietestCorner() const;
+  void PlaceInCorner(const CornerPlace& corner) const;
+  void PlaceBeside(double width) const;
+  bool PlaceAbove() const;
+  bool PlaceOutside(const CornerPlace& corner) const;
+
+  TxyGraph& graph_;
+  QSizeF size_;
+  const TextMetrics& metrics_;
+  PlotLayout layout_;  ///< with the legend as it stands at first
+};
+
+CornerPlace LegendPlacer::QuietestCorner() const {
+  const QSizeF box = layout_.legend->frame.size();
+  const QRectF& plot = layout_.plot;
+  const std::vector<QPointF> pixels = SampledPixels(graph_, layout_);
+  constexpr std::array<CornerPlace, 4> kCorners = {
+      {{true, false}, {false, false}, {false, true}, {true, true}}};
+  std::array<QRectF, kCorners.size()> frames;
+  std::transform(kCorners.begin(), kCorners.end(), frames.begin(), [&](const CornerPlace& corner) {
+    const QPointF at(corner.right ? plot.right() - kInset - box.width() : plot.left() + kInset,
+                     corner.bottom ? plot.bottom() - kInset - box.height() : plot.top() + kInset);
+    return QRectF(at, box).adjusted(-3, -3, 3, 3);
+  });
+  const auto points_in = [&pixels](const QRectF& frame) {
+    return static_cast<std::size_t>(std::count_if(
+        pixels.begin(), pixels.end(), [&](const QPointF& pixel) { return frame.contains(pixel); }));
+  };
+  const QuietPlace place = FindQuietPlace(frames, {ChildBoxes(layout_), points_in});
+  CornerPlace best = kCorners.at(place.index);
+  const std::size_t covered = place.hidden.points + (place.hidden.boxes > 0 ? pixels.size() : 0);
+  best.covers = covered > 0;
+  best.much = static_cast<double>(covered) > kMuchCovered * static_cast<double>(pixels.size());
+  return best;
+}
+
+void LegendPlacer::PlaceInCorner(const CornerPlace& corner) const {
+  const QRectF& plot = layout_.plot;
+  const auto inset = [](double edge) {
+    return static_cast<std::int32_t>(std::lround(edge)) + kInset;
+  };
+  Alter([&](Legend& legend) {
+    legend.left = corner.right ? -inset(size_.width() - plot.right()) : inset(plot.left());
+    legend.top = corner.bottom ? -inset(size_.height() - plot.bottom()) : inset(plot.top());
+  });
+}
+
+/// The plot's right margin makes room for it.
+void LegendPlacer::PlaceBeside(double width) const {
+  Dimensions dimensions = graph_.GetDimensions();
+  dimensions.right_margin += RoundedUp(width) + kEdge;
+  graph_.SetDimensions(dimensions);
+  Alter([&](Legend& legend) {
+    legend.left = -kEdge;
+    legend.top = RoundedUp(layout_.plot.top());
+  });
+}
+
+/// Between the graph's title and the plot, with every name whole; changes nothing where that would leave the plot too little.
+bool LegendPlacer::PlaceAbove() const {
+  const Legend before = graph_.GetLegend();
+  const int top = layout_.title ? RoundedUp(layout_.title->Box().bottom()) + kEdge / 2 : kEdge;
+  Alter([&](Legend& legend) {
+    legend.layout_mode = LegendLayout::Horizontal;
+    legend.width = 0;
+    legend.left = RoundedUp(layout_.plot.left());
+    legend.top = top;
+  });
+  const auto box = LayoutPlot(graph_, size_, metrics_).legend;
+  if (!box || !HasAllInFewRows(*box) ||
+      box->frame.height() > kLargestShareAbove * layout_.plot.height()) {
+    graph_.SetLegend(before);
+    return false;
+  }
+  Dimensions dimensions = graph_.GetDimensions();
+  const int taken = RoundedUp(box->frame.height()) + kEdge / 2;
+  dimensions.top_margin += taken;
+  dimensions.graph_title_offset += taken;
+  graph_.SetDimensions(dimensions);
+  return true;
+}
+
+bool LegendPlacer::PlaceOutside(const CornerPlace& corner) const {
+  const double narrow = kLargestShare * size_.width();
+  const double wide = kWideShare * size_.width();
+  if (Width() < narrow) {
+    PlaceBeside(Width());
+    return true;
+  }
+  if (PlaceAbove()) return true;
+  const bool crowded = corner.much || layout_.legend->more;
+  if (crowded && wide >= kNarrowestWide) {
+    PlaceBeside(std::min(Width(), wide));
+    return true;
+  }
+  if (!crowded || narrow < kNarrowest) return false;
+  PlaceBeside(narrow);
+  return true;
+}
+
+void LegendPlacer::Place(bool shown) {
+  if (!layout_.legend) return;
+  const CornerPlace corner = QuietestCorner();
+  if (shown && corner.covers && PlaceOutside(corner)) return;
+  PlaceInCorner(corner);
+}
+
+}  // namespace
+
+void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+  const auto show = [&graph](bool visible) {
+    Legend legend = graph.GetLegend();
+    legend.visible = visible;
+    graph.SetLegend(legend);
+  };
+  const bool visible = graph.GetLegend().visible;
+  show(true);
+  LegendPlacer(graph, size, metrics).Place(visible);
+  show(visible);
+}
+
+}  // namespace tarnwick
