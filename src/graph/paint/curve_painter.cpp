@@ -17,10 +17,7 @@ namespace tarnwick {
 namespace {
 
 constexpr double kSmooth = 1;  // mean pixels of wander in a column up to which a line is stroked
-constexpr std::size_t kCrowd =
-    20'000;  // vertices of polylines beyond which they are drawn as an area
-constexpr std::size_t kCrowdedColumn = 8;  // likewise, a column
-constexpr qsizetype kFewPoints = 200;      // up to which joins are worth their time
+constexpr qsizetype kFewPoints = 200;  // up to which joins are worth their time
 
 std::span<const PixelColumn> ColumnsOf(const ThinnedLine& line, const LinePart& part) {
   return std::span(line.columns).subspan(part.begin, part.end - part.begin);
@@ -143,40 +140,6 @@ void FillDense(QPainter& painter, std::span<const std::span<const PixelColumn>> 
   FillBars(painter, bars, pen.color);
 }
 
-// Only a line that turns back again and again has so many vertices.
-bool IsCrowd(const ThinnedLine& line, const QPen& pen, const QRect& clip) {
-  const auto columns = static_cast<std::size_t>(std::max(1, clip.width()));
-  return line.points.size() > std::max(kCrowd, kCrowdedColumn * columns) &&
-         pen.style() == Qt::SolidLine;
-}
-
-// The polylines as the area that they cover.
-void FillCrowd(QPainter& painter, const ThinnedLine& line, const CurvePen& pen, const QRect& clip,
-               RasterSurface* surface) {
-  LineCover cover(clip);
-  for (const LinePart& part : line.parts) {
-    if (part.kind != LinePart::Kind::Polyline) continue;
-    cover.Add(std::span(line.points).subspan(part.begin, part.end - part.begin));
-  }
-  const int wider = std::max(0, static_cast<int>(std::lround(pen.width)) - 1);
-  const RasterInk ink(pen.color.rgb());
-  QList<QRect> rects;
-  for (const QRect& run : cover.Runs()) {
-    const QRect rect =
-        run.adjusted(-(wider / 2), -(wider / 2), wider - wider / 2, wider - wider / 2);
-    if (surface != nullptr) {
-      surface->Fill(rect & clip, ink);
-    } else {
-      rects.append(rect);
-    }
-  }
-  if (rects.isEmpty()) return;
-  painter.setRenderHint(QPainter::Antialiasing, false);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(pen.color);
-  painter.drawRects(rects);
-}
-
 }  // namespace
 
 QPen MakePen(const CurvePen& pen) {
@@ -202,12 +165,10 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
   painter.setRenderHint(QPainter::Antialiasing, true);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(pen);
-  const bool crowd = IsCrowd(line, pen, pixels);
   for (const LinePart& part : line.parts) {
     if (part.kind == LinePart::Kind::Polyline) {
-      if (!crowd)
-        DrawPolyline(painter, std::span(line.points).subspan(part.begin, part.end - part.begin),
-                     pen, area);
+      DrawPolyline(painter, std::span(line.points).subspan(part.begin, part.end - part.begin), pen,
+                   area);
       continue;
     }
     const std::span<const PixelColumn> columns = ColumnsOf(line, part);
@@ -218,7 +179,27 @@ void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& curve
     }
   }
   FillDense(painter, dense_parts, curve_pen, pixels, surface);
-  if (crowd) FillCrowd(painter, line, curve_pen, pixels, surface);
+}
+
+void DrawCover(QPainter& painter, const LineCover& cover, const CurvePen& pen, const QRect& clip,
+               RasterSurface* surface) {
+  const int wider = std::max(0, static_cast<int>(std::lround(pen.width)) - 1);
+  const RasterInk ink(pen.color.rgb());
+  QList<QRect> rects;
+  for (const QRect& run : cover.Runs()) {
+    const QRect rect =
+        run.adjusted(-(wider / 2), -(wider / 2), wider - wider / 2, wider - wider / 2);
+    if (surface != nullptr) {
+      surface->Fill(rect & clip, ink);
+    } else {
+      rects.append(rect);
+    }
+  }
+  if (rects.isEmpty()) return;
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(pen.color);
+  painter.drawRects(rects);
 }
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QPen>
+#include <QRect>
 #include <QRectF>
 
 #include "graph/appearance.h"
@@ -12,6 +13,7 @@ class QPainter;
 
 namespace tarnwick {
 
+class LineCover;
 class RasterSurface;
 
 struct CurvePen {
@@ -31,5 +33,9 @@ enum class DenseLine { Bars, Polyline };
 /// `surface`, the painter's own, where there is one.
 void DrawCurve(QPainter& painter, const ThinnedLine& line, const CurvePen& pen, const QRectF& clip,
                DenseLine dense, RasterSurface* surface = nullptr);
+
+/// Fills what a solid line covers inside `clip`, whose pixels are the cover's.
+void DrawCover(QPainter& painter, const LineCover& cover, const CurvePen& pen, const QRect& clip,
+               RasterSurface* surface);
 
 }  // namespace tarnwick

@@ -13,6 +13,7 @@
 #include "graph/paint/symbol_sprite.h"
 #include "graph/raster/raster_tile.h"
 #include "graph/series.h"
+#include "graph/thinning/arrival_cover.h"
 #include "graph/thinning/arrival_thinning.h"
 #include "graph/thinning/symbol_cells.h"
 #include "graph/thinning/thinning.h"
@@ -41,6 +42,17 @@ ThinnedLine ThinnedLineOf(const TSeries& series, const ThinningView& view) {
   if (path == nullptr) return ThinLine(series.Points(), view);
   return path->arrivals != nullptr ? ThinArrivals(*path->arrivals, view)
                                    : ThinLine(series.Points(), view, path->breaks);
+}
+
+/// Draws the line as the area that it covers, where it is no more than that to the eye.
+bool PaintTangle(DeviceSpace& space, const TSeries& series, const ThinningView& view,
+                 const CurvePen& pen, const SeriesFrame& frame) {
+  const LinePath* const path = series.Path();
+  if (path == nullptr || path->arrivals == nullptr || pen.style != LineStyle::Solid) return false;
+  const QRect clip = space.Map(frame.clip).toAlignedRect();
+  const auto cover = CoverOfTangle(*path->arrivals, view, clip);
+  if (cover) DrawCover(space.Painter(), *cover, pen, clip, space.Surface());
+  return cover.has_value();
 }
 
 struct Bounds {
@@ -175,7 +187,9 @@ void PaintSeries(QPainter& painter, const TSeries& series, const SeriesFrame& fr
   if (style.connect_points) {
     CurvePen pen = LinePenOf(style, space.Scale());
     if (pen.style == LineStyle::Solid) pen.style = frame.solid_line;
-    PaintLine(space, ThinnedLineOf(series, ViewOf(space, series, frame)), pen, frame);
+    const ThinningView view = ViewOf(space, series, frame);
+    if (!PaintTangle(space, series, view, pen, frame))
+      PaintLine(space, ThinnedLineOf(series, view), pen, frame);
   }
   PaintErrorBars(space, series, frame);
   if (style.show_symbols) PaintSymbols(space, series, frame);

@@ -12,38 +12,46 @@ LineCover::LineCover(const QRect& area)
               RowBits::kWord),
       bits_(static_cast<std::size_t>(std::max(0, area.width())) * stride_) {}
 
-void LineCover::Add(std::span<const PixelPoint> line) {
-  if (area_.isEmpty()) return;
-  if (line.size() == 1) Join(line[0], line[0]);
-  for (std::size_t i = 1; i < line.size(); ++i) Join(line[i - 1], line[i]);
+bool LineCover::Holds(PixelPoint from, PixelPoint to) const {
+  const int left = std::max(static_cast<int>(std::floor(from.x)), area_.left());
+  const int right = std::min(static_cast<int>(std::floor(to.x)), area_.right());
+  const int top = std::max(static_cast<int>(std::floor(from.y)), area_.top());
+  const int bottom = std::min(static_cast<int>(std::floor(to.y)), area_.bottom());
+  if (left > right || top > bottom) return true;
+  const auto first = static_cast<std::size_t>(top - area_.top());
+  const auto last = static_cast<std::size_t>(bottom - area_.top());
+  for (int column = left; column <= right; ++column) {
+    const std::size_t base = static_cast<std::size_t>(column - area_.left()) * stride_;
+    if (!bits_.AllSet(base + first, base + last)) return false;
+  }
+  return true;
 }
 
-// Column by column, from where the segment enters it to where it leaves it.
+// Column by column, from where the segment enters it to where it leaves it; in the area's own pixels.
 void LineCover::Join(PixelPoint from, PixelPoint to) {
   if (from.x > to.x) std::swap(from, to);
-  const double first = std::max(std::floor(from.x), static_cast<double>(area_.left()));
-  const double last = std::min(std::floor(to.x), static_cast<double>(area_.right()));
-  if (!(first <= last)) return;
+  from = {from.x - area_.left(), from.y - area_.top()};
+  to = {to.x - area_.left(), to.y - area_.top()};
+  if (!(to.x >= 0 && from.x < area_.width())) return;
+  const int first = static_cast<int>(std::max(from.x, 0.0));
+  const int last = static_cast<int>(std::min(to.x, area_.width() - 1.0));
   const double slope = to.x > from.x ? (to.y - from.y) / (to.x - from.x) : 0;
-  const auto y_at = [&](double x) {
-    return x <= from.x ? from.y : x >= to.x ? to.y : from.y + (x - from.x) * slope;
-  };
-  double entered = y_at(first);
-  for (int column = static_cast<int>(first); column <= static_cast<int>(last); ++column) {
-    const double left = y_at(column + 1);
+  double entered = from.x < 0 ? from.y - from.x * slope : from.y;
+  for (int column = first; column < last; ++column) {
+    const double left = from.y + (column + 1 - from.x) * slope;
     Mark(column, entered, left);
     entered = left;
   }
+  Mark(last, entered, to.x < last + 1 ? to.y : from.y + (last + 1 - from.x) * slope);
 }
 
 void LineCover::Mark(int column, double y, double other_y) {
-  const auto [low, high] = std::minmax(y, other_y);
-  const double top = std::max(std::floor(low), static_cast<double>(area_.top()));
-  const double bottom = std::min(std::floor(high), static_cast<double>(area_.bottom()));
-  if (!(top <= bottom)) return;
-  const std::size_t base = static_cast<std::size_t>(column - area_.left()) * stride_;
-  bits_.SetRange(base + static_cast<std::size_t>(top - area_.top()),
-                 base + static_cast<std::size_t>(bottom - area_.top()));
+  const double low = std::min(y, other_y), high = std::max(y, other_y);
+  if (!(high >= 0 && low < area_.height())) return;
+  const auto top = static_cast<std::size_t>(std::max(low, 0.0));
+  const auto bottom = static_cast<std::size_t>(std::min(high, area_.height() - 1.0));
+  const std::size_t base = static_cast<std::size_t>(column) * stride_;
+  bits_.SetRange(base + top, base + bottom);
 }
 
 std::vector<QRect> LineCover::Runs() const {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
 #include <vector>
 
 #include <QRect>
@@ -17,13 +16,14 @@ class LineCover {
  public:
   explicit LineCover(const QRect& area);
 
-  /// Marks what a polyline passes inside the area.
-  void Add(std::span<const PixelPoint> line);
+  /// Marks what the way from one point straight to the other passes inside the area.
+  void Join(PixelPoint from, PixelPoint to);
+  /// Whether all pixels of the area between two corners, the upper left one first, are marked.
+  bool Holds(PixelPoint from, PixelPoint to) const;
   /// All marked pixels, as runs one column wide.
   std::vector<QRect> Runs() const;
 
  private:
-  void Join(PixelPoint from, PixelPoint to);
   void Mark(int column, double y, double other_y);
 
   QRect area_;

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "data/series/data_series.h"
+#include "graph/thinning/arrival_cover.h"
 
 namespace tarnwick {
 namespace {
@@ -31,9 +32,9 @@ void AddWay(const Way& way, TDataSeries& series) {
     const double turn = 9.0 * static_cast<double>(i) / static_cast<double>(way.points);
     const std::string kind = way.kind;
     x.push_back(kind == "scribble" ? uniform(random) : 0.5 + 0.5 * std::cos(turn));
-    if (kind == "noisy") x.back() += 0.004 * normal(random);
+    if (kind.starts_with("noisy")) x.back() += 0.004 * normal(random);
     y.push_back(2 * std::sin(turn) + 2.5 + 0.2 * normal(random));
-    if (kind == "holes" && i % 701 < 3) y.back() = std::nan("");
+    if (kind.ends_with("holes") && i % 701 < 3) y.back() = std::nan("");
   }
   series.SetDuplicatesAllowed(true);
   series.AddPoints(x, y);
@@ -87,6 +88,28 @@ void Draw(const ThinnedLine& line, Covered& covered) {
   }
 }
 
+ThinningView ViewOf(const Way& way) {
+  return {.x = {Scale(way.from, way.to, way.log != 0, PixelDirection::Rightward, kColumns), 1, 0},
+          .y = {Scale(0.1, 5, way.log != 0, PixelDirection::Upward, kRows), 1, 0},
+          .base_line_slope = way.slope,
+          .first_column = 0,
+          .last_column = kColumns - 1};
+}
+
+// Calls join(from, to) for every two points of the line that follow one another.
+template <class Join>
+void ForEachStep(const ArrivalLine& line, const ThinningView& view, Join join) {
+  const auto place = [&](std::size_t at) {
+    return PixelPoint{view.x.At(line.X()[at]),
+                      view.y.At(line.Y()[at] - view.base_line_slope * line.X()[at])};
+  };
+  for (std::size_t i = 1; i < line.X().size(); ++i) {
+    const bool apart = std::ranges::binary_search(line.Breaks(), i);
+    if (!apart && !std::isnan(place(i).y) && !std::isnan(place(i - 1).y))
+      join(place(i - 1), place(i));
+  }
+}
+
 // The line covers in every column what it covers without thinning: no excursion is lost, none invented.
 TEST(ThinArrivals, CoversWhatEveryPointCovers) {
   const Way kWays[] = {
@@ -98,23 +121,10 @@ TEST(ThinArrivals, CoversWhatEveryPointCovers) {
     SCOPED_TRACE(testing::Message() << way.kind << ' ' << way.points << ' ' << way.from);
     TDataSeries series;
     AddWay(way, series);
-    const ThinningView view = {
-        .x = {Scale(way.from, way.to, way.log != 0, PixelDirection::Rightward, kColumns), 1, 0},
-        .y = {Scale(0.1, 5, way.log != 0, PixelDirection::Upward, kRows), 1, 0},
-        .base_line_slope = way.slope,
-        .first_column = 0,
-        .last_column = kColumns - 1};
+    const ThinningView view = ViewOf(way);
     const ArrivalLine line(series.Points(), {});
     Covered expected, drawn;
-    for (std::size_t i = 1; i < line.X().size(); ++i) {
-      const auto place = [&](std::size_t at) {
-        return PixelPoint{view.x.At(line.X()[at]),
-                          view.y.At(line.Y()[at] - way.slope * line.X()[at])};
-      };
-      if (!std::isnan(place(i).y) && !std::isnan(place(i - 1).y)) {
-        expected.Join(place(i - 1), place(i));
-      }
-    }
+    ForEachStep(line, view, [&](PixelPoint from, PixelPoint to) { expected.Join(from, to); });
     const ThinnedLine thinned = ThinArrivals(line, view);
     Draw(thinned, drawn);
     for (int column = 0; column < kColumns; ++column) {
@@ -125,6 +135,32 @@ TEST(ThinArrivals, CoversWhatEveryPointCovers) {
       EXPECT_LT(thinned.points.size() + thinned.columns.size(), 20 * kColumns);
     }
   }
+}
+
+// Whatever boxes are passed over, the same pixels are marked as by every step; a line that is no tangle is left to be drawn.
+TEST(CoverOfTangle, HoldsWhatEveryStepPasses) {
+  const Way kWays[] = {
+      {"noisy", 400'000, 0, 1},        {"noisy", 100'000, 0.2, 0.3},
+      {"noisy", 100'000, 0.01, 1, 1},  {"noisy holes", 100'000, 0, 0.7},
+      {"noisy", 50'000, 0, 1, 0, 0.5}, {"scribble", 30'000, 0.4, 0.6},
+  };
+  const QRect area(3, 2, kColumns - 9, kRows - 7);
+  for (const Way& way : kWays) {
+    SCOPED_TRACE(testing::Message() << way.kind << ' ' << way.points << ' ' << way.from);
+    TDataSeries series;
+    AddWay(way, series);
+    const ThinningView view = ViewOf(way);
+    const ArrivalLine line(series.Points(), PointGaps({1'000, 1'001, 20'017}, series.LastId()));
+    ASSERT_EQ(line.Breaks().size(), 3U);
+    LineCover expected(area);
+    ForEachStep(line, view, [&](PixelPoint from, PixelPoint to) { expected.Join(from, to); });
+    const auto cover = CoverOfTangle(line, view, area);
+    ASSERT_TRUE(cover);
+    EXPECT_EQ(cover->Runs(), expected.Runs());
+  }
+  TDataSeries loop;
+  AddWay({"loop", 300'000, 0, 1}, loop);
+  EXPECT_FALSE(CoverOfTangle({loop.Points(), {}}, ViewOf({"loop", 0, 0, 1}), area));
 }
 
 }  // namespace
