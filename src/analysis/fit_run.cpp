@@ -59,6 +59,8 @@ class FitRun {
   FitResult Judge(MinimiseOutcome ended);
   /// The share of one DataSet in what Run answered.
   FitResult OfPart(std::size_t number, const FitResult& whole);
+  /// The varied values of each DataSet among those of the fit.
+  std::vector<std::vector<double>> OfParts(std::span<const double> p) const;
   /// Of what Run answered, once its shares are known, and of the shares, once that is.
   void JudgeTogether(JointFit& fit) const;
 
@@ -340,6 +342,12 @@ FitResult FitRun::OfPart(std::size_t number, const FitResult& whole) {
   return result;
 }
 
+std::vector<std::vector<double>> FitRun::OfParts(std::span<const double> p) const {
+  std::vector<std::vector<double>> values;
+  for (const std::unique_ptr<FitPart>& part : parts_) values.push_back(part->Local(p));
+  return values;
+}
+
 void FitRun::JudgeTogether(JointFit& fit) const {
   std::vector<FitShare> shares;
   for (std::size_t i = 0; i < parts_.size(); ++i)
@@ -371,11 +379,12 @@ FitResult JudgeValues(const FitJob& job, MinimiseOutcome ended, Progress& progre
 }
 
 JointFit RunJointFit(std::span<const FitJob> jobs, std::span<const std::string> shared,
-                     Progress& progress) {
+                     Progress& progress, const EveryJointStep& every_step) {
   CheckShared(jobs, shared);
   progress.Begin("Fitting Data....", "", jobs.front().settings.IterMax);
-  const EveryStep unseen;
-  FitRun run(jobs, shared, progress, unseen);
+  EveryStep of_all;
+  FitRun run(jobs, shared, progress, of_all);
+  if (every_step) of_all = [&](std::span<const double> p) { every_step(run.OfParts(p)); };
   JointFit fit;
   fit.whole = run.Run();
   for (std::size_t i = 0; i < jobs.size(); ++i) fit.parts.push_back(run.OfPart(i, fit.whole));

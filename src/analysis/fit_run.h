@@ -30,10 +30,14 @@ struct JointFit {
   std::vector<FitResult> parts;
 };
 
+/// Gets the varied parameters of each job, in order.
+using EveryJointStep = std::function<void(std::span<const std::vector<double>>)>;
+
 /// Settings of the run, weights among them, are those of the first job. Shared parameters start where the first has them.
-/// Throws as RunFit, and Error where a parameter to share is missing, tied or held fixed in some job.
+/// `every_step` is called as that of RunFit. Throws as RunFit, and Error where a parameter to share is missing, tied or held
+/// fixed in some job.
 JointFit RunJointFit(std::span<const FitJob> jobs, std::span<const std::string> shared,
-                     Progress& progress);
+                     Progress& progress, const EveryJointStep& every_step = {});
 
 /// Puts values and result into the DataSet's model (its values stay when the run failed) and tells with Modified false.
 void ApplyFit(TDataSeries& series, const FitResult& result);

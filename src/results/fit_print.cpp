@@ -16,6 +16,7 @@
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 #include "results/fit_texts.h"
+#include "results/joint_fit.h"
 
 namespace tarnwick {
 namespace {
@@ -25,7 +26,7 @@ constexpr double kWidth = 0.42;       // of the plot, that printed parameters ma
 constexpr double kLineSpacing = 1.8;  // of the label font's height
 
 /// The parameters to print; marks the varied ones when none is marked.
-std::vector<FittedParameter> PrintedParameters(TSeries& series) {
+std::vector<FittedParameter> PrintedParameters(const TxyGraph& graph, TSeries& series) {
   TCurFit& model = series.Fit();
   bool any = false;
   for (std::int32_t i = 1; i <= model.NParams(); ++i) any = any || model.Param(i).Printed();
@@ -33,7 +34,7 @@ std::vector<FittedParameter> PrintedParameters(TSeries& series) {
     model.Param(i).SetPrinted(model.Param(i).Vary());
   }
   const FitResult none;
-  const FitResult* result = model.Result().get();
+  const FitResult* result = FitChangedText(graph, series).empty() ? model.Result().get() : nullptr;
   std::vector<FittedParameter> printed =
       FittedParameters(model.Settings(), result != nullptr ? *result : none);
   std::erase_if(printed, [](const FittedParameter& one) { return !one.settings.Printed; });
@@ -112,7 +113,7 @@ void PutMark(TxyGraph& graph, const Mark& mark) {
 
 void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
   const GraphUpdate update(graph);
-  const std::vector<FittedParameter> printed = PrintedParameters(series);
+  const std::vector<FittedParameter> printed = PrintedParameters(graph, series);
   if (printed.empty()) {
     throw Error("DataSet \"" + series.SeriesName() + "\" has no parameters to print.");
   }

@@ -61,7 +61,8 @@ std::string FitAsText(const std::string& data_set, const FitSettings& model,
 /// Parameters, statistics and correlations in all digits, columns kept apart by tabs, for a spreadsheet.
 std::string FitAsTable(const FitSettings& model, const FitResult& result);
 
-/// What changed since the last fit, in a sentence, or that a file held one that is damaged; empty where there is nothing to say.
+/// What changed of its own DataSet since the last fit, in a sentence, or that a file held one that is damaged; empty where there
+/// is nothing to say. FitChangedText looks at those fitted with it, too.
 std::string ChangedText(const LastFit& last);
 
 /// What the DataSets of one fit have in common: "k and b have one value in all."

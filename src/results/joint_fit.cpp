@@ -39,6 +39,13 @@ std::shared_ptr<const FitOfSeveral> Together(const TxyGraph& graph,
   return together;
 }
 
+/// One fit, also where each DataSet read it from a file of its own.
+bool IsSame(const FitOfSeveral& one, const FitOfSeveral& other) {
+  return &one == &other ||
+         (one.members.size() == other.members.size() && one.whole.names == other.whole.names &&
+          one.whole.values == other.whole.values);
+}
+
 }  // namespace
 
 std::vector<FitJob> PrepareJointFit(const TxyGraph& graph, std::span<const std::size_t> chosen,
@@ -62,6 +69,24 @@ void ApplyJointFit(TxyGraph& graph, std::span<const std::size_t> chosen,
     ApplyFit(series, fit.parts[i]);
     if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
   }
+}
+
+std::string FitChangedText(const TxyGraph& graph, const TSeries& series) {
+  const LastFit& last = series.Fit().Last();
+  if (!last.Holds() || !last.record->result->together) return ChangedText(last);
+  const FitOfSeveral& together = *last.record->result->together;
+  std::size_t found = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const LastFit& other = graph.Series(i).Fit().Last();
+    if (!other.record || !other.record->result->together) continue;
+    if (!IsSame(*other.record->result->together, together)) continue;
+    ++found;
+    if (!other.Holds())
+      return "DataSet \"" + graph.Series(i).SeriesName() +
+             "\", fitted at once with this, changed since.";
+  }
+  if (found >= together.members.size()) return {};
+  return "Not all DataSets of this fit are as it left them.";
 }
 
 }  // namespace tarnwick

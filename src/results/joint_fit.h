@@ -11,6 +11,7 @@
 
 namespace tarnwick {
 
+class TSeries;
 class TxyGraph;
 
 /// The work of each DataSet, told apart by name. The graph holds all of them.
@@ -21,5 +22,9 @@ std::vector<FitJob> PrepareJointFit(const TxyGraph& graph, std::span<const std::
 /// shows it.
 void ApplyJointFit(TxyGraph& graph, std::span<const std::size_t> chosen,
                    std::span<const std::string> shared, JointFit& fit);
+
+/// What changed since the DataSet's last fit, in a sentence: of itself, or of those that were fitted with it, whose points and
+/// values its share rests on, too. Empty where the result holds, and without one. The DataSet is the graph's.
+std::string FitChangedText(const TxyGraph& graph, const TSeries& series);
 
 }  // namespace tarnwick

@@ -39,6 +39,7 @@ TDisplayPanel::TDisplayPanel(const PanelParts& parts, QWidget* parent)
   hint_->setMargin(8);
   hint_->setForegroundRole(QPalette::PlaceholderText);
   scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setFocusPolicy(Qt::NoFocus);  // it follows the indicator that has it
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setWidget(new QWidget(scroll_));
   scroll_->viewport()->installEventFilter(this);
@@ -64,7 +65,8 @@ QSize TDisplayPanel::sizeHint() const {
 void TDisplayPanel::Follow(Document*, PanelChange) {
   if (!isVisible()) return;
   TakeParameters();
-  if (!shown_.empty()) thread_->Put({ValuesOf(shown_), version_});
+  displayed_ = ValuesOf(shown_);
+  if (!shown_.empty()) thread_->Put({displayed_, version_});
 }
 
 void TDisplayPanel::TakeParameters() {
@@ -76,6 +78,7 @@ void TDisplayPanel::TakeParameters() {
   std::vector<DisplayedParameter> wanted = DisplayedParametersOf(documents);
   if (wanted == shown_) return;
   shown_ = std::move(wanted);
+  displayed_.clear();
   Rebuild();
 }
 
@@ -83,14 +86,15 @@ void TDisplayPanel::ShowFitting(Document* document, std::size_t series,
                                 const std::vector<double>& values) {
   if (!isVisible()) return;
   TakeParameters();
-  std::vector<DisplayedValue> displayed = ValuesOf(shown_);
+  // What a fit of several DataSets told of the others stays.
+  if (displayed_.size() != shown_.size()) displayed_ = ValuesOf(shown_);
   bool any = false;
   for (std::size_t i = 0; i < shown_.size(); ++i) {
     if (shown_[i].document != document || shown_[i].series != series) continue;
-    displayed[i] = {values.at(static_cast<std::size_t>(shown_[i].number - 1)), kUndefined};
+    displayed_[i] = {values.at(static_cast<std::size_t>(shown_[i].number - 1)), kUndefined};
     any = true;
   }
-  if (any) thread_->Put({std::move(displayed), version_});
+  if (any) thread_->Put({displayed_, version_});
 }
 
 void TDisplayPanel::Rebuild() {

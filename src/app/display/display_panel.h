@@ -44,7 +44,8 @@ class TDisplayPanel final : public Panel {
   QScrollArea* scroll_;
   QLabel* hint_;
   std::vector<DisplayedParameter> shown_;
-  std::vector<TIndicator*> indicators_;  // one for each
+  std::vector<TIndicator*> indicators_;    // one for each
+  std::vector<DisplayedValue> displayed_;  // their values, those of a fit that runs among them
   int version_ = 0;
   std::unique_ptr<TCloseDisplayThread> thread_;
 };

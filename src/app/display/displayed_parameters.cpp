@@ -4,6 +4,7 @@
 #include "base/undefined.h"
 #include "fit/model/curve_fit.h"
 #include "results/fit_texts.h"
+#include "results/joint_fit.h"
 
 namespace tarnwick {
 namespace {
@@ -16,10 +17,12 @@ TCurFit* ModelOf(const DisplayedParameter& parameter) {
   return parameter.number <= model.NParams() ? &model : nullptr;
 }
 
-double ErrorOf(const TCurFit& model, std::int32_t number) {
-  if (!model.Result()) return kUndefined;
+double ErrorOf(const DisplayedParameter& parameter, const TCurFit& model) {
+  const TxyGraph& graph = parameter.document->WholeGraph();
+  if (!model.Result() || !FitChangedText(graph, graph.Series(parameter.series)).empty())
+    return kUndefined;
   const auto fitted = FittedParameters(model.Settings(), *model.Result());
-  return fitted.at(static_cast<std::size_t>(number - 1)).error;
+  return fitted.at(static_cast<std::size_t>(parameter.number - 1)).error;
 }
 
 }  // namespace
@@ -51,7 +54,7 @@ std::vector<DisplayedValue> ValuesOf(const std::vector<DisplayedParameter>& para
   values.reserve(parameters.size());
   for (const DisplayedParameter& one : parameters) {
     const TCurFit& model = *ModelOf(one);
-    values.push_back({model.Param(one.number).Value(), ErrorOf(model, one.number)});
+    values.push_back({model.Param(one.number).Value(), ErrorOf(one, model)});
   }
   return values;
 }

@@ -25,6 +25,7 @@
 #include "fit/judge/fit_bands.h"
 #include "results/fit_texts.h"
 #include "results/fitted_model.h"
+#include "results/joint_fit.h"
 
 namespace tarnwick {
 namespace {
@@ -56,6 +57,7 @@ FitPanel::FitPanel(CommandActions& actions, QWidget* parent) : Panel(parent), ac
   scroll_ = new QScrollArea(this);
   scroll_->setWidgetResizable(true);
   scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setAccessibleName(tr("Fit Result"));
   scroll_->setWidget(MakeContent());
   column->addWidget(scroll_, 1);
   buttons_ = MakeButtons();
@@ -176,8 +178,9 @@ void FitPanel::Follow(Document* document, PanelChange) {
     shown_ = {series->SeriesName(), std::move(model), last.record->result};
     ShowResult();
   }
-  outdated_->setText(ToQt(ChangedText(last)));
-  SetState(last.Holds() ? State::Valid : State::Outdated);
+  const std::string changed = FitChangedText(document->Graph(), *series);
+  outdated_->setText(ToQt(changed));
+  SetState(changed.empty() ? State::Valid : State::Outdated);
 }
 
 void FitPanel::ShowResult() {

@@ -74,26 +74,34 @@ std::vector<double> ValuesAt(const FitSettings& settings, std::span<const double
   return values;
 }
 
-/// Tells the values of a fit that runs on another thread, which does not wait for that. `running` is false once it has ended.
-EveryStep StepTeller(Document& document, std::size_t series, const FitSettings& settings,
-                     const std::shared_ptr<const bool>& running) {
-  return [&document, series, settings, running,
-          told = std::chrono::steady_clock::time_point()](std::span<const double> p) mutable {
+/// A DataSet's model as a fit starts from it.
+struct ToldModel {
+  std::size_t series = 0;
+  FitSettings settings = {};
+};
+
+/// Tells the values of a fit that runs on another thread, which does not wait for that: the varied ones of each model. `running`
+/// is false once it has ended.
+EveryJointStep StepTeller(Document& document, std::vector<ToldModel> models,
+                          const std::shared_ptr<const bool>& running) {
+  return [&document, models = std::move(models), running,
+          told = std::chrono::steady_clock::time_point()](
+             std::span<const std::vector<double>> varied) mutable {
     const auto now = std::chrono::steady_clock::now();
     if (now - told < kStepTold) return;
     told = now;
-    const std::vector<double> varied(p.begin(), p.end());
-    QMetaObject::invokeMethod(
-        &document,
-        [&document, series, settings, running, varied] {
-          if (!*running) return;
-          try {
-            emit document.fitStepped(&document, series, ValuesAt(settings, varied));
-          } catch (const Error&) {
-            // Ties without a value here: the fit itself judges the step and tells.
-          }
-        },
-        Qt::QueuedConnection);
+    const auto tell = [&document, models, running,
+                       values = std::vector(varied.begin(), varied.end())] {
+      if (!*running) return;
+      try {
+        for (std::size_t i = 0; i < models.size(); ++i)
+          emit document.fitStepped(&document, models[i].series,
+                                   ValuesAt(models[i].settings, values[i]));
+      } catch (const Error&) {
+        // Ties without a value here: the fit itself judges the step and tells.
+      }
+    };
+    QMetaObject::invokeMethod(&document, tell, Qt::QueuedConnection);
   };
 }
 
@@ -114,7 +122,11 @@ FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& opt
   if (every_step) {
     step = StepShower(document, index);
   } else if (!document.SelectedChild()) {
-    step = StepTeller(document, index, job.settings, running);
+    step = [tell =
+                StepTeller(document, {{index, job.settings}}, running)](std::span<const double> p) {
+      const std::vector<double> values(p.begin(), p.end());
+      tell({&values, 1});
+    };
   }
   FitResult result;
   const ProgressPlace place = every_step ? ProgressPlace::Aside : ProgressPlace::Centre;
@@ -191,10 +203,18 @@ void FitTogether(Document& document, const FitRequest& request) {
     CheckHasPoints(series);
   }
   const std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, request.run);
+  EveryJointStep tell;
+  const auto running = std::make_shared<bool>(true);
+  if (!document.SelectedChild()) {
+    std::vector<ToldModel> models;
+    for (std::size_t i = 0; i < jobs.size(); ++i) models.push_back({chosen[i], jobs[i].settings});
+    tell = StepTeller(document, std::move(models), running);
+  }
   JointFit fit;
   document.Work().Run(
       {"Fitting Data....", Cancellable::Yes, "Processing..."},
-      [&](Progress& progress) { fit = RunJointFit(jobs, request.shared, progress); });
+      [&](Progress& progress) { fit = RunJointFit(jobs, request.shared, progress, tell); });
+  *running = false;
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
   ApplyJointFit(graph, chosen, request.shared, fit);
   step.Finish();

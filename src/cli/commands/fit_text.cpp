@@ -11,7 +11,9 @@
 #include "base/undefined.h"
 #include "cli/options/fit_model.h"
 #include "fit/judge/fit_findings.h"
+#include "graph/series.h"
 #include "results/fit_texts.h"
+#include "results/joint_fit.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -300,9 +302,11 @@ void PrintFit(const FitAnswer& answer, Output& output) {
   }
 }
 
-Json LastFitJson(const LastFit& last) {
-  Json document = {{"stale", !last.Holds()}};
-  if (!last.Holds()) document["changed"] = ChangedText(last);
+Json LastFitJson(const TxyGraph& graph, const TSeries& series) {
+  const LastFit& last = series.Fit().Last();
+  const std::string changed = FitChangedText(graph, series);
+  Json document = {{"stale", !changed.empty()}};
+  if (!changed.empty()) document["changed"] = changed;
   if (!last.record) return document;
   FitAnswer answer;
   answer.model = last.record->model;

@@ -9,8 +9,13 @@
 #include "cli/output/output.h"
 #include "fit/fit_result.h"
 #include "fit/judge/fit_bands.h"
-#include "fit/model/fit_record.h"
+#include "fit/model/fit_settings.h"
 #include "results/model_comparison.h"
+
+namespace tarnwick {
+class TSeries;
+class TxyGraph;
+}  // namespace tarnwick
 
 namespace tarnwick::cli {
 
@@ -25,8 +30,8 @@ struct FitAnswer {
 
 void PrintFit(const FitAnswer& answer, Output& output);
 
-/// The last fit of a model as PrintFit has it, with what changed since. There is one, or a damaged one.
-Json LastFitJson(const LastFit& last);
+/// The last fit of the graph's DataSet as PrintFit has it, with what changed since. There is one, or a damaged one.
+Json LastFitJson(const TxyGraph& graph, const TSeries& series);
 
 /// One fit over several DataSets.
 struct JointAnswer {

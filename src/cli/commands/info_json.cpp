@@ -105,7 +105,7 @@ Json ErrorsJson(const TDataSeries& series) {
   return {{"y", json(series.Errors().y, y_points)}, {"x", json(series.Errors().x, x_points)}};
 }
 
-Json DataSetJson(const TSeries& series) {
+Json DataSetJson(const TxyGraph& graph, const TSeries& series) {
   const Extremes extremes = series.GetExtremes();
   const DataSettings& settings = series.Settings();
   Json json = {{"name", settings.SeriesName},
@@ -127,7 +127,7 @@ Json DataSetJson(const TSeries& series) {
                {"series", TableJson<SeriesStyle>(SeriesFields(), series.Style())},
                {"fit", FitJson(series.Fit().Settings())}};
   if (const LastFit& last = series.Fit().Last(); last.record || last.damaged)
-    json["last_fit"] = LastFitJson(last);
+    json["last_fit"] = LastFitJson(graph, series);
   return json;
 }
 
@@ -195,7 +195,7 @@ Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports) {
   }
   Json datasets = Json::Array();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    Json& dataset = datasets.Append(DataSetJson(graph.Series(i)));
+    Json& dataset = datasets.Append(DataSetJson(graph, graph.Series(i)));
     if (i < reports.size()) dataset["import"] = SkippedJson(reports[i]);
   }
   Json marks = Json::Array();

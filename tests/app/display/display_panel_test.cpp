@@ -67,14 +67,18 @@ class DisplayPanelTest : public testing::DesktopTest {
 };
 
 TEST_F(DisplayPanelTest, ValuesAreSeenWhileAFitRuns) {
-  Start({Example("decay.dat")});
-  DrawModel();
-  EXPECT_TRUE(Shows({"1.5", "-2"}));
+  Start({Example("reactor_log.tsv")});
+  for (const int series : {1, 0}) {
+    ActiveDocument().Graph().SetCurrentSeriesIndex(series);
+    DrawModel();
+  }
+  EXPECT_TRUE(Shows({"1.5", "-2", "1.5", "-2"}));
   emit ActiveDocument().fitStepped(&ActiveDocument(), 0, {7, 8, 9});
-  EXPECT_TRUE(Shows({"7", "8"}));
+  emit ActiveDocument().fitStepped(&ActiveDocument(), 1, {4, 5, 6});
+  EXPECT_TRUE(Shows({"7", "8", "4", "5"})) << "both of a fit of several";
   EXPECT_EQ(Model().Param(1).Value(), 1.5) << "the model waits for the end";
   Model().Change(true);
-  EXPECT_TRUE(Shows({"1.5", "-2"}));
+  EXPECT_TRUE(Shows({"1.5", "-2", "1.5", "-2"}));
 }
 
 TEST_F(DisplayPanelTest, ShowsPrintedParametersOfModelsThatAreSwitchedOn) {

@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <functional>
+#include <map>
 
 #include "analysis/fit_run.h"
 #include "app/fit/model_check.h"
@@ -486,6 +487,7 @@ std::filesystem::path TwoRuns(const std::filesystem::path& folder) {
 TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   Start({TwoRuns(folder_.Path())});
   TxyGraph& graph = ActiveDocument().Graph();
+  std::map<std::size_t, double> told;  // of k, by DataSet, at the first step
   InEditor([&](QDialog& dialog) {
     dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("h*exp(-k*x)+b");
     Button("Ma&ke Parameters")->click();
@@ -501,6 +503,10 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
         dialog.findChild<QLabel*>("TogetherSummary")->text(),
         "Fit takes 2 DataSets at once. Shared by all: k; the other parameters have a value in "
         "each.");
+    QObject::connect(&ActiveDocument(), &Document::fitStepped, form_.get(),
+                     [&](const Document*, std::size_t series, const auto& values) {
+                       told.emplace(series, values.at(2));
+                     });
     Button("&Fit")->click();
   });
   const TCurFit& first = graph.Series(0).Fit();
@@ -513,6 +519,8 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   EXPECT_NEAR(value(first, "k"), 0.1, 1e-3);
   EXPECT_EQ(value(first, "k"), value(second, "k"));
   EXPECT_NEAR(value(second, "h"), 40, 0.5);
+  ASSERT_EQ(told.size(), 2U) << "values of every DataSet are told while the fit runs";
+  EXPECT_EQ(told[0], told[1]) << "one value in all from the start";
   EXPECT_EQ(second.Result()->verdict.notes.front(),
             "Fitted at once with \"first\": k has one value in all.");
   ASSERT_TRUE(second.Result()->together);
@@ -524,6 +532,11 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   EXPECT_EQ(Table("FitOfAllMembers")->item(1, 1)->text(), KindOfVerdict(second.Result()->verdict));
   EXPECT_EQ(Table("FitFigures")->rowCount(), 3);  // its own: the others are those of all
   EXPECT_GT(Table("FitOfAllFigures")->rowCount(), 6);
+  ActiveDocument().Edit("Look", [&](TxyGraph&) { graph.Series(1).Fit().Param(1).SetValue(2); });
+  EXPECT_EQ(form_->findChild<QLabel*>("FitOutdated")->text(),
+            "DataSet \"second\", fitted at once with this, changed since.");
+  ActiveDocument().History().Undo();
+  EXPECT_EQ(form_->findChild<QLabel*>("FitOutdated")->text(), "");
   ActiveDocument().History().Undo();
   EXPECT_FALSE(graph.Series(0).Fit().Result() || graph.Series(1).Fit().Result());
   EXPECT_EQ(graph.Series(1).Fit().Expression(), "");
