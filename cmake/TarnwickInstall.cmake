@@ -8,6 +8,7 @@ foreach(program tarnwick tarnwick-cli)
 endforeach()
 install(DIRECTORY TFN DESTINATION "${CMAKE_INSTALL_DATADIR}/tarnwick"
         FILES_MATCHING PATTERN "*.tfn")
+install(FILES packaging/default.ttp DESTINATION "${CMAKE_INSTALL_DATADIR}/tarnwick")
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DATADIR}/tarnwick")
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
 if(TARGET tarnwick)

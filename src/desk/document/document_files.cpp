@@ -29,6 +29,13 @@ bool Exists(const std::filesystem::path& path) {
   return std::filesystem::exists(path, ignored);
 }
 
+/// A template that has nothing but the look that graphs begin with arranges nobody's graph.
+bool LooksAsBegun(const TxyGraph& graph, const std::string& name) {
+  TxyGraph begun;
+  DefaultAppearance(begun, name);
+  return SameState(graph.State(), begun.State());
+}
+
 }  // namespace
 
 std::string DocumentFiles::Caption() const {
@@ -117,6 +124,7 @@ void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
       appearance.title_of_graph = document_.Name();
       document_.WholeGraph().SetAppearance(appearance);
     }
+    document_.Look().own = !LooksAsBegun(document_.WholeGraph(), document_.Name());
   }
   ShowPath(path);
   SettleTooManyPoints();

@@ -8,6 +8,7 @@
 
 #include "desktop_fixture.h"
 #include "graph/files/graph_file.h"
+#include "support/project_paths.h"
 
 namespace tarnwick {
 namespace {
@@ -227,6 +228,21 @@ TEST_F(DesktopTest, RefreshReadsTheSourcesAgain) {
   EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 4);
   Run("editRefresh1");
   EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 5);
+}
+
+class ShippedTemplateTest : public DesktopTest {
+  ProgramPaths Paths() override {
+    ProgramPaths paths = DesktopTest::Paths();
+    paths.default_template = testing::SourceFolder() / "packaging/default.ttp";
+    return paths;
+  }
+};
+
+TEST_F(ShippedTemplateTest, LeavesNewGraphsToBeArrangedForTheirData) {
+  Start({Example("reactor_log.tsv")});
+  EXPECT_FALSE(ActiveDocument().Look().own);
+  EXPECT_FALSE(ActiveDocument().Look().arranged_for.isEmpty());
+  EXPECT_EQ(ActiveDocument().Graph().GetAppearance().title_of_graph, "reactor_log");
 }
 
 }  // namespace

@@ -8,9 +8,13 @@
 #include <vector>
 
 #include "graph/axes/plot_metrics.h"
+#include "graph/files/graph_file.h"
+#include "graph/graph_state_compare.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/palette.h"
 #include "graph/xy_graph.h"
+#include "support/project_paths.h"
+#include "support/temporary_folder.h"
 
 namespace tarnwick {
 namespace {
@@ -50,7 +54,7 @@ QRectF Content(const PlotLayout& layout) {
 TEST(FinishedLook, MarginsAreAsWideAsTheirContents) {
   for (const double height : {1.0, 1e7}) {
     for (const double second : {0.0, 1.0, 1e-6}) {
-      SCOPED_TRACE(testing::Message() << height << ' ' << second);
+      SCOPED_TRACE(::testing::Message() << height << ' ' << second);
       TxyGraph graph;
       Add(graph, {{0, 0}, {9.7, height}});
       if (second > 0) Add(graph, {{0, 0}, {9.7, second}}, /*first_axis=*/false);
@@ -166,6 +170,16 @@ TEST(FinishedLook, TheLegendTakesTheEmptyCornerOrStandsBeside) {
     EXPECT_NEAR(right ? plot.right() - frame.right() : frame.left() - plot.left(), 10, 1);
     EXPECT_NEAR(bottom ? plot.bottom() - frame.bottom() : frame.top() - plot.top(), 10, 1);
   }
+}
+
+// Kept with readable keys, so that a change of it is seen.
+TEST(FinishedLook, TheTemplateThatIsShippedIsTheLookThatGraphsBeginWith) {
+  TxyGraph graph;
+  DefaultAppearance(graph, "Graph");
+  const std::string expected = EncodeGraph(graph, {WithPoints::No, WriterMode::Text});
+  const std::filesystem::path file = testing::SourceFolder() / "packaging/default.ttp";
+  EXPECT_EQ(testing::ReadFile(file), expected);
+  EXPECT_TRUE(SameState(LoadGraph(file)->State(), graph.State()));
 }
 
 TEST(FinishedLook, FewPointsAreSymbolsManyAThinLine) {
