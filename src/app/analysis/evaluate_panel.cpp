@@ -16,6 +16,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "desk/widgets/checked_field.h"
+#include "desk/widgets/elided_label.h"
 #include "desk/widgets/full_table.h"
 #include "desk/widgets/text.h"
 #include "graph/read_out.h"
@@ -42,7 +43,7 @@ std::unique_ptr<Panel> MakeEvaluatePanel(const PanelParts&) {
 
 Txy_EValue::Txy_EValue(QWidget* parent)
     : Panel(parent),
-      data_set_(new QLabel),
+      data_set_(new ElidedLabel(Qt::AlignLeft | Qt::AlignVCenter)),
       x_(new QLineEdit),
       y_(new QLineEdit),
       pick_(new QPushButton(tr("&Pick"))),
@@ -51,7 +52,6 @@ Txy_EValue::Txy_EValue(QWidget* parent)
       copy_(new QPushButton(tr("&Copy"))) {
   setObjectName("Txy_EValue");
   data_set_->setObjectName("EvaluatedDataSet");
-  data_set_->setWordWrap(true);
   x_->setObjectName("e_X");
   x_->setToolTip(tr("An X: what the DataSet has there"));
   y_->setObjectName("e_Y");
@@ -125,7 +125,7 @@ void Txy_EValue::Ask(Asked what) {
 
 void Txy_EValue::Show() {
   const TSeries* series = document_ ? document_->Graph().CurrentSeries() : nullptr;
-  data_set_->setText(series ? ToQt(series->SeriesName()) : tr("There is no current DataSet."));
+  data_set_->ShowText(series ? ToQt(series->SeriesName()) : tr("There is no current DataSet."));
   told_->clear();
   const bool answers = series && asked_ != Asked::Nothing;
   if (!answers) {

@@ -14,6 +14,7 @@ class QPushButton;
 
 namespace tarnwick {
 
+class ElidedLabel;
 class FullTable;
 struct Evaluated;
 
@@ -42,7 +43,7 @@ class Txy_EValue final : public Panel {
 
   QPointer<Document> document_;
   Asked asked_ = Asked::Nothing;
-  QLabel* data_set_;
+  ElidedLabel* data_set_;
   QLineEdit* x_;
   QLineEdit* y_;
   QPushButton* pick_;

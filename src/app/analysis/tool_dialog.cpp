@@ -68,7 +68,7 @@ void ToolDialog::AddOthers(Document& document) {
 }
 
 void ToolDialog::AddSettings() {
-  form_ = new FieldForm(RowsOfTool(tool_));
+  form_ = new FieldForm(RowsOfTool(tool_), "k");
   form_->setMinimumWidth(form_->fontMetrics().averageCharWidth() * kWidth);
   for (std::size_t row = 0; row < form_->Size(); ++row) {
     auto* box = qobject_cast<QSpinBox*>(form_->Field(row)->Control());

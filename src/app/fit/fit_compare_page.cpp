@@ -104,6 +104,7 @@ QLayout* FitComparePage::MakeAnswer() {
   auto* scroll = new QScrollArea(this);
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setAccessibleName(tr("Remarks"));
   scroll->setWidget(remarks_);
   scroll->viewport()->setAutoFillBackground(false);
   remarks_->setAutoFillBackground(false);

@@ -76,7 +76,7 @@ void FitOptionsPage::AddFitFields(QFormLayout& form) {
          "all points are asked for."));
   all_points_ = new QCheckBox(tr("Use &all points, without thinning them"), this);
   finish_ = new QCheckBox(tr("Fi&nish with a Newton-type step"), this);
-  form.addRow(tr("M&ethod"), method_);
+  form.addRow(tr("&Method"), method_);
   form.addRow(tr("&Tolerance"), tolerance_);
   form.addRow(tr("Max .# of &Iterations"), iterations_);
   form.addRow(tr("# of &Points"), points_);
@@ -111,8 +111,8 @@ void FitOptionsPage::AddWeightFields(QFormLayout& form) {
   loss_scale_->setToolTip(
       tr("Residual, in units of the point's error, from which on the loss holds it for less; 0: "
          "told by the residuals' median"));
-  form.addRow(tr("Weig&hts"), weights_);
-  form.addRow(tr("Err&ors"), errors_);
+  form.addRow(tr("&Weights"), weights_);
+  form.addRow(tr("&Errors"), errors_);
   form.addRow(tr("Loss"), loss_);
   form.addRow(tr("Loss scale"), loss_scale_);
   for (QComboBox* box : {weights_, errors_, loss_})
@@ -123,7 +123,7 @@ void FitOptionsPage::AddWeightFields(QFormLayout& form) {
 }
 
 void FitOptionsPage::AddCurveFields(QFormLayout& form) {
-  shown_ = new QCheckBox(tr("&Shown"), this);
+  shown_ = new QCheckBox(tr("S&hown"), this);
   color_button_ = new QPushButton(this);
   color_button_->setAutoDefault(false);
   color_button_->setAccessibleName(tr("Colour of the curve"));
@@ -137,7 +137,7 @@ void FitOptionsPage::AddCurveFields(QFormLayout& form) {
   form.addRow(shown_);
   form.addRow(tr("&Colour"), color_button_);
   form.addRow(tr("St&yle"), style_);
-  form.addRow(tr("&Width"), width_);
+  form.addRow(tr("Wi&dth"), width_);
   connect(shown_, &QCheckBox::toggled, this, &FitOptionsPage::edited);
   connect(style_, &QComboBox::currentIndexChanged, this, &FitOptionsPage::edited);
   connect(width_, &QSpinBox::valueChanged, this, &FitOptionsPage::edited);

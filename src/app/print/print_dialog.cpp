@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QGraphicsView>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -54,6 +55,8 @@ PrintDialog::PrintDialog(Document& document, QPrinter& printer, FileChooser& cho
   setWindowTitle(tr("Print"));
   resize(880, 640);
   preview_->setAccessibleName(tr("Preview of the printed page"));
+  for (QGraphicsView* const pages : preview_->findChildren<QGraphicsView*>())
+    pages->setAccessibleName(tr("Preview"));
   connect(preview_, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* page) {
     QPainter painter(page);
     PaintOnPaper(painter, document_.WholeGraph(), SheetOf(*page));

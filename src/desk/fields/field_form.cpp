@@ -18,9 +18,10 @@ constexpr int kWidestLabel = 130;  // pixels beside a control; a longer one stan
 
 }  // namespace
 
-FieldForm::FieldForm(const std::vector<FieldRow>& rows, QWidget* parent) : QWidget(parent) {
+FieldForm::FieldForm(const std::vector<FieldRow>& rows, const QString& taken, QWidget* parent)
+    : QWidget(parent) {
   (new QVBoxLayout(this))->setContentsMargins(0, 0, 0, 0);
-  Mnemonics mnemonics;
+  Mnemonics mnemonics(taken);
   for (const FieldRow& row : rows) AddRow(row, mnemonics.Mark(ToQt(row.look.caption)));
   AlignLabels();
   static_cast<QVBoxLayout*>(layout())->addStretch();

@@ -19,8 +19,9 @@ class FieldForm final : public QWidget {
   Q_OBJECT
 
  public:
-  /// Those that are hidden have no control.
-  explicit FieldForm(const std::vector<FieldRow>& rows, QWidget* parent = nullptr);
+  /// Those that are hidden have no control. `taken`: letters that buttons and tabs around the form answer to.
+  explicit FieldForm(const std::vector<FieldRow>& rows, const QString& taken = {},
+                     QWidget* parent = nullptr);
 
   std::size_t Size() const { return fields_.size(); }
   /// The control of a row by its place among them; null for a hidden one.

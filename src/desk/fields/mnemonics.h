@@ -7,6 +7,8 @@ namespace tarnwick {
 
 class Mnemonics {
  public:
+  /// `taken`: small letters that what stands beside the captions has.
+  explicit Mnemonics(const QString& taken) { taken_ += taken; }
   /// The caption with the first of its letters marked that neither another caption of the page nor the menu bar has; as it
   /// is, with "&" made plain, where none is free.
   QString Mark(const QString& caption);

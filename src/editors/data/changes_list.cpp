@@ -48,7 +48,7 @@ ChangesList::ChangesList(QWidget* parent)
   table_->setFixedHeight((kRowsSeen + 1) * (fontMetrics().height() + kRowMargin) + kRowMargin);
   column->addWidget(table_);
   auto* line = new QHBoxLayout;
-  auto* all = new QPushButton(tr("Put A&ll Back"), this);
+  auto* all = new QPushButton(tr("Put All Bac&k"), this);
   back_->setObjectName("PutBack");
   back_->setToolTip(tr("Make the points marked in this list what they were when they were read"));
   all->setObjectName("PutAllBack");

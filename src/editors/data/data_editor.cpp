@@ -34,7 +34,7 @@ DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(paren
   });
   pages_ = new QTabWidget(this);
   pages_->setObjectName("DataPages");
-  pages_->addTab(source_ = new SourcePage(parts, series_, pages_), tr("&Source"));
+  pages_->addTab(source_ = new SourcePage(parts, series_, pages_), tr("S&ource"));
   pages_->addTab(points_ = new PointsPage(parts, series_, pages_), tr("&Points"));
   pages_->addTab(statistics_ = new StatisticsPage(series_, pages_), tr("S&tatistics"));
   column->addWidget(pages_, 1);

@@ -113,11 +113,11 @@ QWidget* PointsPage::BuildButtons() {
     return button;
   };
   add(values, tr("&Add"), "AddPoint", tr("Add a point at this X and Y"), &PointsPage::Insert);
-  delete_ = add(buttons, tr("&Delete"), "DeletePoints", tr("Delete the marked points (Del)"),
+  delete_ = add(buttons, tr("De&lete"), "DeletePoints", tr("Delete the marked points (Del)"),
                 &PointsPage::Delete);
   copy_ = add(buttons, tr("&Copy"), "CopyPoints", tr("Copy the marked points as text (Ctrl+C)"),
               &PointsPage::Copy);
-  add(buttons, tr("Past&e"), "PastePoints",
+  add(buttons, tr("Pa&ste"), "PastePoints",
       tr("Paste columns of X and Y as points, or one column as Y from the marked point on "
          "(Ctrl+V)"),
       &PointsPage::Paste);

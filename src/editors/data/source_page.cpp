@@ -92,9 +92,10 @@ SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWid
   auto* halves = new QSplitter(Qt::Vertical, this);
   cuts_ = new CutsView(halves);
   table_ = new PreviewTable(halves);
-  form_ = new FieldForm(draft_.Rows());
+  form_ = new FieldForm(draft_.Rows(), "optgaru");
   scroll_ = new QScrollArea(halves);
   scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setFocusPolicy(Qt::NoFocus);  // it follows the control that has it
   scroll_->setWidgetResizable(true);
   scroll_->setWidget(form_);
   halves->setSizes({kPreviewHeight, kPreviewHeight, kPreviewHeight});
@@ -131,7 +132,7 @@ QWidget* SourcePage::BuildButtons() {
   };
   guess_ = add(tr("&Guess"), "GuessSource", &SourcePage::Guess);
   guess_->setToolTip(tr("Find out anew how the file is written"));
-  by_place_ = new QPushButton(tr("Cut by &Place"), bar);
+  by_place_ = new QPushButton(tr("C&ut by Place"), bar);
   by_place_->setObjectName("CutByPlace");
   by_place_->setCheckable(true);
   by_place_->setToolTip(tr("Columns begin at characters that are set by hand, not at separators"));

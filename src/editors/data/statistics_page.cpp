@@ -107,7 +107,7 @@ QWidget* StatisticsPage::BuildChoice() {
   auto* bar = new QWidget(this);
   auto* line = new QHBoxLayout(bar);
   line->setContentsMargins(0, 0, 0, 0);
-  auto* of = new QLabel(tr("&Histogram of"), bar);
+  auto* of = new QLabel(tr("Histo&gram of"), bar);
   of_ = new QComboBox(bar);
   of_->setObjectName("HistogramOf");
   of_->addItems({"X", "Y"});

@@ -62,6 +62,7 @@ GraphEditor::GraphEditor(const PanelParts& parts, QWidget* parent)
   column_->setContentsMargins(0, 0, 0, 0);
   scroll_ = new QScrollArea(right_);
   scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setFocusPolicy(Qt::NoFocus);  // it follows the control that has it
   scroll_->setWidgetResizable(true);
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll_->setMinimumWidth(kFormWidth);

@@ -145,9 +145,9 @@ TEST_F(CommandTableTest, MenusHoldTheirEntriesInOrder) {
       {Menu::Insert, "&New Graph|-|&Delete|&Clear|-|&Unselect"},
       {Menu::Analysis,
        "&Area|&Integrate|&Sum of data points|&Running Sum|&Histogram|&Differentiate|Peek &Peaks|"
-       "&Average DataSets|-|S&moothing|&Base Line|Sp&ectrum|C&orrelation|"
+       "&Average DataSets|-|Smoothin&g|&Base Line|Sp&ectrum|C&orrelation|"
        "Compute by E&xpression|Resamp&le|&Clip|&Normalise|Remove "
-       "O&utliers|-|Compare &DataSets|Re&compute|-|E&valuate at X|Peak &Table"},
+       "O&utliers|-|Co&mpare DataSets|Recompu&te|-|E&valuate at X|Pea&k Table"},
       {Menu::Legend, "Show/Hide &Legend|&Reset Legend|-|&Verical|&Horizontal|&Free"},
   };
   for (const Row& row : kRows) EXPECT_EQ(Entries(row.menu), row.entries);

@@ -1,0 +1,176 @@
+// Every dialog, editor and panel as eye and keyboard meet it, with DataSets of the longest names: no letter answers twice on a
+// page, every control says what it is, no text is cut off, all of it fits a small screen.
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QDockWidget>
+#include <QGroupBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QMenuBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <fstream>
+#include <map>
+
+#include <gtest/gtest.h>
+
+#include "desk/widgets/text.h"
+#include "desktop_fixture.h"
+#include "support/project_paths.h"
+
+namespace tarnwick {
+namespace {
+
+class DialogsTest : public testing::DesktopTest {
+ protected:
+  ProgramPaths Paths() override {
+    ProgramPaths paths = DesktopTest::Paths();
+    paths.libraries = {testing::ProgramFolder()};
+    return paths;
+  }
+
+  void OpenLongNames() {
+    const std::filesystem::path file = folder_.File("long names.csv");
+    std::ofstream table(file);
+    table << "Time_since_the_beginning_of_the_measurement [s]";
+    for (const char* name : {"inlet", "outlet"})
+      table << ",Temperature_of_the_cooling_water_at_the_" << name
+            << "_of_the_second_stage_before_the_correction [K]";
+    table << '\n';
+    for (int i = 0; i < 200; ++i)
+      table << i << ',' << 20 + i % 17 * 0.5 << ',' << 30 - i % 13 * 0.25 << '\n';
+    table.close();
+    Start({file});
+    form_->resize(1024, 700);
+    QCoreApplication::processEvents();
+  }
+  /// Looks at every page.
+  void Look(QWidget& window) {
+    QCoreApplication::processEvents();
+    for (QTabWidget* const tabs : window.findChildren<QTabWidget*>()) {
+      if (!tabs->isVisible()) continue;
+      const int first = tabs->currentIndex();
+      for (int page = 0; page < tabs->count(); ++page) {
+        SCOPED_TRACE(tabs->tabText(page).toStdString());
+        tabs->setCurrentIndex(page);
+        LookAtPage(window);
+      }
+      return tabs->setCurrentIndex(first);
+    }
+    for (QTreeWidget* const pages : window.findChildren<QTreeWidget*>("Pages")) {
+      for (QTreeWidgetItemIterator item(pages); *item; ++item) {
+        SCOPED_TRACE((*item)->text(0).toStdString());
+        pages->setCurrentItem(*item);
+        LookAtPage(window);
+      }
+      return;
+    }
+    LookAtPage(window);
+  }
+
+ private:
+  void LookAtPage(QWidget& window) {
+    QCoreApplication::processEvents();
+    std::map<QString, QString> letters;
+    if (!window.isWindow()) {
+      for (const QAction* menu : form_->menuBar()->actions()) TakeLetter(menu->text(), letters);
+    }
+    for (QWidget* const widget : window.findChildren<QWidget*>()) {
+      if (!widget->isVisibleTo(&window)) continue;
+      LookAtText(*widget, letters);
+      const bool asks = widget->focusPolicy() & Qt::TabFocus && widget->isEnabled() &&
+                        !widget->focusProxy() && widget->objectName() != "qt_spinbox_lineedit";
+      QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(widget);
+      if (!asks || !told) continue;
+      EXPECT_NE(told->text(QAccessible::Name), "")
+          << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+    }
+  }
+  static void LookAtText(const QWidget& widget, std::map<QString, QString>& letters) {
+    QString text;
+    bool cut = false;
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+      const auto* tool = qobject_cast<const QToolButton*>(button);
+      if (!tool || tool->toolButtonStyle() != Qt::ToolButtonIconOnly) text = button->text();
+      cut = button->width() < button->fontMetrics().size(Qt::TextShowMnemonic, text).width();
+    } else if (const auto* box = qobject_cast<const QGroupBox*>(&widget)) {
+      text = box->title();
+    } else if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+      if (label->buddy()) text = label->text();
+      cut = label->width() < label->minimumSizeHint().width() ||
+            (label->hasHeightForWidth() && label->height() < label->heightForWidth(label->width()));
+    }
+    EXPECT_FALSE(cut) << "cut off: " << widget.metaObject()->className() << " "
+                      << widget.property("text").toString().toStdString();
+    TakeLetter(text, letters);
+    if (const auto* tabs = qobject_cast<const QTabBar*>(&widget)) {
+      for (int i = 0; i < tabs->count(); ++i) TakeLetter(tabs->tabText(i), letters);
+    }
+  }
+  static void TakeLetter(const QString& text, std::map<QString, QString>& letters) {
+    const QString letter = QKeySequence::mnemonic(text).toString();
+    if (letter.isEmpty()) return;
+    const auto [other, free] = letters.emplace(letter, text);
+    EXPECT_TRUE(free) << letter.toStdString() << ": " << other->second.toStdString() << ", "
+                      << text.toStdString();
+  }
+};
+
+TEST_F(DialogsTest, AreWhole) {
+  OpenLongNames();
+  for (const char* command : {"AnalysisIntegrate1", "fndHistogram1",     "AnalysisDifferentiate1",
+                              "AnalysisAverage1",   "FindPeaks1",        "AnalysisSmooth1",
+                              "AnalysisBaseLine1",  "AnalysisSpectrum1", "AnalysisCorrelation1",
+                              "AnalysisCompute1",   "AnalysisResample1", "AnalysisClip1",
+                              "AnalysisNormalise1", "AnalysisOutliers1", "AnalysisCompare1",
+                              "MarkEdit1",          "editFunction1",     "FitSettings1",
+                              "FilePrint1",         "FilePrnSetup1",     "FileOpenSource1"}) {
+    SCOPED_TRACE(command);
+    bool seen = false;
+    QTimer::singleShot(0, form_.get(), [&] {
+      QWidget* const dialog = QApplication::activeModalWidget();
+      if (!dialog) return;
+      seen = true;
+      EXPECT_NE(dialog->windowTitle(), "");
+      EXPECT_LE(dialog->width(), 1024);
+      EXPECT_LE(dialog->height(), 700 - 30) << "less its frame";
+      Look(*dialog);
+      if (auto* kinds = dialog->findChild<QComboBox*>("SourceKind")) {
+        for (int kind = 1; kind < kinds->count(); ++kind) {
+          SCOPED_TRACE(kinds->itemText(kind).toStdString());
+          kinds->setCurrentIndex(kind);
+          Look(*dialog);
+        }
+      }
+      qobject_cast<QDialog*>(dialog)->reject();
+    });
+    Run(command);
+    EXPECT_TRUE(seen);
+  }
+  TakeTold();
+}
+
+TEST_F(DialogsTest, PanelsAre) {
+  OpenLongNames();
+  for (const char* command :
+       {"EditGraph1", "EditData1", "AnalysisEvaluate1", "AnalysisPeakTable1", "ViewFitResult1"}) {
+    SCOPED_TRACE(command);
+    Run(command);
+    QCoreApplication::processEvents();
+    for (QDockWidget* const dock : form_->findChildren<QDockWidget*>()) {
+      SCOPED_TRACE(dock->objectName().toStdString());
+      if (dock->isVisible()) Look(*dock);
+    }
+    Run(command);
+  }
+}
+
+}  // namespace
+}  // namespace tarnwick
