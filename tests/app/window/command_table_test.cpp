@@ -1,10 +1,12 @@
 // Every command's fixed texts, and what its actions and menus make of them.
 #include <QAction>
 #include <QToolBar>
+#include <map>
 #include <set>
 
 #include "app/window/features.h"
 #include "desk/commands/command_actions.h"
+#include "desk/commands/menu_table.h"
 #include "desk/widgets/text.h"
 #include "desktop_fixture.h"
 
@@ -151,6 +153,23 @@ TEST_F(CommandTableTest, MenusHoldTheirEntriesInOrder) {
       {Menu::Legend, "Show/Hide &Legend|&Reset Legend|-|&Verical|&Horizontal|&Free"},
   };
   for (const Row& row : kRows) EXPECT_EQ(Entries(row.menu), row.entries);
+}
+
+// Those of one menu that its fixed texts give twice.
+TEST_F(CommandTableTest, LettersOfAMenuAreGivenOnceButForFixedTexts) {
+  Start({Example("pendulum.csv")});
+  std::vector<std::string> twice;
+  for (const MenuRow& menu : MenuTable()) {
+    std::map<QString, QString> letters;
+    for (const QAction* action : Opened(menu.menu).actions()) {
+      const QString letter = QKeySequence::mnemonic(action->text()).toString();
+      if (letter.isEmpty() || !action->isVisible()) continue;
+      const auto [first, free] = letters.emplace(letter, action->text());
+      if (!free) twice.push_back((first->second + "|" + action->text()).toStdString());
+    }
+  }
+  EXPECT_EQ(twice, (std::vector<std::string>{"Open &Directory|&Discard Changes",
+                                             "Edit &Data|&Delete DataSet", "&Area|&Average DataSets"}));
 }
 
 TEST_F(CommandTableTest, WithoutAWindowOnlyWhatNeedsNoneIsEnabled) {
