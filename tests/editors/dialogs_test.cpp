@@ -10,6 +10,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
@@ -21,7 +22,12 @@
 
 #include <gtest/gtest.h>
 
+#include "app/display/value_editor.h"
+#include "desk/prompts/picture_size_dialog.h"
+#include "desk/prompts/read_folder_dialog.h"
+#include "desk/prompts/save_dialog.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/text_window.h"
 #include "desktop_fixture.h"
 #include "support/project_paths.h"
 
@@ -102,6 +108,15 @@ class DialogsTest : public testing::DesktopTest {
       cut = button->width() < button->fontMetrics().size(Qt::TextShowMnemonic, text).width();
     } else if (const auto* box = qobject_cast<const QGroupBox*>(&widget)) {
       text = box->title();
+    } else if (const auto* list = qobject_cast<const QComboBox*>(&widget);
+               list && list->metaObject() == &QComboBox::staticMetaObject && !list->isEditable()) {
+      QStyleOptionComboBox option;
+      option.initFrom(list);
+      const QRect room = list->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                       QStyle::SC_ComboBoxEditField, list);
+      for (int i = 0; i < list->count(); ++i)
+        EXPECT_LE(list->fontMetrics().horizontalAdvance(list->itemText(i)), room.width())
+            << "cut off: " << list->itemText(i).toStdString();
     } else if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
       if (label->buddy()) text = label->text();
       cut = label->width() < label->minimumSizeHint().width() ||
@@ -169,6 +184,22 @@ TEST_F(DialogsTest, PanelsAre) {
       if (dock->isVisible()) Look(*dock);
     }
     Run(command);
+  }
+}
+
+TEST_F(DialogsTest, ThatAskForFilesAndValuesAre) {
+  const std::string name = "Temperature_of_the_cooling_water_at_the_inlet_of_the_second_stage";
+  Txy_ReadFolder folder(folder_.Path(), nullptr);
+  SaveDialog save({folder_.Path(), name + ".tgr", name, {}}, nullptr);
+  PictureSizeDialog size({}, nullptr);
+  TextWindow text("Tarnwick Curve Fitting Settings", ToQt(name), nullptr);
+  ValueEditor value(ToQt(name), "K", 1.5, nullptr);
+  for (QDialog* const dialog :
+       std::initializer_list<QDialog*>{&folder, &save, &size, &text, &value}) {
+    SCOPED_TRACE(dialog->metaObject()->className());
+    dialog->show();
+    Look(*dialog);
+    dialog->hide();
   }
 }
 

@@ -16,6 +16,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "desk/document/document.h"
+#include "desk/widgets/names_apart.h"
 #include "desk/widgets/text.h"
 #include "results/sample_report.h"
 
@@ -49,6 +50,7 @@ CompareDialog::CompareDialog(Document& document, QWidget* parent)
   table_->setObjectName("Figures");
   table_->setAccessibleName(tr("Figures of both"));
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  table_->setHorizontalHeader(new NameHeader(table_));
   table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   told_->setObjectName("Told");
   told_->setWordWrap(true);

@@ -1,6 +1,7 @@
 #include "app/analysis/sample_picture.h"
 
 #include <QPainter>
+#include <algorithm>
 
 #include "graph/graph_update.h"
 #include "graph/layout/finished_look.h"
@@ -9,6 +10,12 @@
 #include "results/sample_report.h"
 
 namespace tarnwick {
+namespace {
+
+constexpr int kTop = 36;         // pixels above the plot
+constexpr int kBelowLegend = 6;  // pixels
+
+}  // namespace
 
 SamplePicture::SamplePicture(QWidget* parent) : QWidget(parent) {
   setObjectName("SamplePicture");
@@ -27,7 +34,6 @@ SamplePicture::SamplePicture(QWidget* parent) : QWidget(parent) {
   graph_.Axis(AxisId::Y).SetState(values);
   Dimensions dimensions = graph_.GetDimensions();
   dimensions.left_margin = 50;
-  dimensions.top_margin = 36;  // the legend lies there
   dimensions.bottom_margin = dimensions.right_margin = 8;
   graph_.SetDimensions(dimensions);
   Legend legend = graph_.GetLegend();
@@ -50,9 +56,22 @@ void SamplePicture::Show(const TSeries& first, const TSeries& second) {
   update();
 }
 
+/// The plot begins below the legend, which long names give two lines.
+void SamplePicture::MakeRoomForLegend(const TextMetrics& metrics) {
+  Dimensions dimensions = graph_.GetDimensions();
+  dimensions.top_margin = kTop;
+  graph_.SetDimensions(dimensions);
+  const PlotLayout layout = LayoutPlot(graph_, size(), metrics);
+  if (!layout.legend) return;
+  const int lowest = static_cast<int>(layout.legend->frame.bottom()) + kBelowLegend;
+  dimensions.top_margin = std::max(kTop, lowest);
+  graph_.SetDimensions(dimensions);
+}
+
 void SamplePicture::paintEvent(QPaintEvent*) {
   const TextMetrics metrics;
   graph_.Resize(width(), height());
+  MakeRoomForLegend(metrics);
   graph_.UpdateScales();
   QPainter painter(this);
   PaintPlot(painter, graph_, LayoutPlot(graph_, size(), metrics), PaintTarget::Screen);

@@ -7,6 +7,8 @@
 
 namespace tarnwick {
 
+class TextMetrics;
+
 class SamplePicture final : public QWidget {
   Q_OBJECT
 
@@ -21,6 +23,8 @@ class SamplePicture final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void MakeRoomForLegend(const TextMetrics& metrics);
+
   TxyGraph graph_;
 };
 

@@ -1,15 +1,14 @@
 #include "app/analysis/series_list.h"
 
-#include <QComboBox>
-
 #include "base/error.h"
+#include "desk/widgets/names_apart.h"
 #include "desk/widgets/text.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
 
 QComboBox* MakeSeriesList(const TxyGraph& graph) {
-  auto* list = new QComboBox;
+  auto* list = new NameBox;
   list->setObjectName("seriesCombobox");
   list->setAccessibleName(QObject::tr("DataSet"));
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

@@ -17,7 +17,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr int kWidth = 56;  // characters: the longest choices are read whole
+constexpr int kWidth = 64;  // characters: the longest choices are read whole
 
 ResultTexts TextsOf(const Tool& tool) {
   return {tool.name.data(), tool.caption.data(), tool.caption.data()};

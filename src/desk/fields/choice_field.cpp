@@ -1,12 +1,12 @@
 #include "desk/fields/choice_field.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QPainter>
 #include <QPixmap>
 #include <QSignalBlocker>
 
 #include "desk/fields/wheel_guard.h"
+#include "desk/widgets/names_apart.h"
 #include "desk/widgets/text.h"
 #include "graph/paint/plot_pen.h"
 #include "graph/paint/symbol_sprite.h"
@@ -75,7 +75,7 @@ void CheckField::ShowValue(const std::optional<FieldValue>& value, const FieldSu
 }
 
 ChoiceField::ChoiceField(const FieldRow& row, QWidget* parent)
-    : FieldWidget(row, parent), list_(new QComboBox(this)) {
+    : FieldWidget(row, parent), list_(new NameBox(this)) {
   Prepare(*list_);
   const bool drawn = row.look.control.kind != ControlKind::Choice;
   if (row.look.control.kind == ControlKind::LineStyle) {
@@ -96,7 +96,7 @@ void ChoiceField::ShowValue(const std::optional<FieldValue>& value, const FieldS
 }
 
 DataSetField::DataSetField(const FieldRow& row, QWidget* parent)
-    : FieldWidget(row, parent), list_(new QComboBox(this)) {
+    : FieldWidget(row, parent), list_(new NameBox(this)) {
   Prepare(*list_);
   AddControl(list_);
   connect(list_, &QComboBox::activated, this,

@@ -1,5 +1,7 @@
 #include "desk/widgets/check_list.h"
 
+#include "desk/widgets/names_apart.h"
+
 namespace tarnwick {
 
 void ShowCheckBoxes(QAbstractItemView& view) {
@@ -13,7 +15,8 @@ CheckList::CheckList(const QString& name, const QString& title, QWidget* parent)
     : QListWidget(parent) {
   setObjectName(name);
   setAccessibleName(title);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // names that are too long end in "…"
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  TellApart(*this);
   ShowCheckBoxes(*this);
 }
 

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "desk/settings/settings.h"
+#include "desk/widgets/names_apart.h"
 #include "desk/widgets/text.h"
 #include "editors/data/points_page.h"
 #include "editors/data/source_page.h"
@@ -22,7 +23,7 @@ DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(paren
   setObjectName("DataEditorPages");
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(6, 6, 6, 6);
-  names_ = new QComboBox(this);
+  names_ = new NameBox(this);
   names_->setObjectName("EditedDataSet");
   names_->setAccessibleName(tr("DataSet"));
   names_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

@@ -53,7 +53,6 @@ HistogramView::HistogramView(QWidget* parent) : QWidget(parent) {
   setMinimumSize(kLeast);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   DefaultAppearance(graph_, {});
-  TakeColors();
 }
 
 void HistogramView::Show(const Histogram& histogram, const QString& title, Values values) {
@@ -71,9 +70,10 @@ void HistogramView::Show(const Histogram& histogram, const QString& title, Value
   x_state.ShowAsTime = values == Values::Moments;
   x.SetState(x_state);
   graph_.EndUpdate();
-  TakeColors();
+  update();
 }
 
+/// Those of the desktop, light or dark.
 void HistogramView::TakeColors() {
   const QColor paper = palette().color(QPalette::Base);
   const QColor ink = palette().color(QPalette::Text);
@@ -85,11 +85,10 @@ void HistogramView::TakeColors() {
     font->color = ColorOf(ink);
   }
   graph_.SetAppearance(appearance);
-  update();
 }
 
 void HistogramView::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::PaletteChange) TakeColors();
+  if (event->type() == QEvent::PaletteChange) update();
   QWidget::changeEvent(event);
 }
 
@@ -101,6 +100,7 @@ void HistogramView::paintEvent(QPaintEvent*) {
   const TextMetrics metrics;
   graph_.Resize(width(), height());
   ApplyFinishedLook(graph_, size(), metrics);
+  TakeColors();  // fonts of another size are black
   if (graph_.SeriesCount() > 0) DrawAsOutline(graph_.Series(0));
   QPainter painter(this);
   PaintPlot(painter, graph_, LayoutPlot(graph_, size(), metrics), PaintTarget::Screen);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "desk/widgets/names_apart.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
@@ -33,6 +34,7 @@ PreviewTable::PreviewTable(QWidget* parent) : QTableWidget(parent) {
   setSelectionMode(QAbstractItemView::NoSelection);
   setWordWrap(false);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+  setHorizontalHeader(new NameHeader(this));
   horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
   horizontalHeader()->setToolTip(tr("A click chooses what the column is read for"));
   connect(horizontalHeader(), &QWidget::customContextMenuRequested, this, &PreviewTable::OfferUses);

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desk/widgets/names_apart.h"
 #include "desk/widgets/text.h"
 #include "graph/paint/plot_pen.h"
 
@@ -43,7 +44,7 @@ ItemList::ItemList(const QString& name, Order order, QWidget* parent)
   list_->setAccessibleName(name);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   list_->setIconSize({kSwatch, kSwatch});
-  list_->setTextElideMode(Qt::ElideMiddle);
+  TellApart(*list_);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   connect(list_, &QListWidget::itemSelectionChanged, this, &ItemList::chosenChanged);
   if (order == Order::Fixed) return;

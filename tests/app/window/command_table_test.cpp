@@ -168,8 +168,9 @@ TEST_F(CommandTableTest, LettersOfAMenuAreGivenOnceButForFixedTexts) {
       if (!free) twice.push_back((first->second + "|" + action->text()).toStdString());
     }
   }
-  EXPECT_EQ(twice, (std::vector<std::string>{"Open &Directory|&Discard Changes",
-                                             "Edit &Data|&Delete DataSet", "&Area|&Average DataSets"}));
+  EXPECT_EQ(twice,
+            (std::vector<std::string>{"Open &Directory|&Discard Changes",
+                                      "Edit &Data|&Delete DataSet", "&Area|&Average DataSets"}));
 }
 
 TEST_F(CommandTableTest, WithoutAWindowOnlyWhatNeedsNoneIsEnabled) {
