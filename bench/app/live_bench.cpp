@@ -131,7 +131,7 @@ void TenThousandASecond(benchmark::State& state) {
   NoPrompt prompt;
   Document document("Graph_1", work, prompt);
   TSeries& series =
-      AddWaitingSeries(document.Graph(), LineSourceInfo("pipe:" + pipe), "live", WaitingX::Numbers);
+      AddWaitingSeries(document.Graph(), LineSourceInfo("pipe:" + pipe), "live", XMeaning::Numbers);
   Fill(series);
   GraphCanvas canvas(document, prompt, MakeMode<RestMode>, nullptr);
   canvas.resize(1600, 1000);

@@ -134,7 +134,7 @@ void ValuesOfOneLink(benchmark::State& state) {
   NoWork work;
   NoPrompt prompt;
   Document document("Graph_1", work, prompt);
-  TSeries& series = AddWaitingSeries(document.Graph(), LinkInfo(), "moment", WaitingX::Moments);
+  TSeries& series = AddWaitingSeries(document.Graph(), LinkInfo(), "moment", XMeaning::Moments);
   GraphCanvas canvas(document, prompt, MakeMode<RestMode>);
   canvas.resize(800, 600);
   canvas.show();

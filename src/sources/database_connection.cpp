@@ -15,12 +15,14 @@
 #include "base/error.h"
 #include "sources/session_passwords.h"
 #include "sources/sqlite_file.h"
+#include "sources/statement_limit.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr auto kPatience = std::chrono::milliseconds(300);  // shorter waits show nothing
 constexpr auto kBetweenLooks = std::chrono::milliseconds(20);
+constexpr qlonglong kServerWaits = 5000;  // ms longer
 /// What servers say, also through ODBC, to a password that is missing or wrong.
 constexpr const char* kAboutPassword[] = {"fe_sendauth:", "password authentication failed",
                                           "(using password: ", "Login failed for user"};
@@ -60,47 +62,58 @@ void* InterruptibleHandle(const QSqlDatabase& database) {
   return *static_cast<sqlite3* const*>(handle.constData());
 }
 
-/// Looks at a progress while its own thread waits for a statement.
+/// Looks at a progress, and at the clock, while its own thread waits for a statement.
 class Watch {
  public:
   Watch(const DatabaseConnection& connection, const std::string& subject, Progress& progress)
-      : thread_([&connection, subject, &progress](const std::stop_token& done) {
+      : thread_([this, &connection, subject, &progress](const std::stop_token& done) {
           Look(connection, subject, progress, done);
         }) {}
 
+  /// True when the statement was stopped because it took too long. Ends the watch.
+  bool TookTooLong() {
+    thread_.request_stop();
+    thread_.join();
+    return late_;
+  }
+
  private:
-  static void Look(const DatabaseConnection& connection, const std::string& subject,
-                   Progress& progress, const std::stop_token& done) {
+  void Look(const DatabaseConnection& connection, const std::string& subject, Progress& progress,
+            const std::stop_token& done) {
     std::mutex mutex;
     std::condition_variable_any changed;
     const auto begun = std::chrono::steady_clock::now();
+    const auto limit = StatementLimit();
     bool shown = false, stopped = false;
     while (!done.stop_requested()) {
       std::unique_lock lock(mutex);
       changed.wait_for(lock, done, kBetweenLooks, [] { return false; });
       if (done.stop_requested()) return;
-      if (!shown && std::chrono::steady_clock::now() - begun > kPatience) {
+      const auto taken = std::chrono::steady_clock::now() - begun;
+      if (!shown && taken > kPatience) {
         progress.Begin("Loading data", subject, 0);
         shown = true;
       }
-      if (!stopped && progress.Cancelled()) {
+      if (!stopped && (progress.Cancelled() || taken > limit)) {
+        late_ = !progress.Cancelled();
         connection.Stop();
         stopped = true;
       }
     }
   }
 
+  bool late_ = false;
   std::jthread thread_;
 };
 
 }  // namespace
 
 DatabaseConnection::DatabaseConnection(const DatabasePlace& place)
-    : place_(place), dialect_(DialectOf(place.scheme)), name_(NewName()) {
+    : place_(place), dialect_(&DialectOf(place.scheme)), name_(NewName()) {
   if (place.scheme == "sqlite") RequireSqliteFile(place.address);
-  RequireDriver(dialect_);
-  database_ = QSqlDatabase::addDatabase(QLatin1String(dialect_.driver), name_);
-  database_.setConnectOptions(QLatin1String(dialect_.options));
+  RequireDriver(*dialect_);
+  database_ = QSqlDatabase::addDatabase(QLatin1String(dialect_->driver), name_);
+  database_.setConnectOptions(QLatin1String(dialect_->options));
   database_.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
   if (place.scheme == "sqlite") {
     database_.setDatabaseName(QString::fromStdString(place.address));
@@ -112,15 +125,22 @@ DatabaseConnection::DatabaseConnection(const DatabasePlace& place)
 }
 
 void DatabaseConnection::Prepare() {
-  for (const char* const statement : dialect_.first) {
+  const QSqlDriver::DbmsType kind = database_.driver()->dbmsType();
+  const bool unknown = kind == QSqlDriver::UnknownDbms;
+  dialect_ =
+      &DialectBehind(*dialect_, kind, unknown ? Answer(database_, "SELECT version()") : QString());
+  for (const char* const statement : dialect_->first) {
     QSqlError error;
     {
       QSqlQuery query(database_);
-      if (!query.exec(QLatin1String(statement))) error = query.lastError();
+      // The server's own limit comes after ours, which tells how to have it otherwise.
+      const qlonglong limit = StatementLimit().count() + kServerWaits;
+      if (!query.exec(QString(statement).replace("%1", QString::number(limit))))
+        error = query.lastError();
     }
     if (error.isValid()) Refuse(error);
   }
-  if (dialect_.session != nullptr) session_ = Answer(database_, dialect_.session);
+  if (dialect_->session != nullptr) session_ = Answer(database_, dialect_->session);
   interruptible_ = InterruptibleHandle(database_);
 }
 
@@ -135,21 +155,22 @@ void DatabaseConnection::Refuse(const QSqlError& error) {
 
 bool DatabaseConnection::Execute(QSqlQuery& query, const QString& statement,
                                  const std::string& subject, Progress& progress) const {
-  const Watch watch(*this, subject, progress);
+  Watch watch(*this, subject, progress);
   if (statement.isEmpty()) {
     query.exec();
   } else {
     query.exec(statement);
   }
+  if (watch.TookTooLong() && !query.isActive()) throw Error(TookTooLong(place_.Name()));
   return !progress.Cancelled();
 }
 
 void DatabaseConnection::Stop() const {
   if (interruptible_ != nullptr) sqlite3_interrupt(static_cast<sqlite3*>(interruptible_));
-  if (dialect_.stop == nullptr || session_.isEmpty()) return;
+  if (dialect_->stop == nullptr || session_.isEmpty()) return;
   try {
     const DatabaseConnection other(place_);
-    QSqlQuery(other.Handle()).exec(QString::fromLatin1(dialect_.stop).arg(session_));
+    QSqlQuery(other.Handle()).exec(QString::fromLatin1(dialect_->stop).arg(session_));
   } catch (const Error&) {
     // A server that takes no second connection cannot be told: the statement ends by its time-out.
   }
@@ -167,7 +188,13 @@ void DatabaseConnection::OpenServer(const DatabasePlace& place) {
     return;
   }
   const QUrl url(QString::fromStdString(place.scheme + ':' + place.address));
-  database_.setHostName(url.host().isEmpty() ? SocketOf(url) : url.host());
+  const QString socket = url.host().isEmpty() ? SocketOf(url) : QString();
+  if (!socket.isEmpty() && dialect_->socket != nullptr) {
+    const QString option = QString(dialect_->socket).replace("%1", socket);
+    database_.setConnectOptions(database_.connectOptions() + ';' + option);
+  } else {
+    database_.setHostName(socket.isEmpty() ? url.host() : socket);
+  }
   if (url.port() > 0) database_.setPort(url.port());
   database_.setUserName(url.userName());
   database_.setDatabaseName(url.path().mid(1));
@@ -188,14 +215,14 @@ std::vector<std::string> DatabaseConnection::Tables() const {
 
 QString DatabaseConnection::Quoted(const std::string& table) const {
   // The driver would take a dot in it for one between a schema and a table, which SQLite has not.
-  if (dialect_.transport == RowTransport::InProcess) return QuotedColumn(table);
+  if (dialect_->transport == RowTransport::InProcess) return QuotedColumn(table);
   return database_.driver()->escapeIdentifier(QString::fromStdString(table), QSqlDriver::TableName);
 }
 
 QString DatabaseConnection::QuotedColumn(const std::string& column) const {
   QString name = QString::fromStdString(column);
-  const QChar quote = QLatin1Char(dialect_.quote);
-  if (dialect_.quote != 0) return quote + name.replace(quote, QString(2, quote)) + quote;
+  const QChar quote = QLatin1Char(dialect_->quote);
+  if (dialect_->quote != 0) return quote + name.replace(quote, QString(2, quote)) + quote;
   return database_.driver()->escapeIdentifier(name, QSqlDriver::FieldName);
 }
 

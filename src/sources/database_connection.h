@@ -27,9 +27,10 @@ class DatabaseConnection {
   DatabaseConnection& operator=(const DatabaseConnection&) = delete;
 
   const QSqlDatabase& Handle() const { return database_; }
-  const DatabaseDialect& Dialect() const { return dialect_; }
+  const DatabaseDialect& Dialect() const { return *dialect_; }
   /// Runs a statement, or the one that `query` was prepared for where that is empty; its error is the query's. False:
-  /// cancelled, which reaches the server. What takes long begins the progress, under `subject`.
+  /// cancelled, which reaches the server. What takes long begins the progress, under `subject`. Throws Error when the
+  /// statement took longer than StatementLimit().
   bool Execute(QSqlQuery& query, const QString& statement, const std::string& subject,
                Progress& progress) const;
   /// Stops what the connection runs, from any thread; the statement ends with an error. Nothing where that cannot be done.
@@ -52,7 +53,7 @@ class DatabaseConnection {
   [[noreturn]] void Refuse(const QSqlError& error);
 
   DatabasePlace place_;
-  const DatabaseDialect& dialect_;
+  const DatabaseDialect* dialect_;
   QString name_;
   QString password_;
   QSqlDatabase database_;

@@ -1,6 +1,7 @@
 // What kinds of data base have their own way of: one row for each. Knows the drivers; opens nothing.
 #pragma once
 
+#include <QSqlDriver>
 #include <span>
 #include <string>
 
@@ -18,7 +19,7 @@ struct DatabaseDialect {
   const char* scheme;
   const char* driver;   ///< of Qt
   const char* options;  ///< of a connection, time-outs among them
-  /// The first statements of a connection: for reading only, limits of time.
+  /// The first statements of a connection: for reading only, limits of time, "%1" in milliseconds.
   std::span<const char* const> first;
   RowTransport transport = RowTransport::Stream;
   char quote = 0;  ///< around the name of a column, doubled inside; 0: the driver knows
@@ -29,9 +30,17 @@ struct DatabaseDialect {
   bool nulls_first = false;  ///< in a rising order
   /// "%1" is a column: its value as a number of double precision; null where a value may be of any type.
   const char* number = nullptr;
+  /// Of a connection, with the folder or file of a local socket as "%1"; null: it stands for a host.
+  const char* socket = nullptr;
+  bool limits = false;  ///< understands LIMIT
 };
 
 /// The row of a scheme. Throws Error for a scheme that there is not.
 const DatabaseDialect& DialectOf(const std::string& scheme);
+
+/// The row of what answers behind a driver that reaches many kinds, by that driver's own word for it or the version that it says;
+/// `driver` where no other is known.
+const DatabaseDialect& DialectBehind(const DatabaseDialect& driver, QSqlDriver::DbmsType kind,
+                                     const QString& version);
 
 }  // namespace tarnwick

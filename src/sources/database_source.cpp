@@ -69,19 +69,19 @@ void JudgeRows(TDBSupplier& supplier, ImportSource& source) {
   supplier.FirstRow();
 }
 
-void OpenTable(const DatabasePlace& place, ImportSource& source) {
-  NoProgress unseen;
-  auto supplier = std::make_unique<TDBSupplier>(place, unseen);
+void OpenTable(const DatabasePlace& place, Progress& progress, ImportSource& source) {
+  auto supplier = std::make_unique<TDBSupplier>(place, progress);
   JudgeRows(*supplier, source);
+  supplier->GuessRows(progress);
   source.info.DatasourceInfo = place.Text();
   source.supplier = std::move(supplier);
 }
 
-void OpenFirstTable(DatabasePlace place, ImportSource& source) {
+void OpenFirstTable(DatabasePlace place, Progress& progress, ImportSource& source) {
   std::vector<std::string> tables = DatabaseConnection(place).Tables();
   for (std::size_t i = 0; i < tables.size(); ++i) {
     place.table = tables[i];
-    OpenTable(place, source);
+    OpenTable(place, progress, source);
     if (source.NumberColumns().empty()) continue;
     std::vector<std::string> others;
     for (const std::string& name : tables) {
@@ -124,11 +124,12 @@ void ChooseThinning(const ImportOptions& options, ImportSource& source) {
   source.supplier = std::make_unique<ThinnedSupplier>(std::move(source.supplier), place);
 }
 
-void Examine(const DatabasePlace& place, const ImportOptions& options, ImportSource& source) {
+void Examine(const DatabasePlace& place, const ImportOptions& options, Progress& progress,
+             ImportSource& source) {
   if (place.table.empty() && place.query.empty()) {
-    OpenFirstTable(place, source);
+    OpenFirstTable(place, progress, source);
   } else {
-    OpenTable(place, source);
+    OpenTable(place, progress, source);
   }
   SettleStoredTimes(options, source);
   ChooseThinning(options, source);
@@ -139,7 +140,7 @@ void ExamineFile(FileToExamine file, ImportSource& source) {
   if (!std::filesystem::is_regular_file(file.name, ignored)) {
     throw FileError("A data base is read from its own file, not from a pipe", file.name, "");
   }
-  Examine(PlaceOfFile(file.name), file.options, source);
+  Examine(PlaceOfFile(file.name), file.options, file.progress, source);
 }
 
 std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress) {
@@ -152,10 +153,10 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress
   return std::make_unique<ThinnedSupplier>(std::move(table), place);
 }
 
-ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress&) {
+ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress& progress) {
   ImportOptions asked = options;
   if (place.ThinnedAtSource) asked.thinned_at_source = true;
-  return OpenDatabase(ParsePlace(place.DatasourceInfo), asked);
+  return OpenDatabase(ParsePlace(place.DatasourceInfo), asked, progress);
 }
 
 }  // namespace
@@ -175,10 +176,11 @@ SourceKind DatabaseKind() {
           .settings = kSettings};
 }
 
-ImportSource OpenDatabase(const DatabasePlace& place, const ImportOptions& options) {
+ImportSource OpenDatabase(const DatabasePlace& place, const ImportOptions& options,
+                          Progress& progress) {
   options.Validate();
   ImportSource source;
-  Examine(place, options, source);
+  Examine(place, options, progress, source);
   FinishSource(options, DataSourceKind::Database, source);
   return source;
 }

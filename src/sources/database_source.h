@@ -16,7 +16,9 @@ SourceKind DatabaseKind();
 bool IsThinned(const TDSInfo& info);
 
 /// Opens a data base for the first time and judges the columns of the table or query that `place` names, else of its first
-/// table with numbers, which is told. Throws Error for options that cannot be used and for what cannot be opened or read.
-ImportSource OpenDatabase(const DatabasePlace& place, const ImportOptions& options);
+/// table with numbers, which is told. Throws Error for options that cannot be used and for what cannot be opened or read,
+/// and UnpackingCancelled.
+ImportSource OpenDatabase(const DatabasePlace& place, const ImportOptions& options,
+                          Progress& progress);
 
 }  // namespace tarnwick

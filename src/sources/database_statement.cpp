@@ -86,6 +86,11 @@ QString CountOf(const AskedRows& asked) {
   return "SELECT COUNT(*) FROM " + from;
 }
 
+QString CountUpTo(const AskedRows& asked, std::int64_t most) {
+  return QString("SELECT COUNT(*) FROM (SELECT 1 FROM %1 LIMIT %2) AS first_rows")
+      .arg(Source(asked), QString::number(most));
+}
+
 QString CountBelow(const AskedRows& asked, const DatabaseDialect& dialect, const QString& column,
                    double bound) {
   const QString limit = QString::fromStdString(ShortestText(bound));

@@ -10,6 +10,7 @@
 
 #include "base/error.h"
 #include "base/word_list.h"
+#include "data/import/import_file.h"
 #include "data/packed/unpack.h"
 #include "data/text/stored_format.h"
 #include "sources/database_value.h"
@@ -253,12 +254,18 @@ std::int32_t TDBSupplier::RowCount() {
 
 std::int64_t TDBSupplier::Size() const {
   if (counted_) return *counted_;
-  if (!guessed_) guessed_ = GuessSize();
+  NoProgress unseen;
+  if (!guessed_) guessed_ = GuessSize(unseen);
   return *guessed_;
 }
 
+void TDBSupplier::GuessRows(Progress& progress) {
+  if (!counted_ && !guessed_) guessed_ = GuessSize(progress);
+  if (progress.Cancelled()) throw UnpackingCancelled("Opening " + name_ + " was cancelled");
+}
+
 /// On a connection's side, so that the rows that are open stay so.
-std::int64_t TDBSupplier::GuessSize() const {
+std::int64_t TDBSupplier::GuessSize(Progress& progress) const {
   QSqlQuery query(connection_.Handle());
   if (!table_.row_key.isEmpty()) {
     const QString statement =
@@ -275,7 +282,10 @@ std::int64_t TDBSupplier::GuessSize() const {
       return query.value(0).toLongLong();
     }
   }
-  return query.exec(CountOf(table_)) && query.next() ? query.value(0).toLongLong() : 0;
+  const QString count =
+      connection_.Dialect().limits ? CountUpTo(table_, kMostWholeRows + 1) : CountOf(table_);
+  connection_.Execute(query, count, name_, progress);
+  return query.next() ? query.value(0).toLongLong() : 0;
 }
 
 bool TDBSupplier::Exists(std::int32_t column) const {

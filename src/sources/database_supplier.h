@@ -37,9 +37,12 @@ class TDBSupplier final : public TDataSupplier {
   bool Expect(const RowPlan& plan, Progress& progress) override;
   std::int64_t RowsBelow(std::int32_t column, ColumnFormat format, double bound,
                          Progress& progress) override;
+  /// Settles what Size() answers where that takes long. Throws UnpackingCancelled.
+  void GuessRows(Progress& progress);
   const std::vector<std::string>& ColumnNames() override { return names_; }
   bool HasNamesLine() override { return true; }
-  /// The number of rows where they were counted; before, what the data base knows without counting.
+  /// The number of rows where they were counted; before, what the data base knows without counting, or the first number
+  /// above kMostWholeRows where there are more.
   std::int64_t Size() const override;
   std::int64_t Position() const override { return row_; }
   const std::string& Describe() const override { return name_; }
@@ -61,7 +64,7 @@ class TDBSupplier final : public TDataSupplier {
 
   AskedRows Asked() const;
   QString RowKey() const;
-  std::int64_t GuessSize() const;
+  std::int64_t GuessSize(Progress& progress) const;
   bool Open(std::int64_t first, std::int64_t every, Progress& progress) const;
   bool OpenPlanned(std::int64_t first, std::int64_t every, Progress& progress) const;
   bool OpenPlain(Progress& progress) const;

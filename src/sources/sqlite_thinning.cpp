@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <exception>
 #include <future>
@@ -18,6 +19,7 @@
 #include "data/text/stored_format.h"
 #include "sources/database_value.h"
 #include "sources/sqlite_file.h"
+#include "sources/statement_limit.h"
 #include "sources/thinned_columns.h"
 
 namespace tarnwick {
@@ -63,13 +65,16 @@ class File {
     sqlite3_busy_timeout(opened, 5000);
     sqlite3_progress_handler(
         opened, kStepsBetweenLooks,
-        [](void* of) { return static_cast<Progress*>(of)->Cancelled() ? 1 : 0; }, &progress_);
+        [](void* of) { return static_cast<File*>(of)->HasToStop() ? 1 : 0; }, this);
   }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
 
   sqlite3* Base() const { return base_.get(); }
   void Require(bool done) const {
     if (done) return;
     if (progress_.Cancelled()) throw UnpackingCancelled("Reading " + name_ + " was cancelled");
+    if (IsLate()) throw Error(TookTooLong(name_));
     throw FileError("The data base cannot be read", name_, sqlite3_errmsg(base_.get()));
   }
 
@@ -77,8 +82,12 @@ class File {
   struct Close {
     void operator()(sqlite3* base) const { sqlite3_close(base); }
   };
+  bool IsLate() const { return std::chrono::steady_clock::now() > end_; }
+  bool HasToStop() const { return progress_.Cancelled() || IsLate(); }
+
   std::string name_;
   Progress& progress_;
+  std::chrono::steady_clock::time_point end_ = std::chrono::steady_clock::now() + StatementLimit();
   std::unique_ptr<sqlite3, Close> base_;
 };
 

@@ -5,6 +5,8 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,9 +15,12 @@
 #include "base/error.h"
 #include "data/import/import_file.h"
 #include "data/import/load_source.h"
+#include "data/packed/unpack.h"
 #include "made_database.h"
 #include "sources/all_source_kinds.h"
 #include "sources/database_connection.h"
+#include "sources/thinned_view.h"
+#include "support/cancelling_progress.h"
 #include "support/refusal.h"
 #include "support/temporary_folder.h"
 
@@ -33,7 +38,9 @@ LoadOptions WithAllKinds() {
 }
 
 ImportResult Import(const DatabasePlace& place, const ImportOptions& options = {}) {
-  return ImportOpened(OpenDatabase(place, options), options, WithAllKinds(), MakeDataSeries);
+  NoProgress unseen;
+  return ImportOpened(OpenDatabase(place, options, unseen), options, WithAllKinds(),
+                      MakeDataSeries);
 }
 
 std::string PointsOf(const TDataSeries& series) {
@@ -185,10 +192,28 @@ TEST(DatabaseSource, WhatCannotBeReadIsToldAndNothingIsWritten) {
   for (const Case& one : cases) {
     if (!one.place.scheme.starts_with("sqlite") && QSqlDatabase::drivers().contains("QPSQL"))
       continue;
-    const std::string refusal = Refusal([&] { OpenDatabase(one.place, {}); });
+    const std::string refusal = Refusal([&] { Import(one.place); });
     EXPECT_NE(refusal.find(one.told), std::string::npos) << one.told << "\nis not in\n" << refusal;
   }
   EXPECT_EQ(Import(base.Place("t")).series.at(0)->PointCount(), 2);
+}
+
+TEST(DatabaseSource, AQueryWithoutAnEndIsCancelledOrStoppedByTheLimit) {
+  const MadeDatabase base({"CREATE TABLE t (x REAL)"});
+  const std::string endless = "WITH RECURSIVE n(x) AS (SELECT 1.0 UNION ALL SELECT x + 1 FROM n) ";
+  NoProgress unseen;
+  testing::CancellingProgress cancelled(0);
+  const ThinnedView view{
+      .place = base.Place("", endless + "SELECT x, x AS y FROM n"), .x = {"x"}, .y = {{"y"}}};
+  const DatabasePlace no_row = base.Place("", endless + "SELECT x, x AS y FROM n WHERE x < 0");
+  EXPECT_THROW(OpenDatabase(no_row, {}, cancelled), UnpackingCancelled);
+  qputenv("TARNWICK_DB_TIMEOUT", "1");
+  for (const std::function<void()>& read : std::initializer_list<std::function<void()>>{
+           [&] { OpenDatabase(no_row, {}, unseen); }, [&] { FetchThinned(view, unseen); }}) {
+    EXPECT_NE(Refusal(read).find("did not answer within 1 s (TARNWICK_DB_TIMEOUT"),
+              std::string::npos);
+  }
+  qunsetenv("TARNWICK_DB_TIMEOUT");
 }
 
 TEST(DatabaseSource, ConnectionsCannotWriteAndAreClosed) {

@@ -7,6 +7,7 @@
 #include <span>
 #include <stdexcept>
 
+#include "base/error.h"
 #include "cli/options/option_parser.h"
 #include "cli/output/output.h"
 
@@ -29,6 +30,16 @@ class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+/// What `read` makes of an option's value; whatever it finds wrong with that is wrong usage.
+template <class Read>
+auto ReadOption(const Read& read) {
+  try {
+    return read();
+  } catch (const Error& error) {
+    throw UsageError(error.what());
+  }
+}
 
 /// Declares a command's work: `options` lives as long as the parser, `run` gets them when the command was named.
 template <class Options>

@@ -3,7 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "base/error.h"
 #include "base/number_text.h"
 #include "cli/options/command.h"
 #include "cli/options/number_check.h"
@@ -75,14 +74,6 @@ void ReadRows(const std::string& text, ImportOptions& options) {
   if (parts.size() > 2) options.row_value2 = RowNumber(parts[2]);
 }
 
-ErrorOption ReadErrors(const std::string& text) {
-  try {
-    return ParseErrorOption(text);
-  } catch (const Error& error) {
-    throw UsageError(error.what());
-  }
-}
-
 void ReadSampling(const std::string& text, ImportOptions& options) {
   if (text.empty()) return;
   options.automatic_sampling = text == "auto";
@@ -131,11 +122,7 @@ void AddPartOptions(Command& command, ImportArguments& arguments) {
 /// What of a file with several tables is read.
 std::string PartOf(const ImportArguments& arguments) {
   if (!arguments.arrays.empty()) return ArraysText(arguments.arrays);
-  try {
-    return TypedSheetPart(arguments.sheet, arguments.range).Text();
-  } catch (const Error& error) {
-    throw UsageError(error.what());
-  }
+  return ReadOption([&] { return TypedSheetPart(arguments.sheet, arguments.range).Text(); });
 }
 
 }  // namespace
@@ -245,9 +232,11 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   options.x_format = FormatNamed(arguments.x_format);
   options.y_format = FormatNamed(arguments.y_format);
   for (const std::string& text : arguments.y_errors) {
-    options.y_errors.push_back(ReadErrors(text));
+    options.y_errors.push_back(ReadOption([&] { return ParseErrorOption(text); }));
   }
-  if (arguments.x_errors) options.x_errors = ReadErrors(*arguments.x_errors);
+  if (arguments.x_errors) {
+    options.x_errors = ReadOption([&] { return ParseErrorOption(*arguments.x_errors); });
+  }
   options.x_expression = arguments.x_expression;
   options.y_expression = arguments.y_expression;
   options.table_part = PartOf(arguments);

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "base/error.h"
 #include "base/number_text.h"
@@ -21,6 +22,7 @@
 #include "sources/all_source_kinds.h"
 #include "sources/database_source.h"
 #include "sources/links/link_source.h"
+#include "sources/links/link_text.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -44,11 +46,14 @@ bool NamesDatabase(const InputArguments& arguments) {
 /// --table and --query alone take FILE as an SQLite data base.
 DatabasePlace PlaceNamed(const InputArguments& arguments) {
   const ImportArguments& import = arguments.import;
-  DatabasePlace place =
-      import.database.empty() ? PlaceOfFile(arguments.file) : ParseDatabaseUrl(import.database);
-  place.table = import.table;
-  place.query = import.query;
-  return place;
+  return ReadOption([&] {
+    DatabasePlace place =
+        import.database.empty() ? PlaceOfFile(arguments.file) : ParseDatabaseUrl(import.database);
+    place.table = import.table;
+    place.query = import.query;
+    if (!place.query.empty()) RequireReadingQuery(place.query);
+    return place;
+  });
 }
 
 bool NamesLinks(const InputArguments& arguments) {
@@ -76,9 +81,34 @@ std::string TitleOf(const InputArguments& arguments) {
 
 /// The bus speaks to programs with a loop of events only.
 ImportSource AskOverTheBus(const std::string& links, const ImportOptions& options) {
+  ReadOption([&] { return ReadLinkList(links); });
   std::optional<HeadlessGui> loop;
   if (QCoreApplication::instance() == nullptr) loop.emplace();
   return OpenLinks(links, options);
+}
+
+void RefuseArrays(FileToExamine file, ImportSource&) {
+  throw FileError(
+      "--array is for HDF5 and NetCDF files; --sheet and --range say what to read of a workbook",
+      file.name, "");
+}
+
+void RefuseSheets(FileToExamine file, ImportSource&) {
+  throw FileError("--sheet and --range are for workbooks; --array says what to read of this file",
+                  file.name, "");
+}
+
+/// A part that was asked for is one of a certain kind of file.
+std::vector<SourceKind> KindsFor(const ImportArguments& import) {
+  const SourceKinds all = AllSourceKinds();
+  std::vector<SourceKind> kinds(all.begin(), all.end());
+  const bool sheets = !import.sheet.empty() || !import.range.empty();
+  for (SourceKind& kind : kinds) {
+    if (kind.kind == DataSourceKind::Spreadsheet && !import.arrays.empty())
+      kind.examine = &RefuseArrays;
+    if (kind.kind == DataSourceKind::Arrays && sheets) kind.examine = &RefuseSheets;
+  }
+  return kinds;
 }
 
 InputGraph ImportData(const InputArguments& arguments, Output& output) {
@@ -88,7 +118,8 @@ InputGraph ImportData(const InputArguments& arguments, Output& output) {
   TerminalProgress progress;
   LoadOptions load;
   load.progress = &progress;
-  load.kinds = AllSourceKinds();
+  const std::vector<SourceKind> kinds = KindsFor(arguments.import);
+  load.kinds = kinds;
   const ImportOptions options = ToImportOptions(arguments.import);
   ImportedData imported =
       arguments.file.empty() || NamesDatabase(arguments)
@@ -117,8 +148,8 @@ ImportSource OpenData(const InputArguments& arguments, Progress& progress) {
   const ImportOptions options = ToImportOptions(arguments.import);
   if (NamesLinks(arguments)) return AskOverTheBus(arguments.import.links, options);
   return NamesDatabase(arguments)
-             ? OpenDatabase(PlaceNamed(arguments), options)
-             : OpenImportSource(arguments.file, options, AllSourceKinds(), progress);
+             ? OpenDatabase(PlaceNamed(arguments), options, progress)
+             : OpenImportSource(arguments.file, options, KindsFor(arguments.import), progress);
 }
 
 InputGraph ReadInput(const InputArguments& arguments, Output& output) {

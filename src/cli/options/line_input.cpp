@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "base/error.h"
-#include "base/number_text.h"
 #include "cli/options/command.h"
 #include "cli/options/option_parser.h"
 #include "cli/output/interrupt.h"
@@ -17,6 +16,7 @@
 #include "graph/files/waiting_series.h"
 #include "sources/lines/line_source.h"
 #include "sources/stream_kinds.h"
+#include "sources/streams/came_rows.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -26,7 +26,7 @@ constexpr auto kPause = std::chrono::milliseconds(20);
 
 TDSInfo SourceOf(const LineArguments& arguments, const ImportArguments& import) {
   const ImportOptions options = ToImportOptions(import);
-  TDSInfo info = LineSourceInfo(arguments.place);
+  TDSInfo info = ReadOption([&] { return LineSourceInfo(arguments.place); });
   if (!import.x_column.empty()) info.XDataColumn = import.x_column;
   if (!import.y_columns.empty()) info.YDataColumn = import.y_columns.front();
   info.XFormat = options.x_format.value_or(info.XFormat);
@@ -37,26 +37,6 @@ TDSInfo SourceOf(const LineArguments& arguments, const ImportArguments& import) 
   info.KeepPoints = arguments.keep.value_or(0);
   return info;
 }
-
-/// How much came.
-struct Came {
-  std::int64_t rows = 0;
-  std::int64_t lost = 0;
-  std::int64_t unreadable = 0;
-
-  void Count(const StreamRows& taken) {
-    rows += static_cast<std::int64_t>(taken.x.size());
-    lost += taken.lost;
-    unreadable += taken.unreadable;
-  }
-  /// `what` holds no numbers: "line".
-  std::string Note(const char* what) const {
-    std::string note = Counted(rows, "row") + " came";
-    if (lost > 0) note += "; " + Counted(lost, "row") + " came too fast and got lost";
-    if (unreadable > 0) note += "; " + Counted(unreadable, what) + " held no numbers";
-    return note + '.';
-  }
-};
 
 /// Calls `take` until it answers that nothing more comes, the time is over or Ctrl+C is pressed.
 void TakeUntilEnd(const LineArguments& arguments, const std::function<bool()>& take) {
@@ -99,7 +79,7 @@ class Reading {
     if (came_.rows == 0) throw Error("Nothing came: " + told);
   }
 
-  std::string Note() const { return came_.Note("line"); }
+  std::string Note() const { return came_.Text(kind_.piece) + '.'; }
 
  private:
   void Add(const std::string& y) {
@@ -107,7 +87,7 @@ class Reading {
     info.YDataColumn = y;
     kind_.columns(info);
     AddWaitingSeries(graph_, info, y,
-                     kind_.x_is_moment(info) ? WaitingX::Moments : WaitingX::Numbers);
+                     kind_.x_is_moment(info) ? XMeaning::Moments : XMeaning::Numbers);
   }
 
   void Take() {
@@ -128,7 +108,7 @@ class Reading {
   TDSInfo source_;
   const StreamKind& kind_;
   std::unique_ptr<RowStream> stream_;
-  Came came_;
+  CameRows came_;
 };
 
 /// DataSets that one stream brings more rows for.
@@ -140,7 +120,7 @@ struct Fed {
   bool Feeds(const TDSInfo& info) const {
     return info.DataSource == kind->kind && kind->shares(series.front()->Source(), info);
   }
-  void Take(Came& came) const {
+  void Take(CameRows& came) const {
     const StreamRows rows = stream->Take();
     came.Count(rows);
     for (TSeries* const one : series) AppendRows(*one, rows, kind->columns(one->Source()));
@@ -200,7 +180,7 @@ void ReadOn(InputGraph& input, const LineArguments& arguments, Output& output) {
     input.graph->Series(i).Source().KeepPoints = arguments.keep.value_or(0);
   }
   const std::vector<Fed> all = StreamsOf(*input.graph);
-  Came came;
+  CameRows came;
   for (const Fed& fed : all) fed.stream->Start();
   TakeUntilEnd(arguments, [&] {
     for (const Fed& fed : all) fed.Take(came);
@@ -212,7 +192,7 @@ void ReadOn(InputGraph& input, const LineArguments& arguments, Output& output) {
     fed.stream->Stop();
     fed.Take(came);
   }
-  output.Note(came.Note("value"));
+  if (!all.empty()) output.Note(came.Text(all.front().kind->piece) + '.');
 }
 
 }  // namespace tarnwick::cli

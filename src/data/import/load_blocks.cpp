@@ -52,6 +52,7 @@ void LoadRun::LoadBlocks(const BlockSource& blocks) {
       member.column_requests.push_back(Request(column, FormatOfColumn(info, column)));
     }
   }
+  if (!TellPlan()) return;
   blocks.ReadBlocks(requests_, options_.threads, [&](const RowBlock& block) {
     for (Member& member : members_) TakeBlock(member, block, blocks);
     return AdvanceProgress(blocks.PositionOf(block)) && !AllDone();

@@ -149,9 +149,12 @@ ReadResult WithStreamAdded(const GraphState& into, const TDSInfo& place) {
   TxyGraph graph;
   graph.SetState(into);
   const TDSInfo source = BeginStream(place);
-  AddWaitingSeries(graph, source, source.YDataColumn,
-                   StreamOf(source)->x_is_moment(source) ? WaitingX::Moments : WaitingX::Numbers);
-  return {graph.State()};
+  const XMeaning x = StreamOf(source)->x_is_moment(source) ? XMeaning::Moments : XMeaning::Numbers;
+  ImportTold told;
+  if (std::string note = NoteOfMixedX(graph, x); !note.empty())
+    told.push_back({.text = std::move(note)});
+  AddWaitingSeries(graph, source, source.YDataColumn, x);
+  return {graph.State(), std::move(told)};
 }
 
 /// "Pasted 2 DataSets, 1 mark"

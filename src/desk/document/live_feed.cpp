@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/error.h"
-#include "base/number_text.h"
 #include "desk/document/document.h"
 #include "graph/files/waiting_series.h"
 #include "graph/series_of_whole.h"
@@ -32,7 +31,7 @@ bool LiveFeed::Feeds(const TDSInfo& info) const {
 }
 
 void LiveFeed::Start() {
-  if (State() != StreamState::Paused) rows_ = lost_ = unreadable_ = 0;
+  if (State() != StreamState::Paused) came_ = {};
   trouble_.clear();
   const std::vector<TSeries*> fed = Fed();
   const bool fresh =
@@ -63,9 +62,7 @@ void LiveFeed::FollowReading() {
 
 std::string LiveFeed::Text() const {
   std::string text = trouble_.empty() ? stream_->Told() : trouble_;
-  if (rows_ > 0) text += ", " + Counted(rows_, "row");
-  if (lost_ > 0) text += ", " + Counted(lost_, "row") + " lost";
-  if (unreadable_ > 0) text += ", " + Counted(unreadable_, "line") + " without numbers";
+  if (came_ != CameRows()) text += ", " + came_.Text(kind_.piece);
   return text;
 }
 
@@ -102,10 +99,9 @@ bool LiveFeed::TakeRows() {
   // What is being edited or read must not change meanwhile: the stream keeps its rows.
   if (document_.History().IsOpen() || document_.Work().IsRunning()) return false;
   const StreamRows rows = stream_->Take();
-  lost_ += rows.lost;
-  unreadable_ += rows.unreadable;
+  if (BeginAnew(rows)) came_.rows = 0;
+  came_.Count(rows);
   if (rows.x.empty() && rows.begins.empty()) return false;
-  rows_ = static_cast<std::int64_t>(rows.x.size()) + (BeginAnew(rows) ? 0 : rows_);
   try {
     Give(rows);
   } catch (const Error& error) {
@@ -130,7 +126,7 @@ void LiveFeed::AddDataSets(std::size_t columns) {
       TDSInfo info = source_;
       info.YDataColumn = kind_.y_name(place);
       AddWaitingSeries(graph, info, info.YDataColumn,
-                       kind_.x_is_moment(info) ? WaitingX::Moments : WaitingX::Numbers);
+                       kind_.x_is_moment(info) ? XMeaning::Moments : XMeaning::Numbers);
     }
   });
 }

@@ -6,12 +6,12 @@
 
 #include <QObject>
 #include <QTimer>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "sources/stream_kinds.h"
+#include "sources/streams/came_rows.h"
 
 namespace tarnwick {
 
@@ -55,9 +55,7 @@ class LiveFeed final : public QObject {
   TDSInfo source_;
   std::unique_ptr<RowStream> stream_;
   QTimer timer_;
-  std::int64_t rows_ = 0;
-  std::int64_t lost_ = 0;
-  std::int64_t unreadable_ = 0;
+  CameRows came_;
   std::string last_told_;
   int polls_without_rows_ = 0;
   std::size_t columns_ = 0;  // that DataSets were made of; 0: none shall be

@@ -11,6 +11,7 @@
 #include "graph/axes/calendar_scale.h"
 #include "graph/files/line_suggestion.h"
 #include "graph/files/scale_suggestion.h"
+#include "graph/files/x_meaning.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -72,6 +73,11 @@ void ShapeLines(std::span<TSeries* const> all, std::vector<std::string>& notes) 
 
 ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
   if (result.cancelled) return {std::move(result.reports), {}};
+  if (std::string note =
+          NoteOfMixedX(graph, result.x_is_date ? XMeaning::Moments : XMeaning::Numbers);
+      !note.empty()) {
+    result.notes.push_back(std::move(note));
+  }
   graph.BeginUpdate();
   if (result.x_is_date) {
     MakeTimeAxis(graph.Axis(AxisId::X), RangeOf(result, &Extremes::x_min, &Extremes::x_max));

@@ -4,17 +4,15 @@
 #include <string>
 
 #include "data/ds_info.h"
+#include "graph/files/x_meaning.h"
 
 namespace tarnwick {
 
 class TSeries;
 class TxyGraph;
 
-/// Whether X of what comes are moments.
-enum class WaitingX { Numbers, Moments };
-
 /// Adds an empty DataSet with that source. Of equal X every point is kept; an axis of the first DataSet shows moments as such.
 TSeries& AddWaitingSeries(TxyGraph& graph, const TDSInfo& source, const std::string& name,
-                          WaitingX x);
+                          XMeaning x);
 
 }  // namespace tarnwick

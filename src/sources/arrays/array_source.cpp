@@ -56,14 +56,13 @@ struct OpenedArrays {
   }
 
   /// The first `rows` (0: all) of each.
-  std::vector<std::vector<double>> Read(std::span<const ArrayColumn> columns,
-                                        std::int64_t rows) const {
+  std::vector<std::vector<double>> Read(std::span<const ArrayColumn> columns, std::int64_t rows,
+                                        Progress& progress) const {
     std::vector<std::string> words = {"read", on_disk.Path(), std::to_string(rows)};
     for (const ArrayColumn& column : columns) {
       words.insert(words.end(), {column.path, column.member, std::to_string(column.column)});
     }
-    NoProgress unseen;
-    const std::string bytes = AskReader(kReader, words, name, unseen);
+    const std::string bytes = AskReader(kReader, words, name, progress);
     const std::size_t count = bytes.size() / sizeof(double) / columns.size();
     std::vector<std::vector<double>> values(columns.size(), std::vector<double>(count));
     for (std::size_t i = 0; i < columns.size() && count > 0; ++i) {
@@ -81,14 +80,16 @@ std::unique_ptr<TDataSupplier> SupplierOf(std::shared_ptr<const OpenedArrays> fi
                                           ArrayTable table) {
   const std::string name = file->name;
   return std::make_unique<TArraySupplier>(
-      std::move(table), name, [file = std::move(file)](std::span<const ArrayColumn> columns) {
-        return file->Read(columns, 0);
+      std::move(table), name,
+      [file = std::move(file)](std::span<const ArrayColumn> columns, Progress& progress) {
+        return file->Read(columns, 0, progress);
       });
 }
 
-std::vector<ColumnGuess> Judge(const OpenedArrays& file, const ArrayTable& table) {
+std::vector<ColumnGuess> Judge(const OpenedArrays& file, const ArrayTable& table,
+                               Progress& progress) {
   std::vector<ColumnGuess> guesses;
-  const std::vector<std::vector<double>> read = file.Read(table.columns, kJudgedRows);
+  const std::vector<std::vector<double>> read = file.Read(table.columns, kJudgedRows, progress);
   for (std::size_t i = 0; i < read.size(); ++i) {
     const StoredMeaning& meaning = table.columns[i].meaning;
     ColumnGuess guess{.has_numbers = true, .is_date = meaning.is_date};
@@ -108,7 +109,7 @@ void Examine(FileToExamine file, ImportSource& source) {
   // Of several lengths the one that was taken is kept: another may be the most common one of the file one day.
   source.info.TablePart =
       asked.empty() && !table.notes.empty() ? ArraysText(table.read) : file.options.table_part;
-  source.columns = Judge(*opened, table);
+  source.columns = Judge(*opened, table, file.progress);
   source.notes = table.notes;
   source.supplier = SupplierOf(opened, std::move(table));
   SettleStoredTimes(file.options, source);

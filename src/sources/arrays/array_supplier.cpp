@@ -8,6 +8,7 @@
 #include "base/day_number.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "data/packed/unpack.h"
 #include "data/text/field_value.h"
 #include "data/text/stored_format.h"
 
@@ -61,7 +62,20 @@ std::int32_t TArraySupplier::ColumnIndex(std::string_view name) {
   return column;
 }
 
-void TArraySupplier::Require(std::span<const std::size_t> columns) const {
+bool TArraySupplier::Expect(const RowPlan& plan, Progress& progress) {
+  std::vector<std::size_t> columns;
+  for (const ColumnRequest& request : plan.columns) {
+    if (IsColumn(request.column)) columns.push_back(static_cast<std::size_t>(request.column));
+  }
+  try {
+    Require(columns, progress);
+  } catch (const UnpackingCancelled&) {
+    return false;
+  }
+  return true;
+}
+
+void TArraySupplier::Require(std::span<const std::size_t> columns, Progress& progress) const {
   std::vector<std::size_t> wanted;
   std::vector<ArrayColumn> asked;
   for (const std::size_t column : columns) {
@@ -70,7 +84,7 @@ void TArraySupplier::Require(std::span<const std::size_t> columns) const {
     asked.push_back(table_.columns[column]);
   }
   if (wanted.empty()) return;
-  std::vector<Values> read = read_(asked);
+  std::vector<Values> read = read_(asked, progress);
   for (std::size_t i = 0; i < wanted.size(); ++i) {
     if (std::cmp_not_equal(read[i].size(), table_.rows)) {
       throw FileError("The file changed while it was read", name_, "");
@@ -83,7 +97,8 @@ void TArraySupplier::Require(std::span<const std::size_t> columns) const {
 
 const TArraySupplier::Values& TArraySupplier::ValuesOf(std::int32_t column) const {
   const auto at = static_cast<std::size_t>(column);
-  Require(std::span(&at, 1));
+  NoProgress unseen;
+  Require(std::span(&at, 1), unseen);
   return values_.at(at);
 }
 
@@ -119,7 +134,8 @@ void TArraySupplier::ReadBlocks(std::span<const ColumnRequest> requests, int,
   for (const ColumnRequest& request : requests) {
     columns.push_back(static_cast<std::size_t>(request.column));
   }
-  Require(columns);
+  NoProgress unseen;
+  Require(columns, unseen);
   RowBlock block;
   block.storage.resize(requests.size());
   block.complete.resize(requests.size());

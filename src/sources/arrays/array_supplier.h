@@ -12,8 +12,9 @@
 
 namespace tarnwick {
 
-/// Reads the stored numbers of columns, all of one length.
-using ArrayReader = std::function<std::vector<std::vector<double>>(std::span<const ArrayColumn>)>;
+/// Reads the stored numbers of columns, all of one length. Throws UnpackingCancelled when the progress cancels.
+using ArrayReader = std::function<std::vector<std::vector<double>>(std::span<const ArrayColumn>,
+                                                                   Progress& progress)>;
 
 class TArraySupplier final : public TDataSupplier, private BlockSource {
  public:
@@ -30,6 +31,8 @@ class TArraySupplier final : public TDataSupplier, private BlockSource {
   /// Days as dates.
   std::string TextAt(std::int32_t column) override;
   std::int32_t RowCount() override;
+  /// Reads the columns, which nothing but this can cancel.
+  bool Expect(const RowPlan& plan, Progress& progress) override;
   /// Paths are names, too, and their last parts.
   std::int32_t ColumnIndex(std::string_view name) override;
   const std::vector<std::string>& ColumnNames() override { return names_; }
@@ -49,7 +52,7 @@ class TArraySupplier final : public TDataSupplier, private BlockSource {
   std::int64_t LineOf(const RowBlock& block, std::int64_t row) const override;
 
   using Values = std::vector<double>;
-  void Require(std::span<const std::size_t> columns) const;
+  void Require(std::span<const std::size_t> columns, Progress& progress) const;
   const Values& ValuesOf(std::int32_t column) const;
   bool IsColumn(std::int32_t column) const;
 

@@ -50,6 +50,7 @@ StreamKind LinkStreamKind() {
             return std::make_unique<ThreadedStream>(std::make_unique<HotLinks>(series.Source()));
           },
           .x_is_moment = [](const TDSInfo& info) { return info.XDataColumn == kJoinedTimeName; },
+          .piece = "value",
           .columns = &DescribedColumns};
 }
 

@@ -29,6 +29,8 @@ struct StreamKind {
   std::string (*y_name)(std::size_t place) = nullptr;
   /// Whether X of a DataSet so described are moments.
   bool (*x_is_moment)(const TDSInfo& info) = nullptr;
+  /// What may hold no number: "line".
+  const char* piece = "line";
   /// What the points of a DataSet so described are made of.
   StreamColumns (*columns)(const TDSInfo& info) = nullptr;
 };

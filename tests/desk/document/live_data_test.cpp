@@ -46,7 +46,7 @@ class LiveDataTest : public ::testing::Test {
   }
   void Start() {
     document_.Live().Start();
-    const std::vector<std::string> all = {"Following run.csv, 3 rows"};
+    const std::vector<std::string> all = {"Following run.csv, 3 rows came"};
     ASSERT_TRUE(QTest::qWaitFor([&] { return document_.Live().Texts() == all; }, kMost));
   }
 
@@ -66,7 +66,7 @@ TEST_F(LiveDataTest, ComesWhenStartedAndChangesTheDocument) {
   ASSERT_TRUE(WaitForPoints(4));
   EXPECT_TRUE(document_.History().Changed());
   EXPECT_EQ(document_.Live().State(), StreamState::Running);
-  EXPECT_THAT(document_.Live().Texts(), ::testing::ElementsAre("Following run.csv, 4 rows"));
+  EXPECT_THAT(document_.Live().Texts(), ::testing::ElementsAre("Following run.csv, 4 rows came"));
   document_.Live().Stop();
   EXPECT_EQ(document_.Live().State(), StreamState::Stopped);
 }

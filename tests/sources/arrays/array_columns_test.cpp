@@ -6,10 +6,14 @@
 
 #include "base/day_number.h"
 #include "data/block_source.h"
+#include "data/import/loader.h"
+#include "data/packed/unpack.h"
+#include "data/series/data_series.h"
 #include "data/text/field_value.h"
 #include "sources/arrays/array_part.h"
 #include "sources/arrays/array_supplier.h"
 #include "sources/arrays/time_units.h"
+#include "support/cancelling_progress.h"
 #include "support/refusal.h"
 
 namespace tarnwick {
@@ -124,7 +128,7 @@ TEST(ArraySupplier, RowsAndBlocksSayTheSame) {
   ArrayTable table = ChooseArrays(kFile, ParseArrays("run"), "f.h5");
   table.columns[0].meaning.missing = {2};
   int reads = 0;
-  TArraySupplier supplier(table, "f.h5", [&](std::span<const ArrayColumn> columns) {
+  TArraySupplier supplier(table, "f.h5", [&](std::span<const ArrayColumn> columns, Progress&) {
     reads += static_cast<int>(columns.size());
     return std::vector<std::vector<double>>(columns.size(), {1, 2, NAN, 4});
   });
@@ -148,9 +152,29 @@ TEST(ArraySupplier, RowsAndBlocksSayTheSame) {
   EXPECT_TRUE(supplier.AtEnd());
 }
 
+TEST(ArraySupplier, ReadingOfColumnsIsCancelledAndThePointsStay) {
+  TArraySupplier supplier(ChooseArrays(kFile, ParseArrays("run"), "f.h5"), "f.h5",
+                          [](auto, Progress& progress) -> std::vector<std::vector<double>> {
+                            if (progress.Cancelled()) throw UnpackingCancelled("cancelled");
+                            return {{1, 2, 3, 4}, {5, 6, 7, 8}};
+                          });
+  TDataSeries series;
+  series.AddPoint(1, 2);
+  series.Source().active = true;
+  series.Source().XDataColumn = "run/table[1]";
+  series.Source().YDataColumn = "b";
+  testing::CancellingProgress cancelled(0);
+  LoadOptions load;
+  load.progress = &cancelled;
+  EXPECT_TRUE(LoadDataSet(series, supplier, load).cancelled);
+  EXPECT_EQ(series.PointCount(), 1);
+  LoadDataSet(series, supplier, {});
+  EXPECT_EQ(series.PointCount(), 4);
+}
+
 TEST(ArraySupplier, AFileThatChangedIsTold) {
   TArraySupplier supplier(ChooseArrays(kFile, {}, "f.h5"), "f.h5",
-                          [](std::span<const ArrayColumn>) {
+                          [](std::span<const ArrayColumn>, Progress&) {
                             return std::vector<std::vector<double>>{{1, 2}};
                           });
   EXPECT_EQ(Refusal([&] { supplier.HasValue(0); }), "The file changed while it was read: f.h5");
