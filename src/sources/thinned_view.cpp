@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "base/error.h"
+#include "sources/mysql_thinning.h"
 #include "sources/postgres_thinning.h"
 #include "sources/sqlite_thinning.h"
 
@@ -15,7 +16,8 @@ struct Way {
 };
 
 constexpr Way kWays[] = {{"sqlite", &FetchThinnedOfSqlite},
-                         {"postgresql", &FetchThinnedOfPostgres}};
+                         {"postgresql", &FetchThinnedOfPostgres},
+                         {"mysql", &FetchThinnedOfMysql}};
 
 const Way* WayOf(const DatabasePlace& place) {
   for (const Way& way : kWays) {

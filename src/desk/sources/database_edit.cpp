@@ -160,7 +160,7 @@ std::optional<QString> DatabaseEdit::Take(TDSInfo& info) const {
   try {
     const DatabasePlace place = Place();
     if (thinned_->isChecked() && !CanThin(place)) {
-      return tr("Data bases of this kind do not thin: SQLite and PostgreSQL do.");
+      return tr("Data bases of this kind do not thin: SQLite, PostgreSQL, MySQL and MariaDB do.");
     }
     info.DatasourceInfo = place.Text();
     info.ThinnedAtSource = thinned_->isChecked();
