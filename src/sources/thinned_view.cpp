@@ -15,6 +15,8 @@ struct Way {
   ThinnedRows (*fetch)(const ThinnedView& view, Progress& progress);
 };
 
+constexpr std::size_t kMostYs = 32;  // what is kept grows with their square
+
 constexpr Way kWays[] = {{"sqlite", &FetchThinnedOfSqlite},
                          {"postgresql", &FetchThinnedOfPostgres},
                          {"mysql", &FetchThinnedOfMysql}};
@@ -36,6 +38,10 @@ ThinnedRows FetchThinned(const ThinnedView& view, Progress& progress) {
   const Way* const way = WayOf(view.place);
   if (way == nullptr) throw Error("No data base of the kind " + view.place.scheme + " is thinned");
   if (!view.place.query.empty()) RequireReadingQuery(view.place.query);
+  if (view.y.size() > kMostYs) {
+    throw Error("A table is thinned for at most " + std::to_string(kMostYs) +
+                " columns of Y at once; name those that are wanted");
+  }
   return way->fetch(view, progress);
 }
 
