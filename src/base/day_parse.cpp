@@ -360,7 +360,15 @@ int TakeQuarter(Scanner& scanner) {
   return quarter.size == 1 && quarter.value >= 1 && quarter.value <= 4 ? quarter.value : 0;
 }
 
-/// The first day of a quarter or month behind its year: "1990Q1", "1990-Q1", "1990M01", "1990-01", "1990 Jan".
+/// The Monday of a week as ISO 8601 counts them: the first of a year is that of 4 January.
+std::optional<double> MondayOf(int year, const Digits& week) {
+  if (week.size != 2 || week.value < 1) return std::nullopt;
+  const double fourth = JoinDay({.year = year, .month = 1, .day = 4});
+  const double monday = fourth - (DayOfWeek(fourth) + 5) % 7 + 7 * (week.value - 1);
+  return SplitDay(monday + 3).year == year ? std::optional(monday) : std::nullopt;
+}
+
+/// The first day of a quarter, month or week behind its year: "1990Q1", "1990-Q1", "1990M01", "1990-01", "1990 Jan", "1990-W01".
 std::optional<double> ReadPeriodOfYear(Scanner scanner) {
   const Digits year = scanner.TakeDigits();
   if (year.size != 4) return std::nullopt;
@@ -368,6 +376,10 @@ std::optional<double> ReadPeriodOfYear(Scanner scanner) {
   const bool parted = mark == '-' || mark == ' ' || mark == ':' || mark == '/' || mark == '_';
   if (parted) scanner.TakeSeparator(mark);
   Digits month = scanner.TakeName(kMonthNames);
+  if (month.size == 0 && scanner.TakeWord("w")) {
+    const Digits week = scanner.TakeDigits();
+    return scanner.AtEnd() ? MondayOf(year.value, week) : std::nullopt;
+  }
   if (month.size == 0 && Lower(scanner.Next()) == 'q') {
     month = {TakeQuarter(scanner) * 3 - 2, 2};
   } else if (month.size == 0 && (scanner.TakeWord("m") || mark == '-' || mark == '/')) {

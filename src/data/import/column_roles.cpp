@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <iterator>
 
 #include "base/error.h"
@@ -11,7 +10,9 @@
 #include "data/import/error_columns.h"
 #include "data/import/import_file.h"
 #include "data/import/name_words.h"
-#include "data/text/text_names.h"
+#include "data/import/value_order.h"
+#include "data/import/x_choice.h"
+#include "data/text/text_fields.h"
 
 namespace tarnwick {
 namespace {
@@ -23,43 +24,9 @@ constexpr std::size_t kRowsAboutOne =
 
 using Columns = std::vector<std::int32_t>;
 
-/// What is swept or scanned, against which the rest was measured.
-bool NamesScan(std::string_view name) {
-  constexpr std::string_view kWords[] = {"freq",        "frequency", "wavelength", "wavenumber",
-                                         "wavenumbers", "2theta",    "twotheta",   "x"};
-  return HasWord(name, kWords) || LowerAscii(name).starts_with("m/z");
-}
-
-/// True when some column has a name of its own.
-bool HasNames(const ImportSource& source) {
-  const std::vector<std::string>& names = source.supplier->ColumnNames();
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (names[i] != UnnamedColumn(static_cast<std::int32_t>(i))) return true;
-  }
-  return false;
-}
-
 template <class T>
 bool Holds(const std::vector<T>& all, const T& one) {
   return std::ranges::find(all, one) != all.end();
-}
-
-/// A count of rows is what its name says, or what has none in a table where others have: anything else that rises by 1
-/// may be what was stepped through.
-bool NamesCount(const ImportSource& source, std::int32_t column) {
-  constexpr std::string_view kWords[] = {"index",   "idx",   "id",     "no",      "nr",   "num",
-                                         "number",  "row",   "rows",   "obs",     "case", "pt",
-                                         "pts",     "point", "points", "record",  "seq",  "sample",
-                                         "unnamed", "n",     "i",      "rownames"};
-  const std::string name = source.NameOf(column);
-  const bool unnamed = name == UnnamedColumn(column) || WordsOf(name).empty();
-  return unnamed ? HasNames(source) : HasWord(name, kWords);
-}
-
-bool NamesTime(std::string_view name) {
-  constexpr std::string_view kWords[] = {"time", "t",  "date", "timestamp", "datetime", "elapsed",
-                                         "year", "yr", "jd",   "mjd",       "hjd"};
-  return HasWord(name, kWords);
 }
 
 /// What the rows belong to, which measures nothing.
@@ -67,11 +34,6 @@ bool NamesPlace(std::string_view name) {
   constexpr std::string_view kWords[] = {"id",   "no",   "number", "code",   "station",
                                          "site", "wban", "usaf",   "serial", "record"};
   return HasWord(name, kWords);
-}
-
-bool IsMonotone(const std::vector<double>& values) {
-  return values.size() > 1 &&
-         (std::ranges::is_sorted(values) || std::ranges::is_sorted(values, std::ranges::greater()));
 }
 
 std::string ListOf(const ImportSource& source, const Columns& columns) {
@@ -113,78 +75,9 @@ class LeavingOut {
   ChosenColumns& chosen_;
 };
 
-bool CountsRows(const ImportSource& source, std::int32_t column) {
-  return source.GuessOf(column).CountsRows() && NamesCount(source, column);
-}
-
-/// The first column holds texts, another one in each row: the rows are labelled.
-bool HasRowLabels(const ImportSource& source) {
-  constexpr std::size_t kFewest = 3;
-  if (source.samples.empty() || source.columns.front().has_numbers) return false;
-  std::vector<std::string> labels = source.samples.front();
-  if (labels.size() < kFewest || Holds(labels, std::string())) return false;
-  std::ranges::sort(labels);
-  return std::ranges::adjacent_find(labels) == labels.end();
-}
-
-/// More rows than not have the value of the row before.
-bool MostlyStands(const std::vector<double>& values) {
-  std::size_t changes = 0;
-  for (std::size_t i = 1; i < values.size(); ++i) changes += values[i] != values[i - 1] ? 1 : 0;
-  return 2 * changes < values.size();
-}
-
-/// The first column is called like an X and holds nothing: the rows are even steps of it.
-bool LeavesOutX(const ImportSource& source) {
-  if (source.samples.empty() || source.samples.front().empty()) return false;
-  const std::string name = source.NameOf(0);
-  return (NamesScan(name) || NamesTime(name)) &&
-         std::ranges::all_of(source.samples.front(), &std::string::empty);
-}
-
-std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
-  if (LeavesOutX(source)) return kRowNumberColumn;
-  const auto named = std::ranges::find_if(
-      numbers, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; });
-  if (named != numbers.end()) return *named;
-  Columns varying;
-  Columns counts;
-  for (const std::int32_t column : numbers) {
-    const ColumnGuess& guess = source.GuessOf(column);
-    if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column))) continue;
-    (CountsRows(source, column) ? counts : varying).push_back(column);
-  }
-  std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
-    return LowerAscii(source.NameOf(column)) != "y";
-  });
-  const auto first = [&](auto is) {
-    const auto found = std::ranges::find_if(varying, is);
-    return found == varying.end() ? kRowNumberColumn : *found;
-  };
-  const auto rises = [&](std::int32_t column) { return IsMonotone(source.GuessOf(column).values); };
-  const std::int32_t date =
-      first([&](std::int32_t column) { return source.GuessOf(column).is_date; });
-  if (date != kRowNumberColumn) return date;
-  const std::int32_t scan =
-      first([&](std::int32_t column) { return NamesScan(source.NameOf(column)) && rises(column); });
-  if (scan != kRowNumberColumn) return scan;
-  if (varying.empty()) return counts.empty() ? kRowNumberColumn : counts.front();
-  if (varying.size() == 1 && !counts.empty()) return counts.front();
-  if (varying.size() == 1 && varying.front() != numbers.front()) return kRowNumberColumn;
-  const std::int32_t time = first([&](std::int32_t column) {
-    return NamesTime(source.NameOf(column)) && rises(column) &&
-           !MostlyStands(source.GuessOf(column).values);
-  });
-  // A cycle or step that stands for many rows gives way to the time that runs.
-  const bool counts_steps =
-      time != kRowNumberColumn && MostlyStands(source.GuessOf(varying.front()).values);
-  if (rises(varying.front()) && !counts_steps) return varying.front();
-  if (time != kRowNumberColumn) return time;
-  return HasRowLabels(source) ? kRowNumberColumn : varying.front();
-}
-
-/// "X1", "X 2", "time (s).1" without what counts them.
+/// "X1", "X 2", "time (s).1", "x1 [s]" without what counts them and without the unit.
 std::string WithoutCount(std::string_view name) {
+  if (name.ends_with(']')) name = TrimBlankBytes(name.substr(0, name.rfind('[')));
   const std::size_t last = name.find_last_not_of("0123456789");
   const std::string_view bare = name.substr(0, last == name.npos ? name.size() : last + 1);
   const std::size_t end = bare.find_last_not_of(" ._-#");
@@ -236,6 +129,10 @@ bool IsDecimalYear(const ImportSource& source, std::int32_t column) {
 bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std::int32_t column) {
   constexpr std::string_view kDx[] = {"dx"}, kDy[] = {"dy"}, kX[] = {"x"};
   const std::string name = source.NameOf(column);
+  const std::vector<double>& values = source.GuessOf(column).values;
+  if (!values.empty() && std::ranges::all_of(values, [](double error) { return error == 0; })) {
+    return false;
+  }
   const bool x_named = HasWord(source.NameOf(chosen.x), kX);
   if (HasWord(name, kDx)) return x_named;
   const auto is_dx = [&](std::int32_t other) { return HasWord(source.NameOf(other), kDx); };
@@ -295,6 +192,11 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   if (!options.x_column && chosen.x == kRowNumberColumn && source.columns.size() > 1) {
     chosen.notes.emplace_back("no column gives X: the rows are counted");
   }
+  if (!options.x_column && chosen.x == kRowNumberColumn && HoldsSeriesInRows(source)) {
+    chosen.notes.emplace_back(
+        "columns are called by numbers or dates: each row holds a series, which is shown column by "
+        "column");
+  }
   LeavingOut out(source, chosen);
   out.If("no value in them",
          [&](std::int32_t column) { return source.GuessOf(column).values.empty(); });
@@ -322,8 +224,10 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
                        source.samples.front().size() >= kRowsAboutOne;
     return alone || guess.IsConstant();
   };
-  Columns constants = out.Taken(
-      [&](std::int32_t column) { return constant(column) && NamesPlace(source.NameOf(column)); });
+  Columns constants = out.Taken([&](std::int32_t column) {
+    return constant(column) &&
+           (NamesPlace(source.NameOf(column)) || NamesErrors(source.NameOf(column)));
+  });
   std::ranges::copy(out.Taken(constant, 2), std::back_inserter(constants));
   std::ranges::sort(constants);
   out.Tell(constants, "one value throughout");

@@ -11,6 +11,7 @@
 #include "data/import/load_run.h"
 #include "data/text/field_kind.h"
 #include "data/text/format_notes.h"
+#include "data/text/number_names.h"
 #include "data/text/text_names.h"
 #include "data/text/text_supplier.h"
 
@@ -32,32 +33,30 @@ GuessHints HintsOf(const ImportOptions& options) {
           .comment_marks = options.comment_marks};
 }
 
-/// "country,2019,2020,2021": years that name columns.
-bool CountYears(const std::vector<std::string>& names) {
+/// "country,code,2019,2020,2021": numbers that rise from name to name are names.
+bool RiseAcross(const std::vector<std::string>& names) {
   constexpr int kFewest = 3;
-  int years = 0;
-  double last = 0;
+  int risen = 0;
+  std::optional<double> last;
   for (const std::string& name : names) {
-    const double year = ParseNumber(name).value_or(0);
-    const bool goes_on = year > 1800 && year <= 2100 && (years == 0 || year == last + 1);
-    years = goes_on ? years + 1 : 0;
-    last = year;
+    const std::optional<double> number = ParseNumber(name);
+    risen = !number ? 0 : last && *number > *last ? risen + 1 : 1;
+    last = number;
+    if (risen >= kFewest) return true;
   }
-  return years >= kFewest;
+  return false;
 }
 
-/// A line of names that the rule finds need not be kept. Numbers and quantities it takes for no names, which is right but for years.
+/// A line of names that the rule finds need not be kept. Numbers it takes for no names, which is right but for those that rise.
 void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   TDSInfo by_rule = info;
   by_rule.NamesLine = 0;
   const TextLayout layout(info, line_end);
   const std::vector<std::string> ruled = ReadTextNames(text, layout, by_rule).names;
   const std::vector<std::string> stated = ReadTextNames(text, layout, info).names;
-  if (ruled.size() != stated.size() || CountYears(stated)) return;
+  if (ruled.size() != stated.size() || RiseAcross(stated) || AreNumbersAcross(stated)) return;
   for (std::size_t i = 0; i < ruled.size(); ++i) {
-    const FieldKind kind = KindOfField(stated[i]);
-    const bool value = kind == FieldKind::Number || kind == FieldKind::Quantity;
-    if (ruled[i] != stated[i] && !value) return;
+    if (ruled[i] != stated[i] && KindOfField(stated[i]) != FieldKind::Number) return;
   }
   info.NamesLine = 0;
 }

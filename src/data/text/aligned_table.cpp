@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <map>
+#include <string>
 #include <utility>
 
 #include "data/text/field_kind.h"
 #include "data/text/line_words.h"
+#include "data/text/number_names.h"
 #include "data/text/text_lines.h"
 
 namespace tarnwick {
@@ -136,7 +138,7 @@ class AlignedSearch {
     }
     const std::size_t found = rows_.size();
     const std::size_t behind = ExtendDown(seed.behind);
-    const std::size_t first = ExtendUp(seed.first);
+    const std::size_t first = NamesColumns(seed) ? seed.first : ExtendUp(seed.first);
     grown_ = std::any_of(rows_.begin() + static_cast<std::ptrdiff_t>(found), rows_.end(),
                          [this](std::size_t line) { return IsRow(line); });
     if (rows_.size() < kFewestRows || spans_.size() < 2) return std::nullopt;
@@ -168,6 +170,14 @@ class AlignedSearch {
       if (among_values && KindOfField(word.text) == FieldKind::Text) return false;
     }
     return true;
+  }
+
+  /// The line above the table has a number for each column but the first: "  1990  1991  1992".
+  bool NamesColumns(const FoundTable& seed) const {
+    if (seed.first == 0) return false;
+    std::vector<std::string> fields(1);
+    for (const LineWord& word : WordsOfLine(lines_[seed.first - 1])) fields.emplace_back(word.text);
+    return fields.size() == static_cast<std::size_t>(seed.fields) && AreNumbersAcross(fields);
   }
 
   bool IsBlank(std::size_t line) const { return TrimBlankBytes(lines_[line]).empty(); }

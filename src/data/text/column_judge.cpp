@@ -7,6 +7,7 @@
 #include "data/text/field_kind.h"
 #include "data/text/field_value.h"
 #include "data/text/text_names.h"
+#include "data/text/unit_text.h"
 
 namespace tarnwick {
 namespace {
@@ -24,6 +25,7 @@ struct ColumnCounts {
   int groupings = 0;       ///< of these, fields that read so and no other way
   int quantities = 0;      ///< fields with a unit behind the number
   int flagged = 0;         ///< of these, with a mark in the place of the unit
+  int uncertain = 0;       ///< of these, with "± 0.2" or "(5)" there
   int days_month_first = 0;
   int days_day_first = 0;
   int open_days = 0;  ///< fields whose day differs by the order
@@ -64,6 +66,7 @@ void CountQuantity(std::string_view text, ColumnCounts& column) {
   const bool unit = FieldValue(text, ColumnFormat::NumberWithUnit).has_value();
   if (unit) {
     ++column.quantities;
+    column.uncertain += text.back() != '%' && SplitUnit(text)->unit.empty() ? 1 : 0;
     column.flagged += text.back() == '*' || text.back() == '#' ? 1 : 0;
   } else {
     CountNumber(text, column);
@@ -118,6 +121,7 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   }
   const bool flags = counts.flagged > 0 && counts.flagged == counts.quantities;
   guess.has_units = counts.quantities > numbers || (flags && !groups && counts.commas == 0);
+  guess.has_uncertainties = guess.has_units && counts.uncertain > 0;
   if (guess.has_units) {
     guess.format = ColumnFormat::NumberWithUnit;
   } else if (groups) {

@@ -17,10 +17,11 @@ struct ColumnGuess {
   bool has_numbers = false;  ///< most of its fields can be read as numbers or dates
   bool is_date = false;      ///< its values are days or times: the axis should show them as such
   ColumnFormat format = ColumnFormat::Automatic;
-  bool day_order_open = false;  ///< dates that read with the day first and with the month first
-  bool has_zone = false;        ///< times with a zone
-  bool has_units = false;       ///< a unit stands behind the numbers
-  bool only_ahead = false;      ///< the first rows have it, the many behind them only other columns
+  bool day_order_open = false;     ///< dates that read with the day first and with the month first
+  bool has_zone = false;           ///< times with a zone
+  bool has_units = false;          ///< a unit stands behind the numbers
+  bool has_uncertainties = false;  ///< how uncertain they are stands behind them: "± 0.2", "(5)"
+  bool only_ahead = false;  ///< the first rows have it, the many behind them only other columns
   std::vector<double> values =
       {};  ///< read by `format`, of the rows looked at; others are left out
 

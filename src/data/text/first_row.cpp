@@ -7,6 +7,8 @@
 
 #include "base/number_text.h"
 #include "data/text/field_kind.h"
+#include "data/text/names_line.h"
+#include "data/text/number_names.h"
 
 namespace tarnwick {
 namespace {
@@ -114,6 +116,17 @@ bool CountsAcross(std::string_view line, const TextLayout& layout) {
   return labelled && counted >= (years ? kEnoughYears : kEnough);
 }
 
+/// Behind an empty field, above rows that all have one there, numbers that rise name the columns.
+bool NamesBehindNothing(std::string_view line, const TextLayout& layout, const TableBody& body) {
+  if (body.columns.empty() || body.columns.front().values.size() != body.rows.size()) return false;
+  std::vector<std::string> fields;
+  FieldCursor cursor(line, layout);
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    fields.push_back(NameText(*field, layout));
+  }
+  return fields.size() == body.columns.size() && fields.front().empty() && AreNumbersAcross(fields);
+}
+
 }  // namespace
 
 std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
@@ -124,7 +137,9 @@ std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
       });
   for (std::size_t i = from; i < lines.size(); ++i) {
     if (!IsDataLine(lines[i], layout)) continue;
-    if (i == from && CountsAcross(lines[i], layout)) continue;
+    const bool across =
+        i == from && (CountsAcross(lines[i], layout) || NamesBehindNothing(lines[i], layout, body));
+    if (across) continue;
     const LineKind kind = KindOf(lines[i], layout, body);
     if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) {
       return BehindOtherWords(lines, i, layout, body);

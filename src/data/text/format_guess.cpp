@@ -237,6 +237,11 @@ class Guess {
       const LineShape shape = ShapeOf(lines_.first[i], layout);
       if (shape.kind == LineShape::Kind::Text && ++texts == 1) first = i;
       if (shape.marks_part && table_.fields == 1) return i;
+      // Its words would pass for further columns.
+      if (shape.kind == LineShape::Kind::Text && IsBlankSeparated(format_) && !IsByPlace(format_) &&
+          shape.fields > table_.fields) {
+        return first;
+      }
       if (shape.kind != LineShape::Kind::Row || !first) continue;
       return shape.fields != table_.fields ? first : std::nullopt;
     }
@@ -252,11 +257,11 @@ class Guess {
       format_.names_line = 0;
     } else if (table_.fields > 0 && headers > 0) {
       const auto above = std::span(lines_.first).first(headers);
-      HeaderLines found = FindHeaderLines(above, layout, table_.fields);
       // Rows may end with a separator where their names do not.
-      if (found.names == 0 && table_.fields > 2 && EndWithSeparator(layout)) {
-        found = FindHeaderLines(above, layout, table_.fields - 1);
-      }
+      const bool ends = table_.fields > 2 && EndWithSeparator(layout);
+      const RowLabels labels = ends ? RowLabels::Never : RowLabels::Possible;
+      HeaderLines found = FindHeaderLines(above, layout, table_.fields, labels);
+      if (found.names == 0 && ends) found = FindHeaderLines(above, layout, table_.fields - 1);
       // Where there is none, the rule is not to find one in the preamble.
       format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
       format_.units_line = found.units;
@@ -267,7 +272,7 @@ class Guess {
 
   bool EndWithSeparator(const TextLayout& layout) const {
     return !layout.merge && std::ranges::all_of(Rows(layout), [&layout](std::string_view line) {
-      return layout.IsSeparator(line.back()) || ShapeOf(line, layout).kind != LineShape::Kind::Row;
+      return EndsWithSeparator(line, layout) || ShapeOf(line, layout).kind != LineShape::Kind::Row;
     });
   }
 
@@ -277,9 +282,9 @@ class Guess {
         lines_.first, [&](std::string_view line) { return IsDataLine(line, layout); });
     const std::size_t above = std::max(static_cast<std::size_t>(format_.header_lines),
                                        static_cast<std::size_t>(row - lines_.first.begin()));
-    return FindListedNames(std::span(lines_.first).first(std::min(above, lines_.first.size())),
-                           layout, table_.fields)
-        .has_value();
+    const auto lines = std::span(lines_.first).first(std::min(above, lines_.first.size()));
+    if (FindListedNames(lines, layout, table_.fields)) return true;
+    return EndWithSeparator(layout) && FindListedNames(lines, layout, table_.fields - 1);
   }
 
   /// A text in the first row, "NaN" or a flag, would pass for a name.
@@ -323,14 +328,18 @@ class Guess {
                         progress_);
   }
 
-  /// Rows begin with a separator throughout, their names do not.
+  /// Rows begin with a separator throughout, but for one or the other, their names do not.
   bool NamesEmptyFirst(std::string_view names, const TextLayout& layout) const {
     const Lines rows = Rows(layout);
     const auto begins = [&layout](std::string_view line) {
       return !line.empty() && layout.IsSeparator(line.front());
     };
-    return !begins(names) && std::ranges::all_of(rows, begins) &&
-           CountFields(names, layout, table_.fields) == table_.fields;
+    const bool ends = std::ranges::all_of(
+        rows, [&layout](std::string_view line) { return EndsWithSeparator(line, layout); });
+    const std::int32_t missing = table_.fields - CountFields(names, layout, table_.fields);
+    const auto empty_first = std::ranges::count_if(rows, begins);
+    return !begins(names) && 10 * empty_first >= 9 * std::ssize(rows) &&
+           (missing == 0 || (missing == 1 && ends));
   }
 
   std::size_t JudgedRows() const {

@@ -1,5 +1,7 @@
 #include "data/text/format_notes.h"
 
+#include <algorithm>
+
 #include "base/error.h"
 #include "base/number_text.h"
 #include "data/text/text_fields.h"
@@ -22,7 +24,8 @@ bool ContinuesLines(std::string_view text, char line_end) {
     const std::string_view line = TrimBlankBytes(walker.Next());
     if (line.empty() || line.front() == '#') continue;
     ++lines;
-    continued += line.back() == '\\' ? 1 : 0;
+    continued +=
+        line.ends_with('\\') && !line.ends_with("\\\\") ? 1 : 0;  // two end a row that is typeset
   }
   return continued >= kContinuedLines && 2 * continued >= lines;
 }
@@ -96,6 +99,9 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
   if (format.left_out_from > 0) {
     notes.push_back("the lines from " + std::to_string(format.left_out_from) +
                     " on are no part of the table and left out");
+  }
+  if (std::ranges::any_of(format.columns, &ColumnGuess::has_uncertainties)) {
+    notes.emplace_back("what stands behind numbers as \"± 0.2\" or \"(5)\" is passed over");
   }
   if (format.table_rows == 1) notes.emplace_back("the table has one row only");
   return notes;

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "data/text/names_judge.h"
-#include "data/text/names_line.h"
 
 namespace tarnwick {
 namespace {
@@ -15,6 +14,7 @@ constexpr std::size_t kNearLines = 4;             // above the rows, blank lines
 constexpr std::size_t kCommentLines = 200;        // of a block of comments
 constexpr std::size_t kNearComments = 3;          // where words between blanks may be names
 constexpr std::size_t kOtherLinesBelowNames = 1;  // likewise
+constexpr int kPoorLines = 2;                     // between the nearest and a complete one
 
 using Names = std::vector<std::string>;
 
@@ -35,7 +35,7 @@ std::ptrdiff_t CountFilled(const Names& names) {
 
 /// Over columns told by their places any line gives some names.
 bool IsSparse(const Names& names, const TextLayout& layout) {
-  return !layout.cuts.empty() && 4 * std::ranges::count(names, std::string()) > std::ssize(names);
+  return !layout.cuts.empty() && 3 * std::ranges::count(names, std::string()) > std::ssize(names);
 }
 
 /// The rows' own separators give more names than there are columns.
@@ -58,22 +58,31 @@ class HeadReader {
     if (!HasNames()) {
       found_.names = line;
       nearest_ = units ? Nearest::Units : AreComplete(names) ? Nearest::Complete : Nearest::Poor;
-      repeats_ = std::ranges::none_of(names, &std::string::empty);
+      leaves_out_ = std::ranges::any_of(names, &std::string::empty);
+      repeats_ = !leaves_out_;
       last_ = place;
       return nearest_ != Nearest::Complete;
     }
-    if (nearest_ == Nearest::Units) {
+    if (nearest_ == Nearest::Units && !(units && leaves_out_)) {
       found_ = {line, found_.names};
       return false;
     }
     if (place + 1 != last_) return false;
     last_ = place;
     if (units && units_ == 0) {
+      // Under units that leave none out, "Min" and "Avg" are none.
+      if (nearest_ == Nearest::Units) {
+        found_ = {line, found_.names};
+        nearest_ = Nearest::Poor;
+      }
       units_ = line;
       return true;
     }
-    if (AreComplete(names)) found_ = {line, units_ != 0 ? units_ : repeats_ ? found_.names : 0};
-    return false;
+    if (AreComplete(names)) {
+      found_ = {line, units_ != 0 ? units_ : repeats_ ? found_.names : 0};
+      return false;
+    }
+    return ++poor_ < kPoorLines;
   }
 
   bool HasNames() const { return found_.names > 0; }
@@ -84,7 +93,10 @@ class HeadReader {
 
   HeaderLines found_;
   Nearest nearest_ = Nearest::Complete;
-  bool repeats_ = false;  // a poor line is full: what repeats itself over columns are units
+  bool leaves_out_ = false;  // the nearest line lacks some
+  bool repeats_ =
+      false;      // it is full: where it is poor, what repeats itself over columns are units
+  int poor_ = 0;  // further poor lines above it
   std::int32_t units_ = 0;
   std::size_t last_ = 0;
 };
@@ -110,7 +122,9 @@ std::int32_t UnitsBelow(std::span<const std::string_view> above, std::int32_t na
   const auto below = static_cast<std::size_t>(names);
   for (std::size_t i = below; i < above.size() && i <= below + 1; ++i) {
     std::optional<Names> units = UnitsUnderNames(above[i], above[below - 1], layout, columns);
-    if (!units) units = SplitNames(above[i], layout, columns);
+    const bool as_rows = columns < 2 || layout.IsSeparator(' ') || layout.ByPlace() ||
+                         CountFields(above[i], layout, 2) > 1;
+    if (!units && as_rows) units = SplitNames(above[i], layout, columns);
     if (units && AreUnits(*units)) return static_cast<std::int32_t>(i) + 1;
   }
   return 0;
@@ -119,16 +133,27 @@ std::int32_t UnitsBelow(std::span<const std::string_view> above, std::int32_t na
 }  // namespace
 
 HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextLayout& layout,
-                            std::int32_t columns) {
+                            std::int32_t columns, RowLabels labels) {
   HeadReader head;
   std::size_t comments = 0;
   std::size_t others = 0;
   bool nearest = true;
   const std::vector<std::size_t> places = Candidates(above, layout);
+  const bool as_rows =
+      columns > 1 && !layout.IsSeparator(' ') && !layout.ByPlace() &&
+      std::ranges::any_of(places, [&](std::size_t place) {
+        return IsDataLine(above[place], layout) &&
+               CountFields(above[place], layout, columns + 1) == columns &&
+               AreNames(SplitNames(above[place], layout, columns).value_or(Names()), above[place]);
+      });
   for (const std::size_t place : places) {
     const bool comment = !IsDataLine(above[place], layout);
     comments += comment ? 1 : 0;
-    const std::optional<Names> names = SplitNames(above[place], layout, columns);
+    const std::optional<Names> names = SplitNames(above[place], layout, columns, labels);
+    if (names && AreTypes(*names)) continue;
+    // What the rows' separators do not cut is no names where they cut a line above it.
+    const bool loose = as_rows && !comment && CountFields(above[place], layout, 2) < 2;
+    if (loose) continue;
     // A line that stands alone tells of the columns: "time;7".
     const bool setting =
         names && AreSetting(*names) &&

@@ -5,6 +5,7 @@
 #include <span>
 #include <string_view>
 
+#include "data/text/names_line.h"
 #include "data/text/text_fields.h"
 
 namespace tarnwick {
@@ -17,6 +18,6 @@ struct HeaderLines {
 
 /// The lines of names and units among those above the first row of a table, the nearest last.
 HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextLayout& layout,
-                            std::int32_t columns);
+                            std::int32_t columns, RowLabels labels = RowLabels::Possible);
 
 }  // namespace tarnwick

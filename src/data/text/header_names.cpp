@@ -61,6 +61,24 @@ ListedNames LegendNames(Lines above, const TextLayout& layout) {
   return listed;
 }
 
+/// "@attribute mass real" above "@data".
+ListedNames AttributeNames(Lines above, const TextLayout& layout) {
+  constexpr std::string_view kAttribute = "@attribute";
+  ListedNames listed;
+  for (const std::string_view whole : above) {
+    const std::string_view line = TrimBlankBytes(whole);
+    if (LowerAscii(line.substr(0, kAttribute.size())) != kAttribute) continue;
+    const std::string_view rest = TrimBlankBytes(line.substr(kAttribute.size()));
+    const bool quoted = rest.starts_with('\'') || rest.starts_with('"');
+    const std::string_view ends = quoted ? rest.substr(0, 1) : " \t{";
+    const std::size_t begin = quoted ? 1 : 0;
+    const std::size_t end = rest.find_first_of(ends, begin);
+    listed.names.push_back(
+        NameText(rest.substr(std::min(begin, rest.size()), end - begin), layout));
+  }
+  return listed;
+}
+
 /// A setting's name without what joins its words, and its value: "x-Unit;Hz;".
 std::pair<std::string, std::string_view> KeyAndValue(std::string_view line) {
   const std::size_t end = line.find_first_of("=:,;\t");
@@ -98,7 +116,7 @@ ListedNames AxisNames(Lines above, const TextLayout& layout) {
 
 std::optional<ListedNames> FindHeaderNames(Lines above, const TextLayout& layout,
                                            std::int32_t columns) {
-  for (const auto find : {&CurveNames, &LegendNames, &AxisNames}) {
+  for (const auto find : {&CurveNames, &LegendNames, &AttributeNames, &AxisNames}) {
     ListedNames listed = find(above, layout);
     const bool all = listed.names.size() == static_cast<std::size_t>(columns) && columns > 1 &&
                      std::ranges::none_of(listed.names, &std::string::empty);

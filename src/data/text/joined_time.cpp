@@ -46,6 +46,7 @@ constexpr PartRow kParts[] = {
     {TimePart::HourMinute, "HourMinute", kHour | kMinute},
     {TimePart::YearMonth, "YearMonth", kYear | kMonth},
     {TimePart::Quarter, "Quarter", kMonth},
+    {TimePart::Week, "Week", kMonth | kDay},
     {TimePart::AmPm, "AmPm", kHalf},
 };
 
@@ -62,6 +63,7 @@ struct Sum {
   int month = 1;
   int day = 1;
   std::optional<int> day_of_year;
+  std::optional<int> week;
   bool has_day = false;  // a month or day, if no year
   double seconds = 0;
   std::optional<HalfOfDay> half;
@@ -129,6 +131,25 @@ bool AddMonth(std::optional<double> number, int months, Sum& sum) {
   return true;
 }
 
+/// A number, or a month's name or its first letters.
+std::optional<double> MonthNumber(std::string_view text) {
+  text = TrimBlankBytes(text);
+  if (text.empty() || !IsLetter(text.front())) return InRange(text, 1, 13);
+  const std::optional<double> day = ParseDay(std::string(text) + " 2001");
+  return day ? std::optional<double>(SplitDay(*day).month) : std::nullopt;
+}
+
+bool AddWeek(std::optional<double> week, Sum& sum) {
+  if (!week || *week != std::floor(*week)) return false;
+  sum.week = static_cast<int>(*week);
+  return true;
+}
+
+/// The Monday of the week.
+std::optional<double> DateOfWeek(int year, int week) {
+  return ParseDay(std::to_string(year) + (week < 10 ? "-W0" : "-W") + std::to_string(week));
+}
+
 /// Six digits.
 bool AddYearMonth(std::string_view text, Sum& sum) {
   text = TrimBlankBytes(text);
@@ -177,9 +198,11 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
     case TimePart::YearMonth:
       return AddYearMonth(text, sum);
     case TimePart::Month:
-      return AddMonth(InRange(text, 1, 13), 1, sum);
+      return AddMonth(MonthNumber(text), 1, sum);
     case TimePart::Quarter:
       return AddMonth(InRange(text, 1, 5), 3, sum);
+    case TimePart::Week:
+      return AddWeek(InRange(text, 1, 54), sum);
     case TimePart::Day:
       if (!AddDay(InRange(text, 1, 32), whole, sum)) return false;
       sum.day = *whole;
@@ -201,6 +224,7 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
 
 std::optional<double> DateOf(const Sum& sum) {
   if (sum.date) return *sum.date;
+  if (sum.week) return sum.year ? DateOfWeek(*sum.year, *sum.week) : std::nullopt;
   if (!sum.year && !sum.has_day) return 0;
   const int year = sum.year.value_or(kYearOfNone);
   if (!sum.day_of_year) {

@@ -7,8 +7,10 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/text/argument_names.h"
 #include "data/text/field_kind.h"
 #include "data/text/names_line.h"
+#include "data/text/number_names.h"
 #include "data/text/text_fields.h"
 
 namespace tarnwick {
@@ -20,13 +22,34 @@ constexpr std::size_t kNamesPerWord = 8;  // of a sentence that may be a name am
 
 using Names = std::vector<std::string>;
 
+bool IsUnit(std::string_view text) {
+  // "1e-3" is the unit of a salinity, "1" that of a ratio.
+  const std::string lower = LowerAscii(text);
+  if (IsBracketed(text) || lower.starts_with("degree") || lower.starts_with("1e-")) return true;
+  // In small letters, between strokes.
+  constexpr std::string_view kUnits =
+      "|#|-|--|%|s|ms|us|ns|sec|seconds|min|h|hr|hours|d|days|m|mm|cm|km|nm|um|v|mv|uv|kv|a|"
+      "ma|ua|na|pa|hz|khz|mhz|ghz|ohm|ohms|kohm|k|c|degc|deg|rad|f|nf|uf|pf|hh|w|mw|"
+      "kw|j|kj|ev|kev|mev|n|kn|mpa|kpa|hpa|bar|mbar|dbar|psi|torr|kg|g|mg|ug|l|ml|ul|mol|mmol|"
+      "second|volt|amp|m/s|m/s2|m/s^2|km/h|knot|knots|rpm|cm-1|cm^-1|1/"
+      "cm|counts|cps|au|a.u.|arb|db|dbm|ppm|ppb|psu|pss-78|its-90|w/m2|"
+      "w/m^2|t|mt|g/l|mg/l|bits|pixels|utc|v/ref|degrees|volts|amps|celsius|kelvin|°|°c|°f|"
+      "Ω|µa|µm|µv|µs|ft|in|lb|lbs|deg c|degt|nmi|mau|emu|oe|gauss|tesla|";
+  if (text.size() > kLongestUnit) return false;
+  return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
+         text.find('^') != text.npos || text.find("vs") != text.npos;
+}
+
 bool HoldsWordOfSentence(std::string_view name) {
   constexpr std::string_view kWords[] = {"the",  "of",   "by",   "is",    "are", "was",  "for",
                                          "from", "this", "and",  "to",    "in",  "with", "on",
                                          "at",   "set",  "see",  "or",    "an",  "file", "data",
                                          "not",  "be",   "made", "units:"};
-  // What stands in brackets tells of a value: "[Magnitude in dB]".
+  // What stands in brackets tells of a value, and so does "in" before a unit: "[Magnitude in dB]", "U in mV".
   name = name.substr(0, name.find_first_of("[("));
+  if (const std::size_t in = name.rfind(" in "); in != name.npos && IsUnit(name.substr(in + 4))) {
+    name = name.substr(0, in);
+  }
   while (!name.empty()) {
     const std::string_view word = name.substr(0, name.find(' '));
     if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
@@ -59,14 +82,6 @@ bool HoldsSentence(const Names& names, std::string_view line) {
   });
   if ((table || units) && !address) return false;
   return address || 2 * words >= names.size() || kNamesPerWord * single > names.size();
-}
-
-/// "Channel Data", "Wavelength Data" over two columns.
-bool AreArgumentAndData(const Names& names) {
-  constexpr std::string_view kArguments[] = {"channel", "wavelength", "wavenumber", "frequency",
-                                             "energy",  "angle",      "x"};
-  return names.size() == 2 && LowerAscii(names.back()) == "data" &&
-         std::ranges::find(kArguments, LowerAscii(names.front())) != std::end(kArguments);
 }
 
 template <class Is>
@@ -125,24 +140,6 @@ bool AreAssignments(const Names& names) {
   return 2 * static_cast<std::size_t>(assignments) > names.size();
 }
 
-bool IsUnit(std::string_view text) {
-  // "1e-3" is the unit of a salinity, "1" that of a ratio.
-  const std::string lower = LowerAscii(text);
-  if (IsBracketed(text) || lower.starts_with("degree") || lower.starts_with("1e-")) return true;
-  // In small letters, between strokes.
-  constexpr std::string_view kUnits =
-      "|#|-|--|%|s|ms|us|ns|sec|seconds|min|h|hr|hours|d|days|m|mm|cm|km|nm|um|v|mv|uv|kv|a|"
-      "ma|ua|na|pa|hz|khz|mhz|ghz|ohm|ohms|kohm|k|c|degc|deg|rad|f|nf|uf|pf|hh|w|mw|"
-      "kw|j|kj|ev|kev|mev|n|kn|mpa|kpa|hpa|bar|mbar|dbar|psi|torr|kg|g|mg|ug|l|ml|ul|mol|mmol|"
-      "second|volt|amp|m/s|m/s2|m/s^2|km/h|knot|knots|rpm|cm-1|cm^-1|1/"
-      "cm|counts|cps|au|a.u.|arb|db|dbm|ppm|ppb|psu|pss-78|its-90|w/m2|"
-      "w/m^2|t|mt|g/l|mg/l|bits|pixels|utc|v/ref|degrees|volts|amps|celsius|kelvin|°|°c|°f|"
-      "Ω|µa|µm|µv|µs|ft|in|lb|lbs|deg c|degt|nmi|mau|emu|oe|gauss|tesla|";
-  if (text.size() > kLongestUnit) return false;
-  return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
-         text.find('^') != text.npos || text.find("vs") != text.npos;
-}
-
 }  // namespace
 
 bool IsRule(std::string_view line) {
@@ -154,6 +151,7 @@ bool IsRule(std::string_view line) {
 
 bool AreNames(const Names& names, std::string_view line) {
   if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
+  if (AreNumbersAcross(names)) return true;
   std::size_t filled = 0;
   std::size_t texts = 0;
   std::size_t numbers_ahead = 0;  // of the first text
@@ -168,6 +166,17 @@ bool AreNames(const Names& names, std::string_view line) {
     return false;
   return (!HoldsSentence(names, line) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
+}
+
+bool AreTypes(const Names& names) {
+  constexpr std::string_view kTypes[] = {"null", "double", "float",  "real",    "int",
+                                         "long", "char",   "string", "integer", "numeric",
+                                         "text", "bool",   "date",   "float64", "int64"};
+  const auto is_type = [&kTypes](const std::string& name) {
+    return name.empty() || std::ranges::find(kTypes, LowerAscii(name)) != std::end(kTypes);
+  };
+  return names.size() > 1 && std::ranges::all_of(names, is_type) &&
+         names.size() > 2 * static_cast<std::size_t>(std::ranges::count(names, std::string()));
 }
 
 bool AreSetting(const Names& names) {

@@ -18,6 +18,9 @@ bool AreNames(const std::vector<std::string>& names, std::string_view line);
 /// "Operator: Smith", "Values;201", "Date;14.3.2024;12:05": what is told of a measurement, in as many fields as the rows have.
 bool AreSetting(const std::vector<std::string>& names);
 
+/// "double", "real", "null": how values are kept, below the names of some catalogues.
+bool AreTypes(const std::vector<std::string>& names);
+
 /// A line below the names whose fields are mostly units. Single letters may be names as well: all must be units then.
 bool AreUnits(const std::vector<std::string>& names);
 

@@ -7,6 +7,7 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
+#include "data/text/argument_names.h"
 #include "data/text/line_words.h"
 
 namespace tarnwick {
@@ -132,8 +133,6 @@ std::optional<std::string_view> WholeLineInQuotes(std::string_view line) {
   return line.substr(1, line.size() - 2);
 }
 
-enum class RowLabels { Possible, Never };
-
 /// The names as many as there are columns: superfluous empty ones at the end dropped, a leading "Data:" dropped, an empty
 /// one put before those of tables whose rows are labelled. False when their number is another.
 bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
@@ -220,6 +219,42 @@ void DropTrailingSeparators(Names& names) {
   }
 }
 
+/// Two columns may have one name then: "V(out)" over "0.5,0.3".
+bool SeparateTogether(const TextLayout& layout) {
+  return layout.IsSeparator('\t') && layout.IsSeparator(',') && !layout.IsSeparator(' ');
+}
+
+/// "U (V)"
+bool EndsBracketed(const std::string& name) {
+  return name.find(' ') != name.npos && (name.back() == ')' || name.back() == ']');
+}
+
+/// A mark of comments, and right behind it a separator.
+bool BeginsWithMarkedField(std::string_view line, const TextLayout& layout) {
+  line = TrimBlankBytes(line);
+  const std::size_t mark = layout.CommentMark(line.data(), line.data() + line.size()).size();
+  return mark > 0 && mark < line.size() && layout.IsSeparator(line[mark]);
+}
+
+/// The names where signs on the line itself say how it is cut; `text` is the line without marks of comments.
+Names SplitBySigns(std::string_view line, std::string_view text, const TextLayout& layout) {
+  // `"X", "Y"` over columns of blanks
+  if (layout.IsSeparator(' ') && text.find("\",") != text.npos) {
+    return SplitBy(NameGaps::Comma, text, layout);
+  }
+  // Typeset rows end in strokes, which begin words within names.
+  if (layout.IsSeparator('&') && line.find('&') != line.npos) {
+    line = TrimBlankBytes(line);
+    while (line.ends_with('\\')) line = TrimBlankBytes(line.substr(0, line.size() - 1));
+    return SplitByByte(line, '&', layout);
+  }
+  // A mark may be the name or the unit of a column as well: "#" over a count of points, "%;MPa".
+  if (!layout.IsSeparator(' ') && BeginsWithMarkedField(line, layout)) {
+    return SplitBy(NameGaps::Separators, line, layout);
+  }
+  return {};
+}
+
 }  // namespace
 
 std::string_view WithoutCommentMarks(std::string_view line, const TextLayout& layout) {
@@ -232,6 +267,10 @@ std::string_view WithoutCommentMarks(std::string_view line, const TextLayout& la
     line = TrimBlankBytes(line.substr(mark.size()));
   }
   return line;
+}
+
+bool EndsWithSeparator(std::string_view line, const TextLayout& layout) {
+  return !layout.merge && !layout.ByPlace() && !line.empty() && layout.IsSeparator(line.back());
 }
 
 std::string NameText(std::string_view field, const TextLayout& layout) {
@@ -250,17 +289,15 @@ std::string NameText(std::string_view field, const TextLayout& layout) {
 }
 
 std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
-                                std::int32_t columns) {
+                                std::int32_t columns, RowLabels labels) {
   if (!layout.cuts.empty()) return SplitByPlace(WithBlankedMarks(line, layout), layout);
   const auto wanted = static_cast<std::size_t>(columns);
   const std::optional<std::string_view> inside = WholeLineInQuotes(line);
   const bool comment = !IsDataLine(line, layout);
+  if (SeparateTogether(layout)) labels = RowLabels::Never;
   const std::string_view text =
       WithoutFrame(inside ? *inside : (comment ? WithoutCommentMarks(line, layout) : line));
-  // `"X", "Y"` over columns of blanks
-  if (layout.IsSeparator(' ') && text.find("\",") != text.npos) {
-    if (Names names = SplitBy(NameGaps::Comma, text, layout); names.size() == wanted) return names;
-  }
+  if (Names names = SplitBySigns(line, text, layout); names.size() == wanted) return names;
   TextLayout other_merging = layout;
   other_merging.merge = !layout.merge;
   for (const TextLayout& merging : {std::cref(layout), std::cref(other_merging)}) {
@@ -271,7 +308,7 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       DropTrailingSeparators(names);
       DropMarks(layout, names);
     }
-    if (FitTo(wanted, names, comment ? RowLabels::Never : RowLabels::Possible)) return names;
+    if (FitTo(wanted, names, comment ? RowLabels::Never : labels)) return names;
   }
   if (text.find('(') != text.npos && layout.IsSeparator(',')) {
     if (Names names = SplitOutsideParentheses(text, layout); names.size() == wanted) return names;
@@ -284,9 +321,11 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       return names;
     }
   }
-  // A mark may be the name of a column as well: "#" over a count of points.
-  Names marked = SplitBy(NameGaps::Separators, line, layout);
-  if (comment && marked.size() == wanted && !layout.IsSeparator(' ')) return marked;
+  if (wanted == 2 && !comment && !inside && !layout.IsSeparator(' ')) {
+    Names names = SplitBeforeUnits(text, layout);
+    const bool in_brackets = names.size() == 2 && std::ranges::all_of(names, &EndsBracketed);
+    if (in_brackets || AreArgumentAndData(names)) return names;
+  }
   // Sentences hold commas and blanks too: over one or two columns only the rows' own separators make names of a plain line.
   if (wanted < 2 || (wanted == 2 && !comment && !inside && !layout.IsSeparator(' '))) {
     return std::nullopt;
@@ -302,7 +341,7 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   if (!comment && !layout.IsSeparator(' ')) {
     Names names = SplitBy(NameGaps::Separators, text, layout);
     TrimEmptyEnd(names);
-    if (NameTheFirst(wanted, names)) {
+    if (NameTheFirst(wanted, names) || (SeparateTogether(layout) && names.size() + 1 == wanted)) {
       names.resize(wanted);
       return names;
     }

@@ -18,11 +18,19 @@ std::string_view WithoutCommentMarks(std::string_view line, const TextLayout& la
 /// A field of a line of names as UTF-8, without markers, at most 255 bytes; blanks stand for control characters.
 std::string NameText(std::string_view field, const TextLayout& layout);
 
+/// Whether the first column may be one of labels, which lines of names often leave without a name.
+enum class RowLabels : std::uint8_t { Possible, Never };
+
+/// True when the line ends with a separator that counts: its last field is empty.
+bool EndsWithSeparator(std::string_view line, const TextLayout& layout);
+
 /// A line of names as `columns` names, some of them empty, or nothing when it cannot be cut so. The separators of the
 /// rows come first; names are often separated otherwise: behind a comment mark, within one pair of quotes, by two blanks,
-/// by commas over columns of blanks. One name less than columns leaves the first column, the label of the rows, without.
+/// by commas over columns of blanks. One name less than columns leaves the first column, the label of the rows, without,
+/// or else the last.
 std::optional<std::vector<std::string>> SplitNames(std::string_view line, const TextLayout& layout,
-                                                   std::int32_t columns);
+                                                   std::int32_t columns,
+                                                   RowLabels labels = RowLabels::Possible);
 
 /// The units that stand under some of the names of the line above them, told by their places; empty where a name has none. Nothing
 /// when the rows are not parted by blanks, or a unit stands under no name.

@@ -21,7 +21,11 @@ bool MayBeginRow(char c) {
 
 std::string FrameOf(std::string_view line) {
   std::string frame;
-  if (kAtEnd.find(line.back()) != kAtEnd.npos) {
+  constexpr std::string_view kRowEnd = "\\\\";  // of typeset tables
+  if (line.ends_with(kRowEnd)) {
+    frame += kRowEnd.front();
+    line = TrimBlankBytes(line.substr(0, line.size() - kRowEnd.size()));
+  } else if (kAtEnd.find(line.back()) != kAtEnd.npos) {
     frame += line.back();
     line = TrimBlankBytes(line.substr(0, line.size() - 1));
   }

@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-/// The characters that begin and end nearly all lines of numbers: brackets in pairs, a comma or semicolon at the end. They serve as
+/// The characters that begin and end nearly all lines of numbers: brackets in pairs, a comma, a semicolon or "\\" at the end. They serve as
 /// separators beside those that part the fields. Empty where lines have none, or differ.
 std::string FrameOfRows(std::span<const std::string_view> lines);
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/ascii.h"
+#include "data/text/field_kind.h"
 #include "data/text/row_frame.h"
 
 namespace tarnwick {
@@ -13,10 +14,19 @@ namespace {
 using Lines = std::span<const std::string_view>;
 
 constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|"};
+constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|", "&"};
 // Labels hold blanks: "sample 1<tab>3.4" is no table of three columns.
 constexpr double kBlanksMustBeatBy = 1.4;
 constexpr double kFramesMustBeatBy = 1.1;
+
+/// Characters that separate together where one alone leaves several values in a field.
+struct Together {
+  char alone;
+  std::string_view all;
+};
+constexpr Together kTogether[] = {{'|', " |"},       // "1 | 2.5 3.5 |"
+                                  {'\t', "\t,"},     // "0.1<tab>2.5,3.5"
+                                  {'\t', "\t,()"}};  // "0.1<tab>(2.5,3.5)"
 constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
 
 /// The tables that certain separators make of the lines. Every field counts but where blanks separate, or frames of rows do.
@@ -24,7 +34,8 @@ std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& 
                                  char line_end) {
   TextFormat tried = format;
   tried.separators = separators;
-  tried.merge_separators = separators.starts_with(kBlanks) || separators.size() > kBlanks.size();
+  tried.merge_separators =
+      separators.find(' ') != separators.npos || separators.size() > kBlanks.size();
   return FindTables(lines, LayoutOf(tried, line_end));
 }
 
@@ -66,6 +77,27 @@ Separation BestSeparation(std::string_view frame, Lines lines, char line_end,
   return best;
 }
 
+bool HoldAll(std::string_view characters, Lines lines) {
+  return std::ranges::all_of(characters, [lines](char c) {
+    return std::ranges::any_of(lines, [c](std::string_view l) { return l.find(c) != l.npos; });
+  });
+}
+
+/// True where no field that is a value without them holds the further separators, as "0,5" and "2024-03-01 12:00" do.
+bool MayJoin(const Together& together, Lines lines) {
+  const auto holds = [&together](std::string_view text) {
+    return text.find_first_of(together.all) != text.npos;
+  };
+  for (std::string_view rest : lines) {
+    while (!rest.empty()) {
+      const std::string_view field = TrimBlankBytes(rest.substr(0, rest.find(together.alone)));
+      if (holds(field) && IsValue(KindOfField(field))) return false;
+      rest.remove_prefix(std::min(rest.find(together.alone), rest.size() - 1) + 1);
+    }
+  }
+  return true;
+}
+
 /// What may stand behind "*" where it marks a value, not a remark.
 bool IsFlag(char c) {
   return !IsBlankByte(c) && !IsLetter(c) && c != '*';
@@ -84,6 +116,12 @@ std::vector<FoundTable> ChooseSeparators(Lines lines, char line_end, TextFormat&
   if (const std::string frame = FrameOfRows(lines); !frame.empty()) {
     Separation framed = BestSeparation(frame, lines, line_end, format);
     if (framed.heaviest > kFramesMustBeatBy * best.heaviest) best = std::move(framed);
+  }
+  for (const Together& together : kTogether) {
+    // Most files hold none of the characters, and none is looked at twice.
+    if (!HoldAll(together.all, lines) || !MayJoin(together, lines)) continue;
+    Separation joined = SeparateBy(together.all, format, lines, line_end);
+    if (joined.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(joined);
   }
   if (best.separators.empty()) return TablesBy(format.separators, format, lines, line_end);
   format.separators = best.separators;

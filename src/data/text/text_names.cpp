@@ -74,6 +74,7 @@ struct Opening {
   std::vector<std::string_view> header;
   std::int32_t row_columns = 0;        // the most of the first rows
   std::int32_t first_row_columns = 0;  // lines behind a short table may have more
+  RowLabels labels = RowLabels::Possible;
 };
 
 Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSInfo& info) {
@@ -82,6 +83,7 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
   Opening opening;
   LineWalker walker(text, layout.line_end);
   std::int32_t rows = 0;
+  bool all_end = true;
   for (std::int32_t i = 0; rows < kColumnLines && !walker.AtEnd(); ++i) {
     // Rows behind the table have columns of their own.
     if (info.TableLines > 0 && i >= table_end) break;
@@ -94,9 +96,12 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
     if (ahead) continue;
     const std::int32_t columns = CountFields(WithoutRemark(line, layout), layout, kMostColumns);
     if (rows == 0) opening.first_row_columns = columns;
+    if (!EndsWithSeparator(line, layout)) all_end = false;
     opening.row_columns = std::max(opening.row_columns, columns);
     ++rows;
   }
+  // An empty field behind the last separator has no name; the rows' labels have theirs then.
+  if (all_end) opening.labels = RowLabels::Never;
   return opening;
 }
 
@@ -154,7 +159,8 @@ Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout
                     std::int32_t columns, const Opening& opening) {
   if (number < 1) return {};
   const std::string_view line = LineAt(text, number, layout.line_end);
-  std::optional<Fields> fields = SplitNames(line, layout, columns);
+  std::optional<Fields> fields = SplitNames(line, layout, columns, opening.labels);
+  if (!fields && opening.labels == RowLabels::Never) fields = SplitNames(line, layout, columns - 1);
   if (!fields) fields = SplitNames(line, layout, opening.first_row_columns);
   return std::move(fields).value_or(Fields());
 }

@@ -41,7 +41,7 @@ bool AreWhole(std::span<const TimePart> parts) {
   using enum TimePart;
   const bool month = Holds(parts, Month);
   const bool date = HoldsOneOf(parts, {Date, DayOfYear}) ||
-                    (Holds(parts, Quarter) && Holds(parts, Year)) ||
+                    (HoldsOneOf(parts, {Quarter, Week}) && Holds(parts, Year)) ||
                     (month && HoldsOneOf(parts, {Year, Day}));
   if (parts.size() < 2 || !date || (Holds(parts, Day) && !month)) return false;
   const bool time = HoldsOneOf(parts, {Time, HourMinute, Hour});

@@ -17,6 +17,7 @@ constexpr std::size_t kLongestUnit = 24;
 constexpr std::size_t kLongestWordOfMany = 3;
 constexpr std::string_view kMinus = "\xE2\x88\x92";
 constexpr std::string_view kCurrencies[] = {"$", "\xE2\x82\xAC", "\xC2\xA3", "\xC2\xA5"};
+constexpr std::string_view kPlusMinus[] = {"\xC2\xB1", "\xB1", "+/-", "+-"};
 constexpr std::string_view kBlanks[] = {" ",    "\t",           "\xC2\xA0",
                                         "\xA0", "\xE2\x80\xAF", "\xE2\x80\x89"};
 
@@ -110,6 +111,29 @@ bool IsUnit(std::string_view unit) {
   return IsOfUnitCharacters(unit) && HasShortWords(unit);
 }
 
+/// How uncertain the number before is, and the unit of both: "± 0.2", "+/- 0.2 mV", "(5)".
+bool IsUncertainty(std::string_view text) {
+  const auto pass_blanks = [&text] {
+    while (TakeOneOf(kBlanks, text)) {
+    }
+  };
+  pass_blanks();
+  const bool bracket = text.starts_with('(');
+  if (bracket) {
+    text.remove_prefix(1);
+  } else if (!TakeOneOf(kPlusMinus, text)) {
+    return false;
+  }
+  pass_blanks();
+  const std::size_t size = NumberSize(text);
+  if (size == 0 || !IsDigit(text.front())) return false;
+  text.remove_prefix(size);
+  if (bracket && !text.starts_with(')')) return false;
+  text.remove_prefix(bracket ? 1 : 0);
+  pass_blanks();
+  return text.empty() || IsUnit(text);
+}
+
 }  // namespace
 
 std::optional<NumberAndUnit> SplitUnit(std::string_view text) {
@@ -134,6 +158,7 @@ std::optional<NumberAndUnit> SplitUnit(std::string_view text) {
   if (rest.empty() && !priced) return NumberAndUnit{value, {}};
   if (HasDoubtfulComma(written)) return std::nullopt;
   if (priced) return rest.empty() ? std::optional(NumberAndUnit{value, currency}) : std::nullopt;
+  if (IsUncertainty(rest)) return NumberAndUnit{value, {}};
   const std::size_t before = rest.size();
   while (TakeOneOf(kBlanks, rest)) {
   }

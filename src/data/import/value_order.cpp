@@ -1,0 +1,52 @@
+#include "data/import/value_order.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <functional>
+
+namespace tarnwick {
+
+bool IsMonotone(const std::vector<double>& values) {
+  return values.size() > 1 &&
+         (std::ranges::is_sorted(values) || std::ranges::is_sorted(values, std::ranges::greater()));
+}
+
+bool IsInNoOrder(const std::vector<double>& values) {
+  std::size_t rises = 0;
+  std::size_t falls = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    rises += values[i] > values[i - 1] ? 1 : 0;
+    falls += values[i] < values[i - 1] ? 1 : 0;
+  }
+  return 4 * std::min(rises, falls) > values.size();
+}
+
+bool RunsAnew(const std::vector<double>& values) {
+  constexpr std::size_t kShortest = 3;
+  std::size_t falls = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    if (values[i] > values[i - 1]) continue;
+    ++falls;
+    if (values[i] == values[i - 1] || values[i] != values.front()) return false;
+  }
+  return falls > 0 && kShortest * (falls + 1) <= values.size();
+}
+
+bool StepsEvenly(const std::vector<double>& values) {
+  constexpr double kEven = 1e-6;
+  if (values.size() < 3) return false;
+  const double step = values[1] - values[0];
+  for (std::size_t i = 2; i < values.size(); ++i) {
+    if (std::abs(values[i] - values[i - 1] - step) > kEven * std::abs(step)) return false;
+  }
+  return step != 0;
+}
+
+bool MostlyStands(const std::vector<double>& values) {
+  std::size_t changes = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) changes += values[i] != values[i - 1] ? 1 : 0;
+  return 2 * changes < values.size();
+}
+
+}  // namespace tarnwick

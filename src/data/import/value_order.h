@@ -1,0 +1,23 @@
+// In what order the values of a column stand. Knows numbers only.
+#pragma once
+
+#include <vector>
+
+namespace tarnwick {
+
+/// They only rise or only fall; equal ones may follow each other.
+bool IsMonotone(const std::vector<double>& values);
+
+/// As many steps up as down, more or less: no clock that begins anew at midnight.
+bool IsInNoOrder(const std::vector<double>& values);
+
+/// They rise several times from where they began, as the days do on which each animal was weighed.
+bool RunsAnew(const std::vector<double>& values);
+
+/// Each is as far from the one before, and not equal to it.
+bool StepsEvenly(const std::vector<double>& values);
+
+/// More rows than not have the value of the row before.
+bool MostlyStands(const std::vector<double>& values);
+
+}  // namespace tarnwick

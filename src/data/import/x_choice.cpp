@@ -1,0 +1,164 @@
+#include "data/import/x_choice.h"
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/text_encoding.h"
+#include "data/import/error_columns.h"
+#include "data/import/name_words.h"
+#include "data/import/value_order.h"
+#include "data/text/field_kind.h"
+#include "data/text/number_names.h"
+#include "data/text/text_names.h"
+
+namespace tarnwick {
+namespace {
+
+using Columns = std::vector<std::int32_t>;
+
+/// What is swept or scanned, against which the rest was measured.
+bool NamesScan(std::string_view name) {
+  constexpr std::string_view kWords[] = {"freq",        "frequency", "wavelength", "wavenumber",
+                                         "wavenumbers", "2theta",    "twotheta",   "x"};
+  return HasWord(name, kWords) || LowerAscii(name).starts_with("m/z");
+}
+
+bool NamesTime(std::string_view name) {
+  constexpr std::string_view kWords[] = {"time", "t",  "date", "timestamp", "datetime", "elapsed",
+                                         "year", "yr", "jd",   "mjd",       "hjd"};
+  return HasWord(name, kWords);
+}
+
+/// What others are measured over, beside times and scans.
+bool NamesArgument(std::string_view name) {
+  constexpr std::string_view kWords[] = {
+      "conc",     "concentration", "dose",     "depth",  "distance",  "position", "temperature",
+      "pressure", "temp",          "age",      "height", "voltage",   "energy",   "potential",
+      "day",      "days",          "week",     "month",  "hour",      "hours",    "angle",
+      "length",   "step",          "altitude", "field",  "frequency", "z"};
+  return HasWord(name, kWords) || NamesTime(name) || NamesScan(name);
+}
+
+/// True when some column has a name of its own.
+bool HasNames(const ImportSource& source) {
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (names[i] != UnnamedColumn(static_cast<std::int32_t>(i))) return true;
+  }
+  return false;
+}
+
+/// A count of rows is what its name says, or what has none in a table where others have: anything else that rises by 1
+/// may be what was stepped through.
+bool NamesCount(const ImportSource& source, std::int32_t column) {
+  constexpr std::string_view kWords[] = {"index",   "idx",   "id",     "no",      "nr",   "num",
+                                         "number",  "row",   "rows",   "obs",     "case", "pt",
+                                         "pts",     "point", "points", "record",  "seq",  "sample",
+                                         "unnamed", "n",     "i",      "rownames"};
+  const std::string name = source.NameOf(column);
+  if (name.ends_with('#')) return true;
+  const bool unnamed = name == UnnamedColumn(column) || WordsOf(name).empty();
+  return unnamed ? HasNames(source) : HasWord(name, kWords);
+}
+
+/// The first column holds texts, another one in each row: the rows are labelled.
+bool HasRowLabels(const ImportSource& source) {
+  constexpr std::size_t kFewest = 3;
+  if (source.samples.empty() || source.columns.front().has_numbers) return false;
+  std::vector<std::string> labels = source.samples.front();
+  if (labels.size() < kFewest || std::ranges::find(labels, "") != labels.end()) return false;
+  std::ranges::sort(labels);
+  return std::ranges::adjacent_find(labels) == labels.end();
+}
+
+/// The first column is called like an X and holds nothing: the rows are even steps of it.
+bool LeavesOutX(const ImportSource& source) {
+  if (source.samples.empty() || source.samples.front().empty()) return false;
+  const std::string name = source.NameOf(0);
+  return (NamesScan(name) || NamesTime(name)) &&
+         std::ranges::all_of(source.samples.front(), &std::string::empty);
+}
+
+}  // namespace
+
+bool CountsRows(const ImportSource& source, std::int32_t column) {
+  return source.GuessOf(column).CountsRows() && NamesCount(source, column);
+}
+
+bool HoldsSeriesInRows(const ImportSource& source) {
+  constexpr std::size_t kFewest = 3;
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  const auto dated = static_cast<std::size_t>(std::ranges::count_if(
+      names, [](const std::string& name) { return KindOfField(name) == FieldKind::Date; }));
+  if (dated >= kFewest && 2 * dated > names.size()) return true;
+  const auto first_number = std::ranges::find_if(
+      names, [](const std::string& name) { return KindOfField(name) == FieldKind::Number; });
+  if (first_number == names.begin() || !HasRowLabels(source)) return false;
+  return AreNumbersAcross(std::span(first_number - 1, names.end()));
+}
+
+std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
+  if (LeavesOutX(source)) return kRowNumberColumn;
+  const auto named = std::ranges::find_if(
+      numbers, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; });
+  if (named != numbers.end()) return *named;
+  Columns varying;
+  Columns counts;
+  for (const std::int32_t column : numbers) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column))) continue;
+    (CountsRows(source, column) ? counts : varying).push_back(column);
+  }
+  std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
+    return LowerAscii(source.NameOf(column)) != "y";
+  });
+  const auto first = [&](auto is) {
+    const auto found = std::ranges::find_if(varying, is);
+    return found == varying.end() ? kRowNumberColumn : *found;
+  };
+  const auto rises = [&](std::int32_t column) { return IsMonotone(source.GuessOf(column).values); };
+  const std::int32_t rising = first(rises);
+  const std::int32_t date = first([&](std::int32_t column) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (!guess.is_date) return false;
+    // How long each lap took is no time to plot laps over.
+    const bool lasts = std::ranges::all_of(guess.values, [](double day) { return day < 1; });
+    return rising == kRowNumberColumn || !lasts || !IsInNoOrder(guess.values);
+  });
+  if (date != kRowNumberColumn) return date;
+  const std::int32_t scan =
+      first([&](std::int32_t column) { return NamesScan(source.NameOf(column)) && rises(column); });
+  if (scan != kRowNumberColumn) return scan;
+  if (varying.empty()) return counts.empty() ? kRowNumberColumn : counts.front();
+  if (varying.size() == 1 && !counts.empty()) return counts.front();
+  if (varying.size() == 1 && varying.front() != numbers.front()) return kRowNumberColumn;
+  const std::int32_t time = first([&](std::int32_t column) {
+    return NamesTime(source.NameOf(column)) && rises(column) &&
+           !MostlyStands(source.GuessOf(column).values);
+  });
+  // A cycle or step that stands for many rows gives way to the time that runs.
+  const bool counts_steps =
+      time != kRowNumberColumn && MostlyStands(source.GuessOf(varying.front()).values);
+  const bool labelled = HasRowLabels(source);
+  if (HoldsSeriesInRows(source) && (labelled || !rises(varying.front()))) return kRowNumberColumn;
+  const auto is_argument = [&](std::int32_t column) {
+    return NamesArgument(source.NameOf(column)) || StepsEvenly(source.GuessOf(column).values);
+  };
+  // Labelled rows may as well be in the order of what was found.
+  const bool first_rises =
+      rises(varying.front()) && (!labelled || is_argument(varying.front())) && !counts_steps;
+  const std::int32_t anew = first([&](std::int32_t column) {
+    return NamesArgument(source.NameOf(column)) && RunsAnew(source.GuessOf(column).values);
+  });
+  const bool stands = MostlyStands(source.GuessOf(varying.front()).values);
+  if (first_rises && (anew == kRowNumberColumn || !stands)) return varying.front();
+  if (time != kRowNumberColumn) return time;
+  if (anew != kRowNumberColumn) return anew;
+  if (!labelled) return varying.front();
+  return first(
+      [&](std::int32_t column) { return rises(column) && NamesArgument(source.NameOf(column)); });
+}
+
+}  // namespace tarnwick

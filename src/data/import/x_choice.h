@@ -1,0 +1,21 @@
+// Which column a person would plot the others over. Knows the columns of a source, their names and first values.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "data/import/import_source.h"
+
+namespace tarnwick {
+
+/// The X among these columns of numbers: times first, then what was swept, then the first that varies, never a constant or a count
+/// of rows while there is something better; kRowNumberColumn where none gives X.
+std::int32_t ChooseX(const ImportSource& source, const std::vector<std::int32_t>& numbers);
+
+/// The column counts the rows, by its values and by its name or for want of one.
+bool CountsRows(const ImportSource& source, std::int32_t column);
+
+/// Columns called by dates, or behind labels of rows by numbers that rise: each row holds a series of its own.
+bool HoldsSeriesInRows(const ImportSource& source);
+
+}  // namespace tarnwick

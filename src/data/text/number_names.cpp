@@ -1,0 +1,45 @@
+#include "data/text/number_names.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "base/number_text.h"
+#include "data/text/field_kind.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kFewest = 3;
+constexpr double kEven = 1e-6;  // of a step
+
+bool AreEven(const std::vector<double>& numbers) {
+  const double step = numbers[1] - numbers[0];
+  for (std::size_t i = 2; i < numbers.size(); ++i) {
+    if (std::abs(numbers[i] - numbers[i - 1] - step) > kEven * std::abs(step)) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool AreNumbersAcross(std::span<const std::string> fields) {
+  if (fields.empty() || IsValue(KindOfField(fields.front()))) return false;
+  std::vector<double> numbers;
+  for (const std::string& field : fields.subspan(1)) {
+    const std::optional<double> number = ParseNumber(field);
+    if (!number) return false;
+    numbers.push_back(*number);
+  }
+  const auto never = [&numbers](auto is) {
+    return std::ranges::adjacent_find(numbers, is) == numbers.end();
+  };
+  const bool one_way = never(std::ranges::greater_equal()) || never(std::ranges::less_equal());
+  if (numbers.size() < kFewest || !one_way) return false;
+  // Behind nothing three may rise by chance.
+  return !fields.front().empty() || numbers.size() > kFewest || AreEven(numbers);
+}
+
+}  // namespace tarnwick

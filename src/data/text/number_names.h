@@ -1,0 +1,13 @@
+// Numbers that name columns: temperatures, times or years above the curves that belong to them. Knows texts of fields only.
+#pragma once
+
+#include <span>
+#include <string>
+
+namespace tarnwick {
+
+/// True for "nm", "20", "25", "30" and for "", "0.0", "0.5", "1.0", "1.5": behind a label, or behind nothing, numbers that
+/// only rise or only fall.
+bool AreNumbersAcross(std::span<const std::string> fields);
+
+}  // namespace tarnwick
