@@ -34,14 +34,16 @@ inline DigitRun ReadDigits(const char* at) {
   return {bytes, count};
 }
 
+/// Powers of ten. Here, where they are laid down once: within a function every call would make them anew on the stack.
+inline constexpr std::array<double, 9> kPowersOfTen{1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+inline constexpr std::array<std::uint64_t, 9> kWholePowersOfTen{
+    1, 10, 100, 1000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
+
 /// Reads "-12.345" or "12": digits, perhaps `point` and digits, at most eight of each and at most fifteen together, so that the
 /// quotient of two exact doubles is the nearest double. Answers where the number ends, or null when it is written in any
 /// other way or fewer than twenty bytes lie between `at` and `end`.
 inline const char* ReadShortDecimal(const char* at, const char* end, char point, double& value) {
   constexpr int kMostBytes = 1 + 8 + 1 + 8 + 2;
-  constexpr std::array<double, 9> kPowers{1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
-  constexpr std::array<std::uint64_t, 9> kWhole{1,       10,        100,        1000,       10'000,
-                                                100'000, 1'000'000, 10'000'000, 100'000'000};
   if (end - at < kMostBytes) return nullptr;
   const bool negative = *at == '-';
   at += negative ? 1 : 0;
@@ -54,12 +56,12 @@ inline const char* ReadShortDecimal(const char* at, const char* end, char point,
     at += part.count;
     if (part.count == 0 || digits.count + part.count > 15) return nullptr;
     const auto power = static_cast<std::size_t>(part.count);
-    digits.value = digits.value * kWhole[power] + part.value;
-    divisor = kPowers[power];
+    digits.value = digits.value * kWholePowersOfTen[power] + part.value;
+    divisor = kPowersOfTen[power];
   }
   if (*at == 'e' || *at == 'E' || (*at >= '0' && *at <= '9')) return nullptr;
-  const double size = static_cast<double>(digits.value) / divisor;
-  value = negative ? -size : size;
+  // Signs come in no order that a processor could foresee.
+  value = static_cast<double>(digits.value) / divisor * (negative ? -1.0 : 1.0);
   return at;
 }
 
