@@ -269,6 +269,7 @@ void FitRun::MeasureResiduals(FitPart& part, FitResult& result) const {
   result.traded = TradedParameters(result.statistics, result.values, sample);
   if (IsUndefined(result.statistics.residual_correlation)) return;
   result.residuals = TestResiduals(sample);
+  AmongMany(parts_.size(), result.residuals);
   result.open = OpenParameters(residuals, result.values, result.statistics, sample);
 }
 

@@ -9,6 +9,7 @@
 #include "analysis/fit_comparison.h"
 #include "analysis/fit_run.h"
 #include "base/error.h"
+#include "base/split_mix.h"
 #include "fit/model/model_report.h"
 
 namespace tarnwick {
@@ -115,6 +116,31 @@ TEST(JointFit, WhatFewPointsOfEachCannotTestAllOfThemDo) {
     EXPECT_EQ(fit.whole.verdict.untested, row.untested) << fit.whole.verdict.summary;
     EXPECT_EQ(fit.parts[0].verdict.trustworthy, row.first_trusted) << fit.parts[0].verdict.summary;
   }
+}
+
+// Each of ten DataSets may look odd by chance: a right model is doubted no more often for that.
+TEST(JointFit, ARightModelOfManyDataSetsIsSeldomDoubted) {
+  std::uint64_t state = 5;
+  const auto normal = [&state] {  // of twelve uniform numbers
+    double sum = -6;
+    for (int i = 0; i < 12; ++i) sum += NextSplitMix(state);
+    return sum;
+  };
+  constexpr int kFits = 200;
+  int doubted = 0;
+  for (int fit = 0; fit < kFits; ++fit) {
+    std::vector<FitJob> jobs;
+    for (int set = 0; set < 10; ++set) {
+      FitJob& job = jobs.emplace_back(
+          Job("Run " + std::to_string(set), kDecay, {{"a", 3}, {"k", 0.4}, {"c", 1}}, 3 + set));
+      for (std::size_t i = 0; i < job.y.size(); ++i)
+        job.y[i] = (3 + set) * std::exp(-0.4 * job.x[i]) + 1 + 0.1 * normal();
+    }
+    NoProgress progress;
+    doubted +=
+        !RunJointFit(jobs, std::vector<std::string>{"k", "c"}, progress).whole.verdict.trustworthy;
+  }
+  EXPECT_LE(doubted, kFits / 40);
 }
 
 TEST(JointFit, RefusesWhatCannotBeShared) {

@@ -112,7 +112,8 @@ Assignment ReadAssignment(const std::string& text) {
   if (equals == std::string::npos || assignment.name.empty())
     throw UsageError("\"" + text + "\" is no parameter; " + kAssignmentForms);
   const std::string_view right = TrimBlanks(std::string_view(text).substr(equals + 1));
-  if (right.empty()) throw UsageError("\"" + text + "\" gives " + assignment.name + " nothing");
+  if (right.empty())
+    throw UsageError("\"" + text + "\" gives \"" + assignment.name + "\" no value");
   const std::size_t colon = right.find(':');
   assignment.value = ParseNumber(right.substr(0, colon));
   if (!assignment.value) {

@@ -320,6 +320,15 @@ void Test(const ResidualSample& sample, const VectorXd& e, const Basis& basis,
   TestShape(e, basis, sample, findings);
 }
 
+/// Where it may be chance that residuals scatter unequally, weights that make them alike would let chance stand out.
+void KeepWhatBothFind(const ResidualFindings& other, ResidualFindings& findings) {
+  findings.alike = std::max(findings.alike, other.alike);
+  findings.alternating = std::max(findings.alternating, other.alternating);
+  findings.lagged = std::max(findings.lagged, other.lagged);
+  findings.shape = std::max(findings.shape, other.shape);
+  if (other.farthest.chance > findings.farthest.chance) findings.farthest = other.farthest;
+}
+
 }  // namespace
 
 ResidualFindings TestResiduals(const ResidualSample& sample) {
@@ -327,7 +336,7 @@ ResidualFindings TestResiduals(const ResidualSample& sample) {
   const auto n = static_cast<Index>(sample.residuals.size());
   const VectorXd residuals = Eigen::Map<const VectorXd>(sample.residuals.data(), n);
   if (!sample.jacobian.allFinite() || !residuals.allFinite()) return findings;
-  Basis basis = ModelBasis(sample.jacobian, std::end(kShapes)[-1]);
+  const Basis basis = ModelBasis(sample.jacobian, std::end(kShapes)[-1]);
   const Index freedom = n - basis.Count();
   if (freedom < kLeastFreedom) return findings;
   const double size = residuals.cwiseAbs().maxCoeff();
@@ -342,10 +351,22 @@ ResidualFindings TestResiduals(const ResidualSample& sample) {
   }
   // Each in its own deviation they can be compared.
   const VectorXd weights = scatter.sizes.cwiseInverse();
-  basis = ModelBasis(weights.asDiagonal() * sample.jacobian, std::end(kShapes)[-1]);
-  Test(sample, basis.Rest(weights.cwiseProduct(e)), basis, findings);
-  if (scatter.deviations > kClearlyUnequal) findings.unequal_scatter = scatter.times;
+  const Basis weighted = ModelBasis(weights.asDiagonal() * sample.jacobian, std::end(kShapes)[-1]);
+  Test(sample, weighted.Rest(weights.cwiseProduct(e)), weighted, findings);
+  if (scatter.deviations > kClearlyUnequal) {
+    findings.unequal_scatter = scatter.times;
+    return findings;
+  }
+  ResidualFindings alike;
+  Test(sample, e, basis, alike);
+  KeepWhatBothFind(alike, findings);
   return findings;
+}
+
+void AmongMany(std::size_t many, ResidualFindings& findings) {
+  for (double* const chance : {&findings.alike, &findings.alternating, &findings.lagged,
+                               &findings.shape, &findings.farthest.chance})
+    *chance = std::min(1.0, *chance * static_cast<double>(many));
 }
 
 bool FollowsShape(const ResidualFindings& findings) {

@@ -2,6 +2,8 @@
 // numbers of points, too. Knows residuals and derivatives; words nothing.
 #pragma once
 
+#include <cstddef>
+
 #include "fit/fit_result.h"
 #include "fit/residuals/model_residuals.h"
 
@@ -18,6 +20,10 @@ namespace tarnwick {
 /// Where residuals scatter more at one end of X or of the curve than at the other, each is taken in its own deviation first.
 /// Nothing is found with fewer than three degrees of freedom.
 ResidualFindings TestResiduals(const ResidualSample& sample);
+
+/// What one of `many` DataSets shows, when any of them could have: chance leads that far so many times as often
+/// (C. E. Bonferroni).
+void AmongMany(std::size_t many, ResidualFindings& findings);
 
 /// Chance leads there in less than one of a few hundred fits.
 bool FollowsShape(const ResidualFindings& findings);

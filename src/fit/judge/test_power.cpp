@@ -31,6 +31,12 @@ double HintLevel(const ResidualFindings& found) {
   return std::min(kMostHintLevel, found.of_several ? kHintOfSeveral * level : level);
 }
 
+/// The nearer to what would be too much the deviation is that the scatter may hide, the less is a pattern to be taken for
+/// chance that chance makes now and then: half as great a deviation seldom leads farther.
+double HintLevelOfHidden(double hidden) {
+  return kMostHintLevel * std::min(1.0, std::pow(hidden / kMostHidden, 2));
+}
+
 }  // namespace
 
 double HiddenDeviation(const FitResult& result) {
@@ -57,9 +63,11 @@ TestGap FindTestGap(const FitResult& result) {
   if (freedom < kFewestTested) return TestGap::TooFew;
   if (found.freedom < kFewestTested) return TestGap::NoDerivatives;
   const double level = HintLevel(found);
+  const double hidden = HiddenDeviation(result);
   if (HintsAtPattern(found, level)) return TestGap::PatternHinted;
   if (HintsAtPoint(found, level)) return TestGap::PointHinted;
-  return HiddenDeviation(result) > kMostHidden ? TestGap::Hidden : TestGap::None;
+  if (hidden > kMostHidden) return TestGap::Hidden;
+  return HintsAtPattern(found, HintLevelOfHidden(hidden)) ? TestGap::PatternHinted : TestGap::None;
 }
 
 }  // namespace tarnwick
