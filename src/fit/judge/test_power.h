@@ -20,7 +20,8 @@ enum class TestGap {
 
 /// With n degrees of freedom chance must lead to what was found in more than 0.003 (30 / n)^3 of all fits, 0.15 at most: a gross
 /// deviation, twice the scatter, does so in less than one of a hundred. Five times as many where the residuals are those of
-/// several DataSets. Known errors of the points make up for numbers.
+/// several DataSets. Where the scatter may hide nearly too much, 0.15 times the square of how nearly is the least for a pattern.
+/// Known errors of the points make up for numbers.
 TestGap FindTestGap(const FitResult& result);
 
 /// The deviation of the model, relative to the spread of what it follows, that one test at a level of 0.001 finds in nine of ten
