@@ -13,7 +13,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr rlim_t kMostMemory = rlim_t{6} << 30;
+[[maybe_unused]] constexpr rlim_t kMostMemory = rlim_t{6} << 30;
 constexpr rlim_t kMostSeconds = 600;  // of computing
 
 void Bound(int resource, rlim_t most) {
