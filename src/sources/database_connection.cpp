@@ -10,9 +10,11 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 #include "base/error.h"
+#include "sources/key_store.h"
 #include "sources/session_passwords.h"
 #include "sources/sqlite_file.h"
 #include "sources/statement_limit.h"
@@ -118,9 +120,9 @@ DatabaseConnection::DatabaseConnection(const DatabasePlace& place)
   if (place.scheme == "sqlite") {
     database_.setDatabaseName(QString::fromStdString(place.address));
   } else {
-    OpenServer(place);
+    SetServer(place);
   }
-  if (!database_.open()) Refuse(database_.lastError());
+  if (!database_.open() && !OpenByKeptPassword()) Refuse(database_.lastError());
   Prepare();
 }
 
@@ -180,7 +182,19 @@ bool DatabaseConnection::IsAlive() const {
   return database_.isOpen() && QSqlQuery(database_).exec(QStringLiteral("SELECT 1"));
 }
 
-void DatabaseConnection::OpenServer(const DatabasePlace& place) {
+/// The key store is asked only when a server wants what nobody has given yet.
+bool DatabaseConnection::OpenByKeptPassword() {
+  if (!IsAboutPassword(database_.lastError())) return false;
+  const std::optional<QString> kept = KeptPassword(place_.Server());
+  if (!kept || *kept == password_) return false;
+  password_ = *kept;
+  database_.setPassword(password_);
+  if (!database_.open()) return false;
+  RememberPassword(place_.Server(), password_);
+  return true;
+}
+
+void DatabaseConnection::SetServer(const DatabasePlace& place) {
   password_ = PasswordFor(place.Server());
   database_.setPassword(password_);
   if (place.scheme == "odbc") {

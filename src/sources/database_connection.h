@@ -18,7 +18,8 @@ namespace tarnwick {
 class DatabaseConnection {
  public:
   /// Loads the driver and connects. The server that the environment variable TARNWICK_DB_SERVER names is given the
-  /// password of TARNWICK_DB_PASSWORD, any other one the one that the user gave (PasswordFor).
+  /// password of TARNWICK_DB_PASSWORD, any other one the one that the user gave (PasswordFor), and where that does not serve the one
+  /// that the key store keeps.
   /// Throws FileError for files that are missing or no data bases, PasswordWanted where the password is missing or wrong, Error
   /// for drivers and servers that are not there.
   explicit DatabaseConnection(const DatabasePlace& place);
@@ -48,7 +49,8 @@ class DatabaseConnection {
   std::string TextOf(const QSqlError& error) const;
 
  private:
-  void OpenServer(const DatabasePlace& place);
+  void SetServer(const DatabasePlace& place);
+  bool OpenByKeptPassword();
   void Prepare();
   [[noreturn]] void Refuse(const QSqlError& error);
 

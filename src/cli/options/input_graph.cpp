@@ -80,11 +80,28 @@ std::string TitleOf(const InputArguments& arguments) {
 }
 
 /// The bus speaks to programs with a loop of events only.
+class BusIsHeard {
+ public:
+  BusIsHeard() {
+    if (QCoreApplication::instance() == nullptr) loop_.emplace();
+  }
+
+ private:
+  std::optional<HeadlessGui> loop_;
+};
+
 ImportSource AskOverTheBus(const std::string& links, const ImportOptions& options) {
   ReadOption([&] { return ReadLinkList(links); });
-  std::optional<HeadlessGui> loop;
-  if (QCoreApplication::instance() == nullptr) loop.emplace();
+  const BusIsHeard heard;
   return OpenLinks(links, options);
+}
+
+/// A server may want a password that the key store, which is on the bus, keeps.
+ImportSource AskDatabase(const DatabasePlace& place, const ImportOptions& options,
+                         Progress& progress) {
+  std::optional<BusIsHeard> heard;
+  if (!place.Server().empty()) heard.emplace();
+  return OpenDatabase(place, options, progress);
 }
 
 void RefuseArrays(FileToExamine file, ImportSource&) {
@@ -148,7 +165,7 @@ ImportSource OpenData(const InputArguments& arguments, Progress& progress) {
   const ImportOptions options = ToImportOptions(arguments.import);
   if (NamesLinks(arguments)) return AskOverTheBus(arguments.import.links, options);
   return NamesDatabase(arguments)
-             ? OpenDatabase(PlaceNamed(arguments), options, progress)
+             ? AskDatabase(PlaceNamed(arguments), options, progress)
              : OpenImportSource(arguments.file, options, KindsFor(arguments.import), progress);
 }
 

@@ -23,6 +23,7 @@
 #include "desk/work/latest_work.h"
 #include "sources/database_connection.h"
 #include "sources/database_supplier.h"
+#include "sources/key_store.h"
 #include "sources/session_passwords.h"
 #include "sources/thinned_view.h"
 
@@ -47,6 +48,8 @@ DatabaseEdit::DatabaseEdit(QWidget* parent)
       address_(new QLineEdit(this)),
       browse_(new QPushButton(tr("&File..."), this)),
       password_(new QLineEdit(this)),
+      password_label_(new QLabel(tr("Pass&word:"), this)),
+      keep_(new QPushButton(tr("&Keep"), this)),
       table_(new QComboBox(this)),
       query_(new QPlainTextEdit(this)),
       thinned_(new QCheckBox(tr("T&hinned by the data base"), this)),
@@ -68,6 +71,11 @@ void DatabaseEdit::MakeFields() {
   password_->setObjectName("DatabasePassword");
   password_->setEchoMode(QLineEdit::Password);
   password_->setPlaceholderText(tr("kept until the program ends, never in a file"));
+  keep_->setObjectName("DatabaseKeep");
+  keep_->setAutoDefault(false);
+  keep_->setToolTip(tr(
+      "Puts the password into the key store of the desktop, where it is looked for when the server "
+      "wants one; with an empty field, takes it out again"));
   table_->setObjectName("DatabaseTables");
   table_->setEditable(true);
   table_->setInsertPolicy(QComboBox::NoInsert);
@@ -95,6 +103,9 @@ void DatabaseEdit::MakeLayout() {
   auto* const line = new QHBoxLayout;
   line->addWidget(address_, 1);
   line->addWidget(browse_);
+  auto* const password = new QHBoxLayout;
+  password->addWidget(password_, 1);
+  password->addWidget(keep_);
   auto* const test = new QHBoxLayout;
   test->addWidget(test_, 0, Qt::AlignTop);
   test->addWidget(told_, 1, Qt::AlignTop);
@@ -104,7 +115,8 @@ void DatabaseEdit::MakeLayout() {
   auto* const caption = new QLabel(tr("&Data base:"), this);
   caption->setBuddy(address_);
   form_->addRow(caption, line);
-  form_->addRow(tr("Pass&word:"), password_);
+  password_label_->setBuddy(password_);
+  form_->addRow(password_label_, password);
   form_->addRow(tr("Ta&ble:"), table_);
   form_->addRow(tr("&Query:"), query_);
   form_->addRow(QString(), thinned_);
@@ -123,6 +135,7 @@ void DatabaseEdit::Connect() {
     address_->setModified(false);
   });
   connect(password_, &QLineEdit::textEdited, this, &DatabaseEdit::PasswordTyped);
+  connect(keep_, &QPushButton::clicked, this, &DatabaseEdit::KeepOrForget);
   connect(table_, &QComboBox::editTextChanged, this, &PlaceEdit::edited);
   connect(query_, &QPlainTextEdit::textChanged, this, &DatabaseEdit::QueryChanged);
   connect(thinned_, &QCheckBox::toggled, this, &PlaceEdit::edited);
@@ -188,7 +201,9 @@ void DatabaseEdit::AddressChanged() {
   const QString address = address_->text().trimmed();
   const bool file = address.isEmpty() || address.startsWith("sqlite:", Qt::CaseInsensitive);
   password_->setVisible(!file);
-  form_->labelForField(password_)->setVisible(!file);
+  if (!file && !has_key_store_) has_key_store_ = HasKeyStore();
+  keep_->setVisible(!file && has_key_store_.value_or(false));
+  password_label_->setVisible(!file);
   password_->clear();
   Tell({}, false);
 }
@@ -197,6 +212,21 @@ void DatabaseEdit::PasswordTyped() {
   try {
     const std::string server = ParseDatabaseUrl(address_->text().trimmed().toStdString()).Server();
     RememberPassword(server, password_->text());
+  } catch (const Error& error) {
+    Tell(ToQt(error.what()), true);
+  }
+}
+
+void DatabaseEdit::KeepOrForget() {
+  try {
+    const std::string server = ParseDatabaseUrl(address_->text().trimmed().toStdString()).Server();
+    if (password_->text().isEmpty()) {
+      ForgetKeptPassword(server);
+      Tell(tr("The key store keeps no password for this server."), false);
+    } else {
+      KeepPassword(server, password_->text());
+      Tell(tr("The key store keeps the password for this server."), false);
+    }
   } catch (const Error& error) {
     Tell(ToQt(error.what()), true);
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTimer>
+#include <optional>
 
 #include "desk/sources/place_edit.h"
 #include "sources/database_place.h"
@@ -37,6 +38,8 @@ class DatabaseEdit final : public PlaceEdit {
   void ChooseFile();
   void AddressChanged();
   void PasswordTyped();
+  /// Puts what is typed into the desktop's key store, or takes it out again where nothing is.
+  void KeepOrForget();
   void QueryChanged();
   /// What the base at the address holds, and whether table or query can be read there.
   void Ask();
@@ -48,6 +51,9 @@ class DatabaseEdit final : public PlaceEdit {
   QLineEdit* address_;
   QPushButton* browse_;
   QLineEdit* password_;
+  QLabel* password_label_;
+  QPushButton* keep_;
+  std::optional<bool> has_key_store_;  // once it was asked for
   QComboBox* table_;
   QPlainTextEdit* query_;
   QCheckBox* thinned_;
