@@ -16,6 +16,7 @@ namespace tarnwick {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 TEST(Recipes, AreReadAsTheyAreWritten) {
   const Recipe odd{
@@ -107,6 +108,27 @@ TEST_F(MadeOnGraph, TellsWhatCannotBeComputedAnew) {
         "\"3\" stays as it is: it was computed from itself", "\"4\" stays as it is: \"smooth(",
         "\"5\" stays as it is: the graph has two DataSets \"Twice\"."})
     EXPECT_THAT(made.told, HasSubstr(told));
+}
+
+TEST_F(MadeOnGraph, AMeanSaysWhatDoesNotGoIntoIt) {
+  TSeries& other = Add("Other");
+  other.AddPoint(0, 1);
+  const auto told = [&] {
+    const ToolInput input{{&rate_, &rate_, &other}, ToolSettings(kAverageTool.settings)};
+    const std::string name = MadeName(graph_, rate_, kAverageTool);
+    return AddMade(graph_, kAverageTool, input, {name, AxisId::Y}).told;
+  };
+  EXPECT_THAT(told(), Not(HasSubstr("mean")));
+  other.SetBaseLineSlope(2);
+  EXPECT_THAT(told(), HasSubstr("Base lines of the DataSets do not go into their mean."));
+  other.SetBaseLineSlope(0);
+  other.SetZeroValue(3);
+  PointErrors errors;
+  errors.y = {ErrorKind::Constant, 1};
+  other.SetErrors(errors);
+  EXPECT_THAT(told(), HasSubstr("Errors and base lines of the DataSets do not go into"));
+  other.SetZeroValue(0);
+  EXPECT_THAT(told(), HasSubstr("Errors of the DataSets do not go into"));
 }
 
 TEST_F(MadeOnGraph, RefusesDataSetsThatAToolCannotTake) {

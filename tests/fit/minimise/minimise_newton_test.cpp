@@ -123,6 +123,30 @@ TEST(MinimiseNewton, HardShapesReachTheMinimumFromEveryStart) {
   }
 }
 
+// A factor that is a power of two changes no digit of the values: nothing may depend on the unit of Y.
+TEST(MinimiseNewton, TheUnitOfYChangesNoStep) {
+  for (const HardProblem& problem : HardProblems()) {
+    for (const std::vector<double>& start : problem.starts) {
+      SCOPED_TRACE(problem.name + " from " + ::testing::PrintToString(start));
+      const auto fit = [&](const std::string& factor, double value) {
+        const auto model = MakeModel(factor + "*(" + problem.expression + ")", At(problem, start));
+        Points points = problem.points;
+        for (double& y : points.y) y *= value;
+        ModelResiduals residuals(*model, points.View());
+        return testing::Fit(residuals).outcome;
+      };
+      const MinimiseOutcome own = fit("1", 1), large = fit("1048576", 0x1p20),
+                            small = fit("9.5367431640625e-7", 0x1p-20);
+      for (const MinimiseOutcome* other : {&large, &small}) {
+        EXPECT_EQ(other->p, own.p);
+        EXPECT_EQ(other->iterations, own.iterations);
+        EXPECT_EQ(other->evaluations, own.evaluations);
+        EXPECT_EQ(other->stop_test, own.stop_test);
+      }
+    }
+  }
+}
+
 /// Three peaks on a slope, and starts that lead a plain run into a poorer minimum.
 TEST(FitByNewton, SearchesWhereResidualsFollowAPattern) {
   const auto peak = [](double x, double x0, double s) {

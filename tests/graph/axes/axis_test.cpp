@@ -162,6 +162,9 @@ TEST_F(AxisTest, RepairsAManualRangeWithoutData) {
   axis.SetDateTickType(DateTickType::Day);
   EXPECT_TRUE(axis.UpdateScale());
   ExpectRange(44995.5, 45000.5);
+  axis.SetDateTickType(DateTickType::Hour);
+  EXPECT_TRUE(axis.UpdateScale());
+  ExpectRange(45000.5 - 5.0 / 24, 45000.5);
 }
 
 TEST_F(AxisTest, TimeAxisStepsByItsUnit) {

@@ -19,6 +19,7 @@ TEST(LegendNames, KeepWhatTellsThemApart) {
        14,
        "P…1, first run"},
       {{"Pressure of reactor 1, first run", "Pressure of reactor 2, first run"}, 9, "Pre…1, f…"},
+      {{"ab 1, first run", "ab 2, first run"}, 8, "ab 1, f…"},
       {{"First long name", "Second long name"}, 8, "First l…"},
       {{"a.very-long-path/x", "b.very-long-path/x", "a.very-long-path/y"}, 6, "a.ve…x"},
       {{"Pressure 1234567890", "Pressure 123"}, 6, "…1234…"},
