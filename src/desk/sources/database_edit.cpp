@@ -48,8 +48,7 @@ DatabaseEdit::DatabaseEdit(QWidget* parent)
       address_(new QLineEdit(this)),
       browse_(new QPushButton(tr("&File..."), this)),
       password_(new QLineEdit(this)),
-      password_label_(new QLabel(tr("Pass&word:"), this)),
-      keep_(new QPushButton(tr("&Keep"), this)),
+      keep_(new QPushButton(tr("Kee&p"), this)),
       table_(new QComboBox(this)),
       query_(new QPlainTextEdit(this)),
       thinned_(new QCheckBox(tr("T&hinned by the data base"), this)),
@@ -103,9 +102,9 @@ void DatabaseEdit::MakeLayout() {
   auto* const line = new QHBoxLayout;
   line->addWidget(address_, 1);
   line->addWidget(browse_);
-  auto* const password = new QHBoxLayout;
-  password->addWidget(password_, 1);
-  password->addWidget(keep_);
+  password_row_ = new QHBoxLayout;
+  password_row_->addWidget(password_, 1);
+  password_row_->addWidget(keep_);
   auto* const test = new QHBoxLayout;
   test->addWidget(test_, 0, Qt::AlignTop);
   test->addWidget(told_, 1, Qt::AlignTop);
@@ -115,8 +114,9 @@ void DatabaseEdit::MakeLayout() {
   auto* const caption = new QLabel(tr("&Data base:"), this);
   caption->setBuddy(address_);
   form_->addRow(caption, line);
-  password_label_->setBuddy(password_);
-  form_->addRow(password_label_, password);
+  auto* const wanted = new QLabel(tr("Pass&word:"), this);
+  wanted->setBuddy(password_);
+  form_->addRow(wanted, password_row_);
   form_->addRow(tr("Ta&ble:"), table_);
   form_->addRow(tr("&Query:"), query_);
   form_->addRow(QString(), thinned_);
@@ -200,10 +200,9 @@ void DatabaseEdit::AddressChanged() {
   patience_.stop();
   const QString address = address_->text().trimmed();
   const bool file = address.isEmpty() || address.startsWith("sqlite:", Qt::CaseInsensitive);
-  password_->setVisible(!file);
+  form_->setRowVisible(password_row_, !file);
   if (!file && !has_key_store_) has_key_store_ = HasKeyStore();
   keep_->setVisible(!file && has_key_store_.value_or(false));
-  password_label_->setVisible(!file);
   password_->clear();
   Tell({}, false);
 }

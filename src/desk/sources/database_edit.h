@@ -11,6 +11,7 @@
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -51,7 +52,6 @@ class DatabaseEdit final : public PlaceEdit {
   QLineEdit* address_;
   QPushButton* browse_;
   QLineEdit* password_;
-  QLabel* password_label_;
   QPushButton* keep_;
   std::optional<bool> has_key_store_;  // once it was asked for
   QComboBox* table_;
@@ -60,6 +60,7 @@ class DatabaseEdit final : public PlaceEdit {
   QPushButton* test_;
   QLabel* told_;
   QFormLayout* form_ = nullptr;
+  QHBoxLayout* password_row_ = nullptr;
   LatestWork* asking_;
   QTimer patience_;
 };
