@@ -33,6 +33,7 @@ constexpr int kStepsBetweenLooks =
     20'000;                           // of the machine that runs statements: about a millisecond
 constexpr double kNarrow = 1.0 / 16;  // of the whole: looking up by an index pays
 constexpr std::size_t kMostThreads = 8;
+constexpr std::int64_t kRowsBetweenLooks = 1 << 16;
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 constexpr const char* kTaking = "tarnwick_take";
 
@@ -278,11 +279,37 @@ std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Rang
   return parts;
 }
 
+/// How far the thread that asked is, for all of them.
+class Advance {
+ public:
+  /// `rows`: of the table; 0 where nobody knows.
+  Advance(Progress& progress, const std::string& subject, std::int64_t rows, std::size_t threads)
+      : progress_(progress),
+        subject_(subject),
+        rows_(rows),
+        threads_(static_cast<std::int64_t>(threads)) {}
+
+  void AddRow() {
+    if (++seen_ % kRowsBetweenLooks != 0 || rows_ == 0) return;
+    if (!std::exchange(begun_, true)) progress_.Begin("Loading data", subject_, rows_);
+    progress_.Advance(std::min(seen_ * threads_, rows_));
+  }
+
+ private:
+  Progress& progress_;
+  const std::string& subject_;
+  std::int64_t rows_;
+  std::int64_t threads_;
+  std::int64_t seen_ = 0;
+  bool begun_ = false;
+};
+
 void GoThrough(const ThinnedView& view, const Road& road, const std::string& part, Range range,
-               Progress& progress, ThinnedColumns& columns) {
+               Progress& progress, ThinnedColumns& columns, Advance* advance = nullptr) {
   const File file(view.place, progress);
   std::vector<double> row(1 + view.y.size());
   const auto add = [&](std::span<sqlite3_value* const> values) {
+    if (advance != nullptr) advance->AddRow();
     row[0] = NumberOf(values[0], view.x.format);
     if (!(row[0] >= range.x_min && row[0] <= range.x_max)) return;
     for (std::size_t y = 1; y < row.size(); ++y) {
@@ -291,6 +318,13 @@ void GoThrough(const ThinnedView& view, const Road& road, const std::string& par
     columns.Add(row.data());
   };
   HandRows(file, road.columns, road.from + " WHERE " + part, add);
+}
+
+/// That a view of the whole goes through, as the keys tell; 0 where nobody knows.
+std::int64_t RowsOf(const ThinnedView& view, const Road& road) {
+  if (!road.keys || std::isfinite(view.x_min) || std::isfinite(view.x_max)) return 0;
+  const auto [first, last] = *road.keys;
+  return first > 0 ? last - first + 1 : 0;
 }
 
 }  // namespace
@@ -314,9 +348,11 @@ ThinnedRows FetchThinnedOfSqlite(const ThinnedView& view, Progress& progress) {
       GoThrough(view, road, parts[i], range, progress, found[i]);
     }));
   }
+  const std::string subject = view.place.Name();
+  Advance advance(progress, subject, RowsOf(view, road), parts.size());
   std::exception_ptr trouble;
   try {
-    GoThrough(view, road, parts[0], range, progress, found[0]);
+    GoThrough(view, road, parts[0], range, progress, found[0], &advance);
   } catch (...) {
     trouble = std::current_exception();
   }
