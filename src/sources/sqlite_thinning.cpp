@@ -279,29 +279,24 @@ std::vector<std::string> PartsOf(const ThinnedView& view, const Road& road, Rang
   return parts;
 }
 
-/// How far the thread that asked is, for all of them.
+/// How far the thread that asked is, and with it the others.
 class Advance {
  public:
-  /// `rows`: of the table; 0 where nobody knows.
-  Advance(Progress& progress, const std::string& subject, std::int64_t rows, std::size_t threads)
-      : progress_(progress),
-        subject_(subject),
-        rows_(rows),
-        threads_(static_cast<std::int64_t>(threads)) {}
+  /// `rows` that it goes through; 0 where nobody knows. At the end `most` is done.
+  Advance(Progress& progress, std::int64_t rows, std::int64_t most)
+      : progress_(progress), rows_(rows), most_(most) {}
 
   void AddRow() {
     if (++seen_ % kRowsBetweenLooks != 0 || rows_ == 0) return;
-    if (!std::exchange(begun_, true)) progress_.Begin("Loading data", subject_, rows_);
-    progress_.Advance(std::min(seen_ * threads_, rows_));
+    const double share = static_cast<double>(seen_) / static_cast<double>(rows_);
+    progress_.Advance(static_cast<std::int64_t>(std::min(share, 1.0) * static_cast<double>(most_)));
   }
 
  private:
   Progress& progress_;
-  const std::string& subject_;
   std::int64_t rows_;
-  std::int64_t threads_;
+  std::int64_t most_;
   std::int64_t seen_ = 0;
-  bool begun_ = false;
 };
 
 void GoThrough(const ThinnedView& view, const Road& road, const std::string& part, Range range,
@@ -348,8 +343,8 @@ ThinnedRows FetchThinnedOfSqlite(const ThinnedView& view, Progress& progress) {
       GoThrough(view, road, parts[i], range, progress, found[i]);
     }));
   }
-  const std::string subject = view.place.Name();
-  Advance advance(progress, subject, RowsOf(view, road), parts.size());
+  const auto sharing = static_cast<std::int64_t>(parts.size());
+  Advance advance(progress, RowsOf(view, road) / sharing, MostThinnedRows(view.columns));
   std::exception_ptr trouble;
   try {
     GoThrough(view, road, parts[0], range, progress, found[0], &advance);

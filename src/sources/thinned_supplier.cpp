@@ -74,7 +74,7 @@ void ThinnedSupplier::SkipRows(std::int32_t rows) {
 }
 
 std::int64_t ThinnedSupplier::Size() const {
-  return picked_ ? static_cast<std::int64_t>(picked_->x.size()) : std::int64_t{4} * kColumnsOfWhole;
+  return picked_ ? static_cast<std::int64_t>(picked_->x.size()) : MostThinnedRows(kColumnsOfWhole);
 }
 
 std::int32_t ThinnedSupplier::RowCount() {

@@ -18,6 +18,11 @@ inline constexpr int kColumnsOfWhole = 16 * 2048;
 /// Columns of a view where no screen says how many.
 inline constexpr int kColumnsOfView = 2048;
 
+/// Of a Y: first, last, lowest and highest of each column.
+constexpr std::int64_t MostThinnedRows(int columns) {
+  return std::int64_t{4} * columns;
+}
+
 /// A column, and how its texts become numbers.
 struct ThinnedColumn {
   std::string name = {};
@@ -46,7 +51,7 @@ bool CanThin(const DatabasePlace& place);
 
 /// Asks a connection of its own, in the thread that calls. Every row that is the lowest or highest of a Y in its column of the
 /// view is among the answer. Throws Error and FileError as suppliers do, and UnpackingCancelled when `progress` cancels, which
-/// reaches the data base.
+/// reaches the data base. Where it can be told how far it is, `progress` comes to MostThinnedRows of the columns.
 ThinnedRows FetchThinned(const ThinnedView& view, Progress& progress);
 
 }  // namespace tarnwick
