@@ -94,6 +94,8 @@ struct TDSInfo {
   /// The source itself picks the rows that a view shows: the highest and lowest of each of its columns (key 85, written only
   /// when true).
   bool ThinnedAtSource = false;
+  /// The line above NamesLine holds the upper words of the names (key 86, written only when true).
+  bool StackedNames = false;
   std::string Recipe;  ///< how computed points were made; empty: they were not (key 77)
   std::int32_t x_column_index = -1;  ///< resolved position, -1 when not yet resolved; never stored
   std::int32_t y_column_index = -1;

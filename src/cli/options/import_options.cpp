@@ -146,6 +146,10 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
   command.Add("--names-line", arguments.names_line, "Line of the columns' names, from 1")
       .Group(group)
       .Check(kPositiveNumber);
+  command
+      .AddChoice("--stacked-names,!--no-stacked-names", arguments.stacked_names,
+                 "Whether the line above it holds the upper words of the names")
+      .Group(group);
   command.Add("--units-line", arguments.units_line, "Line of the columns' units, from 1")
       .Group(group)
       .Check(kPositiveNumber);
@@ -225,6 +229,7 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   options.cuts = arguments.cuts;
   ReadRows(arguments.rows, options);
   options.names_line = arguments.names_line;
+  options.stacked_names = arguments.stacked_names;
   options.units_line = arguments.units_line;
   options.comment_marks = arguments.comment_marks;
   options.missing = arguments.missing;

@@ -38,6 +38,7 @@ struct ImportArguments {
   bool duplicates = false;
   bool overwrite_equal = false;
   std::optional<int> names_line;
+  std::optional<bool> stacked_names;
   std::optional<int> units_line;
   std::optional<std::string> comment_marks;
   std::optional<std::string> missing;

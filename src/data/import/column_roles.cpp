@@ -11,6 +11,7 @@
 #include "data/import/import_file.h"
 #include "data/import/name_words.h"
 #include "data/import/value_order.h"
+#include "data/import/values_in_turn.h"
 #include "data/import/x_choice.h"
 #include "data/text/text_fields.h"
 
@@ -75,13 +76,30 @@ class LeavingOut {
   ChosenColumns& chosen_;
 };
 
+/// The name itself of "x1 [s]".
+std::string_view WithoutUnit(std::string_view name) {
+  return name.ends_with(']') ? TrimBlankBytes(name.substr(0, name.rfind('['))) : name;
+}
+
 /// "X1", "X 2", "time (s).1", "x1 [s]" without what counts them and without the unit.
 std::string WithoutCount(std::string_view name) {
-  if (name.ends_with(']')) name = TrimBlankBytes(name.substr(0, name.rfind('[')));
+  name = WithoutUnit(name);
   const std::size_t last = name.find_last_not_of("0123456789");
   const std::string_view bare = name.substr(0, last == name.npos ? name.size() : last + 1);
   const std::size_t end = bare.find_last_not_of(" ._-#");
   return LowerAscii(bare.substr(0, end == bare.npos ? bare.size() : end + 1));
+}
+
+/// "B Strain [%]" behind "A Strain [%]", where the words over columns tell groups of them apart.
+bool EndAlike(std::string_view one, std::string_view other) {
+  one = WithoutUnit(one);
+  other = WithoutUnit(other);
+  const auto [first, second] =
+      std::mismatch(one.rbegin(), one.rend(), other.rbegin(), other.rend());
+  const std::string_view shared =
+      one.substr(one.size() - static_cast<std::size_t>(first - one.rbegin()));
+  const std::size_t gap = shared.find(' ');
+  return one != other && gap != shared.npos && gap + 1 < shared.size();
 }
 
 /// Columns called as X that stand ahead of others each give these their X, if all have equally many behind them.
@@ -91,8 +109,10 @@ void PairColumns(const ImportSource& source, ChosenColumns& chosen) {
   Columns xs{chosen.x};
   Columns ys;
   for (const std::int32_t column : chosen.y) {
-    const bool repeats = column > chosen.x && WithoutCount(source.NameOf(column)) == name &&
-                         IsMonotone(source.GuessOf(column).values);
+    const bool alike =
+        WithoutCount(source.NameOf(column)) == name ||
+        (source.info.StackedNames && EndAlike(source.NameOf(chosen.x), source.NameOf(column)));
+    const bool repeats = column > chosen.x && alike && IsMonotone(source.GuessOf(column).values);
     (repeats ? xs : ys).push_back(column);
   }
   if (xs.size() < 2) return;
@@ -170,6 +190,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     chosen.x = kJoinedTimeColumn;
   } else if (numbers.size() > 1) {
     chosen.x = ChooseX(source, numbers);
+    const bool rises = chosen.x >= 0 && IsMonotone(source.GuessOf(chosen.x).values);
+    if (!rises && HoldsValuesInTurn(source)) chosen.x = kRowNumberColumn;
   }
   const auto is_error = [&](std::int32_t column) { return IsErrorColumn(source, chosen, column); };
   Columns errors;
@@ -195,6 +217,11 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   if (!options.x_column && chosen.x == kRowNumberColumn && HoldsSeriesInRows(source)) {
     chosen.notes.emplace_back(
         "columns are called by numbers or dates: each row holds a series, which is shown column by "
+        "column");
+  }
+  if (!options.x_column && HoldsValuesInTurn(source)) {
+    chosen.notes.emplace_back(
+        "the values of a row seem to go on in the next, as one curve: they are shown column by "
         "column");
   }
   LeavingOut out(source, chosen);

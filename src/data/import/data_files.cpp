@@ -29,6 +29,7 @@ GuessHints HintsOf(const ImportOptions& options) {
           .column_cuts = options.cuts,
           .header_lines = options.headers,
           .names_line = options.names_line,
+          .stacked_names = options.stacked_names,
           .units_line = options.units_line,
           .comment_marks = options.comment_marks};
 }
@@ -51,6 +52,7 @@ bool RiseAcross(const std::vector<std::string>& names) {
 void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   TDSInfo by_rule = info;
   by_rule.NamesLine = 0;
+  by_rule.StackedNames = false;
   const TextLayout layout(info, line_end);
   const std::vector<std::string> ruled = ReadTextNames(text, layout, by_rule).names;
   const std::vector<std::string> stated = ReadTextNames(text, layout, info).names;

@@ -33,6 +33,7 @@ struct ImportOptions {
   double row_value1 = 0;
   double row_value2 = 0;
   std::optional<std::int32_t> names_line;    ///< line of the columns' names from 1
+  std::optional<bool> stacked_names;         ///< the line above that one belongs to the names
   std::optional<std::int32_t> units_line;    ///< line of their units from 1
   std::optional<std::string> comment_marks;  ///< what begins a line that is no row; blanks between
   std::optional<std::string> missing;        ///< what stands for no value; blanks between

@@ -8,6 +8,7 @@ namespace {
 void SayRows(const TDSInfo& source, ImportOptions& options) {
   options.headers = source.FileHasHeaders;
   options.names_line = source.NamesLine;
+  options.stacked_names = source.StackedNames;
   options.units_line = source.UnitsLine;
   options.comment_marks = source.CommentMarks;
   options.missing = source.MissingValues;

@@ -22,6 +22,7 @@ constexpr SourceSetting kTextSettings[] = {
     {"ColumnCuts", Opens},
     {"MergeSeparators", Opens},
     {"NamesLine", Opens},
+    {"StackedNames", Opens},
     {"UnitsLine", Opens},
     {"CommentMarks", Opens},
     {"MissingValues", Opens},

@@ -31,7 +31,8 @@ std::vector<std::string> Cut(std::string_view line, const TextLayout& layout, st
 
 /// What a line is by its number alone; a row where that tells nothing.
 LineRole RoleOfNumber(std::int64_t number, const TDSInfo& info) {
-  if (number == info.NamesLine) return LineRole::Names;
+  const bool upper = info.StackedNames && number + 1 == info.NamesLine;
+  if (number == info.NamesLine || upper) return LineRole::Names;
   if (number == info.UnitsLine) return LineRole::Units;
   return number <= info.FileHasHeaders ? LineRole::Header : LineRole::Row;
 }

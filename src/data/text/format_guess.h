@@ -38,6 +38,7 @@ struct TextFormat {
   CutsFrom cuts_from = CutsFrom::Nowhere;
   std::int32_t header_lines = 0;  ///< lines before the first row of data
   std::int32_t names_line = 0;    ///< from 1; 0: none was found, or where the rule finds it
+  bool stacked_names = false;     ///< the line above belongs to the names as well
   std::int32_t units_line = 0;    ///< from 1; 0: none
   std::int32_t table_lines = 0;   ///< lines of the table behind the headers; 0: to the end
   std::string comment_marks = "# %";
@@ -62,6 +63,7 @@ struct GuessHints {
   std::optional<std::string> column_cuts;    ///< given: cut there, or not by cuts where empty
   std::optional<std::int32_t> header_lines;
   std::optional<std::int32_t> names_line;
+  std::optional<bool> stacked_names;
   std::optional<std::int32_t> units_line;
   std::optional<std::string> comment_marks;
 };

@@ -38,10 +38,10 @@ struct OtherText {
 };
 
 constexpr OtherText kOtherTexts[] = {
-    {"##", "(X++(Y..Y))",
-     "This is JCAMP-DX with several values of Y on a line, which cannot be read; save it as X and "
-     "Y in "
-     "two columns"},
+    {"##", "##NTUPLES",
+     "This is JCAMP-DX of several tables (NTUPLES), which cannot be read; save it as X and Y in "
+     "two "
+     "columns"},
     {">HEAD", ">FREQ",
      "This is EDI, whose values go over several lines, which cannot be read; convert them to "
      "columns"},
@@ -99,6 +99,11 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
   if (format.left_out_from > 0) {
     notes.push_back("the lines from " + std::to_string(format.left_out_from) +
                     " on are no part of the table and left out");
+  }
+  if (format.stacked_names) {
+    const std::string upper = std::to_string(format.names_line - 1);
+    notes.push_back("the names are put together from lines " + upper + " and " +
+                    std::to_string(format.names_line) + " (--no-stacked-names takes the lower)");
   }
   if (std::ranges::any_of(format.columns, &ColumnGuess::has_uncertainties)) {
     notes.emplace_back("what stands behind numbers as \"± 0.2\" or \"(5)\" is passed over");

@@ -172,12 +172,6 @@ Names SplitByPlace(std::string_view line, const TextLayout& layout) {
   return names;
 }
 
-/// A comment's marks give way to as many blanks.
-std::string WithBlankedMarks(std::string_view line, const TextLayout& layout) {
-  const std::string_view rest = WithoutCommentMarks(line, layout);
-  return std::string(static_cast<std::size_t>(rest.data() - line.data()), ' ') + std::string(rest);
-}
-
 /// The inside of "[time, voltage]", and what follows "VARIABLES =" or the mark of "~Time".
 std::string_view WithoutFrame(std::string_view whole) {
   const std::string_view line = TrimBlankBytes(whole);
@@ -267,6 +261,11 @@ std::string_view WithoutCommentMarks(std::string_view line, const TextLayout& la
     line = TrimBlankBytes(line.substr(mark.size()));
   }
   return line;
+}
+
+std::string WithBlankedMarks(std::string_view line, const TextLayout& layout) {
+  const std::string_view rest = WithoutCommentMarks(line, layout);
+  return std::string(static_cast<std::size_t>(rest.data() - line.data()), ' ') + std::string(rest);
 }
 
 bool EndsWithSeparator(std::string_view line, const TextLayout& layout) {

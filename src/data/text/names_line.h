@@ -15,6 +15,9 @@ namespace tarnwick {
 /// A line of a comment without its marks and the blanks around them.
 std::string_view WithoutCommentMarks(std::string_view line, const TextLayout& layout);
 
+/// The line with as many blanks in place of a comment's marks.
+std::string WithBlankedMarks(std::string_view line, const TextLayout& layout);
+
 /// A field of a line of names as UTF-8, without markers, at most 255 bytes; blanks stand for control characters.
 std::string NameText(std::string_view field, const TextLayout& layout);
 

@@ -9,6 +9,7 @@
 #include "data/text/listed_names.h"
 #include "data/text/names_line.h"
 #include "data/text/row_remark.h"
+#include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
 
 namespace tarnwick {
@@ -165,6 +166,17 @@ Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout
   return std::move(fields).value_or(Fields());
 }
 
+/// The names on the line that is said to hold them, with the upper words of the line above where they have such.
+Fields StatedNames(std::string_view text, const TDSInfo& info, const TextLayout& layout,
+                   std::int32_t columns, const Opening& opening) {
+  if (info.StackedNames && info.NamesLine > 1) {
+    auto names = StackNames(LineAt(text, info.NamesLine - 1, layout.line_end),
+                            LineAt(text, info.NamesLine, layout.line_end), layout, columns);
+    if (names) return *std::move(names);
+  }
+  return FieldsOfLine(text, info.NamesLine, layout, columns, opening);
+}
+
 /// The units of the columns; fewer than columns stand under their names.
 Fields UnitsOf(std::string_view text, const TDSInfo& info, const TextLayout& layout,
                std::int32_t columns, const Opening& opening) {
@@ -197,10 +209,9 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const T
   std::optional<ListedNames> listed;
   if (info.NamesLine == 0) listed = FindListedNames(opening.header, layout, rows);
   const bool stated = info.NamesLine != 0 || listed;
-  Line line = listed ? Line{{}, false, std::move(listed->names), true}
-              : stated
-                  ? Line{{}, false, FieldsOfLine(text, info.NamesLine, layout, rows, opening), true}
-                  : FindNames(text, layout, opening);
+  Line line = listed   ? Line{{}, false, std::move(listed->names), true}
+              : stated ? Line{{}, false, StatedNames(text, info, layout, rows, opening), true}
+                       : FindNames(text, layout, opening);
   const std::int32_t columns =
       line.comment || line.fits_rows ? rows : std::max(CountColumns(text, layout), rows);
 

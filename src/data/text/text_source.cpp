@@ -9,6 +9,7 @@
 #include "base/text_encoding.h"
 #include "data/packed/packing.h"
 #include "data/packed/unpack.h"
+#include "data/text/jcamp_text.h"
 #include "data/text/known_binaries.h"
 #include "data/text/quoted_lines.h"
 
@@ -80,7 +81,12 @@ void TextSource::Recognise(std::string_view bytes) {
                     "byte " + std::to_string(zero + 1));
   }
   if (text_.empty()) throw FileError("The file is empty", name_, "");
-  JoinQuotedLines();
+  if (std::optional<std::string> lines = LinesOfJcamp(text_, name_)) {
+    converted_ = *std::move(lines);
+    text_ = converted_;
+  } else {
+    JoinQuotedLines();
+  }
   line_end_ = FindLineEnd(text_);
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,29 @@ std::string Described(const ImportResult& result) {
     text += " " + series->SeriesName() + (error.empty() ? "" : " +- " + error) + ",";
   }
   return text + " " + std::to_string(result.series.front()->PointCount());
+}
+
+TEST(GuessedTables, CurvesThatGoOnFromLineToLineAreTold) {
+  const struct {
+    const char* what;
+    std::string text;
+    bool told;
+  } tables[] = {
+      {"behind an address",
+       "Live 9\n 0 3 5 4\n 3 9 1 7\n 6 4 5 6\n 9 7 8 8\n12 3 1 4\n15 3 2 7\n18 7 6 4\n21 5 5 5\n",
+       true},
+      {"without one", Rows(9, "@1 @3 @5 @8"), true},
+      {"a table", Rows(9, "@ @@ 7@ 9@"), false},
+      {"with names", "a b c d\n" + Rows(9, "@1 @3 @5 @8"), false},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& table : tables) {
+    const ImportResult result = ImportFile(folder.Write("t.txt", table.text));
+    const bool told = std::ranges::any_of(result.notes, [](const std::string& note) {
+      return note.find("as one curve") != note.npos;
+    });
+    EXPECT_EQ(told, table.told) << table.what;
+  }
 }
 
 TEST(GuessedTables, AreReadAsAPersonReadsThem) {
@@ -216,6 +240,23 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"a flag of errors that is zero throughout", "t,U,error\n" + Rows(9, "@,@@,0"), "t: U, 9"},
       {"numbered pairs with units", "x1,y1,x2,y2\ns,V,s,V\n" + Rows(9, "@,@@,1@,3@"),
        "x1 [s]: y1 [V], y2 [V], 9"},
+      {"words over others between blanks",
+       "        Temp  Temp  Wind\n  Date   Max   Min Speed\n" + Rows(9, "2024031@ @@ -@  1@"),
+       "Date: Temp Max, Temp Min, Wind Speed, 9"},
+      {"words over names that are alike",
+       "\tTemp\tLow\nDate\tOut\tOut\n" + Rows(9, "2024-03-1@\t@@\t1@"),
+       "Date: Temp Out, Low Out, 9"},
+      {"samples over their columns",
+       "Sample A,,Sample B,,\nnm,Abs,nm,Abs,\n" + Rows(9, "4@,@@,5@,3@,"),
+       "Sample A nm: Sample A Abs, Sample B Abs, 9"},
+      {"names over every second unit", "Abs,,Cond,\nml,mAU,ml,mS/cm\n" + Rows(9, "4@,@@,5@,3@"),
+       "Abs ml: Abs mAU, Cond mS/cm, 9"},
+      {"names that go on on the next line", "time flow\nheat mass\n" + Rows(9, "@ @@ 1@ 2@"),
+       "time: flow, heat, mass, 9"},
+      {"a title above names", "Results of today\nt    U   I\n" + Rows(9, "@  @@  1@"),
+       "t: U, I, 9"},
+      {"a title of two words above names", "Run     Two\nt    U   I\n" + Rows(9, "@  @@  1@"),
+       "t: U, I, 9"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };

@@ -1,0 +1,14 @@
+// Rows that hold one curve, several values a line, as spectrum analysers and seismographs write them. Knows the columns of a source
+// and their first values.
+#pragma once
+
+#include "data/import/import_source.h"
+
+namespace tarnwick {
+
+/// True when the columns without names are one curve that goes on from line to line: behind an address that rises by as many as
+/// there are values on a line, or since the last value of a line is as near to the first of the next as values on a line are to
+/// each other, but values below each other are not.
+bool HoldsValuesInTurn(const ImportSource& source);
+
+}  // namespace tarnwick

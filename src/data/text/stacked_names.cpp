@@ -1,0 +1,157 @@
+#include "data/text/stacked_names.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "base/ascii.h"
+#include "data/text/line_words.h"
+#include "data/text/names_judge.h"
+#include "data/text/names_line.h"
+
+namespace tarnwick {
+namespace {
+
+using Names = std::vector<std::string>;
+
+bool ByBlanks(const TextLayout& layout) {
+  return layout.IsSeparator(' ') && !layout.ByPlace();
+}
+
+std::string Joined(const std::string& upper, const std::string& lower) {
+  return upper.empty() || lower.empty() ? upper + lower : upper + " " + lower;
+}
+
+/// The fields of a line; between other separators than blanks each of these counts.
+Names FieldsOf(std::string_view line, const TextLayout& layout) {
+  TextLayout apart = layout;
+  apart.merge = ByBlanks(layout);
+  Names names;
+  FieldCursor cursor(IsDataLine(line, layout) ? line : WithoutCommentMarks(line, layout), apart);
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    names.push_back(NameText(*field, layout));
+  }
+  while (!names.empty() && names.back().empty()) names.pop_back();
+  return names;
+}
+
+/// A word in a merged cell stands once, at the left, for all columns below it.
+void HoldOn(Names& names) {
+  for (std::size_t i = 1; i < names.size(); ++i) {
+    if (names[i].empty()) names[i] = names[i - 1];
+  }
+}
+
+std::optional<Names> StackFields(std::string_view upper, std::string_view lower,
+                                 const TextLayout& layout, std::size_t columns) {
+  Names above = FieldsOf(upper, layout);
+  Names names = FieldsOf(lower, layout);
+  if (above.size() > columns || names.size() > columns || above.empty()) return std::nullopt;
+  above.resize(columns);
+  names.resize(columns);
+  HoldOn(above);
+  for (std::size_t i = 0; i < columns; ++i) names[i] = Joined(above[i], names[i]);
+  return names;
+}
+
+/// The name below that a word stands over; nothing where it stands over a gap.
+std::optional<std::size_t> NameBelow(const LineWord& word, const std::vector<LineWord>& names) {
+  const auto below = std::ranges::find_if(names, [&word](const LineWord& name) {
+    return word.begin < name.end && name.begin < word.end;
+  });
+  if (below == names.end()) return std::nullopt;
+  return static_cast<std::size_t>(below - names.begin());
+}
+
+std::optional<Names> StackWords(std::string_view upper, std::string_view lower,
+                                const TextLayout& layout, std::size_t columns) {
+  const std::string upper_text = WithBlankedMarks(upper, layout);
+  const std::string lower_text = WithBlankedMarks(lower, layout);
+  const std::vector<LineWord> above = WordsOfLine(upper_text);
+  const std::vector<LineWord> below = WordsOfLine(lower_text);
+  Names names(columns);
+  if (above.size() + below.size() == columns) {
+    for (std::size_t i = 0; i < columns; ++i) {
+      const LineWord& word = i < above.size() ? above[i] : below[i - above.size()];
+      names[i] = NameText(word.text, layout);
+    }
+    return names;
+  }
+  if (below.size() != columns) return std::nullopt;
+  for (const LineWord& word : above) {
+    const std::optional<std::size_t> at = NameBelow(word, below);
+    if (!at) return std::nullopt;
+    names[*at] = Joined(names[*at], NameText(word.text, layout));
+  }
+  for (std::size_t i = 0; i < columns; ++i) {
+    names[i] = Joined(names[i], NameText(below[i].text, layout));
+  }
+  return names;
+}
+
+std::size_t CountDifferent(const Names& names) {
+  return std::set<std::string_view>(names.begin(), names.end()).size();
+}
+
+/// Heads share the left or the right end with what they stand over, titles do not.
+bool StandInLine(const std::string& upper, const std::string& lower) {
+  constexpr std::size_t kFewest = 2;
+  const std::vector<LineWord> above = WordsOfLine(upper);
+  const std::vector<LineWord> below = WordsOfLine(lower);
+  return above.size() >= kFewest && above.size() <= below.size() &&
+         std::ranges::all_of(above, [&below](const LineWord& word) {
+           const std::optional<std::size_t> at = NameBelow(word, below);
+           return at && (below[*at].begin == word.begin || below[*at].end == word.end);
+         });
+}
+
+/// Words over all names but the first, which is that of X.
+bool LeaveOutFirst(const Names& above, std::size_t columns) {
+  constexpr std::size_t kFewest = 3;
+  return above.size() == columns && columns >= kFewest && above.front().empty() &&
+         std::all_of(above.begin() + 1, above.end(),
+                     [](const std::string& name) { return !name.empty(); });
+}
+
+}  // namespace
+
+std::optional<Names> StackNames(std::string_view upper, std::string_view lower,
+                                const TextLayout& layout, std::int32_t columns) {
+  const auto wanted = static_cast<std::size_t>(columns);
+  if (layout.ByPlace() || TrimBlankBytes(upper).empty()) return std::nullopt;
+  return ByBlanks(layout) ? StackWords(upper, lower, layout, wanted)
+                          : StackFields(upper, lower, layout, wanted);
+}
+
+bool AreStacked(std::string_view upper, std::string_view lower, const TextLayout& layout,
+                std::int32_t columns) {
+  if (columns < 2 || TrimBlankBytes(upper).empty() || IsRule(upper)) return false;
+  const auto wanted = static_cast<std::size_t>(columns);
+  const std::optional<Names> stacked = StackNames(upper, lower, layout, columns);
+  if (!stacked) return false;
+  Names above = FieldsOf(upper, layout);
+  std::erase(above, std::string());
+  if (!AreNames(above, upper) || AreSetting(above) || AreUnits(above)) return false;
+  const Names below = FieldsOf(lower, layout);
+  if (ByBlanks(layout) && below.size() != wanted) return false;
+  // One word that stands for all is a title.
+  const bool title = above.size() < 2;
+  if (!title && CountDifferent(*stacked) > CountDifferent(below)) return true;
+  if (!ByBlanks(layout)) return LeaveOutFirst(FieldsOf(upper, layout), wanted);
+  return StandInLine(WithBlankedMarks(upper, layout), WithBlankedMarks(lower, layout));
+}
+
+bool AreWrapped(std::string_view upper, std::string_view lower, const TextLayout& layout,
+                std::int32_t columns) {
+  if (!ByBlanks(layout) || IsRule(upper) || IsRule(lower)) return false;
+  const Names above = FieldsOf(upper, layout);
+  const Names below = FieldsOf(lower, layout);
+  const auto are_names = [](const Names& names, std::string_view line) {
+    return !names.empty() && AreNames(names, line) && !AreSetting(names) &&
+           std::ranges::none_of(names, &std::string::empty);
+  };
+  return above.size() + below.size() == static_cast<std::size_t>(columns) &&
+         are_names(above, upper) && are_names(below, lower);
+}
+
+}  // namespace tarnwick
