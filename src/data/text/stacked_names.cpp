@@ -18,6 +18,13 @@ bool ByBlanks(const TextLayout& layout) {
   return layout.IsSeparator(' ') && !layout.ByPlace();
 }
 
+/// "Anomaly,": some write commas between words that blanks part already.
+std::string WordText(const LineWord& word, const TextLayout& layout) {
+  std::string text = NameText(word.text, layout);
+  while (text.ends_with(',') || text.ends_with(';')) text.pop_back();
+  return text;
+}
+
 std::string Joined(const std::string& upper, const std::string& lower) {
   return upper.empty() || lower.empty() ? upper + lower : upper + " " + lower;
 }
@@ -73,7 +80,7 @@ std::optional<Names> StackWords(std::string_view upper, std::string_view lower,
   if (above.size() + below.size() == columns) {
     for (std::size_t i = 0; i < columns; ++i) {
       const LineWord& word = i < above.size() ? above[i] : below[i - above.size()];
-      names[i] = NameText(word.text, layout);
+      names[i] = WordText(word, layout);
     }
     return names;
   }
@@ -81,10 +88,10 @@ std::optional<Names> StackWords(std::string_view upper, std::string_view lower,
   for (const LineWord& word : above) {
     const std::optional<std::size_t> at = NameBelow(word, below);
     if (!at) return std::nullopt;
-    names[*at] = Joined(names[*at], NameText(word.text, layout));
+    names[*at] = Joined(names[*at], WordText(word, layout));
   }
   for (std::size_t i = 0; i < columns; ++i) {
-    names[i] = Joined(names[i], NameText(below[i].text, layout));
+    names[i] = Joined(names[i], WordText(below[i], layout));
   }
   return names;
 }
@@ -150,7 +157,9 @@ bool AreWrapped(std::string_view upper, std::string_view lower, const TextLayout
     return !names.empty() && AreNames(names, line) && !AreSetting(names) &&
            std::ranges::none_of(names, &std::string::empty);
   };
-  return above.size() + below.size() == static_cast<std::size_t>(columns) &&
+  // A line goes on when it is full.
+  return above.size() >= below.size() &&
+         above.size() + below.size() == static_cast<std::size_t>(columns) &&
          are_names(above, upper) && are_names(below, lower);
 }
 
