@@ -60,7 +60,7 @@ class ErrorGuess {
 
   void GiveX() {
     const auto found = std::ranges::find_if(candidates_, [this](std::int32_t column) {
-      return Match(NamedAfter(source_.NameOf(column)), WordsOf(source_.NameOf(chosen_.x))) > 0 ||
+      return BelongsToX(NamedAfter(source_.NameOf(column))) ||
              (IsNameless(column) && IsBehindX(column));
     });
     if (found == candidates_.end()) return;
@@ -90,6 +90,13 @@ class ErrorGuess {
   }
 
  private:
+  /// "A Day", "A Mean", "A SD": where the name tells no more of X than of some Y, the error is that of Y.
+  bool BelongsToX(const Words& after) const {
+    const int x = Match(after, WordsOf(source_.NameOf(chosen_.x)));
+    return x > 0 && std::ranges::none_of(chosen_.y, [&](std::int32_t y) {
+             return Match(after, WordsOf(source_.NameOf(y))) >= x;
+           });
+  }
   bool IsNameless(std::int32_t column) const {
     const std::string name = source_.NameOf(column);
     constexpr std::string_view kDy[] = {"dy"};

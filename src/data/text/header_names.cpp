@@ -79,6 +79,17 @@ ListedNames AttributeNames(Lines above, const TextLayout& layout) {
   return listed;
 }
 
+/// "_pd_meas_counts" and others, one on each line below "loop_".
+ListedNames LoopNames(Lines above, const TextLayout& layout) {
+  ListedNames listed;
+  for (const std::string_view whole : above) {
+    const std::string_view line = TrimBlankBytes(whole);
+    if (LowerAscii(line) == "loop_") listed.names.clear();
+    if (line.starts_with('_')) listed.names.push_back(NameText(line, layout));
+  }
+  return listed;
+}
+
 /// A setting's name without what joins its words, and its value: "x-Unit;Hz;".
 std::pair<std::string, std::string_view> KeyAndValue(std::string_view line) {
   const std::size_t end = line.find_first_of("=:,;\t");
@@ -116,7 +127,7 @@ ListedNames AxisNames(Lines above, const TextLayout& layout) {
 
 std::optional<ListedNames> FindHeaderNames(Lines above, const TextLayout& layout,
                                            std::int32_t columns) {
-  for (const auto find : {&CurveNames, &LegendNames, &AttributeNames, &AxisNames}) {
+  for (const auto find : {&CurveNames, &LegendNames, &AttributeNames, &LoopNames, &AxisNames}) {
     ListedNames listed = find(above, layout);
     const bool all = listed.names.size() == static_cast<std::size_t>(columns) && columns > 1 &&
                      std::ranges::none_of(listed.names, &std::string::empty);

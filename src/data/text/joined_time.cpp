@@ -131,9 +131,10 @@ bool AddMonth(std::optional<double> number, int months, Sum& sum) {
   return true;
 }
 
-/// A number, or a month's name or its first letters.
+/// A number, perhaps behind "M", or a month's name or its first letters.
 std::optional<double> MonthNumber(std::string_view text) {
   text = TrimBlankBytes(text);
+  if (text.size() == 3 && text.front() == 'M' && IsDigit(text[1])) text.remove_prefix(1);
   if (text.empty() || !IsLetter(text.front())) return InRange(text, 1, 13);
   const std::optional<double> day = ParseDay(std::string(text) + " 2001");
   return day ? std::optional<double>(SplitDay(*day).month) : std::nullopt;

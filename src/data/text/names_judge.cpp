@@ -197,6 +197,11 @@ bool AreSetting(const Names& names) {
 }
 
 bool AreUnits(const Names& names) {
+  // "Units", "s", "V": a label ahead of them, over rows that begin with an empty field.
+  if (names.size() > 1 && LowerAscii(names.front()).starts_with("unit")) {
+    return AreUnits(Names(names.begin() + 1, names.end())) ||
+           AllOfFilled(Names(names.begin() + 1, names.end()), &IsUnit);
+  }
   std::size_t filled = 0;
   std::size_t units = 0;
   bool sure = false;

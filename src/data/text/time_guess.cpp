@@ -394,6 +394,20 @@ std::optional<JoinedTimeFound> FindDayAndYear(std::span<const std::string> names
   return best;
 }
 
+/// "M01" to "M13" beside the year, as some offices count months; the thirteenth is the mean of the year.
+std::optional<JoinedTimeFound> FindYearAndMonthCode(Columns columns, std::size_t first) {
+  const auto is_code = [](std::string_view text) {
+    text = TrimBlankBytes(text);
+    return text.size() == 3 && text.front() == 'M' && IsDigits(text.substr(1));
+  };
+  if (first + 1 >= columns.size() || !AreAll(columns[first], &IsYear) ||
+      !AreAll(columns[first + 1], is_code)) {
+    return std::nullopt;
+  }
+  JoinedTimeFound found{{TimePart::Year, TimePart::Month}, {first, first + 1}};
+  return ReadsAsTime(found, columns) ? std::optional(found) : std::nullopt;
+}
+
 struct YearSpan {
   int first;
   int last;
@@ -437,6 +451,7 @@ std::optional<JoinedTimeFound> FindJoinedTime(
     if (auto found = FindWrittenPair(columns, i)) return found;
     if (auto found = FindHalves(columns, i)) return found;
     if (auto found = FindCompact(names, columns, i)) return found;
+    if (auto found = FindYearAndMonthCode(columns, i)) return found;
     if (auto found = FindDayAndYear(names, columns, i)) return found;
     if (auto found = FindNumbers(names, columns, i)) return found;
   }
