@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QSpinBox>
 
 #include <cstdlib>
@@ -99,6 +101,41 @@ void SmoothDerivative(Document& document, Prompt& prompt) {
   dialog.accept();
 }
 
+/// Chooses the polynomial, through these regions.
+void ChoosePolynomial(ToolDialog& dialog, const char* regions) {
+  for (auto* list : dialog.findChildren<QComboBox*>()) {
+    if (list->accessibleName() != "Method") continue;
+    list->setCurrentIndex(2);
+    emit list->activated(2);
+  }
+  for (auto* line : dialog.findChildren<QLineEdit*>()) {
+    if (line->accessibleName() != "Regions of X") continue;
+    line->setText(regions);
+    emit line->textEdited(regions);
+  }
+}
+
+void LineThroughRegions(Document& document, Prompt& prompt) {
+  ToolDialog dialog(document, kBackgroundTool, prompt);
+  ChoosePolynomial(dialog, "0:60, 900:1200");
+  dialog.accept();
+}
+
+void CurveThroughRegions(Document& document, Prompt& prompt) {
+  ToolDialog dialog(document, kBackgroundTool, prompt);
+  ChoosePolynomial(dialog, "0:300, 600:1200");
+  for (auto* box : dialog.findChildren<QSpinBox*>()) {
+    if (box->accessibleName() == "Degree") box->setValue(3);
+  }
+  dialog.accept();
+}
+
+void Double(Document& document, Prompt& prompt) {
+  ToolDialog dialog(document, kComputeTool, prompt);
+  dialog.findChild<QPlainTextEdit*>()->setPlainText("2*A");
+  dialog.accept();
+}
+
 /// As the dialog of the tool begins.
 template <const Tool& kTool>
 void UseTool(Document& document, Prompt& prompt) {
@@ -119,6 +156,11 @@ std::vector<Row> Rows() {
       {"Average", "average --reference 1 --of 1", AverageAll},
       {"Smooth", "smooth --window 9 --derivative 1", SmoothDerivative},
       {"Background", "background", UseTool<kBackgroundTool>},
+      {"StraightBaseLine", "background --method polynomial --regions \"0:60, 900:1200\"",
+       LineThroughRegions},
+      {"CurvedBaseLine", "background --method polynomial --degree 3 --regions \"0:300, 600:1200\"",
+       CurveThroughRegions},
+      {"Compute", "compute --expression 2*A", Double},
       {"Spectrum", "spectrum", UseTool<kSpectrumTool>},
       {"Correlate", "correlate", UseTool<kCorrelateTool>},
       {"Resample", "resample", UseTool<kResampleTool>},
