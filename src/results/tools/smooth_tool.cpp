@@ -1,9 +1,13 @@
 // A DataSet made smoother, or its smooth derivative.
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
+#include <vector>
 
 #include "analysis/peak_figures.h"
 #include "analysis/smoothing.h"
+#include "base/error.h"
 #include "base/number_text.h"
 #include "results/tools/tool_table.h"
 
@@ -30,6 +34,15 @@ const ToolSetting kSettings[] = {
      "Derivative that is made", FitsPolynomials},
 };
 
+/// Where the X within a window are too few for the polynomial. Throws Error where that is everywhere.
+std::string LackingText(const std::vector<double>& y) {
+  const auto lacking = std::ranges::count_if(y, [](double value) { return std::isnan(value); });
+  if (lacking == 0) return {};
+  if (lacking == std::ssize(y))
+    throw Error("No window has points at enough different X for a polynomial of this order.");
+  return Counted(lacking, "point") + " without a value: too few different X in the window.";
+}
+
 Computed Compute(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
@@ -41,11 +54,14 @@ Computed Compute(const ToolInput& input) {
   }
   const double noise = NoiseOf({columns.x, columns.y});
   const Smoothed smooth = SmoothByPolynomials(columns.x, columns.y, local, input.cancel);
-  const std::string left = GeneralText(noise * smooth.noise_gain, 3);
-  std::string told =
-      "The noise of Y, " + GeneralText(noise, 3) + " as neighbouring points scatter, ";
-  told += local.derivative > 0 ? "makes one of " + left + " in the derivative."
-                               : "is reduced to " + left + ".";
+  std::string told;
+  if (std::isfinite(smooth.noise_gain)) {
+    const std::string left = GeneralText(noise * smooth.noise_gain, 3);
+    told = "The noise of Y, " + GeneralText(noise, 3) + " as neighbouring points scatter, ";
+    told += local.derivative > 0 ? "makes one of " + left + " in the derivative."
+                                 : "is reduced to " + left + ".";
+  }
+  AddSentence(told, LackingText(smooth.y));
   AddSentence(told, LeftOutText(source, columns));
   return {SeriesLike(source, columns.x, smooth.y, {},
                      kDerivatives[local.derivative] + source.Source().YDataColumn),
