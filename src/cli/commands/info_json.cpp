@@ -68,8 +68,10 @@ bool IsSourceKey(int number) {
 Json SourceJson(const TDataSeries& series) {
   Json object = Json::Object();
   const bool has_part = !series.Source().TablePart.empty();
+  const bool computed = !series.Source().Recipe.empty();
   VisitFields<TDataSeries>(DataSeriesFields(), series, [&](const FieldView& field) {
-    const bool told = IsSourceKey(field.number) || (has_part && field.key == "TablePart");
+    const bool told = IsSourceKey(field.number) || (has_part && field.key == "TablePart") ||
+                      (computed && field.key == "Recipe");
     if (told) object[KeyOf(field)] = ValueJson(field.value);
   });
   return object;
