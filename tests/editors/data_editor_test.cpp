@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QSqlDatabase>
@@ -256,7 +257,18 @@ TEST_F(DataEditorTest, ReadsByOtherSettingsAsOneStepAndCutsAllDataSetsOfTheFileA
   EXPECT_EQ(Ys(0), before);
   EXPECT_EQ(Series(1).PointCount(), 3);
 
-  // What cannot be read changes nothing, and can be taken back.
+  // What cannot be read changes nothing, and can be taken back: a source that vanishes under the page, too.
+  const std::string text = testing::ReadFile(folder_.File("run.csv"));
+  std::filesystem::remove(folder_.File("run.csv"));
+  TypeField("Columns/Y", "v");
+  Press("ApplySource");
+  Press("GuessSource");
+  const std::string missing =
+      "Cannot read the file: " + folder_.File("run.csv").string() + ", No such file or directory";
+  EXPECT_EQ(TakeTold(), (std::vector<std::string>{missing, missing}));
+  EXPECT_EQ(Ys(0), before);
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
+  testing::WriteFile(folder_.File("run.csv"), text);
   TypeField("Columns/Y is computed from", "Y + nothing");
   Press("ApplySource");
   EXPECT_EQ(TakeTold(), (std::vector<std::string>{
@@ -354,6 +366,30 @@ TEST_F(DataEditorTest, AMillionCellsArePastedAsOneStep) {
   history.Undo();
   EXPECT_EQ(Series(0).PointCount(), 2);
   EXPECT_FALSE(history.CanUndo());
+}
+
+TEST_F(DataEditorTest, APasteThatIsCancelledChangesNothing) {
+  Open("t,u\n1,10\n2,20\n");
+  ShowPage(1);
+  QString text;
+  for (std::int64_t row = 0; row < 2'000'000; ++row)
+    text += QString::number(row * 7919 % 2'000'003) + "\t1\n";
+  QApplication::clipboard()->setText(text);
+  Expect(QuestionOfSource(), Answer::No);
+  QTimer watch;
+  bool cancelled = false;
+  QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+    auto* window = form_->findChild<QProgressDialog*>();
+    if (!window || !window->isVisible()) return;
+    cancelled = true;
+    window->findChild<QPushButton*>()->click();
+    watch.stop();
+  });
+  watch.start(20);
+  Press("PastePoints");
+  EXPECT_TRUE(cancelled);
+  EXPECT_EQ(Series(0).PointCount(), 2);
+  EXPECT_FALSE(ActiveDocument().History().CanUndo());
 }
 
 TEST_F(DataEditorTest, ColumnsArePastedAndWhatWasReadIsListedAndPutBack) {

@@ -229,9 +229,16 @@ void SourcePage::DraftChanged() {
   apply_->setEnabled(source && changed);
   revert_->setEnabled(source && changed);
   file_->setVisible(place_edit_ == nullptr || !source);
-  file_->setText(source ? PathText(SourcePlace(draft_.Source()))
-                        : tr("These points were typed, pasted or computed: they have no source."));
+  file_->setText(source ? PathText(SourcePlace(draft_.Source())) : WithoutSourceText());
+  scroll_->setVisible(source);
   ShowFields();
+}
+
+QString SourcePage::WithoutSourceText() const {
+  const std::string& recipe = draft_.Source().Recipe;
+  return recipe.empty() ? tr("These points were typed or pasted: they have no source.")
+                        : tr("Computed as %1. Recompute, in the menu Analysis, does it anew.")
+                              .arg(ToQt(recipe));
 }
 
 void SourcePage::ShowFields() {

@@ -40,6 +40,7 @@ class SourcePage final : public QWidget {
   void TakeField(std::size_t row);
   void UseColumn(const QString& name, ColumnUse use);
   void DraftChanged();
+  QString WithoutSourceText() const;
   void ShowFields();
   void ShowPlace();
   void TakePlace();
