@@ -12,6 +12,7 @@
 
 #include "app/window/command_line.h"
 #include "app/window/main_form.h"
+#include "desk/widgets/house_style.h"
 
 namespace {
 
@@ -31,8 +32,10 @@ QPalette DarkPalette() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
   const QApplication application(argc, argv);
+  auto* const style = new HouseStyle;
+  style->setBaseStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(style);  // the application's from here
   QApplication::setPalette(DarkPalette());
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() < 3) {

@@ -10,6 +10,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -84,6 +85,7 @@ class DialogsTest : public testing::DesktopTest {
  private:
   void LookAtPage(QWidget& window) {
     QCoreApplication::processEvents();
+    GoByTab(window);
     std::map<QString, QString> letters;
     if (!window.isWindow()) {
       for (const QAction* menu : form_->menuBar()->actions()) TakeLetter(menu->text(), letters);
@@ -98,6 +100,37 @@ class DialogsTest : public testing::DesktopTest {
       EXPECT_NE(told->text(QAccessible::Name), "")
           << widget->metaObject()->className() << " " << widget->objectName().toStdString();
     }
+  }
+  /// From control to control, never back up or left in a line.
+  static void GoByTab(QWidget& window) {
+    QWidget* last = nullptr;
+    for (QWidget* next = window.nextInFocusChain(); next != &window;
+         next = next->nextInFocusChain()) {
+      if (!window.isAncestorOf(next) || !IsTabStop(*next)) continue;
+      if (last && ScrolledIn(*last) == ScrolledIn(*next)) {
+        const QRect from(last->mapTo(&window, QPoint()), last->size());
+        const QRect to(next->mapTo(&window, QPoint()), next->size());
+        const bool up = to.bottom() <= from.top() && to.left() <= from.right();
+        const bool left =
+            to.right() <= from.left() && to.top() < from.bottom() && from.top() < to.bottom();
+        EXPECT_FALSE(up || left) << "from " << NameOf(*last) << " to " << NameOf(*next);
+      }
+      last = next;
+    }
+  }
+  static const QScrollArea* ScrolledIn(const QWidget& widget) {
+    const QWidget* parent = widget.parentWidget();
+    while (parent && !qobject_cast<const QScrollArea*>(parent)) parent = parent->parentWidget();
+    return qobject_cast<const QScrollArea*>(parent);
+  }
+  static bool IsTabStop(const QWidget& widget) {
+    return widget.isVisible() && widget.isEnabled() && widget.focusPolicy() & Qt::TabFocus &&
+           !widget.focusProxy();
+  }
+  static std::string NameOf(const QWidget& widget) {
+    return (widget.metaObject()->className() + (" " + widget.objectName()) + " " +
+            widget.accessibleName() + widget.property("text").toString())
+        .toStdString();
   }
   static void LookAtText(const QWidget& widget, std::map<QString, QString>& letters) {
     QString text;

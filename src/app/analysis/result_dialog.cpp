@@ -14,6 +14,7 @@
 #include "base/prompt.h"
 #include "desk/document/document.h"
 #include "desk/widgets/checked_field.h"
+#include "desk/widgets/reading_order.h"
 #include "desk/widgets/text.h"
 #include "graph/xy_graph.h"
 
@@ -99,6 +100,11 @@ ResultDialog::ResultDialog(Document& document, const ResultTexts& texts, AxisId 
   connect(show_preview_, &QCheckBox::toggled, this, &ResultDialog::Refresh);
   connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void ResultDialog::showEvent(QShowEvent* event) {
+  TabInReadingOrder(*this);  // the tools made their options last
+  QDialog::showEvent(event);
 }
 
 TSeries& ResultDialog::Source() {

@@ -48,6 +48,7 @@ class ResultDialog : public QDialog {
   void done(int result) override;
 
  protected:
+  void showEvent(QShowEvent* event) override;
   /// Begins with the current DataSet, the new one against `axis`. Document and prompt outlive the dialog.
   ResultDialog(Document& document, const ResultTexts& texts, AxisId axis, Prompt& prompt,
                QWidget* parent);

@@ -13,6 +13,7 @@
 #include "desk/sources/place_edit.h"
 #include "desk/sources/place_edits.h"
 #include "desk/widgets/checked_field.h"
+#include "desk/widgets/reading_order.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
@@ -61,14 +62,7 @@ OpenSourceDialog::OpenSourceDialog(bool present, QWidget* parent)
     kind_->addItem(ToQt(row.caption), static_cast<int>(row.kind));
     connect(edit, &PlaceEdit::edited, this, &OpenSourceDialog::Judge);
   }
-  // The fields of the place came last, but stand before these.
-  QWidget* before = previousInFocusChain();
-  while (before->focusPolicy() == Qt::NoFocus) before = before->previousInFocusChain();
-  for (QWidget* const behind : {static_cast<QWidget*>(present_), static_cast<QWidget*>(open_),
-                                static_cast<QWidget*>(buttons->button(QDialogButtonBox::Cancel))}) {
-    setTabOrder(before, behind);
-    before = behind;
-  }
+  TabInReadingOrder(*this);
   setMinimumWidth(kWidth);
   connect(kind_, &QComboBox::currentIndexChanged, places_, &QStackedWidget::setCurrentIndex);
   connect(kind_, &QComboBox::currentIndexChanged, this, &OpenSourceDialog::Judge);

@@ -16,6 +16,7 @@
 #include "base/error.h"
 #include "base/prompt.h"
 #include "desk/widgets/elided_label.h"
+#include "desk/widgets/reading_order.h"
 #include "desk/widgets/text.h"
 #include "desk/widgets/text_window.h"
 #include "fit/model/curve_fit.h"
@@ -71,6 +72,7 @@ TfrmCalc::TfrmCalc(const CalcSubject& subject, CalcPage first, QWidget* parent)
   connect(function_, &FitFunctionPage::edited, this, &TfrmCalc::Check);
   connect(options_, &FitOptionsPage::edited, this, &TfrmCalc::Check);
   Check();
+  TabInReadingOrder(*this);
   if (first == CalcPage::Function) function_->FocusExpression();
 }
 

@@ -6,6 +6,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -44,9 +45,40 @@ FitOptionsPage::FitOptionsPage(QWidget* parent) : QWidget(parent) {
   auto* right = new QVBoxLayout;
   right->addWidget(weights);
   right->addWidget(curve);
-  auto* row = new QHBoxLayout(this);
+  trouble_ = new QLabel(this);
+  trouble_->setObjectName("FitSettingsTrouble");
+  trouble_->setWordWrap(true);
+  auto* row = new QHBoxLayout;
   row->addWidget(fit, 3);
   row->addLayout(right, 2);
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(row, 1);
+  column->addWidget(trouble_);
+  connect(this, &FitOptionsPage::edited, this, &FitOptionsPage::ShowTrouble);
+}
+
+/// Beside what is red, why.
+void FitOptionsPage::ShowTrouble() {
+  struct Field {
+    QString name;
+    const NumberEdit* edit;
+  };
+  const bool crossed = left_used_->isChecked() && right_used_->isChecked() && left_->Number() &&
+                       right_->Number() && *left_->Number() > *right_->Number();
+  const QString nothing_between = tr("It lies left of the left margin: no point is between them.");
+  MarkWrong(*right_, crossed ? nothing_between : right_->Trouble());
+  QStringList troubles;
+  for (const Field& field :
+       {Field{tr("Tolerance"), tolerance_}, Field{tr("Left Margin"), left_},
+        Field{tr("Right Margin"), right_}, Field{tr("Loss scale"), loss_scale_}}) {
+    const QString why = field.edit == right_ && crossed ? nothing_between : field.edit->Trouble();
+    if (!why.isEmpty() && (field.edit->isEnabled() || field.edit == loss_scale_))
+      troubles.append(field.name + ": " + why);
+  }
+  QPalette palette;
+  palette.setColor(QPalette::WindowText, WrongTextColor());
+  trouble_->setPalette(palette);
+  trouble_->setText(troubles.join('\n'));
 }
 
 void FitOptionsPage::AddMargin(QFormLayout& form, const QString& caption, QCheckBox*& used,
@@ -106,7 +138,7 @@ void FitOptionsPage::AddWeightFields(QFormLayout& form) {
   loss_->setObjectName("FitLoss");
   loss_->addItems({tr("Linear"), tr("Soft L1"), tr("Huber"), tr("Cauchy")});
   loss_->setToolTip(tr("How much points far off count: by their square, or held for less"));
-  loss_scale_ = new NumberEdit(NumberEdit::Accepts::AnyNumber, this);
+  loss_scale_ = new NumberEdit(NumberEdit::Accepts::FromZero, this);
   loss_scale_->setObjectName("FitLossScale");
   loss_scale_->setToolTip(
       tr("Residual, in units of the point's error, from which on the loss holds it for less; 0: "
@@ -180,6 +212,7 @@ void FitOptionsPage::Put(const FitSettings& model) {
   width_->setValue(model.CurveWidth);
   color_ = model.CurveColor;
   ShowColor();
+  ShowTrouble();
 }
 
 bool FitOptionsPage::Take(FitSettings& model) const {
@@ -187,7 +220,7 @@ bool FitOptionsPage::Take(FitSettings& model) const {
   const std::optional<double> loss_scale = loss_scale_->Number();
   const std::optional<double> left = left_->Number();
   const std::optional<double> right = right_->Number();
-  if (!tolerance || !loss_scale || *loss_scale < 0 || (left_used_->isChecked() && !left) ||
+  if (!tolerance || !loss_scale || (left_used_->isChecked() && !left) ||
       (right_used_->isChecked() && !right)) {
     return false;
   }

@@ -9,6 +9,7 @@
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
+class QLabel;
 class QPushButton;
 class QSpinBox;
 
@@ -37,6 +38,7 @@ class FitOptionsPage final : public QWidget {
   void AddCurveFields(QFormLayout& form);
   void AddMargin(QFormLayout& form, const QString& caption, QCheckBox*& used, NumberEdit*& margin);
   void ShowColor();
+  void ShowTrouble();
 
   QComboBox* method_ = nullptr;
   QComboBox* weights_ = nullptr;
@@ -56,6 +58,7 @@ class FitOptionsPage final : public QWidget {
   QPushButton* color_button_ = nullptr;
   QComboBox* style_ = nullptr;
   QSpinBox* width_ = nullptr;
+  QLabel* trouble_ = nullptr;
   Color color_;
 };
 

@@ -12,6 +12,7 @@
 
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/number_box.h"
+#include "desk/widgets/reading_order.h"
 
 namespace tarnwick {
 namespace {
@@ -72,6 +73,7 @@ PageDialog::PageDialog(const QPageLayout& page, QWidget* parent)
   for (QComboBox* box : {size_, orientation_}) {
     connect(box, &QComboBox::currentIndexChanged, this, &PageDialog::Take);
   }
+  TabInReadingOrder(*this);
 }
 
 QWidget* PageDialog::MakeMargins() {

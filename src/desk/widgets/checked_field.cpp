@@ -2,6 +2,7 @@
 
 #include <QPalette>
 #include <cmath>
+#include <utility>
 
 #include "base/number_text.h"
 #include "desk/widgets/text.h"
@@ -39,14 +40,23 @@ void NumberEdit::SetNumber(double number) {
 std::optional<double> NumberEdit::Number() const {
   const std::optional<double> number = ParseNumber(text().toStdString());
   if (!number || !std::isfinite(*number)) return std::nullopt;
+  if (accepts_ == Accepts::FromZero && *number < 0) return std::nullopt;
   if (accepts_ == Accepts::AboveZero && !(*number > 0)) return std::nullopt;
   return number;
 }
 
+QString NumberEdit::Trouble() const {
+  if (Number()) return {};
+  if (accepts_ == Accepts::FromZero) return tr("This is no number from 0 on.");
+  return accepts_ == Accepts::AboveZero ? tr("This is no number above 0.")
+                                        : tr("This is no number.");
+}
+
 void NumberEdit::Check() {
-  if (Number()) return MarkWrong(*this, {});
-  MarkWrong(*this, accepts_ == Accepts::AboveZero ? tr("This is no number above 0.")
-                                                  : tr("This is no number."));
+  const QString trouble = Trouble();
+  if (!std::exchange(wrong_, !trouble.isEmpty())) tip_ = toolTip();
+  MarkWrong(*this, trouble);
+  if (!wrong_) setToolTip(tip_);
 }
 
 }  // namespace tarnwick

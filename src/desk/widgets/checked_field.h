@@ -20,17 +20,21 @@ class NumberEdit final : public QLineEdit {
   Q_OBJECT
 
  public:
-  enum class Accepts { AnyNumber, AboveZero };
+  enum class Accepts { AnyNumber, FromZero, AboveZero };
 
   explicit NumberEdit(Accepts accepts = Accepts::AnyNumber, QWidget* parent = nullptr);
   void SetNumber(double number);
   /// Nothing while the text is no number that the field accepts. A text left as it was set means that number exactly.
   std::optional<double> Number() const;
+  /// Why it gives none; empty where it does.
+  QString Trouble() const;
 
  private:
   void Check();
 
   Accepts accepts_;
+  QString tip_;  // of the field while it shows its trouble
+  bool wrong_ = false;
 };
 
 }  // namespace tarnwick

@@ -1,5 +1,7 @@
 #include "desk/widgets/house_style.h"
 
+#include <QStyleOptionTitleBar>
+
 #include "desk/widgets/ink_icon.h"
 
 namespace tarnwick {
@@ -24,6 +26,21 @@ QIcon HouseStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
     default:
       return QProxyStyle::standardIcon(which, option, widget);
   }
+}
+
+/// The buttons of a window that is not worked in are black in the toolkit's styles, on dark desktops too; those of the one worked
+/// in are white.
+void HouseStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                    QPainter* painter, const QWidget* widget) const {
+  const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+  const auto worked_in = static_cast<int>(State_Active);
+  if (control != CC_TitleBar || !bar || (bar->titleBarState & worked_in) != 0 ||
+      bar->palette.color(QPalette::Window).lightness() >= 128)
+    return QProxyStyle::drawComplexControl(control, option, painter, widget);
+  QStyleOptionTitleBar lit(*bar);
+  lit.titleBarState |= worked_in;
+  lit.palette.setColor(QPalette::Highlight, bar->palette.color(QPalette::Button));
+  QProxyStyle::drawComplexControl(control, &lit, painter, widget);
 }
 
 }  // namespace tarnwick

@@ -7,6 +7,7 @@
 
 #include "desk/settings/settings.h"
 #include "desk/widgets/names_apart.h"
+#include "desk/widgets/reading_order.h"
 #include "desk/widgets/text.h"
 #include "editors/data/points_page.h"
 #include "editors/data/source_page.h"
@@ -40,6 +41,7 @@ DataEditor::DataEditor(const PanelParts& parts, QWidget* parent) : QWidget(paren
   pages_->addTab(statistics_ = new StatisticsPage(series_, pages_), tr("S&tatistics"));
   column->addWidget(pages_, 1);
   pages_->setCurrentIndex(parts.settings.Read(kPage));
+  TabInReadingOrder(*this);
   connect(pages_, &QTabWidget::currentChanged, this, [this, &settings = parts.settings](int page) {
     settings.Write(kPage, page);
     Refresh();

@@ -22,6 +22,7 @@
 #include "desk/fields/field_widget.h"
 #include "desk/sources/place_edit.h"
 #include "desk/sources/place_edits.h"
+#include "desk/widgets/reading_order.h"
 #include "desk/widgets/text.h"
 #include "desk/work/latest_work.h"
 #include "editors/data/cuts_view.h"
@@ -183,6 +184,7 @@ void SourcePage::ShowPlace() {
   if (row == nullptr) return;
   place_edit_ = row->make(this);
   place_->addWidget(place_edit_);
+  TabInReadingOrder(*this);
   connect(place_edit_, &PlaceEdit::edited, this, &SourcePage::TakePlace);
   try {
     place_edit_->Show(info);

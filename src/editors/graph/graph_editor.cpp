@@ -17,6 +17,7 @@
 #include "desk/fields/field_widget.h"
 #include "desk/settings/program_paths.h"
 #include "desk/settings/settings.h"
+#include "desk/widgets/reading_order.h"
 #include "desk/widgets/text.h"
 #include "editors/graph/copy_look_button.h"
 #include "editors/graph/item_list.h"
@@ -133,6 +134,7 @@ void GraphEditor::BuildPage() {
   form_ = new FieldForm(rows);
   scroll_->setWidget(form_);  // takes the old one's place, and deletes it
   connect(form_, &FieldForm::edited, this, &GraphEditor::TakeField);
+  TabInReadingOrder(*this);
   if (!items_ || !document_) return;
   RefreshItems();
   items_->Choose(chosen);

@@ -1,6 +1,7 @@
 // Fitting in the window, driven by menus, buttons and fields as a user does.
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -541,6 +542,33 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   EXPECT_FALSE(graph.Series(0).Fit().Result() || graph.Series(1).Fit().Result());
   EXPECT_EQ(graph.Series(1).Fit().Expression(), "");
   EXPECT_EQ(graph.Series(0).Fit().Expression(), "h*exp(-k*x)+b");
+}
+
+TEST_F(FitDesktopTest, SettingsThatCannotBeUsedSayWhyBesideThem) {
+  Start({Example("decay.dat")});
+  Choose("&2 Decay");
+  InEditor([&](QDialog& dialog) {
+    const auto* trouble = dialog.findChild<QLabel*>("FitSettingsTrouble");
+    auto* scale = dialog.findChild<QLineEdit*>("FitLossScale");
+    const QString tip = scale->toolTip();
+    scale->setText("-1");
+    dialog.findChild<QLineEdit*>("FitTolerance")->setText("0");
+    EXPECT_EQ(trouble->text(),
+              "Tolerance: This is no number above 0.\nLoss scale: This is no number from 0 on.");
+    EXPECT_FALSE(Button("&Fit")->isEnabled());
+    scale->setText("2");
+    EXPECT_EQ(scale->toolTip(), tip);
+    dialog.findChild<QLineEdit*>("FitTolerance")->setText("1e-6");
+    for (auto* margin : dialog.findChildren<QCheckBox*>())
+      if (margin->text().endsWith("argin")) margin->setChecked(true);
+    for (auto* margin : dialog.findChildren<QLineEdit*>())
+      if (margin->accessibleName().endsWith(" Margin"))
+        margin->setText(margin->accessibleName().startsWith("Left") ? "9" : "3");
+    EXPECT_EQ(trouble->text(),
+              "Right Margin: It lies left of the left margin: no point is between them.");
+    EXPECT_TRUE(Button("&Fit")->isEnabled());
+    dialog.reject();
+  });
 }
 
 TEST_F(FitDesktopTest, FunctionsAreComparedAndTheBestIsTakenOver) {
