@@ -1,5 +1,5 @@
-// What data that come by themselves cost a window: 10 000 points a second through a pipe into a DataSet of a million points, drawn as
-// they come. Told are the points lost, how long the window's thread was held up at once, and the memory.
+// What data that come by themselves cost a window: 10 000 points a second through a pipe into a DataSet of a million points,
+// drawn as they come. Told are the points lost, how long the window's thread was held up at once, and the memory.
 #include <fcntl.h>
 #include <malloc.h>
 #include <sys/stat.h>

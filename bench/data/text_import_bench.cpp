@@ -17,8 +17,8 @@
 
 #include "base/mapped_file.h"
 #include "base/progress.h"
+#include "data/guess/format_guess.h"
 #include "data/import/import_file.h"
-#include "data/text/format_guess.h"
 
 namespace {
 

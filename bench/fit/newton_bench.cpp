@@ -17,7 +17,7 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "fit/judge/fit_findings.h"
 #include "fit/minimise/newton_fit.h"
 #include "fit/model/curve_fit.h"

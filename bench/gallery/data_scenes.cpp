@@ -1,7 +1,7 @@
 #include <cmath>
 #include <random>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "base/day_number.h"
 #include "base/error.h"
 #include "base/undefined.h"

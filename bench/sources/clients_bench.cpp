@@ -10,9 +10,9 @@
 
 #include "base/error.h"
 #include "data/import/loader.h"
-#include "sources/database_supplier.h"
-#include "sources/session_passwords.h"
-#include "sources/thinned_view.h"
+#include "sources/database/database_supplier.h"
+#include "sources/database/session_passwords.h"
+#include "sources/database/thinned_view.h"
 #include "tests/sources/postgres_server.h"
 
 namespace tarnwick {

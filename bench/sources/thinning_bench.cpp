@@ -15,9 +15,9 @@
 #include "base/error.h"
 #include "data/import/loader.h"
 #include "data/packed/unpack.h"
-#include "sources/database_source.h"
-#include "sources/database_supplier.h"
-#include "sources/thinned_view.h"
+#include "sources/database/database_source.h"
+#include "sources/database/database_supplier.h"
+#include "sources/database/thinned_view.h"
 
 namespace tarnwick {
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "base/progress.h"
 #include "chance.h"
 #include "fit/judge/fit_findings.h"

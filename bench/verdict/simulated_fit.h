@@ -17,7 +17,8 @@ struct Measurement {
 };
 
 /// What is true of a fit. Between lies what nobody could call right or wrong: a parameter that such errors hardly determine, a
-/// model too wrong to be right and too near to be grossly wrong, a curve that its own points miss, a spoiled point that did no harm.
+/// model too wrong to be right and too near to be grossly wrong, a curve that its own points miss, a spoiled point that did no
+/// harm.
 enum class Truth { Right, Between, Wrong };
 /// What its verdict says.
 enum class Said { Trusted, Untested, Doubted };
@@ -34,9 +35,9 @@ struct SimulatedFit {
 };
 
 /// Draws parameters, points and errors, starts the fit as users do (near, within a factor of three, of ten, at ones), and
-/// compares what comes of it with the truth. Wrong is a fit whose curve strays from the true one, at its points, by more than twice
-/// their error in the mean and 36 more in the sum of squares, or by half of the range between them; for the right model, by what
-/// chance does not do in a thousand fits.
+/// compares what comes of it with the truth. Wrong is a fit whose curve strays from the true one, at its points, by more than
+/// twice their error in the mean and 36 more in the sum of squares, or by half of the range between them; for the right model, by
+/// what chance does not do in a thousand fits.
 SimulatedFit SimulateFit(const Trial& trial, const Measurement& measurement);
 
 }  // namespace tarnwick::bench

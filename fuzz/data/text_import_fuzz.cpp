@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "base/error.h"
+#include "data/guess/format_guess.h"
 #include "data/import/loader.h"
 #include "data/points/point_columns.h"
-#include "data/text/format_guess.h"
 #include "data/text/text_supplier.h"
 
 namespace {

@@ -1,5 +1,5 @@
-// Arbitrary bytes as the XML of a sheet, of either kind of workbook; behind each 0xFF stand the shared texts, the styles and the list of
-// sheets. What is read lies within a sheet, and naming the sheet and its whole range reads the same.
+// Arbitrary bytes as the XML of a sheet, of either kind of workbook; behind each 0xFF stand the shared texts, the styles and the
+// list of sheets. What is read lies within a sheet, and naming the sheet and its whole range reads the same.
 #include <unistd.h>
 #include <zip.h>
 

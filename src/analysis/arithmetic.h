@@ -21,10 +21,10 @@ struct ArithmeticResult {
   std::size_t beyond = 0;         ///< another DataSet that the expression uses has no value there
 };
 
-/// The value at each X of the first of `operands`, which expressions call X, A, B, C, D in their order; a value is Y less the base
-/// line, of the others on the line between its neighbours. Errors of Y are carried on by the derivatives as those of
-/// values independent of each other; a point that uses one without an error, of a DataSet that has errors, has none. Throws Error,
-/// a sentence with the place, for an expression that cannot be compiled, or names something else.
+/// The value at each X of the first of `operands`, which expressions call X, A, B, C, D in their order; a value is Y less the
+/// base line, of the others on the line between its neighbours. Errors of Y are carried on by the derivatives as those of
+/// values independent of each other; a point that uses one without an error, of a DataSet that has errors, has none. Throws
+/// Error, a sentence with the place, for an expression that cannot be compiled, or names something else.
 ArithmeticResult Calculate(const std::string& expression,
                            std::span<const TDataSeries* const> operands);
 

@@ -13,8 +13,8 @@ namespace tarnwick {
 /// 451 (1970).
 std::vector<std::complex<double>> FourierTerms(std::span<const double> y);
 
-/// y[j] for j below `count` of the circular convolution-free product sum over k of a[k] b[k + j]: how alike `a` is to `b` moved by
-/// j. Beyond the ends both are 0; a, b have one size.
+/// y[j] for j below `count` of the circular convolution-free product sum over k of a[k] b[k + j]: how alike `a` is to `b` moved
+/// by j. Beyond the ends both are 0; a, b have one size.
 std::vector<double> LaggedProducts(std::span<const double> a, std::span<const double> b,
                                    std::size_t count);
 

@@ -32,8 +32,8 @@ struct SampleFigures {
 /// Of the finite values.
 SampleFigures FiguresOf(std::span<const double> values);
 
-/// Undefined where the values cannot tell. A probability is that of a difference as large or larger, either way, if both came from
-/// one distribution.
+/// Undefined where the values cannot tell. A probability is that of a difference as large or larger, either way, if both came
+/// from one distribution.
 struct SampleComparison {
   SampleFigures first, second;
   double difference = kUndefined;  ///< of the means, the second less the first

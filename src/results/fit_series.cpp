@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/fit_residuals.h"
+#include "analysis/fits/fit_residuals.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "data/points/point_columns.h"

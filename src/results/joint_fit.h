@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 
 namespace tarnwick {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "base/number_text.h"
 
 namespace tarnwick {

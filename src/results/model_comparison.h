@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "analysis/fit_comparison.h"
-#include "analysis/fit_job.h"
+#include "analysis/fits/fit_comparison.h"
+#include "analysis/fits/fit_job.h"
 #include "base/progress.h"
 #include "data/series/data_series.h"
 #include "fit/fit_result.h"

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/fit_minimisation.h"
-#include "analysis/fit_part.h"
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_minimisation.h"
+#include "analysis/fits/fit_part.h"
+#include "analysis/fits/fit_run.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "fit/judge/fit_statistics.h"

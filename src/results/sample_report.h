@@ -28,8 +28,9 @@ struct SampleReport {
 /// Of finite Y less the base line. Throws Error "No Data Found in DataSet ...!" where one has none.
 SampleReport CompareSeries(const TSeries& first, const TSeries& second);
 
-/// Draws into an empty graph a box of each, at X = 1 and 2: quartiles and median, whiskers to the outermost values within 1.5 times
-/// the quartiles' distance, points beyond, a cross at the mean; and beside it how often values lie where, in bins common to both.
+/// Draws into an empty graph a box of each, at X = 1 and 2: quartiles and median, whiskers to the outermost values within 1.5
+/// times the quartiles' distance, points beyond, a cross at the mean; and beside it how often values lie where, in bins common to
+/// both.
 void DrawSamples(TxyGraph& graph, const TSeries& first, const TSeries& second);
 
 }  // namespace tarnwick

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "sources/arrays/array_source.h"
-#include "sources/database_source.h"
+#include "sources/database/database_source.h"
 #include "sources/lines/line_source.h"
 #include "sources/links/link_source.h"
 #include "sources/workbook/workbook_source.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "base/number_text.h"
 #include "base/whole_file.h"
 #include "certified_problem.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/fit_job.h"
+#include "analysis/fits/fit_job.h"
 
 namespace tarnwick {
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "base/error.h"
 #include "base/progress.h"
 #include "graph/xy_graph.h"

@@ -9,8 +9,8 @@
 
 namespace tarnwick::testing {
 
-/// Started by posix_spawn: where a child shares the memory until it is another program, as Qt's do, the thread sanitizer counts the
-/// child's calls to the thread that started it, and misses that thread's locks from then on.
+/// Started by posix_spawn: where a child shares the memory until it is another program, as Qt's do, the thread sanitizer counts
+/// the child's calls to the thread that started it, and misses that thread's locks from then on.
 class Spawned {
  public:
   /// The program is looked for in PATH, runs in `folder`, and writes its output and errors behind what is in `log` there.

@@ -1,5 +1,5 @@
-// The dialog that tells how two DataSets differ: figures, tests, boxes and histograms. Knows what is chosen; what is told of it is
-// results/sample_report.h's.
+// The dialog that tells how two DataSets differ: figures, tests, boxes and histograms. Knows what is chosen; what is told of it
+// is results/sample_report.h's.
 #pragma once
 
 #include <QDialog>

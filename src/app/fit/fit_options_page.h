@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "analysis/fit_job.h"
+#include "analysis/fits/fit_job.h"
 #include "fit/model/fit_settings.h"
 
 class QCheckBox;

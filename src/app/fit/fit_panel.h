@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "analysis/fit_job.h"
+#include "analysis/fits/fit_job.h"
 #include "desk/panels/panel.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"

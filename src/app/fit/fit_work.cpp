@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/fit_run.h"
-#include "analysis/start_values.h"
+#include "analysis/fits/fit_run.h"
+#include "analysis/fits/start_values.h"
 #include "app/fit/function_files.h"
 #include "base/error.h"
 #include "base/prompt.h"

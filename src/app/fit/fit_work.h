@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/fit_job.h"
+#include "analysis/fits/fit_job.h"
 #include "app/fit/fit_request.h"
 #include "fit/fit_result.h"
 #include "fit/model/fit_settings.h"

@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "analysis/fit_run.h"
-#include "analysis/start_values.h"
+#include "analysis/fits/fit_run.h"
+#include "analysis/fits/start_values.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/whole_file.h"

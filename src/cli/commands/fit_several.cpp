@@ -4,7 +4,7 @@
 #include <set>
 #include <utility>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "base/error.h"
 #include "cli/commands/fit_text.h"
 #include "cli/options/command.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/fit_job.h"
+#include "analysis/fits/fit_job.h"
 #include "cli/options/fit_model.h"
 #include "cli/options/input_graph.h"
 #include "cli/options/save_output.h"

@@ -20,7 +20,7 @@
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
 #include "sources/all_source_kinds.h"
-#include "sources/database_source.h"
+#include "sources/database/database_source.h"
 #include "sources/links/link_source.h"
 #include "sources/links/link_text.h"
 

@@ -20,8 +20,8 @@ struct LineArguments {
 /// Declares --lines, --for and --keep.
 void AddLineOptions(Command& command, LineArguments& arguments);
 
-/// Reads until the time is over, the source ends or Ctrl+C is pressed; of `import` columns, formats, separators, marks of comments
-/// and missing values count. Notes in `output` how many rows came. Throws UsageError, and Error when nothing came.
+/// Reads until the time is over, the source ends or Ctrl+C is pressed; of `import` columns, formats, separators, marks of
+/// comments and missing values count. Notes in `output` how many rows came. Throws UsageError, and Error when nothing came.
 InputGraph ReadLines(const LineArguments& arguments, const ImportArguments& import, Output& output);
 
 /// Takes what comes for DataSets whose source goes on, until the time is over or Ctrl+C is pressed. Notes how many rows came. An

@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "base/word_list.h"
+#include "data/guess/time_guess.h"
 #include "data/import/import_file.h"
 #include "data/text/missing_values.h"
 #include "data/text/text_names.h"
-#include "data/text/time_guess.h"
 
 namespace tarnwick {
 namespace {

@@ -34,7 +34,8 @@ struct ChosenColumns {
 /// rows while there is something better) against every other column of numbers. Columns of errors become those of the columns
 /// that they belong to; constants, counts of rows and, beside numbers, dates are left out where others remain, and so are errors
 /// of nobody knows what. Where a column repeats the name of X ("nm, A, nm, A") it is the X of those behind it. A file with one
-/// column, or with labels of its rows and no column that rises, is plotted over the number of the row. Throws FileError when there are no numbers or no such column.
+/// column, or with labels of its rows and no column that rises, is plotted over the number of the row. Throws FileError when
+/// there are no numbers or no such column.
 ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options);
 
 }  // namespace tarnwick

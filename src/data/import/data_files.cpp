@@ -4,13 +4,13 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "data/guess/format_notes.h"
 #include "data/import/column_meaning.h"
 #include "data/import/file_supplier.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
 #include "data/import/load_run.h"
 #include "data/text/field_kind.h"
-#include "data/text/format_notes.h"
 #include "data/text/number_names.h"
 #include "data/text/text_names.h"
 #include "data/text/text_supplier.h"

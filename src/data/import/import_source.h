@@ -11,8 +11,8 @@
 #include "base/progress.h"
 #include "data/data_supplier.h"
 #include "data/ds_info.h"
+#include "data/guess/format_guess.h"
 #include "data/import/source_kinds.h"
-#include "data/text/format_guess.h"
 
 namespace tarnwick {
 

@@ -15,7 +15,8 @@ std::vector<std::string> WordsOf(std::string_view name);
 /// letters behind it, as in "dt".
 std::vector<std::string> WordsBehindD(std::string_view name);
 
-/// "mag", "auto" for "MAGERR_AUTO", "mass" for "e_Mass": the words of what an error so named belongs to. Empty where the name is none.
+/// "mag", "auto" for "MAGERR_AUTO", "mass" for "e_Mass": the words of what an error so named belongs to. Empty where the name is
+/// none.
 std::vector<std::string> WordsBesideErr(std::string_view name);
 
 /// True when one of them is known.

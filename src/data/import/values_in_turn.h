@@ -1,5 +1,5 @@
-// Rows that hold one curve, several values a line, as spectrum analysers and seismographs write them. Knows the columns of a source
-// and their first values.
+// Rows that hold one curve, several values a line, as spectrum analysers and seismographs write them. Knows the columns of a
+// source and their first values.
 #pragma once
 
 #include "data/import/import_source.h"

@@ -8,8 +8,8 @@
 
 namespace tarnwick {
 
-/// The X among these columns of numbers: times first, then what was swept, then the first that varies, never a constant or a count
-/// of rows while there is something better; kRowNumberColumn where none gives X.
+/// The X among these columns of numbers: times first, then what was swept, then the first that varies, never a constant or a
+/// count of rows while there is something better; kRowNumberColumn where none gives X.
 std::int32_t ChooseX(const ImportSource& source, const std::vector<std::int32_t>& numbers);
 
 /// The column counts the rows, by its values and by its name or for want of one.

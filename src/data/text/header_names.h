@@ -1,5 +1,5 @@
-// Names of columns that the head of a file lists in a form of its own: the curves of a well log, the legends of a graph, the labels
-// of both axes. Knows such heads; knows no rows.
+// Names of columns that the head of a file lists in a form of its own: the curves of a well log, the legends of a graph, the
+// labels of both axes. Knows such heads; knows no rows.
 #pragma once
 
 #include <cstdint>

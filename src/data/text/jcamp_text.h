@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// The text with the lines of its tables (X++(Y..Y)) and (XY..XY) replaced by one line for each point, "X<tab>Y", multiplied by their
-/// factors; all else stays. Nothing when the text is no JCAMP-DX or holds no such table. Throws FileError, of the file
+/// The text with the lines of its tables (X++(Y..Y)) and (XY..XY) replaced by one line for each point, "X<tab>Y", multiplied by
+/// their factors; all else stays. Nothing when the text is no JCAMP-DX or holds no such table. Throws FileError, of the file
 /// `name`, where a table cannot be read.
 std::optional<std::string> LinesOfJcamp(std::string_view text, const std::string& name);
 

@@ -172,8 +172,8 @@ std::optional<HalfOfDay> HalfOf(std::string_view text) {
   return std::nullopt;
 }
 
-/// Turns hours of twelve to those of the day; twelve begins a half. Times told by 24 hours beside a true half stay. False when the
-/// time does not lie in its half.
+/// Turns hours of twelve to those of the day; twelve begins a half. Times told by 24 hours beside a true half stay. False when
+/// the time does not lie in its half.
 bool ApplyHalf(Sum& sum) {
   constexpr double kHalfDay = kSecondsPerDay / 2;
   constexpr double kThirteen = kHalfDay + 3600;

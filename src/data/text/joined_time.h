@@ -50,9 +50,10 @@ struct JoinedTime {
 
 /// The day number that texts of equal number with compatible parts mean together. A date is read by `date_format`, as a
 /// DateTime where that is no date's format; beside parts of the time its own time counts nothing. A time is "12:05:06", with
-/// am or pm, "1205", "120506" or "5" (00:05). Day, day of year, hour and minute may have fractions; hours go to 24. A month is a number or
-/// its name. A month or a day without year lies in 2001, a year without month in January; a time without any date lies on day 0. Nothing when a
-/// text is no such part or out of range, a time after noon is said to lie before it, or the date does not exist.
+/// am or pm, "1205", "120506" or "5" (00:05). Day, day of year, hour and minute may have fractions; hours go to 24. A month is a
+/// number or its name. A month or a day without year lies in 2001, a year without month in January; a time without any date lies
+/// on day 0. Nothing when a text is no such part or out of range, a time after noon is said to lie before it, or the date does
+/// not exist.
 std::optional<double> JoinTime(std::span<const TimePart> parts,
                                std::span<const std::string_view> texts, ColumnFormat date_format);
 

@@ -1,5 +1,5 @@
-// What the fields of a line above a table read like: names of columns, their units, or neither. Knows texts; knows no layout and no
-// rows.
+// What the fields of a line above a table read like: names of columns, their units, or neither. Knows texts; knows no layout and
+// no rows.
 #pragma once
 
 #include <string>

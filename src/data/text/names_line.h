@@ -35,8 +35,8 @@ std::optional<std::vector<std::string>> SplitNames(std::string_view line, const 
                                                    std::int32_t columns,
                                                    RowLabels labels = RowLabels::Possible);
 
-/// The units that stand under some of the names of the line above them, told by their places; empty where a name has none. Nothing
-/// when the rows are not parted by blanks, or a unit stands under no name.
+/// The units that stand under some of the names of the line above them, told by their places; empty where a name has none.
+/// Nothing when the rows are not parted by blanks, or a unit stands under no name.
 std::optional<std::vector<std::string>> UnitsUnderNames(std::string_view units,
                                                         std::string_view names,
                                                         const TextLayout& layout,

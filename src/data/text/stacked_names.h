@@ -1,5 +1,5 @@
-// Names of columns that stand on two lines, one word over the other: "Temp" over "Out", a group over the columns that belong to it.
-// Knows how such lines are written; knows no rows.
+// Names of columns that stand on two lines, one word over the other: "Temp" over "Out", a group over the columns that belong to
+// it. Knows how such lines are written; knows no rows.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@
 
 namespace tarnwick {
 
-/// The names that two lines give together. Between separators a word of the upper line holds up to the next one; between blanks it
-/// belongs to the name that it stands over, and where both lines together have as many words as there are columns, the lower
+/// The names that two lines give together. Between separators a word of the upper line holds up to the next one; between blanks
+/// it belongs to the name that it stands over, and where both lines together have as many words as there are columns, the lower
 /// goes on where the upper ends. Nothing where they cannot be put together.
 std::optional<std::vector<std::string>> StackNames(std::string_view upper, std::string_view lower,
                                                    const TextLayout& layout, std::int32_t columns);

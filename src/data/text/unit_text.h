@@ -14,7 +14,8 @@ struct NumberAndUnit {
 
 /// The finite number that `text` begins with and the unit behind it, blanks between or not: letters, "%", signs beyond
 /// ASCII ("°", "µ", "Ω"), words joined by ". / * ^ - ( )", each with at most one digit behind it ("m2", "kg m-3"). A sign of
-/// currency may stand before the number instead; behind "± 0.2", "+/- 0.2 mV" or "(5)" no unit is told. Nothing for what only looks so: "9a" and "1f" (hexadecimal), "2nd",
+/// currency may stand before the number instead; behind "± 0.2", "+/- 0.2 mV" or "(5)" no unit is told. Nothing for what only
+/// looks so: "9a" and "1f" (hexadecimal), "2nd",
 /// "12:30", "3/4", "1h30", "4ABC12", dates, words of more than three letters behind others ("12 Main Street"), and "1,234 V",
 /// where the comma may be either separator.
 std::optional<NumberAndUnit> SplitUnit(std::string_view text);

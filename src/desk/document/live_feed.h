@@ -1,4 +1,5 @@
-// One stream on its way into the DataSets of a document. Knows the document and what a stream is; no kind of source and no widget.
+// One stream on its way into the DataSets of a document. Knows the document and what a stream is; no kind of source and no
+// widget.
 //
 // What comes is taken at the screen's rate at most, seldom while nothing comes, and no more than a third of the time is spent on
 // it: a graph that is long in drawing is drawn less often, and no row is lost by that.

@@ -13,7 +13,7 @@
 #include "desk/work/long_work.h"
 #include "graph/series.h"
 #include "graph/series_of_whole.h"
-#include "sources/database_connection.h"
+#include "sources/database/database_connection.h"
 
 namespace tarnwick {
 namespace {

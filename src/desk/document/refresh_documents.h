@@ -11,8 +11,9 @@ class Document;
 /// the user keeps them.
 bool MayReadAgain(std::span<Document* const> documents);
 
-/// Nothing happens unless MayReadAgain(). Each source is read once for all documents; what became of each document is a step of its own. Sources that cannot be
-/// read are told together at the end. The documents share their work and prompt; there is at least one.
+/// Nothing happens unless MayReadAgain(). Each source is read once for all documents; what became of each document is a step of
+/// its own. Sources that cannot be read are told together at the end. The documents share their work and prompt; there is at
+/// least one.
 void RefreshDocuments(std::span<Document* const> documents);
 
 }  // namespace tarnwick

@@ -14,9 +14,9 @@
 #include "desk/work/latest_work.h"
 #include "graph/graph_update.h"
 #include "graph/series_of_whole.h"
-#include "sources/database_source.h"
-#include "sources/session_passwords.h"
-#include "sources/thinned_columns.h"
+#include "sources/database/database_source.h"
+#include "sources/database/session_passwords.h"
+#include "sources/database/thinned_columns.h"
 
 namespace tarnwick {
 namespace {

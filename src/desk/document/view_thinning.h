@@ -8,7 +8,7 @@
 
 #include "data/points/point_chain.h"
 #include "desk/prompts/password_prompt.h"
-#include "sources/thinned_view.h"
+#include "sources/database/thinned_view.h"
 
 namespace tarnwick {
 

@@ -3,7 +3,7 @@
 #include <QString>
 
 #include "base/prompt.h"
-#include "sources/session_passwords.h"
+#include "sources/database/session_passwords.h"
 
 namespace tarnwick {
 

@@ -21,11 +21,11 @@
 #include "desk/widgets/checked_field.h"
 #include "desk/widgets/text.h"
 #include "desk/work/latest_work.h"
-#include "sources/database_connection.h"
-#include "sources/database_supplier.h"
-#include "sources/key_store.h"
-#include "sources/session_passwords.h"
-#include "sources/thinned_view.h"
+#include "sources/database/database_connection.h"
+#include "sources/database/database_supplier.h"
+#include "sources/database/key_store.h"
+#include "sources/database/session_passwords.h"
+#include "sources/database/thinned_view.h"
 
 namespace tarnwick {
 namespace {

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "desk/sources/place_edit.h"
-#include "sources/database_place.h"
+#include "sources/database/database_place.h"
 
 class QCheckBox;
 class QComboBox;

@@ -1,5 +1,5 @@
-// A number in a box with arrows, written as files write it: a point before its decimals and nothing between its thousands, wherever the
-// program runs. A comma that is typed is taken for the point.
+// A number in a box with arrows, written as files write it: a point before its decimals and nothing between its thousands,
+// wherever the program runs. A comma that is typed is taken for the point.
 #pragma once
 
 #include <QDoubleSpinBox>

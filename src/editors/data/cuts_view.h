@@ -1,5 +1,5 @@
-// The first lines of a text in letters of one width, with marks where its columns begin, to be dragged, added and taken away. Knows
-// lines and places; reads nothing.
+// The first lines of a text in letters of one width, with marks where its columns begin, to be dragged, added and taken away.
+// Knows lines and places; reads nothing.
 #pragma once
 
 #include <QAbstractScrollArea>

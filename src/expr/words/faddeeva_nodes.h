@@ -1,6 +1,7 @@
 // What w(z) is summed from, on single numbers and on vectors. Knows numbers only.
 //
-// Near: the trapezoidal rule at whole or at half steps less its poles (Y. L. Luke; Matta & Reichel, Mathematics of Computation 25,
+// Near: the trapezoidal rule at whole or at half steps less its poles (Y. L. Luke; Matta & Reichel, Mathematics of Computation
+// 25,
 // 339 (1971)). Far out: the asymptotic series.
 #pragma once
 

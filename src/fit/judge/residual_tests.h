@@ -17,8 +17,8 @@ namespace tarnwick {
 ///   shape: the F ratios of the lowest polynomials along the points that the model does not hold, each of several numbers of
 ///     them, the least probable times how many were tried (Seber & Lee, Linear Regression Analysis, 2003, chapter 4);
 ///   farthest: the greatest externally studentised residual, times n (Cook & Weisberg, Residuals and Influence, 1982).
-/// Where residuals scatter more at one end of X or of the curve than at the other, each is taken in its own deviation first; where
-/// that may be chance, what is found is what is found without that, too.
+/// Where residuals scatter more at one end of X or of the curve than at the other, each is taken in its own deviation first;
+/// where that may be chance, what is found is what is found without that, too.
 /// Nothing is found with fewer than three degrees of freedom.
 ResidualFindings TestResiduals(const ResidualSample& sample);
 

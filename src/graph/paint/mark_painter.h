@@ -5,7 +5,8 @@
 
 namespace tarnwick {
 
-/// In ID order: lines, arrows and rectangles clipped to the plot, points as a ring with a cross of the stored width, captions in the mark's colour.
+/// In ID order: lines, arrows and rectangles clipped to the plot, points as a ring with a cross of the stored width, captions in
+/// the mark's colour.
 void PaintMarks(QPainter& painter, const PlotLayout& layout, PaintTarget target);
 
 }  // namespace tarnwick

@@ -6,8 +6,8 @@
 
 namespace tarnwick {
 
-/// The bytes up to the end of the last value that the header of `file` (classic, 64-bit offset or 64-bit data) claims. Throws Error
-/// for a header that is no such one.
+/// The bytes up to the end of the last value that the header of `file` (classic, 64-bit offset or 64-bit data) claims. Throws
+/// Error for a header that is no such one.
 std::uint64_t ClaimedSize(std::string_view file);
 
 }  // namespace tarnwick

@@ -14,7 +14,8 @@ struct SheetRequest {
   CellRange range;
 };
 
-/// Lines "sheet<tab>NAME<tab>NUMBERS" for all sheets (NUMBERS counts those within the range, of sheets that were read), "read<tab>NAME",
+/// Lines "sheet<tab>NAME<tab>NUMBERS" for all sheets (NUMBERS counts those within the range, of sheets that were read),
+/// "read<tab>NAME",
 /// "errors<tab>COUNT" of cells in it without a result, an empty line, and behind it the text of the sheet. Throws Error, saying
 /// so, when there is no such sheet, and when there are no numbers.
 std::string AnswerOf(Workbook& workbook, const SheetRequest& request);

@@ -15,8 +15,8 @@ namespace tarnwick {
 
 class FollowedText {
  public:
-  /// Every row is taken, whatever sampling says. Throws Error for a description that ends before what is still to come: a table of
-  /// so many lines, all but the last rows.
+  /// Every row is taken, whatever sampling says. Throws Error for a description that ends before what is still to come: a table
+  /// of so many lines, all but the last rows.
   explicit FollowedText(const TDSInfo& info);
 
   /// The text that comes next is another one, which begins with its header lines. The numbers of the rows go on.

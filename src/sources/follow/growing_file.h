@@ -1,5 +1,5 @@
-// A file that is written to, read as it grows. Knows bytes and what may happen to a file: no text, no rows. It reads by the system's
-// read alone: a mapping of a file that is cut short ends the program.
+// A file that is written to, read as it grows. Knows bytes and what may happen to a file: no text, no rows. It reads by the
+// system's read alone: a mapping of a file that is cut short ends the program.
 #pragma once
 
 #include <sys/types.h>

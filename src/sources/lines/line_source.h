@@ -1,5 +1,5 @@
-// Lines of numbers that a pipe, a socket or a serial port brings, as a kind of data source and as a stream. Knows descriptions; no
-// DataSet of a document.
+// Lines of numbers that a pipe, a socket or a serial port brings, as a kind of data source and as a stream. Knows descriptions;
+// no DataSet of a document.
 #pragma once
 
 #include "data/import/source_kinds.h"

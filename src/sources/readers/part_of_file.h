@@ -6,7 +6,8 @@
 
 namespace tarnwick {
 
-/// What OpenImportSource finds when the file and the part of it are those of `place`, as a file of `kind`. Throws what that throws.
+/// What OpenImportSource finds when the file and the part of it are those of `place`, as a file of `kind`. Throws what that
+/// throws.
 ImportSource OpenPartOfFile(const SourceKind& kind, const TDSInfo& place, ImportOptions options,
                             Progress& progress);
 

@@ -1,5 +1,5 @@
-// Rows of a stream as points of a DataSet: where they go, where its line breaks, which old points make room. Knows DataSets and rows;
-// knows no stream and no window.
+// Rows of a stream as points of a DataSet: where they go, where its line breaks, which old points make room. Knows DataSets and
+// rows; knows no stream and no window.
 #pragma once
 
 #include <cstddef>

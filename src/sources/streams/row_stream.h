@@ -1,5 +1,5 @@
-// Rows that come by themselves, from a file that is written to, a line, a link. Knows rows of numbers and the state of what brings
-// them; knows no DataSet and no window.
+// Rows that come by themselves, from a file that is written to, a line, a link. Knows rows of numbers and the state of what
+// brings them; knows no DataSet and no window.
 #pragma once
 
 #include <cstdint>

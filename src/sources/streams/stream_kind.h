@@ -16,8 +16,8 @@ struct StreamKind {
   DataSourceKind kind = DataSourceKind::Manual;
   /// Whether rows may come for a DataSet so described.
   bool (*goes_on)(const TDSInfo& info) = nullptr;
-  /// The description of a DataSet that a stream from that place alone can fill; other settings than the place are taken over where
-  /// they are no new one's. Throws Error for what names no place. Null where DataSets begin with what stands in a file.
+  /// The description of a DataSet that a stream from that place alone can fill; other settings than the place are taken over
+  /// where they are no new one's. Throws Error for what names no place. Null where DataSets begin with what stands in a file.
   TDSInfo (*begin)(const TDSInfo& place) = nullptr;
   /// Whether a stream begins with all that its source has had so far, in place of the points that are there.
   bool rereads = false;

@@ -23,7 +23,7 @@
 #include <functional>
 #include <map>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "app/fit/model_check.h"
 #include "app/fit/verdict_label.h"
 #include "data/series/points_mark.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/day_number.h"
-#include "data/text/time_guess.h"
+#include "data/guess/time_guess.h"
 
 namespace tarnwick {
 namespace {

@@ -11,7 +11,7 @@
 #include "data/points/point_columns.h"
 #include "desk/document/document.h"
 #include "document/immediate_work.h"
-#include "sources/database_place.h"
+#include "sources/database/database_place.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
 

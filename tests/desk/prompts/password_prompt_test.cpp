@@ -11,7 +11,7 @@
 #include "desk/document/document.h"
 #include "desk/prompts/message_box_prompt.h"
 #include "document/immediate_work.h"
-#include "sources/session_passwords.h"
+#include "sources/database/session_passwords.h"
 #include "support/scripted_prompt.h"
 
 namespace tarnwick {

@@ -29,7 +29,8 @@ void Write(hid_t file, const char* path, hid_t type, const std::vector<hsize_t>&
   EXPECT_GE(H5Dwrite(set.Id(), type, H5S_ALL, H5S_ALL, H5P_DEFAULT, values), 0);
 }
 
-/// A column with a unit, a table of 3 × 2, truth values, records, and an array of a million million values that were never written.
+/// A column with a unit, a table of 3 × 2, truth values, records, and an array of a million million values that were never
+/// written.
 std::string MadeHdf5(const TemporaryFolder& folder) {
   const std::string name = folder.File("made.h5").string();
   const Hdf5Handle file(H5Fcreate(name.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT),

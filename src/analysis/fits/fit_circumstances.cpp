@@ -1,0 +1,75 @@
+#include "analysis/fits/fit_circumstances.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/undefined.h"
+#include "expr/expression_hints.h"
+#include "expr/words/expr_word.h"
+#include "fit/residuals/greatest_size.h"
+
+namespace tarnwick {
+namespace {
+
+/// Squares of numbers beyond this, with what is multiplied to them, are no numbers any more.
+constexpr double kGreatestSquared = 1e153;
+
+/// Y or X whose squares, or those of what depends on them, are lost or overflow.
+std::optional<ExtremeData> FindExtreme(const FitPart& part) {
+  for (const ExtremeData& data :
+       {ExtremeData{'Y', part.greatest_y}, ExtremeData{'X', GreatestSize(part.job.x)}}) {
+    if (data.greatest > kGreatestSquared || (data.greatest > 0 && data.greatest < kSmallestSquared))
+      return data;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+FitCircumstances CircumstancesOf(const FitPart& part) {
+  const FitJob& job = part.job;
+  FitCircumstances about;
+  about.method = job.settings.ProcType;
+  about.max_iterations = job.settings.IterMax;
+  about.thinned_to = job.settings.NPoints;
+  about.extreme_data = FindExtreme(part);
+  about.sign_warning = SignWarning(job.settings.Expression);
+  about.regression_curve = job.source == FitPointSource::RegressionCurve;
+  about.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
+                           part.weighting.weights == FitWeights::Errors;
+  return about;
+}
+
+void MeasureStart(FitPart& part, FitCircumstances& about) {
+  TCurFit& model = part.model;
+  for (const double x : part.job.x) {
+    if (std::isfinite(model.Value(x))) continue;
+    if (about.undefined_at_start++ == 0) about.first_undefined_x = x;
+  }
+  // Only evaluating shows which names get their value by an assignment.
+  for (const TGeneratedVariable& variable : model.GeneratedVariables()) {
+    if (IsUndefined(variable.Value())) about.unknown_names.emplace_back(variable.Name());
+  }
+  for (std::int32_t i = 1; i <= model.NParams(); ++i) {
+    const TDBLParameter& parameter = model.Param(i);
+    if (!std::isfinite(parameter.Value())) about.infinite_names.push_back(parameter.Name());
+  }
+}
+
+FitCircumstances Together(std::span<const FitCircumstances> parts) {
+  FitCircumstances all = parts.front();
+  for (const FitCircumstances& one : parts.subspan(1)) {
+    if (!all.extreme_data) all.extreme_data = one.extreme_data;
+    if (!all.first_undefined_x) all.first_undefined_x = one.first_undefined_x;
+    all.undefined_at_start += one.undefined_at_start;
+    if (all.sign_warning.empty()) all.sign_warning = one.sign_warning;
+    all.regression_curve = all.regression_curve || one.regression_curve;
+    all.unknown_names.insert(all.unknown_names.end(), one.unknown_names.begin(),
+                             one.unknown_names.end());
+    all.infinite_names.insert(all.infinite_names.end(), one.infinite_names.begin(),
+                              one.infinite_names.end());
+  }
+  return all;
+}
+
+}  // namespace tarnwick

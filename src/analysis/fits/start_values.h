@@ -1,0 +1,18 @@
+// Starting values for a fit, looked for in the points. Knows jobs and models; no minimiser and no DataSet.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "analysis/fits/fit_job.h"
+
+namespace tarnwick {
+
+/// The job's parameters with values near which the least sum of squares probably lies: of every formula the parameters that it is
+/// linear in are solved for, the others tried over places, widths and rates that the points allow, within their bounds.
+/// Always the
+/// same for the same points. Nothing where no parameter varies, there are no points or the expression cannot be evaluated by
+/// blocks. Throws EParserException and Error (TCurFit::Prepare), EIntegerDivision.
+std::optional<std::vector<ParameterSettings>> GuessStart(const FitJob& job);
+
+}  // namespace tarnwick

@@ -1,0 +1,170 @@
+#include "data/guess/first_row.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+#include "base/number_text.h"
+#include "data/text/field_kind.h"
+#include "data/text/names_line.h"
+#include "data/text/number_names.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kMostOtherLabels = 3;  // lines above the rows with words of their own
+constexpr std::size_t kRowsPerLabel = 10;
+constexpr std::int32_t kMostFieldsApart = 3;
+constexpr std::size_t kMostRaggedRows = 3;
+
+enum class LineKind { Names, Mixed, Values };
+
+/// What a line is, seen by the columns that hold numbers further down.
+LineKind KindOf(std::string_view line, const TextLayout& layout, const TableBody& body) {
+  FieldCursor cursor(line, layout);
+  std::string buffer;
+  int values = 0;
+  int texts = 0;
+  bool first_is_value = false;
+  bool first_is_solid = false;  // all rows of the body have a value there
+  for (const ColumnGuess& column : body.columns) {
+    const std::optional<std::string_view> field = cursor.Next();
+    if (!field) break;
+    const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+    if (!column.has_numbers || kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
+    if (values + texts == 0) {
+      first_is_value = IsValue(kind);
+      first_is_solid = column.values.size() == body.rows.size();
+    }
+    ++(IsValue(kind) ? values : texts);
+  }
+  if (texts == 0) return LineKind::Values;
+  if (texts > values || (!first_is_value && first_is_solid)) return LineKind::Names;
+  return first_is_value ? LineKind::Values : LineKind::Mixed;
+}
+
+/// The words that a column has in all rows of the body, by columns; empty where it has none.
+std::vector<std::string> ConstantWords(const TextLayout& layout, const TableBody& body) {
+  std::vector<std::string> words(body.columns.size());
+  const auto samples = SampleTexts(body.rows, layout);
+  for (std::size_t i = 0; i < std::min(samples.size(), words.size()); ++i) {
+    const bool constant = std::ranges::all_of(
+        samples[i], [&](const std::string& text) { return text == samples[i].front(); });
+    if (constant && !body.columns[i].has_numbers) words[i] = samples[i].front();
+  }
+  return words;
+}
+
+/// True for "Dimension, 101, 101" above rows that all begin with "Value".
+bool HasOtherWord(std::string_view line, const TextLayout& layout,
+                  const std::vector<std::string>& words) {
+  FieldCursor cursor(line, layout);
+  std::string buffer;
+  return std::ranges::any_of(words, [&](const std::string& word) {
+    const std::optional<std::string_view> field = cursor.Next();
+    return !word.empty() && field && FieldText(*field, layout, buffer) != word;
+  });
+}
+
+/// The first row from `from` on that has the words of the body; `from` where more than a few have not.
+std::size_t BehindOtherWords(std::span<const std::string_view> lines, std::size_t from,
+                             const TextLayout& layout, const TableBody& body) {
+  if (body.rows.size() < kRowsPerLabel) return from;
+  const std::vector<std::string> words = ConstantWords(layout, body);
+  if (std::ranges::all_of(words, &std::string::empty)) return from;
+  std::size_t others = 0;
+  for (std::size_t i = from; i < lines.size() && others <= kMostOtherLabels; ++i) {
+    if (!IsDataLine(lines[i], layout)) continue;
+    if (!HasOtherWord(lines[i], layout, words)) return i;
+    ++others;
+  }
+  return from;
+}
+
+/// The kinds of a line's fields, values as one.
+std::vector<FieldKind> KindsOf(std::string_view line, const TextLayout& layout) {
+  std::vector<FieldKind> kinds;
+  FieldCursor cursor(line, layout);
+  std::string buffer;
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+    kinds.push_back(kind == FieldKind::Quantity ? FieldKind::Number : kind);
+  }
+  return kinds;
+}
+
+/// True for "country;2019;2020;2021;2022": numbers that count on from column to column are names.
+bool CountsAcross(std::string_view line, const TextLayout& layout) {
+  constexpr int kEnough = 4;
+  constexpr int kEnoughYears = 3;
+  FieldCursor cursor(line, layout);
+  std::string buffer;
+  std::optional<double> last;
+  int counted = 0;
+  bool labelled = false;
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    const std::string_view text = FieldText(*field, layout, buffer);
+    const std::optional<double> value = ParseNumber(text);
+    labelled = labelled || (!value && counted == 0);
+    if (!value && (counted == 0 || text.empty())) continue;
+    if (!value || (last && *value != *last + 1)) return false;
+    last = value;
+    ++counted;
+  }
+  const bool years = last && *last > 1900 && *last <= 2100;
+  return labelled && counted >= (years ? kEnoughYears : kEnough);
+}
+
+/// Behind an empty field, above rows that all have one there, numbers that rise name the columns.
+bool NamesBehindNothing(std::string_view line, const TextLayout& layout, const TableBody& body) {
+  if (body.columns.empty() || body.columns.front().values.size() != body.rows.size()) return false;
+  std::vector<std::string> fields;
+  FieldCursor cursor(line, layout);
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    fields.push_back(NameText(*field, layout));
+  }
+  return fields.size() == body.columns.size() && fields.front().empty() && AreNumbersAcross(fields);
+}
+
+}  // namespace
+
+std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
+                     const TextLayout& layout, const TableBody& body) {
+  bool names_seen = std::any_of(
+      lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(from), [&](std::string_view line) {
+        return IsDataLine(line, layout) && CountFields(line, layout, 2) > 1;
+      });
+  for (std::size_t i = from; i < lines.size(); ++i) {
+    if (!IsDataLine(lines[i], layout)) continue;
+    const bool across =
+        i == from && (CountsAcross(lines[i], layout) || NamesBehindNothing(lines[i], layout, body));
+    if (across) continue;
+    const LineKind kind = KindOf(lines[i], layout, body);
+    if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) {
+      return BehindOtherWords(lines, i, layout, body);
+    }
+    names_seen = true;
+  }
+  return from;
+}
+
+std::size_t WithRaggedRowsAbove(std::span<const std::string_view> lines, std::size_t first,
+                                const TextLayout& layout) {
+  const std::vector<FieldKind> kinds = KindsOf(lines[first], layout);
+  std::size_t ragged_fields = 0;
+  for (std::size_t i = first; i > 0 && first - i <= kMostRaggedRows; --i) {
+    if (!IsDataLine(lines[i - 1], layout)) return first;
+    const std::vector<FieldKind> above = KindsOf(lines[i - 1], layout);
+    const bool names = std::ranges::none_of(above, &IsValue) && above.size() == ragged_fields;
+    if (names) return i;
+    const auto shared = static_cast<std::ptrdiff_t>(std::min(above.size(), kinds.size()));
+    const auto apart = std::ssize(above) - std::ssize(kinds);
+    const bool same = std::equal(above.begin(), above.begin() + shared, kinds.begin());
+    if (shared < 2 || apart == 0 || std::abs(apart) > kMostFieldsApart || !same) return first;
+    ragged_fields = above.size();
+  }
+  return first;
+}
+
+}  // namespace tarnwick

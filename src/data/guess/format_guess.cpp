@@ -1,0 +1,442 @@
+#include "data/guess/format_guess.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/ascii.h"
+#include "data/guess/first_row.h"
+#include "data/guess/format_guess_cuts.h"
+#include "data/guess/format_guess_gaps.h"
+#include "data/guess/format_guess_lines.h"
+#include "data/guess/header_lines.h"
+#include "data/guess/separators_guess.h"
+#include "data/guess/table_search.h"
+#include "data/text/column_cuts.h"
+#include "data/text/field_kind.h"
+#include "data/text/listed_names.h"
+#include "data/text/names_judge.h"
+#include "data/text/row_remark.h"
+#include "data/text/stacked_names.h"
+#include "data/text/text_lines.h"
+#include "data/text/text_names.h"
+
+namespace tarnwick {
+namespace {
+
+using Lines = std::vector<std::string_view>;
+
+constexpr std::size_t kFewRows = 10;  // that are a table only where they are much of the text
+constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
+constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
+constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
+constexpr std::size_t kFewestNamedRows = 3;  // below a line of names, at the end of a text
+constexpr std::size_t kLinesBehindNamed = 2;
+constexpr std::size_t kJudgedRows = 200;     // of the first lines; fewer where they hold more than
+constexpr std::size_t kJudgedFields = 4000;  // so many fields
+constexpr std::size_t kRoughRows = 60;
+constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
+constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
+
+bool IsBlankSeparated(const TextFormat& format) {
+  return format.separators.find(' ') != std::string::npos;
+}
+
+bool IsByPlace(const TextFormat& format) {
+  return format.divide_by_width || !format.column_cuts.empty();
+}
+
+Lines RowsWithin(const Lines& lines, std::size_t first, std::size_t behind,
+                 const TextLayout& layout) {
+  Lines rows;
+  for (std::size_t i = first; i < std::min(behind, lines.size()); ++i) {
+    if (IsDataLine(lines[i], layout)) rows.push_back(lines[i]);
+  }
+  return rows;
+}
+
+/// The text behind its first lines.
+std::string_view BehindLines(std::string_view text, std::int32_t lines, char line_end) {
+  LineWalker walker(text, line_end);
+  for (; lines > 0 && !walker.AtEnd(); --lines) walker.Next();
+  return text.substr(static_cast<std::size_t>(walker.Position() - text.data()));
+}
+
+/// A guess at work: what is known so far of one text.
+class Guess {
+ public:
+  Guess(std::string_view text, const GuessHints& hints, Progress& progress)
+      : text_(text), hints_(hints), progress_(progress), line_end_(GuessLineEnd(text)) {
+    format_.markers = hints.markers.value_or(format_.markers);
+    format_.comment_marks = hints.comment_marks.value_or(format_.comment_marks);
+    format_.divide_by_width = hints.column_width.has_value();
+    format_.column_width = hints.column_width.value_or(format_.column_width);
+  }
+
+  TextFormat Run() {
+    for (GuessReach reach = kFirstReach; !FindTable(reach); reach = Further(reach)) {
+      if (lines_.whole || progress_.Cancelled()) break;
+    }
+    PlaceTable();
+    FindNames();
+    ChooseMerging();
+    JudgeAll();
+    return std::move(format_);
+  }
+
+ private:
+  /// Looks for the table among the first lines; false when there is none worth its name.
+  bool FindTable(GuessReach reach) {
+    lines_ = CollectGuessLines(text_, reach);
+    if (!hints_.comment_marks) {
+      format_.comment_marks = TDSInfo().CommentMarks;
+      ChooseCommentMarks(lines_.first, format_);
+    }
+    DropRemarks();
+    format_.column_cuts = hints_.column_cuts.value_or(std::string());
+    format_.cuts_from = CutsFrom::Nowhere;
+    const bool choose = !hints_.separators && !IsByPlace(format_);
+    if (choose && TakeDescribedTable()) return true;
+    if (choose) tables_ = ChooseSeparators(lines_.first, line_end_, format_);
+    if (hints_.separators) format_.separators = *hints_.separators;
+    const bool blanks = IsBlankSeparated(format_);
+    format_.merge_separators = hints_.merge_separators.value_or(blanks);
+    if (!choose || hints_.merge_separators) {
+      tables_ = FindTables(lines_.first, LayoutOf(format_, line_end_));
+    }
+    if (choose && blanks && format_.merge_separators) TakeGappedTable();
+    if (hints_.header_lines) return true;
+    const FoundTable* const best = HeaviestTable(tables_);
+    format_.is_table = best != nullptr && IsWorthIt(*best);
+    return format_.is_table && best->rows >= kFewRows;
+  }
+
+  void DropRemarks() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    for (Lines* const lines : {&lines_.first, &lines_.later}) {
+      for (std::string_view& line : *lines) line = WithoutRemark(line, layout);
+    }
+  }
+
+  bool TakeDescribedTable() {
+    if (hints_.column_cuts) return false;
+    const auto found = FindDescribedTable(lines_.first, LayoutOf(format_, line_end_));
+    if (!found) return false;
+    Take(*found, CutsFrom::Description);
+    tables_ = {found->table};
+    format_.is_table = true;
+    return true;
+  }
+
+  void TakeGappedTable() {
+    if (hints_.column_cuts) return;
+    const auto found = FindGappedTable(lines_.first, text_, LayoutOf(format_, line_end_), tables_);
+    if (!found) return;
+    Take(*found, CutsFrom::Rows);
+    std::erase_if(tables_, [&](const FoundTable& table) {
+      return table.behind > found->table.first && table.first < found->table.behind;
+    });
+    tables_.push_back(found->table);
+    std::ranges::sort(tables_, {}, &FoundTable::first);
+  }
+
+  void Take(const CutTable& found, CutsFrom from) {
+    format_.column_cuts = ColumnCutsText(found.cuts);
+    format_.cuts_from = from;
+  }
+
+  /// Few rows within much text are an accident.
+  bool IsWorthIt(const FoundTable& table) const {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    const auto is_text = [&layout](std::string_view line) { return IsDataLine(line, layout); };
+    const std::size_t rows = table.rows + table.odd_rows;
+    if (rows == 1 && table.weight < kTableDensity) return false;
+    const auto lines =
+        static_cast<std::size_t>(std::count_if(lines_.first.begin(), lines_.first.end(), is_text));
+    if (rows < kFewRows || table.fields == 1) {
+      return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines || EndsNamed(table, layout);
+    }
+    // However long its preamble, a file of data ends with its data; within a text they are an example.
+    return kLinesPerRow * rows >= lines || table.behind + kLinesBehind >= lines_.first.size();
+  }
+
+  /// A few full rows below a line that names their columns end the text.
+  bool EndsNamed(const FoundTable& table, const TextLayout& layout) const {
+    const bool full = table.weight >= static_cast<double>(table.rows) && table.odd_rows == 0;
+    if (!lines_.whole || !full || table.fields < 2 || table.rows < kFewestNamedRows) return false;
+    if (table.behind + kLinesBehindNamed < lines_.first.size()) return false;
+    const auto above = std::span(lines_.first).first(table.first);
+    const std::int32_t names = FindHeaderLines(above, layout, table.fields).names;
+    return names > 0 && static_cast<std::size_t>(names) + kLinesBehindNamed > table.first;
+  }
+
+  void PlaceTable() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    if (hints_.header_lines) {
+      format_.header_lines = *hints_.header_lines;
+      format_.is_table = true;
+      PlaceStatedTable();
+      return;
+    }
+    const FoundTable* const best = HeaviestTable(tables_);
+    if (best == nullptr) return;
+    table_ = *best;
+    const Lines rows = RowsWithin(lines_.first, table_.first,
+                                  std::min(table_.behind, table_.first + kRoughRows), layout);
+    // Headers are told from rows by what stands in the middle of the table.
+    const std::size_t skipped = rows.size() < 4 ? 0 : rows.size() / 3;
+    const std::span<const std::string_view> body = std::span(rows).subspan(skipped);
+    table_.first = FirstRow(lines_.first, table_.first, layout, {body, JudgeColumns(body, layout)});
+    table_.first = WithRaggedRowsAbove(lines_.first, table_.first, layout);
+    format_.header_lines = static_cast<std::int32_t>(table_.first);
+    NoteOthers(*best);
+  }
+
+  /// Values among words, as preambles have them, are not worth being told.
+  static bool IsWorthTelling(const FoundTable& other, const FoundTable& chosen) {
+    const auto rows = static_cast<double>(other.rows);
+    return (other.fields > 1 || chosen.fields == 1) && other.rows >= kOtherTableRows &&
+           other.weight >= kTableDensity * rows && 5 * other.rows >= chosen.rows / 4;
+  }
+
+  /// The user says where the rows begin: the table that stands there, to its end.
+  void PlaceStatedTable() {
+    table_.first = static_cast<std::size_t>(format_.header_lines);
+    table_.behind = lines_.first.size();
+    const auto stated = std::ranges::find_if(
+        tables_, [&](const FoundTable& table) { return table.behind > table_.first; });
+    if (stated == tables_.end()) return;
+    table_.fields = stated->fields;
+    table_.rows = stated->rows;
+    table_.behind = stated->behind;
+    NoteOthers(*stated);
+  }
+
+  void NoteOthers(const FoundTable& chosen) {
+    format_.table_rows = chosen.rows + chosen.odd_rows;
+    format_.odd_rows = chosen.odd_rows;
+    bool more_behind = false;
+    for (const FoundTable& other : tables_) {
+      if (other.first == chosen.first || !IsWorthTelling(other, chosen)) continue;
+      format_.other_tables.push_back(
+          {static_cast<std::int32_t>(other.first) + 1, other.rows + other.odd_rows});
+      more_behind = more_behind || other.first >= chosen.behind;
+    }
+    const std::optional<std::size_t> text = TextThatEnds();
+    if (!more_behind && !text) return;
+    if (!more_behind) format_.left_out_from = static_cast<std::int32_t>(*text) + 1;
+    const std::size_t behind = more_behind ? table_.behind : *text;
+    format_.table_lines =
+        static_cast<std::int32_t>(behind - static_cast<std::size_t>(format_.header_lines));
+  }
+
+  /// The first line of text behind the table, where more such lines follow than may stand within it, or rows of another shape
+  /// that would pass for its own. In a log that goes on, remarks may stand last: those end nothing.
+  std::optional<std::size_t> TextThatEnds() const {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    std::optional<std::size_t> first;
+    int texts = 0;
+    for (std::size_t i = table_.behind; lines_.whole && i < lines_.first.size(); ++i) {
+      const LineShape shape = ShapeOf(lines_.first[i], layout);
+      if (shape.kind == LineShape::Kind::Text && ++texts == 1) first = i;
+      if (shape.marks_part && table_.fields == 1) return i;
+      // Its words would pass for further columns.
+      if (shape.kind == LineShape::Kind::Text && IsBlankSeparated(format_) && !IsByPlace(format_) &&
+          shape.fields > table_.fields) {
+        return first;
+      }
+      if (shape.kind != LineShape::Kind::Row || !first) continue;
+      return shape.fields != table_.fields ? first : std::nullopt;
+    }
+    return texts > kStrayLines ? first : std::nullopt;
+  }
+
+  void FindNames() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    const auto headers =
+        std::min(static_cast<std::size_t>(format_.header_lines), lines_.first.size());
+    if (headers == 0 && FirstRowHoldsText(layout)) format_.names_line = kNoNamesLine;
+    if (table_.fields > 0 && ListsNames(layout)) {
+      format_.names_line = 0;
+    } else if (table_.fields > 0 && headers > 0) {
+      const auto above = std::span(lines_.first).first(headers);
+      // Rows may end with a separator where their names do not.
+      const bool ends = table_.fields > 2 && EndWithSeparator(layout);
+      const RowLabels labels = ends ? RowLabels::Never : RowLabels::Possible;
+      HeaderLines found = FindHeaderLines(above, layout, table_.fields, labels);
+      if (found.names == 0 && ends) found = FindHeaderLines(above, layout, table_.fields - 1);
+      // Where there is none, the rule is not to find one in the preamble.
+      format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
+      format_.units_line = found.units;
+      StackNamesOver(layout);
+    }
+    if (hints_.names_line || hints_.stacked_names) {
+      format_.stacked_names = hints_.stacked_names.value_or(false);
+    }
+    format_.names_line = hints_.names_line.value_or(format_.names_line);
+    format_.units_line = hints_.units_line.value_or(format_.units_line);
+  }
+
+  /// Lets the names go over two lines where the line above them, or else that of their units, makes more of them.
+  void StackNamesOver(const TextLayout& layout) {
+    const auto headers = static_cast<std::size_t>(format_.header_lines);
+    const auto line = [this](std::size_t number) { return lines_.first[number - 1]; };
+    auto lower = static_cast<std::size_t>(std::max(format_.names_line, 0));
+    const bool units_below = format_.units_line > 0 && format_.units_line == format_.names_line + 1;
+    if (lower > 1 && AreStacked(line(lower - 1), line(lower), layout, table_.fields)) {
+      format_.stacked_names = true;
+    } else if (lower > 0 && units_below && NamesHoldOn(line(lower), layout) &&
+               AreStacked(line(lower), line(lower + 1), layout, table_.fields)) {
+      format_.stacked_names = true;
+      format_.names_line = format_.units_line;
+      format_.units_line = 0;
+    } else if (lower == 0) {
+      for (lower = headers; lower > 1 && IsRule(line(lower)); --lower) {
+      }
+      const bool wrapped =
+          lower > 1 && AreWrapped(line(lower - 1), line(lower), layout, table_.fields);
+      if (!wrapped) return;
+      format_.stacked_names = true;
+      format_.names_line = static_cast<std::int32_t>(lower);
+    }
+  }
+
+  /// "UV,,Cond,," over two columns each, not a first column of labels without a name.
+  bool NamesHoldOn(std::string_view names, const TextLayout& layout) const {
+    const auto found = SplitNames(names, layout, table_.fields, RowLabels::Never);
+    return found && !found->front().empty() && std::ranges::count(*found, std::string()) > 0;
+  }
+
+  bool EndWithSeparator(const TextLayout& layout) const {
+    return !layout.merge && std::ranges::all_of(Rows(layout), [&layout](std::string_view line) {
+      return EndsWithSeparator(line, layout) || ShapeOf(line, layout).kind != LineShape::Kind::Row;
+    });
+  }
+
+  /// The rule finds a list of names where no line is said to hold them.
+  bool ListsNames(const TextLayout& layout) const {
+    const auto row = std::ranges::find_if(
+        lines_.first, [&](std::string_view line) { return IsDataLine(line, layout); });
+    const std::size_t above = std::max(static_cast<std::size_t>(format_.header_lines),
+                                       static_cast<std::size_t>(row - lines_.first.begin()));
+    const auto lines = std::span(lines_.first).first(std::min(above, lines_.first.size()));
+    if (FindListedNames(lines, layout, table_.fields)) return true;
+    return EndWithSeparator(layout) && FindListedNames(lines, layout, table_.fields - 1);
+  }
+
+  /// A text in the first row, "NaN" or a flag, would pass for a name.
+  bool FirstRowHoldsText(const TextLayout& layout) const {
+    const auto row = std::ranges::find_if(
+        lines_.first, [&](std::string_view line) { return IsDataLine(line, layout); });
+    if (row == lines_.first.end()) return false;
+    FieldCursor cursor(*row, layout);
+    std::string buffer;
+    while (const std::optional<std::string_view> field = cursor.Next()) {
+      const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+      if (kind != FieldKind::Number && kind != FieldKind::Empty) return true;
+    }
+    return false;
+  }
+
+  void ChooseMerging() {
+    if (hints_.merge_separators) return;
+    const TextLayout apart = LayoutOf(format_, line_end_);
+    // Blanks align columns; elsewhere a doubled separator may be an empty field.
+    const bool merged = IsBlankSeparated(format_) || IsByPlace(format_);
+    format_.merge_separators = merged || !HasGaps(apart);
+  }
+
+  /// True when rows that agree on the number of separators do not agree on the number of fields: a table with gaps. A
+  /// single gap anywhere shifts columns, so every row counts, not only those that the rest is guessed from.
+  bool HasGaps(const TextLayout& layout) {
+    const std::optional<LineCount> common = CommonCount(Rows(layout), text_, layout);
+    if (!common) return false;
+    // A column that is empty throughout shows only beside the line of names.
+    for (const std::int32_t number : {format_.header_lines, format_.names_line}) {
+      const auto before = static_cast<std::size_t>(std::max(number, 0));
+      if (before == 0 || before > lines_.first.size()) continue;
+      const std::string_view names = lines_.first[before - 1];
+      if (!IsDataLine(names, layout)) continue;
+      if (IsGapBeside(CountLine(names, layout), *common) || NamesEmptyFirst(names, layout)) {
+        return true;
+      }
+    }
+    return HasGapBeside(*common, BehindLines(text_, format_.header_lines, line_end_), layout,
+                        progress_);
+  }
+
+  /// Rows begin with a separator throughout, but for one or the other, their names do not.
+  bool NamesEmptyFirst(std::string_view names, const TextLayout& layout) const {
+    const Lines rows = Rows(layout);
+    const auto begins = [&layout](std::string_view line) {
+      return !line.empty() && layout.IsSeparator(line.front());
+    };
+    const bool ends = std::ranges::all_of(
+        rows, [&layout](std::string_view line) { return EndsWithSeparator(line, layout); });
+    const std::int32_t missing = table_.fields - CountFields(names, layout, table_.fields);
+    const auto empty_first = std::ranges::count_if(rows, begins);
+    return !begins(names) && 10 * empty_first >= 9 * std::ssize(rows) &&
+           (missing == 0 || (missing == 1 && ends));
+  }
+
+  std::size_t JudgedRows() const {
+    const auto columns = static_cast<std::size_t>(std::max(table_.fields, 1));
+    return std::clamp(kJudgedFields / columns, kRoughRows, kJudgedRows);
+  }
+
+  /// The rows of the table, those of the places further on among them unless it ends before.
+  Lines Rows(const TextLayout& layout) const {
+    const std::size_t behind = format_.table_lines > 0 ? table_.behind : lines_.first.size();
+    Lines rows = RowsWithin(
+        lines_.first, static_cast<std::size_t>(format_.header_lines),
+        std::min(behind, static_cast<std::size_t>(format_.header_lines) + JudgedRows()), layout);
+    if (format_.table_lines > 0) return rows;
+    for (const std::string_view line : lines_.later) {
+      if (IsDataLine(line, layout)) rows.push_back(line);
+    }
+    return rows;
+  }
+
+  void JudgeAll() {
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    const Lines rows = Rows(layout);
+    format_.columns = JudgeColumns(rows, layout);
+    format_.samples = SampleTexts(rows, layout);
+  }
+
+  std::string_view text_;
+  const GuessHints& hints_;
+  Progress& progress_;
+  const char line_end_;
+  GuessLines lines_;
+  std::vector<FoundTable> tables_;
+  FoundTable table_;
+  TextFormat format_;
+};
+
+}  // namespace
+
+void TextFormat::ApplyTo(TDSInfo& info) const {
+  info.TextSeparators = separators;
+  info.TextMarkers = markers;
+  info.MergeSeparators = merge_separators;
+  info.DivideTextByWidth = divide_by_width;
+  info.ColumnWidth = column_width;
+  info.ColumnCuts = column_cuts;
+  info.FileHasHeaders = header_lines;
+  info.NamesLine = names_line;
+  info.StackedNames = stacked_names;
+  info.UnitsLine = units_line;
+  info.TableLines = table_lines;
+  info.CommentMarks = comment_marks;
+}
+
+TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints) {
+  NoProgress unseen;
+  return GuessTextFormat(text, hints, unseen);
+}
+
+TextFormat GuessTextFormat(std::string_view text, const GuessHints& hints, Progress& progress) {
+  return Guess(text, hints, progress).Run();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,147 @@
+#include "data/guess/separators_guess.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "base/ascii.h"
+#include "data/guess/row_frame.h"
+#include "data/text/field_kind.h"
+
+namespace tarnwick {
+namespace {
+
+using Lines = std::span<const std::string_view>;
+
+constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|", "&"};
+// Labels hold blanks: "sample 1<tab>3.4" is no table of three columns.
+constexpr double kBlanksMustBeatBy = 1.4;
+constexpr double kFramesMustBeatBy = 1.1;
+
+/// Characters that separate together where one alone leaves several values in a field.
+struct Together {
+  char alone;
+  std::string_view all;
+};
+constexpr Together kTogether[] = {{'|', " |"},       // "1 | 2.5 3.5 |"
+                                  {'\t', "\t,"},     // "0.1<tab>2.5,3.5"
+                                  {'\t', "\t,()"}};  // "0.1<tab>(2.5,3.5)"
+constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
+
+/// The tables that certain separators make of the lines. Every field counts but where blanks separate, or frames of rows do.
+std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& format, Lines lines,
+                                 char line_end) {
+  TextFormat tried = format;
+  tried.separators = separators;
+  tried.merge_separators =
+      separators.find(' ') != separators.npos || separators.size() > kBlanks.size();
+  return FindTables(lines, LayoutOf(tried, line_end));
+}
+
+/// What certain separators make of the lines.
+struct Separation {
+  std::string separators;
+  std::vector<FoundTable> tables;
+  double heaviest = 0;  ///< of those with several columns
+};
+
+Separation SeparateBy(std::string_view separators, const TextFormat& format, Lines lines,
+                      char line_end) {
+  Separation separation{std::string(separators), {}, 0};
+  const bool occurs = std::ranges::any_of(lines, [separators](std::string_view line) {
+    return std::ranges::any_of(separators, [line](char c) { return line.find(c) != line.npos; });
+  });
+  if (!occurs) return separation;
+  separation.tables = TablesBy(separators, format, lines, line_end);
+  for (const FoundTable& table : separation.tables) {
+    if (table.fields > 1) separation.heaviest = std::max(separation.heaviest, table.weight);
+  }
+  return separation;
+}
+
+/// The best of the separators, each with `frame` beside it.
+Separation BestSeparation(std::string_view frame, Lines lines, char line_end,
+                          const TextFormat& format) {
+  const auto separate = [&](std::string_view separators) {
+    return SeparateBy(std::string(separators).append(frame), format, lines, line_end);
+  };
+  Separation best;
+  for (const std::string_view separators : kSingleSeparators) {
+    if (frame.find(separators) != frame.npos) continue;
+    Separation tried = separate(separators);
+    if (tried.heaviest > best.heaviest + 1e-9) best = std::move(tried);
+  }
+  Separation blanks = separate(kBlanks);
+  if (blanks.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(blanks);
+  return best;
+}
+
+bool HoldAll(std::string_view characters, Lines lines) {
+  return std::ranges::all_of(characters, [lines](char c) {
+    return std::ranges::any_of(lines, [c](std::string_view l) { return l.find(c) != l.npos; });
+  });
+}
+
+/// True where no field that is a value without them holds the further separators, as "0,5" and "2024-03-01 12:00" do.
+bool MayJoin(const Together& together, Lines lines) {
+  const auto holds = [&together](std::string_view text) {
+    return text.find_first_of(together.all) != text.npos;
+  };
+  for (std::string_view rest : lines) {
+    while (!rest.empty()) {
+      const std::string_view field = TrimBlankBytes(rest.substr(0, rest.find(together.alone)));
+      if (holds(field) && IsValue(KindOfField(field))) return false;
+      rest.remove_prefix(std::min(rest.find(together.alone), rest.size() - 1) + 1);
+    }
+  }
+  return true;
+}
+
+/// What may stand behind "*" where it marks a value, not a remark.
+bool IsFlag(char c) {
+  return !IsBlankByte(c) && !IsLetter(c) && c != '*';
+}
+
+}  // namespace
+
+TextLayout LayoutOf(const TextFormat& format, char line_end) {
+  TDSInfo info;
+  format.ApplyTo(info);
+  return TextLayout(info, line_end);
+}
+
+std::vector<FoundTable> ChooseSeparators(Lines lines, char line_end, TextFormat& format) {
+  Separation best = BestSeparation({}, lines, line_end, format);
+  if (const std::string frame = FrameOfRows(lines); !frame.empty()) {
+    Separation framed = BestSeparation(frame, lines, line_end, format);
+    if (framed.heaviest > kFramesMustBeatBy * best.heaviest) best = std::move(framed);
+  }
+  for (const Together& together : kTogether) {
+    // Most files hold none of the characters, and none is looked at twice.
+    if (!HoldAll(together.all, lines) || !MayJoin(together, lines)) continue;
+    Separation joined = SeparateBy(together.all, format, lines, line_end);
+    if (joined.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(joined);
+  }
+  if (best.separators.empty()) return TablesBy(format.separators, format, lines, line_end);
+  format.separators = best.separators;
+  return std::move(best.tables);
+}
+
+void ChooseCommentMarks(Lines lines, TextFormat& format) {
+  for (const std::string_view mark : kOtherMarks) {
+    std::size_t remarks = 0;
+    bool separates = format.separators.find(mark.front()) != std::string::npos;
+    for (const std::string_view whole : lines) {
+      const std::string_view line = TrimBlankBytes(whole);
+      if (!line.starts_with(mark)) continue;
+      ++remarks;
+      const std::string_view rest = TrimBlankBytes(line.substr(mark.size()));
+      // "*" and ";" alone stand for what is missing, and before a value they belong to it.
+      separates = separates || (mark == "*" && !rest.empty() && IsFlag(line[mark.size()]));
+    }
+    if (remarks > 0 && !separates) format.comment_marks += " " + std::string(mark);
+  }
+}
+
+}  // namespace tarnwick

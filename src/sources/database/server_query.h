@@ -1,0 +1,71 @@
+// One question to a server for the rows of a view, and the columns that it names. Knows connections and what a server says of
+// columns; knows no dialect's way to thin.
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <vector>
+
+#include "base/progress.h"
+#include "sources/database/database_rows.h"
+#include "sources/database/thinned_columns.h"
+#include "sources/database/thinned_view.h"
+
+namespace tarnwick {
+
+/// A column as a server is asked for it.
+struct AskedColumn {
+  QString name;          ///< quoted
+  QString number;        ///< its value as a number of double precision
+  bool is_time = false;  ///< a moment, whose number is a day
+};
+
+/// How a dialect turns values into numbers; "%1" is the column.
+struct NumberWords {
+  const char* number;
+  const char* truth;
+  const char* days;
+};
+
+/// Where the columns of a view lie.
+struct ColumnsOfX {
+  double min = 0;
+  double max = 0;
+  double per_x = 0;  ///< columns in one unit of X
+};
+
+class ServerQuery {
+ public:
+  /// Connects and asks for the columns of the view. Throws Error, also for columns that are read as texts, which no server
+  /// compares as we read them. View and progress outlive the query.
+  ServerQuery(const ThinnedView& view, const NumberWords& words, Progress& progress);
+
+  const AskedColumn& X() const { return x_; }
+  const std::vector<AskedColumn>& Ys() const { return ys_; }
+  /// The table's name, or the query in brackets with a name.
+  const QString& Source() const { return source_; }
+  /// From end to end of the view, or of the rows where it has none: of those that `where`, " AND …", leaves. Nothing without
+  /// rows.
+  std::optional<ColumnsOfX> Columns(const QString& where);
+  /// Throws FileError, and UnpackingCancelled.
+  void Run(const QString& statement);
+  /// Takes the rest of an answer of groups: how many rows fell into a column of the view, and rows of it as lists of numbers,
+  /// X and every Y at their ends.
+  void TakePicked(ThinnedColumns& columns);
+
+ private:
+  bool Next();
+  AskedColumn Asked(const QSqlRecord& record, const ThinnedColumn& column,
+                    const NumberWords& words) const;
+  [[noreturn]] void Fail(const DatabaseFailure& failure) const;
+
+  const ThinnedView& view_;
+  Progress& progress_;
+  DatabaseConnection connection_;
+  DatabaseRows rows_;
+  QString source_;
+  AskedColumn x_;
+  std::vector<AskedColumn> ys_;
+};
+
+}  // namespace tarnwick

@@ -1,0 +1,196 @@
+// Weights, absolute errors and losses: against closed forms, against the equations that their solutions obey.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "analysis/fits/fit_run.h"
+#include "certificate/weighted_problems.h"
+#include "fit/judge/fit_bands.h"
+#include "fit/model/model_report.h"
+
+namespace tarnwick {
+namespace {
+
+using ::testing::HasSubstr;
+
+constexpr FitProcType kMethods[] = {FitProcType::cfp_Powell, FitProcType::cfp_Simplex,
+                                    FitProcType::cfp_ConjGrad, FitProcType::cfp_Newton,
+                                    FitProcType::cfp_SimplexPowell};
+
+FitJob Job(const std::string& expression, const std::vector<double>& start,
+           const std::vector<double>& x, const std::vector<double>& y) {
+  return WeightedJob(expression, start, x, y, FitProcType::cfp_Newton);
+}
+
+FitResult Fitted(const FitJob& job) {
+  NoProgress progress;
+  return RunFit(job, progress);
+}
+
+TEST(FitWeights, LineByErrorsMeetsTheClosedFormByEveryMethod) {
+  for (const FitProcType method : kMethods) {
+    SCOPED_TRACE(NameOf(method));
+    FitJob job = York(method);
+    const WeightedLine line(job);
+    EXPECT_NEAR(line.values[0], 6.100, 5e-4);  // as published
+    EXPECT_NEAR(line.values[1], -0.611, 5e-4);
+    const FitResult absolute = Fitted(job);
+    EXPECT_NEAR(absolute.values[0], line.values[0], 1e-9);
+    EXPECT_NEAR(absolute.values[1], line.values[1], 1e-9);
+    EXPECT_NEAR(absolute.statistics.sum_of_squares, line.chi_squared, 1e-9);
+    EXPECT_NEAR(absolute.statistics.standard_errors[0], line.errors[0], 1e-9);
+    EXPECT_NEAR(absolute.statistics.standard_errors[1], line.errors[1], 1e-9);
+    EXPECT_NEAR(absolute.statistics.aic, line.chi_squared + 4, 1e-9);
+    EXPECT_THAT(absolute.verdict.notes, ::testing::Contains(HasSubstr("weighted by their errors")));
+    job.settings.weighting.errors = FitErrors::Scaled;
+    const FitResult scaled = Fitted(job);
+    EXPECT_NEAR(scaled.statistics.standard_errors[1],
+                line.errors[1] * std::sqrt(line.chi_squared / 8), 1e-9);
+    job.settings.weighting.weights = FitWeights::None;
+    EXPECT_GT(std::abs(Fitted(job).values[1] - line.values[1]), 0.01);
+  }
+}
+
+TEST(FitWeights, DoublingAWeightIsDoublingAPoint) {
+  FitJob weighted = York();
+  weighted.errors.back() /= std::sqrt(2.0);
+  FitJob doubled = York();
+  doubled.x.push_back(doubled.x.back());
+  doubled.y.push_back(doubled.y.back());
+  doubled.errors.push_back(doubled.errors.back());
+  const FitResult one = Fitted(weighted);
+  const FitResult two = Fitted(doubled);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_NEAR(one.values[i], two.values[i], 1e-12);
+    EXPECT_NEAR(one.statistics.standard_errors[i], two.statistics.standard_errors[i], 1e-12);
+  }
+  EXPECT_NEAR(one.statistics.r_squared, two.statistics.r_squared, 1e-12);
+}
+
+/// sum weight(f) (y - f) df/dp, for each parameter, in units of its own error.
+std::vector<double> Scores(const FitJob& job, const FitResult& result,
+                           const std::function<double(double r, double f)>& weighted) {
+  const double a = result.values[0], b = result.values[1], c = result.values[2];
+  std::vector<double> scores(3);
+  for (std::size_t i = 0; i < job.x.size(); ++i) {
+    const double e = std::exp(-job.x[i] / b);
+    const double f = a * e + c;
+    const double w = weighted(job.y[i] - f, f);
+    scores[0] += w * e, scores[1] += w * a * e * job.x[i] / (b * b), scores[2] += w;
+  }
+  for (std::size_t k = 0; k < 3; ++k) scores[k] *= result.statistics.standard_errors[k];
+  return scores;
+}
+
+TEST(FitWeights, CountsAndRelativeErrorsSolveTheirScoreEquations) {
+  for (const FitProcType method : kMethods) {
+    SCOPED_TRACE(NameOf(method));
+    FitJob job = CountedDecay(7, method);
+    const FitResult counts = Fitted(job);
+    EXPECT_EQ(counts.outcome.why, StopReason::Converged) << counts.outcome.stop_test;
+    for (const double score : Scores(job, counts, [](double r, double f) { return r / f; }))
+      EXPECT_NEAR(score, 0, 1e-6);
+    EXPECT_TRUE(counts.verdict.trustworthy) << counts.verdict.summary;
+    job.settings.weighting.weights = FitWeights::Relative;
+    const FitResult relative = Fitted(job);
+    for (const double score : Scores(job, relative, [](double r, double f) { return r / (f * f); }))
+      EXPECT_NEAR(score * relative.statistics.reduced_chi_squared, 0, 1e-6);
+  }
+}
+
+TEST(FitWeights, IntervalsOfCountsHoldTheTruthAsOftenAsTheySay) {
+  std::vector<int> held(3, 0);
+  for (int number = 0; number < kSimulatedDecays; ++number) {
+    const FitResult fit = Fitted(CountedDecay(number));
+    const double quantile = IntervalQuantile(fit.statistics, 0.95);
+    for (std::size_t i = 0; i < 3; ++i) {
+      const double off = std::abs(fit.values[i] - DecayTruth()[i]);
+      held[i] += off <= quantile * fit.statistics.standard_errors[i];
+    }
+  }
+  for (const int count : held) {
+    EXPECT_GE(count, 0.93 * kSimulatedDecays);
+    EXPECT_LE(count, 0.97 * kSimulatedDecays);
+  }
+}
+
+TEST(FitWeights, ConstantsAreMeans) {
+  const std::vector<double> x = {1, 2, 3, 4, 5, 6, 7, 8};
+  const std::vector<double> y = {3, 0, 5, 2, 4, 6, 1, 3};
+  FitJob job = Job("a", {1}, x, y);
+  job.settings.weighting.weights = FitWeights::Counts;
+  const FitResult counts = Fitted(job);
+  EXPECT_NEAR(counts.values[0], 3, 1e-9);
+  EXPECT_NEAR(counts.statistics.standard_errors[0], std::sqrt(3.0 / 8), 1e-9);
+  double deviance = 0;
+  for (const double count : y) deviance += count > 0 ? 2 * count * std::log(count / 3) : 0;
+  EXPECT_NEAR(counts.statistics.aic, deviance + 2, 1e-9);
+  job = Job("a*x", {1}, x, x);
+  for (std::size_t i = 0; i < x.size(); ++i) job.y[i] = x[i] * (1 + 0.1 * y[i]);
+  job.settings.weighting.weights = FitWeights::Relative;
+  EXPECT_NEAR(Fitted(job).values[0], 1.3, 1e-9);  // the mean of y/x
+}
+
+TEST(FitWeights, LossesHoldOutliersOff) {
+  FitJob job = CountedDecay(7);
+  job.settings.weighting.weights = FitWeights::None;
+  const FitResult sound = Fitted(job);
+  for (std::size_t i = 5; i < job.y.size(); i += 10) job.y[i] += 200;
+  EXPECT_GT(Fitted(job).values[2] - sound.values[2], 10);
+  job.settings.IterMax = 1000;
+  for (const FitLoss loss : {FitLoss::SoftL1, FitLoss::Huber, FitLoss::Cauchy}) {
+    for (const FitProcType method : kMethods) {
+      SCOPED_TRACE(std::to_string(static_cast<int>(loss)) + std::string(NameOf(method)));
+      job.settings.weighting.loss = loss;
+      job.settings.ProcType = method;
+      const FitResult held = Fitted(job);
+      EXPECT_EQ(held.outcome.why, StopReason::Converged) << held.outcome.stop_test;
+      EXPECT_NEAR(held.values[0], sound.values[0], 4 * sound.statistics.standard_errors[0]);
+      EXPECT_NEAR(held.statistics.standard_errors[0] / sound.statistics.standard_errors[0], 1.2,
+                  0.5);
+      const double scale = held.statistics.weighting.loss_scale;
+      const auto influence = [&](double r, double) {
+        const double z = r / scale * (r / scale);
+        if (loss == FitLoss::Huber) return r / std::max(1.0, std::sqrt(z));
+        return loss == FitLoss::Cauchy ? r / (1 + z) : r / std::sqrt(1 + z);
+      };
+      for (const double score : Scores(job, held, influence))
+        EXPECT_NEAR(score / (scale * scale), 0, 1e-5);
+    }
+  }
+  // A scale beyond all residuals leaves least squares.
+  job.settings.weighting = {FitWeights::None, FitErrors::Automatic, FitLoss::Huber, 1e9};
+  const FitResult wide = Fitted(job);
+  job.settings.weighting.loss = FitLoss::Linear;
+  const FitResult plain = Fitted(job);
+  EXPECT_NEAR(wide.values[1], plain.values[1], 1e-9);
+  EXPECT_NEAR(wide.statistics.standard_errors[1], plain.statistics.standard_errors[1], 1e-9);
+}
+
+TEST(FitWeights, TellWhatCannotBeWeighed) {
+  FitJob job = CountedDecay(7);
+  job.settings.weighting.weights = FitWeights::Errors;
+  EXPECT_THAT(Fitted(job).verdict.summary, HasSubstr("no errors of Y to weigh them by"));
+  job = York();
+  job.settings.weighting = {FitWeights::Errors, FitErrors::Absolute, FitLoss::Cauchy, 0};
+  EXPECT_THAT(Fitted(job).verdict.summary, HasSubstr("absolute errors need the linear loss"));
+  job = York();
+  for (double& error : job.errors) error /= 10;
+  const FitResult small = Fitted(job);
+  EXPECT_FALSE(small.verdict.trustworthy);
+  EXPECT_THAT(small.verdict.summary, HasSubstr("farther off than their errors allow"));
+  for (double& error : job.errors) error *= 1000;
+  EXPECT_THAT(Fitted(job).verdict.notes, ::testing::Contains(HasSubstr("stated too great")));
+  job = Job("a*x+b", {1, -3}, {0, 1, 2, 3, 4, 5}, {-4, -2, -1, 2, 2, 5});
+  job.settings.weighting.weights = FitWeights::Counts;
+  const FitResult negative = Fitted(job);
+  EXPECT_FALSE(negative.verdict.trustworthy);
+  EXPECT_THAT(negative.verdict.notes, ::testing::Contains(HasSubstr("weighed nothing")));
+}
+
+}  // namespace
+}  // namespace tarnwick
