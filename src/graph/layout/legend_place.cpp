@@ -24,21 +24,25 @@ constexpr double kLargestShare = 0.25;
 constexpr double kWideShare = 1.0 / 3;
 constexpr double kMuchCovered = 0.03;  // of the points
 constexpr double kNarrowestWide = 110;
-constexpr double kNarrowest = 70;               // where names are cut to a few letters
-constexpr double kLargestShareAbove = 1.0 / 3;  // of the plot's height
-constexpr std::size_t kMostRowsAbove = 4;       // more are read down, not across
+constexpr double kNarrowest = 70;  // where names are cut to a few letters
+/// Above the plot it takes at most this share of the plot's height, or a small one where it has more rows than are read across.
+constexpr double kLargestShareAbove = 1.0 / 3;
+constexpr double kSmallShareAbove = 1.0 / 6;
+constexpr std::size_t kMostRowsAcross = 4;
 
 int RoundedUp(double pixels) {
   return static_cast<int>(std::ceil(pixels));
 }
 
-bool HasAllInFewRows(const LegendBox& box) {
+/// Whether the legend names all, uncut, in little of a plot of this height.
+bool IsWholeAndLow(const LegendBox& box, double plot_height) {
   std::set<double> tops;
   for (const LegendRow& row : box.rows) {
     if (row.name.text.text.contains(u'\u2026')) return false;
     tops.insert(row.sample.top());
   }
-  return !box.more && tops.size() <= kMostRowsAbove;
+  const double share = tops.size() <= kMostRowsAcross ? kLargestShareAbove : kSmallShareAbove;
+  return !box.more && box.frame.height() <= share * plot_height;
 }
 
 /// Of the plot's corners the one in which a legend covers least.
@@ -133,8 +137,7 @@ bool LegendPlacer::PlaceAbove() const {
     legend.top = top;
   });
   const auto box = LayoutPlot(graph_, size_, metrics_).legend;
-  if (!box || !HasAllInFewRows(*box) ||
-      box->frame.height() > kLargestShareAbove * layout_.plot.height()) {
+  if (!box || !IsWholeAndLow(*box, layout_.plot.height())) {
     graph_.SetLegend(before);
     return false;
   }
