@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <span>
 
@@ -111,9 +112,12 @@ class LabelPlacer {
   LabelChoice Best(double angle, double extra) const;
   LabelChoice Choose() const;
   PlacedText TextAt(std::size_t set, std::size_t tick, double angle) const;
+  bool IsStruck(std::size_t set, std::size_t tick) const;
   void ShiftInside(PlacedText& text) const;
   void ShiftBesideCrossing(PlacedText& text) const;
-  void TryTake(PlacedText text, double gap, AxisLayout& layout);
+  void PlaceInOrder(const LabelChoice& choice, const std::vector<std::size_t>& ticks,
+                    AxisLayout& layout);
+  bool TryTake(PlacedText text, double gap, AxisLayout& layout);
 
   const LayoutContext& context_;
   const AxisState& axis_;
@@ -240,18 +244,46 @@ void LabelPlacer::ShiftBesideCrossing(PlacedText& text) const {
   }
 }
 
-void LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
+/// Whether the line of another axis would go through the label at its tick.
+bool LabelPlacer::IsStruck(std::size_t set, std::size_t tick) const {
+  const QRectF box = TextAt(set, tick, 0).Box();
+  return std::ranges::any_of(place_.crossings, [&](const Crossing& crossing) {
+    return place_.across ? box.left() < crossing.along && crossing.along < box.right()
+                         : box.top() < crossing.along && crossing.along < box.bottom();
+  });
+}
+
+bool LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
   if (text.angle == 0) {
     ShiftBesideCrossing(text);
     ShiftInside(text);
   }
-  if (!context_.room.IsInside(text)) return;
+  if (!context_.room.IsInside(text)) return false;
   PlacedText wider = text;
   wider.size += QSizeF(2 * gap, 0);
   const QPolygonF outline = wider.Ink();
   const bool clear = std::none_of(layout.labels.begin(), layout.labels.end(),
                                   [&](const auto& other) { return Overlap(outline, other.Ink()); });
-  if (clear && context_.room.TryTake(text)) layout.labels.push_back(std::move(text));
+  if (!clear || !context_.room.TryTake(text)) return false;
+  layout.labels.push_back(std::move(text));
+  return true;
+}
+
+/// Labels that have to leave their ticks come after the others, and keep off them: "−2" beside "0" is not "−20".
+void LabelPlacer::PlaceInOrder(const LabelChoice& choice, const std::vector<std::size_t>& ticks,
+                               AxisLayout& layout) {
+  std::vector<std::size_t> order = ticks;
+  const auto struck = std::ranges::stable_partition(
+      order, [&](std::size_t tick) { return choice.angle != 0 || !IsStruck(choice.set, tick); });
+  const auto first_struck = struck.begin();
+  std::map<std::size_t, PlacedText> placed;
+  for (auto tick = order.begin(); tick != order.end(); ++tick) {
+    const double gap = tick < first_struck || !place_.across ? 0 : height_ * 0.25;
+    if (TryTake(TextAt(choice.set, *tick, choice.angle), gap, layout))
+      placed.emplace(*tick, layout.labels.back());
+  }
+  layout.labels.clear();
+  for (auto& [tick, text] : placed) layout.labels.push_back(std::move(text));
 }
 
 std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout) {
@@ -270,9 +302,7 @@ std::vector<std::size_t> LabelPlacer::Place(AxisLayout& layout) {
   }
   if (choice.count == 0) return {};
   std::vector<std::size_t> chosen = KeptTicks(axis_, ticks_, choice.stride);
-  for (const std::size_t tick : chosen) {
-    TryTake(TextAt(choice.set, tick, choice.angle), 0, layout);
-  }
+  PlaceInOrder(choice, chosen, layout);
   if (!layout.labels.empty()) layout.common = sets_[choice.set].common;
   return chosen;
 }

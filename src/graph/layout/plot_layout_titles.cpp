@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdint>
 
 #include "graph/layout/plot_layout_parts.h"
 #include "graph/shown_series.h"
@@ -12,7 +13,7 @@ constexpr double kGap = 4;             // between texts of one line
 constexpr double kShortestTitle = 24;  // an elided title narrower than this says nothing
 constexpr double kTallestCut =
     120;  // a plot this high has room for what is left of a Y title that is cut
-constexpr int kSmallestTitleFont = 6;  // points; nobody reads less
+constexpr std::int32_t kSmallestTitleFont = 6;  // points; nobody reads less
 constexpr int kLargestOffset = 200;
 
 /// The box around an axis' line, ticks and labels.
@@ -58,10 +59,13 @@ Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   return font;
 }
 
+std::int32_t SmallestOf(const Font& font) {
+  return std::min(font.size, std::max(2 * font.size / 3, kSmallestTitleFont));
+}
+
 /// The font of a title that has this much room: smaller than its own where the whole title fits so.
 Font FontWithin(const QString& whole, const Font& own, double room, const TextMetrics& metrics) {
-  const auto smallest = std::min(own.size, std::max(2 * own.size / 3, kSmallestTitleFont));
-  for (Font font = own; font.size >= smallest; --font.size) {
+  for (Font font = own; font.size >= SmallestOf(own); --font.size) {
     if (metrics.SizeOf({whole, {}}, font).width() <= room) return font;
   }
   return own;
@@ -105,6 +109,7 @@ class TitlePlacer {
   void PlaceBesidePanel();
   void PlaceAboveY(AxisId id);
   void PlaceGraphTitle();
+  bool TryGraphTitle(const QString& whole, const Font& font);
   /// The plot with the labels of all axes: titles stand outside it, also where an axis crosses the plot.
   QRectF ExtentOfAll() const;
   double TopOfPlot() const;
@@ -227,15 +232,23 @@ double TitlePlacer::TopOfPlot() const {
   return ExtentOfAll().top() - 1;
 }
 
+/// Smaller than its own font where labels above the plot leave little room.
 void TitlePlacer::PlaceGraphTitle() {
   const QString whole = QString::fromStdString(appearance_.title_of_graph).simplified();
   if (whole.isEmpty()) return;
-  const Font& font = appearance_.font_for_title;
+  const Font& own = appearance_.font_for_title;
+  Font font = FontWithin(whole, own, layout_.size.width() - 2 * kEdge, context_.metrics);
+  for (; font.size >= SmallestOf(own); --font.size) {
+    if (TryGraphTitle(whole, font)) return;
+  }
+}
+
+bool TitlePlacer::TryGraphTitle(const QString& whole, const Font& font) {
   const double left = kEdge;
   const double right = layout_.size.width() - kEdge;
   PlacedText title =
       MakeText({context_.metrics.Elided(whole, font, right - left), {}}, font, context_.metrics);
-  if (title.size.width() > right - left) return;
+  if (title.size.width() > right - left) return false;
   const double half_width = title.size.width() / 2;
   const double half_height = title.size.height() / 2;
   const double across = std::clamp(layout_.plot.center().x(), left + half_width,
@@ -250,7 +263,9 @@ void TitlePlacer::PlaceGraphTitle() {
   double middle = layout_.plot.top() - offset;
   middle = std::max(std::min(middle, bottom - half_height), half_height);
   title.center = {across, middle};
-  if (context_.room.TryTake(title)) layout_.title = title;
+  if (!context_.room.TryTake(title)) return false;
+  layout_.title = title;
+  return true;
 }
 
 /// Places a text in the line above the plot between `from` and `to`, on the side of its axis, and moves `from` behind it.

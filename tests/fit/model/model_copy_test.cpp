@@ -42,7 +42,7 @@ TEST(ModelCopy, PassesOverStoredValuesOutOfRange) {
   FitSettings wrong;
   wrong.Status = static_cast<FitStatus>(4);
   wrong.ProcType = static_cast<FitProcType>(5);
-  wrong.Tolerance = -1;
+  wrong.Tolerance = 0;
   wrong.IterMax = 0;
   wrong.NPoints = 0;
   EXPECT_EQ(ReadStoredModel(StoredModel(wrong, WriterMode::Typed)), FitSettings());

@@ -305,7 +305,7 @@ TEST_F(Places, AnAxisAboveThePlotLeavesTheTitleItsPlace) {
   graph.SetAppearance(appearance);
   Alter(AxisId::X,
         [](AxisState& axis) { axis.Reversed = true, axis.Offset_type = OffsetType::OtherMax; });
-  for (const int margin : {70, 33}) {
+  for (const int margin : {70, 33, 28}) {
     Dimensions margins = graph.GetDimensions();
     margins.top_margin = margin;
     margins.graph_title_offset = 17;
@@ -314,6 +314,7 @@ TEST_F(Places, AnAxisAboveThePlotLeavesTheTitleItsPlace) {
     const auto& axis = layout.Axis(AxisId::X);
     ASSERT_TRUE(layout.title && axis.title) << margin;
     EXPECT_EQ(axis.labels.size(), 11U);
+    EXPECT_EQ(layout.title->font.size < appearance.font_for_title.size, margin == 28);
     EXPECT_FALSE(axis.title->Ink().intersects(layout.title->Ink()));
     EXPECT_EQ(axis.title->center.y() < layout.plot.top(), margin == 70);
   }
@@ -328,6 +329,18 @@ TEST_F(Places, LabelsInTheCornerKeepApart) {
   Alter(AxisId::Y, [](AxisState& axis) { axis.Reversed = true; });
   Near(first(AxisId::X).right(), 90 - 3);
   Near(first(AxisId::Y).top(), 390);
+}
+
+// "−2" that has to leave the corner is not written where "0" stands, which would read "−20".
+TEST_F(Places, ALabelOutOfTheCornerKeepsOffItsNeighbour) {
+  Alter(AxisId::X, [](AxisState& axis) { axis.Reversed = true; });
+  for (const double end : {18.0, 70.0}) {
+    Show(AxisId::X, -2, end, 2);
+    Alter(AxisId::X, [](AxisState& axis) { axis.Reversed = true; });
+    const std::vector<std::string> texts = TextsOf(Layout().Axis(AxisId::X));
+    EXPECT_EQ(std::ranges::count(texts, "\u22122"), end == 18 ? 1 : 0);
+    EXPECT_EQ(std::ranges::count(texts, "0"), 1);
+  }
 }
 
 TEST_F(Places, ATitleIsWrittenSmallerBeforeItIsCut) {
