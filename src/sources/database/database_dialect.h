@@ -32,7 +32,8 @@ struct DatabaseDialect {
   const char* number = nullptr;
   /// Of a connection, with the folder or file of a local socket as "%1"; null: it stands for a host.
   const char* socket = nullptr;
-  bool limits = false;  ///< understands LIMIT
+  bool limits = false;       ///< understands LIMIT
+  bool keeps_order = false;  ///< of a query, within another one
 };
 
 /// The row of a scheme. Throws Error for a scheme that there is not.

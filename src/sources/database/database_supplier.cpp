@@ -77,9 +77,12 @@ QString TDBSupplier::ColumnName(std::int32_t column) const {
 AskedRows TDBSupplier::Asked() const {
   AskedRows asked = table_;
   for (const std::int32_t column : columns_) asked.columns.append(ColumnName(column));
-  const bool has_order = table_.is_query && OrdersItself(place_.query);
-  if (order_ >= 0 && table_.row_key.isEmpty() && !has_order) asked.order = ColumnName(order_);
+  if (order_ >= 0 && table_.row_key.isEmpty() && !HasOrder()) asked.order = ColumnName(order_);
   return asked;
+}
+
+bool TDBSupplier::HasOrder() const {
+  return table_.is_query && OrdersItself(place_.query);
 }
 
 /// What a kind of data base does not know, or a query's own columns forbid, is done without: all is read then.
@@ -87,7 +90,7 @@ bool TDBSupplier::Open(std::int64_t first, std::int64_t every, Progress& progres
   opened_.is_open = true;
   opened_.at_end = false;
   try {
-    if (!columns_.empty()) {
+    if (!columns_.empty() && (connection_.Dialect().keeps_order || !HasOrder())) {
       try {
         return OpenPlanned(first, every, progress);
       } catch (const DatabaseFailure&) {

@@ -68,6 +68,7 @@ class TDBSupplier final : public TDataSupplier {
   bool Open(std::int64_t first, std::int64_t every, Progress& progress) const;
   bool OpenPlanned(std::int64_t first, std::int64_t every, Progress& progress) const;
   bool OpenPlain(Progress& progress) const;
+  bool HasOrder() const;
   KeySteps StepsThrough(std::int64_t first, std::int64_t every) const;
   void Settle() const;
   void AskFor(std::int32_t column);
