@@ -90,10 +90,11 @@ class BusIsHeard {
   std::optional<HeadlessGui> loop_;
 };
 
-ImportSource AskOverTheBus(const std::string& links, const ImportOptions& options) {
+ImportSource AskOverTheBus(const std::string& links, const ImportOptions& options,
+                           Progress& progress) {
   ReadOption([&] { return ReadLinkList(links); });
   const BusIsHeard heard;
-  return OpenLinks(links, options);
+  return OpenLinks(links, options, progress);
 }
 
 /// A server may want a password that the key store, which is on the bus, keeps.
@@ -163,7 +164,7 @@ bool IsGraphFile(const std::string& file) {
 ImportSource OpenData(const InputArguments& arguments, Progress& progress) {
   RequireOneSource(arguments);
   const ImportOptions options = ToImportOptions(arguments.import);
-  if (NamesLinks(arguments)) return AskOverTheBus(arguments.import.links, options);
+  if (NamesLinks(arguments)) return AskOverTheBus(arguments.import.links, options, progress);
   return NamesDatabase(arguments)
              ? AskDatabase(PlaceNamed(arguments), options, progress)
              : OpenImportSource(arguments.file, options, KindsFor(arguments.import), progress);

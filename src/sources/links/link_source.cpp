@@ -24,14 +24,14 @@ ColumnGuess GuessOfText(const std::string& text) {
   return guess;
 }
 
-std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress&) {
+std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress) {
   auto supplier = std::make_unique<TLinkSupplier>(info.DatasourceInfo);
-  supplier->Ask();
+  supplier->Ask(progress);
   return supplier;
 }
 
-ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress&) {
-  return OpenLinks(place.DatasourceInfo, options);
+ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress& progress) {
+  return OpenLinks(place.DatasourceInfo, options, progress);
 }
 
 }  // namespace
@@ -44,10 +44,10 @@ SourceKind LinkKind() {
           .settings = kSettings};
 }
 
-ImportSource OpenLinks(const std::string& list, const ImportOptions& options) {
+ImportSource OpenLinks(const std::string& list, const ImportOptions& options, Progress& progress) {
   options.Validate();
   auto supplier = std::make_unique<TLinkSupplier>(list);
-  supplier->Ask();
+  supplier->Ask(progress);
   ImportSource source;
   for (std::size_t i = 0; i < supplier->ColumnNames().size(); ++i) {
     source.columns.push_back(GuessOfText(supplier->TextAt(static_cast<std::int32_t>(i))));

@@ -12,7 +12,7 @@ namespace tarnwick {
 SourceKind LinkKind();
 
 /// Asks the links of the list for the first time: a column each, X is the clock unless the options name one of them. Throws
-/// Error for options that cannot be used, lists that hold no links, and links that do not answer.
-ImportSource OpenLinks(const std::string& list, const ImportOptions& options);
+/// Error for options that cannot be used, lists that hold no links, and links that do not answer, UnpackingCancelled.
+ImportSource OpenLinks(const std::string& list, const ImportOptions& options, Progress& progress);
 
 }  // namespace tarnwick

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "base/error.h"
+#include "data/packed/unpack.h"
 #include "data/text/field_value.h"
 #include "sources/links/bus_transport.h"
 #include "sources/links/dde_setup.h"
@@ -54,9 +55,10 @@ TLinkSupplier::TLinkSupplier(const std::string& list)
       names_(NamesOfLinks(links_)),
       texts_(links_.size()) {}
 
-void TLinkSupplier::Ask() {
+void TLinkSupplier::Ask(Progress& progress) {
   const auto connection = std::make_shared<BusConnection>();
   for (std::size_t i = 0; i < links_.size(); ++i) {
+    if (progress.Cancelled()) throw UnpackingCancelled("Asking links was cancelled");
     LinkAnswer answer = AskLink(links_[i], connection);
     if (!answer.error.empty()) throw Error(answer.error);
     texts_[i] = std::move(answer.text);

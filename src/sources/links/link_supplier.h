@@ -25,8 +25,8 @@ class TLinkSupplier final : public TDataSupplier {
   explicit TLinkSupplier(const std::string& list);
 
   /// Asks all links of the list, and the clock. Throws Error, with the fixed text of the link that fails, for one that cannot
-  /// be opened, has no value, or has one that no format reads.
-  void Ask();
+  /// be opened, has no value, or has one that no format reads; and UnpackingCancelled, between two links.
+  void Ask(Progress& progress);
   /// The link of a column has this value now.
   void Put(std::int32_t column, std::string text);
   /// It is this moment now.

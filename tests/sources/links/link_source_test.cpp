@@ -13,12 +13,14 @@
 
 #include "data/import/import_file.h"
 #include "data/import/load_source.h"
+#include "data/packed/unpack.h"
 #include "link_publisher.h"
 #include "sources/all_source_kinds.h"
 #include "sources/links/bus_names.h"
 #include "sources/links/bus_transport.h"
 #include "sources/links/link_supplier.h"
 #include "sources/streams/stream_clock.h"
+#include "support/cancelling_progress.h"
 #include "support/refusal.h"
 
 namespace tarnwick {
@@ -57,6 +59,11 @@ TEST(BusNames, LinksAreMappedAsTheDocumentSays) {
   }
 }
 
+ImportResult Import(const std::string& links, const ImportOptions& options = {}) {
+  NoProgress unseen;
+  return ImportOpened(OpenLinks(links, options, unseen), options, WithAllKinds(), MakeDataSeries);
+}
+
 TEST(LinkSource, OneRowOfPresentValuesOverTheClockOrALink) {
   LinkPublisher lab("lab", "oven");
   ASSERT_TRUE(lab.IsPublishing()) << lab.Why().toStdString();
@@ -66,8 +73,7 @@ TEST(LinkSource, OneRowOfPresentValuesOverTheClockOrALink) {
   lab.Publish("since", QStringLiteral("2024-03-04"));
   const std::string links = "lab|oven!temperature; lab|oven!heater: lab|oven!t, lab|oven!since";
 
-  const ImportResult result =
-      ImportOpened(OpenLinks(links, {}), {}, WithAllKinds(), MakeDataSeries);
+  const ImportResult result = Import(links);
   ASSERT_EQ(result.series.size(), 3u) << "dates are left out";
   EXPECT_TRUE(result.x_is_date);
   EXPECT_EQ(result.x_name, "Date and time");
@@ -82,8 +88,7 @@ TEST(LinkSource, OneRowOfPresentValuesOverTheClockOrALink) {
   ImportOptions options;
   options.x_column = "t";
   options.y_columns = {"lab|oven!temperature"};
-  const ImportResult over_link =
-      ImportOpened(OpenLinks(links, options), options, WithAllKinds(), MakeDataSeries);
+  const ImportResult over_link = Import(links, options);
   EXPECT_EQ(over_link.series.at(0)->Points().At(0).x, 12.5);
   EXPECT_EQ(over_link.series.at(0)->Points().At(0).y, 296.25);
 
@@ -144,8 +149,7 @@ TEST(LinkSource, WhatDoesNotAnswerIsToldAndThePointsStay) {
       {"silent|deaf!t", "The link \"silent|deaf!t\" gives no value (none came within 2 s)"},
       {"lab|oven", "A link is written service|topic!item: \"lab|oven\""},
   };
-  ImportResult result =
-      ImportOpened(OpenLinks("lab|oven!temperature", {}), {}, WithAllKinds(), MakeDataSeries);
+  ImportResult result = Import("lab|oven!temperature");
   TDataSeries& series = *result.series.at(0);
   TDataSeries* const all[] = {&series};
   for (const Case& one : cases) {
@@ -154,6 +158,14 @@ TEST(LinkSource, WhatDoesNotAnswerIsToldAndThePointsStay) {
     EXPECT_TRUE(refusal.starts_with(one.told)) << refusal;
     EXPECT_EQ(series.Points().Size(), 1);
   }
+}
+
+TEST(LinkSource, AskingIsCancelledBetweenTwoLinks) {
+  const SilentPublisher silent;
+  testing::CancellingProgress cancelled(0);
+  const auto begun = std::chrono::steady_clock::now();
+  EXPECT_THROW(OpenLinks("silent|deaf!t,silent|deaf!u", {}, cancelled), UnpackingCancelled);
+  EXPECT_LT(std::chrono::steady_clock::now() - begun, milliseconds(1500));
 }
 
 TEST(BusTransport, TheWindowsLiveWhileAnAnswerIsWaitedFor) {
