@@ -2,12 +2,10 @@
 
 #include <QStringList>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 #include "base/number_text.h"
 #include "sources/database/server_query.h"
-#include "sources/database/thinned_columns.h"
 
 namespace tarnwick {
 namespace {
@@ -41,12 +39,7 @@ class Query {
       : view_(view), server_(view, kWords, progress), x_(server_.X()), ys_(server_.Ys()) {}
 
   ThinnedRows Answer() {
-    const std::optional<ColumnsOfX> x = server_.Columns(Bounds());
-    if (!x) return {.x = {}, .y = std::vector<std::vector<double>>(ys_.size())};
-    ThinnedColumns columns(x->min, x->max, view_.columns, ys_.size());
-    server_.Run(Statement(RowsWith(*x)));
-    server_.TakePicked(columns);
-    return columns.Rows();
+    return server_.Thinned(Bounds(), [&](const ColumnsOfX& x) { return Statement(RowsWith(x)); });
   }
 
  private:

@@ -4,11 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <optional>
 
 #include "base/number_text.h"
 #include "sources/database/server_query.h"
-#include "sources/database/thinned_columns.h"
 
 namespace tarnwick {
 namespace {
@@ -38,9 +36,11 @@ class Query {
       : view_(view), server_(view, kWords, progress), x_(server_.X()), ys_(server_.Ys()) {}
 
   ThinnedRows Answer() {
-    const std::optional<ColumnsOfX> x = server_.Columns(Bounds() + FiniteX());
-    if (!x) return {.x = {}, .y = std::vector<std::vector<double>>(ys_.size())};
-    ThinnedColumns columns(x->min, x->max, view_.columns, ys_.size());
+    return server_.Thinned(Bounds() + FiniteX(), [&](const ColumnsOfX& x) { return Statement(x); });
+  }
+
+ private:
+  QString Statement(const ColumnsOfX& x) const {
     QStringList numbers = {x_.number + " AS x"}, row = {"x"}, some;
     for (std::size_t i = 0; i < ys_.size(); ++i) {
       const QString y = "y" + QString::number(i);
@@ -57,15 +57,12 @@ class Query {
     }
     const QString column =
         QString("least(%1, greatest(0, floor((x - %2) * %3)))::int")
-            .arg(QString::number(view_.columns - 1), Literal(x->min), Literal(x->per_x));
-    server_.Run("SELECT count(*), " + picked.join(", ") + " FROM (SELECT " + numbers.join(", ") +
-                " FROM " + server_.Source() + " WHERE true" + Bounds() + ") AS numbers WHERE " +
-                Finite("x") + " AND (" + some.join(" OR ") + ") GROUP BY " + column);
-    server_.TakePicked(columns);
-    return columns.Rows();
+            .arg(QString::number(view_.columns - 1), Literal(x.min), Literal(x.per_x));
+    return "SELECT count(*), " + picked.join(", ") + " FROM (SELECT " + numbers.join(", ") +
+           " FROM " + server_.Source() + " WHERE true" + Bounds() + ") AS numbers WHERE " +
+           Finite("x") + " AND (" + some.join(" OR ") + ") GROUP BY " + column;
   }
 
- private:
   static QString Finite(const QString& number) {
     return "(" + number + " > '-Infinity' AND " + number + " < 'Infinity')";
   }

@@ -10,6 +10,7 @@
 #include "data/packed/unpack.h"
 #include "data/text/stored_format.h"
 #include "sources/database/database_value.h"
+#include "sources/database/thinned_columns.h"
 
 namespace tarnwick {
 namespace {
@@ -98,8 +99,13 @@ bool ServerQuery::Next() {
   }
 }
 
-void ServerQuery::TakePicked(ThinnedColumns& columns) {
+ThinnedRows ServerQuery::Thinned(const QString& where,
+                                 const std::function<QString(const ColumnsOfX&)>& statement) {
+  const std::optional<ColumnsOfX> x = Columns(where);
+  if (!x) return {.x = {}, .y = std::vector<std::vector<double>>(ys_.size())};
+  ThinnedColumns columns(x->min, x->max, view_.columns, ys_.size());
   const std::size_t width = 1 + ys_.size();
+  Run(statement(*x));
   while (Next()) {
     columns.Count(rows_.Value(0).toLongLong());
     for (int i = 1; i < rows_.Record().count(); ++i) {
@@ -107,6 +113,7 @@ void ServerQuery::TakePicked(ThinnedColumns& columns) {
       if (numbers.size() >= width) columns.AddPicked(std::span(numbers).last(width));
     }
   }
+  return columns.Rows();
 }
 
 void ServerQuery::Fail(const DatabaseFailure& failure) const {

@@ -3,12 +3,12 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <optional>
 #include <vector>
 
 #include "base/progress.h"
 #include "sources/database/database_rows.h"
-#include "sources/database/thinned_columns.h"
 #include "sources/database/thinned_view.h"
 
 namespace tarnwick {
@@ -44,16 +44,16 @@ class ServerQuery {
   const std::vector<AskedColumn>& Ys() const { return ys_; }
   /// The table's name, or the query in brackets with a name.
   const QString& Source() const { return source_; }
-  /// From end to end of the view, or of the rows where it has none: of those that `where`, " AND …", leaves. Nothing without
-  /// rows.
-  std::optional<ColumnsOfX> Columns(const QString& where);
-  /// Throws FileError, and UnpackingCancelled.
-  void Run(const QString& statement);
-  /// Takes the rest of an answer of groups: how many rows fell into a column of the view, and rows of it as lists of numbers,
-  /// X and every Y at their ends.
-  void TakePicked(ThinnedColumns& columns);
+  /// The rows of the view that a statement picks: groups, each with how many rows fell into a column of the view and rows of it as
+  /// lists of numbers, X and every Y at their ends. `where`, " AND …": the rows that count. Throws FileError, and
+  /// UnpackingCancelled.
+  ThinnedRows Thinned(const QString& where,
+                      const std::function<QString(const ColumnsOfX&)>& statement);
 
  private:
+  /// From end to end of the view, or of the rows where it has none. Nothing without rows.
+  std::optional<ColumnsOfX> Columns(const QString& where);
+  void Run(const QString& statement);
   bool Next();
   AskedColumn Asked(const QSqlRecord& record, const ThinnedColumn& column,
                     const NumberWords& words) const;
