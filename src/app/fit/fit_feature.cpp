@@ -1,6 +1,7 @@
 #include "app/fit/fit_feature.h"
 
 #include <QFontMetrics>
+#include <memory>
 #include <optional>
 
 #include "app/fit/equation_editor.h"
@@ -8,6 +9,7 @@
 #include "app/fit/fit_panel.h"
 #include "app/fit/fit_work.h"
 #include "app/fit/function_files.h"
+#include "app/fit/live_fit.h"
 #include "base/error.h"
 #include "desk/commands/kept_state.h"
 #include "desk/document/document.h"
@@ -93,6 +95,24 @@ void Print(CommandContext& context) {
   PrintFitOnGraph(DocumentWithDataSet(context));
 }
 
+bool CanFollow(const CommandContext& context) {
+  return HasDocument(context) && context.document->Live().HasSources();
+}
+
+bool Follows(const CommandContext& context) {
+  return HasDocument(context) && LiveFit::Of(*context.document) != nullptr;
+}
+
+void FollowOrNot(CommandContext& context) {
+  Document& document = *context.document;
+  if (LiveFit* const following = LiveFit::Of(document)) {
+    const std::unique_ptr<LiveFit> ended(following);
+  } else {
+    new LiveFit(document);  // its child
+  }
+  emit document.stateChanged();
+}
+
 void ToggleResult(CommandContext& context) {
   Toggle(context.panels, kFitResult);
 }
@@ -176,6 +196,15 @@ Feature FitFeature() {
        .group = 1,
        .enabled = HasDocument,
        .run = Print},
+      {.name = "FitLive1",
+       .caption = "Fit &Live Data",
+       .hint = "Fit Live Data|Fit Models Whose Result Is Shown Anew While Data Come",
+       .icon = "fit-live",
+       .menu = Menu::CurveFitting,
+       .group = 1,
+       .enabled = CanFollow,
+       .run = FollowOrNot,
+       .checked = Follows},
       {.name = "ViewFitResult1",
        .caption = "&Fit Result",
        .hint = "Fit Result|Show or Hide What the Fit of the Current DataSet Found",

@@ -117,7 +117,7 @@ TEST_F(FitDesktopTest, EveryEntryOfTheMenuStandsInItsPlace) {
   }
   EXPECT_EQ(entries.join(" | ").toStdString(),
             "&Edit | &None | Draw &Function | Show Final &Curve | Show Every &Step | - | "
-            "Se&ttings | &Print on Graph | - | &1 Broken | &2 Decay");
+            "Se&ttings | &Print on Graph | Fit &Live Data | - | &1 Broken | &2 Decay");
 }
 
 TEST_F(FitDesktopTest, WithoutADataSetEveryCommandSaysSo) {
