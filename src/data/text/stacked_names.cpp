@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/ascii.h"
+#include "data/text/field_kind.h"
 #include "data/text/line_words.h"
 #include "data/text/names_judge.h"
 #include "data/text/names_line.h"
@@ -139,6 +140,12 @@ bool AreStacked(std::string_view upper, std::string_view lower, const TextLayout
   Names above = FieldsOf(upper, layout);
   std::erase(above, std::string());
   if (!AreNames(above, upper) || AreSetting(above) || AreUnits(above)) return false;
+  // What is told of the whole table may stand in columns, too: "run 5,14-03-2024,140".
+  const bool told = std::ranges::any_of(above, [](const std::string& word) {
+    const FieldKind kind = KindOfField(word);
+    return kind == FieldKind::Number || kind == FieldKind::Date;
+  });
+  if (told) return false;
   const Names below = FieldsOf(lower, layout);
   if (ByBlanks(layout) && below.size() != wanted) return false;
   // One word that stands for all is a title.

@@ -253,6 +253,8 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "Abs ml: Abs mAU, Cond mS/cm, 9"},
       {"names that go on on the next line", "time flow\nheat mass\n" + Rows(9, "@ @@ 1@ 2@"),
        "time: flow, heat, mass, 9"},
+      {"what is told of the table in columns", "run,14-03-2024,140\nt,U,U\n" + Rows(9, "@,@@,1@"),
+       "t: U, U, 9"},
       {"a title above names", "Results of today\nt    U   I\n" + Rows(9, "@  @@  1@"),
        "t: U, I, 9"},
       {"a title of two words above names", "Run     Two\nt    U   I\n" + Rows(9, "@  @@  1@"),
