@@ -60,8 +60,10 @@ inline const char* ReadShortDecimal(const char* at, const char* end, char point,
     divisor = kPowersOfTen[power];
   }
   if (*at == 'e' || *at == 'E' || (*at >= '0' && *at <= '9')) return nullptr;
-  // Signs come in no order that a processor could foresee.
-  value = static_cast<double>(digits.value) / divisor * (negative ? -1.0 : 1.0);
+  // Signs come in no order that a processor could foresee: the bit is set without a branch.
+  const double size = static_cast<double>(static_cast<std::int64_t>(digits.value)) / divisor;
+  value = std::bit_cast<double>(std::bit_cast<std::uint64_t>(size) |
+                                static_cast<std::uint64_t>(negative) << 63U);
   return at;
 }
 

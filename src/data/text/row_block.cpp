@@ -3,6 +3,7 @@
 #include <fast_float/fast_float.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -15,6 +16,21 @@
 
 namespace tarnwick {
 namespace {
+
+/// Where the values of a row go: at its place in each column asked for.
+struct RowPlace {
+  std::span<double* const> columns;
+  std::size_t row = 0;
+
+  double& operator[](std::size_t column) const { return columns[column][row]; }
+};
+
+/// A number of a plain row: what stands before it, and where it goes.
+struct PlainField {
+  std::int32_t passed_over = 0;  ///< fields that are not wanted
+  char point = '.';
+  std::size_t request = 0;
+};
 
 /// Reads rows one after the other. A row written plainly (numbers between separators, nothing else in the columns that
 /// are wanted) is read in one pass without looking for its end first; every other row goes the general way.
@@ -30,14 +46,15 @@ class RowReader {
     });
     plain_allowed_ = !layout.ByPlace() && !requests.empty() && EachColumnOnce() &&
                      FormatsArePlain() && MarksAreOrdinary();
+    if (plain_allowed_) PlanPlainRow();
   }
 
   bool AtEnd() const { return at_ == end_; }
   /// Empty lines since this was asked last.
   std::int32_t TakeBlanks() { return std::exchange(blanks_, 0); }
 
-  /// Reads the line at hand into `row`; false when it is no row.
-  bool ReadLine(std::span<double> row) {
+  /// Reads the line at hand into the places of its values; false when it is no row.
+  bool ReadLine(const RowPlace& row) {
     if (plain_allowed_ && ReadPlainRow(row)) return true;
     const char* const stop = FindLineEnd(at_, end_, layout_.line_end);
     const std::string_view line = LineView(at_, stop);
@@ -75,27 +92,40 @@ class RowReader {
                        [&](char c) { return layout_.Of(c) == TextLayout::kPlain; });
   }
 
+  void PlanPlainRow() {
+    std::int32_t column = 0;
+    for (const std::size_t request : order_) {
+      const bool comma = requests_[request].format == ColumnFormat::DecimalComma;
+      plain_fields_.push_back({requests_[request].column - column, comma ? ',' : '.', request});
+      column = requests_[request].column + 1;
+    }
+  }
+
   bool IsLineEnd(const char* at) const {
     return *at == layout_.line_end ||
            (*at == '\r' && (at + 1 == end_ || at[1] == layout_.line_end));
   }
 
   /// Reads the number at `at`, which a separator or the line's end must follow; null when anything is out of the way.
-  const char* ReadPlainNumber(const char* at, ColumnFormat format, double& value) const {
+  const char* ReadPlainNumber(const char* at, char point, double& value) const {
     while (at < end_ && (*at == ' ' || *at == '\t') && !layout_.IsSeparator(*at)) ++at;
-    const char* const digit = at < end_ && *at == '-' ? at + 1 : at;
-    if (digit >= end_ || *digit < '0' || *digit > '9') return nullptr;
-    const char point = format == ColumnFormat::DecimalComma ? ',' : '.';
     if (const char* const stop = ReadShortDecimal(at, end_, point, value)) {
+      // Twenty bytes were there, of which a short number takes no more than eighteen.
+      if (layout_.IsSeparator(*stop) || *stop == layout_.line_end) return stop;
       at = stop;
-    } else {
-      const auto result = fast_float::from_chars_advanced(
-          at, end_, value, fast_float::parse_options{fast_float::chars_format::general, point});
-      if (result.ec != std::errc()) return nullptr;
-      at = result.ptr;
+    } else if (at = ReadLongDecimal(at, point, value); at == nullptr) {
+      return nullptr;
     }
     while (at < end_ && (*at == ' ' || *at == '\t') && !layout_.IsSeparator(*at)) ++at;
     return at == end_ || layout_.IsSeparator(*at) || IsLineEnd(at) ? at : nullptr;
+  }
+
+  const char* ReadLongDecimal(const char* at, char point, double& value) const {
+    const char* const digit = at < end_ && *at == '-' ? at + 1 : at;
+    if (digit >= end_ || *digit < '0' || *digit > '9') return nullptr;
+    const auto result = fast_float::from_chars_advanced(
+        at, end_, value, fast_float::parse_options{fast_float::chars_format::general, point});
+    return result.ec == std::errc() ? result.ptr : nullptr;
   }
 
   /// From the end of one field to the beginning of the next; null at the line's end.
@@ -124,21 +154,19 @@ class RowReader {
     return at < end_ && !IsBlankByte(*at) && !layout_.BeginsComment(at, end_);
   }
 
-  bool ReadPlainRow(std::span<double> row) {
+  bool ReadPlainRow(const RowPlace& row) {
     if (!StartsRow()) return false;
     const char* at = at_;
     if (layout_.merge) {
       while (at < end_ && layout_.IsSeparator(*at)) ++at;
     }
-    std::int32_t column = 0;
-    for (std::size_t i = 0; i < order_.size(); ++i) {
-      if (i > 0 && (at = NextPlainField(at)) == nullptr) return false;
-      const ColumnRequest& request = requests_[order_[i]];
-      for (column += i > 0 ? 1 : 0; column < request.column; ++column) {
+    for (const PlainField& field : plain_fields_) {
+      if (&field != plain_fields_.data() && (at = NextPlainField(at)) == nullptr) return false;
+      for (std::int32_t i = 0; i < field.passed_over; ++i) {
         at = SkipPlainField(at);
         if (at == nullptr || (at = NextPlainField(at)) == nullptr) return false;
       }
-      at = ReadPlainNumber(at, request.format, row[order_[i]]);
+      at = ReadPlainNumber(at, field.point, row[field.request]);
       if (at == nullptr) return false;
     }
     const char* const stop =
@@ -147,7 +175,7 @@ class RowReader {
     return true;
   }
 
-  void ReadAnyRow(std::string_view line, std::span<double> row) {
+  void ReadAnyRow(std::string_view line, const RowPlace& row) {
     FieldCursor cursor(line, layout_);
     std::optional<std::string_view> field;
     std::int32_t taken = 0;
@@ -166,7 +194,8 @@ class RowReader {
 
   const TextLayout& layout_;
   std::span<const ColumnRequest> requests_;
-  std::vector<std::size_t> order_;  // requests by ascending column
+  std::vector<std::size_t> order_;        // requests by ascending column
+  std::vector<PlainField> plain_fields_;  // in that order
   const char* at_;
   const char* end_;
   bool plain_allowed_ = false;
@@ -176,10 +205,24 @@ class RowReader {
 
 constexpr std::size_t kRowsPerGrowth = 1024;
 
-void GrowTo(std::size_t rows, RowBlock& block) {
+/// Room for so many rows; `columns` are where the columns lie then.
+void GrowTo(std::size_t rows, RowBlock& block, std::vector<double*>& columns) {
+  columns.clear();
   for (std::vector<double>& column : block.storage) {
     if (column.size() < rows) column.resize(std::max(rows, 2 * column.size()));
+    columns.push_back(column.data());
   }
+}
+
+/// All exponents are those of numbers. No branch and no order of steps: several values are looked at together.
+bool AreFinite(std::span<const double> values) {
+  constexpr std::uint64_t kAllButSign = ~std::uint64_t{0} >> 1U;
+  constexpr std::uint64_t kExponentStep = std::uint64_t{1} << 52U;
+  std::uint64_t overflow = 0;
+  for (const double value : values) {
+    overflow |= (std::bit_cast<std::uint64_t>(value) & kAllButSign) + kExponentStep;
+  }
+  return (overflow >> 63U) == 0;
 }
 
 /// Numbers beyond the range of a double are no numbers, and some stand for no value. True when every value is a number.
@@ -189,11 +232,7 @@ bool SettleNumbers(std::span<double> values, const MissingValues& missing) {
       if (missing.MatchesNumber(value)) value = kMissingValue;
     }
   }
-  bool all_finite = true;
-  for (const double value : values) {
-    all_finite &= std::abs(value) <= std::numeric_limits<double>::max();
-  }
-  if (all_finite) return true;
+  if (AreFinite(values)) return true;
   for (double& value : values) {
     if (std::isinf(value)) value = kNotNumberValue;
   }
@@ -251,17 +290,16 @@ void ReadRowBlock(std::string_view lines, const TextLayout& layout,
   block.rows = 0;
   block.lines = 0;
   block.storage.resize(requests.size());
-  std::vector<double> row(requests.size());
+  std::vector<double*> columns;
   block.blanks.clear();
   std::size_t rows = 0;
   RowReader reader(lines, layout, requests);
   for (; !reader.AtEnd(); ++block.lines) {
-    if (!reader.ReadLine(row)) continue;
+    if (rows % kRowsPerGrowth == 0) GrowTo(rows + kRowsPerGrowth, block, columns);
+    if (!reader.ReadLine({columns, rows})) continue;
     if (const std::int32_t blanks = reader.TakeBlanks(); blanks > 0) [[unlikely]] {
       block.blanks.push_back({static_cast<std::int64_t>(rows), blanks});
     }
-    if (rows % kRowsPerGrowth == 0) GrowTo(rows + kRowsPerGrowth, block);
-    for (std::size_t i = 0; i < row.size(); ++i) block.storage[i][rows] = row[i];
     ++rows;
   }
   block.rows = static_cast<std::int64_t>(rows);
