@@ -33,11 +33,13 @@ LineKind KindOf(std::string_view line, const TextLayout& layout, const TableBody
     if (!field) break;
     const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
     if (!column.has_numbers || kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
+    // Over numbers a date is a name.
+    const bool value = IsValue(kind) && (kind != FieldKind::Date || column.is_date);
     if (values + texts == 0) {
-      first_is_value = IsValue(kind);
+      first_is_value = value;
       first_is_solid = column.values.size() == body.rows.size();
     }
-    ++(IsValue(kind) ? values : texts);
+    ++(value ? values : texts);
   }
   if (texts == 0) return LineKind::Values;
   if (texts > values || (!first_is_value && first_is_solid)) return LineKind::Names;
@@ -116,14 +118,32 @@ bool CountsAcross(std::string_view line, const TextLayout& layout) {
   return labelled && counted >= (years ? kEnoughYears : kEnough);
 }
 
-/// Behind an empty field, above rows that all have one there, numbers that rise name the columns.
-bool NamesBehindNothing(std::string_view line, const TextLayout& layout, const TableBody& body) {
-  if (body.columns.empty() || body.columns.front().values.size() != body.rows.size()) return false;
+std::vector<std::string> TextsOf(std::string_view line, const TextLayout& layout) {
   std::vector<std::string> fields;
   FieldCursor cursor(line, layout);
   while (const std::optional<std::string_view> field = cursor.Next()) {
     fields.push_back(NameText(*field, layout));
   }
+  return fields;
+}
+
+/// "id,10,20,30,40" above labelled rows whose numbers do not step so: numbers in even steps name the columns.
+bool StepsAcross(std::span<const std::string_view> lines, std::size_t line,
+                 const TextLayout& layout, const TableBody& body) {
+  if (line + 1 >= lines.size() || body.columns.empty() || body.columns.front().has_numbers) {
+    return false;
+  }
+  const auto steps = [&layout](std::string_view text) {
+    const std::vector<std::string> fields = TextsOf(text, layout);
+    return !fields.empty() && !fields.front().empty() && AreEvenNumbersAcross(fields);
+  };
+  return steps(lines[line]) && !steps(lines[line + 1]);
+}
+
+/// Behind an empty field, above rows that all have one there, numbers that rise name the columns.
+bool NamesBehindNothing(std::string_view line, const TextLayout& layout, const TableBody& body) {
+  if (body.columns.empty() || body.columns.front().values.size() != body.rows.size()) return false;
+  const std::vector<std::string> fields = TextsOf(line, layout);
   return fields.size() == body.columns.size() && fields.front().empty() && AreNumbersAcross(fields);
 }
 
@@ -137,8 +157,9 @@ std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
       });
   for (std::size_t i = from; i < lines.size(); ++i) {
     if (!IsDataLine(lines[i], layout)) continue;
-    const bool across =
-        i == from && (CountsAcross(lines[i], layout) || NamesBehindNothing(lines[i], layout, body));
+    const bool across = i == from && (CountsAcross(lines[i], layout) ||
+                                      NamesBehindNothing(lines[i], layout, body) ||
+                                      StepsAcross(lines, i, layout, body));
     if (across) continue;
     const LineKind kind = KindOf(lines[i], layout, body);
     if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) {

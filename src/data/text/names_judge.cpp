@@ -50,6 +50,8 @@ bool HoldsWordOfSentence(std::string_view name) {
   if (const std::size_t in = name.rfind(" in "); in != name.npos && IsUnit(name.substr(in + 4))) {
     name = name.substr(0, in);
   }
+  // "5 to 14" tells a range.
+  if (!name.empty() && IsDigit(name.front())) return false;
   while (!name.empty()) {
     const std::string_view word = name.substr(0, name.find(' '));
     if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
@@ -133,11 +135,17 @@ bool AreMeasured(const Names& names, std::string_view line) {
 bool AreAssignments(const Names& names) {
   const auto begins = [](const std::string& name) { return name.starts_with('='); };
   if (std::ranges::any_of(names, begins)) return true;
-  const auto assignments = std::ranges::count_if(names, [](const std::string& name) {
+  Names keys;
+  for (const std::string& name : names) {
     const std::size_t equals = name.find('=');
-    return equals != name.npos && equals + 1 < name.size() && name.find(' ') == name.npos;
-  });
-  return 2 * static_cast<std::size_t>(assignments) > names.size();
+    const bool assigns =
+        equals != name.npos && equals + 1 < name.size() && name.find(' ') == name.npos;
+    if (assigns) keys.push_back(name.substr(0, equals));
+  }
+  // "h v=5 v=10": one thing, set to several values, tells curves apart.
+  const bool one_key =
+      keys.size() > 1 && std::ranges::count(keys, keys.front()) == std::ssize(keys);
+  return !one_key && 2 * keys.size() > names.size();
 }
 
 }  // namespace

@@ -23,23 +23,34 @@ bool AreEven(const std::vector<double>& numbers) {
   return true;
 }
 
-}  // namespace
-
-bool AreNumbersAcross(std::span<const std::string> fields) {
-  if (fields.empty() || IsValue(KindOfField(fields.front()))) return false;
+/// The numbers behind the first field, if they only rise or only fall; else none.
+std::vector<double> NumbersBehindLabel(std::span<const std::string> fields) {
+  if (fields.empty() || IsValue(KindOfField(fields.front()))) return {};
   std::vector<double> numbers;
   for (const std::string& field : fields.subspan(1)) {
     const std::optional<double> number = ParseNumber(field);
-    if (!number) return false;
+    if (!number) return {};
     numbers.push_back(*number);
   }
   const auto never = [&numbers](auto is) {
     return std::ranges::adjacent_find(numbers, is) == numbers.end();
   };
   const bool one_way = never(std::ranges::greater_equal()) || never(std::ranges::less_equal());
-  if (numbers.size() < kFewest || !one_way) return false;
+  return one_way ? numbers : std::vector<double>();
+}
+
+}  // namespace
+
+bool AreNumbersAcross(std::span<const std::string> fields) {
+  const std::vector<double> numbers = NumbersBehindLabel(fields);
+  if (numbers.size() < kFewest) return false;
   // Behind nothing three may rise by chance.
   return !fields.front().empty() || numbers.size() > kFewest || AreEven(numbers);
+}
+
+bool AreEvenNumbersAcross(std::span<const std::string> fields) {
+  const std::vector<double> numbers = NumbersBehindLabel(fields);
+  return numbers.size() > kFewest && AreEven(numbers);
 }
 
 }  // namespace tarnwick

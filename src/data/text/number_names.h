@@ -10,4 +10,7 @@ namespace tarnwick {
 /// only rise or only fall.
 bool AreNumbersAcross(std::span<const std::string> fields);
 
+/// The same for four numbers and more, each as far from the one before.
+bool AreEvenNumbersAcross(std::span<const std::string> fields);
+
 }  // namespace tarnwick
