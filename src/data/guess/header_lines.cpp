@@ -47,6 +47,11 @@ bool HasMoreThan(std::int32_t columns, std::string_view line, const TextLayout& 
   return CountFields(line, layout, columns + 1) > columns;
 }
 
+bool IsLabelled(std::string_view line) {
+  line = TrimBlankBytes(line);
+  return line.starts_with("##") && line.find('=') != line.npos;
+}
+
 /// Takes lines that may be names, from the rows upwards: what stands above a line of units names the columns, and so does a
 /// line of complete names above one that repeats itself or leaves names out ("Avg", "Avg", "Smp").
 class HeadReader {
@@ -151,6 +156,8 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     comments += comment ? 1 : 0;
     const std::optional<Names> names = SplitNames(above[place], layout, columns, labels);
     if (names && AreTypes(*names)) continue;
+    // "##IDEAL CHEMISTRY=SiO2" is a label and what it says.
+    if (comment && IsLabelled(above[place])) continue;
     // What the rows' separators do not cut is no names where they cut a line above it.
     const bool loose = as_rows && !comment && CountFields(above[place], layout, 2) < 2;
     if (loose) continue;

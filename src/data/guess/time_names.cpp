@@ -46,6 +46,7 @@ constexpr NameRow kNames[] = {
     {"mmwr week", TimePart::Week},
     {"day", TimePart::Day},
     {"dy", TimePart::Day},
+    {"da", TimePart::Day},
     {"dd", TimePart::Day},
     {"day of month", TimePart::Day},
     {"doy", TimePart::DayOfYear},

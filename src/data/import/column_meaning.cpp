@@ -22,6 +22,15 @@ std::string OwnName(const ImportSource& source, std::size_t column) {
   return name == UnnamedColumn(static_cast<std::int32_t>(column)) ? std::string() : name;
 }
 
+/// Rows beyond the sample may have shown that the day comes first.
+ColumnFormat DateFormatOf(const JoinedTimeFound& found, const ImportSource& source) {
+  for (std::size_t i = 0; i < found.parts.size(); ++i) {
+    const bool day_first = source.columns[found.columns[i]].format == ColumnFormat::DateDayFirst;
+    if (found.parts[i] == TimePart::Date && day_first) return ColumnFormat::DateDayFirst;
+  }
+  return found.date_format;
+}
+
 void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
   // Some format reads a whole date; year and month alone are parts.
   if (found.columns.size() == 1 && found.parts.front() == TimePart::Date) {
@@ -39,7 +48,7 @@ void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
     source.time_columns.push_back(column);
   }
   source.time.has_numbers = source.time.is_date = true;
-  source.time.format = found.date_format;
+  source.time.format = DateFormatOf(found, source);
   source.info.TimeColumns = time.Text();
   const auto tells_one_of = [&found](std::initializer_list<TimePart> sought) {
     return std::ranges::find_first_of(found.parts, sought) != found.parts.end();

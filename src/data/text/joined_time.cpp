@@ -101,7 +101,18 @@ std::optional<double> SecondsOfDigits(std::string_view text, bool seconds_may_st
   return hour * 3600 + minute * 60 + second;
 }
 
+/// "18.00.00", which no number is.
+std::optional<double> SecondsBetweenPoints(std::string_view text) {
+  constexpr std::string_view kForm = "00.00.00";
+  const auto fits = [](char c, char form) { return form == '0' ? IsDigit(c) : c == form; };
+  if (!std::ranges::equal(text, kForm, fits)) return std::nullopt;
+  std::string digits(text);
+  std::erase(digits, '.');
+  return SecondsOfDigits(digits, true);
+}
+
 std::optional<double> SecondsOfTime(std::string_view text) {
+  if (const std::optional<double> seconds = SecondsBetweenPoints(text)) return seconds;
   if (const std::optional<double> seconds = SecondsOfDigits(text, true)) return seconds;
   const std::size_t colon = text.find(':');
   // A date stands before its time's colon with more than an hour's two digits.

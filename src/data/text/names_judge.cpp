@@ -34,7 +34,8 @@ bool IsUnit(std::string_view text) {
       "second|volt|amp|m/s|m/s2|m/s^2|km/h|knot|knots|rpm|cm-1|cm^-1|1/"
       "cm|counts|cps|au|a.u.|arb|db|dbm|ppm|ppb|psu|pss-78|its-90|w/m2|"
       "w/m^2|t|mt|g/l|mg/l|bits|pixels|utc|v/ref|degrees|volts|amps|celsius|kelvin|°|°c|°f|"
-      "Ω|µa|µm|µv|µs|ft|in|lb|lbs|deg c|degt|nmi|mau|emu|oe|gauss|tesla|";
+      "Ω|µa|µm|µv|µs|ft|in|lb|lbs|deg c|degt|nmi|mau|emu|oe|gauss|tesla|"
+      "msun|rsun|lsun|gyr|myr|kpc|pc|jy|mjy|dex|";
   if (text.size() > kLongestUnit) return false;
   return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
          text.find('^') != text.npos || text.find("vs") != text.npos;

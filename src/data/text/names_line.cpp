@@ -176,6 +176,10 @@ Names SplitByPlace(std::string_view line, const TextLayout& layout) {
 std::string_view WithoutFrame(std::string_view whole) {
   const std::string_view line = TrimBlankBytes(whole);
   if (line.starts_with('~')) return line.substr(1);
+  // "DATE  TIME  X  |": a bar ends the lines of a head.
+  if (line.ends_with(" |") && line.find('|') == line.size() - 1) {
+    return TrimBlankBytes(line.substr(0, line.size() - 1));
+  }
   const bool framed = line.size() > 2 && line.front() == '[' && line.back() == ']' &&
                       line.find_first_of("[]", 1) == line.size() - 1;
   if (framed) return line.substr(1, line.size() - 2);
@@ -357,8 +361,11 @@ std::optional<Names> UnitsUnderNames(std::string_view units, std::string_view na
   }
   const std::vector<LineWord> words = WordsOfLine(heads);
   if (words.size() != static_cast<std::size_t>(columns)) return std::nullopt;
+  const std::vector<LineWord> unit_words = WordsOfLine(below);
+  // As many units as names stand in their order, wherever.
+  if (unit_words.size() == words.size()) return std::nullopt;
   Names found(words.size());
-  for (const LineWord& unit : WordsOfLine(below)) {
+  for (const LineWord& unit : unit_words) {
     const auto over = std::ranges::find_if(words, [&unit](const LineWord& name) {
       return unit.begin <= name.end && name.begin <= unit.end;
     });

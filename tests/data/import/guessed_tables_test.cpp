@@ -278,6 +278,20 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"months over labelled rows",
        "Land,Jan-20,Feb-20,Mar-20\nA,1,5,2\nB,2,3,1\nC,4,1,2\nD,4,1,3\n",
        "Row number: Jan-20, Feb-20, Mar-20, 4"},
+      {"a bar behind the last name",
+       " Format  IAGA  |\nDATE TIME DOY X Y |\n" + Rows(9, "2024-03-01 0@:00 061 @@ 1@"),
+       "Date and time: X, Y, 9"},
+      {"labels in the way of comments",
+       "##NAMES=Quartz\n##IDEAL CHEMISTRY=SiO2\n" + Rows(9, "1@.5, @@"), "(col 0): (col 1), 9"},
+      {"times between points", "Date;Time;v\n" + Rows(9, "10/03/2004;0@.30.00;@@"),
+       "Date and time: v, 9"},
+      {"units of stars", "mass radius age\nMsun Rsun Gyr\n" + Rows(9, "@ @@ 1@"),
+       "mass [Msun]: radius [Rsun], age [Gyr], 9"},
+      {"the day first, as only later rows show",
+       "Date;Time;v\n" + Rows(9, "10/03/2004;0@:30;@@") + Rows(9, "11/03/2004;0@:30;@@") +
+           Rows(9, "12/03/2004;0@:30;@@") + Rows(60, "12/03/2004;09:30;@@") +
+           Rows(9, "13/03/2004;0@:30;@@"),
+       "Date and time: v, 96"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };
