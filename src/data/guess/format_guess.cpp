@@ -14,7 +14,6 @@
 #include "data/text/column_cuts.h"
 #include "data/text/field_kind.h"
 #include "data/text/listed_names.h"
-#include "data/text/names_judge.h"
 #include "data/text/row_remark.h"
 #include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
@@ -267,7 +266,7 @@ class Guess {
       // Where there is none, the rule is not to find one in the preamble.
       format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
       format_.units_line = found.units;
-      StackNamesOver(layout);
+      TakeStackedNames(above, layout);
     }
     if (hints_.names_line || hints_.stacked_names) {
       format_.stacked_names = hints_.stacked_names.value_or(false);
@@ -276,34 +275,13 @@ class Guess {
     format_.units_line = hints_.units_line.value_or(format_.units_line);
   }
 
-  /// Lets the names go over two lines where the line above them, or else that of their units, makes more of them.
-  void StackNamesOver(const TextLayout& layout) {
-    const auto headers = static_cast<std::size_t>(format_.header_lines);
-    const auto line = [this](std::size_t number) { return lines_.first[number - 1]; };
-    auto lower = static_cast<std::size_t>(std::max(format_.names_line, 0));
-    const bool units_below = format_.units_line > 0 && format_.units_line == format_.names_line + 1;
-    if (lower > 1 && AreStacked(line(lower - 1), line(lower), layout, table_.fields)) {
-      format_.stacked_names = true;
-    } else if (lower > 0 && units_below && NamesHoldOn(line(lower), layout) &&
-               AreStacked(line(lower), line(lower + 1), layout, table_.fields)) {
-      format_.stacked_names = true;
-      format_.names_line = format_.units_line;
-      format_.units_line = 0;
-    } else if (lower == 0) {
-      for (lower = headers; lower > 1 && IsRule(line(lower)); --lower) {
-      }
-      const bool wrapped =
-          lower > 1 && AreWrapped(line(lower - 1), line(lower), layout, table_.fields);
-      if (!wrapped) return;
-      format_.stacked_names = true;
-      format_.names_line = static_cast<std::int32_t>(lower);
-    }
-  }
-
-  /// "UV,,Cond,," over two columns each, not a first column of labels without a name.
-  bool NamesHoldOn(std::string_view names, const TextLayout& layout) const {
-    const auto found = SplitNames(names, layout, table_.fields, RowLabels::Never);
-    return found && !found->front().empty() && std::ranges::count(*found, std::string()) > 0;
+  void TakeStackedNames(std::span<const std::string_view> above, const TextLayout& layout) {
+    const HeaderLines head{std::max(format_.names_line, 0), format_.units_line};
+    const std::optional<HeaderLines> stacked = FindStackedNames(above, head, layout, table_.fields);
+    if (!stacked) return;
+    format_.stacked_names = true;
+    format_.names_line = stacked->names;
+    format_.units_line = stacked->units;
   }
 
   bool EndWithSeparator(const TextLayout& layout) const {

@@ -121,16 +121,8 @@ bool LeaveOutFirst(const Names& above, std::size_t columns) {
                      [](const std::string& name) { return !name.empty(); });
 }
 
-}  // namespace
-
-std::optional<Names> StackNames(std::string_view upper, std::string_view lower,
-                                const TextLayout& layout, std::int32_t columns) {
-  const auto wanted = static_cast<std::size_t>(columns);
-  if (layout.ByPlace() || TrimBlankBytes(upper).empty()) return std::nullopt;
-  return ByBlanks(layout) ? StackWords(upper, lower, layout, wanted)
-                          : StackFields(upper, lower, layout, wanted);
-}
-
+/// True when `upper`, the line right above the names, or of which `lower` gives the units, is part of them: names that are alike
+/// become different, or every word of it stands over a name as the rows' own heads do.
 bool AreStacked(std::string_view upper, std::string_view lower, const TextLayout& layout,
                 std::int32_t columns) {
   if (columns < 2 || TrimBlankBytes(upper).empty() || IsRule(upper)) return false;
@@ -155,6 +147,7 @@ bool AreStacked(std::string_view upper, std::string_view lower, const TextLayout
   return StandInLine(WithBlankedMarks(upper, layout), WithBlankedMarks(lower, layout));
 }
 
+/// True when the names of rows between blanks go on from one line to the next.
 bool AreWrapped(std::string_view upper, std::string_view lower, const TextLayout& layout,
                 std::int32_t columns) {
   if (!ByBlanks(layout) || IsRule(upper) || IsRule(lower)) return false;
@@ -168,6 +161,42 @@ bool AreWrapped(std::string_view upper, std::string_view lower, const TextLayout
   return above.size() >= below.size() &&
          above.size() + below.size() == static_cast<std::size_t>(columns) &&
          are_names(above, upper) && are_names(below, lower);
+}
+
+/// "UV,,Cond,," over two columns each, not a first column of labels without a name.
+bool HoldOverOthers(std::string_view names, const TextLayout& layout, std::int32_t columns) {
+  const auto found = SplitNames(names, layout, columns, RowLabels::Never);
+  return found && !found->front().empty() && std::ranges::count(*found, std::string()) > 0;
+}
+
+}  // namespace
+
+std::optional<Names> StackNames(std::string_view upper, std::string_view lower,
+                                const TextLayout& layout, std::int32_t columns) {
+  const auto wanted = static_cast<std::size_t>(columns);
+  if (layout.ByPlace() || TrimBlankBytes(upper).empty()) return std::nullopt;
+  return ByBlanks(layout) ? StackWords(upper, lower, layout, wanted)
+                          : StackFields(upper, lower, layout, wanted);
+}
+
+std::optional<HeaderLines> FindStackedNames(std::span<const std::string_view> above,
+                                            const HeaderLines& head, const TextLayout& layout,
+                                            std::int32_t columns) {
+  const auto line = [above](std::int32_t number) {
+    return above[static_cast<std::size_t>(number) - 1];
+  };
+  const std::int32_t names = head.names;
+  if (names > 1 && AreStacked(line(names - 1), line(names), layout, columns)) return head;
+  if (names > 0) {
+    const bool above_units = head.units == names + 1 &&
+                             HoldOverOthers(line(names), layout, columns) &&
+                             AreStacked(line(names), line(head.units), layout, columns);
+    return above_units ? std::optional(HeaderLines{head.units, 0}) : std::nullopt;
+  }
+  auto last = static_cast<std::int32_t>(above.size());
+  while (last > 1 && IsRule(line(last))) --last;
+  const bool wrapped = last > 1 && AreWrapped(line(last - 1), line(last), layout, columns);
+  return wrapped ? std::optional(HeaderLines{last, 0}) : std::nullopt;
 }
 
 }  // namespace tarnwick

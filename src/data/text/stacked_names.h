@@ -4,10 +4,12 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "data/text/header_lines.h"
 #include "data/text/text_fields.h"
 
 namespace tarnwick {
@@ -18,13 +20,11 @@ namespace tarnwick {
 std::optional<std::vector<std::string>> StackNames(std::string_view upper, std::string_view lower,
                                                    const TextLayout& layout, std::int32_t columns);
 
-/// True when `upper`, the line right above the names, or of which `lower` gives the units, is part of them: names that are alike
-/// become different, or every word of it stands over a name as the rows' own heads do.
-bool AreStacked(std::string_view upper, std::string_view lower, const TextLayout& layout,
-                std::int32_t columns);
-
-/// True when the names of rows between blanks go on from one line to the next.
-bool AreWrapped(std::string_view upper, std::string_view lower, const TextLayout& layout,
-                std::int32_t columns);
+/// Where names over two lines end, and their units, by lines from 1, among those above the first row of a table in which `head`
+/// was found: the line above the names, or else that of their units, makes more of them, or names go on from one line to the
+/// next where none were found. Nothing when they stand on one line.
+std::optional<HeaderLines> FindStackedNames(std::span<const std::string_view> above,
+                                            const HeaderLines& head, const TextLayout& layout,
+                                            std::int32_t columns);
 
 }  // namespace tarnwick
