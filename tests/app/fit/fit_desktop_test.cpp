@@ -560,7 +560,7 @@ TEST_F(FitDesktopTest, SettingsThatCannotBeUsedSayWhyBesideThem) {
     EXPECT_EQ(scale->toolTip(), tip);
     dialog.findChild<QLineEdit*>("FitTolerance")->setText("1e-6");
     for (auto* margin : dialog.findChildren<QCheckBox*>())
-      if (margin->text().endsWith("argin")) margin->setChecked(true);
+      if (margin->text().endsWith("gin")) margin->setChecked(true);
     for (auto* margin : dialog.findChildren<QLineEdit*>())
       if (margin->accessibleName().endsWith(" Margin"))
         margin->setText(margin->accessibleName().startsWith("Left") ? "9" : "3");
