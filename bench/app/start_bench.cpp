@@ -121,7 +121,7 @@ const std::string kDesktop = TARNWICK_BIN_DIR "/tarnwick";
 [[maybe_unused]] const bool kRegistered = [] {
   const std::pair<const char*, std::vector<std::string>> rows[] = {
       {"start/empty window (limit 1)", {TARNWICK_BIN_DIR "/empty_window"}},
-      {"start/tarnwick (at most 2.5, 60 MB)", {kDesktop}},
+      {"start/tarnwick (at most 2.5, 45 MB)", {kDesktop}},
       {"start/tarnwick with a file", {kDesktop, TARNWICK_EXAMPLES_DIR "/decay.dat"}},
   };
   for (const auto& [name, words] : rows) {

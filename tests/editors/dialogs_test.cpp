@@ -9,8 +9,12 @@
 #include <QGroupBox>
 #include <QKeySequence>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -217,6 +221,29 @@ TEST_F(DialogsTest, PanelsAre) {
       if (dock->isVisible()) Look(*dock);
     }
     Run(command);
+  }
+}
+
+TEST_F(DialogsTest, SourcesOfAllKindsAre) {
+  // Beside which the programs lie that read them.
+  QCoreApplication::addLibraryPath(ToQt(testing::ProgramFolder().string()));
+  const std::filesystem::path base = folder_.File("base.sqlite");
+  {
+    QSqlDatabase made = QSqlDatabase::addDatabase("QSQLITE", "made");
+    made.setDatabaseName(ToQt(base.string()));
+    ASSERT_TRUE(made.open());
+    QSqlQuery(made).exec("CREATE TABLE run (t REAL, u REAL)");
+    QSqlQuery(made).exec("INSERT INTO run VALUES (1, 2), (2, 3), (3, 5)");
+  }
+  QSqlDatabase::removeDatabase("made");
+  Start({Example("furnace.xlsx"), Example("buoy.nc"), base});
+  Run("EditData1");
+  auto& area = *form_->findChild<QMdiArea*>();
+  for (QMdiSubWindow* const window : area.subWindowList()) {
+    SCOPED_TRACE(window->windowTitle().toStdString());
+    area.setActiveSubWindow(window);
+    QCoreApplication::processEvents();
+    Look(*form_->findChild<QDockWidget*>("DataEditor"));
   }
 }
 

@@ -3,7 +3,11 @@
 
 #include <QString>
 
+class QWidget;
+
 namespace tarnwick {
+
+inline constexpr auto kMenuBarLetters = "fewvdmiyh";
 
 class Mnemonics {
  public:
@@ -14,7 +18,10 @@ class Mnemonics {
   QString Mark(const QString& caption);
 
  private:
-  QString taken_ = QStringLiteral("fewvdmiyh");  // of the menu bar
+  QString taken_ = kMenuBarLetters;
 };
+
+/// Takes away the marks within `part` of letters that other controls of `page`, the menu bar or `taken` have.
+void UnmarkTaken(QWidget& part, const QWidget& page, QString taken);
 
 }  // namespace tarnwick

@@ -53,6 +53,7 @@ ArraysEdit::ArraysEdit(QWidget* parent)
   paths_->setObjectName("ArrayPaths");
   paths_->setPlaceholderText(tr("all of the most common length"));
   list_->setObjectName("ArrayList");
+  list_->setAccessibleName(tr("Arrays of the file"));
   list_->setHeaderLabels({tr("Array"), tr("Values"), tr("Meaning")});
   list_->setRootIsDecorated(false);
   list_->setUniformRowHeights(true);

@@ -20,6 +20,7 @@
 #include "desk/commands/command_actions.h"
 #include "desk/fields/field_form.h"
 #include "desk/fields/field_widget.h"
+#include "desk/fields/mnemonics.h"
 #include "desk/sources/place_edit.h"
 #include "desk/sources/place_edits.h"
 #include "desk/widgets/reading_order.h"
@@ -185,6 +186,7 @@ void SourcePage::ShowPlace() {
   place_edit_ = row->make(this);
   place_->addWidget(place_edit_);
   TabInReadingOrder(*this);
+  UnmarkTaken(*place_edit_, *this, "opt");  // of the pages' tabs
   connect(place_edit_, &PlaceEdit::edited, this, &SourcePage::TakePlace);
   try {
     place_edit_->Show(info);
