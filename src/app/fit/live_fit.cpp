@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/fit_run.h"
+#include "analysis/fits/fit_run.h"
 #include "base/error.h"
 #include "base/prompt.h"
 #include "desk/document/document.h"

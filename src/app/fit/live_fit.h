@@ -1,5 +1,5 @@
-// A fit that follows data which come by themselves: once a second at most, the models whose result is shown are fitted to what has
-// come, on a thread beside. Knows the document; knows no stream and no widget.
+// A fit that follows data which come by themselves: once a second at most, the models whose result is shown are fitted to what
+// has come, on a thread beside. Knows the document; knows no stream and no widget.
 #pragma once
 
 #include <QObject>

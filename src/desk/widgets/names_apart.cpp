@@ -20,6 +20,7 @@ QString Shortened(const QString& name, int count, const std::function<QString(in
   const auto fits = [&](const QString& text) { return metrics.horizontalAdvance(text) <= room; };
   if (fits(name)) return name;
   std::vector<QString> all;
+  all.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) all.push_back(name_at(i));
   const QString shortened = LegendNames(std::move(all)).Shortened(name, fits);
   return shortened.isEmpty() ? metrics.elidedText(name, Qt::ElideMiddle, room) : shortened;

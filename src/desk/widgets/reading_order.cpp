@@ -35,6 +35,7 @@ std::pair<int, int> PlaceOf(const QLayout& layout, int item) {
 
 void AddLayout(const QLayout& layout, Controls& controls) {
   std::vector<int> items;
+  items.reserve(static_cast<std::size_t>(layout.count()));
   for (int i = 0; i < layout.count(); ++i) items.push_back(i);
   std::ranges::sort(items, {}, [&](int item) { return PlaceOf(layout, item); });
   for (const int i : items) {

@@ -44,8 +44,8 @@ class ServerQuery {
   const std::vector<AskedColumn>& Ys() const { return ys_; }
   /// The table's name, or the query in brackets with a name.
   const QString& Source() const { return source_; }
-  /// The rows of the view that a statement picks: groups, each with how many rows fell into a column of the view and rows of it as
-  /// lists of numbers, X and every Y at their ends. `where`, " AND …": the rows that count. Throws FileError, and
+  /// The rows of the view that a statement picks: groups, each with how many rows fell into a column of the view and rows of it
+  /// as lists of numbers, X and every Y at their ends. `where`, " AND …": the rows that count. Throws FileError, and
   /// UnpackingCancelled.
   ThinnedRows Thinned(const QString& where,
                       const std::function<QString(const ColumnsOfX&)>& statement);

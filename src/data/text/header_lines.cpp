@@ -1,4 +1,4 @@
-#include "data/guess/header_lines.h"
+#include "data/text/header_lines.h"
 
 #include <algorithm>
 #include <optional>

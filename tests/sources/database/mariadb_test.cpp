@@ -15,7 +15,7 @@
 
 #include "both_roads.h"
 #include "data/packed/unpack.h"
-#include "sources/database_supplier.h"
+#include "sources/database/database_supplier.h"
 #include "support/cancelling_progress.h"
 #include "support/refusal.h"
 
