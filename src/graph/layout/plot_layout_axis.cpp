@@ -273,9 +273,9 @@ bool LabelPlacer::TryTake(PlacedText text, double gap, AxisLayout& layout) {
 void LabelPlacer::PlaceInOrder(const LabelChoice& choice, const std::vector<std::size_t>& ticks,
                                AxisLayout& layout) {
   std::vector<std::size_t> order = ticks;
-  const auto struck = std::ranges::stable_partition(
-      order, [&](std::size_t tick) { return choice.angle != 0 || !IsStruck(choice.set, tick); });
-  const auto first_struck = struck.begin();
+  const auto first_struck = std::stable_partition(
+      order.begin(), order.end(),
+      [&](std::size_t tick) { return choice.angle != 0 || !IsStruck(choice.set, tick); });
   std::map<std::size_t, PlacedText> placed;
   for (auto tick = order.begin(); tick != order.end(); ++tick) {
     const double gap = tick < first_struck || !place_.across ? 0 : height_ * 0.25;
