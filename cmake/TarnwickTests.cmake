@@ -25,4 +25,8 @@ function(tarnwick_tests folder)
              COMMAND ${target} --gtest_brief=1
                      --gtest_output=json:${CMAKE_BINARY_DIR}/tests/outcomes/${target}.json)
     set_tests_properties(${target} PROPERTIES TIMEOUT 600)
+    if(test_MAIN STREQUAL "widgets")
+        # They share the display's clipboard: what one copies another would paste.
+        set_tests_properties(${target} PROPERTIES RESOURCE_LOCK clipboard)
+    endif()
 endfunction()
