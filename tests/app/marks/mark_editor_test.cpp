@@ -152,6 +152,7 @@ TEST_F(MarkEditorTest, CancelTakesEverythingBackAndClosingKeepsIt) {
   for (const bool cancelled : {true, false}) {
     QTimer::singleShot(0, [cancelled] {
       QWidget* editor = QApplication::activeModalWidget();
+      ASSERT_NE(editor, nullptr);
       for (auto* button : editor->findChildren<QPushButton*>()) {
         if (button->text() == "New") button->click();
       }
