@@ -14,6 +14,7 @@
 #include "analysis/peak_figures.h"
 #include "analysis/peaks.h"
 #include "analysis/smoothing.h"
+#include "data/points/point_columns.h"
 
 namespace tarnwick {
 namespace {
@@ -137,6 +138,32 @@ void Peaks(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(FindPeaks(Measured().series, {.noise = 0.9}));
 }
 
+void StatisticsLimit(benchmark::State& state) {
+  const Data& data = Measured();
+  for (auto _ : state) {
+    std::vector<double> sorted = data.y;
+    std::sort(sorted.begin(), sorted.end());
+    long double sum = 0;
+    for (const double value : sorted) sum += value;
+    const long double mean = sum / kPoints;
+    long double moments[3] = {};
+    for (const double value : sorted) {
+      const long double d = value - mean;
+      moments[0] += d * d;
+      moments[1] += d * d * d;
+      moments[2] += d * d * d * d;
+    }
+    benchmark::DoNotOptimize(moments);
+  }
+}
+void Statistics(benchmark::State& state) {
+  for (auto _ : state) {
+    std::vector<double> sorted = YValues(Measured().series.Points());
+    SortValues(sorted);
+    benchmark::DoNotOptimize(ComputeStatistics(sorted, 1e-9));
+  }
+}
+
 void SmoothLimit(benchmark::State& state) {
   const Data& data = Measured();
   const double weights[11] = {-36, 9, 44, 69, 84, 89, 84, 69, 44, 9, -36};
@@ -202,6 +229,8 @@ BENCHMARK(DerivativeLimit)->Unit(benchmark::kMillisecond);
 BENCHMARK(MakeDerivative)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeaksLimit)->Unit(benchmark::kMillisecond);
 BENCHMARK(Peaks)->Unit(benchmark::kMillisecond);
+BENCHMARK(StatisticsLimit)->Unit(benchmark::kMillisecond);
+BENCHMARK(Statistics)->Unit(benchmark::kMillisecond);
 BENCHMARK(SmoothLimit)->Unit(benchmark::kMillisecond);
 BENCHMARK(Smooth)->Unit(benchmark::kMillisecond);
 BENCHMARK(FftLimit)->Unit(benchmark::kMillisecond);

@@ -13,7 +13,7 @@
 #include "sources/database/database_supplier.h"
 #include "sources/database/session_passwords.h"
 #include "sources/database/thinned_view.h"
-#include "tests/sources/postgres_server.h"
+#include "tests/sources/database/postgres_server.h"
 
 namespace tarnwick {
 namespace {
