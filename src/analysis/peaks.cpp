@@ -18,20 +18,19 @@ class Walk {
 
   /// Takes a run of neighbours.
   void Take(std::span<const double> x, std::span<const double> y) {
-    const BaseLine line = line_;
+    if (x.empty()) return;
+    // Behind the last two of the run before. All less the base line first: beside the comparisons it would be done one by one.
+    above_.resize(x.size() + 2);
+    for (std::size_t i = 0; i < x.size(); ++i) above_[i + 2] = line_.CorrectedY(x[i], y[i]);
     const double noise = noise_;
-    double before = before_;
-    double middle = middle_;
+    const double* const above = above_.data();
     for (std::size_t i = 0; i < x.size(); ++i) {
-      const double last = line.CorrectedY(x[i], y[i]);
-      if (before + noise < middle && middle - noise > last)
+      if (above[i] + noise < above[i + 1] && above[i + 1] - noise > above[i + 2])
         peaks_.push_back(i > 0 ? Peak{x[i - 1], y[i - 1]} : last_);
-      before = middle;
-      middle = last;
     }
-    before_ = before;
-    middle_ = middle;
-    if (!x.empty()) last_ = {x.back(), y.back()};
+    above_[0] = above_[x.size()];
+    above_[1] = above_[x.size() + 1];
+    last_ = {x.back(), y.back()};
   }
 
   std::vector<Peak> Peaks() && { return std::move(peaks_); }
@@ -39,8 +38,7 @@ class Walk {
  private:
   BaseLine line_;
   double noise_;
-  double before_ = kUndefined;  // less the base line; nothing exceeds what is not there
-  double middle_ = kUndefined;
+  std::vector<double> above_{kUndefined, kUndefined};  // nothing exceeds what is not there
   Peak last_;
   std::vector<Peak> peaks_;
 };
