@@ -45,6 +45,9 @@ class ScriptedChooser final : public FileChooser {
       const std::filesystem::path& proposal) override {
     return FileToSave({proposal.parent_path(), proposal.filename(), {}, {}});
   }
+  std::optional<std::filesystem::path> TableToSave(const std::filesystem::path& proposal) override {
+    return FunctionToSave(proposal);
+  }
 
   std::deque<std::filesystem::path> to_open;
   std::deque<std::filesystem::path> to_save;

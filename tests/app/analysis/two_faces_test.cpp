@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QSpinBox>
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <string>
@@ -20,6 +21,7 @@
 #include "app/fit/fit_work.h"
 #include "base/progress.h"
 #include "desk/document/document.h"
+#include "desktop_fixture.h"
 #include "results/tools/tool_table.h"
 #include "support/project_paths.h"
 #include "support/scripted_prompt.h"
@@ -171,23 +173,23 @@ std::vector<Row> Rows() {
   };
 }
 
+void Batch(const testing::TemporaryFolder& folder, const std::string& arguments) {
+  const std::string command = "cd '" + folder.Path().string() + "' && TFN='" +
+                              (testing::SourceFolder() / "TFN").string() + "' && '" +
+                              (testing::ProgramFolder() / "tarnwick-cli").string() + "' " +
+                              arguments + " >.out";
+  ASSERT_EQ(std::system(command.c_str()), 0) << arguments;
+}
+
 class TwoFaces : public ::testing::TestWithParam<Row> {
  protected:
-  void Batch(const std::string& arguments) {
-    const std::string command = "cd '" + folder_.Path().string() + "' && TFN='" +
-                                (testing::SourceFolder() / "TFN").string() + "' && '" +
-                                (testing::ProgramFolder() / "tarnwick-cli").string() + "' " +
-                                arguments + " >.out";
-    ASSERT_EQ(std::system(command.c_str()), 0) << arguments;
-  }
-
   testing::TemporaryFolder folder_;
 };
 
 TEST_P(TwoFaces, MakeOneGraph) {
   const std::filesystem::path data = testing::SourceFolder() / "examples/decay.dat";
-  Batch("import '" + data.string() + "' -o start.tgr");
-  Batch(GetParam().command + " start.tgr -o batch.tgr");
+  Batch(folder_, "import '" + data.string() + "' -o start.tgr");
+  Batch(folder_, GetParam().command + " start.tgr -o batch.tgr");
 
   ImmediateWork work;
   testing::ScriptedPrompt prompt;
@@ -204,6 +206,38 @@ TEST_P(TwoFaces, MakeOneGraph) {
 
 INSTANTIATE_TEST_SUITE_P(All, TwoFaces, ::testing::ValuesIn(Rows()),
                          [](const auto& row) { return row.param.name; });
+
+class BesideTheBatchProgram : public testing::DesktopTest {};
+
+TEST_F(BesideTheBatchProgram, RecomputesAlike) {
+  Batch(folder_, "integrate '" + Example("decay.dat").string() + "' -o made.tgr");
+  Batch(folder_, "baseline made.tgr --dataset 1 --offset 2 --slope 0.01 -o moved.tgr");
+  Batch(folder_, "recompute moved.tgr -o batch.tgr");
+  Start({folder_.File("moved.tgr")});
+  Run("AnalysisRecompute1");
+  EXPECT_EQ(TakeTold(), std::vector<std::string>{"1 DataSet computed anew."});
+  ActiveDocument().Files().SaveGraphFile(folder_.File("window.tgr"));
+  const std::string window = ReadFile(folder_.File("window.tgr"));
+  EXPECT_NE(window, ReadFile(folder_.File("moved.tgr")));
+  EXPECT_TRUE(window == ReadFile(folder_.File("batch.tgr")));
+}
+
+TEST_F(BesideTheBatchProgram, MeasuresPeaksAlike) {
+  std::string text = "x,y\n";
+  for (int x = 0; x < 300; ++x)
+    text += std::to_string(x) + ',' + std::to_string((x - 100) * (x - 200) % 997) + '\n';
+  Batch(folder_, "peaks --prominence 6 '" + folder_.Write("spectrum.csv", text).string() + "'");
+  Start({folder_.File("spectrum.csv")});
+  Run("AnalysisPeakTable1");
+  chooser_->to_save = {folder_.File("window.csv")};
+  for (const char* text_of_button : {"Fi&nd", "&Save..."}) {
+    for (auto* button : form_->findChild<QWidget*>("PeakPanel")->findChildren<QAbstractButton*>())
+      if (button->text() == text_of_button) button->click();
+  }
+  const std::string table = ReadFile(folder_.File("window.csv"));
+  EXPECT_GT(std::ranges::count(table, '\n'), 2) << "a head and peaks";
+  EXPECT_EQ(table, ReadFile(folder_.File(".out")));
+}
 
 }  // namespace
 }  // namespace tarnwick
