@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <algorithm>
 
+#include "desk/prompts/file_columns.h"
 #include "desk/prompts/file_filters.h"
 #include "desk/prompts/picture_size_dialog.h"
 #include "desk/prompts/read_folder_dialog.h"
@@ -19,10 +20,15 @@ QString EveryFile(const std::vector<FileFilter>& filters) {
   return FilterText(entry == filters.end() ? filters.back() : *entry);
 }
 
+bool IsAccepted(QFileDialog& dialog) {
+  ShowWholeColumns(dialog);
+  return dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+}
+
 /// What a dialog for fitting functions was left with.
 std::optional<std::filesystem::path> ChosenFunction(QFileDialog& dialog) {
   dialog.setNameFilters({QObject::tr("Fitting Functions (*.tfn)"), QObject::tr("All Files (*)")});
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  if (!IsAccepted(dialog)) return std::nullopt;
   return ToPath(dialog.selectedFiles().front());
 }
 
@@ -38,7 +44,7 @@ std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
   // Whoever opens a file for the first time has data, of whatever extension.
   dialog.selectNameFilter(EveryFile(filters));
   std::vector<std::filesystem::path> chosen;
-  if (dialog.exec() != QDialog::Accepted) return chosen;
+  if (!IsAccepted(dialog)) return chosen;
   for (const QString& name : dialog.selectedFiles()) chosen.push_back(ToPath(name));
   return chosen;
 }
@@ -61,7 +67,7 @@ std::optional<std::filesystem::path> DialogFileChooser::FileToPrint(const SavePr
   dialog.setNameFilter(QObject::tr("PDF File (*.pdf)"));
   dialog.setDefaultSuffix("pdf");
   dialog.selectFile(PathText(proposal.graph_name) + ".pdf");
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  if (!IsAccepted(dialog)) return std::nullopt;
   return ToPath(dialog.selectedFiles().front());
 }
 
@@ -75,7 +81,7 @@ std::optional<std::filesystem::path> DialogFileChooser::TableToSave(
   dialog.setDefaultSuffix("csv");
   dialog.setOption(QFileDialog::DontConfirmOverwrite);  // whoever asked asks
   dialog.selectFile(PathText(proposal.filename()));
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  if (!IsAccepted(dialog)) return std::nullopt;
   return ToPath(dialog.selectedFiles().front());
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desk/prompts/file_columns.h"
 #include "desk/prompts/file_filters.h"
 #include "desk/widgets/text.h"
 #include "graph/files/file_kinds.h"
@@ -44,6 +45,7 @@ SaveDialog::SaveDialog(SaveProposal proposal, QWidget* parent)
   setOption(QFileDialog::HideNameFilterDetails);
   setOption(QFileDialog::DontConfirmOverwrite);
   BuildMeaning();
+  ShowWholeColumns(*this);
   const std::vector<FileFilter> filters = SaveFilters();
   setNameFilters(FilterTexts(filters));
   setDefaultSuffix(SuffixOf(filters.front()));
