@@ -133,11 +133,24 @@ bool TitlesNameAll(const TxyGraph& graph, QSizeF size, const TextMetrics& metric
   return titled(AxisId::Y) && titled(AxisId::Y2);
 }
 
+/// Bands, residuals and parts of a model look as what made them chose.
+bool IsPartOfAnother(const TSeries& series) {
+  return !series.Style().selectable || series.Style().show_in_legend == 0;
+}
+
+bool HasSeveralToName(const TxyGraph& graph) {
+  std::size_t named = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
+    if (graph.Series(i).Style().show_in_legend != 0) ++named;
+  return named > 1;
+}
+
 void ChooseStyles(TxyGraph& graph) {
   std::int64_t points = 0;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) points += graph.Series(i).PointCount();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     TSeries& series = graph.Series(i);
+    if (IsPartOfAnother(series)) continue;
     SeriesStyle style = series.Style();
     const bool few = series.PointCount() <= kDensePoints && points <= kMostSymbols;
     style.show_symbols = !style.connect_points || few;
@@ -198,7 +211,7 @@ void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   second.SetAdjustDecPlaces(true);
   SetLook(second, &AxisLook::EnableAutoTitle, true);
   Legend legend = graph.GetLegend();
-  legend.visible = graph.SeriesCount() > 1;
+  legend.visible = HasSeveralToName(graph);
   legend.layout_mode = LegendLayout::Vertical;
   legend.font = MakeFont(9, false);
   graph.SetLegend(legend);

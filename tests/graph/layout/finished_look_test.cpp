@@ -182,6 +182,21 @@ TEST(FinishedLook, TheTemplateThatIsShippedIsTheLookThatGraphsBeginWith) {
   EXPECT_TRUE(SameState(LoadGraph(file)->State(), graph.State()));
 }
 
+TEST(FinishedLook, PartsOfAModelLookAsTheyWereMadeInEverySize) {
+  TxyGraph graph;
+  Add(graph, {{0, 0}, {1, 1}, {2, 4}});
+  TSeries& part = Add(graph, {{0, 0}, {1, 2}, {2, 3}});
+  SeriesStyle made = part.Style();
+  made.line_style = LineStyle::Dash;
+  made.show_symbols = false;
+  made.show_in_legend = 0;
+  made.selectable = false;
+  part.SetStyle(made);
+  Finished(graph);
+  EXPECT_EQ(part.Style(), made);
+  EXPECT_FALSE(graph.GetLegend().visible) << "one name";
+}
+
 TEST(FinishedLook, FewPointsAreSymbolsManyAThinLine) {
   struct Row {
     int series;
