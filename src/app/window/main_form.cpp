@@ -21,6 +21,7 @@
 #include "app/canvas/graph_canvas.h"
 #include "app/window/arrange_windows.h"
 #include "app/window/features.h"
+#include "app/window/focus_walk.h"
 #include "app/window/graph_window.h"
 #include "app/window/recent_pictures.h"
 #include "app/window/start_page.h"
@@ -165,7 +166,7 @@ void T_MainForm::BuildStatusBar() {
   read_out_->setObjectName("ReadOut");
   note_->setObjectName("Note");
   read_out_->setContentsMargins(6, 0, 0, 0);
-  note_->setContentsMargins(16, 0, 0, 0);
+  note_->setContentsMargins(16, 0, 6, 0);
   // The read-out gets the room it needs, the note what is left.
   read_out_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
   statusBar()->addWidget(read_out_);
@@ -423,6 +424,18 @@ void T_MainForm::closeEvent(QCloseEvent* event) {
 void T_MainForm::changeEvent(QEvent* event) {
   if (event->type() == QEvent::ApplicationPaletteChange) SubdueByTextColor();
   QMainWindow::changeEvent(event);
+}
+
+bool T_MainForm::focusNextPrevChild(bool next) {
+  TGraphWindow* const active = ActiveGraphWindow();
+  const QWidget* const from = focusWidget();
+  const bool hidden = from && !from->isVisible();
+  QWidget* const to =
+      hidden && active ? &active->Canvas()
+                       : NextControl(*this, active,
+                                     next ? WalkDirection::Forward : WalkDirection::Backward);
+  if (to) to->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return to != nullptr;
 }
 
 void T_MainForm::dragEnterEvent(QDragEnterEvent* event) {

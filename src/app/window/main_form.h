@@ -7,6 +7,7 @@
 
 #include "app/window/command_line.h"
 #include "app/window/recent_files.h"
+#include "app/window/undo_keys.h"
 #include "app/window/window_session.h"
 #include "base/prompt.h"
 #include "desk/commands/kept_state.h"
@@ -72,6 +73,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void changeEvent(QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  /// Never brings another graph to the front; what had the focus and was hidden gives it to the graph worked on.
+  bool focusNextPrevChild(bool next) override;
 
  private:
   // Workspace
@@ -132,6 +135,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   ShellParts parts_;
   Settings settings_;
   DialogSizes dialog_sizes_{settings_};
+  UndoKeys undo_keys_;
   RecentFiles recent_;
   KeptState kept_;
   CommandActions* actions_ = nullptr;

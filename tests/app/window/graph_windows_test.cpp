@@ -1,5 +1,7 @@
 // Graph windows in their workspace: closing with its questions, arranging, commands that follow the active one.
 #include <QAction>
+#include <QApplication>
+#include <QLineEdit>
 #include <QTabBar>
 #include <QTest>
 #include <algorithm>
@@ -94,6 +96,26 @@ TEST_F(DesktopTest, BehindAClosedWindowLiesTheLastOneAsItWas) {
     Run("FileClose1");
     EXPECT_EQ(ActiveDocument().Name(), before);
     EXPECT_TRUE(form_->ActiveGraphWindow()->isMaximized());
+  }
+}
+
+TEST_F(DesktopTest, TheFocusBringsNoOtherGraphToTheFront) {
+  Start({Example("decay.dat"), Example("pendulum.csv"), Example("reactor_log.tsv")});
+  const auto* const active = form_->ActiveGraphWindow();
+  for (int round = 0; round < 2; ++round) {
+    Run("AnalysisEvaluate1");
+    auto& line = *form_->findChild<QLineEdit*>("e_X");
+    line.setFocus();
+    ASSERT_EQ(QApplication::focusWidget(), &line);
+    // Hidden with the focus in it; then with the focus gone all the way round by TAB.
+    for (int step = 0; step < 60 * round; ++step) {
+      QTest::keyClick(QApplication::focusWidget(), step < 30 ? Qt::Key_Tab : Qt::Key_Backtab);
+      if (&ActiveCanvas() == QApplication::focusWidget()) line.setFocus();
+      ASSERT_EQ(form_->ActiveGraphWindow(), active) << step;
+    }
+    Run("AnalysisEvaluate1");
+    EXPECT_EQ(form_->ActiveGraphWindow(), active) << round;
+    EXPECT_EQ(QApplication::focusWidget(), &ActiveCanvas()) << round;
   }
 }
 
