@@ -65,6 +65,9 @@ PeakTable MakePeakTable(const TxyGraph& graph, TSeries& series, const PeakTableO
   table.told = "The noise, as neighbouring points scatter, has a standard deviation of " +
                GeneralText(noise, 3) + "; peaks rise at least " + GeneralText(least, 3) +
                " above the valleys beside them.";
+  const BaseLine line = series.GetBaseLine();
+  if (line.offset == 0 && line.slope == 0)
+    table.told += " Heights and areas are counted from Y = 0: the DataSet has no base line.";
   return table;
 }
 

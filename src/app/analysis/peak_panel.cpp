@@ -23,6 +23,7 @@
 #include "desk/widgets/number_box.h"
 #include "desk/widgets/text.h"
 #include "graph/graph_update.h"
+#include "results/fit_texts.h"
 #include "results/fitted_model.h"
 #include "results/peak_fit.h"
 #include "results/peak_groups.h"
@@ -32,31 +33,57 @@ namespace tarnwick {
 namespace {
 
 constexpr int kDigits = 6;
-constexpr int kErrorDigits = 2;
 constexpr int kPeakRole = Qt::UserRole + 1;
 
-struct Column {
+struct ColumnHead {
   const char* title;
+  const char* tip;
+};
+
+struct Column {
+  ColumnHead head;
   double PeakFigures::*figure;
 };
 
 constexpr Column kColumns[] = {
-    {QT_TRANSLATE_NOOP("PeakPanel", "Position"), &PeakFigures::x},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Height"), &PeakFigures::height},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Prominence"), &PeakFigures::prominence},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Width"), &PeakFigures::width},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Area"), &PeakFigures::area},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Asymmetry"), &PeakFigures::asymmetry},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Position"),
+      QT_TRANSLATE_NOOP("PeakPanel", "X of the highest point")},
+     &PeakFigures::x},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Height"),
+      QT_TRANSLATE_NOOP("PeakPanel", "Above the DataSet's base line; without one, above Y = 0")},
+     &PeakFigures::height},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Prominence"),
+      QT_TRANSLATE_NOOP("PeakPanel", "Above the higher of the valleys that part it from higher ground")},
+     &PeakFigures::prominence},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Width"),
+      QT_TRANSLATE_NOOP("PeakPanel", "At half the prominence below the top")},
+     &PeakFigures::width},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Area"),
+      QT_TRANSLATE_NOOP("PeakPanel",
+                        "From valley to valley, down to the DataSet's base line; without one, down "
+                        "to Y = 0")},
+     &PeakFigures::area},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Asymmetry"),
+      QT_TRANSLATE_NOOP("PeakPanel", "The part of the width right of the top by that left of it")},
+     &PeakFigures::asymmetry},
 };
 
 constexpr struct {
-  const char* title;
+  ColumnHead head;
   FittedValue FittedPeak::*value;
 } kFitColumns[] = {
-    {QT_TRANSLATE_NOOP("PeakPanel", "Position"), &FittedPeak::x},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Height"), &FittedPeak::height},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Width"), &FittedPeak::width},
-    {QT_TRANSLATE_NOOP("PeakPanel", "Area"), &FittedPeak::area},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Position"),
+      QT_TRANSLATE_NOOP("PeakPanel", "X of the fitted peak's top")},
+     &FittedPeak::x},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Height"),
+      QT_TRANSLATE_NOOP("PeakPanel", "Above the fitted straight line")},
+     &FittedPeak::height},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Width"),
+      QT_TRANSLATE_NOOP("PeakPanel", "At half the height")},
+     &FittedPeak::width},
+    {{QT_TRANSLATE_NOOP("PeakPanel", "Area"),
+      QT_TRANSLATE_NOOP("PeakPanel", "Of the whole fitted peak, above the fitted straight line")},
+     &FittedPeak::area},
 };
 
 /// A cell that is sorted by its number.
@@ -80,8 +107,16 @@ QString NumberText(double number) {
 }
 
 QString FittedText(const FittedValue& value) {
-  QString text = NumberText(value.value);
-  if (!IsUndefined(value.error)) text += " ± " + ToQt(GeneralText(value.error, kErrorDigits));
+  return ToQt(PlusMinusText(value.value, value.error, {}));
+}
+
+/// The verdict on the DataSet's last fit, and what it was given for.
+QString VerdictOf(const TSeries& series) {
+  const LastFit last = series.Fit().Last();
+  if (!last.record) return {};
+  const FitVerdict& verdict = last.record->result->verdict;
+  QString text = ToQt(verdict.summary);
+  for (const std::string& note : verdict.notes) text += ' ' + ToQt(note);
   return text;
 }
 
@@ -94,11 +129,17 @@ PeakGroupsFit FitInGroups(Document& document, TSeries& series) {
   return fit;
 }
 
-void SetTitles(QTableWidget& table, const QStringList& titles) {
+template <class Columns>
+void SetHeads(QTableWidget& table, const Columns& columns) {
   table.setSortingEnabled(false);
   table.clear();
-  table.setColumnCount(static_cast<int>(titles.size()));
-  table.setHorizontalHeaderLabels(titles);
+  table.setColumnCount(static_cast<int>(std::size(columns)));
+  int place = 0;
+  for (const auto& column : columns) {
+    auto* head = new QTableWidgetItem(PeakPanel::tr(column.head.title));
+    head->setToolTip(PeakPanel::tr(column.head.tip));
+    table.setHorizontalHeaderItem(place++, head);
+  }
 }
 
 }  // namespace
@@ -181,17 +222,37 @@ QWidget* PeakPanel::MakeButtons() {
 void PeakPanel::Follow(Document* document, PanelChange) {
   const TSeries* series = document ? document->Graph().CurrentSeries() : nullptr;
   const std::string name = series ? series->SeriesName() : std::string();
-  if (document == document_ && name == data_set_) return;
+  if (document == document_ && name == data_set_) {
+    if (series) Judge(*series);
+    return;
+  }
   document_ = document;
   data_set_ = name;
   Clear();
 }
 
+void PeakPanel::Judge(const TSeries& series) {
+  if (peaks_.empty()) return;
+  if (fitted_ && series.Fit().Settings().parameters != fitted_values_) {
+    ShowPeaks();
+    Tell(tr("The fit was taken back or changed since. These are the peaks as they were measured."));
+  }
+  told_->setText(series.Points().SharesAllWith(measured_)
+                     ? told_text_
+                     : tr("The points changed since; Find measures their peaks again."));
+}
+
+void PeakPanel::Tell(const QString& text) {
+  told_text_ = text;
+  told_->setText(text);
+}
+
 void PeakPanel::Clear() {
   peaks_.clear();
+  measured_ = {};
   ShowPeaks();
-  told_->setText(data_set_.empty() ? tr("There is no current DataSet.")
-                                   : tr("Find looks for the peaks of the current DataSet."));
+  Tell(data_set_.empty() ? tr("There is no current DataSet.")
+                         : tr("Find looks for the peaks of the current DataSet."));
 }
 
 void PeakPanel::Find() {
@@ -201,19 +262,18 @@ void PeakPanel::Find() {
     PeakTableOptions options;
     options.rule = rule_->currentIndex() == 0 ? PeakRule::Prominence : PeakRule::Neighbours;
     options.times_noise = times_noise_->value();
-    PeakTable table = MakePeakTable(graph, CurrentDataSet(*document_), options);
+    TSeries& series = CurrentDataSet(*document_);
+    PeakTable table = MakePeakTable(graph, series, options);
     peaks_ = std::move(table.peaks);
+    measured_ = series.Points();
     ShowPeaks();
-    told_->setText(
-        ToQt(Counted(static_cast<std::int64_t>(peaks_.size()), "peak") + ". " + table.told));
+    Tell(ToQt(Counted(static_cast<std::int64_t>(peaks_.size()), "peak") + ". " + table.told));
   });
 }
 
 void PeakPanel::ShowPeaks() {
   fitted_ = false;
-  QStringList titles;
-  for (const Column& column : kColumns) titles.append(tr(column.title));
-  SetTitles(*table_, titles);
+  SetHeads(*table_, kColumns);
   table_->setRowCount(static_cast<int>(peaks_.size()));
   for (std::size_t i = 0; i < peaks_.size(); ++i) {
     int place = 0;
@@ -231,9 +291,7 @@ void PeakPanel::ShowFit(std::vector<FittedPeak> peaks, const QString& told) {
   fitted_peaks_ = std::move(peaks);
   const std::vector<FittedPeak>& fitted = fitted_peaks_;
   fitted_ = true;
-  QStringList titles;
-  for (const auto& column : kFitColumns) titles.append(tr(column.title));
-  SetTitles(*table_, titles);
+  SetHeads(*table_, kFitColumns);
   table_->setRowCount(static_cast<int>(fitted.size()));
   for (std::size_t i = 0; i < fitted.size(); ++i) {
     int place = 0;
@@ -245,7 +303,7 @@ void PeakPanel::ShowFit(std::vector<FittedPeak> peaks, const QString& told) {
   }
   table_->setSortingEnabled(true);
   table_->sortByColumn(0, Qt::AscendingOrder);
-  told_->setText(told + ' ' + tr("Find measures the points again."));
+  Tell(told + ' ' + tr("Find measures the points again."));
 }
 
 std::size_t PeakPanel::PeakOf(int row) const {
@@ -305,8 +363,7 @@ void PeakPanel::FitPeaks() {
     if (chosen.size() <= MostFittedPeaks(shape)) {
       FitAgain(*document_, {.points = FitPointChoice::All}, context.prompt);
       peaks = FittedPeaks(series);
-      told =
-          tr("As fitted, with standard errors; the fit's verdict stands in the panel Fit Result.");
+      told = tr("As fitted, with standard errors.") + ' ' + VerdictOf(series);
     } else {
       PeakGroupsFit fit = FitInGroups(*document_, series);
       TakeFitSettings(series, fit.model);
@@ -317,6 +374,8 @@ void PeakPanel::FitPeaks() {
     }
     AddPeakParts(document_->Graph(), series);
     step.Finish();
+    fitted_values_ = series.Fit().Settings().parameters;
+    measured_ = series.Points();
     ShowFit(std::move(peaks), told);
   });
 }

@@ -25,7 +25,7 @@ class PeakPanel final : public Panel {
   /// `actions` runs what the buttons ask for and outlives the panel.
   explicit PeakPanel(CommandActions& actions, QWidget* parent = nullptr);
 
-  /// The table stays until another DataSet is looked at.
+  /// The table stays until another DataSet is looked at; what of it no longer holds is told.
   void Follow(Document* document, PanelChange change) override;
   QSize sizeHint() const override { return {640, 220}; }
 
@@ -34,6 +34,8 @@ class PeakPanel final : public Panel {
   void Find();
   void ShowPeaks();
   void ShowFit(std::vector<FittedPeak> fitted, const QString& told);
+  void Judge(const TSeries& series);
+  void Tell(const QString& text);
   void Save();
   void Clear();
   void Look(int row);
@@ -50,6 +52,9 @@ class PeakPanel final : public Panel {
   std::vector<PeakFigures> peaks_;
   std::vector<FittedPeak> fitted_peaks_;
   bool fitted_ = false;  // the table shows the fit's figures
+  PointChain measured_;  // the points, as they were then
+  std::vector<ParameterSettings> fitted_values_;
+  QString told_text_;  // while the table holds
 
   QComboBox* rule_;
   QDoubleSpinBox* times_noise_;
