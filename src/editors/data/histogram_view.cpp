@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr QSize kLeast(220, 150);
 constexpr QSize kUsual(360, 200);
+constexpr double kRoomAbove = 1.06;
 
 Color ColorOf(const QColor& color) {
   return Color::FromRgb(color.red(), color.green(), color.blue());
@@ -69,6 +71,11 @@ void HistogramView::Show(const Histogram& histogram, const QString& title, Value
   x_state.Title = title.toStdString();
   x_state.ShowAsTime = values == Values::Moments;
   x.SetState(x_state);
+  AxisState counted = graph_.Axis(AxisId::Y).State();
+  counted.AutoSizing = false;  // which would leave room for less than nothing
+  counted.Min = 0;
+  counted.Max = bins == 0 ? 1 : kRoomAbove * static_cast<double>(*std::ranges::max_element(histogram.counts));
+  graph_.Axis(AxisId::Y).SetState(counted);
   graph_.EndUpdate();
   update();
 }

@@ -12,6 +12,16 @@ namespace {
 constexpr std::array<std::string_view, 3> kGroups = {"Columns", "Text", "Rows"};
 constexpr std::string_view kShared = "Text";  // the group that holds for all DataSets of a source
 
+bool UsesFirst(RowChoice choice) {
+  return choice == RowChoice::FromX || choice == RowChoice::BetweenX ||
+         choice == RowChoice::SkipRows || choice == RowChoice::DropLast;
+}
+
+bool UsesLast(RowChoice choice) {
+  return choice == RowChoice::UntilX || choice == RowChoice::BetweenX ||
+         choice == RowChoice::FirstRows;
+}
+
 }  // namespace
 
 SourceDraft::SourceDraft() : draft_(std::make_unique<TDataSeries>()) {
@@ -32,6 +42,20 @@ FieldValue SourceDraft::Get(std::size_t row) const {
 
 void SourceDraft::Set(std::size_t row, const FieldValue& value) {
   SetField<TDataSeries>(DataSeriesFields()[fields_[row]], *draft_, value);
+}
+
+std::string SourceDraft::IdleReason(std::size_t row) const {
+  const TDSInfo& info = Source();
+  const std::string_view key = rows_[row].key;
+  const bool first = key == "RowChoiceValue1";
+  if (first || key == "RowChoiceValue2") {
+    const bool used = first ? UsesFirst(info.RowChoiceMode) : UsesLast(info.RowChoiceMode);
+    return used ? "" : "The rows taken do not go by it";
+  }
+  const bool one_of = key == "RowSamplingFrequency";
+  if (!one_of && key != "AutoRowHitFreq") return {};
+  if (info.AllRows) return "Every row is taken";
+  return one_of && info.AutoRowHitFreq ? "As many rows are taken as the plot can show" : "";
 }
 
 void SourceDraft::Begin(const TDataSeries& series) {

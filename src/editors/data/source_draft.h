@@ -20,6 +20,8 @@ class SourceDraft {
   const std::vector<FieldRow>& Rows() const { return rows_; }
   FieldValue Get(std::size_t row) const;
   void Set(std::size_t row, const FieldValue& value);
+  /// Why the field has no effect beside what the others say; empty when it has.
+  std::string IdleReason(std::size_t row) const;
 
   /// Begins with the description of `series`.
   void Begin(const TDataSeries& series);

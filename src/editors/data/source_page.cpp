@@ -106,6 +106,12 @@ SourcePage::SourcePage(const PanelParts& parts, const EditedSeries& series, QWid
   told_->setObjectName("SourceTold");
   told_->setWordWrap(true);
   column->addWidget(told_);
+  count_ = new QLabel(this);
+  count_->setObjectName("SourceCount");
+  count_->setWordWrap(true);
+  // The buttons below stay where they are when it comes.
+  count_->setMinimumHeight(count_->fontMetrics().lineSpacing());
+  column->addWidget(count_);
   column->addWidget(BuildButtons());
   soon_ = new QTimer(this);
   soon_->setSingleShot(true);
@@ -139,10 +145,7 @@ QWidget* SourcePage::BuildButtons() {
   by_place_->setCheckable(true);
   by_place_->setToolTip(tr("Columns begin at characters that are set by hand, not at separators"));
   line->addWidget(by_place_);
-  count_ = new QLabel(bar);
-  count_->setObjectName("SourceCount");
-  count_->setWordWrap(true);
-  line->addWidget(count_, 1);
+  line->addStretch(1);
   apply_ = add(tr("&Apply"), "ApplySource", &SourcePage::Apply);
   apply_->setToolTip(tr("Read the data so, as one step that can be undone"));
   revert_ = add(tr("&Revert"), "RevertSource", &SourcePage::Revert);
@@ -249,7 +252,10 @@ void SourcePage::ShowFields() {
   FieldSurroundings around;
   around.columns = preview_.columns;
   for (std::size_t row = 0; row < form_->Size(); ++row) {
-    if (form_->Field(row) != nullptr) form_->Field(row)->Show(draft_.Get(row), around);
+    FieldWidget* const field = form_->Field(row);
+    if (field == nullptr) continue;
+    field->Show(draft_.Get(row), around);
+    field->SetIdle(ToQt(draft_.IdleReason(row)));
   }
 }
 
