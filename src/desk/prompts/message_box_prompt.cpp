@@ -45,6 +45,15 @@ QAbstractButton* AddButton(QMessageBox& box, Answer answer) {
   return nullptr;
 }
 
+/// Where the answer stands that changes least: it is given by Esc, and by closing the box.
+std::size_t EscapeOf(const std::vector<Answer>& answers) {
+  for (const Answer harmless : {Answer::Cancel, Answer::No}) {
+    const auto found = std::find(answers.begin(), answers.end(), harmless);
+    if (found != answers.end()) return static_cast<std::size_t>(found - answers.begin());
+  }
+  return answers.size() - 1;
+}
+
 /// A question on the way up needs its program behind it.
 void ShowProgram(QWidget* parent) {
   if (parent && !parent->isVisible()) parent->show();
@@ -60,10 +69,7 @@ Answer MessageBoxPrompt::Ask(const Question& question) {
   std::vector<QAbstractButton*> buttons;
   for (const Answer answer : question.answers) buttons.push_back(AddButton(box, answer));
   box.setDefaultButton(qobject_cast<QPushButton*>(buttons.front()));
-  const auto cancel = std::find(question.answers.begin(), question.answers.end(), Answer::Cancel);
-  const auto escape = static_cast<std::size_t>(cancel == question.answers.end()
-                                                   ? std::ssize(buttons) - 1
-                                                   : cancel - question.answers.begin());
+  const std::size_t escape = EscapeOf(question.answers);
   box.setEscapeButton(buttons[escape]);
   box.exec();
   const auto clicked = std::find(buttons.begin(), buttons.end(), box.clickedButton());
