@@ -23,6 +23,13 @@ QIcon HouseStyle::standardIcon(StandardPixmap which, const QStyleOption* option,
       return InkIcon("message-warning");
     case SP_MessageBoxCritical:
       return InkIcon("message-critical");
+    // Of panels, and of a graph that fills the workspace: the toolkit's are dark on every desktop.
+    case SP_TitleBarCloseButton:
+      return InkIcon("title-close");
+    case SP_TitleBarMinButton:
+      return InkIcon("title-minimize");
+    case SP_TitleBarNormalButton:
+      return InkIcon("title-normal");
     default:
       return QProxyStyle::standardIcon(which, option, widget);
   }
