@@ -7,6 +7,7 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "graph/belonging.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
 #include "graph/xy_graph.h"
@@ -15,6 +16,12 @@
 
 namespace tarnwick {
 namespace {
+
+void Hide(TSeries& series) {
+  SeriesStyle hidden = series.Style();
+  hidden.visible = false;
+  series.SetStyle(hidden);
+}
 
 /// A DataSet with its recipe, read.
 struct Pending {
@@ -111,10 +118,11 @@ MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const New
 
 void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x) {
   const GraphUpdate update(graph);
-  SeriesStyle hidden = source.Style();
-  hidden.visible = false;
-  source.SetStyle(hidden);
+  Hide(source);
   if (x == ResultX::OfSource) return;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (BelongsToAnother(graph.Series(i)) && &graph.Series(i) != &made) Hide(graph.Series(i));
+  }
   graph.Axis(AxisId::X).SetShowAsTime(false);
   graph.Axis(AxisId::X).SetAutoSizing(true);
   if (graph.PlotsAgainstXSource()) return;

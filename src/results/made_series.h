@@ -23,7 +23,7 @@ std::string MadeName(const TxyGraph& graph, const TSeries& source, const Tool& t
 MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const NewSeries& wanted);
 
 /// Draws a source no longer. Where what was made of it has an X of its own the X axis goes by that: it has its title, fits its
-/// scale, and shows no dates.
+/// scale, and shows no dates; bands and parts of models over the X before are drawn no longer, too.
 void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x);
 
 /// What came of computing anew.

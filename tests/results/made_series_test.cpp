@@ -200,7 +200,11 @@ TEST_F(MadeOnGraph, SpectraNameUnits) {
       AddMade(graph_, kSpectrumTool, {{&rate_}, settings}, {"Uneven", AxisId::Y});
   EXPECT_THAT(uneven.told, HasSubstr("Lomb-Scargle, without a window."));
   EXPECT_EQ(uneven.series.Source().XDataColumn, "Frequency (1/d)");
+  SeriesStyle part = made.series.Style();
+  part.selectable = false;
+  made.series.SetStyle(part);
   HideSource(graph_, rate_, uneven.series, ResultX::Own);
+  EXPECT_FALSE(made.series.Style().visible) << "what belongs to another stays over no other X";
   EXPECT_FALSE(graph_.Axis(AxisId::X).ShowAsTime());
   EXPECT_EQ(graph_.Axis(AxisId::X).Look().Title, "Frequency (1/d)");
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "graph/axes/plot_metrics.h"
+#include "graph/belonging.h"
 #include "graph/layout/legend_place.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/palette.h"
@@ -133,11 +134,6 @@ bool TitlesNameAll(const TxyGraph& graph, QSizeF size, const TextMetrics& metric
   return titled(AxisId::Y) && titled(AxisId::Y2);
 }
 
-/// Bands, residuals and parts of a model look as what made them chose.
-bool IsPartOfAnother(const TSeries& series) {
-  return !series.Style().selectable || series.Style().show_in_legend == 0;
-}
-
 bool HasSeveralToName(const TxyGraph& graph) {
   std::size_t named = 0;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
@@ -150,7 +146,7 @@ void ChooseStyles(TxyGraph& graph) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) points += graph.Series(i).PointCount();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     TSeries& series = graph.Series(i);
-    if (IsPartOfAnother(series)) continue;
+    if (BelongsToAnother(series)) continue;
     SeriesStyle style = series.Style();
     const bool few = series.PointCount() <= kDensePoints && points <= kMostSymbols;
     style.show_symbols = !style.connect_points || few;
