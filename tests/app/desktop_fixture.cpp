@@ -103,6 +103,13 @@ QString DesktopTest::StatusText(const char* label) {
   return form_->findChild<QLabel*>(label)->text();
 }
 
+void DesktopTest::TakeFocus(QWidget& control) {
+  form_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+  control.setFocus();
+  ASSERT_EQ(QApplication::focusWidget(), &control);
+}
+
 void DesktopTest::MoveMouse(QPointF place, Qt::MouseButtons held) {
   // Not QTest::mouseMove, which moves the pointer of the screen and so depends on what else is on it.
   QMouseEvent move(QEvent::MouseMove, place, ActiveCanvas().mapToGlobal(place), Qt::NoButton, held,

@@ -86,6 +86,8 @@ class DesktopTest : public ::testing::Test {
   Document& ActiveDocument();
   GraphCanvas& ActiveCanvas();
   QString StatusText(const char* label);
+  /// Gives a control of the window the keyboard's focus, as a click does.
+  void TakeFocus(QWidget& control);
   /// The next question and its answer.
   void Expect(const std::string& text, Answer answer) { prompt_->script.Expect(text, answer); }
   /// What was told since the last call; telling what no test takes is a failure.

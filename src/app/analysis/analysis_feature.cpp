@@ -1,5 +1,7 @@
 #include "app/analysis/analysis_feature.h"
 
+#include <utility>
+
 #include "analysis/derived.h"
 #include "app/analysis/average_dialog.h"
 #include "app/analysis/compare_dialog.h"
@@ -41,16 +43,21 @@ std::string NameInWindow(const Document& document) {
   return "\"" + document.Name() + "." + document.Graph().CurrentSeries()->SeriesName() + "\"";
 }
 
+void Inform(Prompt& prompt, std::string text) {
+  prompt.Ask({std::move(text), {Answer::Ok}, Question::Kind::Information});
+}
+
 void TellArea(CommandContext& context) {
   const TSeries& series = *context.document->Graph().CurrentSeries();
-  context.prompt.Tell("Area for DataSet   " + NameInWindow(*context.document) + " :  " +
-                      GeneralText(AreaOf(series)));
+  Inform(context.prompt, "Area for DataSet   " + NameInWindow(*context.document) + " :  " +
+                             GeneralText(AreaOf(series)));
 }
 
 void TellSum(CommandContext& context) {
   const TSeries& series = *context.document->Graph().CurrentSeries();
-  context.prompt.Tell("Sum of " + std::to_string(series.PointCount()) + " data points for " +
-                      NameInWindow(*context.document) + " :  " + GeneralText(SumOf(series)));
+  Inform(context.prompt, "Sum of " + std::to_string(series.PointCount()) + " data points for " +
+                             NameInWindow(*context.document) + " :  " +
+                             GeneralText(SumOf(series)));
 }
 
 template <DerivedKind kMode>
@@ -83,6 +90,7 @@ void Recompute(CommandContext& context) {
     document.History().SetResultsOutdated(false);
   });
   std::string told = Counted(static_cast<std::int64_t>(made.count), "DataSet") + " computed anew.";
+  if (made.told.empty()) return Inform(context.prompt, told);
   AddSentence(told, made.told);
   context.prompt.Tell(told);
 }

@@ -73,7 +73,7 @@ TEST_F(AnalysisPanels, AFieldWithNothingToUndoLeavesTheKeyToTheGraph) {
   ActiveDocument().Edit("Clear", [](TxyGraph& graph) { graph.Series(1).Clear(); });
   Run("AnalysisEvaluate1");
   auto& line = Find<QLineEdit>("e_X");
-  line.setFocus();
+  TakeFocus(line);
   for (const char* typed : {"2", ""}) {
     QTest::keyClicks(&line, typed);
     QTest::keyClick(&line, Qt::Key_Z, Qt::ControlModifier);

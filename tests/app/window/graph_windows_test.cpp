@@ -105,8 +105,7 @@ TEST_F(DesktopTest, TheFocusBringsNoOtherGraphToTheFront) {
   for (int round = 0; round < 2; ++round) {
     Run("AnalysisEvaluate1");
     auto& line = *form_->findChild<QLineEdit*>("e_X");
-    line.setFocus();
-    ASSERT_EQ(QApplication::focusWidget(), &line);
+    TakeFocus(line);
     // Hidden with the focus in it; then with the focus gone all the way round by TAB.
     for (int step = 0; step < 60 * round; ++step) {
       QTest::keyClick(QApplication::focusWidget(), step < 30 ? Qt::Key_Tab : Qt::Key_Backtab);
