@@ -163,6 +163,7 @@ QWidget* PrintDialog::MakeButtons() {
   print->setDefault(true);
   auto* keep = buttons->button(QDialogButtonBox::Close);
   keep->setObjectName("Keep");
+  keep->setText(tr("Keep Settings"));
   keep->setAutoDefault(false);
   keep->setToolTip(tr("Keep these settings with the graph and do not print"));
   buttons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
