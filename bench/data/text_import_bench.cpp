@@ -161,7 +161,7 @@ void ImportEveryRow(benchmark::State& state) {
 }
 BENCHMARK(ImportEveryRow)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->MinTime(2)->UseRealTime();
 
-/// The same with Y computed from the columns of the row: one of them, or several.
+/// The same with Y computed from the columns of the row, one of them or several, on one thread.
 void ImportWithExpression(benchmark::State& state) {
   const std::filesystem::path& path = Large();
   ImportOptions options;
@@ -175,6 +175,7 @@ void ImportWithExpression(benchmark::State& state) {
   }
 }
 BENCHMARK(ImportWithExpression)
+    ->ArgName("columns")
     ->Arg(1)
     ->Arg(4)
     ->Unit(benchmark::kMillisecond)

@@ -49,6 +49,11 @@ bool UsesRandom(const TExprRec* first) {
   return false;
 }
 
+std::string NothingWeighs(FitWeights weights) {
+  return std::string("Nothing was fitted: no point has a weight, because the curve that comes nearest is ") +
+         (weights == FitWeights::Counts ? "nowhere above 0, as counts are." : "0 everywhere.");
+}
+
 /// One run over one DataSet or several, on models of its own.
 class FitRun {
  public:
@@ -73,6 +78,7 @@ class FitRun {
   void Conclude();
   void MeasureStarts();
   void MeasureEnd();
+  std::int64_t WithoutWeight() const;
   FittedPoints PointsAtEnd();
   void TakeLossIntoAccount(FittedPoints& points);
   double MeasurePattern(LeastSquaresProblem& problem, std::span<const double> p) const;
@@ -203,7 +209,6 @@ void FitRun::MeasureEnd() {
   FitFigures figures = ComputeFitFigures(Holding(*jacobian_, held), points);
   result_.statistics = std::move(figures.statistics);
   result_.statistics.weighting.loss_scale = parts_.front()->weights->LossScale();
-  for (const auto& part : parts_) result_.points_without_weight += part->weights->WithoutWeight();
   result_.statistics.residual_correlation = MeasurePattern(Problem(), result_.values);
   result_.singular_directions = std::move(figures.singular_directions);
   for (std::size_t i = 0; i < held.size(); ++i) {
@@ -216,9 +221,18 @@ void FitRun::MeasureEnd() {
   if (!joint_) MeasureResiduals(*parts_.front(), result_);
 }
 
-/// With what the statistics need where points do not all weigh alike.
+/// Points whose weights came to nothing.
+std::int64_t FitRun::WithoutWeight() const {
+  std::int64_t count = 0;
+  for (const auto& part : parts_) count += part->weights->WithoutWeight();
+  return count;
+}
+
+/// With what the statistics need where points do not all weigh alike. What weighs nothing checks nothing.
 FittedPoints FitRun::PointsAtEnd() {
-  FittedPoints points = PointsOf(*problem_, weighting_, jacobian_->undefined);
+  result_.points_without_weight = WithoutWeight();
+  FittedPoints points =
+      PointsOf(*problem_, weighting_, jacobian_->undefined + result_.points_without_weight);
   points.mean_variance = parts_.size() == 1 ? parts_.front()->MeanVariance() : 1;
   for (const auto& part : parts_)
     points.likelihood_term += part->LikelihoodTerm(part->Local(result_.values));
@@ -306,6 +320,8 @@ FitResult FitRun::Run() {
         minimisation_->Run();
         result_.outcome = minimisation_->Outcome();
         if (Failed(result_.outcome.why)) MeasureStarts();
+        if (WithoutWeight() == static_cast<std::int64_t>(Problem().PointCount()))
+          result_.outcome = Refused(StopReason::BadModel, NothingWeighs(weighting_.weights));
       }
       if (!Failed(result_.outcome.why)) Conclude();
     } catch (const EIntegerDivision& error) {
@@ -334,7 +350,8 @@ FitResult FitRun::OfPart(std::size_t number, const FitResult& whole) {
     const std::vector<double> rest = part.residuals->Residuals(result.values, part.job.x.size());
     const auto undefined = std::ranges::count_if(rest, [](double r) { return !std::isfinite(r); });
     result.undefined_points += undefined;
-    result.statistics.points = static_cast<std::int64_t>(rest.size()) - undefined;
+    result.statistics.points =
+        static_cast<std::int64_t>(rest.size()) - undefined - result.points_without_weight;
     result.statistics.residual_correlation = MeasurePattern(*part.residuals, result.values);
     result.tied = TiesOf(part, result);
     MeasureResiduals(part, result);

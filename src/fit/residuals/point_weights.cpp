@@ -102,7 +102,7 @@ void PointWeights::WeighByValues(std::span<const double> values) {
     const double wanted = counts ? 1 / std::sqrt(values[i]) : 1 / std::abs(values[i]);
     if (!std::isfinite(wanted) || !(wanted > 0)) {
       weight = 0;
-      ++without_weight_;
+      if (std::isfinite(values[i])) ++without_weight_;
     } else {
       weight = weight > 0 ? std::min(wanted, most * weight) : wanted;
     }

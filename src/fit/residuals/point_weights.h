@@ -33,7 +33,7 @@ class PointWeights {
   double LossScale() const { return loss_scale_; }
   /// The deviation that the residuals' median tells, for weight 1.
   double RobustDeviation() const { return deviation_; }
-  /// Points of the last Update that weigh nothing.
+  /// Points of the last Update that weigh nothing, though the model has a value there.
   std::int64_t WithoutWeight() const { return without_weight_; }
 
  private:

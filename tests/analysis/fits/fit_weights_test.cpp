@@ -190,6 +190,11 @@ TEST(FitWeights, TellWhatCannotBeWeighed) {
   const FitResult negative = Fitted(job);
   EXPECT_FALSE(negative.verdict.trustworthy);
   EXPECT_THAT(negative.verdict.notes, ::testing::Contains(HasSubstr("weighed nothing")));
+  EXPECT_EQ(negative.statistics.degrees_of_freedom, 6 - negative.points_without_weight - 2);
+  for (double& y : job.y) y = -2 - std::abs(y);
+  const FitResult none = Fitted(job);
+  EXPECT_THAT(none.verdict.summary, HasSubstr("no point has a weight"));
+  EXPECT_EQ(none.values, (std::vector<double>{1, -3}));
 }
 
 }  // namespace
