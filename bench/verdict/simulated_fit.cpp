@@ -156,6 +156,25 @@ double OwnSwing(const Numbers& clean, const Numbers& dense, double range) {
   return greatest / range;
 }
 
+/// True where a slower curve goes through the same points: at even distances one turns from point to point at most.
+bool IsOutrun(const Numbers& x, const Numbers& clean, const Numbers& dense) {
+  const double step = (x.back() - x.front()) / static_cast<double>(x.size() - 1);
+  std::size_t turns = 0;
+  double before = 0;
+  double last = clean.front();
+  const auto take = [&](double value) {
+    if ((value - last) * before < 0) ++turns;
+    before = value - last;
+    last = value;
+  };
+  for (std::size_t i = 0; i + 1 < x.size(); ++i) {
+    if (std::abs(x[i + 1] - x[i] - step) > 0.01 * step) return false;
+    for (std::size_t part = 0; part + 1 < kBetween; ++part) take(dense[i * (kBetween - 1) + part]);
+    take(clean[i + 1]);
+  }
+  return turns + 1 >= x.size();
+}
+
 /// The greatest error, relative to what its parameter means, of a fit that ends at the truth.
 double WorstError(const Family& family, const Scene& scene) {
   const auto n = static_cast<Eigen::Index>(scene.x.size());
@@ -229,7 +248,8 @@ Truth TruthOf(const Trial& trial, const Scene& scene, const FitResult& result) {
   }
   const auto k = static_cast<double>(trial.fitted->parameters.size());
   const bool posed = WorstError(*trial.fitted, scene) < kPosed &&
-                     OwnSwing(scene.clean, dense_true, scene.range) < kHeld;
+                     OwnSwing(scene.clean, dense_true, scene.range) < kHeld &&
+                     !IsOutrun(scene.x, scene.clean, dense_true);
   const double by_chance = k + 6 * std::sqrt(2 * k) + 8;
   if (distance.at_points > (scene.sigma > 0 ? by_chance : kExact) ||
       (distance.between_points > kFarOff && posed))

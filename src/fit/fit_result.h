@@ -83,6 +83,8 @@ struct CurveSwing {
   double share = 0;  ///< of the curve's range at the points
   double from = 0;
   double to = 0;
+  /// How often it turns from one point to the next, where these lie at even distances; else 0.
+  double turns = 0;
 };
 
 /// The judgement in sentences that a user of no mathematical training understands.

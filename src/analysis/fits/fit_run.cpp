@@ -50,7 +50,9 @@ bool UsesRandom(const TExprRec* first) {
 }
 
 std::string NothingWeighs(FitWeights weights) {
-  return std::string("Nothing was fitted: no point has a weight, because the curve that comes nearest is ") +
+  return std::string(
+             "Nothing was fitted: no point has a weight, because the curve that comes nearest "
+             "is ") +
          (weights == FitWeights::Counts ? "nowhere above 0, as counts are." : "0 everywhere.");
 }
 

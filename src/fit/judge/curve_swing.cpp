@@ -5,6 +5,8 @@
 #include <limits>
 #include <vector>
 
+#include "fit/judge/curve_turns.h"
+
 namespace tarnwick {
 namespace {
 
@@ -15,6 +17,8 @@ constexpr std::size_t kParts = 8;
 constexpr std::size_t kEnds = 2;
 constexpr std::size_t kAbscissae = kEnds + kParts - 1;
 constexpr double kFree = 0.45;
+/// Of a distance between points: what they may stray by to be even.
+constexpr double kUneven = 0.01;
 /// Relative to the curve, rounding.
 constexpr double kRounding = 1e-9;
 
@@ -24,6 +28,26 @@ void AddGap(std::span<const double> x, std::size_t i, std::vector<double>& absci
     const double share = static_cast<double>(part) / kParts;
     abscissae.push_back(x[i] + share * (x[i + 1] - x[i]));
   }
+}
+
+bool AreEven(std::span<const double> x) {
+  const double distance = (x.back() - x.front()) / static_cast<double>(x.size() - 1);
+  for (std::size_t i = 0; i + 1 < x.size(); ++i) {
+    if (!(std::abs(x[i + 1] - x[i] - distance) <= kUneven * distance)) return false;
+  }
+  return true;
+}
+
+/// How often the curve turns from one point to the next. Of each gap's values the last is the next one's first.
+double TurnsFromPointToPoint(std::span<const double> curve) {
+  std::vector<double> in_order;
+  for (std::size_t gap = 0; gap < curve.size(); gap += kAbscissae) {
+    in_order.push_back(curve[gap]);
+    const auto inner = curve.subspan(gap + kEnds, kAbscissae - kEnds);
+    in_order.insert(in_order.end(), inner.begin(), inner.end());
+  }
+  in_order.push_back(curve[curve.size() - kAbscissae + 1]);
+  return kParts * TurnsPerDistance(in_order);
 }
 
 struct Extent {
@@ -66,11 +90,16 @@ CurveSwing GreatestSwing(ModelResiduals& residuals, std::span<const double> x,
   }
   const double size = std::max(std::abs(whole.low), std::abs(whole.high));
   if (excursion > kRounding * size) greatest.share = excursion / (whole.high - whole.low);
+  if (step == 1 && AreEven(x)) greatest.turns = TurnsFromPointToPoint(curve);
   return greatest;
 }
 
 bool SwingsFreely(const CurveSwing& swing) {
   return swing.share > kFree;
+}
+
+bool OutrunsPoints(const CurveSwing& swing) {
+  return swing.turns > 1;
 }
 
 }  // namespace tarnwick

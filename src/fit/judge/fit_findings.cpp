@@ -81,7 +81,7 @@ bool ModelHolds(const FitResult& result) {
   return !NoBetterThanMean(result) && !FollowsShape(result.residuals) &&
          !Alternates(result.residuals) && !OnePointBends(result.residuals) &&
          !ScattersUnequally(result.residuals) && !SwingsFreely(result.swing) &&
-         !ErrorsTooSmall(result);
+         !OutrunsPoints(result.swing) && !ErrorsTooSmall(result);
 }
 
 }  // namespace tarnwick

@@ -124,6 +124,13 @@ void NoteSwing(const FitResult& result, std::vector<std::string>& notes) {
                   "than one, fits much that was never measured. Start nearer to what is expected.");
 }
 
+void NoteTurns(const FitResult& result, std::vector<std::string>& notes) {
+  if (!OutrunsPoints(result.swing)) return;
+  notes.push_back("From one point to the next the curve turns " + RoughText(result.swing.turns) +
+                  " times: a period of less than two points, where one of more goes through the "
+                  "same points. Start with a longer one, or measure at shorter distances.");
+}
+
 void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
   const ResidualFindings& found = result.residuals;
   if (OnePointStandsOut(found)) {
@@ -245,6 +252,7 @@ std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumst
     NoteBounds(result, notes);
     NoteStuck(result, notes);
     NoteSwing(result, notes);
+    NoteTurns(result, notes);
     NoteOpen(result, notes);
     NoteHardlyDetermined(result, notes);
     NoteSearch(result, notes);

@@ -141,6 +141,7 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
   if (PointsLost(result)) return ", but not every point could be used.";
   if (SwingsFreely(result.swing))
     return ", but between the points the curve swings farther than any point shows.";
+  if (OutrunsPoints(result.swing)) return ", but the curve swings faster than the points can show.";
   if (OnePointBends(result.residuals)) {
     return ", but one point stands out and bends the curve: " +
            Described(result.residuals.farthest) + ".";

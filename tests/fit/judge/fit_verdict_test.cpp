@@ -150,6 +150,12 @@ const Situation kSituations[] = {
      },
      false, ", but between the points the curve swings farther than any point shows.",
      "Between X = 3 and 4 no point holds the curve"},
+    {"a period of less than two points",
+     [](R& r, C&) {
+       r.swing = {0.1, 3, 4, 1.06};
+     },
+     false, ", but the curve swings faster than the points can show.",
+     "From one point to the next the curve turns 1.1 times"},
     {"a point that bends",
      [](R& r, C&) {
        r.residuals.farthest = {57, 12.3, 2.1, 1e-6};

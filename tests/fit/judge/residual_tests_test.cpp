@@ -1,9 +1,11 @@
 #include "fit/judge/residual_tests.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <functional>
+#include <numbers>
 
 #include "fit/judge/curve_swing.h"
 #include "fit/judge/fit_statistics.h"
@@ -123,6 +125,28 @@ TEST(CurveSwing, FindsWavesAndPeaksThatNoPointHolds) {
   EXPECT_EQ(GreatestSwing(residuals, points.x, residuals.Start()).from, 10);
   EXPECT_TRUE(SwingsFreely(GreatestSwing(residuals, points.x, residuals.Start())));
   EXPECT_FALSE(SwingsFreely(GreatestSwing(residuals, points.x, std::vector<double>{1.5})));
+}
+
+// At even distances the frequencies f and 1 - f per point agree in every point, whatever phase and decay.
+TEST(CurveSwing, OfTwoPeriodsThroughTheSamePointsTheShorterOutrunsThem) {
+  for (int trial = 0; trial < 60; ++trial) {
+    const Points points =
+        MakePoints(8 + trial % 9, 0, 7 + trial % 9, 0, [](double) { return 0.0; });
+    const double frequency = 0.3 + 0.19 * trial / 60;
+    const auto model =
+        MakeModel("exp(-x/9)*sin(2*pi*f*x+g)", {{"f", frequency}, {"g", 0.11 * trial}});
+    ModelResiduals residuals(*model, points.View());
+    const std::vector<double> slower = residuals.Start();
+    const std::vector<double> faster = {1 - slower[0], std::numbers::pi - slower[1]};
+    EXPECT_THAT(
+        residuals.Curve(faster, points.x),
+        ::testing::Pointwise(::testing::DoubleNear(1e-12), residuals.Curve(slower, points.x)));
+    EXPECT_FALSE(OutrunsPoints(GreatestSwing(residuals, points.x, slower))) << trial;
+    EXPECT_TRUE(OutrunsPoints(GreatestSwing(residuals, points.x, faster))) << trial;
+    Points uneven = points;
+    uneven.x[3] += 0.1;
+    EXPECT_FALSE(OutrunsPoints(GreatestSwing(residuals, uneven.x, faster)));
+  }
 }
 
 struct OpenRow {
