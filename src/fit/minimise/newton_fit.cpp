@@ -21,20 +21,13 @@ constexpr double kNearlySingular = 1e-8;
 /// A run that has not settled after so many iterations, or half of those allowed, may have lost its way.
 constexpr std::int32_t kLeastStretch = 50;
 
-/// By bounds that take no decomposition: the smallest singular value is above 1 / |inv(R)|, the greatest below |R|.
-bool IsFarFromSingular(const Eigen::MatrixXd& r) {
-  const auto identity = Eigen::MatrixXd::Identity(r.rows(), r.cols());
-  const double inverse = r.triangularView<Eigen::Upper>().solve(identity).norm();
-  return inverse * r.norm() * kNearlySingular < 1;
-}
-
 /// True where the columns of R, each scaled to length 1, are nearly dependent: some parameters can run away together.
 bool IsNearlySingular(const ReducedJacobian& reduced) {
   const Eigen::VectorXd lengths = reduced.r.colwise().norm().transpose();
   if (lengths.size() == 0 || !reduced.r.allFinite()) return false;
   if (lengths.minCoeff() == 0) return true;
   const Eigen::MatrixXd scaled = reduced.r * lengths.cwiseInverse().asDiagonal();
-  if (IsFarFromSingular(scaled)) return false;
+  if (IsFarFromSingular(scaled, kNearlySingular)) return false;
   const Eigen::VectorXd singular = SingularValuesOf(scaled);
   return singular[singular.size() - 1] < kNearlySingular * singular[0];
 }

@@ -23,6 +23,12 @@ struct Triangle {
 };
 Triangle TriangleOf(const Eigen::MatrixXd& matrix, const Eigen::VectorXd& right);
 
+/// The smallest singular value of an upper triangle is surely above `share` of the greatest: by bounds that take no
+/// decomposition, the smallest being above 1 / |inv(R)|, the greatest below |R|.
+bool IsFarFromSingular(const Eigen::MatrixXd& upper, double share);
+/// The solution of upper x = right.
+Eigen::VectorXd SolveTriangle(const Eigen::MatrixXd& upper, const Eigen::VectorXd& right);
+
 /// matrix = U diag(values) V', the values falling.
 struct SingularParts {
   Eigen::VectorXd values;

@@ -9,4 +9,14 @@ Triangle TriangleOf(const Eigen::MatrixXd& matrix, const Eigen::VectorXd& right)
   return {qr.matrixQR().triangularView<Eigen::Upper>(), qr.householderQ().transpose() * right};
 }
 
+bool IsFarFromSingular(const Eigen::MatrixXd& upper, double share) {
+  const auto identity = Eigen::MatrixXd::Identity(upper.rows(), upper.cols());
+  const double inverse = upper.triangularView<Eigen::Upper>().solve(identity).norm();
+  return inverse * upper.norm() * share < 1;
+}
+
+Eigen::VectorXd SolveTriangle(const Eigen::MatrixXd& upper, const Eigen::VectorXd& right) {
+  return upper.triangularView<Eigen::Upper>().solve(right);
+}
+
 }  // namespace tarnwick

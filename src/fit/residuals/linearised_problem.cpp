@@ -16,6 +16,8 @@ using Eigen::VectorXd;
 
 /// Relative to the longest of scaled columns: what is shorter is rounding.
 constexpr double kLost = 32 * std::numeric_limits<double>::epsilon();
+/// Of the greatest singular value: as long as the smallest is surely above, a triangle is solved as well as by all of them.
+constexpr double kWellPosed = 1e-6;
 /// How near the step's length must come to the radius.
 constexpr double kRadiusTolerance = 0.1;
 constexpr int kMostDampings = 50;
@@ -90,6 +92,14 @@ LinearisedProblem::LinearisedProblem(PartedJacobian parted, const VectorXd& scal
     : parted_(std::move(parted)), scale_(scale) {
   if (parted_.bound.empty()) return;
   const MatrixXd scaled = parted_.bound_r * scale.cwiseInverse().asDiagonal();
+  if (IsFarFromSingular(scaled, kWellPosed)) {
+    full_ = FullStepOf(-SolveTriangle(scaled, parted_.bound_qtr));
+  } else {
+    Decompose(scaled);
+  }
+}
+
+void LinearisedProblem::Decompose(const MatrixXd& scaled) const {
   const SingularParts parts = SingularPartsOf(scaled);
   const Index rank = std::min(Rank(parted_.bound_r), parts.nonzero);
   singular_ = parts.values.head(rank);
@@ -112,6 +122,16 @@ TrialStep LinearisedProblem::Damped(double damping) const {
   return trial;
 }
 
+/// All that the bound parameters can take away.
+TrialStep LinearisedProblem::FullStepOf(const VectorXd& scaled_step) const {
+  TrialStep full;
+  full.step = parted_.Complete(scaled_step.cwiseQuotient(scale_));
+  full.length = scaled_step.norm();
+  const double best = parted_.BestOfFree();
+  if (best > 0) full.linear_gain = parted_.bound_qtr.squaredNorm() / best;
+  return full;
+}
+
 double LinearisedProblem::LengthAt(double damping) const {
   return (singular_.array() * projected_.array() / (singular_.array().square() + damping))
       .matrix()
@@ -121,7 +141,11 @@ double LinearisedProblem::LengthAt(double damping) const {
 // Newton's method on 1/length - 1/radius, which is nearly linear and concave in the damping: from the left it never goes too
 // far, so that its first step from 0 bounds the damping from below.
 TrialStep LinearisedProblem::StepWithin(double radius, double damping_guess) const {
-  if (LengthAt(0) <= (1 + kRadiusTolerance) * radius) return FullStep();
+  const double farthest = (1 + kRadiusTolerance) * radius;
+  if (full_ && full_->length <= farthest) return *full_;
+  if (full_ && singular_.size() == 0)
+    Decompose(parted_.bound_r * scale_.cwiseInverse().asDiagonal());
+  if (LengthAt(0) <= farthest) return FullStep();
   const auto next = [this, radius](double damping) {
     const double length = LengthAt(damping);
     const auto denominator = singular_.array().square() + damping;

@@ -4,6 +4,7 @@
 
 #include <Eigen/Core>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 #include "fit/residuals/least_squares_problem.h"
@@ -55,7 +56,7 @@ struct TrialStep {
 };
 
 /// By the singular values of B inv(D) = U S V': for every damping the step costs a few products (Nocedal & Wright, Numerical
-/// Optimization, 2006, chapters 4.3 and 10.3).
+/// Optimization, 2006, chapters 4.3 and 10.3). A full step of a well-posed problem needs none of them.
 class LinearisedProblem {
  public:
   /// `scale` is the diagonal of D for the bound parameters, all positive.
@@ -64,20 +65,24 @@ class LinearisedProblem {
   const PartedJacobian& Parted() const { return parted_; }
   const Eigen::VectorXd& Scale() const { return scale_; }
   /// The step to the minimum; the shortest one where that is not a single point.
-  TrialStep FullStep() const { return Damped(0); }
+  TrialStep FullStep() const { return full_ ? *full_ : Damped(0); }
   /// The step to the least value at a distance of `radius` at most, a tenth more or less. Where the step that `damping_guess`
   /// leads to is that long, it is taken.
   TrialStep StepWithin(double radius, double damping_guess = 0) const;
 
  private:
+  void Decompose(const Eigen::MatrixXd& scaled) const;
+  TrialStep FullStepOf(const Eigen::VectorXd& scaled_step) const;
   TrialStep Damped(double damping) const;
   double LengthAt(double damping) const;
 
   PartedJacobian parted_;
   Eigen::VectorXd scale_;
-  Eigen::VectorXd singular_;   // of the directions that are determined
-  Eigen::MatrixXd v_;          // their columns
-  Eigen::VectorXd projected_;  // U'b of theirs
+  std::optional<TrialStep> full_;  // where the triangle alone gives it
+  // The decomposition waits until a step has to be shorter.
+  mutable Eigen::VectorXd singular_;   // of the directions that are determined
+  mutable Eigen::MatrixXd v_;          // their columns
+  mutable Eigen::VectorXd projected_;  // U'b of theirs
 };
 
 }  // namespace tarnwick
