@@ -61,6 +61,17 @@ TEST_P(PeakFit, FindsWhatThePeaksWereMadeFrom) {
   }
   for (int i = 0; i < 2; ++i) AddPeakParts(graph_, *series_);
   EXPECT_EQ(graph_.SeriesCount(), 3u);  // the second time in place of the first
+  for (int i = 0; i < 2; ++i) {
+    const PointChain& part = graph_.Series(static_cast<std::size_t>(i) + 1).Points();
+    double greatest = 0;
+    double place = 0;
+    for (std::size_t k = 0; k < part.Size(); ++k) {
+      const double above_line = part.At(k).y - 5 - 0.1 * part.At(k).x;
+      if (above_line > greatest) greatest = above_line, place = part.At(k).x;
+    }
+    EXPECT_NEAR(place, expected[i][0], 0.3);
+    EXPECT_NEAR(greatest, expected[i][1], 0.5);
+  }
 }
 
 double Gauss(double u) {

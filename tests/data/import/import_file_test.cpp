@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "data/import/import_like.h"
 #include "data/points/point_columns.h"
 #include "support/cancelling_progress.h"
 #include "support/temporary_folder.h"
@@ -62,6 +63,31 @@ TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {
   RefreshAll(all);
   EXPECT_EQ(XValues(a.Points()), before);
   EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 3}));
+}
+
+TEST(OptionsLike, ReadAnotherFileAsTheFirstWasRead) {
+  const TemporaryFolder folder;
+  const auto rows = [](int shift) {
+    std::string text = "t;a;b;c\n";
+    for (int i = 0; i < 30; ++i)
+      text += std::to_string(i + shift) + ";1,5;" + std::to_string(i * i) + ";-\n";
+    return text;
+  };
+  ImportOptions asked;
+  asked.x_column = "b";
+  asked.y_columns = {"t", "a"};
+  asked.y_expression = "2*Y";
+  asked.every = 3;
+  asked.missing = "-";
+  const ImportResult first = ImportFile(folder.Write("one.csv", rows(0)), asked);
+  const TDataSeries* const all[] = {first.series[0].get(), first.series[1].get()};
+  const ImportResult second = ImportFile(folder.Write("two.csv", rows(100)), OptionsLike(all));
+  ASSERT_EQ(second.series.size(), 2u);
+  EXPECT_EQ(XValues(second.series[0]->Points()), XValues(all[0]->Points()));
+  EXPECT_EQ(second.series[0]->Points().At(1).y, all[0]->Points().At(1).y + 200);
+  EXPECT_EQ(YValues(second.series[1]->Points()), YValues(all[1]->Points()));
+  const ImportResult plain = ImportFile(folder.Write("three.csv", rows(7)), OptionsLike({}));
+  EXPECT_EQ(plain.x_name, "t");
 }
 
 TEST(ImportFile, TakesRowsThatGrowBeyondTheColumnsCounted) {

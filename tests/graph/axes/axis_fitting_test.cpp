@@ -91,6 +91,8 @@ TEST(FitNumericRange, FollowsTheRules) {
     EXPECT_DOUBLE_EQ(range.max, row.max) << row.why;
     EXPECT_DOUBLE_EQ(range.step, row.fitted_step) << row.why;
   }
+  // Of few steps, too, the last ends at the value rather than a whole one beyond.
+  EXPECT_EQ(FitNumericRange(10, 10, 1, kAuto, {1, 50}).max, 10);
 }
 
 TEST(FitNumericRange, RefusesReversedExtremes) {

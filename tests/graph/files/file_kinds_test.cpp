@@ -62,6 +62,7 @@ TEST(FileKinds, EndingsAreFoundInAnyCaseAndMeanOneKindEach) {
   }
   for (const char* packed : {"d/run.csv.gz", "run.txt.XZ", "run.zst", "run"}) {
     EXPECT_EQ(NameOfData(packed), "run");
+    EXPECT_EQ(KindToRead(packed).packed, std::string_view(packed) != "run");
   }
   for (const char* unknown : {"", "a", "a.tgrx", "a.tgr.bak", "a.5", ".tgr"}) {
     EXPECT_EQ(KindOf(unknown).write, nullptr) << unknown;
