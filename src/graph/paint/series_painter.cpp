@@ -50,7 +50,7 @@ bool PaintTangle(DeviceSpace& space, const TSeries& series, const ThinningView& 
   const LinePath* const path = series.Path();
   if (path == nullptr || path->arrivals == nullptr || pen.style != LineStyle::Solid) return false;
   const QRect clip = space.Map(frame.clip).toAlignedRect();
-  const auto cover = CoverOfTangle(*path->arrivals, view, clip);
+  const auto cover = path->cover.Of(*path->arrivals, view, clip);
   if (cover) DrawCover(space.Painter(), *cover, pen, clip, space.Surface());
   return cover.has_value();
 }

@@ -41,20 +41,24 @@ class CoverWalk {
       : line_(line), view_(view), cover_(area), x_(line.X()), y_(line.Y()) {}
 
   LineCover Run() {
-    for (std::size_t at = 0; at < x_.size(); at += ArrivalLine::kLarge) {
-      if (IsCovered(line_.LargeBoxes()[at / ArrivalLine::kLarge], at + ArrivalLine::kLarge))
-        continue;
-      const std::size_t end = std::min(at + ArrivalLine::kLarge, x_.size());
-      for (std::size_t small = at; small < end; small += ArrivalLine::kSmall) {
-        if (!IsCovered(line_.SmallBoxes()[small / ArrivalLine::kSmall],
-                       small + ArrivalLine::kSmall))
-          AddPoints(small, std::min(small + ArrivalLine::kSmall, x_.size()));
-      }
+    // A part of the points, spread over the whole line, covers most of the boxes of all others.
+    for (std::size_t pass = 0; pass < kPasses; ++pass) {
+      passed_ = 0;
+      for (std::size_t box = pass; box < line_.SmallBoxes().size(); box += kPasses) TakeBox(box);
     }
     return std::move(cover_);
   }
 
  private:
+  static constexpr std::size_t kPasses = 8;
+
+  void TakeBox(std::size_t number) {
+    const std::size_t begin = number * ArrivalLine::kSmall;
+    const std::size_t behind = begin + ArrivalLine::kSmall;
+    if (IsCovered(line_.SmallBoxes()[number], behind)) return;
+    AddPoints(begin, std::min(behind, x_.size()));
+  }
+
   bool HasPlace(double x, double y) const {
     return y == y && (!view_.y.Log() || y > 0) && (!view_.x.Log() || x > 0);
   }
@@ -111,11 +115,13 @@ class CoverWalk {
 
 }  // namespace
 
-std::optional<LineCover> CoverOfTangle(const ArrivalLine& line, const ThinningView& view,
-                                       const QRect& area) {
-  if (area.isEmpty() || !view.x.Usable() || !view.y.Usable()) return std::nullopt;
+bool IsTangle(const ArrivalLine& line, const ThinningView& view, const QRect& area) {
+  if (area.isEmpty() || !view.x.Usable() || !view.y.Usable()) return false;
   const auto columns = static_cast<std::size_t>(area.width());
-  if (VerticesAcross(line, view) <= std::max(kCrowd, kCrowdedColumn * columns)) return std::nullopt;
+  return VerticesAcross(line, view) > std::max(kCrowd, kCrowdedColumn * columns);
+}
+
+LineCover CoverOf(const ArrivalLine& line, const ThinningView& view, const QRect& area) {
   return CoverWalk(line, view, area).Run();
 }
 

@@ -2,8 +2,6 @@
 // columns: a noisy loop has as many vertices as points, which the eye cannot follow. Pure arithmetic.
 #pragma once
 
-#include <optional>
-
 #include <QRect>
 
 #include "graph/thinning/arrival_line.h"
@@ -12,9 +10,12 @@
 
 namespace tarnwick {
 
-/// The pixels of `area` that the line passes, where it turns back so often that it closes over itself; nothing where it is
-/// better drawn as what ThinArrivals makes of it. Points whose box is covered already are not read. The view shows Y.
-std::optional<LineCover> CoverOfTangle(const ArrivalLine& line, const ThinningView& view,
-                                       const QRect& area);
+/// Whether the line turns back so often that it closes over itself and is best drawn as the area that it covers. Others are
+/// drawn as what ThinArrivals makes of them.
+bool IsTangle(const ArrivalLine& line, const ThinningView& view, const QRect& area);
+
+/// The pixels of `area` that the line passes. Points whose box is covered already are not read. The view shows Y, and both axes
+/// can be used.
+LineCover CoverOf(const ArrivalLine& line, const ThinningView& view, const QRect& area);
 
 }  // namespace tarnwick

@@ -25,17 +25,19 @@ ArrivalBox BoxOf(std::span<const double> x, std::span<const double> y) {
 
 ArrivalBox BoxOf(std::span<const ArrivalBox> boxes) {
   ArrivalBox all = boxes.front();
-  for (const ArrivalBox& box : boxes.subspan(1)) {
-    all.x_min = std::min(all.x_min, box.x_min);
-    all.x_max = std::max(all.x_max, box.x_max);
-    all.y_min = std::min(all.y_min, box.y_min);
-    all.y_max = std::max(all.y_max, box.y_max);
-    all.whole = all.whole && box.whole;
-  }
+  for (const ArrivalBox& box : boxes.subspan(1)) all.Include(box);
   return all;
 }
 
 }  // namespace
+
+void ArrivalBox::Include(const ArrivalBox& other) {
+  x_min = std::min(x_min, other.x_min);
+  x_max = std::max(x_max, other.x_max);
+  y_min = std::min(y_min, other.y_min);
+  y_max = std::max(y_max, other.y_max);
+  whole = whole && other.whole;
+}
 
 ArrivalLine::ArrivalLine(const PointChain& points, const PointGaps& gaps) {
   const std::vector<std::uint32_t> order = ArrivalOrder(points);

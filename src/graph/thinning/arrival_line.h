@@ -9,6 +9,7 @@
 
 #include "data/points/point_chain.h"
 #include "data/points/point_gaps.h"
+#include "graph/thinning/kept_cover.h"
 
 namespace tarnwick {
 
@@ -16,6 +17,8 @@ namespace tarnwick {
 struct ArrivalBox {
   double x_min = 0, x_max = 0, y_min = 0, y_max = 0;
   bool whole = true;  ///< every Y is a number and the line is not broken inside
+
+  void Include(const ArrivalBox& other);
 };
 
 class ArrivalLine {
@@ -44,7 +47,8 @@ class ArrivalLine {
 struct LinePath {
   std::vector<std::size_t> breaks;  ///< along the chain
   std::unique_ptr<ArrivalLine>
-      arrivals;  ///< given: it goes this way instead, with the breaks of its own
+      arrivals;             ///< given: it goes this way instead, with the breaks of its own
+  mutable KeptCover cover;  ///< of that way, while points and gaps stay as they are
 };
 
 }  // namespace tarnwick

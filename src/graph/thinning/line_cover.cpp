@@ -46,12 +46,28 @@ void LineCover::Join(PixelPoint from, PixelPoint to) {
 }
 
 void LineCover::Mark(int column, double y, double other_y) {
-  const double low = std::min(y, other_y), high = std::max(y, other_y);
+  MarkRows(column, std::min(y, other_y), std::max(y, other_y));
+}
+
+void LineCover::MarkRows(int column, double low, double high) {
   if (!(high >= 0 && low < area_.height())) return;
   const auto top = static_cast<std::size_t>(std::max(low, 0.0));
   const auto bottom = static_cast<std::size_t>(std::min(high, area_.height() - 1.0));
   const std::size_t base = static_cast<std::size_t>(column) * stride_;
   bits_.SetRange(base + top, base + bottom);
+}
+
+LineCover LineCover::Within(const QRect& area, const CellPlaces& places) const {
+  LineCover seen(area);
+  const double left = places.first.x - area.left(), top = places.first.y - area.top();
+  bits_.ForEachRun([&](std::size_t begin, std::size_t end) {
+    const std::size_t base = begin / stride_ * stride_;
+    const double x = left + places.column_step * static_cast<double>(begin / stride_);
+    if (!(x >= 0 && x < area.width())) return;
+    seen.MarkRows(static_cast<int>(x), top + places.row_step * static_cast<double>(begin - base),
+                  top + places.row_step * static_cast<double>(end - 1 - base));
+  });
+  return seen;
 }
 
 std::vector<QRect> LineCover::Runs() const {

@@ -48,6 +48,13 @@ class PixelMap {
     // The difference of two huge values may overflow; an infinity lands on the right side all the same.
     return origin_ + (value - reference_) * magnifier_ * slope_;
   }
+  /// The same places in pixels so many times as fine.
+  PixelMap Finer(double factor) const {
+    PixelMap finer = *this;
+    finer.origin_ *= factor;
+    finer.slope_ *= factor;
+    return finer;
+  }
   double ValueAt(double pixel) const {
     const double value = reference_ + (pixel - origin_) / slope_ / magnifier_;
     return log_ ? std::exp(value) : value;

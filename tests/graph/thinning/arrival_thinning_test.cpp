@@ -1,12 +1,14 @@
 #include "graph/thinning/arrival_thinning.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <random>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <QRegion>
 
 #include "data/series/data_series.h"
 #include "graph/thinning/arrival_cover.h"
@@ -138,7 +140,7 @@ TEST(ThinArrivals, CoversWhatEveryPointCovers) {
 }
 
 // Whatever boxes are passed over, the same pixels are marked as by every step; a line that is no tangle is left to be drawn.
-TEST(CoverOfTangle, HoldsWhatEveryStepPasses) {
+TEST(CoverOf, HoldsWhatEveryStepPasses) {
   const Way kWays[] = {
       {"noisy", 400'000, 0, 1},        {"noisy", 100'000, 0.2, 0.3},
       {"noisy", 100'000, 0.01, 1, 1},  {"noisy holes", 100'000, 0, 0.7},
@@ -154,13 +156,49 @@ TEST(CoverOfTangle, HoldsWhatEveryStepPasses) {
     ASSERT_EQ(line.Breaks().size(), 3U);
     LineCover expected(area);
     ForEachStep(line, view, [&](PixelPoint from, PixelPoint to) { expected.Join(from, to); });
-    const auto cover = CoverOfTangle(line, view, area);
-    ASSERT_TRUE(cover);
-    EXPECT_EQ(cover->Runs(), expected.Runs());
+    ASSERT_TRUE(IsTangle(line, view, area));
+    EXPECT_EQ(CoverOf(line, view, area).Runs(), expected.Runs());
   }
   TDataSeries loop;
   AddWay({"loop", 300'000, 0, 1}, loop);
-  EXPECT_FALSE(CoverOfTangle({loop.Points(), {}}, ViewOf({"loop", 0, 0, 1}), area));
+  EXPECT_FALSE(IsTangle({loop.Points(), {}}, ViewOf({"loop", 0, 0, 1}), area));
+}
+
+/// The pixels and those up to `wider` beside them.
+QRegion RegionOf(const LineCover& cover, int wider) {
+  QRegion region;
+  for (const QRect& run : cover.Runs()) region += run.adjusted(-wider, -wider, wider, wider);
+  return region;
+}
+
+// Moved over, drawn nearer or from further off, drawn against another base line: no pixel beside what the line passes.
+TEST(KeptCover, ShowsWhatTheLinePasses) {
+  const QRect area(0, 0, kColumns, kRows);
+  for (const double log : {0, 1}) {
+    TDataSeries series;
+    AddWay({"noisy", 200'000, 0, 1}, series);
+    const ArrivalLine line(series.Points(), PointGaps({1'000, 20'017}, series.LastId()));
+    KeptCover kept;
+    for (const auto& [from, to, zero_value] : {std::array{0.1, 0.6, 0.},
+                                               {0.1, 0.6, 0.},
+                                               {0.12, 0.61, 0.},
+                                               {0.12, 0.5, 0.},
+                                               {0.3, 0.35, 0.},
+                                               {0.31, 0.35, 0.},
+                                               {0.01, 1., 0.},
+                                               {0.01, 1., -0.5}}) {
+      SCOPED_TRACE(testing::Message() << log << ' ' << from << ' ' << to << ' ' << zero_value);
+      ThinningView view = ViewOf({"noisy", 0, from, to, log});
+      view.zero_value = zero_value;
+      const std::optional<LineCover> cover = kept.Of(line, view, area);
+      ASSERT_TRUE(cover);
+      const LineCover& drawn = *cover;
+      const LineCover exact = CoverOf(line, view, area);
+      EXPECT_GT(RegionOf(drawn, 0).boundingRect().width(), kColumns / 4);
+      EXPECT_TRUE((RegionOf(drawn, 0) - RegionOf(exact, 1)).isEmpty());
+      EXPECT_TRUE((RegionOf(exact, 0) - RegionOf(drawn, 1)).isEmpty());
+    }
+  }
 }
 
 }  // namespace
