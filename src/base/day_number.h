@@ -1,6 +1,6 @@
 // Day numbers and the calendar: day 0 is 30 December 1899, the fraction is the time of day. Proleptic Gregorian
 // calendar, years 1 to 9999; zones of texts are turned to UTC. Calendar arithmetic after H. Hinnant, "chrono-Compatible
-// Low-Level Date Algorithms". English names only.
+// Low-Level Date Algorithms". Texts are written with English names.
 #pragma once
 
 #include <array>
@@ -64,6 +64,7 @@ enum class SlashDate { MonthFirst, DayFirst };
 /// mmm dd time yyyy. A time is hh:mm[:ss[.fff]], with am or pm if need be, to 24:00 (behind yyyymmdd also hh, hhmm,
 /// hhmmss), or stands alone: the hours may then run to 9999, as in a time that has passed. Zones: Z, UTC, GMT, +02:00,
 /// +0200, +02, behind the time or the year. Years of two digits behind day and month: 69 to 99 are 19xx, 00 to 68 20xx.
+/// Months may be named in other languages as well, as WithEnglishMonth reads them.
 /// Nothing when the text is none of these or the date does not exist.
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date = SlashDate::MonthFirst);
 

@@ -4,6 +4,7 @@
 
 #include "base/ascii.h"
 #include "base/day_number.h"
+#include "base/month_words.h"
 #include "base/number_text.h"
 
 namespace tarnwick {
@@ -269,7 +270,8 @@ std::optional<double> CompactDate(std::string_view digits) {
 bool TakeMarkOfTime(Scanner& scanner) {
   if (scanner.SkipBlanks()) return true;
   if (scanner.Take(',')) return scanner.SkipBlanks();
-  return scanner.Take('T') || scanner.Take('t') || scanner.Take(':') || scanner.Take('_');
+  return scanner.Take('T') || scanner.Take('t') || scanner.Take(':') || scanner.Take('_') ||
+         scanner.Take('.');
 }
 
 /// `date` with the time behind it, if any; to the end of the text.
@@ -406,13 +408,26 @@ std::optional<double> ReadPeriodBeforeYear(Scanner scanner) {
   return DayOf(FullYear(year), month, {1, 1});
 }
 
+/// ReadMoment, or the first day of a period without zone.
+std::optional<Moment> ReadMomentOrPeriod(std::string_view text, SlashDate slash_date) {
+  if (const std::optional<Moment> moment = ReadMoment(text, slash_date)) return moment;
+  const Scanner scanner(TrimBlanks(text));
+  std::optional<double> period = ReadPeriodOfYear(scanner);
+  if (!period) period = ReadPeriodBeforeYear(scanner);
+  return period ? std::optional(Moment{*period}) : std::nullopt;
+}
+
+std::optional<Moment> ReadInAnyLanguage(std::string_view text, SlashDate slash_date) {
+  if (const std::optional<Moment> moment = ReadMomentOrPeriod(text, slash_date)) return moment;
+  const std::optional<std::string> english = WithEnglishMonth(TrimBlanks(text));
+  return english ? ReadMomentOrPeriod(*english, slash_date) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date) {
-  if (const std::optional<Moment> moment = ReadMoment(text, slash_date)) return moment->day;
-  const Scanner scanner(TrimBlanks(text));
-  const std::optional<double> period = ReadPeriodOfYear(scanner);
-  return period ? period : ReadPeriodBeforeYear(scanner);
+  const std::optional<Moment> moment = ReadInAnyLanguage(text, slash_date);
+  return moment ? std::optional(moment->day) : std::nullopt;
 }
 
 std::optional<double> ParseCompactDay(std::string_view text) {
@@ -426,8 +441,8 @@ std::optional<double> ParseCompactDay(std::string_view text) {
 }
 
 bool HasZone(std::string_view text) {
-  std::optional<Moment> moment = ReadMoment(text, SlashDate::MonthFirst);
-  if (!moment) moment = ReadMoment(text, SlashDate::DayFirst);
+  std::optional<Moment> moment = ReadInAnyLanguage(text, SlashDate::MonthFirst);
+  if (!moment) moment = ReadInAnyLanguage(text, SlashDate::DayFirst);
   return moment && moment->has_zone;
 }
 

@@ -178,8 +178,11 @@ bool ReadsAsTime(JoinedTimeFound& found, Columns columns) {
   AddHalf(found, columns);
   ChooseDateFormat(found, columns);
   if (DatesHoldTimes(found, columns)) return false;
-  const std::size_t rows = RowCount(found, columns);
-  return rows > 0 && CountRead(TimesOf(found, columns)) * 10 >= rows * 9;
+  const auto times = TimesOf(found, columns);
+  // A time at which everything happened is none to plot over.
+  const bool stands = times.size() > 1 && times.front() &&
+                      std::ranges::count(times, times.front()) == std::ssize(times);
+  return !times.empty() && !stands && CountRead(times) * 10 >= times.size() * 9;
 }
 
 /// Columns whose names say that they make a time, from one on.
@@ -276,11 +279,14 @@ std::optional<JoinedTimeFound> FindCompact(std::span<const std::string> names, C
     return std::nullopt;
   }
   JoinedTimeFound alone{{TimePart::Date}, {first}};
-  if (Rise(TimesOf(alone, columns))) return alone;
+  const auto dates = TimesOf(alone, columns);
+  if (Rise(dates)) return alone;
   JoinedTimeFound pair{{TimePart::Date, TimePart::Time}, {first, first + 1}};
   const bool may_pair = first + 1 < columns.size() && HasNoName(names, first + 1);
   if (may_pair && SettleDigits(pair, columns) && Rise(TimesOf(pair, columns))) return pair;
-  return named ? std::optional(alone) : std::nullopt;
+  const bool days_repeat =
+      dates.size() >= kFewestRows && dates.front() != dates.back() && std::ranges::is_sorted(dates);
+  return named || days_repeat ? std::optional(alone) : std::nullopt;
 }
 
 /// How far the steps of rising times are from even, 0 to 1.

@@ -49,6 +49,7 @@ constexpr NameRow kNames[] = {
     {"da", TimePart::Day},
     {"dd", TimePart::Day},
     {"day of month", TimePart::Day},
+    {"dayofmonth", TimePart::Day},
     {"doy", TimePart::DayOfYear},
     {"jday", TimePart::DayOfYear},
     {"yday", TimePart::DayOfYear},

@@ -32,8 +32,9 @@ bool Holds(const std::vector<T>& all, const T& one) {
 
 /// What the rows belong to, which measures nothing.
 bool NamesPlace(std::string_view name) {
-  constexpr std::string_view kWords[] = {"id",   "no",   "number", "code",   "station",
-                                         "site", "wban", "usaf",   "serial", "record"};
+  constexpr std::string_view kWords[] = {"id",   "no",    "number", "code",   "station",
+                                         "site", "wban",  "usaf",   "serial", "record",
+                                         "year", "month", "day",    "hour"};
   return HasWord(name, kWords);
 }
 
@@ -145,6 +146,15 @@ bool IsDecimalYear(const ImportSource& source, std::int32_t column) {
   });
 }
 
+/// Values below zero that are more than marks of no value.
+bool HoldsNegatives(std::vector<double> values) {
+  const std::size_t all = values.size();
+  std::erase_if(values, [](double value) { return value >= 0; });
+  std::ranges::sort(values);
+  const auto [behind, end] = std::ranges::unique(values);
+  return 4 * values.size() > all && behind - values.begin() > 2;
+}
+
 /// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error; "drate" beside "rate" is that of it.
 bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std::int32_t column) {
   constexpr std::string_view kDx[] = {"dx"}, kDy[] = {"dy"}, kX[] = {"x"};
@@ -153,6 +163,7 @@ bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std:
   if (!values.empty() && std::ranges::all_of(values, [](double error) { return error == 0; })) {
     return false;
   }
+  if (HoldsNegatives(values)) return false;
   const bool x_named = HasWord(source.NameOf(chosen.x), kX);
   if (HasWord(name, kDx)) return x_named;
   const auto is_dx = [&](std::int32_t other) { return HasWord(source.NameOf(other), kDx); };
@@ -232,6 +243,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
          [&](std::int32_t column) { return source.GuessOf(column).only_ahead; });
   errors = out.Taken(is_error);
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
+  out.If("telling apart what the rows belong to",
+         [&](std::int32_t column) { return IdentifiesRows(source, column); });
   if (chosen.x >= 0) {
     const std::vector<double>& x = source.GuessOf(chosen.x).values;
     const std::vector<std::string> name = WordsOf(source.NameOf(chosen.x));

@@ -131,13 +131,15 @@ class ErrorGuess {
     const Words after = NamedAfter(name);
     const Words behind_d = WordsBehindD(name);
     const Words beside_err = WordsBesideErr(name);
-    for (const std::int32_t y : chosen_.y) {
+    const auto matches = [&](std::int32_t y) {
       const Words words = WordsOf(source_.NameOf(y));
-      const bool matches = Match(after, words) >= least || Match(behind_d, words) == 2 ||
-                           Match(beside_err, words) == 2;
-      // Of columns with one name each has the next.
-      if (matches && !ErrorsOf(y)->column) return GiveTo(column, y);
-    }
+      return !ErrorsOf(y)->column && (Match(after, words) >= least || Match(behind_d, words) == 2 ||
+                                      Match(beside_err, words) == 2);
+    };
+    // Of columns with one name each has the next; "flow sigma" behind "flow min" and "flow mean" is that of the last.
+    if (least == 1 && IsY(column - 1) && matches(column - 1)) return GiveTo(column, column - 1);
+    const auto found = std::ranges::find_if(chosen_.y, matches);
+    if (found != chosen_.y.end()) GiveTo(column, *found);
   }
   /// "a b err err": as many as the columns before them.
   bool GiveInOrder() {

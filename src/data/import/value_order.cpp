@@ -33,8 +33,8 @@ bool RunsAnew(const std::vector<double>& values) {
   return falls > 0 && kShortest * (falls + 1) <= values.size();
 }
 
-bool StepsEvenly(const std::vector<double>& values) {
-  constexpr double kEven = 1e-6;
+bool StepsEvenly(const std::vector<double>& values, Evenness evenness) {
+  const double kEven = evenness == Evenness::Exact ? 1e-6 : 0.01;
   if (values.size() < 3) return false;
   const double step = values[1] - values[0];
   for (std::size_t i = 2; i < values.size(); ++i) {

@@ -14,8 +14,11 @@ bool IsInNoOrder(const std::vector<double>& values);
 /// They rise several times from where they began, as the days do on which each animal was weighed.
 bool RunsAnew(const std::vector<double>& values);
 
+/// To the last digit, or as far as values are written that were rounded.
+enum class Evenness { Exact, AsWritten };
+
 /// Each is as far from the one before, and not equal to it.
-bool StepsEvenly(const std::vector<double>& values);
+bool StepsEvenly(const std::vector<double>& values, Evenness evenness = Evenness::Exact);
 
 /// More rows than not have the value of the row before.
 bool MostlyStands(const std::vector<double>& values);

@@ -1,6 +1,8 @@
 #include "data/import/x_choice.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,6 +17,9 @@
 
 namespace tarnwick {
 namespace {
+
+constexpr std::size_t kFewestInOrder = 8;
+constexpr std::size_t kFewColumns = 4;
 
 using Columns = std::vector<std::int32_t>;
 
@@ -63,6 +68,29 @@ bool NamesCount(const ImportSource& source, std::int32_t column) {
   return unnamed ? HasNames(source) : HasWord(name, kWords);
 }
 
+/// "1 0.01 573.15": what steps evenly behind it, as nothing else does, was stepped through. A count from 0 may be a time.
+bool StandsBeforeSteps(const ImportSource& source, std::int32_t column) {
+  const Columns numbers = source.NumberColumns();
+  if (numbers.size() < 3 || column != numbers.front() || NamesArgument(source.NameOf(column)) ||
+      source.GuessOf(column).values.front() != 1) {
+    return false;
+  }
+  const auto steps = [&](std::int32_t other) {
+    return StepsEvenly(source.GuessOf(other).values, Evenness::AsWritten);
+  };
+  return steps(numbers[1]) && std::ranges::none_of(std::span(numbers).subspan(2), steps);
+}
+
+bool NamesIdentity(std::string_view name) {
+  constexpr std::string_view kNames[] = {"object", "objid", "objectid", "sourceid", "kic",
+                                         "epic",   "hip",   "hd",       "star",     "uid",
+                                         "uuid",   "guid",  "hash",     "barcode",  "patient"};
+  const std::vector<std::string> words = WordsOf(name);
+  if (words.empty()) return false;
+  return words.back() == "id" ||
+         (words.size() == 1 && std::ranges::find(kNames, words.front()) != std::end(kNames));
+}
+
 /// The first column holds texts, another one in each row: the rows are labelled.
 bool HasRowLabels(const ImportSource& source) {
   constexpr std::size_t kFewest = 3;
@@ -84,7 +112,21 @@ bool LeavesOutX(const ImportSource& source) {
 }  // namespace
 
 bool CountsRows(const ImportSource& source, std::int32_t column) {
-  return source.GuessOf(column).CountsRows() && NamesCount(source, column);
+  return source.GuessOf(column).CountsRows() &&
+         (NamesCount(source, column) || StandsBeforeSteps(source, column));
+}
+
+bool IdentifiesRows(const ImportSource& source, std::int32_t column) {
+  constexpr std::size_t kFewest = 3;
+  const ColumnGuess& guess = source.GuessOf(column);
+  if (guess.is_date || guess.values.size() < kFewest || !NamesIdentity(source.NameOf(column))) {
+    return false;
+  }
+  if (IsMonotone(guess.values)) return false;
+  std::vector<double> values = guess.values;
+  std::ranges::sort(values);
+  return values.front() >= 0 && std::ranges::adjacent_find(values) == values.end() &&
+         std::ranges::all_of(values, [](double value) { return value == std::floor(value); });
 }
 
 bool HoldsSeriesInRows(const ImportSource& source) {
@@ -108,7 +150,10 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   Columns counts;
   for (const std::int32_t column : numbers) {
     const ColumnGuess& guess = source.GuessOf(column);
-    if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column))) continue;
+    if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column)) ||
+        (IdentifiesRows(source, column) && !CountsRows(source, column))) {
+      continue;
+    }
     (CountsRows(source, column) ? counts : varying).push_back(column);
   }
   std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
@@ -142,6 +187,15 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   const bool counts_steps =
       time != kRowNumberColumn && MostlyStands(source.GuessOf(varying.front()).values);
   const bool labelled = HasRowLabels(source);
+  // Of few columns the one that rises in every row is what the others were taken over; of many some do by chance.
+  const std::int32_t ordered = first([&](std::int32_t column) {
+    const std::vector<double>& values = source.GuessOf(column).values;
+    return values.size() >= kFewestInOrder && IsMonotone(values) &&
+           values.size() >= source.GuessOf(varying.front()).values.size() &&
+           std::ranges::adjacent_find(values) == values.end();
+  });
+  const bool in_order = ordered != kRowNumberColumn && !labelled && varying.size() <= kFewColumns &&
+                        IsInNoOrder(source.GuessOf(varying.front()).values);
   if (HoldsSeriesInRows(source) && (labelled || !rises(varying.front()))) return kRowNumberColumn;
   const auto is_argument = [&](std::int32_t column) {
     return NamesArgument(source.NameOf(column)) || StepsEvenly(source.GuessOf(column).values);
@@ -155,6 +209,7 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   const bool stands = MostlyStands(source.GuessOf(varying.front()).values);
   if (first_rises && (anew == kRowNumberColumn || !stands)) return varying.front();
   if (time != kRowNumberColumn) return time;
+  if (in_order) return ordered;
   if (anew != kRowNumberColumn) return anew;
   if (!labelled) return varying.front();
   return first(

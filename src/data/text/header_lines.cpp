@@ -151,6 +151,7 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
                CountFields(above[place], layout, columns + 1) == columns &&
                AreNames(SplitNames(above[place], layout, columns).value_or(Names()), above[place]);
       });
+  const Preamble preamble = places.size() == 1 ? Preamble::None : Preamble::Some;
   for (const std::size_t place : places) {
     const bool comment = !IsDataLine(above[place], layout);
     comments += comment ? 1 : 0;
@@ -173,7 +174,7 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     // Only right above the rows one name may be missing, that of their labels.
     const bool lacks_first = names && names->front().empty() && !nearest && !head.HasNames();
     if (names && !setting && !lacks_first && !IsSparse(*names, layout) && !far && !cut_short &&
-        AreNames(*names, above[place])) {
+        AreNames(*names, above[place], preamble)) {
       if (!head.Take(place, *names)) break;
     } else if (head.HasNames()) {
       break;

@@ -90,6 +90,23 @@ ListedNames LoopNames(Lines above, const TextLayout& layout) {
   return listed;
 }
 
+/// The words between "BEGIN_DATA_FORMAT" and "END_DATA_FORMAT".
+ListedNames FormatNames(Lines above, const TextLayout& layout) {
+  ListedNames listed;
+  bool within = false;
+  for (const std::string_view whole : above) {
+    std::string_view line = TrimBlankBytes(whole);
+    within = within && !line.starts_with("END_DATA_FORMAT");
+    while (within && !line.empty()) {
+      const std::string_view word = line.substr(0, line.find_first_of(" \t"));
+      listed.names.push_back(NameText(word, layout));
+      line = TrimBlankBytes(line.substr(word.size()));
+    }
+    within = within || line.starts_with("BEGIN_DATA_FORMAT");
+  }
+  return listed;
+}
+
 /// A setting's name without what joins its words, and its value: "x-Unit;Hz;".
 std::pair<std::string, std::string_view> KeyAndValue(std::string_view line) {
   const std::size_t end = line.find_first_of("=:,;\t");
@@ -127,7 +144,8 @@ ListedNames AxisNames(Lines above, const TextLayout& layout) {
 
 std::optional<ListedNames> FindHeaderNames(Lines above, const TextLayout& layout,
                                            std::int32_t columns) {
-  for (const auto find : {&CurveNames, &LegendNames, &AttributeNames, &LoopNames, &AxisNames}) {
+  for (const auto find :
+       {&CurveNames, &LegendNames, &AttributeNames, &LoopNames, &FormatNames, &AxisNames}) {
     ListedNames listed = find(above, layout);
     const bool all = listed.names.size() == static_cast<std::size_t>(columns) && columns > 1 &&
                      std::ranges::none_of(listed.names, &std::string::empty);

@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t kLongestUnit = 16;
 constexpr std::size_t kFewestOfTable = 6;
+constexpr std::size_t kFewestCutTightly = 3;
 constexpr std::size_t kNamesPerWord = 8;  // of a sentence that may be a name among them
 
 using Names = std::vector<std::string>;
@@ -61,9 +62,21 @@ bool HoldsWordOfSentence(std::string_view name) {
   return false;
 }
 
+/// Cut by tabs, semicolons, bars or commas without a blank behind any of them, as no sentence is.
+bool IsCutTightly(std::string_view line, std::size_t names) {
+  return std::ranges::any_of(std::string_view("\t;|,"), [&](char separator) {
+    std::size_t cuts = 0;
+    for (std::size_t i = line.find(separator); i != line.npos; i = line.find(separator, i + 1)) {
+      if (i + 1 < line.size() && line[i + 1] == ' ') return false;
+      ++cuts;
+    }
+    return cuts + 1 == names;
+  });
+}
+
 /// True when words of a sentence are among the names. Between commas or tabs "on" and "set" are names like others, and so is
 /// "in" among many; as many commas as this are in no sentence, so that "Temperature of the inlet" is a name there.
-bool HoldsSentence(const Names& names, std::string_view line) {
+bool HoldsSentence(const Names& names, std::string_view line, Preamble preamble) {
   const bool by_blanks = line.find_first_of(",;\t|") == line.npos;
   const auto count = [&names](auto is) {
     return static_cast<std::size_t>(std::ranges::count_if(names, is));
@@ -77,8 +90,11 @@ bool HoldsSentence(const Names& names, std::string_view line) {
   });
   const bool address =
       count([](const std::string& name) { return name.find("://") != name.npos; }) > 0;
-  const bool table = !by_blanks && names.size() >= kFewestOfTable &&
-                     std::ranges::none_of(names, &std::string::empty);
+  const std::size_t fewest = !IsCutTightly(line, names.size()) ? kFewestOfTable
+                             : preamble == Preamble::None      ? 2
+                                                               : kFewestCutTightly;
+  const bool table =
+      !by_blanks && names.size() >= fewest && std::ranges::none_of(names, &std::string::empty);
   // Nor does a sentence end each of its parts with a unit.
   const bool units = !by_blanks && std::ranges::all_of(names, [](const std::string& name) {
     return name.ends_with(')') || name.ends_with(']');
@@ -158,7 +174,7 @@ bool IsRule(std::string_view line) {
                      [&](char c) { return kStrokes.find(c) != kStrokes.npos; });
 }
 
-bool AreNames(const Names& names, std::string_view line) {
+bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
   if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
   if (AreNumbersAcross(names)) return true;
   std::size_t filled = 0;
@@ -173,7 +189,7 @@ bool AreNames(const Names& names, std::string_view line) {
   if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
       AreMeasured(names, line) || MarksSection(names))
     return false;
-  return (!HoldsSentence(names, line) || AreArgumentAndData(names)) &&
+  return (!HoldsSentence(names, line, preamble) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
 }
 

@@ -11,9 +11,13 @@ namespace tarnwick {
 /// "-----  ----" or "=+=": a rule between head and rows, no names.
 bool IsRule(std::string_view line);
 
+/// What stands above the rows beside a line.
+enum class Preamble { None, Some };
+
 /// True when the fields of this line may name columns: most are texts, some may be numbers, years for instance. Sentences
-/// and rules do not.
-bool AreNames(const std::vector<std::string>& names, std::string_view line);
+/// and rules do not; where a preamble may hold sentences, phrases are taken for names only where nothing else is cut so.
+bool AreNames(const std::vector<std::string>& names, std::string_view line,
+              Preamble preamble = Preamble::Some);
 
 /// "Operator: Smith", "Values;201", "Date;14.3.2024;12:05": what is told of a measurement, in as many fields as the rows have.
 bool AreSetting(const std::vector<std::string>& names);
