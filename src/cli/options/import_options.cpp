@@ -40,11 +40,11 @@ std::optional<ColumnFormat> FormatNamed(const std::string& text) {
 std::string Unescaped(const std::string& text) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\\' && i + 1 < text.size() && (text[i + 1] == 't' || text[i + 1] == '\\')) {
-      result += text[++i] == 't' ? '\t' : '\\';
-    } else {
-      result += text[i];
-    }
+    constexpr std::string_view kMarks = "tn\\", kMeant = "\t\n\\";
+    const std::size_t mark =
+        text[i] == '\\' && i + 1 < text.size() ? kMarks.find(text[i + 1]) : kMarks.npos;
+    result += mark == kMarks.npos ? text[i] : kMeant[mark];
+    i += mark == kMarks.npos ? 0 : 1;
   }
   return result;
 }
@@ -161,7 +161,9 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
       .Add("--missing", arguments.missing,
            "Texts and numbers that stand for no value, with blanks between")
       .Group(group);
-  command.Add("--separators", arguments.separators, "Characters between columns, \\t is the tab")
+  command
+      .Add("--separators", arguments.separators,
+           "Characters between columns, \\t is the tab; with \\n rows go on from line to line")
       .Group(group);
   command.Add("--markers", arguments.markers, "Characters that quote a column").Group(group);
   command

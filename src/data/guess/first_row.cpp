@@ -170,12 +170,49 @@ std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
   return from;
 }
 
+namespace {
+
+/// Alike but for empty fields at the end, and for values that are missing.
+bool AreAlikeButForEnds(std::span<const FieldKind> one, std::span<const FieldKind> other) {
+  const std::size_t shared = std::min(one.size(), other.size());
+  const auto is_empty = [](FieldKind kind) { return kind == FieldKind::Empty; };
+  const auto alike = [](FieldKind kind, FieldKind same) {
+    return kind == same || kind == FieldKind::Placeholder || same == FieldKind::Placeholder;
+  };
+  return shared > 0 && std::ranges::any_of(one, &IsValue) &&
+         std::ranges::all_of(one.subspan(shared), is_empty) &&
+         std::ranges::all_of(other.subspan(shared), is_empty) &&
+         std::ranges::equal(one.first(shared), other.first(shared), alike);
+}
+
+/// Rows above the first that end in another number of separators: the table was found where most end alike.
+std::size_t WithRowsOfOtherEnds(std::span<const std::string_view> lines, std::size_t first,
+                                const TextLayout& layout) {
+  const std::vector<FieldKind> kinds = KindsOf(lines[first], layout);
+  bool other_ends = false;
+  for (std::size_t i = first; i > 0; --i) {
+    if (!IsDataLine(lines[i - 1], layout)) return first;
+    const std::vector<FieldKind> above = KindsOf(lines[i - 1], layout);
+    other_ends = other_ends || above.size() != kinds.size();
+    if (!other_ends || !AreAlikeButForEnds(above, kinds)) return first;
+    first = i - 1;
+  }
+  return first;
+}
+
+}  // namespace
+
 std::size_t WithRaggedRowsAbove(std::span<const std::string_view> lines, std::size_t first,
                                 const TextLayout& layout) {
+  first = WithRowsOfOtherEnds(lines, first, layout);
   const std::vector<FieldKind> kinds = KindsOf(lines[first], layout);
   std::size_t ragged_fields = 0;
   for (std::size_t i = first; i > 0 && first - i <= kMostRaggedRows; --i) {
-    if (!IsDataLine(lines[i - 1], layout)) return first;
+    if (!IsDataLine(lines[i - 1], layout)) {
+      // "  H     1<tab>0<tab>-3.7" above "D<tab>1<tab>1<tab>6.6": with a label as the others have.
+      const bool labelled = kinds.front() == FieldKind::Text && i < first;
+      return labelled ? i : first;
+    }
     const std::vector<FieldKind> above = KindsOf(lines[i - 1], layout);
     const bool names = std::ranges::none_of(above, &IsValue) && above.size() == ragged_fields;
     if (names) return i;

@@ -8,6 +8,7 @@
 #include "data/guess/format_guess_cuts.h"
 #include "data/guess/format_guess_gaps.h"
 #include "data/guess/format_guess_lines.h"
+#include "data/guess/labelled_table.h"
 #include "data/guess/separators_guess.h"
 #include "data/guess/table_search.h"
 #include "data/text/column_cuts.h"
@@ -104,9 +105,25 @@ class Guess {
     }
     if (choose && blanks && format_.merge_separators) TakeGappedTable();
     if (hints_.header_lines) return true;
-    const FoundTable* const best = HeaviestTable(tables_);
+    const FoundTable* best = HeaviestTable(tables_);
     format_.is_table = best != nullptr && IsWorthIt(*best);
+    if (!format_.is_table && choose && TakeLabelledTable()) best = &tables_.front();
     return format_.is_table && best->rows >= kFewRows;
+  }
+
+  /// Where nothing else is a table, and the whole text can be seen to be one.
+  bool TakeLabelledTable() {
+    TextFormat by_blanks = format_;
+    by_blanks.separators = " \t";
+    by_blanks.merge_separators = true;
+    if (!lines_.whole) return false;
+    const auto found = FindLabelledTable(lines_.first, LayoutOf(by_blanks, line_end_));
+    if (!found) return false;
+    format_.separators = by_blanks.separators;
+    format_.merge_separators = true;
+    tables_ = {*found};
+    format_.is_table = true;
+    return true;
   }
 
   void DropRemarks() {

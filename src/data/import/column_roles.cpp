@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "base/word_list.h"
+#include "data/import/constant_columns.h"
 #include "data/import/error_columns.h"
 #include "data/import/import_file.h"
 #include "data/import/name_words.h"
@@ -14,6 +15,7 @@
 #include "data/import/values_in_turn.h"
 #include "data/import/x_choice.h"
 #include "data/text/text_fields.h"
+#include "data/text/turned_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -202,7 +204,9 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   } else if (numbers.size() > 1) {
     chosen.x = ChooseX(source, numbers);
     const bool rises = chosen.x >= 0 && IsMonotone(source.GuessOf(chosen.x).values);
-    if (!rises && HoldsValuesInTurn(source)) chosen.x = kRowNumberColumn;
+    // Of rows that were turned the first is X where it rises; values in turn have none.
+    const bool along = TurnsRows(source.info) || HoldsValuesInTurn(source) != ValuesInTurn::No;
+    if (!rises && along) chosen.x = kRowNumberColumn;
   }
   const auto is_error = [&](std::int32_t column) { return IsErrorColumn(source, chosen, column); };
   Columns errors;
@@ -230,7 +234,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
         "columns are called by numbers or dates: each row holds a series, which is shown column by "
         "column");
   }
-  if (!options.x_column && HoldsValuesInTurn(source)) {
+  if (!options.x_column && !TurnsRows(source.info) &&
+      HoldsValuesInTurn(source) != ValuesInTurn::No) {
     chosen.notes.emplace_back(
         "the values of a row seem to go on in the next, as one curve: they are shown column by "
         "column");
@@ -258,12 +263,15 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     out.If("dates", [&](std::int32_t column) { return IsDecimalYear(source, column); });
   }
   // Of few columns a constant one is wanted: a set point beside what was measured.
-  const auto constant = [&](std::int32_t column) {
+  Columns standing;
+  std::ranges::copy_if(chosen.y, std::back_inserter(standing), [&](std::int32_t column) {
     const ColumnGuess& guess = source.GuessOf(column);
     const bool alone = guess.values.size() == 1 && !source.samples.empty() &&
                        source.samples.front().size() >= kRowsAboutOne;
     return alone || guess.IsConstant();
-  };
+  });
+  standing = ConstantThroughout(source, std::move(standing));
+  const auto constant = [&](std::int32_t column) { return Holds(standing, column); };
   Columns constants = out.Taken([&](std::int32_t column) {
     return constant(column) &&
            (NamesPlace(source.NameOf(column)) || NamesErrors(source.NameOf(column)));

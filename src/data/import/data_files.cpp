@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ascii.h"
 #include "base/number_text.h"
 #include "data/guess/format_notes.h"
 #include "data/import/column_meaning.h"
@@ -10,10 +11,12 @@
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
 #include "data/import/load_run.h"
+#include "data/import/values_in_turn.h"
 #include "data/text/field_kind.h"
 #include "data/text/number_names.h"
 #include "data/text/text_names.h"
 #include "data/text/text_supplier.h"
+#include "data/text/turned_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -90,6 +93,42 @@ void NoteLackingNames(ImportSource& source) {
                          ": names may stand over the wrong columns");
 }
 
+/// Reads rows that hold curves along the line anew, turned.
+void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions& options,
+              ImportSource& source) {
+  TDSInfo& info = source.info;
+  const char separator = info.TextSeparators.front();
+  const bool labelled = !source.samples.empty() && !source.samples.front().empty() &&
+                        std::ranges::any_of(source.samples.front().front(), &IsLetter) &&
+                        !source.columns.front().has_numbers;
+  if (!TurnsRows(info)) info.TextSeparators += '\n';
+  // Of turned rows the labels are the first.
+  info.NamesLine = options.names_line.value_or(labelled ? info.FileHasHeaders + 1 : kNoNamesLine);
+  info.UnitsLine = 0;
+  const std::string turned = TurnedText(text->Text(), info, text->LineEnd());
+  GuessHints hints = HintsOf(options);
+  hints.separators = info.TextSeparators;
+  hints.merge_separators = info.MergeSeparators;
+  hints.header_lines = info.FileHasHeaders;
+  hints.comment_marks = info.CommentMarks;
+  hints.column_width.reset();
+  hints.column_cuts = "";
+  TextFormat format = GuessTextFormat(turned, hints);
+  source.columns = std::move(format.columns);
+  source.samples = std::move(format.samples);
+  source.supplier = std::make_unique<TTxtSupplier>(info, text);
+  source.columns.resize(source.supplier->ColumnNames().size());
+  source.samples.resize(source.columns.size());
+  if (options.separators) return;
+  source.notes.emplace_back(
+      source.columns.size() == 1
+          ? "the values of a row go on in the next, as one curve: they are read in turn"
+          : "each of the few long rows holds a series: they are read as columns");
+  source.notes.back() += std::string(" (--separators \"") +
+                         (separator == '\t' ? "\\t" : std::string(1, separator)) +
+                         "\" reads rows as they stand)";
+}
+
 }  // namespace
 
 std::unique_ptr<TDataSupplier> OpenDataFile(const TDSInfo& info, Progress& progress) {
@@ -133,6 +172,11 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   // Rows may have fields beyond the columns that the lines looked at for them have.
   source.columns.resize(source.supplier->ColumnNames().size());
   source.samples.resize(source.columns.size());
+  const bool stated = options.separators || options.width || options.x_column;
+  if (TurnsRows(source.info) ||
+      (!stated && options.y_columns.empty() && HoldsValuesInTurn(source) == ValuesInTurn::Sure)) {
+    TurnRows(text, options, source);
+  }
   NoteLackingNames(source);
   SettleTimes(options, source);
   SettleMissingValues(options, source);

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
+#include <numeric>
+#include <optional>
 #include <vector>
 
+#include "base/quantile.h"
 #include "data/import/value_order.h"
+#include "data/text/field_value.h"
 #include "data/text/text_names.h"
+#include "data/text/turned_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -15,14 +19,9 @@ constexpr std::size_t kFewestRows = 8;
 constexpr std::size_t kFewestValues = 3;  // on a line
 constexpr double kNearer = 0.7;           // along a line than down the columns
 constexpr double kAsNear = 2;
+constexpr double kSurelyAsNear = 1.25;  // less than what is nearer is down the columns
 
-using Columns = std::span<const ColumnGuess>;
-
-std::size_t RowsOf(Columns columns) {
-  std::size_t rows = columns.front().values.size();
-  for (const ColumnGuess& column : columns) rows = std::min(rows, column.values.size());
-  return rows;
-}
+using Rows = std::vector<std::vector<double>>;
 
 /// "0", "8", "16" ahead of eight values each.
 bool IsAddress(const ColumnGuess& first, std::size_t values) {
@@ -30,29 +29,57 @@ bool IsAddress(const ColumnGuess& first, std::size_t values) {
          std::abs(first.values[1] - first.values[0]) == static_cast<double>(values);
 }
 
-/// How far values are from their neighbours on the line, on the next line where one ends, and below.
+/// The first rows, each as far as it has numbers.
+Rows RowsOf(const ImportSource& source) {
+  Rows rows(source.samples.empty() ? 0 : source.samples.front().size());
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    for (std::size_t i = 0; i < source.samples.size(); ++i) {
+      if (row >= source.samples[i].size()) break;
+      const std::optional<double> value =
+          FieldValue(source.samples[i][row], source.columns[i].format);
+      if (!value) break;
+      rows[row].push_back(*value);
+    }
+  }
+  std::erase_if(rows, [](const std::vector<double>& row) { return row.empty(); });
+  return rows;
+}
+
+double MeanOf(std::vector<double>& values) {
+  return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
+}
+double MiddleOf(std::vector<double>& values) {
+  return MedianOf(values);
+}
+
+/// How far values are from their neighbours: on the line, on the next line where one ends, and below.
 struct Distances {
   double along = 0;
   double over_ends = 0;
   double down = 0;
 };
 
-Distances DistancesOf(Columns columns, std::size_t rows) {
-  Distances sum;
-  const auto value = [columns](std::size_t column, std::size_t row) {
-    return columns[column].values[row];
-  };
-  const std::size_t count = columns.size();
-  for (std::size_t row = 0; row + 1 < rows; ++row) {
-    for (std::size_t i = 0; i < count; ++i) {
-      if (i > 0) sum.along += std::abs(value(i, row) - value(i - 1, row));
-      sum.down += std::abs(value(i, row + 1) - value(i, row));
+Distances DistancesOf(const Rows& rows, double (*typical)(std::vector<double>&)) {
+  std::vector<double> along, over_ends, down;
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    const std::vector<double>& values = rows[row];
+    for (std::size_t i = 1; i < values.size(); ++i) {
+      along.push_back(std::abs(values[i] - values[i - 1]));
     }
-    sum.over_ends += std::abs(value(0, row + 1) - value(count - 1, row));
+    if (row + 1 == rows.size()) break;
+    const std::vector<double>& next = rows[row + 1];
+    over_ends.push_back(std::abs(next.front() - values.back()));
+    for (std::size_t i = 0; i < std::min(values.size(), next.size()); ++i) {
+      down.push_back(std::abs(next[i] - values[i]));
+    }
   }
-  const auto steps = static_cast<double>(rows - 1);
-  return {sum.along / (steps * static_cast<double>(count - 1)), sum.over_ends / steps,
-          sum.down / (steps * static_cast<double>(count))};
+  if (along.empty() || down.empty()) return {};
+  return {typical(along), typical(over_ends), typical(down)};
+}
+
+bool GoOn(const Distances& distances, double as_near) {
+  return distances.along < kNearer * distances.down &&
+         distances.over_ends <= as_near * distances.along;
 }
 
 bool IsUnnamed(const ImportSource& source) {
@@ -63,19 +90,37 @@ bool IsUnnamed(const ImportSource& source) {
   return true;
 }
 
+/// A row or a few of them, so long that each is a curve; the first field may label it.
+bool AreLongRows(const ImportSource& source) {
+  constexpr std::size_t kFewestOfOne = 16;
+  const std::size_t rows = source.samples.empty() ? 0 : source.samples.front().size();
+  const auto numbers =
+      static_cast<std::size_t>(std::ranges::count_if(source.columns, &ColumnGuess::has_numbers));
+  const std::size_t columns = source.columns.size();
+  return rows > 0 && rows <= kFewLongRows && columns >= kFewestOfOne &&
+         columns >= kFieldsPerLongRow * rows && numbers + 1 >= columns;
+}
+
 }  // namespace
 
-bool HoldsValuesInTurn(const ImportSource& source) {
-  const Columns columns = source.columns;
+ValuesInTurn HoldsValuesInTurn(const ImportSource& source) {
   const auto is_number = [](const ColumnGuess& column) {
     return column.has_numbers && !column.is_date;
   };
-  if (columns.size() < kFewestValues || !std::ranges::all_of(columns, is_number)) return false;
-  if (!IsUnnamed(source) || RowsOf(columns) < kFewestRows) return false;
-  if (columns.size() > kFewestValues && IsAddress(columns.front(), columns.size() - 1)) return true;
-  const Distances distances = DistancesOf(columns, RowsOf(columns));
-  return distances.along < kNearer * distances.down &&
-         distances.over_ends <= kAsNear * distances.along;
+  if (!IsUnnamed(source)) return ValuesInTurn::No;
+  if (AreLongRows(source)) return ValuesInTurn::Sure;
+  const std::vector<ColumnGuess>& columns = source.columns;
+  if (columns.size() < kFewestValues || !std::ranges::all_of(columns, is_number)) {
+    return ValuesInTurn::No;
+  }
+  if (columns.size() > kFewestValues && IsAddress(columns.front(), columns.size() - 1)) {
+    return ValuesInTurn::Likely;
+  }
+  const Rows rows = RowsOf(source);
+  if (rows.size() < kFewestRows) return ValuesInTurn::No;
+  // Curves may jump from block to block, which moves the mean and not the middle.
+  if (GoOn(DistancesOf(rows, &MiddleOf), kSurelyAsNear)) return ValuesInTurn::Sure;
+  return GoOn(DistancesOf(rows, &MeanOf), kAsNear) ? ValuesInTurn::Likely : ValuesInTurn::No;
 }
 
 }  // namespace tarnwick

@@ -19,15 +19,20 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kFewestInOrder = 8;
-constexpr std::size_t kFewColumns = 4;
 
 using Columns = std::vector<std::int32_t>;
 
 /// What is swept or scanned, against which the rest was measured.
 bool NamesScan(std::string_view name) {
   constexpr std::string_view kWords[] = {"freq",        "frequency", "wavelength", "wavenumber",
-                                         "wavenumbers", "2theta",    "twotheta",   "x"};
-  return HasWord(name, kWords) || LowerAscii(name).starts_with("m/z");
+                                         "wavenumbers", "2theta",    "twotheta"};
+  // "x_cool" is something else.
+  const std::vector<std::string> words = WordsOf(name.substr(0, name.find_first_of("[(")));
+  constexpr std::string_view kOfX[] = {"value", "axis", "pos", "position", "coord",
+                                       "mm",    "m",    "nm",  "um"};
+  const bool x = !words.empty() && words.front() == "x" &&
+                 (words.size() == 1 || std::ranges::find(kOfX, words[1]) != std::end(kOfX));
+  return x || HasWord(name, kWords) || LowerAscii(name).starts_with("m/z");
 }
 
 bool NamesTime(std::string_view name) {
@@ -68,7 +73,19 @@ bool NamesCount(const ImportSource& source, std::int32_t column) {
   return unnamed ? HasNames(source) : HasWord(name, kWords);
 }
 
-/// "1 0.01 573.15": what steps evenly behind it, as nothing else does, was stepped through. A count from 0 may be a time.
+bool HasTwoValues(const std::vector<double>& values) {
+  if (values.size() < kFewestInOrder) return false;
+  const auto [low, high] = std::ranges::minmax(values);
+  return std::ranges::all_of(values, [&](double value) { return value == low || value == high; });
+}
+
+bool RisesThroughout(const std::vector<double>& values) {
+  return values.size() > 2 && IsMonotone(values) &&
+         std::ranges::adjacent_find(values) == values.end();
+}
+
+/// "1 0.01 573.15": what steps evenly behind it, as nothing else does, was stepped through; without names what rises or falls
+/// in every row was. A count from 0 may be a time.
 bool StandsBeforeSteps(const ImportSource& source, std::int32_t column) {
   const Columns numbers = source.NumberColumns();
   if (numbers.size() < 3 || column != numbers.front() || NamesArgument(source.NameOf(column)) ||
@@ -78,6 +95,9 @@ bool StandsBeforeSteps(const ImportSource& source, std::int32_t column) {
   const auto steps = [&](std::int32_t other) {
     return StepsEvenly(source.GuessOf(other).values, Evenness::AsWritten);
   };
+  if (!HasNames(source) && RisesThroughout(source.GuessOf(numbers[1]).values)) {
+    return !steps(numbers[1]) || std::ranges::none_of(std::span(numbers).subspan(2), steps);
+  }
   return steps(numbers[1]) && std::ranges::none_of(std::span(numbers).subspan(2), steps);
 }
 
@@ -159,6 +179,12 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
     return LowerAscii(source.NameOf(column)) != "y";
   });
+  // Sex, death, group: what tells two kinds of rows apart.
+  if (varying.size() > 2 && HasNames(source)) {
+    std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
+      return !HasTwoValues(source.GuessOf(column).values);
+    });
+  }
   const auto first = [&](auto is) {
     const auto found = std::ranges::find_if(varying, is);
     return found == varying.end() ? kRowNumberColumn : *found;
@@ -187,14 +213,15 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   const bool counts_steps =
       time != kRowNumberColumn && MostlyStands(source.GuessOf(varying.front()).values);
   const bool labelled = HasRowLabels(source);
-  // Of few columns the one that rises in every row is what the others were taken over; of many some do by chance.
+  // Rows may have been put in the order of what was found: what rises in even steps or is called so is more.
   const std::int32_t ordered = first([&](std::int32_t column) {
     const std::vector<double>& values = source.GuessOf(column).values;
-    return values.size() >= kFewestInOrder && IsMonotone(values) &&
+    return values.size() >= kFewestInOrder && RisesThroughout(values) &&
            values.size() >= source.GuessOf(varying.front()).values.size() &&
-           std::ranges::adjacent_find(values) == values.end();
+           ((StepsEvenly(values, Evenness::AsWritten) && !source.GuessOf(column).CountsRows()) ||
+            NamesArgument(source.NameOf(column)));
   });
-  const bool in_order = ordered != kRowNumberColumn && !labelled && varying.size() <= kFewColumns &&
+  const bool in_order = ordered != kRowNumberColumn && !labelled &&
                         IsInNoOrder(source.GuessOf(varying.front()).values);
   if (HoldsSeriesInRows(source) && (labelled || !rises(varying.front()))) return kRowNumberColumn;
   const auto is_argument = [&](std::int32_t column) {

@@ -176,8 +176,8 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     if (names && !setting && !lacks_first && !IsSparse(*names, layout) && !far && !cut_short &&
         AreNames(*names, above[place], preamble)) {
       if (!head.Take(place, *names)) break;
-    } else if (head.HasNames()) {
-      break;
+    } else if (head.HasNames() || (columns == 1 && comment)) {
+      break;  // over a single column any line would do
     } else if (!comment) {
       ++others;
     }

@@ -56,6 +56,8 @@ bool HoldsWordOfSentence(std::string_view name) {
   if (!name.empty() && IsDigit(name.front())) return false;
   while (!name.empty()) {
     const std::string_view word = name.substr(0, name.find(' '));
+    // In other letters it is arsenic.
+    if (word == "as") return true;
     if (std::ranges::find(kWords, LowerAscii(word)) != std::end(kWords)) return true;
     name = TrimBlankBytes(name.substr(word.size()));
   }
@@ -165,6 +167,46 @@ bool AreAssignments(const Names& names) {
   return !one_key && 2 * keys.size() > names.size();
 }
 
+/// "1400. 3.6" between wide blanks
+bool IsRowOfNumbers(const std::string& name) {
+  std::string_view rest = name;
+  std::size_t words = 0;
+  for (; !rest.empty(); ++words) {
+    const std::string_view word = rest.substr(0, rest.find(' '));
+    if (!ParseNumber(word)) return false;
+    rest = TrimBlankBytes(rest.substr(word.size()));
+  }
+  return words > 1;
+}
+
+/// What stands between blanks and tells of the file: "Street, Boston, MA  02110, USA", "save('t.txt')", "% Jane Doe 1997",
+/// "begin data.", "@TYPE xy", "10 sizes", "# units Angstroms".
+bool TellOfFile(const Names& names, std::string_view line) {
+  const std::string& first = names.front();
+  const std::string& last = names.back();
+  if (first.starts_with('@') || (names.size() == 2 && LowerAscii(first) == "units")) return true;
+  const auto is_code = [](const std::string& name) { return name.find("('") != name.npos; };
+  if (std::ranges::any_of(names, is_code) || std::ranges::any_of(names, &IsRowOfNumbers)) {
+    return true;
+  }
+  if (line.find_first_of("\t;|") != line.npos || names.size() < 2) return false;
+  const auto is_list = [](const std::string& name) {
+    const std::size_t comma = name.find(", ");
+    return comma != name.npos && name.find_first_of("([\"") > comma;
+  };
+  if (std::ranges::any_of(names, is_list)) return true;
+  const auto numbers = std::ranges::count_if(
+      names, [](const std::string& name) { return KindOfField(name) == FieldKind::Number; });
+  const std::string_view text = TrimBlankBytes(line);
+  const bool plain = text.empty() || IsLetter(text.front()) || IsDigit(text.front());
+  const bool by_blanks = line.find(',') == line.npos;
+  if (by_blanks && numbers == 1 && (plain ? first == "0" || ParseInteger(first) : IsYear(last))) {
+    return names.size() == 2 || !plain;
+  }
+  const auto ends = [](const std::string& name) { return name.ends_with('.'); };
+  return by_blanks && last.size() > 3 && std::ranges::count_if(names, ends) == 1 && ends(last);
+}
+
 }  // namespace
 
 bool IsRule(std::string_view line) {
@@ -187,7 +229,7 @@ bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
     numbers_ahead += kind == FieldKind::Number && texts == 0 ? 1 : 0;
   }
   if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
-      AreMeasured(names, line) || MarksSection(names))
+      AreMeasured(names, line) || MarksSection(names) || TellOfFile(names, line))
     return false;
   return (!HoldsSentence(names, line, preamble) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
@@ -213,6 +255,11 @@ bool AreSetting(const Names& names) {
   if (std::ranges::any_of(filled, is_mark)) return true;
   const auto keys = std::ranges::count_if(filled, EndsLikeKey);
   if (filled.size() > 1 && EndsLikeKey(filled.front()) && keys == 1) return true;
+  // "intensity (dB): 76.4"
+  const std::size_t colon = filled.size() == 1 ? filled.front().find(": ") : std::string::npos;
+  if (colon != std::string::npos && IsValue(KindOfField(filled.front().substr(colon + 2)))) {
+    return true;
+  }
   if (filled.size() < 2 || filled.size() > kMostFilled) return false;
   if (KindOfField(filled.front()) != FieldKind::Text) return false;
   if (filled.size() > 2 && filled[1] == "1" && filled[2] == "2") return false;

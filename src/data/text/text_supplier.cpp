@@ -8,6 +8,7 @@
 #include "data/text/row_pipeline.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
+#include "data/text/turned_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -17,6 +18,11 @@ constexpr std::size_t kPlacesLookedAt = 16;
 constexpr std::size_t kBytesOfPlace = 65536;
 constexpr std::int64_t kMostRows = std::numeric_limits<std::int32_t>::max() - 1;
 
+std::shared_ptr<const TextSource> Turned(const TextSource& source, const TDSInfo& info) {
+  return std::make_shared<const TextSource>(TurnedText(source.Text(), info, source.LineEnd()),
+                                            source.Name());
+}
+
 std::int32_t RowNumber(std::int64_t row) {
   return static_cast<std::int32_t>(std::min(row, kMostRows));
 }
@@ -24,15 +30,15 @@ std::int32_t RowNumber(std::int64_t row) {
 }  // namespace
 
 TTxtSupplier::TTxtSupplier(const TDSInfo& info, std::shared_ptr<const TextSource> source)
-    : source_(std::move(source)),
-      info_(info),
-      layout_(info, source_->LineEnd()),
+    : source_(TurnsRows(info) ? Turned(*source, info) : std::move(source)),
+      info_(TurnsRows(info) ? TurnedInfo(info) : info),
+      layout_(info_, source_->LineEnd()),
       end_(source_->Text().data() + source_->Text().size()) {
   LineWalker walker(source_->Text(), layout_.line_end);
-  for (; header_rows_ < info.FileHasHeaders && !walker.AtEnd(); ++header_rows_) walker.Next();
+  for (; header_rows_ < info_.FileHasHeaders && !walker.AtEnd(); ++header_rows_) walker.Next();
   body_ = walker.Position();
-  if (info.TableLines > 0) {
-    for (std::int32_t i = 0; i < info.TableLines && !walker.AtEnd(); ++i) walker.Next();
+  if (info_.TableLines > 0) {
+    for (std::int32_t i = 0; i < info_.TableLines && !walker.AtEnd(); ++i) walker.Next();
     end_ = walker.Position();
   }
   ResolveTimeColumns();

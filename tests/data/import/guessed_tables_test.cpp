@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cmath>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
 #include "data/import/import_file.h"
+#include "data/import/loader.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -38,26 +40,54 @@ std::string Described(const ImportResult& result) {
   return text + " " + std::to_string(result.series.front()->PointCount());
 }
 
-TEST(GuessedTables, CurvesThatGoOnFromLineToLineAreTold) {
+std::string Wave(int first, int values, int of_line) {
+  std::string text;
+  for (int i = 0; i < values; ++i) {
+    text += std::to_string(std::sin(0.05 * (first + i))) + ((i + 1) % of_line == 0 ? "\n" : " ");
+  }
+  return text + (values % of_line == 0 ? "" : "\n");
+}
+
+TEST(GuessedTables, CurvesAlongLinesAreTurned) {
   const struct {
     const char* what;
     std::string text;
-    bool told;
+    const char* read;
+    const char* told;
   } tables[] = {
       {"behind an address",
        "Live 9\n 0 3 5 4\n 3 9 1 7\n 6 4 5 6\n 9 7 8 8\n12 3 1 4\n15 3 2 7\n18 7 6 4\n21 5 5 5\n",
-       true},
-      {"without one", Rows(9, "@1 @3 @5 @8"), true},
-      {"a table", Rows(9, "@ @@ 7@ 9@"), false},
-      {"with names", "a b c d\n" + Rows(9, "@1 @3 @5 @8"), false},
+       "(col 0): (col 1), (col 2), (col 3), 8", "as one curve: they are shown"},
+      {"without one", Wave(0, 96, 8), "Row number: (col 0), 96", "read in turn"},
+      {"with shorter lines", Wave(0, 77, 8) + Wave(77, 77, 8), "Row number: (col 0), 154",
+       "read in turn"},
+      {"half a step nearer along lines",
+       "0 1 2\n4 5 6\n8 9 10\n12 13 14\n16 17 18\n20 21 22\n24 25 26\n28 29 30\n",
+       "(col 0): (col 1), (col 2), 8", "as one curve: they are shown"},
+      {"seven lines", Wave(0, 56, 8),
+       "(col 0): (col 1), (col 2), (col 3), (col 4), (col 5), (col 6), (col 7), 7", ""},
+      {"a table", Rows(9, "@ @@ 7@ 9@"), "(col 0): (col 1), (col 2), (col 3), 9", ""},
+      {"with names", "a b c d\n" + Rows(9, "@1 @3 @5 @8"), "a: b, c, d, 9", ""},
+      {"one long row", Wave(0, 40, 40), "Row number: (col 0), 40", "read in turn"},
+      {"two long rows, the first rises",
+       "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20\n" + Wave(0, 20, 20),
+       "(col 0): (col 1), 20", "as columns"},
+      {"two long rows with labels", "a " + Wave(25, 20, 20) + "b " + Wave(7, 20, 20),
+       "Row number: a, b, 20", "as columns"},
   };
   const testing::TemporaryFolder folder;
   for (const auto& table : tables) {
-    const ImportResult result = ImportFile(folder.Write("t.txt", table.text));
-    const bool told = std::ranges::any_of(result.notes, [](const std::string& note) {
-      return note.find("as one curve") != note.npos;
-    });
-    EXPECT_EQ(told, table.told) << table.what;
+    const std::filesystem::path file = folder.Write("t.txt", table.text);
+    const ImportResult result = ImportFile(file);
+    EXPECT_EQ(Described(result), table.read) << table.what;
+    std::string notes;
+    for (const std::string& note : result.notes) notes += note;
+    EXPECT_NE(notes.find(table.told), notes.npos) << table.what;
+    TDataSeries* const series = result.series.back().get();
+    const auto points = series->PointCount();
+    series->Clear();
+    RefreshAll({&series, 1});
+    EXPECT_EQ(series->PointCount(), points) << table.what;
   }
 }
 
@@ -215,9 +245,16 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"what stands behind a count and steps evenly",
        "1 0.01 573.1 3\n2 0.02 380.2 4\n3 0.03 255.7 6\n4 0.04 171 7\n",
        "(col 1): (col 2), (col 3), 4"},
-      {"a first column in no order beside one that rises",
-       "8 7602\n4 7613\n9 7625\n6 7637\n8 7648\n7 7660\n9 7671\n6 7683\n5 7690\n",
+      {"a first column in no order beside one in even steps",
+       "8 7602\n4 7612\n9 7622\n6 7632\n8 7642\n7 7652\n9 7662\n6 7672\n5 7682\n",
        "(col 1): (col 0), 9"},
+      {"rows in the order of the second column",
+       "8 7602\n4 7613\n9 7625\n6 7637\n8 7648\n7 7660\n9 7671\n6 7683\n5 7690\n",
+       "(col 0): (col 1), 9"},
+      {"what falls behind a count", "1 1008 17 3\n2 990 15 9\n3 931 19 2\n4 875 11 4\n",
+       "(col 1): (col 2), (col 3), 4"},
+      {"a flag ahead of the rest",
+       "died,age,v\n0,8,5\n1,4,6\n1,9,4\n0,6,5\n1,8,7\n0,7,8\n0,9,3\n1,6,1\n", "age: died, v, 8"},
       {"residuals are no errors",
        "x,y,std residual\n1,5,-0.5\n2,7,0.7\n3,6,-0.1\n4,8,0.4\n5,8,-0.9\n",
        "x: y, std residual, 5"},
@@ -228,6 +265,23 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "CTI\nBEGIN_DATA_FORMAT\nID L A\nEND_DATA_FORMAT\n\nNUMBER 9\nBEGIN_DATA\n" +
            Rows(9, "a@ @@ 1@.5"),
        "L: A, 9"},
+      {"labels and a number in each row", "34\n" + Rows(12, "GLY  HA@  @@"),
+       "Row number: (col 2), 12"},
+      {"names over labels and a number", "A1 A2 weight\n" + Rows(12, "A  B@  @@"),
+       "Row number: weight, 12"},
+      {"a column that varies behind the rows looked at",
+       "t,u,w\n" + Rows(700, "@,@@,1") + "700,1.5,2\n", "t: u, w, 701"},
+      {"rows that end with a separator below one that does not",
+       "t\tu\tv\n0\t5\t-\n" + Rows(12, "1@\t@@\t7@\t"), "t: u, v, 13"},
+      {"a licence above the rows",
+       "# Some Street, Fifth Floor, Boston, MA  02110, USA\n\n# Samples\n" + Rows(9, "@ @@"),
+       "(col 0): (col 1), 9"},
+      {"names behind what leads to them",
+       "% Columns are: x(m) y(m) phi(rad)\n% Made today\n\n" + Rows(9, "@ @@ 5@"),
+       "x(m): y(m), phi(rad), 9"},
+      {"a remark behind names", "5 = number\nlam(um)   Qabs      ! and so on\n" + Rows(9, "@ @@"),
+       "lam(um): Qabs, 9"},
+      {"a word that begins with x", "t,x_cool,v\n" + Rows(9, "@,@@,5@"), "t: x_cool, v, 9"},
       {"one month in days", "Year,Month,DayofMonth,v\n2008,1,3,7\n2008,1,4,6\n2008,1,5,8\n",
        "Date and time: v, 3"},
       {"one month", "Year,Month,v,w\n2008,1,3,7\n2008,1,7,6\n2008,1,5,8\n", "v: w, 3"},

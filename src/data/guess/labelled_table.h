@@ -1,0 +1,19 @@
+// Tables between blanks whose rows are mostly labels: "GLY  HA1  3.97". One value among words says little of a line, many such
+// lines in a row do. Knows lines and fields.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "data/guess/table_search.h"
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+
+/// The rows to the end of the lines that hold as many words each, the same ones numbers and the others no words of sentences.
+/// Nothing where there are few, or where more than a few other lines stand above them.
+std::optional<FoundTable> FindLabelledTable(std::span<const std::string_view> lines,
+                                            const TextLayout& layout);
+
+}  // namespace tarnwick

@@ -1,0 +1,27 @@
+// Rows that hold curves along the line instead of across lines: a curve that goes on from line to line, or a few long rows of
+// one curve each. Where line ends are among the separators of a text, its rows are turned before anything else looks at them.
+// Knows lines and fields; knows no columns.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+
+/// So few rows with so many times more fields are read as columns; other rows go on from line to line.
+inline constexpr std::size_t kFewLongRows = 4;
+inline constexpr std::size_t kFieldsPerLongRow = 10;
+
+/// True when the separators hold the end of the line.
+bool TurnsRows(const TDSInfo& info);
+
+/// How the turned text is laid out.
+TDSInfo TurnedInfo(TDSInfo info);
+
+/// The header lines as they are, and behind them a line for each value, or for each field of a few long rows with the fields at
+/// that place; lines behind the table are left out.
+std::string TurnedText(std::string_view text, const TDSInfo& info, char line_end);
+
+}  // namespace tarnwick
