@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/ascii.h"
 #include "data/text/field_kind.h"
 
 namespace tarnwick {
@@ -21,9 +22,9 @@ Part PartOf(std::string_view text) {
   if (kind == FieldKind::Number || kind == FieldKind::Placeholder) return Part::Number;
   // Neither the end of a word in a sentence nor a formula.
   constexpr std::string_view kEndsOfWords = ".,;:!?)";
-  const bool label = kind == FieldKind::Text &&
-                     kEndsOfWords.find(text.back()) == kEndsOfWords.npos &&
-                     text.find_first_of("=()[]\\@<>{}\"'") == text.npos;
+  const bool label =
+      kind == FieldKind::Text && kEndsOfWords.find(text.back()) == kEndsOfWords.npos &&
+      std::ranges::any_of(text, &IsLetter) && text.find_first_of("=()[]\\@<>{}\"'") == text.npos;
   return label ? Part::Label : Part::Neither;
 }
 

@@ -14,6 +14,7 @@
 #include "data/import/value_order.h"
 #include "data/import/values_in_turn.h"
 #include "data/import/x_choice.h"
+#include "data/text/complex_text.h"
 #include "data/text/text_fields.h"
 #include "data/text/turned_rows.h"
 
@@ -103,6 +104,19 @@ bool EndAlike(std::string_view one, std::string_view other) {
       one.substr(one.size() - static_cast<std::size_t>(first - one.rbegin()));
   const std::size_t gap = shared.find(' ');
   return one != other && gap != shared.npos && gap + 1 < shared.size();
+}
+
+/// Columns of complex numbers in every row.
+Columns ComplexColumns(const ImportSource& source) {
+  Columns columns;
+  for (std::size_t i = 0; i < source.samples.size(); ++i) {
+    const std::vector<std::string>& texts = source.samples[i];
+    if (!texts.empty() &&
+        std::ranges::all_of(texts, [](const std::string& text) { return IsComplexNumber(text); })) {
+      columns.push_back(static_cast<std::int32_t>(i));
+    }
+  }
+  return columns;
 }
 
 /// Columns called as X that stand ahead of others each give these their X, if all have equally many behind them.
@@ -241,6 +255,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
         "column");
   }
   LeavingOut out(source, chosen);
+  out.Tell(ComplexColumns(source),
+           "complex numbers, which are read where each part has a column of its own");
   out.If("no value in them",
          [&](std::int32_t column) { return source.GuessOf(column).values.empty(); });
   out.If("dates", [&](std::int32_t column) { return source.GuessOf(column).is_date; });

@@ -19,6 +19,7 @@ constexpr std::size_t kFewestRows = 8;
 constexpr std::size_t kFewestValues = 3;  // on a line
 constexpr double kNearer = 0.7;           // along a line than down the columns
 constexpr double kAsNear = 2;
+constexpr double kFarEnough = 0.5;
 constexpr double kSurelyAsNear = 1.25;  // less than what is nearer is down the columns
 
 using Rows = std::vector<std::vector<double>>;
@@ -42,6 +43,17 @@ Rows RowsOf(const ImportSource& source) {
     }
   }
   std::erase_if(rows, [](const std::vector<double>& row) { return row.empty(); });
+  return rows;
+}
+
+/// As many as all columns have values.
+Rows WholeRowsOf(const std::vector<ColumnGuess>& columns) {
+  std::size_t count = columns.front().values.size();
+  for (const ColumnGuess& column : columns) count = std::min(count, column.values.size());
+  Rows rows(count);
+  for (std::size_t row = 0; row < count; ++row) {
+    for (const ColumnGuess& column : columns) rows[row].push_back(column.values[row]);
+  }
   return rows;
 }
 
@@ -116,11 +128,16 @@ ValuesInTurn HoldsValuesInTurn(const ImportSource& source) {
   if (columns.size() > kFewestValues && IsAddress(columns.front(), columns.size() - 1)) {
     return ValuesInTurn::Likely;
   }
-  const Rows rows = RowsOf(source);
+  const Rows rows = RowsOf(source), whole_rows = WholeRowsOf(columns);
   if (rows.size() < kFewestRows) return ValuesInTurn::No;
-  // Curves may jump from block to block, which moves the mean and not the middle.
-  if (GoOn(DistancesOf(rows, &MiddleOf), kSurelyAsNear)) return ValuesInTurn::Sure;
-  return GoOn(DistancesOf(rows, &MeanOf), kAsNear) ? ValuesInTurn::Likely : ValuesInTurn::No;
+  // Curves may jump from block to block, which moves the mean and not the middle; pictures have frames of one value.
+  const Distances middle = DistancesOf(rows, &MiddleOf);
+  if (GoOn(middle, kSurelyAsNear) && middle.over_ends >= kFarEnough * middle.along) {
+    return ValuesInTurn::Sure;
+  }
+  const bool likely =
+      whole_rows.size() >= kFewestRows && GoOn(DistancesOf(whole_rows, &MeanOf), kAsNear);
+  return likely ? ValuesInTurn::Likely : ValuesInTurn::No;
 }
 
 }  // namespace tarnwick

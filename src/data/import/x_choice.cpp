@@ -19,6 +19,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kFewestInOrder = 8;
+constexpr std::size_t kFewColumns = 4;  // of many some rise by chance
 
 using Columns = std::vector<std::int32_t>;
 
@@ -218,7 +219,8 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
     const std::vector<double>& values = source.GuessOf(column).values;
     return values.size() >= kFewestInOrder && RisesThroughout(values) &&
            values.size() >= source.GuessOf(varying.front()).values.size() &&
-           ((StepsEvenly(values, Evenness::AsWritten) && !source.GuessOf(column).CountsRows()) ||
+           ((varying.size() <= kFewColumns && StepsEvenly(values, Evenness::AsWritten) &&
+             !source.GuessOf(column).CountsRows()) ||
             NamesArgument(source.NameOf(column)));
   });
   const bool in_order = ordered != kRowNumberColumn && !labelled &&

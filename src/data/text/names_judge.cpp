@@ -194,7 +194,7 @@ bool TellOfFile(const Names& names, std::string_view line) {
     const std::size_t comma = name.find(", ");
     return comma != name.npos && name.find_first_of("([\"") > comma;
   };
-  if (std::ranges::any_of(names, is_list)) return true;
+  if (line.find('"') == line.npos && std::ranges::any_of(names, is_list)) return true;
   const auto numbers = std::ranges::count_if(
       names, [](const std::string& name) { return KindOfField(name) == FieldKind::Number; });
   const std::string_view text = TrimBlankBytes(line);

@@ -238,9 +238,10 @@ void DropTrailingSeparators(Names& names) {
   }
 }
 
-/// Two columns may have one name then: "V(out)" over "0.5,0.3".
+/// Two columns may have one name then: "V(out)" over "0.5,0.3" or "(0.5,0.3)".
 bool SeparateTogether(const TextLayout& layout) {
-  return layout.IsSeparator('\t') && layout.IsSeparator(',') && !layout.IsSeparator(' ');
+  return (layout.IsSeparator('\t') && layout.IsSeparator(',') && !layout.IsSeparator(' ')) ||
+         (layout.IsSeparator(' ') && layout.IsSeparator('('));
 }
 
 /// "U (V)"
@@ -362,7 +363,7 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
     }
   }
   if (Names names = SplitBeforeUnits(text, layout); names.size() == wanted) return names;
-  if (!comment && !layout.IsSeparator(' ')) {
+  if (!comment && (!layout.IsSeparator(' ') || SeparateTogether(layout))) {
     Names names = SplitBy(NameGaps::Separators, text, layout);
     TrimEmptyEnd(names);
     if (NameTheFirst(wanted, names) || (SeparateTogether(layout) && names.size() + 1 == wanted)) {
