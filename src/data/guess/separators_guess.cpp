@@ -84,6 +84,12 @@ bool HoldAll(std::string_view characters, Lines lines) {
   });
 }
 
+/// Outlines in parentheses have as many points each as it takes.
+bool IsRagged(std::span<const FoundTable> tables) {
+  const FoundTable* const best = HeaviestTable(tables);
+  return best != nullptr && best->odd_rows > 0;
+}
+
 /// True where no field that is a value without them holds the further separators, as "0,5" and "2024-03-01 12:00" do.
 bool MayJoin(const Together& together, Lines lines) {
   const auto holds = [&together](std::string_view text) {
@@ -122,6 +128,7 @@ std::vector<FoundTable> ChooseSeparators(Lines lines, char line_end, TextFormat&
     // Most files hold none of the characters, and none is looked at twice.
     if (!HoldAll(together.all, lines) || !MayJoin(together, lines)) continue;
     Separation joined = SeparateBy(together.all, format, lines, line_end);
+    if (together.alone == ' ' && IsRagged(joined.tables)) continue;
     if (joined.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(joined);
   }
   if (best.separators.empty()) return TablesBy(format.separators, format, lines, line_end);

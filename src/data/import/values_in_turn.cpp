@@ -132,7 +132,8 @@ ValuesInTurn HoldsValuesInTurn(const ImportSource& source) {
   if (rows.size() < kFewestRows) return ValuesInTurn::No;
   // Curves may jump from block to block, which moves the mean and not the middle; pictures have frames of one value.
   const Distances middle = DistancesOf(rows, &MiddleOf);
-  if (GoOn(middle, kSurelyAsNear) && middle.over_ends >= kFarEnough * middle.along) {
+  if (GoOn(middle, kSurelyAsNear) && middle.along > 0 &&
+      middle.over_ends >= kFarEnough * middle.along) {
     return ValuesInTurn::Sure;
   }
   const bool likely =
