@@ -162,6 +162,21 @@ std::vector<const TDataSeries*> AllSeries(const TxyGraph& graph) {
   return series;
 }
 
+/// That X of several quantities stands in one column, a sentence; empty for one quantity.
+std::string JoinedQuantities(const std::vector<const TDataSeries*>& series) {
+  const TDataSeries* first = nullptr;
+  for (const TDataSeries* const one : series) {
+    const std::string& quantity = one->Source().XDataColumn;
+    if (quantity.empty() || one->Points().Empty()) continue;
+    if (!first) first = one;
+    if (quantity == first->Source().XDataColumn) continue;
+    return "\"" + first->SeriesName() + "\" is over " + first->Source().XDataColumn + ", \"" +
+           one->SeriesName() + "\" over " + quantity +
+           ": the table has one column of X for all DataSets. A graph file keeps them apart.";
+  }
+  return "";
+}
+
 }  // namespace
 
 std::string DataText(const std::vector<const TDataSeries*>& series,
@@ -178,8 +193,10 @@ std::string LeftOutOfTable(const TxyGraph& graph) {
   const std::vector<const TDataSeries*> series = AllSeries(graph);
   const auto with = std::ranges::find_if(
       series, [](const TDataSeries* one) { return HasXErrors(one->Errors()); });
-  if (with == series.end() || HasErrorsOfX(series)) return "";
-  return "The errors of X of \"" + (*with)->SeriesName() +
+  std::string told = JoinedQuantities(series);
+  if (with == series.end() || HasErrorsOfX(series)) return told;
+  if (!told.empty()) told += ' ';
+  return told + "The errors of X of \"" + (*with)->SeriesName() +
          "\" are left out: the table has one column of X for all DataSets. A graph file keeps "
          "them.";
 }

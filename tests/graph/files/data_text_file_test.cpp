@@ -156,6 +156,11 @@ TEST(DataText, KeepsErrorsOfXThatAllHave) {
       LeftOutOfTable(graph),
       "The errors of X of \"a\" are left out: the table has one column of X for all DataSets. A "
       "graph file keeps them.");
+  other.SetErrors({});
+  other.SetSeriesName("spectrum");
+  other.Source().XDataColumn = "Frequency";
+  EXPECT_TRUE(LeftOutOfTable(graph).starts_with(
+      "\"a\" is over X Column, \"spectrum\" over Frequency: the table has one column of X"));
 }
 
 TEST(DataText, HeadsATimeAxis) {
