@@ -21,6 +21,13 @@ constexpr const char* kLetters[kMostOperands] = {"A", "B", "C", "D"};
 /// Share of a value by which it is moved for derivatives: the cube root of the precision.
 constexpr double kMove = 6e-6;
 
+/// A name as the parser has it, in small letters, as the letters of DataSets are written.
+std::string AsLetter(std::string name) {
+  const bool is_letter = name.size() == 1 && name.front() >= 'a' && name.front() <= 'z';
+  if (is_letter) name.front() = static_cast<char>(name.front() - 'a' + 'A');
+  return name;
+}
+
 /// The expression with the storage that it reads.
 class Formula {
  public:
@@ -28,7 +35,8 @@ class Formula {
     parser_.DefineVariable("X", &x_);
     for (std::size_t i = 0; i < operands; ++i) parser_.DefineVariable(kLetters[i], &values_.at(i));
     Compile(text);
-    if (const std::vector<std::string> unknown = parser_.UnassignedNames(); !unknown.empty()) {
+    if (std::vector<std::string> unknown = parser_.UnassignedNames(); !unknown.empty()) {
+      std::ranges::transform(unknown, unknown.begin(), AsLetter);
       std::vector<std::string> known = {"X"};
       for (std::size_t i = 0; i < operands; ++i) known.emplace_back(kLetters[i]);
       throw Error("The expression names " + Listed(unknown, kMostOperands) + "; known are " +

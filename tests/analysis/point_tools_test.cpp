@@ -94,7 +94,7 @@ TEST_F(Arithmetic, CarriesErrorsOn) {
 }
 
 TEST_F(Arithmetic, RefusesWhatItDoesNotKnow) {
-  EXPECT_THAT(Refusal("A - C"), HasSubstr("names c; known are X, A and B."));
+  EXPECT_THAT(Refusal("A - C"), HasSubstr("names C; known are X, A and B."));
   EXPECT_THAT(Refusal("A - ("), HasSubstr("character"));
   EXPECT_EQ(Refusal(""), "The expression is empty.");
 }
