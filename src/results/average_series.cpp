@@ -15,7 +15,9 @@ MadeSeries AddAverage(TxyGraph& graph, TSeries& reference, std::span<const std::
                       const NewSeries& wanted) {
   ToolInput input{{&reference}, ToolSettings(kAverageTool.settings)};
   for (const std::size_t index : averaged) input.series.push_back(&graph.Series(index));
-  return AddMade(graph, kAverageTool, std::move(input), wanted);
+  MadeSeries made = AddMade(graph, kAverageTool, std::move(input), wanted);
+  NameInLegend(graph);
+  return made;
 }
 
 }  // namespace tarnwick

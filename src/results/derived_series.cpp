@@ -41,6 +41,7 @@ MadeSeries AddDerived(TxyGraph& graph, TSeries& source, DerivedKind kind,
       graph, tool, std::move(input),
       {options.name.empty() ? DerivedName(graph, source, kind) : options.name, options.y_axis});
   if (options.source == SourceAfter::Hidden) HideSource(graph, source, made.series, tool.x);
+  NameInLegend(graph);
   return made;
 }
 

@@ -134,6 +134,18 @@ void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x
   }
 }
 
+void NameInLegend(TxyGraph& graph) {
+  int named = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const SeriesStyle& style = graph.Series(i).Style();
+    if (style.visible && style.show_in_legend != 0) ++named;
+  }
+  if (named != 2 || graph.GetLegend().visible) return;
+  Legend legend = graph.GetLegend();
+  legend.visible = true;
+  graph.SetLegend(legend);
+}
+
 Recomputed RecomputeAll(TxyGraph& graph) {
   const GraphUpdate update(graph);
   Outcome outcome;

@@ -26,6 +26,9 @@ MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const New
 /// scale, and shows no dates; bands and parts of models over the X before are drawn no longer, too.
 void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x);
 
+/// Shows the legend where one DataSet was drawn and now there are two to be told apart.
+void NameInLegend(TxyGraph& graph);
+
 /// What came of computing anew.
 struct Recomputed {
   std::size_t count = 0;  ///< DataSets

@@ -171,6 +171,8 @@ SampleReport CompareSeries(const TSeries& first, const TSeries& second) {
   report.comparison = CompareSamples(a.y, b.y);
   report.rows = RowsOf(report.comparison);
   report.sentences = SentencesOf(report.comparison);
+  if (&first == &second)
+    report.sentences = {"Both are the same DataSet: there is nothing to compare it with."};
   if (const std::size_t left_out = a.left_out + b.left_out; left_out > 0) {
     report.sentences.push_back(Counted(static_cast<std::int64_t>(left_out), "point") +
                                " without a value left out.");

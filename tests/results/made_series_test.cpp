@@ -183,6 +183,26 @@ TEST_F(MadeOnGraph, BaseLinesThroughRegionsAreTheSourcesOwnWhereStraight) {
   EXPECT_THAT(own.told, HasSubstr("base line of \"Line\" itself: 3 + 2 X."));
 }
 
+TEST_F(MadeOnGraph, TwoAreNamedInTheLegendWhereOneWas) {
+  const auto hide_legend = [this] {
+    Legend legend = graph_.GetLegend();
+    legend.visible = false;
+    graph_.SetLegend(legend);
+  };
+  while (graph_.SeriesCount() > 1) graph_.DeleteSeries(1);
+  hide_legend();
+  NameInLegend(graph_);
+  EXPECT_FALSE(graph_.GetLegend().visible);
+  for (const bool shown : {true, false}) {  // of three the legend was hidden by hand
+    const std::string name = MadeName(graph_, graph_.Series(0), kSmoothTool);
+    AddMade(graph_, kSmoothTool, {{&graph_.Series(0)}, ToolSettings(kSmoothTool.settings)},
+            {name, AxisId::Y});
+    hide_legend();
+    NameInLegend(graph_);
+    EXPECT_EQ(graph_.GetLegend().visible, shown);
+  }
+}
+
 TEST_F(MadeOnGraph, SpectraNameUnits) {
   rate_.Source().XDataColumn = "t (s)";
   rate_.Source().YDataColumn = "U (V)";

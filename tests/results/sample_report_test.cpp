@@ -9,6 +9,7 @@
 namespace tarnwick {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 class SampleReports : public ::testing::Test {
@@ -35,7 +36,10 @@ TEST_F(SampleReports, TellOfTheTestsAndWhatWasLeftOut) {
   EXPECT_EQ(report.sentences[3], "1 point without a value left out.");
   TSeries none;
   EXPECT_THROW(CompareSeries(first_, none), Error);
-  EXPECT_THAT(CompareSeries(second_, second_).sentences[0], HasSubstr("in 100 % of cases."));
+  TSeries twin;
+  twin.SetState(second_.State());
+  EXPECT_THAT(CompareSeries(second_, twin).sentences[0], HasSubstr("in 100 % of cases."));
+  EXPECT_THAT(CompareSeries(twin, twin).sentences, ElementsAre(HasSubstr("nothing to compare")));
 }
 
 TEST_F(SampleReports, DrawABoxWhatLiesBeyondAndBarsOfEach) {

@@ -140,6 +140,7 @@ Making ToolDialog::Chosen(const NewSeries& wanted, ResultStage) {
     for (const std::size_t other : others) input.series.push_back(&graph.Series(other));
     const MadeSeries made = AddMade(graph, tool, std::move(input), wanted);
     if (hides) HideSource(graph, source, made.series, tool.x);
+    NameInLegend(graph);
     return made.told;
   };
 }

@@ -81,6 +81,7 @@ void RunTool(const ToolArguments& arguments, Output& output) {
                                     arguments.made.Wanted(MadeName(graph, source, tool)));
     const bool hides = tool.x == ResultX::Own && !arguments.made.show_source;
     if (hides) HideSource(graph, source, made.series, tool.x);
+    NameInLegend(graph);
     output.Note(made.told);
     if (hides) TellHidden(arguments.made, source, output);
     output.Note(LiveSourceText(source));
