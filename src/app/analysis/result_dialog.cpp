@@ -62,7 +62,7 @@ ResultDialog::ResultDialog(Document& document, const ResultTexts& texts, AxisId 
       prompt_(prompt),
       texts_(texts),
       preview_(document),
-      later_(nullptr),
+      later_(nullptr, AbandonedWork::RunsOut),
       series_(MakeSeriesList(document.Graph())),
       options_(new QFormLayout),
       output_(new OutputChoice(axis)),
