@@ -7,6 +7,7 @@
 #include <QHelpSearchEngine>
 #include <QHelpSearchQueryWidget>
 #include <QHelpSearchResultWidget>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSplitter>
 #include <QTabWidget>
@@ -75,15 +76,24 @@ QWidget* HelpWindow::BuildIndex() {
   word->setPlaceholderText(tr("Beginning of a word"));
   word->setAccessibleName(word->placeholderText());
   QHelpIndexWidget* words = engine_.indexWidget();
-  connect(word, &QLineEdit::textChanged, words,
-          [words](const QString& text) { words->filterIndices(text); });
-  connect(word, &QLineEdit::returnPressed, words, &QHelpIndexWidget::activateCurrentItem);
+  auto* none = new QLabel(tr("No entry begins so. Enter looks through all pages."), box);
+  none->setWordWrap(true);
+  none->hide();
+  connect(word, &QLineEdit::textChanged, words, [words, none](const QString& text) {
+    words->filterIndices(text);
+    none->setVisible(!text.isEmpty() && words->model()->rowCount() == 0);
+  });
+  connect(word, &QLineEdit::returnPressed, words, [this, words, word] {
+    if (words->model()->rowCount() == 0) return LookThroughPages(word->text());
+    words->activateCurrentItem();
+  });
   const auto show = [this](const QHelpLink& link) { Show(link.url); };
   connect(words, &QHelpIndexWidget::documentActivated, this, show);
   connect(words, &QHelpIndexWidget::documentsActivated, this,
           [show](const QList<QHelpLink>& links) { show(links.front()); });
   connect(words, &QAbstractItemView::clicked, words, [words] { words->activateCurrentItem(); });
   column->addWidget(word);
+  column->addWidget(none);
   column->addWidget(words);
   box->setFocusProxy(word);
   return box;
@@ -108,6 +118,16 @@ QWidget* HelpWindow::BuildSearch() {
     search->scheduleIndexDocumentation();
   });
   return box;
+}
+
+void HelpWindow::LookThroughPages(const QString& words) {
+  QHelpSearchEngine* search = engine_.searchEngine();
+  search->queryWidget()->setSearchInput(words);
+  const auto look = [search, words] { search->search(words); };
+  // The first time the words of the pages are gathered before.
+  connect(search, &QHelpSearchEngine::indexingFinished, this, look, Qt::SingleShotConnection);
+  ways_->setCurrentWidget(search_);
+  look();
 }
 
 void HelpWindow::BuildTools() {

@@ -28,6 +28,8 @@ class HelpWindow final : public QMainWindow {
   QWidget* BuildIndex();
   QWidget* BuildSearch();
   void BuildTools();
+  /// For words that the index does not have.
+  void LookThroughPages(const QString& words);
   void Show(const QUrl& page);
 
   QTemporaryDir
