@@ -93,6 +93,21 @@ TEST_F(AnalysisPanels, AnXIsPickedInTheGraph) {
   EXPECT_EQ(Graph().CurrentSeries()->SeriesName(), "Spectrum");
 }
 
+TEST_F(AnalysisPanels, ADataSetThatIsDeletedTakesItsFiguresAlong) {
+  Run("AnalysisEvaluate1");
+  QTest::keyClicks(&Find<QLineEdit>("e_X"), "20.5");
+  Run("AnalysisPeakTable1");
+  Press("PeakPanel", "Fi&nd");
+  ASSERT_FALSE(Column("PeakTable", 0).isEmpty());
+  ActiveDocument().Edit("Delete", [](TxyGraph& graph) {
+    while (graph.SeriesCount() > 0) graph.DeleteSeries(0);
+  });
+  EXPECT_TRUE(Column("PeakTable", 0).isEmpty());
+  EXPECT_TRUE(Column("EvaluatedValues", 1).isEmpty());
+  Press("PeakPanel", "Fi&nd");
+  EXPECT_EQ(TakeTold(), std::vector<std::string>{"No DataSet Found!"});
+}
+
 TEST_F(AnalysisPanels, PeaksAreFoundShownAndFitted) {
   Run("AnalysisPeakTable1");
   Press("PeakPanel", "Fi&nd");

@@ -114,13 +114,20 @@ TEST_F(ResultDialogs, RefuseANameThatCannotBeHad) {
 }
 
 TEST_F(ResultDialogs, TellThatTheDataSetIsGone) {
-  Open(DerivedKind::Integral);
-  Find<QAbstractButton>("cbx_Preview")
-      .click();  // it would take back what else happens to the graph
-  graph_->Series(0).SetSeriesName("another");
-  dialog_->accept();
-  EXPECT_EQ(TakeTold(), std::vector<std::string>{"DataSet Not Found!"});
-  EXPECT_EQ(graph_->SeriesCount(), 1u);
+  for (const bool deleted : {false, true}) {
+    Open(DerivedKind::Integral);
+    // It would take back what else happens to the graph.
+    Find<QAbstractButton>("cbx_Preview").click();
+    if (deleted) {
+      graph_->DeleteSeries(0);
+    } else {
+      graph_->Series(0).SetSeriesName("another");
+    }
+    const std::size_t left = graph_->SeriesCount();
+    dialog_->accept();
+    EXPECT_EQ(TakeTold(), std::vector<std::string>{"DataSet Not Found!"});
+    EXPECT_EQ(graph_->SeriesCount(), left);
+  }
 }
 
 TEST_F(ResultDialogs, TellThatALiveLinkIsNotFollowed) {
