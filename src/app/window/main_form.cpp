@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <map>
+#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -329,8 +330,14 @@ void T_MainForm::ProcessWords(const std::vector<std::string>& words) {
   start_failed_ = !shown_ && failed && GraphWindows().empty();
   std::vector<std::string> quoted;
   for (const std::string& word : line.unknown) quoted.push_back('"' + word + '"');
-  if (!quoted.empty())
-    statusBar()->showMessage(tr("There is no file %1").arg(ToQt(Listed(quoted, kMostNamed))));
+  if (quoted.empty()) return;
+  // Once the window stands: what it is shown in place of must be there.
+  QMetaObject::invokeMethod(
+      this,
+      [this, text = tr("There is no file %1").arg(ToQt(Listed(quoted, kMostNamed)))] {
+        statusBar()->showMessage(text);
+      },
+      Qt::QueuedConnection);
 }
 
 void T_MainForm::TakeWords(const std::vector<std::string>& words) {
@@ -345,6 +352,13 @@ void T_MainForm::ProcessWaitingWords() {
     return;
   }
   for (const auto& words : std::exchange(waiting_words_, {})) ProcessWords(words);
+}
+
+bool T_MainForm::Open(const std::filesystem::path& file) {
+  // Named from a folder that nobody may know later.
+  std::error_code folder_is_gone;
+  const std::filesystem::path whole = std::filesystem::absolute(file, folder_is_gone);
+  return OpenFile(folder_is_gone ? file : whole);
 }
 
 bool T_MainForm::Open(FromClipboard) {

@@ -96,7 +96,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void SetButtonCaptions(ButtonCaptions captions) override;
   ButtonCaptions GetButtonCaptions() const override;
 
-  bool Open(const std::filesystem::path& file) { return OpenFile(file); }
+  bool Open(const std::filesystem::path& file);
   bool Open(FromClipboard from);
   void ApplyCommandOptions();
   void SeeAll(const std::vector<TGraphWindow*>& opened);

@@ -51,7 +51,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   close->setObjectName("CloseTold");
   close->setAutoRaise(true);
   close->setFocusPolicy(Qt::TabFocus);
-  close->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
+  close->setIcon(InkIcon("title-close"));
   close->setAccessibleName(tr("Close this note"));
   close->setToolTip(close->accessibleName());
   auto* const row = new QHBoxLayout(this);

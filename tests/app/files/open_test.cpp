@@ -1,5 +1,6 @@
 // Files on their way in: opened, dropped, refreshed, told when they are bad.
 #include <QImage>
+#include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
@@ -163,16 +164,23 @@ TEST_F(DesktopTest, AStartWhoseOnlyFileCannotBeReadFails) {
   EXPECT_TRUE(form_->StartFailed());
 }
 
+TEST_F(DesktopTest, AFileIsKnownByItsWholePath) {
+  const auto file = folder_.Write("run.dat", "x,y\n1,10\n2,20\n3,30\n");
+  form_->ProcessWords({std::filesystem::relative(file).string()});
+  EXPECT_TRUE(ActiveDocument().Files().DataFileName().is_absolute());
+}
+
 TEST_F(DesktopTest, OptionsTakeEffectOnceTheWindowStands) {
   const auto file = folder_.Write("live.dat", "x,y\n1,10\n2,20\n3,30\n");
   form_->ProcessWords({"-maximize", file.string(), "-refresh", "no such file"});
-  EXPECT_EQ(form_->statusBar()->currentMessage(), "There is no file \"no such file\"");
   folder_.Write("live.dat", "x,y\n1,10\n2,20\n");
   EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 3);
   form_->show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(form_.get()));
   EXPECT_TRUE(
       QTest::qWaitFor([this] { return ActiveDocument().Graph().Series(0).PointCount() == 2; }));
+  EXPECT_EQ(form_->statusBar()->currentMessage(), "There is no file \"no such file\"");
+  EXPECT_FALSE(form_->findChild<QLabel*>("ReadOut")->isVisible()) << "it would lie below";
   EXPECT_TRUE(form_->isMaximized());
   form_->ProcessWords({"-no ", "-refresh", file.string()});
   EXPECT_EQ(form_->GraphWindows().size(), 2u) << "a second start's words open, its options rest";
