@@ -56,8 +56,7 @@ void TellArea(CommandContext& context) {
 void TellSum(CommandContext& context) {
   const TSeries& series = *context.document->Graph().CurrentSeries();
   Inform(context.prompt, "Sum of " + std::to_string(series.PointCount()) + " data points for " +
-                             NameInWindow(*context.document) + " :  " +
-                             GeneralText(SumOf(series)));
+                             NameInWindow(*context.document) + " :  " + GeneralText(SumOf(series)));
 }
 
 template <DerivedKind kMode>

@@ -445,9 +445,9 @@ bool T_MainForm::focusNextPrevChild(bool next) {
   const QWidget* const from = focusWidget();
   const bool hidden = from && !from->isVisible();
   QWidget* const to =
-      hidden && active ? &active->Canvas()
-                       : NextControl(*this, active,
-                                     next ? WalkDirection::Forward : WalkDirection::Backward);
+      hidden && active
+          ? &active->Canvas()
+          : NextControl(*this, active, next ? WalkDirection::Forward : WalkDirection::Backward);
   if (to) to->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
   return to != nullptr;
 }

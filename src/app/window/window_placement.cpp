@@ -1,6 +1,7 @@
 #include "app/window/window_placement.h"
 
 #include <QMdiArea>
+#include <algorithm>
 #include <cmath>
 
 #include "app/window/graph_window.h"
@@ -49,15 +50,18 @@ void ShowPlaced(TGraphWindow& window, Otherwise otherwise) {
     window.showMaximized();
     return;
   }
+  const QSize room = window.mdiArea()->viewport()->size();
   if (placed) {
-    const QSize room = window.mdiArea()->viewport()->size();
     window.setGeometry(Pixels(dimensions.hor_position, room.width()),
                        Pixels(dimensions.ver_position, room.height()),
                        Pixels(dimensions.hor_size, room.width()),
                        Pixels(dimensions.ver_size, room.height()));
   }
-  if (!placed) window.resize(window.mdiArea()->viewport()->size() * kOwnShare);
+  if (!placed) window.resize(room * kOwnShare);
   window.show();
+  // Among many the workspace finds no place that lies inside of it.
+  const QSize left = (room - window.size()).expandedTo({0, 0});
+  if (!placed) window.move(std::min(window.x(), left.width()), std::min(window.y(), left.height()));
 }
 
 }  // namespace tarnwick

@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <algorithm>
+#include <system_error>
 
 #include "desk/prompts/file_columns.h"
 #include "desk/prompts/file_filters.h"
@@ -50,7 +51,10 @@ std::vector<std::filesystem::path> DialogFileChooser::FilesToOpen(
 }
 
 std::optional<FolderChoice> DialogFileChooser::FolderToOpen(const std::filesystem::path& folder) {
-  Txy_ReadFolder dialog(folder, parent_);
+  std::error_code gone;  // then there is nothing to propose
+  const std::filesystem::path proposed =
+      folder.empty() ? std::filesystem::current_path(gone) : folder;
+  Txy_ReadFolder dialog(proposed, parent_);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Choice();
 }

@@ -74,7 +74,8 @@ void HistogramView::Show(const Histogram& histogram, const QString& title, Value
   AxisState counted = graph_.Axis(AxisId::Y).State();
   counted.AutoSizing = false;  // which would leave room for less than nothing
   counted.Min = 0;
-  counted.Max = bins == 0 ? 1 : kRoomAbove * static_cast<double>(*std::ranges::max_element(histogram.counts));
+  counted.Max =
+      bins == 0 ? 1 : kRoomAbove * static_cast<double>(*std::ranges::max_element(histogram.counts));
   graph_.Axis(AxisId::Y).SetState(counted);
   graph_.EndUpdate();
   update();

@@ -43,9 +43,9 @@ struct Row {
   std::vector<std::optional<double>> values;
   const char* how = "";  // it is reckoned, where that is not what everybody takes the word for
 };
-constexpr const char* kByPlace =
-    QT_TRANSLATE_NOOP("tarnwick::StatisticsPage",
-                      "The value at that share of the count, in rising order, nothing interpolated");
+constexpr const char* kByPlace = QT_TRANSLATE_NOOP(
+    "tarnwick::StatisticsPage",
+    "The value at that share of the count, in rising order, nothing interpolated");
 
 std::optional<double> DeviationOf(const StatisticsRecord& record) {
   return record.variance ? std::optional(std::sqrt(*record.variance)) : std::nullopt;
@@ -63,29 +63,29 @@ std::vector<Row> RowsOf(const TSeries& series) {
     return {of(x_values), of(y_values)};
   };
   const auto both = [&](auto of) -> std::vector<std::optional<double>> { return {of(x), of(y)}; };
-  std::vector<Row> rows = {{"Points", both([](const auto& r) { return r.count; })},
-                           {"Minimum", share(0)},
-                           {"Lower quintile", both([](const auto& r) { return r.lower_quintile; }), kByPlace},
-                           {"Lower quartile", both([](const auto& r) { return r.lower_quartile; }), kByPlace},
-                           {"Median", both([](const auto& r) { return r.median; }), kByPlace},
-                           {"Upper quartile", both([](const auto& r) { return r.upper_quartile; }), kByPlace},
-                           {"Upper quintile", both([](const auto& r) { return r.upper_quintile; }), kByPlace},
-                           {"Maximum", share(1)},
-                           {"Mean", both([](const auto& r) { return r.mean; })},
-                           {"Mode", both([](const auto& r) { return r.mode; }),
-                            QT_TRANSLATE_NOOP("tarnwick::StatisticsPage",
-                                              "Where most values lie within the tolerance")},
-                           {"Sum", both([](const auto& r) { return r.sum; })},
-                           {"Variance", both([](const auto& r) { return r.variance; })},
-                           {"Standard deviation", both(DeviationOf)},
-                           {"Skew", both([](const auto& r) { return r.skew; }),
-                            QT_TRANSLATE_NOOP("tarnwick::StatisticsPage",
-                                              "Σ(v - mean)³ / (n · variance³): not the moment "
-                                              "coefficient, which divides by variance^1.5")},
-                           {"Kurtosis", both([](const auto& r) { return r.kurtosis; }),
-                            QT_TRANSLATE_NOOP("tarnwick::StatisticsPage",
-                                              "Σ(v - mean)⁴ / (n · (Σ(v - mean)²)²) - 3: not the "
-                                              "excess, which multiplies the first part by n²")}};
+  std::vector<Row> rows = {
+      {"Points", both([](const auto& r) { return r.count; })},
+      {"Minimum", share(0)},
+      {"Lower quintile", both([](const auto& r) { return r.lower_quintile; }), kByPlace},
+      {"Lower quartile", both([](const auto& r) { return r.lower_quartile; }), kByPlace},
+      {"Median", both([](const auto& r) { return r.median; }), kByPlace},
+      {"Upper quartile", both([](const auto& r) { return r.upper_quartile; }), kByPlace},
+      {"Upper quintile", both([](const auto& r) { return r.upper_quintile; }), kByPlace},
+      {"Maximum", share(1)},
+      {"Mean", both([](const auto& r) { return r.mean; })},
+      {"Mode", both([](const auto& r) { return r.mode; }),
+       QT_TRANSLATE_NOOP("tarnwick::StatisticsPage", "Where most values lie within the tolerance")},
+      {"Sum", both([](const auto& r) { return r.sum; })},
+      {"Variance", both([](const auto& r) { return r.variance; })},
+      {"Standard deviation", both(DeviationOf)},
+      {"Skew", both([](const auto& r) { return r.skew; }),
+       QT_TRANSLATE_NOOP("tarnwick::StatisticsPage",
+                         "Σ(v - mean)³ / (n · variance³): not the moment "
+                         "coefficient, which divides by variance^1.5")},
+      {"Kurtosis", both([](const auto& r) { return r.kurtosis; }),
+       QT_TRANSLATE_NOOP("tarnwick::StatisticsPage",
+                         "Σ(v - mean)⁴ / (n · (Σ(v - mean)²)²) - 3: not the "
+                         "excess, which multiplies the first part by n²")}};
   for (const auto& [name, p] : kQuantiles) rows.push_back({name, share(p)});
   return rows;
 }

@@ -124,7 +124,8 @@ TEST_F(AnalysisPanels, PeaksAreFoundShownAndFitted) {
   ActiveDocument().History().Undo();
   EXPECT_EQ(Graph().SeriesCount(), 2u);
   EXPECT_TRUE(Graph().Series(1).Fit().Expression().empty());
-  EXPECT_EQ(Column("PeakTable", 0), (QStringList{"100", "200"})) << "no values of a fit that is gone";
+  EXPECT_EQ(Column("PeakTable", 0), (QStringList{"100", "200"}))
+      << "no values of a fit that is gone";
   EXPECT_EQ(told().substr(0, 22), "The fit was taken back");
   Graph().Series(1).SetY(5, 7);
   EXPECT_EQ(told().substr(0, 18), "The points changed");

@@ -174,10 +174,9 @@ std::vector<Row> Rows() {
 }
 
 void Batch(const testing::TemporaryFolder& folder, const std::string& arguments) {
-  const std::string command = "cd '" + folder.Path().string() + "' && TFN='" +
-                              (testing::SourceFolder() / "TFN").string() + "' && '" +
-                              (testing::ProgramFolder() / "tarnwick-cli").string() + "' " +
-                              arguments + " >.out";
+  const std::string command =
+      "cd '" + folder.Path().string() + "' && TFN='" + (testing::SourceFolder() / "TFN").string() +
+      "' && '" + (testing::ProgramFolder() / "tarnwick-cli").string() + "' " + arguments + " >.out";
   ASSERT_EQ(std::system(command.c_str()), 0) << arguments;
 }
 

@@ -16,7 +16,7 @@ TEST(MessageBoxPrompt, EscGivesTheAnswerThatChangesLeast) {
   const struct {
     std::vector<Answer> offered;
     Answer by_escape;
-  } kRows[] = {{{Yes, No, All}, No},         {{Yes, All, No}, No}, {{Yes, YesToAll, No}, No},
+  } kRows[] = {{{Yes, No, All}, No},        {{Yes, All, No}, No}, {{Yes, YesToAll, No}, No},
                {{Yes, No, Cancel}, Cancel}, {{Yes, No}, No},      {{Ok}, Ok}};
   for (const auto& row : kRows) {
     QTimer::singleShot(0, [] {
