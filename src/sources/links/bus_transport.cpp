@@ -18,7 +18,7 @@ constexpr char kSignal[] = "Changed";
 constexpr char kSignature[] = "ss";
 
 std::string TextOf(const QString& text) {
-  return text.left(kMostOfLinkText).toStdString();
+  return text.left(qsizetype{kMostOfLinkText}).toStdString();
 }
 
 }  // namespace

@@ -12,11 +12,6 @@
 
 namespace tarnwick {
 
-/// How long an answer is waited for.
-inline constexpr std::chrono::milliseconds kLinkPatience{2000};
-/// Texts that are longer are cut there: no value needs more.
-inline constexpr qsizetype kMostOfLinkText = 4096;
-
 class BusTransport final : public QObject, public LinkTransport {
   Q_OBJECT
 

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "base/error.h"
 #include "data/packed/unpack.h"
 #include "data/text/field_value.h"
-#include "sources/links/bus_transport.h"
 #include "sources/links/dde_setup.h"
+#include "sources/links/link_carrier.h"
 #include "sources/links/link_text.h"
 #include "sources/streams/stream_clock.h"
 
@@ -18,9 +19,8 @@ std::string WithReason(const std::string& error, const std::string& reason) {
   return reason.empty() ? error : error + " (" + reason + ")";
 }
 
-LinkAnswer AskLink(const std::string& link, const std::shared_ptr<BusConnection>& connection) {
-  TDdeSetup setup(std::make_unique<BusTransport>(connection), LinkReads::Texts,
-                  LinkUpdates::OnRequest);
+LinkAnswer AskLink(const std::string& link, std::unique_ptr<LinkTransport> conversation) {
+  TDdeSetup setup(std::move(conversation), LinkReads::Texts, LinkUpdates::OnRequest);
   setup.SetLink(link);
   if (!setup.Error().empty()) return {{}, WithReason(setup.Error(), setup.Trouble())};
   setup.Request();
@@ -42,10 +42,10 @@ std::optional<double> LinkValue(std::string_view text, ColumnFormat format) {
 }
 
 std::vector<LinkAnswer> AskLinks(const std::vector<std::string>& links) {
-  const auto connection = std::make_shared<BusConnection>();
+  const auto new_conversation = LinkCarrier();
   std::vector<LinkAnswer> answers;
   answers.reserve(links.size());
-  for (const std::string& link : links) answers.push_back(AskLink(link, connection));
+  for (const std::string& link : links) answers.push_back(AskLink(link, new_conversation()));
   return answers;
 }
 
@@ -56,10 +56,10 @@ TLinkSupplier::TLinkSupplier(const std::string& list)
       texts_(links_.size()) {}
 
 void TLinkSupplier::Ask(Progress& progress) {
-  const auto connection = std::make_shared<BusConnection>();
+  const auto new_conversation = LinkCarrier();
   for (std::size_t i = 0; i < links_.size(); ++i) {
     if (progress.Cancelled()) throw UnpackingCancelled("Asking links was cancelled");
-    LinkAnswer answer = AskLink(links_[i], connection);
+    LinkAnswer answer = AskLink(links_[i], new_conversation());
     if (!answer.error.empty()) throw Error(answer.error);
     texts_[i] = std::move(answer.text);
   }

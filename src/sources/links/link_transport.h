@@ -1,10 +1,17 @@
 // What carries live links: one conversation with one program that publishes values. Knows texts; knows no numbers.
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <functional>
 #include <string>
 
 namespace tarnwick {
+
+/// How long an answer is waited for.
+inline constexpr std::chrono::milliseconds kLinkPatience{2000};
+/// Texts that are longer are cut there: no value needs more.
+inline constexpr std::size_t kMostOfLinkText = 4096;
 
 class LinkTransport {
  public:
