@@ -38,6 +38,8 @@ std::string TDataSupplier::TextAt(std::int32_t column) {
   return value ? ShortestText(*value) : std::string();
 }
 
+void TDataSupplier::MoveUnder(Progress*) {}
+
 bool TDataSupplier::Expect(const RowPlan&, Progress& progress) {
   return !progress.Cancelled();
 }

@@ -68,6 +68,8 @@ class TDataSupplier {
   /// Told before rows are read, the supplier standing on one up to plan.first. What the plan does not name may be read all the
   /// same, only slower. False: cancelled.
   virtual bool Expect(const RowPlan& plan, Progress& progress);
+  /// Until told null: a move that takes long may end once `progress` is cancelled, as if there were no more rows.
+  virtual void MoveUnder(Progress* progress);
   /// How many of the first rows surely hold no number of at least `bound` at `column`; 0 where only reading tells.
   virtual std::int64_t RowsBelow(std::int32_t column, ColumnFormat format, double bound,
                                  Progress& progress);

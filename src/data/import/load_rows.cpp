@@ -14,9 +14,23 @@ namespace {
 
 constexpr std::int64_t kRowsPerAdvance = 32;  // sampled rows may lie far apart
 
+class MovingUnder {
+ public:
+  MovingUnder(TDataSupplier& supplier, Progress& progress) : supplier_(supplier) {
+    supplier_.MoveUnder(&progress);
+  }
+  ~MovingUnder() { supplier_.MoveUnder(nullptr); }
+  MovingUnder(const MovingUnder&) = delete;
+  MovingUnder& operator=(const MovingUnder&) = delete;
+
+ private:
+  TDataSupplier& supplier_;
+};
+
 }  // namespace
 
 void LoadRun::LoadRows() {
+  const MovingUnder cancellable(supplier_, progress_);
   supplier_.FirstRow();
   if (!PassRowsBelow()) return;
   for (std::int64_t taken = 0; TellPlan() && GoToNextWantedRow(); ++taken) {
@@ -30,6 +44,7 @@ void LoadRun::LoadRows() {
                   [this] { return supplier_.Line(); });
     }
   }
+  cancelled_ = cancelled_ || progress_.Cancelled();
 }
 
 /// What the source can say of rows before the first one taken need not be read. False when cancelled.

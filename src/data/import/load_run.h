@@ -24,7 +24,7 @@ class LoadProgress final : public Progress {
   explicit LoadProgress(Progress* shown) : shown_(shown) {}
   void Begin(std::string_view title, std::string_view subject, std::int64_t total) override;
   bool Advance(std::int64_t done) override;
-  bool Cancelled() const override { return begun_ && shown_->Cancelled(); }
+  bool Cancelled() const override { return shown_ != nullptr && shown_->Cancelled(); }
   bool Begun() const { return begun_; }
 
  private:

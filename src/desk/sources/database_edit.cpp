@@ -25,7 +25,6 @@
 #include "sources/database/database_supplier.h"
 #include "sources/database/key_store.h"
 #include "sources/database/session_passwords.h"
-#include "sources/database/thinned_view.h"
 
 namespace tarnwick {
 namespace {
@@ -64,7 +63,7 @@ DatabaseEdit::DatabaseEdit(QWidget* parent)
 
 void DatabaseEdit::MakeFields() {
   address_->setObjectName("DatabaseAddress");
-  address_->setPlaceholderText("sqlite:FILE, postgresql://USER@HOST/BASE, mysql://… or odbc:NAME");
+  address_->setPlaceholderText("sqlite:FILE, postgresql://…, mysql://…, odbc:NAME");
   browse_->setAutoDefault(false);
   browse_->setToolTip(tr("Choose the file of an SQLite data base"));
   password_->setObjectName("DatabasePassword");
@@ -172,9 +171,6 @@ DatabasePlace DatabaseEdit::Place() const {
 std::optional<QString> DatabaseEdit::Take(TDSInfo& info) const {
   try {
     const DatabasePlace place = Place();
-    if (thinned_->isChecked() && !CanThin(place)) {
-      return tr("Data bases of this kind do not thin: SQLite, PostgreSQL, MySQL and MariaDB do.");
-    }
     info.DatasourceInfo = place.Text();
     info.ThinnedAtSource = thinned_->isChecked();
     if (info.ThinnedAtSource) TakeAllRows(info);

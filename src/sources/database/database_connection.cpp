@@ -24,7 +24,8 @@ namespace {
 
 constexpr auto kPatience = std::chrono::milliseconds(300);  // shorter waits show nothing
 constexpr auto kBetweenLooks = std::chrono::milliseconds(20);
-constexpr qlonglong kServerWaits = 5000;  // ms longer
+constexpr int kStepsBetweenLooks = 20'000;  // of the machine that runs statements: a millisecond
+constexpr qlonglong kServerWaits = 5000;    // ms longer
 /// What servers say, also through ODBC, to a password that is missing or wrong.
 constexpr const char* kAboutPassword[] = {"fe_sendauth:", "password authentication failed",
                                           "(using password: ", "Login failed for user"};
@@ -127,10 +128,8 @@ DatabaseConnection::DatabaseConnection(const DatabasePlace& place)
 }
 
 void DatabaseConnection::Prepare() {
-  const QSqlDriver::DbmsType kind = database_.driver()->dbmsType();
-  const bool unknown = kind == QSqlDriver::UnknownDbms;
-  dialect_ =
-      &DialectBehind(*dialect_, kind, unknown ? Answer(database_, "SELECT version()") : QString());
+  dialect_ = &DialectBehind(*dialect_, database_.driver()->dbmsType(),
+                            [this](const char* question) { return Answer(database_, question); });
   for (const char* const statement : dialect_->first) {
     QSqlError error;
     {
@@ -176,6 +175,16 @@ void DatabaseConnection::Stop() const {
   } catch (const Error&) {
     // A server that takes no second connection cannot be told: the statement ends by its time-out.
   }
+}
+
+void DatabaseConnection::StopWith(const Progress* progress) const {
+  if (interruptible_ == nullptr) return;
+  const auto is_cancelled = [](void* of) {
+    return static_cast<const Progress*>(of)->Cancelled() ? 1 : 0;
+  };
+  sqlite3_progress_handler(static_cast<sqlite3*>(interruptible_), kStepsBetweenLooks,
+                           progress == nullptr ? nullptr : +is_cancelled,
+                           const_cast<Progress*>(progress));
 }
 
 bool DatabaseConnection::IsAlive() const {

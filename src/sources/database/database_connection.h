@@ -36,6 +36,9 @@ class DatabaseConnection {
                Progress& progress) const;
   /// Stops what the connection runs, from any thread; the statement ends with an error. Nothing where that cannot be done.
   void Stop() const;
+  /// Until told null, what the connection runs ends with an error once `progress` is cancelled, in whatever call it is; nothing
+  /// where the driver's library is not the one that is linked here.
+  void StopWith(const Progress* progress) const;
   /// True where the driver's own objects are of the library that is linked here.
   bool KnowsLibrary() const { return interruptible_ != nullptr; }
   /// False when the server has gone.

@@ -9,6 +9,8 @@ namespace {
 
 /// Opening reads nothing of the file: this finds out whether it can be read.
 constexpr const char* kSqliteFirst[] = {"SELECT count(*) FROM sqlite_master"};
+/// No option of that driver opens for reading only.
+constexpr const char* kSqliteBehindFirst[] = {"PRAGMA query_only = 1"};
 constexpr const char* kPostgresFirst[] = {"SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY",
                                           "SET statement_timeout = %1",
                                           "SET idle_in_transaction_session_timeout = '1h'"};
@@ -73,15 +75,21 @@ const DatabaseDialect& DialectOf(const std::string& scheme) {
 }
 
 const DatabaseDialect& DialectBehind(const DatabaseDialect& driver, QSqlDriver::DbmsType kind,
-                                     const QString& version) {
+                                     const std::function<QString(const char* question)>& ask) {
   static const DatabaseDialect postgres = ThroughOdbc("postgresql");
   static const DatabaseDialect mysql = ThroughOdbc("mysql");
+  static const DatabaseDialect sqlite = [] {
+    DatabaseDialect row = ThroughOdbc("sqlite");
+    row.first = kSqliteBehindFirst;
+    return row;
+  }();
   if (&driver != &DialectOf("odbc")) return driver;
   if (kind == QSqlDriver::PostgreSQL) return postgres;
-  // The driver knows MariaDB by no name.
-  const bool is_mysql =
-      kind == QSqlDriver::MySqlServer || version.contains(QLatin1String("MariaDB"));
-  return is_mysql ? mysql : driver;
+  if (kind == QSqlDriver::MySqlServer) return mysql;
+  if (kind != QSqlDriver::UnknownDbms) return driver;
+  // The driver knows MariaDB and SQLite by no name.
+  if (ask("SELECT version()").contains(QLatin1String("MariaDB"))) return mysql;
+  return ask("SELECT sqlite_version()").isEmpty() ? driver : sqlite;
 }
 
 }  // namespace tarnwick

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSqlDriver>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -39,9 +40,9 @@ struct DatabaseDialect {
 /// The row of a scheme. Throws Error for a scheme that there is not.
 const DatabaseDialect& DialectOf(const std::string& scheme);
 
-/// The row of what answers behind a driver that reaches many kinds, by that driver's own word for it or the version that it says;
-/// `driver` where no other is known.
+/// The row of what answers behind a driver that reaches many kinds, by that driver's own word for it or by what it answers to the
+/// questions of several kinds for their version (empty: it does not know them); `driver` where no other is known.
 const DatabaseDialect& DialectBehind(const DatabaseDialect& driver, QSqlDriver::DbmsType kind,
-                                     const QString& version);
+                                     const std::function<QString(const char* question)>& ask);
 
 }  // namespace tarnwick

@@ -73,13 +73,27 @@ bool DatabaseRows::NextStep() {
   return true;
 }
 
+void DatabaseRows::MoveUnder(Progress* progress) {
+  moving_ = progress;
+  connection_.StopWith(progress);
+}
+
+void DatabaseRows::FetchPart() {
+  if (moving_ == nullptr) {
+    Require(query_.exec(QLatin1String(kFetch)));
+  } else {
+    Require(connection_.Execute(query_, QLatin1String(kFetch), subject_, *moving_) &&
+            query_.isActive());
+  }
+}
+
 bool DatabaseRows::Next() {
   if (way_ == Way::Closed) return false;
   if (way_ == Way::Steps) return NextStep();
   if (query_.next()) return true;
   Require(!query_.lastError().isValid());
   if (way_ != Way::Parts) return false;
-  Require(query_.exec(QLatin1String(kFetch)));
+  FetchPart();
   if (query_.next()) return true;
   Require(!query_.lastError().isValid());
   return false;

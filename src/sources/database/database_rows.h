@@ -39,6 +39,8 @@ class DatabaseRows {
   /// Opens rows of which each is found by itself: `statement` has two places for values, the key from which on it looks
   /// and how many rows it passes from there, and answers the key first.
   void OpenSteps(const QString& statement, const KeySteps& steps);
+  /// Until told null, Next() fails once `progress` is cancelled, which reaches the data base.
+  void MoveUnder(Progress* progress);
   /// Goes to the next row; false behind the last. Throws DatabaseFailure.
   bool Next();
   QVariant Value(int column) const { return query_.value(column); }
@@ -52,6 +54,7 @@ class DatabaseRows {
 
  private:
   bool NextStep();
+  void FetchPart();
   void Require(bool done);
 
   enum class Way : std::uint8_t { Closed, Plain, Parts, Steps };
@@ -60,6 +63,7 @@ class DatabaseRows {
   std::string subject_;
   QSqlQuery query_;
   Way way_ = Way::Closed;
+  Progress* moving_ = nullptr;
   KeySteps steps_;  // from the row that comes next
 };
 

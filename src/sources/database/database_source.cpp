@@ -69,28 +69,35 @@ void JudgeRows(TDBSupplier& supplier, ImportSource& source) {
   supplier.FirstRow();
 }
 
-void OpenTable(const DatabasePlace& place, Progress& progress, ImportSource& source) {
+/// What answers there.
+const DatabaseDialect& OpenTable(const DatabasePlace& place, Progress& progress,
+                                 ImportSource& source) {
   auto supplier = std::make_unique<TDBSupplier>(place, progress);
+  supplier->MoveUnder(&progress);
   JudgeRows(*supplier, source);
+  supplier->MoveUnder(nullptr);
   supplier->GuessRows(progress);
   source.info.DatasourceInfo = place.Text();
+  const DatabaseDialect& dialect = supplier->Dialect();
   source.supplier = std::move(supplier);
+  return dialect;
 }
 
-void OpenFirstTable(DatabasePlace place, Progress& progress, ImportSource& source) {
+const DatabaseDialect& OpenFirstTable(DatabasePlace place, Progress& progress,
+                                      ImportSource& source) {
   std::vector<std::string> tables = DatabaseConnection(place).Tables();
   for (std::size_t i = 0; i < tables.size(); ++i) {
     place.table = tables[i];
-    OpenTable(place, progress, source);
+    const DatabaseDialect& dialect = OpenTable(place, progress, source);
     if (source.NumberColumns().empty()) continue;
     std::vector<std::string> others;
     for (const std::string& name : tables) {
       if (name != place.table) others.push_back('"' + name + '"');
     }
-    if (others.empty()) return;
+    if (others.empty()) return dialect;
     source.notes.push_back("the table \"" + place.table + "\" is shown, beside it " +
                            (others.size() == 1 ? "is " : "are ") + Listed(others, kMostNames));
-    return;
+    return dialect;
   }
   place.table.clear();
   throw FileError("No table of the data base holds numbers", place.Name(),
@@ -103,16 +110,15 @@ bool ChoosesRows(const ImportOptions& options) {
          options.row_choice.value_or(RowChoice::All) != RowChoice::All;
 }
 
-void ChooseThinning(const ImportOptions& options, ImportSource& source) {
+void ChooseThinning(const ImportOptions& options, const DatabaseDialect& dialect,
+                    ImportSource& source) {
   const DatabasePlace place = ParsePlace(source.info.DatasourceInfo);
   const bool wanted = options.thinned_at_source.value_or(false);
   if (wanted && ChoosesRows(options)) {
     throw Error("Rows are thinned by the data base, or chosen, not both");
   }
-  if (wanted && !CanThin(place)) {
-    throw Error("Data bases of this kind do not thin: " + place.Name());
-  }
-  if (options.thinned_at_source || ChoosesRows(options) || !CanThin(place)) {
+  if (wanted) RequireThinning(place, dialect);
+  if (options.thinned_at_source || ChoosesRows(options) || !CanThin(dialect)) {
     source.info.ThinnedAtSource = wanted;
   } else {
     source.info.ThinnedAtSource = source.supplier->Size() > kMostWholeRows;
@@ -126,13 +132,11 @@ void ChooseThinning(const ImportOptions& options, ImportSource& source) {
 
 void Examine(const DatabasePlace& place, const ImportOptions& options, Progress& progress,
              ImportSource& source) {
-  if (place.table.empty() && place.query.empty()) {
-    OpenFirstTable(place, progress, source);
-  } else {
-    OpenTable(place, progress, source);
-  }
+  const bool named = !place.table.empty() || !place.query.empty();
+  const DatabaseDialect& dialect =
+      named ? OpenTable(place, progress, source) : OpenFirstTable(place, progress, source);
   SettleStoredTimes(options, source);
-  ChooseThinning(options, source);
+  ChooseThinning(options, dialect, source);
 }
 
 void ExamineFile(FileToExamine file, ImportSource& source) {
@@ -149,7 +153,10 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress
     throw Error("The source names no table of its data base: " + place.Name());
   }
   auto table = std::make_unique<TDBSupplier>(place, progress);
-  if (!IsThinned(info)) return table;
+  if (!IsThinned(info)) {
+    table->GuessRows(progress);
+    return table;
+  }
   return std::make_unique<ThinnedSupplier>(std::move(table), place);
 }
 

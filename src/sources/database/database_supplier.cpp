@@ -189,6 +189,11 @@ void TDBSupplier::Fail(const QSqlError& error) const {
   throw FileError("The data base cannot be read", name_, connection_.TextOf(error));
 }
 
+void TDBSupplier::MoveUnder(Progress* progress) {
+  moving_ = progress;
+  opened_.rows.MoveUnder(progress);
+}
+
 /// Stands on the current row, by other rows where those that are open leave it out.
 void TDBSupplier::Settle() const {
   if (opened_.is_open && opened_.row == row_) return;
@@ -204,6 +209,8 @@ void TDBSupplier::Settle() const {
       opened_.row += opened_.every;
     }
   } catch (const DatabaseFailure& failure) {
+    opened_.at_end = moving_ != nullptr && moving_->Cancelled();
+    if (opened_.at_end) return;
     opened_.is_open = false;
     Fail(failure.error);
   }

@@ -21,6 +21,8 @@ class TDBSupplier final : public TDataSupplier {
   /// DatabaseConnection does; so does every move when the data base fails. Throws UnpackingCancelled when `progress` cancels.
   TDBSupplier(DatabasePlace place, Progress& progress);
 
+  /// What answers there.
+  const DatabaseDialect& Dialect() const { return connection_.Dialect(); }
   std::int32_t CurrentRow() const override;
   std::int32_t HeaderRowsPassed() const override { return 0; }
   bool AtEnd() const override;
@@ -35,6 +37,7 @@ class TDBSupplier final : public TDataSupplier {
   std::int32_t RowCount() override;
   bool CountRows(Progress& progress) override;
   bool Expect(const RowPlan& plan, Progress& progress) override;
+  void MoveUnder(Progress* progress) override;
   std::int64_t RowsBelow(std::int32_t column, ColumnFormat format, double bound,
                          Progress& progress) override;
   /// Settles what Size() answers where that takes long. Throws UnpackingCancelled.
@@ -87,6 +90,7 @@ class TDBSupplier final : public TDataSupplier {
   std::vector<std::int32_t> columns_;  // that are asked for; empty: all
   std::int32_t order_ = -1;            // the column that orders the rows
   std::int64_t row_ = 0;               // from 0
+  Progress* moving_ = nullptr;   // what ends moves
   std::optional<std::int64_t> counted_;
   mutable std::optional<std::int64_t> guessed_;
   // Opened when a row is first looked at: who only counts, or is told a plan first, asks no second time.

@@ -32,8 +32,11 @@ QString Bound(const AskedColumn& x, const char* comparison, double value) {
 
 class Query {
  public:
-  Query(const ThinnedView& view, Progress& progress)
-      : view_(view), server_(view, kWords, progress), x_(server_.X()), ys_(server_.Ys()) {}
+  Query(const ThinnedView& view, const DatabaseConnection& connection, Progress& progress)
+      : view_(view),
+        server_(view, kWords, connection, progress),
+        x_(server_.X()),
+        ys_(server_.Ys()) {}
 
   ThinnedRows Answer() {
     return server_.Thinned(Bounds() + FiniteX(), [&](const ColumnsOfX& x) { return Statement(x); });
@@ -81,8 +84,9 @@ class Query {
 
 }  // namespace
 
-ThinnedRows FetchThinnedOfPostgres(const ThinnedView& view, Progress& progress) {
-  return Query(view, progress).Answer();
+ThinnedRows FetchThinnedOfPostgres(const ThinnedView& view, const DatabaseConnection& connection,
+                                   Progress& progress) {
+  return Query(view, connection, progress).Answer();
 }
 
 }  // namespace tarnwick

@@ -29,10 +29,11 @@ std::vector<double> NumbersOf(QString list) {
 
 }  // namespace
 
-ServerQuery::ServerQuery(const ThinnedView& view, const NumberWords& words, Progress& progress)
+ServerQuery::ServerQuery(const ThinnedView& view, const NumberWords& words,
+                         const DatabaseConnection& connection, Progress& progress)
     : view_(view),
       progress_(progress),
-      connection_(view.place),
+      connection_(connection),
       rows_(connection_, view.place.Name()) {
   source_ =
       view.place.query.empty()

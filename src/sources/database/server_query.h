@@ -36,9 +36,10 @@ struct ColumnsOfX {
 
 class ServerQuery {
  public:
-  /// Connects and asks for the columns of the view. Throws Error, also for columns that are read as texts, which no server
-  /// compares as we read them. View and progress outlive the query.
-  ServerQuery(const ThinnedView& view, const NumberWords& words, Progress& progress);
+  /// Asks for the columns of the view. Throws Error, also for columns that are read as texts, which no server compares as we read
+  /// them. View, connection and progress outlive the query.
+  ServerQuery(const ThinnedView& view, const NumberWords& words,
+              const DatabaseConnection& connection, Progress& progress);
 
   const AskedColumn& X() const { return x_; }
   const std::vector<AskedColumn>& Ys() const { return ys_; }
@@ -61,7 +62,7 @@ class ServerQuery {
 
   const ThinnedView& view_;
   Progress& progress_;
-  DatabaseConnection connection_;
+  const DatabaseConnection& connection_;
   DatabaseRows rows_;
   QString source_;
   AskedColumn x_;

@@ -13,6 +13,8 @@
 
 namespace tarnwick {
 
+struct DatabaseDialect;
+
 /// Columns of a whole table, so many that a zoom finds something until its own rows are there.
 inline constexpr int kColumnsOfWhole = 16 * 2048;
 /// Columns of a view where no screen says how many.
@@ -46,8 +48,10 @@ struct ThinnedRows {
   std::int64_t rows = 0;  ///< with X and some Y in the range, of which these were picked
 };
 
-/// True for kinds of data base that can.
-bool CanThin(const DatabasePlace& place);
+/// True for kinds of data base that can; what is behind a driver of many kinds is known once it is met.
+bool CanThin(const DatabaseDialect& dialect);
+/// Throws Error, naming the place, for kinds that cannot.
+void RequireThinning(const DatabasePlace& place, const DatabaseDialect& dialect);
 
 /// Asks a connection of its own, in the thread that calls. Every row that is the lowest or highest of a Y in its column of the
 /// view is among the answer. Throws Error and FileError as suppliers do, and UnpackingCancelled when `progress` cancels, which

@@ -10,6 +10,7 @@
 
 #include "base/error.h"
 #include "data/import/loader.h"
+#include "sources/database/database_connection.h"
 #include "sources/database/database_supplier.h"
 #include "sources/database/thinned_view.h"
 
@@ -194,6 +195,21 @@ void ExpectThinnedShowsEveryExtreme(
             << "a row that is none of the table at " << row[0];
       }
     }
+  }
+}
+
+void AddThroughOdbc(const std::string& words, std::vector<DatabasePlace>& places) {
+  try {
+    const DatabaseConnection is_installed({"odbc", words, {}, {}});
+  } catch (const Error& error) {
+    const std::string why = error.what();
+    const bool is_missing =
+        why.find("Can't open lib") != why.npos || why.find("is not installed") != why.npos;
+    EXPECT_TRUE(is_missing) << why;
+    return;
+  }
+  for (std::size_t i = 0, known = places.size(); i < known; ++i) {
+    places.push_back({"odbc", words, places[i].table, places[i].query});
   }
 }
 

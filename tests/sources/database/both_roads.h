@@ -19,4 +19,7 @@ void ExpectThinnedShowsEveryExtreme(
     bool texts, int tables, const std::vector<DatabasePlace>& places,
     const std::function<void(const std::vector<std::string>& statements)>& make);
 
+/// Adds the same places read through that driver of ODBC, whose connection the words name; none where it is not installed.
+void AddThroughOdbc(const std::string& words, std::vector<DatabasePlace>& places);
+
 }  // namespace tarnwick::testing

@@ -19,6 +19,7 @@
 #include "made_database.h"
 #include "sources/all_source_kinds.h"
 #include "sources/database/database_connection.h"
+#include "sources/database/database_supplier.h"
 #include "sources/database/thinned_view.h"
 #include "support/cancelling_progress.h"
 #include "support/refusal.h"
@@ -207,6 +208,10 @@ TEST(DatabaseSource, AQueryWithoutAnEndIsCancelledOrStoppedByTheLimit) {
       .place = base.Place("", endless + "SELECT x, x AS y FROM n"), .x = {"x"}, .y = {{"y"}}};
   const DatabasePlace no_row = base.Place("", endless + "SELECT x, x AS y FROM n WHERE x < 0");
   EXPECT_THROW(OpenDatabase(no_row, {}, cancelled), UnpackingCancelled);
+  TDBSupplier two_rows(base.Place("", endless + "SELECT x, x AS y FROM n WHERE x < 3"), unseen);
+  two_rows.MoveUnder(&cancelled);
+  EXPECT_FALSE(two_rows.NextRow());
+  EXPECT_TRUE(two_rows.NextRow()) << "the search for a third one";
   qputenv("TARNWICK_DB_TIMEOUT", "1");
   for (const std::function<void()>& read : std::initializer_list<std::function<void()>>{
            [&] { OpenDatabase(no_row, {}, unseen); }, [&] { FetchThinned(view, unseen); }}) {

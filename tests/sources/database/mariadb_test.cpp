@@ -22,6 +22,7 @@
 namespace tarnwick {
 namespace {
 
+using testing::AddThroughOdbc;
 using testing::CancellingProgress;
 using testing::ExpectSameByBothRoads;
 using testing::ExpectThinnedShowsEveryExtreme;
@@ -102,8 +103,11 @@ TEST_F(Mariadb, PicksWhatReadingRowByRowPicks) {
 }
 
 TEST_F(Mariadb, ThinsWithEveryExtreme) {
-  ExpectThinnedShowsEveryExtreme(false, 3, {Place("t"), Place("", "SELECT * FROM t WHERE y > 5;")},
-                                 Run);
+  std::vector<DatabasePlace> places = {Place("t"), Place("", "SELECT * FROM t WHERE y > 5;")};
+  AddThroughOdbc("DRIVER=MariaDB Unicode;UID=reader;DATABASE=lab;SOCKET=" +
+                     folder_->filePath("s").toStdString(),
+                 places);
+  ExpectThinnedShowsEveryExtreme(false, 3, places, Run);
 }
 
 TEST_F(Mariadb, NothingIsWrittenWhateverAQueryCalls) {

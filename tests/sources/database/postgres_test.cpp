@@ -22,6 +22,7 @@
 namespace tarnwick {
 namespace {
 
+using testing::AddThroughOdbc;
 using testing::CancellingProgress;
 using testing::ExpectSameByBothRoads;
 using testing::ExpectThinnedShowsEveryExtreme;
@@ -59,9 +60,14 @@ TEST_F(Postgres, PicksWhatReadingRowByRowPicks) {
 }
 
 TEST_F(Postgres, ThinsWithEveryExtreme) {
-  ExpectThinnedShowsEveryExtreme(
-      false, 4, {Place("t"), Place("t"), Place("", "SELECT * FROM t WHERE y > 5;")},
-      [&](const auto& statements) { server_->Run(statements); });
+  std::vector<DatabasePlace> places = {Place("t"), Place("t"),
+                                       Place("", "SELECT * FROM t WHERE y > 5;")};
+  const std::string odbc =
+      "DRIVER=PostgreSQL Unicode;Database=postgres;UID=owner;Servername=" + server_->Server();
+  RememberPassword(odbc, PostgresServer::kPassword);
+  AddThroughOdbc(odbc, places);
+  ExpectThinnedShowsEveryExtreme(false, 4, places,
+                                 [&](const auto& statements) { server_->Run(statements); });
 }
 
 TEST_F(Postgres, TimesAreThinnedAsDays) {
