@@ -263,7 +263,9 @@ RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progres
       if (WasCancelled(read) || progress.Cancelled()) return {.cancelled = true};
       for (std::size_t i = 0; i < source.size(); ++i) reports[source[i]] = read[i];
     } catch (const Error& error) {
-      refreshed.troubles.emplace_back(error.what());
+      // Two lists of links may fail by the same one.
+      if (std::ranges::find(refreshed.troubles, error.what()) == refreshed.troubles.end())
+        refreshed.troubles.emplace_back(error.what());
     }
   }
   for (const auto& graph : graphs) refreshed.graphs.push_back(ResultOf(*graph, reports));

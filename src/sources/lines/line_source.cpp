@@ -24,8 +24,9 @@ constexpr int kLookMs = 1000;
 constexpr std::int64_t kMostLinesPerSecond = 100'000;
 constexpr const char* kLineSeparators = "\t,; ";
 
+/// What X is belongs to the place (LinesEdit asks for it there).
 constexpr SourceSetting kSettings[] = {
-    {"XDataColumn"}, {"YDataColumn"},     {"XFormat"},      {"YFormat"},       {"TextSeparators"},
+    {"YDataColumn"},     {"XFormat"},      {"YFormat"},       {"TextSeparators"},
     {"TextMarkers"}, {"MergeSeparators"}, {"CommentMarks"}, {"MissingValues"}, {"KeepPoints"},
 };
 

@@ -121,15 +121,19 @@ void RowQueue::Stop() {
   Wake();
 }
 
+/// What has ended is not paused.
+bool RowQueue::IsPaused() const {
+  return paused_ && (state_ == StreamState::Running || state_ == StreamState::Away);
+}
+
 StreamState RowQueue::State() const {
   const std::lock_guard lock(mutex_);
-  const bool goes_on = state_ == StreamState::Running || state_ == StreamState::Away;
-  return paused_ && goes_on ? StreamState::Paused : state_;
+  return IsPaused() ? StreamState::Paused : state_;
 }
 
 std::string RowQueue::Told() const {
   const std::lock_guard lock(mutex_);
-  return told_;
+  return IsPaused() ? "Paused" : told_;
 }
 
 StreamRows RowQueue::Take() {

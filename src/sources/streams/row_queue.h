@@ -41,6 +41,7 @@ class RowQueue {
 
  private:
   void Wake() const;
+  bool IsPaused() const;
   std::size_t MostRows(std::size_t columns) const;
 
   mutable std::mutex mutex_;

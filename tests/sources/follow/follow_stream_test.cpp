@@ -134,6 +134,7 @@ TEST_F(FollowedFile, WaitsWhilePausedAndStopsForGood) {
   ASSERT_TRUE(watcher.WaitForPoints(2));
   watcher.stream->Pause();
   EXPECT_EQ(watcher.stream->State(), StreamState::Paused);
+  EXPECT_EQ(watcher.stream->Told(), "Paused");
   Append(file, "2,2\n");
   watcher.stream->Start();
   EXPECT_TRUE(watcher.WaitForPoints(3));
