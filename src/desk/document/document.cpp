@@ -10,6 +10,17 @@
 #include "graph/layout/finished_look.h"
 
 namespace tarnwick {
+namespace {
+
+std::int32_t MostPoints(const TxyGraph& graph) {
+  std::int32_t most = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
+    most = std::max(most, graph.Series(i).PointCount());
+  return most;
+}
+
+}  // namespace
+
 Document::Document(std::string name, LongWork& work, Prompt& prompt, QObject* parent)
     : QObject(parent), name_(std::move(name)), work_(work), prompt_(prompt) {
   DefaultAppearance(graph_, name_);
@@ -71,11 +82,16 @@ bool Document::Edit(const std::string& name, const std::function<void(TxyGraph&)
 }
 
 void Document::TakeComing(const std::function<void(TxyGraph&)>& change) {
+  const std::int32_t before = MostPoints(graph_);
   {
     const GraphUpdate whole(graph_);
     change(graph_);
   }
   if (!history_.Changed()) history_.SetChanged(true);
+  // What the user has zoomed into is not disturbed.
+  if (!LooksOtherwise(before, MostPoints(graph_)) || !zooms_.Of(std::nullopt).IsEmpty()) return;
+  look_.arranged_for = {};
+  emit stateChanged();
 }
 
 void Document::HistoryMoved() {

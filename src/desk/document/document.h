@@ -63,7 +63,7 @@ class Document final : public QObject {
   bool Edit(const std::string& name, const std::function<void(TxyGraph&)>& change,
             Merging merging = Merging::No);
   /// What data that come by themselves do to the whole graph: no step, and undoing steps leaves it there. The document is changed
-  /// by it. Not while a step is open or work runs.
+  /// by it, and its look is finished anew when it has become one of many points. Not while a step is open or work runs.
   void TakeComing(const std::function<void(TxyGraph&)>& change);
   EditHistory& History() { return history_; }
   const EditHistory& History() const { return history_; }

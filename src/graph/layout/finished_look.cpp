@@ -159,6 +159,12 @@ void ChooseStyles(TxyGraph& graph) {
 
 }  // namespace
 
+bool LooksOtherwise(std::int32_t before, std::int32_t now) {
+  constexpr std::int32_t kMost[] = {0, kSparsePoints, kDensePoints, kBroadPoints};
+  return std::ranges::any_of(kMost,
+                             [&](std::int32_t most) { return (before <= most) != (now <= most); });
+}
+
 void DefaultAppearance(TxyGraph& graph, std::string_view name) {
   graph.BeginUpdate();
   Appearance appearance = graph.GetAppearance();

@@ -1,6 +1,7 @@
 // The look of a graph nobody has arranged yet. Knows what makes a balanced picture; changes settings, never data.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ void DefaultAppearance(TxyGraph& graph, std::string_view name);
 struct FinishedLookOptions {
   std::string title;  ///< of the graph; empty leaves it
 };
+
+/// True where a DataSet that had `before` points and has `now` is drawn in another way by a finished look.
+bool LooksOtherwise(std::int32_t before, std::int32_t now);
 
 /// Arranges a freshly imported graph for a picture of `size`: margins that fit labels and titles, the second Y axis only
 /// when something is drawn against it, the legend for more than one DataSet (but not where it would only repeat the titles of

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "desk/document/document.h"
+#include "desk/document/finish_look.h"
 #include "desk/document/open_edit.h"
 #include "document/immediate_work.h"
 #include "graph/edit/point_edit.h"
@@ -69,6 +70,19 @@ TEST_F(LiveDataTest, ComesWhenStartedAndChangesTheDocument) {
   EXPECT_THAT(document_.Live().Texts(), ::testing::ElementsAre("Following run.csv, 4 rows came"));
   document_.Live().Stop();
   EXPECT_EQ(document_.Live().State(), StreamState::Stopped);
+}
+
+TEST_F(LiveDataTest, IsArrangedAnewWhenFewPointsBecomeMany) {
+  const QSizeF size(600, 400);
+  FinishLook(document_, size);
+  ASSERT_TRUE(Series().Style().show_symbols);
+  QObject::connect(&document_, &Document::stateChanged, [&] { FinishLook(document_, size); });
+  Start();
+  std::string rows;
+  for (int i = 4; i <= 500; ++i) rows += std::to_string(i) + ",1\n";
+  Append(rows);
+  ASSERT_TRUE(WaitForPoints(500));
+  EXPECT_FALSE(Series().Style().show_symbols);
 }
 
 TEST_F(LiveDataTest, StaysWhenStepsAreUndoneAndMadeAgain) {
