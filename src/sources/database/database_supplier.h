@@ -90,7 +90,7 @@ class TDBSupplier final : public TDataSupplier {
   std::vector<std::int32_t> columns_;  // that are asked for; empty: all
   std::int32_t order_ = -1;            // the column that orders the rows
   std::int64_t row_ = 0;               // from 0
-  Progress* moving_ = nullptr;   // what ends moves
+  Progress* moving_ = nullptr;         // what ends moves
   std::optional<std::int64_t> counted_;
   mutable std::optional<std::int64_t> guessed_;
   // Opened when a row is first looked at: who only counts, or is told a plan first, asks no second time.

@@ -26,8 +26,8 @@ constexpr const char* kLineSeparators = "\t,; ";
 
 /// What X is belongs to the place (LinesEdit asks for it there).
 constexpr SourceSetting kSettings[] = {
-    {"YDataColumn"},     {"XFormat"},      {"YFormat"},       {"TextSeparators"},
-    {"TextMarkers"}, {"MergeSeparators"}, {"CommentMarks"}, {"MissingValues"}, {"KeepPoints"},
+    {"YDataColumn"},     {"XFormat"},      {"YFormat"},       {"TextSeparators"}, {"TextMarkers"},
+    {"MergeSeparators"}, {"CommentMarks"}, {"MissingValues"}, {"KeepPoints"},
 };
 
 class LineReader final : public RowProducer {
