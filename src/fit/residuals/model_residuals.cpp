@@ -36,24 +36,6 @@ struct OwnPoints {
   std::vector<double> weights;
 };
 
-FitPoints Block(const FitPoints& points, std::size_t from, std::size_t end) {
-  const std::size_t count = std::min(kBlockLength, end - from);
-  FitPoints block{points.x.subspan(from, count), points.y.subspan(from, count)};
-  if (!points.weights.empty()) block.weights = points.weights.subspan(from, count);
-  return block;
-}
-
-/// Has a block fetched while another is computed: the processor itself looks no farther ahead than a page, and begins anew in
-/// each array.
-void FetchBlock(const FitPoints& points, std::size_t from) {
-  constexpr std::size_t kLine = 64 / sizeof(double);
-  const std::size_t end = std::min(from + kBlockLength, points.x.size());
-  for (const std::span<const double> values : {points.x, points.y, points.weights}) {
-    for (std::size_t i = from; i < std::min(end, values.size()); i += kLine)
-      __builtin_prefetch(values.data() + i);
-  }
-}
-
 /// Every nth point, `most` at most.
 OwnPoints EveryNth(FitPoints points, std::size_t most) {
   OwnPoints some;
@@ -175,8 +157,10 @@ void ModelResiduals::Impl::RunTask(Worker& worker, std::size_t task, PassKind ki
   const std::size_t begin = task * kTaskLength;
   const std::size_t end = std::min(begin + kTaskLength, points.x.size());
   for (std::size_t from = begin; from < end; from += kBlockLength) {
-    FetchBlock(points, from + kBlockLength);
-    worker.reducer.Add(*worker.blocks, Block(points, from, end), kind, part);
+    const std::size_t count = std::min(kBlockLength, end - from);
+    FitPoints block{points.x.subspan(from, count), points.y.subspan(from, count)};
+    if (!points.weights.empty()) block.weights = points.weights.subspan(from, count);
+    worker.reducer.Add(*worker.blocks, block, kind, part);
   }
 }
 
