@@ -17,7 +17,7 @@ using Eigen::VectorXd;
 /// Relative to the longest of scaled columns: what is shorter is rounding.
 constexpr double kLost = 32 * std::numeric_limits<double>::epsilon();
 /// Of the greatest singular value: as long as the smallest is surely above, a triangle is solved as well as by all of them.
-constexpr double kWellPosed = 1e-6;
+constexpr double kWellPosed = 1e-4;
 /// How near the step's length must come to the radius.
 constexpr double kRadiusTolerance = 0.1;
 constexpr int kMostDampings = 50;
