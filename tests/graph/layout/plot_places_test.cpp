@@ -386,18 +386,6 @@ TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {
               1e-9);
 }
 
-TEST_F(Places, LabelsBesideEachOtherLeaveHalfTheirHeight) {
-  for (double end = 2; end < 1e7; end *= 1.37) {
-    Show(AxisId::X, 0, end, std::exp2(std::floor(std::log2(end)) - 4));
-    const std::vector<PlacedText> labels = Layout().Axis(AxisId::X).labels;
-    ASSERT_GE(labels.size(), 2U) << end;
-    for (std::size_t i = 1; i < labels.size() && labels[0].angle == 0; ++i) {
-      const double gap = labels[i].Box().left() - labels[i - 1].Box().right();
-      EXPECT_GE(gap, 0.5 * labels[i].Box().height() - 1e-9) << end;
-    }
-  }
-}
-
 TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
   Legend legend = graph.GetLegend();
   legend.left = 200, legend.top = 100, legend.x_margin = 8, legend.y_margin = 3;
