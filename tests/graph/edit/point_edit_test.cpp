@@ -213,6 +213,11 @@ TEST(PointEdit, WhateverBecameOfPointsIsFoundAndPutBack) {
     fresh.AddPoint(9, 9);
     EXPECT_EQ(PointsText(fresh), "1:1,10 2:2,20 3:4,40 4:9,9 ");
   }
+  // What has no Y is not changed by that alone.
+  read.AddPoint(5, std::nan(""));
+  const PointChain with_none = read.Points();
+  read.SetY(1, 7);
+  EXPECT_EQ(ChangesBetween(with_none, read.Points(), 100)->size(), 1U);
 }
 
 }  // namespace
