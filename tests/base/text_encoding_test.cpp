@@ -45,11 +45,13 @@ TEST(TextEncoding, EveryStoredTextReturns) {
 }
 
 TEST(TextEncoding, KnowsValidUtf8) {
-  for (const char* good : {"", "a\u00E9\u20AC\U0001F600", "\xF4\x8F\xBF\xBF", "\xED\x9F\xBF"}) {
+  for (const char* good :
+       {"", "a\u00E9\u20AC\U0001F600", "\xF4\x8F\xBF\xBF", "\xED\x9F\xBF", "\xEE\x80\x80"}) {
     EXPECT_TRUE(IsValidUtf8(good)) << good;
   }
-  for (const char* bad : {"\x80", "\xC0\xAF", "\xC3", "\xE0\x80\xAF", "\xED\xA0\x80", "\xE2\x82",
-                          "\xF4\x90\x80\x80", "\xF0\x80\x80\x80", "\xF8\x88\x80\x80\x80", "\xFF"}) {
+  for (const char* bad :
+       {"\x80", "\xC0\xAF", "\xC3", "\xE0\x80\xAF", "\xED\xA0\x80", "\xED\xBF\xBF", "\xE2\x82",
+        "\xF4\x90\x80\x80", "\xF0\x80\x80\x80", "\xF8\x88\x80\x80\x80", "\xFF"}) {
     EXPECT_FALSE(IsValidUtf8(bad)) << bad;
   }
 }
