@@ -4,6 +4,7 @@
 
 #include "analysis/fits/fit_run.h"
 #include "base/number_text.h"
+#include "base/undefined.h"
 
 namespace tarnwick {
 namespace {
@@ -18,9 +19,16 @@ std::string Figure(const FitResult& result, double value) {
 }
 
 std::string TextOf(const NestedTest& test, const ModelComparison& compared) {
-  return compared.models[test.smaller].name + " within " + compared.models[test.larger].name +
-         ": F(" + std::to_string(test.added) + ", " + std::to_string(test.free) +
-         ") = " + GeneralText(test.ratio, 5) + ", probability " + GeneralText(test.probability, 4) +
+  const std::string ratio = compared.models[test.smaller].name + " within " +
+                            compared.models[test.larger].name + ": F(" +
+                            std::to_string(test.added) + ", " + std::to_string(test.free) +
+                            ") = " + GeneralText(test.ratio, 5);
+  if (IsUndefined(test.probability)) {
+    return ratio +
+           ", without a probability: the larger function takes on the smaller one's curve with more "
+           "than one set of values, so that chance gains more than F, and AICc, allow for.";
+  }
+  return ratio + ", probability " + GeneralText(test.probability, 4) +
          (test.probability < kRareGain ? ": more than chance gains."
                                        : ": no more than chance gains.");
 }

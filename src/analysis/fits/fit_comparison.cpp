@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "analysis/fits/fit_run.h"
@@ -21,6 +22,10 @@ namespace {
 constexpr double kSameCurve = 1e-9;
 /// The smaller model's curve is also taken with its parameters changed by these parts of their size.
 constexpr double kChanges[] = {0, 0.03, -0.05};
+/// From here the larger model is fitted to the smaller one's curve once more, to see whether it comes to the same values.
+constexpr double kOtherStarts[] = {0.05, -0.05};
+/// Of the size of a value: far above what rounding leaves open, far below the way between the starts.
+constexpr double kSameValue = 1e-3;
 
 bool CanBeTested(const FitResult& result) {
   const FitWeighting& weighting = result.statistics.weighting;
@@ -52,29 +57,59 @@ void TakeValuesByName(const FitSettings& from, FitSettings& to) {
   }
 }
 
-bool TakesOn(const FitSettings& larger, const FitJob& curve) {
+/// The fit of the larger model to the curve, if it takes that on.
+std::optional<FitResult> TakesOn(const FitSettings& larger, const FitJob& curve) {
   FitJob job = curve;
   job.settings = larger;
   job.settings.weighting = {FitWeights::None};
   job.settings.ProcType = FitProcType::cfp_Newton;
   NoProgress progress;
-  const FitResult fit = RunFit(job, progress);
+  FitResult fit = RunFit(job, progress);
   const double limit = kSameCurve * kSameCurve * SumUpY(curve.y).about_mean;
-  return !Failed(fit.outcome.why) && fit.undefined_points == 0 && fit.outcome.value <= limit;
+  if (Failed(fit.outcome.why) || fit.undefined_points != 0 || !(fit.outcome.value <= limit))
+    return std::nullopt;
+  return fit;
+}
+
+/// The smaller model's curve, changed by that part of its values.
+FitJob CurveOf(const FitJob& smaller, const FitResult& result, double change) {
+  TCurFit model;
+  model.SetSettings(Changed(smaller, result, change), false);
+  model.Prepare();
+  FitJob curve = smaller;
+  curve.errors.clear();
+  curve.y = ModelValues(model, curve.x);
+  return curve;
+}
+
+/// Parameters of like parts of a model may change their places.
+bool AreAlike(std::vector<double> some, std::vector<double> others) {
+  std::ranges::sort(some);
+  std::ranges::sort(others);
+  return std::ranges::equal(some, others, [](double a, double b) {
+    return std::abs(a - b) <= kSameValue * std::max({std::abs(a), std::abs(b), kSameValue});
+  });
+}
+
+/// The larger model takes on the smaller one's curve with other values, too.
+bool HasOtherValues(const FitJob& smaller, const FitResult& result, const FitJob& larger,
+                    const FitResult& larger_result) {
+  const FitJob curve = CurveOf(smaller, result, 0);
+  std::optional<FitResult> first = TakesOn(Changed(larger, larger_result, 0), curve);
+  for (const double change : kOtherStarts) {
+    const std::optional<FitResult> next = TakesOn(Changed(larger, larger_result, change), curve);
+    if (first && next && !AreAlike(first->values, next->values)) return true;
+    if (!first) first = next;
+  }
+  return false;
 }
 
 bool IsWithin(const FitJob& smaller, const FitResult& result, const FitJob& larger,
               const FitResult& larger_result) {
   for (const double change : kChanges) {
-    const FitSettings settings = Changed(smaller, result, change);
-    TCurFit model;
-    model.SetSettings(settings, false);
-    model.Prepare();
-    FitJob curve = smaller;
-    curve.errors.clear();
-    curve.y = ModelValues(model, curve.x);
+    const FitJob curve = CurveOf(smaller, result, change);
     FitSettings named = larger.settings;
-    TakeValuesByName(settings, named);
+    TakeValuesByName(Changed(smaller, result, change), named);
     if (!TakesOn(named, curve) && !TakesOn(Changed(larger, larger_result, 0), curve)) return false;
   }
   return true;
@@ -126,9 +161,13 @@ FitComparison CompareFits(std::span<const FitJob> jobs, std::span<const FitResul
   comparison.ranks = Ranked(results);
   for (std::size_t i = 0; i < jobs.size(); ++i) {
     for (std::size_t j = 0; j < jobs.size(); ++j) {
-      if (results[i].statistics.varied < results[j].statistics.varied && CanBeTested(results[i]) &&
-          CanBeTested(results[j]) && IsWithin(jobs[i], results[i], jobs[j], results[j]))
-        comparison.tests.push_back(TestOf(i, j, results));
+      if (results[i].statistics.varied >= results[j].statistics.varied ||
+          !CanBeTested(results[i]) || !CanBeTested(results[j]) ||
+          !IsWithin(jobs[i], results[i], jobs[j], results[j]))
+        continue;
+      comparison.tests.push_back(TestOf(i, j, results));
+      if (HasOtherValues(jobs[i], results[i], jobs[j], results[j]))
+        comparison.tests.back().probability = kUndefined;
     }
   }
   return comparison;
