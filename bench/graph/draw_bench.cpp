@@ -248,7 +248,7 @@ void BM_ErrorBars(benchmark::State& state) {
 }
 
 // A million points joined in the order in which they came take at most three times as long as the same points rising.
-// A loop so noisy that it closes over itself is drawn as the area that it covers, at the cost of most of its points.
+// A loop so noisy that it closes over itself is drawn as the area that it covers, which is kept from frame to frame.
 enum Joined { Rising, RisingInPieces, Sweep, Loop, NoisyLoop };
 
 Data SweepData(Joined kind) {
