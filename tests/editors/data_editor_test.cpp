@@ -199,6 +199,9 @@ TEST_F(DataEditorTest, ADataBaseIsOpenedByItsPlaceAndReadFromAnotherTable) {
   editor_ = form_->findChild<QWidget*>("DataEditorPages");
   ASSERT_TRUE(QTest::qWaitFor([&] { return PreviewRow(1) == "2|5"; }));
   EXPECT_TRUE(editor_->findChild<FieldWidget*>("Text/Separators")->isHidden());
+  Type(Line("DatabaseTable"), "third");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Told().contains("third"); }));
+  EXPECT_EQ(editor_->findChild<QLabel*>("SourceCount")->text(), "") << "said once";
   Type(Line("DatabaseTable"), "second");
   ASSERT_TRUE(QTest::qWaitFor([&] { return PreviewRow(1) == "2|8"; }));
   Press("ApplySource");

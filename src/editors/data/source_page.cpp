@@ -278,19 +278,28 @@ void SourcePage::ShowPreview() {
       OpenHead();
       preview = PreviewText(head_, info, kLines, kColumns);
     } catch (const Error& error) {
-      Tell(ToQt(error.what()));
+      return ShowTrouble(ToQt(error.what()));
     }
   }
   ShowColumns(std::move(preview));
 }
 
+/// Counting would only say it again.
+void SourcePage::ShowTrouble(const QString& trouble) {
+  Tell(trouble);
+  ShowColumns({});
+  StopCounting();
+}
+
+void SourcePage::StopCounting() {
+  counter_->GiveUp();
+  count_->setText({});
+}
+
 void SourcePage::AskForRows() {
   rows_->Begin([this, info = draft_.Source()](Progress& progress) -> LatestWork::Answer {
     return [this, rows = FirstRows(info, progress)] {
-      if (const auto* const trouble = std::get_if<QString>(&rows)) {
-        Tell(*trouble);
-        return ShowColumns({});
-      }
+      if (const auto* const trouble = std::get_if<QString>(&rows)) return ShowTrouble(*trouble);
       ShowColumns(std::get<SourcePreview>(rows));
     };
   });
@@ -302,8 +311,7 @@ void SourcePage::ShowColumns(SourcePreview preview) {
   table_->setVisible(!preview_.columns.empty());
   ShowCuts();
   ShowFields();
-  counter_->GiveUp();
-  count_->setText({});
+  StopCounting();
   if (JudgeExpressions()) CountPoints();
 }
 
@@ -392,8 +400,7 @@ void SourcePage::Guess() {
 }
 
 void SourcePage::Apply() {
-  counter_->GiveUp();
-  count_->setText({});
+  StopCounting();
   parts_.actions.RunAsCommand([this](CommandContext&) {
     Document& document = *series_.GetDocument();
     std::vector<NewSource> sources{{series_.Place(), draft_.Source()}};

@@ -48,6 +48,7 @@ class SourcePage final : public QWidget {
   void OpenHead();
   /// Asks for the first rows of a source that is no text; they are shown when they come.
   void AskForRows();
+  void ShowTrouble(const QString& trouble);
   void ShowColumns(SourcePreview preview);
   void ShowCuts();
   void TakeCuts(const std::vector<std::int32_t>& cuts);
@@ -59,6 +60,7 @@ class SourcePage final : public QWidget {
   /// Says under a column expression what is wrong with it. False when something is.
   bool JudgeExpressions();
   void CountPoints();
+  void StopCounting();
 
   PanelParts parts_;
   const EditedSeries& series_;

@@ -69,6 +69,7 @@ std::string BusTransport::HearNext(const std::string& item) {
   std::string heard;
   QEventLoop waiting;
   ear.Bind(item, [&](const std::string& text) {
+    if (text.empty()) return;  // no value
     heard = text;
     waiting.quit();
   });

@@ -102,13 +102,14 @@ TEST(LinkSource, WhoeverSendsIsHeard) {
   QDBusConnection shell = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "shell");
   QTimer each;
   QObject::connect(&each, &QTimer::timeout, [&] {
-    QDBusMessage signal = QDBusMessage::createSignal("/lab", "org.tarnwick.Link", "Changed");
-    signal << "temperature"
-           << "296.4";
-    shell.send(signal);
+    for (const char* const text : {"", "296.4"}) {
+      QDBusMessage signal = QDBusMessage::createSignal("/lab", "org.tarnwick.Link", "Changed");
+      signal << "temperature" << text;
+      shell.send(signal);
+    }
   });
   each.start(50);
-  EXPECT_EQ(AskLinks({"*|lab!temperature"})[0].text, "296.4");
+  EXPECT_EQ(AskLinks({"*|lab!temperature"})[0].text, "296.4") << "an empty text is no value";
   QDBusConnection::disconnectFromBus("shell");
 }
 
