@@ -2,7 +2,8 @@
 // normal equations in one pass, one thread; and beside cminpack and GSL on hand-written residuals and derivatives. Figures to
 // compare, time by Limit: Newton/0/1 at most 1.5 and Newton/0/2 (two threads) at most 0.8, Newton/1/1 at most 2, Newton/2/1 at
 // most 4. Beside Newton: Weighted at most 1.2, Bounded at most 1.1, Joint/1 at most 1.2 of Newton/0/1, Judged/0/1
-// at most 1.15 of it. Each reports its evaluations.
+// at most 1.15 of it, by the least of interleaved repetitions (--benchmark_enable_random_interleaving=true
+// --benchmark_repetitions=9): one after the other they differ by more than that. Each reports its evaluations.
 #include <benchmark/benchmark.h>
 #include <cminpack-1/cminpack.h>
 #include <gsl/gsl_multifit_nlinear.h>
