@@ -45,8 +45,10 @@ TEST_F(SampleReports, DrawABoxWhatLiesBeyondAndBarsOfEach) {
   TxyGraph picture;
   DrawSamples(picture, first_, second_);
   ASSERT_EQ(picture.SeriesCount(), 6u);
-  EXPECT_EQ(picture.Series(0).GetExtremes().y_max, 4);  // the whisker
-  EXPECT_EQ(picture.Series(1).PointCount(), 2);         // 100, and the mean
+  const Extremes box = picture.Series(0).GetExtremes();
+  EXPECT_EQ(box.y_max, 4);  // the whisker
+  EXPECT_DOUBLE_EQ(box.x_min + box.x_max, 2);
+  EXPECT_EQ(picture.Series(1).PointCount(), 2);  // 100, and the mean
   EXPECT_EQ(picture.Series(3).GetExtremes().y_max, 20);
   EXPECT_EQ(picture.Series(4).PointCount(), 1);
   EXPECT_LT(picture.Series(2).GetExtremes().x_max, 2);  // bars stay beside their box

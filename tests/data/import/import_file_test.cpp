@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <string>
@@ -63,6 +64,19 @@ TEST(ImportFile, PlotsTheFirstColumnAgainstEveryOther) {
   RefreshAll(all);
   EXPECT_EQ(XValues(a.Points()), before);
   EXPECT_EQ(YValues(result.series[1]->Points()), (std::vector<double>{2, 3}));
+}
+
+TEST(ImportFile, NamesAreDoubtedWhereTheLastColumnsAloneHaveNone) {
+  const TemporaryFolder folder;
+  for (const auto& [names, doubted] : {std::pair{"a;b;", true}, {";b;", false}, {"a;;c", false}}) {
+    const ImportResult result =
+        ImportFile(folder.Write("t.csv", std::string(names) + "\n1;2;3\n2;3;5\n4;5;7\n"));
+    EXPECT_EQ(
+        std::ranges::count(result.notes,
+                           "the last column has no name: names may stand over the wrong columns"),
+        doubted ? 1 : 0)
+        << names;
+  }
 }
 
 TEST(OptionsLike, ReadAnotherFileAsTheFirstWasRead) {
