@@ -305,6 +305,9 @@ TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
     TDataSeries* const all[] = {shared.get(), companion.get()};
     const std::vector<LoadReport> both = LoadShared(all, *supplier);
     const std::string what = "round " + std::to_string(round);
+    const auto alone = SeriesOf(other);
+    const LoadReport apart = LoadDataSet(*alone, *supplier, ValueByValue());
+    ExpectSame(*alone, apart, *companion, both[1], what + ", beside another");
     ExpectSame(*reference, expected, *blocks, got, what);
     ExpectSame(*reference, expected, *shared, both[0], what + ", shared");
     points += reference->Points().Size();
