@@ -15,6 +15,9 @@
 #include "data/text/field_kind.h"
 #include "data/text/header_lines.h"
 #include "data/text/listed_names.h"
+#include "data/text/names_judge.h"
+#include "data/text/names_line.h"
+#include "data/text/placed_names.h"
 #include "data/text/row_remark.h"
 #include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
@@ -35,6 +38,8 @@ constexpr std::size_t kJudgedRows = 200;     // of the first lines; fewer where 
 constexpr std::size_t kJudgedFields = 4000;  // so many fields
 constexpr std::size_t kRoughRows = 60;
 constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
+constexpr std::size_t kLinesAboveRule = 3;  // names, units, the rule itself
+constexpr double kReportDensity = 0.9;      // of values among the fields of each table of a report
 constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
 
 bool IsBlankSeparated(const TextFormat& format) {
@@ -78,6 +83,7 @@ class Guess {
     }
     PlaceTable();
     FindNames();
+    CountValuesAbove();
     ChooseMerging();
     JudgeAll();
     return std::move(format_);
@@ -169,8 +175,11 @@ class Guess {
     const auto lines =
         static_cast<std::size_t>(std::count_if(lines_.first.begin(), lines_.first.end(), is_text));
     if (rows < kFewRows || table.fields == 1) {
-      return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines || EndsNamed(table, layout);
+      return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines ||
+             EndsNamed(table, layout) || StandsBelowRule(table, layout);
     }
+    // A report of tables is no text with an example.
+    if (2 * RowsOfTables() >= lines) return true;
     // However long its preamble, a file of data ends with its data; within a text they are an example.
     return kLinesPerRow * rows >= lines || table.behind + kLinesBehind >= lines_.first.size();
   }
@@ -183,6 +192,28 @@ class Guess {
     const auto above = std::span(lines_.first).first(table.first);
     const std::int32_t names = FindHeaderLines(above, layout, table.fields).names;
     return names > 0 && static_cast<std::size_t>(names) + kLinesBehindNamed > table.first;
+  }
+
+  /// Rows below a rule of as many strokes as they have fields, below as many names.
+  bool StandsBelowRule(const FoundTable& table, const TextLayout& layout) const {
+    const bool long_enough = table.fields > 1 && table.rows >= kFewestNamedRows;
+    if (!long_enough || table.first < kLinesAboveRule) return false;
+    const Lines& lines = lines_.first;
+    if (!UnitsOverRule({}, lines[table.first - 1], layout, table.fields)) return false;
+    const auto names = [&](std::size_t line) {
+      return CountFields(lines[line], layout, table.fields + 1) == table.fields;
+    };
+    return names(table.first - 2) || names(table.first - 3);
+  }
+
+  /// Rows of all tables that are long and full.
+  std::size_t RowsOfTables() const {
+    std::size_t rows = 0;
+    for (const FoundTable& table : tables_) {
+      const bool full = table.weight >= kReportDensity * static_cast<double>(table.rows);
+      if (table.fields > 1 && table.rows >= kFewRows && full) rows += table.rows;
+    }
+    return rows;
   }
 
   void PlaceTable() {
@@ -284,12 +315,26 @@ class Guess {
       format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
       format_.units_line = found.units;
       TakeStackedNames(above, layout);
+      if (format_.names_line == kNoNamesLine) TakePlacedNames(above, layout);
     }
     if (hints_.names_line || hints_.stacked_names) {
       format_.stacked_names = hints_.stacked_names.value_or(false);
     }
     format_.names_line = hints_.names_line.value_or(format_.names_line);
     format_.units_line = hints_.units_line.value_or(format_.units_line);
+  }
+
+  /// What looks like rows, too, is not to vanish without a word.
+  void CountValuesAbove() {
+    if (hints_.header_lines || table_.fields == 0) return;
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    const std::int32_t named = std::max(format_.names_line, format_.units_line);
+    for (std::int32_t line = format_.header_lines; line > std::max(named, 0); --line) {
+      const LineShape shape = ShapeOf(lines_.first[static_cast<std::size_t>(line) - 1], layout);
+      if (shape.kind == LineShape::Kind::Blank) continue;
+      if (shape.kind != LineShape::Kind::Row || 2 * shape.fields <= table_.fields) break;
+      ++format_.values_above;
+    }
   }
 
   void TakeStackedNames(std::span<const std::string_view> above, const TextLayout& layout) {
@@ -299,6 +344,19 @@ class Guess {
     format_.stacked_names = true;
     format_.names_line = stacked->names;
     format_.units_line = stacked->units;
+  }
+
+  /// Right above the rows, blank lines and rules apart, where nothing else names the columns.
+  void TakePlacedNames(std::span<const std::string_view> above, const TextLayout& layout) {
+    const auto nearest = std::find_if(above.rbegin(), above.rend(),
+                                      [](std::string_view line) { return !IsRule(line); });
+    if (nearest == above.rend() || SplitNames(*nearest, layout, table_.fields)) return;
+    const Lines rows = Rows(layout);
+    if (!NamesByPlace(*nearest, std::span(rows).first(std::min(rows.size(), kRowsOfPlaces)), layout,
+                      table_.fields)) {
+      return;
+    }
+    format_.names_line = static_cast<std::int32_t>(above.rend() - nearest);
   }
 
   bool EndWithSeparator(const TextLayout& layout) const {

@@ -48,6 +48,7 @@ struct TextFormat {
   std::size_t table_rows = 0;                     ///< rows of the table among the lines looked at
   std::size_t odd_rows = 0;        ///< of these, with another number of fields than most
   std::int32_t left_out_from = 0;  ///< the line behind the table, where other rows follow; 0: none
+  std::int32_t values_above = 0;   ///< lines of values right above the rows, taken for headers
   bool is_table = false;           ///< there are rows of values that belong together
 
   /// Puts the layout into a description; its columns and row choice stay.

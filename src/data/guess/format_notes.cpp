@@ -58,6 +58,16 @@ void RefuseOtherTexts(std::string_view text, const std::string& name) {
   }
 }
 
+/// The first few places of many.
+std::string FirstCuts(const std::string& cuts) {
+  constexpr std::ptrdiff_t kMostTold = 12;
+  std::size_t end = 0;
+  for (std::ptrdiff_t i = 0; i < kMostTold && end != cuts.npos; ++i) end = cuts.find(' ', end + 1);
+  if (end == cuts.npos) return cuts;
+  return cuts.substr(0, end) + " and " +
+         std::to_string(std::ranges::count(cuts.substr(end + 1), ' ') + 1) + " more";
+}
+
 }  // namespace
 
 void RequireTable(const TextFormat& format, std::string_view text, const std::string& name) {
@@ -80,7 +90,7 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
     notes.push_back(
         "blanks alone do not part the columns of every row: they are told by their places, "
         "from characters " +
-        format.column_cuts + " on");
+        FirstCuts(format.column_cuts) + " on");
   }
   if (!format.other_tables.empty()) {
     const OtherTable& other = format.other_tables.front();
@@ -95,6 +105,11 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
     notes.push_back(std::to_string(format.odd_rows) + " of the first " +
                     Counted(static_cast<std::int64_t>(format.table_rows), "row") +
                     " have another number of columns than the others");
+  }
+  if (format.values_above > 1) {
+    notes.push_back(std::to_string(format.values_above) +
+                    " lines of values above the table are taken for headers (--headers 0 has them "
+                    "read)");
   }
   if (format.left_out_from > 0) {
     notes.push_back("the lines from " + std::to_string(format.left_out_from) +

@@ -10,6 +10,7 @@
 #include "base/day_number.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/guess/date_columns.h"
 #include "data/guess/time_names.h"
 #include "data/text/field_value.h"
 #include "data/text/text_fields.h"
@@ -256,15 +257,20 @@ std::optional<JoinedTimeFound> FindHalves(Columns columns, std::size_t first) {
                                                                   : std::nullopt;
 }
 
-/// "YYYYMM" and the like over six digits.
+/// "YYYYMM", "week" and the like over six digits.
 std::optional<JoinedTimeFound> FindYearMonth(std::span<const std::string> names, Columns columns,
                                              std::size_t first) {
   if (first >= names.size()) return std::nullopt;
   std::string letters = LowerAscii(names[first]);
   std::erase_if(letters, [](char c) { return !IsLetter(c); });
   constexpr std::string_view kNames[] = {"yyyymm", "yearmonth", "yearmon", "yrmo"};
-  if (std::ranges::find(kNames, letters) == std::end(kNames)) return std::nullopt;
-  JoinedTimeFound found{{TimePart::YearMonth}, {first}};
+  constexpr std::string_view kWeekNames[] = {"yyyyww", "yearweek", "week", "isoweek", "epiweek"};
+  if (std::ranges::find(kNames, letters) == std::end(kNames) &&
+      std::ranges::find(kWeekNames, letters) == std::end(kWeekNames)) {
+    return std::nullopt;
+  }
+  const bool weeks = std::ranges::find(kWeekNames, letters) != std::end(kWeekNames);
+  JoinedTimeFound found{{weeks ? TimePart::YearWeek : TimePart::YearMonth}, {first}};
   const auto times = TimesOf(found, columns);
   return !times.empty() && CountRead(times) == times.size() ? std::optional(found) : std::nullopt;
 }
@@ -457,6 +463,7 @@ std::optional<JoinedTimeFound> FindJoinedTime(
     if (auto found = FindWrittenPair(columns, i)) return found;
     if (auto found = FindHalves(columns, i)) return found;
     if (auto found = FindCompact(names, columns, i)) return found;
+    if (auto found = FindWrittenDate(names, columns, i)) return found;
     if (auto found = FindYearAndMonthCode(columns, i)) return found;
     if (auto found = FindDayAndYear(names, columns, i)) return found;
     if (auto found = FindNumbers(names, columns, i)) return found;

@@ -126,7 +126,9 @@ std::int32_t UnitsBelow(std::span<const std::string_view> above, std::int32_t na
                         const TextLayout& layout, std::int32_t columns) {
   const auto below = static_cast<std::size_t>(names);
   for (std::size_t i = below; i < above.size() && i <= below + 1; ++i) {
-    std::optional<Names> units = UnitsUnderNames(above[i], above[below - 1], layout, columns);
+    std::optional<Names> units;
+    if (i + 1 < above.size()) units = UnitsOverRule(above[i], above[i + 1], layout, columns);
+    if (!units) units = UnitsUnderNames(above[i], above[below - 1], layout, columns);
     const bool as_rows = columns < 2 || layout.IsSeparator(' ') || layout.ByPlace() ||
                          CountFields(above[i], layout, 2) > 1;
     if (!units && as_rows) units = SplitNames(above[i], layout, columns);
@@ -168,7 +170,8 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
         (places.size() > 1 || names->front().find_first_of(":=") != Names::value_type::npos);
     // Names would have stood below what is told of the measurement.
     if (setting && !comment && !head.HasNames() && CountFilled(*names) == 2) break;
-    const bool far = layout.IsSeparator(' ') &&
+    const bool labels_line = above[place].starts_with("#L ");
+    const bool far = layout.IsSeparator(' ') && !labels_line &&
                      (comment ? comments > kNearComments : others > kOtherLinesBelowNames);
     const bool cut_short = !nearest && HasMoreThan(columns, above[place], layout);
     // Only right above the rows one name may be missing, that of their labels.

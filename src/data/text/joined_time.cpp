@@ -48,6 +48,7 @@ constexpr PartRow kParts[] = {
     {TimePart::Quarter, "Quarter", kMonth},
     {TimePart::Week, "Week", kMonth | kDay},
     {TimePart::AmPm, "AmPm", kHalf},
+    {TimePart::YearWeek, "YearWeek", kYear | kMonth | kDay},
 };
 
 const PartRow& RowOf(TimePart part) {
@@ -162,12 +163,16 @@ std::optional<double> DateOfWeek(int year, int week) {
   return ParseDay(std::to_string(year) + (week < 10 ? "-W0" : "-W") + std::to_string(week));
 }
 
-/// Six digits.
-bool AddYearMonth(std::string_view text, Sum& sum) {
+/// The last two of six digits, the first of which are the year; nothing where they are none.
+std::string_view BehindYear(std::string_view text, Sum& sum) {
   text = TrimBlankBytes(text);
-  if (text.size() != 6 || !std::all_of(text.begin(), text.end(), IsDigit)) return false;
-  const std::optional<double> month = InRange(text.substr(4), 1, 13);
+  if (text.size() != 6 || !std::all_of(text.begin(), text.end(), IsDigit)) return {};
   sum.year = YearOf(text.substr(0, 4));
+  return text.substr(4);
+}
+
+bool AddYearMonth(std::string_view text, Sum& sum) {
+  const std::optional<double> month = InRange(BehindYear(text, sum), 1, 13);
   if (!month || !sum.year) return false;
   sum.month = static_cast<int>(*month);
   sum.has_day = true;
@@ -227,6 +232,8 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
       return AddSeconds(InRange(text, 0, 60), 60, sum);
     case TimePart::Second:
       return AddSeconds(InRange(text, 0, 60), 1, sum);
+    case TimePart::YearWeek:
+      return AddWeek(InRange(BehindYear(text, sum), 1, 54), sum);
     case TimePart::AmPm:
       sum.half = HalfOf(text);
       return sum.half.has_value();

@@ -27,7 +27,8 @@ enum class TimePart : std::uint8_t {
   YearMonth,   ///< 202403 is March 2024
   Quarter,     ///< 1 to 4
   Week,        ///< of ISO 8601, 1 to 53
-  AmPm         ///< "AM" or "p.m.": the half of the day that a time of twelve hours lies in
+  AmPm,        ///< "AM" or "p.m.": the half of the day that a time of twelve hours lies in
+  YearWeek     ///< 199052 is the week of ISO 8601
 };
 
 /// True when no two of the parts say the same, as a date and a month do; false also for none.

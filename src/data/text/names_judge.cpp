@@ -7,6 +7,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/text/apart_words.h"
 #include "data/text/argument_names.h"
 #include "data/text/field_kind.h"
 #include "data/text/names_line.h"
@@ -76,10 +77,19 @@ bool IsCutTightly(std::string_view line, std::size_t names) {
   });
 }
 
+/// "x   y   on" and `"from" "to"` are cut as no sentence is, and none says "from to".
+bool StandApart(const Names& names, std::string_view line) {
+  const auto leads = [](const std::string& name, const std::string& next) {
+    return LowerAscii(name) == "from" && LowerAscii(next) == "to";
+  };
+  return AllInQuotes(line, names.size()) || HasWideGapsOnly(line) ||
+         std::ranges::adjacent_find(names, leads) != names.end();
+}
+
 /// True when words of a sentence are among the names. Between commas or tabs "on" and "set" are names like others, and so is
 /// "in" among many; as many commas as this are in no sentence, so that "Temperature of the inlet" is a name there.
 bool HoldsSentence(const Names& names, std::string_view line, Preamble preamble) {
-  const bool by_blanks = line.find_first_of(",;\t|") == line.npos;
+  const bool by_blanks = line.find_first_of(",;\t|") == line.npos && !StandApart(names, line);
   const auto count = [&names](auto is) {
     return static_cast<std::size_t>(std::ranges::count_if(names, is));
   };
@@ -101,7 +111,8 @@ bool HoldsSentence(const Names& names, std::string_view line, Preamble preamble)
   const bool units = !by_blanks && std::ranges::all_of(names, [](const std::string& name) {
     return name.ends_with(')') || name.ends_with(']');
   });
-  if ((table || units) && !address) return false;
+  const bool quoted = !by_blanks && AllInQuotes(line, names.size());
+  if ((table || units || quoted) && !address) return false;
   return address || 2 * words >= names.size() || kNamesPerWord * single > names.size();
 }
 
@@ -228,7 +239,9 @@ bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
     texts += kind == FieldKind::Text || kind == FieldKind::Placeholder ? 1 : 0;
     numbers_ahead += kind == FieldKind::Number && texts == 0 ? 1 : 0;
   }
-  if (texts == 0 || numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
+  // Numbers are put in quotes where they name.
+  if (texts == 0) return filled > 0 && AllInQuotes(line, filled) && !RepeatNumbers(names);
+  if (numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
       AreMeasured(names, line) || MarksSection(names) || TellOfFile(names, line))
     return false;
   return (!HoldsSentence(names, line, preamble) || AreArgumentAndData(names)) &&

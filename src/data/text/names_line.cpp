@@ -359,6 +359,26 @@ std::optional<Names> UnitsUnderNames(std::string_view units, std::string_view na
   return found;
 }
 
+std::optional<Names> UnitsOverRule(std::string_view units, std::string_view rule,
+                                   const TextLayout& layout, std::int32_t columns) {
+  const auto is_stroke = [](char c) { return c == '-' || c == '=' || c == ' '; };
+  if (!layout.IsSeparator(' ') || layout.ByPlace() || !std::ranges::all_of(rule, is_stroke)) {
+    return std::nullopt;
+  }
+  const std::vector<LineWord> strokes = WordsOfLine(rule);
+  if (columns < 2 || strokes.size() != static_cast<std::size_t>(columns)) return std::nullopt;
+  Names found(strokes.size());
+  for (const LineWord& unit : WordsOfLine(units)) {
+    const auto below = std::ranges::find_if(strokes, [&unit](const LineWord& stroke) {
+      return stroke.begin <= unit.begin && unit.end <= stroke.end;
+    });
+    if (below == strokes.end()) return std::nullopt;
+    std::string& text = found[static_cast<std::size_t>(below - strokes.begin())];
+    text += (text.empty() ? "" : " ") + NameText(unit.text, layout);
+  }
+  return found;
+}
+
 bool IsBracketed(std::string_view text) {
   return text.size() >= 2 && ((text.front() == '(' && text.back() == ')') ||
                               (text.front() == '[' && text.back() == ']'));

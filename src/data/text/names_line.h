@@ -42,6 +42,12 @@ std::optional<std::vector<std::string>> UnitsUnderNames(std::string_view units,
                                                         const TextLayout& layout,
                                                         std::int32_t columns);
 
+/// The words of a line that stand over each stroke of the rule ("-----  ----") below it, which has as many as there are columns;
+/// nothing where it has not, a word goes over a gap, or the rows are not parted by blanks.
+std::optional<std::vector<std::string>> UnitsOverRule(std::string_view units, std::string_view rule,
+                                                      const TextLayout& layout,
+                                                      std::int32_t columns);
+
 /// "(s)", "[V]".
 bool IsBracketed(std::string_view text);
 

@@ -8,6 +8,7 @@
 #include "data/text/field_value.h"
 #include "data/text/listed_names.h"
 #include "data/text/names_line.h"
+#include "data/text/placed_names.h"
 #include "data/text/row_remark.h"
 #include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
@@ -73,6 +74,7 @@ bool NamesAll(const Fields& fields) {
 /// What is known of a text before its names are: the lines ahead of the rows, and the rows' number of fields.
 struct Opening {
   std::vector<std::string_view> header;
+  std::vector<std::string_view> rows;  // the first few
   std::int32_t row_columns = 0;        // the most of the first rows
   std::int32_t first_row_columns = 0;  // lines behind a short table may have more
   RowLabels labels = RowLabels::Possible;
@@ -97,6 +99,7 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
     if (ahead) continue;
     const std::int32_t columns = CountFields(WithoutRemark(line, layout), layout, kMostColumns);
     if (rows == 0) opening.first_row_columns = columns;
+    if (opening.rows.size() < kRowsOfPlaces) opening.rows.push_back(line);
     if (!EndsWithSeparator(line, layout)) all_end = false;
     opening.row_columns = std::max(opening.row_columns, columns);
     ++rows;
@@ -163,6 +166,7 @@ Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout
   std::optional<Fields> fields = SplitNames(line, layout, columns, opening.labels);
   if (!fields && opening.labels == RowLabels::Never) fields = SplitNames(line, layout, columns - 1);
   if (!fields) fields = SplitNames(line, layout, opening.first_row_columns);
+  if (!fields) fields = NamesByPlace(line, opening.rows, layout, columns);
   return std::move(fields).value_or(Fields());
 }
 
@@ -181,6 +185,9 @@ Fields StatedNames(std::string_view text, const TDSInfo& info, const TextLayout&
 Fields UnitsOf(std::string_view text, const TDSInfo& info, const TextLayout& layout,
                std::int32_t columns, const Opening& opening) {
   if (info.UnitsLine > 0 && info.NamesLine > 0) {
+    auto ruled = UnitsOverRule(LineAt(text, info.UnitsLine, layout.line_end),
+                               LineAt(text, info.UnitsLine + 1, layout.line_end), layout, columns);
+    if (ruled) return *std::move(ruled);
     auto units = UnitsUnderNames(LineAt(text, info.UnitsLine, layout.line_end),
                                  LineAt(text, info.NamesLine, layout.line_end), layout, columns);
     if (units) return *std::move(units);

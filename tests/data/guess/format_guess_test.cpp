@@ -197,6 +197,14 @@ TEST(FormatGuess, TellsTablesApartAndTextFromTables) {
   hints.header_lines = 33;
   EXPECT_EQ(GuessTextFormat(first + second, hints).names_line, 33);
 
+  std::string report;
+  for (int i = 0; i < 20; ++i) {
+    report += "\n values (a,b,c) for set ALL and time\n\n" + Rows(12, "  1  2.5  3.5") +
+              "\n forces for set ALL and time\n\n" + Rows(12, "  1  2  2.5  3.5");
+  }
+  EXPECT_TRUE(GuessTextFormat(report).is_table);
+  EXPECT_EQ(GuessTextFormat("1 2\n3 4\n" + Rows(12, "1 2 3")).values_above, 2);
+
   const char* const texts[] = {
       "Dear reader,\nin 2024 we met 3 times.\nYours, 7\n",
       "a = 1\nb = 2\nc = 3\nd = 4\n",
