@@ -46,39 +46,33 @@ LineKind KindOf(std::string_view line, const TextLayout& layout, const TableBody
   return first_is_value ? LineKind::Values : LineKind::Mixed;
 }
 
-/// The words that a column has in all rows of the body, by columns; empty where it has none.
-std::vector<std::string> ConstantWords(const TextLayout& layout, const TableBody& body) {
-  std::vector<std::string> words(body.columns.size());
+/// The word that all rows of the body begin with; empty where there is none.
+std::string ConstantWord(const TextLayout& layout, const TableBody& body) {
   const auto samples = SampleTexts(body.rows, layout);
-  for (std::size_t i = 0; i < std::min(samples.size(), words.size()); ++i) {
-    const bool constant = std::ranges::all_of(
-        samples[i], [&](const std::string& text) { return text == samples[i].front(); });
-    if (constant && !body.columns[i].has_numbers) words[i] = samples[i].front();
-  }
-  return words;
+  if (samples.empty() || body.columns.empty() || body.columns.front().has_numbers) return {};
+  const std::vector<std::string>& first = samples.front();
+  const bool constant = std::ranges::all_of(
+      first, [&first](const std::string& text) { return text == first.front(); });
+  return constant && KindOfField(first.front()) == FieldKind::Text ? first.front() : std::string();
 }
 
 /// True for "Dimension, 101, 101" above rows that all begin with "Value".
-bool HasOtherWord(std::string_view line, const TextLayout& layout,
-                  const std::vector<std::string>& words) {
-  FieldCursor cursor(line, layout);
+bool BeginsOtherwise(std::string_view line, const TextLayout& layout, const std::string& word) {
   std::string buffer;
-  return std::ranges::any_of(words, [&](const std::string& word) {
-    const std::optional<std::string_view> field = cursor.Next();
-    return !word.empty() && field && FieldText(*field, layout, buffer) != word;
-  });
+  const std::optional<std::string_view> field = FieldCursor(line, layout).Next();
+  return field && FieldText(*field, layout, buffer) != word;
 }
 
-/// The first row from `from` on that has the words of the body; `from` where more than a few have not.
+/// The first row from `from` on that begins as the body does; `from` where more than a few have not.
 std::size_t BehindOtherWords(std::span<const std::string_view> lines, std::size_t from,
                              const TextLayout& layout, const TableBody& body) {
   if (body.rows.size() < kRowsPerLabel) return from;
-  const std::vector<std::string> words = ConstantWords(layout, body);
-  if (std::ranges::all_of(words, &std::string::empty)) return from;
+  const std::string word = ConstantWord(layout, body);
+  if (word.empty()) return from;
   std::size_t others = 0;
   for (std::size_t i = from; i < lines.size() && others <= kMostOtherLabels; ++i) {
     if (!IsDataLine(lines[i], layout)) continue;
-    if (!HasOtherWord(lines[i], layout, words)) return i;
+    if (!BeginsOtherwise(lines[i], layout, word)) return i;
     ++others;
   }
   return from;

@@ -39,6 +39,7 @@ constexpr std::size_t kJudgedFields = 4000;  // so many fields
 constexpr std::size_t kRoughRows = 60;
 constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
 constexpr std::size_t kLinesAboveRule = 3;  // names, units, the rule itself
+constexpr std::size_t kReportRows = 15;       // of each table of a report
 constexpr double kReportDensity = 0.9;      // of values among the fields of each table of a report
 constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
 
@@ -211,7 +212,7 @@ class Guess {
     std::size_t rows = 0;
     for (const FoundTable& table : tables_) {
       const bool full = table.weight >= kReportDensity * static_cast<double>(table.rows);
-      if (table.fields > 1 && table.rows >= kFewRows && full) rows += table.rows;
+      if (table.fields > 1 && table.rows >= kReportRows && full) rows += table.rows;
     }
     return rows;
   }
@@ -332,8 +333,10 @@ class Guess {
     for (std::int32_t line = format_.header_lines; line > std::max(named, 0); --line) {
       const LineShape shape = ShapeOf(lines_.first[static_cast<std::size_t>(line) - 1], layout);
       if (shape.kind == LineShape::Kind::Blank) continue;
-      if (shape.kind != LineShape::Kind::Row || 2 * shape.fields <= table_.fields) break;
+      const bool values = shape.kind == LineShape::Kind::Row && shape.values == shape.filled;
+      if (!values || 2 * shape.fields <= table_.fields) break;
       ++format_.values_above;
+      format_.values_from = line;
     }
   }
 

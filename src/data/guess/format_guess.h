@@ -49,6 +49,7 @@ struct TextFormat {
   std::size_t odd_rows = 0;        ///< of these, with another number of fields than most
   std::int32_t left_out_from = 0;  ///< the line behind the table, where other rows follow; 0: none
   std::int32_t values_above = 0;   ///< lines of values right above the rows, taken for headers
+  std::int32_t values_from = 0;    ///< the first of them
   bool is_table = false;           ///< there are rows of values that belong together
 
   /// Puts the layout into a description; its columns and row choice stay.

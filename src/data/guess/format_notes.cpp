@@ -60,10 +60,11 @@ void RefuseOtherTexts(std::string_view text, const std::string& name) {
 
 /// The first few places of many.
 std::string FirstCuts(const std::string& cuts) {
+  constexpr std::ptrdiff_t kMany = 24;
   constexpr std::ptrdiff_t kMostTold = 12;
   std::size_t end = 0;
-  for (std::ptrdiff_t i = 0; i < kMostTold && end != cuts.npos; ++i) end = cuts.find(' ', end + 1);
-  if (end == cuts.npos) return cuts;
+  if (std::ranges::count(cuts, ' ') < kMany) return cuts;
+  for (std::ptrdiff_t i = 0; i < kMostTold; ++i) end = cuts.find(' ', end + 1);
   return cuts.substr(0, end) + " and " +
          std::to_string(std::ranges::count(cuts.substr(end + 1), ' ') + 1) + " more";
 }
@@ -108,8 +109,8 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
   }
   if (format.values_above > 1) {
     notes.push_back(std::to_string(format.values_above) +
-                    " lines of values above the table are taken for headers (--headers 0 has them "
-                    "read)");
+                    " lines of values above the table are taken for headers (--headers " +
+                    std::to_string(format.values_from - 1) + " has them read)");
   }
   if (format.left_out_from > 0) {
     notes.push_back("the lines from " + std::to_string(format.left_out_from) +

@@ -150,6 +150,18 @@ bool IdentifiesRows(const ImportSource& source, std::int32_t column) {
          std::ranges::all_of(values, [](double value) { return value == std::floor(value); });
 }
 
+namespace {
+
+/// "8336", "8337", "8315" over what was counted there.
+bool AreCalledByNumbers(const ImportSource& source) {
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  const auto numbers = std::ranges::count_if(
+      names, [](const std::string& name) { return KindOfField(name) == FieldKind::Number; });
+  return numbers > 2 && 2 * numbers > std::ssize(names);
+}
+
+}  // namespace
+
 bool HoldsSeriesInRows(const ImportSource& source) {
   constexpr std::size_t kFewest = 3;
   const std::vector<std::string>& names = source.supplier->ColumnNames();
@@ -225,6 +237,8 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   });
   const bool in_order = ordered != kRowNumberColumn && !labelled &&
                         IsInNoOrder(source.GuessOf(varying.front()).values);
+  const bool numbered = counts.size() == 1 && counts.front() == numbers.front();
+  if (rising == kRowNumberColumn && numbered && AreCalledByNumbers(source)) return counts.front();
   if (HoldsSeriesInRows(source) && (labelled || !rises(varying.front()))) return kRowNumberColumn;
   const auto is_argument = [&](std::int32_t column) {
     return NamesArgument(source.NameOf(column)) || StepsEvenly(source.GuessOf(column).values);

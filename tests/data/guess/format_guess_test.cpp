@@ -199,11 +199,11 @@ TEST(FormatGuess, TellsTablesApartAndTextFromTables) {
 
   std::string report;
   for (int i = 0; i < 20; ++i) {
-    report += "\n values (a,b,c) for set ALL and time\n\n" + Rows(12, "  1  2.5  3.5") +
-              "\n forces for set ALL and time\n\n" + Rows(12, "  1  2  2.5  3.5");
+    report += "\n values (a,b,c) for set ALL and time\n\n" + Rows(15, "  1  2.5  3.5") +
+              "\n forces for set ALL and time\n\n" + Rows(15, "  1  2  2.5  3.5");
   }
   EXPECT_TRUE(GuessTextFormat(report).is_table);
-  EXPECT_EQ(GuessTextFormat("1 2\n3 4\n" + Rows(12, "1 2 3")).values_above, 2);
+  EXPECT_EQ(GuessTextFormat("1;2\n3;4\n" + Rows(12, "1;2;3")).values_above, 2);
 
   const char* const texts[] = {
       "Dear reader,\nin 2024 we met 3 times.\nYours, 7\n",
