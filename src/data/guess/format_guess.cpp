@@ -39,7 +39,7 @@ constexpr std::size_t kJudgedFields = 4000;  // so many fields
 constexpr std::size_t kRoughRows = 60;
 constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
 constexpr std::size_t kLinesAboveRule = 3;  // names, units, the rule itself
-constexpr std::size_t kReportRows = 15;       // of each table of a report
+constexpr std::size_t kReportRows = 15;     // of each table of a report
 constexpr double kReportDensity = 0.9;      // of values among the fields of each table of a report
 constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
 
