@@ -51,6 +51,17 @@ bool RiseAcross(const std::vector<std::string>& names) {
   return false;
 }
 
+/// `"8336" "8315"`: numbers only, which are names since they stand in quotes.
+bool AreNumbersOnly(const std::vector<std::string>& names) {
+  std::size_t numbers = 0;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const bool number = KindOfField(names[i]) == FieldKind::Number;
+    if (!number && names[i] != UnnamedColumn(static_cast<std::int32_t>(i))) return false;
+    numbers += number ? 1 : 0;
+  }
+  return numbers > 1;
+}
+
 /// A line of names that the rule finds need not be kept. Numbers it takes for no names, which is right but for those that rise.
 void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   TDSInfo by_rule = info;
@@ -59,7 +70,10 @@ void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   const TextLayout layout(info, line_end);
   const std::vector<std::string> ruled = ReadTextNames(text, layout, by_rule).names;
   const std::vector<std::string> stated = ReadTextNames(text, layout, info).names;
-  if (ruled.size() != stated.size() || RiseAcross(stated) || AreNumbersAcross(stated)) return;
+  if (ruled.size() != stated.size() || RiseAcross(stated) || AreNumbersAcross(stated) ||
+      AreNumbersOnly(stated)) {
+    return;
+  }
   for (std::size_t i = 0; i < ruled.size(); ++i) {
     if (ruled[i] != stated[i] && KindOfField(stated[i]) != FieldKind::Number) return;
   }

@@ -237,8 +237,9 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   });
   const bool in_order = ordered != kRowNumberColumn && !labelled &&
                         IsInNoOrder(source.GuessOf(varying.front()).values);
-  const bool numbered = counts.size() == 1 && counts.front() == numbers.front();
-  if (rising == kRowNumberColumn && numbered && AreCalledByNumbers(source)) return counts.front();
+  const bool numbered = counts.size() == 1 && counts.front() == numbers.front() &&
+                        source.NameOf(numbers.front()) == UnnamedColumn(numbers.front());
+  if (numbered && AreCalledByNumbers(source)) return counts.front();
   if (HoldsSeriesInRows(source) && (labelled || !rises(varying.front()))) return kRowNumberColumn;
   const auto is_argument = [&](std::int32_t column) {
     return NamesArgument(source.NameOf(column)) || StepsEvenly(source.GuessOf(column).values);
