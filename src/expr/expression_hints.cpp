@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <map>
 #include <optional>
 #include <typeinfo>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "base/word_list.h"
 #include "expr/scanned_formula.h"
 #include "expr/words/added_words.h"
 #include "expr/words/parser_exception.h"
@@ -220,12 +222,8 @@ std::vector<Insertion> MissingBrackets(const TExprCollection& tokens, std::strin
   return missing;
 }
 
-}  // namespace
-
-std::string SignWarning(std::string_view expression) {
-  if (expression.find('^') == std::string_view::npos) return {};
-  ScannedFormula scanned(expression);
-  if (!scanned.IsWhole()) return {};
+/// Resolves the signs of the tokens.
+std::string SignWarning(ScannedFormula& scanned, std::string_view expression) {
   TExprCollection& tokens = scanned.Tokens();
   try {
     tokens.CheckBrackets();
@@ -241,6 +239,38 @@ std::string SignWarning(std::string_view expression) {
   return "A sign binds tighter than a power: -u^2 is (-u)^2. Where the power should come first, "
          "write " +
          meant;
+}
+
+/// The spellings of each name that is no word of the language, as they come.
+std::map<std::string, std::vector<std::string>> Spellings(const TExprCollection& tokens,
+                                                          std::string_view text) {
+  std::map<std::string, std::vector<std::string>> found;
+  for (std::size_t i = 0; i < tokens.Count(); ++i) {
+    if (!IsUnknown(tokens[i])) continue;
+    const std::string& name = tokens[i].Name();
+    std::vector<std::string>& spellings = found[name];
+    std::string written(text.substr(tokens.PlaceOf(i), name.size()));
+    if (std::ranges::find(spellings, written) == spellings.end())
+      spellings.push_back(std::move(written));
+  }
+  return found;
+}
+
+}  // namespace
+
+std::vector<std::string> ExpressionWarnings(std::string_view expression) {
+  std::vector<std::string> warnings;
+  ScannedFormula scanned(expression);
+  if (!scanned.IsWhole()) return warnings;
+  for (const auto& [name, spellings] : Spellings(scanned.Tokens(), expression)) {
+    if (spellings.size() > 1)
+      warnings.push_back(Listed(spellings) +
+                         " are one name: capitals are not told apart. Where several are meant, "
+                         "rename all but one.");
+  }
+  if (std::string warning = SignWarning(scanned, expression); !warning.empty())
+    warnings.push_back(std::move(warning));
+  return warnings;
 }
 
 }  // namespace tarnwick

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "expr/words/expr_collection.h"
 #include "expr/words/express_list.h"
@@ -15,8 +16,9 @@ namespace tarnwick {
 std::string HintFor(const TExprCollection& tokens, const TExpressList& words,
                     std::string_view text);
 
-/// A sentence with the text that was probably meant where a sign stands before a power, which it binds tighter than: -u^2 is
-/// (-u)^2. Empty where the sign makes no difference, and for a text that does not compile.
-std::string SignWarning(std::string_view expression);
+/// What an expression may mean otherwise than it looks, a text for each: a sign before a power, which it binds tighter than
+/// (-u^2 is (-u)^2), with the text that was probably meant, where it makes a difference; names that differ by capitals only
+/// and so are one. Empty for a text that does not compile.
+std::vector<std::string> ExpressionWarnings(std::string_view expression);
 
 }  // namespace tarnwick

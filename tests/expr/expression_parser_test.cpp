@@ -185,7 +185,7 @@ TEST(ExpressionParser, SaysWhatIsProbablyWrong) {
   }
 }
 
-TEST(SignWarning, WritesTheBracketsThatWereMeant) {
+TEST(ExpressionWarnings, SayWhatWasProbablyMeant) {
   const std::pair<const char*, const char*> rows[] = {
       {"a*exp(-((x-b)/C)^2)", "a*exp(-(((x-b)/C)^2))"},
       {"-x^2 + 2*-sin(x) ^ n * 3", "-(x^2) + 2*-(sin(x) ^ n) * 3"},
@@ -197,11 +197,18 @@ TEST(SignWarning, WritesTheBracketsThatWereMeant) {
       {"0-x^2", ""},
       {"--x^2", ""},
       {"-x*y^2", ""},
-      {"-(x^2", ""}};
+      {"-(x^2", ""},
+      {"A*sin(2*pi*x/P+p)+A", "P and p"},
+      {"t*T+t*tT/Tt", "t and T tT and Tt"},
+      {"SIN(x)+sin(2*PI*x+Pi)", ""}};
   for (const auto& [text, meant] : rows) {
-    const std::string warning = SignWarning(text);
-    EXPECT_EQ(warning.empty(), *meant == '\0') << text;
-    EXPECT_TRUE(warning.ends_with(meant)) << warning;
+    std::string said;
+    for (const std::string& warning : ExpressionWarnings(text)) {
+      const std::string names = warning.substr(0, warning.find(" are one name"));
+      said += (said.empty() ? "" : " ") + (names == warning ? warning : names);
+    }
+    EXPECT_EQ(said.empty(), *meant == '\0') << text;
+    EXPECT_TRUE(said.ends_with(meant)) << said;
   }
 }
 

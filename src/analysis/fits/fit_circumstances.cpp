@@ -33,7 +33,7 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   about.max_iterations = job.settings.IterMax;
   about.thinned_to = job.settings.NPoints;
   about.extreme_data = FindExtreme(part);
-  about.sign_warning = SignWarning(job.settings.Expression);
+  about.expression_warnings = ExpressionWarnings(job.settings.Expression);
   about.regression_curve = job.source == FitPointSource::RegressionCurve;
   about.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
                            part.weighting.weights == FitWeights::Errors;
@@ -62,7 +62,7 @@ FitCircumstances Together(std::span<const FitCircumstances> parts) {
     if (!all.extreme_data) all.extreme_data = one.extreme_data;
     if (!all.first_undefined_x) all.first_undefined_x = one.first_undefined_x;
     all.undefined_at_start += one.undefined_at_start;
-    if (all.sign_warning.empty()) all.sign_warning = one.sign_warning;
+    if (all.expression_warnings.empty()) all.expression_warnings = one.expression_warnings;
     all.regression_curve = all.regression_curve || one.regression_curve;
     all.unknown_names.insert(all.unknown_names.end(), one.unknown_names.begin(),
                              one.unknown_names.end());

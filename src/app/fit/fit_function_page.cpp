@@ -214,10 +214,11 @@ void FitFunctionPage::ShowCheck(const ModelCheck& check, const FitSettings& mode
   if (!error.empty()) return ShowMessage(ToQt(error), true);
   QStringList unknown;
   for (const std::string& name : check.unknown_names) unknown.append(ToQt(name));
-  ShowMessage(unknown.isEmpty()
-                  ? ToQt(check.warning)
-                  : tr("Neither the variable nor a parameter: %1").arg(unknown.join(", ")),
-              false);
+  QStringList told;
+  if (!unknown.isEmpty())
+    told.append(tr("Neither the variable nor a parameter: %1").arg(unknown.join(", ")));
+  for (const std::string& warning : check.warnings) told.append(ToQt(warning));
+  ShowMessage(told.join('\n'), false);
 }
 
 void FitFunctionPage::AllowGuess(bool allowed) {

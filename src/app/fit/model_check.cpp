@@ -59,7 +59,7 @@ ModelCheck CheckModel(const FitSettings& model) {
     return check;
   }
   check.unknown_names = UnknownNames(compiled);
-  check.warning = SignWarning(model.Expression);
+  check.warnings = ExpressionWarnings(model.Expression);
   return check;
 }
 

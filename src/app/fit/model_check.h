@@ -15,8 +15,8 @@ struct ModelCheck {
   bool in_expression = false;        ///< the error is the expression's, not its parameters'
   std::optional<std::size_t> place;  ///< the byte of the expression that the error is about
   std::vector<std::string>
-      unknown_names;    ///< in the expression, neither its variable nor a parameter
-  std::string warning;  ///< of an expression that may mean something else than it looks; else empty
+      unknown_names;                  ///< in the expression, neither its variable nor a parameter
+  std::vector<std::string> warnings;  ///< see ExpressionWarnings
 };
 
 /// An empty expression is in order: the model is not written yet.

@@ -54,7 +54,7 @@ void RunCalc(const Options& options, Output& output) {
   Json results = Json::Array();
   std::string lines;
   for (const std::string& expression : options.expressions) {
-    if (const std::string warning = SignWarning(expression); !warning.empty())
+    for (const std::string& warning : ExpressionWarnings(expression))
       output.Remarks() << "tarnwick-cli: " << warning << '\n';
     const double value = Calculate(parser, expression);
     results.Append({{"expression", expression}, {"value", JsonNumber(value)}});

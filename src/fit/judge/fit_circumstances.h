@@ -27,8 +27,7 @@ struct FitCircumstances {
   std::optional<double> first_undefined_x;
   std::int64_t undefined_at_start = 0;
   bool weighted_unasked = false;  ///< by errors that the DataSet has
-  /// Of an expression with a sign before a power (SignWarning); else empty.
-  std::string sign_warning;
+  std::vector<std::string> expression_warnings;  ///< see ExpressionWarnings
   /// Names in the expression that are neither its variable nor a parameter.
   std::vector<std::string> unknown_names;
   /// Parameters, varied or not, whose value at the start is no finite number.

@@ -229,11 +229,6 @@ void NotePoints(const FitResult& result, const FitCircumstances& about,
   }
 }
 
-/// The sign that was meant to stay is squared away.
-void NoteSignBeforePower(const FitCircumstances& about, std::vector<std::string>& notes) {
-  if (!about.sign_warning.empty()) notes.push_back(about.sign_warning);
-}
-
 /// Errors of the parameters that come from points of unequal worth.
 void NoteScatter(const FitResult& result, std::vector<std::string>& notes) {
   if (result.residuals.unequal_scatter <= 1) return;
@@ -245,8 +240,7 @@ void NoteScatter(const FitResult& result, std::vector<std::string>& notes) {
 }  // namespace
 
 std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumstances& about) {
-  std::vector<std::string> notes;
-  NoteSignBeforePower(about, notes);
+  std::vector<std::string> notes = about.expression_warnings;
   if (Ran(result)) {
     NoteUndetermined(result, notes);
     NoteBounds(result, notes);

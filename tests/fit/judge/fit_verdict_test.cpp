@@ -265,8 +265,8 @@ const Situation kSituations[] = {
      "The fit did not start: the starting values are so far off that the sum of squares is beyond "
      "all numbers.",
      ""},
-    {"a sign before a power", [](R&, C& c) { c.sign_warning = "A sign, write -(x^2)"; }, true,
-     kDetermined, "write -(x^2)"},
+    {"a sign before a power", [](R&, C& c) { c.expression_warnings = {"A sign, write -(x^2)"}; },
+     true, kDetermined, "write -(x^2)"},
     {"unequal scatter", [](R& r, C&) { r.residuals.unequal_scatter = 8.4; }, true, kDetermined,
      "Some points scatter 8.4 times more than others"},
     {"far unequal scatter", [](R& r, C&) { r.residuals.unequal_scatter = 84; }, false,
