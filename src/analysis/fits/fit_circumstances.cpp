@@ -35,6 +35,7 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   about.extreme_data = FindExtreme(part);
   about.expression_warnings = ExpressionWarnings(job.settings.Expression);
   about.regression_curve = job.source == FitPointSource::RegressionCurve;
+  about.has_x_errors = job.has_x_errors;
   about.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
                            part.weighting.weights == FitWeights::Errors;
   return about;
@@ -63,6 +64,7 @@ FitCircumstances Together(std::span<const FitCircumstances> parts) {
     if (!all.first_undefined_x) all.first_undefined_x = one.first_undefined_x;
     all.undefined_at_start += one.undefined_at_start;
     if (all.expression_warnings.empty()) all.expression_warnings = one.expression_warnings;
+    all.has_x_errors = all.has_x_errors || one.has_x_errors;
     all.regression_curve = all.regression_curve || one.regression_curve;
     all.unknown_names.insert(all.unknown_names.end(), one.unknown_names.begin(),
                              one.unknown_names.end());

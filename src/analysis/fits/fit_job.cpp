@@ -99,6 +99,7 @@ FitJob PrepareFit(const TDataSeries& series, const FitRunOptions& options) {
   const PointChain curve = CurveInPlaceOfPoints(series);
   if (!curve.Empty()) job.source = FitPointSource::RegressionCurve;
   const PointChain& points = curve.Empty() ? series.Points() : curve;
+  job.has_x_errors = curve.Empty() && HasXErrors(series.Errors());
 
   const Range range = PointsInMargins(points, job.settings);
   const std::size_t in_range = range.end - range.first;

@@ -36,6 +36,7 @@ struct FitJob {
   std::int64_t points_chosen = 0;         ///< after thinning, those without a finite Y among them
   std::int64_t points_without_error = 0;  ///< left out because no error above 0 tells their weight
   FitPointSource source = FitPointSource::Points;
+  bool has_x_errors = false;  ///< the points have errors of X, which no fit takes into account
   FitRunOptions options;
 };
 

@@ -26,7 +26,8 @@ struct FitCircumstances {
   /// X of the first point without a value of the model at the start, and how many such points there are.
   std::optional<double> first_undefined_x;
   std::int64_t undefined_at_start = 0;
-  bool weighted_unasked = false;  ///< by errors that the DataSet has
+  bool weighted_unasked = false;                 ///< by errors that the DataSet has
+  bool has_x_errors = false;                     ///< the points have errors of X
   std::vector<std::string> expression_warnings;  ///< see ExpressionWarnings
   /// Names in the expression that are neither its variable nor a parameter.
   std::vector<std::string> unknown_names;

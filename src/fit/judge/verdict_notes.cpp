@@ -188,6 +188,7 @@ void NoteWeights(const FitResult& result, const FitCircumstances& about,
   const FitStatistics& statistics = result.statistics;
   if (about.weighted_unasked)
     notes.emplace_back("The points are weighted by their errors of Y, since they have some.");
+  if (about.has_x_errors) notes.emplace_back("The errors of X do not count.");
   if (ErrorsTooSmall(result)) {
     notes.push_back("χ² is " + FigureText(statistics.sum_of_squares) + " for " +
                     Counted(statistics.degrees_of_freedom, "degree") +

@@ -279,6 +279,8 @@ const Situation kSituations[] = {
        c.first_undefined_x = 1;
      },
      false, "The fit did not start: a and b have no finite values to start from.", ""},
+    {"errors of X", [](R&, C& c) { c.has_x_errors = true; }, true, kDetermined,
+     "The errors of X do not count."},
     {"regression curve", [](R&, C& c) { c.regression_curve = true; }, true, kDetermined,
      "regression curve were fitted"},
 };
