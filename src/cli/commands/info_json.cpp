@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "cli/commands/fit_text.h"
 #include "cli/options/function_input.h"
+#include "cli/output/point_text.h"
 #include "data/series/data_series_file.h"
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"
@@ -128,6 +129,7 @@ Json DataSetJson(const TxyGraph& graph, const TSeries& series) {
                {"source", SourceJson(series)},
                {"series", TableJson<SeriesStyle>(SeriesFields(), series.Style())},
                {"fit", FitJson(series.Fit().Settings())}};
+  AddRegressionFigures(series, json);
   if (const LastFit& last = series.Fit().Last(); last.record || last.damaged)
     json["last_fit"] = LastFitJson(graph, series);
   return json;

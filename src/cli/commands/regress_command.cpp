@@ -7,6 +7,7 @@
 #include "cli/options/number_check.h"
 #include "cli/options/save_output.h"
 #include "cli/output/point_text.h"
+#include "data/regression/regression_figures.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -29,6 +30,8 @@ void Run(const Options& options, Output& output) {
   if (options.alpha) series.SetRegressionAlpha(*options.alpha);
   series.SetRegressionType(static_cast<tarnwick::RegressionType>(options.type));
   SettleRegression(series);
+  if (const auto figures = FiguresOf(series.Points(), series.RegressionType()))
+    output.Note(FiguresText(*figures));
   if (options.save.Wanted()) {
     SaveOutput(*input.graph, index, options.save, output);
     PrintSaved(options.save, output);

@@ -1,8 +1,10 @@
 #include "cli/output/point_text.h"
 
+#include <optional>
 #include <string>
 
 #include "base/number_text.h"
+#include "data/regression/regression_figures.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -57,6 +59,16 @@ Json CurveJson(const TDataSeries& series) {
 
 }  // namespace
 
+void AddRegressionFigures(const TDataSeries& series, Json& document) {
+  const std::optional<RegressionFigures> figures =
+      FiguresOf(series.Points(), series.RegressionType());
+  if (!figures) return;
+  Json json = {{"intercept", JsonNumber(figures->intercept)},
+               {"slope", JsonNumber(figures->slope)}};
+  if (figures->curvature) json["curvature"] = JsonNumber(*figures->curvature);
+  document["regression_figures"] = json;
+}
+
 void PrintPoints(const TDataSeries& series, Output& output) {
   if (output.IsJson()) {
     output.Document({{"points", PointsJson(series)}});
@@ -81,12 +93,16 @@ void PrintCurve(const TDataSeries& series, Output& output) {
 }
 
 void PrintRegression(const TDataSeries& series, Output& output) {
-  if (!HasRegressionCurve(series.RegressionType())) {
-    PrintPoints(series, output);
-  } else if (output.IsJson()) {
-    output.Document({{"points", PointsJson(series)}, {"curve", CurveJson(series)}});
-  } else {
+  const bool has_curve = HasRegressionCurve(series.RegressionType());
+  if (output.IsJson()) {
+    Json document = {{"points", PointsJson(series)}};
+    if (has_curve) document["curve"] = CurveJson(series);
+    AddRegressionFigures(series, document);
+    output.Document(document);
+  } else if (has_curve) {
     PrintCurve(series, output);
+  } else {
+    PrintPoints(series, output);
   }
 }
 

@@ -11,6 +11,8 @@ namespace tarnwick::cli {
 void PrintPoints(const TDataSeries& series, Output& output);
 /// `x,value`, one sample of the regression curve a line, or the JSON list "curve".
 void PrintCurve(const TDataSeries& series, Output& output);
+/// "regression_figures" where the regression has a slope: "intercept", "slope", and "curvature" of a parabola.
+void AddRegressionFigures(const TDataSeries& series, Json& document);
 /// What the DataSet's regression computes: the curve for those that have one (as JSON the points too), else the points.
 void PrintRegression(const TDataSeries& series, Output& output);
 

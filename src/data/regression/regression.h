@@ -4,10 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "data/points/point_chain.h"
+#include "data/regression/regression_type.h"
 
 namespace tarnwick {
 
@@ -34,6 +36,9 @@ Quadratic FitLine(const PointChain& points);
 /// Tukey's resistant line: its slope makes the median residuals of the outer thirds equal, its intercept makes the median
 /// of all residuals 0. The mean's place is taken by the median for one X. Undefined without points.
 Quadratic FitRobustLine(const PointChain& points);
+
+/// What one of the three kinds above leads to; nothing for the others.
+std::optional<Quadratic> RegressionPolynomial(const PointChain& points, RegressionType type);
 
 /// R(first) = Y(first), R(i) = alpha Y(i) + (1 - alpha) R(i - 1), into the regression values.
 void SmoothExponentially(PointChain& points, double alpha);

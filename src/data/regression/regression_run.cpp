@@ -21,18 +21,27 @@ CurveSampling SamplingOf(const PointChain& points, std::int32_t steps) {
 
 }  // namespace
 
+std::optional<Quadratic> RegressionPolynomial(const PointChain& points, RegressionType type) {
+  switch (type) {
+    case RegressionType::Parabola:
+      return FitParabola(points);
+    case RegressionType::RobustLine:
+      return FitRobustLine(points);
+    case RegressionType::Line:
+      return FitLine(points);
+    default:
+      return std::nullopt;
+  }
+}
+
 PointChain RunRegression(PointChain& points, const RegressionTask& task) {
   switch (task.type) {
     case RegressionType::None:
       throw Error("internal error: regression");
     case RegressionType::Parabola:
-      EvaluateInto(points, FitParabola(points));
-      return {};
     case RegressionType::RobustLine:
-      EvaluateInto(points, FitRobustLine(points));
-      return {};
     case RegressionType::Line:
-      EvaluateInto(points, FitLine(points));
+      EvaluateInto(points, *RegressionPolynomial(points, task.type));
       return {};
     case RegressionType::Spline:
       points.ClearRegression();

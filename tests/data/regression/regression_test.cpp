@@ -9,6 +9,7 @@
 
 #include "base/error.h"
 #include "base/undefined.h"
+#include "data/regression/regression_figures.h"
 #include "data/series/data_series.h"
 
 namespace tarnwick {
@@ -51,9 +52,20 @@ TEST(Regression, PolynomialsReproduceWhatTheyCanAndKeepDigitsFarFromZero) {
     }
     Fill(series, x, parabola);
     ExpectNear(Regression(series, RegressionType::Parabola), parabola, 1e-12);
+    const auto of_parabola = FiguresOf(series.Points(), RegressionType::Parabola);
+    EXPECT_NEAR(of_parabola->curvature.value(), 0.25, 1e-12);
+    EXPECT_NEAR(of_parabola->slope / (-2 - 0.5 * origin), 1, 1e-9);
+    EXPECT_NEAR(of_parabola->intercept / (3 + 2 * origin + 0.25 * origin * origin), 1, 1e-9);
     Fill(series, x, line);
     ExpectNear(Regression(series, RegressionType::Line), line, 1e-12);
     ExpectNear(Regression(series, RegressionType::RobustLine), line, 1e-9);
+    for (const auto type : {RegressionType::Line, RegressionType::RobustLine}) {
+      const auto of_line = FiguresOf(series.Points(), type);
+      ASSERT_TRUE(of_line);
+      EXPECT_NEAR(of_line->slope, -2, 1e-9);
+      EXPECT_NEAR(of_line->intercept / (3 + 2 * origin), 1, 1e-9);
+      EXPECT_FALSE(of_line->curvature);
+    }
   }
 }
 
