@@ -160,10 +160,11 @@ TEST_F(FitDesktopTest, FunctionsAreSavedAndLoadedUnderTheirEnding) {
 TEST_F(FitDesktopTest, ATypedFormulaStartsWithNewtonAndAllPoints) {
   Start({Example("decay.dat")});
   InEditor([&](QDialog& dialog) {
-    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*exp(-(x/t)^2)");
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*exp(-(x/T)^2)*t");
+    const auto* const message = dialog.findChild<QLabel*>("ExpressionMessage");
+    EXPECT_TRUE(message->text().contains("T and t are one name"));  // beside unknown names, too
     Button("Ma&ke Parameters")->click();
-    EXPECT_TRUE(
-        dialog.findChild<QLabel*>("ExpressionMessage")->text().endsWith("write A*exp(-((x/t)^2))"));
+    EXPECT_TRUE(message->text().endsWith("write A*exp(-((x/T)^2))*t"));
     dialog.accept();
   });
   const FitSettings model = Series().Fit().Settings();
