@@ -11,7 +11,7 @@
 
 #include "analysis/derived.h"
 #include "analysis/fourier.h"
-#include "analysis/peak_figures.h"
+#include "analysis/local_noise.h"
 #include "analysis/peaks.h"
 #include "analysis/smoothing.h"
 #include "data/points/point_columns.h"
@@ -215,7 +215,8 @@ void Spectrum(benchmark::State& state) {
   }
   for (auto _ : state) {
     const PeakCurve curve{x, y};
-    benchmark::DoNotOptimize(MeasurePeaks(curve, FindSummits(curve, 6 * NoiseOf(curve))));
+    const std::vector<Summit> summits = SummitsAbove(curve, LocalNoise(curve, {}), 6);
+    benchmark::DoNotOptimize(MeasurePeaks(curve, summits));
   }
 }
 

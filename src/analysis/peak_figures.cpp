@@ -4,8 +4,6 @@
 #include <cmath>
 #include <optional>
 
-#include "base/quantile.h"
-
 namespace tarnwick {
 namespace {
 
@@ -108,20 +106,6 @@ PeakFigures Measure(const PeakCurve& curve, const Summit& summit, std::size_t le
 }
 
 }  // namespace
-
-double NoiseOf(const PeakCurve& curve) {
-  std::vector<double> off;
-  for (std::size_t i = 1; i + 1 < curve.x.size(); ++i) {
-    const double run = curve.x[i + 1] - curve.x[i - 1];
-    if (!(run > 0)) continue;
-    const double share = (curve.x[i] - curve.x[i - 1]) / run;
-    const double line = curve.y[i - 1] * (1 - share) + curve.y[i + 1] * share;
-    const double spread = std::sqrt(1 + share * share + (1 - share) * (1 - share));
-    off.push_back(std::abs(curve.y[i] - line) / spread);
-  }
-  if (off.empty()) return 0;
-  return MedianOf(off) / kMedianOfNormal;
-}
 
 std::vector<Summit> FindSummits(const PeakCurve& curve, double least) {
   if (curve.y.size() < 3) return {};

@@ -16,11 +16,6 @@ struct PeakCurve {
   std::span<const double> y;
 };
 
-/// The standard deviation of the scatter of neighbouring values: the median of how far each lies off the straight line through
-/// its two neighbours, scaled as for normal scatter. Curves that bend little from point to point do not count. 0 for fewer than
-/// three points. After the DER_SNR of F. Stoehr et al. (Astronomical Data Analysis Software and Systems XVII, 2008), for any X.
-double NoiseOf(const PeakCurve& curve);
-
 /// A local maximum, in its middle where it is flat, and how far it rises above the higher of the lowest valleys that part it from
 /// higher ground on either side.
 struct Summit {

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <span>
 
+#include "analysis/local_noise.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "data/series/point_errors.h"
 #include "graph/series.h"
 
 namespace tarnwick {
@@ -13,6 +17,7 @@ namespace {
 struct Columns {
   std::vector<double> x;
   std::vector<double> y;
+  std::vector<double> errors;  // of Y; NaN for none
   PeakCurve Curve() const { return {x, y}; }
 };
 
@@ -20,13 +25,17 @@ struct Columns {
 Columns ColumnsOf(const TSeries& series, const PeakOptions& search) {
   Columns columns;
   const BaseLine line = series.GetBaseLine();
-  series.Points().ForEachPoint([&](double x, double y) {
-    if (search.left && x < *search.left) return;
-    if (search.right && x > *search.right) return;
-    const double above = line.CorrectedY(x, y);
-    if (!std::isfinite(x) || !std::isfinite(above)) return;
-    columns.x.push_back(x);
-    columns.y.push_back(above);
+  series.Points().ForEachChunk([&](const ChunkView& chunk) {
+    for (std::size_t i = 0; i < chunk.x.size(); ++i) {
+      const Point point = chunk.chunk->At(i);
+      if (search.left && point.x < *search.left) continue;
+      if (search.right && point.x > *search.right) continue;
+      const double above = line.CorrectedY(point.x, point.y);
+      if (!std::isfinite(point.x) || !std::isfinite(above)) continue;
+      columns.x.push_back(point.x);
+      columns.y.push_back(above);
+      columns.errors.push_back(YErrorAt(series, point));
+    }
   });
   if (columns.x.size() < 3)
     throw Error("No Data Found in the Margins for DataSet " + series.SeriesName() + "!");
@@ -45,6 +54,33 @@ std::vector<Summit> SummitsAt(const PeakCurve& curve, const std::vector<Peak>& p
   return found;
 }
 
+/// What the noise is taken from, and how large it is as a whole and at the peaks that were found.
+std::string NoiseText(const LocalNoise& noise, std::span<const Summit> summits) {
+  double least = std::numeric_limits<double>::infinity();
+  double most = 0;
+  std::int64_t with_errors = 0;
+  for (const Summit& summit : summits) {
+    const double here = noise.At(summit.index);
+    least = std::min(least, here);
+    most = std::max(most, here);
+    with_errors += noise.HasError(summit.index) ? 1 : 0;
+  }
+  const std::string scatter =
+      noise.Lag() == 1 ? "neighbouring points scatter"
+                       : "points " + std::to_string(noise.Lag()) +
+                             " apart scatter (neighbours are alike, as smoothing makes them)";
+  std::string text = "The noise, as " + scatter + ", has a standard deviation of " +
+                     GeneralText(noise.Overall(), 3);
+  if (!summits.empty())
+    text += ", at the peaks of " + GeneralText(least, 3) + " to " + GeneralText(most, 3);
+  if (with_errors > 0) {
+    text += "; the errors of Y are taken for it at " + (with_errors == std::ssize(summits)
+                                                            ? std::string("the peaks")
+                                                            : Counted(with_errors, "peak"));
+  }
+  return text + ".";
+}
+
 }  // namespace
 
 PeakTable MakePeakTable(const TxyGraph& graph, TSeries& series, const PeakTableOptions& options) {
@@ -59,12 +95,12 @@ PeakTable MakePeakTable(const TxyGraph& graph, TSeries& series, const PeakTableO
     return table;
   }
   const Columns columns = ColumnsOf(series, options.search);
-  const double noise = NoiseOf(columns.Curve());
-  const double least = options.times_noise * noise;
-  PeakTable table{MeasurePeaks(columns.Curve(), FindSummits(columns.Curve(), least)), {}};
-  table.told = "The noise, as neighbouring points scatter, has a standard deviation of " +
-               GeneralText(noise, 3) + "; peaks rise at least " + GeneralText(least, 3) +
-               " above the valleys beside them.";
+  const PeakCurve curve = columns.Curve();
+  const LocalNoise noise(curve, columns.errors);
+  const std::vector<Summit> summits = SummitsAbove(curve, noise, options.times_noise);
+  PeakTable table{MeasurePeaks(curve, summits), NoiseText(noise, summits)};
+  table.told += " Peaks rise at least " + GeneralText(options.times_noise, 3) +
+                " times the noise where they stand above the valleys beside them.";
   const BaseLine line = series.GetBaseLine();
   if (line.offset == 0 && line.slope == 0)
     table.told += " Heights and areas are counted from Y = 0: the DataSet has no base line.";

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <numeric>
-#include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -57,19 +56,6 @@ TEST(PeakFigures, AreasReachFromValleyToValley) {
   EXPECT_EQ(peaks[0].area, 3 + 7);
   EXPECT_EQ(peaks[1].area, 2 + 3);
   EXPECT_DOUBLE_EQ(peaks[0].asymmetry, (2 * 3 / 5.0) / 0.5);
-}
-
-TEST(PeakFigures, NoiseIsThatOfTheScatterWhateverTheCurveAndItsX) {
-  std::mt19937 random(1);
-  std::normal_distribution<double> scatter(0, 0.25);
-  std::vector<double> x;
-  std::vector<double> y;
-  for (int i = 0; i < 20'000; ++i) {
-    x.push_back(i + 0.4 * std::sin(7.0 * i));
-    y.push_back(50 * std::sin(x.back() / 400) + scatter(random));
-  }
-  EXPECT_NEAR(NoiseOf({x, y}), 0.25, 0.01);
-  EXPECT_EQ(NoiseOf({std::span(x).first(2), std::span(y).first(2)}), 0);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/peak_figures.h"
+#include "analysis/local_noise.h"
 #include "analysis/smoothing.h"
 #include "base/error.h"
 #include "base/number_text.h"
