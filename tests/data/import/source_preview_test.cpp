@@ -28,7 +28,7 @@ std::string Told(const SourcePreview& preview) {
 }
 
 TEST(SourcePreview, ShowsWhatEachLineIsAndHowItIsCut) {
-  const std::string text = "a title\nt;v\ns;mV\n1;2,5\n\n# rest\n\"3\";4\nend of it\n";
+  const std::string text = "a t\xEFtle\nt;v\ns;mV\n1;2,5\n\n# rest\n\"3\";4\nend of it\n";
   TDSInfo info;
   info.TextSeparators = ";";
   info.FileHasHeaders = 3;
@@ -37,14 +37,14 @@ TEST(SourcePreview, ShowsWhatEachLineIsAndHowItIsCut) {
   info.TableLines = 4;
   const auto source = std::make_shared<const TextSource>(text, "a text");
   EXPECT_EQ(Told(PreviewText(source, info, 40, 10)),
-            "t [s]|v [mV]\n1H a title\n2N t|v\n3U s|mV\n4R 1|2,5\n5_ \n6C # rest\n7R 3|4\n"
+            "t [s]|v [mV]\n1H a tïtle\n2N t|v\n3U s|mV\n4R 1|2,5\n5_ \n6C # rest\n7R 3|4\n"
             "8B end of it");
   TDSInfo by_rule;
   by_rule.FileHasHeaders = 1;
   EXPECT_EQ(
       Told(PreviewText(std::make_shared<const TextSource>("t,v\n1,2\n", "a text"), by_rule, 9, 9)),
       "t|v\n1N t|v\n2R 1|2");
-  EXPECT_EQ(Told(PreviewText(source, info, 5, 1)), "t [s]\n1H a title\n2N t\n3U s\n4R 1\n5_ ");
+  EXPECT_EQ(Told(PreviewText(source, info, 5, 1)), "t [s]\n1H a tïtle\n2N t\n3U s\n4R 1\n5_ ");
 }
 
 TEST(SourcePreview, ShowsRowsBehindALongPreambleAndBytesAsTheyCome) {
