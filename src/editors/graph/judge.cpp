@@ -6,7 +6,6 @@
 #include <system_error>
 
 #include "base/number_text.h"
-#include "data/regression/regression_figures.h"
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"
 #include "graph/axes/nice_step.h"
@@ -113,14 +112,6 @@ FieldRemark JudgeRegression(const TSeries& series, RegressionType type, std::int
   return {};
 }
 
-/// The kind of regression, with the figures that it has over the points.
-FieldRemark JudgeRegressionType(const TSeries& series, RegressionType type) {
-  const DataSettings& now = series.Settings();
-  const auto figures = FiguresOf(series.Points(), type);
-  return figures ? FieldRemark::Told(FiguresText(*figures))
-                 : JudgeRegression(series, type, now.regression_steps, now.regression_alpha);
-}
-
 FieldRemark JudgeErrors(const TSeries& series, ErrorKind kind, bool of_x) {
   const ErrorColumn& own = of_x ? series.Errors().x_values : series.Errors().y_values;
   if (kind != ErrorKind::Column || !own.Empty()) return {};
@@ -155,7 +146,8 @@ FieldRemark JudgeDataSet(const Case& c) {
       if (std::get<bool>(c.value) || !now.DuplicatesAllowed) return {};
       return FieldRemark::Told("Of points at one X the first was kept.");
     case kRegression:
-      return JudgeRegressionType(series, static_cast<RegressionType>(c.Whole()));
+      return JudgeRegression(series, static_cast<RegressionType>(c.Whole()), now.regression_steps,
+                             now.regression_alpha);
     case kSteps:
       return JudgeRegression(series, now.regression_type, c.Whole(), now.regression_alpha);
     case kControl:
