@@ -98,6 +98,10 @@ std::optional<TimePart> TimePartOfName(std::string_view name, std::optional<Time
   const std::size_t bracket = std::min(name.find_first_of("([{"), name.size());
   const std::string words = NameWords(name.substr(0, bracket));
   if (words == "mm" && before == TimePart::Hour) return TimePart::Minute;
+  // Elsewhere a height.
+  if (words == "h" && (before == TimePart::Day || before == TimePart::DayOfYear)) {
+    return TimePart::Hour;
+  }
   for (const NameRow& row : kNames) {
     if (words == row.name) return row.part;
   }
