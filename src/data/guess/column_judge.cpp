@@ -15,17 +15,20 @@ namespace {
 constexpr std::size_t kKeptValues = 400;     // per column
 constexpr std::size_t kKeptFields = 20'000;  // over all columns
 constexpr std::size_t kSampleRows = 64;
+constexpr std::size_t kNotedUnits = 4;
 
 struct ColumnCounts {
   int filled = 0;
   int numbers = 0;         ///< with "." or a lone ","
   int commas = 0;          ///< fields that hold a comma
+  int open_commas = 0;     ///< of these, fields whose comma may group as well as be the decimals'
   int decimal_commas = 0;  ///< fields that read by the decimal comma format
   int grouped = 0;         ///< fields that read with commas grouping thousands
   int groupings = 0;       ///< of these, fields that read so and no other way
   int quantities = 0;      ///< fields with a unit behind the number
   int flagged = 0;         ///< of these, with a mark in the place of the unit
   int uncertain = 0;       ///< of these, with "± 0.2" or "(5)" there
+  std::vector<std::string> units = {};  ///< different ones, "" where a number but zero has none
   int days_month_first = 0;
   int days_day_first = 0;
   int open_days = 0;  ///< fields whose day differs by the order
@@ -36,6 +39,19 @@ struct ColumnCounts {
 /// A text that holds one point: whether digits stand behind it as they do behind one that groups.
 bool PointMayGroup(std::string_view text, std::size_t point) {
   return text.size() - point - 1 >= 3 && point <= 4;
+}
+
+/// Digits before a comma that groups begin with none that is zero.
+bool BeginsWithZero(std::string_view text) {
+  const std::size_t digit = text.find_first_of("0123456789");
+  return digit != text.npos && text[digit] == '0';
+}
+
+void NoteUnit(std::string_view unit, ColumnCounts& column) {
+  const bool few = column.units.size() < kNotedUnits;
+  if (few && std::ranges::find(column.units, unit) == column.units.end()) {
+    column.units.emplace_back(unit);
+  }
 }
 
 void CountNumber(std::string_view text, ColumnCounts& column) {
@@ -59,6 +75,7 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
   const bool grouped = FieldValue(text, ColumnFormat::GroupedThousands).has_value();
   column.decimal_commas += decimal_comma ? 1 : 0;
   column.grouped += grouped ? 1 : 0;
+  column.open_commas += comma && decimal_comma && grouped && !BeginsWithZero(text) ? 1 : 0;
   column.groupings += grouped && !number && (!decimal_comma || !comma) ? 1 : 0;
 }
 
@@ -66,8 +83,11 @@ void CountQuantity(std::string_view text, ColumnCounts& column) {
   const bool unit = FieldValue(text, ColumnFormat::NumberWithUnit).has_value();
   if (unit) {
     ++column.quantities;
-    column.uncertain += text.back() != '%' && SplitUnit(text)->unit.empty() ? 1 : 0;
-    column.flagged += text.back() == '*' || text.back() == '#' ? 1 : 0;
+    const std::string_view written = SplitUnit(text)->unit;
+    const bool flagged = text.back() == '*' || text.back() == '#';
+    column.uncertain += text.back() != '%' && written.empty() ? 1 : 0;
+    column.flagged += flagged ? 1 : 0;
+    if (!flagged && !written.empty()) NoteUnit(written, column);
   } else {
     CountNumber(text, column);
   }
@@ -89,6 +109,7 @@ void CountField(std::string_view text, ColumnCounts& column) {
       return;
     case FieldKind::Number:
       CountNumber(text, column);
+      if (text.find_first_of("123456789") != text.npos) NoteUnit("", column);
       break;
     case FieldKind::Date:
       CountDate(text, column);
@@ -124,11 +145,13 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   guess.has_uncertainties = guess.has_units && counts.uncertain > 0;
   if (guess.has_units) {
     guess.format = ColumnFormat::NumberWithUnit;
+    guess.units = counts.units;
   } else if (groups) {
     guess.format = ColumnFormat::GroupedThousands;
   } else if (counts.decimal_commas > counts.numbers ||
              (counts.commas > 0 && counts.decimal_commas == counts.numbers)) {
     guess.format = ColumnFormat::DecimalComma;
+    guess.commas_open = counts.commas > 0 && counts.open_commas == counts.commas;
   }
   return guess;
 }

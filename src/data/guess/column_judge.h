@@ -19,8 +19,10 @@ struct ColumnGuess {
   ColumnFormat format = ColumnFormat::Automatic;
   bool day_order_open = false;     ///< dates that read with the day first and with the month first
   bool has_zone = false;           ///< times with a zone
+  bool commas_open = false;        ///< all commas read as the decimals' mark may group thousands
   bool has_units = false;          ///< a unit stands behind the numbers
   bool has_uncertainties = false;  ///< how uncertain they are stands behind them: "± 0.2", "(5)"
+  std::vector<std::string> units = {};  ///< those that stand there, "" for none; only a few of many
   bool only_ahead = false;  ///< the first rows have it, the many behind them only other columns
   std::vector<double> values =
       {};  ///< read by `format`, of the rows looked at; others are left out

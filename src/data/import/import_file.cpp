@@ -1,4 +1,5 @@
 #include "data/import/import_file.h"
+#include "data/import/doubtful_columns.h"
 
 #include <algorithm>
 #include <cmath>
@@ -166,6 +167,8 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   result.x_name = source.NameOf(columns.x);
   result.notes = source.notes;
   result.notes.insert(result.notes.end(), columns.notes.begin(), columns.notes.end());
+  const std::vector<std::string> doubts = DoubtsOf(source, options, columns);
+  result.notes.insert(result.notes.end(), doubts.begin(), doubts.end());
   result.errors_note = columns.errors_note;
   result.x_is_date = IsDate(source, columns.x, options.x_format);
   result.y_is_date = IsDate(source, columns.y.front(), options.y_format);

@@ -427,5 +427,44 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
   }
 }
 
+TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
+  const std::string commas = "the commas in \"v\" are read as the mark of decimals";
+  const struct {
+    const char* what;
+    const char* text;
+    std::string told;
+  } tables[] = {
+      {"thousands or decimals", "t;v\n1;1,000\n2;2,137\n3;3,274\n", commas},
+      {"two digits behind a comma", "t;v\n1;1,000\n2;2,13\n3;3,274\n", ""},
+      {"nothing before a comma", "t;v\n1;0,137\n2;1,137\n3;2,274\n", ""},
+      {"settled by another column", "t;v\n0,5;1,000\n1,5;2,137\n2,5;3,274\n", ""},
+      {"another unit further down", "t,v\n1,800 Hz\n2,900 Hz\n3,1 kHz\n",
+       "the units in \"v\" differ (\"Hz\" and \"kHz\")"},
+      {"a number without the unit", "t,v\n1,5 mV\n2,6\n3,7 mV\n",
+       "the units in \"v\" differ (\"mV\" and none)"},
+      {"one unit, zero without it", "t,v\n1,0\n2,6 mV\n3,7 mV\n", ""},
+      {"a flag is no unit", "t,v\n1,5\n2,6*\n3,7*\n", ""},
+      {"a night", "time,v\n23:00,5\n23:30,6\n00:00,7\n00:30,8\n",
+       "the times in \"time\" go on past midnight"},
+      {"a day", "time,v\n11:00,5\n11:30,6\n12:00,7\n12:30,8\n", ""},
+      {"laps", "lap,v\n00:31,5\n00:35,6\n00:30,7\n00:34,8\n", ""},
+      {"a clock that is left out beside its date",
+       "when,clock,v\n2024-03-01 23:00,23:00,5\n2024-03-01 23:30,23:30,6\n"
+       "2024-03-02 00:00,00:00,7\n",
+       ""},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& table : tables) {
+    std::string notes;
+    for (const std::string& note : ImportFile(folder.Write("t.txt", table.text)).notes) {
+      const bool doubt = note.starts_with("the commas") || note.starts_with("the units") ||
+                         note.starts_with("the times in");
+      if (doubt) notes += note;
+    }
+    EXPECT_TRUE(table.told.empty() ? notes.empty() : notes.starts_with(table.told))
+        << table.what << ": " << notes;
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick
