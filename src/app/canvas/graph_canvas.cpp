@@ -124,9 +124,14 @@ void GraphCanvas::AtTheEdge(const std::function<void()>& work) {
 void GraphCanvas::Redraw() {
   picture_stale_ = true;
   hovered_.reset();
-  const bool picked = Picked().has_value();
+  const std::optional<PickedPoint> picked = Picked();
   selection_.Refresh();
   if (picked && !Picked()) NameForAssistance();
+  const TxyGraph& graph = document_.Graph();
+  if (picked && Picked() && PointText(graph, picked) != PointText(graph, Picked())) {
+    NameForAssistance();
+    emit readOutChanged(ToQt(PickedReadOut(graph, Picked())));
+  }
   update();
 }
 
