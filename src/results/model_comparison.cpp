@@ -25,7 +25,8 @@ std::string TextOf(const NestedTest& test, const ModelComparison& compared) {
                             ") = " + GeneralText(test.ratio, 5);
   if (IsUndefined(test.probability)) {
     return ratio +
-           ", without a probability: the larger function takes on the smaller one's curve with more "
+           ", without a probability: the larger function takes on the smaller one's curve with "
+           "more "
            "than one set of values, so that chance gains more than F, and AICc, allow for.";
   }
   return ratio + ", probability " + GeneralText(test.probability, 4) +

@@ -167,8 +167,8 @@ bool HoldsNegatives(std::vector<double> values) {
   const std::size_t all = values.size();
   std::erase_if(values, [](double value) { return value >= 0; });
   std::ranges::sort(values);
-  const auto [behind, end] = std::ranges::unique(values);
-  return 4 * values.size() > all && behind - values.begin() > 2;
+  const auto distinct = std::unique(values.begin(), values.end()) - values.begin();
+  return 4 * values.size() > all && distinct > 2;
 }
 
 /// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error; "drate" beside "rate" is that of it.

@@ -21,6 +21,7 @@ std::vector<std::int32_t> ConstantThroughout(const ImportSource& source,
                                              std::vector<std::int32_t> columns) {
   const BlockSource* const blocks = source.supplier->Blocks();
   std::vector<ColumnRequest> requests;
+  requests.reserve(columns.size());
   for (const std::int32_t column : columns) {
     requests.push_back({column, source.GuessOf(column).format});
   }

@@ -76,8 +76,9 @@ bool NamesCount(const ImportSource& source, std::int32_t column) {
 
 bool HasTwoValues(const std::vector<double>& values) {
   if (values.size() < kFewestInOrder) return false;
-  const auto [low, high] = std::ranges::minmax(values);
-  return std::ranges::all_of(values, [&](double value) { return value == low || value == high; });
+  const auto ends = std::ranges::minmax(values);
+  return std::ranges::all_of(values,
+                             [&](double value) { return value == ends.min || value == ends.max; });
 }
 
 bool RisesThroughout(const std::vector<double>& values) {
