@@ -58,8 +58,9 @@ std::vector<double> Smooth(std::vector<double> y) {
 }
 
 std::vector<double> Waves() {
-  std::vector<double> y;
-  for (int i = 0; i < 8000; ++i) y.push_back(std::sin(i / 160.0 * 2 * 3.14159265358979));
+  std::vector<double> y(8000);
+  for (std::size_t i = 0; i < y.size(); ++i)
+    y[i] = std::sin(static_cast<double>(i) / 160.0 * 2 * 3.14159265358979);
   return y;
 }
 

@@ -71,6 +71,7 @@ std::filesystem::path DesktopTest::Example(const char* name) {
 
 void DesktopTest::Start(const std::vector<std::filesystem::path>& files) {
   std::vector<std::string> words;
+  words.reserve(files.size());
   for (const auto& file : files) words.push_back(file.string());
   form_->ProcessCommandLine(JoinWords(words));
   form_->show();
