@@ -1,4 +1,5 @@
 // Data that come by themselves into a document: a real file that grows, and what steps do to points that came.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>

@@ -24,7 +24,7 @@ double Sine(double x) {
 }
 
 /// What is found after a fit of a straight line to points from 0 to 10.
-ResidualFindings AfterLine(Points points) {
+ResidualFindings AfterLine(const Points& points) {
   const auto model = MakeModel("a*x+b", {{"a", 1}, {"b", 0}});
   ModelResiduals residuals(*model, points.View());
   return TestResiduals(residuals.Sample(Fit(residuals).outcome.p, kPatternPoints));
@@ -130,8 +130,9 @@ TEST(CurveSwing, FindsWavesAndPeaksThatNoPointHolds) {
 // At even distances the frequencies f and 1 - f per point agree in every point, whatever phase and decay.
 TEST(CurveSwing, OfTwoPeriodsThroughTheSamePointsTheShorterOutrunsThem) {
   for (int trial = 0; trial < 60; ++trial) {
+    const int count = 8 + trial % 9;
     const Points points =
-        MakePoints(8 + trial % 9, 0, 7 + trial % 9, 0, [](double) { return 0.0; });
+        MakePoints(static_cast<std::size_t>(count), 0, count - 1, 0, [](double) { return 0.0; });
     const double frequency = 0.3 + 0.19 * trial / 60;
     const auto model =
         MakeModel("exp(-x/9)*sin(2*pi*f*x+g)", {{"f", frequency}, {"g", 0.11 * trial}});

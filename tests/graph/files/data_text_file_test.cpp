@@ -37,6 +37,7 @@ std::vector<std::unique_ptr<TSeries>> MakeSeries(const std::vector<Column>& colu
 std::string TextOf(const std::vector<Column>& columns, const DataTextOptions& options = {}) {
   std::vector<const TDataSeries*> borrowed;
   const auto all = MakeSeries(columns);
+  borrowed.reserve(all.size());
   for (const auto& series : all) borrowed.push_back(series.get());
   return DataText(borrowed, options);
 }
@@ -67,8 +68,8 @@ TEST(DataText, JoinsDataSetsByTheirX) {
 }
 
 TEST(DataText, ReadsBackThroughTheImport) {
-  std::vector<double> many;
-  for (int i = 0; i < 2000; ++i) many.push_back(1.0 / (2000 - i));
+  std::vector<double> many(2000);
+  for (std::size_t i = 0; i < many.size(); ++i) many[i] = 1.0 / static_cast<double>(2000 - i);
   const std::vector<Column> files[] = {
       {{"a", {1, 2, 4}, {0.1, 0.2, 1.5e300}}, {"b", {2, 3, 5}, {-1e-300, 5e-324, 7}}},
       {{"alpha, beta", {1, 2, 3}, {1, 2, 3}},

@@ -22,6 +22,7 @@ using ::testing::HasSubstr;
 
 std::vector<std::string_view> Texts(const std::vector<FileFilter>& filters) {
   std::vector<std::string_view> texts;
+  texts.reserve(filters.size());
   for (const FileFilter& filter : filters) texts.push_back(filter.text);
   return texts;
 }

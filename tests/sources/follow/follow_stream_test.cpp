@@ -1,5 +1,6 @@
 #include "sources/follow/follow_stream.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -82,7 +83,7 @@ TEST_F(FollowedFile, IsReadFromItsFirstRowOnAsTheDescriptionSays) {
     WriteFile(file, row.text);
     StreamWatcher watcher(described);
     watcher.stream->Start();
-    EXPECT_TRUE(watcher.Wait([&] { return watcher.begun > 0 && watcher.stream->Told() != ""; }));
+    EXPECT_TRUE(watcher.Wait([&] { return watcher.begun > 0 && !watcher.stream->Told().empty(); }));
     Append(file, row.more);
     EXPECT_TRUE(watcher.Wait([&] { return watcher.Points() == row.points; }))
         << watcher.Points() << ' ' << watcher.stream->Told();
