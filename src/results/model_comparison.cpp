@@ -26,8 +26,7 @@ std::string TextOf(const NestedTest& test, const ModelComparison& compared) {
   if (IsUndefined(test.probability)) {
     return ratio +
            ", without a probability: the larger function takes on the smaller one's curve with "
-           "more "
-           "than one set of values, so that chance gains more than F, and AICc, allow for.";
+           "more than one set of values, so that chance gains more than F, and AICc, allow for.";
   }
   return ratio + ", probability " + GeneralText(test.probability, 4) +
          (test.probability < kRareGain ? ": more than chance gains."

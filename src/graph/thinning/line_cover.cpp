@@ -61,8 +61,8 @@ LineCover LineCover::Within(const QRect& area, const CellPlaces& places) const {
   LineCover seen(area);
   const double left = places.first.x - area.left(), top = places.first.y - area.top();
   bits_.ForEachRun([&](std::size_t begin, std::size_t end) {
-    const std::size_t base = begin / stride_ * stride_;
     const std::size_t column = begin / stride_;
+    const std::size_t base = column * stride_;
     const double x = left + places.column_step * static_cast<double>(column);
     if (!(x >= 0 && x < area.width())) return;
     seen.MarkRows(static_cast<int>(x), top + places.row_step * static_cast<double>(begin - base),
