@@ -91,6 +91,10 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
+std::string Utf8FromText(std::string_view bytes) {
+  return IsValidUtf8(bytes) ? std::string(bytes) : Utf8FromEightBit(bytes);
+}
+
 std::string Utf8FromEightBit(std::string_view bytes) {
   if (IsAscii(bytes)) return std::string(bytes);
   if (bytes.starts_with(kUtf8Mark)) {

@@ -15,6 +15,9 @@ bool IsValidUtf8(std::string_view bytes);
 /// begins with EF BB BF and is valid UTF-8 is that UTF-8 without the three bytes.
 std::string Utf8FromEightBit(std::string_view bytes);
 
+/// Text of unknown encoding, as data files hold it: what is valid UTF-8 as it stands, all else as 8-bit text.
+std::string Utf8FromText(std::string_view bytes);
+
 /// The stored 8-bit form, which Utf8FromEightBit undoes: Windows-1252 where it has every character, otherwise (and
 /// where those bytes would begin with EF BB BF) EF BB BF and the UTF-8 itself. Malformed bytes become U+FFFD.
 std::string EightBitFromUtf8(std::string_view utf8);

@@ -34,7 +34,7 @@ std::vector<std::string> NamesOf(std::string_view line) {
   for (bool more = true; more;) {
     const std::size_t comma = line.find(',');
     const std::string_view name = TrimBlankBytes(line.substr(0, comma));
-    names.push_back(IsValidUtf8(name) ? std::string(name) : Utf8FromEightBit(name));
+    names.push_back(Utf8FromText(name));
     more = comma != line.npos;
     if (more) line.remove_prefix(comma + 1);
   }

@@ -18,11 +18,6 @@ namespace {
 constexpr std::size_t kHeadBytes = std::size_t{1} << 20;
 constexpr std::int64_t kHeadersBefore = 10;  // that are shown before the first row of many
 
-/// As the names of columns are: what is no UTF-8 is 8-bit text.
-std::string Readable(std::string_view text) {
-  return IsValidUtf8(text) ? std::string(text) : Utf8FromEightBit(text);
-}
-
 std::vector<std::string> Cut(std::string_view line, const TextLayout& layout, std::size_t most) {
   std::vector<std::string> fields;
   FieldCursor cursor(line, layout);
@@ -30,7 +25,7 @@ std::vector<std::string> Cut(std::string_view line, const TextLayout& layout, st
   while (fields.size() < most) {
     const std::optional<std::string_view> field = cursor.Next();
     if (!field) break;
-    fields.push_back(Readable(FieldText(*field, layout, buffer)));
+    fields.push_back(Utf8FromText(FieldText(*field, layout, buffer)));
   }
   return fields;
 }
@@ -78,7 +73,7 @@ SourcePreview PreviewText(const std::shared_ptr<const TextSource>& text, const T
     if (number < std::max<std::int64_t>(first, 1) && !names) continue;
     preview.lines.push_back(
         {number, role,
-         IsCut(role) ? Cut(line, layout, columns) : std::vector<std::string>{Readable(line)},
+         IsCut(role) ? Cut(line, layout, columns) : std::vector<std::string>{Utf8FromText(line)},
          std::string(line)});
   }
   return preview;

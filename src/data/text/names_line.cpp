@@ -267,7 +267,7 @@ std::string NameText(std::string_view field, const TextLayout& layout) {
     while (cut > kLongestName - 4 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) --cut;
     text = text.substr(0, cut);
   }
-  std::string name = IsValidUtf8(text) ? std::string(text) : Utf8FromEightBit(text);
+  std::string name = Utf8FromText(text);
   // A line end within quotes, or a stray control character, is no part of a name.
   std::ranges::replace_if(
       name, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
