@@ -61,18 +61,19 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
   const bool grouped_by_blanks = text.find(' ') != text.npos;
   const bool grouped_by_points = text.find('.', point + 1) != text.npos && point != text.npos;
   const bool number = (!comma && !grouped_by_blanks && !grouped_by_points) ||
-                      FieldValue(text, ColumnFormat::Number).has_value();
+                      ValueOfField(text, ColumnFormat::Number).has_value();
   column.numbers += number ? 1 : 0;
   if (!comma && !grouped_by_blanks) {
     // A number without a comma reads in every format, but with a point only where that may group.
-    const bool reads = point == text.npos || grouped_by_points ||
-                       (PointMayGroup(text, point) && FieldValue(text, ColumnFormat::DecimalComma));
+    const bool reads =
+        point == text.npos || grouped_by_points ||
+        (PointMayGroup(text, point) && ValueOfField(text, ColumnFormat::DecimalComma));
     column.decimal_commas += reads ? 1 : 0;
     ++column.grouped;
     return;
   }
-  const bool decimal_comma = FieldValue(text, ColumnFormat::DecimalComma).has_value();
-  const bool grouped = FieldValue(text, ColumnFormat::GroupedThousands).has_value();
+  const bool decimal_comma = ValueOfField(text, ColumnFormat::DecimalComma).has_value();
+  const bool grouped = ValueOfField(text, ColumnFormat::GroupedThousands).has_value();
   column.decimal_commas += decimal_comma ? 1 : 0;
   column.grouped += grouped ? 1 : 0;
   column.open_commas += comma && decimal_comma && grouped && !BeginsWithZero(text) ? 1 : 0;
@@ -80,7 +81,7 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
 }
 
 void CountQuantity(std::string_view text, ColumnCounts& column) {
-  const bool unit = FieldValue(text, ColumnFormat::NumberWithUnit).has_value();
+  const bool unit = ValueOfField(text, ColumnFormat::NumberWithUnit).has_value();
   if (unit) {
     ++column.quantities;
     const std::string_view written = SplitUnit(text)->unit;
@@ -94,8 +95,8 @@ void CountQuantity(std::string_view text, ColumnCounts& column) {
 }
 
 void CountDate(std::string_view text, ColumnCounts& column) {
-  const std::optional<double> month_first = FieldValue(text, ColumnFormat::DateMonthFirst);
-  const std::optional<double> day_first = FieldValue(text, ColumnFormat::DateDayFirst);
+  const std::optional<double> month_first = ValueOfField(text, ColumnFormat::DateMonthFirst);
+  const std::optional<double> day_first = ValueOfField(text, ColumnFormat::DateDayFirst);
   column.days_month_first += month_first ? 1 : 0;
   column.days_day_first += day_first ? 1 : 0;
   column.zones += HasZone(text) ? 1 : 0;
@@ -193,7 +194,7 @@ void KeepValues(std::span<const std::string_view> rows, const TextLayout& layout
   for (const std::string_view row : rows.first(std::min({rows.size(), most, kKeptValues}))) {
     ForEachField(row, layout, buffer, [&](std::size_t i, std::string_view text) {
       if (!columns[i].has_numbers) return;
-      const std::optional<double> value = FieldValue(text, columns[i].format);
+      const std::optional<double> value = ValueOfField(text, columns[i].format);
       if (value) columns[i].values.push_back(*value);
     });
   }

@@ -143,7 +143,7 @@ bool DatesHoldTimes(const JoinedTimeFound& found, Columns columns) {
   if (date == found.parts.end()) return false;
   const auto& texts = columns[found.columns[static_cast<std::size_t>(date - found.parts.begin())]];
   return std::any_of(texts.begin(), texts.end(), [&found](std::string_view text) {
-    const std::optional<double> day = FieldValue(text, found.date_format);
+    const std::optional<double> day = ValueOfField(text, found.date_format);
     return day && *day != std::floor(*day);
   });
 }
@@ -214,9 +214,9 @@ bool IsCompactDate(std::string_view text) {
 }
 
 bool IsWrittenDate(std::string_view text) {
-  return !FieldValue(text, ColumnFormat::Number) && text.find(':') == text.npos &&
-         (FieldValue(text, ColumnFormat::DateMonthFirst) ||
-          FieldValue(text, ColumnFormat::DateDayFirst));
+  return !ValueOfField(text, ColumnFormat::Number) && text.find(':') == text.npos &&
+         (ValueOfField(text, ColumnFormat::DateMonthFirst) ||
+          ValueOfField(text, ColumnFormat::DateDayFirst));
 }
 
 bool IsClockTime(std::string_view text) {
@@ -226,7 +226,7 @@ bool IsClockTime(std::string_view text) {
 }
 
 bool IsYear(std::string_view text) {
-  const std::optional<double> year = FieldValue(text, ColumnFormat::Number);
+  const std::optional<double> year = ValueOfField(text, ColumnFormat::Number);
   return TrimBlankBytes(text).size() == 4 && year && *year == std::floor(*year) &&
          *year >= kFirstYearOfFour && *year <= kLastYear;
 }

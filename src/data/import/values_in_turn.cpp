@@ -37,7 +37,7 @@ Rows RowsOf(const ImportSource& source) {
     for (std::size_t i = 0; i < source.samples.size(); ++i) {
       if (row >= source.samples[i].size()) break;
       const std::optional<double> value =
-          FieldValue(source.samples[i][row], source.columns[i].format);
+          ValueOfField(source.samples[i][row], source.columns[i].format);
       if (!value) break;
       rows[row].push_back(*value);
     }

@@ -31,12 +31,12 @@ bool IsPlaceholder(std::string_view text) {
 /// "<0.1": below what could be measured.
 bool IsLimit(std::string_view text) {
   return text.size() > 1 && (text.front() == '<' || text.front() == '>') &&
-         FieldValue(text.substr(1), ColumnFormat::Number).has_value();
+         ValueOfField(text.substr(1), ColumnFormat::Number).has_value();
 }
 
 bool IsDate(std::string_view text) {
-  return FieldValue(text, ColumnFormat::DateMonthFirst) ||
-         FieldValue(text, ColumnFormat::DateDayFirst);
+  return ValueOfField(text, ColumnFormat::DateMonthFirst) ||
+         ValueOfField(text, ColumnFormat::DateDayFirst);
 }
 
 /// Months, days of the week and quarters begin with these.
@@ -100,14 +100,14 @@ FieldKind KindOfField(std::string_view text) {
   }
   if (IsPlainNumber(text)) return FieldKind::Number;
   if (HasDateMark(text) && IsDate(text)) return FieldKind::Date;
-  if (FieldValue(text, ColumnFormat::Number)) return FieldKind::Number;
+  if (ValueOfField(text, ColumnFormat::Number)) return FieldKind::Number;
   if (IsPlaceholder(text)) return FieldKind::Placeholder;
-  if (FieldValue(text, ColumnFormat::DecimalComma) ||
-      FieldValue(text, ColumnFormat::GroupedThousands)) {
+  if (ValueOfField(text, ColumnFormat::DecimalComma) ||
+      ValueOfField(text, ColumnFormat::GroupedThousands)) {
     return text.find(' ') == text.npos ? FieldKind::Number : FieldKind::Quantity;
   }
   if (IsDate(text)) return FieldKind::Date;
-  return FieldValue(text, ColumnFormat::NumberWithUnit) ? FieldKind::Quantity : FieldKind::Text;
+  return ValueOfField(text, ColumnFormat::NumberWithUnit) ? FieldKind::Quantity : FieldKind::Text;
 }
 
 }  // namespace tarnwick

@@ -151,7 +151,7 @@ std::optional<double> ParseDecimalComma(std::string_view text) {
   return ParseNumber(plain);
 }
 
-std::optional<double> FieldValue(std::string_view text, ColumnFormat format) {
+std::optional<double> ValueOfField(std::string_view text, ColumnFormat format) {
   text = TrimBlankBytes(text);
   switch (format) {
     case ColumnFormat::Number:

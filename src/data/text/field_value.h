@@ -13,7 +13,7 @@ namespace tarnwick {
 /// Numbers may be written as some programs do: with a "D" before the exponent, the true minus sign, or digits grouped in
 /// threes by no-break blanks or apostrophes, where the format is DecimalComma or GroupedThousands also by plain blanks. The
 /// date formats also read what ParseCompactDay reads. Of two numbers in one field NumberWithUnit reads none (SplitUnit).
-std::optional<double> FieldValue(std::string_view text, ColumnFormat format);
+std::optional<double> ValueOfField(std::string_view text, ColumnFormat format);
 
 /// The value of "1,234,567.89": commas group three digits each, the point is the decimal separator.
 std::optional<double> ParseGroupedThousands(std::string_view text);

@@ -71,7 +71,7 @@ struct Sum {
 };
 
 std::optional<int> YearOf(std::string_view text) {
-  const std::optional<double> value = FieldValue(text, ColumnFormat::Number);
+  const std::optional<double> value = ValueOfField(text, ColumnFormat::Number);
   if (!value || *value != std::floor(*value) || *value < 0 || *value > 9999) return std::nullopt;
   const auto year = static_cast<int>(*value);
   if (TrimBlankBytes(text).size() <= 2) return year + (year >= 69 ? 1900 : 2000);
@@ -80,7 +80,7 @@ std::optional<int> YearOf(std::string_view text) {
 
 /// A number from `from` to less than `below`.
 std::optional<double> InRange(std::string_view text, double from, double below) {
-  const std::optional<double> value = FieldValue(text, ColumnFormat::Number);
+  const std::optional<double> value = ValueOfField(text, ColumnFormat::Number);
   return value && *value >= from && *value < below ? value : std::nullopt;
 }
 
@@ -203,7 +203,7 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
   std::optional<int> whole;
   switch (part) {
     case TimePart::Date:
-      sum.date = FieldValue(text, date_format);
+      sum.date = ValueOfField(text, date_format);
       return sum.date.has_value();
     case TimePart::Time:
       return AddSeconds(SecondsOfTime(text), 1, sum);

@@ -248,7 +248,7 @@ double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
   if (text.empty() || (!layout.missing.Empty() && layout.missing.Matches(text))) {
     return kMissingValue;
   }
-  return FieldValue(text, format).value_or(kNotNumberValue);
+  return ValueOfField(text, format).value_or(kNotNumberValue);
 }
 
 double JoinedTimeValue(std::string_view line, ColumnFormat date_format, const TextLayout& layout) {

@@ -230,7 +230,7 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const T
   for (std::int32_t i = 0; i < columns; ++i) {
     const auto at = static_cast<std::size_t>(i);
     std::string name = at < line.fields.size() ? std::move(line.fields[at]) : std::string();
-    const bool value = first_is_row && FieldValue(name, ColumnFormat::Automatic).has_value();
+    const bool value = first_is_row && ValueOfField(name, ColumnFormat::Automatic).has_value();
     // What a line is said to name columns by is taken as it stands.
     if (name.empty() || (!stated && (ReadsAsNumber(name) || value))) {
       name = UnnamedColumn(i);

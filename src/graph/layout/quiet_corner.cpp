@@ -27,14 +27,14 @@ void AddLine(QPointF from, QPointF to, std::vector<QPointF>& pixels) {
 
 QuietPlace FindQuietPlace(std::span<const QRectF> places, const PictureContents& contents) {
   const auto hidden_by = [&](const QRectF& place) {
-    Hidden hidden;
+    HiddenContents hidden;
     for (const QRectF& box : contents.boxes) hidden.boxes += box.intersects(place) ? 1 : 0;
     if (contents.points_in) hidden.points = contents.points_in(place);
     return hidden;
   };
   QuietPlace best{0, hidden_by(places.front())};
   for (std::size_t i = 1; i < places.size(); ++i) {
-    const Hidden hidden = hidden_by(places[i]);
+    const HiddenContents hidden = hidden_by(places[i]);
     if (hidden < best.hidden) best = {i, hidden};
   }
   return best;

@@ -22,17 +22,17 @@ struct PictureContents {
 };
 
 /// What a box hides; boxes that are to be read weigh more than any number of points.
-struct Hidden {
+struct HiddenContents {
   std::size_t boxes = 0;
   std::size_t points = 0;
-  bool operator<(const Hidden& other) const {
+  bool operator<(const HiddenContents& other) const {
     return std::tie(boxes, points) < std::tie(other.boxes, other.points);
   }
 };
 
 struct QuietPlace {
   std::size_t index = 0;  ///< among the places
-  Hidden hidden;
+  HiddenContents hidden;
 };
 
 /// The first of the places (at least one) that hides least.

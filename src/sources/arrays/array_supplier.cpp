@@ -20,7 +20,7 @@ constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max() - 1;
 
 double Formatted(double value, ColumnFormat format) {
   if (TakesNumbers(format) || !std::isfinite(value)) return value;
-  return FieldValue(ShortestText(value), format).value_or(kNotNumberValue);
+  return ValueOfField(ShortestText(value), format).value_or(kNotNumberValue);
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ std::string StoredText(const QVariant& value) {
 std::optional<double> StoredNumber(const QVariant& value, ColumnFormat format) {
   if (value.isNull()) return std::nullopt;
   if (!IsStoredNumber(value.metaType()) || !TakesNumbers(format)) {
-    return FieldValue(StoredText(value), format);
+    return ValueOfField(StoredText(value), format);
   }
   const double number = value.toDouble();
   return std::isfinite(number) ? std::optional(number) : std::nullopt;

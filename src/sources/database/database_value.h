@@ -12,7 +12,7 @@ namespace tarnwick {
 /// True for values, and types of columns, that are numbers; truth is one.
 bool IsStoredNumber(QMetaType type);
 
-/// The value as a text that FieldValue reads; empty for none.
+/// The value as a text that ValueOfField reads; empty for none.
 std::string StoredText(const QVariant& value);
 
 /// Numbers as they stand (truth is 1, else 0), dates and times as day numbers, texts as the format reads them; nothing for

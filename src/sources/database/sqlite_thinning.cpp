@@ -110,10 +110,10 @@ double NumberOf(sqlite3_value* value, ColumnFormat format) {
     case SQLITE_FLOAT: {
       const double number = sqlite3_value_double(value);
       if (TakesNumbers(format)) return number;
-      return FieldValue(ShortestText(number), format).value_or(kNone);
+      return ValueOfField(ShortestText(number), format).value_or(kNone);
     }
     case SQLITE_TEXT:
-      return FieldValue(TextOf(value), format).value_or(kNone);
+      return ValueOfField(TextOf(value), format).value_or(kNone);
     default:
       return kNone;
   }

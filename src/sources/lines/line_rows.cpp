@@ -46,7 +46,7 @@ class LineRows::Cutter {
       const std::string_view text = FieldText(*field, layout_, buffer);
       const bool missing = !layout_.missing.Empty() && layout_.missing.Matches(text);
       const ColumnFormat format = x_first && numbers.empty() ? x_format_ : y_format_;
-      numbers.push_back(missing ? kUndefined : FieldValue(text, format).value_or(kUndefined));
+      numbers.push_back(missing ? kUndefined : ValueOfField(text, format).value_or(kUndefined));
     }
     return numbers;
   }

@@ -19,7 +19,7 @@ constexpr SourceSetting kSettings[] = {
 ColumnGuess GuessOfText(const std::string& text) {
   ColumnGuess guess;
   guess.has_numbers = true;
-  guess.has_units = !FieldValue(text, ColumnFormat::Automatic);
+  guess.has_units = !ValueOfField(text, ColumnFormat::Automatic);
   guess.is_date = !guess.has_units && !ParseNumber(text);
   return guess;
 }

@@ -36,9 +36,9 @@ LinkAnswer AskLink(const std::string& link, std::unique_ptr<LinkTransport> conve
 }  // namespace
 
 std::optional<double> LinkValue(std::string_view text, ColumnFormat format) {
-  const std::optional<double> value = FieldValue(text, format);
+  const std::optional<double> value = ValueOfField(text, format);
   if (value || format != ColumnFormat::Automatic) return value;
-  return FieldValue(text, ColumnFormat::NumberWithUnit);
+  return ValueOfField(text, ColumnFormat::NumberWithUnit);
 }
 
 std::vector<LinkAnswer> AskLinks(const std::vector<std::string>& links) {

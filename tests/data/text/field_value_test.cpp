@@ -13,7 +13,7 @@ double Day(int year, int month, int day, int hour = 0) {
   return JoinDay({year, month, day, hour, 0, 0, 0});
 }
 
-TEST(FieldValue, ReadsByFormat) {
+TEST(ValueOfField, ReadsByFormat) {
   struct Row {
     const char* text;
     ColumnFormat format;
@@ -80,7 +80,7 @@ TEST(FieldValue, ReadsByFormat) {
       {"12.5 mV", Number, std::nullopt},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(FieldValue(row.text, row.format), row.value)
+    EXPECT_EQ(ValueOfField(row.text, row.format), row.value)
         << row.text << " by format " << static_cast<int>(row.format);
   }
 }

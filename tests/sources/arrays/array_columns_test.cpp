@@ -138,7 +138,7 @@ TEST(ArraySupplier, RowsAndBlocksSayTheSame) {
   std::vector<double> seen;
   supplier.Blocks()->ReadBlocks(requests, 1, [&](const RowBlock& block) {
     seen.assign(block.Column(0).begin(), block.Column(0).end());
-    EXPECT_EQ(block.Column(1)[3], *FieldValue("4", ColumnFormat::UnixSeconds));
+    EXPECT_EQ(block.Column(1)[3], *ValueOfField("4", ColumnFormat::UnixSeconds));
     EXPECT_EQ(block.complete[0], 0);
     return true;
   });
