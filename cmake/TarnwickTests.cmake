@@ -21,6 +21,7 @@ function(tarnwick_tests folder)
     target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}") # helpers beside the tests
     target_link_libraries(${target} PRIVATE ${test_LINK} tarnwick_test_main_${test_MAIN} tarnwick_test_code GTest::gmock)
     tarnwick_precompile(${target} test_${test_MAIN})
+    tarnwick_together(${target})
     add_test(NAME ${target}
              COMMAND ${target} --gtest_brief=1
                      --gtest_output=json:${CMAKE_BINARY_DIR}/tests/outcomes/${target}.json)
