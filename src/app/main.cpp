@@ -3,9 +3,12 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <chrono>
+#include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "app/instance/plain_answers.h"
 #include "app/instance/single_instance.h"
 #include "app/window/main_form.h"
 #include "base/whole_file.h"
@@ -27,8 +30,8 @@ QByteArray ActivationToken() {
 }
 
 /// Asking needs no window system, which takes ten times as long to begin.
-SingleInstance::Start AskOthers(SingleInstance& instance, int argc, char** argv) {
-  const std::vector<std::string> words(argv + 1, argv + argc);
+SingleInstance::Start AskOthers(SingleInstance& instance, const std::vector<std::string>& words,
+                                int argc, char** argv) {
   const QCoreApplication asking(argc, argv);
   return instance.Begin(words, ActivationToken(), kPatience);
 }
@@ -42,15 +45,22 @@ int TellBlocked() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  if (const auto answer = tarnwick::PlainAnswer(words)) {
+    std::cout << *answer << std::flush;
+    return std::cout ? 0 : 1;
+  }
   SingleInstance instance(tarnwick::NamesOfInstance());
-  const SingleInstance::Start start = AskOthers(instance, argc, argv);
+  const SingleInstance::Start start = AskOthers(instance, words, argc, argv);
   if (start == SingleInstance::Start::HandedOver) return 0;
 
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   // One rule for every number that is shown or typed, which is that of the files.
   QLocale::setDefault(QLocale::c());
+  std::optional<tarnwick::ExplainedStart> explained(std::in_place);
   const QApplication application(argc, argv);
+  explained.reset();
   QApplication::setStyle(new tarnwick::HouseStyle);  // the application's from here
   tarnwick::RefuseTooLargeFiles();
   tarnwick::RegisterGifFormat();

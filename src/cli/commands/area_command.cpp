@@ -15,7 +15,8 @@ struct Options {
 
 void RunArea(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
-  const double area = AreaOf(input.graph->Series(ChooseSeries(*input.graph, options.dataset)));
+  const double area =
+      AreaOf(input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output)));
   if (output.IsJson()) {
     output.Document({{"area", JsonNumber(area)}});
   } else {
@@ -25,7 +26,8 @@ void RunArea(const Options& options, Output& output) {
 
 void RunTotal(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
-  const TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
+  const TSeries& series =
+      input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output));
   const double sum = SumOf(series);
   if (output.IsJson()) {
     output.Document({{"points", series.PointCount()}, {"sum", JsonNumber(sum)}});

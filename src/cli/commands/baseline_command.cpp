@@ -43,7 +43,7 @@ void RunBaseline(const BaselineOptions& options, Output& output) {
   CheckSave(options.save);
   const InputGraph input = ReadInput(options.input, options.save, output);
   TxyGraph& graph = *input.graph;
-  const std::size_t index = ChooseSeries(graph, options.dataset);
+  const std::size_t index = ChooseToldSeries(graph, options.dataset, output);
   if (options.mark) {
     SetBaseLine(graph.Series(index), graph.Marks().FindMark(*options.mark));
   } else {

@@ -44,7 +44,7 @@ Json Document(const SampleComparison& c) {
 void Run(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
   TxyGraph& graph = *input.graph;
-  const TSeries& first = graph.Series(ChooseSeries(graph, options.dataset));
+  const TSeries& first = graph.Series(ChooseToldSeries(graph, options.dataset, output));
   const TSeries& second = graph.Series(ChooseSeries(graph, options.with));
   const SampleReport report = CompareSeries(first, second);
   if (output.IsJson()) {

@@ -17,7 +17,7 @@ struct Options {
 template <DerivedKind kKind>
 void Run(const Options& options, Output& output) {
   RunMadeSeries(options.made, output, [&](TxyGraph& graph) -> const TSeries& {
-    TSeries& source = graph.Series(ChooseSeries(graph, options.dataset));
+    TSeries& source = graph.Series(ChooseToldSeries(graph, options.dataset, output));
     const bool hides = HidesSource(kKind) && !options.made.show_source;
     const MadeSeries made = AddDerived(graph, source, kKind,
                                        {.name = options.made.name,

@@ -208,8 +208,8 @@ void Run(const Options& options, Output& output) {
   const InputGraph input = Read(options, size, output);
   if (size) input.graph->Resize(size->width, size->height);
   if (options.datasets.size() > 1) return RunJoint(options, input, output);
-  const std::size_t index = ChooseSeries(
-      *input.graph, options.datasets.empty() ? std::string() : options.datasets.front());
+  const std::size_t index = ChooseToldSeries(
+      *input.graph, options.datasets.empty() ? std::string() : options.datasets.front(), output);
   if (options.model.functions.size() > 1)
     return RunComparison(options, input.graph->Series(index), output);
   TSeries& series = input.graph->Series(index);

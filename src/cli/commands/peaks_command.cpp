@@ -65,7 +65,7 @@ void Run(const Options& options, Output& output) {
   if (options.save.Wanted()) CheckSave(options.save);
   const InputGraph input = ReadInput(options.input, options.save, output);
   TxyGraph& graph = *input.graph;
-  const std::size_t index = ChooseSeries(graph, options.dataset);
+  const std::size_t index = ChooseToldSeries(graph, options.dataset, output);
   graph.UpdateScales();
   if (options.prominence) return PrintByProminence(options, graph, graph.Series(index), output);
   const std::vector<Peak> peaks = PeaksOn(graph, graph.Series(index), options.search);

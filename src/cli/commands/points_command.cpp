@@ -16,7 +16,7 @@ struct Options {
 
 void Run(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
-  TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
+  TSeries& series = input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output));
   SettleRegression(series);
   options.curve ? PrintCurve(series, output) : PrintPoints(series, output);
 }

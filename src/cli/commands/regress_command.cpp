@@ -24,7 +24,7 @@ struct Options {
 void Run(const Options& options, Output& output) {
   if (options.save.Wanted()) CheckSave(options.save);
   const InputGraph input = ReadInput(options.input, options.save, output);
-  const std::size_t index = ChooseSeries(*input.graph, options.dataset);
+  const std::size_t index = ChooseToldSeries(*input.graph, options.dataset, output);
   TSeries& series = input.graph->Series(index);
   if (options.steps) series.SetRegressionSteps(*options.steps);
   if (options.alpha) series.SetRegressionAlpha(*options.alpha);

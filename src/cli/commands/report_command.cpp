@@ -22,7 +22,9 @@ struct Options {
 FitSettings ReadModel(const Options& options, Output& output) {
   if (IsFitFunctionFile(options.input.file)) return LoadFitFunction(options.input.file);
   const InputGraph input = ReadInput(options.input, output);
-  return input.graph->Series(ChooseSeries(*input.graph, options.dataset)).Fit().Settings();
+  return input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output))
+      .Fit()
+      .Settings();
 }
 
 /// The report shows the compiled text; the settings text needs none.

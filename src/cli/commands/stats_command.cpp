@@ -47,7 +47,8 @@ void PrintText(const Json& document, std::ostream& out) {
 
 void Run(const Options& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
-  const TSeries& series = input.graph->Series(ChooseSeries(*input.graph, options.dataset));
+  const TSeries& series =
+      input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output));
   Json document = RecordJson(options.of == "x" ? series.XStatistics() : series.YStatistics());
   AddExtremes(series, document);
   if (output.IsJson()) {

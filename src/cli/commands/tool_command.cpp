@@ -71,7 +71,7 @@ ToolSettings SettingsOf(const ToolArguments& arguments) {
 void RunTool(const ToolArguments& arguments, Output& output) {
   const Tool& tool = arguments.tool;
   RunMadeSeries(arguments.made, output, [&](TxyGraph& graph) -> const TSeries& {
-    TSeries& source = graph.Series(ChooseSeries(graph, arguments.dataset));
+    TSeries& source = graph.Series(ChooseToldSeries(graph, arguments.dataset, output));
     ToolInput input{{&source}, SettingsOf(arguments)};
     for (const std::optional<std::string>& other : arguments.others) {
       if (!other) break;

@@ -219,4 +219,14 @@ std::size_t ChooseSeries(TxyGraph& graph, const std::string& dataset) {
   throw Error("there is no DataSet \"" + dataset + "\"");
 }
 
+std::size_t ChooseToldSeries(TxyGraph& graph, const std::string& dataset, Output& output) {
+  const std::size_t index = ChooseSeries(graph, dataset);
+  if (dataset.empty() && graph.SeriesCount() > 1) {
+    output.Note("of \"" + graph.Series(index).SeriesName() + "\", DataSet " +
+                std::to_string(index + 1) + " of " + std::to_string(graph.SeriesCount()) +
+                " (--dataset names another).");
+  }
+  return index;
+}
+
 }  // namespace tarnwick::cli

@@ -57,4 +57,8 @@ void AddDataset(Command& command, std::string& dataset);
 /// The DataSet by name, or by number from 1; for an empty text the graph's current one, else the first. Throws Error.
 std::size_t ChooseSeries(TxyGraph& graph, const std::string& dataset);
 
+/// The same for a command whose answer is of this DataSet alone: notes which it is where the text is empty and the graph has
+/// several.
+std::size_t ChooseToldSeries(TxyGraph& graph, const std::string& dataset, Output& output);
+
 }  // namespace tarnwick::cli

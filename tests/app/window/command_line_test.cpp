@@ -1,9 +1,12 @@
 #include "app/window/command_line.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <utility>
 
+#include "app/instance/plain_answers.h"
+#include "base/version.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -55,6 +58,13 @@ TEST(CommandLine, KeepsOptionsInTheirOrder) {
   }
   // A line handed on by a second start: its "no " keeps the blank and drops nothing.
   EXPECT_EQ(ParseWords({"-no ", "-tile"}).options, (Words{"no ", "tile"}));
+}
+
+TEST(PlainAnswer, IsGivenWhereHelpOrTheVersionIsAskedFor) {
+  EXPECT_EQ(PlainAnswer({"a.dat", "--version"}), "Tarnwick " + std::string(kVersion) + '\n');
+  EXPECT_EQ(PlainAnswer({"-h", "--version"}), PlainAnswer({"--help"}));
+  EXPECT_THAT(PlainAnswer({"--help"}), ::testing::Optional(::testing::HasSubstr("-refresh")));
+  EXPECT_EQ(PlainAnswer({"-maximize", "version", "a.dat"}), std::nullopt);
 }
 
 }  // namespace
