@@ -19,6 +19,7 @@ enum class ToldAbout {
   Errors,
   Moving,
   Guessing,
+  Gaps,      ///< where lines are broken
   Thinning,  ///< what of a view the data base gave
   Outdated   ///< what was computed from the data as they were before
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <utility>
@@ -79,15 +80,19 @@ void AddToSource(TDataSeries& series, std::vector<std::vector<TDataSeries*>>& so
 ReadResult ResultOf(TxyGraph& graph, const std::map<const TDataSeries*, LoadReport>& reports) {
   std::vector<LoadReport> of_graph;
   std::vector<std::string> names;
+  std::vector<TSeries*> read;
   ReadResult result{graph.State()};
-  for (const TSeries* const series : SeriesOfWhole(graph)) {
+  for (TSeries* const series : SeriesOfWhole(graph)) {
     const auto report = reports.find(series);
     if (report == reports.end()) continue;
     of_graph.push_back(report->second);
     names.push_back(series->SeriesName());
-    if (report->second.loaded) AddPoints(result.points, *series);
+    if (!report->second.loaded) continue;
+    read.push_back(series);
+    AddPoints(result.points, *series);
   }
   result.told = TellImport(of_graph, names);
+  std::ranges::move(TellGaps(read), std::back_inserter(result.told));
   return result;
 }
 

@@ -1,6 +1,7 @@
 #include "graph/files/import_into_graph.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <span>
 #include <utility>
@@ -50,6 +51,7 @@ ImportTold Told(const ImportResult& result, std::span<TSeries* const> all) {
   std::vector<std::string> names;
   for (const TSeries* const series : all) names.push_back(series->SeriesName());
   ImportTold told = TellImport(result.reports, names, result.notes);
+  std::ranges::move(TellGaps(all), std::back_inserter(told));
   if (!result.errors_note.empty()) told.push_back({ToldAbout::Errors, result.errors_note});
   return told;
 }
@@ -57,18 +59,14 @@ ImportTold Told(const ImportResult& result, std::span<TSeries* const> all) {
 /// Lines as the data asks for them, and what there is to tell of it.
 void ShapeLines(std::span<TSeries* const> all, std::vector<std::string>& notes) {
   std::vector<LineSuggestion> suggestions;
-  std::size_t gaps = 0;
   for (TSeries* const series : all) {
     suggestions.push_back(SuggestLineOrder(*series));
     if (suggestions.back() != LineSuggestion::ByX)
       series->SetStyle(FollowSuggestion(series->Style(), suggestions.back()));
-    gaps = std::max(gaps, series->Gaps().Begins().size());
     series->SetBreakAtGaps(!series->Gaps().Empty());
   }
   std::string told = TellSuggestions(suggestions);
   if (!told.empty()) notes.push_back(std::move(told));
-  if (gaps != 0)
-    notes.push_back("lines are broken at " + Counted(static_cast<std::int64_t>(gaps), "gap"));
 }
 
 ImportedData AddToGraph(TxyGraph& graph, ImportResult result) {
@@ -117,6 +115,16 @@ ImportedData ImportIntoGraph(TxyGraph& graph, ImportSource source, const ImportO
 ImportedData ImportTextIntoGraph(TxyGraph& graph, std::string text, const std::string& name,
                                  const LoadOptions& load) {
   return AddToGraph(graph, ImportText(std::move(text), name, {}, load, MakeSeries));
+}
+
+ImportTold TellGaps(std::span<TSeries* const> all) {
+  std::size_t gaps = 0;
+  for (const TSeries* const series : all) {
+    if (series->Settings().BreakAtGaps) gaps = std::max(gaps, series->Gaps().Begins().size());
+  }
+  if (gaps == 0) return {};
+  return {
+      {ToldAbout::Gaps, "lines are broken at " + Counted(static_cast<std::int64_t>(gaps), "gap")}};
 }
 
 }  // namespace tarnwick

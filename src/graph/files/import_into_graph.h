@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 
 namespace tarnwick {
 
+class TSeries;
 class TxyGraph;
 struct ImportSource;
 
@@ -33,5 +35,8 @@ ImportedData ImportIntoGraph(TxyGraph& graph, ImportSource source, const ImportO
 /// every row. `name` is for messages.
 ImportedData ImportTextIntoGraph(TxyGraph& graph, std::string text, const std::string& name,
                                  const LoadOptions& load = {});
+
+/// That the DataSets' lines are broken at gaps of what was read; nothing where none is.
+ImportTold TellGaps(std::span<TSeries* const> all);
 
 }  // namespace tarnwick

@@ -43,11 +43,12 @@ TEST_F(DesktopTest, ABarTellsWhatWasLeftOutUntilItIsClosed) {
   source.AllRows = false;
   source.RowSamplingFrequency = 2;
   ActiveDocument().Files().Refresh();
-  EXPECT_EQ(text(), "Every 2nd row is shown; lines are broken at 1 gap.");
+  EXPECT_EQ(text(), "Every 2nd row is shown.");
   all_rows->click();
   EXPECT_EQ(ActiveDocument().Graph().Series(0).PointCount(), 3);
   EXPECT_EQ(ActiveDocument().History().UndoName(), "Load All Rows");
   EXPECT_TRUE(bar->isVisible() && !all_rows->isVisible());
+  EXPECT_EQ(text(), "1 row skipped (Y empty; first at line 3); lines are broken at 1 gap.");
 
   bar->findChild<QToolButton*>("CloseTold")->click();
   EXPECT_FALSE(bar->isVisible());
