@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
+#include <optional>
 #include <string_view>
 
+#include "base/day_number.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
@@ -18,6 +21,11 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{1} << 16;
+/// Days: what a time to the millisecond leaves of one that has no more.
+constexpr double kLostInMoment = 1e-10;
+constexpr double kDaysOfYear = 366;
+constexpr const char* kMomentFormats[] = {"yyyy-mm-dd", "yyyy-mm-dd hh:nn:ss",
+                                          "yyyy-mm-dd hh:nn:ss.zzz"};
 constexpr std::string_view kMarkers = "'\"";
 constexpr char kMarker = '"';
 constexpr std::string_view kUsualSeparators = "\t,;|";
@@ -141,7 +149,7 @@ void WriteTable(const std::vector<const TDataSeries*>& series, const DataTextOpt
     }
     if (first == nullptr) break;
     const double x = first->X();
-    text += ShortestText(x);
+    text += options.x_format.empty() ? ShortestText(x) : FormatDay(x, options.x_format);
     if (errors_of_x) AddError(first->ErrorOfX(), options, text);
     for (PointCursor& cursor : cursors) {
       text += options.separators.front();
@@ -160,6 +168,29 @@ std::vector<const TDataSeries*> AllSeries(const TxyGraph& graph) {
   std::vector<const TDataSeries*> series;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) series.push_back(&graph.Series(i));
   return series;
+}
+
+/// Which of the formats keeps X; their number for none.
+std::size_t FormatThatKeeps(double x, std::size_t from) {
+  if (!(std::abs(x) >= kDaysOfYear) || !IsCalendarDay(x)) return std::size(kMomentFormats);
+  while (from < std::size(kMomentFormats)) {
+    const std::optional<double> read = ParseDay(FormatDay(x, kMomentFormats[from]));
+    if (read && std::abs(*read - x) <= kLostInMoment) break;
+    ++from;
+  }
+  return from;
+}
+
+/// The shortest format that keeps every X, that a column has one; empty when none does.
+std::string MomentFormat(const std::vector<const TDataSeries*>& series) {
+  std::size_t format = 0;
+  for (const TDataSeries* const one : series) {
+    for (PointCursor cursor(*one); !cursor.AtEnd(); cursor.Next()) {
+      format = FormatThatKeeps(cursor.X(), format);
+      if (format == std::size(kMomentFormats)) return "";
+    }
+  }
+  return kMomentFormats[format];
 }
 
 /// That X of several quantities stands in one column, a sentence; empty for one quantity.
@@ -207,6 +238,7 @@ std::string CsvText(const TxyGraph& graph) {
   options.separators = ",";
   options.x_tolerance = 0;
   if (!series.empty()) options.x_heading = series.front()->Source().XDataColumn;
+  if (graph.Axis(AxisId::X).ShowAsTime()) options.x_format = MomentFormat(series);
   return DataText(series, options);
 }
 

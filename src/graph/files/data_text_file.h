@@ -17,6 +17,7 @@ struct DataTextOptions {
   /// X values of different DataSets share a row when they differ by no more than this, and by no more than this part of
   /// their size (else values all smaller than the tolerance would fall together).
   double x_tolerance = 1e-12;
+  std::string x_format = {};  ///< X as dates of FormatDay; empty: as numbers
 };
 
 /// The table: a line of names, then rows in ascending X; a DataSet without a point at a row's X has an empty field there.
@@ -28,7 +29,9 @@ std::string DataText(const std::vector<const TDataSeries*>& series, const DataTe
 /// What such a table of the graph leaves out, a sentence; empty for nothing.
 std::string LeftOutOfTable(const TxyGraph& graph);
 
-/// All DataSets of a graph separated by commas, without tolerance: X headed by the first one's column.
+/// All DataSets of a graph separated by commas, without tolerance: X headed by the first one's column. On a time axis X is
+/// written as dates, where these keep it: not what passes within a millisecond, nor times of day and durations (under a year
+/// from day 0).
 std::string CsvText(const TxyGraph& graph);
 
 /// Writes all DataSets of a graph separated by tabs: X headed "Time" on a time axis, else "Time (hours)".

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "data/import/import_file.h"
 #include "graph/xy_graph.h"
 #include "support/temporary_folder.h"
@@ -162,6 +163,32 @@ TEST(DataText, KeepsErrorsOfXThatAllHave) {
   other.Source().XDataColumn = "Frequency";
   EXPECT_TRUE(LeftOutOfTable(graph).starts_with(
       "\"a\" is over X Column, \"spectrum\" over Frequency: the table has one column of X"));
+}
+
+TEST(DataText, WritesDatesForOtherProgramsWhereTheyKeepX) {
+  const struct {
+    std::vector<double> x;
+    const char* first_field;
+  } rows[] = {
+      {{43387, 43388}, "2018-10-14"},
+      {{43387, 43387.5}, "2018-10-14 00:00:00"},
+      {{43387 + 61.0 / 86400}, "2018-10-14 00:01:01"},
+      {{43387 + 0.25 / 86400}, "2018-10-14 00:00:00.250"},
+      {{43387 + 1e-9}, "43387.000000001"},
+      {{0.5, 1.25}, "0.5"},
+      {{43387, 1e9}, "43387"},
+  };
+  for (const auto& row : rows) {
+    TxyGraph graph;
+    TSeries& series = graph.AddSeries(std::make_unique<TSeries>());
+    series.AddPoints(row.x, row.x);
+    const std::string numbers = CsvText(graph);
+    graph.Axis(AxisId::X).SetShowAsTime(true);
+    const std::string text = CsvText(graph);
+    const std::string line = text.substr(text.find('\n') + 1);
+    EXPECT_EQ(line.substr(0, line.find(',')), row.first_field);
+    EXPECT_EQ(text == numbers, row.first_field == ShortestText(row.x[0]));
+  }
 }
 
 TEST(DataText, HeadsATimeAxis) {
