@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/fits/errors_between.h"
+#include "analysis/fits/fit_job.h"
 #include "analysis/fits/fit_residuals.h"
 #include "base/error.h"
 #include "base/number_text.h"
@@ -23,6 +25,18 @@ namespace {
 
 /// Points of a band at most: more are not seen, and every one is kept with the graph.
 constexpr std::int32_t kBandPoints = 300;
+/// Of the bands' names: "Confidence 95 % of X".
+constexpr const char* kConfidence = "Confidence";
+constexpr const char* kPercentOf = " % of ";
+
+/// Whether a DataSet of the graph has a name such as wanted.
+template <class Wanted>
+bool AnyNamed(const TxyGraph& graph, const Wanted& wanted) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (wanted(graph.Series(i).SeriesName())) return true;
+  }
+  return false;
+}
 
 const FitResult& ResultOf(const TSeries& series) {
   const FitResult* result = series.Fit().Result().get();
@@ -116,6 +130,16 @@ std::string ResidualsName(const TSeries& source) {
   return "Residuals of " + source.SeriesName();
 }
 
+bool HasResiduals(const TxyGraph& graph, const TSeries& source) {
+  return AnyNamed(graph, [&](const std::string& name) { return name == ResidualsName(source); });
+}
+
+bool HasBands(const TxyGraph& graph, const TSeries& source) {
+  return AnyNamed(graph, [&](const std::string& name) {
+    return name.starts_with(kConfidence) && name.ends_with(kPercentOf + source.SeriesName());
+  });
+}
+
 TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string& name) {
   auto residuals = std::make_unique<TSeries>();
   FitResiduals(source, *residuals);
@@ -143,11 +167,12 @@ void AddBands(TxyGraph& graph, const TSeries& source, double level) {
   settings.NPoints = std::min(settings.NPoints, kBandPoints);
   curve.Update(settings, WithinMargins(SpanOfPoints(source, graph), settings));
   const std::vector<double> x = XValues(curve.Points());
-  const FitBands bands = ComputeFitBands(model, statistics, x, level);
-  const std::string suffix = " " + GeneralText(100 * level, 6) + " % of " + source.SeriesName();
+  const FitJob job = PrepareFit(source, {.points = FitPointChoice::All});
+  const FitBands bands = ComputeFitBands(model, statistics, x, level, ErrorsBetween(job, x));
+  const std::string suffix = " " + GeneralText(100 * level, 6) + kPercentOf + source.SeriesName();
   const std::array<Band, 4> wanted = {
-      {{"Confidence" + suffix, LineStyle::Dash, Sum(bands.value, 1, bands.confidence), true},
-       {"Confidence" + suffix + ", lower", LineStyle::Dash, Sum(bands.value, -1, bands.confidence),
+      {{kConfidence + suffix, LineStyle::Dash, Sum(bands.value, 1, bands.confidence), true},
+       {kConfidence + suffix + ", lower", LineStyle::Dash, Sum(bands.value, -1, bands.confidence),
         false},
        {"Prediction" + suffix, LineStyle::Dot, Sum(bands.value, 1, bands.prediction), true},
        {"Prediction" + suffix + ", lower", LineStyle::Dot, Sum(bands.value, -1, bands.prediction),

@@ -16,6 +16,10 @@ std::string ResidualsName(const TSeries& source);
 /// Throws Error, also when the model has no expression; the graph is then as it was.
 TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string& name);
 
+/// Whether the graph has what AddResiduals and AddBands make of this DataSet.
+bool HasResiduals(const TxyGraph& graph, const TSeries& source);
+bool HasBands(const TxyGraph& graph, const TSeries& source);
+
 /// Adds confidence and prediction bands of the DataSet's fit as four DataSets; `level` lies between 0 and 1. The graph holds
 /// `source`. Throws Error, also when the model has no result that holds; the graph is then as it was.
 void AddBands(TxyGraph& graph, const TSeries& source, double level);

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "analysis/fits/errors_between.h"
 #include "analysis/fits/fit_run.h"
 #include "analysis/fits/start_values.h"
 #include "base/error.h"
@@ -135,7 +136,8 @@ FitAnswer Answer(const Options& options, const FitJob& job, TDataSeries& series,
   if (options.bands > 0) {
     answer.band_x = BandPlaces(job, options.bands);
     series.Fit().Prepare();
-    answer.bands = ComputeFitBands(series.Fit(), result.statistics, answer.band_x, options.level);
+    answer.bands = ComputeFitBands(series.Fit(), result.statistics, answer.band_x, options.level,
+                                   ErrorsBetween(job, answer.band_x));
   }
   answer.result = std::move(result);
   return answer;

@@ -75,9 +75,11 @@ BlockCurve CurveOver(ModelBlocks& blocks, std::span<const double> x,
   return curve;
 }
 
-/// Of one more measurement where the model has this value.
-double MeasurementVariance(const FitStatistics& statistics, double value) {
+/// Of one more measurement where the model has this value and a point this error; 0: not known.
+double MeasurementVariance(const FitStatistics& statistics, double value, double error) {
   switch (statistics.weighting.weights) {
+    case FitWeights::Errors:
+      return statistics.unit_variance * (error > 0 ? error * error : statistics.mean_variance);
     case FitWeights::Counts:
       return statistics.unit_variance * std::abs(value);
     case FitWeights::Relative:
@@ -109,7 +111,7 @@ double CurveDeviation(TCurFit& model, const FitStatistics& statistics, double x)
 }
 
 FitBands ComputeFitBands(TCurFit& model, const FitStatistics& statistics, std::span<const double> x,
-                         double level) {
+                         double level, std::span<const double> point_errors) {
   const Varied varied = FindVaried(model);
   const std::unique_ptr<ModelBlocks> blocks = MakeBlocks(model, varied.places);
   const double quantile = IntervalQuantile(statistics, level);
@@ -121,9 +123,10 @@ FitBands ComputeFitBands(TCurFit& model, const FitStatistics& statistics, std::s
     for (std::size_t i = 0; i < count; ++i) {
       bands.value.push_back(curve.value[i]);
       bands.confidence.push_back(quantile * std::sqrt(curve.variance[i]));
+      const double error = point_errors.empty() ? 0 : point_errors[from + i];
       bands.prediction.push_back(
           quantile *
-          std::sqrt(MeasurementVariance(statistics, curve.value[i]) + curve.variance[i]));
+          std::sqrt(MeasurementVariance(statistics, curve.value[i], error) + curve.variance[i]));
     }
   }
   return bands;

@@ -19,11 +19,12 @@ struct FitBands {
 
 /// With g the derivatives of the model by the varied parameters, C their covariance, v the variance of one measurement and t
 /// the quantile of IntervalQuantile: t sqrt(g'Cg) and t sqrt(v + g'Cg) (Seber & Wild, Nonlinear Regression, 1989, chapter
-/// 5.1). v is that of a point of mean weight, where weights follow the model's value that of this value. `model` must be
+/// 5.1). Where weights follow the model's value, v is that of this value; where they follow the points' errors, that of
+/// `point_errors`, the error of a measurement at each X; else, and without these, that of a point of mean weight. `model` must be
 /// prepared and hold the values of `statistics`; `level` lies between 0 and 1. Widths are undefined where the model is, and
 /// everywhere when there are no errors. Throws EIntegerDivision.
 FitBands ComputeFitBands(TCurFit& model, const FitStatistics& statistics, std::span<const double> x,
-                         double level);
+                         double level, std::span<const double> point_errors = {});
 
 /// sqrt(g'Cg) at one X. Throws EIntegerDivision.
 double CurveDeviation(TCurFit& model, const FitStatistics& statistics, double x);

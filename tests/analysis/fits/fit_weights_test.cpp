@@ -4,11 +4,15 @@
 
 #include <cmath>
 #include <functional>
+#include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
+#include "analysis/fits/errors_between.h"
 #include "analysis/fits/fit_run.h"
 #include "certificate/weighted_problems.h"
+#include "fit/fitted_model.h"
 #include "fit/judge/fit_bands.h"
 #include "fit/model/model_report.h"
 
@@ -116,6 +120,65 @@ TEST(FitWeights, IntervalsOfCountsHoldTheTruthAsOftenAsTheySay) {
     EXPECT_GE(count, 0.93 * kSimulatedDecays);
     EXPECT_LE(count, 0.97 * kSimulatedDecays);
   }
+}
+
+struct BandRow {
+  const char* what;
+  FitWeights weights;
+  double (*error)(double x);  ///< of a point
+};
+
+// One more measurement lies within the band as often as it says, where errors are small and where they are great.
+TEST(FitWeights, PredictionBandsHoldAMeasurementAsOftenAsTheySay) {
+  constexpr int kFits = 400;
+  const std::vector<double> where = {1.25, 9.25};
+  const auto truth = [](double x) { return 20 + 30 * x; };
+  const BandRow rows[] = {
+      {"tenfold errors", FitWeights::Errors, [](double x) { return 0.5 + 0.5 * x; }},
+      {"equal errors", FitWeights::Errors, [](double) { return 2.0; }},
+      {"relative", FitWeights::Relative, [](double x) { return 0.02 * (20 + 30 * x); }},
+      {"none", FitWeights::None, [](double) { return 2.0; }}};
+  for (const BandRow& row : rows) {
+    SCOPED_TRACE(row.what);
+    std::mt19937 numbers(7);
+    std::normal_distribution<double> normal;
+    std::vector<int> held(where.size(), 0);
+    for (int number = 0; number < kFits; ++number) {
+      FitJob job = Job("a+b*x", {1, 1}, {}, {});
+      job.settings.weighting.weights = row.weights;
+      for (int i = 0; i < 40; ++i) {
+        const double x = 0.25 * i;
+        job.x.push_back(x);
+        job.y.push_back(truth(x) + row.error(x) * normal(numbers));
+        if (row.weights == FitWeights::Errors) job.errors.push_back(row.error(x));
+      }
+      const FitResult fit = Fitted(job);
+      const std::unique_ptr<TCurFit> model =
+          testing::MakeModel("a+b*x", {{"a", fit.values[0]}, {"b", fit.values[1]}});
+      const FitBands bands =
+          ComputeFitBands(*model, fit.statistics, where, 0.95, ErrorsBetween(job, where));
+      for (std::size_t i = 0; i < where.size(); ++i) {
+        const double measured = truth(where[i]) + row.error(where[i]) * normal(numbers);
+        held[i] += std::abs(measured - bands.value[i]) <= bands.prediction[i];
+      }
+    }
+    for (const int count : held) {
+      EXPECT_GE(count, 0.92 * kFits);
+      EXPECT_LE(count, 0.98 * kFits);
+    }
+  }
+}
+
+TEST(ErrorsBetween, FollowThePointsBesideAndTheLastBeyond) {
+  FitJob job;
+  EXPECT_TRUE(ErrorsBetween(job, std::vector{1.0}).empty());
+  job.x = {1, 2, 2, 4};
+  job.errors = {1, 3, 4, 1};
+  const double both = std::sqrt(12.5);  // of the two at 2
+  EXPECT_THAT(
+      ErrorsBetween(job, std::vector{0.0, 1.0, 1.5, 2.0, 3.0, 9.0}),
+      ::testing::Pointwise(::testing::DoubleNear(1e-12),
+                           std::vector{1.0, 1.0, (1 + both) / 2, both, (both + 1) / 2, 1.0}));
 }
 
 TEST(FitWeights, ConstantsAreMeans) {
