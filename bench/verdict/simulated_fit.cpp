@@ -3,21 +3,15 @@
 #include <Eigen/QR>
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <vector>
 
-#include "analysis/fits/fit_run.h"
-#include "base/progress.h"
 #include "chance.h"
 #include "fit/judge/fit_findings.h"
-#include "fit/model/curve_fit.h"
+#include "scene.h"
 
 namespace tarnwick::bench {
 namespace {
 
-using Numbers = std::vector<double>;
-
-constexpr double kLastX = 10;
 /// Places of a curve between two of its points.
 constexpr int kBetween = 8;
 /// Of measurements without errors, relative to the range of the curve.
@@ -28,97 +22,6 @@ constexpr double kPosed = 0.25;
 /// A true curve that leaves its points by more than this part of its range is not shown by them.
 constexpr double kHeld = 0.38;
 constexpr double kFarOff = 0.5;
-
-FitSettings SettingsOf(const Family& family, const Numbers& values, FitProcType method) {
-  FitSettings settings;
-  settings.Expression = family.expression;
-  settings.NPoints = 1'000'000;
-  settings.ProcType = method;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    ParameterSettings parameter;
-    parameter.Name = family.parameters[i].name;
-    parameter.Value = values[i];
-    parameter.Vary = true;
-    settings.parameters.push_back(parameter);
-  }
-  return settings;
-}
-
-Numbers Curve(const Family& family, const Numbers& values, const Numbers& x) {
-  TCurFit model;
-  model.SetSettings(SettingsOf(family, values, FitProcType::cfp_Newton), false);
-  model.Prepare();
-  Numbers y;
-  for (const double one : x) y.push_back(model.Value(one));
-  return y;
-}
-
-/// Most experiments are evenly spaced, some by equal ratios, some anyhow.
-Numbers DrawX(int points, double first, Chance& chance) {
-  const double kind = chance.Uniform();
-  Numbers x;
-  for (int i = 0; i < points; ++i) {
-    const double share = static_cast<double>(i) / (points - 1);
-    const double least = std::max(first, 0.1);
-    if (kind < 0.6) {
-      x.push_back(first + (kLastX - first) * share);
-    } else if (kind < 0.7) {
-      x.push_back(least * std::pow(kLastX / least, share));
-    } else {
-      x.push_back(chance.Between(first, kLastX));
-    }
-  }
-  std::ranges::sort(x);
-  return x;
-}
-
-Numbers DrawParameters(const Family& family, Chance& chance) {
-  Numbers values;
-  for (const DrawnParameter& one : family.parameters)
-    values.push_back(chance.Between(one.low, one.high));
-  return values;
-}
-
-/// As users start: from near, within a factor of three, of ten with a wrong sign at times, from ones.
-Numbers DrawStart(const Numbers& near, Chance& chance) {
-  const double how = chance.Uniform();
-  Numbers start;
-  for (const double value : near) {
-    if (how < 0.35) {
-      start.push_back(value * std::exp(0.1 * chance.Normal()));
-    } else if (how < 0.65) {
-      start.push_back(value * std::pow(3, chance.Between(-1, 1)));
-    } else if (how < 0.85) {
-      start.push_back(value * std::pow(10, chance.Between(-1, 1)) *
-                      (chance.Happens(0.15) ? -1 : 1));
-    } else {
-      start.push_back(1);
-    }
-  }
-  return start;
-}
-
-FitProcType DrawMethod(Chance& chance) {
-  const double which = chance.Uniform();
-  if (which < 1.0 / 6) return FitProcType::cfp_Powell;
-  return which < 1.0 / 3 ? FitProcType::cfp_SimplexPowell : FitProcType::cfp_Newton;
-}
-
-double RangeOf(const Numbers& values) {
-  const auto [low, high] = std::ranges::minmax(values);
-  return high - low;
-}
-
-/// What is measured, and what would have been without errors.
-struct Scene {
-  Numbers parameters;
-  Numbers x;
-  Numbers clean;
-  Numbers y;
-  double range = 0;
-  double sigma = 0;
-  std::optional<std::size_t> spoiled;
-};
 
 Scene DrawScene(const Trial& trial, const Measurement& measurement, Chance& chance) {
   Scene scene;
@@ -177,28 +80,11 @@ bool IsOutrun(const Numbers& x, const Numbers& clean, const Numbers& dense) {
 
 /// The greatest error, relative to what its parameter means, of a fit that ends at the truth.
 double WorstError(const Family& family, const Scene& scene) {
-  const auto n = static_cast<Eigen::Index>(scene.x.size());
-  const auto k = static_cast<Eigen::Index>(family.parameters.size());
-  Eigen::MatrixXd jacobian(n, k);
-  for (Eigen::Index j = 0; j < k; ++j) {
-    const auto at = static_cast<std::size_t>(j);
-    Numbers up = scene.parameters;
-    Numbers down = scene.parameters;
-    const double step = 1e-5 * std::max(std::abs(up[at]), 0.01);
-    up[at] += step;
-    down[at] -= step;
-    const Numbers above = Curve(family, up, scene.x);
-    const Numbers below = Curve(family, down, scene.x);
-    for (Eigen::Index i = 0; i < n; ++i) {
-      const auto row = static_cast<std::size_t>(i);
-      const double slope = (above[row] - below[row]) / (2 * step);
-      jacobian(i, j) = std::isfinite(slope) ? slope : 0;
-    }
-  }
+  const Eigen::MatrixXd jacobian = JacobianOf(family, scene.parameters, scene.x);
   const Eigen::MatrixXd inverse =
       (jacobian.transpose() * jacobian).completeOrthogonalDecomposition().pseudoInverse();
   double worst = 0;
-  for (Eigen::Index j = 0; j < k; ++j) {
+  for (Eigen::Index j = 0; j < jacobian.cols(); ++j) {
     const DrawnParameter& one = family.parameters[static_cast<std::size_t>(j)];
     const double size = std::abs(scene.parameters[static_cast<std::size_t>(j)]);
     if (one.meaning == Meaning::Level) continue;
@@ -257,21 +143,12 @@ Truth TruthOf(const Trial& trial, const Scene& scene, const FitResult& result) {
   return posed && !scene.spoiled ? Truth::Right : Truth::Between;
 }
 
-FitResult Fit(const Trial& trial, const Scene& scene, Chance& chance) {
-  FitJob job;
-  const Numbers near =
-      trial.IsRightModel() ? scene.parameters : DrawParameters(*trial.fitted, chance);
-  const Numbers start = DrawStart(near, chance);
-  job.settings = SettingsOf(*trial.fitted, start, DrawMethod(chance));
-  job.x = scene.x;
-  job.y = scene.y;
-  job.points_in_range = job.points_chosen = static_cast<std::int64_t>(scene.x.size());
-  job.options.threads = 1;
-  NoProgress progress;
-  return RunFit(job, progress);
-}
-
 }  // namespace
+
+Said SaidOf(const FitVerdict& verdict) {
+  if (verdict.trustworthy) return Said::Trusted;
+  return verdict.untested ? Said::Untested : Said::Doubted;
+}
 
 SimulatedFit SimulateFit(const Trial& trial, const Measurement& measurement) {
   Chance chance(measurement.seed);
@@ -280,12 +157,11 @@ SimulatedFit SimulateFit(const Trial& trial, const Measurement& measurement) {
   fit.trial = trial;
   fit.measurement = measurement;
   fit.spoiled = scene.spoiled.has_value();
-  fit.result = Fit(trial, scene, chance);
+  const Numbers near =
+      trial.IsRightModel() ? scene.parameters : DrawParameters(*trial.fitted, chance);
+  fit.result = FitScene(*trial.fitted, near, scene, chance);
   fit.truth = TruthOf(trial, scene, fit.result);
-  const FitVerdict& verdict = fit.result.verdict;
-  fit.said = verdict.trustworthy ? Said::Trusted
-             : verdict.untested  ? Said::Untested
-                                 : Said::Doubted;
+  fit.said = SaidOf(fit.result.verdict);
   fit.unfinished = !HasConverged(fit.result);
   return fit;
 }

@@ -22,6 +22,7 @@ struct Measurement {
 enum class Truth { Right, Between, Wrong };
 /// What its verdict says.
 enum class Said { Trusted, Untested, Doubted };
+Said SaidOf(const FitVerdict& verdict);
 
 struct SimulatedFit {
   Trial trial;

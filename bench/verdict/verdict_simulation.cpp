@@ -1,5 +1,6 @@
 // How often the verdict of a fit trusts what is wrong, and doubts what is right: simulated measurements of which the truth is
-// known. Usage: verdict_simulation [REPEATS [SEED [list]]]; with "list" each of both is told on a line.
+// known. Usage: verdict_simulation [REPEATS [SEED [list | terms]]]; with "list" each of both is told on a line, with "terms" only
+// models with a term that may not be there are fitted, and told in the same way.
 #include <array>
 #include <cstdlib>
 #include <iomanip>
@@ -12,6 +13,7 @@
 
 #include "base/split_mix.h"
 #include "simulated_fit.h"
+#include "term_table.h"
 
 namespace tarnwick::bench {
 namespace {
@@ -87,7 +89,7 @@ void Print(std::string_view title, const std::map<int, Tally>& tallies) {
   line("all", all);
 }
 
-int Run(int repeats, std::uint64_t seed, bool list) {
+void Run(int repeats, std::uint64_t seed, bool list) {
   Tallies tallies;
   int fits = 0;
   for (const Trial& trial : AllTrials()) {
@@ -107,7 +109,6 @@ int Run(int repeats, std::uint64_t seed, bool list) {
   Print("right", tallies.right);
   Print("wrong", tallies.wrong);
   Print("wrong, one point spoiled", tallies.spoiled);
-  return 0;
 }
 
 }  // namespace
@@ -117,6 +118,9 @@ int main(int count, char** arguments) {
   const std::span<char*> given(arguments, static_cast<std::size_t>(count));
   const int repeats = given.size() > 1 ? std::atoi(given[1]) : 1;
   const std::uint64_t seed = given.size() > 2 ? std::strtoull(given[2], nullptr, 10) : 1;
-  return tarnwick::bench::Run(repeats, seed,
-                              given.size() > 3 && std::string_view(given[3]) == "list");
+  const std::string_view how = given.size() > 3 ? given[3] : "";
+  using tarnwick::bench::Listing;
+  if (how != "terms") tarnwick::bench::Run(repeats, seed, how == "list");
+  tarnwick::bench::TellTerms(repeats, seed, how.empty() ? Listing::None : Listing::Errors);
+  return 0;
 }

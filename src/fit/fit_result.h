@@ -56,6 +56,21 @@ struct TiedParameter {
   double error = 0;  ///< from those of the others; undefined where they do not tell
 };
 
+/// A part of the model that the points may do without.
+struct AbsentTerm {
+  std::int32_t parameter = 0;         ///< the term is gone where it is 0; an index among the varied
+  std::vector<std::int32_t> through;  ///< those that act through it alone
+  double gain = 0;    ///< by which the sum of squares rises without the term, as a share of it
+  double chance = 1;  ///< that a term which is not there gains as much somewhere
+};
+
+/// Another value of a varied parameter with the same curve.
+struct EqualValue {
+  std::int32_t parameter = 0;  ///< an index among the varied
+  double value = 0;
+  double turn = 0;  ///< what it is so many times away; 0: it differs by its sign
+};
+
 /// The point that the model misses most beside the others.
 struct FarthestPoint {
   double x = 0;
@@ -119,6 +134,8 @@ struct FitResult {
   CurveSwing swing;
   std::vector<std::int32_t> open;    ///< varied parameters whose errors leave their size open
   std::vector<std::int32_t> traded;  ///< with great errors that other parameters make up for
+  std::vector<AbsentTerm> absent;    ///< terms that may not be there
+  std::vector<EqualValue> equal;     ///< simpler values with the same curve
   /// What a finishing Newton-type run from here would reach: its sum of squares. Empty when that was the method or not tried.
   std::optional<double> newton_sum_of_squares;
   FitVerdict verdict;

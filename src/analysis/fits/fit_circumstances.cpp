@@ -30,6 +30,7 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   const FitJob& job = part.job;
   FitCircumstances about;
   about.method = job.settings.ProcType;
+  about.variable = job.settings.XVarName;
   about.max_iterations = job.settings.IterMax;
   about.thinned_to = job.settings.NPoints;
   about.extreme_data = FindExtreme(part);

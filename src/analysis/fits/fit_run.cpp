@@ -15,7 +15,9 @@
 #include "expr/words/evaluation_procedures.h"
 #include "expr/words/expr_rec.h"
 #include "expr/words/parser_exception.h"
+#include "fit/judge/absent_terms.h"
 #include "fit/judge/curve_swing.h"
+#include "fit/judge/equal_values.h"
 #include "fit/judge/fit_statistics.h"
 #include "fit/judge/fit_verdict.h"
 #include "fit/judge/open_parameters.h"
@@ -80,6 +82,7 @@ class FitRun {
   void Conclude();
   void MeasureStarts();
   void MeasureEnd();
+  void MeasureTerms();
   std::int64_t WithoutWeight() const;
   FittedPoints PointsAtEnd();
   void TakeLossIntoAccount(FittedPoints& points);
@@ -220,7 +223,18 @@ void FitRun::MeasureEnd() {
                               std::back_inserter(result_.unmoved));
   if (!joint_) result_.tied = TiesOf(*parts_.front(), result_);
   result_.undefined_points += jacobian_->undefined;
+  MeasureTerms();
   if (!joint_) MeasureResiduals(*parts_.front(), result_);
+}
+
+/// Nothing where parameters run away, which is told instead, and where there are more than a fit varies: groups of peaks, each of
+/// which stood out of the noise before.
+void FitRun::MeasureTerms() {
+  if (!result_.singular_directions.empty() || !result_.unmoved.empty() ||
+      result_.values.size() > static_cast<std::size_t>(kMaxVariedParameters))
+    return;
+  QuietProgress quiet(progress_, result_.outcome.iterations);
+  result_.absent = FindAbsentTerms(Problem(), result_.values, result_.statistics, quiet);
 }
 
 /// Points whose weights came to nothing.
@@ -281,6 +295,7 @@ double FitRun::MeasurePattern(LeastSquaresProblem& problem, std::span<const doub
 void FitRun::MeasureResiduals(FitPart& part, FitResult& result) const {
   ModelResiduals& residuals = *part.residuals;
   result.swing = GreatestSwing(residuals, part.job.x, result.values);
+  result.equal = FindEqualValues(residuals, part.job.x, result.values);
   const ResidualSample sample = residuals.Sample(result.values, kPatternPoints);
   result.traded = TradedParameters(result.statistics, result.values, sample);
   if (IsUndefined(result.statistics.residual_correlation)) return;

@@ -82,6 +82,13 @@ FitResult ShareOf(FitPart& part, const FitResult& whole) {
                           PlacesOf(direction.parameters, part.columns)};
     if (!own.parameters.empty()) result.singular_directions.push_back(own);
   }
+  result.absent.clear();
+  for (const AbsentTerm& term : whole.absent) {
+    const std::vector<std::int32_t> own = PlacesOf({term.parameter}, part.columns);
+    const std::vector<std::int32_t> through = PlacesOf(term.through, part.columns);
+    if (!own.empty() && !through.empty())
+      result.absent.push_back({own.front(), through, term.gain, term.chance});
+  }
   if (!Failed(whole.outcome.why)) TakeStatistics(part, whole, result);
   return result;
 }

@@ -96,6 +96,17 @@ Json SingularJson(const FitResult& result) {
   return directions;
 }
 
+Json AbsentJson(const FitResult& result) {
+  Json terms = Json::Array();
+  for (const AbsentTerm& term : result.absent) {
+    terms.Append({{"parameter", result.names.at(static_cast<std::size_t>(term.parameter))},
+                  {"through", NamesJson(result, term.through)},
+                  {"gain", JsonNumber(term.gain)},
+                  {"chance", JsonNumber(term.chance)}});
+  }
+  return terms;
+}
+
 Json BandsJson(const FitAnswer& answer) {
   Json bands = Json::Array();
   const FitBands& band = answer.bands;
@@ -147,6 +158,7 @@ Json DocumentOf(const FitAnswer& answer) {
   document["correlation"] = SquareJson(result.statistics.correlation, varied);
   document["singular_directions"] = SingularJson(result);
   document["unmoved"] = NamesJson(result, result.unmoved);
+  document["absent"] = AbsentJson(result);
   if (!answer.band_x.empty()) document["bands"] = BandsJson(answer);
   return document;
 }

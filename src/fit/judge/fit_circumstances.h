@@ -29,6 +29,7 @@ struct FitCircumstances {
   bool weighted_unasked = false;                 ///< by errors that the DataSet has
   bool has_x_errors = false;                     ///< the points have errors of X
   std::vector<std::string> expression_warnings;  ///< see ExpressionWarnings
+  std::string variable = "x";                    ///< of the expression
   /// Names in the expression that are neither its variable nor a parameter.
   std::vector<std::string> unknown_names;
   /// Parameters, varied or not, whose value at the start is no finite number.

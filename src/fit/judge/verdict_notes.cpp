@@ -23,6 +23,8 @@ constexpr double kMostPercent = 0.99;
 // A finishing run that moves the parameters by less than this is not worth a word.
 constexpr double kDistanceWorthNaming = 0.01;
 constexpr std::size_t kCorrelationsNamed = 3;
+// From here on chance does it more often than not.
+constexpr double kMostChance = 0.5;
 
 void NoteUndetermined(const FitResult& result, std::vector<std::string>& notes) {
   for (const TradingGroup& group : TradingGroups(result)) {
@@ -116,6 +118,44 @@ void NoteOpen(const FitResult& result, std::vector<std::string>& notes) {
                          "some fixed, or take a simpler model."));
 }
 
+/// "e = 0.3 ± 0.2 may be 0, and f and g, which act through it alone, then mean nothing: …"
+void NoteAbsent(const FitResult& result, std::vector<std::string>& notes) {
+  for (const AbsentTerm& term : result.absent) {
+    const auto at = static_cast<std::size_t>(term.parameter);
+    const bool one = term.through.size() == 1;
+    const std::string of_chance = term.chance < kMostChance
+                                      ? " in up to " + RoughText(100 * term.chance) + " of 100 fits"
+                                      : std::string(" in most fits");
+    notes.push_back(
+        result.names.at(at) + " = " + RoughText(result.values.at(at)) + " ± " +
+        RoughText(result.statistics.standard_errors.at(at)) + " may be 0, and " +
+        NamesOf(result, term.through) + (one ? ", which acts" : ", which act") +
+        " through it alone, then " + (one ? "means" : "mean") + " nothing: do not trust " +
+        (one ? "its error" : "their errors") + ". Without the term the sum of squares rises by " +
+        GeneralText(100 * term.gain, kShareDigits) + " %; a term that is not there gains as much" +
+        of_chance + ". Leave it out, or hold " + NamesOf(result, term.through) +
+        " where theory has " + (one ? "it." : "them."));
+  }
+}
+
+/// "phi = 307.1 and -0.7309 give the same curve: they are 49 turns of 6.283 apart."
+void NoteEqualValues(const FitResult& result, std::vector<std::string>& notes) {
+  for (const EqualValue& one : result.equal) {
+    const auto at = static_cast<std::size_t>(one.parameter);
+    const double value = result.values.at(at);
+    std::string note = result.names.at(at) + " = " + FigureText(value) + " and " +
+                       FigureText(one.value) + " give the same curve: ";
+    if (one.turn > 0) {
+      const double turns = std::round(std::abs(value - one.value) / one.turn);
+      note += "they are " + Counted(static_cast<std::int64_t>(turns), "turn") + " of " +
+              FigureText(one.turn) + " apart.";
+    } else {
+      note += "its sign has no meaning.";
+    }
+    notes.push_back(std::move(note));
+  }
+}
+
 void NoteSwing(const FitResult& result, std::vector<std::string>& notes) {
   if (!SwingsFreely(result.swing)) return;
   notes.push_back("Between X = " + FigureText(result.swing.from) + " and " +
@@ -134,13 +174,17 @@ void NoteTurns(const FitResult& result, std::vector<std::string>& notes) {
 void NotePattern(const FitResult& result, std::vector<std::string>& notes) {
   const ResidualFindings& found = result.residuals;
   if (OnePointStandsOut(found)) {
-    const std::string moved = RoughText(found.farthest.pull);
-    notes.push_back("One point stands out: " + Described(found.farthest) +
-                    (OnePointBends(found) ? ". It alone moves the parameters by " + moved +
-                                                " of their errors: check it, or fit without it."
-                                          : ". It hardly moves the parameters."));
+    std::string moved = ". It hardly moves the parameters.";
+    if (!std::isfinite(found.farthest.pull)) {
+      moved = ". Without it the curve goes through all points: check it, or fit without it.";
+    } else if (OnePointBends(found)) {
+      moved = ". It alone moves the parameters by " + RoughText(found.farthest.pull) +
+              " of their errors: check it, or fit without it.";
+    }
+    notes.push_back("One point stands out: " + Described(found.farthest) + moved);
   }
-  if (FollowsShape(found)) {
+  // A wave from point to point, which is no shape along X.
+  if (FollowsShape(found) && !Alternates(found)) {
     std::string note =
         "The residuals follow a pattern along X: the model leaves something out, or other starting "
         "values lead to a better fit. ";
@@ -230,12 +274,27 @@ void NotePoints(const FitResult& result, const FitCircumstances& about,
   }
 }
 
+/// What should have evened the scatter, or what would.
+const char* HowTheyCount(FitWeights weights) {
+  switch (weights) {
+    case FitWeights::Errors:
+      return "their errors of Y allow: look at the errors.";
+    case FitWeights::Counts:
+      return "the roots of counts allow: weigh by errors, relative to the value or not at all.";
+    case FitWeights::Relative:
+      return "weights relative to the value allow: weigh by errors, as counts or not at all.";
+    default:
+      return "others, though all count alike: weights would make more of the data.";
+  }
+}
+
 /// Errors of the parameters that come from points of unequal worth.
 void NoteScatter(const FitResult& result, std::vector<std::string>& notes) {
   if (result.residuals.unequal_scatter <= 1) return;
+  const bool alike = result.statistics.weighting.weights == FitWeights::None;
   notes.push_back("Some points scatter " + RoughText(result.residuals.unequal_scatter) +
-                  " times more than others, though all count alike: weights would make more of "
-                  "the data.");
+                  " times more than " + (alike ? "" : "others, beyond what ") +
+                  HowTheyCount(result.statistics.weighting.weights));
 }
 
 }  // namespace
@@ -248,6 +307,7 @@ std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumst
     NoteStuck(result, notes);
     NoteSwing(result, notes);
     NoteTurns(result, notes);
+    NoteAbsent(result, notes);
     NoteOpen(result, notes);
     NoteHardlyDetermined(result, notes);
     NoteSearch(result, notes);
@@ -255,6 +315,7 @@ std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumst
     NotePattern(result, notes);
     NoteWeights(result, about, notes);
     NoteScatter(result, notes);
+    NoteEqualValues(result, notes);
     NoteCorrelations(result, notes);
   }
   NotePoints(result, about, notes);

@@ -23,13 +23,14 @@ std::string Extreme(const ExtremeData& data) {
 }
 
 std::string UndefinedStart(const FitCircumstances& about) {
-  const auto sentence = [](const std::vector<std::string>& names, const char* of_one,
-                           const char* of_many) {
+  const auto sentence = [](const std::vector<std::string>& names, const std::string& of_one,
+                           const std::string& of_many) {
     return "The fit did not start: " + Listed(names) + (names.size() == 1 ? of_one : of_many);
   };
   if (!about.unknown_names.empty())
-    return sentence(about.unknown_names, " is neither the variable nor a parameter.",
-                    " are neither the variable nor parameters.");
+    return sentence(about.unknown_names,
+                    " is neither the variable " + about.variable + " nor a parameter.",
+                    " are neither the variable " + about.variable + " nor parameters.");
   if (!about.infinite_names.empty())
     return sentence(about.infinite_names, " has no finite value to start from.",
                     " have no finite values to start from.");
@@ -109,6 +110,13 @@ std::string WhatIsUntested(const FitResult& result, TestGap gap) {
   }
 }
 
+std::string MayBeAbsent(const FitResult& result) {
+  std::vector<std::int32_t> which;
+  for (const AbsentTerm& term : result.absent) which.push_back(term.parameter);
+  return (which.size() == 1 ? ", but the term of " : ", but any one of the terms of ") +
+         NamesOf(result, which) + " may be absent: the fit is hardly worse without it.";
+}
+
 /// What is to be said of the values, beginning with the colon or comma that joins it to how the fit ended.
 std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& about) {
   if (about.extreme_data) return ", but " + Extreme(*about.extreme_data) + ".";
@@ -146,13 +154,16 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
     return ", but one point stands out and bends the curve: " +
            Described(result.residuals.farthest) + ".";
   }
-  if (FollowsShape(result.residuals))
-    return ", but the residuals follow a pattern instead of scattering.";
   if (Alternates(result.residuals))
     return ", but the residuals change their sign from point to point instead of scattering.";
+  if (FollowsShape(result.residuals))
+    return ", but the residuals follow a pattern instead of scattering.";
   if (ErrorsTooSmall(result)) return ", but the points lie farther off than their errors allow.";
   if (ScattersUnequally(result.residuals))
-    return ", but some points scatter far more than others and count alike.";
+    return result.statistics.weighting.weights == FitWeights::None
+               ? ", but some points scatter far more than others and count alike."
+               : ", but some points scatter far more than others, beyond their weights.";
+  if (!result.absent.empty()) return MayBeAbsent(result);
   if (!result.open.empty())
     return ", but the data leave the size of " + NamesOf(result, result.open) + " open.";
   if (!result.traded.empty())

@@ -55,6 +55,15 @@ Texts TextsOf(const std::vector<SingularDirection>& values) {
   }
   return texts;
 }
+Texts TextsOf(const std::vector<AbsentTerm>& values) {
+  Texts texts;
+  for (const AbsentTerm& one : values) {
+    std::vector<double> numbers = {one.gain, one.chance, static_cast<double>(one.parameter)};
+    numbers.insert(numbers.end(), one.through.begin(), one.through.end());
+    texts.push_back(NumberListText(numbers));
+  }
+  return texts;
+}
 
 // --- and back
 
@@ -123,6 +132,12 @@ bool Take(std::vector<SingularDirection>& values, std::string_view text) {
   return Take(one.relative_singular_value, TakeWord(text)) && Take(one.parameters, text);
 }
 
+bool Take(std::vector<AbsentTerm>& values, std::string_view text) {
+  AbsentTerm& one = values.emplace_back();
+  return Take(one.gain, TakeWord(text)) && Take(one.chance, TakeWord(text)) &&
+         Take(one.parameter, TakeWord(text)) && Take(one.through, text);
+}
+
 /// A member that a path of members leads to.
 template <auto... Path>
 constexpr FitResultRow Of(std::string_view word) {
@@ -155,6 +170,7 @@ constexpr FitResultRow kRows[] = {
     Of<&R::at_bound>("at_bound"),
     Of<&R::unmoved>("unmoved"),
     Of<&R::singular_directions>("trading"),
+    Of<&R::absent>("absent"),
     Of<&R::tied>("tied"),
     Of<&R::statistics, &Statistics::weighting, &FitWeighting::weights>("weights"),
     Of<&R::statistics, &Statistics::weighting, &FitWeighting::errors>("errors"),
@@ -195,10 +211,13 @@ bool IsWhole(const FitResult& result) {
   const auto numbers = [&](const std::vector<std::int32_t>& places) {
     return std::ranges::all_of(places, [&](std::int32_t i) { return std::cmp_less(i, count); });
   };
+  const auto is_term = [&](const AbsentTerm& term) {
+    return std::cmp_less(term.parameter, count) && numbers(term.through);
+  };
   return fits(statistics.standard_errors, count) && fits(statistics.covariance, count * count) &&
          fits(statistics.correlation, count * count) &&
          fits(statistics.determined_covariance, count * count) && numbers(result.at_bound) &&
-         numbers(result.unmoved) &&
+         numbers(result.unmoved) && std::ranges::all_of(result.absent, is_term) &&
          std::ranges::all_of(result.singular_directions, numbers, &SingularDirection::parameters);
 }
 

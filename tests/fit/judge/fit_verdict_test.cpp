@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
+#include <numbers>
 
 #include "base/undefined.h"
 
@@ -144,6 +146,37 @@ const Situation kSituations[] = {
      "a and b have errors greater than their values"},
     {"a size left open", [](R& r, C&) { r.open = {1}; }, false,
      ", but the data leave the size of b open.", "The curve hardly changes when b goes as far"},
+    {"a term that may be absent",
+     [](R& r, C&) {
+       r.values = {0.3, 3, 4};
+       r.statistics.standard_errors = {0.2, 1, 1};
+       r.absent = {{0, {1, 2}, 0.04, 0.35}};
+     },
+     false, ", but the term of a may be absent: the fit is hardly worse without it.",
+     "a = 0.3 ± 0.2 may be 0, and b and c, which act through it alone, then mean nothing: do not "
+     "trust their errors. Without the term the sum of squares rises by 4 %; a term that is not "
+     "there gains as much in up to 35 of 100 fits."},
+    {"a phase turns away",
+     [](R& r, C&) {
+       r.values[1] = 307.145;
+       r.equal = {{1, -0.730898, 2 * std::numbers::pi}};
+     },
+     true, kDetermined,
+     "b = 307.145 and -0.730898 give the same curve: they are 49 turns of 6.28319 apart."},
+    {"a width below 0",
+     [](R& r, C&) {
+       r.values[2] = -0.75;
+       r.equal = {{2, 0.75, 0}};
+     },
+     true, kDetermined, "c = -0.75 and 0.75 give the same curve: its sign has no meaning."},
+    {"two terms for one",
+     [](R& r, C&) {
+       r.statistics.standard_errors = {2, 1, 3};
+       r.absent = {{0, {1}, 0, 1}, {2, {1}, 0, 1}};
+     },
+     false,
+     ", but any one of the terms of a and c may be absent: the fit is hardly worse without it.",
+     "a term that is not there gains as much in most fits."},
     {"a swing between points",
      [](R& r, C&) {
        r.swing = {0.9, 3, 4};
@@ -167,6 +200,24 @@ const Situation kSituations[] = {
        r.residuals.farthest = {57, 12.3, 0.4, 1e-6};
      },
      true, kDetermined, "One point stands out: X = 57, 12 standard deviations. It hardly moves"},
+    {"a point without which nothing is left",
+     [](R& r, C&) {
+       r.residuals.farthest = {57, HUGE_VAL, HUGE_VAL, 1e-6};
+     },
+     false, ", but one point stands out and bends the curve: X = 57, beyond all others.",
+     "Without it the curve goes through all points"},
+    {"alternating signs, a wave of two points",
+     [](R& r, C&) { r.residuals.shape = r.residuals.alternating = 1e-5; }, false,
+     ", but the residuals change their sign from point to point instead of scattering.",
+     "A residual above zero is followed by one below it"},
+    {"scatter beyond the weights",
+     [](R& r, C&) {
+       r.residuals.unequal_scatter = 12;
+       r.statistics.weighting.weights = FitWeights::Relative;
+     },
+     false, ", but some points scatter far more than others, beyond their weights.",
+     "Some points scatter 12 times more than others, beyond what weights relative to the value "
+     "allow"},
     {"alternating signs", [](R& r, C&) { r.residuals.alternating = 1e-5; }, false,
      ", but the residuals change their sign from point to point instead of scattering.",
      "A residual above zero is followed by one below it"},

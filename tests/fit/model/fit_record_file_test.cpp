@@ -44,6 +44,7 @@ FitResult SomeResult() {
   result.points_used = 8;
   result.at_bound = {1};
   result.singular_directions = {{1e-17, {1, 0}}};
+  result.absent = {{1, {0}, 0.25, 1}};
   result.tied = {{"c", 5, kUndefined}};
   result.newton_sum_of_squares = 0.25;
   result.statistics.weighting = {FitWeights::Counts, FitErrors::Scaled, FitLoss::Cauchy, 1.5};
@@ -99,6 +100,8 @@ TEST(FitRecordFile, ComesBackAsItWas) {
     EXPECT_EQ(result.statistics.weighting, written.record->result->statistics.weighting);
     EXPECT_THAT(result.statistics.standard_errors, ElementsAre(0.5, IsNan()));
     EXPECT_THAT(result.singular_directions.at(0).parameters, ElementsAre(1, 0));
+    EXPECT_THAT(result.absent.at(0).through, ElementsAre(0));
+    EXPECT_EQ(result.absent.at(0).gain, 0.25);
     EXPECT_EQ(result.tied.at(0).name, "c");
     EXPECT_EQ(result.newton_sum_of_squares, 0.25);
     EXPECT_TRUE(result.verdict.untested);
@@ -162,6 +165,7 @@ TEST(FitRecordFile, DamagedRowsArePassedOverAsAWhole) {
       {"a place outside", "at_bound 1", "at_bound 2", true},
       {"a place outside, of all", "all at_bound 1", "all at_bound 9", true},
       {"a direction outside", "trading 1E-17 1 0", "trading 1E-17 1 7", true},
+      {"a term outside", "absent 0.25 1 1 0", "absent 0.25 1 2 0", true},
       {"trust", "trust 1", "trust 3", true},
       {"no name", "varied b", "variet b", true},
       {"a kind of parameter", "2.5 varied a", "2.5 waried a", true},

@@ -1,0 +1,18 @@
+// Other values of one parameter that give the very same curve: what is meant is the simpler one. Knows residuals; words nothing.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "fit/fit_result.h"
+#include "fit/residuals/model_residuals.h"
+
+namespace tarnwick {
+
+/// Of varied parameters below 0 the value without its sign (a width of -0.7), of those beyond a turn (2 pi, 360 or 1) the one
+/// within half a turn of 0 (a phase of 307), where the curve has it so at the points and between them, and the bounds allow it.
+/// `x` are the points, rising. Throws EIntegerDivision.
+std::vector<EqualValue> FindEqualValues(ModelResiduals& residuals, std::span<const double> x,
+                                        std::span<const double> values);
+
+}  // namespace tarnwick
