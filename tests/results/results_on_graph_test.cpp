@@ -74,6 +74,7 @@ TEST_F(ResultsOnGraph, ResidualsTakeThePlaceOfEarlierOnesAlone) {
   ASSERT_EQ(graph_.SeriesCount(), 3u);
   EXPECT_EQ(graph_.Series(1).PointCount(), 0);
   EXPECT_EQ(GetY(graph_.Series(2), 4), 0.25);
+  EXPECT_FALSE(graph_.Series(2).Style().first_axis) << "where no panel is known";
   EXPECT_THROW(AddBands(graph_, rate_, 0.95), Error);  // nothing was fitted
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "data/import/whole_data.h"
+
 namespace tarnwick {
 namespace {
 
@@ -49,6 +51,32 @@ TEST(ImportTold, SaysOnceWhatHoldsForAll) {
     std::vector<LoadReport> reports;
     for (const Loaded& one : row.loaded) reports.push_back(ReportOf(one));
     EXPECT_EQ(Sentence(TellImport(reports, names, row.notes)), row.sentence);
+  }
+}
+
+TEST(ImportTold, SomeRowsAreShownWhereReadingAgainGivesMore) {
+  using enum DataSourceKind;
+  struct Row {
+    DataSourceKind kind;
+    const char* place;
+    std::int32_t every;
+    bool all;
+    bool thinned;
+    bool some;
+  };
+  constexpr Row kRows[] = {
+      {Text, "a", 1, false, false, false}, {Text, "a", 2, false, false, true},
+      {Text, "a", 2, true, false, false},  {Text, "a", 1, true, true, true},
+      {Text, "", 2, false, false, false},  {Manual, "a", 2, false, false, false},
+  };
+  for (const Row& row : kRows) {
+    TDSInfo info;
+    info.DataSource = row.kind;
+    info.DatasourceInfo = row.place;
+    info.RowSamplingFrequency = row.every;
+    info.AllRows = row.all;
+    info.ThinnedAtSource = row.thinned;
+    EXPECT_EQ(ShowsSomeRows(info), row.some) << &row - kRows;
   }
 }
 
