@@ -1,4 +1,4 @@
-#include "fit/judge/absent_terms.h"
+#include "fit/minimise/absent_terms.h"
 
 #include <algorithm>
 #include <cmath>
