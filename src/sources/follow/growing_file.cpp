@@ -14,7 +14,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kMostAtOnce = std::size_t{1} << 20;
-constexpr std::size_t kBytesCompared = 64;
+constexpr std::size_t kBytesCompared = 4096;
 
 [[noreturn]] void Fail(const std::filesystem::path& path, int reason) {
   throw FileError("Cannot read the file", path.string(), std::generic_category().message(reason));
@@ -30,8 +30,7 @@ void GrowingFile::Reopen() {
 void GrowingFile::OpenWhereThere() {
   file_.emplace(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   there_ = file_->Value() >= 0;
-  position_ = 0;
-  last_read_.clear();
+  Forget();
   struct stat status {};
   if (there_ && ::fstat(file_->Value(), &status) == 0) {
     device_ = status.st_dev;
@@ -43,6 +42,12 @@ void GrowingFile::OpenWhereThere() {
   const int reason = errno;
   file_.reset();
   if (reason != ENOENT) Fail(path_, reason);
+}
+
+void GrowingFile::Forget() {
+  position_ = 0;
+  first_read_.clear();
+  last_read_.clear();
 }
 
 bool GrowingFile::ReplacedByAnother() {
@@ -68,16 +73,18 @@ GrowingFile::Came GrowingFile::Read(std::string& bytes) {
   // Asked before reading: what the old file got until then is read first.
   const bool replaced = ReplacedByAnother();
   // What was read last is read again with what follows it, in one call: a file that was cut, even if it has grown beyond its old
-  // size since, gives itself away, and nobody can write it anew between a look and the reading.
+  // size since, gives itself away, and nobody can write it anew between a look and the reading. Its beginning is looked at behind
+  // that: rows that are all alike look the same wherever they stand.
   std::string got =
       At(position_ - static_cast<off_t>(last_read_.size()), last_read_.size() + kMostAtOnce);
-  if (!got.starts_with(last_read_)) {
-    position_ = 0;
-    last_read_.clear();
+  const bool grew = got.size() > last_read_.size();
+  if (!got.starts_with(last_read_) || (grew && At(0, first_read_.size()) != first_read_)) {
+    Forget();
     return Came::Rewritten;
   }
   got.erase(0, last_read_.size());
   if (!got.empty()) {
+    first_read_.append(got, 0, kBytesCompared - first_read_.size());
     bytes += got;
     position_ += static_cast<off_t>(got.size());
     last_read_.append(got, got.size() - std::min(got.size(), kBytesCompared));

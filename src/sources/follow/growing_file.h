@@ -33,6 +33,7 @@ class GrowingFile {
 
  private:
   void OpenWhereThere();
+  void Forget();
   bool ReplacedByAnother();
   std::string At(off_t from, std::size_t count) const;
 
@@ -41,7 +42,8 @@ class GrowingFile {
   dev_t device_ = 0;
   ino_t node_ = 0;
   off_t position_ = 0;
-  std::string last_read_;  // the bytes before the position
+  std::string first_read_;  // the file's beginning
+  std::string last_read_;   // the bytes before the position
   bool there_ = true;
 };
 

@@ -116,6 +116,18 @@ TEST_F(FollowedFile, CutShortOrWrittenAnewBeginsAnew) {
   EXPECT_TRUE(watcher.Wait([&] { return watcher.Points() == "1:1 2:2 3:3 4:4"; }));
 }
 
+TEST_F(FollowedFile, AFileThatIsWrittenAnewLongerThanBeforeBeginsAnew) {
+  std::string alike;
+  for (int i = 0; i < 3000; ++i) alike += "0,0\n";
+  WriteFile(file, "x,y\n1,5\n" + alike);
+  StreamWatcher watcher(info);
+  watcher.stream->Start();
+  ASSERT_TRUE(watcher.WaitForPoints(3001));
+  WriteFile(file, "x,y\n1,6\n" + alike + "2,7\n");
+  EXPECT_TRUE(watcher.WaitForPoints(3002));
+  EXPECT_THAT(watcher.Points(), ::testing::EndsWith(" 0:0 1:6 2:7"));
+}
+
 TEST_F(FollowedFile, GoesOnWithTheFileThatTakesItsPlace) {
   StreamWatcher watcher(info);
   watcher.stream->Start();
