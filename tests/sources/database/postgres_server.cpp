@@ -4,13 +4,12 @@
 #include <unistd.h>
 
 #include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QThread>
 #include <csignal>
 #include <fstream>
 
+#include "run_statements.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick::testing {
@@ -99,14 +98,18 @@ void PostgresServer::Kill() {
   process_.reset();
 }
 
+void PostgresServer::Name(QSqlDatabase& base) const {
+  base.setHostName(QString::fromStdString(folder_));
+  base.setUserName("owner");
+  base.setPassword(kPassword);
+  base.setDatabaseName("postgres");
+}
+
 bool PostgresServer::Answers() const {
   bool open = false;
   {
     QSqlDatabase base = QSqlDatabase::addDatabase("QPSQL", "answers");
-    base.setHostName(QString::fromStdString(folder_));
-    base.setUserName("owner");
-    base.setPassword(kPassword);
-    base.setDatabaseName("postgres");
+    Name(base);
     open = base.open();
   }
   QSqlDatabase::removeDatabase("answers");
@@ -118,20 +121,8 @@ std::string PostgresServer::Url() const {
 }
 
 void PostgresServer::Run(const std::vector<std::string>& statements) const {
-  {
-    QSqlDatabase base = QSqlDatabase::addDatabase("QPSQL", "made");
-    base.setHostName(QString::fromStdString(folder_));
-    base.setUserName("owner");
-    base.setPassword(kPassword);
-    base.setDatabaseName("postgres");
-    ASSERT_TRUE(base.open()) << base.lastError().text().toStdString();
-    for (const std::string& statement : statements) {
-      QSqlQuery query(base);
-      EXPECT_TRUE(query.exec(QString::fromStdString(statement)))
-          << query.lastError().text().toStdString();
-    }
-  }
-  QSqlDatabase::removeDatabase("made");
+  RunStatements(
+      "QPSQL", [this](QSqlDatabase& base) { Name(base); }, statements);
 }
 
 }  // namespace tarnwick::testing

@@ -8,6 +8,8 @@
 
 #include "support/spawned.h"
 
+class QSqlDatabase;
+
 namespace tarnwick::testing {
 
 class PostgresServer {
@@ -37,6 +39,7 @@ class PostgresServer {
   /// One of its programs, which runs as another user where this one is root.
   std::unique_ptr<Spawned> Begin(const std::string& program,
                                  const std::vector<std::string>& arguments) const;
+  void Name(QSqlDatabase& base) const;
   bool Answers() const;
 
   std::string folder_;

@@ -1,0 +1,25 @@
+#include "run_statements.h"
+
+#include <gtest/gtest.h>
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace tarnwick::testing {
+
+void RunStatements(const char* driver, const std::function<void(QSqlDatabase& base)>& name,
+                   const std::vector<std::string>& statements) {
+  {
+    QSqlDatabase base = QSqlDatabase::addDatabase(driver, "made");
+    name(base);
+    ASSERT_TRUE(base.open()) << base.lastError().text().toStdString();
+    for (const std::string& statement : statements) {
+      QSqlQuery query(base);
+      EXPECT_TRUE(query.exec(QString::fromStdString(statement)))
+          << query.lastError().text().toStdString();
+    }
+  }
+  QSqlDatabase::removeDatabase("made");
+}
+
+}  // namespace tarnwick::testing
