@@ -37,7 +37,9 @@ std::string Decoded(std::string_view text) {
 /// Never repeats the address: it would show the password.
 void RefusePassword(const DatabasePlace& place) {
   if (place.scheme == "sqlite") return;
-  const std::string lower = LowerAscii(place.address);
+  // Drivers pass over blanks around a key.
+  std::string lower = LowerAscii(place.address);
+  std::erase_if(lower, [](char c) { return c == ' ' || c == '\t'; });
   constexpr std::array<std::string_view, 2> kKeys = {"pwd=", "password="};
   const bool keyed = std::ranges::any_of(
       kKeys, [&](std::string_view key) { return lower.find(key) != lower.npos; });
