@@ -4,12 +4,16 @@
 #include <benchmark/benchmark.h>
 
 #include <QTemporaryDir>
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "base/error.h"
 #include "data/import/loader.h"
+#include "data/packed/unpack.h"
 #include "sources/database/database_supplier.h"
 #include "sources/database/session_passwords.h"
 #include "sources/database/thinned_view.h"
@@ -86,12 +90,44 @@ void AllRows(benchmark::State& state, BaseOf base) {
   NoProgress unseen;
   for (auto _ : state) {
     TDBSupplier supplier(base().place, unseen);
+    supplier.GuessRows(unseen);
     TDataSeries series;
     series.Source().active = series.Source().AllRows = true;
     series.Source().XDataColumn = "x";
     series.Source().YDataColumn = "y";
     LoadDataSet(series, supplier);
     state.counters["points"] = static_cast<double>(series.PointCount());
+  }
+}
+
+/// From the cancelling of a query that takes long to the end.
+void Cancelled(benchmark::State& state, BaseOf base) {
+  class Stopped final : public Progress {
+   public:
+    void Begin(std::string_view, std::string_view, std::int64_t) override {}
+    bool Advance(std::int64_t) override { return !Cancelled(); }
+    bool Cancelled() const override { return stopped; }
+    std::atomic<bool> stopped = false;
+  };
+  DatabasePlace place = base().place;
+  place.table.clear();
+  place.query = "SELECT count(*) AS x, 1 AS y FROM run AS a, run AS b";
+  for (auto _ : state) {
+    Stopped progress;
+    std::chrono::steady_clock::time_point ended;
+    std::thread asking([&] {
+      try {
+        TDBSupplier supplier(place, progress);
+      } catch (const UnpackingCancelled&) {
+        // as wanted
+      }
+      ended = std::chrono::steady_clock::now();
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    const auto begun = std::chrono::steady_clock::now();
+    progress.stopped = true;
+    asking.join();
+    state.SetIterationTime(std::chrono::duration<double>(ended - begun).count());
   }
 }
 
@@ -130,6 +166,11 @@ void Register(const std::string& name, BaseOf base) {
         ->MeasureProcessCPUTime()
         ->Iterations(3);
   };
+  benchmark::RegisterBenchmark((name + "/cancelled").c_str(),
+                               [base](benchmark::State& state) { Cancelled(state, base); })
+      ->Unit(benchmark::kMillisecond)
+      ->UseManualTime()
+      ->Iterations(5);
   add(name + "/all rows", [base](benchmark::State& state) { AllRows(state, base); });
   add(name + "/all rows, client", [base](benchmark::State& state) {
     Client(state, base, "SELECT x, y FROM run ORDER BY x, y");

@@ -7,23 +7,18 @@
 #include <QUrl>
 #include <algorithm>
 #include <atomic>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <optional>
-#include <thread>
 
 #include "base/error.h"
 #include "sources/database/key_store.h"
 #include "sources/database/session_passwords.h"
 #include "sources/database/sqlite_file.h"
 #include "sources/database/statement_limit.h"
+#include "sources/database/statement_watch.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr auto kPatience = std::chrono::milliseconds(300);  // shorter waits show nothing
-constexpr auto kBetweenLooks = std::chrono::milliseconds(20);
 constexpr int kStepsBetweenLooks = 20'000;  // of the machine that runs statements: a millisecond
 constexpr qlonglong kServerWaits = 5000;    // ms longer
 /// What servers say, also through ODBC, to a password that is missing or wrong.
@@ -64,50 +59,6 @@ void* InterruptibleHandle(const QSqlDatabase& database) {
   }
   return *static_cast<sqlite3* const*>(handle.constData());
 }
-
-/// Looks at a progress, and at the clock, while its own thread waits for a statement.
-class Watch {
- public:
-  Watch(const DatabaseConnection& connection, const std::string& subject, Progress& progress)
-      : thread_([this, &connection, subject, &progress](const std::stop_token& done) {
-          Look(connection, subject, progress, done);
-        }) {}
-
-  /// True when the statement was stopped because it took too long. Ends the watch.
-  bool TookTooLong() {
-    thread_.request_stop();
-    thread_.join();
-    return late_;
-  }
-
- private:
-  void Look(const DatabaseConnection& connection, const std::string& subject, Progress& progress,
-            const std::stop_token& done) {
-    std::mutex mutex;
-    std::condition_variable_any changed;
-    const auto begun = std::chrono::steady_clock::now();
-    const auto limit = StatementLimit();
-    bool shown = false, stopped = false;
-    while (!done.stop_requested()) {
-      std::unique_lock lock(mutex);
-      changed.wait_for(lock, done, kBetweenLooks, [] { return false; });
-      if (done.stop_requested()) return;
-      const auto taken = std::chrono::steady_clock::now() - begun;
-      if (!shown && taken > kPatience) {
-        progress.Begin("Loading data", subject, 0);
-        shown = true;
-      }
-      if (!stopped && (progress.Cancelled() || taken > limit)) {
-        late_ = !progress.Cancelled();
-        connection.Stop();
-        stopped = true;
-      }
-    }
-  }
-
-  bool late_ = false;
-  std::jthread thread_;
-};
 
 }  // namespace
 
@@ -156,7 +107,7 @@ void DatabaseConnection::Refuse(const QSqlError& error) {
 
 bool DatabaseConnection::Execute(QSqlQuery& query, const QString& statement,
                                  const std::string& subject, Progress& progress) const {
-  Watch watch(*this, subject, progress);
+  StatementWatch watch(*this, subject, progress);
   if (statement.isEmpty()) {
     query.exec();
   } else {

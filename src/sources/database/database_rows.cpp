@@ -5,10 +5,14 @@
 #include <QSqlResult>
 #include <utility>
 
+#include "base/error.h"
+#include "sources/database/statement_limit.h"
+
 namespace tarnwick {
 namespace {
 
 constexpr const char* kFetch = "FETCH 10000 FROM tarnwick_rows";
+constexpr const char* kStream = "FETCH 100000 FROM tarnwick_rows";
 
 }  // namespace
 
@@ -23,6 +27,7 @@ DatabaseRows::~DatabaseRows() {
 }
 
 void DatabaseRows::Close() {
+  arriving_.reset();
   query_.finish();
   const bool reachable = connection_.Handle().isOpen();
   if (way_ == Way::Parts && reachable)
@@ -33,7 +38,9 @@ void DatabaseRows::Close() {
 void DatabaseRows::Require(bool done) {
   if (done) return;
   const QSqlError trouble = query_.lastError();
+  const bool late = arriving_ && arriving_->TookTooLong();
   Close();
+  if (late) throw Error(TookTooLong(subject_));
   throw DatabaseFailure{trouble};
 }
 
@@ -45,6 +52,8 @@ bool DatabaseRows::Open(const QString& statement, Progress& progress) {
     Require(query_.isActive());
     return true;
   }
+  streams_ = false;
+  query_.setForwardOnly(false);
   // What a session is set to a query could change: a transaction that has begun it cannot.
   Require(query_.exec(QStringLiteral("BEGIN TRANSACTION READ ONLY")));
   way_ = Way::Parts;
@@ -79,23 +88,32 @@ void DatabaseRows::MoveUnder(Progress* progress) {
 }
 
 void DatabaseRows::FetchPart() {
+  query_.setForwardOnly(streams_);
+  const QString fetch = QLatin1String(streams_ ? kStream : kFetch);
   if (moving_ == nullptr) {
-    Require(query_.exec(QLatin1String(kFetch)));
+    Require(query_.exec(fetch));
+  } else if (streams_) {
+    quiet_.emplace(*moving_, 0);
+    arriving_.emplace(connection_, subject_, *quiet_);
+    Require(query_.exec(fetch));
   } else {
-    Require(connection_.Execute(query_, QLatin1String(kFetch), subject_, *moving_) &&
-            query_.isActive());
+    Require(connection_.Execute(query_, fetch, subject_, *moving_) && query_.isActive());
   }
 }
 
 bool DatabaseRows::Next() {
   if (way_ == Way::Closed) return false;
   if (way_ == Way::Steps) return NextStep();
-  if (query_.next()) return true;
-  Require(!query_.lastError().isValid());
+  if (NextOfPart()) return true;
   if (way_ != Way::Parts) return false;
   FetchPart();
+  return NextOfPart();
+}
+
+bool DatabaseRows::NextOfPart() {
   if (query_.next()) return true;
   Require(!query_.lastError().isValid());
+  arriving_.reset();
   return false;
 }
 

@@ -7,11 +7,13 @@
 #include <QString>
 #include <QVariant>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/progress.h"
 #include "sources/database/database_connection.h"
+#include "sources/database/statement_watch.h"
 
 namespace tarnwick {
 
@@ -39,6 +41,9 @@ class DatabaseRows {
   /// Opens rows of which each is found by itself: `statement` has two places for values, the key from which on it looks
   /// and how many rows it passes from there, and answers the key first.
   void OpenSteps(const QString& statement, const KeySteps& steps);
+  /// The parts of a cursor that come from now on arrive while they are gone through, until the next Open(): no other statement runs
+  /// on the connection then.
+  void StreamParts() { streams_ = true; }
   /// Until told null, Next() fails once `progress` is cancelled, which reaches the data base.
   void MoveUnder(Progress* progress);
   /// Goes to the next row; false behind the last. Throws DatabaseFailure.
@@ -54,6 +59,7 @@ class DatabaseRows {
 
  private:
   bool NextStep();
+  bool NextOfPart();
   void FetchPart();
   void Require(bool done);
 
@@ -64,7 +70,10 @@ class DatabaseRows {
   QSqlQuery query_;
   Way way_ = Way::Closed;
   Progress* moving_ = nullptr;
-  KeySteps steps_;  // from the row that comes next
+  bool streams_ = false;
+  std::optional<QuietProgress> quiet_;      // a part that arrives shows nothing of its own
+  std::optional<StatementWatch> arriving_;  // of that part
+  KeySteps steps_;                          // from the row that comes next
 };
 
 }  // namespace tarnwick

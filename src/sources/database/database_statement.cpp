@@ -91,6 +91,11 @@ QString CountUpTo(const AskedRows& asked, std::int64_t most) {
       .arg(Source(asked), QString::number(most));
 }
 
+QString GuessOfRows(const DatabaseDialect& dialect, QString from) {
+  if (dialect.guess == nullptr) return {};
+  return QString(dialect.guess).arg(from.replace('\'', QLatin1String("''")));
+}
+
 QString CountBelow(const AskedRows& asked, const DatabaseDialect& dialect, const QString& column,
                    double bound) {
   const QString limit = QString::fromStdString(ShortestText(bound));

@@ -156,7 +156,10 @@ bool TDBSupplier::Expect(const RowPlan& plan, Progress& progress) {
     if (Exists(request.column) && !asked) columns_.push_back(request.column);
   }
   order_ = Exists(plan.x_column) ? plan.x_column : -1;
-  return Open(plan.first, plan.every, progress);
+  const bool is_open = Open(plan.first, plan.every, progress);
+  // Nothing is asked on the side any more.
+  if (counted_ || guessed_) opened_.rows.StreamParts();
+  return is_open;
 }
 
 std::int64_t TDBSupplier::RowsBelow(std::int32_t column, ColumnFormat format, double bound,
@@ -284,13 +287,10 @@ std::int64_t TDBSupplier::GuessSize(Progress& progress) const {
     if (query.exec(statement) && query.next())
       return std::max<std::int64_t>(query.value(0).toLongLong(), 0);
   }
-  if (connection_.Dialect().guess != nullptr && !table_.is_query) {
-    QString name = table_.from;
-    const QString statement =
-        QString(connection_.Dialect().guess).arg(name.replace('\'', QLatin1String("''")));
-    if (query.exec(statement) && query.next() && query.value(0).toDouble() >= 0) {
-      return query.value(0).toLongLong();
-    }
+  const QString guess =
+      table_.is_query ? QString() : GuessOfRows(connection_.Dialect(), table_.from);
+  if (!guess.isEmpty() && query.exec(guess) && query.next() && query.value(0).toDouble() >= 0) {
+    return query.value(0).toLongLong();
   }
   const QString count =
       connection_.Dialect().limits ? CountUpTo(table_, kMostWholeRows + 1) : CountOf(table_);
