@@ -4,32 +4,35 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <random>
 #include <span>
 #include <utility>
 
+#include "base/error.h"
 #include "expr/block/block_evaluator.h"
+#include "fit/judge/verdict_words.h"
 #include "fit/model/curve_fit.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr std::size_t kBuckets = kBlockLength / 2;
-constexpr int kMostTrials = 12000;     // some tenths of a second
-constexpr int kMostSweeps = 4;         // over all parameters, from one beginning
-constexpr int kProbes = 24;            // at which a parameter must act linearly
-constexpr double kSameColumn = 1e-9;   // relative
-constexpr double kLeastDefined = 0.8;  // share of the points at which the model must have a value
+constexpr std::size_t kBuckets = kBlockLength / 2 - 10;
+constexpr int kMostTrials = 12000;    // some tenths of a second
+constexpr int kMostSweeps = 4;        // over all parameters, from one beginning
+constexpr int kProbes = 24;           // at which a parameter must act linearly
+constexpr double kSameColumn = 1e-9;  // relative
+constexpr int kMostSearches = 4;      // each knows more points where the model may lack a value
 
 struct Places {
   std::vector<double> x;
   std::vector<double> y;
 };
 
-/// All points, or of so many buckets the lowest and the highest each: peaks stay.
+/// All points, or of so many buckets the lowest and the highest each: peaks stay. Room for some more is left then.
 Places Reduced(const FitJob& job) {
   const std::size_t count = job.x.size();
   if (count <= kBlockLength) return {job.x, job.y};
@@ -91,13 +94,24 @@ double Rounded(double value) {
 
 struct Trial {
   std::vector<double> values;  // of the varied parameters
-  double rss = kInf;
+  std::size_t undefined = 0;   // places at which the model has no value
+  double rss = kInf;           // of the others
 };
+
+/// A value at every place comes before a small sum of squares: no fit starts without it.
+bool Better(const Trial& a, const Trial& b) {
+  return a.rss < kInf && (a.undefined < b.undefined || b.rss == kInf ||
+                          (a.undefined == b.undefined && a.rss < b.rss));
+}
 
 class StartSearch {
  public:
   StartSearch(const FitJob& job, Places places)
-      : places_(std::move(places)), pool_(Pool(places_)), parameters_(job.settings.parameters) {
+      : job_(job),
+        places_(std::move(places)),
+        pool_(Pool(places_)),
+        range_(places_.x.back() - places_.x.front()),
+        parameters_(job.settings.parameters) {
     model_.SetSettings(job.settings, false);
     model_.Prepare();
     std::vector<const double*> addresses;
@@ -113,24 +127,79 @@ class StartSearch {
 
   std::vector<ParameterSettings> Run() {
     FindLinear();
-    Trial best = Descent(Beginning());
-    while (!others_.empty() && trials_ < kMostTrials) {
-      Trial next = Descent(Random());
-      if (next.rss < best.rss) best = std::move(next);
+    std::vector<std::size_t> missing;
+    for (int search = 0; search < kMostSearches; ++search) {
+      had_value_.assign(places_.x.size(), false);
+      Trial best = Search();
+      if (best.rss == kInf) best.values = Beginning();
+      std::vector<double> rounded = best.values;
+      for (std::size_t i = 0; i < varied_.size(); ++i)
+        rounded[i] = std::clamp(Rounded(best.values[i]), Parameter(i).Low, Parameter(i).High);
+      for (const std::vector<double>& values : {rounded, best.values}) {
+        missing = UndefinedAt(values);
+        if (missing.empty()) return With(values);
+      }
+      RefuseWhatNeverHasAValue();
+      if (!Remember(missing)) break;
     }
-    std::vector<ParameterSettings> found = parameters_;
-    if (best.rss == kInf) return found;
-    for (std::size_t i = 0; i < varied_.size(); ++i) {
-      ParameterSettings& one = found[varied_[i]];
-      one.Value = std::clamp(Rounded(best.values[i]), one.Low, one.High);
-    }
-    return found;
+    throw Error(
+        "No starting values were found with which the model has a value everywhere; it has none "
+        "at " +
+        PlacesText(job_.x[missing.front()], std::ssize(missing)) + ".");
   }
 
  private:
   const ParameterSettings& Parameter(std::size_t i) const { return parameters_[varied_[i]]; }
   bool Allows(std::size_t i, double value) const {
     return value >= Parameter(i).Low && value <= Parameter(i).High;
+  }
+
+  Trial Search() {
+    trials_ = 0;
+    Trial best = Descent(Beginning());
+    while (!others_.empty() && trials_ < kMostTrials) {
+      Trial next = Descent(Random());
+      if (Better(next, best)) best = std::move(next);
+    }
+    return best;
+  }
+
+  std::vector<ParameterSettings> With(const std::vector<double>& values) const {
+    std::vector<ParameterSettings> found = parameters_;
+    for (std::size_t i = 0; i < varied_.size(); ++i) found[varied_[i]].Value = values[i];
+    return found;
+  }
+
+  /// The points of the job at which the model has no value with these.
+  std::vector<std::size_t> UndefinedAt(const std::vector<double>& values) {
+    std::vector<double> curve(job_.x.size());
+    evaluator_->Load(values);
+    evaluator_->Values(job_.x, curve);
+    std::vector<std::size_t> undefined;
+    for (std::size_t i = 0; i < curve.size(); ++i)
+      if (!std::isfinite(curve[i])) undefined.push_back(i);
+    return undefined;
+  }
+
+  /// Throws Error where some place had a value in no trial, as x = 0 of exp(-E/x).
+  void RefuseWhatNeverHasAValue() const {
+    std::vector<double> x;
+    for (std::size_t i = 0; i < had_value_.size(); ++i)
+      if (!had_value_[i]) x.push_back(places_.x[i]);
+    if (x.empty()) return;
+    throw Error("The model has no value at " + PlacesText(x.front(), std::ssize(x)) +
+                " whatever parameters are tried, so that no fit can start: leave such points out, "
+                "by the margins where they lie at an end.");
+  }
+
+  /// Takes the outermost of these points among the places. False where there is no room, or they are all there already.
+  bool Remember(const std::vector<std::size_t>& points) {
+    if (job_.x.size() <= kBlockLength || places_.x.size() + 2 > kBlockLength) return false;
+    for (const std::size_t i : {points.front(), points.back()}) {
+      places_.x.push_back(job_.x[i]);
+      places_.y.push_back(job_.y[i]);
+    }
+    return true;
   }
 
   std::vector<double> Beginning() const {
@@ -197,10 +266,12 @@ class StartSearch {
       target(rows) = places_.y[k] - result.values[k];
       for (Eigen::Index c = 0; c < columns; ++c)
         matrix(rows, c) = result.derivatives[linear_[static_cast<std::size_t>(c)]][k];
-      if (std::isfinite(target(rows)) && matrix.row(rows).allFinite()) ++rows;
+      if (!std::isfinite(target(rows)) || !matrix.row(rows).allFinite()) continue;
+      had_value_[k] = true;
+      ++rows;
     }
-    const double defined = static_cast<double>(rows) / static_cast<double>(places_.x.size());
-    if (defined < kLeastDefined || rows < columns) return {std::move(values), kInf};
+    const std::size_t undefined = places_.x.size() - static_cast<std::size_t>(rows);
+    if (rows == 0 || rows < columns) return {std::move(values), undefined, kInf};
     Eigen::VectorXd rest = target.head(rows);
     if (columns > 0) {
       Eigen::VectorXd solved = matrix.topRows(rows).colPivHouseholderQr().solve(rest);
@@ -211,8 +282,8 @@ class StartSearch {
       }
       rest -= matrix.topRows(rows) * solved;
     }
-    const double rss = rest.squaredNorm() / defined;
-    return {std::move(values), std::isfinite(rss) ? rss : kInf};
+    const double rss = rest.squaredNorm();
+    return {std::move(values), undefined, std::isfinite(rss) ? rss : kInf};
   }
 
   /// Takes a value of parameter `i` where it makes the sum of squares less.
@@ -221,34 +292,36 @@ class StartSearch {
     std::vector<double> values = best.values;
     values[i] = value;
     Trial next = Tried(std::move(values));
-    if (next.rss < best.rss) best = std::move(next);
+    if (Better(next, best)) best = std::move(next);
   }
 
   /// One parameter after the other is given the best value of the pool, until none gets better; then steps that get smaller.
   Trial Descent(std::vector<double> beginning) {
     Trial best = Tried(std::move(beginning));
     for (int sweep = 0; sweep < kMostSweeps; ++sweep) {
-      const double before = best.rss;
+      const Trial before = best;
       for (const std::size_t i : others_) {
         for (const double value : pool_) TryValue(best, i, value);
       }
-      if (!(best.rss < before)) break;
+      if (!Better(best, before)) break;
     }
     if (best.rss == kInf) return best;
-    const double range = places_.x.back() - places_.x.front();
     for (double step = 0.3; step > 0.01; step /= 1.6) {
       for (const std::size_t i : others_) {
         for (const double sign : {-1.0, 1.0}) {
           TryValue(best, i, best.values[i] * (1 + sign * step));
-          TryValue(best, i, best.values[i] + sign * step * range / 8);
+          TryValue(best, i, best.values[i] + sign * step * range_ / 8);
         }
       }
     }
     return best;
   }
 
+  const FitJob& job_;
   Places places_;
   std::vector<double> pool_;
+  double range_;                 // from the first point's X to the last one's
+  std::vector<bool> had_value_;  // the places at which some trial had one
   std::vector<ParameterSettings> parameters_;
   TCurFit model_;
   std::vector<std::size_t> varied_;

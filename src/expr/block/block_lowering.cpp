@@ -95,13 +95,16 @@ class Lowering {
     return g.Apply(BlockOp::Quotient, chosen, g.Apply(BlockOp::Add, other, none));
   }
 
-  /// As VoigtOf has it.
+  /// As VoigtOf has it. |gamma| by the greater of it and its negative, whose slope at 0 is that to the right: a fit that starts
+  /// with gamma at its bound 0 must be able to leave it.
   int LowerVoigt(int x, int sigma, int gamma) {
     BlockGraph& g = Graph();
     const int width = g.Apply(BlockOp::Multiply, g.Apply(BlockOp::Absolute, sigma),
                               g.Constant(std::numbers::sqrt2));
+    const int half_width =
+        g.Apply(BlockOp::Max, gamma, g.Apply(BlockOp::Multiply, gamma, g.Constant(-1)));
     const int profile = g.Apply(BlockOp::FaddeevaRe, g.Apply(BlockOp::Quotient, x, width),
-                                g.Apply(BlockOp::Quotient, gamma, width));
+                                g.Apply(BlockOp::Quotient, half_width, width));
     return g.Apply(BlockOp::Quotient, profile,
                    g.Apply(BlockOp::Multiply, width, g.Constant(std::sqrt(std::numbers::pi))));
   }

@@ -18,7 +18,7 @@ constexpr BuiltinWord kWords[] = {
     {"besselj", AddedFunction, Notation::Function, 0, 2, &BesselJ,
      "Bessel function J of b, of the order a rounded"},
     {"voigt", AddedFunction, Notation::Function, 0, 3, &Voigt,
-     "Gaussian of deviation b and Lorentzian of half width c convolved, at a; of area 1"},
+     "Gaussian of deviation |b| and Lorentzian of half width |c| convolved, at a; of area 1"},
     {"if", AddedFunction, Notation::Function, 0, 3, &If, "b where a is not 0, else c"},
 };
 

@@ -123,7 +123,7 @@ Complex FaddeevaSlope(double x, double y) {
 double VoigtOf(double x, double sigma, double gamma) {
   const double width = std::abs(sigma) * std::numbers::sqrt2;
   if (width == 0) return kUndefined;
-  return FaddeevaReal(x / width, gamma / width) / (width * std::sqrt(std::numbers::pi));
+  return FaddeevaReal(x / width, std::abs(gamma) / width) / (width * std::sqrt(std::numbers::pi));
 }
 
 }  // namespace tarnwick

@@ -23,8 +23,8 @@ double FaddeevaReal(double x, double y);
 /// w'(z) = 2i / sqrt(pi) - 2 z w(z); far out, where that cancels, by its asymptotic series.
 std::complex<double> FaddeevaSlope(double x, double y);
 
-/// A Gaussian of standard deviation |sigma|, convolved with a Lorentzian of half width at half height gamma, both of area 1.
-/// Undefined for a sigma of 0.
+/// A Gaussian of standard deviation |sigma|, convolved with a Lorentzian of half width at half height |gamma|, both of area 1:
+/// like those two by themselves it is the same for either sign of its widths. Undefined for a sigma of 0.
 double VoigtOf(double x, double sigma, double gamma);
 
 }  // namespace tarnwick

@@ -39,13 +39,8 @@ std::string UndefinedStart(const FitCircumstances& about) {
     return "The fit did not start: the starting values are so far off that the sum of squares is "
            "beyond all numbers.";
   }
-  std::string text =
-      "The fit did not start: with the starting values the model has no value at "
-      "X = " +
-      FigureText(*about.first_undefined_x);
-  const std::int64_t others = about.undefined_at_start - 1;
-  if (others > 0) text += " and at " + Counted(others, "other point");
-  return text + ".";
+  return "The fit did not start: with the starting values the model has no value at " +
+         PlacesText(*about.first_undefined_x, about.undefined_at_start) + ".";
 }
 
 /// Why a fit did nothing.

@@ -22,6 +22,11 @@ std::string RoughText(double value) {
   return GeneralText(value, kRoughDigits);
 }
 
+std::string PlacesText(double first_x, std::int64_t count) {
+  std::string text = "X = " + FigureText(first_x);
+  return count > 1 ? text + " and at " + Counted(count - 1, "other point") : text;
+}
+
 std::string NamesOf(const FitResult& result, const std::vector<std::int32_t>& which) {
   std::vector<std::string> names;
   names.reserve(which.size());

@@ -14,6 +14,9 @@ std::string FigureText(double value);
 /// Two.
 std::string RoughText(double value);
 
+/// The first of `count` points: "X = 0", "X = 0 and at 2 other points"
+std::string PlacesText(double first_x, std::int64_t count);
+
 /// The varied parameters of these indices: "a, b and c".
 std::string NamesOf(const FitResult& result, const std::vector<std::int32_t>& which);
 

@@ -217,6 +217,7 @@ TEST(BlockEvaluator, HasTheDerivativesOf) {
       {"besselj(2,p*x)+besselj(0,q)+besselj(p,x)", 2.5, 1.2, 0.9},
       {"voigt(x-p,q,0.7)+voigt(x,p,q)+voigt(90,p,q)", 1.5, 0.6, 0.9},
       {"voigt(x,p,q)", -7, 0.9, 0.1},
+      {"voigt(x,p,q)+voigt(x,1,q)", 1.5, -0.6, -0.9},
       {"1e4*voigt(p,x,q)", -3, 80, 2},
       {"1e4*voigt(-p,x,q)", 3, 80, 2},
       {"if(x>1,p*q,p)+if(p-p,p,q^2)", 1.5, 0.6, 0.9},
