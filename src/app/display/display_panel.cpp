@@ -47,15 +47,10 @@ TDisplayPanel::TDisplayPanel(const PanelParts& parts, QWidget* parent)
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(hint_);
   column->addWidget(scroll_, 1);
-  thread_ =
-      std::make_unique<TCloseDisplayThread>([this](std::vector<std::string> texts, int version) {
-        const auto show = [this, texts = std::move(texts), version] { ShowTexts(texts, version); };
-        QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
-      });
-}
-
-TDisplayPanel::~TDisplayPanel() {
-  thread_.reset();  // which asks this to show texts
+  thread_ = std::make_unique<TCloseDisplayThread>([this](std::vector<std::string> texts,
+                                                         int version) {
+    texts_.Address().Post([this, texts = std::move(texts), version] { ShowTexts(texts, version); });
+  });
 }
 
 QSize TDisplayPanel::sizeHint() const {

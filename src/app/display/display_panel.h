@@ -8,6 +8,7 @@
 #include "app/display/close_display_thread.h"
 #include "app/display/displayed_parameters.h"
 #include "desk/panels/panel.h"
+#include "desk/work/mailbox.h"
 
 class QLabel;
 class QScrollArea;
@@ -21,7 +22,6 @@ class TDisplayPanel final : public Panel {
 
  public:
   explicit TDisplayPanel(const PanelParts& parts, QWidget* parent = nullptr);
-  ~TDisplayPanel() override;
 
   /// Builds the indicators anew where other parameters are to be shown, and has their values shown. Nothing while hidden.
   void Follow(Document* document, PanelChange change) override;
@@ -47,7 +47,8 @@ class TDisplayPanel final : public Panel {
   std::vector<TIndicator*> indicators_;    // one for each
   std::vector<DisplayedValue> displayed_;  // their values, those of a fit that runs among them
   int version_ = 0;
-  std::unique_ptr<TCloseDisplayThread> thread_;
+  Mailbox texts_;
+  std::unique_ptr<TCloseDisplayThread> thread_;  // last: it uses the mailbox
 };
 
 std::unique_ptr<Panel> MakeDisplayPanel(const PanelParts& parts);

@@ -2,11 +2,9 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QMetaObject>
 #include <QThread>
 #include <chrono>
 #include <functional>
-#include <memory>
 #include <span>
 #include <thread>
 #include <utility>
@@ -19,6 +17,7 @@
 #include "base/prompt.h"
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
+#include "desk/work/mailbox.h"
 #include "graph/shown_series.h"
 #include "results/fitted_model.h"
 #include "results/joint_fit.h"
@@ -49,16 +48,16 @@ void DrawStep(Document& document, std::size_t series, const std::vector<double>&
   QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
 }
 
-/// Shows the steps of a fit that runs on another thread.
-EveryStep StepShower(Document& document, std::size_t series) {
-  return [&document, series](std::span<const double> p) {
+/// Shows the steps of a fit that runs on another thread, which waits for that.
+EveryStep StepShower(Document& document, std::size_t series, const MailAddress& window) {
+  return [&document, series, window](std::span<const double> p) {
     const std::vector<double> values(p.begin(), p.end());
     const auto draw = [&] { DrawStep(document, series, values); };
     if (QThread::currentThread() == document.thread()) {
       draw();
       return;
     }
-    QMetaObject::invokeMethod(&document, draw, Qt::BlockingQueuedConnection);
+    window.PostAndWait(draw);
     std::this_thread::sleep_for(kStepSeen);
   };
 }
@@ -80,19 +79,16 @@ struct ToldModel {
   FitSettings settings = {};
 };
 
-/// Tells the values of a fit that runs on another thread, which does not wait for that: the varied ones of each model. `running`
-/// is false once it has ended.
+/// Tells the values of a fit that runs on another thread, which does not wait for that: the varied ones of each model.
 EveryJointStep StepTeller(Document& document, std::vector<ToldModel> models,
-                          const std::shared_ptr<const bool>& running) {
-  return [&document, models = std::move(models), running,
+                          const MailAddress& window) {
+  return [&document, models = std::move(models), window,
           told = std::chrono::steady_clock::time_point()](
              std::span<const std::vector<double>> varied) mutable {
     const auto now = std::chrono::steady_clock::now();
     if (now - told < kStepTold) return;
     told = now;
-    const auto tell = [&document, models, running,
-                       values = std::vector(varied.begin(), varied.end())] {
-      if (!*running) return;
+    window.Post([&document, models, values = std::vector(varied.begin(), varied.end())] {
       try {
         for (std::size_t i = 0; i < models.size(); ++i)
           emit document.fitStepped(&document, models[i].series,
@@ -100,8 +96,7 @@ EveryJointStep StepTeller(Document& document, std::vector<ToldModel> models,
       } catch (const Error&) {
         // Ties without a value here: the fit itself judges the step and tells.
       }
-    };
-    QMetaObject::invokeMethod(&document, tell, Qt::QueuedConnection);
+    });
   };
 }
 
@@ -117,13 +112,13 @@ FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& opt
   const FitJob job = PrepareFit(series, options);
   const bool every_step = series.Fit().Status() == FitStatus::cf_EveryStep;
   const auto index = static_cast<std::size_t>(document.Graph().CurrentSeriesIndex());
-  const auto running = std::make_shared<bool>(true);
+  const Mailbox steps;  // those that come when the fit has ended are told to nobody
   EveryStep step;
   if (every_step) {
-    step = StepShower(document, index);
+    step = StepShower(document, index, steps.Address());
   } else if (!document.SelectedChild()) {
-    step = [tell =
-                StepTeller(document, {{index, job.settings}}, running)](std::span<const double> p) {
+    step = [tell = StepTeller(document, {{index, job.settings}}, steps.Address())](
+               std::span<const double> p) {
       const std::vector<double> values(p.begin(), p.end());
       tell({&values, 1});
     };
@@ -132,7 +127,6 @@ FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& opt
   const ProgressPlace place = every_step ? ProgressPlace::Aside : ProgressPlace::Centre;
   document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing...", place},
                       [&](Progress& progress) { result = RunFit(job, progress, step); });
-  *running = false;
   // Steps that were shown are no state to go on from.
   TakeFitSettings(series, job.settings);
   return result;
@@ -204,17 +198,16 @@ void FitTogether(Document& document, const FitRequest& request) {
   }
   const std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, request.run);
   EveryJointStep tell;
-  const auto running = std::make_shared<bool>(true);
+  const Mailbox steps;
   if (!document.SelectedChild()) {
     std::vector<ToldModel> models;
     for (std::size_t i = 0; i < jobs.size(); ++i) models.push_back({chosen[i], jobs[i].settings});
-    tell = StepTeller(document, std::move(models), running);
+    tell = StepTeller(document, std::move(models), steps.Address());
   }
   JointFit fit;
   document.Work().Run(
       {"Fitting Data....", Cancellable::Yes, "Processing..."},
       [&](Progress& progress) { fit = RunJointFit(jobs, request.shared, progress, tell); });
-  *running = false;
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
   ApplyJointFit(graph, chosen, request.shared, fit);
   step.Finish();

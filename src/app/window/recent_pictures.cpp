@@ -2,8 +2,6 @@
 
 #include <QCryptographicHash>
 #include <algorithm>
-#include <mutex>
-#include <set>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -56,47 +54,12 @@ void RemoveOldest(const fs::path& folder, std::size_t most_kept) {
 
 }  // namespace
 
-/// What the threads that look share with their owner, and outlive it with.
-struct RecentPictures::Looking {
-  std::mutex mutex;  // guards both
-  RecentPictures* owner = nullptr;
-  std::set<fs::path> files;  // that no answer has come for
-
-  /// Has the owner do it, if there still is one.
-  template <class Work>
-  void Tell(Work work) {
-    const std::lock_guard lock(mutex);
-    if (owner == nullptr) return;
-    QMetaObject::invokeMethod(
-        owner, [owner = owner, work] { work(*owner); }, Qt::QueuedConnection);
-  }
-  bool Begin(const fs::path& file) {
-    const std::lock_guard lock(mutex);
-    return files.insert(file).second;
-  }
-  void End(const fs::path& file) {
-    const std::lock_guard lock(mutex);
-    files.erase(file);
-  }
-};
-
 RecentPictures::RecentPictures(fs::path folder, QObject* parent)
-    : QObject(parent), folder_(std::move(folder)), looking_(std::make_shared<Looking>()) {
-  looking_->owner = this;
-  maker_.setMaxThreadCount(1);
-}
-
-RecentPictures::~RecentPictures() {
-  {
-    const std::lock_guard lock(looking_->mutex);
-    looking_->owner = nullptr;
-  }
-  maker_.waitForDone();
-}
+    : QObject(parent), folder_(std::move(folder)) {}
 
 void RecentPictures::Make(const fs::path& file, const GraphState& state) {
   if (folder_.empty()) return;
-  maker_.start([looking = looking_, folder = folder_, file, state] {
+  maker_.Do([this, folder = folder_, file, state] {
     try {
       const std::string bytes = Draw(state);
       std::error_code error;  // tells itself by the writing
@@ -105,9 +68,7 @@ void RecentPictures::Make(const fs::path& file, const GraphState& state) {
       WriteWholeFile(PictureIn(folder, file), bytes);
       RemoveOldest(folder, kMostKept);
       const QImage picture = QImage::fromData(QByteArray::fromStdString(bytes));
-      looking->Tell([file, picture](RecentPictures& owner) {
-        emit owner.pictureFound(PathText(file), picture);
-      });
+      mail_.Address().Post([this, file, picture] { emit pictureFound(PathText(file), picture); });
     } catch (const Error&) {
       // Without a picture the file is shown by its name, as one that was never opened.
     }
@@ -116,28 +77,27 @@ void RecentPictures::Make(const fs::path& file, const GraphState& state) {
 
 void RecentPictures::LookFor(const std::vector<fs::path>& files) {
   for (const fs::path& file : files) {
-    if (looking_->Begin(file)) LookForOne(file);
+    if (looked_for_.insert(file).second) LookForOne(file);
   }
 }
 
 void RecentPictures::LookForOne(const fs::path& file) {
-  const auto look = [looking = looking_, picture_file = PictureIn(folder_, file), file] {
-    if (const QImage picture(PathText(picture_file)); !picture.isNull()) {
-      looking->Tell([file, picture](RecentPictures& owner) {
-        emit owner.pictureFound(PathText(file), picture);
-      });
-    }
+  const auto look = [this, here = mail_.Address(), picture_file = PictureIn(folder_, file), file] {
+    if (const QImage picture(PathText(picture_file)); !picture.isNull())
+      here.Post([this, file, picture] { emit pictureFound(PathText(file), picture); });
     std::error_code unreadable;  // means not there
     const auto found =
         fs::exists(file, unreadable) ? &RecentPictures::fileThere : &RecentPictures::fileMissing;
-    looking->Tell([file, found](RecentPictures& owner) { emit(owner.*found)(PathText(file)); });
-    looking->End(file);
+    here.Post([this, file, found] {
+      looked_for_.erase(file);
+      emit(this->*found)(PathText(file));
+    });
   };
   // One thread for each: nobody waits for another's place, and nobody at all at the end.
   try {
     std::thread(look).detach();
   } catch (const std::system_error&) {
-    looking_->End(file);  // where no thread can be had the file is shown by its name alone
+    looked_for_.erase(file);  // where no thread can be had the file is shown by its name alone
   }
 }
 

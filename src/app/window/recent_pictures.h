@@ -5,11 +5,12 @@
 #include <QImage>
 #include <QObject>
 #include <QSize>
-#include <QThreadPool>
 #include <filesystem>
-#include <memory>
+#include <set>
 #include <vector>
 
+#include "desk/work/mailbox.h"
+#include "desk/work/worker.h"
 #include "graph/graph_state.h"
 
 namespace tarnwick {
@@ -26,7 +27,7 @@ class RecentPictures final : public QObject {
   /// Pictures lie in `folder`, which is made when the first one is; empty: none are kept.
   explicit RecentPictures(std::filesystem::path folder, QObject* parent = nullptr);
   /// Waits for pictures that are being made, not for files that are being looked for.
-  ~RecentPictures() override;
+  ~RecentPictures() override = default;
 
   /// Makes the picture of `file` anew, which shows `state`.
   void Make(const std::filesystem::path& file, const GraphState& state);
@@ -39,12 +40,12 @@ class RecentPictures final : public QObject {
   void fileMissing(const QString& file);
 
  private:
-  struct Looking;
   void LookForOne(const std::filesystem::path& file);
 
   std::filesystem::path folder_;
-  std::shared_ptr<Looking> looking_;
-  QThreadPool maker_;  // one thread
+  std::set<std::filesystem::path> looked_for_;  // that no answer has come for
+  Mailbox mail_;
+  Worker maker_;
 };
 
 }  // namespace tarnwick

@@ -25,14 +25,9 @@ GraphNote NoteOf(const Document& document) {
 RecoveryKeeper::RecoveryKeeper(std::filesystem::path root, std::chrono::milliseconds interval,
                                QObject* parent)
     : QObject(parent), store_(std::move(root)) {
-  worker_.setMaxThreadCount(1);
   timer_.setSingleShot(true);
   timer_.setInterval(interval);
   connect(&timer_, &QTimer::timeout, this, &RecoveryKeeper::CopyChanged);
-}
-
-RecoveryKeeper::~RecoveryKeeper() {
-  worker_.waitForDone();
 }
 
 void RecoveryKeeper::Follow(Document& document) {
@@ -83,15 +78,14 @@ void RecoveryKeeper::Work(int number, const std::function<void()>& writing) {
   Kept& kept = kept_.at(number);
   kept.writing = true;
   kept.filed = true;
-  worker_.start([this, number, writing] {
+  worker_.Do([this, number, writing] {
     std::string trouble;
     try {
       writing();
     } catch (const Error& error) {
       trouble = error.what();
     }
-    QMetaObject::invokeMethod(
-        this, [this, number, trouble] { Written(number, trouble); }, Qt::QueuedConnection);
+    written_.Address().Post([this, number, trouble] { Written(number, trouble); });
   });
 }
 
@@ -112,7 +106,7 @@ void RecoveryKeeper::Written(int number, const std::string& trouble) {
 }
 
 void RecoveryKeeper::Remove(int number) {
-  worker_.start([this, number] { store_.Remove(number); });
+  worker_.Do([this, number] { store_.Remove(number); });
 }
 
 void RecoveryKeeper::TakeOver(const Document& document, const LeftGraph& left) {

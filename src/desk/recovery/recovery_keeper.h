@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QObject>
-#include <QThreadPool>
 #include <QTimer>
 #include <chrono>
 #include <filesystem>
@@ -14,6 +13,8 @@
 
 #include "desk/recovery/left_graphs.h"
 #include "desk/recovery/recovery_store.h"
+#include "desk/work/mailbox.h"
+#include "desk/work/worker.h"
 
 namespace tarnwick {
 
@@ -33,7 +34,7 @@ class RecoveryKeeper final : public QObject {
                           std::chrono::milliseconds interval = kInterval,
                           QObject* parent = nullptr);
   /// Waits for what is being written. Copies of documents that are still open stay.
-  ~RecoveryKeeper() override;
+  ~RecoveryKeeper() override = default;
 
   /// From now on until the document's end, when its copy goes.
   void Follow(Document& document);
@@ -68,7 +69,8 @@ class RecoveryKeeper final : public QObject {
   std::map<int, Kept> kept_;  // by the numbers of the copies
   int last_number_ = 0;
   bool failing_ = false;
-  QThreadPool worker_;  // one thread: a copy is removed after it was written
+  Mailbox written_;
+  Worker worker_;  // one thread: a copy is removed after it was written
 };
 
 }  // namespace tarnwick

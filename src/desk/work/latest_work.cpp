@@ -1,39 +1,41 @@
 #include "desk/work/latest_work.h"
 
 #include <QCoreApplication>
-#include <mutex>
 #include <utility>
 
 #include "desk/work/shared_progress.h"
+#include "desk/work/worker.h"
 
 namespace tarnwick {
+namespace {
 
-struct LatestWork::Line {
-  std::mutex mutex;
-  LatestWork* asker;
+/// Holds a worker whose jobs nobody waits for, until it has done them or the program ends, which does wait.
+class RunningOut final : public QObject {
+ public:
+  RunningOut(std::unique_ptr<Worker> worker, QCoreApplication& program)
+      : QObject(&program), worker_(std::move(worker)) {
+    worker_->Do([this, here = ends_.Address()] { here.Post([this] { deleteLater(); }); });
+  }
+
+ private:
+  Mailbox ends_;
+  std::unique_ptr<Worker> worker_;  // last: it uses the others
 };
 
-LatestWork::LatestWork(QObject* parent, AbandonedWork abandoned)
-    : QObject(parent),
-      abandoned_(abandoned),
-      pool_(std::make_unique<QThreadPool>()),
-      line_(std::make_shared<Line>()) {
-  pool_->setMaxThreadCount(1);
-  line_->asker = this;
+void LetRunOut(std::unique_ptr<Worker> worker, QCoreApplication& program) {
+  new RunningOut(std::move(worker), program);
 }
+
+}  // namespace
+
+LatestWork::LatestWork(QObject* parent, AbandonedWork abandoned)
+    : QObject(parent), abandoned_(abandoned), worker_(std::make_unique<Worker>()) {}
 
 LatestWork::~LatestWork() {
   GiveUp();
-  {
-    const std::lock_guard lock(line_->mutex);
-    line_->asker = nullptr;
-  }
-  if (abandoned_ == AbandonedWork::IsWaitedFor) pool_->waitForDone();
-  if (pool_->waitForDone(0)) return;
-  QThreadPool* const left = pool_.release();
-  left->setParent(QCoreApplication::instance());
-  // Comes when all is done that was begun.
-  left->start([left] { left->deleteLater(); });
+  QCoreApplication* const program = QCoreApplication::instance();
+  if (abandoned_ == AbandonedWork::RunsOut && !worker_->IsIdle() && program != nullptr)
+    LetRunOut(std::move(worker_), *program);
 }
 
 void LatestWork::GiveUp() {
@@ -44,20 +46,13 @@ void LatestWork::GiveUp() {
 void LatestWork::Begin(std::function<Answer(Progress&)> work) {
   GiveUp();
   progress_ = std::make_shared<SharedProgress>();
-  pool_->start([line = line_, work = std::move(work), progress = progress_] {
+  worker_->Do([this, here = answers_.Address(), work = std::move(work), progress = progress_] {
     if (progress->Cancelled()) return;
-    Answer answer = work(*progress);
-    const std::lock_guard lock(line->mutex);
-    LatestWork* const asker = line->asker;
-    if (asker == nullptr) return;
-    QMetaObject::invokeMethod(
-        asker,
-        [asker, answer = std::move(answer), progress] {
-          if (progress != asker->progress_) return;  // another answer is wanted by now
-          asker->progress_.reset();
-          answer();
-        },
-        Qt::QueuedConnection);
+    here.Post([this, answer = work(*progress), progress] {
+      if (progress != progress_) return;  // another answer is wanted by now
+      progress_.reset();
+      answer();
+    });
   });
 }
 

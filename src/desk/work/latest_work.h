@@ -2,15 +2,16 @@
 #pragma once
 
 #include <QObject>
-#include <QThreadPool>
 #include <functional>
 #include <memory>
 
 #include "base/progress.h"
+#include "desk/work/mailbox.h"
 
 namespace tarnwick {
 
 class SharedProgress;
+class Worker;
 
 /// What becomes of work that is being done when nobody is there to be answered any more.
 enum class AbandonedWork {
@@ -33,13 +34,10 @@ class LatestWork final : public QObject {
   bool IsRunning() const { return progress_ != nullptr; }
 
  private:
-  /// The way of an answer back, which may find nobody.
-  struct Line;
-
   const AbandonedWork abandoned_;
-  std::unique_ptr<QThreadPool> pool_;
-  std::shared_ptr<Line> line_;
   std::shared_ptr<SharedProgress> progress_;  // of what is being done; null for nothing
+  Mailbox answers_;
+  std::unique_ptr<Worker> worker_;
 };
 
 }  // namespace tarnwick

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "desk/widgets/text.h"
+#include "desk/work/mailbox.h"
 #include "desk/work/shared_progress.h"
 
 namespace tarnwick {
@@ -70,19 +71,17 @@ void ThreadedWork::DoRun(const WorkTitle& title, const std::function<void(Progre
   std::exception_ptr failure;
   QEventLoop loop;
   bool done = false;
-  std::thread worker([&] {
+  const Mailbox ends;
+  std::jthread worker([&] {
     try {
       work(progress);
     } catch (...) {
       failure = std::current_exception();
     }
-    QMetaObject::invokeMethod(
-        &loop,
-        [&] {
-          done = true;
-          loop.quit();
-        },
-        Qt::QueuedConnection);
+    ends.Address().Post([&] {
+      done = true;
+      loop.quit();
+    });
   });
 
   QTimer::singleShot(kPatienceMs, &loop, &QEventLoop::quit);
