@@ -4,7 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QCoreApplication>
 #include <QDataStream>
 #include <QFile>
 #include <QLocalSocket>
@@ -15,6 +14,7 @@
 #include <thread>
 
 #include "app/instance/hand_over.h"
+#include "desk/work/mailbox.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -30,10 +30,11 @@ class SingleInstanceTest : public ::testing::Test {
   Start StartAnother(const Words& words, std::chrono::milliseconds patience = 5s) {
     Start start = Start::Blocked;
     bool done = false;
+    const Mailbox ends;
     std::thread other([&] {
       SingleInstance second(names_);
       start = second.Begin(words, "token", patience);
-      QMetaObject::invokeMethod(qApp, [&done] { done = true; });
+      ends.Address().Post([&done] { done = true; });
     });
     EXPECT_TRUE(QTest::qWaitFor([&done] { return done; }, 20'000));
     other.join();
