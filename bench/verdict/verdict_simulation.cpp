@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/split_mix.h"
+#include "limits.h"
 #include "simulated_fit.h"
 #include "term_table.h"
 
@@ -122,5 +123,6 @@ int main(int count, char** arguments) {
   using tarnwick::bench::Listing;
   if (how != "terms") tarnwick::bench::Run(repeats, seed, how == "list");
   tarnwick::bench::TellTerms(repeats, seed, how.empty() ? Listing::None : Listing::Errors);
+  tarnwick::bench::TellLimits(repeats, seed);
   return 0;
 }

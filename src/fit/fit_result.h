@@ -133,6 +133,7 @@ struct FitResult {
   ResidualFindings residuals;
   CurveSwing swing;
   std::vector<std::int32_t> open;    ///< varied parameters whose errors leave their size open
+  std::vector<std::int32_t> limits;  ///< whose errors reach where the curve is another one
   std::vector<std::int32_t> traded;  ///< with great errors that other parameters make up for
   std::vector<AbsentTerm> absent;    ///< terms that may not be there
   std::vector<EqualValue> equal;     ///< simpler values with the same curve

@@ -302,6 +302,7 @@ void FitRun::MeasureResiduals(FitPart& part, FitResult& result) const {
   result.residuals = TestResiduals(sample);
   AmongMany(parts_.size(), result.residuals);
   result.open = OpenParameters(residuals, result.values, result.statistics, sample);
+  result.limits = LimitParameters(residuals, result.values, result.statistics, sample);
 }
 
 /// What follows a run that did not fail: a finishing one, or a try whether that would pay, and the statistics.

@@ -268,6 +268,8 @@ FitSettings ChooseModel(const FitModelArguments& arguments, const FitSettings& o
   Choose(kWeights, arguments.weights, settings.weighting.weights);
   Choose(kErrors, arguments.errors, settings.weighting.errors);
   Choose(kLosses, arguments.loss, settings.weighting.loss);
+  if (arguments.loss_scale && settings.weighting.loss == FitLoss::Linear)
+    throw UsageError("--loss-scale needs --loss soft-l1, huber or cauchy");
   settings.weighting.loss_scale = arguments.loss_scale.value_or(settings.weighting.loss_scale);
   if (arguments.left) settings.LeftMargin = *arguments.left;
   if (arguments.right) settings.RightMargin = *arguments.right;

@@ -74,7 +74,8 @@ bool PointsLost(const FitResult& result) {
 
 bool AllDetermined(const FitResult& result) {
   return result.singular_directions.empty() && result.unmoved.empty() && result.open.empty() &&
-         result.traded.empty() && result.at_bound.empty() && result.absent.empty();
+         result.limits.empty() && result.traded.empty() && result.at_bound.empty() &&
+         result.absent.empty();
 }
 
 bool ModelHolds(const FitResult& result) {

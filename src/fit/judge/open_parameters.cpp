@@ -1,5 +1,6 @@
 #include "fit/judge/open_parameters.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "expr/words/parser_exception.h"
@@ -19,23 +20,30 @@ constexpr double kBoundedAlone = 0.25;
 constexpr double kStraight = 0.1;
 /// Part of the curve's spread.
 constexpr double kWorthNaming = 0.3;
+/// An error of a greater part of the value may reach where the curve is another one ...
+constexpr double kReachesFar = 0.5;
+/// ... which it is from so many times the change that the derivatives promise.
+constexpr double kAnotherCurve = 10;
 /// A smaller change of the curve, relative to the curve, is lost in rounding.
 constexpr double kRounding = 1e-10;
 
+/// Where there is a value.
 double Change(std::span<const double> from, std::span<const double> to) {
   double squares = 0;
-  for (std::size_t i = 0; i < from.size(); ++i) squares += (to[i] - from[i]) * (to[i] - from[i]);
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    if (std::isfinite(from[i])) squares += (to[i] - from[i]) * (to[i] - from[i]);
+  }
   return std::sqrt(squares);
 }
 
-/// The model has a value everywhere at `p` and changes by less than `bound` from where the residuals are `here`.
-bool StaysWithin(ModelResiduals& residuals, const Eigen::VectorXd& p, std::span<const double> here,
-                 double bound) {
+/// How far the curve at `p` is from where the residuals are `here`; infinite where the model has no value.
+double ChangeAt(ModelResiduals& residuals, const Eigen::VectorXd& p, std::span<const double> here) {
   try {
     const std::span<const double> values(p.data(), static_cast<std::size_t>(p.size()));
-    return Change(here, residuals.Residuals(values, kPatternPoints)) < bound;
+    const double change = Change(here, residuals.Residuals(values, kPatternPoints));
+    return std::isnan(change) ? HUGE_VAL : change;
   } catch (const EIntegerDivision&) {
-    return false;  // no value is a bound
+    return HUGE_VAL;
   }
 }
 
@@ -53,8 +61,8 @@ std::vector<std::int32_t> OpenParameters(ModelResiduals& residuals, std::span<co
   const auto is_free = [&](const Eigen::VectorXd& step, double bounded) {
     const double promised = (sample.jacobian * step).norm();
     if (!(promised > least) || !std::isfinite(promised)) return false;
-    return StaysWithin(residuals, p + step, here, bounded * promised) ||
-           StaysWithin(residuals, p - step, here, bounded * promised);
+    return ChangeAt(residuals, p + step, here) < bounded * promised ||
+           ChangeAt(residuals, p - step, here) < bounded * promised;
   };
   for (Eigen::Index i = 0; i < k; ++i) {
     const double error = statistics.standard_errors.at(static_cast<std::size_t>(i));
@@ -66,6 +74,27 @@ std::vector<std::int32_t> OpenParameters(ModelResiduals& residuals, std::span<co
       open.push_back(static_cast<std::int32_t>(i));
   }
   return open;
+}
+
+std::vector<std::int32_t> LimitParameters(ModelResiduals& residuals, std::span<const double> values,
+                                          const FitStatistics& statistics,
+                                          const ResidualSample& sample) {
+  std::vector<std::int32_t> limits;
+  const auto k = static_cast<Eigen::Index>(values.size());
+  const Eigen::Map<const Eigen::VectorXd> p(values.data(), k);
+  const std::vector<double> here = residuals.Residuals(values, kPatternPoints);
+  const double least = kRounding * residuals.NormOfY();
+  for (Eigen::Index i = 0; i < k; ++i) {
+    const double error = statistics.standard_errors.at(static_cast<std::size_t>(i));
+    if (!(error > kReachesFar * std::abs(p(i))) || !std::isfinite(error)) continue;
+    const Eigen::Map<const Eigen::VectorXd> covariance(
+        statistics.determined_covariance.data() + i * k, k);
+    const Eigen::VectorXd step = covariance / error;
+    const double bound = kAnotherCurve * std::max((sample.jacobian * step).norm(), least);
+    if (ChangeAt(residuals, p + step, here) > bound || ChangeAt(residuals, p - step, here) > bound)
+      limits.push_back(static_cast<std::int32_t>(i));
+  }
+  return limits;
 }
 
 std::vector<std::int32_t> TradedParameters(const FitStatistics& statistics,

@@ -19,6 +19,14 @@ std::vector<std::int32_t> OpenParameters(ModelResiduals& residuals, std::span<co
                                          const FitStatistics& statistics,
                                          const ResidualSample& sample);
 
+/// Indices of varied parameters whose errors reach where the curve is another one, or none: more than half of the value, and one
+/// error up or down, with the others going along, changes the curve by more than ten times what the derivatives promise. So
+/// it is where the points show but a limit, a step faster than they lie: there the derivative vanishes, and the error is
+/// anything. `sample` was taken at `values`.
+std::vector<std::int32_t> LimitParameters(ModelResiduals& residuals, std::span<const double> values,
+                                          const FitStatistics& statistics,
+                                          const ResidualSample& sample);
+
 /// Those of HardlyDetermined whose errors alone would move the curve by more than a tenth of what it spreads over: not an offset
 /// of 0.1 +- 0.2 under a peak of 50. `sample` was taken at `values`.
 std::vector<std::int32_t> TradedParameters(const FitStatistics& statistics,

@@ -118,6 +118,18 @@ void NoteOpen(const FitResult& result, std::vector<std::string>& notes) {
                          "some fixed, or take a simpler model."));
 }
 
+void NoteLimits(const FitResult& result, std::vector<std::string>& notes) {
+  if (result.limits.empty()) return;
+  const bool one = result.limits.size() == 1;
+  notes.push_back("As far from " + NamesOf(result, result.limits) + " as " +
+                  (one ? "its error reaches" : "their errors reach") +
+                  " the curve is another one or has no value, so that " +
+                  (one ? "the error says" : "the errors say") +
+                  " nothing: the points show only that the curve goes to a limit, as one does that "
+                  "is faster than they lie. Hold " +
+                  (one ? "it" : "them") + " fixed, or take a simpler model.");
+}
+
 /// "e = 0.3 ± 0.2 may be 0, and f and g, which act through it alone, then mean nothing: …"
 void NoteAbsent(const FitResult& result, std::vector<std::string>& notes) {
   for (const AbsentTerm& term : result.absent) {
@@ -308,6 +320,7 @@ std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumst
     NoteSwing(result, notes);
     NoteTurns(result, notes);
     NoteAbsent(result, notes);
+    NoteLimits(result, notes);
     NoteOpen(result, notes);
     NoteHardlyDetermined(result, notes);
     NoteSearch(result, notes);

@@ -159,6 +159,8 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
                ? ", but some points scatter far more than others and count alike."
                : ", but some points scatter far more than others, beyond their weights.";
   if (!result.absent.empty()) return MayBeAbsent(result);
+  if (!result.limits.empty())
+    return ", but the points show only a limit of " + NamesOf(result, result.limits) + ".";
   if (!result.open.empty())
     return ", but the data leave the size of " + NamesOf(result, result.open) + " open.";
   if (!result.traded.empty())

@@ -177,6 +177,8 @@ const Situation kSituations[] = {
      false,
      ", but any one of the terms of a and c may be absent: the fit is hardly worse without it.",
      "a term that is not there gains as much in most fits."},
+    {"a limit", [](R& r, C&) { r.limits = {1}; }, false, ", but the points show only a limit of b.",
+     "As far from b as its error reaches the curve is another one or has no value"},
     {"a swing between points",
      [](R& r, C&) {
        r.swing = {0.9, 3, 4};

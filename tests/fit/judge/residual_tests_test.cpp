@@ -178,6 +178,27 @@ TEST(OpenParameters, AreThoseThatTheCurveDoesNotFollow) {
   }
 }
 
+// Any decay time far below the distance of the points fits alike; of a place or an offset of 0 the error holds.
+TEST(LimitParameters, AreThoseOfCurvesFasterThanThePoints) {
+  const Points points = MakePoints(40, 0, 39, 0.1, [](double x) { return x < 1 ? 0.0 : 4.0; });
+  for (const OpenRow& row :
+       {OpenRow{"4*(1-exp(-x/t))", {"t", 0.03}, 7e9, true},
+        OpenRow{"4/(1+exp((0.5-x)/w))", {"w", 0.03}, 0.7, true},
+        OpenRow{"4*x^n/(0.5^n+x^n)", {"n", 300}, 4e11, true},
+        OpenRow{"4*(1-exp(-x/t))", {"t", 0.5}, 0.1, false}, OpenRow{"4+c", {"c", 0}, 0.02, false},
+        OpenRow{"4*exp(0-((x-b)/20)^2)", {"b", 0}, 0.2, false}}) {
+    SCOPED_TRACE(row.expression);
+    const auto model = MakeModel(row.expression, {row.parameter});
+    ModelResiduals residuals(*model, points.View());
+    FitStatistics statistics;
+    statistics.standard_errors = {row.error};
+    statistics.determined_covariance = {row.error * row.error};
+    const std::vector<double> values = residuals.Start();
+    const ResidualSample sample = residuals.Sample(values, kPatternPoints);
+    EXPECT_EQ(LimitParameters(residuals, values, statistics, sample).size(), row.open ? 1U : 0U);
+  }
+}
+
 // An amplitude that goes along hides from the curve that it does not follow the decay time at all.
 TEST(OpenParameters, AreNotHeldByOthersThatGoAlong) {
   const Points points = MakePoints(100, 0, 100, 1, [](double) { return 1.0; });
