@@ -14,18 +14,18 @@ constexpr std::size_t kLongestDate = 64;
 
 /// Each between strokes, in small letters without their marks.
 constexpr std::array<std::string_view, 12> kNames = {
-    "|january|januar|janner|janvier|enero|gennaio|janeiro|januari|",
-    "|february|februar|fevrier|febrero|febbraio|fevereiro|februari|",
-    "|march|marz|mrz|maerz|mars|marzo|marco|maart|mrt|",
-    "|april|avril|abril|aprile|",
-    "|may|mai|mayo|maggio|maio|mei|",
-    "|june|juni|juin|junio|giugno|junho|",
-    "|july|juli|juillet|julio|luglio|julho|",
-    "|august|aout|agosto|augustus|",
-    "|september|septembre|septiembre|settembre|setembro|",
-    "|october|oktober|octobre|octubre|ottobre|outubro|",
-    "|november|novembre|noviembre|novembro|",
-    "|december|dezember|decembre|diciembre|dicembre|dezembro|",
+    "|january|januar|janner|janvier|enero|gennaio|janeiro|januari|styczen|stycznia|",
+    "|february|februar|fevrier|febrero|febbraio|fevereiro|februari|luty|lutego|",
+    "|march|marz|mrz|maerz|mars|marzo|marco|maart|mrt|marts|marzec|marca|",
+    "|april|avril|abril|aprile|kwiecien|kwietnia|",
+    "|may|mai|mayo|maggio|maio|mei|maj|maja|",
+    "|june|juni|juin|junio|giugno|junho|czerwiec|czerwca|",
+    "|july|juli|juillet|julio|luglio|julho|lipiec|lipca|",
+    "|august|aout|agosto|augustus|augusti|sierpien|sierpnia|",
+    "|september|septembre|septiembre|settembre|setembro|wrzesien|wrzesnia|",
+    "|october|oktober|octobre|octubre|ottobre|outubro|pazdziernik|pazdziernika|",
+    "|november|novembre|noviembre|novembro|listopad|listopada|",
+    "|december|dezember|decembre|diciembre|dicembre|dezembro|desember|grudzien|grudnia|",
 };
 
 bool IsOfWord(char c) {
@@ -40,13 +40,22 @@ char PlainLetter(unsigned char letter) {
   return letter >= 0xC0 && at < kPlain.size() ? kPlain[at] : '\0';
 }
 
+/// The same of the Polish ones behind Latin-1, by their second byte in UTF-8.
+char PlainPolish(char second) {
+  constexpr std::string_view kSeconds = "\x81\x82\x83\x84\x9A\x9B\xB9\xBA\xBB\xBC";
+  constexpr std::string_view kPlain = "llnnsszzzz";
+  const std::size_t at = kSeconds.find(second);
+  return at < kPlain.size() ? kPlain[at] : '\0';
+}
+
 std::string PlainWord(std::string_view word) {
   std::string plain;
   for (std::size_t i = 0; i < word.size(); ++i) {
     auto letter = static_cast<unsigned char>(word[i]);
+    const bool polish = letter == 0xC5 && i + 1 < word.size();
     const bool two_bytes = letter == 0xC3 && i + 1 < word.size();
     if (two_bytes) letter = static_cast<unsigned char>(word[++i] + 0x40);
-    const char small = PlainLetter(letter);
+    const char small = polish ? PlainPolish(word[++i]) : PlainLetter(letter);
     if (small == '\0') return {};
     plain += small;
   }

@@ -1,4 +1,4 @@
-// The names of months as German, French, Spanish, Italian, Portuguese and Dutch write them. Knows words; no calendar.
+// The names of months as German, French, Spanish, Italian, Portuguese, Dutch and Polish write them. Knows words; no calendar.
 #pragma once
 
 #include <optional>

@@ -41,7 +41,7 @@ bool IsDate(std::string_view text) {
 
 /// Months, days of the week and quarters begin with these.
 bool MayNameDate(std::string_view text) {
-  constexpr std::string_view kInitials = "JFMASONDTWQEGLjfmasondtwqegl";
+  constexpr std::string_view kInitials = "JFMASONDTWQEGLKPCjfmasondtwqeglkpc";
   return text.size() >= kShortestNamedDate && kInitials.find(text.front()) != kInitials.npos &&
          std::any_of(text.begin(), text.end(), IsDigit);
 }
