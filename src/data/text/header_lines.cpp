@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "data/text/names_judge.h"
@@ -10,6 +11,7 @@
 namespace tarnwick {
 namespace {
 
+constexpr std::int32_t kMostFields = 1000;
 constexpr std::size_t kNearLines = 4;             // above the rows, blank lines and rules apart
 constexpr std::size_t kCommentLines = 200;        // of a block of comments
 constexpr std::size_t kNearComments = 3;          // where words between blanks may be names
@@ -50,6 +52,15 @@ bool HasMoreThan(std::int32_t columns, std::string_view line, const TextLayout& 
 bool IsLabelled(std::string_view line) {
   line = TrimBlankBytes(line);
   return line.starts_with("##") && line.find('=') != line.npos;
+}
+
+/// A comment whose own separators give names of one word each, or units: no remark between the names and the rows.
+bool IsCutAsRows(std::string_view comment, const std::optional<Names>& names,
+                 const TextLayout& layout) {
+  const std::string_view text = WithoutCommentMarks(comment, layout);
+  const auto phrase = [](const std::string& name) { return name.find(' ') != name.npos; };
+  return names && std::cmp_equal(CountFields(text, layout, kMostFields), names->size()) &&
+         (AreUnits(*names) || std::ranges::none_of(*names, phrase));
 }
 
 /// Takes lines that may be names, from the rows upwards: what stands above a line of units names the columns, and so does a
@@ -163,7 +174,7 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     if (comment && IsLabelled(above[place])) continue;
     // What the rows' separators do not cut is no names where they cut a line above it.
     const bool loose = as_rows && !comment && CountFields(above[place], layout, 2) < 2;
-    if (loose) continue;
+    if (loose || (as_rows && comment && !IsCutAsRows(above[place], names, layout))) continue;
     // A line that stands alone tells of the columns: "time;7".
     const bool setting =
         names && AreSetting(*names) &&
@@ -171,13 +182,16 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     // Names would have stood below what is told of the measurement.
     if (setting && !comment && !head.HasNames() && CountFilled(*names) == 2) break;
     const bool labels_line = above[place].starts_with("#L ");
-    const bool far = layout.IsSeparator(' ') && !labels_line &&
+    const bool far = layout.IsSeparator(' ') && !labels_line && !(names && AreSymbols(*names)) &&
                      (comment ? comments > kNearComments : others > kOtherLinesBelowNames);
+    // What stands far above rows of commas is prose unless commas part it, too.
+    const bool prose = comment && !layout.IsSeparator(' ') && comments > kNearComments &&
+                       !IsCutAsRows(above[place], names, layout);
     const bool cut_short = !nearest && HasMoreThan(columns, above[place], layout);
     // Only right above the rows one name may be missing, that of their labels.
     const bool lacks_first = names && names->front().empty() && !nearest && !head.HasNames();
-    if (names && !setting && !lacks_first && !IsSparse(*names, layout) && !far && !cut_short &&
-        AreNames(*names, above[place], preamble)) {
+    if (names && !setting && !lacks_first && !IsSparse(*names, layout) && !far && !prose &&
+        !cut_short && AreNames(*names, above[place], preamble)) {
       if (!head.Take(place, *names)) break;
     } else if (head.HasNames() || (columns == 1 && comment)) {
       break;  // over a single column any line would do

@@ -190,6 +190,31 @@ bool IsRowOfNumbers(const std::string& name) {
   return words > 1;
 }
 
+/// "(1999)", "1999)"
+bool HoldsYearInBrackets(std::string_view text) {
+  const std::size_t close = text.rfind(')');
+  if (close == text.npos || close < 4) return false;
+  const bool opened = close == 4 || text[close - 5] == '(' || text[close - 5] == ' ';
+  return opened && IsYear(std::string(text.substr(close - 4, 4)));
+}
+
+/// "Smith et al., J. Phys. 12, 345 (1999)": where the numbers were published.
+bool AreCitation(const Names& names, std::string_view line) {
+  if (line.find(" et al") != line.npos) return true;
+  int abbreviated = 0;
+  int numbers = 0;
+  for (std::string_view rest = line; !rest.empty();) {
+    const std::string_view word = rest.substr(0, rest.find_first_of(" ,;\t"));
+    rest = TrimBlankBytes(rest.substr(std::min(word.size() + 1, rest.size())));
+    if (word.empty()) continue;
+    abbreviated +=
+        word.size() > 1 && word.ends_with('.') && IsLetter(word[word.size() - 2]) ? 1 : 0;
+    numbers += ParseInteger(word) ? 1 : 0;
+  }
+  const bool dated = std::ranges::any_of(names, &HoldsYearInBrackets);
+  return (dated && numbers > 0) || (abbreviated > 1 && numbers > 0);
+}
+
 /// What stands between blanks and tells of the file: "Street, Boston, MA  02110, USA", "save('t.txt')", "% Jane Doe 1997",
 /// "begin data.", "@TYPE xy", "10 sizes", "# units Angstroms".
 bool TellOfFile(const Names& names, std::string_view line) {
@@ -211,9 +236,12 @@ bool TellOfFile(const Names& names, std::string_view line) {
   const std::string_view text = TrimBlankBytes(line);
   const bool plain = text.empty() || IsLetter(text.front()) || IsDigit(text.front());
   const bool by_blanks = line.find(',') == line.npos;
-  if (by_blanks && numbers == 1 && (plain ? first == "0" || ParseInteger(first) : IsYear(last))) {
+  if (by_blanks && numbers == 1 &&
+      (plain ? first == "0" || ParseInteger(first)
+             : IsYear(last) || ParseInteger(first) || (names.size() == 2 && ParseInteger(last)))) {
     return names.size() == 2 || !plain;
   }
+  if (by_blanks && text.ends_with(':')) return true;  // a title
   const auto ends = [](const std::string& name) { return name.ends_with('.'); };
   return by_blanks && last.size() > 3 && std::ranges::count_if(names, ends) == 1 && ends(last);
 }
@@ -242,10 +270,17 @@ bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
   // Numbers are put in quotes where they name.
   if (texts == 0) return filled > 0 && AllInQuotes(line, filled) && !RepeatNumbers(names);
   if (numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
-      AreMeasured(names, line) || MarksSection(names) || TellOfFile(names, line))
+      AreMeasured(names, line) || MarksSection(names) || AreCitation(names, line) ||
+      TellOfFile(names, line))
     return false;
   return (!HoldsSentence(names, line, preamble) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);
+}
+
+bool AreSymbols(const Names& names) {
+  return std::ranges::all_of(names, [](const std::string& name) {
+    return name.size() == 1 || name.find_first_of("_[(") != name.npos;
+  });
 }
 
 bool AreTypes(const Names& names) {

@@ -22,6 +22,9 @@ bool AreNames(const std::vector<std::string>& names, std::string_view line,
 /// "Operator: Smith", "Values;201", "Date;14.3.2024;12:05": what is told of a measurement, in as many fields as the rows have.
 bool AreSetting(const std::vector<std::string>& names);
 
+/// "r g b", "T_in n(r) x": none is a word of a sentence.
+bool AreSymbols(const std::vector<std::string>& names);
+
 /// "double", "real", "null": how values are kept, below the names of some catalogues.
 bool AreTypes(const std::vector<std::string>& names);
 
