@@ -14,6 +14,7 @@ namespace {
 constexpr double kNoTurn = 0.02;    // of the range: going back no further is jitter
 constexpr double kLate = 0.02;      // of the points: so few out of order came late
 constexpr double kLongStep = 0.25;  // of the range: longer steps in the mean are jumps
+constexpr double kFarOut = 0.05;    // of the points, at either end
 constexpr std::size_t kPointsATurn = 8;
 constexpr std::size_t kTurnsOfLoop = 2;  // allowed to the smallest loop
 constexpr std::size_t kFewest = 5;       // points below which no order is seen
@@ -104,7 +105,11 @@ LineSuggestion SuggestLineOrder(const TDataSeries& series) {
       return LineSuggestion::ByX;
   }
   const std::vector<std::size_t> breaks = BreaksInOrder(points, order, series.Gaps());
-  Way way(range);
+  // Without the few points far out, beside which all others seem to stand still.
+  const auto at = [&by_x](double share) {
+    return by_x[static_cast<std::size_t>(share * static_cast<double>(by_x.size() - 1))];
+  };
+  Way way(at(1 - kFarOut) - at(kFarOut));
   auto next_break = breaks.begin();
   way.BeginPiece(x.front());
   for (std::size_t i = 1; i < x.size(); ++i) {
