@@ -27,10 +27,11 @@ inline bool IsMissingValue(double value) {
   return std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(kMissingValue);
 }
 
-/// Empty lines between two rows.
+/// Empty lines and remarks between two rows.
 struct BlankLines {
   std::int64_t row = 0;  ///< the row behind them, from 0 in its block
   std::int32_t lines = 0;
+  bool remark = false;  ///< there is a comment among them
 };
 
 /// The values of some neighbouring rows.
@@ -41,7 +42,7 @@ struct RowBlock {
   std::int64_t rows = 0;
   std::int64_t lines = 0;                    ///< rows, comments and blank lines
   std::vector<BlankLines> blanks;            ///< by ascending rows
-  std::int32_t blanks_behind = 0;            ///< behind the last row
+  BlankLines blanks_behind;                  ///< behind the last row
   std::vector<std::vector<double>> storage;  ///< one column per request; as long as ever needed
   std::vector<char> complete;                ///< per request: 1 when every value of it is a number
 

@@ -51,6 +51,8 @@ class TDataSupplier {
   /// Empty lines between the current row and the row before it; where the last move passed several rows, the most that lie
   /// between two of them.
   virtual std::int32_t BlankLinesPassed() const { return 0; }
+  /// A comment lies there.
+  virtual bool RemarkPassed() const { return false; }
   /// True when behind the last row stands the beginning of one that the source does not hold to its end.
   virtual bool EndsIncomplete() const { return false; }
   /// True when the source lost bytes while it was read: what was read since may be zeros.

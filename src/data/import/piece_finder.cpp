@@ -25,14 +25,38 @@ bool PieceFinder::StartsAnew(double x) const {
   return std::abs(x - first_x_) < std::abs(x - last_x_);
 }
 
+/// In the one direction that the run has had.
+bool PieceFinder::GoesOn(double x) const {
+  return !(rose_ && fell_) && (rose_ ? x >= last_x_ : !fell_ || x <= last_x_);
+}
+
 void PieceFinder::SeeRow(double x) {
   const std::int32_t blanks = std::exchange(blanks_, 0);
-  const bool runs_on = begun_ && blanks < kBlanksOfRun && (blanks == 0 || !StartsAnew(x));
+  const bool remark = std::exchange(remark_, false) && begun_ && !GoesOn(x);
+  const bool parted = blanks > 0 || remark;
+  // An outline comes back to where it began without beginning anew.
+  const bool may_start = blanks > 0 || (remark && !(rose_ && fell_));
+  const bool runs_on = begun_ && blanks < kBlanksOfRun && !(may_start && StartsAnew(x));
   if (begun_ && !runs_on) ++run_;
-  if (!runs_on) first_x_ = x;
-  gap_ = gap_ || blanks > 0;
+  if (!runs_on) {
+    first_x_ = x;
+    rose_ = fell_ = false;
+  } else if (!parted) {
+    rose_ = rose_ || x > last_x_;
+    fell_ = fell_ || x < last_x_;
+  }
+  gap_ = gap_ || parted;
   last_x_ = x;
   begun_ = true;
+}
+
+void PieceFinder::SeeRows(std::span<const double> x) {
+  SeeRow(x.front());
+  for (std::size_t i = 1; i < x.size() && !(rose_ && fell_); ++i) {
+    rose_ = rose_ || x[i] > x[i - 1];
+    fell_ = fell_ || x[i] < x[i - 1];
+  }
+  last_x_ = x.back();
 }
 
 void PieceFinder::TakePoint(std::int64_t point) {

@@ -1,7 +1,8 @@
 // Where the rows of a measurement fall into pieces and runs, as its table shows: by empty lines, by rows without a number. Knows
 // values of X and numbers of points; knows no source and no DataSet.
 //
-// An empty line begins a piece. Two of them, or one behind which X starts anew (nearer to where the run began than to where it
+// An empty line begins a piece, and so does a remark (a comment, a row without X) behind which X does not go on in the one
+// direction of the run. Two empty lines, or one or a remark behind which X starts anew (nearer to where the run began than to where it
 // stands), begin a run. A row without a number begins a piece where the step of X over it is longer than the others, if these are
 // even: a table of columns that are filled now and then has no gaps.
 #pragma once
@@ -16,10 +17,14 @@ class PieceFinder {
  public:
   /// Empty lines between the rows so far and the next.
   void PassBlankLines(std::int32_t lines);
+  /// A line that is no row, or a row without a number for X: what parts the outlines of a map.
+  void PassRemark() { remark_ = true; }
   /// A row without a number for X or Y.
   void PassSkippedRow() { skipped_ = true; }
   /// A row that is read: first its X, then as the point number `point` (from 0) that it becomes, if it does.
   void SeeRow(double x);
+  /// Rows without anything between them, at least one.
+  void SeeRows(std::span<const double> x);
   void TakePoint(std::int64_t point);
 
   /// The run of the rows read last, from 1.
@@ -35,12 +40,15 @@ class PieceFinder {
 
  private:
   bool StartsAnew(double x) const;
+  bool GoesOn(double x) const;
 
   std::vector<Beginning> beginnings_;
   std::int32_t run_ = 1;
-  std::int32_t blanks_ = 0;  // since the last row read
-  bool skipped_ = false;     // since the last point
-  bool gap_ = false;         // likewise
+  std::int32_t blanks_ = 0;           // since the last row read
+  bool skipped_ = false;              // since the last point
+  bool gap_ = false;                  // likewise
+  bool remark_ = false;               // since the last row read
+  bool rose_ = false, fell_ = false;  // somewhere in the run
   bool begun_ = false;
   double first_x_ = 0;  // of the run
   double last_x_ = 0;

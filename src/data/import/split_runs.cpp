@@ -62,7 +62,7 @@ void SplitRuns(ImportResult& result, TDataSupplier& supplier, const LoadOptions&
     if (series->Source().DataSource == DataSourceKind::Manual) series->Source().Run = 0;
   }
   result.notes.push_back("the file holds " + std::to_string(runs) +
-                         " runs parted by empty lines, each is a DataSet of its own");
+                         " runs parted by empty lines or remarks, each is a DataSet of its own");
 }
 
 }  // namespace tarnwick

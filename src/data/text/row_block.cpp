@@ -50,8 +50,8 @@ class RowReader {
   }
 
   bool AtEnd() const { return at_ == end_; }
-  /// Empty lines since this was asked last.
-  std::int32_t TakeBlanks() { return std::exchange(blanks_, 0); }
+  /// Empty lines and remarks since this was asked last.
+  BlankLines TakeBlanks() { return std::exchange(blanks_, {}); }
 
   /// Reads the line at hand into the places of its values; false when it is no row.
   bool ReadLine(const RowPlace& row) {
@@ -60,7 +60,11 @@ class RowReader {
     const std::string_view line = LineView(at_, stop);
     at_ = stop == end_ ? end_ : stop + 1;
     if (!IsDataLine(line, layout_)) {
-      if (TrimBlankBytes(line).empty()) ++blanks_;
+      if (TrimBlankBytes(line).empty()) {
+        ++blanks_.lines;
+      } else {
+        blanks_.remark = true;
+      }
       return false;
     }
     ReadAnyRow(line, row);
@@ -199,7 +203,7 @@ class RowReader {
   const char* at_;
   const char* end_;
   bool plain_allowed_ = false;
-  std::int32_t blanks_ = 0;
+  BlankLines blanks_;
   std::string buffer_;
 };
 
@@ -297,8 +301,9 @@ void ReadRowBlock(std::string_view lines, const TextLayout& layout,
   for (; !reader.AtEnd(); ++block.lines) {
     if (rows % kRowsPerGrowth == 0) GrowTo(rows + kRowsPerGrowth, block, columns);
     if (!reader.ReadLine({columns, rows})) continue;
-    if (const std::int32_t blanks = reader.TakeBlanks(); blanks > 0) [[unlikely]] {
-      block.blanks.push_back({static_cast<std::int64_t>(rows), blanks});
+    if (BlankLines blanks = reader.TakeBlanks(); blanks.lines > 0 || blanks.remark) [[unlikely]] {
+      blanks.row = static_cast<std::int64_t>(rows);
+      block.blanks.push_back(blanks);
     }
     ++rows;
   }

@@ -94,14 +94,17 @@ class BlockReader {
   /// Empty lines at the end of a block lie before the first row of the next.
   void CarryBlanks(RowBlock& block) {
     if (block.rows == 0) {
-      blanks_ += block.blanks_behind;
+      blanks_.lines += block.blanks_behind.lines;
+      blanks_.remark = blanks_.remark || block.blanks_behind.remark;
       return;
     }
-    if (blanks_ > 0) {
+    if (blanks_.lines > 0 || blanks_.remark) {
       if (block.blanks.empty() || block.blanks.front().row != 0) {
         block.blanks.insert(block.blanks.begin(), BlankLines{});
       }
-      block.blanks.front().lines += blanks_;
+      BlankLines& first = block.blanks.front();
+      first.lines += blanks_.lines;
+      first.remark = first.remark || blanks_.remark;
     }
     blanks_ = block.blanks_behind;
   }
@@ -140,7 +143,7 @@ class BlockReader {
   std::size_t consumed_ = 0;
   std::int64_t rows_ = 0;  // of the blocks consumed, and lines
   std::int64_t lines_ = 0;
-  std::int32_t blanks_ = 0;  // behind the rows consumed
+  BlankLines blanks_;  // behind the rows consumed
   bool stopped_ = false;
   std::exception_ptr failure_;
   std::vector<std::jthread> workers_;  // last: ended before what they use

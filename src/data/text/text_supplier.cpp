@@ -77,6 +77,7 @@ std::int32_t TTxtSupplier::ColumnIndex(std::string_view name) {
 void TTxtSupplier::FirstRow() {
   row_ = 1;
   blanks_passed_ = 0;
+  remark_passed_ = false;
   at_ = source_->Text().data();
   if (header_rows_ == 0) GoToBody(0);
 }
@@ -103,10 +104,13 @@ bool TTxtSupplier::NextRow() {
   walker.Next();
   ++row_;
   blanks_passed_ = 0;
+  remark_passed_ = false;
   for (at_ = walker.Position(); at_ != end_ && row_ > header_rows_; at_ = walker.Position()) {
     const std::string_view line = walker.Next();
     if (IsDataLine(line, layout_)) break;
-    if (TrimBlankBytes(line).empty()) ++blanks_passed_;
+    const bool blank = TrimBlankBytes(line).empty();
+    blanks_passed_ += blank ? 1 : 0;
+    remark_passed_ = remark_passed_ || !blank;
   }
   return AtEnd();
 }
@@ -118,11 +122,14 @@ void TTxtSupplier::SkipRows(std::int32_t rows) {
     return;
   }
   std::int32_t most_blanks = 0;
+  bool remark = false;
   for (; rows > 0 && !AtEnd(); --rows) {
     NextRow();
     most_blanks = std::max(most_blanks, blanks_passed_);
+    remark = remark || remark_passed_;
   }
   blanks_passed_ = most_blanks;
+  remark_passed_ = remark;
 }
 
 std::int32_t TTxtSupplier::CurrentRow() const {

@@ -28,6 +28,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   /// Without markers.
   std::string TextAt(std::int32_t column) override;
   std::int32_t BlankLinesPassed() const override { return blanks_passed_; }
+  bool RemarkPassed() const override { return remark_passed_; }
   bool WasCutShort() const override { return source_->WasCutShort(); }
   std::int32_t RowCount() override;
   std::int32_t ColumnIndex(std::string_view name) override;
@@ -72,6 +73,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::int64_t row_ = 1;
   std::int32_t header_rows_ = 0;
   std::int32_t blanks_passed_ = 0;
+  bool remark_passed_ = false;
   std::optional<RowIndex> index_;
   std::optional<std::vector<std::string>> names_;
   std::vector<std::string> bare_names_;  ///< without their units

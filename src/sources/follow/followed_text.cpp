@@ -113,6 +113,7 @@ void FollowedText::TakeRows(TDataSupplier& supplier, StreamRows& rows) {
     TakeRow(supplier, rows);
     supplier.NextRow();
     pieces_.PassBlankLines(supplier.BlankLinesPassed());
+    if (supplier.RemarkPassed()) pieces_.PassRemark();
   }
 }
 
