@@ -41,9 +41,14 @@ enum class ColumnFormat : std::uint8_t {
   GroupedThousands = 6,  ///< number with "." as the decimal separator, "," grouping thousands
   NumberWithUnit = 7,    ///< number with a unit or "%" behind it: "12.5 mV" is 12.5, "40 %" is 40
   UnixSeconds = 8,       ///< seconds since 1970-01-01 00:00 UTC, as a day number
-  UnixMilliseconds = 9   ///< the same in milliseconds
+  UnixMilliseconds = 9,  ///< the same in milliseconds
+  TimeGoingOn =
+      10,  ///< a time as DateTime; a day is added to those of X wherever they fall back over midnight
+  ScaledUnit = 11,  ///< number with a unit, in the unit without prefix: "12 mV" is 0.012
+  Uncertainty =
+      12  ///< what stands behind a number as its error: 0.2 of "12.5 ± 0.2", 0.3 of "12.5(3)"
 };
-inline constexpr ColumnFormat kLastColumnFormat = ColumnFormat::UnixMilliseconds;
+inline constexpr ColumnFormat kLastColumnFormat = ColumnFormat::Uncertainty;
 
 /// TDSInfo::NamesLine of a source without names.
 inline constexpr std::int32_t kNoNamesLine = -1;

@@ -12,7 +12,7 @@
 namespace tarnwick::cli {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, ColumnFormat>, 10> kFormats = {{
+constexpr std::array<std::pair<std::string_view, ColumnFormat>, 13> kFormats = {{
     {"auto", ColumnFormat::Automatic},
     {"number", ColumnFormat::Number},
     {"comma", ColumnFormat::DecimalComma},
@@ -23,6 +23,9 @@ constexpr std::array<std::pair<std::string_view, ColumnFormat>, 10> kFormats = {
     {"unit", ColumnFormat::NumberWithUnit},
     {"unix", ColumnFormat::UnixSeconds},
     {"unix-ms", ColumnFormat::UnixMilliseconds},
+    {"time-on", ColumnFormat::TimeGoingOn},
+    {"base-unit", ColumnFormat::ScaledUnit},
+    {"uncertainty", ColumnFormat::Uncertainty},
 }};
 
 /// A name of the table or its position in it.
@@ -33,7 +36,7 @@ std::optional<ColumnFormat> FormatNamed(const std::string& text) {
   }
   throw UsageError("\"" + text +
                    "\" is no column format; auto, number, comma, date, day-first, month-first, "
-                   "thousands, unit, unix and unix-ms are");
+                   "thousands, unit, unix, unix-ms, time-on, base-unit and uncertainty are");
 }
 
 /// "\t" stands for a tab, "\\" for a backslash.
@@ -187,7 +190,8 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
       .Group(group);
   command
       .Add("--x-format", arguments.x_format,
-           "auto, number, comma, date, day-first, month-first, thousands, unit, unix or unix-ms")
+           "auto, number, comma, date, day-first, month-first, thousands, unit, unix, unix-ms, "
+           "time-on, base-unit or uncertainty")
       .Group(group);
   command.Add("--y-format", arguments.y_format, "The same for Y").Group(group);
   command

@@ -1,11 +1,13 @@
 #include "data/guess/column_judge.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "base/day_number.h"
 #include "data/text/field_kind.h"
 #include "data/text/field_value.h"
+#include "data/text/si_unit.h"
 #include "data/text/text_names.h"
 #include "data/text/unit_text.h"
 
@@ -20,6 +22,7 @@ constexpr std::size_t kNotedUnits = 4;
 struct ColumnCounts {
   int filled = 0;
   int numbers = 0;         ///< with "." or a lone ","
+  int points = 0;          ///< fields with a point as the mark of decimals
   int commas = 0;          ///< fields that hold a comma
   int open_commas = 0;     ///< of these, fields whose comma may group as well as be the decimals'
   int decimal_commas = 0;  ///< fields that read by the decimal comma format
@@ -27,7 +30,8 @@ struct ColumnCounts {
   int groupings = 0;       ///< of these, fields that read so and no other way
   int quantities = 0;      ///< fields with a unit behind the number
   int flagged = 0;         ///< of these, with a mark in the place of the unit
-  int uncertain = 0;       ///< of these, with "± 0.2" or "(5)" there
+  int uncertain = 0;       ///< of these, with "± 0.2" or " (5)" there
+  int with_errors = 0;     ///< of these, with "± 0.2" or "(5)", which can be read
   std::vector<std::string> units = {};  ///< different ones, "" where a number but zero has none
   int days_month_first = 0;
   int days_day_first = 0;
@@ -63,6 +67,7 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
   const bool number = (!comma && !grouped_by_blanks && !grouped_by_points) ||
                       ValueOfField(text, ColumnFormat::Number).has_value();
   column.numbers += number ? 1 : 0;
+  column.points += number && !comma && point != text.npos && !PointMayGroup(text, point) ? 1 : 0;
   if (!comma && !grouped_by_blanks) {
     // A number without a comma reads in every format, but with a point only where that may group.
     const bool reads =
@@ -81,13 +86,13 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
 }
 
 void CountQuantity(std::string_view text, ColumnCounts& column) {
-  const bool unit = ValueOfField(text, ColumnFormat::NumberWithUnit).has_value();
-  if (unit) {
+  if (const std::optional<NumberAndUnit> split = SplitUnit(text)) {
     ++column.quantities;
-    const std::string_view written = SplitUnit(text)->unit;
+    const std::string_view written = split->unit;
     const bool flagged = text.back() == '*' || text.back() == '#';
     column.uncertain += text.back() != '%' && written.empty() ? 1 : 0;
     column.flagged += flagged ? 1 : 0;
+    column.with_errors += split->uncertainty ? 1 : 0;
     if (!flagged && !written.empty()) NoteUnit(written, column);
   } else {
     CountNumber(text, column);
@@ -145,8 +150,12 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   guess.has_units = counts.quantities > numbers || (flags && !groups && counts.commas == 0);
   guess.has_uncertainties = guess.has_units && counts.uncertain > 0;
   if (guess.has_units) {
-    guess.format = ColumnFormat::NumberWithUnit;
+    const bool units_only = counts.flagged + counts.uncertain == 0;
+    const bool scaled =
+        units_only && counts.units.size() < kNotedUnits && !CommonBaseUnit(counts.units).empty();
+    guess.format = scaled ? ColumnFormat::ScaledUnit : ColumnFormat::NumberWithUnit;
     guess.units = counts.units;
+    guess.has_errors = 2 * counts.with_errors > counts.filled;
   } else if (groups) {
     guess.format = ColumnFormat::GroupedThousands;
   } else if (counts.decimal_commas > counts.numbers ||
@@ -176,6 +185,18 @@ void FindColumnsAhead(std::size_t rows, const std::vector<ColumnCounts>& counts,
   }
 }
 
+/// Between columns parted by commas "99,362" is no decimal beside "0.5" in another: the comma groups.
+void SettleCommas(const TextLayout& layout, const std::vector<ColumnCounts>& counts,
+                  std::vector<ColumnGuess>& columns) {
+  const auto has_points = [](const ColumnCounts& column) { return column.points > 0; };
+  if (!layout.IsSeparator(',') || std::ranges::none_of(counts, has_points)) return;
+  for (ColumnGuess& column : columns) {
+    if (!column.commas_open) continue;
+    column.commas_open = false;
+    column.format = ColumnFormat::GroupedThousands;
+  }
+}
+
 /// Hands over the texts of a row's fields by column.
 template <class Take>
 void ForEachField(std::string_view row, const TextLayout& layout, std::string& buffer, Take take) {
@@ -188,14 +209,18 @@ void ForEachField(std::string_view row, const TextLayout& layout, std::string& b
 }
 
 void KeepValues(std::span<const std::string_view> rows, const TextLayout& layout,
-                std::vector<ColumnGuess>& columns) {
+                std::size_t later_rows, std::vector<ColumnGuess>& columns) {
   const std::size_t most = kKeptFields / std::max<std::size_t>(columns.size(), 1);
+  const std::size_t kept = std::min({rows.size(), most, kKeptValues});
   std::string buffer;
-  for (const std::string_view row : rows.first(std::min({rows.size(), most, kKeptValues}))) {
-    ForEachField(row, layout, buffer, [&](std::size_t i, std::string_view text) {
+  for (std::size_t row = 0; row < kept; ++row) {
+    const std::size_t later = row + later_rows < rows.size() ? 0 : 1;
+    ForEachField(rows[row], layout, buffer, [&](std::size_t i, std::string_view text) {
       if (!columns[i].has_numbers) return;
       const std::optional<double> value = ValueOfField(text, columns[i].format);
-      if (value) columns[i].values.push_back(*value);
+      if (!value) return;
+      columns[i].values.push_back(*value);
+      columns[i].later_values += later;
     });
   }
 }
@@ -208,15 +233,17 @@ bool ColumnGuess::IsConstant() const {
 }
 
 bool ColumnGuess::CountsRows() const {
-  if (values.size() < 3 || is_date || (values.front() != 0 && values.front() != 1)) return false;
+  const std::size_t successive = Successive().size();
+  if (successive < 3 || is_date || (values.front() != 0 && values.front() != 1)) return false;
   for (std::size_t i = 1; i < values.size(); ++i) {
-    if (values[i] != values[i - 1] + 1) return false;
+    const double step = values[i] - values[i - 1];
+    if (i < successive ? step != 1 : step < 1 || step != std::floor(step)) return false;
   }
   return true;
 }
 
 std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
-                                      const TextLayout& layout) {
+                                      const TextLayout& layout, std::size_t later_rows) {
   std::vector<ColumnCounts> counts;
   std::string buffer;
   for (std::size_t row = 0; row < rows.size(); ++row) {
@@ -230,8 +257,9 @@ std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
   std::vector<ColumnGuess> columns;
   columns.reserve(counts.size());
   for (const ColumnCounts& column : counts) columns.push_back(Judge(column));
+  SettleCommas(layout, counts, columns);
   FindColumnsAhead(rows.size(), counts, columns);
-  KeepValues(rows, layout, columns);
+  KeepValues(rows, layout, later_rows, columns);
   return columns;
 }
 

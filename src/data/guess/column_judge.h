@@ -21,23 +21,29 @@ struct ColumnGuess {
   bool has_zone = false;           ///< times with a zone
   bool commas_open = false;        ///< all commas read as the decimals' mark may group thousands
   bool has_units = false;          ///< a unit stands behind the numbers
-  bool has_uncertainties = false;  ///< how uncertain they are stands behind them: "± 0.2", "(5)"
+  bool has_uncertainties = false;  ///< how uncertain they are stands behind them: "± 0.2", " (5)"
+  bool has_errors = false;         ///< and can be read as their errors: "± 0.2", "(5)"
   std::vector<std::string> units = {};  ///< those that stand there, "" for none; only a few of many
   bool only_ahead = false;  ///< the first rows have it, the many behind them only other columns
   std::vector<double> values =
-      {};  ///< read by `format`, of the rows looked at; others are left out
+      {};                        ///< read by `format`, of the rows looked at; others are left out
+  std::size_t later_values = 0;  ///< so many of them, the last, are of rows spread further on
 
   bool operator==(const ColumnGuess&) const = default;
 
   /// All values are one.
   bool IsConstant() const;
-  /// The values count the rows: each is the one before it and 1.
+  /// The values of rows that follow each other.
+  std::span<const double> Successive() const {
+    return std::span(values).first(values.size() - later_values);
+  }
+  /// The values count the rows: each is the one before it and 1, and further on they are greater ones.
   bool CountsRows() const;
 };
 
-/// Judges columns by these rows. `values` are kept of a few hundred rows.
+/// Judges columns by these rows, of which the last `later_rows` stand further on. `values` are kept of a few hundred rows.
 std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
-                                      const TextLayout& layout);
+                                      const TextLayout& layout, std::size_t later_rows = 0);
 
 /// The texts of the first of these rows by columns, all columns as long; missing fields are empty.
 std::vector<std::vector<std::string>> SampleTexts(std::span<const std::string_view> rows,

@@ -26,12 +26,14 @@ LineKind KindOf(std::string_view line, const TextLayout& layout, const TableBody
   std::string buffer;
   int values = 0;
   int texts = 0;
+  int decimals = 0;
   bool first_is_value = false;
   bool first_is_solid = false;  // all rows of the body have a value there
   for (const ColumnGuess& column : body.columns) {
     const std::optional<std::string_view> field = cursor.Next();
     if (!field) break;
-    const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
+    const std::string_view text = FieldText(*field, layout, buffer);
+    const FieldKind kind = KindOfField(text);
     if (!column.has_numbers || kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
     // Over numbers a date is a name.
     const bool value = IsValue(kind) && (kind != FieldKind::Date || column.is_date);
@@ -40,8 +42,10 @@ LineKind KindOf(std::string_view line, const TextLayout& layout, const TableBody
       first_is_solid = column.values.size() == body.rows.size();
     }
     ++(value ? values : texts);
+    decimals += kind == FieldKind::Number && text.find('.') != text.npos ? 1 : 0;
   }
-  if (texts == 0) return LineKind::Values;
+  // No names are written with decimals.
+  if (texts == 0 || (decimals > 1 && decimals > texts)) return LineKind::Values;
   if (texts > values || (!first_is_value && first_is_solid)) return LineKind::Names;
   return first_is_value ? LineKind::Values : LineKind::Mixed;
 }
@@ -141,6 +145,25 @@ bool NamesBehindNothing(std::string_view line, const TextLayout& layout, const T
   return fields.size() == body.columns.size() && fields.front().empty() && AreNumbersAcross(fields);
 }
 
+/// " 20 0.0 3.14 1.0" above rows of decimals: behind lines that begin with whole numbers, one of which is shorter than the rows.
+std::size_t BehindSizes(std::span<const std::string_view> lines, std::size_t from,
+                        const TextLayout& layout, const TableBody& body) {
+  constexpr std::size_t kMostSizes = 5;
+  const std::vector<std::vector<std::string>> samples = SampleTexts(body.rows, layout);
+  const auto decimal = [](const std::string& text) { return text.find('.') != text.npos; };
+  if (samples.empty() || samples.front().size() < kRowsPerLabel ||
+      !std::ranges::all_of(samples.front(), decimal)) {
+    return from;
+  }
+  bool shorter = false;
+  for (std::size_t i = from; i < std::min(lines.size(), from + kMostSizes); ++i) {
+    const std::vector<std::string> fields = TextsOf(lines[i], layout);
+    if (fields.empty() || !ParseInteger(fields.front())) return shorter ? i : from;
+    shorter = shorter || fields.size() < samples.size();
+  }
+  return from;
+}
+
 }  // namespace
 
 std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
@@ -157,11 +180,30 @@ std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
     if (across) continue;
     const LineKind kind = KindOf(lines[i], layout, body);
     if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) {
-      return BehindOtherWords(lines, i, layout, body);
+      return BehindOtherWords(lines, BehindSizes(lines, i, layout, body), layout, body);
     }
     names_seen = true;
   }
   return from;
+}
+
+std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::size_t first,
+                               const TextLayout& layout, const TableBody& body) {
+  const auto numbers =
+      static_cast<std::size_t>(std::ranges::count_if(body.columns, &ColumnGuess::has_numbers));
+  if (numbers < 2) return first;
+  const auto is_row = [&](std::string_view line) {
+    const std::vector<std::string> fields = TextsOf(line, layout);
+    if (fields.size() != body.columns.size()) return false;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      const FieldKind kind = KindOfField(fields[i]);
+      const bool fits = kind == FieldKind::Quantity ? body.columns[i].has_units : IsValue(kind);
+      if (body.columns[i].has_numbers && !fits) return false;
+    }
+    return true;
+  };
+  while (first > 0 && IsDataLine(lines[first - 1], layout) && is_row(lines[first - 1])) --first;
+  return first;
 }
 
 namespace {

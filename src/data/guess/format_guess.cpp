@@ -1,6 +1,7 @@
 #include "data/guess/format_guess.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "base/ascii.h"
@@ -11,6 +12,8 @@
 #include "data/guess/labelled_table.h"
 #include "data/guess/separators_guess.h"
 #include "data/guess/table_search.h"
+#include "data/guess/table_worth.h"
+#include "data/guess/touching_fields.h"
 #include "data/text/column_cuts.h"
 #include "data/text/field_kind.h"
 #include "data/text/header_lines.h"
@@ -28,20 +31,10 @@ namespace {
 
 using Lines = std::vector<std::string_view>;
 
-constexpr std::size_t kFewRows = 10;  // that are a table only where they are much of the text
-constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one such row outweighs
-constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
-constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
-constexpr std::size_t kFewestNamedRows = 3;  // below a line of names, at the end of a text
-constexpr std::size_t kLinesBehindNamed = 2;
 constexpr std::size_t kJudgedRows = 200;     // of the first lines; fewer where they hold more than
 constexpr std::size_t kJudgedFields = 4000;  // so many fields
 constexpr std::size_t kRoughRows = 60;
 constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
-constexpr std::size_t kLinesAboveRule = 3;  // names, units, the rule itself
-constexpr std::size_t kReportRows = 15;     // of each table of a report
-constexpr double kReportDensity = 0.9;      // of values among the fields of each table of a report
-constexpr double kTableDensity = 0.6;       // share of values among the fields of a table that is
 
 bool IsBlankSeparated(const TextFormat& format) {
   return format.separators.find(' ') != std::string::npos;
@@ -102,7 +95,7 @@ class Guess {
     format_.column_cuts = hints_.column_cuts.value_or(std::string());
     format_.cuts_from = CutsFrom::Nowhere;
     const bool choose = !hints_.separators && !IsByPlace(format_);
-    if (choose && TakeDescribedTable()) return true;
+    if (choose && (TakeDescribedTable() || TakeTouchingTable())) return true;
     if (choose) tables_ = ChooseSeparators(lines_.first, line_end_, format_);
     if (hints_.separators) format_.separators = *hints_.separators;
     const bool blanks = IsBlankSeparated(format_);
@@ -113,7 +106,8 @@ class Guess {
     if (choose && blanks && format_.merge_separators) TakeGappedTable();
     if (hints_.header_lines) return true;
     const FoundTable* best = HeaviestTable(tables_);
-    format_.is_table = best != nullptr && IsWorthIt(*best);
+    format_.is_table =
+        best != nullptr && IsWorthIt(*best, tables_, lines_, LayoutOf(format_, line_end_));
     if (!format_.is_table && choose && TakeLabelledTable()) best = &tables_.front();
     return format_.is_table && best->rows >= kFewRows;
   }
@@ -150,6 +144,16 @@ class Guess {
     return true;
   }
 
+  bool TakeTouchingTable() {
+    if (hints_.column_cuts || hints_.header_lines) return false;
+    const auto found = FindTouchingTable(lines_.first, LayoutOf(format_, line_end_));
+    if (!found) return false;
+    Take(*found, CutsFrom::Rows);
+    tables_ = {found->table};
+    format_.is_table = true;
+    return true;
+  }
+
   void TakeGappedTable() {
     if (hints_.column_cuts) return;
     const auto found = FindGappedTable(lines_.first, text_, LayoutOf(format_, line_end_), tables_);
@@ -165,56 +169,6 @@ class Guess {
   void Take(const CutTable& found, CutsFrom from) {
     format_.column_cuts = ColumnCutsText(found.cuts);
     format_.cuts_from = from;
-  }
-
-  /// Few rows within much text are an accident.
-  bool IsWorthIt(const FoundTable& table) const {
-    const TextLayout layout = LayoutOf(format_, line_end_);
-    const auto is_text = [&layout](std::string_view line) { return IsDataLine(line, layout); };
-    const std::size_t rows = table.rows + table.odd_rows;
-    if (rows == 1 && table.weight < kTableDensity) return false;
-    const auto lines =
-        static_cast<std::size_t>(std::count_if(lines_.first.begin(), lines_.first.end(), is_text));
-    if (rows < kFewRows || table.fields == 1) {
-      return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= lines ||
-             EndsNamed(table, layout) || StandsBelowRule(table, layout);
-    }
-    // A report of tables is no text with an example.
-    if (2 * RowsOfTables() >= lines) return true;
-    // However long its preamble, a file of data ends with its data; within a text they are an example.
-    return kLinesPerRow * rows >= lines || table.behind + kLinesBehind >= lines_.first.size();
-  }
-
-  /// A few full rows below a line that names their columns end the text.
-  bool EndsNamed(const FoundTable& table, const TextLayout& layout) const {
-    const bool full = table.weight >= static_cast<double>(table.rows) && table.odd_rows == 0;
-    if (!lines_.whole || !full || table.fields < 2 || table.rows < kFewestNamedRows) return false;
-    if (table.behind + kLinesBehindNamed < lines_.first.size()) return false;
-    const auto above = std::span(lines_.first).first(table.first);
-    const std::int32_t names = FindHeaderLines(above, layout, table.fields).names;
-    return names > 0 && static_cast<std::size_t>(names) + kLinesBehindNamed > table.first;
-  }
-
-  /// Rows below a rule of as many strokes as they have fields, below as many names.
-  bool StandsBelowRule(const FoundTable& table, const TextLayout& layout) const {
-    const bool long_enough = table.fields > 1 && table.rows >= kFewestNamedRows;
-    if (!long_enough || table.first < kLinesAboveRule) return false;
-    const Lines& lines = lines_.first;
-    if (!UnitsOverRule({}, lines[table.first - 1], layout, table.fields)) return false;
-    const auto names = [&](std::size_t line) {
-      return CountFields(lines[line], layout, table.fields + 1) == table.fields;
-    };
-    return names(table.first - 2) || names(table.first - 3);
-  }
-
-  /// Rows of all tables that are long and full.
-  std::size_t RowsOfTables() const {
-    std::size_t rows = 0;
-    for (const FoundTable& table : tables_) {
-      const bool full = table.weight >= kReportDensity * static_cast<double>(table.rows);
-      if (table.fields > 1 && table.rows >= kReportRows && full) rows += table.rows;
-    }
-    return rows;
   }
 
   void PlaceTable() {
@@ -233,7 +187,12 @@ class Guess {
     // Headers are told from rows by what stands in the middle of the table.
     const std::size_t skipped = rows.size() < 4 ? 0 : rows.size() / 3;
     const std::span<const std::string_view> body = std::span(rows).subspan(skipped);
-    table_.first = FirstRow(lines_.first, table_.first, layout, {body, JudgeColumns(body, layout)});
+    const TableBody judged{body, JudgeColumns(body, layout)};
+    table_.first = FirstRow(lines_.first, table_.first, layout, judged);
+    // Behind a line that names its columns it begins there.
+    if (table_.first == best->first) {
+      table_.first = WithAlikeRowsAbove(lines_.first, table_.first, layout, judged);
+    }
     table_.first = WithRaggedRowsAbove(lines_.first, table_.first, layout);
     format_.header_lines = static_cast<std::int32_t>(table_.first);
     NoteOthers(*best);
@@ -439,23 +398,26 @@ class Guess {
     return std::clamp(kJudgedFields / columns, kRoughRows, kJudgedRows);
   }
 
-  /// The rows of the table, those of the places further on among them unless it ends before.
-  Lines Rows(const TextLayout& layout) const {
+  /// The first rows of the table.
+  Lines FirstRows(const TextLayout& layout) const {
     const std::size_t behind = format_.table_lines > 0 ? table_.behind : lines_.first.size();
-    Lines rows = RowsWithin(
-        lines_.first, static_cast<std::size_t>(format_.header_lines),
-        std::min(behind, static_cast<std::size_t>(format_.header_lines) + JudgedRows()), layout);
+    const auto first = static_cast<std::size_t>(format_.header_lines);
+    return RowsWithin(lines_.first, first, std::min(behind, first + JudgedRows()), layout);
+  }
+
+  /// These, and those of the places further on unless the table ends before.
+  Lines Rows(const TextLayout& layout) const {
+    Lines rows = FirstRows(layout);
     if (format_.table_lines > 0) return rows;
-    for (const std::string_view line : lines_.later) {
-      if (IsDataLine(line, layout)) rows.push_back(line);
-    }
+    std::ranges::copy_if(lines_.later, std::back_inserter(rows),
+                         [&](std::string_view line) { return IsDataLine(line, layout); });
     return rows;
   }
 
   void JudgeAll() {
     const TextLayout layout = LayoutOf(format_, line_end_);
     const Lines rows = Rows(layout);
-    format_.columns = JudgeColumns(rows, layout);
+    format_.columns = JudgeColumns(rows, layout, rows.size() - FirstRows(layout).size());
     format_.samples = SampleTexts(rows, layout);
   }
 

@@ -4,59 +4,12 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
+#include "data/guess/other_texts.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::int32_t kLinesLookedAt = 1000;
-constexpr std::size_t kBytesLookedAt = 16 * 1024;
-constexpr std::size_t kContinuedLines = 2;  // that make sure
-constexpr std::size_t kOddShare = 50;       // one odd row of so many is told
-
-/// True where lines end in a stroke that says "the record goes on": beyond a table of one row a line.
-bool ContinuesLines(std::string_view text, char line_end) {
-  LineWalker walker(text, line_end);
-  std::size_t continued = 0;
-  std::size_t lines = 0;
-  for (std::int32_t i = 0; i < kLinesLookedAt && !walker.AtEnd(); ++i) {
-    const std::string_view line = TrimBlankBytes(walker.Next());
-    if (line.empty() || line.front() == '#') continue;
-    ++lines;
-    continued +=
-        line.ends_with('\\') && !line.ends_with("\\\\") ? 1 : 0;  // two end a row that is typeset
-  }
-  return continued >= kContinuedLines && 2 * continued >= lines;
-}
-
-/// Texts whose lines look like rows of a table and are none: how they begin, what they hold, why not.
-struct OtherText {
-  std::string_view begins;
-  std::string_view holds;
-  const char* why;
-};
-
-constexpr OtherText kOtherTexts[] = {
-    {"##", "##NTUPLES",
-     "This is JCAMP-DX of several tables (NTUPLES), which cannot be read; save it as X and Y in "
-     "two "
-     "columns"},
-    {">HEAD", ">FREQ",
-     "This is EDI, whose values go over several lines, which cannot be read; convert them to "
-     "columns"},
-    {"$GP", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
-    {"$GN", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
-};
-
-void RefuseOtherTexts(std::string_view text, const std::string& name) {
-  const std::string_view head = text.substr(0, kBytesLookedAt);
-  for (const OtherText& other : kOtherTexts) {
-    if (head.starts_with(other.begins) && head.find(other.holds) != head.npos) {
-      throw FileError(other.why, name, "");
-    }
-  }
-}
+constexpr std::size_t kOddShare = 50;  // one odd row of so many is told
 
 /// The first few places of many.
 std::string FirstCuts(const std::string& cuts) {
@@ -71,13 +24,11 @@ std::string FirstCuts(const std::string& cuts) {
 
 }  // namespace
 
-void RequireTable(const TextFormat& format, std::string_view text, const std::string& name) {
-  const bool returns_only = text.find('\n') == text.npos;
-  if (ContinuesLines(text, returns_only ? '\r' : '\n')) {
-    throw FileError("Each record of this file goes over several lines; such files cannot be read",
-                    name, "the lines end in \"\\\"");
+void RequireTable(const TextFormat& format, std::string_view text, const std::string& name,
+                  TableBy by) {
+  if (const std::string why = WhyNoTable(text, format, by); !why.empty()) {
+    throw FileError(why, name, "");
   }
-  RefuseOtherTexts(text, name);
   if (format.is_table) return;
   throw FileError("The file holds no table of numbers", name,
                   "no lines with the same number of values follow each other");
@@ -121,7 +72,9 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
     notes.push_back("the names are put together from lines " + upper + " and " +
                     std::to_string(format.names_line) + " (--no-stacked-names takes the lower)");
   }
-  if (std::ranges::any_of(format.columns, &ColumnGuess::has_uncertainties)) {
+  if (std::ranges::any_of(format.columns, [](const ColumnGuess& column) {
+        return column.has_uncertainties && !column.has_errors;
+      })) {
     notes.emplace_back("what stands behind numbers as \"± 0.2\" or \"(5)\" is passed over");
   }
   if (format.table_rows == 1) notes.emplace_back("the table has one row only");

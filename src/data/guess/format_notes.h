@@ -9,8 +9,13 @@
 
 namespace tarnwick {
 
-/// Throws FileError when the text holds no table of values. `name` is for the message.
-void RequireTable(const TextFormat& format, std::string_view text, const std::string& name);
+/// Whose word it is that the text holds a table.
+enum class TableBy { Guess, User };
+
+/// Throws FileError when the text holds no table of values; for the guess, also when its rows are what they never are in one.
+/// `name` is for the message.
+void RequireTable(const TextFormat& format, std::string_view text, const std::string& name,
+                  TableBy by = TableBy::Guess);
 
 /// One clause for each decision that a reader may see otherwise: several tables, rows that do not fit.
 std::vector<std::string> NotesOf(const TextFormat& format);

@@ -7,6 +7,7 @@
 #include "base/ascii.h"
 #include "data/guess/row_frame.h"
 #include "data/text/field_kind.h"
+#include "data/text/line_words.h"
 
 namespace tarnwick {
 namespace {
@@ -28,7 +29,7 @@ constexpr Together kTogether[] = {{'|', " |"},       // "1 | 2.5 3.5 |"
                                   {' ', " ,()"},     // "0.1 (2.5,3.5)"
                                   {'\t', "\t,"},     // "0.1<tab>2.5,3.5"
                                   {'\t', "\t,()"}};  // "0.1<tab>(2.5,3.5)"
-constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*"};
+constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*", ">"};
 
 /// The tables that certain separators make of the lines. Every field counts but where blanks separate, or frames of rows do.
 std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& format, Lines lines,
@@ -110,6 +111,24 @@ bool IsFlag(char c) {
   return !IsBlankByte(c) && !IsLetter(c) && c != '*';
 }
 
+/// "*  -4  1 -3": the mark labels a row.
+bool LabelsRow(std::string_view rest) {
+  const std::vector<LineWord> words = WordsOfLine(rest);
+  return words.size() > 1 && std::ranges::all_of(words, [](const LineWord& word) {
+           return KindOfField(word.text) == FieldKind::Number;
+         });
+}
+
+/// True where the mark at the beginning of the line belongs to a value or labels a row; "*" and ";" alone stand for what is
+/// missing, ">5" for what is beyond what can be measured.
+bool BelongsToRow(std::string_view mark, std::string_view line) {
+  const std::string_view rest = TrimBlankBytes(line.substr(mark.size()));
+  if (rest.empty()) return false;
+  const char next = line[mark.size()];
+  if (mark == ">") return IsDigit(next) || next == '=' || next == '.';
+  return mark == "*" && (IsFlag(next) || LabelsRow(rest));
+}
+
 }  // namespace
 
 TextLayout LayoutOf(const TextFormat& format, char line_end) {
@@ -144,9 +163,7 @@ void ChooseCommentMarks(Lines lines, TextFormat& format) {
       const std::string_view line = TrimBlankBytes(whole);
       if (!line.starts_with(mark)) continue;
       ++remarks;
-      const std::string_view rest = TrimBlankBytes(line.substr(mark.size()));
-      // "*" and ";" alone stand for what is missing, and before a value they belong to it.
-      separates = separates || (mark == "*" && !rest.empty() && IsFlag(line[mark.size()]));
+      separates = separates || BelongsToRow(mark, line);
     }
     if (remarks > 0 && !separates) format.comment_marks += " " + std::string(mark);
   }

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <initializer_list>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "base/word_list.h"
 #include "data/guess/time_guess.h"
 #include "data/import/import_file.h"
+#include "data/import/past_midnight.h"
 #include "data/text/missing_values.h"
 #include "data/text/text_names.h"
 
@@ -116,6 +118,9 @@ void TellOfImpossibleDates(ImportSource& source) {
 void SettleTimes(const ImportOptions& options, ImportSource& source) {
   if (!options.x_column && !options.x_format) FindTime(source);
   SettleStoredTimes(options, source);
+  for (ColumnGuess& column : source.columns) {
+    if (!options.x_format && GoOnPastMidnight(column)) LetGoOn(column);
+  }
 }
 
 void SettleStoredTimes(const ImportOptions& options, ImportSource& source) {
@@ -155,7 +160,10 @@ void SettleMissingValues(const ImportOptions& options, ImportSource& source) {
   const MissingValues missing(source.info.MissingValues);
   if (missing.Empty()) return;
   for (ColumnGuess& column : source.columns) {
-    std::erase_if(column.values, [&](double value) { return missing.MatchesNumber(value); });
+    const auto is_missing = [&](double value) { return missing.MatchesNumber(value); };
+    const auto later = std::span(column.values).last(column.later_values);
+    column.later_values -= static_cast<std::size_t>(std::ranges::count_if(later, is_missing));
+    std::erase_if(column.values, is_missing);
   }
 }
 

@@ -4,11 +4,14 @@
 #include <cmath>
 #include <iterator>
 
+#include "base/ascii.h"
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "base/word_list.h"
 #include "data/import/constant_columns.h"
 #include "data/import/error_columns.h"
+#include "data/import/error_judge.h"
+#include "data/import/error_names.h"
 #include "data/import/import_file.h"
 #include "data/import/name_words.h"
 #include "data/import/value_order.h"
@@ -162,36 +165,37 @@ bool IsDecimalYear(const ImportSource& source, std::int32_t column) {
   });
 }
 
-/// Values below zero that are more than marks of no value.
-bool HoldsNegatives(std::vector<double> values) {
-  const std::size_t all = values.size();
-  std::erase_if(values, [](double value) { return value >= 0; });
-  std::ranges::sort(values);
-  const auto distinct = std::unique(values.begin(), values.end()) - values.begin();
-  return 4 * values.size() > all && distinct > 2;
+/// "1/4", "12:3"
+bool IsPairOfNumbers(std::string_view text) {
+  const auto is_mark = [](char c) { return c == '/' || c == ':' || c == '-'; };
+  return text.size() > 1 && IsDigit(text.front()) && IsDigit(text.back()) &&
+         std::ranges::none_of(text, &IsLetter) && std::ranges::count_if(text, is_mark) == 1;
 }
 
-/// "dx" and "dy" beside no "x" are steps, "dx" beside it is its error; "drate" beside "rate" is that of it.
-bool IsErrorColumn(const ImportSource& source, const ChosenColumns& chosen, std::int32_t column) {
-  constexpr std::string_view kDx[] = {"dx"}, kDy[] = {"dy"}, kX[] = {"x"};
-  const std::string name = source.NameOf(column);
-  const std::vector<double>& values = source.GuessOf(column).values;
-  if (!values.empty() && std::ranges::all_of(values, [](double error) { return error == 0; })) {
-    return false;
+/// "5.088E-12.09190.391"
+bool AreTouchingNumbers(std::string_view text) {
+  constexpr std::string_view kOfNumbers = "0123456789.+-eE";
+  return std::ranges::count(text, '.') > 1 && text.find_first_not_of(kOfNumbers) == text.npos &&
+         text.find_first_of("-+eE") != text.npos;
+}
+
+/// Columns that look like numbers and are none do not vanish without a word.
+void TellOfNearNumbers(const ImportSource& source, ChosenColumns& chosen) {
+  Columns near;
+  for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
+    const std::vector<std::string>& texts = source.samples[i];
+    if (source.columns[i].has_numbers || texts.empty()) continue;
+    const auto is_near = [](const std::string& text) {
+      return IsPairOfNumbers(text) || AreTouchingNumbers(text);
+    };
+    if (std::ranges::all_of(texts, is_near)) near.push_back(static_cast<std::int32_t>(i));
   }
-  if (HoldsNegatives(values)) return false;
-  const bool x_named = HasWord(source.NameOf(chosen.x), kX);
-  if (HasWord(name, kDx)) return x_named;
-  const auto is_dx = [&](std::int32_t other) { return HasWord(source.NameOf(other), kDx); };
-  if (HasWord(name, kDy) && !x_named && std::ranges::any_of(source.NumberColumns(), is_dx)) {
-    return false;
-  }
-  const auto is_of = [&](const std::vector<std::string>& value) {
-    return !value.empty() && std::ranges::any_of(source.NumberColumns(), [&](std::int32_t other) {
-      return other != chosen.x && other != column && WordsOf(source.NameOf(other)) == value;
-    });
-  };
-  return is_of(WordsBehindD(name)) || is_of(WordsBesideErr(name)) || NamesErrors(name);
+  const auto is_part = [&](std::int32_t column) { return Holds(source.time_columns, column); };
+  std::erase_if(near, is_part);
+  if (near.empty()) return;
+  const std::string& text = source.samples[static_cast<std::size_t>(near.front())].front();
+  chosen.notes.push_back(ListOf(source, near) + (near.size() == 1 ? " is" : " are") +
+                         " left out: \"" + text + "\" is read as no number");
 }
 
 /// The columns that the user says give errors; the sources' other columns may be plotted.
@@ -222,7 +226,9 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     const bool along = TurnsRows(source.info) || HoldsValuesInTurn(source) != ValuesInTurn::No;
     if (!rises && along) chosen.x = kRowNumberColumn;
   }
-  const auto is_error = [&](std::int32_t column) { return IsErrorColumn(source, chosen, column); };
+  const auto is_error = [&](std::int32_t column) {
+    return IsErrorColumn(source, chosen.x, column);
+  };
   Columns errors;
   if (!chosen.y.empty()) {
     std::ranges::copy_if(numbers, std::back_inserter(errors), [&](std::int32_t column) {
@@ -253,6 +259,12 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     chosen.notes.emplace_back(
         "the values of a row seem to go on in the next, as one curve: they are shown column by "
         "column");
+  }
+  TellOfNearNumbers(source, chosen);
+  if (chosen.x == kRowNumberColumn && chosen.y.size() == 1 && source.columns.size() > 1 &&
+      !options.x_column && source.GuessOf(chosen.y.front()).CountsRows()) {
+    throw FileError("Of the columns only one holds numbers, and it counts the rows",
+                    source.supplier->Describe(), source.Quoted(chosen.y.front()));
   }
   LeavingOut out(source, chosen);
   out.Tell(ComplexColumns(source),

@@ -175,7 +175,9 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
     examining.Begin(kTitle, text->Name(), static_cast<std::int64_t>(all.size()));
   }
   TextFormat format = GuessTextFormat(all, HintsOf(options), examining);
-  RequireTable(format, all, text->Name());
+  const bool by_user = options.x_column || !options.y_columns.empty() || options.headers ||
+                       options.separators || options.width || options.cuts;
+  RequireTable(format, all, text->Name(), by_user ? TableBy::User : TableBy::Guess);
   format.ApplyTo(source.info);
   if (!options.names_line) DropStatedNames(all, text->LineEnd(), source.info);
   source.info.MissingValues = options.missing.value_or(source.info.MissingValues);

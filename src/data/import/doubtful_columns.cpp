@@ -6,6 +6,8 @@
 
 #include "base/word_list.h"
 #include "data/import/import_file.h"
+#include "data/import/x_choice.h"
+#include "data/text/si_unit.h"
 
 namespace tarnwick {
 namespace {
@@ -48,33 +50,29 @@ void TellOfUnits(const ImportSource& source, const Columns& guessed, Notes& note
     for (const std::string& unit : units) {
       written.push_back(unit.empty() ? "none" : '"' + unit + '"');
     }
+    const bool scaled = source.GuessOf(column).format == ColumnFormat::ScaledUnit;
     notes.push_back("the units in " + source.Quoted(column) + " differ (" + Listed(written) +
-                    "): numbers are read as they stand, not brought to one unit");
+                    "): " +
+                    (scaled ? "all numbers are in " + CommonBaseUnit(units) +
+                                  " (--y-format unit, of X --x-format, takes them as they stand)"
+                            : "numbers are read as they stand, not brought to one unit"));
   }
-}
-
-/// True for times of day that rise from row to row, but fall back from late to early.
-bool PassMidnight(const ColumnGuess& column) {
-  constexpr double kHalfDay = 0.5;
-  const std::vector<double>& times = column.values;
-  const auto of_day = [](double time) { return time >= 0 && time < 1; };
-  if (!column.is_date || !std::ranges::all_of(times, of_day)) return false;
-  bool passes = false;
-  for (std::size_t i = 1; i < times.size(); ++i) {
-    if (times[i] >= times[i - 1]) continue;
-    if (times[i - 1] - times[i] < kHalfDay) return false;
-    passes = true;
-  }
-  return passes;
 }
 
 void TellOfMidnight(const ImportSource& source, const Columns& guessed, Notes& notes) {
   for (const std::int32_t column : guessed) {
-    if (!PassMidnight(source.GuessOf(column))) continue;
+    if (source.GuessOf(column).format != ColumnFormat::TimeGoingOn) continue;
     notes.push_back("the times in " + source.Quoted(column) +
-                    " go on past midnight without a date: all are shown on one day (dates in a "
-                    "column beside them part the days)");
+                    " go on past midnight without a date: a day is added each time (--x-format "
+                    "date shows all on one day)");
   }
+}
+
+void TellOfX(const ImportSource& source, const ChosenColumns& columns, Notes& notes) {
+  if (!columns.own_x.empty() || !IsXForWantOfBetter(source, columns.x)) return;
+  notes.push_back(source.Quoted(columns.x) +
+                  " is taken as X because nothing tells which column is (--x names "
+                  "another)");
 }
 
 }  // namespace
@@ -83,6 +81,7 @@ std::vector<std::string> DoubtsOf(const ImportSource& source, const ImportOption
                                   const ChosenColumns& columns) {
   const Columns guessed = GuessedColumns(options, columns);
   Notes notes;
+  if (!options.x_column) TellOfX(source, columns, notes);
   TellOfCommas(source, guessed, notes);
   TellOfUnits(source, guessed, notes);
   TellOfMidnight(source, guessed, notes);

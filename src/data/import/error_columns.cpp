@@ -7,6 +7,9 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
+#include "data/import/error_judge.h"
+#include "data/import/error_names.h"
 #include "data/import/import_file.h"
 #include "data/import/name_words.h"
 
@@ -16,42 +19,6 @@ namespace {
 using Columns = std::vector<std::int32_t>;
 using Words = std::vector<std::string>;
 
-constexpr std::string_view kErrorWords[] = {"err",   "error",  "errors",      "sigma",   "std",
-                                            "stdev", "stddev", "sd",          "sem",     "stderr",
-                                            "unc",   "dy",     "uncertainty", "\xCF\x83"};
-constexpr std::string_view kErrorSigns[] = {"+-", "+/-", "\xC2\xB1"};
-// Of columns whose numbers are parts of the values beside them.
-constexpr std::string_view kRelativeWords[] = {"rel", "relative", "percent", "pct"};
-constexpr std::string_view kFillers[] = {"in",        "of",  "on",       "the",     "dev",
-                                         "deviation", "abs", "standard", "absolute"};
-
-bool IsOf(std::span<const std::string_view> known, const std::string& word) {
-  return std::ranges::find(known, word) != known.end();
-}
-
-/// What is left of an error's name: that of what it belongs to, "y" of "dy".
-Words NamedAfter(std::string_view name) {
-  Words words = WordsOf(name);
-  const bool sign = std::ranges::any_of(
-      kErrorSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
-  for (std::string& word : words) {
-    if (word == "dy" || word == "dx") word.erase(0, 1);
-  }
-  std::erase_if(words, [sign](const std::string& word) {
-    return IsOf(kErrorWords, word) || IsOf(kFillers, word) || (sign && word.empty());
-  });
-  return words;
-}
-
-/// How well a column's name is the one that an error is named after: 2 wholly, 1 but for words behind it, such as units, or
-/// before it ("set A" and "err A").
-int Match(const Words& after, const Words& name) {
-  if (after.empty() || after.size() > name.size()) return 0;
-  const bool begins = std::equal(after.begin(), after.end(), name.begin());
-  const bool ends = std::equal(after.rbegin(), after.rend(), name.rbegin());
-  return !begins && !ends ? 0 : after.size() == name.size() ? 2 : 1;
-}
-
 /// The guess, error by error.
 class ErrorGuess {
  public:
@@ -60,13 +27,16 @@ class ErrorGuess {
 
   void GiveX() {
     const auto found = std::ranges::find_if(candidates_, [this](std::int32_t column) {
-      return BelongsToX(NamedAfter(source_.NameOf(column))) ||
+      return BelongsToX(ValueNamedIn(source_.NameOf(column))) ||
              (IsNameless(column) && IsBehindX(column));
     });
     if (found == candidates_.end()) return;
     Take(*found, chosen_.x, chosen_.x_errors);
   }
   void GiveY() {
+    for (const std::int32_t column : Columns(candidates_)) {
+      if (StandsBehindSign(source_, column)) GiveTo(column, column - 2);
+    }
     for (const int least : {2, 1}) {
       for (const std::int32_t column : Columns(candidates_)) GiveNamed(column, least);
     }
@@ -74,8 +44,20 @@ class ErrorGuess {
       for (const std::int32_t column : Columns(candidates_)) GiveLeftNeighbour(column);
     }
   }
+  /// "12.5 ± 0.2": from the column of the values itself.
+  void GiveOwn(std::int32_t value, const std::optional<ColumnFormat>& format,
+               ChosenErrors& errors) {
+    if (format || errors.column || !source_.GuessOf(value).has_errors) return;
+    errors = {{ErrorKind::Column, 0}, value};
+    own_.push_back(source_.Quoted(value));
+  }
   void Tell() {
     constexpr std::size_t kMost = 5;
+    if (!own_.empty()) {
+      chosen_.errors_note = "what stands behind the numbers of " + Listed(own_, kMost) +
+                            " (\"± 0.2\", \"(5)\") is taken as their error";
+      chosen_.errors_note += taken_.empty() ? "" : ", ";
+    }
     for (std::size_t i = 0; i < std::min(taken_.size(), kMost); ++i) {
       const auto& [column, value] = taken_[i];
       const std::string of = " of " + source_.Quoted(value);
@@ -92,15 +74,15 @@ class ErrorGuess {
  private:
   /// "A Day", "A Mean", "A SD": where the name tells no more of X than of some Y, the error is that of Y.
   bool BelongsToX(const Words& after) const {
-    const int x = Match(after, WordsOf(source_.NameOf(chosen_.x)));
+    const int x = NameMatch(after, WordsOf(source_.NameOf(chosen_.x)));
     return x > 0 && std::ranges::none_of(chosen_.y, [&](std::int32_t y) {
-             return Match(after, WordsOf(source_.NameOf(y))) >= x;
+             return NameMatch(after, WordsOf(source_.NameOf(y))) >= x;
            });
   }
   bool IsNameless(std::int32_t column) const {
     const std::string name = source_.NameOf(column);
     constexpr std::string_view kDy[] = {"dy"};
-    return NamedAfter(name).empty() || HasWord(name, kDy);
+    return ValueNamedIn(name).empty() || HasWord(name, kDy);
   }
   bool IsCandidate(std::int32_t column) const {
     return std::ranges::find(candidates_, column) != candidates_.end();
@@ -128,13 +110,14 @@ class ErrorGuess {
   }
   void GiveNamed(std::int32_t column, int least) {
     const std::string name = source_.NameOf(column);
-    const Words after = NamedAfter(name);
+    const Words after = ValueNamedIn(name);
     const Words behind_d = WordsBehindD(name);
     const Words beside_err = WordsBesideErr(name);
     const auto matches = [&](std::int32_t y) {
       const Words words = WordsOf(source_.NameOf(y));
-      return !ErrorsOf(y)->column && (Match(after, words) >= least || Match(behind_d, words) == 2 ||
-                                      Match(beside_err, words) == 2);
+      return !ErrorsOf(y)->column &&
+             (NameMatch(after, words) >= least || NameMatch(behind_d, words) == 2 ||
+              NameMatch(beside_err, words) == 2);
     };
     // Of columns with one name each has the next; "flow sigma" behind "flow min" and "flow mean" is that of the last.
     if (least == 1 && IsY(column - 1) && matches(column - 1)) return GiveTo(column, column - 1);
@@ -161,6 +144,7 @@ class ErrorGuess {
   ChosenColumns& chosen_;
   Columns& candidates_;
   std::vector<std::pair<std::int32_t, std::int32_t>> taken_;
+  std::vector<std::string> own_;
 };
 
 ChosenErrors Chosen(const ImportSource& source, const ErrorOption& option, Columns& candidates) {
@@ -186,10 +170,6 @@ void TakeYOptions(const ImportSource& source, const ImportOptions& options, Chos
   }
 }
 
-bool NamesRelative(std::string_view name) {
-  return HasWord(name, kRelativeWords) || name.find('%') != name.npos;
-}
-
 bool IsRelative(const ImportSource& source, std::int32_t column) {
   return NamesRelative(source.NameOf(column));
 }
@@ -204,19 +184,6 @@ bool MeetExpression(const ImportOptions& options, const ChosenColumns& chosen) {
 
 }  // namespace
 
-bool NamesErrors(std::string_view name) {
-  const bool sign = std::ranges::any_of(
-      kErrorSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
-  return sign || HasWord(name, kErrorWords);
-}
-
-std::string ErrorsHeading(std::string_view name) {
-  const std::string heading = std::string(name) + " error";
-  const bool found =
-      !NamesRelative(name) && !NamesErrors(name) && Match(NamedAfter(heading), WordsOf(name)) == 2;
-  return found ? heading : "error";
-}
-
 void ChooseErrors(const ImportSource& source, const ImportOptions& options, ChosenColumns& chosen,
                   std::vector<std::int32_t>& candidates) {
   chosen.y_errors.assign(chosen.y.size(), {});
@@ -229,6 +196,10 @@ void ChooseErrors(const ImportSource& source, const ImportOptions& options, Chos
   ErrorGuess guess(source, chosen, candidates);
   if (!options.x_errors) guess.GiveX();
   if (options.y_errors.empty()) guess.GiveY();
+  for (std::size_t i = 0; i < chosen.y.size() && options.y_errors.empty(); ++i) {
+    guess.GiveOwn(chosen.y[i], options.y_format, chosen.y_errors[i]);
+  }
+  if (!options.x_errors) guess.GiveOwn(chosen.x, options.x_format, chosen.x_errors);
   guess.Tell();
   if (MeetExpression(options, chosen))
     chosen.errors_note += ", as read: no expression of X or Y is applied to errors";

@@ -14,6 +14,7 @@
 #include "data/import/whole_data.h"
 #include "data/packed/unpack.h"
 #include "data/text/column_cuts.h"
+#include "data/text/turned_rows.h"
 
 namespace tarnwick {
 namespace {
@@ -23,7 +24,7 @@ constexpr std::int64_t kRecordsPerAdvance = 1 << 16;
 
 bool IsDateFormat(ColumnFormat format) {
   return format == ColumnFormat::DateTime || format == ColumnFormat::DateDayFirst ||
-         format == ColumnFormat::DateMonthFirst;
+         format == ColumnFormat::DateMonthFirst || format == ColumnFormat::TimeGoingOn;
 }
 
 /// The name that finds the column of errors again, and its place.
@@ -68,6 +69,23 @@ void RequirePoints(const ImportResult& result, const ImportOptions& options,
   if (std::any_of(result.reports.begin(), result.reports.end(), has_points)) return;
   throw FileError("The file holds no row with a number for X and Y", file,
                   result.reports.front().Message());
+}
+
+/// Lines of text between blanks, of which some happen to begin with a number, are no table.
+void RequireMostRows(const ImportResult& result, const TDSInfo& info, const ImportOptions& options,
+                     const std::string& file) {
+  constexpr std::int64_t kMostShare = 3, kFewPoints = 10;
+  const bool by_blanks = info.TextSeparators.find(' ') != std::string::npos && !TurnsRows(info);
+  const bool guessed = !options.x_column && options.y_columns.empty() && !options.headers &&
+                       !options.separators && !options.x_format;
+  if (result.cancelled || info.DataSource != DataSourceKind::Text || !by_blanks || !guessed) return;
+  const auto unread = [](const LoadReport& r) {
+    return r.points > 0 && (kMostShare * (r.x_missing + r.x_not_number) > r.rows_read ||
+                            kFewPoints * (r.points + r.replaced) < r.rows_read);
+  };
+  if (!std::ranges::all_of(result.reports, unread)) return;
+  throw FileError("The file holds no table of numbers: too many of its lines have none for X or Y",
+                  file, result.reports.front().Message());
 }
 
 void CountInBlocks(const BlockSource& blocks, std::span<const ColumnRequest> requests,
@@ -174,6 +192,7 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
   result.cancelled = result.reports.front().cancelled;
   RequirePoints(result, options, source.supplier->Describe());
+  RequireMostRows(result, source.info, options, source.supplier->Describe());
   if (!options.row_choice && !options.every) SplitRuns(result, *source.supplier, load, make);
   return result;
 }

@@ -43,10 +43,10 @@ void LoadRun::LoadBlocks(const BlockSource& blocks) {
     member.x_request = Request(member.x_column, info.XFormat);
     member.y_request = Request(member.y_column, info.YFormat);
     if (const auto column = member.target->YErrorColumn()) {
-      member.y_error_request = Request(*column, FormatOfErrors(info, *column, info.YFormat));
+      member.y_error_request = Request(*column, FormatOfYErrors(info, *column));
     }
     if (const auto column = member.target->XErrorColumn()) {
-      member.x_error_request = Request(*column, FormatOfErrors(info, *column, info.XFormat));
+      member.x_error_request = Request(*column, FormatOfXErrors(info, *column));
     }
     for (const std::int32_t column : member.target->Columns()) {
       member.column_requests.push_back(Request(column, FormatOfColumn(info, column)));
@@ -64,6 +64,7 @@ void LoadRun::TakeBlock(Member& member, const RowBlock& block, const BlockSource
   for (const BlankLines& blanks : block.blanks) {
     TakeBlockRows(member, block, {row, blanks.row}, blocks);
     member.target->PassBlankLines(blanks.lines);
+    if (blanks.remark) member.target->PassRemark();
     row = blanks.row;
   }
   TakeBlockRows(member, block, {row, block.rows}, blocks);

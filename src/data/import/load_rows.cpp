@@ -39,6 +39,7 @@ void LoadRun::LoadRows() {
     for (Member& member : members_) {
       LoadTarget& target = *member.target;
       if (blanks > 0) target.PassBlankLines(blanks);
+      if (supplier_.RemarkPassed()) target.PassRemark();
       if (target.Chooser().NextRow() != supplier_.CurrentRow() - member.headers) continue;
       target.Take(ReadRow(supplier_, target.Info(), member.row, member.columns),
                   [this] { return supplier_.Line(); });
@@ -73,10 +74,10 @@ RowPlan LoadRun::PlanAhead() const {
     columns.insert({member.x_column, info.XFormat});
     columns.insert({member.y_column, info.YFormat});
     if (const auto column = target.YErrorColumn()) {
-      columns.insert({*column, FormatOfErrors(info, *column, info.YFormat)});
+      columns.insert({*column, FormatOfYErrors(info, *column)});
     }
     if (const auto column = target.XErrorColumn()) {
-      columns.insert({*column, FormatOfErrors(info, *column, info.XFormat)});
+      columns.insert({*column, FormatOfXErrors(info, *column)});
     }
     for (const std::int32_t column : target.Columns()) {
       columns.insert({column, FormatOfColumn(info, column)});

@@ -26,6 +26,20 @@ std::optional<std::int32_t> ErrorColumnOf(const ErrorRule& rule, const std::stri
   return position < 0 ? std::nullopt : std::optional(position);
 }
 
+/// Where empty lines stand between many neighbouring rows, they part nothing.
+void DropSinglePoints(std::vector<std::int32_t>& begins) {
+  constexpr std::ptrdiff_t kMany = 8;
+  std::vector<std::int32_t> kept;
+  for (auto from = begins.begin(); from != begins.end();) {
+    const auto apart = std::adjacent_find(
+        from, begins.end(), [](std::int32_t one, std::int32_t next) { return next != one + 1; });
+    const auto to = apart == begins.end() ? apart : apart + 1;
+    if (to - from < kMany) kept.insert(kept.end(), from, to);
+    from = to;
+  }
+  begins = std::move(kept);
+}
+
 }  // namespace
 
 SkipReason ReasonOf(const RowValues& values) {
@@ -43,6 +57,7 @@ LoadTarget::LoadTarget(TDataSeries& series, std::optional<std::int64_t> rows,
       columns_(transforms_.x.columns) {
   columns_.insert(columns_.end(), transforms_.y.columns.begin(), transforms_.y.columns.end());
   const TDSInfo& info = series.Source();
+  goes_on_ = info.XFormat == ColumnFormat::TimeGoingOn;
   y_error_column_ =
       ErrorColumnOf(series.Errors().y, info.YErrorColumn, info.y_error_index, report_.y_errors);
   x_error_column_ =
@@ -60,15 +75,14 @@ std::int64_t LoadTarget::Points() const {
 }
 
 bool LoadTarget::TakesColumns() const {
-  return chooser_.TakesAll() && !transforms_.x && !transforms_.y;
+  return chooser_.TakesAll() && !transforms_.x && !transforms_.y && !goes_on_;
 }
 
 void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> y,
                              const OwnErrorSpans& errors) {
   const auto rows = static_cast<std::int64_t>(x.size());
   chooser_.PassTaken(rows);
-  pieces_.SeeRow(x.front());
-  pieces_.SeeRow(x.back());
+  pieces_.SeeRows(x);
   if (!OfChosenRun()) return;
   pieces_.TakePoint(added_);
   report_.rows_read += rows;
@@ -144,6 +158,7 @@ PointGaps LoadTarget::GapsFound() const {
     if (apart && (found.empty() || found.back() != begins_[i])) found.push_back(begins_[i]);
   }
   if (2 * begins.size() > series_.Points().Size()) begins.clear();
+  DropSinglePoints(begins);
   if (!uncertain.empty()) AddGapsOfSkippedRows(uncertain, begins);
   return {std::move(begins), series_.LastId()};
 }

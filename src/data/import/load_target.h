@@ -2,6 +2,7 @@
 // knows no source.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -9,6 +10,7 @@
 
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
+#include "data/import/past_midnight.h"
 #include "data/import/piece_finder.h"
 #include "data/import/row_chooser.h"
 #include "data/import/row_reading.h"
@@ -37,9 +39,11 @@ class LoadTarget {
 
   /// Empty lines lie between the rows so far and the next.
   void PassBlankLines(std::int32_t lines) { pieces_.PassBlankLines(lines); }
+  /// A line that is no row lies there.
+  void PassRemark() { pieces_.PassRemark(); }
   /// Decides over the row Chooser().NextRow(); `line` answers its line and is asked for the first skipped row only.
   template <class LineOf>
-  void Take(const RowValues& values, LineOf&& line);
+  void Take(RowValues values, LineOf&& line);
   /// True when whole columns can be taken.
   bool TakesColumns() const;
   void TakeColumns(std::span<const double> x, std::span<const double> y,
@@ -67,6 +71,8 @@ class LoadTarget {
   LoadReport report_;
   std::int64_t added_ = 0;  // points given to the DataSet, or on their way
   PieceFinder pieces_;
+  bool goes_on_ = false;  // X are times to which days are added
+  DayCounter days_;
   std::int64_t given_ = 0;            // points given to the DataSet
   std::vector<std::int32_t> begins_;  // the lowest ids behind the first of pieces_.Beginnings()
   std::vector<double> x_;             // points not yet in the DataSet
@@ -78,10 +84,12 @@ class LoadTarget {
 SkipReason ReasonOf(const RowValues& values);
 
 template <class LineOf>
-void LoadTarget::Take(const RowValues& values, LineOf&& line) {
+void LoadTarget::Take(RowValues values, LineOf&& line) {
+  if (goes_on_) values.x = days_.Placed(values.x);
   const RowVerdict verdict = chooser_.Take(values.x, values.y);
   if (verdict == RowVerdict::Passed) return;
   if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
+  if (verdict == RowVerdict::Skipped && std::isnan(values.x)) pieces_.PassRemark();
   if (!OfChosenRun()) return;
   ++report_.rows_read;
   std::optional<SkipReason> skipped;

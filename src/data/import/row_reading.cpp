@@ -33,11 +33,25 @@ ColumnFormat FormatOfColumn(const TDSInfo& info, std::int32_t column) {
   return ColumnFormat::Automatic;
 }
 
-ColumnFormat FormatOfErrors(const TDSInfo& info, std::int32_t column, ColumnFormat value) {
-  const bool number = value == ColumnFormat::Number || value == ColumnFormat::DecimalComma ||
-                      value == ColumnFormat::GroupedThousands ||
-                      value == ColumnFormat::NumberWithUnit;
+namespace {
+
+ColumnFormat FormatOfErrors(const TDSInfo& info, std::int32_t column, std::int32_t value_column,
+                            ColumnFormat value) {
+  using enum ColumnFormat;
+  if (value == NumberWithUnit && column == value_column) return Uncertainty;
+  const bool number = value == Number || value == DecimalComma || value == GroupedThousands ||
+                      value == NumberWithUnit || value == ScaledUnit;
   return number ? value : FormatOfColumn(info, column);
+}
+
+}  // namespace
+
+ColumnFormat FormatOfYErrors(const TDSInfo& info, std::int32_t column) {
+  return FormatOfErrors(info, column, info.y_column_index, info.YFormat);
+}
+
+ColumnFormat FormatOfXErrors(const TDSInfo& info, std::int32_t column) {
+  return FormatOfErrors(info, column, info.x_column_index, info.XFormat);
 }
 
 RowValues ReadRow(TDataSupplier& supplier, const TDSInfo& info, const RowColumns& columns,
@@ -46,11 +60,11 @@ RowValues ReadRow(TDataSupplier& supplier, const TDSInfo& info, const RowColumns
   values.x = ReadCode(supplier, columns.x, info.XFormat);
   if (!IsUndefined(values.x)) values.y = ReadCode(supplier, columns.y, info.YFormat);
   if (columns.y_error) {
-    const ColumnFormat format = FormatOfErrors(info, *columns.y_error, info.YFormat);
+    const ColumnFormat format = FormatOfYErrors(info, *columns.y_error);
     values.y_error = ReadCode(supplier, *columns.y_error, format);
   }
   if (columns.x_error) {
-    const ColumnFormat format = FormatOfErrors(info, *columns.x_error, info.XFormat);
+    const ColumnFormat format = FormatOfXErrors(info, *columns.x_error);
     values.x_error = ReadCode(supplier, *columns.x_error, format);
   }
   for (std::size_t i = 0; i < columns.others.size(); ++i) {

@@ -35,8 +35,10 @@ struct RowColumns {
 /// How a column becomes a number. The description, whose columns are resolved, keeps formats for X and Y only: others are read
 /// automatically, but with a decimal comma or grouping commas where X or Y have them.
 ColumnFormat FormatOfColumn(const TDSInfo& info, std::int32_t column);
-/// The same of a column of errors: they are written as their values are (by the format `value`), unless that is a time.
-ColumnFormat FormatOfErrors(const TDSInfo& info, std::int32_t column, ColumnFormat value);
+/// The same of a column of errors: they are written as the values of Y (of X) are, unless those are times. The column of the
+/// values itself gives what stands behind the numbers.
+ColumnFormat FormatOfYErrors(const TDSInfo& info, std::int32_t column);
+ColumnFormat FormatOfXErrors(const TDSInfo& info, std::int32_t column);
 
 /// The supplier's current row. `others` is as long as columns.others and holds their values then.
 RowValues ReadRow(TDataSupplier& supplier, const TDSInfo& info, const RowColumns& columns,

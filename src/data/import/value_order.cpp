@@ -33,7 +33,7 @@ bool RunsAnew(const std::vector<double>& values) {
   return falls > 0 && kShortest * (falls + 1) <= values.size();
 }
 
-bool StepsEvenly(const std::vector<double>& values, Evenness evenness) {
+bool StepsEvenly(std::span<const double> values, Evenness evenness) {
   const double kEven = evenness == Evenness::Exact ? 1e-6 : 0.01;
   if (values.size() < 3) return false;
   const double step = values[1] - values[0];

@@ -1,6 +1,7 @@
 // In what order the values of a column stand. Knows numbers only.
 #pragma once
 
+#include <span>
 #include <vector>
 
 namespace tarnwick {
@@ -18,7 +19,7 @@ bool RunsAnew(const std::vector<double>& values);
 enum class Evenness { Exact, AsWritten };
 
 /// Each is as far from the one before, and not equal to it.
-bool StepsEvenly(const std::vector<double>& values, Evenness evenness = Evenness::Exact);
+bool StepsEvenly(std::span<const double> values, Evenness evenness = Evenness::Exact);
 
 /// More rows than not have the value of the row before.
 bool MostlyStands(const std::vector<double>& values);

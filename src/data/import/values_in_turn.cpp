@@ -26,7 +26,7 @@ using Rows = std::vector<std::vector<double>>;
 
 /// "0", "8", "16" ahead of eight values each.
 bool IsAddress(const ColumnGuess& first, std::size_t values) {
-  return first.values.size() >= kFewestRows && StepsEvenly(first.values) &&
+  return first.values.size() >= kFewestRows && StepsEvenly(first.Successive()) &&
          std::abs(first.values[1] - first.values[0]) == static_cast<double>(values);
 }
 

@@ -8,7 +8,8 @@
 #include <string_view>
 
 #include "base/text_encoding.h"
-#include "data/import/error_columns.h"
+#include "data/import/error_names.h"
+#include "data/import/like_columns.h"
 #include "data/import/name_words.h"
 #include "data/import/value_order.h"
 #include "data/text/field_kind.h"
@@ -87,15 +88,20 @@ bool RisesThroughout(const std::vector<double>& values) {
 }
 
 /// "1 0.01 573.15": what steps evenly behind it, as nothing else does, was stepped through; without names what rises or falls
-/// in every row was. A count from 0 may be a time.
+/// in every row was. A count from 0 may be a time, but for one without a unit before others with theirs.
 bool StandsBeforeSteps(const ImportSource& source, std::int32_t column) {
   const Columns numbers = source.NumberColumns();
-  if (numbers.size() < 3 || column != numbers.front() || NamesArgument(source.NameOf(column)) ||
-      source.GuessOf(column).values.front() != 1) {
+  if (numbers.size() < 3 || column != numbers.front() || NamesArgument(source.NameOf(column))) {
     return false;
   }
+  const auto has_unit = [&](std::int32_t other) { return source.NameOf(other).ends_with(']'); };
+  const auto units = static_cast<std::size_t>(std::ranges::count_if(numbers, has_unit));
+  if (units + 1 == numbers.size() && !has_unit(column)) {
+    return RisesThroughout(source.GuessOf(numbers[1]).values);
+  }
+  if (source.GuessOf(column).values.front() != 1) return false;
   const auto steps = [&](std::int32_t other) {
-    return StepsEvenly(source.GuessOf(other).values, Evenness::AsWritten);
+    return StepsEvenly(source.GuessOf(other).Successive(), Evenness::AsWritten);
   };
   if (!HasNames(source) && RisesThroughout(source.GuessOf(numbers[1]).values)) {
     return !steps(numbers[1]) || std::ranges::none_of(std::span(numbers).subspan(2), steps);
@@ -175,11 +181,34 @@ bool HoldsSeriesInRows(const ImportSource& source) {
   return AreNumbersAcross(std::span(first_number - 1, names.end()));
 }
 
+namespace {
+
+/// Amino acids over the rows of a matrix: "A R N D … X".
+bool IsOneLetterOfMany(const ImportSource& source, std::int32_t column) {
+  constexpr std::size_t kMany = 8;
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  const auto letters =
+      std::ranges::count_if(names, [](const std::string& name) { return name.size() == 1; });
+  return names.size() >= kMany && 4 * static_cast<std::size_t>(letters) >= 3 * names.size() &&
+         !IsMonotone(source.GuessOf(column).values);
+}
+
+}  // namespace
+
+bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column) {
+  constexpr std::size_t kFewestColumns = 3;  // of two the first is X
+  if (column < 0 || source.NumberColumns().size() < kFewestColumns) return false;
+  const ColumnGuess& guess = source.GuessOf(column);
+  return !guess.is_date && IsInNoOrder(guess.values) && !RunsAnew(guess.values) &&
+         !NamesArgument(source.NameOf(column));
+}
+
 std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   if (LeavesOutX(source)) return kRowNumberColumn;
-  const auto named = std::ranges::find_if(
-      numbers, [&](std::int32_t column) { return LowerAscii(source.NameOf(column)) == "x"; });
-  if (named != numbers.end()) return *named;
+  const auto named = std::ranges::find_if(numbers, [&](std::int32_t column) {
+    return LowerAscii(source.NameOf(column)) == "x" && !source.GuessOf(column).IsConstant();
+  });
+  if (named != numbers.end() && !IsOneLetterOfMany(source, *named)) return *named;
   Columns varying;
   Columns counts;
   for (const std::int32_t column : numbers) {
@@ -219,6 +248,12 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   if (varying.empty()) return counts.empty() ? kRowNumberColumn : counts.front();
   if (varying.size() == 1 && !counts.empty()) return counts.front();
   if (varying.size() == 1 && varying.front() != numbers.front()) return kRowNumberColumn;
+  const auto names_argument = [&](std::int32_t column) {
+    return NamesArgument(source.NameOf(column));
+  };
+  if (std::ranges::none_of(varying, names_argument) && AreAlike(source, varying)) {
+    return kRowNumberColumn;
+  }
   const std::int32_t time = first([&](std::int32_t column) {
     return NamesTime(source.NameOf(column)) && rises(column) &&
            !MostlyStands(source.GuessOf(column).values);
@@ -232,7 +267,8 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
     const std::vector<double>& values = source.GuessOf(column).values;
     return values.size() >= kFewestInOrder && RisesThroughout(values) &&
            values.size() >= source.GuessOf(varying.front()).values.size() &&
-           ((varying.size() <= kFewColumns && StepsEvenly(values, Evenness::AsWritten) &&
+           ((varying.size() <= kFewColumns &&
+             StepsEvenly(source.GuessOf(column).Successive(), Evenness::AsWritten) &&
              !source.GuessOf(column).CountsRows()) ||
             NamesArgument(source.NameOf(column)));
   });
@@ -243,7 +279,7 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   if (numbered && AreCalledByNumbers(source)) return counts.front();
   if (HoldsSeriesInRows(source) && (labelled || !rises(varying.front()))) return kRowNumberColumn;
   const auto is_argument = [&](std::int32_t column) {
-    return NamesArgument(source.NameOf(column)) || StepsEvenly(source.GuessOf(column).values);
+    return NamesArgument(source.NameOf(column)) || StepsEvenly(source.GuessOf(column).Successive());
   };
   // Labelled rows may as well be in the order of what was found.
   const bool first_rises =

@@ -19,6 +19,9 @@ bool IdentifiesRows(const ImportSource& source, std::int32_t column);
 /// The column counts the rows, by its values and by its name or for want of one.
 bool CountsRows(const ImportSource& source, std::int32_t column);
 
+/// Neither its name nor the order of its values says that the column is X.
+bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column);
+
 /// Columns called by dates, or behind labels of rows by numbers that rise: each row holds a series of its own.
 bool HoldsSeriesInRows(const ImportSource& source);
 

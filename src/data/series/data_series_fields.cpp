@@ -93,6 +93,9 @@ constexpr std::array kColumnFormats = {
     FieldChoice{ColumnFormat::NumberWithUnit, "Number with a unit, 1.5 mV"},
     FieldChoice{ColumnFormat::UnixSeconds, "Seconds since 1970"},
     FieldChoice{ColumnFormat::UnixMilliseconds, "Milliseconds since 1970"},
+    FieldChoice{ColumnFormat::TimeGoingOn, "Time, going on past midnight"},
+    FieldChoice{ColumnFormat::ScaledUnit, "Number with a unit, 12 mV is 0.012"},
+    FieldChoice{ColumnFormat::Uncertainty, "Error behind a number, 1.5 ± 0.2 is 0.2"},
 };
 
 constexpr std::array kYErrorKinds = {

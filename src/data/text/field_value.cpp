@@ -8,6 +8,7 @@
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/number_text.h"
+#include "data/text/si_unit.h"
 #include "data/text/text_fields.h"
 #include "data/text/unit_text.h"
 
@@ -130,6 +131,19 @@ std::optional<double> UnixDay(std::string_view text, double per_day) {
 
 }  // namespace
 
+namespace {
+
+/// Zero is zero in any unit; of another number nobody knows what it is.
+std::optional<double> InBaseUnit(std::string_view text) {
+  const std::optional<NumberAndUnit> split = SplitUnit(text);
+  if (!split || (split->unit.empty() && split->number != 0)) return std::nullopt;
+  if (split->unit.empty()) return 0;
+  const std::optional<PrefixedUnit> unit = WithoutPrefix(split->unit);
+  return unit ? Finite(split->number * unit->factor) : std::nullopt;
+}
+
+}  // namespace
+
 std::optional<double> ParseGroupedThousands(std::string_view text) {
   if (text.size() > kLongestGroupedNumber) return std::nullopt;
   std::string swapped(text);
@@ -161,6 +175,7 @@ std::optional<double> ValueOfField(std::string_view text, ColumnFormat format) {
     case ColumnFormat::GroupedThousands:
       return Finite(ReadGrouped(text, &ParseGroupedThousands));
     case ColumnFormat::DateTime:
+    case ColumnFormat::TimeGoingOn:
     case ColumnFormat::DateMonthFirst:
       return ParseDayInOrder(text, SlashDate::MonthFirst);
     case ColumnFormat::DateDayFirst:
@@ -168,6 +183,12 @@ std::optional<double> ValueOfField(std::string_view text, ColumnFormat format) {
     case ColumnFormat::NumberWithUnit: {
       const std::optional<NumberAndUnit> split = SplitUnit(text);
       return split ? std::optional(split->number) : std::nullopt;
+    }
+    case ColumnFormat::ScaledUnit:
+      return InBaseUnit(text);
+    case ColumnFormat::Uncertainty: {
+      const std::optional<NumberAndUnit> split = SplitUnit(text);
+      return split ? split->uncertainty : std::nullopt;
     }
     case ColumnFormat::UnixSeconds:
       return UnixDay(text, 86'400);

@@ -5,7 +5,7 @@ namespace tarnwick {
 bool TakesNumbers(ColumnFormat format) {
   return format == ColumnFormat::Automatic || format == ColumnFormat::Number ||
          format == ColumnFormat::DecimalComma || format == ColumnFormat::GroupedThousands ||
-         format == ColumnFormat::NumberWithUnit;
+         format == ColumnFormat::NumberWithUnit || format == ColumnFormat::ScaledUnit;
 }
 
 }  // namespace tarnwick

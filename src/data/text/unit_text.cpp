@@ -111,27 +111,51 @@ bool IsUnit(std::string_view unit) {
   return IsOfUnitCharacters(unit) && HasShortWords(unit);
 }
 
-/// How uncertain the number before is, and the unit of both: "± 0.2", "+/- 0.2 mV", "(5)".
-bool IsUncertainty(std::string_view text) {
+/// What one of the last digit of a number as it is written counts.
+double LastDigit(std::string_view written) {
+  const std::size_t exponent = std::min(written.find_first_of("eE"), written.size());
+  const std::size_t mark = std::min(written.find_first_of(".,"), exponent);
+  const std::size_t decimals = mark == exponent ? 0 : exponent - mark - 1;
+  const std::string_view power = written.substr(std::min(exponent + 1, written.size()));
+  const double tens = power.empty() ? 0 : ParseNumber(power).value_or(0);
+  return std::pow(10, tens - static_cast<double>(decimals));
+}
+
+/// How uncertain a number is, written behind it.
+struct Uncertainty {
+  std::optional<double> size;  ///< where it is plain
+};
+
+/// Of `text` behind `number`: "± 0.2", "+/- 0.2 mV", "(5)", with the unit of both.
+std::optional<Uncertainty> UncertaintyIn(std::string_view text, const NumberAndUnit& number,
+                                         std::string_view written) {
   const auto pass_blanks = [&text] {
+    const std::size_t before = text.size();
     while (TakeOneOf(kBlanks, text)) {
     }
+    return text.size() != before;
   };
-  pass_blanks();
+  const bool apart = pass_blanks();
   const bool bracket = text.starts_with('(');
   if (bracket) {
     text.remove_prefix(1);
   } else if (!TakeOneOf(kPlusMinus, text)) {
-    return false;
+    return std::nullopt;
   }
   pass_blanks();
   const std::size_t size = NumberSize(text);
-  if (size == 0 || !IsDigit(text.front())) return false;
+  if (size == 0 || !IsDigit(text.front())) return std::nullopt;
+  const std::string_view digits = text.substr(0, size);
+  std::optional<double> error = ParseNumber(digits);
+  if (bracket && apart) error.reset();
+  if (bracket && error && ParseInteger(digits)) *error *= LastDigit(written);
   text.remove_prefix(size);
-  if (bracket && !text.starts_with(')')) return false;
+  if (bracket && !text.starts_with(')')) return std::nullopt;
   text.remove_prefix(bracket ? 1 : 0);
   pass_blanks();
-  return text.empty() || IsUnit(text);
+  if (!text.empty() && !IsUnit(text)) return std::nullopt;
+  if (error && text == "%") *error *= std::abs(number.number) / 100;
+  return Uncertainty{error && std::isfinite(*error) ? error : std::nullopt};
 }
 
 }  // namespace
@@ -158,7 +182,9 @@ std::optional<NumberAndUnit> SplitUnit(std::string_view text) {
   if (rest.empty() && !priced) return NumberAndUnit{value, {}};
   if (HasDoubtfulComma(written)) return std::nullopt;
   if (priced) return rest.empty() ? std::optional(NumberAndUnit{value, currency}) : std::nullopt;
-  if (IsUncertainty(rest)) return NumberAndUnit{value, {}};
+  if (const auto found = UncertaintyIn(rest, {value, {}}, written)) {
+    return NumberAndUnit{value, {}, found->size};
+  }
   const std::size_t before = rest.size();
   while (TakeOneOf(kBlanks, rest)) {
   }

@@ -10,6 +10,9 @@ namespace tarnwick {
 struct NumberAndUnit {
   double number = 0;
   std::string_view unit;
+  /// What stands behind the number as its error: 0.2 of "12.5 ± 0.2", 0.3 of "12.5(3)", 10 of "120(10)"; not what is in
+  /// brackets behind a blank, which may be anything.
+  std::optional<double> uncertainty = {};
 };
 
 /// The finite number that `text` begins with and the unit behind it, blanks between or not: letters, "%", signs beyond

@@ -12,7 +12,7 @@
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "base/whole_file.h"
-#include "data/import/error_columns.h"
+#include "data/import/error_names.h"
 #include "data/series/point_errors.h"
 #include "data/text/text_names.h"
 #include "graph/xy_graph.h"

@@ -4,9 +4,13 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "data/import/import_file.h"
 #include "data/import/loader.h"
+#include "data/points/point_columns.h"
+#include "support/refusal.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -69,7 +73,7 @@ TEST(GuessedTables, CurvesAlongLinesAreTurned) {
       {"a picture in a frame",
        "0 1 2 1 0\n0 4 5 4 0\n0 7 9 7 0\n0 4 5 4 0\n0 9 8 9 0\n0 3 4 3 0\n0 7 6 7 0\n0 1 2 1 0\n"
        "0 4 5 4 0\n",
-       "(col 1): (col 2), (col 3), 9", ""},
+       "Row number: (col 1), (col 2), (col 3), 9", ""},
       {"a table", Rows(9, "@ @@ 7@ 9@"), "(col 0): (col 1), (col 2), (col 3), 9", ""},
       {"with names", "a b c d\n" + Rows(9, "@1 @3 @5 @8"), "a: b, c, d, 9", ""},
       {"one long row", Wave(0, 40, 40), "Row number: (col 0), 40", "read in turn"},
@@ -350,7 +354,10 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "$T$: $\\rho$, 9"},
       {"attributes above data",
        "@attribute 'a b' real\n@attribute c real\n@data\n" + Rows(9, "@,@@"), "a b: c, 9"},
-      {"how uncertain values are", "p;V\n" + Rows(9, "@,5 ± 0,1;@@(5)"), "p: V, 9"},
+      {"how uncertain values are", "p;V\n" + Rows(9, "@,5 ± 0,1;@@(5)"), "p: V +- V, 9"},
+      {"something else in brackets behind values", "p;V\n" + Rows(9, "@;@@ (5)"), "p: V, 9"},
+      {"a sign of errors in a column of its own", Rows(9, "@ @@ +/- 0.5"),
+       "(col 0): (col 1) +- (col 3), 9"},
       {"words behind the last row of blanks", "x  y\n" + Rows(9, "@  @@") + "\nThe end is here.\n",
        "x: y, 9"},
       {"a row that ends and others that begin with a separator",
@@ -418,6 +425,53 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
            Rows(9, "12/03/2004;0@:30;@@") + Rows(60, "12/03/2004;09:30;@@") +
            Rows(9, "13/03/2004;0@:30;@@"),
        "Date and time: v, 96"},
+      {"remarks between names and rows",
+       "X,Y,Z\n#made by a tool\n#another, remark here\n" + Rows(4, "@.5,@@,7@"), "X: Y, Z, 4"},
+      {"a comma-separated remark below names",
+       "X,Y,Z\n# made by a tool, version 3, today\n" + Rows(9, "@.5,@@,7@"), "X: Y, Z, 9"},
+      {"symbols above many remarks",
+       "# r n(r)\n# one more remark\n# and then another\n# the third one\n# a fourth one\n" +
+           Rows(9, "@.5 @@"),
+       "r: n(r), 9"},
+      {"where the numbers were published",
+       "Smith et al., J. Phys. 12, 345 (1999)\n" + Rows(9, "@, @@, 5@, 7@"),
+       "(col 0): (col 1), (col 2), (col 3), 9"},
+      {"where they were published, in as many words", "# Phys. Rev. B 12\n" + Rows(9, "@ @@ 5@ 7@"),
+       "(col 0): (col 1), (col 2), (col 3), 9"},
+      {"a long count of rows before what was swept", "# i r E\n" + Rows(3000, "@ 1@.5 @@"),
+       "r: E, 3000"},
+      {"a count from 0 beside columns with units",
+       "b \"Z [km]\" \"T [K]\"\n0 0.0 288\n1 11.1 216\n2 20.0 216\n3 32.1 228\n4 47.3 270\n",
+       "Z [km]: T [K], 5"},
+      {"components of vectors in no order",
+       std::string("0.5 -0.2 0.3\n-0.4 0.6 -0.1\n0.1 0.3 0.7\n-0.6 -0.5 0.2\n0.3 0.1 -0.4\n"
+                   "-0.2 0.4 0.6\n0.7 -0.6 -0.3\n-0.1 0.2 0.5\n0.6 -0.3 -0.5\n"),
+       "Row number: (col 0), (col 1), (col 2), 9"},
+      {"colours",
+       "0 0 131\n0 60 170\n5 255 255\n130 255 130\n255 255 0\n250 120 0\n250 0 0\n200 0 0\n128 0 "
+       "0\n",
+       "Row number: (col 0), (col 1), (col 2), 9"},
+      {"an element of a matrix", "RUN,EXP(1),SIGMA(1,1)\n" + Rows(9, "@,@@,0.5@"),
+       "RUN: EXP(1), SIGMA(1,1), 9"},
+      {"a sigma larger than what stands before it", "t,u,sigma\n" + Rows(9, "@,@@,50@"),
+       "t: u, sigma, 9"},
+      {"a sigma behind X", "T,sigma,kappa\n" + Rows(9, "@,@@,5@"), "T: sigma, kappa, 9"},
+      {"an error of nothing beside it", "t,rms,max error\n" + Rows(9, "@,@@,0.5@"),
+       "t: rms, max error, 9"},
+      {"an error called after half a name", "t,Temperature mean,Temp SD\n" + Rows(9, "@,@@,0.5"),
+       "t: Temperature mean, 9"},
+      {"numbers that touch before a sign",
+       "  0.0   1.2345 -10.2345\n  1.0   2.2345-110.2345\n  2.0   3.2345-120.2345\n"
+       "  3.0   4.2345  -1.2345\n  4.0-110.2345 -10.2345\n",
+       "(col 0): (col 1), (col 2), 5"},
+      {"ranges are no numbers that touch", "0.0-0.5 7 3\n0.5-1.0 8 5\n1.0-1.5 9 4\n1.5-2.0 5 6\n",
+       "Row number: (col 1), (col 2), 4"},
+      {"sizes of a grid above the rows",
+       " 1 0.0 3.3 8.3\n 20 0.0 3.1 1.0\n 40 0.0 6.2\n" + Rows(30, "0.5 @.5 @@ 7.25"),
+       "(col 1): (col 0), (col 2), (col 3), 30"},
+      {"a mark of remarks as a label", "A  4 -1\nR -1  5\nN -2  0\nD -2  3\n*  1 -4\n",
+       "Row number: (col 1), (col 2), 5"},
+      {"months in Polish", "d;v\n3 sty 2021;5\n4 lut 2021;6\n5 paź 2021;8\n", "d: v, 3"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };
@@ -439,7 +493,9 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
       {"nothing before a comma", "t;v\n1;0,137\n2;1,137\n3;2,274\n", ""},
       {"settled by another column", "t;v\n0,5;1,000\n1,5;2,137\n2,5;3,274\n", ""},
       {"another unit further down", "t,v\n1,800 Hz\n2,900 Hz\n3,1 kHz\n",
-       "the units in \"v\" differ (\"Hz\" and \"kHz\")"},
+       "the units in \"v\" differ (\"Hz\" and \"kHz\"): all numbers are in Hz"},
+      {"units of different things", "t,v\n1,800 Hz\n2,900 Hz\n3,1 V\n",
+       "the units in \"v\" differ (\"Hz\" and \"V\"): numbers are read as they stand"},
       {"a number without the unit", "t,v\n1,5 mV\n2,6\n3,7 mV\n",
        "the units in \"v\" differ (\"mV\" and none)"},
       {"one unit, zero without it", "t,v\n1,0\n2,6 mV\n3,7 mV\n", ""},
@@ -447,6 +503,10 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
       {"a night", "time,v\n23:00,5\n23:30,6\n00:00,7\n00:30,8\n",
        "the times in \"time\" go on past midnight"},
       {"a day", "time,v\n11:00,5\n11:30,6\n12:00,7\n12:30,8\n", ""},
+      {"nothing tells X", "a,b,c\n5,50,7\n3,70,2\n9,10,8\n1,60,3\n8,30,9\n2,90,1\n",
+       "\"a\" is taken as X because nothing tells"},
+      {"fractions", "game,won,v\n5,1/4,8\n6,3/35,9\n7,2/5,7\n",
+       "\"won\" is left out: \"1/4\" is read as no number"},
       {"laps", "lap,v\n00:31,5\n00:35,6\n00:30,7\n00:34,8\n", ""},
       {"a clock that is left out beside its date",
        "when,clock,v\n2024-03-01 23:00,23:00,5\n2024-03-01 23:30,23:30,6\n"
@@ -458,12 +518,87 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
     std::string notes;
     for (const std::string& note : ImportFile(folder.Write("t.txt", table.text)).notes) {
       const bool doubt = note.starts_with("the commas") || note.starts_with("the units") ||
-                         note.starts_with("the times in");
+                         note.starts_with("the times in") ||
+                         note.find("nothing tells") != note.npos || note.ends_with("no number");
       if (doubt) notes += note;
     }
     EXPECT_TRUE(table.told.empty() ? notes.empty() : notes.starts_with(table.told))
         << table.what << ": " << notes;
   }
+}
+
+TEST(GuessedTables, GoOnFromRowToRow) {
+  const testing::TemporaryFolder folder;
+  const auto points = [&](const char* text) {
+    const ImportResult result = ImportFile(folder.Write("t.csv", text));
+    const PointChain& chain = result.series.front()->Points();
+    return std::pair(XValues(chain), YValues(chain));
+  };
+  using Values = std::vector<double>;
+  EXPECT_EQ(points("time,v\n18:00,1\n21:00,2\n00:00,3\n06:00,4\n18:00,5\n00:00,6\n"),
+            (std::pair<Values, Values>({0.75, 0.875, 1, 1.25, 1.75, 2}, {1, 2, 3, 4, 5, 6})));
+  EXPECT_EQ(points("t,v\n1,800 Hz\n2,0\n3,1.5 kHz\n4,2 kHz\n"),
+            (std::pair<Values, Values>({1, 2, 3, 4}, {800, 0, 1500, 2000})));
+}
+
+TEST(GuessedTables, ArePartedByRemarks) {
+  const std::string ring = "0 0\n1 1\n2 0\n1 -1\n0 0\n", rise = "0 1\n1 2\n2 3\n";
+  const struct {
+    const char* what;
+    std::string text;
+    std::size_t runs;
+    std::size_t gaps;
+  } tables[] = {
+      {"outlines behind comments", "# a\n" + ring + "# b\n" + ring + "# c\n" + ring, 1, 2},
+      {"outlines behind marks", ">\n" + ring + "> -Z5\n" + ring, 1, 1},
+      {"outlines behind rows of nothing", ring + "NaN NaN\n" + ring, 1, 1},
+      {"outlines behind numbered comments", "# seg 0\n" + ring + "# seg 1\n" + ring, 1, 1},
+      {"runs behind comments", "# a\n" + rise + "# b\n" + rise, 2, 0},
+      {"a remark within a run", rise + "# restarted\n3 5\n4 6\n", 1, 0},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& table : tables) {
+    const ImportResult result = ImportFile(folder.Write("t.txt", table.text));
+    EXPECT_EQ(result.series.size(), table.runs) << table.what;
+    EXPECT_EQ(result.series.front()->Gaps().Begins().size(), table.gaps) << table.what;
+    LoadOptions value_by_value;
+    value_by_value.value_by_value = true;
+    TDataSeries* const series = result.series.front().get();
+    RefreshAll({&series, 1}, value_by_value);
+    EXPECT_EQ(series->Gaps().Begins().size(), table.gaps) << table.what << ", read slowly";
+  }
+}
+
+TEST(GuessedTables, RefuseWhatIsNone) {
+  const std::string atoms = Rows(9, "C 0.@ 1.5 @@");
+  const struct {
+    const char* what;
+    std::string text;
+    const char* why;
+  } texts[] = {
+      {"atoms", "9\nbenzene\n" + atoms, "atoms of molecules"},
+      {"atoms in a data bank's form", Rows(9, "ATOM  1@ CA  GLY A @ 1.5 @@ 0.5 1.00 20.00"),
+       "atoms of molecules"},
+      {"corners and faces", Rows(9, "v 0.@ 1.5 @@") + Rows(9, "f @ 1@ 2@"), "corners and faces"},
+      {"facets",
+       Rows(9,
+            "facet normal 0 0 1\nouter loop\nvertex @ 1 2\nvertex 2 @ 1\nvertex 1 2 @\n"
+            "endloop\nendfacet"),
+       "corners and faces"},
+      {"rows of all lengths", Rows(9, "1.5 2 3 4\n55 6 77\n8 999\n10 2.25 3 4 5\n@ 2"),
+       "number of columns"},
+      {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& text : texts) {
+    const std::filesystem::path file = folder.Write("t.txt", text.text);
+    EXPECT_NE(testing::Refusal([&] { ImportFile(file); }).find(text.why), std::string::npos)
+        << text.what;
+  }
+  ImportOptions stated;
+  stated.x_column = "#1";
+  EXPECT_EQ(Described(ImportFile(folder.Write("t.txt", "9\nbenzene\n" + atoms), stated)),
+            "(col 1): (col 2), (col 3), 9");
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "data/text/si_unit.h"
+
 namespace tarnwick {
 namespace {
 
@@ -63,6 +65,40 @@ TEST(UnitText, TakesNumbersApart) {
   }
   for (const char letter : {'1', 'm', '\xC2'}) {
     EXPECT_FALSE(SplitUnit("1" + std::string(1 << 20, letter) + "m")) << letter;
+  }
+}
+
+TEST(UnitText, ReadsHowUncertainNumbersAre) {
+  const struct {
+    const char* text;
+    double error;  // 0: none that can be told
+  } rows[] = {
+      {"12.5 \u00B1 0.2", 0.2}, {"12.5+/-0.25 mV", 0.25}, {"-12.5 +- 2", 2}, {"40 \u00B1 5%", 2},
+      {"1.25(5)", 0.05},        {"120(10)", 10},          {"1.2(0.3)", 0.3}, {"1.5e3(2)", 200},
+      {"12,50(25)", 0.25},      {"45 (30)", 0},           {"12.5 mV", 0},    {"7", 0},
+  };
+  for (const auto& row : rows) {
+    const std::optional<NumberAndUnit> split = SplitUnit(row.text);
+    ASSERT_TRUE(split.has_value()) << row.text;
+    EXPECT_DOUBLE_EQ(split->uncertainty.value_or(0), row.error) << row.text;
+  }
+}
+
+TEST(UnitText, BringsUnitsToTheOneWithoutPrefix) {
+  const struct {
+    const char* unit;
+    double factor;  // 0: none
+    const char* base;
+  } rows[] = {
+      {"mV", 1e-3, "V"},      {"kHz", 1e3, "Hz"}, {"\u00B5s", 1e-6, "s"},
+      {"\u03BCA", 1e-6, "A"}, {"m", 1, "m"},      {"mm", 1e-3, "m"},
+      {"Pa", 1, "Pa"},        {"T", 1, "T"},      {"k\u03A9", 1e3, "\u03A9"},
+      {"min", 0, ""},         {"m/s", 0, ""},     {"%", 0, ""},
+  };
+  for (const auto& row : rows) {
+    const std::optional<PrefixedUnit> unit = WithoutPrefix(row.unit);
+    EXPECT_EQ(unit ? unit->factor : 0, row.factor) << row.unit;
+    EXPECT_EQ(unit ? unit->base : "", row.base) << row.unit;
   }
 }
 

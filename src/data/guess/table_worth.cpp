@@ -1,0 +1,71 @@
+#include "data/guess/table_worth.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "data/text/header_lines.h"
+#include "data/text/names_line.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one of a few rows outweighs
+constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
+constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
+constexpr std::size_t kFewestNamedRows = 3;  // below a line of names, at the end of a text
+constexpr std::size_t kLinesBehindNamed = 2;
+constexpr std::size_t kLinesAboveRule = 3;  // names, units, the rule itself
+constexpr std::size_t kReportRows = 15;     // of each table of a report
+constexpr double kReportDensity = 0.9;      // of values among the fields of each table of a report
+
+/// A few full rows below a line that names their columns end the text.
+bool EndsNamed(const FoundTable& table, const GuessLines& lines, const TextLayout& layout) {
+  const bool full = table.weight >= static_cast<double>(table.rows) && table.odd_rows == 0;
+  if (!lines.whole || !full || table.fields < 2 || table.rows < kFewestNamedRows) return false;
+  if (table.behind + kLinesBehindNamed < lines.first.size()) return false;
+  const auto above = std::span(lines.first).first(table.first);
+  const std::int32_t names = FindHeaderLines(above, layout, table.fields).names;
+  return names > 0 && static_cast<std::size_t>(names) + kLinesBehindNamed > table.first;
+}
+
+/// Rows below a rule of as many strokes as they have fields, below as many names.
+bool StandsBelowRule(const FoundTable& table, std::span<const std::string_view> lines,
+                     const TextLayout& layout) {
+  const bool long_enough = table.fields > 1 && table.rows >= kFewestNamedRows;
+  if (!long_enough || table.first < kLinesAboveRule) return false;
+  if (!UnitsOverRule({}, lines[table.first - 1], layout, table.fields)) return false;
+  const auto names = [&](std::size_t line) {
+    return CountFields(lines[line], layout, table.fields + 1) == table.fields;
+  };
+  return names(table.first - 2) || names(table.first - 3);
+}
+
+/// Rows of all tables that are long and full.
+std::size_t RowsOfTables(std::span<const FoundTable> tables) {
+  std::size_t rows = 0;
+  for (const FoundTable& table : tables) {
+    const bool full = table.weight >= kReportDensity * static_cast<double>(table.rows);
+    if (table.fields > 1 && table.rows >= kReportRows && full) rows += table.rows;
+  }
+  return rows;
+}
+
+}  // namespace
+
+bool IsWorthIt(const FoundTable& table, std::span<const FoundTable> all, const GuessLines& lines,
+               const TextLayout& layout) {
+  const auto is_text = [&layout](std::string_view line) { return IsDataLine(line, layout); };
+  const std::size_t rows = table.rows + table.odd_rows;
+  if (rows == 1 && table.weight < kTableDensity) return false;
+  const auto texts = static_cast<std::size_t>(std::ranges::count_if(lines.first, is_text));
+  if (rows < kFewRows || table.fields == 1) {
+    return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= texts ||
+           EndsNamed(table, lines, layout) || StandsBelowRule(table, lines.first, layout);
+  }
+  // A report of tables is no text with an example.
+  if (2 * RowsOfTables(all) >= texts) return true;
+  // However long its preamble, a file of data ends with its data; within a text they are an example.
+  return kLinesPerRow * rows >= texts || table.behind + kLinesBehind >= lines.first.size();
+}
+
+}  // namespace tarnwick
