@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "base/error.h"
+#include "data/import/import_file.h"
 #include "data/import/loader.h"
 #include "data/packed/unpack.h"
 #include "sources/database/database_source.h"
@@ -88,6 +89,24 @@ BENCHMARK(ViewOf)
     ->Arg(100)
     ->Arg(10'000)
     ->Iterations(2);
+
+/// What a user sees first: the table opened, some rows from all over it as points.
+void FirstPictureOf(benchmark::State& state) {
+  for (auto _ : state) {
+    NoProgress unseen;
+    ImportOptions options;
+    options.thinned_at_source = true;
+    const ImportSource source = OpenDatabase(Base(), options, unseen, FirstPicture::Coarse);
+    TDataSeries series;
+    series.Source() = source.info;
+    series.Source().XDataColumn = "x";
+    series.Source().YDataColumn = "y";
+    series.Source().AllRows = true;
+    LoadDataSet(series, *source.supplier);
+    state.counters["points"] = static_cast<double>(series.PointCount());
+  }
+}
+BENCHMARK(FirstPictureOf)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 
 /// From the cancelling to the end.
 void Cancelled(benchmark::State& state) {

@@ -10,15 +10,22 @@
 
 namespace tarnwick {
 
-SourceKinds AllSourceKinds() {
-  static const std::vector<SourceKind> kinds = [] {
-    std::vector<SourceKind> all = {DatabaseKind(), LinkKind(), LinesKind(), WorkbookKind(),
-                                   ArraysKind()};
-    const SourceKinds basic = BasicSourceKinds();
-    all.insert(all.end(), basic.begin(), basic.end());
-    return all;
-  }();
-  return kinds;
+namespace {
+
+std::vector<SourceKind> KindsWith(FirstPicture picture) {
+  std::vector<SourceKind> all = {DatabaseKind(picture), LinkKind(), LinesKind(), WorkbookKind(),
+                                 ArraysKind()};
+  const SourceKinds basic = BasicSourceKinds();
+  all.insert(all.end(), basic.begin(), basic.end());
+  return all;
+}
+
+}  // namespace
+
+SourceKinds AllSourceKinds(FirstPicture picture) {
+  static const std::vector<SourceKind> whole = KindsWith(FirstPicture::Whole);
+  static const std::vector<SourceKind> coarse = KindsWith(FirstPicture::Coarse);
+  return picture == FirstPicture::Coarse ? coarse : whole;
 }
 
 }  // namespace tarnwick

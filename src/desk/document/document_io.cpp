@@ -12,6 +12,7 @@
 #include "data/import/import_source.h"
 #include "data/import/loader.h"
 #include "data/import/whole_data.h"
+#include "desk/document/coarse_first.h"
 #include "graph/edit/paste_edit.h"
 #include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
@@ -28,7 +29,7 @@ namespace {
 LoadOptions Loading(Progress& progress) {
   LoadOptions load;
   load.progress = &progress;
-  load.kinds = AllSourceKinds();
+  load.kinds = AllSourceKinds(FirstPicture::Coarse);
   return load;
 }
 
@@ -52,7 +53,11 @@ ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddDa
   const LoadOptions load = Loading(progress);
   const std::size_t before = graph.SeriesCount();
   ImportedData added = add(graph, load);
-  if (WasCancelled(added.reports) || progress.Cancelled()) return {into, {}, true};
+  std::vector<TDataSeries*> read;
+  for (std::size_t i = before; i < graph.SeriesCount(); ++i) read.push_back(&graph.Series(i));
+  if (WasCancelled(added.reports) || progress.Cancelled() || !SettleCoarse(read, progress)) {
+    return {into, {}, true};
+  }
   ReadResult result{graph.State(), std::move(added.told)};
   for (std::size_t i = before; i < graph.SeriesCount(); ++i) {
     AddPoints(result.points, graph.Series(i));
@@ -100,7 +105,9 @@ ReadResult ResultOf(TxyGraph& graph, const std::map<const TDataSeries*, LoadRepo
 ReadResult ReadAgain(TxyGraph& graph, const std::vector<TDataSeries*>& all, Progress& progress) {
   const LoadOptions load = Loading(progress);
   const std::vector<LoadReport> read = RefreshAll(all, load);
-  if (WasCancelled(read) || progress.Cancelled()) return {{}, {}, true};
+  if (WasCancelled(read) || progress.Cancelled() || !SettleCoarse(all, progress)) {
+    return {{}, {}, true};
+  }
   std::map<const TDataSeries*, LoadReport> reports;
   for (std::size_t i = 0; i < all.size(); ++i) reports[all[i]] = read[i];
   return ResultOf(graph, reports);
@@ -199,7 +206,8 @@ ReadResult ReadDataText(const GraphState& into, const std::string& text, const s
 }
 
 ReadResult ReadPlaceInto(const GraphState& into, const TDSInfo& place, Progress& progress) {
-  const SourceKind* const kind = FindSourceKind(AllSourceKinds(), place.DataSource);
+  const SourceKind* const kind =
+      FindSourceKind(AllSourceKinds(FirstPicture::Coarse), place.DataSource);
   if (kind == nullptr || kind->begin == nullptr) return WithStreamAdded(into, place);
   return WithDataAdded(into, progress, [&](TxyGraph& graph, const LoadOptions& load) {
     const ImportOptions options;
@@ -265,7 +273,9 @@ RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progres
   for (const std::vector<TDataSeries*>& source : sources) {
     try {
       const std::vector<LoadReport> read = RefreshAll(source, load);
-      if (WasCancelled(read) || progress.Cancelled()) return {.cancelled = true};
+      if (WasCancelled(read) || progress.Cancelled() || !SettleCoarse(source, progress)) {
+        return {.cancelled = true};
+      }
       for (std::size_t i = 0; i < source.size(); ++i) reports[source[i]] = read[i];
     } catch (const Error& error) {
       // Two lists of links may fail by the same one.

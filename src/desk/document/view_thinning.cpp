@@ -7,16 +7,15 @@
 #include <utility>
 
 #include "base/error.h"
-#include "base/number_text.h"
 #include "data/packed/unpack.h"
-#include "data/points/point_columns.h"
 #include "desk/document/document.h"
+#include "desk/document/thinned_points.h"
+#include "desk/document/whole_reading.h"
 #include "desk/work/latest_work.h"
 #include "graph/graph_update.h"
 #include "graph/series_of_whole.h"
 #include "sources/database/database_source.h"
 #include "sources/database/session_passwords.h"
-#include "sources/database/thinned_columns.h"
 
 namespace tarnwick {
 namespace {
@@ -39,48 +38,6 @@ void AddGraphs(const TxyGraph& graph, std::vector<const TxyGraph*>& graphs) {
   for (const auto& child : graph.Children()) AddGraphs(*child, graphs);
 }
 
-/// Column expressions change what a row says, so that a view cannot be asked for by X.
-bool FollowsViews(const TSeries& series) {
-  const TDSInfo& info = series.Source();
-  const auto is_raw = [](const std::string& expression, const char* name) {
-    return expression.empty() || expression == name;
-  };
-  return IsThinned(info) && is_raw(info.XColExpr, "X") && is_raw(info.YColExpr, "Y");
-}
-
-/// What a view gave in place of the points that lie in it; those beside it stay, so many as the whole shows.
-ThinnedRows Merged(const PointChain& points, const ThinnedRows& rows, double x_min, double x_max) {
-  const std::vector<double> x = XValues(points), y = YValues(points);
-  ThinnedRows merged{.x = {}, .y = {{}}};
-  if (!x.empty()) {
-    ThinnedColumns beside(x.front(), x.back(), kColumnsOfWhole, 1);
-    for (std::size_t i = 0; i < x.size(); ++i) {
-      const double row[] = {x[i], y[i]};
-      if (x[i] < x_min || x[i] > x_max) beside.Add(row);
-    }
-    merged = beside.Rows();
-  }
-  merged.x.insert(merged.x.end(), rows.x.begin(), rows.x.end());
-  merged.y[0].insert(merged.y[0].end(), rows.y[0].begin(), rows.y[0].end());
-  return merged;
-}
-
-void Replace(TSeries& series, const ThinnedRows& rows) {
-  std::vector<double> x, y;
-  for (std::size_t i = 0; i < rows.x.size(); ++i) {
-    if (std::isnan(rows.y[0][i])) continue;
-    x.push_back(rows.x[i]);
-    y.push_back(rows.y[0][i]);
-  }
-  // Looking elsewhere takes nothing back of what was fitted.
-  const LastFit fitted = series.Fit().Last();
-  series.BeginUpdate();
-  series.Clear();
-  series.AddPoints(x, y);
-  series.Fit().SetLast(fitted);
-  series.EndUpdate();
-}
-
 }  // namespace
 
 struct ViewThinning::Answer {
@@ -93,18 +50,39 @@ ViewThinning::ViewThinning(Document& document, QObject* parent)
     : QObject(parent),
       document_(document),
       asking_(new LatestWork(this)),
+      whole_(new WholeReading(
+          document, [this](std::size_t place) { return StretchShown(place); },
+          [this](std::size_t place) { KeepShown(place); }, this)),
       passwords_(document.GetPrompt()) {
   wait_.setSingleShot(true);
   wait_.setInterval(kStillMs);
   connect(&wait_, &QTimer::timeout, this, &ViewThinning::Ask);
   connect(&document_, &Document::graphChanged, this, [this] {
-    if (!WhatIsWanted().empty()) wait_.start();
+    if (IsAnythingWanted()) wait_.start();
   });
-  if (!WhatIsWanted().empty()) wait_.start();
+  if (IsAnythingWanted()) wait_.start();
 }
 
 bool ViewThinning::IsSettled() const {
-  return !wait_.isActive() && !asking_->IsRunning();
+  return !wait_.isActive() && !asking_->IsRunning() && !whole_->IsRunning();
+}
+
+bool ViewThinning::IsAnythingWanted() {
+  return !WhatIsWanted().empty() || whole_->IsWanted();
+}
+
+Stretch ViewThinning::StretchShown(std::size_t place) const {
+  const std::vector<TSeries*> whole = SeriesOfWhole(document_.WholeGraph());
+  const bool is_shown = place < shown_.size() && place < whole.size() &&
+                        shown_[place].points.SharesAllWith(whole[place]->Points());
+  return is_shown ? Stretch{shown_[place].x_min, shown_[place].x_max} : Stretch{};
+}
+
+/// The points of a view that was asked for are among the new ones.
+void ViewThinning::KeepShown(std::size_t place) {
+  if (place < shown_.size()) {
+    shown_[place].points = SeriesOfWhole(document_.WholeGraph())[place]->Points();
+  }
 }
 
 bool ViewThinning::IsShown(std::size_t place, const TSeries& series, double x_min,
@@ -127,17 +105,12 @@ std::vector<ViewThinning::Wanted> ViewThinning::WhatIsWanted() {
   const std::vector<TSeries*> whole = SeriesOfWhole(document_.WholeGraph());
   for (std::size_t place = 0; place < whole.size(); ++place) {
     const TSeries& series = *whole[place];
-    if (!FollowsViews(series)) continue;
-    // Another view would take back what was edited.
-    const SeriesAsRead* const read = document_.Files().AsRead().Of(series);
-    if (read != nullptr && !read->points.SharesAllWith(series.Points())) continue;
+    if (!ShowsRowsAsTheyAre(series.Source()) || WasEdited(document_, series)) continue;
     const auto range = RangeOf(*graphs[place]);
     if (!range || IsShown(place, series, range->first, range->second)) continue;
     const TDSInfo& info = series.Source();
     const double beside = kBeside * (range->second - range->first);
-    ThinnedView view{.place = ParsePlace(info.DatasourceInfo),
-                     .x = {info.XDataColumn, info.XFormat},
-                     .y = {{info.YDataColumn, info.YFormat}}};
+    ThinnedView view = WholeViewOf(info);
     view.x_min = range->first - beside;
     view.x_max = range->second + beside;
     view.columns = static_cast<int>(kColumnsOfView * (1 + 2 * kBeside));
@@ -148,7 +121,8 @@ std::vector<ViewThinning::Wanted> ViewThinning::WhatIsWanted() {
 
 void ViewThinning::Ask() {
   const std::vector<Wanted> wanted = WhatIsWanted();
-  if (wanted.empty()) return;
+  if (wanted.empty()) return whole_->GoOn();
+  whole_->GiveUp();
   asking_->Begin([this, wanted](Progress& progress) -> LatestWork::Answer {
     std::vector<Answer> answers;
     for (const Wanted& one : wanted) {
@@ -186,14 +160,10 @@ void ViewThinning::Take(const std::vector<Wanted>& wanted, const std::vector<Ans
       TSeries& series = *whole[place];
       const auto say = [&](const std::string& text) { told += (told.empty() ? "" : "; ") + text; };
       if (answers[i].trouble.empty()) {
-        Replace(series, Merged(before, answers[i].rows, view.x_min, view.x_max));
+        ReplacePoints(series, WithView(before, answers[i].rows, {view.x_min, view.x_max}));
         points.push_back({series.Source().DatasourceInfo, series.Points()});
-        const auto picked = static_cast<std::int64_t>(answers[i].rows.x.size());
-        const std::string of = std::to_string(answers[i].rows.rows);
-        say(picked < answers[i].rows.rows
-                ? "thinned by the data base: " + std::to_string(picked) + " of " + of +
-                      " rows in view of \"" + series.SeriesName() + "\", zooming shows more"
-                : "all " + of + " rows in view of \"" + series.SeriesName() + "\" are shown");
+        say(ShownRows(series, static_cast<std::int64_t>(answers[i].rows.x.size()),
+                      answers[i].rows.rows));
       } else {
         say("the view of \"" + series.SeriesName() + "\" stays as it was: " + answers[i].trouble);
       }
@@ -201,6 +171,7 @@ void ViewThinning::Take(const std::vector<Wanted>& wanted, const std::vector<Ans
     }
   }
   if (!told.empty()) document_.Files().TakeView(points, told);
+  if (whole_->IsWanted()) wait_.start();
 }
 
 }  // namespace tarnwick

@@ -15,6 +15,8 @@ namespace tarnwick {
 class Document;
 class LatestWork;
 class TSeries;
+class WholeReading;
+struct Stretch;
 
 class ViewThinning final : public QObject {
  public:
@@ -39,12 +41,16 @@ class ViewThinning final : public QObject {
   struct Answer;
 
   void Ask();
+  bool IsAnythingWanted();
+  Stretch StretchShown(std::size_t place) const;
+  void KeepShown(std::size_t place);
   std::vector<Wanted> WhatIsWanted();
   bool IsShown(std::size_t place, const TSeries& series, double x_min, double x_max) const;
   void Take(const std::vector<Wanted>& wanted, const std::vector<Answer>& answers);
 
   Document& document_;
   LatestWork* asking_;
+  WholeReading* whole_;
   PasswordAsker passwords_;
   QTimer wait_;
   std::vector<Shown> shown_;  // by place

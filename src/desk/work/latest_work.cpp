@@ -44,15 +44,25 @@ void LatestWork::GiveUp() {
 }
 
 void LatestWork::Begin(std::function<Answer(Progress&)> work) {
+  BeginInParts(
+      [work = std::move(work)](Progress& progress, const Interim&) { return work(progress); });
+}
+
+void LatestWork::BeginInParts(std::function<Answer(Progress&, const Interim&)> work) {
   GiveUp();
   progress_ = std::make_shared<SharedProgress>();
   worker_->Do([this, here = answers_.Address(), work = std::move(work), progress = progress_] {
     if (progress->Cancelled()) return;
-    here.Post([this, answer = work(*progress), progress] {
-      if (progress != progress_) return;  // another answer is wanted by now
-      progress_.reset();
-      answer();
-    });
+    const auto post = [&](Answer answer, Reaches reaches) {
+      here.Post([this, answer = std::move(answer), progress, reaches] {
+        if (progress != progress_) return;  // another answer is wanted by now
+        if (reaches == Reaches::End) progress_.reset();
+        answer();
+      });
+    };
+    const Interim tell = [&](Answer answer) { post(std::move(answer), Reaches::Interim); };
+    Answer answer = work(*progress, tell);
+    post(std::move(answer), Reaches::End);
   });
 }
 

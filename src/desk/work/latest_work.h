@@ -30,10 +30,16 @@ class LatestWork final : public QObject {
   /// Begins `work`, which touches only what it holds by value and throws nothing. What was being done is given up: it is
   /// told so by its progress, and its answer is dropped.
   void Begin(std::function<Answer(Progress&)> work);
+  /// What is there before all is: handed over as an answer is, by the work while it runs.
+  using Interim = std::function<void(Answer)>;
+  /// The same for work that has something to show meanwhile.
+  void BeginInParts(std::function<Answer(Progress&, const Interim&)> work);
   void GiveUp();
   bool IsRunning() const { return progress_ != nullptr; }
 
  private:
+  enum class Reaches { Interim, End };
+
   const AbandonedWork abandoned_;
   std::shared_ptr<SharedProgress> progress_;  // of what is being done; null for nothing
   Mailbox answers_;

@@ -111,7 +111,7 @@ bool ChoosesRows(const ImportOptions& options) {
 }
 
 void ChooseThinning(const ImportOptions& options, const DatabaseDialect& dialect,
-                    ImportSource& source) {
+                    FirstPicture picture, ImportSource& source) {
   const DatabasePlace place = ParsePlace(source.info.DatasourceInfo);
   const bool wanted = options.thinned_at_source.value_or(false);
   if (wanted && ChoosesRows(options)) {
@@ -127,26 +127,28 @@ void ChooseThinning(const ImportOptions& options, const DatabaseDialect& dialect
   source.notes.push_back("the data base gives the highest and lowest rows only, of about " +
                          std::to_string(source.supplier->Size()) +
                          " rows; a view that is zoomed shows more");
-  source.supplier = std::make_unique<ThinnedSupplier>(std::move(source.supplier), place);
+  source.supplier = std::make_unique<ThinnedSupplier>(std::move(source.supplier), place, picture);
 }
 
 void Examine(const DatabasePlace& place, const ImportOptions& options, Progress& progress,
-             ImportSource& source) {
+             FirstPicture picture, ImportSource& source) {
   const bool named = !place.table.empty() || !place.query.empty();
   const DatabaseDialect& dialect =
       named ? OpenTable(place, progress, source) : OpenFirstTable(place, progress, source);
   SettleStoredTimes(options, source);
-  ChooseThinning(options, dialect, source);
+  ChooseThinning(options, dialect, picture, source);
 }
 
+template <FirstPicture picture>
 void ExamineFile(FileToExamine file, ImportSource& source) {
   std::error_code ignored;  // what cannot be looked at cannot be opened either
   if (!std::filesystem::is_regular_file(file.name, ignored)) {
     throw FileError("A data base is read from its own file, not from a pipe", file.name, "");
   }
-  Examine(PlaceOfFile(file.name), file.options, file.progress, source);
+  Examine(PlaceOfFile(file.name), file.options, file.progress, picture, source);
 }
 
+template <FirstPicture picture>
 std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress) {
   const DatabasePlace place = ParsePlace(info.DatasourceInfo);
   if (place.table.empty() && place.query.empty()) {
@@ -157,13 +159,14 @@ std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress
     table->GuessRows(progress);
     return table;
   }
-  return std::make_unique<ThinnedSupplier>(std::move(table), place);
+  return std::make_unique<ThinnedSupplier>(std::move(table), place, picture);
 }
 
+template <FirstPicture picture>
 ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress& progress) {
   ImportOptions asked = options;
   if (place.ThinnedAtSource) asked.thinned_at_source = true;
-  return OpenDatabase(ParsePlace(place.DatasourceInfo), asked, progress);
+  return OpenDatabase(ParsePlace(place.DatasourceInfo), asked, progress, picture);
 }
 
 }  // namespace
@@ -173,21 +176,42 @@ bool IsThinned(const TDSInfo& info) {
          info.RowChoiceMode == RowChoice::All;
 }
 
-SourceKind DatabaseKind() {
-  return {.kind = DataSourceKind::Database,
-          .name = "Database table",
-          .recognises = [](std::string_view bytes) { return bytes.starts_with("SQLite format 3"); },
-          .examine = &ExamineFile,
-          .begin = &BeginAt,
-          .open = &OpenAgain,
-          .settings = kSettings};
+bool IsCoarse(const TDSInfo& info) {
+  return IsThinned(info) && info.RowSamplingFrequency > 1;
+}
+
+bool ShowsRowsAsTheyAre(const TDSInfo& info) {
+  const auto is_raw = [](const std::string& expression, const char* name) {
+    return expression.empty() || expression == name;
+  };
+  return IsThinned(info) && is_raw(info.XColExpr, "X") && is_raw(info.YColExpr, "Y") &&
+         info.YErrorColumn.empty() && info.XErrorColumn.empty();
+}
+
+ThinnedView WholeViewOf(const TDSInfo& info) {
+  return {.place = ParsePlace(info.DatasourceInfo),
+          .x = {info.XDataColumn, info.XFormat},
+          .y = {{info.YDataColumn, info.YFormat}},
+          .columns = kColumnsOfWhole};
+}
+
+SourceKind DatabaseKind(FirstPicture picture) {
+  const bool coarse = picture == FirstPicture::Coarse;
+  return {
+      .kind = DataSourceKind::Database,
+      .name = "Database table",
+      .recognises = [](std::string_view bytes) { return bytes.starts_with("SQLite format 3"); },
+      .examine = coarse ? &ExamineFile<FirstPicture::Coarse> : &ExamineFile<FirstPicture::Whole>,
+      .begin = coarse ? &BeginAt<FirstPicture::Coarse> : &BeginAt<FirstPicture::Whole>,
+      .open = coarse ? &OpenAgain<FirstPicture::Coarse> : &OpenAgain<FirstPicture::Whole>,
+      .settings = kSettings};
 }
 
 ImportSource OpenDatabase(const DatabasePlace& place, const ImportOptions& options,
-                          Progress& progress) {
+                          Progress& progress, FirstPicture picture) {
   options.Validate();
   ImportSource source;
-  Examine(place, options, progress, source);
+  Examine(place, options, progress, picture, source);
   FinishSource(options, DataSourceKind::Database, source);
   return source;
 }

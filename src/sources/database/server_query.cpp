@@ -2,13 +2,16 @@
 
 #include <QSqlField>
 #include <QSqlRecord>
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <span>
 
 #include "base/error.h"
 #include "data/packed/unpack.h"
 #include "data/text/stored_format.h"
+#include "sources/database/database_statement.h"
 #include "sources/database/database_value.h"
 #include "sources/database/thinned_columns.h"
 
@@ -25,6 +28,12 @@ std::vector<double> NumbersOf(QString list) {
     numbers.push_back(is_number ? number : std::numeric_limits<double>::quiet_NaN());
   }
   return numbers;
+}
+
+bool IsWholeNumber(QMetaType type) {
+  constexpr int kTypes[] = {QMetaType::Int,       QMetaType::UInt,  QMetaType::LongLong,
+                            QMetaType::ULongLong, QMetaType::Short, QMetaType::UShort};
+  return std::ranges::find(kTypes, type.id()) != std::end(kTypes);
 }
 
 }  // namespace
@@ -53,6 +62,7 @@ AskedColumn ServerQuery::Asked(const QSqlRecord& record, const ThinnedColumn& co
   const QMetaType type = record.field(at).metaType();
   AskedColumn asked{.name = connection_.QuotedColumn(column.name), .number = {}};
   asked.is_time = type.id() == QMetaType::QDateTime || type.id() == QMetaType::QDate;
+  asked.is_whole = IsWholeNumber(type);
   if (!asked.is_time && (!IsStoredNumber(type) || !TakesNumbers(column.format))) {
     throw Error("The server cannot compare the values of the column \"" + column.name +
                 "\", which are read as texts: its table cannot be thinned there; sample "
@@ -115,6 +125,39 @@ ThinnedRows ServerQuery::Thinned(const QString& where,
     }
   }
   return columns.Rows();
+}
+
+ThinnedRows ServerQuery::Listed(const ColumnsOfX& x, const QString& statement) {
+  ThinnedColumns columns(x.min, x.max, view_.columns, ys_.size());
+  Run(statement);
+  while (Next()) {
+    const std::vector<double> numbers = NumbersOf(rows_.Value(0).toString());
+    if (numbers.size() == 1 + ys_.size()) columns.Add(numbers.data());
+  }
+  return columns.Rows();
+}
+
+/// The first column of what it answers.
+QStringList ServerQuery::Answers(const QString& statement) {
+  rows_.Close();
+  QSqlQuery query(connection_.Handle());
+  if (!connection_.Execute(query, statement, view_.place.Name(), progress_)) {
+    throw UnpackingCancelled("Reading " + view_.place.Name() + " was cancelled");
+  }
+  QStringList answers;
+  while (query.next()) answers.append(query.value(0).toString());
+  return answers;
+}
+
+QString ServerQuery::Plan(const QString& statement) {
+  return Answers("EXPLAIN " + statement).join('\n');
+}
+
+std::optional<std::int64_t> ServerQuery::GuessedRows() {
+  const QString statement = GuessOfRows(connection_.Dialect(), source_);
+  const QStringList answers = statement.isEmpty() ? QStringList() : Answers(statement);
+  if (answers.isEmpty() || answers.front().toDouble() < 0) return std::nullopt;
+  return static_cast<std::int64_t>(answers.front().toDouble());
 }
 
 void ServerQuery::Fail(const DatabaseFailure& failure) const {

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -15,9 +17,10 @@ namespace tarnwick {
 
 /// A column as a server is asked for it.
 struct AskedColumn {
-  QString name;          ///< quoted
-  QString number;        ///< its value as a number of double precision
-  bool is_time = false;  ///< a moment, whose number is a day
+  QString name;           ///< quoted
+  QString number;         ///< its value as a number of double precision
+  bool is_time = false;   ///< a moment, whose number is a day
+  bool is_whole = false;  ///< a whole number, which an index finds only beside whole numbers
 };
 
 /// How a dialect turns values into numbers; "%1" is the column.
@@ -50,10 +53,17 @@ class ServerQuery {
   /// UnpackingCancelled.
   ThinnedRows Thinned(const QString& where,
                       const std::function<QString(const ColumnsOfX&)>& statement);
-
- private:
+  /// The rows that a statement answers, each as such a list.
+  ThinnedRows Listed(const ColumnsOfX& x, const QString& statement);
   /// From end to end of the view, or of the rows where it has none. Nothing without rows.
   std::optional<ColumnsOfX> Columns(const QString& where);
+  /// How the server would answer a statement, in its own words.
+  QString Plan(const QString& statement);
+  /// About how many rows its table has, where the server knows without counting.
+  std::optional<std::int64_t> GuessedRows();
+
+ private:
+  QStringList Answers(const QString& statement);
   void Run(const QString& statement);
   bool Next();
   AskedColumn Asked(const QSqlRecord& record, const ThinnedColumn& column,

@@ -2,11 +2,12 @@
 // by an index of X where there is one.
 #pragma once
 
-#include "sources/database/thinned_view.h"
+#include "sources/database/thinned_pieces.h"
 
 namespace tarnwick {
 
-/// As FetchThinned().
-ThinnedRows FetchThinnedOfSqlite(const ThinnedView& view, Progress& progress);
+/// As FetchThinnedInPieces().
+ThinnedRows FetchThinnedOfSqlite(const ThinnedView& view, ThinnedSoFar& so_far,
+                                 const ThinnedTaker& take, Progress& progress);
 
 }  // namespace tarnwick

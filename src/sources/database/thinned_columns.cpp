@@ -5,6 +5,18 @@
 #include <limits>
 
 namespace tarnwick {
+namespace {
+
+/// By X, then by every Y. A row without Y is after those with one: NaN orders nothing.
+bool IsBefore(std::span<const double> row, std::span<const double> other) {
+  const auto key = [](double value) {
+    return std::isnan(value) ? std::numeric_limits<double>::infinity() : value;
+  };
+  return std::ranges::lexicographical_compare(row, other,
+                                              [&](double a, double b) { return key(a) < key(b); });
+}
+
+}  // namespace
 
 ThinnedColumns::ThinnedColumns(double x_min, double x_max, int columns, std::size_t ys)
     : x_min_(x_min),
@@ -30,17 +42,27 @@ void ThinnedColumns::Add(const double* row) {
   Keep(row);
 }
 
-/// Of equal ones the one that came first.
+/// Of equal ones the first in the order of rows, so that it does not matter which came first.
 void ThinnedColumns::Keep(const double* row) {
   double* const column = kept_.data() + ColumnOf(row[0]) * slots_ * width_;
   const auto put = [&](std::size_t slot) { std::copy_n(row, width_, column + slot * width_); };
-  if (!(row[0] >= column[0])) put(0);
-  if (!(row[0] < column[width_])) put(1);
+  const auto is_before = [&](std::size_t slot) {
+    return IsBefore({row, width_}, {column + slot * width_, width_});
+  };
+  if (std::isnan(column[0]) || is_before(0)) put(0);
+  if (std::isnan(column[width_]) || (row[0] >= column[width_] && !is_before(1))) put(1);
   for (std::size_t y = 1; y <= ys_; ++y) {
     if (!std::isfinite(row[y])) continue;
-    if (!(row[y] >= column[2 * y * width_ + y])) put(2 * y);
-    if (!(row[y] <= column[(2 * y + 1) * width_ + y])) put(2 * y + 1);
+    const double lowest = column[2 * y * width_ + y];
+    const double highest = column[(2 * y + 1) * width_ + y];
+    if (!(row[y] >= lowest) || (row[y] == lowest && is_before(2 * y))) put(2 * y);
+    if (!(row[y] <= highest) || (row[y] == highest && is_before(2 * y + 1))) put(2 * y + 1);
   }
+}
+
+void ThinnedColumns::Clear() {
+  std::ranges::fill(kept_, std::numeric_limits<double>::quiet_NaN());
+  rows_ = 0;
 }
 
 void ThinnedColumns::Merge(const ThinnedColumns& other) {
@@ -55,13 +77,8 @@ ThinnedRows ThinnedColumns::Rows() const {
   for (std::size_t at = 0; at < kept_.size(); at += width_) {
     if (!std::isnan(kept_[at])) kept.push_back(kept_.data() + at);
   }
-  // A row without Y is after those with one: NaN orders nothing.
-  const auto key = [](double value) {
-    return std::isnan(value) ? std::numeric_limits<double>::infinity() : value;
-  };
   const auto before = [&](const double* one, const double* other) {
-    return std::lexicographical_compare(one, one + width_, other, other + width_,
-                                        [&](double a, double b) { return key(a) < key(b); });
+    return IsBefore({one, width_}, {other, width_});
   };
   const auto same = [&](const double* one, const double* other) {
     return !before(one, other) && !before(other, one);

@@ -22,6 +22,8 @@ class ThinnedColumns {
   /// Rows that were picked elsewhere, of so many.
   void AddPicked(std::span<const double> row) { Keep(row.data()); }
   void Count(std::int64_t rows) { rows_ += rows; }
+  /// As if nothing had fallen into them.
+  void Clear();
   ThinnedRows Rows() const;
 
  private:

@@ -9,8 +9,9 @@
 
 namespace tarnwick {
 
-ThinnedSupplier::ThinnedSupplier(std::unique_ptr<TDataSupplier> table, DatabasePlace place)
-    : table_(std::move(table)), place_(std::move(place)) {}
+ThinnedSupplier::ThinnedSupplier(std::unique_ptr<TDataSupplier> table, DatabasePlace place,
+                                 FirstPicture picture)
+    : table_(std::move(table)), place_(std::move(place)), picture_(picture) {}
 
 bool ThinnedSupplier::Expect(const RowPlan& plan, Progress& progress) {
   const std::vector<std::string>& names = table_->ColumnNames();
@@ -38,7 +39,8 @@ bool ThinnedSupplier::Expect(const RowPlan& plan, Progress& progress) {
     view.y.push_back(view.x);
   }
   try {
-    picked_ = FetchThinned(view, progress);
+    picked_ = picture_ == FirstPicture::Coarse ? FetchCoarse(view, progress) : std::nullopt;
+    if (!picked_) picked_ = FetchThinned(view, progress);
   } catch (const UnpackingCancelled&) {
     return false;
   }

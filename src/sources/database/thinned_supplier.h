@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "data/data_supplier.h"
+#include "sources/database/first_picture.h"
 #include "sources/database/thinned_view.h"
 
 namespace tarnwick {
@@ -16,7 +17,7 @@ namespace tarnwick {
 class ThinnedSupplier final : public TDataSupplier {
  public:
   /// Of what the supplier reads at that place.
-  ThinnedSupplier(std::unique_ptr<TDataSupplier> table, DatabasePlace place);
+  ThinnedSupplier(std::unique_ptr<TDataSupplier> table, DatabasePlace place, FirstPicture picture);
 
   std::int32_t CurrentRow() const override;
   std::int32_t HeaderRowsPassed() const override { return 0; }
@@ -41,6 +42,7 @@ class ThinnedSupplier final : public TDataSupplier {
  private:
   std::unique_ptr<TDataSupplier> table_;
   DatabasePlace place_;
+  FirstPicture picture_;
   std::vector<ColumnRequest> columns_;  // X, then every Y, as they were picked
   std::optional<ThinnedRows> picked_;
   std::int64_t row_ = 0;  // of the picked ones, from 0

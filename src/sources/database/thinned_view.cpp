@@ -9,6 +9,7 @@
 #include "sources/database/database_connection.h"
 #include "sources/database/mysql_thinning.h"
 #include "sources/database/postgres_thinning.h"
+#include "sources/database/sqlite_coarse.h"
 #include "sources/database/sqlite_thinning.h"
 
 namespace tarnwick {
@@ -20,24 +21,58 @@ constexpr std::size_t kMostYs = 32;  // what is kept grows with their square
 struct Way {
   std::string_view scheme;
   ThinnedRows (*fetch)(const ThinnedView& view, const DatabaseConnection& connection,
-                       Progress& progress);
+                       ThinnedSoFar& so_far, const ThinnedTaker& take, Progress& progress);
+  /// Null: it finds no rows but by going through all.
+  std::optional<std::int64_t> (*coarse_rows)(const ThinnedView& view,
+                                             const DatabaseConnection& connection,
+                                             Progress& progress) = nullptr;
+  std::optional<ThinnedRows> (*coarse)(const ThinnedView& view,
+                                       const DatabaseConnection& connection,
+                                       Progress& progress) = nullptr;
 };
 
 /// Its file is on this machine, whatever driver reads it.
-ThinnedRows FetchFromItsFile(const ThinnedView& view, const DatabaseConnection& connection,
-                             Progress& progress) {
+ThinnedView OfItsFile(ThinnedView view, const DatabaseConnection& connection) {
   QSqlQuery query(connection.Handle());
   const bool known =
       query.exec("SELECT file FROM pragma_database_list WHERE name = 'main'") && query.next();
-  ThinnedView of_file = view;
-  of_file.place.scheme = "sqlite";
-  of_file.place.address = known ? query.value(0).toString().toStdString() : std::string();
-  return FetchThinnedOfSqlite(of_file, progress);
+  view.place.scheme = "sqlite";
+  view.place.address = known ? query.value(0).toString().toStdString() : std::string();
+  return view;
 }
 
-constexpr Way kWays[] = {{"sqlite", &FetchFromItsFile},
-                         {"postgresql", &FetchThinnedOfPostgres},
-                         {"mysql", &FetchThinnedOfMysql}};
+ThinnedRows FetchFromItsFile(const ThinnedView& view, const DatabaseConnection& connection,
+                             ThinnedSoFar& so_far, const ThinnedTaker& take, Progress& progress) {
+  return FetchThinnedOfSqlite(OfItsFile(view, connection), so_far, take, progress);
+}
+
+std::optional<std::int64_t> CoarseRowsOfItsFile(const ThinnedView& view,
+                                                const DatabaseConnection& connection,
+                                                Progress& progress) {
+  return CoarseRowsOfSqlite(OfItsFile(view, connection), progress);
+}
+
+std::optional<ThinnedRows> FetchCoarseFromItsFile(const ThinnedView& view,
+                                                  const DatabaseConnection& connection,
+                                                  Progress& progress) {
+  return FetchCoarseOfSqlite(OfItsFile(view, connection), progress);
+}
+
+using FetchOfServer = ThinnedRows (*)(const ThinnedView& view, const DatabaseConnection& connection,
+                                      Progress& progress);
+
+template <FetchOfServer fetch>
+ThinnedRows FetchAtOnce(const ThinnedView& view, const DatabaseConnection& connection,
+                        ThinnedSoFar& /*so_far*/, const ThinnedTaker& /*take*/,
+                        Progress& progress) {
+  return fetch(view, connection, progress);
+}
+
+constexpr Way kWays[] = {
+    {"sqlite", &FetchFromItsFile, &CoarseRowsOfItsFile, &FetchCoarseFromItsFile},
+    {"postgresql", &FetchAtOnce<&FetchThinnedOfPostgres>, &CoarseRowsOfPostgres,
+     &FetchCoarseOfPostgres},
+    {"mysql", &FetchAtOnce<&FetchThinnedOfMysql>}};
 
 const Way* WayOf(const DatabaseDialect& dialect) {
   const auto* const way = std::ranges::find(kWays, dialect.scheme, &Way::scheme);
@@ -57,15 +92,37 @@ void RequireThinning(const DatabasePlace& place, const DatabaseDialect& dialect)
 }
 
 ThinnedRows FetchThinned(const ThinnedView& view, Progress& progress) {
+  ThinnedSoFar nothing;
+  return FetchThinnedInPieces(view, nothing, {}, progress);
+}
+
+ThinnedRows FetchThinnedInPieces(const ThinnedView& view, ThinnedSoFar& so_far,
+                                 const ThinnedTaker& take, Progress& progress) {
   if (!view.place.query.empty()) RequireReadingQuery(view.place.query);
   if (view.y.size() > kMostYs) {
     throw Error("A table is thinned for at most " + std::to_string(kMostYs) +
                 " columns of Y at once; name those that are wanted");
   }
-  if (view.place.scheme == "sqlite") return FetchThinnedOfSqlite(view, progress);
+  if (view.place.scheme == "sqlite") return FetchThinnedOfSqlite(view, so_far, take, progress);
   const DatabaseConnection connection(view.place);
   RequireThinning(view.place, connection.Dialect());
-  return WayOf(connection.Dialect())->fetch(view, connection, progress);
+  return WayOf(connection.Dialect())->fetch(view, connection, so_far, take, progress);
+}
+
+std::optional<std::int64_t> CoarseRows(const ThinnedView& view, Progress& progress) {
+  if (!view.place.query.empty() || view.y.size() > kMostYs) return std::nullopt;
+  if (view.place.scheme == "sqlite") return CoarseRowsOfSqlite(view, progress);
+  const DatabaseConnection connection(view.place);
+  const Way* const way = WayOf(connection.Dialect());
+  if (way == nullptr || way->coarse_rows == nullptr) return std::nullopt;
+  return way->coarse_rows(view, connection, progress);
+}
+
+std::optional<ThinnedRows> FetchCoarse(const ThinnedView& view, Progress& progress) {
+  if (!CoarseRows(view, progress)) return std::nullopt;
+  if (view.place.scheme == "sqlite") return FetchCoarseOfSqlite(view, progress);
+  const DatabaseConnection connection(view.place);
+  return WayOf(connection.Dialect())->coarse(view, connection, progress);
 }
 
 }  // namespace tarnwick

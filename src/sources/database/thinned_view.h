@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,9 @@ inline constexpr int kColumnsOfWhole = 16 * 2048;
 /// Columns of a view where no screen says how many.
 inline constexpr int kColumnsOfView = 2048;
 
+/// Tables up to so many rows are read whole at once: that takes half a second where it is fast.
+inline constexpr std::int64_t kMostRowsAtOnce = 4'000'000;
+
 /// Of a Y: first, last, lowest and highest of each column.
 constexpr std::int64_t MostThinnedRows(int columns) {
   return std::int64_t{4} * columns;
@@ -29,6 +33,7 @@ constexpr std::int64_t MostThinnedRows(int columns) {
 struct ThinnedColumn {
   std::string name = {};
   ColumnFormat format = ColumnFormat::Automatic;
+  bool operator==(const ThinnedColumn&) const = default;
 };
 
 struct ThinnedView {
@@ -57,5 +62,13 @@ void RequireThinning(const DatabasePlace& place, const DatabaseDialect& dialect)
 /// view is among the answer. Throws Error and FileError as suppliers do, and UnpackingCancelled when `progress` cancels, which
 /// reaches the data base. Where it can be told how far it is, `progress` comes to MostThinnedRows of the columns.
 ThinnedRows FetchThinned(const ThinnedView& view, Progress& progress);
+
+/// About how many rows a table has that is so large that a few of them are looked at first, where FetchCoarse() finds them.
+/// Nothing for others, for views and queries, and where no index leads to a row. Throws as FetchThinned().
+std::optional<std::int64_t> CoarseRows(const ThinnedView& view, Progress& progress);
+
+/// A few rows from all over the table, in about a second: a picture to look at until every row is read, which misses most
+/// extremes. The view is of the whole. Nothing where CoarseRows() is nothing. Throws as FetchThinned().
+std::optional<ThinnedRows> FetchCoarse(const ThinnedView& view, Progress& progress);
 
 }  // namespace tarnwick

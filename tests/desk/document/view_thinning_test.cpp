@@ -12,6 +12,7 @@
 #include "desk/document/document.h"
 #include "document/immediate_work.h"
 #include "sources/database/database_place.h"
+#include "sources/database/database_source.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
 
@@ -106,6 +107,97 @@ TEST_F(ViewsOfDatabase, AllRowsAreLoadedOnRequestAndATableThatGoesIsTold) {
   std::filesystem::rename(file_ + ".away", file_);
   ASSERT_TRUE(document_.Files().LoadAllRows());
   EXPECT_EQ(Series().PointCount(), kRows);
+}
+
+/// A table that claims to be large: its row numbers lie far apart. X repeats only where few rows lie.
+class CoarseFirst : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    {
+      QSqlDatabase base = QSqlDatabase::addDatabase("QSQLITE", "viewed");
+      base.setDatabaseName(QString::fromStdString(file_));
+      ASSERT_TRUE(base.open());
+      QSqlQuery query(base);
+      ASSERT_TRUE(query.exec("CREATE TABLE run (x REAL, y REAL, z REAL)"));
+      ASSERT_TRUE(query.exec(
+          "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100000) "
+          "INSERT INTO run(rowid, x, y, z) SELECT i * 100, CASE WHEN i = 70001 THEN 70000 ELSE i "
+          "END, CASE i WHEN 70000 THEN 50 WHEN 70001 THEN -50 ELSE i % 3 END, -i FROM n"));
+    }
+    QSqlDatabase::removeDatabase("viewed");
+    place_.DataSource = DataSourceKind::Database;
+    place_.DatasourceInfo = PlaceOfFile(file_).Text() + "?table=run";
+    place_.ThinnedAtSource = true;
+    ASSERT_TRUE(document_.Files().ReadPlace(place_));
+    ASSERT_EQ(document_.WholeGraph().SeriesCount(), 2);
+  }
+  TSeries& Series(std::size_t i) { return document_.WholeGraph().Series(i); }
+  std::vector<double> YAt(double at) {
+    const std::vector<double> x = XValues(Series(0).Points()), y = YValues(Series(0).Points());
+    std::vector<double> found;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+      if (x[i] == at) found.push_back(y[i]);
+    }
+    std::ranges::sort(found);
+    return found;
+  }
+  bool Settle(const ViewThinning& views) {
+    return QTest::qWaitFor([&] { return views.IsSettled(); }, 20'000);
+  }
+
+  TDSInfo place_;
+  testing::TemporaryFolder folder_;
+  std::string file_ = folder_.File("runs.db").string();
+  testing::ScriptedPrompt prompt_;
+  testing::ImmediateWork work_;
+  Document document_{"Graph_1", work_, prompt_};
+};
+
+TEST_F(CoarseFirst, EveryRowIsReadBehindIt) {
+  const std::int64_t step = document_.History().LastStep();
+  const int coarse = Series(0).PointCount();
+  EXPECT_TRUE(IsCoarse(Series(0).Source()));
+  EXPECT_LT(coarse, 20'000);
+  ViewThinning views(document_, nullptr);
+  ASSERT_TRUE(Settle(views));
+  for (const std::size_t i : {0U, 1U}) {
+    EXPECT_FALSE(IsCoarse(Series(i).Source()));
+    EXPECT_GT(Series(i).PointCount(), 60'000);
+  }
+  EXPECT_EQ(YAt(70'000), (std::vector<double>{-50, 50})) << "spikes, also at one X";
+  EXPECT_EQ(document_.History().LastStep(), step) << "looking is no step";
+  EXPECT_NE(document_.Files().Told().Text().find("of 100000 rows in view of \"y\""),
+            std::string::npos)
+      << document_.Files().Told().Text();
+}
+
+TEST_F(CoarseFirst, ItStaysWhereItsPointsAreEditedOrItsTableGoesAndIsToldAsSuch) {
+  const int coarse = Series(0).PointCount();
+  std::filesystem::rename(file_, file_ + ".away");
+  {
+    ViewThinning views(document_, nullptr);
+    ASSERT_TRUE(Settle(views));
+  }
+  EXPECT_NE(document_.Files().Told().Text().find("stays coarse, spikes may be missing: The file"),
+            std::string::npos)
+      << document_.Files().Told().Text();
+  EXPECT_EQ(Series(0).PointCount(), coarse);
+  std::filesystem::rename(file_ + ".away", file_);
+  document_.Edit("Shift", [](TxyGraph& graph) { graph.Series(0).ShiftX(5); });
+  ViewThinning views(document_, nullptr);
+  ASSERT_TRUE(Settle(views));
+  EXPECT_EQ(Series(0).PointCount(), coarse);
+  EXPECT_TRUE(IsCoarse(Series(0).Source()));
+  EXPECT_FALSE(IsCoarse(Series(1).Source()));
+}
+
+TEST_F(CoarseFirst, IsNotWhereRowsCannotTakeThePlaceOfPoints) {
+  TDSInfo by_expression = Series(0).Source();
+  by_expression.YColExpr = "2 * Y";
+  ASSERT_TRUE(document_.Files().ReadBy({{.place = 0, .source = by_expression}}));
+  EXPECT_FALSE(IsCoarse(Series(0).Source()));
+  EXPECT_GT(Series(0).PointCount(), 60'000);
+  EXPECT_FALSE(YAt(70'000).empty());
 }
 
 }  // namespace

@@ -88,6 +88,29 @@ TEST_F(Postgres, TimesAreThinnedAsDays) {
   EXPECT_EQ(rows.y[1].back(), 1);
 }
 
+TEST_F(Postgres, ATableThatIsLargeHasACoarsePictureWhereAnIndexFindsX) {
+  server_->Run(
+      {"CREATE TABLE large AS SELECT i AS n, i * 0.5::float8 AS x, timestamp '2024-03-04' "
+       "+ i * interval '1 hour' AS at, i % 7 AS y FROM generate_series(1, 100000) i",
+       "CREATE INDEX ON large (n)", "CREATE INDEX ON large (x)", "CREATE INDEX ON large (at)",
+       "ANALYZE large", "UPDATE pg_class SET reltuples = 1e8 WHERE relname = 'large'"});
+  NoProgress unseen;
+  for (const char* const x : {"n", "x", "at"}) {
+    SCOPED_TRACE(x);
+    const ThinnedView view{.place = Place("large"), .x = {x}, .y = {{"y"}}};
+    EXPECT_EQ(CoarseRows(view, unseen).value_or(0), 100'000'000);
+    const auto coarse = FetchCoarse(view, unseen);
+    ASSERT_TRUE(coarse);
+    EXPECT_GT(coarse->rows, 4000);
+    const ThinnedRows whole = FetchThinned(view, unseen);
+    EXPECT_EQ(whole.rows, 100'000);
+    EXPECT_EQ(coarse->x.front(), whole.x.front());
+    EXPECT_EQ(coarse->x.back(), whole.x.back());
+  }
+  const ThinnedView not_found{.place = Place("large"), .x = {"y"}, .y = {{"x"}}};
+  EXPECT_FALSE(FetchCoarse(not_found, unseen));
+}
+
 /// What happens while rows are read.
 class Meanwhile final : public Progress {
  public:
