@@ -89,7 +89,7 @@ void LoadTarget::Take(RowValues values, LineOf&& line) {
   const RowVerdict verdict = chooser_.Take(values.x, values.y);
   if (verdict == RowVerdict::Passed) return;
   if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
-  if (verdict == RowVerdict::Skipped && std::isnan(values.x)) pieces_.PassRemark();
+  if (verdict == RowVerdict::Skipped && std::isnan(values.x)) pieces_.PassBreak();
   if (!OfChosenRun()) return;
   ++report_.rows_read;
   std::optional<SkipReason> skipped;

@@ -11,6 +11,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::int32_t kBlanksOfRun = 2;
+constexpr std::size_t kFewestOneWay = 3;  // rows of a run that a comment ends
 constexpr double kEven = 0.15;     // steps differ by no more than this share: months are even
 constexpr double kMostEven = 0.9;  // of the steps
 constexpr double kLong = 1.5;      // times the usual step is a gap
@@ -32,14 +33,17 @@ bool PieceFinder::GoesOn(double x) const {
 
 void PieceFinder::SeeRow(double x) {
   const std::int32_t blanks = std::exchange(blanks_, 0);
-  const bool remark = std::exchange(remark_, false) && begun_ && !GoesOn(x);
-  const bool parted = blanks > 0 || remark;
+  const bool turns = begun_ && !GoesOn(x);
+  const bool remark = std::exchange(remark_, false) && turns;
+  const bool parted = (std::exchange(break_, false) && turns) || remark || blanks > 0;
   // An outline comes back to where it began without beginning anew.
-  const bool may_start = blanks > 0 || (remark && !(rose_ && fell_));
+  const bool one_way = rows_ >= kFewestOneWay && !(rose_ && fell_);
+  const bool may_start = blanks > 0 || (remark && one_way);
   const bool runs_on = begun_ && blanks < kBlanksOfRun && !(may_start && StartsAnew(x));
   if (begun_ && !runs_on) ++run_;
   if (!runs_on) {
     first_x_ = x;
+    rows_ = 0;
     rose_ = fell_ = false;
   } else if (!parted) {
     rose_ = rose_ || x > last_x_;
@@ -47,6 +51,7 @@ void PieceFinder::SeeRow(double x) {
   }
   gap_ = gap_ || parted;
   last_x_ = x;
+  ++rows_;
   begun_ = true;
 }
 
@@ -57,6 +62,7 @@ void PieceFinder::SeeRows(std::span<const double> x) {
     fell_ = fell_ || x[i] < x[i - 1];
   }
   last_x_ = x.back();
+  rows_ += x.size() - 1;
 }
 
 void PieceFinder::TakePoint(std::int64_t point) {
