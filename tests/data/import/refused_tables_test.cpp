@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "data/import/import_file.h"
+#include "import/table_texts.h"
+#include "support/refusal.h"
+#include "support/temporary_folder.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::Described;
+using testing::Rows;
+
+TEST(GuessedTables, RefuseWhatIsNone) {
+  const std::string atoms = Rows(9, "C 0.@ 1.5 @@");
+  const struct {
+    const char* what;
+    std::string text;
+    const char* why;
+  } texts[] = {
+      {"atoms", "9\nbenzene\n" + atoms, "atoms of molecules"},
+      {"atoms in a data bank's form", Rows(9, "ATOM  1@ CA  GLY A @ 1.5 @@ 0.5 1.00 20.00"),
+       "atoms of molecules"},
+      {"corners and faces", Rows(9, "v 0.@ 1.5 @@") + Rows(9, "f @ 1@ 2@"), "corners and faces"},
+      {"facets",
+       Rows(9,
+            "facet normal 0 0 1\nouter loop\nvertex @ 1 2\nvertex 2 @ 1\nvertex 1 2 @\n"
+            "endloop\nendfacet"),
+       "corners and faces"},
+      {"rows of all lengths", Rows(9, "1.5 2 3 4\n55 6 77\n8 999\n10 2.25 3 4 5\n@ 2"),
+       "number of columns"},
+      {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& text : texts) {
+    const std::filesystem::path file = folder.Write("t.txt", text.text);
+    EXPECT_NE(testing::Refusal([&] { ImportFile(file); }).find(text.why), std::string::npos)
+        << text.what;
+  }
+  ImportOptions stated;
+  stated.x_column = "#1";
+  EXPECT_EQ(Described(ImportFile(folder.Write("t.txt", "9\nbenzene\n" + atoms), stated)),
+            "(col 1): (col 2), (col 3), 9");
+}
+
+}  // namespace
+}  // namespace tarnwick
