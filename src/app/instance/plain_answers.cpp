@@ -1,5 +1,6 @@
 #include "app/instance/plain_answers.h"
 
+#include <QString>
 #include <QtGlobal>
 #include <algorithm>
 #include <cstdio>
