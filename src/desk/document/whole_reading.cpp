@@ -44,6 +44,7 @@ std::string NamesOf(const std::vector<const TSeries*>& all) {
 
 std::string NamesOf(const std::vector<TSeries*>& whole, const std::vector<std::size_t>& places) {
   std::vector<const TSeries*> some;
+  some.reserve(places.size());
   for (const std::size_t place : places) some.push_back(whole[place]);
   return NamesOf(some);
 }
