@@ -21,11 +21,12 @@ namespace {
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr std::size_t kBuckets = kBlockLength / 2 - 10;
-constexpr int kMostTrials = 12000;    // some tenths of a second
-constexpr int kMostSweeps = 4;        // over all parameters, from one beginning
-constexpr int kProbes = 24;           // at which a parameter must act linearly
-constexpr double kSameColumn = 1e-9;  // relative
-constexpr int kMostSearches = 4;      // each knows more points where the model may lack a value
+constexpr int kMostTrials = 12000;     // some tenths of a second
+constexpr int kMostSweeps = 4;         // over all parameters, from one beginning
+constexpr int kProbes = 24;            // at which a parameter must act linearly
+constexpr double kSameColumn = 1e-9;   // relative
+constexpr double kLeastSize = 1e-300;  // of a column of a linear parameter
+constexpr int kMostSearches = 4;       // each knows more points where the model may lack a value
 
 struct Places {
   std::vector<double> x;
@@ -274,7 +275,11 @@ class StartSearch {
     if (rows == 0 || rows < columns) return {std::move(values), undefined, kInf};
     Eigen::VectorXd rest = target.head(rows);
     if (columns > 0) {
-      Eigen::VectorXd solved = matrix.topRows(rows).colPivHouseholderQr().solve(rest);
+      // Of one size, lest x^3 of small x counts as no column at all.
+      const Eigen::VectorXd sizes =
+          matrix.topRows(rows).cwiseAbs().colwise().maxCoeff().cwiseMax(kLeastSize).transpose();
+      const Eigen::MatrixXd scaled = matrix.topRows(rows) * sizes.cwiseInverse().asDiagonal();
+      Eigen::VectorXd solved = scaled.colPivHouseholderQr().solve(rest).cwiseQuotient(sizes);
       for (Eigen::Index c = 0; c < columns; ++c) {
         const std::size_t i = linear_[static_cast<std::size_t>(c)];
         solved(c) = std::clamp(solved(c), Parameter(i).Low, Parameter(i).High);
@@ -291,13 +296,24 @@ class StartSearch {
     if (!Allows(i, value) || value == best.values[i]) return;
     std::vector<double> values = best.values;
     values[i] = value;
-    Trial next = Tried(std::move(values));
+    Take(Tried(std::move(values)), best);
+  }
+
+  /// Takes `next` for `best` if it is better with the linear parameters as they were solved for, too: A*x^n may be too great.
+  void Take(Trial next, Trial& best) {
+    if (!Better(next, best)) return;
+    evaluator_->Load(next.values);
+    const double* const curve = evaluator_->Values(places_.x).values;
+    const auto undefined =
+        std::count_if(curve, curve + places_.x.size(), [](double y) { return !std::isfinite(y); });
+    next.undefined = std::max(next.undefined, static_cast<std::size_t>(undefined));
     if (Better(next, best)) best = std::move(next);
   }
 
   /// One parameter after the other is given the best value of the pool, until none gets better; then steps that get smaller.
   Trial Descent(std::vector<double> beginning) {
-    Trial best = Tried(std::move(beginning));
+    Trial best{beginning, places_.x.size(), kInf};
+    Take(Tried(std::move(beginning)), best);
     for (int sweep = 0; sweep < kMostSweeps; ++sweep) {
       const Trial before = best;
       for (const std::size_t i : others_) {
