@@ -20,12 +20,14 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <cmath>
 #include <set>
 
 #include <gtest/gtest.h>
 
 #include "data/points/point_columns.h"
 #include "data/series/data_series_file.h"
+#include "data/series/point_errors.h"
 #include "desk/fields/field_widget.h"
 #include "desk/widgets/text.h"
 #include "desktop_fixture.h"
@@ -443,6 +445,27 @@ TEST_F(DataEditorTest, ColumnsArePastedAndWhatWasReadIsListedAndPutBack) {
   EXPECT_FALSE(changes->isVisible());
   Run("EditUndo1");
   EXPECT_EQ(Ys(0), (std::vector<double>{20, 5, 7, 8}));
+}
+
+TEST_F(DataEditorTest, PointsArePastedWithTheirErrors) {
+  Open("t,u\n1,2\n2,5\n");
+  ShowPage(1);
+  Expect("The points of u come from " + folder_.File("run.csv").string() +
+             ". Reading them again undoes what is edited here.\n\nMake them points of their own, "
+             "without a source?",
+         Answer::Yes);
+  QApplication::clipboard()->setText("t\tu\tu error\n2\t6\t0.5\n3\t8\t0.25\n");
+  auto* table = editor_->findChild<QTableView*>("Points");
+  table->setFocus();
+  QTest::keyClick(table, Qt::Key_V, Qt::ControlModifier);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 6, 8}));
+  const auto error = [&](std::size_t i) { return YErrorAt(Series(0), Series(0).Points().At(i)); };
+  EXPECT_TRUE(std::isnan(error(0)));
+  EXPECT_EQ(error(1), 0.5);
+  EXPECT_EQ(error(2), 0.25);
+  Run("EditUndo1");
+  EXPECT_FALSE(HasYErrors(Series(0).Errors()));
 }
 
 TEST_F(DataEditorTest, ComesBackInItsSizeAndOnItsPage) {

@@ -7,6 +7,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "data/pseudo_columns.h"
+#include "data/series/point_errors.h"
 #include "desk/document/document_io.h"
 #include "graph/edit/point_edit.h"
 #include "graph/series.h"
@@ -19,6 +20,8 @@ constexpr const char* kClipboard = "clipboard";
 struct Columns {
   std::vector<double> x = {};  // empty: Y alone
   std::vector<double> y = {};
+  std::vector<double> x_error = {};  // empty: none in the text
+  std::vector<double> y_error = {};
   std::size_t unused = 0;
   bool cancelled = false;
 };
@@ -42,8 +45,18 @@ Columns ColumnsOf(const std::string& text, Progress& progress) {
   for (const Point& point : points) {
     if (has_x) columns.x.push_back(point.x);
     columns.y.push_back(point.y);
+    if (HasXErrors(data.errors)) columns.x_error.push_back(XErrorOf(data.errors, point));
+    if (HasYErrors(data.errors)) columns.y_error.push_back(YErrorOf(data.errors, point));
   }
   return columns;
+}
+
+/// Points that bring errors show them where no rule gives some.
+void ShowErrors(const Columns& columns, TSeries& series) {
+  PointErrors errors = series.Errors();
+  if (!columns.y_error.empty() && !HasYErrors(errors)) errors.y.kind = ErrorKind::Column;
+  if (!columns.x_error.empty() && !HasXErrors(errors)) errors.x.kind = ErrorKind::Column;
+  if (errors != series.Errors()) series.SetErrors(std::move(errors));
 }
 
 }  // namespace
@@ -59,7 +72,8 @@ PastedPoints PasteInto(const DataState& into, std::size_t first, const std::stri
   if (columns.x.empty()) {
     pasted.taken = OverwriteY(series, first, columns.y);
   } else {
-    series.AddPoints(columns.x, columns.y);
+    ShowErrors(columns, series);
+    series.AddPoints(columns.x, columns.y, {columns.y_error, columns.x_error});
     pasted.taken = columns.y.size();
   }
   pasted.left_over = columns.y.size() - pasted.taken;
