@@ -111,6 +111,16 @@ void PutMark(TxyGraph& graph, const Mark& mark) {
 
 }  // namespace
 
+bool IsPrinted(const TxyGraph& graph, const TSeries& series) {
+  const TCurFit& model = series.Fit();
+  for (std::int32_t i = 1; i <= model.NParams(); ++i) {
+    const TDBLParameter& one = model.Param(i);
+    if (one.Printed() && EarlierLine(graph, BeginningOf(one.Name(), series, graph)) != nullptr)
+      return true;
+  }
+  return false;
+}
+
 void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
   const GraphUpdate update(graph);
   const std::vector<FittedParameter> printed = PrintedParameters(graph, series);

@@ -12,4 +12,7 @@ class TxyGraph;
 /// Throws Error when there is nothing to print.
 void PrintFitOnGraph(TxyGraph& graph, TSeries& series);
 
+/// Whether a line stands on the graph that this printed of the DataSet.
+bool IsPrinted(const TxyGraph& graph, const TSeries& series);
+
 }  // namespace tarnwick

@@ -6,6 +6,8 @@
 #include "base/error.h"
 #include "graph/xy_graph.h"
 #include "results/derived_series.h"
+#include "results/fit_leftovers.h"
+#include "results/fit_print.h"
 #include "results/fit_series.h"
 
 namespace tarnwick {
@@ -56,6 +58,20 @@ TEST_F(ResultsOnGraph, NothingIsDrawnAgainstAHiddenAxis) {
   AddDerived(graph_, rate_, DerivedKind::Integral, {});
   EXPECT_TRUE(graph_.Axis(AxisId::Y2).Look().ShowAxis);
   EXPECT_EQ(graph_.Axis(AxisId::Y2).Look().Title, "INT of U");
+}
+
+TEST_F(ResultsOnGraph, WhatIsThereOfAFitIsTold) {
+  FitSettings model;
+  model.Expression = "a*x";
+  ParameterSettings& a = model.parameters.emplace_back();
+  a.Name = "a";
+  a.Vary = true;
+  rate_.Fit().SetSettings(model, true);
+  EXPECT_EQ(LeftoverText(graph_, rate_), "");
+  AddResiduals(graph_, rate_, ResidualsName(rate_));
+  PrintFitOnGraph(graph_, rate_);
+  EXPECT_EQ(LeftoverText(graph_, rate_),
+            "The residuals and printed values on the graph are of this fit, too.");
 }
 
 TEST_F(ResultsOnGraph, ADerivativeThatFailsLeavesTheGraphAsItWas) {

@@ -10,6 +10,7 @@
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "desk/widgets/checked_field.h"
+#include "desk/widgets/elided_label.h"
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
@@ -37,7 +38,7 @@ CalculatorLine::CalculatorLine(QWidget* parent)
       expression_(new QLineEdit(this)),
       at_(new QLabel(this)),
       x_(new NumberEdit(NumberEdit::Accepts::AnyNumber, this)),
-      result_(new QLabel(this)) {
+      result_(new ElidedLabel(Qt::AlignLeft, this)) {
   expression_->setObjectName("CalculatorEdit");
   expression_->setPlaceholderText(tr("Any expression; empty: the one above"));
   x_->setObjectName("CalculatorX");
@@ -46,10 +47,7 @@ CalculatorLine::CalculatorLine(QWidget* parent)
   at_->setBuddy(x_);
   result_->setObjectName("CalculatorResult");
   result_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  result_->setTextFormat(Qt::PlainText);
   result_->setAccessibleName(tr("Result"));
-  // A reason may be long; the window stays as it is.
-  result_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   auto* label = new QLabel(tr("Cal&culator:"), this);
   label->setBuddy(expression_);
   auto* equals = new QPushButton("=", this);
@@ -86,12 +84,13 @@ void CalculatorLine::Compute() {
   const std::optional<double> x = x_->Number();
   if (!x || (text.empty() && model_.Expression.empty())) return result_->clear();
   const Calculation answer = Calculate(model_, text, *x);
+  // Of the model itself that is told at its own place.
+  if (text.empty() && answer.names_unknown) return result_->ShowText({});
   const QString shown =
       answer.error.empty()
           ? IsUndefined(answer.value) ? tr("undefined") : ToQt(ShortestText(answer.value))
           : ToQt(answer.error);
-  result_->setText(shown);
-  result_->setToolTip(shown);
+  result_->ShowText(shown);
   QPalette palette;
   if (!answer.error.empty()) palette.setColor(QPalette::WindowText, WrongTextColor());
   result_->setPalette(palette);

@@ -10,6 +10,7 @@ class QLineEdit;
 
 namespace tarnwick {
 
+class ElidedLabel;
 class NumberEdit;
 
 class CalculatorLine final : public QWidget {
@@ -28,7 +29,7 @@ class CalculatorLine final : public QWidget {
   QLineEdit* expression_;
   QLabel* at_;
   NumberEdit* x_;
-  QLabel* result_;
+  ElidedLabel* result_;
 };
 
 }  // namespace tarnwick

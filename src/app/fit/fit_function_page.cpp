@@ -99,11 +99,16 @@ QWidget* FitFunctionPage::MakeParameters() {
   remove->setObjectName("DeleteParameter");
   guess_ = new QPushButton(tr("G&uess"), box);
   guess_->setObjectName("GuessStart");
-  guess_->setToolTip(tr("Find starting values of the varied parameters in the data"));
+  guess_->setToolTip(
+      tr("Find starting values of the varied parameters in the data; names that are "
+         "no parameters yet become some"));
   auto* row = new QHBoxLayout(box);
   row->addWidget(parameters_, 1);
   row->addLayout(ButtonColumn({add, remove, guess_}));
-  connect(guess_, &QPushButton::clicked, this, &FitFunctionPage::guessWanted);
+  connect(guess_, &QPushButton::clicked, this, [this] {
+    AddUnknownNames();
+    emit guessWanted();
+  });
   connect(add, &QPushButton::clicked, this, [this] {
     ParameterSettings parameter;
     FitSettings present;

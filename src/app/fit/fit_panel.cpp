@@ -23,6 +23,7 @@
 #include "desk/widgets/text.h"
 #include "desk/widgets/wrapped_label.h"
 #include "fit/judge/fit_bands.h"
+#include "results/fit_leftovers.h"
 #include "results/fit_texts.h"
 #include "results/fitted_model.h"
 #include "results/joint_fit.h"
@@ -179,7 +180,8 @@ void FitPanel::Follow(Document* document, PanelChange) {
     ShowResult();
   }
   const std::string changed = FitChangedText(document->Graph(), *series);
-  outdated_->setText(ToQt(changed));
+  const std::string left = changed.empty() ? "" : LeftoverText(document->Graph(), *series);
+  outdated_->setText(ToQt(left.empty() ? changed : changed + ' ' + left));
   SetState(changed.empty() ? State::Valid : State::Outdated);
 }
 

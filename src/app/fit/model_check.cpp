@@ -73,7 +73,7 @@ Calculation Calculate(FitSettings model, const std::string& text, double x) {
     const double value = compiled.Value(x);
     const std::vector<std::string> unknown = compiled.UnassignedNames();
     if (unknown.empty()) return {.value = value};
-    return {.error = "No value is known of " + Listed(unknown, kNamesTold)};
+    return {.error = "No value is known of " + Listed(unknown, kNamesTold), .names_unknown = true};
   } catch (const EParserException& error) {
     return {.error = TroubleText(error, {})};
   } catch (const Error& error) {

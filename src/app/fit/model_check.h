@@ -26,6 +26,7 @@ ModelCheck CheckModel(const FitSettings& model);
 struct Calculation {
   double value = 0;
   std::string error = {};
+  bool names_unknown = false;  ///< the error is that names have no value
 };
 
 /// `text` at the variable's value `x`, with the names and templates of the model; an empty one stands for the model's expression.

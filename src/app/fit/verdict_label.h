@@ -9,8 +9,7 @@ class QLabel;
 
 namespace tarnwick {
 
-class WrappedLabel;
-
+/// As high as the sentence needs at the width that it gets, which it asks for itself as a WrappedLabel does.
 class VerdictLabel final : public QWidget {
   Q_OBJECT
 
@@ -19,9 +18,14 @@ class VerdictLabel final : public QWidget {
   explicit VerdictLabel(const QString& name, QWidget* parent = nullptr);
   void Show(const FitResult& result);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void Arrange();
+
   QLabel* icon_ = nullptr;
-  WrappedLabel* sentence_ = nullptr;
+  QLabel* sentence_ = nullptr;
 };
 
 /// One name for the picture and for who cannot see it.

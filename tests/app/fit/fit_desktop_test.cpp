@@ -7,6 +7,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTimer>
+#include <algorithm>
 #include <cstdlib>
 
 #include "analysis/fits/fit_run.h"
@@ -70,6 +71,14 @@ TEST_F(FitDesktopTest, AFunctionIsDrawnThenFittedAsTheEngineDoes) {
   EXPECT_TRUE(form_->findChild<QDockWidget*>("FitResult")->isVisible());
   EXPECT_EQ(form_->findChild<QLabel*>("FitVerdict")->text().toStdString(),
             expected.verdict.summary);
+  auto* const verdict = form_->findChild<QLabel*>("FitVerdict");
+  for (const int width : {300, 520}) {
+    form_->resizeDocks({form_->findChild<QDockWidget*>("FitResult")}, {width}, Qt::Horizontal);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(verdict->parentWidget()->height(),
+              std::max(verdict->heightForWidth(verdict->width()), 26))
+        << "no blank below it";
+  }
   EXPECT_EQ(Table("FitParameters")->item(1, 0)->text(), "k");
 
   const std::shared_ptr<const FitResult> first = Series().Fit().Result();
