@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "base/split_mix.h"
-#include "limits.h"
+#include "limit_table.h"
 #include "simulated_fit.h"
 #include "term_table.h"
 

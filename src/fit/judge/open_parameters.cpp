@@ -24,6 +24,8 @@ constexpr double kWorthNaming = 0.3;
 constexpr double kReachesFar = 0.5;
 /// ... which it is from so many times the change that the derivatives promise.
 constexpr double kAnotherCurve = 10;
+/// As good as 0, which a model may not stand.
+constexpr double kNearZero = 1e-3;
 /// A smaller change of the curve, relative to the curve, is lost in rounding.
 constexpr double kRounding = 1e-10;
 
@@ -86,13 +88,21 @@ std::vector<std::int32_t> LimitParameters(ModelResiduals& residuals, std::span<c
   const double least = kRounding * residuals.NormOfY();
   for (Eigen::Index i = 0; i < k; ++i) {
     const double error = statistics.standard_errors.at(static_cast<std::size_t>(i));
-    if (!(error > kReachesFar * std::abs(p(i))) || !std::isfinite(error)) continue;
+    if (!(error > kStraight * std::abs(p(i))) || !std::isfinite(error)) continue;
     const Eigen::Map<const Eigen::VectorXd> covariance(
         statistics.determined_covariance.data() + i * k, k);
     const Eigen::VectorXd step = covariance / error;
-    const double bound = kAnotherCurve * std::max((sample.jacobian * step).norm(), least);
-    if (ChangeAt(residuals, p + step, here) > bound || ChangeAt(residuals, p - step, here) > bound)
-      limits.push_back(static_cast<std::int32_t>(i));
+    const double promised = std::max((sample.jacobian * step).norm(), least);
+    const double bound = kAnotherCurve * promised;
+    const bool far =
+        error > kReachesFar * std::abs(p(i)) && (ChangeAt(residuals, p + step, here) > bound ||
+                                                 ChangeAt(residuals, p - step, here) > bound);
+    // Nearly to 0, where the derivatives have it many errors away.
+    const Eigen::VectorXd home = Eigen::VectorXd::Unit(k, i) * (p(i) * (kNearZero - 1));
+    const double errors_off = std::abs(p(i)) / error;
+    const bool near =
+        ChangeAt(residuals, p + home, here) < std::min(kReach, kBounded * errors_off) * promised;
+    if (far || near) limits.push_back(static_cast<std::int32_t>(i));
   }
   return limits;
 }

@@ -19,10 +19,11 @@ std::vector<std::int32_t> OpenParameters(ModelResiduals& residuals, std::span<co
                                          const FitStatistics& statistics,
                                          const ResidualSample& sample);
 
-/// Indices of varied parameters whose errors reach where the curve is another one, or none: more than half of the value, and one
-/// error up or down, with the others going along, changes the curve by more than ten times what the derivatives promise. So
-/// it is where the points show but a limit, a step faster than they lie: there the derivative vanishes, and the error is
-/// anything. `sample` was taken at `values`.
+/// Indices of varied parameters of which the points show but a limit, a step faster than they lie: there the derivative vanishes,
+/// and the error is anything. Either it is more than half of the value, and one error up or down, with the others going along,
+/// changes the curve by more than ten times what the derivatives promise, or leaves none. Or it is more than a tenth, and a
+/// thousandth of the value gives the same curve within two deviations, and within half of what the derivatives promise for the
+/// way there. `sample` was taken at `values`.
 std::vector<std::int32_t> LimitParameters(ModelResiduals& residuals, std::span<const double> values,
                                           const FitStatistics& statistics,
                                           const ResidualSample& sample);

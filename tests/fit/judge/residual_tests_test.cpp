@@ -185,7 +185,8 @@ TEST(LimitParameters, AreThoseOfCurvesFasterThanThePoints) {
        {OpenRow{"4*(1-exp(-x/t))", {"t", 0.03}, 7e9, true},
         OpenRow{"4/(1+exp((0.5-x)/w))", {"w", 0.03}, 0.7, true},
         OpenRow{"4*x^n/(0.5^n+x^n)", {"n", 300}, 4e11, true},
-        OpenRow{"4*(1-exp(-x/t))", {"t", 0.5}, 0.1, false}, OpenRow{"4+c", {"c", 0}, 0.02, false},
+        OpenRow{"4*(1-exp(-x/t))", {"t", 0.25}, 0.08, true},
+        OpenRow{"4*(1-exp(-x/t))", {"t", 1.5}, 0.2, false}, OpenRow{"4+c", {"c", 0}, 0.02, false},
         OpenRow{"4*exp(0-((x-b)/20)^2)", {"b", 0}, 0.2, false}}) {
     SCOPED_TRACE(row.expression);
     const auto model = MakeModel(row.expression, {row.parameter});

@@ -1,4 +1,4 @@
-#include "limits.h"
+#include "limit_table.h"
 
 #include <iostream>
 
