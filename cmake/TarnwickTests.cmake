@@ -1,7 +1,7 @@
 # How the tests' own code is compiled: it shall be built soon rather than run soon, the layers under it stay as they are. As
 # code of libraries, so that it shares the helpers' precompiled headers.
 add_library(tarnwick_test_code INTERFACE)
-target_compile_options(tarnwick_test_code INTERFACE $<$<CONFIG:Release>:-O1> -fPIC)
+target_compile_options(tarnwick_test_code INTERFACE $<$<CONFIG:Release>:-O0> -fPIC)
 
 # tarnwick_tests(<folder> MAIN <plain|gui|widgets> [LINK <library>...])
 #
