@@ -29,6 +29,23 @@ ArrivalBox BoxOf(std::span<const ArrivalBox> boxes) {
   return all;
 }
 
+/// Boxes of so many boxes each.
+std::vector<ArrivalBox> Merged(std::span<const ArrivalBox> boxes, std::size_t each) {
+  std::vector<ArrivalBox> merged;
+  for (std::size_t begin = 0; begin < boxes.size(); begin += each) {
+    merged.push_back(BoxOf(boxes.subspan(begin, std::min(each, boxes.size() - begin))));
+  }
+  return merged;
+}
+
+/// Boxes of so many points each are not whole where the line is broken inside.
+void OpenAt(std::span<const std::size_t> breaks, std::size_t points,
+            std::vector<ArrivalBox>& boxes) {
+  for (const std::size_t at : breaks) {
+    if (at % points != 0) boxes[at / points].whole = false;
+  }
+}
+
 }  // namespace
 
 void ArrivalBox::Include(const ArrivalBox& other) {
@@ -49,17 +66,11 @@ ArrivalLine::ArrivalLine(const PointChain& points, const PointGaps& gaps) {
     small_.push_back(
         BoxOf(std::span(x_).subspan(begin, count), std::span(y_).subspan(begin, count)));
   }
-  for (const std::size_t at : breaks_) {
-    if (at % kSmall != 0) small_[at / kSmall].whole = false;
-  }
-  constexpr std::size_t kEach = kLarge / kSmall;
-  for (std::size_t begin = 0; begin < small_.size(); begin += kEach) {
-    large_.push_back(
-        BoxOf(std::span(small_).subspan(begin, std::min(kEach, small_.size() - begin))));
-  }
-  for (const std::size_t at : breaks_) {
-    if (at % kLarge != 0) large_[at / kLarge].whole = false;
-  }
+  OpenAt(breaks_, kSmall, small_);
+  middle_ = Merged(small_, kMiddle / kSmall);
+  OpenAt(breaks_, kMiddle, middle_);
+  large_ = Merged(middle_, kLarge / kMiddle);
+  OpenAt(breaks_, kLarge, large_);
 }
 
 }  // namespace tarnwick

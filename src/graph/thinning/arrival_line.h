@@ -25,6 +25,7 @@ class ArrivalLine {
  public:
   static constexpr std::size_t
       kSmall = 16,
+      kMiddle = 64,
       kLarge = 256;  ///< points a box: few are read where the line enters a column
 
   ArrivalLine(const PointChain& points, const PointGaps& gaps);
@@ -33,14 +34,15 @@ class ArrivalLine {
   std::span<const double> Y() const { return y_; }  ///< as stored
   /// The line is broken before these points; ascending.
   std::span<const std::size_t> Breaks() const { return breaks_; }
-  /// Of each kSmall (kLarge) points in turn; the last ones may have fewer.
+  /// Of each kSmall (kMiddle, kLarge) points in turn; the last ones may have fewer.
   std::span<const ArrivalBox> SmallBoxes() const { return small_; }
+  std::span<const ArrivalBox> MiddleBoxes() const { return middle_; }
   std::span<const ArrivalBox> LargeBoxes() const { return large_; }
 
  private:
   std::vector<double> x_, y_;
   std::vector<std::size_t> breaks_;
-  std::vector<ArrivalBox> small_, large_;
+  std::vector<ArrivalBox> small_, middle_, large_;
 };
 
 /// How a line goes through the points of a chain.

@@ -20,15 +20,7 @@ class ArrivalWalk {
   void Run() {
     for (std::size_t at = 0; at < x_.size();) {
       if (at == next_break_) PassBreak();
-      if (at % ArrivalLine::kLarge == 0 &&
-          TakeBox(line_.LargeBoxes()[at / ArrivalLine::kLarge], at, ArrivalLine::kLarge)) {
-        at += ArrivalLine::kLarge;
-      } else if (TakeBox(line_.SmallBoxes()[at / ArrivalLine::kSmall], at, ArrivalLine::kSmall)) {
-        at += ArrivalLine::kSmall;
-      } else {
-        const std::size_t end = std::min(at + ArrivalLine::kSmall, x_.size());
-        for (; at < end; ++at) TakePoint(at);
-      }
+      at = TakeFrom(at);
     }
     EndCell();
     out_.Flush();
@@ -58,16 +50,49 @@ class ArrivalWalk {
     return y - view_.zero_value - (view_.base_line_slope == 0 ? 0 : view_.base_line_slope * x);
   }
 
+  /// Takes the largest box that begins here and lies within a column, else the points of the smallest; tells what comes next.
+  std::size_t TakeFrom(std::size_t at) {
+    if (at % ArrivalLine::kLarge == 0 &&
+        TakeBox(line_.LargeBoxes()[at / ArrivalLine::kLarge], at, ArrivalLine::kLarge)) {
+      return at + ArrivalLine::kLarge;
+    }
+    if (at % ArrivalLine::kMiddle == 0 &&
+        TakeBox(line_.MiddleBoxes()[at / ArrivalLine::kMiddle], at, ArrivalLine::kMiddle)) {
+      return at + ArrivalLine::kMiddle;
+    }
+    const ArrivalBox& small = line_.SmallBoxes()[at / ArrivalLine::kSmall];
+    if (TakeBox(small, at, ArrivalLine::kSmall)) return at + ArrivalLine::kSmall;
+    const std::size_t end = std::min(at + ArrivalLine::kSmall, x_.size());
+    if (AllHavePlaces(small)) {
+      TakePlacedPoints(at, end);
+    } else {
+      for (; at < end; ++at) TakePoint(at);
+    }
+    return end;
+  }
+
+  /// Whether the line goes through the box unbroken and every point can be drawn where it is.
+  bool AllHavePlaces(const ArrivalBox& box) const {
+    return box.whole && view_.base_line_slope == 0 &&
+           HasPlace(box.x_min, box.y_min - view_.zero_value) &&
+           HasPlace(box.x_min, box.y_max - view_.zero_value);
+  }
+
   bool TakeBox(const ArrivalBox& box, std::size_t begin, std::size_t most) {
-    if (!box.whole || view_.base_line_slope != 0) return false;
+    if (!AllHavePlaces(box)) return false;
     const double low = box.y_min - view_.zero_value, high = box.y_max - view_.zero_value;
-    if (!HasPlace(box.x_min, low) || !HasPlace(box.x_min, high)) return false;
     const int column = ColumnOf(box.x_min);
     if (column != ColumnOf(box.x_max)) return false;
     const std::size_t end = std::min(begin + most, x_.size());
-    Add(column, end - begin, {x_[begin], Drawn(x_[begin], y_[begin])}, low, high);
-    SetLast({x_[end - 1], Drawn(x_[end - 1], y_[end - 1])});
+    Add(column, begin, end - begin, low, high);
     return true;
+  }
+
+  void TakePlacedPoints(std::size_t at, std::size_t end) {
+    for (; at < end; ++at) {
+      const double y = y_[at] - view_.zero_value;
+      Add(ColumnOf(x_[at]), at, 1, y, y);
+    }
   }
 
   void TakePoint(std::size_t at) {
@@ -77,28 +102,21 @@ class ArrivalWalk {
       AddGap();
       return;
     }
-    Add(ColumnOf(x_[at]), 1, {x_[at], y}, y, y);
-    SetLast({x_[at], y});
+    Add(ColumnOf(x_[at]), at, 1, y, y);
   }
 
-  struct Value {
-    double x, y;
-  };
-
-  void SetLast(const Value& value) {
-    cell_.last_x = value.x;
-    cell_.last_y = value.y;
-  }
-
-  void Add(int column, std::size_t points, const Value& first, double low, double high) {
+  // The first and the last value are read once a cell: those of each box lie far apart in memory.
+  void Add(int column, std::size_t begin, std::size_t points, double low, double high) {
     if (column != cell_.column) {
       EndCell();
       if (bridged_gap_) after_gap_ = true;
       pieces_ = 0;
     }
     bridged_gap_ = false;
+    last_ = begin + points - 1;
     if (cell_.points == 0) {
-      cell_ = {column, points, first.x, first.y, first.x, first.y, low, high, after_gap_};
+      const double x = x_[begin], y = Drawn(x, y_[begin]);
+      cell_ = {column, points, x, y, x, y, low, high, after_gap_};
       after_gap_ = false;
       return;
     }
@@ -119,6 +137,8 @@ class ArrivalWalk {
 
   void EndCell() {
     if (cell_.points == 0) return;
+    cell_.last_x = x_[last_];
+    cell_.last_y = Drawn(x_[last_], y_[last_]);
     out_.Add(cell_);
     cell_.points = 0;
     ++pieces_;
@@ -131,7 +151,8 @@ class ArrivalWalk {
   std::size_t breaks_ = 0;  // passed
   std::size_t next_break_ = 0;
   Cell cell_;
-  int pieces_ = 0;  // of the cell's column so far
+  std::size_t last_ = 0;  // point of the cell
+  int pieces_ = 0;        // of the cell's column so far
   bool after_gap_ = true;
   bool bridged_gap_ = false;  // the column's last value had no place, and its cell goes on
 };
