@@ -8,12 +8,12 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct AreaOptions {
   InputArguments input;
   std::string dataset;
 };
 
-void RunArea(const Options& options, Output& output) {
+void RunArea(const AreaOptions& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
   const double area =
       AreaOf(input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output)));
@@ -24,7 +24,7 @@ void RunArea(const Options& options, Output& output) {
   }
 }
 
-void RunTotal(const Options& options, Output& output) {
+void RunTotal(const AreaOptions& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
   const TSeries& series =
       input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output));
@@ -36,8 +36,8 @@ void RunTotal(const Options& options, Output& output) {
   }
 }
 
-void Declare(Command& command, Action& action, void (*run)(const Options&, Output&)) {
-  auto options = std::make_shared<Options>();
+void Declare(Command& command, Action& action, void (*run)(const AreaOptions&, Output&)) {
+  auto options = std::make_shared<AreaOptions>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
   OnCommand(command, action, options, run);

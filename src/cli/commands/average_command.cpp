@@ -9,13 +9,13 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct AverageOptions {
   MadeSeriesArguments made;
   std::string reference;
   std::vector<std::string> of;
 };
 
-void Run(const Options& options, Output& output) {
+void RunAverage(const AverageOptions& options, Output& output) {
   RunMadeSeries(options.made, output, [&](TxyGraph& graph) -> const TSeries& {
     TSeries& reference = graph.Series(ChooseSeries(graph, options.reference));
     std::vector<std::size_t> averaged;
@@ -30,7 +30,7 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareAverage(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<AverageOptions>();
   options->made.axis = "main";
   AddMadeSeries(command, options->made);
   command.Add("--reference", options->reference, "DataSet that gives the X, by name or number")
@@ -39,7 +39,7 @@ void DeclareAverage(Command& command, Action& action) {
       .OneValueEach()
       .Repeated()
       .Required();
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunAverage);
 }
 
 }  // namespace tarnwick::cli

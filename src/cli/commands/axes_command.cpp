@@ -13,7 +13,7 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct AxesOptions {
   InputArguments input;
   std::string size = "800x600";
   std::vector<std::string> log_axes;
@@ -51,7 +51,7 @@ void ApplyTime(TxyGraph& graph, const std::string& text) {
   axis.SetDateTickType(static_cast<DateTickType>(*type));
 }
 
-void ApplySteps(TxyGraph& graph, const Options& options) {
+void ApplySteps(TxyGraph& graph, const AxesOptions& options) {
   Appearance appearance = graph.GetAppearance();
   // The two rules refer to each other: whichever order lets both pass is the one that was meant.
   for (int round = 0; round < 2; ++round) {
@@ -93,7 +93,7 @@ Json PixelJson(const TxyGraph& graph, const std::string& text) {
           {"py", graph.Axis(AxisId::Y).Scale().PixelOf(y)}};
 }
 
-void PrintText(const TxyGraph& graph, const Options& options, std::ostream& out) {
+void PrintAxesText(const TxyGraph& graph, const AxesOptions& options, std::ostream& out) {
   for (const AxisName& name : kAxes) {
     const TAxis& axis = graph.Axis(name.id);
     out << name.shown << ": " << ShortestText(axis.Min()) << " to " << ShortestText(axis.Max())
@@ -113,7 +113,7 @@ void PrintText(const TxyGraph& graph, const Options& options, std::ostream& out)
   }
 }
 
-void Run(const Options& options, Output& output) {
+void RunAxes(const AxesOptions& options, Output& output) {
   const PictureSize size = ParseSize(options.size);
   // Refused before anything is printed.
   for (const std::string& text : options.pixels) static_cast<void>(ParsePair(text));
@@ -126,7 +126,7 @@ void Run(const Options& options, Output& output) {
   graph.UpdateScales();
   if (!graph.ScaleError().empty()) throw Error(graph.ScaleError());
   if (!output.IsJson()) {
-    PrintText(graph, options, output.Text());
+    PrintAxesText(graph, options, output.Text());
     return;
   }
   Json axes = Json::Array();
@@ -139,7 +139,7 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareAxes(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<AxesOptions>();
   AddInput(command, options->input);
   command.Add("--size", options->size, "Client size in pixels, WxH");
   command.Add("--log", options->log_axes, "Make an axis logarithmic: x, y or y2").Repeated();
@@ -148,7 +148,7 @@ void DeclareAxes(Command& command, Action& action) {
   command.Add("--min-steps", options->min_steps, "Fewest steps shown");
   command.Add("--max-steps", options->max_steps, "Most steps shown");
   command.Add("--pixel", options->pixels, "Data values X,Y to answer in pixels").Repeated();
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunAxes);
 }
 
 }  // namespace tarnwick::cli

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t kNamesTold = 10;
 
-struct Options {
+struct CalcOptions {
   std::vector<std::string> variables;  // NAME=VALUE
   std::vector<std::string> expressions;
 };
@@ -44,7 +44,7 @@ double Calculate(TExpressionParser& parser, const std::string& expression) {
   }
 }
 
-void RunCalc(const Options& options, Output& output) {
+void RunCalc(const CalcOptions& options, Output& output) {
   TFormulaParser parser;
   std::deque<double> values;  // stay where they are
   for (const std::string& text : options.variables) {
@@ -73,7 +73,7 @@ void RunCalc(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareCalc(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<CalcOptions>();
   command.Add("-v,--variable", options->variables, "NAME=VALUE; repeat for several")
       .Repeated()
       .OneValueEach()

@@ -17,7 +17,7 @@ Json ColumnJson(const ColumnSummary& column) {
   return {{"index", column.index}, {"name", column.name}, {"values", std::move(values)}};
 }
 
-void PrintText(const SourceSummary& summary, std::ostream& out) {
+void PrintColumnsText(const SourceSummary& summary, std::ostream& out) {
   out << "rows: " << summary.rows << "\nskipped: " << summary.skipped
       << "\nline of names: " << (summary.names_line ? "yes" : "no") << '\n';
   for (const ColumnSummary& column : summary.columns) {
@@ -37,14 +37,14 @@ ImportTold Told(const SourceSummary& summary) {
   return told;
 }
 
-void Run(const InputArguments& arguments, Output& output) {
+void RunColumns(const InputArguments& arguments, Output& output) {
   if (IsGraphFile(arguments.file))
     throw UsageError("columns reads data files; info reads " + arguments.file);
   TerminalProgress progress;
   const SourceSummary summary = SummarizeOpened(OpenData(arguments, progress), progress);
   output.Note(Sentence(Told(summary)));
   if (!output.IsJson()) {
-    PrintText(summary, output.Text());
+    PrintColumnsText(summary, output.Text());
     return;
   }
   Json columns = Json::Array();
@@ -60,7 +60,7 @@ void Run(const InputArguments& arguments, Output& output) {
 void DeclareColumns(Command& command, Action& action) {
   auto arguments = std::make_shared<InputArguments>();
   AddInput(command, *arguments);
-  OnCommand(command, action, arguments, &Run);
+  OnCommand(command, action, arguments, &RunColumns);
 }
 
 }  // namespace tarnwick::cli

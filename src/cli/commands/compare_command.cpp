@@ -10,7 +10,7 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct CompareOptions {
   InputArguments input;
   std::string dataset;
   std::string with;
@@ -41,7 +41,7 @@ Json Document(const SampleComparison& c) {
           {"distance_probability", JsonNumber(c.distance_probability)}};
 }
 
-void Run(const Options& options, Output& output) {
+void RunCompare(const CompareOptions& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
   TxyGraph& graph = *input.graph;
   const TSeries& first = graph.Series(ChooseToldSeries(graph, options.dataset, output));
@@ -60,12 +60,12 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareCompare(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<CompareOptions>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
   command.Add("--with", options->with, "The DataSet that it is compared with, by name or number")
       .Required();
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunCompare);
 }
 
 }  // namespace tarnwick::cli

@@ -12,13 +12,13 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct ConvertOptions {
   InputArguments input;
   SaveArguments save;
   std::string dataset;
 };
 
-void ConvertFunction(const Options& options, Output& output) {
+void ConvertFunction(const ConvertOptions& options, Output& output) {
   const WriterMode mode = options.save.Mode();
   const FitSettings settings = LoadFitFunction(options.input.file);
   if (options.save.file == "-" && mode == WriterMode::Text) {
@@ -34,7 +34,7 @@ void ConvertFunction(const Options& options, Output& output) {
   PrintSaved(options.save, output);
 }
 
-void Run(const Options& options, Output& output) {
+void RunConvert(const ConvertOptions& options, Output& output) {
   if (IsFitFunctionFile(options.input.file)) return ConvertFunction(options, output);
   CheckSave(options.save);
   const InputGraph input = ReadInput(options.input, options.save, output);
@@ -47,14 +47,14 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareConvert(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ConvertOptions>();
   AddInput(command, options->input);
   command.Add("OUT", options->save.file, "The new file, its kind by extension").Required();
   command.AddFlag("--overwrite", options->save.overwrite, "Replace the file if it exists");
   command.AddFlag("--text-mode", options->save.text_mode,
                   "Write graph and function files with readable keys and values; to - too");
   AddDataset(command, options->dataset);
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunConvert);
 }
 
 }  // namespace tarnwick::cli

@@ -8,14 +8,14 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct DerivedOptions {
   MadeSeriesArguments made;
   std::string dataset;
   int bins = 100;
 };
 
 template <DerivedKind kKind>
-void Run(const Options& options, Output& output) {
+void RunDerived(const DerivedOptions& options, Output& output) {
   RunMadeSeries(options.made, output, [&](TxyGraph& graph) -> const TSeries& {
     TSeries& source = graph.Series(ChooseToldSeries(graph, options.dataset, output));
     const bool hides = HidesSource(kKind) && !options.made.show_source;
@@ -32,12 +32,12 @@ void Run(const Options& options, Output& output) {
 }
 
 template <DerivedKind kKind>
-std::shared_ptr<Options> Declare(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+std::shared_ptr<DerivedOptions> Declare(Command& command, Action& action) {
+  auto options = std::make_shared<DerivedOptions>();
   AddMadeSeries(command, options->made);
   AddDataset(command, options->dataset);
   if (HidesSource(kKind)) AddShowSource(command, options->made, "beside what is made of it");
-  OnCommand(command, action, options, &Run<kKind>);
+  OnCommand(command, action, options, &RunDerived<kKind>);
   return options;
 }
 
@@ -54,7 +54,7 @@ void DeclareDifferentiate(Command& command, Action& action) {
 }
 
 void DeclareHistogram(Command& command, Action& action) {
-  const std::shared_ptr<Options> options = Declare<DerivedKind::Histogram>(command, action);
+  const std::shared_ptr<DerivedOptions> options = Declare<DerivedKind::Histogram>(command, action);
   command.Add("--bins", options->bins, "Number of bins").Check(kPositiveNumber);
 }
 

@@ -32,8 +32,6 @@
 namespace tarnwick::cli {
 namespace {
 
-using Options = FitOptions;
-
 bool SameFile(const std::filesystem::path& one, const std::filesystem::path& other) {
   std::error_code ignored;  // what cannot be followed is compared as it stands
   return std::filesystem::weakly_canonical(std::filesystem::absolute(one, ignored), ignored) ==
@@ -45,7 +43,7 @@ bool IsDataSetFile(const std::filesystem::path& file) {
 }
 
 /// What goes into the graph beside the model needs a file that keeps it.
-void CheckAdditions(const Options& options) {
+void CheckAdditions(const FitOptions& options) {
   const auto refuse = [&](const char* option) {
     if (!options.save.Wanted())
       throw UsageError(std::string(option) + " needs -o: what it adds is saved with the graph");
@@ -59,7 +57,7 @@ void CheckAdditions(const Options& options) {
 }
 
 /// Several DataSets or functions leave no single model to say more of.
-void CheckSeveral(const Options& options) {
+void CheckSeveral(const FitOptions& options) {
   const bool comparison = options.model.functions.size() > 1;
   const bool joint = options.datasets.size() > 1;
   if (!options.shared.empty() && !joint)
@@ -75,7 +73,7 @@ void CheckSeveral(const Options& options) {
 }
 
 /// Everything that can be refused before the work.
-void Check(const Options& options, Output& output) {
+void Check(const FitOptions& options, Output& output) {
   CheckSeveral(options);
   if (options.save.Wanted()) CheckSave(options.save);
   CheckAdditions(options);
@@ -91,7 +89,8 @@ void Check(const Options& options, Output& output) {
                      << function.file << '\n';
 }
 
-InputGraph Read(const Options& options, const std::optional<PictureSize>& size, Output& output) {
+InputGraph ReadFitInput(const FitOptions& options, const std::optional<PictureSize>& size,
+                        Output& output) {
   InputArguments input = options.input;
   // Sampling at import would leave points out, too.
   if (options.all_points && input.import.every.empty()) input.import.every = "1";
@@ -129,7 +128,8 @@ std::vector<double> BandPlaces(const FitJob& job, int count) {
   return x;
 }
 
-FitAnswer Answer(const Options& options, const FitJob& job, TDataSeries& series, FitResult result) {
+FitAnswer Answer(const FitOptions& options, const FitJob& job, TDataSeries& series,
+                 FitResult result) {
   FitAnswer answer;
   answer.model = series.Fit().Settings();
   answer.level = options.level;
@@ -171,7 +171,7 @@ void NoteOptions(const InputGraph& input, std::size_t series, const FitJob& job,
 }
 
 /// Both files or none: the function's is complete before the graph is written and gets its name afterwards.
-void Save(const Options& options, const InputGraph& input, std::size_t index,
+void Save(const FitOptions& options, const InputGraph& input, std::size_t index,
           const FitAnswer& answer, Output& output) {
   std::optional<WholeFile> function;
   if (!options.save_function.empty())
@@ -203,11 +203,11 @@ void TakeGuess(FitJob& job, TSeries& series) {
   TakeFitSettings(series, job.settings);
 }
 
-void Run(const Options& options, Output& output) {
+void Run(const FitOptions& options, Output& output) {
   Check(options, output);
   std::optional<PictureSize> size;
   if (!options.size.empty()) size = ParseSize(options.size);
-  const InputGraph input = Read(options, size, output);
+  const InputGraph input = ReadFitInput(options, size, output);
   if (size) input.graph->Resize(size->width, size->height);
   if (options.datasets.size() > 1) return RunJoint(options, input, output);
   const std::size_t index = ChooseToldSeries(
@@ -234,7 +234,7 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareFit(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<FitOptions>();
   AddInput(command, options->input);
   // --tolerance is the fit's; the distance of points, which rarely matters here, gets a longer name.
   command.Remove("--tolerance");

@@ -10,7 +10,7 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {};
+struct FunctionsOptions {};
 
 std::vector<BuiltinWord> AllWords() {
   std::vector<BuiltinWord> words;
@@ -27,7 +27,7 @@ Json AsJson(const BuiltinWord& word) {
           {"help", word.help}};
 }
 
-void RunFunctions(const Options& /*options*/, Output& output) {
+void RunFunctions(const FunctionsOptions& /*options*/, Output& output) {
   if (output.IsJson()) {
     Json functions = Json::Array();
     for (const BuiltinWord& word : AllWords()) functions.Append(AsJson(word));
@@ -47,7 +47,7 @@ void RunFunctions(const Options& /*options*/, Output& output) {
 }  // namespace
 
 void DeclareFunctions(Command& command, Action& action) {
-  OnCommand(command, action, std::make_shared<Options>(), &RunFunctions);
+  OnCommand(command, action, std::make_shared<FunctionsOptions>(), &RunFunctions);
 }
 
 }  // namespace tarnwick::cli

@@ -11,13 +11,13 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct ImportOptions {
   InputArguments input;
   LineArguments lines;
   SaveArguments save;
 };
 
-InputGraph Read(const Options& options, Output& output) {
+InputGraph ReadImportInput(const ImportOptions& options, Output& output) {
   const bool goes_on = options.lines.seconds || options.lines.keep;
   const bool lines = !options.lines.place.empty();
   if (!lines && !goes_on) return ReadInput(options.input, options.save, output);
@@ -34,13 +34,13 @@ InputGraph Read(const Options& options, Output& output) {
   return input;
 }
 
-void Run(const Options& options, Output& output) {
+void RunImport(const ImportOptions& options, Output& output) {
   if (!options.lines.place.empty() && !options.input.file.empty())
     throw UsageError("--lines stands instead of FILE: only one of them is read");
   if (IsGraphFile(options.input.file))
     throw UsageError("import reads data files; convert reads " + options.input.file);
   if (options.save.Wanted()) CheckSave(options.save);
-  const InputGraph input = Read(options, output);
+  const InputGraph input = ReadImportInput(options, output);
   if (options.save.Wanted()) SaveOutput(*input.graph, 0, options.save, output);
   if (options.save.file == "-") return;
   PrintInfo(input, output);
@@ -49,11 +49,11 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareImport(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ImportOptions>();
   AddInput(command, options->input);
   AddLineOptions(command, options->lines);
   AddSave(command, options->save);
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunImport);
 }
 
 }  // namespace tarnwick::cli

@@ -9,7 +9,7 @@
 namespace tarnwick::cli {
 namespace {
 
-void Run(const InputArguments& arguments, Output& output) {
+void RunInfo(const InputArguments& arguments, Output& output) {
   if (IsFitFunctionFile(arguments.file)) {
     return PrintFunctionInfo(LoadFitFunction(arguments.file), output);
   }
@@ -22,7 +22,7 @@ void Run(const InputArguments& arguments, Output& output) {
 void DeclareInfo(Command& command, Action& action) {
   auto arguments = std::make_shared<InputArguments>();
   AddInput(command, *arguments);
-  OnCommand(command, action, arguments, &Run);
+  OnCommand(command, action, arguments, &RunInfo);
 }
 
 }  // namespace tarnwick::cli

@@ -10,7 +10,7 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct PeaksOptions {
   InputArguments input;
   SaveArguments save;
   std::string dataset;
@@ -33,7 +33,8 @@ void PrintTable(const std::vector<PeakFigures>& peaks, Output& output) {
   output.Document({{"peaks", std::move(list)}});
 }
 
-void PrintByProminence(const Options& options, TxyGraph& graph, TSeries& series, Output& output) {
+void PrintByProminence(const PeaksOptions& options, TxyGraph& graph, TSeries& series,
+                       Output& output) {
   const PeakTable table = MakePeakTable(
       graph, series,
       {.rule = PeakRule::Prominence, .times_noise = *options.prominence, .search = options.search});
@@ -59,7 +60,7 @@ void Print(const std::vector<Peak>& peaks, const PeakCaptions& captions, Output&
   }
 }
 
-void Run(const Options& options, Output& output) {
+void RunPeaks(const PeaksOptions& options, Output& output) {
   if (options.prominence && options.save.Wanted())
     throw UsageError("--prominence prints a table; -o saves the marks of the other rule");
   if (options.save.Wanted()) CheckSave(options.save);
@@ -79,7 +80,7 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclarePeaks(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<PeaksOptions>();
   PeakOptions& search = options->search;
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
@@ -98,7 +99,7 @@ void DeclarePeaks(Command& command, Action& action) {
            "Measure the peaks that rise so many times the noise above the valleys beside them")
       .Check(kNonNegativeNumber);
   AddSave(command, options->save);
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunPeaks);
 }
 
 }  // namespace tarnwick::cli

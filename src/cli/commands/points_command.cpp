@@ -8,13 +8,13 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct PointsOptions {
   InputArguments input;
   std::string dataset;
   bool curve = false;
 };
 
-void Run(const Options& options, Output& output) {
+void RunPoints(const PointsOptions& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
   TSeries& series = input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output));
   SettleRegression(series);
@@ -24,11 +24,11 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclarePoints(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<PointsOptions>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
   command.AddFlag("--curve", options->curve, "The regression curve instead of the points");
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunPoints);
 }
 
 }  // namespace tarnwick::cli

@@ -13,12 +13,12 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct RecomputeOptions {
   InputArguments input;
   SaveArguments save;
 };
 
-void Run(const Options& options, Output& output) {
+void RunRecompute(const RecomputeOptions& options, Output& output) {
   CheckSave(options.save);
   const InputGraph input = ReadInput(options.input, options.save, output);
   TxyGraph& graph = *input.graph;
@@ -34,11 +34,11 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareRecompute(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<RecomputeOptions>();
   AddInput(command, options->input);
   AddSave(command, options->save);
   command.Find("-o").Required();
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunRecompute);
 }
 
 }  // namespace tarnwick::cli

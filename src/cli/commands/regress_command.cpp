@@ -12,7 +12,7 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct RegressOptions {
   InputArguments input;
   SaveArguments save;
   std::string dataset;
@@ -21,7 +21,7 @@ struct Options {
   std::optional<double> alpha;
 };
 
-void Run(const Options& options, Output& output) {
+void RunRegress(const RegressOptions& options, Output& output) {
   if (options.save.Wanted()) CheckSave(options.save);
   const InputGraph input = ReadInput(options.input, options.save, output);
   const std::size_t index = ChooseToldSeries(*input.graph, options.dataset, output);
@@ -43,7 +43,7 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareRegress(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<RegressOptions>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
   command
@@ -56,7 +56,7 @@ void DeclareRegress(Command& command, Action& action) {
   command.Add("--alpha", options->alpha, "Smoothing factor (6), 1/window (7), end slope (4)")
       .Check(kFiniteNumber);
   AddSave(command, options->save);
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunRegress);
 }
 
 }  // namespace tarnwick::cli

@@ -12,14 +12,14 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct RenderOptions {
   InputArguments input;
   SaveArguments save;
   std::string size = "800x600";
   int dpi = 96;
 };
 
-void Run(const Options& options, Output& output) {
+void RunRender(const RenderOptions& options, Output& output) {
   const PictureSize size = ParseSize(options.size, options.dpi);
   CheckOverwrite(options.save);
   InputGraph input = ReadInput(options.input, output);
@@ -46,14 +46,14 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareRender(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<RenderOptions>();
   AddInput(command, options->input);
   AddSave(command, options->save);
   command.Find("--output").Required();
   command.Add("--size", options->size, "Size in pixels, WxH, or in millimetres, WxHmm");
   command.Add("--dpi", options->dpi, "Dots per inch: how large texts and lines are")
       .Between(10, 2400);
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunRender);
 }
 
 }  // namespace tarnwick::cli

@@ -13,13 +13,13 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct ReportOptions {
   InputArguments input;
   std::string dataset;
   bool settings = false;
 };
 
-FitSettings ReadModel(const Options& options, Output& output) {
+FitSettings ReadModel(const ReportOptions& options, Output& output) {
   if (IsFitFunctionFile(options.input.file)) return LoadFitFunction(options.input.file);
   const InputGraph input = ReadInput(options.input, output);
   return input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output))
@@ -28,7 +28,7 @@ FitSettings ReadModel(const Options& options, Output& output) {
 }
 
 /// The report shows the compiled text; the settings text needs none.
-std::vector<std::string> Lines(const Options& options, Output& output) {
+std::vector<std::string> Lines(const ReportOptions& options, Output& output) {
   TCurFit fit;
   fit.SetSettings(ReadModel(options, output), false);
   if (options.settings) return SettingsText(fit);
@@ -40,7 +40,7 @@ std::vector<std::string> Lines(const Options& options, Output& output) {
   return Report(fit);
 }
 
-void Run(const Options& options, Output& output) {
+void RunReport(const ReportOptions& options, Output& output) {
   const std::vector<std::string> lines = Lines(options, output);
   if (output.IsJson()) {
     output.Document({{"lines", lines}});
@@ -52,11 +52,11 @@ void Run(const Options& options, Output& output) {
 }  // namespace
 
 void DeclareReport(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ReportOptions>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
   command.AddFlag("--settings", options->settings, "The short settings text");
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunReport);
 }
 
 }  // namespace tarnwick::cli

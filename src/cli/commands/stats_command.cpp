@@ -8,7 +8,7 @@
 namespace tarnwick::cli {
 namespace {
 
-struct Options {
+struct StatsOptions {
   InputArguments input;
   std::string dataset;
   std::string of = "y";
@@ -38,14 +38,14 @@ void AddExtremes(const TDataSeries& series, Json& document) {
   document["ymax"] = JsonNumber(extremes.y_max);
 }
 
-void PrintText(const Json& document, std::ostream& out) {
+void PrintStatsText(const Json& document, std::ostream& out) {
   for (const auto& [key, value] : std::get<Json::Members>(document.Get())) {
     const std::string text = PlainText(value, "");
     if (!text.empty()) out << key << ": " << text << '\n';
   }
 }
 
-void Run(const Options& options, Output& output) {
+void RunStats(const StatsOptions& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
   const TSeries& series =
       input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output));
@@ -54,18 +54,18 @@ void Run(const Options& options, Output& output) {
   if (output.IsJson()) {
     output.Document(document);
   } else {
-    PrintText(document, output.Text());
+    PrintStatsText(document, output.Text());
   }
 }
 
 }  // namespace
 
 void DeclareStats(Command& command, Action& action) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<StatsOptions>();
   AddInput(command, options->input);
   AddDataset(command, options->dataset);
   command.Add("--of", options->of, "Which values: x or y").OneOf({"x", "y"});
-  OnCommand(command, action, options, &Run);
+  OnCommand(command, action, options, &RunStats);
 }
 
 }  // namespace tarnwick::cli
