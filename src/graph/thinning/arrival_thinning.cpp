@@ -1,7 +1,10 @@
 #include "graph/thinning/arrival_thinning.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <optional>
+#include <span>
 
 #include "graph/thinning/path_assembler.h"
 
@@ -9,6 +12,7 @@ namespace tarnwick {
 namespace {
 
 constexpr int kPiecesOfColumn = 4;  // told apart in one column
+constexpr std::size_t kAhead = 64;  // pieces that are known before the first of them is taken
 
 class ArrivalWalk {
  public:
@@ -18,9 +22,12 @@ class ArrivalWalk {
   }
 
   void Run() {
+    std::array<Piece, kAhead> pieces;
     for (std::size_t at = 0; at < x_.size();) {
-      if (at == next_break_) PassBreak();
-      at = TakeFrom(at);
+      std::size_t count = 0;
+      for (; count < kAhead && at < x_.size(); at = pieces[count++].end)
+        pieces[count] = PieceFrom(at);
+      for (const Piece& piece : std::span(pieces).first(count)) Take(piece);
     }
     EndCell();
     out_.Flush();
@@ -50,25 +57,56 @@ class ArrivalWalk {
     return y - view_.zero_value - (view_.base_line_slope == 0 ? 0 : view_.base_line_slope * x);
   }
 
-  /// Takes the largest box that begins here and lies within a column, else the points of the smallest; tells what comes next.
-  std::size_t TakeFrom(std::size_t at) {
-    if (at % ArrivalLine::kLarge == 0 &&
-        TakeBox(line_.LargeBoxes()[at / ArrivalLine::kLarge], at, ArrivalLine::kLarge)) {
-      return at + ArrivalLine::kLarge;
+  /// Points that follow one another: a box within one column, or the points of the smallest box one by one.
+  struct Piece {
+    std::size_t begin = 0, end = 0;
+    const ArrivalBox* box = nullptr;
+    std::optional<int> column;  // of all points
+  };
+
+  /// The largest piece that begins here.
+  Piece PieceFrom(std::size_t at) const {
+    if (at % ArrivalLine::kLarge == 0) {
+      const Piece piece = PieceOf(line_.LargeBoxes(), ArrivalLine::kLarge, at);
+      if (piece.column) return piece;
     }
-    if (at % ArrivalLine::kMiddle == 0 &&
-        TakeBox(line_.MiddleBoxes()[at / ArrivalLine::kMiddle], at, ArrivalLine::kMiddle)) {
-      return at + ArrivalLine::kMiddle;
+    if (at % ArrivalLine::kMiddle == 0) {
+      const Piece piece = PieceOf(line_.MiddleBoxes(), ArrivalLine::kMiddle, at);
+      if (piece.column) return piece;
     }
-    const ArrivalBox& small = line_.SmallBoxes()[at / ArrivalLine::kSmall];
-    if (TakeBox(small, at, ArrivalLine::kSmall)) return at + ArrivalLine::kSmall;
-    const std::size_t end = std::min(at + ArrivalLine::kSmall, x_.size());
-    if (AllHavePlaces(small)) {
-      TakePlacedPoints(at, end);
+    const Piece piece = PieceOf(line_.SmallBoxes(), ArrivalLine::kSmall, at);
+    if (!piece.column) {
+      Fetch(x_, piece);
+      Fetch(y_, piece);
+    }
+    return piece;
+  }
+
+  Piece PieceOf(std::span<const ArrivalBox> boxes, std::size_t each, std::size_t at) const {
+    const ArrivalBox& box = boxes[at / each];
+    Piece piece{at, std::min(at + each, x_.size()), &box, {}};
+    if (!AllHavePlaces(box)) return piece;
+    const int column = ColumnOf(box.x_min);
+    if (column == ColumnOf(box.x_max)) piece.column = column;
+    return piece;
+  }
+
+  // Asks for values that are read some pieces later: most of the time went into waiting for the memory.
+  static void Fetch(std::span<const double> values, const Piece& piece) {
+    constexpr std::size_t kLine = 8;  // values
+    for (std::size_t at = piece.begin; at < piece.end; at += kLine) __builtin_prefetch(&values[at]);
+  }
+
+  void Take(const Piece& piece) {
+    if (piece.begin == next_break_) PassBreak();
+    if (piece.column) {
+      Add(*piece.column, piece.begin, piece.end - piece.begin, piece.box->y_min - view_.zero_value,
+          piece.box->y_max - view_.zero_value);
+    } else if (AllHavePlaces(*piece.box)) {
+      TakePlacedPoints(piece.begin, piece.end);
     } else {
-      for (; at < end; ++at) TakePoint(at);
+      for (std::size_t at = piece.begin; at < piece.end; ++at) TakePoint(at);
     }
-    return end;
   }
 
   /// Whether the line goes through the box unbroken and every point can be drawn where it is.
@@ -76,16 +114,6 @@ class ArrivalWalk {
     return box.whole && view_.base_line_slope == 0 &&
            HasPlace(box.x_min, box.y_min - view_.zero_value) &&
            HasPlace(box.x_min, box.y_max - view_.zero_value);
-  }
-
-  bool TakeBox(const ArrivalBox& box, std::size_t begin, std::size_t most) {
-    if (!AllHavePlaces(box)) return false;
-    const double low = box.y_min - view_.zero_value, high = box.y_max - view_.zero_value;
-    const int column = ColumnOf(box.x_min);
-    if (column != ColumnOf(box.x_max)) return false;
-    const std::size_t end = std::min(begin + most, x_.size());
-    Add(column, begin, end - begin, low, high);
-    return true;
   }
 
   void TakePlacedPoints(std::size_t at, std::size_t end) {
