@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "desk/document/document.h"
 #include "graph/files/waiting_series.h"
 #include "graph/series_of_whole.h"
@@ -16,6 +17,13 @@ constexpr int kFrameMs = 16;
 constexpr int kIdleMs = 100;
 constexpr int kPollsUntilIdle = 30;
 constexpr int kRestPerWork = 2;
+
+/// A piece of the rows lies over those before: by X its line and theirs would be one scribble.
+bool BeginsWithin(const PointChain& points, const StreamRows& rows) {
+  return !points.Empty() && std::ranges::any_of(rows.breaks, [&](std::size_t row) {
+    return row < rows.x.size() && rows.x[row] < points.LastX();
+  });
+}
 
 }  // namespace
 
@@ -63,7 +71,13 @@ void LiveFeed::FollowReading() {
 std::string LiveFeed::Text() const {
   std::string text = trouble_.empty() ? stream_->Told() : trouble_;
   if (came_ != CameRows()) text += ", " + came_.Text(kind_.piece);
-  return text;
+  return text + WayBack();
+}
+
+std::string LiveFeed::WayBack() const {
+  const EditHistory& history = document_.History();
+  if (taken_by_ == 0 || came_.rows >= taken_away_ || history.LastStep() != taken_by_) return {};
+  return "; Undo gives back " + Counted(taken_away_, "point") + " of before";
 }
 
 void LiveFeed::Restart(int wait_ms) {
@@ -131,17 +145,28 @@ void LiveFeed::AddDataSets(std::size_t columns) {
   });
 }
 
+/// A step, so that the points of before can be had back.
+void LiveFeed::TakeAway() {
+  taken_away_ = 0;
+  for (const TSeries* const series : Fed())
+    taken_away_ = std::max<std::int64_t>(taken_away_, series->PointCount());
+  const bool gone = document_.Edit("Live Data Began Anew", [this](TxyGraph&) {
+    for (TSeries* const series : Fed()) ForgetPoints(*series);
+  });
+  taken_by_ = gone ? document_.History().LastStep() : 0;
+}
+
 void LiveFeed::Give(const StreamRows& rows) {
   if (Fed().empty()) throw Error("Stopped: no DataSet takes it any more");
   AddDataSets(rows.y.size());
-  if (BeginAnew(rows)) {
-    // A step, so that the points of before can be had back.
-    document_.Edit("Live Data Began Anew", [this](TxyGraph&) {
-      for (TSeries* const series : Fed()) ForgetPoints(*series);
-    });
-  }
+  if (BeginAnew(rows)) TakeAway();
   document_.TakeComing([&](TxyGraph&) {
     for (TSeries* const series : Fed()) {
+      if (BeginsWithin(series->Points(), rows)) {
+        SeriesStyle style = series->Style();
+        style.line_order = LineOrder::AsTheyCame;
+        series->SetStyle(style);
+      }
       AppendRows(*series, rows, kind_.columns(series->Source()));
     }
   });

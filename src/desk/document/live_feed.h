@@ -7,6 +7,7 @@
 
 #include <QObject>
 #include <QTimer>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,7 +37,8 @@ class LiveFeed final : public QObject {
   /// The DataSets were read again by other means: a stream that rereads begins anew, while it runs.
   void FollowReading();
   StreamState State() const { return stream_->State(); }
-  /// What the stream says, how many rows came, and how many of them were lost or held no numbers.
+  /// What the stream says, how many rows came, how many of them were lost or held no numbers, and how points are had back that a
+  /// beginning took away without as many rows in their place.
   std::string Text() const;
 
  signals:
@@ -47,6 +49,8 @@ class LiveFeed final : public QObject {
   void Poll();
   bool TakeRows();
   void Give(const StreamRows& rows);
+  void TakeAway();
+  std::string WayBack() const;
   void AddDataSets(std::size_t columns);
   std::vector<TSeries*> Fed() const;
   void Restart(int wait_ms);
@@ -59,8 +63,10 @@ class LiveFeed final : public QObject {
   CameRows came_;
   std::string last_told_;
   int polls_without_rows_ = 0;
-  std::size_t columns_ = 0;  // that DataSets were made of; 0: none shall be
-  std::string trouble_;      // why it had to stop
+  std::size_t columns_ = 0;      // that DataSets were made of; 0: none shall be
+  std::string trouble_;          // why it had to stop
+  std::int64_t taken_away_ = 0;  // points, when the source began anew
+  std::int64_t taken_by_ = 0;    // the step; 0: none
 };
 
 }  // namespace tarnwick

@@ -3,14 +3,17 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/error.h"
+#include "base/number_text.h"
 #include "data/import/source_place.h"
 #include "data/packed/packing.h"
 #include "data/series/data_series.h"
 #include "sources/follow/followed_text.h"
 #include "sources/follow/growing_file.h"
+#include "sources/follow/lines_read.h"
 #include "sources/streams/described_rows.h"
 #include "sources/streams/threaded_stream.h"
 
@@ -27,7 +30,7 @@ class FollowedFile final : public RowProducer {
 
   void Run(RowQueue& queue) override {
     file_.Reopen();
-    BeginAnew(queue);
+    Begin(queue);
     told_ = "Following " + name_;
     while (!queue.Stopped() && !text_.IsDone()) {
       const bool waits = queue.Paused() || !queue.HasRoom();
@@ -50,13 +53,14 @@ class FollowedFile final : public RowProducer {
         TakeLines(queue);
         break;
       case GrowingFile::Came::Rewritten:
-        BeginAnew(queue);
-        told_ = name_ + " was cut short or written anew, and is followed from its beginning";
+        ReadAgain(name_ +
+                  " was cut short or written anew: what came before stays, and its new rows "
+                  "are added");
+        cut_ = true;
         break;
       case GrowingFile::Came::NewFile:
         TakeRest(queue);
-        BeginText();
-        told_ = "Another file took the place of " + name_ + ", which is followed now";
+        ReadAgain("Another file took the place of " + name_ + ", which is followed now");
         break;
     }
     if (file_.IsThere()) {
@@ -67,19 +71,35 @@ class FollowedFile final : public RowProducer {
     return came != GrowingFile::Came::Nothing;
   }
 
-  void BeginText() {
-    pending_.clear();
-    passing_ = false;
-    at_beginning_ = true;
-    text_.BeginText();
-  }
-
-  void BeginAnew(RowQueue& queue) {
+  void Begin(RowQueue& queue) {
     BeginText();
     text_.BeginAnew();
     StreamRows none;
     none.begins = {0};
     queue.Add(none);
+  }
+
+  /// A text of which nothing is known.
+  void BeginText() {
+    GoToBeginning();
+    read_ = {};
+    text_.BeginText();
+    reading_again_ = cut_ = false;
+  }
+
+  void GoToBeginning() {
+    pending_.clear();
+    passing_ = false;
+    at_beginning_ = true;
+  }
+
+  /// Of another text at the place the rows are taken behind those that it has in common with what was read.
+  void ReadAgain(std::string told) {
+    told_ = std::move(told);
+    if (!text_.KnowsColumns()) return BeginText();
+    GoToBeginning();
+    read_.Restart();
+    reading_again_ = true;
   }
 
   void TakeLines(RowQueue& queue) {
@@ -90,16 +110,50 @@ class FollowedFile final : public RowProducer {
       const std::size_t passed = pending_.find('\n') + 1;
       pending_.erase(0, passed);
       end -= passed;
-      ++rows.unreadable;
+      TakeNew("\n", rows);  // stands for it
+      if (!reading_again_) ++rows.unreadable;
     }
-    text_.Take(pending_.substr(0, end), rows);
+    const std::string lines = pending_.substr(0, end);
     pending_.erase(0, end);
     if (pending_.size() > kLongestLine) {
       passing_ = true;
       pending_.clear();
     }
+    TakeNew(lines, rows);
     if (!rows.x.empty() && std::exchange(away_, false)) rows.breaks.insert(rows.breaks.begin(), 0);
     queue.Add(rows);
+  }
+
+  void TakeNew(std::string_view lines, StreamRows& rows) {
+    if (reading_again_) {
+      lines.remove_prefix(read_.PassKnown(lines));
+      if (read_.AtEnd()) {
+        told_ = "Following " + name_;
+      } else if (lines.empty()) {
+        return;
+      } else if (read_.Count() < text_.HeaderLines()) {
+        return ReadFromNewHeader();
+      } else {
+        LeaveKnownLines();
+      }
+      reading_again_ = cut_ = false;
+    }
+    read_.Add(lines);
+    text_.Take(std::string(lines), rows);
+  }
+
+  void LeaveKnownLines() {
+    away_ = away_ || cut_;
+    const std::size_t same = read_.Count() - text_.HeaderLines();
+    if (same == 0) return;
+    told_ += "; it begins with " + Counted(static_cast<std::int64_t>(same), "line") +
+             " that it had before, not added again";
+  }
+
+  void ReadFromNewHeader() {
+    away_ = away_ || cut_;
+    BeginText();
+    file_.Reopen();
   }
 
   /// Nobody writes to the end of the last line any more.
@@ -125,6 +179,9 @@ class FollowedFile final : public RowProducer {
   bool passing_ = false;      // the rest of a line that is too long
   bool at_beginning_ = true;  // of a text
   bool away_ = false;         // since the last row
+  LinesRead read_;
+  bool reading_again_ = false;  // what was read before, or another text
+  bool cut_ = false;            // and since then no row came
   std::string told_;
 };
 

@@ -6,8 +6,9 @@
 namespace tarnwick {
 
 /// The row of the table of streams: text files whose description says Follow. The file is read from its first row, then what is
-/// written to it, ten times a second at most. A last line waits for its end. Where the file was cut short or written anew it is
-/// read from its beginning; where another file took its place reading goes on with that.
+/// written to it, ten times a second at most. A last line waits for its end. Where the file was cut short or written anew, or
+/// another file took its place, the points stay and reading goes on behind the lines that both have in common; the line of a
+/// DataSet breaks where what was read before went.
 StreamKind FollowedFileKind();
 
 }  // namespace tarnwick

@@ -2,6 +2,7 @@
 // description of one DataSet; no file and no thread.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -26,6 +27,10 @@ class FollowedText {
   /// Adds the rows of lines that are there to their ends. Lines before the first row wait for it. Throws Error when the text
   /// cannot be read so: a column is missing, it is no text.
   void Take(const std::string& lines, StreamRows& rows);
+  /// The text's first row is there, and what stands where is known.
+  bool KnowsColumns() const { return head_read_; }
+  /// Lines before the first row, whatever they hold.
+  std::size_t HeaderLines() const { return static_cast<std::size_t>(info_.FileHasHeaders); }
   /// True when the description chooses no further row.
   bool IsDone() const { return chooser_->NextRow() == RowChooser::kNoRow; }
 

@@ -22,7 +22,7 @@ class GrowingFile {
     Nothing,  ///< for now
     Bytes,
     NewFile,  ///< another file has taken its place, of which nothing is read yet; the one before was read to its end
-    Rewritten  ///< it was cut short or written anew, and is read from its beginning
+    Rewritten  ///< it was cut short or written anew, and is read from its beginning next
   };
   /// Appends at most a megabyte of what came to `bytes`. Throws FileError for what cannot be read.
   Came Read(std::string& bytes);

@@ -48,6 +48,13 @@ void BreakLine(TDataSeries& series) {
   series.SetGaps(PointGaps(std::move(begins), next));
 }
 
+/// What came now is of the last piece.
+void ExtendPieces(TDataSeries& series) {
+  if (series.Gaps().Empty() || series.Gaps().Last() >= series.LastId()) return;
+  const std::span<const std::int32_t> begins = series.Gaps().Begins();
+  series.SetGaps(PointGaps({begins.begin(), begins.end()}, series.LastId()));
+}
+
 /// The chain without its first `count` points in the order of arrival.
 PointChain WithoutFirst(const PointChain& points, std::size_t count) {
   PointChain kept = points;
@@ -94,6 +101,7 @@ void AppendRows(TDataSeries& series, const StreamRows& rows, const StreamColumns
     TakeRow(rows, columns, row, piece);
   }
   flush();
+  ExtendPieces(series);
   KeepLast(series, series.Source().KeepPoints);
   series.EndUpdate();
 }

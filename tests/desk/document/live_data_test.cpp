@@ -120,6 +120,34 @@ TEST_F(LiveDataTest, GivesBackThePointsOfBeforeWhereTheSourceBeganAnew) {
   EXPECT_EQ(Ys(), "7 2 3 ");
 }
 
+TEST_F(LiveDataTest, TellsTheWayBackToPointsThatNoRowsReplace) {
+  std::ofstream(file_) << "x,y\n1,1\n";
+  document_.Live().Start();
+  ASSERT_TRUE(WaitForPoints(1));
+  const auto told = [&] { return document_.Live().Texts().front(); };
+  EXPECT_EQ(told(), "Following run.csv, 1 row came; Undo gives back 3 points of before");
+  document_.History().Undo();
+  EXPECT_EQ(Ys(), "1 2 3 ");
+  EXPECT_EQ(told(), "Following run.csv, 1 row came");
+}
+
+TEST_F(LiveDataTest, KeepsThePointsOfAFileThatIsCutShort) {
+  Start();
+  std::filesystem::resize_file(file_, 0);
+  const auto cut = [&] {
+    return document_.Live().Texts().front().find("cut short") != std::string::npos;
+  };
+  ASSERT_TRUE(QTest::qWaitFor(cut, kMost));
+  EXPECT_EQ(Series().Style().line_order, LineOrder::ByX);
+  Append("x,y\n1.5,7\n2.5,8\n");
+  ASSERT_TRUE(WaitForPoints(5));
+  EXPECT_EQ(Ys(), "1 7 2 8 3 ");
+  EXPECT_EQ(Series().Style().line_order, LineOrder::AsTheyCame) << "runs side by side";
+  for (std::size_t i = 0; i + 1 < 5; ++i)
+    EXPECT_TRUE(
+        Series().Gaps().Between(Series().Points().At(i).id, Series().Points().At(i + 1).id));
+}
+
 TEST_F(LiveDataTest, ForgottenPointsDoNotComeBackByUndoing) {
   SetY(0, 7);
   Series().Source().KeepPoints = 2;

@@ -101,22 +101,41 @@ TEST_F(FollowedFile, BringsErrorsAlong) {
   EXPECT_EQ(YErrorAt(watcher.series, watcher.series.Points().At(0)), 0.5);
 }
 
-TEST_F(FollowedFile, CutShortOrWrittenAnewBeginsAnew) {
-  StreamWatcher watcher(info);
-  watcher.stream->Start();
-  ASSERT_TRUE(watcher.WaitForPoints(2));
-  const std::int32_t last_id = watcher.series.LastId();
-  std::filesystem::resize_file(file, 0);
-  ASSERT_TRUE(watcher.WaitForPoints(0));
-  Append(file, "x,y\n7,7\n");
-  ASSERT_TRUE(watcher.WaitForPoints(1));
-  EXPECT_GT(watcher.series.Points().At(0).id, last_id) << "ids that steps of before know";
-  EXPECT_THAT(watcher.stream->Told(), ::testing::HasSubstr("cut short"));
-  WriteFile(file, "x,y\n1,1\n2,2\n3,3\n4,4\n");
-  EXPECT_TRUE(watcher.Wait([&] { return watcher.Points() == "1:1 2:2 3:3 4:4"; }));
+TEST_F(FollowedFile, KeepsThePointsOfAFileThatIsCutShortOrWrittenAnew) {
+  struct Row {
+    const char* name;
+    std::size_t cut_to;  // bytes of "x,y\n0,0\n1,1\n2,2\n"
+    const char* more;
+    const char* points;
+    const char* told;
+  };
+  const Row rows[] = {
+      {"emptied", 0, "x,y\n7,7\n", "0:0 1:1 2:2 | 7:7", "its new rows are added"},
+      {"cut to a prefix", 8, "3,3\n", "0:0 1:1 2:2 | 3:3",
+       "begins with 1 line that it had before, not added again"},
+      {"cut within a line", 10, "5\n3,3\n", "0:0 | 1:5 | 1:1 2:2 | 3:3", "begins with 1 line that"},
+      {"written anew with a row more", 0, "x,y\n0,0\n1,1\n2,2\n3,3\n", "0:0 1:1 2:2 3:3",
+       "Following run.csv"},
+      {"other columns", 0, "y,x\n4,9\n5,10\n", "0:0 1:1 2:2 | 9:4 10:5", "its new rows are added"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    WriteFile(file, "x,y\n0,0\n1,1\n2,2\n");
+    StreamWatcher watcher(info);
+    watcher.stream->Start();
+    ASSERT_TRUE(watcher.WaitForPoints(3));
+    std::filesystem::resize_file(file, row.cut_to);
+    EXPECT_TRUE(watcher.Wait([&] {
+      return watcher.stream->Told().ends_with("what came before stays, and its new rows are added");
+    })) << watcher.stream->Told();
+    Append(file, row.more);
+    EXPECT_TRUE(watcher.Wait([&] { return watcher.Points() == row.points; })) << watcher.Points();
+    EXPECT_THAT(watcher.stream->Told(), ::testing::HasSubstr(row.told));
+    EXPECT_EQ(watcher.begun, 1);
+  }
 }
 
-TEST_F(FollowedFile, AFileThatIsWrittenAnewLongerThanBeforeBeginsAnew) {
+TEST_F(FollowedFile, NoticesAFileThatIsWrittenAnewLongerThanBefore) {
   std::string alike;
   for (int i = 0; i < 3000; ++i) alike += "0,0\n";
   WriteFile(file, "x,y\n1,5\n" + alike);
@@ -124,8 +143,8 @@ TEST_F(FollowedFile, AFileThatIsWrittenAnewLongerThanBeforeBeginsAnew) {
   watcher.stream->Start();
   ASSERT_TRUE(watcher.WaitForPoints(3001));
   WriteFile(file, "x,y\n1,6\n" + alike + "2,7\n");
-  EXPECT_TRUE(watcher.WaitForPoints(3002));
-  EXPECT_THAT(watcher.Points(), ::testing::EndsWith(" 0:0 1:6 2:7"));
+  EXPECT_TRUE(watcher.WaitForPoints(3001 + 3002));
+  EXPECT_THAT(watcher.Points(), ::testing::EndsWith(" 1:5 | 1:6 2:7"));
 }
 
 TEST_F(FollowedFile, GoesOnWithTheFileThatTakesItsPlace) {
@@ -139,6 +158,9 @@ TEST_F(FollowedFile, GoesOnWithTheFileThatTakesItsPlace) {
   ASSERT_TRUE(watcher.WaitForPoints(5)) << watcher.Points();
   EXPECT_EQ(watcher.Points(), "0:0 1:1 2:2 3:3 | 40:4");
   EXPECT_EQ(watcher.begun, 1);
+  std::filesystem::rename(folder.Write("written.csv", "y,x\n4,40\n5,50\n"), file);
+  EXPECT_TRUE(watcher.Wait([&] { return watcher.Points().ends_with("| 40:4 50:5"); }))
+      << "rows that both files have are there once";
 }
 
 TEST_F(FollowedFile, WaitsWhilePausedAndStopsForGood) {
