@@ -37,6 +37,7 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   about.expression_warnings = ExpressionWarnings(job.settings.Expression);
   about.regression_curve = job.source == FitPointSource::RegressionCurve;
   about.has_x_errors = job.has_x_errors;
+  about.some_rows = job.some_rows;
   about.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
                            part.weighting.weights == FitWeights::Errors;
   return about;
@@ -66,6 +67,7 @@ FitCircumstances Together(std::span<const FitCircumstances> parts) {
     all.undefined_at_start += one.undefined_at_start;
     if (all.expression_warnings.empty()) all.expression_warnings = one.expression_warnings;
     all.has_x_errors = all.has_x_errors || one.has_x_errors;
+    if (all.some_rows.empty()) all.some_rows = one.some_rows;
     all.regression_curve = all.regression_curve || one.regression_curve;
     all.unknown_names.insert(all.unknown_names.end(), one.unknown_names.begin(),
                              one.unknown_names.end());

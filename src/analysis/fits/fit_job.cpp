@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "base/undefined.h"
+#include "data/import/whole_data.h"
 #include "data/regression/regression_type.h"
 #include "data/series/point_errors.h"
 
@@ -100,6 +101,7 @@ FitJob PrepareFit(const TDataSeries& series, const FitRunOptions& options) {
   if (!curve.Empty()) job.source = FitPointSource::RegressionCurve;
   const PointChain& points = curve.Empty() ? series.Points() : curve;
   job.has_x_errors = curve.Empty() && HasXErrors(series.Errors());
+  job.some_rows = SomeRowsText(series.Source());
 
   const Range range = PointsInMargins(points, job.settings);
   const std::size_t in_range = range.end - range.first;

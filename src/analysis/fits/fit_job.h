@@ -37,6 +37,7 @@ struct FitJob {
   std::int64_t points_without_error = 0;  ///< left out because no error above 0 tells their weight
   FitPointSource source = FitPointSource::Points;
   bool has_x_errors = false;  ///< the points have errors of X, which no fit takes into account
+  std::string some_rows;      ///< which of the source's rows they are, as SomeRowsText; empty: all
   FitRunOptions options;
 };
 

@@ -164,10 +164,7 @@ void NoteOptions(const InputGraph& input, std::size_t series, const FitJob& job,
     verdict.notes.push_back(Counted(without, "row") +
                             " of the file left out: no number for Y stands there.");
   }
-  if (report.sampled_every > 1) {
-    verdict.notes.push_back("Only one of " + std::to_string(report.sampled_every) +
-                            " rows of the file was read; --all-points reads all.");
-  }
+  if (report.sampled_every > 1) verdict.notes.emplace_back("--all-points reads every row.");
 }
 
 /// Both files or none: the function's is complete before the graph is written and gets its name afterwards.

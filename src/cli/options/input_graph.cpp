@@ -19,6 +19,7 @@
 #include "graph/files/import_into_graph.h"
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
+#include "graph/series_of_whole.h"
 #include "sources/all_source_kinds.h"
 #include "sources/database/database_source.h"
 #include "sources/links/link_source.h"
@@ -177,6 +178,9 @@ InputGraph ReadInput(const InputArguments& arguments, Output& output) {
   if (!IsGraphFile(arguments.file)) return ImportData(arguments, output);
   InputGraph input;
   input.graph = LoadGraph(arguments.file);
+  const std::vector<TSeries*> whole = SeriesOfWhole(*input.graph);
+  input.told = TellSomeRows(std::vector<const TDataSeries*>(whole.begin(), whole.end()));
+  output.Note(Sentence(input.told));
   return input;
 }
 

@@ -188,6 +188,7 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   const std::vector<std::string> doubts = DoubtsOf(source, options, columns);
   result.notes.insert(result.notes.end(), doubts.begin(), doubts.end());
   result.errors_note = columns.errors_note;
+  result.thinning_note = source.thinning_note;
   result.x_is_date = IsDate(source, columns.x, options.x_format);
   result.y_is_date = IsDate(source, columns.y.front(), options.y_format);
   result.cancelled = result.reports.front().cancelled;
@@ -227,6 +228,7 @@ SourceSummary SummarizeOpened(const ImportSource& source, Progress& progress) {
   SourceSummary summary;
   summary.names_line = supplier.HasNamesLine();
   summary.notes = source.notes;
+  if (!source.thinning_note.empty()) summary.notes.push_back(source.thinning_note);
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     summary.columns.push_back({static_cast<std::int32_t>(i), supplier.ColumnNames()[i], {}});
   }

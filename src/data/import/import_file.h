@@ -76,8 +76,9 @@ struct ImportResult {
   /// What was decided about the file that is not certain, one clause each, without a full stop: "the table from line 449 on
   /// is shown, another stands at line 21". Beside what the reports tell.
   std::vector<std::string> notes;
-  std::string errors_note;  ///< a clause more: which columns were taken as errors by themselves
-  bool cancelled = false;   ///< also while the file was unpacked: there are no DataSets then
+  std::string errors_note;    ///< a clause more: which columns were taken as errors by themselves
+  std::string thinning_note;  ///< and which rows the source itself picked; empty: none
+  bool cancelled = false;     ///< also while the file was unpacked: there are no DataSets then
 };
 
 /// Reads `path` ("-": standard input) into DataSets that remember how, so that RefreshAll reads them again. Throws

@@ -27,6 +27,7 @@ struct ImportSource {
   ColumnGuess time;                        ///< of kJoinedTimeColumn
   std::vector<std::int32_t> time_columns;  ///< that make it; empty where there is none
   std::vector<std::string> notes;  ///< what was decided about the layout, as of ImportResult
+  std::string thinning_note;       ///< which rows the source itself picks; empty: none
 
   /// The column that the user names. Throws FileError when there is none.
   std::int32_t Column(std::string_view name) const;

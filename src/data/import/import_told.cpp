@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "base/word_list.h"
+#include "data/import/whole_data.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 namespace {
@@ -18,15 +20,11 @@ struct Kind {
   const char* plural;  ///< of many DataSets with different words: "have skipped rows"
 };
 
-std::string ShownText(const LoadReport& report) {
-  const std::string sampled = report.SampledText();
-  return sampled.empty() ? sampled : sampled + " is shown";
-}
+constexpr const char* kShowAPart = "show a part of their rows";
 
 constexpr Kind kKinds[] = {
-    {ToldAbout::Sampling, &ShownText,
-     [](const LoadReport& r) -> std::int64_t { return r.sampled_every; },
-     "show a part of their rows"},
+    {ToldAbout::Sampling, [](const LoadReport& r) { return r.ShownText(); },
+     [](const LoadReport& r) -> std::int64_t { return r.sampled_every; }, kShowAPart},
     {ToldAbout::Skipping, [](const LoadReport& r) { return r.SkippedText(); },
      [](const LoadReport& r) { return r.Skipped(); }, "have skipped rows"},
     {ToldAbout::Replacing, [](const LoadReport& r) { return r.ReplacedText(); },
@@ -45,31 +43,34 @@ struct Group {
   std::int64_t amount = 0;
 };
 
+void AddToGroup(const std::string& text, const std::string& name, std::int64_t amount,
+                std::vector<Group>& groups) {
+  if (text.empty()) return;
+  auto group = std::ranges::find(groups, text, &Group::text);
+  if (group == groups.end()) group = groups.insert(group, {text, {}, amount});
+  group->names.push_back('"' + name + '"');
+}
+
 std::vector<Group> GroupsOf(const Kind& kind, std::span<const LoadReport> reports,
                             std::span<const std::string> names) {
   std::vector<Group> groups;
   for (std::size_t i = 0; i < reports.size(); ++i) {
-    const std::string text = reports[i].loaded ? kind.text(reports[i]) : std::string();
-    if (text.empty()) continue;
-    auto group = std::ranges::find(groups, text, &Group::text);
-    if (group == groups.end()) {
-      group = groups.insert(group, {text, {}, kind.amount(reports[i])});
-    }
-    group->names.push_back('"' + names[i] + '"');
+    if (reports[i].loaded)
+      AddToGroup(kind.text(reports[i]), names[i], kind.amount(reports[i]), groups);
   }
   return groups;
 }
 
-void Tell(const Kind& kind, const std::vector<Group>& groups, std::size_t loaded,
+void Tell(ToldAbout about, const char* plural, const std::vector<Group>& groups, std::size_t loaded,
           ImportTold& told) {
   if (groups.empty()) return;
   if (groups.size() == 1 && groups.front().names.size() == loaded) {
-    told.push_back({kind.about, groups.front().text});
+    told.push_back({about, groups.front().text});
     return;
   }
   if (groups.size() <= kMostGroups) {
     for (const Group& group : groups) {
-      told.push_back({kind.about, Listed(group.names, kMostNames) + ": " + group.text});
+      told.push_back({about, Listed(group.names, kMostNames) + ": " + group.text});
     }
     return;
   }
@@ -88,7 +89,8 @@ ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::
   ImportTold told;
   const auto loaded = std::ranges::count_if(reports, &LoadReport::loaded);
   for (const Kind& kind : kKinds) {
-    Tell(kind, GroupsOf(kind, reports, names), static_cast<std::size_t>(loaded), told);
+    Tell(kind.about, kind.plural, GroupsOf(kind, reports, names), static_cast<std::size_t>(loaded),
+         told);
   }
   for (const std::string& note : notes) told.push_back({ToldAbout::Guessing, note});
   return told;

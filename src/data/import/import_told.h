@@ -10,6 +10,8 @@
 
 namespace tarnwick {
 
+class TDataSeries;
+
 /// What a clause is about; each face knows how to have it otherwise.
 enum class ToldAbout {
   Sampling,
@@ -37,9 +39,12 @@ using ImportTold = std::vector<ToldClause>;
 ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::string> names,
                       std::span<const std::string> notes = {});
 
+/// That DataSets, read some time ago, hold only some of the rows of their sources: what is computed is of these.
+ImportTold TellSomeRows(std::span<const TDataSeries* const> all);
+
 bool IsAbout(const ImportTold& told, ToldAbout about);
 
-/// "Every 2000th row is shown; 2 rows skipped (Y empty; first at line 17)." Empty for nothing.
+/// "Every 2000th row is shown; 2 rows skipped (Y empty; first at line 17)." Empty for nothing. Options are left out.
 std::string Sentence(const ImportTold& told);
 
 }  // namespace tarnwick

@@ -79,6 +79,11 @@ std::string LoadReport::SampledText() const {
   return sampled_every > 1 ? "every " + Ordinal(sampled_every) + " row" : std::string();
 }
 
+std::string LoadReport::ShownText() const {
+  const std::string sampled = SampledText();
+  return sampled.empty() ? sampled : sampled + " is shown";
+}
+
 std::string LoadReport::SkippedText() const {
   if (Skipped() == 0) return {};
   const Reason reasons[] = {{x_missing, "X empty"},

@@ -49,6 +49,7 @@ struct LoadReport {
   /// What there is to say, each empty for nothing: "every 3rd row", "2 rows skipped (1 X empty, 1 Y not a number; first at
   /// line 17)", "2 rows replaced by later ones at the same X".
   std::string SampledText() const;
+  std::string ShownText() const;  ///< "every 3rd row is shown"
   std::string SkippedText() const;
   std::string ReplacedText() const;
   std::string MovedText() const;

@@ -35,8 +35,22 @@ void TakeAllRows(TDSInfo& info) {
 }
 
 bool ShowsSomeRows(const TDSInfo& info) {
+  // A file that is followed is read from its first row, every one.
   return info.DataSource != DataSourceKind::Manual && !info.DatasourceInfo.empty() &&
-         (info.AllRows ? info.ThinnedAtSource : info.RowSamplingFrequency > 1);
+         !info.Follow && (info.AllRows ? info.ThinnedAtSource : info.RowSamplingFrequency > 1);
+}
+
+std::string SomeRowsText(const TDSInfo& info) {
+  if (!ShowsSomeRows(info)) return {};
+  if (!info.AllRows) {
+    LoadReport sampled;
+    sampled.sampled_every = info.RowSamplingFrequency;
+    return sampled.ShownText();
+  }
+  if (info.RowSamplingFrequency > 1)
+    return "only about one row in " + std::to_string(info.RowSamplingFrequency) +
+           " is there, from all over the table: spikes may be missing";
+  return "only the highest and lowest rows are there, which the data base picked";
 }
 
 void ChooseSampling(TDSInfo& info, TDataSupplier& supplier, const ImportOptions& options,

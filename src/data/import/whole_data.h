@@ -2,6 +2,8 @@
 // suppliers and DataSets; asks nobody.
 #pragma once
 
+#include <string>
+
 #include "base/progress.h"
 #include "data/data_supplier.h"
 #include "data/import/import_file.h"
@@ -19,6 +21,9 @@ void TakeAllRows(TDSInfo& info);
 
 /// True where only some of the rows of a source that can be read again are loaded.
 bool ShowsSomeRows(const TDSInfo& info);
+
+/// Which rows these are: "every 10th row is shown"; empty where it is every row.
+std::string SomeRowsText(const TDSInfo& info);
 
 /// Forbids duplicates, which loading allowed, where no X repeats.
 void ForbidAbsentDuplicates(TDataSeries& series);

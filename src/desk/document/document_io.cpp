@@ -186,7 +186,10 @@ std::string NoteOf(const PastedParts& parts) {
 }  // namespace
 
 ReadResult ReadGraph(const std::filesystem::path& path) {
-  ReadResult result{LoadGraph(path)->State()};
+  const std::unique_ptr<TxyGraph> graph = LoadGraph(path);
+  const std::vector<TSeries*> whole = SeriesOfWhole(*graph);
+  const std::vector<const TDataSeries*> all(whole.begin(), whole.end());
+  ReadResult result{graph->State(), TellSomeRows(all)};
   result.points = PointsOfGraph(result.state, path);
   return result;
 }

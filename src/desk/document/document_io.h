@@ -26,7 +26,7 @@ struct ReadResult {
   std::string note = {};                  ///< a remark in passing; may be empty
 };
 
-/// Throws FileError.
+/// Told is which of its DataSets hold only some of their sources' rows. Throws FileError.
 ReadResult ReadGraph(const std::filesystem::path& path);
 /// `into` with the DataSets of a text or binary data file added. Throws FileError.
 ReadResult ReadData(const GraphState& into, const std::filesystem::path& path,

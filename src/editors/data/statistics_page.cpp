@@ -20,9 +20,11 @@
 
 #include "base/number_text.h"
 #include "base/quantile.h"
+#include "data/import/whole_data.h"
 #include "data/points/point_columns.h"
 #include "data/series/statistics.h"
 #include "desk/widgets/text.h"
+#include "desk/widgets/wrapped_label.h"
 #include "editors/data/histogram_view.h"
 #include "graph/shown_series.h"
 
@@ -96,6 +98,9 @@ StatisticsPage::StatisticsPage(const EditedSeries& series, QWidget* parent)
     : QWidget(parent), series_(series) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 6, 0, 0);
+  some_rows_ = SentencesLabel(this);
+  some_rows_->setObjectName("SomeRows");
+  column->addWidget(some_rows_);
   auto* halves = new QSplitter(Qt::Vertical, this);
   table_ = new QTableWidget(halves);
   table_->setObjectName("Statistics");
@@ -146,6 +151,9 @@ QWidget* StatisticsPage::BuildChoice() {
 
 void StatisticsPage::Refresh() {
   const TSeries* const series = series_.Get();
+  const std::string some = series == nullptr ? "" : SomeRowsText(series->Source());
+  some_rows_->ShowText(tr("A part of the source: %1.").arg(ToQt(some)));
+  some_rows_->setVisible(!some.empty());
   if (series == nullptr) {
     table_->setRowCount(0);
     shown_ = {};

@@ -14,6 +14,7 @@ class QTableWidget;
 namespace tarnwick {
 
 class HistogramView;
+class WrappedLabel;
 
 class StatisticsPage final : public QWidget {
   Q_OBJECT
@@ -32,6 +33,7 @@ class StatisticsPage final : public QWidget {
   const EditedSeries& series_;
   PointChain shown_;  // the points whose figures stand there
   Histogram histogram_;
+  WrappedLabel* some_rows_;  // of the source are counted
   QTableWidget* table_;
   QComboBox* of_ = nullptr;
   QSpinBox* bins_ = nullptr;

@@ -23,6 +23,8 @@ struct FitCircumstances {
   std::int32_t thinned_to = 0;    ///< the model's NPoints
   bool regression_curve = false;  ///< the points are those of the DataSet's regression curve
   std::optional<ExtremeData> extreme_data;
+  /// Which of their source's rows the points are: "every 3rd row is shown"; empty: all.
+  std::string some_rows;
   /// X of the first point without a value of the model at the start, and how many such points there are.
   std::optional<double> first_undefined_x;
   std::int64_t undefined_at_start = 0;

@@ -262,6 +262,8 @@ void NoteWeights(const FitResult& result, const FitCircumstances& about,
 
 void NotePoints(const FitResult& result, const FitCircumstances& about,
                 std::vector<std::string>& notes) {
+  if (!about.some_rows.empty())
+    notes.push_back("Fitted is a part of the source: " + about.some_rows + ".");
   if (about.regression_curve) {
     notes.emplace_back(
         "The points of the regression curve were fitted, as long as the DataSet shows one.");

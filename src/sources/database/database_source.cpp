@@ -124,9 +124,9 @@ void ChooseThinning(const ImportOptions& options, const DatabaseDialect& dialect
     source.info.ThinnedAtSource = source.supplier->Size() > kMostWholeRows;
   }
   if (!source.info.ThinnedAtSource) return;
-  source.notes.push_back("the data base gives the highest and lowest rows only, of about " +
+  source.thinning_note = "the data base gives the highest and lowest rows only, of about " +
                          std::to_string(source.supplier->Size()) +
-                         " rows; a view that is zoomed shows more");
+                         " rows; a view that is zoomed shows more";
   source.supplier = std::make_unique<ThinnedSupplier>(std::move(source.supplier), place, picture);
 }
 

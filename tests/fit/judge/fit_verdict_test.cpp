@@ -334,6 +334,8 @@ const Situation kSituations[] = {
      false, "The fit did not start: a and b have no finite values to start from.", ""},
     {"errors of X", [](R&, C& c) { c.has_x_errors = true; }, true, kDetermined,
      "The errors of X do not count."},
+    {"some rows", [](R&, C& c) { c.some_rows = "every 3rd row is shown"; }, true, kDetermined,
+     "Fitted is a part of the source: every 3rd row is shown."},
     {"regression curve", [](R&, C& c) { c.regression_curve = true; }, true, kDetermined,
      "regression curve were fitted"},
 };
