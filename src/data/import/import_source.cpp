@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/error.h"
+#include "data/import/absent_column.h"
 #include "data/import/data_files.h"
 #include "data/import/import_file.h"
 
@@ -11,7 +12,6 @@ namespace tarnwick {
 namespace {
 
 constexpr std::string_view kStandardInput = "-";
-constexpr std::size_t kNamesInMessage = 12;
 
 /// Where the file is found again from any folder; nothing for what cannot be read twice.
 std::string Location(const std::filesystem::path& path) {
@@ -78,15 +78,8 @@ ImportSource TextImportSource(std::string text, const std::string& name,
 
 std::int32_t ImportSource::Column(std::string_view name) const {
   const std::int32_t column = supplier->ColumnIndex(name);
-  if (column >= 0) return column;
-  std::string known;
-  const std::vector<std::string>& names = supplier->ColumnNames();
-  for (std::size_t i = 0; i < std::min(names.size(), kNamesInMessage); ++i) {
-    known += (i > 0 ? ", " : "") + names[i];
-  }
-  if (names.size() > kNamesInMessage) known += ", ...";
-  throw FileError("There is no column \"" + std::string(name) + "\"", supplier->Describe(),
-                  "columns: " + known);
+  if (column < 0) throw AbsentColumn(name, *supplier);
+  return column;
 }
 
 std::string ImportSource::NameOf(std::int32_t column) const {

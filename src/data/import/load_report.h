@@ -23,8 +23,9 @@ struct UnusableErrors {
 };
 
 struct LoadReport {
-  bool loaded = false;     ///< false: source not active or a column missing; the old points stay
-  bool cancelled = false;  ///< the points read until then are in the DataSet
+  bool loaded = false;        ///< false: source not active or a column missing; the old points stay
+  std::string absent_column;  ///< a sentence, where one is missing; empty otherwise
+  bool cancelled = false;     ///< the points read until then are in the DataSet
   std::int64_t rows_read = 0;  ///< rows looked at, good or not
   std::int64_t points = 0;     ///< points in the DataSet afterwards
   std::int64_t replaced = 0;   ///< rows whose point gave way to a later one at the same X

@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/import/absent_column.h"
 #include "data/import/column_expression.h"
 
 namespace tarnwick {
@@ -105,7 +106,11 @@ void LoadRun::ResolveColumns() {
     if (!info.active) continue;
     if (info.x_column_index < 0) info.x_column_index = supplier_.ColumnIndex(info.XDataColumn);
     if (info.y_column_index < 0) info.y_column_index = supplier_.ColumnIndex(info.YDataColumn);
-    if (info.x_column_index < 0 || info.y_column_index < 0) continue;
+    if (info.x_column_index < 0 || info.y_column_index < 0) {
+      const std::string& absent = info.x_column_index < 0 ? info.XDataColumn : info.YDataColumn;
+      reports_[i].absent_column = AbsentColumn(absent, supplier_).what();
+      continue;
+    }
     if (info.y_error_index < 0) info.y_error_index = supplier_.ColumnIndex(info.YErrorColumn);
     if (info.x_error_index < 0) info.x_error_index = supplier_.ColumnIndex(info.XErrorColumn);
     Member member;

@@ -1,7 +1,6 @@
 #include "desk/document/document_files.h"
 
 #include <algorithm>
-#include <numeric>
 #include <system_error>
 #include <utility>
 
@@ -12,6 +11,8 @@
 #include "desk/document/document.h"
 #include "desk/document/finish_look.h"
 #include "desk/document/open_edit.h"
+#include "desk/document/reading_told.h"
+#include "desk/document/refresh_documents.h"
 #include "desk/prompts/password_prompt.h"
 #include "desk/settings/program_paths.h"
 #include "graph/background_image.h"
@@ -233,12 +234,8 @@ void DocumentFiles::LoadGraphIntoChild(const std::filesystem::path& path) {
 }
 
 bool DocumentFiles::Refresh() {
-  std::vector<std::size_t> all(SeriesOfWhole(document_.WholeGraph()).size());
-  std::iota(all.begin(), all.end(), std::size_t{0});
-  const ReadResult result = ReadAgain(all);
-  if (result.cancelled) return false;
-  TakeRefreshed(result);
-  return true;
+  Document* const one[] = {&document_};
+  return ReadDocumentsAgain(one);
 }
 
 void DocumentFiles::TakeRefreshed(const ReadResult& result) {
@@ -389,8 +386,8 @@ void DocumentFiles::SettleTooManyPoints() {
     const ReadResult result = ReadAgain(switched);
     if (result.cancelled) return;
     TakeWhole(result);
-    data_told_.Add(result.told);
-  } catch (const FileError& error) {
+    document_.Told().Add(ToldOfReading(document_.WholeGraph(), as_read_));
+  } catch (const Error& error) {
     // What was loaded stands; only its thinning has to wait for the source.
     document_.GetPrompt().Tell(error.what());
   }

@@ -86,7 +86,7 @@ class DocumentFiles {
                const std::function<ReadResult(const GraphState&, Progress&)>& reading);
   /// By extension: graph, template, DataSet file; anything else is tried as data.
   bool LoadDataFromFile(const std::filesystem::path& path);
-  /// Reads the outside sources of all DataSets again.
+  /// Reads the outside sources of all DataSets again, as ReadDocumentsAgain does.
   bool Refresh();
   /// One step of what reading the DataSets of the whole graph again made of it.
   void TakeRefreshed(const ReadResult& result);

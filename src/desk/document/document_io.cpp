@@ -101,10 +101,19 @@ ReadResult ResultOf(TxyGraph& graph, const std::map<const TDataSeries*, LoadRepo
   return result;
 }
 
-/// `graph` with these DataSets of it read again.
+/// Each once: two lists of links may fail by the same one, many DataSets for the X that they share.
+void AddTrouble(const std::string& trouble, std::vector<std::string>& troubles) {
+  if (!trouble.empty() && std::ranges::find(troubles, trouble) == troubles.end())
+    troubles.push_back(trouble);
+}
+
+/// `graph` with these DataSets of it read again. Throws Error where one of them cannot be: then none is.
 ReadResult ReadAgain(TxyGraph& graph, const std::vector<TDataSeries*>& all, Progress& progress) {
   const LoadOptions load = Loading(progress);
   const std::vector<LoadReport> read = RefreshAll(all, load);
+  for (const LoadReport& report : read) {
+    if (!report.absent_column.empty()) throw Error(report.absent_column);
+  }
   if (WasCancelled(read) || progress.Cancelled() || !SettleCoarse(all, progress)) {
     return {{}, {}, true};
   }
@@ -279,11 +288,12 @@ RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progres
       if (WasCancelled(read) || progress.Cancelled() || !SettleCoarse(source, progress)) {
         return {.cancelled = true};
       }
-      for (std::size_t i = 0; i < source.size(); ++i) reports[source[i]] = read[i];
+      for (std::size_t i = 0; i < source.size(); ++i) {
+        reports[source[i]] = read[i];
+        AddTrouble(read[i].absent_column, refreshed.troubles);
+      }
     } catch (const Error& error) {
-      // Two lists of links may fail by the same one.
-      if (std::ranges::find(refreshed.troubles, error.what()) == refreshed.troubles.end())
-        refreshed.troubles.emplace_back(error.what());
+      AddTrouble(error.what(), refreshed.troubles);
     }
   }
   for (const auto& graph : graphs) refreshed.graphs.push_back(ResultOf(*graph, reports));

@@ -40,7 +40,8 @@ ReadResult ReadPlaceInto(const GraphState& into, const TDSInfo& place, Progress&
 ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize size);
 /// `into` with its current DataSet (or a first one) replaced by that of a DataSet file. Throws FileError.
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path);
-/// `state` with the DataSets at these places of SeriesOfWhole read again, where they have a source. Throws FileError.
+/// `state` with the DataSets at these places of SeriesOfWhole read again, where they have a source. Throws Error where one has not
+/// its columns any more.
 ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
                      Progress& progress);
 
@@ -50,8 +51,8 @@ struct NewSource {
   TDSInfo source;
 };
 /// `state` with these DataSets read by other descriptions, and for each of `columns` a DataSet more whose Y that is, beside the
-/// first of them and read like it. A DataSet named after its column is named after the new one. Throws FileError, and Error for
-/// a column expression that cannot be used.
+/// first of them and read like it. A DataSet named after its column is named after the new one. Throws Error, also for columns
+/// that are not there and for a column expression that cannot be used.
 ReadResult ReadBy(const GraphState& state, const std::vector<NewSource>& sources,
                   const std::vector<std::string>& columns, Progress& progress);
 

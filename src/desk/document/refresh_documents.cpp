@@ -59,8 +59,7 @@ bool MayReadAgain(std::span<Document* const> documents) {
   return documents.front()->GetPrompt().Ask({text, {Answer::Yes, Answer::No}}) == Answer::Yes;
 }
 
-void RefreshDocuments(std::span<Document* const> documents) {
-  if (!MayReadAgain(documents)) return;
+bool ReadDocumentsAgain(std::span<Document* const> documents) {
   AskForPasswords(documents);
   std::vector<GraphState> states;
   for (Document* const document : documents) states.push_back(document->WholeGraph().State());
@@ -68,14 +67,22 @@ void RefreshDocuments(std::span<Document* const> documents) {
   documents.front()->Work().Run({"Loading data"}, [&](Progress& progress) {
     refreshed = RefreshedTogether(states, progress);
   });
-  if (refreshed.cancelled) return;
-  for (std::size_t i = 0; i < documents.size(); ++i)
-    documents[i]->Files().TakeRefreshed(refreshed.graphs[i]);
-  if (refreshed.troubles.empty()) return;
+  if (refreshed.cancelled) return false;
+  for (std::size_t i = 0; i < documents.size(); ++i) {
+    const ReadResult& result = refreshed.graphs[i];
+    // Of what could not be read again, what was told of it still holds.
+    if (!result.points.empty()) documents[i]->Files().TakeRefreshed(result);
+  }
+  if (refreshed.troubles.empty()) return true;
   std::string text;
   for (const std::string& trouble : refreshed.troubles)
     text += (text.empty() ? "" : "\n") + trouble;
   documents.front()->GetPrompt().Tell(text);
+  return true;
+}
+
+void RefreshDocuments(std::span<Document* const> documents) {
+  if (MayReadAgain(documents)) ReadDocumentsAgain(documents);
 }
 
 }  // namespace tarnwick

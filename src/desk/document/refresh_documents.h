@@ -11,9 +11,12 @@ class Document;
 /// the user keeps them.
 bool MayReadAgain(std::span<Document* const> documents);
 
-/// Nothing happens unless MayReadAgain(). Each source is read once for all documents; what became of each document is a step of
-/// its own. Sources that cannot be read are told together at the end. The documents share their work and prompt; there is at
-/// least one.
+/// Each source is read once for all documents; what became of each document is a step of its own. Sources that cannot be read, or
+/// have not their columns any more, are told together at the end, and the points of before stay. False: cancelled, nothing was
+/// read. The documents share their work and prompt; there is at least one.
+bool ReadDocumentsAgain(std::span<Document* const> documents);
+
+/// The same if MayReadAgain().
 void RefreshDocuments(std::span<Document* const> documents);
 
 }  // namespace tarnwick

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "base/error.h"
 #include "base/undefined.h"
+#include "data/import/absent_column.h"
 #include "data/import/column_expression.h"
 #include "data/series/data_series.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 std::int32_t PlaceOf(TDataSupplier& supplier, const std::string& column) {
   const std::int32_t place = supplier.ColumnIndex(column);
-  if (place < 0) throw FileError("There is no column \"" + column + "\"", supplier.Describe(), "");
+  if (place < 0) throw AbsentColumn(column, supplier);
   return place;
 }
 

@@ -126,6 +126,22 @@ TEST_F(DocumentSources, AMovedFolderIsStillReadAgain) {
   EXPECT_EQ(document_.Graph().Series(0).PointCount(), 3) << "what is at the old place comes first";
 }
 
+TEST_F(DocumentSources, ASourceWithoutItsColumnsIsToldAndThePointsStay) {
+  document_.Files().ReadDataFile(folder_.Write("run.csv", "x,y\n1,2\n3,4\n"));
+  document_.Files().ReadDataFile(folder_.Write("other.csv", "x,y\n1,2\n"));
+  folder_.Write("run.csv", "a,b\n1,2\n3,4\n5,6\n");
+  folder_.Write("other.csv", "x,y\n1,2\n3,4\n");
+  Document* const all[] = {&document_};
+  prompt_.ExpectTold("There is no column \"x\": " + folder_.File("run.csv").string() +
+                     ", columns: a, b");
+  RefreshDocuments(all);
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
+  EXPECT_EQ(document_.Graph().Series(1).PointCount(), 2) << "what can be read is";
+  NewSource source{0, document_.Graph().Series(0).Source()};
+  EXPECT_THROW(document_.Files().ReadBy({source}), Error);
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
+}
+
 TEST_F(DocumentSources, ClosingLosesWhatLiesInNoFile) {
   DocumentFiles& files = document_.Files();
   const auto table = folder_.Write("small.csv", "x,y\n1,2\n3,4\n5,6\n");

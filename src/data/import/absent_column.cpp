@@ -1,0 +1,29 @@
+#include "data/import/absent_column.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "data/data_supplier.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kNamesInMessage = 12;
+
+std::string FirstNames(const std::vector<std::string>& names) {
+  std::string known;
+  for (std::size_t i = 0; i < std::min(names.size(), kNamesInMessage); ++i) {
+    known += (i > 0 ? ", " : "") + names[i];
+  }
+  return names.size() > kNamesInMessage ? known + ", ..." : known;
+}
+
+}  // namespace
+
+FileError AbsentColumn(std::string_view name, TDataSupplier& supplier) {
+  return {"There is no column \"" + std::string(name) + "\"", supplier.Describe(),
+          "columns: " + FirstNames(supplier.ColumnNames())};
+}
+
+}  // namespace tarnwick
