@@ -63,7 +63,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   row->addWidget(no_errors_, 0, Qt::AlignVCenter);
   row->addWidget(close, 0, Qt::AlignVCenter);
   connect(close, &QToolButton::clicked, this, [this] {
-    document_.Files().Told().Close();
+    document_.Told().Close();
     Follow();
   });
   connect(guessed_, &QPushButton::clicked, this, &ToldBar::sourceWanted);
@@ -74,11 +74,11 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
 }
 
 void ToldBar::Follow() {
-  const QString text = ToQt(document_.Files().Told().Text());
+  const QString text = ToQt(document_.Told().Text());
   text_->ShowText(text);
-  guessed_->setVisible(document_.Files().Told().Tells(ToldAbout::Guessing));
+  guessed_->setVisible(document_.Told().Tells(ToldAbout::Guessing));
   all_rows_->setVisible(CanShowMore(document_));
-  no_errors_->setVisible(document_.Files().Told().Tells(ToldAbout::Errors));
+  no_errors_->setVisible(document_.Told().Tells(ToldAbout::Errors));
   setVisible(!text.isEmpty());
 }
 
@@ -91,8 +91,8 @@ void ToldBar::LoadAllRows() {
 }
 
 void ToldBar::LeaveErrorsOut() {
-  document_.Files().Told().Drop(ToldAbout::Errors);
-  document_.Edit("Leave Out Errors", [](TxyGraph& graph) {
+  document_.Edit("Leave Out Errors", [this](TxyGraph& graph) {
+    document_.Told().Drop(ToldAbout::Errors);
     for (TSeries* const series : SeriesOfWhole(graph)) {
       const TDSInfo& source = series->Source();
       if (!source.YErrorColumn.empty() || !source.XErrorColumn.empty()) series->SetErrors({});

@@ -74,6 +74,10 @@ class Document final : public QObject {
 
   LookOrigin& Look() { return look_; }
 
+  /// What was decided or left out in reading what the graph shows, until it is closed. It goes back and forth with the steps.
+  DocumentTold& Told() { return told_; }
+  const DocumentTold& Told() const { return told_; }
+
   /// Where the graph comes from and goes to: names, loading, saving.
   DocumentFiles& Files() { return files_; }
   const DocumentFiles& Files() const { return files_; }
@@ -114,7 +118,8 @@ class Document final : public QObject {
   std::optional<PickedPoint> picked_;
   ZoomStacks zooms_;
   LookOrigin look_;
-  EditHistory history_{graph_, look_};
+  DocumentTold told_;
+  EditHistory history_{graph_, look_, told_};
   DocumentFiles files_{*this};
   LiveData live_{*this};
   std::vector<RegressionFailure> failed_regressions_;  // that the user has been told of

@@ -93,7 +93,7 @@ void DocumentFiles::Reload() {
   } else {
     document_.SelectChild(std::nullopt);
     DefaultAppearance(document_.WholeGraph(), document_.Name());
-    data_told_.Clear();
+    document_.Told().Clear();
   }
   note_.clear();
   BeginHistory(false);
@@ -103,7 +103,7 @@ void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
   if (Exists(path)) return TakeGraphFile(path);
   document_.SelectChild(std::nullopt);
   document_.Zooms().Clear();
-  data_told_.Clear();
+  document_.Told().Clear();
   DefaultAppearance(document_.WholeGraph(), document_.Name());
   BeginHistory(false);
 }
@@ -112,7 +112,7 @@ void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
   const ReadResult result = Read([path](Progress&) { return ReadGraph(path); });
   document_.SelectChild(std::nullopt);
   document_.Zooms().Clear();
-  data_told_.Clear();
+  document_.Told().Clear();
   TakeState(result);
   document_.Look().own = true;
   const FileHolds holds = KindOf(path).holds;
@@ -248,20 +248,24 @@ void DocumentFiles::TakeView(const std::vector<PointsOfFile>& points, const std:
   const GraphState whole = document_.WholeGraph().State();
   as_read_.Add(points, whole);
   filed_.Add(points, whole);
-  data_told_.Drop(ToldAbout::Thinning);
-  data_told_.Add({{ToldAbout::Thinning, told}});
+  document_.Told().Drop(ToldAbout::Thinning);
+  document_.Told().Add({{ToldAbout::Thinning, told}});
   emit document_.stateChanged();
 }
 
 bool DocumentFiles::ReadBy(const std::vector<NewSource>& sources,
                            const std::vector<std::string>& columns) {
   const GraphState before = document_.WholeGraph().State();
+  const std::vector<TSeries*> known = SeriesOfWhole(document_.WholeGraph());
+  const bool guess_holds = std::ranges::all_of(sources, [&known](const NewSource& one) {
+    return SameLayout(one.source, known.at(one.place)->Source());
+  });
   const ReadResult result = Read(
       [&](Progress& progress) { return tarnwick::ReadBy(before, sources, columns, progress); });
   if (result.cancelled) return false;
   {
     OpenEdit step(document_, "Edit Data Source");
-    data_told_.Clear();
+    if (!guess_holds) document_.Told().Clear();
     TakeReadAgain(result, step);
   }
   const std::vector<TSeries*> whole = SeriesOfWhole(document_.WholeGraph());
@@ -285,7 +289,7 @@ bool DocumentFiles::LoadAllRows() {
 
 void DocumentFiles::TakeReadAgain(const ReadResult& result, OpenEdit& step) {
   TakeWhole(result);
-  data_told_.ReadAgain(result.told);
+  document_.Told().ReadAgain(ToldOfReading(document_.WholeGraph(), as_read_));
   SettleTooManyPoints();
   EditHistory& history = document_.History();
   const bool before = history.ResultsOutdated();
@@ -297,10 +301,10 @@ void DocumentFiles::TakeReadAgain(const ReadResult& result, OpenEdit& step) {
 }
 
 void DocumentFiles::FollowHistory() {
-  if (!document_.History().ResultsOutdated()) return data_told_.Drop(ToldAbout::Outdated);
+  if (!document_.History().ResultsOutdated()) return document_.Told().Drop(ToldAbout::Outdated);
   const char* const text =
       "what was computed from the data is of the data before: Analysis, Recompute does it anew";
-  data_told_.Add({{ToldAbout::Outdated, text}});
+  document_.Told().Add({{ToldAbout::Outdated, text}});
 }
 
 ReadResult DocumentFiles::ReadAgain(const std::vector<std::size_t>& which) {
@@ -357,7 +361,7 @@ void DocumentFiles::TakeState(const ReadResult& result) {
   document_.Graph().SetState(result.state);
   RememberPoints(result);
   note_ = result.note;
-  data_told_.Add(result.told);
+  document_.Told().Add(result.told);
 }
 
 void DocumentFiles::TakeWhole(const ReadResult& result) {

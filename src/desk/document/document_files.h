@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "desk/document/document_io.h"
-#include "desk/document/document_told.h"
 #include "desk/document/points_as_read.h"
 
 namespace tarnwick {
@@ -40,9 +39,6 @@ class DocumentFiles {
   std::string Caption() const;
   /// When the document last began anew: was opened or went back to its file.
   std::chrono::system_clock::time_point SessionStart() const { return session_start_; }
-  /// What was decided or left out in reading what the graph shows, until it is closed.
-  DocumentTold& Told() { return data_told_; }
-  const DocumentTold& Told() const { return data_told_; }
   /// Steps were made, undone or made again.
   void FollowHistory();
   /// A remark in passing on the last loading; empty for nothing.
@@ -128,7 +124,6 @@ class DocumentFiles {
   std::filesystem::path shown_;  // in the caption
   std::chrono::system_clock::time_point session_start_ = std::chrono::system_clock::now();
   std::string note_;
-  DocumentTold data_told_;
   std::filesystem::path graph_file_;
   std::filesystem::path template_;
   std::filesystem::path data_file_;

@@ -39,10 +39,11 @@ bool WasCancelled(const std::vector<LoadReport>& reports) {
 }
 
 /// The points of a DataSet as those of its source; nothing for points of one's own.
-void AddPoints(std::vector<PointsOfFile>& points, const TDataSeries& series) {
+void AddPoints(std::vector<PointsOfFile>& points, const TDataSeries& series,
+               const LoadReport& report) {
   const TDSInfo& source = series.Source();
   if (source.DataSource == DataSourceKind::Manual) return;
-  points.push_back({source.DatasourceInfo, series.Points()});
+  points.push_back({source.DatasourceInfo, series.Points(), report});
 }
 
 using AddData = std::function<ImportedData(TxyGraph&, const LoadOptions&)>;
@@ -60,7 +61,7 @@ ReadResult WithDataAdded(const GraphState& into, Progress& progress, const AddDa
   }
   ReadResult result{graph.State(), std::move(added.told)};
   for (std::size_t i = before; i < graph.SeriesCount(); ++i) {
-    AddPoints(result.points, graph.Series(i));
+    AddPoints(result.points, graph.Series(i), added.reports.at(i - before));
   }
   return result;
 }
@@ -83,21 +84,12 @@ void AddToSource(TDataSeries& series, std::vector<std::vector<TDataSeries*>>& so
 
 /// What reading these of its DataSets again made of a graph.
 ReadResult ResultOf(TxyGraph& graph, const std::map<const TDataSeries*, LoadReport>& reports) {
-  std::vector<LoadReport> of_graph;
-  std::vector<std::string> names;
-  std::vector<TSeries*> read;
   ReadResult result{graph.State()};
-  for (TSeries* const series : SeriesOfWhole(graph)) {
+  for (const TSeries* const series : SeriesOfWhole(graph)) {
     const auto report = reports.find(series);
-    if (report == reports.end()) continue;
-    of_graph.push_back(report->second);
-    names.push_back(series->SeriesName());
-    if (!report->second.loaded) continue;
-    read.push_back(series);
-    AddPoints(result.points, *series);
+    if (report != reports.end() && report->second.loaded)
+      AddPoints(result.points, *series, report->second);
   }
-  result.told = TellImport(of_graph, names);
-  std::ranges::move(TellGaps(read), std::back_inserter(result.told));
   return result;
 }
 

@@ -20,7 +20,8 @@ struct ImportOptions;
 /// A state read, and what there is to say about the reading.
 struct ReadResult {
   GraphState state;
-  ImportTold told = {};  ///< what was decided or left out
+  ImportTold told =
+      {};  ///< what was decided or left out; what was read again is told by its reports
   bool cancelled = false;
   std::vector<PointsOfFile> points = {};  ///< those that came from files
   std::string note = {};                  ///< a remark in passing; may be empty

@@ -1,6 +1,7 @@
 #include "desk/document/document_told.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tarnwick {
 
@@ -22,6 +23,18 @@ void DocumentTold::ReadAgain(const ImportTold& told) {
     const bool holds = clause.about == ToldAbout::Guessing || clause.about == ToldAbout::Errors ||
                        clause.about == ToldAbout::Outdated;
     if (holds && std::ranges::find(all, clause) == all.end()) all.push_back(clause);
+  }
+  Replace(all);
+}
+
+void DocumentTold::GoBackTo(const ImportTold& told) {
+  const auto of_view = [](const ToldClause& clause) { return clause.about == ToldAbout::Thinning; };
+  ImportTold all = told;
+  const bool was_thinned = std::erase_if(all, of_view) > 0;
+  if (was_thinned && IsAbout(told_, ToldAbout::Thinning)) {
+    std::ranges::copy_if(told_, std::back_inserter(all), of_view);
+  } else if (was_thinned) {
+    std::ranges::copy_if(told, std::back_inserter(all), of_view);
   }
   Replace(all);
 }

@@ -24,6 +24,9 @@ class DocumentTold {
   /// What is about this is no longer so.
   void Drop(ToldAbout about);
   void Clear() { *this = {}; }
+  const ImportTold& All() const { return told_; }
+  /// What was told when the graph was as it is again; of what a view shows now, what is told now.
+  void GoBackTo(const ImportTold& told);
 
  private:
   ImportTold told_;

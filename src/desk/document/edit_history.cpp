@@ -56,14 +56,14 @@ class EditStep final : public QUndoCommand {
   bool done_ = false;
 };
 
-EditHistory::EditHistory(TxyGraph& graph, LookOrigin& look, QObject* parent)
-    : QObject(parent), graph_(graph), look_(look) {}
+EditHistory::EditHistory(TxyGraph& graph, LookOrigin& look, DocumentTold& told, QObject* parent)
+    : QObject(parent), graph_(graph), look_(look), told_(told) {}
 
 StatePointer EditHistory::Present() const {
-  EditState present{graph_.State(), look_, results_outdated_};
+  EditState present{graph_.State(), look_, results_outdated_, told_.All()};
   const bool same = last_ && SameState(last_->graph, present.graph) &&
                     last_->look.own == look_.own && last_->results_outdated == results_outdated_ &&
-                    last_->look.arranged_for == look_.arranged_for &&
+                    last_->look.arranged_for == look_.arranged_for && last_->told == present.told &&
                     last_->graph.marks.CurrentId() == present.graph.marks.CurrentId();
   return same ? last_ : std::make_shared<const EditState>(std::move(present));
 }
@@ -72,6 +72,7 @@ void EditHistory::Restore(const EditState& state) {
   graph_.SetState(state.graph);
   look_ = state.look;
   results_outdated_ = state.results_outdated;
+  told_.GoBackTo(state.told);
 }
 
 void EditHistory::GoTo(const EditState& target, const EditState& before, const EditState& after) {

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "desk/document/document_told.h"
 #include "graph/graph_state.h"
 
 namespace tarnwick {
@@ -26,6 +27,7 @@ struct EditState {
   GraphState graph;
   LookOrigin look;
   bool results_outdated = false;  ///< what was computed from the data is of those before
+  ImportTold told = {};           ///< what the user was told of the reading of its data
 };
 
 /// Whether a step of the same name straight after is taken for one with it.
@@ -35,8 +37,8 @@ class EditHistory final : public QObject {
   Q_OBJECT
 
  public:
-  /// Both outlive the history.
-  EditHistory(TxyGraph& graph, LookOrigin& look, QObject* parent = nullptr);
+  /// All outlive the history.
+  EditHistory(TxyGraph& graph, LookOrigin& look, DocumentTold& told, QObject* parent = nullptr);
 
   /// The present state; the one kept last when nothing changed since.
   std::shared_ptr<const EditState> Present() const;
@@ -91,6 +93,7 @@ class EditHistory final : public QObject {
 
   TxyGraph& graph_;
   LookOrigin& look_;
+  DocumentTold& told_;
   QUndoStack stack_;
   std::shared_ptr<const EditState> last_;
   bool results_outdated_ = false;

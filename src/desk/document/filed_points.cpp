@@ -30,7 +30,8 @@ bool SamePoints(const PointChain& left, const PointChain& right) {
 std::vector<PointsOfFile> PointsOfGraph(const GraphState& state,
                                         const std::filesystem::path& file) {
   std::vector<PointsOfFile> all;
-  for (const SeriesState& series : state.series) all.push_back({file, series.data.points});
+  for (const SeriesState& series : state.series)
+    all.push_back({.file = file, .points = series.data.points});
   for (const auto& child : state.children)
     std::ranges::move(PointsOfGraph(*child, file), std::back_inserter(all));
   return all;

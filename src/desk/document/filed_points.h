@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "data/import/load_report.h"
 #include "graph/graph_state.h"
 
 namespace tarnwick {
@@ -13,6 +14,7 @@ namespace tarnwick {
 struct PointsOfFile {
   std::filesystem::path file;
   PointChain points;
+  LoadReport report = {};  ///< of their reading, where they were read as data
 };
 
 /// The points of all DataSets of a graph, inserted graphs included, as those of `file`.

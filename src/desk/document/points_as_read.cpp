@@ -11,6 +11,11 @@ bool IsOf(const SeriesAsRead& known, TDSInfo source, const std::string& name) {
   source.DataSource = known.source.DataSource;
   source.RelativeSource = known.source.RelativeSource;
   source.GraphFolder = known.source.GraphFolder;
+  source.active = known.source.active;
+  source.x_column_index = known.source.x_column_index;
+  source.y_column_index = known.source.y_column_index;
+  source.x_error_index = known.source.x_error_index;
+  source.y_error_index = known.source.y_error_index;
   return known.source == source && (!source.DatasourceInfo.empty() || known.name == name);
 }
 
@@ -19,15 +24,19 @@ bool IsOf(const SeriesAsRead& known, TDSInfo source, const std::string& name) {
 void PointsAsRead::Add(const std::vector<PointsOfFile>& read, const GraphState& state) {
   for (const SeriesState& series : state.series) {
     const DataState& data = series.data;
-    const bool was_read = std::ranges::any_of(
+    const auto now = std::ranges::find_if(
         read, [&](const PointsOfFile& points) { return points.points.SharesAllWith(data.points); });
-    if (!was_read) continue;
+    if (now == read.end()) continue;
     const DataSettings& settings = data.settings;
+    LoadReport report = now->report;
     std::erase_if(known_, [&](const SeriesAsRead& known) {
-      return IsOf(known, settings.source, settings.SeriesName);
+      if (!IsOf(known, settings.source, settings.SeriesName)) return false;
+      // A view of the same rows is no other reading.
+      if (!report.loaded) report = known.report;
+      return true;
     });
     known_.push_back(
-        {settings.source, settings.SeriesName, data.points, data.errors, data.id_counter});
+        {settings.source, settings.SeriesName, data.points, data.errors, data.id_counter, report});
   }
   for (const auto& child : state.children) Add(read, *child);
 }

@@ -20,6 +20,7 @@ struct SeriesAsRead {
   PointChain points;
   PointErrors errors;
   std::int32_t last_id = 0;
+  LoadReport report = {};
 };
 
 class PointsAsRead {

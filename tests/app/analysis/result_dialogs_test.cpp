@@ -214,9 +214,7 @@ TEST_F(ResultDialogs, WhatWasComputedIsComputedAnewAsOneStep) {
   EXPECT_NE(*GetY(graph_->Series(1), 9), before);
   EXPECT_EQ(ActiveDocument().History().UndoName(), "Recompute");
 
-  const auto is_outdated = [this] {
-    return ActiveDocument().Files().Told().Tells(ToldAbout::Outdated);
-  };
+  const auto is_outdated = [this] { return ActiveDocument().Told().Tells(ToldAbout::Outdated); };
   EditHistory& history = ActiveDocument().History();
   ActiveDocument().Files().Refresh();
   EXPECT_TRUE(is_outdated());

@@ -102,6 +102,41 @@ TEST_F(DocumentSources, EditsAreToldBeforeRefreshingTakesThemBack) {
   EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
 }
 
+TEST_F(DocumentSources, AGraphOfSomeRowsSaysSoFromOpeningOn) {
+  const auto table = folder_.Write("table.csv", "x,y\n1,1\n2,4\n3,9\n4,16\n");
+  ImportOptions second;
+  second.every = 2;
+  TxyGraph graph;
+  ImportIntoGraph(graph, table, second);
+  SaveGraph(graph, folder_.File("some.tgr"));
+  const auto told = [&] { return document_.Told().Text(); };
+  document_.Files().LoadGraphFile(folder_.File("some.tgr"));
+  EXPECT_EQ(told(), "Every 2nd row is shown.");
+  EXPECT_TRUE(document_.Files().Refresh());
+  EXPECT_EQ(told(), "Every 2nd row is shown.");
+  EXPECT_TRUE(document_.Files().LoadAllRows());
+  EXPECT_EQ(told(), "");
+}
+
+TEST_F(DocumentSources, WhatIsToldOfReadingGoesBackAndForthWithTheSteps) {
+  document_.Files().ReadDataFile(folder_.Write("gap.csv", "t,u,v\n1,10,1\n2,,2\n3,30,3\n4,40,4\n"));
+  const std::string opened =
+      "\"u\": 1 row skipped (Y empty; first at line 3); lines are broken at 1 gap.";
+  EXPECT_EQ(document_.Told().Text(), opened);
+  NewSource source{0, document_.Graph().Series(0).Source()};
+  source.source.YColExpr = "2*Y";
+  EXPECT_TRUE(document_.Files().ReadBy({source}));
+  EXPECT_EQ(document_.Told().Text(), opened) << "of all DataSets, not of the one read again";
+  source.source.AllRows = source.source.AutoRowHitFreq = false;
+  source.source.RowSamplingFrequency = 3;
+  EXPECT_TRUE(document_.Files().ReadBy({source}));
+  EXPECT_EQ(document_.Told().Text(), "\"u\": every 3rd row is shown.");
+  document_.History().Undo();
+  EXPECT_EQ(document_.Told().Text(), opened);
+  document_.History().Redo();
+  EXPECT_EQ(document_.Told().Text(), "\"u\": every 3rd row is shown.");
+}
+
 TEST_F(DocumentSources, AMovedFolderIsStillReadAgain) {
   DocumentFiles& files = document_.Files();
   const auto write = [&](const char* folder, const std::string& table) {
@@ -118,7 +153,7 @@ TEST_F(DocumentSources, AMovedFolderIsStillReadAgain) {
   EXPECT_TRUE(files.Refresh());
   EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
   EXPECT_EQ(document_.Graph().Series(0).Source().DatasourceInfo, moved);
-  EXPECT_NE(files.Told().Text().find("ead from " + moved.string()), std::string::npos);
+  EXPECT_NE(document_.Told().Text().find("ead from " + moved.string()), std::string::npos);
 
   write("old/data", "x,y\n1,2\n3,4\n5,6\n");
   files.LoadGraphFile(folder_.File("new/a.tgr"));

@@ -11,6 +11,7 @@
 #include "data/points/point_columns.h"
 #include "desk/document/document.h"
 #include "document/immediate_work.h"
+#include "graph/files/graph_file.h"
 #include "sources/database/database_place.h"
 #include "sources/database/database_source.h"
 #include "support/scripted_prompt.h"
@@ -76,8 +77,8 @@ TEST_F(ViewsOfDatabase, AZoomShowsAllRowsOfANarrowViewAndKeepsWhatLiesBeside) {
   Zoom(views, 123'000, 124'000);
   EXPECT_EQ(Shown(123'000, 124'000), std::pair(std::int64_t{1001}, 50.0));
   EXPECT_EQ(Shown(69'990, 70'010).second, 50) << "what lies beside";
-  EXPECT_NE(document_.Files().Told().Text().find("1501 rows in view"), std::string::npos)
-      << document_.Files().Told().Text();
+  EXPECT_NE(document_.Told().Text().find("1501 rows in view"), std::string::npos)
+      << document_.Told().Text();
   Zoom(views, 60'000, 61'000);
   EXPECT_EQ(Shown(60'000, 61'000).first, 1001);
   EXPECT_LT(Shown(123'000, 124'000).first, 1001) << "views that were left would pile up";
@@ -100,10 +101,10 @@ TEST_F(ViewsOfDatabase, AllRowsAreLoadedOnRequestAndATableThatGoesIsTold) {
   const int before = Series().PointCount();
   Zoom(views, 123'000, 124'000);
   EXPECT_EQ(Series().PointCount(), before);
-  EXPECT_NE(document_.Files().Told().Text().find(
-                "stays as it was: The file of the data base is missing: " + file_),
+  EXPECT_NE(document_.Told().Text().find("stays as it was: The file of the data base is missing: " +
+                                         file_),
             std::string::npos)
-      << document_.Files().Told().Text();
+      << document_.Told().Text();
   std::filesystem::rename(file_ + ".away", file_);
   ASSERT_TRUE(document_.Files().LoadAllRows());
   EXPECT_EQ(Series().PointCount(), kRows);
@@ -166,9 +167,20 @@ TEST_F(CoarseFirst, EveryRowIsReadBehindIt) {
   }
   EXPECT_EQ(YAt(70'000), (std::vector<double>{-50, 50})) << "spikes, also at one X";
   EXPECT_EQ(document_.History().LastStep(), step) << "looking is no step";
-  EXPECT_NE(document_.Files().Told().Text().find("of 100000 rows in view of \"y\""),
-            std::string::npos)
-      << document_.Files().Told().Text();
+  EXPECT_NE(document_.Told().Text().find("of 100000 rows in view of \"y\""), std::string::npos)
+      << document_.Told().Text();
+}
+
+TEST_F(CoarseFirst, IsToldOfAGraphThatIsRecoveredAndReadOn) {
+  SaveGraph(document_.WholeGraph(), folder_.File("copy.tgr"));
+  Document recovered("Graph_2", work_, prompt_);
+  recovered.Files().Recover(folder_.File("copy.tgr"), {}, {});
+  EXPECT_TRUE(recovered.Told().Text().starts_with("Only about one row in "))
+      << recovered.Told().Text();
+  ViewThinning views(recovered, nullptr);
+  ASSERT_TRUE(Settle(views));
+  EXPECT_GT(recovered.WholeGraph().Series(0).PointCount(), 60'000);
+  EXPECT_TRUE(recovered.Told().Text().find("of 100000 rows in view of \"y\"") != std::string::npos);
 }
 
 TEST_F(CoarseFirst, ItStaysWhereItsPointsAreEditedOrItsTableGoesAndIsToldAsSuch) {
@@ -178,9 +190,9 @@ TEST_F(CoarseFirst, ItStaysWhereItsPointsAreEditedOrItsTableGoesAndIsToldAsSuch)
     ViewThinning views(document_, nullptr);
     ASSERT_TRUE(Settle(views));
   }
-  EXPECT_NE(document_.Files().Told().Text().find("stays coarse, spikes may be missing: The file"),
+  EXPECT_NE(document_.Told().Text().find("stays coarse, spikes may be missing: The file"),
             std::string::npos)
-      << document_.Files().Told().Text();
+      << document_.Told().Text();
   EXPECT_EQ(Series(0).PointCount(), coarse);
   std::filesystem::rename(file_ + ".away", file_);
   document_.Edit("Shift", [](TxyGraph& graph) { graph.Series(0).ShiftX(5); });
