@@ -21,10 +21,7 @@ std::filesystem::path StartFolder(const CommandContext& context) {
 }
 
 void Open(CommandContext& context) {
-  const auto chosen = context.chooser.FilesToOpen(StartFolder(context));
-  context.workspace.SeeTogether([&] {
-    for (const auto& path : chosen) context.workspace.OpenFile(path);
-  });
+  context.workspace.OpenFiles(context.chooser.FilesToOpen(StartFolder(context)));
 }
 
 void LoadData(CommandContext& context) {

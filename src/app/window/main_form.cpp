@@ -37,6 +37,7 @@
 #include "desk/document/paste.h"
 #include "desk/document/refresh_documents.h"
 #include "desk/panels/panel_docks.h"
+#include "desk/prompts/file_trouble.h"
 #include "desk/prompts/message_box_prompt.h"
 #include "desk/recovery/recovery_keeper.h"
 #include "desk/widgets/elided_label.h"
@@ -320,14 +321,25 @@ void T_MainForm::ProcessCommandLine(const std::string& joined) {
 void T_MainForm::ProcessWords(const std::vector<std::string>& words) {
   CommandLine line = ParseWords(words);
   bool failed = false;
+  std::vector<std::string> troubles;
   SeeTogether([&] {
     for (const auto& opening : line.openings) {
-      const bool opened = std::visit([this](const auto& what) { return Open(what); }, opening);
+      const bool opened =
+          std::visit([&](const auto& what) { return Open(what, troubles); }, opening);
       failed = failed || !opened;
     }
   });
   if (!shown_) pending_options_ = std::move(line.options);
   start_failed_ = !shown_ && failed && GraphWindows().empty();
+  std::ranges::reverse(troubles);  // as the words stand
+  const auto tell = [this, troubles, named = line.openings.size()] {
+    TellUnopened(troubles, named, *parts_.prompt);
+  };
+  if (shown_ || start_failed_) {
+    tell();
+  } else {
+    tell_when_shown_ = tell;  // nobody knows what a box on an empty desktop belongs to
+  }
   std::vector<std::string> quoted;
   for (const std::string& word : line.unknown) quoted.push_back('"' + word + '"');
   if (quoted.empty()) return;
@@ -354,21 +366,21 @@ void T_MainForm::ProcessWaitingWords() {
   for (const auto& words : std::exchange(waiting_words_, {})) ProcessWords(words);
 }
 
-bool T_MainForm::Open(const std::filesystem::path& file) {
+bool T_MainForm::Open(const std::filesystem::path& file, std::vector<std::string>& troubles) {
   // Named from a folder that nobody may know later.
   std::error_code folder_is_gone;
   const std::filesystem::path whole = std::filesystem::absolute(file, folder_is_gone);
-  return OpenFile(folder_is_gone ? file : whole);
+  return OpenOrNote(folder_is_gone ? file : whole, troubles);
 }
 
-bool T_MainForm::Open(FromClipboard) {
+bool T_MainForm::Open(FromClipboard, std::vector<std::string>& troubles) {
   const QMimeData* const held = QGuiApplication::clipboard()->mimeData();
   if (held == nullptr || !held->hasFormat(kGraphFormat)) return true;  // passed over
   try {
     TGraphWindow* const window = OpenGraphWindow({});
     return window != nullptr && Paste(window->GetDocument(), *held);
   } catch (const Error& error) {
-    parts_.prompt->Tell(error.what());
+    troubles.emplace_back(error.what());
     return false;
   }
 }
@@ -381,6 +393,7 @@ void T_MainForm::ApplyCommandOptions() {
     const std::vector<Document*> documents = Documents();
     if (option == "refresh" && !documents.empty()) RefreshDocuments(documents);
   }
+  if (const auto tell = std::exchange(tell_when_shown_, {})) tell();
 }
 
 void T_MainForm::BringToFront(const QByteArray& activation_token) {
@@ -458,9 +471,7 @@ void T_MainForm::dragEnterEvent(QDragEnterEvent* event) {
 
 void T_MainForm::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
-  SeeTogether([&] {
-    for (const auto& path : DroppedFiles(*event->mimeData())) OpenFile(path);
-  });
+  OpenFiles(DroppedFiles(*event->mimeData()));
 }
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 
 #include "app/window/command_line.h"
@@ -79,7 +80,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
  private:
   // Workspace
   void NewGraph() override;
-  bool OpenFile(const std::filesystem::path& path) override;
+  bool OpenFile(const std::filesystem::path& path) override { return OpenFiles({path}); }
+  bool OpenFiles(const std::vector<std::filesystem::path>& paths) override;
   Opening TryToOpen(const std::filesystem::path& path, const ImportOptions& reading) override;
   void SeeTogether(const std::function<void()>& opening) override;
   bool LoadInto(Document& document, const std::filesystem::path& path) override;
@@ -96,8 +98,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   void SetButtonCaptions(ButtonCaptions captions) override;
   ButtonCaptions GetButtonCaptions() const override;
 
-  bool Open(const std::filesystem::path& file);
-  bool Open(FromClipboard from);
+  bool Open(const std::filesystem::path& file, std::vector<std::string>& troubles);
+  bool Open(FromClipboard from, std::vector<std::string>& troubles);
   void ApplyCommandOptions();
   void SeeAll(const std::vector<TGraphWindow*>& opened);
   void ProcessWaitingWords();
@@ -126,6 +128,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   TGraphWindow* WindowOf(const Document& document) const;
   bool IsFreeName(const std::string& name) const;
   bool TakeFile(const TakenFile& kind, const std::filesystem::path& path);
+  bool OpenOrNote(const std::filesystem::path& path, std::vector<std::string>& troubles);
   void ShowPopup(TGraphWindow& window, QPoint place);
   void updateMenu();
   void refreshMenu(PanelChange change);
@@ -152,6 +155,7 @@ class T_MainForm final : public QMainWindow, private Workspace {
   std::vector<std::string> pending_options_;
   std::vector<std::vector<std::string>> waiting_words_;
   const std::vector<SessionWindow> last_session_;
+  std::function<void()> tell_when_shown_;  // what of the start could not be opened
   bool shown_ = false;
   bool see_all_when_shown_ = false;
   bool start_failed_ = false;

@@ -47,11 +47,25 @@ void T_MainForm::NewGraph() {
   OpenGraphWindow({});
 }
 
-bool T_MainForm::OpenFile(const std::filesystem::path& path) {
-  if (TellIfMissing(path, *parts_.prompt)) return false;
+bool T_MainForm::OpenFiles(const std::vector<std::filesystem::path>& paths) {
+  std::vector<std::string> troubles;
+  bool all = true;
+  SeeTogether([&] {
+    for (const auto& path : paths) all = OpenOrNote(path, troubles) && all;
+  });
+  TellUnopened(troubles, paths.size(), *parts_.prompt);
+  return all;
+}
+
+bool T_MainForm::OpenOrNote(const std::filesystem::path& path, std::vector<std::string>& troubles) {
+  std::error_code ignored;  // what cannot be looked at is not found
+  if (!std::filesystem::exists(path, ignored)) {
+    troubles.push_back(MissingText(path));
+    return false;
+  }
   if (const TakenFile* kind = TakerOf(parts_.features, path)) return TakeFile(*kind, path);
-  const Opening opening = TryToOpen(path, {});
-  if (!opening.trouble.empty()) parts_.prompt->Tell(opening.trouble);
+  Opening opening = TryToOpen(path, {});
+  if (!opening.trouble.empty()) troubles.push_back(std::move(opening.trouble));
   return opening.document != nullptr;
 }
 

@@ -41,6 +41,8 @@ class Workspace {
   /// A graph window for `path`; a kind of file that a feature takes goes to the active window instead. A file that cannot
   /// be read is told to the user and opens nothing; false then.
   virtual bool OpenFile(const std::filesystem::path& path) = 0;
+  /// The same for several, all seen in the end; those that cannot be read are told together.
+  virtual bool OpenFiles(const std::vector<std::filesystem::path>& paths) = 0;
   /// The same for any kind of file that opens a window, untold; `reading` says how data are read.
   virtual Opening TryToOpen(const std::filesystem::path& path, const ImportOptions& reading) = 0;
   /// Several windows that `opening` opens are all seen in the end, none hidden behind another.

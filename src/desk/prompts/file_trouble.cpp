@@ -46,6 +46,11 @@ void TellTroubles(const std::vector<std::string>& troubles, Prompt& prompt) {
   prompt.Tell(text);
 }
 
+void TellUnopened(const std::vector<std::string>& troubles, std::size_t named, Prompt& prompt) {
+  if (named > 1) return TellTroubles(troubles, prompt);
+  for (const std::string& trouble : troubles) prompt.Tell(trouble);
+}
+
 bool MayReplace(const std::filesystem::path& path, Prompt& prompt) {
   std::error_code ignored;  // what cannot be looked at will fail with its reason when it is written
   if (!std::filesystem::is_regular_file(path, ignored)) return true;

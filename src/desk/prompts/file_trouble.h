@@ -2,6 +2,7 @@
 // everywhere. Knows no document.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -22,6 +23,9 @@ void TellFileError(const std::filesystem::path& path, const std::string& reason,
 
 /// Tells of several files at once that could not be opened, by what is told of each; of none, nothing.
 void TellTroubles(const std::vector<std::string>& troubles, Prompt& prompt);
+
+/// The same where the user named so many files: of the only one that alone.
+void TellUnopened(const std::vector<std::string>& troubles, std::size_t named, Prompt& prompt);
 
 /// Asks whether a file that exists may be written over; true where there is none.
 bool MayReplace(const std::filesystem::path& path, Prompt& prompt);

@@ -145,6 +145,26 @@ TEST_F(DesktopTest, ABadFileIsToldAndLeavesTheOthersAlone) {
   EXPECT_TRUE(SameState(ActiveDocument().Graph().State().series[0].data, before.series[0].data));
 }
 
+TEST_F(DesktopTest, FilesThatCannotBeReadAreToldTogether) {
+  const auto good = folder_.Write("run.csv", "x,y\n1,10\n2,20\n3,30\n");
+  const auto words = folder_.Write("words.txt", "no numbers\nin this file\n");
+  const auto empty = folder_.Write("empty.csv", "");
+  const auto told_of_two = [this] {
+    const std::vector<std::string> told = TakeTold();
+    return told.size() == 1 && told[0].starts_with("2 files could not be opened:") &&
+           told[0].find("words.txt") != std::string::npos &&
+           told[0].find("empty.csv") != std::string::npos;
+  };
+  form_->ProcessWords({words.string(), good.string(), empty.string()});
+  EXPECT_TRUE(TakeTold().empty()) << "before the window stands nobody knows who speaks";
+  form_->show();
+  EXPECT_TRUE(QTest::qWaitFor(told_of_two));
+  chooser_->to_open = {empty, good, words};
+  Run("FileOpen1");
+  EXPECT_TRUE(told_of_two());
+  EXPECT_EQ(form_->GraphWindows().size(), 2U);
+}
+
 TEST_F(DesktopTest, ABackgroundThatIsNoPictureIsTold) {
   TxyGraph graph;
   Appearance appearance = graph.GetAppearance();
