@@ -42,7 +42,7 @@ void RunColumns(const InputArguments& arguments, Output& output) {
     throw UsageError("columns reads data files; info reads " + arguments.file);
   TerminalProgress progress;
   const SourceSummary summary = SummarizeOpened(OpenData(arguments, progress), progress);
-  output.Note(Sentence(Told(summary)));
+  output.Note(NoteOf(Told(summary)));
   if (!output.IsJson()) {
     PrintColumnsText(summary, output.Text());
     return;

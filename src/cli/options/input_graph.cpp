@@ -28,17 +28,6 @@
 namespace tarnwick::cli {
 namespace {
 
-/// With the options that have it otherwise.
-std::string Note(ImportTold told) {
-  for (ToldClause& clause : told) {
-    if (clause.about == ToldAbout::Sampling) clause.text += " (--every 1 reads all)";
-    if (clause.about == ToldAbout::Errors)
-      clause.text += " (--y-error none and --x-error none leave them out)";
-    if (clause.about == ToldAbout::Replacing) clause.text += " (--duplicates keeps all)";
-  }
-  return Sentence(told);
-}
-
 bool NamesDatabase(const InputArguments& arguments) {
   const ImportArguments& import = arguments.import;
   return !import.database.empty() || !import.table.empty() || !import.query.empty();
@@ -146,11 +135,22 @@ InputGraph ImportData(const InputArguments& arguments, Output& output) {
           : ImportIntoGraph(*input.graph, arguments.file, options, load);
   input.told = std::move(imported.told);
   input.reports = std::move(imported.reports);
-  output.Note(Note(input.told));
+  output.Note(NoteOf(input.told));
   return input;
 }
 
 }  // namespace
+
+std::string NoteOf(ImportTold told) {
+  for (ToldClause& clause : told) {
+    if (clause.about == ToldAbout::Sampling) clause.option = "--every 1 reads all";
+    if (clause.about == ToldAbout::Errors)
+      clause.option = "--y-error none and --x-error none leave them out";
+    if (clause.about == ToldAbout::Replacing) clause.option = "--duplicates keeps all";
+    if (!clause.option.empty()) clause.text += " (" + clause.option + ')';
+  }
+  return Sentence(told);
+}
 
 void AddInput(Command& command, InputArguments& arguments) {
   command.Add("FILE", arguments.file,

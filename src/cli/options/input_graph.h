@@ -30,6 +30,9 @@ struct InputGraph {
   bool from_data = false;           ///< read from a text or binary data file
 };
 
+/// The sentence with the options that have it otherwise.
+std::string NoteOf(ImportTold told);
+
 /// Declares the positional FILE and the import options.
 void AddInput(Command& command, InputArguments& arguments);
 

@@ -1,6 +1,7 @@
 #include "data/import/import_told.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "base/word_list.h"
 #include "data/import/whole_data.h"
@@ -77,9 +78,18 @@ void Tell(ToldAbout about, const char* plural, const std::vector<Group>& groups,
   std::size_t concerned = 0;
   for (const Group& group : groups) concerned += group.names.size();
   const auto most = std::ranges::max_element(groups, {}, &Group::amount);
-  told.push_back({kind.about, std::to_string(concerned) + " of " + std::to_string(loaded) +
-                                  " DataSets " + kind.plural + ", most of all " +
-                                  Listed(most->names, kMostNames) + ": " + most->text});
+  told.push_back({about, std::to_string(concerned) + " of " + std::to_string(loaded) +
+                             " DataSets " + plural + ", most of all " +
+                             Listed(most->names, kMostNames) + ": " + most->text});
+}
+
+ToldClause ClauseOf(const std::string& note) {
+  constexpr std::string_view kBegin = " (--";
+  const std::size_t begin = note.ends_with(')') ? note.rfind(kBegin) : std::string::npos;
+  if (begin == std::string::npos) return {ToldAbout::Guessing, note};
+  const std::size_t option = begin + 2;
+  return {ToldAbout::Guessing, note.substr(0, begin),
+          note.substr(option, note.size() - option - 1)};
 }
 
 }  // namespace
@@ -92,7 +102,20 @@ ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::
     Tell(kind.about, kind.plural, GroupsOf(kind, reports, names), static_cast<std::size_t>(loaded),
          told);
   }
-  for (const std::string& note : notes) told.push_back({ToldAbout::Guessing, note});
+  for (const std::string& note : notes) told.push_back(ClauseOf(note));
+  return told;
+}
+
+ImportTold TellSomeRows(std::span<const TDataSeries* const> all) {
+  std::vector<Group> sampled, thinned;
+  for (const TDataSeries* const series : all) {
+    const TDSInfo& source = series->Source();
+    AddToGroup(SomeRowsText(source), series->SeriesName(), source.RowSamplingFrequency,
+               source.AllRows ? thinned : sampled);
+  }
+  ImportTold told;
+  Tell(ToldAbout::Sampling, kShowAPart, sampled, all.size(), told);
+  Tell(ToldAbout::Thinning, kShowAPart, thinned, all.size(), told);
   return told;
 }
 

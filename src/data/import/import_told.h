@@ -28,14 +28,15 @@ enum class ToldAbout {
 
 struct ToldClause {
   ToldAbout about = ToldAbout::Guessing;
-  std::string text;  ///< "every 2000th row is shown": no capital, no full stop
+  std::string text;         ///< "every 2000th row is shown": no capital, no full stop
+  std::string option = {};  ///< of the batch program that has it otherwise: "--every 1 reads all"
   bool operator==(const ToldClause&) const = default;
 };
 
 using ImportTold = std::vector<ToldClause>;
 
-/// What the reports say of their DataSets, once where they say the same, and the notes of the guess. Nothing when every row
-/// was read and nothing decided. `names` are the DataSets'; reports of those that were not loaded count for nothing.
+/// What the reports say of their DataSets, once where they say the same, and the notes of the guess, whose option stands in
+/// parentheses at the end of each: "... (--x names another)". Nothing when every row was read and nothing decided. `names` are the DataSets'; reports of those that were not loaded count for nothing.
 ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::string> names,
                       std::span<const std::string> notes = {});
 

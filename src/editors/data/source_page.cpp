@@ -15,6 +15,7 @@
 #include "data/import/column_expression.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
+#include "data/import/import_told.h"
 #include "data/import/source_place.h"
 #include "data/text/column_cuts.h"
 #include "desk/commands/command_actions.h"
@@ -391,9 +392,8 @@ void SourcePage::Guess() {
     info.RowSamplingFrequency = before.RowSamplingFrequency;
     info.Run = before.Run;
     draft_.Source() = info;
-    QStringList notes;
-    for (const std::string& note : guessed.notes) notes << ToQt(note);
-    Tell(notes.isEmpty() ? tr("Nothing about this file is doubtful.") : notes.join("; ") + '.');
+    const std::string told = Sentence(TellImport({}, {}, guessed.notes));
+    Tell(told.empty() ? tr("Nothing about this file is doubtful.") : ToQt(told));
   });
   DraftChanged();
   ShowPreview();

@@ -98,7 +98,7 @@ Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& fi
     notes.push_back("the arrays of " + Counted(most->first.rows, "value") + ", " +
                     ListOf(most->second) + ", are shown, beside them " +
                     (others.size() == 1 ? "is " : "are ") + ListOf(others) +
-                    " (others: --array, Edit Data)");
+                    " (--array names others)");
   }
   return most->second;
 }

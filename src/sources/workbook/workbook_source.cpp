@@ -109,7 +109,7 @@ void TellSheets(const ReadSheet& sheet, const SheetPart& asked, ImportSource& so
   }
   if (asked.sheet.empty() && !others.empty()) {
     source.notes.push_back("the sheet \"" + sheet.name + "\" is shown, numbers are also in " +
-                           Listed(others, kMostNames) + " (others: --sheet, Edit Data)");
+                           Listed(others, kMostNames) + " (--sheet names another)");
   }
   if (sheet.errors > 0) {
     source.notes.push_back(Counted(sheet.errors, "cell") +

@@ -45,7 +45,7 @@ TEST(ArrayColumns, MostOfOneLengthAreTheTable) {
   EXPECT_EQ(
       table.notes[0],
       R"(the arrays of 4 values, "run/b", "run/table" and "other/b", are shown, beside them is )"
-      R"("long" (others: --array, Edit Data))");
+      R"("long" (--array names others))");
   EXPECT_EQ(ParseArrays(ArraysText(table.read)), table.read);
 }
 
