@@ -61,10 +61,9 @@ void RequireOneSource(const InputArguments& arguments) {
 }
 
 /// What the title of a plot without one of its own says.
-std::string TitleOf(const InputArguments& arguments) {
-  if (!arguments.import.table.empty()) return arguments.import.table;
-  if (!arguments.import.database.empty())
-    return NameOfData(ParseDatabaseUrl(arguments.import.database).address);
+std::string TitleOf(const TxyGraph& graph, const InputArguments& arguments) {
+  if (NamesDatabase(arguments) && graph.SeriesCount() > 0)
+    return TitleOfTable(graph.Series(0).Source());
   if (NamesLinks(arguments)) return arguments.import.links;
   return arguments.file == "-" ? std::string() : NameOfData(arguments.file);
 }
@@ -197,7 +196,8 @@ InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
 void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size) {
   if (!input.from_data) return;
   FinishedLookOptions look;
-  if (const std::string title = TitleOf(arguments); !title.empty()) look.title = title;
+  if (const std::string title = TitleOf(*input.graph, arguments); !title.empty())
+    look.title = title;
   SeparateQuantities(*input.graph);
   ApplyFinishedLook(*input.graph, size, TextMetrics(), look);
 }

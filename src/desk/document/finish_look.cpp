@@ -6,6 +6,7 @@
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
 #include "graph/shown_series.h"
+#include "sources/database/database_source.h"
 
 namespace tarnwick {
 
@@ -19,6 +20,8 @@ void FinishLook(Document& document, QSizeF size) {
   look.arranged_for = size;
   FinishedLookOptions options;
   options.title = NameOfData(document.Files().DataFileName());
+  if (options.title.empty() && graph.SeriesCount() > 0)
+    options.title = TitleOfTable(graph.Series(0).Source());
   ApplyFinishedLook(graph, size, TextMetrics(), options);
 }
 

@@ -60,6 +60,18 @@ void* InterruptibleHandle(const QSqlDatabase& database) {
   return *static_cast<sqlite3* const*>(handle.constData());
 }
 
+/// Without the piece of our statement that PostgreSQL shows with a mark below, and without the code that a lost connection has
+/// none of.
+QString InOneLine(const QString& told) {
+  QStringList lines = told.split(QLatin1Char('\n'));
+  const auto shows_statement = [](const QString& line) {
+    return line.startsWith(QLatin1String("LINE ")) || line.trimmed() == QLatin1String("^") ||
+           line.trimmed() == QLatin1String("()");
+  };
+  lines.removeIf(shows_statement);
+  return lines.join(QLatin1Char(' ')).simplified();
+}
+
 }  // namespace
 
 DatabaseConnection::DatabaseConnection(const DatabasePlace& place)
@@ -203,7 +215,7 @@ QString DatabaseConnection::QuotedColumn(const std::string& column) const {
 std::string DatabaseConnection::TextOf(const QSqlError& error) const {
   QString text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
   if (!password_.isEmpty()) text.replace(password_, QLatin1String("***"));
-  return text.simplified().toStdString();
+  return InOneLine(text).toStdString();
 }
 
 }  // namespace tarnwick

@@ -104,6 +104,14 @@ std::string DatabasePlace::Server() const {
   return (url.host().isEmpty() ? SocketOf(url) : url.host()).toStdString();
 }
 
+std::string DatabasePlace::Title() const {
+  if (!table.empty()) return table;
+  if (scheme == "sqlite") return std::filesystem::path(address).stem().string();
+  if (scheme == "odbc") return address;
+  const QString base = QUrl(QString::fromStdString(scheme + ':' + address)).path().remove('/');
+  return base.isEmpty() ? Server() : base.toStdString();
+}
+
 DatabasePlace ParseDatabaseUrl(std::string_view url) {
   DatabasePlace place = SplitScheme(url);
   if (place.scheme == "sqlite") return PlaceOfFile(place.address);

@@ -24,6 +24,8 @@ struct DatabasePlace {
   std::string Name() const;
   /// Who is asked: the host of an address, the name of an ODBC source. Empty for files.
   std::string Server() const;
+  /// What a plot of it is called: the table, else the data base, else who is asked.
+  std::string Title() const;
 };
 
 /// The folder of the local socket that an address names: "postgresql:///BASE?host=/run/postgresql". Empty where it names none.

@@ -195,6 +195,11 @@ ThinnedView WholeViewOf(const TDSInfo& info) {
           .columns = kColumnsOfWhole};
 }
 
+std::string TitleOfTable(const TDSInfo& info) {
+  const bool is_table = info.DataSource == DataSourceKind::Database && !info.DatasourceInfo.empty();
+  return is_table ? ParsePlace(info.DatasourceInfo).Title() : std::string();
+}
+
 SourceKind DatabaseKind(FirstPicture picture) {
   const bool coarse = picture == FirstPicture::Coarse;
   return {

@@ -2,6 +2,7 @@
 // no DataSet.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "data/import/import_source.h"
@@ -25,6 +26,9 @@ bool ShowsRowsAsTheyAre(const TDSInfo& info);
 
 /// What a thinned DataSet shows of its table.
 ThinnedView WholeViewOf(const TDSInfo& info);
+
+/// DatabasePlace::Title of what the description reads; empty for other sources.
+std::string TitleOfTable(const TDSInfo& info);
 
 /// Opens a data base for the first time and judges the columns of the table or query that `place` names, else of its first
 /// table with numbers, which is told. Throws Error for options that cannot be used and for what cannot be opened or read,
