@@ -24,13 +24,21 @@ constexpr std::size_t kMostNames = 5;                  // in a sentence
 constexpr std::size_t kMostNameBytes = 60;             // a longer description is no name
 constexpr float kUnwritten = 9.9692099683868690e+36F;  // stands where nothing was written
 
+bool HasColumns(const NamedArray& array, std::int64_t most_columns) {
+  const bool table = array.lengths.size() == 2 && array.lengths[1] <= most_columns;
+  return array.numbers && (array.lengths.size() == 1 || table);
+}
+
 /// How long a column of the array is; nothing where it makes none.
 std::optional<std::int64_t> RowsOf(const NamedArray& array, std::int64_t most_columns) {
-  const bool table = array.lengths.size() == 2 && array.lengths[1] <= most_columns;
-  if (!array.numbers || (array.lengths.size() != 1 && !table)) return std::nullopt;
+  if (!HasColumns(array, most_columns)) return std::nullopt;
   const std::int64_t rows = array.lengths.front();
   if (rows < 1 || rows > kMostRows) return std::nullopt;
   return rows;
+}
+
+bool IsTooLong(const NamedArray& array) {
+  return HasColumns(array, kMostUnasked) && array.lengths.front() > kMostRows;
 }
 
 /// Arrays along one axis belong together, whatever others are as long by chance.
@@ -59,12 +67,19 @@ std::string Shape(const NamedArray& array) {
          (array.numbers ? ")" : ", no numbers)");
 }
 
+FileError TooLong(const std::string& file, const std::string& shapes) {
+  return {"A column of numbers is too long: up to " + std::to_string(kMostRows) +
+              " values of one are read",
+          file, shapes};
+}
+
 [[noreturn]] void RefuseAll(std::span<const NamedArray> arrays, const std::string& file) {
   if (arrays.empty()) throw FileError("The file holds no arrays", file, "");
   std::vector<std::string> shapes;
   for (const NamedArray& array : arrays) shapes.push_back(Shape(array));
-  throw FileError("No array of the file is a column of numbers", file,
-                  "it holds " + Listed(shapes, kMostNames));
+  const std::string held = "it holds " + Listed(shapes, kMostNames);
+  if (std::ranges::any_of(arrays, &IsTooLong)) throw TooLong(file, held);
+  throw FileError("No array of the file is a column of numbers", file, held);
 }
 
 /// The arrays of that length which most have, and a word about the others.
@@ -140,6 +155,7 @@ Arrays AskedFor(std::span<const NamedArray> arrays, std::span<const std::string>
       return RowsOf(*array, kMostAsked).has_value();
     });
     if (columns.empty()) {
+      if (IsTooLong(*named.front())) throw TooLong(file, Shape(*named.front()));
       throw FileError("The array is no column of numbers and no table of columns", file,
                       Shape(*named.front()));
     }

@@ -68,6 +68,13 @@ TEST(ArrayColumns, PathsGroupsAndLastPartsAreAskedFor) {
   EXPECT_EQ(Refusal([] { ChooseArrays(std::span(kFile).subspan(5, 2), {}, "f.h5"); }),
             "No array of the file is a column of numbers: f.h5, it holds \"cube\" (4 × 4 × 4) and "
             "\"words\" (4, no numbers)");
+  const std::string too_long =
+      "A column of numbers is too long: up to 209715200 values of one are read: f.h5, ";
+  EXPECT_EQ(refused("absurd").substr(0, too_long.size()), too_long);
+  EXPECT_EQ(Refusal([] {
+              ChooseArrays(std::span(kFile).subspan(8), {}, "f.h5");
+            }).substr(0, too_long.size()),
+            too_long);
 }
 
 TEST(ArrayColumns, TheAxisGoesFirstAndComesAlong) {
