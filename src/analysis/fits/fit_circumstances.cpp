@@ -40,6 +40,9 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   about.some_rows = job.some_rows;
   about.weighted_unasked = job.settings.weighting.weights == FitWeights::Automatic &&
                            part.weighting.weights == FitWeights::Errors;
+  if (part.weighting.weights == FitWeights::Counts)
+    about.no_counts =
+        std::ranges::count_if(job.y, [](double y) { return y < 0 || y != std::floor(y); });
   return about;
 }
 
@@ -65,6 +68,7 @@ FitCircumstances Together(std::span<const FitCircumstances> parts) {
     if (!all.extreme_data) all.extreme_data = one.extreme_data;
     if (!all.first_undefined_x) all.first_undefined_x = one.first_undefined_x;
     all.undefined_at_start += one.undefined_at_start;
+    all.no_counts += one.no_counts;
     if (all.expression_warnings.empty()) all.expression_warnings = one.expression_warnings;
     all.has_x_errors = all.has_x_errors || one.has_x_errors;
     if (all.some_rows.empty()) all.some_rows = one.some_rows;

@@ -243,6 +243,7 @@ void DeclareFit(Command& command, Action& action) {
   command
       .Add("--dataset", options->datasets,
            "DataSet by name, or by number from 1; repeat for one fit over several")
+      .NotEmpty()
       .Repeated()
       .OneValueEach();
   command

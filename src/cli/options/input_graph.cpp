@@ -203,7 +203,7 @@ void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size) {
 }
 
 void AddDataset(Command& command, std::string& dataset) {
-  command.Add("--dataset", dataset, "DataSet by name, or by number from 1");
+  command.Add("--dataset", dataset, "DataSet by name, or by number from 1").NotEmpty();
 }
 
 std::size_t ChooseSeries(TxyGraph& graph, const std::string& dataset) {

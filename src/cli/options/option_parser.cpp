@@ -83,6 +83,14 @@ Option& Option::OneOf(const std::vector<std::string>& names) {
   return *this;
 }
 
+Option& Option::NotEmpty() {
+  const auto refusal = [](const std::string& text) {
+    return text.empty() ? std::string("an empty text names nothing") : std::string();
+  };
+  option_->check(CLI::Validator(refusal, ""));
+  return *this;
+}
+
 Option& Option::Excludes(const Option& other) {
   option_->excludes(other.option_);
   return *this;

@@ -43,6 +43,8 @@ class Option {
   Option& Check(const NumberCheck& check);
   Option& Between(int lowest, int highest);
   Option& OneOf(const std::vector<std::string>& names);
+  /// "" is refused.
+  Option& NotEmpty();
   Option& Excludes(const Option& other);
 
  private:

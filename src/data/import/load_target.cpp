@@ -187,8 +187,15 @@ void LoadTarget::AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
   begins.erase(std::unique(begins.begin(), begins.end()), begins.end());
 }
 
+void LoadTarget::CountErrorsOfCounts() {
+  if (series_.Errors().y.kind != ErrorKind::Counts) return;
+  series_.Points().ForEachPoint(
+      [this](double, double y) { report_.y_errors.Count(y > 0 ? std::sqrt(y) : y); });
+}
+
 void LoadTarget::Finish() {
   if (!x_.empty()) Flush();
+  CountErrorsOfCounts();
   if (!begins_.empty()) series_.SetGaps(GapsFound());
   // The same points as before: what was fitted to them still holds.
   if (fitted_ && MarkOf(series_) == *fitted_) series_.Fit().SetLast(last_fit_);

@@ -57,6 +57,7 @@ class LoadTarget {
   void FlushWhenWorthwhile();
   void Flush();
   void Give(std::span<const double> x, std::span<const double> y, const OwnErrorSpans& errors);
+  void CountErrorsOfCounts();
   PointGaps GapsFound() const;
   void AddGapsOfSkippedRows(std::span<const std::int32_t> uncertain,
                             std::vector<std::int32_t>& begins) const;

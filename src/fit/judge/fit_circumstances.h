@@ -36,6 +36,8 @@ struct FitCircumstances {
   std::vector<std::string> unknown_names;
   /// Parameters, varied or not, whose value at the start is no finite number.
   std::vector<std::string> infinite_names;
+  /// Weighed as counts: Y that are none, below 0 or no whole number.
+  std::int64_t no_counts = 0;
 };
 
 }  // namespace tarnwick

@@ -245,6 +245,10 @@ void NoteWeights(const FitResult& result, const FitCircumstances& about,
   if (about.weighted_unasked)
     notes.emplace_back("The points are weighted by their errors of Y, since they have some.");
   if (about.has_x_errors) notes.emplace_back("The errors of X do not count.");
+  if (about.no_counts > 0) {
+    notes.push_back(Counted(about.no_counts, "value") +
+                    " of Y below 0 or no whole number: weights as counts are for counts.");
+  }
   if (ErrorsTooSmall(result)) {
     notes.push_back("χ² is " + FigureText(statistics.sum_of_squares) + " for " +
                     Counted(statistics.degrees_of_freedom, "degree") +

@@ -332,6 +332,8 @@ const Situation kSituations[] = {
        c.first_undefined_x = 1;
      },
      false, "The fit did not start: a and b have no finite values to start from.", ""},
+    {"weights of counts for something else", [](R&, C& c) { c.no_counts = 3; }, true, kDetermined,
+     "3 values of Y below 0 or no whole number: weights as counts are for counts."},
     {"errors of X", [](R&, C& c) { c.has_x_errors = true; }, true, kDetermined,
      "The errors of X do not count."},
     {"some rows", [](R&, C& c) { c.some_rows = "every 3rd row is shown"; }, true, kDetermined,
