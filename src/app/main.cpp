@@ -50,6 +50,10 @@ int main(int argc, char** argv) {
     std::cout << *answer << std::flush;
     return std::cout ? 0 : 1;
   }
+  if (const auto unknown = tarnwick::UnknownOption(words)) {
+    std::cerr << "tarnwick: there is no option " << *unknown << " (--help tells more)\n";
+    return 2;
+  }
   SingleInstance instance(tarnwick::NamesOfInstance());
   const SingleInstance::Start start = AskOthers(instance, words, argc, argv);
   if (start == SingleInstance::Start::HandedOver) return 0;

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QtGlobal>
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 
@@ -26,6 +27,18 @@ constexpr const char* kUsage =
     "\n"
     "tarnwick-cli does the same work without a window.\n";
 
+/// Those that QApplication takes off the words, with one dash or two; a value may stand behind "=".
+constexpr std::array kQtOptions = {"platform",        "platformpluginpath",
+                                   "platformtheme",   "plugin",
+                                   "qwindowgeometry", "geometry",
+                                   "qwindowicon",     "icon",
+                                   "qwindowtitle",    "title",
+                                   "reverse",         "session",
+                                   "display",         "style",
+                                   "stylesheet",      "fontengine",
+                                   "fullscreen",      "dialogs",
+                                   "nograb",          "qmljsdebugger"};
+
 void EndWithSentence(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   if (type != QtFatalMsg) {
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
@@ -46,6 +59,15 @@ std::optional<std::string> PlainAnswer(const std::vector<std::string>& words) {
   };
   if (named("--help") || named("-h")) return kUsage;
   if (named("--version")) return "Tarnwick " + std::string(kVersion) + '\n';
+  return std::nullopt;
+}
+
+std::optional<std::string> UnknownOption(const std::vector<std::string>& words) {
+  for (const std::string& word : words) {
+    if (!word.starts_with("--")) continue;
+    const std::string name = word.substr(2, word.find('=') - 2);
+    if (std::ranges::find(kQtOptions, name) == kQtOptions.end()) return word;
+  }
   return std::nullopt;
 }
 

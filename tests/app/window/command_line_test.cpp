@@ -65,6 +65,8 @@ TEST(PlainAnswer, IsGivenWhereHelpOrTheVersionIsAskedFor) {
   EXPECT_EQ(PlainAnswer({"-h", "--version"}), PlainAnswer({"--help"}));
   EXPECT_THAT(PlainAnswer({"--help"}), ::testing::Optional(::testing::HasSubstr("-refresh")));
   EXPECT_EQ(PlainAnswer({"-maximize", "version", "a.dat"}), std::nullopt);
+  EXPECT_EQ(UnknownOption({"a.dat", "-tile", "--xyz=3"}), "--xyz=3");
+  EXPECT_EQ(UnknownOption({"-xyz", "--style=fusion", "--platform", "offscreen"}), std::nullopt);
 }
 
 }  // namespace
