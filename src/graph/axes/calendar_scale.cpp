@@ -162,7 +162,7 @@ std::string SuggestDateFormat(double o_min, double o_max) {
     double longest_days;
     const char* format;
   };
-  constexpr std::array kFormats{Row{10.0 / 86400, "hh:nn:ss.zzz"},
+  constexpr std::array kFormats{Row{10.0 / 86400, kToTheMillisecond},
                                 Row{15.0 / 1440, "hh:nn:ss"},
                                 Row{1, "hh:nn"},
                                 Row{4, "dd-mmm hh:nn"},

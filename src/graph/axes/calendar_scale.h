@@ -34,7 +34,10 @@ CalendarRange FitCalendarRange(double o_min, double o_max, DateTickType type);
 /// does not apply (one value, times of day alone).
 DateTickType SuggestDateTickType(double o_min, double o_max);
 
-/// A label format for data over that range: "hh:nn:ss", "hh:nn", "dd-mmm hh:nn", "dd-mmm", "mmm yyyy", "yyyy".
+/// The finest format there is need for.
+inline constexpr const char* kToTheMillisecond = "hh:nn:ss.zzz";
+
+/// A label format for data over that range: kToTheMillisecond, "hh:nn:ss", "hh:nn", "dd-mmm hh:nn", "dd-mmm", "mmm yyyy", "yyyy".
 std::string SuggestDateFormat(double o_min, double o_max);
 
 }  // namespace tarnwick

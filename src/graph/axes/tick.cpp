@@ -7,6 +7,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "base/day_number.h"
 #include "graph/axes/calendar_scale.h"
@@ -231,14 +232,28 @@ bool LabelsRepeat(const Ticks& ticks) {
          }) != ticks.end();
 }
 
+/// Thousandths where every tick stands at a whole second.
+void LeaveOutZeroThousandths(Ticks& ticks) {
+  constexpr std::string_view kNone = ".000";
+  const bool whole = std::ranges::all_of(
+      ticks, [&](const Tick& tick) { return tick.label.empty() || tick.label.ends_with(kNone); });
+  if (!whole) return;
+  for (Tick& tick : ticks) {
+    if (!tick.label.empty()) tick.label.resize(tick.label.size() - kNone.size());
+  }
+}
+
 /// A format of days says nothing at ticks of hours, after zooming in for instance.
 void TellMomentsApart(const AxisState& axis, Ticks& ticks) {
-  if (!axis.ShowAsTime || !LabelsRepeat(ticks)) return;
+  if (!axis.ShowAsTime) return;
   AxisState written = axis;
-  written.DateTimeFormat = SuggestDateFormat(axis.Min, axis.Max);
-  for (Tick& tick : ticks) {
-    if (!tick.label.empty()) tick.label = TickLabelText(written, tick.value);
+  if (LabelsRepeat(ticks)) {
+    written.DateTimeFormat = SuggestDateFormat(axis.Min, axis.Max);
+    for (Tick& tick : ticks) {
+      if (!tick.label.empty()) tick.label = TickLabelText(written, tick.value);
+    }
   }
+  if (written.DateTimeFormat == kToTheMillisecond) LeaveOutZeroThousandths(ticks);
 }
 
 Ticks LogOrLinearTicks(const AxisState& axis, const StepLimits& limits) {

@@ -112,6 +112,11 @@ TEST(MakeTicks, StandOnFullUnitsOfTheClockForTheUnitAutomatic) {
       {Time("2024-01-20", "2024-08-10", kAutomatic, "mmm"), "Feb Mar Apr May Jun Jul Aug"},
       {Time("2024-03-01", "2024-05-01", kAutomatic, "dd-mmm"),
        "03-Mar 10-Mar 17-Mar 24-Mar 31-Mar 07-Apr 14-Apr 21-Apr 28-Apr"},
+      // Thousandths of whole seconds told nothing.
+      {Time("2024-03-01 10:00:00", "2024-03-01 10:00:08", kAutomatic, "hh:nn"),
+       "10:00:00 10:00:01 10:00:02 10:00:03 10:00:04 10:00:05 10:00:06 10:00:07 10:00:08"},
+      {Time("2024-03-01 10:00:00", "2024-03-01 10:00:01", kAutomatic, "hh:nn:ss.zzz"),
+       "10:00:00.000 10:00:00.200 10:00:00.400 10:00:00.600 10:00:00.800 10:00:01.000"},
       // A format of days repeated itself at ticks of hours.
       {Time("2024-03-01", "2024-03-01 06:00", DateTickType::Hour, "dd"),
        "00:00 01:00 02:00 03:00 04:00 05:00 06:00"}};
