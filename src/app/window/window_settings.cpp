@@ -23,6 +23,8 @@ constexpr Setting<QRect> kNormalPlace = {
     kSection, "NormalPlace", {}, "Place of the window while not maximised"};
 
 constexpr QSize kSmallest(200, 150);
+/// Edges and title bar, about, which no size of a window counts.
+constexpr QSize kFrame(10, 36);
 // Of the upper edge of a window, to take hold of it by.
 constexpr int kLeastWidthSeen = 100;
 constexpr int kLeastHeightSeen = 30;
@@ -41,7 +43,8 @@ const QScreen* ScreenOf(const QRect& place) {
   return nullptr;
 }
 
-/// `place` where it can be reached: as far as a screen goes, and moved to one when it lies on none.
+/// `place` where it can be reached: as far as a screen goes, moved to one when it lies on none, and wholly onto it where nobody has
+/// put it anywhere.
 QRect Reachable(QRect place) {
   const bool sane = place.width() >= kSmallest.width() && place.height() >= kSmallest.height();
   if (!sane) place = FallbackPlace();
@@ -49,10 +52,13 @@ QRect Reachable(QRect place) {
   const QScreen* const screen = seen_on != nullptr ? seen_on : QGuiApplication::primaryScreen();
   const QRect available = screen->availableGeometry();
   const bool too_large = place.width() > available.width() || place.height() > available.height();
-  place.setSize(place.size().boundedTo(available.size()));
-  if (too_large) place.moveTo(available.topLeft());
-  if (seen_on == nullptr) {
-    const QPoint furthest = available.bottomRight() - QPoint(place.width(), place.height());
+  if (too_large) {
+    place.setSize(place.size().boundedTo(available.size() - kFrame));
+    place.moveTo(available.topLeft());
+  }
+  if (seen_on == nullptr || place.topLeft() == FallbackPlace().topLeft()) {
+    const QSize whole = place.size() + kFrame;
+    const QPoint furthest = available.bottomRight() - QPoint(whole.width(), whole.height());
     place.moveTo(
         std::clamp(kLeft.fallback, available.left(), std::max(available.left(), furthest.x())),
         std::clamp(kTop.fallback, available.top(), std::max(available.top(), furthest.y())));

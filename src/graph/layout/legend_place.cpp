@@ -58,7 +58,8 @@ class LegendPlacer {
   LegendPlacer(TxyGraph& graph, QSizeF size, const TextMetrics& metrics)
       : graph_(graph), size_(size), metrics_(metrics), layout_(LayoutPlot(graph, size, metrics)) {}
 
-  void Place(bool shown);
+  /// False where it is to be shown and would hide many points wherever it stood.
+  bool Place(bool shown) const;
 
  private:
   template <class Change>
@@ -167,11 +168,12 @@ bool LegendPlacer::PlaceOutside(const CornerPlace& corner) const {
   return true;
 }
 
-void LegendPlacer::Place(bool shown) {
-  if (!layout_.legend) return;
+bool LegendPlacer::Place(bool shown) const {
+  if (!layout_.legend) return true;
   const CornerPlace corner = QuietestCorner();
-  if (shown && corner.covers && PlaceOutside(corner)) return;
+  if (shown && corner.covers && PlaceOutside(corner)) return true;
   PlaceInCorner(corner);
+  return !shown || !corner.much;
 }
 
 }  // namespace
@@ -184,8 +186,8 @@ void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   };
   const bool visible = graph.GetLegend().visible;
   show(true);
-  LegendPlacer(graph, size, metrics).Place(visible);
-  show(visible);
+  const bool has_room = LegendPlacer(graph, size, metrics).Place(visible);
+  show(visible && has_room);
 }
 
 }  // namespace tarnwick

@@ -35,7 +35,7 @@ TEST_F(WindowSettingsTest, FallBackWhereNothingUsableIsStored) {
       {"on no screen", {{"GlobalLeft", 90000}, {"GlobalWidth", 600}}, {100, 100, 600, 500}},
       {"larger than the screen",
        {{"GlobalWidth", 99999}, {"GlobalHeight", 99999}},
-       {0, 0, screen.width(), screen.height()}},
+       {0, 0, screen.width() - 10, screen.height() - 36}},
       {"numbers as texts", {{"GlobalLeft", "12"}, {"WindowState", "0"}}, {12, 100, 790, 500}},
       {"was minimised", {{"WindowState", 1}, {"GlobalLeft", 40}}, {40, 100, 790, 500}},
       {"was maximised",

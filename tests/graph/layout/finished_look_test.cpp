@@ -135,6 +135,7 @@ TEST(FinishedLook, TheLegendOfASmallPictureStandsOutsideThePlot) {
       const QString name = legend.rows[static_cast<std::size_t>(i)].name.text.text;
       EXPECT_TRUE(name.contains(QString::number(i))) << name.toStdString();
     }
+    EXPECT_FALSE(Finished(graph, QSizeF(150, 120)).legend) << "it would hide the curves";
   }
 }
 
