@@ -38,73 +38,103 @@ double Change(std::span<const double> from, std::span<const double> to) {
   return std::sqrt(squares);
 }
 
-/// How far the curve at `p` is from where the residuals are `here`; infinite where the model has no value.
-double ChangeAt(ModelResiduals& residuals, const Eigen::VectorXd& p, std::span<const double> here) {
-  try {
-    const std::span<const double> values(p.data(), static_cast<std::size_t>(p.size()));
-    const double change = Change(here, residuals.Residuals(values, kPatternPoints));
-    return std::isnan(change) ? HUGE_VAL : change;
-  } catch (const EIntegerDivision&) {
-    return HUGE_VAL;
+/// Steps away from the values found, and how far the curve goes with them.
+class Steps {
+ public:
+  Steps(ModelResiduals& residuals, std::span<const double> values, const FitStatistics& statistics,
+        const ResidualSample& sample)
+      : residuals_(residuals),
+        values_(values.data(), static_cast<Eigen::Index>(values.size())),
+        statistics_(statistics),
+        sample_(sample),
+        here_(residuals.Residuals(values, kPatternPoints)),
+        least_(kRounding * residuals.NormOfY()) {}
+
+  double Size(Eigen::Index i) const { return std::abs(values_(i)); }
+  double Error(Eigen::Index i) const {
+    return statistics_.standard_errors.at(static_cast<std::size_t>(i));
   }
-}
+  /// One error of a parameter, the others going along as the covariance has it.
+  Eigen::VectorXd ErrorOf(Eigen::Index i) const {
+    const Eigen::Index k = values_.size();
+    const double* const column = statistics_.determined_covariance.data() + i * k;
+    return Eigen::Map<const Eigen::VectorXd>(column, k) / Error(i);
+  }
+  /// One parameter alone.
+  Eigen::VectorXd Alone(Eigen::Index i, double way) const {
+    return way * Eigen::VectorXd::Unit(values_.size(), i);
+  }
+
+  /// The curve's way as the derivatives have it.
+  double Promised(const Eigen::VectorXd& step) const { return (sample_.jacobian * step).norm(); }
+  /// A smaller way is lost in rounding.
+  double Least() const { return least_; }
+  /// The curve's way; infinite where the model has no value.
+  double Way(const Eigen::VectorXd& step) {
+    try {
+      const Eigen::VectorXd p = values_ + step;
+      const std::span<const double> values(p.data(), static_cast<std::size_t>(p.size()));
+      const double change = Change(here_, residuals_.Residuals(values, kPatternPoints));
+      return std::isnan(change) ? HUGE_VAL : change;
+    } catch (const EIntegerDivision&) {
+      return HUGE_VAL;
+    }
+  }
+
+  /// The parameters for which `holds`, of those whose errors reach farther than the curve is straight.
+  template <typename Test>
+  std::vector<std::int32_t> Where(Test holds) const {
+    std::vector<std::int32_t> found;
+    for (Eigen::Index i = 0; i < values_.size(); ++i) {
+      if (!(Error(i) > kStraight * Size(i)) || !std::isfinite(Error(i))) continue;
+      if (holds(i)) found.push_back(static_cast<std::int32_t>(i));
+    }
+    return found;
+  }
+
+ private:
+  ModelResiduals& residuals_;
+  Eigen::Map<const Eigen::VectorXd> values_;
+  const FitStatistics& statistics_;
+  const ResidualSample& sample_;
+  std::vector<double> here_;
+  double least_;
+};
 
 }  // namespace
 
 std::vector<std::int32_t> OpenParameters(ModelResiduals& residuals, std::span<const double> values,
                                          const FitStatistics& statistics,
                                          const ResidualSample& sample) {
-  std::vector<std::int32_t> open;
-  const auto k = static_cast<Eigen::Index>(values.size());
-  const Eigen::Map<const Eigen::VectorXd> p(values.data(), k);
-  const std::vector<double> here = residuals.Residuals(values, kPatternPoints);
-  const double least = kRounding * residuals.NormOfY();
+  Steps steps(residuals, values, statistics, sample);
   /// The curve does not follow a step to one side or the other.
   const auto is_free = [&](const Eigen::VectorXd& step, double bounded) {
-    const double promised = (sample.jacobian * step).norm();
-    if (!(promised > least) || !std::isfinite(promised)) return false;
-    return ChangeAt(residuals, p + step, here) < bounded * promised ||
-           ChangeAt(residuals, p - step, here) < bounded * promised;
+    const double promised = steps.Promised(step);
+    if (!(promised > steps.Least()) || !std::isfinite(promised)) return false;
+    return steps.Way(step) < bounded * promised || steps.Way(-step) < bounded * promised;
   };
-  for (Eigen::Index i = 0; i < k; ++i) {
-    const double error = statistics.standard_errors.at(static_cast<std::size_t>(i));
-    if (!(error > kStraight * std::abs(p(i))) || !std::isfinite(error)) continue;
-    const Eigen::Map<const Eigen::VectorXd> covariance(
-        statistics.determined_covariance.data() + i * k, k);
-    if (is_free(kReach / error * covariance, kBounded) ||
-        is_free(kReach * error * Eigen::VectorXd::Unit(k, i), kBoundedAlone))
-      open.push_back(static_cast<std::int32_t>(i));
-  }
-  return open;
+  return steps.Where([&](Eigen::Index i) {
+    return is_free(kReach * steps.ErrorOf(i), kBounded) ||
+           is_free(steps.Alone(i, kReach * steps.Error(i)), kBoundedAlone);
+  });
 }
 
 std::vector<std::int32_t> LimitParameters(ModelResiduals& residuals, std::span<const double> values,
                                           const FitStatistics& statistics,
                                           const ResidualSample& sample) {
-  std::vector<std::int32_t> limits;
-  const auto k = static_cast<Eigen::Index>(values.size());
-  const Eigen::Map<const Eigen::VectorXd> p(values.data(), k);
-  const std::vector<double> here = residuals.Residuals(values, kPatternPoints);
-  const double least = kRounding * residuals.NormOfY();
-  for (Eigen::Index i = 0; i < k; ++i) {
-    const double error = statistics.standard_errors.at(static_cast<std::size_t>(i));
-    if (!(error > kStraight * std::abs(p(i))) || !std::isfinite(error)) continue;
-    const Eigen::Map<const Eigen::VectorXd> covariance(
-        statistics.determined_covariance.data() + i * k, k);
-    const Eigen::VectorXd step = covariance / error;
-    const double promised = std::max((sample.jacobian * step).norm(), least);
+  Steps steps(residuals, values, statistics, sample);
+  return steps.Where([&](Eigen::Index i) {
+    const Eigen::VectorXd step = steps.ErrorOf(i);
+    const double promised = std::max(steps.Promised(step), steps.Least());
     const double bound = kAnotherCurve * promised;
-    const bool far =
-        error > kReachesFar * std::abs(p(i)) && (ChangeAt(residuals, p + step, here) > bound ||
-                                                 ChangeAt(residuals, p - step, here) > bound);
+    const bool reaches_far = steps.Error(i) > kReachesFar * steps.Size(i);
+    if (reaches_far && (steps.Way(step) > bound || steps.Way(-step) > bound)) return true;
     // Nearly to 0, where the derivatives have it many errors away.
-    const Eigen::VectorXd home = Eigen::VectorXd::Unit(k, i) * (p(i) * (kNearZero - 1));
-    const double errors_off = std::abs(p(i)) / error;
-    const bool near =
-        ChangeAt(residuals, p + home, here) < std::min(kReach, kBounded * errors_off) * promised;
-    if (far || near) limits.push_back(static_cast<std::int32_t>(i));
-  }
-  return limits;
+    const double errors_off = steps.Size(i) / steps.Error(i);
+    const Eigen::VectorXd home =
+        steps.Alone(i, values[static_cast<std::size_t>(i)] * (kNearZero - 1));
+    return steps.Way(home) < std::min(kReach, kBounded * errors_off) * promised;
+  });
 }
 
 std::vector<std::int32_t> TradedParameters(const FitStatistics& statistics,
