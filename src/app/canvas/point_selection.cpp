@@ -43,7 +43,10 @@ void PointSelection::Take(const std::optional<PickedPoint>& point) {
   const TSeries* series = document_.Graph().CurrentSeries();
   if (!point || !series) return;
   index_ = PickablePoints(*series).LowerBound(point->x);
-  index_ = IndexOfPoint().value_or(index_);
+  const auto found = IndexOfPoint();
+  if (!found) return;
+  index_ = *found;
+  point_ = PickedPointAt(*series, index_);
 }
 
 bool PointSelection::IsSameSeries() const {

@@ -20,7 +20,7 @@ class PointSelection {
   explicit PointSelection(const Document& document) : document_(document) {}
 
   const std::optional<PickedPoint>& Point() const { return point_; }
-  /// Takes a point of the current DataSet.
+  /// Takes the point of the current DataSet with that number, as it stands there.
   void Take(const std::optional<PickedPoint>& point);
   /// Goes on from the picked point, from where it was when it is gone, or from the edge of what the X axis shows when none
   /// was picked; stops at the ends.

@@ -67,7 +67,7 @@ void MovePointMode::LetGo(GraphCanvas& canvas) {
   document.Edit("Move Point", [&](TxyGraph& graph) {
     MovePoint(graph, *graph.CurrentSeries(), point.number, target);
   });
-  canvas.Pick(PickedPoint{point.number, target.x, target.y});
+  canvas.Pick(PickedPoint{.number = point.number, .x = target.x, .y = target.y});
 }
 
 bool MovePointMode::KeyPress(GraphCanvas& canvas, QKeyEvent& event) {

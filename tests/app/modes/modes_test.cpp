@@ -311,6 +311,9 @@ TEST_F(ModesTest, KeysWalkFromPointToPointAndAreSpoken) {
 
 TEST_F(ModesTest, PointsAreMovedAndDeletedWithoutAMouse) {
   StartWithPoints();
+  PointErrors errors;
+  errors.y = {ErrorKind::Percent, 50};
+  Graph().Series(0).SetErrors(errors);
   Press(Qt::Key_Home);
   Run("EditMovePoint1");
   Press(Qt::Key_Return);
@@ -322,6 +325,7 @@ TEST_F(ModesTest, PointsAreMovedAndDeletedWithoutAMouse) {
   Expect(MovePointQuestion(Graph(), Data(), 1, target), Answer::Yes);
   Press(Qt::Key_Return);
   EXPECT_NEAR(*GetY(Data(), 1), target.y, 1e-9);
+  EXPECT_EQ(ActiveCanvas().Picked()->y_error, std::abs(*GetY(Data(), 1)) / 2) << "as it now is";
   Run("EditDelPoint1");
   Expect(DeletePointQuestion(Graph(), Data(), 1), Answer::Yes);
   Press(Qt::Key_Return);
