@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "app/fit/model_check.h"
+#include "app/fit/verdict_label.h"
 #include "base/error.h"
 #include "desk/widgets/check_list.h"
 #include "desk/widgets/checked_field.h"
@@ -77,7 +78,9 @@ QLayout* FitComparePage::MakeChoice() {
   connect(formula_, &QLineEdit::textChanged, this, [this, add](const QString& text) {
     MarkWrong(*formula_, {});
     add->setEnabled(!text.trimmed().isEmpty());
+    FollowChoice();
   });
+  connect(formula_, &QLineEdit::returnPressed, this, &FitComparePage::AddFormula);
   connect(add, &QPushButton::clicked, this, &FitComparePage::AddFormula);
   connect(compare_now_, &QPushButton::clicked, this, &FitComparePage::Compare);
   return column;
@@ -92,8 +95,6 @@ QLayout* FitComparePage::MakeAnswer() {
   table_->setSelectionMode(QAbstractItemView::SingleSelection);
   table_->setTabKeyNavigation(false);
   table_->verticalHeader()->hide();
-  table_->horizontalHeader()->setStretchLastSection(
-      true);  // the verdict, in as many lines as it needs
   table_->horizontalHeader()->setHighlightSections(false);
   remarks_ = new QLabel(this);
   remarks_->setObjectName("ComparisonRemarks");
@@ -148,17 +149,19 @@ void FitComparePage::PutModel(const FitSettings& model) {
   FollowChoice();
 }
 
-void FitComparePage::AddFormula() {
+bool FitComparePage::AddFormula() {
   const std::string formula = formula_->text().trimmed().toStdString();
+  if (formula.empty()) return true;
   const FitSettings model = TypedModel(formula, points_);
   if (const std::string error = CheckModel(model).error; !error.empty()) {
     MarkWrong(*formula_, ToQt(error));
-    return ShowRemarks(ToQt(error), true);
+    ShowRemarks(ToQt(error), true);
+    return false;
   }
   AddCandidate({ToQt(formula), {}, model}, Qt::Checked);
   list_->scrollToBottom();
   formula_->clear();
-  FollowChoice();
+  return true;
 }
 
 std::vector<NamedModel> FitComparePage::Chosen() const {
@@ -175,6 +178,7 @@ std::vector<NamedModel> FitComparePage::Chosen() const {
 }
 
 void FitComparePage::Compare() {
+  if (!AddFormula()) return;
   try {
     std::optional<ModelComparison> answer = compare_(Chosen());
     if (!answer) return;
@@ -192,26 +196,36 @@ void FitComparePage::ShowAnswer() {
   table_->setColumnCount(static_cast<int>(headings.size()));
   table_->setHorizontalHeaderLabels(headings);
   table_->setRowCount(static_cast<int>(rows.size()) - 1);
+  QStringList remarks;
   for (int row = 0; row < table_->rowCount(); ++row) {
     const std::vector<std::string>& texts = rows[static_cast<std::size_t>(row) + 1];
-    for (int column = 0; column < table_->columnCount(); ++column) {
-      const bool is_text = column == 0 || column + 1 == table_->columnCount();
-      auto* item = new QTableWidgetItem(ToQt(texts[static_cast<std::size_t>(column)]));
-      item->setToolTip(item->text());
-      if (!is_text) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-      table_->setItem(row, column, item);
-    }
+    ShowRow(row, texts);
+    remarks.append(ToQt(texts.front() + ": " + texts.back()));
   }
   table_->resizeColumnsToContents();
-  constexpr int kWidestName = 150, kLeastVerdict = 160;
+  table_->horizontalHeader()->setSectionResizeMode(table_->columnCount() - 1, QHeaderView::Stretch);
+  constexpr int kWidestName = 180;
   table_->setColumnWidth(0, std::min(table_->columnWidth(0), kWidestName));
-  table_->setColumnWidth(table_->columnCount() - 1, kLeastVerdict);  // and what is left
-  table_->resizeRowsToContents();
   table_->selectRow(0);
-  QStringList remarks;
   for (const std::string& remark : ComparisonRemarks(*answer_)) remarks.append(ToQt(remark));
   ShowRemarks(remarks.join("\n"), false);
   FollowChoice();
+}
+
+/// Of the verdict a word: its sentence stands below, where there is room for it.
+void FitComparePage::ShowRow(int row, const std::vector<std::string>& texts) {
+  const int last = table_->columnCount() - 1;
+  for (int column = 0; column <= last; ++column) {
+    const QString text = ToQt(texts[static_cast<std::size_t>(column)]);
+    auto* item = new QTableWidgetItem(column == last ? tr(KindOfVerdict(ResultIn(row))) : text);
+    item->setToolTip(text);
+    if (column > 0 && column < last) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    table_->setItem(row, column, item);
+  }
+}
+
+const FitResult& FitComparePage::ResultIn(int row) const {
+  return answer_->results[answer_->comparison.ranks.at(static_cast<std::size_t>(row)).number];
 }
 
 void FitComparePage::ShowRemarks(const QString& text, bool is_error) {
@@ -222,7 +236,8 @@ void FitComparePage::ShowRemarks(const QString& text, bool is_error) {
 }
 
 void FitComparePage::FollowChoice() {
-  compare_now_->setEnabled(list_->Chosen().size() > 1);
+  const qsizetype typed = formula_->text().trimmed().isEmpty() ? 0 : 1;
+  compare_now_->setEnabled(list_->Chosen().size() + typed > 1);
   copy_->setEnabled(answer_.has_value());
   use_->setEnabled(answer_.has_value() && table_->selectionModel()->hasSelection());
 }

@@ -49,10 +49,13 @@ class FitComparePage final : public QWidget {
   QLayout* MakeChoice();
   QLayout* MakeAnswer();
   void AddCandidate(Candidate candidate, Qt::CheckState state);
-  void AddFormula();
+  /// False, with the reason shown, where the formula typed is none.
+  bool AddFormula();
   std::vector<NamedModel> Chosen() const;
   void Compare();
   void ShowAnswer();
+  void ShowRow(int row, const std::vector<std::string>& texts);
+  const FitResult& ResultIn(int row) const;
   void ShowRemarks(const QString& text, bool is_error);
   void FollowChoice();
   void Use();

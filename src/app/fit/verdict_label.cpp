@@ -31,7 +31,7 @@ VerdictLabel::VerdictLabel(const QString& name, QWidget* parent) : QWidget(paren
 }
 
 void VerdictLabel::Show(const FitResult& result) {
-  const char* const kind = Failed(result.outcome.why) ? "failed" : KindOfVerdict(result.verdict);
+  const char* const kind = KindOfVerdict(result);
   icon_->setPixmap(InkIcon(std::string("verdict-") + kind).pixmap(kIconSize, kIconSize));
   icon_->setAccessibleName(tr(kind));
   sentence_->setText(ToQt(result.verdict.summary));
@@ -55,6 +55,10 @@ void VerdictLabel::Arrange() {
 const char* KindOfVerdict(const FitVerdict& verdict) {
   if (verdict.untested) return "untested";
   return verdict.trustworthy ? "good" : "doubtful";
+}
+
+const char* KindOfVerdict(const FitResult& result) {
+  return Failed(result.outcome.why) ? "failed" : KindOfVerdict(result.verdict);
 }
 
 QLabel* HeadingLabel(const QString& text, QWidget* parent) {

@@ -30,6 +30,8 @@ class VerdictLabel final : public QWidget {
 
 /// One name for the picture and for who cannot see it.
 const char* KindOfVerdict(const FitVerdict& verdict);
+/// "failed" where the fit did.
+const char* KindOfVerdict(const FitResult& result);
 
 /// A label of one line in bold letters.
 QLabel* HeadingLabel(const QString& text, QWidget* parent);

@@ -296,10 +296,13 @@ TEST_F(FitDesktopTest, FunctionsAreComparedAndTheBestIsTakenOver) {
     ASSERT_EQ(table.rowCount(), 2);
     EXPECT_EQ(table.item(0, 0)->text(), "This function");
     EXPECT_EQ(table.item(1, 0)->text(), "a+b*x");
+    const int verdict = table.columnCount() - 1;
+    EXPECT_EQ(table.item(1, verdict)->text(), "doubtful");
+    EXPECT_TRUE(remarks->text().contains("\na+b*x: " + table.item(1, verdict)->toolTip() + "\n"));
     dialog.findChild<QPushButton*>("CopyComparison")->click();
     const QString copied = QApplication::clipboard()->text();
     EXPECT_TRUE(copied.startsWith("function\tparameters\tAICc\tdifference\t"));
-    EXPECT_TRUE(copied.endsWith(remarks->text() + "\n"));
+    EXPECT_TRUE(copied.endsWith(remarks->text().section('\n', 2) + "\n"));
     EXPECT_EQ(Series().Fit().Param(1).Value(), 300);
     dialog.findChild<QPushButton*>("UseCompared")->click();
     EXPECT_NEAR(Series().Fit().Param(1).Value(), 100, 2);
