@@ -362,7 +362,7 @@ void PeakPanel::FitPeaks() {
     std::vector<FittedPeak> peaks;
     QString told;
     if (chosen.size() <= MostFittedPeaks(shape)) {
-      FitAgain(*document_, {.points = FitPointChoice::All}, context.prompt);
+      FitAgain(*document_, {.run = {.points = FitPointChoice::All}}, context.prompt);
       peaks = FittedPeaks(series);
       told = tr("As fitted, with standard errors.") + ' ' + VerdictOf(series);
     } else {

@@ -1,7 +1,6 @@
 #include "app/fit/calculator_line.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -14,24 +13,6 @@
 #include "desk/widgets/text.h"
 
 namespace tarnwick {
-namespace {
-
-/// The return key computes here and does not end the dialog.
-class KeepsReturn final : public QObject {
- public:
-  using QObject::QObject;
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() != QEvent::KeyPress) return false;
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
-    emit qobject_cast<QLineEdit*>(watched)->returnPressed();
-    return true;
-  }
-};
-
-}  // namespace
 
 CalculatorLine::CalculatorLine(QWidget* parent)
     : QWidget(parent),
@@ -64,9 +45,7 @@ CalculatorLine::CalculatorLine(QWidget* parent)
   row->addWidget(x_);
   row->addWidget(equals);
   row->addWidget(result_, 4);
-  auto* keeper = new KeepsReturn(this);
   for (QLineEdit* field : {expression_, static_cast<QLineEdit*>(x_)}) {
-    field->installEventFilter(keeper);
     connect(field, &QLineEdit::returnPressed, this, &CalculatorLine::Compute);
     connect(field, &QLineEdit::textChanged, this, &CalculatorLine::Compute);
   }

@@ -1,8 +1,12 @@
 #include "app/fit/equation_editor.h"
 
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -15,6 +19,7 @@
 #include "app/fit/model_check.h"
 #include "base/error.h"
 #include "base/prompt.h"
+#include "base/word_list.h"
 #include "desk/widgets/elided_label.h"
 #include "desk/widgets/reading_order.h"
 #include "desk/widgets/text.h"
@@ -38,6 +43,12 @@ QString ReportOf(const FitSettings& settings) {
   }
   for (const std::string& line : Report(model)) lines.append(ToQt(line));
   return lines.join("\n");
+}
+
+/// Where what is typed ends with Return.
+bool TakesReturn(const QWidget* field) {
+  return qobject_cast<const QLineEdit*>(field) || qobject_cast<const QAbstractSpinBox*>(field) ||
+         qobject_cast<const QAbstractItemView*>(field);
 }
 
 }  // namespace
@@ -64,6 +75,7 @@ TfrmCalc::TfrmCalc(const CalcSubject& subject, CalcPage first, QWidget* parent)
   column->addWidget(MakeHead(subject.data_sets.value(subject.current)));
   column->addWidget(pages_, 1);
   column->addWidget(MakeButtons());
+  connect(fit_, &QPushButton::clicked, this, [this, subject] { Fit(subject); });
   function_->Put(model_);
   options_->Put(model_);
   connect(function_, &FitFunctionPage::parametersMade, this,
@@ -112,7 +124,7 @@ void TfrmCalc::Put(const FitSettings& model) {
   options_->Put(model);
 }
 
-void TfrmCalc::Guess(const CalcSubject& subject) {
+bool TfrmCalc::Guess(const CalcSubject& subject) {
   try {
     emit changed(model_);
     const auto guess = subject.guess();
@@ -121,9 +133,38 @@ void TfrmCalc::Guess(const CalcSubject& subject) {
     model.parameters = *guess;
     Put(model);
     Check();
+    return true;
   } catch (const Error& error) {
     files_.prompt.Tell(error.what());
+    return false;
   }
+}
+
+/// A typed formula is fitted as it stands: its names become parameters, with values from the points. Where some are parameters
+/// already, their values are the user's, and what the others start with is to be seen first.
+void TfrmCalc::Fit(const CalcSubject& subject) {
+  const bool from_text = model_.parameters.empty();
+  FitRequest request{.run = {}, .made = function_->MakeUnknownNames()};
+  if (!request.made.empty() && !from_text) {
+    const bool one = request.made.size() == 1;
+    return files_.prompt.Tell(
+        Listed(request.made) +
+        (one ? " is a parameter now and starts at 1." : " are parameters now and start at 1.") +
+        " Press Fit again, or choose other values before.");
+  }
+  if (!request.made.empty() && !Guess(subject)) return;
+  request.run = options_->RunOptions();
+  together_->Take(request);
+  fit_wanted_ = request;
+  accept();
+}
+
+void TfrmCalc::keyPressEvent(QKeyEvent* event) {
+  const bool is_return = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (is_return && TakesReturn(focusWidget())) return;
+  auto* const button = qobject_cast<QPushButton*>(focusWidget());
+  if (is_return && button) return button->click();
+  QDialog::keyPressEvent(event);
 }
 
 void TfrmCalc::Load() {
@@ -188,12 +229,6 @@ QWidget* TfrmCalc::MakeButtons() {
   connect(buttons, &QDialogButtonBox::accepted, this, &TfrmCalc::accept);
   connect(apply_, &QPushButton::clicked, this, &TfrmCalc::Apply);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  connect(fit_, &QPushButton::clicked, this, [this] {
-    FitRequest request{.run = options_->RunOptions()};
-    together_->Take(request);
-    fit_wanted_ = request;
-    accept();
-  });
   connect(list, &QPushButton::clicked, this, &TfrmCalc::ShowReport);
   ok_->setDefault(true);
   return buttons;

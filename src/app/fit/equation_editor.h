@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "app/fit/curve_preview.h"
@@ -53,8 +54,8 @@ class TfrmCalc final : public QDialog {
  public:
   TfrmCalc(const CalcSubject& subject, CalcPage first, QWidget* parent = nullptr);
 
-  /// How to fit at once; nothing when the window was closed with OK or Cancel.
-  const std::optional<FitRequest>& FitWanted() const { return fit_wanted_; }
+  /// How to fit at once, told once; nothing when the window was closed with OK or Cancel.
+  std::optional<FitRequest> TakeFitWanted() { return std::exchange(fit_wanted_, std::nullopt); }
 
   void accept() override;
 
@@ -64,6 +65,10 @@ class TfrmCalc final : public QDialog {
   /// What was told last is to stay, whatever becomes of later changes.
   void applied();
 
+ protected:
+  /// Return takes over what is typed in a field, or presses the button that has the focus, and leaves the window open.
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   QWidget* MakeButtons();
   FitComparePage* MakeComparePage(const CalcSubject& subject);
@@ -71,7 +76,9 @@ class TfrmCalc final : public QDialog {
   void Put(const FitSettings& model);
   void Check();
   void Apply();
-  void Guess(const CalcSubject& subject);
+  /// False where the points tell none, which is told.
+  bool Guess(const CalcSubject& subject);
+  void Fit(const CalcSubject& subject);
   void Load();
   void Save();
   void ShowFile();

@@ -63,30 +63,35 @@ CalcSubject SubjectOf(CommandContext& context, Document& document) {
   return subject;
 }
 
+/// False where the fit could not begin, which is told.
+bool FitAsWanted(CommandContext& context, Document& document, const FitRequest& request) {
+  try {
+    return FitAgain(document, request, context.prompt);
+  } catch (const Error& error) {
+    context.prompt.Tell(error.what());
+    return false;
+  }
+}
+
 template <CalcPage kPage>
 void EditModel(CommandContext& context) {
   Document& document = DocumentWithDataSet(context);
-  std::optional<FitRequest> fit_wanted;
-  {
-    std::optional<OpenEdit> step;  // what is not applied is taken back in the end
-    TSeries& series = CurrentDataSet(document);
-    TfrmCalc editor(SubjectOf(context, document), kPage, context.dialog_parent);
-    QObject::connect(&editor, &TfrmCalc::changed, &editor, [&](const FitSettings& model) {
-      if (!step) step.emplace(document, "Fit Settings");
-      TakeFitSettings(series, model);
-    });
-    QObject::connect(&editor, &TfrmCalc::applied, &editor, [&] {
-      if (step) step->Finish();
-      step.reset();
-    });
+  std::optional<OpenEdit> step;  // what is not applied is taken back in the end
+  TfrmCalc editor(SubjectOf(context, document), kPage, context.dialog_parent);
+  QObject::connect(&editor, &TfrmCalc::changed, &editor, [&](const FitSettings& model) {
+    if (!step) step.emplace(document, "Fit Settings");
+    TakeFitSettings(CurrentDataSet(document), model);
+  });
+  QObject::connect(&editor, &TfrmCalc::applied, &editor, [&] {
+    if (step) step->Finish();
+    step.reset();
+  });
+  // What could not be fitted is gone on with where it was typed.
+  for (;;) {
     editor.exec();
-    fit_wanted = editor.FitWanted();
-  }
-  if (!fit_wanted) return;
-  if (fit_wanted->beside.empty()) {
-    FitAgain(document, fit_wanted->run, context.prompt);
-  } else {
-    FitTogether(document, *fit_wanted);
+    const std::optional<FitRequest> wanted = editor.TakeFitWanted();
+    if (!wanted) return;
+    if (FitAsWanted(context, document, *wanted)) break;
   }
   context.panels.Show(kFitResult);
 }

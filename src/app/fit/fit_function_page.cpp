@@ -87,7 +87,7 @@ FitFunctionPage::FitFunctionPage(QWidget* beside, QWidget* parent)
   column->addWidget(calculator_);
   connect(expression_, &QPlainTextEdit::textChanged, this, &FitFunctionPage::edited);
   connect(x_name_, &QLineEdit::textChanged, this, &FitFunctionPage::edited);
-  connect(add_unknown_, &QPushButton::clicked, this, &FitFunctionPage::AddUnknownNames);
+  connect(add_unknown_, &QPushButton::clicked, this, &FitFunctionPage::MakeUnknownNames);
 }
 
 QWidget* FitFunctionPage::MakeParameters() {
@@ -106,7 +106,7 @@ QWidget* FitFunctionPage::MakeParameters() {
   row->addWidget(parameters_, 1);
   row->addLayout(ButtonColumn({add, remove, guess_}));
   connect(guess_, &QPushButton::clicked, this, [this] {
-    AddUnknownNames();
+    MakeUnknownNames();
     emit guessWanted();
   });
   connect(add, &QPushButton::clicked, this, [this] {
@@ -234,11 +234,13 @@ void FitFunctionPage::FocusExpression() {
   expression_->setFocus();
 }
 
-void FitFunctionPage::AddUnknownNames() {
-  const std::vector<std::string> names = check_.unknown_names;
+std::vector<std::string> FitFunctionPage::MakeUnknownNames() {
+  std::vector<std::string> names = check_.unknown_names;  // which the parameters added change
+  if (names.empty()) return names;
   if (const auto present = parameters_->Parameters(); present && present->empty())
     emit parametersMade();
   for (const std::string& name : names) parameters_->Add(MadeParameter(name));
+  return names;
 }
 
 }  // namespace tarnwick

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
+#include <vector>
 
 #include "app/fit/model_check.h"
 #include "fit/model/fit_settings.h"
@@ -33,6 +35,8 @@ class FitFunctionPage final : public QWidget {
   void ShowCheck(const ModelCheck& check, const FitSettings& model);
   void AllowGuess(bool allowed);
   void FocusExpression();
+  /// Makes a parameter of every name that the check found to be none; answers them.
+  std::vector<std::string> MakeUnknownNames();
 
  signals:
   void edited();
@@ -44,7 +48,6 @@ class FitFunctionPage final : public QWidget {
  private:
   QWidget* MakeParameters();
   QWidget* MakeTemplates();
-  void AddUnknownNames();
   void ShowMessage(const QString& text, bool is_error);
 
   ExpressionEdit* expression_;

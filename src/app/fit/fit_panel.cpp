@@ -133,7 +133,7 @@ QWidget* FitPanel::MakeButtons() {
   connect(all_points_, &QPushButton::clicked, this, [this] {
     FitRunOptions options;
     options.points = FitPointChoice::All;
-    actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
+    actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, {options}, c.prompt); });
   });
   connect(finish_, &QPushButton::clicked, this, [this] { FitFromHere(FinishingStep::Yes); });
   connect(text, &QPushButton::clicked, this, [this] {
@@ -161,7 +161,7 @@ void FitPanel::FitFromHere(FinishingStep finish) {
   options.finish = finish;
   if (shown_.result && shown_.result->points_used == shown_.result->points_in_range)
     options.points = FitPointChoice::All;
-  actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, options, c.prompt); });
+  actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, {options}, c.prompt); });
 }
 
 void FitPanel::Follow(Document* document, PanelChange) {

@@ -18,6 +18,7 @@ struct FitRequest {
       {};  ///< DataSets of the graph fitted at once with the current one; empty: it alone
   JointModels models = JointModels::OfCurrent;
   std::vector<std::string> shared = {};  ///< parameters with one value in all
+  std::vector<std::string> made = {};    ///< names that became parameters by the wish to fit
 };
 
 }  // namespace tarnwick

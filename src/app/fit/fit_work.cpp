@@ -18,6 +18,7 @@
 #include "desk/document/document.h"
 #include "desk/document/open_edit.h"
 #include "desk/work/mailbox.h"
+#include "fit/model/typed_model.h"
 #include "graph/shown_series.h"
 #include "results/fitted_model.h"
 #include "results/joint_fit.h"
@@ -101,7 +102,6 @@ EveryJointStep StepTeller(Document& document, std::vector<ToldModel> models,
 }
 
 void TellFailure(const FitResult& result, Prompt& prompt) {
-  if (!Failed(result.outcome.why)) return;
   prompt.Tell(result.outcome.why == StopReason::TooManyParameters
                   ? std::string(kTooManyParametersText)
                   : result.verdict.summary);
@@ -132,14 +132,25 @@ FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& opt
   return result;
 }
 
-void Fit(Document& document, FitStatus status, const FitRunOptions& options, Prompt& prompt) {
+/// What the names of a formula became without being asked for.
+void NoteMade(const std::vector<std::string>& made, FitVerdict& verdict) {
+  if (made.empty()) return;
+  verdict.notes.push_back(TakenAsParameters(made));
+  verdict.notes.emplace_back(
+      "The fit started from values that the points suggest; the table of the editor takes others.");
+}
+
+bool Fit(Document& document, FitStatus status, const FitRequest& request, Prompt& prompt) {
   TSeries& series = CurrentDataSet(document);
   OpenEdit step(document, "Curve Fit");
   series.Fit().SetStatus(status);
-  const FitResult result = RunFitOf(document, series, options);
+  FitResult result = RunFitOf(document, series, request.run);
+  NoteMade(request.made, result.verdict);
   ApplyFit(series, result);
   step.Finish();
-  TellFailure(result, prompt);
+  const bool failed = Failed(result.outcome.why);
+  if (failed) TellFailure(result, prompt);
+  return !failed;
 }
 
 void CheckHasExpression(const TSeries& series) {
@@ -152,35 +163,6 @@ void CheckHasExpression(const TSeries& series) {
 void CheckHasPoints(const TSeries& series) {
   if (series.PointCount() > 0) return;
   throw Error("DataSet \"" + series.SeriesName() + "\" has no points to fit.");
-}
-
-}  // namespace
-
-TSeries& CurrentDataSet(Document& document) {
-  TSeries* series = document.Graph().CurrentSeries();
-  if (series == nullptr) throw Error("No DataSet Found!");
-  return *series;
-}
-
-void ShowFit(Document& document, FitStatus status, Prompt& prompt) {
-  TSeries& series = CurrentDataSet(document);
-  if (status != FitStatus::cf_None) CheckHasExpression(series);
-  if (IsFitted(status)) CheckHasPoints(series);
-  if (IsFitted(status) && series.Fit().Modified()) {
-    return Fit(document, status, {}, prompt);
-  }
-  document.Edit(status == FitStatus::cf_None ? "Hide Curve" : "Show Curve",
-                [&](TxyGraph&) { series.Fit().SetStatus(status); });
-  const std::string error = FitError(document.Graph());
-  if (status != FitStatus::cf_None && !error.empty()) prompt.Tell(error);
-}
-
-void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt) {
-  TSeries& series = CurrentDataSet(document);
-  CheckHasExpression(series);
-  CheckHasPoints(series);
-  const FitStatus status = series.Fit().Status();
-  Fit(document, IsFitted(status) ? status : FitStatus::cf_FinResult, options, prompt);
 }
 
 void FitTogether(Document& document, const FitRequest& request) {
@@ -209,8 +191,43 @@ void FitTogether(Document& document, const FitRequest& request) {
       {"Fitting Data....", Cancellable::Yes, "Processing..."},
       [&](Progress& progress) { fit = RunJointFit(jobs, request.shared, progress, tell); });
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
+  NoteMade(request.made, fit.parts.front().verdict);
   ApplyJointFit(graph, chosen, request.shared, fit);
   step.Finish();
+}
+
+}  // namespace
+
+TSeries& CurrentDataSet(Document& document) {
+  TSeries* series = document.Graph().CurrentSeries();
+  if (series == nullptr) throw Error("No DataSet Found!");
+  return *series;
+}
+
+void ShowFit(Document& document, FitStatus status, Prompt& prompt) {
+  TSeries& series = CurrentDataSet(document);
+  if (status != FitStatus::cf_None) CheckHasExpression(series);
+  if (IsFitted(status)) CheckHasPoints(series);
+  if (IsFitted(status) && series.Fit().Modified()) {
+    Fit(document, status, {}, prompt);
+    return;
+  }
+  document.Edit(status == FitStatus::cf_None ? "Hide Curve" : "Show Curve",
+                [&](TxyGraph&) { series.Fit().SetStatus(status); });
+  const std::string error = FitError(document.Graph());
+  if (status != FitStatus::cf_None && !error.empty()) prompt.Tell(error);
+}
+
+bool FitAgain(Document& document, const FitRequest& request, Prompt& prompt) {
+  if (!request.beside.empty()) {
+    FitTogether(document, request);
+    return true;
+  }
+  TSeries& series = CurrentDataSet(document);
+  CheckHasExpression(series);
+  CheckHasPoints(series);
+  const FitStatus status = series.Fit().Status();
+  return Fit(document, IsFitted(status) ? status : FitStatus::cf_FinResult, request, prompt);
 }
 
 std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<NamedModel> models,

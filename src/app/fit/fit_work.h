@@ -28,12 +28,10 @@ TSeries& CurrentDataSet(Document& document);
 /// point to fit; everything is then as before.
 void ShowFit(Document& document, FitStatus status, Prompt& prompt);
 
-/// Fits whatever the model's state, and shows the result. Throws as ShowFit.
-void FitAgain(Document& document, const FitRunOptions& options, Prompt& prompt);
-
-/// Fits the current DataSet and those beside it as one, and shows the results. Throws Error as ShowFit, and where a parameter
-/// cannot be shared or the fit fails; everything is then as before.
-void FitTogether(Document& document, const FitRequest& request);
+/// Fits the current DataSet, with those beside it as one, whatever the state of the models, and shows the results. False where
+/// the fit of one failed, which is told. Throws Error as ShowFit, and where a parameter cannot be shared or the fit of several
+/// fails; everything is then as before.
+bool FitAgain(Document& document, const FitRequest& request, Prompt& prompt);
 
 /// Fits each of the models to the current DataSet's points, whose own model stays. Nothing when the user ends it. Throws as
 /// CompareModels, and as ShowFit.

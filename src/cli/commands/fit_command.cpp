@@ -10,7 +10,6 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/whole_file.h"
-#include "base/word_list.h"
 #include "cli/commands/commands.h"
 #include "cli/commands/fit_several.h"
 #include "cli/commands/fit_text.h"
@@ -221,7 +220,7 @@ void Run(const FitOptions& options, Output& output) {
   FitResult result = Fit(job);
   ApplyFit(series, result);
   if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
-  if (!made.empty()) result.verdict.notes.push_back("Taken as parameters: " + Listed(made) + ".");
+  if (!made.empty()) result.verdict.notes.push_back(TakenAsParameters(made));
   NoteOptions(input, index, job, result);
   const FitAnswer answer = Answer(options, job, series, std::move(result));
   Save(options, input, index, answer, output);

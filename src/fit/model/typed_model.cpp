@@ -1,24 +1,38 @@
 #include "fit/model/typed_model.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
+#include <utility>
 
 #include "base/text_encoding.h"
+#include "base/word_list.h"
 #include "expr/expression_parts.h"
 #include "fit/model/curve_fit.h"
 
 namespace tarnwick {
 
 std::vector<std::string> UnknownNames(TCurFit& compiled) {
-  std::vector<std::string> names = compiled.UnassignedNames();
+  struct Typed {
+    std::size_t place;
+    std::string name;
+  };
+  std::vector<Typed> found;
   const std::string expression = compiled.Expression();
   const std::vector<ExpressionPart> parts = PartsOf(expression);
-  for (std::string& name : names) {
+  for (const std::string& name : compiled.UnassignedNames()) {
     const auto typed = std::ranges::find_if(parts, [&](const ExpressionPart& part) {
       return LowerAscii(std::string_view(expression).substr(part.place, part.length)) == name;
     });
-    if (typed != parts.end()) name = expression.substr(typed->place, typed->length);
+    if (typed == parts.end()) {
+      found.push_back({expression.size(), name});  // of a template
+    } else {
+      found.push_back({typed->place, expression.substr(typed->place, typed->length)});
+    }
   }
+  std::ranges::stable_sort(found, {}, &Typed::place);  // compiling meets them otherwise
+  std::vector<std::string> names;
+  for (Typed& one : found) names.push_back(std::move(one.name));
   return names;
 }
 
@@ -38,6 +52,10 @@ std::vector<std::string> MakeParameters(FitSettings& model) {
   std::vector<std::string> names = UnknownNames(compiled);
   for (const std::string& name : names) model.parameters.push_back(MadeParameter(name));
   return names;
+}
+
+std::string TakenAsParameters(const std::vector<std::string>& names) {
+  return "Taken as parameters: " + Listed(names) + ".";
 }
 
 }  // namespace tarnwick

@@ -22,4 +22,7 @@ ParameterSettings MadeParameter(const std::string& name);
 /// (TCurFit::Prepare).
 std::vector<std::string> MakeParameters(FitSettings& model);
 
+/// "Taken as parameters: a, b and c."
+std::string TakenAsParameters(const std::vector<std::string>& names);
+
 }  // namespace tarnwick

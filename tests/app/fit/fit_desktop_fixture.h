@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTimer>
+#include <cmath>
 #include <fstream>
 #include <functional>
 
@@ -43,6 +44,18 @@ class FitDesktopTest : public testing::DesktopTest {
   void WriteFunctions() {
     SaveFitFunction(folder_.File("Decay.tfn"), Decay());
     std::ofstream(folder_.File("Broken.tfn")) << "this is no model";
+  }
+
+  /// Two decays with one rate and heights of their own.
+  std::filesystem::path TwoRuns() {
+    std::filesystem::path file = folder_.File("runs.csv");
+    std::ofstream table(file);
+    table << "t,first,second\n";
+    for (int i = 0; i < 40; ++i) {
+      const double decay = std::exp(-0.1 * i), off = 0.5 * std::sin(9.0 * i);
+      table << i << ',' << 100 * decay + 5 + off << ',' << 40 * decay + 9 - off << '\n';
+    }
+    return file;
   }
 
   ProgramPaths Paths() override {
