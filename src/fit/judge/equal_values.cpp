@@ -10,6 +10,8 @@ namespace tarnwick {
 namespace {
 
 constexpr double kTurns[] = {2 * std::numbers::pi, 360, 1};
+/// A phase of at most this part of the other is the simpler one.
+constexpr double kSimpler = 0.5;
 /// So many points tell two curves apart, and as many places between them, at this part of the way.
 constexpr std::size_t kMostPoints = 256;
 constexpr double kBetween = 0.37;
@@ -78,7 +80,7 @@ std::vector<EqualValue> FindEqualValues(ModelResiduals& residuals, std::span<con
     if (values[i] < 0 && take(-values[i], 0)) continue;
     for (const double turn : kTurns) {
       const double rest = values[i] - turn * std::round(values[i] / turn);
-      if (std::abs(values[i]) > turn && take(rest, turn)) break;
+      if (std::abs(rest) < kSimpler * std::abs(values[i]) && take(rest, turn)) break;
     }
   }
   return found;

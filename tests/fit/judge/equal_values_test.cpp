@@ -23,6 +23,8 @@ TEST(EqualValues, AreThoseOfTheSameCurve) {
   const double pi = std::numbers::pi;
   const EqualRow rows[] = {{"sin(x/9+p)", 307.145, 307.145 - 98 * pi},
                            {"sin(x/9+p)", -2.5, std::nullopt},
+                           {"sin(x/9+p)", -5.67, -5.67 + 2 * pi},
+                           {"sin(x/9+p)", 4, std::nullopt},  // -2.3 is no simpler
                            {"cos(x/9+p)", -2.5, std::nullopt},
                            {"sin(pi*(x/9+p)/180)", 725, 5},
                            {"sin(2*pi*(x/9-p))", 4.25, 0.25},
