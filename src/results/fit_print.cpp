@@ -25,14 +25,17 @@ constexpr double kInset = 12;         // pixels between plot edge and printed pa
 constexpr double kWidth = 0.42;       // of the plot, that printed parameters may cover
 constexpr double kLineSpacing = 1.8;  // of the label font's height
 
-/// The parameters to print; marks the varied ones when none is marked.
-std::vector<FittedParameter> PrintedParameters(const TxyGraph& graph, TSeries& series) {
-  TCurFit& model = series.Fit();
+/// Marks the varied parameters for printing where none is marked.
+void MarkPrinted(TCurFit& model) {
   bool any = false;
   for (std::int32_t i = 1; i <= model.NParams(); ++i) any = any || model.Param(i).Printed();
   for (std::int32_t i = 1; !any && i <= model.NParams(); ++i) {
     model.Param(i).SetPrinted(model.Param(i).Vary());
   }
+}
+
+std::vector<FittedParameter> PrintedParameters(const TxyGraph& graph, const TSeries& series) {
+  const TCurFit& model = series.Fit();
   const FitResult none;
   const FitResult* result = FitChangedText(graph, series).empty() ? model.Result().get() : nullptr;
   std::vector<FittedParameter> printed =
@@ -82,6 +85,10 @@ std::string BeginningOf(const std::string& parameter, const TSeries& series,
   return (fitted > 1 ? series.SeriesName() + ": " : std::string()) + parameter + " = ";
 }
 
+std::string LineOf(const FittedParameter& one, const std::string& beginning) {
+  return beginning + PlusMinusText(one.settings.Value, one.error, one.settings.Units);
+}
+
 /// Where a line of an earlier printing stands.
 const Mark* EarlierLine(const TxyGraph& graph, const std::string& beginning) {
   for (const Mark& mark : graph.Marks().All()) {
@@ -111,6 +118,18 @@ void PutMark(TxyGraph& graph, const Mark& mark) {
 
 }  // namespace
 
+void RenewPrinted(TxyGraph& graph, const TSeries& series) {
+  const GraphUpdate update(graph);
+  for (const FittedParameter& one : PrintedParameters(graph, series)) {
+    const std::string beginning = BeginningOf(one.settings.Name, series, graph);
+    const Mark* const earlier = EarlierLine(graph, beginning);
+    if (earlier == nullptr) continue;
+    Mark mark = *earlier;
+    mark.caption = LineOf(one, beginning);
+    SetMark(graph, mark);
+  }
+}
+
 bool IsPrinted(const TxyGraph& graph, const TSeries& series) {
   const TCurFit& model = series.Fit();
   for (std::int32_t i = 1; i <= model.NParams(); ++i) {
@@ -123,6 +142,7 @@ bool IsPrinted(const TxyGraph& graph, const TSeries& series) {
 
 void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
   const GraphUpdate update(graph);
+  MarkPrinted(series.Fit());
   const std::vector<FittedParameter> printed = PrintedParameters(graph, series);
   if (printed.empty()) {
     throw Error("DataSet \"" + series.SeriesName() + "\" has no parameters to print.");
@@ -142,7 +162,7 @@ void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
     Mark mark =
         earlier != nullptr ? *earlier : NewLine(layout, y_axis, place - QPointF(0, height / 2));
     mark.color = series.ModelCurveColor();
-    mark.caption = beginning + PlusMinusText(one.settings.Value, one.error, one.settings.Units);
+    mark.caption = LineOf(one, beginning);
     PutMark(graph, mark);
   }
   Appearance appearance = graph.GetAppearance();

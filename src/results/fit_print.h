@@ -12,6 +12,9 @@ class TxyGraph;
 /// Throws Error when there is nothing to print.
 void PrintFitOnGraph(TxyGraph& graph, TSeries& series);
 
+/// Writes the lines that stand there of the DataSet's parameters anew, where they stand.
+void RenewPrinted(TxyGraph& graph, const TSeries& series);
+
 /// Whether a line stands on the graph that this printed of the DataSet.
 bool IsPrinted(const TxyGraph& graph, const TSeries& series);
 

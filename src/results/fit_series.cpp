@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -29,15 +30,6 @@ constexpr std::int32_t kBandPoints = 300;
 constexpr const char* kConfidence = "Confidence";
 constexpr const char* kPercentOf = " % of ";
 
-/// Whether a DataSet of the graph has a name such as wanted.
-template <class Wanted>
-bool AnyNamed(const TxyGraph& graph, const Wanted& wanted) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (wanted(graph.Series(i).SeriesName())) return true;
-  }
-  return false;
-}
-
 const FitResult& ResultOf(const TSeries& series) {
   const FitResult* result = series.Fit().Result().get();
   if (result == nullptr || Failed(result->outcome.why)) {
@@ -58,10 +50,11 @@ bool IsMadeAs(const TSeries& other, const TSeries& one) {
          one.Source().YDataColumn == other.Source().YDataColumn;
 }
 
-/// Takes the place of the DataSet that was made so before; never of `source`.
+/// Takes the place of the DataSet that was made so before, and looks as that did; never of `source`.
 TSeries& PutSeries(TxyGraph& graph, const TSeries& source, std::unique_ptr<TSeries> series) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     if (&graph.Series(i) == &source || !IsMadeAs(*series, graph.Series(i))) continue;
+    series->SetStyle(graph.Series(i).Style());
     graph.DeleteSeries(i);
     break;
   }
@@ -131,13 +124,24 @@ std::string ResidualsName(const TSeries& source) {
 }
 
 bool HasResiduals(const TxyGraph& graph, const TSeries& source) {
-  return AnyNamed(graph, [&](const std::string& name) { return name == ResidualsName(source); });
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (graph.Series(i).SeriesName() == ResidualsName(source)) return true;
+  }
+  return false;
 }
 
-bool HasBands(const TxyGraph& graph, const TSeries& source) {
-  return AnyNamed(graph, [&](const std::string& name) {
-    return name.starts_with(kConfidence) && name.ends_with(kPercentOf + source.SeriesName());
-  });
+std::vector<double> BandLevels(const TxyGraph& graph, const TSeries& source) {
+  const std::string_view begin = kConfidence;
+  const std::string end = kPercentOf + source.SeriesName();
+  std::vector<double> levels;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const std::string name = graph.Series(i).SeriesName();
+    if (!name.starts_with(begin) || !name.ends_with(end)) continue;
+    const std::size_t length = name.size() - std::min(name.size(), begin.size() + end.size());
+    const auto percent = ParseNumber(std::string_view(name).substr(begin.size(), length));
+    if (percent && *percent > 0 && *percent < 100) levels.push_back(*percent / 100);
+  }
+  return levels;
 }
 
 TSeries& AddResiduals(TxyGraph& graph, const TSeries& source, const std::string& name) {

@@ -155,13 +155,12 @@ QWidget* FitPanel::MakeButtons() {
   return box;
 }
 
-/// Takes all points again where the fit shown did.
 void FitPanel::FitFromHere(FinishingStep finish) {
-  FitRunOptions options;
-  options.finish = finish;
-  if (shown_.result && shown_.result->points_used == shown_.result->points_in_range)
-    options.points = FitPointChoice::All;
-  actions_.RunAsCommand([=](CommandContext& c) { FitAgain(*c.document, {options}, c.prompt); });
+  actions_.RunAsCommand([=](CommandContext& c) {
+    FitRunOptions options = OptionsOfLast(CurrentDataSet(*c.document));
+    options.finish = finish;
+    FitAgain(*c.document, {options}, c.prompt);
+  });
 }
 
 void FitPanel::Follow(Document* document, PanelChange) {

@@ -20,6 +20,7 @@
 #include "desk/work/mailbox.h"
 #include "fit/model/typed_model.h"
 #include "graph/shown_series.h"
+#include "results/fit_leftovers.h"
 #include "results/fitted_model.h"
 #include "results/joint_fit.h"
 
@@ -147,6 +148,7 @@ bool Fit(Document& document, FitStatus status, const FitRequest& request, Prompt
   FitResult result = RunFitOf(document, series, request.run);
   NoteMade(request.made, result.verdict);
   ApplyFit(series, result);
+  RenewLeftovers(document.Graph(), series);
   step.Finish();
   const bool failed = Failed(result.outcome.why);
   if (failed) TellFailure(result, prompt);
@@ -163,6 +165,13 @@ void CheckHasExpression(const TSeries& series) {
 void CheckHasPoints(const TSeries& series) {
   if (series.PointCount() > 0) return;
   throw Error("DataSet \"" + series.SeriesName() + "\" has no points to fit.");
+}
+
+/// By address: what is made anew moves the DataSets.
+std::vector<TSeries*> SeriesOf(TxyGraph& graph, const std::vector<std::size_t>& chosen) {
+  std::vector<TSeries*> series;
+  for (const std::size_t index : chosen) series.push_back(&graph.Series(index));
+  return series;
 }
 
 void FitTogether(Document& document, const FitRequest& request) {
@@ -193,6 +202,7 @@ void FitTogether(Document& document, const FitRequest& request) {
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
   NoteMade(request.made, fit.parts.front().verdict);
   ApplyJointFit(graph, chosen, request.shared, fit);
+  for (TSeries* const series : SeriesOf(graph, chosen)) RenewLeftovers(graph, *series);
   step.Finish();
 }
 
@@ -228,6 +238,15 @@ bool FitAgain(Document& document, const FitRequest& request, Prompt& prompt) {
   CheckHasPoints(series);
   const FitStatus status = series.Fit().Status();
   return Fit(document, IsFitted(status) ? status : FitStatus::cf_FinResult, request, prompt);
+}
+
+FitRunOptions OptionsOfLast(const TSeries& series) {
+  FitRunOptions options;
+  const LastFit& last = series.Fit().Last();
+  const FitResult* const result = last.record ? last.record->result.get() : nullptr;
+  if (result != nullptr && result->points_used == result->points_in_range)
+    options.points = FitPointChoice::All;
+  return options;
 }
 
 std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<NamedModel> models,

@@ -33,6 +33,9 @@ void ShowFit(Document& document, FitStatus status, Prompt& prompt);
 /// fails; everything is then as before.
 bool FitAgain(Document& document, const FitRequest& request, Prompt& prompt);
 
+/// Takes all points where the DataSet's last fit did.
+FitRunOptions OptionsOfLast(const TSeries& series);
+
 /// Fits each of the models to the current DataSet's points, whose own model stays. Nothing when the user ends it. Throws as
 /// CompareModels, and as ShowFit.
 std::optional<ModelComparison> CompareFitsOf(Document& document, std::vector<NamedModel> models,

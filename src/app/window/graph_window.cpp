@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "app/canvas/graph_canvas.h"
+#include "app/fit/fit_bar.h"
 #include "app/modes/rest_mode.h"
 #include "app/window/live_bar.h"
 #include "app/window/told_bar.h"
@@ -52,6 +53,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   connect(told, &ToldBar::sourceWanted, this, &TGraphWindow::sourceWanted);
   column->addWidget(told);
   column->addWidget(new LiveBar(*document_, prompt, content));
+  column->addWidget(new FitBar(*document_, prompt, content));
   column->addWidget(canvas_, 1);
   new ViewThinning(*document_, content);
   content->setFocusProxy(canvas_);

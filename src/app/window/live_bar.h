@@ -2,7 +2,7 @@
 // source. Follows its document; knows no stream.
 #pragma once
 
-#include "app/window/note_bar.h"
+#include "desk/widgets/note_bar.h"
 
 class QToolButton;
 

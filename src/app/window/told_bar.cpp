@@ -3,7 +3,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QToolButton>
 #include <algorithm>
 
@@ -11,7 +10,6 @@
 #include "base/prompt.h"
 #include "data/import/whole_data.h"
 #include "desk/document/document.h"
-#include "desk/widgets/ink_icon.h"
 #include "desk/widgets/text.h"
 #include "desk/widgets/text_lines.h"
 #include "graph/series_of_whole.h"
@@ -44,19 +42,11 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   all_rows_->setToolTip(tr("Read every row of the file"));
   no_errors_->setObjectName("LeaveErrorsOut");
   no_errors_->setToolTip(tr("Take no column as errors of another"));
-  auto* const icon = new QLabel(this);
-  const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
-  icon->setPixmap(InkIcon("about").pixmap(side, side));
-  auto* const close = new QToolButton(this);
+  QToolButton* const close = CloseButton(this);
   close->setObjectName("CloseTold");
-  close->setAutoRaise(true);
-  close->setFocusPolicy(Qt::TabFocus);
-  close->setIcon(InkIcon("title-close"));
-  close->setAccessibleName(tr("Close this note"));
-  close->setToolTip(close->accessibleName());
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(8, 4, 4, 4);
-  row->addWidget(icon, 0, Qt::AlignVCenter);
+  row->addWidget(NoteIcon(this), 0, Qt::AlignVCenter);
   row->addWidget(text_, 1);
   row->addWidget(guessed_, 0, Qt::AlignVCenter);
   row->addWidget(all_rows_, 0, Qt::AlignVCenter);

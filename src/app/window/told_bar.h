@@ -2,7 +2,7 @@
 // be done about it. Follows its document; knows no file.
 #pragma once
 
-#include "app/window/note_bar.h"
+#include "desk/widgets/note_bar.h"
 
 class QPushButton;
 

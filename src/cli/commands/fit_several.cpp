@@ -12,6 +12,7 @@
 #include "cli/output/terminal_progress.h"
 #include "graph/series.h"
 #include "graph/xy_graph.h"
+#include "results/fit_leftovers.h"
 #include "results/fit_print.h"
 #include "results/fit_series.h"
 #include "results/fitted_model.h"
@@ -52,6 +53,7 @@ FitRunOptions RunOptionsOf(const FitOptions& options) {
 }
 
 void AddToGraph(const FitOptions& options, TSeries& series, TxyGraph& graph) {
+  RenewLeftovers(graph, series);
   if (!options.residuals.empty()) {
     const bool named = options.residuals != kNamedAfterSource;
     AddResiduals(graph, series, named ? options.residuals : ResidualsName(series));

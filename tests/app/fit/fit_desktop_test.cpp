@@ -16,6 +16,7 @@
 #include "fit/model/fit_record_file.h"
 #include "fit_desktop_fixture.h"
 #include "graph/edit/point_edit.h"
+#include "results/fit_leftovers.h"
 #include "support/project_paths.h"
 
 namespace tarnwick {
@@ -231,6 +232,23 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
   const std::string caption = graph.Marks().All()[0].caption;
   EXPECT_TRUE(caption.starts_with("A = ") && caption.find(" ± ") != std::string::npos) << caption;
 
+  auto* bar = form_->findChild<QWidget*>("FitBar");
+  EXPECT_FALSE(bar->isVisible());
+  ActiveDocument().Edit("Move Point", [](TxyGraph& edited) {
+    MovePoint(edited, edited.Series(0), 3, {2.5, 300});
+  });
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_EQ(OutdatedText(graph, Series()),
+            "The bands, residuals and printed values on the graph are of a fit of \"" +
+                Series().SeriesName() + "\" that holds no more.");
+  bar->findChild<QPushButton*>("FitAgain")->click();
+  EXPECT_FALSE(bar->isVisible());
+  ASSERT_EQ(graph.SeriesCount(), 6u) << "made anew, not beside";
+  EXPECT_NE(graph.Series(2).Points().Front().y, upper.y);
+  const std::string renewed = graph.Marks().All()[0].caption;
+  EXPECT_NE(renewed, caption);
+  ASSERT_EQ(graph.Marks().All().size(), 3u);
+
   Button("Copy as Ta&ble")->click();
   EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Parameter\tValue\tStandard error"));
 
@@ -241,7 +259,7 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
   });
   Run("FitPrint1");
   EXPECT_EQ(graph.Marks().All().size(), 6u);
-  EXPECT_EQ(graph.Marks().All()[0].caption, caption);
+  EXPECT_EQ(graph.Marks().All()[0].caption, renewed);
 }
 
 }  // namespace

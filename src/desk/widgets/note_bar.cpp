@@ -1,6 +1,11 @@
-#include "app/window/note_bar.h"
+#include "desk/widgets/note_bar.h"
 
+#include <QLabel>
 #include <QPainter>
+#include <QStyle>
+#include <QToolButton>
+
+#include "desk/widgets/ink_icon.h"
 
 namespace tarnwick {
 namespace {
@@ -12,6 +17,23 @@ QColor Mixed(const QColor& one, const QColor& other, double share) {
 }
 
 }  // namespace
+
+QLabel* NoteIcon(QWidget* parent) {
+  auto* const icon = new QLabel(parent);
+  const int side = parent->style()->pixelMetric(QStyle::PM_SmallIconSize);
+  icon->setPixmap(InkIcon("about").pixmap(side, side));
+  return icon;
+}
+
+QToolButton* CloseButton(QWidget* parent) {
+  auto* const close = new QToolButton(parent);
+  close->setAutoRaise(true);
+  close->setFocusPolicy(Qt::TabFocus);
+  close->setIcon(InkIcon("title-close"));
+  close->setAccessibleName(NoteBar::tr("Close this note"));
+  close->setToolTip(close->accessibleName());
+  return close;
+}
 
 void NoteBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);

@@ -3,7 +3,15 @@
 
 #include <QFrame>
 
+class QLabel;
+class QToolButton;
+
 namespace tarnwick {
+
+/// The picture that a note begins with.
+QLabel* NoteIcon(QWidget* parent);
+/// What closes a note, at its end.
+QToolButton* CloseButton(QWidget* parent);
 
 class NoteBar : public QFrame {
   Q_OBJECT
