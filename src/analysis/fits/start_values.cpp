@@ -13,6 +13,7 @@
 
 #include "base/error.h"
 #include "expr/block/block_evaluator.h"
+#include "fit/judge/verdict_summary.h"
 #include "fit/judge/verdict_words.h"
 #include "fit/model/curve_fit.h"
 
@@ -351,7 +352,10 @@ class StartSearch {
 }  // namespace
 
 std::optional<std::vector<ParameterSettings>> GuessStart(const FitJob& job) {
-  if (job.x.empty()) return std::nullopt;
+  if (job.x.empty()) {
+    const std::int64_t undefined = job.points_chosen - job.points_without_error;
+    throw Error(NoPointsText(job.points_without_error, undefined));
+  }
   StartSearch search(job, Reduced(job));
   if (!search.CanRun()) return std::nullopt;
   return search.Run();

@@ -49,11 +49,7 @@ std::string Refusal(const FitResult& result, const FitCircumstances& about) {
     case StopReason::NothingVaried:
       return "Nothing was fitted: no parameter is set to vary.";
     case StopReason::NoPoints:
-      if (result.points_without_error > 0 && result.undefined_points == 0)
-        return "Nothing was fitted: none of the points has an error above 0 to weigh it by.";
-      return result.undefined_points > 0
-                 ? "Nothing was fitted: none of the points has a finite Y."
-                 : "Nothing was fitted: there is no point between the margins.";
+      return NoPointsText(result.points_without_error, result.undefined_points);
     case StopReason::UndefinedAtStart:
       return UndefinedStart(about);
     default:
@@ -171,6 +167,13 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
 }
 
 }  // namespace
+
+std::string NoPointsText(std::int64_t without_error, std::int64_t undefined) {
+  if (without_error > 0 && undefined == 0)
+    return "Nothing was fitted: none of the points has an error above 0 to weigh it by.";
+  return undefined > 0 ? "Nothing was fitted: none of the points has a finite Y."
+                       : "Nothing was fitted: there is no point between the margins.";
+}
 
 std::string VerdictSummary(const FitResult& result, const FitCircumstances& about) {
   if (!Ran(result)) return Refusal(result, about);

@@ -21,6 +21,9 @@ struct FitShare {
 /// Of a fit that did not begin: why.
 std::string VerdictSummary(const FitResult& result, const FitCircumstances& about);
 
+/// Why no point is left to fit: none between the margins had an error to weigh it by, or none a finite Y.
+std::string NoPointsText(std::int64_t without_error, std::int64_t undefined);
+
 /// Of a fit of several DataSets in whose numbers one speaks against it, and `others` beside it.
 std::string JointSummary(const FitResult& whole, const FitCircumstances& about,
                          const FitShare& doubted, std::int64_t others);

@@ -179,7 +179,17 @@ TEST(StartValues, NothingIsGuessedWithoutPointsOrVariedParameters) {
   job = JobOf({"Line", {1, 2}, 0, 1});
   job.x.clear();
   job.y.clear();
-  EXPECT_FALSE(GuessStart(job));
+  const struct {
+    std::int64_t chosen, without_error;
+    const char* told;
+  } rows[] = {{0, 0, "Nothing was fitted: there is no point between the margins."},
+              {5, 5, "Nothing was fitted: none of the points has an error above 0 to weigh it by."},
+              {5, 0, "Nothing was fitted: none of the points has a finite Y."}};
+  for (const auto& row : rows) {
+    job.points_chosen = row.chosen;
+    job.points_without_error = row.without_error;
+    EXPECT_THAT([&] { GuessStart(job); }, ::testing::ThrowsMessage<Error>(row.told));
+  }
 }
 
 }  // namespace
