@@ -11,6 +11,7 @@ void DeclareImport(Command& command, Action& action);
 void DeclareColumns(Command& command, Action& action);
 void DeclareInfo(Command& command, Action& action);
 void DeclarePoints(Command& command, Action& action);
+void DeclareEvaluate(Command& command, Action& action);
 void DeclareStats(Command& command, Action& action);
 void DeclareRegress(Command& command, Action& action);
 void DeclareIntegrate(Command& command, Action& action);
