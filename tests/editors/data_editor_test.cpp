@@ -106,6 +106,32 @@ class DataEditorTest : public DesktopTest {
   QWidget* editor_ = nullptr;
 };
 
+TEST_F(DataEditorTest, PointsTypedIntoAnEmptyGraphMakeADataSet) {
+  Start({});
+  Run("FileNew1");
+  Run("EditData1");
+  QCoreApplication::processEvents();
+  editor_ = form_->findChild<QWidget*>("DataEditorPages");
+  EXPECT_EQ(editor_->findChild<QLabel*>("PointsTold")->text(),
+            "The graph has no DataSet. X and Y typed here make one.");
+  for (const auto& [x, y] : {std::pair("1", "2"), {"3", "4"}}) {
+    Line("NewX")->setFocus();
+    QTest::keyClicks(Line("NewX"), x);
+    Type(Line("NewY"), y);
+    QTest::keyClick(Line("NewY"), Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Line("NewX")->selectedText(), x) << "the next one is typed over it";
+  }
+  ASSERT_EQ(ActiveDocument().Graph().SeriesCount(), 1U);
+  EXPECT_EQ(Series(0).SeriesName(), "DataSet 1");
+  EXPECT_EQ(Ys(0), (std::vector<double>{2, 4}));
+  EXPECT_FALSE(editor_->findChild<QLabel*>("PointsTold")->isVisible());
+  EXPECT_TRUE(editor_->findChild<QTabWidget*>("DataPages")->isTabEnabled(0));
+  Run("EditUndo1");
+  Run("EditUndo1");
+  EXPECT_EQ(ActiveDocument().Graph().SeriesCount(), 0U);
+}
+
 TEST_F(DataEditorTest, EverySettingOfASourceHasAControl) {
   Open("t,u\n1,2\n3,4\n");
   const std::set<std::string_view> groups{"Text", "Columns", "Rows"};

@@ -66,10 +66,19 @@ void DataEditor::Refresh() {
   // Queued changes are told when it is seen.
   if (!isVisible()) return;
   RefreshNames();
-  pages_->setEnabled(series_.Get() != nullptr);
+  pages_->setEnabled(series_.GetDocument() != nullptr);
+  ShowPagesOf(series_.Get());
   if (pages_->currentWidget() == source_) source_->Refresh();
   if (pages_->currentWidget() == points_) points_->Refresh();
   if (pages_->currentWidget() == statistics_) statistics_->Refresh();
+}
+
+/// Without a DataSet there are but points to be typed.
+void DataEditor::ShowPagesOf(const TSeries* series) {
+  const QSignalBlocker quiet(pages_);  // the page shown is not one that was chosen
+  for (QWidget* page : {static_cast<QWidget*>(source_), static_cast<QWidget*>(statistics_)})
+    pages_->setTabEnabled(pages_->indexOf(page), series != nullptr);
+  if (series == nullptr) pages_->setCurrentWidget(points_);
 }
 
 void DataEditor::RefreshNames() {

@@ -30,6 +30,7 @@ class DataEditor final : public QWidget {
 
  private:
   void Refresh();
+  void ShowPagesOf(const TSeries* series);
   void RefreshNames();
 
   EditedSeries series_;

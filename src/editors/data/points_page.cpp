@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -133,6 +134,13 @@ void PointsPage::Refresh() {
   view_->PointsChanged();
   following_ = followed;
   count_->setText(tr("%1 points").arg(model_->Size()));
+  const bool was_empty = std::exchange(tells_empty_, document != nullptr && series == nullptr);
+  if (tells_empty_) {
+    told_->setText(tr("The graph has no DataSet. X and Y typed here make one."));
+    told_->show();
+  } else if (was_empty) {
+    told_->hide();
+  }
   changes_->Show(model_->Points(),
                  series != nullptr ? document->Files().AsRead().Of(*series) : nullptr,
                  [this](const Point& point) { return model_->PairText(point); });
@@ -210,18 +218,33 @@ bool PointsPage::TakeY(std::int32_t id, double y) {
   return EditSeries("Edit Point", [&](TSeries& series) { series.SetY(id, y); });
 }
 
+/// To the current DataSet, or as the first one's first point.
+bool PointsPage::AddPoint(double x, double y) {
+  if (series_.Get() != nullptr)
+    return EditSeries("Insert Point", [&](TSeries& changed) { changed.AddPoint(x, y); });
+  return series_.GetDocument()->Edit("Insert Point", [&](TxyGraph& graph) {
+    auto first = std::make_unique<TSeries>();
+    first->SetSeriesName("DataSet 1");
+    first->AddPoint(x, y);
+    graph.AddSeries(std::move(first));
+  });
+}
+
 void PointsPage::Insert() {
+  if (series_.GetDocument() == nullptr) return;
   const TSeries* const series = series_.Get();
-  if (series == nullptr) return;
   const TxyGraph& graph = series_.GetDocument()->Graph();
+  const AxisId y_axis = series != nullptr ? YAxisOf(*series) : AxisId::Y;
   const std::optional<double> x = ValueOf(*x_, graph.Axis(AxisId::X).ShowAsTime());
-  const std::optional<double> y = ValueOf(*y_, graph.Axis(YAxisOf(*series)).ShowAsTime());
+  const std::optional<double> y = ValueOf(*y_, graph.Axis(y_axis).ShowAsTime());
   MarkWrong(*x_, x ? QString() : tr("This is no value of X."));
   MarkWrong(*y_, y ? QString() : tr("This is no value of Y."));
   if (!x || !y) return;
-  if (!EditSeries("Insert Point", [&](TSeries& changed) { changed.AddPoint(*x, *y); })) return;
+  if (!AddPoint(*x, *y)) return;
   Refresh();
   view_->GoTo(model_->Points().LowerBound(*x));
+  x_->setFocus();  // for the next one
+  x_->selectAll();
 }
 
 void PointsPage::Delete() {

@@ -1,5 +1,5 @@
-// The points of the current DataSet as a table: looked at, found, changed, added, pasted, deleted, put back. Knows how a graph's
-// points are edited; every change is one step of the document.
+// The points of the current DataSet as a table: looked at, found, changed, added, pasted, deleted, put back; in a graph without
+// DataSets the first point typed makes one. Knows how a graph's points are edited; every change is one step of the document.
 #pragma once
 
 #include <QWidget>
@@ -39,6 +39,7 @@ class PointsPage final : public QWidget {
   QWidget* BuildButtons();
   void Find();
   void Insert();
+  bool AddPoint(double x, double y);
   void Delete();
   void Copy() const;
   void Paste();
@@ -59,6 +60,7 @@ class PointsPage final : public QWidget {
   const EditedSeries& series_;
   std::set<std::string> warned_;  // sources of which the user was told
   bool following_ = false;        // what is picked, instead of picking
+  bool tells_empty_ = false;      // that there is no DataSet yet
   PointsModel* model_;
   PointsView* view_;
   ChangesList* changes_;
