@@ -13,6 +13,7 @@
 
 #include "base/error.h"
 #include "expr/block/block_evaluator.h"
+#include "fit/judge/equal_values.h"
 #include "fit/judge/verdict_summary.h"
 #include "fit/judge/verdict_words.h"
 #include "fit/model/curve_fit.h"
@@ -25,7 +26,7 @@ constexpr std::size_t kBuckets = kBlockLength / 2 - 10;
 constexpr int kMostTrials = 12000;     // some tenths of a second
 constexpr int kMostSweeps = 4;         // over all parameters, from one beginning
 constexpr int kProbes = 24;            // at which a parameter must act linearly
-constexpr double kSameColumn = 1e-9;   // relative
+constexpr double kSameColumn = 1e-9;   // relative, of curves as well
 constexpr double kLeastSize = 1e-300;  // of a column of a linear parameter
 constexpr int kMostSearches = 4;       // each knows more points where the model may lack a value
 
@@ -94,6 +95,19 @@ double Rounded(double value) {
   return std::isfinite(rounded) ? rounded : value;
 }
 
+/// But for rounding; where both have a value.
+bool IsSame(const std::vector<double>& one, const std::vector<double>& other) {
+  double greatest = 0;
+  double apart = 0;
+  for (std::size_t i = 0; i < one.size(); ++i) {
+    if (std::isfinite(one[i]) != std::isfinite(other[i])) return false;
+    if (!std::isfinite(one[i])) continue;
+    greatest = std::max(greatest, std::abs(one[i]));
+    apart = std::max(apart, std::abs(one[i] - other[i]));
+  }
+  return apart <= kSameColumn * greatest;
+}
+
 struct Trial {
   std::vector<double> values;  // of the varied parameters
   std::size_t undefined = 0;   // places at which the model has no value
@@ -134,6 +148,7 @@ class StartSearch {
       had_value_.assign(places_.x.size(), false);
       Trial best = Search();
       if (best.rss == kInf) best.values = Beginning();
+      best.values = WithoutTurns(std::move(best.values));
       std::vector<double> rounded = best.values;
       for (std::size_t i = 0; i < varied_.size(); ++i)
         rounded[i] = std::clamp(Rounded(best.values[i]), Parameter(i).Low, Parameter(i).High);
@@ -154,6 +169,28 @@ class StartSearch {
   const ParameterSettings& Parameter(std::size_t i) const { return parameters_[varied_[i]]; }
   bool Allows(std::size_t i, double value) const {
     return value >= Parameter(i).Low && value <= Parameter(i).High;
+  }
+
+  std::vector<double> CurveAt(const std::vector<double>& values) {
+    evaluator_->Load(values);
+    const double* const curve = evaluator_->Values(places_.x).values;
+    return {curve, curve + places_.x.size()};
+  }
+
+  /// A phase that lies turns away is as good as the one within half a turn of 0.
+  std::vector<double> WithoutTurns(std::vector<double> values) {
+    const std::vector<double> curve = CurveAt(values);
+    for (const std::size_t i : others_) {
+      for (const double turn : kTurns) {
+        std::vector<double> nearer = values;
+        nearer[i] = std::remainder(values[i], turn);
+        if (nearer[i] == values[i] || !Allows(i, nearer[i]) || !IsSame(CurveAt(nearer), curve))
+          continue;
+        values = std::move(nearer);
+        break;
+      }
+    }
+    return values;
   }
 
   Trial Search() {
@@ -303,10 +340,8 @@ class StartSearch {
   /// Takes `next` for `best` if it is better with the linear parameters as they were solved for, too: A*x^n may be too great.
   void Take(Trial next, Trial& best) {
     if (!Better(next, best)) return;
-    evaluator_->Load(next.values);
-    const double* const curve = evaluator_->Values(places_.x).values;
-    const auto undefined =
-        std::count_if(curve, curve + places_.x.size(), [](double y) { return !std::isfinite(y); });
+    const std::vector<double> curve = CurveAt(next.values);
+    const auto undefined = std::ranges::count_if(curve, [](double y) { return !std::isfinite(y); });
     next.undefined = std::max(next.undefined, static_cast<std::size_t>(undefined));
     if (Better(next, best)) best = std::move(next);
   }

@@ -4,12 +4,10 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <numbers>
 
 namespace tarnwick {
 namespace {
 
-constexpr double kTurns[] = {2 * std::numbers::pi, 360, 1};
 /// A phase of at most this part of the other is the simpler one.
 constexpr double kSimpler = 0.5;
 /// So many points tell two curves apart, and as many places between them, at this part of the way.

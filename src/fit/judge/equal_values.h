@@ -1,6 +1,7 @@
 // Other values of one parameter that give the very same curve: what is meant is the simpler one. Knows residuals; words nothing.
 #pragma once
 
+#include <numbers>
 #include <span>
 #include <vector>
 
@@ -8,6 +9,9 @@
 #include "fit/residuals/model_residuals.h"
 
 namespace tarnwick {
+
+/// Of angles in radians, in degrees, and of cycles.
+inline constexpr double kTurns[] = {2 * std::numbers::pi, 360, 1};
 
 /// Of varied parameters below 0 the value without its sign (a width of -0.7), of others the one within half
 /// a turn (2 pi, 360 or 1) of 0 where that is less than half as far off (a phase of 307, or of -5.7), if the curve has it so at the
