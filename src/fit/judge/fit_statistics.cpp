@@ -251,13 +251,13 @@ bool NoBetterThanMean(const FitStatistics& statistics) {
 }
 
 std::vector<std::int32_t> HardlyDetermined(const FitStatistics& statistics,
-                                           std::span<const double> values) {
+                                           std::span<const double> values, double part) {
   std::vector<std::int32_t> found;
   const std::size_t k = values.size();
   if (statistics.correlation.size() != k * k || statistics.standard_errors.size() != k)
     return found;
   for (std::size_t i = 0; i < k; ++i) {
-    if (!(statistics.standard_errors[i] > std::abs(values[i]))) continue;
+    if (!(statistics.standard_errors[i] > part * std::abs(values[i]))) continue;
     for (std::size_t j = 0; j < k; ++j) {
       if (i == j || !(std::abs(statistics.correlation[i * k + j]) > kStrongCorrelation)) continue;
       found.push_back(static_cast<std::int32_t>(i));

@@ -53,9 +53,9 @@ bool NoBetterThanMean(const FitStatistics& statistics);
 /// From this correlation on an error of one parameter is made up for by another.
 inline constexpr double kStrongCorrelation = 0.99;
 
-/// Indices of varied parameters that the data hardly determine: their standard errors exceed their values, and each is strongly
-/// correlated with another.
+/// Indices of varied parameters that the data hardly determine: their standard errors exceed `part` of their values, and each is
+/// strongly correlated with another.
 std::vector<std::int32_t> HardlyDetermined(const FitStatistics& statistics,
-                                           std::span<const double> values);
+                                           std::span<const double> values, double part);
 
 }  // namespace tarnwick

@@ -18,6 +18,8 @@ constexpr double kBounded = 0.5;
 constexpr double kBoundedAlone = 0.25;
 /// Over a smaller error, relative to the value, a curve is as good as straight.
 constexpr double kStraight = 0.1;
+/// An error of this part of its value leaves a parameter to others that make up for it.
+constexpr double kTraded = 0.5;
 /// Part of the curve's spread.
 constexpr double kWorthNaming = 0.3;
 /// An error of a greater part of the value may reach where the curve is another one ...
@@ -140,7 +142,7 @@ std::vector<std::int32_t> LimitParameters(ModelResiduals& residuals, std::span<c
 std::vector<std::int32_t> TradedParameters(const FitStatistics& statistics,
                                            std::span<const double> values,
                                            const ResidualSample& sample) {
-  std::vector<std::int32_t> traded = HardlyDetermined(statistics, values);
+  std::vector<std::int32_t> traded = HardlyDetermined(statistics, values, kTraded);
   if (traded.empty() || sample.curve.empty()) return {};
   const Eigen::Map<const Eigen::VectorXd> curve(sample.curve.data(),
                                                 static_cast<Eigen::Index>(sample.curve.size()));

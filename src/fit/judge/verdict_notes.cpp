@@ -43,14 +43,28 @@ void NoteUndetermined(const FitResult& result, std::vector<std::string>& notes) 
   }
 }
 
+/// True for a parameter of a term that may be absent, which says all that is wrong with it.
+bool IsOfAbsentTerm(const FitResult& result, std::int32_t parameter) {
+  return std::ranges::any_of(result.absent, [&](const AbsentTerm& term) {
+    return term.parameter == parameter || std::ranges::count(term.through, parameter) > 0;
+  });
+}
+
+std::vector<std::int32_t> OfPresentTerms(const FitResult& result,
+                                         std::vector<std::int32_t> parameters) {
+  std::erase_if(parameters, [&](std::int32_t i) { return IsOfAbsentTerm(result, i); });
+  return parameters;
+}
+
 void NoteHardlyDetermined(const FitResult& result, std::vector<std::string>& notes) {
-  if (result.traded.empty()) return;
-  notes.push_back(NamesOf(result, result.traded) +
-                  (result.traded.size() == 1
-                       ? " has an error greater than its value, and another parameter makes up "
-                         "for it: hold one of them fixed, or take a simpler model."
-                       : " have errors greater than their values, and other parameters make up "
-                         "for them: hold some fixed, or take a simpler model."));
+  const std::vector<std::int32_t> traded = OfPresentTerms(result, result.traded);
+  if (traded.empty()) return;
+  notes.push_back(NamesOf(result, traded) +
+                  (traded.size() == 1
+                       ? " has an error of more than half its value, and another parameter makes "
+                         "up for it: hold one of them fixed, or take a simpler model."
+                       : " have errors of more than half their values, and other parameters make "
+                         "up for them: hold some fixed, or take a simpler model."));
 }
 
 void NoteBounds(const FitResult& result, std::vector<std::string>& notes) {
@@ -90,7 +104,9 @@ void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) 
   for (std::size_t i = 0; correlation.size() == k * k && i < k; ++i) {
     for (std::size_t j = i + 1; j < k; ++j) {
       const double value = correlation[i * k + j];
-      if (std::abs(value) > kStrongCorrelation) pairs.push_back({i, j, value});
+      const bool explained = IsOfAbsentTerm(result, static_cast<std::int32_t>(i)) &&
+                             IsOfAbsentTerm(result, static_cast<std::int32_t>(j));
+      if (std::abs(value) > kStrongCorrelation && !explained) pairs.push_back({i, j, value});
     }
   }
   std::stable_sort(pairs.begin(), pairs.end(), [](const Pair& a, const Pair& b) {
@@ -109,9 +125,10 @@ void NoteCorrelations(const FitResult& result, std::vector<std::string>& notes) 
 }
 
 void NoteOpen(const FitResult& result, std::vector<std::string>& notes) {
-  if (result.open.empty()) return;
-  notes.push_back("The curve hardly changes when " + NamesOf(result, result.open) +
-                  (result.open.size() == 1
+  const std::vector<std::int32_t> open = OfPresentTerms(result, result.open);
+  if (open.empty()) return;
+  notes.push_back("The curve hardly changes when " + NamesOf(result, open) +
+                  (open.size() == 1
                        ? " goes as far as its error reaches, so that the error says little: hold "
                          "it fixed, or take a simpler model."
                        : " go as far as their errors reach, so that the errors say little: hold "

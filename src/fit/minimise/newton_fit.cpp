@@ -18,6 +18,8 @@ constexpr double kRounding = 1e-12;
 constexpr double kPlateauOffset = 1e-4;
 /// A smallest singular value below this, to the greatest, is no place where a fit should end.
 constexpr double kNearlySingular = 1e-8;
+/// An error of this part of its value, which other parameters make up for, speaks of a minimum far off.
+constexpr double kLostToOthers = 1;
 /// A run that has not settled after so many iterations, or half of those allowed, may have lost its way.
 constexpr std::int32_t kLeastStretch = 50;
 
@@ -53,7 +55,7 @@ bool LooksImprovable(const NewtonOutcome& newton, LeastSquaresProblem& residuals
   points.sum_about_mean = residuals.SumAboutMean();
   const FitFigures figures = ComputeFitFigures(newton.reduced, points);
   return NoBetterThanMean(figures.statistics) ||
-         !HardlyDetermined(figures.statistics, newton.outcome.p).empty() ||
+         !HardlyDetermined(figures.statistics, newton.outcome.p, kLostToOthers).empty() ||
          IsSuspicious(FindPattern(residuals.Residuals(newton.outcome.p, kPatternPoints)));
 }
 

@@ -143,7 +143,7 @@ const Situation kSituations[] = {
        r.traded = {0, 1};
      },
      false, ", but the data hardly determine a and b.",
-     "a and b have errors greater than their values"},
+     "a and b have errors of more than half their values"},
     {"a size left open", [](R& r, C&) { r.open = {1}; }, false,
      ", but the data leave the size of b open.", "The curve hardly changes when b goes as far"},
     {"a term that may be absent",
@@ -403,6 +403,18 @@ TEST(FitVerdict, NamesThreeCorrelationsAtMost) {
   ASSERT_EQ(verdict.notes.size(), 4U);
   EXPECT_THAT(verdict.notes[0], HasSubstr("b and c are strongly correlated (-0.9999)"));
   EXPECT_EQ(verdict.notes[3], "3 more pairs of parameters with strong correlation.");
+}
+
+TEST(FitVerdict, OfATermThatMayBeAbsentSaysNothingTwice) {
+  FitResult result = GoodResult();
+  result.statistics.standard_errors = {0.2, 1, 1};
+  result.absent = {{0, {1}, 0.04, 0.35}};
+  result.open = result.traded = {0, 1};
+  result.statistics.correlation = {1, 0.999, 0, 0.999, 1, 0, 0, 0, 1};
+  EXPECT_THAT(JudgeFit(result, Usual()).notes, ::testing::SizeIs(1));
+  result.traded = {1, 2};
+  EXPECT_THAT(JudgeFit(result, Usual()).notes,
+              ::testing::Contains(HasSubstr("c has an error of more than half its value")));
 }
 
 }  // namespace
