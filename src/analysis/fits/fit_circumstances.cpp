@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/undefined.h"
 #include "expr/expression_hints.h"
-#include "expr/words/expr_word.h"
+#include "fit/model/typed_model.h"
 #include "fit/residuals/greatest_size.h"
 
 namespace tarnwick {
@@ -52,10 +51,7 @@ void MeasureStart(FitPart& part, FitCircumstances& about) {
     if (std::isfinite(model.Value(x))) continue;
     if (about.undefined_at_start++ == 0) about.first_undefined_x = x;
   }
-  // Only evaluating shows which names get their value by an assignment.
-  for (const TGeneratedVariable& variable : model.GeneratedVariables()) {
-    if (IsUndefined(variable.Value())) about.unknown_names.emplace_back(variable.Name());
-  }
+  about.unknown_names = UnknownNames(model);
   for (std::int32_t i = 1; i <= model.NParams(); ++i) {
     const TDBLParameter& parameter = model.Param(i);
     if (!std::isfinite(parameter.Value())) about.infinite_names.push_back(parameter.Name());

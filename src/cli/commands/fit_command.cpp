@@ -105,11 +105,20 @@ void RequireY(const InputGraph& input, const TSeries& series) {
                 " fits it against the numbers of the rows");
 }
 
+/// Where names of the expression are no parameters yet, how they become some.
+std::string WayOut(const FitResult& result, FitSettings settings) {
+  const bool compiled = result.outcome.why == StopReason::UndefinedAtStart;
+  if (!compiled || MakeParameters(settings).empty()) return {};
+  return " --guess makes parameters of such names and finds where they start, --parameter "
+         "NAME=VALUE says it.";
+}
+
 FitResult Fit(const FitJob& job) {
   TerminalProgress progress;
   try {
     FitResult result = RunFit(job, progress);
-    if (Failed(result.outcome.why)) throw Error(result.verdict.summary);
+    if (Failed(result.outcome.why))
+      throw Error(result.verdict.summary + WayOut(result, job.settings));
     return result;
   } catch (const EParserException& error) {
     // Where templates stand in for names, the place is one of a text that nobody wrote.
