@@ -20,6 +20,7 @@
 #include "graph/graph_update.h"
 #include "graph/panel_axis.h"
 #include "graph/xy_graph.h"
+#include "results/made_series.h"
 
 namespace tarnwick {
 namespace {
@@ -182,7 +183,10 @@ void AddBands(TxyGraph& graph, const TSeries& source, double level) {
        {"Prediction" + suffix + ", lower", LineStyle::Dot, Sum(bands.value, -1, bands.prediction),
         false}}};
   const GraphUpdate update(graph);
-  for (const Band& band : wanted) PutSeries(graph, source, BandSeries(band, x, source));
+  for (const Band& band : wanted) {
+    PutSeries(graph, source, BandSeries(band, x, source));
+    NameInLegend(graph);
+  }
 }
 
 }  // namespace tarnwick

@@ -214,7 +214,9 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
   ASSERT_EQ(graph.SeriesCount(), 2u);
   EXPECT_EQ(graph.Series(1).PointCount(), Series().PointCount());
   EXPECT_TRUE(graph.Series(1).Style().in_panel);
+  EXPECT_FALSE(graph.GetLegend().visible);
   Button("&Confidence Bands")->click();
+  EXPECT_TRUE(graph.GetLegend().visible) << "several are drawn now";
   Button("&Confidence Bands")->click();  // takes the place of the first
   ASSERT_EQ(graph.SeriesCount(), 6u);
   EXPECT_LE(graph.Series(2).PointCount(), 300);  // each is saved with the graph
