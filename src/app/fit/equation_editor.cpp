@@ -239,7 +239,11 @@ void TfrmCalc::Check() {
   const bool taken = function_->Take(now) && options_->Take(now);
   if (!taken) now = model_;
   ModelCheck check = CheckModel(now);
-  if (!taken) check.error = "A field that is red, here or among the settings, holds no number.";
+  if (!taken) {
+    const QString here = function_->Trouble();
+    check.error =
+        here.isEmpty() ? "A field on the page Settings holds no number." : here.toStdString();
+  }
   const bool usable = taken && check.error.empty();
   function_->ShowCheck(check, now);
   function_->AllowGuess(usable && !now.Expression.empty());

@@ -226,6 +226,10 @@ void FitFunctionPage::ShowCheck(const ModelCheck& check, const FitSettings& mode
   ShowMessage(told.join('\n'), false);
 }
 
+QString FitFunctionPage::Trouble() const {
+  return parameters_->Trouble();
+}
+
 void FitFunctionPage::AllowGuess(bool allowed) {
   guess_->setEnabled(allowed);
 }

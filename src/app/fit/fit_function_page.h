@@ -33,6 +33,8 @@ class FitFunctionPage final : public QWidget {
   bool Take(FitSettings& model) const;
   /// Shows what is the matter with the model, and offers to take unknown names for parameters.
   void ShowCheck(const ModelCheck& check, const FitSettings& model);
+  /// What keeps Take from taking, a sentence; empty where nothing does.
+  QString Trouble() const;
   void AllowGuess(bool allowed);
   void FocusExpression();
   /// Makes a parameter of every name that the check found to be none; answers them.

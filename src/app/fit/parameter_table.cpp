@@ -52,6 +52,12 @@ std::optional<double> BoundIn(const QTableWidgetItem* item, double none) {
   return bound && !std::isnan(*bound) ? bound : std::nullopt;
 }
 
+/// True for a cell that holds what its column asks for.
+bool IsGood(const QTableWidgetItem* item) {
+  if (HoldsBound(item->column())) return BoundIn(item, 0).has_value();
+  return !HoldsNumber(item->column()) || NumberIn(item).has_value();
+}
+
 QString BoundText(double bound) {
   return std::isfinite(bound) ? ToQt(ShortestText(bound)) : QString();
 }
@@ -165,7 +171,7 @@ void ParameterTable::AddSlider(int row) {
 void ParameterTable::CheckCell(QTableWidgetItem* item) {
   if (HoldsNumber(item->column()) || HoldsBound(item->column())) {
     const QSignalBlocker quiet(this);
-    const bool good = (HoldsBound(item->column()) ? BoundIn(item, 0) : NumberIn(item)).has_value();
+    const bool good = IsGood(item);
     item->setBackground(good ? QBrush() : QBrush(WrongColor()));
     item->setForeground(good ? QBrush() : QBrush(Qt::black));
     item->setToolTip(good ? QString() : tr("This is no number."));
@@ -199,6 +205,17 @@ std::optional<ParameterSettings> ParameterTable::ParameterIn(int row) const {
   one.Description = item(row, kDescription)->text().toStdString();
   one.Units = item(row, kUnits)->text().toStdString();
   return one;
+}
+
+QString ParameterTable::Trouble() const {
+  for (int row = 0; row < rowCount(); ++row) {
+    for (const Column column : {kValue, kLow, kHigh, kStartDev, kFinalDev}) {
+      if (IsGood(item(row, column))) continue;
+      return tr("%1 of \"%2\" is no number.")
+          .arg(horizontalHeaderItem(column)->text().remove(':'), item(row, kName)->text());
+    }
+  }
+  return {};
 }
 
 std::optional<std::vector<ParameterSettings>> ParameterTable::Parameters() const {

@@ -18,6 +18,8 @@ class ParameterTable final : public QTableWidget {
   void SetParameters(const std::vector<ParameterSettings>& parameters);
   /// Nothing while a cell holds no number.
   std::optional<std::vector<ParameterSettings>> Parameters() const;
+  /// Which cell holds no number, a sentence; empty where all do.
+  QString Trouble() const;
   void Add(const ParameterSettings& parameter);
   void DeleteCurrent();
 

@@ -129,7 +129,7 @@ TEST_F(FitDesktopTest, BoundsAndTiesThatCannotHoldSayWhyAndChangeNothing) {
       {{{0, 6, "A+1"}}, "The tie of \"A\" goes round in a circle."},
       {{{0, 6, "2*q"}}, "\"A\" is tied to \"q\", which is no parameter."},
       {{{0, 6, "2*(k"}}, "The tie of \"A\" cannot be read: Unequal brackets."},
-      {{{0, 4, "low"}}, "A field that is red, here or among the settings, holds no number."}};
+      {{{0, 4, "low"}}, "Low of \"A\" is no number."}};
   InEditor([&](QDialog& dialog) {
     auto* parameters = dialog.findChild<QTableWidget*>("ParameterTable");
     const auto* message = dialog.findChild<QLabel*>("ExpressionMessage");
