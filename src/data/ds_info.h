@@ -99,6 +99,9 @@ struct TDSInfo {
   /// The source itself picks the rows that a view shows: the highest and lowest of each of its columns (key 85, written only
   /// when true).
   bool ThinnedAtSource = false;
+  /// Points of a thinned DataSet were edited since they were read: no rows that a view shows take their place (key 87, written
+  /// only when true).
+  bool PointsEdited = false;
   /// The line above NamesLine holds the upper words of the names (key 86, written only when true).
   bool StackedNames = false;
   std::string Recipe;  ///< how computed points were made; empty: they were not (key 77)

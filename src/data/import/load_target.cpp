@@ -199,6 +199,7 @@ void LoadTarget::Finish() {
   if (!begins_.empty()) series_.SetGaps(GapsFound());
   // The same points as before: what was fitted to them still holds.
   if (fitted_ && MarkOf(series_) == *fitted_) series_.Fit().SetLast(last_fit_);
+  series_.Source().PointsEdited = false;
   report_.runs = pieces_.Run();
   report_.points = series_.PointCount();
   report_.replaced = added_ - report_.points;

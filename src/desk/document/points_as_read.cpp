@@ -12,6 +12,7 @@ bool IsOf(const SeriesAsRead& known, TDSInfo source, const std::string& name) {
   source.RelativeSource = known.source.RelativeSource;
   source.GraphFolder = known.source.GraphFolder;
   source.active = known.source.active;
+  source.PointsEdited = known.source.PointsEdited;
   source.x_column_index = known.source.x_column_index;
   source.y_column_index = known.source.y_column_index;
   source.x_error_index = known.source.x_error_index;

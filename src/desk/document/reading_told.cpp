@@ -34,7 +34,7 @@ bool SameLayout(TDSInfo now, const TDSInfo& before) {
   take(&TDSInfo::XColExpr, &TDSInfo::YColExpr, &TDSInfo::RowSamplingFrequency,
        &TDSInfo::AutoRowHitFreq, &TDSInfo::AllRows, &TDSInfo::RowChoiceMode,
        &TDSInfo::RowChoiceValue1, &TDSInfo::RowChoiceValue2, &TDSInfo::Follow, &TDSInfo::KeepPoints,
-       &TDSInfo::active, &TDSInfo::x_column_index, &TDSInfo::y_column_index,
+       &TDSInfo::PointsEdited, &TDSInfo::active, &TDSInfo::x_column_index, &TDSInfo::y_column_index,
        &TDSInfo::x_error_index, &TDSInfo::y_error_index);
   return now == before;
 }

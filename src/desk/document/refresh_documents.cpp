@@ -48,7 +48,8 @@ bool MayReadAgain(std::span<Document* const> documents) {
     for (const TSeries* const series : SeriesOfWhole(document->WholeGraph())) {
       const SeriesAsRead* const read = document->Files().AsRead().Of(*series);
       const bool has_source = series->Source().DataSource != DataSourceKind::Manual;
-      if (!has_source || read == nullptr || read->points.SharesAllWith(series->Points())) continue;
+      const bool changed = read != nullptr && !read->points.SharesAllWith(series->Points());
+      if (!has_source || !(changed || series->Source().PointsEdited)) continue;
       edited.push_back('"' + series->SeriesName() + '"');
     }
   }

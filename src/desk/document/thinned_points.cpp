@@ -6,6 +6,8 @@
 
 #include "data/points/point_columns.h"
 #include "desk/document/document.h"
+#include "graph/series_of_whole.h"
+#include "sources/database/database_source.h"
 #include "sources/database/thinned_columns.h"
 
 namespace tarnwick {
@@ -84,7 +86,15 @@ void ReplacePoints(TSeries& series, const ThinnedRows& rows) {
 
 bool WasEdited(const Document& document, const TSeries& series) {
   const SeriesAsRead* const read = document.Files().AsRead().Of(series);
-  return read != nullptr && !read->points.SharesAllWith(series.Points());
+  return series.Source().PointsEdited ||
+         (read != nullptr && !read->points.SharesAllWith(series.Points()));
+}
+
+void RememberEdits(Document& document) {
+  for (TSeries* const series : SeriesOfWhole(document.WholeGraph())) {
+    if (IsThinned(series->Source()) && WasEdited(document, *series))
+      series->Source().PointsEdited = true;
+  }
 }
 
 std::string ShownRows(const TSeries& series, std::int64_t picked, std::int64_t rows) {

@@ -33,8 +33,11 @@ ThinnedRows WithEveryRow(const PointChain& points, const ThinnedRows& rows, cons
 /// before may have repeated none, so that it was read as a DataSet that must not.
 void ReplacePoints(TSeries& series, const ThinnedRows& rows);
 
-/// Other rows would take that back.
+/// Since it was read, in whichever session: other rows would take that back.
 bool WasEdited(const Document& document, const TSeries& series);
+
+/// Notes of thinned DataSets that they were edited, so that whoever opens the graph again knows.
+void RememberEdits(Document& document);
 
 /// "thinned by the data base: 8 of 1000 rows in view of "y", zooming shows more"
 std::string ShownRows(const TSeries& series, std::int64_t picked, std::int64_t rows);

@@ -57,7 +57,11 @@ ViewThinning::ViewThinning(Document& document, QObject* parent)
   wait_.setSingleShot(true);
   wait_.setInterval(kStillMs);
   connect(&wait_, &QTimer::timeout, this, &ViewThinning::Ask);
+  noting_edits_.setSingleShot(true);
+  connect(&noting_edits_, &QTimer::timeout, this, [this] { RememberEdits(document_); });
+  noting_edits_.start();
   connect(&document_, &Document::graphChanged, this, [this] {
+    noting_edits_.start();  // once what was read is known as that
     if (IsAnythingWanted()) wait_.start();
   });
   if (IsAnythingWanted()) wait_.start();

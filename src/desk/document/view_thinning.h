@@ -53,6 +53,7 @@ class ViewThinning final : public QObject {
   WholeReading* whole_;
   PasswordAsker passwords_;
   QTimer wait_;
+  QTimer noting_edits_;
   std::vector<Shown> shown_;  // by place
 };
 

@@ -61,6 +61,7 @@ void FillWithOddities(TDataSeries& series) {
   i.ColumnWidth = 12;
   i.ColumnCuts = "1 9 21";
   i.StackedNames = true;
+  i.PointsEdited = true;
   i.Follow = true;
   i.KeepPoints = 500;
   i.TablePart = "Run 1!A3:C20";

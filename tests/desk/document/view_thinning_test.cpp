@@ -201,6 +201,15 @@ TEST_F(CoarseFirst, ItStaysWhereItsPointsAreEditedOrItsTableGoesAndIsToldAsSuch)
   EXPECT_EQ(Series(0).PointCount(), coarse);
   EXPECT_TRUE(IsCoarse(Series(0).Source()));
   EXPECT_FALSE(IsCoarse(Series(1).Source()));
+
+  const std::vector<double> edited = XValues(Series(0).Points());
+  SaveGraph(document_.WholeGraph(), folder_.File("edited.tgr"));
+  document_.Files().LoadGraphFile(folder_.File("edited.tgr"));
+  ViewThinning again(document_, nullptr);
+  ASSERT_TRUE(Settle(again));
+  EXPECT_EQ(XValues(Series(0).Points()), edited) << "the edit went by opening the graph again";
+  EXPECT_TRUE(document_.Files().Refresh());
+  EXPECT_FALSE(Series(0).Source().PointsEdited);
 }
 
 TEST_F(CoarseFirst, IsNotWhereRowsCannotTakeThePlaceOfPoints) {
