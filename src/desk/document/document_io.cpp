@@ -99,6 +99,17 @@ void AddTrouble(const std::string& trouble, std::vector<std::string>& troubles) 
     troubles.push_back(trouble);
 }
 
+/// Points that a source has none in place of stay; answers why.
+std::string KeepWhereEmptied(TDataSeries& series, const DataState& before, LoadReport& read) {
+  if (!read.loaded || read.points > 0 || before.points.Empty()) return {};
+  read.loaded = false;
+  const std::string place = series.Source().DatasourceInfo;
+  series.SetState(before);
+  return FileError("No row gives a point any more, the points of before stay", place,
+                   read.SkippedText())
+      .what();
+}
+
 /// `graph` with these DataSets of it read again. Throws Error where one of them cannot be: then none is.
 ReadResult ReadAgain(TxyGraph& graph, const std::vector<TDataSeries*>& all, Progress& progress) {
   const LoadOptions load = Loading(progress);
@@ -275,14 +286,18 @@ RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progres
   RefreshedGraphs refreshed;
   std::map<const TDataSeries*, LoadReport> reports;
   for (const std::vector<TDataSeries*>& source : sources) {
+    std::vector<DataState> before;
+    before.reserve(source.size());
+    for (const TDataSeries* const series : source) before.push_back(series->State());
     try {
-      const std::vector<LoadReport> read = RefreshAll(source, load);
+      std::vector<LoadReport> read = RefreshAll(source, load);
       if (WasCancelled(read) || progress.Cancelled() || !SettleCoarse(source, progress)) {
         return {.cancelled = true};
       }
       for (std::size_t i = 0; i < source.size(); ++i) {
-        reports[source[i]] = read[i];
         AddTrouble(read[i].absent_column, refreshed.troubles);
+        AddTrouble(KeepWhereEmptied(*source[i], before[i], read[i]), refreshed.troubles);
+        reports[source[i]] = read[i];
       }
     } catch (const Error& error) {
       AddTrouble(error.what(), refreshed.troubles);

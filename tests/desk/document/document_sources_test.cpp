@@ -172,6 +172,13 @@ TEST_F(DocumentSources, ASourceWithoutItsColumnsIsToldAndThePointsStay) {
   RefreshDocuments(all);
   EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
   EXPECT_EQ(document_.Graph().Series(1).PointCount(), 2) << "what can be read is";
+  folder_.Write("run.csv", "x,y\n1,\n");
+  prompt_.ExpectTold("No row gives a point any more, the points of before stay: " +
+                     folder_.File("run.csv").string() +
+                     ", 1 row skipped (Y empty; first at line 2)");
+  RefreshDocuments(all);
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
+  folder_.Write("run.csv", "a,b\n1,2\n");
   NewSource source{0, document_.Graph().Series(0).Source()};
   EXPECT_THROW(document_.Files().ReadBy({source}), Error);
   EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2);
