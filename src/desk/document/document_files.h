@@ -52,6 +52,7 @@ class DocumentFiles {
   void SetDataFolder(std::filesystem::path folder) { data_folder_ = std::move(folder); }
   /// What was read of its DataSets, since then edited or not.
   const PointsAsRead& AsRead() const { return as_read_; }
+  PointsAsRead& AsRead() { return as_read_; }
   /// True when closing would lose something: changes, or points that lie in no file. Never once reading the data file
   /// failed, or after GiveUp().
   bool ClosingLoses() const;

@@ -167,7 +167,10 @@ void LiveFeed::Give(const StreamRows& rows) {
         style.line_order = LineOrder::AsTheyCame;
         series->SetStyle(style);
       }
+      PointsAsRead& as_read = document_.Files().AsRead();
+      const bool unedited = BeginAnew(rows) || as_read.Holds(*series);
       AppendRows(*series, rows, kind_.columns(series->Source()));
+      if (unedited) as_read.Came(*series);
     }
   });
 }

@@ -42,6 +42,21 @@ void PointsAsRead::Add(const std::vector<PointsOfFile>& read, const GraphState& 
   for (const auto& child : state.children) Add(read, *child);
 }
 
+void PointsAsRead::Came(const TDataSeries& series) {
+  const auto found = std::ranges::find_if(known_, [&](const SeriesAsRead& known) {
+    return IsOf(known, series.Source(), series.SeriesName());
+  });
+  if (found == known_.end()) return;
+  found->points = series.Points();
+  found->errors = series.Errors();
+  found->last_id = series.LastId();
+}
+
+bool PointsAsRead::Holds(const TDataSeries& series) const {
+  const SeriesAsRead* const read = Of(series);
+  return read != nullptr && read->points.SharesAllWith(series.Points());
+}
+
 const SeriesAsRead* PointsAsRead::Of(const TDataSeries& series) const {
   const auto found = std::ranges::find_if(known_, [&](const SeriesAsRead& known) {
     return IsOf(known, series.Source(), series.SeriesName());

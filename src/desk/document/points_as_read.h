@@ -27,6 +27,10 @@ class PointsAsRead {
  public:
   /// `read`, or points that share with them, are in `state`, inserted graphs included.
   void Add(const std::vector<PointsOfFile>& read, const GraphState& state);
+  /// The DataSet has more of its source by itself: its points count as read.
+  void Came(const TDataSeries& series);
+  /// True when the points are those that were read.
+  bool Holds(const TDataSeries& series) const;
   /// Null when the points of the DataSet were never read. DataSets of one source that are read alike were the same, and a
   /// DataSet cut off its source was that of the source; one without a source goes by its name.
   const SeriesAsRead* Of(const TDataSeries& series) const;

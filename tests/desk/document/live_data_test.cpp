@@ -11,6 +11,7 @@
 #include "desk/document/document.h"
 #include "desk/document/finish_look.h"
 #include "desk/document/open_edit.h"
+#include "desk/document/refresh_documents.h"
 #include "document/immediate_work.h"
 #include "graph/edit/point_edit.h"
 #include "support/scripted_prompt.h"
@@ -177,6 +178,23 @@ TEST_F(LiveDataTest, IsReadOnceMoreAfterARefresh) {
   document_.Files().Refresh();
   Append("6,6\n");
   ASSERT_TRUE(QTest::qWaitFor([&] { return Ys() == "1 2 3 4 5 6 "; }, kMost)) << Ys();
+}
+
+TEST_F(LiveDataTest, RowsThatCameAreNoEdits) {
+  document_.Files().ReadBy({{0, Series().Source()}});  // as following is turned on
+  Start();
+  Append("4,4\n");
+  ASSERT_TRUE(WaitForPoints(4));
+  Document* const all[] = {&document_};
+  EXPECT_TRUE(MayReadAgain(all)) << "nothing was edited";
+  SetY(0, 7);
+  Append("5,5\n");
+  ASSERT_TRUE(WaitForPoints(5));
+  prompt_.Expect(
+      "Points of \"y\" were edited since they were read. Refreshing takes the edits back; Undo "
+      "brings them again.\n\nRefresh all the same?",
+      Answer::No);
+  EXPECT_FALSE(MayReadAgain(all));
 }
 
 TEST_F(LiveDataTest, EndsWithTheDataSetThatTookIt) {
