@@ -11,6 +11,16 @@ namespace tarnwick {
 
 using StatePointer = std::shared_ptr<const EditState>;
 
+namespace {
+
+void TakeWhatCame(StatePointer& side, const GraphState& present) {
+  EditState state = *side;
+  if (TakePointsThatCame(state.graph, present))
+    side = std::make_shared<const EditState>(std::move(state));
+}
+
+}  // namespace
+
 class EditStep final : public QUndoCommand {
  public:
   EditStep(EditHistory& history, const std::string& name, Merging merging, StatePointer before,
@@ -26,12 +36,12 @@ class EditStep final : public QUndoCommand {
   std::int64_t Number() const { return number_; }
 
   void undo() override {
-    history_.GoTo(*before_, *before_, *after_);
+    history_.Cross(after_, before_);
     setObsolete(history_.dropping_);
   }
   void redo() override {
     // The stack begins with doing what is done already.
-    if (std::exchange(done_, true)) history_.GoTo(*after_, *before_, *after_);
+    if (std::exchange(done_, true)) history_.Cross(before_, after_);
   }
 
   int id() const override {
@@ -75,12 +85,14 @@ void EditHistory::Restore(const EditState& state) {
   told_.GoBackTo(state.told);
 }
 
-void EditHistory::GoTo(const EditState& target, const EditState& before, const EditState& after) {
-  EditState state = target;
+void EditHistory::Cross(StatePointer& left, StatePointer& target) {
+  EditState state = *target;
   const GraphState present = graph_.State();
-  KeepView(state.graph, present, {before.graph, after.graph});
-  KeepPointsComeSince(state.graph, present, &target == &before ? after.graph : before.graph);
+  KeepView(state.graph, present, {left->graph, target->graph});
+  KeepPointsComeSince(state.graph, present, left->graph);
   Restore(state);
+  TakeWhatCame(left, present);
+  TakeWhatCame(target, graph_.State());
 }
 
 bool EditHistory::Close(const std::string& name, Merging merging, const StatePointer& before) {

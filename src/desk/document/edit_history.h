@@ -89,7 +89,8 @@ class EditHistory final : public QObject {
  private:
   friend class EditStep;
   void Restore(const EditState& state);
-  void GoTo(const EditState& target, const EditState& before, const EditState& after);
+  /// From one side of a step to the other. Both learn what came by itself while they were the present.
+  void Cross(std::shared_ptr<const EditState>& left, std::shared_ptr<const EditState>& target);
 
   TxyGraph& graph_;
   LookOrigin& look_;

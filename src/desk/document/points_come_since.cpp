@@ -86,6 +86,25 @@ void KeepComeSince(DataState& target, const DataState& present, const DataState&
 
 }  // namespace
 
+bool TakePointsThatCame(GraphState& state, const GraphState& present) {
+  bool came = false;
+  for (std::size_t i = 0; i < state.series.size(); ++i) {
+    DataState& data = state.series[i].data;
+    const DataState* const now = Matching(present, state, i);
+    if (now == nullptr || now->id_counter <= data.id_counter) continue;
+    TakePoints(data, *now);
+    PointsEdited(data);
+    came = true;
+  }
+  for (std::size_t i = 0; i < std::min(state.children.size(), present.children.size()); ++i) {
+    auto child = std::make_shared<GraphState>(*state.children[i]);
+    if (!TakePointsThatCame(*child, *present.children[i])) continue;
+    state.children[i] = std::move(child);
+    came = true;
+  }
+  return came;
+}
+
 void KeepPointsComeSince(GraphState& target, const GraphState& present, const GraphState& left) {
   for (std::size_t i = 0; i < target.series.size(); ++i) {
     const DataState* const now = Matching(present, target, i);

@@ -11,4 +11,8 @@ namespace tarnwick {
 /// are told by their places, where the step added or deleted some by name and source.
 void KeepPointsComeSince(GraphState& target, const GraphState& present, const GraphState& left);
 
+/// Gives `state`, one side of a step, the points that its DataSets had when that side was left or arrived at, as `present` has
+/// them: going there again brings back what came meanwhile. False when nothing came.
+bool TakePointsThatCame(GraphState& state, const GraphState& present);
+
 }  // namespace tarnwick

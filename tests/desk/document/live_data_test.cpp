@@ -149,6 +149,21 @@ TEST_F(LiveDataTest, KeepsThePointsOfAFileThatIsCutShort) {
         Series().Gaps().Between(Series().Points().At(i).id, Series().Points().At(i + 1).id));
 }
 
+TEST_F(LiveDataTest, GivesBackWhatCameWhenAStepIsMadeAgain) {
+  Start();
+  Append("4,4\n");
+  ASSERT_TRUE(WaitForPoints(4));
+  document_.Live().Stop();
+  EditHistory& history = document_.History();
+  while (history.CanUndo()) history.Undo();
+  EXPECT_EQ(document_.Graph().SeriesCount(), 0U);
+  while (history.CanRedo()) history.Redo();
+  EXPECT_EQ(Ys(), "1 2 3 4 ");
+  history.Undo();
+  history.Redo();
+  EXPECT_EQ(Ys(), "1 2 3 4 ");
+}
+
 TEST_F(LiveDataTest, ForgottenPointsDoNotComeBackByUndoing) {
   SetY(0, 7);
   Series().Source().KeepPoints = 2;
