@@ -82,6 +82,37 @@ FileError TooLong(const std::string& file, const std::string& shapes) {
   throw FileError("No array of the file is a column of numbers", file, held);
 }
 
+/// Arrays of numbers with more axes than a table has.
+Arrays BlocksOf(std::span<const NamedArray> arrays) {
+  Arrays blocks;
+  for (const NamedArray& array : arrays) {
+    if (array.numbers && array.lengths.size() > 2) blocks.push_back(&array);
+  }
+  return blocks;
+}
+
+std::string ShapesOf(const Arrays& arrays) {
+  std::vector<std::string> shapes;
+  for (const NamedArray* const array : arrays) shapes.push_back(Shape(*array));
+  return Listed(shapes, kMostNames);
+}
+
+/// Blocks are told; where all that is left gives their axes values, nothing was measured in it.
+void TellBlocks(const Arrays& blocks, const Arrays& chosen, const std::string& file,
+                std::vector<std::string>& notes) {
+  if (blocks.empty()) return;
+  const auto gives_axis = [&](const NamedArray* array) {
+    return std::ranges::any_of(blocks, [&](const NamedArray* block) {
+      return std::ranges::find(block->axes, array->path) != block->axes.end();
+    });
+  };
+  if (std::ranges::all_of(chosen, gives_axis)) {
+    throw FileError("What the file holds has three axes or more, which is no column of numbers",
+                    file, ShapesOf(blocks));
+  }
+  notes.push_back("not read, with three axes or more: " + ShapesOf(blocks));
+}
+
 /// The arrays of that length which most have, and a word about the others.
 Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& file,
                        std::vector<std::string>& notes) {
@@ -115,6 +146,7 @@ Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& fi
                     (others.size() == 1 ? "is " : "are ") + ListOf(others) +
                     " (--array names others)");
   }
+  TellBlocks(BlocksOf(arrays), most->second, file, notes);
   return most->second;
 }
 

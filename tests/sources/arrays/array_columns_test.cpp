@@ -41,11 +41,12 @@ std::string NamesOf(const ArrayTable& table) {
 TEST(ArrayColumns, MostOfOneLengthAreTheTable) {
   const ArrayTable table = ChooseArrays(kFile, {}, "f.h5");
   EXPECT_EQ(NamesOf(table), "run/b table[0] table[1] other/b 4");
-  ASSERT_EQ(table.notes.size(), 1U);
+  ASSERT_EQ(table.notes.size(), 2U);
   EXPECT_EQ(
       table.notes[0],
       R"(the arrays of 4 values, "run/b", "run/table" and "other/b", are shown, beside them is )"
       R"("long" (--array names others))");
+  EXPECT_EQ(table.notes[1], "not read, with three axes or more: \"cube\" (4 × 4 × 4)");
   EXPECT_EQ(ParseArrays(ArraysText(table.read)), table.read);
 }
 
@@ -84,6 +85,16 @@ TEST(ArrayColumns, TheAxisGoesFirstAndComesAlong) {
   EXPECT_EQ(NamesOf(ChooseArrays(file, {}, "f.nc")), "time T[0] T[1] 3");
   EXPECT_TRUE(ChooseArrays(file, {}, "f.nc").notes.empty()) << "z only numbers the columns of T";
   EXPECT_EQ(NamesOf(ChooseArrays(file, ParseArrays("T"), "f.nc")), "time T[0] T[1] 3");
+}
+
+TEST(ArrayColumns, OfAGridNoAxisIsTakenForTheData) {
+  const std::vector<NamedArray> grid = ParseArrayList(
+      "array\tlon\t\tnumbers\t144\tlon\narray\tlat\t\tnumbers\t73\tlat\n"
+      "array\tHGT\t\tnumbers\t21\t\t73\tlat\t144\tlon\n");
+  EXPECT_EQ(Refusal([&] { ChooseArrays(grid, {}, "hgt.nc"); }),
+            "What the file holds has three axes or more, which is no column of numbers: hgt.nc, "
+            "\"HGT\" (21 × 73 × 144)");
+  EXPECT_EQ(NamesOf(ChooseArrays(grid, ParseArrays("lon"), "hgt.nc")), "lon 144");
 }
 
 TEST(ArrayColumns, AttributesSayWhatNumbersMean) {
