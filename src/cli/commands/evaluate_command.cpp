@@ -1,6 +1,4 @@
-#include <cmath>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,6 +7,7 @@
 #include "base/number_text.h"
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
+#include "cli/options/number_check.h"
 #include "results/evaluation.h"
 
 namespace tarnwick::cli {
@@ -17,31 +16,22 @@ namespace {
 struct EvaluateOptions {
   InputArguments input;
   std::string dataset;
-  std::vector<std::string> at;
-  std::vector<std::string> where_y;
+  std::vector<double> at;
+  std::vector<double> where_y;
 };
-
-double NumberAsked(const char* option, const std::string& text) {
-  const std::optional<double> number = ParseNumber(text);
-  if (!number || !std::isfinite(*number))
-    throw UsageError(std::string(option) + " takes a number, not \"" + text + "\"");
-  return *number;
-}
 
 /// In the order asked.
 std::vector<Evaluated> ValuesAsked(const EvaluateOptions& options, const TSeries& series,
                                    Output& output) {
   std::vector<Evaluated> all;
-  const auto take = [&](const std::vector<Evaluated>& found, const char* of,
-                        const std::string& asked) {
+  const auto take = [&](const std::vector<Evaluated>& found, const char* of, double asked) {
     all.insert(all.end(), found.begin(), found.end());
     if (found.empty())
-      output.Note("DataSet \"" + series.SeriesName() + "\" has no value at " + of + " = " + asked +
-                  ".");
+      output.Note("DataSet \"" + series.SeriesName() + "\" has no value at " + of + " = " +
+                  ShortestText(asked) + ".");
   };
-  for (const std::string& x : options.at) take(EvaluateAt(series, NumberAsked("--at", x)), "X", x);
-  for (const std::string& y : options.where_y)
-    take(FindXWhere(series, NumberAsked("--where-y", y)), "Y", y);
+  for (const double x : options.at) take(EvaluateAt(series, x), "X", x);
+  for (const double y : options.where_y) take(FindXWhere(series, y), "Y", y);
   return all;
 }
 
@@ -79,11 +69,13 @@ void DeclareEvaluate(Command& command, Action& action) {
            "X at which points, regression and model have the values told; repeat")
       .Repeated()
       .OneValueEach()
-      .ValueName("X");
+      .ValueName("X")
+      .Check(kFiniteNumber);
   command.Add("--where-y", options->where_y, "Y whose X are told; repeat")
       .Repeated()
       .OneValueEach()
-      .ValueName("Y");
+      .ValueName("Y")
+      .Check(kFiniteNumber);
   OnCommand(command, action, options, &RunEvaluate);
 }
 

@@ -22,7 +22,7 @@ namespace tarnwick::cli {
 /// Where an option's value goes; its type says what may be typed.
 using OptionTarget =
     std::variant<std::string*, int*, double*, std::optional<std::string>*, std::optional<int>*,
-                 std::optional<double>*, std::vector<std::string>*>;
+                 std::optional<double>*, std::vector<std::string>*, std::vector<double>*>;
 
 /// One declared option, valid as long as its parser. Each function returns the option.
 class Option {
