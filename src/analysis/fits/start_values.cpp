@@ -26,7 +26,7 @@ constexpr std::size_t kBuckets = kBlockLength / 2 - 10;
 constexpr int kMostTrials = 12000;     // some tenths of a second
 constexpr int kMostSweeps = 4;         // over all parameters, from one beginning
 constexpr int kProbes = 24;            // at which a parameter must act linearly
-constexpr double kSameColumn = 1e-9;   // relative, of curves as well
+constexpr double kSameColumn = 1e-9;   // relative
 constexpr double kLeastSize = 1e-300;  // of a column of a linear parameter
 constexpr int kMostSearches = 4;       // each knows more points where the model may lack a value
 
@@ -93,19 +93,6 @@ double Rounded(double value) {
   const double unit = std::pow(10.0, 3 - std::floor(std::log10(std::abs(value))));
   const double rounded = std::round(value * unit) / unit;
   return std::isfinite(rounded) ? rounded : value;
-}
-
-/// But for rounding; where both have a value.
-bool IsSame(const std::vector<double>& one, const std::vector<double>& other) {
-  double greatest = 0;
-  double apart = 0;
-  for (std::size_t i = 0; i < one.size(); ++i) {
-    if (std::isfinite(one[i]) != std::isfinite(other[i])) return false;
-    if (!std::isfinite(one[i])) continue;
-    greatest = std::max(greatest, std::abs(one[i]));
-    apart = std::max(apart, std::abs(one[i] - other[i]));
-  }
-  return apart <= kSameColumn * greatest;
 }
 
 struct Trial {
@@ -184,7 +171,8 @@ class StartSearch {
       for (const double turn : kTurns) {
         std::vector<double> nearer = values;
         nearer[i] = std::remainder(values[i], turn);
-        if (nearer[i] == values[i] || !Allows(i, nearer[i]) || !IsSame(CurveAt(nearer), curve))
+        if (nearer[i] == values[i] || !Allows(i, nearer[i]) ||
+            !AreSameCurve(CurveAt(nearer), curve))
           continue;
         values = std::move(nearer);
         break;

@@ -43,16 +43,7 @@ class Curves {
   bool Agrees(std::size_t i, double value) const {
     std::vector<double> values = values_;
     values[i] = value;
-    const std::vector<double> there = residuals_.Curve(values, places_);
-    double greatest = 0;
-    double apart = 0;
-    for (std::size_t k = 0; k < here_.size(); ++k) {
-      if (std::isfinite(here_[k]) != std::isfinite(there[k])) return false;
-      if (!std::isfinite(here_[k])) continue;
-      greatest = std::max(greatest, std::abs(here_[k]));
-      apart = std::max(apart, std::abs(there[k] - here_[k]));
-    }
-    return apart <= kRounding * greatest;
+    return AreSameCurve(here_, residuals_.Curve(values, places_));
   }
 
   ModelResiduals& residuals_;
@@ -62,6 +53,18 @@ class Curves {
 };
 
 }  // namespace
+
+bool AreSameCurve(std::span<const double> one, std::span<const double> other) {
+  double greatest = 0;
+  double apart = 0;
+  for (std::size_t i = 0; i < one.size(); ++i) {
+    if (std::isfinite(one[i]) != std::isfinite(other[i])) return false;
+    if (!std::isfinite(one[i])) continue;
+    greatest = std::max(greatest, std::abs(one[i]));
+    apart = std::max(apart, std::abs(one[i] - other[i]));
+  }
+  return apart <= kRounding * greatest;
+}
 
 std::vector<EqualValue> FindEqualValues(ModelResiduals& residuals, std::span<const double> x,
                                         std::span<const double> values) {

@@ -13,6 +13,9 @@ namespace tarnwick {
 /// Of angles in radians, in degrees, and of cycles.
 inline constexpr double kTurns[] = {2 * std::numbers::pi, 360, 1};
 
+/// Whether the values, as many of each, are the same but for rounding (1e-9 of the greatest), and missing at the same places.
+bool AreSameCurve(std::span<const double> one, std::span<const double> other);
+
 /// Of varied parameters below 0 the value without its sign (a width of -0.7), of others the one within half
 /// a turn (2 pi, 360 or 1) of 0 where that is less than half as far off (a phase of 307, or of -5.7), if the curve has it so at the
 /// points and between them, and the bounds allow it.
