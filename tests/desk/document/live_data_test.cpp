@@ -222,15 +222,20 @@ TEST_F(LiveDataTest, EndsWithTheDataSetThatTookIt) {
 }
 
 TEST_F(LiveDataTest, OfAPlaceThatIsOpenedComesAloneAndGetsADataSetForEachY) {
-  const std::string pipe = folder_.File("sensor").string();
-  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   TDSInfo place;
   place.DataSource = DataSourceKind::Lines;
-  place.DatasourceInfo = "pipe:" + pipe;
+  const auto make_pipe = [&](const char* name) {
+    const std::string pipe = folder_.File(name).string();
+    EXPECT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    place.DatasourceInfo = "pipe:" + pipe;
+    return pipe;
+  };
+  make_pipe("silent");
   ASSERT_TRUE(document_.Files().ReadPlace(place));
   EXPECT_EQ(document_.Live().Texts().size(), 1U) << "the file beside it was not started";
   Document document("Graph_2", work_, prompt_);
-  document_.Live().Stop();
+  // Its own: what is written to a pipe goes to one of those that read it.
+  const std::string pipe = make_pipe("sensor");
   ASSERT_TRUE(document.Files().ReadPlace(place));
   std::ofstream(pipe) << "1,2\n2,3,4\n3,4,5\n";
   ASSERT_TRUE(QTest::qWaitFor([&] { return document.Graph().SeriesCount() == 2; }, kMost));
