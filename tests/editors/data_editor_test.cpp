@@ -12,8 +12,6 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
@@ -33,6 +31,7 @@
 #include "desktop_fixture.h"
 #include "editors/data/preview_table.h"
 #include "support/project_paths.h"
+#include "support/run_statements.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -191,17 +190,9 @@ TEST_F(DataEditorTest, TheBarOfWhatWasGuessedLeadsThere) {
 
 TEST_F(DataEditorTest, ADataBaseIsOpenedByItsPlaceAndReadFromAnotherTable) {
   const std::string file = folder_.File("runs.db").string();
-  {
-    QSqlDatabase base = QSqlDatabase::addDatabase("QSQLITE", "made");
-    base.setDatabaseName(ToQt(file));
-    ASSERT_TRUE(base.open());
-    for (const char* statement :
-         {"CREATE TABLE first (t REAL, u REAL)", "INSERT INTO first VALUES (1, 2), (2, 5)",
-          "CREATE TABLE second (t REAL, u REAL)", "INSERT INTO second VALUES (1, 7), (2, 8)"}) {
-      QSqlQuery(base).exec(statement);
-    }
-  }
-  QSqlDatabase::removeDatabase("made");
+  testing::RunStatements(
+      file, {"CREATE TABLE first (t REAL, u REAL)", "INSERT INTO first VALUES (1, 2), (2, 5)",
+             "CREATE TABLE second (t REAL, u REAL)", "INSERT INTO second VALUES (1, 7), (2, 8)"});
   Start({});
   // The first is refused, and the dialog comes again: whenever that is, no other window is typed into.
   QStringList troubles;

@@ -13,8 +13,6 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScrollArea>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -35,6 +33,7 @@
 #include "desk/widgets/text_window.h"
 #include "desktop_fixture.h"
 #include "support/project_paths.h"
+#include "support/run_statements.h"
 
 namespace tarnwick {
 namespace {
@@ -228,14 +227,8 @@ TEST_F(DialogsTest, SourcesOfAllKindsAre) {
   // Beside which the programs lie that read them.
   QCoreApplication::addLibraryPath(ToQt(testing::ProgramFolder().string()));
   const std::filesystem::path base = folder_.File("base.sqlite");
-  {
-    QSqlDatabase made = QSqlDatabase::addDatabase("QSQLITE", "made");
-    made.setDatabaseName(ToQt(base.string()));
-    ASSERT_TRUE(made.open());
-    QSqlQuery(made).exec("CREATE TABLE run (t REAL, u REAL)");
-    QSqlQuery(made).exec("INSERT INTO run VALUES (1, 2), (2, 3), (3, 5)");
-  }
-  QSqlDatabase::removeDatabase("made");
+  testing::RunStatements(
+      base, {"CREATE TABLE run (t REAL, u REAL)", "INSERT INTO run VALUES (1, 2), (2, 3), (3, 5)"});
   Start({Example("furnace.xlsx"), Example("buoy.nc"), base});
   Run("EditData1");
   auto& area = *form_->findChild<QMdiArea*>();

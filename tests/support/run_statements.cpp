@@ -1,4 +1,4 @@
-#include "run_statements.h"
+#include "support/run_statements.h"
 
 #include <gtest/gtest.h>
 
@@ -20,6 +20,13 @@ void RunStatements(const char* driver, const std::function<void(QSqlDatabase& ba
     }
   }
   QSqlDatabase::removeDatabase("made");
+}
+
+void RunStatements(const std::filesystem::path& file, const std::vector<std::string>& statements) {
+  const auto name = [&file](QSqlDatabase& base) {
+    base.setDatabaseName(QString::fromStdString(file.string()));
+  };
+  RunStatements("QSQLITE", name, statements);
 }
 
 }  // namespace tarnwick::testing

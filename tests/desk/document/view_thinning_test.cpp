@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTest>
 #include <algorithm>
 #include <string>
@@ -14,6 +12,7 @@
 #include "graph/files/graph_file.h"
 #include "sources/database/database_place.h"
 #include "sources/database/database_source.h"
+#include "support/run_statements.h"
 #include "support/scripted_prompt.h"
 #include "support/temporary_folder.h"
 
@@ -26,17 +25,11 @@ constexpr int kRows = 200'000;
 class ViewsOfDatabase : public ::testing::Test {
  protected:
   void SetUp() override {
-    {
-      QSqlDatabase base = QSqlDatabase::addDatabase("QSQLITE", "viewed");
-      base.setDatabaseName(QString::fromStdString(file_));
-      ASSERT_TRUE(base.open());
-      QSqlQuery query(base);
-      ASSERT_TRUE(query.exec(
-          "CREATE TABLE run AS WITH RECURSIVE n(x) AS (SELECT 1.0 UNION ALL SELECT x + 1 FROM n "
-          "WHERE x < 200000) SELECT x, CASE WHEN x IN (70000, 123456) THEN 50.0 ELSE x % 3 + 0.5 "
-          "END AS y FROM n"));
-    }
-    QSqlDatabase::removeDatabase("viewed");
+    testing::RunStatements(
+        file_,
+        {"CREATE TABLE run AS WITH RECURSIVE n(x) AS (SELECT 1.0 UNION ALL SELECT x + 1 FROM n "
+         "WHERE x < 200000) SELECT x, CASE WHEN x IN (70000, 123456) THEN 50.0 ELSE x % 3 + 0.5 "
+         "END AS y FROM n"});
     TDSInfo place;
     place.DataSource = DataSourceKind::Database;
     place.DatasourceInfo = PlaceOfFile(file_).Text() + "?table=run";
@@ -114,18 +107,12 @@ TEST_F(ViewsOfDatabase, AllRowsAreLoadedOnRequestAndATableThatGoesIsTold) {
 class CoarseFirst : public ::testing::Test {
  protected:
   void SetUp() override {
-    {
-      QSqlDatabase base = QSqlDatabase::addDatabase("QSQLITE", "viewed");
-      base.setDatabaseName(QString::fromStdString(file_));
-      ASSERT_TRUE(base.open());
-      QSqlQuery query(base);
-      ASSERT_TRUE(query.exec("CREATE TABLE run (x REAL, y REAL, z REAL)"));
-      ASSERT_TRUE(query.exec(
-          "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100000) "
-          "INSERT INTO run(rowid, x, y, z) SELECT i * 100, CASE WHEN i = 70001 THEN 70000 ELSE i "
-          "END, CASE i WHEN 70000 THEN 50 WHEN 70001 THEN -50 ELSE i % 3 END, -i FROM n"));
-    }
-    QSqlDatabase::removeDatabase("viewed");
+    testing::RunStatements(
+        file_,
+        {"CREATE TABLE run (x REAL, y REAL, z REAL)",
+         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100000) "
+         "INSERT INTO run(rowid, x, y, z) SELECT i * 100, CASE WHEN i = 70001 THEN 70000 ELSE i "
+         "END, CASE i WHEN 70000 THEN 50 WHEN 70001 THEN -50 ELSE i % 3 END, -i FROM n"});
     place_.DataSource = DataSourceKind::Database;
     place_.DatasourceInfo = PlaceOfFile(file_).Text() + "?table=run";
     place_.ThinnedAtSource = true;

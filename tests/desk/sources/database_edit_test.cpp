@@ -7,10 +7,9 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTest>
 
+#include "support/run_statements.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick {
@@ -19,15 +18,8 @@ namespace {
 class DatabaseEdits : public ::testing::Test {
  protected:
   void SetUp() override {
-    {
-      QSqlDatabase base = QSqlDatabase::addDatabase("QSQLITE", "edited");
-      base.setDatabaseName(QString::fromStdString(file_));
-      ASSERT_TRUE(base.open());
-      QSqlQuery query(base);
-      ASSERT_TRUE(query.exec("CREATE TABLE runs (t REAL, u REAL)"));
-      ASSERT_TRUE(query.exec("CREATE VIEW twice AS SELECT t, 2 * u AS v FROM runs"));
-    }
-    QSqlDatabase::removeDatabase("edited");
+    testing::RunStatements(file_, {"CREATE TABLE runs (t REAL, u REAL)",
+                                   "CREATE VIEW twice AS SELECT t, 2 * u AS v FROM runs"});
     edit_.Show({});
   }
   template <class Widget>

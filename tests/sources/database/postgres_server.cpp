@@ -9,7 +9,7 @@
 #include <csignal>
 #include <fstream>
 
-#include "run_statements.h"
+#include "support/run_statements.h"
 #include "support/temporary_folder.h"
 
 namespace tarnwick::testing {
