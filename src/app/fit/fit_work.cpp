@@ -170,6 +170,7 @@ void CheckHasPoints(const TSeries& series) {
 /// By address: what is made anew moves the DataSets.
 std::vector<TSeries*> SeriesOf(TxyGraph& graph, const std::vector<std::size_t>& chosen) {
   std::vector<TSeries*> series;
+  series.reserve(chosen.size());
   for (const std::size_t index : chosen) series.push_back(&graph.Series(index));
   return series;
 }
