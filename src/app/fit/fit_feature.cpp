@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "app/fit/equation_editor.h"
+#include "app/fit/fit_bar.h"
 #include "app/fit/fit_outcome.h"
 #include "app/fit/fit_panel.h"
 #include "app/fit/fit_work.h"
@@ -223,9 +224,14 @@ Feature FitFeature() {
       {.holds = FileHolds::FitFunction,
        .without_document = "is a fitting function: open the data to fit first.",
        .take = ApplyFitFunction}};
+  static constexpr BarMaker kBars[] = {
+      [](Document& document, Prompt& prompt, QWidget* parent) -> QWidget* {
+        return new FitBar(document, prompt, parent);
+      }};
   return {.name = "fit",
           .commands = {kCommands},
           .panels = kPanels,
+          .bars = kBars,
           .lists = {{Menu::CurveFitting, FunctionItems}},
           .files = kFiles};
 }

@@ -8,7 +8,6 @@
 #include <QVBoxLayout>
 
 #include "app/canvas/graph_canvas.h"
-#include "app/fit/fit_bar.h"
 #include "app/modes/rest_mode.h"
 #include "app/window/live_bar.h"
 #include "app/window/told_bar.h"
@@ -34,8 +33,8 @@ Question SaveQuestion(const Document& document, bool saved) {
 
 }  // namespace
 
-TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& workspace, Prompt& prompt,
-                           QWidget* parent)
+TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, const std::vector<BarMaker>& bars,
+                           Workspace& workspace, Prompt& prompt, QWidget* parent)
     : QMdiSubWindow(parent),
       document_(std::move(document)),
       workspace_(workspace),
@@ -53,7 +52,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, Workspace& worksp
   connect(told, &ToldBar::sourceWanted, this, &TGraphWindow::sourceWanted);
   column->addWidget(told);
   column->addWidget(new LiveBar(*document_, prompt, content));
-  column->addWidget(new FitBar(*document_, prompt, content));
+  for (const BarMaker make : bars) column->addWidget(make(*document_, prompt, content));
   column->addWidget(canvas_, 1);
   new ViewThinning(*document_, content);
   content->setFocusProxy(canvas_);

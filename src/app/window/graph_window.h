@@ -5,8 +5,10 @@
 #include <QMdiSubWindow>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "desk/document/document.h"
+#include "desk/feature/feature.h"
 
 namespace tarnwick {
 
@@ -17,9 +19,9 @@ class TGraphWindow final : public QMdiSubWindow {
   Q_OBJECT
 
  public:
-  /// `workspace` and `prompt` outlive the window.
-  TGraphWindow(std::unique_ptr<Document> document, Workspace& workspace, Prompt& prompt,
-               QWidget* parent = nullptr);
+  /// `bars` stand over the graph, below its own. `workspace` and `prompt` outlive the window.
+  TGraphWindow(std::unique_ptr<Document> document, const std::vector<BarMaker>& bars,
+               Workspace& workspace, Prompt& prompt, QWidget* parent = nullptr);
   ~TGraphWindow() override;
 
   Document& GetDocument() const { return *document_; }

@@ -236,7 +236,8 @@ TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file,
 TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   const TGraphWindow* active = ActiveGraphWindow();
   const bool fills = !active || active->isMaximized();
-  auto* window = new TGraphWindow(std::move(document), *this, *parts_.prompt);
+  auto* window =
+      new TGraphWindow(std::move(document), BarsOf(parts_.features), *this, *parts_.prompt);
   connect(window, &TGraphWindow::closing, this, &T_MainForm::closingGraphWindow);
   connect(window, &TGraphWindow::closingRefused, this, [this] { closing_allowed_ = false; });
   using What = PanelChange::What;

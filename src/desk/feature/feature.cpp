@@ -20,6 +20,13 @@ std::vector<const PanelRow*> PanelsOf(const std::vector<Feature>& features) {
   return panels;
 }
 
+std::vector<BarMaker> BarsOf(const std::vector<Feature>& features) {
+  std::vector<BarMaker> bars;
+  for (const Feature& feature : features)
+    bars.insert(bars.end(), feature.bars.begin(), feature.bars.end());
+  return bars;
+}
+
 const TakenFile* TakerOf(const std::vector<Feature>& features, const std::filesystem::path& path) {
   const FileHolds holds = KindToRead(path).holds;
   for (const Feature& feature : features) {

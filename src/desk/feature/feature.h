@@ -1,4 +1,4 @@
-// What a feature hands the shell: rows of commands, panels and settings, lists in menus, kinds of files it takes. The main
+// What a feature hands the shell: rows of commands, panels, bars and settings, lists in menus, kinds of files it takes. The main
 // window is made from a list of these and knows nothing else of a feature.
 #pragma once
 
@@ -18,6 +18,10 @@
 namespace tarnwick {
 
 class Document;
+class Prompt;
+
+/// A bar over every graph: it follows the document and shows itself when it has something to say. All outlive it.
+using BarMaker = QWidget* (*)(Document& document, Prompt& prompt, QWidget* parent);
 
 /// A kind of file that opens no window but goes into the document that is looked at.
 struct TakenFile {
@@ -33,6 +37,7 @@ struct Feature {
   std::string_view name;  ///< of its folder
   std::vector<std::span<const Command>> commands = {};
   std::span<const PanelRow> panels = {};
+  std::span<const BarMaker> bars = {};
   std::span<const SettingRow> settings = {};
   std::vector<MenuList> lists = {};
   std::span<const TakenFile> files = {};
@@ -42,6 +47,7 @@ struct Feature {
 
 std::vector<const Command*> CommandsOf(const std::vector<Feature>& features);
 std::vector<const PanelRow*> PanelsOf(const std::vector<Feature>& features);
+std::vector<BarMaker> BarsOf(const std::vector<Feature>& features);
 /// Who takes the kind of file that a path means; null when no feature does.
 const TakenFile* TakerOf(const std::vector<Feature>& features, const std::filesystem::path& path);
 
