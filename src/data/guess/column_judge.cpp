@@ -4,9 +4,11 @@
 #include <cmath>
 #include <optional>
 
+#include "base/ascii.h"
 #include "base/day_number.h"
 #include "data/text/field_kind.h"
 #include "data/text/field_value.h"
+#include "data/text/known_units.h"
 #include "data/text/si_unit.h"
 #include "data/text/text_names.h"
 #include "data/text/unit_text.h"
@@ -32,6 +34,8 @@ struct ColumnCounts {
   int flagged = 0;         ///< of these, with a mark in the place of the unit
   int uncertain = 0;       ///< of these, with "± 0.2" or " (5)" there
   int with_errors = 0;     ///< of these, with "± 0.2" or "(5)", which can be read
+  int joined = 0;          ///< of the quantities, with letters right behind the digits
+  int labels = 0;          ///< texts that are numbers with letters that are no known unit: "2p"
   std::vector<std::string> units = {};  ///< different ones, "" where a number but zero has none
   int days_month_first = 0;
   int days_day_first = 0;
@@ -88,6 +92,7 @@ void CountNumber(std::string_view text, ColumnCounts& column) {
 void CountQuantity(std::string_view text, ColumnCounts& column) {
   if (const std::optional<NumberAndUnit> split = SplitUnit(text)) {
     ++column.quantities;
+    column.joined += split->joined && split->unit.size() == 1 && IsLetter(split->unit[0]) ? 1 : 0;
     const std::string_view written = split->unit;
     const bool flagged = text.back() == '*' || text.back() == '#';
     column.uncertain += text.back() != '%' && written.empty() ? 1 : 0;
@@ -124,6 +129,7 @@ void CountField(std::string_view text, ColumnCounts& column) {
       CountQuantity(text, column);
       break;
     case FieldKind::Text:
+      column.labels += SplitUnit(text) ? 1 : 0;
       break;
   }
   ++column.filled;
@@ -137,6 +143,13 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   const int numbers = groups ? counts.grouped : std::max(counts.numbers, counts.decimal_commas);
   const int best = std::max({days, numbers, numbers + counts.quantities});
   guess.has_numbers = counts.filled > 0 && 2 * best >= counts.filled;
+  // "1s", "2s", "2p": beside letters that are no unit those that are one are none either.
+  if (counts.labels > 0 && counts.quantities > numbers) guess.has_numbers = false;
+  // A word behind each number that is no unit and another one in every row is a label.
+  const bool many =
+      counts.units.size() == kNotedUnits &&
+      std::ranges::none_of(counts.units, [](const std::string& unit) { return IsKnownUnit(unit); });
+  if (many && counts.quantities > numbers) guess.has_numbers = false;
   if (!guess.has_numbers) return guess;
   guess.is_date = days > numbers;
   guess.has_zone = guess.is_date && counts.zones > 0;
@@ -162,6 +175,9 @@ ColumnGuess Judge(const ColumnCounts& counts) {
              (counts.commas > 0 && counts.decimal_commas == counts.numbers)) {
     guess.format = ColumnFormat::DecimalComma;
     guess.commas_open = counts.commas > 0 && counts.open_commas == counts.commas;
+  } else if (days > 0) {
+    // "1:48.3" among seconds would be a part of a day.
+    guess.format = ColumnFormat::Number;
   }
   return guess;
 }
@@ -197,6 +213,14 @@ void SettleCommas(const TextLayout& layout, const std::vector<ColumnCounts>& cou
   }
 }
 
+/// "0d", "b5", "31": two digits to the base of sixteen.
+bool IsByte(std::string_view text) {
+  const auto is_digit = [](char c) {
+    return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+  };
+  return text.size() == 2 && std::ranges::all_of(text, is_digit);
+}
+
 /// Hands over the texts of a row's fields by column.
 template <class Take>
 void ForEachField(std::string_view row, const TextLayout& layout, std::string& buffer, Take take) {
@@ -205,6 +229,31 @@ void ForEachField(std::string_view row, const TextLayout& layout, std::string& b
     const std::optional<std::string_view> field = cursor.Next();
     if (!field) return;
     take(i, FieldText(*field, layout, buffer));
+  }
+}
+
+/// Where several columns hold bytes throughout and some of these no decimal digit first, neither they nor the others are numbers.
+void LeaveOutBytes(std::span<const std::string_view> rows, const TextLayout& layout,
+                   std::vector<ColumnGuess>& columns) {
+  constexpr std::ptrdiff_t kFewest = 4;
+  if (std::ranges::count(columns, false, &ColumnGuess::has_numbers) < 2) return;
+  enum class Bytes : std::uint8_t { None, Digits, Letters };
+  std::vector<Bytes> bytes(columns.size(), Bytes::Digits);
+  std::string buffer;
+  for (const std::string_view row : rows) {
+    ForEachField(row, layout, buffer, [&](std::size_t i, std::string_view text) {
+      if (bytes[i] == Bytes::None) return;
+      if (!IsByte(text)) {
+        bytes[i] = Bytes::None;
+      } else if (!IsDigit(text.front())) {
+        bytes[i] = Bytes::Letters;
+      }
+    });
+  }
+  const std::ptrdiff_t letters = std::ranges::count(bytes, Bytes::Letters);
+  if (letters < 2 || letters + std::ranges::count(bytes, Bytes::Digits) < kFewest) return;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (bytes[i] != Bytes::None) columns[i].has_numbers = false;
   }
 }
 
@@ -258,8 +307,14 @@ std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
   columns.reserve(counts.size());
   for (const ColumnCounts& column : counts) columns.push_back(Judge(column));
   SettleCommas(layout, counts, columns);
+  LeaveOutBytes(rows, layout, columns);
   FindColumnsAhead(rows.size(), counts, columns);
   KeepValues(rows, layout, later_rows, columns);
+  // "3H" in every row: what is always the same is a label.
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const bool joined = counts[i].joined > 0 && 2 * counts[i].joined > counts[i].filled;
+    if (joined && columns[i].has_units && columns[i].IsConstant()) columns[i] = ColumnGuess();
+  }
   return columns;
 }
 

@@ -6,7 +6,9 @@
 #include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "data/text/field_value.h"
+#include "data/text/known_units.h"
 #include "data/text/text_fields.h"
+#include "data/text/unit_text.h"
 
 namespace tarnwick {
 namespace {
@@ -60,8 +62,17 @@ bool MayBeginNumber(char c) {
          c == '\xC2';
 }
 
-/// "-1.5e-3" and the like: what nearly all fields of tables are.
-bool IsPlainNumber(std::string_view text) {
+/// "12.5 mV", "12mV", "5 apples"; "13CS" is a label: letters joined to digits are a unit only where they are known as one.
+bool IsQuantity(std::string_view text) {
+  const std::optional<NumberAndUnit> split = SplitUnit(text);
+  if (!split) return false;
+  return !split->joined || !IsLetter(split->unit.front()) || IsKnownUnit(split->unit);
+}
+
+constexpr std::size_t kAnyDigits = 6;  // of an exponent, as many as anybody writes
+
+/// "-1.5e-3" and the like: what nearly all fields of tables are. Longer exponents may be beyond all numbers.
+bool IsPlainNumber(std::string_view text, std::size_t most_exponent_digits = 2) {
   std::size_t at = text.front() == '-' || text.front() == '+' ? 1 : 0;
   std::size_t digits = 0;
   const auto skip_digits = [&] {
@@ -79,7 +90,7 @@ bool IsPlainNumber(std::string_view text) {
   if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
   digits = 0;
   skip_digits();
-  return at == text.size() && digits > 0 && digits < 3;
+  return at == text.size() && digits > 0 && digits <= most_exponent_digits;
 }
 
 }  // namespace
@@ -101,13 +112,13 @@ FieldKind KindOfField(std::string_view text) {
   if (IsPlainNumber(text)) return FieldKind::Number;
   if (HasDateMark(text) && IsDate(text)) return FieldKind::Date;
   if (ValueOfField(text, ColumnFormat::Number)) return FieldKind::Number;
-  if (IsPlaceholder(text)) return FieldKind::Placeholder;
+  if (IsPlaceholder(text) || IsPlainNumber(text, kAnyDigits)) return FieldKind::Placeholder;
   if (ValueOfField(text, ColumnFormat::DecimalComma) ||
       ValueOfField(text, ColumnFormat::GroupedThousands)) {
     return text.find(' ') == text.npos ? FieldKind::Number : FieldKind::Quantity;
   }
   if (IsDate(text)) return FieldKind::Date;
-  return ValueOfField(text, ColumnFormat::NumberWithUnit) ? FieldKind::Quantity : FieldKind::Text;
+  return IsQuantity(text) ? FieldKind::Quantity : FieldKind::Text;
 }
 
 }  // namespace tarnwick

@@ -194,7 +194,8 @@ std::optional<NumberAndUnit> SplitUnit(std::string_view text) {
   }
   const bool prefix_of_base =
       joined && written == "0" && (rest.front() == 'x' || rest.front() == 'X');
-  return prefix_of_base ? std::nullopt : std::optional(NumberAndUnit{value, rest});
+  if (prefix_of_base) return std::nullopt;
+  return NumberAndUnit{value, rest, std::nullopt, joined};
 }
 
 }  // namespace tarnwick

@@ -13,6 +13,7 @@ struct NumberAndUnit {
   /// What stands behind the number as its error: 0.2 of "12.5 ± 0.2", 0.3 of "12.5(3)", 10 of "120(10)"; not what is in
   /// brackets behind a blank, which may be anything.
   std::optional<double> uncertainty = {};
+  bool joined = false;  ///< the unit stands right behind the digits
 };
 
 /// The finite number that `text` begins with and the unit behind it, blanks between or not: letters, "%", signs beyond

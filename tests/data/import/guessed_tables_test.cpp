@@ -194,8 +194,6 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "Time [s]: Level [10^6 m], 9"},
       {"a word of sentences in brackets", "\"f\"\t\"S1,1 [Size in dB]\"\n---\n" + Rows(9, "@\t@@"),
        "f: S1,1 [Size in dB], 9"},
-      {"commas within parentheses", "f,dB(S(1,1)),deg\n" + Rows(9, "@,@@,1@"),
-       "f: dB(S(1,1)), deg, 9"},
       {"a separator at the end of rows, not of names",
        "No  time  v\n----\n" + Rows(9, "@\t@@\t1@\t"), "time: v, 9"},
       {"a mark of the head before the first name", "~File\n~Time[h]\tU\n" + Rows(9, "@\t@@"),
@@ -302,8 +300,6 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "id: mag, 3"},
       {"months in another language", "d;v\n3. März 2021;5\n4. Mai 2021;6\n5. Dez. 2021;8\n",
        "d: v, 3"},
-      {"commas within names in quotes", "\"Time, GMT\",\"T, °C\"\n" + Rows(9, "@,@@"),
-       "Time, GMT: T, °C, 9"},
       {"complex numbers", "f;Z;n\n" + Rows(9, "@;@@+1.5j;5@"), "f: n, 9"},
       {"pairs in parentheses behind blanks", "f Z\n" + Rows(12, "@ (@@,1@.5)"),
        "f: Z, (col 2), 12"},
@@ -363,9 +359,7 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"names that go on on the next line", "time flow\nheat mass\n" + Rows(9, "@ @@ 1@ 2@"),
        "time: flow, heat, mass, 9"},
       {"what is told of the table in columns", "run,14-03-2024,140\nt,U,U\n" + Rows(9, "@,@@,1@"),
-       "t: U, U, 9"},
-      {"a title above names", "Results of today\nt    U   I\n" + Rows(9, "@  @@  1@"),
-       "t: U, I, 9"},
+       "t: U, U #2, 9"},
       {"a title of two words above names", "Run     Two\nt    U   I\n" + Rows(9, "@  @@  1@"),
        "t: U, I, 9"},
       {"a label ahead of names and units",
@@ -448,6 +442,14 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"a mark of remarks as a label", "A  4 -1\nR -1  5\nN -2  0\nD -2  3\n*  1 -4\n",
        "Row number: (col 1), (col 2), 5"},
       {"months in Polish", "d;v\n3 sty 2021;5\n4 lut 2021;6\n5 paź 2021;8\n", "d: v, 3"},
+      {"bytes", Rows(9, "@.5 a4 0d 5d 0@ b5 3@"), "Row number: (col 0), 9"},
+      {"words behind numbers", "a\tb\n1.5 HeI\t3\n2.5 CaK\t4\n3.5 NeV\t5\n4.5 OII\t7\n5.5 FeX\t8\n",
+       "Row number: b, 5"},
+      {"a time among seconds", Rows(9, "@ 2@.5") + "9 1:48.31\n", "(col 0): (col 1), 9"},
+      {"labels that begin with digits", Rows(9, "@.5 @2 13CS"), "(col 0): (col 1), 9"},
+      {"orbitals", "0.1 1s 5\n0.2 2s 7\n0.3 2p 9\n0.4 3s 8\n", "(col 0): (col 2), 4"},
+      {"units joined to numbers", "t,v\n1,5mV\n2,6mV\n3,9mV\n", "t: v, 3"},
+      {"numbers beyond all", "x,y\n1,1e400\n2,-1e400\n3,5\n4,nan\n5,inf\n", "x: y, 1"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };
@@ -493,9 +495,11 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
   for (const auto& table : tables) {
     std::string notes;
     for (const std::string& note : ImportFile(folder.Write("t.txt", table.text)).notes) {
-      const bool doubt = note.starts_with("the commas") || note.starts_with("the units") ||
-                         note.starts_with("the times in") ||
-                         note.find("nothing tells") != note.npos || note.ends_with("no number");
+      const bool doubt =
+          note.starts_with("the commas") || note.starts_with("the units") ||
+          note.starts_with("the times in") || note.find("nothing tells") != note.npos ||
+          note.ends_with("no number") || note.find("rises as well") != note.npos ||
+          note.find("not as dates") != note.npos || note.find("far from all") != note.npos;
       if (doubt) notes += note;
     }
     EXPECT_TRUE(table.told.empty() ? notes.empty() : notes.starts_with(table.told))
