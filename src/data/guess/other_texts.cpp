@@ -6,6 +6,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
+#include "base/text_encoding.h"
 #include "data/text/line_words.h"
 #include "data/text/text_fields.h"
 #include "data/text/text_lines.h"
@@ -19,7 +20,8 @@ constexpr std::size_t kLinesLookedAt = 1000;
 constexpr std::size_t kBytesLookedAt = 64 * 1024;
 constexpr std::size_t kContinuedLines = 2;  // that make sure
 constexpr std::size_t kFewestAtoms = 2;
-constexpr std::size_t kOddShare = 2;  // one row in so many of another shape is no table
+constexpr std::size_t kOddTwiceIn = 5;   // two rows in so many of another shape are no table
+constexpr std::size_t kFewestLines = 5;  // that show what a text is
 
 /// The first lines that are neither empty nor comments, without blanks at their ends.
 Lines FirstLines(std::string_view text) {
@@ -76,6 +78,83 @@ bool ListsAtoms(const Lines& lines) {
           lines.size() == kLinesLookedAt);
 }
 
+/// "C", "NA", by the letters of a chemical element.
+bool IsSymbol(std::string_view text) {
+  constexpr std::string_view kSymbols =
+      " H He Li Be B C N O F Ne Na Mg Al Si P S Cl Ar K Ca Sc Ti V Cr Mn Fe Co Ni Cu Zn Ga Ge As "
+      "Se "
+      "Br Kr Rb Sr Y Zr Nb Mo Tc Ru Rh Pd Ag Cd In Sn Sb Te I Xe Cs Ba La Ce Pr Nd Sm Eu Gd Tb Dy "
+      "Ho "
+      "Er Tm Yb Lu Hf Ta W Re Os Ir Pt Au Hg Tl Pb Bi Th U ";
+  std::string symbol = LowerAscii(text);
+  if (symbol.empty() || symbol.size() > 2) return false;
+  symbol.front() = text.front();
+  return kSymbols.find(' ' + symbol + ' ') != kSymbols.npos;
+}
+
+/// Such lines and no others of numbers, within a text that tells a program what to compute of them.
+bool ListsAtomsWithinText(const Lines& lines, const TextFormat& format) {
+  constexpr std::size_t kWords = 4;
+  const auto is_bare = [](std::string_view line) {
+    const std::vector<LineWord> words = WordsOfLine(line);
+    return words.size() == kWords && IsSymbol(words.front().text) && IsAtom(line);
+  };
+  const auto first = std::ranges::find_if(lines, is_bare);
+  const auto atoms = static_cast<std::size_t>(std::count_if(first, lines.end(), is_bare));
+  if (atoms < kFewestAtoms || atoms + 1 < format.table_rows || atoms == lines.size()) return false;
+  return first == lines.begin() || WordsOfLine(*(first - 1)).size() != kWords;
+}
+
+/// A title, a number of atoms, and their lines "1SOL  OW  1  0.126  1.624  1.679".
+bool ListsResidues(const Lines& lines) {
+  if (lines.size() < 3 || !IsWhole(lines[1])) return false;
+  const std::vector<LineWord> words = WordsOfLine(lines[2]);
+  if (words.size() < 5 || !IsDigit(words.front().text.front())) return false;
+  const std::string_view residue = words.front().text;
+  const std::size_t letters = residue.find_first_not_of("0123456789");
+  const auto reals =
+      std::ranges::count_if(words, [](const LineWord& word) { return IsReal(word.text); });
+  return letters != residue.npos && IsLetter(residue[letters]) && reals >= 3;
+}
+
+/// Orbits of satellites: two lines each, which begin with 1 and 2.
+bool ListsOrbits(const Lines& lines) {
+  constexpr std::size_t kShortest = 60, kLongest = 75;
+  const auto is_line = [](std::string_view line, char number) {
+    return line.size() >= kShortest && line.size() <= kLongest && line.front() == number &&
+           line[1] == ' ';
+  };
+  std::size_t pairs = 0;
+  for (std::size_t i = 1; i < lines.size(); ++i) {
+    pairs += is_line(lines[i - 1], '1') && is_line(lines[i], '2') ? 1 : 0;
+  }
+  return pairs > 0 && 3 * (pairs + 1) > lines.size();
+}
+
+/// "Point(1) = {0, 0};", "module test() {", "NDims = 3": statements and settings, which hold letters, but no rows of a table
+/// whose text ends so.
+bool IsStatement(std::string_view line) {
+  const bool letters = std::ranges::any_of(line, &IsLetter);
+  if (!letters || line.find('\t') != line.npos || std::ranges::count(line, ';') > 2) return false;
+  const char last = line.back();
+  if (last == ';' || last == '{' || last == '}') return true;
+  const std::size_t equals = line.find('=');
+  if (equals == line.npos || equals == 0 || !IsLetter(line.front())) return false;
+  const std::string_view key = TrimBlankBytes(line.substr(0, equals));
+  return key.find_first_of(" ,;|") == key.npos;
+}
+
+/// The first row of what looks like a table is a statement itself, and so are most lines.
+bool IsProgram(const Lines& lines, std::string_view first_row) {
+  if (first_row.empty() || !IsStatement(first_row)) return false;
+  const auto closes = [](std::string_view line) {
+    return line.find_first_not_of("{}(); ") == line.npos;
+  };
+  const auto statements = static_cast<std::size_t>(std::ranges::count_if(
+      lines, [&](std::string_view line) { return IsStatement(line) || closes(line); }));
+  return lines.size() >= kFewestLines && 5 * statements >= 3 * lines.size();
+}
+
 /// At least half of the lines begin with one of these words.
 template <std::size_t Count>
 bool MostlyBegin(const Lines& lines, const std::string_view (&words)[Count]) {
@@ -93,13 +172,14 @@ bool HoldsLine(const Lines& lines, std::string_view begins) {
                              [begins](std::string_view line) { return line.starts_with(begins); });
 }
 
-bool IsMolecule(const Lines& lines) {
+bool IsMolecule(const Lines& lines, const TextFormat& format) {
   constexpr std::string_view kRecords[] = {"ATOM", "HETATM", "CONECT", "ANISOU", "REMARK"};
   const bool records = HoldsLine(lines, "ATOM  ") || HoldsLine(lines, "HETATM");
   const bool table = std::ranges::any_of(lines, [](std::string_view line) {
     return line.ends_with("V2000") || line.ends_with("V3000");
   });
-  return ListsAtoms(lines) || (records && MostlyBegin(lines, kRecords)) || table;
+  return ListsAtoms(lines) || ListsResidues(lines) || ListsAtomsWithinText(lines, format) ||
+         (records && MostlyBegin(lines, kRecords)) || table;
 }
 
 bool IsMesh(const Lines& lines) {
@@ -130,12 +210,33 @@ constexpr OtherText kOtherTexts[] = {
     {"$GP", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
     {"$GN", "GGA,", "These are sentences of a receiver (NMEA), no table; convert them to columns"},
     {"ISO-10303-21", "DATA;", "This is a STEP file of bodies, no table of numbers"},
+    {"<?xml", "", "This is XML, which cannot be read; save or export it as columns of text"},
+    {"<!DOCTYPE", "", "This is a page (HTML or XML), which cannot be read; save it as text"},
+    {"<html", "", "This is a page (HTML), which cannot be read; save its table as text"},
+    {"%!PS", "", "This is PostScript, a page to print, no table of numbers"},
+    {"{", "\":", "This is JSON, which cannot be read; save or export it as columns of text"},
+    {"[", "\":", "This is JSON, which cannot be read; save or export it as columns of text"},
+    {"", "FoamFile\n{", "This file belongs to a simulation (FoamFile), and is no table of numbers"},
+    {"TITL", "\nCELL ",
+     "These are the instructions of a crystal's refinement, no table of numbers"},
+    {"LAMMPS data file", " atoms", "These are the atoms of a simulation, no table of numbers"},
 };
+
+/// The first line with anything in it behind the headers.
+std::string_view RowAt(std::string_view text, std::int32_t headers) {
+  LineWalker walker(text, text.find('\n') == text.npos ? '\r' : '\n');
+  while (!walker.AtEnd()) {
+    const std::string_view line = TrimBlankBytes(walker.Next());
+    if (--headers < 0 && !line.empty()) return line;
+  }
+  return {};
+}
 
 /// Rows between blanks that have now so many fields and now others. Where separators count, some may leave out their ends.
 bool IsRagged(const TextFormat& format) {
   const bool blanks = format.separators.find(' ') != std::string::npos;
-  return blanks && format.column_cuts.empty() && kOddShare * format.odd_rows > format.table_rows;
+  return blanks && format.column_cuts.empty() &&
+         kOddTwiceIn * format.odd_rows > 2 * format.table_rows;
 }
 
 }  // namespace
@@ -147,20 +248,28 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
            "cannot "
            "be read";
   }
-  const std::string_view head = text.substr(0, kBytesLookedAt);
+  std::string_view head = text.substr(0, kBytesLookedAt);
+  head.remove_prefix(std::min(head.find_first_not_of(" \t\r\n"), head.size()));
   for (const OtherText& other : kOtherTexts) {
     if (head.starts_with(other.begins) && head.find(other.holds) != head.npos) return other.why;
   }
   if (by == TableBy::User) return {};
-  if (IsMolecule(lines)) {
+  if (IsMolecule(lines, format)) {
     return "The file holds the atoms of molecules and where they lie, no table of measured values";
   }
   if (IsMesh(lines)) {
     return "The file holds the corners and faces of bodies, no table of measured values";
   }
+  if (ListsOrbits(lines)) {
+    return "The file holds the orbits of satellites, two lines each, no table of numbers";
+  }
+  if (IsProgram(lines, RowAt(text, format.header_lines))) {
+    return "The file holds the statements of a program or its settings, no table of numbers";
+  }
   if (IsRagged(format)) {
-    return "The file holds no table of numbers: more than half of its rows have another number of "
-           "columns than the others";
+    return "The file holds no table of numbers: two in five of its rows or more have another "
+           "number "
+           "of columns than the others";
   }
   return {};
 }

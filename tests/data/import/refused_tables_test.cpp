@@ -33,6 +33,21 @@ TEST(GuessedTables, RefuseWhatIsNone) {
        "corners and faces"},
       {"rows of all lengths", Rows(9, "1.5 2 3 4\n55 6 77\n8 999\n10 2.25 3 4 5\n@ 2"),
        "number of columns"},
+      {"atoms within a job", "molecule {\n0 1\n" + Rows(9, "C 0.@ 1.5 @.5") + "units angstrom\n}\n",
+       "atoms of molecules"},
+      {"atoms of residues", "water\n 9\n" + Rows(9, "1SOL OW @ 0.126 1.62@ 1.679"),
+       "atoms of molecules"},
+      {"statements", "lc = 0.2;\n" + Rows(9, "Point(@) = {0, @, 3, lc};") + "Line(1) = {1, 2};\n",
+       "statements of a program"},
+      {"settings", Rows(9, "Size@ = @ 4 5"), "statements of a program"},
+      {"two lines an orbit",
+       Rows(9,
+            "1 26536U 00055A   00265.6193021@  .00000000  00000-0  00000+0 0    58\n"
+            "2 26536  98.7900 210.3675 0010476 274.6981  85.3501 14.1089552@    30"),
+       "orbits of satellites"},
+      {"XML", "<?xml version=\"1.0\"?>\n" + Rows(9, "@ 2"), "This is XML"},
+      {"JSON", "{ \"rows\": [\n" + Rows(9, "@, 2,") + "]}\n", "This is JSON"},
+      {"PostScript", "%!PS-Adobe\n" + Rows(9, "@ 2 moveto"), "PostScript"},
       {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
   };
   const testing::TemporaryFolder folder;
