@@ -2,6 +2,8 @@
 // no value. Knows names and sampled values; fills in what the source's description keeps.
 #pragma once
 
+#include <string_view>
+
 #include "data/import/import_source.h"
 
 namespace tarnwick {
@@ -17,5 +19,10 @@ void SettleStoredTimes(const ImportOptions& options, ImportSource& source);
 /// Recognises numbers that stand for no value (MissingValues), unless the options say which do. The guesses' values are
 /// without them from then on.
 void SettleMissingValues(const ImportOptions& options, ImportSource& source);
+
+/// The same of numbers whose rows lift the pen in the text of a map's outlines (FindPenMarks), where they lie beyond all values
+/// of its columns.
+void SettlePenMarks(const ImportOptions& options, std::string_view text, char line_end,
+                    ImportSource& source);
 
 }  // namespace tarnwick

@@ -80,8 +80,17 @@ bool LoadTarget::TakesColumns() const {
 
 void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> y,
                              const OwnErrorSpans& errors) {
+  chooser_.PassTaken(static_cast<std::int64_t>(x.size()));
+  for (std::size_t from = 0; from < x.size();) {
+    const std::size_t rows = pieces_.RowsToFall(x.subspan(from));
+    TakeStretch(x.subspan(from, rows), y.subspan(from, rows), errors.Part(from, rows));
+    from += rows;
+  }
+}
+
+void LoadTarget::TakeStretch(std::span<const double> x, std::span<const double> y,
+                             const OwnErrorSpans& errors) {
   const auto rows = static_cast<std::int64_t>(x.size());
-  chooser_.PassTaken(rows);
   pieces_.SeeRows(x);
   if (!OfChosenRun()) return;
   pieces_.TakePoint(added_);
@@ -151,9 +160,16 @@ void LoadTarget::Give(std::span<const double> x, std::span<const double> y,
 
 /// A table with an empty line behind every row has no gaps.
 PointGaps LoadTarget::GapsFound() const {
+  constexpr std::ptrdiff_t kMostFalls = 50;  // more are steps of a lattice
+  const auto falls = std::ranges::count(pieces_.Beginnings(), PieceFinder::Cause::Fall,
+                                        &PieceFinder::Beginning::cause);
+  const bool falls_count = pieces_.FallsOnlyToBegin() && falls <= kMostFalls;
   std::vector<std::int32_t> begins, uncertain;
   for (std::size_t i = 0; i < begins_.size(); ++i) {
-    std::vector<std::int32_t>& found = pieces_.Beginnings()[i].certain ? begins : uncertain;
+    using enum PieceFinder::Cause;
+    const PieceFinder::Cause cause = pieces_.Beginnings()[i].cause;
+    if (cause == Fall && !falls_count) continue;
+    std::vector<std::int32_t>& found = cause == SkippedRow ? uncertain : begins;
     const bool apart = begins_[i] > 1 && begins_[i] <= series_.LastId();
     if (apart && (found.empty() || found.back() != begins_[i])) found.push_back(begins_[i]);
   }

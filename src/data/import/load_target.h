@@ -52,6 +52,8 @@ class LoadTarget {
   void Finish();
 
  private:
+  void TakeStretch(std::span<const double> x, std::span<const double> y,
+                   const OwnErrorSpans& errors);
   std::optional<SkipReason> AddPoint(const RowValues& values);
   bool OfChosenRun() const { return Info().Run == 0 || Info().Run == pieces_.Run(); }
   void FlushWhenWorthwhile();
@@ -88,9 +90,12 @@ template <class LineOf>
 void LoadTarget::Take(RowValues values, LineOf&& line) {
   if (goes_on_) values.x = days_.Placed(values.x);
   const RowVerdict verdict = chooser_.Take(values.x, values.y);
-  if (verdict == RowVerdict::Passed) return;
+  if (verdict == RowVerdict::Passed || !values.of_group) return;
   if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
-  if (verdict == RowVerdict::Skipped && std::isnan(values.x)) pieces_.PassBreak();
+  if (verdict == RowVerdict::Skipped && std::isnan(values.x)) {
+    pieces_.PassBreak(IsMissingValue(values.x) && IsMissingValue(values.y) ? Break::Certain
+                                                                           : Break::WhereXTurns);
+  }
   if (!OfChosenRun()) return;
   ++report_.rows_read;
   std::optional<SkipReason> skipped;

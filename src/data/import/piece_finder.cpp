@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -35,7 +36,8 @@ void PieceFinder::SeeRow(double x) {
   const std::int32_t blanks = std::exchange(blanks_, 0);
   const bool turns = begun_ && !GoesOn(x);
   const bool remark = std::exchange(remark_, false) && turns;
-  const bool parted = (std::exchange(break_, false) && turns) || remark || blanks > 0;
+  const bool lifted = std::exchange(lifted_, false);
+  const bool parted = (std::exchange(break_, false) && (turns || lifted)) || remark || blanks > 0;
   // An outline comes back to where it began without beginning anew.
   const bool one_way = rows_ >= kFewestOneWay && !(rose_ && fell_);
   const bool may_start = blanks > 0 || (remark && one_way);
@@ -50,9 +52,32 @@ void PieceFinder::SeeRow(double x) {
     fell_ = fell_ || x < last_x_;
   }
   gap_ = gap_ || parted;
+  SeePiece(x, !begun_ || parted || !runs_on);
   last_x_ = x;
   ++rows_;
   begun_ = true;
+}
+
+void PieceFinder::SeePiece(double x, bool begins) {
+  const bool anew =
+      piece_rows_ >= kFewestOneWay && std::abs(x - piece_first_x_) < std::abs(x - last_x_);
+  bool falls = false;
+  if (!begins && x <= last_x_) {
+    falls_only_to_begin_ = falls_only_to_begin_ && anew && x < last_x_;
+    falls = falls_only_to_begin_;
+  }
+  fall_ = fall_ || falls;
+  if (begins || falls) {
+    piece_first_x_ = x;
+    piece_rows_ = 0;
+  }
+  ++piece_rows_;
+}
+
+std::size_t PieceFinder::RowsToFall(std::span<const double> x) const {
+  if (!falls_only_to_begin_) return x.size();
+  const auto falls = std::ranges::adjacent_find(x, std::ranges::greater_equal());
+  return falls == x.end() ? x.size() : static_cast<std::size_t>(falls - x.begin()) + 1;
 }
 
 void PieceFinder::SeeRows(std::span<const double> x) {
@@ -63,11 +88,13 @@ void PieceFinder::SeeRows(std::span<const double> x) {
   }
   last_x_ = x.back();
   rows_ += x.size() - 1;
+  piece_rows_ += x.size() - 1;
 }
 
 void PieceFinder::TakePoint(std::int64_t point) {
-  if ((gap_ || skipped_) && point > 0) beginnings_.push_back({point, gap_});
-  gap_ = skipped_ = false;
+  const Cause cause = gap_ ? Cause::Break : fall_ ? Cause::Fall : Cause::SkippedRow;
+  if ((gap_ || fall_ || skipped_) && point > 0) beginnings_.push_back({point, cause});
+  gap_ = fall_ = skipped_ = false;
 }
 
 std::vector<std::size_t> GapsInEvenSteps(std::span<const double> x,

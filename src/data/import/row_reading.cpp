@@ -58,7 +58,9 @@ RowValues ReadRow(TDataSupplier& supplier, const TDSInfo& info, const RowColumns
                   std::vector<double>& others) {
   RowValues values;
   values.x = ReadCode(supplier, columns.x, info.XFormat);
-  if (!IsUndefined(values.x)) values.y = ReadCode(supplier, columns.y, info.YFormat);
+  // Where X stands for no value it tells whether Y does, too.
+  if (!IsUndefined(values.x) || IsMissingValue(values.x))
+    values.y = ReadCode(supplier, columns.y, info.YFormat);
   if (columns.y_error) {
     const ColumnFormat format = FormatOfYErrors(info, *columns.y_error);
     values.y_error = ReadCode(supplier, *columns.y_error, format);

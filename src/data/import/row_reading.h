@@ -20,6 +20,7 @@ struct RowValues {
   double y = kMissingValue;
   double y_error = kMissingValue;
   double x_error = kMissingValue;
+  bool of_group = true;                  ///< the row holds the GroupValue, where there is one
   std::span<const double> columns = {};  ///< those that column expressions read beside X and Y
 };
 

@@ -124,6 +124,10 @@ void FollowedText::TakeRow(TDataSupplier& supplier, StreamRows& rows) {
   if (reading_.columns.x == kRowNumberColumn) values.x = static_cast<double>(row_);
   if (reading_.columns.y == kRowNumberColumn) values.y = static_cast<double>(row_);
   const RowVerdict verdict = chooser_->Take(values.x, values.y);
+  if (!info_.GroupColumn.empty() &&
+      supplier.TextAt(supplier.ColumnIndex(info_.GroupColumn)) != info_.GroupValue) {
+    return;
+  }
   if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
   const bool of_run = info_.Run == 0 || info_.Run == pieces_.Run();
   if (!of_run || verdict == RowVerdict::Passed || verdict == RowVerdict::Stopped) return;
@@ -138,7 +142,8 @@ void FollowedText::TakeRow(TDataSupplier& supplier, StreamRows& rows) {
 void FollowedText::AddPoint(const RowValues& values, StreamRows& rows) {
   const std::size_t known = pieces_.Beginnings().size();
   pieces_.TakePoint(points_++);
-  if (pieces_.Beginnings().size() > known && pieces_.Beginnings().back().certain)
+  if (pieces_.Beginnings().size() > known &&
+      pieces_.Beginnings().back().cause == PieceFinder::Cause::Break)
     rows.breaks.push_back(rows.x.size());
   AddDescribedRow(info_, values, rows);
 }
