@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/ascii.h"
 #include "base/error.h"
 #include "graph/panel_axis.h"
 #include "graph/shown_series.h"
@@ -74,8 +75,10 @@ std::string TxyGraph::AutoTitle(AxisId id) const {
     if (series->PointCount() == 0 || !IsDrawn(*this, *series)) continue;
     if (YAxisOf(*series) != id || IsInPanel(*series)) continue;
     const std::string& column = series->Source().YDataColumn;
+    // Of columns with one name the second is known by its place.
+    const bool by_place = column.size() > 1 && column[0] == '#' && IsDigit(column[1]);
     const std::string& name =
-        column.empty() || column == unnamed.YDataColumn ? series->SeriesName() : column;
+        column.empty() || by_place || column == unnamed.YDataColumn ? series->SeriesName() : column;
     if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
       names.push_back(name);
     }

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "data/data_supplier.h"
+#include "data/text/text_names.h"
 
 namespace tarnwick {
 namespace {
@@ -16,7 +18,11 @@ std::string FirstNames(const std::vector<std::string>& names) {
   for (std::size_t i = 0; i < std::min(names.size(), kNamesInMessage); ++i) {
     known += (i > 0 ? ", " : "") + names[i];
   }
-  return names.size() > kNamesInMessage ? known + ", ..." : known;
+  if (names.size() > kNamesInMessage) known += ", ...";
+  if (std::cmp_equal(names.size(), kMostColumns)) {
+    known += "; of more columns than " + std::to_string(kMostColumns) + " the others are not seen";
+  }
+  return known;
 }
 
 }  // namespace

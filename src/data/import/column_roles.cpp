@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <utility>
 
 #include "base/ascii.h"
 #include "base/error.h"
@@ -18,6 +19,7 @@
 #include "data/import/values_in_turn.h"
 #include "data/import/x_choice.h"
 #include "data/text/complex_text.h"
+#include "data/text/field_kind.h"
 #include "data/text/text_fields.h"
 #include "data/text/turned_rows.h"
 
@@ -186,7 +188,8 @@ void TellOfNearNumbers(const ImportSource& source, ChosenColumns& chosen) {
     const std::vector<std::string>& texts = source.samples[i];
     if (source.columns[i].has_numbers || texts.empty()) continue;
     const auto is_near = [](const std::string& text) {
-      return IsPairOfNumbers(text) || AreTouchingNumbers(text);
+      return IsPairOfNumbers(text) || AreTouchingNumbers(text) ||
+             KindOfField(text) == FieldKind::Quantity;
     };
     if (std::ranges::all_of(texts, is_near)) near.push_back(static_cast<std::int32_t>(i));
   }
@@ -196,6 +199,51 @@ void TellOfNearNumbers(const ImportSource& source, ChosenColumns& chosen) {
   const std::string& text = source.samples[static_cast<std::size_t>(near.front())].front();
   chosen.notes.push_back(ListOf(source, near) + (near.size() == 1 ? " is" : " are") +
                          " left out: \"" + text + "\" is read as no number");
+}
+
+/// Texts with some numbers among them: too many to be called by one, too few to be plotted.
+void TellOfSomeNumbers(const ImportSource& source, ChosenColumns& chosen) {
+  constexpr std::size_t kFewest = 3, kShare = 5;
+  for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
+    const auto column = static_cast<std::int32_t>(i);
+    if (source.columns[i].has_numbers || Holds(source.time_columns, column)) continue;
+    const std::vector<std::string>& texts = source.samples[i];
+    const auto numbers = static_cast<std::size_t>(std::ranges::count_if(
+        texts, [](const std::string& text) { return KindOfField(text) == FieldKind::Number; }));
+    if (numbers < kFewest || kShare * numbers < texts.size() || numbers == texts.size()) continue;
+    chosen.notes.push_back(
+        source.Quoted(column) + " is left out: " + std::to_string(texts.size() - numbers) +
+        " of its first " + std::to_string(texts.size()) + " fields are no numbers");
+  }
+}
+
+/// A tenth of the rows at most have a value in any column but X: words of remarks.
+bool HoldSomeValuesOnly(const ImportSource& source, const ChosenColumns& chosen) {
+  constexpr std::size_t kFewest = 20, kShare = 10;
+  if (chosen.x < 0 || source.samples.empty()) return false;
+  const std::size_t values = source.GuessOf(chosen.x).values.size();
+  return values >= kFewest && std::ranges::all_of(chosen.y, [&](std::int32_t column) {
+           return kShare * source.GuessOf(column).values.size() <= values;
+         });
+}
+
+/// A name that several columns have means the first of them, which is told.
+void TellOfEqualNames(const ImportSource& source, std::span<const std::string> asked,
+                      ChosenColumns& chosen) {
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  for (std::size_t i = 0; i < asked.size(); ++i) {
+    const std::int32_t column = chosen.y[i];
+    if (column < 0 || asked[i].starts_with('#')) continue;
+    const auto is_other = [&](std::size_t other) {
+      return names[other] == source.NameOf(column) && std::cmp_not_equal(other, column);
+    };
+    for (std::size_t other = 0; other < names.size(); ++other) {
+      if (!is_other(other)) continue;
+      chosen.notes.push_back("several columns are called " + source.Quoted(column) + ": read is #" +
+                             std::to_string(column) + ", another is #" + std::to_string(other));
+      break;
+    }
+  }
 }
 
 /// The columns that the user says give errors; the sources' other columns may be plotted.
@@ -215,6 +263,7 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   const Columns numbers = source.NumberColumns();
   ChosenColumns chosen;
   for (const std::string& name : options.y_columns) chosen.y.push_back(source.Column(name));
+  TellOfEqualNames(source, options.y_columns, chosen);
   if (options.x_column) {
     chosen.x = source.Column(*options.x_column);
   } else if (!source.time_columns.empty()) {
@@ -246,6 +295,12 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     throw FileError("The file holds no numbers to plot", source.supplier->Describe(),
                     "columns: " + std::to_string(source.columns.size()));
   }
+  if (!options.x_column && HoldSomeValuesOnly(source, chosen)) {
+    chosen.notes.push_back(ListOf(source, chosen.y) + (chosen.y.size() == 1 ? " is" : " are") +
+                           " left out: values in a few rows only");
+    chosen.y = {chosen.x};
+    chosen.x = kRowNumberColumn;
+  }
   if (!options.x_column && chosen.x == kRowNumberColumn && source.columns.size() > 1) {
     chosen.notes.emplace_back("no column gives X: the rows are counted");
   }
@@ -261,6 +316,7 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
         "column");
   }
   TellOfNearNumbers(source, chosen);
+  TellOfSomeNumbers(source, chosen);
   if (chosen.x == kRowNumberColumn && chosen.y.size() == 1 && source.columns.size() > 1 &&
       !options.x_column && source.GuessOf(chosen.y.front()).CountsRows()) {
     throw FileError("Of the columns only one holds numbers, and it counts the rows",

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 
+#include "base/number_text.h"
 #include "base/word_list.h"
 #include "data/import/import_file.h"
+#include "data/import/value_order.h"
 #include "data/import/x_choice.h"
 #include "data/text/si_unit.h"
 
@@ -69,10 +73,34 @@ void TellOfMidnight(const ImportSource& source, const Columns& guessed, Notes& n
 }
 
 void TellOfX(const ImportSource& source, const ChosenColumns& columns, Notes& notes) {
-  if (!columns.own_x.empty() || !IsXForWantOfBetter(source, columns.x)) return;
-  notes.push_back(source.Quoted(columns.x) +
-                  " is taken as X because nothing tells which column is (--x names "
-                  "another)");
+  if (!columns.own_x.empty()) return;
+  const std::string x = source.Quoted(columns.x);
+  if (IsXForWantOfBetter(source, columns.x)) {
+    notes.push_back(x +
+                    " is taken as X because nothing tells which column is (--x names "
+                    "another)");
+  } else if (const auto other = RivalOfX(source, columns.x)) {
+    notes.push_back(x + " is taken as X, though " + source.Quoted(*other) +
+                    " rises as well (--x names another)");
+  }
+  if (HoldsUnreadDays(source, columns.x)) {
+    notes.push_back(x + " is read as numbers, not as dates (" +
+                    ShortestText(source.GuessOf(columns.x).values.front()) + ")");
+  }
+}
+
+/// A value that comes again and again, far from all others, may stand for none.
+void TellOfFarValues(const ImportSource& source, const ChosenColumns& columns, Notes& notes) {
+  for (const std::int32_t column : columns.y) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (guess.is_date) continue;
+    const std::optional<double> far = RepeatedFarFromOthers(guess.values);
+    if (!far) continue;
+    const std::string value = ShortestText(*far);
+    notes.push_back(source.Quoted(column) + " is " + value +
+                    " in several rows, far from all others (--missing " + value +
+                    " has it stand for no value)");
+  }
 }
 
 }  // namespace
@@ -85,6 +113,7 @@ std::vector<std::string> DoubtsOf(const ImportSource& source, const ImportOption
   TellOfCommas(source, guessed, notes);
   TellOfUnits(source, guessed, notes);
   TellOfMidnight(source, guessed, notes);
+  if (!options.missing) TellOfFarValues(source, columns, notes);
   return notes;
 }
 

@@ -27,6 +27,16 @@ bool IsOf(std::span<const std::string_view> known, const std::string& word) {
   return std::ranges::find(known, word) != known.end();
 }
 
+/// "error_rate", unlike "rate error": how often something went wrong.
+bool CountsErrors(const Words& words) {
+  constexpr std::string_view kRates[] = {"rate",   "rates", "count",
+                                         "counts", "ratio", "probability"};
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    if (IsOf(kErrorWords, words[i - 1]) && IsOf(kRates, words[i])) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::vector<std::string> ValueNamedIn(std::string_view name) {
@@ -50,6 +60,7 @@ int NameMatch(const std::vector<std::string>& after, const std::vector<std::stri
 }
 
 bool NamesErrors(std::string_view name) {
+  if (CountsErrors(WordsOf(name))) return false;
   const bool sign = std::ranges::any_of(
       kErrorSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
   return sign || HasWord(name, kErrorWords);

@@ -42,7 +42,49 @@ bool IsColour(std::span<const double> values) {
   return range.low >= 0 && (range.high <= 1 || (whole && range.high <= kLargestColour));
 }
 
+/// Neighbours are alike: their correlation (lag one) is above a half.
+bool GoesOn(std::span<const double> values) {
+  constexpr double kLeastCorrelation = 0.5;
+  double mean = 0;
+  for (const double value : values) mean += value / static_cast<double>(values.size());
+  double all = 0, neighbours = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    all += (values[i] - mean) * (values[i] - mean);
+    if (i > 0) neighbours += (values[i] - mean) * (values[i - 1] - mean);
+  }
+  return all > 0 && neighbours > kLeastCorrelation * all;
+}
+
+/// Unlike an orbit, which comes back in a few turns.
+bool TurnsOften(std::span<const double> values) {
+  constexpr std::size_t kPointsATurn = 8;
+  std::size_t turns = 0;
+  double last_step = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    const double step = values[i] - values[i - 1];
+    if (step == 0) continue;
+    turns += step * last_step < 0 ? 1 : 0;
+    last_step = step;
+  }
+  return kPointsATurn * turns > values.size();
+}
+
 }  // namespace
+
+bool AreSeries(const ImportSource& source, std::span<const std::int32_t> columns) {
+  constexpr std::size_t kFewestOfSeries = 20;
+  if (columns.size() < kFewest || !TurnsOften(source.GuessOf(columns.front()).Successive())) {
+    return false;
+  }
+  std::size_t go_on = 0;
+  for (const std::int32_t column : columns) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (guess.is_date || guess.Successive().size() < kFewestOfSeries) return false;
+    if (IsMonotone(guess.values)) return false;  // which the others were measured over
+    go_on += GoesOn(guess.Successive()) ? 1 : 0;
+  }
+  return 3 * go_on >= 2 * columns.size();
+}
 
 bool AreAlike(const ImportSource& source, std::span<const std::int32_t> columns) {
   if (columns.size() < kFewest) return false;

@@ -12,4 +12,8 @@ namespace tarnwick {
 /// fall throughout (where they have names: is in no order): components of vectors, colours from 0 to 255, matrices. Their rows are counted.
 bool AreAlike(const ImportSource& source, std::span<const std::int32_t> columns);
 
+/// True where the first of three and more of these columns turns back often, and most change little from row to row for what they
+/// change in all: each goes on along the rows, which were taken one after the other.
+bool AreSeries(const ImportSource& source, std::span<const std::int32_t> columns);
+
 }  // namespace tarnwick

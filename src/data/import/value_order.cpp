@@ -43,6 +43,34 @@ bool StepsEvenly(std::span<const double> values, Evenness evenness) {
   return step != 0;
 }
 
+std::optional<double> RepeatedFarFromOthers(std::span<const double> values) {
+  constexpr std::size_t kFewestOthers = 20;
+  constexpr std::ptrdiff_t kFewestRepeats = 2;
+  constexpr double kWidthsApart = 5, kTimesLarger = 1000;
+  if (values.size() < kFewestOthers) return std::nullopt;
+  const auto ends = std::ranges::minmax(values);
+  for (const double end : {ends.min, ends.max}) {
+    double low = ends.max, high = ends.min;
+    std::size_t others = 0;
+    for (const double value : values) {
+      if (value == end) continue;
+      ++others;
+      low = std::min(low, value);
+      high = std::max(high, value);
+    }
+    const double gap = end < low ? low - end : end - high;
+    const bool repeats = std::ssize(values) - static_cast<std::ptrdiff_t>(others) >= kFewestRepeats;
+    // Below zero where nothing else is, or beyond any proportion; other values apart may be settings.
+    const bool alone = (end < 0 && low >= 0) ||
+                       std::abs(end) > kTimesLarger * std::max(std::abs(low), std::abs(high));
+    if (repeats && alone && others >= kFewestOthers && gap > kWidthsApart * (high - low) &&
+        high > low) {
+      return end;
+    }
+  }
+  return std::nullopt;
+}
+
 bool MostlyStands(const std::vector<double>& values) {
   std::size_t changes = 0;
   for (std::size_t i = 1; i < values.size(); ++i) changes += values[i] != values[i - 1] ? 1 : 0;

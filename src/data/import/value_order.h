@@ -1,6 +1,7 @@
 // In what order the values of a column stand. Knows numbers only.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -20,6 +21,9 @@ enum class Evenness { Exact, AsWritten };
 
 /// Each is as far from the one before, and not equal to it.
 bool StepsEvenly(std::span<const double> values, Evenness evenness = Evenness::Exact);
+
+/// The least or the greatest value where it comes several times and all others lie close together, far from it.
+std::optional<double> RepeatedFarFromOthers(std::span<const double> values);
 
 /// More rows than not have the value of the row before.
 bool MostlyStands(const std::vector<double>& values);

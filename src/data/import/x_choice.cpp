@@ -183,6 +183,14 @@ bool HoldsSeriesInRows(const ImportSource& source) {
 
 namespace {
 
+/// The first column rises in every row, and is no time at which a sweep further on was taken: that may be what the sweep became.
+bool LeadsByItself(const ImportSource& source, const Columns& varying, std::int32_t scan) {
+  const std::vector<double>& values = source.GuessOf(varying.front()).values;
+  return varying.front() != scan && varying.front() == source.NumberColumns().front() &&
+         values.size() >= kFewestInOrder && RisesThroughout(values) &&
+         !NamesTime(source.NameOf(varying.front()));
+}
+
 /// Amino acids over the rows of a matrix: "A R N D … X".
 bool IsOneLetterOfMany(const ImportSource& source, std::int32_t column) {
   constexpr std::size_t kMany = 8;
@@ -191,6 +199,20 @@ bool IsOneLetterOfMany(const ImportSource& source, std::int32_t column) {
       std::ranges::count_if(names, [](const std::string& name) { return name.size() == 1; });
   return names.size() >= kMany && 4 * static_cast<std::size_t>(letters) >= 3 * names.size() &&
          !IsMonotone(source.GuessOf(column).values);
+}
+
+/// "chr pos N X": what is called X and stands in no order is none where a column ahead of it rises and nothing is called Y.
+bool IsCountedBesideX(const ImportSource& source, std::int32_t x) {
+  const Columns numbers = source.NumberColumns();
+  const auto is_y = [&](std::int32_t column) {
+    return LowerAscii(source.NameOf(column)).starts_with('y');
+  };
+  const auto rises_ahead = [&](std::int32_t column) {
+    return column < x && RisesThroughout(source.GuessOf(column).values) &&
+           !source.GuessOf(column).CountsRows();
+  };
+  return !IsMonotone(source.GuessOf(x).values) && std::ranges::none_of(numbers, is_y) &&
+         std::ranges::any_of(numbers, rises_ahead);
 }
 
 }  // namespace
@@ -203,12 +225,44 @@ bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column) {
          !NamesArgument(source.NameOf(column));
 }
 
+std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x) {
+  if (x < 0 || x == kRowNumberColumn || source.GuessOf(x).is_date ||
+      LowerAscii(source.NameOf(x)) == "x") {
+    return std::nullopt;
+  }
+  const bool scans = NamesScan(source.NameOf(x));
+  for (const std::int32_t column : source.NumberColumns()) {
+    const std::string name = source.NameOf(column);
+    const bool may_be = column < x || (column > x && !scans && NamesScan(name));
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (may_be && guess.values.size() >= kFewestInOrder && RisesThroughout(guess.values) &&
+        !guess.CountsRows() && !NamesErrors(name)) {
+      return column;
+    }
+  }
+  return std::nullopt;
+}
+
+bool HoldsUnreadDays(const ImportSource& source, std::int32_t column) {
+  constexpr double kShortestDay = 1e7;  // as a number
+  if (column < 0) return false;
+  const ColumnGuess& guess = source.GuessOf(column);
+  const auto is_long = [](double value) {
+    return value >= kShortestDay && value == std::floor(value);
+  };
+  return !guess.is_date && NamesTime(source.NameOf(column)) && !guess.values.empty() &&
+         std::ranges::all_of(guess.values, is_long);
+}
+
 std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   if (LeavesOutX(source)) return kRowNumberColumn;
   const auto named = std::ranges::find_if(numbers, [&](std::int32_t column) {
     return LowerAscii(source.NameOf(column)) == "x" && !source.GuessOf(column).IsConstant();
   });
-  if (named != numbers.end() && !IsOneLetterOfMany(source, *named)) return *named;
+  if (named != numbers.end() && !IsOneLetterOfMany(source, *named) &&
+      !IsCountedBesideX(source, *named)) {
+    return *named;
+  }
   Columns varying;
   Columns counts;
   for (const std::int32_t column : numbers) {
@@ -239,19 +293,23 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
     if (!guess.is_date) return false;
     // How long each lap took is no time to plot laps over.
     const bool lasts = std::ranges::all_of(guess.values, [](double day) { return day < 1; });
-    return rising == kRowNumberColumn || !lasts || !IsInNoOrder(guess.values);
+    // Nor is a date of each row that stands far behind other columns, in no order.
+    const bool aside = column > numbers.front() && IsInNoOrder(guess.values) && varying.size() > 2;
+    return !aside && (rising == kRowNumberColumn || !lasts || !IsInNoOrder(guess.values));
   });
   if (date != kRowNumberColumn) return date;
   const std::int32_t scan =
       first([&](std::int32_t column) { return NamesScan(source.NameOf(column)) && rises(column); });
-  if (scan != kRowNumberColumn) return scan;
+  if (scan != kRowNumberColumn)
+    return LeadsByItself(source, varying, scan) ? varying.front() : scan;
   if (varying.empty()) return counts.empty() ? kRowNumberColumn : counts.front();
   if (varying.size() == 1 && !counts.empty()) return counts.front();
   if (varying.size() == 1 && varying.front() != numbers.front()) return kRowNumberColumn;
   const auto names_argument = [&](std::int32_t column) {
     return NamesArgument(source.NameOf(column));
   };
-  if (std::ranges::none_of(varying, names_argument) && AreAlike(source, varying)) {
+  if (std::ranges::none_of(varying, names_argument) &&
+      (AreAlike(source, varying) || AreSeries(source, varying))) {
     return kRowNumberColumn;
   }
   const std::int32_t time = first([&](std::int32_t column) {

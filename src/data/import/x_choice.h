@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "data/import/import_source.h"
@@ -21,6 +22,13 @@ bool CountsRows(const ImportSource& source, std::int32_t column);
 
 /// Neither its name nor the order of its values says that the column is X.
 bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column);
+
+/// A column that rises in every row and stands ahead of this X, counts of rows apart, or is called what is swept as X is not. None
+/// where X is a date or called "x".
+std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x);
+
+/// The column is called a time and holds whole numbers as long as days are written, which were read as no dates.
+bool HoldsUnreadDays(const ImportSource& source, std::int32_t column);
 
 /// Columns called by dates, or behind labels of rows by numbers that rise: each row holds a series of its own.
 bool HoldsSeriesInRows(const ImportSource& source);
