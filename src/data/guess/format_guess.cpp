@@ -10,19 +10,15 @@
 #include "data/guess/format_guess_gaps.h"
 #include "data/guess/format_guess_lines.h"
 #include "data/guess/labelled_table.h"
+#include "data/guess/names_guess.h"
 #include "data/guess/separators_guess.h"
 #include "data/guess/table_search.h"
 #include "data/guess/table_worth.h"
 #include "data/guess/touching_fields.h"
 #include "data/text/column_cuts.h"
 #include "data/text/field_kind.h"
-#include "data/text/header_lines.h"
-#include "data/text/listed_names.h"
-#include "data/text/names_judge.h"
 #include "data/text/names_line.h"
-#include "data/text/placed_names.h"
 #include "data/text/row_remark.h"
-#include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
 
@@ -76,7 +72,8 @@ class Guess {
       if (lines_.whole || progress_.Cancelled()) break;
     }
     PlaceTable();
-    FindNames();
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    GuessNames({lines_.first, Rows(layout), table_.fields, layout}, hints_, format_);
     CountValuesAbove();
     ChooseMerging();
     JudgeAll();
@@ -97,6 +94,7 @@ class Guess {
     const bool choose = !hints_.separators && !IsByPlace(format_);
     if (choose && (TakeDescribedTable() || TakeTouchingTable())) return true;
     if (choose) tables_ = ChooseSeparators(lines_.first, line_end_, format_);
+    if (choose && format_.has_remarks) PartFromRemarks();
     if (hints_.separators) format_.separators = *hints_.separators;
     const bool blanks = IsBlankSeparated(format_);
     format_.merge_separators = hints_.merge_separators.value_or(blanks);
@@ -129,14 +127,36 @@ class Guess {
 
   void DropRemarks() {
     const TextLayout layout = LayoutOf(format_, line_end_);
+    const auto ends = [&layout](std::string_view line, Before before) {
+      return WithoutRemark(line, layout, before).size() < line.size();
+    };
+    const auto filled = std::ranges::count_if(
+        lines_.first, [](std::string_view line) { return !TrimBlankBytes(line).empty(); });
+    const auto ended = std::ranges::count_if(
+        lines_.first, [&](std::string_view line) { return ends(line, Before::Words); });
+    // Words before a mark are a row's where nearly every line has its remark.
+    format_.has_remarks = ended > 1 && 5 * ended >= 4 * filled;
+    const Before before = format_.has_remarks ? Before::Words : Before::Numbers;
     for (Lines* const lines : {&lines_.first, &lines_.later}) {
-      for (std::string_view& line : *lines) line = WithoutRemark(line, layout);
+      for (std::string_view& line : *lines) line = WithoutRemark(line, layout, before);
     }
+  }
+
+  /// Where nothing parts the values of a row, blanks part its value from the remark.
+  void PartFromRemarks() {
+    const FoundTable* const best = HeaviestTable(tables_);
+    if (IsBlankSeparated(format_) || best == nullptr || best->fields > 1) return;
+    format_.separators = " \t";
+    TextFormat merging = format_;
+    merging.merge_separators = true;
+    tables_ = FindTables(lines_.first, LayoutOf(merging, line_end_));
   }
 
   bool TakeDescribedTable() {
     if (hints_.column_cuts) return false;
-    const auto found = FindDescribedTable(lines_.first, LayoutOf(format_, line_end_));
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    auto found = FindDescribedTable(lines_.first, layout);
+    if (!found) found = FindBarredTable(lines_.first, layout);
     if (!found) return false;
     Take(*found, CutsFrom::Description);
     tables_ = {found->table};
@@ -257,33 +277,6 @@ class Guess {
     return texts > kStrayLines ? first : std::nullopt;
   }
 
-  void FindNames() {
-    const TextLayout layout = LayoutOf(format_, line_end_);
-    const auto headers =
-        std::min(static_cast<std::size_t>(format_.header_lines), lines_.first.size());
-    if (headers == 0 && FirstRowHoldsText(layout)) format_.names_line = kNoNamesLine;
-    if (table_.fields > 0 && ListsNames(layout)) {
-      format_.names_line = 0;
-    } else if (table_.fields > 0 && headers > 0) {
-      const auto above = std::span(lines_.first).first(headers);
-      // Rows may end with a separator where their names do not.
-      const bool ends = table_.fields > 2 && EndWithSeparator(layout);
-      const RowLabels labels = ends ? RowLabels::Never : RowLabels::Possible;
-      HeaderLines found = FindHeaderLines(above, layout, table_.fields, labels);
-      if (found.names == 0 && ends) found = FindHeaderLines(above, layout, table_.fields - 1);
-      // Where there is none, the rule is not to find one in the preamble.
-      format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
-      format_.units_line = found.units;
-      TakeStackedNames(above, layout);
-      if (format_.names_line == kNoNamesLine) TakePlacedNames(above, layout);
-    }
-    if (hints_.names_line || hints_.stacked_names) {
-      format_.stacked_names = hints_.stacked_names.value_or(false);
-    }
-    format_.names_line = hints_.names_line.value_or(format_.names_line);
-    format_.units_line = hints_.units_line.value_or(format_.units_line);
-  }
-
   /// What looks like rows, too, is not to vanish without a word.
   void CountValuesAbove() {
     if (hints_.header_lines || table_.fields == 0) return;
@@ -297,59 +290,6 @@ class Guess {
       ++format_.values_above;
       format_.values_from = line;
     }
-  }
-
-  void TakeStackedNames(std::span<const std::string_view> above, const TextLayout& layout) {
-    const HeaderLines head{std::max(format_.names_line, 0), format_.units_line};
-    const std::optional<HeaderLines> stacked = FindStackedNames(above, head, layout, table_.fields);
-    if (!stacked) return;
-    format_.stacked_names = true;
-    format_.names_line = stacked->names;
-    format_.units_line = stacked->units;
-  }
-
-  /// Right above the rows, blank lines and rules apart, where nothing else names the columns.
-  void TakePlacedNames(std::span<const std::string_view> above, const TextLayout& layout) {
-    const auto nearest = std::find_if(above.rbegin(), above.rend(),
-                                      [](std::string_view line) { return !IsRule(line); });
-    if (nearest == above.rend() || SplitNames(*nearest, layout, table_.fields)) return;
-    const Lines rows = Rows(layout);
-    if (!NamesByPlace(*nearest, std::span(rows).first(std::min(rows.size(), kRowsOfPlaces)), layout,
-                      table_.fields)) {
-      return;
-    }
-    format_.names_line = static_cast<std::int32_t>(above.rend() - nearest);
-  }
-
-  bool EndWithSeparator(const TextLayout& layout) const {
-    return !layout.merge && std::ranges::all_of(Rows(layout), [&layout](std::string_view line) {
-      return EndsWithSeparator(line, layout) || ShapeOf(line, layout).kind != LineShape::Kind::Row;
-    });
-  }
-
-  /// The rule finds a list of names where no line is said to hold them.
-  bool ListsNames(const TextLayout& layout) const {
-    const auto row = std::ranges::find_if(
-        lines_.first, [&](std::string_view line) { return IsDataLine(line, layout); });
-    const std::size_t above = std::max(static_cast<std::size_t>(format_.header_lines),
-                                       static_cast<std::size_t>(row - lines_.first.begin()));
-    const auto lines = std::span(lines_.first).first(std::min(above, lines_.first.size()));
-    if (FindListedNames(lines, layout, table_.fields)) return true;
-    return EndWithSeparator(layout) && FindListedNames(lines, layout, table_.fields - 1);
-  }
-
-  /// A text in the first row, "NaN" or a flag, would pass for a name.
-  bool FirstRowHoldsText(const TextLayout& layout) const {
-    const auto row = std::ranges::find_if(
-        lines_.first, [&](std::string_view line) { return IsDataLine(line, layout); });
-    if (row == lines_.first.end()) return false;
-    FieldCursor cursor(*row, layout);
-    std::string buffer;
-    while (const std::optional<std::string_view> field = cursor.Next()) {
-      const FieldKind kind = KindOfField(FieldText(*field, layout, buffer));
-      if (kind != FieldKind::Number && kind != FieldKind::Empty) return true;
-    }
-    return false;
   }
 
   void ChooseMerging() {
@@ -419,6 +359,10 @@ class Guess {
     const Lines rows = Rows(layout);
     format_.columns = JudgeColumns(rows, layout, rows.size() - FirstRows(layout).size());
     format_.samples = SampleTexts(rows, layout);
+    if (!rows.empty() && std::cmp_equal(format_.columns.size(), kMostColumns)) {
+      constexpr std::int32_t kMostCounted = 1'000'000;
+      format_.columns_there = CountFields(rows.front(), layout, kMostCounted);
+    }
   }
 
   std::string_view text_;

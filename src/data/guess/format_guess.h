@@ -50,7 +50,11 @@ struct TextFormat {
   std::int32_t left_out_from = 0;  ///< the line behind the table, where other rows follow; 0: none
   std::int32_t values_above = 0;   ///< lines of values right above the rows, taken for headers
   std::int32_t values_from = 0;    ///< the first of them
-  bool is_table = false;           ///< there are rows of values that belong together
+  std::int32_t columns_there = 0;  ///< where the rows have more columns than are read; else 0
+  std::int32_t names_apart = 0;  ///< as many names stand on a line as there are no columns; else 0
+  std::int32_t names_apart_line = 0;  ///< that line
+  bool has_remarks = false;           ///< behind the values of the rows, which are passed over
+  bool is_table = false;              ///< there are rows of values that belong together
 
   /// Puts the layout into a description; its columns and row choice stay.
   void ApplyTo(TDSInfo& info) const;

@@ -52,7 +52,51 @@ FoundTable TableOf(std::size_t first, std::size_t behind, std::size_t columns, s
           .weight = static_cast<double>(rows)};
 }
 
+/// Where the bars of "|name  |unit |" stand; none where the line does not begin and end with one.
+std::vector<std::int32_t> BarsOf(std::string_view line) {
+  const std::string_view text = TrimBlankBytes(line);
+  std::vector<std::int32_t> bars;
+  if (text.size() < 2 || text.front() != '|' || text.back() != '|') return bars;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == '|') bars.push_back(static_cast<std::int32_t>(i));
+  }
+  return bars;
+}
+
+bool IsBlankAt(std::string_view row, std::span<const std::int32_t> places) {
+  return std::ranges::all_of(places, [row](std::int32_t place) {
+    const auto at = static_cast<std::size_t>(place);
+    return at >= row.size() || IsBlankByte(row[at]);
+  });
+}
+
 }  // namespace
+
+std::optional<CutTable> FindBarredTable(std::span<const std::string_view> lines,
+                                        const TextLayout& layout) {
+  constexpr std::size_t kFewestBars = 3, kFewestLines = 2;
+  std::vector<std::int32_t> bars;
+  std::size_t headed = 0;
+  std::size_t first = 0;
+  for (; first < lines.size(); ++first) {
+    std::vector<std::int32_t> found = BarsOf(lines[first]);
+    if (found.empty() && headed >= kFewestLines) break;
+    headed = found.size() >= kFewestBars && found == bars ? headed + 1 : found.empty() ? 0 : 1;
+    bars = std::move(found);
+  }
+  std::size_t rows = 0, fitting = 0;
+  std::size_t behind = first;
+  for (std::size_t i = first; i < lines.size(); ++i) {
+    if (!IsDataLine(lines[i], layout)) continue;
+    ++rows;
+    fitting += IsBlankAt(lines[i], bars) ? 1 : 0;
+    behind = i + 1;
+  }
+  if (rows == 0 || fitting < rows) return std::nullopt;
+  bars.pop_back();
+  const FoundTable table = TableOf(first, behind, bars.size(), rows);
+  return CutTable{table, std::move(bars)};
+}
 
 std::optional<CutTable> FindDescribedTable(std::span<const std::string_view> lines,
                                            const TextLayout& layout) {

@@ -23,6 +23,11 @@ struct CutTable {
 std::optional<CutTable> FindDescribedTable(std::span<const std::string_view> lines,
                                            const TextLayout& layout);
 
+/// The table below lines of names, units and the like whose bars stand at the same places ("|Filter |LamEff |"), above rows that
+/// have blanks there.
+std::optional<CutTable> FindBarredTable(std::span<const std::string_view> lines,
+                                        const TextLayout& layout);
+
 /// The table around the heaviest of `tables`, found by blanks in the first lines of `text`, if fields are missing from it that
 /// only their places tell. Reads the text to its end where there is one.
 std::optional<CutTable> FindGappedTable(std::span<const std::string_view> lines,

@@ -1,6 +1,7 @@
 #include "data/guess/format_notes.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/error.h"
 #include "base/number_text.h"
@@ -77,6 +78,17 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
       })) {
     notes.emplace_back("what stands behind numbers as \"± 0.2\" or \"(5)\" is passed over");
   }
+  if (std::cmp_less(format.columns.size(), format.columns_there)) {
+    notes.push_back("only the first " + std::to_string(format.columns.size()) + " of " +
+                    std::to_string(format.columns_there) + " columns are read");
+  }
+  if (format.names_apart > 0) {
+    notes.push_back(
+        "line " + std::to_string(format.names_apart_line) + " holds " +
+        std::to_string(format.names_apart) + " names for " + std::to_string(format.columns.size()) +
+        " columns: " + (format.names_line > 0 ? "the last are left out" : "they are left out"));
+  }
+  if (format.has_remarks) notes.emplace_back("remarks behind the values are passed over");
   if (format.table_rows == 1) notes.emplace_back("the table has one row only");
   return notes;
 }

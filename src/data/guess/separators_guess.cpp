@@ -129,6 +129,25 @@ bool BelongsToRow(std::string_view mark, std::string_view line) {
   return mark == "*" && (IsFlag(next) || LabelsRow(rest));
 }
 
+/// A remark stands behind the values of nearly every line: "O 15.999 ; oxygen".
+bool EndsLines(std::string_view mark, Lines lines) {
+  constexpr std::size_t kFewest = 3;
+  std::size_t filled = 0, ended = 0;
+  for (const std::string_view line : lines) {
+    if (TrimBlankBytes(line).empty()) continue;
+    ++filled;
+    const std::size_t at = line.find(mark);
+    const std::size_t behind = at + mark.size();
+    const bool apart = at != line.npos && at > 0 && IsBlankByte(line[at - 1]) &&
+                       behind < line.size() && IsBlankByte(line[behind]);
+    ended += apart && std::ranges::any_of(line.substr(0, at), &IsDigit) &&
+                     line.find(mark, behind) == line.npos
+                 ? 1
+                 : 0;
+  }
+  return ended >= kFewest && 5 * ended >= 4 * filled;
+}
+
 }  // namespace
 
 TextLayout LayoutOf(const TextFormat& format, char line_end) {
@@ -165,6 +184,8 @@ void ChooseCommentMarks(Lines lines, TextFormat& format) {
       ++remarks;
       separates = separates || BelongsToRow(mark, line);
     }
+    const bool ends = remarks == 0 && (mark == ";" || mark == "!" || mark == "//");
+    if (ends && EndsLines(mark, lines)) remarks = 1;
     if (remarks > 0 && !separates) format.comment_marks += " " + std::string(mark);
   }
 }

@@ -181,9 +181,9 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   format.ApplyTo(source.info);
   if (!options.names_line) DropStatedNames(all, text->LineEnd(), source.info);
   source.info.MissingValues = options.missing.value_or(source.info.MissingValues);
+  source.notes = NotesOf(format);
   source.columns = std::move(format.columns);
   source.samples = std::move(format.samples);
-  source.notes = NotesOf(format);
   source.supplier = std::make_unique<TTxtSupplier>(source.info, text);
   // Rows may have fields beyond the columns that the lines looked at for them have.
   source.columns.resize(source.supplier->ColumnNames().size());
@@ -196,6 +196,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   NoteLackingNames(source);
   SettleTimes(options, source);
   SettleMissingValues(options, source);
+  SettlePenMarks(options, all, text->LineEnd(), source);
   // The supplier was opened for the names; the description has learnt since.
   source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));
 }

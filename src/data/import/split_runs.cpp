@@ -27,6 +27,26 @@ std::unique_ptr<TDataSeries> RunOf(const TDataSeries& whole, std::int32_t run,
   return series;
 }
 
+/// Lines of names that come again above each further run, where they do: what stands in them in each DataSet's column.
+std::vector<std::vector<std::string>> NamesOfRuns(const ImportResult& result, std::size_t runs,
+                                                  TDataSupplier& supplier) {
+  constexpr int kMostRows = 200'000;
+  std::vector<std::vector<std::string>> names;
+  const TDSInfo& first = result.series.front()->Source();
+  if (first.x_column_index < 0 || result.x_name.empty()) return {};
+  int rows = 0;
+  supplier.FirstRow();
+  supplier.SkipRows(first.FileHasHeaders - supplier.HeaderRowsPassed());
+  for (; !supplier.AtEnd() && rows < kMostRows; supplier.NextRow(), ++rows) {
+    if (supplier.TextAt(first.x_column_index) != result.x_name) continue;
+    names.emplace_back();
+    for (const auto& series : result.series) {
+      names.back().push_back(supplier.TextAt(series->Source().y_column_index));
+    }
+  }
+  return names.size() + 1 == runs ? names : std::vector<std::vector<std::string>>();
+}
+
 std::size_t RunsToSplit(const ImportResult& result) {
   std::int32_t runs = 1;
   std::int64_t fewest = 0;
@@ -49,10 +69,14 @@ void SplitRuns(ImportResult& result, TDataSupplier& supplier, const LoadOptions&
   if (runs < 2) return;
   std::vector<std::unique_ptr<TDataSeries>> split;
   std::vector<TDataSeries*> all;
-  for (const auto& whole : result.series) {
+  const std::vector<std::vector<std::string>> names = NamesOfRuns(result, runs, supplier);
+  for (std::size_t number = 0; number < result.series.size(); ++number) {
+    const TDataSeries& whole = *result.series[number];
     for (std::size_t run = 1; run <= runs; ++run) {
-      split.push_back(RunOf(*whole, static_cast<std::int32_t>(run), make));
+      split.push_back(RunOf(whole, static_cast<std::int32_t>(run), make));
       all.push_back(split.back().get());
+      const std::string name = names.empty() || run == 1 ? "" : names[run - 2][number];
+      if (!name.empty() && name != whole.SeriesName()) split.back()->SetSeriesName(name);
     }
   }
   result.reports = LoadShared(all, supplier, load);

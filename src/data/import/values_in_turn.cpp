@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "base/quantile.h"
@@ -47,7 +48,7 @@ Rows RowsOf(const ImportSource& source) {
 }
 
 /// As many as all columns have values.
-Rows WholeRowsOf(const std::vector<ColumnGuess>& columns) {
+Rows WholeRowsOf(std::span<const ColumnGuess> columns) {
   std::size_t count = columns.front().values.size();
   for (const ColumnGuess& column : columns) count = std::min(count, column.values.size());
   Rows rows(count);
@@ -55,6 +56,15 @@ Rows WholeRowsOf(const std::vector<ColumnGuess>& columns) {
     for (const ColumnGuess& column : columns) rows[row].push_back(column.values[row]);
   }
   return rows;
+}
+
+/// A separator behind the last value of every row makes no column.
+std::span<const ColumnGuess> WithoutEmptyEnd(const ImportSource& source) {
+  const std::span<const ColumnGuess> columns = source.columns;
+  if (columns.empty() || source.samples.size() != columns.size()) return columns;
+  const bool empty = !columns.back().has_numbers &&
+                     std::ranges::all_of(source.samples.back(), &std::string::empty);
+  return columns.first(columns.size() - (empty ? 1 : 0));
 }
 
 double MeanOf(std::vector<double>& values) {
@@ -121,7 +131,7 @@ ValuesInTurn HoldsValuesInTurn(const ImportSource& source) {
   };
   if (!IsUnnamed(source)) return ValuesInTurn::No;
   if (AreLongRows(source)) return ValuesInTurn::Sure;
-  const std::vector<ColumnGuess>& columns = source.columns;
+  const std::span<const ColumnGuess> columns = WithoutEmptyEnd(source);
   if (columns.size() < kFewestValues || !std::ranges::all_of(columns, is_number)) {
     return ValuesInTurn::No;
   }

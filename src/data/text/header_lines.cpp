@@ -46,7 +46,24 @@ bool HasMoreThan(std::int32_t columns, std::string_view line, const TextLayout& 
   while (!line.empty() && (IsBlankByte(line.back()) || layout.IsSeparator(line.back()))) {
     line.remove_suffix(1);
   }
-  return CountFields(line, layout, columns + 1) > columns;
+  TextLayout merging = layout;
+  merging.merge = true;
+  return CountFields(line, layout, columns + 1) > columns &&
+         CountFields(line, merging, columns + 1) != columns;
+}
+
+/// "[END HEADER]" between the names and the rows.
+bool MarksSection(std::string_view line) {
+  line = TrimBlankBytes(line);
+  return line.size() > 2 && line.front() == '[' && line.back() == ']' &&
+         line.find_first_of(",;\t0123456789") == line.npos && line.find(' ') != line.npos &&
+         line.find("  ") == line.npos &&
+         std::ranges::none_of(line, [](char c) { return c >= 'a' && c <= 'z'; });
+}
+
+/// "from Bresolin et al., 2005": what stands above tells where the numbers are from, too.
+bool CitesAuthors(std::string_view line) {
+  return line.find(" et al") != line.npos;
 }
 
 bool IsLabelled(std::string_view line) {
@@ -125,7 +142,7 @@ std::vector<std::size_t> Candidates(std::span<const std::string_view> above,
   std::size_t comments = 0;
   for (std::size_t i = above.size(); i-- > 0 && plain < kNearLines && comments < kCommentLines;) {
     const std::string_view line = above[i];
-    if (TrimBlankBytes(line).empty() || IsRule(line)) continue;
+    if (TrimBlankBytes(line).empty() || IsRule(line) || MarksSection(line)) continue;
     ++(IsDataLine(line, layout) ? plain : comments);
     places.push_back(i);
   }
@@ -137,6 +154,7 @@ std::int32_t UnitsBelow(std::span<const std::string_view> above, std::int32_t na
                         const TextLayout& layout, std::int32_t columns) {
   const auto below = static_cast<std::size_t>(names);
   for (std::size_t i = below; i < above.size() && i <= below + 1; ++i) {
+    if (MarksSection(above[i])) continue;
     std::optional<Names> units;
     if (i + 1 < above.size()) units = UnitsOverRule(above[i], above[i + 1], layout, columns);
     if (!units) units = UnitsUnderNames(above[i], above[below - 1], layout, columns);
@@ -172,6 +190,7 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     if (names && AreTypes(*names)) continue;
     // "##IDEAL CHEMISTRY=SiO2" is a label and what it says.
     if (comment && IsLabelled(above[place])) continue;
+    if (comment && CitesAuthors(above[place]) && !head.HasNames()) break;
     // What the rows' separators do not cut is no names where they cut a line above it.
     const bool loose = as_rows && !comment && CountFields(above[place], layout, 2) < 2;
     if (loose || (as_rows && comment && !IsCutAsRows(above[place], names, layout))) continue;

@@ -136,6 +136,22 @@ bool IsYear(const std::string& name) {
   return name.size() == 4 && value && *value > 1800 && *value <= 2100;
 }
 
+/// "[END COURSE HEADER]", "}": a part of the file begins or ends.
+bool MarksPart(const Names& names, std::string_view line) {
+  constexpr std::string_view kWords[] = {"end", "begin", "start", "data", "header"};
+  const auto is_sign = [](char c) {
+    return !IsLetter(c) && !IsDigit(c) && static_cast<unsigned char>(c) < 0x80;
+  };
+  const bool signs = std::ranges::all_of(
+      names, [&](const std::string& name) { return std::ranges::all_of(name, is_sign); });
+  if (signs) return true;
+  line = TrimBlankBytes(line);
+  if (line.size() < 3 || line.front() != '[' || line.back() != ']') return false;
+  return std::ranges::any_of(names, [&kWords](const std::string& name) {
+    return std::ranges::find(kWords, LowerAscii(name)) != std::end(kWords);
+  });
+}
+
 /// "<<DATA>>", "$DATA:", "[Points]" over a single column begin a part of the file.
 bool MarksSection(const Names& names) {
   constexpr std::string_view kMarks = "$<[{~>@*";
@@ -172,10 +188,28 @@ bool AreAssignments(const Names& names) {
         equals != name.npos && equals + 1 < name.size() && name.find(' ') == name.npos;
     if (assigns) keys.push_back(name.substr(0, equals));
   }
-  // "h v=5 v=10": one thing, set to several values, tells curves apart.
-  const bool one_key =
-      keys.size() > 1 && std::ranges::count(keys, keys.front()) == std::ssize(keys);
+  // "h v=5 v=10", "cell=adeno,cell=large": one thing, set to several values, tells curves apart.
+  std::ranges::sort(keys);
+  const bool one_key = std::ranges::adjacent_find(keys) != keys.end();
   return !one_key && 2 * keys.size() > names.size();
+}
+
+/// "Pareto: 0  Size: 180", `track name="Kc cells"`; "Channel: 1" and "Channel: 2" are names.
+bool AreKeysAndValues(const Names& names, std::string_view line) {
+  if (line.find("=\"") != line.npos) return true;
+  std::size_t values = 0;
+  Names keys;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::size_t colon = names[i].find(": ");
+    if (colon != std::string::npos && ParseNumber(names[i].substr(colon + 2))) {
+      keys.push_back(names[i].substr(0, colon));
+    } else if (names[i].ends_with(':') && i + 1 < names.size() && ParseNumber(names[i + 1])) {
+      ++values;
+      keys.push_back(names[i]);
+    }
+  }
+  const bool one_key = std::ranges::count(keys, keys.empty() ? "" : keys.front()) > 1;
+  return !one_key && keys.size() > 1 && 2 * keys.size() >= names.size() - values;
 }
 
 /// "1400. 3.6" between wide blanks
@@ -217,7 +251,10 @@ bool AreCitation(const Names& names, std::string_view line) {
 
 /// What stands between blanks and tells of the file: "Street, Boston, MA  02110, USA", "save('t.txt')", "% Jane Doe 1997",
 /// "begin data.", "@TYPE xy", "10 sizes", "# units Angstroms".
-bool TellOfFile(const Names& names, std::string_view line) {
+bool TellOfFile(const Names& all, std::string_view line) {
+  Names names = all;
+  std::erase(names, std::string());
+  if (names.empty()) return false;
   const std::string& first = names.front();
   const std::string& last = names.back();
   if (first.starts_with('@') || (names.size() == 2 && LowerAscii(first) == "units")) return true;
@@ -234,6 +271,16 @@ bool TellOfFile(const Names& names, std::string_view line) {
   const auto numbers = std::ranges::count_if(
       names, [](const std::string& name) { return KindOfField(name) == FieldKind::Number; });
   const std::string_view text = TrimBlankBytes(line);
+  // "NACA 2414", "5.0 mag   ND filter 1.0M": numbers name columns where they rise, or are years.
+  const auto is_figure = [](const std::string& name) {
+    const FieldKind kind = KindOfField(name);
+    return !IsYear(name) && (kind == FieldKind::Number ||
+                             (kind == FieldKind::Quantity && name.find('.') < name.find(' ')));
+  };
+  if (line.find(',') == line.npos && line.find('"') == line.npos &&
+      std::ranges::any_of(names, is_figure)) {
+    return true;
+  }
   const bool plain = text.empty() || IsLetter(text.front()) || IsDigit(text.front());
   const bool by_blanks = line.find(',') == line.npos;
   if (by_blanks && numbers == 1 &&
@@ -260,18 +307,21 @@ bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
   if (AreNumbersAcross(names)) return true;
   std::size_t filled = 0;
   std::size_t texts = 0;
+  std::size_t words = 0;          // of these, what does not stand for a missing value
   std::size_t numbers_ahead = 0;  // of the first text
   for (const std::string& name : names) {
     const FieldKind kind = KindOfField(name);
     filled += kind == FieldKind::Empty ? 0 : 1;
     texts += kind == FieldKind::Text || kind == FieldKind::Placeholder ? 1 : 0;
+    words += kind == FieldKind::Text ? 1 : 0;
     numbers_ahead += kind == FieldKind::Number && texts == 0 ? 1 : 0;
   }
   // Numbers are put in quotes where they name.
   if (texts == 0) return filled > 0 && AllInQuotes(line, filled) && !RepeatNumbers(names);
+  if (words == 0 && names.size() > 1) return false;  // a row of missing values
   if (numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
-      AreMeasured(names, line) || MarksSection(names) || AreCitation(names, line) ||
-      TellOfFile(names, line))
+      AreKeysAndValues(names, line) || AreMeasured(names, line) || MarksSection(names) ||
+      MarksPart(names, line) || AreCitation(names, line) || TellOfFile(names, line))
     return false;
   return (!HoldsSentence(names, line, preamble) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);

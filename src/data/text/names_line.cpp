@@ -141,7 +141,11 @@ bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
   if (names.size() == columns + 1 && names.front().ends_with(':')) names.erase(names.begin());
   if (names.size() == columns) return true;
   const bool all_filled = std::ranges::none_of(names, &std::string::empty);
-  if (labels == RowLabels::Possible && columns > 2 && names.size() + 1 == columns && all_filled) {
+  // Behind an empty one for the first column of labels the second may lack its name, too.
+  const bool labelled = names.size() > 3 && names.front().empty() &&
+                        std::count(names.begin(), names.end(), std::string()) == 1;
+  if (labels == RowLabels::Possible && columns > 2 && names.size() + 1 == columns &&
+      (all_filled || labelled)) {
     names.insert(names.begin(), std::string());
     return true;
   }
@@ -152,6 +156,12 @@ bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
 /// most characters.
 Names SplitByPlace(std::string_view line, const TextLayout& layout) {
   const std::size_t columns = layout.cuts.size();
+  if (const std::string_view bare = TrimBlankBytes(line);
+      bare.size() > 1 && bare.front() == '|' && bare.back() == '|') {
+    Names names = SplitBy(NameGaps::Bar, bare, layout);
+    names.resize(columns);
+    return names;
+  }
   for (const std::size_t at_least : {std::size_t{1}, std::size_t{2}}) {
     Names names = SplitByBlanks(line, at_least, layout);
     if (names.size() == columns) return names;
@@ -299,7 +309,8 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   if (text.find('(') != text.npos && layout.IsSeparator(',')) {
     if (Names names = SplitOutsideParentheses(text, layout); names.size() == wanted) return names;
   }
-  if (!comment && wanted > 1 && !layout.IsSeparator(' ')) {
+  const bool tight = !comment || text.find_first_of("|;\t") != text.npos;
+  if (tight && wanted > 1 && !layout.IsSeparator(' ')) {
     Names names = SplitBy(NameGaps::Separators, text, layout);
     const bool few_more = names.size() > wanted && names.size() <= wanted + kMostNamesTooMany;
     if (few_more && std::ranges::none_of(std::span(names).first(wanted), &std::string::empty)) {
@@ -317,7 +328,9 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
     return std::nullopt;
   }
   for (const NameGaps gaps : kOtherGaps) {
-    Names names = SplitBy(gaps, text, layout);
+    // "TIREG (F8.1,F6.1)": commas within parentheses part nothing.
+    Names names = gaps == NameGaps::Comma ? SplitOutsideParentheses(text, layout)
+                                          : SplitBy(gaps, text, layout);
     if (names.size() == wanted) {
       DropTrailingSeparators(names);
       return names;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/ascii.h"
+#include "base/number_text.h"
 #include "data/text/field_kind.h"
 #include "data/text/line_words.h"
 #include "data/text/names_judge.h"
@@ -121,6 +122,26 @@ bool LeaveOutFirst(const Names& above, std::size_t columns) {
                      [](const std::string& name) { return !name.empty(); });
 }
 
+/// ",,1,2,3" over "t,limit,mean,mean,mean": numbers that count on over columns of one name, and over no others.
+bool CountAlikeNames(std::string_view upper, std::string_view lower, const TextLayout& layout) {
+  constexpr std::size_t kFewest = 3;
+  if (ByBlanks(layout)) return false;
+  const Names above = FieldsOf(upper, layout), below = FieldsOf(lower, layout);
+  if (above.size() != below.size()) return false;
+  std::size_t counted = 0;
+  const std::string* alike = nullptr;
+  std::int32_t last = 0;
+  for (std::size_t i = 0; i < above.size(); ++i) {
+    if (above[i].empty() && (alike == nullptr || below[i] != *alike)) continue;
+    const std::optional<std::int32_t> number = ParseInteger(above[i]);
+    if (!number || (alike != nullptr && (*number != last + 1 || below[i] != *alike))) return false;
+    alike = &below[i];
+    last = *number;
+    ++counted;
+  }
+  return counted >= kFewest;
+}
+
 /// True when `upper`, the line right above the names, or of which `lower` gives the units, is part of them: names that are alike
 /// become different, or every word of it stands over a name as the rows' own heads do.
 bool AreStacked(std::string_view upper, std::string_view lower, const TextLayout& layout,
@@ -129,6 +150,7 @@ bool AreStacked(std::string_view upper, std::string_view lower, const TextLayout
   const auto wanted = static_cast<std::size_t>(columns);
   const std::optional<Names> stacked = StackNames(upper, lower, layout, columns);
   if (!stacked) return false;
+  if (CountAlikeNames(upper, lower, layout)) return true;
   Names above = FieldsOf(upper, layout);
   std::erase(above, std::string());
   if (!AreNames(above, upper) || AreSetting(above) || AreUnits(above)) return false;

@@ -80,11 +80,17 @@ struct Opening {
   RowLabels labels = RowLabels::Possible;
 };
 
+/// Words that separators part may hold marks of remarks.
+Before MayStandBeforeRemark(const TextLayout& layout) {
+  return layout.IsSeparator(' ') ? Before::Words : Before::Numbers;
+}
+
 Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSInfo& info) {
   const std::int32_t header_lines = info.FileHasHeaders;
   const std::int64_t table_end = std::int64_t{header_lines} + info.TableLines;
   Opening opening;
   LineWalker walker(text, layout.line_end);
+  const Before before = MayStandBeforeRemark(layout);
   std::int32_t rows = 0;
   bool all_end = true;
   for (std::int32_t i = 0; rows < kColumnLines && !walker.AtEnd(); ++i) {
@@ -97,7 +103,8 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
       opening.header.push_back(line);
     }
     if (ahead) continue;
-    const std::int32_t columns = CountFields(WithoutRemark(line, layout), layout, kMostColumns);
+    const std::int32_t columns =
+        CountFields(WithoutRemark(line, layout, before), layout, kMostColumns);
     if (rows == 0) opening.first_row_columns = columns;
     if (opening.rows.size() < kRowsOfPlaces) opening.rows.push_back(line);
     if (!EndsWithSeparator(line, layout)) all_end = false;
@@ -121,7 +128,8 @@ std::int32_t CountColumns(std::string_view text, const TextLayout& layout) {
   LineWalker walker(text, layout.line_end);
   std::int32_t columns = 0;
   for (std::int32_t i = 0; i < kColumnLines && !walker.AtEnd(); ++i) {
-    const std::string_view line = WithoutRemark(walker.Next(), layout);
+    const std::string_view line =
+        WithoutRemark(walker.Next(), layout, MayStandBeforeRemark(layout));
     if (IsDataLine(line, layout)) {
       columns = std::max(columns, CountFields(line, layout, kMostColumns));
     }
