@@ -104,7 +104,7 @@ struct TDSInfo {
   bool PointsEdited = false;
   /// The line above NamesLine holds the upper words of the names (key 86, written only when true).
   bool StackedNames = false;
-  /// Only rows that hold GroupValue (key 88) in this column are loaded (key 87); empty: all.
+  /// Only rows that hold GroupValue (key 89) in this column are loaded (key 88); empty: all.
   std::string GroupColumn;
   std::string GroupValue;
   std::string Recipe;  ///< how computed points were made; empty: they were not (key 77)

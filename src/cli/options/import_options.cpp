@@ -221,6 +221,10 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
                "Of several rows at one X the last one counts")
       .Group(group)
       .Excludes(duplicates);
+  command
+      .AddFlag("--whole-table", arguments.whole_table,
+               "Keep rows of several kinds, which a column of texts tells apart, in one DataSet")
+      .Group(group);
 }
 
 ImportOptions ToImportOptions(const ImportArguments& arguments) {
@@ -239,6 +243,7 @@ ImportOptions ToImportOptions(const ImportArguments& arguments) {
   options.units_line = arguments.units_line;
   options.comment_marks = arguments.comment_marks;
   options.missing = arguments.missing;
+  options.whole_table = arguments.whole_table;
   ReadSampling(arguments.every, options);
   options.x_format = FormatNamed(arguments.x_format);
   options.y_format = FormatNamed(arguments.y_format);

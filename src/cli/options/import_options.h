@@ -39,6 +39,7 @@ struct ImportArguments {
   bool overwrite_equal = false;
   std::optional<int> names_line;
   std::optional<bool> stacked_names;
+  bool whole_table = false;
   std::optional<int> units_line;
   std::optional<std::string> comment_marks;
   std::optional<std::string> missing;

@@ -10,6 +10,7 @@
 #include "data/import/column_roles.h"
 #include "data/import/import_source.h"
 #include "data/import/load_source.h"
+#include "data/import/split_groups.h"
 #include "data/import/split_runs.h"
 #include "data/import/whole_data.h"
 #include "data/packed/unpack.h"
@@ -35,6 +36,17 @@ void DescribeErrors(const ImportSource& source, const ChosenErrors& errors, std:
   index = *errors.column;
 }
 
+/// The name of its column, and its number where an earlier one is called so as well: "y #2".
+std::string SeriesNameOf(const ImportSource& source, const ChosenColumns& columns,
+                         std::size_t number) {
+  const std::string name = source.NameOf(columns.y[number]);
+  const auto before = std::span(columns.y).first(number);
+  const bool again = std::ranges::any_of(before, [&](std::int32_t other) {
+    return other != columns.y[number] && source.NameOf(other) == name;
+  });
+  return again ? name + " #" + std::to_string(columns.y[number]) : name;
+}
+
 void Describe(TDataSeries& series, const ImportSource& source, const ImportOptions& options,
               const ChosenColumns& columns, std::size_t number) {
   const std::int32_t x = columns.XOf(number), y = columns.y[number];
@@ -50,7 +62,7 @@ void Describe(TDataSeries& series, const ImportSource& source, const ImportOptio
   DescribeErrors(source, y_errors, info.YErrorColumn, info.y_error_index);
   DescribeErrors(source, columns.x_errors, info.XErrorColumn, info.x_error_index);
   series.SetErrors({y_errors.rule, columns.x_errors.rule, {}, {}});
-  series.SetSeriesName(source.NameOf(y));
+  series.SetSeriesName(SeriesNameOf(source, columns, number));
   series.SetNumericalTolerance(options.tolerance);
   series.SetDuplicatesAllowed(options.duplicates_allowed.value_or(options.tolerance == 0));
   if (options.x_expression) series.Source().XColExpr = *options.x_expression;
@@ -194,7 +206,12 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   result.cancelled = result.reports.front().cancelled;
   RequirePoints(result, options, source.supplier->Describe());
   RequireMostRows(result, source.info, options, source.supplier->Describe());
-  if (!options.row_choice && !options.every) SplitRuns(result, *source.supplier, load, make);
+  const bool whole_rows = !options.row_choice && !options.every;
+  const std::size_t tables = result.series.size();
+  if (whole_rows) SplitRuns(result, *source.supplier, load, make);
+  if (whole_rows && !options.whole_table && result.series.size() == tables) {
+    SplitGroups(result, source, columns, load, make);
+  }
   return result;
 }
 

@@ -51,6 +51,8 @@ struct ImportOptions {
   std::optional<std::string> y_expression;
   /// What to read of a file that holds several tables, as TDSInfo::TablePart; empty: the one that looks largest.
   std::string table_part = {};
+  /// Rows of several kinds ("Entity,Year,Deaths") stay one DataSet.
+  bool whole_table = false;
   double tolerance = 0;
   /// Default: allowed where the file repeats X, unless `tolerance` makes near points one.
   std::optional<bool> duplicates_allowed;

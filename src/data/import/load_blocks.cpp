@@ -23,6 +23,9 @@ const BlockSource* LoadRun::UsefulBlocks() const {
   const auto is_dense = [](const Member& m) {
     return m.target->Chooser().Every() <= kDensestSampling || m.target->Info().Run != 0;
   };
+  // Blocks hold no texts.
+  const auto of_group = [](const Member& m) { return m.group_column.has_value(); };
+  if (std::ranges::any_of(members_, of_group)) return nullptr;
   const bool all = std::all_of(members_.begin(), members_.end(), same_headers);
   return all && std::any_of(members_.begin(), members_.end(), is_dense) ? blocks : nullptr;
 }

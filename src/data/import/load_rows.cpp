@@ -41,11 +41,22 @@ void LoadRun::LoadRows() {
       if (blanks > 0) target.PassBlankLines(blanks);
       if (supplier_.RemarkPassed()) target.PassRemark();
       if (target.Chooser().NextRow() != supplier_.CurrentRow() - member.headers) continue;
-      target.Take(ReadRow(supplier_, target.Info(), member.row, member.columns),
-                  [this] { return supplier_.Line(); });
+      RowValues values = ReadRow(supplier_, target.Info(), member.row, member.columns);
+      values.of_group = IsOfGroup(member);
+      target.Take(values, [this] { return supplier_.Line(); });
     }
   }
   cancelled_ = cancelled_ || progress_.Cancelled();
+}
+
+bool LoadRun::IsOfGroup(const Member& member) {
+  if (!member.group_column) return true;
+  const std::int32_t column = *member.group_column;
+  const std::int64_t row = supplier_.CurrentRow();
+  if (group_text_.row != row || group_text_.column != column) {
+    group_text_ = {row, column, supplier_.TextAt(column)};
+  }
+  return group_text_.text == member.target->Info().GroupValue;
 }
 
 /// What the source can say of rows before the first one taken need not be read. False when cancelled.

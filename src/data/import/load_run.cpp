@@ -114,6 +114,11 @@ void LoadRun::ResolveColumns() {
     if (info.y_error_index < 0) info.y_error_index = supplier_.ColumnIndex(info.YErrorColumn);
     if (info.x_error_index < 0) info.x_error_index = supplier_.ColumnIndex(info.XErrorColumn);
     Member member;
+    if (!info.GroupColumn.empty()) {
+      const std::int32_t column = supplier_.ColumnIndex(info.GroupColumn);
+      if (column < 0) continue;
+      member.group_column = column;
+    }
     member.number = i;
     member.x_column = info.x_column_index;
     member.y_column = info.y_column_index;

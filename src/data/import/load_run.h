@@ -56,6 +56,7 @@ class LoadRun {
     std::optional<std::size_t> y_error_request, x_error_request;
     std::vector<std::size_t> column_requests;  // of what its column expressions read
     std::vector<double> columns;               // their values in the row at hand
+    std::optional<std::int32_t> group_column;  // of GroupColumn
   };
   static constexpr std::size_t kRowNumbers = ~std::size_t{0};
 
@@ -70,6 +71,7 @@ class LoadRun {
 
   // Row by row
   void LoadRows();
+  bool IsOfGroup(const Member& member);
   bool PassRowsBelow();
   RowPlan PlanAhead() const;
   bool TellPlan();
@@ -97,6 +99,13 @@ class LoadRun {
   std::optional<std::int64_t> rows_;
   std::optional<std::size_t> searching_;  // DataSets without a first row when the plan was told
   bool cancelled_ = false;
+  // What stands in a column that tells groups apart, in the row that was looked at last.
+  struct GroupText {
+    std::int64_t row = -1;
+    std::int32_t column = -1;
+    std::string text;
+  };
+  GroupText group_text_;
 };
 
 }  // namespace tarnwick

@@ -38,6 +38,8 @@ constexpr SourceSetting kTextSettings[] = {
     {"AutoRowHitFreq"},
     {"AllRows"},
     {"Run"},
+    {"GroupColumn"},
+    {"GroupValue"},
     {"Follow"},
     {"KeepPoints"},
     {"RowChoiceMode"},

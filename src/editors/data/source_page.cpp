@@ -391,6 +391,8 @@ void SourcePage::Guess() {
     info.AutoRowHitFreq = before.AutoRowHitFreq;
     info.RowSamplingFrequency = before.RowSamplingFrequency;
     info.Run = before.Run;
+    info.GroupColumn = before.GroupColumn;
+    info.GroupValue = before.GroupValue;
     draft_.Source() = info;
     const std::string told = Sentence(TellImport({}, {}, guessed.notes));
     Tell(told.empty() ? tr("Nothing about this file is doubtful.") : ToQt(told));

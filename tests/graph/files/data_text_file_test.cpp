@@ -131,7 +131,8 @@ TEST(DataText, KeepsErrorsThatTheImportTakesAsThat) {
   ASSERT_EQ(result.series.size(), 6U);
   for (std::size_t i = 0; i < 5; ++i) {
     const TDataSeries& series = *result.series[i];
-    EXPECT_EQ(series.SeriesName(), kNames[i].name);
+    // Of two columns called "a" the second tells its place.
+    EXPECT_EQ(series.SeriesName(), kNames[i].name + (i == 4 ? " #9" : ""));
     EXPECT_EQ(NumbersAlong(series.Points(), series.Errors().y_values),
               std::vector<double>({3, 4, 5}))
         << i;

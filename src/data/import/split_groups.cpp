@@ -1,0 +1,150 @@
+#include "data/import/split_groups.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "data/import/split_runs.h"
+#include "data/import/value_order.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::int64_t kMostRows = 200'000;  // read to find out
+constexpr std::size_t kMostCandidates = 6;
+constexpr std::size_t kFewestRowsOfGroup = 3;  // in the mean
+
+/// The rows of one kind.
+struct Group {
+  std::size_t rows = 0;
+  double last_x = 0;
+  bool rises = true, falls = true;  ///< in every row
+
+  void Take(double x) {
+    if (rows > 0) {
+      rises = rises && x > last_x;
+      falls = falls && x < last_x;
+    }
+    last_x = x;
+    ++rows;
+  }
+};
+
+/// A column of texts, and what its kinds of rows are.
+struct Candidate {
+  std::int32_t column = 0;
+  std::map<std::string, std::size_t> places;
+  std::vector<std::string> names;  ///< as they come
+  std::vector<Group> groups;
+  bool possible = true;
+
+  void Take(std::string text, double x) {
+    const auto [place, is_new] = places.try_emplace(std::move(text), groups.size());
+    if (is_new) {
+      possible = groups.size() < kMostRuns && !place->first.empty();
+      names.push_back(place->first);
+      groups.emplace_back();
+    }
+    groups[place->second].Take(x);
+    const Group& group = groups[place->second];
+    possible = possible && (group.rises || group.falls);
+  }
+
+  bool PartsRows(std::size_t rows) const {
+    return possible && groups.size() > 1 && rows >= kFewestRowsOfGroup * groups.size();
+  }
+};
+
+/// Columns whose first texts repeat, as kinds do.
+std::vector<Candidate> CandidatesIn(const ImportSource& source) {
+  std::vector<Candidate> candidates;
+  for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
+    const auto column = static_cast<std::int32_t>(i);
+    const bool of_time =
+        std::ranges::find(source.time_columns, column) != source.time_columns.end();
+    if (source.columns[i].has_numbers || of_time || candidates.size() == kMostCandidates) continue;
+    std::vector<std::string> texts = source.samples[i];
+    std::ranges::sort(texts);
+    const auto kinds = std::ranges::unique(texts).begin() - texts.begin();
+    if (2 * kinds > std::ssize(texts)) continue;
+    candidates.emplace_back();
+    candidates.back().column = column;
+  }
+  return candidates;
+}
+
+/// The first column that parts the rows; nothing where none does.
+std::optional<Candidate> FindGroups(const ImportSource& source, const TDSInfo& info) {
+  std::vector<Candidate> candidates = CandidatesIn(source);
+  TDataSupplier& supplier = *source.supplier;
+  std::size_t rows = 0;
+  supplier.FirstRow();
+  supplier.SkipRows(info.FileHasHeaders - supplier.HeaderRowsPassed());
+  for (; !supplier.AtEnd() && !candidates.empty(); supplier.NextRow()) {
+    const std::optional<double> x = supplier.ReadValue(info.x_column_index, info.XFormat);
+    if (!x) continue;
+    if (std::cmp_equal(++rows, kMostRows)) return std::nullopt;
+    for (Candidate& candidate : candidates) candidate.Take(supplier.TextAt(candidate.column), *x);
+    std::erase_if(candidates, [](const Candidate& candidate) { return !candidate.possible; });
+  }
+  const auto found = std::ranges::find_if(
+      candidates, [rows](const Candidate& candidate) { return candidate.PartsRows(rows); });
+  return found == candidates.end() ? std::nullopt : std::optional(std::move(*found));
+}
+
+std::unique_ptr<TDataSeries> SeriesOf(const TDataSeries& whole, const std::string& name,
+                                      const Candidate& groups, const std::string& column,
+                                      std::size_t number, const SeriesFactory& make) {
+  std::unique_ptr<TDataSeries> series = make();
+  DataState state = series->State();
+  state.settings = whole.Settings();
+  state.errors = {whole.Errors().y, whole.Errors().x, {}, {}};
+  state.settings.source.GroupColumn = column;
+  state.settings.source.GroupValue = groups.names[number];
+  series->SetState(state);
+  series->SetSeriesName(name + groups.names[number]);
+  return series;
+}
+
+/// X stands still or turns back among the rows looked at: one curve would rise.
+bool MayHoldGroups(const ImportSource& source, const ChosenColumns& columns) {
+  constexpr std::size_t kFewest = 2 * kFewestRowsOfGroup;
+  if (columns.x == kRowNumberColumn || !columns.own_x.empty() || source.samples.empty()) {
+    return false;
+  }
+  const std::vector<double>& x = source.GuessOf(columns.x).values;
+  // Of a time in several columns nothing is known yet.
+  if (columns.x == kJoinedTimeColumn) return true;
+  return x.size() >= kFewest && (!IsMonotone(x) || std::ranges::adjacent_find(x) != x.end());
+}
+
+}  // namespace
+
+void SplitGroups(ImportResult& result, const ImportSource& source, const ChosenColumns& columns,
+                 const LoadOptions& load, const SeriesFactory& make) {
+  if (result.cancelled || !MayHoldGroups(source, columns)) return;
+  const std::optional<Candidate> groups = FindGroups(source, result.series.front()->Source());
+  if (!groups || groups->groups.size() * result.series.size() > kMostRunDataSets) return;
+  const std::string column = source.ReferenceTo(groups->column);
+  std::vector<std::unique_ptr<TDataSeries>> split;
+  std::vector<TDataSeries*> all;
+  for (const auto& whole : result.series) {
+    const std::string name = result.series.size() == 1 ? "" : whole->SeriesName() + ", ";
+    for (std::size_t i = 0; i < groups->names.size(); ++i) {
+      split.push_back(SeriesOf(*whole, name, *groups, column, i, make));
+      all.push_back(split.back().get());
+    }
+  }
+  result.reports = LoadShared(all, *source.supplier, load);
+  result.series = std::move(split);
+  result.cancelled = result.reports.front().cancelled;
+  result.notes.push_back("the rows belong to " + std::to_string(groups->names.size()) +
+                         " kinds of " + source.Quoted(groups->column) +
+                         ", each is a DataSet of its own (--whole-table keeps them together)");
+}
+
+}  // namespace tarnwick
