@@ -183,8 +183,9 @@ bool LieBeyond(std::span<const std::string> marks, const ImportSource& source) {
     std::erase_if(values,
                   [&](double value) { return std::ranges::find(numbers, value) != numbers.end(); });
     if (values.empty()) return false;
-    const auto [low, high] = std::ranges::minmax(values);
-    return std::ranges::all_of(numbers, [=](double mark) { return mark < low || mark > high; });
+    const auto ends = std::ranges::minmax(values);
+    return std::ranges::all_of(numbers,
+                               [&](double mark) { return mark < ends.min || mark > ends.max; });
   });
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/word_list.h"
@@ -97,9 +98,11 @@ void TellOfFarValues(const ImportSource& source, const ChosenColumns& columns, N
     const std::optional<double> far = RepeatedFarFromOthers(guess.values);
     if (!far) continue;
     const std::string value = ShortestText(*far);
-    notes.push_back(source.Quoted(column) + " is " + value +
-                    " in several rows, far from all others (--missing " + value +
-                    " has it stand for no value)");
+    std::string note = source.Quoted(column);
+    note += " is " + value;
+    note += " in several rows, far from all others (--missing " + value;
+    note += " has it stand for no value)";
+    notes.push_back(std::move(note));
   }
 }
 

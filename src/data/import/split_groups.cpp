@@ -69,7 +69,7 @@ std::vector<Candidate> CandidatesIn(const ImportSource& source) {
     if (source.columns[i].has_numbers || of_time || candidates.size() == kMostCandidates) continue;
     std::vector<std::string> texts = source.samples[i];
     std::ranges::sort(texts);
-    const auto kinds = std::ranges::unique(texts).begin() - texts.begin();
+    const auto kinds = std::unique(texts.begin(), texts.end()) - texts.begin();
     if (2 * kinds > std::ssize(texts)) continue;
     candidates.emplace_back();
     candidates.back().column = column;
