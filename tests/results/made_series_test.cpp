@@ -152,6 +152,22 @@ TEST_F(MadeOnGraph, RefusesDataSetsThatAToolCannotTake) {
   EXPECT_EQ(graph_.SeriesCount(), before);
 }
 
+TEST_F(MadeOnGraph, PointsOfEvenXStayWhereTheyAreAtTheStepThatIsSuggested) {
+  TSeries& even = Add("Even");
+  for (int x = 0; x < 7; ++x) even.AddPoint(3 + 0.5 * x, x * x % 5);
+  const TSeries& made = Make(kResampleTool, even);
+  ASSERT_EQ(made.PointCount(), even.PointCount());
+  for (std::size_t i = 0; i < 7; ++i) {
+    EXPECT_EQ(made.Points().At(i).x, even.Points().At(i).x);
+    EXPECT_NEAR(made.Points().At(i).y, even.Points().At(i).y, 1e-12);
+  }
+  TSeries& one = Add("One");
+  one.AddPoint(3, 1);
+  ToolSettings settings(kResampleTool.settings);
+  kResampleTool.suggest(one, settings);
+  EXPECT_EQ(settings.Number("step"), 1);
+}
+
 TEST_F(MadeOnGraph, BaseLinesThroughRegionsAreTheSourcesOwnWhereStraight) {
   const TSeries& source = Add("Line");
   for (int x = 0; x < 20; ++x) graph_.Series(1).AddPoint(x, 3 + 2 * x + (x / 5 == 1 ? 50 : 0));

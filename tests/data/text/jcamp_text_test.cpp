@@ -27,7 +27,7 @@ TEST(JcampText, TablesBecomeLinesOfXAndY) {
        "0\t5\n1\t6\n4\t7\n"},
       {"neither ends nor a step", "##NPOINTS=1\n", "3 5 6\n", "3\t5\n4\t6\n"},
       {"signs between numbers", "##DELTAX=1\n", "1+5-6+7\n", "1\t5\n2\t-6\n3\t7\n"},
-      {"exponents", "##DELTAX=1\n", "1 5E+1 1.5E2\n", "1\t50\n2\t150\n"},
+      {"exponents", "##DELTAX=1\n", "1 5E+1 1.5E2 5E-1\n", "1\t50\n2\t150\n3\t0.5\n"},
       {"first digits as letters", "##DELTAX=1\n", "1A2@c5\n", "1\t12\n2\t0\n3\t-35\n"},
       {"differences, the last value checked on the next line", "##DELTAX=1\n", "1A0J%k\n4IJ\n",
        "1\t10\n2\t11\n3\t11\n4\t9\n5\t10\n"},

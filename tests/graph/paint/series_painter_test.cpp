@@ -198,6 +198,8 @@ TEST(PaintSeries, BoundLinesStandAtTheirLevels) {
       {BoundsMode::StandardDeviations, BoundLineMode::Lower, 1, 2, {1.5 - 2 * sd}},
       {BoundsMode::PercentOfMean, BoundLineMode::Both, 10, 50, {1.65, 0.75}},
       {BoundsMode::Absolute, BoundLineMode::None, 2.5, -1, {}},
+      {BoundsMode::Absolute, BoundLineMode::Both, 3, -2.99, {3, -2.99}},  // at the plot's edge
+      {BoundsMode::Absolute, BoundLineMode::Both, 3.01, -1, {-1}},
   };
   for (const BoundRow& row : kRows) {
     TSeries series;
