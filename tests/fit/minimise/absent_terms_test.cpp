@@ -69,11 +69,20 @@ TEST(AbsentTerms, AreThoseWithoutWhichTheFitIsAsGood) {
 // A bound that leaves 0 out says that the term is there.
 TEST(AbsentTerms, AreNotAskedForWhereTheirBoundsLeaveZeroOut) {
   const Points points = MakePoints(60, 0, 10, 0.5, [](double) { return 1.0; });
-  for (const double low : {-HUGE_VAL, 1e-3}) {
+  const struct {
+    double value, low, high;
+    std::size_t terms;
+  } rows[] = {{0.2, -HUGE_VAL, HUGE_VAL, 1},
+              {0.2, 0, HUGE_VAL, 1},
+              {0.2, 1e-3, HUGE_VAL, 0},
+              {-0.2, -HUGE_VAL, 0, 1},
+              {-0.2, -HUGE_VAL, -1e-3, 0}};
+  for (const auto& row : rows) {
     const auto model =
-        MakeModel("d+e*exp(0-((x-f)/g)^2)", {{"d", 1}, {"e", 0.2}, {"f", 4}, {"g", 1}});
+        MakeModel("d+e*exp(0-((x-f)/g)^2)", {{"d", 1}, {"e", row.value}, {"f", 4}, {"g", 1}});
     FitSettings settings = model->Settings();
-    settings.parameters[1].Low = low;
+    settings.parameters[1].Low = row.low;
+    settings.parameters[1].High = row.high;
     model->SetSettings(settings, false);
     model->Prepare();
     ModelResiduals residuals(*model, points.View());
@@ -81,8 +90,8 @@ TEST(AbsentTerms, AreNotAskedForWhereTheirBoundsLeaveZeroOut) {
     const FitFigures figures =
         ComputeFitFigures(residuals.Reduce(values, Reduction::Orthogonal), {.count = 60});
     NoProgress progress;
-    EXPECT_EQ(FindAbsentTerms(residuals, values, figures.statistics, progress).size(),
-              low > 0 ? 0U : 1U);
+    EXPECT_EQ(FindAbsentTerms(residuals, values, figures.statistics, progress).size(), row.terms)
+        << row.low << " to " << row.high;
   }
 }
 
