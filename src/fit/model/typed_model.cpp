@@ -32,6 +32,7 @@ std::vector<std::string> UnknownNames(TCurFit& compiled) {
   }
   std::ranges::stable_sort(found, {}, &Typed::place);  // compiling meets them otherwise
   std::vector<std::string> names;
+  names.reserve(found.size());
   for (Typed& one : found) names.push_back(std::move(one.name));
   return names;
 }
