@@ -4,12 +4,16 @@
 #include <cstdint>
 
 #include "data/text/header_lines.h"
+#include "data/text/names_judge.h"
 #include "data/text/names_line.h"
 
 namespace tarnwick {
 namespace {
 
 constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one of a few rows outweighs
+constexpr std::size_t kHandful = 5;          // rows, fewer than which weigh less
+constexpr std::size_t kLinesPerHandful =
+    2;  // of text that one of so few, or of single numbers, outweighs
 constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
 constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
 constexpr std::size_t kFewestNamedRows = 3;  // below a line of names, at the end of a text
@@ -18,14 +22,25 @@ constexpr std::size_t kLinesAboveRule = 3;  // names, units, the rule itself
 constexpr std::size_t kReportRows = 15;     // of each table of a report
 constexpr double kReportDensity = 0.9;      // of values among the fields of each table of a report
 
+/// A line that names its columns stands right above.
+bool IsNamed(const FoundTable& table, const GuessLines& lines, const TextLayout& layout) {
+  const auto above = std::span(lines.first).first(table.first);
+  const std::int32_t names = FindHeaderLines(above, layout, table.fields).names;
+  return names > 0 && static_cast<std::size_t>(names) + kLinesBehindNamed > table.first;
+}
+
 /// A few full rows below a line that names their columns end the text.
 bool EndsNamed(const FoundTable& table, const GuessLines& lines, const TextLayout& layout) {
   const bool full = table.weight >= static_cast<double>(table.rows) && table.odd_rows == 0;
   if (!lines.whole || !full || table.fields < 2 || table.rows < kFewestNamedRows) return false;
-  if (table.behind + kLinesBehindNamed < lines.first.size()) return false;
-  const auto above = std::span(lines.first).first(table.first);
-  const std::int32_t names = FindHeaderLines(above, layout, table.fields).names;
-  return names > 0 && static_cast<std::size_t>(names) + kLinesBehindNamed > table.first;
+  return table.behind + kLinesBehindNamed >= lines.first.size() && IsNamed(table, lines, layout);
+}
+
+/// A line that names columns, or a rule, tells where a table begins.
+bool IsHeaded(const FoundTable& table, const GuessLines& lines, const TextLayout& layout) {
+  const std::string_view above =
+      table.first > 0 ? TrimBlankBytes(lines.first[table.first - 1]) : std::string_view();
+  return (!above.empty() && IsRule(above)) || IsNamed(table, lines, layout);
 }
 
 /// Rows below a rule of as many strokes as they have fields, below as many names.
@@ -59,8 +74,10 @@ bool IsWorthIt(const FoundTable& table, std::span<const FoundTable> all, const G
   if (rows == 1 && table.weight < kTableDensity) return false;
   const auto texts = static_cast<std::size_t>(std::ranges::count_if(lines.first, is_text));
   if (rows < kFewRows || table.fields == 1) {
-    return rows * (table.fields > 1 ? kLinesPerFewRows : 2) >= texts ||
-           EndsNamed(table, lines, layout) || StandsBelowRule(table, lines.first, layout);
+    const bool few = rows < kHandful && !IsHeaded(table, lines, layout);
+    const std::size_t per_row = table.fields == 1 || few ? kLinesPerHandful : kLinesPerFewRows;
+    return per_row * rows >= texts || EndsNamed(table, lines, layout) ||
+           StandsBelowRule(table, lines.first, layout);
   }
   // A report of tables is no text with an example.
   if (2 * RowsOfTables(all) >= texts) return true;

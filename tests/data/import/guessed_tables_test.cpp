@@ -500,6 +500,11 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"one name twice", "x,y,y\n1,2,30\n2,4,28\n", "x: y, y #2, 2"},
       {"words in a few rows", Rows(30, "@.5,HeI,") + "31.5,NeI,3520.47\n",
        "Row number: (col 0), 31"},
+      {"a few rows below a rule",
+       "sets: a and b\nsize: [3x2] [3x2]\nposition  a  b  difference\n"
+       "-------------------------\n[ 0 1 ] 100 120 20\n[ 1 0 ] 101 160 59\n[ 2 0 ] 103 80 23\n"
+       "[ 3 1 ] 105 40 65\n4 differences found\nEXIT CODE: 1\n",
+       "(col 1): (col 2), (col 4), (col 5), (col 6), 4"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };

@@ -48,6 +48,10 @@ TEST(GuessedTables, RefuseWhatIsNone) {
       {"XML", "<?xml version=\"1.0\"?>\n" + Rows(9, "@ 2"), "This is XML"},
       {"JSON", "{ \"rows\": [\n" + Rows(9, "@, 2,") + "]}\n", "This is JSON"},
       {"PostScript", "%!PS-Adobe\n" + Rows(9, "@ 2 moveto"), "PostScript"},
+      {"three rows below more lines of prose",
+       "norm of the residuals 0.75\nnumber of evaluations 21\nexit parameter 5\na final result\n"
+       "of the problem\nin short\n\nfinal approximate solution\n\n\n 1 2 3\n 4 5 6\n 7 8 9\n",
+       "no table of numbers"},
       {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
   };
   const testing::TemporaryFolder folder;
