@@ -11,8 +11,9 @@
 
 namespace tarnwick {
 
-/// The rows to the end of the lines that hold as many words each, the same ones numbers and the others no words of sentences.
-/// Nothing where there are few, or where more than a few other lines stand above them.
+/// The rows to the end of the lines that hold as many words each, the same ones numbers and the others no words of sentences but
+/// labels, or marks (":") that part these. Nothing where there are few, where more than a few other lines stand above them or
+/// one in ten among them, or where all they hold is a number that counts them.
 std::optional<FoundTable> FindLabelledTable(std::span<const std::string_view> lines,
                                             const TextLayout& layout);
 

@@ -19,6 +19,14 @@ bool MayBeginRow(char c) {
   return IsDigit(c) || c == '+' || c == '-' || c == '.' || kOpening.find(c) != kOpening.npos;
 }
 
+/// "1548500700: 0.9 0.8": a colon behind the number that begins the row, and none further on, as times have.
+bool HasColonBehindFirst(std::string_view line) {
+  const std::size_t colon = line.find(':');
+  return colon != line.npos && colon > 0 && colon + 1 < line.size() &&
+         line.find_first_not_of("+-.0123456789") == colon && IsBlankByte(line[colon + 1]) &&
+         line.find(':', colon + 1) == line.npos;
+}
+
 std::string FrameOf(std::string_view line) {
   std::string frame;
   constexpr std::string_view kRowEnd = "\\\\";  // of typeset tables
@@ -33,6 +41,7 @@ std::string FrameOf(std::string_view line) {
   if (open != kOpening.npos && line.back() == kClosing[open]) {
     frame += {kOpening[open], kClosing[open]};
   }
+  if (HasColonBehindFirst(line)) frame += ':';
   return frame;
 }
 

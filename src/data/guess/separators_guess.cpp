@@ -129,21 +129,28 @@ bool BelongsToRow(std::string_view mark, std::string_view line) {
   return mark == "*" && (IsFlag(next) || LabelsRow(rest));
 }
 
-/// A remark stands behind the values of nearly every line: "O 15.999 ; oxygen".
+/// "O 15.999 ; oxygen": between blanks, once; behind nothing but numbers "1.5 2.5 !free text" serves, too.
+bool EndsLine(std::string_view mark, std::string_view line) {
+  const std::size_t at = line.find(mark);
+  const std::size_t behind = at + mark.size();
+  if (at == line.npos || at == 0 || !IsBlankByte(line[at - 1]) || behind >= line.size()) {
+    return false;
+  }
+  const std::string_view before = line.substr(0, at);
+  if (std::ranges::none_of(before, &IsDigit)) return false;
+  const bool numbers = before.find_first_not_of("+-.0123456789eEdD, \t") == before.npos;
+  if (numbers && mark != ";") return true;
+  return IsBlankByte(line[behind]) && line.find(mark, behind) == line.npos;
+}
+
+/// A remark stands behind the values of nearly every line.
 bool EndsLines(std::string_view mark, Lines lines) {
   constexpr std::size_t kFewest = 3;
   std::size_t filled = 0, ended = 0;
   for (const std::string_view line : lines) {
     if (TrimBlankBytes(line).empty()) continue;
     ++filled;
-    const std::size_t at = line.find(mark);
-    const std::size_t behind = at + mark.size();
-    const bool apart = at != line.npos && at > 0 && IsBlankByte(line[at - 1]) &&
-                       behind < line.size() && IsBlankByte(line[behind]);
-    ended += apart && std::ranges::any_of(line.substr(0, at), &IsDigit) &&
-                     line.find(mark, behind) == line.npos
-                 ? 1
-                 : 0;
+    ended += EndsLine(mark, line) ? 1 : 0;
   }
   return ended >= kFewest && 5 * ended >= 4 * filled;
 }

@@ -505,6 +505,13 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "-------------------------\n[ 0 1 ] 100 120 20\n[ 1 0 ] 101 160 59\n[ 2 0 ] 103 80 23\n"
        "[ 3 1 ] 105 40 65\n4 differences found\nEXIT CODE: 1\n",
        "(col 1): (col 2), (col 4), (col 5), (col 6), 4"},
+      {"a colon behind X", Rows(9, "@5: 1.5 @@"), "(col 0): (col 1), (col 2), 9"},
+      {"free text behind a mark", Rows(9, "@ @@ !seen ! by @ and others"), "(col 0): (col 1), 9"},
+      {"a frequency of each pair",
+       "AA: 0.5\nAC: 0.4\nAG: 0.6\nAT: 0.2\nCA: 0.3\nCC: 0.7\nCG: 0.1\nCT: 0.4\nGA: 0.9\nGC: 0.2\n",
+       "Row number: (col 1), 10"},
+      {"a number ahead of each name", Rows(9, "4@ a@_x.txt") + "7 b_x.txt\n",
+       "Row number: (col 0), 10"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };
