@@ -35,7 +35,8 @@ struct ColumnCounts {
   int uncertain = 0;       ///< of these, with "± 0.2" or " (5)" there
   int with_errors = 0;     ///< of these, with "± 0.2" or "(5)", which can be read
   int joined = 0;          ///< of the quantities, with letters right behind the digits
-  int labels = 0;          ///< texts that are numbers with letters that are no known unit: "2p"
+  int labels =
+      0;  ///< texts that begin as numbers with letters that are no known unit: "2p", "8M4I"
   std::vector<std::string> units = {};  ///< different ones, "" where a number but zero has none
   int days_month_first = 0;
   int days_day_first = 0;
@@ -113,10 +114,22 @@ void CountDate(std::string_view text, ColumnCounts& column) {
   column.open_days += month_first && day_first && *month_first != *day_first ? 1 : 0;
 }
 
+/// "2p", "8M4I": digits and letters by turns that are no number with a known unit.
+bool IsLabelOfDigits(std::string_view text) {
+  if (SplitUnit(text)) return true;
+  const auto letter = std::ranges::find_if(text, &IsLetter);
+  return !text.empty() && IsDigit(text.front()) &&
+         std::find_if(letter, text.end(), &IsDigit) != text.end() &&
+         std::ranges::all_of(text, [](char c) { return IsDigit(c) || IsLetter(c); });
+}
+
 void CountField(std::string_view text, ColumnCounts& column) {
   switch (KindOfField(text)) {
     case FieldKind::Empty:
+      return;
     case FieldKind::Placeholder:
+      // Formats of records fill whole columns with it: a few numbers among many make none.
+      column.filled += text == "." ? 1 : 0;
       return;
     case FieldKind::Number:
       CountNumber(text, column);
@@ -129,7 +142,7 @@ void CountField(std::string_view text, ColumnCounts& column) {
       CountQuantity(text, column);
       break;
     case FieldKind::Text:
-      column.labels += SplitUnit(text) ? 1 : 0;
+      column.labels += IsLabelOfDigits(text) ? 1 : 0;
       break;
   }
   ++column.filled;

@@ -187,25 +187,6 @@ std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
   return from;
 }
 
-std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::size_t first,
-                               const TextLayout& layout, const TableBody& body) {
-  const auto numbers =
-      static_cast<std::size_t>(std::ranges::count_if(body.columns, &ColumnGuess::has_numbers));
-  if (numbers < 2) return first;
-  const auto is_row = [&](std::string_view line) {
-    const std::vector<std::string> fields = TextsOf(line, layout);
-    if (fields.size() != body.columns.size()) return false;
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-      const FieldKind kind = KindOfField(fields[i]);
-      const bool fits = kind == FieldKind::Quantity ? body.columns[i].has_units : IsValue(kind);
-      if (body.columns[i].has_numbers && !fits) return false;
-    }
-    return true;
-  };
-  while (first > 0 && IsDataLine(lines[first - 1], layout) && is_row(lines[first - 1])) --first;
-  return first;
-}
-
 namespace {
 
 /// Alike but for empty fields at the end, and for values that are missing.

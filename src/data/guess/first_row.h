@@ -22,11 +22,6 @@ struct TableBody {
 std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
                      const TextLayout& layout, const TableBody& body);
 
-/// The first of the rows right above line `first` that have as many fields and a value wherever the body has numbers: more texts
-/// among them may have passed for lines of text.
-std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::size_t first,
-                               const TextLayout& layout, const TableBody& body);
-
 /// The first of the rows right above line `first`, and below names as many, that have a few fields more or less and the same
 /// kinds of fields where they share them: some write the number of the instrument behind the first row only. `first` where there
 /// is none.

@@ -5,12 +5,15 @@
 #include <utility>
 
 #include "base/ascii.h"
+#include "data/guess/count_row.h"
 #include "data/guess/first_row.h"
 #include "data/guess/format_guess_cuts.h"
 #include "data/guess/format_guess_gaps.h"
 #include "data/guess/format_guess_lines.h"
 #include "data/guess/labelled_table.h"
 #include "data/guess/names_guess.h"
+#include "data/guess/rows_above.h"
+#include "data/guess/section_end.h"
 #include "data/guess/separators_guess.h"
 #include "data/guess/table_search.h"
 #include "data/guess/table_worth.h"
@@ -74,9 +77,9 @@ class Guess {
     PlaceTable();
     const TextLayout layout = LayoutOf(format_, line_end_);
     GuessNames({lines_.first, Rows(layout), table_.fields, layout}, hints_, format_);
-    CountValuesAbove();
     ChooseMerging();
     JudgeAll();
+    TellOfValuesAbove();
     return std::move(format_);
   }
 
@@ -214,8 +217,24 @@ class Guess {
       table_.first = WithAlikeRowsAbove(lines_.first, table_.first, layout, judged);
     }
     table_.first = WithRaggedRowsAbove(lines_.first, table_.first, layout);
+    const auto below = static_cast<std::int32_t>(table_.first) + 1;
+    if (CountsRowsBelow(lines_.first[table_.first], BehindLines(text_, below, line_end_), layout,
+                        judged)) {
+      ++table_.first;
+    }
     format_.header_lines = static_cast<std::int32_t>(table_.first);
     NoteOthers(*best);
+    EndWithSection();
+  }
+
+  /// A section that is headed otherwise holds another table.
+  void EndWithSection() {
+    const auto end = FindSectionEnd(text_, table_.first, line_end_);
+    const auto lines = static_cast<std::size_t>(format_.table_lines);
+    if (!end || (lines > 0 && *end >= table_.first + lines)) return;
+    table_.behind = std::min(table_.behind, *end);
+    format_.table_lines = static_cast<std::int32_t>(*end - table_.first);
+    format_.left_out_from = static_cast<std::int32_t>(*end) + 1;
   }
 
   /// Values among words, as preambles have them, are not worth being told.
@@ -243,7 +262,11 @@ class Guess {
     format_.odd_rows = chosen.odd_rows;
     bool more_behind = false;
     for (const FoundTable& other : tables_) {
-      if (other.first == chosen.first || !IsWorthTelling(other, chosen)) continue;
+      // Rows above may have turned out to be of the table.
+      const bool own = other.first == chosen.first ||
+                       (other.first >= table_.first && other.first < chosen.first);
+      if (own || !IsWorthTelling(other, chosen)) continue;
+      if (other.first < chosen.first) told_above_ = other.behind;
       format_.other_tables.push_back(
           {static_cast<std::int32_t>(other.first) + 1, other.rows + other.odd_rows});
       more_behind = more_behind || other.first >= chosen.behind;
@@ -278,18 +301,18 @@ class Guess {
   }
 
   /// What looks like rows, too, is not to vanish without a word.
-  void CountValuesAbove() {
+  void TellOfValuesAbove() {
     if (hints_.header_lines || table_.fields == 0) return;
-    const TextLayout layout = LayoutOf(format_, line_end_);
-    const std::int32_t named = std::max(format_.names_line, format_.units_line);
-    for (std::int32_t line = format_.header_lines; line > std::max(named, 0); --line) {
-      const LineShape shape = ShapeOf(lines_.first[static_cast<std::size_t>(line) - 1], layout);
-      if (shape.kind == LineShape::Kind::Blank) continue;
-      const bool values = shape.kind == LineShape::Kind::Row && shape.values == shape.filled;
-      if (!values || 2 * shape.fields <= table_.fields) break;
-      ++format_.values_above;
-      format_.values_from = line;
-    }
+    const auto named =
+        static_cast<std::size_t>(std::max({format_.names_line, format_.units_line, 0}));
+    const std::size_t from = std::max(named, told_above_);
+    const auto headers = static_cast<std::size_t>(format_.header_lines);
+    if (from >= headers) return;
+    const auto above = std::span(lines_.first).subspan(from, headers - from);
+    const ValuesAbove found = FindValuesAbove(above, static_cast<std::int32_t>(from) + 1,
+                                              LayoutOf(format_, line_end_), format_.columns);
+    format_.values_above = found.lines;
+    format_.values_from = found.from;
   }
 
   void ChooseMerging() {
@@ -372,6 +395,7 @@ class Guess {
   GuessLines lines_;
   std::vector<FoundTable> tables_;
   FoundTable table_;
+  std::size_t told_above_ = 0;  // the line behind the last table above this one that is told
   TextFormat format_;
 };
 

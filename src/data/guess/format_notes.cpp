@@ -59,10 +59,12 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
                     Counted(static_cast<std::int64_t>(format.table_rows), "row") +
                     " have another number of columns than the others");
   }
-  if (format.values_above > 1) {
-    notes.push_back(std::to_string(format.values_above) +
-                    " lines of values above the table are taken for headers (--headers " +
-                    std::to_string(format.values_from - 1) + " has them read)");
+  if (format.values_above > 0) {
+    const bool one = format.values_above == 1;
+    notes.push_back(Counted(format.values_above, "line") + " of values above the table " +
+                    (one ? "is taken for a header" : "are taken for headers") + " (--headers " +
+                    std::to_string(format.values_from - 1) + " has " + (one ? "it" : "them") +
+                    " read)");
   }
   if (format.left_out_from > 0) {
     notes.push_back("the lines from " + std::to_string(format.left_out_from) +

@@ -1,0 +1,99 @@
+#include "data/guess/rows_above.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "base/ascii.h"
+#include "data/guess/table_search.h"
+#include "data/text/field_kind.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kFewestNumbers = 2;        // columns of them that tell a row
+constexpr std::size_t kFewestNumbersRagged = 3;  // where the number of fields does not
+
+bool StandsForNone(FieldKind kind) {
+  return kind == FieldKind::Empty || kind == FieldKind::Placeholder;
+}
+
+/// "8M4I" above "20M" and "25M": what passed for units are labels.
+bool IsLabelBesideUnits(std::string_view text, const ColumnGuess& column) {
+  return column.has_units && !text.empty() && IsDigit(text.front()) &&
+         KindOfField(text) == FieldKind::Text;
+}
+
+/// What a line holds where the rows hold numbers.
+struct Fit {
+  std::size_t fields = 0;
+  std::size_t numbers = 0;  ///< columns of them
+  std::size_t values = 0;   ///< of these, with a value on the line
+  std::size_t missing = 0;  ///< with what stands for none, or behind the line's end
+  bool elsewhere =
+      false;  ///< a number where the rows have texts, or a text where they begin with a number
+};
+
+Fit FitOf(std::string_view line, const TextLayout& layout, std::span<const ColumnGuess> columns) {
+  Fit fit;
+  FieldCursor cursor(line, layout);
+  std::string buffer;
+  for (const ColumnGuess& column : columns) {
+    const std::optional<std::string_view> field = cursor.Next();
+    fit.fields += field ? 1 : 0;
+    const std::string_view text = field ? FieldText(*field, layout, buffer) : std::string_view();
+    const FieldKind kind = KindOfField(text);
+    if (!column.has_numbers) {
+      fit.elsewhere = fit.elsewhere || kind == FieldKind::Number;
+      continue;
+    }
+    ++fit.numbers;
+    const bool value = kind == FieldKind::Quantity ? column.has_units : IsValue(kind);
+    fit.values += value ? 1 : 0;
+    fit.missing += StandsForNone(kind) || IsLabelBesideUnits(text, column) ? 1 : 0;
+    fit.elsewhere = fit.elsewhere || (fit.fields == 1 && kind == FieldKind::Text);
+  }
+  fit.fields += cursor.Next() ? 1 : 0;
+  return fit;
+}
+
+}  // namespace
+
+std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::size_t first,
+                               const TextLayout& layout, const TableBody& body) {
+  const bool by_blanks = layout.IsSeparator(' ') || layout.ByPlace();
+  const auto is_row = [&](std::string_view line) {
+    const Fit fit = FitOf(line, layout, body.columns);
+    const bool as_long = fit.fields == body.columns.size();
+    return (as_long || (!by_blanks && fit.values >= kFewestNumbersRagged)) &&
+           fit.values >= kFewestNumbers && 2 * fit.values > fit.numbers &&
+           fit.values + fit.missing == fit.numbers;
+  };
+  for (std::size_t i = first; i > 0; --i) {
+    const std::string_view line = lines[i - 1];
+    if (TrimBlankBytes(line).empty()) break;
+    if (!IsDataLine(line, layout)) continue;
+    if (!is_row(line)) break;
+    first = i - 1;
+  }
+  return first;
+}
+
+ValuesAbove FindValuesAbove(std::span<const std::string_view> above, std::int32_t first_line,
+                            const TextLayout& layout, std::span<const ColumnGuess> columns) {
+  ValuesAbove found;
+  int texts = 0;
+  for (std::size_t i = above.size(); i > 0; --i) {
+    if (!IsDataLine(above[i - 1], layout)) continue;
+    const Fit fit = FitOf(above[i - 1], layout, columns);
+    const bool values =
+        !fit.elsewhere && fit.values >= kFewestNumbers && 2 * fit.values > fit.numbers;
+    if (!values && ++texts > kStrayLines) break;
+    if (!values) continue;
+    ++found.lines;
+    found.from = first_line + static_cast<std::int32_t>(i) - 1;
+  }
+  return found;
+}
+
+}  // namespace tarnwick

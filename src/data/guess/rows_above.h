@@ -1,0 +1,33 @@
+// Rows that stand above where a table was found: they belong to it, or they are left out and told. Knows lines and fields; knows
+// no names.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "data/guess/column_judge.h"
+#include "data/guess/first_row.h"
+#include "data/text/text_fields.h"
+
+namespace tarnwick {
+
+/// The first of the rows above line `first` that have a value wherever the body has numbers, or for less than half of these what
+/// stands for a missing one or a label like their units: more texts among them may have passed for lines of text. Separators but blanks may leave them fields
+/// more or less than the body; comments may stand between.
+std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::size_t first,
+                               const TextLayout& layout, const TableBody& body);
+
+/// Lines of values that are no rows of the table.
+struct ValuesAbove {
+  std::int32_t lines = 0;
+  std::int32_t from = 0;  ///< the first of them, from 1
+};
+
+/// Among `above`, the lines between the names and the first row, those with values in more than half of the columns that hold
+/// numbers and none where the rows hold texts, but none above more than a few lines of text. `first_line` is the number of the first of them, from 1.
+ValuesAbove FindValuesAbove(std::span<const std::string_view> above, std::int32_t first_line,
+                            const TextLayout& layout, std::span<const ColumnGuess> columns);
+
+}  // namespace tarnwick
