@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "expr/words/special_functions.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/model_values.h"
 
@@ -40,13 +41,7 @@ double VoigtWidth(double deviation, double half_width) {
 }
 
 Shaped ShapedVoigt(std::span<const double> v) {
-  const double width = VoigtWidth(v[2], v[3]);
-  // The height of a pseudo-Voigt of that width and area, whose mixing follows the widths (Ida, Ando & Toraya, Journal of
-  // Applied Crystallography 33, 1311 (2000), the mixing of Thompson, Cox & Hastings).
-  const double ratio = width > 0 ? 2 * v[3] / width : 0;
-  const double mixing = ratio * (1.36603 - ratio * (0.47719 - 0.11116 * ratio));
-  const double area_of_unit = width * (mixing * kLorentzArea + (1 - mixing) * kGaussArea);
-  return {v[1], v[0] / area_of_unit, width, v[0]};
+  return {v[1], v[0] * VoigtOf(0, v[2], v[3]), VoigtWidth(v[2], v[3]), v[0]};
 }
 
 /// In the order of PeakShape.

@@ -1,6 +1,9 @@
 #include "results/peak_fit.h"
 
+#include <algorithm>
 #include <cmath>
+#include <optional>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -9,6 +12,7 @@
 #include "base/progress.h"
 #include "graph/xy_graph.h"
 #include "results/peak_groups.h"
+#include "results/peak_model.h"
 #include "results/peak_table.h"
 #include "results/peak_table_text.h"
 
@@ -95,6 +99,42 @@ TEST(PeakModel, HoldsWhatNoFitCanVary) {
   const std::vector<PeakFigures> many(MostFittedPeaks(PeakShape::Voigt) + 1);
   EXPECT_FALSE(PeakModel(many, PeakShape::Voigt, {}).parameters.back().Vary);
   EXPECT_THROW(PeakModel({}, PeakShape::Gauss, {}), Error);
+}
+
+/// The second of two peaks, the first of which is flat, looked at as a curve.
+TEST(PeakModel, FiguresAreThoseOfItsCurve) {
+  const struct {
+    PeakShape shape;
+    std::vector<double> values;
+  } rows[] = {{PeakShape::Gauss, {3, 50, 4}},
+              {PeakShape::Lorentz, {3, 50, 1}},
+              {PeakShape::PseudoVoigt, {3, 50, 2, 0.3}},
+              {PeakShape::Voigt, {12, 50, 1.5, 0.01}},
+              {PeakShape::Voigt, {12, 50, 1.5, 0.7}},
+              {PeakShape::Voigt, {12, 50, 0.4, 1.2}}};
+  PeakFigures peak;
+  peak.x = 50, peak.height = 3, peak.width = 4, peak.right_valley = 100;
+  std::vector<double> x;
+  for (int i = 0; i <= 100'000; ++i) x.push_back(0.001 * i);
+  for (const auto& row : rows) {
+    FitSettings model = PeakModel(std::vector<PeakFigures>(2, peak), row.shape, {});
+    const std::size_t count = row.values.size();
+    ASSERT_EQ(model.parameters.size(), 2 + 2 * count);
+    model.parameters[0].Value = model.parameters[1].Value = model.parameters[2].Value = 0;
+    for (std::size_t i = 0; i < count; ++i) model.parameters[2 + count + i].Value = row.values[i];
+    const std::vector<double> y = ValuesAs(model, model.Expression, x);
+    const double height = *std::ranges::max_element(y);
+    const auto high = std::ranges::count_if(y, [&](double value) { return 2 * value >= height; });
+    double area = 0;
+    for (const double value : y) area += 0.001 * value;
+    const std::optional<Recognised> found = Recognise(model);
+    ASSERT_TRUE(found);
+    const FittedPeak fitted = FittedPeakOf(model, *found, 1, nullptr);
+    EXPECT_EQ(fitted.x.value, 50);
+    EXPECT_NEAR(fitted.height.value / height, 1, 1e-6) << row.values[2];
+    EXPECT_NEAR(fitted.width.value, 0.001 * static_cast<double>(high), 0.004) << row.values[2];
+    EXPECT_NEAR(fitted.area.value / area, 1, 0.02) << row.values[2];
+  }
 }
 
 TEST(PeakGroups, FindWhatManyPeaksWereMadeFrom) {
