@@ -7,6 +7,8 @@
 //   = status           its exit status; the lines to the next empty line or key are its whole answer
 //   ~ text             its answer holds this text
 //   ! text             standard error holds this text; "!": nothing
+//   != text            standard error is this line and no other
+//   x arguments => text   runs it: wrong usage, and standard error begins with this text
 //   ? file             this file exists now; "?! file": it does not
 #include <gtest/gtest.h>
 
@@ -99,9 +101,13 @@ class Script {
                                                            << result_.out;
     } else if (line == "!") {
       EXPECT_EQ(result_.err, "");
+    } else if (key == "!=") {
+      EXPECT_EQ(result_.err, "tarnwick-cli: " + rest + "\n");
     } else if (key == "!") {
       EXPECT_NE(result_.err.find(rest), std::string::npos) << rest << "\nis not in\n"
                                                            << result_.err;
+    } else if (key == "x") {
+      ExpectRefusal(rest);
     } else if (key == "?") {
       EXPECT_TRUE(std::filesystem::exists(folder_->File(rest)));
     } else if (key == "?!") {
@@ -111,8 +117,19 @@ class Script {
     }
   }
 
+  void ExpectRefusal(const std::string& row) {
+    const std::size_t arrow = row.find(" => ");
+    ASSERT_NE(arrow, std::string::npos);
+    result_ = RunProgram(*folder_, row.substr(0, arrow));
+    ++runs_;
+    EXPECT_EQ(result_.status, 2);
+    EXPECT_EQ(result_.out, "");
+    EXPECT_EQ(result_.err.find("tarnwick-cli: " + row.substr(arrow + 4)), 0U) << result_.err;
+  }
+
   static bool IsKey(const std::string& word) {
-    return word == "$" || word == "~" || word == "!" || word == "?" || word == "?!";
+    return word == "$" || word == "x" || word == "~" || word == "!" || word == "!=" ||
+           word == "?" || word == "?!";
   }
 
   /// The lines up to `closing`; for an empty one also up to a line that is a key.
