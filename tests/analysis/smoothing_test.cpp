@@ -44,6 +44,23 @@ TEST(Smoothing, OfAPolynomialIsThatPolynomialWhateverTheSpacing) {
   EXPECT_THAT(SmoothByPolynomials(x, y, {7, 3, 2}).y, Pointwise(DoubleNear(1e-9), second));
 }
 
+// What is smoothed does not depend on the unit of X, even or not.
+TEST(Smoothing, IsTheSameInEveryUnitOfX) {
+  const std::vector<double> y = rows::Measured();
+  for (const double bend : {0.0, 0.3}) {
+    for (const double unit : {0x1p-40, 0x1p40}) {
+      std::vector<double> x, scaled;
+      for (std::size_t i = 0; i < y.size(); ++i) {
+        x.push_back(static_cast<double>(i) + bend * std::sin(5.0 * static_cast<double>(i)));
+        scaled.push_back(unit * x.back());
+      }
+      EXPECT_EQ(IsEvenlySpaced(scaled, 1e-6), bend == 0) << unit;
+      EXPECT_THAT(SmoothByPolynomials(scaled, y, {7, 2, 0}).y,
+                  Pointwise(DoubleNear(1e-9), SmoothByPolynomials(x, y, {7, 2, 0}).y));
+    }
+  }
+}
+
 TEST(Smoothing, RefusesWindowsThatCannotBe) {
   const std::vector<double> x = {0, 1, 2, 3, 4};
   for (const LocalPolynomial& local : std::vector<LocalPolynomial>{

@@ -98,6 +98,32 @@ TEST(ResidualTests, NamesThePointThatStandsOut) {
   EXPECT_TRUE(Alternates(AfterLine(points)));
 }
 
+// Whether the values are in volts or in nanovolts, their errors grow threefold or not.
+TEST(ResidualTests, FindTheSameInEveryUnit) {
+  Points points = MakePoints(80, 0, 79, 1, [](double) { return 0.0; });
+  for (std::size_t i = 0; i < points.y.size(); ++i)
+    points.y[i] *= 1 + static_cast<double>(i * i) / 20;
+  const auto in_unit = [&](double of_x, double of_y) {
+    Points scaled = points;
+    for (double& x : scaled.x) x *= of_x;
+    for (double& y : scaled.y) y *= of_y;
+    return AfterLine(scaled);
+  };
+  const ResidualFindings plain = in_unit(1, 1);
+  EXPECT_TRUE(ScattersUnequally(plain));
+  for (const double of_x : {0x1p-20, 1.0, 0x1p20}) {
+    for (const double of_y : {0x1p-40, 0x1p40}) {
+      const ResidualFindings found = in_unit(of_x, of_y);
+      EXPECT_NEAR(found.shape / plain.shape, 1, 1e-6);
+      EXPECT_NEAR(found.alike / plain.alike, 1, 1e-6);
+      EXPECT_NEAR(found.unequal_scatter / plain.unequal_scatter, 1, 1e-6);
+      EXPECT_NEAR(found.farthest.deviations / plain.farthest.deviations, 1, 1e-6);
+      EXPECT_NEAR(found.farthest.chance / plain.farthest.chance, 1, 1e-6);
+      EXPECT_EQ(found.farthest.x, of_x * plain.farthest.x);
+    }
+  }
+}
+
 // A spoiled point bends the line, so that the residuals of all grow towards it: that is no unequal scatter.
 TEST(ResidualTests, OnePointIsNoUnequalScatter) {
   Points points = MakePoints(30, 0, 29, 1, [](double x) { return 2 * x; });
