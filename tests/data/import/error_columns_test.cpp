@@ -21,7 +21,7 @@ std::string Described(const ImportResult& result) {
     const char* const kinds[] = {"", " +- column ", " +- ", " +- % ", " +- sqrt"};
     const bool number = rule.kind == ErrorKind::Constant || rule.kind == ErrorKind::Percent;
     return kinds[static_cast<std::size_t>(rule.kind)] + column +
-           (number ? GeneralText(rule.value) : "");
+           (number || rule.value != 0 ? GeneralText(rule.value) : "");
   };
   for (const auto& series : result.series) {
     text += (text.empty() ? "" : ", ") + series->SeriesName() +

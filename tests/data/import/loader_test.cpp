@@ -325,12 +325,16 @@ TEST(Loader, BlocksAndSharedPassesGiveWhatReadingValueByValueGives) {
 
 TEST(Loader, ThreadsGiveTheSamePointsInTheSameOrder) {
   std::mt19937 random(7);
-  std::string text = "x,y\n";
-  while (text.size() < 6'000'000) {
-    for (int i = 0; i < 5000; ++i) text += std::to_string(random() % 1000) + ",5.25\n";
-    text += RandomTable(random, "\n");
+  std::string shuffled = "x,y\n";
+  while (shuffled.size() < 6'000'000) {
+    for (int i = 0; i < 5000; ++i) shuffled += std::to_string(random() % 1000) + ",5.25\n";
+    shuffled += RandomTable(random, "\n");
   }
-  const auto load = [&](int threads, bool value_by_value) {
+  // Of rising rows, one that is late waits while others come.
+  std::string rising = "x,y\n";
+  for (int i = 0; i < 500'500; ++i)
+    rising += std::to_string(random() % 700 == 0 ? i - 300 : i) + ",5.25\n";
+  const auto load = [](const std::string& text, int threads, bool value_by_value) {
     auto series = SeriesOf(EveryRow());
     series->SetDuplicatesAllowed(true);
     LoadOptions options;
@@ -340,11 +344,13 @@ TEST(Loader, ThreadsGiveTheSamePointsInTheSameOrder) {
     LoadReport report = LoadDataSet(*series, *supplier, options);
     return std::pair(std::move(series), report);
   };
-  const auto [expected, expected_report] = load(1, true);
-  EXPECT_GT(expected->PointCount(), 500'000);
-  for (const int threads : {1, 4}) {
-    const auto [got, report] = load(threads, false);
-    ExpectSame(*expected, expected_report, *got, report, std::to_string(threads) + " threads");
+  for (const std::string& text : {shuffled, rising}) {
+    const auto [expected, expected_report] = load(text, 1, true);
+    EXPECT_GT(expected->PointCount(), 500'000);
+    for (const int threads : {1, 4}) {
+      const auto [got, report] = load(text, threads, false);
+      ExpectSame(*expected, expected_report, *got, report, std::to_string(threads) + " threads");
+    }
   }
 }
 

@@ -53,6 +53,9 @@ TEST(GuessedTables, RefuseWhatIsNone) {
        "of the problem\nin short\n\nfinal approximate solution\n\n\n 1 2 3\n 4 5 6\n 7 8 9\n",
        "no table of numbers"},
       {"keys and values", Rows(12, "set.line@.Colour: @"), "no table of numbers"},
+      {"three named rows within a text",
+       Rows(40, "line @@ of the text") + "t v\n" + Rows(3, "@ @@") + Rows(3, "more @"),
+       "no table of numbers"},
       {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
   };
   const testing::TemporaryFolder folder;

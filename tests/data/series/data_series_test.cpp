@@ -89,6 +89,26 @@ TEST(DataSeries, PlacesPointsByToleranceAndDuplicates) {
                {{3, -HUGE_VAL, 3}, {2, 0, 2}, {1, HUGE_VAL, 4}});
 }
 
+// Also over the borders of the pieces in which points are kept, and for X that are exactly one tolerance apart.
+TEST(DataSeries, ForbiddenDuplicatesLeaveTheFirstOfThoseWithinTheTolerance) {
+  std::mt19937 random(3);
+  for (const double tolerance : {0.0, 0.25, 0.5}) {
+    TDataSeries series;
+    series.SetDuplicatesAllowed(true);
+    series.SetNumericalTolerance(tolerance);
+    std::vector<PlacedPoint> kept;
+    double x = 0;
+    for (int id = 1; id <= 20000; ++id) {
+      x += 0.25 * static_cast<double>(random() % 4);
+      series.AddPoint(x, id);
+      if (kept.empty() || x - kept.back().x > tolerance)
+        kept.push_back({id, x, static_cast<double>(id)});
+    }
+    series.SetDuplicatesAllowed(false);
+    EXPECT_TRUE(PointsOf(series) == kept) << tolerance;
+  }
+}
+
 TEST(DataSeries, AnOverwriteWithAGrownToleranceKeepsTheOrder) {
   TDataSeries series;
   for (const double x : {1.0, 1.05, 1.07, 2.0}) series.AddPoint(x, x);

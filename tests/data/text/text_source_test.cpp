@@ -30,6 +30,11 @@ TEST(TextSource, FindsTheTextInEveryEncoding) {
        "1\n", '\n'},
       {"1\r\n2\r\n", "1\r\n2\r\n", '\n'},
       {"1\r2\r", "1\r2\r", '\r'},
+      {"\n1\r2", "\n1\r2", '\n'},
+      {"\r1 2", "\r1 2", '\r'},
+      // The first return may be the last byte of what is looked at.
+      {std::string(65535, '1') + "\r\n2", std::string(65535, '1') + "\r\n2", '\n'},
+      {std::string(65535, '1') + "\r2\n", std::string(65535, '1') + "\r2\n", '\r'},
       {"\xE9\n1", "\xE9\n1", '\n'},
       {"\xFF\xFE" + Utf16("1;2\n", false), "1;2\n", '\n'},
       {"\xFE\xFF" + Utf16("1;2\n", true), "1;2\n", '\n'},
