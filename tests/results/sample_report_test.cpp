@@ -52,6 +52,18 @@ TEST_F(SampleReports, DrawABoxWhatLiesBeyondAndBarsOfEach) {
   EXPECT_EQ(picture.Series(3).GetExtremes().y_max, 20);
   EXPECT_EQ(picture.Series(4).PointCount(), 1);
   EXPECT_LT(picture.Series(2).GetExtremes().x_max, 2);  // bars stay beside their box
+  double lengths[2] = {0, 0};
+  for (const std::size_t i : {0u, 1u}) {
+    const SeriesStyle& outline = picture.Series(3 * i).Style();
+    const SeriesStyle& symbols = picture.Series(3 * i + 1).Style();
+    EXPECT_TRUE(outline.connect_points && !outline.show_symbols && outline.show_in_legend != 0);
+    EXPECT_TRUE(symbols.show_symbols && !symbols.connect_points && symbols.show_in_legend == 0);
+    const TSeries& bars = picture.Series(3 * i + 2);
+    EXPECT_TRUE(bars.Style().connect_points);
+    const double ground = bars.Points().Front().x;
+    bars.Points().ForEachPoint([&](double x, double) { lengths[i] += x - ground; });
+  }
+  EXPECT_NEAR(lengths[0], lengths[1], 1e-6);  // both have shares of 1 in all
 }
 
 }  // namespace

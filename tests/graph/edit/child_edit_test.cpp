@@ -41,6 +41,11 @@ TEST(ChildEdit, ChildrenAreInsertedMovedAndCleared) {
   EXPECT_EQ(graph.Children()[1]->GetAppearance().title_of_graph, "Second");
   EXPECT_GT(graph.Children()[1]->PixelLength(AxisId::X), 40);
   const TxyChildGr::Place before = graph.Children()[1]->PlaceIn(400, 300);
+  // None hides those before it: each stands a twentieth of the graph further left and down.
+  const TxyChildGr::Place first = graph.Children()[0]->PlaceIn(400, 300);
+  EXPECT_EQ(before.left, first.left - 20);
+  EXPECT_EQ(before.top, first.top + 15);
+  EXPECT_GT(first.left + first.width, 300);
   int told = 0;
   graph.SetListener([&](GraphChange change) { told += change == GraphChange::Children; });
   MoveChild(graph, 1, 15, -10);

@@ -384,6 +384,19 @@ TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {
   const double turn = std::sqrt(0.5);
   EXPECT_NEAR(slanted.center.x() + slanted.size.width() * turn / 2, x.ticks.front().line.x1(),
               1e-9);
+
+  // They need room below for the longest and the title.
+  double widest = 0;
+  for (const PlacedText& label : x.labels) widest = std::max(widest, label.size.width());
+  const double away = (widest + slanted.size.height()) * turn;
+  const double title = metrics.LineHeight(graph.GetAppearance().font_for_axes_titles);
+  const int enough = static_cast<int>(std::ceil(8 + away + title - 0.5));
+  for (const int bottom : {enough, enough - 1}) {
+    margins.bottom_margin = bottom;
+    graph.SetDimensions(margins);
+    const PlacedText first = Layout().Axis(AxisId::X).labels.front();
+    EXPECT_EQ(first.angle == 45 && first.text.text == slanted.text.text, bottom == enough);
+  }
 }
 
 TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {

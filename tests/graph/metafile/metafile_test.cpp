@@ -223,6 +223,28 @@ TEST(Metafile, FontsFillRulesAndPlacesAreWrittenAsTheyAreSet) {
   }
 }
 
+TEST(Metafile, ImagesKeepTheirPlaceTheirPartAndTheirShade) {
+  QImage image(4, 2, QImage::Format_RGB32);
+  image.fill(Qt::blue);
+  image.setPixelColor(1, 1, Qt::red);
+  const std::string file = Painted([&](QPainter& painter) {
+    painter.setOpacity(0.5);
+    painter.drawImage(QRectF(100, 60, 200, 120), image, QRectF(1, 0, 2, 2));
+  });
+  const int units = static_cast<int>(WordAt(file, 10)) / 400;
+  const std::vector<Record> records = RecordsOf(file);
+  const std::vector<int> words = FirstOf(records, 0x0F43, 11);
+  ASSERT_EQ(words.size(), 11U);
+  // The part's height and width and where it begins; then the same of the place.
+  EXPECT_EQ(std::vector<int>(words.begin() + 3, words.end()),
+            (std::vector<int>{2, 2, 0, 0, 120 * units, 200 * units, 60 * units, 100 * units}));
+  const auto one = std::ranges::find(records, 0x0F43U, &Record::function);
+  const std::size_t pixels = 11 * 2 + 40;  // the lowest row first; blue, green and red
+  const std::string half_red = "\x80\x80\xFF", half_blue = "\xFF\x80\x80";
+  EXPECT_EQ(one->parameters.substr(pixels, 6), half_red + half_blue);
+  EXPECT_EQ(one->parameters.substr(pixels + 8, 6), half_blue + half_blue);
+}
+
 TEST(MetafileShapes, PolygonsAreCutAndDashesKeepTheirLengths) {
   const QRectF area(0, 0, 10, 10);
   const QPolygonF square = QRectF(5, -5, 100, 10);

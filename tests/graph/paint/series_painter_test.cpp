@@ -182,6 +182,31 @@ TEST(PaintSeries, SymbolsSitOnTheirPointsAndDiffer) {
   EXPECT_EQ(pictures.size(), 9u + 5u);  // plus, cross, star and dot cannot be filled
 }
 
+TEST(PaintSeriesSample, HoldsTheSymbolInItsRectangle) {
+  const struct {
+    int size;
+    QRectF place;
+    int side;  // of the symbol that is seen
+  } rows[] = {{5, {100, 50, 60, 21}, 5}, {30, {100, 50, 60, 11}, 11}, {30, {100, 50, 9, 21}, 9}};
+  for (const auto& row : rows) {
+    SeriesStyle style;
+    style.connect_points = false;
+    style.symbol = SymbolShape::Square;
+    style.symbol_size = row.size;
+    QImage image = Blank();
+    QPainter painter(&image);
+    PaintSeriesSample(painter, row.place, style);
+    QRect painted;
+    for (int y = 0; y < kHeight; ++y)
+      for (int x = 0; x < kWidth; ++x)
+        if (Ink(image, x, y) > 0) painted |= QRect(x, y, 1, 1);
+    EXPECT_NEAR(painted.width(), row.side, 2) << row.size;
+    EXPECT_NEAR(painted.height(), row.side, 2) << row.size;
+    EXPECT_NEAR(QRectF(painted).center().x(), row.place.center().x(), 1) << row.size;
+    EXPECT_NEAR(QRectF(painted).center().y(), row.place.center().y(), 1) << row.size;
+  }
+}
+
 struct BoundRow {
   BoundsMode mode;
   BoundLineMode lines;
