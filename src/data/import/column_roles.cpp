@@ -275,15 +275,16 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     const bool along = TurnsRows(source.info) || HoldsValuesInTurn(source) != ValuesInTurn::No;
     if (!rises && along) chosen.x = kRowNumberColumn;
   }
+  const ErrorPairs pairs(source, chosen.x);
   const auto is_error = [&](std::int32_t column) {
-    return IsErrorColumn(source, chosen.x, column);
+    return IsErrorColumn(source, pairs, chosen.x, column);
   };
   Columns errors;
   if (!chosen.y.empty()) {
     std::ranges::copy_if(numbers, std::back_inserter(errors), [&](std::int32_t column) {
       return column != chosen.x && !Holds(chosen.y, column) && is_error(column);
     });
-    ChooseErrors(source, options, chosen, errors);
+    ChooseErrors(source, pairs, options, chosen, errors);
     return chosen;
   }
   const Columns given = GivenErrorColumns(source, options);
@@ -358,13 +359,14 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   const auto constant = [&](std::int32_t column) { return Holds(standing, column); };
   Columns constants = out.Taken([&](std::int32_t column) {
     return constant(column) &&
-           (NamesPlace(source.NameOf(column)) || NamesErrors(source.NameOf(column)));
+           (NamesPlace(source.NameOf(column)) || NamesErrors(source.NameOf(column)) ||
+            pairs.ValueOf(column).has_value());
   });
   std::ranges::copy(out.Taken(constant, 2), std::back_inserter(constants));
   std::ranges::sort(constants);
   out.Tell(constants, "one value throughout");
   if (!options.x_column) PairColumns(source, chosen);
-  ChooseErrors(source, options, chosen, errors);
+  ChooseErrors(source, pairs, options, chosen, errors);
   out.Tell(errors, "errors of the values beside them");
   return chosen;
 }

@@ -22,12 +22,15 @@ using Words = std::vector<std::string>;
 /// The guess, error by error.
 class ErrorGuess {
  public:
-  ErrorGuess(const ImportSource& source, ChosenColumns& chosen, Columns& candidates)
-      : source_(source), chosen_(chosen), candidates_(candidates) {}
+  ErrorGuess(const ImportSource& source, const ErrorPairs& pairs, ChosenColumns& chosen,
+             Columns& candidates)
+      : source_(source), pairs_(pairs), chosen_(chosen), candidates_(candidates) {}
 
   void GiveX() {
     const auto found = std::ranges::find_if(candidates_, [this](std::int32_t column) {
-      return BelongsToX(ValueNamedIn(source_.NameOf(column))) ||
+      if (const auto value = pairs_.ValueOf(column)) return *value == chosen_.x;
+      return pairs_.AxisOf(column) == ErrorAxis::X ||
+             BelongsToX(ValueNamedIn(source_.NameOf(column))) ||
              (IsNameless(column) && IsBehindX(column));
     });
     if (found == candidates_.end()) return;
@@ -36,6 +39,9 @@ class ErrorGuess {
   void GiveY() {
     for (const std::int32_t column : Columns(candidates_)) {
       if (StandsBehindSign(source_, column)) GiveTo(column, column - 2);
+    }
+    for (const std::int32_t column : Columns(candidates_)) {
+      if (const auto value = pairs_.ValueOf(column)) GiveTo(column, *value);
     }
     for (const int least : {2, 1}) {
       for (const std::int32_t column : Columns(candidates_)) GiveNamed(column, least);
@@ -82,7 +88,9 @@ class ErrorGuess {
   bool IsNameless(std::int32_t column) const {
     const std::string name = source_.NameOf(column);
     constexpr std::string_view kDy[] = {"dy"};
-    return ValueNamedIn(name).empty() || HasWord(name, kDy);
+    if (pairs_.ValueOf(column)) return false;
+    return pairs_.AxisOf(column) == ErrorAxis::Y || ValueNamedIn(name).empty() ||
+           HasWord(name, kDy);
   }
   bool IsCandidate(std::int32_t column) const {
     return std::ranges::find(candidates_, column) != candidates_.end();
@@ -109,6 +117,7 @@ class ErrorGuess {
     if (errors != nullptr && !errors->column) Take(column, y, *errors);
   }
   void GiveNamed(std::int32_t column, int least) {
+    if (pairs_.ValueOf(column)) return;
     const std::string name = source_.NameOf(column);
     const Words after = ValueNamedIn(name);
     const Words behind_d = WordsBehindD(name);
@@ -137,10 +146,13 @@ class ErrorGuess {
     return true;
   }
   void GiveLeftNeighbour(std::int32_t column) {
-    if (IsNameless(column)) GiveTo(column, column - 1);
+    if (!IsNameless(column)) return;
+    const bool alone = pairs_.AxisOf(column) == ErrorAxis::Y && chosen_.y.size() == 1;
+    GiveTo(column, alone ? chosen_.y.front() : column - 1);
   }
 
   const ImportSource& source_;
+  const ErrorPairs& pairs_;
   ChosenColumns& chosen_;
   Columns& candidates_;
   std::vector<std::pair<std::int32_t, std::int32_t>> taken_;
@@ -155,19 +167,49 @@ ChosenErrors Chosen(const ImportSource& source, const ErrorOption& option, Colum
   return errors;
 }
 
-void TakeYOptions(const ImportSource& source, const ImportOptions& options, ChosenColumns& chosen,
-                  Columns& candidates) {
-  const std::vector<ErrorOption>& given = options.y_errors;
-  const bool for_all = given.size() == 1 && given.front().rule.kind != ErrorKind::Column;
-  if (!for_all && given.size() != chosen.y.size()) {
-    throw Error("The errors of Y are given " +
-                Counted(static_cast<std::int64_t>(given.size()), "time") + " for " +
-                Counted(static_cast<std::int64_t>(chosen.y.size()), "DataSet") +
-                ": one for each is needed, in their order");
+/// Which of several DataSets one column of errors belongs to.
+std::optional<std::size_t> DataSetOf(std::int32_t column, const ErrorPairs& pairs,
+                                     const ChosenColumns& chosen, bool y_given) {
+  for (const std::int32_t y : {pairs.ValueOf(column).value_or(-1), column - 1}) {
+    const auto found = std::ranges::find(chosen.y, y);
+    if (y >= 0 && found != chosen.y.end()) {
+      return static_cast<std::size_t>(found - chosen.y.begin());
+    }
   }
+  if (y_given) return std::nullopt;
+  return 0;
+}
+
+[[noreturn]] void RefuseCount(const ImportSource& source, const ChosenColumns& chosen,
+                              std::size_t given) {
+  constexpr std::size_t kMost = 5;
+  std::vector<std::string> names;
+  for (const std::int32_t y : chosen.y) names.push_back(source.Quoted(y));
+  throw Error("The errors of Y are given " + Counted(static_cast<std::int64_t>(given), "time") +
+              " for " + Counted(static_cast<std::int64_t>(chosen.y.size()), "DataSet") + " (" +
+              Listed(names, kMost) + "): one for each is needed, in their order");
+}
+
+/// True when one column is given and others have none yet.
+bool TakeYOptions(const ImportSource& source, const ErrorPairs& pairs, const ImportOptions& options,
+                  ChosenColumns& chosen, Columns& candidates) {
+  const std::vector<ErrorOption>& given = options.y_errors;
+  const bool one = given.size() == 1 && chosen.y.size() > 1;
+  const bool for_all = given.size() == 1 && given.front().rule.kind != ErrorKind::Column;
+  if (one && !for_all) {
+    const std::int32_t column = source.Column(given.front().column);
+    const auto number = DataSetOf(column, pairs, chosen, !options.y_columns.empty());
+    if (!number) RefuseCount(source, chosen, given.size());
+    chosen.y_errors[*number] = Chosen(source, given.front(), candidates);
+    chosen.notes.push_back(source.Quoted(column) + " is the error of " +
+                           source.Quoted(chosen.y[*number]) + " alone");
+    return true;
+  }
+  if (!for_all && given.size() != chosen.y.size()) RefuseCount(source, chosen, given.size());
   for (std::size_t i = 0; i < chosen.y.size(); ++i) {
     chosen.y_errors[i] = Chosen(source, given[for_all ? 0 : i], candidates);
   }
+  return false;
 }
 
 bool IsRelative(const ImportSource& source, std::int32_t column) {
@@ -184,19 +226,20 @@ bool MeetExpression(const ImportOptions& options, const ChosenColumns& chosen) {
 
 }  // namespace
 
-void ChooseErrors(const ImportSource& source, const ImportOptions& options, ChosenColumns& chosen,
-                  std::vector<std::int32_t>& candidates) {
+void ChooseErrors(const ImportSource& source, const ErrorPairs& pairs, const ImportOptions& options,
+                  ChosenColumns& chosen, std::vector<std::int32_t>& candidates) {
   chosen.y_errors.assign(chosen.y.size(), {});
-  if (!options.y_errors.empty()) TakeYOptions(source, options, chosen, candidates);
+  const bool guess_y =
+      options.y_errors.empty() || TakeYOptions(source, pairs, options, chosen, candidates);
   if (options.x_errors) chosen.x_errors = Chosen(source, *options.x_errors, candidates);
   Columns relative;
   std::ranges::copy_if(candidates, std::back_inserter(relative),
                        [&](std::int32_t column) { return IsRelative(source, column); });
   std::erase_if(candidates, [&](std::int32_t column) { return IsRelative(source, column); });
-  ErrorGuess guess(source, chosen, candidates);
+  ErrorGuess guess(source, pairs, chosen, candidates);
   if (!options.x_errors) guess.GiveX();
-  if (options.y_errors.empty()) guess.GiveY();
-  for (std::size_t i = 0; i < chosen.y.size() && options.y_errors.empty(); ++i) {
+  if (guess_y) guess.GiveY();
+  for (std::size_t i = 0; i < chosen.y.size() && guess_y; ++i) {
     guess.GiveOwn(chosen.y[i], options.y_format, chosen.y_errors[i]);
   }
   if (!options.x_errors) guess.GiveOwn(chosen.x, options.x_format, chosen.x_errors);

@@ -10,6 +10,7 @@
 #include "base/quantile.h"
 #include "data/import/error_names.h"
 #include "data/import/name_words.h"
+#include "data/import/value_order.h"
 
 namespace tarnwick {
 namespace {
@@ -43,16 +44,20 @@ bool NamesExtreme(const Words& words) {
   });
 }
 
-/// How far values go, from zero or among themselves.
-double SizeOf(const std::vector<double>& values) {
-  const auto ends = std::ranges::minmax(values);
-  return std::max({std::abs(ends.min), std::abs(ends.max), ends.max - ends.min});
+/// Among others of the rose of winds "SE" is a direction.
+bool IsDirection(const ImportSource& source, std::string_view name) {
+  constexpr std::string_view kSouthEast[] = {"se"};
+  constexpr std::string_view kOthers[] = {"ne", "nw", "sw"};
+  return HasWord(name, kSouthEast) &&
+         std::ranges::any_of(source.supplier->ColumnNames(),
+                             [&](const std::string& other) { return HasWord(other, kOthers); });
 }
 
 class ErrorJudge {
  public:
-  ErrorJudge(const ImportSource& source, std::int32_t x, std::int32_t column)
-      : source_(source), x_(x), column_(column), name_(source.NameOf(column)) {}
+  ErrorJudge(const ImportSource& source, const ErrorPairs& pairs, std::int32_t x,
+             std::int32_t column)
+      : source_(source), pairs_(pairs), x_(x), column_(column), name_(source.NameOf(column)) {}
 
   bool GivesErrors() const {
     constexpr std::string_view kDx[] = {"dx"}, kDy[] = {"dy"}, kX[] = {"x"};
@@ -66,6 +71,8 @@ class ErrorJudge {
     if (HasWord(name_, kDy) && !x_named && std::ranges::any_of(source_.NumberColumns(), is_dx)) {
       return false;
     }
+    if (pairs_.ValueOf(column_) || pairs_.AxisOf(column_) != ErrorAxis::None) return true;
+    if (IsDirection(source_, name_)) return false;
     if (IsNamedLike(WordsBehindD(name_)) || IsNamedLike(WordsBesideErr(name_))) return true;
     if (StandsBehindSign(source_, column_)) return true;
     return NamesErrors(name_) && (NamesRelative(name_) || BelongsToSome());
@@ -130,6 +137,7 @@ class ErrorJudge {
   }
 
   const ImportSource& source_;
+  const ErrorPairs& pairs_;
   const std::int32_t x_;
   const std::int32_t column_;
   const std::string name_;
@@ -147,8 +155,9 @@ bool StandsBehindSign(const ImportSource& source, std::int32_t column) {
   });
 }
 
-bool IsErrorColumn(const ImportSource& source, std::int32_t x, std::int32_t column) {
-  return ErrorJudge(source, x, column).GivesErrors();
+bool IsErrorColumn(const ImportSource& source, const ErrorPairs& pairs, std::int32_t x,
+                   std::int32_t column) {
+  return ErrorJudge(source, pairs, x, column).GivesErrors();
 }
 
 }  // namespace tarnwick

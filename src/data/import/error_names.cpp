@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <span>
 
+#include "base/text_encoding.h"
 #include "data/import/name_words.h"
 
 namespace tarnwick {
@@ -27,7 +28,24 @@ bool IsOf(std::span<const std::string_view> known, const std::string& word) {
   return std::ranges::find(known, word) != known.end();
 }
 
-/// "error_rate", unlike "rate error": how often something went wrong.
+/// "SE", "se", "S.E.", unlike the element "Se".
+bool NamesStandardError(std::string_view name) {
+  const std::string lower = LowerAscii(name);
+  if (lower == "s.e." || lower == "s.e") return true;
+  constexpr std::string_view kWord[] = {"se"};
+  return HasWord(name, kWord) && name.find("Se") == name.npos;
+}
+
+}  // namespace
+
+std::span<const std::string_view> ErrorWords() {
+  return kErrorWords;
+}
+
+bool IsErrorFiller(const std::string& word) {
+  return IsOf(kFillers, word);
+}
+
 bool CountsErrors(const Words& words) {
   constexpr std::string_view kRates[] = {"rate",   "rates", "count",
                                          "counts", "ratio", "probability"};
@@ -37,8 +55,6 @@ bool CountsErrors(const Words& words) {
   return false;
 }
 
-}  // namespace
-
 std::vector<std::string> ValueNamedIn(std::string_view name) {
   Words words = WordsOf(name);
   const bool sign = std::ranges::any_of(
@@ -46,8 +62,10 @@ std::vector<std::string> ValueNamedIn(std::string_view name) {
   for (std::string& word : words) {
     if (word == "dy" || word == "dx") word.erase(0, 1);
   }
-  std::erase_if(words, [sign](const std::string& word) {
-    return IsOf(kErrorWords, word) || IsOf(kFillers, word) || (sign && word.empty());
+  const bool standard = NamesStandardError(name);
+  std::erase_if(words, [&](const std::string& word) {
+    return IsOf(kErrorWords, word) || IsOf(kFillers, word) || (sign && word.empty()) ||
+           (standard && (word == "se" || word == "s" || word == "e"));
   });
   return words;
 }
@@ -63,7 +81,7 @@ bool NamesErrors(std::string_view name) {
   if (CountsErrors(WordsOf(name))) return false;
   const bool sign = std::ranges::any_of(
       kErrorSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
-  return sign || HasWord(name, kErrorWords);
+  return sign || HasWord(name, kErrorWords) || NamesStandardError(name);
 }
 
 bool NamesRelative(std::string_view name) {
@@ -71,7 +89,7 @@ bool NamesRelative(std::string_view name) {
 }
 
 bool NamesDoubtfulErrors(std::string_view name) {
-  return HasWord(name, kDoubtfulWords);
+  return HasWord(name, kDoubtfulWords) || NamesStandardError(name);
 }
 
 std::string ErrorsHeading(std::string_view name) {

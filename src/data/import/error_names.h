@@ -1,11 +1,19 @@
 // What the names of columns say of errors. Knows words only.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarnwick {
+
+/// "err", "sigma", …: words that name errors, in small letters.
+std::span<const std::string_view> ErrorWords();
+/// "standard", "of", "upper": words beside them that name nothing.
+bool IsErrorFiller(const std::string& word);
+/// "error", "rate": how often something went wrong.
+bool CountsErrors(const std::vector<std::string>& words);
 
 /// True for the names that columns of errors have: "err", "sigma", "dy", "+-", …
 bool NamesErrors(std::string_view name);

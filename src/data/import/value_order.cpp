@@ -71,6 +71,11 @@ std::optional<double> RepeatedFarFromOthers(std::span<const double> values) {
   return std::nullopt;
 }
 
+double SizeOf(const std::vector<double>& values) {
+  const auto ends = std::ranges::minmax(values);
+  return std::max({std::abs(ends.min), std::abs(ends.max), ends.max - ends.min});
+}
+
 bool MostlyStands(const std::vector<double>& values) {
   std::size_t changes = 0;
   for (std::size_t i = 1; i < values.size(); ++i) changes += values[i] != values[i - 1] ? 1 : 0;

@@ -25,6 +25,9 @@ bool StepsEvenly(std::span<const double> values, Evenness evenness = Evenness::E
 /// The least or the greatest value where it comes several times and all others lie close together, far from it.
 std::optional<double> RepeatedFarFromOthers(std::span<const double> values);
 
+/// How far values go, from zero or among themselves; at least one.
+double SizeOf(const std::vector<double>& values);
+
 /// More rows than not have the value of the row before.
 bool MostlyStands(const std::vector<double>& values);
 

@@ -215,6 +215,13 @@ bool IsCountedBesideX(const ImportSource& source, std::int32_t x) {
          std::ranges::any_of(numbers, rises_ahead);
 }
 
+/// Ahead of all others "sigma" is a stress and "se" how sensitive a test is.
+bool MayGiveErrors(const ImportSource& source, std::int32_t column) {
+  const std::string name = source.NameOf(column);
+  return NamesErrors(name) &&
+         !(NamesDoubtfulErrors(name) && column == source.NumberColumns().front());
+}
+
 }  // namespace
 
 bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column) {
@@ -267,7 +274,7 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   Columns counts;
   for (const std::int32_t column : numbers) {
     const ColumnGuess& guess = source.GuessOf(column);
-    if (guess.IsConstant() || guess.only_ahead || NamesErrors(source.NameOf(column)) ||
+    if (guess.IsConstant() || guess.only_ahead || MayGiveErrors(source, column) ||
         (IdentifiesRows(source, column) && !CountsRows(source, column))) {
       continue;
     }

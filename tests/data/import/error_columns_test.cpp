@@ -37,7 +37,8 @@ std::string TableOf(const std::string& names) {
   const auto columns = std::ranges::count(names, ',') + 1;
   for (int row = 1; row < 9; ++row) {
     for (int column = 0; column < columns; ++column) {
-      text += (column == 0 ? "" : ",") + std::to_string(row + 10 * (row * column % 7));
+      text += column == 0 ? std::to_string(100 * row)
+                          : "," + std::to_string(row + 10 * (row * column % 7));
     }
     text += '\n';
   }
@@ -69,6 +70,66 @@ TEST(ErrorColumns, BelongToTheColumnsTheyAreNamedAfterOrStandBehind) {
   }
 }
 
+TEST(ErrorColumns, AreKnownByTheWaysTheirNamesAreWritten) {
+  for (const char* const name :
+       {"yerr",    "y_err",       "err_y",   "y.err",     "y err",
+        "y-error", "y(err)",      "y [err]", "Y_ERR",     "yErr",
+        "sy",      "SY",          "s_y",     "y_se",      "se_y",
+        "SE",      "S.E.",        "SE y",    "yse",       "ey",
+        "e_y",     "u_y",         "u(y)",    "\xCE\x94y", "\xCE\xB4 y",
+        "delta y", "deltay",      "d_y",     "sigma_y",   "\xCF\x83y",
+        "ysd",     "sdy",         "std y",   "stdev_y",   "ysem",
+        "unc y",   "uncertainty", "y unc.",  "y_err_low", "standard error of y"}) {
+    EXPECT_EQ(Described(ImportText(TableOf(std::string("x,y,") + name), "t")),
+              std::string("y +- column ") + name);
+  }
+  for (const char* const name :
+       {"error rate", "y error rate", "standard", "sex", "sz", "day", "dz", "delta", "use", "dose",
+        "max error", "Se", "yield", "slope", "u(x)", "sx2", "dt"}) {
+    EXPECT_EQ(Described(ImportText(TableOf(std::string("x,y,") + name), "t")),
+              std::string("y, ") + name);
+  }
+  const struct {
+    const char *names, *expected;
+  } kCases[] = {
+      {"x,xerr,y,yerr", "y +- column yerr | x +- column xerr"},
+      {"x,y,sx,sy", "y +- column sy | x +- column sx"},
+      {"x,y,u(x),u(y)", "y +- column u(y) | x +- column u(x)"},
+      {"t,signal,yerr,xerr", "signal +- column yerr | x +- column xerr"},
+      {"t,yerr,signal", "signal +- column yerr"},
+      {"t,a,b,yerr", "a, b +- column yerr"},
+      {"t,U (mV),I (mA),sU,sI", "U (mV) +- column sU, I (mA) +- column sI"},
+      {"t,flow rate,flowrate_se", "flow rate +- column flowrate_se"},
+      {"T,p,sp", "p, sp"},  // by chance, unlike the next
+      {"x,a,b,sa,sb", "a +- column sa, b +- column sb"},
+      {"t,sx,sy,sz", "sx, sy, sz"},
+      {"t,Ex,Ey,Ez", "Ex, Ey, Ez"},
+      {"t,ex,ey", "ex, ey"},
+      {"t,U,ey", "U +- column ey"},
+      {"t,ET,EC", "ET, EC"},
+      {"V (mL),E (V),pH", "E (V), pH"},
+      {"t,NE,SE,SW", "NE, SE, SW"},
+      {"As,Se,Cd", "Se, Cd"},
+  };
+  for (const auto& row : kCases) {
+    EXPECT_EQ(Described(ImportText(TableOf(row.names), "t")), row.expected) << row.names;
+  }
+}
+
+TEST(ErrorColumns, OfALetterHaveValuesOfErrors) {
+  const struct {
+    const char *text, *expected;
+  } kCases[] = {
+      {"x,y,sy\n1,5,1\n2,6,-1\n3,8,-2\n4,9,1\n", "y, sy"},
+      {"x,y,sy\n1,5,60\n2,6,70\n3,8,80\n4,9,90\n", "y, sy"},
+      {"t,T,\xCE\x94T\n1,5,1\n2,6,2\n3,8,1\n4,9,3\n5,12,0\n", "T, \xCE\x94T"},  // steps
+      {"x,y,yerr\n1,5,0\n2,6,0\n3,8,0\n4,9,0\n", "y"},
+  };
+  for (const auto& row : kCases) {
+    EXPECT_EQ(Described(ImportText(row.text, "t")), row.expected) << row.text;
+  }
+}
+
 TEST(ErrorColumns, AreTakenAsTheUserSays) {
   const struct {
     std::vector<std::string> y, errors;
@@ -80,11 +141,14 @@ TEST(ErrorColumns, AreTakenAsTheUserSays) {
       {{"I"}, {}, nullptr, "I +- column I_err"},
       {{"I"}, {"u"}, nullptr, "I +- column U"},
       {{"I", "U"}, {"5%", "I_err"}, nullptr, "I +- % 5, U +- column I_err"},
-      {{},
-       {"I_err"},
+      {{}, {"I_err"}, nullptr, "U, I +- column I_err"},
+      {{"U", "I"},
+       {"t"},
        nullptr,
-       "The errors of Y are given 1 time for 2 DataSets: one for each is "
-       "needed, in their order"},
+       "The errors of Y are given 1 time for 2 DataSets (\"U\" and \"I\"): one for each is needed, "
+       "in "
+       "their order"},
+      {{"I", "U"}, {"#3"}, nullptr, "I +- column I_err, U"},
       {{"I"}, {"J_err"}, nullptr, "There is no column \"J_err\": t, columns: t, U, I, I_err"},
       {{}, {"0"}, nullptr, "An error is a number above 0, not \"0\""},
       {{}, {"-5%"}, nullptr, "An error is a number above 0, not \"-5%\""},
