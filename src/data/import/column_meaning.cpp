@@ -1,19 +1,16 @@
 #include "data/import/column_meaning.h"
 
 #include <algorithm>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <span>
 #include <utility>
 
-#include "base/number_text.h"
 #include "base/word_list.h"
 #include "data/guess/time_guess.h"
 #include "data/import/import_file.h"
 #include "data/import/past_midnight.h"
-#include "data/import/value_order.h"
-#include "data/text/missing_values.h"
-#include "data/text/pen_marks.h"
 #include "data/text/text_fields.h"
 #include "data/text/text_names.h"
 
@@ -35,6 +32,18 @@ ColumnFormat DateFormatOf(const JoinedTimeFound& found, const ImportSource& sour
     if (found.parts[i] == TimePart::Date && day_first) return ColumnFormat::DateDayFirst;
   }
   return found.date_format;
+}
+
+/// One time in every row that was looked at, far ones among them where values could be read.
+bool Stands(const JoinedTimeFound& found, const ImportSource& source) {
+  constexpr std::size_t kFewestRows = 3;
+  return std::ranges::all_of(found.columns, [&](std::size_t column) {
+    const std::vector<std::string>& texts = source.samples[column];
+    const ColumnGuess& guess = source.columns[column];
+    const bool one = texts.size() >= kFewestRows &&
+                     std::ranges::adjacent_find(texts, std::ranges::not_equal_to()) == texts.end();
+    return one && guess.has_numbers && guess.IsConstant();
+  });
 }
 
 void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
@@ -75,7 +84,8 @@ void FindTime(ImportSource& source) {
   std::vector<std::string> names;
   for (std::size_t i = 0; i < columns.size(); ++i) names.push_back(OwnName(source, i));
   const std::optional<JoinedTimeFound> found = FindJoinedTime(names, columns);
-  if (found) TakeTime(*found, source);
+  // Nothing can be drawn over a time that stands.
+  if (found && !Stands(*found, source)) TakeTime(*found, source);
 }
 
 void FindUnixTime(ImportSource& source) {
@@ -142,85 +152,6 @@ void SettleStoredTimes(const ImportOptions& options, ImportSource& source) {
     source.notes.push_back("the dates in " + source.Quoted(column) +
                            " are read with the month first, though the day first would do as well");
   }
-}
-
-namespace {
-
-/// The guesses' values are without those that stand for none.
-void DropMissing(ImportSource& source) {
-  const MissingValues missing(source.info.MissingValues);
-  if (missing.Empty()) return;
-  for (ColumnGuess& column : source.columns) {
-    const auto is_missing = [&](double value) { return missing.MatchesNumber(value); };
-    const auto later = std::span(column.values).last(column.later_values);
-    column.later_values -= static_cast<std::size_t>(std::ranges::count_if(later, is_missing));
-    std::erase_if(column.values, is_missing);
-  }
-}
-
-void AddMissing(std::span<const std::string> found, ImportSource& source) {
-  for (const std::string& text : found) {
-    source.info.MissingValues += (source.info.MissingValues.empty() ? "" : " ") + text;
-  }
-}
-
-/// Two or three columns of numbers and nothing else, of which the first turns back.
-bool MayBeOutlines(const ImportSource& source) {
-  const auto is_number = [](const ColumnGuess& column) {
-    return column.has_numbers && !column.is_date;
-  };
-  const std::size_t columns = source.columns.size();
-  return (columns == 2 || columns == 3) && std::ranges::all_of(source.columns, is_number) &&
-         !IsMonotone(source.columns.front().values);
-}
-
-/// Beyond all values of all columns but themselves.
-bool LieBeyond(std::span<const std::string> marks, const ImportSource& source) {
-  std::vector<double> numbers;
-  for (const std::string& mark : marks) numbers.push_back(ParseNumber(mark).value_or(0));
-  return std::ranges::all_of(source.columns, [&numbers](const ColumnGuess& column) {
-    std::vector<double> values = column.values;
-    std::erase_if(values,
-                  [&](double value) { return std::ranges::find(numbers, value) != numbers.end(); });
-    if (values.empty()) return false;
-    const auto ends = std::ranges::minmax(values);
-    return std::ranges::all_of(numbers,
-                               [&](double mark) { return mark < ends.min || mark > ends.max; });
-  });
-}
-
-}  // namespace
-
-void SettleMissingValues(const ImportOptions& options, ImportSource& source) {
-  std::vector<std::string> found;
-  if (!options.missing) {
-    for (const ColumnGuess& column : source.columns) {
-      if (!column.has_numbers || column.is_date) continue;
-      for (std::string& text : SuggestMissing(column.values)) {
-        if (std::ranges::find(found, text) == found.end()) found.push_back(std::move(text));
-      }
-    }
-    AddMissing(found, source);
-    if (!found.empty()) {
-      source.notes.push_back(Listed(found) + (found.size() == 1 ? " stands" : " stand") +
-                             " for no value");
-    }
-  }
-  DropMissing(source);
-}
-
-void SettlePenMarks(const ImportOptions& options, std::string_view text, char line_end,
-                    ImportSource& source) {
-  if (options.missing || !MayBeOutlines(source)) return;
-  std::vector<std::string> marks = FindPenMarks(text, TextLayout(source.info, line_end));
-  if (marks.empty()) return;
-  const MissingValues known(source.info.MissingValues);
-  std::vector<std::string> others = marks;
-  std::erase_if(others, [&](const std::string& mark) { return known.Matches(mark); });
-  if (!LieBeyond(marks, source)) return;
-  AddMissing(others, source);
-  source.notes.push_back("rows of " + Listed(marks) + " part lines");
-  DropMissing(source);
 }
 
 }  // namespace tarnwick

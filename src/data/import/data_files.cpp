@@ -11,6 +11,7 @@
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
 #include "data/import/load_run.h"
+#include "data/import/missing_meaning.h"
 #include "data/import/values_in_turn.h"
 #include "data/text/field_kind.h"
 #include "data/text/number_names.h"
@@ -195,7 +196,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   }
   NoteLackingNames(source);
   SettleTimes(options, source);
-  SettleMissingValues(options, source);
+  SettleMissingValues(options, all, text->LineEnd(), source);
   SettlePenMarks(options, all, text->LineEnd(), source);
   // The supplier was opened for the names; the description has learnt since.
   source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));

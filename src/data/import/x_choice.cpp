@@ -319,6 +319,13 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
       (AreAlike(source, varying) || AreSeries(source, varying))) {
     return kRowNumberColumn;
   }
+  // One time stands for all rows, and what was measured then may turn back as it will.
+  const bool time_stands = std::ranges::any_of(numbers, [&](std::int32_t column) {
+    return source.GuessOf(column).is_date && source.GuessOf(column).IsConstant();
+  });
+  if (time_stands && rising == kRowNumberColumn && std::ranges::none_of(varying, names_argument)) {
+    return kRowNumberColumn;
+  }
   const std::int32_t time = first([&](std::int32_t column) {
     return NamesTime(source.NameOf(column)) && rises(column) &&
            !MostlyStands(source.GuessOf(column).values);

@@ -22,6 +22,10 @@ constexpr double kWidthsApart = 5;
 constexpr double kWidthsApartOnce = 10;  // 9, 99, 999 are a series
 constexpr double kWidthsApartBelowZero = 0.5;
 constexpr double kTimesApart = 1e6;
+constexpr double kNine = -9;
+constexpr double kWidthsApartOfNine = 2;
+constexpr double kLargestPowerBelow = -1e6;
+constexpr double kTimesApartBelow = 1e4;
 constexpr std::size_t kMostSuggested = 2;
 constexpr std::size_t kMostCandidates = 32;
 constexpr std::size_t kOthersThatSuffice = 20;
@@ -45,7 +49,7 @@ bool EqualsInAnyCase(std::string_view text, std::string_view lower) {
   return text.size() == lower.size() && LowerAscii(text) == lower;
 }
 
-enum class Sentinel { None, Nines, Huge, BeyondAll };
+enum class Sentinel { None, Nine, Nines, PowerBelow, Huge, BeyondAll };
 
 /// How many nines `value` is written with when with nothing else, 0 else. Well logs write -999.25.
 std::size_t CountNines(double value) {
@@ -57,9 +61,11 @@ std::size_t CountNines(double value) {
 
 Sentinel KindOf(double value) {
   const double size = std::abs(value);
+  if (value == kNine) return Sentinel::Nine;
   if (size < 99 || value == 99) return Sentinel::None;
-  if (size < kHuge) return CountNines(value) > 1 ? Sentinel::Nines : Sentinel::None;
   const bool is_power = AgreeInSingle(size, std::pow(10, std::round(std::log10(size))));
+  if (size < kHuge && is_power && value <= kLargestPowerBelow) return Sentinel::PowerBelow;
+  if (size < kHuge) return CountNines(value) > 1 ? Sentinel::Nines : Sentinel::None;
   const bool is_fill = AgreeInSingle(size, kFillValue) || AgreeInSingle(size, kLargestSingle) ||
                        size == std::numeric_limits<double>::max();
   if (is_power || is_fill) return Sentinel::Huge;
@@ -89,6 +95,14 @@ bool StandsApart(const Candidate& candidate, const Others& others) {
   const double sentinel = candidate.value;
   const double largest = std::max(std::abs(others.min), std::abs(others.max));
   const Sentinel kind = KindOf(sentinel);
+  if (kind == Sentinel::Nine) {
+    return candidate.count > 1 && others.count >= kOthersThatSuffice && others.min > 0 &&
+           others.max > others.min &&
+           others.min - sentinel > kWidthsApartOfNine * (others.max - others.min);
+  }
+  if (kind == Sentinel::PowerBelow) {
+    return candidate.count > 1 && std::abs(sentinel) > kTimesApartBelow * largest;
+  }
   // Once it may be a value all the same: digits that nobody chose.
   if (kind == Sentinel::BeyondAll && candidate.count == 1) return false;
   if (kind == Sentinel::Huge || kind == Sentinel::BeyondAll) {
@@ -175,10 +189,14 @@ bool MissingValues::MatchesNumber(double value) const {
   });
 }
 
+bool LooksMissing(double value) {
+  return value != kNine && KindOf(value) != Sentinel::None;
+}
+
 std::vector<std::string> SuggestMissing(std::span<const double> values) {
   Sorted sorted = SortOut(values);
   if (sorted.others.count == 0) {
-    if (sorted.candidates.size() != 1) return {};
+    if (sorted.candidates.size() != 1 || sorted.candidates.front().value == kNine) return {};
     return {ShortestText(sorted.candidates.front().value)};
   }
   MoveInliers(sorted);

@@ -26,9 +26,13 @@ class MissingValues {
   std::vector<double> numbers_;
 };
 
-/// The numbers, as texts for such a list, that one column's values give away as standing for no value: nines only (-9999,
-/// -99.9, 999.9), fill values of single precision, or powers of ten from 1e20 up, that lie far from all other values, or are
-/// all there is. Never more than two; never those below 99 in size or 99 itself.
+/// Written as numbers that stand for no value are: nines only (-9999, -99.9, 999.9), fill values of single precision, or powers of
+/// ten from 1e20 up, below zero from 1e6.
+bool LooksMissing(double value);
+
+/// The numbers, as texts for such a list, that one column's values give away as standing for no value: such that look so and lie
+/// far from all other values, or are all there is. Never more than two; never 99 itself or those below 99 in size, but for a -9
+/// that comes again and again among many values far above it.
 std::vector<std::string> SuggestMissing(std::span<const double> values);
 
 }  // namespace tarnwick

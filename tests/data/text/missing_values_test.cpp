@@ -51,6 +51,8 @@ TEST(MissingValues, AreSuggestedWhereTheyStandApart) {
   std::vector<double> dense;
   for (int i = -9999; i <= 500; ++i) continuous.push_back(i);
   for (int i = 0; i <= 12000; ++i) dense.push_back(i / 10.0);  // 99.9, 999 and 999.9 among them
+  std::vector<double> lengths;
+  for (int i = 0; i < 25; ++i) lengths.push_back(120 + i);
   const struct {
     const char* what;
     std::vector<double> values;
@@ -72,6 +74,12 @@ TEST(MissingValues, AreSuggestedWhereTheyStandApart) {
       {"ends of a scale", {-999, 0, 1, 2, 999}, {}},
       {"near", {950, 1010, 999, 999.9}, {}},
       {"almost nothing else", Repeated(-9999, 100, {1.0}), {}},
+      {"nine in a table of lengths", Repeated(-9, 5, std::vector<double>(lengths)), {"-9"}},
+      {"nine once", Repeated(-9, 1, std::vector<double>(lengths)), {}},
+      {"nine beside one value", Repeated(-9, 5, std::vector<double>(30, 5.5)), {}},
+      {"a power of ten below", {-1e9, -5, 5, -1e9}, {"-1000000000"}},
+      {"once it may be a value", {-1e9, -5, 5, 6}, {}},
+      {"powers of ten", {-1e9, -1e8, -1e9, -1e7}, {}},
       {"nothing", {}, {}},
   };
   for (const auto& row : rows) EXPECT_EQ(SuggestMissing(row.values), row.missing) << row.what;

@@ -1,0 +1,181 @@
+#include "data/import/missing_meaning.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/number_text.h"
+#include "base/word_list.h"
+#include "data/import/import_file.h"
+#include "data/import/value_order.h"
+#include "data/text/declared_missing.h"
+#include "data/text/missing_values.h"
+#include "data/text/pen_marks.h"
+#include "data/text/text_fields.h"
+#include "data/text/text_lines.h"
+
+namespace tarnwick {
+namespace {
+
+/// The guesses' values are without those that stand for none.
+void DropMissing(ImportSource& source) {
+  const MissingValues missing(source.info.MissingValues);
+  if (missing.Empty()) return;
+  for (ColumnGuess& column : source.columns) {
+    const auto is_missing = [&](double value) { return missing.MatchesNumber(value); };
+    const auto later = std::span(column.values).last(column.later_values);
+    column.later_values -= static_cast<std::size_t>(std::ranges::count_if(later, is_missing));
+    std::erase_if(column.values, is_missing);
+  }
+}
+
+/// As a list of MissingValues.
+std::string Joined(std::span<const std::string> values) {
+  std::string list;
+  for (const std::string& value : values) list += (list.empty() ? "" : " ") + value;
+  return list;
+}
+
+void AddMissing(std::span<const std::string> found, ImportSource& source) {
+  if (found.empty()) return;
+  source.info.MissingValues += (source.info.MissingValues.empty() ? "" : " ") + Joined(found);
+}
+
+bool HoldsNumbers(const ColumnGuess& column) {
+  return column.has_numbers && !column.is_date;
+}
+
+/// Values beside `value` lie on both sides of it: it is one of them.
+bool LiesAmong(double value, const std::vector<double>& values) {
+  return std::ranges::any_of(values, [&](double other) { return other < value; }) &&
+         std::ranges::any_of(values, [&](double other) { return other > value; });
+}
+
+/// The column has the value, and may have it as one of its own: a temperature of -9 beside lengths of which -9 tells none.
+bool MayMeasure(double value, const ColumnGuess& column) {
+  return HoldsNumbers(column) && std::ranges::find(column.values, value) != column.values.end() &&
+         LiesAmong(value, column.values);
+}
+
+std::vector<std::string> FindInColumns(const ImportSource& source) {
+  constexpr double kLargeEnough = 99;  // nobody measures it by chance
+  const MissingValues known(source.info.MissingValues);
+  std::vector<std::string> found;
+  const auto is_measured = [&](double value) {
+    return std::abs(value) < kLargeEnough &&
+           std::ranges::any_of(source.columns, [&](const ColumnGuess& column) {
+             return MayMeasure(value, column);
+           });
+  };
+  for (const ColumnGuess& column : source.columns) {
+    if (!HoldsNumbers(column)) continue;
+    std::vector<double> values = column.values;
+    std::erase_if(values, [&](double value) { return known.MatchesNumber(value); });
+    for (std::string& text : SuggestMissing(values)) {
+      const bool measured = is_measured(ParseNumber(text).value_or(0));
+      if (!measured && std::ranges::find(found, text) == found.end()) {
+        found.push_back(std::move(text));
+      }
+    }
+  }
+  return found;
+}
+
+/// The lines above the rows, as far as a head goes.
+std::vector<std::string_view> HeadOf(std::string_view text, char line_end, std::int32_t lines) {
+  constexpr std::size_t kMostLines = 1000;
+  std::vector<std::string_view> head;
+  for (LineWalker walker(text, line_end);
+       !walker.AtEnd() && head.size() < kMostLines && std::cmp_less(head.size(), lines);) {
+    head.push_back(walker.Next());
+  }
+  return head;
+}
+
+/// What the head declares, where it stands in the first rows at all and among no column's values.
+std::vector<std::string> FindDeclared(std::string_view text, char line_end,
+                                      const ImportSource& source) {
+  constexpr std::size_t kBytesLookedAt = 1 << 20;
+  const std::vector<std::string_view> head = HeadOf(text, line_end, source.info.FileHasHeaders);
+  std::vector<std::string> declared = DeclaredMissing(head);
+  if (declared.empty()) return declared;
+  const std::size_t rows_at =
+      head.empty()
+          ? 0
+          : static_cast<std::size_t>(head.back().data() - text.data()) + head.back().size();
+  const std::string_view rows = text.substr(rows_at, kBytesLookedAt);
+  const MissingValues all(Joined(declared));
+  std::erase_if(declared, [&](const std::string& missing) {
+    const double value = ParseNumber(missing).value_or(0);
+    return rows.find(missing) == rows.npos ||
+           std::ranges::any_of(source.columns, [&](const ColumnGuess& column) {
+             std::vector<double> others = column.values;
+             std::erase_if(others, [&](double other) { return all.MatchesNumber(other); });
+             return HoldsNumbers(column) && LiesAmong(value, others);
+           });
+  });
+  return declared;
+}
+
+/// Two or three columns of numbers and nothing else, of which the first turns back.
+bool MayBeOutlines(const ImportSource& source) {
+  const std::size_t columns = source.columns.size();
+  return (columns == 2 || columns == 3) && std::ranges::all_of(source.columns, &HoldsNumbers) &&
+         !IsMonotone(source.columns.front().values);
+}
+
+/// Beyond all values of all columns but themselves.
+bool LieBeyond(std::span<const std::string> marks, const ImportSource& source) {
+  std::vector<double> numbers;
+  for (const std::string& mark : marks) numbers.push_back(ParseNumber(mark).value_or(0));
+  return std::ranges::all_of(source.columns, [&numbers](const ColumnGuess& column) {
+    std::vector<double> values = column.values;
+    std::erase_if(values,
+                  [&](double value) { return std::ranges::find(numbers, value) != numbers.end(); });
+    if (values.empty()) return false;
+    const auto ends = std::ranges::minmax(values);
+    return std::ranges::all_of(numbers,
+                               [&](double mark) { return mark < ends.min || mark > ends.max; });
+  });
+}
+
+}  // namespace
+
+void SettleMissingValues(const ImportOptions& options, std::string_view text, char line_end,
+                         ImportSource& source) {
+  if (!options.missing) {
+    const std::vector<std::string> declared = FindDeclared(text, line_end, source);
+    AddMissing(declared, source);
+    if (!declared.empty()) {
+      source.notes.push_back(Listed(declared) + (declared.size() == 1 ? " stands" : " stand") +
+                             " for no value, as the head of the file says");
+    }
+    const std::vector<std::string> found = FindInColumns(source);
+    AddMissing(found, source);
+    if (!found.empty()) {
+      source.notes.push_back(Listed(found) + (found.size() == 1 ? " stands" : " stand") +
+                             " for no value");
+    }
+  }
+  DropMissing(source);
+}
+
+void SettlePenMarks(const ImportOptions& options, std::string_view text, char line_end,
+                    ImportSource& source) {
+  if (options.missing || !MayBeOutlines(source)) return;
+  std::vector<std::string> marks = FindPenMarks(text, TextLayout(source.info, line_end));
+  if (marks.empty()) return;
+  const MissingValues known(source.info.MissingValues);
+  std::vector<std::string> others = marks;
+  std::erase_if(others, [&](const std::string& mark) { return known.Matches(mark); });
+  if (!LieBeyond(marks, source)) return;
+  AddMissing(others, source);
+  source.notes.push_back("rows of " + Listed(marks) + " part lines");
+  DropMissing(source);
+}
+
+}  // namespace tarnwick
