@@ -1,4 +1,5 @@
-// What the columns of a text mean beyond their fields: times in several columns, seconds since 1970. Knows names and sampled values; fills in what the source's description keeps.
+// What the columns of a text mean beyond their fields: times in several columns, seconds since 1970. Knows names and sampled
+// values; fills in what the source's description keeps.
 #pragma once
 
 #include "data/import/import_source.h"
