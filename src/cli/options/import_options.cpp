@@ -114,8 +114,8 @@ void AddPartOptions(Command& command, ImportArguments& arguments) {
       command.Add("--range", arguments.range, "Cells of the sheet: A1:C9, A:C or 1:9").Group(group);
   command
       .Add("--array", arguments.arrays,
-           "Array by its path, or all in a group; repeat for several; default: the most of one "
-           "length")
+           "Array by its path, all in a group, or a line (HGT[0,36,:]); repeat for several; "
+           "default: the most of one length")
       .Group(group)
       .Repeated()
       .Excludes(sheet)

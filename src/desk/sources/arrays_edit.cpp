@@ -7,12 +7,14 @@
 #include <QSignalBlocker>
 #include <QTreeWidget>
 #include <algorithm>
+#include <iterator>
 
 #include "base/error.h"
 #include "data/import/source_place.h"
 #include "desk/widgets/check_list.h"
 #include "desk/widgets/text.h"
 #include "desk/work/latest_work.h"
+#include "sources/arrays/array_lines.h"
 #include "sources/arrays/array_part.h"
 #include "sources/arrays/array_source.h"
 
@@ -20,17 +22,17 @@ namespace tarnwick {
 namespace {
 
 constexpr int kLines = 6;
+constexpr int kTyped = Qt::UserRole;
 
-/// "480 × 3".
-QString ShapeText(const NamedArray& array) {
-  QStringList lengths;
-  for (const std::int64_t length : array.lengths) lengths << QString::number(length);
-  return lengths.isEmpty() ? QStringLiteral("1") : lengths.join(QStringLiteral(" × "));
+/// What a mark types: a line of what has too many axes to be a table.
+std::string TypedFor(const NamedArray& array, const std::vector<NamedArray>& all) {
+  return array.lengths.size() > 2 ? LineThrough(array, all) : array.FullPath();
 }
 
-QTreeWidgetItem* ItemOf(const NamedArray& array) {
+QTreeWidgetItem* ItemOf(const NamedArray& array, const std::vector<NamedArray>& all) {
   auto* const item = new QTreeWidgetItem(
-      {ToQt(array.FullPath()), ShapeText(array), ToQt(array.Attribute("long_name"))});
+      {ToQt(array.FullPath()), ToQt(ShapeText(array)), ToQt(array.Attribute("long_name"))});
+  item->setData(0, kTyped, ToQt(TypedFor(array, all)));
   if (array.numbers) {
     item->setCheckState(0, Qt::Unchecked);
   } else {
@@ -95,7 +97,7 @@ void ArraysEdit::AskForArrays(const TDSInfo& info) {
         return [this, found] {
           const QSignalBlocker quiet(list_);
           list_->clear();
-          for (const NamedArray& array : found) list_->addTopLevelItem(ItemOf(array));
+          for (const NamedArray& array : found) list_->addTopLevelItem(ItemOf(array, found));
           list_->resizeColumnToContents(0);
           list_->resizeColumnToContents(1);
           MarkTyped();
@@ -109,16 +111,25 @@ void ArraysEdit::MarkTyped() {
   for (int i = 0; i < list_->topLevelItemCount(); ++i) {
     QTreeWidgetItem* const item = list_->topLevelItem(i);
     if (item->isDisabled()) continue;
-    const bool named = std::ranges::find(typed, item->text(0).toStdString()) != typed.end();
+    const std::string path = item->text(0).toStdString();
+    const bool named = std::ranges::any_of(
+        typed, [&](const std::string& text) { return text == path || WithoutLine(text) == path; });
     item->setCheckState(0, named ? Qt::Checked : Qt::Unchecked);
   }
 }
 
 void ArraysEdit::TypeMarked() {
+  const std::vector<std::string> typed = ParseArrays(paths_->text().toStdString());
   std::vector<std::string> marked;
   for (int i = 0; i < list_->topLevelItemCount(); ++i) {
     const QTreeWidgetItem* const item = list_->topLevelItem(i);
-    if (item->checkState(0) == Qt::Checked) marked.push_back(item->text(0).toStdString());
+    if (item->checkState(0) != Qt::Checked) continue;
+    const std::string path = item->text(0).toStdString();
+    const std::size_t before = marked.size();
+    std::ranges::copy_if(typed, std::back_inserter(marked), [&](const std::string& text) {
+      return text == path || WithoutLine(text) == path;
+    });
+    if (marked.size() == before) marked.push_back(item->data(0, kTyped).toString().toStdString());
   }
   paths_->setText(ToQt(ArraysText(marked)));
 }

@@ -9,11 +9,14 @@
 #include <utility>
 #include <vector>
 
+#include "base/error.h"
+
 namespace tarnwick {
 
 /// The attributes that say what an array holds.
-inline constexpr std::array<const char*, 7> kToldAttributes = {
-    "units", "calendar", "long_name", "_FillValue", "missing_value", "scale_factor", "add_offset"};
+inline constexpr std::array<const char*, 10> kToldAttributes = {
+    "units",        "calendar",   "long_name", "_FillValue",  "missing_value",
+    "scale_factor", "add_offset", "bounds",    "climatology", "coordinates"};
 
 /// One array, or one member of an array of records.
 struct ArrayInfo {
@@ -26,11 +29,13 @@ struct ArrayInfo {
   std::vector<std::pair<std::string, std::string>> attributes;  ///< numbers with blanks between
 };
 
-/// The values of an array along its first axis, at one place of its second.
+/// The values of an array along one of its axes, at one place of each other.
 struct ColumnPlace {
   std::string path;
   std::string member;
-  std::uint64_t column = 0;
+  /// ":" for the axis that the values lie along and a number from 0 for each other, "," between: "0,36,:". Axes of one value
+  /// are left out, as in ArrayInfo.
+  std::string line;
   std::uint64_t rows = 0;  ///< the first of them; 0: all
 };
 
@@ -53,16 +58,20 @@ class ArrayFile {
 std::unique_ptr<ArrayFile> OpenHdf5(const std::string& file);
 std::unique_ptr<ArrayFile> OpenNetcdf(const std::string& file);
 
-/// Which axes of an array a column runs along.
-struct ColumnAxes {
-  std::size_t rows = 0;
-  std::size_t columns = 0;  ///< the same as `rows` where there is one only
+/// Where a column lies in an array.
+struct ColumnLine {
+  std::size_t axis = 0;              ///< that its values lie along
+  std::uint64_t rows = 0;            ///< how many of them are wanted
+  std::vector<std::uint64_t> start;  ///< its first value, a place on each axis
 };
+
+/// For an array whose shape was given with more axes than can be told.
+Error TooManyAxes(const ColumnPlace& place);
 
 /// The axes with more than one value, in order; of none the last one.
 std::vector<std::size_t> LongAxes(const std::vector<std::uint64_t>& lengths);
-/// Throws Error, naming `path`, for more than two such axes and for a column or a length beyond what can be read.
-ColumnAxes AxesOfColumn(const std::vector<std::uint64_t>& lengths, const ColumnPlace& place);
+/// Throws Error, naming the array, for a line that does not fit it and for a length beyond what can be read.
+ColumnLine LineOfColumn(const std::vector<std::uint64_t>& lengths, const ColumnPlace& place);
 
 /// Lines "array<tab>PATH<tab>MEMBER<tab>numbers|other" and behind it "<tab>LENGTH<tab>AXIS" for each axis, each followed by lines
 /// "attribute<tab>NAME<tab>VALUE".

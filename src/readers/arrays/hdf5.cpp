@@ -34,7 +34,8 @@ std::vector<std::uint64_t> LengthsOf(const Hdf5Handle& dataset) {
   const Hdf5Handle space = Space(H5Dget_space(dataset.Id()));
   const int rank = space.Good() ? H5Sget_simple_extent_ndims(space.Id()) : -1;
   if (rank < 0) throw Error("The file is damaged: the shape of an array cannot be read");
-  if (static_cast<std::size_t>(rank) > kMostRank) return std::vector<std::uint64_t>(kMostRank, 2);
+  if (static_cast<std::size_t>(rank) > kMostRank)
+    return std::vector<std::uint64_t>(kMostRank + 1, 2);
   std::array<hsize_t, kMostRank> lengths{};
   H5Sget_simple_extent_dims(space.Id(), lengths.data(), nullptr);
   return {lengths.begin(), lengths.begin() + rank};
@@ -83,22 +84,28 @@ class Hdf5 final : public ArrayFile {
     const Reading reading = ReadingOf(stored, place);
     std::vector<std::uint64_t> lengths = LengthsOf(dataset);
     const std::size_t rank = lengths.size();
+    if (rank > kMostRank) throw TooManyAxes(place);
     if (reading.width > 1) lengths.push_back(reading.width);
-    const ColumnAxes axes = AxesOfColumn(lengths, place);
-    std::vector<hsize_t> start(rank, 0);
-    if (axes.columns < rank && axes.columns != axes.rows) start[axes.columns] = place.column;
-    const std::size_t inside = axes.columns >= rank ? place.column : 0;
-    const std::uint64_t rows =
-        place.rows == 0 ? lengths[axes.rows] : std::min(place.rows, lengths[axes.rows]);
+    const ColumnLine line = LineOfColumn(lengths, place);
+    std::vector<hsize_t> start(line.start.begin(),
+                               line.start.begin() + static_cast<std::ptrdiff_t>(rank));
+    // The values of one record stand behind each other; those of the others lie along the axis of the records.
+    const bool in_one_record = line.axis >= rank;
+    const std::size_t inside = rank < lengths.size() ? line.start.back() : 0;
     std::vector<double> values;
-    values.reserve(rows);
+    if (in_one_record) {
+      ReadBlock(dataset, reading, start, 0, 1, place);
+      values.assign(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(line.rows));
+      return values;
+    }
+    values.reserve(line.rows);
     const std::size_t size =
         std::max(H5Tget_size(reading.memory.Id()), reading.width * sizeof(double));
     const std::uint64_t block = std::max<std::uint64_t>(kBlockBytes / size, 1);
-    for (std::uint64_t row = 0; row < rows; row += block) {
-      start[axes.rows] = row;
-      const std::uint64_t count = std::min(block, rows - row);
-      ReadBlock(dataset, reading, start, axes.rows, count, place);
+    for (std::uint64_t row = 0; row < line.rows; row += block) {
+      start[line.axis] = row;
+      const std::uint64_t count = std::min(block, line.rows - row);
+      ReadBlock(dataset, reading, start, line.axis, count, place);
       for (std::uint64_t i = 0; i < count; ++i) {
         values.push_back(buffer_[static_cast<std::size_t>(i) * reading.width + inside]);
       }

@@ -1,6 +1,6 @@
 // tarnwick-arrays list FILE: answers as ListOf does.
-// tarnwick-arrays read FILE ROWS {PATH MEMBER COLUMN}...: the first ROWS values (0: all) of each column, as doubles of the
-// machine, one column behind the other.
+// tarnwick-arrays read FILE ROWS {PATH MEMBER LINE}...: the first ROWS values (0: all) of each column, as doubles of the
+// machine, one column behind the other. A LINE is one of ColumnPlace.
 #include <charconv>
 #include <cstring>
 #include <fstream>
@@ -29,7 +29,7 @@ std::string ReadColumns(ArrayFile& file, const char* rows, std::span<char* const
   std::string bytes;
   for (std::size_t i = 0; i + 2 < columns.size(); i += 3) {
     const std::vector<double> values =
-        file.Column({columns[i], columns[i + 1], Number(columns[i + 2]), Number(rows)});
+        file.Column({columns[i], columns[i + 1], columns[i + 2], Number(rows)});
     bytes.append(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(double));
   }
   return bytes;

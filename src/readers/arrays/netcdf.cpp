@@ -1,6 +1,7 @@
 #include <netcdf.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "base/error.h"
 #include "base/mapped_file.h"
@@ -12,7 +13,7 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kMostAttribute = 4096;
-constexpr int kMostAxes = 8;
+constexpr std::size_t kMostAxes = 8;
 
 void Check(int status, const char* what) {
   if (status == NC_NOERR) return;
@@ -53,13 +54,12 @@ class Netcdf final : public ArrayFile {
       throw Error("There is no array \"" + place.path + "\" in the file");
     }
     const Shape shape = ShapeOf(variable);
-    const ColumnAxes axes = AxesOfColumn(shape.lengths, place);
-    std::vector<std::size_t> start(shape.lengths.size(), 0);
+    if (shape.lengths.size() > kMostAxes) throw TooManyAxes(place);
+    const ColumnLine line = LineOfColumn(shape.lengths, place);
+    const std::vector<std::size_t> start(line.start.begin(), line.start.end());
     std::vector<std::size_t> count(shape.lengths.size(), 1);
-    if (axes.columns != axes.rows) start[axes.columns] = place.column;
-    const std::uint64_t rows = shape.lengths[axes.rows];
-    count[axes.rows] = place.rows == 0 ? rows : std::min(place.rows, rows);
-    std::vector<double> values(count[axes.rows]);
+    count[line.axis] = line.rows;
+    std::vector<double> values(line.rows);
     if (values.empty()) return values;
     const int status = nc_get_vara_double(id_, variable, start.data(), count.data(), values.data());
     // A value that a double cannot hold is out of range, and the others are read.
@@ -76,8 +76,9 @@ class Netcdf final : public ArrayFile {
   Shape ShapeOf(int variable) const {
     int count = 0;
     Check(nc_inq_varndims(id_, variable, &count), "a variable");
-    if (count > kMostAxes)
-      return {std::vector<std::uint64_t>(kMostAxes, 2), std::vector<std::string>(kMostAxes)};
+    if (std::cmp_greater(count, kMostAxes))
+      return {std::vector<std::uint64_t>(kMostAxes + 1, 2),
+              std::vector<std::string>(kMostAxes + 1)};
     std::array<int, kMostAxes> ids{};
     Check(nc_inq_vardimid(id_, variable, ids.data()), "a variable");
     Shape shape;

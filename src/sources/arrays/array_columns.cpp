@@ -12,6 +12,8 @@
 #include "base/number_text.h"
 #include "base/word_list.h"
 #include "data/block_source.h"
+#include "sources/arrays/array_lines.h"
+#include "sources/arrays/array_roles.h"
 #include "sources/arrays/time_units.h"
 
 namespace tarnwick {
@@ -59,11 +61,7 @@ std::string ListOf(const Arrays& arrays) {
 }
 
 std::string Shape(const NamedArray& array) {
-  std::string shape;
-  for (const std::int64_t length : array.lengths) {
-    shape += (shape.empty() ? "" : " × ") + std::to_string(length);
-  }
-  return '"' + array.FullPath() + "\" (" + (shape.empty() ? "1" : shape) +
+  return '"' + array.FullPath() + "\" (" + ShapeText(array) +
          (array.numbers ? ")" : ", no numbers)");
 }
 
@@ -82,52 +80,55 @@ FileError TooLong(const std::string& file, const std::string& shapes) {
   throw FileError("No array of the file is a column of numbers", file, held);
 }
 
-/// Arrays of numbers with more axes than a table has.
-Arrays BlocksOf(std::span<const NamedArray> arrays) {
+/// Arrays of numbers with more axes or columns than a table has.
+Arrays BlocksOf(std::span<const NamedArray> arrays, const ArrayRoles& roles) {
   Arrays blocks;
   for (const NamedArray& array : arrays) {
-    if (array.numbers && array.lengths.size() > 2) blocks.push_back(&array);
+    const bool block = array.lengths.size() > 1 && !HasColumns(array, kMostUnasked);
+    if (array.numbers && block && !roles.IsBounds(array)) blocks.push_back(&array);
   }
   return blocks;
 }
 
-std::string ShapesOf(const Arrays& arrays) {
+std::string ShapesOf(const Arrays& blocks, std::span<const NamedArray> arrays) {
   std::vector<std::string> shapes;
-  for (const NamedArray* const array : arrays) shapes.push_back(Shape(*array));
-  return Listed(shapes, kMostNames);
+  for (const NamedArray* const array : blocks) shapes.push_back(Shape(*array));
+  return Listed(shapes, kMostNames) + " (--array \"" + LineThrough(*blocks.front(), arrays) +
+         "\" reads a line of it)";
 }
 
-/// Blocks are told; where all that is left gives their axes values, nothing was measured in it.
-void TellBlocks(const Arrays& blocks, const Arrays& chosen, const std::string& file,
-                std::vector<std::string>& notes) {
+/// Blocks are told; where all that is left says where they were measured, nothing was measured in it.
+void TellBlocks(std::span<const NamedArray> arrays, const ArrayRoles& roles, const Arrays& chosen,
+                const std::string& file, std::vector<std::string>& notes) {
+  const Arrays blocks = BlocksOf(arrays, roles);
   if (blocks.empty()) return;
-  const auto gives_axis = [&](const NamedArray* array) {
-    return std::ranges::any_of(blocks, [&](const NamedArray* block) {
-      return std::ranges::find(block->axes, array->path) != block->axes.end();
-    });
-  };
-  if (std::ranges::all_of(chosen, gives_axis)) {
-    throw FileError("What the file holds has three axes or more, which is no column of numbers",
-                    file, ShapesOf(blocks));
+  if (std::ranges::none_of(chosen,
+                           [&](const NamedArray* array) { return roles.IsMeasured(*array); })) {
+    throw FileError("What the file holds has more than two axes or 64 columns, which is no table",
+                    file, ShapesOf(blocks, arrays));
   }
-  notes.push_back("not read, with three axes or more: " + ShapesOf(blocks));
+  notes.push_back("not read, with more than two axes or 64 columns: " + ShapesOf(blocks, arrays));
 }
 
-/// The arrays of that length which most have, and a word about the others.
+/// The arrays of that length which most that were measured have, and a word about the others.
 Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& file,
                        std::vector<std::string>& notes) {
+  const ArrayRoles roles = RolesOf(arrays);
   std::map<Length, Arrays> by_length;
   for (const NamedArray& array : arrays) {
+    if (roles.IsBounds(array)) continue;
     const std::optional<std::int64_t> rows = RowsOf(array, kMostUnasked);
     if (rows) by_length[{*rows, array.axes.front()}].push_back(&array);
   }
   if (by_length.empty()) RefuseAll(arrays, file);
-  const auto fewer = [](const auto& one, const auto& other) {
-    const auto rank = [](const auto& of) {
-      return std::pair(of.first.rows > 1 ? of.second.size() : 0, of.first.rows);
-    };
-    return rank(one) < rank(other);
+  const auto rank = [&](const auto& of) {
+    const auto& [length, members] = of;
+    const auto measured = std::ranges::count_if(
+        members, [&](const NamedArray* array) { return roles.IsMeasured(*array); });
+    return length.rows > 1 ? std::tuple(measured, members.size(), length.rows)
+                           : std::tuple(std::ptrdiff_t{0}, std::size_t{0}, length.rows);
   };
+  const auto fewer = [&](const auto& one, const auto& other) { return rank(one) < rank(other); };
   const auto most = std::ranges::max_element(by_length, fewer);
   // What only numbers the columns of a chosen array is no table of its own.
   const auto numbers_columns = [&](const NamedArray* array) {
@@ -146,7 +147,7 @@ Arrays MostOfOneLength(std::span<const NamedArray> arrays, const std::string& fi
                     (others.size() == 1 ? "is " : "are ") + ListOf(others) +
                     " (--array names others)");
   }
-  TellBlocks(BlocksOf(arrays), most->second, file, notes);
+  TellBlocks(arrays, roles, most->second, file, notes);
   return most->second;
 }
 
@@ -165,17 +166,35 @@ Arrays Named(std::span<const NamedArray> arrays, std::string_view asked) {
     if (full == path || full.starts_with(path + '/')) found.push_back(&array);
   }
   if (!found.empty()) return found;
+  const std::string line = PlainLine(path);
   for (const NamedArray& array : arrays) {
-    if (array.FullPath().ends_with('/' + path)) found.push_back(&array);
+    const std::string full = array.FullPath();
+    if (full.ends_with('/' + path) || full == line || full.ends_with('/' + line)) {
+      found.push_back(&array);
+    }
   }
   return found;
 }
 
+std::string Refused(const NamedArray& array, std::span<const NamedArray> arrays) {
+  const bool block = array.numbers && array.lengths.size() > 1;
+  return block ? ShapesOf({&array}, arrays) : Shape(array);
+}
+
+/// `named` without the bounds of coordinates, unless there is nothing else.
+Arrays WithoutBounds(const Arrays& named, const ArrayRoles& roles) {
+  Arrays others;
+  std::ranges::copy_if(named, std::back_inserter(others),
+                       [&](const NamedArray* array) { return !roles.IsBounds(*array); });
+  return others.empty() ? named : others;
+}
+
 Arrays AskedFor(std::span<const NamedArray> arrays, std::span<const std::string> asked,
                 const std::string& file) {
+  const ArrayRoles roles = RolesOf(arrays);
   Arrays chosen;
   for (const std::string& path : asked) {
-    const Arrays named = Named(arrays, path);
+    const Arrays named = WithoutBounds(Named(arrays, path), roles);
     if (named.empty()) {
       std::vector<std::string> known;
       for (const NamedArray& array : arrays) known.push_back(Shape(array));
@@ -189,7 +208,7 @@ Arrays AskedFor(std::span<const NamedArray> arrays, std::span<const std::string>
     if (columns.empty()) {
       if (IsTooLong(*named.front())) throw TooLong(file, Shape(*named.front()));
       throw FileError("The array is no column of numbers and no table of columns", file,
-                      Shape(*named.front()));
+                      Refused(*named.front(), arrays));
     }
     for (const NamedArray* const array : columns) {
       if (std::ranges::find(chosen, array) == chosen.end()) chosen.push_back(array);
@@ -260,7 +279,8 @@ std::string NameOf(const NamedArray& array, const StoredMeaning& meaning,
   const std::string full = array.FullPath();
   const std::string described = array.Attribute("long_name");
   const bool named = !described.empty() && described.size() <= kMostNameBytes;
-  std::string name = (named ? described : full.substr(full.rfind('/') + 1)) + place;
+  const std::string line = array.line.empty() ? "" : '[' + array.line + ']';
+  std::string name = (named ? described + line : full.substr(full.rfind('/') + 1)) + place;
   const std::string units = array.Attribute("units");
   if (!units.empty() && units != "1" && !meaning.is_date) name += " [" + units + ']';
   return name;
@@ -271,7 +291,7 @@ void AddColumns(const NamedArray& array, ArrayTable& table) {
   const std::int64_t count = array.lengths.size() == 2 ? array.lengths[1] : 1;
   for (std::int64_t i = 0; i < count; ++i) {
     const std::string place = count == 1 ? std::string() : '[' + std::to_string(i) + ']';
-    table.columns.push_back({array.path, array.member, i, array.FullPath() + place,
+    table.columns.push_back({array.path, array.member, LineOf(array, i), array.FullPath() + place,
                              NameOf(array, meaning, place), meaning});
   }
   table.read.push_back(array.FullPath());
@@ -297,8 +317,9 @@ double StoredMeaning::ValueOf(double stored) const {
   return told ? kMissingValue : kNotNumberValue;
 }
 
-ArrayTable ChooseArrays(std::span<const NamedArray> arrays, std::span<const std::string> asked,
+ArrayTable ChooseArrays(std::span<const NamedArray> stored, std::span<const std::string> asked,
                         const std::string& file) {
+  const std::vector<NamedArray> arrays = WithRowsAlongLines(stored, asked, file);
   ArrayTable table;
   Arrays chosen =
       asked.empty() ? MostOfOneLength(arrays, file, table.notes) : AskedFor(arrays, asked, file);

@@ -27,9 +27,9 @@ struct StoredMeaning {
 struct ArrayColumn {
   std::string path;
   std::string member;
-  std::int64_t column = 0;  ///< along the array's second axis
-  std::string full_path;    ///< "run/profile[2]"
-  std::string name;         ///< "Voltage [V]"; every column has one of its own
+  std::string line;       ///< where it lies in the array: ":,2"
+  std::string full_path;  ///< "run/profile[2]"
+  std::string name;       ///< "Voltage [V]"; every column has one of its own
   StoredMeaning meaning;
 };
 
@@ -40,9 +40,11 @@ struct ArrayTable {
   std::vector<std::string> notes;  ///< what was decided that may be seen otherwise
 };
 
-/// The table of the arrays that `asked` names, by paths, last parts of paths, or groups; of none the arrays of that length which
-/// most have, the longest of several. Arrays of two axes are as many columns; the array of the axis they run along goes first.
-/// Throws FileError for what is not there or of several lengths, and when nothing is left. `file` is for messages.
+/// The table of the arrays that `asked` names, by paths, last parts of paths, groups, or lines through arrays ("HGT[0,36,:]"); of
+/// none the arrays of that length which most that were measured have, the longest of several, without bounds of coordinates.
+/// Arrays of two axes are as many columns, whose rows run along a time where one of the axes is one; the array of the axis they
+/// run along goes first. Throws FileError for what is not there or of several lengths, and when nothing is left. `file` is for
+/// messages.
 ArrayTable ChooseArrays(std::span<const NamedArray> arrays, std::span<const std::string> asked,
                         const std::string& file);
 

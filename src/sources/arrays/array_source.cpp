@@ -60,7 +60,7 @@ struct OpenedArrays {
                                         Progress& progress) const {
     std::vector<std::string> words = {"read", on_disk.Path(), std::to_string(rows)};
     for (const ArrayColumn& column : columns) {
-      words.insert(words.end(), {column.path, column.member, std::to_string(column.column)});
+      words.insert(words.end(), {column.path, column.member, column.line});
     }
     const std::string bytes = AskReader(kReader, words, name, progress);
     const std::size_t count = bytes.size() / sizeof(double) / columns.size();

@@ -36,6 +36,10 @@ NamedArray ArrayOf(const std::vector<std::string_view>& fields) {
 
 }  // namespace
 
+std::string NamedArray::FullPath() const {
+  return path + (member.empty() ? "" : '/' + member) + (line.empty() ? "" : '[' + line + ']');
+}
+
 std::string NamedArray::Attribute(const std::string& name) const {
   const auto found = attributes.find(name);
   return found == attributes.end() ? std::string() : found->second;

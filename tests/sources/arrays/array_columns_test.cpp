@@ -46,7 +46,10 @@ TEST(ArrayColumns, MostOfOneLengthAreTheTable) {
       table.notes[0],
       R"(the arrays of 4 values, "run/b", "run/table" and "other/b", are shown, beside them is )"
       R"("long" (--array names others))");
-  EXPECT_EQ(table.notes[1], "not read, with three axes or more: \"cube\" (4 × 4 × 4)");
+  EXPECT_EQ(
+      table.notes[1],
+      "not read, with more than two axes or 64 columns: \"wide\" (4 × 65) and \"cube\" (4 × 4 × 4) "
+      "(--array \"wide[:,0]\" reads a line of it)");
   EXPECT_EQ(ParseArrays(ArraysText(table.read)), table.read);
 }
 
@@ -61,9 +64,9 @@ TEST(ArrayColumns, PathsGroupsAndLastPartsAreAskedFor) {
   EXPECT_TRUE(asked("wide").ends_with("wide[64] 4"));
   const auto refused = [&](const char* text) { return Refusal([&] { asked(text); }); };
   EXPECT_EQ(refused("none").substr(0, 38), "There is no array \"none\": f.h5, arrays");
-  EXPECT_EQ(
-      refused("cube"),
-      "The array is no column of numbers and no table of columns: f.h5, \"cube\" (4 × 4 × 4)");
+  EXPECT_EQ(refused("cube"),
+            "The array is no column of numbers and no table of columns: f.h5, \"cube\" (4 × 4 × 4) "
+            "(--array \"cube[0,0,:]\" reads a line of it)");
   EXPECT_EQ(refused("long;run/b"),
             "The arrays are not of one length: f.h5, \"long\" (9) and \"run/b\" (4)");
   EXPECT_EQ(Refusal([] { ChooseArrays(std::span(kFile).subspan(5, 2), {}, "f.h5"); }),
@@ -92,9 +95,65 @@ TEST(ArrayColumns, OfAGridNoAxisIsTakenForTheData) {
       "array\tlon\t\tnumbers\t144\tlon\narray\tlat\t\tnumbers\t73\tlat\n"
       "array\tHGT\t\tnumbers\t21\t\t73\tlat\t144\tlon\n");
   EXPECT_EQ(Refusal([&] { ChooseArrays(grid, {}, "hgt.nc"); }),
-            "What the file holds has three axes or more, which is no column of numbers: hgt.nc, "
-            "\"HGT\" (21 × 73 × 144)");
+            "What the file holds has more than two axes or 64 columns, which is no table: hgt.nc, "
+            "\"HGT\" (21 × 73 × 144) (--array \"HGT[0,0,:]\" reads a line of it)");
   EXPECT_EQ(NamesOf(ChooseArrays(grid, ParseArrays("lon"), "hgt.nc")), "lon 144");
+}
+
+TEST(ArrayColumns, ALineThroughABlockHasItsAxis) {
+  const std::vector<NamedArray> grid = ParseArrayList(
+      "array\tlon\t\tnumbers\t4\tlon\narray\tlat\t\tnumbers\t3\tlat\n"
+      "array\trun/HGT\t\tnumbers\t2\t\t3\tlat\t4\tlon\nattribute\tlong_name\tHeight\n"
+      "attribute\tunits\tm\n");
+  const auto asked = [&](const char* text) {
+    return ChooseArrays(grid, ParseArrays(text), "hgt.nc");
+  };
+  const ArrayTable table = asked("HGT[ 1, 2,:]; run/HGT[0,2,:]");
+  EXPECT_EQ(NamesOf(table), "lon Height[1,2,:] [m] Height[0,2,:] [m] 4");
+  EXPECT_EQ(table.columns[1].line, "1,2,:");
+  EXPECT_EQ(NamesOf(asked(ArraysText(table.read).c_str())), NamesOf(table))
+      << "kept and read again";
+  EXPECT_EQ(NamesOf(asked("HGT[1,:,0]")), "lat Height[1,:,0] [m] 3");
+  for (const char* const wrong : {"HGT[2,0,:]", "HGT[0,:]", "HGT[0,:,:]", "HGT[0,0,0]", "HGT[]",
+                                  "HGT[-1,0,:]", "HGT[a,0,:]"}) {
+    EXPECT_EQ(Refusal([&] { asked(wrong); }),
+              "A line names a place on each axis, counted from 0, and \":\" on that of the rows: "
+              "hgt.nc, \"run/HGT\" (2 × 3 × 4)")
+        << wrong;
+  }
+}
+
+/// Of stations in time, as the conventions have them.
+TEST(ArrayColumns, RowsRunAlongTheTime) {
+  const std::string stations =
+      "array\tnum\t\tnumbers\t2\tstation\n"
+      "array\ttime\t\tnumbers\t3\ttime\nattribute\tunits\tdays since 1970-01-01\n"
+      "attribute\tbounds\ttime_bnds\n"
+      "array\ttime_bnds\t\tnumbers\t3\ttime\t2\tnv\n"
+      "array\tpr\t\tnumbers\t2\tstation\t3\ttime\nattribute\tcoordinates\tlat lon num\n"
+      "array\tlat\t\tnumbers\t2\tstation\narray\tlon\t\tnumbers\t2\tstation\n";
+  const std::vector<NamedArray> file = ParseArrayList(stations);
+  const ArrayTable table = ChooseArrays(file, {}, "f.nc");
+  EXPECT_EQ(NamesOf(table), "time pr[0] pr[1] 3");
+  EXPECT_EQ(table.columns[2].line, "1,:");
+  ASSERT_EQ(table.notes.size(), 1U);
+  EXPECT_EQ(table.notes[0],
+            "the arrays of 3 values, \"time\" and \"pr\", are shown, beside them are \"num\", "
+            "\"lat\" and \"lon\" (--array names others)");
+  EXPECT_EQ(NamesOf(ChooseArrays(file, table.read, "f.nc")), NamesOf(table));
+  EXPECT_EQ(NamesOf(ChooseArrays(file, ParseArrays("time_bnds"), "f.nc")),
+            "time time_bnds[0] time_bnds[1] 3")
+      << "bounds are read when they are asked for";
+}
+
+TEST(ArrayColumns, BoundsOfACoordinateAreNoData) {
+  const std::vector<NamedArray> cut = ParseArrayList(
+      "array\ttime\t\tnumbers\t1\ttime\nattribute\tbounds\ttime_bounds\n"
+      "array\ttime_bounds\t\tnumbers\t2\tnv\n"
+      "array\train\t\tnumbers\t118\ty\t87\tx\n");
+  EXPECT_EQ(Refusal([&] { ChooseArrays(cut, {}, "f.nc"); }),
+            "What the file holds has more than two axes or 64 columns, which is no table: f.nc, "
+            "\"rain\" (118 × 87) (--array \"rain[:,0]\" reads a line of it)");
 }
 
 TEST(ArrayColumns, AttributesSayWhatNumbersMean) {
