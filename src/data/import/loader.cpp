@@ -57,7 +57,7 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
       done[i] = true;
     }
     TDSInfo opened = all[first]->Source();
-    const std::string named = std::exchange(opened.DatasourceInfo, SourcePlace(opened).string());
+    const std::string named = std::exchange(opened.DatasourceInfo, PlacedSource(opened));
     const std::unique_ptr<TDataSupplier> supplier = Open(*kind, opened, options);
     if (!supplier) {
       for (const std::size_t i : group) reports[i].cancelled = true;
@@ -75,7 +75,7 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
                            : LoadShared(series, *supplier, options);
     for (std::size_t i = 0; i < group.size(); ++i) {
       reports[group[i]] = loaded[i];
-      if (opened.DatasourceInfo != named) reports[group[i]].found_at = opened.DatasourceInfo;
+      if (opened.DatasourceInfo != named) reports[group[i]].found_at = SourcePlace(opened).string();
     }
   }
   return reports;

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <system_error>
 
+#include "data/import/source_file.h"
+
 namespace tarnwick {
 namespace {
 
@@ -18,22 +20,28 @@ bool IsThere(const Path& file) {
 Path ToldPlace(const TDSInfo& info) {
   const Path told(info.RelativeSource);
   if (told.empty() || told.is_absolute() || info.GraphFolder.empty()) return {};
-  if (told.filename() != Path(info.DatasourceInfo).filename()) return {};
+  if (told.filename() != FileOfSource(info).file.filename()) return {};
   return (Path(info.GraphFolder) / told).lexically_normal();
 }
 
 }  // namespace
 
 Path SourcePlace(const TDSInfo& info) {
-  Path named(info.DatasourceInfo);
+  Path named = FileOfSource(info).file;
+  if (named.empty()) return info.DatasourceInfo;
   if (info.RelativeSource.empty() || IsThere(named)) return named;
   const Path told = ToldPlace(info);
   return !told.empty() && IsThere(told) ? told : named;
 }
 
+std::string PlacedSource(const TDSInfo& info) {
+  const SourceFile source = FileOfSource(info);
+  return source.file.empty() ? info.DatasourceInfo : source.With(SourcePlace(info));
+}
+
 std::string RelativeSourceIn(const Path& folder, const TDSInfo& info) {
   if (folder.empty()) return info.RelativeSource;
-  Path place(info.DatasourceInfo);
+  Path place = FileOfSource(info).file;
   if (info.DataSource == DataSourceKind::Manual || !place.is_absolute()) return {};
   // Where neither is there, both have moved or are away for a while: what was told of them holds.
   if (const Path told = ToldPlace(info); !told.empty() && !IsThere(place)) place = told;

@@ -10,8 +10,11 @@
 namespace tarnwick {
 
 /// The named place; when nothing is there, the place that the description's own file tells, when a file of the same name is
-/// there.
+/// there. Of a data base in a file that file; of what is no file what is named.
 std::filesystem::path SourcePlace(const TDSInfo& info);
+
+/// DatasourceInfo with the file where SourcePlace finds it.
+std::string PlacedSource(const TDSInfo& info);
 
 /// The source's place as a file in `folder` keeps it: from that folder on, with "/" between folders. Empty where that says
 /// nothing: no file is named, or it has no folder in common with `folder`. For an empty folder what is told already.

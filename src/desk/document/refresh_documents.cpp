@@ -27,7 +27,7 @@ void AskForPasswords(std::span<Document* const> documents) {
     for (const TSeries* const series : SeriesOfWhole(document->WholeGraph())) {
       if (series->Source().DataSource != DataSourceKind::Database) continue;
       try {
-        const DatabasePlace place = ParsePlace(series->Source().DatasourceInfo);
+        const DatabasePlace place = PlaceOf(series->Source());
         if (!servers.insert(place.Server()).second) continue;
         RunWithPasswords(document->GetPrompt(), [&] {
           document->Work().Run({"Loading data"},

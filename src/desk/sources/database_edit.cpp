@@ -68,9 +68,11 @@ void DatabaseEdit::MakeFields() {
   browse_->setToolTip(tr("Choose the file of an SQLite data base"));
   password_->setObjectName("DatabasePassword");
   password_->setEchoMode(QLineEdit::Password);
-  password_->setPlaceholderText(tr("kept until the program ends, never in a file"));
   keep_->setObjectName("DatabaseKeep");
   keep_->setAutoDefault(false);
+  QSizePolicy room = keep_->sizePolicy();
+  room.setRetainSizeWhenHidden(true);
+  keep_->setSizePolicy(room);
   keep_->setToolTip(tr(
       "Puts the password into the key store of the desktop, where it is looked for when the server "
       "wants one; with an empty field, takes it out again"));
@@ -101,25 +103,25 @@ void DatabaseEdit::MakeLayout() {
   auto* const line = new QHBoxLayout;
   line->addWidget(address_, 1);
   line->addWidget(browse_);
-  password_row_ = new QHBoxLayout;
-  password_row_->addWidget(password_, 1);
-  password_row_->addWidget(keep_);
+  auto* const password = new QHBoxLayout;
+  password->addWidget(password_, 1);
+  password->addWidget(keep_);
   auto* const test = new QHBoxLayout;
   test->addWidget(test_, 0, Qt::AlignTop);
   test->addWidget(told_, 1, Qt::AlignTop);
-  form_ = new QFormLayout(this);
-  form_->setContentsMargins(0, 0, 0, 0);
-  form_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+  auto* const form = new QFormLayout(this);
+  form->setContentsMargins(0, 0, 0, 0);
+  form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
   auto* const caption = new QLabel(tr("&Data base:"), this);
   caption->setBuddy(address_);
-  form_->addRow(caption, line);
+  form->addRow(caption, line);
   auto* const wanted = new QLabel(tr("Pass&word:"), this);
   wanted->setBuddy(password_);
-  form_->addRow(wanted, password_row_);
-  form_->addRow(tr("Ta&ble:"), table_);
-  form_->addRow(tr("&Query:"), query_);
-  form_->addRow(QString(), thinned_);
-  form_->addRow(QString(), test);
+  form->addRow(wanted, password);
+  form->addRow(tr("Ta&ble:"), table_);
+  form->addRow(tr("&Query:"), query_);
+  form->addRow(QString(), thinned_);
+  form->addRow(QString(), test);
   setFocusProxy(address_);
 }
 
@@ -148,7 +150,7 @@ void DatabaseEdit::Connect() {
 void DatabaseEdit::Show(const TDSInfo& info) {
   const QSignalBlocker quiet(this);
   DatabasePlace place;
-  if (!info.DatasourceInfo.empty()) place = ParsePlace(info.DatasourceInfo);
+  if (!info.DatasourceInfo.empty()) place = PlaceOf(info);
   address_->setText(place.scheme.empty() ? QString() : ToQt(place.scheme + ':' + place.address));
   table_->clear();
   table_->setEditText(ToQt(place.table));
@@ -190,15 +192,17 @@ void DatabaseEdit::ChooseFile() {
   Ask();
 }
 
-/// Only servers ask for a password.
+/// Only servers ask for a password. The row stays where it is: nothing moves under the mouse while one types.
 void DatabaseEdit::AddressChanged() {
   asking_->GiveUp();
   patience_.stop();
   const QString address = address_->text().trimmed();
-  const bool file = address.isEmpty() || address.startsWith("sqlite:", Qt::CaseInsensitive);
-  form_->setRowVisible(password_row_, !file);
-  if (!file && !has_key_store_) has_key_store_ = HasKeyStore();
-  keep_->setVisible(!file && has_key_store_.value_or(false));
+  const bool server = NamesServer(address.toStdString());
+  password_->setEnabled(server);
+  password_->setPlaceholderText(server ? tr("kept until the program ends, never in a file")
+                                       : tr("asked by servers only"));
+  if (server && !has_key_store_) has_key_store_ = HasKeyStore();
+  keep_->setVisible(server && has_key_store_.value_or(false));
   password_->clear();
   Tell({}, false);
 }

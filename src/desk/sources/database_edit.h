@@ -10,8 +10,6 @@
 
 class QCheckBox;
 class QComboBox;
-class QFormLayout;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -59,8 +57,6 @@ class DatabaseEdit final : public PlaceEdit {
   QCheckBox* thinned_;
   QPushButton* test_;
   QLabel* told_;
-  QFormLayout* form_ = nullptr;
-  QHBoxLayout* password_row_ = nullptr;
   LatestWork* asking_;
   QTimer patience_;
 };

@@ -1,6 +1,5 @@
 #include "sources/database/database_place.h"
 
-#include <QByteArray>
 #include <QUrl>
 #include <QUrlQuery>
 #include <algorithm>
@@ -10,33 +9,20 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/import/source_file.h"
+#include "data/import/source_place.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr std::array<std::string_view, 4> kSchemes = {"sqlite", "postgresql", "mysql", "odbc"};
+constexpr std::string_view kFile = "sqlite";
+constexpr std::array<std::string_view, 4> kSchemes = {kFile, "postgresql", "mysql", "odbc"};
 constexpr std::string_view kTable = "table=";
 constexpr std::string_view kQuery = "query=";
 
-/// What would end a part of the place is written as "%XX"; all else stays readable.
-std::string Encoded(const std::string& part) {
-  std::string text;
-  for (const char c : part) {
-    const bool ends_part = c == '%' || c == '?' || c == '#' || c == '\n' || c == '\r';
-    text += ends_part ? '%' + QByteArray(1, c).toHex().toUpper().toStdString() : std::string(1, c);
-  }
-  return text;
-}
-
-std::string Decoded(std::string_view text) {
-  return QByteArray::fromPercentEncoding(
-             QByteArray(text.data(), static_cast<qsizetype>(text.size())))
-      .toStdString();
-}
-
 /// Never repeats the address: it would show the password.
 void RefusePassword(const DatabasePlace& place) {
-  if (place.scheme == "sqlite") return;
+  if (place.scheme == kFile) return;
   // Drivers pass over blanks around a key.
   std::string lower = LowerAscii(place.address);
   std::erase_if(lower, [](char c) { return c == ' ' || c == '\t'; });
@@ -51,17 +37,23 @@ void RefusePassword(const DatabasePlace& place) {
               "TARNWICK_DB_SERVER");
 }
 
-DatabasePlace SplitScheme(std::string_view text) {
+/// In small letters; empty for what begins with none of them.
+std::string SchemeOf(std::string_view text) {
   const std::size_t colon = text.find(':');
+  if (colon == text.npos) return {};
+  const std::string scheme = LowerAscii(text.substr(0, colon));
+  return std::ranges::find(kSchemes, scheme) == kSchemes.end() ? std::string() : scheme;
+}
+
+DatabasePlace SplitScheme(std::string_view text) {
   DatabasePlace place;
-  place.scheme = LowerAscii(text.substr(0, colon));
-  if (colon == text.npos || colon + 1 == text.size() ||
-      std::ranges::find(kSchemes, place.scheme) == kSchemes.end()) {
+  place.scheme = SchemeOf(text);
+  if (place.scheme.empty() || place.scheme.size() + 1 == text.size()) {
     throw Error(
         "A data base is named by sqlite:FILE, postgresql://HOST/BASE, mysql://HOST/BASE or "
         "odbc:NAME");
   }
-  place.address = text.substr(colon + 1);
+  place.address = text.substr(place.scheme.size() + 1);
   return place;
 }
 
@@ -87,18 +79,18 @@ QString SocketOf(const QUrl& url) {
 }
 
 std::string DatabasePlace::Text() const {
-  const std::string base = scheme + ':' + Encoded(address);
-  if (!query.empty()) return base + '?' + std::string(kQuery) + Encoded(query);
-  return table.empty() ? base : base + '?' + std::string(kTable) + Encoded(table);
+  const std::string base = scheme + ':' + EncodedPart(address);
+  if (!query.empty()) return base + '?' + std::string(kQuery) + EncodedPart(query);
+  return table.empty() ? base : base + '?' + std::string(kTable) + EncodedPart(table);
 }
 
 std::string DatabasePlace::Name() const {
-  const std::string base = scheme == "sqlite" ? address : scheme + ':' + address;
+  const std::string base = scheme == kFile ? address : scheme + ':' + address;
   return table.empty() ? base : base + ", table \"" + table + '"';
 }
 
 std::string DatabasePlace::Server() const {
-  if (scheme == "sqlite") return {};
+  if (scheme == kFile) return {};
   if (scheme == "odbc") return address;
   const QUrl url(QString::fromStdString(scheme + ':' + address));
   return (url.host().isEmpty() ? SocketOf(url) : url.host()).toStdString();
@@ -106,15 +98,24 @@ std::string DatabasePlace::Server() const {
 
 std::string DatabasePlace::Title() const {
   if (!table.empty()) return table;
-  if (scheme == "sqlite") return std::filesystem::path(address).stem().string();
+  if (scheme == kFile) return std::filesystem::path(address).stem().string();
   if (scheme == "odbc") return address;
   const QString base = QUrl(QString::fromStdString(scheme + ':' + address)).path().remove('/');
   return base.isEmpty() ? Server() : base.toStdString();
 }
 
+bool NamesServer(std::string_view url) {
+  const std::string scheme = SchemeOf(url);
+  return !scheme.empty() && scheme != kFile;
+}
+
 DatabasePlace ParseDatabaseUrl(std::string_view url) {
+  std::error_code ignored;  // what cannot be looked at is not taken for a file
+  if (SchemeOf(url).empty() && std::filesystem::is_regular_file(url, ignored)) {
+    return PlaceOfFile(url);
+  }
   DatabasePlace place = SplitScheme(url);
-  if (place.scheme == "sqlite") return PlaceOfFile(place.address);
+  if (place.scheme == kFile) return PlaceOfFile(place.address);
   RefusePassword(place);
   return place;
 }
@@ -128,13 +129,17 @@ DatabasePlace PlaceOfFile(const std::filesystem::path& file) {
 DatabasePlace ParsePlace(std::string_view text) {
   const std::size_t mark = text.find('?');
   DatabasePlace place = SplitScheme(text.substr(0, mark));
-  place.address = Decoded(place.address);
+  place.address = DecodedPart(place.address);
   RefusePassword(place);
   if (mark == text.npos) return place;
   const std::string_view what = text.substr(mark + 1);
-  if (what.starts_with(kTable)) place.table = Decoded(what.substr(kTable.size()));
-  if (what.starts_with(kQuery)) place.query = Decoded(what.substr(kQuery.size()));
+  if (what.starts_with(kTable)) place.table = DecodedPart(what.substr(kTable.size()));
+  if (what.starts_with(kQuery)) place.query = DecodedPart(what.substr(kQuery.size()));
   return place;
+}
+
+DatabasePlace PlaceOf(const TDSInfo& info) {
+  return ParsePlace(PlacedSource(info));
 }
 
 std::string ReadingQuery(std::string_view query) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "data/ds_info.h"
+
 class QString;
 class QUrl;
 
@@ -31,8 +33,11 @@ struct DatabasePlace {
 /// The folder of the local socket that an address names: "postgresql:///BASE?host=/run/postgresql". Empty where it names none.
 QString SocketOf(const QUrl& url);
 
-/// The data base that the user names: "sqlite:FILE", "postgresql://HOST/BASE", "mysql://HOST/BASE" or "odbc:NAME". A file
-/// is found from any folder then. Throws Error for what names none, and for an address with a password.
+/// Whether the address is one of a server, not of a file.
+bool NamesServer(std::string_view url);
+
+/// The data base that the user names: "sqlite:FILE", a file that is there, "postgresql://HOST/BASE", "mysql://HOST/BASE" or
+/// "odbc:NAME". A file is found from any folder then. Throws Error for what names none, and for an address with a password.
 DatabasePlace ParseDatabaseUrl(std::string_view url);
 
 /// The place of an SQLite file.
@@ -40,6 +45,9 @@ DatabasePlace PlaceOfFile(const std::filesystem::path& file);
 
 /// Reads back what Text() wrote. Throws what ParseDatabaseUrl throws.
 DatabasePlace ParsePlace(std::string_view text);
+
+/// What a description names, its file where it lies now. Throws what ParsePlace throws.
+DatabasePlace PlaceOf(const TDSInfo& info);
 
 /// The query without what ends it.
 std::string ReadingQuery(std::string_view query);

@@ -150,7 +150,7 @@ void ExamineFile(FileToExamine file, ImportSource& source) {
 
 template <FirstPicture picture>
 std::unique_ptr<TDataSupplier> OpenAgain(const TDSInfo& info, Progress& progress) {
-  const DatabasePlace place = ParsePlace(info.DatasourceInfo);
+  const DatabasePlace place = PlaceOf(info);
   if (place.table.empty() && place.query.empty()) {
     throw Error("The source names no table of its data base: " + place.Name());
   }
@@ -166,7 +166,7 @@ template <FirstPicture picture>
 ImportSource BeginAt(const TDSInfo& place, const ImportOptions& options, Progress& progress) {
   ImportOptions asked = options;
   if (place.ThinnedAtSource) asked.thinned_at_source = true;
-  return OpenDatabase(ParsePlace(place.DatasourceInfo), asked, progress, picture);
+  return OpenDatabase(PlaceOf(place), asked, progress, picture);
 }
 
 }  // namespace
@@ -189,7 +189,7 @@ bool ShowsRowsAsTheyAre(const TDSInfo& info) {
 }
 
 ThinnedView WholeViewOf(const TDSInfo& info) {
-  return {.place = ParsePlace(info.DatasourceInfo),
+  return {.place = PlaceOf(info),
           .x = {info.XDataColumn, info.XFormat},
           .y = {{info.YDataColumn, info.YFormat}},
           .columns = kColumnsOfWhole};
@@ -197,7 +197,7 @@ ThinnedView WholeViewOf(const TDSInfo& info) {
 
 std::string TitleOfTable(const TDSInfo& info) {
   const bool is_table = info.DataSource == DataSourceKind::Database && !info.DatasourceInfo.empty();
-  return is_table ? ParsePlace(info.DatasourceInfo).Title() : std::string();
+  return is_table ? PlaceOf(info).Title() : std::string();
 }
 
 SourceKind DatabaseKind(FirstPicture picture) {

@@ -14,6 +14,12 @@ TDSInfo TextFile(const std::string& named) {
   return info;
 }
 
+TDSInfo Database(const std::string& named) {
+  TDSInfo info = TextFile(named);
+  info.DataSource = DataSourceKind::Database;
+  return info;
+}
+
 TEST(SourcePlace, IsToldFromTheFoldersInCommon) {
   struct Row {
     const char* folder;
@@ -30,6 +36,9 @@ TEST(SourcePlace, IsToldFromTheFoldersInCommon) {
   for (const Row& row : rows)
     EXPECT_EQ(RelativeSourceIn(row.folder, TextFile(row.named)), row.told) << row.named;
   EXPECT_EQ(RelativeSourceIn("/home/a", TDSInfo()), "") << "points of one's own";
+  EXPECT_EQ(RelativeSourceIn("/home/a", Database("sqlite:/home/a/50%25%3F/r.db?table=t")),
+            "50%?/r.db");
+  EXPECT_EQ(RelativeSourceIn("/home/a", Database("postgresql://host/home/a")), "");
 }
 
 TEST(SourcePlace, IsTheNamedOneUnlessOnlyTheToldOneIsThere) {
@@ -53,6 +62,18 @@ TEST(SourcePlace, IsTheNamedOneUnlessOnlyTheToldOneIsThere) {
     info.GraphFolder = folder.Path().string();
     EXPECT_EQ(SourcePlace(info), row.place) << row.named << ", " << row.told;
   }
+}
+
+TEST(SourcePlace, OfADataBaseItsFileIsLookedFor) {
+  const testing::TemporaryFolder folder;
+  const std::string here = folder.Write("r.db", "").string();
+  TDSInfo info = Database("sqlite:/gone/r.db?query=SELECT a%3F");
+  info.RelativeSource = "r.db";
+  info.GraphFolder = folder.Path().string();
+  EXPECT_EQ(PlacedSource(info), "sqlite:" + here + "?query=SELECT a%3F");
+  EXPECT_EQ(SourcePlace(info), here);
+  info.DatasourceInfo = "postgresql://host/r.db?table=t";
+  EXPECT_EQ(PlacedSource(info), info.DatasourceInfo);
 }
 
 }  // namespace

@@ -239,6 +239,11 @@ TEST(DatabasePlaces, UrlsAreReadAndPasswordsRefused) {
   EXPECT_EQ(ParseDatabaseUrl("sqlite:runs.db").Server(), "") << "no password goes there";
   EXPECT_EQ(ParseDatabaseUrl("postgresql://me@/base?host=/run/socket").Title(), "base");
   EXPECT_EQ(ParseDatabaseUrl("mysql://host").Title(), "host");
+  const TemporaryFolder folder;
+  const std::string file = folder.Write("a file.db", "").string();
+  EXPECT_EQ(ParseDatabaseUrl(file).Text(), "sqlite:" + file) << "what is there needs no scheme";
+  EXPECT_TRUE(NamesServer("MySQL://host"));
+  for (const char* const none : {"sqlite:a", "/data/a.db", ""}) EXPECT_FALSE(NamesServer(none));
   EXPECT_EQ((DatabasePlace{"sqlite", "/data/runs.db", "first", {}}.Title()), "first");
   const std::string many = "select '50%?#&x'\n, \"a\" from t";
   EXPECT_EQ(ParsePlace(DatabasePlace{"odbc", "DSN", {}, many}.Text()).query, many);
