@@ -35,7 +35,7 @@ void LiveData::StartOf(const std::vector<const TSeries*>& series) {
     if (kind == nullptr || fed) continue;
     try {
       feeds_.push_back(std::make_unique<LiveFeed>(document_, *kind, *one));
-      connect(feeds_.back().get(), &LiveFeed::told, this, &LiveData::changed);
+      connect(feeds_.back().get(), &LiveFeed::told, this, &LiveData::FollowFeeds);
     } catch (const Error& error) {
       if (trouble.empty()) trouble = error.what();
     }
@@ -90,8 +90,15 @@ void LiveData::DropUnused() {
   TellState();
 }
 
+/// Commands look at the state alone: rows that come change nothing of what they can do.
+void LiveData::FollowFeeds() {
+  if (State() != told_) return TellState();
+  emit changed();
+}
+
 /// Commands can do something else now.
 void LiveData::TellState() {
+  told_ = State();
   emit changed();
   emit document_.stateChanged();
 }

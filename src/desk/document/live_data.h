@@ -45,10 +45,12 @@ class LiveData final : public QObject {
   void changed();
 
  private:
+  void FollowFeeds();
   void TellState();
 
   Document& document_;
   std::vector<std::unique_ptr<LiveFeed>> feeds_;
+  StreamState told_ = StreamState::Stopped;  // the commands know of
 };
 
 }  // namespace tarnwick

@@ -132,6 +132,16 @@ TEST_F(LiveDataTest, TellsTheWayBackToPointsThatNoRowsReplace) {
   EXPECT_EQ(told(), "Following run.csv, 1 row came");
 }
 
+TEST_F(LiveDataTest, TellsTheCommandsWhenASourceEndsByItself) {
+  Start();
+  StreamState known = document_.Live().State();
+  QObject::connect(&document_, &Document::stateChanged, [&] { known = document_.Live().State(); });
+  std::ofstream(file_) << "a,b\n1,1\n2,2\n";
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return document_.Live().State() == StreamState::Failed; }, kMost));
+  EXPECT_EQ(known, StreamState::Failed);
+}
+
 TEST_F(LiveDataTest, KeepsThePointsOfAFileThatIsCutShort) {
   Start();
   std::filesystem::resize_file(file_, 0);
