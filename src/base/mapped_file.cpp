@@ -29,7 +29,8 @@ std::size_t MostBytesRead() {
   throw FileError("Cannot read the file", path.string(), std::generic_category().message(reason));
 }
 
-std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
+std::string ReadToEnd(int descriptor, const std::filesystem::path& path, const FirstLook& look) {
+  bool seen = !look;
   const std::size_t most = MostBytesRead();
   std::string contents;
   std::size_t used = 0;
@@ -41,6 +42,9 @@ std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
     if (count < 0) Fail(path, errno);
     if (count == 0) break;
     used += static_cast<std::size_t>(count);
+    if (seen || used < kBlockSize) continue;
+    look(std::string_view(contents).substr(0, used));
+    seen = true;
   }
   contents.resize(used);
   contents.shrink_to_fit();
@@ -51,17 +55,19 @@ std::string ReadToEnd(int descriptor, const std::filesystem::path& path) {
 
 MappedFile::MappedFile() = default;
 
-MappedFile::MappedFile(const std::filesystem::path& path) {
+MappedFile::MappedFile(const std::filesystem::path& path) : MappedFile(path, FirstLook()) {}
+
+MappedFile::MappedFile(const std::filesystem::path& path, const FirstLook& look) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.Value() < 0) Fail(path, errno);
-  Read(file.Value(), path);
+  Read(file.Value(), path, look);
 }
 
 MappedFile::MappedFile(const Descriptor& file, const std::filesystem::path& name) {
-  Read(file.Value(), name);
+  Read(file.Value(), name, {});
 }
 
-void MappedFile::Read(int descriptor, const std::filesystem::path& path) {
+void MappedFile::Read(int descriptor, const std::filesystem::path& path, const FirstLook& look) {
   struct stat status {};
   if (::fstat(descriptor, &status) != 0) Fail(path, errno);
   if (S_ISDIR(status.st_mode)) Fail(path, EISDIR);
@@ -76,12 +82,12 @@ void MappedFile::Read(int descriptor, const std::filesystem::path& path) {
       return;
     }
   }
-  contents_ = ReadToEnd(descriptor, path);
+  contents_ = ReadToEnd(descriptor, path, look);
 }
 
-MappedFile MappedFile::StandardInput() {
+MappedFile MappedFile::StandardInput(const FirstLook& look) {
   MappedFile file;
-  file.contents_ = ReadToEnd(STDIN_FILENO, "standard input");
+  file.contents_ = ReadToEnd(STDIN_FILENO, "standard input", look);
   return file;
 }
 

@@ -118,5 +118,17 @@ TEST(MappedFile, ReadsFilesPipesAndEmptyFiles) {
   EXPECT_EQ(MappedFile(pipe).Bytes(), contents);
 }
 
+TEST(MappedFile, WhatHasNoEndIsRefusedByItsFirstBlock) {
+  std::size_t seen = 0;
+  const FirstLook refuse = [&](std::string_view block) {
+    seen = block.size();
+    throw FileError("zeros", "", "");
+  };
+  EXPECT_EQ(MessageOf([&] { MappedFile("/dev/zero", refuse); }), "zeros: ");
+  EXPECT_GE(seen, 65536U);
+  const TemporaryFolder folder;
+  EXPECT_EQ(MappedFile(folder.Write("a", "short"), refuse).Bytes(), "short");
+}
+
 }  // namespace
 }  // namespace tarnwick

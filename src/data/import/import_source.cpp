@@ -51,7 +51,10 @@ ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOpt
   options.Validate();
   ImportSource source;
   const std::string name = path == kStandardInput ? "standard input" : path.string();
-  MappedFile file = OpenSourceFile(path, progress);
+  MappedFile file = OpenSourceFile(path, progress, [&](std::string_view first) {
+    const bool text = KindOfFile(kinds, first, name).kind == DataSourceKind::Text;
+    if (text) RefuseBinaryBlock(first, name);
+  });
   const SourceKind& kind = KindOfFile(kinds, file.Bytes(), name);
   RequireKnown(kind, options, name);
   kind.examine({std::move(file), name, options, progress}, source);

@@ -49,7 +49,19 @@ char FindLineEnd(std::string_view text) {
   return only_returns && !cut ? '\r' : '\n';
 }
 
+void RefuseZeroByte(std::string_view text, const std::string& name) {
+  const std::size_t zero = text.substr(0, std::min(text.size(), kHeadBytes)).find('\0');
+  if (zero == text.npos) return;
+  throw FileError("The file is binary, not text: it holds a zero byte", name,
+                  "byte " + std::to_string(zero + 1));
+}
+
 }  // namespace
+
+void RefuseBinaryBlock(std::string_view first, const std::string& name) {
+  const bool named = PackingOf(first) != nullptr || !WhyNoText(first).empty();
+  if (!named && !Utf16Order(first)) RefuseZeroByte(first, name);
+}
 
 TextSource::TextSource(MappedFile file, std::string name)
     : file_(std::move(file)), name_(std::move(name)) {
@@ -75,11 +87,7 @@ void TextSource::Recognise(std::string_view bytes) {
   } else if (bytes.starts_with(kUtf8Mark)) {
     text_.remove_prefix(kUtf8Mark.size());
   }
-  const std::size_t zero = text_.substr(0, std::min(text_.size(), kHeadBytes)).find('\0');
-  if (zero != text_.npos) {
-    throw FileError("The file is binary, not text: it holds a zero byte", name_,
-                    "byte " + std::to_string(zero + 1));
-  }
+  RefuseZeroByte(text_, name_);
   if (text_.empty()) throw FileError("The file is empty", name_, "");
   if (std::optional<std::string> lines = LinesOfJcamp(text_, name_)) {
     converted_ = *std::move(lines);
@@ -101,9 +109,10 @@ void TextSource::JoinQuotedLines() {
   text_ = converted_;
 }
 
-MappedFile OpenSourceFile(const std::filesystem::path& path, Progress& progress) {
+MappedFile OpenSourceFile(const std::filesystem::path& path, Progress& progress,
+                          const FirstLook& look) {
   const bool standard_input = path == "-";
-  MappedFile file = standard_input ? MappedFile::StandardInput() : MappedFile(path);
+  MappedFile file = standard_input ? MappedFile::StandardInput(look) : MappedFile(path, look);
   const Packing* const packing = PackingOf(file.Bytes());
   if (packing == nullptr) return file;
   return Unpack(*packing, file.Bytes(), standard_input ? "standard input" : path.string(),

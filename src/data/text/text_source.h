@@ -42,8 +42,13 @@ class TextSource {
   char line_end_ = '\n';
 };
 
+/// Throws FileError where a text cannot begin so and nothing tells another format: what is packed, or known as no text, is judged
+/// as a whole.
+void RefuseBinaryBlock(std::string_view first, const std::string& name);
+
 /// Opens the file, or the standard input when the path is "-"; what is packed (gzip, bzip2, xz, zstd) is unpacked as a whole,
-/// with progress. Throws FileError, and UnpackingCancelled.
-MappedFile OpenSourceFile(const std::filesystem::path& path, Progress& progress);
+/// with progress; `look` is MappedFile's. Throws FileError, and UnpackingCancelled.
+MappedFile OpenSourceFile(const std::filesystem::path& path, Progress& progress,
+                          const FirstLook& look = {});
 
 }  // namespace tarnwick
