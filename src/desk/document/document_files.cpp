@@ -21,6 +21,7 @@
 #include "graph/layout/finished_look.h"
 #include "graph/series_of_whole.h"
 #include "results/made_series.h"
+#include "sources/database/database_source.h"
 
 namespace tarnwick {
 namespace {
@@ -49,6 +50,7 @@ std::string DocumentFiles::Caption() const {
 void DocumentFiles::BeginHistory(bool changed) {
   document_.History().Clear();
   document_.History().SetChanged(changed);
+  as_opened_ = false;
 }
 
 bool DocumentFiles::Begin(const StartFiles& files) {
@@ -70,6 +72,7 @@ bool DocumentFiles::Begin(const StartFiles& files) {
   if (!files.data_set.empty() && !LoadDataFromFile(files.data_set)) return false;
   nothing_to_save_ = false;
   BeginHistory(document_.History().Changed());  // how a window begins is no step
+  as_opened_ = !files.data.empty();
   return true;
 }
 
@@ -337,6 +340,21 @@ void DocumentFiles::SaveDataSetFile(const std::filesystem::path& path) {
 bool DocumentFiles::ClosingLoses() const {
   if (nothing_to_save_) return false;
   return document_.History().Changed() || !filed_.HoldAll(document_.WholeGraph().State());
+}
+
+bool DocumentFiles::EndingLoses() const {
+  if (!ClosingLoses()) return false;
+  const std::vector<TSeries*> all = SeriesOfWhole(document_.WholeGraph());
+  return !as_opened_ || document_.History().LastStep() != 0 ||
+         !std::ranges::all_of(all, [this](const TSeries* one) { return LiesInItsSource(*one); });
+}
+
+/// Views of a thinned table come and go.
+bool DocumentFiles::LiesInItsSource(const TSeries& series) const {
+  if (filed_.Hold(series.Points())) return true;
+  const TDSInfo& source = series.Source();
+  return IsThinned(source) && !source.PointsEdited && as_read_.Holds(series) &&
+         Exists(SourcePlace(source));
 }
 
 ReadResult DocumentFiles::Read(const std::function<ReadResult(Progress&)>& reading) {

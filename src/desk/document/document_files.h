@@ -15,6 +15,7 @@
 namespace tarnwick {
 
 class Document;
+class TSeries;
 class OpenEdit;
 class TxyGraph;
 struct ImportOptions;
@@ -56,6 +57,9 @@ class DocumentFiles {
   /// True when closing would lose something: changes, or points that lie in no file. Never once reading the data file
   /// failed, or after GiveUp().
   bool ClosingLoses() const;
+  /// True when the end of the program would lose something: as closing, but for data that were opened and that no step has
+  /// touched since. Opening their file again brings them, in whatever view.
+  bool EndingLoses() const;
   /// The user does without what would be lost.
   void GiveUp() { nothing_to_save_ = true; }
 
@@ -113,6 +117,7 @@ class DocumentFiles {
   void TakeStep(const std::string& name, const ReadResult& result);
   void TellOfAnotherGraph();
   void BeginHistory(bool changed);
+  bool LiesInItsSource(const TSeries& series) const;
   void LoadGraphIntoChild(const std::filesystem::path& path);
   /// The whole graph with the DataSets at these places of SeriesOfWhole read again.
   ReadResult ReadAgain(const std::vector<std::size_t>& which);
@@ -132,6 +137,7 @@ class DocumentFiles {
   FiledPoints filed_;
   PointsAsRead as_read_;
   bool nothing_to_save_ = false;
+  bool as_opened_ = false;      // from data, until the first step
   std::set<std::string> told_;  // of background pictures that cannot be read
 };
 

@@ -52,11 +52,14 @@ void FiledPoints::Rewritten(const std::filesystem::path& file, std::vector<Point
 }
 
 bool FiledPoints::HoldAll(const GraphState& state) const {
-  return std::ranges::all_of(PointsOfGraph(state, {}), [this](const PointsOfFile& one) {
-    return one.points.Empty() || std::ranges::any_of(known_, [&](const PointsOfFile& known) {
-             return SamePoints(known.points, one.points) && IsThere(known.file);
-           });
-  });
+  return std::ranges::all_of(PointsOfGraph(state, {}),
+                             [this](const PointsOfFile& one) { return Hold(one.points); });
+}
+
+bool FiledPoints::Hold(const PointChain& points) const {
+  return points.Empty() || std::ranges::any_of(known_, [&](const PointsOfFile& known) {
+           return SamePoints(known.points, points) && IsThere(known.file);
+         });
 }
 
 }  // namespace tarnwick

@@ -28,6 +28,8 @@ class FiledPoints {
   void Rewritten(const std::filesystem::path& file, std::vector<PointsOfFile> kept);
   /// True when all points of the graph, inserted graphs included, lie in files that are still there, unedited.
   bool HoldAll(const GraphState& state) const;
+  /// True for points of one DataSet that lie in a file likewise, and where there are none.
+  bool Hold(const PointChain& points) const;
 
  private:
   std::vector<PointsOfFile> known_;

@@ -47,7 +47,7 @@ void RecoveryKeeper::StartWaiting() {
 
 void RecoveryKeeper::FollowChange(int number) {
   Kept& kept = kept_.at(number);
-  kept.changed = kept.document->Files().ClosingLoses();
+  kept.changed = kept.document->Files().EndingLoses();
   if (kept.changed) return StartWaiting();
   kept.late = false;
   kept.copied.reset();
@@ -96,7 +96,7 @@ void RecoveryKeeper::Written(int number, const std::string& trouble) {
   if (found == kept_.end()) return;
   Kept& kept = found->second;
   kept.writing = false;
-  if (failing_ && kept.document->Files().ClosingLoses()) {
+  if (failing_ && kept.document->Files().EndingLoses()) {
     kept.copied.reset();
     kept.changed = true;
     StartWaiting();

@@ -1,4 +1,4 @@
-// Keeps a copy of every document that closing would lose, so that a program that is ended loses seconds of work. Takes the
+// Keeps a copy of every document that ending would lose, so that a program that is ended loses seconds of work. Takes the
 // state on the window's thread, which shares its points, and writes it on one of its own. Knows documents; asks nothing.
 #pragma once
 

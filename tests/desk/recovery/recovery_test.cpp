@@ -189,6 +189,26 @@ TEST_F(KeeperTest, KeepsCopiesOfWhatClosingLoses) {
   EXPECT_EQ(Found(), std::vector<std::string>{"Graph_1"}) << "the program ended before it closed";
 }
 
+TEST_F(KeeperTest, UntouchedDataLieInTheirFile) {
+  const auto file = folder_.Write("run.csv", "x,y\n1,1\n2,2\n3,3\n");
+  auto document = MakeDocument();
+  RecoveryKeeper keeper(root_, 5ms);
+  StartFiles files;
+  files.data = file;
+  document->Files().Begin(files);
+  keeper.Follow(*document);
+  QTest::qWait(50);
+  EXPECT_TRUE(Empty());
+  EXPECT_TRUE(document->Files().ClosingLoses()) << "the graph of them lies in no file";
+  AddPoint(*document);
+  EXPECT_TRUE(WaitFor({4}));
+  document->History().Undo();
+  EXPECT_TRUE(WaitFor({})) << "as it was opened";
+  document->Graph().Series(0).AddPoint(9, 9);
+  emit document->stateChanged();
+  EXPECT_TRUE(WaitFor({4})) << "what came without a step lies nowhere";
+}
+
 TEST_F(KeeperTest, AFullDiskIsToldOnceAndOvercome) {
   folder_.Write("recovery", "no folder");
   auto document = MakeDocument();
