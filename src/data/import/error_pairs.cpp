@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
+#include <tuple>
 
 #include "base/quantile.h"
 #include "data/import/error_names.h"
@@ -29,15 +31,12 @@ bool AreStepsOf(const std::vector<double>& values, const std::vector<double>& st
 }  // namespace
 
 ErrorPairs::ErrorPairs(const ImportSource& source, std::int32_t x) : source_(source), x_(x) {
-  std::vector<std::int32_t> numbers = source.NumberColumns();
-  // Of the time "t" and the temperature "T" it is the latter's error that is of interest.
-  std::stable_partition(numbers.begin(), numbers.end(),
-                        [x](std::int32_t column) { return column != x; });
+  const std::vector<std::int32_t> numbers = source.NumberColumns();
   for (const std::int32_t column : numbers) {
     const std::string name = source.NameOf(column);
     if (NamesErrors(name)) continue;
-    columns_.try_emplace(SquashedName(name), column);
-    columns_.try_emplace(SquashedWithoutUnit(name), column);
+    columns_[SquashedName(name)].push_back(column);
+    columns_[SquashedWithoutUnit(name)].push_back(column);
   }
   columns_.erase("");
   std::vector<Pair> pairs;
@@ -55,16 +54,21 @@ std::optional<std::int32_t> ErrorPairs::ValueOf(std::int32_t column) const {
   return found->second;
 }
 
-std::optional<std::int32_t> ErrorPairs::ColumnCalled(const std::string& squashed) const {
+std::optional<std::int32_t> ErrorPairs::ColumnCalled(const std::string& squashed,
+                                                     std::int32_t column) const {
   const auto found = columns_.find(squashed);
   if (found == columns_.end()) return std::nullopt;
-  return found->second;
+  // Of the time "t" and the temperature "T" it is the latter's error that is of interest.
+  const auto distance = [&](std::int32_t one) {
+    return std::tuple(one == x_, one > column, std::abs(column - one));
+  };
+  return std::ranges::min(found->second, {}, distance);
 }
 
 std::optional<ErrorPairs::Pair> ErrorPairs::PairOf(std::int32_t column) const {
   if (column == x_) return std::nullopt;
   for (const ErrorReading& reading : ReadAsError(source_.NameOf(column))) {
-    const std::optional<std::int32_t> value = ColumnCalled(reading.value);
+    const std::optional<std::int32_t> value = ColumnCalled(reading.value, column);
     if (value && *value != column && MayHoldErrors(column, *value, reading)) {
       return Pair{column, *value, reading.sign};
     }
@@ -97,14 +101,14 @@ ErrorAxis ErrorPairs::AxisOf(std::int32_t column) const {
   if (ValueOf(column)) return ErrorAxis::None;
   const std::string name = source_.NameOf(column);
   for (const ErrorReading& reading : ReadAsError(name)) {
-    if (reading.sign != ErrorSign::Word || ColumnCalled(reading.value)) continue;
+    if (reading.sign != ErrorSign::Word || IsCalled(reading.value)) continue;
     if (reading.value == "x") return ErrorAxis::X;
     if (reading.value == "y") return ErrorAxis::Y;
   }
   // Beside "ex" it is a component of a field or a strain.
   const bool behind_value =
       column > 0 && column - 1 != x_ && source_.GuessOf(column - 1).has_numbers;
-  return name == "ey" && behind_value && !ColumnCalled("ex") ? ErrorAxis::Y : ErrorAxis::None;
+  return name == "ey" && behind_value && !IsCalled("ex") ? ErrorAxis::Y : ErrorAxis::None;
 }
 
 }  // namespace tarnwick

@@ -32,7 +32,9 @@ class ErrorPairs {
     ErrorSign sign = ErrorSign::Word;
   };
 
-  std::optional<std::int32_t> ColumnCalled(const std::string& squashed) const;
+  bool IsCalled(const std::string& squashed) const { return columns_.contains(squashed); }
+  /// The one column of that name, of several the nearest before `column`, X last.
+  std::optional<std::int32_t> ColumnCalled(const std::string& squashed, std::int32_t column) const;
   std::optional<Pair> PairOf(std::int32_t column) const;
   bool MayHoldErrors(std::int32_t column, std::int32_t value, const ErrorReading& reading) const;
   /// What letters alone say of one column is a chance.
@@ -40,8 +42,8 @@ class ErrorPairs {
 
   const ImportSource& source_;
   std::int32_t x_;
-  std::unordered_map<std::string, std::int32_t> columns_;  // by their names, squashed
-  std::unordered_map<std::int32_t, std::int32_t> values_;  // of columns of errors
+  std::unordered_map<std::string, std::vector<std::int32_t>> columns_;  // by their names, squashed
+  std::unordered_map<std::int32_t, std::int32_t> values_;               // of columns of errors
 };
 
 }  // namespace tarnwick
