@@ -34,6 +34,7 @@ FitCircumstances CircumstancesOf(const FitPart& part) {
   about.thinned_to = job.settings.NPoints;
   about.extreme_data = FindExtreme(part);
   about.expression_warnings = ExpressionWarnings(job.settings.Expression);
+  about.ignores_x = IgnoresX(job.settings, part.model.CurrentText());
   about.regression_curve = job.source == FitPointSource::RegressionCurve;
   about.has_x_errors = job.has_x_errors;
   about.some_rows = job.some_rows;
@@ -61,6 +62,7 @@ void MeasureStart(FitPart& part, FitCircumstances& about) {
 FitCircumstances Together(std::span<const FitCircumstances> parts) {
   FitCircumstances all = parts.front();
   for (const FitCircumstances& one : parts.subspan(1)) {
+    all.ignores_x = all.ignores_x && one.ignores_x;
     if (!all.extreme_data) all.extreme_data = one.extreme_data;
     if (!all.first_undefined_x) all.first_undefined_x = one.first_undefined_x;
     all.undefined_at_start += one.undefined_at_start;

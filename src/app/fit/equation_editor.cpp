@@ -83,7 +83,9 @@ TfrmCalc::TfrmCalc(const CalcSubject& subject, CalcPage first, QWidget* parent)
   connect(function_, &FitFunctionPage::guessWanted, this, [this, subject] { Guess(subject); });
   connect(function_, &FitFunctionPage::edited, this, &TfrmCalc::Check);
   connect(options_, &FitOptionsPage::edited, this, &TfrmCalc::Check);
+  function_->SetXNames({subject.x_name});
   Check();
+  kept_ = model_;
   TabInReadingOrder(*this);
   if (first == CalcPage::Function) function_->FocusExpression();
 }
@@ -144,7 +146,9 @@ bool TfrmCalc::Guess(const CalcSubject& subject) {
 /// already, their values are the user's, and what the others start with is to be seen first.
 void TfrmCalc::Fit(const CalcSubject& subject) {
   const bool from_text = model_.parameters.empty();
+  const std::string variable = model_.XVarName;
   FitRequest request{.run = {}, .made = function_->MakeUnknownNames()};
+  if (model_.XVarName != variable) request.variable = model_.XVarName;
   if (!request.made.empty() && !from_text) {
     const bool one = request.made.size() == 1;
     return files_.prompt.Tell(
@@ -164,6 +168,10 @@ void TfrmCalc::keyPressEvent(QKeyEvent* event) {
   if (is_return && TakesReturn(focusWidget())) return;
   auto* const button = qobject_cast<QPushButton*>(focusWidget());
   if (is_return && button) return button->click();
+  const bool asks = event->key() == Qt::Key_Escape && !IsKept();
+  if (asks && files_.prompt.Ask({"Throw away what was changed in the Equation Editor?",
+                                 {Answer::Yes, Answer::No}}) != Answer::Yes)
+    return;
   QDialog::keyPressEvent(event);
 }
 
@@ -189,14 +197,19 @@ void TfrmCalc::accept() {
   QDialog::accept();
 }
 
+bool TfrmCalc::IsKept() const {
+  return usable_ && model_ == kept_;
+}
+
 void TfrmCalc::Apply() {
+  kept_ = model_;
   emit changed(model_);
   emit applied();
 }
 
 FitComparePage* TfrmCalc::MakeComparePage(const CalcSubject& subject) {
   auto* page = new FitComparePage(
-      subject.functions, subject.points,
+      subject.functions, subject.points, subject.x_name,
       [this, compare = subject.compare](std::vector<NamedModel> models) {
         return compare(std::move(models), options_->RunOptions());
       },
@@ -238,13 +251,13 @@ void TfrmCalc::Check() {
   FitSettings now = model_;
   const bool taken = function_->Take(now) && options_->Take(now);
   if (!taken) now = model_;
-  ModelCheck check = CheckModel(now);
+  ModelCheck check = CheckModel(now, function_->XNames());
   if (!taken) {
     const QString here = function_->Trouble();
     check.error =
         here.isEmpty() ? "A field on the page Settings holds no number." : here.toStdString();
   }
-  const bool usable = taken && check.error.empty();
+  const bool usable = usable_ = taken && check.error.empty();
   function_->ShowCheck(check, now);
   function_->AllowGuess(usable && !now.Expression.empty());
   for (QPushButton* button : {ok_, apply_, save_}) button->setEnabled(usable);

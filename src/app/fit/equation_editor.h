@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -38,6 +39,7 @@ struct CalcSubject {
   std::size_t points = 0;                             ///< of the DataSet
   QStringList data_sets = {};                         ///< names of all of the graph's
   int current = 0;                                    ///< the one whose model it is
+  std::string x_name = {};                            ///< of its X, as it may stand in a formula
   std::vector<std::filesystem::path> functions = {};  ///< ready-made ones and the user's own
   FunctionFiles files;
   DrawPicture draw = {};  ///< the graph with the model as told last
@@ -67,6 +69,7 @@ class TfrmCalc final : public QDialog {
 
  protected:
   /// Return takes over what is typed in a field, or presses the button that has the focus, and leaves the window open.
+  /// Esc closes it without a question where nothing would be lost.
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
@@ -85,7 +88,11 @@ class TfrmCalc final : public QDialog {
   void StartTyped(std::size_t points);
   void ShowReport();
 
+  bool IsKept() const;
+
   FitSettings model_;
+  FitSettings kept_;    // as it came, or was applied last
+  bool usable_ = true;  // what is typed
   FunctionFiles files_;
   QTabWidget* pages_;
   CurvePreview* preview_;

@@ -44,8 +44,9 @@ void TakePoints(const FitSettings& common, FitSettings& model) {
 }  // namespace
 
 FitComparePage::FitComparePage(const std::vector<std::filesystem::path>& functions,
-                               std::size_t points, ModelComparer compare, QWidget* parent)
-    : QWidget(parent), points_(points), compare_(std::move(compare)) {
+                               std::size_t points, std::string x_name, ModelComparer compare,
+                               QWidget* parent)
+    : QWidget(parent), points_(points), x_name_(std::move(x_name)), compare_(std::move(compare)) {
   auto* row = new QHBoxLayout(this);
   row->addLayout(MakeChoice(), 2);
   row->addLayout(MakeAnswer(), 5);
@@ -152,12 +153,20 @@ void FitComparePage::PutModel(const FitSettings& model) {
 bool FitComparePage::AddFormula() {
   const std::string formula = formula_->text().trimmed().toStdString();
   if (formula.empty()) return true;
-  const FitSettings model = TypedModel(formula, points_);
-  if (const std::string error = CheckModel(model).error; !error.empty()) {
-    MarkWrong(*formula_, ToQt(error));
-    ShowRemarks(ToQt(error), true);
+  const std::vector<std::string> variables = {candidates_.front().model.XVarName,
+                                              FitSettings().XVarName, x_name_};
+  const FitSettings model = TypedModel(formula, variables, points_);
+  const ModelCheck check = CheckModel(model);
+  if (!check.error.empty()) {
+    MarkWrong(*formula_, ToQt(check.error));
+    ShowRemarks(ToQt(check.error), true);
     return false;
   }
+  QStringList told;
+  if (model.XVarName != variables.front())
+    told.append(tr("%1 is the variable of %2.").arg(ToQt(model.XVarName), ToQt(formula)));
+  for (const std::string& warning : check.warnings) told.append(ToQt(warning));
+  if (!told.isEmpty()) ShowRemarks(told.join('\n'), false);
   AddCandidate({ToQt(formula), {}, model}, Qt::Checked);
   list_->scrollToBottom();
   formula_->clear();

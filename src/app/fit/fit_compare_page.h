@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "fit/model/fit_settings.h"
@@ -27,9 +28,9 @@ class FitComparePage final : public QWidget {
   Q_OBJECT
 
  public:
-  /// `functions`: files of functions to choose from. `points`: of the DataSet.
+  /// `functions`: files of functions to choose from. `points`: of the DataSet. `x_name`: what its X is called.
   FitComparePage(const std::vector<std::filesystem::path>& functions, std::size_t points,
-                 ModelComparer compare, QWidget* parent = nullptr);
+                 std::string x_name, ModelComparer compare, QWidget* parent = nullptr);
 
   /// The model being edited: a candidate, whose margins, number of points and weights hold for all.
   void PutModel(const FitSettings& model);
@@ -62,6 +63,7 @@ class FitComparePage final : public QWidget {
 
   std::vector<Candidate> candidates_;  // the first is the model being edited
   std::size_t points_;
+  std::string x_name_;
   ModelComparer compare_;
   std::optional<ModelComparison> answer_;
   CheckList* list_ = nullptr;

@@ -17,6 +17,7 @@
 #include "desk/document/open_edit.h"
 #include "desk/settings/program_paths.h"
 #include "desk/widgets/text.h"
+#include "fit/model/typed_model.h"
 #include "results/fitted_model.h"
 
 namespace tarnwick {
@@ -49,6 +50,7 @@ CalcSubject SubjectOf(CommandContext& context, Document& document) {
   CalcSubject subject{.model = series.Fit().Settings(),
                       .points = series.Points().Size(),
                       .current = graph.CurrentSeriesIndex(),
+                      .x_name = WordOf(series.Source().XDataColumn),
                       .functions = FitFunctions(context.paths),
                       .files = {context.chooser, context.prompt, MakeFunctionFolder(context.paths),
                                 context.kept.Of<FunctionFile>()},

@@ -47,11 +47,13 @@ FitFunctionPage::FitFunctionPage(QWidget* beside, QWidget* parent)
       expression_(new ExpressionEdit(kExpressionLines, this)),
       x_name_(new QLineEdit(this)),
       message_(new QLabel(this)),
+      take_variable_(new QPushButton(this)),
       add_unknown_(new QPushButton(tr("Ma&ke Parameters"), this)),
       calculator_(new CalculatorLine(this)) {
   expression_->setObjectName("ExpressionEdit");
   auto* label = new QLabel(tr("&Mathematical or logical expression:"), this);
   label->setBuddy(expression_);
+  x_name_->setObjectName("VariableEdit");
   auto* x_label = new QLabel(tr("Independent &variable:"), this);
   x_label->setBuddy(x_name_);
   x_name_->setMaximumWidth(90);
@@ -59,6 +61,8 @@ FitFunctionPage::FitFunctionPage(QWidget* beside, QWidget* parent)
   message_->setWordWrap(true);
   message_->setTextFormat(Qt::PlainText);
   message_->setMinimumHeight(add_unknown_->sizeHint().height());
+  take_variable_->setObjectName("TakeVariable");
+  take_variable_->setAutoDefault(false);
   add_unknown_->setAutoDefault(false);
   auto* top = new QHBoxLayout;
   top->addWidget(label, 1);
@@ -66,6 +70,7 @@ FitFunctionPage::FitFunctionPage(QWidget* beside, QWidget* parent)
   top->addWidget(x_name_);
   auto* below = new QHBoxLayout;
   below->addWidget(message_, 1);
+  below->addWidget(take_variable_, 0, Qt::AlignTop);
   below->addWidget(add_unknown_, 0, Qt::AlignTop);
   auto* tabs = new QTabWidget(this);
   tabs->addTab(MakeParameters(), tr("Parameters"));
@@ -87,6 +92,7 @@ FitFunctionPage::FitFunctionPage(QWidget* beside, QWidget* parent)
   column->addWidget(calculator_);
   connect(expression_, &QPlainTextEdit::textChanged, this, &FitFunctionPage::edited);
   connect(x_name_, &QLineEdit::textChanged, this, &FitFunctionPage::edited);
+  connect(take_variable_, &QPushButton::clicked, this, &FitFunctionPage::TakeMissedVariable);
   connect(add_unknown_, &QPushButton::clicked, this, &FitFunctionPage::MakeUnknownNames);
 }
 
@@ -215,11 +221,17 @@ void FitFunctionPage::ShowCheck(const ModelCheck& check, const FitSettings& mode
     in_expression = true;
   }
   add_unknown_->setVisible(error.empty() && !check.unknown_names.empty());
+  const bool asks = error.empty() && !check.missed_variable.empty();
+  take_variable_->setVisible(asks);
+  if (asks)
+    take_variable_->setText(tr("&Yes, %1 Is the Variable").arg(ToQt(check.missed_variable)));
   expression_->ShowTrouble(in_expression ? error : std::string(), check.place);
   if (!error.empty()) return ShowMessage(ToQt(error), true);
   QStringList unknown;
   for (const std::string& name : check.unknown_names) unknown.append(ToQt(name));
   QStringList told;
+  if (!taken_variable_.empty() && model.XVarName == taken_variable_)
+    told.append(ToQt(TakenAsVariable(taken_variable_)));
   if (!unknown.isEmpty())
     told.append(tr("Neither the variable nor a parameter: %1").arg(unknown.join(", ")));
   for (const std::string& warning : check.warnings) told.append(ToQt(warning));
@@ -238,7 +250,18 @@ void FitFunctionPage::FocusExpression() {
   expression_->setFocus();
 }
 
+void FitFunctionPage::TakeMissedVariable() {
+  const std::string variable = check_.missed_variable;
+  parameters_->Delete(variable);
+  x_name_->setText(ToQt(variable));
+}
+
 std::vector<std::string> FitFunctionPage::MakeUnknownNames() {
+  FitSettings model;
+  if (!check_.unknown_names.empty() && Take(model) && ChooseVariable(model, x_names_)) {
+    taken_variable_ = model.XVarName;
+    x_name_->setText(ToQt(model.XVarName));
+  }
   std::vector<std::string> names = check_.unknown_names;  // which the parameters added change
   if (names.empty()) return names;
   if (const auto present = parameters_->Parameters(); present && present->empty())

@@ -37,8 +37,14 @@ class FitFunctionPage final : public QWidget {
   QString Trouble() const;
   void AllowGuess(bool allowed);
   void FocusExpression();
-  /// Makes a parameter of every name that the check found to be none; answers them.
+  /// What X is called: names that may be meant for the variable.
+  void SetXNames(std::vector<std::string> names) { x_names_ = std::move(names); }
+  const std::vector<std::string>& XNames() const { return x_names_; }
+  /// Makes a parameter of every name that the check found to be none, but of that of X, where the expression lacks its
+  /// variable, the variable; answers the parameters.
   std::vector<std::string> MakeUnknownNames();
+  /// Makes the name that the check found to be meant for the variable the variable, which is no parameter then.
+  void TakeMissedVariable();
 
  signals:
   void edited();
@@ -55,12 +61,15 @@ class FitFunctionPage final : public QWidget {
   ExpressionEdit* expression_;
   QLineEdit* x_name_;
   QLabel* message_;
+  QPushButton* take_variable_;
   QPushButton* add_unknown_;
   ParameterTable* parameters_;
   QPushButton* guess_;
   QTableWidget* templates_;
   CalculatorLine* calculator_;
   ModelCheck check_;
+  std::vector<std::string> x_names_;
+  std::string taken_variable_;  // without having been asked for
 };
 
 }  // namespace tarnwick

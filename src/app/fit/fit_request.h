@@ -19,6 +19,7 @@ struct FitRequest {
   JointModels models = JointModels::OfCurrent;
   std::vector<std::string> shared = {};  ///< parameters with one value in all
   std::vector<std::string> made = {};    ///< names that became parameters by the wish to fit
+  std::string variable = {};             ///< one that became the variable so
 };
 
 }  // namespace tarnwick

@@ -134,9 +134,10 @@ FitResult RunFitOf(Document& document, TSeries& series, const FitRunOptions& opt
 }
 
 /// What the names of a formula became without being asked for.
-void NoteMade(const std::vector<std::string>& made, FitVerdict& verdict) {
-  if (made.empty()) return;
-  verdict.notes.push_back(TakenAsParameters(made));
+void NoteMade(const FitRequest& request, FitVerdict& verdict) {
+  if (!request.variable.empty()) verdict.notes.push_back(TakenAsVariable(request.variable));
+  if (request.made.empty()) return;
+  verdict.notes.push_back(TakenAsParameters(request.made));
   verdict.notes.emplace_back(
       "The fit started from values that the points suggest; the table of the editor takes others.");
 }
@@ -146,7 +147,7 @@ bool Fit(Document& document, FitStatus status, const FitRequest& request, Prompt
   OpenEdit step(document, "Curve Fit");
   series.Fit().SetStatus(status);
   FitResult result = RunFitOf(document, series, request.run);
-  NoteMade(request.made, result.verdict);
+  NoteMade(request, result.verdict);
   ApplyFit(series, result);
   RenewLeftovers(document.Graph(), series);
   step.Finish();
@@ -201,7 +202,7 @@ void FitTogether(Document& document, const FitRequest& request) {
       {"Fitting Data....", Cancellable::Yes, "Processing..."},
       [&](Progress& progress) { fit = RunJointFit(jobs, request.shared, progress, tell); });
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
-  NoteMade(request.made, fit.parts.front().verdict);
+  NoteMade(request, fit.parts.front().verdict);
   ApplyJointFit(graph, chosen, request.shared, fit);
   for (TSeries* const series : SeriesOf(graph, chosen)) RenewLeftovers(graph, *series);
   step.Finish();

@@ -17,11 +17,14 @@ namespace {
 
 constexpr std::size_t kNamesTold = 5;
 
-std::string NameTrouble(const std::vector<ParameterSettings>& parameters) {
+std::string NameTrouble(const FitSettings& model) {
   std::vector<std::string> seen;
-  for (const ParameterSettings& one : parameters) {
+  for (const ParameterSettings& one : model.parameters) {
     const std::string lower = LowerAscii(one.Name);
     if (lower.empty()) return "A parameter has no name";
+    if (lower == LowerAscii(model.XVarName))
+      return "\"" + one.Name +
+             "\" is the variable and a parameter: delete the parameter, or give one another name.";
     if (std::find(seen.begin(), seen.end(), lower) != seen.end()) {
       return "Parameter \"" + one.Name + "\" Already Defined!";
     }
@@ -41,7 +44,7 @@ std::string TroubleText(const EParserException& error, std::optional<std::size_t
 
 ModelCheck CheckModel(const FitSettings& model) {
   ModelCheck check;
-  check.error = NameTrouble(model.parameters);
+  check.error = NameTrouble(model);
   if (check.error.empty()) check.error = LimitTrouble(model.parameters);
   if (!check.error.empty() || model.Expression.empty()) return check;
   TCurFit compiled;
@@ -60,6 +63,17 @@ ModelCheck CheckModel(const FitSettings& model) {
   }
   check.unknown_names = UnknownNames(compiled);
   check.warnings = ExpressionWarnings(model.Expression);
+  check.missed_variable = MissedVariable(model, x_names);
+  FitSettings made = model;
+  for (const std::string& name : check.unknown_names)
+    made.parameters.push_back(MadeParameter(name));
+  const std::string lacks = "The formula has no " + model.XVarName;
+  if (!check.missed_variable.empty()) {
+    check.warnings.insert(check.warnings.begin(),
+                          lacks + ". Is " + check.missed_variable + " the variable?");
+  } else if (IgnoresX(made, compiled.CurrentText())) {
+    check.warnings.insert(check.warnings.begin(), lacks + ": its curve is the same at every X.");
+  }
   return check;
 }
 
@@ -81,9 +95,12 @@ Calculation Calculate(FitSettings model, const std::string& text, double x) {
   }
 }
 
-FitSettings TypedModel(const std::string& formula, std::size_t points) {
+FitSettings TypedModel(const std::string& formula, std::span<const std::string> variables,
+                       std::size_t points) {
   FitSettings model;
   model.Expression = formula;
+  model.XVarName = variables.front();
+  ChooseVariable(model, variables);
   for (const std::string& name : CheckModel(model).unknown_names)
     model.parameters.push_back(MadeParameter(name));
   StartTypedModel(model, points);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,11 +17,12 @@ struct ModelCheck {
   std::optional<std::size_t> place;  ///< the byte of the expression that the error is about
   std::vector<std::string>
       unknown_names;                  ///< in the expression, neither its variable nor a parameter
-  std::vector<std::string> warnings;  ///< see ExpressionWarnings
+  std::string missed_variable;        ///< see MissedVariable
+  std::vector<std::string> warnings;  ///< see ExpressionWarnings, and that X is not in it
 };
 
-/// An empty expression is in order: the model is not written yet.
-ModelCheck CheckModel(const FitSettings& model);
+/// An empty expression is in order: the model is not written yet. `x_names`: what may be meant by the variable.
+ModelCheck CheckModel(const FitSettings& model, std::span<const std::string> x_names = {});
 
 /// A calculator's answer, or why there is none.
 struct Calculation {
@@ -32,8 +34,10 @@ struct Calculation {
 /// `text` at the variable's value `x`, with the names and templates of the model; an empty one stands for the model's expression.
 Calculation Calculate(FitSettings model, const std::string& text, double x);
 
-/// The model of a formula, with its unknown names for parameters; see StartTypedModel.
-FitSettings TypedModel(const std::string& formula, std::size_t points);
+/// The model of a formula, with its unknown names for parameters. The first of `variables`, one at least, that it has is the
+/// variable. See StartTypedModel.
+FitSettings TypedModel(const std::string& formula, std::span<const std::string> variables,
+                       std::size_t points);
 
 /// "P1", "P2" ...: the first that no parameter has.
 std::string FreeParameterName(const std::vector<ParameterSettings>& parameters);

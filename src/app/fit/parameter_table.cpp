@@ -129,6 +129,14 @@ void ParameterTable::DeleteCurrent() {
   emit edited();
 }
 
+void ParameterTable::Delete(const std::string& name) {
+  for (QTableWidgetItem* const found : findItems(ToQt(name), Qt::MatchFixedString)) {
+    if (found->column() != kName) continue;
+    removeRow(found->row());
+    return emit edited();
+  }
+}
+
 void ParameterTable::PutRow(int row, const ParameterSettings& parameter) {
   const auto put = [&](Column column, const QString& text, Qt::Alignment alignment) {
     auto* item = new QTableWidgetItem(text);

@@ -3,6 +3,7 @@
 
 #include <QTableWidget>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "fit/model/fit_settings.h"
@@ -22,6 +23,8 @@ class ParameterTable final : public QTableWidget {
   QString Trouble() const;
   void Add(const ParameterSettings& parameter);
   void DeleteCurrent();
+  /// Deletes the parameter of that name, if there is one; capitals are not told apart.
+  void Delete(const std::string& name);
 
  signals:
   void edited();

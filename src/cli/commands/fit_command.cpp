@@ -221,7 +221,7 @@ void Run(const FitOptions& options, Output& output) {
     return RunComparison(options, input.graph->Series(index), output);
   TSeries& series = input.graph->Series(index);
   RequireY(input, series);
-  GiveModel(options, series);
+  GiveModel(options, series, output);
   std::vector<std::string> made;
   if (options.guess) made = TakeNamesAsParameters(series);
   FitJob job = PrepareFit(series, RunOptionsOf(options));

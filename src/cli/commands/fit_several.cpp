@@ -10,6 +10,7 @@
 #include "cli/options/command.h"
 #include "cli/output/headless_gui.h"
 #include "cli/output/terminal_progress.h"
+#include "fit/model/typed_model.h"
 #include "graph/series.h"
 #include "graph/xy_graph.h"
 #include "results/fit_leftovers.h"
@@ -35,9 +36,11 @@ std::vector<std::size_t> ChooseAll(const FitOptions& options, TxyGraph& graph) {
 
 }  // namespace
 
-void GiveModel(const FitOptions& options, TSeries& series) {
-  const FitSettings model =
-      ChooseModel(options.model, series.Fit().Settings(), series.Points().Size());
+void GiveModel(const FitOptions& options, TSeries& series, Output& output) {
+  FitSettings model = ChooseModel(options.model, series.Fit().Settings(), series.Points().Size());
+  const std::vector<std::string> x = {WordOf(series.Source().XDataColumn)};
+  if (!options.model.expression.empty() && ChooseVariable(model, x))
+    output.Note(TakenAsVariable(model.XVarName));
   if (options.model.functions.empty()) {
     series.Fit().SetSettings(model, true);
   } else {
@@ -69,7 +72,7 @@ void RunJoint(const FitOptions& options, const InputGraph& input, Output& output
   const std::vector<std::size_t> chosen = ChooseAll(options, graph);
   if (!options.residuals.empty() && options.residuals != kNamedAfterSource)
     throw UsageError("--residuals takes no name for several DataSets");
-  for (const std::size_t index : chosen) GiveModel(options, graph.Series(index));
+  for (const std::size_t index : chosen) GiveModel(options, graph.Series(index), output);
   const std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, RunOptionsOf(options));
   TerminalProgress progress;
   JointFit fit = RunJointFit(jobs, options.shared, progress);

@@ -34,7 +34,7 @@ struct FitOptions {
 };
 
 /// Gives the DataSet the model that was named.
-void GiveModel(const FitOptions& options, TSeries& series);
+void GiveModel(const FitOptions& options, TSeries& series, Output& output);
 FitRunOptions RunOptionsOf(const FitOptions& options);
 
 /// What the graph gets beside the fitted model.

@@ -1,5 +1,7 @@
 #include "cli/output/output.h"
 
+#include <algorithm>
+
 #include "base/error.h"
 
 namespace tarnwick::cli {
@@ -9,7 +11,8 @@ void Output::Flush() {
 }
 
 void Output::Note(const std::string& sentence) {
-  if (notes_ == Notes::Told && !sentence.empty()) sentences_.push_back(sentence);
+  const bool told = std::ranges::find(sentences_, sentence) != sentences_.end();
+  if (notes_ == Notes::Told && !sentence.empty() && !told) sentences_.push_back(sentence);
 }
 
 void Output::TellNotes() {

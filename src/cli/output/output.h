@@ -24,7 +24,7 @@ class Output {
   void Flush();
   /// For remarks beside the answer; never part of it.
   std::ostream& Remarks() { return err_; }
-  /// A sentence about what was decided on the way. It is told when the command is done, unless --quiet stands.
+  /// A sentence about what was decided on the way. It is told once, when the command is done, unless --quiet stands.
   void Note(const std::string& sentence);
   void TellNotes();
   /// Writes the one document.

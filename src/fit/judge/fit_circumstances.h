@@ -32,6 +32,7 @@ struct FitCircumstances {
   bool has_x_errors = false;                     ///< the points have errors of X
   std::vector<std::string> expression_warnings;  ///< see ExpressionWarnings
   std::string variable = "x";                    ///< of the expression
+  bool ignores_x = false;                        ///< the expression lacks it
   /// Names in the expression that are neither its variable nor a parameter.
   std::vector<std::string> unknown_names;
   /// Parameters, varied or not, whose value at the start is no finite number.

@@ -12,8 +12,9 @@ namespace tarnwick {
 
 FitVerdict JudgeFit(const FitResult& result, const FitCircumstances& circumstances) {
   FitVerdict verdict;
-  const bool holds = Ran(result) && HasConverged(result) && !circumstances.extreme_data &&
-                     AllDetermined(result) && ModelHolds(result) && !PointsLost(result);
+  const bool holds = Ran(result) && HasConverged(result) && !circumstances.ignores_x &&
+                     !circumstances.extreme_data && AllDetermined(result) && ModelHolds(result) &&
+                     !PointsLost(result);
   verdict.untested = holds && FindTestGap(result) != TestGap::None;
   verdict.trustworthy = holds && !verdict.untested;
   verdict.summary = VerdictSummary(result, circumstances);

@@ -336,7 +336,10 @@ void NoteScatter(const FitResult& result, std::vector<std::string>& notes) {
 
 std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumstances& about) {
   std::vector<std::string> notes = about.expression_warnings;
-  if (Ran(result)) {
+  if (about.ignores_x) {
+    notes.insert(notes.begin(), "The formula has no " + about.variable +
+                                    ", which stands for X: its curve is the same everywhere.");
+  } else if (Ran(result)) {
     NoteUndetermined(result, notes);
     NoteBounds(result, notes);
     NoteStuck(result, notes);

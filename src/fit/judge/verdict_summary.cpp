@@ -110,6 +110,7 @@ std::string MayBeAbsent(const FitResult& result) {
 
 /// What is to be said of the values, beginning with the colon or comma that joins it to how the fit ended.
 std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& about) {
+  if (about.ignores_x) return ", but the model does not depend on X.";
   if (about.extreme_data) return ", but " + Extreme(*about.extreme_data) + ".";
   if (TooFewPoints(result)) {
     return ", but " + Counted(result.statistics.points, "point") + " cannot determine " +

@@ -11,6 +11,18 @@
 #include "fit/model/curve_fit.h"
 
 namespace tarnwick {
+namespace {
+
+/// Capitals are not told apart.
+bool Holds(const std::string& expression, const std::string& name) {
+  return std::ranges::any_of(PartsOf(expression), [&](const ExpressionPart& part) {
+    return part.kind == PartKind::Name &&
+           LowerAscii(std::string_view(expression).substr(part.place, part.length)) ==
+               LowerAscii(name);
+  });
+}
+
+}  // namespace
 
 std::vector<std::string> UnknownNames(TCurFit& compiled) {
   struct Typed {
@@ -53,6 +65,42 @@ std::vector<std::string> MakeParameters(FitSettings& model) {
   std::vector<std::string> names = UnknownNames(compiled);
   for (const std::string& name : names) model.parameters.push_back(MadeParameter(name));
   return names;
+}
+
+std::string WordOf(const std::string& caption) {
+  const std::vector<ExpressionPart> parts = PartsOf(caption);
+  const bool begins =
+      !parts.empty() && parts.front().place == 0 &&
+      (parts.front().kind == PartKind::Name || parts.front().kind == PartKind::Function);
+  return begins ? caption.substr(0, parts.front().length) : std::string();
+}
+
+std::string MissedVariable(const FitSettings& model, std::span<const std::string> names) {
+  // A template may hold what its name does not show.
+  if (!model.templates.empty() || Holds(model.Expression, model.XVarName)) return {};
+  const auto meant = std::ranges::find_if(names, [&](const std::string& name) {
+    return !name.empty() && Holds(model.Expression, name);
+  });
+  return meant == names.end() ? std::string() : *meant;
+}
+
+bool ChooseVariable(FitSettings& model, std::span<const std::string> names) {
+  const std::string meant = MissedVariable(model, names);
+  const bool is_parameter = std::ranges::any_of(
+      model.parameters,
+      [&](const ParameterSettings& one) { return LowerAscii(one.Name) == LowerAscii(meant); });
+  if (meant.empty() || is_parameter) return false;
+  model.XVarName = meant;
+  return true;
+}
+
+std::string TakenAsVariable(const std::string& name) {
+  return name + " is taken for the variable, as X is named.";
+}
+
+bool IgnoresX(const FitSettings& model, const std::string& text) {
+  return std::ranges::count(model.parameters, true, &ParameterSettings::Vary) > 1 &&
+         !Holds(text, model.XVarName);
 }
 
 std::string TakenAsParameters(const std::vector<std::string>& names) {

@@ -2,6 +2,7 @@
 // Knows expressions and model settings; no points.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,22 @@ ParameterSettings MadeParameter(const std::string& name);
 /// Makes a parameter of every unknown name, behind the present ones; answers the names. Throws EParserException and Error
 /// (TCurFit::Prepare).
 std::vector<std::string> MakeParameters(FitSettings& model);
+
+/// The word that a caption of X begins with, "t" of "t (us)"; empty where it begins with none.
+std::string WordOf(const std::string& caption);
+
+/// Where the expression lacks its variable, the first of `names` that it holds: probably what is meant by it. Else empty.
+std::string MissedVariable(const FitSettings& model, std::span<const std::string> names);
+
+/// Makes MissedVariable the variable, unless it is a parameter; answers whether it did.
+bool ChooseVariable(FitSettings& model, std::span<const std::string> names);
+
+/// "t is taken for the variable, as X is named."
+std::string TakenAsVariable(const std::string& name);
+
+/// Whether the curve of several varied parameters is the same at every X: where `text`, the expression as it was compiled, lacks
+/// the variable. One parameter alone is a mean.
+bool IgnoresX(const FitSettings& model, const std::string& text);
 
 /// "Taken as parameters: a, b and c."
 std::string TakenAsParameters(const std::vector<std::string>& names);

@@ -1,5 +1,6 @@
 // What is typed in the equation editor badly, or by half: told where it stands, and lost nowhere.
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -10,6 +11,7 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
+#include <map>
 
 #include "fit_desktop_fixture.h"
 
@@ -25,6 +27,7 @@ TEST_F(FitDesktopTest, ReturnTakesWhatIsTypedAndLeavesTheEditorOpen) {
       const char* field;
       const char* typed;
     } rows[] = {{0, "CalculatorX", "7"},
+                {0, "VariableEdit", "x"},
                 {1, "FitTolerance", "1e-9"},
                 {1, "FitNPoints", "77"},
                 {3, "ComparedFormula", "a+b*x"}};
@@ -87,6 +90,118 @@ TEST_F(FitDesktopTest, FitTakesTheNamesOfATypedFormulaForParameters) {
                                                    "Fit again, or choose other values before."});
     EXPECT_EQ(dialog.findChild<QTableWidget*>("ParameterTable")->rowCount(), 4);
   });
+}
+
+TEST_F(FitDesktopTest, TheNameOfXIsTakenForTheVariableOfAFormulaThatLacksItsOwn) {
+  Start({TwoRuns()});  // over t
+  const char* const typed = "A*exp(-t/tau)+c";
+  InEditor([&](QDialog& dialog) {
+    auto* expression = dialog.findChild<QPlainTextEdit*>("ExpressionEdit");
+    const auto* message = dialog.findChild<QLabel*>("ExpressionMessage");
+    const auto* parameters = dialog.findChild<QTableWidget*>("ParameterTable");
+    auto* variable = dialog.findChild<QLineEdit*>("VariableEdit");
+    auto* take = dialog.findChild<QPushButton*>("TakeVariable");
+    expression->setPlainText("q*exp(-time/tau)");
+    EXPECT_EQ(message->text(),
+              "Neither the variable nor a parameter: q, time, tau\n"
+              "The formula has no x: its curve is the same at every X.");
+    EXPECT_TRUE(take->isHidden());
+    expression->setPlainText(typed);
+    EXPECT_EQ(message->text(),
+              "Neither the variable nor a parameter: A, t, tau, c\n"
+              "The formula has no x. Is t the variable?");
+    EXPECT_EQ(take->text(), "&Yes, t Is the Variable");
+    take->click();
+    EXPECT_EQ(variable->text(), "t");
+    EXPECT_EQ(message->text(), "Neither the variable nor a parameter: A, tau, c");
+    EXPECT_TRUE(take->isHidden());
+    variable->setText("x");
+    Button("Ma&ke Parameters")->click();
+    EXPECT_EQ(parameters->rowCount(), 3);
+    EXPECT_EQ(variable->text(), "t");
+    EXPECT_EQ(message->text(), "t is taken for the variable, as X is named.");
+    variable->setText("tau");
+    EXPECT_EQ(message->text(),
+              "\"tau\" is the variable and a parameter: delete the parameter, or give one another "
+              "name.");
+    EXPECT_FALSE(Button("&Fit")->isEnabled());
+    EXPECT_FALSE(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled());
+    variable->setText("x");
+    expression->setPlainText("A+c*x+t");
+    Button("Ma&ke Parameters")->click();
+    EXPECT_EQ(parameters->rowCount(), 4) << "where x stands, t is a parameter";
+    expression->setPlainText("A+c*t");
+    take->click();
+    EXPECT_EQ(parameters->rowCount(), 3) << "and is none as soon as it is the variable";
+    EXPECT_EQ(variable->text(), "t");
+  });
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText(typed);
+    Button("&Fit")->click();
+  });
+  ASSERT_TRUE(Series().Fit().Result());
+  EXPECT_GT(Series().Fit().Result()->statistics.r_squared, 0.99);
+  const FitVerdict& verdict = Series().Fit().Result()->verdict;
+  EXPECT_EQ(std::ranges::count(verdict.notes, "t is taken for the variable, as X is named."), 1);
+}
+
+TEST_F(FitDesktopTest, ComparedFormulasHaveTheEditorsVariableOrTheirOwn) {
+  Start({TwoRuns()});
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QLineEdit*>("VariableEdit")->setText("t");
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*exp(-t/tau)+c");
+    Button("Ma&ke Parameters")->click();
+    dialog.findChild<QTabWidget*>()->setCurrentIndex(3);
+    const auto* remarks = dialog.findChild<QLabel*>("ComparisonRemarks");
+    const struct {
+      const char* formula;
+      const char* told;  // what it begins with
+    } rows[] = {{"a+b*t", "Choose two functions"},
+                {"a+b*x", "x is the variable of a+b*x."},
+                {"a+b*q", "The formula has no t: its curve is the same at every X."}};
+    for (const auto& row : rows) {
+      dialog.findChild<QLineEdit*>("ComparedFormula")->setText(row.formula);
+      dialog.findChild<QPushButton*>("AddFormula")->click();
+      EXPECT_TRUE(remarks->text().startsWith(row.told)) << remarks->text().toStdString();
+    }
+    dialog.findChild<QPushButton*>("CompareNow")->click();
+    const QTableWidget* table = Table("ComparisonTable");
+    std::map<QString, QString> aicc;
+    for (int i = 0; i < table->rowCount(); ++i)
+      aicc[table->item(i, 0)->text()] = table->item(i, 2)->text();
+    EXPECT_EQ(aicc["a+b*t"], aicc["a+b*x"]);
+    EXPECT_NE(aicc["a+b*t"], aicc["a+b*q"]);
+    EXPECT_TRUE(remarks->text().contains(", but the model does not depend on X."));
+  });
+}
+
+TEST_F(FitDesktopTest, EscapeAsksBeforeItThrowsAwayWhatWasTyped) {
+  OpenFitted();
+  const FitSettings before = Series().Fit().Settings();
+  const std::string question = "Throw away what was changed in the Equation Editor?";
+  InEditor([&](QDialog& dialog) {
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible()) << "nothing was changed";
+  });
+  InEditor([&](QDialog& dialog) {
+    auto* expression = dialog.findChild<QPlainTextEdit*>("ExpressionEdit");
+    expression->setPlainText("A*exp(-k*x");  // which cannot be applied either
+    Expect(question, Answer::No);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_TRUE(dialog.isVisible());
+    expression->setPlainText("A*exp(-k*x)");
+    Expect(question, Answer::Yes);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  EXPECT_EQ(Series().Fit().Settings(), before);
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("A*exp(-k*x)");
+    dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Apply)->click();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible()) << "it was applied";
+  });
+  EXPECT_EQ(Series().Fit().Expression(), "A*exp(-k*x)");
 }
 
 TEST_F(FitDesktopTest, WhatCannotBeFittedIsGoneOnWithInTheEditor) {
