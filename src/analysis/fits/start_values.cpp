@@ -12,7 +12,9 @@
 #include <utility>
 
 #include "base/error.h"
+#include "base/text_encoding.h"
 #include "expr/block/block_evaluator.h"
+#include "expr/words/parser_exception.h"
 #include "fit/judge/equal_values.h"
 #include "fit/judge/verdict_summary.h"
 #include "fit/judge/verdict_words.h"
@@ -382,6 +384,44 @@ std::optional<std::vector<ParameterSettings>> GuessStart(const FitJob& job) {
   StartSearch search(job, Reduced(job));
   if (!search.CanRun()) return std::nullopt;
   return search.Run();
+}
+
+namespace {
+
+void GuessNamed(FitJob& job) {
+  const std::string of_data_set = "DataSet \"" + job.data_set + "\": ";
+  try {
+    const auto guess = GuessStart(job);
+    if (!guess) throw Error("its points tell no starting values of its model.");
+    job.settings.parameters = *guess;
+  } catch (const EParserException&) {
+    throw;  // the formula's matter
+  } catch (const Error& error) {
+    throw Error(of_data_set + error.what());
+  }
+}
+
+ParameterSettings* FindParameter(FitJob& job, const std::string& name) {
+  const auto found = std::ranges::find_if(
+      job.settings.parameters,
+      [&](const ParameterSettings& one) { return LowerAscii(one.Name) == LowerAscii(name); });
+  return found == job.settings.parameters.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+void GuessJointStart(std::span<FitJob> jobs, std::span<const std::string> shared) {
+  for (FitJob& job : jobs) GuessNamed(job);
+  for (const std::string& name : shared) {
+    std::vector<ParameterSettings*> same;
+    for (FitJob& job : jobs) {
+      if (ParameterSettings* const one = FindParameter(job, name)) same.push_back(one);
+    }
+    double mean = 0;
+    for (const ParameterSettings* const one : same)
+      mean += one->Value / static_cast<double>(same.size());
+    for (ParameterSettings* const one : same) one->Value = mean;
+  }
 }
 
 }  // namespace tarnwick

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "analysis/fits/fit_job.h"
@@ -14,5 +16,9 @@ namespace tarnwick {
 /// expression cannot be evaluated by blocks. Throws EParserException and Error (TCurFit::Prepare), EIntegerDivision, and Error that
 /// says why there are no points, or at which of them the model has no value where no values were found without such.
 std::optional<std::vector<ParameterSettings>> GuessStart(const FitJob& job);
+
+/// Gives each job of one fit over several DataSets its own GuessStart, and the parameters of these names the mean of what the jobs
+/// tell. Throws as GuessStart, and Error where one job tells nothing, both with the job's DataSet.
+void GuessJointStart(std::span<FitJob> jobs, std::span<const std::string> shared);
 
 }  // namespace tarnwick

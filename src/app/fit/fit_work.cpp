@@ -189,7 +189,7 @@ void FitTogether(Document& document, const FitRequest& request) {
     CheckHasExpression(series);
     CheckHasPoints(series);
   }
-  const std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, request.run);
+  std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, request.run);
   EveryJointStep tell;
   const Mailbox steps;
   if (!document.SelectedChild()) {
@@ -197,10 +197,14 @@ void FitTogether(Document& document, const FitRequest& request) {
     for (std::size_t i = 0; i < jobs.size(); ++i) models.push_back({chosen[i], jobs[i].settings});
     tell = StepTeller(document, std::move(models), steps.Address());
   }
+  const bool guesses = !request.made.empty() && request.models == JointModels::OfCurrent;
   JointFit fit;
-  document.Work().Run(
-      {"Fitting Data....", Cancellable::Yes, "Processing..."},
-      [&](Progress& progress) { fit = RunJointFit(jobs, request.shared, progress, tell); });
+  document.Work().Run({"Fitting Data....", Cancellable::Yes, "Processing..."},
+                      [&](Progress& progress) {
+                        // Nobody chose a value of what became a parameter by the wish to fit.
+                        if (guesses) GuessJointStart(jobs, request.shared);
+                        fit = RunJointFit(jobs, request.shared, progress, tell);
+                      });
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
   NoteMade(request, fit.parts.front().verdict);
   ApplyJointFit(graph, chosen, request.shared, fit);

@@ -66,7 +66,8 @@ void CheckSeveral(const FitOptions& options) {
   if (!comparison && !joint) return;
   if (options.bands > 0 || !options.save_function.empty())
     throw UsageError("--bands and --save-function need one --dataset and one --function");
-  if (options.guess) throw UsageError("--guess needs one --dataset and one --function");
+  if (comparison && options.guess)
+    throw UsageError("--guess needs one --function: compared functions start where they say");
   if (comparison && options.save.Wanted())
     throw UsageError("several --function are compared, which saves nothing: leave -o to the best");
 }
@@ -189,14 +190,6 @@ void Save(const FitOptions& options, const InputGraph& input, std::size_t index,
   if (function) function->Commit();
 }
 
-/// The names of a typed formula that nothing else gives a value; answers them.
-std::vector<std::string> TakeNamesAsParameters(TSeries& series) {
-  FitSettings settings = series.Fit().Settings();
-  std::vector<std::string> names = MakeParameters(settings);
-  if (!names.empty()) TakeFitSettings(series, settings);
-  return names;
-}
-
 /// Starts from the data instead of from the model's own values.
 void TakeGuess(FitJob& job, TSeries& series) {
   const auto guess = GuessStart(job);
@@ -221,9 +214,7 @@ void Run(const FitOptions& options, Output& output) {
     return RunComparison(options, input.graph->Series(index), output);
   TSeries& series = input.graph->Series(index);
   RequireY(input, series);
-  GiveModel(options, series, output);
-  std::vector<std::string> made;
-  if (options.guess) made = TakeNamesAsParameters(series);
+  const std::vector<std::string> made = GiveModel(options, series, output);
   FitJob job = PrepareFit(series, RunOptionsOf(options));
   if (options.guess) TakeGuess(job, series);
   FitResult result = Fit(job);

@@ -1,10 +1,12 @@
 #include "cli/commands/fit_several.h"
 
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
 
 #include "analysis/fits/fit_run.h"
+#include "analysis/fits/start_values.h"
 #include "base/error.h"
 #include "cli/commands/fit_text.h"
 #include "cli/options/command.h"
@@ -36,16 +38,19 @@ std::vector<std::size_t> ChooseAll(const FitOptions& options, TxyGraph& graph) {
 
 }  // namespace
 
-void GiveModel(const FitOptions& options, TSeries& series, Output& output) {
+std::vector<std::string> GiveModel(const FitOptions& options, TSeries& series, Output& output) {
   FitSettings model = ChooseModel(options.model, series.Fit().Settings(), series.Points().Size());
   const std::vector<std::string> x = {WordOf(series.Source().XDataColumn)};
   if (!options.model.expression.empty() && ChooseVariable(model, x))
     output.Note(TakenAsVariable(model.XVarName));
+  std::vector<std::string> made;
+  if (options.guess) made = MakeParameters(model);
   if (options.model.functions.empty()) {
     series.Fit().SetSettings(model, true);
   } else {
     TakeFitFunction(series, model);
   }
+  return made;
 }
 
 FitRunOptions RunOptionsOf(const FitOptions& options) {
@@ -72,11 +77,17 @@ void RunJoint(const FitOptions& options, const InputGraph& input, Output& output
   const std::vector<std::size_t> chosen = ChooseAll(options, graph);
   if (!options.residuals.empty() && options.residuals != kNamedAfterSource)
     throw UsageError("--residuals takes no name for several DataSets");
-  for (const std::size_t index : chosen) GiveModel(options, graph.Series(index), output);
-  const std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, RunOptionsOf(options));
+  std::vector<std::string> made;
+  for (const std::size_t index : chosen) {
+    for (std::string& name : GiveModel(options, graph.Series(index), output))
+      if (std::ranges::find(made, name) == made.end()) made.push_back(std::move(name));
+  }
+  std::vector<FitJob> jobs = PrepareJointFit(graph, chosen, RunOptionsOf(options));
+  if (options.guess) GuessJointStart(jobs, options.shared);
   TerminalProgress progress;
   JointFit fit = RunJointFit(jobs, options.shared, progress);
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
+  if (!made.empty()) fit.whole.verdict.notes.push_back(TakenAsParameters(made));
   ApplyJointFit(graph, chosen, options.shared, fit);
   JointAnswer answer;
   for (std::size_t i = 0; i < chosen.size(); ++i) {

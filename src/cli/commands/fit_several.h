@@ -33,8 +33,8 @@ struct FitOptions {
   std::string save_function;
 };
 
-/// Gives the DataSet the model that was named.
-void GiveModel(const FitOptions& options, TSeries& series, Output& output);
+/// Gives the DataSet the model that was named. Answers the names of a typed formula that --guess makes parameters.
+std::vector<std::string> GiveModel(const FitOptions& options, TSeries& series, Output& output);
 FitRunOptions RunOptionsOf(const FitOptions& options);
 
 /// What the graph gets beside the fitted model.

@@ -232,6 +232,18 @@ TEST_F(FitDesktopTest, SeveralDataSetsAreFittedAtOnceInOneStep) {
   EXPECT_EQ(graph.Series(0).Fit().Expression(), "h*exp(-k*x)+b");
 }
 
+TEST_F(FitDesktopTest, EachOfSeveralDataSetsStartsATypedFormulaFromItsOwnPoints) {
+  Start({TwoPeaks()});
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("h*exp(0-((x-p)/w)^2)");
+    dialog.findChild<QListWidget*>("FittedTogether")->item(1)->setCheckState(Qt::Checked);
+    Button("&Fit")->click();
+  });
+  const TxyGraph& graph = ActiveDocument().Graph();
+  EXPECT_NEAR(graph.Series(0).Fit().Param(2).Value(), 20, 0.1);
+  EXPECT_NEAR(graph.Series(1).Fit().Param(2).Value(), 480, 0.1);
+}
+
 TEST_F(FitDesktopTest, FunctionsAreComparedAndTheBestIsTakenOver) {
   Start({TwoRuns()});
   Choose("&2 Decay");

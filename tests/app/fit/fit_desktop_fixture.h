@@ -58,6 +58,20 @@ class FitDesktopTest : public testing::DesktopTest {
     return file;
   }
 
+  /// Peaks so far apart that no fit finds the one from the other.
+  std::filesystem::path TwoPeaks() {
+    std::filesystem::path file = folder_.File("peaks.csv");
+    std::ofstream table(file);
+    table << "t,first,second\n";
+    const auto peak = [](double x) { return std::exp(-x * x); };
+    for (int i = 0; i < 500; ++i) {
+      const double off = 0.02 * std::sin(9.0 * i);
+      table << i << ',' << 5 * peak((i - 20) / 4.0) + off << ',' << 3 * peak((i - 480) / 4.0) - off
+            << '\n';
+    }
+    return file;
+  }
+
   ProgramPaths Paths() override {
     ProgramPaths paths = testing::DesktopTest::Paths();
     paths.fit_functions = {folder_.File("Broken.tfn"), folder_.File("Decay.tfn")};
