@@ -156,14 +156,36 @@ std::vector<bool> InFunctionBrackets(const TExprCollection& tokens,
   return inside;
 }
 
+/// What stands at a token, quoted; by its name where it could not be seen.
+std::string Shown(const TExprCollection& tokens, std::size_t i, std::string_view text) {
+  const char first = text[tokens.PlaceOf(i)];
+  if (first == '\t') return "a tab";
+  if (first == '\n' || first == '\r') return "a line break";
+  return '"' + TextOf(tokens, i, i + 1, text) + '"';
+}
+
+bool IsAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+
+/// Of a letter or sign that no formula has, which is a token for each of its bytes.
+std::string HintAtCharacter(std::string_view text, std::size_t place) {
+  const auto is_inner = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+  const std::string_view rest = text.substr(place);
+  const auto end = std::find_if_not(rest.begin() + 1, rest.end(), is_inner);
+  const std::string character(rest.begin(), end);
+  return (character == "\u00A0" ? "a blank that does not break" : '"' + character + '"') +
+         " has no meaning in a formula";
+}
+
 bool IsOperand(const TExprWord& word) {
   return word.NArgs() == 0 && word.ResultType() <= WordKind::String;
 }
 
 }  // namespace
 
-std::string HintFor(const TExprCollection& tokens, const TExpressList& words,
-                    std::string_view text) {
+ExpressionHint HintFor(const TExprCollection& tokens, const TExpressList& words,
+                       std::string_view text) {
   if (tokens.Count() > kMostWords) return {};
   const std::vector<std::size_t> matching = tokens.MatchingBrackets();
   const std::vector<bool> inside = InFunctionBrackets(tokens, matching);
@@ -171,20 +193,23 @@ std::string HintFor(const TExprCollection& tokens, const TExpressList& words,
     const TExprWord& word = tokens[i];
     if (IsUnknown(word) && Is(tokens, i + 1, "(")) {
       const std::string meant = MeantBy(word.Name(), words);
-      return "\"" + word.Name() + "\" is no function" +
-             (meant.empty() ? "" : "; did you mean \"" + meant + "\"?");
+      return {"\"" + word.Name() + "\" is no function" +
+                  (meant.empty() ? "" : "; did you mean \"" + meant + "\"?"),
+              {}};
     }
-    if (Is(tokens, i, ",") && !inside[i]) return HintAtComma(tokens, i, text);
+    if (Is(tokens, i, ",") && !inside[i]) return {HintAtComma(tokens, i, text), {}};
     if (Is(tokens, i, ",") && (Is(tokens, i + 1, "-") || Is(tokens, i + 1, "+"))) {
       const std::size_t end = OperandEnd(tokens, matching, i + 2);
-      return "a sign behind a comma needs brackets: (" + TextOf(tokens, i + 1, end, text) + ")";
+      return {"a sign behind a comma needs brackets: (" + TextOf(tokens, i + 1, end, text) + ")",
+              {}};
     }
     if (IsFunction(word)) {
-      if (std::string hint = HintAtFunction(tokens, matching, i); !hint.empty()) return hint;
+      if (std::string hint = HintAtFunction(tokens, matching, i); !hint.empty()) return {hint, {}};
     }
-    if (i > 0 && IsOperand(word) && (IsOperand(tokens[i - 1]) || Is(tokens, i - 1, ")"))) {
-      return "an operator is missing before \"" + TextOf(tokens, i, i + 1, text) + "\"";
-    }
+    if (!IsAscii(text[tokens.PlaceOf(i)]))
+      return {HintAtCharacter(text, tokens.PlaceOf(i)), tokens.PlaceOf(i)};
+    if (i > 0 && IsOperand(word) && (IsOperand(tokens[i - 1]) || Is(tokens, i - 1, ")")))
+      return {"an operator is missing before " + Shown(tokens, i, text), tokens.PlaceOf(i)};
   }
   return {};
 }

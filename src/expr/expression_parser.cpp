@@ -85,7 +85,8 @@ std::vector<TExprRec> TExpressionParser::Compile(std::string_view lower) {
     constants.MoveTo(const_list_);
     return chain;
   } catch (const EParserException& error) {
-    throw EParserException(error.what(), error.Place(), HintFor(tokens, WordList(), current_text_));
+    const ExpressionHint hint = HintFor(tokens, WordList(), current_text_);
+    throw EParserException(error.what(), error.Place(), hint.text, hint.place);
   }
 }
 

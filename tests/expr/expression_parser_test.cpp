@@ -10,6 +10,7 @@
 
 #include "base/undefined.h"
 #include "expr/expression_hints.h"
+#include "expr/message_with_place.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick {
@@ -171,6 +172,10 @@ TEST(ExpressionParser, SaysWhatIsProbablyWrong) {
       {"1,5+2", "numbers are written with a point: 1.5"},
       {"(x,y)", "a comma stands between the arguments of a function only"},
       {"2 x", "an operator is missing before \"x\""},
+      {"2\tx", "an operator is missing before a tab"},
+      {"2\nx", "an operator is missing before a line break"},
+      {"2\u00A0x", "a blank that does not break has no meaning in a formula"},
+      {"2×x", "\"×\" has no meaning in a formula"},
       {"sin x", "\"sin\" takes its argument in brackets: sin(...)"},
       {"1+max(x)", "\"max\" takes 2 arguments"},
       {"(1+2", ""},
@@ -181,6 +186,30 @@ TEST(ExpressionParser, SaysWhatIsProbablyWrong) {
       ADD_FAILURE() << text;
     } catch (const EParserException& error) {
       EXPECT_EQ(error.Hint(), hint) << text;
+    }
+  }
+}
+
+std::string Repeated(const std::string& part, int times) {
+  std::string text;
+  for (int i = 0; i < times; ++i) text += part;
+  return text;
+}
+
+TEST(ExpressionParser, RepeatsOfALongTextWhatStandsAboutTheLikelyPlace) {
+  const std::string many = Repeated("+1.5", 40);
+  const std::pair<std::string, std::string> rows[] = {
+      {"1" + many + "\t2" + many, "….5+1.5+1.5+1.5+1.5 2+1.5+1.5+1.5… (character 162)"},
+      {"1\t2" + many, "1 2+1.5+1.5+1.5+1.5+1.5+1.5+1.5+… (character 2)"},
+      {"1" + many + "é", "….5+1.5+1.5+1.5+1.5é (character 162)"},
+      {"1 2", "1 2 (character 3 of \"1 2\")"}};
+  for (const auto& [text, shown] : rows) {
+    try {
+      Value(text);
+      ADD_FAILURE() << text;
+    } catch (const EParserException& error) {
+      const std::string message = MessageWithPlace(error, text);
+      EXPECT_TRUE(message.starts_with("Syntax error in expression " + shown)) << message;
     }
   }
 }
@@ -296,12 +325,6 @@ TEST(ExpressionParser, DrawsRandomNumbersFromTheUnitInterval) {
     sum += value;
   }
   EXPECT_NEAR(sum / 10000, 0.5, 0.02);
-}
-
-std::string Repeated(const std::string& part, int times) {
-  std::string text;
-  for (int i = 0; i < times; ++i) text += part;
-  return text;
 }
 
 TEST(ExpressionParser, BoundsDepthAndLength) {

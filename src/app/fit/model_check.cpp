@@ -6,6 +6,7 @@
 #include "base/text_encoding.h"
 #include "base/word_list.h"
 #include "expr/expression_hints.h"
+#include "expr/message_with_place.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/ties.h"
@@ -33,8 +34,10 @@ std::string NameTrouble(const FitSettings& model) {
   return {};
 }
 
-std::string TroubleText(const EParserException& error, std::optional<std::size_t> place) {
-  std::string text = error.what();
+/// `expression` is what was compiled; the place is told where it is what the user sees.
+std::string TroubleText(const EParserException& error, const std::string& expression,
+                        std::optional<std::size_t> place) {
+  std::string text = ShortMessage(error, expression);
   if (place) text += ", at character " + std::to_string(*place + 1);
   if (!error.Hint().empty()) text += ": " + error.Hint();
   return text;
@@ -42,7 +45,7 @@ std::string TroubleText(const EParserException& error, std::optional<std::size_t
 
 }  // namespace
 
-ModelCheck CheckModel(const FitSettings& model) {
+ModelCheck CheckModel(const FitSettings& model, std::span<const std::string> x_names) {
   ModelCheck check;
   check.error = NameTrouble(model);
   if (check.error.empty()) check.error = LimitTrouble(model.parameters);
@@ -53,8 +56,8 @@ ModelCheck CheckModel(const FitSettings& model) {
     compiled.Prepare();
   } catch (const EParserException& error) {
     // With templates and ties the place is in a text that the user does not see.
-    if (compiled.CurrentText() == model.Expression) check.place = error.Place();
-    check.error = TroubleText(error, check.place);
+    if (compiled.CurrentText() == model.Expression) check.place = error.LikelyPlace();
+    check.error = TroubleText(error, compiled.CurrentText(), check.place);
     check.in_expression = true;
     return check;
   } catch (const Error& error) {
@@ -89,7 +92,7 @@ Calculation Calculate(FitSettings model, const std::string& text, double x) {
     if (unknown.empty()) return {.value = value};
     return {.error = "No value is known of " + Listed(unknown, kNamesTold), .names_unknown = true};
   } catch (const EParserException& error) {
-    return {.error = TroubleText(error, {})};
+    return {.error = TroubleText(error, compiled.CurrentText(), {})};
   } catch (const Error& error) {
     return {.error = error.what()};
   }

@@ -10,6 +10,7 @@
 #include "base/text_encoding.h"
 #include "data/import/column_variables.h"
 #include "expr/formula_parser.h"
+#include "expr/message_with_place.h"
 #include "expr/words/parser_exception.h"
 
 namespace tarnwick {
@@ -92,10 +93,10 @@ ColumnTransform Compile(const std::string& text, std::string_view raw_name,
   try {
     return CompileText(text, column_names);
   } catch (const EParserException& error) {
-    const std::string place =
-        error.Place() ? ", character " + std::to_string(*error.Place() + 1) : std::string();
+    const std::optional<std::size_t> at = error.LikelyPlace();
+    const std::string place = at ? ", character " + std::to_string(*at + 1) : std::string();
     const std::string hint = error.Hint().empty() ? std::string() : ": " + error.Hint();
-    throw Error(std::string(error.what()) + " (column expression \"" + text + "\"" + place + ")" +
+    throw Error(ShortMessage(error, text) + " (column expression \"" + text + "\"" + place + ")" +
                 hint);
   }
 }
@@ -121,7 +122,7 @@ std::optional<ColumnTrouble> TroubleOfColumnExpression(
     }
   } catch (const EParserException& error) {
     const std::string hint = error.Hint().empty() ? std::string() : ": " + error.Hint();
-    return ColumnTrouble{error.what() + hint, error.Place()};
+    return ColumnTrouble{ShortMessage(error, text) + hint, error.LikelyPlace()};
   }
   return std::nullopt;
 }

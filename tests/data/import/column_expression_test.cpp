@@ -91,7 +91,7 @@ TEST(ColumnExpression, SaysWhatIsWrong) {
   };
   const Row rows[] = {
       {"Y 2",
-       "Syntax error in expression Y 2 (column expression \"Y 2\", character 1): an operator is "
+       "Syntax error in expression Y 2 (column expression \"Y 2\", character 3): an operator is "
        "missing before \"2\""},
       {"2*Tmp",
        "There is no column \"tmp\" (column expression \"2*Tmp\"; names: x, y, time, temp, col2)"},
