@@ -4,7 +4,6 @@
 #include <QRectF>
 #include <QSizeF>
 #include <algorithm>
-#include <array>
 #include <string>
 #include <vector>
 
@@ -22,7 +21,8 @@ namespace tarnwick {
 namespace {
 
 constexpr double kInset = 12;         // pixels between plot edge and printed parameters
-constexpr double kWidth = 0.42;       // of the plot, that printed parameters may cover
+constexpr double kBeforeText = 6;     // between a mark and its caption
+constexpr double kClearance = 8;      // left and right of them
 constexpr double kLineSpacing = 1.8;  // of the label font's height
 
 /// Marks the varied parameters for printing where none is marked.
@@ -44,35 +44,20 @@ std::vector<FittedParameter> PrintedParameters(const TxyGraph& graph, const TSer
   return printed;
 }
 
-std::size_t PointsWithin(const TSeries& series, const AxisScale& x, const AxisScale& y,
-                         const QRectF& area) {
-  const PointChain& points = series.Points();
-  std::size_t count = 0;
-  for (std::size_t i = points.LowerBound(x.ValueAt(area.left()));
-       i < points.Size() && points.At(i).x <= x.ValueAt(area.right()); ++i) {
-    const Point point = points.At(i);
-    const double at = y.Position(series.GetBaseLine().CorrectedY(point.x, point.y));
-    count += at >= area.top() && at <= area.bottom();
-  }
-  return count;
-}
-
-/// The corner of the plot where a text of this size covers fewest points, and nothing else that is to be read.
-QPointF QuietCorner(const PlotLayout& layout, const TSeries& series, const AxisScale& y,
-                    QSizeF size) {
+/// The place in the plot where a text of this size covers least of what is drawn, and nothing else that is to be read.
+QPointF QuietPlaceFor(const TxyGraph& graph, const PlotLayout& layout, QSizeF size) {
   const QRectF plot = layout.plot.adjusted(kInset, kInset, -kInset, -kInset);
-  const double right = std::max(plot.left(), plot.right() - size.width());
-  const double bottom = std::max(plot.top(), plot.bottom() - size.height());
-  const std::array<QRectF, 4> corners = {
-      QRectF({right, plot.top()}, size), QRectF({right, bottom}, size),
-      QRectF({plot.left(), bottom}, size), QRectF(plot.topLeft(), size)};
+  std::vector<QRectF> places = PlacesIn(plot, size);
   PictureContents contents{CaptionBoxes(layout), {}};
   for (const QRectF& child : ChildBoxes(layout)) contents.boxes.push_back(child);
   if (layout.legend) contents.boxes.push_back(layout.legend->frame);
-  contents.points_in = [&](const QRectF& area) {
-    return PointsWithin(series, layout.Axis(AxisId::X).scale, y, area);
+  const std::vector<QPointF> pixels = SampledPixels(graph, layout);
+  contents.points_in = [&pixels](const QRectF& place) {
+    const QRectF around = place.adjusted(-kClearance, 0, kClearance, 0);
+    return static_cast<std::size_t>(std::ranges::count_if(
+        pixels, [&](const QPointF& pixel) { return around.contains(pixel); }));
   };
-  return corners.at(FindQuietPlace(corners, contents).index).topLeft();
+  return places.at(FindQuietPlace(places, contents).index).topLeft();
 }
 
 /// What the line of a parameter begins with. Of several fitted DataSets each line names its own.
@@ -87,6 +72,12 @@ std::string BeginningOf(const std::string& parameter, const TSeries& series,
 
 std::string LineOf(const FittedParameter& one, const std::string& beginning) {
   return beginning + PlusMinusText(one.settings.Value, one.error, one.settings.Units);
+}
+
+double WidthOf(const std::string& line, const TxyGraph& graph) {
+  return TextMetrics()
+      .SizeOf({QString::fromStdString(line), {}}, graph.GetAppearance().font_for_labels)
+      .width();
 }
 
 /// Where a line of an earlier printing stands.
@@ -152,9 +143,14 @@ void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
   const AxisId y_axis = YAxisOf(series);
   const double height =
       kLineSpacing * TextMetrics().LineHeight(graph.GetAppearance().font_for_labels);
-  QPointF place =
-      QuietCorner(layout, series, layout.Axis(y_axis).scale,
-                  {layout.plot.width() * kWidth, height * static_cast<double>(printed.size())});
+  QSizeF block(0, height * static_cast<double>(printed.size()));
+  for (const FittedParameter& one : printed) {
+    const std::string line = LineOf(one, BeginningOf(one.settings.Name, series, graph));
+    block.setWidth(std::max(block.width(), WidthOf(line, graph)));
+  }
+  // Longer captions are cut to that.
+  block.setWidth(std::min(block.width(), layout.plot.width() / 2) + kBeforeText);
+  QPointF place = QuietPlaceFor(graph, layout, block);
   for (const FittedParameter& one : printed) {
     const std::string beginning = BeginningOf(one.settings.Name, series, graph);
     place.ry() += height;

@@ -29,7 +29,9 @@ namespace {
 constexpr std::int32_t kBandPoints = 300;
 /// Of the bands' names: "Confidence 95 % of X".
 constexpr const char* kConfidence = "Confidence";
+constexpr const char* kPrediction = "Prediction";
 constexpr const char* kPercentOf = " % of ";
+constexpr const char* kLower = ", lower";
 
 const FitResult& ResultOf(const TSeries& series) {
   const FitResult* result = series.Fit().Result().get();
@@ -177,15 +179,29 @@ void AddBands(TxyGraph& graph, const TSeries& source, double level) {
   const std::string suffix = " " + GeneralText(100 * level, 6) + kPercentOf + source.SeriesName();
   const std::array<Band, 4> wanted = {
       {{kConfidence + suffix, LineStyle::Dash, Sum(bands.value, 1, bands.confidence), true},
-       {kConfidence + suffix + ", lower", LineStyle::Dash, Sum(bands.value, -1, bands.confidence),
+       {kConfidence + suffix + kLower, LineStyle::Dash, Sum(bands.value, -1, bands.confidence),
         false},
-       {"Prediction" + suffix, LineStyle::Dot, Sum(bands.value, 1, bands.prediction), true},
-       {"Prediction" + suffix + ", lower", LineStyle::Dot, Sum(bands.value, -1, bands.prediction),
+       {kPrediction + suffix, LineStyle::Dot, Sum(bands.value, 1, bands.prediction), true},
+       {kPrediction + suffix + kLower, LineStyle::Dot, Sum(bands.value, -1, bands.prediction),
         false}}};
   const GraphUpdate update(graph);
   for (const Band& band : wanted) {
     PutSeries(graph, source, BandSeries(band, x, source));
     NameInLegend(graph);
+  }
+}
+
+void RecolourBands(TxyGraph& graph, const TSeries& source, Color before) {
+  const std::string end = kPercentOf + source.SeriesName();
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    TSeries& band = graph.Series(i);
+    const std::string& name = band.SeriesName();
+    const bool is_band = (name.starts_with(kConfidence) || name.starts_with(kPrediction)) &&
+                         (name.ends_with(end) || name.ends_with(end + kLower));
+    SeriesStyle style = band.Style();
+    if (!is_band || style.line_color != before) continue;
+    style.line_color = source.ModelCurveColor();
+    band.SetStyle(style);
   }
 }
 

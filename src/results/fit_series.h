@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "base/color.h"
+
 namespace tarnwick {
 
 class TSeries;
@@ -24,5 +26,8 @@ std::vector<double> BandLevels(const TxyGraph& graph, const TSeries& source);
 /// Adds confidence and prediction bands of the DataSet's fit as four DataSets; `level` lies between 0 and 1. The graph holds
 /// `source`. Throws Error, also when the model has no result that holds; the graph is then as it was.
 void AddBands(TxyGraph& graph, const TSeries& source, double level);
+
+/// Gives the bands of the DataSet that have the colour `before` that of its model's curve.
+void RecolourBands(TxyGraph& graph, const TSeries& source, Color before);
 
 }  // namespace tarnwick

@@ -14,7 +14,7 @@
 namespace tarnwick {
 namespace {
 
-constexpr double kInset = 12, kShare = 0.42, kSpacing = 1.8;
+constexpr double kInset = 12, kBeforeText = 6, kSpacing = 1.8;
 
 /// 300 points all over the picture but for one of its quarters: 1 to 4 as the corners are tried, 0 for none.
 TSeries& AddCrowd(TxyGraph& graph, int empty, const char* name) {
@@ -51,7 +51,9 @@ TEST(PrintFit, LinesStandInTheQuietCornerUnderEachOther) {
     const PlotLayout layout = LayoutPlot(graph, {640, 480}, metrics);
     const QRectF plot = layout.plot.adjusted(kInset, kInset, -kInset, -kInset);
     const double height = kSpacing * metrics.LineHeight(graph.GetAppearance().font_for_labels);
-    const double left = empty <= 2 ? plot.right() - kShare * layout.plot.width() : plot.left();
+    const double width =
+        metrics.SizeOf({"a = 2 V", {}}, graph.GetAppearance().font_for_labels).width();
+    const double left = empty <= 2 ? plot.right() - width - kBeforeText : plot.left();
     const double top = empty % 3 == 1 ? plot.top() : plot.bottom() - 2 * height;
     ASSERT_EQ(graph.Marks().All().size(), 2U);
     for (std::size_t i = 0; i < 2; ++i) {
@@ -66,6 +68,44 @@ TEST(PrintFit, LinesStandInTheQuietCornerUnderEachOther) {
         EXPECT_NEAR(layout.Axis(AxisId::Y).scale.Position(y),
                     top + (static_cast<double>(i) + 0.5) * height, 1e-6);
     }
+  }
+}
+
+TEST(PrintFit, LinesStandWhereNoPointBandOrCurveOfAnyDataSetIs) {
+  TxyGraph graph;
+  graph.Resize(640, 480);
+  Legend legend;
+  legend.visible = false;
+  graph.SetLegend(legend);
+  TSeries& frame = AddCrowd(graph, 0, "U");  // all round, and nothing in the middle but a curve
+  frame.Clear();
+  for (int i = 0; i <= 200; ++i) {
+    const double x = i / 20.0;
+    for (const double y : {0.0, 1.0, 2.0, 8.0, 9.0, 10.0}) frame.AddPoint(x, y);
+    if (x < 2.5 || x > 7.5) {
+      for (const double y : {3.0, 4.0, 5.0, 6.0, 7.0}) frame.AddPoint(x, y);
+    }
+  }
+  SeriesStyle style = frame.Style();
+  style.connect_points = false;
+  frame.SetStyle(style);
+  FitSettings model = frame.Fit().Settings();
+  model.Expression = "11-0*(a+b)";  // through what room is left above
+  model.Status = FitStatus::cf_FinResult;
+  frame.Fit().SetSettings(model, true);
+  PrintFitOnGraph(graph, frame);
+  const PlotLayout layout = LayoutPlot(graph, {640, 480}, TextMetrics());
+  const AxisScale& x = layout.Axis(AxisId::X).scale;
+  const AxisScale& y = layout.Axis(AxisId::Y).scale;
+  ASSERT_EQ(layout.marks.size(), 2U);
+  for (const MarkItem& mark : layout.marks) {
+    ASSERT_TRUE(mark.caption);
+    const QRectF box = mark.caption->Box();
+    for (std::size_t i = 0; i < frame.Points().Size(); ++i) {
+      const Point point = frame.Points().At(i);
+      EXPECT_FALSE(box.contains(x.Position(point.x), y.Position(point.y))) << point.x;
+    }
+    EXPECT_FALSE(box.top() < y.Position(11) && box.bottom() > y.Position(11)) << "the curve";
   }
 }
 

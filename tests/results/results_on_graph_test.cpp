@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "graph/xy_graph.h"
 #include "results/derived_series.h"
+#include "results/fit_colours.h"
 #include "results/fit_leftovers.h"
 #include "results/fit_print.h"
 #include "results/fit_series.h"
@@ -72,6 +73,49 @@ TEST_F(ResultsOnGraph, WhatIsThereOfAFitIsTold) {
   PrintFitOnGraph(graph_, rate_);
   EXPECT_EQ(LeftoverText(graph_, rate_),
             "The residuals and printed values on the graph are of this fit, too.");
+}
+
+TEST_F(ResultsOnGraph, FitsOfSeveralDataSetsTakeTheirColours) {
+  const Color red = FitSettings().CurveColor;
+  const auto fit = [](TSeries& series) {
+    FitSettings model;
+    model.Expression = "2*x";
+    model.Status = FitStatus::cf_FinResult;
+    series.Fit().SetSettings(model, true);
+  };
+  fit(rate_);
+  ColourFitsByDataSet(graph_);
+  EXPECT_EQ(rate_.ModelCurveColor(), red) << "one fit";
+  SeriesStyle style;
+  style.line_color = red;
+  for (const char* name :
+       {"Confidence 95 % of Rate", "Prediction 95 % of Rate, lower", "Rate % of"}) {
+    TSeries& band = Add(name);
+    band.SetStyle(style);
+  }
+  TSeries& dark = Add("Dark");
+  TSeries& chosen = Add("Chosen");
+  for (TSeries* const one : {&dark, &chosen}) {
+    one->AddPoint(1, 2);
+    fit(*one);
+  }
+  style.symbol_color = Color::FromRgb(0x20, 0x20, 0x20);
+  dark.SetStyle(style);
+  style.symbol_color = Color::FromRgb(200, 100, 50);
+  rate_.SetStyle(style);
+  const Color green = Color::FromRgb(0, 200, 0);
+  FitSettings model = chosen.Fit().Settings();
+  model.CurveColor = green;
+  chosen.Fit().SetSettings(model, true);
+  for (int i = 0; i < 2; ++i) {
+    ColourFitsByDataSet(graph_);
+    EXPECT_EQ(rate_.ModelCurveColor(), Color::FromRgb(150, 75, 37)) << "darker";
+    EXPECT_EQ(dark.ModelCurveColor().Red(), 255 - 167) << "lighter";
+    EXPECT_EQ(chosen.ModelCurveColor(), green);
+  }
+  EXPECT_EQ(graph_.Series(1).Style().line_color, rate_.ModelCurveColor());
+  EXPECT_EQ(graph_.Series(2).Style().line_color, rate_.ModelCurveColor());
+  EXPECT_EQ(graph_.Series(3).Style().line_color, red) << "no band";
 }
 
 TEST_F(ResultsOnGraph, ADerivativeThatFailsLeavesTheGraphAsItWas) {

@@ -20,6 +20,7 @@
 #include "desk/work/mailbox.h"
 #include "fit/model/typed_model.h"
 #include "graph/shown_series.h"
+#include "results/fit_colours.h"
 #include "results/fit_leftovers.h"
 #include "results/fitted_model.h"
 #include "results/joint_fit.h"
@@ -150,6 +151,7 @@ bool Fit(Document& document, FitStatus status, const FitRequest& request, Prompt
   NoteMade(request, result.verdict);
   ApplyFit(series, result);
   RenewLeftovers(document.Graph(), series);
+  ColourFitsByDataSet(document.Graph());
   step.Finish();
   const bool failed = Failed(result.outcome.why);
   if (failed) TellFailure(result, prompt);
@@ -178,14 +180,16 @@ std::vector<TSeries*> SeriesOf(TxyGraph& graph, const std::vector<std::size_t>& 
 
 void FitTogether(Document& document, const FitRequest& request) {
   TxyGraph& graph = document.Graph();
-  const FitSettings model = CurrentDataSet(document).Fit().Settings();
+  FitSettings model = CurrentDataSet(document).Fit().Settings();
   std::vector<std::size_t> chosen = {static_cast<std::size_t>(graph.CurrentSeriesIndex())};
   chosen.insert(chosen.end(), request.beside.begin(), request.beside.end());
   OpenEdit step(document, "Fit Together");
   for (const std::size_t index : chosen) {
     TSeries& series = graph.Series(index);
-    if (index != chosen.front() && request.models == JointModels::OfCurrent)
+    if (index != chosen.front() && request.models == JointModels::OfCurrent) {
+      model.CurveColor = series.Fit().CurveColor();
       TakeFitFunction(series, model);
+    }
     CheckHasExpression(series);
     CheckHasPoints(series);
   }
@@ -209,6 +213,7 @@ void FitTogether(Document& document, const FitRequest& request) {
   NoteMade(request, fit.parts.front().verdict);
   ApplyJointFit(graph, chosen, request.shared, fit);
   for (TSeries* const series : SeriesOf(graph, chosen)) RenewLeftovers(graph, *series);
+  ColourFitsByDataSet(graph);
   step.Finish();
 }
 

@@ -15,6 +15,7 @@
 #include "fit/model/typed_model.h"
 #include "graph/series.h"
 #include "graph/xy_graph.h"
+#include "results/fit_colours.h"
 #include "results/fit_leftovers.h"
 #include "results/fit_print.h"
 #include "results/fit_series.h"
@@ -61,6 +62,7 @@ FitRunOptions RunOptionsOf(const FitOptions& options) {
 }
 
 void AddToGraph(const FitOptions& options, TSeries& series, TxyGraph& graph) {
+  ColourFitsByDataSet(graph);
   RenewLeftovers(graph, series);
   if (!options.residuals.empty()) {
     const bool named = options.residuals != kNamedAfterSource;

@@ -54,23 +54,70 @@ std::vector<QRectF> ChildBoxes(const PlotLayout& layout) {
   return boxes;
 }
 
+std::vector<QRectF> PlacesIn(const QRectF& area, QSizeF box) {
+  constexpr int kSteps = 24;  // each way
+  const double across = std::max(0.0, area.width() - box.width());
+  const double down = std::max(0.0, area.height() - box.height());
+  const auto place = [&](int column, int row) {
+    return QRectF(area.topLeft() + QPointF(across * column, down * row) / kSteps, box);
+  };
+  std::vector<QRectF> places = {place(kSteps, 0), place(kSteps, kSteps), place(0, kSteps),
+                                place(0, 0)};
+  for (int ring = 0; ring <= kSteps / 2; ++ring) {
+    for (int row = ring; row <= kSteps - ring; ++row) {
+      for (int column = kSteps - ring; column >= ring; --column) {
+        const bool inner =
+            row > ring && row < kSteps - ring && column > ring && column < kSteps - ring;
+        if (!inner) places.push_back(place(column, row));
+      }
+    }
+  }
+  return places;
+}
+
+namespace {
+
+/// A sample of one line of points, with places on its way where they are `joined`.
+void AddPixels(const PointChain& points, const std::function<QPointF(std::size_t)>& pixel_at,
+               bool joined, std::vector<QPointF>& pixels) {
+  const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
+  std::optional<QPointF> before;
+  for (std::size_t at = 0; at < points.Size(); at += step) {
+    const QPointF pixel = pixel_at(at);
+    if (before && joined) AddLine(*before, pixel, pixels);
+    pixels.push_back(pixel);
+    before = pixel;
+  }
+}
+
+}  // namespace
+
 std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout) {
   std::vector<QPointF> pixels;
+  const AxisScale& x = layout.Axis(AxisId::X).scale;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     const TSeries& series = graph.Series(i);
     if (!IsDrawn(graph, series) || IsInPanel(series)) continue;
+    const AxisScale& y = layout.Axis(YAxisOf(series)).scale;
+    const auto add = [&](const PointChain& points, bool joined, const auto& y_at) {
+      const auto pixel_at = [&](std::size_t at) {
+        return QPointF(x.Position(points.At(at).x), y.Position(y_at(at)));
+      };
+      AddPixels(points, pixel_at, joined, pixels);
+    };
+    const BaseLine& base = series.GetBaseLine();
     const PointChain& points = series.Points();
-    const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
-    const AxisScale& y_scale = layout.Axis(YAxisOf(series)).scale;
-    std::optional<QPointF> before;
-    for (std::size_t at = 0; at < points.Size(); at += step) {
-      const Point point = points.At(at);
-      const QPointF pixel(layout.Axis(AxisId::X).scale.Position(point.x),
-                          y_scale.Position(series.GetBaseLine().CorrectedY(point.x, point.y)));
-      if (before && series.Style().connect_points) AddLine(*before, pixel, pixels);
-      pixels.push_back(pixel);
-      before = pixel;
+    add(points, series.Style().connect_points,
+        [&](std::size_t at) { return base.CorrectedY(points.At(at).x, points.At(at).y); });
+    if (series.RegressionType() != RegressionType::None && !series.Regression().stale) {
+      const PointChain& fitted =
+          HasRegressionCurve(series.RegressionType()) ? series.Regression().curve : points;
+      add(fitted, true, [&](std::size_t at) {
+        return base.CorrectedY(fitted.At(at).x, fitted.At(at).regression);
+      });
     }
+    const PointChain& curve = series.Curve().Points();
+    add(curve, true, [&](std::size_t at) { return curve.At(at).y; });
   }
   return pixels;
 }

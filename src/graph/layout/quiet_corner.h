@@ -4,6 +4,7 @@
 
 #include <QPointF>
 #include <QRectF>
+#include <QSizeF>
 #include <cstddef>
 #include <functional>
 #include <span>
@@ -38,12 +39,16 @@ struct QuietPlace {
 /// The first of the places (at least one) that hides least.
 QuietPlace FindQuietPlace(std::span<const QRectF> places, const PictureContents& contents);
 
+/// Places of a box of this size in `area`, the most usual first: its corners, then rows and columns all over it, those near an edge
+/// before the others. The left top corner alone where it does not fit.
+std::vector<QRectF> PlacesIn(const QRectF& area, QSizeF box);
+
 /// Boxes of the captions that marks have.
 std::vector<QRectF> CaptionBoxes(const PlotLayout& layout);
 /// Frames of the inserted graphs.
 std::vector<QRectF> ChildBoxes(const PlotLayout& layout);
 
-/// Where points and lines of the drawn DataSets lie in the picture, a sample of each.
+/// Where points, lines, and the curves of models and regressions of the drawn DataSets lie in the picture, a sample of each.
 std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout);
 
 }  // namespace tarnwick

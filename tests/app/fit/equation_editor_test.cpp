@@ -242,6 +242,9 @@ TEST_F(FitDesktopTest, EachOfSeveralDataSetsStartsATypedFormulaFromItsOwnPoints)
   const TxyGraph& graph = ActiveDocument().Graph();
   EXPECT_NEAR(graph.Series(0).Fit().Param(2).Value(), 20, 0.1);
   EXPECT_NEAR(graph.Series(1).Fit().Param(2).Value(), 480, 0.1);
+  const Color first = graph.Series(0).ModelCurveColor();
+  EXPECT_NE(first, graph.Series(1).ModelCurveColor());
+  EXPECT_NE(first, FitSettings().CurveColor);
 }
 
 TEST_F(FitDesktopTest, FunctionsAreComparedAndTheBestIsTakenOver) {

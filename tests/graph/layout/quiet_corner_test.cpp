@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 namespace tarnwick {
@@ -34,6 +35,22 @@ TEST(QuietCorner, IsTheFirstPlaceThatHidesLeast) {
     EXPECT_EQ(found.index, row.best) << row.what;
     EXPECT_EQ(found.hidden.points, row.points.at(row.best)) << row.what;
   }
+}
+
+TEST(QuietCorner, PlacesBeginWithTheCornersAndFillTheArea) {
+  const QRectF area(10, 20, 200, 100);
+  const std::vector<QRectF> places = PlacesIn(area, {50, 20});
+  const QPointF corners[] = {{160, 20}, {160, 100}, {10, 100}, {10, 20}};
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(places.at(i).topLeft(), corners[i]);
+  for (const QRectF& place : places) EXPECT_TRUE(area.contains(place));
+  const std::array<QPointF, 3> inside = {{{85, 60}, {35, 40}, {140, 90}}};
+  for (const QPointF& one : inside) {
+    const auto at = [&](const QRectF& place) {
+      return (place.topLeft() - one).manhattanLength() < 10;
+    };
+    EXPECT_TRUE(std::ranges::any_of(places, at)) << one.x();
+  }
+  for (const QRectF& place : PlacesIn(area, {500, 500})) EXPECT_EQ(place.topLeft(), area.topLeft());
 }
 
 }  // namespace
