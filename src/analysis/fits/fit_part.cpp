@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "fit/judge/likelihood.h"
 #include "fit/residuals/greatest_size.h"
@@ -41,6 +42,21 @@ std::vector<double> FitPart::ResidualsWithoutLoss(std::span<const double> local)
   std::erase_if(rest, [](double r) { return !std::isfinite(r); });
   Weigh(Loss::With);
   return rest;
+}
+
+ResidualSample FitPart::SampleToTest(std::span<const double> local, std::size_t most) {
+  ResidualSample sample = residuals->Sample(local, most);
+  if (weighting.loss == FitLoss::Linear) return sample;
+  const std::vector<double> weighted = std::move(sample.residuals);
+  Weigh(Loss::Without);
+  sample = residuals->Sample(local, most);
+  Weigh(Loss::With);
+  // The weights are the roots of the shares psi(r) / r.
+  for (std::size_t i = 0; i < weighted.size(); ++i) {
+    double& rest = sample.residuals[i];
+    rest = rest == 0 ? 0 : weighted[i] * weighted[i] / rest;
+  }
+  return sample;
 }
 
 double FitPart::LikelihoodTerm(std::span<const double> local) {

@@ -299,7 +299,9 @@ void FitRun::MeasureResiduals(FitPart& part, FitResult& result) const {
   const ResidualSample sample = residuals.Sample(result.values, kPatternPoints);
   result.traded = TradedParameters(result.statistics, result.values, sample);
   if (IsUndefined(result.statistics.residual_correlation)) return;
-  result.residuals = TestResiduals(sample);
+  result.residuals = TestResiduals(weighting_.loss == FitLoss::Linear
+                                       ? sample
+                                       : part.SampleToTest(result.values, kPatternPoints));
   AmongMany(parts_.size(), result.residuals);
   result.open = OpenParameters(residuals, result.values, result.statistics, sample);
   result.limits = LimitParameters(residuals, result.values, result.statistics, sample);

@@ -107,7 +107,7 @@ ResidualSample SampleOfAll(std::span<const std::unique_ptr<FitPart>> parts,
   all.jacobian.resize(0, static_cast<Eigen::Index>(p.size()));
   for (const std::unique_ptr<FitPart>& part : parts) {
     const ResidualSample one =
-        part->residuals->Sample(part->Local(p), std::max<std::size_t>(most / parts.size(), 1));
+        part->SampleToTest(part->Local(p), std::max<std::size_t>(most / parts.size(), 1));
     const Eigen::Index before = all.jacobian.rows();
     all.jacobian.conservativeResize(before + one.jacobian.rows(), Eigen::NoChange);
     all.jacobian.bottomRows(one.jacobian.rows()).setZero();

@@ -234,6 +234,40 @@ TEST(FitWeights, LossesHoldOutliersOff) {
   EXPECT_NEAR(wide.statistics.standard_errors[1], plain.statistics.standard_errors[1], 1e-9);
 }
 
+TEST(FitWeights, LossesLeaveNoPatternWhereThereIsNone) {
+  constexpr int kFits = 100;
+  struct Row {
+    FitLoss loss;
+    double outliers;  // share of points with errors of eight times the others'
+    double missing;   // height of a wave that the model does not have, in errors
+    int fewest;       // fits doubted, of kFits
+    int most;
+  };
+  const Row rows[] = {{FitLoss::Huber, 0, 0, 0, 2},      {FitLoss::Huber, 0.1, 0, 0, 2},
+                      {FitLoss::SoftL1, 0.1, 0, 0, 2},   {FitLoss::Cauchy, 0.1, 0, 0, 2},
+                      {FitLoss::Huber, 0.1, 3, 80, 100}, {FitLoss::Cauchy, 0.1, 3, 80, 100}};
+  for (const Row& row : rows) {
+    std::mt19937 random(7);
+    std::normal_distribution<double> normal;
+    std::uniform_real_distribution<double> uniform;
+    int doubted = 0;
+    for (int i = 0; i < kFits; ++i) {
+      std::vector<double> x, y;
+      for (int at = 0; at < 40; ++at) {
+        const double error = 0.1 * normal(random) * (uniform(random) < row.outliers ? 8 : 1);
+        x.push_back(at);
+        y.push_back(5 * std::exp(-at / 10.0) + 1 + error + 0.1 * row.missing * std::sin(at / 2.0));
+      }
+      FitJob job = Job("a*exp(0-x/b)+c", {4, 8, 0.5}, x, y);
+      job.settings.weighting.loss = row.loss;
+      const FitVerdict verdict = Fitted(job).verdict;
+      doubted += !verdict.trustworthy && !verdict.untested;
+    }
+    EXPECT_GE(doubted, row.fewest) << static_cast<int>(row.loss) << ' ' << row.outliers;
+    EXPECT_LE(doubted, row.most) << static_cast<int>(row.loss) << ' ' << row.outliers;
+  }
+}
+
 TEST(FitWeights, TellWhatCannotBeWeighed) {
   FitJob job = CountedDecay(7);
   job.settings.weighting.weights = FitWeights::Errors;
