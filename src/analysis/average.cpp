@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "analysis/interpolation.h"
+#include "data/column_caption.h"
 
 namespace tarnwick {
 
@@ -29,8 +30,8 @@ void Average(const TDataSeries& reference, std::span<const TDataSeries* const> a
   target.BeginUpdate();
   target.Clear();
   target.SetDuplicatesAllowed(reference.DuplicatesAllowed());
-  target.Source().XDataColumn = reference.Source().XDataColumn;
-  target.Source().YDataColumn = reference.Source().YDataColumn;
+  target.Source().XDataColumn = CaptionOfX(reference.Source());
+  target.Source().YDataColumn = CaptionOfY(reference.Source());
   target.SetErrors({});
   target.AddPoints(x_values, y_values);
   target.EndUpdate();

@@ -10,6 +10,7 @@
 #include "analysis/interpolation.h"
 #include "analysis/settled_regression.h"
 #include "base/undefined.h"
+#include "data/column_caption.h"
 #include "data/series/point_errors.h"
 
 namespace tarnwick {
@@ -87,7 +88,7 @@ class SquaredErrors {
 };
 
 Titles TitlesOf(const TDataSeries& source, const std::string& prefix) {
-  return {source.Source().XDataColumn, prefix + source.Source().YDataColumn,
+  return {CaptionOfX(source.Source()), prefix + CaptionOfY(source.Source()),
           source.DuplicatesAllowed()};
 }
 
@@ -299,7 +300,7 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
     target.Clear();
     return;
   }
-  const Titles titles = {source.Source().YDataColumn, "Probability Density"};
+  const Titles titles = {CaptionOfY(source.Source()), "Probability Density"};
   std::vector<double> middles;
   const std::vector<double> values = CorrectedValues(source);
   std::vector<double> density;

@@ -2,10 +2,19 @@
 
 #include <cstddef>
 
+#include "data/column_caption.h"
 #include "graph/thinning/error_bars.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
+
+std::string ShownName(const TSeries& series) {
+  const std::string& name = series.SeriesName();
+  const std::string& column = series.Source().YDataColumn;
+  // "U #3", whose column is known by its place.
+  const bool by_place = column.starts_with('#') && name.ends_with(" " + column);
+  return name == column || by_place ? CaptionOfY(series.Source(), name) : name;
+}
 
 AxisId YAxisOf(const TSeries& series) {
   return series.Style().first_axis ? AxisId::Y : AxisId::Y2;

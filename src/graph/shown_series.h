@@ -12,6 +12,9 @@ namespace tarnwick {
 class TSeries;
 class TxyGraph;
 
+/// What a picture calls the DataSet: its name, and where that is its column's, what was computed from the column.
+std::string ShownName(const TSeries& series);
+
 /// The axis that a DataSet's Y values are drawn against, or would be were it not in the panel.
 AxisId YAxisOf(const TSeries& series);
 

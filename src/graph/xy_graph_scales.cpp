@@ -3,6 +3,7 @@
 
 #include "base/ascii.h"
 #include "base/error.h"
+#include "data/column_caption.h"
 #include "graph/panel_axis.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -66,8 +67,8 @@ std::string TxyGraph::AutoTitle(AxisId id) const {
   if (id == AxisId::X) {
     const TSeries* source = XSource(*this);
     if (source == nullptr) return {};
-    const std::string& name = source->Source().XDataColumn;
-    return name == unnamed.XDataColumn ? std::string() : name;
+    if (source->Source().XDataColumn == unnamed.XDataColumn) return {};
+    return CaptionOfX(source->Source());
   }
   std::vector<std::string> names;
   for (const auto& series : series_) {
@@ -77,8 +78,8 @@ std::string TxyGraph::AutoTitle(AxisId id) const {
     const std::string& column = series->Source().YDataColumn;
     // Of columns with one name the second is known by its place.
     const bool by_place = column.size() > 1 && column[0] == '#' && IsDigit(column[1]);
-    const std::string& name =
-        column.empty() || by_place || column == unnamed.YDataColumn ? series->SeriesName() : column;
+    const bool by_name = column.empty() || by_place || column == unnamed.YDataColumn;
+    const std::string name = CaptionOfY(series->Source(), by_name ? series->SeriesName() : column);
     if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
       names.push_back(name);
     }

@@ -93,6 +93,7 @@ std::unique_ptr<TSeries> BandSeries(const Band& band, const std::vector<double>&
   series->SetStyle(style);
   series->Source().XDataColumn = source.Source().XDataColumn;
   series->Source().YDataColumn = source.Source().YDataColumn;
+  series->Source().YColExpr = source.Source().YColExpr;
   series->AddPoints(x, band.y);
   return series;
 }

@@ -148,6 +148,7 @@ void AddPeakParts(TxyGraph& graph, const TSeries& series) {
     part->SetStyle(style);
     part->Source().XDataColumn = series.Source().XDataColumn;
     part->Source().YDataColumn = series.Source().YDataColumn;
+    part->Source().YColExpr = series.Source().YColExpr;
     const FittedPeak peak = FittedPeakOf(model, *found, number - 1, nullptr);
     const std::vector<double> x = PartAbscissas(model, peak);
     part->AddPoints(x, ValuesAs(model, "b0+b1*x" + PeaksText(*found->row, number, 1), x));

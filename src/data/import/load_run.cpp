@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/column_caption.h"
 #include "data/import/absent_column.h"
 #include "data/import/column_expression.h"
 
@@ -43,11 +44,6 @@ class RestoreScope {
  private:
   std::vector<std::pair<TDataSeries*, DataState>> before_;
 };
-
-bool IsRawColumn(const std::string& expression, std::string_view name) {
-  const std::string_view text = TrimBlanks(expression);
-  return text.empty() || LowerAscii(text) == name;
-}
 
 }  // namespace
 

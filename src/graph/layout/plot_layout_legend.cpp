@@ -37,7 +37,7 @@ struct Entry {
 
 /// "Rate", "Fit: Rate", "Model: Rate"
 QString NameOf(const Entry& entry, const TSeries& series) {
-  QString name = QString::fromStdString(series.SeriesName()).simplified();
+  QString name = QString::fromStdString(ShownName(series)).simplified();
   if (entry.kind == LegendEntry::DataSet) return name;
   const bool function = series.Fit().Status() == FitStatus::cf_Function;
   return (function ? QStringLiteral("Model: %1") : QStringLiteral("Fit: %1")).arg(name);

@@ -12,6 +12,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "data/column_caption.h"
 #include "results/tools/tool_table.h"
 
 namespace tarnwick {
@@ -180,7 +181,7 @@ Computed ComputeNormalised(const ToolInput& input) {
   if (HasYErrors(source.Errors())) AddSentence(told, "Errors of Y are divided alike.");
   if (HasXErrors(source.Errors())) AddSentence(told, "Errors of X are left out.");
   Computed computed{
-      SeriesLike(source, columns.x, columns.y, {}, "Normalised " + source.Source().YDataColumn),
+      SeriesLike(source, columns.x, columns.y, {}, "Normalised " + CaptionOfY(source.Source())),
       told};
   ScaleErrors(source, scaled.unit, *computed.series);
   return computed;

@@ -9,6 +9,7 @@
 #include "analysis/smoothing.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "data/column_caption.h"
 #include "results/tools/tool_table.h"
 
 namespace tarnwick {
@@ -64,7 +65,7 @@ Computed Compute(const ToolInput& input) {
   AddSentence(told, LackingText(smooth.y));
   AddSentence(told, LeftOutText(source, columns));
   return {SeriesLike(source, columns.x, smooth.y, {},
-                     kDerivatives[local.derivative] + source.Source().YDataColumn),
+                     kDerivatives[local.derivative] + CaptionOfY(source.Source())),
           told};
 }
 

@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "data/column_caption.h"
 
 namespace tarnwick {
 namespace {
@@ -166,8 +167,8 @@ std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const doubl
   auto series = std::make_unique<TSeries>();
   series->SetDuplicatesAllowed(source.DuplicatesAllowed());
   const TDSInfo& from = source.Source();
-  series->Source().XDataColumn = x_column.empty() ? from.XDataColumn : x_column;
-  series->Source().YDataColumn = y_column.empty() ? from.YDataColumn : y_column;
+  series->Source().XDataColumn = x_column.empty() ? CaptionOfX(from) : x_column;
+  series->Source().YDataColumn = y_column.empty() ? CaptionOfY(from) : y_column;
   series->AddPoints(x, y);
   return series;
 }
