@@ -45,7 +45,8 @@ std::vector<std::string> SentencesOf(const SampleComparison& c) {
   sentences.push_back(
       IsUndefined(c.t_probability)
           ? "Welch's t test needs two values or more on either side that differ."
-          : "The mean of the second is greater by " + GeneralText(c.difference, kDigits) + " ± " +
+          : std::string("The mean of the second is ") + (c.difference < 0 ? "less" : "greater") +
+                " by " + GeneralText(std::abs(c.difference), kDigits) + " ± " +
                 GeneralText(c.difference_error, 2) + ": Welch's t = " + GeneralText(c.t, kDigits) +
                 " with " + GeneralText(c.t_freedom, 3) + " degrees of freedom" +
                 ChanceText(c.t_probability));
