@@ -39,6 +39,12 @@ class PeakFit : public ::testing::TestWithParam<ShapeCase> {
                                0.01 * std::sin(1000 * x));
     }
   }
+  /// What the last fit told of that parameter.
+  double ErrorOf(const std::string& name) const {
+    const FitResult& result = *series_->Fit().Result();
+    const auto place = std::ranges::find(result.names, name) - result.names.begin();
+    return result.statistics.standard_errors.at(static_cast<std::size_t>(place));
+  }
   TxyGraph graph_;
   TSeries* series_;
 };
@@ -62,6 +68,16 @@ TEST_P(PeakFit, FindsWhatThePeaksWereMadeFrom) {
     EXPECT_NEAR(peak.area.value / (area * expected[i][1] * expected[i][2]), 1, 0.01);
     EXPECT_GT(peak.area.error, 0);
     EXPECT_LT(peak.area.error, 0.01 * peak.area.value);
+    // What is a parameter of the model has that one's error.
+    const bool voigt = GetParam().shape == PeakShape::Voigt;
+    const std::string number = std::to_string(i + 1);
+    EXPECT_NEAR(peak.x.error / ErrorOf("c" + number), 1, 1e-6);
+    if (voigt) {
+      EXPECT_NEAR(peak.area.error / ErrorOf("A" + number), 1, 1e-6);
+    } else {
+      EXPECT_NEAR(peak.height.error / ErrorOf("h" + number), 1, 1e-6);
+      EXPECT_NEAR(peak.width.error / ErrorOf("w" + number), 1, 1e-6);
+    }
   }
   for (int i = 0; i < 2; ++i) AddPeakParts(graph_, *series_);
   EXPECT_EQ(graph_.SeriesCount(), 3u);  // the second time in place of the first
