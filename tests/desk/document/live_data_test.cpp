@@ -137,9 +137,7 @@ TEST_F(LiveDataTest, TellsTheCommandsWhenASourceEndsByItself) {
   StreamState known = document_.Live().State();
   QObject::connect(&document_, &Document::stateChanged, [&] { known = document_.Live().State(); });
   std::ofstream(file_) << "a,b\n1,1\n2,2\n";
-  ASSERT_TRUE(
-      QTest::qWaitFor([&] { return document_.Live().State() == StreamState::Failed; }, kMost));
-  EXPECT_EQ(known, StreamState::Failed);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return known == StreamState::Failed; }, kMost));
 }
 
 TEST_F(LiveDataTest, KeepsThePointsOfAFileThatIsCutShort) {

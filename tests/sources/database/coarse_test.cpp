@@ -91,11 +91,18 @@ TEST(PiecesOfAWhole, GoOnWhereTheyWereGivenUpAndMakeTheWhole) {
     EXPECT_EQ(std::ranges::max(whole.y[0]), 50);
     ThinnedSoFar so_far;
     double share = 0;
-    for (const int steps : {3, 9}) {
+    for (const int steps : {0, 3, 9}) {
       Stopped stopped(steps);
-      EXPECT_THROW(FetchThinnedInPieces(view, so_far, {}, stopped), UnpackingCancelled);
-      EXPECT_GT(so_far.Share(), share);
-      EXPECT_LT(so_far.Share(), 1);
+      bool given_up = false;
+      try {
+        FetchThinnedInPieces(view, so_far, {}, stopped);
+      } catch (const UnpackingCancelled&) {
+        given_up = true;
+      }
+      // Other threads may have come to the end before this one took so many steps.
+      EXPECT_EQ(given_up, so_far.Share() < 1);
+      EXPECT_TRUE(given_up || steps > 0);
+      EXPECT_GE(so_far.Share(), share);
       share = so_far.Share();
     }
     ExpectSameRows(FetchThinnedInPieces(view, so_far, {}, unseen), whole);
