@@ -92,6 +92,9 @@ TEST(UnitText, BringsUnitsToTheOneWithoutPrefix) {
   } rows[] = {
       {"mV", 1e-3, "V"},      {"kHz", 1e3, "Hz"}, {"\u00B5s", 1e-6, "s"},
       {"\u03BCA", 1e-6, "A"}, {"m", 1, "m"},      {"mm", 1e-3, "m"},
+      {"fs", 1e-15, "s"},     {"pF", 1e-12, "F"}, {"nA", 1e-9, "A"},
+      {"uV", 1e-6, "V"},      {"cm", 1e-2, "m"},  {"KHz", 1e3, "Hz"},
+      {"MPa", 1e6, "Pa"},     {"GHz", 1e9, "Hz"}, {"TOhm", 1e12, "Ohm"},
       {"Pa", 1, "Pa"},        {"T", 1, "T"},      {"k\u03A9", 1e3, "\u03A9"},
       {"min", 0, ""},         {"m/s", 0, ""},     {"%", 0, ""},
   };
