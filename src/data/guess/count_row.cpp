@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -13,36 +12,57 @@
 namespace tarnwick {
 namespace {
 
+using HeadLines = std::span<const std::string_view>;
+using WholeNumbers = std::vector<std::int64_t>;
+using FieldTexts = std::vector<std::vector<std::string>>;
+
 constexpr std::int64_t kFewestCounted = 4;  // less is a row like any other
 constexpr std::int64_t kMostCounted = 1'000'000;
+constexpr std::size_t kMostCountLines = 3;
+constexpr std::size_t kFewestSizes = 3;  // of a matrix: its rows, its columns, its values
 
 /// The fields of a line of nothing but whole numbers; empty for any other.
-std::vector<std::int64_t> WholeNumbersOf(std::string_view line, const TextLayout& layout) {
-  std::vector<std::int64_t> numbers;
+WholeNumbers WholeNumbersOf(std::string_view line, const TextLayout& layout) {
+  WholeNumbers numbers;
   FieldCursor cursor(line, layout);
   std::string buffer;
   while (const std::optional<std::string_view> field = cursor.Next()) {
-    const std::string_view text = FieldText(*field, layout, buffer);
-    const auto number = ParseInteger(text);
+    const auto number = ParseInteger(FieldText(*field, layout, buffer));
     if (!number) return {};
     numbers.push_back(*number);
   }
   return numbers;
 }
 
-/// A column of `columns` fields has a decimal in every row.
-bool HoldsDecimals(const TableBody& body, const TextLayout& layout, std::size_t columns) {
-  const std::vector<std::vector<std::string>> samples = SampleTexts(body.rows, layout);
-  const auto decimal = [](const std::string& text) { return text.find('.') != text.npos; };
-  return samples.size() == columns && std::ranges::any_of(samples, [&](const auto& column) {
-           return std::ranges::all_of(column, decimal);
-         });
+std::ptrdiff_t PlacesBehindPoint(std::string_view text) {
+  const std::size_t point = text.find('.');
+  return point == text.npos ? 0 : static_cast<std::ptrdiff_t>(text.size() - point);
+}
+
+/// A column of the rows has a decimal in every row.
+bool HoldsDecimals(const FieldTexts& columns) {
+  return std::ranges::any_of(columns, [](const std::vector<std::string>& column) {
+    return std::ranges::all_of(column,
+                               [](const std::string& text) { return PlacesBehindPoint(text) > 0; });
+  });
 }
 
 bool StepsByOne(std::span<const double> values) {
   return values.size() > 2 && std::ranges::adjacent_find(values, [](double a, double b) {
                                 return b != a + 1;
                               }) == values.end();
+}
+
+/// "4 12 48": no row has more in any column, and none goes on in steps from here.
+bool AreSizes(const WholeNumbers& numbers, const WholeNumbers& next, const TableBody& body) {
+  if (numbers.size() < kFewestSizes || numbers.size() != body.columns.size()) return false;
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    const std::vector<double>& values = body.columns[i].values;
+    const auto size = static_cast<double>(numbers[i]);
+    if (values.empty() || std::ranges::max(values) > size) return false;
+  }
+  // Of the first row all numbers are small.
+  return next.size() == numbers.size() && 2 * std::ranges::max(next) < std::ranges::max(numbers);
 }
 
 /// Data lines of a text, but no more than `most`.
@@ -53,19 +73,61 @@ std::int64_t CountDataLines(std::string_view text, const TextLayout& layout, std
   return count;
 }
 
-}  // namespace
+/// What is known of the table and of the text behind a line.
+struct Below {
+  std::string_view text;
+  WholeNumbers next;  ///< of the next line
+  const TextLayout& layout;
+  const TableBody& body;
+};
 
-bool CountsRowsBelow(std::string_view row, std::string_view below, const TextLayout& layout,
-                     const TableBody& body) {
-  const std::vector<std::int64_t> numbers = WholeNumbersOf(row, layout);
-  if (numbers.empty() || body.columns.empty()) return false;
-  const bool numbered = StepsByOne(body.columns.front().values);
-  if (!numbered && !HoldsDecimals(body, layout, numbers.size())) return false;
+bool Counts(const WholeNumbers& numbers, const Below& below, bool lone) {
+  const FieldTexts samples = SampleTexts(below.body.rows, below.layout);
+  const bool numbered = StepsByOne(below.body.columns.front().values);
+  const bool decimals = samples.size() == numbers.size() && HoldsDecimals(samples);
+  if (!numbered && !decimals && !AreSizes(numbers, below.next, below.body)) return false;
   const std::int64_t most = numbered ? numbers.front() : std::ranges::max(numbers);
   if (most < kFewestCounted || most > kMostCounted) return false;
-  const std::int64_t rows = CountDataLines(below, layout, most + 1);
-  return rows >= kFewestCounted &&
-         (numbered ? rows == most : std::ranges::find(numbers, rows) != numbers.end());
+  const std::int64_t rows = CountDataLines(below.text, below.layout, most + 2);
+  if (rows < kFewestCounted) return false;
+  // From 0 to the number: one more.
+  if (lone) return rows == most || rows == most + 1;
+  return numbered ? rows == most : std::ranges::find(numbers, rows) != numbers.end();
+}
+
+/// "1.0  2.0" above "-2.1719e-01  0.0000e+00" and below "17", of which the rows are a multiple without it.
+bool IsWrittenOtherwise(HeadLines lines, std::size_t line, const Below& below) {
+  const WholeNumbers above =
+      line > 0 ? WholeNumbersOf(lines[line - 1], below.layout) : WholeNumbers();
+  const FieldTexts samples = SampleTexts(below.body.rows, below.layout);
+  const FieldTexts own = SampleTexts(lines.subspan(line, 1), below.layout);
+  if (above.size() != 1 || above.front() < kFewestCounted || samples.size() != own.size()) {
+    return false;
+  }
+  for (std::size_t i = 0; i < samples.size(); ++i) {
+    const std::ptrdiff_t decimals = PlacesBehindPoint(samples[i].front());
+    const bool even = std::ranges::all_of(
+        samples[i], [&](const std::string& text) { return PlacesBehindPoint(text) == decimals; });
+    if (!even || decimals == PlacesBehindPoint(own[i].front())) return false;
+  }
+  const std::int64_t rows = CountDataLines(below.text, below.layout, kMostCounted);
+  return rows > 0 && rows % above.front() == 0;
+}
+
+}  // namespace
+
+std::size_t BehindCounts(HeadLines lines, std::size_t first, std::string_view text,
+                         const TextLayout& layout, const TableBody& body) {
+  if (body.columns.empty() || body.rows.empty()) return first;
+  for (std::size_t i = first; i < std::min(first + kMostCountLines, lines.size()); ++i) {
+    const WholeNumbers numbers = WholeNumbersOf(lines[i], layout);
+    const WholeNumbers next =
+        i + 1 < lines.size() ? WholeNumbersOf(lines[i + 1], layout) : WholeNumbers();
+    const Below below{BehindLines(text, i + 1, layout.line_end), next, layout, body};
+    if (numbers.empty()) return i == first && IsWrittenOtherwise(lines, i, below) ? i + 1 : first;
+    if (Counts(numbers, below, numbers.size() == 1 && i > first)) return i + 1;
+  }
+  return first;
 }
 
 }  // namespace tarnwick

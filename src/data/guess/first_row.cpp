@@ -67,6 +67,27 @@ bool BeginsOtherwise(std::string_view line, const TextLayout& layout, const std:
   return field && FieldText(*field, layout, buffer) != word;
 }
 
+/// How many decimals each field has; -1 for what is no number.
+std::vector<int> DecimalsOf(std::string_view line, const TextLayout& layout) {
+  std::vector<int> decimals;
+  FieldCursor cursor(line, layout);
+  std::string buffer;
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    const std::string_view text = FieldText(*field, layout, buffer);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    const auto behind = static_cast<int>(text.size() - point);
+    decimals.push_back(KindOfField(text) == FieldKind::Number ? std::max(behind - 1, 0) : -1);
+  }
+  return decimals;
+}
+
+/// "M  0.81666  -71.7000" above rows that begin with "D": as many decimals throughout.
+bool IsWrittenAs(std::string_view row, std::string_view line, const TextLayout& layout) {
+  const std::vector<int> decimals = DecimalsOf(line, layout);
+  return std::ranges::count_if(decimals, [](int count) { return count > 1; }) > 1 &&
+         decimals == DecimalsOf(row, layout);
+}
+
 /// The first row from `from` on that begins as the body does; `from` where more than a few have not.
 std::size_t BehindOtherWords(std::span<const std::string_view> lines, std::size_t from,
                              const TextLayout& layout, const TableBody& body) {
@@ -76,7 +97,10 @@ std::size_t BehindOtherWords(std::span<const std::string_view> lines, std::size_
   std::size_t others = 0;
   for (std::size_t i = from; i < lines.size() && others <= kMostOtherLabels; ++i) {
     if (!IsDataLine(lines[i], layout)) continue;
-    if (!BeginsOtherwise(lines[i], layout, word)) return i;
+    if (!BeginsOtherwise(lines[i], layout, word) ||
+        IsWrittenAs(body.rows.front(), lines[i], layout)) {
+      return i;
+    }
     ++others;
   }
   return from;

@@ -52,13 +52,6 @@ Lines RowsWithin(const Lines& lines, std::size_t first, std::size_t behind,
   return rows;
 }
 
-/// The text behind its first lines.
-std::string_view BehindLines(std::string_view text, std::int32_t lines, char line_end) {
-  LineWalker walker(text, line_end);
-  for (; lines > 0 && !walker.AtEnd(); --lines) walker.Next();
-  return text.substr(static_cast<std::size_t>(walker.Position() - text.data()));
-}
-
 /// A guess at work: what is known so far of one text.
 class Guess {
  public:
@@ -217,11 +210,8 @@ class Guess {
       table_.first = WithAlikeRowsAbove(lines_.first, table_.first, layout, judged);
     }
     table_.first = WithRaggedRowsAbove(lines_.first, table_.first, layout);
-    const auto below = static_cast<std::int32_t>(table_.first) + 1;
-    if (CountsRowsBelow(lines_.first[table_.first], BehindLines(text_, below, line_end_), layout,
-                        judged)) {
-      ++table_.first;
-    }
+    table_.first = WithRowsAsBelow(lines_.first, table_, layout, judged);
+    table_.first = BehindCounts(lines_.first, table_.first, text_, layout, judged);
     format_.header_lines = static_cast<std::int32_t>(table_.first);
     NoteOthers(*best);
     EndWithSection();
@@ -338,8 +328,9 @@ class Guess {
         return true;
       }
     }
-    return HasGapBeside(*common, BehindLines(text_, format_.header_lines, line_end_), layout,
-                        progress_);
+    return HasGapBeside(
+        *common, BehindLines(text_, static_cast<std::size_t>(format_.header_lines), line_end_),
+        layout, progress_);
   }
 
   /// Rows begin with a separator throughout, but for one or the other, their names do not.

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "base/ascii.h"
-#include "data/guess/table_search.h"
 #include "data/text/field_kind.h"
 
 namespace tarnwick {
@@ -79,15 +78,37 @@ std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::siz
   return first;
 }
 
+std::size_t WithRowsAsBelow(std::span<const std::string_view> lines, const FoundTable& table,
+                            const TextLayout& layout, const TableBody& body) {
+  constexpr std::int32_t kMostFields = 100;
+  std::size_t first = table.first;
+  if (!layout.IsSeparator(' ') || layout.ByPlace()) return first;
+  const auto rows = lines.subspan(first, std::min(table.behind, lines.size()) - first);
+  const auto is_row = [&](std::string_view line) {
+    const Fit fit = FitOf(line, layout, body.columns);
+    if (fit.values < kFewestNumbers || fit.values < fit.numbers || fit.elsewhere) return false;
+    const std::int32_t fields = CountFields(line, layout, kMostFields);
+    return fields != table.fields && std::ranges::any_of(rows, [&](std::string_view row) {
+             return IsDataLine(row, layout) && CountFields(row, layout, kMostFields) == fields;
+           });
+  };
+  while (first > 0 && IsDataLine(lines[first - 1], layout) && is_row(lines[first - 1])) --first;
+  return first;
+}
+
+bool HoldsValuesAsRows(std::string_view line, const TextLayout& layout,
+                       std::span<const ColumnGuess> columns) {
+  const Fit fit = FitOf(line, layout, columns);
+  return !fit.elsewhere && fit.values >= kFewestNumbers && 2 * fit.values > fit.numbers;
+}
+
 ValuesAbove FindValuesAbove(std::span<const std::string_view> above, std::int32_t first_line,
                             const TextLayout& layout, std::span<const ColumnGuess> columns) {
   ValuesAbove found;
   int texts = 0;
   for (std::size_t i = above.size(); i > 0; --i) {
     if (!IsDataLine(above[i - 1], layout)) continue;
-    const Fit fit = FitOf(above[i - 1], layout, columns);
-    const bool values =
-        !fit.elsewhere && fit.values >= kFewestNumbers && 2 * fit.values > fit.numbers;
+    const bool values = HoldsValuesAsRows(above[i - 1], layout, columns);
     if (!values && ++texts > kStrayLines) break;
     if (!values) continue;
     ++found.lines;

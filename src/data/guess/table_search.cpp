@@ -12,6 +12,7 @@ namespace {
 constexpr std::int32_t kMostFields = 1000;
 constexpr std::size_t kMostOthers = 12;  // rows of other shapes that are looked at together
 constexpr std::size_t kHeadLines = 4;
+constexpr std::size_t kMostFieldCounts = 32;
 constexpr double kDoubt = 0.3;             // what a doubtful value counts less
 constexpr double kDoubtAmongCommas = 0.9;  // where "12 400" may come from "0,12 400,5"
 constexpr double kSingleColumnWeight =
@@ -32,6 +33,7 @@ class TableSearch {
   TableSearch(const TextLayout& layout, std::vector<FoundTable>& tables)
       : doubt_(layout.IsSeparator(',') ? kDoubtAmongCommas : kDoubt),
         by_blanks_(layout.IsSeparator(' ')),
+        framed_(layout.merge),
         tables_(tables) {}
 
   void Take(std::size_t line, const LineShape& shape, std::string_view text) {
@@ -63,6 +65,7 @@ class TableSearch {
 
   void Finish() {
     if (!table_) return;
+    TakeCommonFields();
     table_->weight *= table_->fields == 1 ? kSingleColumnWeight : 1;
     tables_.push_back(*table_);
     table_.reset();
@@ -70,13 +73,39 @@ class TableSearch {
     text_beside_blank_ = false;
     others_.clear();
     head_.clear();
+    counts_.clear();
   }
 
  private:
+  /// Rows of one number of fields.
+  struct FieldCount {
+    std::int32_t fields = 0;
+    std::size_t rows = 0;
+    double weight = 0;
+  };
+
+  void Count(const LineShape& shape) {
+    auto count = std::ranges::find(counts_, shape.fields, &FieldCount::fields);
+    if (count == counts_.end() && counts_.size() == kMostFieldCounts) return;
+    if (count == counts_.end()) count = counts_.insert(count, FieldCount{shape.fields, 0, 0});
+    ++count->rows;
+    count->weight += (shape.values - doubt_ * shape.doubtful) / shape.filled;
+  }
+
+  /// The first rows may have another number of fields than most. Between blanks such rows are words of another kind.
+  void TakeCommonFields() {
+    const auto most = std::ranges::max_element(counts_, {}, &FieldCount::rows);
+    if (by_blanks_ || framed_ || most == counts_.end() || most->rows <= table_->rows) return;
+    table_->odd_rows = table_->rows + table_->odd_rows - most->rows;
+    table_->rows = most->rows;
+    table_->fields = most->fields;
+    table_->weight = most->weight;
+  }
+
   void TakeRow(std::size_t line, const LineShape& shape) {
     if (table_ && shape.fields != table_->fields) {
       others_.push_back({line, shape});
-      if (AnotherTableBegan()) return BeginFromOthers(kStrayLines + 1);
+      if (AnotherTableBegan()) return BeginFromOthers(AgreeingAtEnd());
       if (others_.size() <= kMostOthers) return;
       // Single numbers above rows of several are settings.
       if (table_->fields == 1 && AllAgree(others_)) return BeginFromOthers(others_.size());
@@ -88,12 +117,14 @@ class TableSearch {
     table_->behind = line + 1;
     ++table_->rows;
     table_->weight += (shape.values - doubt_ * shape.doubtful) / shape.filled;
+    Count(shape);
   }
 
   /// Rows of another shape are stray ones or, where the table is ragged throughout, its own.
   void AddOthers() {
     if (!others_.empty()) table_->behind = others_.back().line + 1;
     table_->odd_rows += others_.size();
+    for (const Other& other : others_) Count(other.shape);
     others_.clear();
     stray_texts_ = 0;
   }
@@ -110,9 +141,16 @@ class TableSearch {
     const bool same = shape.fields == table_->fields && shape.fields > 1 && shape.values == 0;
     const bool names = (same || OneMore(shape)) && 4 * shape.filled >= 3 * shape.fields;
     if (same && !names) return;  // a row without values
+    if (LacksValues(shape)) return;
     text_beside_blank_ = text_beside_blank_ || blank_before_;
     const bool part = shape.marks_part && table_->fields == 1;
     if (names || part || ++stray_texts_ > kStrayLines) Finish();
+  }
+
+  /// A row whose values are missing, all but one or the other.
+  bool LacksValues(const LineShape& shape) const {
+    return !by_blanks_ && shape.fields == table_->fields && shape.values > 0 &&
+           2 * shape.filled <= shape.fields + 1;
   }
 
   /// Names may be one more than the fields: a column of remarks that most rows leave out.
@@ -128,6 +166,13 @@ class TableSearch {
     return agree && (stray_texts_ > 0 || others_.size() > table_->rows);
   }
 
+  /// How many of the last rows of another shape have one.
+  std::size_t AgreeingAtEnd() const {
+    std::size_t count = 0;
+    while (count < others_.size() && AllAgree(std::span(others_).last(count + 1))) ++count;
+    return count;
+  }
+
   struct Other {
     std::size_t line = 0;
     LineShape shape;
@@ -141,9 +186,11 @@ class TableSearch {
 
   const double doubt_;
   const bool by_blanks_;
+  const bool framed_;  // brackets and the like part fields beside the separator
   std::vector<FoundTable>& tables_;
   std::vector<std::string_view> head_;  // the lines of text nearest above the table
   std::optional<FoundTable> table_;
+  std::vector<FieldCount> counts_;
   std::vector<Other> others_;  // rows of another number of fields since the last that fitted
   int stray_texts_ = 0;
   bool blank_before_ = false;

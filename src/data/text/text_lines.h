@@ -42,4 +42,11 @@ class LineWalker {
   char line_end_;
 };
 
+/// The text behind its first lines.
+inline std::string_view BehindLines(std::string_view text, std::size_t lines, char line_end) {
+  LineWalker walker(text, line_end);
+  for (; lines > 0 && !walker.AtEnd(); --lines) walker.Next();
+  return text.substr(static_cast<std::size_t>(walker.Position() - text.data()));
+}
+
 }  // namespace tarnwick

@@ -529,6 +529,25 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "-------------------------\n[ 0 1 ] 100 120 20\n[ 1 0 ] 101 160 59\n[ 2 0 ] 103 80 23\n"
        "[ 3 1 ] 105 40 65\n4 differences found\nEXIT CODE: 1\n",
        "(col 1): (col 2), (col 4), (col 5), (col 6), 4"},
+      {"a field more in the first rows", Rows(24, "@\ta\tb\tc,d") + Rows(40, "1@\ta\tb"),
+       "Row number: (col 0), 64"},
+      {"rows with next to no values between others",
+       Rows(4, "a\tb\t@\t@.5\tNA\t@@\t@") + Rows(7, "a\tb\t1@\tNA\tNA\tNA\tNA") +
+           Rows(9, "a\tb\t2@\t@.5\t@@\tNA\t@"),
+       "(col 2): (col 3), (col 4), (col 5), (col 6), 13"},
+      {"a pen's letter on the first row",
+       "M 0.817 -71.70\n" + Rows(8, "D 0.8@7 -71.7@") + Rows(8, "D 0.8@7 -71.2@"),
+       "(col 1): (col 2), 17"},
+      {"longer rows, the first among them",
+       "1.5 2.5 start A\n" + Rows(9, "@.5 1.5 vertex") + "9.5 3.5 start B\n" +
+           Rows(9, "@.5 2.5 vertex"),
+       "(col 0): (col 1), 20"},
+      {"sizes above values of a matrix",
+       "%%a matrix\n4 9 12\n" + Rows(4, "1 @ 2") + Rows(4, "3 @ 5") + Rows(4, "4 @ 3"),
+       "(col 0): (col 1), (col 2), 12"},
+      {"two counts above one column", "1\n12\n" + Rows(12, "0.@5"), "Row number: (col 0), 12"},
+      {"a row written otherwise below a count", "4\n1.0 2.0\n" + Rows(8, "-@.1234e-01 @.5678e-02"),
+       "(col 0): (col 1), 8"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };
