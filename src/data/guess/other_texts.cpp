@@ -144,15 +144,20 @@ bool IsStatement(std::string_view line) {
   return key.find_first_of(" ,;|") == key.npos;
 }
 
-/// The first row of what looks like a table is a statement itself, and so are most lines.
+/// The first row of what looks like a table is a statement itself, and so are most lines; or it stands in a block ("A = matrix
+/// {"), as rows do between a third of statements.
 bool IsProgram(const Lines& lines, std::string_view first_row) {
-  if (first_row.empty() || !IsStatement(first_row)) return false;
+  const auto row = std::ranges::find(lines, first_row);
+  const bool in_block = row != lines.end() && row != lines.begin() && (row - 1)->ends_with('{') &&
+                        IsStatement(*(row - 1));
+  if (first_row.empty() || (!in_block && !IsStatement(first_row))) return false;
   const auto closes = [](std::string_view line) {
     return line.find_first_not_of("{}(); ") == line.npos;
   };
   const auto statements = static_cast<std::size_t>(std::ranges::count_if(
       lines, [&](std::string_view line) { return IsStatement(line) || closes(line); }));
-  return lines.size() >= kFewestLines && 5 * statements >= 3 * lines.size();
+  return lines.size() >= kFewestLines &&
+         (5 * statements >= 3 * lines.size() || (in_block && 3 * statements >= lines.size()));
 }
 
 /// At least half of the lines begin with one of these words.
@@ -219,6 +224,12 @@ constexpr OtherText kOtherTexts[] = {
     {"", "FoamFile\n{", "This file belongs to a simulation (FoamFile), and is no table of numbers"},
     {"TITL", "\nCELL ",
      "These are the instructions of a crystal's refinement, no table of numbers"},
+    {"", "@<TRIPOS>ATOM",
+     "The file holds the atoms of molecules and where they lie, no table of measured values"},
+    {"", "RINEX VERSION / TYPE",
+     "These are records of a receiver of satellites (RINEX), which go over several lines, no "
+     "table; "
+     "convert them to columns"},
     {"LAMMPS data file", " atoms", "These are the atoms of a simulation, no table of numbers"},
 };
 

@@ -56,6 +56,17 @@ TEST(GuessedTables, RefuseWhatIsNone) {
       {"three named rows within a text",
        Rows(40, "line @@ of the text") + "t v\n" + Rows(3, "@ @@") + Rows(3, "more @"),
        "no table of numbers"},
+      {"matrices between settings",
+       "M = {\n n = 4;\n prior = -1;\n A = matrix {\n" + Rows(4, "@.5, 0.@, 1.0;") + " };\n};\n",
+       "statements of a program"},
+      {"atoms and bonds",
+       "@<TRIPOS>ATOM\n" + Rows(9, "@ C@ 1.5 2.5 @.5 C.ar 1 <1> 0.1") + "@<TRIPOS>BOND\n" +
+           Rows(12, "@ 1 2 1"),
+       "atoms of molecules"},
+      {"a receiver of satellites",
+       "     2.11           OBSERVATION DATA    M (MIXED)           RINEX VERSION / TYPE\n" +
+           Rows(9, " 05  4  2  0  0  0.0000000  0\n  55923622.160    2476768@.375"),
+       "RINEX"},
       {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
   };
   const testing::TemporaryFolder folder;
