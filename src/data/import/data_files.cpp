@@ -1,6 +1,7 @@
 #include "data/import/data_files.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "base/ascii.h"
@@ -12,6 +13,7 @@
 #include "data/import/import_source.h"
 #include "data/import/load_run.h"
 #include "data/import/missing_meaning.h"
+#include "data/import/second_look.h"
 #include "data/import/values_in_turn.h"
 #include "data/text/field_kind.h"
 #include "data/text/number_names.h"
@@ -38,20 +40,6 @@ GuessHints HintsOf(const ImportOptions& options) {
           .comment_marks = options.comment_marks};
 }
 
-/// "country,code,2019,2020,2021": numbers that rise from name to name are names.
-bool RiseAcross(const std::vector<std::string>& names) {
-  constexpr int kFewest = 3;
-  int risen = 0;
-  std::optional<double> last;
-  for (const std::string& name : names) {
-    const std::optional<double> number = ParseNumber(name);
-    risen = !number ? 0 : last && *number > *last ? risen + 1 : 1;
-    last = number;
-    if (risen >= kFewest) return true;
-  }
-  return false;
-}
-
 /// `"8336" "8315"`: numbers only, which are names since they stand in quotes.
 bool AreNumbersOnly(const std::vector<std::string>& names) {
   std::size_t numbers = 0;
@@ -71,7 +59,7 @@ void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   const TextLayout layout(info, line_end);
   const std::vector<std::string> ruled = ReadTextNames(text, layout, by_rule).names;
   const std::vector<std::string> stated = ReadTextNames(text, layout, info).names;
-  if (ruled.size() != stated.size() || RiseAcross(stated) || AreNumbersAcross(stated) ||
+  if (ruled.size() != stated.size() || HoldRisingNumbers(stated) || AreNumbersAcross(stated) ||
       AreNumbersOnly(stated)) {
     return;
   }
@@ -198,6 +186,10 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   SettleTimes(options, source);
   SettleMissingValues(options, all, text->LineEnd(), source);
   SettlePenMarks(options, all, text->LineEnd(), source);
+  if (!by_user && !TurnsRows(source.info)) {
+    std::ranges::move(SecondLook(source, format, all, text->LineEnd()),
+                      std::back_inserter(source.notes));
+  }
   // The supplier was opened for the names; the description has learnt since.
   source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));
 }

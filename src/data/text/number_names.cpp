@@ -53,4 +53,16 @@ bool AreEvenNumbersAcross(std::span<const std::string> fields) {
   return numbers.size() > kFewest && AreEven(numbers);
 }
 
+bool HoldRisingNumbers(std::span<const std::string> fields) {
+  std::size_t risen = 0;
+  std::optional<double> last;
+  for (const std::string& field : fields) {
+    const std::optional<double> number = ParseNumber(field);
+    risen = !number ? 0 : last && *number > *last ? risen + 1 : 1;
+    last = number;
+    if (risen >= kFewest) return true;
+  }
+  return false;
+}
+
 }  // namespace tarnwick

@@ -13,4 +13,7 @@ bool AreNumbersAcross(std::span<const std::string> fields);
 /// The same for four numbers and more, each as far from the one before.
 bool AreEvenNumbersAcross(std::span<const std::string> fields);
 
+/// "country,code,2019,2020,2021": at least three that follow each other are numbers and rise.
+bool HoldRisingNumbers(std::span<const std::string> fields);
+
 }  // namespace tarnwick

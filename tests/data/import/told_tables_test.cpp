@@ -69,6 +69,47 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
   }
 }
 
+TEST(GuessedTables, AreLookedAtTwice) {
+  const struct {
+    const char* what;
+    std::string text;
+    std::string told;  ///< a note begins so; "": none of them
+  } tables[] = {
+      {"values far above", "a,b\n1,2\nc\n3,4\nd\n5,6\nx,y\n" + Rows(100, "@,@@"),
+       "3 lines further above hold values as the rows do"},
+      {"settings far above", "a,b\n1,2\nc\n3,4\nx,y\n" + Rows(100, "@,@@"), ""},
+      {"rows behind a mark", Rows(9, "P1 1@ 2@.5 3@\nP2 1@ 3@.5 4@\n!  2011 9 1@ 0"),
+       "lines that begin with \"!\" are passed over as remarks, though 9 of them hold values"},
+      {"remarks behind a mark", Rows(9, "! seen @ times\nP1 1@ 2@.5 3@\nP2 1@ 3@.5 4@"), ""},
+      {"more numbers above than rows",
+       Rows(14, "set @ to 5 of 7 for it") + "x y z\n" + Rows(12, "@ @@ 5@"),
+       "the table has 12 rows, while 14 lines above it hold numbers as well"},
+      {"a first row far away", "1000.5 2\n" + Rows(20, "0.@5 1.@7"),
+       "the first row has 1000.5 in \"(col 0)\", far from all others, 0.05 to 0.95"},
+      {"a last row far away", Rows(20, "@ 1.@7") + "20 9000\n",
+       "the last row has 9000 in \"(col 1)\", far from all others, 1.07 to 1.97"},
+      {"a last row of many decades", Rows(20, "@ 1e-@7") + "20 9000\n", ""},
+      {"a first row that stands for no value", "0 -9999\n" + Rows(20, "1@ 1.@7"), ""},
+      {"dates and numbers by turns", "t;v\n" + Rows(6, "1@;12.5\n2@;12.5.2020"),
+       "the fields of \"v\" read as numbers in some rows and as dates in others"},
+      {"names of numbers", "CIE\n\n1 2.5 1 50.0\n" + Rows(12, "@ 1 @.5 5@.25"), ""},
+      {"years", "place,2019,2020,2021\n" + Rows(12, "p@,@.5,@.5,@@"), ""},
+  };
+  const testing::TemporaryFolder folder;
+  for (const auto& table : tables) {
+    std::string notes;
+    for (const std::string& note : ImportFile(folder.Write("t.txt", table.text)).notes) {
+      const auto holds = [&note](const char* words) { return note.find(words) != note.npos; };
+      if (holds("further above") || holds("passed over as") || holds("hold numbers as well") ||
+          holds("far from all others, ") || holds("as dates in others") || holds("may be none")) {
+        notes += note;
+      }
+    }
+    EXPECT_TRUE(table.told.empty() ? notes.empty() : notes.starts_with(table.told))
+        << table.what << ": " << notes;
+  }
+}
+
 TEST(GuessedTables, GoOnFromRowToRow) {
   const testing::TemporaryFolder folder;
   const auto points = [&](const char* text) {
