@@ -6,6 +6,7 @@
 #include "graph/graph_update.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
+#include "results/fit_print.h"
 #include "results/fit_series.h"
 #include "results/fitted_model.h"
 
@@ -46,6 +47,7 @@ void ColourFitsByDataSet(TxyGraph& graph) {
     model.CurveColor = Told(OwnColor(series->Style()));
     TakeFitSettings(*series, model);
     RecolourBands(graph, *series, before);
+    RecolourPrinted(graph, *series, before);
   }
 }
 

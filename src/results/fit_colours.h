@@ -5,8 +5,8 @@ namespace tarnwick {
 
 class TxyGraph;
 
-/// Where the models of several DataSets are shown, gives each curve that nobody coloured, and its bands, the colour of its DataSet,
-/// darker (lighter, where that is nearly black).
+/// Where the models of several DataSets are shown, gives each curve that nobody coloured, its bands and printed parameters, the
+/// colour of its DataSet, darker (lighter, where that is nearly black).
 void ColourFitsByDataSet(TxyGraph& graph);
 
 }  // namespace tarnwick

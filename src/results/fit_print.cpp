@@ -60,14 +60,25 @@ QPointF QuietPlaceFor(const TxyGraph& graph, const PlotLayout& layout, QSizeF si
   return places.at(FindQuietPlace(places, contents).index).topLeft();
 }
 
-/// What the line of a parameter begins with. Of several fitted DataSets each line names its own.
+bool AreSeveralFitted(const TxyGraph& graph) {
+  int fitted = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
+    fitted += graph.Series(i).Fit().Expression().empty() ? 0 : 1;
+  return fitted > 1;
+}
+
+/// What the line of a parameter begins with, alone or as one of several fitted DataSets.
+std::string BareBeginning(const std::string& parameter) {
+  return parameter + " = ";
+}
+
+std::string NamedBeginning(const std::string& parameter, const TSeries& series) {
+  return series.SeriesName() + ": " + BareBeginning(parameter);
+}
+
 std::string BeginningOf(const std::string& parameter, const TSeries& series,
                         const TxyGraph& graph) {
-  int fitted = 0;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    fitted += graph.Series(i).Fit().Expression().empty() ? 0 : 1;
-  }
-  return (fitted > 1 ? series.SeriesName() + ": " : std::string()) + parameter + " = ";
+  return AreSeveralFitted(graph) ? NamedBeginning(parameter, series) : BareBeginning(parameter);
 }
 
 std::string LineOf(const FittedParameter& one, const std::string& beginning) {
@@ -80,12 +91,19 @@ double WidthOf(const std::string& line, const TxyGraph& graph) {
       .width();
 }
 
-/// Where a line of an earlier printing stands.
-const Mark* EarlierLine(const TxyGraph& graph, const std::string& beginning) {
+const Mark* FindLine(const TxyGraph& graph, const std::string& beginning) {
   for (const Mark& mark : graph.Marks().All()) {
     if (mark.type == MarkType::Line && mark.caption.starts_with(beginning)) return &mark;
   }
   return nullptr;
+}
+
+/// Where a line of an earlier printing stands: one that names the DataSet also when it is the only one fitted now.
+const Mark* EarlierLine(const TxyGraph& graph, const std::string& parameter,
+                        const TSeries& series) {
+  const Mark* const named = FindLine(graph, NamedBeginning(parameter, series));
+  if (named != nullptr || AreSeveralFitted(graph)) return named;
+  return FindLine(graph, BareBeginning(parameter));
 }
 
 /// A line of text that stands nowhere yet, from `place` on: a mark without extent, of which only the caption is seen.
@@ -107,16 +125,42 @@ void PutMark(TxyGraph& graph, const Mark& mark) {
   }
 }
 
+/// Lines that were printed when their DataSet was the only one fitted, and still tell what it has, name it.
+void NameLinesOfSeveral(TxyGraph& graph) {
+  if (!AreSeveralFitted(graph)) return;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    for (const FittedParameter& one : PrintedParameters(graph, series)) {
+      const std::string bare = LineOf(one, BareBeginning(one.settings.Name));
+      const Mark* const line = FindLine(graph, bare);
+      if (line == nullptr || line->caption != bare) continue;
+      Mark mark = *line;
+      mark.caption = LineOf(one, NamedBeginning(one.settings.Name, series));
+      SetMark(graph, mark);
+    }
+  }
+}
+
 }  // namespace
 
 void RenewPrinted(TxyGraph& graph, const TSeries& series) {
   const GraphUpdate update(graph);
+  NameLinesOfSeveral(graph);
   for (const FittedParameter& one : PrintedParameters(graph, series)) {
-    const std::string beginning = BeginningOf(one.settings.Name, series, graph);
-    const Mark* const earlier = EarlierLine(graph, beginning);
+    const Mark* const earlier = EarlierLine(graph, one.settings.Name, series);
     if (earlier == nullptr) continue;
     Mark mark = *earlier;
-    mark.caption = LineOf(one, beginning);
+    mark.caption = LineOf(one, BeginningOf(one.settings.Name, series, graph));
+    SetMark(graph, mark);
+  }
+}
+
+void RecolourPrinted(TxyGraph& graph, const TSeries& series, Color before) {
+  for (const FittedParameter& one : PrintedParameters(graph, series)) {
+    const Mark* const line = EarlierLine(graph, one.settings.Name, series);
+    if (line == nullptr || line->color != before) continue;
+    Mark mark = *line;
+    mark.color = series.ModelCurveColor();
     SetMark(graph, mark);
   }
 }
@@ -125,14 +169,14 @@ bool IsPrinted(const TxyGraph& graph, const TSeries& series) {
   const TCurFit& model = series.Fit();
   for (std::int32_t i = 1; i <= model.NParams(); ++i) {
     const TDBLParameter& one = model.Param(i);
-    if (one.Printed() && EarlierLine(graph, BeginningOf(one.Name(), series, graph)) != nullptr)
-      return true;
+    if (one.Printed() && EarlierLine(graph, one.Name(), series) != nullptr) return true;
   }
   return false;
 }
 
 void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
   const GraphUpdate update(graph);
+  NameLinesOfSeveral(graph);
   MarkPrinted(series.Fit());
   const std::vector<FittedParameter> printed = PrintedParameters(graph, series);
   if (printed.empty()) {
@@ -154,7 +198,7 @@ void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
   for (const FittedParameter& one : printed) {
     const std::string beginning = BeginningOf(one.settings.Name, series, graph);
     place.ry() += height;
-    const Mark* earlier = EarlierLine(graph, beginning);
+    const Mark* earlier = EarlierLine(graph, one.settings.Name, series);
     Mark mark =
         earlier != nullptr ? *earlier : NewLine(layout, y_axis, place - QPointF(0, height / 2));
     mark.color = series.ModelCurveColor();

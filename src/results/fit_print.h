@@ -1,6 +1,8 @@
 // Fitted parameters written on the graph. Knows graphs, models and the picture's layout; no window.
 #pragma once
 
+#include "base/color.h"
+
 namespace tarnwick {
 
 class TSeries;
@@ -14,6 +16,9 @@ void PrintFitOnGraph(TxyGraph& graph, TSeries& series);
 
 /// Writes the lines that stand there of the DataSet's parameters anew, where they stand.
 void RenewPrinted(TxyGraph& graph, const TSeries& series);
+
+/// Gives the lines of the DataSet's parameters that have the colour `before` that of its model's curve.
+void RecolourPrinted(TxyGraph& graph, const TSeries& series, Color before);
 
 /// Whether a line stands on the graph that this printed of the DataSet.
 bool IsPrinted(const TxyGraph& graph, const TSeries& series);

@@ -10,6 +10,7 @@
 #include "graph/edit/mark_edit.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/xy_graph.h"
+#include "results/fit_colours.h"
 
 namespace tarnwick {
 namespace {
@@ -133,6 +134,30 @@ TEST(PrintFit, WritesALineAnewWhereItStandsAndNamesEachDataSetOfSeveral) {
   EXPECT_EQ(graph.Marks().All()[2], marks[2]);
   TSeries& none = graph.AddSeries(std::make_unique<TSeries>());
   EXPECT_THROW(PrintFitOnGraph(graph, none), Error);
+}
+
+TEST(PrintFit, ALinePrintedAloneNamesItsDataSetAsSoonAsAnotherIsFitted) {
+  TxyGraph graph;
+  TSeries& first = AddCrowd(graph, 0, "U");
+  first.Fit().Param(1).SetPrinted(true);
+  PrintFitOnGraph(graph, first);
+  ASSERT_EQ(graph.Marks().All().size(), 1U);
+  TSeries& second = AddCrowd(graph, 0, "I");
+  RenewPrinted(graph, second);
+  EXPECT_EQ(graph.Marks().All()[0].caption, "U: a = 2 V");
+  first.Fit().Param(1).SetValue(5);
+  RenewPrinted(graph, first);
+  EXPECT_EQ(graph.Marks().All()[0].caption, "U: a = 5 V");
+  const Color before = first.ModelCurveColor();
+  for (TSeries* series : {&first, &second}) series->Fit().SetStatus(FitStatus::cf_FinResult);
+  ColourFitsByDataSet(graph);
+  EXPECT_NE(first.ModelCurveColor(), before);
+  EXPECT_EQ(graph.Marks().All()[0].color, first.ModelCurveColor());
+  graph.DeleteSeries(1);
+  first.Fit().Param(1).SetValue(6);
+  EXPECT_TRUE(IsPrinted(graph, first));
+  RenewPrinted(graph, first);
+  EXPECT_EQ(graph.Marks().All()[0].caption, "a = 6 V") << "it is the only one again";
 }
 
 }  // namespace

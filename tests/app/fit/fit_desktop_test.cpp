@@ -261,7 +261,7 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
   });
   Run("FitPrint1");
   EXPECT_EQ(graph.Marks().All().size(), 6u);
-  EXPECT_EQ(graph.Marks().All()[0].caption, renewed);
+  EXPECT_EQ(graph.Marks().All()[0].caption, graph.Series(0).SeriesName() + ": " + renewed);
 }
 
 }  // namespace
