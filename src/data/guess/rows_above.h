@@ -15,8 +15,8 @@
 namespace tarnwick {
 
 /// The first of the rows above line `first` that have a value wherever the body has numbers, or for less than half of these what
-/// stands for a missing one or a label like their units: more texts among them may have passed for lines of text. Separators but blanks may leave them fields
-/// more or less than the body; comments may stand between.
+/// stands for a missing one or a label like their units: more texts among them may have passed for lines of text. Separators but
+/// blanks may leave them fields more or less than the body; comments may stand between.
 std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::size_t first,
                                const TextLayout& layout, const TableBody& body);
 
@@ -25,7 +25,8 @@ std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::siz
 std::size_t WithRowsAsBelow(std::span<const std::string_view> lines, const FoundTable& table,
                             const TextLayout& layout, const TableBody& body);
 
-/// True for a line with values in more than half of the columns that hold numbers, two at least, and none where the rows hold texts.
+/// True for a line with values in more than half of the columns that hold numbers, two at least, and none where the rows hold
+/// texts.
 bool HoldsValuesAsRows(std::string_view line, const TextLayout& layout,
                        std::span<const ColumnGuess> columns);
 
