@@ -9,14 +9,14 @@
 namespace tarnwick {
 namespace {
 
-const DataState* Matching(const GraphState& state, const GraphState& of, std::size_t place) {
-  if (state.series.size() == of.series.size()) return &state.series[place].data;
+const SeriesState* Matching(const GraphState& state, const GraphState& of, std::size_t place) {
+  if (state.series.size() == of.series.size()) return &state.series[place];
   const DataSettings& wanted = of.series[place].data.settings;
   const auto found = std::ranges::find_if(state.series, [&wanted](const SeriesState& series) {
     const DataSettings& settings = series.data.settings;
     return settings.SeriesName == wanted.SeriesName && settings.source == wanted.source;
   });
-  return found == state.series.end() ? nullptr : &found->data;
+  return found == state.series.end() ? nullptr : &*found;
 }
 
 void AddInOrder(PointChain& points, const Point& point) {
@@ -71,7 +71,16 @@ void AddPointsBehind(std::int32_t last, DataState& target, const DataState& pres
   target.id_counter = present.id_counter + shift;
 }
 
-void KeepComeSince(DataState& target, const DataState& present, const DataState& left) {
+/// Runs that lie within what came before are joined as they came.
+void TakeLineOrder(SeriesState& target, const SeriesState& present) {
+  if (present.style.line_order == LineOrder::AsTheyCame)
+    target.style.line_order = LineOrder::AsTheyCame;
+}
+
+void KeepComeSince(SeriesState& target_series, const SeriesState& present_series,
+                   const DataState& left) {
+  DataState& target = target_series.data;
+  const DataState& present = present_series.data;
   if (present.id_counter <= left.id_counter) return;
   const bool began_anew =
       left.points.Empty() && !target.points.Empty() && left.id_counter == target.id_counter;
@@ -81,6 +90,7 @@ void KeepComeSince(DataState& target, const DataState& present, const DataState&
   } else {
     AddPointsBehind(left.id_counter, target, present);
   }
+  TakeLineOrder(target_series, present_series);
   PointsEdited(target);
 }
 
@@ -90,9 +100,10 @@ bool TakePointsThatCame(GraphState& state, const GraphState& present) {
   bool came = false;
   for (std::size_t i = 0; i < state.series.size(); ++i) {
     DataState& data = state.series[i].data;
-    const DataState* const now = Matching(present, state, i);
-    if (now == nullptr || now->id_counter <= data.id_counter) continue;
-    TakePoints(data, *now);
+    const SeriesState* const now = Matching(present, state, i);
+    if (now == nullptr || now->data.id_counter <= data.id_counter) continue;
+    TakePoints(data, now->data);
+    TakeLineOrder(state.series[i], *now);
     PointsEdited(data);
     came = true;
   }
@@ -107,9 +118,9 @@ bool TakePointsThatCame(GraphState& state, const GraphState& present) {
 
 void KeepPointsComeSince(GraphState& target, const GraphState& present, const GraphState& left) {
   for (std::size_t i = 0; i < target.series.size(); ++i) {
-    const DataState* const now = Matching(present, target, i);
-    const DataState* const then = Matching(left, target, i);
-    if (now != nullptr && then != nullptr) KeepComeSince(target.series[i].data, *now, *then);
+    const SeriesState* const now = Matching(present, target, i);
+    const SeriesState* const then = Matching(left, target, i);
+    if (now != nullptr && then != nullptr) KeepComeSince(target.series[i], *now, then->data);
   }
   const std::size_t count = target.children.size();
   if (present.children.size() != count || left.children.size() != count) return;

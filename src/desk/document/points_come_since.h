@@ -6,7 +6,7 @@
 namespace tarnwick {
 
 /// Gives `target`, one of the two states of a step, the points of `present` that came since `left`, the other one: those with
-/// higher ids, and the places where their line breaks. Where no point of `left` is there any more (only the last are kept, the
+/// higher ids, the places where their line breaks, and its order. Where no point of `left` is there any more (only the last are kept, the
 /// source began anew) the points are those of `present`; where the step is that a source began anew, those of `target`. DataSets
 /// are told by their places, where the step added or deleted some by name and source.
 void KeepPointsComeSince(GraphState& target, const GraphState& present, const GraphState& left);

@@ -155,6 +155,11 @@ TEST_F(LiveDataTest, KeepsThePointsOfAFileThatIsCutShort) {
   for (std::size_t i = 0; i + 1 < 5; ++i)
     EXPECT_TRUE(
         Series().Gaps().Between(Series().Points().At(i).id, Series().Points().At(i + 1).id));
+  EditHistory& history = document_.History();
+  while (history.CanUndo()) history.Undo();
+  while (history.CanRedo()) history.Redo();
+  EXPECT_EQ(Ys(), "1 7 2 8 3 ");
+  EXPECT_EQ(Series().Style().line_order, LineOrder::AsTheyCame) << "as the points came back";
 }
 
 TEST_F(LiveDataTest, GivesBackWhatCameWhenAStepIsMadeAgain) {
