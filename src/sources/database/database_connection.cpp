@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "base/error.h"
+#include "base/word_list.h"
 #include "sources/database/key_store.h"
 #include "sources/database/session_passwords.h"
 #include "sources/database/sqlite_file.h"
@@ -19,6 +20,7 @@
 namespace tarnwick {
 namespace {
 
+constexpr std::size_t kMostNames = 12;      // in a message
 constexpr int kStepsBetweenLooks = 20'000;  // of the machine that runs statements: a millisecond
 constexpr qlonglong kServerWaits = 5000;    // ms longer
 /// What servers say, also through ODBC, to a password that is missing or wrong.
@@ -69,7 +71,15 @@ QString InOneLine(const QString& told) {
            line.trimmed() == QLatin1String("()");
   };
   lines.removeIf(shows_statement);
-  return lines.join(QLatin1Char(' ')).simplified();
+  QString text;
+  for (const QString& line : lines) {
+    const QString part = line.simplified();
+    if (part.isEmpty()) continue;
+    const bool new_sentence =
+        part.front().isUpper() && !text.isEmpty() && text.back().isLetterOrNumber();
+    text += (new_sentence ? QStringLiteral(". ") : QStringLiteral(" ")) + part;
+  }
+  return text.trimmed();
 }
 
 }  // namespace
@@ -216,6 +226,19 @@ std::string DatabaseConnection::TextOf(const QSqlError& error) const {
   QString text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
   if (!password_.isEmpty()) text.replace(password_, QLatin1String("***"));
   return InOneLine(text).toStdString();
+}
+
+void DatabaseConnection::RefuseReading(const DatabasePlace& place, const QSqlError& error) const {
+  const bool alive = IsAlive();
+  const std::vector<std::string> tables = alive ? Tables() : std::vector<std::string>();
+  if (alive && place.query.empty() && std::ranges::find(tables, place.table) == tables.end()) {
+    const std::string known =
+        tables.empty() ? "it has none" : "tables: " + Listed(tables, kMostNames);
+    DatabasePlace base = place;
+    base.table.clear();
+    throw FileError("There is no table \"" + place.table + '"', base.Name(), known);
+  }
+  throw FileError("The data base cannot be read", place.Name(), TextOf(error));
 }
 
 }  // namespace tarnwick

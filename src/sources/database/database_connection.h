@@ -50,6 +50,8 @@ class DatabaseConnection {
   QString QuotedColumn(const std::string& column) const;
   /// What the data base says, without the password.
   std::string TextOf(const QSqlError& error) const;
+  /// Throws FileError for what could not be read: that there is no such table, else what the data base says.
+  [[noreturn]] void RefuseReading(const DatabasePlace& place, const QSqlError& error) const;
 
  private:
   void SetServer(const DatabasePlace& place);

@@ -18,7 +18,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr std::size_t kMostNames = 12;  // in a message
 constexpr std::int64_t kDenseSteps =
     16;  // up to this going through all rows of a file beats looking for each
 
@@ -180,16 +179,7 @@ std::int64_t TDBSupplier::RowsBelow(std::int32_t column, ColumnFormat format, do
 }
 
 void TDBSupplier::Fail(const QSqlError& error) const {
-  const bool alive = connection_.IsAlive();
-  const std::vector<std::string> tables = alive ? connection_.Tables() : std::vector<std::string>();
-  if (alive && place_.query.empty() && std::ranges::find(tables, place_.table) == tables.end()) {
-    const std::string known =
-        tables.empty() ? "it has none" : "tables: " + Listed(tables, kMostNames);
-    DatabasePlace base = place_;
-    base.table.clear();
-    throw FileError("There is no table \"" + place_.table + '"', base.Name(), known);
-  }
-  throw FileError("The data base cannot be read", name_, connection_.TextOf(error));
+  connection_.RefuseReading(place_, error);
 }
 
 void TDBSupplier::MoveUnder(Progress* progress) {

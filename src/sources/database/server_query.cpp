@@ -161,8 +161,7 @@ std::optional<std::int64_t> ServerQuery::GuessedRows() {
 }
 
 void ServerQuery::Fail(const DatabaseFailure& failure) const {
-  throw FileError("The data base cannot be read", view_.place.Name(),
-                  connection_.TextOf(failure.error));
+  connection_.RefuseReading(view_.place, failure.error);
 }
 
 }  // namespace tarnwick
