@@ -246,6 +246,9 @@ TEST_F(DataEditorTest, AnotherSheetIsReadByItsName) {
   Press("ApplySource");
   EXPECT_EQ(Ys(0), (std::vector<double>{100, 90, 80})) << "the columns of the other sheet";
   EXPECT_EQ(Series(1).Source().TablePart, "Heating") << "the other DataSet stays";
+  EXPECT_EQ(editor_->findChild<QLabel*>("SourceTold")->text(),
+            "Only this DataSet was read anew: \"" + ToQt(Series(1).SeriesName()) +
+                "\" is still of \"Heating\".");
   Run("EditUndo1");
   EXPECT_EQ(Ys(0).size(), 239U);
 }

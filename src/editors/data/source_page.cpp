@@ -12,6 +12,7 @@
 #include <variant>
 
 #include "base/error.h"
+#include "base/word_list.h"
 #include "data/import/column_expression.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
@@ -38,12 +39,22 @@ namespace {
 
 constexpr std::size_t kLines = 40;
 constexpr std::size_t kColumns = 200;
-constexpr int kPause = 150;  // ms after the last key
+constexpr std::size_t kMostNames = 5;  // in a sentence
+constexpr int kPause = 150;            // ms after the last key
 constexpr int kPreviewHeight = 240;
 
 bool SameTable(const TDSInfo& one, const TDSInfo& other) {
   return one.DataSource == other.DataSource && one.DatasourceInfo == other.DatasourceInfo &&
          one.RelativeSource == other.RelativeSource && one.TablePart == other.TablePart;
+}
+
+QString StayText(const std::vector<std::string>& names, const std::string& part) {
+  const QString where =
+      part.empty() ? SourcePage::tr("where they were read") : ToQt('"' + part + '"');
+  return (names.size() == 1
+              ? SourcePage::tr("Only this DataSet was read anew: %1 is still of %2.")
+              : SourcePage::tr("Only this DataSet was read anew: %1 are still of %2."))
+      .arg(ToQt(Listed(names, kMostNames)), where);
 }
 
 /// What a place edit shows needs no field beside it.
@@ -406,17 +417,22 @@ void SourcePage::Apply() {
   parts_.actions.RunAsCommand([this](CommandContext&) {
     Document& document = *series_.GetDocument();
     std::vector<NewSource> sources{{series_.Place(), draft_.Source()}};
+    std::vector<std::string> stay;  // of the part of the file that this one was read from
+    const std::string part = draft_.BegunWith().TablePart;
     const std::vector<TSeries*> whole = SeriesOfWhole(document.WholeGraph());
     for (std::size_t place = 0; place < whole.size(); ++place) {
       const TDSInfo& other = whole[place]->Source();
-      const bool same_table =
-          SameTable(other, draft_.BegunWith()) && other.TablePart == draft_.Source().TablePart;
-      if (place == sources.front().place || !same_table) continue;
+      if (place == sources.front().place || !SameTable(other, draft_.BegunWith())) continue;
+      if (other.TablePart != draft_.Source().TablePart) {
+        stay.push_back('"' + whole[place]->SeriesName() + '"');
+        continue;
+      }
       const TDSInfo alike = draft_.CutAlike(other);
       if (alike != other) sources.push_back({place, alike});
     }
     if (!document.Files().ReadBy(sources, further_)) return;
     further_.clear();
+    if (!stay.empty()) return Tell(StayText(stay, part));
     Tell(sources.size() > 1
              ? tr("The text is cut alike for all %1 DataSets of the file.").arg(sources.size())
              : QString());
