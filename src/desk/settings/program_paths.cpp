@@ -125,6 +125,10 @@ ProgramPaths FindProgramPaths(const ProgramPlaces& places) {
   if (!filled) paths.fit_functions = FirstOf({share / "TFN", sources / "TFN"}, FunctionsIn);
   paths.function_folders = {folder / "TFN", places.user / "TFN"};
   if (folder == places.user) paths.function_folders.pop_back();
+  if (own && FitFunctions(paths).empty()) {
+    paths.trouble = "There are no fitting functions: they are not in " + (folder / "TFN").string() +
+                    ", where they belong beside the program";
+  }
   for (const auto& with_help : {folder, share}) {
     paths.help = with_help / "HELP/tarnwick.qch";
     if (IsFile(paths.help)) break;

@@ -91,6 +91,11 @@ TEST_F(ProgramFolderTest, IsWhereTheProgramLiesWhenThatIsItsOwn) {
   EXPECT_EQ(FitFunctions(paths), Paths{folder_.File("usr/bin/TFN/Own.tfn")});
   EXPECT_EQ(paths.own_template, folder_.File("usr/bin/default.ttp"));
   EXPECT_FALSE(fs::exists(user_));
+  EXPECT_EQ(paths.trouble, "");
+  fs::remove(folder_.File("usr/bin/TFN/Own.tfn"));
+  EXPECT_EQ(Find().trouble, "There are no fitting functions: they are not in " +
+                                folder_.File("usr/bin/TFN").string() +
+                                ", where they belong beside the program");
 }
 
 }  // namespace
