@@ -4,9 +4,9 @@
 #include <QByteArray>
 #include <QDialog>
 #include <QEvent>
-#include <QScreen>
 
 #include "desk/settings/settings.h"
+#include "desk/widgets/screen_room.h"
 
 namespace tarnwick {
 namespace {
@@ -24,18 +24,20 @@ DialogSizes::DialogSizes(Settings& settings) : settings_(settings) {
 bool DialogSizes::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Show && event->type() != QEvent::Hide) return false;
   auto* const dialog = qobject_cast<QDialog*>(watched);
+  const bool comes = event->type() == QEvent::Show && !event->spontaneous();
   // Qt calls its own by their classes, or not at all.
   const bool is_ours = dialog != nullptr && !event->spontaneous() &&
                        !dialog->objectName().isEmpty() && !dialog->objectName().startsWith('Q');
-  if (!is_ours) return false;
-  event->type() == QEvent::Show ? Shown(*dialog) : Gone(*dialog);
+  if (is_ours && !comes) Gone(*dialog);
+  if (is_ours && comes) TakeStored(*dialog);
+  if (dialog != nullptr && comes) FitScreen(*dialog);
+  if (is_ours && comes) begun_with_[dialog->objectName()] = dialog->size();
   return false;
 }
 
-void DialogSizes::Shown(QWidget& dialog) {
+void DialogSizes::TakeStored(QWidget& dialog) const {
   const QSize stored = settings_.Read(SizeOf(dialog.objectName().toUtf8()));
-  if (stored.isValid()) dialog.resize(stored.boundedTo(dialog.screen()->availableSize()));
-  begun_with_[dialog.objectName()] = dialog.size();
+  if (stored.isValid()) dialog.resize(stored);
 }
 
 void DialogSizes::Gone(const QWidget& dialog) {

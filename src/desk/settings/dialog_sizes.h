@@ -13,7 +13,8 @@ namespace tarnwick {
 
 class Settings;
 
-/// Keeps the sizes of all dialogs of the program that have a name; messages and the desktop's own dialogs size themselves.
+/// Keeps the sizes of all dialogs of the program that have a name; messages and the desktop's own dialogs size
+/// themselves. None is shown larger than its screen.
 class DialogSizes final : public QObject {
  public:
   /// `settings` outlive this.
@@ -22,7 +23,7 @@ class DialogSizes final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void Shown(QWidget& dialog);
+  void TakeStored(QWidget& dialog) const;
   void Gone(const QWidget& dialog);
 
   Settings& settings_;

@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
 
 #include "desk/settings/settings.h"
 #include "support/temporary_folder.h"
@@ -40,6 +46,32 @@ TEST(DialogSizes, OnlyWhatTheUserSizedComesBackSo) {
     EXPECT_EQ(show(row.name, {}), row.shown_then) << row.name;
   }
   EXPECT_EQ(show("Txy_Other", {}), own) << "each by its name";
+}
+
+TEST(DialogSizes, NoneIsLargerThanItsScreen) {
+  const testing::TemporaryFolder folder;
+  const QString file = QString::fromStdString(folder.File("settings.ini").string());
+  Settings settings(std::make_unique<QSettings>(file, QSettings::IniFormat));
+  const DialogSizes sizes(settings);
+  for (const bool asks : {false, true}) {
+    QDialog dialog;
+    auto* const column = new QVBoxLayout(&dialog);
+    auto* const row = new QHBoxLayout;
+    auto* const page = new QLabel("page");
+    const QSize large = dialog.screen()->size() + QSize(300, 500);
+    if (asks) page->setMinimumSize(large);
+    row->addWidget(page);
+    column->addLayout(row, 1);
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    column->addWidget(buttons);
+    dialog.resize(large);
+    dialog.show();
+    EXPECT_TRUE(dialog.screen()->geometry().contains(dialog.geometry())) << asks;
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(dialog.rect().contains(buttons->geometry())) << "buttons do not scroll";
+    EXPECT_EQ(dialog.findChild<QScrollArea*>("DialogScroll") != nullptr, asks);
+    EXPECT_TRUE(page->isVisible());
+  }
 }
 
 }  // namespace
