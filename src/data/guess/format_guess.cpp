@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
+#include <span>
 #include <utility>
 
 #include "base/ascii.h"
 #include "data/guess/count_row.h"
+#include "data/guess/data_block.h"
 #include "data/guess/first_row.h"
 #include "data/guess/format_guess_cuts.h"
 #include "data/guess/format_guess_gaps.h"
@@ -89,12 +92,14 @@ class Guess {
     format_.cuts_from = CutsFrom::Nowhere;
     const bool choose = !hints_.separators && !IsByPlace(format_);
     if (choose && (TakeDescribedTable() || TakeTouchingTable())) return true;
-    if (choose) tables_ = ChooseSeparators(lines_.first, line_end_, format_);
+    block_ = choose ? FindDataBlock(lines_.first) : std::nullopt;
+    if (block_) TakeBlock();
+    if (choose && !block_) tables_ = ChooseSeparators(lines_.first, line_end_, format_);
     if (choose && format_.has_remarks) PartFromRemarks();
     if (hints_.separators) format_.separators = *hints_.separators;
     const bool blanks = IsBlankSeparated(format_);
     format_.merge_separators = hints_.merge_separators.value_or(blanks);
-    if (!choose || hints_.merge_separators) {
+    if (!choose || (hints_.merge_separators && !block_)) {
       tables_ = FindTables(lines_.first, LayoutOf(format_, line_end_));
     }
     if (choose && blanks && format_.merge_separators) TakeGappedTable();
@@ -102,8 +107,20 @@ class Guess {
     const FoundTable* best = HeaviestTable(tables_);
     format_.is_table =
         best != nullptr && IsWorthIt(*best, tables_, lines_, LayoutOf(format_, line_end_));
+    if (block_ && best != nullptr) return format_.is_table = true;
     if (!format_.is_table && choose && TakeLabelledTable()) best = &tables_.front();
     return format_.is_table && best->rows >= kFewRows;
+  }
+
+  /// Whatever stands elsewhere is none of the data.
+  void TakeBlock() {
+    const auto within =
+        std::span(lines_.first).subspan(block_->first, block_->behind - block_->first);
+    tables_ = ChooseSeparators(within, line_end_, format_);
+    for (FoundTable& table : tables_) {
+      table.first += block_->first;
+      table.behind += block_->first;
+    }
   }
 
   /// Where nothing else is a table, and the whole text can be seen to be one.
@@ -215,6 +232,19 @@ class Guess {
     format_.header_lines = static_cast<std::int32_t>(table_.first);
     NoteOthers(*best);
     EndWithSection();
+    EndWithBlock();
+  }
+
+  /// The line that ends it is no row.
+  void EndWithBlock() {
+    if (!block_ || block_->behind <= table_.first) return;
+    const TextLayout layout = LayoutOf(format_, line_end_);
+    table_.behind = std::min(table_.behind, block_->behind);
+    format_.table_lines = static_cast<std::int32_t>(block_->behind - table_.first);
+    const auto rest = std::span(lines_.first).subspan(block_->behind + 1);
+    const bool more =
+        std::ranges::any_of(rest, [&](std::string_view line) { return IsDataLine(line, layout); });
+    format_.left_out_from = more ? static_cast<std::int32_t>(block_->behind) + 2 : 0;
   }
 
   /// A section that is headed otherwise holds another table.
@@ -384,6 +414,7 @@ class Guess {
   Progress& progress_;
   const char line_end_;
   GuessLines lines_;
+  std::optional<DataBlock> block_;  // outside which there are no data
   std::vector<FoundTable> tables_;
   FoundTable table_;
   std::size_t told_above_ = 0;  // the line behind the last table above this one that is told

@@ -5,8 +5,10 @@
 #include <numeric>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
+#include "base/ascii.h"
 #include "base/quantile.h"
 #include "data/import/value_order.h"
 #include "data/text/field_value.h"
@@ -123,13 +125,29 @@ bool AreLongRows(const ImportSource& source) {
          columns >= kFieldsPerLongRow * rows && numbers + 1 >= columns;
 }
 
+/// "SPEC_380", "SPEC_385": one name but for its numbers.
+bool DifferByNumbers(const std::vector<std::string>& names) {
+  const auto without_digits = [](std::string name) {
+    std::erase_if(name, &IsDigit);
+    return name;
+  };
+  const std::string common = without_digits(names.front());
+  return std::ranges::all_of(
+      names, [&](const std::string& name) { return without_digits(name) == common; });
+}
+
+bool HasOneRow(const ImportSource& source) {
+  return !source.samples.empty() && source.samples.front().size() == 1;
+}
+
 }  // namespace
 
 ValuesInTurn HoldsValuesInTurn(const ImportSource& source) {
   const auto is_number = [](const ColumnGuess& column) {
     return column.has_numbers && !column.is_date;
   };
-  if (!IsUnnamed(source)) return ValuesInTurn::No;
+  const bool numbered = HasOneRow(source) && DifferByNumbers(source.supplier->ColumnNames());
+  if (!IsUnnamed(source) && !numbered) return ValuesInTurn::No;
   if (AreLongRows(source)) return ValuesInTurn::Sure;
   const std::span<const ColumnGuess> columns = WithoutEmptyEnd(source);
   if (columns.size() < kFewestValues || !std::ranges::all_of(columns, is_number)) {

@@ -12,9 +12,10 @@ enum class ValuesInTurn {
   Sure     ///< the rows are to be turned
 };
 
-/// Whether the columns without names are one curve that goes on from line to line: behind an address that rises by as many as
+/// Whether the columns, without names, are one curve that goes on from line to line: behind an address that rises by as many as
 /// there are values on a line (likely), or since the last value of a line is as near to the first of the next as values on a
-/// line are to each other, but values below each other are not. One long row, or a few very long ones, are curves too (sure).
+/// line are to each other, but values below each other are not. One long row, or a few very long ones, are curves too (sure), one
+/// also where its names differ by their numbers only.
 ValuesInTurn HoldsValuesInTurn(const ImportSource& source);
 
 }  // namespace tarnwick

@@ -548,6 +548,15 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"two counts above one column", "1\n12\n" + Rows(12, "0.@5"), "Row number: (col 0), 12"},
       {"a row written otherwise below a count", "4\n1.0 2.0\n" + Rows(8, "-@.1234e-01 @.5678e-02"),
        "(col 0): (col 1), 8"},
+      {"rows that the text begins and ends itself",
+       "NUMBER 7\nSETS 9\nFIELDS 3\nKEY 2\nBEGIN_DATA\n" + Rows(3, "@ @@ 5@") + "END_DATA\n",
+       "(col 0): (col 1), (col 2), 3"},
+      {"one row between such lines",
+       "START 380\nEND 395\nBANDS 16\nSETS 1\nF_1 F_2 F_3 F_4 F_5 F_6 F_7 F_8 F_9 F_10 F_11 F_12 "
+       "F_13 "
+       "F_14 F_15 F_16\nBEGIN_DATA\n" +
+           Wave(9, 16, 16) + "END_DATA\n",
+       "Row number: (col 0), 16"},
       {"a well log's mark of no value", "d,v\n" + Rows(30, "@,@@") + "30,-999.25\n31,-999.25\n",
        "d: v, 30"},
   };
