@@ -367,6 +367,16 @@ TEST_F(Places, LabelsThatFindNoRoomAreThinnedToRoundOnesOrTurned) {
   });
   EXPECT_EQ(labels().front(), "10^0");
   EXPECT_EQ(labels().size(), 9U);
+  // Powers of ten where zeros would be hard to count, only.
+  const struct {
+    double min, max;
+    const char* first;
+  } decades[] = {{1, 1e6, "10^0"},        {1, 1e5, "1"},       {1e-4, 1, "0.0001"},
+                 {1e-5, 1, "10^\u22125"}, {1e4, 1e6, "10000"}, {1e4, 1e7, "10^4"}};
+  for (const auto& row : decades) {
+    Alter(AxisId::X, [&](AxisState& axis) { axis.Min = row.min, axis.Max = row.max; });
+    EXPECT_EQ(labels().front(), row.first) << row.max;
+  }
   // A few long dates have room upright or slanted only, and then end at their ticks.
   Alter(AxisId::X, [](AxisState& axis) {
     axis.LogScale = false, axis.ShowAsTime = true, axis.TickType = DateTickType::Day;

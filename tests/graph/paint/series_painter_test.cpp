@@ -311,13 +311,15 @@ TEST(PaintSeries, CrowdedSymbolsLookAsDrawnOneByOne) {
 
 // The point at (5, 5) with an error of 2 in Y, 1 in X: 25 pixels a unit of X, 17 of Y.
 TEST(PaintSeries, ErrorBarsReachFromEndToEndWithCaps) {
-  TSeries series;
-  series.AddPoint(5, 5);
-  SeriesStyle style = LineStyleOf(1);
-  style.line_color = Color::FromRgb(0, 0, 0);
-  series.SetStyle(style);
-  series.SetErrors({{ErrorKind::Constant, 2}, {ErrorKind::Constant, 1}, {}, {}});
-  for (const double ratio : {1.0, 2.0}) {
+  // The point stands at (5, 5), wherever its base line is.
+  for (const auto& [ratio, zero] : {std::pair{1.0, 0.0}, {2.0, 0.0}, {1.0, 100.0}, {1.0, -100.0}}) {
+    TSeries series;
+    series.AddPoint(5, 5 + zero);
+    series.SetZeroValue(zero);
+    SeriesStyle style = LineStyleOf(1);
+    style.line_color = Color::FromRgb(0, 0, 0);
+    series.SetStyle(style);
+    series.SetErrors({{ErrorKind::Constant, 2}, {ErrorKind::Constant, 1}, {}, {}});
     const QImage image = Painted(series, Frame(0, 10, 0, 10), ratio);
     const auto at = [&](double x, double y) {
       return Ink(image, static_cast<int>(x * ratio), static_cast<int>(y * ratio)) > 200;
