@@ -281,6 +281,15 @@ std::map<std::string, std::vector<std::string>> Spellings(const TExprCollection&
   return found;
 }
 
+/// "y=a*x+b", as it stands in books.
+std::string EquationWarning(const TExprCollection& tokens, std::string_view expression) {
+  const bool equation = tokens.Count() > 2 && IsUnknown(tokens[0]) && Is(tokens, 1, "=");
+  if (!equation) return {};
+  const std::string_view right = expression.substr(expression.find('=') + 1);
+  return "The sign = compares two values. For the curve \"" + std::string(TrimBlanks(right)) +
+         "\" write no more than that.";
+}
+
 }  // namespace
 
 std::vector<std::string> ExpressionWarnings(std::string_view expression) {
@@ -294,6 +303,8 @@ std::vector<std::string> ExpressionWarnings(std::string_view expression) {
                          "rename all but one.");
   }
   if (std::string warning = SignWarning(scanned, expression); !warning.empty())
+    warnings.push_back(std::move(warning));
+  if (std::string warning = EquationWarning(scanned.Tokens(), expression); !warning.empty())
     warnings.push_back(std::move(warning));
   return warnings;
 }

@@ -26,7 +26,7 @@ ExpressionHint HintFor(const TExprCollection& tokens, const TExpressList& words,
 
 /// What an expression may mean otherwise than it looks, a text for each: a sign before a power, which it binds tighter than
 /// (-u^2 is (-u)^2), with the text that was probably meant, where it makes a difference; names that differ by capitals only
-/// and so are one. Empty for a text that does not compile.
+/// and so are one; an equation ("y=a*x+b") instead of its right side. Empty for a text that does not compile.
 std::vector<std::string> ExpressionWarnings(std::string_view expression);
 
 }  // namespace tarnwick

@@ -229,6 +229,8 @@ TEST(ExpressionWarnings, SayWhatWasProbablyMeant) {
       {"-(x^2", ""},
       {"A*sin(2*pi*x/P+p)+A", "P and p"},
       {"t*T+t*tT/Tt", "t and T tT and Tt"},
+      {" y = a*x+b", "For the curve \"a*x+b\" write no more than that."},
+      {"if(x=1,a,b)", ""},
       {"SIN(x)+sin(2*PI*x+Pi)", ""}};
   for (const auto& [text, meant] : rows) {
     std::string said;

@@ -20,7 +20,6 @@
 #include "cli/options/size_option.h"
 #include "cli/output/terminal_progress.h"
 #include "data/import/load_report.h"
-#include "expr/message_with_place.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit_file.h"
 #include "fit/model/fit_function_file.h"
@@ -122,9 +121,7 @@ FitResult Fit(const FitJob& job) {
       throw Error(result.verdict.summary + WayOut(result, job.settings));
     return result;
   } catch (const EParserException& error) {
-    // Where templates stand in for names, the place is one of a text that nobody wrote.
-    if (!job.settings.templates.empty()) throw;
-    throw Error(MessageWithPlace(error, job.settings.Expression));
+    RefuseExpression(error, job.settings);
   }
 }
 

@@ -12,6 +12,8 @@
 #include "cli/options/command.h"
 #include "cli/output/headless_gui.h"
 #include "cli/output/terminal_progress.h"
+#include "expr/message_with_place.h"
+#include "expr/words/parser_exception.h"
 #include "fit/model/typed_model.h"
 #include "graph/series.h"
 #include "graph/xy_graph.h"
@@ -37,7 +39,21 @@ std::vector<std::size_t> ChooseAll(const FitOptions& options, TxyGraph& graph) {
   return chosen;
 }
 
+std::vector<std::string> NamesMadeParameters(FitSettings& model) {
+  try {
+    return MakeParameters(model);
+  } catch (const EParserException& error) {
+    RefuseExpression(error, model);
+  }
+}
+
 }  // namespace
+
+void RefuseExpression(const EParserException& error, const FitSettings& model) {
+  // Where templates stand in for names, the place is one of a text that nobody wrote.
+  if (!model.templates.empty()) throw;
+  throw Error(MessageWithPlace(error, model.Expression));
+}
 
 std::vector<std::string> GiveModel(const FitOptions& options, TSeries& series, Output& output) {
   FitSettings model = ChooseModel(options.model, series.Fit().Settings(), series.Points().Size());
@@ -45,7 +61,7 @@ std::vector<std::string> GiveModel(const FitOptions& options, TSeries& series, O
   if (!options.model.expression.empty() && ChooseVariable(model, x))
     output.Note(TakenAsVariable(model.XVarName));
   std::vector<std::string> made;
-  if (options.guess) made = MakeParameters(model);
+  if (options.guess) made = NamesMadeParameters(model);
   if (options.model.functions.empty()) {
     series.Fit().SetSettings(model, true);
   } else {

@@ -11,6 +11,10 @@
 #include "cli/options/save_output.h"
 #include "cli/output/output.h"
 
+namespace tarnwick {
+class EParserException;
+}
+
 namespace tarnwick::cli {
 
 inline constexpr const char* kNamedAfterSource = "Residuals of DATASET";
@@ -36,6 +40,8 @@ struct FitOptions {
 /// Gives the DataSet the model that was named. Answers the names of a typed formula that --guess makes parameters.
 std::vector<std::string> GiveModel(const FitOptions& options, TSeries& series, Output& output);
 FitRunOptions RunOptionsOf(const FitOptions& options);
+/// Throws Error with where in the model's expression the trouble is, and what may help.
+[[noreturn]] void RefuseExpression(const EParserException& error, const FitSettings& model);
 
 /// What the graph gets beside the fitted model.
 void AddToGraph(const FitOptions& options, TSeries& series, TxyGraph& graph);

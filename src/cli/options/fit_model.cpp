@@ -7,8 +7,10 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "base/undefined.h"
+#include "base/word_list.h"
 #include "cli/options/command.h"
 #include "cli/options/number_check.h"
+#include "expr/expression_parts.h"
 #include "fit/model/fit_function_file.h"
 #include "fit/model/ties.h"
 #include "results/fitted_model.h"
@@ -150,6 +152,34 @@ void Assign(const Assignment& assignment, ParameterSettings& parameter) {
   parameter.High = assignment.high;
 }
 
+/// Names, and words that parameters may hide.
+std::vector<std::string> NamesIn(const std::string& text) {
+  std::vector<std::string> names;
+  for (const ExpressionPart& part : PartsOf(text)) {
+    if (part.kind != PartKind::Name && part.kind != PartKind::Function) continue;
+    std::string name = text.substr(part.place, part.length);
+    if (std::ranges::find(names, name) == names.end()) names.push_back(std::move(name));
+  }
+  return names;
+}
+
+/// A slip in the name of a parameter would vary one that nothing depends on. Ties may hold names that the expression lacks.
+void RequireUse(const FitSettings& settings) {
+  std::string texts = settings.Expression;
+  for (const ParameterSettings& one : settings.parameters) {
+    if (!one.Tie.empty()) texts += "+(" + one.Tie + ')';
+  }
+  const std::vector<std::string> names = NamesIn(texts);
+  for (const ParameterSettings& parameter : settings.parameters) {
+    const auto is_it = [lower = LowerAscii(parameter.Name)](const std::string& one) {
+      return LowerAscii(one) == lower;
+    };
+    if (!parameter.Vary || std::ranges::any_of(names, is_it)) continue;
+    throw UsageError("the expression holds no \"" + parameter.Name + "\"; its names are " +
+                     Listed(names));
+  }
+}
+
 /// An expression's parameters are those that are assigned; a function has its own, which assignments change.
 void SetParameters(const FitModelArguments& arguments, FitSettings& settings) {
   const bool new_ones = !arguments.expression.empty();
@@ -173,6 +203,7 @@ void SetParameters(const FitModelArguments& arguments, FitSettings& settings) {
   if (const std::string trouble = LimitTrouble(settings.parameters); !trouble.empty())
     throw UsageError(trouble.substr(0, trouble.size() - 1));
   FollowTies(settings.parameters);
+  if (new_ones) RequireUse(settings);
 }
 
 FitSettings BaseModel(const FitModelArguments& arguments, const FitSettings& own,

@@ -101,6 +101,7 @@ void AddDatabaseOptions(Command& command, ImportArguments& arguments) {
           .Group(group);
   command.Add("--query", arguments.query, "The rows of this SELECT instead of a table")
       .Group(group)
+      .NotEmpty()
       .Excludes(table);
 }
 
