@@ -7,8 +7,8 @@ namespace tarnwick::bench {
 
 enum class Listing { None, Errors };
 
-/// `repeats` of every family, number of points and error; with Listing::Errors each that is wrongly trusted, and each called absent
-/// that is there, on a line.
+/// `repeats` of every family, number of points and error; with Listing::Errors each that is wrongly trusted, and each called
+/// absent that is there, on a line.
 void TellTerms(int repeats, std::uint64_t seed, Listing listing);
 
 }  // namespace tarnwick::bench

@@ -34,10 +34,11 @@ struct FitComparison {
 };
 
 /// AICc, differences and weights: Burnham & Anderson, Model Selection, 2002, chapters 2.4 and 2.9. F tests (Seber & Wild,
-/// Nonlinear Regression, 1989, chapter 5.4) where both models were fitted by least squares with weights of their own to neither, and the
-/// larger one takes on the smaller one's curve: fitted to that curve, at the values found and at two others, it leaves less than
-/// 1e-9 of it. Where it does so with more than one set of values, as a second peak of no height may stand anywhere, chance gains
-/// more than F allows for (Davies, Biometrika 64, 1977, 247), and the test has no probability. Throws Error when the jobs have different points, and as RunFit.
+/// Nonlinear Regression, 1989, chapter 5.4) where both models were fitted by least squares with weights of their own to neither,
+/// and the larger one takes on the smaller one's curve: fitted to that curve, at the values found and at two others, it leaves
+/// less than 1e-9 of it. Where it does so with more than one set of values, as a second peak of no height may stand anywhere,
+/// chance gains more than F allows for (Davies, Biometrika 64, 1977, 247), and the test has no probability. Throws Error when the
+/// jobs have different points, and as RunFit.
 FitComparison CompareFits(std::span<const FitJob> jobs, std::span<const FitResult> results);
 
 }  // namespace tarnwick

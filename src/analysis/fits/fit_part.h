@@ -33,8 +33,8 @@ class FitPart {
   /// Weighted residuals, without what the loss takes away; the defined ones.
   std::vector<double> ResidualsWithoutLoss(std::span<const double> local);
   /// What the tests of the residuals look at, of `most` points or so. Under a loss that is the part of each residual that counts,
-  /// psi(r), beside the derivatives of points that count in full: a fit ends where the one is orthogonal to the others, and psi of
-  /// independent errors is independent, too (P. J. Huber, Robust Statistics, 1981, chapter 7).
+  /// psi(r), beside the derivatives of points that count in full: a fit ends where the one is orthogonal to the others, and psi
+  /// of independent errors is independent, too (P. J. Huber, Robust Statistics, 1981, chapter 7).
   ResidualSample SampleToTest(std::span<const double> local, std::size_t most);
   /// FittedPoints::likelihood_term.
   double LikelihoodTerm(std::span<const double> local);

@@ -43,8 +43,8 @@ const QScreen* ScreenOf(const QRect& place) {
   return nullptr;
 }
 
-/// `place` where it can be reached: as far as a screen goes, moved to one when it lies on none, and wholly onto it where nobody has
-/// put it anywhere.
+/// `place` where it can be reached: as far as a screen goes, moved to one when it lies on none, and wholly onto it where nobody
+/// has put it anywhere.
 QRect Reachable(QRect place) {
   const bool sane = place.width() >= kSmallest.width() && place.height() >= kSmallest.height();
   if (!sane) place = FallbackPlace();

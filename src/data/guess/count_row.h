@@ -13,8 +13,8 @@ namespace tarnwick {
 /// The first row behind line `first`, where that or one of the next two is a line of whole numbers that tells the number of data
 /// lines behind it and is unlike these: a column has decimals where it has none, the first column counts the rows and it begins
 /// with their number, or its other numbers are the greatest of their columns, as sizes are. So is a line that is written
-/// otherwise than all rows, below a number that parts these evenly. `first` where there is none. `lines` are the first of `text`, of which
-/// no more is read than so many lines.
+/// otherwise than all rows, below a number that parts these evenly. `first` where there is none. `lines` are the first of `text`,
+/// of which no more is read than so many lines.
 std::size_t BehindCounts(std::span<const std::string_view> lines, std::size_t first,
                          std::string_view text, const TextLayout& layout, const TableBody& body);
 

@@ -1,5 +1,5 @@
-// Times that columns tell by how they are written, whatever they are called: months in letters, days of eight digits. Knows texts of
-// columns and their names; knows no lines.
+// Times that columns tell by how they are written, whatever they are called: months in letters, days of eight digits. Knows texts
+// of columns and their names; knows no lines.
 #pragma once
 
 #include <cstddef>

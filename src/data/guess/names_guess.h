@@ -18,8 +18,8 @@ struct TableToName {
   const TextLayout& layout;
 };
 
-/// Sets the lines of names and units of `format`, whose header lines stand, by what `hints` leave open; and what to tell of names that
-/// are more or fewer than the columns.
+/// Sets the lines of names and units of `format`, whose header lines stand, by what `hints` leave open; and what to tell of names
+/// that are more or fewer than the columns.
 void GuessNames(const TableToName& table, const GuessHints& hints, TextFormat& format);
 
 }  // namespace tarnwick

@@ -8,8 +8,8 @@
 namespace tarnwick {
 
 /// The line, from 0, of the section's mark that ends the section in which a table stands whose headers are the first
-/// `header_lines` of `text`. Nothing where no mark in brackets stands among the nearest of these, where no other follows, or where
-/// what follows it begins as this section does, or with a row: such sections are parts of one table. Reads up to the mark.
+/// `header_lines` of `text`. Nothing where no mark in brackets stands among the nearest of these, where no other follows, or
+/// where what follows it begins as this section does, or with a row: such sections are parts of one table. Reads up to the mark.
 std::optional<std::size_t> FindSectionEnd(std::string_view text, std::size_t header_lines,
                                           char line_end);
 

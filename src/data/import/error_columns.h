@@ -12,8 +12,9 @@ namespace tarnwick {
 
 /// Takes the columns of errors as those of the columns that they are named after, stand behind, or follow in the same order;
 /// what the user says goes before. One column that the user names for several DataSets is that of the one it is
-/// written after, of the one before it, or without a word about DataSets of the first, which is told. `candidates`: columns that NamesErrors, of which those that are taken go. Throws Error for
-/// options that do not fit the columns and FileError for columns that are not there.
+/// written after, of the one before it, or without a word about DataSets of the first, which is told. `candidates`: columns that
+/// NamesErrors, of which those that are taken go. Throws Error for options that do not fit the columns and FileError for columns
+/// that are not there.
 void ChooseErrors(const ImportSource& source, const ErrorPairs& pairs, const ImportOptions& options,
                   ChosenColumns& chosen, std::vector<std::int32_t>& candidates);
 

@@ -76,8 +76,8 @@ struct ImportResult {
   bool x_is_date = false;           ///< the X axis should show its values as time
   bool y_is_date = false;           ///< so should the Y axis
   /// What was decided about the file that is not certain, one clause each, without a full stop: "the table from line 449 on
-  /// is shown, another stands at line 21"; behind it how the batch program has it otherwise: " (--x names another)". Beside what the
-  /// reports tell.
+  /// is shown, another stands at line 21"; behind it how the batch program has it otherwise: " (--x names another)". Beside what
+  /// the reports tell.
   std::vector<std::string> notes;
   std::string errors_note;    ///< a clause more: which columns were taken as errors by themselves
   std::string thinning_note;  ///< and which rows the source itself picked; empty: none

@@ -36,7 +36,8 @@ struct ToldClause {
 using ImportTold = std::vector<ToldClause>;
 
 /// What the reports say of their DataSets, once where they say the same, and the notes of the guess, whose option stands in
-/// parentheses at the end of each: "... (--x names another)". Nothing when every row was read and nothing decided. `names` are the DataSets'; reports of those that were not loaded count for nothing.
+/// parentheses at the end of each: "... (--x names another)". Nothing when every row was read and nothing decided. `names` are
+/// the DataSets'; reports of those that were not loaded count for nothing.
 ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::string> names,
                       std::span<const std::string> notes = {});
 

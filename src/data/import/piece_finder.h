@@ -1,11 +1,12 @@
 // Where the rows of a measurement fall into pieces and runs, as its table shows: by empty lines, by rows without a number. Knows
 // values of X and numbers of points; knows no source and no DataSet.
 //
-// An empty line begins a piece, so does a row in which X and Y stand for no value, and so does a comment or a row without X behind which X does not go on in the one direction of
-// the run. Two empty lines, or one behind which X starts anew (nearer to where the run began than to where it stands), begin a
-// run, and so does a comment behind which it does after some rows in one direction. A row without a number begins a piece where
-// the step of X over it is longer than the others, if these are even: a table of columns that are filled now and then has no
-// gaps. Where X rises in every row but for those at which it falls back to its beginning, each of these begins a piece.
+// An empty line begins a piece, so does a row in which X and Y stand for no value, and so does a comment or a row without X
+// behind which X does not go on in the one direction of the run. Two empty lines, or one behind which X starts anew (nearer to
+// where the run began than to where it stands), begin a run, and so does a comment behind which it does after some rows in one
+// direction. A row without a number begins a piece where the step of X over it is longer than the others, if these are even: a
+// table of columns that are filled now and then has no gaps. Where X rises in every row but for those at which it falls back to
+// its beginning, each of these begins a piece.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// Long tables: rows that belong to one of several curves, which a column of texts names. Knows a source's columns and the DataSets
-// read from it; knows no files.
+// Long tables: rows that belong to one of several curves, which a column of texts names. Knows a source's columns and the
+// DataSets read from it; knows no files.
 #pragma once
 
 #include "data/import/column_roles.h"
@@ -9,8 +9,8 @@
 namespace tarnwick {
 
 /// Where X rises in every row of each of a few kinds that a column of texts tells apart, and not in the rows as they stand
-/// ("Entity,Year,Deaths"), makes a DataSet of each kind that remembers which, and tells it. Reads at most a few hundred thousand rows
-/// to find out; longer tables stay whole, and so does everything where each kind has but few rows.
+/// ("Entity,Year,Deaths"), makes a DataSet of each kind that remembers which, and tells it. Reads at most a few hundred thousand
+/// rows to find out; longer tables stay whole, and so does everything where each kind has but few rows.
 void SplitGroups(ImportResult& result, const ImportSource& source, const ChosenColumns& columns,
                  const LoadOptions& load, const SeriesFactory& make);
 

@@ -8,8 +8,8 @@ namespace tarnwick {
 /// A table of more runs, or of more DataSets than this, stays whole, its lines broken between the runs.
 inline constexpr std::size_t kMostRuns = 50, kMostRunDataSets = 200;
 
-/// Where empty lines or remarks part the rows that `result` was loaded from into runs (by the rules of PieceFinder), each becomes a DataSet
-/// named "NAME, run 2", which is told. Reads the supplier once more.
+/// Where empty lines or remarks part the rows that `result` was loaded from into runs (by the rules of PieceFinder), each becomes
+/// a DataSet named "NAME, run 2", which is told. Reads the supplier once more.
 void SplitRuns(ImportResult& result, TDataSupplier& supplier, const LoadOptions& load,
                const SeriesFactory& make);
 

@@ -81,8 +81,8 @@ std::optional<double> NumberAt(const Texts& tokens, std::size_t place) {
   return place < tokens.size() ? ParseNumber(tokens[place]) : std::nullopt;
 }
 
-/// The head of format 1001: its first line tells its length and the format, the tenth how many variables there are, the twelfth and
-/// those behind it one number for each.
+/// The head of format 1001: its first line tells its length and the format, the tenth how many variables there are, the twelfth
+/// and those behind it one number for each.
 void ReadExchangeHead(std::span<const std::string_view> lines, Texts& found) {
   constexpr double kFormat = 1001;
   constexpr std::size_t kCountLine = 9, kMissingLine = 11;

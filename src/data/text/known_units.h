@@ -5,8 +5,8 @@
 
 namespace tarnwick {
 
-/// "mV", "kg/m3", "%", "degC": every word of it is a unit of physics with or without a prefix, or one of those in use beside them.
-/// "CS", "p" and "a" are none, so that "13CS", "2p" and "3a" may be told as labels.
+/// "mV", "kg/m3", "%", "degC": every word of it is a unit of physics with or without a prefix, or one of those in use beside
+/// them. "CS", "p" and "a" are none, so that "13CS", "2p" and "3a" may be told as labels.
 bool IsKnownUnit(std::string_view unit);
 
 }  // namespace tarnwick

@@ -26,8 +26,8 @@ class MissingValues {
   std::vector<double> numbers_;
 };
 
-/// Written as numbers that stand for no value are: nines only (-9999, -99.9, 999.9), fill values of single precision, or powers of
-/// ten from 1e20 up, below zero from 1e6.
+/// Written as numbers that stand for no value are: nines only (-9999, -99.9, 999.9), fill values of single precision, or powers
+/// of ten from 1e20 up, below zero from 1e6.
 bool LooksMissing(double value);
 
 /// The numbers, as texts for such a list, that one column's values give away as standing for no value: such that look so and lie

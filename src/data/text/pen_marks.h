@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// The numbers, each once, of a row that holds nothing but nines in two fields or more and comes again in the same form; empty where
-/// there is none. Reads no more than the first megabytes of the text.
+/// The numbers, each once, of a row that holds nothing but nines in two fields or more and comes again in the same form; empty
+/// where there is none. Reads no more than the first megabytes of the text.
 std::vector<std::string> FindPenMarks(std::string_view text, const TextLayout& layout);
 
 }  // namespace tarnwick

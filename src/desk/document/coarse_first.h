@@ -1,4 +1,5 @@
-// Which DataSets that were read just now show a coarse first picture of a large table. Knows DataSets and tables; knows no document.
+// Which DataSets that were read just now show a coarse first picture of a large table. Knows DataSets and tables; knows no
+// document.
 #pragma once
 
 #include <span>

@@ -41,8 +41,8 @@ ReadResult ReadPlaceInto(const GraphState& into, const TDSInfo& place, Progress&
 ReadResult PastedGraph(const GraphState& into, const GraphState& pasted, QSize size);
 /// `into` with its current DataSet (or a first one) replaced by that of a DataSet file. Throws FileError.
 ReadResult ReadDataSet(const GraphState& into, const std::filesystem::path& path);
-/// `state` with the DataSets at these places of SeriesOfWhole read again, where they have a source. Throws Error where one has not
-/// its columns any more.
+/// `state` with the DataSets at these places of SeriesOfWhole read again, where they have a source. Throws Error where one has
+/// not its columns any more.
 ReadResult Refreshed(const GraphState& state, const std::vector<std::size_t>& which,
                      Progress& progress);
 

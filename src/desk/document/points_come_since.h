@@ -6,9 +6,9 @@
 namespace tarnwick {
 
 /// Gives `target`, one of the two states of a step, the points of `present` that came since `left`, the other one: those with
-/// higher ids, the places where their line breaks, and its order. Where no point of `left` is there any more (only the last are kept, the
-/// source began anew) the points are those of `present`; where the step is that a source began anew, those of `target`. DataSets
-/// are told by their places, where the step added or deleted some by name and source.
+/// higher ids, the places where their line breaks, and its order. Where no point of `left` is there any more (only the last are
+/// kept, the source began anew) the points are those of `present`; where the step is that a source began anew, those of `target`.
+/// DataSets are told by their places, where the step added or deleted some by name and source.
 void KeepPointsComeSince(GraphState& target, const GraphState& present, const GraphState& left);
 
 /// Gives `state`, one side of a step, the points that its DataSets had when that side was left or arrived at, as `present` has

@@ -12,8 +12,8 @@ class Document;
 bool MayReadAgain(std::span<Document* const> documents);
 
 /// Each source is read once for all documents; what became of each document is a step of its own. Sources that cannot be read,
-/// have not their columns any more or no row that gives a point, are told together at the end, and the points of before stay. False: cancelled, nothing was
-/// read. The documents share their work and prompt; there is at least one.
+/// have not their columns any more or no row that gives a point, are told together at the end, and the points of before stay.
+/// False: cancelled, nothing was read. The documents share their work and prompt; there is at least one.
 bool ReadDocumentsAgain(std::span<Document* const> documents);
 
 /// The same if MayReadAgain().

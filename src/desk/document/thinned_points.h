@@ -22,15 +22,15 @@ struct Stretch {
 /// The first Y of `rows` in place of the points that lie in the view; those beside it stay, so many as the whole shows.
 ThinnedRows WithView(const PointChain& points, const ThinnedRows& rows, const Stretch& view);
 
-/// Some rows of the whole beside the points that there are, as many together as the whole shows; those of the view that was looked
-/// at stay as they are.
+/// Some rows of the whole beside the points that there are, as many together as the whole shows; those of the view that was
+/// looked at stay as they are.
 ThinnedRows WithMoreRows(const PointChain& points, const ThinnedRows& rows, const Stretch& view);
 
 /// All rows of the whole in place of the points beside the view that was looked at.
 ThinnedRows WithEveryRow(const PointChain& points, const ThinnedRows& rows, const Stretch& view);
 
-/// Looking elsewhere takes nothing back of what was fitted. Rows without a Y give no point, those of one X one each: what was there
-/// before may have repeated none, so that it was read as a DataSet that must not.
+/// Looking elsewhere takes nothing back of what was fitted. Rows without a Y give no point, those of one X one each: what was
+/// there before may have repeated none, so that it was read as a DataSet that must not.
 void ReplacePoints(TSeries& series, const ThinnedRows& rows);
 
 /// Since it was read, in whichever session: other rows would take that back.

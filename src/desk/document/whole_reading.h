@@ -21,8 +21,8 @@ class TSeries;
 
 class WholeReading final : public QObject {
  public:
-  /// `view` tells what of a DataSet, by its place in SeriesOfWhole, was looked at closely and stays; `replaced` hears of new points
-  /// there. `document` outlives it.
+  /// `view` tells what of a DataSet, by its place in SeriesOfWhole, was looked at closely and stays; `replaced` hears of new
+  /// points there. `document` outlives it.
   WholeReading(Document& document, std::function<Stretch(std::size_t place)> view,
                std::function<void(std::size_t place)> replaced, QObject* parent);
   ~WholeReading() override;

@@ -17,8 +17,8 @@ inline constexpr double kTurns[] = {2 * std::numbers::pi, 360, 1};
 bool AreSameCurve(std::span<const double> one, std::span<const double> other);
 
 /// Of varied parameters below 0 the value without its sign (a width of -0.7), of others the one within half
-/// a turn (2 pi, 360 or 1) of 0 where that is less than half as far off (a phase of 307, or of -5.7), if the curve has it so at the
-/// points and between them, and the bounds allow it.
+/// a turn (2 pi, 360 or 1) of 0 where that is less than half as far off (a phase of 307, or of -5.7), if the curve has it so at
+/// the points and between them, and the bounds allow it.
 /// `x` are the points, rising. Throws EIntegerDivision.
 std::vector<EqualValue> FindEqualValues(ModelResiduals& residuals, std::span<const double> x,
                                         std::span<const double> values);

@@ -39,8 +39,8 @@ struct QuietPlace {
 /// The first of the places (at least one) that hides least.
 QuietPlace FindQuietPlace(std::span<const QRectF> places, const PictureContents& contents);
 
-/// Places of a box of this size in `area`, the most usual first: its corners, then rows and columns all over it, those near an edge
-/// before the others. The left top corner alone where it does not fit.
+/// Places of a box of this size in `area`, the most usual first: its corners, then rows and columns all over it, those near an
+/// edge before the others. The left top corner alone where it does not fit.
 std::vector<QRectF> PlacesIn(const QRectF& area, QSizeF box);
 
 /// Boxes of the captions that marks have.

@@ -41,8 +41,8 @@ class DatabaseRows {
   /// Opens rows of which each is found by itself: `statement` has two places for values, the key from which on it looks
   /// and how many rows it passes from there, and answers the key first.
   void OpenSteps(const QString& statement, const KeySteps& steps);
-  /// The parts of a cursor that come from now on arrive while they are gone through, until the next Open(): no other statement runs
-  /// on the connection then.
+  /// The parts of a cursor that come from now on arrive while they are gone through, until the next Open(): no other statement
+  /// runs on the connection then.
   void StreamParts() { streams_ = true; }
   /// Until told null, Next() fails once `progress` is cancelled, which reaches the data base.
   void MoveUnder(Progress* progress);

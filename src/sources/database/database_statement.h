@@ -37,7 +37,8 @@ QString CountOf(const AskedRows& asked);
 /// The same, but no more than `most`, of a data base that understands LIMIT.
 QString CountUpTo(const AskedRows& asked, std::int64_t most);
 
-/// About how many rows a table has, by what the data base knows without counting; empty where it does not. `from`: its quoted name.
+/// About how many rows a table has, by what the data base knows without counting; empty where it does not. `from`: its quoted
+/// name.
 QString GuessOfRows(const DatabaseDialect& dialect, QString from);
 
 /// How many rows at the beginning surely hold no number of at least `bound` in the column, which orders them or stands in a

@@ -1,5 +1,5 @@
-// Live links over DDE, the exchange of data between running programs that one platform brings with it: service, topic and item are
-// its own three names. Compiled there only (docs/live-links.md says what was tried). Knows texts; knows no numbers.
+// Live links over DDE, the exchange of data between running programs that one platform brings with it: service, topic and item
+// are its own three names. Compiled there only (docs/live-links.md says what was tried). Knows texts; knows no numbers.
 #pragma once
 
 #include <chrono>
