@@ -162,6 +162,13 @@ bool StepsAcross(std::span<const std::string_view> lines, std::size_t line,
   return steps(lines[line]) && !steps(lines[line + 1]);
 }
 
+/// "Espece 1 2 3 4 E", unlike the line below it.
+bool CountsBetweenTexts(std::span<const std::string_view> lines, std::size_t line,
+                        const TextLayout& layout) {
+  return line + 1 < lines.size() && CountBetweenTexts(TextsOf(lines[line], layout)) &&
+         !CountBetweenTexts(TextsOf(lines[line + 1], layout));
+}
+
 /// Behind an empty field, above rows that all have one there, numbers that rise name the columns.
 bool NamesBehindNothing(std::string_view line, const TextLayout& layout, const TableBody& body) {
   if (body.columns.empty() || body.columns.front().values.size() != body.rows.size()) return false;
@@ -198,9 +205,10 @@ std::size_t FirstRow(std::span<const std::string_view> lines, std::size_t from,
       });
   for (std::size_t i = from; i < lines.size(); ++i) {
     if (!IsDataLine(lines[i], layout)) continue;
-    const bool across = i == from && (CountsAcross(lines[i], layout) ||
-                                      NamesBehindNothing(lines[i], layout, body) ||
-                                      StepsAcross(lines, i, layout, body));
+    const bool across =
+        i == from &&
+        (CountsAcross(lines[i], layout) || CountsBetweenTexts(lines, i, layout) ||
+         NamesBehindNothing(lines[i], layout, body) || StepsAcross(lines, i, layout, body));
     if (across) continue;
     const LineKind kind = KindOf(lines[i], layout, body);
     if (kind == LineKind::Values || (kind == LineKind::Mixed && names_seen)) {

@@ -84,7 +84,7 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
     notes.push_back("only the first " + std::to_string(format.columns.size()) + " of " +
                     std::to_string(format.columns_there) + " columns are read");
   }
-  if (format.names_apart > 0) {
+  if (format.names_apart > 0 && std::cmp_not_equal(format.names_apart, format.columns.size())) {
     notes.push_back(
         "line " + std::to_string(format.names_apart_line) + " holds " +
         std::to_string(format.names_apart) + " names for " + std::to_string(format.columns.size()) +

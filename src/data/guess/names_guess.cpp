@@ -55,7 +55,8 @@ class NamesGuess {
   /// More names than columns, or a line right above the rows that would name them were it as long, is told.
   void CountNamesApart(std::size_t headers) {
     const TextLayout& layout = table_.layout;
-    constexpr std::int32_t kMostApart = 3, kFewest = 3;
+    constexpr std::int32_t kFewest = 3, kColumnsPerName = 32;
+    const std::int32_t most_apart = std::max(3, table_.fields / kColumnsPerName);
     const bool by_blanks = layout.IsSeparator(' ');
     if (table_.fields < 2 || headers == 0 || layout.ByPlace() || hints_.names_line) return;
     if (format_.names_line > 0 && by_blanks) return;
@@ -66,10 +67,10 @@ class NamesGuess {
     TextLayout merging = layout;
     merging.merge = true;
     const std::int32_t names = CountFields(text, format_.names_line > 0 ? merging : layout,
-                                           table_.fields + kMostApart + 1);
-    if (names == table_.fields || names > table_.fields + kMostApart) return;
+                                           table_.fields + most_apart + 1);
+    if (names == table_.fields || names > table_.fields + most_apart) return;
     if (format_.names_line > 0 && names < table_.fields) return;
-    if (names < kFewest || names < table_.fields - kMostApart) return;
+    if (names < kFewest || names < table_.fields - most_apart) return;
     const std::optional<std::vector<std::string>> words = SplitNames(text, layout, names);
     if (!words || !AreNames(*words, text) || AreUnits(*words)) return;
     format_.names_apart = names;

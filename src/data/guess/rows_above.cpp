@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/ascii.h"
+#include "base/text_encoding.h"
 #include "data/text/field_kind.h"
 
 namespace tarnwick {
@@ -23,12 +24,18 @@ bool IsLabelBesideUnits(std::string_view text, const ColumnGuess& column) {
          KindOfField(text) == FieldKind::Text;
 }
 
+bool IsUndefined(std::string_view text) {
+  const std::string lower = LowerAscii(TrimBlankBytes(text));
+  return lower == "nan" || lower == "inf" || lower == "-inf" || lower == "+inf" || lower == "-nan";
+}
+
 /// What a line holds where the rows hold numbers.
 struct Fit {
   std::size_t fields = 0;
-  std::size_t numbers = 0;  ///< columns of them
-  std::size_t values = 0;   ///< of these, with a value on the line
-  std::size_t missing = 0;  ///< with what stands for none, or behind the line's end
+  std::size_t numbers = 0;    ///< columns of them
+  std::size_t values = 0;     ///< of these, with a value on the line
+  std::size_t missing = 0;    ///< with what stands for none, or behind the line's end
+  std::size_t undefined = 0;  ///< of these, with "nan" or "inf", as no column is called
   bool elsewhere =
       false;  ///< a number where the rows have texts, or a text where they begin with a number
 };
@@ -49,6 +56,7 @@ Fit FitOf(std::string_view line, const TextLayout& layout, std::span<const Colum
     ++fit.numbers;
     const bool value = kind == FieldKind::Quantity ? column.has_units : IsValue(kind);
     fit.values += value ? 1 : 0;
+    fit.undefined += IsUndefined(text) ? 1 : 0;
     fit.missing += StandsForNone(kind) || IsLabelBesideUnits(text, column) ? 1 : 0;
     fit.elsewhere = fit.elsewhere || (fit.fields == 1 && kind == FieldKind::Text);
   }
@@ -64,6 +72,7 @@ std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::siz
   const auto is_row = [&](std::string_view line) {
     const Fit fit = FitOf(line, layout, body.columns);
     const bool as_long = fit.fields == body.columns.size();
+    if (as_long && fit.undefined > 0 && fit.undefined == fit.numbers) return true;
     return (as_long || (!by_blanks && fit.values >= kFewestNumbersRagged)) &&
            fit.values >= kFewestNumbers && 2 * fit.values > fit.numbers &&
            fit.values + fit.missing == fit.numbers;

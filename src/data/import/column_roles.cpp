@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "base/ascii.h"
@@ -15,6 +16,7 @@
 #include "data/import/error_names.h"
 #include "data/import/import_file.h"
 #include "data/import/name_words.h"
+#include "data/import/row_identity.h"
 #include "data/import/value_order.h"
 #include "data/import/values_in_turn.h"
 #include "data/import/x_choice.h"
@@ -331,10 +333,21 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   out.If("dates", [&](std::int32_t column) { return source.GuessOf(column).is_date; });
   out.If("values in the first rows only",
          [&](std::int32_t column) { return source.GuessOf(column).only_ahead; });
+  if (chosen.x >= 0 && !source.GuessOf(chosen.x).is_date) {
+    for (const std::int32_t column : chosen.y) {
+      if (!source.GuessOf(column).is_date) continue;
+      chosen.notes.push_back(source.Quoted(column) + " holds dates and is shown over " +
+                             source.Quoted(chosen.x) + " (--x " + source.NameOf(column) +
+                             " makes it X)");
+    }
+  }
   errors = out.Taken(is_error);
   out.If("counting the rows", [&](std::int32_t column) { return CountsRows(source, column); });
-  out.If("telling apart what the rows belong to",
-         [&](std::int32_t column) { return IdentifiesRows(source, column); });
+  const std::optional<RowBlocks> blocks = FindRowBlocks(source, numbers);
+  out.If("telling apart what the rows belong to", [&](std::int32_t column) {
+    const bool parts_x = blocks && blocks->x == chosen.x && blocks->identity == column;
+    return parts_x || IdentifiesRows(source, column);
+  });
   if (chosen.x >= 0) {
     const std::vector<double>& x = source.GuessOf(chosen.x).values;
     const std::vector<std::string> name = WordsOf(source.NameOf(chosen.x));
@@ -347,7 +360,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   if (chosen.x == kJoinedTimeColumn) {
     out.If("dates", [&](std::int32_t column) { return IsDecimalYear(source, column); });
   }
-  // Of few columns a constant one is wanted: a set point beside what was measured.
+  // Of few columns a constant one is wanted: a set point beside what was measured; not of many that are.
+  constexpr std::size_t kManyConstants = 5;
   Columns standing;
   std::ranges::copy_if(chosen.y, std::back_inserter(standing), [&](std::int32_t column) {
     const ColumnGuess& guess = source.GuessOf(column);
@@ -362,7 +376,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
            (NamesPlace(source.NameOf(column)) || NamesErrors(source.NameOf(column)) ||
             pairs.ValueOf(column).has_value());
   });
-  std::ranges::copy(out.Taken(constant, 2), std::back_inserter(constants));
+  const std::size_t remain = constants.size() + kManyConstants <= standing.size() ? 1 : 2;
+  std::ranges::copy(out.Taken(constant, remain), std::back_inserter(constants));
   std::ranges::sort(constants);
   out.Tell(constants, "one value throughout");
   if (!options.x_column) PairColumns(source, chosen);

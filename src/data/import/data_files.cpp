@@ -63,6 +63,8 @@ void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
       AreNumbersOnly(stated)) {
     return;
   }
+  // One number ahead of many words is a name.
+  if (BeginsWithOneNumber(stated)) return;
   for (std::size_t i = 0; i < ruled.size(); ++i) {
     if (ruled[i] != stated[i] && KindOfField(stated[i]) != FieldKind::Number) return;
   }

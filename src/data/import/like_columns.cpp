@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/text_encoding.h"
 #include "data/import/value_order.h"
 #include "data/text/text_names.h"
 
@@ -42,9 +43,8 @@ bool IsColour(std::span<const double> values) {
   return range.low >= 0 && (range.high <= 1 || (whole && range.high <= kLargestColour));
 }
 
-/// Neighbours are alike: their correlation (lag one) is above a half.
-bool GoesOn(std::span<const double> values) {
-  constexpr double kLeastCorrelation = 0.5;
+/// Neighbours are alike: their correlation (lag one) is above this.
+bool GoesOn(std::span<const double> values, double least_correlation = 0.5) {
   double mean = 0;
   for (const double value : values) mean += value / static_cast<double>(values.size());
   double all = 0, neighbours = 0;
@@ -52,7 +52,7 @@ bool GoesOn(std::span<const double> values) {
     all += (values[i] - mean) * (values[i] - mean);
     if (i > 0) neighbours += (values[i] - mean) * (values[i - 1] - mean);
   }
-  return all > 0 && neighbours > kLeastCorrelation * all;
+  return all > 0 && neighbours > least_correlation * all;
 }
 
 /// Unlike an orbit, which comes back in a few turns.
@@ -71,8 +71,25 @@ bool TurnsOften(std::span<const double> values) {
 
 }  // namespace
 
+namespace {
+
+/// Of two columns the first goes on along the rows and turns back again and again: no scatter has its points in such an order.
+bool IsSeriesOfTwo(const ImportSource& source, std::span<const std::int32_t> columns) {
+  constexpr std::size_t kFewestOfTwo = 50;
+  constexpr double kLeastCorrelation = 0.7;
+  const ColumnGuess& first = source.GuessOf(columns.front());
+  const bool named = source.NameOf(columns.front()) != UnnamedColumn(columns.front()) &&
+                     LowerAscii(source.NameOf(columns.back())) != "y";
+  return named && !first.is_date && first.Successive().size() >= kFewestOfTwo &&
+         !IsMonotone(source.GuessOf(columns.back()).values) && IsInNoOrder(first.values) &&
+         GoesOn(first.Successive(), kLeastCorrelation);
+}
+
+}  // namespace
+
 bool AreSeries(const ImportSource& source, std::span<const std::int32_t> columns) {
   constexpr std::size_t kFewestOfSeries = 20;
+  if (columns.size() == 2) return IsSeriesOfTwo(source, columns);
   if (columns.size() < kFewest || !TurnsOften(source.GuessOf(columns.front()).Successive())) {
     return false;
   }

@@ -11,6 +11,7 @@
 #include "data/import/error_names.h"
 #include "data/import/like_columns.h"
 #include "data/import/name_words.h"
+#include "data/import/row_identity.h"
 #include "data/import/value_order.h"
 #include "data/text/field_kind.h"
 #include "data/text/number_names.h"
@@ -82,6 +83,19 @@ bool HasTwoValues(const std::vector<double>& values) {
                              [&](double value) { return value == ends.min || value == ends.max; });
 }
 
+/// Answers to questions: "1", "0", and "-1" where not asked.
+bool HasFewWholeValues(const std::vector<double>& values) {
+  constexpr std::size_t kMost = 3;
+  if (values.size() < kFewestInOrder || IsMonotone(values)) return false;
+  std::vector<double> different;
+  for (const double value : values) {
+    if (std::ranges::find(different, value) != different.end()) continue;
+    different.push_back(value);
+    if (value != std::floor(value) || different.size() > kMost) return false;
+  }
+  return true;
+}
+
 bool RisesThroughout(const std::vector<double>& values) {
   return values.size() > 2 && IsMonotone(values) &&
          std::ranges::adjacent_find(values) == values.end();
@@ -109,16 +123,6 @@ bool StandsBeforeSteps(const ImportSource& source, std::int32_t column) {
   return steps(numbers[1]) && std::ranges::none_of(std::span(numbers).subspan(2), steps);
 }
 
-bool NamesIdentity(std::string_view name) {
-  constexpr std::string_view kNames[] = {"object", "objid", "objectid", "sourceid", "kic",
-                                         "epic",   "hip",   "hd",       "star",     "uid",
-                                         "uuid",   "guid",  "hash",     "barcode",  "patient"};
-  const std::vector<std::string> words = WordsOf(name);
-  if (words.empty()) return false;
-  return words.back() == "id" ||
-         (words.size() == 1 && std::ranges::find(kNames, words.front()) != std::end(kNames));
-}
-
 /// The first column holds texts, another one in each row: the rows are labelled.
 bool HasRowLabels(const ImportSource& source) {
   constexpr std::size_t kFewest = 3;
@@ -140,21 +144,9 @@ bool LeavesOutX(const ImportSource& source) {
 }  // namespace
 
 bool CountsRows(const ImportSource& source, std::int32_t column) {
-  return source.GuessOf(column).CountsRows() &&
-         (NamesCount(source, column) || StandsBeforeSteps(source, column));
-}
-
-bool IdentifiesRows(const ImportSource& source, std::int32_t column) {
-  constexpr std::size_t kFewest = 3;
-  const ColumnGuess& guess = source.GuessOf(column);
-  if (guess.is_date || guess.values.size() < kFewest || !NamesIdentity(source.NameOf(column))) {
-    return false;
-  }
-  if (IsMonotone(guess.values)) return false;
-  std::vector<double> values = guess.values;
-  std::ranges::sort(values);
-  return values.front() >= 0 && std::ranges::adjacent_find(values) == values.end() &&
-         std::ranges::all_of(values, [](double value) { return value == std::floor(value); });
+  return (source.GuessOf(column).CountsRows() &&
+          (NamesCount(source, column) || StandsBeforeSteps(source, column))) ||
+         LabelsRows(source, column);
 }
 
 namespace {
@@ -243,7 +235,7 @@ std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x)
     const bool may_be = column < x || (column > x && !scans && NamesScan(name));
     const ColumnGuess& guess = source.GuessOf(column);
     if (may_be && guess.values.size() >= kFewestInOrder && RisesThroughout(guess.values) &&
-        !guess.CountsRows() && !NamesErrors(name)) {
+        !CountsRows(source, column) && !guess.CountsRows() && !NamesErrors(name)) {
       return column;
     }
   }
@@ -261,7 +253,9 @@ bool HoldsUnreadDays(const ImportSource& source, std::int32_t column) {
          std::ranges::all_of(guess.values, is_long);
 }
 
-std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
+namespace {
+
+std::int32_t ChooseAmong(const ImportSource& source, const Columns& numbers) {
   if (LeavesOutX(source)) return kRowNumberColumn;
   const auto named = std::ranges::find_if(numbers, [&](std::int32_t column) {
     return LowerAscii(source.NameOf(column)) == "x" && !source.GuessOf(column).IsConstant();
@@ -280,9 +274,15 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
     }
     (CountsRows(source, column) ? counts : varying).push_back(column);
   }
+  if (const auto blocks = FindRowBlocks(source, numbers)) return blocks->x;
   std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
     return LowerAscii(source.NameOf(column)) != "y";
   });
+  if (varying.size() > kFewColumns && std::ranges::all_of(varying, [&](std::int32_t column) {
+        return HasFewWholeValues(source.GuessOf(column).values);
+      })) {
+    return kRowNumberColumn;
+  }
   // Sex, death, group: what tells two kinds of rows apart.
   if (varying.size() > 2 && HasNames(source)) {
     std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
@@ -367,6 +367,16 @@ std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
   if (!labelled) return varying.front();
   return first(
       [&](std::int32_t column) { return rises(column) && NamesArgument(source.NameOf(column)); });
+}
+
+}  // namespace
+
+std::int32_t ChooseX(const ImportSource& source, const Columns& numbers) {
+  const std::int32_t x = ChooseAmong(source, numbers);
+  // Labels of rows say that these are cases, which stand side by side unless a time or the like tells when.
+  const bool labelled = !numbers.empty() && LabelsRows(source, numbers.front());
+  const bool tells = x >= 0 && (source.GuessOf(x).is_date || NamesArgument(source.NameOf(x)));
+  return labelled && !tells ? kRowNumberColumn : x;
 }
 
 }  // namespace tarnwick

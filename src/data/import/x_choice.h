@@ -13,11 +13,7 @@ namespace tarnwick {
 /// count of rows while there is something better; kRowNumberColumn where none gives X.
 std::int32_t ChooseX(const ImportSource& source, const std::vector<std::int32_t>& numbers);
 
-/// The column tells apart what the rows belong to, by whole numbers in no order, another one in each row, and is called so:
-/// "object", "source_id".
-bool IdentifiesRows(const ImportSource& source, std::int32_t column);
-
-/// The column counts the rows, by its values and by its name or for want of one.
+/// The column counts the rows, by its values and by its name or for want of one, or labels them (LabelsRows).
 bool CountsRows(const ImportSource& source, std::int32_t column);
 
 /// Neither its name nor the order of its values says that the column is X.

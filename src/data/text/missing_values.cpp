@@ -17,6 +17,7 @@ constexpr double kHuge = 1e20;
 constexpr double kBeyondAll = 1e33;  // nothing measured is as large
 constexpr double kSinglePrecision = 1e-6;
 constexpr double kFillValue = 9.969209968386869e36;  // of array files in single precision
+constexpr double kNearlyLargest = 1.797e308;         // the largest double, to a few digits
 constexpr double kLargestSingle = 3.4028234663852886e38;
 constexpr double kWidthsApart = 5;
 constexpr double kWidthsApartOnce = 10;  // 9, 99, 999 are a series
@@ -67,7 +68,7 @@ Sentinel KindOf(double value) {
   if (size < kHuge && is_power && value <= kLargestPowerBelow) return Sentinel::PowerBelow;
   if (size < kHuge) return CountNines(value) > 1 ? Sentinel::Nines : Sentinel::None;
   const bool is_fill = AgreeInSingle(size, kFillValue) || AgreeInSingle(size, kLargestSingle) ||
-                       size == std::numeric_limits<double>::max();
+                       size >= kNearlyLargest;
   if (is_power || is_fill) return Sentinel::Huge;
   return size > kBeyondAll ? Sentinel::BeyondAll : Sentinel::None;
 }
@@ -153,9 +154,10 @@ void MoveInliers(Sorted& sorted) {
   }
 }
 
-/// -999 beside 999: the ends of a scale.
+/// -999 beside 999: the ends of a scale; no scale goes as far as 1e20.
 bool HoldsBothEnds(const std::vector<Candidate>& candidates) {
-  return candidates.size() == 2 && candidates[0].value == -candidates[1].value;
+  return candidates.size() == 2 && candidates[0].value == -candidates[1].value &&
+         std::abs(candidates[0].value) < kHuge;
 }
 
 }  // namespace

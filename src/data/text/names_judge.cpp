@@ -39,6 +39,12 @@ bool IsUnit(std::string_view text) {
       "Ω|µa|µm|µv|µs|ft|in|lb|lbs|deg c|degt|nmi|mau|emu|oe|gauss|tesla|"
       "msun|rsun|lsun|gyr|myr|kpc|pc|jy|mjy|dex|";
   if (text.size() > kLongestUnit) return false;
+  // "V (m/s)": a name with its unit.
+  const std::size_t open = text.find(" (");
+  if (open != text.npos && open > 0 && text.ends_with(')') &&
+      IsUnit(text.substr(open + 2, text.size() - open - 3))) {
+    return false;
+  }
   return kUnits.find("|" + lower + "|") != kUnits.npos || text.find('/') != text.npos ||
          text.find('^') != text.npos || text.find("vs") != text.npos;
 }
@@ -224,6 +230,24 @@ bool IsRowOfNumbers(const std::string& name) {
   return words > 1;
 }
 
+/// "2.4445  .01373  .17503   rchrg", "(variable" and "on nodes)": what was cut where no names are parted.
+bool AreCutAmiss(const Names& names) {
+  bool open = false;
+  for (const std::string& name : names) {
+    const std::size_t first = name.find(' ');
+    const std::size_t second = name.find_first_not_of(' ', std::min(first, name.size()));
+    if (second != name.npos && name.find('.') < second && ParseNumber(name.substr(0, first)) &&
+        ParseNumber(name.substr(second, name.find(' ', second) - second))) {
+      return true;
+    }
+    const auto opens = std::ranges::count(name, '(');
+    const auto closes = std::ranges::count(name, ')');
+    if (open && closes > opens) return true;
+    open = opens > closes;
+  }
+  return false;
+}
+
 /// "(1999)", "1999)"
 bool HoldsYearInBrackets(std::string_view text) {
   const std::size_t close = text.rfind(')');
@@ -277,7 +301,7 @@ bool TellOfFile(const Names& all, std::string_view line) {
     return !IsYear(name) && (kind == FieldKind::Number ||
                              (kind == FieldKind::Quantity && name.find('.') < name.find(' ')));
   };
-  if (line.find(',') == line.npos && line.find('"') == line.npos &&
+  if (line.find(',') == line.npos && line.find('"') == line.npos && !BeginsWithOneNumber(names) &&
       std::ranges::any_of(names, is_figure)) {
     return true;
   }
@@ -304,7 +328,7 @@ bool IsRule(std::string_view line) {
 
 bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
   if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
-  if (AreNumbersAcross(names)) return true;
+  if (AreNumbersAcross(names) || CountBetweenTexts(names)) return true;
   std::size_t filled = 0;
   std::size_t texts = 0;
   std::size_t words = 0;          // of these, what does not stand for a missing value
@@ -321,7 +345,8 @@ bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
   if (words == 0 && names.size() > 1) return false;  // a row of missing values
   if (numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
       AreKeysAndValues(names, line) || AreMeasured(names, line) || MarksSection(names) ||
-      MarksPart(names, line) || AreCitation(names, line) || TellOfFile(names, line))
+      MarksPart(names, line) || AreCitation(names, line) || AreCutAmiss(names) ||
+      TellOfFile(names, line))
     return false;
   return (!HoldsSentence(names, line, preamble) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);

@@ -17,6 +17,7 @@ namespace {
 constexpr std::size_t kLongestName = 255;
 constexpr std::size_t kMostNames = 1000;
 constexpr std::size_t kMostNamesTooMany = 3;  // of columns that the rows leave out at their ends
+constexpr std::size_t kColumnsPerNameTooMany = 32;  // more of many columns
 
 using Names = std::vector<std::string>;
 
@@ -312,7 +313,8 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   const bool tight = !comment || text.find_first_of("|;\t") != text.npos;
   if (tight && wanted > 1 && !layout.IsSeparator(' ')) {
     Names names = SplitBy(NameGaps::Separators, text, layout);
-    const bool few_more = names.size() > wanted && names.size() <= wanted + kMostNamesTooMany;
+    const std::size_t most = std::max(kMostNamesTooMany, wanted / kColumnsPerNameTooMany);
+    const bool few_more = names.size() > wanted && names.size() <= wanted + most;
     if (few_more && std::ranges::none_of(std::span(names).first(wanted), &std::string::empty)) {
       names.resize(wanted);
       return names;

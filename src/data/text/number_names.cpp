@@ -48,6 +48,31 @@ bool AreNumbersAcross(std::span<const std::string> fields) {
   return !fields.front().empty() || numbers.size() > kFewest || AreEven(numbers);
 }
 
+bool CountBetweenTexts(std::span<const std::string> fields) {
+  constexpr std::size_t kFewestCounted = 4;
+  const auto is_number = [](const std::string& field) { return ParseInteger(field).has_value(); };
+  const auto begin = std::ranges::find_if(fields, is_number);
+  const auto end = std::find_if_not(begin, fields.end(), is_number);
+  if (begin != fields.begin() + 1 || end == fields.end() || fields.front().empty()) return false;
+  if (std::any_of(end, fields.end(),
+                  [](const std::string& field) { return KindOfField(field) != FieldKind::Text; })) {
+    return false;
+  }
+  const auto counts_on = [](const std::string& one, const std::string& next) {
+    return ParseInteger(next) != *ParseInteger(one) + 1;
+  };
+  return static_cast<std::size_t>(end - begin) >= kFewestCounted &&
+         std::adjacent_find(begin, end, counts_on) == end;
+}
+
+bool BeginsWithOneNumber(std::span<const std::string> names) {
+  constexpr std::size_t kMany = 6;
+  return names.size() >= kMany && ParseInteger(names.front()) &&
+         std::all_of(names.begin() + 1, names.end(), [](const std::string& name) {
+           return KindOfField(name) == FieldKind::Text && name.find(' ') == name.npos;
+         });
+}
+
 bool AreEvenNumbersAcross(std::span<const std::string> fields) {
   const std::vector<double> numbers = NumbersBehindLabel(fields);
   return numbers.size() > kFewest && AreEven(numbers);

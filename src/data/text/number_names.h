@@ -16,4 +16,10 @@ bool AreEvenNumbersAcross(std::span<const std::string> fields);
 /// "country,code,2019,2020,2021": at least three that follow each other are numbers and rise.
 bool HoldRisingNumbers(std::span<const std::string> fields);
 
+/// "Espece", "1", "2", "3", "4", "E": behind a text and before others four numbers or more, each one more than the one before.
+bool CountBetweenTexts(std::span<const std::string> fields);
+
+/// "0", "AtomicRadius[A]", "AtomicMass", …: many words behind a single number.
+bool BeginsWithOneNumber(std::span<const std::string> names);
+
 }  // namespace tarnwick

@@ -1,0 +1,50 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "data/import/import_file.h"
+#include "import/table_texts.h"
+
+namespace tarnwick {
+namespace {
+
+using testing::Described;
+using testing::Rows;
+
+TEST(GuessedNames, AreWhatNamesColumnsAndNothingElse) {
+  std::string wide = "n0";
+  std::string rows = "1";
+  for (int i = 1; i < 164; ++i) wide += ",n" + std::to_string(i);
+  for (int i = 1; i < 160; ++i) rows += "," + std::to_string(i * i % 97);
+  const struct {
+    const char* what;
+    std::string text;
+    const char* read;
+  } tables[] = {
+      {"an infinity in the first row", "featureid\teffect\nF0\tinf\n" + Rows(9, "F@\t@@"),
+       "Row number: effect, 9"},
+      {"nothing in the first rows", "t v\nnan nan\n-inf inf\n" + Rows(9, "@ @@"), "t: v, 9"},
+      {"an angle", "2 theta,intensity\n" + Rows(5, "1@,@@"), "2 theta: intensity, 5"},
+      {"numbers ahead of names",
+       " a potential for a metal\n 2.44  .0137  .1750   rchrg,fchrg,qchrg\n" + Rows(9, "@ @@ 9@"),
+       "(col 0): (col 1), (col 2), 9"},
+      {"numbers between texts", "Species 1 2 3 4 E\n" + Rows(12, "s@ @.5 @@ 2.@ 4.@ A"),
+       "1: 2, 3, 4, 12"},
+      {"one number before many words", "0 AA[A] BB[K] CC DD EE\n" + Rows(9, "1@ @@ 2@ @@ @@ @@"),
+       "0: AA[A], BB[K], CC, DD, EE, 9"},
+      {"a title with a comma above names with units",
+       "# profile through z=0, y=0.6\n#   x (mm)   V (m/s)\n" + Rows(9, "@ @@"),
+       "x (mm): V (m/s), 9"},
+      {"brackets that go over columns",
+       "TEMPERATURE a (variable on nodes)\n" + Rows(9, "@ @@ 9@ 4@ 5@"),
+       "(col 0): (col 1), (col 2), (col 3), (col 4), 9"},
+  };
+  for (const auto& table : tables) {
+    EXPECT_EQ(Described(ImportText(table.text, "t")), table.read) << table.what;
+  }
+  const std::string many = wide + "\n" + rows + "\n2" + rows + "\n3" + rows + "\n";
+  EXPECT_EQ(ImportText(many, "t").x_name, "n0");
+}
+
+}  // namespace
+}  // namespace tarnwick
