@@ -71,8 +71,9 @@ void AddPointsBehind(std::int32_t last, DataState& target, const DataState& pres
   target.id_counter = present.id_counter + shift;
 }
 
-/// Runs that lie within what came before are joined as they came.
-void TakeLineOrder(SeriesState& target, const SeriesState& present) {
+/// Runs that lie within what came before are joined as they came, and not to each other.
+void TakeLine(SeriesState& target, const SeriesState& present) {
+  if (present.data.settings.BreakAtGaps) target.data.settings.BreakAtGaps = true;
   if (present.style.line_order == LineOrder::AsTheyCame)
     target.style.line_order = LineOrder::AsTheyCame;
 }
@@ -90,7 +91,7 @@ void KeepComeSince(SeriesState& target_series, const SeriesState& present_series
   } else {
     AddPointsBehind(left.id_counter, target, present);
   }
-  TakeLineOrder(target_series, present_series);
+  TakeLine(target_series, present_series);
   PointsEdited(target);
 }
 
@@ -103,7 +104,7 @@ bool TakePointsThatCame(GraphState& state, const GraphState& present) {
     const SeriesState* const now = Matching(present, state, i);
     if (now == nullptr || now->data.id_counter <= data.id_counter) continue;
     TakePoints(data, now->data);
-    TakeLineOrder(state.series[i], *now);
+    TakeLine(state.series[i], *now);
     PointsEdited(data);
     came = true;
   }
