@@ -1,5 +1,5 @@
-// Columns that tell what the rows of a table belong to: labels of rows, numbers of objects, persons measured again and again. Knows
-// names and sampled values.
+// Columns that tell what the rows of a table belong to: labels of rows, numbers of objects, persons measured again and again.
+// Knows names and sampled values.
 #pragma once
 
 #include <cstdint>

@@ -62,7 +62,8 @@ bool MayBeginNumber(char c) {
          c == '\xC2';
 }
 
-/// "12.5 mV", "12mV", "5 apples"; "2 theta" is an angle's name, "13CS" is a label: letters joined to digits are a unit only where they are known as one.
+/// "12.5 mV", "12mV", "5 apples"; "2 theta" is an angle's name, "13CS" is a label: letters joined to digits are a unit only where
+/// they are known as one.
 bool IsQuantity(std::string_view text) {
   const std::optional<NumberAndUnit> split = SplitUnit(text);
   if (!split || LowerAscii(split->unit).starts_with("theta")) return false;
