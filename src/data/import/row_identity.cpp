@@ -17,17 +17,6 @@ namespace {
 
 constexpr std::size_t kFewestInBlocks = 8;
 
-bool NamesIdentity(std::string_view name) {
-  constexpr std::string_view kNames[] = {
-      "object",  "objid",   "objectid", "sourceid", "kic",  "epic",        "hip",
-      "hd",      "star",    "uid",      "uuid",     "guid", "hash",        "barcode",
-      "patient", "subject", "ptno",     "patno",    "subj", "participant", "animal"};
-  const std::vector<std::string> words = WordsOf(name);
-  if (words.empty()) return false;
-  return words.back() == "id" ||
-         (words.size() == 1 && std::ranges::find(kNames, words.front()) != std::end(kNames));
-}
-
 bool AreWhole(const std::vector<double>& values) {
   return std::ranges::all_of(values, [](double value) { return value == std::floor(value); });
 }
@@ -54,6 +43,17 @@ bool IdentifiesBlocks(const ImportSource& source, std::int32_t column) {
 }
 
 }  // namespace
+
+bool NamesIdentity(std::string_view name) {
+  constexpr std::string_view kNames[] = {
+      "object",  "objid",   "objectid", "sourceid", "kic",  "epic",        "hip",
+      "hd",      "star",    "uid",      "uuid",     "guid", "hash",        "barcode",
+      "patient", "subject", "ptno",     "patno",    "subj", "participant", "animal"};
+  const std::vector<std::string> words = WordsOf(name);
+  if (words.empty()) return false;
+  return words.back() == "id" ||
+         (words.size() == 1 && std::ranges::find(kNames, words.front()) != std::end(kNames));
+}
 
 bool IdentifiesRows(const ImportSource& source, std::int32_t column) {
   constexpr std::size_t kFewest = 3;

@@ -5,10 +5,14 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "data/import/import_source.h"
 
 namespace tarnwick {
+
+/// "id", "subject", "star_id": what tells which person or thing.
+bool NamesIdentity(std::string_view name);
 
 /// The column tells apart what the rows belong to and is called so ("object", "source_id", "subject"), by whole numbers in no
 /// order, another one in each row.

@@ -218,10 +218,12 @@ bool MayGiveErrors(const ImportSource& source, std::int32_t column) {
 
 bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column) {
   constexpr std::size_t kFewestColumns = 3;  // of two the first is X
-  if (column < 0 || source.NumberColumns().size() < kFewestColumns) return false;
+  if (column < 0 || source.columns.size() < kFewestColumns) return false;
   const ColumnGuess& guess = source.GuessOf(column);
-  return !guess.is_date && IsInNoOrder(guess.values) && !RunsAnew(guess.values) &&
-         !NamesArgument(source.NameOf(column));
+  const std::string name = source.NameOf(column);
+  if (guess.is_date || NamesArgument(name)) return false;
+  return (IsInNoOrder(guess.values) && !RunsAnew(guess.values)) || HasTwoValues(guess.values) ||
+         HasFewWholeValues(guess.values) || NamesIdentity(name);
 }
 
 std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x) {
@@ -230,9 +232,11 @@ std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x)
     return std::nullopt;
   }
   const bool scans = NamesScan(source.NameOf(x));
+  const bool nameless = source.NameOf(x) == UnnamedColumn(x);
   for (const std::int32_t column : source.NumberColumns()) {
     const std::string name = source.NameOf(column);
-    const bool may_be = column < x || (column > x && !scans && NamesScan(name));
+    const bool may_be =
+        column < x || (column > x && !scans && NamesScan(name)) || (nameless && NamesTime(name));
     const ColumnGuess& guess = source.GuessOf(column);
     if (may_be && guess.values.size() >= kFewestInOrder && RisesThroughout(guess.values) &&
         !CountsRows(source, column) && !guess.CountsRows() && !NamesErrors(name)) {

@@ -16,10 +16,12 @@ std::int32_t ChooseX(const ImportSource& source, const std::vector<std::int32_t>
 /// The column counts the rows, by its values and by its name or for want of one, or labels them (LabelsRows).
 bool CountsRows(const ImportSource& source, std::int32_t column);
 
-/// Neither its name nor the order of its values says that the column is X.
+/// Neither its name nor the order of its values says that the column is X, or they speak against it: two or three whole values,
+/// the number of a person.
 bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column);
 
-/// A column that rises in every row and stands ahead of this X, counts of rows apart, or is called what is swept as X is not.
+/// A column that rises in every row and stands ahead of this X, counts of rows apart, or is called what is swept as X is not, or
+/// a time where X has no name.
 /// None where X is a date or called "x".
 std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x);
 

@@ -45,6 +45,17 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
       {"a day", "time,v\n11:00,5\n11:30,6\n12:00,7\n12:30,8\n", ""},
       {"nothing tells X", "a,b,c\n5,50,7\n3,70,2\n9,10,8\n1,60,3\n8,30,9\n2,90,1\n",
        "\"a\" is taken as X because nothing tells"},
+      {"a person's number is X for want of better",
+       "id,gene,v\n12,C/C,7\n12,C/T,2\n5,C/C,8\n5,T/T,3\n",
+       "\"id\" is taken as X because nothing tells"},
+      {"so are two epochs",
+       "2000,5,8\n2000,4,3\n1950,7,9\n2000,8,1\n2000,2,3\n2000,9,4\n2000,1,3\n1950,6,2\n",
+       "\"(col 0)\" is taken as X because nothing tells"},
+      {"labels ahead of a time",
+       "time,cumhaz\n1,0.5,0.3\n8,1,0.1\n12,1.5,0.4\n13,2,0.2\n21,2.5,0.6\n30,3,0.7\n31,4,0.5\n40,"
+       "5,0."
+       "9\n",
+       "\"(col 0)\" is taken as X, though \"time\" rises as well"},
       {"fractions", "game,won,v\n5,1/4,8\n6,3/35,9\n7,2/5,7\n",
        "\"won\" is left out: \"1/4\" is read as no number"},
       {"laps", "lap,v\n00:31,5\n00:35,6\n00:30,7\n00:34,8\n", ""},
