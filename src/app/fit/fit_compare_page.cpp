@@ -141,7 +141,15 @@ void FitComparePage::AddCandidate(Candidate candidate, Qt::CheckState state) {
 }
 
 void FitComparePage::PutModel(const FitSettings& model) {
-  candidates_.front().model = model;
+  FitSettings& present = candidates_.front().model = model;
+  // Names that nobody made parameters are such here as where the formula is fitted.
+  if (model.parameters.empty() && model.templates.empty() && !model.Expression.empty()) {
+    const std::vector<std::string> variables = {model.XVarName, FitSettings().XVarName, x_name_};
+    present = TypedModel(model.Expression, variables, points_);
+    const std::int32_t entering = present.NPoints;
+    TakePoints(model, present);
+    present.NPoints = entering;
+  }
   QListWidgetItem& item = *list_->item(0);
   const bool written = !model.Expression.empty();
   item.setText(written ? tr("This function: %1").arg(ToQt(model.Expression)) : tr("This function"));

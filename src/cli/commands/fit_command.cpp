@@ -215,9 +215,9 @@ void Run(const FitOptions& options, Output& output) {
   FitJob job = PrepareFit(series, RunOptionsOf(options));
   if (options.guess) TakeGuess(job, series);
   FitResult result = Fit(job);
+  if (!made.empty()) result.verdict.notes.push_back(TakenAsParameters(made));
   ApplyFit(series, result);
   if (!IsFitted(series.Fit().Status())) series.Fit().SetStatus(FitStatus::cf_FinResult);
-  if (!made.empty()) result.verdict.notes.push_back(TakenAsParameters(made));
   NoteOptions(input, index, job, result);
   const FitAnswer answer = Answer(options, job, series, std::move(result));
   Save(options, input, index, answer, output);

@@ -175,6 +175,20 @@ TEST_F(FitDesktopTest, ComparedFormulasHaveTheEditorsVariableOrTheirOwn) {
   });
 }
 
+TEST_F(FitDesktopTest, AFormulaIsComparedAsItIsTyped) {
+  Start({TwoRuns()});
+  InEditor([&](QDialog& dialog) {
+    dialog.findChild<QPlainTextEdit*>("ExpressionEdit")->setPlainText("a+b*x");
+    dialog.findChild<QTabWidget*>()->setCurrentIndex(3);
+    dialog.findChild<QLineEdit*>("ComparedFormula")->setText("c+d*x");
+    dialog.findChild<QPushButton*>("CompareNow")->click();
+    const QTableWidget* table = Table("ComparisonTable");
+    ASSERT_EQ(table->rowCount(), 2);
+    EXPECT_EQ(table->item(0, 2)->text(), table->item(1, 2)->text());
+    EXPECT_FALSE(dialog.findChild<QLabel*>("ComparisonRemarks")->text().contains("did not start"));
+  });
+}
+
 TEST_F(FitDesktopTest, EscapeAsksBeforeItThrowsAwayWhatWasTyped) {
   OpenFitted();
   const FitSettings before = Series().Fit().Settings();
