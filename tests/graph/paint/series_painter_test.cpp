@@ -312,7 +312,9 @@ TEST(PaintSeries, CrowdedSymbolsLookAsDrawnOneByOne) {
 // The point at (5, 5) with an error of 2 in Y, 1 in X: 25 pixels a unit of X, 17 of Y.
 TEST(PaintSeries, ErrorBarsReachFromEndToEndWithCaps) {
   // The point stands at (5, 5), wherever its base line is.
-  for (const auto& [ratio, zero] : {std::pair{1.0, 0.0}, {2.0, 0.0}, {1.0, 100.0}, {1.0, -100.0}}) {
+  const struct { double ratio, zero; } rows[] = {{1, 0}, {2, 0}, {1, 100}, {1, -100}};
+  for (const auto& row : rows) {
+    const double ratio = row.ratio, zero = row.zero;
     TSeries series;
     series.AddPoint(5, 5 + zero);
     series.SetZeroValue(zero);
