@@ -96,7 +96,7 @@ OffsetLabels TakeOffset(const AxisState& axis, const std::vector<Tick>& ticks) {
 
 std::string CommonDate(const AxisState& axis, const std::vector<Tick>& ticks) {
   constexpr double kLongestPassed = 420;  // days: times run to 9999 hours
-  constexpr double kMoment = 0.5 / 86'400;
+  constexpr double kHalfSecond = 0.5 / 86'400;
   const std::optional<Span> span = LabelledSpan(ticks);
   if (!axis.ShowAsTime || axis.LogScale || !span || span->max < kLongestPassed ||
       !IsCalendarDay(span->min) || !IsCalendarDay(span->max))
@@ -110,7 +110,7 @@ std::string CommonDate(const AxisState& axis, const std::vector<Tick>& ticks) {
   const char* left_out = dated ? "yyyy" : "yyyy-mm-dd";
   std::string first = FormatDay(span->min, left_out);
   // Midnight at the end belongs to what it ends.
-  const std::string last = FormatDay(std::max(span->max - kMoment, span->min), left_out);
+  const std::string last = FormatDay(std::max(span->max - kHalfSecond, span->min), left_out);
   if (first == last) return first;
   return first + (dated ? "\u2013" : " \u2013 ") + last;
 }
