@@ -13,6 +13,7 @@
 #include <random>
 #include <thread>
 
+#include "base/error.h"
 #include "desk/document/document.h"
 #include "desk/recovery/left_graphs.h"
 #include "desk/recovery/recovery_keeper.h"
@@ -155,7 +156,13 @@ class KeeperTest : public RecoveryTest {
     return kept;
   }
   bool WaitFor(const std::vector<int>& kept) {
-    return QTest::qWaitFor([&] { return Kept() == kept; });
+    return QTest::qWaitFor([&] {
+      try {
+        return Kept() == kept;
+      } catch (const Error&) {
+        return false;  // a copy was taken away while it was read
+      }
+    });
   }
 
   testing::ScriptedPrompt prompt_;
