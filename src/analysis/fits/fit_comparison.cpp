@@ -11,6 +11,7 @@
 #include "base/undefined.h"
 #include "fit/judge/distributions.h"
 #include "fit/model/curve_fit.h"
+#include "fit/model/find_parameter.h"
 #include "fit/model/model_values.h"
 #include "fit/residuals/sums_of_y.h"
 
@@ -50,10 +51,8 @@ FitSettings Changed(const FitJob& job, const FitResult& result, double change) {
 
 void TakeValuesByName(const FitSettings& from, FitSettings& to) {
   for (ParameterSettings& one : to.parameters) {
-    const auto same = std::ranges::find(from.parameters, LowerAscii(one.Name),
-                                        [](const auto& other) { return LowerAscii(other.Name); });
-    if (same != from.parameters.end() && one.Vary)
-      one.Value = std::clamp(same->Value, one.Low, one.High);
+    const ParameterSettings* const same = FindParameter(from.parameters, one.Name);
+    if (same != nullptr && one.Vary) one.Value = std::clamp(same->Value, one.Low, one.High);
   }
 }
 

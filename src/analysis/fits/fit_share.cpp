@@ -7,6 +7,7 @@
 #include "base/text_encoding.h"
 #include "base/undefined.h"
 #include "fit/judge/tied_parameters.h"
+#include "fit/model/find_parameter.h"
 
 namespace tarnwick {
 namespace {
@@ -137,14 +138,12 @@ bool IsTestedByAll(std::span<const std::unique_ptr<FitPart>> parts, const FitPar
 void CheckShared(std::span<const FitJob> jobs, std::span<const std::string> shared) {
   for (const std::string& name : shared) {
     for (const FitJob& job : jobs) {
-      const std::vector<ParameterSettings>& all = job.settings.parameters;
-      const auto one = std::ranges::find(
-          all, LowerAscii(name), [](const ParameterSettings& p) { return LowerAscii(p.Name); });
-      if (one != all.end() && one->Tie.empty() && one->Vary) continue;
-      std::string trouble = one == all.end() ? "The model of DataSet \"" : "The parameter \"";
-      if (one != all.end()) trouble.append(name).append("\" of DataSet \"");
+      const ParameterSettings* const one = FindParameter(job.settings.parameters, name);
+      if (one != nullptr && one->Tie.empty() && one->Vary) continue;
+      std::string trouble = one == nullptr ? "The model of DataSet \"" : "The parameter \"";
+      if (one != nullptr) trouble.append(name).append("\" of DataSet \"");
       trouble.append(job.data_set).append("\" ");
-      if (one == all.end()) {
+      if (one == nullptr) {
         trouble.append("has no parameter \"").append(name).append("\" to share.");
       } else {
         trouble.append(one->Tie.empty() ? "is held fixed" : "is tied");

@@ -19,6 +19,7 @@
 #include "fit/judge/verdict_summary.h"
 #include "fit/judge/verdict_words.h"
 #include "fit/model/curve_fit.h"
+#include "fit/model/find_parameter.h"
 
 namespace tarnwick {
 namespace {
@@ -401,13 +402,6 @@ void GuessNamed(FitJob& job) {
   }
 }
 
-ParameterSettings* FindParameter(FitJob& job, const std::string& name) {
-  const auto found = std::ranges::find_if(
-      job.settings.parameters,
-      [&](const ParameterSettings& one) { return LowerAscii(one.Name) == LowerAscii(name); });
-  return found == job.settings.parameters.end() ? nullptr : &*found;
-}
-
 }  // namespace
 
 void GuessJointStart(std::span<FitJob> jobs, std::span<const std::string> shared) {
@@ -415,7 +409,8 @@ void GuessJointStart(std::span<FitJob> jobs, std::span<const std::string> shared
   for (const std::string& name : shared) {
     std::vector<ParameterSettings*> same;
     for (FitJob& job : jobs) {
-      if (ParameterSettings* const one = FindParameter(job, name)) same.push_back(one);
+      if (ParameterSettings* const one = FindParameter(job.settings.parameters, name))
+        same.push_back(one);
     }
     double mean = 0;
     for (const ParameterSettings* const one : same)

@@ -9,6 +9,7 @@
 #include "expr/message_with_place.h"
 #include "expr/words/parser_exception.h"
 #include "fit/model/curve_fit.h"
+#include "fit/model/find_parameter.h"
 #include "fit/model/ties.h"
 #include "fit/model/typed_model.h"
 #include "results/fitted_model.h"
@@ -114,10 +115,7 @@ std::string FreeParameterName(const std::vector<ParameterSettings>& parameters) 
   const std::string prefix = ParameterSettings().Name;
   for (int number = 1;; ++number) {
     std::string name = prefix + std::to_string(number);
-    const bool taken = std::any_of(
-        parameters.begin(), parameters.end(),
-        [&](const ParameterSettings& one) { return LowerAscii(one.Name) == LowerAscii(name); });
-    if (!taken) return name;
+    if (FindParameter(parameters, name) == nullptr) return name;
   }
 }
 

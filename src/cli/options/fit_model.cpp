@@ -11,6 +11,7 @@
 #include "cli/options/command.h"
 #include "cli/options/number_check.h"
 #include "expr/expression_parts.h"
+#include "fit/model/find_parameter.h"
 #include "fit/model/fit_function_file.h"
 #include "fit/model/ties.h"
 #include "results/fitted_model.h"
@@ -126,14 +127,6 @@ Assignment ReadAssignment(const std::string& text) {
   return assignment;
 }
 
-ParameterSettings* FindParameter(FitSettings& settings, const std::string& name) {
-  const auto row = std::find_if(settings.parameters.begin(), settings.parameters.end(),
-                                [lower = LowerAscii(name)](const ParameterSettings& parameter) {
-                                  return LowerAscii(parameter.Name) == lower;
-                                });
-  return row == settings.parameters.end() ? nullptr : &*row;
-}
-
 void Assign(const Assignment& assignment, ParameterSettings& parameter) {
   if (!assignment.tie.empty()) {
     const ParameterSettings none;
@@ -187,7 +180,7 @@ void SetParameters(const FitModelArguments& arguments, FitSettings& settings) {
     const Assignment assignment = ReadAssignment(text);
     if (new_ones && LowerAscii(assignment.name) == LowerAscii(settings.XVarName))
       throw UsageError("\"" + assignment.name + "\" is the variable of the expression");
-    ParameterSettings* parameter = FindParameter(settings, assignment.name);
+    ParameterSettings* parameter = FindParameter(settings.parameters, assignment.name);
     if (parameter == nullptr) {
       if (!new_ones) throw UsageError("the model has no parameter \"" + assignment.name + "\"");
       ParameterSettings added;

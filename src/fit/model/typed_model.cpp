@@ -9,6 +9,7 @@
 #include "base/word_list.h"
 #include "expr/expression_parts.h"
 #include "fit/model/curve_fit.h"
+#include "fit/model/find_parameter.h"
 
 namespace tarnwick {
 namespace {
@@ -86,10 +87,7 @@ std::string MissedVariable(const FitSettings& model, std::span<const std::string
 
 bool ChooseVariable(FitSettings& model, std::span<const std::string> names) {
   const std::string meant = MissedVariable(model, names);
-  const bool is_parameter = std::ranges::any_of(
-      model.parameters,
-      [&](const ParameterSettings& one) { return LowerAscii(one.Name) == LowerAscii(meant); });
-  if (meant.empty() || is_parameter) return false;
+  if (meant.empty() || FindParameter(model.parameters, meant) != nullptr) return false;
   model.XVarName = meant;
   return true;
 }
