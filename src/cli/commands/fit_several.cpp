@@ -105,7 +105,11 @@ void RunJoint(const FitOptions& options, const InputGraph& input, Output& output
   TerminalProgress progress;
   JointFit fit = RunJointFit(jobs, options.shared, progress);
   if (Failed(fit.whole.outcome.why)) throw Error(fit.whole.verdict.summary);
-  if (!made.empty()) fit.whole.verdict.notes.push_back(TakenAsParameters(made));
+  if (!made.empty()) {
+    // The graph keeps what is told of its first DataSet.
+    for (FitResult* const told : {&fit.whole, &fit.parts.front()})
+      told->verdict.notes.push_back(TakenAsParameters(made));
+  }
   ApplyJointFit(graph, chosen, options.shared, fit);
   JointAnswer answer;
   for (std::size_t i = 0; i < chosen.size(); ++i) {
