@@ -39,6 +39,13 @@ void Spawned::Signal(int number) const {
   ::kill(id_, number);
 }
 
+bool Spawned::HasEnded() const {
+  siginfo_t about{};
+  const auto id = static_cast<id_t>(id_);
+  // WNOWAIT leaves its end to be waited for.
+  return ::waitid(P_PID, id, &about, WEXITED | WNOHANG | WNOWAIT) == 0 && about.si_pid == id_;
+}
+
 int Spawned::Wait() {
   int status = 0;
   while (::waitpid(id_, &status, 0) < 0 && errno == EINTR) {

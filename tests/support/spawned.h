@@ -23,6 +23,7 @@ class Spawned {
   Spawned& operator=(const Spawned&) = delete;
 
   void Signal(int number) const;
+  bool HasEnded() const;
   /// Its exit status; -1 when a signal ended it.
   int Wait();
 

@@ -82,10 +82,16 @@ std::unique_ptr<Spawned> PostgresServer::Begin(const std::string& program,
 }
 
 void PostgresServer::Start() {
-  process_ =
-      Begin("postgres", {"-D", folder_ + "/data", "-k", folder_, "-c", "listen_addresses=", "-F"});
+  const std::vector<std::string> words = {"-D", folder_ + "/data",   "-k", folder_,
+                                          "-c", "listen_addresses=", "-F"};
+  process_ = Begin("postgres", words);
   for (int waited = 0; waited < kPatienceMs; waited += 50) {
     if (Answers()) return;
+    // Processes of one that was killed may keep its memory for a moment, which ends a new one at once.
+    if (process_->HasEnded()) {
+      process_->Wait();
+      process_ = Begin("postgres", words);
+    }
     QThread::msleep(50);
   }
   why_not_ = "The server does not answer";
