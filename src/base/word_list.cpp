@@ -13,4 +13,13 @@ std::string Listed(std::span<const std::string> words, std::size_t most) {
   return list;
 }
 
+std::string Joined(std::span<const std::string> words, std::string_view between) {
+  std::string text;
+  for (const std::string& word : words) {
+    if (&word != &words.front()) text += between;
+    text += word;
+  }
+  return text;
+}
+
 }  // namespace tarnwick

@@ -5,11 +5,15 @@
 #include <limits>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace tarnwick {
 
 /// "a, b and c"; of more than `most` the first and "and 4 more".
 std::string Listed(std::span<const std::string> words,
                    std::size_t most = std::numeric_limits<std::size_t>::max());
+
+/// The words with `between` them.
+std::string Joined(std::span<const std::string> words, std::string_view between);
 
 }  // namespace tarnwick

@@ -25,13 +25,6 @@ bool IsCompound(std::string_view name) {
   return false;
 }
 
-/// The unit that ends a name in brackets is left to the name: "-U (V)".
-std::string_view WithoutUnit(std::string_view name) {
-  const std::size_t bracket = name.find_last_of("([");
-  const bool ends = !name.empty() && (name.back() == ')' || name.back() == ']');
-  return ends && bracket != std::string_view::npos ? TrimBlanks(name.substr(0, bracket)) : name;
-}
-
 struct Columns {
   std::string x;
   std::string y;
@@ -76,7 +69,7 @@ class Caption {
     if (!IsCompound(column)) return false;
     const bool ends = EndsOperand(i + 1);
     const bool begins = i == 0 || EndsOperand(i - 1);
-    const bool signed_alone = i == 1 && PartText(0) == "-" && !IsCompound(WithoutUnit(column));
+    const bool signed_alone = i == 1 && PartText(0) == "-" && !IsCompound(NameWithoutUnit(column));
     return !ends || (!begins && !signed_alone);
   }
 
@@ -109,6 +102,13 @@ std::string CaptionOfY(const TDSInfo& info) {
 std::string CaptionOfY(const TDSInfo& info, const std::string& y_name) {
   if (IsRawColumn(info.YColExpr, "y")) return y_name;
   return Computed(info.YColExpr, y_name, {info.XDataColumn, y_name});
+}
+
+std::string_view NameWithoutUnit(std::string_view name) {
+  name = TrimBlanks(name);
+  if (!name.ends_with(')') && !name.ends_with(']')) return name;
+  const std::size_t open = name.rfind(name.ends_with(')') ? '(' : '[');
+  return open == name.npos || open == 0 ? name : TrimBlanks(name.substr(0, open));
 }
 
 }  // namespace tarnwick

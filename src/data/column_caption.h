@@ -19,4 +19,7 @@ std::string CaptionOfY(const TDSInfo& info);
 /// `y_name` stands for the name of Y's column.
 std::string CaptionOfY(const TDSInfo& info, const std::string& y_name);
 
+/// "U" of "U (mV)" and "U [mV]": a column's name without what ends it in brackets, where anything stands before these.
+std::string_view NameWithoutUnit(std::string_view name);
+
 }  // namespace tarnwick

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/number_text.h"
+#include "data/text/field_kind.h"
 #include "data/text/text_lines.h"
 
 namespace tarnwick {
@@ -34,16 +35,11 @@ WholeNumbers WholeNumbersOf(std::string_view line, const TextLayout& layout) {
   return numbers;
 }
 
-std::ptrdiff_t PlacesBehindPoint(std::string_view text) {
-  const std::size_t point = text.find('.');
-  return point == text.npos ? 0 : static_cast<std::ptrdiff_t>(text.size() - point);
-}
-
 /// A column of the rows has a decimal in every row.
 bool HoldsDecimals(const FieldTexts& columns) {
   return std::ranges::any_of(columns, [](const std::vector<std::string>& column) {
     return std::ranges::all_of(column,
-                               [](const std::string& text) { return PlacesBehindPoint(text) > 0; });
+                               [](const std::string& text) { return LengthFromPoint(text) > 0; });
   });
 }
 
@@ -105,10 +101,10 @@ bool IsWrittenOtherwise(HeadLines lines, std::size_t line, const Below& below) {
     return false;
   }
   for (std::size_t i = 0; i < samples.size(); ++i) {
-    const std::ptrdiff_t decimals = PlacesBehindPoint(samples[i].front());
+    const std::size_t decimals = LengthFromPoint(samples[i].front());
     const bool even = std::ranges::all_of(
-        samples[i], [&](const std::string& text) { return PlacesBehindPoint(text) == decimals; });
-    if (!even || decimals == PlacesBehindPoint(own[i].front())) return false;
+        samples[i], [&](const std::string& text) { return LengthFromPoint(text) == decimals; });
+    if (!even || decimals == LengthFromPoint(own[i].front())) return false;
   }
   const std::int64_t rows = CountDataLines(below.text, below.layout, kMostCounted);
   return rows > 0 && rows % above.front() == 0;

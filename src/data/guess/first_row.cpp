@@ -74,8 +74,7 @@ std::vector<int> DecimalsOf(std::string_view line, const TextLayout& layout) {
   std::string buffer;
   while (const std::optional<std::string_view> field = cursor.Next()) {
     const std::string_view text = FieldText(*field, layout, buffer);
-    const std::size_t point = std::min(text.find('.'), text.size());
-    const auto behind = static_cast<int>(text.size() - point);
+    const auto behind = static_cast<int>(LengthFromPoint(text));
     decimals.push_back(KindOfField(text) == FieldKind::Number ? std::max(behind - 1, 0) : -1);
   }
   return decimals;

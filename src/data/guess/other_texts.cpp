@@ -82,10 +82,8 @@ bool ListsAtoms(const Lines& lines) {
 bool IsSymbol(std::string_view text) {
   constexpr std::string_view kSymbols =
       " H He Li Be B C N O F Ne Na Mg Al Si P S Cl Ar K Ca Sc Ti V Cr Mn Fe Co Ni Cu Zn Ga Ge As "
-      "Se "
-      "Br Kr Rb Sr Y Zr Nb Mo Tc Ru Rh Pd Ag Cd In Sn Sb Te I Xe Cs Ba La Ce Pr Nd Sm Eu Gd Tb Dy "
-      "Ho "
-      "Er Tm Yb Lu Hf Ta W Re Os Ir Pt Au Hg Tl Pb Bi Th U ";
+      "Se Br Kr Rb Sr Y Zr Nb Mo Tc Ru Rh Pd Ag Cd In Sn Sb Te I Xe Cs Ba La Ce Pr Nd Sm Eu Gd Tb "
+      "Dy Ho Er Tm Yb Lu Hf Ta W Re Os Ir Pt Au Hg Tl Pb Bi Th U ";
   std::string symbol = LowerAscii(text);
   if (symbol.empty() || symbol.size() > 2) return false;
   symbol.front() = text.front();
@@ -228,8 +226,7 @@ constexpr OtherText kOtherTexts[] = {
      "The file holds the atoms of molecules and where they lie, no table of measured values"},
     {"", "RINEX VERSION / TYPE",
      "These are records of a receiver of satellites (RINEX), which go over several lines, no "
-     "table; "
-     "convert them to columns"},
+     "table; convert them to columns"},
     {"LAMMPS data file", " atoms", "These are the atoms of a simulation, no table of numbers"},
 };
 
@@ -279,8 +276,7 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   }
   if (IsRagged(format)) {
     return "The file holds no table of numbers: two in five of its rows or more have another "
-           "number "
-           "of columns than the others";
+           "number of columns than the others";
   }
   return {};
 }

@@ -8,6 +8,8 @@
 
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "base/word_list.h"
+#include "data/column_caption.h"
 #include "data/import/error_names.h"
 #include "data/import/name_words.h"
 
@@ -45,20 +47,6 @@ std::string Spelled(std::string_view name) {
   return text;
 }
 
-/// "U" of "U (mV)", "U [mV]"; all of "(mV)" and of "u(y)_2".
-std::string_view WithoutUnit(std::string_view name) {
-  name = TrimBlanks(name);
-  if (!name.ends_with(')') && !name.ends_with(']')) return name;
-  const std::size_t open = name.rfind(name.ends_with(')') ? '(' : '[');
-  return open == name.npos || open == 0 ? name : TrimBlanks(name.substr(0, open));
-}
-
-std::string Joined(std::span<const std::string> words) {
-  std::string text;
-  for (const std::string& word : words) text += word;
-  return text;
-}
-
 void Add(Readings& readings, ErrorReading reading) {
   if (reading.value.empty()) return;
   const auto same = [&](const ErrorReading& known) { return known.value == reading.value; };
@@ -77,7 +65,7 @@ void ReadWords(const Words& words, Readings& readings) {
   Words rest = words;
   std::erase_if(rest,
                 [](const std::string& word) { return IsErrorWord(word) || IsErrorFiller(word); });
-  Add(readings, {.value = Joined(rest)});
+  Add(readings, {.value = Joined(rest, "")});
 }
 
 /// Errors are written with small letters, fields and velocities with capitals: "s_y" unlike "E_y". A name of capitals only may be
@@ -141,18 +129,18 @@ void ReadGluedLetter(std::string_view written, Readings& readings) {
 }  // namespace
 
 std::string SquashedName(std::string_view name) {
-  return Joined(WordsOf(Spelled(name)));
+  return Joined(WordsOf(Spelled(name)), "");
 }
 
 std::string SquashedWithoutUnit(std::string_view name) {
-  return SquashedName(WithoutUnit(name));
+  return SquashedName(NameWithoutUnit(name));
 }
 
 std::vector<ErrorReading> ReadAsError(std::string_view name) {
   Readings readings;
   const std::string spelled = Spelled(name);
   if (CountsErrors(WordsOf(spelled))) return readings;
-  const std::string_view bare = WithoutUnit(spelled);
+  const std::string_view bare = NameWithoutUnit(spelled);
   for (const std::string_view form : {std::string_view(spelled), bare}) {
     ReadWords(WordsOf(form), readings);
     ReadLetter(form, readings);

@@ -69,10 +69,6 @@ bool TurnsOften(std::span<const double> values) {
   return kPointsATurn * turns > values.size();
 }
 
-}  // namespace
-
-namespace {
-
 /// Of two columns the first goes on along the rows and turns back again and again: no scatter has its points in such an order.
 bool IsSeriesOfTwo(const ImportSource& source, std::span<const std::int32_t> columns) {
   constexpr std::size_t kFewestOfTwo = 50;

@@ -14,8 +14,8 @@ namespace tarnwick {
 bool AreAlike(const ImportSource& source, std::span<const std::int32_t> columns);
 
 /// True where the first of three and more of these columns turns back often, and most change little from row to row for what they
-/// change in all: each goes on along the rows, which were taken one after the other. Of
-/// two named columns so where the first does in many rows.
+/// change in all: each goes on along the rows, which were taken one after the other. Of two named columns so where the first does
+/// in many rows.
 bool AreSeries(const ImportSource& source, std::span<const std::int32_t> columns);
 
 }  // namespace tarnwick

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <utility>
@@ -33,16 +34,9 @@ void DropMissing(ImportSource& source) {
   }
 }
 
-/// As a list of MissingValues.
-std::string Joined(std::span<const std::string> values) {
-  std::string list;
-  for (const std::string& value : values) list += (list.empty() ? "" : " ") + value;
-  return list;
-}
-
 void AddMissing(std::span<const std::string> found, ImportSource& source) {
   if (found.empty()) return;
-  source.info.MissingValues += (source.info.MissingValues.empty() ? "" : " ") + Joined(found);
+  source.info.MissingValues += (source.info.MissingValues.empty() ? "" : " ") + Joined(found, " ");
 }
 
 bool HoldsNumbers(const ColumnGuess& column) {
@@ -85,22 +79,14 @@ std::vector<std::string> FindInColumns(const ImportSource& source) {
   return found;
 }
 
-/// The lines above the rows, as far as a head goes.
-std::vector<std::string_view> HeadOf(std::string_view text, char line_end, std::int32_t lines) {
-  constexpr std::size_t kMostLines = 1000;
-  std::vector<std::string_view> head;
-  for (LineWalker walker(text, line_end);
-       !walker.AtEnd() && head.size() < kMostLines && std::cmp_less(head.size(), lines);) {
-    head.push_back(walker.Next());
-  }
-  return head;
-}
-
 /// What the head declares, where it stands in the first rows at all and among no column's values.
 std::vector<std::string> FindDeclared(std::string_view text, char line_end,
                                       const ImportSource& source) {
   constexpr std::size_t kBytesLookedAt = 1 << 20;
-  const std::vector<std::string_view> head = HeadOf(text, line_end, source.info.FileHasHeaders);
+  constexpr std::int32_t kMostLines = 1000;  // of a head
+  const std::int32_t lines = std::clamp(source.info.FileHasHeaders, 0, kMostLines);
+  const std::vector<std::string_view> head =
+      FirstLines(text, static_cast<std::size_t>(lines), line_end);
   std::vector<std::string> declared = DeclaredMissing(head);
   if (declared.empty()) return declared;
   const std::size_t rows_at =
@@ -108,7 +94,7 @@ std::vector<std::string> FindDeclared(std::string_view text, char line_end,
           ? 0
           : static_cast<std::size_t>(head.back().data() - text.data()) + head.back().size();
   const std::string_view rows = text.substr(rows_at, kBytesLookedAt);
-  const MissingValues all(Joined(declared));
+  const MissingValues all(Joined(declared, " "));
   std::erase_if(declared, [&](const std::string& missing) {
     const double value = ParseNumber(missing).value_or(0);
     return rows.find(missing) == rows.npos ||

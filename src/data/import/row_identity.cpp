@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "data/import/argument_names.h"
 #include "data/import/name_words.h"
 #include "data/import/value_order.h"
 #include "data/text/text_names.h"
@@ -89,14 +90,12 @@ bool LabelsRows(const ImportSource& source, std::int32_t column) {
 
 std::optional<RowBlocks> FindRowBlocks(const ImportSource& source,
                                        std::span<const std::int32_t> numbers) {
-  constexpr std::string_view kTimes[] = {"time", "t",     "visit", "day", "days",
-                                         "week", "month", "year",  "age", "hour"};
   const auto identity = std::ranges::find_if(
       numbers, [&](std::int32_t column) { return IdentifiesBlocks(source, column); });
   if (identity == numbers.end()) return std::nullopt;
   const auto x = std::ranges::find_if(numbers, [&](std::int32_t column) {
     return column != *identity && !source.GuessOf(column).is_date &&
-           HasWord(source.NameOf(column), kTimes) &&
+           NamesPeriod(source.NameOf(column)) &&
            RisesWithin(source.GuessOf(column).values, source.GuessOf(*identity).values);
   });
   if (x == numbers.end()) return std::nullopt;

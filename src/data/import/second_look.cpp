@@ -42,20 +42,13 @@ struct Looked {
   TextLines tail;     ///< the last data lines of a table that ends with the text
 };
 
-TextLines LinesOf(std::string_view text, char line_end, std::size_t most) {
-  TextLines lines;
-  LineWalker walker(text, line_end);
-  while (!walker.AtEnd() && lines.size() < most) lines.push_back(walker.Next());
-  return lines;
-}
-
 /// The data lines at the end of the text, without what is left of a line that begins before.
 TextLines TailOf(std::string_view text, const TextLayout& layout) {
   if (text.size() > kTailBytes) {
     text.remove_prefix(text.size() - kTailBytes);
     text.remove_prefix(std::min(text.find(layout.line_end), text.size()));
   }
-  TextLines lines = LinesOf(text, layout.line_end, kTailBytes);
+  TextLines lines = FirstLines(text, kTailBytes, layout.line_end);
   std::erase_if(lines, [&](std::string_view line) { return !IsDataLine(line, layout); });
   return lines;
 }
@@ -66,12 +59,13 @@ Looked Look(const ImportSource& source, const TextFormat& format, std::string_vi
   const auto count = static_cast<std::size_t>(std::max(source.info.FileHasHeaders, 0));
   const std::string_view behind = BehindLines(text, count, line_end);
   const auto table = static_cast<std::size_t>(std::max(source.info.TableLines, 0));
-  TextLines rows = LinesOf(behind, line_end, table > 0 ? std::min(table, kMostLines) : kMostLines);
+  TextLines rows =
+      FirstLines(behind, table > 0 ? std::min(table, kMostLines) : kMostLines, line_end);
   TextLines tail = table > 0 ? TextLines() : TailOf(behind, layout);
   return {source,
           format,
           std::move(layout),
-          LinesOf(text, line_end, std::min(count, kMostLines)),
+          FirstLines(text, std::min(count, kMostLines), line_end),
           std::move(rows),
           std::move(tail)};
 }

@@ -21,8 +21,7 @@ bool CountsRows(const ImportSource& source, std::int32_t column);
 bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column);
 
 /// A column that rises in every row and stands ahead of this X, counts of rows apart, or is called what is swept as X is not, or
-/// a time where X has no name.
-/// None where X is a date or called "x".
+/// a time where X has no name. None where X is a date or called "x".
 std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x);
 
 /// The column is called a time and holds whole numbers as long as days are written, which were read as no dates.

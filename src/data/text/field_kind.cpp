@@ -122,4 +122,8 @@ FieldKind KindOfField(std::string_view text) {
   return IsQuantity(text) ? FieldKind::Quantity : FieldKind::Text;
 }
 
+std::size_t LengthFromPoint(std::string_view text) {
+  return text.size() - std::min(text.find('.'), text.size());
+}
+
 }  // namespace tarnwick

@@ -1,6 +1,7 @@
 // What kind of text a field holds, told quickly: what tables are recognised by. Knows the forms of values; knows no lines.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -17,6 +18,9 @@ enum class FieldKind : std::uint8_t {
 
 /// The kind of a field without its markers; blanks at its ends do not count.
 FieldKind KindOfField(std::string_view text);
+
+/// The decimal point of a number's text and what stands behind it: 3 of "1.50", 1 of "2.", 0 without one.
+std::size_t LengthFromPoint(std::string_view text);
 
 /// "10d", "5s", "N": how wide a column is and what it holds, as some data bases write below the names.
 bool IsColumnWidth(std::string_view text);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string_view>
+#include <vector>
 
 namespace tarnwick {
 
@@ -41,6 +42,15 @@ class LineWalker {
   const char* end_;
   char line_end_;
 };
+
+/// The first lines of a text, `most` of them or as many as there are.
+inline std::vector<std::string_view> FirstLines(std::string_view text, std::size_t most,
+                                                char line_end) {
+  std::vector<std::string_view> lines;
+  LineWalker walker(text, line_end);
+  while (!walker.AtEnd() && lines.size() < most) lines.push_back(walker.Next());
+  return lines;
+}
 
 /// The text behind its first lines.
 inline std::string_view BehindLines(std::string_view text, std::size_t lines, char line_end) {

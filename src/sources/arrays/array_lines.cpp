@@ -7,6 +7,7 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "sources/arrays/time_units.h"
 
 namespace tarnwick {
@@ -34,12 +35,6 @@ std::optional<AskedLine> ParseLine(std::string_view asked) {
   }
 }
 
-std::string Joined(const std::vector<std::string>& places) {
-  std::string text;
-  for (const std::string& place : places) text += (text.empty() ? "" : ",") + place;
-  return text;
-}
-
 bool IsPlace(const std::string& text, std::int64_t length) {
   std::int64_t place = -1;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), place);
@@ -62,7 +57,7 @@ NamedArray Line(const NamedArray& array, const AskedLine& asked, const std::stri
   const auto axis = static_cast<std::size_t>(along - asked.places.begin());
   line.lengths = {array.lengths[axis]};
   line.axes = {array.axes[axis]};
-  line.line = Joined(asked.places);
+  line.line = Joined(asked.places, ",");
   return line;
 }
 
@@ -118,12 +113,12 @@ std::string LineThrough(const NamedArray& array, std::span<const NamedArray> arr
       time == array.axes.end() ? otherwise : static_cast<std::size_t>(time - array.axes.begin());
   if (!places.empty()) places[along] = kAlong;
   if (array.order == AxisOrder::Turned) std::ranges::reverse(places);
-  return array.FullPath() + '[' + Joined(places) + ']';
+  return array.FullPath() + '[' + Joined(places, ",") + ']';
 }
 
 std::string PlainLine(std::string_view asked) {
   const std::optional<AskedLine> line = ParseLine(asked);
-  return line ? line->path + '[' + Joined(line->places) + ']' : std::string(TrimBlanks(asked));
+  return line ? line->path + '[' + Joined(line->places, ",") + ']' : std::string(TrimBlanks(asked));
 }
 
 std::string_view WithoutLine(std::string_view asked) {
