@@ -85,6 +85,7 @@ TEST(AxisEdit, TellsWhyAnAxisCannotBeDrawn) {
       {[](AxisState&) {}, ""},
       {[](AxisState& a) { a.Min = a.Max; }, "The minimum"},
       {[](AxisState& a) { a.LogScale = true; }, "A logarithmic"},
+      {[](AxisState& a) { a.LogScale = true, a.Min = 1e-300; }, ""},
       {[](AxisState& a) { a.StepSize = 0; }, "A step"},
       {[](AxisState& a) {
          a.StepSize = 0.02;

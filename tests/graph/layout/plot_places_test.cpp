@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -129,33 +130,39 @@ TEST_F(Places, EveryTickHasItsLabelBesideIt) {
 }
 
 TEST_F(Places, TicksGoOutwardsAndMinorOnesDivideTheSteps) {
-  const PlotLayout layout = Layout();
   struct Row {
     AxisId axis;
     QPointF first, along, outward;  // where the ticks begin, one part, which way they go
     int parts;                      // of a step: of 1 by fives, of 2 by fours
     int steps;
   };
-  for (const Row& row : {Row{AxisId::X, {90, 390}, {8.8, 0}, {0, 5}, 5, 10},
-                         Row{AxisId::Y, {90, 390}, {0, -16}, {-5, 0}, 4, 5},
-                         Row{AxisId::Y2, {530, 390}, {0, -16}, {5, 0}, 4, 5}}) {
-    const AxisLayout& axis = layout.Axis(row.axis);
-    std::vector<AxisTick> ticks = axis.ticks;
-    ASSERT_EQ(ticks.size(), static_cast<std::size_t>(row.parts * row.steps + 1));
-    std::sort(ticks.begin(), ticks.end(), [&](const AxisTick& a, const AxisTick& b) {
-      return QPointF::dotProduct(a.line.p1() - b.line.p1(), row.along) < 0;
-    });
-    for (int i = 0; i < std::ssize(ticks); ++i) {
-      const AxisTick& tick = ticks[static_cast<std::size_t>(i)];
-      EXPECT_EQ(tick.major, i % row.parts == 0);
-      EXPECT_LT(QLineF(tick.line.p1(), row.first + i * row.along).length(), 1e-9);
-      const QPointF tip = tick.line.p1() + (tick.major ? 1 : 0.6) * row.outward;
-      EXPECT_LT(QLineF(tick.line.p2(), tip).length(), 1e-9);
+  const Row rows[] = {Row{AxisId::X, {90, 390}, {8.8, 0}, {0, 5}, 5, 10},
+                      Row{AxisId::Y, {90, 390}, {0, -16}, {-5, 0}, 4, 5},
+                      Row{AxisId::Y2, {530, 390}, {0, -16}, {5, 0}, 4, 5}};
+  // Wherever the axes begin.
+  for (const double steps_from_zero : {0, 3, -4}) {
+    Show(AxisId::X, steps_from_zero, steps_from_zero + 10, 1);
+    Show(AxisId::Y, 20 * steps_from_zero, 20 * steps_from_zero + 100, 20);
+    const PlotLayout layout = Layout();
+    for (const Row& row : rows) {
+      const AxisLayout& axis = layout.Axis(row.axis);
+      std::vector<AxisTick> ticks = axis.ticks;
+      ASSERT_EQ(ticks.size(), static_cast<std::size_t>(row.parts * row.steps + 1));
+      std::sort(ticks.begin(), ticks.end(), [&](const AxisTick& a, const AxisTick& b) {
+        return QPointF::dotProduct(a.line.p1() - b.line.p1(), row.along) < 0;
+      });
+      for (int i = 0; i < std::ssize(ticks); ++i) {
+        const AxisTick& tick = ticks[static_cast<std::size_t>(i)];
+        EXPECT_EQ(tick.major, i % row.parts == 0);
+        EXPECT_LT(QLineF(tick.line.p1(), row.first + i * row.along).length(), 1e-9);
+        const QPointF tip = tick.line.p1() + (tick.major ? 1 : 0.6) * row.outward;
+        EXPECT_LT(QLineF(tick.line.p2(), tip).length(), 1e-9);
+      }
+      EXPECT_EQ(axis.grid.size(), static_cast<std::size_t>(row.steps + 1));
     }
-    EXPECT_EQ(axis.grid.size(), static_cast<std::size_t>(row.steps + 1));
+    EXPECT_EQ(layout.Axis(AxisId::X).grid[3], QLineF(222, 70, 222, 390));
+    EXPECT_EQ(layout.Axis(AxisId::Y2).grid[1], QLineF(90, 326, 530, 326));
   }
-  EXPECT_EQ(layout.Axis(AxisId::X).grid[3], QLineF(222, 70, 222, 390));
-  EXPECT_EQ(layout.Axis(AxisId::Y2).grid[1], QLineF(90, 326, 530, 326));
 }
 
 TEST_F(Places, TitlesStandTheirOffsetsFromTheLabels) {
@@ -478,8 +485,9 @@ TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
     QPointF center;
     QLineF line;
   };
-  const auto mark = [](MarkType type, double x1, double y1, double x2, double y2) {
-    return Mark{0, x1, y1, x2, y2, {}, "here", type, MarkStatus::XAndY};
+  const auto mark = [](MarkType type, double x1, double y1, double x2, double y2,
+                       const char* text = "here") {
+    return Mark{0, x1, y1, x2, y2, {}, text, type, MarkStatus::XAndY};
   };
   const Row rows[] = {
       {mark(MarkType::Vertical, 5, 0, 0, 0), {310 + 4 + w, 70 + 4 + h}, {310, 390, 310, 70}},
@@ -492,6 +500,12 @@ TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
       {mark(MarkType::Point, 9.8, 98, -1, 0), {521.2 - 4 - 4 - w, 76.4 + 4 + h}, {}},
       {mark(MarkType::Line, 5, 50, 5.2, 50), {318.8 + 4 + w, 230}, {310, 230, 318.8, 230}},
       {mark(MarkType::Line, -5, 0, 5, 100), {200 + 4 + w, 150 + h}, {90, 230, 310, 70}},
+      {mark(MarkType::Arrow, 5, 50, 2, 20), {310 + 4 + w, 230 - h}, {310, 230, 178, 326}},
+      {mark(MarkType::Rectangle, 2, 20, 6, 60), {266, 198 - 1 - h}, {178, 326, 354, 198}},
+      {mark(MarkType::Rectangle, 2, 60, 6, 99), {266, 73.2 + 1 + h}, {178, 198, 354, 73.2}},
+      {mark(MarkType::Text, 5, 50, 0, 0), {310 + w, 230}, {}},
+      {mark(MarkType::Text, 9.9, 99, 0, 0), {530 - w, 70 + h}, {}},
+      {mark(MarkType::Text, 0, 1, 0, 0), {90 + w, 390 - h}, {}},
   };
   Legend legend;
   legend.visible = false;
@@ -509,6 +523,23 @@ TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
     if (row.line.isNull()) continue;
     EXPECT_LT(QLineF(item.line.p1(), row.line.p1()).length(), 1e-6);
     EXPECT_LT(QLineF(item.line.p2(), row.line.p2()).length(), 1e-6);
+  }
+  // Of a rectangle its edges within the plot are drawn, cut where it ends.
+  const struct {
+    Mark mark;
+    std::vector<QLineF> edges;
+  } boxes[] = {
+      {mark(MarkType::Rectangle, 2, 20, 6, 60, ""),
+       {{178, 198, 354, 198}, {354, 198, 354, 326}, {354, 326, 178, 326}, {178, 326, 178, 198}}},
+      {mark(MarkType::Rectangle, 12, 60, 6, 20, ""),
+       {{354, 198, 530, 198}, {530, 326, 354, 326}, {354, 326, 354, 198}}},
+      {mark(MarkType::Rectangle, -1, -1, 12, 60, ""), {{90, 198, 530, 198}}},
+      {mark(MarkType::Rectangle, 2, 20, 6, 20, ""), {{178, 326, 354, 326}, {354, 326, 178, 326}}},
+  };
+  for (const auto& box : boxes) {
+    graph.Marks().ClearMarks();
+    graph.Marks().AddMark(box.mark);
+    EXPECT_EQ(Layout().marks.at(0).lines, box.edges) << box.mark.x1 << ' ' << box.mark.x2;
   }
   // Where a caption stands another gives way along its line.
   for (const MarkType type : {MarkType::Horizontal, MarkType::Vertical}) {
@@ -528,15 +559,29 @@ TEST_F(Places, CaptionsStandBesideTheirMarksWhereNothingStrikesThem) {
   EXPECT_DOUBLE_EQ(layout.marks[0].line.y1(), 230);
 }
 
-TEST_F(Places, TheCrossStandsAtZeroInsideThePlotOnly) {
+TEST_F(Places, TheCrossAtZeroNeedsTwoLinearAxesThatHoldIt) {
+  const struct {
+    bool asked, log_x, log_y;
+    double x_min, y_min;
+    std::optional<QPointF> cross;
+  } rows[] = {{true, false, false, 0, 0, QPointF(90, 390)},
+              {true, false, false, -5, -20, QPointF(90 + 5 * 44, 390 - 64)},
+              {false, false, false, -5, -20, {}},
+              {true, false, false, 1, -20, {}},
+              {true, false, false, -5, 20, {}},
+              {true, true, false, 1, -20, {}},
+              {true, false, true, -5, 20, {}},
+              {false, true, true, 1, 20, {}}};
   Appearance appearance = graph.GetAppearance();
-  appearance.show_cross_at_zero = true;
-  graph.SetAppearance(appearance);
-  EXPECT_EQ(Layout().cross, QPointF(90, 390));
-  Show(AxisId::X, -4, 6, 1);
-  EXPECT_EQ(Layout().cross, QPointF(266, 390));
-  Show(AxisId::Y, 1, 101, 20);
-  EXPECT_FALSE(Layout().cross);
+  for (const auto& row : rows) {
+    appearance.show_cross_at_zero = row.asked;
+    graph.SetAppearance(appearance);
+    Show(AxisId::X, row.x_min, row.x_min + 10, 1);
+    Show(AxisId::Y, row.y_min, row.y_min + 100, 20);
+    Alter(AxisId::X, [&](AxisState& axis) { axis.LogScale = row.log_x; });
+    Alter(AxisId::Y, [&](AxisState& axis) { axis.LogScale = row.log_y; });
+    EXPECT_EQ(Layout().cross, row.cross) << row.asked << row.log_x << row.log_y << row.x_min;
+  }
 }
 
 }  // namespace
