@@ -1,6 +1,10 @@
 #include "results/made_series.h"
 
+#include <cmath>
+#include <cstdio>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -129,6 +133,80 @@ TEST_F(MadeOnGraph, AMeanSaysWhatDoesNotGoIntoIt) {
   EXPECT_THAT(told(), HasSubstr("Errors and base lines of the DataSets do not go into"));
   other.SetZeroValue(0);
   EXPECT_THAT(told(), HasSubstr("Errors of the DataSets do not go into"));
+}
+
+TEST_F(MadeOnGraph, ToolsTellHowManyPointsTheyLeaveOut) {
+  TSeries& a = Add("A");
+  TSeries& b = Add("B");
+  for (int x = 0; x < 10; ++x) a.AddPoint(x, x == 3);
+  for (int x = 2; x < 10; ++x) b.AddPoint(x, x == 5);
+  TSeries& bent = Add("Bent");
+  for (const double x : {0, 1, 4}) bent.AddPoint(x, x * x);
+  const char* const kGreatest =
+      "Greatest, 1, at a lag of 2 (above 0: the other DataSet comes later).";
+  const struct {
+    const Tool& tool;
+    std::vector<TSeries*> series;
+    const char *key, *text, *told;
+  } rows[] = {
+      {kComputeTool,
+       {&a, &b},
+       "expression",
+       "A - B",
+       "2 points of A left out: another DataSet has no value there."},
+      {kComputeTool,
+       {&a, &b},
+       "expression",
+       "A / B",
+       "2 points of A left out: another DataSet has no value there. "
+       "7 points of A left out: no value comes out there."},
+      {kComputeTool,
+       {&a, &b},
+       "expression",
+       "1 / A",
+       "9 points of A left out: no value comes out there."},
+      {kComputeTool, {&b, &a}, "expression", "B - A", ""},
+      {kCorrelateTool, {&a, &b}, "quantity", "sum", nullptr},
+      {kCorrelateTool,
+       {&bent, &bent},
+       "quantity",
+       "sum",
+       "X is not evenly spaced: taken on straight lines at steps of 2."},
+      {kResampleTool, {&bent}, "step", "0.5", "3 points make 9 points."},
+  };
+  for (const auto& row : rows) {
+    ToolInput input{row.series, SettingsOf(row.tool, {"", {}, {{row.key, row.text}}})};
+    if (row.tool.suggest != nullptr) row.tool.suggest(*row.series.front(), input.settings);
+    const MadeSeries made = AddMade(graph_, row.tool, input,
+                                    {MadeName(graph_, *row.series.front(), row.tool), AxisId::Y});
+    const std::string both = "2 points left out where the two do not overlap. ";
+    EXPECT_EQ(made.told, row.told == nullptr ? both + kGreatest : row.told) << row.text;
+  }
+}
+
+// What a window of 11 leaves of independent noise: the roots of 89/429 and, of the slope, 1/110 (Savitzky & Golay 1964).
+TEST_F(MadeOnGraph, SmoothingTellsWhatItLeavesOfTheNoise) {
+  TSeries& noisy = Add("Noisy");
+  for (int x = 0; x < 60; ++x) noisy.AddPoint(x, std::cos(1234.5 * x * x));
+  const auto told = [&](const char* derivative) {
+    const ToolInput input{{&noisy},
+                          SettingsOf(kSmoothTool, {"smooth", {}, {{"derivative", derivative}}})};
+    return AddMade(graph_, kSmoothTool, input, {MadeName(graph_, noisy, kSmoothTool), AxisId::Y})
+        .told;
+  };
+  double before = 0, left = 0;
+  const std::string smooth = told("0"), slope = told("1");
+  ASSERT_EQ(std::sscanf(smooth.c_str(),
+                        "The noise of Y, %lf as neighbouring points scatter, is reduced to %lf.",
+                        &before, &left),
+            2);
+  EXPECT_NEAR(left / before, std::sqrt(89.0 / 429), 0.01);
+  ASSERT_EQ(
+      std::sscanf(slope.c_str(),
+                  "The noise of Y, %lf as neighbouring points scatter, makes one of %lf in the",
+                  &before, &left),
+      2);
+  EXPECT_NEAR(left / before, std::sqrt(1.0 / 110), 0.003);
 }
 
 TEST_F(MadeOnGraph, RefusesDataSetsThatAToolCannotTake) {
