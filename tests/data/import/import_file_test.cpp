@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "base/undefined.h"
 #include "data/import/import_like.h"
 #include "data/points/point_columns.h"
 #include "support/cancelling_progress.h"
@@ -24,6 +25,56 @@ std::string Single(float value) {
   std::string bytes;
   for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(bits >> shift & 0xFF);
   return bytes;
+}
+
+TEST(ImportOptions, TakeWhatLiesWithinTheirEdgesOnly) {
+  const struct {
+    const char* what;
+    void (*set)(ImportOptions&);
+    bool taken;
+  } rows[] = {
+      {"nothing", [](ImportOptions&) {}, true},
+      {"no headers", [](ImportOptions& o) { o.headers = 0; }, true},
+      {"fewer headers than none", [](ImportOptions& o) { o.headers = -1; }, false},
+      {"columns of one character", [](ImportOptions& o) { o.width = 1; }, true},
+      {"columns of none", [](ImportOptions& o) { o.width = 0; }, false},
+      {"cuts that rise", [](ImportOptions& o) { o.cuts = "1 2 21"; }, true},
+      {"cuts that stand", [](ImportOptions& o) { o.cuts = "1 9 9"; }, false},
+      {"a cut before the first", [](ImportOptions& o) { o.cuts = "0 9"; }, false},
+      {"every row", [](ImportOptions& o) { o.every = 1; }, true},
+      {"every zeroth row", [](ImportOptions& o) { o.every = 0; }, false},
+      {"no line of names", [](ImportOptions& o) { o.names_line = 0; }, true},
+      {"names above the text", [](ImportOptions& o) { o.names_line = -1; }, false},
+      {"no line of units", [](ImportOptions& o) { o.units_line = 0; }, true},
+      {"units above the text", [](ImportOptions& o) { o.units_line = -1; }, false},
+      {"both", [](ImportOptions& o) { o.names_line = 2, o.units_line = 3; }, true},
+      {"names and no units", [](ImportOptions& o) { o.names_line = 2, o.units_line = -3; }, false},
+      {"units and no names", [](ImportOptions& o) { o.names_line = -2, o.units_line = 3; }, false},
+      {"errors of X by columns",
+       [](ImportOptions& o) {
+         o.x_errors = {{}, "dx"};
+       },
+       true},
+      {"errors of X by counts",
+       [](ImportOptions& o) { o.x_errors.emplace().rule.kind = ErrorKind::Counts; }, false},
+      {"a separator", [](ImportOptions& o) { o.separators = ";"; }, true},
+      {"no separator", [](ImportOptions& o) { o.separators = ""; }, false},
+      {"the last choice of rows", [](ImportOptions& o) { o.row_choice = RowChoice{6}; }, true},
+      {"one behind it", [](ImportOptions& o) { o.row_choice = RowChoice{7}; }, false},
+      {"one before the first", [](ImportOptions& o) { o.row_choice = RowChoice{-1}; }, false},
+      {"no tolerance", [](ImportOptions& o) { o.tolerance = 0; }, true},
+      {"less than none", [](ImportOptions& o) { o.tolerance = -1e-9; }, false},
+      {"a tolerance that is no number", [](ImportOptions& o) { o.tolerance = kUndefined; }, false},
+  };
+  for (const auto& row : rows) {
+    ImportOptions options;
+    row.set(options);
+    if (row.taken) {
+      EXPECT_NO_THROW(options.Validate()) << row.what;
+    } else {
+      EXPECT_THROW(options.Validate(), Error) << row.what;
+    }
+  }
 }
 
 TEST(ImportFile, EveryFormatOfDatesMakesXATime) {

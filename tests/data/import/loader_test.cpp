@@ -10,6 +10,7 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "data/block_source.h"
 #include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
 #include "support/cancelling_progress.h"
@@ -91,6 +92,32 @@ TEST(LoadReport, CountsInWords) {
     report.sampled_every = every;
     EXPECT_EQ(report.Message(), "1 point, every " + std::string(ordinal) + " row");
   }
+}
+
+TEST(LoadReport, CountsEveryReasonForItself) {
+  LoadReport report;
+  EXPECT_EQ(report.Message(), "Nothing was loaded");
+  report.loaded = true;
+  report.points = 20;
+  EXPECT_EQ(report.Message(), "20 points");
+  report.AddSkipped(SkipReason::YNotNumber, 17);
+  EXPECT_EQ(report.Message(), "20 points; 1 row skipped (Y not a number; first at line 17)");
+  for (const auto reason : {SkipReason::XMissing, SkipReason::YMissing, SkipReason::YMissing,
+                            SkipReason::XNotNumber, SkipReason::XNotNumber, SkipReason::XNotNumber})
+    report.AddSkipped(reason, 3);
+  report.replaced = 1;
+  report.y_errors.Count(0.1);
+  report.y_errors.Count(0);
+  for (const double error : {0.0, -1.0, -1e-300, kMissingValue, 1e-300, kNotNumberValue, -5.0})
+    report.x_errors.Count(error);
+  report.found_at = "b.csv";
+  report.cancelled = true;
+  EXPECT_EQ(report.Message(),
+            "20 points; 7 rows skipped (1 X empty, 2 Y empty, 3 X not a number, 1 Y not a number; "
+            "first at line 17); 1 row replaced by later ones at the same X; "
+            "1 row gives no usable error of Y (zero); "
+            "6 rows give no usable error of X (1 empty, 1 not a number, 1 zero, 3 negative); "
+            "read from b.csv, since the source has moved; cancelled");
 }
 
 TEST(Loader, KeepsThePointsWhereAColumnIsMissingOrTheSourceIsNotActive) {
