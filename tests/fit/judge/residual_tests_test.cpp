@@ -8,6 +8,7 @@
 #include <numbers>
 
 #include "fit/judge/curve_swing.h"
+#include "fit/judge/distributions.h"
 #include "fit/judge/fit_statistics.h"
 #include "fit/judge/open_parameters.h"
 #include "fit/judge/residual_pattern.h"
@@ -83,6 +84,57 @@ TEST(ResidualTests, ChanceAloneIsHardlyEverFound) {
   }
   EXPECT_LE(found, kFits / 100);
   EXPECT_GE(found, 1);
+}
+
+/// e'Ae / e'e, A one half beside the diagonal at a lag, with its mean and variance for e = M u from the traces of whole matrices
+/// (Durbin & Watson 1950): tr(MA) / k and 2 (k tr(MAMA) - tr(MA)^2) / (k^2 (k+2)), k = tr(M).
+struct Lagged {
+  double value, mean, variance;
+};
+Lagged LaggedBy(int lag, const Eigen::VectorXd& e, const Eigen::MatrixXd& m) {
+  Eigen::MatrixXd a = Eigen::MatrixXd::Zero(e.size(), e.size());
+  a.diagonal(lag).setConstant(0.5);
+  a.diagonal(-lag).setConstant(0.5);
+  const Eigen::MatrixXd ma = m * a;
+  const double k = m.trace();
+  const double first = ma.trace();
+  return {e.dot(a * e) / e.squaredNorm(), first / k,
+          2 * (k * (ma * ma).trace() - first * first) / (k * k * (k + 2))};
+}
+
+TEST(ResidualTests, NeighboursAreJudgedByTheTracesOfTheModelsMatrix) {
+  constexpr int kCount = 30;
+  for (const double turn : {0.45, 0.9, 2.9}) {
+    SCOPED_TRACE(turn);
+    ResidualSample sample;
+    sample.jacobian.resize(kCount, 3);
+    Eigen::VectorXd e(kCount);
+    for (int i = 0; i < kCount; ++i) {
+      sample.x.push_back(i);
+      sample.curve.push_back(i);
+      sample.jacobian.row(i) << 1, i, std::sqrt(i + 1.0);
+      e(i) = std::cos(turn * i) + std::cos(1234.5 * i * i);
+    }
+    const Eigen::MatrixXd& j = sample.jacobian;
+    const Eigen::MatrixXd m = Eigen::MatrixXd::Identity(kCount, kCount) -
+                              j * (j.transpose() * j).inverse() * j.transpose();
+    e = m * e;
+    sample.residuals.assign(e.begin(), e.end());
+    const ResidualFindings found = TestResiduals(sample);
+    double squares = 0;
+    for (int lag = 1; lag <= kCount / 4; ++lag) {
+      const Lagged one = LaggedBy(lag, e, m);
+      squares += std::pow(one.value - one.mean, 2) / one.variance;
+    }
+    EXPECT_NEAR(found.lagged / ChiSquaredProbability(squares, kCount / 4), 1, 1e-6);
+    const Lagged next = LaggedBy(1, e, m);
+    const double limit = std::cos(std::numbers::pi / (kCount + 1));
+    const bool alike = next.value > 0;
+    const double chance = BoundedProbability(std::abs(next.value), limit,
+                                             alike ? next.mean : -next.mean, next.variance);
+    EXPECT_NEAR((alike ? found.alike : found.alternating) / chance, 1, 1e-6);
+    EXPECT_EQ(alike ? found.alternating : found.alike, 1);
+  }
 }
 
 TEST(ResidualTests, NamesThePointThatStandsOut) {
