@@ -168,6 +168,11 @@ TEST(ExpressionParser, SaysWhatIsProbablyWrong) {
       {"2*exq(x)", "\"exq\" is no function; did you mean \"exp\"?"},
       {"ASIN(x)", "\"asin\" is no function; did you mean \"arcsin\"?"},
       {"foobar(x)", "\"foobar\" is no function"},
+      {"epx(x)", "\"epx\" is no function; did you mean \"exp\"?"},  // letters exchanged: one slip
+      {"ocs(x)", "\"ocs\" is no function; did you mean \"cos\"?"},
+      {"epy(x)", "\"epy\" is no function"},  // two slips in a short word
+      {"arxsxn(x)", "\"arxsxn\" is no function; did you mean \"arcsin\"?"},
+      {"arxsxm(x)", "\"arxsxm\" is no function"},  // three
       {"max(1, -2*x)", "a sign behind a comma needs brackets: (-2)"},
       {"1,5+2", "numbers are written with a point: 1.5"},
       {"(x,y)", "a comma stands between the arguments of a function only"},

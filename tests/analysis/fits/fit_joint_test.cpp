@@ -144,6 +144,24 @@ TEST(JointFit, ARightModelOfManyDataSetsIsSeldomDoubted) {
   EXPECT_LE(doubted, kFits / 40);
 }
 
+// Of 43 chosen points two have no error, one has no Y.
+TEST(JointFit, CountsThePointsThatTakePartInEachDataSet) {
+  std::vector<FitJob> jobs = {Job("A", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 3),
+                              Job("B", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 9)};
+  jobs[1].points_in_range = jobs[1].points_chosen = 43;
+  jobs[1].points_without_error = 2;
+  NoProgress progress;
+  const JointFit fit = RunJointFit(jobs, std::vector<std::string>{"k"}, progress);
+  EXPECT_EQ(fit.parts[0].undefined_points, 0);
+  EXPECT_EQ(fit.parts[1].undefined_points, 1);
+  EXPECT_EQ(fit.whole.undefined_points, 1);
+  EXPECT_EQ(fit.parts[0].statistics.points, 40);
+  EXPECT_EQ(fit.parts[1].statistics.points, 40);
+  EXPECT_EQ(fit.whole.statistics.points, 80);
+  EXPECT_EQ(fit.whole.points_used, 83);
+  EXPECT_EQ(RunFit(jobs[1], progress).undefined_points, 1);
+}
+
 TEST(JointFit, RefusesWhatCannotBeShared) {
   std::vector<FitJob> jobs = {Job("A", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 3),
                               Job("B", kDecay, {{"a", 1}, {"k", 1}, {"c", 0}}, 9)};

@@ -88,6 +88,7 @@ const Row kRows[] = {
     {"Power law", {3, 2}, 0, 10},
     {"Gaussian", {-4, 1e-9, 2e-10}, 0, 2e-9},
     {"Gaussian with base line", {900, 5421, 12, 100, 0.03}, 5000, 6000},
+    {"Gaussian", {7, 31, 0.4}, 0, 100, 6000},  // a peak in points that are too many to try each
     {"Lorentzian", {-2e-3, 0.31, 0.004}, 0.25, 0.4},
     {"Lorentzian with base line", {3e4, 632.8, 0.02, 1e3, -1}, 632.5, 633.1},
     {"Pseudo-Voigt", {70, 1250, 31, 0.3}, 1000, 1500},

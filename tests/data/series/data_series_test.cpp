@@ -109,6 +109,21 @@ TEST(DataSeries, ForbiddenDuplicatesLeaveTheFirstOfThoseWithinTheTolerance) {
   }
 }
 
+// Two points at one place, wherever they stand among points of their own, are seen to be two.
+TEST(DataSeries, ForbiddingDuplicatesSeesTheOnlyTwo) {
+  for (const int count : {2, 3, 7, 600}) {
+    for (const int first : {0, 1, count / 2, count - 3, count - 2}) {
+      if (first < 0 || first > count - 2) continue;
+      TDataSeries series;
+      series.SetDuplicatesAllowed(true);
+      for (int i = 0; i < count; ++i) series.AddPoint(i > first ? i - 1 : i, i);
+      series.SetDuplicatesAllowed(false);
+      EXPECT_EQ(series.PointCount(), static_cast<std::size_t>(count - 1)) << count << ' ' << first;
+      EXPECT_EQ(series.Points().At(static_cast<std::size_t>(first)).y, first);
+    }
+  }
+}
+
 TEST(DataSeries, AnOverwriteWithAGrownToleranceKeepsTheOrder) {
   TDataSeries series;
   for (const double x : {1.0, 1.05, 1.07, 2.0}) series.AddPoint(x, x);
