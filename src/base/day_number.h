@@ -75,4 +75,8 @@ std::optional<double> ParseCompactDay(std::string_view text);
 /// True when ParseDay reads `text`, in either order of day and month, and its time names a zone.
 bool HasZone(std::string_view text);
 
+/// The beginning of the interval between two moments as ISO 8601 writes it: "2020-06-01T00:00:00" of
+/// "2020-06-01T00:00:00/2020-06-01T01:00:00" or of the same with "--" between. Empty where `text` is none.
+std::string_view BeginningOfInterval(std::string_view text);
+
 }  // namespace tarnwick

@@ -446,4 +446,17 @@ bool HasZone(std::string_view text) {
   return moment && moment->has_zone;
 }
 
+std::string_view BeginningOfInterval(std::string_view text) {
+  constexpr std::size_t kShortest = 10;  // of a moment
+  const auto begins_moment = [](std::string_view moment) {
+    return moment.size() >= kShortest && DigitsOf(moment).size == 4 && moment[4] == '-';
+  };
+  if (text.size() <= 2 * kShortest || !begins_moment(text)) return {};
+  for (const std::string_view mark : {"/", "--"}) {
+    const std::size_t at = text.find(mark);
+    if (at != text.npos && begins_moment(text.substr(at + mark.size()))) return text.substr(0, at);
+  }
+  return {};
+}
+
 }  // namespace tarnwick

@@ -42,6 +42,7 @@ struct ColumnCounts {
   int days_day_first = 0;
   int open_days = 0;  ///< fields whose day differs by the order
   int zones = 0;
+  int intervals = 0;
   std::size_t last_row = 0;  ///< the last one, from 1, where it is filled
 };
 
@@ -110,7 +111,9 @@ void CountDate(std::string_view text, ColumnCounts& column) {
   const std::optional<double> day_first = ValueOfField(text, ColumnFormat::DateDayFirst);
   column.days_month_first += month_first ? 1 : 0;
   column.days_day_first += day_first ? 1 : 0;
-  column.zones += HasZone(text) ? 1 : 0;
+  const std::string_view beginning = BeginningOfInterval(text);
+  column.intervals += beginning.empty() ? 0 : 1;
+  column.zones += HasZone(beginning.empty() ? text : beginning) ? 1 : 0;
   column.open_days += month_first && day_first && *month_first != *day_first ? 1 : 0;
 }
 
@@ -166,6 +169,7 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   if (!guess.has_numbers) return guess;
   guess.is_date = days > numbers;
   guess.has_zone = guess.is_date && counts.zones > 0;
+  guess.has_intervals = guess.is_date && counts.intervals > 0;
   if (guess.is_date) {
     const bool day_first = counts.days_day_first > counts.days_month_first;
     if (day_first) guess.format = ColumnFormat::DateDayFirst;

@@ -19,6 +19,7 @@ struct ColumnGuess {
   ColumnFormat format = ColumnFormat::Automatic;
   bool day_order_open = false;     ///< dates that read with the day first and with the month first
   bool has_zone = false;           ///< times with a zone
+  bool has_intervals = false;      ///< intervals of time, read as their beginnings
   bool commas_open = false;        ///< all commas read as the decimals' mark may group thousands
   bool has_units = false;          ///< a unit stands behind the numbers
   bool has_uncertainties = false;  ///< how uncertain they are stands behind them: "± 0.2", " (5)"

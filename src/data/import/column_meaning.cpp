@@ -146,6 +146,9 @@ void SettleStoredTimes(const ImportOptions& options, ImportSource& source) {
   if (std::ranges::any_of(source.columns, &ColumnGuess::has_zone)) {
     source.notes.emplace_back("times with a zone are turned to UTC");
   }
+  if (std::ranges::any_of(source.columns, &ColumnGuess::has_intervals)) {
+    source.notes.emplace_back("intervals of time are read as their beginnings");
+  }
   const auto open = std::ranges::find_if(source.columns, &ColumnGuess::day_order_open);
   if (open != source.columns.end() && !options.x_format) {
     const auto column = static_cast<std::int32_t>(open - source.columns.begin());

@@ -126,7 +126,8 @@ Columns ComplexColumns(const ImportSource& source) {
   return columns;
 }
 
-/// Columns called as X that stand ahead of others each give these their X, if all have equally many behind them.
+/// Columns called as X that stand ahead of others each give these their X, if all have equally many behind them; where some have
+/// none, what stands there is no Y.
 void PairColumns(const ImportSource& source, ChosenColumns& chosen) {
   if (chosen.x < 0) return;
   const std::string name = WithoutCount(source.NameOf(chosen.x));
@@ -148,8 +149,11 @@ void PairColumns(const ImportSource& source, ChosenColumns& chosen) {
     own.push_back(*(behind - 1));
     ++group_sizes[static_cast<std::size_t>(behind - xs.begin()) - 1];
   }
-  const auto is_other = [&](std::size_t size) { return size == 0 || size != group_sizes.front(); };
-  if (std::ranges::any_of(group_sizes, is_other)) return;
+  const std::size_t size = group_sizes.back();
+  const auto is_other = [&](std::size_t other) { return other != 0 && other != size; };
+  const auto empty = static_cast<std::size_t>(std::ranges::count(group_sizes, std::size_t{0}));
+  const bool enough = empty == 0 || group_sizes.size() - empty > 1;
+  if (size == 0 || !enough || std::ranges::any_of(group_sizes, is_other)) return;
   chosen.y = std::move(ys);
   chosen.own_x = std::move(own);
   chosen.notes.push_back("each column is shown over the " + source.Quoted(chosen.x) +

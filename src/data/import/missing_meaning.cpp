@@ -26,8 +26,11 @@ namespace {
 void DropMissing(ImportSource& source) {
   const MissingValues missing(source.info.MissingValues);
   if (missing.Empty()) return;
-  for (ColumnGuess& column : source.columns) {
-    const auto is_missing = [&](double value) { return missing.MatchesNumber(value); };
+  for (std::size_t i = 0; i < source.columns.size(); ++i) {
+    ColumnGuess& column = source.columns[i];
+    const auto is_missing = [&](double value) {
+      return missing.MatchesNumber(value, static_cast<std::int32_t>(i));
+    };
     const auto later = std::span(column.values).last(column.later_values);
     column.later_values -= static_cast<std::size_t>(std::ranges::count_if(later, is_missing));
     std::erase_if(column.values, is_missing);
@@ -49,10 +52,13 @@ bool LiesAmong(double value, const std::vector<double>& values) {
          std::ranges::any_of(values, [&](double other) { return other > value; });
 }
 
+bool HasValue(double value, const ColumnGuess& column) {
+  return HoldsNumbers(column) && std::ranges::find(column.values, value) != column.values.end();
+}
+
 /// The column has the value, and may have it as one of its own: a temperature of -9 beside lengths of which -9 tells none.
 bool MayMeasure(double value, const ColumnGuess& column) {
-  return HoldsNumbers(column) && std::ranges::find(column.values, value) != column.values.end() &&
-         LiesAmong(value, column.values);
+  return HasValue(value, column) && LiesAmong(value, column.values);
 }
 
 std::vector<std::string> FindInColumns(const ImportSource& source) {
@@ -83,6 +89,7 @@ std::vector<std::string> FindInColumns(const ImportSource& source) {
 std::vector<std::string> FindDeclared(std::string_view text, char line_end,
                                       const ImportSource& source) {
   constexpr std::size_t kBytesLookedAt = 1 << 20;
+  constexpr double kTooSmallToMeasure = 1e-20;
   constexpr std::int32_t kMostLines = 1000;  // of a head
   const std::int32_t lines = std::clamp(source.info.FileHasHeaders, 0, kMostLines);
   const std::vector<std::string_view> head =
@@ -97,7 +104,9 @@ std::vector<std::string> FindDeclared(std::string_view text, char line_end,
   const MissingValues all(Joined(declared, " "));
   std::erase_if(declared, [&](const std::string& missing) {
     const double value = ParseNumber(missing).value_or(0);
-    return rows.find(missing) == rows.npos ||
+    const auto has = [&](const ColumnGuess& column) { return HasValue(value, column); };
+    if (rows.find(missing) == rows.npos && std::ranges::none_of(source.columns, has)) return true;
+    return std::abs(value) > kTooSmallToMeasure &&
            std::ranges::any_of(source.columns, [&](const ColumnGuess& column) {
              std::vector<double> others = column.values;
              std::erase_if(others, [&](double other) { return all.MatchesNumber(other); });
@@ -105,6 +114,78 @@ std::vector<std::string> FindDeclared(std::string_view text, char line_end,
            });
   });
   return declared;
+}
+
+/// Numbers that stand for no value in single columns: where they may be values of others.
+struct ColumnMissing {
+  std::int32_t column;
+  double value;
+};
+
+std::vector<std::size_t> PlacesOf(double value, const ColumnGuess& column) {
+  std::vector<std::size_t> places;
+  for (std::size_t i = 0; i < column.values.size(); ++i) {
+    if (column.values[i] == value) places.push_back(i);
+  }
+  return places;
+}
+
+/// -1 comes more than once, and all else is not below zero.
+bool MayLackBelowZero(const ColumnGuess& column) {
+  if (!HoldsNumbers(column)) return false;
+  const auto is_value = [](double value) { return value >= 0; };
+  const auto values = std::ranges::count_if(column.values, is_value);
+  const auto minus_ones = std::ranges::count(column.values, -1.0);
+  return minus_ones > 1 && values > 0 && values + minus_ones == std::ssize(column.values);
+}
+
+/// -1 in the very rows in which another column has -1 as well, or its own number for no value: what counts and errors have where
+/// nothing was counted.
+void FindMinusOnes(const ImportSource& source, std::vector<ColumnMissing>& found) {
+  std::vector<ColumnMissing> all = found;
+  for (std::size_t i = 0; i < source.columns.size(); ++i) {
+    if (MayLackBelowZero(source.columns[i])) all.push_back({static_cast<std::int32_t>(i), -1});
+  }
+  const std::size_t known = found.size();
+  for (const ColumnMissing& one : std::span(all).subspan(known)) {
+    const ColumnGuess& column = source.GuessOf(one.column);
+    const std::vector<std::size_t> places = PlacesOf(one.value, column);
+    const auto is_as = [&](const ColumnMissing& other) {
+      const ColumnGuess& beside = source.GuessOf(other.column);
+      return other.column != one.column && beside.values.size() == column.values.size() &&
+             beside.values != column.values && PlacesOf(other.value, beside) == places;
+    };
+    if (std::ranges::any_of(all, is_as)) found.push_back(one);
+  }
+}
+
+std::vector<ColumnMissing> FindInSingleColumns(const ImportSource& source) {
+  const MissingValues known(source.info.MissingValues);
+  std::vector<ColumnMissing> found;
+  for (std::size_t i = 0; i < source.columns.size(); ++i) {
+    if (!HoldsNumbers(source.columns[i])) continue;
+    std::vector<double> values = source.columns[i].values;
+    std::erase_if(values, [&](double value) { return known.MatchesNumber(value); });
+    for (const double value : SuggestMissingOfColumn(values)) {
+      found.push_back({static_cast<std::int32_t>(i), value});
+    }
+  }
+  FindMinusOnes(source, found);
+  return found;
+}
+
+/// "99 stands for no value in "WVHT", "DPD" and 3 more"; each number once.
+void NoteOfColumns(std::span<const ColumnMissing> found, ImportSource& source) {
+  std::vector<double> told;
+  for (const ColumnMissing& one : found) {
+    if (std::ranges::find(told, one.value) != told.end()) continue;
+    told.push_back(one.value);
+    std::vector<std::string> names;
+    for (const ColumnMissing& other : found) {
+      if (other.value == one.value) names.push_back(source.Quoted(other.column));
+    }
+    source.notes.push_back(ShortestText(one.value) + " stands for no value in " + Listed(names));
+  }
 }
 
 /// Two or three columns of numbers and nothing else, of which the first turns back.
@@ -146,6 +227,13 @@ void SettleMissingValues(const ImportOptions& options, std::string_view text, ch
       source.notes.push_back(Listed(found) + (found.size() == 1 ? " stands" : " stand") +
                              " for no value");
     }
+    const std::vector<ColumnMissing> single = FindInSingleColumns(source);
+    std::vector<std::string> entries;
+    for (const ColumnMissing& one : single) {
+      entries.push_back(MissingInColumn(one.value, one.column));
+    }
+    AddMissing(entries, source);
+    NoteOfColumns(single, source);
   }
   DropMissing(source);
 }

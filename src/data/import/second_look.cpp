@@ -199,7 +199,7 @@ void TellOfLoneRow(std::string_view row, EndRow end, const Looked& looked, Notes
   const MissingValues missing(looked.source.info.MissingValues);
   const auto values = ValuesOf(row, looked);
   for (std::size_t i = 0; i < values.size(); ++i) {
-    if (!values[i] || missing.MatchesNumber(*values[i])) continue;
+    if (!values[i] || missing.MatchesNumber(*values[i], static_cast<std::int32_t>(i))) continue;
     const Range others = OthersThan(*values[i], end, i, looked);
     if (!IsLone(*values[i], others)) continue;
     const bool first = end == EndRow::First;

@@ -39,8 +39,8 @@ std::size_t KeyLength(std::span<const std::string> tokens) {
       "missing",    "missing_value", "missing-value", "missingvalue", "nodata",
       "no_data",    "nodata_value",  "null.",         "null_value",   "fillvalue",
       "_fillvalue", "fill_value",    "undef"};
-  constexpr std::array<std::string_view, 4> kFlags = {"ulod_flag", "llod_flag", "flag_missing",
-                                                      "missing_flag"};
+  constexpr std::array<std::string_view, 6> kFlags = {"ulod_flag",    "llod_flag", "flag_missing",
+                                                      "missing_flag", "bad_flag",  "bad_value"};
   const std::string_view first = tokens.front();
   if (IsOneOf(kKeys, first) || IsOneOf(kFlags, first)) return 1;
   const std::string_view second = tokens.size() > 1 ? std::string_view(tokens[1]) : "";

@@ -21,13 +21,25 @@ std::optional<double> Finite(std::optional<double> value) {
   return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
-/// Also "20240314", and "3-4-2024 10:00" as "3/4/2024 10:00": day and month before the year are written with dashes too.
+/// The mark between day, month and year where these are written with dashes, or with colons: "01:05:2019". NUL where neither is so.
+char MarkOfDate(std::string_view text) {
+  constexpr std::size_t kWithColons = 10;  // "hh:mm:ss" is a time
+  if (text.size() == kWithColons && text[2] == ':' && text[5] == ':') return ':';
+  return text.find('-') != text.npos ? '-' : '\0';
+}
+
+/// Also "20240314", the beginning of an interval, and "3-4-2024 10:00" as "3/4/2024 10:00": day and month before the year are
+/// written with dashes too.
 std::optional<double> ParseDayInOrder(std::string_view text, SlashDate order) {
   if (const std::optional<double> day = ParseDay(text, order)) return day;
   if (const std::optional<double> day = ParseCompactDay(text)) return day;
-  const std::size_t first = text.find('-');
+  const std::string_view beginning = BeginningOfInterval(text);
+  if (!beginning.empty()) return ParseDay(beginning, order);
+  const char mark = MarkOfDate(text);
+  if (mark == '\0') return std::nullopt;
+  const std::size_t first = text.find(mark);
   if (first == text.npos || first == 0 || first > 2 || text.size() > 64) return std::nullopt;
-  const std::size_t second = text.find('-', first + 1);
+  const std::size_t second = text.find(mark, first + 1);
   if (second > 5) return std::nullopt;
   std::string slashed(text);
   slashed[first] = slashed[second] = '/';
@@ -199,7 +211,8 @@ std::optional<double> ValueOfField(std::string_view text, ColumnFormat format) {
   }
   // A value outside the list comes from a damaged file; it reads like the automatic format.
   if (const std::optional<double> number = ReadNumber(text)) return Finite(number);
-  return ParseDay(text);
+  const std::string_view beginning = BeginningOfInterval(text);
+  return ParseDay(beginning.empty() ? text : beginning);
 }
 
 }  // namespace tarnwick

@@ -1,10 +1,12 @@
 #include "data/text/missing_values.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 #include <optional>
+#include <system_error>
 
 #include "base/number_text.h"
 #include "base/text_encoding.h"
@@ -13,6 +15,7 @@
 namespace tarnwick {
 namespace {
 
+constexpr std::string_view kOfColumn = "@#";
 constexpr double kHuge = 1e20;
 constexpr double kBeyondAll = 1e33;  // nothing measured is as large
 constexpr double kSinglePrecision = 1e-6;
@@ -30,6 +33,7 @@ constexpr double kTimesApartBelow = 1e4;
 constexpr std::size_t kMostSuggested = 2;
 constexpr std::size_t kMostCandidates = 32;
 constexpr std::size_t kOthersThatSuffice = 20;
+constexpr std::size_t kOthersThatSufficeAbove = 8;  // of what is below zero
 
 bool AgreeInSingle(double a, double b) {
   return std::abs(a - b) <= kSinglePrecision * std::abs(b);
@@ -44,6 +48,19 @@ std::string_view TakeEntry(std::string_view& list) {
   const std::string_view entry = list.substr(begin, end - begin);
   list.remove_prefix(std::min(end + begin, list.size()));
   return entry;
+}
+
+/// The column of an entry such as "99@#3", which is "99" then.
+std::int32_t TakeColumn(std::string_view& entry) {
+  const std::size_t mark = entry.rfind(kOfColumn);
+  if (mark == entry.npos || mark == 0) return MissingValues::kEveryColumn;
+  const std::string_view digits = entry.substr(mark + kOfColumn.size());
+  std::int32_t column = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), column);
+  const bool whole = error == std::errc() && end == digits.data() + digits.size() && column >= 0;
+  if (!whole) return MissingValues::kEveryColumn;
+  entry = entry.substr(0, mark);
+  return column;
 }
 
 bool EqualsInAnyCase(std::string_view text, std::string_view lower) {
@@ -116,6 +133,16 @@ bool StandsApart(const Candidate& candidate, const Others& others) {
   return gap > width * (candidate.count > 1 ? kWidthsApart : kWidthsApartOnce);
 }
 
+/// 99, 999.9 and so on; below zero also 9.99 and 0.99.
+bool IsOfNinesHere(double value) {
+  constexpr double kLeast = 98.5;
+  std::string text = ShortestText(std::abs(value));
+  if (value < 0 && text.starts_with("0.")) text.erase(0, 1);
+  if (text.find_first_not_of("9.") != text.npos) return false;
+  const std::size_t nines = text.size() - (text.find('.') == text.npos ? 0 : 1);
+  return nines > 1 && (value < 0 || value > kLeast);
+}
+
 /// Values that look like sentinels, each once, and all others.
 struct Sorted {
   std::vector<Candidate> candidates;
@@ -166,29 +193,37 @@ MissingValues::MissingValues(std::string_view list) {
   for (;;) {
     list.remove_prefix(std::min(list.find_first_not_of(" \t"), list.size()));
     if (list.empty()) return;
-    const std::string_view entry = TakeEntry(list);
+    std::string_view entry = TakeEntry(list);
+    const std::int32_t column = TakeColumn(entry);
     const std::optional<double> number = ParseNumber(entry);
     if (number && !std::isnan(*number)) {
-      numbers_.push_back(*number);
+      numbers_.push_back({*number, column});
     } else {
-      texts_.push_back(LowerAscii(entry));
+      texts_.push_back({LowerAscii(entry), column});
     }
   }
 }
 
-bool MissingValues::Matches(std::string_view field_text) const {
+bool MissingValues::Matches(std::string_view field_text, std::int32_t column) const {
   const std::string_view text = TrimBlankBytes(field_text);
-  const auto is_text = [text](const std::string& lower) { return EqualsInAnyCase(text, lower); };
+  const auto is_text = [&](const Entry<std::string>& entry) {
+    return entry.IsOf(column) && EqualsInAnyCase(text, entry.value);
+  };
   if (std::any_of(texts_.begin(), texts_.end(), is_text)) return true;
   if (numbers_.empty()) return false;
   const std::optional<double> number = ParseNumber(text);
-  return number && MatchesNumber(*number);
+  return number && MatchesNumber(*number, column);
 }
 
-bool MissingValues::MatchesNumber(double value) const {
-  return std::any_of(numbers_.begin(), numbers_.end(), [value](double number) {
-    return value == number || (std::abs(number) >= kHuge && AgreeInSingle(value, number));
+bool MissingValues::MatchesNumber(double value, std::int32_t column) const {
+  return std::any_of(numbers_.begin(), numbers_.end(), [&](const Entry<double>& entry) {
+    return entry.IsOf(column) && (value == entry.value || (std::abs(entry.value) >= kHuge &&
+                                                           AgreeInSingle(value, entry.value)));
   });
+}
+
+std::string MissingInColumn(double value, std::int32_t column) {
+  return ShortestText(value) + std::string(kOfColumn) + std::to_string(column);
 }
 
 bool LooksMissing(double value) {
@@ -212,6 +247,36 @@ std::vector<std::string> SuggestMissing(std::span<const double> values) {
   const bool enough_others =
       sorted.others.count >= kOthersThatSuffice || sorted.others.count * 20 >= count;
   return enough_others ? missing : std::vector<std::string>();
+}
+
+std::vector<double> SuggestMissingOfColumn(std::span<const double> values) {
+  Others others;
+  std::vector<Candidate> candidates;
+  for (const double value : values) {
+    if (!std::isfinite(value)) continue;
+    const auto known = std::ranges::find(candidates, value, &Candidate::value);
+    if (known != candidates.end()) {
+      ++known->count;
+    } else if (candidates.size() < kMostCandidates && IsOfNinesHere(value)) {
+      candidates.push_back({value, 1});
+    } else {
+      others.Add({value, 1});
+    }
+  }
+  std::erase_if(candidates, [&](const Candidate& candidate) {
+    const double width = others.max - others.min;
+    const double gap = std::max(others.min - candidate.value, candidate.value - others.max);
+    const bool below = candidate.value < 0 && others.min >= 0;
+    return candidate.count < 2 || gap <= width * (below ? kWidthsApartBelowZero : 1);
+  });
+  const bool below = std::ranges::all_of(candidates, [&](const Candidate& candidate) {
+    return candidate.value < 0 && others.min >= 0;
+  });
+  const std::size_t suffice = below ? kOthersThatSufficeAbove : kOthersThatSuffice;
+  if (others.count < suffice || candidates.size() > kMostSuggested) return {};
+  std::vector<double> missing;
+  for (const Candidate& candidate : candidates) missing.push_back(candidate.value);
+  return missing;
 }
 
 }  // namespace tarnwick

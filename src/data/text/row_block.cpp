@@ -192,7 +192,7 @@ class RowReader {
         field = cursor.Next();
         taken = field ? taken + 1 : std::numeric_limits<std::int32_t>::max();
       }
-      row[which] = BlockValue(field, requests_[which].format, layout_, buffer_);
+      row[which] = BlockValue(field, requests_[which], layout_, buffer_);
     }
   }
 
@@ -230,10 +230,10 @@ bool AreFinite(std::span<const double> values) {
 }
 
 /// Numbers beyond the range of a double are no numbers, and some stand for no value. True when every value is a number.
-bool SettleNumbers(std::span<double> values, const MissingValues& missing) {
+bool SettleNumbers(std::span<double> values, const MissingValues& missing, std::int32_t column) {
   if (!missing.Empty()) {
     for (double& value : values) {
-      if (missing.MatchesNumber(value)) value = kMissingValue;
+      if (missing.MatchesNumber(value, column)) value = kMissingValue;
     }
   }
   if (AreFinite(values)) return true;
@@ -245,14 +245,14 @@ bool SettleNumbers(std::span<double> values, const MissingValues& missing) {
 
 }  // namespace
 
-double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
+double BlockValue(std::optional<std::string_view> field, const ColumnRequest& request,
                   const TextLayout& layout, std::string& buffer) {
   if (!field) return kMissingValue;
   const std::string_view text = FieldText(*field, layout, buffer);
-  if (text.empty() || (!layout.missing.Empty() && layout.missing.Matches(text))) {
+  if (text.empty() || (!layout.missing.Empty() && layout.missing.Matches(text, request.column))) {
     return kMissingValue;
   }
-  return ValueOfField(text, format).value_or(kNotNumberValue);
+  return ValueOfField(text, request.format).value_or(kNotNumberValue);
 }
 
 double JoinedTimeValue(std::string_view line, ColumnFormat date_format, const TextLayout& layout) {
@@ -310,8 +310,9 @@ void ReadRowBlock(std::string_view lines, const TextLayout& layout,
   block.rows = static_cast<std::int64_t>(rows);
   block.blanks_behind = reader.TakeBlanks();
   block.complete.clear();
-  for (std::vector<double>& column : block.storage) {
-    block.complete.push_back(SettleNumbers(std::span(column).first(rows), layout.missing) ? 1 : 0);
+  for (std::size_t i = 0; i < requests.size(); ++i) {
+    const std::span<double> values = std::span(block.storage[i]).first(rows);
+    block.complete.push_back(SettleNumbers(values, layout.missing, requests[i].column) ? 1 : 0);
   }
 }
 

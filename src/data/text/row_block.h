@@ -13,8 +13,8 @@
 
 namespace tarnwick {
 
-/// The value of one field that may be missing (no field, or blank), as a block stores it.
-double BlockValue(std::optional<std::string_view> field, ColumnFormat format,
+/// The value of one field of the requested column, that may be missing (no field, or blank), as a block stores it.
+double BlockValue(std::optional<std::string_view> field, const ColumnRequest& request,
                   const TextLayout& layout, std::string& buffer);
 
 /// What the columns of layout.time make of a line together, as a day number; NaN as BlockValue.

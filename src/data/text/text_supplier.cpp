@@ -163,7 +163,7 @@ std::optional<double> TTxtSupplier::ReadValue(std::int32_t column, ColumnFormat 
   if (AtEnd()) return std::nullopt;
   const double value = column == kJoinedTimeColumn
                            ? JoinedTimeValue(CurrentLine(), format, layout_)
-                           : BlockValue(CurrentField(column), format, layout_, buffer_);
+                           : BlockValue(CurrentField(column), {column, format}, layout_, buffer_);
   return std::isnan(value) ? std::nullopt : std::optional(value);
 }
 

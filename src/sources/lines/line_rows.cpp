@@ -44,7 +44,8 @@ class LineRows::Cutter {
       const std::optional<std::string_view> field = cursor.Next();
       if (!field) break;
       const std::string_view text = FieldText(*field, layout_, buffer);
-      const bool missing = !layout_.missing.Empty() && layout_.missing.Matches(text);
+      const auto column = static_cast<std::int32_t>(numbers.size());
+      const bool missing = !layout_.missing.Empty() && layout_.missing.Matches(text, column);
       const ColumnFormat format = x_first && numbers.empty() ? x_format_ : y_format_;
       numbers.push_back(missing ? kUndefined : ValueOfField(text, format).value_or(kUndefined));
     }

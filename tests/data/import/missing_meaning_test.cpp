@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "data/import/import_file.h"
@@ -53,6 +54,35 @@ TEST(MissingMeaning, IsFoundInHeadsAndColumns) {
                   result.notes, [&](const std::string& note) { return note.ends_with(declared); }),
               row.by_head)
         << row.what;
+  }
+}
+
+TEST(MissingMeaning, IsOfSingleColumnsWhereOthersMayMeasureIt) {
+  std::string buoy = "t,deg,h\n", counts = "t,v,sd,n\n", probe = "# bad_flag = -9.990e-29\nt,v,w\n";
+  for (int i = 0; i < 60; ++i) {
+    const std::string t = std::to_string(i), v = std::to_string(70 + i);
+    const bool none = i % 7 == 3;
+    buoy += t + "," + v + ".5," + (none ? "99.00" : "1." + t) + (i == 29 ? "\n60,99,2\n" : "\n");
+    counts += t + "," + v + (none ? ",-1,-1\n" : ",1." + v + "," + t + "\n");
+    probe += t + ",-" + v + ".25," + (none ? "-9.990e-29\n" : v + ".5\n");
+  }
+  const struct {
+    const char* what;
+    const std::string& text;
+    const char* missing;
+    std::int64_t points;  // of the last DataSet
+    const char* note;
+  } kCases[] = {
+      {"99 is a direction, and no height", buoy, "99@#2", 52, "99 stands for no value in \"h\""},
+      {"nothing counted", counts, "-1@#2 -1@#3", 51, "-1 stands for no value in \"sd\" and \"n\""},
+      {"declared, among numbers on both sides of it", probe, "-9.99E-29", 51,
+       "-9.99E-29 stands for no value, as the head of the file says"},
+  };
+  for (const auto& row : kCases) {
+    const ImportResult result = ImportText(row.text, "t");
+    EXPECT_EQ(result.series.front()->Source().MissingValues, row.missing) << row.what;
+    EXPECT_EQ(result.series.back()->PointCount(), row.points) << row.what;
+    EXPECT_EQ(std::ranges::count(result.notes, row.note), 1) << row.what;
   }
 }
 

@@ -35,6 +35,14 @@ TEST(MissingValues, MatchTextsAndNumbers) {
     EXPECT_EQ(MissingValues(row.list).Matches(row.field), row.matches)
         << row.list << " | " << row.field;
   }
+  const MissingValues of_columns("99@#3 NA@#10 7@#x");
+  EXPECT_TRUE(of_columns.Matches("99.0", 3));
+  EXPECT_TRUE(of_columns.Matches("na", 10));
+  EXPECT_FALSE(of_columns.Matches("99.0", 10));
+  EXPECT_FALSE(of_columns.Matches("NA", 1));
+  EXPECT_FALSE(of_columns.MatchesNumber(99));
+  EXPECT_TRUE(of_columns.Matches("7@#x", 0));
+  EXPECT_TRUE(MissingValues(MissingInColumn(-0.99, 4)).MatchesNumber(-0.99, 4));
   EXPECT_TRUE(MissingValues(" \t").Empty());
   EXPECT_TRUE(MissingValues("NA -9999").MatchesNumber(-9999));
   EXPECT_FALSE(MissingValues("NA -9999").MatchesNumber(-9999.5));
@@ -86,6 +94,33 @@ TEST(MissingValues, AreSuggestedWhereTheyStandApart) {
       {"nothing", {}, {}},
   };
   for (const auto& row : rows) EXPECT_EQ(SuggestMissing(row.values), row.missing) << row.what;
+}
+
+TEST(MissingValues, AreSuggestedOfOneColumn) {
+  std::vector<double> heights, angles, shares;
+  for (int i = 0; i < 30; ++i) {
+    heights.push_back(0.5 + i * 0.3);
+    angles.push_back(i * 12);
+    shares.push_back(i * 0.01);
+  }
+  const struct {
+    const char* what;
+    std::vector<double> values;
+    std::vector<double> missing;
+  } rows[] = {
+      {"two nines", Repeated(99, 4, heights), {99}},
+      {"with decimals", Repeated(99.99, 4, heights), {99.99}},
+      {"beside angles", Repeated(999, 4, angles), {999}},
+      {"three nines below", Repeated(-9.99, 4, shares), {-9.99}},
+      {"less than one", Repeated(-0.99, 4, shares), {-0.99}},
+      {"once", Repeated(99, 1, heights), {}},
+      {"one nine", Repeated(9, 4, shares), {}},
+      {"nearer than the others to each other", Repeated(999, 4, Repeated(600, 1, angles)), {}},
+      {"few others", Repeated(99, 4, {1.0, 2.0, 3.0}), {}},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(SuggestMissingOfColumn(row.values), row.missing) << row.what;
+  }
 }
 
 }  // namespace
