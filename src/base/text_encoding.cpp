@@ -152,6 +152,14 @@ std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
   return utf8;
 }
 
+bool LooksOfAnotherAlphabet(std::string_view bytes) {
+  constexpr std::ptrdiff_t kFewest = 4;  // letters with accents rarely stand side by side
+  const auto is_beyond_ascii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+  const auto found = std::search_n(bytes.begin(), bytes.end(), kFewest, true,
+                                   [&](char c, bool) { return is_beyond_ascii(c); });
+  return found != bytes.end() && !IsValidUtf8(bytes);
+}
+
 std::string LowerAscii(std::string_view text) {
   std::string lower(text);
   for (char& c : lower) {

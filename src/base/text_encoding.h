@@ -25,6 +25,10 @@ std::string EightBitFromUtf8(std::string_view utf8);
 /// UTF-8 of UTF-16 bytes; a leading byte order mark is dropped, lone surrogates and an odd last byte become U+FFFD.
 std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order);
 
+/// True when some bytes outside ASCII follow each other as in words of another alphabet stored in eight bits, and the whole is no
+/// UTF-8: Utf8FromText makes of them letters that nobody wrote.
+bool LooksOfAnotherAlphabet(std::string_view bytes);
+
 /// A to Z become a to z; every other byte stays.
 std::string LowerAscii(std::string_view text);
 

@@ -327,7 +327,9 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   if (chosen.x == kRowNumberColumn && chosen.y.size() == 1 && source.columns.size() > 1 &&
       !options.x_column && source.GuessOf(chosen.y.front()).CountsRows()) {
     throw FileError("Of the columns only one holds numbers, and it counts the rows",
-                    source.supplier->Describe(), source.Quoted(chosen.y.front()));
+                    source.supplier->Describe(),
+                    source.Quoted(chosen.y.front()) + (source.notes.empty() ? "" : "; ") +
+                        Joined(source.notes, "; "));
   }
   LeavingOut out(source, chosen);
   out.Tell(ComplexColumns(source),

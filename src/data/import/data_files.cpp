@@ -6,6 +6,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
+#include "base/text_encoding.h"
 #include "data/guess/format_notes.h"
 #include "data/import/column_meaning.h"
 #include "data/import/file_supplier.h"
@@ -17,6 +18,7 @@
 #include "data/import/values_in_turn.h"
 #include "data/text/field_kind.h"
 #include "data/text/number_names.h"
+#include "data/text/text_lines.h"
 #include "data/text/text_names.h"
 #include "data/text/text_supplier.h"
 #include "data/text/turned_rows.h"
@@ -158,6 +160,20 @@ void ExamineTextFile(FileToExamine file, ImportSource& source) {
   ExamineText(std::move(text), file.options, file.progress, source);
 }
 
+namespace {
+
+void TellOfForeignNames(std::string_view text, char line_end, ImportSource& source) {
+  const auto lines = static_cast<std::size_t>(std::max(source.info.FileHasHeaders, 0));
+  const std::vector<std::string_view> head = FirstLines(text, lines, line_end);
+  if (std::ranges::any_of(head, &LooksOfAnotherAlphabet)) {
+    source.notes.emplace_back(
+        "the names are no UTF-8 and read as Windows-1252, though they look like those of another "
+        "alphabet (a file saved as UTF-8 keeps them)");
+  }
+}
+
+}  // namespace
+
 void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& options,
                  Progress& progress, ImportSource& source) {
   LoadProgress examining(&progress);
@@ -185,6 +201,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
     TurnRows(text, options, source);
   }
   NoteLackingNames(source);
+  TellOfForeignNames(all, text->LineEnd(), source);
   SettleTimes(options, source);
   SettleMissingValues(options, all, text->LineEnd(), source);
   SettlePenMarks(options, all, text->LineEnd(), source);

@@ -190,7 +190,10 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
                        : LoadShared(series, *source.supplier, load);
   const bool asked = options.x_column || !options.y_columns.empty();
   const bool lone = !asked && source.columns.size() > 1 && source.NumberColumns().size() == 1;
-  for (LoadReport& report : result.reports) report.lone_column = lone;
+  for (LoadReport& report : result.reports) {
+    report.lone_column = lone;
+    report.x_is_date = IsDate(source, columns.x, options.x_format);
+  }
   if (!options.duplicates_allowed) {
     for (TDataSeries* const one : series) ForbidAbsentDuplicates(*one);
   }

@@ -86,10 +86,11 @@ std::string LoadReport::ShownText() const {
 
 std::string LoadReport::SkippedText() const {
   if (Skipped() == 0) return {};
-  const Reason reasons[] = {{x_missing, "X empty"},
-                            {y_missing, "Y empty"},
-                            {x_not_number, "X not a number"},
-                            {y_not_number, "Y not a number"}};
+  const Reason reasons[] = {
+      {x_missing, "X empty"},
+      {y_missing, "Y empty"},
+      {x_not_number, x_is_date ? "X no date of the calendar" : "X not a number"},
+      {y_not_number, "Y not a number"}};
   const std::string list = ReasonList(reasons, Skipped());
   return Counted(Skipped(), "row") + " skipped (" + list + "; first at line " +
          std::to_string(first_skipped_line) + ")";

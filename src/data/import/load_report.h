@@ -43,6 +43,7 @@ struct LoadReport {
   std::int32_t sampled_every = 1;  ///< the sampling frequency used
   /// Of several columns only this one holds numbers; unasked, it was taken over the numbers of the rows.
   bool lone_column = false;
+  bool x_is_date = false;  ///< X holds dates: what is skipped there is none of the calendar
   std::string found_at;  ///< where the source lies that is no longer at its place; empty otherwise
 
   std::int64_t Skipped() const;

@@ -274,8 +274,8 @@ std::vector<double> SuggestMissingOfColumn(std::span<const double> values) {
   });
   const std::size_t suffice = below ? kOthersThatSufficeAbove : kOthersThatSuffice;
   if (others.count < suffice || candidates.size() > kMostSuggested) return {};
-  std::vector<double> missing;
-  for (const Candidate& candidate : candidates) missing.push_back(candidate.value);
+  std::vector<double> missing(candidates.size());
+  std::ranges::transform(candidates, missing.begin(), &Candidate::value);
   return missing;
 }
 

@@ -86,6 +86,13 @@ TEST(MissingMeaning, IsOfSingleColumnsWhereOthersMayMeasureIt) {
   }
 }
 
+TEST(MissingMeaning, DatesThatDoNotExistAreCalledSo) {
+  const ImportResult result =
+      ImportText("day,v\n2023-02-27,5\n2023-02-28,7\n2023-02-29,6\n2023-03-01,8\n", "t");
+  EXPECT_EQ(result.reports.front().SkippedText(),
+            "1 row skipped (X no date of the calendar; first at line 4)");
+}
+
 TEST(MissingMeaning, IsWhatTheUserSays) {
   ImportOptions options;
   options.missing = "";

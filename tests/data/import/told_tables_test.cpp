@@ -105,6 +105,10 @@ TEST(GuessedTables, AreLookedAtTwice) {
        "the fields of \"v\" read as numbers in some rows and as dates in others"},
       {"names of numbers", "CIE\n\n1 2.5 1 50.0\n" + Rows(12, "@ 1 @.5 5@.25"), ""},
       {"years", "place,2019,2020,2021\n" + Rows(12, "p@,@.5,@.5,@@"), ""},
+      {"names of another alphabet", "t,\xCD\xE0\xEF\xF0\n" + Rows(9, "@,@@"),
+       "the names are no UTF-8 and read as Windows-1252"},
+      {"an accent", "t,L\xE4nge\n" + Rows(9, "@,@@"), ""},
+      {"another alphabet in UTF-8", "t,\xD0\x9D\xD0\xB0\xD0\xBF\n" + Rows(9, "@,@@"), ""},
   };
   const testing::TemporaryFolder folder;
   for (const auto& table : tables) {
@@ -112,7 +116,8 @@ TEST(GuessedTables, AreLookedAtTwice) {
     for (const std::string& note : ImportFile(folder.Write("t.txt", table.text)).notes) {
       const auto holds = [&note](const char* words) { return note.find(words) != note.npos; };
       if (holds("further above") || holds("passed over as") || holds("hold numbers as well") ||
-          holds("far from all others, ") || holds("as dates in others") || holds("may be none")) {
+          holds("far from all others, ") || holds("as dates in others") || holds("may be none") ||
+          holds("no UTF-8")) {
         notes += note;
       }
     }
