@@ -229,6 +229,7 @@ void SettleMissingValues(const ImportOptions& options, std::string_view text, ch
     }
     const std::vector<ColumnMissing> single = FindInSingleColumns(source);
     std::vector<std::string> entries;
+    entries.reserve(single.size());
     for (const ColumnMissing& one : single) {
       entries.push_back(MissingInColumn(one.value, one.column));
     }
