@@ -20,7 +20,9 @@
 #include "data/guess/separators_guess.h"
 #include "data/guess/table_search.h"
 #include "data/guess/table_worth.h"
+#include "data/guess/text_columns_table.h"
 #include "data/guess/touching_fields.h"
+#include "data/guess/worded_table.h"
 #include "data/text/column_cuts.h"
 #include "data/text/field_kind.h"
 #include "data/text/names_line.h"
@@ -73,6 +75,7 @@ class Guess {
     PlaceTable();
     const TextLayout layout = LayoutOf(format_, line_end_);
     GuessNames({lines_.first, Rows(layout), table_.fields, layout}, hints_, format_);
+    if (worded_ && !hints_.names_line) NameByWords(layout);
     ChooseMerging();
     JudgeAll();
     TellOfValuesAbove();
@@ -108,7 +111,7 @@ class Guess {
     format_.is_table =
         best != nullptr && IsWorthIt(*best, tables_, lines_, LayoutOf(format_, line_end_));
     if (block_ && best != nullptr) return format_.is_table = true;
-    if (!format_.is_table && choose && TakeLabelledTable()) best = &tables_.front();
+    if (!format_.is_table && choose && lines_.whole && TakeUnusualTable()) best = &tables_.front();
     return format_.is_table && best->rows >= kFewRows;
   }
 
@@ -124,18 +127,43 @@ class Guess {
   }
 
   /// Where nothing else is a table, and the whole text can be seen to be one.
+  bool TakeUnusualTable() { return TakeLabelledTable() || TakeTableOfTexts() || TakeWordedTable(); }
+
   bool TakeLabelledTable() {
     TextFormat by_blanks = format_;
     by_blanks.separators = " \t";
     by_blanks.merge_separators = true;
-    if (!lines_.whole) return false;
     const auto found = FindLabelledTable(lines_.first, LayoutOf(by_blanks, line_end_));
-    if (!found) return false;
-    format_.separators = by_blanks.separators;
-    format_.merge_separators = true;
-    tables_ = {*found};
+    if (found) TakeOnly(*found, by_blanks.separators);
+    return found.has_value();
+  }
+
+  bool TakeWordedTable() {
+    const auto found = FindWordedTable(lines_.first, LayoutOf(format_, line_end_));
+    if (found) TakeOnly(found->table, found->separators);
+    worded_ = found.has_value();
+    return worded_;
+  }
+
+  bool TakeTableOfTexts() {
+    for (const std::string_view separator : {"\t", ";", ",", "|"}) {
+      TextFormat tried = format_;
+      tried.separators = separator;
+      tried.merge_separators = false;
+      const auto found = FindTableOfTexts(lines_.first, LayoutOf(tried, line_end_));
+      if (!found) continue;
+      TakeOnly(*found, tried.separators);
+      return true;
+    }
+    return false;
+  }
+
+  /// Nothing else is a table.
+  void TakeOnly(const FoundTable& table, const std::string& separators) {
+    format_.separators = separators;
+    format_.merge_separators = IsBlankSeparated(format_);
+    tables_ = {table};
     format_.is_table = true;
-    return true;
   }
 
   void DropRemarks() {
@@ -202,6 +230,16 @@ class Guess {
   void Take(const CutTable& found, CutsFrom from) {
     format_.column_cuts = ColumnCutsText(found.cuts);
     format_.cuts_from = from;
+  }
+
+  /// The words of the first row name its numbers.
+  void NameByWords(const TextLayout& layout) {
+    auto line = static_cast<std::size_t>(format_.header_lines);
+    while (line < lines_.first.size() && !IsDataLine(lines_.first[line], layout)) ++line;
+    format_.names_line = static_cast<std::int32_t>(line) + 1;
+    format_.units_line = 0;
+    format_.stacked_names = false;
+    format_.names_apart = 0;
   }
 
   void PlaceTable() {
@@ -417,6 +455,7 @@ class Guess {
   std::optional<DataBlock> block_;  // outside which there are no data
   std::vector<FoundTable> tables_;
   FoundTable table_;
+  bool worded_ = false;         // the words between its numbers name these
   std::size_t told_above_ = 0;  // the line behind the last table above this one that is told
   TextFormat format_;
 };

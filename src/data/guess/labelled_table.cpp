@@ -32,7 +32,8 @@ bool IsLabel(std::string_view text) {
 Part PartOf(std::string_view text) {
   const FieldKind kind = KindOfField(text);
   if (kind == FieldKind::Number || kind == FieldKind::Placeholder) return Part::Number;
-  if (kind != FieldKind::Text) return Part::Neither;
+  // "1s" beside "2p" is a label as well as a time.
+  if (kind != FieldKind::Text && kind != FieldKind::Quantity) return Part::Neither;
   if (text == ":" || text == "=" || text == "|") return Part::Mark;
   return IsLabel(text) ? Part::Label : Part::Neither;
 }

@@ -77,8 +77,17 @@ std::vector<Candidate> CandidatesIn(const ImportSource& source) {
   return candidates;
 }
 
+/// The row at hand gives a point of some DataSet.
+bool GivesPoint(const ImportResult& result, TDataSupplier& supplier) {
+  return std::ranges::any_of(result.series, [&supplier](const auto& series) {
+    const TDSInfo& info = series->Source();
+    return supplier.ReadValue(info.y_column_index, info.YFormat).has_value();
+  });
+}
+
 /// The first column that parts the rows; nothing where none does.
-std::optional<Candidate> FindGroups(const ImportSource& source, const TDSInfo& info) {
+std::optional<Candidate> FindGroups(const ImportSource& source, const ImportResult& result) {
+  const TDSInfo& info = result.series.front()->Source();
   std::vector<Candidate> candidates = CandidatesIn(source);
   TDataSupplier& supplier = *source.supplier;
   std::size_t rows = 0;
@@ -86,7 +95,7 @@ std::optional<Candidate> FindGroups(const ImportSource& source, const TDSInfo& i
   supplier.SkipRows(info.FileHasHeaders - supplier.HeaderRowsPassed());
   for (; !supplier.AtEnd() && !candidates.empty(); supplier.NextRow()) {
     const std::optional<double> x = supplier.ReadValue(info.x_column_index, info.XFormat);
-    if (!x) continue;
+    if (!x || !GivesPoint(result, supplier)) continue;
     if (std::cmp_equal(++rows, kMostRows)) return std::nullopt;
     for (Candidate& candidate : candidates) candidate.Take(supplier.TextAt(candidate.column), *x);
     std::erase_if(candidates, [](const Candidate& candidate) { return !candidate.possible; });
@@ -127,7 +136,7 @@ bool MayHoldGroups(const ImportSource& source, const ChosenColumns& columns) {
 void SplitGroups(ImportResult& result, const ImportSource& source, const ChosenColumns& columns,
                  const LoadOptions& load, const SeriesFactory& make) {
   if (result.cancelled || !MayHoldGroups(source, columns)) return;
-  const std::optional<Candidate> groups = FindGroups(source, result.series.front()->Source());
+  const std::optional<Candidate> groups = FindGroups(source, result);
   if (!groups || groups->groups.size() * result.series.size() > kMostRunDataSets) return;
   const std::string column = source.ReferenceTo(groups->column);
   std::vector<std::unique_ptr<TDataSeries>> split;

@@ -12,6 +12,7 @@
 #include "data/text/row_remark.h"
 #include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
+#include "data/text/worded_names.h"
 
 namespace tarnwick {
 namespace {
@@ -166,11 +167,17 @@ Line FindNames(std::string_view text, const TextLayout& layout, const Opening& o
   return line;
 }
 
-/// A line of names or units, cut for the rows' columns or else for those of the first row.
+/// A line of names or units, cut for the rows' columns or else for those of the first row; of a row its words name its numbers.
 Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout& layout,
                     std::int32_t columns, const Opening& opening) {
   if (number < 1) return {};
   const std::string_view line = LineAt(text, number, layout.line_end);
+  // Of turned rows the labels stand on one.
+  const bool is_row = std::ranges::any_of(
+      opening.rows, [line](std::string_view row) { return row.data() == line.data(); });
+  if (is_row && !layout.IsSeparator('\n')) {
+    return NamesFromWords(line, opening.rows, layout, columns);
+  }
   std::optional<Fields> fields = SplitNames(line, layout, columns, opening.labels);
   if (!fields && opening.labels == RowLabels::Never) fields = SplitNames(line, layout, columns - 1);
   if (!fields) fields = SplitNames(line, layout, opening.first_row_columns);

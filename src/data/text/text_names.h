@@ -21,7 +21,8 @@ inline constexpr std::int32_t kMostColumns = 1000;  ///< fields counted on a lin
 inline constexpr std::int32_t kColumnLines =
     40;  ///< first lines looked at for the number of columns
 
-/// Where the description names a line of names (of units), it is cut as SplitNames does. Otherwise the names stand on the
+/// Where the description names a line of names (of units), it is cut as SplitNames does; where that is one of the first rows,
+/// NamesFromWords reads it. Otherwise the names stand on the
 /// first line. Where that line is a comment, blank, or (as titles are) of another number of fields
 /// than the rows, the last header line that fits the rows better holds them; a comment counts without its mark. The columns
 /// are counted over the first 40 lines of the text and the first 40 rows behind
