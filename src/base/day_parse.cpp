@@ -1,5 +1,7 @@
 // The day number of a text.
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <span>
 
 #include "base/ascii.h"
@@ -76,6 +78,12 @@ class Scanner {
     return digits;
   }
   std::string_view TakeDigitRun() { return TakeRun<&IsDigit>(); }
+  std::string_view TakeLetters() { return TakeRun<&IsLetter>(); }
+  /// To behind the next such mark; nowhere without one.
+  void SkipBehind(char mark) {
+    const std::size_t at = rest_.find(mark);
+    if (at != rest_.npos) rest_.remove_prefix(at + 1);
+  }
   /// The place from 1 of a name that stands here, whole or its first letters.
   Digits TakeName(std::span<const std::string_view> names) {
     Scanner behind = *this;
@@ -197,12 +205,48 @@ std::optional<int> TakeHalfOfDay(Scanner& scanner, int hour) {
   return hour % 12 + (evening ? 12 : 0);
 }
 
+/// A zone known by its letters, and how far its clocks are ahead of UTC.
+struct NamedZone {
+  std::string_view name;
+  int minutes;
+};
+
+/// Those that mean one offset wherever they are written; of "CST", "IST" and the like there are several.
+constexpr NamedZone kNamedZones[] = {
+    {"EST", -300}, {"EDT", -240}, {"CDT", -300}, {"MST", -420},  {"MDT", -360},  {"PST", -480},
+    {"PDT", -420}, {"HST", -600}, {"WET", 0},    {"WEST", 60},   {"CET", 60},    {"CEST", 120},
+    {"MEZ", 60},   {"MESZ", 120}, {"EET", 120},  {"EEST", 180},  {"MSK", 180},   {"JST", 540},
+    {"KST", 540},  {"AEST", 600}, {"AEDT", 660}, {"AWST", 480},  {"ACST", 570},  {"ACDT", 630},
+    {"NZST", 720}, {"NZDT", 780}, {"SAST", 120}, {"AKST", -540}, {"AKDT", -480}, {"NST", -210}};
+
+/// Takes the name of such a zone, and turns the clock to UTC by it.
+bool TakeNamedZone(Scanner& scanner, Clock& clock) {
+  Scanner behind = scanner;
+  const std::string_view name = behind.TakeLetters();
+  const auto* const zone = std::ranges::find(kNamedZones, name, &NamedZone::name);
+  if (zone == std::end(kNamedZones)) return false;
+  scanner = behind;
+  clock.seconds -= 60 * zone->minutes;
+  clock.has_zone = true;
+  return true;
+}
+
+/// "[Europe/Paris]" behind an offset, which says all.
+void SkipPlace(Scanner& scanner) {
+  if (scanner.Next() == '[') scanner.SkipBehind(']');
+}
+
 /// Turns the clock to UTC by the zone that stands here, if any; false when what stands here is none that exists.
 bool TakeZone(Scanner& scanner, Clock& clock) {
   if (scanner.AtEnd()) return true;
   Scanner behind = scanner;
   behind.SkipBlanks();
+  if (TakeNamedZone(behind, clock)) {
+    scanner = behind;
+    return true;
+  }
   clock.has_zone = behind.TakeWord("utc") || behind.TakeWord("gmt") || behind.TakeWord("z");
+  const bool named = clock.has_zone;
   const bool west = behind.Next() == '-';
   if (west || behind.Next() == '+') {
     behind.Take(behind.Next());
@@ -215,11 +259,15 @@ bool TakeZone(Scanner& scanner, Clock& clock) {
       minutes = behind.TakeDigits();
       if (minutes.size != 2) return false;
     }
-    if (hours.size != 2 || hours.value > kMostHoursAhead || minutes.value > 59) return false;
+    const bool whole = hours.size == 2 || (named && hours.size == 1);
+    if (!whole || hours.value > kMostHoursAhead || minutes.value > 59) return false;
     clock.seconds -= (west ? -60 : 60) * (hours.value * 60 + minutes.value);
     clock.has_zone = true;
   }
-  if (clock.has_zone) scanner = behind;
+  if (clock.has_zone) {
+    SkipPlace(behind);
+    scanner = behind;
+  }
   return true;
 }
 

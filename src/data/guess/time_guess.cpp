@@ -480,7 +480,11 @@ std::optional<ColumnFormat> LooksLikeUnixTime(std::string_view name,
   const bool says_unix = HasOneOf(words, {"timestamp", "epoch", "unix", "unixtime", "posix"});
   const bool says_time = says_unix || HasOneOf(words, {"time", "ts", "utc"});
   const std::string names[] = {std::string(name)};
-  if (!says_time && !HasNoName(names, 0)) return std::nullopt;
+  const bool may_be_time =
+      HasNoName(names, 0) || HasOneOf(words, {"date", "datetime", "when", "clock", "day", "s",
+                                              "sec", "second", "seconds", "ms", "t", "x", "datum",
+                                              "zeit", "heure", "fecha", "hora", "tempo", "temps"});
+  if (!says_time && !may_be_time) return std::nullopt;
   const YearSpan years = says_unix ? YearSpan{1971, 2100} : YearSpan{1990, 2040};
   for (const auto& [format, per_day] : {std::pair(ColumnFormat::UnixSeconds, 86'400.0),
                                         std::pair(ColumnFormat::UnixMilliseconds, 86'400'000.0)}) {

@@ -11,6 +11,7 @@
 #include "data/guess/time_guess.h"
 #include "data/import/import_file.h"
 #include "data/import/past_midnight.h"
+#include "data/text/field_value.h"
 #include "data/text/text_fields.h"
 #include "data/text/text_names.h"
 
@@ -104,9 +105,13 @@ void FindUnixTime(ImportSource& source) {
   }
 }
 
+std::string_view DayOf(std::string_view text) {
+  return text.substr(0, text.find_first_of(" T"));
+}
+
 /// Written like a date, be there such a day or not: "2024-02-30", "31.4.2024 12:00".
 bool IsDateLike(std::string_view text) {
-  const std::string_view day = text.substr(0, text.find_first_of(" T"));
+  const std::string_view day = DayOf(text);
   if (day.size() < 6 || day.size() > 10) return false;
   const std::size_t first = day.find_first_not_of("0123456789");
   if (first == day.npos || first == 0 || std::string_view("-/.").find(day[first]) == day.npos) {
@@ -122,8 +127,11 @@ void TellOfImpossibleDates(ImportSource& source) {
     const auto& sample = source.samples[i];
     const auto dates = static_cast<std::size_t>(std::ranges::count_if(sample, IsDateLike));
     if (source.columns[i].has_numbers || dates == 0 || 2 * dates < sample.size()) continue;
-    source.notes.push_back(source.Quoted(static_cast<std::int32_t>(i)) +
-                           " is left out: most of its dates are in no calendar");
+    const auto dated = std::ranges::find_if(sample, IsDateLike);
+    const bool exists = ValueOfField(DayOf(*dated), ColumnFormat::DateTime).has_value();
+    source.notes.push_back(source.Quoted(static_cast<std::int32_t>(i)) + " is left out: " +
+                           (exists ? "most of its times cannot be read (\"" + *dated + "\")"
+                                   : std::string("most of its dates are in no calendar")));
   }
 }
 

@@ -241,6 +241,9 @@ TEST(JoinedTime, TellsUnixTimes) {
       {"", {1709532000, 1709532000.5, 1709532001}, std::nullopt},
       {"", {1709532000, 1709531999, 1709532001}, std::nullopt},
       {"freq", {1709532000, 1709535600, 1709539200}, std::nullopt},
+      {"t", {1709532000, 1709535600, 1709539200}, ColumnFormat::UnixSeconds},
+      {"Date", {1709532000123, 1709532000124, 1709532000125}, ColumnFormat::UnixMilliseconds},
+      {"t", {1709532000, 1709535600, 1709535500}, std::nullopt},
       {"time", {0, 1, 2}, std::nullopt},
       {"time", {}, std::nullopt},
   };
