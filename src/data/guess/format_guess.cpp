@@ -79,6 +79,7 @@ class Guess {
     ChooseMerging();
     JudgeAll();
     TellOfValuesAbove();
+    if (!hints_.units_line) TakeUnitsOfValues();
     return std::move(format_);
   }
 
@@ -232,11 +233,29 @@ class Guess {
     format_.cuts_from = from;
   }
 
-  /// The words of the first row name its numbers.
-  void NameByWords(const TextLayout& layout) {
+  /// The number of the line of the first row, from 1.
+  std::int32_t FirstRowLine(const TextLayout& layout) const {
     auto line = static_cast<std::size_t>(format_.header_lines);
     while (line < lines_.first.size() && !IsDataLine(lines_.first[line], layout)) ++line;
-    format_.names_line = static_cast<std::int32_t>(line) + 1;
+    return static_cast<std::int32_t>(line) + 1;
+  }
+
+  /// One unit behind all numbers of a column is that of the column, where no line of units says it.
+  void TakeUnitsOfValues() {
+    const auto has_units = [](const ColumnGuess& column) {
+      return column.has_units && column.has_numbers;
+    };
+    const auto has_one = [](const ColumnGuess& column) { return column.units.size() == 1; };
+    std::vector<ColumnGuess> columns;
+    std::ranges::copy_if(format_.columns, std::back_inserter(columns), has_units);
+    const bool named = format_.names_line >= 0 && format_.units_line == 0 && !worded_;
+    if (!named || columns.empty() || !std::ranges::all_of(columns, has_one)) return;
+    format_.units_line = FirstRowLine(LayoutOf(format_, line_end_));
+  }
+
+  /// The words of the first row name its numbers.
+  void NameByWords(const TextLayout& layout) {
+    format_.names_line = FirstRowLine(layout);
     format_.units_line = 0;
     format_.stacked_names = false;
     format_.names_apart = 0;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/text_encoding.h"
+#include "data/column_caption.h"
 #include "data/text/field_value.h"
 #include "data/text/listed_names.h"
 #include "data/text/names_line.h"
@@ -12,6 +13,7 @@
 #include "data/text/row_remark.h"
 #include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
+#include "data/text/unit_text.h"
 #include "data/text/worded_names.h"
 
 namespace tarnwick {
@@ -167,15 +169,18 @@ Line FindNames(std::string_view text, const TextLayout& layout, const Opening& o
   return line;
 }
 
+bool IsRow(std::string_view line, const Opening& opening) {
+  return std::ranges::any_of(opening.rows,
+                             [line](std::string_view row) { return row.data() == line.data(); });
+}
+
 /// A line of names or units, cut for the rows' columns or else for those of the first row; of a row its words name its numbers.
 Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout& layout,
                     std::int32_t columns, const Opening& opening) {
   if (number < 1) return {};
   const std::string_view line = LineAt(text, number, layout.line_end);
   // Of turned rows the labels stand on one.
-  const bool is_row = std::ranges::any_of(
-      opening.rows, [line](std::string_view row) { return row.data() == line.data(); });
-  if (is_row && !layout.IsSeparator('\n')) {
+  if (IsRow(line, opening) && !layout.IsSeparator('\n')) {
     return NamesFromWords(line, opening.rows, layout, columns);
   }
   std::optional<Fields> fields = SplitNames(line, layout, columns, opening.labels);
@@ -194,6 +199,18 @@ Fields StatedNames(std::string_view text, const TDSInfo& info, const TextLayout&
     if (names) return *std::move(names);
   }
   return FieldsOfLine(text, info.NamesLine, layout, columns, opening);
+}
+
+/// What stands behind the numbers of a row, as far as the names do not say it themselves.
+Fields UnitsOfValues(std::string_view row, const TextLayout& layout, const Fields& names) {
+  Fields units = Split(row, layout);
+  units.resize(std::min(units.size(), names.size()));
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    const std::optional<NumberAndUnit> split = SplitUnit(units[i]);
+    const bool said = NameWithoutUnit(names[i]).size() < names[i].size();
+    units[i] = split && !said ? std::string(split->unit) : std::string();
+  }
+  return units;
 }
 
 /// The units of the columns; fewer than columns stand under their names.
@@ -254,8 +271,12 @@ TextNames ReadTextNames(std::string_view text, const TextLayout& layout, const T
     read.names.push_back(std::move(name));
   }
   read.bare_names = read.names;
-  const Fields units =
-      listed ? std::move(listed->units) : UnitsOf(text, info, layout, columns, opening);
+  const std::string_view units_at = LineAt(text, info.UnitsLine, layout.line_end);
+  const bool of_values =
+      info.UnitsLine > 0 && IsRow(units_at, opening) && !layout.IsSeparator('\n');
+  const Fields units = listed      ? std::move(listed->units)
+                       : of_values ? UnitsOfValues(units_at, layout, read.names)
+                                   : UnitsOf(text, info, layout, columns, opening);
   for (std::size_t i = 0; i < units.size(); ++i) {
     const std::string unit = UnitText(units[i]);
     if (!unit.empty()) read.names[i] += " [" + unit + "]";

@@ -481,7 +481,7 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"a time among seconds", Rows(9, "@ 2@.5") + "9 1:48.31\n", "(col 0): (col 1), 9"},
       {"labels that begin with digits", Rows(9, "@.5 @2 13CS"), "(col 0): (col 1), 9"},
       {"orbitals", "0.1 1s 5\n0.2 2s 7\n0.3 2p 9\n0.4 3s 8\n", "(col 0): (col 2), 4"},
-      {"units joined to numbers", "t,v\n1,5mV\n2,6mV\n3,9mV\n", "t: v, 3"},
+      {"units joined to numbers", "t,v\n1,5mV\n2,6mV\n3,9mV\n", "t: v [mV], 3"},
       {"a remark behind each value", "# d\n" + Rows(9, "@.25 # (0,0,@)"), "Row number: (col 0), 9"},
       {"a remark behind each labelled value",
        Rows(9, "O@ 15.@ ; oxygen (C=O)") + "CA2+ 40.08 ; calcium\n", "Row number: (col 1), 10"},
