@@ -84,6 +84,11 @@ struct Legend {
   std::int32_t space_for_symbols = 28;  ///< pixels for the sample of line and symbol
   std::int32_t x_margin = 6;
   std::int32_t y_margin = 4;
+  bool automatic =
+      false;  ///< nobody chose its place: it is looked for in every size of the picture
+  std::int32_t room_beside = 0;  ///< of the right margin, what an automatic one has for itself
+  std::int32_t room_above = 0;   ///< likewise of the top margin
+  bool no_room = false;          ///< an automatic one is hidden only for want of room
   bool operator==(const Legend&) const = default;
 };
 

@@ -10,6 +10,7 @@
 #include "base/error.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
+#include "graph/layout/automatic_legend.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/layout/quiet_corner.h"
 #include "graph/shown_series.h"
@@ -48,8 +49,7 @@ std::vector<FittedParameter> PrintedParameters(const TxyGraph& graph, const TSer
 QPointF QuietPlaceFor(const TxyGraph& graph, const PlotLayout& layout, QSizeF size) {
   const QRectF plot = layout.plot.adjusted(kInset, kInset, -kInset, -kInset);
   std::vector<QRectF> places = PlacesIn(plot, size);
-  PictureContents contents{CaptionBoxes(layout), {}};
-  for (const QRectF& child : ChildBoxes(layout)) contents.boxes.push_back(child);
+  PictureContents contents{BoxesToRead(layout), {}};
   if (layout.legend) contents.boxes.push_back(layout.legend->frame);
   const std::vector<QPointF> pixels = SampledPixels(graph, layout);
   contents.points_in = [&pixels](const QRectF& place) {
@@ -183,6 +183,7 @@ void PrintFitOnGraph(TxyGraph& graph, TSeries& series) {
     throw Error("DataSet \"" + series.SeriesName() + "\" has no parameters to print.");
   }
   const QSizeF size(graph.ClientWidth(), graph.ClientHeight());
+  if (AutomaticLegendHides(graph, size, TextMetrics())) SettleLegend(graph, size, TextMetrics());
   const PlotLayout layout = LayoutPlot(graph, size, TextMetrics());
   const AxisId y_axis = YAxisOf(series);
   const double height =

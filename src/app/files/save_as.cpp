@@ -5,7 +5,9 @@
 #include "desk/document/document.h"
 #include "desk/prompts/file_chooser.h"
 #include "desk/prompts/file_trouble.h"
+#include "graph/axes/plot_metrics.h"
 #include "graph/files/file_kinds.h"
+#include "graph/layout/automatic_legend.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -32,6 +34,9 @@ bool SavePicture(const Document& document, FileChooser& chooser, const Path& pat
   TxyGraph graph;
   graph.Resize(qRound(options->width * scale), qRound(options->height * scale));
   graph.SetState(shown.State());
+  const QSize size(graph.ClientWidth(), graph.ClientHeight());
+  if (size != QSize(shown.ClientWidth(), shown.ClientHeight()))
+    SettleLegend(graph, size, TextMetrics());
   WritePicture(graph, path, *options);
   return true;
 }

@@ -7,6 +7,7 @@
 #include "app/canvas/canvas_cursor.h"
 #include "app/canvas/graph_canvas.h"
 #include "graph/edit/mark_edit.h"
+#include "graph/layout/automatic_legend.h"
 
 namespace tarnwick {
 namespace {
@@ -25,7 +26,7 @@ std::int32_t KeptDistance(double begin, double length, double whole) {
 }
 
 void PlaceLegend(TxyGraph& graph, const QRectF& frame, QSizeF picture) {
-  Legend legend = graph.GetLegend();
+  Legend legend = ChosenByHand(graph.GetLegend());
   legend.left = KeptDistance(frame.left(), frame.width(), picture.width());
   legend.top = KeptDistance(frame.top(), frame.height(), picture.height());
   graph.SetLegend(legend);

@@ -3,6 +3,7 @@
 #include "desk/document/document.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/edit/legend_edit.h"
+#include "graph/layout/automatic_legend.h"
 
 namespace tarnwick {
 namespace {
@@ -11,6 +12,7 @@ void ToggleLegend(CommandContext& context) {
   const bool shown = context.document->Graph().GetLegend().visible;
   context.document->Edit(shown ? "Hide Legend" : "Show Legend", [&](TxyGraph& graph) {
     Legend legend = graph.GetLegend();
+    if (legend.no_room) legend = ChosenByHand(legend);  // the user wants it all the same
     legend.visible = !shown;
     graph.SetLegend(legend);
   });

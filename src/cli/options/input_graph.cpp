@@ -17,6 +17,7 @@
 #include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
 #include "graph/files/import_into_graph.h"
+#include "graph/layout/automatic_legend.h"
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
 #include "graph/series_of_whole.h"
@@ -194,7 +195,7 @@ InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
 }
 
 void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size) {
-  if (!input.from_data) return;
+  if (!input.from_data) return SettleLegend(*input.graph, size, TextMetrics());
   FinishedLookOptions look;
   if (const std::string title = TitleOf(*input.graph, arguments); !title.empty())
     look.title = title;

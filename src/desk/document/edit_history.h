@@ -16,10 +16,20 @@ namespace tarnwick {
 
 class TxyGraph;
 
+/// What an automatic legend was placed for.
+struct LegendOccasion {
+  QSizeF size;
+  std::size_t data_sets = 0;
+  bool second_axis = false;
+  bool operator==(const LegendOccasion&) const = default;
+};
+
 /// How the look of a document's graph came about.
 struct LookOrigin {
   bool own = false;     ///< decided by a file or the user
   QSizeF arranged_for;  ///< the size it was arranged for otherwise; empty when data came in since
+  LegendOccasion settled_for = {};  ///< what an automatic legend was placed for last
+  bool legend_hides = false;        ///< there it lay over something all the same
 };
 
 /// What an edit keeps of a document.

@@ -3,6 +3,7 @@
 #include "desk/document/document.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/files/file_kinds.h"
+#include "graph/layout/automatic_legend.h"
 #include "graph/layout/finished_look.h"
 #include "graph/layout/second_quantity.h"
 #include "graph/shown_series.h"
@@ -10,10 +11,36 @@
 
 namespace tarnwick {
 
+namespace {
+
+LegendOccasion OccasionOf(const TxyGraph& graph, QSizeF size) {
+  return {size, graph.SeriesCount(), AxisInUse(graph, AxisId::Y2)};
+}
+
+/// For each size and each number of what it names, and where it has come to hide something: it does not move about while one
+/// works on the graph.
+void SettleOwnLegend(Document& document, QSizeF size) {
+  TxyGraph& graph = document.WholeGraph();
+  if (!graph.GetLegend().automatic || !document.Zooms().Of(std::nullopt).IsEmpty()) return;
+  const TextMetrics metrics;
+  LookOrigin& look = document.Look();
+  const LegendOccasion now = OccasionOf(graph, size);
+  const bool another = look.settled_for != now;
+  const bool hid_before = !another && look.legend_hides;
+  look.settled_for = now;
+  look.legend_hides = AutomaticLegendHides(graph, size, metrics);
+  if (!another && (!look.legend_hides || hid_before)) return;
+  SettleLegend(graph, size, metrics);
+  look.legend_hides = AutomaticLegendHides(graph, size, metrics);
+}
+
+}  // namespace
+
 void FinishLook(Document& document, QSizeF size) {
   LookOrigin& look = document.Look();
   TxyGraph& graph = document.WholeGraph();
-  if (look.own || look.arranged_for == size || !HasPoints(graph)) return;
+  if (!HasPoints(graph)) return;
+  if (look.own || look.arranged_for == size) return SettleOwnLegend(document, size);
   // What the user has zoomed into is not disturbed by a window's new size.
   if (!look.arranged_for.isEmpty() && !document.Zooms().Of(std::nullopt).IsEmpty()) return;
   if (look.arranged_for.isEmpty()) SeparateQuantities(graph);
@@ -23,6 +50,8 @@ void FinishLook(Document& document, QSizeF size) {
   if (options.title.empty() && graph.SeriesCount() > 0)
     options.title = TitleOfTable(graph.Series(0).Source());
   ApplyFinishedLook(graph, size, TextMetrics(), options);
+  look.settled_for = OccasionOf(graph, size);
+  look.legend_hides = AutomaticLegendHides(graph, size, TextMetrics());
 }
 
 void ArrangeInsertedGraph(Document& document) {

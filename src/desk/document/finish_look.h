@@ -8,7 +8,7 @@ namespace tarnwick {
 class Document;
 
 /// Arranges a graph that came from data alone for a picture of this size; does nothing when it was arranged for that
-/// size already, nor once a file or an edit has decided the look.
+/// size already, nor once a file or an edit has decided the look: then a legend that nobody placed is all that is looked after.
 void FinishLook(Document& document, QSizeF size);
 
 /// Arranges the graph worked on for the size that it has.

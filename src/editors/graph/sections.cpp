@@ -10,6 +10,7 @@
 #include "graph/edit/axis_edit.h"
 #include "graph/edit/legend_edit.h"
 #include "graph/edit/mark_edit.h"
+#include "graph/layout/automatic_legend.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -41,8 +42,10 @@ Section OfValues(FieldTable<Owner> table, Read read, Write write) {
           }};
 }
 
-/// Another layout is arranged as by the command for it.
-void TakeLegend(TxyGraph& graph, const Legend& legend) {
+/// Another layout is arranged as by the command for it; another place is one that was chosen.
+void TakeLegend(TxyGraph& graph, Legend legend) {
+  const bool stays = legend.automatic && !StandsOtherwise(legend, graph.GetLegend());
+  if (!stays) legend = ChosenByHand(legend);
   if (legend.layout_mode != graph.GetLegend().layout_mode) {
     SetLegendLayout(graph, legend.layout_mode, TextMetrics());
   } else {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "graph/layout/automatic_legend.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/xy_graph.h"
 
@@ -22,7 +23,7 @@ void ResetLegend(TxyGraph& graph) {
 }
 
 void SetLegendLayout(TxyGraph& graph, LegendLayout mode, const TextMetrics& metrics) {
-  Legend legend = graph.GetLegend();
+  Legend legend = ChosenByHand(graph.GetLegend());
   legend.visible = true;
   if (mode == LegendLayout::Free && legend.layout_mode == LegendLayout::Horizontal) {
     // Free entries flow down, and a box as low as the horizontal one would hide most.

@@ -7,7 +7,7 @@
 
 #include "graph/axes/plot_metrics.h"
 #include "graph/belonging.h"
-#include "graph/layout/legend_place.h"
+#include "graph/layout/automatic_legend.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/palette.h"
 #include "graph/shown_series.h"
@@ -30,9 +30,6 @@ Font MakeFont(int size, bool bold) {
   font.bold = bold;
   return font;
 }
-
-/// In a picture narrower than this there is no room for what is said twice.
-constexpr double kSmallPicture = 400;
 
 /// Largest share of the picture that the two margins of one direction may take.
 constexpr double kLargestMarginShare = 0.6;
@@ -123,17 +120,6 @@ LineStyle StyleOfRound(std::size_t series) {
   return kStyles[series / kPaletteSize % kStyles.size()];
 }
 
-/// True when each of two DataSets has a Y axis of its own, whose title names it in its colour.
-bool TitlesNameAll(const TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
-  if (graph.SeriesCount() != 2 || YAxisOf(graph.Series(0)) == YAxisOf(graph.Series(1)))
-    return false;
-  const PlotLayout layout = LayoutPlot(graph, size, metrics);
-  const auto titled = [&](AxisId id) {
-    return layout.Axis(id).title && graph.Axis(id).Look().EnableAutoTitle;
-  };
-  return titled(AxisId::Y) && titled(AxisId::Y2);
-}
-
 bool HasSeveralToName(const TxyGraph& graph) {
   std::size_t named = 0;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
@@ -212,7 +198,7 @@ void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   second.SetAutoSizing(true);
   second.SetAdjustDecPlaces(true);
   SetLook(second, &AxisLook::EnableAutoTitle, true);
-  Legend legend = graph.GetLegend();
+  Legend legend = ChosenByHand(graph.GetLegend());  // margins are found without its room
   legend.visible = HasSeveralToName(graph);
   legend.layout_mode = LegendLayout::Vertical;
   legend.font = MakeFont(9, false);
@@ -221,11 +207,7 @@ void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
   Dimensions dimensions = FittingMargins(graph, size, metrics);
   LimitMargins(dimensions, size);
   graph.SetDimensions(dimensions);
-  if (size.width() < kSmallPicture && TitlesNameAll(graph, size, metrics)) {
-    legend.visible = false;
-    graph.SetLegend(legend);
-  }
-  PlaceLegend(graph, size, metrics);
+  PlaceAutomatically(graph, size, metrics);
 }
 
 }  // namespace tarnwick

@@ -45,6 +45,17 @@ bool IsWholeAndLow(const LegendBox& box, double plot_height) {
   return !box.more && box.frame.height() <= share * plot_height;
 }
 
+std::size_t CountIn(const QRectF& frame, const std::vector<QPointF>& pixels) {
+  return static_cast<std::size_t>(std::count_if(
+      pixels.begin(), pixels.end(), [&](const QPointF& pixel) { return frame.contains(pixel); }));
+}
+
+/// What a legend with this frame keeps clear of.
+QRectF WithClearance(const QRectF& frame) {
+  constexpr double kClearance = 3;
+  return frame.adjusted(-kClearance, -kClearance, kClearance, kClearance);
+}
+
 /// Of the plot's corners the one in which a legend covers least.
 struct CornerPlace {
   bool right = true;
@@ -91,13 +102,10 @@ CornerPlace LegendPlacer::QuietestCorner() const {
   std::transform(kCorners.begin(), kCorners.end(), frames.begin(), [&](const CornerPlace& corner) {
     const QPointF at(corner.right ? plot.right() - kInset - box.width() : plot.left() + kInset,
                      corner.bottom ? plot.bottom() - kInset - box.height() : plot.top() + kInset);
-    return QRectF(at, box).adjusted(-3, -3, 3, 3);
+    return WithClearance(QRectF(at, box));
   });
-  const auto points_in = [&pixels](const QRectF& frame) {
-    return static_cast<std::size_t>(std::count_if(
-        pixels.begin(), pixels.end(), [&](const QPointF& pixel) { return frame.contains(pixel); }));
-  };
-  const QuietPlace place = FindQuietPlace(frames, {ChildBoxes(layout_), points_in});
+  const auto points_in = [&pixels](const QRectF& frame) { return CountIn(frame, pixels); };
+  const QuietPlace place = FindQuietPlace(frames, {BoxesToRead(layout_), points_in});
   CornerPlace best = kCorners.at(place.index);
   const std::size_t covered = place.hidden.points + (place.hidden.boxes > 0 ? pixels.size() : 0);
   best.covers = covered > 0;
@@ -177,6 +185,18 @@ bool LegendPlacer::Place(bool shown) const {
 }
 
 }  // namespace
+
+bool LegendHides(const TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
+  const PlotLayout layout = LayoutPlot(graph, size, metrics);
+  if (!layout.legend) return false;
+  const QRectF frame = WithClearance(layout.legend->frame);
+  const std::array places = {frame};
+  const auto points_in = [&](const QRectF&) {
+    return CountIn(frame, SampledPixels(graph, layout));
+  };
+  const HiddenContents hidden = FindQuietPlace(places, {BoxesToRead(layout), points_in}).hidden;
+  return hidden.boxes > 0 || hidden.points > 0;
+}
 
 void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics) {
   const auto show = [&graph](bool visible) {

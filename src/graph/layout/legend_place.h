@@ -15,4 +15,7 @@ class TxyGraph;
 /// not shown. A hidden legend gets its corner.
 void PlaceLegend(TxyGraph& graph, QSizeF size, const TextMetrics& metrics);
 
+/// True where the legend is shown and lies over points, their errors, lines, labels within the plot or inserted graphs.
+bool LegendHides(const TxyGraph& graph, QSizeF size, const TextMetrics& metrics);
+
 }  // namespace tarnwick

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/undefined.h"
+#include "data/series/point_errors.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -54,6 +56,12 @@ std::vector<QRectF> ChildBoxes(const PlotLayout& layout) {
   return boxes;
 }
 
+std::vector<QRectF> BoxesToRead(const PlotLayout& layout) {
+  std::vector<QRectF> boxes = CaptionBoxes(layout);
+  for (const QRectF& child : ChildBoxes(layout)) boxes.push_back(child);
+  return boxes;
+}
+
 std::vector<QRectF> PlacesIn(const QRectF& area, QSizeF box) {
   constexpr int kSteps = 24;  // each way
   const double across = std::max(0.0, area.width() - box.width());
@@ -77,16 +85,44 @@ std::vector<QRectF> PlacesIn(const QRectF& area, QSizeF box) {
 
 namespace {
 
+std::size_t StepOf(const PointChain& points) {
+  return std::max<std::size_t>(points.Size() / kSampledPoints, 1);
+}
+
 /// A sample of one line of points, with places on its way where they are `joined`.
 void AddPixels(const PointChain& points, const std::function<QPointF(std::size_t)>& pixel_at,
                bool joined, std::vector<QPointF>& pixels) {
-  const std::size_t step = std::max<std::size_t>(points.Size() / kSampledPoints, 1);
+  const std::size_t step = StepOf(points);
   std::optional<QPointF> before;
   for (std::size_t at = 0; at < points.Size(); at += step) {
     const QPointF pixel = pixel_at(at);
     if (before && joined) AddLine(*before, pixel, pixels);
     pixels.push_back(pixel);
     before = pixel;
+  }
+}
+
+/// Of the errors of a sample of the points.
+void AddBars(const TSeries& series, const AxisScale& x, const AxisScale& y,
+             std::vector<QPointF>& pixels) {
+  if (!HasYErrors(series.Errors()) && !HasXErrors(series.Errors())) return;
+  const PointChain& points = series.Points();
+  const std::size_t step = StepOf(points);
+  const auto add = [&](QPointF from, QPointF to) {
+    pixels.insert(pixels.end(), {from, to});
+    AddLine(from, to, pixels);
+  };
+  for (std::size_t at = 0; at < points.Size(); at += step) {
+    const Point point = points.At(at);
+    const double height = series.GetBaseLine().CorrectedY(point.x, point.y);
+    if (const double error = YErrorAt(series, point); !IsUndefined(error)) {
+      const double across = x.Position(point.x);
+      add({across, y.Position(height - error)}, {across, y.Position(height + error)});
+    }
+    if (const double error = XErrorAt(series, point); !IsUndefined(error)) {
+      const double down = y.Position(height);
+      add({x.Position(point.x - error), down}, {x.Position(point.x + error), down});
+    }
   }
 }
 
@@ -109,6 +145,7 @@ std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layo
     const PointChain& points = series.Points();
     add(points, series.Style().connect_points,
         [&](std::size_t at) { return base.CorrectedY(points.At(at).x, points.At(at).y); });
+    AddBars(series, x, y, pixels);
     if (series.RegressionType() != RegressionType::None && !series.Regression().stale) {
       const PointChain& fitted =
           HasRegressionCurve(series.RegressionType()) ? series.Regression().curve : points;

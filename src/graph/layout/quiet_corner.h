@@ -47,8 +47,11 @@ std::vector<QRectF> PlacesIn(const QRectF& area, QSizeF box);
 std::vector<QRectF> CaptionBoxes(const PlotLayout& layout);
 /// Frames of the inserted graphs.
 std::vector<QRectF> ChildBoxes(const PlotLayout& layout);
+/// Both: what is to be read beside the legend.
+std::vector<QRectF> BoxesToRead(const PlotLayout& layout);
 
-/// Where points, lines, and the curves of models and regressions of the drawn DataSets lie in the picture, a sample of each.
+/// Where points, their errors, lines, and the curves of models and regressions of the drawn DataSets lie in the picture, a sample
+/// of each.
 std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout);
 
 }  // namespace tarnwick

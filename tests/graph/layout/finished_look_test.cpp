@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "graph/axes/plot_metrics.h"
+#include "graph/edit/mark_edit.h"
 #include "graph/files/graph_file.h"
 #include "graph/graph_state_compare.h"
+#include "graph/layout/automatic_legend.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/palette.h"
 #include "graph/xy_graph.h"
@@ -171,6 +173,147 @@ TEST(FinishedLook, TheLegendTakesTheEmptyCornerOrStandsBeside) {
     EXPECT_NEAR(right ? plot.right() - frame.right() : frame.left() - plot.left(), 10, 1);
     EXPECT_NEAR(bottom ? plot.bottom() - frame.bottom() : frame.top() - plot.top(), 10, 1);
   }
+}
+
+/// Where the legend stands, whatever the margins: by its mode, nearest edges and room.
+std::string Standing(const TxyGraph& graph) {
+  const Legend& legend = graph.GetLegend();
+  return std::string(legend.visible ? "shown" : "hidden") +
+         (legend.layout_mode == LegendLayout::Horizontal ? " across" : "") +
+         (legend.left < 0 ? " right" : " left") + (legend.top < 0 ? " bottom" : " top") +
+         (legend.room_beside > 0 ? " beside" : "") + (legend.room_above > 0 ? " above" : "");
+}
+
+TEST(FinishedLook, ALegendThatNobodyPlacedIsLookedForInEverySize) {
+  const Points rising = {{0, 0}, {1, 1}, {2, 2}, {3, 3}};
+  Points everywhere;
+  for (int i = 0; i < 900; ++i) everywhere.emplace_back(i % 30, i / 30);
+  struct Row {
+    const char* what;
+    const Points& points;
+    bool second_axis;
+  };
+  for (const Row& row : {Row{"a free corner", rising, false}, Row{"none", everywhere, false},
+                         Row{"titles that name all", everywhere, true}}) {
+    for (const QSizeF size : {QSizeF(380, 300), QSizeF(480, 340), QSizeF(1400, 500)}) {
+      SCOPED_TRACE(::testing::Message() << row.what << ' ' << size.width());
+      const TextMetrics metrics;
+      TxyGraph graph, fresh;
+      for (TxyGraph* const one : {&graph, &fresh}) {
+        Add(*one, row.points);
+        Add(*one, row.points, !row.second_axis);
+      }
+      Finished(graph);
+      const Legend first = graph.GetLegend();
+      const Dimensions margins = graph.GetDimensions();
+      Finished(fresh, size);
+      SettleLegend(graph, size, metrics);
+      EXPECT_EQ(Standing(graph), Standing(fresh));
+      SettleLegend(graph, kSize, metrics);
+      EXPECT_TRUE(graph.GetLegend() == first && graph.GetDimensions() == margins)
+          << "there and back";
+      Legend chosen = ChosenByHand(first);
+      chosen.left = 3;
+      graph.SetLegend(chosen);
+      SettleLegend(graph, size, metrics);
+      EXPECT_TRUE(graph.GetLegend() == chosen) << "what was chosen stays";
+    }
+  }
+}
+
+TEST(FinishedLook, ALegendIsSaidToHideWhatItLiesOver) {
+  struct Row {
+    const char* what;
+    void (*put)(TxyGraph&, QPointF);  // something at the middle of the legend
+    bool hides;
+  };
+  const Row rows[] = {
+      {"nothing", [](TxyGraph&, QPointF) {}, false},
+      {"a point", [](TxyGraph& graph, QPointF at) { graph.Series(0).AddPoint(at.x(), at.y()); },
+       true},
+      {"the bar of a point below",
+       [](TxyGraph& graph, QPointF at) {
+         const std::int32_t id = graph.Series(0).AddPoint(at.x(), 0.1);
+         PointErrors errors;
+         errors.y.kind = ErrorKind::Column;
+         errors.y_values.Set(id, at.y() - 0.1);
+         graph.Series(0).SetErrors(errors);
+       },
+       true},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.what);
+    TxyGraph graph;
+    for (int i = 0; i < 2; ++i) {
+      TSeries& series = Add(graph, {{0, 0}, {1, 0.1}, {10, 0.2}});
+      SeriesStyle style = series.Style();
+      style.connect_points = false;
+      series.SetStyle(style);
+    }
+    for (const AxisId id : {AxisId::X, AxisId::Y}) {
+      graph.Axis(id).SetMin(0);
+      graph.Axis(id).SetMax(10);
+    }
+    const PlotLayout layout = Finished(graph);
+    ASSERT_TRUE(layout.legend);
+    const QPointF middle = layout.legend->frame.center();
+    row.put(graph, {layout.Axis(AxisId::X).scale.ValueAt(middle.x()),
+                    layout.Axis(AxisId::Y).scale.ValueAt(middle.y())});
+    EXPECT_EQ(AutomaticLegendHides(graph, kSize, TextMetrics()), row.hides);
+    SettleLegend(graph, kSize, TextMetrics());
+    EXPECT_FALSE(AutomaticLegendHides(graph, kSize, TextMetrics())) << "three corners are free";
+  }
+}
+
+TEST(FinishedLook, NamesOfSeveralThatRunPastThePlotLeaveTheTitleToTheLegend) {
+  struct Row {
+    std::vector<std::string> names;
+    bool own;  // the title was typed
+    QString title;
+  };
+  const std::string lengthy = "Temperature of the outer vessel behind the second valve";
+  const Row rows[] = {
+      {{"U", "I"}, false, "U, I"},
+      {{lengthy + " A", lengthy + " B"}, false, "value"},
+      {{lengthy + " A", lengthy + " B"}, true, QString::fromStdString(lengthy + " A and B")},
+      {{lengthy}, false, QString::fromStdString(lengthy)},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.title.toStdString());
+    TxyGraph graph;
+    for (const std::string& name : row.names) Add(graph, {{0, 1}, {9, 2}}).SetSeriesName(name);
+    if (row.own) {
+      SetLook(graph.Axis(AxisId::Y), &AxisLook::EnableAutoTitle, false);
+      SetLook(graph.Axis(AxisId::Y), &AxisLook::Title, row.title.toStdString());
+    }
+    const PlotLayout layout = Finished(graph, QSizeF(560, 480));
+    ASSERT_TRUE(layout.Axis(AxisId::Y).title);
+    EXPECT_EQ(layout.Axis(AxisId::Y).title->text.text, row.title);
+  }
+}
+
+TEST(FinishedLook, AFirstAxisThatIsLeftEmptyIsNotShownBesideTheSecond) {
+  TxyGraph graph;
+  Add(graph, {{0, 1}, {9, 2}});
+  Add(graph, {{0, 100}, {9, 300}}, false);
+  const auto show_first = [&](bool shown) {
+    SeriesStyle style = graph.Series(0).Style();
+    style.visible = shown;
+    graph.Series(0).SetStyle(style);
+    return LayoutPlot(graph, kSize, TextMetrics());
+  };
+  Finished(graph);
+  const std::size_t lines = show_first(true).Axis(AxisId::Y).grid.size();
+  ASSERT_GT(lines, 0U);
+  const PlotLayout hidden = show_first(false);
+  EXPECT_FALSE(hidden.Axis(AxisId::Y).shown);
+  EXPECT_TRUE(hidden.Axis(AxisId::Y).grid.empty());
+  EXPECT_FALSE(hidden.Axis(AxisId::Y2).grid.empty()) << "the grid is that of the axis with data";
+  Mark mark;
+  mark.type = MarkType::Horizontal;
+  mark.y1 = 1.5;
+  AddMark(graph, mark);
+  EXPECT_TRUE(show_first(false).Axis(AxisId::Y).shown) << "a mark stands on its scale";
 }
 
 // Kept with readable keys, so that a change of it is seen.
