@@ -29,7 +29,7 @@ InputGraph ReadImportInput(const ImportOptions& options, Output& output) {
   if (!lines) ReadOn(input, options.lines, output);
   if (KeepsLook(options.save)) {
     const PictureSize size;
-    GiveLook(input, options.input, QSizeF(size.width, size.height));
+    GiveLook(input, options.input, QSizeF(size.width, size.height), output);
   }
   return input;
 }

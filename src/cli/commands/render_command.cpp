@@ -29,7 +29,7 @@ void RunRender(const RenderOptions& options, Output& output) {
   picture.height = size.height;
   picture.dpi = options.dpi;
   picture.millimetres = size.millimetres;
-  GiveLook(input, options.input, QSizeF(size.width, size.height) * (96.0 / options.dpi));
+  GiveLook(input, options.input, QSizeF(size.width, size.height) * (96.0 / options.dpi), output);
   if (const std::string& missing = input.graph->Background().Error(); !missing.empty()) {
     output.Remarks() << "tarnwick-cli: " << missing << '\n';
   }

@@ -189,17 +189,19 @@ InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
   InputGraph input = ReadInput(arguments, output);
   if (input.from_data && KeepsLook(save)) {
     const HeadlessGui gui;
-    GiveLook(input, arguments, QSizeF(size.width, size.height));
+    GiveLook(input, arguments, QSizeF(size.width, size.height), output);
   }
   return input;
 }
 
-void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size) {
+void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size, Output& output) {
   if (!input.from_data) return SettleLegend(*input.graph, size, TextMetrics());
   FinishedLookOptions look;
   if (const std::string title = TitleOf(*input.graph, arguments); !title.empty())
     look.title = title;
   SeparateQuantities(*input.graph);
+  if (const std::string flat = FlatLinesText(*input.graph); !flat.empty())
+    output.Note(Sentence({{ToldAbout::Guessing, flat}}));
   ApplyFinishedLook(*input.graph, size, TextMetrics(), look);
 }
 

@@ -52,7 +52,7 @@ InputGraph ReadInput(const InputArguments& arguments, const SaveArguments& save,
 
 /// Gives a graph that came from data alone, which has no look of its own, the one that the desktop program gives it in a
 /// window of this size; does nothing to others. Needs a HeadlessGui.
-void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size);
+void GiveLook(InputGraph& input, const InputArguments& arguments, QSizeF size, Output& output);
 
 /// Declares --dataset.
 void AddDataset(Command& command, std::string& dataset);

@@ -13,6 +13,13 @@ namespace tarnwick {
 
 namespace {
 
+void TellFlatLines(Document& document) {
+  const std::string text = FlatLinesText(document.WholeGraph());
+  if (text.empty()) return;
+  document.Told().Add({{ToldAbout::Guessing, text}});
+  emit document.stateChanged();
+}
+
 LegendOccasion OccasionOf(const TxyGraph& graph, QSizeF size) {
   return {size, graph.SeriesCount(), AxisInUse(graph, AxisId::Y2)};
 }
@@ -43,7 +50,8 @@ void FinishLook(Document& document, QSizeF size) {
   if (look.own || look.arranged_for == size) return SettleOwnLegend(document, size);
   // What the user has zoomed into is not disturbed by a window's new size.
   if (!look.arranged_for.isEmpty() && !document.Zooms().Of(std::nullopt).IsEmpty()) return;
-  if (look.arranged_for.isEmpty()) SeparateQuantities(graph);
+  const bool new_data = look.arranged_for.isEmpty();
+  if (new_data) SeparateQuantities(graph);
   look.arranged_for = size;
   FinishedLookOptions options;
   options.title = NameOfData(document.Files().DataFileName());
@@ -52,6 +60,7 @@ void FinishLook(Document& document, QSizeF size) {
   ApplyFinishedLook(graph, size, TextMetrics(), options);
   look.settled_for = OccasionOf(graph, size);
   look.legend_hides = AutomaticLegendHides(graph, size, TextMetrics());
+  if (new_data) TellFlatLines(document);
 }
 
 void ArrangeInsertedGraph(Document& document) {

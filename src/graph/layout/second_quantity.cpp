@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/word_list.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
@@ -21,6 +22,9 @@ constexpr double kFlatShare = 0.04;
 
 /// Likewise of a DataSet among others whose names tell no quantity.
 constexpr double kUnseenShare = 0.02;
+
+/// Of more flat DataSets the first are named.
+constexpr std::size_t kNamed = 3;
 
 constexpr std::string_view kBlanks = " \t";
 
@@ -104,65 +108,113 @@ std::vector<std::size_t> OfSecondUnit(const TxyGraph& graph) {
   return second;
 }
 
-/// A DataSet by the range of its Y.
+/// A DataSet, or the runs of one column, by the range of its Y.
 struct Sized {
-  std::size_t place = 0;  // in the graph
+  std::vector<std::size_t> places;  // in the graph, rising
   double min = 0;
   double max = 0;
   double Span() const { return max - min; }
+  std::size_t First() const { return places.front(); }
 };
 
 bool ByPlace(const Sized& one, const Sized& other) {
-  return one.place < other.place;
+  return one.First() < other.First();
+}
+
+bool AreOfOneColumn(const TSeries& one, const TSeries& other) {
+  const TDSInfo& a = one.Source();
+  const TDSInfo& b = other.Source();
+  return !a.DatasourceInfo.empty() && a.DatasourceInfo == b.DatasourceInfo &&
+         a.TablePart == b.TablePart && a.YDataColumn == b.YDataColumn &&
+         a.y_column_index == b.y_column_index;
+}
+
+/// Those drawn against one axis, in order of their first places. Runs of one column are one quantity.
+std::vector<Sized> SizesOn(const TxyGraph& graph, AxisId axis) {
+  std::vector<Sized> all;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    if (YAxisOf(series) != axis || IsInPanel(series)) continue;
+    const Extremes extremes = series.GetExtremes();
+    const bool bounded = std::isfinite(extremes.y_min) && std::isfinite(extremes.y_max);
+    if (series.PointCount() == 0 || !bounded) continue;
+    const auto same = std::ranges::find_if(
+        all, [&](const Sized& one) { return AreOfOneColumn(graph.Series(one.First()), series); });
+    if (same == all.end()) {
+      all.push_back({{i}, extremes.y_min, extremes.y_max});
+    } else {
+      same->places.push_back(i);
+      same->min = std::min(same->min, extremes.y_min);
+      same->max = std::max(same->max, extremes.y_max);
+    }
+  }
+  return all;
 }
 
 /// By span, smallest first; empty when some DataSet is drawn against the second axis already.
 std::vector<Sized> BySpan(const TxyGraph& graph) {
-  std::vector<Sized> all;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
-    if (YAxisOf(series) != AxisId::Y) return {};
-    const Extremes extremes = series.GetExtremes();
-    const bool bounded = std::isfinite(extremes.y_min) && std::isfinite(extremes.y_max);
-    if (series.PointCount() > 0 && bounded) all.push_back({i, extremes.y_min, extremes.y_max});
-  }
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
+    if (YAxisOf(graph.Series(i)) != AxisId::Y) return {};
+  std::vector<Sized> all = SizesOn(graph, AxisId::Y);
   std::ranges::stable_sort(all, {}, &Sized::Span);
   return all;
 }
 
-/// How many of them would be seen as lines without a shape on an axis of their own. A constant has none to lose.
-std::ptrdiff_t Unseen(std::span<const Sized> group) {
+/// Those of them that would be seen as lines without a shape on an axis of their own. A constant has none to lose.
+std::vector<Sized> UnseenOf(std::span<const Sized> group) {
+  if (group.empty()) return {};
   const double from = std::ranges::min(group, {}, &Sized::min).min;
   const double to = std::ranges::max(group, {}, &Sized::max).max;
-  return std::ranges::count_if(group, [&](const Sized& one) {
+  std::vector<Sized> unseen;
+  std::ranges::copy_if(group, std::back_inserter(unseen), [&](const Sized& one) {
     return one.Span() > 0 && one.Span() < kUnseenShare * (to - from);
   });
+  return unseen;
+}
+
+std::size_t Unseen(std::span<const Sized> group) {
+  return UnseenOf(group).size();
 }
 
 /// The DataSets that two axes show best apart from the first: those of other size; empty where one axis shows as much.
 std::vector<std::size_t> OfSecondSize(const TxyGraph& graph) {
   const std::vector<Sized> all = BySpan(graph);
   if (all.size() < 2) return {};
-  std::ptrdiff_t fewest = Unseen(all);
+  std::size_t fewest = Unseen(all);
   std::size_t best = 0;
   for (std::size_t split = 1; split < all.size() && fewest > 0; ++split) {
     const std::span<const Sized> sorted(all);
-    const std::ptrdiff_t unseen = Unseen(sorted.first(split)) + Unseen(sorted.subspan(split));
+    const std::size_t unseen = Unseen(sorted.first(split)) + Unseen(sorted.subspan(split));
     if (unseen >= fewest) continue;
     fewest = unseen;
     best = split;
   }
   if (best == 0) return {};
   const auto middle = all.begin() + static_cast<std::ptrdiff_t>(best);
-  const bool small_first = std::min_element(all.begin(), middle, ByPlace)->place <
-                           std::min_element(middle, all.end(), ByPlace)->place;
+  const bool small_first = std::min_element(all.begin(), middle, ByPlace)->First() <
+                           std::min_element(middle, all.end(), ByPlace)->First();
   std::vector<std::size_t> second;
-  std::transform(small_first ? middle : all.begin(), small_first ? all.end() : middle,
-                 std::back_inserter(second), [](const Sized& one) { return one.place; });
+  for (const Sized& one :
+       small_first ? std::span(middle, all.end()) : std::span(all.begin(), middle))
+    second.insert(second.end(), one.places.begin(), one.places.end());
   return second;
 }
 
 }  // namespace
+
+std::string FlatLinesText(const TxyGraph& graph) {
+  std::vector<std::string> names;
+  for (const AxisId axis : {AxisId::Y, AxisId::Y2}) {
+    const std::vector<Sized> sizes = SizesOn(graph, axis);
+    for (const Sized& one : UnseenOf(sizes))
+      names.push_back('"' + graph.Series(one.First()).SeriesName() + '"');
+  }
+  if (names.empty()) return {};
+  const bool one = names.size() == 1;
+  return Listed(names, kNamed) +
+         (one ? " looks flat: its values take" : " look flat: their values take") +
+         " less than a fiftieth of the axis";
+}
 
 void SeparateQuantities(TxyGraph& graph) {
   std::vector<std::size_t> second = OfSecondUnit(graph);

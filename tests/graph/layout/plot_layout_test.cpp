@@ -167,8 +167,9 @@ INSTANTIATE_TEST_SUITE_P(Scenes, LayoutSweep, ::testing::ValuesIn(kScenes), [](c
 TEST(SeparateQuantities, WhatWouldLookFlatGetsTheSecondAxis) {
   struct Row {
     std::vector<std::pair<const char*, double>> names_and_heights;
-    const char* axes;  // of each DataSet
-    double from = 0;   // of the last one
+    const char* axes;       // of each DataSet
+    double from = 0;        // of the last one
+    std::string flat = {};  // is told
   };
   const Row rows[] = {{{{"p (bar)", 1}, {"T (K)", 1001}}, "12", 1000},
                       {{{"T (K)", 300}, {"p (bar)", 0.1}}, "12"},
@@ -177,12 +178,19 @@ TEST(SeparateQuantities, WhatWouldLookFlatGetsTheSecondAxis) {
                       {{{"T (K)", 300}, {"dT (K)", 0.1}}, "12"},
                       {{{"T (K)", 300}, {"p", 7}}, "11"},
                       {{{"a", 0.1}, {"b", 300}, {"c", 0.2}, {"still", 0}}, "1211"},
-                      {{{"T (K)", 300}, {"p (bar)", 0.1}, {"U (V)", 0.1}}, "122"}};
+                      {{{"T (K)", 300}, {"p (bar)", 0.1}, {"U (V)", 0.1}}, "122"},
+                      {{{"run", 100}, {"run", 0.01}, {"run", 90}}, "111"},
+                      {{{"run", 100}, {"run", 0.01}, {"U", 0.01}}, "112"},
+                      {{{"a", 4e-5}, {"b", 1e6}, {"c", 20}}, "122", 0, "\"c\" looks flat"}};
   for (const Row& row : rows) {
     TxyGraph graph;
     for (const auto& [name, height] : row.names_and_heights) {
       auto series = std::make_unique<TSeries>();
       series->SetSeriesName(name);
+      if (series->SeriesName() == "run") {
+        series->Source().DatasourceInfo = "map.dat";
+        series->Source().YDataColumn = "latitude";
+      }
       const double from = name == row.names_and_heights.back().first ? row.from : 0;
       for (const double x : {0.0, 1.0}) series->AddPoint(x, from + x * (height - from));
       graph.AddSeries(std::move(series));
@@ -193,6 +201,8 @@ TEST(SeparateQuantities, WhatWouldLookFlatGetsTheSecondAxis) {
       axes += YAxisOf(graph.Series(i)) == AxisId::Y ? '1' : '2';
     }
     EXPECT_EQ(axes, row.axes) << row.names_and_heights.back().first;
+    EXPECT_EQ(FlatLinesText(graph).substr(0, row.flat.size()), row.flat);
+    EXPECT_EQ(FlatLinesText(graph).empty(), row.flat.empty()) << row.axes;
   }
 }
 
