@@ -146,7 +146,6 @@ class TxyGraph : public AxisOwner {
   void AssembleTitles();
   void PlaceChild(TxyChildGr& child) const;
   void PlaceChildren();
-  std::string AutoTitle(AxisId id) const;
 
   Appearance appearance_;
   Dimensions dimensions_;

@@ -1,9 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/ascii.h"
 #include "base/error.h"
-#include "data/column_caption.h"
+#include "graph/auto_title.h"
 #include "graph/panel_axis.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -12,10 +11,6 @@ namespace tarnwick {
 namespace {
 
 constexpr std::array kAxisIds = {AxisId::X, AxisId::Y, AxisId::Y2};
-
-/// Names in an automatic title; what more are called together is the legend's to tell.
-constexpr std::size_t kTitleNames = 3;
-constexpr std::string_view kManyNames = "value";
 
 /// Smallest and largest value so far; untouched while `seen` is false.
 struct Range {
@@ -30,13 +25,6 @@ struct Range {
     seen = true;
   }
 };
-
-std::string JoinNames(const std::vector<std::string>& names) {
-  if (names.size() > kTitleNames) return std::string(kManyNames);
-  std::string joined;
-  for (const std::string& name : names) joined += (joined.empty() ? "" : ", ") + name;
-  return joined;
-}
 
 }  // namespace
 
@@ -62,35 +50,10 @@ void TxyGraph::CollectExtremes() {
   }
 }
 
-std::string TxyGraph::AutoTitle(AxisId id) const {
-  const TDSInfo unnamed;
-  if (id == AxisId::X) {
-    const TSeries* source = XSource(*this);
-    if (source == nullptr) return {};
-    if (source->Source().XDataColumn == unnamed.XDataColumn) return {};
-    return CaptionOfX(source->Source());
-  }
-  std::vector<std::string> names;
-  for (const auto& series : series_) {
-    if (names.size() > kTitleNames) break;
-    if (series->PointCount() == 0 || !IsDrawn(*this, *series)) continue;
-    if (YAxisOf(*series) != id || IsInPanel(*series)) continue;
-    const std::string& column = series->Source().YDataColumn;
-    // Of columns with one name the second is known by its place.
-    const bool by_place = column.size() > 1 && column[0] == '#' && IsDigit(column[1]);
-    const bool by_name = column.empty() || by_place || column == unnamed.YDataColumn;
-    const std::string name = CaptionOfY(series->Source(), by_name ? series->SeriesName() : column);
-    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
-      names.push_back(name);
-    }
-  }
-  return JoinNames(names);
-}
-
 void TxyGraph::AssembleTitles() {
   for (const AxisId id : kAxisIds) {
     if (!Axis(id).Look().EnableAutoTitle) continue;
-    const std::string title = AutoTitle(id);
+    const std::string title = AutoTitle(*this, id);
     if (!title.empty() && title != Axis(id).Look().Title)
       SetLook(Axis(id), &AxisLook::Title, title);
   }

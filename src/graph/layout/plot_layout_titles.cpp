@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "graph/auto_title.h"
 #include "graph/layout/plot_layout_parts.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -105,6 +106,7 @@ class TitlePlacer {
     return axis.shown && (!axis.common.IsEmpty() || (HasTitle(id) && !axis.title));
   }
   void PlaceX();
+  QString TitleFor(AxisId id, const Font& own, double room) const;
   void PlaceBesideY(AxisId id);
   void PlaceBesidePanel();
   void PlaceAboveY(AxisId id);
@@ -167,14 +169,25 @@ void TitlePlacer::PlaceX() {
   }
 }
 
+/// Where it joins names of several columns and is longer than `room`, however small: the legend tells them.
+QString TitlePlacer::TitleFor(AxisId id, const Font& own, double room) const {
+  const QString whole = TitleOf(id);
+  const bool of_several =
+      context_.graph.Axis(id).Look().EnableAutoTitle && NamesOnAxis(context_.graph, id).size() > 1;
+  const Font font = FontWithin(whole, own, room, context_.metrics);
+  if (!of_several || context_.metrics.SizeOf({whole, {}}, font).width() <= room) return whole;
+  return QString::fromStdString(std::string(kManyNamesTitle));
+}
+
 void TitlePlacer::PlaceBesideY(AxisId id) {
   AxisLayout& axis = Axis(id);
   if (!HasTitle(id)) return;
   const double gap =
       std::clamp(context_.graph.GetDimensions().y_axis_title_offset, 0, kLargestOffset);
-  const QString whole = TitleOf(id);
   const double most = layout_.size.height() - 2 * kEdge;
-  const Font font = FontWithin(whole, FontOfYTitle(context_.graph, id), most, context_.metrics);
+  const Font own = FontOfYTitle(context_.graph, id);
+  const QString whole = TitleFor(id, own, layout_.plot.height());
+  const Font font = FontWithin(whole, own, most, context_.metrics);
   const bool cut = context_.metrics.SizeOf({whole, {}}, font).width() > most;
   const double height =
       cut ? std::clamp(layout_.plot.height(), std::min(kTallestCut, most), most) : most;
@@ -304,7 +317,8 @@ void TitlePlacer::PlaceAboveY(AxisId id) {
   if (HasTitle(id) && !axis.title) {
     const Font font = FontOfYTitle(context_.graph, id);
     const double end = to + side * factor_room;
-    const RichText title = TitleWithin(TitleOf(id), font, side * (from - end), context_.metrics);
+    const double room = side * (from - end);
+    const RichText title = TitleWithin(TitleFor(id, font, room), font, room, context_.metrics);
     if (!title.IsEmpty()) axis.title = InLine(title, font, from, end, bottom, side);
   }
   if (!axis.common.IsEmpty()) {
