@@ -1,5 +1,6 @@
 #include "graph/shown_series.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "data/column_caption.h"
@@ -55,6 +56,34 @@ bool AxisInUse(const TxyGraph& graph, AxisId axis) {
     if (series.Style().visible && !IsInPanel(series) && YAxisOf(series) == axis) return true;
   }
   return false;
+}
+
+namespace {
+
+bool HoldsMarks(const TxyGraph& graph, MarkStatus status) {
+  const auto& marks = graph.Marks().All();
+  return graph.GetAppearance().marks_are_shown &&
+         std::any_of(marks.begin(), marks.end(),
+                     [&](const Mark& mark) { return mark.status == status; });
+}
+
+bool IsLeftEmpty(const TxyGraph& graph, AxisId axis) {
+  return axis == AxisId::Y && graph.Axis(AxisId::Y2).Look().ShowAxis &&
+         AxisInUse(graph, AxisId::Y2) && !AxisInUse(graph, AxisId::Y) &&
+         !HoldsMarks(graph, MarkStatus::XAndY);
+}
+
+}  // namespace
+
+bool IsAxisShown(const TxyGraph& graph, AxisId axis) {
+  return graph.Axis(axis).Look().ShowAxis && !IsLeftEmpty(graph, axis);
+}
+
+bool HasGrid(const TxyGraph& graph, AxisId axis) {
+  if (IsLeftEmpty(graph, axis)) return false;
+  const bool in_place = axis == AxisId::Y2 && IsLeftEmpty(graph, AxisId::Y);
+  return graph.Axis(axis).State().Gridlines ||
+         (in_place && graph.Axis(AxisId::Y).State().Gridlines);
 }
 
 const TSeries* XSource(const TxyGraph& graph) {

@@ -33,6 +33,12 @@ Extremes ShownExtremes(const TxyGraph& graph, const TSeries& series);
 /// True when at least one DataSet with points is drawn against the axis; every DataSet counts for the X axis.
 bool AxisInUse(const TxyGraph& graph, AxisId axis);
 
+/// True where the axis is to be shown, and, of the first Y axis, not left empty while the second one, which is shown, has what is
+/// drawn: a scale of nothing would be taken for that of the curve.
+bool IsAxisShown(const TxyGraph& graph, AxisId axis);
+/// Whether grid lines stand at its ticks: its own, and at those of the second Y axis the ones of a first that is left empty.
+bool HasGrid(const TxyGraph& graph, AxisId axis);
+
 /// The DataSet that gives the X axis its title; nullptr when none.
 const TSeries* XSource(const TxyGraph& graph);
 

@@ -8,6 +8,7 @@
 #include "graph/axes/nice_step.h"
 #include "graph/axes/tick_label.h"
 #include "graph/layout/plot_layout_parts.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -80,7 +81,7 @@ std::vector<Crossing> CrossingsOf(const TxyGraph& graph, AxisId id, const AxisPl
   const double last = id == AxisId::X ? layout.plot.right() : layout.plot.bottom();
   const bool within = layout.plot.contains(place.At((first + last) / 2, place.labels));
   for (const AxisId other : {AxisId::X, AxisId::Y, AxisId::Y2}) {
-    if ((other == AxisId::X) == (id == AxisId::X) || !graph.Axis(other).Look().ShowAxis) continue;
+    if ((other == AxisId::X) == (id == AxisId::X) || !IsAxisShown(graph, other)) continue;
     const AxisPlace crossed = PlaceOf(graph, other, layout);
     const bool at_edge = crossed.line <= first + 1 || crossed.line >= last - 1;
     if (!at_edge || within) crossings.push_back({crossed.line, at_edge ? -crossed.side : -1});
@@ -382,7 +383,7 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   AxisPlace place = PlaceOf(context.graph, id, layout);
   place.crossings = CrossingsOf(context.graph, id, place, layout);
   AxisLayout& result = layout.axes[static_cast<std::size_t>(id)];
-  result.shown = axis.Look().ShowAxis;
+  result.shown = IsAxisShown(context.graph, id);
   const QRectF& plot = layout.plot;
   std::vector<QRectF> plots = {plot};
   if (layout.panel && place.across) {
@@ -395,7 +396,9 @@ void LayoutAxis(const LayoutContext& context, AxisId id, PlotLayout& layout) {
   result.line = place.across ? QLineF(plot.left(), place.line, plot.right(), place.line)
                              : QLineF(place.line, plot.bottom(), place.line, plot.top());
   result.labels_side = place.side;
-  LayoutTicks(context, axis.State(), axis.Ticks(), place, plots, result);
+  AxisState state = axis.State();
+  state.Gridlines = HasGrid(context.graph, id);
+  LayoutTicks(context, state, axis.Ticks(), place, plots, result);
 }
 
 void LayoutPanelAxis(const LayoutContext& context, PlotLayout& layout) {
