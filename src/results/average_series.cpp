@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "graph/series_names.h"
 #include "graph/xy_graph.h"
 #include "results/tools/tool_table.h"
 

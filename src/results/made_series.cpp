@@ -10,6 +10,7 @@
 #include "graph/belonging.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
+#include "graph/series_names.h"
 #include "graph/xy_graph.h"
 #include "results/tools/recipe.h"
 #include "results/tools/tool_table.h"

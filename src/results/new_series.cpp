@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "graph/graph_update.h"
+#include "graph/series_names.h"
 #include "graph/xy_graph.h"
 #include "results/second_axis.h"
 
@@ -15,24 +16,11 @@ bool IsLive(const TSeries& series) {
   return series.Source().DataSource == DataSourceKind::Dde;
 }
 
-bool IsTaken(const TxyGraph& graph, const std::string& name) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (graph.Series(i).SeriesName() == name) return true;
-  }
-  return false;
-}
-
 }  // namespace
-
-std::string FreeSeriesName(const TxyGraph& graph, const std::string& wanted) {
-  std::string name = wanted;
-  for (int number = 1; IsTaken(graph, name); ++number) name = wanted + "_" + std::to_string(number);
-  return name;
-}
 
 std::string NameRefusal(const TxyGraph& graph, const std::string& name) {
   if (TrimBlanks(name).empty()) return "The new DataSet needs a name.";
-  if (IsTaken(graph, name)) return "The graph already has a DataSet \"" + name + "\".";
+  if (IsNameTaken(graph, name)) return "The graph already has a DataSet \"" + name + "\".";
   return {};
 }
 

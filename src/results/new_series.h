@@ -18,9 +18,6 @@ struct NewSeries {
   AxisId y_axis = AxisId::Y2;  ///< Y or Y2
 };
 
-/// `wanted`, and "_" and the lowest number from 1 behind it where the graph has a DataSet of that name already.
-std::string FreeSeriesName(const TxyGraph& graph, const std::string& wanted);
-
 /// Why no new DataSet can have this name, a sentence; empty when it can.
 std::string NameRefusal(const TxyGraph& graph, const std::string& name);
 

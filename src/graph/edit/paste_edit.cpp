@@ -9,6 +9,7 @@
 #include "base/error.h"
 #include "graph/edit/child_edit.h"
 #include "graph/edit/mark_edit.h"
+#include "graph/series_names.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -39,6 +40,8 @@ bool IsTaken(const TxyGraph& graph, const SeriesStyle& style) {
 }
 
 void PasteSeries(TxyGraph& graph, const SeriesState& pasted) {
+  // Beside one of its name it could not be told from that.
+  const std::string name = FreeSeriesName(graph, pasted.data.settings.SeriesName);
   auto added = std::make_unique<TSeries>();
   const bool taken = IsTaken(graph, pasted.style);
   if (!taken) added->SetStyle(pasted.style);
@@ -51,6 +54,7 @@ void PasteSeries(TxyGraph& graph, const SeriesState& pasted) {
     series.SetStyle(style);
   }
   series.SetState(pasted.data);
+  series.SetSeriesName(name);
 }
 
 /// False when the graph has such a mark already, as when it is pasted into the graph that it came from.

@@ -68,6 +68,9 @@ TEST(PasteEdit, AGraphInUseGetsTheDataSetsToldApartAndMarksAndInsertedGraphs) {
     }
   }
   EXPECT_THROW(PasteGraph(target, GraphState()), Error);
+  PasteGraph(target, source.State());  // once more: no two of one name
+  EXPECT_EQ(target.Series(3).SeriesName(), "A_1");
+  EXPECT_EQ(target.Series(4).SeriesName(), "B_1");
 }
 
 TEST(PasteEdit, AChildComesBackToItsPlaceOrBesideTheOneThere) {
