@@ -20,6 +20,8 @@ void WrappedLabel::resizeEvent(QResizeEvent* event) {
 }
 
 void WrappedLabel::Fit() {
+  setMinimumHeight(
+      0);  // heightForWidth answers no less, so that a label made wider would stay high
   setFixedHeight(std::max(heightForWidth(width()), 0));  // below 0 without a text
 }
 
