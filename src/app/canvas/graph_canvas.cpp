@@ -286,7 +286,11 @@ void GraphCanvas::mouseReleaseEvent(QMouseEvent* event) {
 void GraphCanvas::leaveEvent(QEvent*) {
   hovered_.reset();
   update();
-  emit readOutChanged(ToQt(IdleReadOut()));
+  emit readOutChanged(ReadOutAtRest());
+}
+
+QString GraphCanvas::ReadOutAtRest() const {
+  return ToQt(Picked() ? PickedReadOut(document_.Graph(), Picked()) : IdleReadOut());
 }
 
 void GraphCanvas::ShowReadOutAt(QPointF place) {

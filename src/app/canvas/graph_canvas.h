@@ -58,6 +58,8 @@ class GraphCanvas final : public QWidget, public ModeHost {
   void Pick(const std::optional<PickedPoint>& point);
   /// "pnt#3  X,Y: 1, 2", empty when none is picked.
   QString PickedText() const;
+  /// The status line's text while the mouse is elsewhere: the picked point, where there is one.
+  QString ReadOutAtRest() const;
   /// Reads out a place of the picture as for the mouse, in the pixels of the graph worked on.
   void ShowReadOutAt(QPointF place);
   TraceLayer& Traces() { return traces_; }

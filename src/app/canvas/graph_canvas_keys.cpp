@@ -122,10 +122,8 @@ void GraphCanvas::ShowPicked() {
       axis.SetMax(range->max);
       document_.Graph().EndUpdate();
     }
-    emit readOutChanged(ToQt(PickedReadOut(document_.Graph(), Picked())));
-  } else {
-    emit readOutChanged(ToQt(IdleReadOut()));
   }
+  emit readOutChanged(ReadOutAtRest());
   NameForAssistance();
   QAccessibleValueChangeEvent spoken(this, PickedText());
   QAccessible::updateAccessibility(&spoken);

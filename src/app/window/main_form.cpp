@@ -45,7 +45,6 @@
 #include "desk/widgets/text.h"
 #include "desk/work/threaded_work.h"
 #include "graph/files/file_kinds.h"
-#include "graph/read_out.h"
 
 namespace tarnwick {
 namespace {
@@ -280,7 +279,7 @@ void T_MainForm::updateMenu() {
     centre_->setCurrentWidget(start_scroll_);
   }
   if (centre_->currentWidget() == start_scroll_) ShowStartPage();
-  read_out_->ShowText(active ? ToQt(IdleReadOut()) : QString());
+  read_out_->ShowText(active ? active->Canvas().ReadOutAtRest() : QString());
   refreshMenu({PanelChange::What::ActiveDocument});
 }
 

@@ -294,6 +294,9 @@ TEST_F(ModesTest, KeysWalkFromPointToPointAndAreSpoken) {
   Graph().Series(0).SetY(1, 7);
   EXPECT_EQ(StatusText("ReadOut"), "Mouse X,Y:   ; pnt#1  X,Y: 1, 7") << "was edited elsewhere";
   EXPECT_EQ(spoken->text(QAccessible::Name), "Graph Graph_1, Hand pnt#1  X,Y: 1, 7");
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&ActiveCanvas(), &leave);
+  EXPECT_EQ(StatusText("ReadOut"), "Mouse X,Y:   ; pnt#1  X,Y: 1, 7");
 
   // A point out of sight is brought into it, one that is deleted is picked no more.
   Drag(Place(10, 100), Place(20, 300), Qt::ShiftModifier);
