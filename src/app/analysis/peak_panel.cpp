@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/analysis/series_list.h"
 #include "app/fit/fit_work.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
@@ -25,6 +26,7 @@
 #include "graph/graph_update.h"
 #include "results/fit_texts.h"
 #include "results/fitted_model.h"
+#include "results/joint_fit.h"
 #include "results/peak_fit.h"
 #include "results/peak_groups.h"
 #include "results/peak_table_text.h"
@@ -121,6 +123,12 @@ QString VerdictOf(const TSeries& series) {
   return text;
 }
 
+QString AsFittedText(const TSeries& series) {
+  return PeakPanel::tr("Peaks of \"%1\" as fitted, with standard errors.")
+             .arg(ToQt(series.SeriesName())) +
+         ' ' + VerdictOf(series);
+}
+
 /// What is fitted stands in the DataSet's model.
 PeakGroupsFit FitInGroups(Document& document, TSeries& series) {
   const FitJob job = PrepareFit(series, {.points = FitPointChoice::All});
@@ -152,6 +160,7 @@ std::unique_ptr<Panel> MakePeakPanel(const PanelParts& parts) {
 PeakPanel::PeakPanel(CommandActions& actions, QWidget* parent)
     : Panel(parent),
       actions_(actions),
+      data_sets_(NewSeriesList()),
       rule_(new QComboBox),
       times_noise_(new NumberBox),
       shape_(new QComboBox),
@@ -202,19 +211,27 @@ QWidget* PeakPanel::MakeButtons() {
   shape_->setObjectName("PeakShape");
   shape_->setAccessibleName(tr("Shape of the peaks fitted"));
   for (const char* name : kPeakShapeNames) shape_->addItem(tr(name));
+  data_sets_->setToolTip(
+      tr("The DataSet whose peaks are looked for, the current one of the graph"));
+  data_sets_->setMinimumContentsLength(8);
+  row->addWidget(data_sets_);
   row->addWidget(rule_);
   row->addWidget(times_noise_);
   add(tr("Fi&nd"), tr("Find and measure the peaks of the current DataSet"), &PeakPanel::Find);
   row->addSpacing(16);
   row->addWidget(shape_);
+  fit_peaks_ = add(tr("Fit &These Peaks"),
+                   tr("Fit the selected peaks, all where none is selected, on a straight line"),
+                   &PeakPanel::FitPeaks);
   need_peaks_ = {
-      add(tr("Fit &These Peaks"),
-          tr("Fit the selected peaks, all where none is selected, on a straight line"),
-          &PeakPanel::FitPeaks),
+      fit_peaks_,
       add(tr("&Copy"), tr("Copy the table, columns separated by tabs"), &PeakPanel::Copy),
       add(tr("&Save..."), tr("Save the table, in full precision, for other programs"),
           &PeakPanel::Save)};
   row->addStretch();
+  connect(data_sets_, &QComboBox::activated, this, [this](int index) {
+    if (document_) document_->Graph().SetCurrentSeriesIndex(index);
+  });
   connect(rule_, &QComboBox::currentIndexChanged, this,
           [this](int index) { times_noise_->setEnabled(index == 0); });
   return line;
@@ -223,18 +240,45 @@ QWidget* PeakPanel::MakeButtons() {
 void PeakPanel::Follow(Document* document, PanelChange) {
   const TSeries* series = document ? document->Graph().CurrentSeries() : nullptr;
   const std::string name = series ? series->SeriesName() : std::string();
-  if (document == document_ && name == data_set_) {
+  const bool same = document == document_ && name == data_set_;
+  document_ = document;
+  data_set_ = name;
+  ListDataSets();
+  if (same) {
     if (series) Judge(*series);
     return;
   }
-  document_ = document;
-  data_set_ = name;
   Clear();
+  if (series) ShowKeptFit(*series);
+}
+
+/// The current one is chosen.
+void PeakPanel::ListDataSets() {
+  if (document_ && ListsSeriesOf(*data_sets_, document_->Graph())) return;
+  data_sets_->clear();
+  if (document_) FillSeriesList(*data_sets_, document_->Graph());
+  data_sets_->setEnabled(data_sets_->count() > 1);
+}
+
+/// A fit of peaks that holds still tells them, also where it came with its file.
+void PeakPanel::ShowKeptFit(const TSeries& series) {
+  if (!series.Fit().Last().record || !FitChangedText(document_->Graph(), series).empty()) return;
+  std::vector<FittedPeak> peaks = FittedPeaks(series);
+  if (peaks.empty()) return;
+  RememberFit(series);
+  ShowFit(std::move(peaks), AsFittedText(series));
+  for (QPushButton* button : need_peaks_) button->setEnabled(button != fit_peaks_);
+}
+
+void PeakPanel::RememberFit(const TSeries& series) {
+  fitted_values_ = series.Fit().Settings().parameters;
+  measured_ = series.Points();
 }
 
 void PeakPanel::Judge(const TSeries& series) {
-  if (peaks_.empty()) return;
+  if (peaks_.empty() && !fitted_) return;
   if (fitted_ && series.Fit().Settings().parameters != fitted_values_) {
+    if (peaks_.empty()) return Clear();
     ShowPeaks();
     Tell(tr("The fit was taken back or changed since. These are the peaks as they were measured."));
   }
@@ -253,7 +297,7 @@ void PeakPanel::Clear() {
   measured_ = {};
   ShowPeaks();
   Tell(data_set_.empty() ? tr("There is no current DataSet.")
-                         : tr("Find looks for the peaks of the current DataSet."));
+                         : tr("Find looks for the peaks of \"%1\".").arg(ToQt(data_set_)));
 }
 
 void PeakPanel::Find() {
@@ -268,7 +312,8 @@ void PeakPanel::Find() {
     peaks_ = std::move(table.peaks);
     measured_ = series.Points();
     ShowPeaks();
-    Tell(ToQt(Counted(static_cast<std::int64_t>(peaks_.size()), "peak") + ". " + table.told));
+    Tell(ToQt(Counted(static_cast<std::int64_t>(peaks_.size()), "peak") + " of \"" +
+              series.SeriesName() + "\". " + table.told));
   });
 }
 
@@ -364,7 +409,7 @@ void PeakPanel::FitPeaks() {
     if (chosen.size() <= MostFittedPeaks(shape)) {
       FitAgain(*document_, {.run = {.points = FitPointChoice::All}}, context.prompt);
       peaks = FittedPeaks(series);
-      told = tr("As fitted, with standard errors.") + ' ' + VerdictOf(series);
+      told = AsFittedText(series);
     } else {
       PeakGroupsFit fit = FitInGroups(*document_, series);
       TakeFitSettings(series, fit.model);
@@ -375,8 +420,7 @@ void PeakPanel::FitPeaks() {
     }
     AddPeakParts(document_->Graph(), series);
     step.Finish();
-    fitted_values_ = series.Fit().Settings().parameters;
-    measured_ = series.Points();
+    RememberFit(series);
     ShowFit(std::move(peaks), told);
   });
 }

@@ -34,6 +34,9 @@ class PeakPanel final : public Panel {
   void Find();
   void ShowPeaks();
   void ShowFit(std::vector<FittedPeak> fitted, const QString& told);
+  void ListDataSets();
+  void ShowKeptFit(const TSeries& series);
+  void RememberFit(const TSeries& series);
   void Judge(const TSeries& series);
   void Tell(const QString& text);
   void Save();
@@ -56,12 +59,14 @@ class PeakPanel final : public Panel {
   std::vector<ParameterSettings> fitted_values_;
   QString told_text_;  // while the table holds
 
+  QComboBox* data_sets_;
   QComboBox* rule_;
   QDoubleSpinBox* times_noise_;
   QComboBox* shape_;
   QTableWidget* table_;
   QLabel* told_;
   std::vector<QPushButton*> need_peaks_;
+  QPushButton* fit_peaks_ = nullptr;
 };
 
 std::unique_ptr<Panel> MakePeakPanel(const PanelParts& parts);

@@ -7,15 +7,35 @@
 
 namespace tarnwick {
 
-QComboBox* MakeSeriesList(const TxyGraph& graph) {
+QComboBox* NewSeriesList() {
   auto* list = new NameBox;
   list->setObjectName("seriesCombobox");
   list->setAccessibleName(QObject::tr("DataSet"));
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   list->setMinimumContentsLength(20);
+  return list;
+}
+
+void FillSeriesList(QComboBox& list, const TxyGraph& graph) {
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
-    list->addItem(ToQt(graph.Series(i).SeriesName()));
-  list->setCurrentIndex(graph.CurrentSeriesIndex());
+    list.addItem(ToQt(graph.Series(i).SeriesName()));
+  list.setCurrentIndex(graph.CurrentSeriesIndex());
+}
+
+bool ListsSeriesOf(const QComboBox& list, const TxyGraph& graph) {
+  if (static_cast<std::size_t>(list.count()) != graph.SeriesCount() ||
+      list.currentIndex() != graph.CurrentSeriesIndex())
+    return false;
+  for (int i = 0; i < list.count(); ++i) {
+    if (list.itemText(i).toStdString() != graph.Series(static_cast<std::size_t>(i)).SeriesName())
+      return false;
+  }
+  return true;
+}
+
+QComboBox* MakeSeriesList(const TxyGraph& graph) {
+  QComboBox* const list = NewSeriesList();
+  FillSeriesList(*list, graph);
   return list;
 }
 

@@ -10,6 +10,12 @@ namespace tarnwick {
 class TSeries;
 class TxyGraph;
 
+/// A new list without lines yet.
+QComboBox* NewSeriesList();
+/// Adds all DataSets in their order and chooses the current one.
+void FillSeriesList(QComboBox& list, const TxyGraph& graph);
+/// True where the list is as FillSeriesList would make it anew.
+bool ListsSeriesOf(const QComboBox& list, const TxyGraph& graph);
 /// A new list of all DataSets in their order, the current one chosen.
 QComboBox* MakeSeriesList(const TxyGraph& graph);
 

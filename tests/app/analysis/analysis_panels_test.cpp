@@ -1,6 +1,7 @@
 // The panels that answer at once: values at an X, and the table of peaks.
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -130,6 +131,22 @@ TEST_F(AnalysisPanels, PeaksAreFoundShownAndFitted) {
   Graph().Series(1).SetY(5, 7);
   EXPECT_EQ(told().substr(0, 18), "The points changed");
   Graph().SetCurrentSeriesIndex(0);
+  EXPECT_TRUE(Column("PeakTable", 0).isEmpty());
+}
+
+TEST_F(AnalysisPanels, PeaksAreThoseOfTheDataSetChosenThereAndTheirFitIsShownAgain) {
+  Run("AnalysisPeakTable1");
+  auto& list = *Find<QWidget>("PeakPanel").findChild<QComboBox*>("seriesCombobox");
+  EXPECT_EQ(list.currentText(), "Spectrum");
+  Press("PeakPanel", "Fi&nd");
+  EXPECT_TRUE(Find<QLabel>("PeaksTold").text().startsWith("2 peaks of \"Spectrum\"."));
+  Press("PeakPanel", "Fit &These Peaks");
+  const QStringList fitted = Column("PeakTable", 0);
+  for (const int line : {0, 1}) emit list.activated(line);
+  EXPECT_EQ(Graph().CurrentSeriesIndex(), 1);
+  EXPECT_EQ(list.currentText(), "Spectrum");
+  EXPECT_EQ(Column("PeakTable", 0), fitted) << "it holds still";
+  ActiveDocument().History().Undo();
   EXPECT_TRUE(Column("PeakTable", 0).isEmpty());
 }
 
