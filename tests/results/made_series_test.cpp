@@ -277,6 +277,46 @@ TEST_F(MadeOnGraph, BaseLinesThroughRegionsAreTheSourcesOwnWhereStraight) {
   EXPECT_THAT(own.told, HasSubstr("base line of \"Line\" itself: 3 + 2 X."));
 }
 
+TEST_F(MadeOnGraph, PointsThatOnlyMoveInYKeepTheirErrors) {
+  rate_.AddPoint(20, 100);  // an outlier
+  PointErrors errors;
+  errors.y = {ErrorKind::Percent, 50};
+  errors.x = {ErrorKind::Constant, 0.25};
+  rate_.SetErrors(errors);
+  const struct {
+    const Tool& tool;
+    Recipe recipe;
+    double at_2, at_20;  // errors of Y; Y is 4 and 100
+    const char* told;
+  } kRows[] = {
+      {kBackgroundTool, {"", {}, {{"method", "rubber-band"}}}, 2, 50, "Errors of Y are kept"},
+      {kClipTool, {"", {}, {{"left", "2"}}}, 2, 50, "2 points of 21 removed."},
+      {kClipTool,
+       {"", {}, {{"high", "4"}, {"outside", "limited"}}},
+       2,
+       kUndefined,
+       "1 point set to the limit, which has no error now."},
+      {kOutliersTool,
+       {"", {}, {{"rule", "tukey"}, {"fate", "replaced"}}},
+       2,
+       kUndefined,
+       "1 outlier of 21 points replaced, which has no error now."},
+      {kNormaliseTool, {"", {}, {{"by", "maximum"}}}, 0.02, 0.5, "divided alike"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.tool.name);
+    const MadeSeries made = AddMade(graph_, row.tool, {{&rate_}, SettingsOf(row.tool, row.recipe)},
+                                    {MadeName(graph_, rate_, row.tool), AxisId::Y});
+    EXPECT_THAT(made.told, HasSubstr(row.told));
+    const PointChain& points = made.series.Points();
+    const Point second = points.At(points.LowerBound(2)), last = points.At(points.Size() - 1);
+    EXPECT_DOUBLE_EQ(YErrorAt(made.series, second), row.at_2);
+    EXPECT_EQ(XErrorAt(made.series, second), 0.25);
+    EXPECT_TRUE(IsUndefined(row.at_20) ? IsUndefined(YErrorAt(made.series, last))
+                                       : YErrorAt(made.series, last) == row.at_20);
+  }
+}
+
 TEST_F(MadeOnGraph, TwoAreNamedInTheLegendWhereOneWas) {
   const auto hide_legend = [this] {
     Legend legend = graph_.GetLegend();

@@ -122,10 +122,15 @@ Computed Compute(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
   Found found = FindLine(columns, input.settings, input.cancel);
-  for (std::size_t i = 0; i < found.y.size(); ++i)
-    columns.y[i] = input.settings.Is("line") ? found.y[i] : columns.y[i] - found.y[i];
-  AddSentence(found.told, LeftOutText(source, columns));
-  return {SeriesLike(source, columns.x, columns.y), std::move(found.told), found.straight};
+  if (input.settings.Is("line")) {
+    AddSentence(found.told, LeftOutText(source, columns));
+    return {SeriesLike(source, columns.x, found.y), std::move(found.told)};
+  }
+  for (std::size_t i = 0; i < found.y.size(); ++i) columns.y[i] -= found.y[i];
+  AddSentence(found.told, PointsLeftOutText(columns));
+  if (!columns.y_error.empty() && !found.straight)
+    AddSentence(found.told, "Errors of Y are kept: the base line counts as exact.");
+  return {SeriesWithErrors(source, columns), std::move(found.told), found.straight};
 }
 
 }  // namespace

@@ -24,6 +24,12 @@ std::string CountedPoints(std::size_t count) {
   return Counted(static_cast<std::int64_t>(count), "point");
 }
 
+/// The end of a sentence about points whose Y became another: their errors are not those of the points measured.
+std::string WithoutErrors(std::size_t count, const ToolColumns& columns) {
+  if (count == 0 || columns.y_error.empty()) return ".";
+  return count == 1 ? ", which has no error now." : ", which have no errors now.";
+}
+
 // --- resample
 
 constexpr std::array kResampleMethods = {
@@ -102,15 +108,16 @@ Computed ComputeClipped(const ToolInput& input) {
     const bool beyond = y != columns.y[i];
     if (columns.x[i] < left || columns.x[i] > right || (beyond && !keep)) continue;
     limited += beyond;
-    kept.x.push_back(columns.x[i]);
-    kept.y.push_back(y);
+    kept.TakePoint(columns, i, y);
   }
   if (kept.x.empty()) throw Error("No point lies within the limits.");
   std::string told = CountedPoints(columns.x.size() - kept.x.size()) + " of " +
                      std::to_string(columns.x.size()) + " removed.";
-  if (keep) AddSentence(told, CountedPoints(limited) + " set to the limit.");
-  AddSentence(told, LeftOutText(source, columns));
-  return {SeriesLike(source, kept.x, kept.y), told};
+  if (keep)
+    AddSentence(told,
+                CountedPoints(limited) + " set to the limit" + WithoutErrors(limited, columns));
+  AddSentence(told, PointsLeftOutText(columns));
+  return {SeriesWithErrors(source, kept), told};
 }
 
 // --- normalise
@@ -152,23 +159,6 @@ Scaled ScaleOf(Scale scale, const ToolColumns& columns) {
   return {0, AreaBelow(columns.x, columns.y)};
 }
 
-/// Errors of Y by the same unit, which counts as exact.
-void ScaleErrors(const TSeries& source, double unit, TSeries& target) {
-  if (!HasYErrors(source.Errors())) return;
-  std::vector<double> errors;
-  const BaseLine line = source.GetBaseLine();
-  const PointChain& points = source.Points();
-  for (std::size_t i = 0; i < points.Size(); ++i) {
-    const Point point = points.At(i);
-    if (std::isfinite(point.x) && std::isfinite(line.CorrectedY(point.x, point.y)))
-      errors.push_back(YErrorAt(source, point) / std::abs(unit));
-  }
-  PointErrors made;
-  made.y.kind = ErrorKind::Column;
-  made.y_values = ColumnAlong(target.Points(), errors);
-  target.SetErrors(std::move(made));
-}
-
 Computed ComputeNormalised(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
@@ -176,15 +166,12 @@ Computed ComputeNormalised(const ToolInput& input) {
   if (!(std::abs(scaled.unit) > 0) || !std::isfinite(scaled.unit))
     throw Error("What should become 1 is " + GeneralText(scaled.unit, 6) + ".");
   for (double& y : columns.y) y = (y - scaled.offset) / scaled.unit;
+  for (double& error : columns.y_error) error /= std::abs(scaled.unit);
   std::string told = "Y is less " + GeneralText(scaled.offset, 6) + ", divided by " +
                      GeneralText(scaled.unit, 6) + ".";
   if (HasYErrors(source.Errors())) AddSentence(told, "Errors of Y are divided alike.");
-  if (HasXErrors(source.Errors())) AddSentence(told, "Errors of X are left out.");
-  Computed computed{
-      SeriesLike(source, columns.x, columns.y, {}, "Normalised " + CaptionOfY(source.Source())),
-      told};
-  ScaleErrors(source, scaled.unit, *computed.series);
-  return computed;
+  AddSentence(told, PointsLeftOutText(columns));
+  return {SeriesWithErrors(source, columns, "Normalised " + CaptionOfY(source.Source())), told};
 }
 
 // --- outliers
@@ -226,13 +213,13 @@ Computed ComputeWithoutOutliers(const ToolInput& input) {
   for (std::size_t i = 0; i < columns.x.size(); ++i) {
     outliers += expected[i].is_outlier;
     if (expected[i].is_outlier && !replace) continue;
-    kept.x.push_back(columns.x[i]);
-    kept.y.push_back(expected[i].is_outlier ? expected[i].y : columns.y[i]);
+    kept.TakePoint(columns, i, expected[i].is_outlier ? expected[i].y : columns.y[i]);
   }
   std::string told = Counted(static_cast<std::int64_t>(outliers), "outlier") + " of " +
-                     CountedPoints(columns.x.size()) + (replace ? " replaced." : " removed.");
-  AddSentence(told, LeftOutText(source, columns));
-  return {SeriesLike(source, kept.x, kept.y), told};
+                     CountedPoints(columns.x.size()) +
+                     (replace ? " replaced" + WithoutErrors(outliers, columns) : " removed.");
+  AddSentence(told, PointsLeftOutText(columns));
+  return {SeriesWithErrors(source, kept), told};
 }
 
 }  // namespace

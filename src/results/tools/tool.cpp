@@ -130,10 +130,22 @@ void ToolSettings::SetText(std::size_t row, const std::string& text) {
   Set(row, *number);
 }
 
+void ToolColumns::TakePoint(const ToolColumns& others, std::size_t i, double y_now) {
+  x.push_back(others.x[i]);
+  y.push_back(y_now);
+  if (!others.x_error.empty()) x_error.push_back(others.x_error[i]);
+  if (others.y_error.empty()) return;
+  y_error.push_back(y_now == others.y[i] ? others.y_error[i] : kUndefined);
+}
+
 ToolColumns ColumnsOf(const TSeries& source) {
   ToolColumns columns;
   const BaseLine line = source.GetBaseLine();
-  source.Points().ForEachPoint([&](double x, double y) {
+  const PointErrors& errors = source.Errors();
+  const PointChain& points = source.Points();
+  std::size_t at = 0;
+  points.ForEachPoint([&](double x, double y) {
+    const std::size_t index = at++;
     const double above = line.CorrectedY(x, y);
     if (!std::isfinite(x) || !std::isfinite(above)) {
       ++columns.left_out;
@@ -141,17 +153,21 @@ ToolColumns ColumnsOf(const TSeries& source) {
     }
     columns.x.push_back(x);
     columns.y.push_back(above);
+    if (HasXErrors(errors)) columns.x_error.push_back(XErrorOf(errors, points.At(index)));
+    if (HasYErrors(errors)) columns.y_error.push_back(YErrorOf(errors, points.At(index)));
   });
   if (columns.x.empty()) throw Error("No Data Found in DataSet " + source.SeriesName() + "!");
   return columns;
 }
 
+std::string PointsLeftOutText(const ToolColumns& columns) {
+  if (columns.left_out == 0) return {};
+  return Counted(static_cast<std::int64_t>(columns.left_out), "point") +
+         " without a value left out.";
+}
+
 std::string LeftOutText(const TSeries& source, const ToolColumns& columns) {
-  std::string told;
-  if (columns.left_out > 0) {
-    told = Counted(static_cast<std::int64_t>(columns.left_out), "point") +
-           " without a value left out.";
-  }
+  std::string told = PointsLeftOutText(columns);
   if (HasYErrors(source.Errors()) || HasXErrors(source.Errors()))
     AddSentence(told, "Errors are left out.");
   return told;
@@ -170,6 +186,21 @@ std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const doubl
   series->Source().XDataColumn = x_column.empty() ? CaptionOfX(from) : x_column;
   series->Source().YDataColumn = y_column.empty() ? CaptionOfY(from) : y_column;
   series->AddPoints(x, y);
+  return series;
+}
+
+std::unique_ptr<TSeries> SeriesWithErrors(const TSeries& source, const ToolColumns& columns,
+                                          const std::string& y_column) {
+  auto series = SeriesLike(source, columns.x, columns.y, {}, y_column);
+  PointErrors errors;
+  const auto keep = [&](const std::vector<double>& numbers, ErrorRule& rule, ErrorColumn& column) {
+    if (numbers.empty()) return;
+    rule.kind = ErrorKind::Column;
+    column = ColumnAlong(series->Points(), numbers);
+  };
+  keep(columns.x_error, errors.x, errors.x_values);
+  keep(columns.y_error, errors.y, errors.y_values);
+  series->SetErrors(std::move(errors));
   return series;
 }
 

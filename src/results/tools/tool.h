@@ -117,7 +117,12 @@ struct Tool {
 struct ToolColumns {
   std::vector<double> x;
   std::vector<double> y;
+  std::vector<double> x_error;  ///< empty where the DataSet has none; undefined of a point without
+  std::vector<double> y_error;
   std::size_t left_out = 0;
+
+  /// Takes over a point of others, its Y being `y_now`: with the error of that Y where it is what it was.
+  void TakePoint(const ToolColumns& others, std::size_t i, double y_now);
 };
 
 /// Throws Error "No Data Found in DataSet ...!" where there is none.
@@ -125,6 +130,8 @@ ToolColumns ColumnsOf(const TSeries& source);
 
 /// What of the source is left out of what is made from its columns: points without values, errors. Sentences; empty for nothing.
 std::string LeftOutText(const TSeries& source, const ToolColumns& columns);
+/// Of points alone, where the errors are kept.
+std::string PointsLeftOutText(const ToolColumns& columns);
 
 /// Puts a sentence behind others.
 void AddSentence(std::string& text, const std::string& sentence);
@@ -133,5 +140,8 @@ void AddSentence(std::string& text, const std::string& sentence);
 std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const double> x,
                                     std::span<const double> y, const std::string& x_column = {},
                                     const std::string& y_column = {});
+/// The same of points that are those of the source in another place of Y: with the errors of the columns.
+std::unique_ptr<TSeries> SeriesWithErrors(const TSeries& source, const ToolColumns& columns,
+                                          const std::string& y_column = {});
 
 }  // namespace tarnwick
