@@ -62,6 +62,8 @@ void SaveDialog::BuildMeaning() {
   if (grid == nullptr || name == nullptr) return;  // another version of Qt arranges it otherwise
   grid->addWidget(meaning_, grid->rowCount(), 0, 1, grid->columnCount());
   connect(name, &QLineEdit::textChanged, this, &SaveDialog::ShowMeaning);
+  // A list of names would cover that line and take the first Return for itself.
+  name->setCompleter(nullptr);
 }
 
 void SaveDialog::TakeFilter(const QString& chosen) {

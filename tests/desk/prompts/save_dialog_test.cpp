@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -24,6 +25,7 @@ TEST(SaveDialog, TellsWhileOneTypesWhatTheEndingMeans) {
   auto* const meaning = dialog.findChild<QLabel*>("meaning");
   ASSERT_TRUE(name && meaning);
   EXPECT_TRUE(meaning->isVisible());
+  EXPECT_EQ(name->completer(), nullptr) << "its list would cover the meaning and take Return";
   EXPECT_EQ(meaning->text(), "Graph file: keeps everything") << "of the name proposed";
   struct Row {
     const char* typed;
