@@ -71,6 +71,15 @@ struct EqualValue {
   double turn = 0;  ///< what it is so many times away; 0: it differs by its sign
 };
 
+/// Values of several varied parameters that give the same curve together.
+struct EqualSet {
+  struct Member {
+    std::int32_t parameter = 0;  ///< an index among the varied
+    double value = 0;
+  };
+  std::vector<Member> members;
+};
+
 /// The point that the model misses most beside the others.
 struct FarthestPoint {
   double x = 0;
@@ -137,6 +146,7 @@ struct FitResult {
   std::vector<std::int32_t> traded;  ///< with great errors that other parameters make up for
   std::vector<AbsentTerm> absent;    ///< terms that may not be there
   std::vector<EqualValue> equal;     ///< simpler values with the same curve
+  std::vector<EqualSet> equal_sets;  ///< likewise of several parameters
   /// What a finishing Newton-type run from here would reach: its sum of squares. Empty when that was the method or not tried.
   std::optional<double> newton_sum_of_squares;
   FitVerdict verdict;

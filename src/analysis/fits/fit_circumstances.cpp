@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "expr/expression_hints.h"
 #include "fit/model/typed_model.h"
@@ -12,6 +14,9 @@ namespace {
 
 /// Squares of numbers beyond this, with what is multiplied to them, are no numbers any more.
 constexpr double kGreatestSquared = 1e153;
+
+/// A point that counts for less of its square may as well be absent.
+constexpr double kHardly = 0.1;
 
 /// Y or X whose squares, or those of what depends on them, are lost or overflow.
 std::optional<ExtremeData> FindExtreme(const FitPart& part) {
@@ -59,6 +64,19 @@ void MeasureStart(FitPart& part, FitCircumstances& about) {
   }
 }
 
+void MeasureOutliers(const FitPart& part, FitCircumstances& about) {
+  const std::span<const double> with = part.weights->Now();
+  const std::span<const double> without = part.weights->WithoutLoss();
+  std::vector<std::pair<double, double>> far;  // share and X
+  for (std::size_t i = 0; i < with.size(); ++i) {
+    const double ratio = with[i] / (without.empty() ? 1 : without[i]);
+    if (const double share = ratio * ratio; share < kHardly) far.emplace_back(share, part.job.x[i]);
+  }
+  std::ranges::sort(far);
+  about.hardly_counted.clear();
+  for (const auto& one : far) about.hardly_counted.push_back(one.second);
+}
+
 FitCircumstances Together(std::span<const FitCircumstances> parts) {
   FitCircumstances all = parts.front();
   for (const FitCircumstances& one : parts.subspan(1)) {
@@ -67,6 +85,8 @@ FitCircumstances Together(std::span<const FitCircumstances> parts) {
     if (!all.first_undefined_x) all.first_undefined_x = one.first_undefined_x;
     all.undefined_at_start += one.undefined_at_start;
     all.no_counts += one.no_counts;
+    all.hardly_counted.insert(all.hardly_counted.end(), one.hardly_counted.begin(),
+                              one.hardly_counted.end());
     if (all.expression_warnings.empty()) all.expression_warnings = one.expression_warnings;
     all.has_x_errors = all.has_x_errors || one.has_x_errors;
     if (all.some_rows.empty()) all.some_rows = one.some_rows;

@@ -14,6 +14,9 @@ FitCircumstances CircumstancesOf(const FitPart& part);
 /// Adds where the model has no value with the starting values, and why that may be. Throws EIntegerDivision.
 void MeasureStart(FitPart& part, FitCircumstances& about);
 
+/// Adds the points that count for next to nothing with the weights as they now are, under a loss.
+void MeasureOutliers(const FitPart& part, FitCircumstances& about);
+
 /// Those of several DataSets fitted as one.
 FitCircumstances Together(std::span<const FitCircumstances> parts);
 

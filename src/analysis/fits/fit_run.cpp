@@ -252,7 +252,9 @@ FittedPoints FitRun::PointsAtEnd() {
   points.mean_variance = parts_.size() == 1 ? parts_.front()->MeanVariance() : 1;
   for (const auto& part : parts_)
     points.likelihood_term += part->LikelihoodTerm(part->Local(result_.values));
-  if (weighting_.loss != FitLoss::Linear) TakeLossIntoAccount(points);
+  if (weighting_.loss == FitLoss::Linear) return points;
+  for (std::size_t i = 0; i < parts_.size(); ++i) MeasureOutliers(*parts_[i], about_[i]);
+  TakeLossIntoAccount(points);
   return points;
 }
 
@@ -287,6 +289,7 @@ double FitRun::MeasurePattern(LeastSquaresProblem& problem, std::span<const doub
   for (const auto& part : parts_) greatest_y = std::max(greatest_y, part->GreatestWeightedY());
   const double greatest = GreatestSize(rest);
   const double rounding = std::max(kRounding * greatest_y, kSmallestSquared);
+  result.equal_sets = FindEqualSets(residuals, part.job.x, result.values, result.equal);
   return greatest > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
 }
 

@@ -23,4 +23,12 @@ bool AreSameCurve(std::span<const double> one, std::span<const double> other);
 std::vector<EqualValue> FindEqualValues(ModelResiduals& residuals, std::span<const double> x,
                                         std::span<const double> values);
 
+/// Of varied parameters below 0 that cannot change their sign alone, sets of those that can with another such one, with a third
+/// parameter whose sign changes or that goes half a turn on, or with that one alone: a sine's amplitude and frequency beside its
+/// phase, which comes to lie within half a turn of 0. Each parameter is in one set at most, and in none that is in `alone`. Only
+/// models of up to twelve varied parameters are asked. As FindEqualValues else.
+std::vector<EqualSet> FindEqualSets(ModelResiduals& residuals, std::span<const double> x,
+                                    std::span<const double> values,
+                                    std::span<const EqualValue> alone);
+
 }  // namespace tarnwick

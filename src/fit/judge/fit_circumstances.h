@@ -39,6 +39,8 @@ struct FitCircumstances {
   std::vector<std::string> infinite_names;
   /// Weighed as counts: Y that are none, below 0 or no whole number.
   std::int64_t no_counts = 0;
+  /// X of the points that count for less than a tenth under a robust loss, the farthest off first.
+  std::vector<double> hardly_counted;
 };
 
 }  // namespace tarnwick

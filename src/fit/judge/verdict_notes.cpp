@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "fit/judge/curve_swing.h"
 #include "fit/judge/fit_findings.h"
 #include "fit/judge/fit_statistics.h"
@@ -23,6 +24,7 @@ constexpr double kMostPercent = 0.99;
 // A finishing run that moves the parameters by less than this is not worth a word.
 constexpr double kDistanceWorthNaming = 0.01;
 constexpr std::size_t kCorrelationsNamed = 3;
+constexpr std::size_t kOutliersNamed = 3;
 // From here on chance does it more often than not.
 constexpr double kMostChance = 0.5;
 
@@ -183,6 +185,30 @@ void NoteEqualValues(const FitResult& result, std::vector<std::string>& notes) {
     }
     notes.push_back(std::move(note));
   }
+}
+
+/// "A = 0.9949, f = 0.06999 and p = 3.128 give the same curve: …"
+void NoteEqualSets(const FitResult& result, std::vector<std::string>& notes) {
+  for (const EqualSet& set : result.equal_sets) {
+    std::vector<std::string> values;
+    for (const EqualSet::Member& one : set.members)
+      values.push_back(result.names.at(static_cast<std::size_t>(one.parameter)) + " = " +
+                       FigureText(one.value));
+    notes.push_back(Listed(values) + " give the same curve: their signs make up for each other.");
+  }
+}
+
+/// Of a robust loss.
+void NoteOutliers(const FitCircumstances& about, std::vector<std::string>& notes) {
+  const std::size_t count = about.hardly_counted.size();
+  if (count == 0) return;
+  std::vector<std::string> places;
+  for (std::size_t i = 0; i < std::min(count, kOutliersNamed); ++i)
+    places.push_back(FigureText(about.hardly_counted[i]));
+  notes.push_back(Counted(static_cast<std::int64_t>(count), "point") +
+                  (count == 1 ? " counts" : " count") + " for less than a tenth under the loss: " +
+                  (count > kOutliersNamed ? "the farthest at X = " : "X = ") + Listed(places) +
+                  ".");
 }
 
 void NoteSwing(const FitResult& result, std::vector<std::string>& notes) {
@@ -354,7 +380,9 @@ std::vector<std::string> VerdictNotes(const FitResult& result, const FitCircumst
     NotePattern(result, notes);
     NoteWeights(result, about, notes);
     NoteScatter(result, notes);
+    NoteOutliers(about, notes);
     NoteEqualValues(result, notes);
+    NoteEqualSets(result, notes);
     NoteCorrelations(result, notes);
   }
   NotePoints(result, about, notes);

@@ -46,5 +46,39 @@ TEST(EqualValues, AreThoseOfTheSameCurve) {
   }
 }
 
+TEST(EqualValues, OfSeveralParametersMakeUpForEachOther) {
+  const Points points = MakePoints(60, 0, 59, 0, [](double) { return 0.0; });
+  const double pi = std::numbers::pi;
+  const struct {
+    const char* expression;
+    std::vector<double> values;
+    std::vector<double> others;  // empty: none
+  } kRows[] = {
+      {"A*sin(f*x+p)", {-0.995, -0.07, -3.128}, {0.995, 0.07, 3.128}},
+      {"A*sin(f*x+p)", {0.9, -0.07, 0.5}, {0.9, 0.07, pi - 0.5}},
+      {"A*sin(f*x+p)", {-2, 0.07, 0.5}, {2, 0.07, 0.5 - pi}},
+      {"A*cos(f*x+p)", {2, -0.07, 0.5}, {2, 0.07, -0.5}},
+      {"A*sin(f*x)+p", {-2, -0.07, 3}, {2, 0.07, 3}},
+      {"A*sin(f*x+p)", {2, 0.07, -0.5}, {}},
+      {"A*exp(-f*x)+p", {-2, -0.01, -3}, {}},
+      {"A+f*x+0*p", {-2, -1, -1}, {}},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(::testing::Message() << row.expression << ' ' << row.values[0]);
+    const auto model = MakeModel(
+        row.expression, {{"A", row.values[0]}, {"f", row.values[1]}, {"p", row.values[2]}});
+    ModelResiduals residuals(*model, points.View());
+    const std::vector<double> start = residuals.Start();
+    const std::vector<EqualSet> found =
+        FindEqualSets(residuals, points.x, start, FindEqualValues(residuals, points.x, start));
+    ASSERT_EQ(found.size(), row.others.empty() ? 0U : 1U);
+    if (found.empty()) continue;
+    std::vector<double> others = row.values;
+    for (const EqualSet::Member& one : found.front().members)
+      others[static_cast<std::size_t>(one.parameter)] = one.value;
+    for (std::size_t i = 0; i < others.size(); ++i) EXPECT_NEAR(others[i], row.others[i], 1e-9);
+  }
+}
+
 }  // namespace
 }  // namespace tarnwick::testing

@@ -169,6 +169,20 @@ const Situation kSituations[] = {
        r.equal = {{2, 0.75, 0}};
      },
      true, kDetermined, "c = -0.75 and 0.75 give the same curve: its sign has no meaning."},
+    {"signs that make up for each other",
+     [](R& r, C&) {
+       r.equal_sets = {{{{0, 2.5}, {2, 0.75}}}};
+     },
+     true, kDetermined,
+     "a = 2.5 and c = 0.75 give the same curve: their signs make up for each other."},
+    {"an outlier under a loss", [](R&, C& c) { c.hardly_counted = {6.5}; }, true, kDetermined,
+     "1 point counts for less than a tenth under the loss: X = 6.5."},
+    {"outliers under a loss",
+     [](R&, C& c) {
+       c.hardly_counted = {6.5, 7, 1, 2};
+     },
+     true, kDetermined,
+     "4 points count for less than a tenth under the loss: the farthest at X = 6.5, 7 and 1."},
     {"two terms for one",
      [](R& r, C&) {
        r.statistics.standard_errors = {2, 1, 3};
