@@ -107,6 +107,7 @@ bool FitMinimisation::SettleRound(const Again& again, double near) {
   }
   const std::vector<double> from = outcome_.p;
   for (const auto& part : parts_) part->Reweigh(part->Local(from));
+  ++outcome_.evaluations;  // the model's values tell the weights
   NewtonOutcome next = again(from, options);
   if (Failed(next.outcome.why)) {
     next.outcome.p = from;

@@ -112,6 +112,7 @@ class NewtonRun {
   }
   bool RegionIsLost() const { return radius_ <= kEpsilon * ScaledLength(); }
   bool Finish(StopReason why, std::string stop_test);
+  bool FinishUntried(std::string stop_test);
 
   LeastSquaresProblem& residuals_;
   const MinimiseOptions& options_;
@@ -152,6 +153,12 @@ bool NewtonRun::Finish(StopReason why, std::string stop_test) {
   outcome_.why = why;
   outcome_.stop_test = std::move(stop_test);
   return false;
+}
+
+// A trial that was not made is none.
+bool NewtonRun::FinishUntried(std::string stop_test) {
+  --outcome_.iterations;
+  return Finish(StopReason::Converged, std::move(stop_test));
 }
 
 // Rounding of the residuals lets their sum of squares waver by this, relative to it.
@@ -352,12 +359,12 @@ TrialStep NewtonRun::TrialFromHere() {
 
 // False when it was the last.
 bool NewtonRun::Iterate() {
-  if (IsStationary()) return Finish(StopReason::Converged, kIsStationary);
+  if (IsStationary()) return FinishUntried(kIsStationary);
   const TrialStep trial = NextTrial();
   if (outcome_.iterations == 1) radius_ = std::min(radius_, trial.length);
   const bool last = IsLastStep(trial);
   const Vector p = After(trial);
-  if (p == here_.p) return Finish(StopReason::Converged, kStepIsRounding);
+  if (p == here_.p) return FinishUntried(kStepIsRounding);
 
   Place there = Evaluate(p);
   rejected_ = true;

@@ -215,6 +215,10 @@ TEST(FitWeights, LossesHoldOutliersOff) {
       EXPECT_NEAR(held.values[0], sound.values[0], 4 * sound.statistics.standard_errors[0]);
       EXPECT_NEAR(held.statistics.standard_errors[0] / sound.statistics.standard_errors[0], 1.2,
                   0.5);
+      EXPECT_GE(held.outcome.evaluations, held.outcome.iterations);
+      if (loss == FitLoss::Cauchy) {
+        EXPECT_THAT(held.verdict.notes, ::testing::Contains(HasSubstr("less than a tenth")));
+      }
       const double scale = held.statistics.weighting.loss_scale;
       const auto influence = [&](double r, double) {
         const double z = r / scale * (r / scale);
