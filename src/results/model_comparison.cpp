@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "analysis/fits/fit_run.h"
+#include "analysis/fits/start_values.h"
+#include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
 
@@ -33,6 +35,19 @@ std::string TextOf(const NestedTest& test, const ModelComparison& compared) {
                                        : ": no more than chance gains.");
 }
 
+/// Why there is no guess; empty where the job begins with one.
+std::string TakeGuess(FitJob& job) {
+  constexpr const char* kAsGiven = " It started from the values that it has.";
+  try {
+    const auto guess = GuessStart(job);
+    if (!guess) return std::string("The points suggest no starting values.") + kAsGiven;
+    job.settings.parameters = *guess;
+    return {};
+  } catch (const Error& error) {
+    return error.what() + std::string(kAsGiven);
+  }
+}
+
 }  // namespace
 
 std::optional<ModelComparison> CompareModels(const DataState& data, std::vector<NamedModel> models,
@@ -44,8 +59,14 @@ std::optional<ModelComparison> CompareModels(const DataState& data, std::vector<
     series.SetState(data);
     series.Fit().SetSettings(model.settings, true);
     jobs.push_back(PrepareFit(series, options));
+    std::string no_guess;
+    if (model.start == ModelStart::Guessed) {
+      no_guess = TakeGuess(jobs.back());
+      series.Fit().SetSettings(jobs.back().settings, true);
+    }
     compared.results.push_back(RunFit(jobs.back(), progress));
     if (progress.Cancelled()) return std::nullopt;
+    if (!no_guess.empty()) compared.results.back().verdict.notes.push_back(std::move(no_guess));
     ApplyFit(series, compared.results.back());
     model.settings = series.Fit().Settings();
   }

@@ -15,9 +15,13 @@
 
 namespace tarnwick {
 
+/// Where the fit of a model that is compared begins.
+enum class ModelStart { AsGiven, Guessed };
+
 struct NamedModel {
   std::string name;
   FitSettings settings;
+  ModelStart start = ModelStart::AsGiven;
 };
 
 struct ModelComparison {
@@ -26,7 +30,8 @@ struct ModelComparison {
   FitComparison comparison;
 };
 
-/// Fits each of the models to the points of a DataSet with that state. Nothing when the user ends it. Throws as RunFit and
+/// Fits each of the models to the points of a DataSet with that state, from values that the points suggest where it is to be
+/// guessed; where they suggest none it begins as given, which a note of its verdict says. Nothing when the user ends it. Throws as RunFit and
 /// CompareFits.
 std::optional<ModelComparison> CompareModels(const DataState& data, std::vector<NamedModel> models,
                                              const FitRunOptions& options, Progress& progress);

@@ -12,8 +12,6 @@
 #include "analysis/fits/fit_share.h"
 #include "base/text_encoding.h"
 #include "base/undefined.h"
-#include "expr/words/evaluation_procedures.h"
-#include "expr/words/expr_rec.h"
 #include "expr/words/parser_exception.h"
 #include "fit/judge/curve_swing.h"
 #include "fit/judge/equal_values.h"
@@ -24,6 +22,7 @@
 #include "fit/judge/residual_tests.h"
 #include "fit/minimise/absent_terms.h"
 #include "fit/minimise/bounded_step.h"
+#include "fit/model/random_model.h"
 #include "fit/model/ties.h"
 #include "fit/residuals/greatest_size.h"
 #include "fit/residuals/joint_residuals.h"
@@ -42,13 +41,6 @@ MinimiseOutcome Refused(StopReason why, std::string message = {}) {
   outcome.message = std::move(message);
   outcome.start_value = outcome.value = kUndefined;
   return outcome;
-}
-
-bool UsesRandom(const TExprRec* first) {
-  for (const TExprRec* record = first; record != nullptr; record = record->Next) {
-    if (record->Oper == &NextRandom) return true;
-  }
-  return false;
 }
 
 std::string NothingWeighs(FitWeights weights) {
@@ -162,11 +154,8 @@ std::optional<MinimiseOutcome> FitRun::Refusal() const {
       return Refused(StopReason::BadModel, "Nothing was fitted: " + trouble);
     if (part->model.CurrentRec() == nullptr)
       return Refused(StopReason::BadModel, "The model has no expression.");
-    if (UsesRandom(part->model.CurrentRec())) {
-      return Refused(StopReason::BadModel,
-                     "The model uses random: another curve each time it is computed cannot be "
-                     "fitted.");
-    }
+    if (std::string trouble = RandomTrouble(part->model); !trouble.empty())
+      return Refused(StopReason::BadModel, std::move(trouble));
     if (job.x.empty()) return Refused(StopReason::NoPoints);
     if (weighting_.weights == FitWeights::Errors && job.errors.empty())
       return Refused(StopReason::BadModel,
@@ -289,7 +278,6 @@ double FitRun::MeasurePattern(LeastSquaresProblem& problem, std::span<const doub
   for (const auto& part : parts_) greatest_y = std::max(greatest_y, part->GreatestWeightedY());
   const double greatest = GreatestSize(rest);
   const double rounding = std::max(kRounding * greatest_y, kSmallestSquared);
-  result.equal_sets = FindEqualSets(residuals, part.job.x, result.values, result.equal);
   return greatest > rounding ? FindPattern(rest).neighbour_correlation : kUndefined;
 }
 
@@ -299,6 +287,7 @@ void FitRun::MeasureResiduals(FitPart& part, FitResult& result) const {
   ModelResiduals& residuals = *part.residuals;
   result.swing = GreatestSwing(residuals, part.job.x, result.values);
   result.equal = FindEqualValues(residuals, part.job.x, result.values);
+  result.equal_sets = FindEqualSets(residuals, part.job.x, result.values, result.equal);
   const ResidualSample sample = residuals.Sample(result.values, kPatternPoints);
   result.traded = TradedParameters(result.statistics, result.values, sample);
   if (IsUndefined(result.statistics.residual_correlation)) return;

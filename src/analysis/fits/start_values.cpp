@@ -20,6 +20,7 @@
 #include "fit/judge/verdict_words.h"
 #include "fit/model/curve_fit.h"
 #include "fit/model/find_parameter.h"
+#include "fit/model/random_model.h"
 
 namespace tarnwick {
 namespace {
@@ -120,6 +121,7 @@ class StartSearch {
         parameters_(job.settings.parameters) {
     model_.SetSettings(job.settings, false);
     model_.Prepare();
+    if (const std::string trouble = RandomTrouble(model_); !trouble.empty()) throw Error(trouble);
     std::vector<const double*> addresses;
     for (std::size_t i = 0; i < parameters_.size(); ++i) {
       if (!parameters_[i].Vary) continue;

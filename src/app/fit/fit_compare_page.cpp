@@ -52,7 +52,7 @@ FitComparePage::FitComparePage(const std::vector<std::filesystem::path>& functio
   row->addLayout(MakeAnswer(), 5);
   AddCandidate({tr("This function"), {}, {}}, Qt::Checked);
   for (const std::filesystem::path& file : functions)
-    AddCandidate({PathText(file.stem()), file, {}}, Qt::Unchecked);
+    AddCandidate({PathText(file.stem()), file, {}, ModelStart::Guessed}, Qt::Unchecked);
   connect(list_, &CheckList::itemChanged, this, &FitComparePage::FollowChoice);
 }
 
@@ -142,10 +142,12 @@ void FitComparePage::AddCandidate(Candidate candidate, Qt::CheckState state) {
 
 void FitComparePage::PutModel(const FitSettings& model) {
   FitSettings& present = candidates_.front().model = model;
+  candidates_.front().start = ModelStart::AsGiven;
   // Names that nobody made parameters are such here as where the formula is fitted.
   if (model.parameters.empty() && model.templates.empty() && !model.Expression.empty()) {
     const std::vector<std::string> variables = {model.XVarName, FitSettings().XVarName, x_name_};
     present = TypedModel(model.Expression, variables, points_);
+    candidates_.front().start = ModelStart::Guessed;
     const std::int32_t entering = present.NPoints;
     TakePoints(model, present);
     present.NPoints = entering;
@@ -175,7 +177,7 @@ bool FitComparePage::AddFormula() {
     told.append(tr("%1 is the variable of %2.").arg(ToQt(model.XVarName), ToQt(formula)));
   for (const std::string& warning : check.warnings) told.append(ToQt(warning));
   if (!told.isEmpty()) ShowRemarks(told.join('\n'), false);
-  AddCandidate({ToQt(formula), {}, model}, Qt::Checked);
+  AddCandidate({ToQt(formula), {}, model, ModelStart::Guessed}, Qt::Checked);
   list_->scrollToBottom();
   formula_->clear();
   return true;
@@ -187,8 +189,8 @@ std::vector<NamedModel> FitComparePage::Chosen() const {
   for (int row = 0; row < list_->count(); ++row) {
     if (!list_->IsChosen(row)) continue;
     const Candidate& one = candidates_[static_cast<std::size_t>(row)];
-    chosen.push_back(
-        {one.name.toStdString(), one.file.empty() ? one.model : LoadFitFunction(one.file)});
+    chosen.push_back({one.name.toStdString(),
+                      one.file.empty() ? one.model : LoadFitFunction(one.file), one.start});
     TakePoints(present, chosen.back().settings);
   }
   return chosen;

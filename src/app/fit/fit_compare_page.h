@@ -45,6 +45,7 @@ class FitComparePage final : public QWidget {
     QString name;
     std::filesystem::path file;
     FitSettings model;
+    ModelStart start = ModelStart::AsGiven;
   };
 
   QLayout* MakeChoice();

@@ -65,8 +65,6 @@ void CheckSeveral(const FitOptions& options) {
   if (!comparison && !joint) return;
   if (options.bands > 0 || !options.save_function.empty())
     throw UsageError("--bands and --save-function need one --dataset and one --function");
-  if (comparison && options.guess)
-    throw UsageError("--guess needs one --function: compared functions start where they say");
   if (comparison && options.save.Wanted())
     throw UsageError("several --function are compared, which saves nothing: leave -o to the best");
 }

@@ -135,7 +135,8 @@ void RunComparison(const FitOptions& options, const TSeries& series, Output& out
     FitModelArguments one = options.model;
     one.functions = {function};
     models.push_back({FunctionName(function),
-                      ChooseModel(one, series.Fit().Settings(), series.Points().Size())});
+                      ChooseModel(one, series.Fit().Settings(), series.Points().Size()),
+                      options.guess ? ModelStart::Guessed : ModelStart::AsGiven});
   }
   TerminalProgress progress;
   const std::optional<ModelComparison> compared =
