@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iterator>
 
+#include "base/text_encoding.h"
 #include "data/packed/packing.h"
 
 namespace tarnwick {
@@ -17,6 +18,7 @@ constexpr std::string_view kOldWorkbook =
 constexpr std::string_view kLockedWorkbook =
     "The workbook is protected by a password; save it without one and open that";
 constexpr std::string_view kZippedWorkbook = "The file is a workbook, not text";
+constexpr std::string_view kDamagedWorkbook = "The workbook is damaged or cut short";
 constexpr std::string_view kUnpackFirst = "; unpack it first and open the file wanted";
 constexpr std::string_view kNoText = ", not text";
 constexpr std::size_t kSearched = std::size_t{1} << 16;  // at either end of a container
@@ -89,6 +91,11 @@ bool IsOldWorkbook(std::string_view bytes) {
           bytes.find("\0\0B\0o\0o\0k\0\0\0"sv) != bytes.npos);
 }
 
+bool IsNamedWorkbook(std::string_view name) {
+  const std::string lower = LowerAscii(name);
+  return lower.ends_with(".xlsx") || lower.ends_with(".xlsm") || lower.ends_with(".ods");
+}
+
 }  // namespace
 
 bool IsZippedWorkbook(std::string_view bytes) {
@@ -98,10 +105,11 @@ bool IsZippedWorkbook(std::string_view bytes) {
           HoldsNearAnEnd(bytes, "application/vnd.oasis.opendocument.spreadsheet"));
 }
 
-std::string WhyNoText(std::string_view bytes) {
+std::string WhyNoText(std::string_view bytes, std::string_view name) {
   if (IsLocked(bytes)) return std::string(kLockedWorkbook);
   if (IsOldWorkbook(bytes)) return std::string(kOldWorkbook);
   if (IsZippedWorkbook(bytes)) return std::string(kZippedWorkbook);
+  if (bytes.starts_with("PK") && IsNamedWorkbook(name)) return std::string(kDamagedWorkbook);
   // Only what was packed once has been unpacked.
   if (const Packing* const packing = PackingOf(bytes)) {
     return "The file is packed twice, inside by " + std::string(packing->name) +

@@ -10,7 +10,7 @@ namespace tarnwick {
 bool IsZippedWorkbook(std::string_view bytes);
 
 /// What such a file is and what to do about it, as the text of a FileError: "Workbooks of the old binary kind cannot be read;
-/// save it as .xlsx". Empty for everything else.
-std::string WhyNoText(std::string_view bytes);
+/// save it as .xlsx". Empty for everything else. `name` tells by its ending what an archive without any sign of it was to be.
+std::string WhyNoText(std::string_view bytes, std::string_view name);
 
 }  // namespace tarnwick

@@ -59,7 +59,7 @@ void RefuseZeroByte(std::string_view text, const std::string& name) {
 }  // namespace
 
 void RefuseBinaryBlock(std::string_view first, const std::string& name) {
-  const bool named = PackingOf(first) != nullptr || !WhyNoText(first).empty();
+  const bool named = PackingOf(first) != nullptr || !WhyNoText(first, name).empty();
   if (!named && !Utf16Order(first)) RefuseZeroByte(first, name);
 }
 
@@ -75,7 +75,8 @@ TextSource::TextSource(std::string bytes, std::string name)
 
 void TextSource::Recognise(std::string_view bytes) {
   if (bytes.empty()) throw FileError("The file is empty", name_, "");
-  if (const std::string why = WhyNoText(bytes); !why.empty()) throw FileError(why, name_, "");
+  if (const std::string why = WhyNoText(bytes, name_); !why.empty())
+    throw FileError(why, name_, "");
   text_ = bytes;
   if (const std::optional<ByteOrder> order = Utf16Order(bytes)) {
     if (bytes.size() % 2 != 0) {
