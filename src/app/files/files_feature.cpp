@@ -50,9 +50,8 @@ void DiscardChanges(CommandContext& context) {
   Document& document = *context.document;
   const std::filesystem::path file = document.Files().ReloadedFrom();
   if (!file.empty() && TellIfMissing(file, context.prompt)) return;
-  if (document.History().Changed() && context.prompt.Ask(ReloadQuestion(document)) != Answer::Yes) {
-    return;
-  }
+  const bool loses = document.History().Changed() || document.Files().ClosingLoses();
+  if (loses && context.prompt.Ask(ReloadQuestion(document)) != Answer::Yes) return;
   try {
     document.Files().Reload();
   } catch (const FileError& error) {

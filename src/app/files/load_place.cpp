@@ -28,8 +28,9 @@ bool IsBlank(const Document& document) {
 }  // namespace
 
 Question ReloadQuestion(const Document& document) {
-  return {"This will discard all changes. Reload " + document.Name() + " ?",
-          {Answer::Yes, Answer::No}};
+  std::string text = "This will discard all changes. Reload " + document.Name() + " ?";
+  if (!document.History().Changed()) text += "\n\nIt holds points that lie in no file.";
+  return {text, {Answer::Yes, Answer::No}};
 }
 
 LoadPlace ChooseLoadPlace(const Document& document, const std::filesystem::path& path,

@@ -65,8 +65,9 @@ bool DocumentFiles::Begin(const StartFiles& files) {
   } else if (!files.default_template.empty()) {
     LoadDefaultTemplate(files.default_template);
   } else {
-    Reload();
+    BeginEmpty();
   }
+  began_with_data_ = !files.data.empty() || !files.data_set.empty();
   nothing_to_save_ = true;
   if (!files.data.empty() && !ReadDataFile(files.data, files.reading)) return false;
   if (!files.data_set.empty() && !LoadDataFromFile(files.data_set)) return false;
@@ -81,29 +82,11 @@ void DocumentFiles::LoadDefaultTemplate(const std::filesystem::path& path) {
     LoadGraphFile(path);
   } catch (const FileError& error) {
     document_.GetPrompt().Tell(error.what());
-    Reload();
+    BeginEmpty();
   }
 }
 
-const std::filesystem::path& DocumentFiles::ReloadedFrom() const {
-  return graph_file_.empty() ? template_ : graph_file_;
-}
-
-void DocumentFiles::Reload() {
-  session_start_ = std::chrono::system_clock::now();
-  if (!ReloadedFrom().empty()) {
-    TakeGraphFile(std::filesystem::path(ReloadedFrom()));
-  } else {
-    document_.SelectChild(std::nullopt);
-    DefaultAppearance(document_.WholeGraph(), document_.Name());
-    document_.Told().Clear();
-  }
-  note_.clear();
-  BeginHistory(false);
-}
-
-void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
-  if (Exists(path)) return TakeGraphFile(path);
+void DocumentFiles::BeginEmpty() {
   document_.SelectChild(std::nullopt);
   document_.Zooms().Clear();
   document_.Told().Clear();
@@ -111,9 +94,39 @@ void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
   BeginHistory(false);
 }
 
-void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
+std::filesystem::path DocumentFiles::ReloadedFrom() const {
+  if (!graph_file_.empty()) return graph_file_;
+  return began_with_data_ ? std::filesystem::path() : template_;
+}
+
+void DocumentFiles::Reload() {
+  session_start_ = std::chrono::system_clock::now();
+  const std::filesystem::path path = ReloadedFrom();
+  if (path.empty()) {
+    document_.SelectChild(std::nullopt);
+    document_.History().UndoAll();
+  } else {
+    const ReadResult result = Read([path](Progress&) { return ReadGraph(path); });
+    document_.SelectChild(std::nullopt);
+    OpenEdit step(document_, "Discard Changes");
+    ShowGraph(path, result);
+    const bool own = document_.Look().own;
+    step.Finish();
+    document_.Look().own = own;  // the file's look is nobody's edit
+  }
+  note_.clear();
+  document_.History().SetChanged(false);
+}
+
+void DocumentFiles::LoadGraphFile(const std::filesystem::path& path) {
+  if (!Exists(path)) return BeginEmpty();
   const ReadResult result = Read([path](Progress&) { return ReadGraph(path); });
   document_.SelectChild(std::nullopt);
+  ShowGraph(path, result);
+  BeginHistory(false);
+}
+
+void DocumentFiles::ShowGraph(const std::filesystem::path& path, const ReadResult& result) {
   document_.Zooms().Clear();
   document_.Told().Clear();
   TakeState(result);
@@ -133,7 +146,6 @@ void DocumentFiles::TakeGraphFile(const std::filesystem::path& path) {
   ShowPath(path);
   SettleTooManyPoints();
   TellOfAnotherGraph();
-  BeginHistory(false);
 }
 
 void DocumentFiles::Recover(const std::filesystem::path& copy,

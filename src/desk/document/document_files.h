@@ -67,9 +67,10 @@ class DocumentFiles {
   // file that cannot be loaded). A graph file or template begins a new history, data are a step of the present one.
   /// What creating a graph window does: the graph or template, then the data.
   bool Begin(const StartFiles& files);
-  /// The file that Reload() reads: the graph file, else the template; empty for none.
-  const std::filesystem::path& ReloadedFrom() const;
-  /// That file again, which must be there, else the default appearance; the changed flag is cleared.
+  /// The file that Reload() reads: the graph file, else, unless the window began with data, the template; empty for none.
+  std::filesystem::path ReloadedFrom() const;
+  /// That file again, which must be there, as a step; without one all steps are undone, so that the window shows what it began
+  /// with. The changed flag is cleared.
   void Reload();
   /// A path that does not exist gives the default appearance.
   void LoadGraphFile(const std::filesystem::path& path);
@@ -106,7 +107,8 @@ class DocumentFiles {
 
  private:
   void LoadDefaultTemplate(const std::filesystem::path& path);
-  void TakeGraphFile(const std::filesystem::path& path);
+  void BeginEmpty();
+  void ShowGraph(const std::filesystem::path& path, const ReadResult& result);
   ReadResult Read(const std::function<ReadResult(Progress&)>& reading);
   void RememberPoints(const ReadResult& result);
   void Write(const std::function<void()>& writing);
@@ -136,6 +138,7 @@ class DocumentFiles {
   std::filesystem::path data_folder_;
   FiledPoints filed_;
   PointsAsRead as_read_;
+  bool began_with_data_ = false;
   bool nothing_to_save_ = false;
   bool as_opened_ = false;      // from data, until the first step
   std::set<std::string> told_;  // of background pictures that cannot be read

@@ -5,6 +5,7 @@
 
 #include "desk/document/points_come_since.h"
 #include "graph/graph_state_compare.h"
+#include "graph/graph_update.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -115,6 +116,16 @@ void EditHistory::Undo() {
   if (!CanUndo()) return;
   emit aboutToMove();
   stack_.undo();
+  emit moved();
+}
+
+void EditHistory::UndoAll() {
+  if (!CanUndo()) return;
+  emit aboutToMove();
+  {
+    const GraphUpdate all(graph_);
+    stack_.setIndex(0);
+  }
   emit moved();
 }
 

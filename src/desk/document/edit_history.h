@@ -68,6 +68,8 @@ class EditHistory final : public QObject {
   /// scales itself, and so do points that came by themselves since.
   void Undo();
   void Redo();
+  /// Back to before the first step.
+  void UndoAll();
   /// Of the step that would be undone or redone, "Move Point"; empty for none.
   std::string UndoName() const { return stack_.undoText().toStdString(); }
   std::string RedoName() const { return stack_.redoText().toStdString(); }

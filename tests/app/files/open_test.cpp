@@ -272,7 +272,7 @@ TEST_F(ShippedTemplateTest, LeavesNewGraphsToBeArrangedForTheirData) {
   EXPECT_FALSE(ActiveDocument().Look().own);
   EXPECT_FALSE(ActiveDocument().Look().arranged_for.isEmpty());
   EXPECT_EQ(ActiveDocument().Graph().GetAppearance().title_of_graph, "reactor_log");
-  Expect("This will discard all changes. Reload Graph_1 ?", Answer::Yes);
+  Run("FileNew1");
   Run("FileReload1");
   EXPECT_EQ(ActiveDocument().Graph().SeriesCount(), 0U);
   chooser_->to_open = {Example("decay.dat")};

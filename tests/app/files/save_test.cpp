@@ -57,6 +57,38 @@ TEST_F(DesktopTest, DiscardChangesGoesBackToTheFile) {
   EXPECT_FALSE(ActiveDocument().History().Changed());
 }
 
+TEST_F(DesktopTest, DiscardChangesOfDataGoesBackToThemAsTheyWereOpened) {
+  Start({Example("decay.dat")});
+  const std::int32_t opened = ActiveDocument().Graph().Series(0).PointCount();
+  const auto expect_as_opened = [&] {
+    const TxyGraph& graph = ActiveDocument().Graph();
+    EXPECT_EQ(graph.Series(0).PointCount(), opened);
+    EXPECT_EQ(graph.GetAppearance().title_of_graph, "decay");
+    EXPECT_FALSE(graph.Axis(AxisId::Y2).Look().ShowAxis);
+    EXPECT_FALSE(ActiveDocument().History().Changed());
+  };
+  const auto change = [&] {
+    ActiveDocument().Edit("Delete Point", [](TxyGraph& graph) { graph.Series(0).Clear(); });
+  };
+  change();
+  Expect("This will discard all changes. Reload Graph_1 ?", Answer::Yes);
+  Run("FileReload1");
+  expect_as_opened();
+  EXPECT_EQ(ActiveDocument().History().RedoName(), "Delete Point");
+  // A template keeps no points.
+  change();
+  chooser_->to_save = {folder_.File("look.ttp")};
+  Run("FileSaveAs1");
+  EXPECT_FALSE(ActiveDocument().History().Changed());
+  ActiveDocument().Edit("Add Point", [](TxyGraph& graph) { graph.Series(0).AddPoint(1, 2); });
+  chooser_->to_save = {folder_.File("look2.ttp")};
+  Run("FileSaveAs1");
+  Expect("This will discard all changes. Reload Graph_1 ?\n\nIt holds points that lie in no file.",
+         Answer::Yes);
+  Run("FileReload1");
+  expect_as_opened();
+}
+
 TEST_F(DesktopTest, AFileThatIsGoneOrDamagedLeavesTheGraphAsItIs) {
   Start({Example("decay.dat")});
   const auto file = folder_.File("kept.tgr");

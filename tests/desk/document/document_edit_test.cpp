@@ -316,9 +316,13 @@ TEST_F(DocumentEditTest, DataAreAStepAndAGraphFileBeginsAnew) {
   SetTitle("lost");
   document_.Files().Reload();
   EXPECT_EQ(Title(), "Graph_1");
+  EXPECT_FALSE(document_.History().Changed());
+  document_.History().Undo();
+  EXPECT_EQ(Title(), "lost") << "what was discarded by mistake comes back";
+  EXPECT_TRUE(document_.History().Changed());
+  document_.Files().LoadGraphFile(folder_.File("run.tgr"));
   EXPECT_FALSE(document_.History().CanUndo());
   EXPECT_FALSE(document_.History().CanRedo());
-  EXPECT_FALSE(document_.History().Changed());
   EXPECT_THROW(document_.Files().ReadDataFile(folder_.Write("bad.txt", "no numbers\n")), Error);
   EXPECT_FALSE(document_.History().CanUndo());
   EXPECT_FALSE(document_.History().Changed());
