@@ -54,9 +54,13 @@ void FinishLook(Document& document, QSizeF size) {
   if (new_data) SeparateQuantities(graph);
   look.arranged_for = size;
   FinishedLookOptions options;
-  options.title = NameOfData(document.Files().DataFileName());
-  if (options.title.empty() && graph.SeriesCount() > 0)
-    options.title = TitleOfTable(graph.Series(0).Source());
+  // Data that are loaded beside others leave the graph the title it has from those.
+  const std::string& title = graph.GetAppearance().title_of_graph;
+  if (title.empty() || title == document.Name()) {
+    options.title = NameOfData(document.Files().DataFileName());
+    if (options.title.empty() && graph.SeriesCount() > 0)
+      options.title = TitleOfTable(graph.Series(0).Source());
+  }
   ApplyFinishedLook(graph, size, TextMetrics(), options);
   look.settled_for = OccasionOf(graph, size);
   look.legend_hides = AutomaticLegendHides(graph, size, TextMetrics());

@@ -4,11 +4,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "graph/axes/plot_metrics.h"
 #include "graph/belonging.h"
 #include "graph/layout/automatic_legend.h"
 #include "graph/layout/plot_layout.h"
+#include "graph/layout/second_quantity.h"
 #include "graph/palette.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -127,18 +130,41 @@ bool HasSeveralToName(const TxyGraph& graph) {
   return named > 1;
 }
 
+/// How many points each DataSet is drawn as one of: the runs of a column look as the longest of them.
+std::vector<std::int32_t> PointsToLookAs(const TxyGraph& graph) {
+  std::vector<std::size_t> group_of;
+  std::vector<std::pair<const TSeries*, std::int32_t>> groups;  // by their first
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    const TSeries& series = graph.Series(i);
+    const auto same = std::ranges::find_if(
+        groups, [&](const auto& group) { return AreOfOneColumn(*group.first, series); });
+    group_of.push_back(static_cast<std::size_t>(same - groups.begin()));
+    if (same == groups.end()) {
+      groups.emplace_back(&series, series.PointCount());
+    } else {
+      same->second = std::max(same->second, series.PointCount());
+    }
+  }
+  std::vector<std::int32_t> points;
+  points.reserve(group_of.size());
+  for (const std::size_t group : group_of) points.push_back(groups[group].second);
+  return points;
+}
+
 void ChooseStyles(TxyGraph& graph) {
-  std::int64_t points = 0;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) points += graph.Series(i).PointCount();
+  const std::vector<std::int32_t> look_as = PointsToLookAs(graph);
+  std::int64_t symbols = 0;
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
+    if (look_as[i] <= kDensePoints) symbols += graph.Series(i).PointCount();
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
     TSeries& series = graph.Series(i);
     if (BelongsToAnother(series)) continue;
     SeriesStyle style = series.Style();
-    const bool few = series.PointCount() <= kDensePoints && points <= kMostSymbols;
+    const bool few = look_as[i] <= kDensePoints && symbols <= kMostSymbols;
     style.show_symbols = !style.connect_points || few;
-    if (series.PointCount() > kSparsePoints) style.symbol_size = kSmallSymbol;
+    if (look_as[i] > kSparsePoints) style.symbol_size = kSmallSymbol;
     style.line_style = style.show_symbols ? LineStyle::Solid : StyleOfRound(i);
-    style.line_width = !style.show_symbols && series.PointCount() <= kBroadPoints ? 2 : 1;
+    style.line_width = !style.show_symbols && look_as[i] <= kBroadPoints ? 2 : 1;
     series.SetStyle(style);
   }
 }

@@ -171,7 +171,7 @@ void TitlePlacer::PlaceX() {
 
 /// Where it joins names of several columns and is longer than `room`, however small: the legend tells them.
 QString TitlePlacer::TitleFor(AxisId id, const Font& own, double room) const {
-  const QString whole = TitleOf(id);
+  QString whole = TitleOf(id);
   const bool of_several =
       context_.graph.Axis(id).Look().EnableAutoTitle && NamesOnAxis(context_.graph, id).size() > 1;
   const Font font = FontWithin(whole, own, room, context_.metrics);

@@ -121,14 +121,6 @@ bool ByPlace(const Sized& one, const Sized& other) {
   return one.First() < other.First();
 }
 
-bool AreOfOneColumn(const TSeries& one, const TSeries& other) {
-  const TDSInfo& a = one.Source();
-  const TDSInfo& b = other.Source();
-  return !a.DatasourceInfo.empty() && a.DatasourceInfo == b.DatasourceInfo &&
-         a.TablePart == b.TablePart && a.YDataColumn == b.YDataColumn &&
-         a.y_column_index == b.y_column_index;
-}
-
 /// Those drawn against one axis, in order of their first places. Runs of one column are one quantity.
 std::vector<Sized> SizesOn(const TxyGraph& graph, AxisId axis) {
   std::vector<Sized> all;
@@ -201,6 +193,14 @@ std::vector<std::size_t> OfSecondSize(const TxyGraph& graph) {
 }
 
 }  // namespace
+
+bool AreOfOneColumn(const TSeries& one, const TSeries& other) {
+  const TDSInfo& a = one.Source();
+  const TDSInfo& b = other.Source();
+  return !a.DatasourceInfo.empty() && a.DatasourceInfo == b.DatasourceInfo &&
+         a.TablePart == b.TablePart && a.YDataColumn == b.YDataColumn &&
+         a.y_column_index == b.y_column_index;
+}
 
 std::string FlatLinesText(const TxyGraph& graph) {
   std::vector<std::string> names;

@@ -5,7 +5,11 @@
 
 namespace tarnwick {
 
+class TSeries;
 class TxyGraph;
+
+/// True for runs of one column of one source.
+bool AreOfOneColumn(const TSeries& one, const TSeries& other);
 
 /// Draws some DataSets against the second Y axis where on one axis others, or they, would look flat: those of the second of
 /// two quantities, told apart by the units at the end of the DataSets' names ("Pressure (bar)", "Pressure [bar]", "Pressure

@@ -57,6 +57,14 @@ TEST_F(DesktopTest, DiscardChangesGoesBackToTheFile) {
   EXPECT_FALSE(ActiveDocument().History().Changed());
 }
 
+TEST_F(DesktopTest, DataLoadedBesideOthersLeaveTheTitle) {
+  Start({Example("decay.dat")});
+  chooser_->to_open = {Example("pendulum.csv")};
+  Run("FileLoadData1");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ActiveDocument().Graph().GetAppearance().title_of_graph, "decay");
+}
+
 TEST_F(DesktopTest, DiscardChangesOfDataGoesBackToThemAsTheyWereOpened) {
   Start({Example("decay.dat")});
   const std::int32_t opened = ActiveDocument().Graph().Series(0).PointCount();

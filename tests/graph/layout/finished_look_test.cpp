@@ -359,6 +359,17 @@ TEST(FinishedLook, FewPointsAreSymbolsManyAThinLine) {
     EXPECT_EQ(series.Style().show_symbols, row.symbols) << row.points;
     EXPECT_EQ(series.Style().line_width, row.width) << row.points;
   }
+  // Beside many points few keep their symbols, but a short run of one column looks as the long ones.
+  for (const bool runs : {false, true}) {
+    TxyGraph graph;
+    for (const int count : {5000, 20}) {
+      Points points;
+      for (int i = 0; i < count; ++i) points.emplace_back(i, i);
+      Add(graph, points).Source().DatasourceInfo = runs ? "map.dat" : std::to_string(count);
+    }
+    Finished(graph);
+    EXPECT_EQ(graph.Series(1).Style().show_symbols, !runs);
+  }
   // Colours come round; line styles tell the rounds apart.
   TxyGraph graph;
   Points points;
