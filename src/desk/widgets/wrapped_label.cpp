@@ -20,8 +20,8 @@ void WrappedLabel::resizeEvent(QResizeEvent* event) {
 }
 
 void WrappedLabel::Fit() {
-  setMinimumHeight(
-      0);  // heightForWidth answers no less, so that a label made wider would stay high
+  // heightForWidth answers no less, so that a label made wider would stay high.
+  setMinimumHeight(0);
   setFixedHeight(std::max(heightForWidth(width()), 0));  // below 0 without a text
 }
 

@@ -59,6 +59,10 @@ std::vector<QRectF> ChildBoxes(const PlotLayout& layout) {
 std::vector<QRectF> BoxesToRead(const PlotLayout& layout) {
   std::vector<QRectF> boxes = CaptionBoxes(layout);
   for (const QRectF& child : ChildBoxes(layout)) boxes.push_back(child);
+  for (const AxisLayout* axis : layout.ShownAxes()) {
+    for (const PlacedText& label : axis->labels)
+      if (layout.plot.contains(label.center)) boxes.push_back(label.Box());
+  }
   return boxes;
 }
 

@@ -47,7 +47,8 @@ std::vector<QRectF> PlacesIn(const QRectF& area, QSizeF box);
 std::vector<QRectF> CaptionBoxes(const PlotLayout& layout);
 /// Frames of the inserted graphs.
 std::vector<QRectF> ChildBoxes(const PlotLayout& layout);
-/// Both: what is to be read beside the legend.
+/// Both, and the labels of the axes, which stand within the plot where an axis crosses it or is flipped: what is to be read
+/// beside the legend.
 std::vector<QRectF> BoxesToRead(const PlotLayout& layout);
 
 /// Where points, their errors, lines, and the curves of models and regressions of the drawn DataSets lie in the picture, a sample
