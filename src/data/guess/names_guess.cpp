@@ -34,7 +34,8 @@ class NamesGuess {
       const auto above = table_.lines.first(headers);
       // Rows may end with a separator where their names do not.
       const bool ends = table_.fields > 2 && EndWithSeparator();
-      const RowLabels labels = ends ? RowLabels::Never : RowLabels::Possible;
+      const auto rows = table_.rows.first(std::min(table_.rows.size(), kRowsOfPlaces));
+      const RowLabels labels = ends ? RowLabels::Never : LabelsOf(rows, layout);
       HeaderLines found = FindHeaderLines(above, layout, table_.fields, labels);
       if (found.names == 0 && ends) found = FindHeaderLines(above, layout, table_.fields - 1);
       // Where there is none, the rule is not to find one in the preamble.

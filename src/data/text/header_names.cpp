@@ -7,6 +7,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/text/field_kind.h"
 #include "data/text/names_line.h"
 
 namespace tarnwick {
@@ -120,6 +121,39 @@ std::pair<std::string, std::string_view> KeyAndValue(std::string_view line) {
   return {std::move(key), value};
 }
 
+/// What stands behind a mark of remarks and before a colon, "Flux" of "#Flux : in counts"; empty where that is none word or a
+/// value follows.
+std::string_view MarkedWord(std::string_view line, std::string_view& behind) {
+  line = TrimBlankBytes(line);
+  const std::size_t colon = line.find(':');
+  if (!line.starts_with('#') || colon == line.npos) return {};
+  const std::string_view word = TrimBlankBytes(line.substr(1, colon - 1));
+  behind = TrimBlankBytes(line.substr(colon + 1));
+  const FieldKind kind = KindOfField(behind);
+  const bool value = kind != FieldKind::Empty && kind != FieldKind::Text;
+  const bool one =
+      !word.empty() && IsLetter(word.front()) && word.find_first_of(" \t") == word.npos;
+  return one && !value ? word : std::string_view();
+}
+
+/// "#Date :", "#Flux : counts", "#end" right above the rows: a name on each line, without "#end" nothing else behind it.
+ListedNames MarkedNames(Lines above, const TextLayout& layout) {
+  ListedNames listed;
+  bool bare = true;
+  while (!above.empty() && TrimBlankBytes(above.back()).empty())
+    above = above.first(above.size() - 1);
+  const bool ends = !above.empty() && LowerAscii(TrimBlankBytes(above.back())) == "#end";
+  if (ends) above = above.first(above.size() - 1);
+  for (; !above.empty(); above = above.first(above.size() - 1)) {
+    std::string_view behind;
+    const std::string_view word = MarkedWord(above.back(), behind);
+    if (word.empty()) break;
+    bare = bare && behind.empty();
+    listed.names.insert(listed.names.begin(), NameText(word, layout));
+  }
+  return ends || bare ? listed : ListedNames();
+}
+
 ListedNames AxisNames(Lines above, const TextLayout& layout) {
   std::string labels[2];
   std::string units[2];
@@ -128,7 +162,8 @@ ListedNames AxisNames(Lines above, const TextLayout& layout) {
     if (key.empty() || (key.front() != 'x' && key.front() != 'y')) continue;
     const std::string_view what = std::string_view(key).substr(1);
     const int axis = key.front() == 'x' ? 0 : 1;
-    if (what == "label" || what == "unitlabel") labels[axis] = NameText(value, layout);
+    const bool label = what == "label" || what == "unitlabel" || what == "unittext";
+    if (label) labels[axis] = NameText(value, layout);
     if (what == "unit" || what == "units") units[axis] = NameText(value, layout);
   }
   ListedNames listed;
@@ -144,8 +179,8 @@ ListedNames AxisNames(Lines above, const TextLayout& layout) {
 
 std::optional<ListedNames> FindHeaderNames(Lines above, const TextLayout& layout,
                                            std::int32_t columns) {
-  for (const auto find :
-       {&CurveNames, &LegendNames, &AttributeNames, &LoopNames, &FormatNames, &AxisNames}) {
+  for (const auto find : {&CurveNames, &LegendNames, &AttributeNames, &LoopNames, &FormatNames,
+                          &MarkedNames, &AxisNames}) {
     ListedNames listed = find(above, layout);
     const bool all = listed.names.size() == static_cast<std::size_t>(columns) && columns > 1 &&
                      std::ranges::none_of(listed.names, &std::string::empty);

@@ -25,9 +25,10 @@ bool IsLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-/// Takes "column", "col", "field", "name" or "sig" and what joins it to its number off the front.
+/// Takes "column", "col", "field", "name", "label" or "sig" and what joins it to its number off the front.
 bool TakeColumnWord(std::string_view& text) {
-  constexpr std::array<std::string_view, 5> kWords = {"column", "field", "col", "name", "sig"};
+  constexpr std::array<std::string_view, 6> kWords = {"column", "field", "col",
+                                                      "name",   "label", "sig"};
   for (const std::string_view word : kWords) {
     if (LowerAscii(text.substr(0, word.size())) != word) continue;
     const std::size_t number = text.find_first_not_of(" ._#", word.size());

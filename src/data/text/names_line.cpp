@@ -8,6 +8,7 @@
 #include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "data/text/argument_names.h"
+#include "data/text/field_kind.h"
 #include "data/text/line_words.h"
 #include "data/text/names_frame.h"
 
@@ -145,6 +146,10 @@ bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
   // Behind an empty one for the first column of labels the second may lack its name, too.
   const bool labelled = names.size() > 3 && names.front().empty() &&
                         std::count(names.begin(), names.end(), std::string()) == 1;
+  if (labels == RowLabels::AtEnd && columns > 2 && names.size() + 1 == columns && all_filled) {
+    names.emplace_back();
+    return true;
+  }
   if (labels == RowLabels::Possible && columns > 2 && names.size() + 1 == columns &&
       (all_filled || labelled)) {
     names.insert(names.begin(), std::string());
@@ -268,6 +273,26 @@ std::string WithBlankedMarks(std::string_view line, const TextLayout& layout) {
 
 bool EndsWithSeparator(std::string_view line, const TextLayout& layout) {
   return !layout.merge && !layout.ByPlace() && !line.empty() && layout.IsSeparator(line.back());
+}
+
+RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout) {
+  if (layout.IsSeparator(' ') || layout.ByPlace()) return RowLabels::Possible;
+  std::size_t seen = 0;
+  std::string buffer, remark;
+  for (const std::string_view row : rows) {
+    if (!IsDataLine(row, layout)) continue;
+    FieldCursor cursor(row, layout);
+    std::optional<std::string_view> field = cursor.Next();
+    const bool number = field && !field->starts_with('"') &&
+                        KindOfField(FieldText(*field, layout, buffer)) == FieldKind::Number;
+    std::string last;
+    for (; field; field = cursor.Next()) last = FieldText(*field, layout, buffer);
+    const bool same = seen == 0 || last == remark;
+    if (!number || !same || KindOfField(last) != FieldKind::Text) return RowLabels::Possible;
+    remark = std::move(last);
+    ++seen;
+  }
+  return seen > 1 ? RowLabels::AtEnd : RowLabels::Possible;
 }
 
 std::string NameText(std::string_view field, const TextLayout& layout) {

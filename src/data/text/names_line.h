@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +23,15 @@ std::string WithBlankedMarks(std::string_view line, const TextLayout& layout);
 std::string NameText(std::string_view field, const TextLayout& layout);
 
 /// Whether the first column may be one of labels, which lines of names often leave without a name.
-enum class RowLabels : std::uint8_t { Possible, Never };
+enum class RowLabels : std::uint8_t {
+  Possible,
+  Never,
+  AtEnd  ///< the last one holds a remark: it is the one without a name
+};
+
+/// AtEnd for rows that begin with a number without quotes and end with one text, the same in all of them, and are parted by other
+/// separators than blanks.
+RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout);
 
 /// True when the line ends with a separator that counts: its last field is empty.
 bool EndsWithSeparator(std::string_view line, const TextLayout& layout);

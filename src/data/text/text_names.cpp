@@ -115,7 +115,7 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
     ++rows;
   }
   // An empty field behind the last separator has no name; the rows' labels have theirs then.
-  if (all_end) opening.labels = RowLabels::Never;
+  opening.labels = all_end ? RowLabels::Never : LabelsOf(opening.rows, layout);
   return opening;
 }
 
