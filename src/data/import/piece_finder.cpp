@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -16,6 +15,11 @@ constexpr std::size_t kFewestOneWay = 3;  // rows of a run that a comment ends
 constexpr double kEven = 0.15;     // steps differ by no more than this share: months are even
 constexpr double kMostEven = 0.9;  // of the steps
 constexpr double kLong = 1.5;      // times the usual step is a gap
+
+/// 1 where it rises, -1 where it falls, 0 where it stands.
+int DirectionOf(double from, double to) {
+  return to > from ? 1 : to < from ? -1 : 0;
+}
 
 }  // namespace
 
@@ -62,8 +66,9 @@ void PieceFinder::SeePiece(double x, bool begins) {
   const bool anew =
       piece_rows_ >= kFewestOneWay && std::abs(x - piece_first_x_) < std::abs(x - last_x_);
   bool falls = false;
-  if (!begins && x <= last_x_) {
-    falls_only_to_begin_ = falls_only_to_begin_ && anew && x < last_x_;
+  if (direction_ == 0 && begun_ && !begins) direction_ = DirectionOf(last_x_, x);
+  if (!begins && direction_ * (x - last_x_) <= 0) {
+    falls_only_to_begin_ = falls_only_to_begin_ && anew && x != last_x_;
     falls = falls_only_to_begin_;
   }
   fall_ = fall_ || falls;
@@ -76,12 +81,17 @@ void PieceFinder::SeePiece(double x, bool begins) {
 
 std::size_t PieceFinder::RowsToFall(std::span<const double> x) const {
   if (!falls_only_to_begin_) return x.size();
-  const auto falls = std::ranges::adjacent_find(x, std::ranges::greater_equal());
+  int direction = direction_;
+  if (direction == 0 && begun_) direction = DirectionOf(last_x_, x.front());
+  if (direction == 0 && x.size() > 1) direction = DirectionOf(x[0], x[1]);
+  const auto falls = std::ranges::adjacent_find(
+      x, [direction](double one, double next) { return direction * (next - one) <= 0; });
   return falls == x.end() ? x.size() : static_cast<std::size_t>(falls - x.begin()) + 1;
 }
 
 void PieceFinder::SeeRows(std::span<const double> x) {
   SeeRow(x.front());
+  if (direction_ == 0 && x.size() > 1) direction_ = DirectionOf(x[0], x[1]);
   for (std::size_t i = 1; i < x.size() && !(rose_ && fell_); ++i) {
     rose_ = rose_ || x[i] > x[i - 1];
     fell_ = fell_ || x[i] < x[i - 1];

@@ -5,8 +5,8 @@
 // behind which X does not go on in the one direction of the run. Two empty lines, or one behind which X starts anew (nearer to
 // where the run began than to where it stands), begin a run, and so does a comment behind which it does after some rows in one
 // direction. A row without a number begins a piece where the step of X over it is longer than the others, if these are even: a
-// table of columns that are filled now and then has no gaps. Where X rises in every row but for those at which it falls back to
-// its beginning, each of these begins a piece.
+// table of columns that are filled now and then has no gaps. Where X rises (or falls) in every row but for those at which it goes
+// back to its beginning, each of these begins a piece.
 #pragma once
 
 #include <cstddef>
@@ -45,7 +45,7 @@ class PieceFinder {
   enum class Cause : std::uint8_t {
     Break,       ///< certain
     SkippedRow,  ///< there is a row without a number before it
-    Fall         ///< X, which rose, begins anew; counts where FallsOnlyToBegin
+    Fall         ///< X, which rose (or fell), begins anew; counts where FallsOnlyToBegin
   };
   struct Beginning {
     std::int64_t point = 0;
@@ -53,9 +53,9 @@ class PieceFinder {
   };
   /// By ascending points, none twice.
   std::span<const Beginning> Beginnings() const { return beginnings_; }
-  /// So far X rose in every row, but where it fell back to about where it had begun some rows before.
+  /// So far X rose in every row, but where it fell back to about where it had begun some rows before; or the other way round.
   bool FallsOnlyToBegin() const { return falls_only_to_begin_; }
-  /// How many of these rows, from the first, come before X falls; all of them once X fell otherwise.
+  /// How many of these rows, from the first, come before X goes back; all of them once X did otherwise.
   std::size_t RowsToFall(std::span<const double> x) const;
 
  private:
@@ -74,6 +74,7 @@ class PieceFinder {
   bool rose_ = false, fell_ = false;     // somewhere in the run
   bool begun_ = false;
   bool fall_ = false;  // since the last point
+  int direction_ = 0;  // 1 where X rises, -1 where it falls, 0 where nothing is known yet
   bool falls_only_to_begin_ = true;
   std::size_t piece_rows_ = 0;
   double piece_first_x_ = 0;

@@ -154,6 +154,7 @@ TEST(GuessedTables, ArePartedByRemarks) {
       {"outlines behind rows of nothing", ring + "NaN NaN\n" + ring, 1, 1},
       {"outlines behind numbered comments", "# seg 0\n" + ring + "# seg 1\n" + ring, 1, 1},
       {"runs behind comments", "# a\n" + rise + "# b\n" + rise, 2, 0},
+      {"falling runs", "9 1\n8 2\n7 3\n6 4\n9 5\n8 6\n7 7\n6 8\n9 9\n8 1\n7 2\n6 3\n", 1, 2},
       {"a row without X in a table in no order", "1 3\n2 4\n3 1\nNA NA\n1 5\n4 2\n2 2\n", 1, 1},
       {"runs with nothing between", Rows(7, "@ @@") + Rows(7, "@ 9@") + Rows(5, "@ 7@"), 1, 2},
       {"runs that do not begin anew", Rows(7, "@ @@") + Rows(7, "@ 9@") + "6 7\n2 3\n4 5\n", 1, 0},
