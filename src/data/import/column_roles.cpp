@@ -366,7 +366,7 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
   if (chosen.x == kJoinedTimeColumn) {
     out.If("dates", [&](std::int32_t column) { return IsDecimalYear(source, column); });
   }
-  // Of few columns a constant one is wanted: a set point beside what was measured; not of many that are.
+  // Of few columns a constant one is wanted: a set point beside what was measured; not of many that are, nor beside errors.
   constexpr std::size_t kManyConstants = 5;
   Columns standing;
   std::ranges::copy_if(chosen.y, std::back_inserter(standing), [&](std::int32_t column) {
@@ -382,7 +382,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
            (NamesPlace(source.NameOf(column)) || NamesErrors(source.NameOf(column)) ||
             pairs.ValueOf(column).has_value());
   });
-  const std::size_t remain = constants.size() + kManyConstants <= standing.size() ? 1 : 2;
+  const bool many = constants.size() + kManyConstants <= standing.size();
+  const std::size_t remain = many || !errors.empty() ? 1 : 2;
   std::ranges::copy(out.Taken(constant, remain), std::back_inserter(constants));
   std::ranges::sort(constants);
   out.Tell(constants, "one value throughout");

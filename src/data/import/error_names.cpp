@@ -57,14 +57,12 @@ bool CountsErrors(const Words& words) {
 
 std::vector<std::string> ValueNamedIn(std::string_view name) {
   Words words = WordsOf(name);
-  const bool sign = std::ranges::any_of(
-      kErrorSigns, [name](std::string_view mark) { return name.find(mark) != name.npos; });
   for (std::string& word : words) {
     if (word == "dy" || word == "dx") word.erase(0, 1);
   }
   const bool standard = NamesStandardError(name);
   std::erase_if(words, [&](const std::string& word) {
-    return IsOf(kErrorWords, word) || IsOf(kFillers, word) || (sign && word.empty()) ||
+    return IsOf(kErrorWords, word) || IsOf(kFillers, word) || IsOf(kErrorSigns, word) ||
            (standard && (word == "se" || word == "s" || word == "e"));
   });
   return words;

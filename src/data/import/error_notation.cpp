@@ -87,7 +87,7 @@ void ReadLetter(std::string_view written, Readings& readings) {
   const std::string_view rest = written.substr(end);
   const std::size_t name = rest.find_first_not_of(" _-.");
   if (name == rest.npos || kGaps.find(rest.front()) == kGaps.npos) return;
-  if (!brackets && rest[name] == '(') return;
+  if (!brackets && (rest[name] == '(' || rest[name] == '[')) return;
   const bool difference = delta || LowerAscii(written).front() == 'd';
   Add(readings,
       {SquashedName(rest), brackets ? ErrorSign::Function : ErrorSign::Letter, difference});

@@ -54,6 +54,8 @@ TEST(ErrorColumns, BelongToTheColumnsTheyAreNamedAfterOrStandBehind) {
       {"t,dx,dy", "dx, dy"},  // steps
       {"t,rate,drate", "rate +- column drate"},
       {"time,v,dtime,dv", "v, dtime, dv"},  // steps, too
+      {"x,y,\xC2\xB1", "y +- column \xC2\xB1"},
+      {"t,a [V],b [V],d [A]", "a [V], b [V], d [A]"},  // no error of a
       {"t,U,I,U_err,sigma I", "U +- column U_err, I +- column sigma I"},
       {"t,t err,U,+-", "U +- column +- | x +- column t err"},
       {"t,err,U,error", "U +- column error | x +- column err"},
