@@ -59,14 +59,40 @@ struct Candidate {
   }
 };
 
-/// Columns whose first texts repeat, as kinds do.
-std::vector<Candidate> CandidatesIn(const ImportSource& source) {
+/// "+" and "-" before the numbers of the next column.
+bool AreSigns(const std::vector<std::string>& texts) {
+  return std::ranges::all_of(
+      texts, [](const std::string& text) { return text == "+" || text == "-" || text.empty(); });
+}
+
+/// "g", "r", "i", "g", "r", "i": a few kinds, always in one order.
+bool TakeTurns(const std::vector<std::string>& texts) {
+  constexpr std::size_t kMostKinds = 12, kFewestTurns = 3;
+  const auto again =
+      texts.empty() ? texts.end() : std::find(texts.begin() + 1, texts.end(), texts.front());
+  const auto kinds = static_cast<std::size_t>(again - texts.begin());
+  if (kinds < 2 || kinds > kMostKinds || texts.size() < kFewestTurns * kinds) return false;
+  for (std::size_t i = kinds; i < texts.size(); ++i) {
+    if (texts[i] != texts[i - kinds]) return false;
+  }
+  return true;
+}
+
+/// X stands still or turns back among the rows looked at.
+bool TurnsOrStands(const std::vector<double>& x) {
+  return !IsMonotone(x) || std::ranges::adjacent_find(x) != x.end();
+}
+
+/// Columns whose first texts repeat, as kinds do; where X rises in every row, as kinds do that take turns.
+std::vector<Candidate> CandidatesIn(const ImportSource& source, std::int32_t x) {
+  const bool rises = x >= 0 && !TurnsOrStands(source.GuessOf(x).values);
   std::vector<Candidate> candidates;
   for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
     const auto column = static_cast<std::int32_t>(i);
     const bool of_time =
         std::ranges::find(source.time_columns, column) != source.time_columns.end();
     if (source.columns[i].has_numbers || of_time || candidates.size() == kMostCandidates) continue;
+    if (AreSigns(source.samples[i]) || (rises && !TakeTurns(source.samples[i]))) continue;
     std::vector<std::string> texts = source.samples[i];
     std::ranges::sort(texts);
     const auto kinds = std::unique(texts.begin(), texts.end()) - texts.begin();
@@ -88,7 +114,7 @@ bool GivesPoint(const ImportResult& result, TDataSupplier& supplier) {
 /// The first column that parts the rows; nothing where none does.
 std::optional<Candidate> FindGroups(const ImportSource& source, const ImportResult& result) {
   const TDSInfo& info = result.series.front()->Source();
-  std::vector<Candidate> candidates = CandidatesIn(source);
+  std::vector<Candidate> candidates = CandidatesIn(source, info.x_column_index);
   TDataSupplier& supplier = *source.supplier;
   std::size_t rows = 0;
   supplier.FirstRow();
@@ -119,7 +145,7 @@ std::unique_ptr<TDataSeries> SeriesOf(const TDataSeries& whole, const std::strin
   return series;
 }
 
-/// X stands still or turns back among the rows looked at: one curve would rise.
+/// There are rows enough for several curves over a column of X.
 bool MayHoldGroups(const ImportSource& source, const ChosenColumns& columns) {
   constexpr std::size_t kFewest = 2 * kFewestRowsOfGroup;
   if (columns.x == kRowNumberColumn || !columns.own_x.empty() || source.samples.empty()) {
@@ -128,7 +154,7 @@ bool MayHoldGroups(const ImportSource& source, const ChosenColumns& columns) {
   const std::vector<double>& x = source.GuessOf(columns.x).values;
   // Of a time in several columns nothing is known yet.
   if (columns.x == kJoinedTimeColumn) return true;
-  return x.size() >= kFewest && (!IsMonotone(x) || std::ranges::adjacent_find(x) != x.end());
+  return x.size() >= kFewest;
 }
 
 }  // namespace
