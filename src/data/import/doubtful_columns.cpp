@@ -106,6 +106,49 @@ void TellOfFarValues(const ImportSource& source, const ChosenColumns& columns, N
   }
 }
 
+/// The one value below zero, where it comes again and most others are above; -0.01 among lengths.
+std::optional<double> LoneNegative(const std::vector<double>& values) {
+  constexpr std::size_t kFewestOthers = 20;
+  std::optional<double> negative;
+  std::size_t times = 0;
+  for (const double value : values) {
+    if (value >= 0) continue;
+    if (negative && value != *negative) return std::nullopt;
+    negative = value;
+    ++times;
+  }
+  const auto ends = std::ranges::minmax(values.empty() ? std::vector<double>{0} : values);
+  // Levels of a factor and what goes about zero lie on both sides of it.
+  const bool above = negative && ends.max > -2 * *negative;
+  return above && times > 1 && values.size() >= kFewestOthers + times ? negative : std::nullopt;
+}
+
+/// A value below zero that several columns share, which have no other one, may stand for none.
+void TellOfSharedNegatives(const ImportSource& source, const ChosenColumns& columns, Notes& notes) {
+  constexpr std::size_t kFewest = 3, kMostNames = 5;
+  std::vector<std::pair<double, std::vector<std::string>>> found;
+  for (const std::int32_t column : columns.y) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    const std::optional<double> negative = LoneNegative(guess.values);
+    if (guess.is_date || !negative || RepeatedFarFromOthers(guess.values)) continue;
+    const auto known =
+        std::ranges::find(found, *negative, [](const auto& one) { return one.first; });
+    std::vector<std::string>& names =
+        known != found.end() ? known->second
+                             : found.emplace_back(*negative, std::vector<std::string>()).second;
+    names.push_back(source.Quoted(column));
+  }
+  for (const auto& [negative, names] : found) {
+    if (names.size() < kFewest) continue;
+    const std::string value = ShortestText(negative);
+    std::string note = Listed(names, kMostNames);
+    note += " are " + value;
+    note += " in several rows and never below zero else (--missing " + value;
+    note += " has it stand for no value)";
+    notes.push_back(std::move(note));
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> DoubtsOf(const ImportSource& source, const ImportOptions& options,
@@ -116,7 +159,10 @@ std::vector<std::string> DoubtsOf(const ImportSource& source, const ImportOption
   TellOfCommas(source, guessed, notes);
   TellOfUnits(source, guessed, notes);
   TellOfMidnight(source, guessed, notes);
-  if (!options.missing) TellOfFarValues(source, columns, notes);
+  if (!options.missing) {
+    TellOfFarValues(source, columns, notes);
+    TellOfSharedNegatives(source, columns, notes);
+  }
   return notes;
 }
 

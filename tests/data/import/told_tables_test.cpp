@@ -19,7 +19,7 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
   const std::string commas = "the commas in \"v\" are read as the mark of decimals";
   const struct {
     const char* what;
-    const char* text;
+    std::string text;
     std::string told;
   } tables[] = {
       {"thousands or decimals", "t;v\n1;1,000\n2;2,137\n3;3,274\n", commas},
@@ -50,6 +50,11 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
        "\"id\" is taken as X because nothing tells"},
       {"so are two epochs",
        "2000,5,8\n2000,4,3\n1950,7,9\n2000,8,1\n2000,2,3\n2000,9,4\n2000,1,3\n1950,6,2\n",
+      {"one value below zero in three columns",
+       "t,a,b,c\n" + Rows(25, "1@,@.5,@@,4@.5") + "35,-0.01,-0.01,-0.01\n36,-0.01,-0.01,-0.01\n",
+       "\"a\", \"b\" and \"c\" are -0.01 in several rows and never below zero else"},
+      {"several values below zero",
+       "t,a,b,c\n" + Rows(25, "1@,@.5,@@,4@.5") + "35,-0.01,-0.01,-0.01\n36,-0.02,-0.3,-0.1\n", ""},
        "\"(col 0)\" is taken as X because nothing tells"},
       {"labels ahead of a time",
        "time,cumhaz\n1,0.5,0.3\n8,1,0.1\n12,1.5,0.4\n13,2,0.2\n21,2.5,0.6\n30,3,0.7\n31,4,0.5\n40,"
@@ -72,7 +77,8 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
           note.starts_with("the commas") || note.starts_with("the units") ||
           note.starts_with("the times in") || note.find("nothing tells") != note.npos ||
           note.ends_with("no number") || note.find("rises as well") != note.npos ||
-          note.find("not as dates") != note.npos || note.find("far from all") != note.npos;
+          note.find("not as dates") != note.npos || note.find("far from all") != note.npos ||
+          note.find("below zero else") != note.npos;
       if (doubt) notes += note;
     }
     EXPECT_TRUE(table.told.empty() ? notes.empty() : notes.starts_with(table.told))
