@@ -56,8 +56,7 @@ bool GoesOn(std::span<const double> values, double least_correlation = 0.5) {
 }
 
 /// Unlike an orbit, which comes back in a few turns.
-bool TurnsOften(std::span<const double> values) {
-  constexpr std::size_t kPointsATurn = 8;
+bool TurnsOften(std::span<const double> values, std::size_t points_a_turn = 8) {
   std::size_t turns = 0;
   double last_step = 0;
   for (std::size_t i = 1; i < values.size(); ++i) {
@@ -66,18 +65,21 @@ bool TurnsOften(std::span<const double> values) {
     turns += step * last_step < 0 ? 1 : 0;
     last_step = step;
   }
-  return kPointsATurn * turns > values.size();
+  return points_a_turn * turns > values.size();
 }
 
-/// Of two columns the first goes on along the rows and turns back again and again: no scatter has its points in such an order.
+/// Of two columns the first goes on along the rows and turns back again and again: no scatter has its points in such an order,
+/// and a loop turns twice.
 bool IsSeriesOfTwo(const ImportSource& source, std::span<const std::int32_t> columns) {
   constexpr std::size_t kFewestOfTwo = 50;
   constexpr double kLeastCorrelation = 0.7;
+  constexpr std::size_t kPointsOfTurn = 20;  // cycles that are measured have more
   const ColumnGuess& first = source.GuessOf(columns.front());
   const bool named = source.NameOf(columns.front()) != UnnamedColumn(columns.front()) &&
                      LowerAscii(source.NameOf(columns.back())) != "y";
   return named && !first.is_date && first.Successive().size() >= kFewestOfTwo &&
          !IsMonotone(source.GuessOf(columns.back()).values) && IsInNoOrder(first.values) &&
+         TurnsOften(first.Successive(), kPointsOfTurn) &&
          GoesOn(first.Successive(), kLeastCorrelation);
 }
 

@@ -14,12 +14,12 @@ namespace tarnwick {
 /// "id", "subject", "star_id": what tells which person or thing.
 bool NamesIdentity(std::string_view name);
 
-/// The column tells apart what the rows belong to and is called so ("object", "source_id", "subject"), by whole numbers in no
-/// order, another one in each row.
+/// The column tells apart what the rows belong to and is called so ("object", "source_id", "subject"), by whole numbers that are
+/// not all one.
 bool IdentifiesRows(const ImportSource& source, std::int32_t column);
 
 /// The first column, the only one without a name, numbers the rows of which some were left out: whole numbers, most of them one
-/// more than the one before.
+/// more than the one before, or in no order and none twice, or in uneven steps beside a time or the like that rises as well.
 bool LabelsRows(const ImportSource& source, std::int32_t column);
 
 /// Rows that follow each other belong to one person or thing, which was measured again and again.

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "data/import/argument_names.h"
 #include "data/import/error_names.h"
@@ -14,6 +15,7 @@
 #include "data/import/name_words.h"
 #include "data/import/row_identity.h"
 #include "data/import/value_order.h"
+#include "data/import/x_evidence.h"
 #include "data/text/field_kind.h"
 #include "data/text/number_names.h"
 #include "data/text/text_names.h"
@@ -48,29 +50,20 @@ bool NamesCount(const ImportSource& source, std::int32_t column) {
   return unnamed ? HasNames(source) : HasWord(name, kWords);
 }
 
-bool HasTwoValues(const std::vector<double>& values) {
-  if (values.size() < kFewestInOrder) return false;
-  const auto ends = std::ranges::minmax(values);
-  return std::ranges::all_of(values,
-                             [&](double value) { return value == ends.min || value == ends.max; });
-}
-
-/// Answers to questions: "1", "0", and "-1" where not asked.
-bool HasFewWholeValues(const std::vector<double>& values) {
-  constexpr std::size_t kMost = 3;
-  if (values.size() < kFewestInOrder || IsMonotone(values)) return false;
-  std::vector<double> different;
-  for (const double value : values) {
-    if (std::ranges::find(different, value) != different.end()) continue;
-    different.push_back(value);
-    if (value != std::floor(value) || different.size() > kMost) return false;
-  }
-  return true;
-}
-
 bool RisesThroughout(const std::vector<double>& values) {
   return values.size() > 2 && IsMonotone(values) &&
          std::ranges::adjacent_find(values) == values.end();
+}
+
+/// "RECORD" 1000, 1001, 1002 of a logger that was read out before.
+bool GoesOnCounting(const ImportSource& source, std::int32_t column) {
+  constexpr std::string_view kWords[] = {"record", "recnum", "recno", "seq", "sequence"};
+  const ColumnGuess& guess = source.GuessOf(column);
+  const std::span<const double> values = guess.Successive();
+  return !guess.is_date && values.size() >= kFewestInOrder &&
+         HasWord(source.NameOf(column), kWords) &&
+         std::ranges::adjacent_find(
+             values, [](double one, double next) { return next != one + 1; }) == values.end();
 }
 
 /// "1 0.01 573.15": what steps evenly behind it, as nothing else does, was stepped through; without names what rises or falls
@@ -86,6 +79,9 @@ bool StandsBeforeSteps(const ImportSource& source, std::int32_t column) {
     return RisesThroughout(source.GuessOf(numbers[1]).values);
   }
   if (source.GuessOf(column).values.front() != 1) return false;
+  if (LowerAscii(source.NameOf(column)) == "reading") {
+    return RisesThroughout(source.GuessOf(numbers[1]).values);
+  }
   const auto steps = [&](std::int32_t other) {
     return StepsEvenly(source.GuessOf(other).Successive(), Evenness::AsWritten);
   };
@@ -118,7 +114,7 @@ bool LeavesOutX(const ImportSource& source) {
 bool CountsRows(const ImportSource& source, std::int32_t column) {
   return (source.GuessOf(column).CountsRows() &&
           (NamesCount(source, column) || StandsBeforeSteps(source, column))) ||
-         LabelsRows(source, column);
+         GoesOnCounting(source, column) || LabelsRows(source, column);
 }
 
 namespace {
@@ -165,18 +161,32 @@ bool IsOneLetterOfMany(const ImportSource& source, std::int32_t column) {
          !IsMonotone(source.GuessOf(column).values);
 }
 
-/// "chr pos N X": what is called X and stands in no order is none where a column ahead of it rises and nothing is called Y.
+/// "y", "y2": no "year".
+bool IsCalledY(std::string_view name) {
+  const std::string lower = LowerAscii(name);
+  return lower.starts_with('y') && (lower.size() == 1 || !IsLetter(lower[1]));
+}
+
+/// "chr pos N X", "year C P X": what is called X and stands in no order is none where a column ahead of it rises and nothing is
+/// called Y.
 bool IsCountedBesideX(const ImportSource& source, std::int32_t x) {
   const Columns numbers = source.NumberColumns();
-  const auto is_y = [&](std::int32_t column) {
-    return LowerAscii(source.NameOf(column)).starts_with('y');
-  };
+  const auto is_y = [&](std::int32_t column) { return IsCalledY(source.NameOf(column)); };
   const auto rises_ahead = [&](std::int32_t column) {
     return column < x && RisesThroughout(source.GuessOf(column).values) &&
-           !source.GuessOf(column).CountsRows();
+           (NamesTime(source.NameOf(column)) || !source.GuessOf(column).CountsRows());
   };
   return !IsMonotone(source.GuessOf(x).values) && std::ranges::none_of(numbers, is_y) &&
          std::ranges::any_of(numbers, rises_ahead);
+}
+
+/// Beside an "x" in no order dates are what it was measured over.
+bool GivesWayToDates(const ImportSource& source, std::int32_t x) {
+  const Columns numbers = source.NumberColumns();
+  return numbers.size() == 2 && IsInNoOrder(source.GuessOf(x).values) &&
+         std::ranges::any_of(numbers, [&](std::int32_t column) {
+           return source.GuessOf(column).is_date && !source.GuessOf(column).IsConstant();
+         });
 }
 
 /// Ahead of all others "sigma" is a stress and "se" how sensitive a test is.
@@ -193,7 +203,7 @@ bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column) {
   if (column < 0 || source.columns.size() < kFewestColumns) return false;
   const ColumnGuess& guess = source.GuessOf(column);
   const std::string name = source.NameOf(column);
-  if (guess.is_date || NamesArgument(name)) return false;
+  if (guess.is_date || NamesArgument(name) || CountsRows(source, column)) return false;
   return (IsInNoOrder(guess.values) && !RunsAnew(guess.values)) || HasTwoValues(guess.values) ||
          HasFewWholeValues(guess.values) || NamesIdentity(name);
 }
@@ -211,7 +221,8 @@ std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x)
         column < x || (column > x && !scans && NamesScan(name)) || (nameless && NamesTime(name));
     const ColumnGuess& guess = source.GuessOf(column);
     if (may_be && guess.values.size() >= kFewestInOrder && RisesThroughout(guess.values) &&
-        !CountsRows(source, column) && !guess.CountsRows() && !NamesErrors(name)) {
+        !CountsRows(source, column) && !IdentifiesRows(source, column) && !guess.CountsRows() &&
+        !NamesErrors(name)) {
       return column;
     }
   }
@@ -231,40 +242,47 @@ bool HoldsUnreadDays(const ImportSource& source, std::int32_t column) {
 
 namespace {
 
+/// The columns that go on from row to row and are no errors.
+Columns VaryingColumns(const ImportSource& source, const Columns& numbers) {
+  Columns columns;
+  for (const std::int32_t column : numbers) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (guess.IsConstant() || guess.only_ahead || MayGiveErrors(source, column) ||
+        CountsRows(source, column) || IdentifiesRows(source, column)) {
+      continue;
+    }
+    columns.push_back(column);
+  }
+  return columns;
+}
+
+/// Those of them that may be X, a dose of two values behind what varies more.
+Columns MayBeX(const ImportSource& source, Columns columns) {
+  std::erase_if(columns, [&](std::int32_t column) { return SpeaksAgainstX(source, column); });
+  if (columns.size() > 2 && HasNames(source)) {
+    std::stable_partition(columns.begin(), columns.end(), [&](std::int32_t column) {
+      return !HasTwoValues(source.GuessOf(column).values);
+    });
+  }
+  return columns;
+}
+
 std::int32_t ChooseAmong(const ImportSource& source, const Columns& numbers) {
   if (LeavesOutX(source)) return kRowNumberColumn;
   const auto named = std::ranges::find_if(numbers, [&](std::int32_t column) {
     return LowerAscii(source.NameOf(column)) == "x" && !source.GuessOf(column).IsConstant();
   });
   if (named != numbers.end() && !IsOneLetterOfMany(source, *named) &&
-      !IsCountedBesideX(source, *named)) {
+      !IsCountedBesideX(source, *named) && !GivesWayToDates(source, *named)) {
     return *named;
   }
-  Columns varying;
+  if (const auto blocks = FindRowBlocks(source, numbers)) return blocks->x;
   Columns counts;
   for (const std::int32_t column : numbers) {
-    const ColumnGuess& guess = source.GuessOf(column);
-    if (guess.IsConstant() || guess.only_ahead || MayGiveErrors(source, column) ||
-        (IdentifiesRows(source, column) && !CountsRows(source, column))) {
-      continue;
-    }
-    (CountsRows(source, column) ? counts : varying).push_back(column);
+    if (CountsRows(source, column)) counts.push_back(column);
   }
-  if (const auto blocks = FindRowBlocks(source, numbers)) return blocks->x;
-  std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
-    return LowerAscii(source.NameOf(column)) != "y";
-  });
-  if (varying.size() > kFewColumns && std::ranges::all_of(varying, [&](std::int32_t column) {
-        return HasFewWholeValues(source.GuessOf(column).values);
-      })) {
-    return kRowNumberColumn;
-  }
-  // Sex, death, group: what tells two kinds of rows apart.
-  if (varying.size() > 2 && HasNames(source)) {
-    std::stable_partition(varying.begin(), varying.end(), [&](std::int32_t column) {
-      return !HasTwoValues(source.GuessOf(column).values);
-    });
-  }
+  const Columns together = VaryingColumns(source, numbers);
+  const Columns varying = MayBeX(source, together);
   const auto first = [&](auto is) {
     const auto found = std::ranges::find_if(varying, is);
     return found == varying.end() ? kRowNumberColumn : *found;
@@ -287,12 +305,17 @@ std::int32_t ChooseAmong(const ImportSource& source, const Columns& numbers) {
     return LeadsByItself(source, varying, scan) ? varying.front() : scan;
   if (varying.empty()) return counts.empty() ? kRowNumberColumn : counts.front();
   if (varying.size() == 1 && !counts.empty()) return counts.front();
-  if (varying.size() == 1 && varying.front() != numbers.front()) return kRowNumberColumn;
   const auto names_argument = [&](std::int32_t column) {
     return NamesArgument(source.NameOf(column));
   };
+  // A time or the like stands beside codes, which may be drawn over it.
+  const bool over_codes =
+      numbers.size() > 2 && rising == varying.front() && names_argument(varying.front());
+  if (varying.size() == 1 && varying.front() != numbers.front() && !over_codes) {
+    return kRowNumberColumn;
+  }
   if (std::ranges::none_of(varying, names_argument) &&
-      (AreAlike(source, varying) || AreSeries(source, varying))) {
+      (AreAlike(source, together) || AreSeries(source, together) || AreItems(source, together))) {
     return kRowNumberColumn;
   }
   // One time stands for all rows, and what was measured then may turn back as it will.

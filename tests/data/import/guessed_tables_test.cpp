@@ -295,7 +295,7 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"days without names that come again", "20021130 5\n20021201 9\n20021201 6\n20021202 8\n",
        "(col 0): (col 1), 4"},
       {"numbers of objects that rise beside one column", "id,mag\n12,7\n77,6\n130,8\n",
-       "id: mag, 3"},
+       "Row number: mag, 3"},
       {"months in another language", "d;v\n3. März 2021;5\n4. Mai 2021;6\n5. Dez. 2021;8\n",
        "d: v, 3"},
       {"commas within names in quotes", "\"Time, GMT\",\"T, °C\"\n" + Rows(9, "@,@@"),
