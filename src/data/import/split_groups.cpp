@@ -20,17 +20,23 @@ constexpr std::size_t kFewestRowsOfGroup = 3;  // in the mean
 
 /// The rows of one kind.
 struct Group {
-  std::size_t rows = 0;
+  std::size_t rows = 0, rises = 0, falls = 0;
   double last_x = 0;
-  bool rises = true, falls = true;  ///< in every row
+  bool stands = false;  ///< an X comes twice
 
   void Take(double x) {
     if (rows > 0) {
-      rises = rises && x > last_x;
-      falls = falls && x < last_x;
+      rises += x > last_x ? 1 : 0;
+      falls += x < last_x ? 1 : 0;
+      stands = stands || x == last_x;
     }
     last_x = x;
     ++rows;
+  }
+  /// X goes one way but where it starts over, once in ten rows at most; so many times may be allowed beyond.
+  bool GoesOneWay(std::size_t more = 0) const {
+    constexpr std::size_t kRowsOfPiece = 10;
+    return !stands && kRowsOfPiece * std::min(rises, falls) <= rows + kRowsOfPiece * more;
   }
 };
 
@@ -50,12 +56,18 @@ struct Candidate {
       groups.emplace_back();
     }
     groups[place->second].Take(x);
-    const Group& group = groups[place->second];
-    possible = possible && (group.rises || group.falls);
+    possible = possible && groups[place->second].GoesOneWay(1);
   }
 
+  /// Where one of the kinds starts over none of them is that of a row or two.
   bool PartsRows(std::size_t rows) const {
-    return possible && groups.size() > 1 && rows >= kFewestRowsOfGroup * groups.size();
+    const auto starts_over = [](const Group& group) {
+      return std::min(group.rises, group.falls) > 0;
+    };
+    const auto is_rare = [](const Group& group) { return group.rows < kFewestRowsOfGroup; };
+    return possible && groups.size() > 1 && rows >= kFewestRowsOfGroup * groups.size() &&
+           std::ranges::all_of(groups, [](const Group& group) { return group.GoesOneWay(); }) &&
+           (std::ranges::none_of(groups, starts_over) || std::ranges::none_of(groups, is_rare));
   }
 };
 

@@ -459,6 +459,10 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "(col 0): (col 2), (col 3), 12"},
       {"bands that take turns while time goes on",
        "time,band,flux\n" + Rows(9, "5@.1,g,@@\n5@.3,r,7@\n5@.7,i,1@"), "time: g, r, i, 9"},
+      {"kinds of rows of which one starts over", Rows(9, "1@ K 2@@\n1@ L 3@@") + Rows(5, "1@ K 5@"),
+       "(col 0): K, L, 14"},
+      {"kinds in no order", Rows(9, "1@ K 2@@\n1@ L 3@@") + "5 K 1\n8 K 3\n2 K 4\n1 K 5\n3 K 3\n",
+       "(col 0): (col 2), 23"},
       {"weather that changes while time goes on",
        "time,sky,flux\n" + Rows(9, "5@.1,clear,@@\n5@.3,clear,7@\n5@.7,rain,1@\n5@.8,clear,5") +
            "60,rain,5\n61,rain,3\n",
