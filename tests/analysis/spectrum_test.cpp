@@ -66,6 +66,26 @@ TEST(Spectrum, TellsTheAmplitudeOfASineWhateverTheWindow) {
   }
 }
 
+// Harris, Proceedings of the IEEE 66 (1978), 51; of the flat top Heinzel, Ruediger and Schilling, Spectrum and spectral density
+// estimation, 2002.
+TEST(Spectrum, WindowsHaveTheGainAndTheNoiseOfTheTables) {
+  std::vector<double> y(1000);
+  for (std::size_t i = 0; i < y.size(); ++i) y[i] = std::sin(0.5 * static_cast<double>(i));
+  const struct {
+    SpectrumWindow window;
+    double gain, noise;
+  } rows[] = {{SpectrumWindow::Rectangular, 1, 1},
+              {SpectrumWindow::Hann, 0.5, 1.5},
+              {SpectrumWindow::Hamming, 0.54, 1.3628},
+              {SpectrumWindow::Blackman, 0.42, 1.7268},
+              {SpectrumWindow::FlatTop, 0.2156, 3.7702}};
+  for (const auto& row : rows) {
+    const Spectrum spectrum = EvenSpectrum(y, 1, {.window = row.window});
+    EXPECT_NEAR(spectrum.coherent_gain, row.gain, 5e-5) << row.gain;
+    EXPECT_NEAR(spectrum.noise_width, row.noise, 5e-5) << row.gain;
+  }
+}
+
 TEST(Correlation, IsThatOfScipy) {
   const std::vector<double> a = rows::Measured();
   std::vector<double> b = a;

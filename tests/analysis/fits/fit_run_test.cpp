@@ -116,6 +116,7 @@ TEST(RunFit, RefusesWithAReasonAndKeepsTheValues) {
   } rows[] = {{"", 1, "The model has no expression."},
               {"a*ln(x-a)", 1, "no value at X = 0 and at "},
               {"a*exp(1000*(x+1))", 1, "no value at X = 0 "},
+              {"a*x+random", 1, "The model uses random: another curve each time"},
               {"a+x", HUGE_VAL, "a has no finite value to start from."}};
   for (const FitProcType method : kMethods) {
     for (const auto& [expression, start, says] : rows) {

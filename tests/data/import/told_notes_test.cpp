@@ -46,6 +46,8 @@ TEST(GuessedTables, TellAllOfThisAndNothingElse) {
       {"one row", "x,y\n1,2\n", "x: y, 1", "the table has one row only"},
       {"day and time of day", "Date,Time,y\n" + Rows(9, "2024-03-07,1@:00,@@"),
        "Date and time: y, 9", "\"Date\" and \"Time\" together are the time"},
+      {"a count above rows from 0", "12\n" + Rows(13, "@ @@ 7@"), "(col 0): (col 1), (col 2), 13",
+       ""},
       {"no year", "month,day,y\n3,1,4\n3,2,5\n3,3,7\n3,4,5\n", "Date and time: y, 4",
        "\"month\" and \"day\" together are the time, in 2001 since there is no year"},
       {"year and month", "year,month,y\n2024,1,4\n2024,2,5\n2024,3,7\n2024,4,5\n",

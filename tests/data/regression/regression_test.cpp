@@ -140,6 +140,17 @@ TEST(Regression, ANaturalSplineHasNoCurvatureAtItsEnds) {
   EXPECT_NEAR(series.Regression().curve.At(1).y, 0.6875, 1e-14);
 }
 
+TEST(Regression, ASplineThroughTwoPointsIsTheirLine) {
+  TDataSeries series;
+  Fill(series, {1, 3}, {10, 20});
+  series.SetRegressionAlpha(1e30);
+  series.SetRegressionSteps(4);
+  Regression(series, RegressionType::Spline);
+  const PointChain& curve = series.Regression().curve;
+  ASSERT_EQ(curve.Size(), 5u);
+  for (std::size_t i = 0; i < 5; ++i) EXPECT_NEAR(curve.At(i).y, 5 + 5 * curve.At(i).x, 1e-12);
+}
+
 // A damaged file may ask for two thousand million steps, and for many curves of a million: each stays in proportion to its
 // points.
 TEST(Regression, CurvesAreBoundedByTheirPoints) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 #include "base/undefined.h"
 #include "data/series/data_series.h"
@@ -21,6 +22,18 @@ TEST(Statistics, EqualValuesHaveNoDeviance) {
   EXPECT_EQ(flat.skew, 0);
   EXPECT_EQ(flat.kurtosis, 0);
   EXPECT_EQ(flat.variance, 0);
+}
+
+// About 5: deviations -1, -1 and 2, their squares 6, cubes 6, fourth powers 18 in all.
+TEST(Statistics, MomentsAreThoseOfTheirSums) {
+  for (const double unit : {1.0, 0x1p-30, 0x1p30}) {
+    const StatisticsRecord found =
+        ComputeStatistics(std::vector<double>{4 * unit, 4 * unit, 7 * unit}, 0);
+    EXPECT_EQ(found.mean, 5 * unit);
+    EXPECT_NEAR(*found.variance / (unit * unit), 3, 1e-12);
+    EXPECT_NEAR(*found.skew * std::pow(unit, 3), 6 / (3 * 27.0), 1e-12);
+    EXPECT_NEAR(*found.kurtosis, 18 / (3 * 36.0) - 3, 1e-12);
+  }
 }
 
 TEST(Statistics, OfADataSetUseStoredYAndAreRenewedByAChange) {

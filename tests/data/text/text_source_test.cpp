@@ -66,6 +66,7 @@ TEST(TextSource, RefusesWhatIsNoText) {
       {"", "The file is empty: data.txt"},
       {"\xEF\xBB\xBF", "The file is empty: data.txt"},
       {"ab\0\1\0\0\0c"s, "The file is binary, not text: it holds a zero byte: data.txt, byte 3"},
+      {"1,2\n3\0,4\n"s, "The file is binary, not text: it holds a zero byte: data.txt, byte 6"},
       {"\xFF\xFE"
        "1\0"
        "2"s,

@@ -4,10 +4,18 @@
 
 #include <string>
 
+#include "data/text/known_units.h"
 #include "data/text/si_unit.h"
 
 namespace tarnwick {
 namespace {
+
+TEST(KnownUnit, IsMadeOfKnownWordsAndSomeWord) {
+  for (const char* unit : {"mV", "km/h", "kg m-3", "m/s2", "%", "1/s", "(mA)", "counts", "µm"})
+    EXPECT_TRUE(IsKnownUnit(unit)) << unit;
+  for (const char* text : {"", "1", "/", "1/2", "Hugo", "mV Hugo", "Hugo mV", "kpsi x"})
+    EXPECT_FALSE(IsKnownUnit(text)) << text;
+}
 
 TEST(UnitText, TakesNumbersApart) {
   const struct {
@@ -27,6 +35,7 @@ TEST(UnitText, TakesNumbersApart) {
       {"0,125 V", 0.125, "V"},
       {"3 W/m^2", 3, "W/m^2"},
       {"5A", 5, "A"},
+      {"9.8 m/s2", 9.8, "m/s2"},
       {"12dB", 12, "dB"},
       {"-$4.20", -4.2, "$"},
       {"7", 7, ""},
@@ -50,6 +59,8 @@ TEST(UnitText, TakesNumbersApart) {
                            "2nd",
                            "1h30",
                            "4ABC12",
+                           "5 m2s",
+                           "5 m22",
                            "12 Main Street",
                            "14 Mar 2024",
                            "14MAR2024",

@@ -60,6 +60,16 @@ TEST(ResidualTests, SeesAShapeBesideTheModel) {
   }
 }
 
+// Waves that no polynomial of those tried goes along with, up to one of two points each half period.
+TEST(ResidualTests, AWaveOfAnyPeriodIsAShape) {
+  for (const int half_periods : {11, 14, 17, 20, 23, 26}) {
+    const ResidualFindings found = AfterLine(MakePoints(30, 0, 10, 0.1, [=](double x) {
+      return std::cos(half_periods * std::numbers::pi / 2 * (x / 5 - 1) + 0.7);
+    }));
+    EXPECT_LT(found.shape, 1e-6) << half_periods;
+  }
+}
+
 TEST(ResidualTests, ChanceAloneIsHardlyEverFound) {
   int found = 0;
   constexpr int kFits = 2000;
