@@ -1,13 +1,16 @@
 #include "app/files/save_as.h"
 
 #include <algorithm>
+#include <system_error>
 
+#include "data/import/source_place.h"
 #include "desk/document/document.h"
 #include "desk/prompts/file_chooser.h"
 #include "desk/prompts/file_trouble.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/files/file_kinds.h"
 #include "graph/layout/automatic_legend.h"
+#include "graph/series_of_whole.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -64,6 +67,35 @@ bool Save(Document& document, FileChooser& chooser, const Path& path) {
   return false;
 }
 
+bool AreSame(const Path& one, const Path& other) {
+  std::error_code ignored;  // what is not there is no other file
+  return !one.empty() && !other.empty() && std::filesystem::equivalent(one, other, ignored);
+}
+
+/// Two windows of one file would write over each other's graph.
+bool TellIfShown(const Path& path, const Document& document, const std::vector<Document*>& open,
+                 Prompt& prompt) {
+  const auto shows = [&](const Document* other) {
+    return other != &document && AreSame(other->Files().GraphFileName(), path);
+  };
+  const auto other = std::ranges::find_if(open, shows);
+  if (other == open.end() || KindOf(path).holds != FileHolds::Graph) return false;
+  prompt.Tell((*other)->Name() + " shows " + path.string() +
+              ". Close that window first, or choose another name.");
+  return true;
+}
+
+/// What a source of the data holds beside what is shown of it.
+std::string LostBy(const Path& path, Document& document) {
+  const std::vector<TSeries*> all = SeriesOfWhole(document.WholeGraph());
+  const auto is_source = [&](const TSeries* series) {
+    return AreSame(SourcePlace(series->Source()), path);
+  };
+  if (std::ranges::none_of(all, is_source)) return {};
+  return "The data come from it: its rows, columns and remarks that the graph does not show would "
+         "be lost.";
+}
+
 SaveProposal ProposalFor(const Document& document) {
   SaveProposal proposal;
   proposal.folder = document.Files().DataFolder();
@@ -81,9 +113,11 @@ SaveProposal ProposalFor(const Document& document) {
 
 }  // namespace
 
-SaveOutcome SaveDocumentAs(Document& document, FileChooser& chooser, Prompt& prompt) {
+SaveOutcome SaveDocumentAs(Document& document, const std::vector<Document*>& open,
+                           FileChooser& chooser, Prompt& prompt) {
   const auto path = chooser.FileToSave(ProposalFor(document));
-  if (!path || !MayReplace(*path, prompt)) return {};
+  if (!path || TellIfShown(*path, document, open, prompt)) return {};
+  if (!MayReplace(*path, prompt, LostBy(*path, document))) return {};
   if (!Save(document, chooser, *path)) return {};
   const FileKind& kind = KindOf(*path);
   SaveOutcome outcome;

@@ -125,10 +125,12 @@ bool T_MainForm::TakeFile(const TakenFile& kind, const std::filesystem::path& pa
 }
 
 bool T_MainForm::Save(Document& document) {
-  if (document.Files().GraphFileName().empty()) return SaveAs(document);
+  const std::filesystem::path file = document.Files().GraphFileName();
+  if (file.empty()) return SaveAs(document);
+  if (document.Files().GraphFileChanged() && !MayReplaceChanged(file, *parts_.prompt)) return false;
   StorePlacement(*WindowOf(document));
   try {
-    document.Files().SaveGraphFile(document.Files().GraphFileName());
+    document.Files().SaveGraphFile(file);
     return true;
   } catch (const Error& error) {
     parts_.prompt->Tell(error.what());
@@ -139,7 +141,8 @@ bool T_MainForm::Save(Document& document) {
 bool T_MainForm::SaveAs(Document& document) {
   StorePlacement(*WindowOf(document));
   try {
-    const SaveOutcome outcome = SaveDocumentAs(document, *parts_.chooser, *parts_.prompt);
+    const SaveOutcome outcome =
+        SaveDocumentAs(document, Documents(), *parts_.chooser, *parts_.prompt);
     if (!outcome.recent.empty()) recent_.Add(outcome.recent);
     if (!outcome.left_out.empty()) statusBar()->showMessage(ToQt(outcome.left_out));
     return outcome.saved;

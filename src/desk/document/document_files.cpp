@@ -132,7 +132,10 @@ void DocumentFiles::ShowGraph(const std::filesystem::path& path, const ReadResul
   TakeState(result);
   document_.Look().own = true;
   const FileHolds holds = KindOf(path).holds;
-  if (holds == FileHolds::Graph) graph_file_ = path;
+  if (holds == FileHolds::Graph) {
+    graph_file_ = path;
+    graph_stamp_ = StampOf(path);
+  }
   if (holds == FileHolds::Template) {
     template_ = path;
     graph_file_.clear();  // what it holds is not what the window shows now: saving asks for a name
@@ -332,6 +335,7 @@ void DocumentFiles::SaveGraphFile(const std::filesystem::path& path) {
   Write([state, path] { WriteByKind(state, path); });
   const bool look_only = KindOf(path).holds == FileHolds::Template;
   (look_only ? template_ : graph_file_) = path;
+  if (!look_only) graph_stamp_ = StampOf(path);
   filed_.Rewritten(path, look_only ? std::vector<PointsOfFile>() : PointsOfGraph(state, path));
   ShowPath(path);
   document_.History().SetChanged(false);
@@ -349,9 +353,16 @@ void DocumentFiles::SaveDataSetFile(const std::filesystem::path& path) {
   filed_.Rewritten(path, {});
 }
 
+bool DocumentFiles::GraphFileChanged() const {
+  if (graph_file_.empty() || !graph_stamp_) return false;
+  const std::optional<FileStamp> now = StampOf(graph_file_);
+  return now && now != graph_stamp_;
+}
+
 bool DocumentFiles::ClosingLoses() const {
   if (nothing_to_save_) return false;
-  return document_.History().Changed() || !filed_.HoldAll(document_.WholeGraph().State());
+  return document_.History().Changed() || GraphFileChanged() ||
+         !filed_.HoldAll(document_.WholeGraph().State());
 }
 
 bool DocumentFiles::EndingLoses() const {

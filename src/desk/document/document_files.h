@@ -5,11 +5,14 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "desk/document/document_io.h"
+#include "desk/document/file_stamp.h"
+#include "desk/document/filed_points.h"
 #include "desk/document/points_as_read.h"
 
 namespace tarnwick {
@@ -47,6 +50,8 @@ class DocumentFiles {
   void ForgetNote() { note_.clear(); }
 
   const std::filesystem::path& GraphFileName() const { return graph_file_; }
+  /// True when the graph file is no longer what was read from it or written to it here: another program has replaced it.
+  bool GraphFileChanged() const;
   const std::filesystem::path& DataFileName() const { return data_file_; }
   /// Where file dialogs start.
   const std::filesystem::path& DataFolder() const { return data_folder_; }
@@ -54,7 +59,8 @@ class DocumentFiles {
   /// What was read of its DataSets, since then edited or not.
   const PointsAsRead& AsRead() const { return as_read_; }
   PointsAsRead& AsRead() { return as_read_; }
-  /// True when closing would lose something: changes, or points that lie in no file. Never once reading the data file
+  /// True when closing would lose something: changes, points that lie in no file, a graph whose file holds another by now. Never
+  /// once reading the data file
   /// failed, or after GiveUp().
   bool ClosingLoses() const;
   /// True when the end of the program would lose something: as closing, but for data that were opened and that no step has
@@ -133,6 +139,7 @@ class DocumentFiles {
   std::chrono::system_clock::time_point session_start_ = std::chrono::system_clock::now();
   std::string note_;
   std::filesystem::path graph_file_;
+  std::optional<FileStamp> graph_stamp_;  // of that file when it was read or written
   std::filesystem::path template_;
   std::filesystem::path data_file_;
   std::filesystem::path data_folder_;

@@ -51,12 +51,25 @@ void TellUnopened(const std::vector<std::string>& troubles, std::size_t named, P
   for (const std::string& trouble : troubles) prompt.Tell(trouble);
 }
 
-bool MayReplace(const std::filesystem::path& path, Prompt& prompt) {
+bool MayReplace(const std::filesystem::path& path, Prompt& prompt, const std::string& lost) {
   std::error_code ignored;  // what cannot be looked at will fail with its reason when it is written
   if (!std::filesystem::is_regular_file(path, ignored)) return true;
-  const Question question{"File " + path.string() + " exists. Overwrite?",
-                          {Answer::Yes, Answer::No},
-                          Question::Kind::Warning};
+  Question question{"File " + path.string() + " exists. Overwrite?",
+                    {Answer::Yes, Answer::No},
+                    Question::Kind::Warning};
+  if (!lost.empty()) {
+    question.text += "\n\n" + lost;
+    question.answers = {Answer::No, Answer::Yes};
+  }
+  return prompt.Ask(question) == Answer::Yes;
+}
+
+bool MayReplaceChanged(const std::filesystem::path& path, Prompt& prompt) {
+  const Question question{
+      "File " + path.string() +
+          " was changed by another program since it was opened or saved here. Overwrite?",
+      {Answer::No, Answer::Yes},
+      Question::Kind::Warning};
   return prompt.Ask(question) == Answer::Yes;
 }
 

@@ -27,7 +27,11 @@ void TellTroubles(const std::vector<std::string>& troubles, Prompt& prompt);
 /// The same where the user named so many files: of the only one that alone.
 void TellUnopened(const std::vector<std::string>& troubles, std::size_t named, Prompt& prompt);
 
-/// Asks whether a file that exists may be written over; true where there is none.
-bool MayReplace(const std::filesystem::path& path, Prompt& prompt);
+/// Asks whether a file that exists may be written over; true where there is none. With a sentence on what would be lost, "No" is
+/// the answer that is proposed.
+bool MayReplace(const std::filesystem::path& path, Prompt& prompt, const std::string& lost = {});
+
+/// Asks whether a graph file that another program has written since it was opened may be written over.
+bool MayReplaceChanged(const std::filesystem::path& path, Prompt& prompt);
 
 }  // namespace tarnwick

@@ -131,6 +131,40 @@ TEST_F(DesktopTest, SaveAsAsksBeforeItReplaces) {
   EXPECT_EQ(chooser_->proposed.graph_name, "decay");
 }
 
+TEST_F(DesktopTest, WhatOthersWroteIsReplacedByNobodyUnasked) {
+  const auto data = folder_.Write("d.csv", testing::ReadFile(Example("pendulum.csv")));
+  Start({data});
+  Expect("File " + data.string() +
+             " exists. Overwrite?\n\nThe data come from it: its rows, columns and remarks that the "
+             "graph does not show would be lost.",
+         Answer::No);
+  chooser_->to_save = {data};
+  Run("FileSaveAs1");
+  const auto file = folder_.File("mine.tgr");
+  chooser_->to_save = {file};
+  Run("FileSaveAs1");
+  EXPECT_FALSE(ActiveDocument().Files().ClosingLoses());
+  const std::string changed = "File " + file.string() +
+                              " was changed by another program since it was opened or saved here. "
+                              "Overwrite?";
+  folder_.Write("mine.tgr", "another graph");
+  EXPECT_TRUE(ActiveDocument().Files().ClosingLoses());
+  Expect(changed, Answer::No);
+  Run("FileSave1");
+  EXPECT_EQ(testing::ReadFile(file), "another graph");
+  Expect(changed, Answer::Yes);
+  Run("FileSave1");
+  EXPECT_FALSE(ActiveDocument().Files().GraphFileChanged());
+  Run("FileSave1");  // unasked
+
+  chooser_->to_open = {Example("decay.dat")};
+  Run("FileOpen1");
+  chooser_->to_save = {file};
+  Run("FileSaveAs1");
+  EXPECT_EQ(TakeTold(), std::vector{"Graph_1 shows " + file.string() +
+                                    ". Close that window first, or choose another name."});
+}
+
 TEST_F(DesktopTest, AnUnknownEndingNeverCountsAsSaved) {
   Start({Example("decay.dat")});
   for (const char* name : {"a.txt", "a.5", "a."}) {
