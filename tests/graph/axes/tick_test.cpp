@@ -205,6 +205,10 @@ TEST(TickLabelText, FollowsTheFormat) {
   }
 }
 
+TEST(Superscript, RaisesEveryDigit) {
+  EXPECT_EQ(Superscript("-9876543210"), "⁻⁹⁸⁷⁶⁵⁴³²¹⁰");
+}
+
 TEST(CompactLabels, TakesOutACommonPowerWhenThatIsShorter) {
   struct Row {
     AxisState axis;

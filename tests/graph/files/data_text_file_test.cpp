@@ -68,6 +68,14 @@ TEST(DataText, JoinsDataSetsByTheirX) {
   EXPECT_THROW(TextOf({}, {"X", "", 0}), Error);
 }
 
+TEST(DataText, ATableForOtherProgramsKeepsNearXApart) {
+  TxyGraph graph;
+  const std::vector<double> first = {1, 2}, second = {1.5, 2 + 1e-12};
+  for (const auto& column : {Column{"a", first, first}, Column{"b", second, second}})
+    graph.AddSeries(std::move(MakeSeries({column}).front()));
+  EXPECT_EQ(CsvText(graph), "X Column,a,b\n1,1,\n1.5,,1.5\n2,2,\n2.000000000001,,2.000000000001\n");
+}
+
 TEST(DataText, ReadsBackThroughTheImport) {
   std::vector<double> many(2000);
   for (std::size_t i = 0; i < many.size(); ++i) many[i] = 1.0 / static_cast<double>(2000 - i);

@@ -458,6 +458,9 @@ TEST_F(Places, LegendRowsFollowEachOtherDownOrAcross) {
   legend.layout_mode = LegendLayout::Free;
   graph.SetLegend(legend);
   EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(60, 375));
+  legend.left = legend.top = 0;
+  graph.SetLegend(legend);
+  EXPECT_EQ(Layout().legend->frame.topLeft(), QPointF(0, 0));
 }
 
 TEST_F(Places, AFreeLegendBeginsAsLargeAsItsEntriesBelowEachOther) {
