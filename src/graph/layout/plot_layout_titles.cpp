@@ -106,6 +106,7 @@ class TitlePlacer {
     return axis.shown && (!axis.common.IsEmpty() || (HasTitle(id) && !axis.title));
   }
   void PlaceX();
+  bool NamesSeveral(AxisId id) const;
   QString TitleFor(AxisId id, const Font& own, double room) const;
   void PlaceBesideY(AxisId id);
   void PlaceBesidePanel();
@@ -169,13 +170,17 @@ void TitlePlacer::PlaceX() {
   }
 }
 
-/// Where it joins names of several columns and is longer than `room`, however small: the legend tells them.
+/// True where the title joins names of several columns, which the legend tells as well.
+bool TitlePlacer::NamesSeveral(AxisId id) const {
+  return context_.graph.Axis(id).Look().EnableAutoTitle &&
+         NamesOnAxis(context_.graph, id).size() > 1;
+}
+
+/// Such a title that is longer than `room`, however small, gives way.
 QString TitlePlacer::TitleFor(AxisId id, const Font& own, double room) const {
   QString whole = TitleOf(id);
-  const bool of_several =
-      context_.graph.Axis(id).Look().EnableAutoTitle && NamesOnAxis(context_.graph, id).size() > 1;
   const Font font = FontWithin(whole, own, room, context_.metrics);
-  if (!of_several || context_.metrics.SizeOf({whole, {}}, font).width() <= room) return whole;
+  if (!NamesSeveral(id) || context_.metrics.SizeOf({whole, {}}, font).width() <= room) return whole;
   return QString::fromStdString(std::string(kManyNamesTitle));
 }
 
@@ -184,9 +189,10 @@ void TitlePlacer::PlaceBesideY(AxisId id) {
   if (!HasTitle(id)) return;
   const double gap =
       std::clamp(context_.graph.GetDimensions().y_axis_title_offset, 0, kLargestOffset);
-  const double most = layout_.size.height() - 2 * kEdge;
   const Font own = FontOfYTitle(context_.graph, id);
   const QString whole = TitleFor(id, own, layout_.plot.height());
+  const bool names = NamesSeveral(id) && whole == TitleOf(id);
+  const double most = names ? layout_.plot.height() : layout_.size.height() - 2 * kEdge;
   const Font font = FontWithin(whole, own, most, context_.metrics);
   const bool cut = context_.metrics.SizeOf({whole, {}}, font).width() > most;
   const double height =

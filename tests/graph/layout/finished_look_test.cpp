@@ -277,6 +277,9 @@ TEST(FinishedLook, NamesOfSeveralThatRunPastThePlotLeaveTheTitleToTheLegend) {
       {{lengthy + " A", lengthy + " B"}, false, "value"},
       {{lengthy + " A", lengthy + " B"}, true, QString::fromStdString(lengthy + " A and B")},
       {{lengthy}, false, QString::fromStdString(lengthy)},
+      {{"Temperature of the outer", "of the inner and of the third vessel"},
+       false,
+       "Temperature of the outer, of the inner and of the third vessel"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.title.toStdString());
@@ -289,6 +292,8 @@ TEST(FinishedLook, NamesOfSeveralThatRunPastThePlotLeaveTheTitleToTheLegend) {
     const PlotLayout layout = Finished(graph, QSizeF(560, 480));
     ASSERT_TRUE(layout.Axis(AxisId::Y).title);
     EXPECT_EQ(layout.Axis(AxisId::Y).title->text.text, row.title);
+    const bool within = layout.Axis(AxisId::Y).title->size.width() <= layout.plot.height();
+    EXPECT_TRUE(within || row.own || row.names.size() == 1);
   }
 }
 
