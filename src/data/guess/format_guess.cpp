@@ -13,8 +13,10 @@
 #include "data/guess/format_guess_cuts.h"
 #include "data/guess/format_guess_gaps.h"
 #include "data/guess/format_guess_lines.h"
+#include "data/guess/head_row.h"
 #include "data/guess/labelled_table.h"
 #include "data/guess/names_guess.h"
+#include "data/guess/point_columns.h"
 #include "data/guess/rows_above.h"
 #include "data/guess/section_end.h"
 #include "data/guess/separators_guess.h"
@@ -106,7 +108,7 @@ class Guess {
     if (!choose || (hints_.merge_separators && !block_)) {
       tables_ = FindTables(lines_.first, LayoutOf(format_, line_end_));
     }
-    if (choose && blanks && format_.merge_separators) TakeGappedTable();
+    if (choose && blanks && format_.merge_separators && !TakePointColumns()) TakeGappedTable();
     if (hints_.header_lines) return true;
     const FoundTable* best = HeaviestTable(tables_);
     format_.is_table =
@@ -163,6 +165,8 @@ class Guess {
   void TakeOnly(const FoundTable& table, const std::string& separators) {
     format_.separators = separators;
     format_.merge_separators = IsBlankSeparated(format_);
+    format_.column_cuts.clear();
+    format_.cuts_from = CutsFrom::Nowhere;
     tables_ = {table};
     format_.is_table = true;
   }
@@ -213,6 +217,19 @@ class Guess {
     Take(*found, CutsFrom::Rows);
     tables_ = {found->table};
     format_.is_table = true;
+    return true;
+  }
+
+  /// Where blanks part the rows of most lines otherwise than others.
+  bool TakePointColumns() {
+    constexpr std::size_t kOddTwiceIn = 5;
+    const FoundTable* const best = HeaviestTable(tables_);
+    if (hints_.column_cuts || hints_.header_lines || best == nullptr) return false;
+    if (kOddTwiceIn * best->odd_rows <= 2 * (best->rows + best->odd_rows)) return false;
+    const auto found = FindPointColumns(lines_.first, LayoutOf(format_, line_end_));
+    if (!found) return false;
+    Take(*found, CutsFrom::Rows);
+    tables_ = {found->table};
     return true;
   }
 
@@ -286,6 +303,7 @@ class Guess {
     table_.first = WithRaggedRowsAbove(lines_.first, table_.first, layout);
     table_.first = WithRowsAsBelow(lines_.first, table_, layout, judged);
     table_.first = BehindCounts(lines_.first, table_.first, text_, layout, judged);
+    table_.first = BehindHeadRow(lines_.first, table_.first, layout, judged);
     format_.header_lines = static_cast<std::int32_t>(table_.first);
     NoteOthers(*best);
     EndWithSection();

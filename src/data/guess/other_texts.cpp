@@ -196,6 +196,53 @@ bool IsMesh(const Lines& lines) {
          first == "ply" || first.starts_with("AC3D");
 }
 
+/// "$GPGGA,092750.000,5321.6802,N": most lines are such.
+bool ListsSentences(const Lines& lines) {
+  constexpr std::size_t kName = 6;  // "$GPGGA"
+  const auto is_sentence = [](std::string_view line) {
+    return line.size() > kName && (line.front() == '$' || line.front() == '!') &&
+           line[kName] == ',' && std::all_of(line.begin() + 1, line.begin() + kName, [](char c) {
+             return (c >= 'A' && c <= 'Z') || IsDigit(c);
+           });
+  };
+  const auto sentences = static_cast<std::size_t>(std::ranges::count_if(lines, is_sentence));
+  return sentences >= kFewestLines && 2 * sentences >= lines.size();
+}
+
+/// "[256, 512)   12 |@@@@@     |": bars drawn in characters, on as many lines as the table has rows, or half of these.
+bool DrawsBars(const Lines& lines, const TextFormat& format) {
+  const auto is_bar = [](std::string_view line) {
+    const std::size_t begin = line.find('|');
+    if (begin == line.npos || begin + 2 >= line.size() || line.back() != '|') return false;
+    const std::string_view bar = line.substr(begin + 1, line.size() - begin - 2);
+    return bar.find_first_not_of("@*# ") == bar.npos && bar.find_first_not_of(' ') != bar.npos;
+  };
+  const auto bars = static_cast<std::size_t>(std::ranges::count_if(lines, is_bar));
+  return format.is_table && bars >= kFewestLines && 2 * bars >= format.table_rows;
+}
+
+/// Lists of many lengths below lines of text, which head them: of towns the distances to all others.
+bool ListsBelowTexts(const Lines& lines, const TextFormat& format) {
+  constexpr std::size_t kShare = 8;  // of the rows are odd, of the lines are texts
+  const bool blanks = format.separators.find(' ') != std::string::npos;
+  if (!format.is_table || !blanks || !format.column_cuts.empty() ||
+      kShare * format.odd_rows < format.table_rows) {
+    return false;
+  }
+  std::size_t texts = 0;
+  std::size_t heads = 0;
+  bool text_before = true;
+  for (const std::string_view line : lines) {
+    const std::vector<LineWord> words = WordsOfLine(line);
+    const bool numbers = std::ranges::all_of(
+        words, [](const LineWord& word) { return ParseNumber(word.text).has_value(); });
+    texts += numbers ? 0 : 1;
+    heads += numbers && text_before ? 1 : 0;
+    text_before = !numbers;
+  }
+  return kShare * texts > lines.size() && kShare * heads > texts * (kShare - 1);
+}
+
 /// Texts that are told by how they begin and what they hold.
 struct OtherText {
   std::string_view begins;
@@ -227,6 +274,9 @@ constexpr OtherText kOtherTexts[] = {
     {"", "RINEX VERSION / TYPE",
      "These are records of a receiver of satellites (RINEX), which go over several lines, no "
      "table; convert them to columns"},
+    {"#a", "\nPG", "These are the orbits of satellites (SP3), records below epochs, no table"},
+    {"#c", "\nPG", "These are the orbits of satellites (SP3), records below epochs, no table"},
+    {"#d", "\nPG", "These are the orbits of satellites (SP3), records below epochs, no table"},
     {"LAMMPS data file", " atoms", "These are the atoms of a simulation, no table of numbers"},
 };
 
@@ -271,12 +321,23 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   if (ListsOrbits(lines)) {
     return "The file holds the orbits of satellites, two lines each, no table of numbers";
   }
-  if (IsProgram(lines, RowAt(text, format.header_lines))) {
+  // Of "t=0 U=0.5" below each other the words part the numbers.
+  const bool worded = format.separators.find('=') != std::string::npos;
+  if (!worded && IsProgram(lines, RowAt(text, format.header_lines))) {
     return "The file holds the statements of a program or its settings, no table of numbers";
+  }
+  if (ListsSentences(lines)) {
+    return "These are sentences of a receiver (NMEA), no table; convert them to columns";
   }
   if (IsRagged(format)) {
     return "The file holds no table of numbers: two in five of its rows or more have another "
            "number of columns than the others";
+  }
+  if (DrawsBars(lines, format)) {
+    return "The file holds bars drawn in characters within a text, no table of numbers";
+  }
+  if (ListsBelowTexts(lines, format)) {
+    return "The file holds lists of many lengths below lines of text, no table of numbers";
   }
   return {};
 }

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <vector>
 
+#include "base/ascii.h"
 #include "data/text/header_lines.h"
+#include "data/text/line_words.h"
 #include "data/text/names_judge.h"
 #include "data/text/names_line.h"
 
@@ -14,8 +17,9 @@ constexpr std::size_t kLinesPerFewRows = 5;  // lines of text that one of a few 
 constexpr std::size_t kHandful = 5;          // rows, fewer than which weigh less
 constexpr std::size_t kLinesPerHandful =
     2;  // of text that one of so few, or of single numbers, outweighs
-constexpr std::size_t kLinesPerRow = 10;     // of text that one of many rows outweighs
-constexpr std::size_t kLinesBehind = 20;     // of text that may follow the last table
+constexpr std::size_t kLinesPerRow = 10;  // of text that one of many rows outweighs
+constexpr std::size_t kLinesOfProse = 1;  // of prose that one of many rows without names outweighs
+constexpr std::size_t kLinesBehind = 20;  // of text that may follow the last table
 constexpr std::size_t kFewestNamedRows = 3;  // below a line of names, at the end of a text
 constexpr std::size_t kLinesBehindNamed = 2;
 constexpr std::size_t kLinesAboveRule = 3;  // names, units, the rule itself
@@ -55,6 +59,27 @@ bool StandsBelowRule(const FoundTable& table, std::span<const std::string_view> 
   return names(table.first - 2) || names(table.first - 3);
 }
 
+/// Lines that are sentences or parts of them: four words or more, nearly all of letters alone, one at least in small ones.
+std::size_t LinesOfProse(std::span<const std::string_view> lines, const TextLayout& layout) {
+  constexpr std::size_t kFewestWords = 4;
+  const auto is_word = [](const LineWord& word) {
+    const std::string_view text = word.text.substr(0, word.text.find_last_not_of(".,;:!?)\"'") + 1);
+    return !text.empty() &&
+           std::ranges::all_of(text, [](char c) { return IsLetter(c) || c == '\''; });
+  };
+  const auto is_small = [](const LineWord& word) {
+    return word.text.size() > 1 &&
+           std::ranges::all_of(word.text, [](char c) { return c >= 'a' && c <= 'z'; });
+  };
+  return static_cast<std::size_t>(std::ranges::count_if(lines, [&](std::string_view line) {
+    if (!IsDataLine(line, layout)) return false;
+    const std::vector<LineWord> words = WordsOfLine(line);
+    const auto plain = static_cast<std::size_t>(std::ranges::count_if(words, is_word));
+    return words.size() >= kFewestWords && 4 * plain >= 3 * words.size() &&
+           std::ranges::any_of(words, is_small);
+  }));
+}
+
 /// Rows of all tables that are long and full.
 std::size_t RowsOfTables(std::span<const FoundTable> tables) {
   std::size_t rows = 0;
@@ -81,6 +106,10 @@ bool IsWorthIt(const FoundTable& table, std::span<const FoundTable> all, const G
   }
   // A report of tables is no text with an example.
   if (2 * RowsOfTables(all) >= texts) return true;
+  if (kLinesOfProse * rows <= LinesOfProse(lines.first, layout) &&
+      !IsHeaded(table, lines, layout)) {
+    return false;
+  }
   // However long its preamble, a file of data ends with its data; within a text they are an example.
   return kLinesPerRow * rows >= texts || table.behind + kLinesBehind >= lines.first.size();
 }

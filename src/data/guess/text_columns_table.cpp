@@ -34,15 +34,18 @@ std::int32_t UsualFields(Lines lines, const TextLayout& layout) {
   return most == counts.end() || 10 * most->second < 9 * all ? 0 : most->first;
 }
 
-/// Nearly all texts are values or stand for none, and most are values.
-bool HoldsNumbers(const std::vector<std::string>& texts) {
+/// Nearly all fields of the column are values or stand for none, and most are values.
+bool HoldsNumbers(Lines rows, const TextLayout& layout, std::size_t column) {
   std::size_t values = 0, none = 0;
-  for (const std::string& text : texts) {
-    const FieldKind kind = KindOfField(text);
+  std::string buffer;
+  for (const std::string_view row : rows) {
+    const auto field = FieldAt(row, layout, static_cast<std::int32_t>(column));
+    const FieldKind kind =
+        field ? KindOfField(FieldText(*field, layout, buffer)) : FieldKind::Empty;
     values += kind == FieldKind::Number || kind == FieldKind::Date ? 1 : 0;
     none += kind == FieldKind::Empty || kind == FieldKind::Placeholder ? 1 : 0;
   }
-  return 10 * (values + none) >= 9 * texts.size() && 4 * values >= 3 * texts.size();
+  return 10 * (values + none) >= 9 * rows.size() && 4 * values >= 3 * rows.size();
 }
 
 /// A few hundred of these, from all over.
@@ -57,12 +60,11 @@ std::vector<std::string_view> SomeOf(Lines rows) {
 /// How many columns hold numbers or dates that tell more than how many rows there are.
 std::size_t ColumnsOfNumbers(Lines rows, const TextLayout& layout) {
   const std::vector<ColumnGuess> columns = JudgeColumns(rows, layout);
-  const std::vector<std::vector<std::string>> texts = SampleTexts(rows, layout);
   std::size_t count = 0;
-  for (std::size_t i = 0; i < std::min(columns.size(), texts.size()); ++i) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
     const bool tells =
         columns[i].has_numbers && !columns[i].IsConstant() && !columns[i].CountsRows();
-    count += tells && HoldsNumbers(texts[i]) ? 1 : 0;
+    count += tells && HoldsNumbers(rows, layout, i) ? 1 : 0;
   }
   return count;
 }

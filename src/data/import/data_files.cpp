@@ -18,6 +18,7 @@
 #include "data/import/values_in_turn.h"
 #include "data/text/field_kind.h"
 #include "data/text/number_names.h"
+#include "data/text/numbered_names.h"
 #include "data/text/text_lines.h"
 #include "data/text/text_names.h"
 #include "data/text/text_supplier.h"
@@ -100,9 +101,26 @@ void NoteLackingNames(ImportSource& source) {
                          ": names may stand over the wrong columns");
 }
 
+/// The header line whose names count something ("SPEC_360 SPEC_365"), from 1; 0 where none does.
+std::int32_t LineOfNumberedNames(const TextSource& text, const ImportSource& source) {
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  if (!FindNumberedNames(names)) return 0;
+  const TextLayout layout(source.info, text.LineEnd());
+  const auto headers = static_cast<std::size_t>(std::max(source.info.FileHasHeaders, 0));
+  const std::vector<std::string_view> lines = FirstLines(text.Text(), headers, text.LineEnd());
+  const auto holds = [&](std::string_view line) {
+    const auto columns = static_cast<std::int32_t>(names.size());
+    return CountFields(line, layout, columns + 1) == columns &&
+           line.find(names.back()) != line.npos && line.find(names.front()) != line.npos;
+  };
+  const auto found = std::ranges::find_if(lines, holds);
+  return found == lines.end() ? 0 : static_cast<std::int32_t>(found - lines.begin()) + 1;
+}
+
 /// Reads rows that hold curves along the line anew, turned.
 void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions& options,
               ImportSource& source) {
+  const std::int32_t numbered = LineOfNumberedNames(*text, source);
   TDSInfo& info = source.info;
   const char separator = info.TextSeparators.front();
   const bool labelled = !source.samples.empty() && !source.samples.front().empty() &&
@@ -110,7 +128,8 @@ void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions
                         !source.columns.front().has_numbers;
   if (!TurnsRows(info)) info.TextSeparators += '\n';
   // Of turned rows the labels are the first.
-  info.NamesLine = options.names_line.value_or(labelled ? info.FileHasHeaders + 1 : kNoNamesLine);
+  const std::int32_t by_labels = labelled ? info.FileHasHeaders + 1 : kNoNamesLine;
+  info.NamesLine = options.names_line.value_or(numbered > 0 ? numbered : by_labels);
   info.UnitsLine = 0;
   const std::string turned = TurnedText(text->Text(), info, text->LineEnd());
   GuessHints hints = HintsOf(options);

@@ -12,6 +12,7 @@
 #include "base/quantile.h"
 #include "data/import/value_order.h"
 #include "data/text/field_value.h"
+#include "data/text/numbered_names.h"
 #include "data/text/text_names.h"
 #include "data/text/turned_rows.h"
 
@@ -146,9 +147,12 @@ ValuesInTurn HoldsValuesInTurn(const ImportSource& source) {
   const auto is_number = [](const ColumnGuess& column) {
     return column.has_numbers && !column.is_date;
   };
-  const bool numbered = HasOneRow(source) && DifferByNumbers(source.supplier->ColumnNames());
-  if (!IsUnnamed(source) && !numbered) return ValuesInTurn::No;
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  const bool numbered = FindNumberedNames(names) || (HasOneRow(source) && DifferByNumbers(names));
+  const bool unnamed = IsUnnamed(source);
+  if (!unnamed && !numbered) return ValuesInTurn::No;
   if (AreLongRows(source)) return ValuesInTurn::Sure;
+  if (!unnamed) return ValuesInTurn::No;
   const std::span<const ColumnGuess> columns = WithoutEmptyEnd(source);
   if (columns.size() < kFewestValues || !std::ranges::all_of(columns, is_number)) {
     return ValuesInTurn::No;

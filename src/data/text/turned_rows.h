@@ -21,7 +21,8 @@ bool TurnsRows(const TDSInfo& info);
 TDSInfo TurnedInfo(TDSInfo info);
 
 /// The header lines as they are, and behind them a line for each value, or for each field of a few long rows with the fields at
-/// that place; lines behind the table are left out.
+/// that place; lines behind the table are left out. Where NamesLine is a header whose names of long rows count something, these
+/// numbers are the first column, and that line names the columns: by their stem, and by the labels of the rows.
 std::string TurnedText(std::string_view text, const TDSInfo& info, char line_end);
 
 }  // namespace tarnwick

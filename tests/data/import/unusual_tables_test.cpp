@@ -15,6 +15,15 @@ namespace {
 using testing::Described;
 using testing::Rows;
 
+/// A label, if any, and `count` fields: what they begin with and 100, 105, ... behind it, tabs between.
+std::string Bands(const std::string& label, const std::string& begin, int count) {
+  std::string line = label;
+  for (int i = 0; i < count; ++i) {
+    line += (line.empty() ? "" : "\t") + begin + std::to_string(100 + 5 * i);
+  }
+  return line + "\n";
+}
+
 TEST(UnusualTables, AreReadAsAPersonReadsThem) {
   const struct {
     const char* what;
@@ -37,6 +46,27 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "rank: size, 12"},
       {"mostly texts between tabs", Rows(12, "A@\ta b\tthe x\tm n\t@@\tT\tS\ta\tb\t7@1"),
        "(col 4): (col 9), 12"},
+      {"numbers of columns above their names",
+       "1 2 3 4\nversion year n m\n9 2024 5 6\n\n1 2 3 4\nmodel age mass log_R\n" +
+           Rows(12, "@ @@ 1.@ 0.@"),
+       "model: age, mass, log_R, 12"},
+      {"a first row of other things", "94255\t2018\t1000\t3001\n" + Rows(30, "@\t0.5@\t0.2@\t1.@"),
+       "(col 0): (col 1), (col 2), (col 3), 30"},
+      {"numbers that touch, fields that are missing",
+       Rows(9,
+            "16 2 @ 5735@.00 I -0.00322@ 0.000031  0.29949@ I 0.026286@ 1.315@\n"
+            "16 22@ 5735@.50 P-10.10322@ 0.010031  0.49949@ P"),
+       "(col 0): (col 2), (col 3), (col 4), (col 6), (col 7), 18"},
+      {"a curve of each row over the numbers of the names",
+       "BEGIN_DATA_FORMAT\n" + Bands("ID", "SPEC_", 40) + "END_DATA_FORMAT\nBEGIN_DATA\n" +
+           Bands("red", "0.1", 40) + Bands("blue", "0.3", 40) + "END_DATA\n",
+       "SPEC: red, blue, 40"},
+      {"over names that are numbers",
+       Bands("wavelength", "", 40) + Bands("A", "0.1", 40) + Bands("B", "0.3", 40),
+       "wavelength: A, B, 40"},
+      {"words that look like settings", Rows(20, "t=@ U=@@ I=0.@"), "t: U, I, 20"},
+      {"the same without labels", Bands("", "nm", 40) + Bands("", "0.1", 40) + Bands("", "0.3", 40),
+       "nm: row1, row2, 40"},
   };
   const testing::TemporaryFolder folder;
   for (const auto& table : tables) {
@@ -61,6 +91,17 @@ TEST(UnusualTables, AreNoSentences) {
             "found @ files\nread @ of them in @@ seconds\nThe end, for now. It was 8 o'clock.\n"
             "no more")},
       {"texts with a running number between commas", "n,name,note\n" + Rows(12, "@,A@,the note")},
+      {"a table within a letter", Rows(30, "Dear @, we send you the numbers of last year.") + "\n" +
+                                      Rows(12, "0.@ @@ 1.@") + "\n" +
+                                      Rows(30, "Yours sincerely, number @ of the many.")},
+      {"sentences of a receiver", "# log\n" + Rows(9, "$GPRMC,0927@,5321.@,0.13,309.62,12@")},
+      {"satellites below epochs",
+       "#cP2011  4  2\n" +
+           Rows(6, "*  2011  4  2  @  0\nPG01 155@.5 -2@.1 2.5\nPG02 5@.5 7@.1 3.5")},
+      {"lists of all lengths below names",
+       Rows(4,
+            "Town A@[1,2]@\nTown B@[3,4]@\n1@\nTown C[5,6]@\n1@ 2@ 3@ 4@ 5@\nTown D[7,8]@\n"
+            "1@ 2@ 3@ 4@ 5@ 6@\n1 2")},
       {"texts with one column of numbers", Rows(12, "A@,the note,a,b,4@7,c,d,e")},
   };
   const testing::TemporaryFolder folder;
