@@ -263,6 +263,21 @@ Columns GivenErrorColumns(const ImportSource& source, const ImportOptions& optio
   return columns;
 }
 
+/// "; "dP" holds no numbers: "(0.5)"": of the first column whose texts hold digits all the same; empty where there is none.
+std::string WhatReadsAsNoNumber(const ImportSource& source) {
+  constexpr std::size_t kLongest = 40;
+  for (std::size_t i = 0; i < std::min(source.columns.size(), source.samples.size()); ++i) {
+    if (source.columns[i].has_numbers) continue;
+    const auto text = std::ranges::find_if(source.samples[i], [](const std::string& field) {
+      return field.size() <= kLongest && std::ranges::any_of(field, &IsDigit);
+    });
+    if (text == source.samples[i].end()) continue;
+    return "; " + source.Quoted(static_cast<std::int32_t>(i)) + " holds no numbers: \"" + *text +
+           '"';
+  }
+  return {};
+}
+
 }  // namespace
 
 ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options) {
@@ -328,8 +343,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
       !options.x_column && source.GuessOf(chosen.y.front()).CountsRows()) {
     throw FileError("Of the columns only one holds numbers, and it counts the rows",
                     source.supplier->Describe(),
-                    source.Quoted(chosen.y.front()) + (source.notes.empty() ? "" : "; ") +
-                        Joined(source.notes, "; "));
+                    source.Quoted(chosen.y.front()) + WhatReadsAsNoNumber(source) +
+                        (source.notes.empty() ? "" : "; ") + Joined(source.notes, "; "));
   }
   LeavingOut out(source, chosen);
   out.Tell(ComplexColumns(source),
