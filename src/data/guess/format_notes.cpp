@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ascii.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "data/guess/other_texts.h"
+#include "data/text/text_fields.h"
 
 namespace tarnwick {
 namespace {
@@ -23,6 +25,13 @@ std::string FirstCuts(const std::string& cuts) {
          std::to_string(std::ranges::count(cuts.substr(end + 1), ' ') + 1) + " more";
 }
 
+/// "time,voltage" and nothing behind it.
+bool IsOneLineOfWords(std::string_view text) {
+  const std::string_view line = TrimBlankBytes(text);
+  return !line.empty() && line.find_first_of("\r\n") == line.npos &&
+         std::ranges::any_of(line, &IsLetter) && std::ranges::none_of(line, &IsDigit);
+}
+
 }  // namespace
 
 void RequireTable(const TextFormat& format, std::string_view text, const std::string& name,
@@ -32,7 +41,9 @@ void RequireTable(const TextFormat& format, std::string_view text, const std::st
   }
   if (format.is_table) return;
   throw FileError("The file holds no table of numbers", name,
-                  "no lines with the same number of values follow each other");
+                  IsOneLineOfWords(text)
+                      ? "it holds a line of words, names perhaps, and no rows"
+                      : "no lines with the same number of values follow each other");
 }
 
 std::vector<std::string> NotesOf(const TextFormat& format) {

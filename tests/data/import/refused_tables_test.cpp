@@ -68,6 +68,7 @@ TEST(GuessedTables, RefuseWhatIsNone) {
            Rows(9, " 05  4  2  0  0  0.0000000  0\n  55923622.160    2476768@.375"),
        "RINEX"},
       {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
+      {"names alone", "time,voltage\n", "no rows"},
       {"and beside numbers in brackets", "t,dP\n1,(0.5)\n2,(0.75)\n3,(0.25)\n",
        "\"dP\" holds no numbers: \"(0.5)\""},
   };
