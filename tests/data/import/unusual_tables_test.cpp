@@ -55,7 +55,7 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
       {"numbers that touch, fields that are missing",
        Rows(9,
             "16 2 @ 5735@.00 I -0.00322@ 0.000031  0.29949@ I 0.026286@ 1.315@\n"
-            "16 22@ 5735@.50 P-10.10322@ 0.010031  0.49949@ P"),
+            "16 22@ 5735@.50 I-10.10322@ 0.010031  0.49949@ I"),
        "(col 0): (col 2), (col 3), (col 4), (col 6), (col 7), 18"},
       {"a curve of each row over the numbers of the names",
        "BEGIN_DATA_FORMAT\n" + Bands("ID", "SPEC_", 40) + "END_DATA_FORMAT\nBEGIN_DATA\n" +
