@@ -6,6 +6,7 @@
 #include "graph/axes/plot_metrics.h"
 #include "graph/layout/legend_place.h"
 #include "graph/layout/plot_layout.h"
+#include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
