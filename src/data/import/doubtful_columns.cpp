@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -10,6 +11,7 @@
 #include "base/number_text.h"
 #include "base/word_list.h"
 #include "data/import/import_file.h"
+#include "data/import/sign_columns.h"
 #include "data/import/value_order.h"
 #include "data/import/x_choice.h"
 #include "data/text/si_unit.h"
@@ -163,6 +165,7 @@ std::vector<std::string> DoubtsOf(const ImportSource& source, const ImportOption
     TellOfFarValues(source, columns, notes);
     TellOfSharedNegatives(source, columns, notes);
   }
+  std::ranges::move(SignsLeftOut(source), std::back_inserter(notes));
   return notes;
 }
 

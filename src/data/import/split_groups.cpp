@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "data/import/sign_columns.h"
 #include "data/import/split_runs.h"
 #include "data/import/value_order.h"
 
@@ -70,12 +71,6 @@ struct Candidate {
            (std::ranges::none_of(groups, starts_over) || std::ranges::none_of(groups, is_rare));
   }
 };
-
-/// "+" and "-" before the numbers of the next column.
-bool AreSigns(const std::vector<std::string>& texts) {
-  return std::ranges::all_of(
-      texts, [](const std::string& text) { return text == "+" || text == "-" || text.empty(); });
-}
 
 /// "g", "r", "i", "g", "r", "i": a few kinds, always in one order.
 bool TakeTurns(const std::vector<std::string>& texts) {

@@ -105,6 +105,8 @@ TEST(GuessedTables, AreLookedAtTwice) {
       {"years", "place,2019,2020,2021\n" + Rows(12, "p@,@.5,@.5,@@"), ""},
       {"names of another alphabet", "t,\xCD\xE0\xEF\xF0\n" + Rows(9, "@,@@"),
        "the names are no UTF-8 and read as Windows-1252"},
+      {"signs of their own", "t;s;d\n" + Rows(9, "@;-;1@.5"),
+       "the signs in \"s\" are left out: \"d\" is read without them"},
       {"an accent", "t,L\xE4nge\n" + Rows(9, "@,@@"), ""},
       {"another alphabet in UTF-8", "t,\xD0\x9D\xD0\xB0\xD0\xBF\n" + Rows(9, "@,@@"), ""},
   };
@@ -115,7 +117,7 @@ TEST(GuessedTables, AreLookedAtTwice) {
       const auto holds = [&note](const char* words) { return note.find(words) != note.npos; };
       if (holds("further above") || holds("passed over as") || holds("hold numbers as well") ||
           holds("far from all others, ") || holds("as dates in others") || holds("may be none") ||
-          holds("no UTF-8")) {
+          holds("no UTF-8") || holds("the signs in")) {
         notes += note;
       }
     }
