@@ -11,6 +11,7 @@
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
 #include "graph/series_names.h"
+#include "graph/turning_back.h"
 #include "graph/xy_graph.h"
 #include "results/tools/recipe.h"
 #include "results/tools/tool_table.h"
@@ -111,6 +112,10 @@ MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const New
   if (tool.suggest) tool.suggest(input.Source(), input.settings);
   if (graph.Axis(AxisId::X).ShowAsTime()) input.x = XMeans::Dates;
   Computed made = tool.compute(input);
+  if (tool.neighbours == Neighbours::InX && TurnsBack(input.Source()))
+    AddSentence(made.told, "X of \"" + input.Source().SeriesName() +
+                               "\" turns back: its points were taken in order of X, those of all "
+                               "branches together.");
   if (made.own_line) return WithOwnLine(input.Source(), made);
   made.series->Source().Recipe = RecipeText(RecipeOf(tool, input));
   return {AddNewSeries(graph, std::move(made.series), input.Source(), wanted),

@@ -94,6 +94,21 @@ TEST_F(MadeOnGraph, ComputesAnewWhatWasMadeOfWhatWasMade) {
   EXPECT_EQ(late.Source().Recipe, again.Source().Recipe);
 }
 
+TEST_F(MadeOnGraph, TellsThatBranchesOfALoopAreTakenTogether) {
+  TSeries& loop = Add("Loop");
+  for (const double x : {1.0, 2.0, 3.0, 4.0, 3.5, 2.5, 1.5}) loop.AddPoint(x, x);
+  SeriesStyle style = loop.Style();
+  style.line_order = LineOrder::AsTheyCame;
+  loop.SetStyle(style);
+  const auto told = [&](const Tool& tool) {
+    return AddMade(graph_, tool, {{&loop}, ToolSettings(tool.settings)},
+                   {MadeName(graph_, loop, tool), AxisId::Y})
+        .told;
+  };
+  EXPECT_THAT(told(kDifferentiateTool), HasSubstr("X of \"Loop\" turns back"));
+  EXPECT_THAT(told(kNormaliseTool), Not(HasSubstr("turns back")));
+}
+
 TEST_F(MadeOnGraph, TellsWhatCannotBeComputedAnew) {
   Make(kSmoothTool, rate_);
   const char* const recipes[] = {

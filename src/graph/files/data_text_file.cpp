@@ -15,6 +15,7 @@
 #include "data/import/error_names.h"
 #include "data/series/point_errors.h"
 #include "data/text/text_names.h"
+#include "graph/turning_back.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -220,11 +221,28 @@ std::string DataText(const std::vector<const TDataSeries*>& series,
   return whole;
 }
 
+namespace {
+
+/// That loops lose their order, a sentence; empty where there are none.
+std::string OrdersLost(const TxyGraph& graph) {
+  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
+    if (!TurnsBack(graph.Series(i))) continue;
+    return "X of \"" + graph.Series(i).SeriesName() +
+           "\" turns back: the table has its points in order of X. A graph file keeps the order "
+           "in which they came.";
+  }
+  return "";
+}
+
+}  // namespace
+
 std::string LeftOutOfTable(const TxyGraph& graph) {
   const std::vector<const TDataSeries*> series = AllSeries(graph);
   const auto with = std::ranges::find_if(
       series, [](const TDataSeries* one) { return HasXErrors(one->Errors()); });
   std::string told = JoinedQuantities(series);
+  if (const std::string orders = OrdersLost(graph); !orders.empty())
+    told += (told.empty() ? "" : " ") + orders;
   if (with == series.end() || HasErrorsOfX(series)) return told;
   if (!told.empty()) told += ' ';
   return told + "The errors of X of \"" + (*with)->SeriesName() +

@@ -77,6 +77,7 @@ constinit const Tool kComputeTool = {
     .suffix = "_CAL",
     .settings = kSettings,
     .others = kOthers,
+    .neighbours = Neighbours::None,
     .compute = Compute};
 
 }  // namespace tarnwick

@@ -86,6 +86,7 @@ constinit const Tool kHistogramTool = {.name = "histogram",
                                        .suffix = "_HIS",
                                        .settings = kBins,
                                        .x = ResultX::Own,
+                                       .neighbours = Neighbours::None,
                                        .compute = Histogram};
 constinit const Tool kDifferentiateTool = {
     .name = "differentiate", .suffix = "_DIF", .compute = Derived<Derivative>};

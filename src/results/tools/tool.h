@@ -98,6 +98,9 @@ struct OtherInput {
 /// What the new DataSet has for its X: the source's own, or other quantities, beside which the source cannot be read.
 enum class ResultX { OfSource, Own };
 
+/// Whether a tool looks at neighbours, which are those in X.
+enum class Neighbours { InX, None };
+
 struct Tool {
   std::string_view name;          ///< in recipes; of the batch command, where there is one
   std::string_view caption = {};  ///< of the dialog
@@ -107,6 +110,7 @@ struct Tool {
   std::span<const OtherInput> others = {};  ///< those that may lack come last
   AxisId axis = AxisId::Y;                  ///< that is offered
   ResultX x = ResultX::OfSource;
+  Neighbours neighbours = Neighbours::InX;
   /// Throws Error, a sentence.
   Computed (*compute)(const ToolInput& input) = nullptr;
   /// Puts what suits the source where settings are undefined.

@@ -174,6 +174,27 @@ TEST(DataText, KeepsErrorsOfXThatAllHave) {
       "\"a\" is over X Column, \"spectrum\" over Frequency: the table has one column of X"));
 }
 
+TEST(DataText, TellsThatALoopLosesItsOrder) {
+  const struct {
+    std::vector<double> x;
+    LineOrder order;
+    bool told;
+  } kRows[] = {{{1, 2, 3, 2.5, 1.5}, LineOrder::AsTheyCame, true},
+               {{1, 2, 3, 2.5, 1.5}, LineOrder::ByX, false},
+               {{3, 2, 1}, LineOrder::AsTheyCame, false},
+               {{1, 2, 3}, LineOrder::AsTheyCame, false}};
+  for (const auto& row : kRows) {
+    TxyGraph graph;
+    TSeries& series = graph.AddSeries(std::make_unique<TSeries>());
+    series.SetSeriesName("B");
+    for (const double x : row.x) series.AddPoint(x, 2 * x);
+    SeriesStyle style = series.Style();
+    style.line_order = row.order;
+    series.SetStyle(style);
+    EXPECT_EQ(LeftOutOfTable(graph).starts_with("X of \"B\" turns back"), row.told) << row.x.size();
+  }
+}
+
 TEST(DataText, WritesDatesForOtherProgramsWhereTheyKeepX) {
   const struct {
     std::vector<double> x;
