@@ -31,8 +31,8 @@ struct ModelComparison {
 };
 
 /// Fits each of the models to the points of a DataSet with that state, from values that the points suggest where it is to be
-/// guessed; where they suggest none it begins as given, which a note of its verdict says. Nothing when the user ends it. Throws as RunFit and
-/// CompareFits.
+/// guessed; where they suggest none it begins as given, which a note of its verdict says. Nothing when the user ends it. Throws
+/// as RunFit and CompareFits.
 std::optional<ModelComparison> CompareModels(const DataState& data, std::vector<NamedModel> models,
                                              const FitRunOptions& options, Progress& progress);
 

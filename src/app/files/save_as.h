@@ -18,8 +18,8 @@ struct SaveOutcome {
   std::string left_out;          ///< what that kind of file does not keep; empty for nothing
 };
 
-/// Asks for a name, and before it replaces a file, with what would be lost where that is a source of the data. A file that another
-/// of `open` shows is refused with a sentence. Extensions without a meaning write nothing. Throws FileError.
+/// Asks for a name, and before it replaces a file, with what would be lost where that is a source of the data. A file that
+/// another of `open` shows is refused with a sentence. Extensions without a meaning write nothing. Throws FileError.
 SaveOutcome SaveDocumentAs(Document& document, const std::vector<Document*>& open,
                            FileChooser& chooser, Prompt& prompt);
 

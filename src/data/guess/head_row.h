@@ -1,5 +1,5 @@
-// Lines that look like the first rows of a table and are none: numbers of columns above their names, and rows whose values are far
-// from all below. Knows lines and fields.
+// Lines that look like the first rows of a table and are none: numbers of columns above their names, and rows whose values are
+// far from all below. Knows lines and fields.
 #pragma once
 
 #include <cstddef>
@@ -11,9 +11,9 @@
 
 namespace tarnwick {
 
-/// The first row behind line `first`, where that counts the columns ("1 2 3 4") above a line with as many words, which names them;
-/// or where three of its values or more, a third at least, are a hundred times farther from those of the rows below than these
-/// are from each other. `first` where neither is so.
+/// The first row behind line `first`, where that counts the columns ("1 2 3 4") above a line with as many words, which names
+/// them; or where three of its values or more, a third at least, are a hundred times farther from those of the rows below than
+/// these are from each other. `first` where neither is so.
 std::size_t BehindHeadRow(std::span<const std::string_view> lines, std::size_t first,
                           const TextLayout& layout, const TableBody& body);
 

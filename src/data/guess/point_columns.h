@@ -11,9 +11,9 @@
 
 namespace tarnwick {
 
-/// The rows from the first to the last that hold numbers with decimals, if these are most lines and in nearly all of them the points stand at the same
-/// characters, three at least, with as many decimals in each column, and fields are missing or touch. `layout` says what comments
-/// are.
+/// The rows from the first to the last that hold numbers with decimals, if these are most lines and in nearly all of them the
+/// points stand at the same characters, three at least, with as many decimals in each column, and fields are missing or touch.
+/// `layout` says what comments are.
 std::optional<CutTable> FindPointColumns(std::span<const std::string_view> lines,
                                          const TextLayout& layout);
 

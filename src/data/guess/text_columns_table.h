@@ -10,8 +10,9 @@
 
 namespace tarnwick {
 
-/// The lines of `layout`, whose separators count each, if nearly all have as many fields, three at least, and two of their columns
-/// hold numbers or dates throughout that do not just count the rows. Nothing where there are few, or where blanks part words.
+/// The lines of `layout`, whose separators count each, if nearly all have as many fields, three at least, and two of their
+/// columns hold numbers or dates throughout that do not just count the rows. Nothing where there are few, or where blanks part
+/// words.
 std::optional<FoundTable> FindTableOfTexts(std::span<const std::string_view> lines,
                                            const TextLayout& layout);
 

@@ -28,8 +28,8 @@ std::optional<JoinedTimeFound> FindJoinedTime(
     std::span<const std::string> names, std::span<const std::vector<std::string_view>> columns);
 
 /// UnixSeconds or UnixMilliseconds when a column of this name holds such times: the name says time and all values lie in
-/// 1971 to 2100; or there is no name, or one that a time may have ("date", "t"), and the values are whole, in 1990 to 2040, rise by at most a month from row to row, and
-/// are no round numbers.
+/// 1971 to 2100; or there is no name, or one that a time may have ("date", "t"), and the values are whole, in 1990 to 2040, rise
+/// by at most a month from row to row, and are no round numbers.
 std::optional<ColumnFormat> LooksLikeUnixTime(std::string_view name,
                                               std::span<const double> values);
 

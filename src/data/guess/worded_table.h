@@ -17,9 +17,9 @@ struct WordedTable {
   std::string separators;
 };
 
-/// The most rows that hold numbers and words at the same places, some words the same in all of them, and labels where they are not.
-/// Nothing where there are few, where too many other lines stand among or around them, or where no number changes but one that
-/// counts the rows. `layout` says what comments and markers are.
+/// The most rows that hold numbers and words at the same places, some words the same in all of them, and labels where they are
+/// not. Nothing where there are few, where too many other lines stand among or around them, or where no number changes but one
+/// that counts the rows. `layout` says what comments and markers are.
 std::optional<WordedTable> FindWordedTable(std::span<const std::string_view> lines,
                                            const TextLayout& layout);
 

@@ -21,7 +21,8 @@ std::optional<double> Finite(std::optional<double> value) {
   return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
-/// The mark between day, month and year where these are written with dashes, or with colons: "01:05:2019". NUL where neither is so.
+/// The mark between day, month and year where these are written with dashes, or with colons: "01:05:2019". NUL where neither is
+/// so.
 char MarkOfDate(std::string_view text) {
   constexpr std::size_t kWithColons = 10;  // "hh:mm:ss" is a time
   if (text.size() == kWithColons && text[2] == ':' && text[5] == ':') return ':';

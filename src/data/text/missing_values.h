@@ -51,9 +51,9 @@ bool LooksMissing(double value);
 /// that comes again and again among many values far above it.
 std::vector<std::string> SuggestMissing(std::span<const double> values);
 
-/// The numbers that stand for no value in this column, as its values alone tell: several times the same number of nines and nothing
-/// else, 99 and -9.99 and -0.99 among them, farther from twenty others or more than these are from each other (below zero, beside
-/// others that are not: from eight, by half of that). Never more than two. They may be values of other columns.
+/// The numbers that stand for no value in this column, as its values alone tell: several times the same number of nines and
+/// nothing else, 99 and -9.99 and -0.99 among them, farther from twenty others or more than these are from each other (below
+/// zero, beside others that are not: from eight, by half of that). Never more than two. They may be values of other columns.
 std::vector<double> SuggestMissingOfColumn(std::span<const double> values);
 
 }  // namespace tarnwick

@@ -17,7 +17,8 @@ struct NumberedNames {
   bool labelled = false;             ///< a name without a number stands before them
 };
 
-/// Names of one stem, sixteen at least, whose numbers rise, not from 0 or 1; one of another kind may stand before them, that of labels.
+/// Names of one stem, sixteen at least, whose numbers rise, not from 0 or 1; one of another kind may stand before them, that of
+/// labels.
 std::optional<NumberedNames> FindNumberedNames(std::span<const std::string> names);
 
 }  // namespace tarnwick

@@ -36,7 +36,8 @@ void AddLine(std::string_view line, char line_end, std::string& text) {
   text.append(line).push_back(line_end);
 }
 
-/// The names of the rows' fields, if the line that is said to hold them is a header and their numbers tell what the curves go over.
+/// The names of the rows' fields, if the line that is said to hold them is a header and their numbers tell what the curves go
+/// over.
 std::optional<NumberedNames> NamesOver(const Fields& headers, const TDSInfo& info,
                                        const TextLayout& layout, std::size_t fields) {
   if (info.NamesLine < 1 || std::ssize(headers) < info.NamesLine) return std::nullopt;

@@ -25,8 +25,8 @@ struct FinishedLookOptions {
 bool LooksOtherwise(std::int32_t before, std::int32_t now);
 
 /// Arranges a freshly imported graph for a picture of `size`: margins that fit labels and titles, the second Y axis only
-/// when something is drawn against it, the legend for more than one DataSet, placed automatically, lines for dense data and symbols for sparse. Recomputes the
-/// scales.
+/// when something is drawn against it, the legend for more than one DataSet, placed automatically, lines for dense data and
+/// symbols for sparse. Recomputes the scales.
 void ApplyFinishedLook(TxyGraph& graph, QSizeF size, const TextMetrics& metrics,
                        const FinishedLookOptions& options = {});
 
