@@ -29,7 +29,7 @@ constexpr Together kTogether[] = {{'|', " |"},       // "1 | 2.5 3.5 |"
                                   {' ', " ,()"},     // "0.1 (2.5,3.5)"
                                   {'\t', "\t,"},     // "0.1<tab>2.5,3.5"
                                   {'\t', "\t,()"}};  // "0.1<tab>(2.5,3.5)"
-constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*", ">"};
+constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*", ">", "&"};
 
 /// The tables that certain separators make of the lines. Every field counts but where blanks separate, or frames of rows do.
 std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& format, Lines lines,
@@ -124,6 +124,7 @@ bool LabelsRow(std::string_view rest) {
 bool BelongsToRow(std::string_view mark, std::string_view line) {
   const std::string_view rest = TrimBlankBytes(line.substr(mark.size()));
   if (rest.empty()) return false;
+  if (mark == "&") return true;  // alone it ends a set of points
   const char next = line[mark.size()];
   if (mark == ">") return IsDigit(next) || next == '=' || next == '.';
   return mark == "*" && (IsFlag(next) || LabelsRow(rest));

@@ -50,6 +50,8 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "1 2 3 4\nversion year n m\n9 2024 5 6\n\n1 2 3 4\nmodel age mass log_R\n" +
            Rows(12, "@ @@ 1.@ 0.@"),
        "model: age, mass, log_R, 12"},
+      {"sets that end in a mark", Rows(12, "@ 1.@") + "&\n" + Rows(9, "@ 2.@") + "&\n",
+       "(col 0): (col 1), (col 1), run 2, 12"},
       {"a first row of other things", "94255\t2018\t1000\t3001\n" + Rows(30, "@\t0.5@\t0.2@\t1.@"),
        "(col 0): (col 1), (col 2), (col 3), 30"},
       {"numbers that touch, fields that are missing",
