@@ -12,6 +12,7 @@
 #include "data/import/file_supplier.h"
 #include "data/import/import_file.h"
 #include "data/import/import_source.h"
+#include "data/import/late_columns.h"
 #include "data/import/load_run.h"
 #include "data/import/missing_meaning.h"
 #include "data/import/second_look.h"
@@ -221,6 +222,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   }
   NoteLackingNames(source);
   TellOfForeignNames(all, text->LineEnd(), source);
+  if (!TurnsRows(source.info)) FindLateColumns(source);
   SettleTimes(options, source);
   SettleMissingValues(options, all, text->LineEnd(), source);
   SettlePenMarks(options, all, text->LineEnd(), source);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "data/text/text_names.h"
+
 namespace tarnwick {
 
 bool AreSigns(const std::vector<std::string>& texts) {
@@ -15,12 +17,14 @@ std::vector<std::string> SignsLeftOut(const ImportSource& source) {
   const std::size_t columns = std::min(source.samples.size(), source.columns.size());
   for (std::size_t i = 0; i + 1 < columns; ++i) {
     const std::vector<std::string>& texts = source.samples[i];
+    const auto column = static_cast<std::int32_t>(i);
     const bool negative = std::ranges::find(texts, "-") != texts.end();
-    if (source.columns[i].has_numbers || !source.columns[i + 1].has_numbers || !negative ||
+    // Under a name "-" stands for what is missing, or for a direction.
+    const bool named = source.NameOf(column) != UnnamedColumn(column);
+    if (named || source.columns[i].has_numbers || !source.columns[i + 1].has_numbers || !negative ||
         !AreSigns(texts)) {
       continue;
     }
-    const auto column = static_cast<std::int32_t>(i);
     clauses.push_back("the signs in " + source.Quoted(column) +
                       " are left out: " + source.Quoted(column + 1) + " is read without them");
   }

@@ -105,8 +105,9 @@ TEST(GuessedTables, AreLookedAtTwice) {
       {"years", "place,2019,2020,2021\n" + Rows(12, "p@,@.5,@.5,@@"), ""},
       {"names of another alphabet", "t,\xCD\xE0\xEF\xF0\n" + Rows(9, "@,@@"),
        "the names are no UTF-8 and read as Windows-1252"},
-      {"signs of their own", "t;s;d\n" + Rows(9, "@;-;1@.5"),
-       "the signs in \"s\" are left out: \"d\" is read without them"},
+      {"signs of their own", Rows(9, "@;-;1@.5"),
+       "the signs in \"(col 1)\" are left out: \"(col 2)\" is read without them"},
+      {"nothing under a name", "t;s;d\n" + Rows(9, "@;-;1@.5"), ""},
       {"an accent", "t,L\xE4nge\n" + Rows(9, "@,@@"), ""},
       {"another alphabet in UTF-8", "t,\xD0\x9D\xD0\xB0\xD0\xBF\n" + Rows(9, "@,@@"), ""},
   };

@@ -52,6 +52,8 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "model: age, mass, log_R, 12"},
       {"sets that end in a mark", Rows(12, "@ 1.@") + "&\n" + Rows(9, "@ 2.@") + "&\n",
        "(col 0): (col 1), (col 1), run 2, 12"},
+      {"a column that begins late", "t,a,b,c\n" + Rows(400, "@,1.@,,") + Rows(9, "4@,2.@,3.@,x@"),
+       "t: a, b, 409"},
       {"a first row of other things", "94255\t2018\t1000\t3001\n" + Rows(30, "@\t0.5@\t0.2@\t1.@"),
        "(col 0): (col 1), (col 2), (col 3), 30"},
       {"numbers that touch, fields that are missing",
