@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <Eigen/LU>
+#include <Eigen/QR>
+
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <numbers>
@@ -147,6 +151,42 @@ TEST(ResidualTests, NeighboursAreJudgedByTheTracesOfTheModelsMatrix) {
   }
 }
 
+// The share of two columns beside the model's in normal residuals has the tail (1 - share)^((k - 2) / 2), k the degrees of freedom:
+// of two wavy residuals the greatest shares, from whole matrices, tell how much rarer one is.
+TEST(ResidualTests, WavesAreJudgedByTheirShareBesideTheModel) {
+  constexpr int kCount = 30, kFreedom = kCount - 3;
+  const Eigen::VectorXd t = Eigen::VectorXd::LinSpaced(kCount, -1, 1);
+  double shape[2], rest[2];
+  for (const int which : {0, 1}) {
+    ResidualSample sample;
+    sample.jacobian.resize(kCount, 3);
+    Eigen::VectorXd e(kCount);
+    for (int i = 0; i < kCount; ++i) {
+      sample.x.push_back(i);
+      sample.curve.push_back(i);
+      sample.jacobian.row(i) << 1, std::cos(1.5 * i), std::sqrt(i + 1.0);
+      e(i) = std::cos((which == 0 ? 1.3 : 2.1) * i) + 0.4 * std::cos(1234.5 * i * i);
+    }
+    const Eigen::MatrixXd& j = sample.jacobian;
+    const Eigen::MatrixXd m = Eigen::MatrixXd::Identity(kCount, kCount) -
+                              j * (j.transpose() * j).inverse() * j.transpose();
+    e = m * e;
+    sample.residuals.assign(e.begin(), e.end());
+    shape[which] = TestResiduals(sample).shape;
+    rest[which] = 1;
+    for (int half = 1; half < kCount - 1; ++half) {
+      Eigen::MatrixXd wave(kCount, 2);
+      wave << (half * std::numbers::pi / 2 * t.array()).cos(),
+          (half * std::numbers::pi / 2 * t.array()).sin();
+      wave = m * wave;
+      const Eigen::VectorXd left = e - wave * wave.colPivHouseholderQr().solve(e);
+      rest[which] = std::min(rest[which], left.squaredNorm() / e.squaredNorm());
+    }
+  }
+  EXPECT_LT(std::max(shape[0], shape[1]), 0.1);
+  EXPECT_NEAR(shape[0] / shape[1] / std::pow(rest[0] / rest[1], (kFreedom - 2) / 2.0), 1, 1e-6);
+}
+
 TEST(ResidualTests, NamesThePointThatStandsOut) {
   Points points = MakePoints(50, 0, 49, 1, [](double x) { return 2 * x; });
   points.y[3] += 30;
@@ -232,9 +272,11 @@ TEST(CurveSwing, OfTwoPeriodsThroughTheSamePointsTheShorterOutrunsThem) {
         ::testing::Pointwise(::testing::DoubleNear(1e-12), residuals.Curve(slower, points.x)));
     EXPECT_FALSE(OutrunsPoints(GreatestSwing(residuals, points.x, slower))) << trial;
     EXPECT_TRUE(OutrunsPoints(GreatestSwing(residuals, points.x, faster))) << trial;
-    Points uneven = points;
-    uneven.x[3] += 0.1;
-    EXPECT_FALSE(OutrunsPoints(GreatestSwing(residuals, uneven.x, faster)));
+    for (const std::size_t late : {0U, 3U}) {
+      Points uneven = points;
+      uneven.x[late] += 0.1;
+      EXPECT_FALSE(OutrunsPoints(GreatestSwing(residuals, uneven.x, faster))) << late;
+    }
   }
 }
 

@@ -56,6 +56,7 @@ TEST(PointEdit, MovedPointsKeepTheirIdsAndTheOrderOfX) {
     for (std::size_t i = 0; i < series.Points().Size(); ++i) {
       const Point point = series.Points().At(i);
       EXPECT_EQ(YErrorAt(series, point), point.id);
+      EXPECT_EQ(point.regression, 0);  // there is none
     }
   }
 }
