@@ -1,5 +1,6 @@
 #include "results/made_series.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -10,17 +11,20 @@
 #include <gtest/gtest.h>
 
 #include "base/error.h"
+#include "base/undefined.h"
 #include "graph/xy_graph.h"
 #include "results/derived_series.h"
 #include "results/tools/recipe.h"
 #include "results/tools/tool_table.h"
 #include "results/tools/unit_names.h"
+#include "support/refusal.h"
 
 namespace tarnwick {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing::Refusal;
 
 TEST(Recipes, AreReadAsTheyAreWritten) {
   const Recipe odd{
@@ -107,6 +111,30 @@ TEST_F(MadeOnGraph, TellsThatBranchesOfALoopAreTakenTogether) {
   };
   EXPECT_THAT(told(kDifferentiateTool), HasSubstr("X of \"Loop\" turns back"));
   EXPECT_THAT(told(kNormaliseTool), Not(HasSubstr("turns back")));
+}
+
+// Beyond its ends the other may lack values, between them nowhere.
+TEST_F(MadeOnGraph, ACorrelationNeedsTheOtherWhereverBothAre) {
+  const struct {
+    std::vector<double> lacking;
+    const char* refusal;
+  } rows[] = {{{}, ""},
+              {{0, 1}, ""},
+              {{18, 19}, ""},
+              {{19}, ""},
+              {{18}, "DataSet \"Other\" has no value at X = 18."},
+              {{7}, "DataSet \"Other\" has no value at X = 7."}};
+  for (const auto& row : rows) {
+    TSeries& other = Add("Other");
+    for (int x = 0; x < 20; ++x)
+      other.AddPoint(x, std::ranges::count(row.lacking, x) > 0 ? kUndefined : x % 5);
+    EXPECT_EQ(Refusal([&] {
+                const ToolInput input{{&rate_, &other}, ToolSettings(kCorrelateTool.settings)};
+                AddMade(graph_, kCorrelateTool, input,
+                        {"C" + std::to_string(graph_.SeriesCount()), AxisId::Y});
+              }),
+              row.refusal);
+  }
 }
 
 TEST_F(MadeOnGraph, TellsWhatCannotBeComputedAnew) {

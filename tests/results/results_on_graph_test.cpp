@@ -3,7 +3,9 @@
 
 #include <memory>
 
+#include "analysis/fits/fit_run.h"
 #include "base/error.h"
+#include "base/progress.h"
 #include "graph/xy_graph.h"
 #include "results/derived_series.h"
 #include "results/fit_colours.h"
@@ -123,6 +125,38 @@ TEST_F(ResultsOnGraph, ADerivativeThatFailsLeavesTheGraphAsItWas) {
   rate_.SetRegressionType(RegressionType::RunningAverage);
   EXPECT_THROW(AddDerived(graph_, rate_, DerivedKind::Derivative, {}), Error);
   EXPECT_EQ(graph_.SeriesCount(), 1u);
+}
+
+// a = 64/30, with the standard error sqrt(0.8902778 / 3 / 30); Student's 97.5 % for 3 degrees of freedom is 3.182446.
+TEST_F(ResultsOnGraph, BandsLieRoundTheCurveAsTheErrorsOfTheFitTell) {
+  FitSettings model;
+  model.Expression = "a*x";
+  ParameterSettings& a = model.parameters.emplace_back();
+  a.Name = "a";
+  a.Vary = true;
+  rate_.Fit().SetSettings(model, true);
+  NoProgress progress;
+  ApplyFit(rate_, RunFit(PrepareFit(rate_), progress));
+  AddBands(graph_, rate_, 0.95);
+  const struct {
+    const char* name;
+    double at_4;
+    bool in_legend;
+  } rows[] = {{"Confidence 95 % of Rate", 9.799418, true},
+              {"Confidence 95 % of Rate, lower", 7.267249, false},
+              {"Prediction 95 % of Rate", 10.680084, true},
+              {"Prediction 95 % of Rate, lower", 6.386583, false}};
+  ASSERT_EQ(graph_.SeriesCount(), 5u);
+  for (std::size_t i = 0; i < 4; ++i) {
+    const TSeries& band = graph_.Series(i + 1);
+    EXPECT_EQ(band.SeriesName(), rows[i].name);
+    EXPECT_EQ(band.Points().Front().x, 1);
+    const Point last = band.Points().At(band.Points().Size() - 1);
+    EXPECT_EQ(last.x, 4);
+    EXPECT_NEAR(last.y, rows[i].at_4, 2e-6) << rows[i].name;
+    EXPECT_FALSE(band.Style().show_symbols || band.Style().selectable) << "a line, not points";
+    EXPECT_EQ(band.Style().show_in_legend != 0, rows[i].in_legend) << rows[i].name;
+  }
 }
 
 TEST_F(ResultsOnGraph, ResidualsTakeThePlaceOfEarlierOnesAlone) {

@@ -62,6 +62,8 @@ TEST_F(SampleReports, DrawABoxWhatLiesBeyondAndBarsOfEach) {
     EXPECT_TRUE(bars.Style().connect_points);
     const double ground = bars.Points().Front().x;
     bars.Points().ForEachPoint([&](double x, double) { lengths[i] += x - ground; });
+    const Extremes extremes = bars.GetExtremes();
+    EXPECT_TRUE(extremes.y_min == 0 && extremes.y_max == 100) << "of all values, beside each other";
   }
   EXPECT_NEAR(lengths[0], lengths[1], 1e-6);  // both have shares of 1 in all
 }
