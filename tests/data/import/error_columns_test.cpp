@@ -72,6 +72,16 @@ TEST(ErrorColumns, BelongToTheColumnsTheyAreNamedAfterOrStandBehind) {
   }
 }
 
+// 2, 3, 4, ... are how far 1, 3, 6, 10 go: by "d" differences may be meant, by other letters and by words errors only.
+TEST(ErrorColumns, AreNoStepsOfTheColumnWhereTheirNameMayMeanThose) {
+  const char* const rows = "\n0,1,0\n1,3,2\n2,6,3\n3,10,4\n4,15,5\n5,21,6\n6,28,7\n7,36,8\n";
+  for (const auto& [name, is_error] : std::initializer_list<std::pair<std::string, bool>>{
+           {"d_q", false}, {"delta q", false}, {"s_q", true}, {"u(q)", true}, {"e_q", true}}) {
+    EXPECT_EQ(Described(ImportText("t,q," + name + rows, "t")),
+              (is_error ? "q +- column " : "q, ") + name);
+  }
+}
+
 TEST(ErrorColumns, AreKnownByTheWaysTheirNamesAreWritten) {
   for (const char* const name :
        {"yerr",    "y_err",       "err_y",   "y.err",     "y err",
