@@ -17,14 +17,12 @@
 #include "results/tools/recipe.h"
 #include "results/tools/tool_table.h"
 #include "results/tools/unit_names.h"
-#include "support/refusal.h"
 
 namespace tarnwick {
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Not;
-using testing::Refusal;
+using testing::HasSubstr;
+using testing::Not;
 
 TEST(Recipes, AreReadAsTheyAreWritten) {
   const Recipe odd{
@@ -128,12 +126,15 @@ TEST_F(MadeOnGraph, ACorrelationNeedsTheOtherWhereverBothAre) {
     TSeries& other = Add("Other");
     for (int x = 0; x < 20; ++x)
       other.AddPoint(x, std::ranges::count(row.lacking, x) > 0 ? kUndefined : x % 5);
-    EXPECT_EQ(Refusal([&] {
-                const ToolInput input{{&rate_, &other}, ToolSettings(kCorrelateTool.settings)};
-                AddMade(graph_, kCorrelateTool, input,
-                        {"C" + std::to_string(graph_.SeriesCount()), AxisId::Y});
-              }),
-              row.refusal);
+    std::string refusal;
+    try {
+      const ToolInput input{{&rate_, &other}, ToolSettings(kCorrelateTool.settings)};
+      AddMade(graph_, kCorrelateTool, input,
+              {"C" + std::to_string(graph_.SeriesCount()), AxisId::Y});
+    } catch (const Error& error) {
+      refusal = error.what();
+    }
+    EXPECT_EQ(refusal, row.refusal);
   }
 }
 

@@ -69,8 +69,8 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        Bands("wavelength", "", 40) + Bands("A", "0.1", 40) + Bands("B", "0.3", 40),
        "wavelength: A, B, 40"},
       {"labels of rows, two of six no element's",
-       "B 0.12 3.4 1.56\nC 0.31 3.6 1.5\nD 0.5 2.9 1.25\nF 0.7 2.5 1.125\nG 0.9 2.25 1.1\nH 1.1 2 "
-       "1.05\n",
+       "B 0.12 3.4 1.56\nC 0.31 3.6 1.5\nD 0.5 2.9 1.25\nF 0.7 2.5 1.125\n"
+       "G 0.9 2.25 1.1\nH 1.1 2.1 1.05\n",
        "Row number: (col 1), (col 2), (col 3), 6"},
       {"words that look like settings", Rows(20, "t=@ U=@@ I=0.@"), "t: U, I, 20"},
       {"the same without labels", Bands("", "nm", 40) + Bands("", "0.1", 40) + Bands("", "0.3", 40),
