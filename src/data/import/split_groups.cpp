@@ -148,7 +148,10 @@ std::unique_ptr<TDataSeries> SeriesOf(const TDataSeries& whole, const std::strin
   state.settings.source.GroupColumn = column;
   state.settings.source.GroupValue = groups.names[number];
   series->SetState(state);
-  series->SetSeriesName(name + groups.names[number]);
+  std::string shown = name + groups.names[number];
+  std::ranges::replace_if(
+      shown, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+  series->SetSeriesName(shown);
   return series;
 }
 

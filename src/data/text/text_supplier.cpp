@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/text_encoding.h"
 #include "data/text/row_block.h"
 #include "data/text/row_pipeline.h"
 #include "data/text/text_lines.h"
@@ -180,7 +181,7 @@ bool TTxtSupplier::HasValue(std::int32_t column) {
 std::string TTxtSupplier::TextAt(std::int32_t column) {
   if (column < 0) return TDataSupplier::TextAt(column);
   const std::optional<std::string_view> field = CurrentField(column);
-  return field ? std::string(FieldText(*field, layout_, buffer_)) : std::string();
+  return field ? Utf8FromText(FieldText(*field, layout_, buffer_)) : std::string();
 }
 
 bool TTxtSupplier::CountRows(Progress& progress) {

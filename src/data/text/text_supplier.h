@@ -25,7 +25,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   void SkipRows(std::int32_t rows) override;
   std::optional<double> ReadValue(std::int32_t column, ColumnFormat format) override;
   bool HasValue(std::int32_t column) override;
-  /// Without markers.
+  /// Without markers, as UTF-8.
   std::string TextAt(std::int32_t column) override;
   std::int32_t BlankLinesPassed() const override { return blanks_passed_; }
   bool RemarkPassed() const override { return remark_passed_; }

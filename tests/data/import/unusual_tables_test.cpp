@@ -88,6 +88,21 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
   }
 }
 
+TEST(UnusualTables, KindsOfRowsAreNamedInUtf8) {
+  const testing::TemporaryFolder folder;
+  const ImportResult result = ImportFile(folder.Write(
+      "t.csv", "town,year,n\n" + Rows(9, "Z\xFCrich,@,@@") + Rows(9, "Be\x07rn,@,1@")));
+  ASSERT_EQ(result.series.size(), 2u);
+  EXPECT_EQ(result.series.front()->SeriesName(), "Z\xC3\xBCrich");
+  EXPECT_EQ(result.series.back()->SeriesName(), "Be rn");
+  for (const auto& loaded : result.series) {
+    TDataSeries* const series = loaded.get();
+    series->Clear();
+    RefreshAll({&series, 1});
+    EXPECT_EQ(series->PointCount(), 9);
+  }
+}
+
 TEST(UnusualTables, AreNoSentences) {
   const struct {
     const char* what;
