@@ -151,8 +151,8 @@ TEST(ResidualTests, NeighboursAreJudgedByTheTracesOfTheModelsMatrix) {
   }
 }
 
-// The share of two columns beside the model's in normal residuals has the tail (1 - share)^((k - 2) / 2), k the degrees of freedom:
-// of two wavy residuals the greatest shares, from whole matrices, tell how much rarer one is.
+// The share of two columns beside the model's in normal residuals has the tail (1 - share)^((k - 2) / 2), k the degrees of
+// freedom: of two wavy residuals the greatest shares, from whole matrices, tell how much rarer one is.
 TEST(ResidualTests, WavesAreJudgedByTheirShareBesideTheModel) {
   constexpr int kCount = 30, kFreedom = kCount - 3;
   const Eigen::VectorXd t = Eigen::VectorXd::LinSpaced(kCount, -1, 1);

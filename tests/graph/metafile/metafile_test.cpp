@@ -32,8 +32,8 @@ struct Record {
   std::string parameters;
 };
 
-/// The records, checked as a strict reader would: handle, corner and reserved words of 0, lengths, checksum, objects made before use
-/// and at most as many as stated.
+/// The records, checked as a strict reader would: handle, corner and reserved words of 0, lengths, checksum, objects made before
+/// use and at most as many as stated.
 std::vector<Record> RecordsOf(const std::string& file) {
   for (const std::size_t of_zero : {4U, 6U, 8U, 16U, 18U}) EXPECT_EQ(WordAt(file, of_zero), 0U);
   unsigned checksum = 0;
