@@ -29,7 +29,7 @@ bool IsBlank(const Document& document) {
 
 Question ReloadQuestion(const Document& document) {
   std::string text = "This will discard all changes. Reload " + document.Name() + " ?";
-  if (!document.History().Changed()) text += "\n\nIt holds points that lie in no file.";
+  if (!document.History().Changed()) text += "\n\n" + document.Files().LossUnchanged();
   return {text, {Answer::Yes, Answer::No}};
 }
 

@@ -24,7 +24,8 @@ namespace {
 Question SaveQuestion(const Document& document, bool saved) {
   std::string text = "Save changes to " + document.Name() + " ?";
   if (!document.History().Changed()) {
-    text += "\n\nIt holds points that lie in no file. A graph file (.tgr) keeps them.";
+    text += "\n\n" + document.Files().LossUnchanged();
+    if (!document.Files().GraphFileChanged()) text += " A graph file (.tgr) keeps them.";
   } else if (saved) {
     text += "\n\nWhat was saved does not keep the whole graph. A graph file (.tgr) does.";
   }

@@ -149,7 +149,8 @@ struct Sorted {
   Others others;
 };
 
-Sorted SortOut(std::span<const double> values) {
+/// Candidates are those that `may_be` admits.
+Sorted SortOut(std::span<const double> values, bool (*may_be)(double)) {
   Sorted sorted;
   for (const double value : values) {
     if (!std::isfinite(value)) continue;
@@ -158,7 +159,7 @@ Sorted SortOut(std::span<const double> values) {
                      [value](const Candidate& candidate) { return candidate.value == value; });
     if (known != sorted.candidates.end()) {
       ++known->count;
-    } else if (sorted.candidates.size() < kMostCandidates && KindOf(value) != Sentinel::None) {
+    } else if (sorted.candidates.size() < kMostCandidates && may_be(value)) {
       sorted.candidates.push_back({value, 1});
     } else {
       sorted.others.Add({value, 1});
@@ -231,7 +232,7 @@ bool LooksMissing(double value) {
 }
 
 std::vector<std::string> SuggestMissing(std::span<const double> values) {
-  Sorted sorted = SortOut(values);
+  Sorted sorted = SortOut(values, [](double value) { return KindOf(value) != Sentinel::None; });
   if (sorted.others.count == 0) {
     if (sorted.candidates.size() != 1 || sorted.candidates.front().value == kNine) return {};
     return {ShortestText(sorted.candidates.front().value)};
@@ -250,28 +251,16 @@ std::vector<std::string> SuggestMissing(std::span<const double> values) {
 }
 
 std::vector<double> SuggestMissingOfColumn(std::span<const double> values) {
-  Others others;
-  std::vector<Candidate> candidates;
-  for (const double value : values) {
-    if (!std::isfinite(value)) continue;
-    const auto known = std::ranges::find(candidates, value, &Candidate::value);
-    if (known != candidates.end()) {
-      ++known->count;
-    } else if (candidates.size() < kMostCandidates && IsOfNinesHere(value)) {
-      candidates.push_back({value, 1});
-    } else {
-      others.Add({value, 1});
-    }
-  }
-  std::erase_if(candidates, [&](const Candidate& candidate) {
-    const double width = others.max - others.min;
-    const double gap = std::max(others.min - candidate.value, candidate.value - others.max);
-    const bool below = candidate.value < 0 && others.min >= 0;
+  auto [candidates, others] = SortOut(values, &IsOfNinesHere);
+  const double width = others.max - others.min;
+  std::erase_if(candidates, [&, &rest = others](const Candidate& candidate) {
+    const double gap = std::max(rest.min - candidate.value, candidate.value - rest.max);
+    const bool below = candidate.value < 0 && rest.min >= 0;
     return candidate.count < 2 || gap <= width * (below ? kWidthsApartBelowZero : 1);
   });
-  const bool below = std::ranges::all_of(candidates, [&](const Candidate& candidate) {
-    return candidate.value < 0 && others.min >= 0;
-  });
+  const bool below = others.min >= 0 && std::ranges::all_of(candidates, [](const Candidate& one) {
+                       return one.value < 0;
+                     });
   const std::size_t suffice = below ? kOthersThatSufficeAbove : kOthersThatSuffice;
   if (others.count < suffice || candidates.size() > kMostSuggested) return {};
   std::vector<double> missing(candidates.size());

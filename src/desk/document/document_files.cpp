@@ -365,6 +365,11 @@ bool DocumentFiles::ClosingLoses() const {
          !filed_.HoldAll(document_.WholeGraph().State());
 }
 
+std::string DocumentFiles::LossUnchanged() const {
+  return GraphFileChanged() ? "Its file was changed by another program since."
+                            : "It holds points that lie in no file.";
+}
+
 bool DocumentFiles::EndingLoses() const {
   if (!ClosingLoses()) return false;
   const std::vector<TSeries*> all = SeriesOfWhole(document_.WholeGraph());

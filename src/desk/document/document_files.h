@@ -60,9 +60,10 @@ class DocumentFiles {
   const PointsAsRead& AsRead() const { return as_read_; }
   PointsAsRead& AsRead() { return as_read_; }
   /// True when closing would lose something: changes, points that lie in no file, a graph whose file holds another by now. Never
-  /// once reading the data file
-  /// failed, or after GiveUp().
+  /// once reading the data file failed, or after GiveUp().
   bool ClosingLoses() const;
+  /// What of that there is without a change, a sentence.
+  std::string LossUnchanged() const;
   /// True when the end of the program would lose something: as closing, but for data that were opened and that no step has
   /// touched since. Opening their file again brings them, in whatever view.
   bool EndingLoses() const;

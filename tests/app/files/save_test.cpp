@@ -156,6 +156,12 @@ TEST_F(DesktopTest, WhatOthersWroteIsReplacedByNobodyUnasked) {
   Run("FileSave1");
   EXPECT_FALSE(ActiveDocument().Files().GraphFileChanged());
   Run("FileSave1");  // unasked
+  folder_.Write("mine.tgr", "another graph");
+  Expect("Save changes to Graph_1 ?\n\nIts file was changed by another program since.",
+         Answer::Cancel);
+  Run("FileClose1");
+  Expect(changed, Answer::Yes);
+  Run("FileSave1");
 
   chooser_->to_open = {Example("decay.dat")};
   Run("FileOpen1");
