@@ -12,6 +12,11 @@ bool IsMonotone(const std::vector<double>& values) {
          (std::ranges::is_sorted(values) || std::ranges::is_sorted(values, std::ranges::greater()));
 }
 
+bool RisesThroughout(const std::vector<double>& values) {
+  return values.size() > 2 && IsMonotone(values) &&
+         std::ranges::adjacent_find(values) == values.end();
+}
+
 bool IsInNoOrder(const std::vector<double>& values) {
   std::size_t rises = 0;
   std::size_t falls = 0;

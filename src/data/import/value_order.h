@@ -10,6 +10,9 @@ namespace tarnwick {
 /// They only rise or only fall; equal ones may follow each other.
 bool IsMonotone(const std::vector<double>& values);
 
+/// More than two, each above the one before or each below it.
+bool RisesThroughout(const std::vector<double>& values);
+
 /// As many steps up as down, more or less: no clock that begins anew at midnight.
 bool IsInNoOrder(const std::vector<double>& values);
 

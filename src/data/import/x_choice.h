@@ -13,9 +13,6 @@ namespace tarnwick {
 /// count of rows while there is something better; kRowNumberColumn where none gives X.
 std::int32_t ChooseX(const ImportSource& source, const std::vector<std::int32_t>& numbers);
 
-/// The column counts the rows, by its values and by its name or for want of one, or labels them (LabelsRows).
-bool CountsRows(const ImportSource& source, std::int32_t column);
-
 /// Neither its name nor the order of its values says that the column is X, or they speak against it: two or three whole values,
 /// the number of a person.
 bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column);
@@ -26,8 +23,5 @@ std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x)
 
 /// The column is called a time and holds whole numbers as long as days are written, which were read as no dates.
 bool HoldsUnreadDays(const ImportSource& source, std::int32_t column);
-
-/// Columns called by dates, or behind labels of rows by numbers that rise: each row holds a series of its own.
-bool HoldsSeriesInRows(const ImportSource& source);
 
 }  // namespace tarnwick
