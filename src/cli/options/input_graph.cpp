@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <vector>
+#include "data/import/open_source.h"
 
 #include "base/error.h"
 #include "base/number_text.h"

@@ -9,7 +9,7 @@
 
 #include "base/word_list.h"
 #include "data/guess/time_guess.h"
-#include "data/import/import_file.h"
+#include "data/import/import_options.h"
 #include "data/import/past_midnight.h"
 #include "data/text/field_value.h"
 #include "data/text/text_fields.h"

@@ -6,6 +6,8 @@
 
 namespace tarnwick {
 
+struct ImportOptions;
+
 /// Recognises the time that several columns make together (TimeColumns; the supplier does not know of it yet), columns of
 /// dates written as plain digits and of seconds since 1970, and tells of zones and of dates that read two ways. Nothing is
 /// looked for that the options settle.

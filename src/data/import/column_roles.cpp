@@ -15,7 +15,7 @@
 #include "data/import/error_columns.h"
 #include "data/import/error_judge.h"
 #include "data/import/error_names.h"
-#include "data/import/import_file.h"
+#include "data/import/import_options.h"
 #include "data/import/name_words.h"
 #include "data/import/row_identity.h"
 #include "data/import/series_in_rows.h"

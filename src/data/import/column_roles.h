@@ -12,6 +12,8 @@
 
 namespace tarnwick {
 
+struct ImportOptions;
+
 /// Where the errors of a column's values come from.
 struct ChosenErrors {
   ErrorRule rule;

@@ -10,7 +10,7 @@
 
 #include "base/number_text.h"
 #include "base/word_list.h"
-#include "data/import/import_file.h"
+#include "data/import/import_options.h"
 #include "data/import/sign_columns.h"
 #include "data/import/value_order.h"
 #include "data/import/x_choice.h"

@@ -9,6 +9,8 @@
 
 namespace tarnwick {
 
+struct ImportOptions;
+
 /// A clause for each thing that the chosen columns leave open: commas that may group thousands as well as be the decimals'
 /// mark, units that differ from row to row, times of a day that go on past midnight. Of columns whose format the options
 /// state nothing is said.

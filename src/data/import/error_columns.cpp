@@ -10,7 +10,7 @@
 #include "base/word_list.h"
 #include "data/import/error_judge.h"
 #include "data/import/error_names.h"
-#include "data/import/import_file.h"
+#include "data/import/import_options.h"
 #include "data/import/name_words.h"
 
 namespace tarnwick {

@@ -10,6 +10,8 @@
 
 namespace tarnwick {
 
+struct ImportOptions;
+
 /// Takes the columns of errors as those of the columns that they are named after, stand behind, or follow in the same order;
 /// what the user says goes before. One column that the user names for several DataSets is that of the one it is
 /// written after, of the one before it, or without a word about DataSets of the first, which is told. `candidates`: columns that

@@ -2,21 +2,17 @@
 // DataSet.
 #pragma once
 
-#include <filesystem>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/progress.h"
 #include "data/data_supplier.h"
 #include "data/ds_info.h"
 #include "data/guess/format_guess.h"
-#include "data/import/source_kinds.h"
 
 namespace tarnwick {
-
-struct ImportOptions;
 
 struct ImportSource {
   TDSInfo info;  ///< everything but the columns and their formats; active
@@ -45,17 +41,5 @@ struct ImportSource {
  private:
   ColumnGuess row_numbers_ = {.has_numbers = true};
 };
-
-/// Opens and examines a file, of the first of `kinds` that recognises it. Throws Error for options that cannot be used and
-/// FileError for files that cannot be read, and UnpackingCancelled.
-ImportSource OpenImportSource(const std::filesystem::path& path, const ImportOptions& options,
-                              SourceKinds kinds, Progress& progress);
-
-/// What every first look ends with: the kind where there is a place to read again, the rows that the options choose.
-void FinishSource(const ImportOptions& options, DataSourceKind kind, ImportSource& source);
-
-/// The same for a text that is no file's, which nothing can read again. `name` is for messages.
-ImportSource TextImportSource(std::string text, const std::string& name,
-                              const ImportOptions& options, Progress& progress);
 
 }  // namespace tarnwick

@@ -11,7 +11,7 @@
 
 #include "base/number_text.h"
 #include "base/word_list.h"
-#include "data/import/import_file.h"
+#include "data/import/import_options.h"
 #include "data/import/value_order.h"
 #include "data/text/declared_missing.h"
 #include "data/text/missing_values.h"

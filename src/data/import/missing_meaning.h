@@ -8,6 +8,8 @@
 
 namespace tarnwick {
 
+struct ImportOptions;
+
 /// Recognises numbers that stand for no value (MissingValues), unless the options say which do: those that the head of `text`
 /// declares, and those that the values of a column give away. The guesses' values are without them from then on.
 void SettleMissingValues(const ImportOptions& options, std::string_view text, char line_end,

@@ -10,6 +10,7 @@
 #include "base/word_list.h"
 #include "data/import/column_meaning.h"
 #include "data/import/import_file.h"
+#include "data/import/open_source.h"
 #include "data/text/text_fields.h"
 #include "sources/database/database_supplier.h"
 #include "sources/database/thinned_supplier.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "data/import/import_source.h"
+#include "data/import/source_kinds.h"
 #include "sources/database/database_place.h"
 #include "sources/database/first_picture.h"
 #include "sources/database/thinned_view.h"

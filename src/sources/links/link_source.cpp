@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "data/import/import_file.h"
+#include "data/import/open_source.h"
 #include "data/text/field_value.h"
 #include "sources/links/link_supplier.h"
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "data/import/import_source.h"
+#include "data/import/source_kinds.h"
 
 namespace tarnwick {
 

@@ -1,5 +1,6 @@
 #include "sources/readers/part_of_file.h"
 
+#include "data/import/open_source.h"
 #include "data/import/source_place.h"
 
 namespace tarnwick {
