@@ -95,6 +95,7 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
   LineWalker walker(text, layout.line_end);
   const Before before = MayStandBeforeRemark(layout);
   std::int32_t rows = 0;
+  std::int32_t widest = 0;  // rows of the most columns
   bool all_end = true;
   for (std::int32_t i = 0; rows < kColumnLines && !walker.AtEnd(); ++i) {
     // Rows behind the table have columns of their own.
@@ -111,11 +112,15 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
     if (rows == 0) opening.first_row_columns = columns;
     if (opening.rows.size() < kRowsOfPlaces) opening.rows.push_back(line);
     if (!EndsWithSeparator(line, layout)) all_end = false;
+    if (columns > opening.row_columns) widest = 0;
     opening.row_columns = std::max(opening.row_columns, columns);
+    if (columns == opening.row_columns) ++widest;
     ++rows;
   }
-  // An empty field behind the last separator has no name; the rows' labels have theirs then.
-  opening.labels = all_end ? RowLabels::Never : LabelsOf(opening.rows, layout);
+  // An empty field behind the last separator has no name, nor has what only the lesser part of the rows ends with; the rows'
+  // labels have theirs then.
+  const bool few_widest = 2 * widest < rows;
+  opening.labels = all_end || few_widest ? RowLabels::Never : LabelsOf(opening.rows, layout);
   return opening;
 }
 
