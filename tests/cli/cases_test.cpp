@@ -22,6 +22,7 @@
 #include <string>
 #include <vector>
 
+#include "support/case_text.h"
 #include "support/project_paths.h"
 #include "support/temporary_folder.h"
 
@@ -45,21 +46,6 @@ Result RunProgram(const TemporaryFolder& folder, const std::string& arguments) {
   const int status = std::system(command.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder.File(".out")),
           ReadFile(folder.File(".err"))};
-}
-
-std::string Unescaped(const std::string& line) {
-  std::string bytes;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    if (line[i] != '\\' || i + 1 == line.size()) {
-      bytes += line[i];
-    } else if (line[++i] == 'x') {
-      bytes += static_cast<char>(std::stoi(line.substr(i + 1, 2), nullptr, 16));
-      i += 2;
-    } else {
-      bytes += line[i] == 't' ? '\t' : line[i] == 'r' ? '\r' : line[i];
-    }
-  }
-  return bytes;
 }
 
 /// One case file being played, line by line.
@@ -143,7 +129,7 @@ class Script {
       }
       ++number_;
       if (line == closing) break;
-      block += (escapes ? Unescaped(line) : line) + '\n';
+      block += (escapes ? testing::Unescaped(line) : line) + '\n';
     }
     return block;
   }
@@ -163,17 +149,8 @@ TEST_P(CliCases, AnswerAsWritten) {
   Script(GetParam()).Play();
 }
 
-std::vector<std::filesystem::path> CaseFiles() {
-  std::vector<std::filesystem::path> files;
-  for (const auto& entry :
-       std::filesystem::directory_iterator(testing::SourceFolder() / "tests/cli/cases")) {
-    if (entry.path().extension() == ".case") files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
-INSTANTIATE_TEST_SUITE_P(All, CliCases, ::testing::ValuesIn(CaseFiles()),
+INSTANTIATE_TEST_SUITE_P(All, CliCases,
+                         ::testing::ValuesIn(testing::FilesOf("tests/cli/cases", ".case")),
                          [](const auto& row) { return row.param.stem().string(); });
 
 }  // namespace
