@@ -5,6 +5,7 @@
 //   $ arguments        runs tarnwick-cli with them, in a fresh folder, through the shell
 //                      ($TFN: the folder of the ready-made fitting functions)
 //   = status           its exit status; the lines to the next empty line or key are its whole answer
+//   =~ status          likewise, to the line "end", for answer and standard error, numbers to six digits, runs of blanks as one
 //   ~ text             its answer holds this text
 //   ! text             standard error holds this text; "!": nothing
 //   != text            standard error is this line and no other
@@ -15,9 +16,12 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -46,6 +50,45 @@ Result RunProgram(const TemporaryFolder& folder, const std::string& arguments) {
   const int status = std::system(command.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(folder.File(".out")),
           ReadFile(folder.File(".err"))};
+}
+
+/// A text in parts: numbers, and what stands between them with runs of blanks as one.
+struct Part {
+  std::string text;
+  std::optional<double> number;
+};
+
+std::vector<Part> PartsOf(const std::string& text) {
+  static const std::regex kNumbers(R"(\d+(\.\d+)?([eE][-+]?\d+)?)");
+  static const std::regex kBlanks(" +");
+  std::vector<Part> parts;
+  std::size_t done = 0;
+  for (std::sregex_iterator at(text.begin(), text.end(), kNumbers), end; at != end; ++at) {
+    const auto place = static_cast<std::size_t>(at->position());
+    parts.push_back({std::regex_replace(text.substr(done, place - done), kBlanks, " "), {}});
+    parts.push_back({at->str(), std::stod(at->str())});
+    done = place + static_cast<std::size_t>(at->length());
+  }
+  parts.push_back({std::regex_replace(text.substr(done), kBlanks, " "), {}});
+  return parts;
+}
+
+bool IsLike(const Part& part, const Part& expected) {
+  constexpr double kSixDigits = 6e-6;
+  constexpr double kNothing = 1e-12;
+  if (!part.number || !expected.number) return part.text == expected.text;
+  return std::abs(*part.number - *expected.number) <=
+         kSixDigits * std::abs(*expected.number) + kNothing;
+}
+
+void ExpectLike(const std::string& text, const std::string& expected) {
+  const std::vector<Part> parts = PartsOf(text);
+  const std::vector<Part> wanted = PartsOf(expected);
+  const auto apart = std::ranges::mismatch(parts, wanted, IsLike);
+  if (apart.in1 == parts.end() && apart.in2 == wanted.end()) return;
+  ADD_FAILURE() << "at \"" << (apart.in2 == wanted.end() ? "" : apart.in2->text)
+                << "\" otherwise than written:\n"
+                << text;
 }
 
 /// One case file being played, line by line.
@@ -82,6 +125,9 @@ class Script {
       if (!expected.empty()) {
         EXPECT_EQ(result_.out, expected);
       }
+    } else if (key == "=~") {
+      EXPECT_EQ(result_.status, std::stoi(rest)) << result_.err;
+      ExpectLike(result_.out + result_.err, Block("end", /*escapes=*/false));
     } else if (key == "~") {
       EXPECT_NE(result_.out.find(rest), std::string::npos) << rest << "\nis not in\n"
                                                            << result_.out;
@@ -114,8 +160,8 @@ class Script {
   }
 
   static bool IsKey(const std::string& word) {
-    return word == "$" || word == "x" || word == "~" || word == "!" || word == "!=" ||
-           word == "?" || word == "?!";
+    return word == "$" || word == "x" || word == "=~" || word == "~" || word == "!" ||
+           word == "!=" || word == "?" || word == "?!";
   }
 
   /// The lines up to `closing`; for an empty one also up to a line that is a key.
