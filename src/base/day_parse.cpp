@@ -403,11 +403,19 @@ std::optional<Moment> ReadMoment(std::string_view text, SlashDate slash_date) {
   return ReadDate(scanner, first, slash_date);
 }
 
-/// The quarter of "Q1", 0 when none stands here.
-int TakeQuarter(Scanner& scanner) {
-  if (!scanner.TakeWord("q")) return 0;
-  const Digits quarter = scanner.TakeDigits();
-  return quarter.size == 1 && quarter.value >= 1 && quarter.value <= 4 ? quarter.value : 0;
+/// How many months each part of a year has that this letter counts: quarters and halves; 0 for other letters.
+int MonthsOfPart(char letter) {
+  const char lower = Lower(letter);
+  return lower == 'q' ? 3 : lower == 'h' || lower == 's' ? 6 : 0;
+}
+
+/// The first month of "Q2", "H2" or "S2" (semester), no month when none stands here.
+Digits TakePartOfYear(Scanner& scanner) {
+  const int months = MonthsOfPart(scanner.Next());
+  if (!scanner.TakeWord("q") && !scanner.TakeWord("h") && !scanner.TakeWord("s")) return {};
+  const Digits part = scanner.TakeDigits();
+  const bool there = part.size == 1 && part.value >= 1 && part.value * months <= 12;
+  return {there ? (part.value - 1) * months + 1 : 0, 2};
 }
 
 /// The Monday of a week as ISO 8601 counts them: the first of a year is that of 4 January.
@@ -418,7 +426,7 @@ std::optional<double> MondayOf(int year, const Digits& week) {
   return SplitDay(monday + 3).year == year ? std::optional(monday) : std::nullopt;
 }
 
-/// The first day of a quarter, month or week behind its year: "1990Q1", "1990-Q1", "1990M01", "1990-01", "1990 Jan", "1990-W01".
+/// The first day of a half, quarter, month or week behind its year: "1990H1", "1990Q1", "1990-Q1", "1990M01", "1990-01", "1990 Jan", "1990-W01".
 std::optional<double> ReadPeriodOfYear(Scanner scanner) {
   const Digits year = scanner.TakeDigits();
   if (year.size != 4) return std::nullopt;
@@ -430,8 +438,8 @@ std::optional<double> ReadPeriodOfYear(Scanner scanner) {
     const Digits week = scanner.TakeDigits();
     return scanner.AtEnd() ? MondayOf(year.value, week) : std::nullopt;
   }
-  if (month.size == 0 && Lower(scanner.Next()) == 'q') {
-    month = {TakeQuarter(scanner) * 3 - 2, 2};
+  if (month.size == 0 && MonthsOfPart(scanner.Next()) > 0) {
+    month = TakePartOfYear(scanner);
   } else if (month.size == 0 && (scanner.TakeWord("m") || mark == '-' || mark == '/')) {
     month = scanner.TakeDigits();
   }
@@ -442,8 +450,8 @@ std::optional<double> ReadPeriodOfYear(Scanner scanner) {
 std::optional<double> ReadPeriodBeforeYear(Scanner scanner) {
   Digits month = scanner.TakeName(kMonthNames);
   const bool named = month.size > 0;
-  if (!named && Lower(scanner.Next()) == 'q') {
-    month = {TakeQuarter(scanner) * 3 - 2, 2};
+  if (!named && MonthsOfPart(scanner.Next()) > 0) {
+    month = TakePartOfYear(scanner);
   } else if (!named) {
     month = scanner.TakeDigits();
     if (scanner.Next() != '/') return std::nullopt;

@@ -11,6 +11,7 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/guess/date_columns.h"
+#include "data/guess/period_columns.h"
 #include "data/guess/time_names.h"
 #include "data/text/field_value.h"
 #include "data/text/text_fields.h"
@@ -457,6 +458,7 @@ std::optional<JoinedTimeFound> FindJoinedTime(
   columns = columns.first(std::min(columns.size(), kMostColumns));
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (auto found = FindYearMonth(names, columns, i)) return found;
+    if (auto found = FindPeriods(columns, i)) return found;
     if (auto found = FindByNames(names, columns, i)) return found;
   }
   for (std::size_t i = 0; i < columns.size(); ++i) {

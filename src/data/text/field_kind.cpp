@@ -41,9 +41,9 @@ bool IsDate(std::string_view text) {
          ValueOfField(text, ColumnFormat::DateDayFirst);
 }
 
-/// Months, days of the week and quarters begin with these.
+/// Months, days of the week, quarters and halves begin with these.
 bool MayNameDate(std::string_view text) {
-  constexpr std::string_view kInitials = "JFMASONDTWQEGLKPCjfmasondtwqeglkpc";
+  constexpr std::string_view kInitials = "JFMASONDTWQHEGLKPCjfmasondtwqheglkpc";
   return text.size() >= kShortestNamedDate && kInitials.find(text.front()) != kInitials.npos &&
          std::any_of(text.begin(), text.end(), IsDigit);
 }

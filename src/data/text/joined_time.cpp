@@ -49,6 +49,7 @@ constexpr PartRow kParts[] = {
     {TimePart::Week, "Week", kMonth | kDay},
     {TimePart::AmPm, "AmPm", kHalf},
     {TimePart::YearWeek, "YearWeek", kYear | kMonth | kDay},
+    {TimePart::YearQuarter, "YearQuarter", kYear | kMonth},
 };
 
 const PartRow& RowOf(TimePart part) {
@@ -163,9 +164,15 @@ std::optional<double> DateOfWeek(int year, int week) {
   return ParseDay(std::to_string(year) + (week < 10 ? "-W0" : "-W") + std::to_string(week));
 }
 
-/// The last two of six digits, the first of which are the year; nothing where they are none.
+/// The last two of six digits, the first of which are the year, or what stands behind the year and a colon or a dash; nothing
+/// where there is none.
 std::string_view BehindYear(std::string_view text, Sum& sum) {
+  constexpr std::size_t kYearDigits = 4;
   text = TrimBlankBytes(text);
+  if (text.size() > kYearDigits + 1 && (text[kYearDigits] == ':' || text[kYearDigits] == '-')) {
+    sum.year = YearOf(text.substr(0, kYearDigits));
+    return text.substr(kYearDigits + 1);
+  }
   if (text.size() != 6 || !std::all_of(text.begin(), text.end(), IsDigit)) return {};
   sum.year = YearOf(text.substr(0, 4));
   return text.substr(4);
@@ -234,6 +241,8 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
       return AddSeconds(InRange(text, 0, 60), 1, sum);
     case TimePart::YearWeek:
       return AddWeek(InRange(BehindYear(text, sum), 1, 54), sum);
+    case TimePart::YearQuarter:
+      return AddMonth(InRange(BehindYear(text, sum), 1, 5), 3, sum) && sum.year.has_value();
     case TimePart::AmPm:
       sum.half = HalfOf(text);
       return sum.half.has_value();

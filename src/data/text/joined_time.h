@@ -24,11 +24,12 @@ enum class TimePart : std::uint8_t {
   Minute,
   Second,
   HourMinute,  ///< 1610 is 16:10, 5 is 00:05
-  YearMonth,   ///< 202403 is March 2024
+  YearMonth,   ///< 202403, 2024:3 is March 2024
   Quarter,     ///< 1 to 4
   Week,        ///< of ISO 8601, 1 to 53
   AmPm,        ///< "AM" or "p.m.": the half of the day that a time of twelve hours lies in
-  YearWeek     ///< 199052 is the week of ISO 8601
+  YearWeek,    ///< 199052, 1990:52 is the week of ISO 8601
+  YearQuarter  ///< 1990:1 begins in January
 };
 
 /// True when no two of the parts say the same, as a date and a month do; false also for none.
