@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/word_list.h"
+#include "data/import/cycling_columns.h"
 #include "data/import/sign_columns.h"
 #include "data/import/split_runs.h"
 #include "data/import/value_order.h"
@@ -34,6 +36,12 @@ struct Group {
     last_x = x;
     ++rows;
   }
+  /// X goes one way in most rows, but stands or goes back in one of twenty: a line through them goes back and forth.
+  bool MostlyGoesOneWay() const {
+    constexpr std::size_t kMostShare = 4, kRowsPerStep = 20;
+    const std::size_t back = std::min(rises, falls), ahead = std::max(rises, falls);
+    return kMostShare * back <= ahead && ahead > 0 && kRowsPerStep * (rows - ahead) >= rows;
+  }
   /// X goes one way but where it starts over, once in ten rows at most; so many times may be allowed beyond.
   bool GoesOneWay(std::size_t more = 0) const {
     constexpr std::size_t kRowsOfPiece = 10;
@@ -47,17 +55,24 @@ struct Candidate {
   std::map<std::string, std::size_t> places;
   std::vector<std::string> names;  ///< as they come
   std::vector<Group> groups;
-  bool possible = true;
+  bool few = true;       ///< it tells a few kinds apart
+  bool possible = true;  ///< and each is a curve
 
   void Take(std::string text, double x) {
+    if (text.empty()) possible = false;
+    if (text.empty()) return;
     const auto [place, is_new] = places.try_emplace(std::move(text), groups.size());
     if (is_new) {
-      possible = groups.size() < kMostRuns && !place->first.empty();
+      few = groups.size() < kMostRuns;
       names.push_back(place->first);
       groups.emplace_back();
     }
     groups[place->second].Take(x);
     possible = possible && groups[place->second].GoesOneWay(1);
+  }
+
+  bool TellsKinds(std::size_t rows) const {
+    return groups.size() > 1 && rows >= kFewestRowsOfGroup * groups.size();
   }
 
   /// Where one of the kinds starts over none of them is that of a row or two.
@@ -66,7 +81,7 @@ struct Candidate {
       return std::min(group.rises, group.falls) > 0;
     };
     const auto is_rare = [](const Group& group) { return group.rows < kFewestRowsOfGroup; };
-    return possible && groups.size() > 1 && rows >= kFewestRowsOfGroup * groups.size() &&
+    return possible && TellsKinds(rows) &&
            std::ranges::all_of(groups, [](const Group& group) { return group.GoesOneWay(); }) &&
            (std::ranges::none_of(groups, starts_over) || std::ranges::none_of(groups, is_rare));
   }
@@ -92,13 +107,18 @@ bool TurnsOrStands(const std::vector<double>& x) {
 
 /// Columns whose first texts repeat, as kinds do; where X rises in every row, as kinds do that take turns.
 std::vector<Candidate> CandidatesIn(const ImportSource& source, std::int32_t x) {
+  const std::vector<std::int32_t> cycling = FindCyclingColumns(source, x);
+  const auto numbers_objects = [&](std::int32_t column) {
+    return std::ranges::find(cycling, column) != cycling.end() && NumbersObjects(source, x, column);
+  };
   const bool rises = x >= 0 && !TurnsOrStands(source.GuessOf(x).values);
   std::vector<Candidate> candidates;
   for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
     const auto column = static_cast<std::int32_t>(i);
     const bool of_time =
         std::ranges::find(source.time_columns, column) != source.time_columns.end();
-    if (source.columns[i].has_numbers || of_time || candidates.size() == kMostCandidates) continue;
+    const bool may_tell = !source.columns[i].has_numbers || numbers_objects(column);
+    if (!may_tell || of_time || candidates.size() == kMostCandidates) continue;
     if (AreSigns(source.samples[i]) || (rises && !TakeTurns(source.samples[i]))) continue;
     std::vector<std::string> texts = source.samples[i];
     std::ranges::sort(texts);
@@ -118,24 +138,54 @@ bool GivesPoint(const ImportResult& result, TDataSupplier& supplier) {
   });
 }
 
-/// The first column that parts the rows; nothing where none does.
-std::optional<Candidate> FindGroups(const ImportSource& source, const ImportResult& result) {
+/// The first column that parts the rows, and where none does the first that tells kinds of rows apart which a line joins.
+struct FoundGroups {
+  std::optional<Candidate> parting;
+  std::optional<Candidate> joined;
+};
+
+FoundGroups FindGroups(const ImportSource& source, const ImportResult& result) {
   const TDSInfo& info = result.series.front()->Source();
   std::vector<Candidate> candidates = CandidatesIn(source, info.x_column_index);
   TDataSupplier& supplier = *source.supplier;
   std::size_t rows = 0;
+  Group all;
   supplier.FirstRow();
   supplier.SkipRows(info.FileHasHeaders - supplier.HeaderRowsPassed());
   for (; !supplier.AtEnd() && !candidates.empty(); supplier.NextRow()) {
     const std::optional<double> x = supplier.ReadValue(info.x_column_index, info.XFormat);
     if (!x || !GivesPoint(result, supplier)) continue;
-    if (std::cmp_equal(++rows, kMostRows)) return std::nullopt;
+    if (std::cmp_equal(++rows, kMostRows)) return {};
+    all.Take(*x);
     for (Candidate& candidate : candidates) candidate.Take(supplier.TextAt(candidate.column), *x);
-    std::erase_if(candidates, [](const Candidate& candidate) { return !candidate.possible; });
+    std::erase_if(candidates, [](const Candidate& candidate) { return !candidate.few; });
   }
-  const auto found = std::ranges::find_if(
-      candidates, [rows](const Candidate& candidate) { return candidate.PartsRows(rows); });
-  return found == candidates.end() ? std::nullopt : std::optional(std::move(*found));
+  const auto first = [&candidates](auto is) {
+    const auto found = std::ranges::find_if(candidates, is);
+    return found == candidates.end() ? std::nullopt : std::optional(std::move(*found));
+  };
+  if (auto parting = first([rows](const Candidate& one) { return one.PartsRows(rows); })) {
+    return {std::move(parting), std::nullopt};
+  }
+  if (!all.MostlyGoesOneWay()) return {};
+  return {std::nullopt, first([rows](const Candidate& one) { return one.TellsKinds(rows); })};
+}
+
+void TellOfJoined(const ImportSource& source, std::int32_t x,
+                  const std::optional<Candidate>& joined, std::vector<std::string>& notes) {
+  if (joined) {
+    notes.push_back("the rows belong to " + std::to_string(joined->names.size()) + " kinds of " +
+                    source.Quoted(joined->column) + " and are shown together");
+    return;
+  }
+  std::vector<std::string> names;
+  for (const std::int32_t column : FindCyclingColumns(source, x)) {
+    names.push_back(source.Quoted(column));
+  }
+  if (names.empty()) return;
+  notes.push_back(Listed(names) + (names.size() == 1 ? " goes" : " go") +
+                  " through the same values at each " + source.Quoted(x) +
+                  ": what belongs to one after the other is shown together");
 }
 
 std::unique_ptr<TDataSeries> SeriesOf(const TDataSeries& whole, const std::string& name,
@@ -167,20 +217,42 @@ bool MayHoldGroups(const ImportSource& source, const ChosenColumns& columns) {
   return x.size() >= kFewest;
 }
 
+/// What numbers objects and what is the same for each of them, where they are parted, is drawn no more.
+void LeaveOutCycling(const ImportSource& source, const ChosenColumns& columns,
+                     ImportResult& result) {
+  const std::vector<std::int32_t> cycling = FindCyclingColumns(source, columns.x);
+  std::vector<std::string> names;
+  for (std::size_t i = result.series.size(); i > 0 && result.series.size() > 1; --i) {
+    const std::int32_t column = result.series[i - 1]->Source().y_column_index;
+    if (std::ranges::find(cycling, column) == cycling.end()) continue;
+    names.insert(names.begin(), source.Quoted(column));
+    result.series.erase(result.series.begin() + static_cast<std::ptrdiff_t>(i - 1));
+  }
+  if (names.empty()) return;
+  result.notes.push_back(Listed(names) + (names.size() == 1 ? " is" : " are") +
+                         " left out: the same at each " + source.Quoted(columns.x));
+}
+
 }  // namespace
 
 void SplitGroups(ImportResult& result, const ImportSource& source, const ChosenColumns& columns,
                  const LoadOptions& load, const SeriesFactory& make) {
   if (result.cancelled || !MayHoldGroups(source, columns)) return;
-  const std::optional<Candidate> groups = FindGroups(source, result);
-  if (!groups || groups->groups.size() * result.series.size() > kMostRunDataSets) return;
+  const FoundGroups found = FindGroups(source, result);
+  const std::optional<Candidate>& groups = found.parting;
+  if (!groups) return TellOfJoined(source, columns.x, found.joined, result.notes);
+  if (groups->groups.size() * result.series.size() > kMostRunDataSets) return;
   const std::string column = source.ReferenceTo(groups->column);
+  // A number alone would say little.
+  const bool numbered = source.GuessOf(groups->column).has_numbers;
+  const std::string label = numbered ? source.NameOf(groups->column) + " " : std::string();
+  if (numbered) LeaveOutCycling(source, columns, result);
   std::vector<std::unique_ptr<TDataSeries>> split;
   std::vector<TDataSeries*> all;
   for (const auto& whole : result.series) {
     const std::string name = result.series.size() == 1 ? "" : whole->SeriesName() + ", ";
     for (std::size_t i = 0; i < groups->names.size(); ++i) {
-      split.push_back(SeriesOf(*whole, name, *groups, column, i, make));
+      split.push_back(SeriesOf(*whole, name + label, *groups, column, i, make));
       all.push_back(split.back().get());
     }
   }
