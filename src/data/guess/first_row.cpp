@@ -35,14 +35,15 @@ LineKind KindOf(std::string_view line, const TextLayout& layout, const TableBody
     const std::string_view text = FieldText(*field, layout, buffer);
     const FieldKind kind = KindOfField(text);
     if (!column.has_numbers || kind == FieldKind::Empty || kind == FieldKind::Placeholder) continue;
-    // Over numbers a date is a name.
-    const bool value = IsValue(kind) && (kind != FieldKind::Date || column.is_date);
+    // Over numbers a date is a name, and over dates a number with decimals is none.
+    const bool decimal = kind == FieldKind::Number && text.find('.') != text.npos;
+    const bool value = IsValue(kind) && (column.is_date ? !decimal : kind != FieldKind::Date);
     if (values + texts == 0) {
       first_is_value = value;
       first_is_solid = column.values.size() == body.rows.size();
     }
     ++(value ? values : texts);
-    decimals += kind == FieldKind::Number && text.find('.') != text.npos ? 1 : 0;
+    decimals += decimal ? 1 : 0;
   }
   // No names are written with decimals.
   if (texts == 0 || (decimals > 1 && decimals > texts)) return LineKind::Values;

@@ -101,6 +101,10 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
         std::to_string(format.names_apart) + " names for " + std::to_string(format.columns.size()) +
         " columns: " + (format.names_line > 0 ? "the last are left out" : "they are left out"));
   }
+  if (format.separators == ",;" || format.separators == "\t;") {
+    notes.emplace_back(
+        "fields hold several values with \";\" between them: each is a column of its own");
+  }
   if (format.has_remarks) notes.emplace_back("remarks behind the values are passed over");
   if (format.table_rows == 1) notes.emplace_back("the table has one row only");
   return notes;

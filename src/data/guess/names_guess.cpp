@@ -35,7 +35,7 @@ class NamesGuess {
       // Rows may end with a separator where their names do not.
       const bool ends = table_.fields > 2 && EndWithSeparator();
       const auto rows = table_.rows.first(std::min(table_.rows.size(), kRowsOfPlaces));
-      const RowLabels labels = ends ? RowLabels::Never : LabelsOf(rows, layout);
+      const RowLabels labels = ends ? RowLabels::Never : LabelsOf(rows, layout, above);
       HeaderLines found = FindHeaderLines(above, layout, table_.fields, labels);
       if (found.names == 0 && ends) found = FindHeaderLines(above, layout, table_.fields - 1);
       // Where there is none, the rule is not to find one in the preamble.

@@ -6,6 +6,7 @@
 
 #include "base/ascii.h"
 #include "data/guess/row_frame.h"
+#include "data/guess/shared_fields.h"
 #include "data/text/field_kind.h"
 #include "data/text/line_words.h"
 
@@ -18,6 +19,7 @@ constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|", "&"};
 // Labels hold blanks: "sample 1<tab>3.4" is no table of three columns.
 constexpr double kBlanksMustBeatBy = 1.4;
+constexpr double kLoneValuesMustBeatBy = 1.2;
 constexpr double kFramesMustBeatBy = 1.1;
 
 /// Characters that separate together where one alone leaves several values in a field.
@@ -83,6 +85,13 @@ bool HoldAll(std::string_view characters, Lines lines) {
   return std::ranges::all_of(characters, [lines](char c) {
     return std::ranges::any_of(lines, [c](std::string_view l) { return l.find(c) != l.npos; });
   });
+}
+
+/// How many values the rows have in the mean.
+double ValuesOfRow(const Separation& separation) {
+  const FoundTable* const best = HeaviestTable(separation.tables);
+  if (best == nullptr || best->rows == 0) return 0;
+  return best->weight * best->fields / static_cast<double>(best->rows);
 }
 
 /// Outlines in parentheses have as many points each as it takes.
@@ -175,7 +184,13 @@ std::vector<FoundTable> ChooseSeparators(Lines lines, char line_end, TextFormat&
     if (!HoldAll(together.all, lines) || !MayJoin(together, lines)) continue;
     Separation joined = SeparateBy(together.all, format, lines, line_end);
     if (together.alone == ' ' && IsRagged(joined.tables)) continue;
-    if (joined.heaviest > kBlanksMustBeatBy * best.heaviest) best = std::move(joined);
+    // "0.1,2.5<tab>label": where one value stands in a row there is nothing to lose.
+    const bool lone = together.all == "\t," && ValuesOfRow(best) < 2;
+    const double must_beat_by = lone ? kLoneValuesMustBeatBy : kBlanksMustBeatBy;
+    if (joined.heaviest > must_beat_by * best.heaviest) best = std::move(joined);
+  }
+  if (const std::string marks = MarksOfSharedFields(lines); !marks.empty()) {
+    best = SeparateBy(marks, format, lines, line_end);
   }
   if (best.separators.empty()) return TablesBy(format.separators, format, lines, line_end);
   format.separators = best.separators;

@@ -16,6 +16,7 @@
 #include "data/import/error_judge.h"
 #include "data/import/error_names.h"
 #include "data/import/import_options.h"
+#include "data/import/like_columns.h"
 #include "data/import/name_words.h"
 #include "data/import/row_identity.h"
 #include "data/import/series_in_rows.h"
@@ -296,7 +297,7 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     const bool rises = chosen.x >= 0 && IsMonotone(source.GuessOf(chosen.x).values);
     // Of rows that were turned the first is X where it rises; values in turn have none.
     const bool along = TurnsRows(source.info) || HoldsValuesInTurn(source) != ValuesInTurn::No;
-    if (!rises && along) chosen.x = kRowNumberColumn;
+    if ((!rises && along) || ShareOneName(source, numbers)) chosen.x = kRowNumberColumn;
   }
   const ErrorPairs pairs(source, chosen.x);
   const auto is_error = [&](std::int32_t column) {

@@ -92,8 +92,28 @@ std::size_t LackNames(const ImportSource& source) {
   return behind > 1 && numbers ? names.size() - behind : 0;
 }
 
+/// The names leave out the first column, of numbers, though the last holds texts, which might as well lack its name. Numbers in
+/// quotes are labels.
+bool LeaveOutNumbers(const ImportSource& source, std::string_view text, char line_end) {
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  const auto headers = static_cast<std::size_t>(std::max(source.info.FileHasHeaders, 0));
+  if (headers == 0 || names.size() < 3 || TurnsRows(source.info) ||
+      names.front() != UnnamedColumn(0) || !source.columns.front().has_numbers ||
+      source.columns.back().has_numbers || BehindLines(text, headers, line_end).starts_with('"')) {
+    return false;
+  }
+  for (std::size_t i = 1; i < names.size(); ++i) {
+    if (names[i] == UnnamedColumn(static_cast<std::int32_t>(i))) return false;
+  }
+  return true;
+}
+
 /// Too few names, and nobody knows which columns lack their own.
-void NoteLackingNames(ImportSource& source) {
+void NoteLackingNames(std::string_view text, char line_end, ImportSource& source) {
+  if (LeaveOutNumbers(source, text, line_end)) {
+    source.notes.emplace_back(
+        "the first column has no name: the names are taken to begin over the second");
+  }
   const std::size_t lacking = LackNames(source);
   if (lacking == 0) return;
   source.notes.push_back((lacking == 1
@@ -220,7 +240,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
       (!stated && options.y_columns.empty() && HoldsValuesInTurn(source) == ValuesInTurn::Sure)) {
     TurnRows(text, options, source);
   }
-  NoteLackingNames(source);
+  NoteLackingNames(all, text->LineEnd(), source);
   TellOfForeignNames(all, text->LineEnd(), source);
   if (!TurnsRows(source.info)) FindLateColumns(source);
   SettleTimes(options, source);

@@ -29,8 +29,7 @@ class ErrorGuess {
   void GiveX() {
     const auto found = std::ranges::find_if(candidates_, [this](std::int32_t column) {
       if (const auto value = pairs_.ValueOf(column)) return *value == chosen_.x;
-      return pairs_.AxisOf(column) == ErrorAxis::X ||
-             BelongsToX(ValueNamedIn(source_.NameOf(column))) ||
+      return pairs_.AxisOf(column) == ErrorAxis::X || BelongsToX(column) ||
              (IsNameless(column) && IsBehindX(column));
     });
     if (found == candidates_.end()) return;
@@ -78,11 +77,14 @@ class ErrorGuess {
   }
 
  private:
-  /// "A Day", "A Mean", "A SD": where the name tells no more of X than of some Y, the error is that of Y.
-  bool BelongsToX(const Words& after) const {
+  /// "A Day", "A Mean", "A SD": where the name tells no more of X than of some Y, the error is that of Y, unless it stands right
+  /// behind X, and no such Y ahead of it: "MAG_I ERR_I AMAG_I AERR_I".
+  bool BelongsToX(std::int32_t column) const {
+    const Words after = ValueNamedIn(source_.NameOf(column));
     const int x = NameMatch(after, WordsOf(source_.NameOf(chosen_.x)));
     return x > 0 && std::ranges::none_of(chosen_.y, [&](std::int32_t y) {
-             return NameMatch(after, WordsOf(source_.NameOf(y))) >= x;
+             const int match = NameMatch(after, WordsOf(source_.NameOf(y)));
+             return match > x || (match == x && (column - 1 != chosen_.x || y < column));
            });
   }
   bool IsNameless(std::int32_t column) const {

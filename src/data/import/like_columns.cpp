@@ -124,4 +124,11 @@ bool AreAlike(const ImportSource& source, std::span<const std::int32_t> columns)
   });
 }
 
+bool ShareOneName(const ImportSource& source, std::span<const std::int32_t> columns) {
+  if (columns.size() < 2 || IsMonotone(source.GuessOf(columns.front()).values)) return false;
+  const std::string name = source.NameOf(columns.front());
+  return std::ranges::all_of(columns,
+                             [&](std::int32_t column) { return source.NameOf(column) == name; });
+}
+
 }  // namespace tarnwick

@@ -18,4 +18,8 @@ bool AreAlike(const ImportSource& source, std::span<const std::int32_t> columns)
 /// in many rows.
 bool AreSeries(const ImportSource& source, std::span<const std::int32_t> columns);
 
+/// One name for two and more of these columns, all of them: the first, unless it rises or falls throughout, is no more what the
+/// others were measured over than they are.
+bool ShareOneName(const ImportSource& source, std::span<const std::int32_t> columns);
+
 }  // namespace tarnwick

@@ -8,6 +8,7 @@
 #include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "data/text/argument_names.h"
+#include "data/text/clock_names.h"
 #include "data/text/field_kind.h"
 #include "data/text/line_words.h"
 #include "data/text/names_frame.h"
@@ -275,8 +276,10 @@ bool EndsWithSeparator(std::string_view line, const TextLayout& layout) {
   return !layout.merge && !layout.ByPlace() && !line.empty() && layout.IsSeparator(line.back());
 }
 
-RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout) {
+RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout,
+                   std::span<const std::string_view> above) {
   if (layout.IsSeparator(' ') || layout.ByPlace()) return RowLabels::Possible;
+  const bool settled = NamesClockFromLeft(above, rows, layout);
   std::size_t seen = 0;
   std::string buffer, remark;
   for (const std::string_view row : rows) {
@@ -287,7 +290,7 @@ RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& lay
                         KindOfField(FieldText(*field, layout, buffer)) == FieldKind::Number;
     std::string last;
     for (; field; field = cursor.Next()) last = FieldText(*field, layout, buffer);
-    const bool same = seen == 0 || last == remark;
+    const bool same = settled || seen == 0 || last == remark;
     if (!number || !same || KindOfField(last) != FieldKind::Text) return RowLabels::Possible;
     remark = std::move(last);
     ++seen;

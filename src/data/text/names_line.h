@@ -29,9 +29,10 @@ enum class RowLabels : std::uint8_t {
   AtEnd  ///< the last one holds a remark: it is the one without a name
 };
 
-/// AtEnd for rows that begin with a number without quotes and end with one text, the same in all of them, and are parted by other
-/// separators than blanks.
-RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout);
+/// AtEnd for rows that begin with a number without quotes and end with a text, and are parted by other separators than blanks,
+/// where that text is the same in all of them or names on a line `above` stand over a clock only when read from the left.
+RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout,
+                   std::span<const std::string_view> above);
 
 /// True when the line ends with a separator that counts: its last field is empty.
 bool EndsWithSeparator(std::string_view line, const TextLayout& layout);

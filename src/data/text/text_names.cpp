@@ -11,6 +11,7 @@
 #include "data/text/names_line.h"
 #include "data/text/placed_names.h"
 #include "data/text/row_remark.h"
+#include "data/text/shared_names.h"
 #include "data/text/stacked_names.h"
 #include "data/text/text_lines.h"
 #include "data/text/unit_text.h"
@@ -120,7 +121,8 @@ Opening ReadOpening(std::string_view text, const TextLayout& layout, const TDSIn
   // An empty field behind the last separator has no name, nor has what only the lesser part of the rows ends with; the rows'
   // labels have theirs then.
   const bool few_widest = 2 * widest < rows;
-  opening.labels = all_end || few_widest ? RowLabels::Never : LabelsOf(opening.rows, layout);
+  opening.labels =
+      all_end || few_widest ? RowLabels::Never : LabelsOf(opening.rows, layout, opening.header);
   return opening;
 }
 
@@ -188,7 +190,8 @@ Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout
   if (IsRow(line, opening) && !layout.IsSeparator('\n')) {
     return NamesFromWords(line, opening.rows, layout, columns);
   }
-  std::optional<Fields> fields = SplitNames(line, layout, columns, opening.labels);
+  std::optional<Fields> fields = SpreadNames(line, opening.rows, layout, columns);
+  if (!fields) fields = SplitNames(line, layout, columns, opening.labels);
   if (!fields && opening.labels == RowLabels::Never) fields = SplitNames(line, layout, columns - 1);
   if (!fields) fields = SplitNames(line, layout, opening.first_row_columns);
   if (!fields) fields = NamesByPlace(line, opening.rows, layout, columns);

@@ -81,6 +81,18 @@ TEST(GuessedTables, TellAllOfThisAndNothingElse) {
        "Year: A, B, C, 5",
        "the rows belong to 3 kinds of \"Entity\", each is a DataSet of its own (--whole-table "
        "keeps them together)"},
+      {"kinds of rows that a line joins",
+       "t,band,v\n" + Rows(5, "1@,r,@@") + Rows(5, "1@,g,1@") + Rows(2, "1@,,2@"), "t: v, 12",
+       "the rows belong to 2 kinds of \"band\" and are shown together"},
+      {"several values in a field", "t,v\n" + Rows(9, "@,@@;5@"), "t: v 1, v 2, 9",
+       "fields hold several values with \";\" between them: each is a column of its own"},
+      {"places that come again at each X", "t,pos,T\n" + Rows(5, "@,0.5,2@\n@,1.5,3@\n@,3,4@"),
+       "t: pos, T, 15",
+       "\"pos\" goes through the same values at each \"t\": what belongs to one after the other is "
+       "shown together"},
+      {"numbered rows that end in texts", "a\tb\tkind\n" + Rows(9, "@\t1@\t@@\tk@"), "a: b, 9",
+       "the first column has no name: the names are taken to begin over the second; "
+       "\"(col 0)\" is left out: counting the rows"},
       {"an empty line", "x,y\n" + Rows(5, "@,@@") + "\n" + Rows(5, "@,1@"), "x: y, y, run 2, 5",
        "the file holds 2 runs parted by empty lines or remarks, each is a DataSet of its own"},
       {"errors", "x,y,dy\n" + Rows(9, "@,@@,0.@1"), "x: y +- dy, 9",

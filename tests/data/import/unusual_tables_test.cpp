@@ -73,6 +73,23 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "G 0.9 2.25 1.1\nH 1.1 2.1 1.05\n",
        "Row number: (col 1), (col 2), (col 3), 6"},
       {"words that look like settings", Rows(20, "t=@ U=@@ I=0.@"), "t: U, I, 20"},
+      {"ranges of variables above a joined time",
+       " EPOCH      01-Jul-1983 00:00:00.0 31-Dec-1987 00:00:00.0\n"
+       " LATITUDE        -90.00            90.00\n"
+       "        EPOCH               LATITUDE\n" +
+           Rows(9, " 1@-Jul-1983 0@:00:00.0     -37.5@"),
+       "Date and time: LATITUDE, 9"},
+      {"a label behind a tab and commas", Rows(9, "0.004@,-3@.05\tM 2357-35@"),
+       "(col 0): (col 1), 9"},
+      {"a decimal comma behind a label", Rows(9, "M 2357\t3@,5"), "Row number: (col 1), 9"},
+      {"decimal commas between semicolons", Rows(9, "0,@;3@,5;a,b"), "(col 0): (col 1), 9"},
+      {"probes read one after the other",
+       "time T y probe\n" + Rows(5, "@ 2@.5 0.1 4081\n@ 3@.5 0.3 459\n@ 4@.5 0.5 77"),
+       "time: probe 4081, probe 459, probe 77, 5"},
+      {"quarters behind a colon",
+       "q,v\n1950:1,5\n1950:2,7\n1950:3,6\n1950:4,8\n1951:1,7\n1951:2,9\n", "Date and time: v, 6"},
+      {"the error of X right behind it", "MAG_I ERR_I AMAG_I n\n" + Rows(9, "1@.5 0.@1 1@.7 7@"),
+       "MAG_I: AMAG_I, n, 9"},
       {"the same without labels", Bands("", "nm", 40) + Bands("", "0.1", 40) + Bands("", "0.3", 40),
        "nm: row1, row2, 40"},
   };
