@@ -9,9 +9,11 @@
 #include "base/text_encoding.h"
 #include "data/packed/packing.h"
 #include "data/packed/unpack.h"
+#include "data/text/emsa_text.h"
 #include "data/text/jcamp_text.h"
 #include "data/text/known_binaries.h"
 #include "data/text/quoted_lines.h"
+#include "data/text/touchstone_text.h"
 
 namespace tarnwick {
 namespace {
@@ -56,6 +58,14 @@ void RefuseZeroByte(std::string_view text, const std::string& name) {
                   "byte " + std::to_string(zero + 1));
 }
 
+/// The lines of a format in which rows are written otherwise than as lines of fields.
+std::optional<std::string> LinesOfFormat(std::string_view text, const std::string& name) {
+  std::optional<std::string> lines = LinesOfJcamp(text, name);
+  if (!lines) lines = LinesOfEmsa(text, name);
+  if (!lines) lines = LinesOfTouchstone(text);
+  return lines;
+}
+
 }  // namespace
 
 void RefuseBinaryBlock(std::string_view first, const std::string& name) {
@@ -90,7 +100,7 @@ void TextSource::Recognise(std::string_view bytes) {
   }
   RefuseZeroByte(text_, name_);
   if (text_.empty()) throw FileError("The file is empty", name_, "");
-  if (std::optional<std::string> lines = LinesOfJcamp(text_, name_)) {
+  if (std::optional<std::string> lines = LinesOfFormat(text_, name_)) {
     converted_ = *std::move(lines);
     text_ = converted_;
   } else {
