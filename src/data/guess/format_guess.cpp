@@ -24,6 +24,7 @@
 #include "data/guess/table_worth.h"
 #include "data/guess/text_columns_table.h"
 #include "data/guess/touching_fields.h"
+#include "data/guess/worded_rows.h"
 #include "data/guess/worded_table.h"
 #include "data/text/column_cuts.h"
 #include "data/text/field_kind.h"
@@ -77,6 +78,8 @@ class Guess {
     PlaceTable();
     const TextLayout layout = LayoutOf(format_, line_end_);
     GuessNames({lines_.first, Rows(layout), table_.fields, layout}, hints_, format_);
+    const bool unnamed = format_.names_line <= 0 && format_.header_lines == 0;
+    worded_ = worded_ || (unnamed && NameTheirNumbers(Rows(layout), layout));
     if (worded_ && !hints_.names_line) NameByWords(layout);
     ChooseMerging();
     JudgeAll();

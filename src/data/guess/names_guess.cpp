@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "data/guess/table_search.h"
+#include "data/text/date_heads.h"
 #include "data/text/field_kind.h"
 #include "data/text/header_lines.h"
 #include "data/text/listed_names.h"
@@ -41,7 +42,7 @@ class NamesGuess {
       // Where there is none, the rule is not to find one in the preamble.
       format_.names_line = found.names > 0 ? found.names : kNoNamesLine;
       format_.units_line = found.units;
-      TakeStackedNames(above);
+      if (!TakeNamesOverDate(above)) TakeStackedNames(above);
       if (format_.names_line == kNoNamesLine) TakePlacedNames(above);
     }
     if (hints_.names_line || hints_.stacked_names) {
@@ -86,6 +87,23 @@ class NamesGuess {
     format_.stacked_names = true;
     format_.names_line = stacked->names;
     format_.units_line = stacked->units;
+  }
+
+  /// On the nearest lines, blank ones and rules apart.
+  bool TakeNamesOverDate(std::span<const std::string_view> above) {
+    constexpr int kNear = 4;
+    const auto rows = table_.rows.first(std::min(table_.rows.size(), kRowsOfPlaces));
+    int seen = 0;
+    for (std::size_t i = above.size(); i > 0 && seen < kNear; --i) {
+      if (IsRule(above[i - 1])) continue;
+      ++seen;
+      const auto names = NamesOverDate(above[i - 1], rows, table_.layout, table_.fields);
+      if (!names || !AreNames(*names, above[i - 1])) continue;
+      format_.names_line = static_cast<std::int32_t>(i);
+      format_.units_line = 0;
+      return true;
+    }
+    return false;
   }
 
   /// Right above the rows, blank lines and rules apart, where nothing else names the columns.

@@ -17,6 +17,7 @@ constexpr std::size_t kCommentLines = 200;        // of a block of comments
 constexpr std::size_t kNearComments = 3;          // where words between blanks may be names
 constexpr std::size_t kOtherLinesBelowNames = 1;  // likewise
 constexpr int kPoorLines = 2;                     // between the nearest and a complete one
+constexpr std::size_t kExplanations = 2;          // of comments between names and units
 
 using Names = std::vector<std::string>;
 
@@ -119,6 +120,8 @@ class HeadReader {
   }
 
   bool HasNames() const { return found_.names > 0; }
+  /// Nothing but a full line of units was taken.
+  bool HasUnitsOnly() const { return HasNames() && nearest_ == Nearest::Units && !leaves_out_; }
   HeaderLines Found() const { return found_; }
 
  private:
@@ -173,6 +176,7 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
   HeadReader head;
   std::size_t comments = 0;
   std::size_t others = 0;
+  std::size_t explanations = 0;
   bool nearest = true;
   const std::vector<std::size_t> places = Candidates(above, layout);
   const bool as_rows =
@@ -212,6 +216,9 @@ HeaderLines FindHeaderLines(std::span<const std::string_view> above, const TextL
     if (names && !setting && !lacks_first && !IsSparse(*names, layout) && !far && !prose &&
         !cut_short && AreNames(*names, above[place], preamble)) {
       if (!head.Take(place, *names)) break;
+    } else if (comment && head.HasUnitsOnly() && explanations < kExplanations) {
+      ++explanations;
+      --comments;
     } else if (head.HasNames() || (columns == 1 && comment)) {
       break;  // over a single column any line would do
     } else if (!comment) {

@@ -182,7 +182,14 @@ std::optional<ListedNames> FindHeaderNames(Lines above, const TextLayout& layout
   for (const auto find : {&CurveNames, &LegendNames, &AttributeNames, &LoopNames, &FormatNames,
                           &MarkedNames, &AxisNames}) {
     ListedNames listed = find(above, layout);
-    const bool all = listed.names.size() == static_cast<std::size_t>(columns) && columns > 1 &&
+    const auto wanted = static_cast<std::size_t>(columns);
+    // Where rows end with a separator the last column is empty.
+    if (find == &FormatNames && listed.names.size() > 1 && listed.names.size() + 1 == wanted) {
+      listed.names.resize(wanted);
+      listed.units.resize(wanted);
+      return listed;
+    }
+    const bool all = listed.names.size() == wanted && columns > 1 &&
                      std::ranges::none_of(listed.names, &std::string::empty);
     if (!all) continue;
     listed.units.resize(listed.names.size());

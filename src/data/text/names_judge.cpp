@@ -142,9 +142,11 @@ bool IsYear(const std::string& name) {
   return name.size() == 4 && value && *value > 1800 && *value <= 2100;
 }
 
-/// "[END COURSE HEADER]", "}": a part of the file begins or ends.
+/// "[END COURSE HEADER]", "DATA:", "}": a part of the file begins or ends.
 bool MarksPart(const Names& names, std::string_view line) {
   constexpr std::string_view kWords[] = {"end", "begin", "start", "data", "header"};
+  const std::string only = names.size() == 1 ? LowerAscii(names.front()) : std::string();
+  if (only == "data:" || only == "begin:") return true;
   const auto is_sign = [](char c) {
     return !IsLetter(c) && !IsDigit(c) && static_cast<unsigned char>(c) < 0x80;
   };
@@ -200,6 +202,20 @@ bool AreAssignments(const Names& names) {
   return !one_key && 2 * keys.size() > names.size();
 }
 
+/// "SIZE_X:128", "SIZE_Y:128", without a blank; "Ch:1" and "Ch:2" are names.
+bool AreKeysWithValues(const Names& names) {
+  Names keys;
+  for (const std::string& name : names) {
+    const std::size_t colon = name.find(':');
+    const bool keyed = colon != std::string::npos && colon > 0 && IsLetter(name.front()) &&
+                       ParseNumber(name.substr(colon + 1));
+    if (keyed) keys.push_back(name.substr(0, colon));
+  }
+  std::ranges::sort(keys);
+  const bool one_key = std::ranges::adjacent_find(keys) != keys.end();
+  return !one_key && !keys.empty() && 2 * keys.size() >= names.size();
+}
+
 /// "Pareto: 0  Size: 180", `track name="Kc cells"`; "Channel: 1" and "Channel: 2" are names.
 bool AreKeysAndValues(const Names& names, std::string_view line) {
   if (line.find("=\"") != line.npos) return true;
@@ -230,8 +246,21 @@ bool IsRowOfNumbers(const std::string& name) {
   return words > 1;
 }
 
+/// "[begin" and "end]": what stands in brackets as a whole is cut.
+bool CutBrackets(const Names& names) {
+  bool open = false;
+  for (const std::string& name : names) {
+    const auto opens = std::ranges::count(name, '[');
+    const auto closes = std::ranges::count(name, ']');
+    if (open && closes > opens) return true;
+    open = open || opens > closes;
+  }
+  return false;
+}
+
 /// "2.4445  .01373  .17503   rchrg", "(variable" and "on nodes)": what was cut where no names are parted.
 bool AreCutAmiss(const Names& names) {
+  if (CutBrackets(names)) return true;
   bool open = false;
   for (const std::string& name : names) {
     const std::size_t first = name.find(' ');
@@ -299,7 +328,8 @@ bool TellOfFile(const Names& all, std::string_view line) {
   const auto is_figure = [](const std::string& name) {
     const FieldKind kind = KindOfField(name);
     return !IsYear(name) && (kind == FieldKind::Number ||
-                             (kind == FieldKind::Quantity && name.find('.') < name.find(' ')));
+                             (kind == FieldKind::Quantity &&
+                              name.find('.') < name.find_first_not_of("+-.0123456789")));
   };
   if (line.find(',') == line.npos && line.find('"') == line.npos && !BeginsWithOneNumber(names) &&
       std::ranges::any_of(names, is_figure)) {
@@ -344,9 +374,9 @@ bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
   if (texts == 0) return filled > 0 && AllInQuotes(line, filled) && !RepeatNumbers(names);
   if (words == 0 && names.size() > 1) return false;  // a row of missing values
   if (numbers_ahead > 1 || RepeatNumbers(names) || AreAssignments(names) ||
-      AreKeysAndValues(names, line) || AreMeasured(names, line) || MarksSection(names) ||
-      MarksPart(names, line) || AreCitation(names, line) || AreCutAmiss(names) ||
-      TellOfFile(names, line))
+      AreKeysAndValues(names, line) || AreKeysWithValues(names) || AreMeasured(names, line) ||
+      MarksSection(names) || MarksPart(names, line) || AreCitation(names, line) ||
+      AreCutAmiss(names) || TellOfFile(names, line))
     return false;
   return (!HoldsSentence(names, line, preamble) || AreArgumentAndData(names)) &&
          (2 * texts >= filled || KindOfField(names.front()) == FieldKind::Text);

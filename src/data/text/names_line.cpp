@@ -11,6 +11,7 @@
 #include "data/text/clock_names.h"
 #include "data/text/field_kind.h"
 #include "data/text/line_words.h"
+#include "data/text/name_marks.h"
 #include "data/text/names_frame.h"
 
 namespace tarnwick {
@@ -320,8 +321,9 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   const std::optional<std::string_view> inside = WholeLineInQuotes(line);
   const bool comment = !IsDataLine(line, layout);
   if (SeparateTogether(layout)) labels = RowLabels::Never;
-  const std::string_view text =
+  std::string_view text =
       WithoutFrame(inside ? *inside : (comment ? WithoutCommentMarks(line, layout) : line));
+  if (comment) text = WithoutClosingMark(text, layout, wanted);
   if (Names names = SplitBySigns(line, text, layout); names.size() == wanted) return names;
   TextLayout other_merging = layout;
   other_merging.merge = !layout.merge;
@@ -351,11 +353,16 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
   if (wanted == 2 && !comment && !inside && !layout.IsSeparator(' ')) {
     Names names = SplitBeforeUnits(text, layout);
     const bool in_brackets = names.size() == 2 && std::ranges::all_of(names, &EndsBracketed);
-    if (in_brackets || AreArgumentAndData(names)) return names;
+    if (in_brackets || AreArgumentAndData(names) || AreTwins(names)) return names;
   }
   // Sentences hold commas and blanks too: over one or two columns only the rows' own separators make names of a plain line.
   if (wanted < 2 || (wanted == 2 && !comment && !inside && !layout.IsSeparator(' '))) {
     return std::nullopt;
+  }
+  if (const auto parts = SplitAtDashes(text); comment && parts.size() == wanted) {
+    Names names;
+    for (const std::string_view part : parts) names.push_back(NameText(part, layout));
+    return names;
   }
   for (const NameGaps gaps : kOtherGaps) {
     // "TIREG (F8.1,F6.1)": commas within parentheses part nothing.

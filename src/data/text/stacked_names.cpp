@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "data/text/field_kind.h"
 #include "data/text/line_words.h"
+#include "data/text/name_marks.h"
 #include "data/text/names_judge.h"
 #include "data/text/names_line.h"
 
@@ -185,6 +186,32 @@ bool AreWrapped(std::string_view upper, std::string_view lower, const TextLayout
          are_names(above, upper) && are_names(below, lower);
 }
 
+/// Names between commas over rows between blanks: "!H,K,L," above "!  I,SIGMA".
+std::optional<Names> WrapAtCommas(std::string_view upper, std::string_view lower,
+                                  const TextLayout& layout, std::int32_t columns) {
+  constexpr std::int32_t kFewest = 4;
+  if (columns < kFewest || !ByBlanks(layout)) return std::nullopt;
+  const auto found =
+      NamesOverCommas(WithoutCommentMarks(upper, layout), WithoutCommentMarks(lower, layout));
+  if (!std::cmp_equal(found.size(), columns)) return std::nullopt;
+  Names names;
+  for (const std::string_view name : found) names.push_back(NameText(name, layout));
+  return AreNames(names, lower) ? std::optional(std::move(names)) : std::nullopt;
+}
+
+/// The lower of two such lines, from 1, a few remarks above the rows at most; 0: there are none.
+std::int32_t FindWrappedAtCommas(std::span<const std::string_view> above, const TextLayout& layout,
+                                 std::int32_t columns) {
+  constexpr std::size_t kNear = 6;
+  for (std::size_t i = above.size(); i > 1 && i + kNear > above.size(); --i) {
+    const bool alike = IsDataLine(above[i - 1], layout) == IsDataLine(above[i - 2], layout);
+    if (alike && WrapAtCommas(above[i - 2], above[i - 1], layout, columns)) {
+      return static_cast<std::int32_t>(i);
+    }
+  }
+  return 0;
+}
+
 /// "UV,,Cond,," over two columns each, not a first column of labels without a name.
 bool HoldOverOthers(std::string_view names, const TextLayout& layout, std::int32_t columns) {
   const auto found = SplitNames(names, layout, columns, RowLabels::Never);
@@ -197,6 +224,7 @@ std::optional<Names> StackNames(std::string_view upper, std::string_view lower,
                                 const TextLayout& layout, std::int32_t columns) {
   const auto wanted = static_cast<std::size_t>(columns);
   if (layout.ByPlace() || TrimBlankBytes(upper).empty()) return std::nullopt;
+  if (auto wrapped = WrapAtCommas(upper, lower, layout, columns)) return wrapped;
   return ByBlanks(layout) ? StackWords(upper, lower, layout, wanted)
                           : StackFields(upper, lower, layout, wanted);
 }
@@ -214,6 +242,9 @@ std::optional<HeaderLines> FindStackedNames(std::span<const std::string_view> ab
                              HoldOverOthers(line(names), layout, columns) &&
                              AreStacked(line(names), line(head.units), layout, columns);
     return above_units ? std::optional(HeaderLines{head.units, 0}) : std::nullopt;
+  }
+  if (const std::int32_t line_of_commas = FindWrappedAtCommas(above, layout, columns)) {
+    return HeaderLines{line_of_commas, 0};
   }
   auto last = static_cast<std::int32_t>(above.size());
   while (last > 1 && IsRule(line(last))) --last;

@@ -6,6 +6,7 @@
 
 #include "base/text_encoding.h"
 #include "data/column_caption.h"
+#include "data/text/date_heads.h"
 #include "data/text/field_value.h"
 #include "data/text/listed_names.h"
 #include "data/text/names_line.h"
@@ -191,6 +192,7 @@ Fields FieldsOfLine(std::string_view text, std::int32_t number, const TextLayout
     return NamesFromWords(line, opening.rows, layout, columns);
   }
   std::optional<Fields> fields = SpreadNames(line, opening.rows, layout, columns);
+  if (!fields) fields = NamesOverDate(line, opening.rows, layout, columns);
   if (!fields) fields = SplitNames(line, layout, columns, opening.labels);
   if (!fields && opening.labels == RowLabels::Never) fields = SplitNames(line, layout, columns - 1);
   if (!fields) fields = SplitNames(line, layout, opening.first_row_columns);
