@@ -40,6 +40,32 @@ bool EndsNamed(const FoundTable& table, const GuessLines& lines, const TextLayou
   return table.behind + kLinesBehindNamed >= lines.first.size() && IsNamed(table, lines, layout);
 }
 
+/// The nearest line above it with anything in it.
+std::string_view LineAbove(const FoundTable& table, const GuessLines& lines) {
+  for (std::size_t i = table.first; i > 0; --i) {
+    const std::string_view line = TrimBlankBytes(lines.first[i - 1]);
+    if (!line.empty()) return line;
+  }
+  return {};
+}
+
+/// Full rows below one line of names that comes again above others, as a program prints them by and by.
+bool ComesAgain(const FoundTable& table, std::span<const FoundTable> all, const GuessLines& lines,
+                const TextLayout& layout) {
+  const auto is_full = [](const FoundTable& found) {
+    return found.fields > 2 && found.rows >= kFewestNamedRows && found.odd_rows == 0 &&
+           found.weight >= static_cast<double>(found.rows);
+  };
+  const std::string_view names = LineAbove(table, lines);
+  if (!is_full(table) || names.empty() || !IsNamed(table, lines, layout)) return false;
+  std::size_t rows = 0;
+  for (const FoundTable& other : all) {
+    const bool alike = other.fields == table.fields && LineAbove(other, lines) == names;
+    rows += alike && is_full(other) ? other.rows : 0;
+  }
+  return rows >= kFewRows && rows > table.rows;
+}
+
 /// A line that names columns, or a rule, tells where a table begins.
 bool IsHeaded(const FoundTable& table, const GuessLines& lines, const TextLayout& layout) {
   const std::string_view above =
@@ -102,7 +128,7 @@ bool IsWorthIt(const FoundTable& table, std::span<const FoundTable> all, const G
     const bool few = rows < kHandful && !IsHeaded(table, lines, layout);
     const std::size_t per_row = table.fields == 1 || few ? kLinesPerHandful : kLinesPerFewRows;
     return per_row * rows >= texts || EndsNamed(table, lines, layout) ||
-           StandsBelowRule(table, lines.first, layout);
+           StandsBelowRule(table, lines.first, layout) || ComesAgain(table, all, lines, layout);
   }
   // A report of tables is no text with an example.
   if (2 * RowsOfTables(all) >= texts) return true;

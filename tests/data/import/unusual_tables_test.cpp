@@ -46,6 +46,26 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "rank: size, 12"},
       {"mostly texts between tabs", Rows(12, "A@\ta b\tthe x\tm n\t@@\tT\tS\ta\tb\t7@1"),
        "(col 4): (col 9), 12"},
+      {"short tables below names that come again",
+       Rows(4, Rows(12, "fix all of it @") + "Step CPU T\n" + Rows(5, "1@ @@ 30@.5") +
+                   "Loop time of 5 on 4 procs\n"),
+       "Step: CPU, T, 5"},
+      {"clocks of satellites",
+       "     3.00           C                   RINEX VERSION / TYPE\n     2    AR    AS         # "
+       "/ TYPES "
+       "OF DATA\n          END OF HEADER\n" +
+           Rows(12, "AR A@ 2010 07 01 00 @  0.0  2   -2.21@e-09  0.0@"),
+       "Date and time: (col 9), (col 10), 12"},
+      {"a spectrum that begins at 200",
+       "#FORMAT : EMSA/MAS Spectral Data File\n#XUNITS : eV\n#YUNITS : Counts\n#DATATYPE : "
+       "Y\n#XPERCHAN : "
+       "10.\n#OFFSET : 200.\n#SPECTRUM : here\n" +
+           Rows(4, "6@, 7@.5, 9@,") + "#ENDOFDATA\n",
+       "eV: Counts, 12"},
+      {"records of two ports",
+       "! made\n# GHz S DB R 50\n" + Rows(12, "@ 1@ 2@ 3@ 4@\n  5@ 6@ 7@ 8@"),
+       "freq [GHz]: S11 [dB], arg S11 [deg], S21 [dB], arg S21 [deg], S12 [dB], arg S12 [deg], S22 "
+       "[dB], arg S22 [deg], 12"},
       {"numbers of columns above their names",
        "1 2 3 4\nversion year n m\n9 2024 5 6\n\n1 2 3 4\nmodel age mass log_R\n" +
            Rows(12, "@ @@ 1.@ 0.@"),
