@@ -11,7 +11,7 @@
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
 #include "graph/series_names.h"
-#include "graph/turning_back.h"
+#include "graph/line_way.h"
 #include "graph/xy_graph.h"
 #include "results/tools/recipe.h"
 #include "results/tools/tool_table.h"

@@ -5,14 +5,15 @@
 
 #include "base/number_text.h"
 #include "data/regression/regression_figures.h"
+#include "graph/line_way.h"
 
 namespace tarnwick::cli {
 namespace {
 
-/// Calls `visit(Point)` for every point in order.
+/// Calls `visit(Point)` for every point along the line.
 template <class Visit>
-void ForEachPoint(const PointChain& chain, Visit&& visit) {
-  for (std::size_t i = 0; i < chain.Size(); ++i) visit(chain.At(i));
+void ForEachPoint(const PointChain& chain, const LineWay& way, Visit&& visit) {
+  for (std::size_t i = 0; i < chain.Size(); ++i) visit(chain.At(way.IndexAt(i)));
 }
 
 /// The errors that the DataSet has, by their names.
@@ -41,17 +42,17 @@ Json PointJson(const TDataSeries& series, const Point& point, const ErrorColumns
   return json;
 }
 
-Json PointsJson(const TDataSeries& series) {
+Json PointsJson(const TSeries& series) {
   Json points = Json::Array();
   const ErrorColumns errors(series);
-  ForEachPoint(series.Points(),
+  ForEachPoint(series.Points(), WayOf(series),
                [&](const Point& point) { points.Append(PointJson(series, point, errors)); });
   return points;
 }
 
 Json CurveJson(const TDataSeries& series) {
   Json curve = Json::Array();
-  ForEachPoint(series.Regression().curve, [&](const Point& sample) {
+  ForEachPoint(series.Regression().curve, {}, [&](const Point& sample) {
     curve.Append({{"x", JsonNumber(sample.x)}, {"value", JsonNumber(sample.regression)}});
   });
   return curve;
@@ -69,7 +70,7 @@ void AddRegressionFigures(const TDataSeries& series, Json& document) {
   document["regression_figures"] = json;
 }
 
-void PrintPoints(const TDataSeries& series, Output& output) {
+void PrintPoints(const TSeries& series, Output& output) {
   if (output.IsJson()) {
     output.Document({{"points", PointsJson(series)}});
     return;
@@ -77,7 +78,7 @@ void PrintPoints(const TDataSeries& series, Output& output) {
   const ErrorColumns errors(series);
   output.Text() << "id,x,y,corrected,regression" << (errors.y ? ",y_error" : "")
                 << (errors.x ? ",x_error" : "") << '\n';
-  ForEachPoint(series.Points(),
+  ForEachPoint(series.Points(), WayOf(series),
                [&](const Point& point) { output.Text() << PointLine(series, point, errors); });
 }
 
@@ -87,12 +88,12 @@ void PrintCurve(const TDataSeries& series, Output& output) {
     return;
   }
   output.Text() << "x,value\n";
-  ForEachPoint(series.Regression().curve, [&](const Point& sample) {
+  ForEachPoint(series.Regression().curve, {}, [&](const Point& sample) {
     output.Text() << ShortestText(sample.x) << ',' << ShortestText(sample.regression) << '\n';
   });
 }
 
-void PrintRegression(const TDataSeries& series, Output& output) {
+void PrintRegression(const TSeries& series, Output& output) {
   const bool has_curve = HasRegressionCurve(series.RegressionType());
   if (output.IsJson()) {
     Json document = {{"points", PointsJson(series)}};

@@ -13,9 +13,9 @@
 #include "base/undefined.h"
 #include "base/whole_file.h"
 #include "data/import/error_names.h"
-#include "data/series/point_errors.h"
+#include "data/text/text_fields.h"
 #include "data/text/text_names.h"
-#include "graph/turning_back.h"
+#include "graph/files/text_rows.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
@@ -30,42 +30,6 @@ constexpr const char* kMomentFormats[] = {"yyyy-mm-dd", "yyyy-mm-dd hh:nn:ss",
 constexpr std::string_view kMarkers = "'\"";
 constexpr char kMarker = '"';
 constexpr std::string_view kUsualSeparators = "\t,;|";
-
-/// Walks the points of one DataSet.
-class PointCursor {
- public:
-  explicit PointCursor(const TDataSeries& series)
-      : points_(series.Points()), errors_(series.Errors()) {
-    Settle();
-  }
-
-  bool AtEnd() const { return offset_ == view_.x.size(); }
-  double X() const { return view_.x[offset_]; }
-  double Y() const { return view_.y[offset_]; }
-  bool HasErrorOfY() const { return HasYErrors(errors_); }
-  double ErrorOfY() const { return YErrorOf(errors_, Here()); }
-  double ErrorOfX() const { return XErrorOf(errors_, Here()); }
-  void Next() {
-    ++offset_;
-    Settle();
-  }
-
- private:
-  void Settle() {
-    while (AtEnd() && next_chunk_ < points_.ChunkCount()) {
-      view_ = points_.Chunk(next_chunk_++);
-      offset_ = 0;
-    }
-  }
-
-  Point Here() const { return {view_.chunk->Id(offset_), X(), Y()}; }
-
-  const PointChain& points_;
-  const PointErrors& errors_;
-  ChunkView view_;
-  std::size_t next_chunk_ = 0;
-  std::size_t offset_ = 0;
-};
 
 /// A name as one field of one line. Quoted where a reader would split it, or take a quote in it for its end.
 std::string NameField(std::string_view name, std::string_view separators) {
@@ -83,8 +47,8 @@ std::string NameField(std::string_view name, std::string_view separators) {
   return quoted + kMarker;
 }
 
-bool ShareErrorsOfX(const TDataSeries& left, const TDataSeries& right) {
-  PointCursor one(left), other(right);
+bool ShareErrorsOfX(const TSeries& left, const TSeries& right) {
+  LineCursor one(left), other(right);
   for (; !one.AtEnd() && !other.AtEnd(); one.Next(), other.Next()) {
     const double error = one.ErrorOfX(), there = other.ErrorOfX();
     const bool same = error == there || (IsUndefined(error) && IsUndefined(there));
@@ -94,16 +58,15 @@ bool ShareErrorsOfX(const TDataSeries& left, const TDataSeries& right) {
 }
 
 /// One column of X serves all DataSets: only errors that are the same in all have a place behind it.
-bool HasErrorsOfX(const std::vector<const TDataSeries*>& series) {
+bool HasErrorsOfX(const std::vector<const TSeries*>& series) {
   return !series.empty() && HasXErrors(series.front()->Errors()) &&
-         std::ranges::all_of(series, [&](const TDataSeries* one) {
+         std::ranges::all_of(series, [&](const TSeries* one) {
            return one == series.front() || ShareErrorsOfX(*series.front(), *one);
          });
 }
 
 /// The line of names. An empty name would shift those behind it.
-std::string NamesLine(const std::vector<const TDataSeries*>& series,
-                      const DataTextOptions& options) {
+std::string NamesLine(const std::vector<const TSeries*>& series, const DataTextOptions& options) {
   const auto field = [&](const std::string& name, std::int32_t column) {
     const bool blank = TrimBlankBytes(name).empty();
     return NameField(blank ? UnnamedColumn(column) : name, options.separators);
@@ -118,7 +81,7 @@ std::string NamesLine(const std::vector<const TDataSeries*>& series,
     line += field(ErrorsHeading(name), column++);
   };
   add(options.x_heading, HasErrorsOfX(series));
-  for (const TDataSeries* one : series) add(one->SeriesName(), HasYErrors(one->Errors()));
+  for (const TSeries* one : series) add(one->SeriesName(), HasYErrors(one->Errors()));
   return line += '\n';
 }
 
@@ -127,46 +90,48 @@ void AddError(double error, const DataTextOptions& options, std::string& text) {
   if (!IsUndefined(error)) text += ShortestText(error);
 }
 
-bool SharesRow(double x, double row_x, double tolerance) {
-  if (x == row_x) return true;
-  const double difference = std::abs(x - row_x);
-  return difference <= tolerance && difference <= tolerance * std::abs(row_x);
+/// A row without values, which breaks a line: empty where an empty line does, since X goes on behind it in the one direction.
+std::string GapRow(const SharedRows& block, std::size_t fields, const DataTextOptions& options) {
+  if (!block.follows_first) return "\n";
+  const char separator = options.separators.front();
+  // Separators that are blanks would make it an empty line, behind which a loop would be another run.
+  const std::string_view field = IsBlankByte(separator) ? "\"\"" : "";
+  std::string row(field);
+  for (std::size_t i = 1; i < fields; ++i) (row += separator) += field;
+  return row + '\n';
 }
 
 /// Hands the table to `sink`, a callable that takes a std::string& and empties it, in pieces.
 template <class Sink>
-void WriteTable(const std::vector<const TDataSeries*>& series, const DataTextOptions& options,
+void WriteTable(const std::vector<const TSeries*>& series, const DataTextOptions& options,
                 Sink&& sink) {
   if (options.separators.empty()) throw Error("No Text Separators supplied");
   std::string text = NamesLine(series, options);
-  std::vector<PointCursor> cursors;
-  cursors.reserve(series.size());
-  for (const TDataSeries* one : series) cursors.emplace_back(*one);
+  std::vector<LineCursor> cursors = CursorsOf(series);
   const bool errors_of_x = HasErrorsOfX(series);
-  while (true) {
-    const PointCursor* first = nullptr;
-    for (const PointCursor& cursor : cursors) {
-      if (!cursor.AtEnd() && (first == nullptr || cursor.X() < first->X())) first = &cursor;
-    }
-    if (first == nullptr) break;
-    const double x = first->X();
+  const std::size_t fields =
+      1 + static_cast<std::size_t>(errors_of_x) + series.size() +
+      static_cast<std::size_t>(std::ranges::count_if(cursors, &LineCursor::HasErrorOfY));
+  const auto write_row = [&](const LineCursor& first, const std::vector<bool>& here) {
+    const double x = first.X();
     text += options.x_format.empty() ? ShortestText(x) : FormatDay(x, options.x_format);
-    if (errors_of_x) AddError(first->ErrorOfX(), options, text);
-    for (PointCursor& cursor : cursors) {
+    if (errors_of_x) AddError(first.ErrorOfX(), options, text);
+    for (std::size_t i = 0; i < cursors.size(); ++i) {
+      const LineCursor& cursor = cursors[i];
       text += options.separators.front();
-      const bool here = !cursor.AtEnd() && SharesRow(cursor.X(), x, options.x_tolerance);
-      if (here) text += ShortestText(cursor.Y());
-      if (cursor.HasErrorOfY()) AddError(here ? cursor.ErrorOfY() : kUndefined, options, text);
-      if (here) cursor.Next();
+      if (here[i]) text += ShortestText(cursor.Y());
+      if (cursor.HasErrorOfY()) AddError(here[i] ? cursor.ErrorOfY() : kUndefined, options, text);
     }
     text += '\n';
     if (text.size() >= kPiece) sink(text);
-  }
+  };
+  ForEachRow(SharedRowsOf(series, options.x_tolerance), cursors, options.x_tolerance, write_row,
+             [&](const SharedRows& block) { text += GapRow(block, fields, options); });
   sink(text);
 }
 
-std::vector<const TDataSeries*> AllSeries(const TxyGraph& graph) {
-  std::vector<const TDataSeries*> series;
+std::vector<const TSeries*> AllSeries(const TxyGraph& graph) {
+  std::vector<const TSeries*> series;
   for (std::size_t i = 0; i < graph.SeriesCount(); ++i) series.push_back(&graph.Series(i));
   return series;
 }
@@ -183,10 +148,10 @@ std::size_t FormatThatKeeps(double x, std::size_t from) {
 }
 
 /// The shortest format that keeps every X, that a column has one; empty when none does.
-std::string MomentFormat(const std::vector<const TDataSeries*>& series) {
+std::string MomentFormat(const std::vector<const TSeries*>& series) {
   std::size_t format = 0;
-  for (const TDataSeries* const one : series) {
-    for (PointCursor cursor(*one); !cursor.AtEnd(); cursor.Next()) {
+  for (const TSeries* const one : series) {
+    for (LineCursor cursor(*one); !cursor.AtEnd(); cursor.Next()) {
       format = FormatThatKeeps(cursor.X(), format);
       if (format == std::size(kMomentFormats)) return "";
     }
@@ -195,9 +160,9 @@ std::string MomentFormat(const std::vector<const TDataSeries*>& series) {
 }
 
 /// That X of several quantities stands in one column, a sentence; empty for one quantity.
-std::string JoinedQuantities(const std::vector<const TDataSeries*>& series) {
-  const TDataSeries* first = nullptr;
-  for (const TDataSeries* const one : series) {
+std::string JoinedQuantities(const std::vector<const TSeries*>& series) {
+  const TSeries* first = nullptr;
+  for (const TSeries* const one : series) {
     const std::string& quantity = one->Source().XDataColumn;
     if (quantity.empty() || one->Points().Empty()) continue;
     if (!first) first = one;
@@ -209,10 +174,18 @@ std::string JoinedQuantities(const std::vector<const TDataSeries*>& series) {
   return "";
 }
 
+/// That the orders of loops differ, a sentence; empty where they do not.
+std::string OrdersApart(const std::vector<const TSeries*>& series) {
+  const std::vector<SharedRows> blocks = SharedRowsOf(series, 0);
+  if (blocks.size() < 2) return "";
+  return "The points of \"" + series[blocks[0].columns.front()]->SeriesName() + "\" and \"" +
+         series[blocks[1].columns.front()]->SeriesName() +
+         "\" came in different orders: the rows of one stand below those of the other.";
+}
+
 }  // namespace
 
-std::string DataText(const std::vector<const TDataSeries*>& series,
-                     const DataTextOptions& options) {
+std::string DataText(const std::vector<const TSeries*>& series, const DataTextOptions& options) {
   std::string whole;
   WriteTable(series, options, [&whole](std::string& text) {
     whole += text;
@@ -221,37 +194,24 @@ std::string DataText(const std::vector<const TDataSeries*>& series,
   return whole;
 }
 
-namespace {
-
-/// That loops lose their order, a sentence; empty where there are none.
-std::string OrdersLost(const TxyGraph& graph) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (!TurnsBack(graph.Series(i))) continue;
-    return "X of \"" + graph.Series(i).SeriesName() +
-           "\" turns back: the table has its points in order of X. A graph file keeps the order "
-           "in which they came.";
-  }
-  return "";
-}
-
-}  // namespace
-
 std::string LeftOutOfTable(const TxyGraph& graph) {
-  const std::vector<const TDataSeries*> series = AllSeries(graph);
-  const auto with = std::ranges::find_if(
-      series, [](const TDataSeries* one) { return HasXErrors(one->Errors()); });
+  const std::vector<const TSeries*> series = AllSeries(graph);
+  const auto with =
+      std::ranges::find_if(series, [](const TSeries* one) { return HasXErrors(one->Errors()); });
   std::string told = JoinedQuantities(series);
-  if (const std::string orders = OrdersLost(graph); !orders.empty())
-    told += (told.empty() ? "" : " ") + orders;
+  const auto add = [&told](const std::string& sentence) {
+    if (!sentence.empty()) told += (told.empty() ? "" : " ") + sentence;
+  };
+  add(OrdersApart(series));
+  add(GapsLost(series, 0));
   if (with == series.end() || HasErrorsOfX(series)) return told;
-  if (!told.empty()) told += ' ';
-  return told + "The errors of X of \"" + (*with)->SeriesName() +
-         "\" are left out: the table has one column of X for all DataSets. A graph file keeps "
-         "them.";
+  add("The errors of X of \"" + (*with)->SeriesName() +
+      "\" are left out: the table has one column of X for all DataSets. A graph file keeps them.");
+  return told;
 }
 
 std::string CsvText(const TxyGraph& graph) {
-  const std::vector<const TDataSeries*> series = AllSeries(graph);
+  const std::vector<const TSeries*> series = AllSeries(graph);
   DataTextOptions options;
   options.separators = ",";
   options.x_tolerance = 0;
@@ -261,7 +221,7 @@ std::string CsvText(const TxyGraph& graph) {
 }
 
 void SaveDataText(const TxyGraph& graph, const std::filesystem::path& path) {
-  const std::vector<const TDataSeries*> series = AllSeries(graph);
+  const std::vector<const TSeries*> series = AllSeries(graph);
   DataTextOptions options;
   options.x_heading = graph.Axis(AxisId::X).ShowAsTime() ? "Time" : "Time (hours)";
   WholeFile file(path);

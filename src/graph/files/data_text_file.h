@@ -7,7 +7,7 @@
 
 namespace tarnwick {
 
-class TDataSeries;
+class TSeries;
 class TxyGraph;
 
 struct DataTextOptions {
@@ -20,11 +20,13 @@ struct DataTextOptions {
   std::string x_format = {};  ///< X as dates of FormatDay; empty: as numbers
 };
 
-/// The table: a line of names, then rows in ascending X; a DataSet without a point at a row's X has an empty field there.
+/// The table: a line of names, then rows in ascending X, or as the points came where that is how the line joins them and X turns back
+/// (SharedRowsOf); a DataSet without a point at a row's X has an empty field there. Where all lines are broken stands a row without
+/// values, which an import takes as that.
 /// Numbers in their shortest text that reads back; names that hold a separator are quoted, a DataSet without a name has
 /// "(col N)", its column from 0. Stored Y, not corrected. Errors of Y stand in a column behind it, those of X behind X where
 /// all DataSets have the same, empty where a point has none; an import takes them as that. Throws Error.
-std::string DataText(const std::vector<const TDataSeries*>& series, const DataTextOptions& options);
+std::string DataText(const std::vector<const TSeries*>& series, const DataTextOptions& options);
 
 /// What such a table of the graph leaves out, a sentence; empty for nothing.
 std::string LeftOutOfTable(const TxyGraph& graph);

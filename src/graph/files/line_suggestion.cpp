@@ -7,6 +7,7 @@
 
 #include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
+#include "data/points/turns.h"
 
 namespace tarnwick {
 namespace {
@@ -14,52 +15,23 @@ namespace {
 constexpr double kNoTurn = 0.02;    // of the range: going back no further is jitter
 constexpr double kLate = 0.02;      // of the points: so few out of order came late
 constexpr double kLongStep = 0.25;  // of the range: longer steps in the mean are jumps
-constexpr double kFarOut = 0.05;    // of the points, at either end
 constexpr std::size_t kPointsATurn = 8;
 constexpr std::size_t kTurnsOfLoop = 2;  // allowed to the smallest loop
 constexpr std::size_t kFewest = 5;       // points below which no order is seen
 constexpr std::size_t kMostGroups = 100;
 constexpr std::size_t kLeastRepeats = 3;  // of each X in the mean
 
-/// What X does from point to point.
-class Way {
- public:
-  explicit Way(double range) : turn_(kNoTurn * range) {}
-
-  /// The first point, and the first behind a gap.
-  void BeginPiece(double x) {
-    low_ = high_ = last_ = x;
-    direction_ = 0;
+/// Between points that follow one another in one piece.
+double MeanStep(std::span<const double> x, std::span<const std::size_t> breaks) {
+  double length = 0;
+  std::size_t steps = 0;
+  for (std::size_t i = 1; i < x.size(); ++i) {
+    if (std::ranges::binary_search(breaks, i)) continue;
+    length += std::abs(x[i] - x[i - 1]);
+    ++steps;
   }
-  void Add(double x) {
-    ++steps_;
-    length_ += std::abs(x - last_);
-    last_ = x;
-    low_ = std::min(low_, x);
-    high_ = std::max(high_, x);
-    const bool fell = x<high_ - turn_, rose = x> low_ + turn_;
-    if (direction_ == 0) {
-      direction_ = rose ? 1 : fell ? -1 : 0;
-    } else if (direction_ > 0 ? fell : rose) {
-      ++turns_;
-      direction_ = -direction_;
-      low_ = high_ = x;
-    } else if (direction_ > 0) {
-      low_ = high_;
-    } else {
-      high_ = low_;
-    }
-  }
-  std::size_t Turns() const { return turns_; }
-  double MeanStep() const { return steps_ == 0 ? 0 : length_ / static_cast<double>(steps_); }
-
- private:
-  double turn_;
-  double low_ = 0, high_ = 0, last_ = 0;
-  int direction_ = 0;
-  std::size_t turns_ = 0, steps_ = 0;
-  double length_ = 0;
-};
+  return steps == 0 ? 0 : length / static_cast<double>(steps);
+}
 
 /// How many points stand further back than jitter explains.
 std::size_t CountLate(std::span<const double> x, double jitter, double sign) {
@@ -105,23 +77,9 @@ LineSuggestion SuggestLineOrder(const TDataSeries& series) {
       return LineSuggestion::ByX;
   }
   const std::vector<std::size_t> breaks = BreaksInOrder(points, order, series.Gaps());
-  // Without the few points far out, beside which all others seem to stand still.
-  const auto at = [&by_x](double share) {
-    return by_x[static_cast<std::size_t>(share * static_cast<double>(by_x.size() - 1))];
-  };
-  Way way(at(1 - kFarOut) - at(kFarOut));
-  auto next_break = breaks.begin();
-  way.BeginPiece(x.front());
-  for (std::size_t i = 1; i < x.size(); ++i) {
-    if (next_break != breaks.end() && *next_break == i) {
-      way.BeginPiece(x[i]);
-      ++next_break;
-    } else {
-      way.Add(x[i]);
-    }
-  }
+  const std::size_t turns = TurnsOf(x, breaks, JitterOf(by_x)).size();
   const std::size_t most_turns = std::max(kTurnsOfLoop, x.size() / kPointsATurn);
-  return way.Turns() <= most_turns && way.MeanStep() <= kLongStep * range
+  return turns <= most_turns && MeanStep(x, breaks) <= kLongStep * range
              ? LineSuggestion::AsTheyCame
              : LineSuggestion::SymbolsOnly;
 }

@@ -36,7 +36,7 @@ std::vector<std::unique_ptr<TSeries>> MakeSeries(const std::vector<Column>& colu
 }
 
 std::string TextOf(const std::vector<Column>& columns, const DataTextOptions& options = {}) {
-  std::vector<const TDataSeries*> borrowed;
+  std::vector<const TSeries*> borrowed;
   const auto all = MakeSeries(columns);
   borrowed.reserve(all.size());
   for (const auto& series : all) borrowed.push_back(series.get());
@@ -172,27 +172,6 @@ TEST(DataText, KeepsErrorsOfXThatAllHave) {
   other.Source().XDataColumn = "Frequency";
   EXPECT_TRUE(LeftOutOfTable(graph).starts_with(
       "\"a\" is over X Column, \"spectrum\" over Frequency: the table has one column of X"));
-}
-
-TEST(DataText, TellsThatALoopLosesItsOrder) {
-  const struct {
-    std::vector<double> x;
-    LineOrder order;
-    bool told;
-  } kRows[] = {{{1, 2, 3, 2.5, 1.5}, LineOrder::AsTheyCame, true},
-               {{1, 2, 3, 2.5, 1.5}, LineOrder::ByX, false},
-               {{3, 2, 1}, LineOrder::AsTheyCame, false},
-               {{1, 2, 3}, LineOrder::AsTheyCame, false}};
-  for (const auto& row : kRows) {
-    TxyGraph graph;
-    TSeries& series = graph.AddSeries(std::make_unique<TSeries>());
-    series.SetSeriesName("B");
-    for (const double x : row.x) series.AddPoint(x, 2 * x);
-    SeriesStyle style = series.Style();
-    style.line_order = row.order;
-    series.SetStyle(style);
-    EXPECT_EQ(LeftOutOfTable(graph).starts_with("X of \"B\" turns back"), row.told) << row.x.size();
-  }
 }
 
 TEST(DataText, WritesDatesForOtherProgramsWhereTheyKeepX) {
