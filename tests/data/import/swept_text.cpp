@@ -26,7 +26,9 @@ int ValueOf(std::string_view words, int n) {
 std::string Repeated(std::string_view text, int count) {
   std::string all;
   for (int i = 0; i < count; ++i) {
-    for (const char c : text) all += c == '#' ? std::to_string(i) : std::string(1, c);
+    for (const char c : text) {
+      all += c == '#' ? std::to_string(i) : std::string(1, c == '~' ? '\n' : c);
+    }
   }
   return all;
 }
