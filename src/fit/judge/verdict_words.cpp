@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <optional>
 
 #include "base/number_text.h"
 #include "base/word_list.h"
@@ -19,7 +20,10 @@ std::string FigureText(double value) {
 }
 
 std::string RoughText(double value) {
-  return GeneralText(value, kRoughDigits);
+  const std::string rounded = GeneralText(value, kRoughDigits);
+  // Digits that were rounded away are zeros: 120, not 1.2E2.
+  const std::optional<double> number = ParseNumber(rounded);
+  return number ? FigureText(*number) : rounded;
 }
 
 std::string PlacesText(double first_x, std::int64_t count) {

@@ -38,6 +38,12 @@ TEST(Ties, TakeThePlaceOfWordsAlone) {
       {"1e5*exp(e)+2.e", "1e5*exp((2*a))+2.e"},
       {"f1*f11", "((2*a)+1)*f11"},
       {"if('e'='e',e,1)", "if('e'='e',(2*a),1)"},
+      {"Z+z+_a+A1+a_1+e", "Z+z+_a+A1+a_1+(2*a)"},  // names of every letter, and what is none
+      {"e0+e9+ee+.5e+0.5e1*e", "e0+e9+ee+.5e+0.5e1*(2*a)"},
+      {"1.5.e-3E*9e9", "1.5.e-3E*9e9"},
+      {"'e", "'e"},
+      {"''e'e'", "''(2*a)'e'"},
+      {"e", "(2*a)"},
       {"", ""},
   };
   for (const auto& [text, replaced] : rows) EXPECT_EQ(WithTies(text, parameters), replaced);
@@ -78,6 +84,8 @@ TEST(Limits, TellWhatCannotHold) {
       {{Within("a", 1, 1, 1)}, "The bounds of \"a\" leave no room: hold it fixed instead."},
       {{Within("a", 5, 0, 2)}, "\"a\" starts at 5, outside its bounds (0 to 2)."},
       {{Within("a", -1, 0, kNone)}, "\"a\" starts at -1, outside its bounds (0 and above)."},
+      {{Within("a", 5, -kNone, 2)}, "\"a\" starts at 5, outside its bounds (2 and below)."},
+      {{Within("a", 2, 0, 2), Within("b", 0, 0, 2), Within("c", 3, -kNone, kNone)}, ""},
       {{Tied("a", "b"), Tied("b", "c+1"), Tied("c", "a")},
        "The tie of \"a\" goes round in a circle."},
       {{Tied("a", "a+1")}, "The tie of \"a\" goes round in a circle."},
