@@ -35,7 +35,8 @@ double Factorial(int n) {
 Eigen::VectorXd WeightsAt(std::span<const double> x, double at, const LocalPolynomial& local) {
   const auto points = static_cast<Eigen::Index>(x.size());
   const double reach = std::max(at - x.front(), x.back() - at);
-  if (!(reach > 0)) return Eigen::VectorXd::Constant(points, kUndefined);
+  // A mean needs no two X.
+  if (local.order > 0 && !(reach > 0)) return Eigen::VectorXd::Constant(points, kUndefined);
   Eigen::MatrixXd powers(points, local.order + 1);
   for (Eigen::Index i = 0; i < points; ++i) {
     const double u = (x[static_cast<std::size_t>(i)] - at) / reach;
