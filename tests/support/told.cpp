@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "support/project_paths.h"
@@ -9,25 +10,29 @@
 
 namespace tarnwick::testing {
 
-void ExpectTold(const std::filesystem::path& file, std::string_view name,
-                const std::vector<std::string>& told) {
+std::vector<std::string> Written(const std::filesystem::path& file, std::string_view name) {
   std::istringstream text(ReadFile(SourceFolder() / "tests" / file));
-  std::vector<std::string> expected;
+  std::vector<std::string> lines;
   bool within = false;
   for (std::string line; std::getline(text, line);) {
     if (line.starts_with("== ")) {
       within = line.substr(3) == name;
     } else if (within && !line.empty()) {
-      expected.push_back(line);
+      lines.push_back(line);
     }
   }
-  if (told == expected) return;
-  std::size_t same = 0;
-  while (same < told.size() && same < expected.size() && told[same] == expected[same]) ++same;
+  return lines;
+}
+
+void ExpectTold(const std::filesystem::path& file, std::string_view name,
+                const std::vector<std::string>& told, const Alike& alike) {
+  const std::vector<std::string> written = Written(file, name);
+  const auto apart = std::ranges::mismatch(told, written, alike);
+  if (apart.in1 == told.end() && apart.in2 == written.end()) return;
   std::string all;
   for (const std::string& line : told) all += line + '\n';
-  ADD_FAILURE() << file << " differs from line " << same + 1 << " of the section on, which reads\n"
-                << (same < expected.size() ? expected[same] : "(nothing)")
+  ADD_FAILURE() << file << " reads otherwise\n"
+                << (apart.in2 == written.end() ? "(nothing)" : *apart.in2)
                 << "\nTold was\n== " << name << '\n'
                 << all;
 }

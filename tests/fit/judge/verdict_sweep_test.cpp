@@ -245,13 +245,16 @@ TEST(VerdictSweep, SentencesChangeAtTheirThresholds) {
   };
   for (const Figure& figure : figures) {
     std::vector<std::string> told;
+    std::string before;
     for (const double value : figure.values) {
       FitResult result = Good();
       FitCircumstances about;
       about.max_iterations = 200;
       about.thinned_to = 150;
       figure.set(result, about, value);
-      told.push_back(GeneralText(value, 6) + ": " + Told(JudgeFit(result, about)));
+      const std::string now = Told(JudgeFit(result, about));
+      told.push_back(GeneralText(value, 6) + ": " + (now == before ? "the same" : now));
+      before = now;
     }
     testing::ExpectTold("fit/judge/verdicts.txt", figure.name, told);
   }
