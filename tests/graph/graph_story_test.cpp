@@ -14,9 +14,9 @@
 #include "graph/edit/paste_edit.h"
 #include "graph/edit/point_edit.h"
 #include "graph/graph_state_compare.h"
+#include "graph/line_way.h"
 #include "graph/read_out.h"
 #include "graph/shown_series.h"
-#include "graph/turning_back.h"
 #include "graph/xy_graph.h"
 #include "support/told.h"
 
