@@ -39,6 +39,7 @@ inline WalkedRow RowAt(TDataSupplier& supplier) {
     EXPECT_EQ(supplier.ReadValue(none, ColumnFormat::Automatic), std::nullopt) << none;
   }
   EXPECT_FALSE(supplier.HasValue(-1));
+  EXPECT_EQ(supplier.TextAt(-1), "");
   EXPECT_EQ(supplier.HasValue(kRowNumberColumn),
             supplier.ReadValue(kRowNumberColumn, ColumnFormat::Automatic).has_value());
   return row;
