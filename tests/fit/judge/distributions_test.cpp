@@ -40,5 +40,20 @@ TEST(Distributions, MeetTheTables) {
   EXPECT_TRUE(IsUndefined(VarianceRatioProbability(1, 1, 0)));
 }
 
+TEST(Distributions, HaveNoValueBeyondTheirEdges) {
+  for (const double level : {-0.1, 0.0, 1.0, 1.1}) {
+    EXPECT_TRUE(IsUndefined(StudentQuantile(5, level))) << level;
+    EXPECT_TRUE(IsUndefined(NormalQuantile(level))) << level;
+  }
+  EXPECT_TRUE(IsUndefined(StudentQuantile(0, 0.5)));
+  EXPECT_TRUE(IsUndefined(ChiSquaredProbability(1, 0)));
+  EXPECT_NEAR(StudentQuantile(1, 0.5), 1, 1e-9);  // Cauchy's law
+  EXPECT_NEAR(StudentQuantile(2, 0.5), std::sqrt(2.0 / 3), 1e-9);
+  EXPECT_NEAR(NormalQuantile(0.95), 1.959963984540054, 1e-9);
+  EXPECT_NEAR(ChiSquaredProbability(3, 2), std::exp(-1.5), 1e-12);
+  EXPECT_NEAR(StudentProbability(1, 1), 0.5, 1e-9);
+  EXPECT_NEAR(VarianceRatioProbability(1, 2, 2), 0.5, 1e-9);
+}
+
 }  // namespace
 }  // namespace tarnwick

@@ -8,6 +8,7 @@
 
 #include "fitted_model.h"
 #include "support/cancelling_progress.h"
+#include "support/told.h"
 
 namespace tarnwick {
 namespace {
@@ -121,6 +122,27 @@ TEST(MinimiseNewton, HardShapesReachTheMinimumFromEveryStart) {
       EXPECT_LE(fit.reduced.qtr.norm(), 1e-6 * std::sqrt(fit.outcome.value)) << about;
     }
   }
+}
+
+/// How each run ended, and what it took.
+TEST(MinimiseNewton, HardShapesTakeAsManySteps) {
+  std::vector<std::string> told;
+  for (const HardProblem& problem : HardProblems()) {
+    for (const std::vector<double>& start : problem.starts) {
+      const auto model = MakeModel(problem.expression, At(problem, start));
+      ModelResiduals residuals(*model, problem.points.View());
+      const MinimiseOutcome fit = testing::Fit(residuals).outcome;
+      // Rounding may lead a long way past other points.
+      constexpr int kShort = 25;
+      told.push_back(problem.name + ": " +
+                     (fit.iterations > kShort
+                          ? "many iterations, "
+                          : std::to_string(fit.iterations) + " iterations, " +
+                                std::to_string(fit.evaluations) + " evaluations, ") +
+                     std::to_string(fit.search_evaluations) + " of a search, " + fit.stop_test);
+    }
+  }
+  testing::ExpectTold("fit/minimise/steps.txt", "hard shapes", told);
 }
 
 // A factor that is a power of two changes no digit of the values: nothing may depend on the unit of Y.

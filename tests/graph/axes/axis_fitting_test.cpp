@@ -57,6 +57,37 @@ TEST(StepGrid, GivesDecimalMultiples) {
   EXPECT_EQ(StepGrid(1e-30).At(7), 7e-30);
   EXPECT_EQ(StepGrid(1.0 / 3).At(3), 1.0);
   EXPECT_FALSE(std::signbit(StepGrid(0.1).At(-0.0L)));
+  EXPECT_EQ(StepGrid(1.05).At(3), 3.15);
+  EXPECT_EQ(StepGrid(30090).At(-7), -210630);
+  const struct {
+    double value, mantissa;
+    int exponent, decimals, digits, last;
+  } kSplits[] = {{105, 1.05, 2, 0, 3, 0},
+                 {0.3, 3, -1, 1, 1, -1},
+                 {1000, 1, 3, 0, 1, 3},
+                 {90909, 9.0909, 4, 0, 5, 0},
+                 {0.0909, 9.09, -2, 4, 3, -4},
+                 {1, 1, 0, 0, 1, 0},
+                 {kMost, 1.7976931348623157, 308, 0, 17, 292}};
+  for (const auto& row : kSplits) {
+    EXPECT_EQ(SplitDecimal(row.value).mantissa, row.mantissa) << row.value;
+    EXPECT_EQ(SplitDecimal(row.value).exponent, row.exponent) << row.value;
+    const StepGrid grid(row.value);
+    EXPECT_EQ(grid.Decimals(), row.decimals) << row.value;
+    EXPECT_EQ(grid.SignificantDigits(), row.digits) << row.value;
+    EXPECT_EQ(grid.LastDigit(), row.last) << row.value;
+  }
+  constexpr std::int64_t kExact = std::int64_t{1} << 53;
+  EXPECT_EQ(ScaledByTen(0, 500), 0);
+  EXPECT_EQ(ScaledByTen(3, 22), 3e22);
+  EXPECT_EQ(ScaledByTen(3, 23), 3e23);
+  EXPECT_EQ(ScaledByTen(-3, -22), -3e-22);
+  EXPECT_EQ(ScaledByTen(-3, -23), -3e-23);
+  EXPECT_EQ(ScaledByTen(kExact, 1), 9007199254740992e1);
+  EXPECT_EQ(ScaledByTen(kExact + 2, -1), 9007199254740994e-1);
+  EXPECT_EQ(ScaledByTen(7, 400), HUGE_VAL);
+  EXPECT_EQ(ScaledByTen(-7, 400), -HUGE_VAL);
+  EXPECT_EQ(ScaledByTen(7, -400), 0);
 }
 
 TEST(FitNumericRange, FollowsTheRules) {
