@@ -78,6 +78,40 @@ TEST(Gif, InterlacedRowsFindTheirPlaces) {
   for (int y = 0; y < 13; ++y) EXPECT_EQ(qRed(image.pixel(2, y)), y * 10);
 }
 
+// A part of its own place, with colours of its own, within a larger screen or beyond it.
+TEST(Gif, APartStandsWhereItsFileSays) {
+  for (const auto& [left, top] : {std::pair(0, 0), {2, 0}, {0, 3}, {4, 5}}) {
+    QByteArray bytes;
+    GifFileType* const gif = EGifOpen(&bytes, &Append, nullptr);
+    ColorMapObject* const map = GifMakeMapObject(4, nullptr);
+    ColorMapObject* const own = GifMakeMapObject(4, nullptr);
+    for (int i = 0; i < 4; ++i) {
+      map->Colors[i] = {1, 2, 3};
+      own->Colors[i] = {static_cast<GifByteType>(i * 50), 7, 9};
+    }
+    EGifPutScreenDesc(gif, 6, 5, 2, 0, map);
+    EGifPutImageDesc(gif, left, top, 3, 2, false, own);
+    for (const int first : {0, 1}) {
+      GifByteType line[] = {GifByteType(first), GifByteType(first + 1), GifByteType(first + 2)};
+      EGifPutLine(gif, line, 3);
+    }
+    EGifCloseFile(gif, nullptr);
+    GifFreeMapObject(map);
+    GifFreeMapObject(own);
+    const GifPicture picture = Read(bytes);
+    ASSERT_TRUE(picture.error.isEmpty()) << picture.error.toStdString();
+    EXPECT_EQ(picture.image.size(), QSize(std::max(6, left + 3), std::max(5, top + 2)));
+    for (int y = 0; y < picture.image.height(); ++y) {
+      for (int x = 0; x < picture.image.width(); ++x) {
+        const bool within = x >= left && x < left + 3 && y >= top && y < top + 2;
+        EXPECT_EQ(picture.image.pixel(x, y),
+                  within ? qRgb(50 * (x - left + y - top), 7, 9) : qRgba(0, 0, 0, 0))
+            << x << ',' << y << " from " << left << ',' << top;
+      }
+    }
+  }
+}
+
 TEST(Gif, DamagedFilesAreRefusedOrStayPictures) {
   const QByteArray good = Written(Sample(40, 30, 7));
   for (qsizetype length = 0; length < good.size() - 3; ++length) {

@@ -10,12 +10,14 @@
 #include <cmath>
 #include <fstream>
 #include <limits>
+#include <map>
 #include <numbers>
 #include <set>
 
 #include "graph/metafile/metafile_picture.h"
 #include "graph/metafile/metafile_shapes.h"
 #include "support/temporary_folder.h"
+#include "support/told.h"
 
 namespace tarnwick {
 namespace {
@@ -103,6 +105,88 @@ TEST(Metafile, RecordsAreWellFormedWhateverIsPainted) {
   }));
   EXPECT_GT(CountOf(records, 0x0325), 20);
   EXPECT_EQ(CountOf(records, 0x0A32), 3) << "texts of Windows-1252, where there is a pen";
+}
+
+/// What the functions of a metafile are called.
+std::string NameOf(unsigned function) {
+  const std::map<unsigned, const char*> names = {
+      {0x0000, "end"},       {0x0103, "map mode"},  {0x020B, "origin"},     {0x020C, "extent"},
+      {0x0102, "back mode"}, {0x0106, "fill mode"}, {0x012E, "text align"}, {0x0209, "text color"},
+      {0x02FA, "pen"},       {0x02FC, "brush"},     {0x02FB, "font"},       {0x012D, "select"},
+      {0x01F0, "delete"},    {0x0325, "polyline"},  {0x0324, "polygon"},    {0x0538, "polygons"},
+      {0x0416, "clip"},      {0x001E, "save"},      {0x0127, "restore"},    {0x0A32, "text"},
+      {0x0F43, "image"},     {0x0B41, "image"}};
+  const auto name = names.find(function);
+  return name == names.end() ? "function " + std::to_string(function) : name->second;
+}
+
+/// The words of every record, those of a long one from its beginning.
+std::vector<std::string> WordsOf(const std::string& file) {
+  std::vector<std::string> told;
+  std::string head = "head";
+  for (std::size_t at = 6; at < 16; at += 2) head += " " + std::to_string(WordAt(file, at));
+  told.push_back(head);
+  for (const Record& record : RecordsOf(file)) {
+    std::string line = NameOf(record.function);
+    for (std::size_t at = 0; at + 1 < record.parameters.size() && at < 60; at += 2)
+      line += " " + std::to_string(static_cast<std::int16_t>(WordAt(record.parameters, at)));
+    told.push_back(line);
+  }
+  return told;
+}
+
+TEST(Metafile, EveryWordOfASmallPicture) {
+  const auto told = [](const char* name, const std::function<void(QPainter&)>& paint) {
+    testing::ExpectTold("graph/metafile/words.txt", name, WordsOf(Painted(paint)));
+  };
+  told("lines", [](QPainter& painter) {
+    painter.drawLine(QPointF(10, 20), QPointF(110, 20));
+    painter.setPen(QPen(QColor(200, 100, 0, 128), 3));
+    painter.drawPolyline(QPolygonF({{10, 30}, {40, 60}, {40, 60}, {90, 30}}));
+    painter.setOpacity(0.25);
+    painter.drawLine(QPointF(-500, 100), QPointF(900, 100));
+    painter.setOpacity(1);
+    painter.setPen(QPen(Qt::blue, 2, Qt::DashLine, Qt::FlatCap));
+    painter.drawLine(QPointF(20, 150), QPointF(60, 150));
+    painter.setPen(QPen(Qt::red, 0));
+    painter.drawPoint(QPointF(70, 170));
+    painter.setPen(Qt::NoPen);
+    painter.drawLine(QPointF(0, 0), QPointF(9, 9));
+  });
+  told("areas", [](QPainter& painter) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(10, 20, 30));
+    painter.drawRect(QRectF(10, 20, 30, 40));
+    painter.drawPolygon(QPolygonF({{350, 10}, {450, 60}, {350, 110}}), Qt::WindingFill);
+    QPainterPath ring;
+    ring.addRect(100, 100, 60, 60);
+    ring.addRect(120, 120, 20, 20);
+    painter.drawPath(ring);
+    painter.setPen(QPen(Qt::green, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolygon(QPolygonF({{10, 210}, {50, 210}, {30, 250}}));
+  });
+  told("turned, scaled and clipped", [](QPainter& painter) {
+    painter.setClipRect(QRectF(50, 50, 100, 80));
+    painter.fillRect(QRectF(0, 0, 400, 300), Qt::cyan);
+    painter.translate(100, 90);
+    painter.rotate(90);
+    painter.scale(2, 2);
+    painter.setPen(QPen(Qt::black, 2));
+    painter.drawLine(QPointF(0, 0), QPointF(10, 0));
+    painter.setClipRect(QRectF(0, 0, 5, 5), Qt::IntersectClip);
+    painter.fillRect(QRectF(-50, -50, 100, 100), Qt::red);
+    painter.setClipping(false);
+    painter.drawLine(QPointF(-100, 0), QPointF(100, 0));
+  });
+  told("images", [](QPainter& painter) {
+    QImage image(3, 2, QImage::Format_ARGB32);
+    image.fill(QColor(1, 2, 3));
+    image.setPixel(2, 1, qRgba(200, 100, 50, 128));
+    painter.drawImage(QRectF(10, 20, 30, 20), image);
+    painter.drawImage(QRectF(-10, -5, 30, 20), image, QRectF(1, 0, 2, 2));
+    painter.drawImage(QRectF(500, 20, 30, 20), image);
+  });
 }
 
 TEST(Metafile, LongLinesAndManyColoursKeepTheirPieces) {
