@@ -8,6 +8,7 @@
 #include "base/day_number.h"
 #include "base/month_words.h"
 #include "base/number_text.h"
+#include "base/zone_place.h"
 
 namespace tarnwick {
 namespace {
@@ -79,10 +80,11 @@ class Scanner {
   }
   std::string_view TakeDigitRun() { return TakeRun<&IsDigit>(); }
   std::string_view TakeLetters() { return TakeRun<&IsLetter>(); }
-  /// To behind the next such mark; nowhere without one.
-  void SkipBehind(char mark) {
-    const std::size_t at = rest_.find(mark);
-    if (at != rest_.npos) rest_.remove_prefix(at + 1);
+  /// Behind the place that stands here, in brackets or not; false without one.
+  bool SkipPlace() {
+    const std::size_t size = LengthOfZonePlace(rest_);
+    rest_.remove_prefix(size);
+    return size > 0;
   }
   /// The place from 1 of a name that stands here, whole or its first letters.
   Digits TakeName(std::span<const std::string_view> names) {
@@ -199,7 +201,8 @@ std::optional<int> TakeHalfOfDay(Scanner& scanner, int hour) {
   behind.SkipBlanks();
   const bool morning = behind.TakeWord("am");
   const bool evening = !morning && behind.TakeWord("pm");
-  if (!morning && !evening) return hour;
+  // "12:00 America/New_York"
+  if ((!morning && !evening) || IsLetter(behind.Next())) return hour;
   scanner = behind;
   if (hour < 1 || hour > 12) return std::nullopt;
   return hour % 12 + (evening ? 12 : 0);
@@ -231,12 +234,8 @@ bool TakeNamedZone(Scanner& scanner, Clock& clock) {
   return true;
 }
 
-/// "[Europe/Paris]" behind an offset, which says all.
-void SkipPlace(Scanner& scanner) {
-  if (scanner.Next() == '[') scanner.SkipBehind(']');
-}
-
-/// Turns the clock to UTC by the zone that stands here, if any; false when what stands here is none that exists.
+/// Turns the clock to UTC by the zone that stands here, if any, a place behind it or alone being passed over; false when what
+/// stands here is none that exists.
 bool TakeZone(Scanner& scanner, Clock& clock) {
   if (scanner.AtEnd()) return true;
   Scanner behind = scanner;
@@ -264,10 +263,9 @@ bool TakeZone(Scanner& scanner, Clock& clock) {
     clock.seconds -= (west ? -60 : 60) * (hours.value * 60 + minutes.value);
     clock.has_zone = true;
   }
-  if (clock.has_zone) {
-    SkipPlace(behind);
-    scanner = behind;
-  }
+  // "[Europe/Paris]" behind an offset, which says all.
+  const bool placed = behind.SkipPlace();
+  if (clock.has_zone || placed) scanner = behind;
   return true;
 }
 
