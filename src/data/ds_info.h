@@ -46,9 +46,10 @@ enum class ColumnFormat : std::uint8_t {
       10,  ///< a time as DateTime; a day is added to those of X wherever they fall back over midnight
   ScaledUnit = 11,  ///< number with a unit, in the unit without prefix: "12 mV" is 0.012
   Uncertainty =
-      12  ///< what stands behind a number as its error: 0.2 of "12.5 ± 0.2", 0.3 of "12.5(3)"
+      12,      ///< what stands behind a number as its error: 0.2 of "12.5 ± 0.2", 0.3 of "12.5(3)"
+  Factor = 13  ///< number, perhaps with the letter of a factor right behind it: "500.p" is 5e-10
 };
-inline constexpr ColumnFormat kLastColumnFormat = ColumnFormat::Uncertainty;
+inline constexpr ColumnFormat kLastColumnFormat = ColumnFormat::Factor;
 
 /// TDSInfo::NamesLine of a source without names.
 inline constexpr std::int32_t kNoNamesLine = -1;

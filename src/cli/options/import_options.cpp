@@ -12,7 +12,7 @@
 namespace tarnwick::cli {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, ColumnFormat>, 13> kFormats = {{
+constexpr std::array<std::pair<std::string_view, ColumnFormat>, 14> kFormats = {{
     {"auto", ColumnFormat::Automatic},
     {"number", ColumnFormat::Number},
     {"comma", ColumnFormat::DecimalComma},
@@ -26,6 +26,7 @@ constexpr std::array<std::pair<std::string_view, ColumnFormat>, 13> kFormats = {
     {"time-on", ColumnFormat::TimeGoingOn},
     {"base-unit", ColumnFormat::ScaledUnit},
     {"uncertainty", ColumnFormat::Uncertainty},
+    {"factor", ColumnFormat::Factor},
 }};
 
 /// A name of the table or its position in it.
@@ -34,9 +35,10 @@ std::optional<ColumnFormat> FormatNamed(const std::string& text) {
   for (std::size_t i = 0; i < kFormats.size(); ++i) {
     if (text == kFormats[i].first || text == std::to_string(i)) return kFormats[i].second;
   }
-  throw UsageError("\"" + text +
-                   "\" is no column format; auto, number, comma, date, day-first, month-first, "
-                   "thousands, unit, unix, unix-ms, time-on, base-unit and uncertainty are");
+  throw UsageError(
+      "\"" + text +
+      "\" is no column format; auto, number, comma, date, day-first, month-first, "
+      "thousands, unit, unix, unix-ms, time-on, base-unit, uncertainty and factor are");
 }
 
 /// "\t" stands for a tab, "\\" for a backslash.
@@ -192,7 +194,7 @@ void AddImportOptions(Command& command, ImportArguments& arguments) {
   command
       .Add("--x-format", arguments.x_format,
            "auto, number, comma, date, day-first, month-first, thousands, unit, unix, unix-ms, "
-           "time-on, base-unit or uncertainty")
+           "time-on, base-unit, uncertainty or factor")
       .Group(group);
   command.Add("--y-format", arguments.y_format, "The same for Y").Group(group);
   command

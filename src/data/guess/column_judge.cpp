@@ -6,6 +6,8 @@
 
 #include "base/ascii.h"
 #include "base/day_number.h"
+#include "base/zone_place.h"
+#include "data/text/factor_text.h"
 #include "data/text/field_kind.h"
 #include "data/text/field_value.h"
 #include "data/text/known_units.h"
@@ -37,12 +39,16 @@ struct ColumnCounts {
   int joined = 0;          ///< of the quantities, with letters right behind the digits
   int labels =
       0;  ///< texts that begin as numbers with letters that are no known unit: "2p", "8M4I"
-  std::vector<std::string> units = {};  ///< different ones, "" where a number but zero has none
+  int factored = 0;                       ///< numbers with the letter of a factor: "500.p"
+  int bare_factors = 0;                   ///< of these, right behind the point: "1.K"
+  std::vector<std::string> factors = {};  ///< these letters
+  std::vector<std::string> units = {};    ///< different ones, "" where a number but zero has none
   int days_month_first = 0;
   int days_day_first = 0;
   int open_days = 0;  ///< fields whose day differs by the order
   int zones = 0;
   int intervals = 0;
+  int places = 0;            ///< times with a place for a zone
   std::size_t last_row = 0;  ///< the last one, from 1, where it is filled
 };
 
@@ -106,6 +112,29 @@ void CountQuantity(std::string_view text, ColumnCounts& column) {
   }
 }
 
+/// True where the text is such a number, whose letter is no unit.
+bool CountFactor(std::string_view text, ColumnCounts& column) {
+  const std::optional<NumberAndFactor> split = SplitFactor(text);
+  if (!split) return false;
+  ++column.factored;
+  // "1.K": nobody writes a unit so.
+  column.bare_factors +=
+      text[TrimBlankBytes(text).size() - split->letter.size() - 1] == '.' ? 1 : 0;
+  if (std::ranges::find(column.factors, split->letter) == column.factors.end()) {
+    column.factors.emplace_back(split->letter);
+  }
+  return !IsKnownUnit(split->letter);
+}
+
+/// Every field is a number, some with letters that are factors: several of them, or one that is no unit beside plain numbers.
+/// "3.n" in all rows is a label.
+bool HoldsFactors(const ColumnCounts& counts) {
+  const bool no_unit = counts.bare_factors > 0 ||
+                       (counts.factors.size() == 1 && !IsKnownUnit(counts.factors.front()));
+  return (counts.factors.size() > 1 || (counts.numbers > 0 && no_unit)) && counts.commas == 0 &&
+         counts.numbers + counts.factored == counts.filled;
+}
+
 void CountDate(std::string_view text, ColumnCounts& column) {
   const std::optional<double> month_first = ValueOfField(text, ColumnFormat::DateMonthFirst);
   const std::optional<double> day_first = ValueOfField(text, ColumnFormat::DateDayFirst);
@@ -113,6 +142,7 @@ void CountDate(std::string_view text, ColumnCounts& column) {
   column.days_day_first += day_first ? 1 : 0;
   const std::string_view beginning = BeginningOfInterval(text);
   column.intervals += beginning.empty() ? 0 : 1;
+  column.places += ZonePlaceAtEnd(text).empty() ? 0 : 1;
   column.zones += HasZone(beginning.empty() ? text : beginning) ? 1 : 0;
   column.open_days += month_first && day_first && *month_first != *day_first ? 1 : 0;
 }
@@ -142,7 +172,7 @@ void CountField(std::string_view text, ColumnCounts& column) {
       CountDate(text, column);
       break;
     case FieldKind::Quantity:
-      CountQuantity(text, column);
+      if (!CountFactor(text, column)) CountQuantity(text, column);
       break;
     case FieldKind::Text:
       column.labels += IsLabelOfDigits(text) ? 1 : 0;
@@ -153,6 +183,11 @@ void CountField(std::string_view text, ColumnCounts& column) {
 
 ColumnGuess Judge(const ColumnCounts& counts) {
   ColumnGuess guess;
+  if (HoldsFactors(counts)) {
+    guess.has_numbers = true;
+    guess.format = ColumnFormat::Factor;
+    return guess;
+  }
   const int days = std::max(counts.days_month_first, counts.days_day_first);
   const bool groups = counts.groupings > 0 && counts.grouped >= counts.numbers &&
                       (counts.grouped > counts.decimal_commas || counts.commas == 0);
@@ -168,6 +203,7 @@ ColumnGuess Judge(const ColumnCounts& counts) {
   if (many && counts.quantities > numbers) guess.has_numbers = false;
   if (!guess.has_numbers) return guess;
   guess.is_date = days > numbers;
+  guess.has_places = guess.is_date && counts.places > 0 && counts.zones == 0;
   guess.has_zone = guess.is_date && counts.zones > 0;
   guess.has_intervals = guess.is_date && counts.intervals > 0;
   if (guess.is_date) {
@@ -185,6 +221,7 @@ ColumnGuess Judge(const ColumnCounts& counts) {
         units_only && counts.units.size() < kNotedUnits && !CommonBaseUnit(counts.units).empty();
     guess.format = scaled ? ColumnFormat::ScaledUnit : ColumnFormat::NumberWithUnit;
     guess.units = counts.units;
+    guess.has_flags = counts.flagged > 0;
     guess.has_errors = 2 * counts.with_errors > counts.filled;
   } else if (groups) {
     guess.format = ColumnFormat::GroupedThousands;

@@ -24,6 +24,8 @@ struct ColumnGuess {
   bool has_units = false;          ///< a unit stands behind the numbers
   bool has_uncertainties = false;  ///< how uncertain they are stands behind them: "± 0.2", " (5)"
   bool has_errors = false;         ///< and can be read as their errors: "± 0.2", "(5)"
+  bool has_flags = false;          ///< a mark stands behind some numbers: "12.5*"
+  bool has_places = false;         ///< times with a place for a zone
   std::vector<std::string> units = {};  ///< those that stand there, "" for none; only a few of many
   bool only_ahead = false;  ///< the first rows have it, the many behind them only other columns
   std::vector<double> values =

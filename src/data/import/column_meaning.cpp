@@ -62,6 +62,8 @@ void TakeTime(const JoinedTimeFound& found, ImportSource& source) {
     time.parts.push_back({found.parts[i], source.ReferenceTo(column)});
     names.push_back(source.Quoted(column));
     source.time_columns.push_back(column);
+    // Its parts stand in one order.
+    if (found.parts[i] != TimePart::Date) source.columns[found.columns[i]].day_order_open = false;
   }
   source.time.has_numbers = source.time.is_date = true;
   source.time.format = DateFormatOf(found, source);
@@ -153,6 +155,9 @@ void SettleStoredTimes(const ImportOptions& options, ImportSource& source) {
   TellOfImpossibleDates(source);
   if (std::ranges::any_of(source.columns, &ColumnGuess::has_zone)) {
     source.notes.emplace_back("times with a zone are turned to UTC");
+  }
+  if (std::ranges::any_of(source.columns, &ColumnGuess::has_places)) {
+    source.notes.emplace_back("the places behind times, which tell their zones, are passed over");
   }
   if (std::ranges::any_of(source.columns, &ColumnGuess::has_intervals)) {
     source.notes.emplace_back("intervals of time are read as their beginnings");

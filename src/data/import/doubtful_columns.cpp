@@ -14,6 +14,7 @@
 #include "data/import/sign_columns.h"
 #include "data/import/value_order.h"
 #include "data/import/x_choice.h"
+#include "data/text/factor_text.h"
 #include "data/text/si_unit.h"
 
 namespace tarnwick {
@@ -64,6 +65,29 @@ void TellOfUnits(const ImportSource& source, const Columns& guessed, Notes& note
                                   " (--y-format unit, of X --x-format, takes them as they stand)"
                             : "numbers are read as they stand, not brought to one unit"));
   }
+}
+
+void TellOfFactors(const ImportSource& source, const Columns& guessed, Notes& notes) {
+  for (const std::int32_t column : guessed) {
+    const auto at = static_cast<std::size_t>(std::max(column, 0));
+    const bool factors = source.GuessOf(column).format == ColumnFormat::Factor;
+    if (column < 0 || !factors || at >= source.samples.size()) continue;
+    const auto text = std::ranges::find_if(source.samples[at], [](const std::string& field) {
+      return SplitFactor(field).has_value();
+    });
+    if (text == source.samples[at].end()) continue;
+    notes.push_back("letters behind numbers of " + source.Quoted(column) + " are factors (\"" +
+                    *text + "\" is " + ShortestText(SplitFactor(*text)->value) + ")");
+  }
+}
+
+void TellOfFlags(const ImportSource& source, const Columns& guessed, Notes& notes) {
+  std::vector<std::string> flagged;
+  for (const std::int32_t column : guessed) {
+    if (source.GuessOf(column).has_flags) flagged.push_back(source.Quoted(column));
+  }
+  if (flagged.empty()) return;
+  notes.push_back("the marks behind some numbers of " + Listed(flagged) + " are passed over");
 }
 
 void TellOfMidnight(const ImportSource& source, const Columns& guessed, Notes& notes) {
@@ -160,6 +184,8 @@ std::vector<std::string> DoubtsOf(const ImportSource& source, const ImportOption
   if (!options.x_column) TellOfX(source, columns, notes);
   TellOfCommas(source, guessed, notes);
   TellOfUnits(source, guessed, notes);
+  TellOfFlags(source, guessed, notes);
+  TellOfFactors(source, guessed, notes);
   TellOfMidnight(source, guessed, notes);
   if (!options.missing) {
     TellOfFarValues(source, columns, notes);

@@ -40,7 +40,7 @@ ColumnFormat FormatOfErrors(const TDSInfo& info, std::int32_t column, std::int32
   using enum ColumnFormat;
   if (value == NumberWithUnit && column == value_column) return Uncertainty;
   const bool number = value == Number || value == DecimalComma || value == GroupedThousands ||
-                      value == NumberWithUnit || value == ScaledUnit;
+                      value == NumberWithUnit || value == ScaledUnit || value == Factor;
   return number ? value : FormatOfColumn(info, column);
 }
 

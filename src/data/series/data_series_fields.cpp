@@ -96,6 +96,7 @@ constexpr std::array kColumnFormats = {
     FieldChoice{ColumnFormat::TimeGoingOn, "Time, going on past midnight"},
     FieldChoice{ColumnFormat::ScaledUnit, "Number with a unit, 12 mV is 0.012"},
     FieldChoice{ColumnFormat::Uncertainty, "Error behind a number, 1.5 ± 0.2 is 0.2"},
+    FieldChoice{ColumnFormat::Factor, "Number with a factor's letter, 1.5n is 1.5e-9"},
 };
 
 constexpr std::array kYErrorKinds = {

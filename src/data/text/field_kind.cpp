@@ -5,6 +5,7 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
+#include "data/text/factor_text.h"
 #include "data/text/field_value.h"
 #include "data/text/known_units.h"
 #include "data/text/text_fields.h"
@@ -70,6 +71,17 @@ bool IsQuantity(std::string_view text) {
   return !split->joined || !IsLetter(split->unit.front()) || IsKnownUnit(split->unit);
 }
 
+/// "01/87", a month and a year, or "00/12/16", a year, a month and a day, of two digits each.
+bool IsShortDate(std::string_view text) {
+  if (text.size() != 5 && text.size() != 8) return false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (i % 3 == 2 ? text[i] != '/' : !IsDigit(text[i])) return false;
+  }
+  const std::string_view month = text.substr(text.size() == 5 ? 0 : 3, 2);
+  return month >= "01" && month <= "12" &&
+         text.substr(text.size() - 2) <= (text.size() == 5 ? "99" : "31");
+}
+
 constexpr std::size_t kAnyDigits = 6;  // of an exponent, as many as anybody writes
 
 /// "-1.5e-3" and the like: what nearly all fields of tables are. Longer exponents may be beyond all numbers.
@@ -119,7 +131,9 @@ FieldKind KindOfField(std::string_view text) {
     return text.find(' ') == text.npos ? FieldKind::Number : FieldKind::Quantity;
   }
   if (IsDate(text)) return FieldKind::Date;
-  return IsQuantity(text) ? FieldKind::Quantity : FieldKind::Text;
+  // "01/87", "00/12/16": columns of them are dates where the rows run so.
+  if (IsShortDate(text)) return FieldKind::Date;
+  return IsQuantity(text) || SplitFactor(text) ? FieldKind::Quantity : FieldKind::Text;
 }
 
 std::size_t LengthFromPoint(std::string_view text) {

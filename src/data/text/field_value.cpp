@@ -8,6 +8,7 @@
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/number_text.h"
+#include "data/text/factor_text.h"
 #include "data/text/si_unit.h"
 #include "data/text/text_fields.h"
 #include "data/text/unit_text.h"
@@ -203,6 +204,8 @@ std::optional<double> ValueOfField(std::string_view text, ColumnFormat format) {
       const std::optional<NumberAndUnit> split = SplitUnit(text);
       return split ? split->uncertainty : std::nullopt;
     }
+    case ColumnFormat::Factor:
+      return Finite(ValueWithFactor(text));
     case ColumnFormat::UnixSeconds:
       return UnixDay(text, 86'400);
     case ColumnFormat::UnixMilliseconds:

@@ -5,7 +5,8 @@ namespace tarnwick {
 bool TakesNumbers(ColumnFormat format) {
   return format == ColumnFormat::Automatic || format == ColumnFormat::Number ||
          format == ColumnFormat::DecimalComma || format == ColumnFormat::GroupedThousands ||
-         format == ColumnFormat::NumberWithUnit || format == ColumnFormat::ScaledUnit;
+         format == ColumnFormat::NumberWithUnit || format == ColumnFormat::ScaledUnit ||
+         format == ColumnFormat::Factor;
 }
 
 }  // namespace tarnwick
