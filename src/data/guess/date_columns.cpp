@@ -6,6 +6,7 @@
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/text_encoding.h"
+#include "data/guess/short_dates.h"
 #include "data/guess/time_names.h"
 #include "data/text/joined_time.h"
 #include "data/text/text_fields.h"
@@ -148,6 +149,7 @@ std::optional<JoinedTimeFound> FindDaysOfDigits(std::span<const std::string> nam
 std::optional<JoinedTimeFound> FindWrittenDate(std::span<const std::string> names, Columns columns,
                                                std::size_t first) {
   if (auto found = FindMonthInWords(columns, first)) return found;
+  if (auto found = FindShortDates(columns, first)) return found;
   return FindDaysOfDigits(names, columns, first);
 }
 

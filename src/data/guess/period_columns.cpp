@@ -57,11 +57,24 @@ std::optional<TimePart> PartOf(int last, char mark) {
   return std::nullopt;
 }
 
+/// "2000/01", "2001/02" in every row: the second year follows the first.
+bool AreYearPairs(std::span<const std::string_view> texts) {
+  return std::ranges::all_of(texts, [](std::string_view text) {
+    for (const char mark : {'/', '-'}) {
+      const std::optional<Period> years = PeriodOf(text, mark);
+      const bool two = TrimBlankBytes(text).size() == kYearDigits + 3;
+      if (years && two && years->number == (years->year + 1) % 100) return true;
+    }
+    return false;
+  });
+}
+
 }  // namespace
 
 std::optional<JoinedTimeFound> FindPeriods(std::span<const std::vector<std::string_view>> columns,
                                            std::size_t first) {
   if (columns[first].size() < kFewestRows) return std::nullopt;
+  if (AreYearPairs(columns[first])) return JoinedTimeFound{{TimePart::Year}, {first}};
   for (const char mark : {':', '-'}) {
     const std::optional<int> last = LastOfYear(columns[first], mark);
     const std::optional<TimePart> part = last ? PartOf(*last, mark) : std::nullopt;

@@ -249,11 +249,20 @@ std::optional<JoinedTimeFound> FindWrittenPair(Columns columns, std::size_t firs
   return rising ? std::optional(found) : std::nullopt;
 }
 
-/// Clock times of twelve hours beside their halves of the day, without a date.
+/// Clock times of twelve hours beside their halves of the day, and perhaps the date right behind these or ahead of all.
 std::optional<JoinedTimeFound> FindHalves(Columns columns, std::size_t first) {
   JoinedTimeFound found{{TimePart::Time}, {first}};
   if (!AreAll(columns[first], &IsClockTime)) return std::nullopt;
   AddHalf(found, columns);
+  if (found.parts.size() < 2) return std::nullopt;
+  for (const std::size_t column : {found.columns.back() + 1, first - 1}) {
+    if (column >= columns.size() || !AreAll(columns[column], &IsWrittenDate)) continue;
+    JoinedTimeFound dated = found;
+    dated.parts.push_back(TimePart::Date);
+    dated.columns.push_back(column);
+    ChooseDateFormat(dated, columns);
+    if (Rise(TimesOf(dated, columns))) return dated;
+  }
   return found.parts.size() == 2 && Rise(TimesOf(found, columns)) ? std::optional(found)
                                                                   : std::nullopt;
 }

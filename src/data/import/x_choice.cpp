@@ -9,6 +9,7 @@
 #include "data/import/argument_names.h"
 #include "data/import/counted_rows.h"
 #include "data/import/error_names.h"
+#include "data/import/name_words.h"
 #include "data/import/row_identity.h"
 #include "data/import/value_order.h"
 #include "data/import/x_evidence.h"
@@ -63,14 +64,19 @@ std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x)
 }
 
 bool HoldsUnreadDays(const ImportSource& source, std::int32_t column) {
-  constexpr double kShortestDay = 1e7;  // as a number
+  constexpr double kShortestDay = 1e7;                           // as a number
+  constexpr double kFirstSerial = 30'000, kLastSerial = 60'000;  // as spreadsheets count days
+  constexpr std::string_view kDates[] = {"date", "datetime"};
   if (column < 0) return false;
   const ColumnGuess& guess = source.GuessOf(column);
   const auto is_long = [](double value) {
     return value >= kShortestDay && value == std::floor(value);
   };
+  const auto is_serial = [](double value) { return value > kFirstSerial && value < kLastSerial; };
+  const bool serial =
+      HasWord(source.NameOf(column), kDates) && std::ranges::all_of(guess.values, is_serial);
   return !guess.is_date && NamesTime(source.NameOf(column)) && !guess.values.empty() &&
-         std::ranges::all_of(guess.values, is_long);
+         (serial || std::ranges::all_of(guess.values, is_long));
 }
 
 }  // namespace tarnwick

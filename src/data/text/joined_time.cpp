@@ -50,6 +50,10 @@ constexpr PartRow kParts[] = {
     {TimePart::AmPm, "AmPm", kHalf},
     {TimePart::YearWeek, "YearWeek", kYear | kMonth | kDay},
     {TimePart::YearQuarter, "YearQuarter", kYear | kMonth},
+    {TimePart::YearMonthDay, "YearMonthDay", kYear | kMonth | kDay},
+    {TimePart::MonthDayYear, "MonthDayYear", kYear | kMonth | kDay},
+    {TimePart::DayMonthYear, "DayMonthYear", kYear | kMonth | kDay},
+    {TimePart::MonthYear, "MonthYear", kYear | kMonth},
 };
 
 const PartRow& RowOf(TimePart part) {
@@ -71,7 +75,22 @@ struct Sum {
   std::optional<HalfOfDay> half;
 };
 
+/// "2000" of "2000/01", "2000-01" and "2000/2001": of a year that begins within one and ends within the next.
+std::string_view FirstOfTwoYears(std::string_view text) {
+  constexpr std::size_t kDigits = 4;
+  text = TrimBlankBytes(text);
+  const bool pair = text.size() > kDigits && (text[kDigits] == '/' || text[kDigits] == '-');
+  if (!pair) return text;
+  const std::string_view first = text.substr(0, kDigits), second = text.substr(kDigits + 1);
+  const std::optional<std::int32_t> year = ParseInteger(first), next = ParseInteger(second);
+  const bool follows = year && next &&
+                       ((second.size() == 2 && *next == (*year + 1) % 100) ||
+                        (second.size() == kDigits && *next == *year + 1));
+  return follows ? first : text;
+}
+
 std::optional<int> YearOf(std::string_view text) {
+  text = FirstOfTwoYears(text);
   const std::optional<double> value = ValueOfField(text, ColumnFormat::Number);
   if (!value || *value != std::floor(*value) || *value < 0 || *value > 9999) return std::nullopt;
   const auto year = static_cast<int>(*value);
@@ -186,6 +205,46 @@ bool AddYearMonth(std::string_view text, Sum& sum) {
   return true;
 }
 
+/// The pairs of digits of "891101" or "89/11/01", and of "11/89"; empty for all else.
+std::vector<std::string_view> PairsOf(std::string_view text) {
+  text = TrimBlankBytes(text);
+  const bool marked = text.size() == 5 || text.size() == 8;
+  if (!marked && text.size() != 6) return {};
+  std::vector<std::string_view> pairs;
+  for (std::size_t at = 0; at < text.size(); at += marked ? 3 : 2) {
+    const std::string_view pair = text.substr(at, 2);
+    const bool mark = at == 0 || !marked || text[at - 1] == '/' || text[at - 1] == '-';
+    if (!mark || !std::all_of(pair.begin(), pair.end(), IsDigit)) return {};
+    pairs.push_back(pair);
+  }
+  return pairs;
+}
+
+/// Which of the pairs are year, month and day.
+struct PairOrder {
+  std::size_t year, month, day;
+};
+
+bool AddPairs(std::string_view text, PairOrder order, Sum& sum) {
+  const std::vector<std::string_view> pairs = PairsOf(text);
+  if (pairs.size() != 3) return false;
+  const std::optional<double> month = InRange(pairs[order.month], 1, 13);
+  const std::optional<double> day = InRange(pairs[order.day], 1, 32);
+  sum.year = YearOf(pairs[order.year]);
+  if (!month || !day || !sum.year) return false;
+  sum.month = static_cast<int>(*month);
+  sum.day = static_cast<int>(*day);
+  sum.has_day = true;
+  return true;
+}
+
+bool AddMonthYear(std::string_view text, Sum& sum) {
+  const std::vector<std::string_view> pairs = PairsOf(text);
+  if (pairs.size() != 2) return false;
+  sum.year = YearOf(pairs[1]);
+  return sum.year && AddMonth(InRange(pairs[0], 1, 13), 1, sum);
+}
+
 /// "AM", "p.m.", "a".
 std::optional<HalfOfDay> HalfOf(std::string_view text) {
   std::string letters = LowerAscii(TrimBlankBytes(text));
@@ -243,6 +302,14 @@ bool Add(TimePart part, std::string_view text, ColumnFormat date_format, Sum& su
       return AddWeek(InRange(BehindYear(text, sum), 1, 54), sum);
     case TimePart::YearQuarter:
       return AddMonth(InRange(BehindYear(text, sum), 1, 5), 3, sum) && sum.year.has_value();
+    case TimePart::YearMonthDay:
+      return AddPairs(text, {.year = 0, .month = 1, .day = 2}, sum);
+    case TimePart::MonthDayYear:
+      return AddPairs(text, {.year = 2, .month = 0, .day = 1}, sum);
+    case TimePart::DayMonthYear:
+      return AddPairs(text, {.year = 2, .month = 1, .day = 0}, sum);
+    case TimePart::MonthYear:
+      return AddMonthYear(text, sum);
     case TimePart::AmPm:
       sum.half = HalfOf(text);
       return sum.half.has_value();

@@ -16,20 +16,24 @@ namespace tarnwick {
 enum class TimePart : std::uint8_t {
   Date,
   Time,
-  Year,
+  Year,  ///< also 2000/01 and 2000/2001, which begin in 2000
   Month,
   Day,
   DayOfYear,
   Hour,
   Minute,
   Second,
-  HourMinute,  ///< 1610 is 16:10, 5 is 00:05
-  YearMonth,   ///< 202403, 2024:3 is March 2024
-  Quarter,     ///< 1 to 4
-  Week,        ///< of ISO 8601, 1 to 53
-  AmPm,        ///< "AM" or "p.m.": the half of the day that a time of twelve hours lies in
-  YearWeek,    ///< 199052, 1990:52 is the week of ISO 8601
-  YearQuarter  ///< 1990:1 begins in January
+  HourMinute,    ///< 1610 is 16:10, 5 is 00:05
+  YearMonth,     ///< 202403, 2024:3 is March 2024
+  Quarter,       ///< 1 to 4
+  Week,          ///< of ISO 8601, 1 to 53
+  AmPm,          ///< "AM" or "p.m.": the half of the day that a time of twelve hours lies in
+  YearWeek,      ///< 199052, 1990:52 is the week of ISO 8601
+  YearQuarter,   ///< 1990:1 begins in January
+  YearMonthDay,  ///< 891101, 89/11/01 is 1 November 1989
+  MonthDayYear,  ///< 110189
+  DayMonthYear,  ///< 011189
+  MonthYear      ///< 11/89 is November 1989
 };
 
 /// True when no two of the parts say the same, as a date and a month do; false also for none.
