@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/ascii.h"
 #include "data/text/field_kind.h"
 #include "data/text/line_words.h"
 #include "data/text/number_names.h"
@@ -23,6 +24,26 @@ struct Span {
   std::int32_t end = 0;
   bool values = false;  ///< some field of it is a value
 };
+
+bool IsSignOf(const LineWord& sign, const LineWord& number) {
+  constexpr std::int32_t kMostBlanks = 2;
+  return (sign.text == "+" || sign.text == "-") && number.begin - sign.end <= kMostBlanks &&
+         IsDigit(number.text.front());
+}
+
+/// Signs that stand alone and the numbers behind them as one word each.
+std::vector<LineWord> WithSigns(std::vector<LineWord> words) {
+  for (std::size_t i = 0; i + 1 < words.size(); ++i) {
+    if (!IsSignOf(words[i], words[i + 1])) continue;
+    const LineWord& number = words[i + 1];
+    words[i].end = number.end;
+    words[i].text = {
+        words[i].text.data(),
+        static_cast<std::size_t>(number.text.data() + number.text.size() - words[i].text.data())};
+    words.erase(words.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+  }
+  return words;
+}
 
 /// The spans that a word shares characters with or touches, as places [first, behind) among them.
 std::pair<std::size_t, std::size_t> Touched(const LineWord& word, const std::vector<Span>& spans) {
@@ -66,9 +87,9 @@ struct PlacedField {
   std::string_view first_word = {};
 };
 
-std::vector<PlacedField> FieldsOf(std::string_view line, const std::vector<Span>& spans) {
+std::vector<PlacedField> FieldsOf(std::span<const LineWord> words, const std::vector<Span>& spans) {
   std::vector<PlacedField> fields;
-  for (const LineWord& word : WordsOfLine(line)) {
+  for (const LineWord& word : words) {
     const auto found =
         std::ranges::find_if(spans, [&](const Span& span) { return Overlap(word, span); });
     const auto column = static_cast<std::size_t>(found - spans.begin());
@@ -122,11 +143,15 @@ std::int32_t CutBetween(const Span& left, const Edges& left_edges, const Span& r
   return (left.end + right.begin + 1) / 2;
 }
 
+/// Whether a sign that stands alone belongs to the number behind it, or for what is missing.
+enum class LoneSigns : std::uint8_t { AreMissing, AreOfNumbers };
+
 /// Learns the columns from the rows and finds where the table ends.
 class AlignedSearch {
  public:
-  AlignedSearch(std::span<const std::string_view> lines, const TextLayout& by_blanks)
-      : lines_(lines), by_blanks_(by_blanks) {}
+  AlignedSearch(std::span<const std::string_view> lines, const TextLayout& by_blanks,
+                LoneSigns signs)
+      : lines_(lines), by_blanks_(by_blanks), signs_(signs) {}
 
   std::optional<AlignedTable> Run(const FoundTable& seed) {
     for (std::size_t i = seed.first; i < seed.behind; ++i) {
@@ -150,11 +175,16 @@ class AlignedSearch {
     return ShapeOf(lines_[line], by_blanks_).kind == LineShape::Kind::Row;
   }
 
+  std::vector<LineWord> WordsOf(std::size_t line) const {
+    std::vector<LineWord> words = WordsOfLine(lines_[line]);
+    return signs_ == LoneSigns::AreOfNumbers ? WithSigns(std::move(words)) : words;
+  }
+
   /// False, and nothing learnt, when the line does not stand in the columns.
   bool TakeLine(std::size_t line) {
     if (lines_[line].find('\t') != std::string_view::npos) return false;
     std::vector<Span> spans = spans_;
-    for (const LineWord& word : WordsOfLine(lines_[line])) {
+    for (const LineWord& word : WordsOf(line)) {
       if (!Place(word, KindOfField(word.text), spans)) return false;
     }
     spans_ = std::move(spans);
@@ -164,7 +194,7 @@ class AlignedSearch {
 
   /// A line beside the table belongs to it when it stands in its columns and its texts stand among texts.
   bool Belongs(std::size_t line) const {
-    for (const LineWord& word : WordsOfLine(lines_[line])) {
+    for (const LineWord& word : WordsOf(line)) {
       const bool among_values = std::ranges::any_of(
           spans_, [&](const Span& span) { return span.values && Overlap(word, span); });
       if (among_values && KindOfField(word.text) == FieldKind::Text) return false;
@@ -211,10 +241,11 @@ class AlignedSearch {
 
   std::optional<AlignedTable> Judge(std::size_t first, std::size_t behind) const {
     std::vector<Edges> edges(spans_.size());
-    bool shifted = false;  // a row in which counting words finds another column
+    // A row in which counting words finds another column.
+    bool shifted = signs_ == LoneSigns::AreOfNumbers;
     for (const std::size_t row : rows_) {
       std::size_t words = 0;
-      for (const PlacedField& field : FieldsOf(lines_[row], spans_)) {
+      for (const PlacedField& field : FieldsOf(WordsOf(row), spans_)) {
         edges[field.column].Add(field);
         shifted = shifted || field.column != words;
         words += field.words;
@@ -236,10 +267,33 @@ class AlignedSearch {
 
   std::span<const std::string_view> lines_;
   const TextLayout& by_blanks_;
+  const LoneSigns signs_;
   std::vector<Span> spans_;
   std::vector<std::size_t> rows_;
   bool grown_ = false;  // rows beside the seed belong to the table as well
 };
+
+/// All rows have "+" or "-" alone at one place, some this and some that, and a number right behind it: "+  6 49 55.03".
+bool HasLoneSigns(std::span<const std::string_view> lines, const TextLayout& by_blanks,
+                  const FoundTable& seed) {
+  std::vector<std::int32_t> places;
+  bool plus = false, minus = false;
+  std::size_t rows = 0;
+  for (const std::string_view line : lines.subspan(seed.first, seed.behind - seed.first)) {
+    if (ShapeOf(line, by_blanks).kind != LineShape::Kind::Row) continue;
+    const std::vector<LineWord> words = WordsOfLine(line);
+    std::vector<std::int32_t> here;
+    for (std::size_t i = 0; i + 1 < words.size(); ++i) {
+      if (!IsSignOf(words[i], words[i + 1])) continue;
+      here.push_back(words[i].begin);
+      (words[i].text == "+" ? plus : minus) = true;
+    }
+    if (here.empty() || (rows > 0 && here != places)) return false;
+    places = std::move(here);
+    ++rows;
+  }
+  return rows >= kFewestRows && plus && minus;
+}
 
 /// Most tables of words have as many on every line: they need no second look.
 bool IsRagged(std::span<const std::string_view> lines, const TextLayout& by_blanks,
@@ -257,8 +311,11 @@ bool IsRagged(std::span<const std::string_view> lines, const TextLayout& by_blan
 
 std::optional<AlignedTable> FindAlignedTable(std::span<const std::string_view> lines,
                                              const TextLayout& by_blanks, const FoundTable& seed) {
+  if (HasLoneSigns(lines, by_blanks, seed)) {
+    return AlignedSearch(lines, by_blanks, LoneSigns::AreOfNumbers).Run(seed);
+  }
   if (!IsRagged(lines, by_blanks, seed)) return std::nullopt;
-  return AlignedSearch(lines, by_blanks).Run(seed);
+  return AlignedSearch(lines, by_blanks, LoneSigns::AreMissing).Run(seed);
 }
 
 bool CutsWords(std::string_view text, const TextLayout& by_blanks,

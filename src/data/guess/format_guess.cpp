@@ -265,7 +265,9 @@ class Guess {
     const auto has_units = [](const ColumnGuess& column) {
       return column.has_units && column.has_numbers;
     };
-    const auto has_one = [](const ColumnGuess& column) { return column.units.size() == 1; };
+    const auto has_one = [](const ColumnGuess& column) {
+      return column.units.size() == 1 && !column.units.front().empty();
+    };
     std::vector<ColumnGuess> columns;
     std::ranges::copy_if(format_.columns, std::back_inserter(columns), has_units);
     const bool named = format_.names_line >= 0 && format_.units_line == 0 && !worded_;
@@ -377,6 +379,22 @@ class Guess {
         static_cast<std::int32_t>(behind - static_cast<std::size_t>(format_.header_lines));
   }
 
+  /// "mean 5.0 2.5" below rows of two numbers: what sums them up has a label that they have not.
+  bool IsLabelledOtherwise(std::size_t line, const LineShape& shape,
+                           const TextLayout& layout) const {
+    if (shape.kind != LineShape::Kind::Row || !IsBlankSeparated(format_) || IsByPlace(format_) ||
+        shape.fields <= table_.fields) {
+      return false;
+    }
+    const auto begins_with_word = [&layout](std::string_view text) {
+      std::string buffer;
+      const std::optional<std::string_view> field =
+          FieldCursor(TrimBlankBytes(text), layout).Next();
+      return field && KindOfField(FieldText(*field, layout, buffer)) == FieldKind::Text;
+    };
+    return begins_with_word(lines_.first[line]) && !begins_with_word(lines_.first[table_.first]);
+  }
+
   /// The first line of text behind the table, where more such lines follow than may stand within it, or rows of another shape
   /// that would pass for its own. In a log that goes on, remarks may stand last: those end nothing.
   std::optional<std::size_t> TextThatEnds() const {
@@ -384,7 +402,8 @@ class Guess {
     std::optional<std::size_t> first;
     int texts = 0;
     for (std::size_t i = table_.behind; lines_.whole && i < lines_.first.size(); ++i) {
-      const LineShape shape = ShapeOf(lines_.first[i], layout);
+      LineShape shape = ShapeOf(lines_.first[i], layout);
+      if (IsLabelledOtherwise(i, shape, layout)) shape.kind = LineShape::Kind::Text;
       if (shape.kind == LineShape::Kind::Text && ++texts == 1) first = i;
       if (shape.marks_part && table_.fields == 1) return i;
       // Its words would pass for further columns.

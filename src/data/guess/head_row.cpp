@@ -81,12 +81,35 @@ bool IsFarFromRows(std::string_view line, const TextLayout& layout, const TableB
   return far >= kFewestFar && kFarShare * far >= numbers;
 }
 
+/// A vector over the columns of a matrix: many values that rise along the line, parted from rows that do not by a remark.
+bool IsVectorAbove(Lines lines, std::size_t first, const TextLayout& layout) {
+  constexpr std::size_t kFewestRising = 8;
+  const auto rises = [&layout](std::string_view line) {
+    std::optional<double> last;
+    std::size_t values = 0;
+    for (const std::string& text : TextsOf(line, layout)) {
+      const std::optional<double> value = ParseNumber(text);
+      if (!value || (last && *value <= *last)) return false;
+      last = value;
+      ++values;
+    }
+    return values >= kFewestRising;
+  };
+  const std::size_t next = NextData(lines, first, layout);
+  const std::size_t behind = NextData(lines, next, layout);
+  if (next == first + 1 || behind != next + 1 || behind >= lines.size()) return false;
+  return rises(lines[first]) && !rises(lines[next]) && !rises(lines[behind]);
+}
+
 }  // namespace
 
 std::size_t BehindHeadRow(Lines lines, std::size_t first, const TextLayout& layout,
                           const TableBody& body) {
   if (const auto row = BelowCountedNames(lines, first, layout)) return *row;
-  if (first >= lines.size() || !IsFarFromRows(lines[first], layout, body)) return first;
+  if (first >= lines.size()) return first;
+  if (!IsFarFromRows(lines[first], layout, body) && !IsVectorAbove(lines, first, layout)) {
+    return first;
+  }
   const std::size_t next = NextData(lines, first, layout);
   return next < lines.size() ? next : first;
 }

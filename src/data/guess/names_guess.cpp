@@ -48,12 +48,26 @@ class NamesGuess {
     if (hints_.names_line || hints_.stacked_names) {
       format_.stacked_names = hints_.stacked_names.value_or(false);
     }
+    if (NamesLongerRows()) format_.names_line = 0;
     format_.names_line = hints_.names_line.value_or(format_.names_line);
     CountNamesApart(headers);
     format_.units_line = hints_.units_line.value_or(format_.units_line);
   }
 
  private:
+  /// The first line has as many names as some rows have fields, and more than most rows: the rule counts the columns by it.
+  bool NamesLongerRows() const {
+    const TextLayout& layout = table_.layout;
+    if (format_.names_line != 1 || format_.header_lines != 1 || layout.merge || layout.ByPlace() ||
+        !IsDataLine(table_.lines.front(), layout)) {
+      return false;
+    }
+    const std::int32_t names = CountFields(table_.lines.front(), layout, kMostColumns);
+    return names > table_.fields && std::ranges::any_of(table_.rows, [&](std::string_view row) {
+             return CountFields(row, layout, names + 1) == names;
+           });
+  }
+
   /// More names than columns, or a line right above the rows that would name them were it as long, is told.
   void CountNamesApart(std::size_t headers) {
     const TextLayout& layout = table_.layout;

@@ -276,9 +276,9 @@ constexpr OtherText kOtherTexts[] = {
     {"", kRinex,
      "These are records of a receiver of satellites (RINEX), which go over several lines, no "
      "table; convert them to columns"},
-    {"#a", "\nPG", "These are the orbits of satellites (SP3), records below epochs, no table"},
-    {"#c", "\nPG", "These are the orbits of satellites (SP3), records below epochs, no table"},
-    {"#d", "\nPG", "These are the orbits of satellites (SP3), records below epochs, no table"},
+    {"#a", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
+    {"#c", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
+    {"#d", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
     {"LAMMPS data file", " atoms", "These are the atoms of a simulation, no table of numbers"},
 };
 

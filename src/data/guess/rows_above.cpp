@@ -24,6 +24,14 @@ bool IsLabelBesideUnits(std::string_view text, const ColumnGuess& column) {
          KindOfField(text) == FieldKind::Text;
 }
 
+/// "30.0a", "12?"
+bool IsFlagged(std::string_view text) {
+  constexpr std::size_t kLongestMark = 2;
+  const std::size_t end = text.find_last_of("0123456789");
+  return end != text.npos && end + 1 < text.size() && text.size() - end - 1 <= kLongestMark &&
+         KindOfField(text.substr(0, end + 1)) == FieldKind::Number;
+}
+
 bool IsUndefined(std::string_view text) {
   const std::string lower = LowerAscii(TrimBlankBytes(text));
   return lower == "nan" || lower == "inf" || lower == "-inf" || lower == "+inf" || lower == "-nan";
@@ -36,6 +44,8 @@ struct Fit {
   std::size_t values = 0;     ///< of these, with a value on the line
   std::size_t missing = 0;    ///< with what stands for none, or behind the line's end
   std::size_t undefined = 0;  ///< of these, with "nan" or "inf", as no column is called
+  std::size_t flagged = 0;    ///< of those, with a number and a mark right behind it
+  bool dated = false;         ///< the first column is one of dates, and so is the first field
   bool elsewhere =
       false;  ///< a number where the rows have texts, or a text where they begin with a number
 };
@@ -57,7 +67,10 @@ Fit FitOf(std::string_view line, const TextLayout& layout, std::span<const Colum
     const bool value = kind == FieldKind::Quantity ? column.has_units : IsValue(kind);
     fit.values += value ? 1 : 0;
     fit.undefined += IsUndefined(text) ? 1 : 0;
-    fit.missing += StandsForNone(kind) || IsLabelBesideUnits(text, column) ? 1 : 0;
+    const bool flagged = kind == FieldKind::Text && IsFlagged(text);
+    fit.flagged += flagged ? 1 : 0;
+    fit.missing += flagged || StandsForNone(kind) || IsLabelBesideUnits(text, column) ? 1 : 0;
+    fit.dated = fit.dated || (fit.fields == 1 && column.is_date && kind == FieldKind::Date);
     fit.elsewhere = fit.elsewhere || (fit.fields == 1 && kind == FieldKind::Text);
   }
   fit.fields += cursor.Next() ? 1 : 0;
@@ -73,6 +86,10 @@ std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::siz
     const Fit fit = FitOf(line, layout, body.columns);
     const bool as_long = fit.fields == body.columns.size();
     if (as_long && fit.undefined > 0 && fit.undefined == fit.numbers) return true;
+    // Behind a date numbers with marks are no names.
+    if (as_long && fit.dated && fit.flagged > 0 && fit.values + fit.missing == fit.numbers) {
+      return true;
+    }
     return (as_long || (!by_blanks && fit.values >= kFewestNumbersRagged)) &&
            fit.values >= kFewestNumbers && 2 * fit.values > fit.numbers &&
            fit.values + fit.missing == fit.numbers;

@@ -21,6 +21,7 @@ constexpr std::string_view kSingleSeparators[] = {"\t", ";", ",", "|", "&"};
 constexpr double kBlanksMustBeatBy = 1.4;
 constexpr double kLoneValuesMustBeatBy = 1.2;
 constexpr double kFramesMustBeatBy = 1.1;
+constexpr double kMoreValues = 0.25;
 
 /// Characters that separate together where one alone leaves several values in a field.
 struct Together {
@@ -187,7 +188,10 @@ std::vector<FoundTable> ChooseSeparators(Lines lines, char line_end, TextFormat&
     // "0.1,2.5<tab>label": where one value stands in a row there is nothing to lose.
     const bool lone = together.all == "\t," && ValuesOfRow(best) < 2;
     const double must_beat_by = lone ? kLoneValuesMustBeatBy : kBlanksMustBeatBy;
-    if (joined.heaviest > must_beat_by * best.heaviest) best = std::move(joined);
+    // Lines of names between rows end their tables unless they are cut into more fields than those have.
+    const bool more =
+        together.alone != ' ' || ValuesOfRow(joined) > ValuesOfRow(best) + kMoreValues;
+    if (more && joined.heaviest > must_beat_by * best.heaviest) best = std::move(joined);
   }
   if (const std::string marks = MarksOfSharedFields(lines); !marks.empty()) {
     best = SeparateBy(marks, format, lines, line_end);

@@ -30,7 +30,7 @@ bool IsNumber(std::string_view word) {
 }
 
 /// The marks on both sides of the numbers within a word: "=" and ")" of "(lr=0.5)". Those that part fields by themselves count
-/// at its end only.
+/// at its end or before a letter only.
 std::string MarksBesideNumbers(std::string_view word) {
   const auto parts = [](char mark) { return kPartingMarks.find(mark) != kPartingMarks.npos; };
   std::string marks;
@@ -38,7 +38,11 @@ std::string MarksBesideNumbers(std::string_view word) {
     const std::size_t end = std::min(word.find_first_of(kMarks, begin), word.size());
     if (end > begin && IsNumber(word.substr(begin, end - begin))) {
       if (begin > 0 && !parts(word[begin - 1])) marks += word[begin - 1];
-      if (end < word.size() && (end + 1 == word.size() || !parts(word[end]))) marks += word[end];
+      const bool at_end = end + 1 == word.size();
+      // "A=5,B=7"
+      const bool before_name =
+          begin > 0 && word[begin - 1] == '=' && end + 1 < word.size() && IsLetter(word[end + 1]);
+      if (end < word.size() && (at_end || before_name || !parts(word[end]))) marks += word[end];
     }
     begin = end + 1;
   }

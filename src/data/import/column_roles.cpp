@@ -10,6 +10,7 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "base/word_list.h"
+#include "data/import/argument_names.h"
 #include "data/import/constant_columns.h"
 #include "data/import/counted_rows.h"
 #include "data/import/error_columns.h"
@@ -134,13 +135,17 @@ Columns ComplexColumns(const ImportSource& source) {
 void PairColumns(const ImportSource& source, ChosenColumns& chosen) {
   if (chosen.x < 0) return;
   const std::string name = WithoutCount(source.NameOf(chosen.x));
+  // "x, A, x, B": one name that says X is no chance, in whatever order its values stand.
+  const bool is_argument = NamesScan(source.NameOf(chosen.x)) || NamesTime(source.NameOf(chosen.x));
   Columns xs{chosen.x};
   Columns ys;
   for (const std::int32_t column : chosen.y) {
     const bool alike =
         WithoutCount(source.NameOf(column)) == name ||
         (source.info.StackedNames && EndAlike(source.NameOf(chosen.x), source.NameOf(column)));
-    const bool repeats = column > chosen.x && alike && IsMonotone(source.GuessOf(column).values);
+    const bool repeats = column > chosen.x && alike &&
+                         (IsMonotone(source.GuessOf(column).values) ||
+                          (is_argument && source.NameOf(column) == source.NameOf(chosen.x)));
     (repeats ? xs : ys).push_back(column);
   }
   if (xs.size() < 2) return;
@@ -183,6 +188,15 @@ bool IsPairOfNumbers(std::string_view text) {
          std::ranges::none_of(text, &IsLetter) && std::ranges::count_if(text, is_mark) == 1;
 }
 
+/// "0x1C", "-01:30:02.5": numbers to the base of sixteen, angles below zero.
+bool IsWrittenOtherwise(std::string_view text) {
+  const bool hexadecimal = text.size() > 2 && text.front() == '0' && (text[1] | 0x20) == 'x' &&
+                           text.find_first_not_of("0123456789abcdefABCDEF", 2) == text.npos;
+  const bool angle =
+      std::ranges::count(text, ':') == 2 && text.find_first_not_of("0123456789:.+- ") == text.npos;
+  return hexadecimal || angle;
+}
+
 /// "5.088E-12.09190.391"
 bool AreTouchingNumbers(std::string_view text) {
   constexpr std::string_view kOfNumbers = "0123456789.+-eE";
@@ -197,7 +211,7 @@ void TellOfNearNumbers(const ImportSource& source, ChosenColumns& chosen) {
     const std::vector<std::string>& texts = source.samples[i];
     if (source.columns[i].has_numbers || texts.empty()) continue;
     const auto is_near = [](const std::string& text) {
-      return IsPairOfNumbers(text) || AreTouchingNumbers(text) ||
+      return IsPairOfNumbers(text) || AreTouchingNumbers(text) || IsWrittenOtherwise(text) ||
              KindOfField(text) == FieldKind::Quantity;
     };
     if (std::ranges::all_of(texts, is_near)) near.push_back(static_cast<std::int32_t>(i));
@@ -294,7 +308,8 @@ ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& opt
     chosen.x = kJoinedTimeColumn;
   } else if (numbers.size() > 1) {
     chosen.x = ChooseX(source, numbers);
-    const bool rises = chosen.x >= 0 && IsMonotone(source.GuessOf(chosen.x).values);
+    const bool rises = chosen.x >= 0 && IsMonotone(source.GuessOf(chosen.x).values) &&
+                       !MostlyStands(source.GuessOf(chosen.x).values);
     // Of rows that were turned the first is X where it rises; values in turn have none.
     const bool along = TurnsRows(source.info) || HoldsValuesInTurn(source) != ValuesInTurn::No;
     if ((!rises && along) || ShareOneName(source, numbers)) chosen.x = kRowNumberColumn;

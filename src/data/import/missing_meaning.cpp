@@ -61,6 +61,19 @@ bool MayMeasure(double value, const ColumnGuess& column) {
   return HasValue(value, column) && LiesAmong(value, column.values);
 }
 
+/// 1 and 999, weights of two kinds of rows: beside one other value no positive number stands for none where all its rows follow
+/// each other.
+bool IsOneOfTwo(double value, const std::vector<double>& values) {
+  const auto is_other = [=](double one) { return one != value; };
+  const auto other = std::ranges::find_if(values, is_other);
+  const auto first = std::ranges::find(values, value);
+  if (value < 0 || other == values.end()) return false;
+  const bool two =
+      std::ranges::all_of(values, [&](double one) { return one == value || one == *other; });
+  return two &&
+         std::ranges::count(values, value) == std::find_if(first, values.end(), is_other) - first;
+}
+
 std::vector<std::string> FindInColumns(const ImportSource& source) {
   constexpr double kLargeEnough = 99;  // nobody measures it by chance
   const MissingValues known(source.info.MissingValues);
@@ -76,7 +89,8 @@ std::vector<std::string> FindInColumns(const ImportSource& source) {
     std::vector<double> values = column.values;
     std::erase_if(values, [&](double value) { return known.MatchesNumber(value); });
     for (std::string& text : SuggestMissing(values)) {
-      const bool measured = is_measured(ParseNumber(text).value_or(0));
+      const double value = ParseNumber(text).value_or(0);
+      const bool measured = is_measured(value) || IsOneOfTwo(value, values);
       if (!measured && std::ranges::find(found, text) == found.end()) {
         found.push_back(std::move(text));
       }
@@ -167,7 +181,7 @@ std::vector<ColumnMissing> FindInSingleColumns(const ImportSource& source) {
     std::vector<double> values = source.columns[i].values;
     std::erase_if(values, [&](double value) { return known.MatchesNumber(value); });
     for (const double value : SuggestMissingOfColumn(values)) {
-      found.push_back({static_cast<std::int32_t>(i), value});
+      if (!IsOneOfTwo(value, values)) found.push_back({static_cast<std::int32_t>(i), value});
     }
   }
   FindMinusOnes(source, found);

@@ -94,6 +94,10 @@ bool TakeTurns(const std::vector<std::string>& texts) {
       texts.empty() ? texts.end() : std::find(texts.begin() + 1, texts.end(), texts.front());
   const auto kinds = static_cast<std::size_t>(again - texts.begin());
   if (kinds < 2 || kinds > kMostKinds || texts.size() < kFewestTurns * kinds) return false;
+  // A mark on every fourth row is a flag.
+  std::vector<std::string> turn(texts.begin(), again);
+  std::ranges::sort(turn);
+  if (std::ranges::adjacent_find(turn) != turn.end()) return false;
   for (std::size_t i = kinds; i < texts.size(); ++i) {
     if (texts[i] != texts[i - kinds]) return false;
   }

@@ -356,8 +356,15 @@ bool IsRule(std::string_view line) {
                      [&](char c) { return kStrokes.find(c) != kStrokes.npos; });
 }
 
+/// "sep=;" tells programs of spreadsheets how to part the lines.
+bool TellsSeparator(std::string_view line) {
+  constexpr std::size_t kLongest = 6;
+  line = TrimBlankBytes(line);
+  return line.size() <= kLongest && LowerAscii(line).starts_with("sep=");
+}
+
 bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
-  if (IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
+  if (TellsSeparator(line) || IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
   if (AreNumbersAcross(names) || CountBetweenTexts(names)) return true;
   std::size_t filled = 0;
   std::size_t texts = 0;

@@ -218,7 +218,8 @@ Fields UnitsOfValues(std::string_view row, const TextLayout& layout, const Field
   for (std::size_t i = 0; i < units.size(); ++i) {
     const std::optional<NumberAndUnit> split = SplitUnit(units[i]);
     const bool said = NameWithoutUnit(names[i]).size() < names[i].size();
-    units[i] = split && !said ? std::string(split->unit) : std::string();
+    const bool flag = split && (split->unit == "*" || split->unit == "#");
+    units[i] = split && !said && !flag ? std::string(split->unit) : std::string();
   }
   return units;
 }

@@ -456,7 +456,7 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "year: Flood, Quake, 5"},
       {"signs are no kinds",
        Rows(10, "2008-07-1@ + @ 2@.5") + "2008-07-20 - 2 21.5\n2008-07-20 + 3 22.5\n",
-       "(col 0): (col 2), (col 3), 12"},
+       "(col 0): (col 1), (col 2), 12"},
       {"bands that take turns while time goes on",
        "time,band,flux\n" + Rows(9, "5@.1,g,@@\n5@.3,r,7@\n5@.7,i,1@"), "time: g, r, i, 9"},
       {"kinds of rows of which one starts over", Rows(9, "1@ K 2@@\n1@ L 3@@") + Rows(5, "1@ K 5@"),

@@ -39,6 +39,8 @@ TEST(GuessedTables, TellWhatTheirFieldsLeaveOpen) {
        "\"2theta\" is taken as X, though \"Length\" rises as well"},
       {"days of nine digits", "Date,v\n200701011,5\n200701021,6\n200701031,7\n",
        "\"Date\" is read as numbers, not as dates (200701011)"},
+      {"days as spreadsheets count them", "Date,v\n45000.25,5\n45000.5,6\n45000.75,7\n",
+       "\"Date\" is read as numbers, not as dates (45000.25)"},
       {"a flag is no unit", "t,v\n1,5\n2,6*\n3,7*\n", ""},
       {"a night", "time,v\n23:00,5\n23:30,6\n00:00,7\n00:30,8\n",
        "the times in \"time\" go on past midnight"},
