@@ -64,8 +64,8 @@ enum class SlashDate { MonthFirst, DayFirst };
 /// mmm dd time yyyy. A time is hh:mm[:ss[.fff]], with am or pm if need be, to 24:00 (behind yyyymmdd also hh, hhmm,
 /// hhmmss), or stands alone: the hours may then run to 9999, as in a time that has passed. Zones: Z, UTC, GMT, +02:00,
 /// +0200, +02, UTC+2, letters that mean one offset everywhere (EST, CEST, JST, …), behind the time or the year; a place
-/// behind them or alone ("[Europe/Paris]", "America/New_York") is passed over. Years of two digits behind day and month: 69 to 99 are 19xx, 00 to 68 20xx.
-/// Months may be named in other languages as well, as WithEnglishMonth reads them.
+/// behind them or alone ("[Europe/Paris]", "America/New_York") is passed over. Years of two digits behind day and month: 69 to 99
+/// are 19xx, 00 to 68 20xx. Months may be named in other languages as well, as WithEnglishMonth reads them.
 /// Nothing when the text is none of these or the date does not exist.
 std::optional<double> ParseDay(std::string_view text, SlashDate slash_date = SlashDate::MonthFirst);
 

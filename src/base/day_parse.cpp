@@ -424,7 +424,8 @@ std::optional<double> MondayOf(int year, const Digits& week) {
   return SplitDay(monday + 3).year == year ? std::optional(monday) : std::nullopt;
 }
 
-/// The first day of a half, quarter, month or week behind its year: "1990H1", "1990Q1", "1990-Q1", "1990M01", "1990-01", "1990 Jan", "1990-W01".
+/// The first day of a half, quarter, month or week behind its year: "1990H1", "1990Q1", "1990-Q1", "1990M01", "1990-01", "1990
+/// Jan", "1990-W01".
 std::optional<double> ReadPeriodOfYear(Scanner scanner) {
   const Digits year = scanner.TakeDigits();
   if (year.size != 4) return std::nullopt;

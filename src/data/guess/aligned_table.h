@@ -21,8 +21,8 @@ struct AlignedTable {
 };
 
 /// The table around `seed`, found by blanks, when its rows stand in columns so plainly that a missing field shows by its place,
-/// and cutting them there reads some row otherwise than counting its words does, or finds more rows. Where every row has "+" or "-" alone at one
-/// place, both of them, it belongs to the number right behind it. `by_blanks` is the layout
+/// and cutting them there reads some row otherwise than counting its words does, or finds more rows. Where every row has "+" or
+/// "-" alone at one place, both of them, it belongs to the number right behind it. `by_blanks` is the layout
 /// of the search.
 std::optional<AlignedTable> FindAlignedTable(std::span<const std::string_view> lines,
                                              const TextLayout& by_blanks, const FoundTable& seed);

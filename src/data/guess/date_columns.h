@@ -14,8 +14,9 @@
 namespace tarnwick {
 
 /// From the column `first` on, of which `columns` holds the same rows each: "Sep 26 09:33:34 EDT 1999", "26 Sep 1999"; days of
-/// six digits ("891101") beside their hours, or one after the other into another month; days of eight digits in several months ("20161130") under any name but a number's, with "093725" beside them; days and times of twelve
-/// and fourteen digits. Every row must give a time, and not all the same.
+/// six digits ("891101") beside their hours, or one after the other into another month; days of eight digits in several months
+/// ("20161130") under any name but a number's, with "093725" beside them; days and times of twelve and fourteen digits. Every row
+/// must give a time, and not all the same.
 std::optional<JoinedTimeFound> FindWrittenDate(
     std::span<const std::string> names, std::span<const std::vector<std::string_view>> columns,
     std::size_t first);

@@ -1,5 +1,5 @@
-// Fields that hold several values each: "2007-01-01,46;51;56,43;45;48" below "Date,NY,SF", the low, the mean and the high of each.
-// Knows lines and the marks that part them; no columns.
+// Fields that hold several values each: "2007-01-01,46;51;56,43;45;48" below "Date,NY,SF", the low, the mean and the high of
+// each. Knows lines and the marks that part them; no columns.
 #pragma once
 
 #include <span>

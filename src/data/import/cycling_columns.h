@@ -9,8 +9,8 @@
 
 namespace tarnwick {
 
-/// The columns of numbers that have the same values, more than one, in the same order for each X of the rows looked at, where each
-/// X stands for as many rows, 2 to 20, and they rise or fall. Empty where there are none, or X is in no column.
+/// The columns of numbers that have the same values, more than one, in the same order for each X of the rows looked at, where
+/// each X stands for as many rows, 2 to 20, and they rise or fall. Empty where there are none, or X is in no column.
 std::vector<std::int32_t> FindCyclingColumns(const ImportSource& source, std::int32_t x);
 
 /// True for a cycling column of whole numbers that are all different at one X, and is called as what numbers objects
