@@ -7,6 +7,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/guess/drawn_texts.h"
 #include "data/text/line_words.h"
 #include "data/text/text_fields.h"
 #include "data/text/text_lines.h"
@@ -344,6 +345,12 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   }
   if (DrawsBars(lines, format)) {
     return "The file holds bars drawn in characters within a text, no table of numbers";
+  }
+  if (format.is_table && DrawCurve(lines, format.table_rows)) {
+    return "The file holds a curve drawn in characters, no table of numbers";
+  }
+  if (ListShapes(lines)) {
+    return "The file holds shapes of a picture, each a list of its own length, no table of numbers";
   }
   if (ListsBelowTexts(lines, format)) {
     return "The file holds lists of many lengths below lines of text, no table of numbers";
