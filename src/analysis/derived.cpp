@@ -7,8 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/along_line.h"
 #include "analysis/interpolation.h"
 #include "analysis/settled_regression.h"
+#include "analysis/variance_of_area.h"
 #include "base/undefined.h"
 #include "data/column_caption.h"
 #include "data/series/point_errors.h"
@@ -183,23 +185,6 @@ long double ForEachSum(const PointChain& points, const BaseLine& line, Visit vis
   return sum;
 }
 
-/// Of a trapezoid integral that has gone over the points before.
-class VarianceOfArea {
- public:
-  /// That up to the right point.
-  double Take(double width, double left, double right) {
-    settled_ += Square((last_width_ + width) / 2) * left;
-    last_width_ = width;
-    return settled_ + Square(width / 2) * right;
-  }
-
- private:
-  static double Square(double value) { return value * value; }
-
-  double settled_ = 0;  // what no further point changes
-  double last_width_ = 0;
-};
-
 std::vector<double> ErrorsOfArea(const TDataSeries& source) {
   std::vector<double> errors;
   const SquaredErrors squared(source);
@@ -258,9 +243,31 @@ void ForEachSlope(const PointChain& points, PointValue value, Visit visit) {
   });
 }
 
+LineColumns ColumnsAlong(const TDataSeries& source, const LineWay& way) {
+  LineColumns columns;
+  const BaseLine line = source.GetBaseLine();
+  const SquaredErrors squared(source);
+  for (const Point& point : PointsAlong(source.Points(), way)) {
+    columns.x.push_back(point.x);
+    columns.y.push_back(line.CorrectedY(point.x, point.y));
+    if (squared.Known()) columns.variance.push_back(squared.Of(point));
+  }
+  return columns;
+}
+
+/// Writes what was computed along a line, in its order.
+void WriteAlong(const TDataSeries& source, const std::string& prefix, const LineResult& result,
+                TDataSeries& target) {
+  Titles titles = TitlesOf(source, prefix);
+  titles.duplicates_allowed = true;  // branches go over the same X
+  Writer writer(titles, result.y_error, target);
+  for (std::size_t i = 0; i < result.x.size(); ++i) writer.Add(result.x[i], result.y[i]);
+}
+
 }  // namespace
 
-double AreaOf(const TDataSeries& source) {
+double AreaOf(const TDataSeries& source, const LineWay& way) {
+  if (!way.order.empty()) return AreaEnclosed(ColumnsAlong(source, way));
   const auto nothing = [](double, long double) {};
   return static_cast<double>(ForEachArea(source.Points(), source.GetBaseLine(), nothing));
 }
@@ -277,7 +284,9 @@ double SumOf(const TDataSeries& source) {
   return static_cast<double>(ForEachSum(source.Points(), source.GetBaseLine(), nothing));
 }
 
-void Integral(const TDataSeries& source, TDataSeries& target) {
+void Integral(const TDataSeries& source, TDataSeries& target, const LineWay& way) {
+  if (!way.order.empty())
+    return WriteAlong(source, "INT of ", IntegralAlong(ColumnsAlong(source, way)), target);
   // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the target may be the source
   const PointChain points = source.Points();
   const BaseLine line = source.GetBaseLine();
@@ -286,7 +295,9 @@ void Integral(const TDataSeries& source, TDataSeries& target) {
               [&](double x, long double area) { writer.Add(x, static_cast<double>(area)); });
 }
 
-void RunningSum(const TDataSeries& source, TDataSeries& target) {
+void RunningSum(const TDataSeries& source, TDataSeries& target, const LineWay& way) {
+  if (!way.order.empty())
+    return WriteAlong(source, "SUM of ", SumAlong(ColumnsAlong(source, way)), target);
   // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the target may be the source
   const PointChain points = source.Points();
   const BaseLine line = source.GetBaseLine();
@@ -328,8 +339,10 @@ void ProbabilityDensity(const TDataSeries& source, TDataSeries& target, std::int
   target.EndUpdate();
 }
 
-void Derivative(TDataSeries& source, TDataSeries& target) {
+void Derivative(TDataSeries& source, TDataSeries& target, const LineWay& way) {
   const RegressionType type = source.RegressionType();
+  if (!way.order.empty() && type == RegressionType::None)
+    return WriteAlong(source, "DIF of ", SlopesAlong(ColumnsAlong(source, way)), target);
   SettleRegression(source);
   const PointChain walked = HasRegressionCurve(type) ? source.Regression().curve : source.Points();
   const double base_line = source.BaseLineSlope();

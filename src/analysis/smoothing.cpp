@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <string>
 
 #include "analysis/convolution.h"
@@ -70,6 +71,12 @@ void AppendConvolved(std::span<const double> y, const Eigen::VectorXd& weights, 
 }
 
 }  // namespace
+
+int LargestWindow(std::size_t points) {
+  const auto most =
+      static_cast<int>(std::min<std::size_t>(points, std::numeric_limits<int>::max()));
+  return most - 1 + most % 2;
+}
 
 void CheckWindow(int window, std::size_t points) {
   if (window < 1 || window % 2 == 0) throw Error("The window is an odd number of points.");

@@ -22,6 +22,9 @@ struct Smoothed {
   double noise_gain = 0;
 };
 
+/// The largest odd number of points among so many; below 1 for none.
+int LargestWindow(std::size_t points);
+
 /// Throws Error, a sentence, for a window that is not odd, or wider than so many points.
 void CheckWindow(int window, std::size_t points);
 

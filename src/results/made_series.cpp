@@ -10,9 +10,9 @@
 #include "graph/belonging.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
-#include "graph/line_way.h"
 #include "graph/series_names.h"
 #include "graph/xy_graph.h"
+#include "results/tools/branchwise.h"
 #include "results/tools/recipe.h"
 #include "results/tools/tool_table.h"
 
@@ -23,6 +23,12 @@ void Hide(TSeries& series) {
   SeriesStyle hidden = series.Style();
   hidden.visible = false;
   series.SetStyle(hidden);
+}
+
+void JoinInOrder(TSeries& series, LineOrder order) {
+  SeriesStyle style = series.Style();
+  style.line_order = order;
+  series.SetStyle(style);
 }
 
 /// A DataSet with its recipe, read.
@@ -48,6 +54,9 @@ void TakePoints(TSeries& series, const TSeries& computed) {
   const DataState before = series.State();
   DataState state = computed.State();
   state.settings = before.settings;
+  // What its source has become since: a loop, or broken.
+  if (computed.DuplicatesAllowed()) state.settings.DuplicatesAllowed = true;
+  if (computed.Settings().BreakAtGaps) state.settings.BreakAtGaps = true;
   state.extremes_stale = true;
   state.fit = before.fit;
   series.SetState(state);
@@ -59,7 +68,9 @@ void Recompute(TxyGraph& graph, const Pending& one) {
   ToolInput input{{}, SettingsOf(*tool, one.recipe)};
   for (const std::string& name : one.recipe.inputs)
     input.series.push_back(&InputNamed(graph, name, *one.series));
-  TakePoints(*one.series, *tool->compute(input).series);
+  const Computed made = ComputeAlongLine(*tool, input);
+  TakePoints(*one.series, *made.series);
+  if (made.line_order == LineOrder::AsTheyCame) JoinInOrder(*one.series, made.line_order);
 }
 
 bool WaitsForAnother(const Pending& one, const std::vector<Pending>& pending) {
@@ -111,15 +122,12 @@ MadeSeries AddMade(TxyGraph& graph, const Tool& tool, ToolInput input, const New
   if (const std::string why = NameRefusal(graph, wanted.name); !why.empty()) throw Error(why);
   if (tool.suggest) tool.suggest(input.Source(), input.settings);
   if (graph.Axis(AxisId::X).ShowAsTime()) input.x = XMeans::Dates;
-  Computed made = tool.compute(input);
-  if (tool.neighbours == Neighbours::InX && TurnsBack(input.Source()))
-    AddSentence(made.told, "X of \"" + input.Source().SeriesName() +
-                               "\" turns back: its points were taken in order of X, those of all "
-                               "branches together.");
+  Computed made = ComputeAlongLine(tool, input);
   if (made.own_line) return WithOwnLine(input.Source(), made);
   made.series->Source().Recipe = RecipeText(RecipeOf(tool, input));
-  return {AddNewSeries(graph, std::move(made.series), input.Source(), wanted),
-          std::move(made.told)};
+  TSeries& added = AddNewSeries(graph, std::move(made.series), input.Source(), wanted);
+  JoinInOrder(added, made.line_order);
+  return {added, std::move(made.told)};
 }
 
 void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x) {

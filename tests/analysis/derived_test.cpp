@@ -9,6 +9,7 @@
 
 #include "analysis/scipy_rows.h"
 #include "base/error.h"
+#include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
 
 namespace tarnwick {
@@ -42,9 +43,9 @@ class Derived : public testing::Test {
 
 TEST_F(Derived, AreThoseOfNumpy) {
   Fill(rows::Uneven(), rows::Measured());
-  const auto expect = [&](void (*derive)(const TDataSeries&, TDataSeries&),
+  const auto expect = [&](void (*derive)(const TDataSeries&, TDataSeries&, const LineWay&),
                           const std::vector<double>& expected) {
-    derive(source, target);
+    derive(source, target, {});
     EXPECT_THAT(YValues(target.Points()), Pointwise(DoubleNear(1e-12), expected));
   };
   expect(&Integral, rows::kIntegral);
@@ -69,13 +70,13 @@ TEST_F(Derived, RunningSumHasAPointForEveryPoint) {
 TEST_F(Derived, ErrorsOfSumsOfYFollowFromThoseOfY) {
   const double kNone = kUndefined;
   const struct {
-    void (*make)(const TDataSeries&, TDataSeries&);
+    void (*make)(const TDataSeries&, TDataSeries&, const LineWay&);
     std::vector<double> errors, expected;
   } kCases[] = {
       {Integral, {3, 4, 2, 1}, {2.5, 6.5, std::sqrt(2.25 + 36 + 9 + 0.25)}},
       {Integral, {3, 0, 2, 1}, {kNone, kNone, kNone}},
       {RunningSum, {3, 4, 12, kNone}, {3, 5, 13, kNone}},
-      {[](const TDataSeries& from, TDataSeries& to) {
+      {[](const TDataSeries& from, TDataSeries& to, const LineWay& /*way*/) {
          Derivative(const_cast<TDataSeries&>(from), to);
        },
        {3, 4, kNone, 2},
@@ -86,7 +87,7 @@ TEST_F(Derived, ErrorsOfSumsOfYFollowFromThoseOfY) {
     PointErrors errors{{ErrorKind::Column, 0}, {}, {}, {}};
     errors.y_values.SetRun(1, row.errors);
     source.SetErrors(errors);
-    row.make(source, target);
+    row.make(source, target, {});
     EXPECT_THAT(NumbersAlong(target.Points(), target.Errors().y_values),
                 testing::Pointwise(testing::NanSensitiveDoubleEq(), row.expected));
     EXPECT_EQ(target.Errors().y.kind, ErrorKind::Column);
@@ -96,6 +97,24 @@ TEST_F(Derived, ErrorsOfSumsOfYFollowFromThoseOfY) {
   source.SetRegressionType(RegressionType::Parabola);
   Derivative(source, target);
   EXPECT_FALSE(HasYErrors(target.Errors()));
+}
+
+// A square gone round from (0, 0).
+TEST_F(Derived, GoAlongALineThatTurnsBack) {
+  source.SetDuplicatesAllowed(true);
+  Fill({0, 0, 1, 2, 2, 1}, {0, 2, 2, 2, 0, 0});
+  const LineWay round{ArrivalOrder(source.Points()), {}};
+  EXPECT_EQ(AreaOf(source, round), 4);
+  Integral(source, target, round);
+  EXPECT_THAT(PointsOf(target), ElementsAre(XY{0, 0}, XY{1, 4}, XY{1, 2}, XY{2, 4}, XY{2, 4}));
+  EXPECT_THAT(Ids(target.Points()), ElementsAre(1, 5, 2, 3, 4)) << "in the order of the line";
+  Derivative(source, target, round);
+  EXPECT_THAT(PointsOf(target), ElementsAre(XY{0.5, 0}, XY{1.5, 0}, XY{1.5, 0}));
+  source.SetErrors({{ErrorKind::Constant, 1}, {}, {}, {}});
+  Integral(source, target, round);
+  EXPECT_THAT(NumbersAlong(target.Points(), target.Errors().y_values),
+              Pointwise(DoubleNear(1e-15),
+                        {0.0, std::sqrt(2.0), std::sqrt(0.5), std::sqrt(1.5), std::sqrt(1.5)}));
 }
 
 TEST_F(Derived, DensityOfNothingToSpreadIsEmpty) {

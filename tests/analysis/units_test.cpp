@@ -57,7 +57,7 @@ Values YOf(const Curve& curve, Fill fill) {
   TDataSeries source;
   TDataSeries target;
   source.AddPoints(curve.x, curve.y);
-  fill(source, target);
+  fill(source, target, LineWay());
   return YValues(target.Points());
 }
 
@@ -181,7 +181,9 @@ const Figure kFigures[] = {
     {"derivative", -1, 1, [](const Curve& c) { return YOf(c, &Derivative); }},
     {"probability density", 0, -1,
      [](const Curve& c) {
-       return YOf(c, [](TDataSeries& from, TDataSeries& to) { ProbabilityDensity(from, to, 20); });
+       return YOf(c, [](TDataSeries& from, TDataSeries& to, const LineWay& /*way*/) {
+         ProbabilityDensity(from, to, 20);
+       });
      }},
 };
 

@@ -96,21 +96,6 @@ TEST_F(MadeOnGraph, ComputesAnewWhatWasMadeOfWhatWasMade) {
   EXPECT_EQ(late.Source().Recipe, again.Source().Recipe);
 }
 
-TEST_F(MadeOnGraph, TellsThatBranchesOfALoopAreTakenTogether) {
-  TSeries& loop = Add("Loop");
-  for (const double x : {1.0, 2.0, 3.0, 4.0, 3.5, 2.5, 1.5}) loop.AddPoint(x, x);
-  SeriesStyle style = loop.Style();
-  style.line_order = LineOrder::AsTheyCame;
-  loop.SetStyle(style);
-  const auto told = [&](const Tool& tool) {
-    return AddMade(graph_, tool, {{&loop}, ToolSettings(tool.settings)},
-                   {MadeName(graph_, loop, tool), AxisId::Y})
-        .told;
-  };
-  EXPECT_THAT(told(kDifferentiateTool), HasSubstr("X of \"Loop\" turns back"));
-  EXPECT_THAT(told(kNormaliseTool), Not(HasSubstr("turns back")));
-}
-
 // Beyond its ends the other may lack values, between them nowhere.
 TEST_F(MadeOnGraph, ACorrelationNeedsTheOtherWhereverBothAre) {
   const struct {

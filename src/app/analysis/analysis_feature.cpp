@@ -13,6 +13,7 @@
 #include "base/number_text.h"
 #include "base/prompt.h"
 #include "desk/document/document.h"
+#include "results/area_figure.h"
 #include "results/made_series.h"
 #include "results/tools/tool_table.h"
 
@@ -49,8 +50,10 @@ void Inform(Prompt& prompt, std::string text) {
 
 void TellArea(CommandContext& context) {
   const TSeries& series = *context.document->Graph().CurrentSeries();
+  const AreaFigure figure = FindArea(series);
   Inform(context.prompt, "Area for DataSet   " + NameInWindow(*context.document) + " :  " +
-                             GeneralText(AreaOf(series)));
+                             GeneralText(figure.area) +
+                             (figure.told.empty() ? "" : "\n\n" + figure.told));
 }
 
 void TellSum(CommandContext& context) {

@@ -4,6 +4,7 @@
 #include "base/number_text.h"
 #include "cli/commands/commands.h"
 #include "cli/options/input_graph.h"
+#include "results/area_figure.h"
 
 namespace tarnwick::cli {
 namespace {
@@ -15,12 +16,13 @@ struct AreaOptions {
 
 void RunArea(const AreaOptions& options, Output& output) {
   const InputGraph input = ReadInput(options.input, output);
-  const double area =
-      AreaOf(input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output)));
+  const AreaFigure figure =
+      FindArea(input.graph->Series(ChooseToldSeries(*input.graph, options.dataset, output)));
+  output.Note(figure.told);
   if (output.IsJson()) {
-    output.Document({{"area", JsonNumber(area)}});
+    output.Document({{"area", JsonNumber(figure.area)}});
   } else {
-    output.Text() << ShortestText(area) << '\n';
+    output.Text() << ShortestText(figure.area) << '\n';
   }
 }
 

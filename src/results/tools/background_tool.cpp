@@ -14,6 +14,7 @@
 #include "analysis/smoothing.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "data/series/line_breaks.h"
 #include "results/tools/tool_table.h"
 
 namespace tarnwick {
@@ -118,13 +119,20 @@ Found FindLine(const ToolColumns& columns, const ToolSettings& settings,
   return found;
 }
 
+/// A polynomial has one value at each X.
+AlongLine AlongBackground(const ToolInput& input) {
+  return IsPolynomial(input.settings) ? AlongLine::Each : AlongLine::Branches;
+}
+
 Computed Compute(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
   Found found = FindLine(columns, input.settings, input.cancel);
   if (input.settings.Is("line")) {
     AddSentence(found.told, LeftOutText(source, columns));
-    return {SeriesLike(source, columns.x, found.y), std::move(found.told)};
+    Computed line{SeriesLike(source, columns.x, found.y), std::move(found.told)};
+    BreakBefore(*line.series, BreaksOf(columns));
+    return line;
   }
   for (std::size_t i = 0; i < found.y.size(); ++i) columns.y[i] -= found.y[i];
   AddSentence(found.told, PointsLeftOutText(columns));
@@ -140,6 +148,7 @@ constinit const Tool kBackgroundTool = {.name = "background",
                                         .purpose = "A DataSet less the base line under its peaks",
                                         .suffix = "_BLC",
                                         .settings = kSettings,
+                                        .along = &AlongBackground,
                                         .compute = Compute};
 
 }  // namespace tarnwick

@@ -77,7 +77,7 @@ constinit const Tool kComputeTool = {
     .suffix = "_CAL",
     .settings = kSettings,
     .others = kOthers,
-    .neighbours = Neighbours::None,
+    .along = Always<AlongLine::Branches>,
     .compute = Compute};
 
 }  // namespace tarnwick

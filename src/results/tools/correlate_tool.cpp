@@ -50,7 +50,7 @@ void CheckRoom(std::size_t points) {
 }
 
 Pair EvenPair(const TSeries& first, const TSeries& second) {
-  ToolColumns a = ColumnsOf(first);
+  ToolColumns a = ColumnsInX(first);
   CheckRoom(a.x.size());
   Pair pair;
   if (!IsEvenlySpaced(a.x, kEven) && a.x.back() > a.x.front()) {

@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "graph/line_way.h"
 #include "results/tools/tool_table.h"
 
 namespace tarnwick {
@@ -38,9 +39,15 @@ std::string ErrorsText(const TSeries& source, const TSeries& derived, const char
 template <auto kDerive>
 Computed Derived(const ToolInput& input) {
   auto series = std::make_unique<TSeries>();
-  kDerive(input.Source(), *series);
+  kDerive(input.Source(), *series, WayToCompute(input.Source()));
   std::string told = ErrorsText(input.Source(), *series, kNotKnown);
   return {std::move(series), std::move(told)};
+}
+
+/// A regression has one value at each X.
+AlongLine AlongDerivative(const ToolInput& input) {
+  return input.Source().RegressionType() == RegressionType::None ? AlongLine::Across
+                                                                 : AlongLine::InX;
 }
 
 Computed Histogram(const ToolInput& input) {
@@ -79,17 +86,25 @@ const ToolSetting kBins[] = {
 
 }  // namespace
 
-constinit const Tool kIntegrateTool = {
-    .name = "integrate", .suffix = "_INT", .compute = Derived<Integral>};
-constinit const Tool kSumTool = {.name = "sum", .suffix = "_SUM", .compute = Derived<RunningSum>};
+constinit const Tool kIntegrateTool = {.name = "integrate",
+                                       .suffix = "_INT",
+                                       .along = Always<AlongLine::Across>,
+                                       .compute = Derived<Integral>};
+constinit const Tool kSumTool = {.name = "sum",
+                                 .suffix = "_SUM",
+                                 .along = Always<AlongLine::Each>,
+                                 .compute = Derived<RunningSum>};
 constinit const Tool kHistogramTool = {.name = "histogram",
                                        .suffix = "_HIS",
                                        .settings = kBins,
                                        .x = ResultX::Own,
-                                       .neighbours = Neighbours::None,
+                                       .along = Always<AlongLine::Each>,
                                        .compute = Histogram};
-constinit const Tool kDifferentiateTool = {
-    .name = "differentiate", .suffix = "_DIF", .compute = Derived<Derivative>};
-constinit const Tool kAverageTool = {.name = "average", .compute = Mean};
+constinit const Tool kDifferentiateTool = {.name = "differentiate",
+                                           .suffix = "_DIF",
+                                           .along = &AlongDerivative,
+                                           .compute = Derived<Derivative>};
+constinit const Tool kAverageTool = {
+    .name = "average", .along = Always<AlongLine::Branches>, .compute = Mean};
 
 }  // namespace tarnwick

@@ -5,14 +5,17 @@
 #include <limits>
 #include <string>
 
+#include "analysis/along_line.h"
 #include "analysis/derived.h"
 #include "analysis/outliers.h"
 #include "analysis/resampling.h"
 #include "analysis/sample_comparison.h"
+#include "analysis/smoothing.h"
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "data/column_caption.h"
+#include "graph/line_way.h"
 #include "results/tools/tool_table.h"
 
 namespace tarnwick {
@@ -44,6 +47,10 @@ const ToolSetting kResampleSettings[] = {
      static_cast<std::int32_t>(ResampleMethod::Linear), "How values between points are made"},
 };
 
+double LengthInX(const PointChain& points, const LineWay& way, const LinePiece& piece) {
+  return std::abs(points.At(way.IndexAt(piece.end - 1)).x - points.At(way.IndexAt(piece.begin)).x);
+}
+
 Computed ComputeResampled(const ToolInput& input) {
   const TSeries& source = input.Source();
   const ToolColumns columns = ColumnsOf(source);
@@ -60,10 +67,16 @@ Computed ComputeResampled(const ToolInput& input) {
   return {SeriesLike(source, made.x, made.y), told};
 }
 
+/// The mean step of X along the line, whichever way X goes.
 void SuggestStep(const TSeries& source, ToolSettings& settings) {
-  const PointChain& points = source.Points();
-  if (points.Size() < 2) return settings.Suggest("step", 1);
-  const double step = (points.LastX() - points.Front().x) / static_cast<double>(points.Size() - 1);
+  const LineWay way = WayToCompute(source);
+  double length = 0;
+  std::size_t steps = 0;
+  for (const LinePiece& piece : BranchesOf(way, source.Points())) {
+    length += LengthInX(source.Points(), way, piece);
+    steps += piece.Size() - 1;
+  }
+  const double step = length / static_cast<double>(steps);
   settings.Suggest("step", step > 0 && std::isfinite(step) ? step : 1);
 }
 
@@ -144,7 +157,12 @@ Scaled ByDeviation(std::span<const double> y) {
   return {scatter.mean, scatter.deviation};
 }
 
-Scaled ScaleOf(Scale scale, const ToolColumns& columns) {
+double AreaOfColumns(const TSeries& source, const ToolColumns& columns) {
+  return TurnsBack(source) ? AreaEnclosed({columns.x, columns.y, {}})
+                           : AreaBelow(columns.x, columns.y);
+}
+
+Scaled ScaleOf(Scale scale, const TSeries& source, const ToolColumns& columns) {
   const auto [low, high] = std::ranges::minmax(columns.y);
   switch (scale) {
     case Scale::Range:
@@ -156,13 +174,13 @@ Scaled ScaleOf(Scale scale, const ToolColumns& columns) {
     case Scale::Area:
       break;
   }
-  return {0, AreaBelow(columns.x, columns.y)};
+  return {0, AreaOfColumns(source, columns)};
 }
 
 Computed ComputeNormalised(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
-  const Scaled scaled = ScaleOf(input.settings.Chosen<Scale>("by"), columns);
+  const Scaled scaled = ScaleOf(input.settings.Chosen<Scale>("by"), source, columns);
   if (!(std::abs(scaled.unit) > 0) || !std::isfinite(scaled.unit))
     throw Error("What should become 1 is " + GeneralText(scaled.unit, 6) + ".");
   for (double& y : columns.y) y = (y - scaled.offset) / scaled.unit;
@@ -199,13 +217,35 @@ const ToolSetting kOutlierSettings[] = {
      static_cast<std::int32_t>(OutlierFate::Removed), "What becomes of them"},
 };
 
+AlongLine AlongOutliers(const ToolInput& input) {
+  return IsHampel(input.settings) ? AlongLine::Follows : AlongLine::Each;
+}
+
+/// Along the line, in a piece of it that is narrower than the window by as many values as there are.
+std::vector<Expected> ExpectedAlong(const ToolColumns& columns, int window, double times,
+                                    const CancelPoint& cancel) {
+  if (columns.piece.empty()) return HampelOutliers(columns.y, window, times, cancel);
+  CheckWindow(window, columns.y.size());
+  std::vector<Expected> expected;
+  for (std::size_t begin = 0; begin < columns.y.size();) {
+    const auto end = static_cast<std::size_t>(
+        std::ranges::upper_bound(columns.piece, columns.piece[begin]) - columns.piece.begin());
+    const std::span<const double> y = std::span(columns.y).subspan(begin, end - begin);
+    const std::vector<Expected> of_piece =
+        HampelOutliers(y, std::min(window, LargestWindow(y.size())), times, cancel);
+    expected.insert(expected.end(), of_piece.begin(), of_piece.end());
+    begin = end;
+  }
+  return expected;
+}
+
 Computed ComputeWithoutOutliers(const ToolInput& input) {
   const TSeries& source = input.Source();
   const ToolColumns columns = ColumnsOf(source);
   const ToolSettings& settings = input.settings;
   const double times = settings.Number("times");
   const std::vector<Expected> expected =
-      IsHampel(settings) ? HampelOutliers(columns.y, settings.Whole("window"), times, input.cancel)
+      IsHampel(settings) ? ExpectedAlong(columns, settings.Whole("window"), times, input.cancel)
                          : TukeyOutliers(columns.y, times);
   const bool replace = settings.Chosen<OutlierFate>("fate") == OutlierFate::Replaced;
   ToolColumns kept;
@@ -229,6 +269,7 @@ constinit const Tool kResampleTool = {.name = "resample",
                                       .purpose = "A DataSet at even steps of X",
                                       .suffix = "_RES",
                                       .settings = kResampleSettings,
+                                      .along = Always<AlongLine::Pieces>,
                                       .compute = ComputeResampled,
                                       .suggest = SuggestStep};
 constinit const Tool kClipTool = {.name = "clip",
@@ -236,7 +277,7 @@ constinit const Tool kClipTool = {.name = "clip",
                                   .purpose = "A DataSet within limits of X and Y",
                                   .suffix = "_CLP",
                                   .settings = kClipSettings,
-                                  .neighbours = Neighbours::None,
+                                  .along = Always<AlongLine::Each>,
                                   .compute = ComputeClipped};
 constinit const Tool kNormaliseTool = {.name = "normalise",
                                        .caption = "Normalise",
@@ -244,13 +285,14 @@ constinit const Tool kNormaliseTool = {.name = "normalise",
                                        .suffix = "_NRM",
                                        .settings = kNormaliseSettings,
                                        .axis = AxisId::Y2,
-                                       .neighbours = Neighbours::None,
+                                       .along = Always<AlongLine::Each>,
                                        .compute = ComputeNormalised};
 constinit const Tool kOutliersTool = {.name = "outliers",
                                       .caption = "Remove Outliers",
                                       .purpose = "A DataSet without the points that do not belong",
                                       .suffix = "_OUT",
                                       .settings = kOutlierSettings,
+                                      .along = &AlongOutliers,
                                       .compute = ComputeWithoutOutliers};
 
 }  // namespace tarnwick

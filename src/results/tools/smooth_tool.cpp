@@ -44,6 +44,14 @@ std::string LackingText(const std::vector<double>& y) {
   return Counted(lacking, "point") + " without a value: too few different X in the window.";
 }
 
+bool Narrow(ToolSettings& settings, std::size_t points, std::size_t whole) {
+  CheckWindow(settings.Whole("window"), whole);
+  const int window = std::min(settings.Whole("window"), LargestWindow(points));
+  if (window < 1 || (FitsPolynomials(settings) && window <= settings.Whole("order"))) return false;
+  settings.SetWhole("window", window);
+  return true;
+}
+
 Computed Compute(const ToolInput& input) {
   const TSeries& source = input.Source();
   ToolColumns columns = ColumnsOf(source);
@@ -76,6 +84,8 @@ constinit const Tool kSmoothTool = {.name = "smooth",
                                     .purpose = "A DataSet made smoother, or its smooth derivative",
                                     .suffix = "_SMO",
                                     .settings = kSettings,
+                                    .along = Always<AlongLine::Pieces>,
+                                    .narrow = &Narrow,
                                     .compute = Compute};
 
 }  // namespace tarnwick

@@ -93,7 +93,7 @@ std::string ValueTitle(const TSeries& source, const NamedUnit& x, SpectrumOf of)
 
 Computed Compute(const ToolInput& input) {
   const TSeries& source = input.Source();
-  const ToolColumns columns = ColumnsOf(source);
+  const ToolColumns columns = ColumnsInX(source);
   if (columns.x.size() < 2 || !(columns.x.back() > columns.x.front()))
     throw Error("A spectrum needs points at two X or more.");
   const ToolSettings& settings = input.settings;

@@ -9,6 +9,8 @@
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "data/column_caption.h"
+#include "data/series/line_breaks.h"
+#include "graph/line_way.h"
 
 namespace tarnwick {
 namespace {
@@ -133,19 +135,29 @@ void ToolSettings::SetText(std::size_t row, const std::string& text) {
 void ToolColumns::TakePoint(const ToolColumns& others, std::size_t i, double y_now) {
   x.push_back(others.x[i]);
   y.push_back(y_now);
+  if (!others.piece.empty()) piece.push_back(others.piece[i]);
   if (!others.x_error.empty()) x_error.push_back(others.x_error[i]);
   if (others.y_error.empty()) return;
   y_error.push_back(y_now == others.y[i] ? others.y_error[i] : kUndefined);
 }
 
-ToolColumns ColumnsOf(const TSeries& source) {
+namespace {
+
+ToolColumns ColumnsAlong(const TSeries& source, const LineWay& way) {
   ToolColumns columns;
   const BaseLine line = source.GetBaseLine();
   const PointErrors& errors = source.Errors();
   const PointChain& points = source.Points();
-  std::size_t at = 0;
-  points.ForEachPoint([&](double x, double y) {
-    const std::size_t index = at++;
+  std::size_t place = 0;
+  auto next_break = way.breaks.begin();
+  std::int32_t piece = 0;
+  const auto take = [&](double x, double y) {
+    const std::size_t index = way.IndexAt(place);
+    if (next_break != way.breaks.end() && *next_break == place) {
+      ++piece;
+      ++next_break;
+    }
+    ++place;
     const double above = line.CorrectedY(x, y);
     if (!std::isfinite(x) || !std::isfinite(above)) {
       ++columns.left_out;
@@ -153,11 +165,35 @@ ToolColumns ColumnsOf(const TSeries& source) {
     }
     columns.x.push_back(x);
     columns.y.push_back(above);
+    if (!way.breaks.empty()) columns.piece.push_back(piece);
     if (HasXErrors(errors)) columns.x_error.push_back(XErrorOf(errors, points.At(index)));
     if (HasYErrors(errors)) columns.y_error.push_back(YErrorOf(errors, points.At(index)));
-  });
+  };
+  if (way.order.empty()) {
+    points.ForEachPoint(take);
+  } else {
+    for (const Point& point : PointsAlong(points, way)) take(point.x, point.y);
+  }
   if (columns.x.empty()) throw Error("No Data Found in DataSet " + source.SeriesName() + "!");
   return columns;
+}
+
+}  // namespace
+
+ToolColumns ColumnsOf(const TSeries& source) {
+  return ColumnsAlong(source, WayToCompute(source));
+}
+
+ToolColumns ColumnsInX(const TSeries& source) {
+  return ColumnsAlong(source, {});
+}
+
+std::vector<std::size_t> BreaksOf(const ToolColumns& columns) {
+  std::vector<std::size_t> breaks;
+  for (std::size_t i = 1; i < columns.piece.size(); ++i) {
+    if (columns.piece[i] != columns.piece[i - 1]) breaks.push_back(i);
+  }
+  return breaks;
 }
 
 std::string PointsLeftOutText(const ToolColumns& columns) {
@@ -181,7 +217,8 @@ std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const doubl
                                     std::span<const double> y, const std::string& x_column,
                                     const std::string& y_column) {
   auto series = std::make_unique<TSeries>();
-  series->SetDuplicatesAllowed(source.DuplicatesAllowed());
+  // Branches of a loop go over the same X.
+  series->SetDuplicatesAllowed(source.DuplicatesAllowed() || TurnsBack(source));
   const TDSInfo& from = source.Source();
   series->Source().XDataColumn = x_column.empty() ? CaptionOfX(from) : x_column;
   series->Source().YDataColumn = y_column.empty() ? CaptionOfY(from) : y_column;
@@ -191,16 +228,13 @@ std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const doubl
 
 std::unique_ptr<TSeries> SeriesWithErrors(const TSeries& source, const ToolColumns& columns,
                                           const std::string& y_column) {
-  auto series = SeriesLike(source, columns.x, columns.y, {}, y_column);
+  auto series = SeriesLike(source, {}, {}, {}, y_column);
   PointErrors errors;
-  const auto keep = [&](const std::vector<double>& numbers, ErrorRule& rule, ErrorColumn& column) {
-    if (numbers.empty()) return;
-    rule.kind = ErrorKind::Column;
-    column = ColumnAlong(series->Points(), numbers);
-  };
-  keep(columns.x_error, errors.x, errors.x_values);
-  keep(columns.y_error, errors.y, errors.y_values);
+  if (!columns.x_error.empty()) errors.x.kind = ErrorKind::Column;
+  if (!columns.y_error.empty()) errors.y.kind = ErrorKind::Column;
   series->SetErrors(std::move(errors));
+  series->AddPoints(columns.x, columns.y, {columns.y_error, columns.x_error});
+  if (!columns.piece.empty()) BreakBefore(*series, BreaksOf(columns));
   return series;
 }
 

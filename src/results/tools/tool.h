@@ -53,6 +53,8 @@ class ToolSettings {
   Enum Chosen(std::string_view key) const {
     return static_cast<Enum>(Whole(key));
   }
+  /// Takes a whole number that the row allows.
+  void SetWhole(std::string_view key, std::int32_t number) { Set(Place(key), number); }
   /// Puts `number` where the setting is undefined.
   void Suggest(std::string_view key, double number);
 
@@ -85,6 +87,7 @@ struct Computed {
   std::string told;                 ///< sentences; empty for none
   /// What the source's corrected Y still stands above: added to its base line, it does for the DataSet.
   std::optional<BaseLine> own_line = {};
+  LineOrder line_order = LineOrder::ByX;  ///< in which its points are joined
 };
 
 /// A DataSet that a tool takes beside its source.
@@ -98,8 +101,19 @@ struct OtherInput {
 /// What the new DataSet has for its X: the source's own, or other quantities, beside which the source cannot be read.
 enum class ResultX { OfSource, Own };
 
-/// Whether a tool looks at neighbours, which are those in X.
-enum class Neighbours { InX, None };
+/// What a tool does where the line of its source joins the points as they came and X turns back, or where it is broken.
+enum class AlongLine {
+  InX,       ///< takes all points together in order of X
+  Branches,  ///< is to compute each branch by itself
+  Pieces,    ///< the same, and each piece of a broken line
+  Follows,   ///< goes along the line itself, and takes nothing across a gap
+  Across,    ///< the same, straight across gaps
+  Each       ///< looks at one point after the other, along the line
+};
+template <AlongLine kAlong>
+AlongLine Always(const ToolInput& /*input*/) {
+  return kAlong;
+}
 
 struct Tool {
   std::string_view name;          ///< in recipes; of the batch command, where there is one
@@ -110,27 +124,36 @@ struct Tool {
   std::span<const OtherInput> others = {};  ///< those that may lack come last
   AxisId axis = AxisId::Y;                  ///< that is offered
   ResultX x = ResultX::OfSource;
-  Neighbours neighbours = Neighbours::InX;
+  AlongLine (*along)(const ToolInput& input) = &Always<AlongLine::InX>;
+  /// Makes do with so many points, where a branch or piece has fewer than the settings ask for; false where there are too few. Throws
+  /// Error where the `whole` has too few. Null: any number will do.
+  bool (*narrow)(ToolSettings& settings, std::size_t points, std::size_t whole) = nullptr;
   /// Throws Error, a sentence.
   Computed (*compute)(const ToolInput& input) = nullptr;
   /// Puts what suits the source where settings are undefined.
   void (*suggest)(const TSeries& source, ToolSettings& settings) = nullptr;
 };
 
-/// The points with finite X and Y, less the base line, in order of X.
+/// The points with finite X and Y, less the base line.
 struct ToolColumns {
   std::vector<double> x;
   std::vector<double> y;
   std::vector<double> x_error;  ///< empty where the DataSet has none; undefined of a point without
   std::vector<double> y_error;
+  std::vector<std::int32_t>
+      piece;  ///< of a broken line, the number of each point's; empty where it is whole
   std::size_t left_out = 0;
 
   /// Takes over a point of others, its Y being `y_now`: with the error of that Y where it is what it was.
   void TakePoint(const ToolColumns& others, std::size_t i, double y_now);
 };
 
-/// Throws Error "No Data Found in DataSet ...!" where there is none.
+/// As the source's line joins them, or in order of X. Throws Error "No Data Found in DataSet ...!" where there is none.
 ToolColumns ColumnsOf(const TSeries& source);
+ToolColumns ColumnsInX(const TSeries& source);
+
+/// The places before which the line of these points is broken.
+std::vector<std::size_t> BreaksOf(const ToolColumns& columns);
 
 /// What of the source is left out of what is made from its columns: points without values, errors. Sentences; empty for nothing.
 std::string LeftOutText(const TSeries& source, const ToolColumns& columns);
@@ -140,11 +163,12 @@ std::string PointsLeftOutText(const ToolColumns& columns);
 /// Puts a sentence behind others.
 void AddSentence(std::string& text, const std::string& sentence);
 
-/// A DataSet of these points, its column names those of the source but for what is not empty here.
+/// A DataSet of these points, in the order in which they came, its column names those of the source but for what is not empty here.
 std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const double> x,
                                     std::span<const double> y, const std::string& x_column = {},
                                     const std::string& y_column = {});
-/// The same of points that are those of the source in another place of Y: with the errors of the columns.
+/// The same of points that are those of the source in another place of Y: with the errors of the columns, and broken where their line
+/// is.
 std::unique_ptr<TSeries> SeriesWithErrors(const TSeries& source, const ToolColumns& columns,
                                           const std::string& y_column = {});
 
