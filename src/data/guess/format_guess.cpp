@@ -533,6 +533,7 @@ void TextFormat::ApplyTo(TDSInfo& info) const {
   info.StackedNames = stacked_names;
   info.UnitsLine = units_line;
   info.TableLines = table_lines;
+  info.TableEndSought = table_lines > 0;
   info.CommentMarks = comment_marks;
 }
 

@@ -77,10 +77,6 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
                     std::to_string(format.values_from - 1) + " has " + (one ? "it" : "them") +
                     " read)");
   }
-  if (format.left_out_from > 0) {
-    notes.push_back("the lines from " + std::to_string(format.left_out_from) +
-                    " on are no part of the table and left out");
-  }
   if (format.stacked_names) {
     const std::string upper = std::to_string(format.names_line - 1);
     notes.push_back("the names are put together from lines " + upper + " and " +

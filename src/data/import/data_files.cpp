@@ -229,6 +229,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   if (!options.names_line) DropStatedNames(all, text->LineEnd(), source.info);
   source.info.MissingValues = options.missing.value_or(source.info.MissingValues);
   source.notes = NotesOf(format);
+  source.left_out_from = format.left_out_from;
   source.columns = std::move(format.columns);
   source.samples = std::move(format.samples);
   source.supplier = std::make_unique<TTxtSupplier>(source.info, text);

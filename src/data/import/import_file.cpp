@@ -172,6 +172,7 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   const bool lone = !asked && source.columns.size() > 1 && source.NumberColumns().size() == 1;
   for (LoadReport& report : result.reports) {
     report.lone_column = lone;
+    report.left_out_from = source.left_out_from;
     report.x_is_date = IsDate(source, columns.x, options.x_format);
   }
   if (!options.duplicates_allowed) {
@@ -227,7 +228,7 @@ SourceSummary SummarizeOpened(const ImportSource& source, Progress& progress) {
   TDataSupplier& supplier = *source.supplier;
   SourceSummary summary;
   summary.names_line = supplier.HasNamesLine();
-  summary.notes = source.notes;
+  summary.notes = source.AllNotes();
   if (!source.thinning_note.empty()) summary.notes.push_back(source.thinning_note);
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     summary.columns.push_back({static_cast<std::int32_t>(i), supplier.ColumnNames()[i], {}});

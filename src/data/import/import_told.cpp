@@ -35,6 +35,10 @@ constexpr Kind kKinds[] = {
      "have rows without a usable error"},
     {ToldAbout::Moving, [](const LoadReport& r) { return r.MovedText(); },
      [](const LoadReport&) -> std::int64_t { return 1; }, "are read from elsewhere"},
+    {ToldAbout::Runs, [](const LoadReport& r) { return r.RunsText(); },
+     [](const LoadReport& r) -> std::int64_t { return r.runs; }, "are of several runs"},
+    {ToldAbout::TableEnd, [](const LoadReport& r) { return r.LeftOutText(); },
+     [](const LoadReport&) -> std::int64_t { return 1; }, "are of tables that end before the file"},
 };
 
 /// DataSets of which the same is said.

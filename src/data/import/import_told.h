@@ -20,6 +20,8 @@ enum class ToldAbout {
   UnusableErrors,
   Errors,
   Moving,
+  Runs,      ///< that each run of a table is a DataSet
+  TableEnd,  ///< that lines behind the table are left out
   Guessing,
   Gaps,      ///< where lines are broken
   Thinning,  ///< what of a view the data base gave

@@ -102,7 +102,21 @@ std::string LoadReport::ReplacedText() const {
 }
 
 std::string LoadReport::MovedText() const {
-  return found_at.empty() ? "" : "read from " + found_at + ", since the source has moved";
+  return found_at.empty() ? "" : "read from " + found_at + ", where it lies beside the graph now";
+}
+
+std::string LoadReport::RunsText() const {
+  if (run == 0 || runs < 2) return "";
+  const std::string all =
+      "the file holds " + std::to_string(runs) + " runs parted by empty lines or remarks, ";
+  return all + (runs_read == runs ? "each is a DataSet of its own"
+                                  : std::to_string(runs_read) + " of them are DataSets");
+}
+
+std::string LoadReport::LeftOutText() const {
+  if (left_out_from == 0) return "";
+  return "the lines from " + std::to_string(left_out_from) +
+         " on are no part of the table and left out";
 }
 
 std::string LoadReport::ErrorsText() const {

@@ -40,6 +40,9 @@ struct LoadReport {
   UnusableErrors y_errors, x_errors;  ///< of the rows that gave points
   std::int32_t runs =
       1;  ///< what empty lines cut the rows into (PieceFinder), up to the last row read
+  std::int32_t run = 0;            ///< the only run that was read, from 1; 0: all
+  std::int32_t runs_read = 0;      ///< how many of the runs were read together, each by itself
+  std::int64_t left_out_from = 0;  ///< the line behind the table, where other lines follow; 0: none
   std::int32_t sampled_every = 1;  ///< the sampling frequency used
   /// Of several columns only this one holds numbers; unasked, it was taken over the numbers of the rows.
   bool lone_column = false;
@@ -55,6 +58,8 @@ struct LoadReport {
   std::string SkippedText() const;
   std::string ReplacedText() const;
   std::string MovedText() const;
+  std::string RunsText() const;
+  std::string LeftOutText() const;
   /// "3 rows give no usable error of Y (1 empty, 2 zero)", "no column gives the errors of Y".
   std::string ErrorsText() const;
   /// All of it behind the number of points: "4000 points, every 3rd row; 2 rows skipped (Y empty; first at line 17)".

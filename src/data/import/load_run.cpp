@@ -1,6 +1,7 @@
 #include "data/import/load_run.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "base/error.h"
@@ -175,11 +176,15 @@ void LoadRun::BeginTargets(std::vector<ColumnTransforms> transforms) {
 }
 
 void LoadRun::FinishTargets() {
+  std::set<std::int32_t> runs;
+  for (const Member& member : members_) runs.insert(member.target->Info().Run);
   for (Member& member : members_) {
     member.target->Finish();
     LoadReport& report = reports_[member.number];
     report = member.target->Report();
     report.cancelled = cancelled_;
+    report.run = member.target->Info().Run;
+    report.runs_read = static_cast<std::int32_t>(runs.size());
     const bool reached_end =
         !cancelled_ && member.target->Chooser().NextRow() != RowChooser::kNoRow;
     if (reached_end && supplier_.EndsIncomplete()) {

@@ -5,6 +5,7 @@
 
 #include "data/import/load_run.h"
 #include "data/import/source_place.h"
+#include "data/import/table_end.h"
 #include "data/packed/unpack.h"
 
 namespace tarnwick {
@@ -17,15 +18,26 @@ const SourceKind* KindToReload(SourceKinds kinds, const TDataSeries& series) {
   return kind != nullptr && kind->open != nullptr && !info.DatasourceInfo.empty() ? kind : nullptr;
 }
 
-/// Null when the user cancelled.
-std::unique_ptr<TDataSupplier> Open(const SourceKind& kind, const TDSInfo& info,
-                                    const LoadOptions& options) {
+struct OpenedAgain {
+  std::unique_ptr<TDataSupplier> supplier;  ///< null when the user cancelled
+  TableEnd end;                             ///< where it was looked for
+};
+
+/// `info`: the DataSet's, with the place where its source lies now. Its table ends as what is opened does.
+OpenedAgain OpenAgain(const SourceKind& kind, const TDataSeries& series, TDSInfo& info,
+                      const LoadOptions& options) {
   NoProgress unseen;
+  OpenedAgain opened;
   try {
-    return kind.open(info, options.progress != nullptr ? *options.progress : unseen);
+    if (info.TableEndSought) {
+      opened.end = FindTableEnd(series, options);
+      info.TableLines = opened.end.lines;
+    }
+    opened.supplier = kind.open(info, options.progress != nullptr ? *options.progress : unseen);
   } catch (const UnpackingCancelled&) {
-    return nullptr;
+    opened.supplier.reset();
   }
+  return opened;
 }
 
 }  // namespace
@@ -58,23 +70,25 @@ std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all, const Load
     }
     TDSInfo opened = all[first]->Source();
     const std::string named = std::exchange(opened.DatasourceInfo, PlacedSource(opened));
-    const std::unique_ptr<TDataSupplier> supplier = Open(*kind, opened, options);
-    if (!supplier) {
+    const OpenedAgain again = OpenAgain(*kind, *all[first], opened, options);
+    if (!again.supplier) {
       for (const std::size_t i : group) reports[i].cancelled = true;
       break;
     }
     for (TDataSeries* const one : series) {
       TDSInfo& source = one->Source();
       source.DatasourceInfo = opened.DatasourceInfo;
+      source.TableLines = opened.TableLines;
       source.active = true;
       source.x_column_index = source.y_column_index = -1;
       source.y_error_index = source.x_error_index = -1;
     }
     const std::vector<LoadReport> loaded =
-        series.size() == 1 ? std::vector{LoadDataSet(*series[0], *supplier, options)}
-                           : LoadShared(series, *supplier, options);
+        series.size() == 1 ? std::vector{LoadDataSet(*series[0], *again.supplier, options)}
+                           : LoadShared(series, *again.supplier, options);
     for (std::size_t i = 0; i < group.size(); ++i) {
       reports[group[i]] = loaded[i];
+      reports[group[i]].left_out_from = again.end.left_out_from;
       if (opened.DatasourceInfo != named) reports[group[i]].found_at = SourcePlace(opened).string();
     }
   }

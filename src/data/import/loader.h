@@ -65,7 +65,7 @@ std::vector<LoadReport> LoadShared(std::span<TDataSeries* const> all, TDataSuppl
                                    const LoadOptions& options = {});
 
 /// Re-reads every DataSet whose kind of source can be opened again, each source once, where SourcePlace finds it; that is its
-/// place from then on. The others are left alone (loaded =
+/// place from then on. The end of a table that nobody stated is looked for anew. The others are left alone (loaded =
 /// false). A source that cannot be opened throws its Error before any DataSet of it changes; the DataSets of the sources
 /// before it are loaded by then.
 std::vector<LoadReport> RefreshAll(std::span<TDataSeries* const> all,

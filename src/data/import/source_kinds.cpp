@@ -28,6 +28,7 @@ constexpr SourceSetting kTextSettings[] = {
     {"MissingValues", Opens},
     {"TimeColumns", Opens},
     {"TableLines", Opens},
+    {"TableEndSought"},
     {"XDataColumn"},
     {"YDataColumn"},
     {"YErrorColumn"},

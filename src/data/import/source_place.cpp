@@ -16,6 +16,12 @@ bool IsThere(const Path& file) {
   return std::filesystem::exists(file, ignored);
 }
 
+/// However its place is written.
+bool SameFile(const Path& one, const Path& other) {
+  std::error_code ignored;  // what cannot be looked at is no such file
+  return one == other || std::filesystem::equivalent(one, other, ignored);
+}
+
 /// What the description's own file tells; empty when that is nothing, or of another file than the one named.
 Path ToldPlace(const TDSInfo& info) {
   const Path told(info.RelativeSource);
@@ -29,9 +35,8 @@ Path ToldPlace(const TDSInfo& info) {
 Path SourcePlace(const TDSInfo& info) {
   Path named = FileOfSource(info).file;
   if (named.empty()) return info.DatasourceInfo;
-  if (info.RelativeSource.empty() || IsThere(named)) return named;
   const Path told = ToldPlace(info);
-  return !told.empty() && IsThere(told) ? told : named;
+  return !told.empty() && IsThere(told) && !SameFile(told, named) ? told : named;
 }
 
 std::string PlacedSource(const TDSInfo& info) {

@@ -12,6 +12,8 @@ namespace {
 constexpr std::size_t kFewestPointsOfRun =
     2;  // in the mean: less is a table with an empty line behind every row
 
+constexpr const char* kRunMark = ", run ";
+
 /// What takes one run of what `whole` holds, and always every row of it: where rows are left out, nobody sees where runs begin.
 std::unique_ptr<TDataSeries> RunOf(const TDataSeries& whole, std::int32_t run,
                                    const SeriesFactory& make) {
@@ -23,9 +25,22 @@ std::unique_ptr<TDataSeries> RunOf(const TDataSeries& whole, std::int32_t run,
   state.settings.source.AutoRowHitFreq = false;
   state.settings.source.RowSamplingFrequency = 1;
   series->SetState(state);
-  if (run > 1) series->SetSeriesName(whole.SeriesName() + ", run " + std::to_string(run));
+  series->SetSeriesName(NameOfRun(whole.SeriesName(), run));
   return series;
 }
+
+}  // namespace
+
+std::string NameOfRun(const std::string& name, std::int32_t run) {
+  return run > 1 ? name + kRunMark + std::to_string(run) : name;
+}
+
+std::string NameWithoutRun(const std::string& name, std::int32_t run) {
+  const std::string mark = kRunMark + std::to_string(run);
+  return name.ends_with(mark) ? name.substr(0, name.size() - mark.size()) : name;
+}
+
+namespace {
 
 /// Lines of names that come again above each further run, where they do: what stands in them in each DataSet's column.
 std::vector<std::vector<std::string>> NamesOfRuns(const ImportResult& result, std::size_t runs,
@@ -85,8 +100,6 @@ void SplitRuns(ImportResult& result, TDataSupplier& supplier, const LoadOptions&
   for (TDataSeries* const series : all) {
     if (series->Source().DataSource == DataSourceKind::Manual) series->Source().Run = 0;
   }
-  result.notes.push_back("the file holds " + std::to_string(runs) +
-                         " runs parted by empty lines or remarks, each is a DataSet of its own");
 }
 
 }  // namespace tarnwick

@@ -1,12 +1,19 @@
 // The runs of a table as DataSets of their own. Knows what an import made; knows no file.
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "data/import/import_file.h"
 
 namespace tarnwick {
 
 /// A table of more runs, or of more DataSets than this, stays whole, its lines broken between the runs.
 inline constexpr std::size_t kMostRuns = 50, kMostRunDataSets = 200;
+
+/// "NAME, run 2", NAME for the first; and NAME of that, where it is called so.
+std::string NameOfRun(const std::string& name, std::int32_t run);
+std::string NameWithoutRun(const std::string& name, std::int32_t run);
 
 /// Where empty lines or remarks part the rows that `result` was loaded from into runs (by the rules of PieceFinder), each becomes
 /// a DataSet named "NAME, run 2", which is told. Reads the supplier once more.

@@ -13,6 +13,7 @@
 #include "data/import/loader.h"
 #include "data/import/whole_data.h"
 #include "desk/document/coarse_first.h"
+#include "desk/document/series_like.h"
 #include "graph/edit/paste_edit.h"
 #include "graph/files/file_kinds.h"
 #include "graph/files/graph_file.h"
@@ -139,35 +140,6 @@ void TakeSource(TSeries& series, const TDSInfo& source) {
   series.SetErrors(std::move(errors));
 }
 
-/// The graph or inserted graph that holds the DataSet.
-TxyGraph* GraphOf(TxyGraph& graph, const TSeries& series) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (&graph.Series(i) == &series) return &graph;
-  }
-  for (const auto& child : graph.Children()) {
-    if (TxyGraph* const found = GraphOf(*child, series)) return found;
-  }
-  return nullptr;
-}
-
-/// A DataSet described and drawn like another one, of another column and in a colour of its own; without points yet.
-TSeries& AddLike(TxyGraph& graph, const TSeries& first, const std::string& column) {
-  TSeries& added = graph.AddSeries(std::make_unique<TSeries>());
-  SeriesStyle style = first.Style();
-  style.line_color = added.Style().line_color;
-  style.symbol_color = added.Style().symbol_color;
-  style.symbol = added.Style().symbol;
-  added.SetStyle(style);
-  added.SetDuplicatesAllowed(first.DuplicatesAllowed());
-  added.SetNumericalTolerance(first.NumericalTolerance());
-  added.Source() = first.Source();
-  added.Source().YDataColumn = column;
-  added.Source().YColExpr = TDSInfo().YColExpr;
-  added.Source().YErrorColumn.clear();
-  added.SetSeriesName(column);
-  return added;
-}
-
 /// What brings its points by itself has none yet.
 ReadResult WithStreamAdded(const GraphState& into, const TDSInfo& place) {
   TxyGraph graph;
@@ -285,12 +257,17 @@ RefreshedGraphs RefreshedTogether(const std::vector<GraphState>& states, Progres
   }
   RefreshedGraphs refreshed;
   std::map<const TDataSeries*, LoadReport> reports;
-  for (const std::vector<TDataSeries*>& source : sources) {
+  for (std::vector<TDataSeries*>& source : sources) {
     std::vector<DataState> before;
     before.reserve(source.size());
     for (const TDataSeries* const series : source) before.push_back(series->State());
     try {
       std::vector<LoadReport> read = RefreshAll(source, load);
+      if (const std::vector<TDataSeries*> runs = AddNewRuns(graphs, source, read); !runs.empty()) {
+        source.insert(source.end(), runs.begin(), runs.end());
+        before.resize(source.size());
+        read = RefreshAll(source, load);
+      }
       if (WasCancelled(read) || progress.Cancelled() || !SettleCoarse(source, progress)) {
         return {.cancelled = true};
       }

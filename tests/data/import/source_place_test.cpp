@@ -41,10 +41,12 @@ TEST(SourcePlace, IsToldFromTheFoldersInCommon) {
   EXPECT_EQ(RelativeSourceIn("/home/a", Database("postgresql://host/home/a")), "");
 }
 
-TEST(SourcePlace, IsTheNamedOneUnlessOnlyTheToldOneIsThere) {
+TEST(SourcePlace, IsTheToldOneWhereAFileOfThatNameIsThere) {
   const testing::TemporaryFolder folder;
   const std::string here = folder.Write("x.dat", "1 2\n").string();
-  const std::string gone = folder.File("old/x.dat").string();
+  std::filesystem::create_directories(folder.File("old"));
+  const std::string original = folder.Write("old/x.dat", "3 4\n").string();
+  const std::string gone = folder.File("gone/x.dat").string();
   struct Row {
     std::string named;
     std::string told;
@@ -55,6 +57,8 @@ TEST(SourcePlace, IsTheNamedOneUnlessOnlyTheToldOneIsThere) {
                       {gone, here, gone},
                       {gone, "none/x.dat", gone},
                       {here, "none/x.dat", here},
+                      {original, "x.dat", here},
+                      {original, "", original},
                       {folder.File("y.dat").string(), "x.dat", folder.File("y.dat").string()}};
   for (const Row& row : rows) {
     TDSInfo info = TextFile(row.named);

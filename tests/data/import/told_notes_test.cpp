@@ -124,6 +124,7 @@ TEST(GuessedTables, TellAllOfThisAndNothingElse) {
     const ImportResult result = ImportFile(folder.Write("t.txt", table.text));
     std::string told;
     for (const std::string& note : result.notes) told += (told.empty() ? "" : "; ") + note;
+    told += result.reports.front().RunsText();
     if (!result.errors_note.empty()) told += (told.empty() ? "" : "; ") + result.errors_note;
     EXPECT_EQ(Described(result), table.made) << table.what;
     EXPECT_EQ(told, table.told) << table.what;

@@ -158,7 +158,40 @@ TEST_F(DocumentSources, AMovedFolderIsStillReadAgain) {
   write("old/data", "x,y\n1,2\n3,4\n5,6\n");
   files.LoadGraphFile(folder_.File("new/a.tgr"));
   EXPECT_TRUE(files.Refresh());
-  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 3) << "what is at the old place comes first";
+  EXPECT_EQ(document_.Graph().Series(0).PointCount(), 2) << "graph and data were copied together";
+}
+
+TEST_F(DocumentSources, RunsAndRowsThatCameSinceAreRead) {
+  const std::string runs = "x,y\n1,2\n2,4\n3,9\n\n1,3\n2,5\n3,9\n";
+  const std::string table = "t U\n1 2\n2 4\n3 9\n4 2\n5 7\n";
+  const std::string end = "\nEnd of measurement, operator Miller\nchecked 2 times\n";
+  const struct {
+    std::string opened, grown, told_opened, told_grown;
+    int points, series;  // of the last DataSet, and how many there are
+  } kCases[] = {
+      {runs, runs + "\n1,4\n2,6\n",
+       "The file holds 2 runs parted by empty lines or remarks, each is a DataSet of its own.",
+       "The file holds 3 runs parted by empty lines or remarks, each is a DataSet of its own.", 2,
+       3},
+      {table + end, table + "6 8\n7 9\n" + end,
+       "The lines from 8 on are no part of the table and left out.",
+       "The lines from 10 on are no part of the table and left out.", 7, 1},
+      {table + end, table + "6 8\n7 9\n",
+       "The lines from 8 on are no part of the table and left out.", "", 7, 1},
+  };
+  for (const auto& row : kCases) {
+    Document document("Graph_1", work_, prompt_);
+    const auto path = folder_.Write("grown.csv", row.opened);
+    document.Files().ReadDataFile(path);
+    EXPECT_EQ(document.Told().Text(), row.told_opened);
+    folder_.Write("grown.csv", row.grown);
+    EXPECT_TRUE(document.Files().Refresh());
+    ASSERT_EQ(document.Graph().SeriesCount(), static_cast<std::size_t>(row.series));
+    const TSeries& last = document.Graph().Series(document.Graph().SeriesCount() - 1);
+    EXPECT_EQ(last.PointCount(), row.points) << row.grown;
+    EXPECT_EQ(document.Told().Text(), row.told_grown);
+    EXPECT_EQ(last.SeriesName(), row.series > 1 ? "y, run 3" : "U");
+  }
 }
 
 TEST_F(DocumentSources, ASourceWithoutItsColumnsIsToldAndThePointsStay) {
