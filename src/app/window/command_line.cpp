@@ -17,6 +17,12 @@ bool NamesFile(const std::string& word) {
   return std::filesystem::is_regular_file(word, ignored);
 }
 
+/// A folder, a device, a pipe.
+bool NamesAnotherThing(const std::string& word) {
+  std::error_code ignored;  // likewise
+  return std::filesystem::exists(word, ignored);
+}
+
 }  // namespace
 
 std::string JoinWords(const std::vector<std::string>& words) {
@@ -45,6 +51,8 @@ CommandLine ParseWords(const std::vector<std::string>& words) {
       line.options.push_back(LowerAscii(word->substr(1)));
     } else if (NamesFile(*word)) {
       line.openings.emplace_back(std::filesystem::path(*word));
+    } else if (NamesAnotherThing(*word)) {
+      line.no_files.push_back(*word);
     } else if (LowerAscii(*word) == kClipboardWord) {
       line.openings.emplace_back(FromClipboard());
     } else {
@@ -54,6 +62,7 @@ CommandLine ParseWords(const std::vector<std::string>& words) {
   if (std::ranges::find(line.options, kDropOptions) != line.options.end()) line.options.clear();
   std::ranges::reverse(line.options);
   std::ranges::reverse(line.unknown);
+  std::ranges::reverse(line.no_files);
   return line;
 }
 

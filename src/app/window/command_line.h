@@ -17,6 +17,8 @@ struct CommandLine {
   /// Existing files and the clipboard, in the order of opening: the last word first.
   std::vector<std::variant<std::filesystem::path, FromClipboard>> openings;
   std::vector<std::string> options;  ///< lower case, without "-", in the order in which they stood
+  /// Words at which something else lies: a folder, a device, a pipe; likewise in their order.
+  std::vector<std::string> no_files;
   std::vector<std::string> unknown;  ///< words that name nothing, in the order in which they stood
 };
 

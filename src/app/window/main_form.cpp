@@ -332,9 +332,13 @@ void T_MainForm::ProcessWords(const std::vector<std::string>& words) {
   if (!shown_) pending_options_ = std::move(line.options);
   start_failed_ = !shown_ && failed && GraphWindows().empty();
   std::ranges::reverse(troubles);  // as the words stand
-  const auto tell = [this, troubles, named = line.openings.size()] {
-    TellUnopened(troubles, named, *parts_.prompt);
-  };
+  for (const std::string& word : line.no_files) troubles.push_back(NoFileText(word));
+  std::size_t named = line.openings.size() + line.no_files.size();
+  if (start_failed_) {  // there will be no status bar
+    for (const std::string& word : line.unknown) troubles.push_back(MissingText(word));
+    named += std::exchange(line.unknown, {}).size();
+  }
+  const auto tell = [this, troubles, named] { TellUnopened(troubles, named, *parts_.prompt); };
   if (shown_ || start_failed_) {
     tell();
   } else {

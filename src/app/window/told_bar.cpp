@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QToolButton>
 #include <algorithm>
+#include <array>
 
 #include "base/error.h"
 #include "base/prompt.h"
@@ -24,6 +25,30 @@ bool CanShowMore(Document& document) {
                              [](TSeries* const series) { return ShowsSomeRows(series->Source()); });
 }
 
+/// DataSets of the first file that has columns of errors of Y, without them, and these columns.
+struct WithoutErrors {
+  std::vector<NewSource> sources;
+  std::vector<std::string> columns;
+};
+
+WithoutErrors ErrorsAsCurves(Document& document) {
+  WithoutErrors without;
+  const std::vector<TSeries*> whole = SeriesOfWhole(document.WholeGraph());
+  for (std::size_t place = 0; place < whole.size(); ++place) {
+    const TDSInfo& source = whole[place]->Source();
+    // Errors that stand in the field of their value are no column.
+    if (source.YErrorColumn.empty() || source.YErrorColumn == source.YDataColumn) continue;
+    if (!without.sources.empty() &&
+        without.sources.front().source.DatasourceInfo != source.DatasourceInfo) {
+      continue;
+    }
+    without.columns.push_back(source.YErrorColumn);
+    without.sources.push_back({place, source});
+    without.sources.back().source.YErrorColumn.clear();
+  }
+  return without;
+}
+
 }  // namespace
 
 ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
@@ -33,7 +58,8 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
       text_(new TextLines(kMostLines, this)),
       guessed_(new QPushButton(tr("What was &guessed"), this)),
       all_rows_(new QPushButton(tr("&Load all rows"), this)),
-      no_errors_(new QPushButton(tr("Leave e&rrors out"), this)) {
+      no_errors_(new QPushButton(tr("Leave e&rrors out"), this)),
+      draw_errors_(new QPushButton(tr("They are &curves"), this)) {
   setObjectName("ToldBar");
   text_->setObjectName("Told");
   guessed_->setObjectName("WhatWasGuessed");
@@ -42,6 +68,8 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   all_rows_->setToolTip(tr("Read every row of the file"));
   no_errors_->setObjectName("LeaveErrorsOut");
   no_errors_->setToolTip(tr("Take no column as errors of another"));
+  draw_errors_->setObjectName("DrawErrors");
+  draw_errors_->setToolTip(tr("Draw the columns that were taken as errors as DataSets"));
   QToolButton* const close = CloseButton(this);
   close->setObjectName("CloseTold");
   auto* const row = new QHBoxLayout(this);
@@ -51,6 +79,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   row->addWidget(guessed_, 0, Qt::AlignVCenter);
   row->addWidget(all_rows_, 0, Qt::AlignVCenter);
   row->addWidget(no_errors_, 0, Qt::AlignVCenter);
+  row->addWidget(draw_errors_, 0, Qt::AlignVCenter);
   row->addWidget(close, 0, Qt::AlignVCenter);
   connect(close, &QToolButton::clicked, this, [this] {
     document_.Told().Close();
@@ -59,6 +88,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   connect(guessed_, &QPushButton::clicked, this, &ToldBar::sourceWanted);
   connect(all_rows_, &QPushButton::clicked, this, &ToldBar::LoadAllRows);
   connect(no_errors_, &QPushButton::clicked, this, &ToldBar::LeaveErrorsOut);
+  connect(draw_errors_, &QPushButton::clicked, this, &ToldBar::DrawErrors);
   connect(&document_, &Document::stateChanged, this, &ToldBar::Follow);
   Follow();
 }
@@ -66,15 +96,28 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
 void ToldBar::Follow() {
   const QString text = ToQt(document_.Told().Text());
   text_->ShowText(text);
-  guessed_->setVisible(document_.Told().Tells(ToldAbout::Guessing));
+  guessed_->setVisible(
+      std::ranges::any_of(std::array{ToldAbout::Guessing, ToldAbout::Runs, ToldAbout::TableEnd},
+                          [this](ToldAbout about) { return document_.Told().Tells(about); }));
   all_rows_->setVisible(CanShowMore(document_));
-  no_errors_->setVisible(document_.Told().Tells(ToldAbout::Errors));
+  const bool errors = document_.Told().Tells(ToldAbout::Errors);
+  no_errors_->setVisible(errors);
+  draw_errors_->setVisible(errors && !ErrorsAsCurves(document_).columns.empty());
   setVisible(!text.isEmpty());
 }
 
 void ToldBar::LoadAllRows() {
   try {
     document_.Files().LoadAllRows();
+  } catch (const Error& error) {
+    prompt_.Tell(error.what());
+  }
+}
+
+void ToldBar::DrawErrors() {
+  const WithoutErrors without = ErrorsAsCurves(document_);
+  try {
+    document_.Files().ReadBy(without.sources, without.columns);
   } catch (const Error& error) {
     prompt_.Tell(error.what());
   }

@@ -27,6 +27,7 @@ class ToldBar final : public NoteBar {
   void Follow();
   void LoadAllRows();
   void LeaveErrorsOut();
+  void DrawErrors();
 
   Document& document_;
   Prompt& prompt_;
@@ -34,6 +35,7 @@ class ToldBar final : public NoteBar {
   QPushButton* guessed_;
   QPushButton* all_rows_;
   QPushButton* no_errors_;
+  QPushButton* draw_errors_;
 };
 
 }  // namespace tarnwick

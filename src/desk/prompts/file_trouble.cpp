@@ -19,6 +19,14 @@ std::string MissingText(const std::filesystem::path& path) {
   return "File \"" + path.string() + "\" is not found!";
 }
 
+std::string NoFileText(const std::filesystem::path& path) {
+  std::error_code ignored;  // what cannot be looked at is no folder
+  const std::string named = "\"" + path.string() + "\"";
+  return std::filesystem::is_directory(path, ignored)
+             ? named + " is a folder: Open Directory, in the menu File, opens what it holds."
+             : named + " is no file but a device or a pipe.";
+}
+
 std::string FileErrorText(const std::filesystem::path& path, const std::string& reason) {
   const bool graph = HoldsSections(KindToRead(path));
   return graph ? reason + "\n\nFile " + path.string() + " has wrong format" : reason;

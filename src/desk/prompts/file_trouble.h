@@ -13,6 +13,8 @@ class Prompt;
 
 /// What is told of a file that is not there, and of one that could not be read or taken.
 std::string MissingText(const std::filesystem::path& path);
+/// Of a place at which something lies that is no file: a folder, a device, a pipe.
+std::string NoFileText(const std::filesystem::path& path);
 std::string FileErrorText(const std::filesystem::path& path, const std::string& reason);
 
 /// Tells when there is no such file; true then.

@@ -75,6 +75,12 @@ void PreviewTable::ShowPreview(const SourcePreview& preview, const std::vector<i
     if (!cut && columnCount() > 1) setSpan(row, 0, 1, columnCount());
   }
   resizeColumnsToContents();
+  const auto read = std::ranges::find_if(preview.lines, [](const PreviewedLine& line) {
+    return line.role == LineRole::Row || line.role == LineRole::Names;
+  });
+  if (read != preview.lines.end() && columnCount() > 0)
+    scrollTo(model()->index(static_cast<int>(read - preview.lines.begin()), 0),
+             QAbstractItemView::PositionAtTop);
   for (int column = 0; column < columnCount(); ++column) {
     setColumnWidth(column, std::min(columnWidth(column), kWidestColumn));
   }

@@ -41,7 +41,20 @@ FieldValue SourceDraft::Get(std::size_t row) const {
 }
 
 void SourceDraft::Set(std::size_t row, const FieldValue& value) {
+  const TDSInfo before = Source();
   SetField<TDataSeries>(DataSeriesFields()[fields_[row]], *draft_, value);
+  TDSInfo& info = Source();
+  if (info.FileHasHeaders != before.FileHasHeaders) {
+    // Names and end that were found are those of the table that began elsewhere.
+    const TDSInfo unsaid;
+    info.NamesLine = unsaid.NamesLine;
+    info.UnitsLine = unsaid.UnitsLine;
+    info.StackedNames = unsaid.StackedNames;
+    info.TableLines = unsaid.TableLines;
+    info.TableEndSought = before.TableEndSought || before.TableLines > 0;
+  } else if (info.TableLines != before.TableLines) {
+    info.TableEndSought = false;
+  }
 }
 
 std::string SourceDraft::IdleReason(std::size_t row) const {
@@ -52,6 +65,7 @@ std::string SourceDraft::IdleReason(std::size_t row) const {
     const bool used = first ? UsesFirst(info.RowChoiceMode) : UsesLast(info.RowChoiceMode);
     return used ? "" : "The rows taken do not go by it";
   }
+  if (key == "ColumnWidth") return info.DivideTextByWidth ? "" : "Columns have no fixed width";
   const bool one_of = key == "RowSamplingFrequency";
   if (!one_of && key != "AutoRowHitFreq") return {};
   if (info.AllRows) return "Every row is taken";

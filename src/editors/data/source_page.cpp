@@ -38,6 +38,8 @@ namespace tarnwick {
 namespace {
 
 constexpr std::size_t kLines = 40;
+constexpr std::size_t kLinesOfTable = 20;  // of what is read, however far down it stands
+constexpr std::size_t kMostHeaders = 400;
 constexpr std::size_t kColumns = 200;
 constexpr std::size_t kMostNames = 5;  // in a sentence
 constexpr int kPause = 150;            // ms after the last key
@@ -84,6 +86,11 @@ std::variant<SourcePreview, QString> FirstRows(const TDSInfo& info, Progress& pr
   } catch (const Error& error) {
     return ToQt(error.what());
   }
+}
+
+std::size_t LinesToShow(const TDSInfo& info) {
+  const auto headers = static_cast<std::size_t>(std::max(info.FileHasHeaders, 0));
+  return std::max(kLines, std::min(headers, kMostHeaders) + kLinesOfTable);
 }
 
 bool HasSource(const TDSInfo& info) {
@@ -288,7 +295,7 @@ void SourcePage::ShowPreview() {
   if (HasSource(info)) {
     try {
       OpenHead();
-      preview = PreviewText(head_, info, kLines, kColumns);
+      preview = PreviewText(head_, info, LinesToShow(info), kColumns);
     } catch (const Error& error) {
       return ShowTrouble(ToQt(error.what()));
     }
@@ -405,7 +412,7 @@ void SourcePage::Guess() {
     info.GroupColumn = before.GroupColumn;
     info.GroupValue = before.GroupValue;
     draft_.Source() = info;
-    const std::string told = Sentence(TellImport({}, {}, guessed.notes));
+    const std::string told = Sentence(TellImport({}, {}, guessed.AllNotes()));
     Tell(told.empty() ? tr("Nothing about this file is doubtful.") : ToQt(told));
   });
   DraftChanged();

@@ -72,6 +72,12 @@ TEST_F(DesktopTest, ColumnsTakenAsErrorsAreToldAndLeftOutAtAClick) {
   EXPECT_EQ(ActiveDocument().History().UndoName(), "Leave Out Errors");
   ActiveDocument().History().Undo();
   EXPECT_EQ(y_error(), 2);
+  bar->findChild<QPushButton*>("DrawErrors")->click();
+  EXPECT_TRUE(IsUndefined(y_error()));
+  ASSERT_EQ(ActiveDocument().Graph().SeriesCount(), 2u);
+  EXPECT_EQ(ActiveDocument().Graph().Series(1).SeriesName(), "u_err");
+  EXPECT_EQ(ActiveDocument().Graph().Series(1).PointCount(), 3);
+  EXPECT_FALSE(bar->isVisible());
 }
 
 TEST_F(DesktopTest, DroppedFilesOpenInTheWorkspaceOrLoadIntoAGraph) {

@@ -38,7 +38,8 @@ TEST(CommandLine, OpensTheLastWordFirstAndNamesTheRest) {
       ParseWords({a.string(), "missing.dat", "@Clipboard", b.string(), folder.Path().string()});
   using Openings = decltype(line.openings);
   EXPECT_TRUE(line.openings == (Openings{b, FromClipboard(), a}));
-  EXPECT_EQ(line.unknown, (Words{"missing.dat", folder.Path().string()}));
+  EXPECT_EQ(line.unknown, Words{"missing.dat"});
+  EXPECT_EQ(line.no_files, Words{folder.Path().string()});
   EXPECT_TRUE(line.options.empty());
 }
 
