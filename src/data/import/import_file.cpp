@@ -228,7 +228,7 @@ SourceSummary SummarizeOpened(const ImportSource& source, Progress& progress) {
   TDataSupplier& supplier = *source.supplier;
   SourceSummary summary;
   summary.names_line = supplier.HasNamesLine();
-  summary.notes = source.AllNotes();
+  summary.notes = NotesOf(source);
   if (!source.thinning_note.empty()) summary.notes.push_back(source.thinning_note);
   for (std::size_t i = 0; i < source.columns.size(); ++i) {
     summary.columns.push_back({static_cast<std::int32_t>(i), supplier.ColumnNames()[i], {}});

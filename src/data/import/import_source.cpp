@@ -1,17 +1,8 @@
 #include "data/import/import_source.h"
 
 #include "data/import/absent_column.h"
-#include "data/import/load_report.h"
 
 namespace tarnwick {
-
-std::vector<std::string> ImportSource::AllNotes() const {
-  std::vector<std::string> all = notes;
-  LoadReport report;
-  report.left_out_from = left_out_from;
-  if (left_out_from > 0) all.push_back(report.LeftOutText());
-  return all;
-}
 
 std::int32_t ImportSource::Column(std::string_view name) const {
   const std::int32_t column = supplier->ColumnIndex(name);

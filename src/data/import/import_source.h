@@ -26,8 +26,6 @@ struct ImportSource {
   std::int64_t left_out_from = 0;  ///< the line behind the table, where others follow; 0: none
   std::string thinning_note;       ///< which rows the source itself picks; empty: none
 
-  /// The notes, and that lines behind the table are left out, where they are.
-  std::vector<std::string> AllNotes() const;
   /// The column that the user names. Throws FileError when there is none.
   std::int32_t Column(std::string_view name) const;
   /// What finds the column again: its name, or "#N" where another column has that name too.

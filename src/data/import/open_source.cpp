@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "data/import/data_files.h"
 #include "data/import/import_options.h"
+#include "data/import/load_report.h"
 
 namespace tarnwick {
 namespace {
@@ -78,6 +79,14 @@ ImportSource TextImportSource(std::string text, const std::string& name,
   ExamineText(std::make_shared<const TextSource>(std::move(text), name), options, progress, source);
   FinishSource(options, DataSourceKind::Manual, source);
   return source;
+}
+
+std::vector<std::string> NotesOf(const ImportSource& source) {
+  std::vector<std::string> notes = source.notes;
+  LoadReport report;
+  report.left_out_from = source.left_out_from;
+  if (source.left_out_from > 0) notes.push_back(report.LeftOutText());
+  return notes;
 }
 
 }  // namespace tarnwick

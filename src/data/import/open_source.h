@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "base/progress.h"
 #include "data/import/import_source.h"
@@ -23,5 +24,8 @@ void FinishSource(const ImportOptions& options, DataSourceKind kind, ImportSourc
 /// The same for a text that is no file's, which nothing can read again. `name` is for messages.
 ImportSource TextImportSource(std::string text, const std::string& name,
                               const ImportOptions& options, Progress& progress);
+
+/// The source's notes, and that lines behind the table are left out, where they are.
+std::vector<std::string> NotesOf(const ImportSource& source);
 
 }  // namespace tarnwick

@@ -412,7 +412,7 @@ void SourcePage::Guess() {
     info.GroupColumn = before.GroupColumn;
     info.GroupValue = before.GroupValue;
     draft_.Source() = info;
-    const std::string told = Sentence(TellImport({}, {}, guessed.AllNotes()));
+    const std::string told = Sentence(TellImport({}, {}, NotesOf(guessed)));
     Tell(told.empty() ? tr("Nothing about this file is doubtful.") : ToQt(told));
   });
   DraftChanged();
