@@ -1,5 +1,5 @@
-// What is summed and differenced along a line that turns back, in the order in which it joins its points. Mathematics over columns;
-// knows no DataSet.
+// What is summed and differenced along a line that turns back, in the order in which it joins its points. Mathematics over
+// columns; knows no DataSet.
 #pragma once
 
 #include <vector>
@@ -20,8 +20,8 @@ struct LineResult {
   std::vector<double> y_error;
 };
 
-/// What the line encloses, closed from its last point straight to its first: the shoelace formula (A. L. F. Meister, 1769), without
-/// a sign.
+/// What the line encloses, closed from its last point straight to its first: the shoelace formula (A. L. F. Meister, 1769),
+/// without a sign.
 double AreaEnclosed(const LineColumns& line);
 
 /// The trapezoid area up to each point but the first: of a pair along which X falls it is counted off.

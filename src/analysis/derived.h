@@ -1,8 +1,8 @@
 // What is computed from a DataSet's points: area and sum, and DataSets: integral, running sum, probability density,
 // derivative. Each of these clears its target, fills it and names its columns. Knows no graph; a source may be its own
 // target. Errors of Y go on into what is a sum of Y, as errors of values independent of each other; those of X do not.
-// Where a way of the line is given that is not in order of X, area, integral, sum and derivative go along it (along_line.h), and the new
-// DataSet's points come in that order. All go straight across gaps.
+// Where a way of the line is given that is not in order of X, area, integral, sum and derivative go along it (along_line.h), and
+// the new DataSet's points come in that order. All go straight across gaps.
 #pragma once
 
 #include <cstdint>

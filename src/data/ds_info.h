@@ -89,8 +89,8 @@ struct TDSInfo {
       MissingValues;        ///< texts and numbers that stand for no value, blanks between (key 57)
   std::string TimeColumns;  ///< columns that make X together, as JoinedTime reads them (key 58)
   std::int32_t TableLines = 0;  ///< lines of the table behind the headers; 0: to the end (key 59)
-  /// TableLines was found in the file, where nobody said it: it is looked for anew whenever the file is read again (key 93, written
-  /// only when true).
+  /// TableLines was found in the file, where nobody said it: it is looked for anew whenever the file is read again (key 93,
+  /// written only when true).
   bool TableEndSought = false;
   std::string
       RelativeSource;  ///< the file from GraphFolder on, "/" between folders (key 56); empty: not told

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "base/progress.h"
-#include "data/import/import_options.h"
-#include "data/import/import_source.h"
+#include "data/columns/import_options.h"
+#include "data/columns/import_source.h"
 #include "database/made_database.h"
 #include "sources/arrays/array_columns.h"
 #include "sources/arrays/array_supplier.h"

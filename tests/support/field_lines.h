@@ -17,8 +17,8 @@ inline std::string TextOfValue(const FieldValue& value) {
   return "";
 }
 
-/// "18 RowSamplingFrequency I 1: 2, 1..2147483647 rows, allowed 1..2147483647, always": number, key, letter, value, kind of control (its
-/// number), what it may be, the choices' values, what may be stored, and whether `owner` as it is has it written.
+/// "18 RowSamplingFrequency I 1: 2, 1..2147483647 rows, allowed 1..2147483647, always": number, key, letter, value, kind of
+/// control (its number), what it may be, the choices' values, what may be stored, and whether `owner` as it is has it written.
 template <class Owner>
 std::string FieldLines(FieldTable<Owner> table, const Owner& owner) {
   constexpr AllowedRange kAny;

@@ -7,7 +7,7 @@
 
 #include "cli/options/import_options.h"
 #include "cli/options/size_option.h"
-#include "data/import/import_source.h"
+#include "data/columns/import_source.h"
 #include "data/import/import_told.h"
 #include "data/import/load_report.h"
 #include "graph/xy_graph.h"

@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "base/ascii.h"
-#include "data/text/field_kind.h"
-#include "data/text/line_words.h"
-#include "data/text/number_names.h"
-#include "data/text/text_lines.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/line_words.h"
+#include "data/fields/text_lines.h"
+#include "data/names/number_names.h"
 
 namespace tarnwick {
 namespace {

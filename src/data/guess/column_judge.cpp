@@ -7,13 +7,13 @@
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/zone_place.h"
-#include "data/text/factor_text.h"
-#include "data/text/field_kind.h"
-#include "data/text/field_value.h"
-#include "data/text/known_units.h"
-#include "data/text/si_unit.h"
-#include "data/text/text_names.h"
-#include "data/text/unit_text.h"
+#include "data/fields/factor_text.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/field_value.h"
+#include "data/fields/known_units.h"
+#include "data/fields/si_unit.h"
+#include "data/fields/unit_text.h"
+#include "data/names/text_names.h"
 
 namespace tarnwick {
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "data/ds_info.h"
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/number_text.h"
-#include "data/text/field_kind.h"
-#include "data/text/text_lines.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/text_lines.h"
 
 namespace tarnwick {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 

@@ -6,10 +6,10 @@
 #include "base/ascii.h"
 #include "base/day_number.h"
 #include "base/text_encoding.h"
+#include "data/fields/joined_time.h"
+#include "data/fields/text_fields.h"
 #include "data/guess/short_dates.h"
 #include "data/guess/time_names.h"
-#include "data/text/joined_time.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "base/number_text.h"
-#include "data/text/field_kind.h"
-#include "data/text/names_line.h"
-#include "data/text/number_names.h"
+#include "data/fields/field_kind.h"
+#include "data/names/names_line.h"
+#include "data/names/number_names.h"
 
 namespace tarnwick {
 namespace {

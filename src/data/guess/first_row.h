@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "data/fields/text_fields.h"
 #include "data/guess/column_judge.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 

@@ -7,6 +7,10 @@
 #include <utility>
 
 #include "base/ascii.h"
+#include "data/fields/column_cuts.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/row_remark.h"
+#include "data/fields/text_lines.h"
 #include "data/guess/count_row.h"
 #include "data/guess/data_block.h"
 #include "data/guess/first_row.h"
@@ -26,12 +30,8 @@
 #include "data/guess/touching_fields.h"
 #include "data/guess/worded_rows.h"
 #include "data/guess/worded_table.h"
-#include "data/text/column_cuts.h"
-#include "data/text/field_kind.h"
-#include "data/text/names_line.h"
-#include "data/text/row_remark.h"
-#include "data/text/text_lines.h"
-#include "data/text/text_names.h"
+#include "data/names/names_line.h"
+#include "data/names/text_names.h"
 
 namespace tarnwick {
 namespace {

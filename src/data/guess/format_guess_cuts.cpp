@@ -4,9 +4,9 @@
 #include <limits>
 #include <utility>
 
+#include "data/fields/byte_description.h"
+#include "data/fields/field_kind.h"
 #include "data/guess/aligned_table.h"
-#include "data/text/byte_description.h"
-#include "data/text/field_kind.h"
 
 namespace tarnwick {
 namespace {

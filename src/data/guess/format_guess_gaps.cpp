@@ -6,7 +6,7 @@
 #include <cstring>
 #include <map>
 
-#include "data/text/text_lines.h"
+#include "data/fields/text_lines.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>

@@ -6,8 +6,8 @@
 #include "base/ascii.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "data/fields/text_fields.h"
 #include "data/guess/other_texts.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 namespace {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/number_text.h"
-#include "data/text/field_kind.h"
-#include "data/text/field_value.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/field_value.h"
 
 namespace tarnwick {
 namespace {

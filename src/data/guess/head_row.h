@@ -6,8 +6,8 @@
 #include <span>
 #include <string_view>
 
+#include "data/fields/text_fields.h"
 #include "data/guess/first_row.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/ascii.h"
+#include "data/fields/field_kind.h"
 #include "data/guess/column_judge.h"
-#include "data/text/field_kind.h"
 
 namespace tarnwick {
 namespace {

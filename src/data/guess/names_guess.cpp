@@ -5,16 +5,16 @@
 #include <string>
 #include <vector>
 
+#include "data/fields/field_kind.h"
 #include "data/guess/table_search.h"
-#include "data/text/date_heads.h"
-#include "data/text/field_kind.h"
-#include "data/text/header_lines.h"
-#include "data/text/listed_names.h"
-#include "data/text/names_judge.h"
-#include "data/text/names_line.h"
-#include "data/text/placed_names.h"
-#include "data/text/stacked_names.h"
-#include "data/text/text_names.h"
+#include "data/names/date_heads.h"
+#include "data/names/header_lines.h"
+#include "data/names/listed_names.h"
+#include "data/names/names_judge.h"
+#include "data/names/names_line.h"
+#include "data/names/placed_names.h"
+#include "data/names/stacked_names.h"
+#include "data/names/text_names.h"
 
 namespace tarnwick {
 namespace {

@@ -5,8 +5,8 @@
 #include <span>
 #include <string_view>
 
+#include "data/fields/text_fields.h"
 #include "data/guess/format_guess.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 

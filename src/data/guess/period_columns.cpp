@@ -4,7 +4,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 namespace {

@@ -4,7 +4,7 @@
 #include <map>
 
 #include "base/ascii.h"
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 namespace {

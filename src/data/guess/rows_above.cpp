@@ -6,7 +6,7 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
-#include "data/text/field_kind.h"
+#include "data/fields/field_kind.h"
 
 namespace tarnwick {
 namespace {

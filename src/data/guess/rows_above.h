@@ -7,10 +7,10 @@
 #include <span>
 #include <string_view>
 
+#include "data/fields/text_fields.h"
 #include "data/guess/column_judge.h"
 #include "data/guess/first_row.h"
 #include "data/guess/table_search.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 

@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "base/ascii.h"
-#include "data/text/field_kind.h"
-#include "data/text/line_words.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/line_words.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 
 namespace tarnwick {
 namespace {

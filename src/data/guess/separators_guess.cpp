@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "base/ascii.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/line_words.h"
 #include "data/guess/row_frame.h"
 #include "data/guess/shared_fields.h"
-#include "data/text/field_kind.h"
-#include "data/text/line_words.h"
 
 namespace tarnwick {
 namespace {

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "data/fields/text_fields.h"
 #include "data/guess/format_guess.h"
 #include "data/guess/table_search.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 

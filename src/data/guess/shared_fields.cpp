@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "base/ascii.h"
-#include "data/text/field_kind.h"
-#include "data/text/text_fields.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
-#include "data/text/field_value.h"
-#include "data/text/text_fields.h"
+#include "data/fields/field_value.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 namespace {

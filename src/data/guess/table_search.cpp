@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "data/text/field_kind.h"
+#include "data/fields/field_kind.h"
 
 namespace tarnwick {
 namespace {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 

@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "base/ascii.h"
-#include "data/text/header_lines.h"
-#include "data/text/line_words.h"
-#include "data/text/names_judge.h"
-#include "data/text/names_line.h"
+#include "data/fields/line_words.h"
+#include "data/names/header_lines.h"
+#include "data/names/names_judge.h"
+#include "data/names/names_line.h"
 
 namespace tarnwick {
 namespace {

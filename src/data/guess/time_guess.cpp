@@ -10,11 +10,11 @@
 #include "base/day_number.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
+#include "data/fields/field_value.h"
+#include "data/fields/text_fields.h"
 #include "data/guess/date_columns.h"
 #include "data/guess/period_columns.h"
 #include "data/guess/time_names.h"
-#include "data/text/field_value.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 namespace {

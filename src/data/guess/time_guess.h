@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "data/ds_info.h"
-#include "data/text/joined_time.h"
+#include "data/fields/joined_time.h"
 
 namespace tarnwick {
 

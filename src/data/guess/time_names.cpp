@@ -6,7 +6,7 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 namespace {

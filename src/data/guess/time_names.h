@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "data/text/joined_time.h"
+#include "data/fields/joined_time.h"
 
 namespace tarnwick {
 

@@ -9,7 +9,7 @@
 
 #include "base/ascii.h"
 #include "base/number_text.h"
-#include "data/text/line_words.h"
+#include "data/fields/line_words.h"
 
 namespace tarnwick {
 namespace {

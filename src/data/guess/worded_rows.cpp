@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "data/text/field_kind.h"
+#include "data/fields/field_kind.h"
 
 namespace tarnwick {
 namespace {

@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 

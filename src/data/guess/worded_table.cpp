@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "base/ascii.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/line_words.h"
 #include "data/guess/column_judge.h"
-#include "data/text/field_kind.h"
-#include "data/text/line_words.h"
 
 namespace tarnwick {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "data/fields/text_fields.h"
 #include "data/guess/table_search.h"
-#include "data/text/text_fields.h"
 
 namespace tarnwick {
 

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "base/text_encoding.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 #include "data/import/loader.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
 
 namespace tarnwick {
 namespace {

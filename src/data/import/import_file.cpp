@@ -1,5 +1,5 @@
 #include "data/import/import_file.h"
-#include "data/import/doubtful_columns.h"
+#include "data/columns/doubtful_columns.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,14 +7,14 @@
 #include <utility>
 
 #include "base/error.h"
-#include "data/import/column_roles.h"
+#include "data/columns/column_roles.h"
+#include "data/fields/column_cuts.h"
 #include "data/import/load_source.h"
 #include "data/import/open_source.h"
 #include "data/import/split_groups.h"
 #include "data/import/split_runs.h"
 #include "data/import/whole_data.h"
 #include "data/packed/unpack.h"
-#include "data/text/column_cuts.h"
 #include "data/text/turned_rows.h"
 
 namespace tarnwick {

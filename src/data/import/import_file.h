@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "data/import/import_options.h"
+#include "data/columns/import_options.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
 #include "data/series/data_series.h"

@@ -8,7 +8,7 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/column_caption.h"
-#include "data/import/absent_column.h"
+#include "data/columns/absent_column.h"
 #include "data/import/column_expression.h"
 
 namespace tarnwick {

@@ -2,8 +2,8 @@
 // that are none. Knows the loader; opens nothing.
 #pragma once
 
+#include "data/columns/import_source.h"
 #include "data/import/import_file.h"
-#include "data/import/import_source.h"
 
 namespace tarnwick {
 

@@ -8,9 +8,9 @@
 #include <span>
 #include <vector>
 
+#include "data/columns/past_midnight.h"
 #include "data/import/load_report.h"
 #include "data/import/loader.h"
-#include "data/import/past_midnight.h"
 #include "data/import/piece_finder.h"
 #include "data/import/row_chooser.h"
 #include "data/import/row_reading.h"

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "base/error.h"
+#include "data/columns/import_options.h"
 #include "data/import/data_files.h"
-#include "data/import/import_options.h"
 #include "data/import/load_report.h"
 
 namespace tarnwick {

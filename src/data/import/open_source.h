@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/progress.h"
-#include "data/import/import_source.h"
+#include "data/columns/import_source.h"
 #include "data/import/source_kinds.h"
 
 namespace tarnwick {

@@ -9,14 +9,14 @@
 
 #include "base/number_text.h"
 #include "base/word_list.h"
+#include "data/fields/field_kind.h"
+#include "data/fields/field_value.h"
+#include "data/fields/line_words.h"
+#include "data/fields/missing_values.h"
+#include "data/fields/text_lines.h"
 #include "data/guess/rows_above.h"
-#include "data/text/field_kind.h"
-#include "data/text/field_value.h"
-#include "data/text/line_words.h"
-#include "data/text/missing_values.h"
-#include "data/text/number_names.h"
-#include "data/text/text_lines.h"
-#include "data/text/text_names.h"
+#include "data/names/number_names.h"
+#include "data/names/text_names.h"
 
 namespace tarnwick {
 namespace {

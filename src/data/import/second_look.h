@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "data/columns/import_source.h"
 #include "data/guess/format_guess.h"
-#include "data/import/import_source.h"
 
 namespace tarnwick {
 

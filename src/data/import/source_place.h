@@ -9,8 +9,9 @@
 
 namespace tarnwick {
 
-/// The place that the description's own file tells, when a file of the same name is there: graph and data were moved, or copied for the
-/// next measurement, together. Else the named place. Of a data base in a file that file; of what is no file what is named.
+/// The place that the description's own file tells, when a file of the same name is there: graph and data were moved, or copied
+/// for the next measurement, together. Else the named place. Of a data base in a file that file; of what is no file what is
+/// named.
 std::filesystem::path SourcePlace(const TDSInfo& info);
 
 /// DatasourceInfo with the file where SourcePlace finds it.

@@ -7,9 +7,9 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 #include "data/packed/packing.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
 #include "data/text/text_supplier.h"
 
 namespace tarnwick {

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "base/word_list.h"
-#include "data/import/cycling_columns.h"
-#include "data/import/sign_columns.h"
+#include "data/columns/cycling_columns.h"
+#include "data/columns/sign_columns.h"
+#include "data/columns/value_order.h"
 #include "data/import/split_runs.h"
-#include "data/import/value_order.h"
 
 namespace tarnwick {
 namespace {

@@ -2,9 +2,9 @@
 // DataSets read from it; knows no files.
 #pragma once
 
-#include "data/import/column_roles.h"
+#include "data/columns/column_roles.h"
+#include "data/columns/import_source.h"
 #include "data/import/import_file.h"
-#include "data/import/import_source.h"
 
 namespace tarnwick {
 

@@ -1,4 +1,5 @@
-// Where the table of a file ends that is read again, as its guess finds it in the file as it is now. Knows descriptions of sources.
+// Where the table of a file ends that is read again, as its guess finds it in the file as it is now. Knows descriptions of
+// sources.
 #pragma once
 
 #include <cstdint>

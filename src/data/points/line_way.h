@@ -1,5 +1,5 @@
-// The way of a line through the points of a chain: in which order it joins them, where it is broken, and the pieces and branches along
-// which X goes one way. Knows chains; no DataSet.
+// The way of a line through the points of a chain: in which order it joins them, where it is broken, and the pieces and branches
+// along which X goes one way. Knows chains; no DataSet.
 #pragma once
 
 #include <cstddef>

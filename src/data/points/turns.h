@@ -12,8 +12,8 @@ namespace tarnwick {
 /// seem to stand still. `sorted_x`: ascending, one value at least.
 double JitterOf(std::span<const double> sorted_x);
 
-/// Of each place at which X turns back by more than `jitter`, the first point behind the turn. `breaks`: places at which the line is
-/// broken, ascending; across them X may do what it likes.
+/// Of each place at which X turns back by more than `jitter`, the first point behind the turn. `breaks`: places at which the line
+/// is broken, ascending; across them X may do what it likes.
 std::vector<std::size_t> TurnsOf(std::span<const double> x, std::span<const std::size_t> breaks,
                                  double jitter);
 

@@ -6,8 +6,8 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/text_encoding.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 
 namespace tarnwick {
 namespace {

@@ -7,8 +7,8 @@
 #include "base/ascii.h"
 #include "base/error.h"
 #include "base/number_text.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 
 namespace tarnwick {
 namespace {

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "base/number_text.h"
-#include "data/text/text_lines.h"
+#include "data/fields/text_lines.h"
 
 namespace tarnwick {
 namespace {

@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "base/short_decimal.h"
+#include "data/fields/field_value.h"
+#include "data/fields/text_lines.h"
 #include "data/pseudo_columns.h"
-#include "data/text/field_value.h"
-#include "data/text/text_lines.h"
 
 namespace tarnwick {
 namespace {

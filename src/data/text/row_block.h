@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "data/block_source.h"
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "data/text/text_lines.h"
+#include "data/fields/text_lines.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>

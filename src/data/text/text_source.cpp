@@ -7,12 +7,12 @@
 
 #include "base/error.h"
 #include "base/text_encoding.h"
+#include "data/fields/quoted_lines.h"
 #include "data/packed/packing.h"
 #include "data/packed/unpack.h"
 #include "data/text/emsa_text.h"
 #include "data/text/jcamp_text.h"
 #include "data/text/known_binaries.h"
-#include "data/text/quoted_lines.h"
 #include "data/text/touchstone_text.h"
 
 namespace tarnwick {

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "base/text_encoding.h"
+#include "data/fields/text_lines.h"
+#include "data/names/text_names.h"
 #include "data/text/row_block.h"
 #include "data/text/row_pipeline.h"
-#include "data/text/text_lines.h"
-#include "data/text/text_names.h"
 #include "data/text/turned_rows.h"
 
 namespace tarnwick {

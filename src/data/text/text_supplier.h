@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "data/data_supplier.h"
+#include "data/fields/text_fields.h"
 #include "data/text/row_index.h"
-#include "data/text/text_fields.h"
 #include "data/text/text_source.h"
 
 namespace tarnwick {

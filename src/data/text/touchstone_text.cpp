@@ -7,9 +7,9 @@
 
 #include "base/number_text.h"
 #include "base/text_encoding.h"
-#include "data/text/line_words.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
+#include "data/fields/line_words.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 
 namespace tarnwick {
 namespace {

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "data/text/numbered_names.h"
-#include "data/text/text_lines.h"
+#include "data/fields/text_lines.h"
+#include "data/names/numbered_names.h"
 
 namespace tarnwick {
 namespace {

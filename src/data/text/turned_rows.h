@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "data/text/text_fields.h"
+#include "data/fields/text_fields.h"
 
 namespace tarnwick {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "base/error.h"
-#include "data/import/import_source.h"
+#include "data/columns/import_source.h"
 #include "data/import/loader.h"
 #include "data/import/whole_data.h"
 #include "desk/document/coarse_first.h"

@@ -1,6 +1,6 @@
 #include "editors/data/guessed_columns.h"
 
-#include "data/import/column_roles.h"
+#include "data/columns/column_roles.h"
 #include "data/import/import_file.h"
 
 namespace tarnwick {

@@ -1,7 +1,7 @@
 // Which columns a description that was guessed anew reads. Knows columns; opens nothing.
 #pragma once
 
-#include "data/import/import_source.h"
+#include "data/columns/import_source.h"
 
 namespace tarnwick {
 

@@ -13,12 +13,12 @@
 
 #include "base/error.h"
 #include "base/word_list.h"
+#include "data/fields/column_cuts.h"
 #include "data/import/column_expression.h"
 #include "data/import/import_file.h"
 #include "data/import/import_told.h"
 #include "data/import/open_source.h"
 #include "data/import/source_place.h"
-#include "data/text/column_cuts.h"
 #include "desk/commands/command_actions.h"
 #include "desk/fields/field_form.h"
 #include "desk/fields/field_widget.h"

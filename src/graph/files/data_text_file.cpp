@@ -12,9 +12,9 @@
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "base/whole_file.h"
-#include "data/import/error_names.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_names.h"
+#include "data/columns/error_names.h"
+#include "data/fields/text_fields.h"
+#include "data/names/text_names.h"
 #include "graph/files/text_rows.h"
 #include "graph/xy_graph.h"
 

@@ -20,9 +20,9 @@ struct DataTextOptions {
   std::string x_format = {};  ///< X as dates of FormatDay; empty: as numbers
 };
 
-/// The table: a line of names, then rows in ascending X, or as the points came where that is how the line joins them and X turns back
-/// (SharedRowsOf); a DataSet without a point at a row's X has an empty field there. Where all lines are broken stands a row without
-/// values, which an import takes as that.
+/// The table: a line of names, then rows in ascending X, or as the points came where that is how the line joins them and X turns
+/// back (SharedRowsOf); a DataSet without a point at a row's X has an empty field there. Where all lines are broken stands a row
+/// without values, which an import takes as that.
 /// Numbers in their shortest text that reads back; names that hold a separator are quoted, a DataSet without a name has
 /// "(col N)", its column from 0. Stored Y, not corrected. Errors of Y stand in a column behind it, those of X behind X where
 /// all DataSets have the same, empty where a point has none; an import takes them as that. Throws Error.

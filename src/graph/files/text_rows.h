@@ -1,5 +1,5 @@
-// How the points of several DataSets share the rows of one table, so that each keeps the order of its line and the gaps in it. Knows
-// points; no characters and no file.
+// How the points of several DataSets share the rows of one table, so that each keeps the order of its line and the gaps in it.
+// Knows points; no characters and no file.
 #pragma once
 
 #include <cstddef>
@@ -46,8 +46,8 @@ class LineCursor {
 
 std::vector<LineCursor> CursorsOf(const std::vector<const TSeries*>& series);
 
-/// Whether points of different DataSets stand in one row: their X differ by no more than the tolerance, and by no more than that part
-/// of their size.
+/// Whether points of different DataSets stand in one row: their X differ by no more than the tolerance, and by no more than that
+/// part of their size.
 bool SharesRow(double x, double row_x, double tolerance);
 
 /// DataSets, by their numbers, that share rows. The rows follow the line of the first, or ascending X.
@@ -56,12 +56,12 @@ struct SharedRows {
   bool follows_first = false;
 };
 
-/// Blocks of rows one below the other. All DataSets in order of X share rows with each other; one whose X turns back with those whose
-/// X are among its own, in its order.
+/// Blocks of rows one below the other. All DataSets in order of X share rows with each other; one whose X turns back with those
+/// whose X are among its own, in its order.
 std::vector<SharedRows> SharedRowsOf(const std::vector<const TSeries*>& series, double tolerance);
 
-/// Calls row(block, columns) for every row, `columns` being the cursors that stand in it, and gap(block) before one at which the lines
-/// of all DataSets that go on are broken. The cursors go on by themselves.
+/// Calls row(block, columns) for every row, `columns` being the cursors that stand in it, and gap(block) before one at which the
+/// lines of all DataSets that go on are broken. The cursors go on by themselves.
 template <class Row, class Gap>
 void ForEachRow(const std::vector<SharedRows>& blocks, std::vector<LineCursor>& cursors,
                 double tolerance, Row&& row, Gap&& gap);

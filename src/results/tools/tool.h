@@ -125,8 +125,8 @@ struct Tool {
   AxisId axis = AxisId::Y;                  ///< that is offered
   ResultX x = ResultX::OfSource;
   AlongLine (*along)(const ToolInput& input) = &Always<AlongLine::InX>;
-  /// Makes do with so many points, where a branch or piece has fewer than the settings ask for; false where there are too few. Throws
-  /// Error where the `whole` has too few. Null: any number will do.
+  /// Makes do with so many points, where a branch or piece has fewer than the settings ask for; false where there are too few.
+  /// Throws Error where the `whole` has too few. Null: any number will do.
   bool (*narrow)(ToolSettings& settings, std::size_t points, std::size_t whole) = nullptr;
   /// Throws Error, a sentence.
   Computed (*compute)(const ToolInput& input) = nullptr;
@@ -163,12 +163,13 @@ std::string PointsLeftOutText(const ToolColumns& columns);
 /// Puts a sentence behind others.
 void AddSentence(std::string& text, const std::string& sentence);
 
-/// A DataSet of these points, in the order in which they came, its column names those of the source but for what is not empty here.
+/// A DataSet of these points, in the order in which they came, its column names those of the source but for what is not empty
+/// here.
 std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const double> x,
                                     std::span<const double> y, const std::string& x_column = {},
                                     const std::string& y_column = {});
-/// The same of points that are those of the source in another place of Y: with the errors of the columns, and broken where their line
-/// is.
+/// The same of points that are those of the source in another place of Y: with the errors of the columns, and broken where their
+/// line is.
 std::unique_ptr<TSeries> SeriesWithErrors(const TSeries& source, const ToolColumns& columns,
                                           const std::string& y_column = {});
 

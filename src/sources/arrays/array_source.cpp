@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/error.h"
-#include "data/import/column_meaning.h"
+#include "data/columns/column_meaning.h"
 #include "data/import/source_place.h"
 #include "data/text/text_source.h"
 #include "sources/arrays/array_columns.h"

@@ -8,10 +8,10 @@
 
 #include "base/error.h"
 #include "base/word_list.h"
-#include "data/import/column_meaning.h"
+#include "data/columns/column_meaning.h"
+#include "data/fields/text_fields.h"
 #include "data/import/import_file.h"
 #include "data/import/open_source.h"
-#include "data/text/text_fields.h"
 #include "sources/database/database_supplier.h"
 #include "sources/database/thinned_supplier.h"
 #include "sources/database/thinned_view.h"

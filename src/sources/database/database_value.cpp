@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "base/number_text.h"
-#include "data/text/field_value.h"
+#include "data/fields/field_value.h"
 #include "data/text/stored_format.h"
 
 namespace tarnwick {

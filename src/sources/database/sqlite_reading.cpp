@@ -4,8 +4,8 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "data/fields/field_value.h"
 #include "data/packed/unpack.h"
-#include "data/text/field_value.h"
 #include "data/text/stored_format.h"
 
 namespace tarnwick {

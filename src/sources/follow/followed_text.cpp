@@ -6,9 +6,9 @@
 
 #include "base/error.h"
 #include "base/undefined.h"
-#include "data/text/joined_time.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
+#include "data/fields/joined_time.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 #include "data/text/text_source.h"
 #include "data/text/text_supplier.h"
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "data/text/text_lines.h"
+#include "data/fields/text_lines.h"
 
 namespace tarnwick {
 namespace {

@@ -9,10 +9,10 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "data/fields/field_value.h"
+#include "data/fields/text_fields.h"
+#include "data/fields/text_lines.h"
 #include "data/pseudo_columns.h"
-#include "data/text/field_value.h"
-#include "data/text/text_fields.h"
-#include "data/text/text_lines.h"
 #include "sources/streams/stream_clock.h"
 
 namespace tarnwick {

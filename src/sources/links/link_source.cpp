@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "data/fields/field_value.h"
 #include "data/import/import_file.h"
 #include "data/import/open_source.h"
-#include "data/text/field_value.h"
 #include "sources/links/link_supplier.h"
 
 namespace tarnwick {

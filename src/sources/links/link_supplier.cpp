@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "base/error.h"
+#include "data/fields/field_value.h"
 #include "data/packed/unpack.h"
-#include "data/text/field_value.h"
 #include "sources/links/dde_setup.h"
 #include "sources/links/link_carrier.h"
 #include "sources/links/link_text.h"

@@ -1,8 +1,8 @@
 // The first look at a part of a file that a description names. Knows descriptions; knows no kind.
 #pragma once
 
+#include "data/columns/import_source.h"
 #include "data/import/import_file.h"
-#include "data/import/import_source.h"
 
 namespace tarnwick {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "base/undefined.h"
-#include "data/import/absent_column.h"
+#include "data/columns/absent_column.h"
 #include "data/import/column_expression.h"
 #include "data/series/data_series.h"
 

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "base/error.h"
+#include "data/columns/import_source.h"
 #include "data/import/data_files.h"
 #include "data/import/import_file.h"
-#include "data/import/import_source.h"
 #include "data/series/data_series_file.h"
 #include "support/temporary_folder.h"
 #include "text/text_supplier_maker.h"

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "base/progress.h"
-#include "data/import/import_options.h"
+#include "data/columns/import_options.h"
 #include "data/import/open_source.h"
 #include "data/import/source_kinds.h"
 #include "import/table_texts.h"

@@ -13,7 +13,7 @@
 namespace tarnwick {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::IsNan;
 
 std::string Written(const TDataSeries& series, WithPoints with_points,

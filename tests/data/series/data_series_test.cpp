@@ -14,8 +14,8 @@
 namespace tarnwick {
 namespace {
 
-using testing::ElementsAre;
-using testing::ElementsAreArray;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 
 enum class Repeats { Overwrite, Keep };
 

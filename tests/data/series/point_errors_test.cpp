@@ -12,7 +12,7 @@
 namespace tarnwick {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 using testing::IsNan;
 using testing::NanSensitiveDoubleEq;
 

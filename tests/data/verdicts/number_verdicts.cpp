@@ -4,9 +4,9 @@
 #include <sstream>
 
 #include "base/number_text.h"
+#include "data/columns/value_order.h"
+#include "data/fields/missing_values.h"
 #include "data/guess/time_guess.h"
-#include "data/import/value_order.h"
-#include "data/text/missing_values.h"
 
 namespace tarnwick::testing {
 namespace {

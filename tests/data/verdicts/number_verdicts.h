@@ -1,5 +1,5 @@
-// What the functions that judge columns of numbers answer, as one line each to compare. A question is numbers with blanks between;
-// "1..9" counts, "3x7" is 7 three times.
+// What the functions that judge columns of numbers answer, as one line each to compare. A question is numbers with blanks
+// between; "1..9" counts, "3x7" is 7 three times.
 #pragma once
 
 #include <string>

@@ -6,10 +6,10 @@
 
 #include "base/day_number.h"
 #include "data/block_source.h"
+#include "data/fields/field_value.h"
 #include "data/import/loader.h"
 #include "data/packed/unpack.h"
 #include "data/series/data_series.h"
-#include "data/text/field_value.h"
 #include "sources/arrays/array_part.h"
 #include "sources/arrays/array_supplier.h"
 #include "sources/arrays/time_units.h"

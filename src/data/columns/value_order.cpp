@@ -1,0 +1,90 @@
+#include "data/columns/value_order.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <functional>
+
+namespace tarnwick {
+
+bool IsMonotone(const std::vector<double>& values) {
+  return values.size() > 1 &&
+         (std::ranges::is_sorted(values) || std::ranges::is_sorted(values, std::ranges::greater()));
+}
+
+bool RisesThroughout(const std::vector<double>& values) {
+  return values.size() > 2 && IsMonotone(values) &&
+         std::ranges::adjacent_find(values) == values.end();
+}
+
+bool IsInNoOrder(const std::vector<double>& values) {
+  std::size_t rises = 0;
+  std::size_t falls = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    rises += values[i] > values[i - 1] ? 1 : 0;
+    falls += values[i] < values[i - 1] ? 1 : 0;
+  }
+  return 4 * std::min(rises, falls) > values.size();
+}
+
+bool RunsAnew(const std::vector<double>& values) {
+  constexpr std::size_t kShortest = 3;
+  std::size_t falls = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    if (values[i] > values[i - 1]) continue;
+    ++falls;
+    if (values[i] == values[i - 1] || values[i] != values.front()) return false;
+  }
+  return falls > 0 && kShortest * (falls + 1) <= values.size();
+}
+
+bool StepsEvenly(std::span<const double> values, Evenness evenness) {
+  const double kEven = evenness == Evenness::Exact ? 1e-6 : 0.01;
+  if (values.size() < 3) return false;
+  const double step = values[1] - values[0];
+  for (std::size_t i = 2; i < values.size(); ++i) {
+    if (std::abs(values[i] - values[i - 1] - step) > kEven * std::abs(step)) return false;
+  }
+  return step != 0;
+}
+
+std::optional<double> RepeatedFarFromOthers(std::span<const double> values) {
+  constexpr std::size_t kFewestOthers = 20;
+  constexpr std::ptrdiff_t kFewestRepeats = 2;
+  constexpr double kWidthsApart = 5, kTimesLarger = 1000;
+  if (values.size() < kFewestOthers) return std::nullopt;
+  const auto ends = std::ranges::minmax(values);
+  for (const double end : {ends.min, ends.max}) {
+    double low = ends.max, high = ends.min;
+    std::size_t others = 0;
+    for (const double value : values) {
+      if (value == end) continue;
+      ++others;
+      low = std::min(low, value);
+      high = std::max(high, value);
+    }
+    const double gap = end < low ? low - end : end - high;
+    const bool repeats = std::ssize(values) - static_cast<std::ptrdiff_t>(others) >= kFewestRepeats;
+    // Below zero where nothing else is, or beyond any proportion; other values apart may be settings.
+    const bool alone = (end < 0 && low >= 0) ||
+                       std::abs(end) > kTimesLarger * std::max(std::abs(low), std::abs(high));
+    if (repeats && alone && others >= kFewestOthers && gap > kWidthsApart * (high - low) &&
+        high > low) {
+      return end;
+    }
+  }
+  return std::nullopt;
+}
+
+double SizeOf(const std::vector<double>& values) {
+  const auto ends = std::ranges::minmax(values);
+  return std::max({std::abs(ends.min), std::abs(ends.max), ends.max - ends.min});
+}
+
+bool MostlyStands(const std::vector<double>& values) {
+  std::size_t changes = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) changes += values[i] != values[i - 1] ? 1 : 0;
+  return 2 * changes < values.size();
+}
+
+}  // namespace tarnwick

@@ -1,0 +1,310 @@
+#include "data/columns/x_rules.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "base/ascii.h"
+#include "base/text_encoding.h"
+#include "data/columns/argument_names.h"
+#include "data/columns/counted_rows.h"
+#include "data/columns/error_names.h"
+#include "data/columns/like_columns.h"
+#include "data/columns/row_identity.h"
+#include "data/columns/series_in_rows.h"
+#include "data/columns/value_order.h"
+#include "data/columns/x_evidence.h"
+#include "data/names/text_names.h"
+
+namespace tarnwick {
+namespace {
+
+constexpr std::size_t kFewestInOrder = 8;
+constexpr std::size_t kFewColumns = 4;  // of many some rise by chance
+
+using Columns = std::vector<std::int32_t>;
+
+bool Rises(const ImportSource& source, std::int32_t column) {
+  return IsMonotone(source.GuessOf(column).values);
+}
+
+bool IsArgument(const ImportSource& source, std::int32_t column) {
+  return NamesArgument(source.NameOf(column));
+}
+
+bool AnyIsArgument(const XCandidates& found) {
+  return std::ranges::any_of(found.varying,
+                             [&](std::int32_t column) { return IsArgument(found.source, column); });
+}
+
+/// The first column is called like an X and holds nothing: the rows are even steps of it.
+bool LeavesOutX(const ImportSource& source) {
+  if (source.samples.empty() || source.samples.front().empty()) return false;
+  const std::string name = source.NameOf(0);
+  return (NamesScan(name) || NamesTime(name)) &&
+         std::ranges::all_of(source.samples.front(), &std::string::empty);
+}
+
+/// The first column rises in every row, and is no time at which a sweep further on was taken: that may be what the sweep became.
+bool LeadsByItself(const ImportSource& source, const Columns& varying, std::int32_t scan) {
+  const std::vector<double>& values = source.GuessOf(varying.front()).values;
+  return varying.front() != scan && varying.front() == source.NumberColumns().front() &&
+         values.size() >= kFewestInOrder && RisesThroughout(values) &&
+         !NamesTime(source.NameOf(varying.front()));
+}
+
+/// Amino acids over the rows of a matrix: "A R N D … X".
+bool IsOneLetterOfMany(const ImportSource& source, std::int32_t column) {
+  constexpr std::size_t kMany = 8;
+  const std::vector<std::string>& names = source.supplier->ColumnNames();
+  const auto letters =
+      std::ranges::count_if(names, [](const std::string& name) { return name.size() == 1; });
+  return names.size() >= kMany && 4 * static_cast<std::size_t>(letters) >= 3 * names.size() &&
+         !IsMonotone(source.GuessOf(column).values);
+}
+
+/// "y", "y2": no "year".
+bool IsCalledY(std::string_view name) {
+  const std::string lower = LowerAscii(name);
+  return lower.starts_with('y') && (lower.size() == 1 || !IsLetter(lower[1]));
+}
+
+/// "chr pos N X", "year C P X": what is called X and stands in no order is none where a column ahead of it rises and nothing is
+/// called Y.
+bool IsCountedBesideX(const ImportSource& source, std::int32_t x) {
+  const Columns numbers = source.NumberColumns();
+  const auto is_y = [&](std::int32_t column) { return IsCalledY(source.NameOf(column)); };
+  const auto rises_ahead = [&](std::int32_t column) {
+    return column < x && RisesThroughout(source.GuessOf(column).values) &&
+           (NamesTime(source.NameOf(column)) || !source.GuessOf(column).CountsRows());
+  };
+  return !IsMonotone(source.GuessOf(x).values) && std::ranges::none_of(numbers, is_y) &&
+         std::ranges::any_of(numbers, rises_ahead);
+}
+
+/// Beside an "x" in no order dates are what it was measured over.
+bool GivesWayToDates(const ImportSource& source, std::int32_t x) {
+  const Columns numbers = source.NumberColumns();
+  return numbers.size() == 2 && IsInNoOrder(source.GuessOf(x).values) &&
+         std::ranges::any_of(numbers, [&](std::int32_t column) {
+           return source.GuessOf(column).is_date && !source.GuessOf(column).IsConstant();
+         });
+}
+
+/// Ahead of all others "sigma" is a stress and "se" how sensitive a test is.
+bool MayGiveErrors(const ImportSource& source, std::int32_t column) {
+  const std::string name = source.NameOf(column);
+  return NamesErrors(name) &&
+         !(NamesDoubtfulErrors(name) && column == source.NumberColumns().front());
+}
+
+/// The columns that go on from row to row and are no errors.
+Columns VaryingColumns(const ImportSource& source, const Columns& numbers) {
+  Columns columns;
+  for (const std::int32_t column : numbers) {
+    const ColumnGuess& guess = source.GuessOf(column);
+    if (guess.IsConstant() || guess.only_ahead || MayGiveErrors(source, column) ||
+        CountsRows(source, column) || IdentifiesRows(source, column)) {
+      continue;
+    }
+    columns.push_back(column);
+  }
+  return columns;
+}
+
+/// Those of them that may be X, a dose of two values behind what varies more.
+Columns MayBeX(const ImportSource& source, Columns columns) {
+  std::erase_if(columns, [&](std::int32_t column) { return SpeaksAgainstX(source, column); });
+  if (columns.size() > 2 && HasNamedColumns(source)) {
+    std::stable_partition(columns.begin(), columns.end(), [&](std::int32_t column) {
+      return !HasTwoValues(source.GuessOf(column).values);
+    });
+  }
+  return columns;
+}
+
+using Answer = std::optional<std::int32_t>;
+
+/// The first of the varying columns that `is`.
+template <class Is>
+Answer FirstThat(const XCandidates& found, Is is) {
+  const auto at = std::ranges::find_if(found.varying, is);
+  return at == found.varying.end() ? Answer() : Answer(*at);
+}
+
+Answer FirstRising(const XCandidates& found) {
+  return FirstThat(found, [&](std::int32_t column) { return Rises(found.source, column); });
+}
+
+/// How long each lap took is no time to plot laps over, nor is a date of each row that stands far behind other columns, in no
+/// order.
+Answer DateX(const XCandidates& found) {
+  const Answer rising = FirstRising(found);
+  return FirstThat(found, [&](std::int32_t column) {
+    const ColumnGuess& guess = found.source.GuessOf(column);
+    if (!guess.is_date) return false;
+    const bool lasts = std::ranges::all_of(guess.values, [](double day) { return day < 1; });
+    const bool aside =
+        column > found.numbers.front() && IsInNoOrder(guess.values) && found.varying.size() > 2;
+    return !aside && (!rising || !lasts || !IsInNoOrder(guess.values));
+  });
+}
+
+Answer ScannedX(const XCandidates& found) {
+  const Answer scan = FirstThat(found, [&](std::int32_t column) {
+    return NamesScan(found.source.NameOf(column)) && Rises(found.source, column);
+  });
+  if (scan && LeadsByItself(found.source, found.varying, *scan)) return found.varying.front();
+  return scan;
+}
+
+/// Nothing goes on from row to row but what counts the rows, or one column over it.
+Answer CountedX(const XCandidates& found) {
+  if (found.varying.empty()) {
+    return found.counts.empty() ? kRowNumberColumn : found.counts.front();
+  }
+  if (found.varying.size() == 1 && !found.counts.empty()) return found.counts.front();
+  return std::nullopt;
+}
+
+/// One column alone behind others that do not vary was measured over the rows. A time or the like that stands first and rises may
+/// have codes drawn over it.
+Answer RowsOfOneColumn(const XCandidates& found) {
+  const std::int32_t only = found.varying.front();
+  if (found.varying.size() != 1 || only == found.numbers.front()) return std::nullopt;
+  const bool over_codes =
+      found.numbers.size() > 2 && Rises(found.source, only) && IsArgument(found.source, only);
+  return over_codes ? Answer() : kRowNumberColumn;
+}
+
+/// Columns of one kind, none of which is called like an X.
+Answer RowsOfLikeColumns(const XCandidates& found) {
+  if (AnyIsArgument(found)) return std::nullopt;
+  const bool alike = AreAlike(found.source, found.together) ||
+                     AreSeries(found.source, found.together) ||
+                     AreItems(found.source, found.together);
+  return alike ? Answer(kRowNumberColumn) : std::nullopt;
+}
+
+/// One time stands for all rows, and what was measured then may turn back as it will.
+Answer RowsOfOneTime(const XCandidates& found) {
+  const bool time_stands = std::ranges::any_of(found.numbers, [&](std::int32_t column) {
+    return found.source.GuessOf(column).is_date && found.source.GuessOf(column).IsConstant();
+  });
+  const bool rows = time_stands && !FirstRising(found) && !AnyIsArgument(found);
+  return rows ? Answer(kRowNumberColumn) : std::nullopt;
+}
+
+/// A first column without a name that numbers the rows of a matrix whose columns are called by numbers.
+Answer NumberOfMatrixRow(const XCandidates& found) {
+  const std::int32_t first = found.numbers.front();
+  const bool numbered = found.counts.size() == 1 && found.counts.front() == first &&
+                        found.source.NameOf(first) == UnnamedColumn(first);
+  return numbered && AreCalledByNumbers(found.source) ? Answer(first) : std::nullopt;
+}
+
+Answer RowsOfSeries(const XCandidates& found) {
+  const bool rows = HoldsSeriesInRows(found.source) &&
+                    (HasRowLabels(found.source) || !Rises(found.source, found.varying.front()));
+  return rows ? Answer(kRowNumberColumn) : std::nullopt;
+}
+
+Answer RunningTime(const XCandidates& found) {
+  return FirstThat(found, [&](std::int32_t column) {
+    return NamesTime(found.source.NameOf(column)) && Rises(found.source, column) &&
+           !MostlyStands(found.source.GuessOf(column).values);
+  });
+}
+
+Answer ArgumentThatRunsAnew(const XCandidates& found) {
+  return FirstThat(found, [&](std::int32_t column) {
+    return IsArgument(found.source, column) && RunsAnew(found.source.GuessOf(column).values);
+  });
+}
+
+/// The first that varies, where it rises. Labelled rows may as well be in the order of what was found; a cycle or step that
+/// stands for many rows gives way to the time that runs, or to what runs anew in each.
+Answer FirstWhereItRises(const XCandidates& found) {
+  const std::int32_t first = found.varying.front();
+  const std::vector<double>& values = found.source.GuessOf(first).values;
+  const bool stands = MostlyStands(values);
+  if (!IsMonotone(values) || (stands && (RunningTime(found) || ArgumentThatRunsAnew(found)))) {
+    return std::nullopt;
+  }
+  const bool stepped =
+      IsArgument(found.source, first) || StepsEvenly(found.source.GuessOf(first).Successive());
+  return !HasRowLabels(found.source) || stepped ? Answer(first) : std::nullopt;
+}
+
+/// Rows may have been put in the order of what was found: what rises in even steps or is called so is more.
+Answer OrderedX(const XCandidates& found) {
+  const std::vector<double>& first = found.source.GuessOf(found.varying.front()).values;
+  if (HasRowLabels(found.source) || !IsInNoOrder(first)) return std::nullopt;
+  return FirstThat(found, [&](std::int32_t column) {
+    const ColumnGuess& guess = found.source.GuessOf(column);
+    const bool steps = found.varying.size() <= kFewColumns &&
+                       StepsEvenly(guess.Successive(), Evenness::AsWritten) && !guess.CountsRows();
+    return guess.values.size() >= kFewestInOrder && RisesThroughout(guess.values) &&
+           guess.values.size() >= first.size() && (steps || IsArgument(found.source, column));
+  });
+}
+
+Answer FirstUnlessLabelled(const XCandidates& found) {
+  return HasRowLabels(found.source) ? Answer() : Answer(found.varying.front());
+}
+
+Answer RisingArgument(const XCandidates& found) {
+  return FirstThat(found, [&](std::int32_t column) {
+    return Rises(found.source, column) && IsArgument(found.source, column);
+  });
+}
+
+}  // namespace
+
+Answer StatedX(const ImportSource& source, const Columns& numbers) {
+  if (LeavesOutX(source)) return kRowNumberColumn;
+  const auto named = std::ranges::find_if(numbers, [&](std::int32_t column) {
+    return LowerAscii(source.NameOf(column)) == "x" && !source.GuessOf(column).IsConstant();
+  });
+  if (named != numbers.end() && !IsOneLetterOfMany(source, *named) &&
+      !IsCountedBesideX(source, *named) && !GivesWayToDates(source, *named)) {
+    return *named;
+  }
+  const auto blocks = FindRowBlocks(source, numbers);
+  return blocks ? Answer(blocks->x) : std::nullopt;
+}
+
+XCandidates FindXCandidates(const ImportSource& source, const Columns& numbers) {
+  XCandidates found{.source = source, .numbers = numbers};
+  std::ranges::copy_if(numbers, std::back_inserter(found.counts),
+                       [&](std::int32_t column) { return CountsRows(source, column); });
+  found.together = VaryingColumns(source, numbers);
+  found.varying = MayBeX(source, found.together);
+  return found;
+}
+
+std::int32_t XByRules(const XCandidates& found) {
+  // Those behind CountedX may look at the first that varies.
+  constexpr Answer (*kRules[])(const XCandidates&) = {DateX,
+                                                      ScannedX,
+                                                      CountedX,
+                                                      RowsOfOneColumn,
+                                                      RowsOfLikeColumns,
+                                                      RowsOfOneTime,
+                                                      NumberOfMatrixRow,
+                                                      RowsOfSeries,
+                                                      FirstWhereItRises,
+                                                      RunningTime,
+                                                      OrderedX,
+                                                      ArgumentThatRunsAnew,
+                                                      FirstUnlessLabelled,
+                                                      RisingArgument};
+  for (const auto rule : kRules) {
+    if (const Answer x = rule(found)) return *x;
+  }
+  return kRowNumberColumn;
+}
+
+}  // namespace tarnwick
