@@ -13,7 +13,7 @@ void ImportOptions::Validate() const {
         "The first characters of the columns must be whole numbers that rise from 1: \"1 9 21\"");
   }
   if (every && *every < 1) throw Error("The sampling frequency must be 1 or more");
-  if ((names_line && *names_line < 0) || (units_line && *units_line < 0)) {
+  if ((names_line && *names_line < kNoNamesLine) || (units_line && *units_line < 0)) {
     throw Error("The lines of names and units must not be negative");
   }
   if (x_errors && x_errors->rule.kind == ErrorKind::Counts) {

@@ -44,7 +44,7 @@ TEST(ImportOptions, TakeWhatLiesWithinTheirEdgesOnly) {
       {"every row", [](ImportOptions& o) { o.every = 1; }, true},
       {"every zeroth row", [](ImportOptions& o) { o.every = 0; }, false},
       {"no line of names", [](ImportOptions& o) { o.names_line = 0; }, true},
-      {"names above the text", [](ImportOptions& o) { o.names_line = -1; }, false},
+      {"names above the text", [](ImportOptions& o) { o.names_line = -2; }, false},
       {"no line of units", [](ImportOptions& o) { o.units_line = 0; }, true},
       {"units above the text", [](ImportOptions& o) { o.units_line = -1; }, false},
       {"both", [](ImportOptions& o) { o.names_line = 2, o.units_line = 3; }, true},
@@ -177,7 +177,8 @@ TEST(ImportFile, MakesADataSetOfEveryRun) {
     names += series->SeriesName() + "; ";
   }
   EXPECT_EQ(names, "a; a, run 2; a, run 3; b; b, run 2; b, run 3; ");
-  ASSERT_EQ(result.notes.size(), 1u);
+  EXPECT_EQ(result.reports[1].RunsText(),
+            "the file holds 3 runs parted by empty lines or remarks, each is a DataSet of its own");
   all[1]->Clear();
   RefreshAll(all);
   EXPECT_EQ(YValues(all[1]->Points()), std::vector<double>(4, 1));

@@ -117,7 +117,7 @@ TEST(LoadReport, CountsEveryReasonForItself) {
             "first at line 17); 1 row replaced by later ones at the same X; "
             "1 row gives no usable error of Y (zero); "
             "6 rows give no usable error of X (1 empty, 1 not a number, 1 zero, 3 negative); "
-            "read from b.csv, since the source has moved; cancelled");
+            "read from b.csv, where it lies beside the graph now; cancelled");
 }
 
 TEST(Loader, KeepsThePointsWhereAColumnIsMissingOrTheSourceIsNotActive) {

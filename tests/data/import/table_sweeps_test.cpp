@@ -87,8 +87,10 @@ Outcome OutcomeOf(const ImportResult& result, int rows) {
   const std::string values =
       Range(XValues(first.Points())) + ", " + Range(YValues(first.Points())) + " | ";
   for (const LoadReport& report : result.reports) {
-    const std::string skipped = report.SkippedText();
-    if (!skipped.empty() && (notes.empty() || notes.back() != skipped)) notes.push_back(skipped);
+    for (const std::string& told :
+         {report.RunsText(), report.LeftOutText(), report.SkippedText()}) {
+      if (!told.empty() && std::ranges::find(notes, told) == notes.end()) notes.push_back(told);
+    }
   }
   const std::string told = Division(first.Source()) + " | " + Joined(notes);
   return {WithoutFigures(made + told), made + values + told};
