@@ -71,17 +71,23 @@ bool IsCalledY(std::string_view name) {
   return lower.starts_with('y') && (lower.size() == 1 || !IsLetter(lower[1]));
 }
 
-/// "chr pos N X", "year C P X": what is called X and stands in no order is none where a column ahead of it rises and nothing is
-/// called Y.
+/// "MJD X Y": coordinates over a time that rises ahead of them. "chr pos N X": what is called X and stands in no order is none
+/// where a column ahead of it rises and nothing is called Y.
 bool IsCountedBesideX(const ImportSource& source, std::int32_t x) {
   const Columns numbers = source.NumberColumns();
   const auto is_y = [&](std::int32_t column) { return IsCalledY(source.NameOf(column)); };
   const auto rises_ahead = [&](std::int32_t column) {
-    return column < x && RisesThroughout(source.GuessOf(column).values) &&
-           (NamesTime(source.NameOf(column)) || !source.GuessOf(column).CountsRows());
+    return column < x && RisesThroughout(source.GuessOf(column).values);
   };
+  const auto is_time_ahead = [&](std::int32_t column) {
+    return rises_ahead(column) && NamesTime(source.NameOf(column));
+  };
+  const auto is_measured_ahead = [&](std::int32_t column) {
+    return rises_ahead(column) && !source.GuessOf(column).CountsRows();
+  };
+  if (std::ranges::any_of(numbers, is_time_ahead)) return true;
   return !IsMonotone(source.GuessOf(x).values) && std::ranges::none_of(numbers, is_y) &&
-         std::ranges::any_of(numbers, rises_ahead);
+         std::ranges::any_of(numbers, is_measured_ahead);
 }
 
 /// Beside an "x" in no order dates are what it was measured over.
@@ -154,7 +160,9 @@ Answer DateX(const XCandidates& found) {
 
 Answer ScannedX(const XCandidates& found) {
   const Answer scan = FirstThat(found, [&](std::int32_t column) {
-    return NamesScan(found.source.NameOf(column)) && Rises(found.source, column);
+    const std::string name = found.source.NameOf(column);
+    const bool beside_time = LowerAscii(name) == "x" && IsCountedBesideX(found.source, column);
+    return NamesScan(name) && Rises(found.source, column) && !beside_time;
   });
   if (scan && LeadsByItself(found.source, found.varying, *scan)) return found.varying.front();
   return scan;

@@ -251,8 +251,6 @@ struct OtherText {
   const char* why;
 };
 
-constexpr std::string_view kRinex = "RINEX VERSION / TYPE";
-
 constexpr OtherText kOtherTexts[] = {
     {"##", "##NTUPLES",
      "This is JCAMP-DX of several tables (NTUPLES), which cannot be read; save it as X and Y in "
@@ -274,20 +272,14 @@ constexpr OtherText kOtherTexts[] = {
      "These are the instructions of a crystal's refinement, no table of numbers"},
     {"", "@<TRIPOS>ATOM",
      "The file holds the atoms of molecules and where they lie, no table of measured values"},
-    {"", kRinex,
-     "These are records of a receiver of satellites (RINEX), which go over several lines, no "
-     "table; convert them to columns"},
+    {"", "RINEX VERSION / TYPE",
+     "These are records of satellites (RINEX) below a head of their own, no table; convert them to "
+     "columns"},
     {"#a", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
     {"#c", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
     {"#d", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
     {"LAMMPS data file", " atoms", "These are the atoms of a simulation, no table of numbers"},
 };
-
-/// A line for each clock and time, below the head of RINEX: a table like others.
-bool ListsClocks(std::string_view head) {
-  constexpr std::size_t kType = 20;  // the place of the kind of file on its first line
-  return head.size() > kType && head[kType] == 'C' && head.find("# / TYPES OF DATA") != head.npos;
-}
 
 /// The first line with anything in it behind the headers.
 std::string_view RowAt(std::string_view text, std::int32_t headers) {
@@ -319,7 +311,7 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   head.remove_prefix(std::min(head.find_first_not_of(" \t\r\n"), head.size()));
   for (const OtherText& other : kOtherTexts) {
     const bool is_one = head.starts_with(other.begins) && head.find(other.holds) != head.npos;
-    if (is_one && !(other.holds == kRinex && ListsClocks(text))) return other.why;
+    if (is_one) return other.why;
   }
   if (by == TableBy::User) return {};
   if (IsMolecule(lines, format)) {

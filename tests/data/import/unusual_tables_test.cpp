@@ -50,12 +50,10 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        Rows(4, Rows(12, "fix all of it @") + "Step CPU T\n" + Rows(5, "1@ @@ 30@.5") +
                    "Loop time of 5 on 4 procs\n"),
        "Step: CPU, T, 5"},
-      {"clocks of satellites",
-       "     3.00           C                   RINEX VERSION / TYPE\n     2    AR    AS         # "
-       "/ TYPES "
-       "OF DATA\n          END OF HEADER\n" +
-           Rows(12, "AR A@ 2010 07 01 00 @  0.0  2   -2.21@e-09  0.0@"),
-       "Date and time: (col 9), (col 10), 12"},
+      {"coordinates over days",
+       "MJD X Y LOD\n56228.5 1475 3116 10\n56229.5 1444 3114 9\n56230.5 1440 3113 8\n"
+       "56231.5 1437 3113 7\n56232.5 1429 3112 9\n56233.5 1420 3112 6\n56234.5 1410 3107 7\n",
+       "MJD: X, Y, LOD, 7"},
       {"a spectrum that begins at 200",
        "#FORMAT : EMSA/MAS Spectral Data File\n#XUNITS : eV\n#YUNITS : Counts\n#DATATYPE : "
        "Y\n#XPERCHAN : "
