@@ -272,6 +272,10 @@ constexpr OtherText kOtherTexts[] = {
      "These are the instructions of a crystal's refinement, no table of numbers"},
     {"", "@<TRIPOS>ATOM",
      "The file holds the atoms of molecules and where they lie, no table of measured values"},
+    {"netcdf ", "dimensions:",
+     "This is a dump of netCDF (CDL), whose values stand in lists; open the netCDF file itself"},
+    {"", "IONEX VERSION / TYPE",
+     "These are maps of the ionosphere (IONEX), no table; convert them to columns"},
     {"", "RINEX VERSION / TYPE",
      "These are records of satellites (RINEX) below a head of their own, no table; convert them to "
      "columns"},

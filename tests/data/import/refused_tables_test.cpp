@@ -72,6 +72,14 @@ TEST(GuessedTables, RefuseWhatIsNone) {
        "     2.11           OBSERVATION DATA    M (MIXED)           RINEX VERSION / TYPE\n" +
            Rows(9, " 05  4  2  0  0  0.0000000  0\n  55923622.160    2476768@.375"),
        "RINEX"},
+      {"maps of the ionosphere",
+       "     1.0            IONOSPHERE MAPS     GPS                 IONEX VERSION / TYPE\n" +
+           Rows(9, "  1@  1@  1@  1@"),
+       "IONEX"},
+      {"a dump of netCDF",
+       "netcdf simple_xy {\ndimensions:\n x = 6 ;\ndata:\n data =\n" + Rows(9, " @, 1, 2, 3,") +
+           "}\n",
+       "netCDF"},
       {"a count of rows beside fractions", "game,won\n1,1/4\n2,1/5\n3,2/5\n", "counts the rows"},
       {"names alone", "time,voltage\n", "no rows"},
       {"and beside numbers in brackets", "t,dP\n1,(0.5)\n2,(0.75)\n3,(0.25)\n",
