@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "base/text_encoding.h"
 #include "base/word_list.h"
 #include "data/columns/import_options.h"
 #include "data/columns/sign_columns.h"
@@ -56,7 +57,7 @@ void TellOfUnits(const ImportSource& source, const Columns& guessed, Notes& note
     std::vector<std::string> written;
     written.reserve(units.size());
     for (const std::string& unit : units) {
-      written.push_back(unit.empty() ? "none" : '"' + unit + '"');
+      written.push_back(unit.empty() ? "none" : '"' + Utf8FromText(unit) + '"');
     }
     const bool scaled = source.GuessOf(column).format == ColumnFormat::ScaledUnit;
     notes.push_back("the units in " + source.Quoted(column) + " differ (" + Listed(written) +
@@ -77,7 +78,7 @@ void TellOfFactors(const ImportSource& source, const Columns& guessed, Notes& no
     });
     if (text == source.samples[at].end()) continue;
     notes.push_back("letters behind numbers of " + source.Quoted(column) + " are factors (\"" +
-                    *text + "\" is " + ShortestText(SplitFactor(*text)->value) + ")");
+                    Utf8FromText(*text) + "\" is " + ShortestText(SplitFactor(*text)->value) + ")");
   }
 }
 
