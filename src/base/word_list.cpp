@@ -22,4 +22,10 @@ std::string Joined(std::span<const std::string> words, std::string_view between)
   return text;
 }
 
+void AddSentence(std::string& text, std::string_view sentence) {
+  if (sentence.empty()) return;
+  if (!text.empty()) text += ' ';
+  text += sentence;
+}
+
 }  // namespace tarnwick

@@ -1,4 +1,4 @@
-// Words listed in a sentence. Knows texts only.
+// Words listed in a sentence, and sentences put together. Knows texts only.
 #pragma once
 
 #include <cstddef>
@@ -15,5 +15,8 @@ std::string Listed(std::span<const std::string> words,
 
 /// The words with `between` them.
 std::string Joined(std::span<const std::string> words, std::string_view between);
+
+/// Puts a sentence behind others; nothing for an empty one.
+void AddSentence(std::string& text, std::string_view sentence);
 
 }  // namespace tarnwick

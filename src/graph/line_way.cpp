@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/number_text.h"
 #include "data/points/arrival_order.h"
 
 namespace tarnwick {
@@ -43,6 +44,11 @@ LineWay WayOf(const TSeries& series) {
 
 LineWay WayToCompute(const TSeries& series) {
   return TurnsBack(series) ? WayOf(series) : WayInX(series);
+}
+
+std::string BrokenAt(const TSeries& series, std::size_t gaps) {
+  return "The line of \"" + series.SeriesName() + "\" is broken at " +
+         Counted(static_cast<std::int64_t>(gaps), "gap");
 }
 
 }  // namespace tarnwick

@@ -16,4 +16,7 @@ LineWay WayOf(const TSeries& series);
 /// As something is computed along it: in order of X unless that turns back.
 LineWay WayToCompute(const TSeries& series);
 
+/// "The line of "U" is broken at 3 gaps", to which a sentence adds what that means for it.
+std::string BrokenAt(const TSeries& series, std::size_t gaps);
+
 }  // namespace tarnwick

@@ -7,6 +7,7 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "graph/belonging.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"

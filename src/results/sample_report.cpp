@@ -7,6 +7,7 @@
 
 #include "analysis/histogram.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "graph/graph_update.h"
 #include "graph/palette.h"
 #include "graph/xy_graph.h"

@@ -15,10 +15,10 @@
 namespace tarnwick {
 namespace {
 
-using testing::DoubleNear;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Pointwise;
+using ::testing::DoubleNear;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pointwise;
 using XY = std::pair<double, double>;
 
 std::vector<XY> PointsOf(const TDataSeries& series) {

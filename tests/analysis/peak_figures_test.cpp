@@ -11,8 +11,8 @@
 namespace tarnwick {
 namespace {
 
-using testing::DoubleNear;
-using testing::ElementsAre;
+using ::testing::DoubleNear;
+using ::testing::ElementsAre;
 
 // Prominences and widths as scipy 1.10.1 gives them (find_peaks, peak_prominences, peak_widths at half); where it has the widths
 // in samples, X here is the sample's number.

@@ -8,7 +8,7 @@
 namespace tarnwick {
 namespace {
 
-using testing::ElementsAre;
+using ::testing::ElementsAre;
 
 std::vector<double> PeaksIn(TDataSeries& series, const PeakSearch& search) {
   std::vector<double> found;

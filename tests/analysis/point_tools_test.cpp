@@ -13,10 +13,10 @@
 namespace tarnwick {
 namespace {
 
-using testing::DoubleNear;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Pointwise;
+using ::testing::DoubleNear;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Pointwise;
 
 TEST(Resample, ByAkimaIsThatOfScipy) {
   EXPECT_THAT(Resample(rows::Uneven(), rows::Measured(), 0.3, ResampleMethod::Akima).y,

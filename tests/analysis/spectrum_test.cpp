@@ -14,8 +14,8 @@
 namespace tarnwick {
 namespace {
 
-using testing::DoubleNear;
-using testing::Pointwise;
+using ::testing::DoubleNear;
+using ::testing::Pointwise;
 
 TEST(Fourier, TermsOfEveryLengthAreThoseOfTheirSum) {
   for (const std::size_t n : {1u, 2u, 3u, 59u, 60u, 106u, 211u}) {

@@ -21,7 +21,7 @@
 namespace tarnwick {
 namespace {
 
-using testing::HasSubstr;
+using ::testing::HasSubstr;
 
 class Branchwise : public ::testing::Test {
  protected:

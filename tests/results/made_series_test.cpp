@@ -21,8 +21,8 @@
 namespace tarnwick {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
+using ::testing::HasSubstr;
+using ::testing::Not;
 
 TEST(Recipes, AreReadAsTheyAreWritten) {
   const Recipe odd{

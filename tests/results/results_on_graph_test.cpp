@@ -28,6 +28,15 @@ class ResultsOnGraph : public ::testing::Test {
     return graph_.AddSeries(std::move(series));
   }
 
+  void TakeSlopeAsModel() {
+    FitSettings model;
+    model.Expression = "a*x";
+    ParameterSettings& a = model.parameters.emplace_back();
+    a.Name = "a";
+    a.Vary = true;
+    rate_.Fit().SetSettings(model, true);
+  }
+
   TxyGraph graph_;
   TSeries& rate_;
 };
@@ -64,12 +73,7 @@ TEST_F(ResultsOnGraph, NothingIsDrawnAgainstAHiddenAxis) {
 }
 
 TEST_F(ResultsOnGraph, WhatIsThereOfAFitIsTold) {
-  FitSettings model;
-  model.Expression = "a*x";
-  ParameterSettings& a = model.parameters.emplace_back();
-  a.Name = "a";
-  a.Vary = true;
-  rate_.Fit().SetSettings(model, true);
+  TakeSlopeAsModel();
   EXPECT_EQ(LeftoverText(graph_, rate_), "");
   AddResiduals(graph_, rate_, ResidualsName(rate_));
   PrintFitOnGraph(graph_, rate_);
@@ -129,12 +133,7 @@ TEST_F(ResultsOnGraph, ADerivativeThatFailsLeavesTheGraphAsItWas) {
 
 // a = 64/30, with the standard error sqrt(0.8902778 / 3 / 30); Student's 97.5 % for 3 degrees of freedom is 3.182446.
 TEST_F(ResultsOnGraph, BandsLieRoundTheCurveAsTheErrorsOfTheFitTell) {
-  FitSettings model;
-  model.Expression = "a*x";
-  ParameterSettings& a = model.parameters.emplace_back();
-  a.Name = "a";
-  a.Vary = true;
-  rate_.Fit().SetSettings(model, true);
+  TakeSlopeAsModel();
   NoProgress progress;
   ApplyFit(rate_, RunFit(PrepareFit(rate_), progress));
   AddBands(graph_, rate_, 0.95);

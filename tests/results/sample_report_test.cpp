@@ -9,7 +9,7 @@
 namespace tarnwick {
 namespace {
 
-using testing::HasSubstr;
+using ::testing::HasSubstr;
 
 class SampleReports : public ::testing::Test {
  protected:

@@ -12,6 +12,7 @@
 #include "app/analysis/tool_dialog.h"
 #include "base/number_text.h"
 #include "base/prompt.h"
+#include "base/word_list.h"
 #include "desk/document/document.h"
 #include "results/area_figure.h"
 #include "results/made_series.h"

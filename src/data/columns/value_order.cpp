@@ -17,6 +17,11 @@ bool RisesThroughout(const std::vector<double>& values) {
          std::ranges::adjacent_find(values) == values.end();
 }
 
+bool RisesBeyondChance(const std::vector<double>& values) {
+  constexpr std::size_t kFewest = 8;
+  return values.size() >= kFewest && RisesThroughout(values);
+}
+
 bool IsInNoOrder(const std::vector<double>& values) {
   std::size_t rises = 0;
   std::size_t falls = 0;

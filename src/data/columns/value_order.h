@@ -13,6 +13,9 @@ bool IsMonotone(const std::vector<double>& values);
 /// More than two, each above the one before or each below it.
 bool RisesThroughout(const std::vector<double>& values);
 
+/// The same of so many that it is no chance: eight.
+bool RisesBeyondChance(const std::vector<double>& values);
+
 /// As many steps up as down, more or less: no clock that begins anew at midnight.
 bool IsInNoOrder(const std::vector<double>& values);
 

@@ -17,12 +17,6 @@
 #include "data/names/text_names.h"
 
 namespace tarnwick {
-namespace {
-
-constexpr std::size_t kFewestInOrder = 8;
-
-}  // namespace
-
 std::int32_t ChooseX(const ImportSource& source, const std::vector<std::int32_t>& numbers) {
   const std::optional<std::int32_t> stated = StatedX(source, numbers);
   const std::int32_t x = stated ? *stated : XByRules(FindXCandidates(source, numbers));
@@ -54,9 +48,8 @@ std::optional<std::int32_t> RivalOfX(const ImportSource& source, std::int32_t x)
     const bool may_be =
         column < x || (column > x && !scans && NamesScan(name)) || (nameless && NamesTime(name));
     const ColumnGuess& guess = source.GuessOf(column);
-    if (may_be && guess.values.size() >= kFewestInOrder && RisesThroughout(guess.values) &&
-        !CountsRows(source, column) && !IdentifiesRows(source, column) && !guess.CountsRows() &&
-        !NamesErrors(name)) {
+    if (may_be && RisesBeyondChance(guess.values) && !CountsRows(source, column) &&
+        !IdentifiesRows(source, column) && !guess.CountsRows() && !NamesErrors(name)) {
       return column;
     }
   }

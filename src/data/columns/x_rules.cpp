@@ -21,7 +21,6 @@
 namespace tarnwick {
 namespace {
 
-constexpr std::size_t kFewestInOrder = 8;
 constexpr std::size_t kFewColumns = 4;  // of many some rise by chance
 
 using Columns = std::vector<std::int32_t>;
@@ -51,8 +50,7 @@ bool LeavesOutX(const ImportSource& source) {
 bool LeadsByItself(const ImportSource& source, const Columns& varying, std::int32_t scan) {
   const std::vector<double>& values = source.GuessOf(varying.front()).values;
   return varying.front() != scan && varying.front() == source.NumberColumns().front() &&
-         values.size() >= kFewestInOrder && RisesThroughout(values) &&
-         !NamesTime(source.NameOf(varying.front()));
+         RisesBeyondChance(values) && !NamesTime(source.NameOf(varying.front()));
 }
 
 /// Amino acids over the rows of a matrix: "A R N D … X".
@@ -215,7 +213,7 @@ Answer NumberOfMatrixRow(const XCandidates& found) {
 
 Answer RowsOfSeries(const XCandidates& found) {
   const bool rows = HoldsSeriesInRows(found.source) &&
-                    (HasRowLabels(found.source) || !Rises(found.source, found.varying.front()));
+                    (found.labelled || !Rises(found.source, found.varying.front()));
   return rows ? Answer(kRowNumberColumn) : std::nullopt;
 }
 
@@ -243,24 +241,24 @@ Answer FirstWhereItRises(const XCandidates& found) {
   }
   const bool stepped =
       IsArgument(found.source, first) || StepsEvenly(found.source.GuessOf(first).Successive());
-  return !HasRowLabels(found.source) || stepped ? Answer(first) : std::nullopt;
+  return !found.labelled || stepped ? Answer(first) : std::nullopt;
 }
 
 /// Rows may have been put in the order of what was found: what rises in even steps or is called so is more.
 Answer OrderedX(const XCandidates& found) {
   const std::vector<double>& first = found.source.GuessOf(found.varying.front()).values;
-  if (HasRowLabels(found.source) || !IsInNoOrder(first)) return std::nullopt;
+  if (found.labelled || !IsInNoOrder(first)) return std::nullopt;
   return FirstThat(found, [&](std::int32_t column) {
     const ColumnGuess& guess = found.source.GuessOf(column);
     const bool steps = found.varying.size() <= kFewColumns &&
                        StepsEvenly(guess.Successive(), Evenness::AsWritten) && !guess.CountsRows();
-    return guess.values.size() >= kFewestInOrder && RisesThroughout(guess.values) &&
-           guess.values.size() >= first.size() && (steps || IsArgument(found.source, column));
+    return RisesBeyondChance(guess.values) && guess.values.size() >= first.size() &&
+           (steps || IsArgument(found.source, column));
   });
 }
 
 Answer FirstUnlessLabelled(const XCandidates& found) {
-  return HasRowLabels(found.source) ? Answer() : Answer(found.varying.front());
+  return found.labelled ? Answer() : Answer(found.varying.front());
 }
 
 Answer RisingArgument(const XCandidates& found) {
@@ -290,6 +288,7 @@ XCandidates FindXCandidates(const ImportSource& source, const Columns& numbers) 
                        [&](std::int32_t column) { return CountsRows(source, column); });
   found.together = VaryingColumns(source, numbers);
   found.varying = MayBeX(source, found.together);
+  found.labelled = HasRowLabels(source);
   return found;
 }
 

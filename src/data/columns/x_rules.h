@@ -17,6 +17,7 @@ struct XCandidates {
   std::vector<std::int32_t> counts = {};    ///< that count the rows
   std::vector<std::int32_t> together = {};  ///< that go on from row to row, no errors of others
   std::vector<std::int32_t> varying = {};   ///< of these, those that nothing speaks against
+  bool labelled = false;                    ///< the rows have labels (HasRowLabels)
 };
 
 /// X where the table says which it is, by a name, by an X left empty or by blocks of rows that begin it anew; kRowNumberColumn

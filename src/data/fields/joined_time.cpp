@@ -192,7 +192,7 @@ std::string_view BehindYear(std::string_view text, Sum& sum) {
     sum.year = YearOf(text.substr(0, kYearDigits));
     return text.substr(kYearDigits + 1);
   }
-  if (text.size() != 6 || !std::all_of(text.begin(), text.end(), IsDigit)) return {};
+  if (!AreDigits(text, 6)) return {};
   sum.year = YearOf(text.substr(0, 4));
   return text.substr(4);
 }
@@ -214,7 +214,7 @@ std::vector<std::string_view> PairsOf(std::string_view text) {
   for (std::size_t at = 0; at < text.size(); at += marked ? 3 : 2) {
     const std::string_view pair = text.substr(at, 2);
     const bool mark = at == 0 || !marked || text[at - 1] == '/' || text[at - 1] == '-';
-    if (!mark || !std::all_of(pair.begin(), pair.end(), IsDigit)) return {};
+    if (!mark || !AreDigits(pair)) return {};
     pairs.push_back(pair);
   }
   return pairs;

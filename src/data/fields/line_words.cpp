@@ -29,4 +29,14 @@ std::vector<LineWord> WordsOfLine(std::string_view line) {
   return words;
 }
 
+std::vector<std::string_view> PartsBetween(std::string_view line, std::string_view mark) {
+  std::vector<std::string_view> parts;
+  for (std::size_t end = line.find(mark); end != line.npos; end = line.find(mark)) {
+    parts.push_back(line.substr(0, end));
+    line.remove_prefix(end + mark.size());
+  }
+  parts.push_back(line);
+  return parts;
+}
+
 }  // namespace tarnwick

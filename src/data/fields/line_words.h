@@ -1,4 +1,4 @@
-// The words of a line between blanks, by their places in characters. Knows no columns.
+// The words of a line between blanks, by their places in characters, and its parts between marks. Knows no columns.
 #pragma once
 
 #include <cstdint>
@@ -16,5 +16,11 @@ struct LineWord {
 
 /// All words of a line, in order. A tab is a blank of one character.
 std::vector<LineWord> WordsOfLine(std::string_view line);
+
+/// What `mark`, of one byte at least, parts; the whole line where it does not stand there.
+std::vector<std::string_view> PartsBetween(std::string_view line, std::string_view mark);
+inline std::vector<std::string_view> PartsBetween(std::string_view line, char mark) {
+  return PartsBetween(line, std::string_view(&mark, 1));
+}
 
 }  // namespace tarnwick

@@ -167,4 +167,14 @@ std::string_view FieldText(std::string_view field, const TextLayout& layout, std
   return TrimBlankBytes(buffer);
 }
 
+std::vector<std::string> FieldTexts(std::string_view line, const TextLayout& layout) {
+  std::vector<std::string> texts;
+  std::string buffer;
+  FieldCursor cursor(line, layout);
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    texts.emplace_back(FieldText(*field, layout, buffer));
+  }
+  return texts;
+}
+
 }  // namespace tarnwick

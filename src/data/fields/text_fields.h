@@ -100,5 +100,7 @@ std::int32_t CountFields(std::string_view line, const TextLayout& layout, std::i
 /// A field without its markers (a doubled marker inside becomes one) and without blanks at its ends. The answer views
 /// the field itself, or `buffer` when characters had to be dropped.
 std::string_view FieldText(std::string_view field, const TextLayout& layout, std::string& buffer);
+/// The same of all fields of a line.
+std::vector<std::string> FieldTexts(std::string_view line, const TextLayout& layout);
 
 }  // namespace tarnwick

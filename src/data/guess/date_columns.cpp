@@ -1,6 +1,7 @@
 #include "data/guess/date_columns.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 #include "base/ascii.h"
@@ -8,6 +9,7 @@
 #include "base/text_encoding.h"
 #include "data/fields/joined_time.h"
 #include "data/fields/text_fields.h"
+#include "data/guess/found_times.h"
 #include "data/guess/short_dates.h"
 #include "data/guess/time_names.h"
 
@@ -22,29 +24,11 @@ constexpr std::size_t kFewestDays = 8;  // where only their digits say so
 constexpr int kFirstYear = 1900;
 constexpr int kLastYear = 2100;
 
-std::optional<double> TimeOf(const JoinedTimeFound& found, Columns columns, std::size_t row) {
-  Texts texts;
-  for (const std::size_t column : found.columns) {
-    texts.push_back(TrimBlankBytes(columns[column][row]));
-  }
-  return JoinTime(found.parts, texts, found.date_format);
-}
-
 /// True when all rows give times, and several.
 bool TellsTimes(const JoinedTimeFound& found, Columns columns) {
-  std::size_t rows = columns[found.columns.front()].size();
-  for (const std::size_t column : found.columns) rows = std::min(rows, columns[column].size());
-  std::set<double> times;
-  for (std::size_t row = 0; row < rows; ++row) {
-    const std::optional<double> time = TimeOf(found, columns, row);
-    if (!time) return false;
-    times.insert(*time);
-  }
-  return rows >= kFewestRows && times.size() > 1;
-}
-
-bool AreDigits(std::string_view text, std::size_t count) {
-  return text.size() == count && std::ranges::all_of(text, IsDigit);
+  const std::vector<double> times = AllTimesOf(found, columns);
+  return times.size() >= kFewestRows &&
+         std::ranges::adjacent_find(times, std::not_equal_to<>()) != times.end();
 }
 
 template <class Is>

@@ -140,15 +140,6 @@ bool CountsAcross(std::string_view line, const TextLayout& layout) {
   return labelled && counted >= (years ? kEnoughYears : kEnough);
 }
 
-std::vector<std::string> TextsOf(std::string_view line, const TextLayout& layout) {
-  std::vector<std::string> fields;
-  FieldCursor cursor(line, layout);
-  while (const std::optional<std::string_view> field = cursor.Next()) {
-    fields.push_back(NameText(*field, layout));
-  }
-  return fields;
-}
-
 /// "id,10,20,30,40" above labelled rows whose numbers do not step so: numbers in even steps name the columns.
 bool StepsAcross(std::span<const std::string_view> lines, std::size_t line,
                  const TextLayout& layout, const TableBody& body) {
@@ -156,7 +147,7 @@ bool StepsAcross(std::span<const std::string_view> lines, std::size_t line,
     return false;
   }
   const auto steps = [&layout](std::string_view text) {
-    const std::vector<std::string> fields = TextsOf(text, layout);
+    const std::vector<std::string> fields = NameTexts(text, layout);
     return !fields.empty() && !fields.front().empty() && AreEvenNumbersAcross(fields);
   };
   return steps(lines[line]) && !steps(lines[line + 1]);
@@ -165,14 +156,14 @@ bool StepsAcross(std::span<const std::string_view> lines, std::size_t line,
 /// "Espece 1 2 3 4 E", unlike the line below it.
 bool CountsBetweenTexts(std::span<const std::string_view> lines, std::size_t line,
                         const TextLayout& layout) {
-  return line + 1 < lines.size() && CountBetweenTexts(TextsOf(lines[line], layout)) &&
-         !CountBetweenTexts(TextsOf(lines[line + 1], layout));
+  return line + 1 < lines.size() && CountBetweenTexts(NameTexts(lines[line], layout)) &&
+         !CountBetweenTexts(NameTexts(lines[line + 1], layout));
 }
 
 /// Behind an empty field, above rows that all have one there, numbers that rise name the columns.
 bool NamesBehindNothing(std::string_view line, const TextLayout& layout, const TableBody& body) {
   if (body.columns.empty() || body.columns.front().values.size() != body.rows.size()) return false;
-  const std::vector<std::string> fields = TextsOf(line, layout);
+  const std::vector<std::string> fields = NameTexts(line, layout);
   return fields.size() == body.columns.size() && fields.front().empty() && AreNumbersAcross(fields);
 }
 
@@ -188,7 +179,7 @@ std::size_t BehindSizes(std::span<const std::string_view> lines, std::size_t fro
   }
   bool shorter = false;
   for (std::size_t i = from; i < std::min(lines.size(), from + kMostSizes); ++i) {
-    const std::vector<std::string> fields = TextsOf(lines[i], layout);
+    const std::vector<std::string> fields = NameTexts(lines[i], layout);
     if (fields.empty() || !ParseInteger(fields.front())) return shorter ? i : from;
     shorter = shorter || fields.size() < samples.size();
   }

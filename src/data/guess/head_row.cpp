@@ -27,16 +27,6 @@ std::size_t NextData(Lines lines, std::size_t line, const TextLayout& layout) {
   return line;
 }
 
-std::vector<std::string> TextsOf(std::string_view line, const TextLayout& layout) {
-  std::vector<std::string> texts;
-  FieldCursor cursor(line, layout);
-  std::string buffer;
-  while (const std::optional<std::string_view> field = cursor.Next()) {
-    texts.emplace_back(FieldText(*field, layout, buffer));
-  }
-  return texts;
-}
-
 bool CountsColumns(const std::vector<std::string>& texts) {
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (texts[i] != std::to_string(i + 1)) return false;
@@ -48,10 +38,10 @@ bool CountsColumns(const std::vector<std::string>& texts) {
 std::optional<std::size_t> BelowCountedNames(Lines lines, std::size_t first,
                                              const TextLayout& layout) {
   if (first >= lines.size()) return std::nullopt;
-  const std::vector<std::string> numbers = TextsOf(lines[first], layout);
+  const std::vector<std::string> numbers = FieldTexts(lines[first], layout);
   const std::size_t next = NextData(lines, first, layout);
   if (next >= lines.size() || !CountsColumns(numbers)) return std::nullopt;
-  const std::vector<std::string> names = TextsOf(lines[next], layout);
+  const std::vector<std::string> names = FieldTexts(lines[next], layout);
   const bool words = std::ranges::all_of(
       names, [](const std::string& name) { return KindOfField(name) == FieldKind::Text; });
   if (names.size() != numbers.size() || !words) return std::nullopt;
@@ -68,7 +58,7 @@ bool IsFar(double value, std::span<const double> others) {
 }
 
 bool IsFarFromRows(std::string_view line, const TextLayout& layout, const TableBody& body) {
-  const std::vector<std::string> texts = TextsOf(line, layout);
+  const std::vector<std::string> texts = FieldTexts(line, layout);
   if (texts.size() != body.columns.size()) return false;
   std::size_t far = 0, numbers = 0;
   for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -87,7 +77,7 @@ bool IsVectorAbove(Lines lines, std::size_t first, const TextLayout& layout) {
   const auto rises = [&layout](std::string_view line) {
     std::optional<double> last;
     std::size_t values = 0;
-    for (const std::string& text : TextsOf(line, layout)) {
+    for (const std::string& text : FieldTexts(line, layout)) {
       const std::optional<double> value = ParseNumber(text);
       if (!value || (last && *value <= *last)) return false;
       last = value;

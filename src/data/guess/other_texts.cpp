@@ -314,8 +314,7 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   std::string_view head = text.substr(0, kBytesLookedAt);
   head.remove_prefix(std::min(head.find_first_not_of(" \t\r\n"), head.size()));
   for (const OtherText& other : kOtherTexts) {
-    const bool is_one = head.starts_with(other.begins) && head.find(other.holds) != head.npos;
-    if (is_one) return other.why;
+    if (head.starts_with(other.begins) && head.find(other.holds) != head.npos) return other.why;
   }
   if (by == TableBy::User) return {};
   if (IsMolecule(lines, format)) {

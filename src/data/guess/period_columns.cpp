@@ -23,9 +23,7 @@ std::optional<Period> PeriodOf(std::string_view text, char mark) {
   if (!as_long || text[kYearDigits] != mark) return std::nullopt;
   const std::string_view year = text.substr(0, kYearDigits);
   const std::string_view number = text.substr(kYearDigits + 1);
-  if (!std::ranges::all_of(year, IsDigit) || !std::ranges::all_of(number, IsDigit)) {
-    return std::nullopt;
-  }
+  if (!AreDigits(year) || !AreDigits(number)) return std::nullopt;
   return Period{static_cast<int>(*ParseInteger(year)), static_cast<int>(*ParseInteger(number))};
 }
 

@@ -6,29 +6,20 @@
 
 #include "base/ascii.h"
 #include "data/fields/field_kind.h"
+#include "data/fields/line_words.h"
 #include "data/fields/text_fields.h"
+#include "data/names/shared_names.h"
 
 namespace tarnwick {
 namespace {
 
-constexpr char kInner = ';';
 constexpr std::size_t kFewestRows = 3;
-
-std::vector<std::string_view> PartsOf(std::string_view text, char mark) {
-  std::vector<std::string_view> parts;
-  while (true) {
-    const std::size_t end = std::min(text.find(mark), text.size());
-    parts.push_back(text.substr(0, end));
-    if (end == text.size()) return parts;
-    text.remove_prefix(end + 1);
-  }
-}
 
 /// How many values each field of the line holds; empty where one holds something else.
 std::vector<std::size_t> ValuesOf(std::string_view line, char outer) {
   std::vector<std::size_t> counts;
-  for (const std::string_view field : PartsOf(line, outer)) {
-    const std::vector<std::string_view> values = PartsOf(field, kInner);
+  for (const std::string_view field : PartsBetween(line, outer)) {
+    const std::vector<std::string_view> values = PartsBetween(field, kMarkWithinFields);
     const bool empty = TrimBlankBytes(field).empty();
     if (!empty && !std::ranges::all_of(
                       values, [](std::string_view one) { return IsValue(KindOfField(one)); })) {
@@ -56,7 +47,8 @@ bool PartsAll(std::span<const std::string_view> lines, char outer) {
     if (line.empty() || line.front() == '#') continue;
     if (names.empty()) {
       names = line;
-      if (line.find(kInner) != line.npos || std::ranges::none_of(line, &IsLetter)) return false;
+      if (line.find(kMarkWithinFields) != line.npos || std::ranges::none_of(line, &IsLetter))
+        return false;
       continue;
     }
     std::vector<std::size_t> counts = ValuesOf(whole, outer);
@@ -67,7 +59,7 @@ bool PartsAll(std::span<const std::string_view> lines, char outer) {
       const bool one = std::ranges::find(usual, std::size_t{1}) != usual.end();
       const bool full = std::ranges::find(usual, std::size_t{0}) == usual.end();
       if (usual.size() < kFewestFields || !several || !one || !full ||
-          PartsOf(names, outer).size() != usual.size()) {
+          PartsBetween(names, outer).size() != usual.size()) {
         return false;
       }
     }
@@ -81,7 +73,7 @@ bool PartsAll(std::span<const std::string_view> lines, char outer) {
 
 std::string MarksOfSharedFields(std::span<const std::string_view> lines) {
   for (const char outer : {',', '\t'}) {
-    if (PartsAll(lines, outer)) return {outer, kInner};
+    if (PartsAll(lines, outer)) return {outer, kMarkWithinFields};
   }
   return {};
 }

@@ -9,6 +9,7 @@
 #include "base/number_text.h"
 #include "data/fields/field_value.h"
 #include "data/fields/text_fields.h"
+#include "data/guess/found_times.h"
 
 namespace tarnwick {
 namespace {
@@ -19,26 +20,9 @@ using Times = std::vector<double>;
 constexpr std::size_t kFewestRows = 8;
 constexpr double kLongestMonth = 31.5;
 
-bool AreDigits(std::string_view text, std::size_t count) {
-  return text.size() == count && std::ranges::all_of(text, IsDigit);
-}
-
 bool IsHour(std::string_view text) {
   text = TrimBlankBytes(text);
   return AreDigits(text, 1) || (AreDigits(text, 2) && text <= "24");
-}
-
-/// The times of all rows; empty where one gives none.
-Times TimesOf(const JoinedTimeFound& found, Columns columns) {
-  Times times;
-  for (std::size_t row = 0; row < columns[found.columns.front()].size(); ++row) {
-    std::vector<std::string_view> texts;
-    for (const std::size_t column : found.columns) texts.push_back(columns[column][row]);
-    const std::optional<double> time = JoinTime(found.parts, texts, found.date_format);
-    if (!time) return {};
-    times.push_back(*time);
-  }
-  return times;
 }
 
 bool Rises(const Times& times) {
@@ -72,7 +56,7 @@ bool RisesDaily(const Times& times) {
 bool IsDigitClock(const std::vector<std::string_view>& texts, const Times& times) {
   const auto is_time = [](std::string_view text) {
     text = TrimBlankBytes(text);
-    return text.size() >= 3 && text.size() <= 6 && std::ranges::all_of(text, IsDigit);
+    return text.size() >= 3 && text.size() <= 6 && AreDigits(text);
   };
   if (!std::ranges::all_of(texts, is_time) || !RisesEvenly(times)) return false;
   Times numbers;
@@ -98,15 +82,16 @@ std::optional<JoinedTimeFound> FindSixDigits(Columns columns, std::size_t first)
   const JoinedTimeFound paired{{YearMonthDay, Hour}, {first, first + 1}};
   const bool hours = first + 1 < columns.size() && columns[first + 1].size() == days.size() &&
                      std::ranges::all_of(columns[first + 1], &IsHour);
-  if (hours && days.front() != days.back() && RisesEvenly(TimesOf(paired, columns))) return paired;
+  if (hours && days.front() != days.back() && RisesEvenly(AllTimesOf(paired, columns)))
+    return paired;
   const JoinedTimeFound alone{{YearMonthDay}, {first}};
   const bool months =
       TrimBlankBytes(days.front()).substr(0, 4) != TrimBlankBytes(days.back()).substr(0, 4);
-  if (months && RisesDaily(TimesOf(alone, columns))) return alone;
+  if (months && RisesDaily(AllTimesOf(alone, columns))) return alone;
   const bool numbers = RisesAsNumbers(days);
   for (const TimePart part : {MonthDayYear, DayMonthYear}) {
     const JoinedTimeFound tried{{part}, {first}};
-    const Times times = TimesOf(tried, columns);
+    const Times times = AllTimesOf(tried, columns);
     if (numbers ? months && RisesDaily(times) : Rises(times)) return tried;
   }
   return std::nullopt;
@@ -129,9 +114,9 @@ bool RunsOnOtherwise(const std::vector<std::string_view>& texts) {
 
 std::optional<JoinedTimeFound> FindBetweenSlashes(Columns columns, std::size_t first) {
   const JoinedTimeFound days{{TimePart::YearMonthDay}, {first}};
-  if (RunsOn(TimesOf(days, columns)) && !RunsOnOtherwise(columns[first])) return days;
+  if (RunsOn(AllTimesOf(days, columns)) && !RunsOnOtherwise(columns[first])) return days;
   const JoinedTimeFound months{{TimePart::MonthYear}, {first}};
-  const Times times = TimesOf(months, columns);
+  const Times times = AllTimesOf(months, columns);
   const bool one_by_one =
       Rises(times) && std::ranges::adjacent_find(times, [](double one, double next) {
                         return next - one > kLongestMonth;
@@ -149,7 +134,7 @@ std::optional<JoinedTimeFound> FindShortDates(Columns columns, std::size_t first
   };
   if (texts.size() < kFewestRows) return std::nullopt;
   const JoinedTimeFound clock{{TimePart::Time}, {first}};
-  if (IsDigitClock(texts, TimesOf(clock, columns))) return clock;
+  if (IsDigitClock(texts, AllTimesOf(clock, columns))) return clock;
   if (all_hold([](std::string_view text) { return AreDigits(text, 6); })) {
     return FindSixDigits(columns, first);
   }

@@ -13,6 +13,7 @@
 #include "data/fields/field_value.h"
 #include "data/fields/text_fields.h"
 #include "data/guess/date_columns.h"
+#include "data/guess/found_times.h"
 #include "data/guess/period_columns.h"
 #include "data/guess/time_names.h"
 
@@ -69,23 +70,6 @@ bool Extend(JoinedTimeFound& found, TimePart part, std::size_t column) {
   return false;
 }
 
-std::size_t RowCount(const JoinedTimeFound& found, Columns columns) {
-  std::size_t rows = std::numeric_limits<std::size_t>::max();
-  for (const std::size_t column : found.columns) rows = std::min(rows, columns[column].size());
-  return rows;
-}
-
-/// The times of the rows; nothing where a row gives none.
-std::vector<std::optional<double>> TimesOf(const JoinedTimeFound& found, Columns columns) {
-  std::vector<std::optional<double>> times;
-  std::vector<std::string_view> texts(found.columns.size());
-  for (std::size_t row = 0; row < RowCount(found, columns); ++row) {
-    for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = columns[found.columns[i]][row];
-    times.push_back(JoinTime(found.parts, texts, found.date_format));
-  }
-  return times;
-}
-
 std::size_t CountRead(const std::vector<std::optional<double>>& times) {
   return static_cast<std::size_t>(
       std::count_if(times.begin(), times.end(), [](const auto& time) { return time.has_value(); }));
@@ -116,10 +100,6 @@ void ChooseDateFormat(JoinedTimeFound& found, Columns columns) {
   }
 }
 
-bool IsDigits(std::string_view text) {
-  return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
-}
-
 /// A column of digits under "time" is of hours when it goes to 24; up to 59 it may have passed as well as be minutes.
 bool SettleDigits(JoinedTimeFound& found, Columns columns) {
   for (std::size_t i = 0; i < found.parts.size(); ++i) {
@@ -128,7 +108,7 @@ bool SettleDigits(JoinedTimeFound& found, Columns columns) {
     bool short_digits = true;
     for (const std::string_view field : columns[found.columns[i]]) {
       const std::string_view text = TrimBlankBytes(field);
-      short_digits &= text.empty() || (IsDigits(text) && text.size() <= 2);
+      short_digits &= text.empty() || (AreDigits(text) && text.size() <= 2);
       if (short_digits) largest = std::max(largest, ParseNumber(text).value_or(0));
     }
     if (!short_digits) continue;
@@ -208,7 +188,7 @@ std::optional<JoinedTimeFound> FindByNames(std::span<const std::string> names, C
 
 bool IsCompactDate(std::string_view text) {
   text = TrimBlankBytes(text);
-  const std::optional<double> day = IsDigits(text) ? ParseCompactDay(text) : std::nullopt;
+  const std::optional<double> day = AreDigits(text) ? ParseCompactDay(text) : std::nullopt;
   if (!day) return false;
   const int year = SplitDay(*day).year;
   return year >= kFirstYear && year <= kLastYear;
@@ -420,7 +400,7 @@ std::optional<JoinedTimeFound> FindDayAndYear(std::span<const std::string> names
 std::optional<JoinedTimeFound> FindYearAndMonthCode(Columns columns, std::size_t first) {
   const auto is_code = [](std::string_view text) {
     text = TrimBlankBytes(text);
-    return text.size() == 3 && text.front() == 'M' && IsDigits(text.substr(1));
+    return text.size() == 3 && text.front() == 'M' && AreDigits(text.substr(1));
   };
   if (first + 1 >= columns.size() || !AreAll(columns[first], &IsYear) ||
       !AreAll(columns[first + 1], is_code)) {

@@ -19,12 +19,7 @@ using Fields = std::vector<std::string>;
 
 /// The fields of a row; one that is empty behind the last separator is none.
 Fields FieldsOf(std::string_view row, const TextLayout& layout) {
-  Fields fields;
-  std::string buffer;
-  FieldCursor cursor(row, layout);
-  while (const std::optional<std::string_view> field = cursor.Next()) {
-    fields.emplace_back(FieldText(*field, layout, buffer));
-  }
+  Fields fields = FieldTexts(row, layout);
   if (!fields.empty() && fields.back().empty()) fields.pop_back();
   return fields;
 }

@@ -13,15 +13,6 @@
 namespace tarnwick {
 namespace {
 
-std::vector<std::string> TextsOf(std::string_view line, const TextLayout& layout) {
-  std::vector<std::string> texts;
-  FieldCursor cursor(line, layout);
-  while (const std::optional<std::string_view> field = cursor.Next()) {
-    texts.push_back(NameText(*field, layout));
-  }
-  return texts;
-}
-
 bool IsCalledTime(const std::string& name) {
   const std::string lower = LowerAscii(name);
   return lower.starts_with("time") || lower.starts_with("date") || lower.starts_with("clock");
@@ -32,7 +23,7 @@ std::vector<bool> ClocksOf(std::span<const std::string_view> rows, const TextLay
   std::vector<bool> clocks;
   for (const std::string_view row : rows) {
     if (!IsDataLine(row, layout)) continue;
-    const std::vector<std::string> texts = TextsOf(row, layout);
+    const std::vector<std::string> texts = NameTexts(row, layout);
     if (clocks.empty()) clocks.resize(texts.size(), true);
     if (texts.size() != clocks.size()) return {};
     for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -49,7 +40,7 @@ bool NamesClockFromLeft(std::span<const std::string_view> above,
   const std::vector<bool> clocks = ClocksOf(rows, layout);
   if (std::ranges::find(clocks, true) == clocks.end()) return false;
   return std::ranges::any_of(above, [&](std::string_view line) {
-    const std::vector<std::string> names = TextsOf(line, layout);
+    const std::vector<std::string> names = NameTexts(line, layout);
     if (names.size() + 1 != clocks.size()) return false;
     for (std::size_t i = 1; i < names.size(); ++i) {
       if (IsCalledTime(names[i]) && clocks[i] && !clocks[i + 1]) return true;

@@ -13,14 +13,11 @@ bool IsSign(char c) {
   return !IsLetter(c) && !IsDigit(c) && static_cast<unsigned char>(c) < 0x80;
 }
 
-/// Appends what commas part, without the blanks around it.
-void AppendParts(std::string_view line, std::vector<std::string_view>& parts) {
-  for (;;) {
-    const std::size_t comma = line.find(',');
-    parts.push_back(TrimBlankBytes(line.substr(0, comma)));
-    if (comma == line.npos) return;
-    line.remove_prefix(comma + 1);
-  }
+/// What the mark parts, without the blanks around it.
+std::vector<std::string_view> TrimmedParts(std::string_view line, std::string_view mark) {
+  std::vector<std::string_view> parts = PartsBetween(line, mark);
+  for (std::string_view& part : parts) part = TrimBlankBytes(part);
+  return parts;
 }
 
 }  // namespace
@@ -43,14 +40,7 @@ std::string_view WithoutClosingMark(std::string_view text, const TextLayout& lay
 }
 
 std::vector<std::string_view> SplitAtDashes(std::string_view text) {
-  constexpr std::string_view kDash = " - ";
-  std::vector<std::string_view> parts;
-  while (true) {
-    const std::size_t dash = text.find(kDash);
-    parts.push_back(TrimBlankBytes(text.substr(0, dash)));
-    if (dash == text.npos) break;
-    text.remove_prefix(dash + kDash.size());
-  }
+  std::vector<std::string_view> parts = TrimmedParts(text, " - ");
   const bool units = std::ranges::all_of(
       parts, [](std::string_view part) { return part.ends_with(']') || part.ends_with(')'); });
   if (parts.size() < 2 || (parts.size() == 2 && !units)) parts.clear();
@@ -69,9 +59,10 @@ std::vector<std::string_view> NamesOverCommas(std::string_view upper, std::strin
   upper = TrimBlankBytes(upper);
   lower = TrimBlankBytes(lower);
   if (!upper.ends_with(',') || lower.find(',') == lower.npos) return {};
-  std::vector<std::string_view> names;
-  AppendParts(upper.substr(0, upper.size() - 1), names);
-  AppendParts(lower.ends_with(',') ? lower.substr(0, lower.size() - 1) : lower, names);
+  if (lower.ends_with(',')) lower.remove_suffix(1);
+  std::vector<std::string_view> names = TrimmedParts(upper.substr(0, upper.size() - 1), ",");
+  const std::vector<std::string_view> more = TrimmedParts(lower, ",");
+  names.insert(names.end(), more.begin(), more.end());
   const bool words = std::ranges::all_of(names, [](std::string_view name) {
     return !name.empty() && name.find_first_of(" \t") == name.npos;
   });

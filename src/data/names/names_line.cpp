@@ -314,6 +314,15 @@ std::string NameText(std::string_view field, const TextLayout& layout) {
   return name;
 }
 
+std::vector<std::string> NameTexts(std::string_view line, const TextLayout& layout) {
+  std::vector<std::string> texts;
+  FieldCursor cursor(line, layout);
+  while (const std::optional<std::string_view> field = cursor.Next()) {
+    texts.push_back(NameText(*field, layout));
+  }
+  return texts;
+}
+
 std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
                                 std::int32_t columns, RowLabels labels) {
   if (!layout.cuts.empty()) return SplitByPlace(WithBlankedMarks(line, layout), layout);

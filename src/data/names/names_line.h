@@ -21,6 +21,8 @@ std::string WithBlankedMarks(std::string_view line, const TextLayout& layout);
 
 /// A field of a line of names as UTF-8, without markers, at most 255 bytes; blanks stand for control characters.
 std::string NameText(std::string_view field, const TextLayout& layout);
+/// The same of all fields of a line.
+std::vector<std::string> NameTexts(std::string_view line, const TextLayout& layout);
 
 /// Whether the first column may be one of labels, which lines of names often leave without a name.
 enum class RowLabels : std::uint8_t {

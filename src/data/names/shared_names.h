@@ -13,6 +13,9 @@
 
 namespace tarnwick {
 
+/// Parts the values that share a field.
+inline constexpr char kMarkWithinFields = ';';
+
 /// A name for each of `columns` values where two marks other than blanks part the rows and the line holds only one of them, as
 /// often as the first of `rows`: "Date", "NY 1", "NY 2", "NY 3". Nothing for other lines.
 std::optional<std::vector<std::string>> SpreadNames(std::string_view line,

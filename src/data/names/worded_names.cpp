@@ -14,15 +14,6 @@ namespace {
 
 using Fields = std::vector<std::string>;
 
-Fields FieldsOf(std::string_view row, const TextLayout& layout) {
-  Fields fields;
-  FieldCursor cursor(row, layout);
-  while (const std::optional<std::string_view> field = cursor.Next()) {
-    fields.push_back(NameText(*field, layout));
-  }
-  return fields;
-}
-
 /// "(MJD" and "TAI-UTC=" without their marks; "[a.u.]" as it stands.
 std::string_view WithoutMarks(std::string_view word) {
   constexpr std::string_view kMarks = "=:,;|";
@@ -97,10 +88,10 @@ class WordedNames {
 
 Fields NamesFromWords(std::string_view row, std::span<const std::string_view> rows,
                       const TextLayout& layout, std::int32_t columns) {
-  const Fields fields = FieldsOf(row, layout);
+  const Fields fields = NameTexts(row, layout);
   std::vector<bool> is_word(fields.size(), true);
   for (const std::string_view other : rows) {
-    const Fields texts = FieldsOf(other, layout);
+    const Fields texts = NameTexts(other, layout);
     if (texts.size() != fields.size()) continue;
     for (std::size_t i = 0; i < texts.size(); ++i) is_word[i] = is_word[i] && texts[i] == fields[i];
   }

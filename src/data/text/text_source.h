@@ -16,8 +16,8 @@ class TextSource {
  public:
   /// Reads what `file` holds. UTF-16 (with a byte order mark, or plainly so without) is turned into UTF-8 once; all
   /// else is used in place, unless quoted fields run over several lines: they are joined to one, so that line numbers
-  /// behind them count less. Spectra in JCAMP-DX and EMSA
-  /// become lines of X and Y, records of networks (Touchstone) a line each. Throws FileError when there is nothing, or no text.
+  /// behind them count less. Spectra in JCAMP-DX and EMSA become lines of X and Y, records of networks (Touchstone) a line
+  /// each. Throws FileError when there is nothing, or no text.
   TextSource(MappedFile file, std::string name);
   /// The same for bytes that came another way.
   TextSource(std::string bytes, std::string name);

@@ -1,5 +1,5 @@
 // Parameters of networks of several ports over frequency, whose records go over lines, turned into a line for each frequency.
-// Knows the first version of the format ("Touchstone File Format Specification", revision 1.1); knows no columns.
+// Knows the first version of the format (Touchstone 1.1 of the IBIS Open Forum: files .s1p to .sNp); knows no columns.
 #pragma once
 
 #include <optional>

@@ -22,8 +22,7 @@ struct PastedParts {
 /// A graph that holds nothing becomes the pasted one, at its own place. Any other keeps its axes and look and gets the pasted
 /// DataSets behind its own, the first of them current, the marks that it does not have yet under free IDs, and the inserted
 /// graphs; a DataSet that would look like one already there takes a colour and symbol from the palette, one of a name already
-/// there a number behind its own ("y_1"). Throws Error when
-/// there is nothing to add; the graph is then as it was.
+/// there a number behind its own ("y_1"). Throws Error when there is nothing to add; the graph is then as it was.
 PastedParts PasteGraph(TxyGraph& graph, const GraphState& pasted);
 
 /// Inserts the pasted graph as a child at its stored place, a little aside when a child stands right there; answers its

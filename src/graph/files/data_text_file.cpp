@@ -12,6 +12,7 @@
 #include "base/number_text.h"
 #include "base/undefined.h"
 #include "base/whole_file.h"
+#include "base/word_list.h"
 #include "data/columns/error_names.h"
 #include "data/fields/text_fields.h"
 #include "data/names/text_names.h"
@@ -199,14 +200,12 @@ std::string LeftOutOfTable(const TxyGraph& graph) {
   const auto with =
       std::ranges::find_if(series, [](const TSeries* one) { return HasXErrors(one->Errors()); });
   std::string told = JoinedQuantities(series);
-  const auto add = [&told](const std::string& sentence) {
-    if (!sentence.empty()) told += (told.empty() ? "" : " ") + sentence;
-  };
-  add(OrdersApart(series));
-  add(GapsLost(series, 0));
+  AddSentence(told, OrdersApart(series));
+  AddSentence(told, GapsLost(series, 0));
   if (with == series.end() || HasErrorsOfX(series)) return told;
-  add("The errors of X of \"" + (*with)->SeriesName() +
-      "\" are left out: the table has one column of X for all DataSets. A graph file keeps them.");
+  AddSentence(told, "The errors of X of \"" + (*with)->SeriesName() +
+                        "\" are left out: the table has one column of X for all DataSets. A graph "
+                        "file keeps them.");
   return told;
 }
 

@@ -5,7 +5,6 @@
 #include <iterator>
 #include <utility>
 
-#include "base/number_text.h"
 #include "data/import/piece_finder.h"
 
 namespace tarnwick {
@@ -72,12 +71,11 @@ bool SharesRow(double x, double row_x, double tolerance) {
 std::vector<SharedRows> SharedRowsOf(const std::vector<const TSeries*>& series, double tolerance) {
   std::vector<std::size_t> left(series.size());
   for (std::size_t i = 0; i < left.size(); ++i) left[i] = i;
-  const auto turns = [&](std::size_t number) { return !WayOf(*series[number]).order.empty(); };
+  std::vector<std::size_t> loops;
+  std::ranges::copy_if(left, std::back_inserter(loops),
+                       [&](std::size_t number) { return !WayOf(*series[number]).order.empty(); });
   std::vector<SharedRows> blocks;
-  while (true) {
-    std::vector<std::size_t> loops;
-    std::ranges::copy_if(left, std::back_inserter(loops), turns);
-    if (loops.empty()) break;
+  while (!loops.empty()) {
     const std::size_t leader = *std::ranges::max_element(
         loops, {}, [&](std::size_t number) { return series[number]->PointCount(); });
     SharedRows block{{leader}, true};
@@ -85,9 +83,11 @@ std::vector<SharedRows> SharedRowsOf(const std::vector<const TSeries*>& series, 
     for (const std::size_t number : left) {
       if (Follows(*series[number], *series[leader], tolerance)) block.columns.push_back(number);
     }
-    std::erase_if(left, [&](std::size_t number) {
+    const auto has_place = [&](std::size_t number) {
       return std::ranges::find(block.columns, number) != block.columns.end();
-    });
+    };
+    std::erase_if(left, has_place);
+    std::erase_if(loops, has_place);
     blocks.push_back(std::move(block));
   }
   if (!left.empty()) blocks.push_back({std::move(left), false});
@@ -152,8 +152,7 @@ std::string GapsLost(const std::vector<const TSeries*>& series, double tolerance
     const std::size_t seen = GapsInEvenSteps(column.x, column.uncertain, column.certain).size();
     const std::size_t lost = column.lost + column.uncertain.size() - seen;
     if (lost == 0) continue;
-    return "The line of \"" + series[i]->SeriesName() + "\" is broken at " +
-           Counted(static_cast<std::int64_t>(lost), "gap") +
+    return BrokenAt(*series[i], lost) +
            " where the table cannot show it, since other DataSets go on there. A graph file keeps "
            "them.";
   }

@@ -60,8 +60,8 @@ struct SharedRows {
 /// whose X are among its own, in its order.
 std::vector<SharedRows> SharedRowsOf(const std::vector<const TSeries*>& series, double tolerance);
 
-/// Calls row(block, columns) for every row, `columns` being the cursors that stand in it, and gap(block) before one at which the
-/// lines of all DataSets that go on are broken. The cursors go on by themselves.
+/// Calls row(first, here) for every row, with the cursor that gives its X and, of each DataSet, whether it stands in it, and
+/// gap(block) before one at which the lines of all DataSets that go on are broken. The cursors go on by themselves.
 template <class Row, class Gap>
 void ForEachRow(const std::vector<SharedRows>& blocks, std::vector<LineCursor>& cursors,
                 double tolerance, Row&& row, Gap&& gap);

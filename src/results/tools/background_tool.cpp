@@ -14,6 +14,7 @@
 #include "analysis/smoothing.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "data/series/line_breaks.h"
 #include "results/tools/tool_table.h"
 

@@ -6,6 +6,7 @@
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "data/series/line_breaks.h"
 #include "graph/line_way.h"
 
@@ -212,7 +213,7 @@ std::string TellTurns(const TSeries& source, AlongLine along, std::size_t branch
 std::string TellGaps(const TSeries& source, AlongLine along, const LineWay& way) {
   const bool apart = along == AlongLine::Pieces || along == AlongLine::Follows;
   if ((!apart && along != AlongLine::Across) || way.breaks.empty()) return {};
-  return "The line of " + Named(source) + " is broken at " + CountedOf(way.breaks.size(), "gap") +
+  return BrokenAt(source, way.breaks.size()) +
          (apart ? ": nothing was taken across." : ": this goes straight across.");
 }
 

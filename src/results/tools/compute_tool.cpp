@@ -6,6 +6,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "base/word_list.h"
 #include "results/tools/tool_table.h"
 
 namespace tarnwick {

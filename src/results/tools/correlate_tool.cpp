@@ -13,6 +13,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "base/word_list.h"
 #include "results/tools/tool_table.h"
 #include "results/tools/unit_names.h"
 

@@ -14,6 +14,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "base/word_list.h"
 #include "data/column_caption.h"
 #include "graph/line_way.h"
 #include "results/tools/tool_table.h"

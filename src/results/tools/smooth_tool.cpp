@@ -9,6 +9,7 @@
 #include "analysis/smoothing.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "data/column_caption.h"
 #include "results/tools/tool_table.h"
 

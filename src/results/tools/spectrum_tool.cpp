@@ -7,6 +7,7 @@
 #include "analysis/smoothing.h"
 #include "base/error.h"
 #include "base/number_text.h"
+#include "base/word_list.h"
 #include "results/tools/tool_table.h"
 #include "results/tools/unit_names.h"
 

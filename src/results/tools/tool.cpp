@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/undefined.h"
+#include "base/word_list.h"
 #include "data/column_caption.h"
 #include "data/series/line_breaks.h"
 #include "graph/line_way.h"
@@ -207,10 +208,6 @@ std::string LeftOutText(const TSeries& source, const ToolColumns& columns) {
   if (HasYErrors(source.Errors()) || HasXErrors(source.Errors()))
     AddSentence(told, "Errors are left out.");
   return told;
-}
-
-void AddSentence(std::string& text, const std::string& sentence) {
-  if (!sentence.empty()) text += (text.empty() ? "" : " ") + sentence;
 }
 
 std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const double> x,

@@ -160,9 +160,6 @@ std::string LeftOutText(const TSeries& source, const ToolColumns& columns);
 /// Of points alone, where the errors are kept.
 std::string PointsLeftOutText(const ToolColumns& columns);
 
-/// Puts a sentence behind others.
-void AddSentence(std::string& text, const std::string& sentence);
-
 /// A DataSet of these points, in the order in which they came, its column names those of the source but for what is not empty
 /// here.
 std::unique_ptr<TSeries> SeriesLike(const TSeries& source, std::span<const double> x,

@@ -14,7 +14,7 @@ namespace tarnwick {
 namespace {
 
 using ::testing::ElementsAre;
-using testing::IsNan;
+using ::testing::IsNan;
 
 std::string Written(const TDataSeries& series, WithPoints with_points,
                     WriterMode mode = WriterMode::Typed) {

@@ -13,7 +13,7 @@ namespace tarnwick {
 namespace {
 
 using ::testing::ElementsAre;
-using testing::IsNan;
+using ::testing::IsNan;
 using testing::NanSensitiveDoubleEq;
 
 TEST(PointErrors, FollowTheirRule) {

@@ -8,32 +8,12 @@
 #include <numbers>
 
 #include "base/undefined.h"
+#include "good_fit.h"
 
 namespace tarnwick {
 namespace {
 
 using ::testing::HasSubstr;
-
-/// A good fit of three parameters to 100 points.
-FitResult GoodResult() {
-  FitResult result;
-  result.outcome.why = StopReason::Converged;
-  result.outcome.iterations = 9;
-  result.outcome.changed = true;
-  result.outcome.value = 2;
-  result.names = {"a", "b", "c"};
-  result.start = {1, 1, 1};
-  result.values = {2, 3, 4};
-  result.points_in_range = result.points_used = 100;
-  result.statistics.points = 100;
-  result.statistics.varied = 3;
-  result.statistics.degrees_of_freedom = 97;
-  result.statistics.sum_of_squares = 2;
-  result.statistics.r_squared = result.statistics.adjusted_r_squared = 0.98;
-  result.residuals.freedom = 97;
-  result.statistics.correlation = {1, .2, .3, .2, 1, -.5, .3, -.5, 1};
-  return result;
-}
 
 FitCircumstances Usual() {
   FitCircumstances about;
@@ -358,7 +338,7 @@ const Situation kSituations[] = {
 TEST(FitVerdict, SaysWhatTheNumbersMean) {
   for (const Situation& situation : kSituations) {
     SCOPED_TRACE(situation.name);
-    FitResult result = GoodResult();
+    FitResult result = testing::GoodFit();
     FitCircumstances about = Usual();
     situation.make(result, about);
     const FitVerdict verdict = JudgeFit(result, about);
@@ -376,15 +356,15 @@ TEST(FitVerdict, SaysWhatTheNumbersMean) {
 // What one DataSet says against a fit of several, all of them say; doubt comes before what could not be tested.
 TEST(FitVerdict, OfSeveralIsThatOfTheGravest) {
   const FitCircumstances about = Usual();
-  FitResult good = GoodResult();
-  FitResult few = GoodResult();
+  FitResult good = testing::GoodFit();
+  FitResult few = testing::GoodFit();
   few.statistics.points = 6;
-  FitResult bent = GoodResult();
+  FitResult bent = testing::GoodFit();
   bent.residuals.shape = 1e-6;
   for (FitResult* one : {&good, &few, &bent}) one->verdict = JudgeFit(*one, about);
   EXPECT_TRUE(few.verdict.untested);
   EXPECT_FALSE(bent.verdict.untested);
-  const FitResult whole = GoodResult();
+  const FitResult whole = testing::GoodFit();
   const FitShare a = {"A", &good, &about};
   const FitShare b = {"B", &few, &about};
   const FitShare c = {"C", &bent, &about};
@@ -409,7 +389,7 @@ TEST(FitVerdict, OfSeveralIsThatOfTheGravest) {
 }
 
 TEST(FitVerdict, NamesThreeCorrelationsAtMost) {
-  FitResult result = GoodResult();
+  FitResult result = testing::GoodFit();
   result.names = {"a", "b", "c", "d"};
   result.statistics.correlation.assign(16, 0.999);
   result.statistics.correlation[6] = -0.9999;  // b with c
@@ -420,7 +400,7 @@ TEST(FitVerdict, NamesThreeCorrelationsAtMost) {
 }
 
 TEST(FitVerdict, OfATermThatMayBeAbsentSaysNothingTwice) {
-  FitResult result = GoodResult();
+  FitResult result = testing::GoodFit();
   result.statistics.standard_errors = {0.2, 1, 1};
   result.absent = {{0, {1}, 0.04, 0.35}};
   result.open = result.traded = {0, 1};

@@ -13,8 +13,8 @@
 namespace tarnwick {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsNan;
+using ::testing::ElementsAre;
+using ::testing::IsNan;
 
 PointsMark SomePoints() {
   return {10, 0xFEDCBA9876543210};
