@@ -69,17 +69,28 @@ std::int64_t CountDataLines(std::string_view text, const TextLayout& layout, std
   return count;
 }
 
+/// The number that a line begins with, if one.
+std::optional<double> FirstNumberOf(std::string_view line, const TextLayout& layout) {
+  FieldCursor cursor(line, layout);
+  const std::optional<std::string_view> field = cursor.Next();
+  std::string buffer;
+  return field ? ParseNumber(FieldText(*field, layout, buffer)) : std::nullopt;
+}
+
 /// What is known of the table and of the text behind a line.
 struct Below {
   std::string_view text;
-  WholeNumbers next;  ///< of the next line
+  std::string_view line;  ///< the next one
+  WholeNumbers next;      ///< of the next line
   const TextLayout& layout;
   const TableBody& body;
 };
 
 bool Counts(const WholeNumbers& numbers, const Below& below, bool lone) {
   const FieldTexts samples = SampleTexts(below.body.rows, below.layout);
-  const bool numbered = StepsByOne(below.body.columns.front().values);
+  // "5 0" above "6 2" is the row before it.
+  const bool goes_on = FirstNumberOf(below.line, below.layout) == numbers.front() + 1;
+  const bool numbered = !goes_on && StepsByOne(below.body.columns.front().values);
   const bool decimals = samples.size() == numbers.size() && HoldsDecimals(samples);
   if (!numbered && !decimals && !AreSizes(numbers, below.next, below.body)) return false;
   const std::int64_t most = numbered ? numbers.front() : std::ranges::max(numbers);
@@ -117,9 +128,9 @@ std::size_t BehindCounts(HeadLines lines, std::size_t first, std::string_view te
   if (body.columns.empty() || body.rows.empty()) return first;
   for (std::size_t i = first; i < std::min(first + kMostCountLines, lines.size()); ++i) {
     const WholeNumbers numbers = WholeNumbersOf(lines[i], layout);
-    const WholeNumbers next =
-        i + 1 < lines.size() ? WholeNumbersOf(lines[i + 1], layout) : WholeNumbers();
-    const Below below{BehindLines(text, i + 1, layout.line_end), next, layout, body};
+    const std::string_view line = i + 1 < lines.size() ? lines[i + 1] : std::string_view();
+    const Below below{BehindLines(text, i + 1, layout.line_end), line, WholeNumbersOf(line, layout),
+                      layout, body};
     if (numbers.empty()) return i == first && IsWrittenOtherwise(lines, i, below) ? i + 1 : first;
     if (Counts(numbers, below, numbers.size() == 1 && i > first)) return i + 1;
   }
