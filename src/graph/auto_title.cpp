@@ -5,6 +5,7 @@
 
 #include "base/ascii.h"
 #include "data/column_caption.h"
+#include "graph/all_series.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
@@ -24,8 +25,8 @@ std::string TitleOfX(const TxyGraph& graph) {
 std::vector<std::string> NamesOnAxis(const TxyGraph& graph, AxisId id) {
   const TDSInfo unnamed;
   std::vector<std::string> names;
-  for (std::size_t i = 0; i < graph.SeriesCount() && names.size() <= kTitleNames; ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
+    if (names.size() > kTitleNames) break;
     if (series.PointCount() == 0 || !IsDrawn(graph, series)) continue;
     if (YAxisOf(series) != id || IsInPanel(series)) continue;
     const std::string& column = series.Source().YDataColumn;

@@ -1,16 +1,15 @@
 #include "graph/series_names.h"
 
-#include <cstddef>
+#include <algorithm>
 
+#include "graph/all_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
 
 bool IsNameTaken(const TxyGraph& graph, const std::string& name) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (graph.Series(i).SeriesName() == name) return true;
-  }
-  return false;
+  return std::ranges::any_of(AllSeries(graph),
+                             [&](const TSeries& series) { return series.SeriesName() == name; });
 }
 
 std::string FreeSeriesName(const TxyGraph& graph, const std::string& wanted) {

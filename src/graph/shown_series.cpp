@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "data/column_caption.h"
+#include "graph/all_series.h"
 #include "graph/thinning/error_bars.h"
 #include "graph/xy_graph.h"
 
@@ -26,11 +27,9 @@ bool IsInPanel(const TSeries& series) {
 }
 
 bool HasPanel(const TxyGraph& graph) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
-    if (IsInPanel(series) && series.PointCount() > 0 && IsDrawn(graph, series)) return true;
-  }
-  return false;
+  return std::ranges::any_of(AllSeries(graph), [&](const TSeries& series) {
+    return IsInPanel(series) && series.PointCount() > 0 && IsDrawn(graph, series);
+  });
 }
 
 AxisScale YScaleOf(const TxyGraph& graph, const TSeries& series) {
@@ -49,8 +48,7 @@ Extremes ShownExtremes(const TxyGraph& graph, const TSeries& series) {
 }
 
 bool AxisInUse(const TxyGraph& graph, AxisId axis) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     if (series.PointCount() == 0) continue;
     if (axis == AxisId::X) return true;
     if (series.Style().visible && !IsInPanel(series) && YAxisOf(series) == axis) return true;
@@ -97,15 +95,13 @@ bool IsDrawn(const TxyGraph& graph, const TSeries& series) {
 }
 
 bool HasPoints(const TxyGraph& graph) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (graph.Series(i).PointCount() > 0) return true;
-  }
-  return false;
+  return std::ranges::any_of(AllSeries(graph),
+                             [](const TSeries& series) { return series.PointCount() > 0; });
 }
 
 std::string FitError(const TxyGraph& graph) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const std::string& error = graph.Series(i).Curve().Error();
+  for (const TSeries& series : AllSeries(graph)) {
+    const std::string& error = series.Curve().Error();
     if (!error.empty()) return error;
   }
   return {};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "graph/all_series.h"
 #include "graph/graph_update.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -33,8 +34,7 @@ Color OwnColor(const SeriesStyle& style) {
 
 void ColourFitsByDataSet(TxyGraph& graph) {
   std::vector<TSeries*> fitted;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    TSeries& series = graph.Series(i);
+  for (TSeries& series : AllSeries(graph)) {
     if (series.ShowsModelCurve() && !series.Fit().Expression().empty() && IsDrawn(graph, series))
       fitted.push_back(&series);
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "graph/all_series.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
 #include "graph/layout/automatic_legend.h"
@@ -61,10 +62,8 @@ QPointF QuietPlaceFor(const TxyGraph& graph, const PlotLayout& layout, QSizeF si
 }
 
 bool AreSeveralFitted(const TxyGraph& graph) {
-  int fitted = 0;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
-    fitted += graph.Series(i).Fit().Expression().empty() ? 0 : 1;
-  return fitted > 1;
+  const auto is_fitted = [](const TSeries& series) { return !series.Fit().Expression().empty(); };
+  return std::ranges::count_if(AllSeries(graph), is_fitted) > 1;
 }
 
 /// What the line of a parameter begins with, alone or as one of several fitted DataSets.
@@ -128,8 +127,7 @@ void PutMark(TxyGraph& graph, const Mark& mark) {
 /// Lines that were printed when their DataSet was the only one fitted, and still tell what it has, name it.
 void NameLinesOfSeveral(TxyGraph& graph) {
   if (!AreSeveralFitted(graph)) return;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     for (const FittedParameter& one : PrintedParameters(graph, series)) {
       const std::string bare = LineOf(one, BareBeginning(one.settings.Name));
       const Mark* const line = FindLine(graph, bare);

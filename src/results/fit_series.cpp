@@ -16,9 +16,11 @@
 #include "data/points/point_columns.h"
 #include "fit/judge/fit_bands.h"
 #include "fit/model/model_copy.h"
+#include "graph/all_series.h"
 #include "graph/axes/tick.h"
 #include "graph/graph_update.h"
 #include "graph/panel_axis.h"
+#include "graph/series_names.h"
 #include "graph/xy_graph.h"
 #include "results/made_series.h"
 
@@ -128,18 +130,15 @@ std::string ResidualsName(const TSeries& source) {
 }
 
 bool HasResiduals(const TxyGraph& graph, const TSeries& source) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (graph.Series(i).SeriesName() == ResidualsName(source)) return true;
-  }
-  return false;
+  return IsNameTaken(graph, ResidualsName(source));
 }
 
 std::vector<double> BandLevels(const TxyGraph& graph, const TSeries& source) {
   const std::string_view begin = kConfidence;
   const std::string end = kPercentOf + source.SeriesName();
   std::vector<double> levels;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const std::string name = graph.Series(i).SeriesName();
+  for (const TSeries& series : AllSeries(graph)) {
+    const std::string name = series.SeriesName();
     if (!name.starts_with(begin) || !name.ends_with(end)) continue;
     const std::size_t length = name.size() - std::min(name.size(), begin.size() + end.size());
     const auto percent = ParseNumber(std::string_view(name).substr(begin.size(), length));
@@ -194,8 +193,7 @@ void AddBands(TxyGraph& graph, const TSeries& source, double level) {
 
 void RecolourBands(TxyGraph& graph, const TSeries& source, Color before) {
   const std::string end = kPercentOf + source.SeriesName();
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    TSeries& band = graph.Series(i);
+  for (TSeries& band : AllSeries(graph)) {
     const std::string& name = band.SeriesName();
     const bool is_band = (name.starts_with(kConfidence) || name.starts_with(kPrediction)) &&
                          (name.ends_with(end) || name.ends_with(end + kLower));

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "base/word_list.h"
+#include "graph/all_series.h"
 #include "graph/xy_graph.h"
 #include "results/fit_texts.h"
 #include "results/fitted_model.h"
@@ -76,14 +77,13 @@ std::string FitChangedText(const TxyGraph& graph, const TSeries& series) {
   if (!last.Holds() || !last.record->result->together) return ChangedText(last);
   const FitOfSeveral& together = *last.record->result->together;
   std::size_t found = 0;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const LastFit& other = graph.Series(i).Fit().Last();
+  for (const TSeries& member : AllSeries(graph)) {
+    const LastFit& other = member.Fit().Last();
     if (!other.record || !other.record->result->together) continue;
     if (!IsSame(*other.record->result->together, together)) continue;
     ++found;
     if (!other.Holds())
-      return "DataSet \"" + graph.Series(i).SeriesName() +
-             "\", fitted at once with this, changed since.";
+      return "DataSet \"" + member.SeriesName() + "\", fitted at once with this, changed since.";
   }
   if (found >= together.members.size()) return {};
   return "Not all DataSets of this fit are as it left them.";

@@ -8,6 +8,7 @@
 #include "base/error.h"
 #include "base/number_text.h"
 #include "base/word_list.h"
+#include "graph/all_series.h"
 #include "graph/belonging.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/graph_update.h"
@@ -40,8 +41,7 @@ struct Pending {
 
 TSeries& InputNamed(TxyGraph& graph, const std::string& name, const TSeries& made) {
   TSeries* found = nullptr;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    TSeries& series = graph.Series(i);
+  for (TSeries& series : AllSeries(graph)) {
     if (series.SeriesName() != name || &series == &made) continue;
     if (found) throw Error("the graph has two DataSets \"" + name + "\".");
     found = &series;
@@ -135,8 +135,8 @@ void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x
   const GraphUpdate update(graph);
   Hide(source);
   if (x == ResultX::OfSource) return;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (BelongsToAnother(graph.Series(i)) && &graph.Series(i) != &made) Hide(graph.Series(i));
+  for (TSeries& series : AllSeries(graph)) {
+    if (BelongsToAnother(series) && &series != &made) Hide(series);
   }
   graph.Axis(AxisId::X).SetShowAsTime(false);
   graph.Axis(AxisId::X).SetAutoSizing(true);
@@ -150,12 +150,10 @@ void HideSource(TxyGraph& graph, TSeries& source, const TSeries& made, ResultX x
 }
 
 void NameInLegend(TxyGraph& graph) {
-  int named = 0;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const SeriesStyle& style = graph.Series(i).Style();
-    if (style.visible && style.show_in_legend != 0) ++named;
-  }
-  if (named != 2 || graph.GetLegend().visible) return;
+  const auto is_named = [](const TSeries& series) {
+    return series.Style().visible && series.Style().show_in_legend != 0;
+  };
+  if (std::ranges::count_if(AllSeries(graph), is_named) != 2 || graph.GetLegend().visible) return;
   Legend legend = graph.GetLegend();
   legend.visible = true;
   graph.SetLegend(legend);
@@ -165,8 +163,7 @@ Recomputed RecomputeAll(TxyGraph& graph) {
   const GraphUpdate update(graph);
   Outcome outcome;
   std::vector<Pending> pending;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    TSeries& series = graph.Series(i);
+  for (TSeries& series : AllSeries(graph)) {
     if (series.Source().Recipe.empty()) continue;
     outcome.Try(series, [&] { pending.push_back({&series, ReadRecipe(series.Source().Recipe)}); });
   }
@@ -186,10 +183,8 @@ Recomputed RecomputeAll(TxyGraph& graph) {
 }
 
 bool HasMadeSeries(const TxyGraph& graph) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (!graph.Series(i).Source().Recipe.empty()) return true;
-  }
-  return false;
+  return std::ranges::any_of(AllSeries(graph),
+                             [](const TSeries& series) { return !series.Source().Recipe.empty(); });
 }
 
 }  // namespace tarnwick

@@ -1,9 +1,11 @@
 #include "results/new_series.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/error.h"
 #include "base/number_text.h"
+#include "graph/all_series.h"
 #include "graph/graph_update.h"
 #include "graph/series_names.h"
 #include "graph/xy_graph.h"
@@ -42,10 +44,7 @@ TSeries& AddNewSeries(TxyGraph& graph, std::unique_ptr<TSeries> computed, const 
 }
 
 bool HasLiveSource(const TxyGraph& graph) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (IsLive(graph.Series(i))) return true;
-  }
-  return false;
+  return std::ranges::any_of(AllSeries(graph), IsLive);
 }
 
 std::string LiveSourceText(const TSeries& source) {

@@ -1,13 +1,13 @@
 #include "results/regression_failures.h"
 
+#include "graph/all_series.h"
 #include "graph/xy_graph.h"
 
 namespace tarnwick {
 
 std::vector<RegressionFailure> RegressionFailures(const TxyGraph& graph) {
   std::vector<RegressionFailure> failures;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     if (!series.Regression().failure.empty())
       failures.push_back({series.SeriesName(), series.Regression().failure});
   }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/error.h"
+#include "graph/all_series.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
@@ -118,7 +119,7 @@ void SetBaseLineFromCurrentMark(TxyGraph& graph) {
 void ShiftGraphX(TxyGraph& graph, double shift) {
   if (shift == 0) return;
   graph.BeginUpdate();
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) graph.Series(i).ShiftX(shift);
+  for (TSeries& series : AllSeries(graph)) series.ShiftX(shift);
   const std::vector<Mark> marks = graph.Marks().All();
   for (Mark moved : marks) {
     ShiftMark(moved, shift);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "graph/all_series.h"
 #include "graph/edit/child_edit.h"
 #include "graph/edit/mark_edit.h"
 #include "graph/series_names.h"
@@ -33,10 +34,8 @@ bool LooksLike(const SeriesStyle& left, const SeriesStyle& right) {
 }
 
 bool IsTaken(const TxyGraph& graph, const SeriesStyle& style) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    if (LooksLike(graph.Series(i).Style(), style)) return true;
-  }
-  return false;
+  return std::ranges::any_of(
+      AllSeries(graph), [&](const TSeries& series) { return LooksLike(series.Style(), style); });
 }
 
 void PasteSeries(TxyGraph& graph, const SeriesState& pasted) {

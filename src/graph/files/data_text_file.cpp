@@ -16,6 +16,7 @@
 #include "data/columns/error_names.h"
 #include "data/fields/text_fields.h"
 #include "data/names/text_names.h"
+#include "graph/all_series.h"
 #include "graph/files/text_rows.h"
 #include "graph/xy_graph.h"
 
@@ -131,9 +132,9 @@ void WriteTable(const std::vector<const TSeries*>& series, const DataTextOptions
   sink(text);
 }
 
-std::vector<const TSeries*> AllSeries(const TxyGraph& graph) {
+std::vector<const TSeries*> ColumnsOf(const TxyGraph& graph) {
   std::vector<const TSeries*> series;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) series.push_back(&graph.Series(i));
+  for (const TSeries& one : AllSeries(graph)) series.push_back(&one);
   return series;
 }
 
@@ -196,7 +197,7 @@ std::string DataText(const std::vector<const TSeries*>& series, const DataTextOp
 }
 
 std::string LeftOutOfTable(const TxyGraph& graph) {
-  const std::vector<const TSeries*> series = AllSeries(graph);
+  const std::vector<const TSeries*> series = ColumnsOf(graph);
   const auto with =
       std::ranges::find_if(series, [](const TSeries* one) { return HasXErrors(one->Errors()); });
   std::string told = JoinedQuantities(series);
@@ -210,7 +211,7 @@ std::string LeftOutOfTable(const TxyGraph& graph) {
 }
 
 std::string CsvText(const TxyGraph& graph) {
-  const std::vector<const TSeries*> series = AllSeries(graph);
+  const std::vector<const TSeries*> series = ColumnsOf(graph);
   DataTextOptions options;
   options.separators = ",";
   options.x_tolerance = 0;
@@ -220,7 +221,7 @@ std::string CsvText(const TxyGraph& graph) {
 }
 
 void SaveDataText(const TxyGraph& graph, const std::filesystem::path& path) {
-  const std::vector<const TSeries*> series = AllSeries(graph);
+  const std::vector<const TSeries*> series = ColumnsOf(graph);
   DataTextOptions options;
   options.x_heading = graph.Axis(AxisId::X).ShowAsTime() ? "Time" : "Time (hours)";
   WholeFile file(path);

@@ -6,6 +6,7 @@
 
 #include "base/error.h"
 #include "data/import/source_place.h"
+#include "graph/all_series.h"
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"
 #include "graph/xy_graph.h"
@@ -24,9 +25,7 @@ struct Contents {
 
 Contents WholeGraph(const TxyGraph& graph) {
   Contents contents = {graph, graph.GetAppearance(), {}, graph.Marks().All(), graph.Children()};
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    contents.series.push_back(&graph.Series(i));
-  }
+  for (const TSeries& series : AllSeries(graph)) contents.series.push_back(&series);
   return contents;
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "graph/all_series.h"
 #include "graph/axes/plot_metrics.h"
 #include "graph/belonging.h"
 #include "graph/layout/automatic_legend.h"
@@ -124,18 +125,15 @@ LineStyle StyleOfRound(std::size_t series) {
 }
 
 bool HasSeveralToName(const TxyGraph& graph) {
-  std::size_t named = 0;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
-    if (graph.Series(i).Style().show_in_legend != 0) ++named;
-  return named > 1;
+  const auto is_named = [](const TSeries& series) { return series.Style().show_in_legend != 0; };
+  return std::ranges::count_if(AllSeries(graph), is_named) > 1;
 }
 
 /// How many points each DataSet is drawn as one of: the runs of a column look as the longest of them.
 std::vector<std::int32_t> PointsToLookAs(const TxyGraph& graph) {
   std::vector<std::size_t> group_of;
   std::vector<std::pair<const TSeries*, std::int32_t>> groups;  // by their first
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     const auto same = std::ranges::find_if(
         groups, [&](const auto& group) { return AreOfOneColumn(*group.first, series); });
     group_of.push_back(static_cast<std::size_t>(same - groups.begin()));

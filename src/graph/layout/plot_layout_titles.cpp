@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "graph/all_series.h"
 #include "graph/auto_title.h"
 #include "graph/layout/plot_layout_parts.h"
 #include "graph/shown_series.h"
@@ -32,8 +33,7 @@ QRectF Extent(const AxisLayout& axis) {
 /// Of the DataSet in the panel, or what the names of several begin with in common.
 QString PanelName(const TxyGraph& graph) {
   std::optional<QString> name;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     if (!IsInPanel(series) || !IsDrawn(graph, series) || series.PointCount() == 0) continue;
     const QString own = QString::fromStdString(series.SeriesName()).simplified();
     const bool same_word = name && name->section(u' ', 0, 0) == own.section(u' ', 0, 0);
@@ -48,8 +48,7 @@ Font FontOfYTitle(const TxyGraph& graph, AxisId id) {
   const bool both = AxisInUse(graph, AxisId::Y) && AxisInUse(graph, AxisId::Y2);
   if (!both || !graph.Axis(AxisId::Y2).Look().ShowAxis) return font;
   const TSeries* only = nullptr;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     if (!IsDrawn(graph, series) || YAxisOf(series) != id || IsInPanel(series)) continue;
     if (only != nullptr) return font;
     only = &series;

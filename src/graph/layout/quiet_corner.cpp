@@ -6,6 +6,7 @@
 
 #include "base/undefined.h"
 #include "data/series/point_errors.h"
+#include "graph/all_series.h"
 #include "graph/layout/plot_layout.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
@@ -135,8 +136,7 @@ void AddBars(const TSeries& series, const AxisScale& x, const AxisScale& y,
 std::vector<QPointF> SampledPixels(const TxyGraph& graph, const PlotLayout& layout) {
   std::vector<QPointF> pixels;
   const AxisScale& x = layout.Axis(AxisId::X).scale;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     if (!IsDrawn(graph, series) || IsInPanel(series)) continue;
     const AxisScale& y = layout.Axis(YAxisOf(series)).scale;
     const auto add = [&](const PointChain& points, bool joined, const auto& y_at) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/word_list.h"
+#include "graph/all_series.h"
 #include "graph/shown_series.h"
 #include "graph/xy_graph.h"
 
@@ -68,8 +69,7 @@ bool LooksFlat(const Quantity& one, double from, double to) {
 /// Of the graph's DataSets, when each is of one of two quantities; else empty.
 std::vector<Quantity> TwoQuantities(const TxyGraph& graph) {
   std::vector<Quantity> quantities;
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i) {
-    const TSeries& series = graph.Series(i);
+  for (const TSeries& series : AllSeries(graph)) {
     const std::string_view unit = UnitOf(series.SeriesName());
     if (unit.empty() || YAxisOf(series) != AxisId::Y) return {};
     auto same = std::find_if(quantities.begin(), quantities.end(),
@@ -145,8 +145,8 @@ std::vector<Sized> SizesOn(const TxyGraph& graph, AxisId axis) {
 
 /// By span, smallest first; empty when some DataSet is drawn against the second axis already.
 std::vector<Sized> BySpan(const TxyGraph& graph) {
-  for (std::size_t i = 0; i < graph.SeriesCount(); ++i)
-    if (YAxisOf(graph.Series(i)) != AxisId::Y) return {};
+  const auto is_elsewhere = [](const TSeries& series) { return YAxisOf(series) != AxisId::Y; };
+  if (std::ranges::any_of(AllSeries(graph), is_elsewhere)) return {};
   std::vector<Sized> all = SizesOn(graph, AxisId::Y);
   std::ranges::stable_sort(all, {}, &Sized::Span);
   return all;
