@@ -59,8 +59,9 @@ Computed ComputeResampled(const ToolInput& input) {
   if (!(step > 0)) throw Error("The step of X is a number above 0.");
   const Resampled made =
       Resample(columns.x, columns.y, step, input.settings.Chosen<ResampleMethod>("method"));
-  std::string told =
-      CountedPoints(columns.x.size()) + " make " + CountedPoints(made.x.size()) + ".";
+  std::string told = CountedPoints(columns.x.size()) +
+                     (columns.x.size() == 1 ? " makes " : " make ") + CountedPoints(made.x.size()) +
+                     ".";
   if (made.empty > 0)
     AddSentence(told, Counted(static_cast<std::int64_t>(made.empty), "step") +
                           " left out, since no point lies within.");
