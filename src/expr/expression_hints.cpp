@@ -138,7 +138,7 @@ std::string HintAtComma(const TExprCollection& tokens, std::size_t i, std::strin
   const auto is_number = [&](std::size_t at) {
     return at < tokens.Count() && (IsDigit(tokens[at].Name()[0]) || tokens[at].Name()[0] == '.');
   };
-  if (i > 0 && is_number(i - 1) && is_number(i + 1)) {
+  if (is_number(i - 1) && is_number(i + 1)) {
     return "numbers are written with a point: " + TextOf(tokens, i - 1, i, text) + "." +
            TextOf(tokens, i + 1, i + 2, text);
   }

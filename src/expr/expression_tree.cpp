@@ -101,7 +101,7 @@ std::size_t ExpressionTree::NextOper(std::size_t from, std::size_t last, int lea
 std::size_t ExpressionTree::FirstComma(Range range) const {
   for (std::size_t i = range.first; i < range.last; ++i) {
     if (tokens_[i].ResultType() == WordKind::Comma) return i;
-    if (tokens_[i].ResultType() == WordKind::LeftBracket) i = std::min(matching_[i], range.last);
+    if (tokens_[i].ResultType() == WordKind::LeftBracket) i = matching_[i];
   }
   return range.first;
 }

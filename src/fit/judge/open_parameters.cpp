@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <numeric>
 
 #include "expr/words/parser_exception.h"
 #include "fit/judge/fit_statistics.h"
@@ -33,11 +35,11 @@ constexpr double kRounding = 1e-10;
 
 /// Where there is a value.
 double Change(std::span<const double> from, std::span<const double> to) {
-  double squares = 0;
-  for (std::size_t i = 0; i < from.size(); ++i) {
-    if (std::isfinite(from[i])) squares += (to[i] - from[i]) * (to[i] - from[i]);
-  }
-  return std::sqrt(squares);
+  const auto square = [](double left, double right) {
+    return std::isfinite(left) ? (right - left) * (right - left) : 0;
+  };
+  return std::sqrt(
+      std::inner_product(from.begin(), from.end(), to.begin(), 0.0, std::plus(), square));
 }
 
 /// Steps away from the values found, and how far the curve goes with them.

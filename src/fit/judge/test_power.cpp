@@ -32,9 +32,9 @@ double HintLevel(const ResidualFindings& found) {
 }
 
 /// The nearer to what would be too much the deviation is that the scatter may hide, the less is a pattern to be taken for
-/// chance that chance makes now and then: half as great a deviation seldom leads farther.
+/// chance that chance makes now and then: half as great a deviation seldom leads farther. At most kMostHidden.
 double HintLevelOfHidden(double hidden) {
-  return kMostHintLevel * std::min(1.0, std::pow(hidden / kMostHidden, 2));
+  return kMostHintLevel * std::pow(hidden / kMostHidden, 2);
 }
 
 }  // namespace

@@ -63,8 +63,8 @@ class Simplex {
   // Finds the best, the worst and the next-worst vertex.
   void Rank() {
     best_ = 0;
-    worst_ = values_[0] > values_[1] ? 0 : 1;
-    next_worst_ = 1 - worst_;
+    worst_ = 1;
+    next_worst_ = 0;
     for (std::size_t i = 0; i < values_.size(); ++i) {
       if (values_[i] < values_[best_]) best_ = i;
       if (values_[i] > values_[worst_]) {

@@ -1,5 +1,7 @@
 #include "fit/residuals/held_problem.h"
 
+#include <algorithm>
+
 #include "fit/residuals/linearised_problem.h"
 
 namespace tarnwick {
@@ -10,7 +12,8 @@ std::unique_ptr<LeastSquaresProblem> HeldProblem::Thinned(std::size_t most) cons
 
 std::vector<bool> HeldProblem::LinearParameters(std::span<const double> p) {
   std::vector<bool> linear = all_.LinearParameters(p);
-  for (std::size_t i = 0; i < linear.size(); ++i) linear[i] = linear[i] && !held_[i];
+  std::transform(linear.begin(), linear.end(), held_.begin(), linear.begin(),
+                 [](bool one, bool held) { return one && !held; });
   return linear;
 }
 

@@ -38,6 +38,8 @@ Histogram ColorsOf(const QImage& image) {
   return colors;
 }
 
+constexpr std::array kParts = {0, 1, 2};
+
 int Part(QRgb color, int which) {
   return which == 0 ? qRed(color) : which == 1 ? qGreen(color) : qBlue(color);
 }
@@ -49,21 +51,16 @@ struct Box {
   std::uint64_t weight = 0;
 
   explicit Box(std::vector<Counted> held) : colors(std::move(held)) {
-    int extent = -1;
-    for (int which = 0; which < 3; ++which) {
-      const auto [low, high] = std::minmax_element(
-          colors.begin(), colors.end(), [&](const Counted& a, const Counted& b) {
-            return Part(a.color, which) < Part(b.color, which);
-          });
-      const int spread = Part(high->color, which) - Part(low->color, which);
-      if (spread > extent) {
-        extent = spread;
-        longest = which;
-      }
-    }
+    std::array<int, 3> extents;
+    std::ranges::transform(kParts, extents.begin(), [&](int which) {
+      const auto part = [&](const Counted& counted) { return Part(counted.color, which); };
+      const auto [low, high] = std::ranges::minmax_element(colors, {}, part);
+      return part(*high) - part(*low);
+    });
+    longest = static_cast<int>(std::ranges::max_element(extents) - extents.begin());
     std::uint64_t pixels = 0;
     for (const Counted& counted : colors) pixels += counted.pixels;
-    weight = pixels * static_cast<std::uint64_t>(extent);
+    weight = pixels * static_cast<std::uint64_t>(std::ranges::max(extents));
   }
 
   /// Takes the upper half of the pixels out.
@@ -89,7 +86,7 @@ struct Box {
     std::array<std::uint64_t, 3> sums{};
     std::uint64_t pixels = 0;
     for (const Counted& counted : colors) {
-      for (int which = 0; which < 3; ++which) {
+      for (const int which : kParts) {
         sums[static_cast<std::size_t>(which)] +=
             counted.pixels * static_cast<std::uint64_t>(Part(counted.color, which));
       }

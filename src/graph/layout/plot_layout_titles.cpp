@@ -150,7 +150,7 @@ void TitlePlacer::PlaceX() {
     if (!axis.factor) PlaceFactorWithin(layout_.plot, axis);
   }
   if (!HasTitle(AxisId::X)) return;
-  const double width = std::max(layout_.plot.width() - reserved, 0.0);
+  const double width = layout_.plot.width() - reserved;
   const QString whole = TitleOf(AxisId::X);
   const Font font = FontWithin(whole, appearance_.font_for_axes_titles, width, context_.metrics);
   const RichText fitted = TitleWithin(whole, font, width, context_.metrics);

@@ -61,12 +61,10 @@ MetafileEngine::MetafileEngine(QSize pixels, int dpi, int units_per_pixel)
       clip_(page_) {}
 
 bool MetafileEngine::begin(QPaintDevice*) {
-  setActive(true);
   return true;
 }
 
 bool MetafileEngine::end() {
-  setActive(false);
   return true;
 }
 

@@ -162,7 +162,7 @@ std::string PdfBytes(const TxyGraph& graph, const PictureOptions& options) {
   const QSizeF points = options.Dots() * kInchPoints / options.dpi;
   const QSizeF whole(std::ceil(points.width()), std::ceil(points.height()));
   const QPageLayout page(QPageSize(whole, QPageSize::Point, QString(), QPageSize::ExactMatch),
-                         QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
+                         QPageLayout::Portrait, QMarginsF());
   std::string pdf = PdfOfOnePage(graph, page, options.dpi, [&](QPainter& painter) {
     // A page is measured from its lower left corner.
     painter.translate(0, (whole.height() - points.height()) * options.dpi / kInchPoints);

@@ -347,7 +347,7 @@ ThinnedLine Thinned(const PointChain& points, const ThinningView& view, Breaks b
     KeepEveryPoint(points, range, ValueScan(view), breaks, assembler);
     return line;
   }
-  line.columns.reserve(static_cast<std::size_t>(columns) + 2);
+  line.columns.reserve(static_cast<std::size_t>(columns));
   CellBuilder cells(assembler, view);
   WalkPieces(points, range, view, breaks, cells);
   assembler.Finish();
