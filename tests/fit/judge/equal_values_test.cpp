@@ -31,6 +31,7 @@ TEST(EqualValues, AreThoseOfTheSameCurve) {
                            {"exp(0-((x-20)/p)^2)", -7, 7},
                            {"exp(0-((x-20)/p)^2)", 7, std::nullopt},
                            {"exp(x/(10*p))", -7, std::nullopt},
+                           {"x*cos(p)", -307.145, 307.145},  // once, though turns do as well
                            // At the points a frequency of 3.2 is one of 0.2, between them not.
                            {"sin(2*pi*p*x)", 3.2, std::nullopt},
                            {"x+0*p", -7, std::nullopt}};

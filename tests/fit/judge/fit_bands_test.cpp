@@ -29,6 +29,7 @@ TEST(FitBands, HoldWhereADerivativeHasNoValue) {
   model.SetExpression("a*x^b");  // by b: a x^b ln x
   model.Prepare();
   const FitBands bands = ComputeFitBands(model, statistics, std::vector<double>{0, 1}, 0.95);
+  ASSERT_EQ(bands.value.size(), 2U);
   EXPECT_EQ(bands.confidence[0], 0);
   EXPECT_NEAR(bands.prediction[0], 2.262157 * 0.5, 1e-6);
   EXPECT_NEAR(bands.confidence[1], 2.262157 * 0.1, 1e-6);

@@ -62,6 +62,7 @@ TEST(AbsentTerms, AreThoseWithoutWhichTheFitIsAsGood) {
     if (found.empty()) continue;
     EXPECT_EQ(found.front().through, row.through);
     EXPECT_GT(found.front().chance, 0.2);
+    EXPECT_LE(found.front().chance, 1);
     EXPECT_GT(found.front().gain, 0);
   }
 }

@@ -143,8 +143,11 @@ TEST(CurveFit, EvaluatesWithThePresentValues) {
   fit.CopyValues(other);
   EXPECT_EQ(fit.Value(2), -4);
   fit.AddParameter(Parameter("last", 6));
+  fit.AddParameter(Parameter("very last", 8));
   fit.DeleteParameter(3);
-  EXPECT_EQ(fit.NParams(), 2);
+  ASSERT_EQ(fit.NParams(), 3);
+  EXPECT_EQ(fit.Param(3).Name(), "very last");
+  fit.DeleteParameter(3);
   EXPECT_EQ(fit.Param(2).Name(), "min");
   // A deleted parameter's value is gone, and the built-in word that it hid is there again.
   fit.DeleteParameter(2);

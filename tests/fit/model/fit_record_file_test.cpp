@@ -170,6 +170,8 @@ TEST(FitRecordFile, DamagedRowsArePassedOverAsAWhole) {
       {"no name", "varied b", "variet b", true},
       {"a kind of parameter", "2.5 varied a", "2.5 waried a", true},
       {"a tie of none", "method 0", "tie 2*ab", true},
+      {"a method that is none", "method 0", "method 5", true},
+      {"a method without number", "method 0", "method x", true},
       {"points", "points 10 fedc", "points 10 fedx", true},
       {"a row too many", "rows ", "note ", true},
       {"a member", "member 2 8", "member 2 x", true},

@@ -41,6 +41,7 @@ TEST(Ties, TakeThePlaceOfWordsAlone) {
       {"Z+z+_a+A1+a_1+e", "Z+z+_a+A1+a_1+(2*a)"},  // names of every letter, and what is none
       {"e0+e9+ee+.5e+0.5e1*e", "e0+e9+ee+.5e+0.5e1*(2*a)"},
       {"1.5.e-3E*9e9", "1.5.e-3E*9e9"},
+      {"3e+7E-2*e", "3e+7E-2*(2*a)"},
       {"'e", "'e"},
       {"''e'e'", "''(2*a)'e'"},
       {"e", "(2*a)"},
