@@ -49,8 +49,10 @@ bool IsErrorFiller(const std::string& word) {
 bool CountsErrors(const Words& words) {
   constexpr std::string_view kRates[] = {"rate",   "rates", "count",
                                          "counts", "ratio", "probability"};
+  // "std counts" are the errors of counts, "error counts" are how many there were.
+  constexpr std::string_view kCounted[] = {"err", "error", "errors"};
   for (std::size_t i = 1; i < words.size(); ++i) {
-    if (IsOf(kErrorWords, words[i - 1]) && IsOf(kRates, words[i])) return true;
+    if (IsOf(kCounted, words[i - 1]) && IsOf(kRates, words[i])) return true;
   }
   return false;
 }

@@ -130,11 +130,22 @@ bool ListsOrbits(const Lines& lines) {
   return pairs > 0 && 3 * (pairs + 1) > lines.size();
 }
 
+/// "wavelength", but not the letter of "8.7e+05".
+bool HoldsWord(std::string_view line) {
+  constexpr std::string_view kBetween = " ;,";
+  while (!line.empty()) {
+    const std::string_view part = line.substr(0, line.find_first_of(kBetween));
+    if (std::ranges::any_of(part, &IsLetter) && !ParseNumber(part)) return true;
+    line.remove_prefix(std::min(part.size() + 1, line.size()));
+  }
+  return false;
+}
+
 /// "Point(1) = {0, 0};", "module test() {", "NDims = 3": statements and settings, which hold letters, but no rows of a table
 /// whose text ends so.
 bool IsStatement(std::string_view line) {
-  const bool letters = std::ranges::any_of(line, &IsLetter);
-  if (!letters || line.find('\t') != line.npos || std::ranges::count(line, ';') > 2) return false;
+  if (line.find('\t') != line.npos || std::ranges::count(line, ';') > 2) return false;
+  if (!HoldsWord(line)) return false;
   const char last = line.back();
   if (last == ';' || last == '{' || last == '}') return true;
   const std::size_t equals = line.find('=');
