@@ -406,13 +406,35 @@ bool AreTypes(const Names& names) {
          names.size() > 2 * static_cast<std::size_t>(std::ranges::count(names, std::string()));
 }
 
+namespace {
+
+/// "p" of "p = 1.2 bar"; empty where no number stands behind it.
+std::string ThingWithValue(const std::string& text) {
+  const std::size_t equals = text.find('=');
+  if (equals == std::string::npos) return {};
+  const std::string_view value = TrimBlanks(std::string_view(text).substr(equals + 1));
+  if (!ParseNumber(value.substr(0, value.find(' ')))) return {};
+  return std::string(TrimBlanks(std::string_view(text).substr(0, equals)));
+}
+
+/// "T = 300 K; p = 1.2 bar": of curves at "T=300 K" and "T=350 K" the thing is one.
+bool AreValuesOfThings(const Names& names) {
+  Names things;
+  std::ranges::transform(names, std::back_inserter(things), &ThingWithValue);
+  std::ranges::sort(things);
+  return things.size() > 1 && !things.front().empty() &&
+         std::ranges::adjacent_find(things) == things.end();
+}
+
+}  // namespace
+
 bool AreSetting(const Names& names) {
   constexpr std::size_t kMostFilled = 3;
   Names filled;
   std::ranges::copy_if(names, std::back_inserter(filled),
                        [](const std::string& name) { return !name.empty(); });
   const auto is_mark = [](const std::string& name) { return name == ":" || name == "="; };
-  if (std::ranges::any_of(filled, is_mark)) return true;
+  if (std::ranges::any_of(filled, is_mark) || AreValuesOfThings(filled)) return true;
   const auto keys = std::ranges::count_if(filled, EndsLikeKey);
   if (filled.size() > 1 && EndsLikeKey(filled.front()) && keys == 1) return true;
   // "intensity (dB): 76.4"
