@@ -53,6 +53,8 @@ class TDataSupplier {
   virtual std::int32_t BlankLinesPassed() const { return 0; }
   /// A comment lies there.
   virtual bool RemarkPassed() const { return false; }
+  /// What the last of the comments that lie there calls the columns, all of them; empty where it names none.
+  virtual std::vector<std::string> NamesPassed() { return {}; }
   /// True when behind the last row stands the beginning of one that the source does not hold to its end.
   virtual bool EndsIncomplete() const { return false; }
   /// True when the source lost bytes while it was read: what was read since may be zeros.

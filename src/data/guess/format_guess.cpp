@@ -239,7 +239,11 @@ class Guess {
   void TakeGappedTable() {
     if (hints_.column_cuts) return;
     const auto found = FindGappedTable(lines_.first, text_, LayoutOf(format_, line_end_), tables_);
-    if (!found) return;
+    const auto within = [&](const FoundTable& table) {
+      return table.headed_anew && table.first > found->table.first &&
+             table.first < found->table.behind;
+    };
+    if (!found || std::ranges::any_of(tables_, within)) return;
     Take(*found, CutsFrom::Rows);
     std::erase_if(tables_, [&](const FoundTable& table) {
       return table.behind > found->table.first && table.first < found->table.behind;
@@ -371,7 +375,11 @@ class Guess {
           {static_cast<std::int32_t>(other.first) + 1, other.rows + other.odd_rows});
       more_behind = more_behind || other.first >= chosen.behind;
     }
-    const std::optional<std::size_t> text = TextThatEnds();
+    const auto headed = std::ranges::find_if(tables_, [&](const FoundTable& table) {
+      return table.headed_anew && table.first >= chosen.behind;
+    });
+    const std::optional<std::size_t> text =
+        headed == tables_.end() ? TextThatEnds() : std::optional(headed->first);
     if (!more_behind && !text) return;
     if (!more_behind) format_.left_out_from = static_cast<std::int32_t>(*text) + 1;
     const std::size_t behind = more_behind ? table_.behind : *text;

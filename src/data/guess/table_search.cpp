@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "data/fields/field_kind.h"
+#include "data/guess/remark_heads.h"
 
 namespace tarnwick {
 namespace {
@@ -31,7 +33,8 @@ bool IsRow(const LineShape& shape, const TextLayout& layout) {
 class TableSearch {
  public:
   TableSearch(const TextLayout& layout, std::vector<FoundTable>& tables)
-      : doubt_(layout.IsSeparator(',') ? kDoubtAmongCommas : kDoubt),
+      : layout_(layout),
+        doubt_(layout.IsSeparator(',') ? kDoubtAmongCommas : kDoubt),
         by_blanks_(layout.IsSeparator(' ')),
         framed_(layout.merge),
         tables_(tables) {}
@@ -43,8 +46,10 @@ class TableSearch {
         blank_before_ = true;
         return;
       case LineShape::Kind::Comment:
+        remark_ = text;
         return;
       case LineShape::Kind::Row:
+        TakeRemarkAbove(text);
         TakeRow(line, shape);
         break;
       case LineShape::Kind::Text:
@@ -73,6 +78,7 @@ class TableSearch {
     text_beside_blank_ = false;
     others_.clear();
     head_.clear();
+    remark_head_.reset();
     counts_.clear();
   }
 
@@ -102,6 +108,19 @@ class TableSearch {
     table_->weight = most->weight;
   }
 
+  /// The last remark above a row may name its columns, otherwise than that above the table did.
+  void TakeRemarkAbove(std::string_view row) {
+    const std::string_view remark = std::exchange(remark_, {});
+    if (remark.empty()) return;
+    std::optional<RemarkHead> head = HeadOfRow(remark, row, layout_);
+    if (!head) return;
+    const bool anew = table_ && remark_head_ && HeadsAnotherTable(*remark_head_, *head);
+    if (anew) Finish();
+    if (table_) return;
+    remark_head_ = std::move(head);
+    headed_anew_ = anew;
+  }
+
   void TakeRow(std::size_t line, const LineShape& shape) {
     if (table_ && shape.fields != table_->fields) {
       others_.push_back({line, shape});
@@ -112,7 +131,10 @@ class TableSearch {
       return AddOthers();
     }
     if (table_ && text_beside_blank_) Finish();
-    if (!table_) table_ = FoundTable{line, line, shape.fields, 0, 0, 0};
+    if (!table_) {
+      table_ = FoundTable{.first = line, .behind = line, .fields = shape.fields};
+      table_->headed_anew = std::exchange(headed_anew_, false);
+    }
     AddOthers();
     table_->behind = line + 1;
     ++table_->rows;
@@ -184,11 +206,15 @@ class TableSearch {
     });
   }
 
+  const TextLayout& layout_;
   const double doubt_;
   const bool by_blanks_;
   const bool framed_;  // brackets and the like part fields beside the separator
   std::vector<FoundTable>& tables_;
-  std::vector<std::string_view> head_;  // the lines of text nearest above the table
+  std::vector<std::string_view> head_;     // the lines of text nearest above the table
+  std::string_view remark_;                // the last since the last row
+  std::optional<RemarkHead> remark_head_;  // above the table
+  bool headed_anew_ = false;
   std::optional<FoundTable> table_;
   std::vector<FieldCount> counts_;
   std::vector<Other> others_;  // rows of another number of fields since the last that fitted

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "data/pseudo_columns.h"
+
 namespace tarnwick {
 namespace {
 
@@ -42,22 +44,40 @@ std::string NameWithoutRun(const std::string& name, std::int32_t run) {
 
 namespace {
 
+/// What the row at hand, or the comment right above it, calls the column of each DataSet where it names the columns as the first
+/// line of names did, `head` being the place of a name that all such lines share; empty for other rows.
+std::vector<std::string> NamesAt(TDataSupplier& supplier, std::size_t head,
+                                 const ImportResult& result) {
+  const std::string& shared = supplier.ColumnNames()[head];
+  const bool row_names = supplier.TextAt(static_cast<std::int32_t>(head)) == shared;
+  const std::vector<std::string> above =
+      row_names ? std::vector<std::string>() : supplier.NamesPassed();
+  if (!row_names && (head >= above.size() || above[head] != shared)) return {};
+  std::vector<std::string> names;
+  for (const auto& series : result.series) {
+    const std::int32_t column = series->Source().y_column_index;
+    if (column < 0 || column >= kJoinedTimeColumn) return {};
+    names.push_back(row_names ? supplier.TextAt(column) : above[static_cast<std::size_t>(column)]);
+  }
+  return names;
+}
+
 /// Lines of names that come again above each further run, where they do: what stands in them in each DataSet's column.
 std::vector<std::vector<std::string>> NamesOfRuns(const ImportResult& result, std::size_t runs,
                                                   TDataSupplier& supplier) {
   constexpr int kMostRows = 200'000;
   std::vector<std::vector<std::string>> names;
   const TDSInfo& first = result.series.front()->Source();
-  if (first.x_column_index < 0 || result.x_name.empty()) return {};
+  // Where no column is X, the label of each row may be what the lines of names share.
+  const bool has_column = first.x_column_index >= 0 && first.x_column_index < kJoinedTimeColumn;
+  const auto head = static_cast<std::size_t>(has_column ? first.x_column_index : 0);
+  if (head >= supplier.ColumnNames().size()) return {};
   int rows = 0;
   supplier.FirstRow();
   supplier.SkipRows(first.FileHasHeaders - supplier.HeaderRowsPassed());
-  for (; !supplier.AtEnd() && rows < kMostRows; supplier.NextRow(), ++rows) {
-    if (supplier.TextAt(first.x_column_index) != result.x_name) continue;
-    names.emplace_back();
-    for (const auto& series : result.series) {
-      names.back().push_back(supplier.TextAt(series->Source().y_column_index));
-    }
+  for (supplier.NextRow(); !supplier.AtEnd() && rows < kMostRows; supplier.NextRow(), ++rows) {
+    std::vector<std::string> found = NamesAt(supplier, head, result);
+    if (!found.empty()) names.push_back(std::move(found));
   }
   return names.size() + 1 == runs ? names : std::vector<std::vector<std::string>>();
 }

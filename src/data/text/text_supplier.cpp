@@ -6,6 +6,8 @@
 
 #include "base/text_encoding.h"
 #include "data/fields/text_lines.h"
+#include "data/names/names_judge.h"
+#include "data/names/names_line.h"
 #include "data/names/text_names.h"
 #include "data/text/row_block.h"
 #include "data/text/row_pipeline.h"
@@ -112,8 +114,17 @@ bool TTxtSupplier::NextRow() {
     const bool blank = TrimBlankBytes(line).empty();
     blanks_passed_ += blank ? 1 : 0;
     remark_passed_ = remark_passed_ || !blank;
+    if (!blank) remark_ = line;
   }
   return AtEnd();
+}
+
+std::vector<std::string> TTxtSupplier::NamesPassed() {
+  const auto columns = static_cast<std::int32_t>(ColumnNames().size());
+  if (!remark_passed_) return {};
+  std::optional<std::vector<std::string>> names =
+      SplitNames(remark_, layout_, columns, RowLabels::Never);
+  return names && AreNames(*names, remark_) ? std::move(*names) : std::vector<std::string>();
 }
 
 void TTxtSupplier::SkipRows(std::int32_t rows) {

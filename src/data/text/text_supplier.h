@@ -29,6 +29,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::string TextAt(std::int32_t column) override;
   std::int32_t BlankLinesPassed() const override { return blanks_passed_; }
   bool RemarkPassed() const override { return remark_passed_; }
+  std::vector<std::string> NamesPassed() override;
   bool WasCutShort() const override { return source_->WasCutShort(); }
   std::int32_t RowCount() override;
   std::int32_t ColumnIndex(std::string_view name) override;
@@ -74,6 +75,7 @@ class TTxtSupplier final : public TDataSupplier, private BlockSource {
   std::int32_t header_rows_ = 0;
   std::int32_t blanks_passed_ = 0;
   bool remark_passed_ = false;
+  std::string_view remark_;  // the last one passed on the way to the current row
   std::optional<RowIndex> index_;
   std::optional<std::vector<std::string>> names_;
   std::vector<std::string> bare_names_;  ///< without their units
