@@ -14,4 +14,8 @@ bool AreCalledByNumbers(const ImportSource& source);
 /// Columns called by dates, or behind labels of rows by numbers that rise: each row holds a series of its own.
 bool HoldsSeriesInRows(const ImportSource& source);
 
+/// Each row is a curve over what the columns are called by, behind labels that are no months: years or days, or numbers of what
+/// the first name says ("time [s]").
+bool HoldsCurvesInRows(const ImportSource& source);
+
 }  // namespace tarnwick

@@ -11,6 +11,7 @@
 #include "data/columns/import_source.h"
 #include "data/columns/late_columns.h"
 #include "data/columns/missing_meaning.h"
+#include "data/columns/series_in_rows.h"
 #include "data/columns/values_in_turn.h"
 #include "data/fields/field_kind.h"
 #include "data/fields/text_lines.h"
@@ -122,10 +123,11 @@ void NoteLackingNames(std::string_view text, char line_end, ImportSource& source
                          ": names may stand over the wrong columns");
 }
 
-/// The header line whose names count something ("SPEC_360 SPEC_365"), from 1; 0 where none does.
+/// The header line whose names count something ("SPEC_360 SPEC_365", "Country 1990 1991"), from 1; 0 where none does.
 std::int32_t LineOfNumberedNames(const TextSource& text, const ImportSource& source) {
   const std::vector<std::string>& names = source.supplier->ColumnNames();
-  if (!FindNumberedNames(names)) return 0;
+  if (HoldsCurvesInRows(source) && source.info.NamesLine > 0) return source.info.NamesLine;
+  if (!FindNumberedNames(names) && !HoldsCurvesInRows(source)) return 0;
   const TextLayout layout(source.info, text.LineEnd());
   const auto headers = static_cast<std::size_t>(std::max(source.info.FileHasHeaders, 0));
   const std::vector<std::string_view> lines = FirstLines(text.Text(), headers, text.LineEnd());
@@ -142,6 +144,7 @@ std::int32_t LineOfNumberedNames(const TextSource& text, const ImportSource& sou
 void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions& options,
               ImportSource& source) {
   const std::int32_t numbered = LineOfNumberedNames(*text, source);
+  const bool over_names = numbered > 0 && HoldsCurvesInRows(source);
   TDSInfo& info = source.info;
   const char separator = info.TextSeparators.front();
   const bool labelled = !source.samples.empty() && !source.samples.front().empty() &&
@@ -168,9 +171,13 @@ void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions
   source.samples.resize(source.columns.size());
   if (options.separators) return;
   source.notes.emplace_back(
-      source.columns.size() == 1
+      over_names ? "columns are called by numbers or dates: each row is a curve over these"
+      : source.columns.size() == 1
           ? "the values of a row go on in the next, as one curve: they are read in turn"
           : "each of the few long rows holds a series: they are read as columns");
+  if (over_names && source.columns.size() > kMostTurnedRows) {
+    source.notes.back() += ", the first " + std::to_string(kMostTurnedRows);
+  }
   source.notes.back() += std::string(" (--separators \"") +
                          (separator == '\t' ? "\\t" : std::string(1, separator)) +
                          "\" reads rows as they stand)";
@@ -238,7 +245,8 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   source.samples.resize(source.columns.size());
   const bool stated = options.separators || options.width || options.x_column;
   if (TurnsRows(source.info) ||
-      (!stated && options.y_columns.empty() && HoldsValuesInTurn(source) == ValuesInTurn::Sure)) {
+      (!stated && options.y_columns.empty() &&
+       (HoldsValuesInTurn(source) == ValuesInTurn::Sure || HoldsCurvesInRows(source)))) {
     TurnRows(text, options, source);
   }
   NoteLackingNames(all, text->LineEnd(), source);

@@ -48,6 +48,29 @@ bool AreNumbersAcross(std::span<const std::string> fields) {
   return !fields.front().empty() || numbers.size() > kFewest || AreEven(numbers);
 }
 
+std::optional<NamesAcross> FindNamesAcross(std::span<const std::string> fields) {
+  constexpr std::size_t kFewestAcross = 6;
+  constexpr double kFirstYear = 1500, kLastYear = 2200;
+  NamesAcross across{.behind = fields.size()};
+  while (across.behind > 0 && fields[across.behind - 1].empty()) --across.behind;
+  if (across.behind == 0) return std::nullopt;
+  const FieldKind kind = KindOfField(fields[across.behind - 1]);
+  if (kind != FieldKind::Number && kind != FieldKind::Date) return std::nullopt;
+  across.first = across.behind;
+  while (across.first > 0 && KindOfField(fields[across.first - 1]) == kind) --across.first;
+  if (across.first == 0 || across.behind - across.first < kFewestAcross) return std::nullopt;
+  across.are_times = kind == FieldKind::Date;
+  if (across.are_times) return across;
+  std::vector<std::string> labelled(fields.begin() + static_cast<std::ptrdiff_t>(across.first) - 1,
+                                    fields.begin() + static_cast<std::ptrdiff_t>(across.behind));
+  const std::vector<double> numbers = NumbersBehindLabel(labelled);
+  if (numbers.empty()) return std::nullopt;
+  across.are_times = std::ranges::all_of(numbers, [](double number) {
+    return number >= kFirstYear && number <= kLastYear && number == std::floor(number);
+  });
+  return across;
+}
+
 bool CountBetweenTexts(std::span<const std::string> fields) {
   constexpr std::size_t kFewestCounted = 4;
   const auto is_number = [](const std::string& field) { return ParseInteger(field).has_value(); };

@@ -1,6 +1,8 @@
 // Numbers that name columns: temperatures, times or years above the curves that belong to them. Knows texts of fields only.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -10,7 +12,18 @@ namespace tarnwick {
 /// only rise or only fall.
 bool AreNumbersAcross(std::span<const std::string> fields);
 
-/// The same for four numbers and more, each as far from the one before.
+/// Names [first, behind) that are all numbers or all days.
+struct NamesAcross {
+  std::size_t first = 0;
+  std::size_t behind = 0;
+  bool are_times = false;  ///< years or days
+};
+
+/// "Country Name", "Code", "1960", "1961", …, "": six numbers or days and more that only rise or only fall, behind one text at
+/// least, and behind them nothing but empty fields. Nothing for other names.
+std::optional<NamesAcross> FindNamesAcross(std::span<const std::string> fields);
+
+/// As AreNumbersAcross for four numbers and more, each as far from the one before.
 bool AreEvenNumbersAcross(std::span<const std::string> fields);
 
 /// "country,code,2019,2020,2021": at least three that follow each other are numbers and rise.

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
+#include "data/fields/field_kind.h"
 #include "data/fields/text_lines.h"
+#include "data/names/number_names.h"
 #include "data/names/numbered_names.h"
 
 namespace tarnwick {
@@ -36,10 +39,30 @@ void AddLine(std::string_view line, char line_end, std::string& text) {
   text.append(line).push_back(line_end);
 }
 
+/// What the curves of rows go over, and what names them.
+struct CurvesOver {
+  std::string stem = {};
+  std::vector<std::string> numbers = {};  ///< as they are written
+  std::size_t first = 0;  ///< their place on the line; what stands before it are labels
+  bool of_many = false;   ///< it is certain of any number of rows
+};
+
+/// The same of names that are years, days or other numbers.
+std::optional<CurvesOver> CurvesAcross(const std::vector<std::string>& names) {
+  const std::optional<NamesAcross> across = FindNamesAcross(names);
+  if (!across) return std::nullopt;
+  CurvesOver over{.first = across->first, .of_many = true};
+  over.numbers.assign(names.begin() + static_cast<std::ptrdiff_t>(across->first),
+                      names.begin() + static_cast<std::ptrdiff_t>(across->behind));
+  const bool days = KindOfField(over.numbers.front()) == FieldKind::Date;
+  over.stem = days ? "Date" : across->are_times ? "Year" : names[across->first - 1];
+  return over;
+}
+
 /// The names of the rows' fields, if the line that is said to hold them is a header and their numbers tell what the curves go
 /// over.
-std::optional<NumberedNames> NamesOver(const Fields& headers, const TDSInfo& info,
-                                       const TextLayout& layout, std::size_t fields) {
+std::optional<CurvesOver> NamesOver(const Fields& headers, const TDSInfo& info,
+                                    const TextLayout& layout, std::size_t fields) {
   if (info.NamesLine < 1 || std::ssize(headers) < info.NamesLine) return std::nullopt;
   std::vector<std::string> names;
   FieldCursor cursor(headers[static_cast<std::size_t>(info.NamesLine) - 1], layout);
@@ -47,28 +70,62 @@ std::optional<NumberedNames> NamesOver(const Fields& headers, const TDSInfo& inf
   while (const std::optional<std::string_view> field = cursor.Next()) {
     names.emplace_back(FieldText(*field, layout, buffer));
   }
-  return names.size() == fields ? FindNumberedNames(names) : std::nullopt;
+  if (names.size() != fields) return std::nullopt;
+  if (std::optional<CurvesOver> across = CurvesAcross(names)) return across;
+  std::optional<NumberedNames> numbered = FindNumberedNames(names);
+  if (!numbered) return std::nullopt;
+  return CurvesOver{.stem = std::move(numbered->stem),
+                    .numbers = std::move(numbered->numbers),
+                    .first = numbered->labelled ? 1U : 0U};
+}
+
+/// True where each row has a text at this place, no number, and none has another's.
+bool TellApart(const std::vector<Fields>& rows, std::size_t place, const TextLayout& layout) {
+  std::set<std::string> seen;
+  std::string buffer;
+  return std::ranges::all_of(rows, [&](const Fields& row) {
+    if (place >= row.size()) return false;
+    const std::string_view text = FieldText(row[place], layout, buffer);
+    return KindOfField(text) == FieldKind::Text && seen.emplace(text).second;
+  });
+}
+
+/// The text at the first place that tells the rows apart, else all that stands before the numbers.
+std::string LabelOf(const Fields& row, std::size_t places, std::optional<std::size_t> telling,
+                    char between, const TextLayout& layout) {
+  if (telling) return std::string(TrimBlankBytes(row[*telling]));
+  std::string label, buffer;
+  for (std::size_t place = 0; place < std::min(places, row.size()); ++place) {
+    const std::string_view text = FieldText(row[place], layout, buffer);
+    if (!text.empty() && KindOfField(text) == FieldKind::Text) {
+      label += (label.empty() ? "" : " ") + std::string(text);
+    }
+  }
+  std::ranges::replace(label, between, between == ' ' ? '_' : ' ');
+  return label;
 }
 
 /// What names the columns: the numbers' stem and the labels of the rows, or their numbers.
-std::string NamesOfTurned(const NumberedNames& numbered, const std::vector<Fields>& rows,
-                          char between) {
-  std::string names = numbered.stem.empty() ? "x" : numbered.stem;
+std::string NamesOfTurned(const CurvesOver& over, const std::vector<Fields>& rows, char between,
+                          const TextLayout& layout) {
+  std::string names = over.stem.empty() ? "x" : over.stem;
+  std::optional<std::size_t> telling;
+  for (std::size_t place = 0; place < over.first && !telling; ++place) {
+    if (TellApart(rows, place, layout)) telling = place;
+  }
   for (std::size_t i = 0; i < rows.size(); ++i) {
+    const std::string label =
+        over.first > 0 ? LabelOf(rows[i], over.first, telling, between, layout) : std::string();
     names += between;
-    if (numbered.labelled) {
-      names += TrimBlankBytes(rows[i].front());
-    } else {
-      names += "row" + std::to_string(i + 1);
-    }
+    names += label.empty() ? "row" + std::to_string(i + 1) : label;
   }
   return names;
 }
 
-/// As a row ahead of the others, whose texts are `numbered`'s own.
-void AddNumbers(const NumberedNames& numbered, std::vector<Fields>& rows) {
-  Fields numbers(numbered.labelled ? 1 : 0);
-  numbers.insert(numbers.end(), numbered.numbers.begin(), numbered.numbers.end());
+/// As a row ahead of the others, whose texts are `over`'s own.
+void AddNumbers(const CurvesOver& over, std::vector<Fields>& rows) {
+  Fields numbers(over.first);
+  numbers.insert(numbers.end(), over.numbers.begin(), over.numbers.end());
   rows.insert(rows.begin(), std::move(numbers));
 }
 
@@ -93,9 +150,11 @@ std::string TurnedText(std::string_view text, const TDSInfo& info, char line_end
     headers.push_back(walker.Next());
   }
   std::vector<Fields> rows = RowsOf(walker, info, layout);
-  const std::size_t longest = LongestOf(rows);
+  std::size_t longest = LongestOf(rows);
+  const std::optional<CurvesOver> over = NamesOver(headers, info, layout, longest);
+  const bool few = rows.size() <= kFewLongRows && longest >= kFieldsPerLongRow * rows.size();
   std::string turned;
-  if (rows.size() > kFewLongRows || longest < kFieldsPerLongRow * rows.size()) {
+  if (!few && !(over && over->of_many)) {
     for (const std::string_view header : headers) AddLine(header, line_end, turned);
     for (const Fields& row : rows) {
       for (const std::string_view field : row) {
@@ -106,15 +165,15 @@ std::string TurnedText(std::string_view text, const TDSInfo& info, char line_end
   }
   const std::size_t separator = info.TextSeparators.find_first_not_of('\n');
   const char between = separator == std::string::npos ? ' ' : info.TextSeparators[separator];
-  const std::optional<NumberedNames> numbered = NamesOver(headers, info, layout, longest);
-  const std::string names = numbered ? NamesOfTurned(*numbered, rows, between) : std::string();
-  if (numbered) {
+  rows.resize(std::min(rows.size(), over ? kMostTurnedRows : kFewLongRows));
+  const std::string names = over ? NamesOfTurned(*over, rows, between, layout) : std::string();
+  if (over) {
     headers[static_cast<std::size_t>(info.NamesLine) - 1] = names;
-    AddNumbers(*numbered, rows);
+    longest = over->first + over->numbers.size();
+    AddNumbers(*over, rows);
   }
   for (const std::string_view header : headers) AddLine(header, line_end, turned);
-  const std::size_t first = numbered && numbered->labelled ? 1 : 0;
-  for (std::size_t place = first; place < longest; ++place) {
+  for (std::size_t place = over ? over->first : 0; place < longest; ++place) {
     for (std::size_t row = 0; row < rows.size(); ++row) {
       if (row > 0) turned.push_back(between);
       if (place < rows[row].size()) turned += rows[row][place];

@@ -14,6 +14,9 @@ namespace tarnwick {
 inline constexpr std::size_t kFewLongRows = 4;
 inline constexpr std::size_t kFieldsPerLongRow = 10;
 
+/// So many rows at most become columns over what a line of names counts.
+inline constexpr std::size_t kMostTurnedRows = 200;
+
 /// True when the separators hold the end of the line.
 bool TurnsRows(const TDSInfo& info);
 
@@ -22,7 +25,9 @@ TDSInfo TurnedInfo(TDSInfo info);
 
 /// The header lines as they are, and behind them a line for each value, or for each field of a few long rows with the fields at
 /// that place; lines behind the table are left out. Where NamesLine is a header whose names of long rows count something, these
-/// numbers are the first column, and that line names the columns: by their stem, and by the labels of the rows.
+/// numbers are the first column, and that line names the columns: by their stem, and by the labels of the rows. So it is however
+/// many rows there are, the first kMostTurnedRows of them, where the names are numbers or days behind those of labels
+/// (FindNamesAcross).
 std::string TurnedText(std::string_view text, const TDSInfo& info, char line_end);
 
 }  // namespace tarnwick

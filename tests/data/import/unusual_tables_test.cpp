@@ -169,6 +169,20 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "Freq: a, b, 9"},
       {"more columns below a remark",
        "#    a\n" + Rows(9, " @  @@") + "#F   a   b\n" + Rows(4, " @   @@ 2@"), "(col 0): a, 9"},
+      {"curves in rows over years",
+       "\"Source\",\"x\"\n\n\"Name\",\"Code\",\"1990\",\"1991\",\"1992\",\"1993\",\"1994\","
+       "\"1995\",\n"
+       "\"Aruba\",\"A\",\"1\",\"2\",\"4\",\"3\",\"5\",\"6\",\n\"Benin\",\"B\",\"7\",\"\",\"4\","
+       "\"3\",\"5\",\"6\",\n"
+       "\"Chad\",\"C\",\"1\",\"2\",\"4\",\"3\",\"5\",\"9\",\n",
+       "Year: Aruba, Benin, Chad, 6"},
+      {"over days, told apart by two texts",
+       "state,land,Lat,1/22/20,1/23/20,1/24/20,1/25/20,1/26/20,1/27/20\n,Togo,2.5,0,1,2,3,4,5\n"
+       "A,Chad,3.5,1,1,2,3,4,5\nB,Chad,4.5,0,1,1,3,4,5\n",
+       "Date: Togo, A Chad, B Chad, 6"},
+      {"over a time with its unit",
+       "time [s],0,1,2,3,4,5,6,7\nU [V],0,1,4,9,16,25,36,49\nI [A],0,3,6,9,12,15,18,21\n",
+       "time [s]: U [V], I [A], 8"},
       {"the same without labels", Bands("", "nm", 40) + Bands("", "0.1", 40) + Bands("", "0.3", 40),
        "nm: row1, row2, 40"},
   };
