@@ -9,6 +9,7 @@
 #include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "data/columns/argument_names.h"
+#include "data/columns/block_parameter.h"
 #include "data/columns/counted_rows.h"
 #include "data/columns/error_names.h"
 #include "data/columns/like_columns.h"
@@ -185,6 +186,14 @@ Answer RowsOfOneColumn(const XCandidates& found) {
   return over_codes ? Answer() : kRowNumberColumn;
 }
 
+/// What runs anew for each value of a parameter that stands ahead of it.
+Answer RunningWithinBlocks(const XCandidates& found) {
+  constexpr std::size_t kFewest = 3;
+  if (found.numbers.size() < kFewest) return std::nullopt;
+  const std::int32_t second = found.numbers[1];
+  return FindBlockParameter(found.source, second) ? Answer(second) : std::nullopt;
+}
+
 /// Columns of one kind, none of which is called like an X.
 Answer RowsOfLikeColumns(const XCandidates& found) {
   if (AnyIsArgument(found)) return std::nullopt;
@@ -239,8 +248,8 @@ Answer FirstWhereItRises(const XCandidates& found) {
   if (!IsMonotone(values) || (stands && (RunningTime(found) || ArgumentThatRunsAnew(found)))) {
     return std::nullopt;
   }
-  const bool stepped =
-      IsArgument(found.source, first) || StepsEvenly(found.source.GuessOf(first).Successive());
+  const bool stepped = IsArgument(found.source, first) ||
+                       StepsEvenly(found.source.GuessOf(first).Successive());
   return !found.labelled || stepped ? Answer(first) : std::nullopt;
 }
 
@@ -297,6 +306,7 @@ std::int32_t XByRules(const XCandidates& found) {
   constexpr Answer (*kRules[])(const XCandidates&) = {DateX,
                                                       ScannedX,
                                                       CountedX,
+                                                      RunningWithinBlocks,
                                                       RowsOfOneColumn,
                                                       RowsOfLikeColumns,
                                                       RowsOfOneTime,

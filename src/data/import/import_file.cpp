@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/error.h"
+#include "data/columns/block_parameter.h"
 #include "data/columns/column_roles.h"
 #include "data/fields/column_cuts.h"
 #include "data/import/load_source.h"
@@ -191,9 +192,13 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   RequirePoints(result, options, source.supplier->Describe());
   RequireMostRows(result, source.info, options, source.supplier->Describe());
   const bool whole_rows = !options.row_choice && !options.every;
+  const bool by_kind = whole_rows && !options.whole_table;
+  // Empty lines may part the blocks of a parameter as well, whose values name them better than "run 2" does.
+  const bool by_parameter = by_kind && FindBlockParameter(source, columns.x).has_value();
+  if (by_parameter && SplitGroups(result, source, columns, load, make)) return result;
   const std::size_t tables = result.series.size();
   if (whole_rows) SplitRuns(result, *source.supplier, load, make);
-  if (whole_rows && !options.whole_table && result.series.size() == tables) {
+  if (by_kind && !by_parameter && result.series.size() == tables) {
     SplitGroups(result, source, columns, load, make);
   }
   return result;

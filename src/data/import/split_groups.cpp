@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/word_list.h"
+#include "data/columns/block_parameter.h"
 #include "data/columns/cycling_columns.h"
 #include "data/columns/sign_columns.h"
 #include "data/columns/value_order.h"
@@ -25,13 +26,14 @@ constexpr std::size_t kFewestRowsOfGroup = 3;  // in the mean
 struct Group {
   std::size_t rows = 0, rises = 0, falls = 0;
   double last_x = 0;
-  bool stands = false;  ///< an X comes twice
+  bool may_stand = false;
+  bool stands = false;  ///< an X comes twice, which it may not
 
   void Take(double x) {
     if (rows > 0) {
       rises += x > last_x ? 1 : 0;
       falls += x < last_x ? 1 : 0;
-      stands = stands || x == last_x;
+      stands = stands || (x == last_x && !may_stand);
     }
     last_x = x;
     ++rows;
@@ -55,8 +57,9 @@ struct Candidate {
   std::map<std::string, std::size_t> places;
   std::vector<std::string> names;  ///< as they come
   std::vector<Group> groups;
-  bool few = true;       ///< it tells a few kinds apart
-  bool possible = true;  ///< and each is a curve
+  bool is_parameter = false;  ///< by which blocks of rows are known (FindBlockParameter)
+  bool few = true;            ///< it tells a few kinds apart
+  bool possible = true;       ///< and each is a curve
 
   void Take(std::string text, double x) {
     if (text.empty()) possible = false;
@@ -66,6 +69,7 @@ struct Candidate {
       few = groups.size() < kMostRuns;
       names.push_back(place->first);
       groups.emplace_back();
+      groups.back().may_stand = is_parameter;
     }
     groups[place->second].Take(x);
     possible = possible && groups[place->second].GoesOneWay(1);
@@ -116,12 +120,14 @@ std::vector<Candidate> CandidatesIn(const ImportSource& source, std::int32_t x) 
     return std::ranges::find(cycling, column) != cycling.end() && NumbersObjects(source, x, column);
   };
   const bool rises = x >= 0 && !TurnsOrStands(source.GuessOf(x).values);
+  const std::optional<std::int32_t> parameter = FindBlockParameter(source, x);
   std::vector<Candidate> candidates;
   for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
     const auto column = static_cast<std::int32_t>(i);
     const bool of_time =
         std::ranges::find(source.time_columns, column) != source.time_columns.end();
-    const bool may_tell = !source.columns[i].has_numbers || numbers_objects(column);
+    const bool may_tell =
+        !source.columns[i].has_numbers || numbers_objects(column) || parameter == column;
     if (!may_tell || of_time || candidates.size() == kMostCandidates) continue;
     if (AreSigns(source.samples[i]) || (rises && !TakeTurns(source.samples[i]))) continue;
     std::vector<std::string> texts = source.samples[i];
@@ -130,6 +136,7 @@ std::vector<Candidate> CandidatesIn(const ImportSource& source, std::int32_t x) 
     if (2 * kinds > std::ssize(texts)) continue;
     candidates.emplace_back();
     candidates.back().column = column;
+    candidates.back().is_parameter = parameter == column;
   }
   return candidates;
 }
@@ -221,6 +228,14 @@ bool MayHoldGroups(const ImportSource& source, const ChosenColumns& columns) {
   return x.size() >= kFewest;
 }
 
+/// A parameter that names the curves is none of them.
+void LeaveOut(std::int32_t parameter, ImportResult& result) {
+  if (result.series.size() < 2) return;
+  std::erase_if(result.series, [parameter](const auto& series) {
+    return series->Source().y_column_index == parameter;
+  });
+}
+
 /// What numbers objects and what is the same for each of them, where they are parted, is drawn no more.
 void LeaveOutCycling(const ImportSource& source, const ChosenColumns& columns,
                      ImportResult& result) {
@@ -239,18 +254,24 @@ void LeaveOutCycling(const ImportSource& source, const ChosenColumns& columns,
 
 }  // namespace
 
-void SplitGroups(ImportResult& result, const ImportSource& source, const ChosenColumns& columns,
+bool SplitGroups(ImportResult& result, const ImportSource& source, const ChosenColumns& columns,
                  const LoadOptions& load, const SeriesFactory& make) {
-  if (result.cancelled || !MayHoldGroups(source, columns)) return;
+  if (result.cancelled || !MayHoldGroups(source, columns)) return false;
   const FoundGroups found = FindGroups(source, result);
   const std::optional<Candidate>& groups = found.parting;
-  if (!groups) return TellOfJoined(source, columns.x, found.joined, result.notes);
-  if (groups->groups.size() * result.series.size() > kMostRunDataSets) return;
+  if (!groups) {
+    TellOfJoined(source, columns.x, found.joined, result.notes);
+    return false;
+  }
+  if (groups->groups.size() * result.series.size() > kMostRunDataSets) return false;
   const std::string column = source.ReferenceTo(groups->column);
   // A number alone would say little.
   const bool numbered = source.GuessOf(groups->column).has_numbers;
   const std::string label = numbered ? source.NameOf(groups->column) + " " : std::string();
-  if (numbered) LeaveOutCycling(source, columns, result);
+  if (numbered) {
+    if (groups->is_parameter) LeaveOut(groups->column, result);
+    LeaveOutCycling(source, columns, result);
+  }
   std::vector<std::unique_ptr<TDataSeries>> split;
   std::vector<TDataSeries*> all;
   for (const auto& whole : result.series) {
@@ -266,6 +287,7 @@ void SplitGroups(ImportResult& result, const ImportSource& source, const ChosenC
   result.notes.push_back("the rows belong to " + std::to_string(groups->names.size()) +
                          " kinds of " + source.Quoted(groups->column) +
                          ", each is a DataSet of its own (--whole-table keeps them together)");
+  return true;
 }
 
 }  // namespace tarnwick

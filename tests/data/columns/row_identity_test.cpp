@@ -63,7 +63,7 @@ TEST(RowIdentity, IsNeverX) {
       {"Inf in most rows of the first",
        "a,b,c\n" + Rows(9, "Inf,@.5,2@\nInf,@.2,3@") + "3,1,1\n4,2,2\n", "b: a, c, 2"},
       {"a class in runs", "class,mass,len\n" + Rows(5, "1,2@,@.5") + Rows(5, "2,1@,@@"),
-       "mass: class, len, 10"},
+       "mass: class 1, class 2, 5"},
       {"a matrix of ways", "to 0,to 1,to 2\n0,12,13\n12,0,25\n12,25,0\n63,76,75\n35,48,48\n",
        "Row number: to 0, to 1, to 2, 5"},
       {"a count of readings of a sweep", "Reading,V,I,t\n1,-5,8,0\n2,-4,6,1\n3,-3,7,2\n4,-2,9,3\n",

@@ -233,7 +233,8 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
       {"labelled rows over a dose", "sample,dose,v\nA,1,71\nB,2,70\nC,5,75\nD,9,69\n",
        "dose: v, 4"},
       {"a time that runs anew for each subject",
-       "Subject,Time,conc\n" + Rows(5, "1,@,@@") + Rows(5, "2,@,@@"), "Time: conc, 10"},
+       "Subject,Time,conc\n" + Rows(5, "1,@,@@") + Rows(5, "2,@,@@"),
+       "Time: Subject 1, Subject 2, 5"},
       {"how long each lap took",
        "Lap,Time,km\n1,4:12.5,1.01\n2,4:10.2,1.02\n3,4:33.1,1.0\n4,4:01.7,1.2\n"
        "5,4:11.7,1.1\n",
