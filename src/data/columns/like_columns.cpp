@@ -113,7 +113,9 @@ bool AreAlike(const ImportSource& source, std::span<const std::int32_t> columns)
   const bool of_many = columns.size() >= kMany &&
                        !StepsEvenly(source.GuessOf(columns.front()).Successive()) &&
                        columns.front() != source.NumberColumns().front();
-  if (IsMonotone(first) && !of_many) return false;
+  const bool runs = IsMonotone(first) ||
+                    (columns.front() == source.NumberColumns().front() && MostlyRunsOn(first));
+  if (runs && !of_many) return false;
   if (colours) return true;
   const bool named = std::ranges::any_of(
       columns, [&](std::int32_t column) { return source.NameOf(column) != UnnamedColumn(column); });

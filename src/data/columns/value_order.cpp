@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <vector>
+
+#include "base/quantile.h"
 
 namespace tarnwick {
 
@@ -20,6 +24,21 @@ bool RisesThroughout(const std::vector<double>& values) {
 bool RisesBeyondChance(const std::vector<double>& values) {
   constexpr std::size_t kFewest = 8;
   return values.size() >= kFewest && RisesThroughout(values);
+}
+
+bool MostlyRunsOn(std::span<const double> values) {
+  constexpr std::size_t kFewest = 8, kMost = 300;  // every pair is looked at
+  constexpr double kLeast = 0.8;
+  values = values.first(std::min(values.size(), kMost));
+  if (values.size() < kFewest) return false;
+  std::int64_t rises = 0, falls = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    for (std::size_t before = 0; before < i; ++before) {
+      if (values[before] == values[i]) return false;
+      (values[before] < values[i] ? rises : falls) += 1;
+    }
+  }
+  return std::abs(static_cast<double>(rises - falls)) > kLeast * static_cast<double>(rises + falls);
 }
 
 bool IsInNoOrder(const std::vector<double>& values) {
@@ -51,6 +70,20 @@ bool StepsEvenly(std::span<const double> values, Evenness evenness) {
     if (std::abs(values[i] - values[i - 1] - step) > kEven * std::abs(step)) return false;
   }
   return step != 0;
+}
+
+bool MostlyStepsEvenly(std::span<const double> values) {
+  constexpr double kEven = 1e-6;
+  constexpr std::size_t kStepsPerOther = 20;
+  if (StepsEvenly(values)) return true;
+  if (values.size() < 3) return false;
+  std::vector<double> steps;
+  for (std::size_t i = 1; i < values.size(); ++i) steps.push_back(values[i] - values[i - 1]);
+  std::vector<double> sorted = steps;
+  const double usual = MedianOf(sorted);
+  const auto others = static_cast<std::size_t>(std::ranges::count_if(
+      steps, [usual](double step) { return std::abs(step - usual) > kEven * std::abs(usual); }));
+  return usual != 0 && kStepsPerOther * others <= steps.size();
 }
 
 std::optional<double> RepeatedFarFromOthers(std::span<const double> values) {

@@ -16,6 +16,10 @@ bool RisesThroughout(const std::vector<double>& values);
 /// The same of so many that it is no chance: eight.
 bool RisesBeyondChance(const std::vector<double>& values);
 
+/// Different values, eight at least, nearly all pairs of which stand in one order (Kendall's rank correlation with the row is
+/// above 0.8 or below -0.8).
+bool MostlyRunsOn(std::span<const double> values);
+
 /// As many steps up as down, more or less: no clock that begins anew at midnight.
 bool IsInNoOrder(const std::vector<double>& values);
 
@@ -27,6 +31,9 @@ enum class Evenness { Exact, AsWritten };
 
 /// Each is as far from the one before, and not equal to it.
 bool StepsEvenly(std::span<const double> values, Evenness evenness = Evenness::Exact);
+
+/// The same of all steps but a few, one in twenty at most.
+bool MostlyStepsEvenly(std::span<const double> values);
 
 /// The least or the greatest value where it comes several times and all others lie close together, far from it.
 std::optional<double> RepeatedFarFromOthers(std::span<const double> values);

@@ -194,6 +194,20 @@ Answer RunningWithinBlocks(const XCandidates& found) {
   return FindBlockParameter(found.source, second) ? Answer(second) : std::nullopt;
 }
 
+/// The last column rises in every row, all others mostly stand.
+Answer RisingLast(const XCandidates& found) {
+  const std::int32_t last = found.numbers.back();
+  const ColumnGuess& guess = found.source.GuessOf(last);
+  const auto stands = [&](std::int32_t column) {
+    return column == last ||
+           (MostlyStands(found.source.GuessOf(column).values) && !IsArgument(found.source, column));
+  };
+  const bool rises = RisesBeyondChance(guess.values) && !guess.CountsRows();
+  return found.varying.size() > 1 && rises && std::ranges::all_of(found.numbers, stands)
+             ? Answer(last)
+             : std::nullopt;
+}
+
 /// Columns of one kind, none of which is called like an X.
 Answer RowsOfLikeColumns(const XCandidates& found) {
   if (AnyIsArgument(found)) return std::nullopt;
@@ -249,7 +263,7 @@ Answer FirstWhereItRises(const XCandidates& found) {
     return std::nullopt;
   }
   const bool stepped = IsArgument(found.source, first) ||
-                       StepsEvenly(found.source.GuessOf(first).Successive());
+                       MostlyStepsEvenly(found.source.GuessOf(first).Successive());
   return !found.labelled || stepped ? Answer(first) : std::nullopt;
 }
 
@@ -307,6 +321,7 @@ std::int32_t XByRules(const XCandidates& found) {
                                                       ScannedX,
                                                       CountedX,
                                                       RunningWithinBlocks,
+                                                      RisingLast,
                                                       RowsOfOneColumn,
                                                       RowsOfLikeColumns,
                                                       RowsOfOneTime,

@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "base/ascii.h"
+#include "base/day_number.h"
 #include "base/number_text.h"
 #include "data/fields/field_value.h"
 #include "data/fields/text_fields.h"
@@ -52,6 +53,17 @@ bool RisesDaily(const Times& times) {
   return 2 * next_days > times.size();
 }
 
+/// The same day of one month after the other.
+bool RisesMonthly(const Times& times) {
+  if (!Rises(times)) return false;
+  for (std::size_t i = 1; i < times.size(); ++i) {
+    const bool next = times[i] - times[i - 1] < kLongestMonth &&
+                      SplitDay(times[i]).day == SplitDay(times[i - 1]).day;
+    if (!next) return false;
+  }
+  return true;
+}
+
 /// "80000", "80500" to "125500": times in even steps, which the numbers do not have.
 bool IsDigitClock(const std::vector<std::string_view>& texts, const Times& times) {
   const auto is_time = [](std::string_view text) {
@@ -87,7 +99,8 @@ std::optional<JoinedTimeFound> FindSixDigits(Columns columns, std::size_t first)
   const JoinedTimeFound alone{{YearMonthDay}, {first}};
   const bool months =
       TrimBlankBytes(days.front()).substr(0, 4) != TrimBlankBytes(days.back()).substr(0, 4);
-  if (months && RisesDaily(AllTimesOf(alone, columns))) return alone;
+  const Times dates = AllTimesOf(alone, columns);
+  if (months && (RisesDaily(dates) || RisesMonthly(dates))) return alone;
   const bool numbers = RisesAsNumbers(days);
   for (const TimePart part : {MonthDayYear, DayMonthYear}) {
     const JoinedTimeFound tried{{part}, {first}};

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
@@ -44,6 +45,23 @@ std::size_t CountLate(std::span<const double> x, double jitter, double sign) {
   return late;
 }
 
+/// One point that stands elsewhere makes no loop of a column that runs on.
+bool GoesOnButForOne(std::span<const double> x, double jitter, double sign) {
+  constexpr std::size_t kFewestOfOrder = 8;
+  if (x.size() < kFewestOfOrder) return false;
+  std::size_t furthest = 0, back = 1;
+  while (back < x.size() && sign * x[back] >= sign * x[furthest] - jitter) {
+    if (sign * x[back] > sign * x[furthest]) furthest = back;
+    ++back;
+  }
+  for (const std::size_t one : {furthest, back}) {
+    std::vector<double> others(x.begin(), x.end());
+    if (one < others.size()) others.erase(others.begin() + static_cast<std::ptrdiff_t>(one));
+    if (CountLate(others, jitter, sign) == 0) return true;
+  }
+  return false;
+}
+
 bool StandsInGroups(const PointChain& points) {
   std::size_t groups = 1;
   double last = points.Front().x;
@@ -73,8 +91,8 @@ LineSuggestion SuggestLineOrder(const TDataSeries& series) {
   if (!std::isfinite(range) || range == 0) return LineSuggestion::ByX;
   const double late = kLate * static_cast<double>(x.size());
   for (const double sign : {1.0, -1.0}) {
-    if (static_cast<double>(CountLate(x, kNoTurn * range, sign)) <= late)
-      return LineSuggestion::ByX;
+    const bool few_late = static_cast<double>(CountLate(x, kNoTurn * range, sign)) <= late;
+    if (few_late || GoesOnButForOne(x, kNoTurn * range, sign)) return LineSuggestion::ByX;
   }
   const std::vector<std::size_t> breaks = BreaksInOrder(points, order, series.Gaps());
   const std::size_t turns = TurnsOf(x, breaks, JitterOf(by_x)).size();

@@ -191,6 +191,19 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
       {"a time that stands, within two types",
        "type time delta\n" + Rows(9, "1 @ 1\n1 @ 0") + Rows(9, "2 @ 0\n2 @ 1"),
        "time: type 1, type 2, 18"},
+      {"X behind all others", Rows(6, "51 1 2.@") + Rows(6, "41 2 3.@") + Rows(6, "31 3 4.@"),
+       "(col 2): (col 0), (col 1), 18"},
+      {"even steps behind labels, the first twice",
+       "z 10 7.5\n" + Rows(10, "p@ 1@ 7.@5") + Rows(10, "q@ 2@ 6.@5") + Rows(10, "r@ 3@ 5.@5"),
+       "(col 1): (col 2), 31"},
+      {"the first days of months",
+       "970901 6\n971001 7\n971101 5\n971201 4\n980101 6\n980201 7\n980301 3\n980401 2\n",
+       "Date and time: (col 1), 8"},
+      {"lines of a spectrum, two pairs of them turned round",
+       "2798.00 2800.0 3000.0 MgII\n3727.30 3750.0 3825.0 OII\n4861.33 5050.0 5120.0 Hb\n"
+       "5006.84 5050.5 5120.0 OIII\n4958.91 5050.0 5120.0 OIII\n6300.23 6400.0 6470.0 OI\n"
+       "6583.57 6400.5 6470.0 N2\n6548.06 6400.0 6470.0 N1\n6717.00 6400.0 6470.0 S1\n",
+       "(col 0): (col 1), (col 2), 9"},
       {"the same without labels", Bands("", "nm", 40) + Bands("", "0.1", 40) + Bands("", "0.3", 40),
        "nm: row1, row2, 40"},
   };
