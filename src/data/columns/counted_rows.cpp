@@ -28,6 +28,11 @@ namespace {
 
 constexpr std::size_t kFewestCounted = 8;
 
+/// The words of a row name its numbers: "0 TAO, value: 2.5, residual: 144". Its first number is what was stepped through.
+bool IsNamedByRows(const ImportSource& source) {
+  return source.info.NamesLine > source.info.FileHasHeaders;
+}
+
 /// A count of rows is what its name says, or what has none in a table where others have: anything else that rises by 1
 /// may be what was stepped through.
 bool NamesCount(const ImportSource& source, std::int32_t column) {
@@ -38,7 +43,7 @@ bool NamesCount(const ImportSource& source, std::int32_t column) {
   const std::string name = source.NameOf(column);
   if (name.ends_with('#')) return true;
   const bool unnamed = name == UnnamedColumn(column) || WordsOf(name).empty();
-  return unnamed ? HasNamedColumns(source) : HasWord(name, kWords);
+  return unnamed ? HasNamedColumns(source) && !IsNamedByRows(source) : HasWord(name, kWords);
 }
 
 /// "RECORD" 1000, 1001, 1002 of a logger that was read out before.

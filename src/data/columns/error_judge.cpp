@@ -75,7 +75,7 @@ class ErrorJudge {
     if (IsDirection(source_, name_)) return false;
     if (IsNamedLike(WordsBehindD(name_)) || IsNamedLike(WordsBesideErr(name_))) return true;
     if (StandsBehindSign(source_, column_)) return true;
-    return NamesErrors(name_) && (NamesRelative(name_) || BelongsToSome());
+    return NamesErrors(name_) && StandsBesideValues() && (NamesRelative(name_) || BelongsToSome());
   }
 
  private:
@@ -88,6 +88,13 @@ class ErrorJudge {
   bool IsValue(std::int32_t other) const {
     return other >= 0 && other != column_ && source_.GuessOf(other).has_numbers &&
            !NamesErrors(source_.NameOf(other));
+  }
+
+  /// "n err_l2 err_h1": where all columns but X are called so, they are what was computed.
+  bool StandsBesideValues() const {
+    return std::ranges::any_of(source_.NumberColumns(), [this](std::int32_t other) {
+      return other != x_ && IsValue(other);
+    });
   }
 
   /// A "sigma" that is larger than its value measures something else.

@@ -9,6 +9,7 @@
 #include "base/ascii.h"
 #include "data/fields/column_cuts.h"
 #include "data/fields/field_kind.h"
+#include "data/fields/line_words.h"
 #include "data/fields/row_remark.h"
 #include "data/fields/text_lines.h"
 #include "data/guess/count_row.h"
@@ -117,6 +118,10 @@ class Guess {
     format_.is_table =
         best != nullptr && IsWorthIt(*best, tables_, lines_, LayoutOf(format_, line_end_));
     if (block_ && best != nullptr) return format_.is_table = true;
+    if (format_.is_table && choose && lines_.whole && HoldsFewValues(*best) &&
+        TakeTableOfWordsAndColons()) {
+      best = &tables_.front();
+    }
     if (!format_.is_table && choose && lines_.whole && TakeUnusualTable()) best = &tables_.front();
     return format_.is_table && best->rows >= kFewRows;
   }
@@ -142,6 +147,26 @@ class Guess {
     const auto found = FindLabelledTable(lines_.first, LayoutOf(by_blanks, line_end_));
     if (found) TakeOnly(*found, by_blanks.separators);
     return found.has_value();
+  }
+
+  /// Fewer than half of the fields hold values.
+  static bool HoldsFewValues(const FoundTable& table) {
+    return 2 * table.weight < static_cast<double>(table.rows);
+  }
+
+  /// "value: 2.5", "value = 2.5"
+  static bool HoldsWordsBeforeNumbers(std::string_view line) {
+    return std::ranges::any_of(WordsOfLine(line), [](const LineWord& word) {
+      return word.text.ends_with(':') || word.text.ends_with('=');
+    });
+  }
+
+  /// "0 TAO, Function value: 2.03778,  Residual: 144.125": cells between commas that hold words and a number each.
+  bool TakeTableOfWordsAndColons() {
+    const auto found = FindWordedTable(lines_.first, LayoutOf(format_, line_end_));
+    if (!found || !HoldsWordsBeforeNumbers(lines_.first[found->table.first])) return false;
+    TakeOnly(found->table, found->separators);
+    return worded_ = true;
   }
 
   bool TakeWordedTable() {

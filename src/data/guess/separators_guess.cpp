@@ -30,6 +30,7 @@ struct Together {
 };
 constexpr Together kTogether[] = {{'|', " |"},       // "1 | 2.5 3.5 |"
                                   {' ', " ,()"},     // "0.1 (2.5,3.5)"
+                                  {' ', " ,[]"},     // "0.1 [2.5, 3.5]"
                                   {'\t', "\t,"},     // "0.1<tab>2.5,3.5"
                                   {'\t', "\t,()"}};  // "0.1<tab>(2.5,3.5)"
 constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*", ">", "&"};

@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::size_t kFewestPointsOfRun =
     2;  // in the mean: less is a table with an empty line behind every row
+constexpr std::size_t kFewRuns = 8;
+constexpr std::size_t kFewestPointsOfMany = 4;  // shorter ones are pieces of one curve
 
 constexpr const char* kRunMark = ", run ";
 
@@ -91,7 +93,8 @@ std::size_t RunsToSplit(const ImportResult& result) {
     fewest = fewest == 0 ? points : std::min(fewest, points);
   }
   const auto count = static_cast<std::size_t>(runs);
-  const bool worth = std::cmp_greater_equal(fewest, count * kFewestPointsOfRun);
+  const std::size_t least = count > kFewRuns ? kFewestPointsOfMany : kFewestPointsOfRun;
+  const bool worth = std::cmp_greater_equal(fewest, count * least);
   const bool few = count <= kMostRuns && count * result.series.size() <= kMostRunDataSets;
   return worth && few ? count : 1;
 }

@@ -103,11 +103,21 @@ std::size_t CountDifferent(const Names& names) {
   return std::set<std::string_view>(names.begin(), names.end()).size();
 }
 
+/// Two blanks between some of the words: they stand where they do on purpose.
+bool IsLaidOut(const std::vector<LineWord>& words) {
+  const auto apart = [](const LineWord& one, const LineWord& next) {
+    return next.begin > one.end + 1;
+  };
+  return std::ranges::adjacent_find(words, apart) != words.end();
+}
+
 /// Heads share the left or the right end with what they stand over, titles do not.
 bool StandInLine(const std::string& upper, const std::string& lower) {
   constexpr std::size_t kFewest = 2;
   const std::vector<LineWord> above = WordsOfLine(upper);
   const std::vector<LineWord> below = WordsOfLine(lower);
+  // Between single blanks fewer words stand over others by chance.
+  if (above.size() != below.size() && !IsLaidOut(above) && !IsLaidOut(below)) return false;
   return above.size() >= kFewest && above.size() <= below.size() &&
          std::ranges::all_of(above, [&below](const LineWord& word) {
            const std::optional<std::size_t> at = NameBelow(word, below);
