@@ -34,8 +34,8 @@ struct FoundTable {
   std::size_t rows = 0;      ///< with that many
   std::size_t odd_rows = 0;  ///< rows of another number of fields
   double weight = 0;         ///< the rows, each by the share of values among its fields
-  bool headed_anew =
-      false;  ///< a remark above it names its columns otherwise than the table before
+  /// A remark above it names its columns otherwise than the table before.
+  bool headed_anew = false;
 };
 
 /// How many lines of text may stand within a table, one behind the other.
