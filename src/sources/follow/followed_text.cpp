@@ -73,6 +73,7 @@ void FollowedText::ResolveColumns(TDataSupplier& supplier) {
   rest_info_.NamesLine = kNoNamesLine;
   rest_info_.UnitsLine = 0;
   rest_info_.TimeColumns = TimeByPositions(info_.TimeColumns, supplier);
+  group_column_ = supplier.ColumnIndex(info_.GroupColumn);
 }
 
 void FollowedText::Take(const std::string& lines, StreamRows& rows) {
@@ -124,10 +125,7 @@ void FollowedText::TakeRow(TDataSupplier& supplier, StreamRows& rows) {
   if (reading_.columns.x == kRowNumberColumn) values.x = static_cast<double>(row_);
   if (reading_.columns.y == kRowNumberColumn) values.y = static_cast<double>(row_);
   const RowVerdict verdict = chooser_->Take(values.x, values.y);
-  if (!info_.GroupColumn.empty() &&
-      supplier.TextAt(supplier.ColumnIndex(info_.GroupColumn)) != info_.GroupValue) {
-    return;
-  }
+  if (!info_.GroupColumn.empty() && supplier.TextAt(group_column_) != info_.GroupValue) return;
   if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
   const bool of_run = info_.Run == 0 || info_.Run == pieces_.Run();
   if (!of_run || verdict == RowVerdict::Passed || verdict == RowVerdict::Stopped) return;

@@ -50,6 +50,7 @@ class FollowedText {
   std::string head_;  // until the first row is there
   bool head_read_ = false;
   DescribedReading reading_;
+  std::int32_t group_column_ = -1;
   std::int64_t row_ = 0;     // number of the row at hand, from 1
   std::int64_t points_ = 0;  // so far
 };
