@@ -31,7 +31,7 @@ QString Order(const AskedRows& asked) {
 }
 
 bool IsBlank(char c) {
-  return c == ' ' || c == '\n' || c == '\t' || c == '\r';
+  return std::string_view(" \n\t\r").find(c) != std::string_view::npos;
 }
 
 }  // namespace

@@ -221,7 +221,6 @@ bool TDBSupplier::NextRow() {
 
 void TDBSupplier::FirstRow() {
   row_ = 0;
-  if (opened_.row > 0 || opened_.at_end) opened_.is_open = false;
 }
 
 void TDBSupplier::SkipRows(std::int32_t rows) {

@@ -107,9 +107,11 @@ bool HasKeyStore() {
   if (QCoreApplication::instance() == nullptr) return false;
   BusConnection bus;
   if (bus.HasOwner(kService)) return true;
-  if (!bus.IsThere()) return false;
-  const QDBusReply<QStringList> names = bus.Bus().interface()->activatableServiceNames();
-  return names.isValid() && names.value().contains(QLatin1String(kService));
+  const auto can_be_begun = [&bus] {
+    const QDBusReply<QStringList> names = bus.Bus().interface()->activatableServiceNames();
+    return names.isValid() && names.value().contains(QLatin1String(kService));
+  };
+  return bus.IsThere() && can_be_begun();
 }
 
 std::optional<QString> KeptPassword(const std::string& server) {

@@ -3,14 +3,15 @@
 #include <QByteArray>
 #include <QRegularExpression>
 
+#include "base/ascii.h"
+
 namespace tarnwick {
 namespace {
 
 constexpr qsizetype kMostOfName = 255;  // the bus' own limit
 
 bool StandsInPath(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '/' ||
-         c == '_';
+  return IsLetter(c) || IsDigit(c) || c == '/' || c == '_';
 }
 
 QString Escaped(const std::string& topic) {

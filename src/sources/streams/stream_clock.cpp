@@ -5,24 +5,21 @@
 #include <ctime>
 #include <limits>
 
-#include "base/day_number.h"
-
 namespace tarnwick {
+namespace {
+
+using Days = std::chrono::duration<double, std::ratio<86400>>;
+
+}  // namespace
 
 double LocalDay(std::chrono::system_clock::time_point moment) {
   using std::chrono::system_clock;
   const std::time_t seconds = system_clock::to_time_t(moment);
   std::tm local{};
   localtime_r(&seconds, &local);
-  const std::chrono::duration<double> part = moment - system_clock::from_time_t(seconds);
-  constexpr double kSecondsOfDay = 86400;
-  return JoinDay({.year = local.tm_year + 1900,
-                  .month = local.tm_mon + 1,
-                  .day = local.tm_mday,
-                  .hour = local.tm_hour,
-                  .minute = local.tm_min,
-                  .second = local.tm_sec}) +
-         part.count() / kSecondsOfDay;
+  constexpr double kDayOf1970 = 25569;
+  const Days since_1970 = moment.time_since_epoch() + std::chrono::seconds(local.tm_gmtoff);
+  return kDayOf1970 + since_1970.count();
 }
 
 StreamClock::StreamClock()
@@ -30,7 +27,6 @@ StreamClock::StreamClock()
       started_(std::chrono::steady_clock::now()) {}
 
 double StreamClock::Now() {
-  using Days = std::chrono::duration<double, std::ratio<86400>>;
   const Days passed = std::chrono::steady_clock::now() - started_;
   // Two values may come within what a day number resolves (a microsecond).
   last_ = std::max(start_ + passed.count(),
