@@ -118,12 +118,12 @@ Table AllRows(const ThinnedView& view) {
   TDBSupplier supplier(view.place, unseen);
   Table table;
   for (; !supplier.AtEnd(); supplier.NextRow()) {
-    const auto value = [&](const std::string& column) {
-      return supplier.ReadValue(supplier.ColumnIndex(column), ColumnFormat::Automatic)
+    const auto value = [&](const ThinnedColumn& column) {
+      return supplier.ReadValue(supplier.ColumnIndex(column.name), column.format)
           .value_or(std::numeric_limits<double>::quiet_NaN());
     };
-    std::vector<double> row = {value(view.x.name)};
-    for (const ThinnedColumn& y : view.y) row.push_back(value(y.name));
+    std::vector<double> row = {value(view.x)};
+    for (const ThinnedColumn& y : view.y) row.push_back(value(y));
     const bool has_y =
         std::any_of(row.begin() + 1, row.end(), [](double y) { return !std::isnan(y); });
     if (row[0] >= view.x_min && row[0] <= view.x_max && has_y) table.rows.push_back(row);
@@ -168,7 +168,9 @@ void ExpectThinnedShowsEveryExtreme(
       view.place = places[static_cast<std::size_t>(choice) % places.size()];
       view.x.name = "x";
       view.y = {{"y"}};
-      if (up_to(1) == 0) view.y.push_back({"odd \"% na.me"});
+      const bool as_times = view.place.scheme == "sqlite" && up_to(1) == 0;
+      const ColumnFormat format = as_times ? ColumnFormat::UnixSeconds : ColumnFormat::Automatic;
+      if (up_to(1) == 0) view.y.push_back({"odd \"% na.me", format});
       view.x_min = up_to(table.rows) * 0.75 - 5;
       view.x_max = view.x_min + 1 + up_to(choice % 2 == 0 ? 20 : table.rows);
       view.columns = 1 + up_to(40);

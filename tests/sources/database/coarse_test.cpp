@@ -5,21 +5,28 @@
 #include <string>
 #include <vector>
 
+#include "data/columns/import_options.h"
+#include "data/columns/import_source.h"
 #include "data/packed/unpack.h"
 #include "made_database.h"
+#include "sources/database/database_source.h"
 #include "sources/database/thinned_pieces.h"
 #include "sources/database/thinned_view.h"
+#include "support/cancelling_progress.h"
+#include "support/refusal.h"
 
 namespace tarnwick {
 namespace {
 
 using testing::MadeDatabase;
 
-/// 20000 rows whose row numbers lie as far apart as if there were ten million; Y of three values, one spike.
+/// 20000 rows whose row numbers, far from zero, lie as far apart as if there were a hundred million; Y of three values, one
+/// spike.
 const std::vector<std::string> kTable = {
     "CREATE TABLE run (x REAL, y REAL)",
     "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000) INSERT INTO "
-    "run(rowid, x, y) SELECT i * 500, i * 0.5, CASE WHEN i = 7777 THEN 50 ELSE i % 3 END FROM n"};
+    "run(rowid, x, y) SELECT i * 5000 + 1000000000, i * 0.5, CASE WHEN i = 7777 THEN 50 ELSE i % 3 "
+    "END FROM n"};
 
 ThinnedView Whole(const DatabasePlace& place, int columns) {
   return {.place = place, .x = {"x"}, .y = {{"y"}}, .columns = columns};
@@ -50,7 +57,7 @@ TEST(CoarsePicture, IsOfTrueRowsFromAllOverALargeTable) {
     SCOPED_TRACE(index);
     if (*index != 0) base.Run({index});
     const ThinnedView view = Whole(base.Place("run"), 100);
-    EXPECT_GT(CoarseRows(view, unseen).value_or(0), 9'000'000);
+    EXPECT_GT(CoarseRows(view, unseen).value_or(0), 99'000'000);
     const auto rows = FetchCoarse(view, unseen);
     ASSERT_TRUE(rows);
     EXPECT_GT(rows->rows, 4000);
@@ -76,6 +83,89 @@ TEST(CoarsePicture, IsNoneOfWhatIsReadAtOnceOrHasNoRowNumbers) {
   for (const DatabasePlace& place : {base.Place("few"), base.Place("seen"), base.Place("none"),
                                      base.Place("", "SELECT * FROM run")}) {
     EXPECT_FALSE(FetchCoarse(Whole(place, 100), unseen)) << place.Text();
+  }
+}
+
+TEST(CoarsePicture, IsMadeOfAsManyYAsTheWholeIs) {
+  const MadeDatabase base(kTable);
+  NoProgress unseen;
+  ThinnedView view = Whole(base.Place("run"), 1);
+  view.y.assign(32, {"y"});
+  EXPECT_TRUE(FetchCoarse(view, unseen));
+  EXPECT_EQ(FetchThinned(view, unseen).y.size(), 32U);
+  view.y.push_back({"y"});
+  EXPECT_FALSE(FetchCoarse(view, unseen));
+  EXPECT_NE(testing::Refusal([&] { FetchThinned(view, unseen); }).find("at most 32"),
+            std::string::npos);
+}
+
+RowPlan BothColumns() {
+  RowPlan plan;
+  plan.x_column = 0;
+  for (const std::int32_t column : {0, 1}) plan.columns.push_back({column, {}});
+  return plan;
+}
+
+/// Rows that are there when both columns have been asked for.
+std::int64_t RowsOf(TDataSupplier& supplier) {
+  NoProgress unseen;
+  EXPECT_TRUE(supplier.Expect(BothColumns(), unseen));
+  return supplier.RowCount();
+}
+
+TEST(LargeTables, AreThinnedUnlessRowsAreChosenOrItIsNotWanted) {
+  const MadeDatabase base(kTable);
+  NoProgress unseen;
+  ImportOptions not_wanted, some, first;
+  not_wanted.thinned_at_source = false;
+  some.every = 100;
+  first.row_choice = RowChoice::FirstRows;
+  for (const ImportOptions& options : std::vector{not_wanted, some, first})
+    EXPECT_FALSE(OpenDatabase(base.Place("run"), options, unseen).info.ThinnedAtSource);
+  for (const FirstPicture picture : {FirstPicture::Whole, FirstPicture::Coarse}) {
+    const ImportSource source = OpenDatabase(base.Place("run"), {}, unseen, picture);
+    ASSERT_TRUE(source.info.ThinnedAtSource);
+    const std::int64_t rows = RowsOf(*source.supplier);
+    const SourceKind kind = DatabaseKind(picture);
+    TDSInfo info = source.info;
+    info.AllRows = true;
+    const bool whole = picture == FirstPicture::Whole;
+    EXPECT_EQ(RowsOf(*kind.open(info, unseen)), rows);
+    EXPECT_EQ(rows == 20'000, whole) << rows;
+    const ImportSource begun = kind.begin(info, {}, unseen);
+    EXPECT_TRUE(begun.info.ThinnedAtSource);
+    testing::CancellingProgress cancelled(0);
+    EXPECT_EQ(begun.supplier->Expect(BothColumns(), cancelled), !whole);
+  }
+}
+
+TEST(LargeTables, ShowRowsAsTheyAreWhereNothingIsMadeOfThem) {
+  struct Row {
+    void (*describe)(TDSInfo& info);
+    bool thinned, coarse, as_they_are;
+  };
+  const Row rows[] = {
+      {[](TDSInfo&) {}, true, false, true},
+      {[](TDSInfo& i) { i.XColExpr.clear(), i.YColExpr.clear(); }, true, false, true},
+      {[](TDSInfo& i) { i.RowSamplingFrequency = 2; }, true, true, true},
+      {[](TDSInfo& i) { i.XColExpr = "X/2"; }, true, false, false},
+      {[](TDSInfo& i) { i.YColExpr = "X"; }, true, false, false},
+      {[](TDSInfo& i) { i.YErrorColumn = "dy"; }, true, false, false},
+      {[](TDSInfo& i) { i.XErrorColumn = "dx"; }, true, false, false},
+      {[](TDSInfo& i) { i.AllRows = false, i.RowSamplingFrequency = 9; }, false, false, false},
+      {[](TDSInfo& i) { i.RowChoiceMode = RowChoice::FromX; }, false, false, false},
+      {[](TDSInfo& i) { i.ThinnedAtSource = false; }, false, false, false},
+      {[](TDSInfo& i) { i.DataSource = DataSourceKind::Text; }, false, false, false},
+  };
+  for (const Row& row : rows) {
+    TDSInfo info;
+    info.DataSource = DataSourceKind::Database;
+    info.ThinnedAtSource = info.AllRows = true;
+    row.describe(info);
+    const auto at = &row - rows;
+    EXPECT_EQ(IsThinned(info), row.thinned) << at;
+    EXPECT_EQ(IsCoarse(info), row.coarse) << at;
+    EXPECT_EQ(ShowsRowsAsTheyAre(info), row.as_they_are) << at;
   }
 }
 

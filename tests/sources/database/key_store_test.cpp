@@ -39,7 +39,8 @@ class Store final : public QDBusVirtualObject {
       return answer(Found(qdbus_cast<QMap<QString, QString>>(asked.arguments().at(0))));
     if (method == "GetSecret") return answer({QVariant::fromValue(Secret())});
     if (method == "CreateItem") {
-      if (!locked) Keep(asked);
+      const bool in_place_of_the_old = asked.arguments().at(2).toBool();
+      if (!locked && in_place_of_the_old) Keep(asked);
       return answer({path("/"), path(locked ? "/prompt" : "/")});
     }
     if (method != "Delete") return false;
@@ -80,6 +81,7 @@ class KeyStore : public ::testing::Test {
     ASSERT_TRUE(bus_.registerVirtualObject(kRoot, &store_, QDBusConnection::SubPath));
     store_.moveToThread(&thread_);
     thread_.start();
+    EXPECT_FALSE(HasKeyStore());
     ASSERT_TRUE(bus_.registerService("org.freedesktop.secrets"));
   }
   void TearDown() override {

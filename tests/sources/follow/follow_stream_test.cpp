@@ -171,6 +171,9 @@ TEST_F(FollowedFile, WaitsWhilePausedAndStopsForGood) {
   EXPECT_EQ(watcher.stream->State(), StreamState::Paused);
   EXPECT_EQ(watcher.stream->Told(), "Paused");
   Append(file, "2,2\n");
+  std::this_thread::sleep_for(std::chrono::milliseconds(250));
+  watcher.TakeRows();
+  EXPECT_EQ(watcher.series.PointCount(), 2) << "nothing is read before it goes on";
   watcher.stream->Start();
   EXPECT_TRUE(watcher.WaitForPoints(3));
   watcher.stream->Stop();

@@ -132,31 +132,5 @@ TEST(FollowedText, ComesToWhatReadingItDoesInWhateverPiecesItComes) {
   }
 }
 
-TEST(AppendRows, KeepTheLastOfWhateverComes) {
-  std::mt19937 random(4);
-  std::uniform_int_distribution<int> few(0, 40);
-  for (const int kept : {1, 2, 7, 100}) {
-    for (const bool in_order : {true, false}) {
-      TDataSeries series;
-      series.SetDuplicatesAllowed(true);
-      series.Source().KeepPoints = kept;
-      std::vector<double> came;
-      for (int batch = 0; batch < 12; ++batch) {
-        StreamRows rows;
-        for (int i = few(random) % 9; i > 0; --i)
-          rows.x.push_back(in_order ? static_cast<double>(came.size() + rows.x.size())
-                                    : few(random));
-        rows.y = {rows.x};
-        came.insert(came.end(), rows.x.begin(), rows.x.end());
-        AppendRows(series, rows, {});
-        const auto most = std::min<std::size_t>(came.size(), static_cast<std::size_t>(kept));
-        std::vector<double> last(came.end() - static_cast<std::ptrdiff_t>(most), came.end());
-        std::ranges::sort(last);
-        EXPECT_EQ(XValues(series.Points()), last) << kept;
-      }
-    }
-  }
-}
-
 }  // namespace
 }  // namespace tarnwick

@@ -54,6 +54,16 @@ std::chrono::system_clock::time_point NoonOf1970() {
   return std::chrono::system_clock::time_point(std::chrono::hours(12));
 }
 
+TEST(StreamClock, TellsTheDayOfThisPlace) {
+  for (const auto& [zone, hours] : {std::pair("<+05>-5", 5.0), {"<-03>3", -3.0}, {"UTC0", 0.0}}) {
+    ::setenv("TZ", zone, 1);
+    ::tzset();
+    EXPECT_DOUBLE_EQ(LocalDay(NoonOf1970()), 25569.5 + hours / 24);
+  }
+  ::unsetenv("TZ");
+  ::tzset();
+}
+
 TEST(LineRows, AreCutAsTheDescriptionSays) {
   struct Row {
     const char* name;
