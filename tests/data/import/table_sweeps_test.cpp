@@ -5,6 +5,8 @@
 //   n FROM TO           the numbers it runs through
 //   a form of lines (swept_text.h), to the line "end" (\t \r \xHH understood)
 //   FROM-TO outcome     what is the same for all these numbers; values, and figures of notes, are those of FROM
+//
+// or "whole" in place of the numbers, and behind "end" all that is made of the one text, line by line.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -19,6 +21,7 @@
 #include "data/import/loader.h"
 #include "data/points/point_columns.h"
 #include "import/swept_text.h"
+#include "import/whole_outcome.h"
 #include "support/case_text.h"
 #include "support/project_paths.h"
 #include "support/temporary_folder.h"
@@ -54,23 +57,6 @@ std::string Range(const std::vector<double>& values) {
                         : GeneralText(values.front(), 9) + ".." + GeneralText(values.back(), 9);
 }
 
-/// How the text is divided, as far as it is not divided by commas that may run together.
-std::string Division(const TDSInfo& source) {
-  std::string text = "h" + std::to_string(source.FileHasHeaders);
-  for (const char c : source.TextSeparators)
-    text += c == '\t' ? "\\t" : c == ' ' ? "_" : std::string(1, c);
-  if (!source.MergeSeparators) text += " apart";
-  if (!source.ColumnCuts.empty()) text += " cuts " + source.ColumnCuts;
-  if (source.NamesLine != 0) text += " names " + std::to_string(source.NamesLine);
-  if (source.StackedNames) text += " stacked";
-  if (source.UnitsLine != 0) text += " units " + std::to_string(source.UnitsLine);
-  if (source.TableLines != 0) text += " lines " + std::to_string(source.TableLines);
-  if (source.CommentMarks != "# %") text += " marks " + source.CommentMarks;
-  if (!source.MissingValues.empty()) text += " none " + source.MissingValues;
-  if (!source.TimeColumns.empty()) text += " time " + source.TimeColumns;
-  return text;
-}
-
 Outcome OutcomeOf(const ImportResult& result, int rows) {
   std::string series;
   std::vector<std::string> notes = result.notes;
@@ -92,7 +78,7 @@ Outcome OutcomeOf(const ImportResult& result, int rows) {
       if (!told.empty() && std::ranges::find(notes, told) == notes.end()) notes.push_back(told);
     }
   }
-  const std::string told = Division(first.Source()) + " | " + Joined(notes);
+  const std::string told = testing::DivisionText(first.Source()) + " | " + Joined(notes);
   return {WithoutFigures(made + told), made + values + told};
 }
 
@@ -164,6 +150,19 @@ std::string Swept(const std::string& form, int from, int to) {
   return answer;
 }
 
+std::string Whole(const std::string& form) {
+  const TemporaryFolder folder;
+  const testing::SweptText made = testing::MakeSwept(form, 1);
+  const std::filesystem::path file = folder.Write("t.txt", made.text);
+  try {
+    const std::string answer = testing::WholeOutcome(ImportFile(file));
+    ExpectTheSameAgain(folder, made.text, made.rows);
+    return answer;
+  } catch (const Error&) {
+    return ImportOutcome(file, made.rows).shown + '\n';
+  }
+}
+
 class TableSweeps : public ::testing::TestWithParam<std::filesystem::path> {};
 
 TEST_P(TableSweeps, ComeOutAsWritten) {
@@ -183,7 +182,7 @@ TEST_P(TableSweeps, ComeOutAsWritten) {
       std::istringstream numbers(range.substr(1));
       int from = 0, to = 0;
       numbers >> from >> to;
-      answer = Swept(form, from, to);
+      answer = range == "whole" ? Whole(form) : Swept(form, from, to);
     } else if (!line.empty() && line[0] != '#') {
       expected += line + '\n';
     }
