@@ -62,6 +62,18 @@ bool GoesOnButForOne(std::span<const double> x, double jitter, double sign) {
   return false;
 }
 
+/// "58, 59, 0, 1, 2": far back, and on from there. Few rows may do so, but they are not late.
+bool StartsOver(std::span<const double> x, double range, double sign) {
+  constexpr double kFar = 0.5;  // of the range
+  for (std::size_t i = 1; i + 2 < x.size(); ++i) {
+    if (sign * (x[i - 1] - x[i]) > kFar * range && sign * (x[i + 1] - x[i]) > 0 &&
+        sign * (x[i + 2] - x[i + 1]) > 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
 bool StandsInGroups(const PointChain& points) {
   std::size_t groups = 1;
   double last = points.Front().x;
@@ -91,7 +103,8 @@ LineSuggestion SuggestLineOrder(const TDataSeries& series) {
   if (!std::isfinite(range) || range == 0) return LineSuggestion::ByX;
   const double late = kLate * static_cast<double>(x.size());
   for (const double sign : {1.0, -1.0}) {
-    const bool few_late = static_cast<double>(CountLate(x, kNoTurn * range, sign)) <= late;
+    const bool few_late = static_cast<double>(CountLate(x, kNoTurn * range, sign)) <= late &&
+                          !StartsOver(x, range, sign);
     if (few_late || GoesOnButForOne(x, kNoTurn * range, sign)) return LineSuggestion::ByX;
   }
   const std::vector<std::size_t> breaks = BreaksInOrder(points, order, series.Gaps());

@@ -33,6 +33,7 @@ TEST(LineSuggestion, JoinsAsXGoes) {
       {"a clock of whole seconds", 1010, [](int i) { return i / 10; }, ByX},
       {"steps of two", 20, [](int i) { return i / 2; }, ByX},
       {"one row elsewhere", 20, [](int i) { return i == 1 ? 1 : 100 - 5 * i; }, ByX},
+      {"a clock that runs over", 200, [](int i) { return i % 197; }, AsTheyCame},
       {"five at random", 5, [](int i) { return (i * 3) % 5; }, SymbolsOnly},
   };
   for (const auto& row : kCases) {
