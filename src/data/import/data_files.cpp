@@ -128,23 +128,37 @@ std::int32_t LineOfNumberedNames(const TextSource& text, const ImportSource& sou
   const std::vector<std::string>& names = source.supplier->ColumnNames();
   if (HoldsCurvesInRows(source) && source.info.NamesLine > 0) return source.info.NamesLine;
   if (!FindNumberedNames(names) && !HoldsCurvesInRows(source)) return 0;
+  // A separator may end the line.
+  auto last = names.end() - 1;
+  while (last != names.begin() &&
+         *last == UnnamedColumn(static_cast<std::int32_t>(last - names.begin()))) {
+    --last;
+  }
   const TextLayout layout(source.info, text.LineEnd());
   const auto headers = static_cast<std::size_t>(std::max(source.info.FileHasHeaders, 0));
   const std::vector<std::string_view> lines = FirstLines(text.Text(), headers, text.LineEnd());
   const auto holds = [&](std::string_view line) {
     const auto columns = static_cast<std::int32_t>(names.size());
-    return CountFields(line, layout, columns + 1) == columns &&
-           line.find(names.back()) != line.npos && line.find(names.front()) != line.npos;
+    return CountFields(line, layout, columns + 1) == columns && line.find(*last) != line.npos &&
+           line.find(names.front()) != line.npos;
   };
   const auto found = std::ranges::find_if(lines, holds);
   return found == lines.end() ? 0 : static_cast<std::int32_t>(found - lines.begin()) + 1;
+}
+
+/// Each row is a curve over the numbers or days that the columns are called by.
+bool HoldsCurvesOverNames(const TextSource& text, const ImportSource& source) {
+  if (!HoldsCurvesInRows(source)) return false;
+  TDSInfo named = source.info;
+  named.NamesLine = LineOfNumberedNames(text, source);
+  return TurnsOverNames(text.Text(), named, text.LineEnd());
 }
 
 /// Reads rows that hold curves along the line anew, turned.
 void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions& options,
               ImportSource& source) {
   const std::int32_t numbered = LineOfNumberedNames(*text, source);
-  const bool over_names = numbered > 0 && HoldsCurvesInRows(source);
+  const bool over_names = HoldsCurvesOverNames(*text, source);
   TDSInfo& info = source.info;
   const char separator = info.TextSeparators.front();
   const bool labelled = !source.samples.empty() && !source.samples.front().empty() &&
@@ -246,7 +260,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   const bool stated = options.separators || options.width || options.x_column;
   if (TurnsRows(source.info) ||
       (!stated && options.y_columns.empty() &&
-       (HoldsValuesInTurn(source) == ValuesInTurn::Sure || HoldsCurvesInRows(source)))) {
+       (HoldsValuesInTurn(source) == ValuesInTurn::Sure || HoldsCurvesOverNames(*text, source)))) {
     TurnRows(text, options, source);
   }
   NoteLackingNames(all, text->LineEnd(), source);

@@ -17,6 +17,14 @@ namespace {
 
 using Fields = std::vector<std::string_view>;
 
+Fields HeadersOf(LineWalker& walker, const TDSInfo& info) {
+  Fields headers;
+  for (std::int32_t i = 0; i < info.FileHasHeaders && !walker.AtEnd(); ++i) {
+    headers.push_back(walker.Next());
+  }
+  return headers;
+}
+
 std::vector<Fields> RowsOf(LineWalker& walker, const TDSInfo& info, const TextLayout& layout) {
   std::vector<Fields> rows;
   for (std::int32_t i = 0; (info.TableLines == 0 || i < info.TableLines) && !walker.AtEnd(); ++i) {
@@ -48,9 +56,9 @@ struct CurvesOver {
 };
 
 /// The same of names that are years, days or other numbers.
-std::optional<CurvesOver> CurvesAcross(const std::vector<std::string>& names) {
+std::optional<CurvesOver> CurvesAcross(const std::vector<std::string>& names, std::size_t fields) {
   const std::optional<NamesAcross> across = FindNamesAcross(names);
-  if (!across) return std::nullopt;
+  if (!across || across->behind > fields) return std::nullopt;
   CurvesOver over{.first = across->first, .of_many = true};
   over.numbers.assign(names.begin() + static_cast<std::ptrdiff_t>(across->first),
                       names.begin() + static_cast<std::ptrdiff_t>(across->behind));
@@ -70,8 +78,8 @@ std::optional<CurvesOver> NamesOver(const Fields& headers, const TDSInfo& info,
   while (const std::optional<std::string_view> field = cursor.Next()) {
     names.emplace_back(FieldText(*field, layout, buffer));
   }
+  if (std::optional<CurvesOver> across = CurvesAcross(names, fields)) return across;
   if (names.size() != fields) return std::nullopt;
-  if (std::optional<CurvesOver> across = CurvesAcross(names)) return across;
   std::optional<NumberedNames> numbered = FindNumberedNames(names);
   if (!numbered) return std::nullopt;
   return CurvesOver{.stem = std::move(numbered->stem),
@@ -142,13 +150,19 @@ TDSInfo TurnedInfo(TDSInfo info) {
   return info;
 }
 
+bool TurnsOverNames(std::string_view text, const TDSInfo& info, char line_end) {
+  const TextLayout layout(info, line_end);
+  LineWalker walker(text, line_end);
+  const Fields headers = HeadersOf(walker, info);
+  const std::optional<CurvesOver> over =
+      NamesOver(headers, info, layout, LongestOf(RowsOf(walker, info, layout)));
+  return over && over->of_many;
+}
+
 std::string TurnedText(std::string_view text, const TDSInfo& info, char line_end) {
   const TextLayout layout(info, line_end);
   LineWalker walker(text, line_end);
-  Fields headers;
-  for (std::int32_t i = 0; i < info.FileHasHeaders && !walker.AtEnd(); ++i) {
-    headers.push_back(walker.Next());
-  }
+  Fields headers = HeadersOf(walker, info);
   std::vector<Fields> rows = RowsOf(walker, info, layout);
   std::size_t longest = LongestOf(rows);
   const std::optional<CurvesOver> over = NamesOver(headers, info, layout, longest);

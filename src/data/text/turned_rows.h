@@ -23,6 +23,9 @@ bool TurnsRows(const TDSInfo& info);
 /// How the turned text is laid out.
 TDSInfo TurnedInfo(TDSInfo info);
 
+/// True when any number of rows would be turned, since NamesLine is a header whose names are numbers or days (FindNamesAcross).
+bool TurnsOverNames(std::string_view text, const TDSInfo& info, char line_end);
+
 /// The header lines as they are, and behind them a line for each value, or for each field of a few long rows with the fields at
 /// that place; lines behind the table are left out. Where NamesLine is a header whose names of long rows count something, these
 /// numbers are the first column, and that line names the columns: by their stem, and by the labels of the rows. So it is however
