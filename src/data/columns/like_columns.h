@@ -9,8 +9,8 @@
 namespace tarnwick {
 
 /// True where three and more of these columns, all that vary, go over one range of values, and the first of them does not rise or
-/// fall, but for a few rows where it is the first of all (where they have names: is in no order): components of vectors, colours from 0 to 255, matrices. Their rows
-/// are counted.
+/// fall, but for a few rows where it is the first of all (where they have names: is in no order): components of vectors, colours
+/// from 0 to 255, matrices. Their rows are counted.
 bool AreAlike(const ImportSource& source, std::span<const std::int32_t> columns);
 
 /// True where the first of three and more of these columns turns back often, and most change little from row to row for what they

@@ -16,8 +16,8 @@ std::string NameOfRun(const std::string& name, std::int32_t run);
 std::string NameWithoutRun(const std::string& name, std::int32_t run);
 
 /// Where empty lines or remarks part the rows that `result` was loaded from into runs (by the rules of PieceFinder), each becomes
-/// a DataSet named "NAME, run 2", or after a line of names above it, which is told; not more than eight runs shorter than four points in the mean, as the pieces of a
-/// contour are. Reads the supplier once more.
+/// a DataSet named "NAME, run 2", or after a line of names above it, which is told; not more than eight runs shorter than four
+/// points in the mean, as the pieces of a contour are. Reads the supplier once more.
 void SplitRuns(ImportResult& result, TDataSupplier& supplier, const LoadOptions& load,
                const SeriesFactory& make);
 

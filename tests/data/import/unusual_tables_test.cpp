@@ -159,8 +159,6 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "q,v\n1950:1,5\n1950:2,7\n1950:3,6\n1950:4,8\n1951:1,7\n1951:2,9\n", "Date and time: v, 6"},
       {"the error of X right behind it", "MAG_I ERR_I AMAG_I n\n" + Rows(9, "1@.5 0.@1 1@.7 7@"),
        "MAG_I: AMAG_I, n, 9"},
-      {"names in a remark above each run",
-       "# x, red\n" + Rows(3, "@, 1@") + "\n\n# x, green\n" + Rows(4, "@, 2@"), "x: red, green, 3"},
       {"names above each block of labels",
        "month\train\n" + Rows(3, "m@\t1@") + "\n\nmonth\tflow\n" + Rows(3, "m@\t2@"),
        "Row number: rain, flow, 3"},
@@ -171,11 +169,8 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
        "#    a\n" + Rows(9, " @  @@") + "#F   a   b\n" + Rows(4, " @   @@ 2@"),
        "(col 0): (col 1), 9"},
       {"pieces of a contour", Rows(12, "1.@ @@\n2.@ 5@\n"), "(col 0): (col 1), 24"},
-      {"a parameter that stands in each block",
-       Rows(9, "25. @ 0.@") + "\n" + Rows(8, "50. @ 1.@") + "\n" + Rows(7, "75. @ 2.@"),
-       "(col 1): (col 0) 25., (col 0) 50., (col 0) 75., 9"},
-      {"the same by its name, without empty lines",
-       "temp,V,I\n" + Rows(5, "1,@,0.@") + Rows(5, "2,@,0.@"), "V: temp 1, temp 2, 5"},
+      {"a parameter by its name", "temp,V,I\n" + Rows(5, "1,@,0.@") + Rows(5, "2,@,0.@"),
+       "V: temp 1, temp 2, 5"},
       {"X behind all others", Rows(6, "51 1 2.@") + Rows(6, "41 2 3.@") + Rows(6, "31 3 4.@"),
        "(col 2): (col 0), (col 1), 18"},
       {"even steps behind labels, the first twice",
@@ -189,11 +184,6 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
       {"words before numbers between commas",
        Rows(10, "  @ TAO, Function value: @@,  Residual: 1@.5 "),
        "(col 0): TAO Function value, Residual, 10"},
-      {"lines of a spectrum, two pairs of them turned round",
-       "2798.00 2800.0 3000.0 MgII\n3727.30 3750.0 3825.0 OII\n4861.33 5050.0 5120.0 Hb\n"
-       "5006.84 5050.5 5120.0 OIII\n4958.91 5050.0 5120.0 OIII\n6300.23 6400.0 6470.0 OI\n"
-       "6583.57 6400.5 6470.0 N2\n6548.06 6400.0 6470.0 N1\n6717.00 6400.0 6470.0 S1\n",
-       "(col 0): (col 1), (col 2), 9"},
       {"a remark behind names", "T U I ## comment here\n" + Rows(9, "@ @@ 9@"), "T: U, I, 9"},
       {"errors of a method, which are its results, below a title",
        "# conv P1 t\n# n err_l2 err_h1 err_max\n" + Rows(9, "1@ 0.@1 0.@3 0.@2"),
@@ -201,18 +191,7 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
       {"a time that stands, within two types",
        "type time delta\n" + Rows(9, "1 @ 1\n1 @ 0") + Rows(9, "2 @ 0\n2 @ 1"),
        "time: type 1, type 2, 18"},
-      {"curves in rows over years",
-       "\"Source\",\"x\"\n\n\"Name\",\"Code\",\"1990\",\"1991\",\"1992\",\"1993\",\"1994\","
-       "\"1995\",\n"
-       "\"Aruba\",\"A\",\"1\",\"2\",\"4\",\"3\",\"5\",\"6\",\n\"Benin\",\"B\",\"7\",\"\",\"4\","
-       "\"3\",\"5\",\"6\",\n"
-       "\"Chad\",\"C\",\"1\",\"2\",\"4\",\"3\",\"5\",\"9\",\n",
-       "Year: Aruba, Benin, Chad, 6"},
-      {"over days, told apart by two texts",
-       "state,land,Lat,1/22/20,1/23/20,1/24/20,1/25/20,1/26/20,1/27/20\n,Togo,2.5,0,1,2,3,4,5\n"
-       "A,Chad,3.5,1,1,2,3,4,5\nB,Chad,4.5,0,1,1,3,4,5\n",
-       "Date: Togo, A Chad, B Chad, 6"},
-      {"over a time with its unit",
+      {"rows over a time with its unit",
        "time [s],0,1,2,3,4,5,6,7\nU [V],0,1,4,9,16,25,36,49\nI [A],0,3,6,9,12,15,18,21\n",
        "time [s]: U [V], I [A], 8"},
       {"the same without labels", Bands("", "nm", 40) + Bands("", "0.1", 40) + Bands("", "0.3", 40),
