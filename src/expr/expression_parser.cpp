@@ -93,10 +93,9 @@ std::vector<TExprRec> TExpressionParser::Compile(std::string_view lower) {
 double TExpressionParser::Evaluate() {
   TExprRec* rec = current_rec_;
   if (rec == nullptr) return kUndefined;
-  while (true) {
+  for (;; rec = rec->Next) {
     rec->Oper(*rec);
     if (rec->Next == nullptr) return rec->Res;
-    rec = rec->Next;
   }
 }
 

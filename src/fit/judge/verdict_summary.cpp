@@ -127,7 +127,7 @@ std::string WhatTheDataSay(const FitResult& result, const FitCircumstances& abou
     return ", but the data do not depend on " + NamesOf(result, result.unmoved) + ".";
   }
   if (!Settled(result)) return ": the values are the best met so far.";
-  if (Settled(result) && !HasConverged(result))
+  if (!HasConverged(result))
     return ", but short of the best fit: a finishing Newton-type step improves it.";
   if (NoBetterThanMean(result))
     return ", but the curve fits hardly better than a horizontal line would.";
@@ -183,11 +183,11 @@ std::string VerdictSummary(const FitResult& result, const FitCircumstances& abou
 
 std::string JointSummary(const FitResult& whole, const FitCircumstances& about,
                          const FitShare& doubted, std::int64_t others) {
-  const std::string said = WhatTheDataSay(*doubted.result, *doubted.about);
-  const std::string_view but = ", but ";
-  return HowItEnded(whole, about) + ", but in DataSet \"" + doubted.data_set + "\"" +
+  // What speaks against one DataSet alone begins so.
+  constexpr std::string_view kBut = ", but ";
+  return HowItEnded(whole, about) + std::string(kBut) + "in DataSet \"" + doubted.data_set + "\"" +
          (others > 0 ? " (and " + Counted(others, "other") + ") " : " ") +
-         (said.starts_with(but) ? said.substr(but.size()) : said.substr(said.find(' ') + 1));
+         WhatTheDataSay(*doubted.result, *doubted.about).substr(kBut.size());
 }
 
 std::string SummaryByAll(const FitShare& share) {
