@@ -52,20 +52,21 @@ const ValueRow kNumbers[] = {{"1e5", 1e5},       {".5", 0.5},   {"5.", 5},
                              {"1.5E-3", 0.0015}, {"1e+2", 100}, {"1e999", kInf}};
 // Priorities, signs, powers.
 const ValueRow kPriorities[] = {
-    {"1+2*3", 7},         {"2^3^2", 64},      {"8/2/2", 2},       {"-2^2", 4},
-    {"1--3", 4},          {"2*-+-3", 6},      {"--3", 3},         {"not not 1", 1},
-    {"not not not 0", 1}, {"not not -1", -1}, {"1 - -1", 2},      {"(-(-2))", 2},
-    {"2^5e-1", 1},        {"2^-1", 0.5},      {"(-8)^3", -512},   {"(-2)^3.0", -8},
-    {"2^3!", 64},         {"-3!", 1},         {"1+2<4 and 1", 1}, {"not 1 = 1", 0},
-    {"2>1 xor 2>1", 0},   {"((((7))))", 7},   {"(1)+(2)", 3},     {" 2 * 3 ", 6}};
+    {"1+2*3", 7},         {"2^3^2", 64},      {"8/2/2", 2},     {"-2^2", 4},
+    {"1--3", 4},          {"2*-+-3", 6},      {"--3", 3},       {"not not 1", 1},
+    {"not not not 0", 1}, {"not not -1", -1}, {"1 - -1", 2},    {"(-(-2))", 2},
+    {"(not 1)+1", 1},     {"2^5e-1", 1},      {"2^-1", 0.5},    {"(-8)^3", -512},
+    {"(-2)^3.0", -8},     {"2^3!", 64},       {"-3!", 1},       {"1+2<4 and 1", 1},
+    {"not 1 = 1", 0},     {"2>1 xor 2>1", 0}, {"((((7))))", 7}, {"(1)+(2)", 3},
+    {" 2 * 3 ", 6}};
 // Dropped operands and surplus arguments.
 const ValueRow kDropped[] = {{"2 sin(0)", 0}, {"2 3 sin(0)", 0}, {"sin(0) cos(0)", 1},
                              {"abs(2) 3", 2}, {"3! 4", 6},       {"max(1) 2", 2}};
 // Strings.
 const ValueRow kStrings[] = {{"'abc'<'abd'", 1}, {"'ABC'='abc'", 1}, {"'b'>'a'", 1},
-                             {"'a'>='b'", 0},    {"'a'<='a'", 1},    {"'a'<'a'", 0},
-                             {"('a'='a')+1", 2}, {"'a '='a'", 0},    {"'a'='a", 0},
-                             {"''=''", 1},       {"''=' ", 1}};
+                             {"'a'>='b'", 0},    {"'a'>='a'", 1},    {"'a'<='a'", 1},
+                             {"'a'<'a'", 0},     {"('a'='a')+1", 2}, {"'a '='a'", 0},
+                             {"'a'='a", 0},      {"''=''", 1},       {"''=' ", 1}};
 // Names nobody defined.
 const ValueRow kUnknownNames[] = {{"y", kUndefined}, {"@", kUndefined}, {"y:=3", 3},
                                   {"(y:=3)+y", 6},   {"a:=2*3>5", 1},   {"2:=7", 7},
@@ -176,6 +177,9 @@ TEST(ExpressionParser, SaysWhatIsProbablyWrong) {
       {"max(1, -2*x)", "a sign behind a comma needs brackets: (-2)"},
       {"1,5+2", "numbers are written with a point: 1.5"},
       {"(x,y)", "a comma stands between the arguments of a function only"},
+      {"x,2", "a comma stands between the arguments of a function only"},
+      {"2,x", "a comma stands between the arguments of a function only"},
+      {",2", "a comma stands between the arguments of a function only"},
       {"2 x", "an operator is missing before \"x\""},
       {"2\tx", "an operator is missing before a tab"},
       {"2\nx", "an operator is missing before a line break"},
@@ -342,6 +346,7 @@ TEST(ExpressionParser, BoundsDepthAndLength) {
   EXPECT_EQ(Value("1" + Repeated("^1", kMany)), 1);
   EXPECT_EQ(Value("0" + Repeated("+('a'='a')", kMany / 10)), kMany / 10);
   EXPECT_EQ(Value(Repeated("abs(", 900) + "7" + Repeated(")", 900)), 7);
+  EXPECT_EQ(Value("0 " + Repeated("+1", 124'999)), 124'999);  // as long as it may be
   const std::string deep = "The expression is nested more than 1000 deep";
   const std::pair<std::string, std::string> rows[] = {
       {Repeated("abs(", kMany / 3) + "7" + Repeated(")", kMany / 3), deep},

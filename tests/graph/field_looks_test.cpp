@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <variant>
@@ -15,6 +16,8 @@
 #include "fit/model/curve_fit_file.h"
 #include "graph/appearance_fields.h"
 #include "graph/axes/axis_fields.h"
+#include "support/field_lines.h"
+#include "support/told.h"
 
 namespace tarnwick {
 namespace {
@@ -143,6 +146,41 @@ TEST(FieldLooks, EveryStoredFieldCanBeEdited) {
   ExpectLooks(Stored("Run ", CurveFitRunFields()));
   ExpectLooks(Stored("Parameter ", ParameterFields()));
   ExpectLooks(Stored("Template ", TemplateFields()));
+}
+
+template <class Owner>
+void ExpectFields(const char* name, FieldTable<Owner> table, const Owner& owner) {
+  std::istringstream text(testing::FieldLines(table, owner));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(text, line);) lines.push_back(line);
+  testing::ExpectTold("graph/fields.txt", name, lines);
+}
+
+TEST(FieldLooks, StayAsFilesHaveThem) {
+  ExpectFields("axis", AxisFields(), DefaultAxisState(AxisId::Y));
+  ExpectFields("appearance", AppearanceFields(), Appearance());
+  ExpectFields("dimensions", DimensionsFields(), Dimensions());
+  ExpectFields("legend", LegendFields(), Legend());
+  Legend placed;
+  placed.automatic = placed.no_room = true, placed.room_beside = placed.room_above = 1;
+  ExpectFields("placed legend", LegendFields(), placed);
+  ExpectFields("DataSet", SeriesFields(), SeriesStyle());
+  SeriesStyle loop;
+  loop.line_order = LineOrder::AsTheyCame, loop.in_panel = true;
+  ExpectFields("loop in the panel", SeriesFields(), loop);
+  ExpectFields("mark", MarkFields(), Mark());
+  Mark rectangle;
+  rectangle.type = MarkType::Rectangle;
+  ExpectFields("rectangle", MarkFields(), rectangle);
+}
+
+TEST(FieldLooks, AnUnknownPlaceOfAnAxisIsTheOthersBegin) {
+  for (const std::int32_t value : {-1, 0, 1, 3, 4}) {
+    AxisState axis;
+    for (const Field<AxisState>& field : AxisFields())
+      if (field.key == "OffsetMode") SetField(field, axis, FieldValue(value));
+    EXPECT_EQ(static_cast<std::int32_t>(axis.Offset_type), value % 4 < 0 ? 0 : value % 4);
+  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // What is done to a graph, deed by deed, and what it then holds: ranges, titles, numbers of DataSets, places, marks, points.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <memory>
 #include <string>
@@ -250,6 +251,10 @@ TEST(GraphStory, OfDataSets) {
   list("a new one", [&](TxyGraph&) { story.Add("new", {{1, 1}, {2, 2}}); });
   list("as it was", [&](TxyGraph& g) { g.SetState(kept); });
   list("once more", [&](TxyGraph& g) { g.SetState(kept); });
+  list("two more, and as it was", [&](TxyGraph& g) {
+    story.Add("fifth", {{1, 1}}), story.Add("sixth", {{2, 2}});
+    g.SetState(kept);
+  });
   list("pasted", [&](TxyGraph& g) { PasteGraph(g, kept); });
   list("pasted again", [&](TxyGraph& g) { PasteGraph(g, StateOfCurrentDataSet(g)); });
   list("pasted nothing", [&](TxyGraph& g) { PasteGraph(g, GraphState()); });
@@ -421,6 +426,14 @@ TEST(GraphStory, OfMarksAndInsertedGraphs) {
   story.Do("paste what is there",
            [&](TxyGraph& g) { return PasteChild(g, g.Children()[0]->State()), places(g); });
   story.Do("smaller", [&](TxyGraph& g) { return g.Resize(300, 200), places(g); });
+  for (const double place : {10.0, -10.0, 1e9, -1e9, std::nan("")}) {
+    story.Do("placed at " + Text(place), [&](TxyGraph& g) {
+      Dimensions at = g.Children()[0]->GetDimensions();
+      at.hor_position = at.ver_position = at.hor_size = at.ver_size = place;
+      g.Children()[0]->SetDimensions(at);
+      return places(g);
+    });
+  }
   story.Do("nothing", [&](TxyGraph& g) { return g.Resize(0, 0), places(g); });
   story.Do("less", [&](TxyGraph& g) { return g.Resize(-5, 2'000'000), places(g); });
   story.Do("as it was", [&](TxyGraph& g) {

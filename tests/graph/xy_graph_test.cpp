@@ -28,6 +28,7 @@ TEST(XyGraph, FirstSeriesBecomesCurrentAndIndicesFollowDeletions) {
   for (const char* name : {"a", "b", "c"}) graph.AddSeries(MakeSeries(name, 3));
   EXPECT_EQ(graph.CurrentSeriesIndex(), 0);
   EXPECT_EQ(graph.Series(1).Style().line_color, PaletteColor(1));
+  EXPECT_EQ(PaletteSymbol(kPaletteSize), PaletteSymbol(1));  // the same colour, another shape
   graph.SetCurrentSeriesIndex(2);
   graph.SetCurrentSeriesIndex(7);
   graph.DeleteSeries(0);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 
 #include "analysis/fits/fit_run.h"
 #include "base/error.h"
@@ -129,6 +130,32 @@ TEST_F(ResultsOnGraph, ADerivativeThatFailsLeavesTheGraphAsItWas) {
   rate_.SetRegressionType(RegressionType::RunningAverage);
   EXPECT_THROW(AddDerived(graph_, rate_, DerivedKind::Derivative, {}), Error);
   EXPECT_EQ(graph_.SeriesCount(), 1u);
+}
+
+TEST_F(ResultsOnGraph, WhatIsLeftOfAFitIsToldAndRenewed) {
+  TakeSlopeAsModel();
+  NoProgress progress;
+  const auto fit = [&] { ApplyFit(rate_, RunFit(PrepareFit(rate_), progress)); };
+  const auto ends = [&] {
+    std::string told;
+    for (std::size_t i = 1; i < graph_.SeriesCount(); ++i)
+      told += graph_.Series(i).SeriesName().substr(0, 4) + " " +
+              std::to_string(graph_.Series(i).GetExtremes().x_max).substr(0, 1) + ", ";
+    return told;
+  };
+  RenewLeftovers(graph_, rate_);  // there was no fit yet
+  fit();
+  AddResiduals(graph_, rate_, ResidualsName(rate_));
+  AddBands(graph_, rate_, 0.95);
+  EXPECT_EQ(OutdatedText(graph_, rate_), "");
+  rate_.AddPoint(5, 20);
+  EXPECT_EQ(OutdatedText(graph_, rate_),
+            "The bands and residuals on the graph are of a fit of \"Rate\" that holds no more.");
+  EXPECT_EQ(ends(), "Resi 4, Conf 4, Conf 4, Pred 4, Pred 4, ");
+  fit();
+  RenewLeftovers(graph_, rate_);
+  EXPECT_EQ(OutdatedText(graph_, rate_), "");
+  EXPECT_EQ(ends(), "Resi 5, Conf 5, Conf 5, Pred 5, Pred 5, ");
 }
 
 // a = 64/30, with the standard error sqrt(0.8902778 / 3 / 30); Student's 97.5 % for 3 degrees of freedom is 3.182446.

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "graph/layout/finished_look.h"
 #include "graph/layout/ruled_metrics.h"
 #include "graph/mark.h"
 #include "graph/xy_graph.h"
@@ -65,6 +66,7 @@ void DrawAxis(Lot& lot, AxisState& axis) {
 void DrawMark(Lot& lot, const TxyGraph& graph, Mark& mark) {
   const auto along = [&](AxisId id) {
     const AxisState& axis = graph.Axis(id).State();
+    if (lot.OneIn(5)) return lot.OneIn(2) ? axis.Min : axis.Max;
     return axis.Min + (1.2 * lot.Part() - 0.1) * (axis.Max - axis.Min);
   };
   mark.type = static_cast<MarkType>(lot.Of(7));
@@ -143,6 +145,10 @@ std::string Told(const std::vector<QLineF>& lines) {
   return std::to_string(lines.size()) + (lines.empty() ? "" : " of " + testing::Told(sum));
 }
 
+std::string Painted(const PlacedText& text) {
+  return text.font.color == Color() ? "" : " painted";
+}
+
 std::string Told(const AxisLayout& axis) {
   if (!axis.shown) return "hidden";
   std::vector<QLineF> major, minor;
@@ -151,7 +157,7 @@ std::string Told(const AxisLayout& axis) {
                      ", grid " + Told(axis.grid) + ", labels";
   for (const PlacedText& label : axis.labels) told += " " + testing::Told(label);
   if (axis.factor) told += ", factor " + testing::Told(*axis.factor);
-  if (axis.title) told += ", title " + testing::Told(*axis.title);
+  if (axis.title) told += ", title " + testing::Told(*axis.title) + Painted(*axis.title);
   return told;
 }
 
@@ -190,19 +196,28 @@ PlotLayout LayoutOf(unsigned seed, TxyGraph& graph, QSizeF& size) {
   return LayoutPlot(graph, size, testing::RuledMetrics());
 }
 
+void ExpectApart(const PlotLayout& layout, unsigned seed) {
+  const std::vector<PlacedText> texts = TextsOf(layout);
+  const QRectF picture = QRectF({}, layout.size).adjusted(-0.6, -0.6, 0.6, 0.6);
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    EXPECT_TRUE(picture.contains(texts[i].Box())) << seed << ' ' << testing::Told(texts[i]);
+    for (std::size_t k = 0; k < i; ++k) {
+      EXPECT_TRUE(texts[i].Ink().intersected(texts[k].Ink()).isEmpty())
+          << seed << ' ' << testing::Told(texts[i]) << ' ' << testing::Told(texts[k]);
+    }
+  }
+}
+
 TEST(RandomGraphs, TextsStayInThePictureAndApart) {
   for (unsigned seed = 0; seed < 10 * kGraphs; ++seed) {
     TxyGraph graph;
     QSizeF size;
-    const std::vector<PlacedText> texts = TextsOf(LayoutOf(seed, graph, size));
-    const QRectF picture = QRectF({}, size).adjusted(-0.6, -0.6, 0.6, 0.6);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-      EXPECT_TRUE(picture.contains(texts[i].Box())) << seed << ' ' << testing::Told(texts[i]);
-      for (std::size_t k = 0; k < i; ++k) {
-        EXPECT_TRUE(texts[i].Ink().intersected(texts[k].Ink()).isEmpty())
-            << seed << ' ' << testing::Told(texts[i]) << ' ' << testing::Told(texts[k]);
-      }
-    }
+    ExpectApart(LayoutOf(seed, graph, size), seed);
+    if (seed % 10 != 0) continue;
+    const TextMetrics metrics;  // of a font that is there
+    ExpectApart(LayoutPlot(graph, size, metrics), seed);
+    ApplyFinishedLook(graph, size, metrics, {.title = "Run"});
+    ExpectApart(LayoutPlot(graph, size, metrics), seed);
   }
 }
 

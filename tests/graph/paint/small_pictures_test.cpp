@@ -4,7 +4,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QPicture>
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <functional>
@@ -15,9 +14,9 @@
 #include "graph/axes/axis_scale.h"
 #include "graph/axes/axis_state.h"
 #include "graph/paint/error_bar_painter.h"
+#include "graph/paint/ink.h"
 #include "graph/paint/series_painter.h"
 #include "graph/series.h"
-#include "support/told.h"
 
 namespace tarnwick {
 namespace {
@@ -38,41 +37,14 @@ class Noise {
   std::uint64_t state_ = 17;
 };
 
-/// Rows of ink, from " " for white to "9"; blanks at their ends are left out.
-std::vector<std::string> Told(const QImage& image) {
-  std::vector<std::string> rows;
-  for (int y = 0; y < image.height(); ++y) {
-    std::string row = "|";
-    for (int x = 0; x < image.width(); ++x) {
-      const int ink = (255 - qGray(image.pixel(x, y))) * 10 / 256;
-      row += ink == 0 ? ' ' : static_cast<char>('0' + ink);
-    }
-    row.erase(row.find_last_not_of(' ') + 1);
-    rows.push_back(row);
-  }
-  return rows;
-}
-
 QImage Blank(int width = kWidth, int height = kHeight) {
   QImage image(width, height, QImage::Format_RGB32);
   image.fill(Qt::white);
   return image;
 }
 
-/// Whether the ink is the same but for what another version of the drawing library may shade otherwise.
-bool IsSameInk(const std::string& told, const std::string& written) {
-  constexpr int kShade = 2;
-  const auto ink = [](const std::string& row, std::size_t at) {
-    return at >= row.size() || row[at] == ' ' ? 0 : row[at] - '0';
-  };
-  for (std::size_t at = 1; at < std::max(told.size(), written.size()); ++at) {
-    if (std::abs(ink(told, at) - ink(written, at)) > kShade) return false;
-  }
-  return true;
-}
-
 void ExpectPicture(const std::string& name, const std::vector<std::string>& told) {
-  testing::ExpectTold("graph/paint/pictures.txt", name, told, IsSameInk);
+  testing::ExpectTold("graph/paint/pictures.txt", name, told, testing::IsSameInk);
 }
 
 enum class Draw { Pixels, Vectors };
@@ -87,7 +59,7 @@ std::vector<std::string> Told(const std::function<void(QPainter&)>& draw, Draw h
   QPainter painter(&image);
   how == Draw::Vectors ? painter.drawPicture(0, 0, picture) : draw(painter);
   painter.end();
-  return Told(image);
+  return testing::InkOf(image);
 }
 
 AxisScale Scale(AxisId id, double min, double max, bool log) {

@@ -99,11 +99,24 @@ TEST(Picture, FilesAreOfTheirKindAndSize) {
       continue;
     }
     if (path.extension() == ".pdf") {
-      EXPECT_TRUE(Holds(bytes, "/MediaBox [0 0 225.0000 150.0000"));
+      const std::size_t box = bytes.find("/MediaBox [0 0 225.0000 150.0000");
+      ASSERT_NE(box, std::string::npos);
+      EXPECT_EQ(bytes.find_first_not_of(' ', box + 32), bytes.find(']', box));
       continue;
     }
     EXPECT_EQ(QImageReader(QString::fromStdString(path.string())).size(), QSize(300, 200))
         << row.name;
+  }
+}
+
+TEST(Picture, ResolutionsHaveBounds) {
+  for (const int dpi : {9, 10, 2400, 2401}) {
+    const PictureOptions options{300, 200, dpi};
+    if (dpi % 10 == 0) {
+      EXPECT_NO_THROW(options.Validate());
+    } else {
+      EXPECT_THROW(options.Validate(), Error);
+    }
   }
 }
 
