@@ -13,6 +13,7 @@
 #include "data/columns/missing_meaning.h"
 #include "data/columns/series_in_rows.h"
 #include "data/columns/values_in_turn.h"
+#include "data/doubts/row_doubts.h"
 #include "data/fields/field_kind.h"
 #include "data/fields/text_lines.h"
 #include "data/guess/format_notes.h"
@@ -272,6 +273,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   if (!by_user && !TurnsRows(source.info)) {
     std::ranges::move(SecondLook(source, format, all, text->LineEnd()),
                       std::back_inserter(source.notes));
+    AddDoubts(DoubtsOfRows(source, format, all, text->LineEnd()), source.notes);
   }
   // The supplier was opened for the names; the description has learnt since.
   source.supplier = std::make_unique<TTxtSupplier>(source.info, std::move(text));

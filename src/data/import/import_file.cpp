@@ -9,6 +9,7 @@
 #include "base/error.h"
 #include "data/columns/block_parameter.h"
 #include "data/columns/column_roles.h"
+#include "data/doubts/column_doubts.h"
 #include "data/fields/column_cuts.h"
 #include "data/import/load_source.h"
 #include "data/import/open_source.h"
@@ -200,6 +201,12 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   if (whole_rows) SplitRuns(result, *source.supplier, load, make);
   if (by_kind && !by_parameter && result.series.size() == tables) {
     SplitGroups(result, source, columns, load, make);
+  }
+  // Runs and kinds of rows are told already, and X begins anew in each.
+  std::vector<const TDataSeries*> loaded;
+  for (const auto& one : result.series) loaded.push_back(one.get());
+  if (!result.cancelled && std::ranges::equal(loaded, series)) {
+    AddDoubts(DoubtsOfColumns({source, options, columns, loaded}), result.notes);
   }
   return result;
 }

@@ -67,7 +67,7 @@ TEST(GuessedTables, TellAllOfThisAndNothingElse) {
        "\"day\" is left out: most of its dates are in no calendar"},
       {"zones", "t,y\n" + Rows(9, "2024-03-01T1@:00:00+01:00,@@"), "t: y, 9",
        "times with a zone are turned to UTC"},
-      {"day or month first", "t,y\n" + Rows(9, "01/0@/2024,@@").substr(12), "t: y, 8",
+      {"day or month first", "t,y\n" + Rows(9, "01/0@/2024,@@").substr(15), "t: y, 8",
        "the dates in \"t\" are read with the month first, though the day first would do as well"},
       {"pairs", "x1,y1,x2,y2\n" + Rows(9, "@,@@,@@,1@"), "x1: y1, y2, 9",
        "each column is shown over the \"x1\" column before it"},
