@@ -300,6 +300,7 @@ std::string WhatReadsAsNoNumber(const ImportSource& source) {
 ChosenColumns ChooseColumns(const ImportSource& source, const ImportOptions& options) {
   const Columns numbers = source.NumberColumns();
   ChosenColumns chosen;
+  chosen.y_is_stated = !options.y_columns.empty();
   for (const std::string& name : options.y_columns) chosen.y.push_back(source.Column(name));
   TellOfEqualNames(source, options.y_columns, chosen);
   if (options.x_column) {

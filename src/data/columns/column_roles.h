@@ -23,6 +23,7 @@ struct ChosenErrors {
 struct ChosenColumns {
   std::int32_t x = kRowNumberColumn;
   std::vector<std::int32_t> y;
+  bool y_is_stated = false;            ///< the user names `y`: none of it is left out
   std::vector<std::int32_t> own_x;     ///< the X of each of `y` where they differ; else empty
   std::vector<ChosenErrors> y_errors;  ///< one for each of `y`
   ChosenErrors x_errors;

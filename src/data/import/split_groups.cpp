@@ -268,7 +268,7 @@ bool SplitGroups(ImportResult& result, const ImportSource& source, const ChosenC
   // A number alone would say little.
   const bool numbered = source.GuessOf(groups->column).has_numbers;
   const std::string label = numbered ? source.NameOf(groups->column) + " " : std::string();
-  if (numbered) {
+  if (numbered && !columns.y_is_stated) {
     if (groups->is_parameter) LeaveOut(groups->column, result);
     LeaveOutCycling(source, columns, result);
   }

@@ -162,15 +162,7 @@ TEST(UnusualTables, AreReadAsAPersonReadsThem) {
       {"names above each block of labels",
        "month\train\n" + Rows(3, "m@\t1@") + "\n\nmonth\tflow\n" + Rows(3, "m@\t2@"),
        "Row number: rain, flow, 3"},
-      {"another X below a remark",
-       "#Freq a   b\n" + Rows(9, " @    @@ 1@") + "#Time c   d\n" + Rows(5, " @    @@ 2@"),
-       "Freq: a, b, 9"},
-      {"more columns below a remark",
-       "#    a\n" + Rows(9, " @  @@") + "#F   a   b\n" + Rows(4, " @   @@ 2@"),
-       "(col 0): (col 1), 9"},
       {"pieces of a contour", Rows(12, "1.@ @@\n2.@ 5@\n"), "(col 0): (col 1), 24"},
-      {"a parameter by its name", "temp,V,I\n" + Rows(5, "1,@,0.@") + Rows(5, "2,@,0.@"),
-       "V: temp 1, temp 2, 5"},
       {"X behind all others", Rows(6, "51 1 2.@") + Rows(6, "41 2 3.@") + Rows(6, "31 3 4.@"),
        "(col 2): (col 0), (col 1), 18"},
       {"even steps behind labels, the first twice",
@@ -222,6 +214,14 @@ TEST(UnusualTables, KindsOfRowsAreNamedInUtf8) {
     RefreshAll({&series, 1});
     EXPECT_EQ(series->PointCount(), 9);
   }
+}
+
+TEST(UnusualTables, StatedColumnsAreKeptWhereTheyTellKindsApart) {
+  const std::string text = "temp,V,I\n" + Rows(5, "1,@,0.@") + Rows(5, "2,@,0.@");
+  ImportOptions options;
+  options.y_columns = {"temp", "I"};
+  EXPECT_EQ(Described(ImportText(text, "t", options)),
+            "V: temp, temp 1, temp, temp 2, I, temp 1, I, temp 2, 5");
 }
 
 TEST(UnusualTables, AreNoSentences) {
