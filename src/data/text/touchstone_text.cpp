@@ -109,7 +109,6 @@ class RecordWriter {
       record_ += (record_.empty() ? "" : "\t") + std::string(word.text);
     }
     values_ += words.size();
-    ++lines_;
     return true;
   }
 
@@ -117,12 +116,12 @@ class RecordWriter {
   bool End(const Options& options, std::string& text) {
     if (record_.empty()) return true;
     const std::size_t ports = PortsOf(values_);
-    if (ports == 0 || lines_ < 2 || (ports_ != 0 && ports != ports_)) return false;
+    if (ports == 0 || (ports_ != 0 && ports != ports_)) return false;
     if (ports_ == 0) text += NamesFor(options, ports);
     ports_ = ports;
     text += record_ + '\n';
     record_.clear();
-    values_ = lines_ = 0;
+    values_ = 0;
     return true;
   }
 
@@ -132,7 +131,6 @@ class RecordWriter {
  private:
   std::string record_;
   std::size_t values_ = 0;
-  std::size_t lines_ = 0;
   std::size_t ports_ = 0;  // of all records
 };
 
