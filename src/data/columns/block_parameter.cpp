@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "data/columns/argument_names.h"
+#include "data/names/argument_names.h"
 
 namespace tarnwick {
 namespace {

@@ -10,7 +10,6 @@
 #include "base/error.h"
 #include "base/text_encoding.h"
 #include "base/word_list.h"
-#include "data/columns/argument_names.h"
 #include "data/columns/constant_columns.h"
 #include "data/columns/counted_rows.h"
 #include "data/columns/error_columns.h"
@@ -18,7 +17,6 @@
 #include "data/columns/error_names.h"
 #include "data/columns/import_options.h"
 #include "data/columns/like_columns.h"
-#include "data/columns/name_words.h"
 #include "data/columns/row_identity.h"
 #include "data/columns/series_in_rows.h"
 #include "data/columns/value_order.h"
@@ -27,6 +25,8 @@
 #include "data/fields/complex_text.h"
 #include "data/fields/field_kind.h"
 #include "data/fields/text_fields.h"
+#include "data/names/argument_names.h"
+#include "data/names/name_words.h"
 #include "data/text/turned_rows.h"
 
 namespace tarnwick {

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "base/text_encoding.h"
-#include "data/columns/argument_names.h"
-#include "data/columns/name_words.h"
 #include "data/columns/row_identity.h"
 #include "data/columns/value_order.h"
+#include "data/names/argument_names.h"
+#include "data/names/name_words.h"
 #include "data/names/text_names.h"
 
 namespace tarnwick {

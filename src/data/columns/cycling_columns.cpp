@@ -6,9 +6,9 @@
 #include <span>
 #include <string_view>
 
-#include "data/columns/name_words.h"
 #include "data/columns/row_identity.h"
 #include "data/columns/value_order.h"
+#include "data/names/name_words.h"
 
 namespace tarnwick {
 namespace {

@@ -11,7 +11,7 @@
 #include "data/columns/error_judge.h"
 #include "data/columns/error_names.h"
 #include "data/columns/import_options.h"
-#include "data/columns/name_words.h"
+#include "data/names/name_words.h"
 
 namespace tarnwick {
 namespace {

@@ -9,8 +9,8 @@
 #include "base/ascii.h"
 #include "base/quantile.h"
 #include "data/columns/error_names.h"
-#include "data/columns/name_words.h"
 #include "data/columns/value_order.h"
+#include "data/names/name_words.h"
 
 namespace tarnwick {
 namespace {

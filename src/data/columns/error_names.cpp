@@ -4,7 +4,7 @@
 #include <span>
 
 #include "base/text_encoding.h"
-#include "data/columns/name_words.h"
+#include "data/names/name_words.h"
 
 namespace tarnwick {
 namespace {

@@ -11,7 +11,7 @@
 #include "base/word_list.h"
 #include "data/column_caption.h"
 #include "data/columns/error_names.h"
-#include "data/columns/name_words.h"
+#include "data/names/name_words.h"
 
 namespace tarnwick {
 namespace {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,8 @@ struct ImportSource {
   ColumnGuess time;                        ///< of kJoinedTimeColumn
   std::vector<std::int32_t> time_columns;  ///< that make it; empty where there is none
   std::vector<std::string> notes;  ///< what was decided about the layout, as of ImportResult
+  std::optional<std::int32_t>
+      other_table;                 ///< header lines with which another table that is told is read
   std::int64_t left_out_from = 0;  ///< the line behind the table, where others follow; 0: none
   std::string thinning_note;       ///< which rows the source itself picks; empty: none
 

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "base/ascii.h"
-#include "data/columns/argument_names.h"
-#include "data/columns/name_words.h"
 #include "data/columns/value_order.h"
+#include "data/names/argument_names.h"
+#include "data/names/name_words.h"
 #include "data/names/text_names.h"
 
 namespace tarnwick {

@@ -9,8 +9,8 @@
 
 #include "base/day_number.h"
 #include "base/text_encoding.h"
-#include "data/columns/argument_names.h"
 #include "data/fields/field_kind.h"
+#include "data/names/argument_names.h"
 #include "data/names/number_names.h"
 #include "data/names/text_names.h"
 

@@ -6,14 +6,14 @@
 #include <string>
 
 #include "base/text_encoding.h"
-#include "data/columns/argument_names.h"
 #include "data/columns/counted_rows.h"
 #include "data/columns/error_names.h"
-#include "data/columns/name_words.h"
 #include "data/columns/row_identity.h"
 #include "data/columns/value_order.h"
 #include "data/columns/x_evidence.h"
 #include "data/columns/x_rules.h"
+#include "data/names/argument_names.h"
+#include "data/names/name_words.h"
 #include "data/names/text_names.h"
 
 namespace tarnwick {

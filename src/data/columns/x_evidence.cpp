@@ -7,11 +7,11 @@
 #include <string_view>
 
 #include "base/text_encoding.h"
-#include "data/columns/argument_names.h"
-#include "data/columns/name_words.h"
 #include "data/columns/row_identity.h"
 #include "data/columns/value_order.h"
 #include "data/fields/field_kind.h"
+#include "data/names/argument_names.h"
+#include "data/names/name_words.h"
 #include "data/names/text_names.h"
 
 namespace tarnwick {

@@ -8,7 +8,6 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
-#include "data/columns/argument_names.h"
 #include "data/columns/block_parameter.h"
 #include "data/columns/counted_rows.h"
 #include "data/columns/error_names.h"
@@ -17,6 +16,7 @@
 #include "data/columns/series_in_rows.h"
 #include "data/columns/value_order.h"
 #include "data/columns/x_evidence.h"
+#include "data/names/argument_names.h"
 #include "data/names/text_names.h"
 
 namespace tarnwick {

@@ -24,7 +24,7 @@ bool IsPlaceholder(std::string_view text) {
       "none",         "inf",          "-inf",    "+inf",  "?",      "*",       "missing",  "nd",
       "n.d.",         "nil",          "indef",   "--.-",  "nodata", "no data", "-nan",     "...",
       "\xE2\x80\x93", "\xE2\x80\x94", "n.a.",    "ol",    "ovld",   "ovf",     "overflow", "error",
-      "bad",          "#div/0!",      "#value!", "#num!", "#ref!",  "."};
+      "bad",          "#div/0!",      "#value!", "#num!", "#ref!",  ".",       "xxx"};
   if (text.size() > kLongestPlaceholder) return false;
   const std::string lower = LowerAscii(text);
   return std::find(std::begin(kPlaceholders), std::end(kPlaceholders), lower) !=

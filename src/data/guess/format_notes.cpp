@@ -62,8 +62,8 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
     notes.push_back(
         "the file holds " + std::to_string(count) + " tables: read is the one from line " +
         std::to_string(format.header_lines + 1) + " on, " + (count == 2 ? "the other" : "another") +
-        " begins at line " + std::to_string(other.line) + " (read with " +
-        std::to_string(other.line - 1) + " header lines)");
+        " begins at line " + std::to_string(other.line) + " (--headers " +
+        std::to_string(other.line - 1) + " reads it)");
   }
   if (kOddShare * format.odd_rows > format.table_rows) {
     notes.push_back(std::to_string(format.odd_rows) + " of the first " +

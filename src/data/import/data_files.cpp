@@ -1,6 +1,7 @@
 #include "data/import/data_files.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -94,14 +95,23 @@ std::size_t LackNames(const ImportSource& source) {
   return behind > 1 && numbers ? names.size() - behind : 0;
 }
 
-/// The names leave out the first column, of numbers, though the last holds texts, which might as well lack its name. Numbers in
-/// quotes are labels.
+/// The rows are counted by their first column.
+bool CountsRows(const ColumnGuess& column) {
+  const std::vector<double>& values = column.values;
+  if (values.empty() || values.front() != std::floor(values.front())) return false;
+  return std::ranges::adjacent_find(
+             values, [](double one, double next) { return next != one + 1; }) == values.end();
+}
+
+/// The names leave out the first column, of numbers that do not count the rows, or though the last holds texts, which might as
+/// well lack its name. Numbers in quotes are labels.
 bool LeaveOutNumbers(const ImportSource& source, std::string_view text, char line_end) {
   const std::vector<std::string>& names = source.supplier->ColumnNames();
   const auto headers = static_cast<std::size_t>(std::max(source.info.FileHasHeaders, 0));
   if (headers == 0 || names.size() < 3 || TurnsRows(source.info) ||
       names.front() != UnnamedColumn(0) || !source.columns.front().has_numbers ||
-      source.columns.back().has_numbers || BehindLines(text, headers, line_end).starts_with('"')) {
+      (source.columns.back().has_numbers && CountsRows(source.columns.front())) ||
+      BehindLines(text, headers, line_end).starts_with('"')) {
     return false;
   }
   for (std::size_t i = 1; i < names.size(); ++i) {
@@ -251,6 +261,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   if (!options.names_line) DropStatedNames(all, text->LineEnd(), source.info);
   source.info.MissingValues = options.missing.value_or(source.info.MissingValues);
   source.notes = NotesOf(format);
+  if (!format.other_tables.empty()) source.other_table = format.other_tables.front().line - 1;
   source.left_out_from = format.left_out_from;
   source.columns = std::move(format.columns);
   source.samples = std::move(format.samples);

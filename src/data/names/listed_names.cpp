@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
 #include "data/fields/byte_description.h"
+#include "data/names/counted_names.h"
 #include "data/names/header_names.h"
 #include "data/names/names_line.h"
 
@@ -25,9 +27,9 @@ bool IsLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
-/// Takes "column", "col", "field", "name", "label" or "sig" and what joins it to its number off the front.
+/// Takes "column", "col", "field", "channel", "name", "label" or "sig" and what joins it to its number off the front.
 bool TakeColumnWord(std::string_view& text) {
-  constexpr std::array<std::string_view, 6> kWords = {"column", "field", "col",
+  constexpr std::array<std::string_view, 7> kWords = {"column", "field", "col", "channel",
                                                       "name",   "label", "sig"};
   for (const std::string_view word : kWords) {
     if (LowerAscii(text.substr(0, word.size())) != word) continue;
@@ -108,6 +110,10 @@ std::optional<ListedNames> DescribedNames(std::span<const std::string_view> abov
 std::optional<ListedNames> FindListedNames(std::span<const std::string_view> above,
                                            const TextLayout& layout, std::int32_t columns) {
   if (!layout.cuts.empty()) return DescribedNames(above, layout);
+  if (auto counted = FindCountedNames(above, layout, columns); !counted.empty()) {
+    return ListedNames{std::move(counted),
+                       std::vector<std::string>(static_cast<std::size_t>(columns))};
+  }
   std::vector<Entry> entries;
   for (const std::string_view line : above) {
     if (const std::optional<Entry> entry = ReadEntry(line, layout)) entries.push_back(*entry);

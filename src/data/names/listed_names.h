@@ -1,5 +1,5 @@
 // Names of columns that comments above a table list, one a line by the column's number: "# 2 FLUX_ISO  Isophotal flux [count]",
-// "# Column 3: energy [eV]". Knows such lists; knows no rows.
+// "# Column 3: energy [eV]", or several a line. Knows such lists; knows no rows.
 #pragma once
 
 #include <cstdint>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 #include "base/ascii.h"
 #include "data/fields/line_words.h"
@@ -37,6 +38,21 @@ std::string_view WithoutClosingMark(std::string_view text, const TextLayout& lay
                     std::ranges::any_of(last, begins_comment);
   if (!mark || WordsOfLine(text).size() == columns) return text;
   return TrimBlankBytes(text.substr(0, blank));
+}
+
+std::string_view WithoutRemarkBehindNames(std::string_view text) {
+  constexpr std::string_view kMarks[] = {"#", "##", "//", "!"};
+  const std::vector<LineWord> words = WordsOfLine(text);
+  for (std::size_t i = 1; i + 1 < words.size(); ++i) {
+    // "# Wave  # Int": each name has its mark.
+    if (std::ranges::find(kMarks, words[i].text) == std::end(kMarks) ||
+        words[i].text == words.front().text) {
+      continue;
+    }
+    return TrimBlankBytes(
+        text.substr(0, static_cast<std::size_t>(words[i].text.data() - text.data())));
+  }
+  return text;
 }
 
 std::vector<std::string_view> SplitAtDashes(std::string_view text) {

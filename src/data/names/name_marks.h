@@ -15,6 +15,10 @@ namespace tarnwick {
 std::string_view WithoutClosingMark(std::string_view text, const TextLayout& layout,
                                     std::size_t columns);
 
+/// What stands before a mark of remarks that is a word of its own with others behind it: "t U I  ## as set by hand". The text
+/// itself where there is none.
+std::string_view WithoutRemarkBehindNames(std::string_view text);
+
 /// "x [mm] - c_f - Tu [%]" at its dashes between blanks; fewer than three parts, or two without units, are a title: nothing.
 std::vector<std::string_view> SplitAtDashes(std::string_view text);
 

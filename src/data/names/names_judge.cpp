@@ -50,10 +50,10 @@ bool IsUnit(std::string_view text) {
 }
 
 bool HoldsWordOfSentence(std::string_view name) {
-  constexpr std::string_view kWords[] = {"the",  "of",   "by",   "is",    "are", "was",  "for",
-                                         "from", "this", "and",  "to",    "in",  "with", "on",
-                                         "at",   "set",  "see",  "or",    "an",  "file", "data",
-                                         "not",  "be",   "made", "units:"};
+  constexpr std::string_view kWords[] = {
+      "the",    "of",   "by", "is",  "are", "was",  "for",   "from",  "this",  "and", "to", "in",
+      "with",   "on",   "at", "set", "see", "or",   "an",    "file",  "data",  "not", "be", "made",
+      "units:", "were", "my", "our", "has", "have", "using", "which", "these", "its"};
   // What stands in brackets tells of a value, and so does "in" before a unit: "[Magnitude in dB]", "U in mV".
   name = name.substr(0, name.find_first_of("[("));
   if (const std::size_t in = name.rfind(" in "); in != name.npos && IsUnit(name.substr(in + 4))) {
@@ -185,6 +185,16 @@ bool AreMeasured(const Names& names, std::string_view line) {
   return by_blanks && 2 * static_cast<std::size_t>(decimals) > names.size();
 }
 
+/// "BM (ntrials=0)", "fspread0 0.2": a word and what it is set to.
+bool TellsValue(const std::string& name) {
+  const std::size_t blank = name.find(' ');
+  const bool number = blank != name.npos && name.find('.', blank) != name.npos &&
+                      KindOfField(name.substr(blank + 1)) == FieldKind::Number;
+  const std::size_t open = name.find('('), equals = name.find('=', std::min(open, name.size()));
+  return number || (equals != name.npos && name.ends_with(')') &&
+                    ParseNumber(name.substr(equals + 1, name.size() - equals - 2)).has_value());
+}
+
 /// "ZONE T=one I=50 F=POINT", "Reference level =-20.00"
 bool AreAssignments(const Names& names) {
   const auto begins = [](const std::string& name) { return name.starts_with('='); };
@@ -196,6 +206,9 @@ bool AreAssignments(const Names& names) {
         equals != name.npos && equals + 1 < name.size() && name.find(' ') == name.npos;
     if (assigns) keys.push_back(name.substr(0, equals));
   }
+  const auto key = [](const std::string& name) { return name.substr(0, name.find(' ')); };
+  const bool differ = names.size() > 1 && key(names.front()) != key(names.back());
+  if (differ && std::ranges::all_of(names, &TellsValue)) return true;
   // "h v=5 v=10", "cell=adeno,cell=large": one thing, set to several values, tells curves apart.
   std::ranges::sort(keys);
   const bool one_key = std::ranges::adjacent_find(keys) != keys.end();
@@ -285,6 +298,16 @@ bool HoldsYearInBrackets(std::string_view text) {
   return opened && IsYear(std::string(text.substr(close - 4, 4)));
 }
 
+/// "$1" and "*($1-111)^2": how numbers were made.
+bool HoldsFormula(std::string_view name) {
+  for (std::size_t i = 0; i + 1 < name.size(); ++i) {
+    const bool field = name[i] == '$' && IsDigit(name[i + 1]);
+    const bool product = name[i] == '*' && i > 0 && IsDigit(name[i - 1]) && IsDigit(name[i + 1]);
+    if (field || product) return true;
+  }
+  return false;
+}
+
 /// "Smith et al., J. Phys. 12, 345 (1999)": where the numbers were published.
 bool AreCitation(const Names& names, std::string_view line) {
   if (line.find(" et al") != line.npos) return true;
@@ -311,7 +334,9 @@ bool TellOfFile(const Names& all, std::string_view line) {
   const std::string& first = names.front();
   const std::string& last = names.back();
   if (first.starts_with('@') || (names.size() == 2 && LowerAscii(first) == "units")) return true;
-  const auto is_code = [](const std::string& name) { return name.find("('") != name.npos; };
+  const auto is_code = [](const std::string& name) {
+    return name.find("('") != name.npos || HoldsFormula(name);
+  };
   if (std::ranges::any_of(names, is_code) || std::ranges::any_of(names, &IsRowOfNumbers)) {
     return true;
   }
@@ -342,7 +367,8 @@ bool TellOfFile(const Names& all, std::string_view line) {
              : IsYear(last) || ParseInteger(first) || (names.size() == 2 && ParseInteger(last)))) {
     return names.size() == 2 || !plain;
   }
-  if (by_blanks && text.ends_with(':')) return true;  // a title
+  // A title, a question.
+  if (by_blanks && (text.ends_with(':') || text.ends_with('?') || text.ends_with('!'))) return true;
   const auto ends = [](const std::string& name) { return name.ends_with('.'); };
   return by_blanks && last.size() > 3 && std::ranges::count_if(names, ends) == 1 && ends(last);
 }
@@ -437,9 +463,19 @@ bool AreSetting(const Names& names) {
   if (std::ranges::any_of(filled, is_mark) || AreValuesOfThings(filled)) return true;
   const auto keys = std::ranges::count_if(filled, EndsLikeKey);
   if (filled.size() > 1 && EndsLikeKey(filled.front()) && keys == 1) return true;
-  // "intensity (dB): 76.4"
+  // "intensity (dB): 76.4", "type: d"; "U: (mV)" is a name with its unit.
   const std::size_t colon = filled.size() == 1 ? filled.front().find(": ") : std::string::npos;
-  if (colon != std::string::npos && IsValue(KindOfField(filled.front().substr(colon + 2)))) {
+  if (colon != std::string::npos) {
+    const std::string said = filled.front().substr(colon + 2);
+    if (IsValue(KindOfField(said)) ||
+        (names.size() == 1 && filled.front().find(' ') > colon && !IsBracketed(said))) {
+      return true;
+    }
+  }
+  // "generator mt19937  seed = 3022359314"
+  const std::size_t equals =
+      filled.size() == 1 && names.size() == 1 ? filled.front().find("= ") : std::string::npos;
+  if (equals != std::string::npos && IsValue(KindOfField(filled.front().substr(equals + 2)))) {
     return true;
   }
   if (filled.size() < 2 || filled.size() > kMostFilled) return false;

@@ -7,10 +7,9 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
-#include "data/fields/field_kind.h"
 #include "data/fields/line_words.h"
+#include "data/names/apart_words.h"
 #include "data/names/argument_and_data.h"
-#include "data/names/clock_names.h"
 #include "data/names/name_marks.h"
 #include "data/names/names_frame.h"
 
@@ -152,8 +151,8 @@ bool FitTo(std::size_t columns, Names& names, RowLabels labels) {
     names.emplace_back();
     return true;
   }
-  if (labels == RowLabels::Possible && columns > 2 && names.size() + 1 == columns &&
-      (all_filled || labelled)) {
+  const bool ahead = labels == RowLabels::Possible || labels == RowLabels::Ahead;
+  if (ahead && columns > 2 && names.size() + 1 == columns && (all_filled || labelled)) {
     names.insert(names.begin(), std::string());
     return true;
   }
@@ -201,6 +200,15 @@ void DropMarks(const TextLayout& layout, Names& names) {
   for (std::size_t i = 1; i < names.size(); ++i) names[i].erase(0, 1);
 }
 
+/// Many short words that blanks part over fewer columns than there are, as names are that were listed and not counted.
+bool ListTheFirst(std::size_t columns, const Names& names, std::string_view text) {
+  constexpr std::size_t kFewest = 10, kLongest = 12;
+  return names.size() >= kFewest && names.size() < columns &&
+         text.find_first_of(",;:|\"") == text.npos &&
+         std::ranges::all_of(names,
+                             [](const std::string& name) { return name.size() <= kLongest; });
+}
+
 /// Names of the first columns only; they are no sentence.
 bool NameTheFirst(std::size_t columns, const Names& names) {
   constexpr std::size_t kFewest = 3;
@@ -209,6 +217,13 @@ bool NameTheFirst(std::size_t columns, const Names& names) {
          std::ranges::all_of(names, [](const std::string& name) {
            return !name.empty() && name.size() <= kLongest && !name.ends_with(':');
          });
+}
+
+/// Words that nothing but blanks part, one less than the columns of rows that other separators part.
+bool IsOneLess(const Names& names, std::string_view text, std::size_t columns,
+               const TextLayout& layout) {
+  return !layout.IsSeparator(' ') && columns > 3 && names.size() + 1 == columns &&
+         text.find_first_of(",;:=|\t\"") == text.npos;
 }
 
 void DropTrailingSeparators(Names& names) {
@@ -277,28 +292,6 @@ bool EndsWithSeparator(std::string_view line, const TextLayout& layout) {
   return !layout.merge && !layout.ByPlace() && !line.empty() && layout.IsSeparator(line.back());
 }
 
-RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout,
-                   std::span<const std::string_view> above) {
-  if (layout.IsSeparator(' ') || layout.ByPlace()) return RowLabels::Possible;
-  const bool settled = NamesClockFromLeft(above, rows, layout);
-  std::size_t seen = 0;
-  std::string buffer, remark;
-  for (const std::string_view row : rows) {
-    if (!IsDataLine(row, layout)) continue;
-    FieldCursor cursor(row, layout);
-    std::optional<std::string_view> field = cursor.Next();
-    const bool number = field && !field->starts_with('"') &&
-                        KindOfField(FieldText(*field, layout, buffer)) == FieldKind::Number;
-    std::string last;
-    for (; field; field = cursor.Next()) last = FieldText(*field, layout, buffer);
-    const bool same = settled || seen == 0 || last == remark;
-    if (!number || !same || KindOfField(last) != FieldKind::Text) return RowLabels::Possible;
-    remark = std::move(last);
-    ++seen;
-  }
-  return seen > 1 ? RowLabels::AtEnd : RowLabels::Possible;
-}
-
 std::string NameText(std::string_view field, const TextLayout& layout) {
   std::string buffer;
   std::string_view text = FieldText(field, layout, buffer);
@@ -323,7 +316,10 @@ std::vector<std::string> NameTexts(std::string_view line, const TextLayout& layo
   return texts;
 }
 
-std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
+namespace {
+
+/// The names on a line that holds nothing else.
+std::optional<Names> SplitWhole(std::string_view line, const TextLayout& layout,
                                 std::int32_t columns, RowLabels labels) {
   if (!layout.cuts.empty()) return SplitByPlace(WithBlankedMarks(line, layout), layout);
   const auto wanted = static_cast<std::size_t>(columns);
@@ -344,7 +340,8 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       DropTrailingSeparators(names);
       DropMarks(layout, names);
     }
-    if (FitTo(wanted, names, comment ? RowLabels::Never : labels)) return names;
+    const bool from_left = labels == RowLabels::AtEnd;
+    if (FitTo(wanted, names, comment && !from_left ? RowLabels::Never : labels)) return names;
   }
   if (text.find('(') != text.npos && layout.IsSeparator(',')) {
     if (Names names = SplitOutsideParentheses(text, layout); names.size() == wanted) return names;
@@ -363,6 +360,8 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
     Names names = SplitBeforeUnits(text, layout);
     const bool in_brackets = names.size() == 2 && std::ranges::all_of(names, &EndsBracketed);
     if (in_brackets || AreArgumentAndData(names) || AreTwins(names)) return names;
+    if (names.size() == wanted && HasWideGapsOnly(text) && text.find_first_of(",;:|=") == text.npos)
+      return names;
   }
   // Sentences hold commas and blanks too: over one or two columns only the rows' own separators make names of a plain line.
   if (wanted < 2 || (wanted == 2 && !comment && !inside && !layout.IsSeparator(' '))) {
@@ -383,6 +382,11 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
     }
   }
   if (Names names = SplitBeforeUnits(text, layout); names.size() == wanted) return names;
+  if (Names names = SplitBy(NameGaps::Blanks, text, layout);
+      IsOneLess(names, text, wanted, layout) && labels != RowLabels::Possible &&
+      FitTo(wanted, names, labels)) {
+    return names;
+  }
   if (!comment && (!layout.IsSeparator(' ') || SeparateTogether(layout))) {
     Names names = SplitBy(NameGaps::Separators, text, layout);
     TrimEmptyEnd(names);
@@ -390,8 +394,23 @@ std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
       names.resize(wanted);
       return names;
     }
+    names = SplitBy(NameGaps::Blanks, text, layout);
+    if (ListTheFirst(wanted, names, text)) {
+      names.resize(wanted);
+      return names;
+    }
   }
   return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Names> SplitNames(std::string_view line, const TextLayout& layout,
+                                std::int32_t columns, RowLabels labels) {
+  auto names = SplitWhole(line, layout, columns, labels);
+  if (names || layout.ByPlace()) return names;
+  const std::string_view bare = WithoutRemarkBehindNames(line);
+  return bare.size() < line.size() ? SplitWhole(bare, layout, columns, RowLabels::Never) : names;
 }
 
 std::optional<Names> UnitsUnderNames(std::string_view units, std::string_view names,

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "data/fields/text_fields.h"
+#include "data/names/row_labels.h"
 
 namespace tarnwick {
 
@@ -24,25 +25,13 @@ std::string NameText(std::string_view field, const TextLayout& layout);
 /// The same of all fields of a line.
 std::vector<std::string> NameTexts(std::string_view line, const TextLayout& layout);
 
-/// Whether the first column may be one of labels, which lines of names often leave without a name.
-enum class RowLabels : std::uint8_t {
-  Possible,
-  Never,
-  AtEnd  ///< the last one holds a remark: it is the one without a name
-};
-
-/// AtEnd for rows that begin with a number without quotes and end with a text, and are parted by other separators than blanks,
-/// where that text is the same in all of them or names on a line `above` stand over a clock only when read from the left.
-RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout,
-                   std::span<const std::string_view> above);
-
 /// True when the line ends with a separator that counts: its last field is empty.
 bool EndsWithSeparator(std::string_view line, const TextLayout& layout);
 
 /// A line of names as `columns` names, some of them empty, or nothing when it cannot be cut so. The separators of the
 /// rows come first; names are often separated otherwise: behind a comment mark, within one pair of quotes, by two blanks,
 /// by commas over columns of blanks. One name less than columns leaves the first column, the label of the rows, without,
-/// or else the last.
+/// or else the last. A remark behind names is none of them.
 std::optional<std::vector<std::string>> SplitNames(std::string_view line, const TextLayout& layout,
                                                    std::int32_t columns,
                                                    RowLabels labels = RowLabels::Possible);

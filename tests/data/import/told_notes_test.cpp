@@ -22,14 +22,14 @@ TEST(GuessedTables, TellAllOfThisAndNothingElse) {
       {"nothing to tell", "x,y\n" + Rows(9, "@,@@"), "x: y, 9", ""},
       {"a smaller table before",
        "x,y\n" + Rows(6, "@,@@") + "\nmeasured again\nt,u,v\n" + Rows(12, "@,@@,1@"), "t: u, v, 12",
-       "the file holds 2 tables: read is the one from line 11 on, the other begins at line 2 (read "
-       "with 1 header lines)"},
+       "the file holds 2 tables: read is the one from line 11 on, the other begins at line 2 "
+       "(--headers 1 reads it)"},
       {"two smaller ones",
        "x,y\n" + Rows(6, "@,@@") + "\nsecond\na,b\n" + Rows(5, "@,@@") + "\nlast\nt,u,v\n" +
            Rows(12, "@,@@,1@"),
        "t: u, v, 12",
-       "the file holds 3 tables: read is the one from line 19 on, another begins at line 2 (read "
-       "with 1 header lines)"},
+       "the file holds 3 tables: read is the one from line 19 on, another begins at line 2 "
+       "(--headers 1 reads it)"},
       {"one row in 49 is another", "x,y,z\n" + Rows(47, "@,@@,1@") + "47,3\n48,4,5\n",
        "x: y, z, 49", "1 of the first 49 rows have another number of columns than the others"},
       {"one row in fifty is another", "x,y,z\n" + Rows(48, "@,@@,1@") + "48,3\n49,4,5\n",

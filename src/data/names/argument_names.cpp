@@ -1,4 +1,4 @@
-#include "data/columns/argument_names.h"
+#include "data/names/argument_names.h"
 
 #include <algorithm>
 #include <iterator>
@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/text_encoding.h"
-#include "data/columns/name_words.h"
+#include "data/names/name_words.h"
 
 namespace tarnwick {
 
@@ -23,8 +23,9 @@ bool NamesScan(std::string_view name) {
 }
 
 bool NamesTime(std::string_view name) {
-  constexpr std::string_view kWords[] = {"time", "t",  "date", "timestamp", "datetime", "elapsed",
-                                         "year", "yr", "jd",   "mjd",       "hjd"};
+  constexpr std::string_view kWords[] = {"time",    "t",    "date",  "timestamp", "datetime",
+                                         "elapsed", "year", "yr",    "jd",        "mjd",
+                                         "hjd",     "zeit", "temps", "tempo",     "tiempo"};
   return HasWord(name, kWords);
 }
 

@@ -1,4 +1,4 @@
-#include "data/columns/name_words.h"
+#include "data/names/name_words.h"
 
 #include <algorithm>
 
