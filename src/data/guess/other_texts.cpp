@@ -11,6 +11,7 @@
 #include "data/fields/text_fields.h"
 #include "data/fields/text_lines.h"
 #include "data/guess/drawn_texts.h"
+#include "data/guess/uneven_texts.h"
 
 namespace tarnwick {
 namespace {
@@ -19,7 +20,6 @@ using Lines = std::vector<std::string_view>;
 
 constexpr std::size_t kLinesLookedAt = 1000;
 constexpr std::size_t kBytesLookedAt = 64 * 1024;
-constexpr std::size_t kContinuedLines = 2;  // that make sure
 constexpr std::size_t kFewestAtoms = 2;
 constexpr std::size_t kOddTwiceIn = 5;   // two rows in so many of another shape are no table
 constexpr std::size_t kFewestLines = 5;  // that show what a text is
@@ -34,15 +34,6 @@ Lines FirstLines(std::string_view text) {
     if (!line.empty() && line.front() != '#') lines.push_back(line);
   }
   return lines;
-}
-
-/// Lines end in a stroke that says "the record goes on": beyond a table of one row a line.
-bool ContinuesLines(const Lines& lines) {
-  const auto continued =
-      static_cast<std::size_t>(std::ranges::count_if(lines, [](std::string_view line) {
-        return line.ends_with('\\') && !line.ends_with("\\\\");  // two end a row that is typeset
-      }));
-  return continued >= kContinuedLines && 2 * continued >= lines.size();
 }
 
 bool IsWhole(std::string_view text) {
@@ -154,13 +145,29 @@ bool IsStatement(std::string_view line) {
   return key.find_first_of(" ,;|") == key.npos;
 }
 
+/// Marks part every line into as many fields, and numbers follow each other in all of them as in no statement, or one ends them:
+/// "1A,Sov Mil Order,246,EU,15,28;".
+bool IsPartedEvenly(const Lines& lines, std::string_view row, const TextFormat& format) {
+  constexpr std::size_t kFewestColumns = 4;
+  if (!format.is_table || format.odd_rows > 0 || format.separators.find(' ') != std::string::npos ||
+      format.columns.size() < 2 || lines.size() < kFewestLines ||
+      row.find_first_of("{}") != row.npos || row.find(" = ") != row.npos) {
+    return false;
+  }
+  const auto numbers =
+      static_cast<std::size_t>(std::ranges::count_if(format.columns, &ColumnGuess::has_numbers));
+  const bool ends = format.columns.back().has_numbers && !format.columns.front().has_numbers;
+  return numbers >= kFewestColumns || ends;
+}
+
 /// The first row of what looks like a table is a statement itself, and so are most lines; or it stands in a block ("A = matrix
 /// {"), as rows do between a third of statements.
-bool IsProgram(const Lines& lines, std::string_view first_row) {
+bool IsProgram(const Lines& lines, std::string_view first_row, const TextFormat& format) {
   const auto row = std::ranges::find(lines, first_row);
   const bool in_block = row != lines.end() && row != lines.begin() && (row - 1)->ends_with('{') &&
                         IsStatement(*(row - 1));
   if (first_row.empty() || (!in_block && !IsStatement(first_row))) return false;
+  if (!in_block && IsPartedEvenly(lines, first_row, format)) return false;
   const auto closes = [](std::string_view line) {
     return line.find_first_not_of("{}(); ") == line.npos;
   };
@@ -293,6 +300,8 @@ constexpr OtherText kOtherTexts[] = {
     {"#a", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
     {"#c", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
     {"#d", "\n*  2", "These are the orbits of satellites (SP3), records below epochs, no table"},
+    {"0\n", "\nSECTION\n", "This is a drawing (DXF), no table of numbers"},
+    {"0\r\n", "\r\nSECTION\r\n", "This is a drawing (DXF), no table of numbers"},
     {"LAMMPS data file", " atoms", "These are the atoms of a simulation, no table of numbers"},
 };
 
@@ -317,7 +326,7 @@ bool IsRagged(const TextFormat& format) {
 
 std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy by) {
   const Lines lines = FirstLines(text);
-  if (ContinuesLines(lines)) {
+  if (ContinueAtStrokes(lines)) {
     return "Each record of this file goes over several lines, which end in \"\\\"; such files "
            "cannot "
            "be read";
@@ -339,7 +348,7 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   }
   // Of "t=0 U=0.5" below each other the words part the numbers.
   const bool worded = format.separators.find('=') != std::string::npos;
-  if (!worded && IsProgram(lines, RowAt(text, format.header_lines))) {
+  if (!worded && IsProgram(lines, RowAt(text, format.header_lines), format)) {
     return "The file holds the statements of a program or its settings, no table of numbers";
   }
   if (ListsSentences(lines)) {
@@ -348,6 +357,13 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   if (IsRagged(format)) {
     return "The file holds no table of numbers: two in five of its rows or more have another "
            "number of columns than the others";
+  }
+  if (ContinueBehindPlus(lines)) {
+    return "Each record of this file goes over several lines, which begin with \"+\"; such files "
+           "cannot be read";
+  }
+  if (AreListsOfManyLengths(lines, format)) {
+    return "Each line of this file is a list of its own length, no row of a table";
   }
   if (DrawsBars(lines, format)) {
     return "The file holds bars drawn in characters within a text, no table of numbers";

@@ -45,6 +45,13 @@ TEST(GuessedTables, RefuseWhatIsNone) {
       {"statements", "lc = 0.2;\n" + Rows(9, "Point(@) = {0, @, 3, lc};") + "Line(1) = {1, 2};\n",
        "statements of a program"},
       {"settings", Rows(9, "Size@ = @ 4 5"), "statements of a program"},
+      {"a drawing", "  0\nSECTION\n  2\nTABLES\n" + Rows(9, "  0\n@.5"), "a drawing (DXF)"},
+      {"records that go on behind plus", Rows(9, "1@ 2 3\n+ @ 5"), "begin with \"+\""},
+      {"lists of many lengths",
+       Rows(3,
+            "@,1\n@,1,2,3,4,5,6,7,8\n@,1,2\n@,1,2,3,4,5,6,7\n@,1,2,3\n@,1,2,3,4,5,6\n"
+            "@,1,2,3,4\n@,1,2,3,4,5"),
+       "a list of its own length"},
       {"two lines an orbit",
        Rows(9,
             "1 26536U 00055A   00265.6193021@  .00000000  00000-0  00000+0 0    58\n"
