@@ -51,6 +51,7 @@ TGraphWindow::TGraphWindow(std::unique_ptr<Document> document, const std::vector
   column->setSpacing(0);
   auto* const told = new ToldBar(*document_, prompt, content);
   connect(told, &ToldBar::sourceWanted, this, &TGraphWindow::sourceWanted);
+  connect(told, &ToldBar::tableWanted, this, &TGraphWindow::tableWanted);
   column->addWidget(told);
   column->addWidget(new LiveBar(*document_, prompt, content));
   for (const BarMaker make : bars) column->addWidget(make(*document_, prompt, content));

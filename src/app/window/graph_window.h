@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMdiSubWindow>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -33,6 +34,8 @@ class TGraphWindow final : public QMdiSubWindow {
   void closingRefused();
   /// The user wants to see and change how the data are read.
   void sourceWanted();
+  /// The user wants another table of that file in a window of its own, read with so many header lines.
+  void tableWanted(const std::filesystem::path& file, int headers);
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -30,6 +30,7 @@
 #include "app/window/window_settings.h"
 #include "base/error.h"
 #include "base/word_list.h"
+#include "data/columns/import_options.h"
 #include "desk/commands/command_actions.h"
 #include "desk/document/document.h"
 #include "desk/document/dropped_files.h"
@@ -232,6 +233,16 @@ TGraphWindow* T_MainForm::OpenGraphWindow(const std::filesystem::path& file,
   return ShowGraphWindow(std::move(document));
 }
 
+void T_MainForm::OpenOtherTable(const std::filesystem::path& file, int headers) {
+  ImportOptions reading;
+  reading.headers = headers;
+  try {
+    OpenGraphWindow(file, &reading);
+  } catch (const Error& error) {
+    parts_.prompt->Tell(error.what());
+  }
+}
+
 TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
   const TGraphWindow* active = ActiveGraphWindow();
   const bool fills = !active || active->isMaximized();
@@ -257,6 +268,7 @@ TGraphWindow* T_MainForm::ShowGraphWindow(std::unique_ptr<Document> document) {
     if (QAction* edit = actions_->ActionOf("EditData1")) edit->trigger();
     emit window->GetDocument().sourceWanted();
   });
+  connect(window, &TGraphWindow::tableWanted, this, &T_MainForm::OpenOtherTable);
   connect(&window->Canvas(), &GraphCanvas::customContextMenuRequested, this,
           [this, window](QPoint place) { ShowPopup(*window, place); });
   if (keeper_) keeper_->Follow(window->GetDocument());

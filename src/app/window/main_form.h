@@ -113,6 +113,8 @@ class T_MainForm final : public QMainWindow, private Workspace {
   /// A window for these files; null, with the reason told, when they cannot be read.
   TGraphWindow* OpenGraphWindow(const std::filesystem::path& file,
                                 const ImportOptions* reading = nullptr);
+  /// The table of a text file that is read with so many header lines.
+  void OpenOtherTable(const std::filesystem::path& file, int headers);
   TGraphWindow* ShowGraphWindow(std::unique_ptr<Document> document);
   void KeepCopies();
   void OfferLeftGraphs();

@@ -6,6 +6,8 @@
 #include <QToolButton>
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <string>
 
 #include "base/error.h"
 #include "base/prompt.h"
@@ -23,6 +25,18 @@ constexpr int kMostLines = 3;
 bool CanShowMore(Document& document) {
   return std::ranges::any_of(SeriesOfWhole(document.WholeGraph()),
                              [](TSeries* const series) { return ShowsSomeRows(series->Source()); });
+}
+
+/// The text file that the DataSets are read from; empty where there is none or several.
+std::filesystem::path FileOfTables(Document& document) {
+  std::string file;
+  for (const TSeries* const series : SeriesOfWhole(document.WholeGraph())) {
+    const TDSInfo& source = series->Source();
+    if (source.DataSource != DataSourceKind::Text) continue;
+    if (!file.empty() && file != source.DatasourceInfo) return {};
+    file = source.DatasourceInfo;
+  }
+  return file;
 }
 
 /// DataSets of the first file that has columns of errors of Y, without them, and these columns.
@@ -57,6 +71,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
       prompt_(prompt),
       text_(new TextLines(kMostLines, this)),
       guessed_(new QPushButton(tr("What was &guessed"), this)),
+      other_table_(new QPushButton(tr("Read that &table"), this)),
       all_rows_(new QPushButton(tr("&Load all rows"), this)),
       no_errors_(new QPushButton(tr("Leave e&rrors out"), this)),
       draw_errors_(new QPushButton(tr("They are &curves"), this)) {
@@ -64,6 +79,8 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   text_->setObjectName("Told");
   guessed_->setObjectName("WhatWasGuessed");
   guessed_->setToolTip(tr("See the file's lines as they were read, and read them otherwise"));
+  other_table_->setObjectName("ReadOtherTable");
+  other_table_->setToolTip(tr("Open the other table of the file in a window of its own"));
   all_rows_->setObjectName("LoadAllRows");
   all_rows_->setToolTip(tr("Read every row of the file"));
   no_errors_->setObjectName("LeaveErrorsOut");
@@ -77,6 +94,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
   row->addWidget(NoteIcon(this), 0, Qt::AlignVCenter);
   row->addWidget(text_, 1);
   row->addWidget(guessed_, 0, Qt::AlignVCenter);
+  row->addWidget(other_table_, 0, Qt::AlignVCenter);
   row->addWidget(all_rows_, 0, Qt::AlignVCenter);
   row->addWidget(no_errors_, 0, Qt::AlignVCenter);
   row->addWidget(draw_errors_, 0, Qt::AlignVCenter);
@@ -86,6 +104,7 @@ ToldBar::ToldBar(Document& document, Prompt& prompt, QWidget* parent)
     Follow();
   });
   connect(guessed_, &QPushButton::clicked, this, &ToldBar::sourceWanted);
+  connect(other_table_, &QPushButton::clicked, this, &ToldBar::ReadOtherTable);
   connect(all_rows_, &QPushButton::clicked, this, &ToldBar::LoadAllRows);
   connect(no_errors_, &QPushButton::clicked, this, &ToldBar::LeaveErrorsOut);
   connect(draw_errors_, &QPushButton::clicked, this, &ToldBar::DrawErrors);
@@ -99,11 +118,18 @@ void ToldBar::Follow() {
   guessed_->setVisible(
       std::ranges::any_of(std::array{ToldAbout::Guessing, ToldAbout::Runs, ToldAbout::TableEnd},
                           [this](ToldAbout about) { return document_.Told().Tells(about); }));
+  other_table_->setVisible(document_.Told().OtherTable() && !FileOfTables(document_).empty());
   all_rows_->setVisible(CanShowMore(document_));
   const bool errors = document_.Told().Tells(ToldAbout::Errors);
   no_errors_->setVisible(errors);
   draw_errors_->setVisible(errors && !ErrorsAsCurves(document_).columns.empty());
   setVisible(!text.isEmpty());
+}
+
+void ToldBar::ReadOtherTable() {
+  if (const auto headers = document_.Told().OtherTable()) {
+    emit tableWanted(FileOfTables(document_), *headers);
+  }
 }
 
 void ToldBar::LoadAllRows() {

@@ -2,6 +2,8 @@
 // be done about it. Follows its document; knows no file.
 #pragma once
 
+#include <filesystem>
+
 #include "desk/widgets/note_bar.h"
 
 class QPushButton;
@@ -22,9 +24,12 @@ class ToldBar final : public NoteBar {
  signals:
   /// The user wants to see and change how the data are read.
   void sourceWanted();
+  /// The user wants to see the other table of this file, which is read with so many header lines.
+  void tableWanted(const std::filesystem::path& file, int headers);
 
  private:
   void Follow();
+  void ReadOtherTable();
   void LoadAllRows();
   void LeaveErrorsOut();
   void DrawErrors();
@@ -33,6 +38,7 @@ class ToldBar final : public NoteBar {
   Prompt& prompt_;
   TextLines* text_;
   QPushButton* guessed_;
+  QPushButton* other_table_;
   QPushButton* all_rows_;
   QPushButton* no_errors_;
   QPushButton* draw_errors_;

@@ -185,6 +185,7 @@ ImportResult ImportOpened(ImportSource source, const ImportOptions& options,
   result.notes.insert(result.notes.end(), columns.notes.begin(), columns.notes.end());
   const std::vector<std::string> doubts = DoubtsOf(source, options, columns);
   result.notes.insert(result.notes.end(), doubts.begin(), doubts.end());
+  result.other_table = source.other_table;
   result.errors_note = columns.errors_note;
   result.thinning_note = source.thinning_note;
   result.x_is_date = IsDate(source, columns.x, options.x_format);

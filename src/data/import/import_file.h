@@ -35,6 +35,7 @@ struct ImportResult {
   /// is shown, another stands at line 21"; behind it how the batch program has it otherwise: " (--x names another)". Beside what
   /// the reports tell.
   std::vector<std::string> notes;
+  std::optional<std::int32_t> other_table;  ///< as of ImportSource
   std::string errors_note;    ///< a clause more: which columns were taken as errors by themselves
   std::string thinning_note;  ///< and which rows the source itself picked; empty: none
   bool cancelled = false;     ///< also while the file was unpacked: there are no DataSets then

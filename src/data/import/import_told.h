@@ -23,15 +23,19 @@ enum class ToldAbout {
   Runs,      ///< that each run of a table is a DataSet
   TableEnd,  ///< that lines behind the table are left out
   Guessing,
-  Gaps,      ///< where lines are broken
-  Thinning,  ///< what of a view the data base gave
-  Outdated   ///< what was computed from the data as they were before
+  OtherTable,  ///< that the file holds another, which a clause about guessing tells
+  Gaps,        ///< where lines are broken
+  Thinning,    ///< what of a view the data base gave
+  Outdated     ///< what was computed from the data as they were before
 };
 
 struct ToldClause {
   ToldAbout about = ToldAbout::Guessing;
-  std::string text;         ///< "every 2000th row is shown": no capital, no full stop
+  /// "every 2000th row is shown": no capital, no full stop; empty where another clause tells it.
+  std::string text;
   std::string option = {};  ///< of the batch program that has it otherwise: "--every 1 reads all"
+  std::int32_t headers =
+      0;  ///< of what is about another table: the header lines with which it is read
   bool operator==(const ToldClause&) const = default;
 };
 

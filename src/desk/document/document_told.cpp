@@ -13,6 +13,11 @@ void DocumentTold::Add(const ImportTold& told) {
   if (!told.empty()) Replace(all);
 }
 
+std::optional<std::int32_t> DocumentTold::OtherTable() const {
+  const auto clause = std::ranges::find(told_, ToldAbout::OtherTable, &ToldClause::about);
+  return closed_ || clause == told_.end() ? std::nullopt : std::optional(clause->headers);
+}
+
 void DocumentTold::Drop(ToldAbout about) {
   std::erase_if(told_, [about](const ToldClause& clause) { return clause.about == about; });
 }
@@ -21,7 +26,7 @@ void DocumentTold::ReadAgain(const ImportTold& told) {
   ImportTold all = told;
   for (const ToldClause& clause : told_) {
     const bool holds = clause.about == ToldAbout::Guessing || clause.about == ToldAbout::Errors ||
-                       clause.about == ToldAbout::Outdated;
+                       clause.about == ToldAbout::OtherTable || clause.about == ToldAbout::Outdated;
     if (holds && std::ranges::find(all, clause) == all.end()) all.push_back(clause);
   }
   Replace(all);

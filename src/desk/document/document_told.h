@@ -2,6 +2,8 @@
 // document and no widget.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "data/import/import_told.h"
@@ -21,6 +23,8 @@ class DocumentTold {
   void ReadAgain(const ImportTold& told);
   void Close() { closed_ = true; }
   bool Tells(ToldAbout about) const { return !closed_ && IsAbout(told_, about); }
+  /// The header lines with which another table of the file is read that is told.
+  std::optional<std::int32_t> OtherTable() const;
   /// What is about this is no longer so.
   void Drop(ToldAbout about);
   void Clear() { *this = {}; }

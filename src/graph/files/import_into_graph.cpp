@@ -53,6 +53,7 @@ ImportTold Told(const ImportResult& result, std::span<TSeries* const> all) {
   ImportTold told = TellImport(result.reports, names, result.notes);
   std::ranges::move(TellGaps(all), std::back_inserter(told));
   if (!result.errors_note.empty()) told.push_back({ToldAbout::Errors, result.errors_note});
+  if (result.other_table) told.push_back({ToldAbout::OtherTable, "", "", *result.other_table});
   if (!result.thinning_note.empty()) told.push_back({ToldAbout::Thinning, result.thinning_note});
   return told;
 }

@@ -56,6 +56,22 @@ TEST_F(DesktopTest, ABarTellsWhatWasLeftOutUntilItIsClosed) {
   EXPECT_FALSE(bar->isVisible()) << "the same was told again";
 }
 
+TEST_F(DesktopTest, TheOtherTableOfAFileOpensInAWindowOfItsOwn) {
+  std::string text = "x y\n1 2\n2 3\n3 5\n4 4\n\nu v w\n";
+  for (int i = 0; i < 9; ++i) text += std::to_string(i) + " " + std::to_string(2 * i) + " 7.5\n";
+  Start({folder_.Write("two.txt", text)});
+  for (const char* const y : {"v", "y", "v"}) {
+    EXPECT_EQ(ActiveDocument().Graph().Series(0).SeriesName(), y);
+    auto* const bar = form_->ActiveGraphWindow()->findChild<QWidget*>("ToldBar");
+    auto* const other = bar->findChild<QPushButton*>("ReadOtherTable");
+    ASSERT_TRUE(other->isVisible());
+    other->click();
+    bar->findChild<QToolButton*>("CloseTold")->click();
+    EXPECT_FALSE(other->isVisible());
+  }
+  EXPECT_EQ(form_->GraphWindows().size(), 4u);
+}
+
 TEST_F(DesktopTest, ColumnsTakenAsErrorsAreToldAndLeftOutAtAClick) {
   Start({folder_.Write("errors.csv", "t,u,u_err\n1,10,1\n2,15,2\n3,30,1\n")});
   const auto* bar = form_->findChild<QWidget*>("ToldBar");
