@@ -1,7 +1,9 @@
 #include "results/evaluation.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -9,8 +11,10 @@
 #include "base/error.h"
 #include "fit/judge/fit_bands.h"
 #include "fit/model/model_copy.h"
+#include "graph/line_way.h"
 #include "graph/picking.h"
 #include "graph/series.h"
+#include "results/passes_along_line.h"
 
 namespace tarnwick {
 namespace {
@@ -49,6 +53,15 @@ double ErrorBetween(const TSeries& series, const Between& between) {
   const double left = YErrorAt(series, between.left) * (1 - between.share);
   const double right = YErrorAt(series, between.right) * between.share;
   return between.share == 0 ? left : std::hypot(left, right);
+}
+
+/// What goes into the values between points at `x`: one, or several where the line turns back.
+std::vector<Between> PassesAt(const TSeries& series, double x) {
+  const LineWay way = WayToCompute(series);
+  if (!way.order.empty()) return PassesOfX(series.Points(), way, x, kMostCrossings);
+  const Interpolation curve(series.Points());
+  const std::optional<Between> between = curve.At(x) ? curve.Around(x) : std::nullopt;
+  return between ? std::vector{*between} : std::vector<Between>();
 }
 
 /// Where `f`, of opposite signs at the ends, changes its sign.
@@ -96,10 +109,11 @@ std::vector<Evaluated> EvaluateAt(const TSeries& series, double x) {
     found.push_back(
         {"Nearest point", point.x, line.CorrectedY(point.x, point.y), YErrorAt(series, point)});
   }
-  const Interpolation curve(points);
-  if (const std::optional<double> y = curve.At(x))
-    found.push_back(
-        {"Interpolated", x, line.CorrectedY(x, *y), ErrorBetween(series, *curve.Around(x))});
+  for (const Between& between : PassesAt(series, x)) {
+    const double y = between.left.y + between.share * (between.right.y - between.left.y);
+    if (IsUndefined(y)) continue;
+    found.push_back({"Interpolated", x, line.CorrectedY(x, y), ErrorBetween(series, between)});
+  }
   if (const PointChain* regression = RegressionPoints(series)) {
     const std::optional<double> y = Interpolation(*regression, PointValue::Regression).At(x);
     if (y) found.push_back({"Regression", x, line.CorrectedY(x, *y)});
@@ -116,8 +130,13 @@ std::vector<Evaluated> FindXWhere(const TSeries& series, double y) {
   std::vector<Evaluated> found;
   const BaseLine line = series.GetBaseLine();
   const Level level{y, line.offset, line.slope};
-  for (const double x : CrossingsOf(series.Points(), PointValue::Y, level, kMostCrossings))
-    found.push_back({"Interpolated", x, y});
+  const LineWay way = WayToCompute(series);
+  const std::vector<double> passes =
+      way.order.empty() ? CrossingsOf(series.Points(), PointValue::Y, level, kMostCrossings)
+                        : PassesOfY(series.Points(), way, level, kMostCrossings);
+  std::ranges::transform(passes, std::back_inserter(found), [y](double x) {
+    return Evaluated{"Interpolated", x, y};
+  });
   if (const PointChain* regression = RegressionPoints(series)) {
     for (const double x : CrossingsOf(*regression, PointValue::Regression, level, kMostCrossings))
       found.push_back({"Regression", x, y});

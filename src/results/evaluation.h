@@ -19,7 +19,8 @@ struct Evaluated {
       kUndefined;  ///< standard error of what was asked for; undefined where none is known
 };
 
-/// One line for each that has a value there, in that order.
+/// One line for each that has a value there, in that order; as many interpolated ones as the line passes `x` where it turns back,
+/// no more than kMostCrossings.
 std::vector<Evaluated> EvaluateAt(const TSeries& series, double x);
 
 /// Every X at which one of them, but for single points, has that Y, in order; the model's within the X of the points. No

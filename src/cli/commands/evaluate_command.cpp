@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -30,7 +31,14 @@ std::vector<Evaluated> ValuesAsked(const EvaluateOptions& options, const TSeries
       output.Note("DataSet \"" + series.SeriesName() + "\" has no value at " + of + " = " +
                   ShortestText(asked) + ".");
   };
-  for (const double x : options.at) take(EvaluateAt(series, x), "X", x);
+  for (const double x : options.at) {
+    const std::vector<Evaluated> found = EvaluateAt(series, x);
+    take(found, "X", x);
+    const auto passes = std::ranges::count(found, "Interpolated", &Evaluated::by);
+    if (passes > 1)
+      output.Note("The line of DataSet \"" + series.SeriesName() + "\" turns back and passes X = " +
+                  ShortestText(x) + " " + std::to_string(passes) + " times.");
+  }
   for (const double y : options.where_y) take(FindXWhere(series, y), "Y", y);
   return all;
 }
