@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/number_text.h"
-#include "data/columns/argument_names.h"
+#include "data/names/argument_names.h"
 #include "data/columns/counted_rows.h"
 #include "data/columns/error_names.h"
 #include "data/columns/row_identity.h"
