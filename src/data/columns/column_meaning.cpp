@@ -128,7 +128,10 @@ void TellOfImpossibleDates(ImportSource& source) {
   for (std::size_t i = 0; i < std::min(source.samples.size(), source.columns.size()); ++i) {
     const auto& sample = source.samples[i];
     const auto dates = static_cast<std::size_t>(std::ranges::count_if(sample, IsDateLike));
-    if (source.columns[i].has_numbers || dates == 0 || 2 * dates < sample.size()) continue;
+    const bool is_read = source.columns[i].has_numbers ||
+                         std::ranges::find(source.time_columns, static_cast<std::int32_t>(i)) !=
+                             source.time_columns.end();
+    if (is_read || dates == 0 || 2 * dates < sample.size()) continue;
     const auto dated = std::ranges::find_if(sample, IsDateLike);
     const bool exists = ValueOfField(DayOf(*dated), ColumnFormat::DateTime).has_value();
     source.notes.push_back(source.Quoted(static_cast<std::int32_t>(i)) + " is left out: " +
