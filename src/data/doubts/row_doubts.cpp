@@ -142,13 +142,9 @@ void DoubtLongRows(const HeldLines& held, Doubts& doubts) {
                                           ": its values may stand in the wrong columns"});
 }
 
-/// "#Time v(2)" between rows called "Freq" and "v(1)".
+/// "#Time v(2)" between rows whose X is called "Freq".
 void DoubtNamesBetween(const HeldLines& held, Doubts& doubts) {
   const std::vector<std::string>& names = held.source.supplier->ColumnNames();
-  const auto as_known = [](std::vector<std::string> words) {
-    for (std::string& word : words) word = LowerAscii(word);
-    return words;
-  };
   const auto begins_with_letter = [](const std::string& word) {
     return !word.empty() &&
            (IsLetter(word.front()) || static_cast<unsigned char>(word.front()) >= 0x80);
@@ -160,7 +156,8 @@ void DoubtNamesBetween(const HeldLines& held, Doubts& doubts) {
     const std::vector<std::string> words = NameTexts(bare, held.layout);
     if (words.size() < 2 || words.size() != names.size()) continue;
     if (!std::ranges::all_of(words, begins_with_letter) || !AreNames(words, bare)) continue;
-    if (as_known(words) == as_known(names)) continue;
+    // "# x, green" below "x, red" names the next run.
+    if (LowerAscii(words.front()) == LowerAscii(names.front())) continue;
     if (++found == 1) first = &remark;
   }
   if (first == nullptr) return;

@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "base/number_text.h"
-#include "data/names/argument_names.h"
 #include "data/columns/counted_rows.h"
 #include "data/columns/error_names.h"
 #include "data/columns/row_identity.h"
 #include "data/columns/value_order.h"
 #include "data/columns/x_choice.h"
 #include "data/doubts/days_in_digits.h"
+#include "data/names/argument_names.h"
 #include "data/names/text_names.h"
 #include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
@@ -179,19 +179,6 @@ void DoubtOneX(const ReadColumns& read, Doubts& doubts) {
                                          ": it may be the X of the columns behind it"});
     return;
   }
-}
-
-void DoubtNamesMoved(const ReadColumns& read, Doubts& doubts) {
-  const ImportSource& source = read.source;
-  const auto count = static_cast<std::int32_t>(source.columns.size());
-  if (read.chosen.x != 0 || count < 2 || source.NameOf(0) != UnnamedColumn(0)) return;
-  if (source.GuessOf(0).CountsRows()) return;
-  for (std::int32_t column = 1; column < count; ++column) {
-    if (source.NameOf(column) == UnnamedColumn(column)) return;
-  }
-  doubts.push_back({DoubtAbout::X,
-                    "X has no name, as the names are one fewer than columns: they "
-                    "are taken from the second column on"});
 }
 
 }  // namespace tarnwick

@@ -20,7 +20,4 @@ void DoubtLateRows(const ReadColumns& read, Doubts& doubts);
 /// the same even steps: it may be the X of those behind it.
 void DoubtOneX(const ReadColumns& read, Doubts& doubts);
 
-/// X is the only column without a name: the names may stand one column too far right.
-void DoubtNamesMoved(const ReadColumns& read, Doubts& doubts);
-
 }  // namespace tarnwick
