@@ -34,8 +34,8 @@ struct ToldClause {
   /// "every 2000th row is shown": no capital, no full stop; empty where another clause tells it.
   std::string text;
   std::string option = {};  ///< of the batch program that has it otherwise: "--every 1 reads all"
-  std::int32_t headers =
-      0;  ///< of what is about another table: the header lines with which it is read
+  /// Of what is about another table: the header lines with which it is read.
+  std::int32_t headers = 0;
   bool operator==(const ToldClause&) const = default;
 };
 
