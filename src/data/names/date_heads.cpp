@@ -42,16 +42,6 @@ bool BeginWith(std::size_t parts, std::span<const std::string_view> rows, std::s
   });
 }
 
-/// "1999 Q1"
-bool BeginWithQuarter(std::span<const std::string_view> rows, std::size_t columns) {
-  return !rows.empty() && std::ranges::all_of(rows, [columns](std::string_view row) {
-    const std::vector<LineWord> words = WordsOfLine(row);
-    if (words.size() != columns || !IsPart(words[0].text, kParts[0])) return false;
-    const std::string_view quarter = words[1].text;
-    return quarter.size() == 2 && quarter[0] == 'Q' && quarter[1] >= '1' && quarter[1] <= '4';
-  });
-}
-
 /// The names that `blanks` blanks or more part.
 Names NamesBetween(std::string_view line, std::int32_t blanks, const TextLayout& layout) {
   Names names;
@@ -82,14 +72,7 @@ std::optional<Names> NamesOverDate(std::string_view line, std::span<const std::s
   const std::string_view text = WithoutCommentMarks(line, layout);
   for (const std::int32_t blanks : {2, 1}) {
     Names names = NamesBetween(text, blanks, layout);
-    if (names.size() < 2) continue;
-    const bool dated = IsCalled(names.front(), "date");
-    if ((dated || IsCalled(names.front(), "time")) && names.size() + 1 == wanted &&
-        BeginWithQuarter(rows, wanted)) {
-      names.insert(names.begin() + 1, std::string());
-      return names;
-    }
-    if (!dated) continue;
+    if (names.size() < 2 || !IsCalled(names.front(), "date")) continue;
     const bool timed = IsCalled(names[1], "time");
     const std::size_t named = timed ? 2 : 1;
     const std::size_t parts = wanted - std::min(wanted, names.size()) + named;

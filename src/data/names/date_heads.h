@@ -14,9 +14,8 @@
 namespace tarnwick {
 
 /// The names on a line whose first stands over year, month and day, and whose second, if it is a time, over hour and minute or
-/// hour, minute and second: these are named so, all others as the line has them. A date or time over a year and its quarter
-/// ("1999 Q1") leaves the quarter without a name. Nothing where the rows, parted by blanks, begin otherwise or the names are not
-/// fewer by just these.
+/// hour, minute and second: these are named so, all others as the line has them. Nothing where the rows, parted by blanks, begin
+/// otherwise or the names are not fewer by just these.
 std::optional<std::vector<std::string>> NamesOverDate(std::string_view line,
                                                       std::span<const std::string_view> rows,
                                                       const TextLayout& layout,
