@@ -63,14 +63,16 @@ bool AreClocks(std::span<const double> values) {
     return value < kHours * kHundred && std::fmod(value, kHundred) < kMinutes;
   };
   if (!std::ranges::all_of(values, is_clock)) return false;
-  std::size_t even = 0, full_hours = 0;
+  std::size_t even = 0, full_hours = 0, proofs = 0;
   const double step = minutes(values[1]) - minutes(values[0]);
   for (std::size_t i = 1; i < values.size(); ++i) {
     const double next = minutes(values[i]) - minutes(values[i - 1]);
     even += next == step || next == step - kHours * kMinutes ? 1 : 0;
     full_hours += next == step && values[i] - values[i - 1] != step ? 1 : 0;
+    // "220 320 420" are hundreds.
+    proofs += next < 0 || std::fmod(values[i] - values[i - 1], kHundred) != 0 ? 1 : 0;
   }
-  return step > 0 && full_hours > 0 && 10 * even >= 9 * (values.size() - 1);
+  return step > 0 && full_hours > 0 && proofs > 0 && 10 * even >= 9 * (values.size() - 1);
 }
 
 }  // namespace

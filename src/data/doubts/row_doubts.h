@@ -1,5 +1,5 @@
-// What the lines of a text say against the table that was found in it: every line and every value is accounted for, or told. Knows
-// the text, its layout and its columns, and none of the reasons of the guess.
+// What the lines of a text say against the table that was found in it: every line and every value is accounted for, or told.
+// Knows the text, its layout and its columns, and none of the reasons of the guess.
 #pragma once
 
 #include <string_view>

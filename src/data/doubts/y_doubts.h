@@ -14,8 +14,8 @@ void DoubtDigits(const ReadColumns& read, Doubts& doubts);
 /// One value a thousand times farther from all others than these are from each other.
 void DoubtFarValues(const ReadColumns& read, Doubts& doubts);
 
-/// What stands for no value elsewhere (nines, minus one) comes again as the least or the greatest value: below zero where no other
-/// is, or away from all others.
+/// What stands for no value elsewhere (nines, minus one) comes again as the least or the greatest value: below zero where no
+/// other is, or away from all others.
 void DoubtCodes(const ReadColumns& read, Doubts& doubts);
 
 }  // namespace tarnwick
