@@ -290,6 +290,14 @@ Answer RisingArgument(const XCandidates& found) {
   });
 }
 
+/// "energy x y": what is called so, stands first and alone runs through all rows is what an "x" was measured over.
+bool GivesWayToArgument(const ImportSource& source, std::int32_t x) {
+  const std::int32_t first = source.NumberColumns().front();
+  return first != x && NamesArgument(source.NameOf(first)) &&
+         RisesThroughout(source.GuessOf(first).values) &&
+         !RisesThroughout(source.GuessOf(x).values);
+}
+
 }  // namespace
 
 Answer StatedX(const ImportSource& source, const Columns& numbers) {
@@ -298,7 +306,8 @@ Answer StatedX(const ImportSource& source, const Columns& numbers) {
     return LowerAscii(source.NameOf(column)) == "x" && !source.GuessOf(column).IsConstant();
   });
   if (named != numbers.end() && !IsOneLetterOfMany(source, *named) &&
-      !IsCountedBesideX(source, *named) && !GivesWayToDates(source, *named)) {
+      !IsCountedBesideX(source, *named) && !GivesWayToDates(source, *named) &&
+      !GivesWayToArgument(source, *named)) {
     return *named;
   }
   const auto blocks = FindRowBlocks(source, numbers);

@@ -161,9 +161,8 @@ void DoubtLateRows(const ReadColumns& read, Doubts& doubts) {
   }
   const std::size_t late = std::min(rising, falling);
   if (late == 0 || kShare * late > by_x.size()) return;
-  doubts.push_back({DoubtAbout::X, "X goes back in " +
-                                       Counted(static_cast<std::int64_t>(late), "row") +
-                                       " and is shown in order"});
+  doubts.push_back(
+      {DoubtAbout::X, "X goes back in " + Counted(static_cast<std::int64_t>(late), "row")});
 }
 
 void DoubtOneX(const ReadColumns& read, Doubts& doubts) {

@@ -52,12 +52,14 @@ ListedNames LegendNames(Lines above, const TextLayout& layout) {
     line = TrimBlankBytes(line.substr(1));
     const std::string_view key = line.substr(0, line.find_first_of(" \t"));
     const std::string text = NameText(WithinQuotes(line), layout);
-    const bool label = line.find(" label ") != line.npos;
+    // "label layout para" is how it is written.
+    const bool label = line.find(" label ") != line.npos && !text.empty();
     if (key == "xaxis" && label) listed.names.front() = text;
     if (key == "yaxis" && label) y_label = text;
     const bool set = key.starts_with('s') && ParseInteger(key.substr(1)).has_value();
     if (set && line.find(" legend ") != line.npos) listed.names.push_back(text);
   }
+  if (listed.names.size() == 2 && listed.names.back().empty()) listed.names.pop_back();
   if (listed.names.size() == 1 && !y_label.empty()) listed.names.push_back(y_label);
   return listed;
 }
