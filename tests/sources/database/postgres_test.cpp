@@ -128,7 +128,7 @@ class Meanwhile final : public Progress {
 
 TEST_F(Postgres, AServerThatGoesAndATableThatIsDroppedAreToldAndThePointsStay) {
   server_->Run({"DROP TABLE IF EXISTS g",
-                "CREATE TABLE g AS SELECT i AS x, 2.5 * i AS y FROM generate_series(1, 40000) i"});
+                "CREATE TABLE g AS SELECT i AS x, 2.5 * i AS y FROM generate_series(1, 400000) i"});
   TDataSeries series;
   series.Source().DataSource = DataSourceKind::Database;
   series.Source().DatasourceInfo = Place("g").Text();
@@ -140,14 +140,14 @@ TEST_F(Postgres, AServerThatGoesAndATableThatIsDroppedAreToldAndThePointsStay) {
   LoadOptions load;
   load.kinds = kinds;
   EXPECT_TRUE(RefreshAll(all, load)[0].loaded);
-  EXPECT_EQ(series.PointCount(), 40000);
-  EXPECT_EQ(series.Points().At(39999).y, 100000);
+  EXPECT_EQ(series.PointCount(), 400000);
+  EXPECT_EQ(series.Points().At(399999).y, 1000000);
 
   Meanwhile killed([] { server_->Kill(); });
   load.progress = &killed;
   const std::string told = Refusal([&] { RefreshAll(all, load); });
   EXPECT_NE(told.find("The data base cannot be read"), std::string::npos) << told;
-  EXPECT_EQ(series.PointCount(), 40000);
+  EXPECT_EQ(series.PointCount(), 400000);
   load.progress = nullptr;
   EXPECT_NE(Refusal([&] { RefreshAll(all, load); }).find("The data base cannot be opened"),
             std::string::npos);
@@ -155,7 +155,7 @@ TEST_F(Postgres, AServerThatGoesAndATableThatIsDroppedAreToldAndThePointsStay) {
   server_->Run({"DROP TABLE g"});
   EXPECT_NE(Refusal([&] { RefreshAll(all, load); }).find("There is no table \"g\""),
             std::string::npos);
-  EXPECT_EQ(series.PointCount(), 40000);
+  EXPECT_EQ(series.PointCount(), 400000);
 }
 
 TEST_F(Postgres, NothingIsWrittenWhateverAQueryCalls) {
