@@ -86,6 +86,17 @@ bool MostlyStepsEvenly(std::span<const double> values) {
   return usual != 0 && kStepsPerOther * others <= steps.size();
 }
 
+OtherValues ValuesBut(std::span<const double> values, double end) {
+  OtherValues others;
+  for (const double value : values) {
+    if (value == end) continue;
+    others.low = others.count == 0 ? value : std::min(others.low, value);
+    others.high = others.count == 0 ? value : std::max(others.high, value);
+    ++others.count;
+  }
+  return others;
+}
+
 std::optional<double> RepeatedFarFromOthers(std::span<const double> values) {
   constexpr std::size_t kFewestOthers = 20;
   constexpr std::ptrdiff_t kFewestRepeats = 2;
@@ -93,14 +104,7 @@ std::optional<double> RepeatedFarFromOthers(std::span<const double> values) {
   if (values.size() < kFewestOthers) return std::nullopt;
   const auto ends = std::ranges::minmax(values);
   for (const double end : {ends.min, ends.max}) {
-    double low = ends.max, high = ends.min;
-    std::size_t others = 0;
-    for (const double value : values) {
-      if (value == end) continue;
-      ++others;
-      low = std::min(low, value);
-      high = std::max(high, value);
-    }
+    const auto [low, high, others] = ValuesBut(values, end);
     const double gap = end < low ? low - end : end - high;
     const bool repeats = std::ssize(values) - static_cast<std::ptrdiff_t>(others) >= kFewestRepeats;
     // Below zero where nothing else is, or beyond any proportion; other values apart may be settings.

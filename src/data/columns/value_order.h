@@ -1,6 +1,7 @@
 // In what order the values of a column stand. Knows numbers only.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <vector>
@@ -34,6 +35,16 @@ bool StepsEvenly(std::span<const double> values, Evenness evenness = Evenness::E
 
 /// The same of all steps but a few, one in twenty at most.
 bool MostlyStepsEvenly(std::span<const double> values);
+
+/// What is left of values without those that equal one of them.
+struct OtherValues {
+  double low = 0;
+  double high = 0;
+  std::size_t count = 0;
+};
+
+/// The least, the greatest and the number of the values that are not `end`; low and high are 0 where there are none.
+OtherValues ValuesBut(std::span<const double> values, double end);
 
 /// The least or the greatest value where it comes several times and all others lie close together, far from it.
 std::optional<double> RepeatedFarFromOthers(std::span<const double> values);

@@ -108,14 +108,7 @@ std::optional<double> CodeAmong(const std::vector<double>& values) {
   if (values.size() <= kFewestOthers) return std::nullopt;
   const auto ends = std::ranges::minmax(values);
   for (const double end : {ends.min, ends.max}) {
-    double low = ends.max, high = ends.min;
-    std::size_t others = 0;
-    for (const double value : values) {
-      if (value == end) continue;
-      ++others;
-      low = std::min(low, value);
-      high = std::max(high, value);
-    }
+    const auto [low, high, others] = ValuesBut(values, end);
     if (others < kFewestOthers || values.size() - others < 2 || high == low) continue;
     // Among whole numbers minus one is the next below zero.
     const bool beside = end == -1 && std::ranges::all_of(values, [](double value) {
