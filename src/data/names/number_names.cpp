@@ -76,7 +76,7 @@ bool CountBetweenTexts(std::span<const std::string> fields) {
   const auto is_number = [](const std::string& field) { return ParseInteger(field).has_value(); };
   const auto begin = std::ranges::find_if(fields, is_number);
   const auto end = std::find_if_not(begin, fields.end(), is_number);
-  if (begin != fields.begin() + 1 || end == fields.end() || fields.front().empty()) return false;
+  if (begin - fields.begin() != 1 || end == fields.end() || fields.front().empty()) return false;
   if (std::any_of(end, fields.end(),
                   [](const std::string& field) { return KindOfField(field) != FieldKind::Text; })) {
     return false;
