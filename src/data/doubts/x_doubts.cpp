@@ -18,9 +18,6 @@
 #include "data/doubts/days_in_digits.h"
 #include "data/names/argument_names.h"
 #include "data/names/text_names.h"
-#include "data/points/arrival_order.h"
-#include "data/points/point_columns.h"
-#include "data/series/data_series.h"
 
 namespace tarnwick {
 namespace {
@@ -140,29 +137,6 @@ void DoubtDigitsOfX(const ReadColumns& read, Doubts& doubts) {
   doubts.push_back({DoubtAbout::X, source.Quoted(x) + " is read as numbers, though all may be " +
                                        std::string(way) + " (" +
                                        ShortestText(source.GuessOf(x).values.front()) + ")"});
-}
-
-void DoubtLateRows(const ReadColumns& read, Doubts& doubts) {
-  constexpr std::size_t kFewest = 20, kMost = 200'000;
-  constexpr double kJitter = 0.02;    // of the range of X
-  constexpr std::size_t kShare = 50;  // of more rows the suggestion for lines tells
-  const PointChain& points = read.series.front()->Points();
-  if (points.Size() < kFewest || points.Size() > kMost || IdsAscend(points)) return;
-  const std::vector<double> by_x = XValues(points);
-  const double jitter = kJitter * (by_x.back() - by_x.front());
-  std::size_t rising = 0, falling = 0;
-  double high = by_x.front(), low = by_x.back();
-  for (const std::uint32_t index : ArrivalOrder(points)) {
-    const double x = by_x[index];
-    high = std::max(high, x);
-    low = std::min(low, x);
-    rising += x < high - jitter ? 1 : 0;
-    falling += x > low + jitter ? 1 : 0;
-  }
-  const std::size_t late = std::min(rising, falling);
-  if (late == 0 || kShare * late > by_x.size()) return;
-  doubts.push_back(
-      {DoubtAbout::X, "X goes back in " + Counted(static_cast<std::int64_t>(late), "row")});
 }
 
 void DoubtOneX(const ReadColumns& read, Doubts& doubts) {

@@ -13,9 +13,6 @@ void DoubtX(const ReadColumns& read, Doubts& doubts);
 /// All values of X read as days or times in digits and are taken for numbers.
 void DoubtDigitsOfX(const ReadColumns& read, Doubts& doubts);
 
-/// X goes back in some rows, too few for lines to be drawn otherwise: a clock that began anew, what was added behind the end.
-void DoubtLateRows(const ReadColumns& read, Doubts& doubts);
-
 /// A column is called as X is, or begins a group of as many columns as X does and goes over the same range, on from where X ends,
 /// or in the same even steps: it may be the X of those behind it.
 void DoubtOneX(const ReadColumns& read, Doubts& doubts);

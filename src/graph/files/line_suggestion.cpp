@@ -103,9 +103,10 @@ LineSuggestion SuggestLineOrder(const TDataSeries& series) {
   if (!std::isfinite(range) || range == 0) return LineSuggestion::ByX;
   const double late = kLate * static_cast<double>(x.size());
   for (const double sign : {1.0, -1.0}) {
-    const bool few_late = static_cast<double>(CountLate(x, kNoTurn * range, sign)) <= late &&
-                          !StartsOver(x, range, sign);
-    if (few_late || GoesOnButForOne(x, kNoTurn * range, sign)) return LineSuggestion::ByX;
+    const std::size_t count = CountLate(x, kNoTurn * range, sign);
+    if (count == 0) return LineSuggestion::ByX;
+    const bool few = static_cast<double>(count) <= late && !StartsOver(x, range, sign);
+    if (few || GoesOnButForOne(x, kNoTurn * range, sign)) return LineSuggestion::LateRows;
   }
   const std::vector<std::size_t> breaks = BreaksInOrder(points, order, series.Gaps());
   const std::size_t turns = TurnsOf(x, breaks, JitterOf(by_x)).size();
@@ -132,6 +133,7 @@ std::string TellSuggestions(const std::vector<LineSuggestion>& suggestions) {
   const auto tell = [&](LineSuggestion suggestion, const char* clause) {
     if (some(suggestion)) text += (text.empty() ? "" : "; elsewhere ") + std::string(clause);
   };
+  tell(LineSuggestion::LateRows, "X goes back in a few rows: points are joined by X");
   tell(LineSuggestion::AsTheyCame, "X turns back: points are joined in the order of the file");
   tell(LineSuggestion::SymbolsOnly, "X is in no order: points are shown as symbols without lines");
   tell(LineSuggestion::Groups, "few X repeat often: points are shown as symbols without lines");

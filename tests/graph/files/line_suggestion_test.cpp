@@ -22,7 +22,7 @@ TEST(LineSuggestion, JoinsAsXGoes) {
   } kCases[] = {
       {"rising", 100, [](int i) { return i; }, ByX},
       {"falling", 100, [](int i) { return -i; }, ByX},
-      {"a few late rows", 1000, [](int i) { return i >= 500 && i < 510 ? i - 100 : i; }, ByX},
+      {"a few late rows", 1000, [](int i) { return i >= 500 && i < 510 ? i - 100 : i; }, LateRows},
       {"jitter", 500, [&](int i) { return i + 3 * uniform(random); }, ByX},
       {"ellipse", 24, [&](int i) { return std::cos(turn(i, 24)); }, AsTheyCame},
       {"sweep there and back", 400, [](int i) { return -std::abs(i - 200.0); }, AsTheyCame},
@@ -32,7 +32,7 @@ TEST(LineSuggestion, JoinsAsXGoes) {
       {"nine treatments", 90, [](int i) { return i / 10; }, Groups},
       {"a clock of whole seconds", 1010, [](int i) { return i / 10; }, ByX},
       {"steps of two", 20, [](int i) { return i / 2; }, ByX},
-      {"one row elsewhere", 20, [](int i) { return i == 1 ? 1 : 100 - 5 * i; }, ByX},
+      {"one row elsewhere", 20, [](int i) { return i == 1 ? 1 : 100 - 5 * i; }, LateRows},
       {"a clock that runs over", 200, [](int i) { return i % 197; }, AsTheyCame},
       {"five at random", 5, [](int i) { return (i * 3) % 5; }, SymbolsOnly},
   };
