@@ -9,6 +9,7 @@
 
 #include "analysis/interpolation.h"
 #include "base/error.h"
+#include "base/number_text.h"
 #include "fit/judge/fit_bands.h"
 #include "fit/model/model_copy.h"
 #include "graph/line_way.h"
@@ -19,6 +20,7 @@
 namespace tarnwick {
 namespace {
 
+constexpr const char* kInterpolated = "Interpolated";
 constexpr int kModelSamples = 2000;  // between which it is taken to cross a level once at most
 
 /// The points and the values that a regression gives a curve by; nothing without a regression.
@@ -112,7 +114,7 @@ std::vector<Evaluated> EvaluateAt(const TSeries& series, double x) {
   for (const Between& between : PassesAt(series, x)) {
     const double y = between.left.y + between.share * (between.right.y - between.left.y);
     if (IsUndefined(y)) continue;
-    found.push_back({"Interpolated", x, line.CorrectedY(x, y), ErrorBetween(series, between)});
+    found.push_back({kInterpolated, x, line.CorrectedY(x, y), ErrorBetween(series, between)});
   }
   if (const PointChain* regression = RegressionPoints(series)) {
     const std::optional<double> y = Interpolation(*regression, PointValue::Regression).At(x);
@@ -126,6 +128,14 @@ std::vector<Evaluated> EvaluateAt(const TSeries& series, double x) {
   return found;
 }
 
+std::string PassesText(const TSeries& series, double x, const std::vector<Evaluated>& found) {
+  const auto passes = std::ranges::count(found, kInterpolated, &Evaluated::by);
+  if (passes < 2) return {};
+  return "The line of DataSet \"" + series.SeriesName() +
+         "\" turns back and passes X = " + ShortestText(x) + ' ' + std::to_string(passes) +
+         " times.";
+}
+
 std::vector<Evaluated> FindXWhere(const TSeries& series, double y) {
   std::vector<Evaluated> found;
   const BaseLine line = series.GetBaseLine();
@@ -135,7 +145,7 @@ std::vector<Evaluated> FindXWhere(const TSeries& series, double y) {
       way.order.empty() ? CrossingsOf(series.Points(), PointValue::Y, level, kMostCrossings)
                         : PassesOfY(series.Points(), way, level, kMostCrossings);
   std::ranges::transform(passes, std::back_inserter(found), [y](double x) {
-    return Evaluated{"Interpolated", x, y};
+    return Evaluated{kInterpolated, x, y};
   });
   if (const PointChain* regression = RegressionPoints(series)) {
     for (const double x : CrossingsOf(*regression, PointValue::Regression, level, kMostCrossings))

@@ -23,9 +23,11 @@ struct Evaluated {
 /// no more than kMostCrossings.
 std::vector<Evaluated> EvaluateAt(const TSeries& series, double x);
 
-/// Every X at which one of them, but for single points, has that Y, in order; the model's within the X of the points. No
-/// more than
-/// kMostCrossings of each.
+/// That the line passes `x` several times, since it turns back; empty where it does not. `found` is what EvaluateAt() gave.
+std::string PassesText(const TSeries& series, double x, const std::vector<Evaluated>& found);
+
+/// Every X at which one of them, but for single points, has that Y, in order; the model's within the X of the points. No more
+/// than kMostCrossings of each.
 std::vector<Evaluated> FindXWhere(const TSeries& series, double y);
 inline constexpr std::size_t kMostCrossings = 100;
 

@@ -142,7 +142,9 @@ void Txy_EValue::Show() {
     const std::vector<Evaluated> lines =
         asked_ == Asked::X ? EvaluateAt(*series, *value) : FindXWhere(*series, *value);
     ShowLines(lines);
-    if (lines.empty()) told_->setText(tr("The DataSet has no value there."));
+    told_->setText(lines.empty()        ? tr("The DataSet has no value there.")
+                   : asked_ == Asked::X ? ToQt(PassesText(*series, *value, lines))
+                                        : QString());
   } catch (const Error& error) {
     ShowLines({});
     told_->setText(ToQt(error.what()));

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -34,10 +33,7 @@ std::vector<Evaluated> ValuesAsked(const EvaluateOptions& options, const TSeries
   for (const double x : options.at) {
     const std::vector<Evaluated> found = EvaluateAt(series, x);
     take(found, "X", x);
-    const auto passes = std::ranges::count(found, "Interpolated", &Evaluated::by);
-    if (passes > 1)
-      output.Note("The line of DataSet \"" + series.SeriesName() + "\" turns back and passes X = " +
-                  ShortestText(x) + " " + std::to_string(passes) + " times.");
+    output.Note(PassesText(series, x, found));
   }
   for (const double y : options.where_y) take(FindXWhere(series, y), "Y", y);
   return all;
