@@ -223,9 +223,7 @@ Json InfoJson(const TxyGraph& graph, const std::vector<LoadReport>& reports) {
 void PrintInfo(const InputGraph& input, Output& output) {
   Json document = InfoJson(*input.graph, input.reports);
   Json& notes = document["notes"] = Json::Array();
-  for (const ToldClause& clause : input.told) {
-    if (!clause.text.empty()) notes.Append(clause.text);
-  }
+  for (const ToldClause& clause : input.told) notes.Append(clause.text);
   Print(document, output);
 }
 

@@ -46,6 +46,10 @@ void RequireTable(const TextFormat& format, std::string_view text, const std::st
                       : "no lines with the same number of values follow each other");
 }
 
+std::string OptionToRead(std::int32_t headers) {
+  return "--headers " + std::to_string(headers) + " reads it";
+}
+
 std::vector<std::string> NotesOf(const TextFormat& format) {
   std::vector<std::string> notes;
   if (format.cuts_from == CutsFrom::Description) {
@@ -59,11 +63,11 @@ std::vector<std::string> NotesOf(const TextFormat& format) {
   if (!format.other_tables.empty()) {
     const OtherTable& other = format.other_tables.front();
     const std::size_t count = format.other_tables.size() + 1;
-    notes.push_back(
-        "the file holds " + std::to_string(count) + " tables: read is the one from line " +
-        std::to_string(format.header_lines + 1) + " on, " + (count == 2 ? "the other" : "another") +
-        " begins at line " + std::to_string(other.line) + " (--headers " +
-        std::to_string(other.line - 1) + " reads it)");
+    notes.push_back("the file holds " + std::to_string(count) +
+                    " tables: read is the one from line " +
+                    std::to_string(format.header_lines + 1) + " on, " +
+                    (count == 2 ? "the other" : "another") + " begins at line " +
+                    std::to_string(other.line) + " (" + OptionToRead(other.line - 1) + ')');
   }
   if (kOddShare * format.odd_rows > format.table_rows) {
     notes.push_back(std::to_string(format.odd_rows) + " of the first " +

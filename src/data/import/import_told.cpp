@@ -129,9 +129,7 @@ bool IsAbout(const ImportTold& told, ToldAbout about) {
 
 std::string Sentence(const ImportTold& told) {
   std::string sentence;
-  for (const ToldClause& clause : told) {
-    if (!clause.text.empty()) sentence += (sentence.empty() ? "" : "; ") + clause.text;
-  }
+  for (const ToldClause& clause : told) sentence += (sentence.empty() ? "" : "; ") + clause.text;
   if (sentence.empty()) return sentence;
   if (sentence[0] >= 'a' && sentence[0] <= 'z')
     sentence[0] = static_cast<char>(sentence[0] - 'a' + 'A');

@@ -2,6 +2,8 @@
 // in every face. Knows reports and clauses; silence is for what is certain.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,19 +25,17 @@ enum class ToldAbout {
   Runs,      ///< that each run of a table is a DataSet
   TableEnd,  ///< that lines behind the table are left out
   Guessing,
-  OtherTable,  ///< that the file holds another, which a clause about guessing tells
-  Gaps,        ///< where lines are broken
-  Thinning,    ///< what of a view the data base gave
-  Outdated     ///< what was computed from the data as they were before
+  Gaps,      ///< where lines are broken
+  Thinning,  ///< what of a view the data base gave
+  Outdated   ///< what was computed from the data as they were before
 };
 
 struct ToldClause {
   ToldAbout about = ToldAbout::Guessing;
-  /// "every 2000th row is shown": no capital, no full stop; empty where another clause tells it.
-  std::string text;
+  std::string text;         ///< "every 2000th row is shown": no capital, no full stop
   std::string option = {};  ///< of the batch program that has it otherwise: "--every 1 reads all"
-  /// Of what is about another table: the header lines with which it is read.
-  std::int32_t headers = 0;
+  /// Where it tells of another table of the file: the header lines with which that is read.
+  std::optional<std::int32_t> other_table = {};
   bool operator==(const ToldClause&) const = default;
 };
 

@@ -14,8 +14,9 @@ void DocumentTold::Add(const ImportTold& told) {
 }
 
 std::optional<std::int32_t> DocumentTold::OtherTable() const {
-  const auto clause = std::ranges::find(told_, ToldAbout::OtherTable, &ToldClause::about);
-  return closed_ || clause == told_.end() ? std::nullopt : std::optional(clause->headers);
+  const auto clause = std::ranges::find_if(
+      told_, [](const ToldClause& one) { return one.other_table.has_value(); });
+  return closed_ || clause == told_.end() ? std::nullopt : clause->other_table;
 }
 
 void DocumentTold::Drop(ToldAbout about) {
@@ -26,7 +27,7 @@ void DocumentTold::ReadAgain(const ImportTold& told) {
   ImportTold all = told;
   for (const ToldClause& clause : told_) {
     const bool holds = clause.about == ToldAbout::Guessing || clause.about == ToldAbout::Errors ||
-                       clause.about == ToldAbout::OtherTable || clause.about == ToldAbout::Outdated;
+                       clause.about == ToldAbout::Outdated;
     if (holds && std::ranges::find(all, clause) == all.end()) all.push_back(clause);
   }
   Replace(all);

@@ -4,10 +4,12 @@
 #include <iterator>
 #include <memory>
 #include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "base/number_text.h"
+#include "data/guess/format_notes.h"
 #include "data/import/load_source.h"
 #include "graph/axes/calendar_scale.h"
 #include "graph/files/line_suggestion.h"
@@ -51,9 +53,13 @@ ImportTold Told(const ImportResult& result, std::span<TSeries* const> all) {
   std::vector<std::string> names;
   for (const TSeries* const series : all) names.push_back(series->SeriesName());
   ImportTold told = TellImport(result.reports, names, result.notes);
+  if (result.other_table) {
+    const std::string option = OptionToRead(*result.other_table);
+    const auto clause = std::ranges::find(told, option, &ToldClause::option);
+    if (clause != told.end()) clause->other_table = result.other_table;
+  }
   std::ranges::move(TellGaps(all), std::back_inserter(told));
   if (!result.errors_note.empty()) told.push_back({ToldAbout::Errors, result.errors_note});
-  if (result.other_table) told.push_back({ToldAbout::OtherTable, "", "", *result.other_table});
   if (!result.thinning_note.empty()) told.push_back({ToldAbout::Thinning, result.thinning_note});
   return told;
 }
