@@ -335,6 +335,11 @@ bool ColumnGuess::IsConstant() const {
          std::ranges::all_of(values, [&](double value) { return value == values.front(); });
 }
 
+bool StepsByOne(std::span<const double> values) {
+  const auto steps_otherwise = [](double one, double next) { return next != one + 1; };
+  return values.size() > 2 && std::ranges::adjacent_find(values, steps_otherwise) == values.end();
+}
+
 bool ColumnGuess::CountsRows() const {
   const std::size_t successive = Successive().size();
   if (successive < 3 || is_date || (values.front() != 0 && values.front() != 1)) return false;

@@ -44,6 +44,9 @@ struct ColumnGuess {
   bool CountsRows() const;
 };
 
+/// More than two values, each the one before it and 1.
+bool StepsByOne(std::span<const double> values);
+
 /// Judges columns by these rows, of which the last `later_rows` stand further on. `values` are kept of a few hundred rows.
 std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
                                       const TextLayout& layout, std::size_t later_rows = 0);

@@ -43,12 +43,6 @@ bool HoldsDecimals(const FieldTexts& columns) {
   });
 }
 
-bool StepsByOne(std::span<const double> values) {
-  return values.size() > 2 && std::ranges::adjacent_find(values, [](double a, double b) {
-                                return b != a + 1;
-                              }) == values.end();
-}
-
 /// "4 12 48": no row has more in any column, and none goes on in steps from here.
 bool AreSizes(const WholeNumbers& numbers, const WholeNumbers& next, const TableBody& body) {
   if (numbers.size() < kFewestSizes || numbers.size() != body.columns.size()) return false;

@@ -22,9 +22,9 @@ std::string_view BehindLead(std::string_view line) {
   return leads ? TrimBlankBytes(line.substr(colon + 1)) : line;
 }
 
-/// The names without a remark behind them: "a(um) Qabs      ! comment", "a b ## comment".
+/// The names without a remark behind them: "a(um) Qabs      ! comment".
 std::string_view WithoutRemarkBehind(std::string_view line) {
-  const std::size_t mark = std::min({line.find("  ! "), line.find("\t! "), line.find(" ## ")});
+  const std::size_t mark = std::min(line.find("  ! "), line.find("\t! "));
   return line.substr(0, mark);
 }
 

@@ -185,14 +185,15 @@ bool AreMeasured(const Names& names, std::string_view line) {
   return by_blanks && 2 * static_cast<std::size_t>(decimals) > names.size();
 }
 
-/// "BM (ntrials=0)", "fspread0 0.2": a word and what it is set to.
+/// "BM (ntrials=0)", "fspread0 0.2", "p = 1.2 bar": a word and what it is set to.
 bool TellsValue(const std::string& name) {
   const std::size_t blank = name.find(' ');
   const bool number = blank != name.npos && name.find('.', blank) != name.npos &&
                       KindOfField(name.substr(blank + 1)) == FieldKind::Number;
-  const std::size_t open = name.find('('), equals = name.find('=', std::min(open, name.size()));
-  return number || (equals != name.npos && name.ends_with(')') &&
-                    ParseNumber(name.substr(equals + 1, name.size() - equals - 2)).has_value());
+  const std::size_t equals = name.find('=');
+  if (number || equals == name.npos) return number;
+  const std::string_view value = TrimBlanks(std::string_view(name).substr(equals + 1));
+  return ParseNumber(value.substr(0, value.find_first_of(" )"))).has_value();
 }
 
 /// "ZONE T=one I=50 F=POINT", "Reference level =-20.00"
@@ -206,7 +207,7 @@ bool AreAssignments(const Names& names) {
         equals != name.npos && equals + 1 < name.size() && name.find(' ') == name.npos;
     if (assigns) keys.push_back(name.substr(0, equals));
   }
-  const auto key = [](const std::string& name) { return name.substr(0, name.find(' ')); };
+  const auto key = [](const std::string& name) { return name.substr(0, name.find_first_of(" =")); };
   const bool differ = names.size() > 1 && key(names.front()) != key(names.back());
   if (differ && std::ranges::all_of(names, &TellsValue)) return true;
   // "h v=5 v=10", "cell=adeno,cell=large": one thing, set to several values, tells curves apart.
@@ -432,35 +433,13 @@ bool AreTypes(const Names& names) {
          names.size() > 2 * static_cast<std::size_t>(std::ranges::count(names, std::string()));
 }
 
-namespace {
-
-/// "p" of "p = 1.2 bar"; empty where no number stands behind it.
-std::string ThingWithValue(const std::string& text) {
-  const std::size_t equals = text.find('=');
-  if (equals == std::string::npos) return {};
-  const std::string_view value = TrimBlanks(std::string_view(text).substr(equals + 1));
-  if (!ParseNumber(value.substr(0, value.find(' ')))) return {};
-  return std::string(TrimBlanks(std::string_view(text).substr(0, equals)));
-}
-
-/// "T = 300 K; p = 1.2 bar": of curves at "T=300 K" and "T=350 K" the thing is one.
-bool AreValuesOfThings(const Names& names) {
-  Names things;
-  std::ranges::transform(names, std::back_inserter(things), &ThingWithValue);
-  std::ranges::sort(things);
-  return things.size() > 1 && !things.front().empty() &&
-         std::ranges::adjacent_find(things) == things.end();
-}
-
-}  // namespace
-
 bool AreSetting(const Names& names) {
   constexpr std::size_t kMostFilled = 3;
   Names filled;
   std::ranges::copy_if(names, std::back_inserter(filled),
                        [](const std::string& name) { return !name.empty(); });
   const auto is_mark = [](const std::string& name) { return name == ":" || name == "="; };
-  if (std::ranges::any_of(filled, is_mark) || AreValuesOfThings(filled)) return true;
+  if (std::ranges::any_of(filled, is_mark)) return true;
   const auto keys = std::ranges::count_if(filled, EndsLikeKey);
   if (filled.size() > 1 && EndsLikeKey(filled.front()) && keys == 1) return true;
   // "intensity (dB): 76.4", "type: d"; "U: (mV)" is a name with its unit.
