@@ -17,14 +17,17 @@
 #include "data/doubts/row_doubts.h"
 #include "data/fields/field_kind.h"
 #include "data/fields/text_lines.h"
+#include "data/guess/column_judge.h"
 #include "data/guess/format_notes.h"
 #include "data/import/file_supplier.h"
 #include "data/import/import_file.h"
+#include "data/import/import_like.h"
 #include "data/import/load_run.h"
 #include "data/import/second_look.h"
 #include "data/names/number_names.h"
 #include "data/names/numbered_names.h"
 #include "data/names/text_names.h"
+#include "data/series/data_series.h"
 #include "data/text/text_supplier.h"
 #include "data/text/turned_rows.h"
 
@@ -97,10 +100,7 @@ std::size_t LackNames(const ImportSource& source) {
 
 /// The rows are counted by their first column.
 bool CountsRows(const ColumnGuess& column) {
-  const std::vector<double>& values = column.values;
-  if (values.empty() || values.front() != std::floor(values.front())) return false;
-  return std::ranges::adjacent_find(
-             values, [](double one, double next) { return next != one + 1; }) == values.end();
+  return StepsByOne(column.values) && column.values.front() == std::floor(column.values.front());
 }
 
 /// The names leave out the first column, of numbers that do not count the rows, or though the last holds texts, which might as
@@ -134,11 +134,9 @@ void NoteLackingNames(std::string_view text, char line_end, ImportSource& source
                          ": names may stand over the wrong columns");
 }
 
-/// The header line whose names count something ("SPEC_360 SPEC_365", "Country 1990 1991"), from 1; 0 where none does.
-std::int32_t LineOfNumberedNames(const TextSource& text, const ImportSource& source) {
+/// The header line that the names of the columns are from, by the first and the last of them, from 1; 0 where none holds both.
+std::int32_t LineOfNames(const TextSource& text, const ImportSource& source) {
   const std::vector<std::string>& names = source.supplier->ColumnNames();
-  if (HoldsCurvesInRows(source) && source.info.NamesLine > 0) return source.info.NamesLine;
-  if (!FindNumberedNames(names) && !HoldsCurvesInRows(source)) return 0;
   // A separator may end the line.
   auto last = names.end() - 1;
   while (last != names.begin() &&
@@ -157,19 +155,26 @@ std::int32_t LineOfNumberedNames(const TextSource& text, const ImportSource& sou
   return found == lines.end() ? 0 : static_cast<std::int32_t>(found - lines.begin()) + 1;
 }
 
-/// Each row is a curve over the numbers or days that the columns are called by.
-bool HoldsCurvesOverNames(const TextSource& text, const ImportSource& source) {
-  if (!HoldsCurvesInRows(source)) return false;
+/// Names that count what the curves of rows go over.
+struct NamesOverRows {
+  std::int32_t line = 0;  ///< the header line that holds them, from 1; 0: there are none
+  bool certain =
+      false;  ///< numbers or days ("Country 1990 1991"), over which each row is a curve, however many there are
+};
+
+/// "SPEC_360 SPEC_365" or "Country 1990 1991".
+NamesOverRows FindNamesOverRows(const TextSource& text, const ImportSource& source) {
   TDSInfo named = source.info;
-  named.NamesLine = LineOfNumberedNames(text, source);
-  return TurnsOverNames(text.Text(), named, text.LineEnd());
+  if (HoldsCurvesInRows(source)) {
+    if (named.NamesLine <= 0) named.NamesLine = LineOfNames(text, source);
+    return {named.NamesLine, TurnsOverNames(text.Text(), named, text.LineEnd())};
+  }
+  return {FindNumberedNames(source.supplier->ColumnNames()) ? LineOfNames(text, source) : 0};
 }
 
 /// Reads rows that hold curves along the line anew, turned.
 void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions& options,
-              ImportSource& source) {
-  const std::int32_t numbered = LineOfNumberedNames(*text, source);
-  const bool over_names = HoldsCurvesOverNames(*text, source);
+              const NamesOverRows& over, ImportSource& source) {
   TDSInfo& info = source.info;
   const char separator = info.TextSeparators.front();
   const bool labelled = !source.samples.empty() && !source.samples.front().empty() &&
@@ -178,7 +183,7 @@ void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions
   if (!TurnsRows(info)) info.TextSeparators += '\n';
   // Of turned rows the labels are the first.
   const std::int32_t by_labels = labelled ? info.FileHasHeaders + 1 : kNoNamesLine;
-  info.NamesLine = options.names_line.value_or(numbered > 0 ? numbered : by_labels);
+  info.NamesLine = options.names_line.value_or(over.line > 0 ? over.line : by_labels);
   info.UnitsLine = 0;
   const std::string turned = TurnedText(text->Text(), info, text->LineEnd());
   GuessHints hints = HintsOf(options);
@@ -196,11 +201,11 @@ void TurnRows(const std::shared_ptr<const TextSource>& text, const ImportOptions
   source.samples.resize(source.columns.size());
   if (options.separators) return;
   source.notes.emplace_back(
-      over_names ? "columns are called by numbers or dates: each row is a curve over these"
+      over.certain ? "columns are called by numbers or dates: each row is a curve over these"
       : source.columns.size() == 1
           ? "the values of a row go on in the next, as one curve: they are read in turn"
           : "each of the few long rows holds a series: they are read as columns");
-  if (over_names && source.columns.size() > kMostTurnedRows) {
+  if (over.certain && source.columns.size() > kMostTurnedRows) {
     source.notes.back() += ", the first " + std::to_string(kMostTurnedRows);
   }
   source.notes.back() += std::string(" (--separators \"") +
@@ -244,6 +249,18 @@ void TellOfForeignNames(std::string_view text, char line_end, ImportSource& sour
   }
 }
 
+/// A guess that is asked again with all that the first one found, as reading again does, may find another end: then the end stays
+/// where it is.
+void SettleTableEnd(std::string_view text, TDSInfo& info) {
+  if (!info.TableEndSought) return;
+  TDataSeries like;
+  like.Source() = info;
+  like.Source().DataSource = DataSourceKind::Text;
+  const TDataSeries* const one[] = {&like};
+  info.TableEndSought =
+      GuessTextFormat(text, HintsOf(OptionsLike(one))).table_lines == info.TableLines;
+}
+
 }  // namespace
 
 void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& options,
@@ -259,6 +276,7 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   RequireTable(format, all, text->Name(), by_user ? TableBy::User : TableBy::Guess);
   format.ApplyTo(source.info);
   if (!options.names_line) DropStatedNames(all, text->LineEnd(), source.info);
+  SettleTableEnd(all, source.info);
   source.info.MissingValues = options.missing.value_or(source.info.MissingValues);
   source.notes = NotesOf(format);
   if (!format.other_tables.empty()) source.other_table = format.other_tables.front().line - 1;
@@ -270,10 +288,11 @@ void ExamineText(std::shared_ptr<const TextSource> text, const ImportOptions& op
   source.columns.resize(source.supplier->ColumnNames().size());
   source.samples.resize(source.columns.size());
   const bool stated = options.separators || options.width || options.x_column;
+  const NamesOverRows over = FindNamesOverRows(*text, source);
   if (TurnsRows(source.info) ||
       (!stated && options.y_columns.empty() &&
-       (HoldsValuesInTurn(source) == ValuesInTurn::Sure || HoldsCurvesOverNames(*text, source)))) {
-    TurnRows(text, options, source);
+       (over.certain || HoldsValuesInTurn(source) == ValuesInTurn::Sure))) {
+    TurnRows(text, options, over, source);
   }
   NoteLackingNames(all, text->LineEnd(), source);
   TellOfForeignNames(all, text->LineEnd(), source);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <set>
 #include <utility>
@@ -25,17 +27,31 @@ Fields HeadersOf(LineWalker& walker, const TDSInfo& info) {
   return headers;
 }
 
-std::vector<Fields> RowsOf(LineWalker& walker, const TDSInfo& info, const TextLayout& layout) {
-  std::vector<Fields> rows;
-  for (std::int32_t i = 0; (info.TableLines == 0 || i < info.TableLines) && !walker.AtEnd(); ++i) {
-    const std::string_view line = walker.Next();
-    if (!IsDataLine(line, layout)) continue;
-    FieldCursor cursor(line, layout);
-    Fields& row = rows.emplace_back();
-    while (const std::optional<std::string_view> field = cursor.Next()) row.push_back(*field);
+/// The rows of a table, from its first line on.
+class RowWalker {
+ public:
+  RowWalker(LineWalker& lines, const TDSInfo& info, const TextLayout& layout)
+      : lines_(lines),
+        left_(info.TableLines == 0 ? std::numeric_limits<std::int32_t>::max() : info.TableLines),
+        layout_(layout) {}
+
+  /// Adds rows until there are `most` or no more.
+  void Take(std::size_t most, std::vector<Fields>& rows) {
+    while (rows.size() < most && left_ > 0 && !lines_.AtEnd()) {
+      --left_;
+      const std::string_view line = lines_.Next();
+      if (!IsDataLine(line, layout_)) continue;
+      FieldCursor cursor(line, layout_);
+      Fields& row = rows.emplace_back();
+      while (const std::optional<std::string_view> field = cursor.Next()) row.push_back(*field);
+    }
   }
-  return rows;
-}
+
+ private:
+  LineWalker& lines_;
+  std::int32_t left_;
+  const TextLayout& layout_;
+};
 
 std::size_t LongestOf(const std::vector<Fields>& rows) {
   std::size_t longest = 0;
@@ -154,8 +170,9 @@ bool TurnsOverNames(std::string_view text, const TDSInfo& info, char line_end) {
   const TextLayout layout(info, line_end);
   LineWalker walker(text, line_end);
   const Fields headers = HeadersOf(walker, info);
-  const std::optional<CurvesOver> over =
-      NamesOver(headers, info, layout, LongestOf(RowsOf(walker, info, layout)));
+  std::vector<Fields> rows;
+  RowWalker(walker, info, layout).Take(kMostTurnedRows, rows);
+  const std::optional<CurvesOver> over = NamesOver(headers, info, layout, LongestOf(rows));
   return over && over->of_many;
 }
 
@@ -163,9 +180,12 @@ std::string TurnedText(std::string_view text, const TDSInfo& info, char line_end
   const TextLayout layout(info, line_end);
   LineWalker walker(text, line_end);
   Fields headers = HeadersOf(walker, info);
-  std::vector<Fields> rows = RowsOf(walker, info, layout);
+  RowWalker table(walker, info, layout);
+  std::vector<Fields> rows;
+  table.Take(kMostTurnedRows, rows);
   std::size_t longest = LongestOf(rows);
   const std::optional<CurvesOver> over = NamesOver(headers, info, layout, longest);
+  if (!(over && over->of_many)) table.Take(std::numeric_limits<std::size_t>::max(), rows);
   const bool few = rows.size() <= kFewLongRows && longest >= kFieldsPerLongRow * rows.size();
   std::string turned;
   if (!few && !(over && over->of_many)) {
