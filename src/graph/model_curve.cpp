@@ -85,7 +85,7 @@ void ModelCurve::Clear() {
 void ModelCurve::Compile(const FitSettings& model) {
   error_.clear();
   blocks_.reset();
-  model_.SetSettings(model, false);
+  model_.SetSettings(model, MarkModified::No);
   try {
     model_.Prepare();
     blocks_ = BlockEvaluator::Make(model_, model_.XValue());

@@ -10,7 +10,7 @@ namespace tarnwick {
 
 void TakeFitFunction(TSeries& series, const FitSettings& function) {
   TCurFit& model = series.Fit();
-  model.SetSettings(function, true);
+  model.SetSettings(function, MarkModified::Yes);
   // A curve thinner than the line it describes is lost on it.
   model.SetCurveWidth(std::max(function.CurveWidth, series.Style().line_width));
   model.SetStatus(FitStatus::cf_Function);
@@ -45,7 +45,7 @@ void TakeFitSettings(TSeries& series, const FitSettings& settings) {
   const LastFit last = model.Last();
   const bool modified = model.Modified();
   const bool look_only = same == present;
-  model.SetSettings(settings, look_only ? modified : true);
+  model.SetSettings(settings, look_only && !modified ? MarkModified::No : MarkModified::Yes);
   if (!look_only) return;
   if (last.Holds()) {
     model.SetResult(last.record->result);

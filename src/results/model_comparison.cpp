@@ -57,12 +57,12 @@ std::optional<ModelComparison> CompareModels(const DataState& data, std::vector<
   for (NamedModel& model : models) {
     TDataSeries series;  // shares the points
     series.SetState(data);
-    series.Fit().SetSettings(model.settings, true);
+    series.Fit().SetSettings(model.settings, MarkModified::Yes);
     jobs.push_back(PrepareFit(series, options));
     std::string no_guess;
     if (model.start == ModelStart::Guessed) {
       no_guess = TakeGuess(jobs.back());
-      series.Fit().SetSettings(jobs.back().settings, true);
+      series.Fit().SetSettings(jobs.back().settings, MarkModified::Yes);
     }
     compared.results.push_back(RunFit(jobs.back(), progress));
     if (progress.Cancelled()) return std::nullopt;

@@ -187,7 +187,7 @@ std::vector<double> ValuesAs(const FitSettings& model, const std::string& expres
   FitSettings part = model;
   part.Expression = expression;
   TCurFit values;
-  values.SetSettings(part, false);
+  values.SetSettings(part, MarkModified::No);
   values.Prepare();
   return ModelValues(values, x);
 }

@@ -75,7 +75,7 @@ class CurveOfAGraph : public ::testing::Test {
     auto added = std::make_unique<TSeries>();
     added->SetSeriesName("Rate");
     for (int i = 1; i <= 20; ++i) added->AddPoint(i, i * i);
-    added->Fit().SetSettings(Model("a*x"), true);
+    added->Fit().SetSettings(Model("a*x"), MarkModified::Yes);
     series_ = &graph_.AddSeries(std::move(added));
   }
   std::vector<std::string> LegendNames() {

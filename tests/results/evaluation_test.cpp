@@ -52,7 +52,7 @@ TEST_F(Evaluation, TellsRegressionAndModelWithTheErrorOfItsFit) {
   model.parameters.resize(1);
   model.parameters[0].Name = "a";
   model.parameters[0].Vary = true;
-  series_.Fit().SetSettings(model, true);
+  series_.Fit().SetSettings(model, MarkModified::Yes);
   NoProgress progress;
   ApplyFit(series_, RunFit(PrepareFit(series_), progress));
   // Mean 3 of 0, 1, 8, 3 with the standard error sqrt(38 / 3 / 4).
@@ -60,7 +60,7 @@ TEST_F(Evaluation, TellsRegressionAndModelWithTheErrorOfItsFit) {
   EXPECT_EQ(Told(EvaluateAt(series_, 1.5))[2], "Regression 1.5 4.5");
   model.Expression = "a*x";
   model.parameters[0].Value = 2;
-  series_.Fit().SetSettings(model, true);
+  series_.Fit().SetSettings(model, MarkModified::Yes);
   EXPECT_EQ(Told(FindXWhere(series_, 3)).back(), "Model 1.5 3");
 }
 

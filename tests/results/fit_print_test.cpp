@@ -34,7 +34,7 @@ TSeries& AddCrowd(TxyGraph& graph, int empty, const char* name) {
     one.Vary = *parameter != 'k';
     model.parameters.push_back(one);
   }
-  series->Fit().SetSettings(model, true);
+  series->Fit().SetSettings(model, MarkModified::Yes);
   return graph.AddSeries(std::move(series));
 }
 
@@ -93,7 +93,7 @@ TEST(PrintFit, LinesStandWhereNoPointBandOrCurveOfAnyDataSetIs) {
   FitSettings model = frame.Fit().Settings();
   model.Expression = "11-0*(a+b)";  // through what room is left above
   model.Status = FitStatus::cf_FinResult;
-  frame.Fit().SetSettings(model, true);
+  frame.Fit().SetSettings(model, MarkModified::Yes);
   PrintFitOnGraph(graph, frame);
   const PlotLayout layout = LayoutPlot(graph, {640, 480}, TextMetrics());
   const AxisScale& x = layout.Axis(AxisId::X).scale;

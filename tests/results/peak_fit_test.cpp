@@ -52,7 +52,7 @@ class PeakFit : public ::testing::TestWithParam<ShapeCase> {
 TEST_P(PeakFit, FindsWhatThePeaksWereMadeFrom) {
   const PeakTable table = MakePeakTable(graph_, *series_, {.times_noise = 100});
   ASSERT_EQ(table.peaks.size(), 2u);
-  series_->Fit().SetSettings(PeakModel(table.peaks, GetParam().shape, {}), true);
+  series_->Fit().SetSettings(PeakModel(table.peaks, GetParam().shape, {}), MarkModified::Yes);
   NoProgress progress;
   ApplyFit(*series_, RunFit(PrepareFit(*series_, {.points = FitPointChoice::All}), progress));
   const std::vector<FittedPeak> fitted = FittedPeaks(*series_);
@@ -163,7 +163,7 @@ TEST(PeakGroups, FindWhatManyPeaksWereMadeFrom) {
   }
   const PeakTable table = MakePeakTable(graph, series, {.times_noise = 30});
   ASSERT_EQ(table.peaks.size(), 24u);
-  series.Fit().SetSettings(PeakModel(table.peaks, PeakShape::Lorentz, {}), true);
+  series.Fit().SetSettings(PeakModel(table.peaks, PeakShape::Lorentz, {}), MarkModified::Yes);
   NoProgress progress;
   const PeakGroupsFit fit =
       FitPeakGroups(PrepareFit(series, {.points = FitPointChoice::All}), progress);

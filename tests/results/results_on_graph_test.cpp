@@ -35,7 +35,7 @@ class ResultsOnGraph : public ::testing::Test {
     ParameterSettings& a = model.parameters.emplace_back();
     a.Name = "a";
     a.Vary = true;
-    rate_.Fit().SetSettings(model, true);
+    rate_.Fit().SetSettings(model, MarkModified::Yes);
   }
 
   TxyGraph graph_;
@@ -88,7 +88,7 @@ TEST_F(ResultsOnGraph, FitsOfSeveralDataSetsTakeTheirColours) {
     FitSettings model;
     model.Expression = "2*x";
     model.Status = FitStatus::cf_FinResult;
-    series.Fit().SetSettings(model, true);
+    series.Fit().SetSettings(model, MarkModified::Yes);
   };
   fit(rate_);
   ColourFitsByDataSet(graph_);
@@ -113,7 +113,7 @@ TEST_F(ResultsOnGraph, FitsOfSeveralDataSetsTakeTheirColours) {
   const Color green = Color::FromRgb(0, 200, 0);
   FitSettings model = chosen.Fit().Settings();
   model.CurveColor = green;
-  chosen.Fit().SetSettings(model, true);
+  chosen.Fit().SetSettings(model, MarkModified::Yes);
   for (int i = 0; i < 2; ++i) {
     ColourFitsByDataSet(graph_);
     EXPECT_EQ(rate_.ModelCurveColor(), Color::FromRgb(150, 75, 37)) << "darker";
@@ -188,7 +188,7 @@ TEST_F(ResultsOnGraph, BandsLieRoundTheCurveAsTheErrorsOfTheFitTell) {
 TEST_F(ResultsOnGraph, ResidualsTakeThePlaceOfEarlierOnesAlone) {
   FitSettings model;
   model.Expression = "2*x";
-  rate_.Fit().SetSettings(model, true);
+  rate_.Fit().SetSettings(model, MarkModified::Yes);
   Add("Rest");  // measured, as it happens under that name
   for (int i = 0; i < 2; ++i) AddResiduals(graph_, rate_, "Rest");
   ASSERT_EQ(graph_.SeriesCount(), 3u);

@@ -154,7 +154,7 @@ TEST(ResultsStory, OfPeaksFoundAndModelled) {
     for (const ParameterSettings& one : model.parameters)
       told.push_back(one.Name + " '" + one.Description + "' " + Text(one.Value) + " " +
                      Text(one.Low) + ".." + Text(one.High) + (one.Vary ? "" : " held"));
-    series.Fit().SetSettings(model, true);
+    series.Fit().SetSettings(model, MarkModified::Yes);
     NoProgress progress;
     ApplyFit(series, RunFit(PrepareFit(series, {.points = FitPointChoice::All}), progress));
     for (const std::string& line : TableLines(FittedTableText(FittedPeaks(series), ',')))
@@ -182,7 +182,7 @@ TEST(ResultsStory, OfManyPeaksInGroups) {
       series.SetErrors(errors);
     }
     const PeakTable table = MakePeakTable(graph, series, {.times_noise = 20});
-    series.Fit().SetSettings(PeakModel(table.peaks, PeakShape::Gauss, {}), true);
+    series.Fit().SetSettings(PeakModel(table.peaks, PeakShape::Gauss, {}), MarkModified::Yes);
     NoProgress progress;
     const PeakGroupsFit fit =
         FitPeakGroups(PrepareFit(series, {.points = FitPointChoice::All}), progress);
@@ -277,7 +277,7 @@ TEST(ResultsStory, OfAFitOverSeveral) {
   for (int k = 0; k < 3; ++k) {
     TSeries& series = Add(graph, std::string(1, static_cast<char>('p' + k)), 12, 1,
                           [=](double x) { return (k + 1) * x + 3 + 0.01 * std::cos(100 * x + k); });
-    series.Fit().SetSettings(Line("a*x+b"), true);
+    series.Fit().SetSettings(Line("a*x+b"), MarkModified::Yes);
   }
   NoProgress progress;
   const std::vector<std::size_t> chosen = {0, 2};
@@ -340,7 +340,7 @@ TEST(ResultsStory, OfColoursOfFitsAndNewDataSets) {
     if (i == 2) continue;  // without a model
     FitSettings model = Line("a*x+b");
     if (i == 1) model.CurveColor = FitSettings().CurveColor;
-    series.Fit().SetSettings(model, true);
+    series.Fit().SetSettings(model, MarkModified::Yes);
     NoProgress progress;
     ApplyFit(series, RunFit(PrepareFit(series, {}), progress));
     series.Fit().SetStatus(FitStatus::cf_FinResult);

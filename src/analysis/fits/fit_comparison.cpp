@@ -73,7 +73,7 @@ std::optional<FitResult> TakesOn(const FitSettings& larger, const FitJob& curve)
 /// The smaller model's curve, changed by that part of its values.
 FitJob CurveOf(const FitJob& smaller, const FitResult& result, double change) {
   TCurFit model;
-  model.SetSettings(Changed(smaller, result, change), false);
+  model.SetSettings(Changed(smaller, result, change), MarkModified::No);
   model.Prepare();
   FitJob curve = smaller;
   curve.errors.clear();

@@ -11,7 +11,7 @@ namespace tarnwick {
 
 FitPart::FitPart(const FitJob& given, const FitWeighting& settled)
     : job(given), weighting(settled), greatest_y(GreatestSize(given.y)) {
-  model.SetSettings(job.settings, false);
+  model.SetSettings(job.settings, MarkModified::No);
   model.Prepare();
 }
 

@@ -41,7 +41,7 @@ void FitResiduals(const TDataSeries& source, TDataSeries& target) {
     points.Add(point.x, y, YErrorOf(errors, point), XErrorOf(errors, point));
   });
   TCurFit model;
-  model.SetSettings(source.Fit().Settings(), false);
+  model.SetSettings(source.Fit().Settings(), MarkModified::No);
   model.Prepare();
   const std::vector<double> values = ModelValues(model, points.x);
 

@@ -433,7 +433,7 @@ void ApplyFit(TDataSeries& series, const FitResult& result) {
     fit.UpdateTies();
   }
   fit.SetResult(std::make_shared<const FitResult>(result));
-  fit.Change(false);
+  fit.Change(MarkModified::No);
 }
 
 }  // namespace tarnwick

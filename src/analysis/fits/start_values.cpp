@@ -119,7 +119,7 @@ class StartSearch {
         pool_(Pool(places_)),
         range_(places_.x.back() - places_.x.front()),
         parameters_(job.settings.parameters) {
-    model_.SetSettings(job.settings, false);
+    model_.SetSettings(job.settings, MarkModified::No);
     model_.Prepare();
     if (const std::string trouble = RandomTrouble(model_); !trouble.empty()) throw Error(trouble);
     std::vector<const double*> addresses;

@@ -34,7 +34,7 @@ namespace {
 /// The report of a model that may not compile: it is complete but for what only compiling shows.
 QString ReportOf(const FitSettings& settings) {
   TCurFit model;
-  model.SetSettings(settings, false);
+  model.SetSettings(settings, MarkModified::No);
   QStringList lines;
   try {
     if (!settings.Expression.empty()) model.Prepare();

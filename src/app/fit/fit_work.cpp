@@ -68,7 +68,7 @@ EveryStep StepShower(Document& document, std::size_t series, const MailAddress& 
 /// All parameters of a model where the varied ones have these values.
 std::vector<double> ValuesAt(const FitSettings& settings, std::span<const double> varied) {
   TCurFit model;
-  model.SetSettings(settings, false);
+  model.SetSettings(settings, MarkModified::No);
   model.Prepare();
   PutVariedValues(model, varied);
   std::vector<double> values;

@@ -52,7 +52,7 @@ ModelCheck CheckModel(const FitSettings& model, std::span<const std::string> x_n
   if (check.error.empty()) check.error = LimitTrouble(model.parameters);
   if (!check.error.empty() || model.Expression.empty()) return check;
   TCurFit compiled;
-  compiled.SetSettings(model, false);
+  compiled.SetSettings(model, MarkModified::No);
   try {
     compiled.Prepare();
   } catch (const EParserException& error) {
@@ -85,7 +85,7 @@ Calculation Calculate(FitSettings model, const std::string& text, double x) {
   if (!text.empty()) model.Expression = text;
   if (model.Expression.empty()) return {.error = "There is no expression yet."};
   TCurFit compiled;
-  compiled.SetSettings(model, false);
+  compiled.SetSettings(model, MarkModified::No);
   try {
     compiled.Prepare();
     const double value = compiled.Value(x);

@@ -63,7 +63,7 @@ std::vector<std::string> GiveModel(const FitOptions& options, TSeries& series, O
   std::vector<std::string> made;
   if (options.guess) made = NamesMadeParameters(model);
   if (options.model.functions.empty()) {
-    series.Fit().SetSettings(model, true);
+    series.Fit().SetSettings(model, MarkModified::Yes);
   } else {
     TakeFitFunction(series, model);
   }

@@ -30,7 +30,7 @@ FitSettings ReadModel(const ReportOptions& options, Output& output) {
 /// The report shows the compiled text; the settings text needs none.
 std::vector<std::string> Lines(const ReportOptions& options, Output& output) {
   TCurFit fit;
-  fit.SetSettings(ReadModel(options, output), false);
+  fit.SetSettings(ReadModel(options, output), MarkModified::No);
   if (options.settings) return SettingsText(fit);
   try {
     fit.Prepare();

@@ -406,7 +406,7 @@ void TDataSeries::SetState(const DataState& state) {
   regression_ = {state.regression_curve, state.regression_stale, {}};
   extremes_ = state.extremes;
   extremes_stale_ = state.extremes_stale;
-  if (state.fit != fit_.Settings()) fit_.SetSettings(state.fit, true);
+  if (state.fit != fit_.Settings()) fit_.SetSettings(state.fit, MarkModified::Yes);
   fit_.SetLast(state.last_fit);
   Raise(ChangeCode::Data);
 }

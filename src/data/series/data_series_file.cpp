@@ -146,7 +146,7 @@ OfPoints ReadKeys(SectionReader& reader, TDataSeries& series) {
     }
   }
   // Not compiled here: a model that cannot be compiled leaves the rest of the file as good as it is.
-  series.Fit().SetSettings(fit.Finish(), false);
+  series.Fit().SetSettings(fit.Finish(), MarkModified::No);
   return texts;
 }
 
@@ -196,7 +196,7 @@ void ReadDataSeries(SectionReader& reader, TDataSeries& series) {
   series.Fit().SetLast(
       texts.last_fit.Finish(series.Fit().Settings(), [&series] { return MarkOf(series); }));
   // As it was written, after a fit: what is shown of it need not be computed anew.
-  if (series.Fit().Result()) series.Fit().Change(false);
+  if (series.Fit().Result()) series.Fit().Change(MarkModified::No);
 }
 
 }  // namespace tarnwick

@@ -21,7 +21,7 @@ std::vector<TiedParameter> TiedParameters(const FitSettings& model, std::span<co
     if (one.Tie.empty()) continue;
     settings.Expression = one.Tie;
     TCurFit tie;
-    tie.SetSettings(settings, false);
+    tie.SetSettings(settings, MarkModified::No);
     tie.Prepare();
     const bool has_errors = !statistics.determined_covariance.empty();
     tied.push_back(

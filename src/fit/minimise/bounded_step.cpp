@@ -79,7 +79,8 @@ class WallSearch {
     if (meeting.bound < 0) return trial;
     VectorXd walls = VectorXd::Zero(step.size());
     while (meeting.bound >= 0) {
-      Offer(walls + meeting.share * (step - walls), trial.damping, false);
+      Offer(walls + meeting.share * (step - walls),
+            std::max(trial.damping, std::numeric_limits<double>::min()));
       walls[meeting.bound] = meeting.way;
       set_[static_cast<std::size_t>(meeting.bound)] = true;
       const LinearisedProblem rest(Rest(walls), problem_.Scale());
@@ -90,7 +91,7 @@ class WallSearch {
       }
       meeting = FirstWall(step);
     }
-    Offer(step, trial.damping, true);
+    Offer(step, trial.damping);
     return best_;
   }
 
@@ -121,12 +122,12 @@ class WallSearch {
     return rest;
   }
 
-  void Offer(const VectorXd& step, double damping, bool whole) {
+  void Offer(const VectorXd& step, double damping) {
     const double gain = whole_.Gain(step);
     if (best_.step.size() > 0 && gain < best_.linear_gain) return;
     best_.step = whole_.Complete(step);
     best_.length = problem_.Scale().cwiseProduct(step).norm();
-    best_.damping = whole ? damping : std::max(damping, std::numeric_limits<double>::min());
+    best_.damping = damping;
     best_.linear_gain = gain;
     best_.damped_gain = 0;
   }

@@ -18,14 +18,18 @@ TCurFit::TCurFit() = default;
 
 // --- what changed
 
-void TCurFit::Change(bool modified) {
-  modified_ = modified;
+void TCurFit::Change(MarkModified modified) {
+  modified_ = modified == MarkModified::Yes;
+  Notify();
+}
+
+void TCurFit::Notify() const {
   if (on_change_) on_change_();
 }
 
 void TCurFit::Edited() {
   ModelChanged();
-  Change(true);
+  Change(MarkModified::Yes);
 }
 
 void TCurFit::SetResult(std::shared_ptr<const FitResult> result) {
@@ -54,7 +58,7 @@ void TCurFit::SetExpression(const std::string& text) {
 void TCurFit::SetStatus(FitStatus status) {
   if (status == settings_.Status) return;
   settings_.Status = status;
-  Change(modified_);
+  Notify();
 }
 
 void TCurFit::SetProcType(FitProcType type) {
@@ -199,7 +203,7 @@ FitSettings TCurFit::Settings() const {
   return settings;
 }
 
-void TCurFit::SetSettings(const FitSettings& settings, bool modified) {
+void TCurFit::SetSettings(const FitSettings& settings, MarkModified modified) {
   ForgetCompiled();
   settings_ = settings;
   settings_.parameters.clear();

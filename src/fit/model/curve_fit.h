@@ -14,6 +14,9 @@
 
 namespace tarnwick {
 
+/// Whether settings that are taken over count as an edit.
+enum class MarkModified { No, Yes };
+
 class TCurFit final : public TFormulaParser {
  public:
   TCurFit();
@@ -74,12 +77,12 @@ class TCurFit final : public TFormulaParser {
   FitSettings Settings() const;
   /// Takes over all settings without compiling; the result holds no more; notifies with Modified as given. Of parameters of one
   /// name only the first is taken.
-  void SetSettings(const FitSettings& settings, bool modified);
+  void SetSettings(const FitSettings& settings, MarkModified modified);
 
   // --- what changed
   bool Modified() const { return modified_; }
-  /// Sets Modified and calls OnChange.
-  void Change(bool modified);
+  /// Sets Modified as given and calls OnChange.
+  void Change(MarkModified modified);
   void SetOnChange(std::function<void()> on_change) { on_change_ = std::move(on_change); }
   /// The points changed: Modified is set and the result holds no more, without calling OnChange.
   void DataChanged() {
@@ -102,6 +105,7 @@ class TCurFit final : public TFormulaParser {
   void CheckNameIsFree(const std::string& name) const;
   /// A change after which the result does not hold.
   void Edited();
+  void Notify() const;
   void ModelChanged() { last_fit_.model_changed = last_fit_.record != nullptr; }
   /// Replaces `held` and tells, unless it is the same.
   template <class Held>

@@ -7,7 +7,7 @@ namespace tarnwick {
 
 void Reset(TCurFit& model) {
   model.SetLast({});
-  model.SetSettings({}, true);
+  model.SetSettings({}, MarkModified::Yes);
 }
 
 std::string SaveToStream(const TCurFit& model, WriterMode mode) {
@@ -16,7 +16,8 @@ std::string SaveToStream(const TCurFit& model, WriterMode mode) {
 
 void LoadFromStream(TCurFit& model, std::string_view bytes, Compile compile) {
   try {
-    model.SetSettings(ReadStoredModel(bytes), compile == Compile::Yes);
+    model.SetSettings(ReadStoredModel(bytes),
+                      compile == Compile::Yes ? MarkModified::Yes : MarkModified::No);
   } catch (const StreamError&) {
     model.ClearTemplates();
     model.ClearParameters();

@@ -61,7 +61,7 @@ ParameterSettings MadeParameter(const std::string& name) {
 
 std::vector<std::string> MakeParameters(FitSettings& model) {
   TCurFit compiled;
-  compiled.SetSettings(model, false);
+  compiled.SetSettings(model, MarkModified::No);
   compiled.Prepare();
   std::vector<std::string> names = UnknownNames(compiled);
   for (const std::string& name : names) model.parameters.push_back(MadeParameter(name));

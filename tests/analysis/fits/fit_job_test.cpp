@@ -64,7 +64,7 @@ TEST(PrepareFit, ChoosesPointsByMarginsAndNumber) {
     settings.LeftMargin = row.left.value_or(77);
     settings.RightMarginUsed = row.right.has_value();
     settings.RightMargin = row.right.value_or(-77);
-    series.Fit().SetSettings(settings, true);
+    series.Fit().SetSettings(settings, MarkModified::Yes);
     const FitJob job = PrepareFit(series);
     EXPECT_EQ(job.points_in_range, row.in_range);
     EXPECT_EQ(job.points_chosen, row.chosen);
@@ -119,7 +119,7 @@ TEST(FitResiduals, AreWhatTheModelLeaves) {
   settings.RightMarginUsed = true;
   settings.RightMargin = 600;
   settings.weighting.weights = FitWeights::Errors;
-  series.Fit().SetSettings(settings, false);
+  series.Fit().SetSettings(settings, MarkModified::No);
   PointErrors errors{{ErrorKind::Column, 0}, {ErrorKind::Constant, 0.25}, {}, {}};
   errors.y_values.Set(12, 7);  // of X = 11 alone; the others cannot be weighed
   series.SetErrors(errors);

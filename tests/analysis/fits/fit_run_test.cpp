@@ -58,7 +58,7 @@ constexpr FitProcType kMethods[] = {FitProcType::cfp_Powell, FitProcType::cfp_Si
 TEST(RunFit, EveryMethodAndItsFinishMeetTheSameMinimum) {
   TDataSeries series;
   FillDecay(series);
-  series.Fit().SetSettings(Decay(FitProcType::cfp_Newton), true);
+  series.Fit().SetSettings(Decay(FitProcType::cfp_Newton), MarkModified::Yes);
   const FitResult best = Fit(series);
   ASSERT_TRUE(best.verdict.trustworthy) << best.verdict.summary;
   EXPECT_THAT(best.values,
@@ -66,7 +66,7 @@ TEST(RunFit, EveryMethodAndItsFinishMeetTheSameMinimum) {
                           ::testing::DoubleNear(1, 0.01)));
   for (const FitProcType method : kMethods) {
     SCOPED_TRACE(NameOf(method));
-    series.Fit().SetSettings(Decay(method), true);
+    series.Fit().SetSettings(Decay(method), MarkModified::Yes);
     const FitResult plain = Fit(series);
     EXPECT_FALSE(Failed(plain.outcome.why));
     EXPECT_GE(plain.outcome.value, best.outcome.value * (1 - 1e-12));
@@ -98,10 +98,10 @@ TEST(RunFit, TheFinishStartsAgainWhereTheMethodBeforeWentAstray) {
   growth.Expression = "a/(1+exp(b-c*x))";
   growth.parameters = {Varied("a", 100), Varied("b", 1), Varied("c", 0.1)};
   growth.ProcType = FitProcType::cfp_Newton;
-  series.Fit().SetSettings(growth, true);
+  series.Fit().SetSettings(growth, MarkModified::Yes);
   const double best = Fit(series).outcome.value;
   growth.ProcType = FitProcType::cfp_ConjGrad;
-  series.Fit().SetSettings(growth, true);
+  series.Fit().SetSettings(growth, MarkModified::Yes);
   const FitResult plain = Fit(series);
   EXPECT_GT(plain.outcome.value, 1000 * best);
   EXPECT_NEAR(plain.newton_sum_of_squares.value_or(0), best, 1e-6 * best);
@@ -126,7 +126,7 @@ TEST(RunFit, RefusesWithAReasonAndKeepsTheValues) {
       FitSettings settings = Decay(method);
       settings.Expression = expression;
       settings.parameters = {Varied("a", start)};
-      series.Fit().SetSettings(settings, true);
+      series.Fit().SetSettings(settings, MarkModified::Yes);
       const FitResult result = Fit(series);
       EXPECT_THAT(result.verdict.summary, HasSubstr(says));
       EXPECT_FALSE(result.verdict.trustworthy);
@@ -145,7 +145,7 @@ TEST(ApplyFit, PutsValuesAndResultIntoTheModelAndTells) {
   ParameterSettings held = Varied("x0", 0);
   held.Vary = false;
   settings.parameters.insert(settings.parameters.begin(), held);
-  series.Fit().SetSettings(settings, true);
+  series.Fit().SetSettings(settings, MarkModified::Yes);
   const std::vector<double> y_before = YValues(series.Points());
   const FitResult result = Fit(series);
   int told = 0;

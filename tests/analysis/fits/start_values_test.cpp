@@ -37,7 +37,7 @@ FitJob JobOf(const Row& row) {
   job.settings =
       LoadFitFunction(testing::SourceFolder() / "TFN" / (std::string(row.function) + ".tfn"));
   TCurFit model;
-  model.SetSettings(job.settings, false);
+  model.SetSettings(job.settings, MarkModified::No);
   for (std::size_t i = 0; i < row.values.size(); ++i)
     model.Param(static_cast<int>(i) + 1).SetValue(row.values[i]);
   model.Prepare();
@@ -57,7 +57,7 @@ double SumOfSquares(const FitJob& job, const std::vector<ParameterSettings>& par
   FitSettings settings = job.settings;
   settings.parameters = parameters;
   TCurFit model;
-  model.SetSettings(settings, false);
+  model.SetSettings(settings, MarkModified::No);
   model.Prepare();
   const std::vector<double> values = ModelValues(model, job.x);
   return std::transform_reduce(values.begin(), values.end(), job.y.begin(), 0.0, std::plus<>(),

@@ -30,8 +30,9 @@ class DisplayPanelTest : public testing::DesktopTest {
     set(1, "b", -2, true);
     set(2, "c", 3, false);
     model.parameters[0].Units = "V";
-    ActiveDocument().Edit(
-        "Model", [&](TxyGraph& graph) { graph.CurrentSeries()->Fit().SetSettings(model, false); });
+    ActiveDocument().Edit("Model", [&](TxyGraph& graph) {
+      graph.CurrentSeries()->Fit().SetSettings(model, MarkModified::No);
+    });
   }
   TCurFit& Model() { return ActiveDocument().Graph().CurrentSeries()->Fit(); }
   QList<TIndicator*> Indicators() {
@@ -77,7 +78,7 @@ TEST_F(DisplayPanelTest, ValuesAreSeenWhileAFitRuns) {
   emit ActiveDocument().fitStepped(&ActiveDocument(), 1, {4, 5, 6});
   EXPECT_TRUE(Shows({"7", "8", "4", "5"})) << "both of a fit of several";
   EXPECT_EQ(Model().Param(1).Value(), 1.5) << "the model waits for the end";
-  Model().Change(true);
+  Model().Change(MarkModified::Yes);
   EXPECT_TRUE(Shows({"1.5", "-2", "1.5", "-2"}));
 }
 
@@ -122,7 +123,7 @@ TEST_F(DisplayPanelTest, AValueEnteredIsOneStep) {
 
   FitSettings tied = Model().Settings();
   tied.parameters[1].Tie = "2*a";
-  Model().SetSettings(tied, false);
+  Model().SetSettings(tied, MarkModified::No);
   Enter(*Indicators()[1], "7");
   EXPECT_EQ(TakeTold().size(), 1u);
   EXPECT_EQ(Model().Param(2).Value(), -2);

@@ -286,8 +286,8 @@ TEST_F(FitDesktopTest, AParameterThatAModelLacksIsNotShared) {
   other.parameters.push_back(Decay().parameters.front());
   other.parameters.front().Name = "c";
   ActiveDocument().Edit("Models", [&](TxyGraph& edited) {
-    edited.Series(0).Fit().SetSettings(Decay(), true);
-    edited.Series(1).Fit().SetSettings(other, true);
+    edited.Series(0).Fit().SetSettings(Decay(), MarkModified::Yes);
+    edited.Series(1).Fit().SetSettings(other, MarkModified::Yes);
   });
   QTimer watch;
   QTimer::singleShot(0, form_.get(), [&] {

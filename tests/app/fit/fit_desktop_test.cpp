@@ -187,7 +187,8 @@ TEST_F(FitDesktopTest, CancelEndsTheFitAfterItsStep) {
   FitSettings slow = Decay();
   slow.ProcType = FitProcType::cfp_Simplex;
   slow.IterMax = 1'000'000;
-  ActiveDocument().Edit("Model", [&](TxyGraph&) { Series().Fit().SetSettings(slow, true); });
+  ActiveDocument().Edit("Model",
+                        [&](TxyGraph&) { Series().Fit().SetSettings(slow, MarkModified::Yes); });
   QString caption;
   QString text;
   QTimer watch;
@@ -256,7 +257,7 @@ TEST_F(FitDesktopTest, TheResultGoesBackIntoTheGraph) {
 
   // Of two fitted DataSets neither takes the other's lines.
   ActiveDocument().Edit("Model", [&](TxyGraph& edited) {
-    edited.Series(1).Fit().SetSettings(Decay(), true);
+    edited.Series(1).Fit().SetSettings(Decay(), MarkModified::Yes);
     edited.SetCurrentSeriesIndex(1);
   });
   Run("FitPrint1");

@@ -35,7 +35,7 @@ TEST_F(LiveFitTest, AResultThatIsShownFollowsTheRowsThatCome) {
     model.parameters[0].Name = "a";
     model.parameters[0].Value = 0.5;
     model.parameters[0].Vary = true;
-    series.Fit().SetSettings(model, true);
+    series.Fit().SetSettings(model, MarkModified::Yes);
   });
   Run("FitCurve1");
   ASSERT_TRUE(FollowsTo(1));

@@ -84,7 +84,7 @@ TEST(AbsentTerms, AreNotAskedForWhereTheirBoundsLeaveZeroOut) {
     FitSettings settings = model->Settings();
     settings.parameters[1].Low = row.low;
     settings.parameters[1].High = row.high;
-    model->SetSettings(settings, false);
+    model->SetSettings(settings, MarkModified::No);
     model->Prepare();
     ModelResiduals residuals(*model, points.View());
     const std::vector<double> values = residuals.Start();

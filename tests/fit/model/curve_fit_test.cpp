@@ -58,7 +58,7 @@ TEST(CurveFit, TellsOfRealChangesOnly) {
          f.AddTemplate({"a", "b", ""});
        },
        false, false, false},
-      {"end of a fit", [](TCurFit& f) { f.Change(false); }, true, false, true},
+      {"end of a fit", [](TCurFit& f) { f.Change(MarkModified::No); }, true, false, true},
       {"reset", [](TCurFit& f) { Reset(f); }, true, true, false},
   };
   for (const Row& row : rows) {
@@ -67,7 +67,7 @@ TEST(CurveFit, TellsOfRealChangesOnly) {
     fit.AddParameter(Parameter("b", nan));
     fit.SetRightMarginUsed(true);
     fit.SetRightMargin(9);
-    fit.Change(false);
+    fit.Change(MarkModified::No);
     fit.SetResult(std::make_shared<const FitResult>());
     int told = 0;
     fit.SetOnChange([&told] { ++told; });

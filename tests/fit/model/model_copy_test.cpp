@@ -14,7 +14,7 @@ TEST(ModelCopy, ComesBackFromItsStoredForm) {
   const FitSettings settings = OddSettings();
   for (const WriterMode mode : {WriterMode::Typed, WriterMode::Text}) {
     TCurFit fit;
-    fit.SetSettings(settings, true);
+    fit.SetSettings(settings, MarkModified::Yes);
     TCurFit back;
     back.AddParameter(Parameter("gone"));
     LoadFromStream(back, SaveToStream(fit, mode), Compile::No);

@@ -56,7 +56,7 @@ TEST(ReadyMadeFunctions, AreWhatTheirListSays) {
     if (std::getenv("TARNWICK_WRITE_FUNCTIONS") != nullptr) SaveFitFunction(file, settings);
     ASSERT_EQ(ReadFile(file), StoredModel(settings, WriterMode::Typed));
     TCurFit fit;
-    fit.SetSettings(LoadFitFunction(file), false);
+    fit.SetSettings(LoadFitFunction(file), MarkModified::No);
     fit.Prepare();
     EXPECT_TRUE(fit.GeneratedVariables().empty());
     const double expected = function["example"][1];

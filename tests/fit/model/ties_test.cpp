@@ -61,7 +61,7 @@ TEST(Ties, AModelFollowsItsParameters) {
   settings.templates = {{"h", "w", ""}};  // ties come after templates
   settings.parameters = {Within("w", 2, 0, 5), Tied("b", "w^2")};
   settings.parameters[1].Vary = true;
-  model.SetSettings(settings, false);
+  model.SetSettings(settings, MarkModified::No);
   EXPECT_FALSE(model.Param(2).Vary());
   model.SetExpression("h*x+b");
   model.Prepare();
@@ -71,7 +71,7 @@ TEST(Ties, AModelFollowsItsParameters) {
   model.UpdateTies();
   EXPECT_EQ(model.Param(2).Value(), 9);
   settings.parameters[0] = Tied("w", "b");
-  model.SetSettings(settings, false);
+  model.SetSettings(settings, MarkModified::No);
   EXPECT_THROW(model.Prepare(), Error);
 }
 

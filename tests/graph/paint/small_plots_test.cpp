@@ -167,7 +167,7 @@ TEST(SmallPlots, HaveEveryPartInItsPlace) {
          });
          FitSettings model;
          model.Expression = "5", model.Status = FitStatus::cf_Function;
-         plot.graph.Series(0).Fit().SetSettings(model, true);
+         plot.graph.Series(0).Fit().SetSettings(model, MarkModified::Yes);
        }},
       {"inserted graph",
        [](Plot& plot) {
