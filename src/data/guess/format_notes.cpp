@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/ascii.h"
 #include "base/error.h"
 #include "base/number_text.h"
-#include "data/fields/text_fields.h"
+#include "data/guess/no_table.h"
 #include "data/guess/other_texts.h"
 
 namespace tarnwick {
@@ -25,13 +24,6 @@ std::string FirstCuts(const std::string& cuts) {
          std::to_string(std::ranges::count(cuts.substr(end + 1), ' ') + 1) + " more";
 }
 
-/// "time,voltage" and nothing behind it.
-bool IsOneLineOfWords(std::string_view text) {
-  const std::string_view line = TrimBlankBytes(text);
-  return !line.empty() && line.find_first_of("\r\n") == line.npos &&
-         std::ranges::any_of(line, &IsLetter) && std::ranges::none_of(line, &IsDigit);
-}
-
 }  // namespace
 
 void RequireTable(const TextFormat& format, std::string_view text, const std::string& name,
@@ -40,10 +32,7 @@ void RequireTable(const TextFormat& format, std::string_view text, const std::st
     throw FileError(why, name, "");
   }
   if (format.is_table) return;
-  throw FileError("The file holds no table of numbers", name,
-                  IsOneLineOfWords(text)
-                      ? "it holds a line of words, names perhaps, and no rows"
-                      : "no lines with the same number of values follow each other");
+  throw FileError("The file holds no table of numbers", name, WhatStandsInstead(text, format));
 }
 
 std::string OptionToRead(std::int32_t headers) {

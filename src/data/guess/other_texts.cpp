@@ -288,6 +288,8 @@ constexpr OtherText kOtherTexts[] = {
     {"", "FoamFile\n{", "This file belongs to a simulation (FoamFile), and is no table of numbers"},
     {"TITL", "\nCELL ",
      "These are the instructions of a crystal's refinement, no table of numbers"},
+    {"!Header ", "\n!Atoms ",
+     "The file holds the atoms of molecules and where they lie, no table of measured values"},
     {"", "@<TRIPOS>ATOM",
      "The file holds the atoms of molecules and where they lie, no table of measured values"},
     {"netcdf ", "dimensions:",
@@ -353,6 +355,13 @@ std::string WhyNoTable(std::string_view text, const TextFormat& format, TableBy 
   }
   if (ListsSentences(lines)) {
     return "These are sentences of a receiver (NMEA), no table; convert them to columns";
+  }
+  if (AreBytesInHexadecimal(lines)) {
+    return "The file holds bytes in hexadecimal digits, which are no values; convert them to "
+           "columns";
+  }
+  if (AreListsUnderKeys(lines)) {
+    return "The file holds lists of numbers in brackets, each under its key, no table";
   }
   if (IsRagged(format)) {
     return "The file holds no table of numbers: two in five of its rows or more have another "

@@ -18,4 +18,10 @@ bool ContinueBehindPlus(std::span<const std::string_view> lines);
 /// Where commas part the rows: now many of them on a line and now few, as each is a list.
 bool AreListsOfManyLengths(std::span<const std::string_view> lines, const TextFormat& format);
 
+/// Most lines are bytes in hexadecimal digits, letters among them: "81 08 a7 9b".
+bool AreBytesInHexadecimal(std::span<const std::string_view> lines);
+
+/// Lists in brackets under their keys go over several lines, three of them at least and most lines: "energy = [ 1.0  1.5".
+bool AreListsUnderKeys(std::span<const std::string_view> lines);
+
 }  // namespace tarnwick
