@@ -155,7 +155,7 @@ void DoubtNamesBetween(const HeldLines& held, Doubts& doubts) {
     const std::string_view bare = WithoutCommentMarks(remark.text, held.layout);
     const std::vector<std::string> words = NameTexts(bare, held.layout);
     if (words.size() < 2 || words.size() != names.size()) continue;
-    if (!std::ranges::all_of(words, begins_with_letter) || !AreNames(words, bare)) continue;
+    if (!std::ranges::all_of(words, begins_with_letter) || !AreNames(words, remark.text)) continue;
     // "# x, green" below "x, red" names the next run.
     if (LowerAscii(words.front()) == LowerAscii(names.front())) continue;
     if (++found == 1) first = &remark;

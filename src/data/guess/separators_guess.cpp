@@ -33,7 +33,7 @@ constexpr Together kTogether[] = {{'|', " |"},       // "1 | 2.5 3.5 |"
                                   {' ', " ,[]"},     // "0.1 [2.5, 3.5]"
                                   {'\t', "\t,"},     // "0.1<tab>2.5,3.5"
                                   {'\t', "\t,()"}};  // "0.1<tab>(2.5,3.5)"
-constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*", ">", "&"};
+constexpr std::string_view kOtherMarks[] = {"!", "//", ";", "*", ">", "&", "@"};
 
 /// The tables that certain separators make of the lines. Every field counts but where blanks separate, or frames of rows do.
 std::vector<FoundTable> TablesBy(std::string_view separators, const TextFormat& format, Lines lines,
@@ -204,6 +204,8 @@ std::vector<FoundTable> ChooseSeparators(Lines lines, char line_end, TextFormat&
 
 void ChooseCommentMarks(Lines lines, TextFormat& format) {
   for (const std::string_view mark : kOtherMarks) {
+    // Settings of sets that end with "&"; elsewhere what "@" begins may be data.
+    if (mark == "@" && !format.comment_marks.ends_with('&')) continue;
     std::size_t remarks = 0;
     bool separates = format.separators.find(mark.front()) != std::string::npos;
     for (const std::string_view whole : lines) {

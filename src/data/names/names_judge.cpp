@@ -334,7 +334,8 @@ bool TellOfFile(const Names& all, std::string_view line) {
   if (names.empty()) return false;
   const std::string& first = names.front();
   const std::string& last = names.back();
-  if (first.starts_with('@') || (names.size() == 2 && LowerAscii(first) == "units")) return true;
+  if (TrimBlankBytes(line).starts_with('@') || (names.size() == 2 && LowerAscii(first) == "units"))
+    return true;
   const auto is_code = [](const std::string& name) {
     return name.find("('") != name.npos || HoldsFormula(name);
   };
