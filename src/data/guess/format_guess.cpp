@@ -265,8 +265,8 @@ class Guess {
     if (hints_.column_cuts) return;
     const auto found = FindGappedTable(lines_.first, text_, LayoutOf(format_, line_end_), tables_);
     const auto within = [&](const FoundTable& table) {
-      return table.headed_anew && table.first > found->table.first &&
-             table.first < found->table.behind;
+      const bool another = table.headed_anew || (table.stands_apart && table.rows >= kFewRows);
+      return another && table.first > found->table.first && table.first < found->table.behind;
     };
     if (!found || std::ranges::any_of(tables_, within)) return;
     Take(*found, CutsFrom::Rows);
@@ -401,7 +401,7 @@ class Guess {
       more_behind = more_behind || other.first >= chosen.behind;
     }
     const auto headed = std::ranges::find_if(tables_, [&](const FoundTable& table) {
-      return table.headed_anew && table.first >= chosen.behind;
+      return (table.headed_anew || table.stands_apart) && table.first >= chosen.behind;
     });
     const std::optional<std::size_t> text =
         headed == tables_.end() ? TextThatEnds() : std::optional(headed->first);

@@ -43,10 +43,10 @@ class TableSearch {
     if (shape.kind == LineShape::Kind::Text && RepeatsHead(TrimBlankBytes(text))) return;
     switch (shape.kind) {
       case LineShape::Kind::Blank:
-        blank_before_ = true;
+        blank_before_ = parted_ = true;
         return;
       case LineShape::Kind::Comment:
-        remark_ = text;
+        TakeRemark(text);
         return;
       case LineShape::Kind::Row:
         TakeRemarkAbove(text);
@@ -56,7 +56,7 @@ class TableSearch {
         TakeText(shape);
         break;
     }
-    blank_before_ = false;
+    blank_before_ = parted_ = false;
   }
 
   /// Remembers the last lines of text above a table; true when one of them stands in it again.
@@ -108,6 +108,12 @@ class TableSearch {
     table_->weight = most->weight;
   }
 
+  /// Other remarks may stand between labels and rows.
+  void TakeRemark(std::string_view text) {
+    parted_ = true;
+    if (!IsLineOfLabels(remark_) || IsLineOfLabels(text)) remark_ = text;
+  }
+
   /// The last remark above a row may name its columns, otherwise than that above the table did.
   void TakeRemarkAbove(std::string_view row) {
     const std::string_view remark = std::exchange(remark_, {});
@@ -123,7 +129,7 @@ class TableSearch {
 
   void TakeRow(std::size_t line, const LineShape& shape) {
     if (table_ && shape.fields != table_->fields) {
-      others_.push_back({line, shape});
+      others_.push_back({line, shape, parted_});
       if (AnotherTableBegan()) return BeginFromOthers(AgreeingAtEnd());
       if (others_.size() <= kMostOthers) return;
       // Single numbers above rows of several are settings.
@@ -134,6 +140,7 @@ class TableSearch {
     if (!table_) {
       table_ = FoundTable{.first = line, .behind = line, .fields = shape.fields};
       table_->headed_anew = std::exchange(headed_anew_, false);
+      table_->stands_apart = std::exchange(stands_apart_, false);
     }
     AddOthers();
     table_->behind = line + 1;
@@ -155,6 +162,7 @@ class TableSearch {
     const std::vector<Other> begun(others_.end() - static_cast<std::ptrdiff_t>(count),
                                    others_.end());
     Finish();
+    stands_apart_ = begun.front().parted;
     for (const Other& other : begun) TakeRow(other.line, other.shape);
   }
 
@@ -181,11 +189,18 @@ class TableSearch {
            shape.fields > 2;
   }
 
-  /// Rows that agree on another shape are another table where text parts them from this one, or when they are more.
+  /// Rows that agree on another shape are another table where text parts them from this one, or when they are more; empty lines
+  /// and remarks part them, too, unless these stand between its own rows as well.
   bool AnotherTableBegan() const {
     if (others_.size() <= kStrayLines) return false;
     const bool agree = AllAgree(std::span(others_).last(kStrayLines + 1));
-    return agree && (stray_texts_ > 0 || others_.size() > table_->rows);
+    return agree && (stray_texts_ > 0 || others_.size() > table_->rows || StandApart());
+  }
+
+  /// The rows of one shape at the end follow each other behind what parts them from the rows before.
+  bool StandApart() const {
+    const auto alike = std::span(others_).last(AgreeingAtEnd());
+    return alike.front().parted && std::ranges::none_of(alike.subspan(1), &Other::parted);
   }
 
   /// How many of the last rows of another shape have one.
@@ -198,6 +213,7 @@ class TableSearch {
   struct Other {
     std::size_t line = 0;
     LineShape shape;
+    bool parted = false;  ///< an empty line or a remark is right above
   };
 
   static bool AllAgree(std::span<const Other> others) {
@@ -215,11 +231,13 @@ class TableSearch {
   std::string_view remark_;                // the last since the last row
   std::optional<RemarkHead> remark_head_;  // above the table
   bool headed_anew_ = false;
+  bool stands_apart_ = false;
   std::optional<FoundTable> table_;
   std::vector<FieldCount> counts_;
   std::vector<Other> others_;  // rows of another number of fields since the last that fitted
   int stray_texts_ = 0;
   bool blank_before_ = false;
+  bool parted_ = false;  // by an empty line or a remark from the line before
   bool text_beside_blank_ = false;
 };
 

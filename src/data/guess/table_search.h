@@ -36,13 +36,16 @@ struct FoundTable {
   double weight = 0;         ///< the rows, each by the share of values among its fields
   /// A remark above it names its columns otherwise than the table before.
   bool headed_anew = false;
+  /// An empty line or a remark parts it from a table with another number of columns.
+  bool stands_apart = false;
 };
 
 /// How many lines of text may stand within a table, one behind the other.
 inline constexpr int kStrayLines = 3;
 
 /// All tables, in order. Lines that do not fit are passed over within a table, a few at a time; a line that may hold the
-/// names of other columns, or text beside an empty line, ends it. Lines of its head may come again between its rows.
+/// names of other columns, or text beside an empty line, ends it, and so do rows that agree on another number of fields behind an
+/// empty line or a remark. Lines of its head may come again between its rows.
 std::vector<FoundTable> FindTables(std::span<const std::string_view> lines,
                                    const TextLayout& layout);
 
