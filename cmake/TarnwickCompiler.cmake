@@ -31,6 +31,10 @@ target_link_options(tarnwick_compiler INTERFACE -Wl,--as-needed)
 # name already, so that the compiler may inline and call it directly.
 add_compile_options(-fno-semantic-interposition)
 
+# A read beyond the end of a vector or a text ends the program, whose graphs have recovery copies: it never becomes a number.
+# Measured on imports, fits and pictures of ten million points: 0 to 5 % of the time.
+add_compile_definitions(_GLIBCXX_ASSERTIONS)
+
 if(TARNWICK_SANITIZE)
     add_compile_options(-fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer
                         -fno-sanitize-recover=all)
