@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -11,24 +10,14 @@
 #include "graph/layout/ruled_metrics.h"
 #include "graph/mark.h"
 #include "graph/xy_graph.h"
+#include "support/lot.h"
 #include "support/told.h"
 
 namespace tarnwick {
 namespace {
 
+using testing::Lot;
 using testing::Told;
-
-/// Choices that are the same on every platform: distributions of the standard library are not.
-class Lot {
- public:
-  explicit Lot(unsigned seed) : engine_(seed) {}
-  int Of(int count) { return static_cast<int>(engine_() % static_cast<unsigned>(count)); }
-  bool OneIn(int count) { return Of(count) == 0; }
-  double Part() { return Of(1001) / 1000.0; }
-
- private:
-  std::mt19937 engine_;
-};
 
 std::string Word(Lot& lot, int longest) {
   return std::string(static_cast<std::size_t>(lot.Of(longest + 1)), 'W');
@@ -222,7 +211,9 @@ TEST(RandomGraphs, TextsStayInThePictureAndApart) {
 }
 
 TEST(RandomGraphs, EverythingHasItsPlace) {
-  for (unsigned seed = 0; seed < kGraphs; ++seed) {
+  std::vector<unsigned> seeds{61, 70, 77, 94, 121, 130, 144, 145, 150, 171};
+  for (unsigned seed = 0; seed < kGraphs; ++seed) seeds.push_back(seed);
+  for (const unsigned seed : seeds) {
     TxyGraph graph;
     QSizeF size;
     const PlotLayout layout = LayoutOf(seed, graph, size);
