@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <utility>
@@ -221,6 +222,26 @@ void TellOfLoneRows(const Looked& looked, Notes& notes) {
   if (looked.tail.size() > 1) TellOfLoneRow(looked.tail.back(), EndRow::Last, looked, notes);
 }
 
+/// Rows of zeros behind others whose X runs on without any: a text of so many lines that was not filled.
+void TellOfZerosAtEnd(const Looked& looked, Notes& notes) {
+  const auto is_zeros = [&](std::string_view row) {
+    const auto values = ValuesOf(row, looked);
+    return values.size() > 1 && std::ranges::all_of(values, [](const auto& value) {
+             return value == std::optional(0.0);
+           });
+  };
+  const auto behind = std::find_if_not(looked.tail.rbegin(), looked.tail.rend(), is_zeros);
+  const auto zeros = behind - looked.tail.rbegin();
+  if (zeros < 2 || behind == looked.tail.rend() || looked.source.columns.empty()) return;
+  const std::span<const double> all = looked.source.columns.front().Successive();
+  const std::span<const double> x(all.begin(), std::ranges::find(all, 0.0));
+  const bool runs = std::ranges::is_sorted(x) || std::ranges::is_sorted(x, std::greater<>());
+  if (x.size() < kFewestOthers || !runs) return;
+  notes.push_back("the last " + std::to_string(zeros) +
+                  " rows hold nothing but zeros, as what was not measured does (--rows 6," +
+                  std::to_string(zeros) + " leaves them out)");
+}
+
 /// "12.5" below "12.5.2024" below "13.1": whatever the column is, most of its fields say otherwise.
 void TellOfChangingFields(const Looked& looked, Notes& notes) {
   const ImportSource& source = looked.source;
@@ -281,6 +302,7 @@ std::vector<std::string> SecondLook(const ImportSource& source, const TextFormat
   TellOfRemarks(looked, notes);
   TellOfShare(looked, notes);
   TellOfLoneRows(looked, notes);
+  TellOfZerosAtEnd(looked, notes);
   TellOfChangingFields(looked, notes);
   TellOfNamesOfNumbers(looked, notes);
   return notes;
