@@ -20,6 +20,7 @@
 #include "data/guess/format_guess_lines.h"
 #include "data/guess/head_row.h"
 #include "data/guess/labelled_table.h"
+#include "data/guess/list_beside_words.h"
 #include "data/guess/names_guess.h"
 #include "data/guess/point_columns.h"
 #include "data/guess/rows_above.h"
@@ -118,6 +119,7 @@ class Guess {
     format_.is_table =
         best != nullptr && IsWorthIt(*best, tables_, lines_, LayoutOf(format_, line_end_));
     if (block_ && best != nullptr) return format_.is_table = true;
+    if (choose && lines_.whole && TakeListBesideWords()) best = &tables_.front();
     if (format_.is_table && choose && lines_.whole && HoldsFewValues(*best) &&
         TakeTableOfWordsAndColons()) {
       best = &tables_.front();
@@ -187,6 +189,21 @@ class Guess {
       return true;
     }
     return false;
+  }
+
+  /// Rows whose words passed for units, or that places cut, are fewer than begin with numbers.
+  bool TakeListBesideWords() {
+    const FoundTable* const best = HeaviestTable(tables_);
+    const bool by_cuts = format_.cuts_from == CutsFrom::Rows;
+    if (format_.is_table && best->fields > 1 && !by_cuts && !HoldsFewValues(*best)) return false;
+    TextFormat by_blanks = format_;
+    by_blanks.separators = " \t";
+    by_blanks.merge_separators = true;
+    by_blanks.column_cuts.clear();
+    const auto found = FindListBesideWords(lines_.first, LayoutOf(by_blanks, line_end_));
+    if (!found || (best != nullptr && found->rows <= best->rows + best->odd_rows)) return false;
+    TakeOnly(*found, by_blanks.separators);
+    return true;
   }
 
   /// Nothing else is a table.

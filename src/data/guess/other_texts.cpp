@@ -243,6 +243,7 @@ bool DrawsBars(const Lines& lines, const TextFormat& format) {
 /// Lists of many lengths below lines of text, which head them: of towns the distances to all others.
 bool ListsBelowTexts(const Lines& lines, const TextFormat& format) {
   constexpr std::size_t kShare = 8;  // of the rows are odd, of the lines are texts
+  constexpr std::size_t kFewestHeads = 4;
   const bool blanks = format.separators.find(' ') != std::string::npos;
   if (!format.is_table || !blanks || !format.column_cuts.empty() ||
       kShare * format.odd_rows < format.table_rows) {
@@ -259,7 +260,8 @@ bool ListsBelowTexts(const Lines& lines, const TextFormat& format) {
     heads += numbers && text_before ? 1 : 0;
     text_before = !numbers;
   }
-  return kShare * texts > lines.size() && kShare * heads > texts * (kShare - 1);
+  return heads >= kFewestHeads && kShare * texts > lines.size() &&
+         kShare * heads > texts * (kShare - 1);
 }
 
 /// Texts that are told by how they begin and what they hold.

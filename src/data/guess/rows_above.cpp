@@ -1,10 +1,13 @@
 #include "data/guess/rows_above.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "base/ascii.h"
+#include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/fields/field_kind.h"
 
@@ -77,6 +80,24 @@ Fit FitOf(std::string_view line, const TextLayout& layout, std::span<const Colum
   return fit;
 }
 
+/// The number with decimals that the line begins with; without them it may count something.
+std::optional<double> FirstDecimal(std::string_view line, const TextLayout& layout) {
+  std::string buffer;
+  const std::optional<std::string_view> field = FieldCursor(TrimBlankBytes(line), layout).Next();
+  if (!field || field->find('.') == field->npos) return std::nullopt;
+  return ParseNumber(FieldText(*field, layout, buffer));
+}
+
+/// The first column steps from this line to the next as it does from that to the one behind it.
+bool StepsOn(std::span<const std::string_view> lines, std::size_t line, const TextLayout& layout) {
+  constexpr double kEven = 1e-6;  // of the step
+  if (line + 2 >= lines.size()) return false;
+  const auto x = FirstDecimal(lines[line], layout), next = FirstDecimal(lines[line + 1], layout),
+             last = FirstDecimal(lines[line + 2], layout);
+  if (!x || !next || !last || *next == *last) return false;
+  return std::abs((*next - *x) - (*last - *next)) <= kEven * std::abs(*last - *next);
+}
+
 }  // namespace
 
 std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::size_t first,
@@ -109,16 +130,22 @@ std::size_t WithRowsAsBelow(std::span<const std::string_view> lines, const Found
   constexpr std::int32_t kMostFields = 100;
   std::size_t first = table.first;
   if (!layout.IsSeparator(' ') || layout.ByPlace()) return first;
-  const auto rows = lines.subspan(first, std::min(table.behind, lines.size()) - first);
-  const auto is_row = [&](std::string_view line) {
-    const Fit fit = FitOf(line, layout, body.columns);
-    if (fit.values < kFewestNumbers || fit.values < fit.numbers || fit.elsewhere) return false;
-    const std::int32_t fields = CountFields(line, layout, kMostFields);
+  // A few rows of another number may end it.
+  const auto rows =
+      lines.subspan(first, std::min(table.behind + kStrayLines, lines.size()) - first);
+  const auto is_row = [&](std::size_t line) {
+    const Fit fit = FitOf(lines[line], layout, body.columns);
+    const std::int32_t fields = CountFields(lines[line], layout, kMostFields);
+    // "-24.0 0.006" above "-23.5 0.046 0.066" leaves out its end.
+    const bool ends_early =
+        fields < table.fields && std::cmp_equal(fit.values, fields) && StepsOn(lines, line, layout);
+    if (fit.values < kFewestNumbers || fit.elsewhere) return false;
+    if (fit.values < fit.numbers && !ends_early) return false;
     return fields != table.fields && std::ranges::any_of(rows, [&](std::string_view row) {
              return IsDataLine(row, layout) && CountFields(row, layout, kMostFields) == fields;
            });
   };
-  while (first > 0 && IsDataLine(lines[first - 1], layout) && is_row(lines[first - 1])) --first;
+  while (first > 0 && IsDataLine(lines[first - 1], layout) && is_row(first - 1)) --first;
   return first;
 }
 
