@@ -99,7 +99,10 @@ std::string TextOf(const FitWeighting& weighting) {
   if (weighting.loss == FitLoss::Linear) return {};
   constexpr const char* kNames[] = {"linear", "soft L1", "Huber", "Cauchy"};
   std::string text = ", " + std::string(kNames[static_cast<int>(weighting.loss)]) + " loss ";
-  if (!(weighting.loss_scale > 0)) return text + "without a scale (half of the residuals are 0)";
+  if (!(weighting.loss_scale > 0)) {
+    return text +
+           "without a scale (half of the residuals are 0, or the fit ended before they told one)";
+  }
   return text + "of scale " + GeneralText(weighting.loss_scale, 4);
 }
 
