@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "analysis/fits/fit_minimisation.h"
 #include "analysis/fits/fit_part.h"
@@ -94,7 +95,7 @@ class GroupsFit {
                                PeaksText(*found_.row, last + 2, found_.peaks - last - 1);
     if (!others.empty()) {
       const std::vector<double> held = ValuesAs(model_, others.substr(1), part.x);
-      for (std::size_t i = 0; i < held.size(); ++i) part.y[i] -= held[i];
+      std::ranges::transform(part.y, held, part.y.begin(), std::minus());
     }
     part.settings = SettingsOf(group);
     return part;

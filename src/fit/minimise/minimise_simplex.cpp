@@ -117,9 +117,7 @@ class Simplex {
   std::vector<double> centroid_;
   std::vector<double> trial_;
   std::vector<std::size_t> flat_;
-  std::size_t best_ = 0;
-  std::size_t worst_ = 0;
-  std::size_t next_worst_ = 0;
+  std::size_t best_{}, worst_{}, next_worst_{};  // told by Rank()
 };
 
 std::string FlatText(std::span<const std::size_t> flat) {

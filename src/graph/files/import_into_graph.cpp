@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <span>
 #include <string>
@@ -21,20 +22,18 @@ namespace tarnwick {
 namespace {
 
 struct Range {
-  double min = 0;
-  double max = 0;
+  double min = std::numeric_limits<double>::infinity();
+  double max = -std::numeric_limits<double>::infinity();
 };
 
 /// The extremes over all DataSets with points, of X or of Y as `low` and `high` pick them.
 Range RangeOf(const ImportResult& result, double Extremes::*low, double Extremes::*high) {
   Range range;
-  bool first = true;
   for (const auto& series : result.series) {
     if (series->PointCount() == 0) continue;
     const Extremes extremes = series->GetExtremes();
-    range.min = first ? extremes.*low : std::min(range.min, extremes.*low);
-    range.max = first ? extremes.*high : std::max(range.max, extremes.*high);
-    first = false;
+    range.min = std::min(range.min, extremes.*low);
+    range.max = std::max(range.max, extremes.*high);
   }
   return range;
 }

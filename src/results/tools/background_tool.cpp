@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -135,7 +136,7 @@ Computed Compute(const ToolInput& input) {
     BreakBefore(*line.series, BreaksOf(columns));
     return line;
   }
-  for (std::size_t i = 0; i < found.y.size(); ++i) columns.y[i] -= found.y[i];
+  std::ranges::transform(columns.y, found.y, columns.y.begin(), std::minus());
   AddSentence(found.told, PointsLeftOutText(columns));
   if (!columns.y_error.empty() && !found.straight)
     AddSentence(found.told, "Errors of Y are kept: the base line counts as exact.");
