@@ -188,13 +188,17 @@ bool IsPairOfNumbers(std::string_view text) {
          std::ranges::none_of(text, &IsLetter) && std::ranges::count_if(text, is_mark) == 1;
 }
 
-/// "0x1C", "-01:30:02.5": numbers to the base of sixteen, angles below zero.
+/// "0x1C", "-01:30:02.5", "48:50N": numbers to the base of sixteen, angles below zero or of a place.
 bool IsWrittenOtherwise(std::string_view text) {
   const bool hexadecimal = text.size() > 2 && text.front() == '0' && (text[1] | 0x20) == 'x' &&
                            text.find_first_not_of("0123456789abcdefABCDEF", 2) == text.npos;
   const bool angle =
       std::ranges::count(text, ':') == 2 && text.find_first_not_of("0123456789:.+- ") == text.npos;
-  return hexadecimal || angle;
+  constexpr std::string_view kSides = "NSEW";
+  const bool place = text.size() > 3 && kSides.find(text.back()) != kSides.npos &&
+                     text.find(':') != text.npos &&
+                     text.find_first_not_of("0123456789:.") + 1 == text.size();
+  return hexadecimal || angle || place;
 }
 
 /// "5.088E-12.09190.391"

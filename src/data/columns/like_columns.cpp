@@ -43,31 +43,6 @@ bool IsColour(std::span<const double> values) {
   return range.low >= 0 && (range.high <= 1 || (whole && range.high <= kLargestColour));
 }
 
-/// Neighbours are alike: their correlation (lag one) is above this.
-bool GoesOn(std::span<const double> values, double least_correlation = 0.5) {
-  double mean = 0;
-  for (const double value : values) mean += value / static_cast<double>(values.size());
-  double all = 0, neighbours = 0;
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    all += (values[i] - mean) * (values[i] - mean);
-    if (i > 0) neighbours += (values[i] - mean) * (values[i - 1] - mean);
-  }
-  return all > 0 && neighbours > least_correlation * all;
-}
-
-/// Unlike an orbit, which comes back in a few turns.
-bool TurnsOften(std::span<const double> values, std::size_t points_a_turn = 8) {
-  std::size_t turns = 0;
-  double last_step = 0;
-  for (std::size_t i = 1; i < values.size(); ++i) {
-    const double step = values[i] - values[i - 1];
-    if (step == 0) continue;
-    turns += step * last_step < 0 ? 1 : 0;
-    last_step = step;
-  }
-  return points_a_turn * turns > values.size();
-}
-
 /// Of two columns the first goes on along the rows and turns back again and again: no scatter has its points in such an order,
 /// and a loop turns twice.
 bool IsSeriesOfTwo(const ImportSource& source, std::span<const std::int32_t> columns) {

@@ -49,6 +49,17 @@ bool AreDifferent(std::vector<double> values) {
   return std::ranges::adjacent_find(values) == values.end();
 }
 
+/// A few numbers, each of them many times, in no order: what persons answered.
+bool AreAnswers(std::vector<double> values) {
+  constexpr std::size_t kMost = 10, kTimes = 5;
+  if (!IsInNoOrder(values)) return false;
+  const std::size_t all = values.size();
+  std::ranges::sort(values);
+  const auto different = std::unique(values.begin(), values.end()) - values.begin();
+  return static_cast<std::size_t>(different) <= kMost &&
+         kTimes * static_cast<std::size_t>(different) <= all;
+}
+
 /// Another column rises throughout and is called as what others are measured over.
 bool RisesBehind(const ImportSource& source, std::int32_t column) {
   return std::ranges::any_of(source.NumberColumns(), [&](std::int32_t other) {
@@ -82,6 +93,7 @@ bool NamesIdentity(std::string_view name) {
 bool IdentifiesRows(const ImportSource& source, std::int32_t column) {
   constexpr std::size_t kFewest = 3;
   const ColumnGuess& guess = source.GuessOf(column);
+  if (AreAnswers(guess.values)) return false;
   return !guess.is_date && guess.values.size() >= kFewest && NamesIdentity(source.NameOf(column)) &&
          !guess.IsConstant() && AreWhole(guess.values) && std::ranges::min(guess.values) >= 0;
 }
@@ -97,7 +109,7 @@ bool LabelsRows(const ImportSource& source, std::int32_t column) {
   for (std::size_t i = 1; i < names.size(); ++i) {
     if (names[i] == UnnamedColumn(static_cast<std::int32_t>(i))) return false;
   }
-  if (IsInNoOrder(guess.values)) return AreDifferent(guess.values);
+  if (!IsMonotone(guess.values)) return AreDifferent(guess.values);
   std::size_t ones = 0;
   for (std::size_t i = 1; i < values.size(); ++i) {
     if (values[i] <= values[i - 1]) return false;

@@ -15,7 +15,7 @@ namespace tarnwick {
 bool NamesIdentity(std::string_view name);
 
 /// The column tells apart what the rows belong to and is called so ("object", "source_id", "subject"), by whole numbers that are
-/// not all one.
+/// not all one, and no few ones in no order.
 bool IdentifiesRows(const ImportSource& source, std::int32_t column);
 
 /// The first column, the only one without a name, numbers the rows of which some were left out: whole numbers, most of them one

@@ -51,6 +51,29 @@ bool IsInNoOrder(const std::vector<double>& values) {
   return 4 * std::min(rises, falls) > values.size();
 }
 
+bool TurnsOften(std::span<const double> values, std::size_t points_a_turn) {
+  std::size_t turns = 0;
+  double last_step = 0;
+  for (std::size_t i = 1; i < values.size(); ++i) {
+    const double step = values[i] - values[i - 1];
+    if (step == 0) continue;
+    turns += step * last_step < 0 ? 1 : 0;
+    last_step = step;
+  }
+  return points_a_turn * turns > values.size();
+}
+
+bool GoesOn(std::span<const double> values, double least_correlation) {
+  double mean = 0;
+  for (const double value : values) mean += value / static_cast<double>(values.size());
+  double all = 0, neighbours = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    all += (values[i] - mean) * (values[i] - mean);
+    if (i > 0) neighbours += (values[i] - mean) * (values[i - 1] - mean);
+  }
+  return all > 0 && neighbours > least_correlation * all;
+}
+
 bool RunsAnew(const std::vector<double>& values) {
   constexpr std::size_t kShortest = 3;
   std::size_t falls = 0;
@@ -116,6 +139,16 @@ std::optional<double> RepeatedFarFromOthers(std::span<const double> values) {
     }
   }
   return std::nullopt;
+}
+
+std::size_t CountDifferent(std::span<const double> values, std::size_t most) {
+  std::vector<double> different;
+  for (const double value : values) {
+    if (std::ranges::find(different, value) != different.end()) continue;
+    different.push_back(value);
+    if (different.size() > most) break;
+  }
+  return different.size();
 }
 
 double SizeOf(const std::vector<double>& values) {

@@ -24,6 +24,12 @@ bool MostlyRunsOn(std::span<const double> values);
 /// As many steps up as down, more or less: no clock that begins anew at midnight.
 bool IsInNoOrder(const std::vector<double>& values);
 
+/// They turn back again and again, unlike an orbit, which comes back in a few turns.
+bool TurnsOften(std::span<const double> values, std::size_t points_a_turn = 8);
+
+/// Neighbours are alike: their correlation (lag one) is above this.
+bool GoesOn(std::span<const double> values, double least_correlation = 0.5);
+
 /// They rise several times from where they began, as the days do on which each animal was weighed.
 bool RunsAnew(const std::vector<double>& values);
 
@@ -48,6 +54,9 @@ OtherValues ValuesBut(std::span<const double> values, double end);
 
 /// The least or the greatest value where it comes several times and all others lie close together, far from it.
 std::optional<double> RepeatedFarFromOthers(std::span<const double> values);
+
+/// How many different ones there are; `most` + 1 where there are more than that.
+std::size_t CountDifferent(std::span<const double> values, std::size_t most);
 
 /// How far values go, from zero or among themselves; at least one.
 double SizeOf(const std::vector<double>& values);

@@ -31,7 +31,12 @@ bool IsXForWantOfBetter(const ImportSource& source, std::int32_t column) {
   if (column < 0 || source.columns.size() < kFewestColumns) return false;
   const ColumnGuess& guess = source.GuessOf(column);
   const std::string name = source.NameOf(column);
-  if (guess.is_date || NamesArgument(name) || CountsRows(source, column)) return false;
+  const bool is_longitude =
+      NamesLongitude(name) && std::ranges::any_of(source.NumberColumns(), [&](std::int32_t other) {
+        return NameCoordinates(name, source.NameOf(other));
+      });
+  if (guess.is_date || is_longitude || NamesArgument(name) || CountsRows(source, column))
+    return false;
   return (IsInNoOrder(guess.values) && !RunsAnew(guess.values)) || HasTwoValues(guess.values) ||
          HasFewWholeValues(guess.values) || NamesIdentity(name);
 }

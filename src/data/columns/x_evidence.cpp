@@ -23,17 +23,6 @@ bool AreWhole(const std::vector<double>& values) {
   return std::ranges::all_of(values, [](double value) { return value == std::floor(value); });
 }
 
-/// The different ones, one more than `most` where there are more.
-std::vector<double> DifferentOf(const std::vector<double>& values, std::size_t most) {
-  std::vector<double> different;
-  for (const double value : values) {
-    if (std::ranges::find(different, value) != different.end()) continue;
-    different.push_back(value);
-    if (different.size() > most) break;
-  }
-  return different;
-}
-
 bool NamesCode(std::string_view name) {
   constexpr std::string_view kWords[] = {
       "class",  "type", "group",    "grp",   "species", "cluster", "category", "cat",  "sex",
@@ -46,7 +35,7 @@ bool NamesCode(std::string_view name) {
 bool AreKinds(const std::vector<double>& values) {
   constexpr std::size_t kMostKinds = 20;
   if (values.size() < kFewestRows || !AreWhole(values)) return false;
-  const std::size_t kinds = DifferentOf(values, kMostKinds).size();
+  const std::size_t kinds = CountDifferent(values, kMostKinds);
   return kinds <= kMostKinds && 2 * kinds <= values.size();
 }
 
@@ -103,7 +92,7 @@ bool HasTwoValues(const std::vector<double>& values) {
 bool HasFewWholeValues(const std::vector<double>& values) {
   constexpr std::size_t kMost = 3;
   return values.size() >= kFewestRows && !IsMonotone(values) && AreWhole(values) &&
-         DifferentOf(values, kMost).size() <= kMost;
+         CountDifferent(values, kMost) <= kMost;
 }
 
 bool SpeaksAgainstX(const ImportSource& source, std::int32_t column) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -167,6 +168,14 @@ Answer ScannedX(const XCandidates& found) {
   return scan;
 }
 
+/// Longitude and latitude alone make a map.
+Answer LongitudeOfTwo(const XCandidates& found) {
+  if (found.varying.size() != 2) return std::nullopt;
+  const std::string first = found.source.NameOf(found.varying.front());
+  if (!NameCoordinates(first, found.source.NameOf(found.varying.back()))) return std::nullopt;
+  return NamesLongitude(first) ? found.varying.front() : found.varying.back();
+}
+
 /// Nothing goes on from row to row but what counts the rows, or one column over it.
 Answer CountedX(const XCandidates& found) {
   if (found.varying.empty()) {
@@ -208,9 +217,22 @@ Answer RisingLast(const XCandidates& found) {
              : std::nullopt;
 }
 
-/// Columns of one kind, none of which is called like an X.
+/// Rows may have been put in the order of what was found: what rises in even steps or is called so is more.
+Answer OrderedX(const XCandidates& found) {
+  const std::vector<double>& first = found.source.GuessOf(found.varying.front()).values;
+  if (found.labelled || !IsInNoOrder(first)) return std::nullopt;
+  return FirstThat(found, [&](std::int32_t column) {
+    const ColumnGuess& guess = found.source.GuessOf(column);
+    const bool steps = found.varying.size() <= kFewColumns &&
+                       StepsEvenly(guess.Successive(), Evenness::AsWritten) && !guess.CountsRows();
+    return RisesBeyondChance(guess.values) && guess.values.size() >= first.size() &&
+           (steps || IsArgument(found.source, column));
+  });
+}
+
+/// Columns of one kind, none of which is called like an X or goes in even steps as the others do not.
 Answer RowsOfLikeColumns(const XCandidates& found) {
-  if (AnyIsArgument(found)) return std::nullopt;
+  if (AnyIsArgument(found) || OrderedX(found)) return std::nullopt;
   const bool alike = AreAlike(found.source, found.together) ||
                      AreSeries(found.source, found.together) ||
                      AreItems(found.source, found.together);
@@ -253,6 +275,17 @@ Answer ArgumentThatRunsAnew(const XCandidates& found) {
   });
 }
 
+/// Behind a first column that mostly stands, what rises in every row and is called as an X, or among columns without names the
+/// next.
+Answer RisingBehindStanding(const XCandidates& found) {
+  if (!MostlyStands(found.source.GuessOf(found.varying.front()).values)) return std::nullopt;
+  const bool named = HasNamedColumns(found.source);
+  return FirstThat(found, [&](std::int32_t column) {
+    return RisesBeyondChance(found.source.GuessOf(column).values) &&
+           (named ? IsArgument(found.source, column) : column == found.numbers[1]);
+  });
+}
+
 /// The first that varies, where it rises. Labelled rows may as well be in the order of what was found; a cycle or step that
 /// stands for many rows gives way to the time that runs, or to what runs anew in each.
 Answer FirstWhereItRises(const XCandidates& found) {
@@ -267,17 +300,39 @@ Answer FirstWhereItRises(const XCandidates& found) {
   return !found.labelled || stepped ? Answer(first) : std::nullopt;
 }
 
-/// Rows may have been put in the order of what was found: what rises in even steps or is called so is more.
-Answer OrderedX(const XCandidates& found) {
-  const std::vector<double>& first = found.source.GuessOf(found.varying.front()).values;
-  if (found.labelled || !IsInNoOrder(first)) return std::nullopt;
+/// A few doses, depths or the like that many rows share each, behind the one other column, which is in no order: the rows are
+/// groups.
+Answer ArgumentOfGroups(const XCandidates& found) {
+  constexpr std::size_t kMostGroups = 12, kRowsOfGroup = 4;
+  const std::int32_t first = found.varying.front();
+  if (found.varying.size() != 2 || IsArgument(found.source, first) ||
+      !IsInNoOrder(found.source.GuessOf(first).values)) {
+    return std::nullopt;
+  }
   return FirstThat(found, [&](std::int32_t column) {
-    const ColumnGuess& guess = found.source.GuessOf(column);
-    const bool steps = found.varying.size() <= kFewColumns &&
-                       StepsEvenly(guess.Successive(), Evenness::AsWritten) && !guess.CountsRows();
-    return RisesBeyondChance(guess.values) && guess.values.size() >= first.size() &&
-           (steps || IsArgument(found.source, column));
+    const std::vector<double>& values = found.source.GuessOf(column).values;
+    const std::size_t different = CountDifferent(values, kMostGroups);
+    return IsArgument(found.source, column) && MostlyStands(values) && different > 2 &&
+           different <= kMostGroups && kRowsOfGroup * different <= values.size();
   });
+}
+
+/// What goes on from row to row and turns back again and again was measured over the rows, if a column with a name counts them,
+/// unless it is called as an X itself.
+Answer CountRatherThanSeries(const XCandidates& found) {
+  constexpr std::size_t kFewest = 20;
+  constexpr std::size_t kPointsOfTurn = 20;  // cycles that are measured have more
+  const std::int32_t first = found.varying.front();
+  const ColumnGuess& guess = found.source.GuessOf(first);
+  const std::span<const double> values = guess.Successive();
+  const bool series = values.size() >= kFewest && TurnsOften(values, kPointsOfTurn) &&
+                      GoesOn(values) && !RunsAnew(guess.values);
+  // Names of rows, which stand without a name of their own, tell cases apart.
+  const auto named = std::ranges::find_if(found.counts, [&](std::int32_t column) {
+    return found.source.NameOf(column) != UnnamedColumn(column);
+  });
+  const bool counted = named != found.counts.end();
+  return counted && series && !IsArgument(found.source, first) ? Answer(*named) : std::nullopt;
 }
 
 Answer FirstUnlessLabelled(const XCandidates& found) {
@@ -329,6 +384,7 @@ std::int32_t XByRules(const XCandidates& found) {
   constexpr Answer (*kRules[])(const XCandidates&) = {DateX,
                                                       ScannedX,
                                                       CountedX,
+                                                      LongitudeOfTwo,
                                                       RunningWithinBlocks,
                                                       RisingLast,
                                                       RowsOfOneColumn,
@@ -336,10 +392,13 @@ std::int32_t XByRules(const XCandidates& found) {
                                                       RowsOfOneTime,
                                                       NumberOfMatrixRow,
                                                       RowsOfSeries,
+                                                      RisingBehindStanding,
                                                       FirstWhereItRises,
                                                       RunningTime,
                                                       OrderedX,
                                                       ArgumentThatRunsAnew,
+                                                      ArgumentOfGroups,
+                                                      CountRatherThanSeries,
                                                       FirstUnlessLabelled,
                                                       RisingArgument};
   for (const auto rule : kRules) {

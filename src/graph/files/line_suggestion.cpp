@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <vector>
 
+#include "data/names/argument_names.h"
 #include "data/points/arrival_order.h"
 #include "data/points/point_columns.h"
 #include "data/points/turns.h"
@@ -87,9 +89,12 @@ bool StandsInGroups(const PointChain& points) {
   return groups > 1 && points.Size() >= kLeastRepeats * groups;
 }
 
-}  // namespace
+/// A latitude over its longitude.
+bool ArePlaces(const TDSInfo& info) {
+  return NamesLongitude(info.XDataColumn) && NameCoordinates(info.XDataColumn, info.YDataColumn);
+}
 
-LineSuggestion SuggestLineOrder(const TDataSeries& series) {
+LineSuggestion SuggestByX(const TDataSeries& series) {
   const PointChain& points = series.Points();
   if (points.Size() < kFewest) return LineSuggestion::ByX;
   if (IdsAscend(points))
@@ -116,9 +121,20 @@ LineSuggestion SuggestLineOrder(const TDataSeries& series) {
              : LineSuggestion::SymbolsOnly;
 }
 
+}  // namespace
+
+LineSuggestion SuggestLineOrder(const TDataSeries& series) {
+  const LineSuggestion suggestion = SuggestByX(series);
+  const bool joined =
+      suggestion == LineSuggestion::LateRows || suggestion == LineSuggestion::AsTheyCame;
+  return joined && ArePlaces(series.Source()) ? LineSuggestion::Places : suggestion;
+}
+
 SeriesStyle FollowSuggestion(SeriesStyle style, LineSuggestion suggestion) {
   if (suggestion == LineSuggestion::AsTheyCame) style.line_order = LineOrder::AsTheyCame;
-  if (suggestion == LineSuggestion::SymbolsOnly || suggestion == LineSuggestion::Groups) {
+  constexpr LineSuggestion kSymbols[] = {LineSuggestion::SymbolsOnly, LineSuggestion::Places,
+                                         LineSuggestion::Groups};
+  if (std::ranges::find(kSymbols, suggestion) != std::end(kSymbols)) {
     style.connect_points = false;
     style.show_symbols = true;
   }
@@ -136,6 +152,7 @@ std::string TellSuggestions(const std::vector<LineSuggestion>& suggestions) {
   tell(LineSuggestion::LateRows, "X goes back in a few rows: points are joined by X");
   tell(LineSuggestion::AsTheyCame, "X turns back: points are joined in the order of the file");
   tell(LineSuggestion::SymbolsOnly, "X is in no order: points are shown as symbols without lines");
+  tell(LineSuggestion::Places, "places on a map are shown as symbols without lines");
   tell(LineSuggestion::Groups, "few X repeat often: points are shown as symbols without lines");
   return text;
 }

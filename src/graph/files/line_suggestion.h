@@ -14,6 +14,7 @@ enum class LineSuggestion {
   LateRows,     ///< the same but for a few rows: what was added behind the end, a clock set back
   AsTheyCame,   ///< X turns back and goes on smoothly: a loop, a sweep there and back
   SymbolsOnly,  ///< X is in no order: a line would only scribble
+  Places,       ///< latitude over a longitude that turns back
   Groups,       ///< a few X, measured many times each: a line would only go up and down
 };
 
