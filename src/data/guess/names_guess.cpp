@@ -31,6 +31,7 @@ class NamesGuess {
     if (headers == 0 && FirstRowHoldsText()) format_.names_line = kNoNamesLine;
     if (table_.fields > 0 && ListsNames()) {
       format_.names_line = 0;
+      listed_ = true;
     } else if (table_.fields > 0 && headers > 0) {
       const auto above = table_.lines.first(headers);
       // Rows may end with a separator where their names do not.
@@ -74,7 +75,8 @@ class NamesGuess {
     constexpr std::int32_t kFewest = 3, kColumnsPerName = 32;
     const std::int32_t most_apart = std::max(3, table_.fields / kColumnsPerName);
     const bool by_blanks = layout.IsSeparator(' ');
-    if (table_.fields < 2 || headers == 0 || layout.ByPlace() || hints_.names_line) return;
+    if (listed_ || table_.fields < 2 || headers == 0 || layout.ByPlace() || hints_.names_line)
+      return;
     if (format_.names_line > 0 && by_blanks) return;
     const auto line =
         format_.names_line > 0 ? static_cast<std::size_t>(format_.names_line) - 1 : headers - 1;
@@ -170,6 +172,7 @@ class NamesGuess {
   const TableToName& table_;
   const GuessHints& hints_;
   TextFormat& format_;
+  bool listed_ = false;  // the head lists the names
 };
 
 }  // namespace

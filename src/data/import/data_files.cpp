@@ -61,6 +61,12 @@ bool AreNumbersOnly(const std::vector<std::string>& names) {
   return numbers > 1;
 }
 
+/// "x,1.5": which of several curves.
+bool IsWordWithNumber(const std::vector<std::string>& names) {
+  return names.size() == 2 && KindOfField(names.front()) == FieldKind::Text &&
+         KindOfField(names.back()) == FieldKind::Number;
+}
+
 /// A line of names that the rule finds need not be kept. Numbers it takes for no names, which is right but for those that rise.
 void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
   TDSInfo by_rule = info;
@@ -74,7 +80,7 @@ void DropStatedNames(std::string_view text, char line_end, TDSInfo& info) {
     return;
   }
   // One number ahead of many words is a name.
-  if (BeginsWithOneNumber(stated)) return;
+  if (BeginsWithOneNumber(stated) || IsWordWithNumber(stated)) return;
   for (std::size_t i = 0; i < ruled.size(); ++i) {
     if (ruled[i] != stated[i] && KindOfField(stated[i]) != FieldKind::Number) return;
   }

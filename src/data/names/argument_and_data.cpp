@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/text_encoding.h"
+#include "data/names/argument_names.h"
 
 namespace tarnwick {
 
@@ -17,7 +18,9 @@ bool AreArgumentAndData(std::span<const std::string> names) {
   const auto is_of = [](std::span<const std::string_view> words, const std::string& name) {
     return std::ranges::find(words, LowerAscii(name)) != words.end();
   };
-  return names.size() == 2 && is_of(kArguments, names.front()) && is_of(kData, names.back());
+  if (names.size() != 2) return false;
+  return (is_of(kArguments, names.front()) && is_of(kData, names.back())) ||
+         NameCoordinates(names.front(), names.back());
 }
 
 }  // namespace tarnwick

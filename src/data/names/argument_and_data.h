@@ -6,7 +6,7 @@
 
 namespace tarnwick {
 
-/// Two names that stand for an argument and what was counted or measured at it: "Energy", "Counts".
+/// Two names that stand for an argument and what was counted or measured at it, "Energy", "Counts", or for a place on a globe.
 bool AreArgumentAndData(std::span<const std::string> names);
 
 }  // namespace tarnwick

@@ -18,7 +18,8 @@ constexpr std::size_t kLongestCountedName = 48;
 struct NumberedPlace {
   std::size_t begin = 0;
   std::size_t name = 0;
-  bool bare = false;  ///< a blank alone stands between them
+  bool bare = false;    ///< a blank alone stands between them
+  bool worded = false;  ///< "column" or the like stands before the number
 };
 
 std::size_t SkipBlanks(std::string_view text, std::size_t at) {
@@ -41,16 +42,21 @@ std::size_t SkipColumnWord(std::string_view text, std::size_t at) {
 /// The number with its name, where they begin at `at`.
 std::optional<NumberedPlace> PlaceAt(std::string_view text, std::size_t at,
                                      const std::string& number) {
-  NumberedPlace place{at, 0, false};
+  NumberedPlace place{.begin = at};
   const bool open = at < text.size() && (text[at] == '(' || text[at] == '[');
-  at = SkipColumnWord(text, open ? at + 1 : at);
+  if (open) ++at;
+  const std::size_t word = at;
+  at = SkipColumnWord(text, at);
+  place.worded = at > word;
   if (text.substr(at, number.size()) != number) return std::nullopt;
   at += number.size();
   const bool closed = at < text.size() && text[at] == (text[place.begin] == '[' ? ']' : ')');
   if (open && !closed) return std::nullopt;
   if (open) ++at;
   const std::size_t mark = SkipBlanks(text, at);
-  const bool marked = mark < text.size() && std::string_view(":=).").find(text[mark]) != text.npos;
+  const bool joined = at + 1 < text.size() && text[at] == '_' && !IsDigit(text[at + 1]);
+  const bool marked =
+      joined || (mark < text.size() && std::string_view(":=).").find(text[mark]) != text.npos);
   if (!marked && mark == at) return std::nullopt;
   place.bare = !open && !marked;
   place.name = SkipBlanks(text, marked ? mark + 1 : mark);
@@ -90,7 +96,9 @@ CountedRemark CountOn(std::string_view text, std::size_t next) {
   if (place) counted.lead = place->begin;
   while (place) {
     counted.bare = counted.bare || place->bare;
-    const auto behind = FindPlace(text, place->name, std::to_string(++next));
+    auto behind = FindPlace(text, place->name, std::to_string(++next));
+    // "4 flags    column 5 is missing"
+    if (behind && behind->worded && !place->worded) behind.reset();
     const std::size_t end = behind ? behind->begin : text.size();
     counted.names.push_back(WithoutEndMarks(text.substr(place->name, end - place->name)));
     place = behind;
@@ -104,8 +112,10 @@ bool AreAllNames(std::span<const std::string_view> names) {
   });
 }
 
-/// "Legend: ": what is counted are the columns; "quality: 1 = good, 2 = bad" tells of values.
+/// "Legend: ", "C ": what is counted are the columns; "quality: 1 = good, 2 = bad" tells of values.
 bool LeadsIn(std::string_view lead) {
+  // "#C 1_energy 2_current": a letter for the kind of line.
+  if (lead.size() == 2 && lead.front() >= 'A' && lead.front() <= 'Z') return true;
   constexpr std::string_view kWords[] = {"legend",   "columns",   "column", "fields",
                                          "channels", "variables", "data"};
   std::string word = LowerAscii(TrimBlankBytes(lead));

@@ -8,7 +8,9 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/fields/field_kind.h"
+#include "data/names/legend_names.h"
 #include "data/names/names_line.h"
+#include "data/names/told_names.h"
 
 namespace tarnwick {
 namespace {
@@ -31,36 +33,6 @@ ListedNames CurveNames(Lines above, const TextLayout& layout) {
     listed.names.push_back(NameText(line.substr(0, point), layout));
     listed.units.push_back(UnitText(NameText(unit, layout)));
   }
-  return listed;
-}
-
-std::string_view WithinQuotes(std::string_view line) {
-  const std::size_t open = line.find('"');
-  const std::size_t close = line.rfind('"');
-  return open < close && close != line.npos ? line.substr(open + 1, close - open - 1)
-                                            : std::string_view();
-}
-
-/// `@    xaxis  label "Time (ps)"`, `@ s0 legend "Potential"`.
-ListedNames LegendNames(Lines above, const TextLayout& layout) {
-  ListedNames listed;
-  listed.names.resize(1);
-  std::string y_label;
-  for (const std::string_view whole : above) {
-    std::string_view line = TrimBlankBytes(whole);
-    if (!line.starts_with('@')) continue;
-    line = TrimBlankBytes(line.substr(1));
-    const std::string_view key = line.substr(0, line.find_first_of(" \t"));
-    const std::string text = NameText(WithinQuotes(line), layout);
-    // "label layout para" is how it is written.
-    const bool label = line.find(" label ") != line.npos && !text.empty();
-    if (key == "xaxis" && label) listed.names.front() = text;
-    if (key == "yaxis" && label) y_label = text;
-    const bool set = key.starts_with('s') && ParseInteger(key.substr(1)).has_value();
-    if (set && line.find(" legend ") != line.npos) listed.names.push_back(text);
-  }
-  if (listed.names.size() == 2 && listed.names.back().empty()) listed.names.pop_back();
-  if (listed.names.size() == 1 && !y_label.empty()) listed.names.push_back(y_label);
   return listed;
 }
 
@@ -181,8 +153,8 @@ ListedNames AxisNames(Lines above, const TextLayout& layout) {
 
 std::optional<ListedNames> FindHeaderNames(Lines above, const TextLayout& layout,
                                            std::int32_t columns) {
-  for (const auto find : {&CurveNames, &LegendNames, &AttributeNames, &LoopNames, &FormatNames,
-                          &MarkedNames, &AxisNames}) {
+  for (const auto find : {&CurveNames, &FindLegendNames, &AttributeNames, &LoopNames, &FormatNames,
+                          &MarkedNames, &FindSaidNames, &FindNamesInTurn, &AxisNames}) {
     ListedNames listed = find(above, layout);
     const auto wanted = static_cast<std::size_t>(columns);
     // Where rows end with a separator the last column is empty.

@@ -12,7 +12,7 @@
 namespace tarnwick {
 
 /// Names and units of all columns, where the lines above the rows list as many: "DEPT.M : depth" below "~Curve",
-/// `@ s0 legend "Potential"`, "##XUNITS=1/CM" with "##YUNITS=…" over two columns.
+/// `@ s0 legend "Potential"`, "Data columns are Q - I", "##XUNITS=1/CM" with "##YUNITS=…" over two columns.
 std::optional<ListedNames> FindHeaderNames(std::span<const std::string_view> above,
                                            const TextLayout& layout, std::int32_t columns);
 

@@ -8,6 +8,7 @@
 #include "base/number_text.h"
 #include "base/text_encoding.h"
 #include "data/fields/field_kind.h"
+#include "data/fields/line_words.h"
 #include "data/fields/text_fields.h"
 #include "data/names/apart_words.h"
 #include "data/names/argument_and_data.h"
@@ -185,8 +186,22 @@ bool AreMeasured(const Names& names, std::string_view line) {
   return by_blanks && 2 * static_cast<std::size_t>(decimals) > names.size();
 }
 
+/// "Sample 12", "run 3", "Plate A": which of those that were measured.
+bool TellsWhich(const std::string& name) {
+  constexpr std::string_view kWords[] = {"sample",     "run",   "scan",     "shot",    "exp",
+                                         "experiment", "batch", "trial",    "lot",     "plate",
+                                         "series",     "test",  "specimen", "session", "subject",
+                                         "patient",    "site",  "station",  "group",   "day"};
+  const std::size_t blank = name.find(' ');
+  if (blank == name.npos || blank + 1 == name.size()) return false;
+  const std::string which = name.substr(name[blank + 1] == '#' ? blank + 2 : blank + 1);
+  return std::ranges::find(kWords, LowerAscii(name.substr(0, blank))) != std::end(kWords) &&
+         (ParseInteger(which) || (which.size() == 1 && IsLetter(which.front())));
+}
+
 /// "BM (ntrials=0)", "fspread0 0.2", "p = 1.2 bar": a word and what it is set to.
 bool TellsValue(const std::string& name) {
+  if (TellsWhich(name)) return true;
   const std::size_t blank = name.find(' ');
   const bool number = blank != name.npos && name.find('.', blank) != name.npos &&
                       KindOfField(name.substr(blank + 1)) == FieldKind::Number;
@@ -326,6 +341,21 @@ bool AreCitation(const Names& names, std::string_view line) {
   return (dated && numbers > 0) || (abbreviated > 1 && numbers > 0);
 }
 
+/// "(F12.5,2E16.6)": how numbers were written.
+bool IsFortranFormat(std::string_view text) {
+  if (text.size() < 4 || text.front() != '(' || text.back() != ')') return false;
+  const std::vector<std::string_view> parts = PartsBetween(text.substr(1, text.size() - 2), ',');
+  return std::ranges::all_of(parts, [](std::string_view part) {
+    part = TrimBlankBytes(part);
+    const std::size_t letter = std::min(part.find_first_not_of("0123456789"), part.size());
+    constexpr std::string_view kLetters = "FEGDIAXfegdiax";
+    if (letter == part.size() || kLetters.find(part[letter]) == kLetters.npos) return false;
+    const std::string_view width = part.substr(letter + 1);
+    const bool moves = LowerAscii(part.substr(letter, 1)) == "x";
+    return width.find_first_not_of("0123456789.") == width.npos && (moves || !width.empty());
+  });
+}
+
 /// What stands between blanks and tells of the file: "Street, Boston, MA  02110, USA", "save('t.txt')", "% Jane Doe 1997",
 /// "begin data.", "@TYPE xy", "10 sizes", "# units Angstroms".
 bool TellOfFile(const Names& all, std::string_view line) {
@@ -334,6 +364,8 @@ bool TellOfFile(const Names& all, std::string_view line) {
   if (names.empty()) return false;
   const std::string& first = names.front();
   const std::string& last = names.back();
+  if (std::ranges::any_of(names, &IsFortranFormat)) return true;
+  if (LowerAscii(first).starts_with("units ") && names.size() == 1) return true;
   if (TrimBlankBytes(line).starts_with('@') || (names.size() == 2 && LowerAscii(first) == "units"))
     return true;
   const auto is_code = [](const std::string& name) {
@@ -391,7 +423,16 @@ bool TellsSeparator(std::string_view line) {
   return line.size() <= kLongest && LowerAscii(line).starts_with("sep=");
 }
 
+/// "Calculated from the fit of 12 March", with nothing over all columns but the first.
+bool IsRemarkOverColumns(const Names& names) {
+  constexpr std::size_t kFewest = 3, kLongest = 40;
+  return names.size() >= kFewest && names.front().size() > kLongest &&
+         std::all_of(names.begin() + 1, names.end(),
+                     [](const std::string& name) { return name.empty(); });
+}
+
 bool AreNames(const Names& names, std::string_view line, Preamble preamble) {
+  if (IsRemarkOverColumns(names)) return false;
   if (TellsSeparator(line) || IsRule(line) || AllOfFilled(names, &IsColumnWidth)) return false;
   if (AreNumbersAcross(names) || CountBetweenTexts(names)) return true;
   std::size_t filled = 0;

@@ -23,6 +23,7 @@ struct Ends {
   bool text_first = true;       ///< in all rows
   bool fraction_first = false;  ///< in one of them
   bool number_first = true;     ///< without quotes
+  bool counts_first = true;     ///< the numbers of the rows, from 0 or 1
   bool text_last = true;        ///< in all rows
   bool same_text_last = true;   ///< the very same
   bool value_last = true;
@@ -37,6 +38,7 @@ bool HoldsFraction(std::string_view field) {
 Ends EndsOf(std::span<const std::string_view> rows, const TextLayout& layout) {
   Ends ends;
   std::string buffer, remark;
+  double begin = 0;
   for (const std::string_view row : rows) {
     if (!IsDataLine(row, layout)) continue;
     FieldCursor cursor(row, layout);
@@ -45,6 +47,9 @@ Ends EndsOf(std::span<const std::string_view> rows, const TextLayout& layout) {
         field ? KindOfField(FieldText(*field, layout, buffer)) : FieldKind::Empty;
     ends.text_first = ends.text_first && first == FieldKind::Text;
     ends.fraction_first = ends.fraction_first || HoldsFraction(field ? *field : std::string_view());
+    const double number = field ? ParseNumber(*field).value_or(-1) : -1;
+    begin = ends.rows == 0 ? number : begin;
+    ends.counts_first = ends.counts_first && number == begin + static_cast<double>(ends.rows);
     ends.number_first = ends.number_first && first == FieldKind::Number && !field->starts_with('"');
     std::string last;
     std::size_t fields = 0;
@@ -57,6 +62,7 @@ Ends EndsOf(std::span<const std::string_view> rows, const TextLayout& layout) {
     remark = std::move(last);
     ++ends.rows;
   }
+  ends.counts_first = ends.counts_first && (begin == 0 || begin == 1);
   return ends;
 }
 
@@ -85,6 +91,8 @@ RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& lay
   if (ends.text_last && (ends.same_text_last || NamesClockFromLeft(above, rows, layout))) {
     return RowLabels::AtEnd;
   }
+  constexpr std::size_t kFewestCounted = 3;
+  if (ends.counts_first && ends.rows >= kFewestCounted) return RowLabels::Ahead;
   // What rows are numbered by is whole, and so it may be where some rows were taken out.
   const bool from_left = ends.value_last && ends.fields > 2 && ends.fraction_first &&
                          std::ranges::any_of(above, [&](std::string_view line) {

@@ -132,7 +132,7 @@ TEST(GuessedTables, AreReadAsAPersonReadsThem) {
        "X_Value\tU\tI\tComment\n" + Rows(12, "\t@\t@@"), "Row number: U, I, 12"},
       {"names that begin with a digit", "2theta (deg),101 <TC> (C)\n" + Rows(12, "@,@@"),
        "2theta (deg): 101 <TC> (C), 12"},
-      {"a number is no name yet", "time,7\n" + Rows(12, "@,@@"), "time: (col 1), 12"},
+      {"a number tells a curve", "time,7\n" + Rows(12, "@,@@"), "time: 7, 12"},
       {"years name columns", "x,2001,2002,2003\n" + Rows(12, "@,@@,1@,2@"),
        "x: 2001, 2002, 2003, 12"},
       {"a mark before every name", "#Wave\t\t#Intensity\n" + Rows(12, "@\t@@"),
