@@ -20,6 +20,7 @@ using Words = std::vector<std::string>;
 /// Values below zero that are more than marks of no value.
 bool HoldsNegatives(std::vector<double> values) {
   const std::size_t all = values.size();
+  if (all > 0 && std::ranges::max(values) < 0) return true;
   std::erase_if(values, [](double value) { return value >= 0; });
   std::ranges::sort(values);
   const auto distinct = std::unique(values.begin(), values.end()) - values.begin();

@@ -139,7 +139,12 @@ std::string SquashedWithoutUnit(std::string_view name) {
 std::vector<ErrorReading> ReadAsError(std::string_view name) {
   Readings readings;
   const std::string spelled = Spelled(name);
-  if (CountsErrors(WordsOf(spelled))) return readings;
+  const Words words = WordsOf(spelled);
+  if (CountsErrors(words)) {
+    if (words.front() == "err")
+      readings.push_back({Joined(std::span(words).subspan(1), ""), ErrorSign::Word, false, true});
+    return readings;
+  }
   const std::string_view bare = NameWithoutUnit(spelled);
   for (const std::string_view form : {std::string_view(spelled), bare}) {
     ReadWords(WordsOf(form), readings);

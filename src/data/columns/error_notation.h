@@ -22,6 +22,7 @@ struct ErrorReading {
   std::string value;  ///< what it would be the error of, as SquashedName writes it
   ErrorSign sign = ErrorSign::Word;
   bool difference = false;  ///< "ΔT", "d_T": may as well be a step
+  bool counted = false;     ///< "err_counts": whole numbers are how many errors there were
 
   bool operator==(const ErrorReading&) const = default;
 };

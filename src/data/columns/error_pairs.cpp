@@ -78,13 +78,16 @@ std::optional<ErrorPairs::Pair> ErrorPairs::PairOf(std::int32_t column) const {
 
 bool ErrorPairs::MayHoldErrors(std::int32_t column, std::int32_t value,
                                const ErrorReading& reading) const {
-  if (reading.sign == ErrorSign::Word) return true;
   std::vector<double> errors = source_.GuessOf(column).values;
+  const auto is_whole = [](double error) { return error == std::floor(error); };
+  if (reading.counted && std::ranges::all_of(errors, is_whole)) return false;
+  if (reading.sign == ErrorSign::Word) return true;
   const std::vector<double>& values = source_.GuessOf(value).values;
   if (errors.empty() || values.empty()) return false;
   if (std::ranges::any_of(errors, [](double error) { return error < 0; })) return false;
   if (reading.difference && AreStepsOf(values, errors)) return false;
-  return MedianOf(errors) <= SizeOf(values);
+  constexpr double kMost = 0.9;  // of a column of errors some may be huge
+  return QuantileOf(errors, kMost) <= SizeOf(values);
 }
 
 bool ErrorPairs::IsBorneOut(const Pair& pair, const std::vector<Pair>& pairs) const {
