@@ -195,12 +195,30 @@ std::optional<double> TakeDate(Scanner& scanner, const Digits& first, SlashDate 
   return day_first ? DayOf(FullYear(third), second, first) : DayOf(FullYear(third), first, second);
 }
 
+/// Blanks, among them those at which no line is broken, as some locales write them before "PM" and within "p. m.".
+void SkipAnyBlanks(Scanner& scanner) {
+  while (scanner.SkipBlanks() || scanner.TakeWord("\xC2\xA0") || scanner.TakeWord("\xE2\x80\xAF")) {
+  }
+}
+
+/// Takes "am", "a.m." or "a. m.", `letter` being the "a".
+bool TakeHalf(Scanner& scanner, std::string_view letter) {
+  Scanner behind = scanner;
+  if (!behind.TakeWord(letter)) return false;
+  const bool point = behind.Take('.');
+  if (point) SkipAnyBlanks(behind);
+  if (!behind.TakeWord("m")) return false;
+  if (point) behind.Take('.');
+  scanner = behind;
+  return true;
+}
+
 /// The hour on the 24-hour clock, am and pm taken.
 std::optional<int> TakeHalfOfDay(Scanner& scanner, int hour) {
   Scanner behind = scanner;
-  behind.SkipBlanks();
-  const bool morning = behind.TakeWord("am");
-  const bool evening = !morning && behind.TakeWord("pm");
+  SkipAnyBlanks(behind);
+  const bool morning = TakeHalf(behind, "a");
+  const bool evening = !morning && TakeHalf(behind, "p");
   // "12:00 America/New_York"
   if ((!morning && !evening) || IsLetter(behind.Next())) return hour;
   scanner = behind;

@@ -13,6 +13,7 @@
 #include "data/fields/known_units.h"
 #include "data/fields/si_unit.h"
 #include "data/fields/unit_text.h"
+#include "data/guess/day_order.h"
 #include "data/names/text_names.h"
 
 namespace tarnwick {
@@ -311,6 +312,23 @@ void LeaveOutBytes(std::span<const std::string_view> rows, const TextLayout& lay
   }
 }
 
+/// Dates that read in both orders have the day first where they go on day by day so.
+void SettleDayOrders(std::span<const std::string_view> rows, const TextLayout& layout,
+                     std::vector<ColumnGuess>& columns) {
+  if (std::ranges::none_of(columns, &ColumnGuess::day_order_open)) return;
+  const std::size_t kept = std::min(rows.size(), kKeptValues);
+  std::vector<std::vector<std::string>> texts(columns.size());
+  std::string buffer;
+  for (const std::string_view row : rows.first(kept)) {
+    ForEachField(row, layout, buffer, [&](std::size_t i, std::string_view text) {
+      if (columns[i].day_order_open) texts[i].emplace_back(text);
+    });
+  }
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (GoOnWithDayFirst(texts[i])) columns[i].format = ColumnFormat::DateDayFirst;
+  }
+}
+
 void KeepValues(std::span<const std::string_view> rows, const TextLayout& layout,
                 std::size_t later_rows, std::vector<ColumnGuess>& columns) {
   const std::size_t most = kKeptFields / std::max<std::size_t>(columns.size(), 1);
@@ -368,6 +386,7 @@ std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
   SettleCommas(layout, counts, columns);
   LeaveOutBytes(rows, layout, columns);
   FindColumnsAhead(rows.size(), counts, columns);
+  SettleDayOrders(rows.first(rows.size() - std::min(later_rows, rows.size())), layout, columns);
   KeepValues(rows, layout, later_rows, columns);
   // "3H" in every row: what is always the same is a label.
   for (std::size_t i = 0; i < columns.size(); ++i) {

@@ -44,6 +44,8 @@ struct Group {
     const std::size_t back = std::min(rises, falls), ahead = std::max(rises, falls);
     return kMostShare * back <= ahead && ahead > 0 && kRowsPerStep * (rows - ahead) >= rows;
   }
+  /// X rises in every row, or falls in every one.
+  bool RunsThroughout() const { return rows > 0 && std::max(rises, falls) + 1 == rows; }
   /// X goes one way but where it starts over, once in ten rows at most; so many times may be allowed beyond.
   bool GoesOneWay(std::size_t more = 0) const {
     constexpr std::size_t kRowsOfPiece = 10;
@@ -170,6 +172,12 @@ FoundGroups FindGroups(const ImportSource& source, const ImportResult& result) {
     all.Take(*x);
     for (Candidate& candidate : candidates) candidate.Take(supplier.TextAt(candidate.column), *x);
     std::erase_if(candidates, [](const Candidate& candidate) { return !candidate.few; });
+  }
+  // Of a time in several columns only now it is known that it rises.
+  if (info.x_column_index == kJoinedTimeColumn && all.RunsThroughout()) {
+    std::erase_if(candidates, [&](const Candidate& candidate) {
+      return !TakeTurns(source.samples[static_cast<std::size_t>(candidate.column)]);
+    });
   }
   const auto first = [&candidates](auto is) {
     const auto found = std::ranges::find_if(candidates, is);
