@@ -112,7 +112,10 @@ class HeadReader {
       units_ = line;
       return true;
     }
-    if (AreComplete(names)) {
+    // Remarks below a full line of units: what stands above these names the columns, be some called alike.
+    const bool over_units =
+        units_ != 0 && leaves_out_ && std::ranges::none_of(names, &std::string::empty);
+    if (AreComplete(names) || over_units) {
       found_ = {line, units_ != 0 ? units_ : repeats_ ? found_.names : 0};
       return false;
     }

@@ -68,7 +68,9 @@ ListedNames FindLegendNames(std::span<const std::string_view> above, const TextL
     listed.names.push_back(legend.empty() ? head.y : legend);
   };
   if (head.target && head.type.starts_with("xy")) {
-    add(head.legends[*head.target]);
+    // Rows of other sets may follow, and the label of Y is that of all.
+    const bool one_of_many = head.legends.size() > 1 && !head.y.empty();
+    add(one_of_many ? head.y : head.legends[*head.target]);
     if (head.type == "xydy") listed.names.push_back(listed.names.back() + " error");
     return listed;
   }

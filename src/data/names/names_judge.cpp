@@ -12,6 +12,7 @@
 #include "data/fields/text_fields.h"
 #include "data/names/apart_words.h"
 #include "data/names/argument_and_data.h"
+#include "data/names/name_words.h"
 #include "data/names/names_line.h"
 #include "data/names/number_names.h"
 
@@ -500,6 +501,9 @@ bool AreSetting(const Names& names) {
     return true;
   }
   if (filled.size() < 2 || filled.size() > kMostFilled) return false;
+  // "Vertical Units,V"
+  constexpr std::string_view kUnits[] = {"unit", "units"};
+  if (filled.size() == 2 && HasWord(filled.front(), kUnits) && IsUnit(filled.back())) return true;
   if (KindOfField(filled.front()) != FieldKind::Text) return false;
   if (filled.size() > 2 && filled[1] == "1" && filled[2] == "2") return false;
   return std::all_of(filled.begin() + 1, filled.end(), [](const std::string& name) {

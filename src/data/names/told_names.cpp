@@ -49,11 +49,13 @@ std::vector<std::string_view> PartsOfList(std::string_view text) {
   return {};
 }
 
-/// A few words that are no setting.
+/// Three words at most, apart from what stands in brackets, that are no setting.
 bool IsShortName(std::string_view line) {
-  constexpr std::size_t kLongest = 40;
+  constexpr std::size_t kLongest = 40, kMostWords = 3;
+  line = TrimBlankBytes(line.substr(0, line.find_first_of("([")));
   return !line.empty() && line.size() <= kLongest && IsLetter(line.front()) &&
-         line.find_first_of("\t,;:=|") == line.npos && line.find("  ") == line.npos;
+         line.find_first_of("\t,;:=|") == line.npos && line.find("  ") == line.npos &&
+         WordsOfLine(line).size() <= kMostWords;
 }
 
 bool BeginsData(std::string_view line) {
@@ -80,14 +82,17 @@ ListedNames FindNamesInTurn(std::span<const std::string_view> above, const TextL
   while (!above.empty() && TrimBlankBytes(above.back()).empty()) {
     above = above.first(above.size() - 1);
   }
+  constexpr std::size_t kFewestRemarks = 5;
   ListedNames listed;
+  bool remarks = true;
   for (; !above.empty(); above = above.first(above.size() - 1)) {
     const std::string_view line = TrimBlankBytes(WithoutCommentMarks(above.back(), layout));
     if (BeginsData(line)) return listed;
     if (!IsShortName(line)) break;
     listed.names.insert(listed.names.begin(), NameText(line, layout));
+    remarks = remarks && !IsDataLine(above.back(), layout);
   }
-  return {};
+  return remarks && listed.names.size() >= kFewestRemarks ? listed : ListedNames();
 }
 
 }  // namespace tarnwick

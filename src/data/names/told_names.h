@@ -13,8 +13,8 @@ namespace tarnwick {
 /// where there is none.
 ListedNames FindSaidNames(std::span<const std::string_view> above, const TextLayout& layout);
 
-/// A name on each of the last lines, blank ones at the end apart, down from one like "Data:" or "[Data]". Empty where there is
-/// none.
+/// A name on each of the last lines, blank ones at the end apart, down from one like "Data:" or "[Data]", or where all are
+/// remarks, five at least. Empty where there are none.
 ListedNames FindNamesInTurn(std::span<const std::string_view> above, const TextLayout& layout);
 
 }  // namespace tarnwick
