@@ -1,11 +1,14 @@
 #include "data/columns/doubtful_columns.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/number_text.h"
@@ -100,6 +103,34 @@ void TellOfMidnight(const ImportSource& source, const Columns& guessed, Notes& n
   }
 }
 
+/// "59:30", "60:00": two numbers of a clock without a date.
+bool IsClockOfTwo(std::string_view text) {
+  const std::size_t colon = text.find(':');
+  return text.size() > 3 && colon + 3 == text.size() && colon > 0 &&
+         text.find_first_not_of("0123456789") == colon &&
+         text.find_first_not_of("0123456789", colon + 1) == text.npos;
+}
+
+/// Hours and minutes that pass a day, row by row in steps of less than an hour, may be minutes and seconds.
+void TellOfLongHours(const ImportSource& source, const Columns& guessed, Notes& notes) {
+  constexpr double kHour = 1.0 / 24;
+  for (const std::int32_t column : guessed) {
+    const auto at = static_cast<std::size_t>(std::max(column, 0));
+    if (column < 0 || !source.GuessOf(column).is_date || at >= source.samples.size()) continue;
+    const std::span<const double> times = source.GuessOf(column).Successive();
+    const auto steps_far = [](double one, double next) { return std::abs(next - one) >= kHour; };
+    if (times.size() < 2 || std::ranges::max(times) < 1 ||
+        std::ranges::adjacent_find(times, steps_far) != times.end() ||
+        !std::ranges::all_of(source.samples[at], &IsClockOfTwo)) {
+      continue;
+    }
+    const bool is_x = column == guessed.front();
+    notes.push_back(source.Quoted(column) +
+                    " is read as hours and minutes, though minutes and seconds would do as well (" +
+                    (is_x ? "--x-expr x/60" : "--y-expr y/60") + " has it so)");
+  }
+}
+
 void TellOfX(const ImportSource& source, const ChosenColumns& columns, Notes& notes) {
   if (!columns.own_x.empty()) return;
   const std::string x = source.Quoted(columns.x);
@@ -188,6 +219,7 @@ std::vector<std::string> DoubtsOf(const ImportSource& source, const ImportOption
   TellOfFlags(source, guessed, notes);
   TellOfFactors(source, guessed, notes);
   TellOfMidnight(source, guessed, notes);
+  TellOfLongHours(source, guessed, notes);
   if (!options.missing) {
     TellOfFarValues(source, columns, notes);
     TellOfSharedNegatives(source, columns, notes);
