@@ -196,13 +196,9 @@ class Guess {
     const FoundTable* const best = HeaviestTable(tables_);
     const bool by_cuts = format_.cuts_from == CutsFrom::Rows;
     if (format_.is_table && best->fields > 1 && !by_cuts && !HoldsFewValues(*best)) return false;
-    TextFormat by_blanks = format_;
-    by_blanks.separators = " \t";
-    by_blanks.merge_separators = true;
-    by_blanks.column_cuts.clear();
-    const auto found = FindListBesideWords(lines_.first, LayoutOf(by_blanks, line_end_));
+    const auto found = FindListBesideWords(lines_.first, LayoutOf(format_, line_end_));
     if (!found || (best != nullptr && found->rows <= best->rows + best->odd_rows)) return false;
-    TakeOnly(*found, by_blanks.separators);
+    TakeOnly(*found, " \t");
     return true;
   }
 
@@ -446,25 +442,29 @@ class Guess {
   }
 
   /// The first line of text behind the table, where more such lines follow than may stand within it, or rows of another shape
-  /// that would pass for its own. In a log that goes on, remarks may stand last: those end nothing.
+  /// that would pass for its own. In a log that goes on, remarks may stand last: those end nothing. Where more lines follow than
+  /// are looked at, only both end it.
   std::optional<std::size_t> TextThatEnds() const {
     const TextLayout layout = LayoutOf(format_, line_end_);
     std::optional<std::size_t> first;
     int texts = 0;
-    for (std::size_t i = table_.behind; lines_.whole && i < lines_.first.size(); ++i) {
+    for (std::size_t i = table_.behind; i < lines_.first.size(); ++i) {
       LineShape shape = ShapeOf(lines_.first[i], layout);
       if (IsLabelledOtherwise(i, shape, layout)) shape.kind = LineShape::Kind::Text;
       if (shape.kind == LineShape::Kind::Text && ++texts == 1) first = i;
-      if (shape.marks_part && table_.fields == 1) return i;
+      if (lines_.whole && shape.marks_part && table_.fields == 1) return i;
       // Its words would pass for further columns.
-      if (shape.kind == LineShape::Kind::Text && IsBlankSeparated(format_) && !IsByPlace(format_) &&
-          shape.fields > table_.fields) {
+      if (lines_.whole && shape.kind == LineShape::Kind::Text && IsBlankSeparated(format_) &&
+          !IsByPlace(format_) && shape.fields > table_.fields) {
         return first;
       }
       if (shape.kind != LineShape::Kind::Row || !first) continue;
-      return shape.fields != table_.fields ? first : std::nullopt;
+      const bool full = table_.weight >= static_cast<double>(table_.rows);
+      return (lines_.whole || (full && texts > kStrayLines)) && shape.fields != table_.fields
+                 ? first
+                 : std::nullopt;
     }
-    return texts > kStrayLines ? first : std::nullopt;
+    return lines_.whole && texts > kStrayLines ? first : std::nullopt;
   }
 
   /// What looks like rows, too, is not to vanish without a word.
