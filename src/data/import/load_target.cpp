@@ -52,12 +52,11 @@ SkipReason ReasonOf(const RowValues& values) {
 LoadTarget::LoadTarget(TDataSeries& series, std::optional<std::int64_t> rows,
                        std::int32_t point_limit, ColumnTransforms transforms)
     : series_(series),
-      chooser_(series.Source(), rows, point_limit),
+      rows_(series.Source(), rows, point_limit),
       transforms_(std::move(transforms)),
       columns_(transforms_.x.columns) {
   columns_.insert(columns_.end(), transforms_.y.columns.begin(), transforms_.y.columns.end());
   const TDSInfo& info = series.Source();
-  goes_on_ = info.XFormat == ColumnFormat::TimeGoingOn;
   y_error_column_ =
       ErrorColumnOf(series.Errors().y, info.YErrorColumn, info.y_error_index, report_.y_errors);
   x_error_column_ =
@@ -75,14 +74,14 @@ std::int64_t LoadTarget::Points() const {
 }
 
 bool LoadTarget::TakesColumns() const {
-  return chooser_.TakesAll() && !transforms_.x && !transforms_.y && !goes_on_;
+  return rows_.Chooser().TakesAll() && !transforms_.x && !transforms_.y && !rows_.GoesOn();
 }
 
 void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> y,
                              const OwnErrorSpans& errors) {
-  chooser_.PassTaken(static_cast<std::int64_t>(x.size()));
+  rows_.Chooser().PassTaken(static_cast<std::int64_t>(x.size()));
   for (std::size_t from = 0; from < x.size();) {
-    const std::size_t rows = pieces_.RowsToFall(x.subspan(from));
+    const std::size_t rows = rows_.Pieces().RowsToFall(x.subspan(from));
     TakeStretch(x.subspan(from, rows), y.subspan(from, rows), errors.Part(from, rows));
     from += rows;
   }
@@ -91,9 +90,9 @@ void LoadTarget::TakeColumns(std::span<const double> x, std::span<const double> 
 void LoadTarget::TakeStretch(std::span<const double> x, std::span<const double> y,
                              const OwnErrorSpans& errors) {
   const auto rows = static_cast<std::int64_t>(x.size());
-  pieces_.SeeRows(x);
-  if (!OfChosenRun()) return;
-  pieces_.TakePoint(added_);
+  rows_.Pieces().SeeRows(x);
+  if (!rows_.OfChosenRun()) return;
+  rows_.Pieces().TakePoint(added_);
   report_.rows_read += rows;
   added_ += rows;
   for (const double error : errors.y) report_.y_errors.Count(error);
@@ -112,7 +111,7 @@ void LoadTarget::TakeStretch(std::span<const double> x, std::span<const double> 
 std::optional<SkipReason> LoadTarget::AddPoint(const RowValues& values) {
   const RowValues point = PointOf(transforms_, values);
   if (std::isnan(point.x) || std::isnan(point.y)) return ReasonOf(point);
-  pieces_.TakePoint(added_++);
+  rows_.Pieces().TakePoint(added_++);
   x_.push_back(point.x);
   y_.push_back(point.y);
   if (y_error_column_) {
@@ -145,7 +144,7 @@ void LoadTarget::Give(std::span<const double> x, std::span<const double> y,
   const auto give = [&](std::size_t first, std::size_t count) {
     series_.AddPoints(x.subspan(first, count), y.subspan(first, count), errors.Part(first, count));
   };
-  const std::span<const PieceFinder::Beginning> all = pieces_.Beginnings();
+  const std::span<const PieceFinder::Beginning> all = rows_.Pieces().Beginnings();
   std::size_t from = 0;
   while (begins_.size() < all.size()) {
     const auto at = static_cast<std::size_t>(all[begins_.size()].point - given_);
@@ -161,13 +160,13 @@ void LoadTarget::Give(std::span<const double> x, std::span<const double> y,
 /// A table with an empty line behind every row has no gaps.
 PointGaps LoadTarget::GapsFound() const {
   constexpr std::ptrdiff_t kMostFalls = 50;  // more are steps of a lattice
-  const auto falls = std::ranges::count(pieces_.Beginnings(), PieceFinder::Cause::Fall,
+  const auto falls = std::ranges::count(rows_.Pieces().Beginnings(), PieceFinder::Cause::Fall,
                                         &PieceFinder::Beginning::cause);
-  const bool falls_count = pieces_.FallsOnlyToBegin() && falls <= kMostFalls;
+  const bool falls_count = rows_.Pieces().FallsOnlyToBegin() && falls <= kMostFalls;
   std::vector<std::int32_t> begins, uncertain;
   for (std::size_t i = 0; i < begins_.size(); ++i) {
     using enum PieceFinder::Cause;
-    const PieceFinder::Cause cause = pieces_.Beginnings()[i].cause;
+    const PieceFinder::Cause cause = rows_.Pieces().Beginnings()[i].cause;
     if (cause == Fall && !falls_count) continue;
     std::vector<std::int32_t>& found = cause == SkippedRow ? uncertain : begins;
     const bool apart = begins_[i] > 1 && begins_[i] <= series_.LastId();
@@ -216,10 +215,10 @@ void LoadTarget::Finish() {
   // The same points as before: what was fitted to them still holds.
   if (fitted_ && MarkOf(series_) == *fitted_) series_.Fit().SetLast(last_fit_);
   series_.Source().PointsEdited = false;
-  report_.runs = pieces_.Run();
+  report_.runs = rows_.Pieces().Run();
   report_.points = series_.PointCount();
   report_.replaced = added_ - report_.points;
-  report_.sampled_every = chooser_.Every();
+  report_.sampled_every = rows_.Chooser().Every();
 }
 
 }  // namespace tarnwick

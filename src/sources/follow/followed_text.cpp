@@ -55,8 +55,8 @@ void FollowedText::BeginText() {
 
 void FollowedText::BeginAnew() {
   BeginText();
-  chooser_ = std::make_unique<RowChooser>(info_, std::nullopt, kPointLimit);
-  pieces_ = {};
+  taking_ = std::make_unique<RowTaking>(info_, std::nullopt, kPointLimit);
+  blanks_ = 0;
   row_ = points_ = 0;
 }
 
@@ -101,7 +101,8 @@ void FollowedText::TakeRest(const std::string& lines, StreamRows& rows) {
   try {
     const std::unique_ptr<TDataSupplier> supplier = Supplier(rest_info_, lines);
     supplier->FirstRow();
-    pieces_.PassBlankLines(LeadingBlankLines(lines));
+    blanks_ += LeadingBlankLines(lines);
+    taking_->Pieces().PassBlankLines(blanks_);
     TakeRows(*supplier, rows);
   } catch (const FileError&) {
     // No text: bytes of something else in the midst of it, counted as the lines that they stand in.
@@ -113,24 +114,24 @@ void FollowedText::TakeRows(TDataSupplier& supplier, StreamRows& rows) {
   while (!supplier.AtEnd() && !IsDone()) {
     TakeRow(supplier, rows);
     supplier.NextRow();
-    pieces_.PassBlankLines(supplier.BlankLinesPassed());
-    if (supplier.RemarkPassed()) pieces_.PassRemark();
+    blanks_ = supplier.BlankLinesPassed();
+    taking_->Pieces().PassBlankLines(blanks_);
+    if (supplier.RemarkPassed()) taking_->Pieces().PassRemark();
   }
 }
 
 void FollowedText::TakeRow(TDataSupplier& supplier, StreamRows& rows) {
   ++row_;
-  if (row_ != chooser_->NextRow()) return;
+  if (row_ != taking_->Chooser().NextRow()) return;
   RowValues values = ReadRow(supplier, info_, reading_.columns, reading_.others);
   if (reading_.columns.x == kRowNumberColumn) values.x = static_cast<double>(row_);
   if (reading_.columns.y == kRowNumberColumn) values.y = static_cast<double>(row_);
-  const RowVerdict verdict = chooser_->Take(values.x, values.y);
-  if (!info_.GroupColumn.empty() && supplier.TextAt(group_column_) != info_.GroupValue) return;
-  if (verdict == RowVerdict::Point) pieces_.SeeRow(values.x);
-  const bool of_run = info_.Run == 0 || info_.Run == pieces_.Run();
-  if (!of_run || verdict == RowVerdict::Passed || verdict == RowVerdict::Stopped) return;
+  values.of_group = info_.GroupColumn.empty() || supplier.TextAt(group_column_) == info_.GroupValue;
+  const std::optional<RowVerdict> verdict = taking_->Take(values);
+  if (!verdict || verdict == RowVerdict::Stopped) return;
   if (verdict == RowVerdict::Point) values = PointOf(reading_.transforms, values);
   if (std::isnan(values.x) || std::isnan(values.y)) {
+    taking_->Pieces().PassSkippedRow();
     ++rows.unreadable;
   } else {
     AddPoint(values, rows);
@@ -138,10 +139,10 @@ void FollowedText::TakeRow(TDataSupplier& supplier, StreamRows& rows) {
 }
 
 void FollowedText::AddPoint(const RowValues& values, StreamRows& rows) {
-  const std::size_t known = pieces_.Beginnings().size();
-  pieces_.TakePoint(points_++);
-  if (pieces_.Beginnings().size() > known &&
-      pieces_.Beginnings().back().cause == PieceFinder::Cause::Break)
+  const std::size_t known = taking_->Pieces().Beginnings().size();
+  taking_->Pieces().TakePoint(points_++);
+  if (taking_->Pieces().Beginnings().size() > known &&
+      taking_->Pieces().Beginnings().back().cause == PieceFinder::Cause::Break)
     rows.breaks.push_back(rows.x.size());
   AddDescribedRow(info_, values, rows);
 }

@@ -7,8 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "data/import/piece_finder.h"
-#include "data/import/row_chooser.h"
+#include "data/import/row_taking.h"
 #include "sources/streams/described_rows.h"
 #include "sources/streams/row_stream.h"
 
@@ -32,7 +31,7 @@ class FollowedText {
   /// Lines before the first row, whatever they hold.
   std::size_t HeaderLines() const { return static_cast<std::size_t>(info_.FileHasHeaders); }
   /// True when the description chooses no further row.
-  bool IsDone() const { return chooser_->NextRow() == RowChooser::kNoRow; }
+  bool IsDone() const { return taking_->Chooser().NextRow() == RowChooser::kNoRow; }
 
  private:
   void TakeHead(StreamRows& rows);
@@ -45,9 +44,9 @@ class FollowedText {
 
   TDSInfo info_;       // of the text from its beginning
   TDSInfo rest_info_;  // of lines behind the headers
-  std::unique_ptr<RowChooser> chooser_;
-  PieceFinder pieces_;
-  std::string head_;  // until the first row is there
+  std::unique_ptr<RowTaking> taking_;
+  std::int32_t blanks_ = 0;  // empty lines at the end of the lines so far
+  std::string head_;         // until the first row is there
   bool head_read_ = false;
   DescribedReading reading_;
   std::int32_t group_column_ = -1;

@@ -22,12 +22,12 @@ namespace {
 // Runs that begin anew, blank lines, remarks, rows that cannot be read, gaps, groups, errors, times of day in two columns.
 constexpr char kText[] =
     "a log\nday;clock;t;u;du;dt;who\n"
-    "2024-03-01;10:00:00;0;5;0.5;0.1;a\n2024-03-01;10:00:10;1;6;0.6;;a\n"
-    "2024-03-01;10:00:20;2;-9;0.7;0.1;b\n# a remark\n2024-03-01;10:00:30;3;8;;0.3;b\n"
-    "\n2024-03-01;10:00:50;0;9;0.9;0.1;a\n2024-03-01;10:01:00;1;burnt;1;0.2;c\n"
-    "2024-03-02;10:01:10;x;11;1.1;0.3;a\n2024-03-02;10:01:20;3;12;1.2;0.4;\n"
-    "\n\n2024-03-02;10:01:40;5;13;1.3;0.5;b\n2024-03-02;10:01:50;6;14;-1;0.6;a\n"
-    "2024-03-02;;7;15;1.5;0.7;a\n2024-03-02;10:02:10;8;16;1.6;0.8;b\n";
+    "2024-03-01;23:00:00;0;5;0.5;0.1;a\n2024-03-01;23:00:10;1;6;0.6;;a\n"
+    "2024-03-01;23:00:20;2;-9;0.7;0.1;b\n# a remark\n2024-03-01;23:00:30;3;8;;0.3;b\n"
+    "\n2024-03-01;23:00:50;0;9;0.9;0.1;a\n2024-03-01;23:01:00;1;burnt;1;0.2;c\n"
+    "2024-03-02;00:01:10;x;11;1.1;0.3;a\n2024-03-02;00:01:20;3;12;1.2;0.4;\n"
+    "\n\n2024-03-02;00:01:40;5;13;1.3;0.5;b\n2024-03-02;00:01:50;6;14;-1;0.6;a\n"
+    "2024-03-02;;7;15;1.5;0.7;a\n2024-03-02;00:02:10;8;16;1.6;0.8;b\n";
 
 struct Described {
   const char* what;
@@ -57,6 +57,10 @@ const Described kDescribed[] = {
      [](TDSInfo& i) { i.RowChoiceMode = RowChoice::FirstRows, i.RowChoiceValue2 = 7; }},
     {"rows skipped",
      [](TDSInfo& i) { i.RowChoiceMode = RowChoice::SkipRows, i.RowChoiceValue1 = 3; }},
+    {"the second run", [](TDSInfo& i) { i.Run = 2; }},
+    {"the third run", [](TDSInfo& i) { i.Run = 3; }},
+    {"times past midnight",
+     [](TDSInfo& i) { i.XDataColumn = "clock", i.XFormat = ColumnFormat::TimeGoingOn; }},
     {"columns by place", [](TDSInfo& i) { i.XDataColumn = "#2", i.YDataColumn = "#4"; }},
 };
 
