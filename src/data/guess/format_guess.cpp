@@ -467,9 +467,10 @@ class Guess {
     return lines_.whole && texts > kStrayLines ? first : std::nullopt;
   }
 
-  /// What looks like rows, too, is not to vanish without a word.
+  /// What looks like rows, too, is not to vanish without a word, but for the lines that describe the columns.
   void TellOfValuesAbove() {
-    if (hints_.header_lines || table_.fields == 0) return;
+    const bool described = format_.cuts_from == CutsFrom::Description;
+    if (hints_.header_lines || described || table_.fields == 0) return;
     const auto named =
         static_cast<std::size_t>(std::max({format_.names_line, format_.units_line, 0}));
     const std::size_t from = std::max(named, told_above_);

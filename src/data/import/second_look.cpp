@@ -297,10 +297,12 @@ void TellOfNamesOfNumbers(const Looked& looked, Notes& notes) {
 std::vector<std::string> SecondLook(const ImportSource& source, const TextFormat& format,
                                     std::string_view text, char line_end) {
   const Looked looked = Look(source, format, text, line_end);
+  // The lines that describe columns hold numbers, too.
+  const bool described = format.cuts_from == CutsFrom::Description;
   Notes notes;
-  TellOfLinesAbove(looked, notes);
+  if (!described) TellOfLinesAbove(looked, notes);
   TellOfRemarks(looked, notes);
-  TellOfShare(looked, notes);
+  if (!described) TellOfShare(looked, notes);
   TellOfLoneRows(looked, notes);
   TellOfZerosAtEnd(looked, notes);
   TellOfChangingFields(looked, notes);
