@@ -43,7 +43,6 @@ using Lines = std::vector<std::string_view>;
 constexpr std::size_t kJudgedRows = 200;     // of the first lines; fewer where they hold more than
 constexpr std::size_t kJudgedFields = 4000;  // so many fields
 constexpr std::size_t kRoughRows = 60;
-constexpr std::size_t kOtherTableRows = 3;  // fewer are not worth being told
 
 bool IsBlankSeparated(const TextFormat& format) {
   return format.separators.find(' ') != std::string::npos;
@@ -377,13 +376,6 @@ class Guess {
     table_.behind = std::min(table_.behind, *end);
     format_.table_lines = static_cast<std::int32_t>(*end - table_.first);
     format_.left_out_from = static_cast<std::int32_t>(*end) + 1;
-  }
-
-  /// Values among words, as preambles have them, are not worth being told.
-  static bool IsWorthTelling(const FoundTable& other, const FoundTable& chosen) {
-    const auto rows = static_cast<double>(other.rows);
-    return (other.fields > 1 || chosen.fields == 1) && other.rows >= kOtherTableRows &&
-           other.weight >= kTableDensity * rows && 5 * other.rows >= chosen.rows / 4;
   }
 
   /// The user says where the rows begin: the table that stands there, to its end.

@@ -140,4 +140,13 @@ bool IsWorthIt(const FoundTable& table, std::span<const FoundTable> all, const G
   return kLinesPerRow * rows >= texts || table.behind + kLinesBehind >= lines.first.size();
 }
 
+bool IsWorthTelling(const FoundTable& other, const FoundTable& read) {
+  constexpr std::size_t kFewestRows = 3, kFewestOfWords = 10;
+  if ((other.fields == 1 && read.fields > 1) || other.rows < kFewestRows) return false;
+  const bool beside = other.stands_apart || (read.stands_apart && other.behind <= read.first);
+  if (beside && other.fields > 2 && other.rows >= kFewestOfWords) return true;
+  return other.weight >= kTableDensity * static_cast<double>(other.rows) &&
+         5 * other.rows >= read.rows / 4;
+}
+
 }  // namespace tarnwick
