@@ -8,7 +8,7 @@ namespace tarnwick {
 
 Doubts DoubtsOfColumns(const ReadColumns& read) {
   using Doubting = void (*)(const ReadColumns&, Doubts&);
-  constexpr Doubting kOfX[] = {DoubtDigitsOfX, DoubtX, DoubtOneX};
+  constexpr Doubting kOfX[] = {DoubtDigitsOfX, DoubtCentury, DoubtX, DoubtOneX};
   constexpr Doubting kOfY[] = {DoubtPairsInRows, DoubtDigits, DoubtFarValues, DoubtCodes};
   Doubts doubts;
   const ImportOptions& options = read.options;

@@ -7,8 +7,11 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "base/day_number.h"
 #include "base/number_text.h"
 #include "data/columns/counted_rows.h"
 #include "data/columns/error_names.h"
@@ -18,6 +21,7 @@
 #include "data/doubts/days_in_digits.h"
 #include "data/names/argument_names.h"
 #include "data/names/text_names.h"
+#include "data/series/data_series.h"
 
 namespace tarnwick {
 namespace {
@@ -111,6 +115,18 @@ bool GoesAsX(const ImportSource& source, std::int32_t x, std::int32_t column) {
          std::abs(first_step(one) - first_step(other)) <= kStepsAlike * std::abs(first_step(one));
 }
 
+/// The years of the least and the greatest X, which are days.
+std::pair<int, int> YearsOf(const TDataSeries& series) {
+  const Extremes extremes = series.GetExtremes();
+  return {SplitDay(extremes.x_min).year, SplitDay(extremes.x_max).year};
+}
+
+bool HoldsText(const ImportSource& source, const std::string& text) {
+  const auto holds = [&](std::string_view field) { return field.find(text) != field.npos; };
+  return std::ranges::any_of(
+      source.samples, [&](const auto& fields) { return std::ranges::any_of(fields, holds); });
+}
+
 }  // namespace
 
 void DoubtX(const ReadColumns& read, Doubts& doubts) {
@@ -137,6 +153,23 @@ void DoubtDigitsOfX(const ReadColumns& read, Doubts& doubts) {
   doubts.push_back({DoubtAbout::X, source.Quoted(x) + " is read as numbers, though all may be " +
                                        std::string(way) + " (" +
                                        ShortestText(source.GuessOf(x).values.front()) + ")"});
+}
+
+void DoubtCentury(const ReadColumns& read, Doubts& doubts) {
+  constexpr int kFirstDoubted = 2050, kLastOfShort = 2068;  // 69 is 1969
+  const ImportSource& source = read.source;
+  const std::int32_t x = read.chosen.x;
+  const bool dated = x == kJoinedTimeColumn || (IsColumn(read, x) && source.GuessOf(x).is_date);
+  if (!dated || read.series.empty() || read.series.front()->PointCount() == 0) return;
+  const auto [low, high] = YearsOf(*read.series.front());
+  if (high < kFirstDoubted || high > kLastOfShort) return;
+  if (HoldsText(source, std::to_string(high))) return;
+  const bool all = low >= kFirstDoubted;
+  doubts.push_back(
+      {DoubtAbout::X, "years of two digits are read as " +
+                          std::string(all ? std::to_string(low) + " to " : "those up to ") +
+                          std::to_string(high) +
+                          (all ? " (--x-expr \"X - 36525\" has them a century earlier)" : "")});
 }
 
 void DoubtOneX(const ReadColumns& read, Doubts& doubts) {

@@ -121,6 +121,17 @@ std::optional<double> CodeAmong(const std::vector<double>& values) {
   return std::nullopt;
 }
 
+/// The least value where it is all nines, five times as far below zero as the greatest is above, and the only one below.
+std::optional<double> CodeBelow(const PointChain& points) {
+  constexpr double kFarBelow = 5;
+  const std::vector<double> values = YValues(points);
+  const double least = std::ranges::min(values);
+  if (least >= 0 || !AreNines(least)) return std::nullopt;
+  const OtherValues others = ValuesBut(values, least);
+  const bool below = others.count > 0 && others.low >= 0 && least < -kFarBelow * others.high;
+  return below ? std::optional(least) : std::nullopt;
+}
+
 /// "y is -99 in several rows (--missing …)"
 Doubt OfNoValue(std::string text, double number, const char* where) {
   const std::string value = ShortestText(number);
@@ -130,6 +141,29 @@ Doubt OfNoValue(std::string text, double number, const char* where) {
   text += " has it stand for no value)";
   return {DoubtAbout::Values, std::move(text)};
 }
+
+/// The columns of each code that was found.
+class CodesFound {
+ public:
+  void Add(double code, std::string column) {
+    const auto known = std::ranges::find(codes_, code, &Code::value);
+    Code& of = known != codes_.end() ? *known : codes_.emplace_back(Code{code, {}});
+    of.columns.push_back(std::move(column));
+  }
+  void Tell(const char* where, Doubts& doubts) const {
+    for (const Code& code : codes_) {
+      const char* const are = code.columns.size() == 1 ? " is " : " are ";
+      doubts.push_back(OfNoValue(Listed(code.columns, kMostNames) + are, code.value, where));
+    }
+  }
+
+ private:
+  struct Code {
+    double value = 0;
+    std::vector<std::string> columns;
+  };
+  std::vector<Code> codes_;
+};
 
 }  // namespace
 
@@ -161,37 +195,34 @@ void DoubtDigits(const ReadColumns& read, Doubts& doubts) {
 void DoubtFarValues(const ReadColumns& read, Doubts& doubts) {
   constexpr std::size_t kMostPoints = 200'000;
   std::size_t points = 0;
+  CodesFound below;
   for (std::size_t i = 0; i < read.chosen.y.size(); ++i) {
     const std::int32_t column = read.chosen.y[i];
     const PointChain& chain = read.series[i]->Points();
     points += chain.Size();
-    if (points > kMostPoints) return;
+    if (points > kMostPoints) break;
     if (read.source.GuessOf(column).is_date || chain.Size() <= kFewestValues) continue;
-    const std::optional<double> far = FarValue(chain);
-    if (!far) continue;
-    doubts.push_back(
-        OfNoValue(read.source.Quoted(column) + " is ", *far, " in one row, far from all others"));
+    const std::string name = read.source.Quoted(column);
+    if (const std::optional<double> far = FarValue(chain)) {
+      doubts.push_back(OfNoValue(name + " is ", *far, " in one row, far from all others"));
+    } else if (const std::optional<double> code = CodeBelow(chain);
+               code && !CodeAmong(read.source.GuessOf(column).values)) {
+      below.Add(*code, name);
+    }
   }
+  below.Tell(", far below all others", doubts);
 }
 
 void DoubtCodes(const ReadColumns& read, Doubts& doubts) {
   if (read.options.missing) return;
-  std::vector<std::pair<double, std::vector<std::string>>> found;
+  CodesFound found;
   for (const std::int32_t column : read.chosen.y) {
     const ColumnGuess& guess = read.source.GuessOf(column);
     if (guess.is_date || RepeatedFarFromOthers(guess.values)) continue;
     const std::optional<double> code = CodeAmong(guess.values);
-    if (!code) continue;
-    const auto known = std::ranges::find(found, *code, [](const auto& one) { return one.first; });
-    auto& names = known != found.end()
-                      ? known->second
-                      : found.emplace_back(*code, std::vector<std::string>()).second;
-    names.push_back(read.source.Quoted(column));
+    if (code) found.Add(*code, read.source.Quoted(column));
   }
-  for (const auto& [code, names] : found) {
-    const char* const are = names.size() == 1 ? " is " : " are ";
-    doubts.push_back(OfNoValue(Listed(names, kMostNames) + are, code, " in several rows"));
-  }
+  found.Tell(" in several rows", doubts);
 }
 
 }  // namespace tarnwick

@@ -11,7 +11,8 @@ void DoubtPairsInRows(const ReadColumns& read, Doubts& doubts);
 /// Columns that read as days or times in digits.
 void DoubtDigits(const ReadColumns& read, Doubts& doubts);
 
-/// One value a thousand times farther from all others than these are from each other.
+/// One value a thousand times farther from all others than these are from each other, or a code far below values that are never
+/// negative (-9999), however few rows hold it.
 void DoubtFarValues(const ReadColumns& read, Doubts& doubts);
 
 /// What stands for no value elsewhere (nines, minus one) comes again as the least or the greatest value: below zero where no
