@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "base/ascii.h"
-
 #include "base/number_text.h"
 #include "data/fields/field_kind.h"
 #include "data/fields/text_fields.h"

@@ -88,15 +88,18 @@ void Tell(ToldAbout about, const char* plural, const std::vector<Group>& groups,
 }
 
 ToldClause ClauseOf(const std::string& note) {
-  constexpr std::string_view kBegin = " (--";
-  const std::size_t begin = note.ends_with(')') ? note.rfind(kBegin) : std::string::npos;
-  if (begin == std::string::npos) return {ToldAbout::Guessing, note};
-  const std::size_t option = begin + 2;
-  return {ToldAbout::Guessing, note.substr(0, begin),
-          note.substr(option, note.size() - option - 1)};
+  ToldClause clause{ToldAbout::Guessing, WithoutOption(note)};
+  if (const std::size_t begin = clause.text.size() + 2; begin < note.size()) {
+    clause.option = note.substr(begin, note.size() - begin - 1);
+  }
+  return clause;
 }
 
 }  // namespace
+
+std::string WithoutOption(const std::string& text) {
+  return text.ends_with(')') ? text.substr(0, text.rfind(" (--")) : text;
+}
 
 ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::string> names,
                       std::span<const std::string> notes) {

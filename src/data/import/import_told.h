@@ -50,6 +50,9 @@ ImportTold TellImport(std::span<const LoadReport> reports, std::span<const std::
 /// That DataSets, read some time ago, hold only some of the rows of their sources: what is computed is of these.
 ImportTold TellSomeRows(std::span<const TDataSeries* const> all);
 
+/// What a note or a refusal says without the option in parentheses at its end, which is the batch program's.
+std::string WithoutOption(const std::string& text);
+
 bool IsAbout(const ImportTold& told, ToldAbout about);
 
 /// "Every 2000th row is shown; 2 rows skipped (Y empty; first at line 17)." Empty for nothing. Options are left out.

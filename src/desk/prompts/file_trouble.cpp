@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "base/prompt.h"
+#include "data/import/import_told.h"
 #include "graph/files/file_kinds.h"
 
 namespace tarnwick {
@@ -29,7 +30,7 @@ std::string NoFileText(const std::filesystem::path& path) {
 
 std::string FileErrorText(const std::filesystem::path& path, const std::string& reason) {
   const bool graph = HoldsSections(KindToRead(path));
-  return graph ? reason + "\n\nFile " + path.string() + " has wrong format" : reason;
+  return graph ? reason + "\n\nFile " + path.string() + " has wrong format" : WithoutOption(reason);
 }
 
 bool TellIfMissing(const std::filesystem::path& path, Prompt& prompt) {

@@ -140,14 +140,16 @@ TEST_F(DesktopTest, ABadFileIsToldAndLeavesTheOthersAlone) {
   const GraphState before = ActiveDocument().Graph().State();
   const auto graph = folder_.Write("broken.tgr", "not a graph at all");
   const auto text = folder_.Write("words.txt", "no numbers\nin this file\n");
+  const auto one = folder_.Write("one.txt", "1.5\n");
   const auto gone = folder_.File("gone.dat");
   struct Row {
     std::filesystem::path file;
-    std::vector<std::string> pieces;  // in the message, in this order
+    std::vector<std::string> pieces;  // in the message, in this order; "$" is its end
   };
   const Row rows[] = {
       {graph, {graph.string(), "File " + graph.string() + " has wrong format"}},
-      {text, {text.string()}},
+      {text, {text.string(), "none of its 2 lines holds a number"}},
+      {one, {one.string(), "if that is a table, tell that no header line stands above$"}},
       {gone, {"File \"" + gone.string() + "\" is not found!"}},
   };
   for (const Row& row : rows) {
@@ -158,7 +160,7 @@ TEST_F(DesktopTest, ABadFileIsToldAndLeavesTheOthersAlone) {
     ASSERT_EQ(told.size(), 1u);
     std::size_t from = 0;
     for (const std::string& piece : row.pieces) {
-      from = told.front().find(piece, from);
+      from = (told.front() + '$').find(piece, from);
       ASSERT_NE(from, std::string::npos) << told.front();
     }
     EXPECT_EQ(form_->GraphWindows().size(), 1u);
