@@ -169,11 +169,12 @@ void SettleStoredTimes(const ImportOptions& options, ImportSource& source) {
   if (open != source.columns.end() && !options.x_format) {
     const auto column = static_cast<std::int32_t>(open - source.columns.begin());
     const bool day_first = open->format == ColumnFormat::DateDayFirst;
-    source.notes.push_back("the dates in " + source.Quoted(column) +
-                           (day_first ? " are read with the day first, since so they go on day by "
-                                        "day (--x-format month-first has it otherwise)"
-                                      : " are read with the month first, though the day first "
-                                        "would do as well"));
+    source.notes.push_back(
+        "the dates in " + source.Quoted(column) +
+        (day_first ? " are read with the day first, since so they go on "
+                     "evenly or agree with another column (--x-format month-first has it otherwise)"
+                   : " are read with the month first, though the day first "
+                     "would do as well"));
   }
 }
 

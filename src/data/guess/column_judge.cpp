@@ -312,20 +312,30 @@ void LeaveOutBytes(std::span<const std::string_view> rows, const TextLayout& lay
   }
 }
 
-/// Dates that read in both orders have the day first where they go on day by day so.
+/// Dates that read in both orders have the day first where they go on evenly so, or fall into the months that another column of
+/// dates tells.
 void SettleDayOrders(std::span<const std::string_view> rows, const TextLayout& layout,
                      std::vector<ColumnGuess>& columns) {
   if (std::ranges::none_of(columns, &ColumnGuess::day_order_open)) return;
   const std::size_t kept = std::min(rows.size(), kKeptValues);
   std::vector<std::vector<std::string>> texts(columns.size());
   std::string buffer;
-  for (const std::string_view row : rows.first(kept)) {
-    ForEachField(row, layout, buffer, [&](std::size_t i, std::string_view text) {
-      if (columns[i].day_order_open) texts[i].emplace_back(text);
+  for (std::size_t row = 0; row < kept; ++row) {
+    ForEachField(rows[row], layout, buffer, [&](std::size_t i, std::string_view text) {
+      if (!columns[i].is_date) return;
+      texts[i].resize(row);
+      texts[i].emplace_back(text);
     });
   }
+  std::vector<std::vector<std::string>> certain;  // of the dates whose order is no question
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (GoOnWithDayFirst(texts[i])) columns[i].format = ColumnFormat::DateDayFirst;
+    if (columns[i].is_date && !columns[i].day_order_open) certain.push_back(texts[i]);
+  }
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!columns[i].day_order_open) continue;
+    const bool by_other = std::ranges::any_of(
+        certain, [&](const auto& others) { return AgreeInMonthWithDayFirst(texts[i], others); });
+    if (by_other || GoOnWithDayFirst(texts[i])) columns[i].format = ColumnFormat::DateDayFirst;
   }
 }
 
