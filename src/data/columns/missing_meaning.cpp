@@ -74,6 +74,38 @@ bool IsOneOfTwo(double value, const std::vector<double>& values) {
          std::ranges::count(values, value) == std::find_if(first, values.end(), is_other) - first;
 }
 
+/// Several times in the column, and below all else there by a quarter of what the rest spans: what a scale ends at has values beside.
+bool LiesOftenBelow(double value, const ColumnGuess& column) {
+  constexpr double kShare = 0.25;
+  if (!HoldsNumbers(column) || std::ranges::count(column.values, value) < 2) return false;
+  std::vector<double> others = column.values;
+  std::erase(others, value);
+  if (others.empty()) return false;
+  const auto ends = std::ranges::minmax(others);
+  return ends.max > ends.min && ends.min - value > kShare * (ends.max - ends.min);
+}
+
+/// A code below zero ("-99") that no column has far enough from all else, but two at least have it below the rest and none
+/// otherwise.
+std::vector<std::string> FindSharedCodes(const ImportSource& source) {
+  constexpr std::ptrdiff_t kFewestSharing = 2;
+  constexpr double kCode = -99;
+  std::vector<std::string> found;
+  for (const ColumnGuess& column : source.columns) {
+    if (!HoldsNumbers(column) || column.values.empty()) continue;
+    const double value = std::ranges::min(column.values);
+    if (value > kCode || !LooksMissing(value)) continue;
+    const auto has = [=](const ColumnGuess& one) { return HasValue(value, one); };
+    const auto lies_below = [=](const ColumnGuess& one) { return LiesOftenBelow(value, one); };
+    const std::ptrdiff_t columns = std::ranges::count_if(source.columns, has);
+    const bool shared =
+        columns >= kFewestSharing && columns == std::ranges::count_if(source.columns, lies_below);
+    std::string text = ShortestText(value);
+    if (shared && std::ranges::find(found, text) == found.end()) found.push_back(std::move(text));
+  }
+  return found;
+}
+
 std::vector<std::string> FindInColumns(const ImportSource& source) {
   constexpr double kLargeEnough = 99;  // nobody measures it by chance
   const MissingValues known(source.info.MissingValues);
@@ -235,7 +267,8 @@ void SettleMissingValues(const ImportOptions& options, std::string_view text, ch
       source.notes.push_back(Listed(declared) + (declared.size() == 1 ? " stands" : " stand") +
                              " for no value, as the head of the file says");
     }
-    const std::vector<std::string> found = FindInColumns(source);
+    std::vector<std::string> found = FindInColumns(source);
+    if (found.empty() && declared.empty()) found = FindSharedCodes(source);
     AddMissing(found, source);
     if (!found.empty()) {
       source.notes.push_back(Listed(found) + (found.size() == 1 ? " stands" : " stand") +
