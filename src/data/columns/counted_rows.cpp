@@ -33,8 +33,8 @@ bool IsNamedByRows(const ImportSource& source) {
   return source.info.NamesLine > source.info.FileHasHeaders;
 }
 
-/// A count of rows is what its name says, or what has none in a table where others have: anything else that rises by 1
-/// may be what was stepped through.
+/// A count of rows is what its name says, or what has none in a table where others have or which alone stands in quotes, as names
+/// of rows do: anything else that rises by 1 may be what was stepped through.
 bool NamesCount(const ImportSource& source, std::int32_t column) {
   constexpr std::string_view kWords[] = {"index",   "idx",   "id",     "no",      "nr",   "num",
                                          "number",  "row",   "rows",   "obs",     "case", "pt",
@@ -43,7 +43,8 @@ bool NamesCount(const ImportSource& source, std::int32_t column) {
   const std::string name = source.NameOf(column);
   if (name.ends_with('#')) return true;
   const bool unnamed = name == UnnamedColumn(column) || WordsOf(name).empty();
-  return unnamed ? HasNamedColumns(source) && !IsNamedByRows(source) : HasWord(name, kWords);
+  const bool named_by_count = HasNamedColumns(source) || source.GuessOf(column).is_quoted;
+  return unnamed ? named_by_count && !IsNamedByRows(source) : HasWord(name, kWords);
 }
 
 /// "RECORD" 1000, 1001, 1002 of a logger that was read out before.

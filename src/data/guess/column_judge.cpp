@@ -312,6 +312,28 @@ void LeaveOutBytes(std::span<const std::string_view> rows, const TextLayout& lay
   }
 }
 
+/// "\"1\",0.5,2": only one column has its numbers in quotes, in every row.
+void FindQuotedNumbers(std::span<const std::string_view> rows, const TextLayout& layout,
+                       std::vector<ColumnGuess>& columns) {
+  std::vector<std::size_t> quoted(columns.size(), 0);
+  for (const std::string_view row : rows) {
+    if (row.find('"') == row.npos) return;
+    FieldCursor cursor(row, layout);
+    for (std::size_t& count : quoted) {
+      const std::optional<std::string_view> field = cursor.Next();
+      if (!field) break;
+      count += field->starts_with('"') ? 1 : 0;
+    }
+  }
+  std::size_t found = 0, last = 0;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!columns[i].has_numbers || quoted[i] == 0) continue;
+    ++found;
+    last = i;
+  }
+  if (found == 1) columns[last].is_quoted = quoted[last] == rows.size();
+}
+
 /// Dates that read in both orders have the day first where they go on evenly so, or fall into the months that another column of
 /// dates tells.
 void SettleDayOrders(std::span<const std::string_view> rows, const TextLayout& layout,
@@ -396,6 +418,7 @@ std::vector<ColumnGuess> JudgeColumns(std::span<const std::string_view> rows,
   SettleCommas(layout, counts, columns);
   LeaveOutBytes(rows, layout, columns);
   FindColumnsAhead(rows.size(), counts, columns);
+  FindQuotedNumbers(rows, layout, columns);
   SettleDayOrders(rows.first(rows.size() - std::min(later_rows, rows.size())), layout, columns);
   KeepValues(rows, layout, later_rows, columns);
   // "3H" in every row: what is always the same is a label.

@@ -27,6 +27,7 @@ struct ColumnGuess {
   bool has_flags = false;          ///< a mark stands behind some numbers: "12.5*"
   bool has_places = false;         ///< times with a place for a zone
   std::vector<std::string> units = {};  ///< those that stand there, "" for none; only a few of many
+  bool is_quoted = false;   ///< all its numbers stand in quotes, and no other column has one so
   bool only_ahead = false;  ///< the first rows have it, the many behind them only other columns
   std::vector<double> values =
       {};                        ///< read by `format`, of the rows looked at; others are left out
