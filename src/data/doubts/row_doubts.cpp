@@ -12,10 +12,12 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
+#include "data/columns/counted_rows.h"
 #include "data/fields/field_kind.h"
 #include "data/fields/field_value.h"
 #include "data/fields/text_fields.h"
 #include "data/fields/text_lines.h"
+#include "data/names/argument_names.h"
 #include "data/names/names_judge.h"
 #include "data/names/names_line.h"
 
@@ -142,6 +144,13 @@ void DoubtLongRows(const HeldLines& held, Doubts& doubts) {
                                           ": its values may stand in the wrong columns"});
 }
 
+/// "United Kingdom": words with one blank between them. Where the first rows have no names, that is a remark of any sort.
+bool IsPhrase(const std::vector<std::string>& words, std::string_view text) {
+  std::string phrase;
+  for (const std::string& word : words) phrase += (phrase.empty() ? "" : " ") + word;
+  return phrase == TrimBlankBytes(text);
+}
+
 /// "#Time v(2)" between rows whose X is called "Freq".
 void DoubtNamesBetween(const HeldLines& held, Doubts& doubts) {
   const std::vector<std::string>& names = held.source.supplier->ColumnNames();
@@ -149,6 +158,7 @@ void DoubtNamesBetween(const HeldLines& held, Doubts& doubts) {
     return !word.empty() &&
            (IsLetter(word.front()) || static_cast<unsigned char>(word.front()) >= 0x80);
   };
+  const bool named = HasNamedColumns(held.source);
   std::size_t found = 0;
   const Line* first = nullptr;
   for (const Line& remark : held.remarks) {
@@ -156,6 +166,7 @@ void DoubtNamesBetween(const HeldLines& held, Doubts& doubts) {
     const std::vector<std::string> words = NameTexts(bare, held.layout);
     if (words.size() < 2 || words.size() != names.size()) continue;
     if (!std::ranges::all_of(words, begins_with_letter) || !AreNames(words, remark.text)) continue;
+    if (!named && !NamesArgument(words.front()) && IsPhrase(words, bare)) continue;
     // "# x, green" below "x, red" names the next run.
     if (LowerAscii(words.front()) == LowerAscii(names.front())) continue;
     if (++found == 1) first = &remark;
