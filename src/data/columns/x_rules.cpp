@@ -230,9 +230,29 @@ Answer OrderedX(const XCandidates& found) {
   });
 }
 
+/// One of three columns without names, behind the first, stands for a few rows each time and goes one way: it tells which slice
+/// of a surface the others go through.
+bool AreSlices(const XCandidates& found) {
+  constexpr std::size_t kColumns = 3, kFewestSlices = 3;
+  if (HasNamedColumns(found.source) || found.numbers.size() != kColumns) return false;
+  const auto parts_slices = [&](std::int32_t column) {
+    const ColumnGuess& guess = found.source.GuessOf(column);
+    const std::span<const double> values = guess.Successive();
+    std::size_t slices = 1, rows = 1;
+    for (std::size_t i = 1; i < values.size(); ++i, ++rows) {
+      if (values[i] == values[i - 1]) continue;
+      if (rows < 2) return false;
+      ++slices;
+      rows = 0;
+    }
+    return slices >= kFewestSlices && IsMonotone(guess.values);
+  };
+  return std::ranges::any_of(std::span(found.numbers).subspan(1), parts_slices);
+}
+
 /// Columns of one kind, none of which is called like an X or goes in even steps as the others do not.
 Answer RowsOfLikeColumns(const XCandidates& found) {
-  if (AnyIsArgument(found) || OrderedX(found)) return std::nullopt;
+  if (AnyIsArgument(found) || OrderedX(found) || AreSlices(found)) return std::nullopt;
   const bool alike = AreAlike(found.source, found.together) ||
                      AreSeries(found.source, found.together) ||
                      AreItems(found.source, found.together);
