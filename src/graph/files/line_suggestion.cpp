@@ -89,6 +89,16 @@ bool StandsInGroups(const PointChain& points) {
   return groups > 1 && points.Size() >= kLeastRepeats * groups;
 }
 
+/// X stands for a few points each time and then jumps: what stands would pass for what goes on smoothly.
+bool JumpsFromGroupToGroup(const std::vector<double>& x, double range, double jitter) {
+  std::vector<double> groups = x;
+  groups.erase(std::unique(groups.begin(), groups.end()), groups.end());
+  if (groups.size() > kMostGroups || x.size() < kLeastRepeats * groups.size()) return false;
+  const std::size_t turns = TurnsOf(groups, {}, jitter).size();
+  return turns > std::max(kTurnsOfLoop, groups.size() / kPointsATurn) &&
+         MeanStep(groups, {}) > kLongStep * range;
+}
+
 /// A latitude over its longitude.
 bool ArePlaces(const TDSInfo& info) {
   return NamesLongitude(info.XDataColumn) && NameCoordinates(info.XDataColumn, info.YDataColumn);
@@ -114,7 +124,9 @@ LineSuggestion SuggestByX(const TDataSeries& series) {
     if (few || GoesOnButForOne(x, kNoTurn * range, sign)) return LineSuggestion::LateRows;
   }
   const std::vector<std::size_t> breaks = BreaksInOrder(points, order, series.Gaps());
-  const std::size_t turns = TurnsOf(x, breaks, JitterOf(by_x)).size();
+  const double jitter = JitterOf(by_x);
+  if (JumpsFromGroupToGroup(x, range, jitter)) return LineSuggestion::Groups;
+  const std::size_t turns = TurnsOf(x, breaks, jitter).size();
   const std::size_t most_turns = std::max(kTurnsOfLoop, x.size() / kPointsATurn);
   return turns <= most_turns && MeanStep(x, breaks) <= kLongStep * range
              ? LineSuggestion::AsTheyCame

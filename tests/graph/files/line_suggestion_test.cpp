@@ -34,6 +34,8 @@ TEST(LineSuggestion, JoinsAsXGoes) {
       {"steps of two", 20, [](int i) { return i / 2; }, ByX},
       {"one row elsewhere", 20, [](int i) { return i == 1 ? 1 : 100 - 5 * i; }, LateRows},
       {"a clock that runs over", 200, [](int i) { return i % 197; }, AsTheyCame},
+      {"eight places of six", 48, [](int i) { return (i / 6) * 5 % 8; }, Groups},
+      {"stairs there and back", 45, [](int i) { return -std::abs(i / 3 - 7); }, AsTheyCame},
       {"five at random", 5, [](int i) { return (i * 3) % 5; }, SymbolsOnly},
   };
   for (const auto& row : kCases) {
