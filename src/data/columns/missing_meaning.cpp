@@ -74,7 +74,8 @@ bool IsOneOfTwo(double value, const std::vector<double>& values) {
          std::ranges::count(values, value) == std::find_if(first, values.end(), is_other) - first;
 }
 
-/// Several times in the column, and below all else there by a quarter of what the rest spans: what a scale ends at has values beside.
+/// Several times in the column, and below all else there by a quarter of what the rest spans: what a scale ends at has values
+/// beside.
 bool LiesOftenBelow(double value, const ColumnGuess& column) {
   constexpr double kShare = 0.25;
   if (!HoldsNumbers(column) || std::ranges::count(column.values, value) < 2) return false;

@@ -32,8 +32,8 @@ bool GoOnDayByDay(std::span<const double> days) {
          std::adjacent_find(days.begin(), days.end(), is_other) == days.end();
 }
 
-/// The same day of one month after the other, none left out, beyond one year: of twelve months at most the other order would do as
-/// well, by which they are the first days of one.
+/// The same day of one month after the other, none left out, beyond one year: of twelve months at most the other order would do
+/// as well, by which they are the first days of one.
 bool GoOnMonthByMonth(std::span<const double> days) {
   constexpr std::size_t kMonths = 12;
   if (days.size() <= kMonths) return false;

@@ -1,4 +1,5 @@
-// Whether days that read with the month first as well as with the day first go on evenly with the day first. Knows texts of a column.
+// Whether days that read with the month first as well as with the day first go on evenly with the day first. Knows texts of a
+// column.
 #pragma once
 
 #include <span>

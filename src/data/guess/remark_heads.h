@@ -28,8 +28,8 @@ std::optional<RemarkHead> HeadOfRow(std::string_view remark, std::string_view ro
                                     const TextLayout& layout);
 
 /// Rows below `next` are another table than those below `head`: they have another number of columns, or of three and more the
-/// first is called otherwise, over which the others were measured ("#Freq vp(a2) vp(a3)", "#Time v(a2) v(a3)"), or their labels are
-/// others.
+/// first is called otherwise, over which the others were measured ("#Freq vp(a2) vp(a3)", "#Time v(a2) v(a3)"), or their labels
+/// are others.
 bool HeadsAnotherTable(const RemarkHead& head, const RemarkHead& next);
 
 }  // namespace tarnwick

@@ -21,8 +21,8 @@ std::size_t WithAlikeRowsAbove(std::span<const std::string_view> lines, std::siz
                                const TextLayout& layout, const TableBody& body);
 
 /// Between blanks, the first of the rows above `table` among `lines` with values wherever the body has numbers and with another
-/// number of fields than most rows, as some row below has: a table some of whose rows are longer may begin with one. So it may with
-/// rows that leave out their end, where their first column steps as that of the rows below does.
+/// number of fields than most rows, as some row below has: a table some of whose rows are longer may begin with one. So it may
+/// with rows that leave out their end, where their first column steps as that of the rows below does.
 std::size_t WithRowsAsBelow(std::span<const std::string_view> lines, const FoundTable& table,
                             const TextLayout& layout, const TableBody& body);
 

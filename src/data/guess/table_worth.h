@@ -18,8 +18,8 @@ inline constexpr double kTableDensity =
 bool IsWorthIt(const FoundTable& table, std::span<const FoundTable> all, const GuessLines& lines,
                const TextLayout& layout);
 
-/// Whether it is to be told that `other` stands beside the table that is read. Values among words, as preambles have them, are not
-/// worth it, but rows of several columns that only their number of columns parts from those that are read.
+/// Whether it is to be told that `other` stands beside the table that is read. Values among words, as preambles have them, are
+/// not worth it, but rows of several columns that only their number of columns parts from those that are read.
 bool IsWorthTelling(const FoundTable& other, const FoundTable& read);
 
 }  // namespace tarnwick

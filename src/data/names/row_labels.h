@@ -17,10 +17,11 @@ enum class RowLabels : std::uint8_t {
   AtEnd   ///< the last one is without a name
 };
 
-/// Ahead for rows that begin with a text, or that other separators than blanks part and that count from 0 or 1. AtEnd for rows that other separators than blanks part and that begin with a number
-/// without quotes, where they end with a text that is the same in all of them, or with any where names on a line `above` stand
-/// over a clock only when read from the left; or where the first of one name less than columns is what others are measured over,
-/// and the first column holds fractions, as numbers of rows do not.
+/// Ahead for rows that begin with a text, or that other separators than blanks part and that count from 0 or 1. AtEnd for rows
+/// that other separators than blanks part and that begin with a number without quotes, where they end with a text that is the
+/// same in all of them, or with any where names on a line `above` stand over a clock only when read from the left; or where the
+/// first of one name less than columns is what others are measured over, and the first column holds fractions, as numbers of rows
+/// do not.
 RowLabels LabelsOf(std::span<const std::string_view> rows, const TextLayout& layout,
                    std::span<const std::string_view> above);
 
