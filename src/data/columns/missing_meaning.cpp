@@ -79,11 +79,8 @@ bool IsOneOfTwo(double value, const std::vector<double>& values) {
 bool LiesOftenBelow(double value, const ColumnGuess& column) {
   constexpr double kShare = 0.25;
   if (!HoldsNumbers(column) || std::ranges::count(column.values, value) < 2) return false;
-  std::vector<double> others = column.values;
-  std::erase(others, value);
-  if (others.empty()) return false;
-  const auto ends = std::ranges::minmax(others);
-  return ends.max > ends.min && ends.min - value > kShare * (ends.max - ends.min);
+  const OtherValues others = ValuesBut(column.values, value);
+  return others.high > others.low && others.low - value > kShare * (others.high - others.low);
 }
 
 /// A code below zero ("-99") that no column has far enough from all else, but two at least have it below the rest and none

@@ -50,14 +50,11 @@ bool AreDifferent(std::vector<double> values) {
 }
 
 /// A few numbers, each of them many times, in no order: what persons answered.
-bool AreAnswers(std::vector<double> values) {
+bool AreAnswers(const std::vector<double>& values) {
   constexpr std::size_t kMost = 10, kTimes = 5;
   if (!IsInNoOrder(values)) return false;
-  const std::size_t all = values.size();
-  std::ranges::sort(values);
-  const auto different = std::unique(values.begin(), values.end()) - values.begin();
-  return static_cast<std::size_t>(different) <= kMost &&
-         kTimes * static_cast<std::size_t>(different) <= all;
+  const std::size_t different = CountDifferent(values, kMost);
+  return different <= kMost && kTimes * different <= values.size();
 }
 
 /// Another column rises throughout and is called as what others are measured over.
@@ -93,9 +90,9 @@ bool NamesIdentity(std::string_view name) {
 bool IdentifiesRows(const ImportSource& source, std::int32_t column) {
   constexpr std::size_t kFewest = 3;
   const ColumnGuess& guess = source.GuessOf(column);
-  if (AreAnswers(guess.values)) return false;
   return !guess.is_date && guess.values.size() >= kFewest && NamesIdentity(source.NameOf(column)) &&
-         !guess.IsConstant() && AreWhole(guess.values) && std::ranges::min(guess.values) >= 0;
+         !guess.IsConstant() && AreWhole(guess.values) && std::ranges::min(guess.values) >= 0 &&
+         !AreAnswers(guess.values);
 }
 
 bool LabelsRows(const ImportSource& source, std::int32_t column) {

@@ -12,6 +12,7 @@
 
 #include "base/ascii.h"
 #include "base/text_encoding.h"
+#include "base/word_list.h"
 #include "data/columns/counted_rows.h"
 #include "data/fields/field_kind.h"
 #include "data/fields/field_value.h"
@@ -146,9 +147,7 @@ void DoubtLongRows(const HeldLines& held, Doubts& doubts) {
 
 /// "United Kingdom": words with one blank between them. Where the first rows have no names, that is a remark of any sort.
 bool IsPhrase(const std::vector<std::string>& words, std::string_view text) {
-  std::string phrase;
-  for (const std::string& word : words) phrase += (phrase.empty() ? "" : " ") + word;
-  return phrase == TrimBlankBytes(text);
+  return Joined(words, " ") == TrimBlankBytes(text);
 }
 
 /// "#Time v(2)" between rows whose X is called "Freq".

@@ -30,6 +30,12 @@ bool IsColumn(const ReadColumns& read, std::int32_t column) {
   return column >= 0 && static_cast<std::size_t>(column) < read.source.columns.size();
 }
 
+/// X are days, in one column or joined from several.
+bool IsDated(const ReadColumns& read) {
+  const std::int32_t x = read.chosen.x;
+  return x == kJoinedTimeColumn || (IsColumn(read, x) && read.source.GuessOf(x).is_date);
+}
+
 /// What rises or falls in every row, and neither counts nor labels the rows.
 bool MayBeX(const ImportSource& source, std::int32_t column) {
   const ColumnGuess& guess = source.GuessOf(column);
@@ -132,9 +138,8 @@ bool HoldsText(const ImportSource& source, const std::string& text) {
 void DoubtX(const ReadColumns& read, Doubts& doubts) {
   const ImportSource& source = read.source;
   const std::int32_t x = read.chosen.x;
-  const bool dated = x == kJoinedTimeColumn || (IsColumn(read, x) && source.GuessOf(x).is_date);
   const bool lone = read.chosen.y.size() == 1 && !IsColumn(read, x);
-  if (dated || lone || !read.chosen.own_x.empty()) return;
+  if (IsDated(read) || lone || !read.chosen.own_x.empty()) return;
   if (IsColumn(read, x) && (IsXForWantOfBetter(source, x) || RivalOfX(source, x))) return;
   if (const std::optional<OtherX> other = BetterX(read, x)) {
     doubts.push_back({DoubtAbout::X, WhatIsX(read, x) + ", though " + source.Quoted(other->column) +
@@ -158,9 +163,7 @@ void DoubtDigitsOfX(const ReadColumns& read, Doubts& doubts) {
 void DoubtCentury(const ReadColumns& read, Doubts& doubts) {
   constexpr int kFirstDoubted = 2050, kLastOfShort = 2068;  // 69 is 1969
   const ImportSource& source = read.source;
-  const std::int32_t x = read.chosen.x;
-  const bool dated = x == kJoinedTimeColumn || (IsColumn(read, x) && source.GuessOf(x).is_date);
-  if (!dated || read.series.empty() || read.series.front()->PointCount() == 0) return;
+  if (!IsDated(read) || read.series.empty() || read.series.front()->PointCount() == 0) return;
   const auto [low, high] = YearsOf(*read.series.front());
   if (high < kFirstDoubted || high > kLastOfShort) return;
   if (HoldsText(source, std::to_string(high))) return;
@@ -169,7 +172,7 @@ void DoubtCentury(const ReadColumns& read, Doubts& doubts) {
       {DoubtAbout::X, "years of two digits are read as " +
                           std::string(all ? std::to_string(low) + " to " : "those up to ") +
                           std::to_string(high) +
-                          (all ? " (--x-expr \"X - 36525\" has them a century earlier)" : "")});
+                          (all ? " (--x-expr \"x - 36525\" has them a century earlier)" : "")});
 }
 
 void DoubtOneX(const ReadColumns& read, Doubts& doubts) {

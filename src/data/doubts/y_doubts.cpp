@@ -205,9 +205,8 @@ void DoubtFarValues(const ReadColumns& read, Doubts& doubts) {
     const std::string name = read.source.Quoted(column);
     if (const std::optional<double> far = FarValue(chain)) {
       doubts.push_back(OfNoValue(name + " is ", *far, " in one row, far from all others"));
-    } else if (const std::optional<double> code = CodeBelow(chain);
-               code && !CodeAmong(read.source.GuessOf(column).values)) {
-      below.Add(*code, name);
+    } else if (!read.options.missing && !CodeAmong(read.source.GuessOf(column).values)) {
+      if (const std::optional<double> code = CodeBelow(chain)) below.Add(*code, name);
     }
   }
   below.Tell(", far below all others", doubts);
